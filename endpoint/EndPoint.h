@@ -1,0 +1,70 @@
+#pragma once
+
+#include "endpoint/EndPointExport.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+namespace LocalCommunication {
+
+/// A client of the terminal's message bus. Every participant has one of its own.
+///
+/// There are no threads: everything happens on the event loop of the thread that owns the object,
+/// and no call waits for the bus except request(). A sender does not receive its own messages.
+/// The object may be destroyed at any time, also inside a slot of messageReceived().
+///
+/// The first six operations and messageReceived() are what a terminal's own bus client offers too;
+/// their parameter types decide the symbol names and must not change.
+class ENDPOINT_EXPORT EndPoint : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit EndPoint(QObject *parent);
+    ~EndPoint() override;
+
+    /// Joins the bus instance of the terminal in directory `address` and returns at once. Joins again
+    /// by itself, with back-off, whenever the bus is gone, until disconnect().
+    void connect(QString address);
+
+    /// Leaves the bus and forgets the address; subscriptions stay. May be called twice and when never
+    /// connected.
+    void disconnect();
+
+    /// Asks for messages of `topics` on `channel`. Remembered, and made again after every reconnect.
+    void subscribe(QByteArray channel, QList<QByteArray> topics);
+    void subscribe(QByteArray channel, QByteArray topic);
+
+    /// Publishes; true when handed to the bus, false while there is no bus or the names are refused.
+    bool sendMessage(QByteArray channel, QByteArray topic, QByteArray payload);
+
+    /// Asks on channel "Global" and blocks until the answer comes. Empty on time-out (3 s) or without
+    /// a bus. Messages that arrive meanwhile are delivered afterwards, in order. An endpoint of the
+    /// same thread can not answer while this call blocks it.
+    QByteArray request(QByteArray topic, QByteArray payload);
+
+    // What follows is our own client's; overlays must do without it.
+
+    /// Time-out of request() in milliseconds.
+    void setRequestTimeout(int milliseconds);
+
+    /// True while the bus has accepted this client.
+    bool isConnected() const;
+
+Q_SIGNALS:
+    /// A message arrived. An answer that is sent to `replyChannel` reaches its sender.
+    void messageReceived(QByteArray topic, QByteArray payload, QByteArray replyChannel);
+
+    /// The bus has accepted this client and every subscription made so far is in place.
+    void ready();
+
+private:
+    class Private;
+    const std::unique_ptr<Private> d;
+};
+
+} // namespace LocalCommunication
