@@ -55,6 +55,10 @@ enum Period : int {
     IntradayPeriod = 21 ///< the minutes of one trading day
 };
 
+/// What type() of every overlay of this library answers, whatever it draws: it tells the host its own
+/// chart objects from those of a plug-in.
+constexpr int pluginObjectType = 3;
+
 // The placeholders below keep the places of host operations that no overlay calls. A host that
 // derives from these declarations may leave them as they are.
 
@@ -168,7 +172,7 @@ class IChartObject
 {
 public:
     virtual ~IChartObject() = default;
-    /// 3 for every overlay of this library: tells plug-in overlays from the host's own objects.
+    /// pluginObjectType for every overlay of this library.
     virtual int type() const = 0;
     /// Stops the overlay's activity, to be called before destruction; returns true.
     virtual bool deleteObject() = 0;

@@ -100,7 +100,7 @@ TRADECHARTOBJECT_EXPORT const char *getOrderStatusTxt(QString code);
 } // namespace OrderStatus
 
 /// The trading module's market code for the host's market number, e.g. 0 "SZ", 1 "SH"; empty for
-/// a number that has none. Answers number markets differently: see answerMarketId().
+/// a number that has none. Answers number markets differently: see TradeChannel.h.
 TRADECHARTOBJECT_EXPORT QString getMarketId(short market);
 
 /// Today's local date as yyyymmdd.

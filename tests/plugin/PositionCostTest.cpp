@@ -1,0 +1,597 @@
+#include "tests/support/ByName.h"
+#include "tests/support/OverlayTest.h"
+
+#include "tradechartobject/common/TradeVocabulary.h"
+#include "tradechartobject/objects/PositionCost.h"
+
+#include <QCoreApplication>
+
+#include <cfloat>
+#include <cmath>
+#include <limits>
+
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using namespace TradeChart;
+
+namespace {
+
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+class PositionCostTest : public OverlayTest<PositionCost>
+{
+protected:
+    const Korvane::tagCodeWithName shanghai = makeSecurity(1, "600536", 7001);
+    const Korvane::tagCodeWithName shenzhen = makeSecurity(0, "000001", 7002);
+    const std::vector<Korvane::AnalyData> threeDays = {makeDayBar(20240102), makeDayBar(20240103),
+                                                       makeDayBar(20240104)};
+
+    static QJsonObject answer(const QJsonObject &data, const QString &cmd = QStringLiteral("HolderCostPrice"))
+    {
+        return {{QStringLiteral("cmd"), cmd}, {QStringLiteral("data"), data}};
+    }
+
+    static QJsonObject holding(const char *code, const char *market, const QJsonValue &costPrice)
+    {
+        return {{QStringLiteral("stkcode"), QLatin1String(code)},
+                {QStringLiteral("market"), QLatin1String(market)},
+                {QStringLiteral("costprice"), costPrice}};
+    }
+
+    static void hearCost(const QString &text)
+    {
+        hear(Topic::TRADEQUERY, answer(holding("600536", "1", text)));
+    }
+
+    /// The cost that is drawn now; none when no line is.
+    std::optional<double> drawnCost()
+    {
+        paint();
+        for (const FakePainter::Call &call : painter.calls) {
+            if (call.kind == FakePainter::Call::LineSeries && !call.values.empty()) {
+                return call.values.front();
+            }
+        }
+        return std::nullopt;
+    }
+
+    /// An object that shows 600536 on three daily bars and has asked for its cost.
+    void createOnShanghai()
+    {
+        create();
+        calc(shanghai, threeDays, 4);
+    }
+};
+
+// Set-up and end
+
+TEST_F(PositionCostTest, JoinsTheTerminalsBusListensAndSubscribesInThisOrder)
+{
+    create();
+    EXPECT_EQ(bus().operations,
+              (QStringList{QStringLiteral("create"),
+                           QStringLiteral("connect ") + QCoreApplication::applicationDirPath(),
+                           QStringLiteral("listened to"),
+                           QStringLiteral("subscribe list screen-1 TradeNotify,TradeQuery"),
+                           QStringLiteral("subscribe Global TradeNotify")}));
+}
+
+TEST_F(PositionCostTest, AsksNothingWhenConstructed)
+{
+    create();
+    EXPECT_THAT(questions(), IsEmpty());
+    EXPECT_FALSE(timer()->isActive());
+}
+
+TEST_F(PositionCostTest, RefreshesEveryTenSecondsUnlessConfigured)
+{
+    create();
+    calc(shanghai, threeDays, 4);
+    EXPECT_EQ(timer()->interval(), 10000);
+    EXPECT_TRUE(timer()->isSingleShot());
+}
+
+TEST_F(PositionCostTest, TakesTheRefreshIntervalFromItsConfiguration)
+{
+    create({{QStringLiteral("auto_refresh_time"), 3}});
+    calc(shanghai, threeDays, 4);
+    EXPECT_EQ(timer()->interval(), 3000);
+}
+
+TEST_F(PositionCostTest, ReadsARefreshIntervalSentAsTextAsTheDefault)
+{
+    create({{QStringLiteral("auto_refresh_time"), QStringLiteral("3")}});
+    calc(shanghai, threeDays, 4);
+    EXPECT_EQ(timer()->interval(), 10000);
+}
+
+TEST_F(PositionCostTest, SurvivesARefreshIntervalThatNoTimerCanCount)
+{
+    create({{QStringLiteral("auto_refresh_time"), 2147483647}});
+    calc(shanghai, threeDays, 4);
+    EXPECT_TRUE(timer()->isActive());
+    EXPECT_EQ(timer()->interval(), 2147483647);
+}
+
+TEST_F(PositionCostTest, IsAPluginObjectForTheHost)
+{
+    EXPECT_EQ(create().type(), 3);
+}
+
+TEST_F(PositionCostTest, LeavesTheBusWhenDestroyed)
+{
+    create();
+    bus().operations.clear();
+    destroy();
+    EXPECT_EQ(bus().operations, (QStringList{QStringLiteral("disconnect"), QStringLiteral("destroy")}));
+    EXPECT_EQ(bus().endPointCount(), 0);
+}
+
+TEST_F(PositionCostTest, EndsItsTimerOnDeleteObject)
+{
+    createOnShanghai();
+    EXPECT_TRUE(overlay->deleteObject());
+    EXPECT_EQ(timer(), nullptr);
+    EXPECT_TRUE(overlay->deleteObject()) << "a second call finds nothing to end";
+}
+
+TEST_F(PositionCostTest, DoesNothingMoreAfterDeleteObject)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    overlay->deleteObject();
+    axis.updated.clear();
+
+    EXPECT_TRUE(calc(shenzhen, threeDays, 4));
+    hearCost(QStringLiteral("60"));
+
+    EXPECT_THAT(questions(), SizeIs(1));
+    EXPECT_THAT(axis.updated, IsEmpty());
+    EXPECT_TRUE(paint());
+    EXPECT_EQ(overlay->hitTest(0, axis.yOf(50)), 0);
+}
+
+TEST_F(PositionCostTest, IsDestroyedByTheHostInsideARepaintRequest)
+{
+    createOnShanghai();
+    axis.onUpdate = [this] { destroy(); };
+    hearCost(QStringLiteral("50"));
+    EXPECT_EQ(bus().endPointCount(), 0);
+}
+
+// Asking
+
+TEST_F(PositionCostTest, AsksForTheCostAtOnceWhenASecurityComes)
+{
+    createOnShanghai();
+    ASSERT_THAT(bus().sent, SizeIs(1));
+    EXPECT_EQ(bus().sent[0].channel, "Global");
+    EXPECT_EQ(bus().sent[0].topic, "TradeQuery");
+    EXPECT_EQ(bus().sent[0].payload,
+              R"({"cmd":"HolderCostPrice","market":"SH","screenId":"screen-1","stkcode":"600536"})");
+}
+
+TEST_F(PositionCostTest, AsksAgainOnlyForAnotherIdentityWord)
+{
+    createOnShanghai();
+    calc(shanghai, threeDays, 4);
+    calc(makeSecurity(0, "000001", 7001), threeDays, 4);
+    EXPECT_THAT(questions(), SizeIs(1)) << "code and market alone do not make another security";
+    calc(shenzhen, threeDays, 4);
+    EXPECT_EQ(questions().back(),
+              R"({"cmd":"HolderCostPrice","market":"SZ","screenId":"screen-1","stkcode":"000001"})");
+}
+
+TEST_F(PositionCostTest, AsksNothingWhileTheMarketNumberIsMinusOne)
+{
+    create();
+    calc(makeSecurity(-1, "600536", 9), threeDays, 4);
+    overlay->sendQueryPositionCostReq();
+    EXPECT_THAT(questions(), IsEmpty());
+}
+
+TEST_F(PositionCostTest, AsksWithAnEmptyMarketForANumberWithoutACode)
+{
+    create();
+    calc(makeSecurity(12, "X", 9), threeDays, 4);
+    EXPECT_THAT(questions(),
+                ElementsAre(R"({"cmd":"HolderCostPrice","market":"","screenId":"screen-1","stkcode":"X"})"));
+}
+
+TEST_F(PositionCostTest, SendsTheScreenIdAsUtf8)
+{
+    axis.screen = "屏幕 1";
+    createOnShanghai();
+    EXPECT_EQ(
+        QJsonDocument::fromJson(questions().at(0)).object().value(QStringLiteral("screenId")).toString(),
+        QStringLiteral("屏幕 1"));
+}
+
+TEST_F(PositionCostTest, ReadsACodeWithoutItsEndNoFurtherThanTheRecord)
+{
+    Korvane::tagCodeWithName security = shanghai;
+    std::fill(std::begin(security.code), std::end(security.code), '6');
+    create();
+    calc(security, threeDays, 4);
+    EXPECT_EQ(QJsonDocument::fromJson(questions().at(0))
+                  .object()
+                  .value(QStringLiteral("stkcode"))
+                  .toString()
+                  .size(),
+              static_cast<int>(sizeof security.code));
+}
+
+TEST_F(PositionCostTest, LogsWhatItSent)
+{
+    const LogCapture log;
+    createOnShanghai();
+    EXPECT_THAT(
+        log.lines(QtDebugMsg),
+        ElementsAre(QStringLiteral(
+            R"(send sendQueryPositionCostReq: "{\"cmd\":\"HolderCostPrice\",\"market\":\"SH\",\"screenId\":\"screen-1\",\"stkcode\":\"600536\"}")")));
+}
+
+TEST_F(PositionCostTest, KeepsSilentWhenTheBusRefusesTheQuestion)
+{
+    const LogCapture log;
+    bus().takesMessages = false;
+    createOnShanghai();
+    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_TRUE(timer()->isActive()) << "the timer is the only retry";
+}
+
+TEST_F(PositionCostTest, AsksOncePerCalcItWhenTheTimerEnds)
+{
+    create({{QStringLiteral("auto_refresh_time"), 1}});
+    calc(shanghai, threeDays, 4);
+    ASSERT_TRUE(waitFor([] { return questions().size() == 2; }));
+    EXPECT_FALSE(timer()->isActive()) << "nobody has redrawn since";
+    calc(shanghai, threeDays, 4);
+    EXPECT_THAT(questions(), SizeIs(2));
+    EXPECT_TRUE(timer()->isActive());
+    EXPECT_TRUE(waitFor([] { return questions().size() == 3; }));
+}
+
+TEST_F(PositionCostTest, LetsARunningTimerRun)
+{
+    createOnShanghai();
+    const int left = timer()->remainingTime();
+    ASSERT_TRUE(waitFor([&] { return timer()->remainingTime() < left - 20; }));
+    const int leftNow = timer()->remainingTime();
+    calc(shanghai, threeDays, 4);
+    EXPECT_LE(timer()->remainingTime(), leftNow);
+}
+
+// Answers
+
+TEST_F(PositionCostTest, TakesTheCostAndAsksTheHostToRepaintIt)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50.125"));
+    EXPECT_EQ(drawnCost(), 50.125);
+    EXPECT_THAT(axis.updated, ElementsAre(static_cast<Korvane::IChartObject *>(overlay)));
+}
+
+struct IgnoredMessage
+{
+    const char *name;
+    const char *topic;
+    const char *payload;
+};
+
+class PositionCostIgnores : public PositionCostTest, public ::testing::WithParamInterface<IgnoredMessage>
+{
+};
+
+TEST_P(PositionCostIgnores, AndKeepsItsCost)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    axis.updated.clear();
+    const LogCapture log;
+    hear(GetParam().topic, QByteArray(GetParam().payload));
+    EXPECT_EQ(drawnCost(), 50.0);
+    EXPECT_THAT(axis.updated, IsEmpty());
+    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+}
+
+#define COST_DATA(market, code)                                                                              \
+    "\"data\":{\"stkcode\":\"" code "\",\"market\":\"" market "\",\"costprice\":\"60\"}}"
+
+INSTANTIATE_TEST_SUITE_P(
+    Messages, PositionCostIgnores,
+    ::testing::Values(
+        IgnoredMessage{"OfAnotherTopic", "TradeNotify",
+                       R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600536")},
+        IgnoredMessage{"OfATopicInOtherCase", "tradequery",
+                       R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600536")},
+        IgnoredMessage{"WithAnotherCommand", "TradeQuery",
+                       R"({"cmd":"TodayTrade",)" COST_DATA("1", "600536")},
+        IgnoredMessage{"WithTheCommandInOtherCase", "TradeQuery",
+                       R"({"cmd":"holdercostprice",)" COST_DATA("1", "600536")},
+        IgnoredMessage{"WithoutACommand", "TradeQuery", "{" COST_DATA("1", "600536")},
+        IgnoredMessage{"ThatAreAnEmptyObject", "TradeQuery", "{}"},
+        IgnoredMessage{"ThatAreAnArray", "TradeQuery", "[]"},
+        IgnoredMessage{"ThatAreNoJson", "TradeQuery", "{\"cmd\":\"HolderCostPrice\","},
+        IgnoredMessage{"ThatAreEmpty", "TradeQuery", ""},
+        IgnoredMessage{"OfAnotherSecurity", "TradeQuery",
+                       R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600519")},
+        IgnoredMessage{"OfAnotherMarket", "TradeQuery",
+                       R"({"cmd":"HolderCostPrice",)" COST_DATA("2", "600536")},
+        IgnoredMessage{"WithTheHostsMarketNumber", "TradeQuery",
+                       R"({"cmd":"HolderCostPrice",)" COST_DATA("0", "600536")},
+        IgnoredMessage{"WithAMarketCode", "TradeQuery",
+                       R"({"cmd":"HolderCostPrice",)" COST_DATA("SH", "600536")},
+        IgnoredMessage{
+            "WithTheMarketAsANumber", "TradeQuery",
+            R"({"cmd":"HolderCostPrice","data":{"stkcode":"600536","market":1,"costprice":"60"}})"},
+        IgnoredMessage{
+            "WithTheCodeAsANumber", "TradeQuery",
+            R"({"cmd":"HolderCostPrice","data":{"stkcode":600536,"market":"1","costprice":"60"}})"},
+        IgnoredMessage{
+            "WhoseDataIsAnArray", "TradeQuery",
+            R"({"cmd":"HolderCostPrice","data":[{"stkcode":"600536","market":"1","costprice":"60"}]})"},
+        IgnoredMessage{"WithoutData", "TradeQuery",
+                       R"({"cmd":"HolderCostPrice","stkcode":"600536","market":"1","costprice":"60"})"}),
+    ByName());
+
+struct MarketMatch
+{
+    const char *name;
+    int hostMarket;
+    const char *answerMarket;
+    bool matches;
+};
+
+class PositionCostMarket : public PositionCostTest, public ::testing::WithParamInterface<MarketMatch>
+{
+};
+
+TEST_P(PositionCostMarket, IsNumberedDifferentlyByHostAndTradingModule)
+{
+    create();
+    calc(makeSecurity(GetParam().hostMarket, "X1", 5), threeDays, 4);
+    hear(Topic::TRADEQUERY, answer(holding("X1", GetParam().answerMarket, QStringLiteral("50"))));
+    EXPECT_EQ(drawnCost().has_value(), GetParam().matches);
+}
+
+INSTANTIATE_TEST_SUITE_P(Numbers, PositionCostMarket,
+                         ::testing::Values(MarketMatch{"ShenzhenIsTwo", 0, "2", true},
+                                           MarketMatch{"ShenzhenIsNotZero", 0, "0", false},
+                                           MarketMatch{"ShenzhenIsNotOne", 0, "1", false},
+                                           MarketMatch{"ShanghaiIsOne", 1, "1", true},
+                                           MarketMatch{"ShanghaiIsNotTwo", 1, "2", false},
+                                           MarketMatch{"ShanghaiIsOneAfterSixteenBits", 1, "65537", true},
+                                           MarketMatch{"ANumberBeyondAllRangeIsNone", 1, "99999999999",
+                                                       false},
+                                           MarketMatch{"HongKongHasNone", 2, "2", false},
+                                           MarketMatch{"AMarketWithoutCodeNeverMatches", 12, "0", false}),
+                         ByName());
+
+TEST_F(PositionCostTest, ComparesCodesWithoutRegardToLetterCase)
+{
+    create();
+    calc(makeSecurity(1, "abC1", 5), threeDays, 4);
+    hear(Topic::TRADEQUERY, answer(holding("ABc1", "1", QStringLiteral("50"))));
+    EXPECT_EQ(drawnCost(), 50.0);
+}
+
+TEST_F(PositionCostTest, ForgetsTheCostWithoutARepaintWhenNothingIsHeld)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    axis.updated.clear();
+    hear(Topic::TRADEQUERY, answer({{QStringLiteral("stkcode"), QStringLiteral("600536")},
+                                    {QStringLiteral("market"), QStringLiteral("1")}}));
+    EXPECT_EQ(drawnCost(), std::nullopt);
+    EXPECT_THAT(axis.updated, IsEmpty());
+}
+
+struct CostText
+{
+    const char *name;
+    QJsonValue sent;
+    std::optional<double> drawn;
+};
+
+class PositionCostReads : public PositionCostTest, public ::testing::WithParamInterface<CostText>
+{
+};
+
+TEST_P(PositionCostReads, FromTheAnswer)
+{
+    createOnShanghai();
+    hear(Topic::TRADEQUERY, answer(holding("600536", "1", GetParam().sent)));
+    EXPECT_EQ(drawnCost(), GetParam().drawn);
+    EXPECT_THAT(axis.updated, SizeIs(1));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Costs, PositionCostReads,
+    ::testing::Values(CostText{"ADecimalText", QStringLiteral("12.345"), 12.345},
+                      CostText{"AJsonNumberAsZero", 12.345, 0.0}, CostText{"NullAsZero", QJsonValue(), 0.0},
+                      CostText{"WordsAsZero", QStringLiteral("none"), 0.0},
+                      CostText{"NanAsNoLine", QStringLiteral("nan"), std::nullopt},
+                      CostText{"InfinityAsNoLine", QStringLiteral("inf"), std::nullopt},
+                      CostText{"AnAbsurdNumberAsNoLine", QStringLiteral("1e999"), std::nullopt}),
+    ByName());
+
+TEST_F(PositionCostTest, ForgetsTheCostWithTheSecurity)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    calc(shenzhen, threeDays, 4);
+    EXPECT_EQ(drawnCost(), std::nullopt);
+    hearCost(QStringLiteral("51"));
+    EXPECT_EQ(drawnCost(), std::nullopt) << "a late answer for the security before";
+}
+
+TEST_F(PositionCostTest, KeepsTheCostWhenOnlyTheBarsChange)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    calc(shanghai, {makeDayBar(20240105)}, 5);
+    EXPECT_EQ(drawnCost(), 50.0);
+}
+
+// Painting
+
+TEST_F(PositionCostTest, DrawsALineOverAllBarsThenItsLabelThenEnds)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50.1236"));
+    EXPECT_TRUE(paint());
+    ASSERT_THAT(painter.calls, SizeIs(3));
+    EXPECT_EQ(painter.calls[0].kind, FakePainter::Call::LineSeries);
+    EXPECT_THAT(painter.calls[0].values, ElementsAre(50.1236, 50.1236, 50.1236));
+    EXPECT_THAT(painter.calls[0].ints, ElementsAre(0));
+    EXPECT_EQ(painter.calls[0].number, 1.0);
+    EXPECT_EQ(painter.calls[1].kind, FakePainter::Call::SeriesLabel);
+    EXPECT_THAT(painter.calls[1].values, ElementsAre(50.1236, 50.1236, 50.1236));
+    EXPECT_EQ(painter.calls[1].text, "持仓成本:50.124");
+    EXPECT_THAT(painter.calls[1].ints, ElementsAre(-1));
+    EXPECT_EQ(painter.calls[2].kind, FakePainter::Call::EndPaint);
+}
+
+TEST_F(PositionCostTest, CutsTheLabelOfAnAbsurdCostTo127Bytes)
+{
+    axis.high = DBL_MAX;
+    createOnShanghai();
+    hearCost(QStringLiteral("1e300"));
+    paint();
+    ASSERT_THAT(painter.calls, SizeIs(3));
+    EXPECT_EQ(painter.calls[1].text.size(), 127);
+    EXPECT_TRUE(painter.calls[1].text.startsWith("持仓成本:1000000000000000052504760255204420248704468581"));
+}
+
+struct ScaleCase
+{
+    const char *name;
+    double low;
+    double high;
+    bool drawn;
+};
+
+class PositionCostScale : public PositionCostTest, public ::testing::WithParamInterface<ScaleCase>
+{
+};
+
+TEST_P(PositionCostScale, DecidesWhetherACostOfFiftyIsDrawn)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    axis.low = GetParam().low;
+    axis.high = GetParam().high;
+    EXPECT_EQ(drawnCost().has_value(), GetParam().drawn);
+    EXPECT_EQ(painter.calls.back().kind, FakePainter::Call::EndPaint);
+}
+
+INSTANTIATE_TEST_SUITE_P(Ranges, PositionCostScale,
+                         ::testing::Values(ScaleCase{"Inside", 49, 51, true},
+                                           ScaleCase{"ExactlyLow", 50, 51, true},
+                                           ScaleCase{"ExactlyHigh", 49, 50, true},
+                                           ScaleCase{"JustBelow", 50.0000001, 51, false},
+                                           ScaleCase{"JustAbove", 49, 49.9999999, false}),
+                         ByName());
+
+TEST_F(PositionCostTest, OnlyEndsThePaintWithoutAPriceScale)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    axis.hasPriceScale = false;
+    EXPECT_TRUE(paint());
+    ASSERT_THAT(painter.calls, SizeIs(1));
+    EXPECT_EQ(painter.calls[0].kind, FakePainter::Call::EndPaint);
+}
+
+TEST_F(PositionCostTest, OnlyEndsThePaintWithoutBars)
+{
+    create();
+    EXPECT_TRUE(calc(shanghai, {}, 4));
+    hearCost(QStringLiteral("50"));
+    EXPECT_TRUE(paint());
+    EXPECT_THAT(painter.calls, SizeIs(1));
+}
+
+TEST_F(PositionCostTest, OnlyEndsThePaintBeforeAnAnswer)
+{
+    createOnShanghai();
+    EXPECT_TRUE(paint());
+    EXPECT_THAT(painter.calls, SizeIs(1));
+}
+
+TEST_F(PositionCostTest, IsDrawnOnAPeriodOfNeitherKind)
+{
+    create();
+    calc(shanghai, threeDays, 8);
+    hearCost(QStringLiteral("50"));
+    EXPECT_EQ(drawnCost(), 50.0);
+}
+
+TEST_F(PositionCostTest, TakesImpossibleBarsAsNone)
+{
+    create();
+    EXPECT_TRUE(overlay->calcIt(shanghai, threeDays.data(), -1, Korvane::DayPeriod, 0, 0));
+    EXPECT_TRUE(overlay->calcIt(shanghai, nullptr, 3, Korvane::DayPeriod, 0, 0));
+    hearCost(QStringLiteral("50"));
+    EXPECT_EQ(drawnCost(), std::nullopt);
+}
+
+// Scale and mouse
+
+TEST_F(PositionCostTest, NeverWidensThePriceScale)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    int untouched = 4711;
+    EXPECT_EQ(overlay->maximizeValue(untouched), DBL_MIN);
+    EXPECT_EQ(overlay->minimizeValue(untouched), DBL_MAX);
+    EXPECT_EQ(untouched, 4711);
+    EXPECT_FALSE(overlay->calcRatio(1, 2));
+}
+
+TEST_F(PositionCostTest, IsHitWithinFivePixelsOfTheLine)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    const double line = axis.yOf(50);
+    EXPECT_EQ(overlay->hitTest(-1000, line), 0) << "x does not matter";
+    EXPECT_EQ(overlay->hitTest(0, line - 5.0), 0);
+    EXPECT_EQ(overlay->hitTest(0, line + 5.0), 0);
+    EXPECT_EQ(overlay->hitTest(0, line - 5.01), -1);
+    EXPECT_EQ(overlay->hitTest(0, line + 5.01), -1);
+}
+
+TEST_F(PositionCostTest, IsHitWhereTheLineIsNotDrawnJustNow)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    axis.hasPriceScale = false;
+    EXPECT_EQ(overlay->hitTest(0, axis.yOf(50)), 0);
+}
+
+TEST_F(PositionCostTest, IsNotHitWithoutACost)
+{
+    createOnShanghai();
+    EXPECT_EQ(overlay->hitTest(0, axis.yOf(50)), -1);
+    EXPECT_EQ(overlay->hitTest(0, nan), -1);
+}
+
+TEST_F(PositionCostTest, IgnoresTheMouse)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    axis.updated.clear();
+    overlay->handleMousePress(0, axis.yOf(50));
+    overlay->handleMousePressR(0, axis.yOf(50));
+    overlay->handleMouseRelease(0, axis.yOf(50));
+    overlay->handleMouseReleaseR(0, axis.yOf(50));
+    overlay->handleMouseMove(0, axis.yOf(50));
+    EXPECT_THAT(questions(), SizeIs(1));
+    EXPECT_THAT(axis.updated, IsEmpty());
+    EXPECT_THAT(axis.popups, IsEmpty());
+}
+
+} // namespace

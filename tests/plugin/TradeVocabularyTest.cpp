@@ -1,0 +1,219 @@
+#include "tradechartobject/common/TradeVocabulary.h"
+
+#include <gmock/gmock.h>
+
+#include <QDate>
+#include <QString>
+
+#include <cmath>
+#include <limits>
+
+using namespace TradeChart;
+
+namespace {
+
+struct Word
+{
+    const char *constant;
+    const char *const *value;
+    const char *text;
+};
+
+#define WORD(group, name, text)                                                                              \
+    Word                                                                                                     \
+    {                                                                                                        \
+#        group "::" #        name, &group::name, text                                                        \
+    }
+
+// What travels on the bus, written out a second time: a slip of the pen in the code is not repeated here.
+const Word words[] = {
+    WORD(Topic, TRADENOTIFY, "TradeNotify"),
+    WORD(Topic, TRADEQUERY, "TradeQuery"),
+    WORD(Topic, ENTRUSTQUERY, "EntrustQuery"),
+    WORD(CmdType, HISTORYTRADE, "HistoryTrade"),
+    WORD(CmdType, TODAYTRADE, "TodayTrade"),
+    WORD(CmdType, HOLDERCOSTPRICE, "HolderCostPrice"),
+    WORD(CmdType, ENTRUSTTODAYTRADE, "EntrustTodayTrade"),
+    WORD(CmdType, ENTRUSTHISTORYTRADE, "EntrustHistoryTrade"),
+    WORD(CmdType, ENTRUSTCANCEL, "EntrustCancel"),
+    WORD(TradeKeyFields, ALGORITHMTYPE, "type"),
+    WORD(TradeKeyFields, AUTOREFRESHTIME, "auto_refresh_time"),
+    WORD(TradeKeyFields, PARAM, "param"),
+    WORD(TradeKeyFields, CMD, "cmd"),
+    WORD(TradeKeyFields, SCREENID, "screenId"),
+    WORD(TradeKeyFields, STKCODE, "stkcode"),
+    WORD(TradeKeyFields, DATA, "data"),
+    WORD(TradeKeyFields, MARKET, "market"),
+    WORD(TradeKeyFields, OBJECTID, "objectId"),
+    WORD(TradeKeyFields, START, "start"),
+    WORD(TradeKeyFields, END, "end"),
+    WORD(TradeKeyFields, BUY, "buy"),
+    WORD(TradeKeyFields, DATE, "date"),
+    WORD(TradeKeyFields, PRICE, "price"),
+    WORD(TradeKeyFields, VOL, "vol"),
+    WORD(TradeKeyFields, COSTPRICE, "costprice"),
+    WORD(TradeKeyFields, STKNAME, "stkname"),
+    WORD(TradeKeyFields, RTSBSFLAG, "bsflag2"),
+    WORD(TradeKeyFields, RTSMATCHTIME, "matchtime"),
+    WORD(TradeKeyFields, RTSMATCHPRICE, "matchprice"),
+    WORD(TradeKeyFields, RTSMATCHQTY, "matchqty"),
+    WORD(TradeKeyFields, RTSMATCHAMT, "matchamt"),
+    WORD(TradeKeyFields, RTSDATE, "bizdate"),
+    WORD(TradeKeyFields, RTSORDERNO, "ordersno"),
+    WORD(TradeKeyFields, RTSORDERDATE, "orderdate"),
+    WORD(TradeKeyFields, RTSORDERSTATUS, "orderstatus"),
+    WORD(TradeKeyFields, RTSCANCELQTY, "cancelqty"),
+    WORD(TradeKeyFields, RTSCANCELFLAG, "cancelflag"),
+    WORD(TradeKeyFields, RTSENTRUSTPRICE, "orderprice"),
+    WORD(TradeKeyFields, RTSENTRUSTQTY, "orderqty"),
+    WORD(TradeKeyFields, RTSFUNDID, "fundid"),
+    WORD(TradeKeyFields, RTSENTRUSTTIME, "opertime"),
+    WORD(TradeKeyFields, RTSENTRUSTDATE, "operdate"),
+    WORD(TradeKeyFields, ERRCODE, "errcode"),
+    WORD(TradeKeyFields, SUCCESS, "success"),
+    WORD(TradeKeyFields, MSG, "msg"),
+    WORD(TradeKeyFields, MSGOK, "msgok "),
+    WORD(BSFlag, BUY, "B"),
+    WORD(BSFlag, SELL, "S"),
+    WORD(OrderStatus, None, "0"),
+    WORD(OrderStatus, Quoting, "1"),
+    WORD(OrderStatus, Quoted, "2"),
+    WORD(OrderStatus, QuotedWaittingCancel, "3"),
+    WORD(OrderStatus, PartDealWaittingCancel, "4"),
+    WORD(OrderStatus, PartCanceled, "5"),
+    WORD(OrderStatus, Canceled, "6"),
+    WORD(OrderStatus, PartDeal, "7"),
+    WORD(OrderStatus, Dealed, "8"),
+    WORD(OrderStatus, AbolishedOrder, "9"),
+    WORD(OrderStatus, WaittingQuote, "A"),
+    WORD(OrderStatus, QuotingB, "B"),
+    WORD(OrderStatus, Conformed, "G"),
+};
+
+void PrintTo(const Word &word, std::ostream *out)
+{
+    *out << word.constant;
+}
+
+class VocabularyWord : public ::testing::TestWithParam<Word>
+{
+};
+
+TEST_P(VocabularyWord, IsSpelledAsTheTradingModuleSpellsIt)
+{
+    EXPECT_STREQ(*GetParam().value, GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Words, VocabularyWord, ::testing::ValuesIn(words), [](const auto &row) {
+    return QString::fromLatin1(row.param.constant).remove(QStringLiteral("::")).toStdString();
+});
+
+struct StatusText
+{
+    const char *code;
+    const char *text;
+};
+
+class StatusTextOf : public ::testing::TestWithParam<StatusText>
+{
+};
+
+TEST_P(StatusTextOf, IsShownForTheCode)
+{
+    EXPECT_STREQ(OrderStatus::getOrderStatusTxt(QLatin1String(GetParam().code)), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Codes, StatusTextOf,
+    ::testing::Values(StatusText{"0", "未报"}, StatusText{"1", "正报"}, StatusText{"2", "已报"},
+                      StatusText{"3", "已报待撤"}, StatusText{"4", "部成待撤"}, StatusText{"5", "部撤"},
+                      StatusText{"6", "已撤"}, StatusText{"7", "部成"}, StatusText{"8", "已成"},
+                      StatusText{"9", "废单"}, StatusText{"A", "待报"}, StatusText{"a", "待报"},
+                      StatusText{"B", "正报"}, StatusText{"b", "正报"}, StatusText{"G", "已确认"},
+                      StatusText{"g", "已确认"}, StatusText{"C", nullptr}, StatusText{"", nullptr},
+                      StatusText{"00", nullptr}, StatusText{" 0", nullptr}));
+
+struct Market
+{
+    short number;
+    const char *code;
+};
+
+class MarketIdOf : public ::testing::TestWithParam<Market>
+{
+};
+
+TEST_P(MarketIdOf, IsTheTradingModulesCode)
+{
+    EXPECT_EQ(getMarketId(GetParam().number), QLatin1String(GetParam().code));
+}
+
+INSTANTIATE_TEST_SUITE_P(Numbers, MarketIdOf,
+                         ::testing::Values(Market{0, "SZ"}, Market{1, "SH"}, Market{2, "HK"}, Market{3, "SF"},
+                                           Market{4, "SC"}, Market{5, "DC"}, Market{6, "ZC"}, Market{7, "BH"},
+                                           Market{8, "SJ"}, Market{9, "LDJ"}, Market{10, "TJ"},
+                                           Market{11, "WH"}, Market{24, "OIL"}, Market{12, ""},
+                                           Market{23, ""}, Market{25, ""}, Market{-1, ""}, Market{32767, ""},
+                                           Market{-32768, ""}));
+
+struct SideCode
+{
+    const char *code;
+    const char *side;
+};
+
+class SideOf : public ::testing::TestWithParam<SideCode>
+{
+};
+
+TEST_P(SideOf, IsTakenFromTheDirectionCode)
+{
+    EXPECT_EQ(::toBsFlag(QLatin1String(GetParam().code)), QLatin1String(GetParam().side));
+}
+
+INSTANTIATE_TEST_SUITE_P(BuyCodes, SideOf,
+                         ::testing::Values(SideCode{"0B", "B"}, SideCode{"0b", "B"}, SideCode{"0c", "B"},
+                                           SideCode{"0d", "B"}, SideCode{"0e", "B"}, SideCode{"0a", "B"},
+                                           SideCode{"0q", "B"}, SideCode{"0w", "B"}, SideCode{"0y", "B"},
+                                           SideCode{"0.", "B"}, SideCode{"0l", "B"}));
+INSTANTIATE_TEST_SUITE_P(SellCodes, SideOf,
+                         ::testing::Values(SideCode{"0S", "S"}, SideCode{"0g", "S"}, SideCode{"0h", "S"},
+                                           SideCode{"0i", "S"}, SideCode{"0j", "S"}, SideCode{"0r", "S"},
+                                           SideCode{"0v", "S"}, SideCode{"0x", "S"}, SideCode{"0z", "S"},
+                                           SideCode{"0`", "S"}, SideCode{"0m", "S"}, SideCode{"0o", "S"},
+                                           SideCode{"0f", "S"}));
+INSTANTIATE_TEST_SUITE_P(NoCodes, SideOf,
+                         ::testing::Values(SideCode{"B", ""}, SideCode{"S", ""}, SideCode{"", ""},
+                                           SideCode{"0B ", ""}, SideCode{"0s", ""}, SideCode{"0F", ""},
+                                           SideCode{"0C", ""}, SideCode{"1B", ""}, SideCode{"0", ""}));
+
+TEST(TradeVocabulary, GivesTodaysLocalDate)
+{
+    const auto before = currentDate();
+    const QDate today = QDate::currentDate();
+    const auto after = currentDate();
+    const std::int64_t expected = today.toString(QStringLiteral("yyyyMMdd")).toLongLong();
+    EXPECT_TRUE(expected == before || expected == after); // midnight may fall between the calls
+}
+
+TEST(TradeVocabulary, RoundsAsDecimalFormattingDoes)
+{
+    EXPECT_EQ(TradeChart::round<double>(1.23456, 3), 1.235);
+    EXPECT_EQ(TradeChart::round<double>(7.0, 0), 7.0);
+    EXPECT_EQ(TradeChart::round<double>(10.1226, 3), 10.123);
+    EXPECT_EQ(TradeChart::round<double>(-1.0005, 3), std::stod("-1.000"))
+        << "the stored value is just above -1.0005";
+    EXPECT_EQ(TradeChart::round<double>(2.5, 0), 2.0) << "decimal formatting rounds a tie to even";
+    EXPECT_EQ(TradeChart::round<double>(1.005, 2), 1.0) << "the stored value is just below 1.005";
+    EXPECT_EQ(TradeChart::round<double>(std::numeric_limits<double>::max(), 2),
+              std::numeric_limits<double>::max());
+}
+
+TEST(TradeVocabulary, LeavesWhatIsNoNumberWhenRounding)
+{
+    EXPECT_TRUE(std::isnan(TradeChart::round<double>(std::numeric_limits<double>::quiet_NaN(), 3)));
+    EXPECT_EQ(TradeChart::round<double>(std::numeric_limits<double>::infinity(), 3),
+              std::numeric_limits<double>::infinity());
+}
+
+} // namespace

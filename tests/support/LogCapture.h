@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+#include <vector>
+
+/// Collects Qt's log while it lives, with debug lines on or off.
+class LogCapture
+{
+public:
+    enum class Debug { Off, On };
+
+    explicit LogCapture(Debug debug = Debug::On);
+    ~LogCapture();
+    LogCapture(const LogCapture &) = delete;
+    LogCapture &operator=(const LogCapture &) = delete;
+
+    struct Line
+    {
+        QtMsgType type;
+        QString text;
+    };
+
+    /// The lines of one level, oldest first.
+    std::vector<QString> lines(QtMsgType type) const;
+
+private:
+    static void collect(QtMsgType type, const QMessageLogContext &context, const QString &text);
+
+    static LogCapture *s_active;
+    std::vector<Line> m_lines;
+    QtMessageHandler m_previous;
+};

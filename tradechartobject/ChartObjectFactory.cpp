@@ -1,0 +1,47 @@
+#include "tradechartobject/ChartObjectFactory.h"
+
+#include "tradechartobject/common/TradeChannel.h"
+#include "tradechartobject/common/TradeVocabulary.h"
+#include "tradechartobject/objects/PositionCost.h"
+
+#include <QDebug>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+constexpr int noAlgorithmType = -1;
+
+template <class Overlay>
+Korvane::IChartObject *create(Korvane::IChartAxis &axis, const QJsonObject &config)
+{
+    return new Overlay(axis, config, nullptr);
+}
+
+struct OverlayKind
+{
+    int algorithmType;
+    Korvane::IChartObject *(*create)(Korvane::IChartAxis &, const QJsonObject &);
+};
+
+constexpr OverlayKind overlayKinds[] = {
+    {0, &create<PositionCost>},
+};
+
+} // namespace
+
+Korvane::IChartObject *CreateChartObject(Korvane::IChartAxis &axis, const char *json)
+{
+    const QJsonObject config = TradeChart::TradeChannel::parseObject(json).value_or(QJsonObject());
+    const int algorithmType =
+        config.value(QLatin1String(TradeChart::TradeKeyFields::ALGORITHMTYPE)).toInt(noAlgorithmType);
+    const auto kind = std::find_if(
+        std::begin(overlayKinds), std::end(overlayKinds),
+        [algorithmType](const OverlayKind &candidate) { return candidate.algorithmType == algorithmType; });
+    if (kind == std::end(overlayKinds)) {
+        qCritical() << "Unknown algorithmType in CreateChartObject(), algorithmType is :" << algorithmType;
+        return nullptr;
+    }
+    return kind->create(axis, config);
+}

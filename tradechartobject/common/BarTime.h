@@ -1,0 +1,34 @@
+// Bar times: the host packs the time of a bar into one word; the overlays use sortable numbers.
+//
+// A date-time is yyyymmddhhmmss as a 64-bit integer, its trading day is yyyymmdd.
+#pragma once
+
+#include "tradechartobject/ChartInterface.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace TradeChart {
+
+/// True for the periods whose bars carry a packed minute stamp.
+bool isMinutePeriod(Korvane::Period period);
+
+/// True for the periods whose bars carry a date.
+bool isDayPeriod(Korvane::Period period);
+
+/// Date-time of a bar: its minute with second 00 for minute periods, the last second of its day for
+/// day periods, 0 for periods of neither kind.
+std::int64_t barTime(std::uint32_t timeWord, Korvane::Period period);
+
+/// Replaces `times` by the date-times of the `count` bars, in the bars' order. A count below zero
+/// or a null `bars` counts as no bars.
+void decodeBarTimes(const Korvane::AnalyData *bars, int count, Korvane::Period period,
+                    std::vector<std::int64_t> &times);
+
+/// yyyymmdd of a date-time.
+constexpr std::int64_t tradingDay(std::int64_t dateTime)
+{
+    return dateTime / 1000000;
+}
+
+} // namespace TradeChart

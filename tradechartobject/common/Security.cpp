@@ -1,0 +1,46 @@
+#include "tradechartobject/common/Security.h"
+
+#include "tradechartobject/common/TradeVocabulary.h"
+
+namespace TradeChart {
+
+namespace {
+
+constexpr std::int8_t noMarket = -1;
+
+} // namespace
+
+Korvane::tagCodeWithName noSecurity()
+{
+    Korvane::tagCodeWithName security{};
+    security.market = noMarket;
+    return security;
+}
+
+bool isSet(const Korvane::tagCodeWithName &security)
+{
+    return security.market != noMarket;
+}
+
+bool isSameSecurity(const Korvane::tagCodeWithName &one, const Korvane::tagCodeWithName &other)
+{
+    return one.identity == other.identity;
+}
+
+QString securityCode(const Korvane::tagCodeWithName &security)
+{
+    const uint length = qstrnlen(security.code, sizeof security.code);
+    return QString::fromUtf8(security.code, static_cast<int>(length));
+}
+
+bool hasCode(const Korvane::tagCodeWithName &security, const QString &code)
+{
+    return securityCode(security).compare(code, Qt::CaseInsensitive) == 0;
+}
+
+QString marketCode(const Korvane::tagCodeWithName &security)
+{
+    return getMarketId(security.market);
+}
+
+} // namespace TradeChart

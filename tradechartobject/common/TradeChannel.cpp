@@ -1,0 +1,138 @@
+#include "tradechartobject/common/TradeChannel.h"
+
+#include "tradechartobject/common/Security.h"
+#include "tradechartobject/common/TradeVocabulary.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QJsonDocument>
+#include <QLoggingCategory>
+
+#include <algorithm>
+#include <limits>
+
+namespace TradeChart {
+namespace TradeChannel {
+
+namespace {
+
+constexpr char globalChannel[] = "Global";
+constexpr int defaultRefreshSeconds = 10;
+
+/// An interval longer than a timer can count waits as long as it can.
+int toMilliseconds(int seconds)
+{
+    constexpr qint64 longest = std::numeric_limits<int>::max();
+    return static_cast<int>(std::min(seconds * qint64{1000}, longest));
+}
+
+} // namespace
+
+int refreshSeconds(const QJsonObject &config)
+{
+    return config.value(QLatin1String(TradeKeyFields::AUTOREFRESHTIME)).toInt(defaultRefreshSeconds);
+}
+
+void joinTerminalBus(LocalCommunication::EndPoint &endPoint)
+{
+    endPoint.connect(QCoreApplication::applicationDirPath());
+}
+
+void subscribeScreen(LocalCommunication::EndPoint &endPoint, Korvane::IChartAxis &axis)
+{
+    endPoint.subscribe(axis.screenId(), QList<QByteArray>{Topic::TRADENOTIFY, Topic::TRADEQUERY});
+    endPoint.subscribe(globalChannel, QByteArray(Topic::TRADENOTIFY));
+}
+
+void restart(QTimer *timer, int seconds)
+{
+    if (timer != nullptr) {
+        timer->start(toMilliseconds(seconds));
+    }
+}
+
+void startIfIdle(QTimer *timer, int seconds)
+{
+    if (timer != nullptr && !timer->isActive()) {
+        restart(timer, seconds);
+    }
+}
+
+void remove(QTimer *&timer)
+{
+    if (timer != nullptr) {
+        timer->stop();
+        delete timer;
+        timer = nullptr;
+    }
+}
+
+QJsonObject securityRequest(const char *command, const Korvane::tagCodeWithName &security)
+{
+    return {{QLatin1String(TradeKeyFields::CMD), QLatin1String(command)},
+            {QLatin1String(TradeKeyFields::STKCODE), securityCode(security)},
+            {QLatin1String(TradeKeyFields::MARKET), marketCode(security)}};
+}
+
+QJsonObject screenRequest(const char *command, const Korvane::tagCodeWithName &security,
+                          Korvane::IChartAxis &axis)
+{
+    QJsonObject request = securityRequest(command, security);
+    request.insert(QLatin1String(TradeKeyFields::SCREENID), QString::fromUtf8(axis.screenId()));
+    return request;
+}
+
+bool publish(LocalCommunication::EndPoint &endPoint, const QByteArray &json)
+{
+    return endPoint.sendMessage(globalChannel, Topic::TRADEQUERY, json);
+}
+
+void logSent(const char *function, const QByteArray &json)
+{
+    if (isDebugLogOn()) {
+        qDebug().nospace() << "send " << function << ": " << QString::fromUtf8(json);
+    }
+}
+
+bool send(LocalCommunication::EndPoint &endPoint, const QJsonObject &request, const char *function)
+{
+    const QByteArray json = QJsonDocument(request).toJson(QJsonDocument::Compact);
+    if (!publish(endPoint, json)) {
+        return false;
+    }
+    logSent(function, json);
+    return true;
+}
+
+std::optional<QJsonObject> parseObject(const QByteArray &payload)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(payload);
+    return document.isObject() ? std::make_optional(document.object()) : std::nullopt;
+}
+
+bool isCommand(const QJsonObject &message, const char *command)
+{
+    return message.value(QLatin1String(TradeKeyFields::CMD)).toString() == QLatin1String(command);
+}
+
+QString answerMarketCode(const QJsonObject &answer)
+{
+    const QString number = answer.value(QLatin1String(TradeKeyFields::MARKET)).toString();
+    // Markets are 16-bit numbers on the wire; a larger one wraps as it does for the trading module.
+    switch (static_cast<std::int16_t>(number.toInt())) {
+    case 1:
+        return QStringLiteral("SH");
+    case 2:
+        return QStringLiteral("SZ");
+    default:
+        return {};
+    }
+}
+
+bool isDebugLogOn()
+{
+    return QLoggingCategory::defaultCategory()->isDebugEnabled();
+}
+
+} // namespace TradeChannel
+} // namespace TradeChart

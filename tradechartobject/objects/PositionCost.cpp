@@ -1,0 +1,156 @@
+#include "tradechartobject/objects/PositionCost.h"
+
+#include "tradechartobject/common/BarTime.h"
+#include "tradechartobject/common/CostLine.h"
+#include "tradechartobject/common/PriceScale.h"
+#include "tradechartobject/common/Security.h"
+#include "tradechartobject/common/TradeChannel.h"
+#include "tradechartobject/common/TradeVocabulary.h"
+
+#include <cmath>
+#include <limits>
+
+using namespace TradeChart;
+
+namespace {
+
+constexpr double unknownPrice = std::numeric_limits<double>::quiet_NaN();
+constexpr int labelDecimals = 3;
+
+} // namespace
+
+PositionCost::PositionCost(Korvane::IChartAxis &axis, QJsonObject config, QObject *parent)
+    : QObject(parent),
+      m_axis(axis),
+      m_endPoint(nullptr),
+      m_code(noSecurity()),
+      m_period(Korvane::NoPeriod),
+      m_costPrice(unknownPrice),
+      m_calcArg(0),
+      m_refreshTimer(nullptr),
+      m_refreshSeconds(TradeChannel::refreshSeconds(config))
+{
+    m_refreshTimer = TradeChannel::createRefreshTimer(this, &PositionCost::sendQueryPositionCostReq);
+    TradeChannel::joinTerminalBus(m_endPoint);
+    TradeChannel::listen(m_endPoint, this, &PositionCost::handleTradeNotify);
+    TradeChannel::subscribeScreen(m_endPoint, m_axis);
+}
+
+PositionCost::~PositionCost()
+{
+    m_endPoint.disconnect();
+}
+
+int PositionCost::type() const
+{
+    return Korvane::pluginObjectType;
+}
+
+bool PositionCost::deleteObject()
+{
+    TradeChannel::remove(m_refreshTimer);
+    return true;
+}
+
+bool PositionCost::calcIt(const Korvane::tagCodeWithName &code, const Korvane::AnalyData *bars, int count,
+                          Korvane::Period period, int a, int)
+{
+    if (m_refreshTimer == nullptr) {
+        return true; // the host has already ended this object
+    }
+    m_period = period;
+    m_calcArg = a;
+    if (!isSameSecurity(code, m_code)) {
+        m_code = code;
+        m_costPrice = unknownPrice;
+        sendQueryPositionCostReq();
+    }
+    decodeBarTimes(bars, count, m_period, m_barTimes);
+    TradeChannel::startIfIdle(m_refreshTimer, m_refreshSeconds);
+    return true;
+}
+
+bool PositionCost::calcRatio(int, int)
+{
+    return false;
+}
+
+double PositionCost::maximizeValue(int &)
+{
+    return neutralMaximum;
+}
+
+double PositionCost::minimizeValue(int &)
+{
+    return neutralMinimum;
+}
+
+bool PositionCost::paintIt(Korvane::IChartPainter &painter)
+{
+    if (isCostVisible()) {
+        drawCostLine(painter, m_barTimes.size(), m_costPrice, labelDecimals);
+    }
+    painter.endPaint();
+    return true;
+}
+
+int PositionCost::hitTest(double, double y)
+{
+    return hitTestCostLine(m_axis, m_costPrice, y);
+}
+
+void PositionCost::handleMousePress(double, double) {}
+
+void PositionCost::handleMousePressR(double, double) {}
+
+void PositionCost::handleMouseRelease(double, double) {}
+
+void PositionCost::handleMouseReleaseR(double, double) {}
+
+void PositionCost::handleMouseMove(double, double) {}
+
+void PositionCost::sendQueryPositionCostReq()
+{
+    if (isSet(m_code)) {
+        TradeChannel::send(m_endPoint, TradeChannel::screenRequest(CmdType::HOLDERCOSTPRICE, m_code, m_axis),
+                           __func__);
+    }
+}
+
+void PositionCost::handleTradeNotify(QByteArray topic, QByteArray payload)
+{
+    if (m_refreshTimer == nullptr || topic != Topic::TRADEQUERY) {
+        return;
+    }
+    const auto answer = TradeChannel::parseObject(payload);
+    if (!answer || !TradeChannel::isCommand(*answer, CmdType::HOLDERCOSTPRICE)) {
+        return;
+    }
+    const QJsonObject holding = answer->value(QLatin1String(TradeKeyFields::DATA)).toObject();
+    if (!isAnswerForUs(holding)) {
+        return;
+    }
+    const QJsonValue costPrice = holding.value(QLatin1String(TradeKeyFields::COSTPRICE));
+    if (costPrice.isUndefined()) {
+        // Nothing is held any more; the line goes when the host next repaints of itself.
+        m_costPrice = unknownPrice;
+        return;
+    }
+    m_costPrice = costPrice.toString().toDouble();
+    m_axis.updateObject(this); // the host may end this object in here: nothing may follow
+}
+
+bool PositionCost::isAnswerForUs(const QJsonObject &holding) const
+{
+    const QString market = TradeChannel::answerMarketCode(holding);
+    return !market.isEmpty() && market == marketCode(m_code) &&
+           hasCode(m_code, holding.value(QLatin1String(TradeKeyFields::STKCODE)).toString());
+}
+
+bool PositionCost::isCostVisible() const
+{
+    double low = 0.0;
+    double high = 0.0;
+    return std::isfinite(m_costPrice) && !m_barTimes.empty() && m_axis.visiblePriceRange(low, high) &&
+           low <= m_costPrice && m_costPrice <= high;
+}
