@@ -2,6 +2,7 @@
 
 #include "tradechartobject/common/TradeChannel.h"
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "tradechartobject/objects/BSPoint.h"
 #include "tradechartobject/objects/PositionCost.h"
 
 #include <QDebug>
@@ -27,6 +28,7 @@ struct OverlayKind
 
 constexpr OverlayKind overlayKinds[] = {
     {0, &create<PositionCost>},
+    {1, &create<BSPoint>},
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "tests/support/OverlayTest.h"
 
 #include "tradechartobject/ChartObjectFactory.h"
+#include "tradechartobject/objects/BSPoint.h"
 #include "tradechartobject/objects/PositionCost.h"
 
 using ::testing::ElementsAre;
@@ -28,6 +29,11 @@ protected:
 TEST_F(ChartObjectFactoryTest, CreatesTheCostLineForTypeZero)
 {
     EXPECT_THAT(dynamic_cast<PositionCost *>(create(R"({"type":0})")), NotNull());
+}
+
+TEST_F(ChartObjectFactoryTest, CreatesTheBuySellPointsForTypeOne)
+{
+    EXPECT_THAT(dynamic_cast<BSPoint *>(create(R"({"type":1})")), NotNull());
 }
 
 TEST_F(ChartObjectFactoryTest, CreatesObjectsWithoutAParent)
@@ -84,14 +90,15 @@ TEST_P(ChartObjectFactoryRefuses, WithNullAndOneCriticalLine)
 
 INSTANTIATE_TEST_SUITE_P(
     Configurations, ChartObjectFactoryRefuses,
-    ::testing::Values(
-        UnknownType{"TheTypeThree", R"({"type":3})", "3"}, UnknownType{"TheTypeOne", R"({"type":1})", "1"},
-        UnknownType{"TheTypeTwo", R"({"type":2})", "2"}, UnknownType{"ANegativeType", R"({"type":-5})", "-5"},
-        UnknownType{"ATypeAsText", R"({"type":"0"})", "-1"},
-        UnknownType{"ATypeWithAFraction", R"({"type":0.5})", "-1"},
-        UnknownType{"AnObjectWithoutType", R"({"auto_refresh_time":3})", "-1"},
-        UnknownType{"AnArray", R"([{"type":0}])", "-1"}, UnknownType{"BrokenJson", R"({"type":0)", "-1"},
-        UnknownType{"AnEmptyText", "", "-1"}, UnknownType{"ANullText", nullptr, "-1"}),
+    ::testing::Values(UnknownType{"TheTypeThree", R"({"type":3})", "3"},
+                      UnknownType{"TheTypeTwo", R"({"type":2})", "2"},
+                      UnknownType{"ANegativeType", R"({"type":-5})", "-5"},
+                      UnknownType{"ATypeAsText", R"({"type":"0"})", "-1"},
+                      UnknownType{"ATypeWithAFraction", R"({"type":0.5})", "-1"},
+                      UnknownType{"AnObjectWithoutType", R"({"auto_refresh_time":3})", "-1"},
+                      UnknownType{"AnArray", R"([{"type":0}])", "-1"},
+                      UnknownType{"BrokenJson", R"({"type":0)", "-1"}, UnknownType{"AnEmptyText", "", "-1"},
+                      UnknownType{"ANullText", nullptr, "-1"}),
     ByName());
 
 } // namespace

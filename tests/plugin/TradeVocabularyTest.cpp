@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <QDate>
+#include <QFile>
+#include <QRegularExpression>
 #include <QString>
 
 #include <cmath>
@@ -107,6 +109,24 @@ TEST_P(VocabularyWord, IsSpelledAsTheTradingModuleSpellsIt)
 INSTANTIATE_TEST_SUITE_P(Words, VocabularyWord, ::testing::ValuesIn(words), [](const auto &row) {
     return QString::fromLatin1(row.param.constant).remove(QStringLiteral("::")).toStdString();
 });
+
+TEST(TradeVocabulary, IsListedWholeInItsPage)
+{
+    QFile page(QStringLiteral(TRADECHART_SOURCE_DIR "/docs/vocabulary.md"));
+    ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+    std::vector<std::string> listed;
+    const QRegularExpression row(QStringLiteral("^\\| `(\\w+::\\w+)` \\| \"([^\"]*)\" \\|"),
+                                 QRegularExpression::MultilineOption);
+    for (auto rows = row.globalMatch(QString::fromUtf8(page.readAll())); rows.hasNext();) {
+        const QRegularExpressionMatch match = rows.next();
+        listed.push_back((match.captured(1) + QLatin1Char('=') + match.captured(2)).toStdString());
+    }
+    std::vector<std::string> known;
+    for (const Word &word : words) {
+        known.push_back(std::string(word.constant) + '=' + *word.value);
+    }
+    EXPECT_THAT(listed, ::testing::ElementsAreArray(known));
+}
 
 struct StatusText
 {

@@ -33,11 +33,6 @@ QString securityCode(const Korvane::tagCodeWithName &security)
     return QString::fromUtf8(security.code, static_cast<int>(length));
 }
 
-bool hasCode(const Korvane::tagCodeWithName &security, const QString &code)
-{
-    return securityCode(security).compare(code, Qt::CaseInsensitive) == 0;
-}
-
 QString marketCode(const Korvane::tagCodeWithName &security)
 {
     return getMarketId(security.market);

@@ -19,9 +19,6 @@ bool isSameSecurity(const Korvane::tagCodeWithName &one, const Korvane::tagCodeW
 /// The security code; read no further than the record reaches, should its end be missing.
 QString securityCode(const Korvane::tagCodeWithName &security);
 
-/// True when `code`, taken from a message, names the security; letter case does not matter.
-bool hasCode(const Korvane::tagCodeWithName &security, const QString &code);
-
 /// The trading module's code of the security's market, e.g. "SH"; empty for a market without one.
 QString marketCode(const Korvane::tagCodeWithName &security);
 

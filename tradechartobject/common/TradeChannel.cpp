@@ -82,6 +82,11 @@ QJsonObject screenRequest(const char *command, const Korvane::tagCodeWithName &s
     return request;
 }
 
+QByteArray toJson(const QJsonObject &request)
+{
+    return QJsonDocument(request).toJson(QJsonDocument::Compact);
+}
+
 bool publish(LocalCommunication::EndPoint &endPoint, const QByteArray &json)
 {
     return endPoint.sendMessage(globalChannel, Topic::TRADEQUERY, json);
@@ -96,7 +101,7 @@ void logSent(const char *function, const QByteArray &json)
 
 bool send(LocalCommunication::EndPoint &endPoint, const QJsonObject &request, const char *function)
 {
-    const QByteArray json = QJsonDocument(request).toJson(QJsonDocument::Compact);
+    const QByteArray json = toJson(request);
     if (!publish(endPoint, json)) {
         return false;
     }
@@ -113,6 +118,12 @@ std::optional<QJsonObject> parseObject(const QByteArray &payload)
 bool isCommand(const QJsonObject &message, const char *command)
 {
     return message.value(QLatin1String(TradeKeyFields::CMD)).toString() == QLatin1String(command);
+}
+
+bool isAbout(const QJsonObject &message, const Korvane::tagCodeWithName &security)
+{
+    const QString code = message.value(QLatin1String(TradeKeyFields::STKCODE)).toString();
+    return securityCode(security).compare(code, Qt::CaseInsensitive) == 0;
 }
 
 QString answerMarketCode(const QJsonObject &answer)

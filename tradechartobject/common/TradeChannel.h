@@ -66,6 +66,9 @@ QJsonObject securityRequest(const char *command, const Korvane::tagCodeWithName 
 QJsonObject screenRequest(const char *command, const Korvane::tagCodeWithName &security,
                           Korvane::IChartAxis &axis);
 
+/// Compact JSON, as questions travel.
+QByteArray toJson(const QJsonObject &request);
+
 /// Publishes a question; true when the bus took it.
 bool publish(LocalCommunication::EndPoint &endPoint, const QByteArray &json);
 
@@ -83,6 +86,9 @@ std::optional<QJsonObject> parseObject(const QByteArray &payload);
 
 /// True when the message's "cmd" is `command`, letter case included.
 bool isCommand(const QJsonObject &message, const char *command);
+
+/// True when the message's "stkcode" names the security; letter case does not matter.
+bool isAbout(const QJsonObject &message, const Korvane::tagCodeWithName &security);
 
 /// Market code of an answer's "market", which counts "1" as "SH" and "2" as "SZ" - not as the host
 /// numbers markets. Empty for everything else.

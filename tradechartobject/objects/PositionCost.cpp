@@ -143,8 +143,7 @@ void PositionCost::handleTradeNotify(QByteArray topic, QByteArray payload)
 bool PositionCost::isAnswerForUs(const QJsonObject &holding) const
 {
     const QString market = TradeChannel::answerMarketCode(holding);
-    return !market.isEmpty() && market == marketCode(m_code) &&
-           hasCode(m_code, holding.value(QLatin1String(TradeKeyFields::STKCODE)).toString());
+    return !market.isEmpty() && market == marketCode(m_code) && TradeChannel::isAbout(holding, m_code);
 }
 
 bool PositionCost::isCostVisible() const

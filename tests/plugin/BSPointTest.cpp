@@ -1,0 +1,972 @@
+#include "tests/support/ByName.h"
+#include "tests/support/OverlayTest.h"
+
+#include "tradechartobject/common/TradeVocabulary.h"
+#include "tradechartobject/objects/BSPoint.h"
+
+#include <QCoreApplication>
+
+#include <cfloat>
+#include <climits>
+#include <cmath>
+#include <limits>
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using ::testing::StartsWith;
+using namespace TradeChart;
+
+namespace {
+
+/// A row of an answer, all values as text.
+struct Row
+{
+    const char *side;
+    const char *date;
+    const char *time;
+    const char *price;
+    const char *quantity;
+};
+
+QJsonObject fields(const Row &row, const char *dateKey, const char *timeKey)
+{
+    return {{QStringLiteral("bsflag2"), QLatin1String(row.side)},
+            {QLatin1String(dateKey), QLatin1String(row.date)},
+            {QLatin1String(timeKey), QLatin1String(row.time)},
+            {QStringLiteral("matchprice"), QLatin1String(row.price)},
+            {QStringLiteral("matchqty"), QLatin1String(row.quantity)}};
+}
+
+class BSPointTest : public OverlayTest<BSPoint>
+{
+protected:
+    const Korvane::tagCodeWithName shanghai = makeSecurity(1, "600536", 7001);
+    const Korvane::tagCodeWithName shenzhen = makeSecurity(0, "000001", 7002);
+    const std::vector<Korvane::AnalyData> threeDays = {
+        makeDayBar(20240102, 9, 11), makeDayBar(20240103, 10, 12), makeDayBar(20240104, 11, 13)};
+
+    /// An object that shows 600536 on three daily bars; its question for them is forgotten.
+    void createOnThreeDays()
+    {
+        create();
+        ASSERT_TRUE(calc(shanghai, threeDays, 4));
+        bus().sent.clear();
+    }
+
+    static QJsonObject answer(const char *cmd, const QJsonValue &data, const char *code = "600536")
+    {
+        return {{QStringLiteral("cmd"), QLatin1String(cmd)},
+                {QStringLiteral("stkcode"), QLatin1String(code)},
+                {QStringLiteral("data"), data}};
+    }
+
+    static void hearHistory(const std::vector<Row> &rows)
+    {
+        QJsonArray data;
+        for (const Row &row : rows) {
+            data.append(fields(row, "bizdate", "matchtime"));
+        }
+        hear(Topic::TRADEQUERY, answer("HistoryTrade", data));
+    }
+
+    static void hearToday(const std::vector<Row> &rows)
+    {
+        QJsonArray data;
+        for (const Row &row : rows) {
+            data.append(fields(row, "orderdate", "opertime"));
+        }
+        hear(Topic::TRADEQUERY, answer("TodayTrade", data));
+    }
+
+    /// What is drawn on each bar: B, S, T for both, a blank for nothing.
+    std::string drawn()
+    {
+        paint();
+        std::string marks(painter.barCount, ' ');
+        for (const FakePainter::Call &call : painter.calls) {
+            for (std::size_t bar = 0; bar < painter.barCount; ++bar) {
+                if (call.values[bar] == 1.0) {
+                    marks[bar] = "B S T"[call.ints[1]];
+                }
+            }
+        }
+        return marks;
+    }
+
+    QStringList listOn(int bar)
+    {
+        axis.popups.clear();
+        overlay->handleMousePress(bar * 10.0, 0);
+        return axis.popups.empty() ? QStringList() : axis.popups.front();
+    }
+
+    double anchorY(double high) const { return axis.yOf(high); }
+};
+
+// Set-up and end
+
+TEST_F(BSPointTest, JoinsTheTerminalsBusListensAndSubscribesInThisOrder)
+{
+    create();
+    EXPECT_EQ(bus().operations,
+              (QStringList{QStringLiteral("create"),
+                           QStringLiteral("connect ") + QCoreApplication::applicationDirPath(),
+                           QStringLiteral("listened to"),
+                           QStringLiteral("subscribe list screen-1 TradeNotify,TradeQuery"),
+                           QStringLiteral("subscribe Global TradeNotify")}));
+}
+
+TEST_F(BSPointTest, StartsItsTimerAndAsksNothingWhenConstructed)
+{
+    create();
+    EXPECT_THAT(questions(), IsEmpty());
+    EXPECT_TRUE(timer()->isActive());
+    EXPECT_TRUE(timer()->isSingleShot());
+    EXPECT_EQ(timer()->interval(), 10000);
+}
+
+TEST_F(BSPointTest, TakesTheRefreshIntervalFromItsConfiguration)
+{
+    create({{QStringLiteral("auto_refresh_time"), 3}});
+    EXPECT_EQ(timer()->interval(), 3000);
+}
+
+TEST_F(BSPointTest, BelongsToTheParentItIsGiven)
+{
+    QObject parent;
+    auto *child = new BSPoint(axis, {}, &parent);
+    EXPECT_EQ(child->parent(), &parent);
+    EXPECT_EQ(bus().operations.front(), QStringLiteral("create")) << "the bus client has no parent";
+}
+
+TEST_F(BSPointTest, IsAPluginObjectForTheHost)
+{
+    EXPECT_EQ(create().type(), 3);
+}
+
+TEST_F(BSPointTest, LeavesTheBusWhenDestroyed)
+{
+    create();
+    bus().operations.clear();
+    destroy();
+    EXPECT_EQ(bus().operations, (QStringList{QStringLiteral("disconnect"), QStringLiteral("destroy")}));
+}
+
+TEST_F(BSPointTest, DoesNothingMoreAfterDeleteObject)
+{
+    createOnThreeDays();
+    EXPECT_TRUE(overlay->deleteObject());
+    EXPECT_EQ(timer(), nullptr);
+    EXPECT_TRUE(overlay->deleteObject()) << "also when there is no timer";
+
+    EXPECT_TRUE(calc(shenzhen, {makeDayBar(20240105)}, 4));
+    EXPECT_FALSE(calc(shenzhen, threeDays, 5));
+    hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
+    hearToday({});
+    hear(Topic::TRADENOTIFY, R"({"stkcode":"600536"})");
+
+    EXPECT_THAT(questions(), IsEmpty());
+    EXPECT_THAT(axis.updated, IsEmpty());
+}
+
+// Periods
+
+class BSPointPeriod : public BSPointTest, public ::testing::WithParamInterface<int>
+{
+};
+
+TEST_P(BSPointPeriod, OtherThanTheDailyOneIsLeftAlone)
+{
+    create();
+    EXPECT_FALSE(calc(shanghai, threeDays, GetParam()));
+    EXPECT_THAT(questions(), IsEmpty());
+    EXPECT_FALSE(paint());
+    EXPECT_THAT(painter.calls, IsEmpty());
+    EXPECT_EQ(overlay->hitTest(0, anchorY(11)), -1);
+    EXPECT_FALSE(overlay->isPaintItPeriod(static_cast<Korvane::Period>(GetParam())));
+}
+
+INSTANTIATE_TEST_SUITE_P(Periods, BSPointPeriod,
+                         ::testing::Values(-1, 0, 1, 2, 3, 5, 6, 7, 8, 10, 11, 21, 22, 36));
+
+TEST_F(BSPointTest, PaintsOnTheDailyPeriod)
+{
+    EXPECT_TRUE(create().isPaintItPeriod(Korvane::DayPeriod));
+}
+
+TEST_F(BSPointTest, KeepsWhatItShowsWhenAnotherPeriodIsRefused)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
+    EXPECT_FALSE(overlay->calcIt(shenzhen, nullptr, 0, Korvane::IntradayPeriod, 0, 0));
+    EXPECT_EQ(drawn(), " B ");
+}
+
+// Asking for past trades
+
+TEST_F(BSPointTest, AsksForTheShownDaysWhenBarsCome)
+{
+    create();
+    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    ASSERT_THAT(bus().sent, SizeIs(1));
+    EXPECT_EQ(bus().sent[0].channel, "Global");
+    EXPECT_EQ(bus().sent[0].topic, "TradeQuery");
+    EXPECT_EQ(
+        bus().sent[0].payload,
+        R"({"cmd":"HistoryTrade","end":"20240104","market":"SH","screenId":"screen-1","start":"20240102","stkcode":"600536"})");
+}
+
+TEST_F(BSPointTest, AsksAgainOnlyWhenTheFirstOrLastDayChanges)
+{
+    createOnThreeDays();
+    calc(shanghai, threeDays, 4);
+    calc(shanghai, {threeDays.front(), threeDays.back()}, 4);
+    EXPECT_THAT(questions(), IsEmpty());
+    calc(shanghai, {makeDayBar(20231229), threeDays.back()}, 4);
+    calc(shanghai, {makeDayBar(20231229), makeDayBar(20240105)}, 4);
+    ASSERT_THAT(questions(), SizeIs(2));
+    EXPECT_TRUE(questions()[0].contains(R"("end":"20240104")") &&
+                questions()[0].contains(R"("start":"20231229")"));
+    EXPECT_TRUE(questions()[1].contains(R"("end":"20240105")") &&
+                questions()[1].contains(R"("start":"20231229")"));
+}
+
+TEST_F(BSPointTest, AsksNothingWithoutBars)
+{
+    create();
+    EXPECT_TRUE(calc(shanghai, {}, 4));
+    EXPECT_TRUE(overlay->calcIt(shanghai, nullptr, 5, Korvane::DayPeriod, 0, 0));
+    EXPECT_TRUE(overlay->calcIt(shanghai, threeDays.data(), -5, Korvane::DayPeriod, 0, 0));
+    EXPECT_THAT(questions(), IsEmpty());
+}
+
+TEST_F(BSPointTest, KeepsTheMarksWithoutBars)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
+    calc(shanghai, {}, 4);
+    painter.barCount = 3;
+    paint();
+    EXPECT_EQ(painter.calls[0].values[1], 1.0);
+}
+
+TEST_F(BSPointTest, NeverAsksForTodaysTradesFromCalcIt)
+{
+    create();
+    calc(shanghai, threeDays, 4);
+    calc(shanghai, {makeDayBar(20240105)}, 4);
+    for (const QByteArray &question : questions()) {
+        EXPECT_FALSE(question.contains("TodayTrade"));
+    }
+}
+
+TEST_F(BSPointTest, ReportsARefusedQuestionAndDoesNotRepeatItForTheSameDays)
+{
+    const LogCapture log;
+    create();
+    bus().takesMessages = false;
+    EXPECT_FALSE(calc(shanghai, threeDays, 4));
+    bus().takesMessages = true;
+    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_THAT(questions(), IsEmpty());
+    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+}
+
+TEST_F(BSPointTest, LeavesTheMarksWhenTheQuestionIsRefused)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", "9301500", "10.5", "300"}});
+    bus().takesMessages = false;
+    EXPECT_FALSE(
+        calc(shanghai,
+             {makeDayBar(20240103), makeDayBar(20240104), makeDayBar(20240105), makeDayBar(20240108)}, 4));
+    EXPECT_EQ(drawn(), "B   ") << "the mark stays on its bar number; the new bar has none";
+}
+
+TEST_F(BSPointTest, StaysInsideItsMarksWhenTheFirstQuestionIsRefused)
+{
+    create();
+    bus().takesMessages = false;
+    EXPECT_FALSE(calc(shanghai, threeDays, 4));
+    EXPECT_EQ(drawn(), "   ");
+    EXPECT_EQ(overlay->hitTest(10, anchorY(12)), -1);
+    hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
+    EXPECT_EQ(drawn(), " B ");
+}
+
+// Change of security
+
+TEST_F(BSPointTest, ForgetsTheTradesWithTheSecurity)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
+    calc(shenzhen, threeDays, 4);
+    EXPECT_EQ(drawn(), "   ");
+    EXPECT_THAT(questions(), SizeIs(1)) << "the same days are asked for again";
+    EXPECT_TRUE(questions()[0].contains(R"("stkcode":"000001")"));
+    hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
+    EXPECT_EQ(drawn(), "   ") << "a late answer for the security before";
+}
+
+TEST_F(BSPointTest, KnowsASecurityByItsIdentityWordOnly)
+{
+    createOnThreeDays();
+    calc(makeSecurity(0, "000001", 7001), threeDays, 4);
+    EXPECT_THAT(questions(), IsEmpty());
+}
+
+TEST_F(BSPointTest, StopsItsTimerForANewSecurityWithoutBars)
+{
+    createOnThreeDays();
+    calc(shenzhen, {}, 4);
+    EXPECT_FALSE(timer()->isActive());
+    calc(shenzhen, threeDays, 4);
+    EXPECT_TRUE(timer()->isActive());
+}
+
+// Refresh
+
+TEST_F(BSPointTest, AsksForTodaysTradesWhenTheTimerEnds)
+{
+    create({{QStringLiteral("auto_refresh_time"), 1}});
+    calc(shanghai, threeDays, 4);
+    bus().sent.clear();
+    ASSERT_TRUE(waitFor([] { return questions().size() == 1; }));
+    EXPECT_EQ(bus().sent[0].channel, "Global");
+    EXPECT_EQ(bus().sent[0].topic, "TradeQuery");
+    EXPECT_EQ(questions()[0],
+              R"({"cmd":"TodayTrade","market":"SH","screenId":"screen-1","stkcode":"600536"})");
+    EXPECT_FALSE(timer()->isActive()) << "a lost answer stops the refresh";
+    calc(shanghai, threeDays, 4);
+    EXPECT_TRUE(timer()->isActive());
+}
+
+TEST_F(BSPointTest, RefreshesAsFastAsAnswersComeWithAnIntervalOfZero)
+{
+    create({{QStringLiteral("auto_refresh_time"), 0}});
+    EXPECT_EQ(timer()->interval(), 0);
+    ASSERT_TRUE(waitFor([] { return questions().size() == 1; }));
+    calc(shanghai, threeDays, 4);
+    ASSERT_TRUE(waitFor([] { return questions().size() == 3; })) << "the history question, then today's";
+    hearToday({});
+    EXPECT_TRUE(waitFor([] { return questions().size() == 4; }));
+}
+
+TEST_F(BSPointTest, RestartsItsTimerAfterTodaysAnswerAlsoAnEmptyOne)
+{
+    createOnThreeDays();
+    for (const auto &rows : {std::vector<Row>{}, std::vector<Row>{{"B", "20240104", "9301500", "1", "2"}}}) {
+        timer()->stop();
+        hearToday(rows);
+        EXPECT_TRUE(timer()->isActive());
+        EXPECT_EQ(timer()->interval(), 10000);
+    }
+}
+
+TEST_F(BSPointTest, RestartsItsTimerAfterAnEmptyHistoryAnswerOnly)
+{
+    createOnThreeDays();
+    timer()->stop();
+    hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
+    EXPECT_FALSE(timer()->isActive());
+    axis.updated.clear();
+    hearHistory({});
+    EXPECT_TRUE(timer()->isActive());
+    EXPECT_THAT(axis.updated, IsEmpty());
+}
+
+TEST_F(BSPointTest, AsksForTodaysTradesAfterANotificationInAnyLetterCase)
+{
+    create();
+    calc(makeSecurity(1, "abC1", 5), threeDays, 4);
+    bus().sent.clear();
+    hear(Topic::TRADENOTIFY, R"({"stkcode":"ABc1"})");
+    ASSERT_THAT(questions(), SizeIs(1));
+    EXPECT_TRUE(questions()[0].contains("TodayTrade"));
+}
+
+TEST_F(BSPointTest, SendsTodaysQuestionAlsoBeforeASecurityIsShown)
+{
+    create().sendQueryTodayTradeInfoReq();
+    EXPECT_THAT(questions(),
+                ElementsAre(R"({"cmd":"TodayTrade","market":"","screenId":"screen-1","stkcode":""})"));
+}
+
+struct Ignored
+{
+    const char *name;
+    const char *topic;
+    const char *payload;
+};
+
+class BSPointIgnores : public BSPointTest, public ::testing::WithParamInterface<Ignored>
+{
+};
+
+TEST_P(BSPointIgnores, AndChangesNothing)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", "9301500", "10.5", "300"}});
+    axis.updated.clear();
+    timer()->stop();
+    const LogCapture log;
+    hear(GetParam().topic, QByteArray(GetParam().payload));
+    EXPECT_EQ(drawn(), "B  ");
+    EXPECT_THAT(questions(), IsEmpty());
+    EXPECT_THAT(axis.updated, IsEmpty());
+    EXPECT_FALSE(timer()->isActive());
+    EXPECT_THAT(log.lines(QtDebugMsg), SizeIs(1)) << "the message as received";
+}
+
+#define ROWS R"("data":[{"bsflag2":"S","bizdate":"20240103","orderdate":"20240103"}]})"
+
+INSTANTIATE_TEST_SUITE_P(
+    Messages, BSPointIgnores,
+    ::testing::Values(
+        Ignored{"OfAnotherTopic", "EntrustQuery", R"({"cmd":"HistoryTrade","stkcode":"600536",)" ROWS},
+        Ignored{"OfTheTopicInOtherCase", "TRADEQUERY", R"({"cmd":"HistoryTrade","stkcode":"600536",)" ROWS},
+        Ignored{"WithAnotherCommand", "TradeQuery", R"({"cmd":"HolderCostPrice","stkcode":"600536",)" ROWS},
+        Ignored{"WithTheHistoryCommandInOtherCase", "TradeQuery",
+                R"({"cmd":"historytrade","stkcode":"600536",)" ROWS},
+        Ignored{"WithTheTodayCommandInOtherCase", "TradeQuery",
+                R"({"cmd":"TODAYTRADE","stkcode":"600536",)" ROWS},
+        Ignored{"OfHistoryOfAnotherSecurity", "TradeQuery",
+                R"({"cmd":"HistoryTrade","stkcode":"000001",)" ROWS},
+        Ignored{"OfTodayOfAnotherSecurity", "TradeQuery", R"({"cmd":"TodayTrade","stkcode":"000001",)" ROWS},
+        Ignored{"WithTheCodeAsANumber", "TradeQuery", R"({"cmd":"TodayTrade","stkcode":600536,)" ROWS},
+        Ignored{"WithTheCommandAsANumber", "TradeQuery", R"({"cmd":1,"stkcode":"600536",)" ROWS},
+        Ignored{"ThatAreAnArray", "TradeQuery", "[]"}, Ignored{"ThatAreAnEmptyObject", "TradeQuery", "{}"},
+        Ignored{"ThatAreNoJson", "TradeQuery", "{"}, Ignored{"ThatNotifyInNoJson", "TradeNotify", "600536"},
+        Ignored{"ThatNotifyInAnArray", "TradeNotify", R"(["600536"])"},
+        Ignored{"ThatNotifyOfAnotherSecurity", "TradeNotify", R"({"stkcode":"600519"})"},
+        Ignored{"ThatNotifyWithTheCodeAsANumber", "TradeNotify", R"({"stkcode":600536})"}),
+    ByName());
+
+TEST_F(BSPointTest, TakesMissingRowsAsAnEmptyAnswer)
+{
+    createOnThreeDays();
+    for (const char *cmd : {"TodayTrade", "HistoryTrade"}) {
+        timer()->stop();
+        hear(Topic::TRADEQUERY, answer(cmd, QStringLiteral("no array")));
+        EXPECT_TRUE(timer()->isActive()) << cmd;
+    }
+}
+
+TEST_F(BSPointTest, TakesTheRowsOfAnAnswerThatCallsItselfAFailure)
+{
+    createOnThreeDays();
+    QJsonObject failure =
+        answer("HistoryTrade",
+               QJsonArray{fields({"B", "20240103", "9301500", "10.5", "300"}, "bizdate", "matchtime")});
+    failure.insert(QStringLiteral("success"), false);
+    failure.insert(QStringLiteral("errcode"), 5);
+    hear(Topic::TRADEQUERY, failure);
+    EXPECT_EQ(drawn(), " B ");
+}
+
+// Past trades
+
+TEST_F(BSPointTest, MarksTheDaysOfPastTradesAndAsksForARepaint)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", "9301500", "10.5", "300"},
+                 {"S", "20240103", "9301500", "10.5", "300"},
+                 {"B", "20240104", "9301500", "10.5", "300"},
+                 {"S", "20240104", "9311500", "10.5", "300"}});
+    EXPECT_EQ(drawn(), "BST");
+    EXPECT_THAT(axis.updated, ElementsAre(static_cast<Korvane::IChartObject *>(overlay)));
+}
+
+TEST_F(BSPointTest, ListsARepeatedAnswerTwice)
+{
+    createOnThreeDays();
+    for (int time = 0; time < 2; ++time) {
+        hearHistory(
+            {{"B", "20240103", "9301500", "10.5", "300"}, {"B", "20240103", "9301600", "10.6", "100"}});
+    }
+    EXPECT_EQ(listOn(1), (QStringList{QStringLiteral("买入\t09:30:15\t成交价:10.50\t成交量:300"),
+                                      QStringLiteral("买入\t09:30:16\t成交价:10.60\t成交量:100"),
+                                      QStringLiteral("买入\t09:30:15\t成交价:10.50\t成交量:300"),
+                                      QStringLiteral("买入\t09:30:16\t成交价:10.60\t成交量:100")}));
+}
+
+TEST_F(BSPointTest, GroupsRowsOfMixedDays)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240104", "9301500", "1", "100"},
+                 {"S", "20240102", "9301500", "2", "100"},
+                 {"B", "20240104", "9301600", "3", "100"}});
+    EXPECT_EQ(drawn(), "S B");
+    EXPECT_THAT(listOn(2), SizeIs(2));
+}
+
+TEST_F(BSPointTest, KeepsTradesOfDaysWithoutABarForLaterBars)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20231229", "9301500", "1", "100"}, {"S", "20240106", "9301500", "1", "100"}});
+    EXPECT_EQ(drawn(), "   ");
+    calc(shanghai, {makeDayBar(20231229), makeDayBar(20240102), makeDayBar(20240105), makeDayBar(20240108)},
+         4);
+    EXPECT_EQ(drawn(), "B   ");
+}
+
+TEST_F(BSPointTest, FindsTheTradesOfBarsInAnyOrder)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", "9301500", "1", "100"}, {"S", "20240104", "9301500", "1", "100"}});
+    calc(shanghai,
+         {makeDayBar(20240104), makeDayBar(20240102), makeDayBar(20240102), makeDayBar(20240109),
+          makeDayBar(20240104)},
+         4);
+    EXPECT_EQ(drawn(), "SBB S");
+}
+
+TEST_F(BSPointTest, ReadsPastTradesFromBizdateAndMatchtimeOnly)
+{
+    createOnThreeDays();
+    QJsonObject row = fields({"B", "20240102", "9301500", "1", "100"}, "bizdate", "matchtime");
+    row.insert(QStringLiteral("orderdate"), QStringLiteral("20240104"));
+    row.insert(QStringLiteral("opertime"), QStringLiteral("14000000"));
+    hear(Topic::TRADEQUERY, answer("HistoryTrade", QJsonArray{row}));
+    EXPECT_EQ(drawn(), "B  ");
+    EXPECT_THAT(listOn(0).value(0).toStdString(), StartsWith("买入\t09:30:15"));
+}
+
+// Today's trades
+
+TEST_F(BSPointTest, ReadsTodaysTradesFromOrderdateAndOpertimeOnly)
+{
+    createOnThreeDays();
+    QJsonObject row = fields({"B", "20240104", "14000000", "1", "100"}, "orderdate", "opertime");
+    row.insert(QStringLiteral("bizdate"), QStringLiteral("20240102"));
+    row.insert(QStringLiteral("matchtime"), QStringLiteral("9301500"));
+    hear(Topic::TRADEQUERY, answer("TodayTrade", QJsonArray{row}));
+    EXPECT_EQ(drawn(), "  B");
+    EXPECT_THAT(listOn(2).value(0).toStdString(), StartsWith("买入\t14:00:00"));
+}
+
+TEST_F(BSPointTest, ReplacesTheDayByTodaysAnswer)
+{
+    createOnThreeDays();
+    hearToday({{"B", "20240104", "9301500", "1", "100"}});
+    hearToday({{"B", "20240104", "9301500", "1", "100"}, {"B", "20240104", "9301600", "2", "200"}});
+    EXPECT_THAT(listOn(2), SizeIs(2));
+    EXPECT_THAT(axis.updated, SizeIs(2));
+}
+
+TEST_F(BSPointTest, StoresAllOfTodaysRowsUnderTheDayOfTheLastOne)
+{
+    createOnThreeDays();
+    hearToday({{"B", "20240102", "9301500", "1", "100"}, {"S", "20240103", "9301600", "2", "200"}});
+    EXPECT_EQ(drawn(), " T ");
+    EXPECT_THAT(listOn(1), SizeIs(2));
+}
+
+TEST_F(BSPointTest, LeavesTheTradesOnAnEmptyAnswerOfToday)
+{
+    createOnThreeDays();
+    hearToday({{"B", "20240104", "9301500", "1", "100"}});
+    axis.updated.clear();
+    hearToday({});
+    EXPECT_EQ(drawn(), "  B");
+    EXPECT_THAT(axis.updated, IsEmpty());
+}
+
+TEST_F(BSPointTest, OnlyAddsMarksBetweenTwoCalcIts)
+{
+    createOnThreeDays();
+    hearToday({{"B", "20240104", "9301500", "1", "100"}});
+    hearToday({{"B", "20240103", "9301500", "1", "100"}});
+    hearToday({{"S", "20240104", "9301500", "1", "100"}});
+    EXPECT_EQ(drawn(), " BT") << "the buy that was there is still marked";
+    calc(shanghai, threeDays, 4);
+    EXPECT_EQ(drawn(), " BS");
+}
+
+TEST_F(BSPointTest, ListsUnderTheMarkerAsItStandsNotUnderTheTradesOwnSide)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", "9301500", "1", "100"}, {"S", "20240103", "9301500", "1", "100"}});
+    bus().takesMessages = false;
+    EXPECT_FALSE(calc(shanghai, {threeDays[1]}, 4)) << "the buy mark of the bar before stays";
+    EXPECT_EQ(listOn(0), QStringList{QStringLiteral("买入\t09:30:15\t成交价:1.00\t成交量:100")});
+}
+
+// Sides and values
+
+struct SideText
+{
+    const char *name;
+    QJsonValue sent;
+    char drawn;
+};
+
+class BSPointSide : public BSPointTest, public ::testing::WithParamInterface<SideText>
+{
+};
+
+TEST_P(BSPointSide, IsABuyForTheSingleLetterOnly)
+{
+    createOnThreeDays();
+    QJsonObject row = fields({"", "20240103", "9301500", "1", "100"}, "bizdate", "matchtime");
+    row.insert(QStringLiteral("bsflag2"), GetParam().sent);
+    hear(Topic::TRADEQUERY, answer("HistoryTrade", QJsonArray{row}));
+    EXPECT_EQ(drawn(), std::string(" ") + GetParam().drawn + " ");
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, BSPointSide,
+                         ::testing::Values(SideText{"CapitalB", QStringLiteral("B"), 'B'},
+                                           SideText{"SmallB", QStringLiteral("b"), 'S'},
+                                           SideText{"OrderBuyCode", QStringLiteral("0B"), 'S'},
+                                           SideText{"CapitalS", QStringLiteral("S"), 'S'},
+                                           SideText{"BWithABlank", QStringLiteral("B "), 'S'},
+                                           SideText{"Empty", QString(), 'S'},
+                                           SideText{"Missing", QJsonValue(QJsonValue::Undefined), 'S'},
+                                           SideText{"Number", 1, 'S'}),
+                         ByName());
+
+struct TimeText
+{
+    const char *name;
+    const char *time;
+    const char *shown;
+};
+
+class BSPointTime : public BSPointTest, public ::testing::WithParamInterface<TimeText>
+{
+};
+
+TEST_P(BSPointTime, CarriesHundredthsThatAreDropped)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", GetParam().time, "10.5", "300"}});
+    hearToday({{"B", "20240103", GetParam().time, "10.5", "300"}});
+    const QString line =
+        QStringLiteral("买入\t%1\t成交价:10.50\t成交量:300").arg(QLatin1String(GetParam().shown));
+    EXPECT_EQ(listOn(0), QStringList{line});
+    EXPECT_EQ(listOn(1), QStringList{line});
+}
+
+INSTANTIATE_TEST_SUITE_P(Times, BSPointTime,
+                         ::testing::Values(TimeText{"WithoutLeadingZero", "9301500", "09:30:15"},
+                                           TimeText{"WithLeadingZero", "09301599", "09:30:15"},
+                                           TimeText{"Afternoon", "14595999", "14:59:59"},
+                                           TimeText{"WithoutHundredthsMovesTwoPlaces", "93015", "00:09:30"},
+                                           TimeText{"Words", "noon", "00:00:00"},
+                                           TimeText{"Empty", "", "00:00:00"}),
+                         ByName());
+
+TEST_F(BSPointTest, StoresARowWithoutFieldsAsASellOfNothingOnDayZero)
+{
+    createOnThreeDays();
+    hear(Topic::TRADEQUERY, answer("HistoryTrade", QJsonArray{QJsonObject(), 5, QStringLiteral("x")}));
+    calc(shanghai, {makeDayBar(0), makeDayBar(20240102)}, 4);
+    EXPECT_EQ(drawn(), "S ");
+    EXPECT_EQ(listOn(0), (QStringList{QStringLiteral("卖出\t00:00:00\t成交价:0.00\t成交量:0"),
+                                      QStringLiteral("卖出\t00:00:00\t成交价:0.00\t成交量:0"),
+                                      QStringLiteral("卖出\t00:00:00\t成交价:0.00\t成交量:0")}));
+}
+
+TEST_F(BSPointTest, ReadsJsonNumbersAsZero)
+{
+    createOnThreeDays();
+    const QJsonObject row{{QStringLiteral("bsflag2"), QStringLiteral("B")},
+                          {QStringLiteral("bizdate"), QStringLiteral("20240103")},
+                          {QStringLiteral("matchtime"), 9301500},
+                          {QStringLiteral("matchprice"), 10.5},
+                          {QStringLiteral("matchqty"), 300}};
+    hear(Topic::TRADEQUERY, answer("HistoryTrade", QJsonArray{row}));
+    EXPECT_EQ(listOn(1), QStringList{QStringLiteral("买入\t00:00:00\t成交价:0.00\t成交量:0")});
+}
+
+// Painting
+
+TEST_F(BSPointTest, PaintsThreeSeriesOverTheHighsAndDoesNotEndThePaint)
+{
+    createOnThreeDays();
+    hearHistory({{"S", "20240103", "9301500", "10.5", "300"}});
+    EXPECT_TRUE(paint());
+    ASSERT_THAT(painter.calls, SizeIs(3));
+    for (std::size_t series = 0; series < 3; ++series) {
+        EXPECT_EQ(painter.calls[series].kind, FakePainter::Call::MarkerSeries);
+        EXPECT_THAT(painter.calls[series].prices, ElementsAre(11, 12, 13));
+        EXPECT_THAT(painter.calls[series].ints, ElementsAre(0, static_cast<int>(2 * series), 1));
+    }
+    EXPECT_TRUE(std::isnan(painter.calls[1].values[0]));
+    EXPECT_EQ(painter.calls[1].values[1], 1.0);
+}
+
+TEST_F(BSPointTest, NeverWidensThePriceScale)
+{
+    createOnThreeDays();
+    int untouched = 4711;
+    EXPECT_EQ(overlay->maximizeValue(untouched), DBL_MIN);
+    EXPECT_EQ(overlay->minimizeValue(untouched), DBL_MAX);
+    EXPECT_EQ(untouched, 4711);
+    EXPECT_TRUE(overlay->calcRatio(1, 2));
+}
+
+// Hits
+
+class BSPointHit : public BSPointTest
+{
+protected:
+    void SetUp() override
+    {
+        createOnThreeDays();
+        hearHistory({{"B", "20240102", "9301500", "1", "100"},
+                     {"S", "20240103", "9301500", "1", "100"},
+                     {"B", "20240104", "9301500", "1", "100"},
+                     {"S", "20240104", "9301500", "1", "100"}});
+    }
+};
+
+TEST_F(BSPointHit, ReachesFromTheAnchorUpToTwoPixelsBelowTheMarkersTop)
+{
+    const double anchor = anchorY(12);
+    EXPECT_EQ(overlay->hitTest(10, anchor), 0);
+    EXPECT_EQ(overlay->hitTest(10, anchor - 14.0), 0);
+    EXPECT_EQ(overlay->hitTest(10, anchor - 14.01), -1);
+    EXPECT_EQ(overlay->hitTest(10, anchor + 0.01), -1);
+}
+
+TEST_F(BSPointHit, FollowsTheHostsMarkerSize)
+{
+    axis.markerPixels = 30.0;
+    EXPECT_EQ(overlay->hitTest(10, anchorY(12) - 28.0), 0);
+    EXPECT_EQ(overlay->hitTest(10, anchorY(12) - 28.01), -1);
+}
+
+TEST_F(BSPointHit, CountsOnEveryKindOfMarkerAndAnyXOfItsBar)
+{
+    EXPECT_EQ(overlay->hitTest(4.9, anchorY(11)), 0) << "buy";
+    EXPECT_EQ(overlay->hitTest(14.9, anchorY(12)), 0) << "sell";
+    EXPECT_EQ(overlay->hitTest(24.9, anchorY(13)), 0) << "both";
+}
+
+TEST_F(BSPointHit, MissesABarWithoutMarker)
+{
+    calc(shanghai, {makeDayBar(20240105), threeDays[0], threeDays[1]}, 4);
+    EXPECT_EQ(overlay->hitTest(0, anchorY(11)), -1);
+}
+
+class BSPointIndex : public BSPointHit, public ::testing::WithParamInterface<int>
+{
+};
+
+TEST_P(BSPointIndex, OutsideTheBarsHitsAndListsNothing)
+{
+    axis.barUnder = [](double) { return GetParam(); };
+    EXPECT_EQ(overlay->hitTest(0, anchorY(11)), -1);
+    overlay->handleMousePress(0, 0);
+    EXPECT_THAT(axis.popups, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Indices, BSPointIndex, ::testing::Values(-1, 3, INT_MAX, INT_MIN));
+
+TEST_F(BSPointHit, StaysInsideTheBarsWhenTheMarksReachFurther)
+{
+    bus().takesMessages = false;
+    EXPECT_FALSE(calc(shanghai, {threeDays[0]}, 4));
+    axis.barUnder = [](double) { return 2; };
+    EXPECT_EQ(overlay->hitTest(0, anchorY(13)), -1);
+    overlay->handleMousePress(0, 0);
+    EXPECT_THAT(axis.popups, IsEmpty());
+}
+
+// The list of a day
+
+TEST_F(BSPointTest, ListsEachTradeOfADayOfBothSidesUnderItsOwnSide)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", "9301500", "10.5", "300"},
+                 {"S", "20240102", "10000000", "10.625", "200"},
+                 {"B", "20240102", "9300000", "10.4", "100"}});
+    EXPECT_EQ(drawn(), "T  ");
+    EXPECT_EQ(listOn(0), (QStringList{QStringLiteral("买入\t09:30:15\t成交价:10.50\t成交量:300"),
+                                      QStringLiteral("卖出\t10:00:00\t成交价:10.62\t成交量:200"),
+                                      QStringLiteral("买入\t09:30:00\t成交价:10.40\t成交量:100")}));
+}
+
+TEST_F(BSPointTest, ListsADayOfSells)
+{
+    createOnThreeDays();
+    hearHistory({{"S", "20240102", "9301500", "10.5", "300"}});
+    EXPECT_EQ(listOn(0), QStringList{QStringLiteral("卖出\t09:30:15\t成交价:10.50\t成交量:300")});
+}
+
+TEST_F(BSPointTest, ListsMoreTradesThanItMakesRoomFor)
+{
+    createOnThreeDays();
+    hearHistory(std::vector<Row>(250, {"B", "20240102", "9301500", "10.5", "300"}));
+    EXPECT_THAT(listOn(0), SizeIs(250));
+}
+
+TEST_F(BSPointTest, ListsAbsurdNumbersWhole)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", "2147483647", "1e308", "-1e308"}});
+    const QString line = listOn(0).value(0);
+    EXPECT_TRUE(line.startsWith(QStringLiteral("买入\t")));
+    EXPECT_GT(line.size(), 600);
+    EXPECT_TRUE(line.contains(QStringLiteral(".00\t成交量:-1")));
+}
+
+TEST_F(BSPointTest, ShowsNoListOnADayWithoutTrades)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", "9301500", "10.5", "300"}});
+    listOn(1);
+    EXPECT_THAT(axis.popups, IsEmpty());
+}
+
+TEST_F(BSPointTest, ShowsNoListForTradesWithoutAMarker)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240108", "9301500", "10.5", "300"}});
+    bus().takesMessages = false;
+    EXPECT_FALSE(calc(shanghai, {makeDayBar(20240108)}, 4));
+    listOn(0);
+    EXPECT_THAT(axis.popups, IsEmpty()) << "the bar has trades but its marks are not computed yet";
+}
+
+TEST_F(BSPointTest, TellsTheHostWhichBarWasClicked)
+{
+    createOnThreeDays();
+    axis.hostCalls = 0;
+    listOn(2);
+    EXPECT_THAT(axis.barsAsked, ElementsAre(2));
+    EXPECT_EQ(axis.hostCalls, 2) << "xToBar and priceToY";
+}
+
+TEST_F(BSPointTest, HandlesAClickWhateverItsHeight)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", "9301500", "10.5", "300"}});
+    for (const double y : {-1e9, 0.0, 1e9}) {
+        axis.popups.clear();
+        overlay->handleMousePress(0, y);
+        EXPECT_THAT(axis.popups, SizeIs(1));
+    }
+}
+
+TEST_F(BSPointTest, IgnoresTheOtherMouseOperations)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", "9301500", "10.5", "300"}});
+    const double y = anchorY(11);
+    overlay->handleMousePressR(0, y);
+    overlay->handleMouseRelease(0, y);
+    overlay->handleMouseReleaseR(0, y);
+    overlay->handleMouseMove(0, y);
+    EXPECT_THAT(axis.popups, IsEmpty());
+}
+
+TEST_F(BSPointTest, IgnoresWhatIsChosenFromTheList)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", "9301500", "10.5", "300"}});
+    for (const int chosen : {-1, 0, 99}) {
+        axis.onPopup = [chosen] { return chosen; };
+        listOn(0);
+    }
+    EXPECT_THAT(questions(), IsEmpty());
+    EXPECT_THAT(axis.questions, IsEmpty());
+}
+
+// A host that ends the object inside its own calls
+
+TEST_F(BSPointTest, IsDestroyedByTheHostInsideThePopup)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", "9301500", "10.5", "300"}});
+    axis.onPopup = [this] {
+        destroy();
+        return 0;
+    };
+    overlay->handleMousePress(0, 0);
+    EXPECT_EQ(bus().endPointCount(), 0);
+}
+
+TEST_F(BSPointTest, IsDestroyedByTheHostInsideARepaintAfterTodaysAnswer)
+{
+    createOnThreeDays();
+    axis.onUpdate = [this] { destroy(); };
+    hearToday({{"B", "20240104", "9301500", "1", "100"}});
+    EXPECT_EQ(bus().endPointCount(), 0);
+}
+
+TEST_F(BSPointTest, IsDestroyedByTheHostInsideARepaintAfterAHistoryAnswer)
+{
+    createOnThreeDays();
+    axis.onUpdate = [this] { destroy(); };
+    hearHistory({{"B", "20240104", "9301500", "1", "100"}});
+    EXPECT_EQ(bus().endPointCount(), 0);
+}
+
+TEST_F(BSPointTest, IsEndedByTheHostInsideARepaint)
+{
+    createOnThreeDays();
+    axis.onUpdate = [this] { overlay->deleteObject(); };
+    hearToday({{"B", "20240104", "9301500", "1", "100"}});
+    EXPECT_EQ(timer(), nullptr);
+}
+
+// The log
+
+TEST_F(BSPointTest, LogsItsQuestions)
+{
+    const LogCapture log;
+    create();
+    calc(shanghai, {makeDayBar(20240102)}, 4);
+    bus().takesMessages = false;
+    overlay->sendQueryTodayTradeInfoReq();
+    EXPECT_THAT(
+        log.lines(QtDebugMsg),
+        ElementsAre(
+            QStringLiteral(
+                R"(send sendQueryHistoryTradeInfoReq: "{\"cmd\":\"HistoryTrade\",\"end\":\"20240102\",\"market\":\"SH\",\"screenId\":\"screen-1\",\"start\":\"20240102\",\"stkcode\":\"600536\"}")"),
+            QStringLiteral(
+                R"(send sendQueryTodayTradeInfoReq: "{\"cmd\":\"TodayTrade\",\"market\":\"SH\",\"screenId\":\"screen-1\",\"stkcode\":\"600536\"}")")))
+        << "today's question is logged even when the bus refuses it";
+}
+
+TEST_F(BSPointTest, LogsEveryMessageAndTheRowsItReads)
+{
+    createOnThreeDays();
+    const LogCapture log;
+    hear("Other", QByteArray("x"));
+    hear(Topic::TRADEQUERY,
+         answer("HistoryTrade", QJsonArray{QJsonObject{{QStringLiteral("bizdate"), QStringLiteral("1")}}}));
+    hear(Topic::TRADEQUERY,
+         answer("TodayTrade", QJsonArray{QJsonObject{{QStringLiteral("orderdate"), QStringLiteral("1")}}}));
+    const auto lines = log.lines(QtDebugMsg);
+    ASSERT_THAT(lines, SizeIs(5));
+    EXPECT_EQ(lines[0], QStringLiteral(R"(handleTradeNotify receive topic: "Other" , msg: "x")"));
+    EXPECT_THAT(lines[1].toStdString(),
+                StartsWith("handleTradeNotify receive topic: \"TradeQuery\" , msg: \"{"));
+    EXPECT_EQ(lines[2], QStringLiteral(R"(handleQueryHistoryTradeInfoRes obo: "{\"bizdate\":\"1\"}")"));
+    EXPECT_EQ(lines[4], QStringLiteral(R"(handleQueryTradeInfoRes obo: "{\n    \"orderdate\": \"1\"\n}\n")"));
+}
+
+TEST_F(BSPointTest, LogsAClick)
+{
+    createOnThreeDays();
+    const LogCapture log;
+    overlay->handleMousePress(0, 0);
+    EXPECT_THAT(log.lines(QtDebugMsg), ElementsAre(QStringLiteral("BSPoint::handleMousePress is called.")));
+}
+
+TEST_F(BSPointTest, WritesNoDebugLineWhenTheDebugLogIsOff)
+{
+    const LogCapture log(LogCapture::Debug::Off);
+    createOnThreeDays();
+    hearHistory({{"B", "20240104", "9301500", "1", "100"}});
+    hearToday({{"B", "20240104", "9301500", "1", "100"}});
+    overlay->handleMousePress(0, 0);
+    overlay->sendQueryTodayTradeInfoReq();
+    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+}
+
+} // namespace

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace TradeChart {
+
+/// One executed trade.
+struct trade_cj
+{
+    bool isBuy;
+    std::int64_t matchTime; ///< yyyymmddhhmmss
+    double matchPrice;
+    double matchQty;
+};
+
+/// Chinese text of a side.
+constexpr const char *sideText(bool isBuy)
+{
+    return isBuy ? "买入" : "卖出";
+}
+
+/// The line of a trade in a pop-up list, its columns parted by tabs, under the side `side`.
+std::string tradeLine(const char *side, const trade_cj &trade);
+
+} // namespace TradeChart

@@ -1,0 +1,423 @@
+#include "tradechartobject/objects/BSPoint.h"
+
+#include "tradechartobject/common/BarMarks.h"
+#include "tradechartobject/common/BarTime.h"
+#include "tradechartobject/common/PopupLines.h"
+#include "tradechartobject/common/PriceScale.h"
+#include "tradechartobject/common/Security.h"
+#include "tradechartobject/common/TradeChannel.h"
+#include "tradechartobject/common/TradeVocabulary.h"
+
+#include <QDebug>
+#include <QJsonDocument>
+#include <QPointer>
+
+#include <algorithm>
+#include <cstring>
+
+using namespace TradeChart;
+
+namespace {
+
+constexpr std::int64_t noDate = -1;
+constexpr int expectedLines = 100;
+constexpr int aboveTheBar = 1; // the painter's variant for markers at the high
+
+// The painter's marker styles.
+constexpr int buyStyle = 0;
+constexpr int sellStyle = 2;
+constexpr int bothStyle = 4;
+
+/// A marker reaches up from its anchor; this much of its far end is not caught.
+constexpr double looseEnd = 2.0; // pixels
+
+struct DatedTrade
+{
+    std::int64_t date; ///< yyyymmdd
+    trade_cj trade;
+};
+
+QString text(const QJsonObject &row, const char *key)
+{
+    return row.value(QLatin1String(key)).toString();
+}
+
+/// Reads a row whose day and time (hhmmsscc) stand under the given keys. What is missing or no text
+/// reads as zero, and as a sell: executions carry single letters, not the direction codes of orders.
+DatedTrade readTrade(const QJsonObject &row, const char *dateKey, const char *timeKey)
+{
+    const std::int64_t date = text(row, dateKey).toInt();
+    const int time = text(row, timeKey).toInt();
+    return {date,
+            {text(row, TradeKeyFields::RTSBSFLAG) == QLatin1String(BSFlag::BUY), date * 1000000 + time / 100,
+             text(row, TradeKeyFields::RTSMATCHPRICE).toDouble(),
+             text(row, TradeKeyFields::RTSMATCHQTY).toDouble()}};
+}
+
+void logRow(const char *prefix, const QJsonObject &row, QJsonDocument::JsonFormat format)
+{
+    qDebug() << prefix << QString::fromUtf8(QJsonDocument(row).toJson(format));
+}
+
+void growTo(std::size_t count, std::vector<double> &marks)
+{
+    marks.resize(std::max(count, marks.size()), unmarked);
+}
+
+} // namespace
+
+BSPoint::BSPoint(Korvane::IChartAxis &axis, QJsonObject config, QObject *parent)
+    : QObject(parent),
+      m_axis(axis),
+      m_endPoint(nullptr),
+      m_code(noSecurity()),
+      m_period(Korvane::NoPeriod),
+      m_startDate(noDate),
+      m_endDate(noDate),
+      m_calcArg(0),
+      m_refreshTimer(nullptr),
+      m_refreshSeconds(TradeChannel::refreshSeconds(config))
+{
+    m_refreshTimer = TradeChannel::createRefreshTimer(this, &BSPoint::sendQueryTodayTradeInfoReq);
+    TradeChannel::restart(m_refreshTimer, m_refreshSeconds);
+    TradeChannel::joinTerminalBus(m_endPoint);
+    TradeChannel::listen(m_endPoint, this, &BSPoint::handleTradeNotify);
+    TradeChannel::subscribeScreen(m_endPoint, m_axis);
+}
+
+BSPoint::~BSPoint()
+{
+    m_endPoint.disconnect();
+}
+
+int BSPoint::type() const
+{
+    return Korvane::pluginObjectType;
+}
+
+bool BSPoint::deleteObject()
+{
+    TradeChannel::remove(m_refreshTimer);
+    return true;
+}
+
+// The bars
+
+bool BSPoint::isPaintItPeriod(Korvane::Period period)
+{
+    return period == Korvane::DayPeriod;
+}
+
+bool BSPoint::calcIt(const Korvane::tagCodeWithName &code, const Korvane::AnalyData *bars, int count,
+                     Korvane::Period period, int a, int)
+{
+    if (period != Korvane::DayPeriod) {
+        return false;
+    }
+    if (m_refreshTimer == nullptr) {
+        return true; // the host has already ended this object
+    }
+    if (!isSameSecurity(code, m_code)) {
+        changeSecurity(code);
+    }
+    m_period = Korvane::DayPeriod;
+    m_calcArg = a;
+    readBars(bars, count);
+    if (m_barTimes.empty()) {
+        return true;
+    }
+    TradeChannel::startIfIdle(m_refreshTimer, m_refreshSeconds);
+    if (!askForShownDays()) {
+        return false; // the marks stay as they were until the days change again
+    }
+    for (auto *marks : {&m_buyMarks, &m_sellMarks, &m_bothMarks}) {
+        marks->assign(m_barTimes.size(), unmarked);
+    }
+    return calcBSPointPriceInfo();
+}
+
+void BSPoint::changeSecurity(const Korvane::tagCodeWithName &code)
+{
+    m_refreshTimer->stop();
+    m_trades.clear();
+    m_code = code;
+    m_startDate = noDate;
+    m_endDate = noDate;
+}
+
+void BSPoint::readBars(const Korvane::AnalyData *bars, int count)
+{
+    decodeBarTimes(bars, count, m_period, m_barTimes);
+    m_barAnchors.resize(m_barTimes.size());
+    std::transform(bars, bars + m_barTimes.size(), m_barAnchors.begin(),
+                   [](const Korvane::AnalyData &bar) { return bar.high; });
+    // The painter reads a mark for every bar, also when the marks are not computed anew.
+    for (auto *marks : {&m_buyMarks, &m_sellMarks, &m_bothMarks}) {
+        growTo(m_barTimes.size(), *marks);
+    }
+}
+
+/// Asks for past trades when the first or last day shown has changed. The range counts as asked for
+/// even when the bus refuses the question: a chart that is redrawn often must not ask at every redraw.
+bool BSPoint::askForShownDays()
+{
+    const std::int64_t first = tradingDay(m_barTimes.front());
+    const std::int64_t last = tradingDay(m_barTimes.back());
+    if (first == m_startDate && last == m_endDate) {
+        return true;
+    }
+    m_startDate = first;
+    m_endDate = last;
+    return sendQueryHistoryTradeInfoReq();
+}
+
+bool BSPoint::calcBSPointPriceInfo()
+{
+    if (m_trades.empty()) {
+        return true;
+    }
+    // Bars come in the order of their days, as the trades do: each search starts where the last one
+    // ended. Should a host's bars step back, the search starts anew.
+    auto trades = m_trades.cbegin();
+    for (std::size_t bar = 0; bar < m_barTimes.size(); ++bar) {
+        const std::int64_t day = tradingDay(m_barTimes[bar]);
+        if (trades != m_trades.cbegin() && std::prev(trades)->first >= day) {
+            trades = m_trades.lower_bound(day);
+        }
+        while (trades != m_trades.cend() && trades->first < day) {
+            ++trades;
+        }
+        if (trades != m_trades.cend() && trades->first == day) {
+            markBar(bar, trades->second);
+        }
+    }
+    return true;
+}
+
+void BSPoint::markBar(std::size_t bar, const std::vector<trade_cj> &trades)
+{
+    for (const trade_cj &trade : trades) {
+        (trade.isBuy ? m_buyMarks : m_sellMarks)[bar] = marked;
+    }
+    const int index = static_cast<int>(bar);
+    if (isMarked(m_buyMarks, index) && isMarked(m_sellMarks, index)) {
+        m_bothMarks[bar] = marked;
+        m_buyMarks[bar] = unmarked;
+        m_sellMarks[bar] = unmarked;
+    }
+}
+
+// Scale and painting
+
+bool BSPoint::calcRatio(int, int)
+{
+    return true;
+}
+
+double BSPoint::maximizeValue(int &)
+{
+    return neutralMaximum;
+}
+
+double BSPoint::minimizeValue(int &)
+{
+    return neutralMinimum;
+}
+
+bool BSPoint::paintIt(Korvane::IChartPainter &painter)
+{
+    if (m_period != Korvane::DayPeriod) {
+        return false;
+    }
+    const double *anchors = m_barAnchors.data();
+    painter.drawMarkerSeries(0, m_buyMarks.data(), anchors, buyStyle, aboveTheBar);
+    painter.drawMarkerSeries(0, m_sellMarks.data(), anchors, sellStyle, aboveTheBar);
+    painter.drawMarkerSeries(0, m_bothMarks.data(), anchors, bothStyle, aboveTheBar);
+    return true;
+}
+
+// Mouse
+
+int BSPoint::hitTest(double x, double y)
+{
+    if (m_period != Korvane::DayPeriod) {
+        return -1;
+    }
+    const int bar = m_axis.xToBar(x);
+    const bool hasMarker =
+        isMarked(m_bothMarks, bar) || isMarked(m_buyMarks, bar) || isMarked(m_sellMarks, bar);
+    if (!hasMarker || !hasBar(m_barAnchors, bar)) {
+        return -1;
+    }
+    // The marker stands on its anchor; y grows downwards.
+    const double anchorY = m_axis.priceToY(m_barAnchors[static_cast<std::size_t>(bar)], -1, -1);
+    if (anchorY < y) {
+        return -1;
+    }
+    return y >= anchorY - m_axis.markerSize() + looseEnd ? 0 : -1;
+}
+
+void BSPoint::handleMousePress(double x, double)
+{
+    if (TradeChannel::isDebugLogOn()) {
+        qDebug() << "BSPoint::handleMousePress is called.";
+    }
+    const int bar = m_axis.xToBar(x);
+    if (!hasBar(m_barTimes, bar)) {
+        return;
+    }
+    tellHostWhichBar(bar);
+    const auto trades = m_trades.find(tradingDay(m_barTimes[static_cast<std::size_t>(bar)]));
+    if (trades == m_trades.end()) {
+        return;
+    }
+    PopupLines lines(expectedLines);
+    for (const trade_cj &trade : trades->second) {
+        if (const char *side = lineSide(bar, trade)) {
+            lines.append(tradeLine(side, trade));
+        }
+    }
+    if (!lines.isEmpty()) {
+        lines.show(m_axis); // a list to read: the choice does not matter
+    }
+}
+
+/// Terminals note the bar and the price that a click asks about; the answers are of no use here.
+void BSPoint::tellHostWhichBar(int bar) const
+{
+    Korvane::AnalyData record;
+    std::memset(&record, 0x7A, sizeof record); // told apart from a real bar, should the host not fill it
+    m_axis.barAt(bar, record);
+    m_axis.priceToY(record.close, -1, -1);
+}
+
+/// The side under which a trade is listed: the marker's, or the trade's own under a marker of both
+/// sides; null on a bar without a marker.
+const char *BSPoint::lineSide(int bar, const trade_cj &trade) const
+{
+    if (isMarked(m_bothMarks, bar)) {
+        return sideText(trade.isBuy);
+    }
+    if (isMarked(m_buyMarks, bar)) {
+        return sideText(true);
+    }
+    return isMarked(m_sellMarks, bar) ? sideText(false) : nullptr;
+}
+
+void BSPoint::handleMousePressR(double, double) {}
+
+void BSPoint::handleMouseRelease(double, double) {}
+
+void BSPoint::handleMouseReleaseR(double, double) {}
+
+void BSPoint::handleMouseMove(double, double) {}
+
+// Questions
+
+void BSPoint::sendQueryTodayTradeInfoReq()
+{
+    const QByteArray json =
+        TradeChannel::toJson(TradeChannel::screenRequest(CmdType::TODAYTRADE, m_code, m_axis));
+    TradeChannel::publish(m_endPoint, json);
+    TradeChannel::logSent(__func__, json); // also when the bus refused it: the log shows the refresh cycle
+}
+
+bool BSPoint::sendQueryHistoryTradeInfoReq()
+{
+    QJsonObject request = TradeChannel::screenRequest(CmdType::HISTORYTRADE, m_code, m_axis);
+    request.insert(QLatin1String(TradeKeyFields::START), QString::number(m_startDate));
+    request.insert(QLatin1String(TradeKeyFields::END), QString::number(m_endDate));
+    return TradeChannel::send(m_endPoint, request, __func__);
+}
+
+// Answers
+
+void BSPoint::handleTradeNotify(QByteArray topic, QByteArray message)
+{
+    if (TradeChannel::isDebugLogOn()) {
+        qDebug() << "handleTradeNotify receive topic:" << topic << ", msg:" << message;
+    }
+    if (m_refreshTimer == nullptr) {
+        return; // the host has already ended this object
+    }
+    if (topic == Topic::TRADEQUERY) {
+        if (const auto answer = TradeChannel::parseObject(message)) {
+            handleAnswer(*answer);
+        }
+    } else if (topic == Topic::TRADENOTIFY) {
+        const auto notification = TradeChannel::parseObject(message);
+        if (notification && TradeChannel::isAbout(*notification, m_code)) {
+            sendQueryTodayTradeInfoReq();
+        }
+    }
+}
+
+void BSPoint::handleAnswer(const QJsonObject &answer)
+{
+    const bool isHistory = TradeChannel::isCommand(answer, CmdType::HISTORYTRADE);
+    const bool isToday = TradeChannel::isCommand(answer, CmdType::TODAYTRADE);
+    if (!(isHistory || isToday) || !TradeChannel::isAbout(answer, m_code)) {
+        return;
+    }
+    const QJsonArray rows = answer.value(QLatin1String(TradeKeyFields::DATA)).toArray();
+    if (isHistory) {
+        handleQueryHistoryTradeInfoRes(rows);
+    } else {
+        handleQueryTodayTradeInfoRes(rows);
+    }
+}
+
+bool BSPoint::handleQueryTodayTradeInfoRes(QJsonArray rows)
+{
+    const bool logRows = TradeChannel::isDebugLogOn();
+    std::int64_t workingDate = currentDate();
+    std::vector<trade_cj> trades;
+    trades.reserve(static_cast<std::size_t>(rows.size()));
+    for (const QJsonValue &value : qAsConst(rows)) {
+        const QJsonObject row = value.toObject();
+        if (logRows) {
+            logRow("handleQueryTradeInfoRes obo:", row, QJsonDocument::Indented);
+        }
+        const DatedTrade read = readTrade(row, TradeKeyFields::RTSORDERDATE, TradeKeyFields::RTSENTRUSTTIME);
+        workingDate = read.date;
+        trades.push_back(read.trade);
+    }
+    // One day is answered: all of its rows stand under the day of the last one.
+    const QPointer<QObject> self(this);
+    if (!trades.empty()) {
+        m_trades[workingDate] = std::move(trades);
+        calcBSPointPriceInfo();
+        m_axis.updateObject(this);
+    }
+    if (self) { // the host may have ended this object while it repainted
+        TradeChannel::restart(m_refreshTimer, m_refreshSeconds);
+    }
+    return true;
+}
+
+bool BSPoint::handleQueryHistoryTradeInfoRes(QJsonArray rows)
+{
+    if (rows.isEmpty()) {
+        TradeChannel::restart(m_refreshTimer, m_refreshSeconds);
+        return true;
+    }
+    const bool logRows = TradeChannel::isDebugLogOn();
+    auto day = m_trades.end();
+    for (const QJsonValue &value : qAsConst(rows)) {
+        const QJsonObject row = value.toObject();
+        if (logRows) {
+            logRow("handleQueryHistoryTradeInfoRes obo:", row, QJsonDocument::Compact);
+        }
+        const DatedTrade read = readTrade(row, TradeKeyFields::RTSDATE, TradeKeyFields::RTSMATCHTIME);
+        if (day == m_trades.end() || day->first != read.date) {
+            day = m_trades.try_emplace(read.date).first; // rows of a day mostly follow each other
+        }
+        day->second.push_back(read.trade);
+    }
+    for (auto &[date, trades] : m_trades) {
+        trades.shrink_to_fit(); // past days are held for long and grow no more
+    }
+    calcBSPointPriceInfo();
+    m_axis.updateObject(this); // the host may end this object in here: nothing may follow
+    return true;
+}
