@@ -1,0 +1,228 @@
+#include "terminal/TerminalOptions.h"
+
+#include "terminal/TerminalPaths.h"
+#include "terminal/plugin/OverlayKind.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDate>
+#include <QDir>
+#include <QRegularExpression>
+
+#include <functional>
+
+namespace Terminal {
+
+namespace {
+
+QString text(const char *source)
+{
+    return QCoreApplication::translate("TerminalOptions", source);
+}
+
+/// One option of the command line: its help, and how its value gets into the options. `take` returns
+/// what is allowed when the value is not.
+struct OptionRow
+{
+    QString name;
+    QString valueName;
+    QString help;
+    std::function<QString(const QString &, TerminalOptions *)> take;
+};
+
+std::function<QString(const QString &, TerminalOptions *)> into(QString TerminalOptions::*member)
+{
+    return [member](const QString &value, TerminalOptions *options) {
+        options->*member = value;
+        return value.isEmpty() ? text("a text that is not empty") : QString();
+    };
+}
+
+template <typename Value>
+using Choices = std::vector<std::pair<QString, Value>>;
+
+template <typename Value>
+QString wordsOf(const Choices<Value> &choices)
+{
+    QStringList words;
+    for (const auto &choice : choices) {
+        words.append(choice.first);
+    }
+    return words.join(QStringLiteral(", "));
+}
+
+template <typename Value>
+std::function<QString(const QString &, TerminalOptions *)> oneOf(const Choices<Value> &choices,
+                                                                 Value TerminalOptions::*member)
+{
+    return [choices, member](const QString &value, TerminalOptions *options) {
+        for (const auto &choice : choices) {
+            if (choice.first == value) {
+                options->*member = choice.second;
+                return QString();
+            }
+        }
+        return wordsOf(choices);
+    };
+}
+
+Choices<ChartPeriod> periodChoices()
+{
+    Choices<ChartPeriod> choices;
+    for (const ChartPeriod period : chartPeriods) {
+        choices.emplace_back(periodWord(period), period);
+    }
+    return choices;
+}
+
+QString takeDay(const QString &value, TerminalOptions *options)
+{
+    const QDate date = QDate::fromString(value, QStringLiteral("yyyyMMdd"));
+    options->day = value.toInt();
+    return date.isValid() ? QString() : text("a date of the form yyyymmdd");
+}
+
+QString takeOverlays(const QString &value, TerminalOptions *options)
+{
+    options->overlays = value.split(QLatin1Char(','), Qt::SkipEmptyParts);
+    for (const QString &word : qAsConst(options->overlays)) {
+        if (findOverlayKind(word) == nullptr) {
+            return text("a list, separated by commas, of %1").arg(overlayWords().join(QStringLiteral(", ")));
+        }
+    }
+    return {};
+}
+
+QString takeSize(const QString &value, TerminalOptions *options)
+{
+    const auto match = QRegularExpression(QStringLiteral("^(\\d{1,5})x(\\d{1,5})$")).match(value);
+    const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
+    options->size = size;
+    const bool fits = match.hasMatch() && size.width() >= 640 && size.height() >= 360 &&
+                      size.width() <= 8192 && size.height() <= 8192;
+    return fits ? QString() : text("WIDTHxHEIGHT between 640x360 and 8192x8192, e.g. 1600x900");
+}
+
+QString takeTimeout(const QString &value, TerminalOptions *options)
+{
+    bool isNumber = false;
+    options->timeoutSeconds = value.toInt(&isNumber);
+    return isNumber && options->timeoutSeconds > 0 && options->timeoutSeconds <= 600
+               ? QString()
+               : text("a number of seconds from 1 to 600");
+}
+
+std::vector<OptionRow> optionRows()
+{
+    return {
+        {QStringLiteral("data"), QStringLiteral("DIR"),
+         text("Folder with securities.csv, daily/ and minute/."), into(&TerminalOptions::dataFolder)},
+        {QStringLiteral("code"), QStringLiteral("CODE"), text("Security to show, e.g. 600519."),
+         into(&TerminalOptions::code)},
+        {QStringLiteral("period"), QStringLiteral("PERIOD"), text("day, week, month or minute."),
+         oneOf(periodChoices(), &TerminalOptions::period)},
+        {QStringLiteral("day"), QStringLiteral("YYYYMMDD"),
+         text("Day of a minute chart; else the last recorded."), takeDay},
+        {QStringLiteral("overlays"), QStringLiteral("LIST"), text("Overlays to show, e.g. cost,trades."),
+         takeOverlays},
+        {QStringLiteral("plugin"), QStringLiteral("PATH"), text("File of the overlay library."),
+         into(&TerminalOptions::pluginFile)},
+        {QStringLiteral("ledger"), QStringLiteral("FILE"),
+         text("Ledger to serve; starts the trading module on it."), into(&TerminalOptions::ledger)},
+        {QStringLiteral("module"), QStringLiteral("PATH"), text("Program of the trading module."),
+         into(&TerminalOptions::moduleProgram)},
+        {QStringLiteral("theme"), QStringLiteral("THEME"), text("light or dark."),
+         oneOf<ThemeKind>(
+             {{QStringLiteral("light"), ThemeKind::Light}, {QStringLiteral("dark"), ThemeKind::Dark}},
+             &TerminalOptions::theme)},
+        {QStringLiteral("rise"), QStringLiteral("COLOUR"), text("Colour of rising bars: red or green."),
+         oneOf<RiseColour>(
+             {{QStringLiteral("red"), RiseColour::Red}, {QStringLiteral("green"), RiseColour::Green}},
+             &TerminalOptions::riseColour)},
+        {QStringLiteral("lang"), QStringLiteral("LANGUAGE"), text("zh or en."),
+         oneOf<QString>(
+             {{QStringLiteral("zh"), QStringLiteral("zh")}, {QStringLiteral("en"), QStringLiteral("en")}},
+             &TerminalOptions::language)},
+        {QStringLiteral("snapshot"), QStringLiteral("FILE.png"),
+         text("Writes a picture instead of opening a window; needs no display."),
+         into(&TerminalOptions::snapshotFile)},
+        {QStringLiteral("size"), QStringLiteral("WxH"), text("Size of the window or picture in pixels."),
+         takeSize},
+        {QStringLiteral("timeout"), QStringLiteral("SECONDS"),
+         text("How long a snapshot waits for the overlays' data."), takeTimeout},
+    };
+}
+
+TerminalOptions defaultOptions(const QString &programFolder)
+{
+    TerminalOptions options;
+    options.dataFolder = sampleDataFolder(programFolder);
+    options.pluginFile = defaultPluginFile(programFolder);
+    options.moduleProgram = QDir(programFolder).filePath(QStringLiteral("trademodule"));
+    return options;
+}
+
+Loaded<ParsedOptions> failure(const QString &reason)
+{
+    return Loaded<ParsedOptions>::failure(reason);
+}
+
+QString takeValues(const QCommandLineParser &parser, const std::vector<OptionRow> &rows,
+                   TerminalOptions *options)
+{
+    for (const OptionRow &row : rows) {
+        if (!parser.isSet(row.name)) {
+            continue;
+        }
+        const QString value = parser.value(row.name);
+        const QString allowed = row.take(value, options);
+        if (!allowed.isEmpty()) {
+            return text("--%1 is \"%2\", but must be %3").arg(row.name, value, allowed);
+        }
+    }
+    return {};
+}
+
+void addOptions(QCommandLineParser *parser, const std::vector<OptionRow> &rows)
+{
+    parser->setApplicationDescription(text("Chart terminal with the account's cost, trades and orders."));
+    for (const OptionRow &row : rows) {
+        parser->addOption(QCommandLineOption(row.name, row.help, row.valueName));
+    }
+    parser->addOption(
+        QCommandLineOption(QStringLiteral("no-broker"), text("Does not start a message broker.")));
+    parser->addHelpOption();
+    parser->addVersionOption();
+}
+
+} // namespace
+
+Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &programFolder)
+{
+    const std::vector<OptionRow> rows = optionRows();
+    QCommandLineParser parser;
+    addOptions(&parser, rows);
+    if (!parser.parse(arguments)) {
+        return failure(parser.errorText());
+    }
+    ParsedOptions parsed;
+    parsed.options = defaultOptions(programFolder);
+    parsed.helpText = parser.helpText();
+    if (parser.isSet(QStringLiteral("help"))) {
+        parsed.end = OptionsEnd::ShowHelp;
+        return parsed;
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        parsed.end = OptionsEnd::ShowVersion;
+        return parsed;
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        return failure(
+            text("\"%1\" is no option; see --help").arg(parser.positionalArguments().constFirst()));
+    }
+    parsed.options.startsBroker = !parser.isSet(QStringLiteral("no-broker"));
+    const QString error = takeValues(parser, rows, &parsed.options);
+    return error.isEmpty() ? Loaded<ParsedOptions>(parsed) : failure(error);
+}
+
+} // namespace Terminal

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <vector>
+
+namespace Terminal {
+
+struct PriceSpan
+{
+    double low = 0;
+    double high = 0;
+};
+
+/// The price scale for candles that reach over `candles`, with some air above and below.
+///
+/// `wishes` are the spans that overlays would like to see. A bound is granted when it lies no more than
+/// a quarter of the candles' height beyond them; what lies farther away would squeeze the candles and
+/// is left out of the scale. Spans that are not finite or whose high is below their low are no wishes.
+PriceSpan fitPrices(PriceSpan candles, const std::vector<PriceSpan> &wishes);
+
+} // namespace Terminal

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace Terminal {
+
+/// What one bar of a chart knows. Prices in the currency of the security, volume in shares.
+struct Bar
+{
+    std::int32_t date = 0;   ///< trading day as yyyymmdd; the last one of a week's or month's bar
+    std::int32_t minute = 0; ///< end of the bar in minutes since midnight; 0 for bars of a day or more
+    double open = 0;
+    double high = 0;
+    double low = 0;
+    double close = 0;
+    double volume = 0;
+
+    bool rises() const { return close >= open; }
+};
+
+/// Oldest bar first.
+using Bars = std::vector<Bar>;
+
+} // namespace Terminal

@@ -1,0 +1,100 @@
+#include "terminal/data/DataFolder.h"
+
+#include "terminal/data/BarAggregation.h"
+#include "terminal/data/BarFile.h"
+#include "terminal/data/TradingHours.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+
+namespace Terminal {
+
+namespace {
+
+QString text(const char *source)
+{
+    return QCoreApplication::translate("DataFolder", source);
+}
+
+QString codesOf(const Securities &securities)
+{
+    QStringList codes;
+    for (const Security &security : securities) {
+        codes.append(security.code);
+    }
+    return codes.join(QStringLiteral(", "));
+}
+
+} // namespace
+
+Loaded<DataFolder> DataFolder::open(const QString &path)
+{
+    DataFolder folder;
+    folder.m_dir = QDir(path);
+    if (!folder.m_dir.exists()) {
+        return Loaded<DataFolder>::failure(text("%1: there is no such folder").arg(path));
+    }
+    const auto securities = readSecurities(folder.m_dir.filePath(QStringLiteral("securities.csv")));
+    if (!securities) {
+        return Loaded<DataFolder>::failure(securities.error());
+    }
+    folder.m_securities = securities.value();
+    return folder;
+}
+
+std::vector<std::int32_t> DataFolder::minuteDays(const QString &code) const
+{
+    const QRegularExpression name(
+        QStringLiteral("^%1_(\\d{8})\\.csv$").arg(QRegularExpression::escape(code)));
+    std::vector<std::int32_t> days;
+    const QStringList files =
+        QDir(m_dir.filePath(QStringLiteral("minute"))).entryList(QDir::Files, QDir::Name);
+    for (const QString &file : files) {
+        const QRegularExpressionMatch match = name.match(file);
+        if (match.hasMatch()) {
+            days.push_back(match.captured(1).toInt());
+        }
+    }
+    return days;
+}
+
+Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period, std::int32_t day) const
+{
+    const Security *const security = findSecurity(m_securities, code);
+    if (security == nullptr) {
+        return Loaded<ChartData>::failure(
+            text("there is no security %1; known are: %2").arg(code, codesOf(m_securities)));
+    }
+    const auto bars = loadBars(code, period, day);
+    if (!bars) {
+        return Loaded<ChartData>::failure(bars.error());
+    }
+    return ChartData{*security, period, bars.value()};
+}
+
+Loaded<Bars> DataFolder::loadBars(const QString &code, ChartPeriod period, std::int32_t day) const
+{
+    if (period == ChartPeriod::Minute) {
+        return loadMinutes(code, day);
+    }
+    auto days = readDailyBars(m_dir.filePath(QStringLiteral("daily/%1.csv").arg(code)));
+    if (!days || period == ChartPeriod::Day) {
+        return days;
+    }
+    return period == ChartPeriod::Week ? toWeeks(days.value()) : toMonths(days.value());
+}
+
+Loaded<Bars> DataFolder::loadMinutes(const QString &code, std::int32_t day) const
+{
+    if (day == 0) {
+        const std::vector<std::int32_t> days = minuteDays(code);
+        if (days.empty()) {
+            return Loaded<Bars>::failure(text("%1: there are no minute bars of %2").arg(m_dir.path(), code));
+        }
+        day = days.back();
+    }
+    auto minutes = readMinuteBars(m_dir.filePath(QStringLiteral("minute/%1_%2.csv").arg(code).arg(day)), day);
+    return minutes ? Loaded<Bars>(withAuctionBar(minutes.value())) : minutes;
+}
+
+} // namespace Terminal

@@ -1,0 +1,32 @@
+#include "terminal/data/TradingHours.h"
+
+namespace Terminal {
+
+namespace {
+
+constexpr int morningEnd = 11 * 60 + 30;
+constexpr int afternoonStart = 13 * 60 + 1;
+constexpr int afternoonEnd = 15 * 60;
+
+} // namespace
+
+bool isTradingMinute(int minute)
+{
+    return (minute >= auctionMinute && minute <= morningEnd) ||
+           (minute >= afternoonStart && minute <= afternoonEnd);
+}
+
+Bars withAuctionBar(Bars minutes)
+{
+    if (minutes.front().minute == auctionMinute) {
+        return minutes;
+    }
+    Bar auction = minutes.front();
+    auction.minute = auctionMinute;
+    auction.high = auction.low = auction.close = auction.open;
+    auction.volume = 0;
+    minutes.insert(minutes.begin(), auction);
+    return minutes;
+}
+
+} // namespace Terminal

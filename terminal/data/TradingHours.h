@@ -1,0 +1,21 @@
+#pragma once
+
+#include "terminal/data/Bar.h"
+
+namespace Terminal {
+
+/// Bars of a full trading day: 0930 for the opening auction, 0931–1130 and 1301–1500. A label marks
+/// the end of its minute.
+constexpr int minutesOfTradingDay = 241;
+
+/// The bar of the opening auction, in minutes since midnight.
+constexpr int auctionMinute = 9 * 60 + 30;
+
+/// True when a bar of a trading day may end at `minute` (minutes since midnight).
+bool isTradingMinute(int minute);
+
+/// The minutes of one day with a bar for the opening auction: where the recording has none, one is
+/// made, flat at the first open and without volume. Requires at least one bar.
+Bars withAuctionBar(Bars minutes);
+
+} // namespace Terminal

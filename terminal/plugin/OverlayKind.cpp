@@ -1,0 +1,49 @@
+#include "terminal/plugin/OverlayKind.h"
+
+#include "tradechartobject/common/TradeVocabulary.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace Terminal {
+
+const std::vector<OverlayKind> &overlayKinds()
+{
+    using namespace TradeChart::CmdType;
+    static const std::vector<OverlayKind> kinds = {
+        {"cost", 0, QT_TRANSLATE_NOOP("OverlayKind", "Cost"), false, {HOLDERCOSTPRICE}},
+        {"trades", 1, QT_TRANSLATE_NOOP("OverlayKind", "Trades"), true, {HISTORYTRADE, TODAYTRADE}},
+        {"orders",
+         2,
+         QT_TRANSLATE_NOOP("OverlayKind", "Orders"),
+         true,
+         {ENTRUSTTODAYTRADE, ENTRUSTHISTORYTRADE}},
+    };
+    return kinds;
+}
+
+const OverlayKind *findOverlayKind(const QString &word)
+{
+    const auto &kinds = overlayKinds();
+    const auto kind = std::find_if(kinds.begin(), kinds.end(), [&word](const OverlayKind &candidate) {
+        return word == QLatin1String(candidate.word);
+    });
+    return kind == kinds.end() ? nullptr : &*kind;
+}
+
+QStringList overlayWords()
+{
+    QStringList words;
+    for (const OverlayKind &kind : overlayKinds()) {
+        words.append(QLatin1String(kind.word));
+    }
+    return words;
+}
+
+QString overlayTitle(const OverlayKind &kind)
+{
+    return QCoreApplication::translate("OverlayKind", kind.title);
+}
+
+} // namespace Terminal
