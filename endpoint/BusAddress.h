@@ -1,0 +1,46 @@
+#pragma once
+
+#include "endpoint/EndPointExport.h"
+
+#include <QByteArray>
+#include <QString>
+
+namespace LocalCommunication {
+
+/// Where the bus of a terminal is, and how to get in.
+///
+/// The directory of the running terminal names the bus instance. A file "endpoint.ini" in it points
+/// to a broker; without that file the bus is the broker that the terminal starts for itself on a
+/// socket of its user's runtime directory. docs/bus-protocol.md lists every key of the file.
+struct ENDPOINT_EXPORT BusAddress
+{
+    enum class Transport { UnixSocket, Tcp, Tls };
+
+    /// Looks the address up. Anything wrong is told by `problem`; there is no fall-back.
+    static BusAddress ofDirectory(const QString &directory);
+
+    bool isValid() const { return problem.isEmpty(); }
+
+    /// For messages to people: "unix:///run/…/bus.sock", "mqtts://host:8883".
+    QString toString() const;
+
+    /// Empty, or what is wrong: names the file and the key and says what is expected.
+    QString problem;
+
+    /// True for the terminal's own broker, which only its user may run; false when endpoint.ini rules.
+    bool isEmbedded = false;
+
+    Transport transport = Transport::UnixSocket;
+    QString socketPath; ///< Unix socket only
+    QString host;       ///< Tcp and Tls only: a name or an IP address
+    int port = 0;
+
+    QByteArray prefix; ///< empty, or the first levels of every topic path, encoded and ending in '/'
+    QByteArray username;
+    QByteArray password;
+    QString caFile; ///< Tls only; empty: the certificate authorities of the system
+    QString certFile;
+    QString keyFile;
+};
+
+} // namespace LocalCommunication

@@ -1,0 +1,176 @@
+#include "endpoint/EndPoint.h"
+
+#include "endpoint/BusAddress.h"
+#include "endpoint/Logging_p.h"
+#include "endpoint/MqttSession_p.h"
+#include "endpoint/OwedAnswers_p.h"
+#include "endpoint/TopicPath_p.h"
+
+#include <QHash>
+#include <QPointer>
+#include <QVector>
+
+#include <algorithm>
+
+namespace LocalCommunication {
+
+static_assert(sizeof(EndPoint) == sizeof(QObject) + sizeof(void *),
+              "a terminal's own bus client and this one are exchanged at run time: their sizes are part of "
+              "the promise");
+
+namespace {
+
+constexpr int DefaultRequestTimeoutMs = 3000;
+
+} // namespace
+
+class EndPoint::Private
+{
+public:
+    explicit Private(EndPoint *endPoint) : q(endPoint), session(endPoint) {}
+
+    QVector<QByteArray> route(const QVector<TopicName> &names, const QByteArray &prefix);
+    void deliver();
+    QByteArray replyChannelOf(BusMessage &message, const TopicName &name);
+    bool answer(const QByteArray &channel, const QByteArray &payload);
+
+    EndPoint *const q;
+    QString address;
+    int requestTimeoutMs = DefaultRequestTimeoutMs;
+    QVector<TopicName> subscriptions;
+    QHash<QByteArray, TopicName> namesByPath; // of the subscriptions, while there is an address
+    OwedAnswers owedAnswers;
+    MqttSession session;
+};
+
+EndPoint::EndPoint(QObject *parent) : QObject(parent), d(std::make_unique<Private>(this))
+{
+    QObject::connect(&d->session, &MqttSession::messagesArrived, this, [this] { d->deliver(); });
+    QObject::connect(&d->session, &MqttSession::ready, this, &EndPoint::ready);
+}
+
+EndPoint::~EndPoint() = default;
+
+void EndPoint::connect(QString address)
+{
+    if (d->session.isOpen() && address == d->address) {
+        return;
+    }
+    disconnect();
+    const BusAddress bus = BusAddress::ofDirectory(address);
+    if (!bus.isValid()) {
+        qCWarning(lcBus, "%s; there is no connection", qUtf8Printable(bus.problem));
+        return;
+    }
+    d->address = address;
+    d->session.open(bus, d->route(d->subscriptions, bus.prefix));
+}
+
+void EndPoint::disconnect()
+{
+    d->session.close();
+    d->address.clear();
+    d->namesByPath.clear();
+}
+
+void EndPoint::subscribe(QByteArray channel, QList<QByteArray> topics)
+{
+    QVector<TopicName> added;
+    for (const QByteArray &topic : qAsConst(topics)) {
+        const TopicName name{channel, topic};
+        if (topicPath(QByteArray(), name).isEmpty()) {
+            qCWarning(lcBus, "A subscription to topic '%s' on channel '%s' is refused: empty or too long",
+                      topic.constData(), channel.constData());
+        } else if (!d->subscriptions.contains(name) && !added.contains(name)) {
+            added.append(name);
+        }
+    }
+    d->subscriptions += added;
+    if (d->session.isOpen() && !added.isEmpty()) {
+        d->session.subscribe(d->route(added, d->session.prefix()));
+    }
+}
+
+void EndPoint::subscribe(QByteArray channel, QByteArray topic)
+{
+    subscribe(channel, QList<QByteArray>{topic});
+}
+
+bool EndPoint::sendMessage(QByteArray channel, QByteArray topic, QByteArray payload)
+{
+    if (d->owedAnswers.isOwn(channel)) {
+        return d->answer(channel, payload);
+    }
+    return d->session.publish(topicPath(d->session.prefix(), {channel, topic}), payload);
+}
+
+QByteArray EndPoint::request(QByteArray topic, QByteArray payload)
+{
+    return d->session.request(topicPath(d->session.prefix(), {QByteArrayLiteral("Global"), topic}), payload,
+                              d->requestTimeoutMs);
+}
+
+void EndPoint::setRequestTimeout(int milliseconds)
+{
+    d->requestTimeoutMs = std::max(0, milliseconds);
+}
+
+bool EndPoint::isConnected() const
+{
+    return d->session.isJoined();
+}
+
+/// The paths to subscribe to; what arrives on them is known by its names from now on.
+QVector<QByteArray> EndPoint::Private::route(const QVector<TopicName> &names, const QByteArray &prefix)
+{
+    QVector<QByteArray> paths;
+    for (const TopicName &name : names) {
+        const QByteArray path = topicPath(prefix, name);
+        if (path.isEmpty()) {
+            qCWarning(lcBus, "Topic '%s' on channel '%s' is too long for this bus", name.topic.constData(),
+                      name.channel.constData());
+            continue;
+        }
+        namesByPath.insert(path, name);
+        paths.append(path);
+    }
+    return paths;
+}
+
+/// Every message is taken before it is handed over: the receiver may ask, leave the bus, run an event
+/// loop of its own or destroy the endpoint.
+void EndPoint::Private::deliver()
+{
+    const QPointer<EndPoint> alive(q);
+    while (alive) {
+        std::optional<BusMessage> message = session.takeMessage();
+        if (!message) {
+            return;
+        }
+        const auto name = namesByPath.constFind(message->path);
+        if (name != namesByPath.constEnd()) {
+            const TopicName copy = *name;
+            Q_EMIT q->messageReceived(copy.topic, message->payload, replyChannelOf(*message, copy));
+        }
+    }
+}
+
+QByteArray EndPoint::Private::replyChannelOf(BusMessage &message, const TopicName &name)
+{
+    if (message.responsePath.isEmpty()) {
+        return name.channel;
+    }
+    return owedAnswers.add({std::move(message.responsePath), std::move(message.correlation)});
+}
+
+bool EndPoint::Private::answer(const QByteArray &channel, const QByteArray &payload)
+{
+    const std::optional<OwedAnswers::Recipient> recipient = owedAnswers.take(channel);
+    if (!recipient) {
+        session.warnNotSent(channel, QStringLiteral("the question was answered already or is too old"));
+        return false;
+    }
+    return session.publish(recipient->path, payload, recipient->correlation);
+}
+
+} // namespace LocalCommunication

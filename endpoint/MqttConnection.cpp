@@ -1,0 +1,275 @@
+#include "endpoint/MqttConnection_p.h"
+
+#include "endpoint/Platform_p.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <cerrno>
+#include <mosquitto.h>
+#include <mqtt_protocol.h>
+#include <vector>
+
+namespace LocalCommunication {
+
+namespace {
+
+/// On a Unix socket the end of the stream tells when the broker is gone; a keep-alive would only
+/// throw out a terminal whose user interface is busy for long.
+constexpr int NoKeepAlive = 0;
+constexpr int TcpKeepAliveSeconds = 60;
+
+constexpr int AtMostOnce = 0;
+constexpr int FirstRefusal = 0x80; // of MQTT 5's reason codes
+
+/// Set up at first use, for the life of the process.
+void initializeLibrary()
+{
+    struct Library
+    {
+        Library() { mosquitto_lib_init(); }
+        ~Library() { mosquitto_lib_cleanup(); }
+    };
+    static const Library library;
+}
+
+struct PropertiesDeleter
+{
+    void operator()(mosquitto_property *list) const { mosquitto_property_free_all(&list); }
+};
+using Properties = std::unique_ptr<mosquitto_property, PropertiesDeleter>;
+
+Properties responseProperties(const QByteArray &responsePath, const QByteArray &correlation)
+{
+    mosquitto_property *list = nullptr;
+    if (!responsePath.isEmpty()) {
+        mosquitto_property_add_string(&list, MQTT_PROP_RESPONSE_TOPIC, responsePath.constData());
+    }
+    if (!correlation.isEmpty()) {
+        mosquitto_property_add_binary(&list, MQTT_PROP_CORRELATION_DATA, correlation.constData(),
+                                      static_cast<uint16_t>(correlation.size()));
+    }
+    return Properties(list);
+}
+
+QByteArray responsePathOf(const mosquitto_property *list)
+{
+    char *text = nullptr;
+    mosquitto_property_read_string(list, MQTT_PROP_RESPONSE_TOPIC, &text, false);
+    const std::unique_ptr<char, decltype(&free)> owner(text, &free);
+    return QByteArray(text);
+}
+
+QByteArray correlationOf(const mosquitto_property *list)
+{
+    void *data = nullptr;
+    uint16_t size = 0;
+    mosquitto_property_read_binary(list, MQTT_PROP_CORRELATION_DATA, &data, &size, false);
+    const std::unique_ptr<void, decltype(&free)> owner(data, &free);
+    return QByteArray(static_cast<const char *>(data), size);
+}
+
+const char *orNull(const QByteArray &text)
+{
+    return text.isEmpty() ? nullptr : text.constData();
+}
+
+} // namespace
+
+/// What the library calls. It holds its locks meanwhile, so nothing here calls it back.
+struct MqttConnection::Callbacks
+{
+    static void connected(mosquitto *, void *self, int reason, int, const mosquitto_property *)
+    {
+        auto *connection = static_cast<MqttConnection *>(self);
+        connection->m_accepted = reason == 0;
+        connection->m_refused = reason != 0;
+        if (connection->m_refused) {
+            connection->m_brokersReason = QStringLiteral("the broker refuses this client: ") +
+                                          QLatin1String(mosquitto_reason_string(reason));
+        }
+    }
+
+    static void disconnected(mosquitto *, void *self, int reason, const mosquitto_property *)
+    {
+        auto *connection = static_cast<MqttConnection *>(self);
+        if (reason >= FirstRefusal && connection->m_brokersReason.isEmpty()) {
+            connection->m_brokersReason = QStringLiteral("the broker ended the connection: ") +
+                                          QLatin1String(mosquitto_reason_string(reason));
+        }
+    }
+
+    static void subscribed(mosquitto *, void *self, int packet, int count, const int *granted,
+                           const mosquitto_property *)
+    {
+        auto *connection = static_cast<MqttConnection *>(self);
+        const QVector<QByteArray> paths = connection->m_subscriptionsUnderWay.take(packet);
+        for (int i = 0; i < std::min(count, paths.size()); ++i) {
+            if (granted[i] >= FirstRefusal) {
+                connection->m_refusedSubscriptions.append(paths[i]);
+            }
+        }
+    }
+
+    static void received(mosquitto *, void *self, const mosquitto_message *message,
+                         const mosquitto_property *list)
+    {
+        BusMessage copy;
+        copy.path = QByteArray(message->topic);
+        copy.payload = QByteArray(static_cast<const char *>(message->payload), message->payloadlen);
+        if (list) {
+            copy.responsePath = responsePathOf(list);
+            copy.correlation = correlationOf(list);
+        }
+        static_cast<MqttConnection *>(self)->m_received.push_back(std::move(copy));
+    }
+
+    static void sent(mosquitto *, void *self, int)
+    {
+        auto *connection = static_cast<MqttConnection *>(self);
+        if (!connection->m_unsent.empty()) {
+            connection->m_unsentBytes -= connection->m_unsent.front();
+            connection->m_unsent.pop_front();
+        }
+    }
+};
+
+void MqttConnection::HandleDeleter::operator()(mosquitto *handle) const
+{
+    mosquitto_destroy(handle);
+}
+
+MqttConnection::MqttConnection(const BusAddress &address, const QByteArray &clientId) : m_address(address)
+{
+    initializeLibrary();
+    m_handle.reset(mosquitto_new(clientId.constData(), true, this));
+    mosquitto_connect_v5_callback_set(m_handle.get(), &Callbacks::connected);
+    mosquitto_disconnect_v5_callback_set(m_handle.get(), &Callbacks::disconnected);
+    mosquitto_subscribe_v5_callback_set(m_handle.get(), &Callbacks::subscribed);
+    mosquitto_message_v5_callback_set(m_handle.get(), &Callbacks::received);
+    mosquitto_publish_callback_set(m_handle.get(), &Callbacks::sent);
+    m_error = configure();
+}
+
+MqttConnection::~MqttConnection() = default;
+
+/// Empty, or what the library does not take.
+QString MqttConnection::configure()
+{
+    mosquitto *handle = m_handle.get();
+    mosquitto_int_option(handle, MOSQ_OPT_PROTOCOL_VERSION, MQTT_PROTOCOL_V5);
+    mosquitto_int_option(handle, MOSQ_OPT_TCP_NODELAY, 1);
+#if LIBMOSQUITTO_VERSION_NUMBER >= 2001000
+    mosquitto_int_option(handle, MOSQ_OPT_DISABLE_SOCKETPAIR, 1); // saves two descriptors
+#endif
+    int code = MOSQ_ERR_SUCCESS;
+    if (!m_address.username.isEmpty()) {
+        code = mosquitto_username_pw_set(handle, m_address.username.constData(), orNull(m_address.password));
+    }
+    if (code == MOSQ_ERR_SUCCESS && m_address.transport == BusAddress::Transport::Tls) {
+        const QByteArray ca = QFile::encodeName(m_address.caFile);
+        const QByteArray cert = QFile::encodeName(m_address.certFile);
+        const QByteArray key = QFile::encodeName(m_address.keyFile);
+        code = ca.isEmpty()
+                   ? mosquitto_int_option(handle, MOSQ_OPT_TLS_USE_OS_CERTS, 1)
+                   : mosquitto_tls_set(handle, ca.constData(), nullptr, orNull(cert), orNull(key), nullptr);
+    }
+    return code == MOSQ_ERR_SUCCESS ? QString() : QString::fromLocal8Bit(mosquitto_strerror(code));
+}
+
+MqttConnection::Opened MqttConnection::open(const QByteArray &host)
+{
+    const bool isUnix = m_address.transport == BusAddress::Transport::UnixSocket;
+    if (!m_error.isEmpty()) {
+        return Opened::Failed; // could not be configured
+    }
+    const int code =
+        isUnix
+            ? mosquitto_connect_bind_v5(m_handle.get(), host.constData(), 0, NoKeepAlive, nullptr, nullptr)
+            : mosquitto_connect_async(m_handle.get(), host.constData(), m_address.port, TcpKeepAliveSeconds);
+    if (isUnix && code == MOSQ_ERR_ERRNO && errno == EAGAIN) {
+        return Opened::Busy;
+    }
+    if (!succeeded(code)) {
+        return Opened::Failed;
+    }
+    Platform::closeOnExec(descriptor());
+    return Opened::UnderWay;
+}
+
+void MqttConnection::close()
+{
+    mosquitto_disconnect(m_handle.get());
+}
+
+int MqttConnection::descriptor() const
+{
+    return mosquitto_socket(m_handle.get());
+}
+
+bool MqttConnection::wantsToWrite() const
+{
+    return mosquitto_want_write(m_handle.get());
+}
+
+bool MqttConnection::read()
+{
+    return succeeded(mosquitto_loop_read(m_handle.get(), 1)) && !m_refused;
+}
+
+bool MqttConnection::write()
+{
+    return succeeded(mosquitto_loop_write(m_handle.get(), 1));
+}
+
+bool MqttConnection::keepAlive()
+{
+    return succeeded(mosquitto_loop_misc(m_handle.get()));
+}
+
+bool MqttConnection::subscribe(const QVector<QByteArray> &paths)
+{
+    std::vector<char *> filters;
+    for (const QByteArray &path : paths) {
+        filters.push_back(const_cast<char *>(path.constData())); // the library's signature lacks a const
+    }
+    int packet = 0;
+    const int code = mosquitto_subscribe_multiple(m_handle.get(), &packet, static_cast<int>(filters.size()),
+                                                  filters.data(), AtMostOnce, MQTT_SUB_OPT_NO_LOCAL, nullptr);
+    if (!succeeded(code)) {
+        return false;
+    }
+    m_subscriptionsUnderWay.insert(packet, paths);
+    return true;
+}
+
+bool MqttConnection::publish(const QByteArray &path, const QByteArray &payload,
+                             const QByteArray &responsePath, const QByteArray &correlation)
+{
+    const Properties properties = responseProperties(responsePath, correlation);
+    const auto unsentBefore = m_unsent.size();
+    m_unsent.push_back(payload.size());
+    m_unsentBytes += payload.size();
+    const int code = mosquitto_publish_v5(m_handle.get(), nullptr, path.constData(), payload.size(),
+                                          payload.constData(), AtMostOnce, false, properties.get());
+    if (succeeded(code)) {
+        return true;
+    }
+    if (m_unsent.size() > unsentBefore) {
+        m_unsentBytes -= m_unsent.back();
+        m_unsent.pop_back();
+    }
+    return false;
+}
+
+bool MqttConnection::succeeded(int code)
+{
+    if (code == MOSQ_ERR_SUCCESS) {
+        return true;
+    }
+    m_error =
+        code == MOSQ_ERR_ERRNO ? qt_error_string(errno) : QString::fromLocal8Bit(mosquitto_strerror(code));
+    return false;
+}
+
+} // namespace LocalCommunication

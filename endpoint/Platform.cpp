@@ -1,0 +1,99 @@
+#include "endpoint/Platform_p.h"
+
+#include <QFile>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#ifdef Q_OS_LINUX
+#    include <sys/prctl.h>
+#else
+#    include <sys/event.h>
+#endif
+
+namespace LocalCommunication::Platform {
+
+QString socketPathProblem(const QString &path)
+{
+    constexpr int limit = sizeof(sockaddr_un::sun_path) - 1;
+    const int length = QFile::encodeName(path).size();
+    if (length <= limit) {
+        return QString();
+    }
+    return QStringLiteral("the socket path '%1' has %2 bytes, but this system allows only %3; "
+                          "choose a shorter directory (XDG_RUNTIME_DIR, or url=unix://… in endpoint.ini)")
+        .arg(path)
+        .arg(length)
+        .arg(limit);
+}
+
+int bytesToRead(int descriptor)
+{
+    int count = 0;
+    return ::ioctl(descriptor, FIONREAD, &count) == 0 ? count : 0;
+}
+
+void closeOnExec(int descriptor)
+{
+    ::fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+}
+
+#ifdef Q_OS_LINUX
+
+std::optional<uid_t> peerUser(int descriptor)
+{
+    ucred credentials{};
+    socklen_t size = sizeof credentials;
+    if (::getsockopt(descriptor, SOL_SOCKET, SO_PEERCRED, &credentials, &size) != 0) {
+        return std::nullopt;
+    }
+    return credentials.uid;
+}
+
+void endWithParent(pid_t parent)
+{
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+    if (::getppid() != parent) {
+        ::_exit(EXIT_FAILURE); // it ended before the line above
+    }
+}
+
+#else
+
+std::optional<uid_t> peerUser(int descriptor)
+{
+    uid_t user = 0;
+    gid_t group = 0;
+    if (::getpeereid(descriptor, &user, &group) != 0) {
+        return std::nullopt;
+    }
+    return user;
+}
+
+/// Without a death signal a small helper process waits for the end of either of the two.
+void endWithParent(pid_t parent)
+{
+    const pid_t child = ::getpid();
+    if (::fork() != 0) {
+        return;
+    }
+    const int queue = ::kqueue();
+    struct kevent watches[2];
+    EV_SET(&watches[0], static_cast<uintptr_t>(parent), EVFILT_PROC, EV_ADD, NOTE_EXIT, 0, nullptr);
+    EV_SET(&watches[1], static_cast<uintptr_t>(child), EVFILT_PROC, EV_ADD, NOTE_EXIT, 0, nullptr);
+    struct kevent end;
+    const bool watching = ::kevent(queue, watches, 2, nullptr, 0, nullptr) == 0;
+    if (!watching ||
+        (::kevent(queue, nullptr, 0, &end, 1, nullptr) == 1 && end.ident == static_cast<uintptr_t>(parent))) {
+        ::kill(child, SIGTERM);
+    }
+    ::_exit(EXIT_SUCCESS);
+}
+
+#endif
+
+} // namespace LocalCommunication::Platform

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+#include <sys/types.h>
+
+/// What Linux and macOS do differently. Nothing else in this folder depends on the system.
+namespace LocalCommunication::Platform {
+
+/// Empty, or why a Unix socket can not have this path: the system's limit is about 100 bytes.
+QString socketPathProblem(const QString &path);
+
+/// Who runs the process at the other end of a connected Unix socket.
+std::optional<uid_t> peerUser(int descriptor);
+
+/// Bytes that wait to be read from a socket.
+int bytesToRead(int descriptor);
+
+/// Programs started by this process do not inherit the descriptor.
+void closeOnExec(int descriptor);
+
+/// Called in a child between fork and exec: the child ends when the process `parent` ends.
+void endWithParent(pid_t parent);
+
+} // namespace LocalCommunication::Platform

@@ -1,0 +1,29 @@
+#include "endpoint/TopicPath_p.h"
+
+namespace LocalCommunication {
+
+namespace {
+
+/// MQTT counts the bytes of a topic in 16 bits.
+constexpr int MaxPathLength = 65535;
+
+} // namespace
+
+QByteArray encodedLevel(const QByteArray &name)
+{
+    return name.toPercentEncoding();
+}
+
+QByteArray topicPath(const QByteArray &prefix, const TopicName &name)
+{
+    if (name.channel.isEmpty() || name.topic.isEmpty()) {
+        return QByteArray();
+    }
+    if (name.channel.size() > MaxPathLength || name.topic.size() > MaxPathLength) {
+        return QByteArray(); // before the encoding makes them three times as long
+    }
+    const QByteArray path = prefix + encodedLevel(name.channel) + '/' + encodedLevel(name.topic);
+    return path.size() <= MaxPathLength ? path : QByteArray();
+}
+
+} // namespace LocalCommunication

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QElapsedTimer>
+
+namespace LocalCommunication {
+
+/// Lets the first warning of a kind through and then one in ten seconds, so that a bus that is away
+/// does not fill the log.
+class WarningThrottle
+{
+public:
+    /// True when a warning is due; otherwise it is only counted.
+    bool isDue()
+    {
+        if (m_sinceLast.isValid() && !m_sinceLast.hasExpired(IntervalMs)) {
+            ++m_suppressed;
+            return false;
+        }
+        m_sinceLast.start();
+        return true;
+    }
+
+    /// How many were not written since the last one that was; starts counting anew.
+    int takeSuppressed()
+    {
+        const int count = m_suppressed;
+        m_suppressed = 0;
+        return count;
+    }
+
+private:
+    static constexpr qint64 IntervalMs = 10000;
+
+    QElapsedTimer m_sinceLast;
+    int m_suppressed = 0;
+};
+
+} // namespace LocalCommunication
