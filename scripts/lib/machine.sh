@@ -1,0 +1,94 @@
+# Sets a machine up: sourced by the commands in scripts/. Nothing here asks a question.
+
+project_root="$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)"
+
+say() { printf '%s\n' "$*"; }
+fail() { printf '%s: %s\n' "$(basename "$0")" "$*" >&2; exit 1; }
+
+# What building and running needs, and what the tests need on top; the same things under each
+# system's names.
+debian_build=(
+    build-essential cmake ninja-build pkg-config
+    qtbase5-dev qttools5-dev qttools5-dev-tools libqwt-qt5-dev libqt5sql5-sqlite libqt5sql5-psql
+    libmosquitto-dev mosquitto
+    fonts-noto-cjk
+)
+debian_test=(
+    libgtest-dev libgmock-dev libbenchmark-dev
+    mosquitto-clients openssl postgresql
+    xvfb xauth xdotool x11-utils faketime util-linux
+    clang-format
+)
+homebrew_build=(cmake ninja pkg-config qt@5 qwt-qt5 mosquitto)
+homebrew_test=(googletest google-benchmark postgresql@15 libfaketime clang-format)
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    elif command -v sudo >/dev/null; then
+        sudo "$@"
+    else
+        fail "packages are missing and there is neither root nor sudo to install them; install: ${missing[*]}"
+    fi
+}
+
+# install_debian PACKAGE...: installs those that are not there yet.
+install_debian() {
+    missing=()
+    local package
+    for package in "$@"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    say "Installing with apt-get: ${missing[*]}"
+    export DEBIAN_FRONTEND=noninteractive
+    as_root apt-get update -qq || fail "apt-get update failed; is the machine online?"
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null \
+        || fail "apt-get could not install: ${missing[*]}"
+}
+
+# install_homebrew FORMULA...: the same on macOS.
+install_homebrew() {
+    command -v brew >/dev/null || fail "Homebrew is needed to install: $*"
+    local formula
+    for formula in "$@"; do
+        brew list --versions "$formula" >/dev/null 2>&1 && continue
+        say "Installing with Homebrew: $formula"
+        brew install --quiet "$formula" || fail "Homebrew could not install $formula"
+    done
+    CMAKE_PREFIX_PATH="$(brew --prefix qt@5)${CMAKE_PREFIX_PATH:+:$CMAKE_PREFIX_PATH}"
+    export CMAKE_PREFIX_PATH
+}
+
+# set_machine_up build|test
+set_machine_up() {
+    if command -v apt-get >/dev/null; then
+        install_debian "${debian_build[@]}"
+        [ "$1" = build ] || install_debian "${debian_test[@]}"
+    elif [ "$(uname)" = Darwin ]; then
+        install_homebrew "${homebrew_build[@]}"
+        [ "$1" = build ] || install_homebrew "${homebrew_test[@]}"
+    else
+        say "Neither apt-get nor Homebrew here: going on with what is installed."
+    fi
+    if command -v ccache >/dev/null; then
+        export CMAKE_CXX_COMPILER_LAUNCHER="${CMAKE_CXX_COMPILER_LAUNCHER:-ccache}"
+    fi
+}
+
+processors() { nproc 2>/dev/null || sysctl -n hw.ncpu; }
+
+# configure_and_build PRESET [CMAKE-OPTION...]: quiet when all is well, the whole log when not.
+configure_and_build() {
+    local preset="$1" log
+    shift
+    log="$(mktemp)"
+    say "Building ($preset) ..."
+    if ! { (cd "$project_root" && cmake --preset "$preset" "$@" && cmake --build --preset "$preset" \
+            --parallel "$(processors)"); } >"$log" 2>&1; then
+        cat "$log" >&2
+        rm -f "$log"
+        fail "the build failed, see above"
+    fi
+    rm -f "$log"
+}

@@ -1,0 +1,31 @@
+# Compares what the built library exports with the written list, in both directions.
+
+file(STRINGS "${LIST}" listed REGEX "^[^#]")
+
+if(CMAKE_HOST_APPLE)
+    set(flags -gUj)
+else()
+    set(flags -D --defined-only --format=just-symbols)
+endif()
+execute_process(COMMAND "${NM}" ${flags} "${LIBRARY}" OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+string(REPLACE "\n" ";" exported "${output}")
+list(FILTER exported EXCLUDE REGEX "^$")
+if(CMAKE_HOST_APPLE)
+    list(TRANSFORM exported REPLACE "^_" "")
+endif()
+
+list(LENGTH exported count)
+if(count LESS 10)
+    message(FATAL_ERROR "found only ${count} symbols in ${LIBRARY}: the list was not read")
+endif()
+
+set(missing ${listed})
+list(REMOVE_ITEM missing ${exported})
+set(surplus ${exported})
+list(REMOVE_ITEM surplus ${listed})
+if(missing OR surplus)
+    list(JOIN missing "\n  " missing)
+    list(JOIN surplus "\n  " surplus)
+    message(FATAL_ERROR "listed but not exported:\n  ${missing}\nexported but not listed:\n  ${surplus}")
+endif()
+message(STATUS "${count} symbols, as listed")

@@ -1,0 +1,381 @@
+// A terminal that knows the plug-in only as a file: it loads the library, finds the factory by name and
+// speaks through virtual tables and records laid by hand. No header of the plug-in is used here, so a
+// slot or a byte that moves breaks these tests although everything still compiles.
+#include "tests/support/RecordedBus.h"
+
+#include <gmock/gmock.h>
+
+#include <QLibrary>
+#include <QString>
+
+#include <array>
+#include <cfloat>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <vector>
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+namespace {
+
+/// Any object with virtual operations: a pointer to its table, whose slots follow two words of type
+/// information.
+struct Virtual
+{
+    void *const *table;
+};
+
+template <class Function>
+void *address(Function *function)
+{
+    void *raw = nullptr;
+    std::memcpy(&raw, &function, sizeof raw);
+    return raw;
+}
+
+template <class Result, class... Arguments>
+Result call(void *object, int slot, Arguments... arguments)
+{
+    using Function = Result (*)(void *, Arguments...);
+    Function function = nullptr;
+    std::memcpy(&function, static_cast<Virtual *>(object)->table + slot, sizeof function);
+    return function(object, arguments...);
+}
+
+[[noreturn]] void unexpectedSlot()
+{
+    ADD_FAILURE() << "the plug-in called a slot that no overlay uses";
+    std::abort();
+}
+
+template <std::size_t Slots>
+struct Table
+{
+    Table() { words.fill(address(&unexpectedSlot)); }
+
+    template <class Function>
+    void set(std::size_t slot, Function *function)
+    {
+        words[2 + slot] = address(function);
+    }
+    void *const *slots() const { return words.data() + 2; }
+
+    std::array<void *, 2 + Slots> words;
+};
+
+struct Axis : Virtual
+{
+    std::vector<std::string> calls;
+    std::vector<void *> updated;
+    std::vector<std::string> popupLines;
+};
+
+struct Painter : Virtual
+{
+    std::vector<std::string> calls;
+};
+
+Axis &log(void *self, const std::string &name)
+{
+    auto &axis = *static_cast<Axis *>(static_cast<Virtual *>(self));
+    axis.calls.push_back(name);
+    return axis;
+}
+
+bool visiblePriceRange(void *self, double *low, double *high)
+{
+    log(self, "visiblePriceRange");
+    *low = 10.0;
+    *high = 20.0;
+    return true;
+}
+
+const char *screenId(void *)
+{
+    return "by-hand";
+}
+
+double markerSize(void *self)
+{
+    log(self, "markerSize");
+    return 16.0;
+}
+
+void updateObject(void *self, void *object)
+{
+    log(self, "updateObject").updated.push_back(object);
+}
+
+int popupMenu(void *self, const char **lines, void *)
+{
+    Axis &axis = log(self, "popupMenu");
+    while (*lines != nullptr) {
+        axis.popupLines.emplace_back(*lines++);
+    }
+    return -1;
+}
+
+double priceToY(void *self, double price, int one, int two)
+{
+    log(self, one == -1 && two == -1 ? "priceToY" : "priceToY with other ints");
+    return 1000.0 - price;
+}
+
+int xToBar(void *self, double x)
+{
+    log(self, "xToBar");
+    return static_cast<int>(x);
+}
+
+void barAt(void *self, int bar, void *)
+{
+    log(self, "barAt " + std::to_string(bar));
+}
+
+const Table<27> &axisTable()
+{
+    static const Table<27> table = [] {
+        Table<27> made;
+        made.set(3, &visiblePriceRange);
+        made.set(4, &screenId);
+        made.set(12, &markerSize);
+        made.set(13, &updateObject);
+        made.set(18, &popupMenu);
+        made.set(24, &priceToY);
+        made.set(25, &xToBar);
+        made.set(26, &barAt);
+        return made;
+    }();
+    return table;
+}
+
+void draw(void *self, const std::string &call)
+{
+    static_cast<Painter *>(static_cast<Virtual *>(self))->calls.push_back(call);
+}
+
+void endPaint(void *self)
+{
+    draw(self, "endPaint");
+}
+
+void drawSeriesLabel(void *self, const double *values, const char *text, int index)
+{
+    draw(self,
+         "label " + std::string(text) + " at " + std::to_string(values[0]) + " " + std::to_string(index));
+}
+
+void drawLineSeries(void *self, int reserved, const double *values, double width)
+{
+    draw(self,
+         "line " + std::to_string(reserved) + " " + std::to_string(values[1]) + " " + std::to_string(width));
+}
+
+void drawMarkerSeries(void *self, int reserved, const double *flags, const double *prices, int style,
+                      int variant)
+{
+    draw(self, "markers " + std::to_string(reserved) + " " + (flags[1] == 1.0 ? "on" : "off") + " " +
+                   std::to_string(prices[1]) + " " + std::to_string(style) + " " + std::to_string(variant));
+}
+
+const Table<37> &painterTable()
+{
+    static const Table<37> table = [] {
+        Table<37> made;
+        made.set(4, &endPaint);
+        made.set(8, &drawSeriesLabel);
+        made.set(13, &drawLineSeries);
+        made.set(35, &drawMarkerSeries);
+        return made;
+    }();
+    return table;
+}
+
+using Record = std::array<unsigned char, 80>;
+
+template <class Value>
+void put(Record &record, std::size_t byte, Value value)
+{
+    std::memcpy(record.data() + byte, &value, sizeof value);
+}
+
+Record dayBar(std::int32_t date, double high)
+{
+    Record bar;
+    bar.fill(0xEE); // what the plug-in must not read
+    put(bar, 0, date);
+    put(bar, 16, high);
+    return bar;
+}
+
+Record security(std::int8_t market, const char *code, std::int64_t identity)
+{
+    Record record;
+    record.fill(0xEE);
+    put(record, 0, market);
+    std::memcpy(record.data() + 1, code, std::strlen(code) + 1);
+    put(record, 40, identity);
+    return record;
+}
+
+class HandLaidHost : public ::testing::Test
+{
+protected:
+    HandLaidHost()
+    {
+        RecordedBus::instance().reset();
+        axis.table = axisTable().slots();
+        painter.table = painterTable().slots();
+        // Linux holds the file loaded for the whole run, as a terminal does.
+        library.setFileName(QStringLiteral(PLUGIN_FILE));
+        library.setLoadHints(QLibrary::PreventUnloadHint);
+    }
+
+    ~HandLaidHost() override
+    {
+        if (overlay != nullptr) {
+            call<bool>(overlay, 3);
+            call<void>(overlay, 1);
+        }
+    }
+
+    void *create(const char *json)
+    {
+        const QFunctionPointer factory = library.resolve("CreateChartObject");
+        if (factory == nullptr) {
+            ADD_FAILURE() << library.errorString().toStdString();
+            return nullptr;
+        }
+        overlay =
+            reinterpret_cast<void *(*)(void *, const char *)>(factory)(static_cast<Virtual *>(&axis), json);
+        return overlay;
+    }
+
+    bool calcIt(const Record &code, int period)
+    {
+        const std::vector<Record> bars = {dayBar(20240102, 15.0), dayBar(20240103, 16.0)};
+        return call<bool, const void *, const void *, int, int, int, int>(overlay, 4, code.data(),
+                                                                          bars.data(), 2, period, 7, 8);
+    }
+
+    bool paintIt() { return call<bool, void *>(overlay, 8, static_cast<Virtual *>(&painter)); }
+
+    QLibrary library;
+    Axis axis;
+    Painter painter;
+    void *overlay = nullptr;
+};
+
+TEST_F(HandLaidHost, DrivesTheCostLineThroughItsSlots)
+{
+    ASSERT_NE(create(R"({"type":0,"auto_refresh_time":600})"), nullptr);
+    EXPECT_EQ(call<int>(overlay, 2), 3);
+    EXPECT_FALSE((call<bool>(overlay, 5, 1, 2)));
+    int untouched = 42;
+    EXPECT_EQ(call<double>(overlay, 6, &untouched), DBL_MIN);
+    EXPECT_EQ(call<double>(overlay, 7, &untouched), DBL_MAX);
+    EXPECT_EQ(untouched, 42);
+
+    EXPECT_TRUE(calcIt(security(1, "600536", 77), 4));
+    ASSERT_THAT(RecordedBus::instance().sent, SizeIs(1));
+    EXPECT_EQ(RecordedBus::instance().sent[0].payload,
+              R"({"cmd":"HolderCostPrice","market":"SH","screenId":"by-hand","stkcode":"600536"})");
+
+    RecordedBus::instance().deliver(
+        "TradeQuery",
+        R"({"cmd":"HolderCostPrice","data":{"stkcode":"600536","market":"1","costprice":"12.5"}})");
+    EXPECT_THAT(axis.updated, ElementsAre(overlay)) << "the overlay names itself as the host knows it";
+
+    EXPECT_TRUE(paintIt());
+    EXPECT_THAT(painter.calls, ElementsAre("line 0 12.500000 1.000000",
+                                           "label 持仓成本:12.500 at 12.500000 -1", "endPaint"));
+
+    EXPECT_EQ((call<int>(overlay, 9, 0.0, 1000.0 - 12.5 + 5.0)), 0);
+    EXPECT_EQ((call<int>(overlay, 9, 0.0, 1000.0 - 12.5 + 5.5)), -1);
+    for (int mouse = 10; mouse <= 14; ++mouse) {
+        call<void>(overlay, mouse, 1.0, 1.0);
+    }
+    EXPECT_THAT(axis.calls, ElementsAre("updateObject", "visiblePriceRange", "priceToY", "priceToY"));
+}
+
+TEST_F(HandLaidHost, DrivesTheBuySellPointsThroughTheirSlots)
+{
+    ASSERT_NE(create(R"({"type":1,"auto_refresh_time":600})"), nullptr);
+    EXPECT_EQ(call<int>(overlay, 2), 3);
+    EXPECT_TRUE((call<bool>(overlay, 5, 1, 2)));
+    EXPECT_FALSE(calcIt(security(0, "000001", 78), 21));
+    EXPECT_TRUE(calcIt(security(0, "000001", 78), 4));
+    ASSERT_THAT(RecordedBus::instance().sent, SizeIs(1));
+    EXPECT_EQ(
+        RecordedBus::instance().sent[0].payload,
+        R"({"cmd":"HistoryTrade","end":"20240103","market":"SZ","screenId":"by-hand","start":"20240102","stkcode":"000001"})");
+
+    RecordedBus::instance().deliver(
+        "TradeQuery",
+        R"({"cmd":"HistoryTrade","stkcode":"000001","data":[{"bsflag2":"S","bizdate":"20240103","matchtime":"9301500","matchprice":"15.5","matchqty":"300"}]})");
+    EXPECT_THAT(axis.updated, ElementsAre(overlay));
+
+    EXPECT_TRUE(paintIt());
+    EXPECT_THAT(painter.calls, ElementsAre("markers 0 off 16.000000 0 1", "markers 0 on 16.000000 2 1",
+                                           "markers 0 off 16.000000 4 1"));
+    EXPECT_EQ((call<int>(overlay, 9, 1.0, 1000.0 - 16.0)), 0);
+    EXPECT_EQ((call<int>(overlay, 9, 0.0, 1000.0 - 16.0)), -1);
+
+    axis.calls.clear();
+    call<void>(overlay, 10, 1.0, 1.0);
+    EXPECT_THAT(axis.calls, ElementsAre("xToBar", "barAt 1", "priceToY", "popupMenu"));
+    EXPECT_THAT(axis.popupLines, ElementsAre("卖出\t09:30:15\t成交价:15.50\t成交量:300"));
+}
+
+class HandLaidHostEnds : public HandLaidHost, public ::testing::WithParamInterface<const char *>
+{
+};
+
+TEST_P(HandLaidHostEnds, AnOverlayThroughSlotsThreeAndOne)
+{
+    ASSERT_NE(create(GetParam()), nullptr);
+    EXPECT_EQ(RecordedBus::instance().endPointCount(), 1);
+    EXPECT_TRUE(call<bool>(overlay, 3));
+    call<void>(overlay, 1);
+    overlay = nullptr;
+    EXPECT_EQ(RecordedBus::instance().endPointCount(), 0)
+        << "the whole object is gone, its bus client with it";
+}
+
+INSTANTIATE_TEST_SUITE_P(Types, HandLaidHostEnds, ::testing::Values(R"({"type":0})", R"({"type":1})"));
+
+QStringList criticalLines;
+
+void collectCritical(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    if (type == QtCriticalMsg) {
+        criticalLines.append(text);
+    }
+}
+
+TEST_F(HandLaidHost, GetsNullAndOneCriticalLineForAnUnknownType)
+{
+    criticalLines.clear();
+    const QtMessageHandler previous = qInstallMessageHandler(collectCritical);
+    void *const nothing = create(R"({"type":3})");
+    qInstallMessageHandler(previous);
+    EXPECT_EQ(nothing, nullptr);
+    EXPECT_EQ(criticalLines, QStringList(QStringLiteral(
+                                 "Unknown algorithmType in CreateChartObject(), algorithmType is : 3")));
+    EXPECT_EQ(RecordedBus::instance().endPointCount(), 0);
+}
+
+/// A constant of the vocabulary, found by the name that a C++ compiler gives it.
+TEST_F(HandLaidHost, FindsTheVocabularyAsDataSymbols)
+{
+    const QFunctionPointer symbol = library.resolve("_ZN10TradeChart14TradeKeyFields5MSGOKE");
+    ASSERT_NE(symbol, nullptr);
+    const char *text = nullptr;
+    std::memcpy(&text, reinterpret_cast<const void *>(symbol), sizeof text);
+    EXPECT_STREQ(text, "msgok ");
+}
+
+} // namespace

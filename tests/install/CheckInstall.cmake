@@ -1,0 +1,33 @@
+# Installs the build, moves it elsewhere, and builds and runs a program against it: once with
+# find_package, once with pkg-config.
+
+function(run)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+    if(NOT result EQUAL 0)
+        message(FATAL_ERROR "'${ARGN}' failed (${result}):\n${output}${errors}")
+    endif()
+    set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+function(expect_greeting program)
+    run("${program}")
+    if(NOT output STREQUAL "refused HolderCostPrice SH\n")
+        message(FATAL_ERROR "${program} printed: ${output}")
+    endif()
+endfunction()
+
+file(REMOVE_RECURSE "${WORK}")
+run("${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${WORK}/first")
+file(RENAME "${WORK}/first" "${WORK}/moved")
+
+run("${CMAKE_COMMAND}" -S "${CONSUMER}" -B "${WORK}/consumer" -G "${GENERATOR}"
+    "-DCMAKE_PREFIX_PATH=${WORK}/moved" "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_CXX_FLAGS=${FLAGS}")
+run("${CMAKE_COMMAND}" --build "${WORK}/consumer")
+expect_greeting("${WORK}/consumer/consumer")
+
+set(ENV{PKG_CONFIG_PATH} "${WORK}/moved/${LIBDIR}/pkgconfig")
+run(pkg-config --cflags --libs tradechartobject)
+separate_arguments(flags UNIX_COMMAND "${output} ${FLAGS}")
+run("${COMPILER}" -std=c++17 -fPIC "${CONSUMER}/main.cpp" -o "${WORK}/by-pkg-config" ${flags}
+    "-Wl,-rpath,${WORK}/moved/${LIBDIR}" "-Wl,-rpath-link,${WORK}/moved/${LIBDIR}")
+expect_greeting("${WORK}/by-pkg-config")
