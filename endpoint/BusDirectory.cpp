@@ -1,6 +1,8 @@
 #include "endpoint/BusDirectory_p.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QtGlobal>
 
 #include <cerrno>
@@ -25,6 +27,13 @@ QString problemWith(const QString &path)
         return QStringLiteral("the bus directory '%1' is open to other users; run: chmod 700 '%1'").arg(path);
     }
     return QString();
+}
+
+QString make(const QString &path)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    ::mkdir(QFile::encodeName(path).constData(), S_IRWXU); // whatever is there instead is found below
+    return problemWith(path);
 }
 
 } // namespace LocalCommunication::BusDirectory

@@ -8,4 +8,7 @@ namespace LocalCommunication::BusDirectory {
 /// it. The modes of the socket in it do not protect it: brokers let the owner's group in.
 QString problemWith(const QString &path);
 
+/// Makes the directory unless it is there. Empty, or as problemWith().
+QString make(const QString &path);
+
 } // namespace LocalCommunication::BusDirectory

@@ -24,7 +24,7 @@ constexpr int DefaultRequestTimeoutMs = 3000;
 
 } // namespace
 
-class EndPoint::Private
+class Q_DECL_HIDDEN EndPoint::Private
 {
 public:
     explicit Private(EndPoint *endPoint) : q(endPoint), session(endPoint) {}

@@ -69,6 +69,16 @@ QByteArray correlationOf(const mosquitto_property *list)
     return QByteArray(static_cast<const char *>(data), size);
 }
 
+QString errorText(int code)
+{
+    QString text =
+        code == MOSQ_ERR_ERRNO ? qt_error_string(errno) : QString::fromLocal8Bit(mosquitto_strerror(code));
+    if (text.endsWith(QLatin1Char('.'))) {
+        text.chop(1);
+    }
+    return text;
+}
+
 const char *orNull(const QByteArray &text)
 {
     return text.isEmpty() ? nullptr : text.constData();
@@ -174,7 +184,7 @@ QString MqttConnection::configure()
                    ? mosquitto_int_option(handle, MOSQ_OPT_TLS_USE_OS_CERTS, 1)
                    : mosquitto_tls_set(handle, ca.constData(), nullptr, orNull(cert), orNull(key), nullptr);
     }
-    return code == MOSQ_ERR_SUCCESS ? QString() : QString::fromLocal8Bit(mosquitto_strerror(code));
+    return code == MOSQ_ERR_SUCCESS ? QString() : errorText(code);
 }
 
 MqttConnection::Opened MqttConnection::open(const QByteArray &host)
@@ -267,8 +277,7 @@ bool MqttConnection::succeeded(int code)
     if (code == MOSQ_ERR_SUCCESS) {
         return true;
     }
-    m_error =
-        code == MOSQ_ERR_ERRNO ? qt_error_string(errno) : QString::fromLocal8Bit(mosquitto_strerror(code));
+    m_error = errorText(code);
     return false;
 }
 
