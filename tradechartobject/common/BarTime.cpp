@@ -12,7 +12,6 @@ constexpr std::uint32_t dayPeriods = 0xC70;       // 4, 5, 6, 10, 11
 constexpr int firstUnknownPeriod = 22;
 
 constexpr int firstStampYear = 2004; // the packed stamp has five bits for the year
-constexpr std::int64_t lastSecondOfDay = 235959;
 
 bool isOneOf(std::uint32_t periods, int period)
 {
@@ -26,11 +25,6 @@ std::int64_t minuteStampTime(std::uint32_t stamp)
     const std::int64_t monthDay = (stamp >> 16U) & 0x7FFU;
     const std::int64_t minutes = stamp & 0xFFFFU;
     return (year * 10000 + monthDay) * 1000000 + minutes / 60 * 10000 + minutes % 60 * 100;
-}
-
-std::int64_t dateTime(std::uint32_t date)
-{
-    return static_cast<std::int32_t>(date) * std::int64_t{1000000} + lastSecondOfDay;
 }
 
 } // namespace
@@ -50,13 +44,13 @@ std::int64_t barTime(std::uint32_t timeWord, Korvane::Period period)
     if (isMinutePeriod(period)) {
         return minuteStampTime(timeWord);
     }
-    return isDayPeriod(period) ? dateTime(timeWord) : 0;
+    return isDayPeriod(period) ? dayBarTime(timeWord) : 0;
 }
 
 void decodeBarTimes(const Korvane::AnalyData *bars, int count, Korvane::Period period,
                     std::vector<std::int64_t> &times)
 {
-    times.resize(bars == nullptr ? 0 : static_cast<std::size_t>(std::max(count, 0)));
+    times.resize(usableBarCount(bars, count));
     // The kind of period is the same for all bars: asked once, not per bar.
     const auto decode = [&](auto timeOf) {
         std::transform(bars, bars + times.size(), times.begin(),
@@ -65,7 +59,7 @@ void decodeBarTimes(const Korvane::AnalyData *bars, int count, Korvane::Period p
     if (isMinutePeriod(period)) {
         decode(minuteStampTime);
     } else if (isDayPeriod(period)) {
-        decode(dateTime);
+        decode(dayBarTime);
     } else {
         std::fill(times.begin(), times.end(), 0);
     }

@@ -5,6 +5,7 @@
 
 #include "tradechartobject/ChartInterface.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -20,8 +21,19 @@ bool isDayPeriod(Korvane::Period period);
 /// day periods, 0 for periods of neither kind.
 std::int64_t barTime(std::uint32_t timeWord, Korvane::Period period);
 
-/// Replaces `times` by the date-times of the `count` bars, in the bars' order. A count below zero
-/// or a null `bars` counts as no bars.
+/// Date-time of a bar of a day period, for loops that know their period.
+constexpr std::int64_t dayBarTime(std::uint32_t date)
+{
+    return static_cast<std::int32_t>(date) * std::int64_t{1000000} + 235959;
+}
+
+/// Number of bars that a host's `count` stands for: none below zero or without `bars`.
+inline std::size_t usableBarCount(const Korvane::AnalyData *bars, int count)
+{
+    return bars == nullptr || count < 0 ? 0 : static_cast<std::size_t>(count);
+}
+
+/// Replaces `times` by the date-times of the usable bars, in the bars' order.
 void decodeBarTimes(const Korvane::AnalyData *bars, int count, Korvane::Period period,
                     std::vector<std::int64_t> &times);
 

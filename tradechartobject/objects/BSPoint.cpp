@@ -13,7 +13,9 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
+#include <limits>
 
 using namespace TradeChart;
 
@@ -140,6 +142,7 @@ void BSPoint::changeSecurity(const Korvane::tagCodeWithName &code)
 {
     m_refreshTimer->stop();
     m_trades.clear();
+    m_daySides.clear();
     m_code = code;
     m_startDate = noDate;
     m_endDate = noDate;
@@ -147,13 +150,16 @@ void BSPoint::changeSecurity(const Korvane::tagCodeWithName &code)
 
 void BSPoint::readBars(const Korvane::AnalyData *bars, int count)
 {
-    decodeBarTimes(bars, count, m_period, m_barTimes);
-    m_barAnchors.resize(m_barTimes.size());
-    std::transform(bars, bars + m_barTimes.size(), m_barAnchors.begin(),
-                   [](const Korvane::AnalyData &bar) { return bar.high; });
+    const std::size_t barCount = usableBarCount(bars, count);
+    m_barTimes.resize(barCount);
+    m_barAnchors.resize(barCount);
+    for (std::size_t bar = 0; bar < barCount; ++bar) { // one walk: the host's bars may be many
+        m_barTimes[bar] = dayBarTime(bars[bar].time);
+        m_barAnchors[bar] = bars[bar].high;
+    }
     // The painter reads a mark for every bar, also when the marks are not computed anew.
     for (auto *marks : {&m_buyMarks, &m_sellMarks, &m_bothMarks}) {
-        growTo(m_barTimes.size(), *marks);
+        growTo(barCount, *marks);
     }
 }
 
@@ -171,36 +177,51 @@ bool BSPoint::askForShownDays()
     return sendQueryHistoryTradeInfoReq();
 }
 
+/// Sums the trades up by day, in the order of the days: marking walks this short list beside the bars.
+void BSPoint::sumUpDays()
+{
+    m_daySides.clear();
+    m_daySides.reserve(m_trades.size());
+    for (const auto &[day, trades] : m_trades) {
+        const auto isBuy = [](const trade_cj &trade) { return trade.isBuy; };
+        m_daySides.push_back({static_cast<std::int32_t>(day),
+                              std::any_of(trades.begin(), trades.end(), isBuy),
+                              !std::all_of(trades.begin(), trades.end(), isBuy)});
+    }
+}
+
 bool BSPoint::calcBSPointPriceInfo()
 {
-    if (m_trades.empty()) {
-        return true;
-    }
-    // Bars come in the order of their days, as the trades do: each search starts where the last one
-    // ended. Should a host's bars step back, the search starts anew.
-    auto trades = m_trades.cbegin();
-    for (std::size_t bar = 0; bar < m_barTimes.size(); ++bar) {
+    auto sides = m_daySides.cbegin();
+    std::int64_t previousDay = std::numeric_limits<std::int64_t>::min();
+    for (std::size_t bar = 0; bar < m_barTimes.size() && !m_daySides.empty(); ++bar) {
         const std::int64_t day = tradingDay(m_barTimes[bar]);
-        if (trades != m_trades.cbegin() && std::prev(trades)->first >= day) {
-            trades = m_trades.lower_bound(day);
+        if (day < previousDay) {
+            // A host's bars may step back.
+            sides = std::lower_bound(
+                m_daySides.cbegin(), m_daySides.cend(), day,
+                [](const DaySides &candidate, std::int64_t wanted) { return candidate.day < wanted; });
         }
-        while (trades != m_trades.cend() && trades->first < day) {
-            ++trades;
+        previousDay = day;
+        while (sides != m_daySides.cend() && sides->day < day) {
+            ++sides;
         }
-        if (trades != m_trades.cend() && trades->first == day) {
-            markBar(bar, trades->second);
+        if (sides != m_daySides.cend() && sides->day == day) {
+            markBar(bar, *sides);
         }
     }
     return true;
 }
 
-void BSPoint::markBar(std::size_t bar, const std::vector<trade_cj> &trades)
+void BSPoint::markBar(std::size_t bar, const DaySides &sides)
 {
-    for (const trade_cj &trade : trades) {
-        (trade.isBuy ? m_buyMarks : m_sellMarks)[bar] = marked;
+    if (sides.hasBuys) {
+        m_buyMarks[bar] = marked;
     }
-    const int index = static_cast<int>(bar);
-    if (isMarked(m_buyMarks, index) && isMarked(m_sellMarks, index)) {
+    if (sides.hasSells) {
+        m_sellMarks[bar] = marked;
+    }
+    if (std::isfinite(m_buyMarks[bar]) && std::isfinite(m_sellMarks[bar])) {
         m_bothMarks[bar] = marked;
         m_buyMarks[bar] = unmarked;
         m_sellMarks[bar] = unmarked;
@@ -386,6 +407,7 @@ bool BSPoint::handleQueryTodayTradeInfoRes(QJsonArray rows)
     const QPointer<QObject> self(this);
     if (!trades.empty()) {
         m_trades[workingDate] = std::move(trades);
+        sumUpDays();
         calcBSPointPriceInfo();
         m_axis.updateObject(this);
     }
@@ -417,6 +439,7 @@ bool BSPoint::handleQueryHistoryTradeInfoRes(QJsonArray rows)
     for (auto &[date, trades] : m_trades) {
         trades.shrink_to_fit(); // past days are held for long and grow no more
     }
+    sumUpDays();
     calcBSPointPriceInfo();
     m_axis.updateObject(this); // the host may end this object in here: nothing may follow
     return true;

@@ -67,11 +67,20 @@ public:
     bool calcBSPointPriceInfo();
 
 private:
+    /// Which sides a day holds; a day of m_trades is never without trades.
+    struct DaySides
+    {
+        std::int32_t day; ///< yyyymmdd
+        bool hasBuys;
+        bool hasSells;
+    };
+
     void changeSecurity(const Korvane::tagCodeWithName &code);
     void readBars(const Korvane::AnalyData *bars, int count);
     bool askForShownDays();
     void handleAnswer(const QJsonObject &answer);
-    void markBar(std::size_t bar, const std::vector<TradeChart::trade_cj> &trades);
+    void sumUpDays();
+    void markBar(std::size_t bar, const DaySides &sides);
     void tellHostWhichBar(int bar) const;
     const char *lineSide(int bar, const TradeChart::trade_cj &trade) const;
 
@@ -90,4 +99,5 @@ private:
     std::vector<double> m_bothMarks;
     QTimer *m_refreshTimer; ///< child; null after deleteObject()
     int m_refreshSeconds;
+    std::vector<DaySides> m_daySides; ///< m_trades in short
 };

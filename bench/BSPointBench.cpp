@@ -1,0 +1,227 @@
+// The buy/sell points with many years of daily bars and many trades. Every benchmark checks first that
+// the overlay does what is timed.
+#include "bench/support/Allocations.h"
+#include "bench/support/Paired.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/RecordedBus.h"
+
+#include "tradechartobject/objects/BSPoint.h"
+
+#include <QCoreApplication>
+#include <QDate>
+#include <QJsonDocument>
+#include <QLoggingCategory>
+
+#include <limits>
+#include <memory>
+
+namespace {
+
+constexpr int barCount = 100000;
+constexpr int tradeCount = 100000;
+constexpr int tradingDays = 10000;
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+std::uint32_t dateOf(int day)
+{
+    const QDate date = QDate(1750, 1, 1).addDays(day);
+    return static_cast<std::uint32_t>(date.year() * 10000 + date.month() * 100 + date.day());
+}
+
+std::vector<Korvane::AnalyData> manyBars()
+{
+    std::vector<Korvane::AnalyData> bars;
+    bars.reserve(barCount);
+    for (int day = 0; day < barCount; ++day) {
+        bars.push_back(makeDayBar(dateOf(day), 9.0 + day % 7, 11.0 + day % 7));
+    }
+    return bars;
+}
+
+/// Rows as a trading module sends them, on every tenth day.
+QByteArray manyTrades(int count)
+{
+    QJsonArray rows;
+    for (int row = 0; row < count; ++row) {
+        const QString date = QString::number(dateOf(row * tradingDays / count * (barCount / tradingDays)));
+        rows.append(
+            QJsonObject{{QStringLiteral("stkcode"), QStringLiteral("600536")},
+                        {QStringLiteral("market"), QStringLiteral("1")},
+                        {QStringLiteral("bsflag2"), row % 3 == 0 ? QStringLiteral("S") : QStringLiteral("B")},
+                        {QStringLiteral("ordersno"), QString::number(700000 + row)},
+                        {QStringLiteral("orderdate"), date},
+                        {QStringLiteral("opertime"), QStringLiteral("09301500")},
+                        {QStringLiteral("bizdate"), date},
+                        {QStringLiteral("matchtime"), QStringLiteral("09301500")},
+                        {QStringLiteral("matchprice"), QStringLiteral("10.500")},
+                        {QStringLiteral("matchqty"), QStringLiteral("300")},
+                        {QStringLiteral("matchamt"), QStringLiteral("3150.00")},
+                        {QStringLiteral("buy"), row % 3 != 0},
+                        {QStringLiteral("date"), date},
+                        {QStringLiteral("price"), 10.5},
+                        {QStringLiteral("vol"), 300}});
+    }
+    return QJsonDocument(QJsonObject{{QStringLiteral("cmd"), QStringLiteral("HistoryTrade")},
+                                     {QStringLiteral("stkcode"), QStringLiteral("600536")},
+                                     {QStringLiteral("data"), rows}})
+        .toJson(QJsonDocument::Compact);
+}
+
+const QByteArray &longAnswer()
+{
+    static const QByteArray text = manyTrades(tradeCount);
+    return text;
+}
+
+/// Counts the host calls of a paint and looks at nothing.
+class CountingPainter final : public Korvane::IChartPainter
+{
+public:
+    int calls = 0;
+    const double *lastFlags = nullptr;
+
+    void endPaint() override { ++calls; }
+    void drawSeriesLabel(const double *, const char *, int) override { ++calls; }
+    void drawLineSeries(int, const double *, double) override { ++calls; }
+    void drawMarkerSeries(int, const double *flags, const double *, int, int) override
+    {
+        lastFlags = flags;
+        ++calls;
+    }
+    void drawMarker(int, int, int, int, double) override { ++calls; }
+};
+
+struct Chart
+{
+    Chart() : overlay(std::make_unique<BSPoint>(axis, QJsonObject(), nullptr))
+    {
+        RecordedBus::instance().reset();
+    }
+
+    void calc() { overlay->calcIt(security, bars.data(), barCount, Korvane::DayPeriod, 0, 0); }
+    void hear(const QByteArray &answer) { overlay->handleTradeNotify("TradeQuery", answer); }
+
+    bool isMarkedOn(int bar)
+    {
+        CountingPainter painter;
+        overlay->paintIt(painter);
+        return painter.calls == 3 && painter.lastFlags[bar] == 1.0;
+    }
+
+    std::vector<Korvane::AnalyData> bars = manyBars();
+    const Korvane::tagCodeWithName security = makeSecurity(1, "600536", 1);
+    FakeAxis axis;
+    std::unique_ptr<BSPoint> overlay;
+};
+
+void CalcIt(benchmark::State &state)
+{
+    Chart chart;
+    chart.calc();
+    chart.hear(manyTrades(2 * tradingDays));
+    chart.calc();
+    if (!chart.isMarkedOn(0) || chart.isMarkedOn(1)) {
+        state.SkipWithError("the trades are not marked");
+    }
+
+    std::vector<std::int64_t> times(barCount);
+    std::vector<double> anchors(barCount);
+    std::vector<double> marks[3];
+    for (auto &series : marks) {
+        series.resize(barCount);
+    }
+    const auto floor = [&] {
+        for (std::size_t bar = 0; bar < barCount; ++bar) {
+            times[bar] = chart.bars[bar].time * std::int64_t{1000000} + 235959;
+            anchors[bar] = chart.bars[bar].high;
+            marks[0][bar] = nan;
+            marks[1][bar] = nan;
+            marks[2][bar] = nan;
+        }
+        benchmark::DoNotOptimize(times.data());
+        benchmark::DoNotOptimize(anchors.data());
+        benchmark::DoNotOptimize(marks);
+        benchmark::ClobberMemory();
+    };
+    Paired(state).run(floor, [&] { chart.calc(); });
+}
+BENCHMARK(CalcIt)->Name("calcIt/100k_bars_10k_trading_days")->UseManualTime()->Unit(benchmark::kMicrosecond);
+
+void HistoryAnswer(benchmark::State &state)
+{
+    Chart chart;
+    chart.calc();
+    chart.hear(longAnswer());
+    if (!chart.isMarkedOn(0)) {
+        state.SkipWithError("the answer is not taken");
+    }
+    std::int64_t identity = 2;
+    const auto floor = [] { benchmark::DoNotOptimize(QJsonDocument::fromJson(longAnswer())); };
+    Paired(state).run(
+        [&] {
+            auto other = chart.security;
+            other.identity = identity++; // forget the trades of the last round
+            chart.overlay->calcIt(other, chart.bars.data(), 1, Korvane::DayPeriod, 0, 0);
+            floor();
+        },
+        [&] { chart.hear(longAnswer()); });
+}
+BENCHMARK(HistoryAnswer)
+    ->Name("HistoryTrade/100k_rows_beside_fromJson")
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+
+void PaintIt(benchmark::State &state)
+{
+    Chart chart;
+    chart.calc();
+    chart.hear(longAnswer());
+    CountingPainter painter;
+    const std::size_t before = Allocations::now().count;
+    for (auto _ : state) {
+        chart.overlay->paintIt(painter);
+    }
+    state.counters["allocations"] = static_cast<double>(Allocations::now().count - before);
+    state.counters["host_calls"] = benchmark::Counter(painter.calls, benchmark::Counter::kAvgIterations);
+}
+BENCHMARK(PaintIt)->Name("paintIt/100k_bars");
+
+void HitTest(benchmark::State &state)
+{
+    Chart chart;
+    chart.calc();
+    chart.hear(longAnswer());
+    const double x = static_cast<double>(state.range(0)) * 10.0;
+    const std::size_t before = Allocations::now().count;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(chart.overlay->hitTest(x, 0.0));
+    }
+    state.counters["allocations"] = static_cast<double>(Allocations::now().count - before);
+}
+BENCHMARK(HitTest)->Name("hitTest/at_bar")->Arg(0)->Arg(50000)->Arg(99990);
+
+void MemoryPerTrade(benchmark::State &state)
+{
+    double bytes = 0.0;
+    for (auto _ : state) {
+        Chart chart;
+        chart.calc();
+        const std::size_t before = Allocations::now().bytes;
+        chart.hear(longAnswer());
+        bytes = static_cast<double>(Allocations::now().bytes - before);
+    }
+    state.counters["bytes_per_trade"] = bytes / tradeCount;
+    state.counters["ratio"] = bytes / tradeCount / sizeof(TradeChart::trade_cj);
+}
+BENCHMARK(MemoryPerTrade)->Name("memory/100k_trades_on_10k_days")->Iterations(1);
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

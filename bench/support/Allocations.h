@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstddef>
+
+/// What the program has asked the heap for, counted by this program's operator new.
+struct Allocations
+{
+    std::size_t count = 0;
+    std::size_t bytes = 0; ///< in use now, as requested
+
+    static Allocations now();
+};
