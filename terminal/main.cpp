@@ -1,33 +1,50 @@
-#include "terminal/TerminalOptions.h"
-#include "terminal/snapshot/Snapshot.h"
-#include "terminal/ui/MainWindow.h"
+#include "terminal/Appearance.h"
+#include "terminal/Environment.h"
+#include "terminal/TerminalProgram.h"
 
 #include <QApplication>
 
+#include <cstdio>
+
+namespace {
+
+constexpr int wrongOptions = 2;
+
+QStringList wordsOf(int argc, char *argv[])
+{
+    QStringList words;
+    for (int i = 0; i < argc; ++i) {
+        words.append(QString::fromLocal8Bit(argv[i]));
+    }
+    return words;
+}
+
+} // namespace
+
 int main(int argc, char *argv[])
 {
-    qputenv("TZ", "Asia/Shanghai");
-    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
+    using namespace Terminal;
+    useExchangeTime();
+    useScreenlessPlatform(wordsOf(argc, argv));
     QApplication application(argc, argv);
-    const auto parsed = Terminal::parseOptions(QApplication::arguments(), QApplication::applicationDirPath());
+    QApplication::setApplicationName(QStringLiteral("tradeterminal"));
+    QApplication::setApplicationVersion(QStringLiteral(TRADETERMINAL_VERSION));
+    setAppearance(&application);
+
+    const auto parsed = parseOptions(QApplication::arguments(), QApplication::applicationDirPath());
     if (!parsed) {
-        qCritical("%s", qPrintable(parsed.error()));
-        return 2;
+        std::fprintf(stderr, "tradeterminal: %s\n", qUtf8Printable(parsed.error()));
+        return wrongOptions;
     }
-    const auto &options = parsed.value().options;
-    const auto folder = Terminal::DataFolder::open(options.dataFolder);
-    if (!folder) {
-        qCritical("%s", qPrintable(folder.error()));
-        return 2;
-    }
-    Terminal::MainWindow window(folder.value(), options);
-    window.load(options.code, options.period, options.day);
-    window.show();
-    if (!options.snapshotFile.isEmpty()) {
-        qCritical("%s", qPrintable(Terminal::writePicture(&window, options.snapshotFile)));
+    switch (parsed.value().end) {
+    case OptionsEnd::ShowHelp:
+        std::printf("%s", qUtf8Printable(parsed.value().helpText));
         return 0;
+    case OptionsEnd::ShowVersion:
+        std::printf("tradeterminal %s\n", TRADETERMINAL_VERSION);
+        return 0;
+    case OptionsEnd::Run:
+        break;
     }
-    return QApplication::exec();
+    return TerminalProgram(parsed.value().options, QApplication::applicationDirPath()).run();
 }

@@ -12,8 +12,16 @@ const std::vector<OverlayKind> &overlayKinds()
 {
     using namespace TradeChart::CmdType;
     static const std::vector<OverlayKind> kinds = {
-        {"cost", 0, QT_TRANSLATE_NOOP("OverlayKind", "Cost"), false, {HOLDERCOSTPRICE}},
-        {"trades", 1, QT_TRANSLATE_NOOP("OverlayKind", "Trades"), true, {HISTORYTRADE, TODAYTRADE}},
+        {"cost",
+         0,
+         QT_TRANSLATE_NOOP("OverlayKind", "Cost"),
+         false,
+         {OverlayQuestion{HOLDERCOSTPRICE, AskedOn::EveryChart}}},
+        {"trades",
+         1,
+         QT_TRANSLATE_NOOP("OverlayKind", "Trades"),
+         true,
+         {OverlayQuestion{HISTORYTRADE, AskedOn::DayChart}, OverlayQuestion{TODAYTRADE, AskedOn::DayChart}}},
         {"orders",
          2,
          QT_TRANSLATE_NOOP("OverlayKind", "Orders"),
@@ -21,6 +29,21 @@ const std::vector<OverlayKind> &overlayKinds()
          {ENTRUSTTODAYTRADE, ENTRUSTHISTORYTRADE}},
     };
     return kinds;
+}
+
+bool OverlayQuestion::isAsked(ChartPeriod period, bool isToday) const
+{
+    switch (charts) {
+    case AskedOn::EveryChart:
+        return true;
+    case AskedOn::DayChart:
+        return period == ChartPeriod::Day;
+    case AskedOn::TodaysChart:
+        return period == ChartPeriod::Minute && isToday;
+    case AskedOn::PastDaysChart:
+        return period == ChartPeriod::Minute && !isToday;
+    }
+    return false;
 }
 
 const OverlayKind *findOverlayKind(const QString &word)

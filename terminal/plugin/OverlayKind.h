@@ -1,10 +1,24 @@
 #pragma once
 
+#include "terminal/data/ChartPeriod.h"
+
 #include <QStringList>
 
 #include <vector>
 
 namespace Terminal {
+
+/// On which charts a question is asked.
+enum class AskedOn { EveryChart, DayChart, TodaysChart, PastDaysChart };
+
+/// A question to the trading module whose answer an overlay draws.
+struct OverlayQuestion
+{
+    const char *command;
+    AskedOn charts;
+
+    bool isAsked(ChartPeriod period, bool isToday) const;
+};
 
 /// A kind of overlay that the overlay library offers.
 struct OverlayKind
@@ -14,7 +28,7 @@ struct OverlayKind
     const char *title; ///< English source text of its toggle
     /// True when it adds up records of the range it was shown, so that another range needs a new one.
     bool boundToRange;
-    std::vector<const char *> commands; ///< whose answers are its data
+    std::vector<OverlayQuestion> questions;
 };
 
 const std::vector<OverlayKind> &overlayKinds();

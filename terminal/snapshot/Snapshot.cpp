@@ -1,20 +1,60 @@
 #include "terminal/snapshot/Snapshot.h"
 
-#include <QCoreApplication>
-#include <QImageWriter>
-#include <QPixmap>
-#include <QWidget>
+#include "terminal/chart/ChartView.h"
+#include "terminal/snapshot/Picture.h"
+#include "terminal/ui/MainWindow.h"
 
 namespace Terminal {
 
-QString writePicture(QWidget *window, const QString &path)
+Snapshot::Snapshot(MainWindow *window, const TerminalOptions &options, QObject *parent)
+    : QObject(parent),
+      m_window(window),
+      m_file(options.snapshotFile),
+      m_watch(window->screenId(), window->chart()->data(), options.overlays, nullptr)
 {
-    QImageWriter writer(path, "png");
-    if (writer.write(window->grab().toImage())) {
-        return {};
+    m_timeout.setSingleShot(true);
+    m_timeout.setInterval(options.timeoutSeconds * 1000);
+    connect(&m_watch, &AnswerWatch::listening, this, [this] {
+        m_listening = true;
+        Q_EMIT listening();
+    });
+    connect(&m_watch, &AnswerWatch::progressed, this, &Snapshot::checkProgress);
+    connect(&m_timeout, &QTimer::timeout, this, &Snapshot::giveUp);
+}
+
+void Snapshot::start(const QString &address)
+{
+    m_timeout.start();
+    m_watch.start(address);
+}
+
+void Snapshot::checkProgress()
+{
+    if (!m_finished && m_window->overlays() != nullptr && m_watch.isComplete()) {
+        finish();
     }
-    return QCoreApplication::translate("Snapshot", "%1: cannot be written: %2")
-        .arg(path, writer.errorString());
+}
+
+void Snapshot::finish()
+{
+    m_finished = true;
+    m_timeout.stop();
+    if (m_window->overlays() != nullptr) {
+        m_window->overlays()->runUpdates();
+    }
+    Q_EMIT finished(writePicture(m_window, m_file));
+}
+
+void Snapshot::giveUp()
+{
+    m_finished = true;
+    QStringList missing = m_watch.missing();
+    if (!m_hindrance.isEmpty()) {
+        missing.prepend(m_hindrance);
+    }
+    Q_EMIT finished(tr("No picture was written: after %1 s there is still no %2.")
+                        .arg(m_timeout.interval() / 1000)
+                        .arg(missing.join(QStringLiteral(", "))));
 }
 
 } // namespace Terminal

@@ -1,13 +1,56 @@
 #pragma once
 
-#include <QString>
+#include "terminal/snapshot/AnswerWatch.h"
 
-class QWidget;
+#include <QTimer>
 
 namespace Terminal {
 
-/// Writes what `window` shows into the PNG file `path`; the window need not be on a screen.
-/// Returns an empty text, or why the file could not be written.
-QString writePicture(QWidget *window, const QString &path);
+class MainWindow;
+struct TerminalOptions;
+
+/// Waits until every overlay of a window has its data and writes the picture.
+class Snapshot : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `window` must outlive the snapshot.
+    Snapshot(MainWindow *window, const TerminalOptions &options, QObject *parent);
+
+    /// Listens on the bus instance of `address`, see AnswerWatch.
+    void start(const QString &address);
+
+    /// True when answers are heard.
+    bool isListening() const { return m_listening; }
+
+    /// Writes the picture at once, without overlays to wait for.
+    void finish();
+
+    /// What stands in the way besides the answers, for the message of a time-out.
+    void setHindrance(const QString &hindrance) { m_hindrance = hindrance; }
+
+    /// Counts a repaint that an overlay of the kind has asked for.
+    void noteUpdate(const OverlayKind *kind) { m_watch.noteUpdate(kind); }
+
+Q_SIGNALS:
+    /// Answers would be heard now: overlays may be started.
+    void listening();
+
+    /// The picture is written, or the text says why not.
+    void finished(const QString &error);
+
+private:
+    void checkProgress();
+    void giveUp();
+
+    MainWindow *m_window;
+    QString m_file;
+    AnswerWatch m_watch;
+    QTimer m_timeout;
+    QString m_hindrance;
+    bool m_listening = false;
+    bool m_finished = false;
+};
 
 } // namespace Terminal

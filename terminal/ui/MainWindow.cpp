@@ -3,22 +3,41 @@
 #include "terminal/chart/ChartInput.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/chart/ReadoutBar.h"
+#include "terminal/snapshot/Picture.h"
 
 #include <QActionGroup>
 #include <QComboBox>
+#include <QEvent>
+#include <QFileDialog>
 #include <QToolBar>
+#include <QUuid>
 #include <QVBoxLayout>
 
 namespace Terminal {
+
+namespace {
+
+QString dayText(std::int32_t day)
+{
+    const QString digits = QString::number(day);
+    return digits.left(4) + QLatin1Char('-') + digits.mid(4, 2) + QLatin1Char('-') + digits.mid(6);
+}
+
+} // namespace
 
 MainWindow::MainWindow(const DataFolder &folder, const TerminalOptions &options, QWidget *parent)
     : QMainWindow(parent),
       m_folder(folder),
       m_options(options),
+      m_screenId("terminal-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces)),
       m_chart(new ChartView),
       m_readout(new ReadoutBar(m_chart)),
+      m_prompts(m_chart),
+      m_toolBar(new QToolBar),
       m_securities(new QComboBox),
-      m_periods(new QActionGroup(this))
+      m_days(new QComboBox),
+      m_periods(new QActionGroup(this)),
+      m_input(std::make_unique<ChartInput>(m_chart, nullptr, nullptr))
 {
     auto *const centre = new QWidget;
     auto *const column = new QVBoxLayout(centre);
@@ -28,42 +47,147 @@ MainWindow::MainWindow(const DataFolder &folder, const TerminalOptions &options,
     column->addWidget(m_chart, 1);
     setCentralWidget(centre);
     setUpToolBar();
-    new ChartInput(m_chart, nullptr, this);
     applyTheme();
+    applyLanguage();
     resize(options.size);
+    m_chart->setFocus();
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    m_input.reset();
+    m_overlays.reset();
+}
 
 void MainWindow::setUpToolBar()
 {
-    auto *const bar = addToolBar(tr("Chart"));
-    bar->setMovable(false);
-    addSecurityChoice(bar);
-    bar->addSeparator();
-    addPeriodActions(bar);
+    m_toolBar->setMovable(false);
+    m_toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
+    addToolBar(m_toolBar);
+    addSecurityChoice();
+    m_toolBar->addSeparator();
+    addPeriodActions();
+    addDayChoice();
+    m_toolBar->addSeparator();
+    addOverlayActions();
+    auto *const gap = new QWidget;
+    gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    m_toolBar->addWidget(gap);
+    addLookActions();
 }
 
-void MainWindow::addSecurityChoice(QToolBar *bar)
+void MainWindow::addSecurityChoice()
 {
     for (const Security &security : m_folder.securities()) {
         m_securities->addItem(security.code + QStringLiteral("  ") + security.name, security.code);
     }
-    bar->addWidget(m_securities);
-    connect(m_securities, QOverload<int>::of(&QComboBox::activated), this,
-            [this] { load(m_securities->currentData().toString(), m_chart->data().period, 0); });
+    m_toolBar->addWidget(m_securities);
+    connect(m_securities, QOverload<int>::of(&QComboBox::activated), this, [this](int row) {
+        loadOrTell(m_securities->itemData(row).toString(), m_chart->data().period, 0);
+    });
 }
 
-void MainWindow::addPeriodActions(QToolBar *bar)
+void MainWindow::addPeriodActions()
 {
     for (const ChartPeriod period : chartPeriods) {
-        QAction *const action = m_periods->addAction(periodTitle(period));
+        QAction *const action = m_periods->addAction(QString());
         action->setCheckable(true);
         action->setData(static_cast<int>(period));
-        bar->addAction(action);
+        m_toolBar->addAction(action);
         connect(action, &QAction::triggered, this,
-                [this, period] { load(m_chart->data().security.code, period, 0); });
+                [this, period] { loadOrTell(m_chart->data().security.code, period, 0); });
     }
+}
+
+void MainWindow::addDayChoice()
+{
+    m_daysAction = m_toolBar->addWidget(m_days);
+    connect(m_days, QOverload<int>::of(&QComboBox::activated), this, [this](int row) {
+        loadOrTell(m_chart->data().security.code, ChartPeriod::Minute, m_days->itemData(row).toInt());
+    });
+}
+
+void MainWindow::addOverlayActions()
+{
+    for (const OverlayKind &kind : overlayKinds()) {
+        QAction *const action = addToggle(m_options.overlays.contains(QLatin1String(kind.word)));
+        action->setEnabled(false);
+        m_overlayActions.push_back(action);
+        connect(action, &QAction::toggled, this, [this, &kind](bool shown) { toggleOverlay(kind, shown); });
+    }
+}
+
+QAction *MainWindow::addToggle(bool checked)
+{
+    QAction *const action = m_toolBar->addAction(QString());
+    action->setCheckable(true);
+    action->setChecked(checked);
+    return action;
+}
+
+void MainWindow::addLookActions()
+{
+    m_amountsAction = addToggle(false);
+    connect(m_amountsAction, &QAction::toggled, this, [this](bool hidden) {
+        if (m_overlays) {
+            m_overlays->setAmountsHidden(hidden);
+        }
+    });
+    m_riseAction = addToggle(m_options.riseColour == RiseColour::Green);
+    connect(m_riseAction, &QAction::toggled, this, [this](bool green) {
+        m_options.riseColour = green ? RiseColour::Green : RiseColour::Red;
+        applyTheme();
+    });
+    m_darkAction = addToggle(m_options.theme == ThemeKind::Dark);
+    connect(m_darkAction, &QAction::toggled, this, [this](bool dark) {
+        m_options.theme = dark ? ThemeKind::Dark : ThemeKind::Light;
+        applyTheme();
+    });
+    m_languageAction = m_toolBar->addAction(QString());
+    connect(m_languageAction, &QAction::triggered, this, [this] {
+        m_options.language =
+            m_options.language == QLatin1String("zh") ? QStringLiteral("en") : QStringLiteral("zh");
+        applyLanguage();
+    });
+    m_exportAction = m_toolBar->addAction(QString());
+    m_exportAction->setShortcut(QKeySequence::Save);
+    connect(m_exportAction, &QAction::triggered, this, &MainWindow::exportPicture);
+}
+
+void MainWindow::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        showTexts();
+    }
+    QMainWindow::changeEvent(event);
+}
+
+void MainWindow::showTexts()
+{
+    for (QAction *const action : m_periods->actions()) {
+        action->setText(periodTitle(static_cast<ChartPeriod>(action->data().toInt())));
+    }
+    for (size_t i = 0; i < m_overlayActions.size(); ++i) {
+        m_overlayActions[i]->setText(overlayTitle(overlayKinds()[i]));
+    }
+    m_securities->setAccessibleName(tr("Security"));
+    m_days->setAccessibleName(tr("Day"));
+    m_amountsAction->setText(tr("Hide amounts"));
+    m_riseAction->setText(tr("Green rises"));
+    m_darkAction->setText(tr("Dark"));
+    m_languageAction->setText(m_options.language == QLatin1String("zh") ? QStringLiteral("English")
+                                                                        : QStringLiteral(u"中文"));
+    m_exportAction->setText(tr("Export picture"));
+    m_toolBar->setWindowTitle(tr("Chart"));
+}
+
+void MainWindow::applyLanguage()
+{
+    m_language.set(m_options.language);
+    const QLocale::Language language = Language::localeLanguage(m_options.language);
+    m_readout->setLanguage(language);
+    m_chart->setLanguage(language);
+    showTexts();
 }
 
 void MainWindow::applyTheme()
@@ -75,6 +199,14 @@ void MainWindow::applyTheme()
     m_readout->update();
 }
 
+void MainWindow::loadOrTell(const QString &code, ChartPeriod period, std::int32_t day)
+{
+    if (!load(code, period, day)) {
+        m_prompts.show(m_loadError);
+        showChoices();
+    }
+}
+
 bool MainWindow::load(const QString &code, ChartPeriod period, std::int32_t day)
 {
     const auto loaded = m_folder.load(code, period, day);
@@ -83,12 +215,59 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::int32_t day)
         return false;
     }
     m_chart->setData(loaded.value());
-    m_securities->setCurrentIndex(m_securities->findData(code));
-    for (QAction *const action : m_periods->actions()) {
-        action->setChecked(action->data().toInt() == static_cast<int>(period));
-    }
-    setWindowTitle(loaded.value().security.name + QLatin1Char(' ') + code);
+    showChoices();
+    setWindowTitle(QStringLiteral("%1 %2").arg(loaded.value().security.name, code));
     return true;
+}
+
+void MainWindow::showChoices()
+{
+    const ChartData &shown = m_chart->data();
+    m_securities->setCurrentIndex(m_securities->findData(shown.security.code));
+    for (QAction *const action : m_periods->actions()) {
+        action->setChecked(action->data().toInt() == static_cast<int>(shown.period));
+    }
+    m_days->clear();
+    for (const std::int32_t day : m_folder.minuteDays(shown.security.code)) {
+        m_days->addItem(dayText(day), day);
+    }
+    m_daysAction->setVisible(shown.period == ChartPeriod::Minute);
+    if (!shown.bars.empty()) {
+        m_days->setCurrentIndex(m_days->findData(shown.bars.back().date));
+    }
+}
+
+void MainWindow::startOverlays(const OverlayLibrary &library, const JoinGate &gate)
+{
+    m_overlays = std::make_unique<OverlayHost>(m_chart, &m_prompts, library, gate, m_screenId);
+    m_input = std::make_unique<ChartInput>(m_chart, m_overlays.get(), nullptr);
+    for (size_t i = 0; i < m_overlayActions.size(); ++i) {
+        m_overlayActions[i]->setEnabled(true);
+        toggleOverlay(overlayKinds()[i], m_overlayActions[i]->isChecked());
+    }
+}
+
+void MainWindow::toggleOverlay(const OverlayKind &kind, bool shown)
+{
+    if (!m_overlays || m_overlays->setShown(kind, shown)) {
+        return;
+    }
+    const auto number = static_cast<size_t>(&kind - overlayKinds().data());
+    m_overlayActions[number]->setChecked(false);
+    m_prompts.show(tr("The overlay library does not know the overlay \"%1\".").arg(overlayTitle(kind)));
+}
+
+void MainWindow::exportPicture()
+{
+    const QString proposal =
+        QStringLiteral("%1-%2.png").arg(m_chart->data().security.code, periodWord(m_chart->data().period));
+    const QString path =
+        QFileDialog::getSaveFileName(this, tr("Export picture"), proposal, tr("PNG pictures (*.png)"));
+    if (path.isEmpty()) {
+        return;
+    }
+    const QString error = writePicture(centralWidget(), path);
+    m_prompts.show(error.isEmpty() ? tr("Written to %1").arg(path) : error);
 }
 
 } // namespace Terminal

@@ -2,18 +2,24 @@
 
 #include "terminal/TerminalOptions.h"
 #include "terminal/data/DataFolder.h"
+#include "terminal/plugin/OverlayHost.h"
+#include "terminal/ui/Language.h"
+#include "terminal/ui/WindowPrompts.h"
 
 #include <QMainWindow>
+
+#include <memory>
 
 class QActionGroup;
 class QComboBox;
 
 namespace Terminal {
 
+class ChartInput;
 class ChartView;
 class ReadoutBar;
 
-/// The window of the terminal: the tool bar, the read-out line and the chart.
+/// The window of the terminal: the tool bar, the read-out line and the chart with its overlays.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -22,26 +28,62 @@ public:
     MainWindow(const DataFolder &folder, const TerminalOptions &options, QWidget *parent = nullptr);
     ~MainWindow() override;
 
-    /// Shows another security, period or day; false when its bars could not be loaded, in which case
-    /// nothing changes and loadError() says why.
+    /// Shows another security, period or day (0: the last recorded). False when its bars cannot be
+    /// loaded; then nothing changes and loadError() says why.
     bool load(const QString &code, ChartPeriod period, std::int32_t day);
     QString loadError() const { return m_loadError; }
 
+    /// Puts the overlays that the options name on the chart. To be called once.
+    void startOverlays(const OverlayLibrary &library, const JoinGate &gate);
+
+    /// Names this window on the bus; no other window has it.
+    const QByteArray &screenId() const { return m_screenId; }
+
+    /// Null before startOverlays().
+    OverlayHost *overlays() const { return m_overlays.get(); }
     ChartView *chart() const { return m_chart; }
+    UserPrompts *prompts() { return &m_prompts; }
+
+protected:
+    void changeEvent(QEvent *event) override;
 
 private:
     void setUpToolBar();
-    void addSecurityChoice(QToolBar *bar);
-    void addPeriodActions(QToolBar *bar);
+    void addSecurityChoice();
+    void addPeriodActions();
+    void addDayChoice();
+    void addOverlayActions();
+    void addLookActions();
+    QAction *addToggle(bool checked);
+    void loadOrTell(const QString &code, ChartPeriod period, std::int32_t day);
+    void showChoices();
+    void showTexts();
     void applyTheme();
+    void applyLanguage();
+    void toggleOverlay(const OverlayKind &kind, bool shown);
+    void exportPicture();
 
     DataFolder m_folder;
     TerminalOptions m_options;
+    QByteArray m_screenId;
+    Language m_language;
     QString m_loadError;
     ChartView *m_chart;
     ReadoutBar *m_readout;
+    WindowPrompts m_prompts;
+    QToolBar *m_toolBar;
     QComboBox *m_securities;
+    QComboBox *m_days;
+    QAction *m_daysAction = nullptr;
     QActionGroup *m_periods;
+    std::vector<QAction *> m_overlayActions; ///< in the order of overlayKinds()
+    QAction *m_darkAction = nullptr;
+    QAction *m_riseAction = nullptr;
+    QAction *m_amountsAction = nullptr;
+    QAction *m_languageAction = nullptr;
+    QAction *m_exportAction = nullptr;
+    std::unique_ptr<OverlayHost> m_overlays;
+    std::unique_ptr<ChartInput> m_input;
 };
 
 } // namespace Terminal

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "terminal/chart/ChartGeometry.h"
+#include "terminal/chart/glyphs/GlyphSprites.h"
+
+#include <QPointF>
+
+#include <optional>
+#include <vector>
+
+class QPainter;
+
+namespace Terminal {
+
+class ChartView;
+
+/// Marks of one overlay that fall into one pixel column and stand on the same side of their bars.
+struct MarkColumn
+{
+    int count = 0;
+    bool buys = false;
+    bool sells = false;
+    QPointF anchor; ///< of the first of them: the middle of its bar, at its price
+};
+
+/// A glyph on the chart.
+struct DrawnMark
+{
+    GlyphNumber glyph = 0;
+    int count = 1;
+    QRectF box;
+    std::vector<QPointF> targets; ///< pixels at which the overlay answers for the marks behind it
+};
+
+/// The glyphs of the last repaint: what is drawn is what is hit.
+class DrawnMarks
+{
+public:
+    void clear() { m_marks.clear(); }
+    void add(DrawnMark mark) { m_marks.push_back(std::move(mark)); }
+    const std::vector<DrawnMark> &all() const { return m_marks; }
+
+    /// Where to tell the overlay that it was clicked, for a pointer at `position`: the place of the
+    /// nearest mark behind the glyph there. Nothing when there is no glyph.
+    std::optional<QPointF> targetAt(const QPointF &position) const;
+
+private:
+    std::vector<DrawnMark> m_marks;
+};
+
+/// Collects the marks of one repaint and paints them, those closer than a glyph merged into one with
+/// their count. Marks of bars stand clear of every wick that they lie over.
+class MarkPainter
+{
+public:
+    MarkPainter(const ChartView &chart, GlyphSprites *sprites, DrawnMarks *marks);
+
+    /// A mark above or below a bar, as `style` says, at the high or low `price`.
+    void addSeriesMark(int bar, double price, int style);
+    /// An order's mark hanging from its price, or standing on it at the bottom of the scale.
+    void addOrderMark(int bar, double price, int kind, bool atLow);
+    void paint(QPainter *painter);
+
+private:
+    using Columns = std::vector<MarkColumn>;
+
+    void mergeColumns(const Columns &columns, MarkSide side);
+    void addCluster(const Columns &columns, size_t first, size_t last, MarkSide side);
+    double clearOfWicks(const QRectF &box, double y, MarkSide side) const;
+
+    const ChartView &m_chart;
+    const ChartGeometry &m_geometry;
+    GlyphSprites *m_sprites;
+    DrawnMarks *m_marks;
+    Columns m_above;
+    Columns m_below;
+    QHash<quint64, size_t> m_orderCells; ///< place and kind of an order's glyph to its number
+    std::vector<DrawnMark> m_orders;
+};
+
+} // namespace Terminal

@@ -1,0 +1,266 @@
+#include "terminal/plugin/OverlayHost.h"
+
+#include "terminal/chart/ChartView.h"
+#include "terminal/plugin/HostRecords.h"
+#include "tradechartobject/common/TradeVocabulary.h"
+
+#include <algorithm>
+
+namespace Terminal {
+
+namespace {
+
+// Overlays ask again for their data only as long as they are recalculated, even if no bar arrives.
+constexpr int heartbeatMilliseconds = 5000;
+constexpr int overlayRefreshSeconds = 3;
+
+QJsonObject configurationOf(const OverlayKind &kind)
+{
+    return {{QLatin1String(TradeChart::TradeKeyFields::ALGORITHMTYPE), kind.factoryType},
+            {QLatin1String(TradeChart::TradeKeyFields::AUTOREFRESHTIME), overlayRefreshSeconds}};
+}
+
+} // namespace
+
+OverlayHost::OverlayHost(ChartView *chart, UserPrompts *prompts, const OverlayLibrary &library, JoinGate gate,
+                         const QByteArray &screenId)
+    : m_chart(chart),
+      m_library(library),
+      m_gate(std::move(gate)),
+      m_axis(chart, prompts, screenId, nullptr)
+{
+    m_updateTimer.setSingleShot(true);
+    m_heartbeat.start(heartbeatMilliseconds);
+    connect(&m_axis, &HostAxis::updateRequested, this, &OverlayHost::queueUpdate);
+    connect(&m_updateTimer, &QTimer::timeout, this, &OverlayHost::runUpdates);
+    connect(&m_heartbeat, &QTimer::timeout, this, &OverlayHost::calcAll);
+    connect(chart, &ChartView::dataChanged, this, &OverlayHost::showLoadedBars);
+    chart->setPriceWishes([this] { return priceWishes(); });
+    showLoadedBars();
+}
+
+OverlayHost::~OverlayHost()
+{
+    m_chart->setPriceWishes({});
+    endAll();
+}
+
+void OverlayHost::endAll()
+{
+    for (Entry &entry : m_entries) {
+        end(&entry);
+    }
+    m_entries.clear();
+}
+
+void OverlayHost::end(Entry *entry)
+{
+    // A call into the overlay may still be on the stack, below a menu or a dialog; it holds on to the
+    // overlay and lets go of it last.
+    entry->item.reset();
+    entry->overlay->retire();
+    entry->overlay.reset();
+}
+
+bool OverlayHost::setShown(const OverlayKind &kind, bool shown)
+{
+    if (shown == isShown(kind)) {
+        return true;
+    }
+    if (shown) {
+        Entry entry{&kind, nullptr, nullptr};
+        if (!make(&entry)) {
+            return false;
+        }
+        m_entries.push_back(std::move(entry));
+    } else {
+        const auto entry = std::find_if(m_entries.begin(), m_entries.end(),
+                                        [&kind](const Entry &candidate) { return candidate.kind == &kind; });
+        end(&*entry);
+        m_entries.erase(entry);
+    }
+    m_chart->refit();
+    return true;
+}
+
+bool OverlayHost::isShown(const OverlayKind &kind) const
+{
+    return std::any_of(m_entries.begin(), m_entries.end(),
+                       [&kind](const Entry &entry) { return entry.kind == &kind; });
+}
+
+void OverlayHost::setAmountsHidden(bool hidden)
+{
+    m_hidesAmounts = hidden;
+    for (Entry &entry : m_entries) {
+        entry.item->setAmountsHidden(hidden);
+    }
+    m_chart->refit();
+}
+
+bool OverlayHost::make(Entry *entry)
+{
+    entry->overlay = m_library.create(m_axis, configurationOf(*entry->kind));
+    if (!entry->overlay) {
+        return false;
+    }
+    entry->joined = false;
+    entry->item = std::make_unique<OverlayItem>(m_chart, entry->overlay, &m_sprites);
+    entry->item->setAmountsHidden(m_hidesAmounts);
+    entry->item->attach(m_chart);
+    m_gate(this, [this, overlay = std::weak_ptr<OverlayHandle>(entry->overlay)] { markJoined(overlay); });
+    return true;
+}
+
+void OverlayHost::markJoined(const std::weak_ptr<OverlayHandle> &overlay)
+{
+    const std::shared_ptr<OverlayHandle> joined = overlay.lock();
+    for (Entry &entry : m_entries) {
+        if (joined && entry.overlay == joined) {
+            entry.joined = true;
+            calc(entry);
+            m_chart->refit();
+        }
+    }
+}
+
+void OverlayHost::renew()
+{
+    for (Entry &entry : m_entries) {
+        if (entry.kind->boundToRange) {
+            end(&entry);
+            make(&entry);
+        }
+    }
+    calcAll();
+}
+
+void OverlayHost::showLoadedBars()
+{
+    const ChartData &data = m_chart->data();
+    m_bars = hostBars(data.bars);
+    m_security = hostSecurity(data.security, securityIdentity(data.security));
+    renew();
+}
+
+void OverlayHost::calc(const Entry &entry)
+{
+    const std::shared_ptr<OverlayHandle> overlay = entry.overlay;
+    if (entry.joined && !m_bars.empty()) {
+        overlay->calc(m_security, m_bars, overlayPeriod(m_chart->data().period));
+    }
+}
+
+void OverlayHost::calcAll()
+{
+    for (const Entry &entry : m_entries) {
+        calc(entry);
+    }
+    m_chart->refit();
+}
+
+std::vector<PriceSpan> OverlayHost::priceWishes() const
+{
+    std::vector<PriceSpan> wishes;
+    for (const Entry &entry : m_entries) {
+        Korvane::IChartObject *const object = entry.overlay->object();
+        int unused = 0;
+        object->calcRatio(0, 0);
+        wishes.push_back({object->minimizeValue(unused), object->maximizeValue(unused)});
+    }
+    return wishes;
+}
+
+void OverlayHost::queueUpdate(Korvane::IChartObject *object)
+{
+    m_updates.insert(object);
+    m_updateTimer.start(0);
+    for (const Entry &entry : m_entries) {
+        if (entry.overlay->object() == object) {
+            Q_EMIT updateAsked(entry.kind);
+        }
+    }
+}
+
+void OverlayHost::runUpdates()
+{
+    m_updateTimer.stop();
+    const QSet<Korvane::IChartObject *> updates = std::exchange(m_updates, {});
+    for (const Entry &entry : m_entries) {
+        if (updates.contains(entry.overlay->object())) {
+            calc(entry);
+        }
+    }
+    m_chart->refit();
+}
+
+bool OverlayHost::isOnPricePane(const QPointF &position) const
+{
+    const ChartGeometry &geometry = m_chart->chartGeometry();
+    return geometry.hasScale() && position.y() >= geometry.top && position.y() <= geometry.bottom &&
+           position.x() >= geometry.left && position.x() <= geometry.right;
+}
+
+const OverlayHost::Entry *OverlayHost::entryAt(const QPointF &position, QPointF *target) const
+{
+    if (!isOnPricePane(position)) {
+        return nullptr;
+    }
+    for (auto entry = m_entries.rbegin(); entry != m_entries.rend(); ++entry) {
+        if (static_cast<size_t>(entry->overlay->readableBars()) != m_bars.size() || m_bars.empty()) {
+            continue;
+        }
+        const std::optional<QPointF> mark = entry->item->marks().targetAt(position);
+        *target = mark.value_or(position);
+        if (mark || entry->overlay->object()->hitTest(position.x(), position.y()) == 0) {
+            return &*entry;
+        }
+    }
+    return nullptr;
+}
+
+bool OverlayHost::isHit(const QPointF &position)
+{
+    QPointF target;
+    return entryAt(position, &target) != nullptr;
+}
+
+void OverlayHost::press(const QPointF &position, Qt::MouseButton button)
+{
+    QPointF target;
+    const Entry *const entry = entryAt(position, &target);
+    if (entry == nullptr) {
+        return;
+    }
+    const std::shared_ptr<OverlayHandle> overlay = entry->overlay;
+    if (button == Qt::LeftButton) {
+        overlay->object()->handleMousePress(target.x(), target.y());
+    } else if (button == Qt::RightButton) {
+        overlay->object()->handleMousePressR(target.x(), target.y());
+    }
+}
+
+void OverlayHost::release(const QPointF &position, Qt::MouseButton button)
+{
+    QPointF target;
+    const Entry *const entry = entryAt(position, &target);
+    if (entry == nullptr) {
+        return;
+    }
+    const std::shared_ptr<OverlayHandle> overlay = entry->overlay;
+    if (button == Qt::LeftButton) {
+        overlay->object()->handleMouseRelease(target.x(), target.y());
+    } else if (button == Qt::RightButton) {
+        overlay->object()->handleMouseReleaseR(target.x(), target.y());
+    }
+}
+
+void OverlayHost::move(const QPointF &position)
+{
+    for (const Entry &entry : m_entries) {
+        const std::shared_ptr<OverlayHandle> overlay = entry.overlay;
+        overlay->object()->handleMouseMove(position.x(), position.y());
+    }
+}
+
+} // namespace Terminal

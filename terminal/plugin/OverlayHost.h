@@ -1,0 +1,86 @@
+#pragma once
+
+#include "terminal/chart/PointerTarget.h"
+#include "terminal/chart/PriceFit.h"
+#include "terminal/plugin/HostAxis.h"
+#include "terminal/plugin/OverlayItem.h"
+#include "terminal/plugin/OverlayKind.h"
+#include "terminal/plugin/OverlayLibrary.h"
+
+#include <QSet>
+#include <QTimer>
+
+namespace Terminal {
+
+/// Runs `proceed` once the overlays made before this call have had time to join the bus; never after
+/// `context` is gone.
+using JoinGate = std::function<void(QObject *context, std::function<void()> proceed)>;
+
+/// The overlays of one chart, through the whole of their lives: it makes and ends them, hands them the
+/// loaded bars, lets them paint and brings them the mouse.
+class OverlayHost : public QObject, public PointerTarget
+{
+    Q_OBJECT
+
+public:
+    /// `chart` and `prompts` must outlive the host. `screenId` names the window on the bus.
+    OverlayHost(ChartView *chart, UserPrompts *prompts, const OverlayLibrary &library, JoinGate gate,
+                const QByteArray &screenId);
+    ~OverlayHost() override;
+
+    /// Puts an overlay on the chart or takes it away; false when the library does not make this kind.
+    bool setShown(const OverlayKind &kind, bool shown);
+    bool isShown(const OverlayKind &kind) const;
+    void setAmountsHidden(bool hidden);
+
+    /// Makes the overlays that are bound to a range anew, which asks for their data again.
+    void renew();
+
+    /// Recalculates and repaints what has asked for it, now instead of soon.
+    void runUpdates();
+
+    bool isHit(const QPointF &position) override;
+    void press(const QPointF &position, Qt::MouseButton button) override;
+    void release(const QPointF &position, Qt::MouseButton button) override;
+    void move(const QPointF &position) override;
+
+Q_SIGNALS:
+    /// An overlay of this kind has new data and will be repainted.
+    void updateAsked(const OverlayKind *kind);
+
+private:
+    struct Entry
+    {
+        const OverlayKind *kind;
+        std::shared_ptr<OverlayHandle> overlay;
+        std::unique_ptr<OverlayItem> item;
+        bool joined = false;
+    };
+
+    void showLoadedBars();
+    bool make(Entry *entry);
+    void endAll();
+    static void end(Entry *entry);
+    void markJoined(const std::weak_ptr<OverlayHandle> &overlay);
+    void calc(const Entry &entry);
+    void calcAll();
+    std::vector<PriceSpan> priceWishes() const;
+    void queueUpdate(Korvane::IChartObject *object);
+    const Entry *entryAt(const QPointF &position, QPointF *target) const;
+    bool isOnPricePane(const QPointF &position) const;
+
+    ChartView *m_chart;
+    OverlayLibrary m_library;
+    JoinGate m_gate;
+    HostAxis m_axis;
+    GlyphSprites m_sprites;
+    Korvane::tagCodeWithName m_security{};
+    std::vector<Korvane::AnalyData> m_bars;
+    std::vector<Entry> m_entries;
+    QSet<Korvane::IChartObject *> m_updates;
+    QTimer m_updateTimer;
+    QTimer m_heartbeat;
+    bool m_hidesAmounts = false;
+};
+
+} // namespace Terminal

@@ -1,0 +1,59 @@
+#include "terminal/services/TradeLink.h"
+
+#include "tradechartobject/common/TradeVocabulary.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QUuid>
+
+namespace Terminal {
+
+namespace {
+
+constexpr int askMilliseconds = 150;
+
+QByteArray question(const QByteArray &channel)
+{
+    using namespace TradeChart;
+    const QJsonObject question{
+        {QLatin1String(TradeKeyFields::CMD), QLatin1String(CmdType::HOLDERCOSTPRICE)},
+        {QLatin1String(TradeKeyFields::SCREENID), QString::fromLatin1(channel)},
+        {QLatin1String(TradeKeyFields::STKCODE), QStringLiteral("000001")},
+        {QLatin1String(TradeKeyFields::MARKET), QStringLiteral("SH")},
+    };
+    return QJsonDocument(question).toJson(QJsonDocument::Compact);
+}
+
+} // namespace
+
+TradeLink::TradeLink(QObject *parent)
+    : QObject(parent),
+      m_endPoint(nullptr),
+      m_channel("terminal-link-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces))
+{
+    connect(&m_endPoint, &LocalCommunication::EndPoint::messageReceived, this, &TradeLink::takeAnswer);
+    connect(&m_timer, &QTimer::timeout, this, &TradeLink::ask);
+}
+
+void TradeLink::start(const QString &address)
+{
+    m_endPoint.subscribe(m_channel, QByteArray(TradeChart::Topic::TRADEQUERY));
+    m_endPoint.connect(address);
+    m_timer.start(askMilliseconds);
+}
+
+void TradeLink::ask()
+{
+    m_endPoint.sendMessage("Global", TradeChart::Topic::TRADEQUERY, question(m_channel));
+}
+
+void TradeLink::takeAnswer()
+{
+    if (!m_answering) {
+        m_answering = true;
+        m_timer.stop();
+        Q_EMIT answering();
+    }
+}
+
+} // namespace Terminal

@@ -1,0 +1,61 @@
+#include "terminal/services/TradeModuleProcess.h"
+
+namespace Terminal {
+
+namespace {
+
+constexpr int restartMilliseconds = 2000;
+constexpr int stopMilliseconds = 3000;
+
+} // namespace
+
+TradeModuleProcess::TradeModuleProcess(const QString &program, const QString &ledger,
+                                       const QString &busAddress, QObject *parent)
+    : QObject(parent)
+{
+    m_process.setProgram(program);
+    m_process.setArguments(
+        {QStringLiteral("--bus"), busAddress, QStringLiteral("--ledger"), ledger, QStringLiteral("serve")});
+    m_process.setProcessChannelMode(QProcess::ForwardedChannels);
+    m_restart.setSingleShot(true);
+    m_restart.setInterval(restartMilliseconds);
+    connect(&m_restart, &QTimer::timeout, this, &TradeModuleProcess::start);
+    connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
+            &TradeModuleProcess::handleEnd);
+    connect(&m_process, &QProcess::errorOccurred, this, &TradeModuleProcess::handleError);
+}
+
+TradeModuleProcess::~TradeModuleProcess()
+{
+    m_process.disconnect(this);
+    if (m_process.state() == QProcess::NotRunning) {
+        return;
+    }
+    m_process.terminate();
+    if (!m_process.waitForFinished(stopMilliseconds)) {
+        m_process.kill();
+        m_process.waitForFinished(stopMilliseconds);
+    }
+}
+
+void TradeModuleProcess::start()
+{
+    m_process.start();
+}
+
+void TradeModuleProcess::handleEnd()
+{
+    Q_EMIT failed(
+        tr("The trading module has ended (exit code %1) and is started again.").arg(m_process.exitCode()));
+    m_restart.start();
+}
+
+void TradeModuleProcess::handleError(QProcess::ProcessError error)
+{
+    if (error == QProcess::FailedToStart) {
+        Q_EMIT failed(tr("The trading module %1 cannot be started: %2")
+                          .arg(m_process.program(), m_process.errorString()));
+    }
+}
+
+} // namespace Terminal

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QProcess>
+#include <QTimer>
+
+namespace Terminal {
+
+/// The trading module as a child of the terminal: started, started again when it ends by itself, and
+/// stopped with the terminal.
+class TradeModuleProcess : public QObject
+{
+    Q_OBJECT
+
+public:
+    TradeModuleProcess(const QString &program, const QString &ledger, const QString &busAddress,
+                       QObject *parent);
+    ~TradeModuleProcess() override;
+
+    void start();
+
+Q_SIGNALS:
+    /// It could not be started, or ended by itself; the text is for the user.
+    void failed(const QString &reason);
+
+private:
+    void handleEnd();
+    void handleError(QProcess::ProcessError error);
+
+    QProcess m_process;
+    QTimer m_restart;
+};
+
+} // namespace Terminal

@@ -1,0 +1,28 @@
+#include "terminal/ui/Language.h"
+
+#include <QCoreApplication>
+#include <QLibraryInfo>
+
+namespace Terminal {
+
+void Language::set(const QString &word)
+{
+    QCoreApplication::removeTranslator(&m_own);
+    QCoreApplication::removeTranslator(&m_qt);
+    if (word == QLatin1String("en")) {
+        return;
+    }
+    if (m_qt.load(QStringLiteral("qtbase_zh_CN"), QLibraryInfo::location(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(&m_qt);
+    }
+    if (m_own.load(QStringLiteral(":/i18n/tradeterminal_%1.qm").arg(word))) {
+        QCoreApplication::installTranslator(&m_own);
+    }
+}
+
+QLocale::Language Language::localeLanguage(const QString &word)
+{
+    return word == QLatin1String("zh") ? QLocale::Chinese : QLocale::English;
+}
+
+} // namespace Terminal
