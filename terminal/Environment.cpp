@@ -1,30 +1,11 @@
 #include "terminal/Environment.h"
 
-#include <algorithm>
+#include <QByteArray>
+#include <QString>
+
 #include <ctime>
 
 namespace Terminal {
-
-namespace {
-
-bool hasDisplay()
-{
-#ifdef Q_OS_MACOS
-    return true;
-#else
-    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-#endif
-}
-
-/// True for a run that opens no window.
-bool opensNoWindow(const QString &argument)
-{
-    const QStringList words = {QStringLiteral("--snapshot"), QStringLiteral("--help"), QStringLiteral("-h"),
-                               QStringLiteral("--version"), QStringLiteral("-v")};
-    return words.contains(argument.section(QLatin1Char('='), 0, 0));
-}
-
-} // namespace
 
 void useExchangeTime()
 {
@@ -32,10 +13,19 @@ void useExchangeTime()
     tzset();
 }
 
-void useScreenlessPlatform(const QStringList &arguments)
+bool hasDisplay()
 {
-    if (!hasDisplay() && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM") &&
-        std::any_of(arguments.begin(), arguments.end(), opensNoWindow)) {
+#ifdef Q_OS_MACOS
+    return true;
+#else
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariable("QT_QPA_PLATFORM", QStringLiteral("offscreen")) != QLatin1String("offscreen");
+#endif
+}
+
+void useScreenlessPlatformWithoutDisplay()
+{
+    if (!hasDisplay()) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
 }

@@ -221,7 +221,10 @@ Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &
             text("\"%1\" is no option; see --help").arg(parser.positionalArguments().constFirst()));
     }
     parsed.options.startsBroker = !parser.isSet(QStringLiteral("no-broker"));
-    const QString error = takeValues(parser, rows, &parsed.options);
+    QString error = takeValues(parser, rows, &parsed.options);
+    if (error.isEmpty() && parsed.options.dataFolder.isEmpty()) {
+        error = text("--data must name a folder with securities.csv, daily/ and minute/");
+    }
     return error.isEmpty() ? Loaded<ParsedOptions>(parsed) : failure(error);
 }
 

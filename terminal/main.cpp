@@ -10,13 +10,11 @@ namespace {
 
 constexpr int wrongOptions = 2;
 
-QStringList wordsOf(int argc, char *argv[])
+constexpr int noDisplay = 1;
+
+void complain(const QString &problem)
 {
-    QStringList words;
-    for (int i = 0; i < argc; ++i) {
-        words.append(QString::fromLocal8Bit(argv[i]));
-    }
-    return words;
+    std::fprintf(stderr, "tradeterminal: %s\n", qUtf8Printable(problem));
 }
 
 } // namespace
@@ -25,7 +23,7 @@ int main(int argc, char *argv[])
 {
     using namespace Terminal;
     useExchangeTime();
-    useScreenlessPlatform(wordsOf(argc, argv));
+    useScreenlessPlatformWithoutDisplay();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("tradeterminal"));
     QApplication::setApplicationVersion(QStringLiteral(TRADETERMINAL_VERSION));
@@ -33,7 +31,7 @@ int main(int argc, char *argv[])
 
     const auto parsed = parseOptions(QApplication::arguments(), QApplication::applicationDirPath());
     if (!parsed) {
-        std::fprintf(stderr, "tradeterminal: %s\n", qUtf8Printable(parsed.error()));
+        complain(parsed.error());
         return wrongOptions;
     }
     switch (parsed.value().end) {
@@ -45,6 +43,10 @@ int main(int argc, char *argv[])
         return 0;
     case OptionsEnd::Run:
         break;
+    }
+    if (!hasDisplay() && parsed.value().options.snapshotFile.isEmpty()) {
+        complain(QApplication::translate("main", "there is no display; --snapshot FILE.png needs none"));
+        return noDisplay;
     }
     return TerminalProgram(parsed.value().options, QApplication::applicationDirPath()).run();
 }

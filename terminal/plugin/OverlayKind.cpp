@@ -11,22 +11,15 @@ namespace Terminal {
 const std::vector<OverlayKind> &overlayKinds()
 {
     using namespace TradeChart::CmdType;
+    using Questions = std::vector<OverlayQuestion>;
+    const Questions cost = {{HOLDERCOSTPRICE, AskedOn::EveryChart}};
+    const Questions trades = {{HISTORYTRADE, AskedOn::DayChart}, {TODAYTRADE, AskedOn::DayChart}};
+    const Questions orders = {{ENTRUSTTODAYTRADE, AskedOn::TodaysChart},
+                              {ENTRUSTHISTORYTRADE, AskedOn::PastDaysChart}};
     static const std::vector<OverlayKind> kinds = {
-        {"cost",
-         0,
-         QT_TRANSLATE_NOOP("OverlayKind", "Cost"),
-         false,
-         {OverlayQuestion{HOLDERCOSTPRICE, AskedOn::EveryChart}}},
-        {"trades",
-         1,
-         QT_TRANSLATE_NOOP("OverlayKind", "Trades"),
-         true,
-         {OverlayQuestion{HISTORYTRADE, AskedOn::DayChart}, OverlayQuestion{TODAYTRADE, AskedOn::DayChart}}},
-        {"orders",
-         2,
-         QT_TRANSLATE_NOOP("OverlayKind", "Orders"),
-         true,
-         {ENTRUSTTODAYTRADE, ENTRUSTHISTORYTRADE}},
+        {"cost", 0, QT_TRANSLATE_NOOP("OverlayKind", "Cost"), false, cost},
+        {"trades", 1, QT_TRANSLATE_NOOP("OverlayKind", "Trades"), true, trades},
+        {"orders", 2, QT_TRANSLATE_NOOP("OverlayKind", "Orders"), true, orders},
     };
     return kinds;
 }

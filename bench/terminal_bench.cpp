@@ -1,0 +1,270 @@
+// What a repaint and a hover of the chart cost, beside what the machine allows for the same pixels.
+//
+// A repaint is everything from the change of the view to the finished picture: merging the bars, fitting
+// the scales, painting canvas, axes, candles, volume and marks. The floor is filling the same pixels and
+// drawing as many rectangles and pictures, without knowing what they mean.
+#include "terminal/Appearance.h"
+#include "terminal/chart/ChartView.h"
+#include "terminal/chart/VisibleBars.h"
+#include "terminal/plugin/HostRecords.h"
+#include "terminal/plugin/OverlayItem.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QDate>
+#include <QPainter>
+
+#include <cmath>
+#include <ctime>
+#include <limits>
+#include <random>
+
+namespace {
+
+using namespace Terminal;
+
+constexpr int barCount = 100'000;
+constexpr QSize windowSize(1600, 900);
+
+Bars randomWalk(int count)
+{
+    std::mt19937 random(7);
+    std::normal_distribution<double> step(0, 0.01);
+    Bars bars;
+    QDate date(1700, 1, 1);
+    double price = 100;
+    for (int i = 0; i < count; ++i) {
+        const double open = price;
+        price *= std::exp(step(random) - std::log(price / 100) * 1e-4);
+        const double high = std::max(open, price) * (1 + std::abs(step(random)));
+        const double low = std::min(open, price) * (1 - std::abs(step(random)));
+        bars.push_back({date.year() * 10000 + date.month() * 100 + date.day(), 0, open, high, low, price,
+                        1e6 * (1 + std::abs(step(random)) * 100)});
+        date = date.addDays(1);
+    }
+    return bars;
+}
+
+/// Marks on every second bar: buys, sells and both in turn.
+class ManyMarks : public Korvane::IChartObject
+{
+public:
+    int type() const override { return 3; }
+    bool deleteObject() override { return true; }
+    bool calcIt(const Korvane::tagCodeWithName &, const Korvane::AnalyData *bars, int count, Korvane::Period,
+                int, int) override
+    {
+        const auto size = static_cast<size_t>(count);
+        m_highs.resize(size);
+        for (auto &flags : m_flags) {
+            flags.assign(size, std::numeric_limits<double>::quiet_NaN());
+        }
+        for (size_t i = 0; i < size; ++i) {
+            m_highs[i] = bars[i].high;
+            if (i % 2 == 0) {
+                m_flags[i / 2 % 3][i] = 1.0;
+            }
+        }
+        return true;
+    }
+    bool calcRatio(int, int) override { return true; }
+    double maximizeValue(int &) override { return std::numeric_limits<double>::min(); }
+    double minimizeValue(int &) override { return std::numeric_limits<double>::max(); }
+    bool paintIt(Korvane::IChartPainter &painter) override
+    {
+        ++paints;
+        for (int kind = 0; kind < 3; ++kind) {
+            painter.drawMarkerSeries(0, m_flags[kind].data(), m_highs.data(), kind * 2, 1);
+        }
+        return true;
+    }
+    int hitTest(double, double) override { return -1; }
+    void handleMousePress(double, double) override {}
+    void handleMousePressR(double, double) override {}
+    void handleMouseRelease(double, double) override {}
+    void handleMouseReleaseR(double, double) override {}
+    void handleMouseMove(double, double) override {}
+
+    int paints = 0;
+
+private:
+    std::vector<double> m_highs;
+    std::vector<double> m_flags[3];
+};
+
+/// A chart with a random walk on a screen in memory.
+class Scene
+{
+public:
+    explicit Scene(bool hasMarks)
+    {
+        const ChartData data{{QStringLiteral("000001"), Market::Shenzhen, QStringLiteral("bench")},
+                             ChartPeriod::Day,
+                             randomWalk(barCount)};
+        chart.resize(windowSize);
+        chart.setData(data);
+        if (hasMarks) {
+            overlay = std::make_shared<OverlayHandle>(marks = new ManyMarks);
+            overlay->calc(hostSecurity(data.security, 1), hostBars(data.bars), 4);
+            item = std::make_unique<OverlayItem>(&chart, overlay, &sprites);
+            item->attach(&chart);
+        }
+        chart.show();
+        QApplication::processEvents();
+    }
+
+    void repaint()
+    {
+        chart.refit();
+        QApplication::processEvents();
+    }
+
+    void repaintCached()
+    {
+        chart.replot();
+        QApplication::processEvents();
+    }
+
+    ChartView chart;
+    GlyphSprites sprites;
+    ManyMarks *marks = nullptr;
+    std::shared_ptr<OverlayHandle> overlay;
+    std::unique_ptr<OverlayItem> item;
+};
+
+double cpuMilliseconds()
+{
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+/// Fills the window's pixels and draws one rectangle per candle and volume column and one picture per
+/// glyph, in milliseconds of CPU.
+double floorMilliseconds(const Scene &scene)
+{
+    QImage image(windowSize, QImage::Format_RGB32);
+    const QPixmap sprite(16, 19);
+    QVector<QRect> rects;
+    for (const BarColumn &column : scene.chart.visibleBars().columns()) {
+        const ChartGeometry &geometry = scene.chart.chartGeometry();
+        const int x = static_cast<int>(geometry.barToX(column.position));
+        const int high = static_cast<int>(geometry.priceToY(column.high));
+        rects.append(QRect(x, high, 1, static_cast<int>(geometry.priceToY(column.low)) - high + 1));
+        rects.append(QRect(x, 800, 1, 60));
+    }
+    const size_t glyphs = scene.item ? scene.item->marks().all().size() : 0;
+    constexpr int rounds = 50;
+    const double start = cpuMilliseconds();
+    for (int round = 0; round < rounds; ++round) {
+        QPainter painter(&image);
+        painter.fillRect(image.rect(), QColor(19, 23, 34));
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(226, 67, 59));
+        painter.drawRects(rects);
+        for (size_t i = 0; i < glyphs; ++i) {
+            painter.drawPixmap(static_cast<int>(i) * 12, 100, sprite);
+        }
+    }
+    return (cpuMilliseconds() - start) / rounds;
+}
+
+void reportRatio(benchmark::State &state, const Scene &scene, double started)
+{
+    const double each = (cpuMilliseconds() - started) / static_cast<double>(state.iterations());
+    const double floor = floorMilliseconds(scene);
+    state.counters["cpu_ms"] = each;
+    state.counters["floor_ms"] = floor;
+    state.counters["ratio"] = each / floor;
+}
+
+template <typename Repaint>
+void measure(benchmark::State &state, Scene &scene, Repaint repaint)
+{
+    repaint();
+    const int paintsBefore = scene.marks != nullptr ? scene.marks->paints : 0;
+    const double start = cpuMilliseconds();
+    for (auto _ : state) {
+        repaint();
+    }
+    const double end = start;
+    if (scene.marks != nullptr &&
+        scene.marks->paints - paintsBefore != static_cast<int>(state.iterations())) {
+        state.SkipWithError("not every repaint painted");
+    }
+    reportRatio(state, scene, end);
+}
+
+void repaintAllBars(benchmark::State &state)
+{
+    Scene scene(false);
+    scene.chart.showAll();
+    measure(state, scene, [&scene] { scene.repaint(); });
+}
+
+void repaintAllBarsWithMarks(benchmark::State &state)
+{
+    Scene scene(true);
+    scene.chart.showAll();
+    measure(state, scene, [&scene] { scene.repaint(); });
+}
+
+void repaintAllBarsWithMarksUnmoved(benchmark::State &state)
+{
+    Scene scene(true);
+    scene.chart.showAll();
+    measure(state, scene, [&scene] { scene.repaintCached(); });
+}
+
+void repaintTwoHundredBars(benchmark::State &state)
+{
+    Scene scene(true);
+    scene.chart.setSpan({barCount - 200.5, barCount - 0.5});
+    measure(state, scene, [&scene] { scene.repaint(); });
+}
+
+void hitTestAmongMarks(benchmark::State &state)
+{
+    Scene scene(true);
+    scene.chart.showAll();
+    scene.repaint();
+    double x = 0;
+    for (auto _ : state) {
+        x = x > 1400 ? 0 : x + 1;
+        benchmark::DoNotOptimize(scene.item->marks().targetAt({x, 200}));
+        benchmark::DoNotOptimize(scene.chart.barAt(x));
+    }
+}
+
+void moveCrosshair(benchmark::State &state)
+{
+    Scene scene(true);
+    scene.chart.setSpan({barCount - 200.5, barCount - 0.5});
+    scene.repaint();
+    int x = 0;
+    for (auto _ : state) {
+        x = x > 1400 ? 0 : x + 7;
+        scene.chart.setCrosshair(QPoint(x, 200));
+        QApplication::processEvents();
+    }
+}
+
+BENCHMARK(repaintAllBars)->Unit(benchmark::kMillisecond);
+BENCHMARK(repaintAllBarsWithMarks)->Unit(benchmark::kMillisecond);
+BENCHMARK(repaintAllBarsWithMarksUnmoved)->Unit(benchmark::kMillisecond);
+BENCHMARK(repaintTwoHundredBars)->Unit(benchmark::kMillisecond);
+BENCHMARK(hitTestAmongMarks)->Unit(benchmark::kMicrosecond);
+BENCHMARK(moveCrosshair)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    setAppearance(&application);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
