@@ -114,8 +114,6 @@ bool IniReader::isReadable()
     QFile file(m_file);
     if (!file.open(QIODevice::ReadOnly)) {
         reject(QStringLiteral("cannot be read: %1").arg(file.errorString()));
-    } else if (m_settings.status() != QSettings::NoError) {
-        reject(QStringLiteral("is not an INI file; expected a group [bus] with a line url=…"));
     }
     return m_address.isValid();
 }
@@ -123,7 +121,11 @@ bool IniReader::isReadable()
 /// A key that is spelt wrong would silently leave a bus without its password or its certificate.
 bool IniReader::hasOnlyKnownKeys()
 {
-    const QStringList present = m_settings.allKeys();
+    const QStringList present = m_settings.allKeys(); // reads the whole file: its status holds from here on
+    if (m_settings.status() != QSettings::NoError) {
+        reject(QStringLiteral("is not an INI file; expected a group [bus] with a line url=…"));
+        return false;
+    }
     for (const QString &key : present) {
         const auto isKey = [&key](const Key &known) { return key == QLatin1String("bus/") + known.name; };
         if (std::none_of(std::begin(Keys), std::end(Keys), isKey)) {
@@ -173,7 +175,7 @@ void IniReader::setUrl(const QString &value)
     if (!url.isValid() || !scheme) {
         reject(QStringLiteral("'%1' is not understood; expected unix:///path, mqtt://host:port or "
                               "mqtts://host:port")
-                   .arg(value));
+                   .arg(url.isValid() ? url.toDisplayString() : value));
         return;
     }
     m_address.transport = scheme->transport;

@@ -42,7 +42,8 @@ constexpr qint64 MaxUnsentBytes = 64 * 1024 * 1024;
 /// An MQTT packet has at most 256 MiB, its topic and properties included.
 constexpr int MaxPayloadBytes = 268'435'455 - 3 * 65'536;
 
-constexpr int FlushMs = 100;
+/// A broker that takes nothing for this long while this client wants to leave is not waited for.
+constexpr int FlushStallMs = 100;
 
 QByteArray newClientId()
 {
@@ -100,15 +101,14 @@ void MqttSession::close()
     m_open = false;
 }
 
-/// What was sent is on its way before the goodbye; a broker that hangs is not waited for.
+/// What was sent is on its way before the goodbye, unless the broker has stopped to read.
 void MqttSession::flush()
 {
-    const QDeadlineTimer deadline(FlushMs);
     m_connection->close();
-    while (m_connection->wantsToWrite() && !deadline.hasExpired()) {
+    while (m_connection->wantsToWrite()) {
         pollfd entry{m_connection->descriptor(), POLLOUT, 0};
-        ::poll(&entry, 1, static_cast<int>(deadline.remainingTime()));
-        if (!m_connection->write()) {
+        if (::poll(&entry, 1, FlushStallMs) == 0 || !m_connection->write()) {
+            reportUnsent();
             return;
         }
     }
@@ -212,6 +212,7 @@ void MqttSession::scheduleBusyRetry()
 
 void MqttSession::loseConnection(const QString &reason)
 {
+    reportUnsent();
     reportFailure(reason);
     dropConnection();
     scheduleRetry();
@@ -225,6 +226,14 @@ void MqttSession::dropConnection()
     m_writeNotifier.reset();
     m_connection.reset();
     m_readyIsDue = false;
+}
+
+void MqttSession::reportUnsent()
+{
+    if (m_connection && m_connection->unsentMessages() > 0) {
+        qCWarning(lcBus, "%s: %d messages were lost with the connection",
+                  qUtf8Printable(m_address.toString()), m_connection->unsentMessages());
+    }
 }
 
 /// One line for every new reason, not one for every try.
@@ -321,8 +330,25 @@ void MqttSession::keepAlive()
     updateWriteNotifier();
 }
 
+/// The MQTT library takes a TLS connection that was refused for one that is still on its way, and would
+/// keep this process busy with it.
+bool MqttSession::findRefused()
+{
+    if (m_connection->isAccepted() || m_address.transport == BusAddress::Transport::UnixSocket) {
+        return false;
+    }
+    const QString problem = Platform::connectionProblem(m_connection->descriptor());
+    if (!problem.isEmpty()) {
+        loseConnection(problem);
+    }
+    return !problem.isEmpty();
+}
+
 bool MqttSession::readOnce()
 {
+    if (findRefused()) {
+        return false;
+    }
     const bool alive = m_connection->read();
     collect();
     if (!alive) {
@@ -337,6 +363,9 @@ bool MqttSession::readOnce()
 
 bool MqttSession::write()
 {
+    if (findRefused()) {
+        return false;
+    }
     const bool alive = m_connection->write();
     if (!alive) {
         loseConnection(m_connection->error());

@@ -69,6 +69,7 @@ private:
     void scheduleBusyRetry();
     void loseConnection(const QString &reason);
     void dropConnection();
+    void reportUnsent();
     void reportFailure(const QString &reason);
     void scheduleRetry();
 
@@ -79,6 +80,7 @@ private:
     void handleAccepted();
     void handleAcceptTimeout();
     void keepAlive();
+    bool findRefused();
     bool readOnce();
     bool write();
     void collect();

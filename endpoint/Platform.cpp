@@ -37,6 +37,20 @@ int bytesToRead(int descriptor)
     return ::ioctl(descriptor, FIONREAD, &count) == 0 ? count : 0;
 }
 
+QString connectionProblem(int descriptor)
+{
+    int error = 0;
+    socklen_t size = sizeof error;
+    ::getsockopt(descriptor, SOL_SOCKET, SO_ERROR, &error, &size);
+    if (error != 0) {
+        return qt_error_string(error);
+    }
+    sockaddr_storage peer{};
+    socklen_t peerSize = sizeof peer;
+    const bool isConnected = ::getpeername(descriptor, reinterpret_cast<sockaddr *>(&peer), &peerSize) == 0;
+    return isConnected ? QString() : QStringLiteral("nobody takes connections there");
+}
+
 void closeOnExec(int descriptor)
 {
     ::fcntl(descriptor, F_SETFD, FD_CLOEXEC);

@@ -17,6 +17,10 @@ std::optional<uid_t> peerUser(int descriptor);
 /// Bytes that wait to be read from a socket.
 int bytesToRead(int descriptor);
 
+/// Empty while a TCP socket is connected; else why it is not. For a socket that has become readable or
+/// writable, not for one that is still on its way.
+QString connectionProblem(int descriptor);
+
 /// Programs started by this process do not inherit the descriptor.
 void closeOnExec(int descriptor);
 

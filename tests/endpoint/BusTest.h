@@ -6,7 +6,12 @@
 #include <gmock/gmock.h>
 
 #include <QByteArray>
+#include <QEventLoop>
+#include <QSemaphore>
+#include <QThread>
 #include <QVector>
+
+#include <memory>
 
 /// An endpoint that writes down what reaches it.
 class RecordingEndPoint : public LocalCommunication::EndPoint
@@ -63,20 +68,46 @@ public:
     int readyCount = 0;
 };
 
-/// Answers every question with "answer to <payload>".
-class Responder : public RecordingEndPoint
+/// Another program on the bus: answers every question on Global/`topic` with "answer to <payload>", from
+/// a thread of its own, because whoever asks stands still meanwhile. Before an answer it publishes
+/// `before` messages on c/t, and after it `after` more, numbered from 0.
+class BackgroundResponder
 {
 public:
-    explicit Responder(const QByteArray &topic) : m_topic(topic)
+    BackgroundResponder(const QString &address, const QByteArray &topic, int before = 0, int after = 0)
     {
-        QObject::connect(
-            this, &EndPoint::messageReceived, this,
-            [this](const QByteArray &asked, const QByteArray &payload, const QByteArray &replyChannel) {
-                sendMessage(replyChannel, asked, "answer to " + payload);
-            });
-        subscribe("Global", m_topic);
+        m_thread.reset(QThread::create([this, address, topic, before, after] {
+            QEventLoop loop;
+            RecordingEndPoint endPoint;
+            int number = 0;
+            const auto publish = [&](int count) {
+                for (int i = 0; i < count; ++i) {
+                    endPoint.sendMessage("c", "t", QByteArray::number(number++));
+                }
+            };
+            QObject::connect(
+                &endPoint, &LocalCommunication::EndPoint::messageReceived, &endPoint,
+                [&](const QByteArray &asked, const QByteArray &payload, const QByteArray &replyChannel) {
+                    publish(before);
+                    endPoint.sendMessage(replyChannel, asked, "answer to " + payload);
+                    publish(after);
+                });
+            endPoint.subscribe("Global", topic);
+            EXPECT_TRUE(endPoint.join(address));
+            m_ready.release();
+            loop.exec();
+        }));
+        m_thread->start();
+        m_ready.acquire();
     }
+    ~BackgroundResponder()
+    {
+        m_thread->quit();
+        m_thread->wait();
+    }
+    Q_DISABLE_COPY_MOVE(BackgroundResponder)
 
 private:
-    const QByteArray m_topic;
+    std::unique_ptr<QThread> m_thread;
+    QSemaphore m_ready;
 };

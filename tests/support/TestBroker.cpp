@@ -2,12 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QFile>
 #include <QLocalSocket>
 #include <QStandardPaths>
-#include <QTest>
+#include <QTimer>
 
 #include <csignal>
 #include <sys/types.h>
@@ -41,7 +42,18 @@ bool answers(const QString &socketPath)
 
 bool waitUntil(const std::function<bool()> &condition, int milliseconds)
 {
-    return QTest::qWaitFor(condition, milliseconds);
+    const QDeadlineTimer deadline(milliseconds);
+    QEventLoop loop;
+    QTimer pulse; // for conditions that no event of this thread brings about
+    pulse.start(5);
+    while (!condition()) {
+        if (deadline.hasExpired()) {
+            return false;
+        }
+        loop.processEvents(QEventLoop::WaitForMoreEvents);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    return true;
 }
 
 TestBroker::TestBroker(Begin begin)

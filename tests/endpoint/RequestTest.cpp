@@ -1,0 +1,237 @@
+#include "tests/endpoint/BusTest.h"
+#include "tests/endpoint/LogRecorder.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QTimer>
+
+using LocalCommunication::EndPoint;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace {
+
+constexpr int LongMs = 20000;
+
+class Request : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(asker.join(broker.address()));
+        asker.setRequestTimeout(LongMs);
+    }
+
+    static QList<QByteArray> numbers(int count)
+    {
+        QList<QByteArray> all;
+        for (int i = 0; i < count; ++i) {
+            all.append(QByteArray::number(i));
+        }
+        return all;
+    }
+
+    TestBroker broker;
+    RecordingEndPoint asker;
+};
+
+} // namespace
+
+TEST_F(Request, BringsTheAnswer)
+{
+    const BackgroundResponder module(broker.address(), "TradeQuery");
+
+    EXPECT_EQ(asker.request("TradeQuery", "one"), "answer to one");
+    EXPECT_EQ(asker.request("TradeQuery", "two"), "answer to two");
+}
+
+TEST_F(Request, IsPossibleRightAfterConnecting)
+{
+    const BackgroundResponder module(broker.address(), "TradeQuery");
+    RecordingEndPoint fresh;
+    fresh.setRequestTimeout(LongMs);
+    fresh.connect(broker.address());
+
+    EXPECT_EQ(fresh.request("TradeQuery", "at once"), "answer to at once");
+
+    EXPECT_TRUE(waitUntil([&] { return fresh.readyCount == 1; }));
+}
+
+TEST_F(Request, BringsTenMegabytes)
+{
+    const BackgroundResponder module(broker.address(), "TradeQuery");
+    const QByteArray question(10 * 1024 * 1024, 'q');
+
+    EXPECT_TRUE(asker.request("TradeQuery", question) == "answer to " + question);
+}
+
+TEST_F(Request, EndsAtItsTimeoutWhenNobodyAnswers)
+{
+    asker.setRequestTimeout(200);
+    QElapsedTimer clock;
+    clock.start();
+
+    EXPECT_EQ(asker.request("TradeQuery", "anybody?"), QByteArray());
+
+    EXPECT_GE(clock.elapsed(), 200);
+    EXPECT_LT(clock.elapsed(), 3000);
+}
+
+TEST_F(Request, DropsAnAnswerThatComesTooLate)
+{
+    broker.freeze();
+    asker.setRequestTimeout(100);
+    EXPECT_EQ(asker.request("TradeQuery", "first"), QByteArray());
+    broker.thaw();
+    const BackgroundResponder module(broker.address(), "TradeQuery");
+    asker.setRequestTimeout(LongMs);
+
+    EXPECT_EQ(asker.request("TradeQuery", "second"), "answer to second");
+    EXPECT_THAT(asker.messages, IsEmpty());
+}
+
+TEST_F(Request, DeliversWhatComesMeanwhileAfterwardsAndInOrder)
+{
+    const BackgroundResponder module(broker.address(), "TradeQuery", 500, 100);
+    ASSERT_TRUE(asker.listen("c", "t"));
+
+    for (int round = 0; round < 5; ++round) {
+        const int before = asker.messages.size();
+        EXPECT_EQ(asker.request("TradeQuery", "x"), "answer to x");
+        EXPECT_EQ(asker.messages.size(), before);
+    }
+
+    ASSERT_TRUE(asker.waitForMessages(3000));
+    EXPECT_EQ(asker.payloads(), numbers(3000));
+}
+
+TEST_F(Request, KeepsTheOrderWhenAskedInsideAReceiver)
+{
+    const BackgroundResponder module(broker.address(), "TradeQuery", 3, 3);
+    ASSERT_TRUE(asker.listen("c", "t"));
+    int asked = 0;
+    QObject::connect(&asker, &EndPoint::messageReceived, &asker, [&] {
+        if (asked < 10) {
+            ++asked;
+            EXPECT_EQ(asker.request("TradeQuery", "nested"), "answer to nested");
+        }
+    });
+
+    EXPECT_EQ(asker.request("TradeQuery", "outer"), "answer to outer");
+
+    ASSERT_TRUE(asker.waitForMessages(66));
+    EXPECT_EQ(asker.payloads(), numbers(66));
+}
+
+TEST_F(Request, RunsNoEventLoop)
+{
+    const BackgroundResponder module(broker.address(), "TradeQuery");
+    bool handled = false;
+    QMetaObject::invokeMethod(
+        &asker, [&] { handled = true; }, Qt::QueuedConnection);
+    QTimer::singleShot(0, &asker, [&] { handled = true; });
+    auto *victim = new RecordingEndPoint;
+    victim->deleteLater();
+    const QPointer<RecordingEndPoint> alive(victim);
+
+    EXPECT_EQ(asker.request("TradeQuery", "x"), "answer to x");
+
+    EXPECT_FALSE(handled);
+    EXPECT_FALSE(alive.isNull());
+    EXPECT_TRUE(waitUntil([&] { return handled && alive.isNull(); }));
+}
+
+TEST_F(Request, LetsItsEndPointBeDestroyedBeforeTheDeliveryThatFollows)
+{
+    const BackgroundResponder module(broker.address(), "TradeQuery", 10, 0);
+    auto overlay = std::make_unique<RecordingEndPoint>();
+    ASSERT_TRUE(overlay->join(broker.address()));
+    ASSERT_TRUE(overlay->listen("c", "t"));
+    ASSERT_EQ(overlay->request("TradeQuery", "x"), "answer to x");
+
+    overlay.reset(); // ten messages were waiting
+
+    EXPECT_EQ(asker.request("TradeQuery", "y"), "answer to y");
+}
+
+TEST_F(Request, LetsAReceiverDestroyTheEndPointInTheDeliveryThatFollows)
+{
+    const BackgroundResponder module(broker.address(), "TradeQuery", 10, 0);
+    auto *overlay = new RecordingEndPoint;
+    ASSERT_TRUE(overlay->join(broker.address()));
+    ASSERT_TRUE(overlay->listen("c", "t"));
+    int delivered = 0;
+    QObject::connect(overlay, &EndPoint::messageReceived, overlay, [&] {
+        ++delivered;
+        delete overlay;
+    });
+    const QPointer<RecordingEndPoint> alive(overlay);
+
+    ASSERT_EQ(overlay->request("TradeQuery", "x"), "answer to x");
+
+    EXPECT_TRUE(waitUntil([&] { return alive.isNull(); }));
+    EXPECT_EQ(delivered, 1);
+}
+
+TEST_F(Request, LetsAReceiverAskAndThenDestroyTheEndPoint)
+{
+    const BackgroundResponder module(broker.address(), "TradeQuery", 5, 5);
+    auto *overlay = new RecordingEndPoint;
+    ASSERT_TRUE(overlay->join(broker.address()));
+    ASSERT_TRUE(overlay->listen("c", "t"));
+    QByteArray answer;
+    QObject::connect(overlay, &EndPoint::messageReceived, overlay, [&] {
+        answer = overlay->request("TradeQuery", "last");
+        delete overlay;
+    });
+    const QPointer<RecordingEndPoint> alive(overlay);
+
+    ASSERT_EQ(overlay->request("TradeQuery", "first"), "answer to first");
+
+    EXPECT_TRUE(waitUntil([&] { return alive.isNull(); }));
+    EXPECT_EQ(answer, "answer to last");
+}
+
+TEST_F(Request, IsAnsweredOnce)
+{
+    LogRecorder log;
+    RecordingEndPoint module;
+    module.subscribe("Global", "TradeQuery");
+    ASSERT_TRUE(module.join(broker.address()));
+    asker.setRequestTimeout(50); // an endpoint of the same thread can not answer in time
+    asker.request("TradeQuery", "x");
+    ASSERT_TRUE(module.waitForMessages(1));
+    const QByteArray replyChannel = module.messages[0].replyChannel;
+
+    EXPECT_TRUE(module.sendMessage(replyChannel, "TradeQuery", "answer"));
+    EXPECT_FALSE(module.sendMessage(replyChannel, "TradeQuery", "answer"));
+
+    EXPECT_TRUE(log.has(QStringLiteral("answered already"))) << qPrintable(log.text());
+}
+
+TEST_F(Request, GivesEveryQuestionAReplyChannelOfItsOwn)
+{
+    RecordingEndPoint module;
+    module.subscribe("Global", "TradeQuery");
+    ASSERT_TRUE(module.join(broker.address()));
+    asker.setRequestTimeout(50);
+    asker.request("TradeQuery", "x");
+    asker.request("TradeQuery", "y");
+
+    ASSERT_TRUE(module.waitForMessages(2));
+    EXPECT_NE(module.messages[0].replyChannel, module.messages[1].replyChannel);
+}
+
+TEST_F(Request, IsEmptyAtOnceWithoutABus)
+{
+    LogRecorder log;
+    broker.kill();
+    ASSERT_TRUE(waitUntil([&] { return !asker.isConnected(); }));
+    QElapsedTimer clock;
+    clock.start();
+
+    EXPECT_EQ(asker.request("TradeQuery", "x"), QByteArray());
+
+    EXPECT_LT(clock.elapsed(), LongMs / 2);
+    EXPECT_TRUE(log.has(QStringLiteral("there is no bus")));
+}
