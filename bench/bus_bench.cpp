@@ -1,0 +1,363 @@
+// What the bus costs: the round trip of a question, and a terminal full of overlays. Beside every figure
+// stands what the same traffic takes with nothing but sockets, measured in the same run.
+
+#include "bench/support/RawPeers.h"
+#include "endpoint/EndPoint.h"
+#include "endpoint/LocalBroker.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QSocketNotifier>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <poll.h>
+#include <sys/resource.h>
+#include <unistd.h>
+#include <vector>
+
+#ifdef Q_OS_LINUX
+#    include <sched.h>
+#endif
+
+using LocalCommunication::EndPoint;
+using LocalCommunication::LocalBroker;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int QuestionBytes = 200;
+constexpr int AnswerBytes = 2000;
+constexpr int Rounds = 15;
+constexpr int RequestsPerRound = 2000;
+
+constexpr int CrowdSize = 1000;
+constexpr int CrowdRounds = 5;
+constexpr int Notifications = 20;
+
+/// Every process on one core: pure work, without the time that a sleeping core takes to wake up.
+bool pinToOneCore()
+{
+#ifdef Q_OS_LINUX
+    cpu_set_t set;
+    CPU_ZERO(&set);
+    CPU_SET(0, &set);
+    return ::sched_setaffinity(0, sizeof set, &set) == 0;
+#else
+    return false;
+#endif
+}
+
+void allowManyDescriptors()
+{
+    rlimit limit{};
+    ::getrlimit(RLIMIT_NOFILE, &limit);
+    limit.rlim_cur = std::min<rlim_t>(limit.rlim_max, 16384);
+    ::setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+double percentile(std::vector<double> values, double share)
+{
+    const auto index = static_cast<std::ptrdiff_t>(share * static_cast<double>(values.size() - 1));
+    std::nth_element(values.begin(), values.begin() + index, values.end());
+    return values[static_cast<std::size_t>(index)];
+}
+
+double median(const std::vector<double> &values)
+{
+    return percentile(values, 0.5);
+}
+
+template <typename Work>
+double microseconds(Work work)
+{
+    const Clock::time_point start = Clock::now();
+    work();
+    return std::chrono::duration<double, std::micro>(Clock::now() - start).count();
+}
+
+[[noreturn]] void giveUp(const char *why)
+{
+    std::fprintf(stderr, "bus_bench: %s\n", why);
+    std::exit(EXIT_FAILURE);
+}
+
+void runUntil(const std::function<bool()> &condition)
+{
+    QTimer limit;
+    limit.setSingleShot(true);
+    limit.start(60000);
+    while (!condition()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        if (!limit.isActive()) {
+            giveUp("the bus did not do in a minute what takes milliseconds");
+        }
+    }
+}
+
+/// Another program on the bus, in its Qt event loop, as the trading module is.
+void respond(const QString &address, int lifeline)
+{
+    int count = 1;
+    char name[] = "responder";
+    char *arguments[] = {name, nullptr};
+    const QCoreApplication application(count, arguments);
+    const QSocketNotifier end(lifeline, QSocketNotifier::Read);
+    QObject::connect(&end, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
+    EndPoint endPoint(nullptr);
+    const QByteArray answer(AnswerBytes, 'a');
+    QObject::connect(&endPoint, &EndPoint::messageReceived, &endPoint,
+                     [&](const QByteArray &topic, const QByteArray &, const QByteArray &replyChannel) {
+                         endPoint.sendMessage(replyChannel, topic, answer);
+                     });
+    endPoint.subscribe("Global", "TradeQuery");
+    endPoint.connect(address);
+    QCoreApplication::exec();
+}
+
+/// One way from a question to its answer, and what it took in every round.
+struct Path
+{
+    const char *name;
+    std::function<void()> roundTrip;
+    std::vector<double> medians{};
+    std::vector<double> slowest{}; // the 99th percentile
+};
+
+void measureRound(Path &path)
+{
+    std::vector<double> times;
+    times.reserve(RequestsPerRound);
+    for (int i = 0; i < RequestsPerRound; ++i) {
+        times.push_back(microseconds(path.roundTrip));
+    }
+    path.medians.push_back(median(times));
+    path.slowest.push_back(percentile(times, 0.99));
+}
+
+/// The order rotates, so that no path always follows the same one.
+void measure(std::vector<Path> &paths)
+{
+    for (std::size_t round = 0; round < Rounds; ++round) {
+        for (std::size_t i = 0; i < paths.size(); ++i) {
+            measureRound(paths[(round + i) % paths.size()]);
+        }
+    }
+}
+
+void printRoundTrips(const std::vector<Path> &paths, bool pinned)
+{
+    std::printf("\nRound trip, %d byte question, %d byte answer: median of %d rounds of %d, %s\n",
+                QuestionBytes, AnswerBytes, Rounds, RequestsPerRound,
+                pinned ? "all on one core" : "NOT pinned to a core");
+    std::printf("  %-34s %10s %10s %14s %10s\n", "", "p50 us", "p99 us", "x socketpair", "x relay");
+    const double pair = median(paths[0].medians);
+    const double relay = median(paths[1].medians);
+    for (const Path &path : paths) {
+        const double p50 = median(path.medians);
+        std::printf("  %-34s %10.1f %10.1f %14.2f %10.2f\n", path.name, p50, median(path.slowest), p50 / pair,
+                    p50 / relay);
+    }
+}
+
+/// A terminal with an endpoint for every overlay of every chart.
+class Crowd
+{
+public:
+    Crowd()
+    {
+        for (int i = 0; i < CrowdSize; ++i) {
+            auto endPoint = std::make_unique<EndPoint>(nullptr);
+            endPoint->subscribe("Global", "TradeNotify");
+            QObject::connect(endPoint.get(), &EndPoint::ready, endPoint.get(), [this] { ++m_ready; });
+            QObject::connect(endPoint.get(), &EndPoint::messageReceived, endPoint.get(),
+                             [this] { ++m_received; });
+            m_endPoints.push_back(std::move(endPoint));
+        }
+    }
+
+    /// One after the other, as charts are opened.
+    void joinInTurn(const QString &address)
+    {
+        for (std::size_t i = 0; i < m_endPoints.size(); ++i) {
+            m_endPoints[i]->connect(address);
+            runUntil([&] { return m_ready == i + 1; });
+        }
+    }
+
+    void joinAtOnce(const QString &address)
+    {
+        for (const auto &endPoint : m_endPoints) {
+            endPoint->connect(address);
+        }
+        runUntil([this] { return m_ready == m_endPoints.size(); });
+    }
+
+    void deliver(EndPoint &sender, const QByteArray &notification)
+    {
+        m_received = 0;
+        sender.sendMessage("Global", "TradeNotify", notification);
+        runUntil([this] { return m_received == m_endPoints.size(); });
+    }
+
+private:
+    std::vector<std::unique_ptr<EndPoint>> m_endPoints;
+    std::size_t m_ready = 0;
+    std::size_t m_received = 0;
+};
+
+/// The same with sockets alone.
+class RawCrowd
+{
+public:
+    void join(const std::string &path)
+    {
+        for (int i = 0; i <= CrowdSize; ++i) { // the first one sends
+            m_sockets.push_back(raw::connectTo(path));
+            raw::ask(m_sockets.back().number(), 1, 1);
+            m_polled.push_back({m_sockets.back().number(), POLLIN, 0});
+        }
+    }
+
+    void deliver(int size)
+    {
+        std::vector<char> buffer(static_cast<std::size_t>(size));
+        if (::write(m_sockets.front().number(), buffer.data(), buffer.size()) != size) {
+            giveUp("the raw crowd is gone");
+        }
+        std::vector<int> missing(m_sockets.size(), size);
+        for (std::size_t complete = 1; complete < m_sockets.size();) {
+            ::poll(m_polled.data(), static_cast<nfds_t>(m_polled.size()), -1);
+            for (std::size_t i = 1; i < m_polled.size(); ++i) {
+                if (m_polled[i].revents != 0) {
+                    missing[i] -= static_cast<int>(::read(m_polled[i].fd, buffer.data(), buffer.size()));
+                    complete += missing[i] == 0 ? 1 : 0;
+                }
+            }
+        }
+    }
+
+private:
+    std::vector<raw::Descriptor> m_sockets;
+    std::vector<pollfd> m_polled;
+};
+
+template <typename Deliver>
+double medianDelivery(Deliver deliver)
+{
+    std::vector<double> times;
+    for (int i = 0; i < Notifications; ++i) {
+        times.push_back(microseconds(deliver));
+    }
+    return median(times);
+}
+
+void printCrowdRow(const char *name, double microsecondsTaken, double floor)
+{
+    std::printf("  %-34s %10.1f %14.1f %10.2f\n", name, microsecondsTaken / 1000, floor / 1000,
+                microsecondsTaken / floor);
+}
+
+void measureCrowd(const QString &address, const std::string &rawPath)
+{
+    EndPoint sender(nullptr);
+    sender.connect(address);
+    runUntil([&] { return sender.isConnected(); });
+    std::vector<double> inTurn;
+    std::vector<double> atOnce;
+    std::vector<double> smallDelivery;
+    std::vector<double> largeDelivery;
+    for (int round = 0; round < CrowdRounds; ++round) {
+        Crowd first;
+        inTurn.push_back(microseconds([&] { first.joinInTurn(address); }));
+        smallDelivery.push_back(
+            medianDelivery([&] { first.deliver(sender, QByteArray(QuestionBytes, 'n')); }));
+        largeDelivery.push_back(medianDelivery([&] { first.deliver(sender, QByteArray(AnswerBytes, 'n')); }));
+    }
+    for (int round = 0; round < CrowdRounds; ++round) {
+        Crowd crowd;
+        atOnce.push_back(microseconds([&] { crowd.joinAtOnce(address); }));
+    }
+    RawCrowd bare;
+    const double bareJoin = microseconds([&] { bare.join(rawPath); });
+    const double bareDelivery = medianDelivery([&] { bare.deliver(AnswerBytes); });
+
+    std::printf("\n%d endpoints in one process, median of %d rounds\n", CrowdSize, CrowdRounds);
+    std::printf("  %-34s %10s %14s %10s\n", "", "ms", "sockets ms", "ratio");
+    printCrowdRow("connect and subscribe, in turn", median(inTurn), bareJoin);
+    printCrowdRow("connect and subscribe, at once", median(atOnce), bareJoin);
+    printCrowdRow("one notification of 2 kB to all", median(largeDelivery), bareDelivery);
+    printCrowdRow("one notification of 200 B to all", median(smallDelivery), bareDelivery);
+}
+
+/// A figure of answers that did not come would be worth nothing.
+void checkFirst(EndPoint &asker)
+{
+    for (int i = 0; i < 50; ++i) {
+        if (asker.request("TradeQuery", QByteArray(QuestionBytes, 'q')).size() == AnswerBytes) {
+            return;
+        }
+    }
+    giveUp("nobody answers on the bus");
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const bool pinned = pinToOneCore();
+    allowManyDescriptors();
+    const QTemporaryDir directory;
+    const QTemporaryDir runtime;
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
+    const std::string relayPath =
+        QFile::encodeName(directory.filePath(QStringLiteral("relay"))).toStdString();
+    const std::string crowdPath =
+        QFile::encodeName(directory.filePath(QStringLiteral("crowd"))).toStdString();
+
+    raw::Pair pair;
+    raw::Pair lifeline;
+    raw::Descriptor relayListener = raw::listenAt(relayPath);
+    raw::Descriptor crowdListener = raw::listenAt(crowdPath);
+    const raw::Process echo([&] {
+        pair.near.close();
+        raw::answerAll(pair.far.number(), QuestionBytes, AnswerBytes);
+    });
+    const raw::Process relay([&] { raw::relay(std::move(relayListener)); });
+    const raw::Descriptor relayed = raw::connectTo(relayPath);
+    const raw::Process relayedEcho(
+        [&] { raw::answerAll(raw::connectTo(relayPath).number(), QuestionBytes, AnswerBytes); });
+    const raw::Process meetingPlace(
+        [&] { raw::serveCrowd(std::move(crowdListener), CrowdSize + 1, AnswerBytes); });
+    const raw::Process responder([&] {
+        lifeline.near.close();
+        respond(directory.path(), lifeline.far.number());
+    });
+
+    const QCoreApplication application(argc, argv);
+    LocalBroker broker;
+    broker.start(directory.path());
+    EndPoint asker(nullptr);
+    asker.connect(directory.path());
+    runUntil([&] { return asker.isConnected(); });
+    asker.setRequestTimeout(200);
+    checkFirst(asker);
+
+    const QByteArray question(QuestionBytes, 'q');
+    std::vector<Path> paths{
+        {"socketpair, no broker", [&] { raw::ask(pair.near.number(), QuestionBytes, AnswerBytes); }},
+        {"bare relay process", [&] { raw::ask(relayed.number(), QuestionBytes, AnswerBytes); }},
+        {"EndPoint::request", [&] { asker.request("TradeQuery", question); }},
+    };
+    measure(paths);
+    printRoundTrips(paths, pinned);
+    measureCrowd(directory.path(), crowdPath);
+    return EXIT_SUCCESS;
+}
