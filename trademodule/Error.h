@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+#include <exception>
+
+namespace TradeModule {
+
+/// Why something could not be done, as a sentence for the person who asked for it.
+class Error : public std::exception
+{
+public:
+    explicit Error(QString reason) : m_reason(std::move(reason)), m_bytes(m_reason.toUtf8()) {}
+
+    const QString &reason() const { return m_reason; }
+    const char *what() const noexcept override { return m_bytes.constData(); }
+
+private:
+    QString m_reason;
+    QByteArray m_bytes;
+};
+
+/// The ledger's database could not do what it was asked.
+class LedgerError : public Error
+{
+public:
+    using Error::Error;
+};
+
+} // namespace TradeModule

@@ -1,0 +1,176 @@
+#include "trademodule/cli/Command.h"
+
+#include "trademodule/ExchangeTime.h"
+#include "trademodule/cli/Commands.h"
+#include "trademodule/cli/Console.h"
+#include "trademodule/cli/UsageError.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace TradeModule {
+
+QString Invocation::ledger() const
+{
+    if (!isSet(QStringLiteral("ledger"))) {
+        throw UsageError(QStringLiteral("give the ledger with --ledger FILE or --ledger postgresql://..."));
+    }
+    return value(QStringLiteral("ledger"));
+}
+
+std::optional<int> Invocation::date(const QString &option) const
+{
+    if (!isSet(option)) {
+        return std::nullopt;
+    }
+    const QString text = value(option);
+    const int number = text.toInt();
+    if (text.size() != 8 || !dateOfNumber(number).isValid()) {
+        throw UsageError(
+            QStringLiteral("--%1 is \"%2\", but must be a date of the form yyyymmdd").arg(option, text));
+    }
+    return number;
+}
+
+QString Invocation::onlyArgument(const QString &what) const
+{
+    if (arguments().size() != 1) {
+        throw UsageError(QStringLiteral("give one %1").arg(what));
+    }
+    return arguments().constFirst();
+}
+
+void Invocation::refuseArguments() const
+{
+    if (!arguments().isEmpty()) {
+        throw UsageError(QStringLiteral("\"%1\" is too much").arg(arguments().constFirst()));
+    }
+}
+
+const std::vector<Command> &commands()
+{
+    static const std::vector<Command> all = {
+        serveCommand(),
+        importCommand(),
+        tradesCommand(),
+        positionsCommand(),
+    };
+    return all;
+}
+
+namespace {
+
+const Command *findCommand(const QString &name)
+{
+    const auto found = std::find_if(commands().begin(), commands().end(),
+                                    [&name](const Command &command) { return command.name == name; });
+    return found == commands().end() ? nullptr : &*found;
+}
+
+QString commandList()
+{
+    QStringList lines{QStringLiteral("Commands, each with --help:")};
+    for (const Command &command : commands()) {
+        lines.append(QStringLiteral("  %1 %2").arg(command.name, -10).arg(command.summary));
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+void addCommonOptions(QCommandLineParser *parser)
+{
+    parser->addOption({QStringLiteral("bus"),
+                       QStringLiteral("Directory of the terminal whose bus is joined."),
+                       QStringLiteral("DIR")});
+    parser->addOption(
+        {QStringLiteral("ledger"),
+         QStringLiteral("The account's ledger: a SQLite file, or postgresql://user@host/database."),
+         QStringLiteral("FILE-OR-URL")});
+    parser->addHelpOption();
+}
+
+/// The name of the command: the first argument that is neither an option nor an option's value.
+QString commandName(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
+    addCommonOptions(&parser);
+    parser.addVersionOption();
+    parser.parse(arguments);
+    return parser.positionalArguments().value(0);
+}
+
+int showHelp(const QCommandLineParser &parser)
+{
+    print(parser.helpText());
+    return Succeeded;
+}
+
+int runWithoutCommand(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Trading module: keeps an account's trades and answers charts.\n\n") + commandList());
+    addCommonOptions(&parser);
+    const QCommandLineOption version = parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("What to do; serve if left out."),
+                                 QStringLiteral("[command]"));
+    if (!parser.parse(arguments)) {
+        throw UsageError(parser.errorText());
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        return showHelp(parser);
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        print(QCoreApplication::applicationName() + QLatin1Char(' ') +
+              QCoreApplication::applicationVersion() + QLatin1Char('\n'));
+        return Succeeded;
+    }
+    return commands().front().run(Invocation(&parser));
+}
+
+int runCommand(const Command &command, const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(command.summary);
+    addCommonOptions(&parser);
+    parser.addOptions(command.options);
+    parser.addPositionalArgument(command.name, command.summary, command.name);
+    if (!command.argumentSyntax.isEmpty()) {
+        parser.addPositionalArgument(command.argumentSyntax, QString(), command.argumentSyntax);
+    }
+    if (!parser.parse(arguments)) {
+        throw UsageError(parser.errorText());
+    }
+    return parser.isSet(QStringLiteral("help")) ? showHelp(parser) : command.run(Invocation(&parser));
+}
+
+int dispatch(const QStringList &arguments)
+{
+    const QString name = commandName(arguments);
+    if (name.isEmpty()) {
+        return runWithoutCommand(arguments);
+    }
+    const Command *command = findCommand(name);
+    if (command == nullptr) {
+        throw UsageError(QStringLiteral("\"%1\" is no command; see --help").arg(name));
+    }
+    return runCommand(*command, arguments);
+}
+
+} // namespace
+
+int runProgram(const QStringList &arguments)
+{
+    try {
+        return dispatch(arguments);
+    } catch (const UsageError &error) {
+        printError(error.reason());
+        return WrongUsage;
+    } catch (const Error &error) {
+        printError(error.reason());
+        return Failed;
+    }
+}
+
+} // namespace TradeModule

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "trademodule/ledger/Ledger.h"
+
+#include <QCommandLineParser>
+
+#include <vector>
+
+namespace TradeModule {
+
+/// How a program ends.
+enum ExitCode { Succeeded = 0, Failed = 1, WrongUsage = 2 };
+
+/// What every command gets: its parsed command line.
+class Invocation
+{
+public:
+    explicit Invocation(const QCommandLineParser *parser) : m_parser(parser) {}
+
+    bool isSet(const QString &option) const { return m_parser->isSet(option); }
+    QString value(const QString &option) const { return m_parser->value(option); }
+    QStringList arguments() const { return m_parser->positionalArguments().mid(1); }
+
+    /// The value of --bus; empty when it was not given.
+    QString bus() const { return value(QStringLiteral("bus")); }
+    /// The value of --ledger; a UsageError when it was not given.
+    QString ledger() const;
+    /// The value of an option that holds a date yyyymmdd, if it was given; a UsageError for anything else.
+    std::optional<int> date(const QString &option) const;
+    /// The one argument a command takes; a UsageError, asking for `what`, for none or several.
+    QString onlyArgument(const QString &what) const;
+    /// A UsageError when there are arguments.
+    void refuseArguments() const;
+
+private:
+    const QCommandLineParser *const m_parser;
+};
+
+/// One command of the program.
+struct Command
+{
+    QString name;
+    QString summary;
+    QString argumentSyntax; ///< of the arguments behind the name; may be empty
+    QList<QCommandLineOption> options;
+    int (*run)(const Invocation &invocation);
+};
+
+/// All commands; the first is the default.
+const std::vector<Command> &commands();
+
+/// Runs the program with its command line, the program's name first. Returns how it ends.
+int runProgram(const QStringList &arguments);
+
+} // namespace TradeModule

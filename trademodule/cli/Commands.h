@@ -1,0 +1,12 @@
+#pragma once
+
+#include "trademodule/cli/Command.h"
+
+namespace TradeModule {
+
+Command serveCommand();
+Command importCommand();
+Command tradesCommand();
+Command positionsCommand();
+
+} // namespace TradeModule

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+namespace TradeModule {
+
+/// Writes to standard output.
+void print(const QString &text);
+/// Writes a line, with the program's name, to standard error.
+void printError(const QString &reason);
+
+/// True when standard error is a terminal that a person looks at.
+bool isTerminal();
+
+/// A table with aligned columns: a header and rows of as many cells. Chinese characters take two columns.
+QString tableText(const QStringList &header, const QVector<QStringList> &rows);
+
+/// A bar on a terminal that shows how far a long work is; writes nothing elsewhere.
+class ProgressBar
+{
+public:
+    explicit ProgressBar(QString title) : m_title(std::move(title)) {}
+    ~ProgressBar();
+    Q_DISABLE_COPY_MOVE(ProgressBar)
+
+    void show(int done, int total);
+
+private:
+    const QString m_title;
+    const bool m_isVisible = isTerminal();
+    int m_percent = -1;
+};
+
+} // namespace TradeModule

@@ -1,0 +1,82 @@
+#include "trademodule/bus/TradeNotifier.h"
+#include "trademodule/cli/Commands.h"
+#include "trademodule/cli/Console.h"
+#include "trademodule/import/SecurityOfRow.h"
+#include "trademodule/import/StatementImport.h"
+
+#include <QFileInfo>
+
+namespace TradeModule {
+
+namespace {
+
+ImportOptions importOptions(const Invocation &invocation)
+{
+    ImportOptions options;
+    options.reading.date = invocation.date(QStringLiteral("date"));
+    if (invocation.isSet(QStringLiteral("securities"))) {
+        options.reading.securitiesByName = readSecurityList(invocation.value(QStringLiteral("securities")));
+    }
+    options.skipsBadRows = invocation.isSet(QStringLiteral("skip-bad"));
+    options.mode = invocation.isSet(QStringLiteral("dry-run")) ? Ledger::Mode::DryRun : Ledger::Mode::Keep;
+    return options;
+}
+
+/// A dry run leaves no new ledger behind.
+QString ledgerLocation(const Invocation &invocation, const ImportOptions &options)
+{
+    const QString location = invocation.ledger();
+    const bool isNewFile =
+        Database::kindOf(location) == Database::Kind::Sqlite && !QFileInfo::exists(location);
+    return isNewFile && options.mode == Ledger::Mode::DryRun ? QStringLiteral(":memory:") : location;
+}
+
+void notify(const Invocation &invocation, const Booked &booked)
+{
+    if (booked.lastAdded.isEmpty()) {
+        return;
+    }
+    if (invocation.bus().isEmpty()) {
+        print(QStringLiteral("charts were not told: no --bus given\n"));
+    } else if (!notifyCharts(invocation.bus(), booked.lastAdded)) {
+        print(QStringLiteral("charts were not told: there is no bus\n"));
+    }
+}
+
+int import(const Invocation &invocation)
+{
+    const QString path = invocation.onlyArgument(QStringLiteral("FILE to import"));
+    const ImportOptions options = importOptions(invocation);
+    Ledger ledger(ledgerLocation(invocation, options));
+    ProgressBar bar(QStringLiteral("Importing"));
+    const ImportReport report =
+        importStatement(path, options, &ledger, [&bar](int done, int total) { bar.show(done, total); });
+    print(describe(report, path, options).join(QLatin1Char('\n')) + QLatin1Char('\n'));
+    if (report.isRefused) {
+        return Failed;
+    }
+    if (options.mode == Ledger::Mode::Keep) {
+        notify(invocation, report.booked);
+    }
+    return Succeeded;
+}
+
+} // namespace
+
+Command importCommand()
+{
+    return {QStringLiteral("import"),
+            QStringLiteral("Reads a broker's statement of executed trades into the ledger."),
+            QStringLiteral("FILE"),
+            {{QStringLiteral("dry-run"), QStringLiteral("Shows what would happen and changes nothing.")},
+             {QStringLiteral("skip-bad"),
+              QStringLiteral("Imports the other rows when some can not be read; else nothing is imported.")},
+             {QStringLiteral("date"), QStringLiteral("Day of the trades, for a statement without dates."),
+              QStringLiteral("yyyymmdd")},
+             {QStringLiteral("securities"),
+              QStringLiteral("List code,market,name of securities, for a statement without codes."),
+              QStringLiteral("LIST")}},
+            &import};
+}
+
+} // namespace TradeModule

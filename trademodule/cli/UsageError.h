@@ -1,0 +1,14 @@
+#pragma once
+
+#include "trademodule/Error.h"
+
+namespace TradeModule {
+
+/// The command line can not be understood.
+class UsageError : public Error
+{
+public:
+    using Error::Error;
+};
+
+} // namespace TradeModule

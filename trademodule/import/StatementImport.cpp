@@ -1,0 +1,121 @@
+#include "trademodule/import/StatementImport.h"
+
+#include "trademodule/Error.h"
+#include "trademodule/import/TextDecoding.h"
+
+#include <QFile>
+
+namespace TradeModule {
+
+namespace {
+
+StatementContents readFile(const QString &path, const ReadOptions &options)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw Error(QStringLiteral("%1: can not be read: %2").arg(path, file.errorString()));
+    }
+    try {
+        return readStatement(decodeStatement(file.readAll()), options);
+    } catch (const Error &error) {
+        throw Error(QStringLiteral("%1: %2").arg(path, error.reason()));
+    }
+}
+
+QString counted(int count, const QString &one, const QString &many)
+{
+    return QStringLiteral("%1 %2").arg(count).arg(count == 1 ? one : many);
+}
+
+QString rows(int count)
+{
+    return counted(count, QStringLiteral("row"), QStringLiteral("rows"));
+}
+
+QStringList badRowLines(const QVector<BadRow> &badRows, const QString &path)
+{
+    QStringList lines;
+    for (const BadRow &row : badRows) {
+        lines.append(QStringLiteral("%1:%2: %3").arg(path).arg(row.line).arg(row.reason));
+    }
+    return lines;
+}
+
+QStringList contentLines(const StatementContents &contents)
+{
+    QStringList lines;
+    for (const auto &[kind, count] : contents.leftOut) {
+        lines.append(QStringLiteral("left out: %1 (%2)").arg(kind, rows(count)));
+    }
+    if (contents.bonuses > 0) {
+        lines.append(QStringLiteral("bonus shares: %1 enlarge the holding at no cost; they are no trades")
+                         .arg(rows(contents.bonuses)));
+    }
+    if (contents.repeatedRows > 0) {
+        lines.append(QStringLiteral("dropped: %1 that repeat another with the same deal number")
+                         .arg(rows(contents.repeatedRows)));
+    }
+    if (contents.equalRows > 0) {
+        lines.append(QStringLiteral("kept: %1 equal to another but without a deal number; if the file holds "
+                                    "them twice by mistake, remove them and import into a fresh ledger")
+                         .arg(rows(contents.equalRows)));
+    }
+    return lines;
+}
+
+QString bookedLine(const ImportReport &report, Ledger::Mode mode)
+{
+    const QString done =
+        mode == Ledger::Mode::Keep ? QStringLiteral("imported") : QStringLiteral("would import");
+    return QStringLiteral("%1 %2, %3 already in the ledger")
+        .arg(done, counted(report.booked.added, QStringLiteral("entry"), QStringLiteral("entries")))
+        .arg(report.booked.alreadyThere);
+}
+
+QStringList warningLines(const Booked &booked)
+{
+    QStringList lines;
+    for (const Security &security : booked.unexplained) {
+        lines.append(
+            QStringLiteral("warning: more of %1 was sold than came in; import the earlier statements, "
+                           "too, for a right cost")
+                .arg(security.code));
+    }
+    return lines;
+}
+
+} // namespace
+
+ImportReport importStatement(const QString &path, const ImportOptions &options, Ledger *ledger,
+                             const Ledger::Progress &progress)
+{
+    ImportReport report;
+    report.contents = readFile(path, options.reading);
+    report.isRefused = !report.contents.badRows.isEmpty() && !options.skipsBadRows;
+    if (!report.isRefused) {
+        report.booked =
+            ledger->book({path, report.contents.executions, report.contents.names}, options.mode, progress);
+    }
+    return report;
+}
+
+QStringList describe(const ImportReport &report, const QString &path, const ImportOptions &options)
+{
+    QStringList lines = badRowLines(report.contents.badRows, path);
+    lines += contentLines(report.contents);
+    if (report.isRefused) {
+        lines.append(
+            QStringLiteral("nothing imported: %1 can not be read; correct them, or leave them out with "
+                           "--skip-bad")
+                .arg(rows(report.contents.badRows.size())));
+        return lines;
+    }
+    if (!report.contents.badRows.isEmpty()) {
+        lines.append(QStringLiteral("left out: bad rows (%1)").arg(rows(report.contents.badRows.size())));
+    }
+    lines += warningLines(report.booked);
+    lines.append(bookedLine(report, options.mode));
+    return lines;
+}
+
+} // namespace TradeModule

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "trademodule/ledger/Execution.h"
+
+#include <QHash>
+#include <QStringList>
+
+#include <map>
+#include <optional>
+
+namespace TradeModule {
+
+/// What a user adds to a statement that does not tell everything.
+struct ReadOptions
+{
+    std::optional<int> date;                   ///< for a statement without a date column
+    QHash<QString, Security> securitiesByName; ///< for a statement without a code column
+};
+
+/// A line that can not be read, and why.
+struct BadRow
+{
+    int line;
+    QString reason;
+};
+
+/// What a statement says.
+struct StatementContents
+{
+    Executions executions; ///< oldest first
+    QHash<Security, QString> names;
+    std::map<QString, int> leftOut; ///< entries that are no trades, by kind
+    QVector<BadRow> badRows;
+    int bonuses = 0;      ///< entries of bonus shares among the executions
+    int repeatedRows = 0; ///< dropped: the same deal number and everything else once more
+    int equalRows = 0;    ///< kept: equal to another row, but nothing says that they are one fill
+};
+
+/// Reads the executed trades a broker's client exported, by the names in its header line. An Error when
+/// the text as a whole is no such statement or lacks a date or a code that `options` does not give.
+StatementContents readStatement(const QString &text, const ReadOptions &options);
+
+} // namespace TradeModule

@@ -1,0 +1,73 @@
+#include "trademodule/import/TextDecoding.h"
+
+#include "trademodule/Error.h"
+
+#include <QTextCodec>
+
+#include <optional>
+
+namespace TradeModule {
+
+namespace {
+
+struct ForeignFormat
+{
+    const char *start;
+    const char *what;
+};
+
+constexpr ForeignFormat ForeignFormats[] = {
+    {"\xD0\xCF\x11\xE0", "an Excel workbook (.xls)"},
+    {"PK\x03\x04", "an Excel workbook (.xlsx)"},
+    {"<html", "a web page"},
+    {"<!doctype html", "a web page"},
+    {"<table", "a web page"},
+    {"<?xml", "an XML file"},
+    {"%PDF", "a PDF file"},
+};
+
+void refuseForeignFormat(const QByteArray &bytes)
+{
+    const QByteArray start = bytes.left(64).trimmed().toLower();
+    for (const ForeignFormat &format : ForeignFormats) {
+        if (start.startsWith(QByteArray(format.start).toLower())) {
+            throw Error(
+                QStringLiteral("this is %1, not a text; open it and save it as CSV or tab-separated text")
+                    .arg(QLatin1String(format.what)));
+        }
+    }
+}
+
+std::optional<QString> decodedBy(const char *codecName, const QByteArray &bytes)
+{
+    const QTextCodec *codec = QTextCodec::codecForName(codecName);
+    if (codec == nullptr) {
+        return std::nullopt;
+    }
+    QTextCodec::ConverterState state;
+    const QString text = codec->toUnicode(bytes.constData(), bytes.size(), &state);
+    return state.invalidChars == 0 && state.remainingChars == 0 ? std::optional(text) : std::nullopt;
+}
+
+bool isUtf16(const QByteArray &bytes)
+{
+    return bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
+}
+
+} // namespace
+
+QString decodeStatement(const QByteArray &bytes)
+{
+    refuseForeignFormat(bytes);
+    const QList<const char *> encodings =
+        isUtf16(bytes) ? QList<const char *>{"UTF-16"} : QList<const char *>{"UTF-8", "GB18030"};
+    for (const char *encoding : encodings) {
+        std::optional<QString> text = decodedBy(encoding, bytes);
+        if (text && !text->contains(QChar(QChar::Null))) {
+            return text->startsWith(QChar(QChar::ByteOrderMark)) ? text->mid(1) : *text;
+        }
+    }
+    throw Error(QStringLiteral("the text is neither UTF-8 nor UTF-16 nor GBK; save it in one of these"));
+}
+
+} // namespace TradeModule

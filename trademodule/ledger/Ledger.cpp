@@ -1,0 +1,298 @@
+#include "trademodule/ledger/Ledger.h"
+
+#include "trademodule/Error.h"
+#include "trademodule/ledger/FillKey.h"
+#include "trademodule/ledger/LedgerQueries_p.h"
+#include "trademodule/ledger/LedgerSchema.h"
+#include "trademodule/ledger/Transaction.h"
+
+#include <QDateTime>
+
+#include <algorithm>
+
+namespace TradeModule {
+
+namespace {
+
+struct SideRow
+{
+    Side side;
+    const char *letter;
+};
+
+constexpr SideRow SideRows[] = {{Side::Buy, "B"}, {Side::Sell, "S"}, {Side::Bonus, "G"}};
+
+QString letterOf(Side side)
+{
+    const auto *row = std::find_if(std::begin(SideRows), std::end(SideRows),
+                                   [side](const SideRow &candidate) { return candidate.side == side; });
+    return QString::fromLatin1(row->letter);
+}
+
+Side sideOf(const QString &letter)
+{
+    for (const SideRow &row : SideRows) {
+        if (letter == QLatin1String(row.letter)) {
+            return row.side;
+        }
+    }
+    throw Error(QStringLiteral("the ledger holds a trade of the unknown side \"%1\"").arg(letter));
+}
+
+/// A row of LedgerQueries::executionColumns().
+Execution executionOf(const QSqlQuery &row)
+{
+    Execution execution;
+    execution.security = {row.value(0).toString(),
+                          marketOfLetters(row.value(1).toString()).value_or(Market::Shanghai)};
+    execution.side = sideOf(row.value(2).toString());
+    execution.date = row.value(3).toInt();
+    execution.time = row.value(4).toInt();
+    execution.price = Money::ofSteps(row.value(5).toLongLong());
+    execution.quantity = row.value(6).toLongLong();
+    execution.amount = Money::ofSteps(row.value(7).toLongLong());
+    execution.fee = Money::ofSteps(row.value(8).toLongLong());
+    execution.orderNo = row.value(9).toString();
+    execution.dealNo = row.value(10).toString();
+    return execution;
+}
+
+Executions executionsOf(QSqlQuery rows)
+{
+    Executions executions;
+    while (rows.next()) {
+        executions.append(executionOf(rows));
+    }
+    return executions;
+}
+
+DateRange daysOf(const Executions &executions)
+{
+    const auto [first, last] =
+        std::minmax_element(executions.begin(), executions.end(),
+                            [](const Execution &a, const Execution &b) { return a.date < b.date; });
+    return {first->date, last->date};
+}
+
+} // namespace
+
+/// Books one statement inside a transaction.
+class Ledger::Writer
+{
+public:
+    Writer(Database *database, const Statement &statement) : m_database(database), m_statement(statement) {}
+
+    Booked book(const Progress &progress);
+
+private:
+    void registerSecurities();
+    FillCounts fillsInLedger();
+    Executions newExecutions();
+    void insert(const Executions &executions, const Progress &progress);
+    void insertBatch(const Execution *first, int count, const QVariant &statementId);
+    QVariant registerStatement();
+    void updateHoldings();
+    Holding readHolding(qint64 securityId);
+
+    Database *const m_database;
+    const Statement &m_statement;
+    QHash<Security, qint64> m_securityIds;
+    Booked m_booked;
+};
+
+Booked Ledger::Writer::book(const Progress &progress)
+{
+    registerSecurities();
+    const Executions added = newExecutions();
+    m_booked.added = added.size();
+    m_booked.alreadyThere = m_statement.executions.size() - added.size();
+    if (!added.isEmpty()) {
+        insert(added, progress);
+    }
+    updateHoldings();
+    return m_booked;
+}
+
+void Ledger::Writer::registerSecurities()
+{
+    for (const Execution &execution : m_statement.executions) {
+        m_securityIds.insert(execution.security, 0);
+    }
+    for (auto security = m_securityIds.begin(); security != m_securityIds.end(); ++security) {
+        const QString &code = security.key().code;
+        const QString market = marketLetters(security.key().market);
+        const QString name = m_statement.names.value(security.key());
+        m_database->run(QStringLiteral("INSERT INTO security (code, market, name) VALUES (?, ?, ?) "
+                                       "ON CONFLICT (code, market) DO UPDATE SET name = CASE "
+                                       "WHEN excluded.name = '' THEN security.name ELSE excluded.name END"),
+                        {code, market, name.isNull() ? QStringLiteral("") : name});
+        QSqlQuery id = m_database->run(
+            QStringLiteral("SELECT id FROM security WHERE code = ? AND market = ?"), {code, market});
+        id.next();
+        security.value() = id.value(0).toLongLong();
+    }
+}
+
+FillCounts Ledger::Writer::fillsInLedger()
+{
+    FillCounts counts;
+    const DateRange days = daysOf(m_statement.executions);
+    for (const qint64 id : qAsConst(m_securityIds)) {
+        QSqlQuery rows = m_database->run(LedgerQueries::entriesOfSecurity(), {id, days.first, days.last});
+        while (rows.next()) {
+            ++counts[FillKey(executionOf(rows))];
+        }
+    }
+    return counts;
+}
+
+Executions Ledger::Writer::newExecutions()
+{
+    if (m_statement.executions.isEmpty()) {
+        return {};
+    }
+    FillCounts known = fillsInLedger();
+    Executions added;
+    for (const Execution &execution : m_statement.executions) {
+        const auto fill = known.find(FillKey(execution));
+        if (fill != known.end() && *fill > 0) {
+            --*fill;
+        } else {
+            added.append(execution);
+        }
+    }
+    return added;
+}
+
+QVariant Ledger::Writer::registerStatement()
+{
+    QSqlQuery row = m_database->run(
+        QStringLiteral("INSERT INTO statement (file, imported_at) VALUES (?, ?) RETURNING id"),
+        {m_statement.file, QDateTime::currentDateTimeUtc().toString(Qt::ISODate)});
+    row.next();
+    return row.value(0);
+}
+
+void Ledger::Writer::insert(const Executions &executions, const Progress &progress)
+{
+    constexpr int BatchSize = 200;
+    const QVariant statementId = registerStatement();
+    for (int begin = 0; begin < executions.size(); begin += BatchSize) {
+        const int count = std::min(BatchSize, executions.size() - begin);
+        insertBatch(executions.constData() + begin, count, statementId);
+        if (progress) {
+            progress(begin + count, executions.size());
+        }
+    }
+    QHash<Security, Execution> newest;
+    for (const Execution &execution : executions) {
+        newest.insert(execution.security, execution);
+    }
+    m_booked.lastAdded = newest.values().toVector();
+}
+
+void Ledger::Writer::insertBatch(const Execution *first, int count, const QVariant &statementId)
+{
+    QStringList groups;
+    QVariantList values;
+    for (const Execution *execution = first; execution != first + count; ++execution) {
+        groups.append(QStringLiteral("(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+        values << m_securityIds.value(execution->security) << statementId << letterOf(execution->side)
+               << execution->date << execution->time << execution->price.steps() << execution->quantity
+               << execution->amount.steps() << execution->fee.steps()
+               << QLatin1String("") + execution->orderNo << QLatin1String("") + execution->dealNo;
+    }
+    m_database->run(QStringLiteral("INSERT INTO execution (security_id, statement_id, side, trade_date, "
+                                   "trade_time, price, quantity, amount, fee, order_no, deal_no) VALUES ") +
+                        groups.join(QStringLiteral(", ")),
+                    values);
+}
+
+void Ledger::Writer::updateHoldings()
+{
+    for (auto security = m_securityIds.cbegin(); security != m_securityIds.cend(); ++security) {
+        const Holding holding = readHolding(security.value());
+        m_database->run(QStringLiteral("INSERT INTO holding (security_id, quantity, cost, unexplained) "
+                                       "VALUES (?, ?, ?, ?) ON CONFLICT (security_id) DO UPDATE SET "
+                                       "quantity = excluded.quantity, cost = excluded.cost, "
+                                       "unexplained = excluded.unexplained"),
+                        {security.value(), holding.quantity(), holding.cost(), holding.unexplained()});
+        if (holding.unexplained() > 0) {
+            m_booked.unexplained.append(security.key());
+        }
+    }
+}
+
+Holding Ledger::Writer::readHolding(qint64 securityId)
+{
+    Holding holding;
+    const DateRange always;
+    QSqlQuery rows =
+        m_database->run(LedgerQueries::entriesOfSecurity(), {securityId, always.first, always.last});
+    while (rows.next()) {
+        holding.add(executionOf(rows));
+    }
+    return holding;
+}
+
+Ledger::Ledger(const QString &location) : m_database(location)
+{
+    migrateSchema(&m_database);
+}
+
+Booked Ledger::book(const Statement &statement, Mode mode, const Progress &progress)
+{
+    Transaction transaction(&m_database);
+    const Booked booked = Writer(&m_database, statement).book(progress);
+    if (mode == Mode::Keep) {
+        transaction.commit();
+    }
+    return booked;
+}
+
+Executions Ledger::trades(const Security &security, DateRange days)
+{
+    return executionsOf(
+        m_database.run(LedgerQueries::tradesOfSecurity(),
+                       {security.code, marketLetters(security.market), days.first, days.last}));
+}
+
+Executions Ledger::trades(const QString &code, DateRange days)
+{
+    return executionsOf(m_database.run(LedgerQueries::tradesOfCode(), {code, days.first, days.last}));
+}
+
+Executions Ledger::trades(DateRange days)
+{
+    return executionsOf(m_database.run(LedgerQueries::tradesOfDays(), {days.first, days.last}));
+}
+
+Holding Ledger::holding(const Security &security)
+{
+    QSqlQuery row = m_database.run(QStringLiteral("SELECT h.quantity, h.cost, h.unexplained FROM holding h "
+                                                  "JOIN security s ON s.id = h.security_id "
+                                                  "WHERE s.code = ? AND s.market = ?"),
+                                   {security.code, marketLetters(security.market)});
+    if (!row.next()) {
+        return {};
+    }
+    return {row.value(0).toLongLong(), row.value(1).toDouble(), row.value(2).toLongLong()};
+}
+
+QVector<Position> Ledger::positions()
+{
+    QSqlQuery rows = m_database.run(
+        QStringLiteral("SELECT s.code, s.market, s.name, h.quantity, h.cost, h.unexplained FROM holding h "
+                       "JOIN security s ON s.id = h.security_id WHERE h.quantity > 0 ORDER BY s.code"));
+    QVector<Position> positions;
+    while (rows.next()) {
+        const Security security{rows.value(0).toString(),
+                                marketOfLetters(rows.value(1).toString()).value_or(Market::Shanghai)};
+        const Holding holding(rows.value(3).toLongLong(), rows.value(4).toDouble(),
+                              rows.value(5).toLongLong());
+        positions.append({security, rows.value(2).toString(), holding});
+    }
+    return positions;
+}
+
+} // namespace TradeModule

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "trademodule/ledger/Database.h"
+#include "trademodule/ledger/Execution.h"
+#include "trademodule/ledger/Holding.h"
+
+#include <functional>
+#include <limits>
+
+namespace TradeModule {
+
+/// Days from `first` to `last`, both included, as yyyymmdd.
+struct DateRange
+{
+    int first = 0;
+    int last = std::numeric_limits<int>::max();
+};
+
+/// A statement's entries on their way into the ledger, in order of time.
+struct Statement
+{
+    QString file; ///< where it came from, kept with the entries
+    Executions executions;
+    QHash<Security, QString> names;
+};
+
+/// What became of a statement.
+struct Booked
+{
+    int added = 0;
+    int alreadyThere = 0;
+    QVector<Execution> lastAdded;  ///< the newest added entry of each security that has one
+    QVector<Security> unexplained; ///< securities of which more was sold than came in
+};
+
+/// A security that is held.
+struct Position
+{
+    Security security;
+    QString name;
+    Holding holding;
+};
+
+/// One account's trades and holdings in a database. Every change is one transaction; several
+/// processes may use the same ledger. Every failure is thrown as an Error.
+class Ledger
+{
+public:
+    enum class Mode {
+        Keep,
+        DryRun, ///< changes are computed, told and undone
+    };
+    /// Called now and then with how many of the entries are written.
+    using Progress = std::function<void(int done, int total)>;
+
+    /// Opens, and makes when it is not there, the ledger at `location`: see Database.
+    explicit Ledger(const QString &location);
+
+    /// Adds the entries that are not there yet: a fill that occurs n times in the statement is in the
+    /// ledger at least n times afterwards.
+    Booked book(const Statement &statement, Mode mode, const Progress &progress = {});
+
+    /// The trades of a security, oldest first; bonus shares are none.
+    Executions trades(const Security &security, DateRange days);
+    /// The trades of a code on every market, oldest first.
+    Executions trades(const QString &code, DateRange days);
+    /// The trades of all securities, oldest first.
+    Executions trades(DateRange days);
+
+    Holding holding(const Security &security);
+    /// What is held, by code.
+    QVector<Position> positions();
+
+private:
+    class Writer;
+
+    Database m_database;
+};
+
+} // namespace TradeModule

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QString>
+
+namespace TradeModule::LedgerQueries {
+
+inline QString executionColumns()
+{
+    return QStringLiteral("s.code, s.market, e.side, e.trade_date, e.trade_time, e.price, e.quantity, "
+                          "e.amount, e.fee, e.order_no, e.deal_no");
+}
+
+inline QString byTime()
+{
+    return QStringLiteral(" ORDER BY e.trade_date, e.trade_time, e.id");
+}
+
+/// Trades of a security (code, market) from a day to a day.
+inline QString tradesOfSecurity()
+{
+    return QStringLiteral("SELECT ") + executionColumns() +
+           QStringLiteral(" FROM security s JOIN execution e ON e.security_id = s.id "
+                          "WHERE s.code = ? AND s.market = ? AND e.trade_date BETWEEN ? AND ? "
+                          "AND e.side <> 'G'") +
+           byTime();
+}
+
+/// Trades of a code from a day to a day.
+inline QString tradesOfCode()
+{
+    return QStringLiteral("SELECT ") + executionColumns() +
+           QStringLiteral(" FROM security s JOIN execution e ON e.security_id = s.id "
+                          "WHERE s.code = ? AND e.trade_date BETWEEN ? AND ? AND e.side <> 'G'") +
+           byTime();
+}
+
+/// Trades of all securities from a day to a day.
+inline QString tradesOfDays()
+{
+    return QStringLiteral("SELECT ") + executionColumns() +
+           QStringLiteral(" FROM execution e JOIN security s ON e.security_id = s.id "
+                          "WHERE e.trade_date BETWEEN ? AND ? AND e.side <> 'G'") +
+           byTime();
+}
+
+/// Every entry of a security (its id) from a day to a day.
+inline QString entriesOfSecurity()
+{
+    return QStringLiteral("SELECT ") + executionColumns() +
+           QStringLiteral(" FROM security s JOIN execution e ON e.security_id = s.id "
+                          "WHERE s.id = ? AND e.trade_date BETWEEN ? AND ?") +
+           byTime();
+}
+
+} // namespace TradeModule::LedgerQueries

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "trademodule/ledger/Database.h"
+
+namespace TradeModule {
+
+/// The version of the tables that this program reads and writes.
+int currentSchemaVersion();
+
+/// The version of the tables in the database; 0 when it has none yet.
+int schemaVersion(Database *database);
+
+/// Brings the tables to currentSchemaVersion(), step by step in one transaction. An Error when the
+/// ledger was made by a newer program.
+void migrateSchema(Database *database);
+
+} // namespace TradeModule
