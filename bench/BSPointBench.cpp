@@ -169,6 +169,7 @@ void HistoryAnswer(benchmark::State &state)
 BENCHMARK(HistoryAnswer)
     ->Name("HistoryTrade/100k_rows_beside_fromJson")
     ->UseManualTime()
+    ->Iterations(9)
     ->Unit(benchmark::kMillisecond);
 
 void PaintIt(benchmark::State &state)
