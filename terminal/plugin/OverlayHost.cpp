@@ -73,6 +73,7 @@ bool OverlayHost::setShown(const OverlayKind &kind, bool shown)
             return false;
         }
         m_entries.push_back(std::move(entry));
+        awaitJoining(m_entries.back());
     } else {
         const auto entry = std::find_if(m_entries.begin(), m_entries.end(),
                                         [&kind](const Entry &candidate) { return candidate.kind == &kind; });
@@ -108,8 +109,12 @@ bool OverlayHost::make(Entry *entry)
     entry->item = std::make_unique<OverlayItem>(m_chart, entry->overlay, &m_sprites);
     entry->item->setAmountsHidden(m_hidesAmounts);
     entry->item->attach(m_chart);
-    m_gate(this, [this, overlay = std::weak_ptr<OverlayHandle>(entry->overlay)] { markJoined(overlay); });
     return true;
+}
+
+void OverlayHost::awaitJoining(const Entry &entry)
+{
+    m_gate(this, [this, overlay = std::weak_ptr<OverlayHandle>(entry.overlay)] { markJoined(overlay); });
 }
 
 void OverlayHost::markJoined(const std::weak_ptr<OverlayHandle> &overlay)
@@ -130,6 +135,7 @@ void OverlayHost::renew()
         if (entry.kind->boundToRange) {
             end(&entry);
             make(&entry);
+            awaitJoining(entry);
         }
     }
     calcAll();

@@ -59,6 +59,7 @@ private:
 
     void showLoadedBars();
     bool make(Entry *entry);
+    void awaitJoining(const Entry &entry);
     void endAll();
     static void end(Entry *entry);
     void markJoined(const std::weak_ptr<OverlayHandle> &overlay);

@@ -3,10 +3,17 @@
 #include <QCoreApplication>
 #include <QLibraryInfo>
 
+// Resources of a static library are linked only when they are asked for, from outside of a namespace.
+static void useTranslations()
+{
+    Q_INIT_RESOURCE(translations);
+}
+
 namespace Terminal {
 
 void Language::set(const QString &word)
 {
+    useTranslations();
     QCoreApplication::removeTranslator(&m_own);
     QCoreApplication::removeTranslator(&m_qt);
     if (word == QLatin1String("en")) {

@@ -1,0 +1,86 @@
+#include "terminal/TerminalOptions.h"
+#include "tests/support/ByName.h"
+
+#include <gmock/gmock.h>
+
+namespace Terminal {
+namespace {
+
+Loaded<ParsedOptions> parse(QStringList arguments)
+{
+    arguments.prepend(QStringLiteral("tradeterminal"));
+    return parseOptions(arguments, QStringLiteral("/nowhere/bin"));
+}
+
+TEST(Options, AreReadFromTheCommandLine)
+{
+    const auto parsed =
+        parse(QStringLiteral("--data D --code 600519 --period minute --day 20230201 --overlays cost,trades "
+                             "--theme light --lang en --size 800x600 --snapshot a.png --ledger l.db "
+                             "--rise green --no-broker")
+                  .split(QLatin1Char(' ')));
+    ASSERT_TRUE(parsed) << qPrintable(parsed.error());
+    const TerminalOptions &options = parsed.value().options;
+    EXPECT_EQ(options.code, QStringLiteral("600519"));
+    EXPECT_EQ(options.period, ChartPeriod::Minute);
+    EXPECT_EQ(options.day, 20230201);
+    EXPECT_EQ(options.overlays, QStringList({QStringLiteral("cost"), QStringLiteral("trades")}));
+    EXPECT_EQ(options.theme, ThemeKind::Light);
+    EXPECT_EQ(options.riseColour, RiseColour::Green);
+    EXPECT_EQ(options.language, QStringLiteral("en"));
+    EXPECT_EQ(options.size, QSize(800, 600));
+    EXPECT_EQ(options.snapshotFile, QStringLiteral("a.png"));
+    EXPECT_EQ(options.ledger, QStringLiteral("l.db"));
+    EXPECT_FALSE(options.startsBroker);
+}
+
+TEST(Options, AskForTheDataFolderWhenThereIsNone)
+{
+    EXPECT_TRUE(parse({}).error().contains(QStringLiteral("--data")));
+}
+
+TEST(Options, LeadToTheHelpBeforeAnythingElse)
+{
+    const auto parsed = parse({QStringLiteral("--help"), QStringLiteral("--period"), QStringLiteral("year")});
+    ASSERT_TRUE(parsed);
+    EXPECT_EQ(parsed.value().end, OptionsEnd::ShowHelp);
+    EXPECT_TRUE(parsed.value().helpText.contains(QStringLiteral("--overlays")));
+}
+
+struct BadOption
+{
+    const char *name;
+    const char *arguments;
+    const char *named;
+    const char *allowed;
+};
+
+class BadOptionValue : public ::testing::TestWithParam<BadOption>
+{
+};
+
+TEST_P(BadOptionValue, IsNamedWithWhatIsAllowed)
+{
+    const auto parsed = parse(QString::fromLatin1(GetParam().arguments).split(QLatin1Char(' ')));
+    ASSERT_FALSE(parsed);
+    EXPECT_TRUE(parsed.error().contains(QLatin1String(GetParam().named))) << qPrintable(parsed.error());
+    EXPECT_TRUE(parsed.error().contains(QLatin1String(GetParam().allowed))) << qPrintable(parsed.error());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Options, BadOptionValue,
+    ::testing::Values(BadOption{"period", "--period year", "--period", "day, week, month, minute"},
+                      BadOption{"theme", "--theme blue", "--theme", "light, dark"},
+                      BadOption{"language", "--lang fr", "--lang", "zh, en"},
+                      BadOption{"rise", "--rise blue", "--rise", "red, green"},
+                      BadOption{"size", "--size big", "--size", "1600x900"},
+                      BadOption{"tinySize", "--size 1x1", "--size", "640x360"},
+                      BadOption{"day", "--day 20240230", "--day", "yyyymmdd"},
+                      BadOption{"overlays", "--overlays cost,dreams", "--overlays", "cost, trades, orders"},
+                      BadOption{"timeout", "--timeout soon", "--timeout", "1 to 600"},
+                      BadOption{"unknown", "--colour red", "colour", ""},
+                      BadOption{"stray", "--data D chart.png", "chart.png", "--help"}),
+    ByName());
+
+} // namespace
+} // namespace Terminal
