@@ -182,10 +182,7 @@ void MqttSession::handleOpened()
     }
     const int descriptor = m_connection->descriptor();
     m_readNotifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
-    m_writeNotifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Write);
-    m_writeNotifier->setEnabled(false);
     connect(m_readNotifier.get(), &QSocketNotifier::activated, this, &MqttSession::handleReadable);
-    connect(m_writeNotifier.get(), &QSocketNotifier::activated, this, &MqttSession::handleWritable);
     m_acceptTimer.start();
     if (m_address.transport != BusAddress::Transport::UnixSocket) {
         m_keepAliveTimer.start();
@@ -406,10 +403,16 @@ void MqttSession::announce()
     }
 }
 
+/// Made when it is needed first, which on a Unix socket is hardly ever.
 void MqttSession::updateWriteNotifier()
 {
-    if (m_writeNotifier) {
-        m_writeNotifier->setEnabled(m_connection->wantsToWrite());
+    const bool wanted = m_readNotifier && m_connection->wantsToWrite();
+    if (wanted && !m_writeNotifier) {
+        m_writeNotifier =
+            std::make_unique<QSocketNotifier>(m_connection->descriptor(), QSocketNotifier::Write);
+        connect(m_writeNotifier.get(), &QSocketNotifier::activated, this, &MqttSession::handleWritable);
+    } else if (m_writeNotifier) {
+        m_writeNotifier->setEnabled(wanted);
     }
 }
 
