@@ -16,6 +16,7 @@ namespace LocalCommunication {
 /// There are no threads: everything happens on the event loop of the thread that owns the object,
 /// and no call waits for the bus except request(). A sender does not receive its own messages.
 /// The object may be destroyed at any time, also inside a slot of messageReceived().
+/// docs/bus-protocol.md tells what an address is, what travels on the wire, and every limit.
 ///
 /// The first six operations and messageReceived() are what a terminal's own bus client offers too;
 /// their parameter types decide the symbol names and must not change.

@@ -14,7 +14,9 @@
 #include <QTemporaryDir>
 
 #include <csignal>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 using LocalCommunication::BusAddress;
@@ -82,6 +84,28 @@ public:
 private:
     QProcess m_process;
     pid_t m_brokerId = 0;
+};
+
+/// A socket that another user listens on: it is the listener's user that counts, not the file's. Only
+/// root can make one.
+class SocketOfNobody
+{
+public:
+    explicit SocketOfNobody(const QString &path) : m_descriptor(::socket(AF_UNIX, SOCK_STREAM, 0))
+    {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        QFile::encodeName(path).toStdString().copy(address.sun_path, sizeof address.sun_path - 1);
+        EXPECT_EQ(::bind(m_descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
+        EXPECT_EQ(::seteuid(65534), 0);
+        EXPECT_EQ(::listen(m_descriptor, 5), 0);
+        EXPECT_EQ(::seteuid(0), 0);
+    }
+    ~SocketOfNobody() { ::close(m_descriptor); }
+    Q_DISABLE_COPY_MOVE(SocketOfNobody)
+
+private:
+    const int m_descriptor;
 };
 
 /// False also for a process whose parent has not picked up its end yet.
@@ -408,4 +432,51 @@ TEST_F(LocalBrokerTest, ServesFromAPathWithBlanks)
     EXPECT_TRUE(waitFor(broker, State::Running));
     RecordingEndPoint client;
     EXPECT_TRUE(client.join(address()));
+}
+
+// The client's side of the same rules: whoever can put a socket in our place could read the account.
+
+TEST_F(LocalBrokerTest, IsNotJoinedThroughALink)
+{
+    LogRecorder log;
+    TestBroker impostor;
+    ASSERT_TRUE(QFile::link(QFileInfo(impostor.socketPath()).path(), busDirectory()));
+    RecordingEndPoint client;
+
+    client.connect(address());
+
+    EXPECT_FALSE(client.sendMessage("c", "t", "p"));
+    EXPECT_TRUE(log.has(QStringLiteral("link"))) << qPrintable(log.text());
+}
+
+TEST_F(LocalBrokerTest, IsNotJoinedInADirectoryThatOthersMayEnter)
+{
+    LogRecorder log;
+    LocalBroker broker;
+    broker.start(address());
+    ASSERT_TRUE(waitFor(broker, State::Running));
+    ASSERT_EQ(::chmod(QFile::encodeName(busDirectory()).constData(), 0720), 0);
+    RecordingEndPoint client;
+
+    client.connect(address());
+
+    EXPECT_FALSE(client.sendMessage("c", "t", "p"));
+    EXPECT_TRUE(log.has(QStringLiteral("chmod 700"))) << qPrintable(log.text());
+}
+
+TEST_F(LocalBrokerTest, IsNotJoinedWhenItRunsAsAnotherUser)
+{
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only root can run a program as another user";
+    }
+    LogRecorder log;
+    ASSERT_TRUE(QDir().mkpath(busDirectory()));
+    ASSERT_EQ(::chmod(QFile::encodeName(busDirectory()).constData(), 0700), 0);
+    const SocketOfNobody impostor(socketPath());
+    RecordingEndPoint client;
+
+    client.connect(address());
+
+    EXPECT_FALSE(client.sendMessage("c", "t", "p"));
+    EXPECT_TRUE(log.has(QStringLiteral("belongs to another user"))) << qPrintable(log.text());
 }
