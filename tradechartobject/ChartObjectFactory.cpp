@@ -1,7 +1,6 @@
 #include "tradechartobject/ChartObjectFactory.h"
 
-#include "tradechartobject/common/TradeChannel.h"
-#include "tradechartobject/common/TradeVocabulary.h"
+#include "tradechartobject/common/OverlayConfig.h"
 #include "tradechartobject/objects/BSPoint.h"
 #include "tradechartobject/objects/PositionCost.h"
 
@@ -11,8 +10,6 @@
 #include <iterator>
 
 namespace {
-
-constexpr int noAlgorithmType = -1;
 
 template <class Overlay>
 Korvane::IChartObject *create(Korvane::IChartAxis &axis, const QJsonObject &config)
@@ -35,9 +32,8 @@ constexpr OverlayKind overlayKinds[] = {
 
 Korvane::IChartObject *CreateChartObject(Korvane::IChartAxis &axis, const char *json)
 {
-    const QJsonObject config = TradeChart::TradeChannel::parseObject(json).value_or(QJsonObject());
-    const int algorithmType =
-        config.value(QLatin1String(TradeChart::TradeKeyFields::ALGORITHMTYPE)).toInt(noAlgorithmType);
+    const QJsonObject config = TradeChart::parseConfig(json);
+    const int algorithmType = TradeChart::readAlgorithmType(config);
     const auto kind = std::find_if(
         std::begin(overlayKinds), std::end(overlayKinds),
         [algorithmType](const OverlayKind &candidate) { return candidate.algorithmType == algorithmType; });

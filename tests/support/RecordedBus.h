@@ -33,6 +33,8 @@ public:
     std::function<QByteArray(const Message &)> answerRequest;
     /// Called inside sendMessage(), for a host that acts at that moment.
     std::function<void()> duringSend;
+    /// Called inside disconnect(), for messages that still come at that moment.
+    std::function<void()> duringDisconnect;
 
     /// Number of end points alive.
     int endPointCount() const;

@@ -84,6 +84,9 @@ void EndPoint::connect(QString address)
 void EndPoint::disconnect()
 {
     record(QStringLiteral("disconnect"));
+    if (RecordedBus::instance().duringDisconnect) {
+        RecordedBus::instance().duringDisconnect();
+    }
 }
 
 void EndPoint::subscribe(QByteArray channel, QList<QByteArray> topics)

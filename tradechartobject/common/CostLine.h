@@ -4,8 +4,12 @@
 #include "tradechartobject/ChartInterface.h"
 
 #include <cstddef>
+#include <limits>
 
 namespace TradeChart {
+
+/// The cost while it is not known; nothing is drawn for it and nothing hit.
+constexpr double unknownCost = std::numeric_limits<double>::quiet_NaN();
 
 /// Draws the line across `barCount` bars, labelled with the price to `decimals` decimals.
 void drawCostLine(Korvane::IChartPainter &painter, std::size_t barCount, double price, int decimals);

@@ -1,5 +1,6 @@
 #include "tradechartobject/common/PopupLines.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 
@@ -36,13 +37,22 @@ bool PopupLines::isEmpty() const
 
 int PopupLines::show(Korvane::IChartAxis &axis) const
 {
-    std::vector<const char *> pointers;
-    pointers.reserve(m_lines.size() + 1);
-    for (const std::string &line : m_lines) {
-        pointers.push_back(line.c_str());
-    }
-    pointers.push_back(nullptr);
-    return axis.popupMenu(pointers.data(), nullptr);
+    std::vector<const char *> lines = pointers();
+    lines.push_back(nullptr);
+    return axis.popupMenu(lines.data(), nullptr);
+}
+
+int PopupLines::showUnterminated(Korvane::IChartAxis &axis) const
+{
+    return axis.popupMenu(pointers().data(), nullptr);
+}
+
+std::vector<const char *> PopupLines::pointers() const
+{
+    std::vector<const char *> lines(m_lines.size());
+    std::transform(m_lines.begin(), m_lines.end(), lines.begin(),
+                   [](const std::string &line) { return line.c_str(); });
+    return lines;
 }
 
 } // namespace TradeChart

@@ -5,7 +5,6 @@
 
 #include <QCoreApplication>
 #include <QDebug>
-#include <QJsonDocument>
 #include <QLoggingCategory>
 
 #include <algorithm>
@@ -42,6 +41,11 @@ void subscribeScreen(LocalCommunication::EndPoint &endPoint, Korvane::IChartAxis
 {
     endPoint.subscribe(axis.screenId(), QList<QByteArray>{Topic::TRADENOTIFY, Topic::TRADEQUERY});
     endPoint.subscribe(globalChannel, QByteArray(Topic::TRADENOTIFY));
+}
+
+void subscribeGlobal(LocalCommunication::EndPoint &endPoint)
+{
+    endPoint.subscribe(globalChannel, QList<QByteArray>{Topic::TRADENOTIFY, Topic::TRADEQUERY});
 }
 
 void restart(QTimer *timer, int seconds)
@@ -82,9 +86,9 @@ QJsonObject screenRequest(const char *command, const Korvane::tagCodeWithName &s
     return request;
 }
 
-QByteArray toJson(const QJsonObject &request)
+QByteArray toJson(const QJsonObject &request, QJsonDocument::JsonFormat format)
 {
-    return QJsonDocument(request).toJson(QJsonDocument::Compact);
+    return QJsonDocument(request).toJson(format);
 }
 
 bool publish(LocalCommunication::EndPoint &endPoint, const QByteArray &json)
@@ -107,6 +111,11 @@ bool send(LocalCommunication::EndPoint &endPoint, const QJsonObject &request, co
     }
     logSent(function, json);
     return true;
+}
+
+std::optional<QJsonObject> ask(LocalCommunication::EndPoint &endPoint, const QByteArray &json)
+{
+    return parseObject(endPoint.request(Topic::TRADEQUERY, json));
 }
 
 std::optional<QJsonObject> parseObject(const QByteArray &payload)

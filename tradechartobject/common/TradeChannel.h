@@ -9,6 +9,7 @@
 #include "endpoint/EndPoint.h"
 #include "tradechartobject/ChartInterface.h"
 
+#include <QJsonDocument>
 #include <QJsonObject>
 #include <QTimer>
 
@@ -46,6 +47,10 @@ void listen(LocalCommunication::EndPoint &endPoint, Overlay *overlay, Handler ha
 /// that go to everybody.
 void subscribeScreen(LocalCommunication::EndPoint &endPoint, Korvane::IChartAxis &axis);
 
+/// Subscribes notifications and answers on the channel that everybody hears: for an overlay whose
+/// questions name no screen. It hears the questions of all others there, too.
+void subscribeGlobal(LocalCommunication::EndPoint &endPoint);
+
 // Refresh timer. A null timer, which is what an overlay has left after deleteObject(), is ignored.
 
 /// Starts the timer anew.
@@ -66,8 +71,8 @@ QJsonObject securityRequest(const char *command, const Korvane::tagCodeWithName 
 QJsonObject screenRequest(const char *command, const Korvane::tagCodeWithName &security,
                           Korvane::IChartAxis &axis);
 
-/// Compact JSON, as questions travel.
-QByteArray toJson(const QJsonObject &request);
+/// JSON text of a question; most travel compact.
+QByteArray toJson(const QJsonObject &request, QJsonDocument::JsonFormat format = QJsonDocument::Compact);
 
 /// Publishes a question; true when the bus took it.
 bool publish(LocalCommunication::EndPoint &endPoint, const QByteArray &json);
@@ -78,6 +83,10 @@ void logSent(const char *function, const QByteArray &json);
 /// Publishes `request` as compact JSON and logs it under the name of the sending `function` when the
 /// bus took it. False, and no log line, when it did not.
 bool send(LocalCommunication::EndPoint &endPoint, const QJsonObject &request, const char *function);
+
+/// Asks the question and blocks until its answer is there; none when no JSON object comes back. The
+/// bus may run events meanwhile: the overlay can be gone afterwards.
+std::optional<QJsonObject> ask(LocalCommunication::EndPoint &endPoint, const QByteArray &json);
 
 // Answers
 

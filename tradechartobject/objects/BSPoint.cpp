@@ -1,11 +1,11 @@
 #include "tradechartobject/objects/BSPoint.h"
 
-#include "tradechartobject/common/BarMarks.h"
 #include "tradechartobject/common/BarTime.h"
 #include "tradechartobject/common/PopupLines.h"
 #include "tradechartobject/common/PriceScale.h"
 #include "tradechartobject/common/Security.h"
 #include "tradechartobject/common/TradeChannel.h"
+#include "tradechartobject/common/TradeMarks.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <QDebug>
@@ -22,13 +22,6 @@ using namespace TradeChart;
 namespace {
 
 constexpr std::int64_t noDate = -1;
-constexpr int expectedLines = 100;
-constexpr int aboveTheBar = 1; // the painter's variant for markers at the high
-
-// The painter's marker styles.
-constexpr int buyStyle = 0;
-constexpr int sellStyle = 2;
-constexpr int bothStyle = 4;
 
 /// A marker reaches up from its anchor; this much of its far end is not caught.
 constexpr double looseEnd = 2.0; // pixels
@@ -59,6 +52,23 @@ DatedTrade readTrade(const QJsonObject &row, const char *dateKey, const char *ti
 void logRow(const char *prefix, const QJsonObject &row, QJsonDocument::JsonFormat format)
 {
     qDebug() << prefix << QString::fromUtf8(QJsonDocument(row).toJson(format));
+}
+
+/// The side under which a trade is listed: the marker's, or the trade's own under a marker of both
+/// sides; null without a marker.
+const char *lineSide(MarkerKind marker, const trade_cj &trade)
+{
+    switch (marker) {
+    case MarkerKind::Both:
+        return sideText(trade.isBuy);
+    case MarkerKind::Buys:
+        return sideText(true);
+    case MarkerKind::Sells:
+        return sideText(false);
+    case MarkerKind::None:
+        break;
+    }
+    return nullptr;
 }
 
 void growTo(std::size_t count, std::vector<double> &marks)
@@ -213,6 +223,11 @@ bool BSPoint::calcBSPointPriceInfo()
     return true;
 }
 
+TradeMarks BSPoint::marks()
+{
+    return {m_buyMarks, m_sellMarks, m_bothMarks};
+}
+
 void BSPoint::markBar(std::size_t bar, const DaySides &sides)
 {
     if (sides.hasBuys) {
@@ -221,11 +236,7 @@ void BSPoint::markBar(std::size_t bar, const DaySides &sides)
     if (sides.hasSells) {
         m_sellMarks[bar] = marked;
     }
-    if (std::isfinite(m_buyMarks[bar]) && std::isfinite(m_sellMarks[bar])) {
-        m_bothMarks[bar] = marked;
-        m_buyMarks[bar] = unmarked;
-        m_sellMarks[bar] = unmarked;
-    }
+    mergeSides(marks(), bar);
 }
 
 // Scale and painting
@@ -251,9 +262,9 @@ bool BSPoint::paintIt(Korvane::IChartPainter &painter)
         return false;
     }
     const double *anchors = m_barAnchors.data();
-    painter.drawMarkerSeries(0, m_buyMarks.data(), anchors, buyStyle, aboveTheBar);
-    painter.drawMarkerSeries(0, m_sellMarks.data(), anchors, sellStyle, aboveTheBar);
-    painter.drawMarkerSeries(0, m_bothMarks.data(), anchors, bothStyle, aboveTheBar);
+    painter.drawMarkerSeries(0, m_buyMarks.data(), anchors, BuyAbove, AboveTheBar);
+    painter.drawMarkerSeries(0, m_sellMarks.data(), anchors, SellAbove, AboveTheBar);
+    painter.drawMarkerSeries(0, m_bothMarks.data(), anchors, BothAbove, AboveTheBar);
     return true;
 }
 
@@ -265,9 +276,7 @@ int BSPoint::hitTest(double x, double y)
         return -1;
     }
     const int bar = m_axis.xToBar(x);
-    const bool hasMarker =
-        isMarked(m_bothMarks, bar) || isMarked(m_buyMarks, bar) || isMarked(m_sellMarks, bar);
-    if (!hasMarker || !hasBar(m_barAnchors, bar)) {
+    if (markerOn(marks(), bar) == MarkerKind::None || !hasBar(m_barAnchors, bar)) {
         return -1;
     }
     // The marker stands on its anchor; y grows downwards.
@@ -292,9 +301,10 @@ void BSPoint::handleMousePress(double x, double)
     if (trades == m_trades.end()) {
         return;
     }
-    PopupLines lines(expectedLines);
+    const MarkerKind marker = markerOn(marks(), bar);
+    PopupLines lines(expectedTradeLines);
     for (const trade_cj &trade : trades->second) {
-        if (const char *side = lineSide(bar, trade)) {
+        if (const char *side = lineSide(marker, trade)) {
             lines.append(tradeLine(side, trade));
         }
     }
@@ -310,19 +320,6 @@ void BSPoint::tellHostWhichBar(int bar) const
     std::memset(&record, 0x7A, sizeof record); // told apart from a real bar, should the host not fill it
     m_axis.barAt(bar, record);
     m_axis.priceToY(record.close, -1, -1);
-}
-
-/// The side under which a trade is listed: the marker's, or the trade's own under a marker of both
-/// sides; null on a bar without a marker.
-const char *BSPoint::lineSide(int bar, const trade_cj &trade) const
-{
-    if (isMarked(m_bothMarks, bar)) {
-        return sideText(trade.isBuy);
-    }
-    if (isMarked(m_buyMarks, bar)) {
-        return sideText(true);
-    }
-    return isMarked(m_sellMarks, bar) ? sideText(false) : nullptr;
 }
 
 void BSPoint::handleMousePressR(double, double) {}

@@ -15,6 +15,10 @@
 
 class QTimer;
 
+namespace TradeChart {
+struct TradeMarks;
+}
+
 /// The buy/sell points: on the daily chart, a marker on each bar on whose day the account executed
 /// trades - buys, sells or both - and on a click the list of that day's trades.
 ///
@@ -80,9 +84,9 @@ private:
     bool askForShownDays();
     void handleAnswer(const QJsonObject &answer);
     void sumUpDays();
+    TradeChart::TradeMarks marks();
     void markBar(std::size_t bar, const DaySides &sides);
     void tellHostWhichBar(int bar) const;
-    const char *lineSide(int bar, const TradeChart::trade_cj &trade) const;
 
     Korvane::IChartAxis &m_axis;
     LocalCommunication::EndPoint m_endPoint;

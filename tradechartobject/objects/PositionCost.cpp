@@ -8,13 +8,11 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <cmath>
-#include <limits>
 
 using namespace TradeChart;
 
 namespace {
 
-constexpr double unknownPrice = std::numeric_limits<double>::quiet_NaN();
 constexpr int labelDecimals = 3;
 
 } // namespace
@@ -25,7 +23,7 @@ PositionCost::PositionCost(Korvane::IChartAxis &axis, QJsonObject config, QObjec
       m_endPoint(nullptr),
       m_code(noSecurity()),
       m_period(Korvane::NoPeriod),
-      m_costPrice(unknownPrice),
+      m_costPrice(unknownCost),
       m_calcArg(0),
       m_refreshTimer(nullptr),
       m_refreshSeconds(TradeChannel::refreshSeconds(config))
@@ -62,7 +60,7 @@ bool PositionCost::calcIt(const Korvane::tagCodeWithName &code, const Korvane::A
     m_calcArg = a;
     if (!isSameSecurity(code, m_code)) {
         m_code = code;
-        m_costPrice = unknownPrice;
+        m_costPrice = unknownCost;
         sendQueryPositionCostReq();
     }
     decodeBarTimes(bars, count, m_period, m_barTimes);
@@ -133,7 +131,7 @@ void PositionCost::handleTradeNotify(QByteArray topic, QByteArray payload)
     const QJsonValue costPrice = holding.value(QLatin1String(TradeKeyFields::COSTPRICE));
     if (costPrice.isUndefined()) {
         // Nothing is held any more; the line goes when the host next repaints of itself.
-        m_costPrice = unknownPrice;
+        m_costPrice = unknownCost;
         return;
     }
     m_costPrice = costPrice.toString().toDouble();

@@ -1,0 +1,58 @@
+// The markers of executed trades: which sides stand on a bar, and how the painter is told.
+#pragma once
+
+#include "tradechartobject/common/BarMarks.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace TradeChart {
+
+/// The painter's marker styles: even ones stand above the bar, odd ones below.
+enum MarkerStyle : int {
+    BuyAbove = 0,
+    BuyBelow = 1,
+    SellAbove = 2,
+    SellBelow = 3,
+    BothAbove = 4,
+    BothBelow = 5
+};
+
+/// The painter's variants: which way a marker reaches from its price.
+enum MarkerVariant : int { BelowTheBar = 0, AboveTheBar = 1 };
+
+/// Which trades a marker stands for.
+enum class MarkerKind { None, Buys, Sells, Both };
+
+/// The marks of one row of markers, borrowed from the overlay that owns them. A bar whose marks are
+/// merged carries at most one of the three.
+struct TradeMarks
+{
+    std::vector<double> &buys;
+    std::vector<double> &sells;
+    std::vector<double> &both;
+};
+
+/// The marker on `bar`, the one for both sides first; None also for an index outside the bars.
+inline MarkerKind markerOn(const TradeMarks &marks, int bar)
+{
+    if (isMarked(marks.both, bar)) {
+        return MarkerKind::Both;
+    }
+    if (isMarked(marks.buys, bar)) {
+        return MarkerKind::Buys;
+    }
+    return isMarked(marks.sells, bar) ? MarkerKind::Sells : MarkerKind::None;
+}
+
+/// Turns a buy and a sell marker on the same bar into one marker for both. Requires a bar of the marks.
+inline void mergeSides(const TradeMarks &marks, std::size_t bar)
+{
+    if (std::isfinite(marks.buys[bar]) && std::isfinite(marks.sells[bar])) {
+        marks.both[bar] = marked;
+        marks.buys[bar] = unmarked;
+        marks.sells[bar] = unmarked;
+    }
+}
+
+} // namespace TradeChart
