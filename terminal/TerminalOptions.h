@@ -26,6 +26,7 @@ struct TerminalOptions
     QString language = QStringLiteral("zh"); ///< zh or en
     QString snapshotFile;                    ///< empty: a window is opened
     QSize size = {1600, 900};
+    int refreshSeconds = 3;  ///< after which overlays ask for their data again
     int timeoutSeconds = 20; ///< that a snapshot waits for the overlays' data
 };
 

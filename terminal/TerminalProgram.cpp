@@ -65,6 +65,9 @@ QString TerminalProgram::openWindow()
     if (m_options.code.isEmpty()) {
         m_options.code = folder.value().securities().front().code;
     }
+    if (takesPicture()) {
+        m_options.refreshSeconds = 1; // some questions are first asked by the refresh
+    }
     m_window = std::make_unique<MainWindow>(folder.value(), m_options);
     m_window->load(m_options.code, m_options.period, m_options.day);
     return m_window->loadError();

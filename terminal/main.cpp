@@ -3,6 +3,7 @@
 #include "terminal/TerminalProgram.h"
 
 #include <QApplication>
+#include <QLoggingCategory>
 
 #include <cstdio>
 
@@ -28,6 +29,8 @@ int main(int argc, char *argv[])
     QApplication::setApplicationName(QStringLiteral("tradeterminal"));
     QApplication::setApplicationVersion(QStringLiteral(TRADETERMINAL_VERSION));
     setAppearance(&application);
+    // Overlays write what they ask and hear into the log; QT_LOGGING_RULES brings it back.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
 
     const auto parsed = parseOptions(QApplication::arguments(), QApplication::applicationDirPath());
     if (!parsed) {

@@ -26,10 +26,11 @@ constexpr double priceShare = 0.78;   ///< of the canvas height that the price p
 constexpr double volumeShare = 0.165; ///< the same of the highest volume column
 constexpr double fewestBars = 10;     ///< that may be zoomed to
 constexpr double recentBars = 150;    ///< that a new chart shows
-constexpr double airBars = 0.02;      ///< room right of the last bar, of the bars in view
+constexpr double airShare = 0.08;     ///< room right of the last bar for labels, of what a new chart shows
 constexpr double timeLabelRoom = 110; ///< pixels from one time label to the next
 constexpr double priceLabelRoom = 56; ///< the same for prices
 constexpr int axisFontPixels = 12;
+constexpr double timeAxisHeight = 30;
 
 QwtScaleDiv scaleDiv(double lower, double upper, const QList<double> &ticks)
 {
@@ -90,6 +91,7 @@ void ChartView::setUpAxes()
     enableAxis(yRight, true);
     setAxisScaleDraw(yRight, new PriceLabels);
     setAxisScaleDraw(xBottom, m_timeLabels);
+    m_timeLabels->setMinimumExtent(timeAxisHeight);
 }
 
 void ChartView::setUpItems()
@@ -142,11 +144,16 @@ void ChartView::setPriceWishes(std::function<std::vector<PriceSpan>()> wishes)
     refit();
 }
 
+bool ChartView::showsWholeDay() const
+{
+    return m_data.period == ChartPeriod::Minute;
+}
+
 BarSpan ChartView::wholeSpan() const
 {
     const auto count = static_cast<double>(m_data.bars.size());
-    const double air = m_data.period == ChartPeriod::Minute ? 0 : std::min(count, recentBars) * airBars;
-    return {-0.5, std::max(count, 1.0) - 0.5 + air};
+    const double shown = showsWholeDay() ? count : std::min(count, recentBars);
+    return {-0.5, std::max(count, 1.0) - 0.5 + shown * airShare};
 }
 
 BarSpan ChartView::held(BarSpan span) const
@@ -178,8 +185,7 @@ void ChartView::pan(double bars)
 void ChartView::showRecent()
 {
     const BarSpan whole = wholeSpan();
-    const bool wholeDay = m_data.period == ChartPeriod::Minute;
-    setSpan(wholeDay ? whole : BarSpan{whole.last - recentBars, whole.last});
+    setSpan(showsWholeDay() ? whole : BarSpan{whole.last - recentBars, whole.last});
 }
 
 void ChartView::showAll()

@@ -80,6 +80,7 @@ Q_SIGNALS:
 private:
     void setUpAxes();
     void setUpItems();
+    bool showsWholeDay() const;
     BarSpan wholeSpan() const;
     BarSpan held(BarSpan span) const;
     void fitTime();

@@ -1,5 +1,6 @@
 #include "terminal/chart/MarkPainter.h"
 
+#include "terminal/chart/CandleCurve.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/chart/VisibleBars.h"
 
@@ -170,16 +171,17 @@ void MarkPainter::addCluster(const Columns &columns, size_t first, size_t last, 
     const QSizeF size = m_sprites->size(mark.glyph, mark.count);
     const double centre = (columns[first].anchor.x() + columns[last].anchor.x()) / 2;
     mark.box = QRectF(QPointF(std::round(centre - size.width() / 2), 0), size);
-    const double edge = clearOfWicks(mark.box, y, side);
+    const double edge = clearOfCandles(mark.box, y, side);
     mark.box.moveTop(std::max(m_geometry.top, side == MarkSide::Above ? edge - size.height() : edge));
     m_marks->add(std::move(mark));
 }
 
-double MarkPainter::clearOfWicks(const QRectF &box, double y, MarkSide side) const
+double MarkPainter::clearOfCandles(const QRectF &box, double y, MarkSide side) const
 {
     const auto &columns = m_chart.visibleBars().columns();
-    const double from = m_geometry.xToBar(box.left());
-    const double to = m_geometry.xToBar(box.right());
+    const double candle = candleWidth(m_geometry.barWidth()) / 2.0;
+    const double from = m_geometry.xToBar(box.left() - candle);
+    const double to = m_geometry.xToBar(box.right() + candle);
     auto column = std::lower_bound(columns.begin(), columns.end(), from,
                                    [](const BarColumn &one, double bar) { return one.position < bar; });
     for (; column != columns.end() && column->position <= to; ++column) {

@@ -49,7 +49,7 @@ private:
 };
 
 /// Collects the marks of one repaint and paints them, those closer than a glyph merged into one with
-/// their count. Marks of bars stand clear of every wick that they lie over.
+/// their count. Marks of bars stand clear of every candle beside them.
 class MarkPainter
 {
 public:
@@ -66,7 +66,7 @@ private:
 
     void mergeColumns(const Columns &columns, MarkSide side);
     void addCluster(const Columns &columns, size_t first, size_t last, MarkSide side);
-    double clearOfWicks(const QRectF &box, double y, MarkSide side) const;
+    double clearOfCandles(const QRectF &box, double y, MarkSide side) const;
 
     const ChartView &m_chart;
     const ChartGeometry &m_geometry;

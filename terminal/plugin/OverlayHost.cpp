@@ -12,21 +12,21 @@ namespace {
 
 // Overlays ask again for their data only as long as they are recalculated, even if no bar arrives.
 constexpr int heartbeatMilliseconds = 5000;
-constexpr int overlayRefreshSeconds = 3;
 
-QJsonObject configurationOf(const OverlayKind &kind)
+QJsonObject configurationOf(const OverlayKind &kind, int refreshSeconds)
 {
     return {{QLatin1String(TradeChart::TradeKeyFields::ALGORITHMTYPE), kind.factoryType},
-            {QLatin1String(TradeChart::TradeKeyFields::AUTOREFRESHTIME), overlayRefreshSeconds}};
+            {QLatin1String(TradeChart::TradeKeyFields::AUTOREFRESHTIME), refreshSeconds}};
 }
 
 } // namespace
 
 OverlayHost::OverlayHost(ChartView *chart, UserPrompts *prompts, const OverlayLibrary &library, JoinGate gate,
-                         const QByteArray &screenId)
+                         const QByteArray &screenId, int refreshSeconds)
     : m_chart(chart),
       m_library(library),
       m_gate(std::move(gate)),
+      m_refreshSeconds(refreshSeconds),
       m_axis(chart, prompts, screenId, nullptr)
 {
     m_updateTimer.setSingleShot(true);
@@ -101,7 +101,7 @@ void OverlayHost::setAmountsHidden(bool hidden)
 
 bool OverlayHost::make(Entry *entry)
 {
-    entry->overlay = m_library.create(m_axis, configurationOf(*entry->kind));
+    entry->overlay = m_library.create(m_axis, configurationOf(*entry->kind, m_refreshSeconds));
     if (!entry->overlay) {
         return false;
     }

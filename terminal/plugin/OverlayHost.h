@@ -23,9 +23,10 @@ class OverlayHost : public QObject, public PointerTarget
     Q_OBJECT
 
 public:
-    /// `chart` and `prompts` must outlive the host. `screenId` names the window on the bus.
+    /// `chart` and `prompts` must outlive the host. `screenId` names the window on the bus;
+    /// overlays ask for their data again every `refreshSeconds`.
     OverlayHost(ChartView *chart, UserPrompts *prompts, const OverlayLibrary &library, JoinGate gate,
-                const QByteArray &screenId);
+                const QByteArray &screenId, int refreshSeconds);
     ~OverlayHost() override;
 
     /// Puts an overlay on the chart or takes it away; false when the library does not make this kind.
@@ -73,6 +74,7 @@ private:
     ChartView *m_chart;
     OverlayLibrary m_library;
     JoinGate m_gate;
+    int m_refreshSeconds;
     HostAxis m_axis;
     GlyphSprites m_sprites;
     Korvane::tagCodeWithName m_security{};

@@ -239,7 +239,8 @@ void MainWindow::showChoices()
 
 void MainWindow::startOverlays(const OverlayLibrary &library, const JoinGate &gate)
 {
-    m_overlays = std::make_unique<OverlayHost>(m_chart, &m_prompts, library, gate, m_screenId);
+    m_overlays = std::make_unique<OverlayHost>(m_chart, &m_prompts, library, gate, m_screenId,
+                                               m_options.refreshSeconds);
     m_input = std::make_unique<ChartInput>(m_chart, m_overlays.get(), nullptr);
     for (size_t i = 0; i < m_overlayActions.size(); ++i) {
         m_overlayActions[i]->setEnabled(true);
