@@ -11,7 +11,8 @@
 #include <QStandardPaths>
 #include <QUrl>
 
-#include <functional>
+#include <algorithm>
+#include <iterator>
 
 namespace LocalCommunication {
 
@@ -233,7 +234,7 @@ void IniReader::setPasswordFile(const QString &value)
 /// Paths are relative to the directory of the file that names them.
 QString IniReader::readableFile(const QString &value)
 {
-    const QString path = QDir(QFileInfo(m_file).absolutePath()).absoluteFilePath(value);
+    QString path = QDir(QFileInfo(m_file).absolutePath()).absoluteFilePath(value);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         reject(QStringLiteral("names the file '%1', which cannot be read: %2").arg(path, file.errorString()));

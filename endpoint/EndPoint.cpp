@@ -31,7 +31,7 @@ public:
 
     QVector<QByteArray> route(const QVector<TopicName> &names, const QByteArray &prefix);
     void deliver();
-    QByteArray replyChannelOf(BusMessage &message, const TopicName &name);
+    QByteArray replyChannelOf(const BusMessage &message, const TopicName &name);
     bool answer(const QByteArray &channel, const QByteArray &payload);
 
     EndPoint *const q;
@@ -143,24 +143,23 @@ void EndPoint::Private::deliver()
 {
     const QPointer<EndPoint> alive(q);
     while (alive) {
-        std::optional<BusMessage> message = session.takeMessage();
+        const std::optional<BusMessage> message = session.takeMessage();
         if (!message) {
             return;
         }
         const auto name = namesByPath.constFind(message->path);
         if (name != namesByPath.constEnd()) {
-            const TopicName copy = *name;
-            Q_EMIT q->messageReceived(copy.topic, message->payload, replyChannelOf(*message, copy));
+            Q_EMIT q->messageReceived(name->topic, message->payload, replyChannelOf(*message, *name));
         }
     }
 }
 
-QByteArray EndPoint::Private::replyChannelOf(BusMessage &message, const TopicName &name)
+QByteArray EndPoint::Private::replyChannelOf(const BusMessage &message, const TopicName &name)
 {
     if (message.responsePath.isEmpty()) {
         return name.channel;
     }
-    return owedAnswers.add({std::move(message.responsePath), std::move(message.correlation)});
+    return owedAnswers.add({message.responsePath, message.correlation});
 }
 
 bool EndPoint::Private::answer(const QByteArray &channel, const QByteArray &payload)

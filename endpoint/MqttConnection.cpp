@@ -149,7 +149,7 @@ void MqttConnection::HandleDeleter::operator()(mosquitto *handle) const
     mosquitto_destroy(handle);
 }
 
-MqttConnection::MqttConnection(const BusAddress &address, const QByteArray &clientId) : m_address(address)
+MqttConnection::MqttConnection(BusAddress address, const QByteArray &clientId) : m_address(std::move(address))
 {
     initializeLibrary();
     m_handle.reset(mosquitto_new(clientId.constData(), true, this));

@@ -33,7 +33,7 @@ class MqttConnection
 public:
     enum class Opened { UnderWay, Busy, Failed };
 
-    MqttConnection(const BusAddress &address, const QByteArray &clientId);
+    MqttConnection(BusAddress address, const QByteArray &clientId);
     ~MqttConnection();
     Q_DISABLE_COPY_MOVE(MqttConnection)
 

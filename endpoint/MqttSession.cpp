@@ -37,7 +37,7 @@ constexpr int KeepAliveTickMs = 1000;
 constexpr int MaxReadsPerTurn = 64;
 
 /// Above this a broker that does not read costs the terminal its memory.
-constexpr qint64 MaxUnsentBytes = 64 * 1024 * 1024;
+constexpr qint64 MaxUnsentBytes = 64 << 20;
 
 /// An MQTT packet has at most 256 MiB, its topic and properties included.
 constexpr int MaxPayloadBytes = 268'435'455 - 3 * 65'536;
@@ -200,7 +200,6 @@ bool MqttSession::isTrustedBroker()
 void MqttSession::scheduleBusyRetry()
 {
     if (++m_busyTries > BusyTriesInARow) {
-        m_busyTries = 0;
         loseConnection(QStringLiteral("the broker does not accept connections"));
         return;
     }
@@ -222,6 +221,7 @@ void MqttSession::dropConnection()
     m_readNotifier.reset();
     m_writeNotifier.reset();
     m_connection.reset();
+    m_busyTries = 0;
     m_readyIsDue = false;
 }
 

@@ -9,14 +9,14 @@ OwedAnswers::OwedAnswers()
 {
 }
 
-QByteArray OwedAnswers::add(Recipient recipient)
+QByteArray OwedAnswers::add(const Recipient &recipient)
 {
     if (m_oldestFirst.size() == MaxRemembered) {
         m_recipients.remove(m_oldestFirst.front());
         m_oldestFirst.pop_front();
     }
-    const QByteArray channel = m_channelStart + QByteArray::number(++m_count);
-    m_recipients.insert(channel, std::move(recipient));
+    QByteArray channel = m_channelStart + QByteArray::number(++m_count);
+    m_recipients.insert(channel, recipient);
     m_oldestFirst.push_back(channel);
     return channel;
 }

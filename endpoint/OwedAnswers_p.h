@@ -24,7 +24,7 @@ public:
     OwedAnswers();
 
     /// Returns the channel for the answer.
-    QByteArray add(Recipient recipient);
+    QByteArray add(const Recipient &recipient);
 
     /// Each question is answered once. Nothing for a channel that is not of ours, that is answered
     /// already, or that has been pushed out by thousands of later questions.
