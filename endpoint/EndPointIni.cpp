@@ -1,0 +1,235 @@
+#include "endpoint/EndPointIni_p.h"
+
+#include "endpoint/Platform_p.h"
+#include "endpoint/TopicPath_p.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QUrl>
+
+#include <algorithm>
+#include <iterator>
+
+namespace LocalCommunication {
+
+namespace {
+
+constexpr int MqttPort = 1883;
+constexpr int MqttTlsPort = 8883;
+
+/// Levels a broker lets through are limited to 200; two of them are the channel and the topic.
+constexpr int MaxPrefixLevels = 190;
+
+struct Scheme
+{
+    QLatin1String name;
+    BusAddress::Transport transport;
+    int defaultPort;
+};
+
+const Scheme Schemes[] = {
+    {QLatin1String("unix"), BusAddress::Transport::UnixSocket, 0},
+    {QLatin1String("mqtt"), BusAddress::Transport::Tcp, MqttPort},
+    {QLatin1String("mqtts"), BusAddress::Transport::Tls, MqttTlsPort},
+};
+
+const Scheme *schemeNamed(const QString &name)
+{
+    for (const Scheme &scheme : Schemes) {
+        if (name == scheme.name) {
+            return &scheme;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+const EndPointIni::Key EndPointIni::Keys[] = {
+    {QLatin1String("url"), &EndPointIni::setUrl},
+    {QLatin1String("prefix"), &EndPointIni::setPrefix},
+    {QLatin1String("username"), &EndPointIni::setUsername},
+    {QLatin1String("password_file"), &EndPointIni::setPasswordFile},
+    {QLatin1String("ca_file"), &EndPointIni::setCaFile},
+    {QLatin1String("cert_file"), &EndPointIni::setCertFile},
+    {QLatin1String("key_file"), &EndPointIni::setKeyFile},
+};
+
+EndPointIni::EndPointIni(const QString &path) : m_file(path), m_settings(path, QSettings::IniFormat)
+{
+    m_settings.setIniCodec("UTF-8");
+}
+
+BusAddress EndPointIni::read()
+{
+    if (isReadable() && hasOnlyKnownKeys()) {
+        readKeys();
+        checkTogether();
+    }
+    return m_address;
+}
+
+bool EndPointIni::isReadable()
+{
+    QFile file(m_file);
+    if (!file.open(QIODevice::ReadOnly)) {
+        reject(QStringLiteral("cannot be read: %1").arg(file.errorString()));
+    }
+    return m_address.isValid();
+}
+
+/// A key that is spelt wrong would silently leave a bus without its password or its certificate.
+bool EndPointIni::hasOnlyKnownKeys()
+{
+    const QStringList present = m_settings.allKeys(); // reads the whole file: its status holds from here on
+    if (m_settings.status() != QSettings::NoError) {
+        reject(QStringLiteral("is not an INI file; expected a group [bus] with a line url=…"));
+        return false;
+    }
+    for (const QString &key : present) {
+        const auto isKey = [&key](const Key &known) { return key == QLatin1String("bus/") + known.name; };
+        if (std::none_of(std::begin(Keys), std::end(Keys), isKey)) {
+            reject(QStringLiteral("key '%1' is unknown; the group [bus] takes url, prefix, username, "
+                                  "password_file, ca_file, cert_file and key_file")
+                       .arg(key));
+            return false;
+        }
+    }
+    return true;
+}
+
+void EndPointIni::readKeys()
+{
+    for (const Key &key : Keys) {
+        const QString value = text(key.name);
+        if (m_address.isValid() && !value.isEmpty()) {
+            m_key = key.name;
+            (this->*key.set)(value);
+        }
+    }
+}
+
+void EndPointIni::checkTogether()
+{
+    const bool isTls = m_address.transport == BusAddress::Transport::Tls;
+    if (text(QStringLiteral("url")).isEmpty()) {
+        rejectKey(QLatin1String("url"),
+                  QStringLiteral("is missing; expected for example "
+                                 "url=unix:///path/to/bus.sock or url=mqtts://host:8883"));
+    } else if (!m_address.password.isEmpty() && m_address.username.isEmpty()) {
+        rejectKey(QLatin1String("username"), QStringLiteral("is missing, but password_file is given"));
+    } else if (m_address.certFile.isEmpty() != m_address.keyFile.isEmpty()) {
+        rejectKey(m_address.keyFile.isEmpty() ? QLatin1String("key_file") : QLatin1String("cert_file"),
+                  QStringLiteral("is missing; cert_file and key_file belong together"));
+    } else if (!m_address.certFile.isEmpty() && m_address.caFile.isEmpty()) {
+        rejectKey(QLatin1String("ca_file"), QStringLiteral("is missing; cert_file needs it"));
+    } else if (!isTls && !m_address.caFile.isEmpty()) {
+        rejectKey(QLatin1String("ca_file"), QStringLiteral("is only for url=mqtts://…"));
+    }
+}
+
+void EndPointIni::setUrl(const QString &value)
+{
+    const QUrl url(value, QUrl::StrictMode);
+    const Scheme *scheme = schemeNamed(url.scheme());
+    if (!url.isValid() || !scheme) {
+        reject(QStringLiteral("'%1' is not understood; expected unix:///path, mqtt://host:port or "
+                              "mqtts://host:port")
+                   .arg(url.isValid() ? url.toDisplayString() : value));
+        return;
+    }
+    m_address.transport = scheme->transport;
+    if (url.hasQuery() || url.hasFragment() || !url.userInfo().isEmpty()) {
+        reject(QStringLiteral("'%1' has more than a host and a port or a path; user and password belong into "
+                              "username and password_file")
+                   .arg(url.toDisplayString()));
+    } else if (scheme->transport == BusAddress::Transport::UnixSocket) {
+        setSocketPath(url);
+    } else {
+        setHost(url, scheme->defaultPort);
+    }
+}
+
+void EndPointIni::setSocketPath(const QUrl &url)
+{
+    m_address.socketPath = url.path(QUrl::FullyDecoded);
+    const QString unusable = Platform::socketPathProblem(m_address.socketPath);
+    if (!url.host().isEmpty() || !m_address.socketPath.startsWith(QLatin1Char('/'))) {
+        reject(QStringLiteral("'%1' lacks an absolute path; expected unix:///path").arg(url.toString()));
+    } else if (!unusable.isEmpty()) {
+        reject(unusable);
+    }
+}
+
+void EndPointIni::setHost(const QUrl &url, int defaultPort)
+{
+    m_address.host = url.host();
+    m_address.port = url.port(defaultPort);
+    if (m_address.host.isEmpty() || m_address.port <= 0 || url.path().size() > 1) {
+        reject(QStringLiteral("'%1' is not of the form %2://host:port").arg(url.toString(), url.scheme()));
+    }
+}
+
+void EndPointIni::setPrefix(const QString &value)
+{
+    const QList<QByteArray> levels = value.toUtf8().split('/');
+    if (levels.contains(QByteArray()) || levels.size() > MaxPrefixLevels) {
+        reject(QStringLiteral("'%1' is not a list of at most %2 names between slashes, as in desk7/account42")
+                   .arg(value)
+                   .arg(MaxPrefixLevels));
+        return;
+    }
+    for (const QByteArray &level : levels) {
+        m_address.prefix += encodedLevel(level) + '/';
+    }
+}
+
+void EndPointIni::setPasswordFile(const QString &value)
+{
+    QFile file(readableFile(value));
+    if (!m_address.isValid() || !file.open(QIODevice::ReadOnly)) {
+        return;
+    }
+    m_address.password = file.readLine();
+    while (m_address.password.endsWith('\n') || m_address.password.endsWith('\r')) {
+        m_address.password.chop(1);
+    }
+    if (m_address.password.isEmpty()) {
+        reject(
+            QStringLiteral("names the file '%1', whose first line holds no password").arg(file.fileName()));
+    }
+}
+
+/// Paths are relative to the directory of the file that names them.
+QString EndPointIni::readableFile(const QString &value)
+{
+    QString path = QDir(QFileInfo(m_file).absolutePath()).absoluteFilePath(value);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        reject(QStringLiteral("names the file '%1', which cannot be read: %2").arg(path, file.errorString()));
+    }
+    return path;
+}
+
+/// QSettings takes a comma for a list.
+QString EndPointIni::text(const QString &key) const
+{
+    return m_settings.value(QLatin1String("bus/") + key).toStringList().join(QLatin1Char(','));
+}
+
+void EndPointIni::reject(const QString &why)
+{
+    const QString key = m_key.isEmpty() ? QString() : QStringLiteral("key 'bus/%1' ").arg(m_key);
+    if (m_address.isValid()) {
+        m_address.problem = QStringLiteral("%1: %2%3").arg(m_file, key, why);
+    }
+}
+
+void EndPointIni::rejectKey(QLatin1String key, const QString &why)
+{
+    m_key = key;
+    reject(why);
+}
+
+} // namespace LocalCommunication
