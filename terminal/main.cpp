@@ -18,6 +18,15 @@ void complain(const QString &problem)
     std::fprintf(stderr, "tradeterminal: %s\n", qUtf8Printable(problem));
 }
 
+QStringList wordsOf(int argc, char *argv[])
+{
+    QStringList words;
+    for (int i = 0; i < argc; ++i) {
+        words.append(QString::fromLocal8Bit(argv[i]));
+    }
+    return words;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -25,14 +34,16 @@ int main(int argc, char *argv[])
     using namespace Terminal;
     useExchangeTime();
     useScreenlessPlatformWithoutDisplay();
-    QApplication application(argc, argv);
+    // Qt would take --plugin for an option of its own.
+    int programNameOnly = 1;
+    QApplication application(programNameOnly, argv);
     QApplication::setApplicationName(QStringLiteral("tradeterminal"));
     QApplication::setApplicationVersion(QStringLiteral(TRADETERMINAL_VERSION));
     setAppearance(&application);
     // Overlays write what they ask and hear into the log; QT_LOGGING_RULES brings it back.
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
 
-    const auto parsed = parseOptions(QApplication::arguments(), QApplication::applicationDirPath());
+    const auto parsed = parseOptions(wordsOf(argc, argv), QApplication::applicationDirPath());
     if (!parsed) {
         complain(parsed.error());
         return wrongOptions;

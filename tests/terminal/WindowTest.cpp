@@ -7,6 +7,7 @@
 #include "terminal/ui/PopupRow.h"
 #include "tests/support/WaitFor.h"
 #include "tests/terminal/SomeBars.h"
+#include "tests/terminal/WhenOpen.h"
 
 #include <gmock/gmock.h>
 
@@ -19,7 +20,6 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 
 namespace Terminal {
 namespace {
@@ -43,24 +43,6 @@ int countOf(const std::string &text, const std::string &part)
         ++count;
     }
     return count;
-}
-
-/// Runs `act` on the next window of type `Window` that waits for the user, from within its event loop.
-template <typename Window>
-void whenOpen(std::function<void(Window *)> act)
-{
-    auto *const poll = new QTimer(qApp);
-    QObject::connect(poll, &QTimer::timeout, poll, [poll, act = std::move(act)] {
-        QWidget *const open = QApplication::activePopupWidget() != nullptr
-                                  ? QApplication::activePopupWidget()
-                                  : QApplication::activeModalWidget();
-        if (auto *const window = qobject_cast<Window *>(open); window != nullptr && window->isVisible()) {
-            poll->stop();
-            poll->deleteLater();
-            act(window);
-        }
-    });
-    poll->start(5);
 }
 
 class Window : public ::testing::Test
