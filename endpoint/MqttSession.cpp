@@ -44,6 +44,7 @@ constexpr int MaxPayloadBytes = 268'435'455 - 3 * 65'536;
 
 /// A broker that takes nothing for this long while this client wants to leave is not waited for.
 constexpr int FlushStallMs = 100;
+constexpr int FlushMs = 2000;
 
 QByteArray newClientId()
 {
@@ -86,9 +87,10 @@ void MqttSession::open(const BusAddress &address, const QVector<QByteArray> &sub
 
 void MqttSession::close()
 {
-    if (m_connection && m_connection->descriptor() >= 0) {
+    if (m_readNotifier && (isJoined() || isLocal())) {
         flush();
     }
+    reportUnsent();
     dropConnection();
     m_retryTimer.stop();
     if (m_hostLookup != 0) {
@@ -101,14 +103,15 @@ void MqttSession::close()
     m_open = false;
 }
 
-/// What was sent is on its way before the goodbye, unless the broker has stopped to read.
+/// What was sent is on its way before the goodbye, unless the broker does not take it.
 void MqttSession::flush()
 {
+    const QDeadlineTimer deadline(FlushMs);
     m_connection->close();
     while (m_connection->wantsToWrite()) {
         pollfd entry{m_connection->descriptor(), POLLOUT, 0};
-        if (::poll(&entry, 1, FlushStallMs) == 0 || !m_connection->write()) {
-            reportUnsent();
+        const bool stalled = ::poll(&entry, 1, FlushStallMs) == 0;
+        if (stalled || deadline.hasExpired() || !m_connection->write()) {
             return;
         }
     }
@@ -118,11 +121,12 @@ void MqttSession::flush()
 
 void MqttSession::join()
 {
-    const bool isUnix = m_address.transport == BusAddress::Transport::UnixSocket;
-    if (!isUnix && QHostAddress(m_address.host).isNull()) {
+    if (isLocal()) {
+        openConnection(m_address.socketPath);
+    } else if (QHostAddress(m_address.host).isNull()) {
         resolveHost();
     } else {
-        openConnection(isUnix ? m_address.socketPath : m_address.host);
+        openConnection(m_address.host);
     }
 }
 
@@ -143,7 +147,8 @@ void MqttSession::handleHostFound(const QHostInfo &result)
     } else if (m_address.transport == BusAddress::Transport::Tls) {
         openConnection(m_address.host); // certificates hold names; the name server has just answered
     } else {
-        openConnection(result.addresses().constFirst().toString());
+        const QList<QHostAddress> addresses = result.addresses();
+        openConnection(addresses[m_hostTries++ % addresses.size()].toString());
     }
 }
 
@@ -184,7 +189,7 @@ void MqttSession::handleOpened()
     m_readNotifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
     connect(m_readNotifier.get(), &QSocketNotifier::activated, this, &MqttSession::handleReadable);
     m_acceptTimer.start();
-    if (m_address.transport != BusAddress::Transport::UnixSocket) {
+    if (!isLocal()) {
         m_keepAliveTimer.start();
     }
     subscribeAll();
@@ -236,10 +241,6 @@ void MqttSession::reportUnsent()
 /// One line for every new reason, not one for every try.
 void MqttSession::reportFailure(const QString &reason)
 {
-    if (m_connection && m_connection->unsentMessages() > 0) {
-        qCWarning(lcBus, "%s: %d messages were lost with the connection",
-                  qUtf8Printable(m_address.toString()), m_connection->unsentMessages());
-    }
     if (reason == m_reportedFailure) {
         return;
     }
@@ -331,7 +332,7 @@ void MqttSession::keepAlive()
 /// keep this process busy with it.
 bool MqttSession::findRefused()
 {
-    if (m_connection->isAccepted() || m_address.transport == BusAddress::Transport::UnixSocket) {
+    if (m_connection->isAccepted() || isLocal()) {
         return false;
     }
     const QString problem = Platform::connectionProblem(m_connection->descriptor());
@@ -349,8 +350,7 @@ bool MqttSession::readOnce()
     const bool alive = m_connection->read();
     collect();
     if (!alive) {
-        const bool early =
-            !m_connection->isAccepted() && m_address.transport == BusAddress::Transport::UnixSocket;
+        const bool early = isLocal() && !m_connection->isAccepted();
         loseConnection(m_connection->error() +
                        (early ? QStringLiteral(" (a line ALL: ALL in /etc/hosts.deny has this effect too)")
                               : QString()));

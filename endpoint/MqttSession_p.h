@@ -60,6 +60,7 @@ Q_SIGNALS:
     void ready();
 
 private:
+    bool isLocal() const { return m_address.transport == BusAddress::Transport::UnixSocket; }
     void join();
     void resolveHost();
     void handleHostFound(const QHostInfo &result);
@@ -106,6 +107,7 @@ private:
     QTimer m_acceptTimer;
     QTimer m_keepAliveTimer;
     int m_hostLookup = 0;
+    int m_hostTries = 0; // each takes the next address of the name
     int m_busyTries = 0;
     int m_retryDelayMs = 0;
     bool m_readyIsDue = false;

@@ -1,4 +1,4 @@
-// A bus beyond this machine: TLS and passwords, here on the loopback interface.
+// A bus beyond this machine: TCP, TLS and passwords, here on the loopback interface.
 
 #include "tests/endpoint/BusTest.h"
 #include "tests/endpoint/LogRecorder.h"
@@ -16,6 +16,13 @@ void writeFile(const QString &path, const QByteArray &text)
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate)) << qPrintable(path);
     file.write(text);
+}
+
+int freePort()
+{
+    QTcpServer probe;
+    probe.listen(QHostAddress::LocalHost);
+    return probe.serverPort();
 }
 
 /// A certificate authority and a server certificate of the test's own.
@@ -119,13 +126,6 @@ protected:
     TestBroker broker{TestBroker::Begin::NotStarted};
 
 private:
-    static int freePort()
-    {
-        QTcpServer probe;
-        probe.listen(QHostAddress::LocalHost);
-        return probe.serverPort();
-    }
-
     QTemporaryDir m_directory;
     int m_port = 0;
 };
@@ -246,5 +246,36 @@ TEST_F(Tls, TellsWhenTheNameIsUnknown)
     endPoint.connect(goodAddress(QStringLiteral("no-such-host.invalid")));
 
     EXPECT_TRUE(waitUntil([&] { return log.has(QStringLiteral("no-such-host.invalid")); }));
+    EXPECT_FALSE(endPoint.isConnected());
+}
+
+TEST(Tcp, IsJoinedByNumberAndByEveryAddressOfAName)
+{
+    LogRecorder log;
+    QTemporaryDir terminal;
+    const int port = freePort();
+    TestBroker broker(TestBroker::Begin::NotStarted);
+    broker.setConfiguration(
+        {QStringLiteral("listener %1 127.0.0.1").arg(port), QStringLiteral("allow_anonymous true")});
+    broker.start();
+
+    for (const char *host : {"127.0.0.1", "localhost"}) { // which may be ::1 first
+        writeFile(terminal.filePath(QStringLiteral("endpoint.ini")),
+                  QStringLiteral("[bus]\nurl=mqtt://%1:%2\n").arg(QLatin1String(host)).arg(port).toUtf8());
+        RecordingEndPoint endPoint;
+        EXPECT_TRUE(endPoint.join(terminal.path())) << host;
+    }
+}
+
+TEST(Tcp, TellsWhenNobodyTakesConnections)
+{
+    LogRecorder log;
+    QTemporaryDir terminal;
+    writeFile(terminal.filePath(QStringLiteral("endpoint.ini")),
+              QStringLiteral("[bus]\nurl=mqtt://127.0.0.1:%1\n").arg(freePort()).toUtf8());
+    RecordingEndPoint endPoint;
+    endPoint.connect(terminal.path());
+
+    EXPECT_TRUE(waitUntil([&] { return log.has(QStringLiteral("trying again")); }, 5000));
     EXPECT_FALSE(endPoint.isConnected());
 }
