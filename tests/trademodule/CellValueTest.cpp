@@ -1,0 +1,153 @@
+#include "trademodule/import/CellValue.h"
+#include "tests/support/ByName.h"
+#include "trademodule/Error.h"
+#include "trademodule/import/TextDecoding.h"
+
+#include <gmock/gmock.h>
+
+#include <QTextCodec>
+
+namespace TradeModule {
+
+namespace {
+
+struct Cell
+{
+    std::string name;
+    std::string text;
+    double value; ///< NaN for what can not be read
+
+    friend std::ostream &operator<<(std::ostream &stream, const Cell &cell) { return stream << cell.text; }
+};
+
+const double Unreadable = std::nan("");
+
+template <typename Value>
+double valueOr(const std::optional<Value> &value)
+{
+    return value ? static_cast<double>(*value) : Unreadable;
+}
+
+void expectSame(double read, double expected)
+{
+    EXPECT_TRUE(read == expected || (std::isnan(read) && std::isnan(expected)))
+        << read << " instead of " << expected;
+}
+
+class NumberCell : public ::testing::TestWithParam<Cell>
+{
+};
+class DateCell : public ::testing::TestWithParam<Cell>
+{
+};
+class TimeCell : public ::testing::TestWithParam<Cell>
+{
+};
+
+} // namespace
+
+TEST_P(NumberCell, Reads)
+{
+    expectSame(valueOr(CellValue::number(QString::fromStdString(GetParam().text))), GetParam().value);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    As, NumberCell,
+    ::testing::Values(Cell{"Plain", "12.5", 12.5}, Cell{"Thousands", "1,234,567.8", 1234567.8},
+                      Cell{"FullWidth", "１，２３４．５", 1234.5}, Cell{"FullWidthMinus", "－12.5", -12.5},
+                      Cell{"MathMinus", "−12.5", -12.5}, Cell{"Yuan", "￥12.50", 12.5},
+                      Cell{"Brackets", "(12.50)", -12.5}, Cell{"NoLeadingZero", ".62", 0.62},
+                      Cell{"Noise", "26.783000000000001", 26.783000000000001}, Cell{"Empty", "", 0.0},
+                      Cell{"TwoDashes", "--", 0.0}, Cell{"ThreeDashes", "---", 0.0},
+                      Cell{"Wrapped", "=\"100\"", 100.0}, Cell{"Quoted", "\"1,000\"", 1000.0},
+                      Cell{"Blanks", " 100 \t", 100.0}, Cell{"Plus", "+3", 3.0},
+                      Cell{"Word", "abc", Unreadable}, Cell{"NotANumber", "nan", Unreadable},
+                      Cell{"Infinite", "inf", Unreadable}),
+    ByName());
+
+TEST_P(DateCell, Reads)
+{
+    expectSame(valueOr(CellValue::date(QString::fromStdString(GetParam().text))), GetParam().value);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    As, DateCell,
+    ::testing::Values(Cell{"Digits", "20210811", 20210811}, Cell{"Dashes", "2021-08-11", 20210811},
+                      Cell{"Slashes", "2021/8/11", 20210811}, Cell{"Dots", "2021.08.11", 20210811},
+                      Cell{"Chinese", "2021年8月11日", 20210811}, Cell{"Spreadsheet", "42654", 20161011},
+                      Cell{"WithRunningNumber", "20210811000123", 20210811},
+                      Cell{"WithTime", "2021-08-11 10:30:00", 20210811},
+                      Cell{"Wrapped", "=\"20210811\"", 20210811}, Cell{"NoSuchDay", "20210229", Unreadable},
+                      Cell{"Short", "2021081", Unreadable}, Cell{"Empty", "", Unreadable},
+                      Cell{"Word", "合计", Unreadable}),
+    ByName());
+
+TEST_P(TimeCell, Reads)
+{
+    expectSame(valueOr(CellValue::time(QString::fromStdString(GetParam().text))), GetParam().value);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    As, TimeCell,
+    ::testing::Values(Cell{"Digits", "110351", 11035100}, Cell{"Colons", "11:03:51", 11035100},
+                      Cell{"Minutes", "1103", 11030000}, Cell{"MinutesColon", "11:03", 11030000},
+                      Cell{"FiveDigits", "93551", 9355100}, Cell{"OneDigitHour", "9:43:41", 9434100},
+                      Cell{"Hundredths", "11035199", 11035199}, Cell{"Fraction", "11:03:51.25", 11035125},
+                      Cell{"OfADay", "0.39900", 9343400}, Cell{"Empty", "", 0}, Cell{"Zero", "0", 0},
+                      Cell{"WithDate", "2021-08-11 10:30:00", 10300000},
+                      Cell{"NoSuchHour", "25:00:00", Unreadable}, Cell{"NoSuchMinute", "106151", Unreadable},
+                      Cell{"Word", "上午", Unreadable}),
+    ByName());
+
+TEST(CodeCell, GetsItsLeadingZerosBack)
+{
+    EXPECT_EQ(CellValue::code(QStringLiteral("2798"))->digits, QStringLiteral("002798"));
+}
+
+TEST(CodeCell, MayCarryItsMarket)
+{
+    EXPECT_EQ(CellValue::code(QStringLiteral("sh600000"))->market, QStringLiteral("SH"));
+    EXPECT_EQ(CellValue::code(QStringLiteral("000001.SZ "))->digits, QStringLiteral("000001"));
+    EXPECT_EQ(CellValue::code(QStringLiteral("00700.HK"))->digits, QStringLiteral("00700"));
+}
+
+struct Encoded
+{
+    std::string name;
+    QByteArray bytes;
+};
+
+class EncodedText : public ::testing::TestWithParam<Encoded>
+{
+};
+
+TEST_P(EncodedText, IsRecognised)
+{
+    EXPECT_EQ(decodeStatement(GetParam().bytes), QStringLiteral("证券代码,万科Ａ\n"));
+}
+
+QByteArray encodedAs(const char *codec)
+{
+    return QTextCodec::codecForName(codec)->fromUnicode(QStringLiteral("证券代码,万科Ａ\n"));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    In, EncodedText,
+    ::testing::Values(Encoded{"Utf8", QStringLiteral("证券代码,万科Ａ\n").toUtf8()},
+                      Encoded{"Utf8WithMark", "\xEF\xBB\xBF" + QStringLiteral("证券代码,万科Ａ\n").toUtf8()},
+                      Encoded{"Gbk", encodedAs("GBK")}, Encoded{"Gb18030", encodedAs("GB18030")},
+                      Encoded{"Utf16", encodedAs("UTF-16")},
+                      Encoded{"Utf16BigEndian", "\xFE\xFF" + encodedAs("UTF-16BE")}),
+    ByName());
+
+TEST(TextDecoding, RefusesAWorkbookWithAdvice)
+{
+    try {
+        decodeStatement(QByteArray("PK\x03\x04rest", 8));
+        FAIL() << "no refusal";
+    } catch (const Error &error) {
+        EXPECT_THAT(error.what(), ::testing::HasSubstr("save it as CSV"));
+    }
+}
+
+} // namespace TradeModule
