@@ -1,0 +1,78 @@
+#pragma once
+
+#include "tests/trademodule/TestLedger.h"
+#include "trademodule/ledger/Ledger.h"
+
+#include <gmock/gmock.h>
+
+#include <optional>
+
+namespace TradeModule {
+
+inline const Security &bank()
+{
+    static const Security security{QStringLiteral("000001"), Market::Shenzhen};
+    return security;
+}
+
+inline const Security &liquor()
+{
+    static const Security security{QStringLiteral("600519"), Market::Shanghai};
+    return security;
+}
+
+/// An execution of `quantity` shares at `price` yuan for a fee of 5 yuan.
+inline Execution fill(Side side, const Security &security, int date, double price, qint64 quantity,
+                      const QString &dealNo = {})
+{
+    Execution execution;
+    execution.security = security;
+    execution.side = side;
+    execution.date = date;
+    execution.time = 10000000;
+    execution.price = Money::ofYuan(price).value();
+    execution.quantity = quantity;
+    execution.amount = execution.price * quantity;
+    execution.fee = Money::ofYuan(side == Side::Bonus ? 0 : 5).value();
+    execution.dealNo = dealNo;
+    return execution;
+}
+
+inline Statement statementOf(const Executions &executions)
+{
+    return {QStringLiteral("statement.csv"), executions, {}};
+}
+
+/// A test on an empty ledger in a real database.
+class LedgerFixture : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (const QString reason = TestLedger::unavailable(); !reason.isEmpty()) {
+            GTEST_SKIP() << reason.toStdString();
+        }
+        m_home.emplace();
+        m_ledger.emplace(location());
+    }
+
+    QString location() const { return m_home->location(); }
+    const TestLedger &home() const { return *m_home; }
+    Ledger &ledger() { return *m_ledger; }
+
+    Booked book(const Executions &executions, Ledger::Mode mode = Ledger::Mode::Keep)
+    {
+        return ledger().book(statementOf(executions), mode);
+    }
+
+    double costPrice(const Security &security)
+    {
+        return ledger().holding(security).costPrice().value_or(std::nan(""));
+    }
+
+private:
+    std::optional<TestLedger> m_home;
+    std::optional<Ledger> m_ledger;
+};
+
+} // namespace TradeModule
