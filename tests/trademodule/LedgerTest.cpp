@@ -255,10 +255,12 @@ TEST_F(LedgerOfAnAccount, AnswersAYearOfASecurityFromAnIndex)
     const bool isSqlite = database.kind() == Database::Kind::Sqlite;
     database.run(QStringLiteral("ANALYZE"));
 
-    QSqlQuery rows =
-        database.run((isSqlite ? QStringLiteral("EXPLAIN QUERY PLAN ") : QStringLiteral("EXPLAIN ")) +
-                         LedgerQueries::tradesOfSecurity(),
-                     {QStringLiteral("600007"), QStringLiteral("SH"), 20120101, 20121231});
+    QString question = LedgerQueries::tradesOfSecurity();
+    for (const char *value : {"'600007'", "'SH'", "20120101", "20121231"}) {
+        question.replace(question.indexOf(QLatin1Char('?')), 1, QLatin1String(value));
+    }
+    QSqlQuery rows = database.run(
+        (isSqlite ? QStringLiteral("EXPLAIN QUERY PLAN ") : QStringLiteral("EXPLAIN ")) + question);
     std::string plan;
     while (rows.next()) {
         plan += rows.value(isSqlite ? 3 : 0).toString().toStdString() + "\n";

@@ -1,6 +1,6 @@
 #include "tests/trademodule/PostgreSqlServer.h"
 
-#include "tests/support/WaitFor.h"
+#include "tests/support/TestBroker.h"
 #include "trademodule/ledger/Database.h"
 
 #include <gtest/gtest.h>
@@ -96,7 +96,7 @@ PostgreSqlServer::PostgreSqlServer()
     m_server.setWorkingDirectory(QStringLiteral("/"));
     m_server.setStandardErrorFile(m_directory.filePath(QStringLiteral("log")));
     m_server.start(second, server);
-    const bool isUp = waitFor([this] {
+    const bool isUp = waitUntil([this] {
         return QProcess::execute(program("pg_isready"),
                                  {QStringLiteral("-q"), QStringLiteral("-h"), m_directory.path()}) == 0;
     });

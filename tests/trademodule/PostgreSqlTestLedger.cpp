@@ -1,6 +1,6 @@
 #include "tests/trademodule/TestLedger.h"
 
-#include "tests/support/WaitFor.h"
+#include "tests/support/TestBroker.h"
 #include "tests/trademodule/PostgreSqlServer.h"
 
 class TestLedger::Private
@@ -33,8 +33,8 @@ QString TestLedger::location() const
 
 bool TestLedger::waitUntilWritten(int milliseconds) const
 {
-    return waitFor([this] { return PostgreSqlServer::instance().writingConnections(d->database) > 0; },
-                   milliseconds);
+    return waitUntil([this] { return PostgreSqlServer::instance().writingConnections(d->database) > 0; },
+                     milliseconds);
 }
 
 QString TestLedger::unavailable()

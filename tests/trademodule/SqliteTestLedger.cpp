@@ -1,6 +1,6 @@
 #include "tests/trademodule/TestLedger.h"
 
-#include "tests/support/WaitFor.h"
+#include "tests/support/TestBroker.h"
 
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -25,7 +25,7 @@ bool TestLedger::waitUntilWritten(int milliseconds) const
     // what does not fit into the cache goes into the write-ahead log before the commit
     constexpr qint64 MoreThanTheSchema = 1000000;
     const QString log = location() + QStringLiteral("-wal");
-    return waitFor([&log] { return QFileInfo(log).size() > MoreThanTheSchema; }, milliseconds);
+    return waitUntil([&log] { return QFileInfo(log).size() > MoreThanTheSchema; }, milliseconds);
 }
 
 QString TestLedger::unavailable()

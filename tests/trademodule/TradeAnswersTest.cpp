@@ -1,0 +1,204 @@
+#include "trademodule/bus/TradeAnswers.h"
+#include "tests/support/ByName.h"
+#include "tests/trademodule/LedgerFixture.h"
+#include "trademodule/ExchangeTime.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace TradeModule {
+
+namespace {
+
+using ::testing::HasSubstr;
+
+QJsonObject json(const char *text)
+{
+    return QJsonDocument::fromJson(text).object();
+}
+
+QJsonObject question(const char *command, const Security &security)
+{
+    return {{QStringLiteral("cmd"), QLatin1String(command)},
+            {QStringLiteral("stkcode"), security.code},
+            {QStringLiteral("market"), marketLetters(security.market)},
+            {QStringLiteral("screenId"), QStringLiteral("screen1")}};
+}
+
+QJsonObject historyQuestion(const Security &security, const char *start, const char *end)
+{
+    QJsonObject object = question("HistoryTrade", security);
+    object[QStringLiteral("start")] = QLatin1String(start);
+    object[QStringLiteral("end")] = QLatin1String(end);
+    return object;
+}
+
+class Answers : public LedgerFixture
+{
+protected:
+    QJsonObject ask(const QJsonObject &object) { return TradeAnswers(&ledger()).answer(object); }
+
+    QJsonArray rows(const QJsonObject &object)
+    {
+        const QJsonObject answer = ask(object);
+        EXPECT_TRUE(answer[QStringLiteral("success")].toBool())
+            << answer[QStringLiteral("msg")].toString().toStdString();
+        return answer[QStringLiteral("data")].toArray();
+    }
+};
+
+} // namespace
+
+TEST_F(Answers, CarryTheEnvelopeOfTheQuestion)
+{
+    const QJsonObject answer = ask(question("HolderCostPrice", bank()));
+
+    EXPECT_EQ(answer[QStringLiteral("cmd")].toString(), QStringLiteral("HolderCostPrice"));
+    EXPECT_EQ(answer[QStringLiteral("stkcode")].toString(), QStringLiteral("000001"));
+    EXPECT_EQ(answer[QStringLiteral("market")].toString(), QStringLiteral("2"));
+    EXPECT_EQ(answer[QStringLiteral("screenId")].toString(), QStringLiteral("screen1"));
+    EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(0));
+    EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(true));
+    EXPECT_EQ(answer[QStringLiteral("msg")], QJsonValue(QStringLiteral("")));
+}
+
+TEST_F(Answers, LeaveOutAScreenThatWasNotNamed)
+{
+    QJsonObject object = question("HolderCostPrice", liquor());
+    object.remove(QStringLiteral("screenId"));
+
+    const QJsonObject answer = ask(object);
+
+    EXPECT_FALSE(answer.contains(QStringLiteral("screenId")));
+    EXPECT_EQ(answer[QStringLiteral("market")].toString(), QStringLiteral("1"));
+}
+
+TEST_F(Answers, TellTheCostOfAHolding)
+{
+    book({fill(Side::Buy, bank(), 20240102, 10, 100), fill(Side::Sell, bank(), 20240103, 12, 50)});
+
+    const QJsonObject answer = ask(question("HolderCostPrice", bank()));
+
+    EXPECT_EQ(answer[QStringLiteral("data")].toObject(),
+              json(R"({"stkcode":"000001","market":"2","costprice":"10.050"})"));
+    EXPECT_EQ(answer[QStringLiteral("costprice")].toString(), QStringLiteral("10.050"));
+}
+
+TEST_F(Answers, HaveNoCostWithoutAHolding)
+{
+    book({fill(Side::Buy, bank(), 20240102, 10, 100), fill(Side::Sell, bank(), 20240103, 12, 100)});
+
+    const QJsonObject answer = ask(question("HolderCostPrice", bank()));
+
+    EXPECT_EQ(answer[QStringLiteral("data")].toObject(), json(R"({"stkcode":"000001","market":"2"})"));
+    EXPECT_EQ(answer[QStringLiteral("costprice")].toString(), QStringLiteral("nan"));
+    EXPECT_TRUE(answer[QStringLiteral("success")].toBool());
+}
+
+TEST_F(Answers, ListPastTradesWithEveryValueTheChartsRead)
+{
+    Execution trade = fill(Side::Buy, bank(), 20240102, 10.5, 300, QStringLiteral("deal"));
+    trade.time = 9314205;
+    trade.orderNo = QStringLiteral("4711");
+    book({trade});
+
+    const QJsonArray trades = rows(historyQuestion(bank(), "20240101", "20240131"));
+
+    EXPECT_EQ(trades, (QJsonArray{json(R"({"stkcode":"000001","market":"2","bsflag2":"B","ordersno":"4711",
+        "orderdate":"20240102","opertime":"09314205","bizdate":"20240102","matchtime":"09314205",
+        "matchprice":"10.50","matchqty":"300","matchamt":"3150.00",
+        "buy":true,"date":"20240102","price":10.5,"vol":300})")}));
+}
+
+TEST_F(Answers, ListPastTradesOfTheRangeOldestFirst)
+{
+    book({fill(Side::Buy, bank(), 20240101, 10, 100), fill(Side::Buy, bank(), 20240102, 10, 100),
+          fill(Side::Sell, bank(), 20240105, 10, 100), fill(Side::Buy, bank(), 20240106, 10, 100)});
+
+    const QJsonArray trades = rows(historyQuestion(bank(), "20240102", "20240105"));
+
+    ASSERT_EQ(trades.size(), 2);
+    EXPECT_EQ(trades[0].toObject()[QStringLiteral("bizdate")].toString(), QStringLiteral("20240102"));
+    EXPECT_EQ(trades[1].toObject()[QStringLiteral("bizdate")].toString(), QStringLiteral("20240105"));
+    EXPECT_EQ(trades[1].toObject()[QStringLiteral("bsflag2")].toString(), QStringLiteral("S"));
+    EXPECT_EQ(trades[1].toObject()[QStringLiteral("buy")], QJsonValue(false));
+}
+
+TEST_F(Answers, KeepTodayOutOfThePast)
+{
+    book({fill(Side::Buy, bank(), 20240102, 10, 100), fill(Side::Buy, bank(), today(), 10, 200)});
+
+    const QJsonArray past = rows(historyQuestion(bank(), "20240101", "20991231"));
+    const QJsonArray now = rows(question("TodayTrade", bank()));
+
+    ASSERT_EQ(past.size(), 1);
+    EXPECT_EQ(past[0].toObject()[QStringLiteral("matchqty")].toString(), QStringLiteral("100"));
+    ASSERT_EQ(now.size(), 1);
+    EXPECT_EQ(now[0].toObject()[QStringLiteral("matchqty")].toString(), QStringLiteral("200"));
+}
+
+TEST_F(Answers, IgnoreKeysTheyDoNotKnow)
+{
+    QJsonObject object = question("TodayTrade", bank());
+    object[QStringLiteral("colour")] = QStringLiteral("red");
+
+    EXPECT_TRUE(ask(object)[QStringLiteral("success")].toBool());
+}
+
+struct WrongQuestion
+{
+    std::string name;
+    const char *text;
+    std::string field;
+};
+
+class WrongQuestions : public Answers, public ::testing::WithParamInterface<WrongQuestion>
+{
+};
+
+TEST_P(WrongQuestions, AreAnsweredWithTheNameOfTheField)
+{
+    const QJsonObject answer = ask(json(GetParam().text));
+
+    EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
+    EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(TradeAnswers::NotUnderstood));
+    EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(),
+                HasSubstr("\"" + GetParam().field + "\""));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    With, WrongQuestions,
+    ::testing::Values(
+        WrongQuestion{"Nothing", "{}", "cmd"},
+        WrongQuestion{"CommandAsNumber", R"({"cmd":1,"stkcode":"000001","market":"SZ"})", "cmd"},
+        WrongQuestion{"UnknownCommand", R"({"cmd":"Dance","stkcode":"000001","market":"SZ"})", "Dance"},
+        WrongQuestion{"NoCode", R"({"cmd":"TodayTrade","market":"SZ"})", "stkcode"},
+        WrongQuestion{"CodeAsNumber", R"({"cmd":"TodayTrade","stkcode":1,"market":"SZ"})", "stkcode"},
+        WrongQuestion{"NoMarket", R"({"cmd":"HolderCostPrice","stkcode":"000001"})", "market"},
+        WrongQuestion{"AnswersMarket", R"({"cmd":"HolderCostPrice","stkcode":"000001","market":"2"})",
+                      "market"},
+        WrongQuestion{"OtherMarket", R"({"cmd":"HolderCostPrice","stkcode":"00700","market":"HK"})",
+                      "market"},
+        WrongQuestion{"NoStart",
+                      R"({"cmd":"HistoryTrade","stkcode":"000001","market":"SZ","end":"20240101"})", "start"},
+        WrongQuestion{
+            "StartAsNumber",
+            R"({"cmd":"HistoryTrade","stkcode":"000001","market":"SZ","start":20240101,"end":"20240101"})",
+            "start"},
+        WrongQuestion{
+            "EndThatIsNoDate",
+            R"({"cmd":"HistoryTrade","stkcode":"000001","market":"SZ","start":"20240101","end":"20240231"})",
+            "end"}),
+    ByName());
+
+TEST_F(Answers, SurviveALedgerThatFails)
+{
+    Database(location()).run(QStringLiteral("DROP TABLE holding"));
+
+    const QJsonObject answer = ask(question("HolderCostPrice", bank()));
+
+    EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
+    EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(TradeAnswers::LedgerFailed));
+}
+
+} // namespace TradeModule
