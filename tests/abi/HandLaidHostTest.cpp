@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cfloat>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -71,6 +72,7 @@ struct Axis : Virtual
     std::vector<std::string> calls;
     std::vector<void *> updated;
     std::vector<std::string> popupLines;
+    int linesWithoutEnd = 0; ///< more than 0: so many lines, and no null pointer behind them
 };
 
 struct Painter : Virtual
@@ -112,8 +114,9 @@ void updateObject(void *self, void *object)
 int popupMenu(void *self, const char **lines, void *)
 {
     Axis &axis = log(self, "popupMenu");
-    while (*lines != nullptr) {
-        axis.popupLines.emplace_back(*lines++);
+    for (int line = 0; axis.linesWithoutEnd > 0 ? line < axis.linesWithoutEnd : lines[line] != nullptr;
+         ++line) {
+        axis.popupLines.emplace_back(lines[line]);
     }
     return -1;
 }
@@ -130,9 +133,11 @@ int xToBar(void *self, double x)
     return static_cast<int>(x);
 }
 
-void barAt(void *self, int bar, void *)
+void barAt(void *self, int bar, void *out)
 {
     log(self, "barAt " + std::to_string(bar));
+    const double close = 15.0;
+    std::memcpy(static_cast<unsigned char *>(out) + 32, &close, sizeof close);
 }
 
 const Table<27> &axisTable()
@@ -208,6 +213,8 @@ Record dayBar(std::int32_t date, double high)
     bar.fill(0xEE); // what the plug-in must not read
     put(bar, 0, date);
     put(bar, 16, high);
+    put(bar, 24, high - 2.0);
+    put(bar, 32, high - 1.0);
     return bar;
 }
 
@@ -328,6 +335,105 @@ TEST_F(HandLaidHost, DrivesTheBuySellPointsThroughTheirSlots)
     call<void>(overlay, 10, 1.0, 1.0);
     EXPECT_THAT(axis.calls, ElementsAre("xToBar", "barAt 1", "priceToY", "popupMenu"));
     EXPECT_THAT(axis.popupLines, ElementsAre("卖出\t09:30:15\t成交价:15.50\t成交量:300"));
+}
+
+/// A terminal that constructs the combined overlay in memory of its own, by the constructor's name, and
+/// drives the part of it that follows the QObject.
+class HandLaidHostConstructs : public HandLaidHost
+{
+protected:
+    void construct(const char *json)
+    {
+        memory.fill(0xEE);
+        const QFunctionPointer constructor =
+            library.resolve("_ZN17CChartTradeObjectC1ERN7Korvane10IChartAxisEPKc");
+        ASSERT_NE(constructor, nullptr) << library.errorString().toStdString();
+        reinterpret_cast<void (*)(void *, void *, const char *)>(constructor)(
+            memory.data(), static_cast<Virtual *>(&axis), json);
+        combined = memory.data() + qobjectSize;
+    }
+
+    ~HandLaidHostConstructs() override
+    {
+        if (combined != nullptr) {
+            call<bool>(combined, 3);
+            call<void>(combined, 0); // the memory is not the library's to free
+            EXPECT_EQ(RecordedBus::instance().endPointCount(), 0);
+        }
+    }
+
+    bool calcItOnTwoDays()
+    {
+        const std::vector<Record> bars = {dayBar(20240102, 16.0), dayBar(20240103, 17.0)};
+        const Record code = security(1, "600536", 77);
+        return call<bool, const void *, const void *, int, int, int, int>(combined, 4, code.data(),
+                                                                          bars.data(), 2, 4, 7, 8);
+    }
+
+    bool paintCombined() { return call<bool, void *>(combined, 8, static_cast<Virtual *>(&painter)); }
+
+    static constexpr std::size_t qobjectSize = 2 * sizeof(void *);
+    alignas(std::max_align_t) std::array<unsigned char, 4096> memory;
+    void *combined = nullptr;
+};
+
+TEST_F(HandLaidHostConstructs, TheCombinedCostLine)
+{
+    construct(R"({"type":0})");
+    EXPECT_EQ(call<int>(combined, 2), 3);
+    RecordedBus::instance().answerRequest = [](const RecordedBus::Message &) {
+        return QByteArray(R"({"costprice":"12.5"})");
+    };
+    EXPECT_TRUE(calcItOnTwoDays());
+    ASSERT_THAT(RecordedBus::instance().requests, SizeIs(1));
+    EXPECT_EQ(RecordedBus::instance().requests[0].payload,
+              "{\n    \"cmd\": \"HolderCostPrice\",\n    \"market\": \"SH\",\n    \"stkcode\": "
+              "\"600536\"\n}\n");
+
+    EXPECT_TRUE((call<bool>(combined, 5, 1, 2)));
+    int untouched = 42;
+    EXPECT_EQ(call<double>(combined, 6, &untouched), 12.5);
+    EXPECT_EQ(call<double>(combined, 7, &untouched), 12.5);
+    EXPECT_EQ(untouched, 42);
+
+    EXPECT_TRUE(paintCombined());
+    EXPECT_THAT(painter.calls,
+                ElementsAre("line 0 12.500000 1.000000", "label 持仓成本:12.50 at 12.500000 -1", "endPaint"));
+    EXPECT_EQ((call<int>(combined, 9, 0.0, 1000.0 - 12.5 + 5.0)), 0);
+    EXPECT_EQ((call<int>(combined, 9, 0.0, 1000.0 - 12.5 + 5.5)), -1);
+}
+
+TEST_F(HandLaidHostConstructs, TheCombinedTradeMarkers)
+{
+    construct(R"({"type":1})");
+    EXPECT_TRUE(calcItOnTwoDays());
+    ASSERT_THAT(RecordedBus::instance().sent, SizeIs(1));
+    RecordedBus::instance().deliver(
+        "TradeQuery",
+        R"({"cmd":"HistoryTrade","stkcode":"600536","data":[{"buy":true,"price":15.5,"vol":300}]})");
+    EXPECT_TRUE(calcItOnTwoDays());
+
+    EXPECT_TRUE((call<bool>(combined, 5, 1, 2)));
+    int untouched = 42;
+    EXPECT_EQ(call<double>(combined, 6, &untouched), 17.0);
+    EXPECT_EQ(call<double>(combined, 7, &untouched), 14.0);
+
+    EXPECT_TRUE(paintCombined());
+    EXPECT_THAT(painter.calls,
+                ElementsAre("markers 0 off 17.000000 0 1", "markers 0 off 17.000000 2 1",
+                            "markers 0 off 17.000000 4 1", "markers 0 off 15.000000 1 0",
+                            "markers 0 off 15.000000 3 0", "markers 0 off 15.000000 5 0", "endPaint"))
+        << "the trade stands on the bar before";
+    EXPECT_EQ((call<int>(combined, 9, 0.0, 1000.0 - 15.0)), 0);
+    EXPECT_EQ((call<int>(combined, 9, 1.0, 1000.0 - 16.0)), -1);
+
+    axis.calls.clear();
+    axis.linesWithoutEnd = 1;
+    for (int mouse = 10; mouse <= 14; ++mouse) {
+        call<void>(combined, mouse, 0.0, 1000.0 - 15.5);
+    }
+    EXPECT_THAT(axis.calls, ElementsAre("xToBar", "barAt 0", "priceToY", "popupMenu"));
+    EXPECT_THAT(axis.popupLines, ElementsAre("买入\t00:00:00\t成交价:15.50\t成交量:300"));
 }
 
 class HandLaidHostEnds : public HandLaidHost, public ::testing::WithParamInterface<const char *>

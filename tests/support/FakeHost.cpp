@@ -19,6 +19,7 @@ void FakeAxis::updateObject(Korvane::IChartObject *object)
 
 int FakeAxis::popupMenu(const char **lines, void *reserved)
 {
+    popupArray = lines;
     QStringList texts;
     for (int line = 0; popupHasTerminator ? lines[line] != nullptr : line < expectLines; ++line) {
         texts.append(QString::fromUtf8(lines[line]));

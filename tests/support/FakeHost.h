@@ -23,6 +23,7 @@ public:
     std::vector<Korvane::AnalyData> bars;
 
     std::vector<Korvane::IChartObject *> updated; ///< every updateObject()
+    const char **popupArray = nullptr;            ///< as handed over; valid inside onPopup
     std::vector<QStringList> popups;              ///< the lines of every pop-up
     std::vector<QByteArray> questions;            ///< every confirmBox()
     std::vector<QByteArray> messages;             ///< every showMessage()

@@ -2,6 +2,7 @@
 #include <tradechartobject/ChartObjectFactory.h>
 #include <tradechartobject/common/TradeVocabulary.h>
 #include <tradechartobject/objects/BSPoint.h>
+#include <tradechartobject/objects/CChartTradeObject.h>
 #include <tradechartobject/objects/PositionCost.h>
 
 #include <cstdio>
