@@ -1,5 +1,4 @@
-// The buy/sell points with many years of daily bars and many trades. Every benchmark checks first that
-// the overlay does what is timed.
+// The buy/sell points with many years of daily bars and many trades.
 #include "bench/support/Allocations.h"
 #include "bench/support/Paired.h"
 #include "tests/support/FakeHost.h"

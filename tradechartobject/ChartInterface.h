@@ -10,8 +10,7 @@
 //   3. calcRatio, maximizeValue, minimizeValue    while the host fits its price scale
 //   4. paintIt(painter)                           for every repaint
 //   5. hitTest, handleMouse...                    on user input, in pixels
-//   6. deleteObject()                             stops the overlay's timer; calls that still come are
-//   harmless
+//   6. deleteObject()                             stops the overlay; calls that still come change nothing
 //   7. the virtual destructor                     leaves the bus and frees everything
 //
 // docs/host-interface.md tells what each operation is called with.
@@ -28,7 +27,7 @@ class IChartObject;
 /// One bar of the chart. The host hands an array of them to calcIt(), oldest bar first.
 struct AnalyData
 {
-    /// Packed time stamp; common/BarTime.h decodes it.
+    /// Packed time stamp, see docs/host-interface.md.
     std::uint32_t time;
     unsigned char unread4[12];
     double high;  ///< highest price, in the currency of the security
@@ -43,7 +42,7 @@ struct tagCodeWithName
     /// The host's market number, -1 when no security is set; TradeChart::getMarketId() names it.
     std::int8_t market;
     char code[39]; ///< NUL-terminated ASCII security code
-    /// Identity word: it differs exactly when the chart has switched to another security.
+    /// Identity word: it differs exactly when the chart has switched to another security; never 0.
     std::int64_t identity;
     char name[32]; ///< NUL-terminated UTF-8 security name
 };
@@ -177,8 +176,8 @@ public:
     /// Stops the overlay's activity, to be called before destruction; returns true.
     virtual bool deleteObject() = 0;
     /// Recomputes for the security `code` and its `count` loaded bars (may be 0). Both are borrowed
-    /// for the call. `a` and `b` are the host's. False when the overlay does not serve the period or
-    /// could not send its query.
+    /// for the call. `a` and `b` are the host's. False from an overlay that does not draw on the period,
+    /// and from the buy/sell points when the bus refused their question.
     virtual bool calcIt(const tagCodeWithName &code, const AnalyData *bars, int count, Period period, int a,
                         int b) = 0;
     /// Hook of the host's scaling step.

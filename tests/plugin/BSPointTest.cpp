@@ -9,7 +9,7 @@
 #include <cfloat>
 #include <climits>
 #include <cmath>
-#include <limits>
+#include <cstring>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -79,15 +79,16 @@ protected:
         hear(Topic::TRADEQUERY, answer("TodayTrade", data));
     }
 
-    /// What is drawn on each bar: B, S, T for both, a blank for nothing.
+    /// What is drawn on each bar: B, S, T for both, a blank for nothing, # for two markers.
     std::string drawn()
     {
         paint();
         std::string marks(painter.barCount, ' ');
         for (const FakePainter::Call &call : painter.calls) {
             for (std::size_t bar = 0; bar < painter.barCount; ++bar) {
+                EXPECT_TRUE(call.values[bar] == 1.0 || std::isnan(call.values[bar]));
                 if (call.values[bar] == 1.0) {
-                    marks[bar] = "B S T"[call.ints[1]];
+                    marks[bar] = marks[bar] == ' ' ? "B S T"[call.ints[1]] : '#';
                 }
             }
         }
@@ -168,6 +169,24 @@ TEST_F(BSPointTest, DoesNothingMoreAfterDeleteObject)
 
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_THAT(axis.updated, IsEmpty());
+    EXPECT_TRUE(paint());
+    EXPECT_THAT(painter.calls, IsEmpty()) << "the bars held may no longer be the chart's";
+}
+
+TEST_F(BSPointTest, HearsNothingMoreWhileItIsDestroyed)
+{
+    createOnThreeDays();
+    bus().duringDisconnect = [] { hearHistory({{"B", "20240103", "9301500", "1", "1"}}); };
+    destroy();
+    EXPECT_THAT(axis.updated, IsEmpty());
+}
+
+TEST_F(BSPointTest, ReadsARefreshIntervalThatIsNoWholeNumberAsTheDefault)
+{
+    for (const QJsonValue &interval : {QJsonValue(QStringLiteral("3")), QJsonValue(3.5), QJsonValue(-3)}) {
+        create({{QStringLiteral("auto_refresh_time"), interval}});
+        EXPECT_EQ(timer()->interval(), 10000);
+    }
 }
 
 // Periods
@@ -184,15 +203,21 @@ TEST_P(BSPointPeriod, OtherThanTheDailyOneIsLeftAlone)
     EXPECT_FALSE(paint());
     EXPECT_THAT(painter.calls, IsEmpty());
     EXPECT_EQ(overlay->hitTest(0, anchorY(11)), -1);
+    EXPECT_EQ(axis.hostCalls, 0);
+    overlay->handleMousePress(0, 0);
+    EXPECT_THAT(axis.popups, IsEmpty());
     EXPECT_FALSE(overlay->isPaintItPeriod(static_cast<Korvane::Period>(GetParam())));
 }
 
 INSTANTIATE_TEST_SUITE_P(Periods, BSPointPeriod,
                          ::testing::Values(-1, 0, 1, 2, 3, 5, 6, 7, 8, 10, 11, 21, 22, 36));
 
-TEST_F(BSPointTest, PaintsOnTheDailyPeriod)
+TEST_F(BSPointTest, PaintsOnTheDailyPeriodAlsoWithoutBars)
 {
     EXPECT_TRUE(create().isPaintItPeriod(Korvane::DayPeriod));
+    calc(shanghai, {}, 4);
+    EXPECT_TRUE(paint());
+    EXPECT_THAT(painter.calls, SizeIs(3));
 }
 
 TEST_F(BSPointTest, KeepsWhatItShowsWhenAnotherPeriodIsRefused)
@@ -200,6 +225,11 @@ TEST_F(BSPointTest, KeepsWhatItShowsWhenAnotherPeriodIsRefused)
     createOnThreeDays();
     hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
     EXPECT_FALSE(overlay->calcIt(shenzhen, nullptr, 0, Korvane::IntradayPeriod, 0, 0));
+    EXPECT_EQ(drawn(), " B ");
+    EXPECT_TRUE(timer()->isActive());
+    EXPECT_THAT(listOn(1), SizeIs(1)) << "a click still finds its bar";
+    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_THAT(questions(), IsEmpty()) << "the security and the days are still known";
     EXPECT_EQ(drawn(), " B ");
 }
 
@@ -245,10 +275,10 @@ TEST_F(BSPointTest, KeepsTheMarksWithoutBars)
 {
     createOnThreeDays();
     hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
-    calc(shanghai, {}, 4);
-    painter.barCount = 3;
-    paint();
-    EXPECT_EQ(painter.calls[0].values[1], 1.0);
+    EXPECT_TRUE(calc(shanghai, {}, 4));
+    bus().takesMessages = false;
+    EXPECT_FALSE(calc(shanghai, {makeDayBar(20240201), makeDayBar(20240202), makeDayBar(20240205)}, 4));
+    EXPECT_EQ(drawn(), " B ") << "no calcIt has computed them anew";
 }
 
 TEST_F(BSPointTest, NeverAsksForTodaysTradesFromCalcIt)
@@ -265,8 +295,10 @@ TEST_F(BSPointTest, ReportsARefusedQuestionAndDoesNotRepeatItForTheSameDays)
 {
     const LogCapture log;
     create();
+    timer()->stop();
     bus().takesMessages = false;
     EXPECT_FALSE(calc(shanghai, threeDays, 4));
+    EXPECT_TRUE(timer()->isActive());
     bus().takesMessages = true;
     EXPECT_TRUE(calc(shanghai, threeDays, 4));
     EXPECT_THAT(questions(), IsEmpty());
@@ -282,6 +314,7 @@ TEST_F(BSPointTest, LeavesTheMarksWhenTheQuestionIsRefused)
         calc(shanghai,
              {makeDayBar(20240103), makeDayBar(20240104), makeDayBar(20240105), makeDayBar(20240108)}, 4));
     EXPECT_EQ(drawn(), "B   ") << "the mark stays on its bar number; the new bar has none";
+    EXPECT_THAT(painter.calls[0].prices, ElementsAre(11, 11, 11, 11));
 }
 
 TEST_F(BSPointTest, StaysInsideItsMarksWhenTheFirstQuestionIsRefused)
@@ -307,6 +340,12 @@ TEST_F(BSPointTest, ForgetsTheTradesWithTheSecurity)
     EXPECT_TRUE(questions()[0].contains(R"("stkcode":"000001")"));
     hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
     EXPECT_EQ(drawn(), "   ") << "a late answer for the security before";
+    hear(Topic::TRADEQUERY,
+         answer("HistoryTrade",
+                QJsonArray{fields({"S", "20240102", "9301500", "1", "1"}, "bizdate", "matchtime")},
+                "000001"));
+    EXPECT_EQ(drawn(), "S  ");
+    EXPECT_THAT(listOn(1), SizeIs(0));
 }
 
 TEST_F(BSPointTest, KnowsASecurityByItsIdentityWordOnly)
@@ -314,6 +353,18 @@ TEST_F(BSPointTest, KnowsASecurityByItsIdentityWordOnly)
     createOnThreeDays();
     calc(makeSecurity(0, "000001", 7001), threeDays, 4);
     EXPECT_THAT(questions(), IsEmpty());
+    hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
+    EXPECT_EQ(drawn(), " B ") << "the record that came first is kept";
+}
+
+TEST_F(BSPointTest, LetsARunningTimerRun)
+{
+    createOnThreeDays();
+    timer()->setInterval(3600000);
+    calc(shanghai, threeDays, 4);
+    EXPECT_EQ(timer()->interval(), 3600000);
+    calc(shenzhen, threeDays, 4);
+    EXPECT_EQ(timer()->interval(), 10000) << "stopped and started by the change of security";
 }
 
 TEST_F(BSPointTest, StopsItsTimerForANewSecurityWithoutBars)
@@ -332,7 +383,7 @@ TEST_F(BSPointTest, AsksForTodaysTradesWhenTheTimerEnds)
     create({{QStringLiteral("auto_refresh_time"), 1}});
     calc(shanghai, threeDays, 4);
     bus().sent.clear();
-    ASSERT_TRUE(waitFor([] { return questions().size() == 1; }));
+    ASSERT_TRUE(waitUntil([] { return questions().size() == 1; }));
     EXPECT_EQ(bus().sent[0].channel, "Global");
     EXPECT_EQ(bus().sent[0].topic, "TradeQuery");
     EXPECT_EQ(questions()[0],
@@ -346,18 +397,18 @@ TEST_F(BSPointTest, RefreshesAsFastAsAnswersComeWithAnIntervalOfZero)
 {
     create({{QStringLiteral("auto_refresh_time"), 0}});
     EXPECT_EQ(timer()->interval(), 0);
-    ASSERT_TRUE(waitFor([] { return questions().size() == 1; }));
+    ASSERT_TRUE(waitUntil([] { return questions().size() == 1; }));
     calc(shanghai, threeDays, 4);
-    ASSERT_TRUE(waitFor([] { return questions().size() == 3; })) << "the history question, then today's";
+    ASSERT_TRUE(waitUntil([] { return questions().size() == 3; })) << "the history question, then today's";
     hearToday({});
-    EXPECT_TRUE(waitFor([] { return questions().size() == 4; }));
+    EXPECT_TRUE(waitUntil([] { return questions().size() == 4; }));
 }
 
 TEST_F(BSPointTest, RestartsItsTimerAfterTodaysAnswerAlsoAnEmptyOne)
 {
     createOnThreeDays();
     for (const auto &rows : {std::vector<Row>{}, std::vector<Row>{{"B", "20240104", "9301500", "1", "2"}}}) {
-        timer()->stop();
+        timer()->start(3600000);
         hearToday(rows);
         EXPECT_TRUE(timer()->isActive());
         EXPECT_EQ(timer()->interval(), 10000);
@@ -371,8 +422,9 @@ TEST_F(BSPointTest, RestartsItsTimerAfterAnEmptyHistoryAnswerOnly)
     hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
     EXPECT_FALSE(timer()->isActive());
     axis.updated.clear();
+    timer()->start(3600000);
     hearHistory({});
-    EXPECT_TRUE(timer()->isActive());
+    EXPECT_EQ(timer()->interval(), 10000);
     EXPECT_THAT(axis.updated, IsEmpty());
 }
 
@@ -384,6 +436,67 @@ TEST_F(BSPointTest, AsksForTodaysTradesAfterANotificationInAnyLetterCase)
     hear(Topic::TRADENOTIFY, R"({"stkcode":"ABc1"})");
     ASSERT_THAT(questions(), SizeIs(1));
     EXPECT_TRUE(questions()[0].contains("TodayTrade"));
+}
+
+TEST_F(BSPointTest, WaitsForTheAnswerBeforeItsTimerRunsAgain)
+{
+    createOnThreeDays();
+    timer()->stop();
+    hear(Topic::TRADENOTIFY, QByteArray(R"({"stkcode":"600536"})"));
+    EXPECT_FALSE(timer()->isActive());
+    hearToday({});
+    EXPECT_TRUE(timer()->isActive());
+}
+
+TEST_F(BSPointTest, TakesAnswersInAnyLetterCaseOfTheCode)
+{
+    create();
+    calc(makeSecurity(1, "abC1", 5), threeDays, 4);
+    hear(Topic::TRADEQUERY,
+         answer("HistoryTrade",
+                QJsonArray{fields({"B", "20240102", "9301500", "1", "1"}, "bizdate", "matchtime")}, "ABc1"));
+    hear(Topic::TRADEQUERY,
+         answer("TodayTrade",
+                QJsonArray{fields({"S", "20240104", "9301500", "1", "1"}, "orderdate", "opertime")}, "aBC1"));
+    EXPECT_EQ(drawn(), "B S");
+}
+
+TEST_F(BSPointTest, IgnoresAnEmptyNotificationBeforeASecurityIsShown)
+{
+    create();
+    hear(Topic::TRADENOTIFY, QByteArray("{}"));
+    EXPECT_THAT(questions(), IsEmpty());
+}
+
+TEST_F(BSPointTest, SendsTheHistoryQuestionAlsoBeforeASecurityIsShown)
+{
+    create();
+    EXPECT_TRUE(overlay->sendQueryHistoryTradeInfoReq());
+    bus().takesMessages = false;
+    EXPECT_FALSE(overlay->sendQueryHistoryTradeInfoReq());
+    EXPECT_THAT(
+        questions(),
+        ElementsAre(
+            R"({"cmd":"HistoryTrade","end":"-1","market":"","screenId":"screen-1","start":"-1","stkcode":""})"));
+}
+
+TEST_F(BSPointTest, ReportsEveryAnswerAsHandled)
+{
+    create();
+    EXPECT_TRUE(overlay->handleQueryHistoryTradeInfoRes({}));
+    EXPECT_TRUE(overlay->handleQueryTodayTradeInfoRes({}));
+    EXPECT_TRUE(overlay->calcBSPointPriceInfo());
+}
+
+TEST_F(BSPointTest, TakesAnAnswerThatComesWhileTheQuestionIsSent)
+{
+    create();
+    bus().duringSend = [] {
+        bus().duringSend = nullptr;
+        hearHistory({{"B", "20240103", "9301500", "1", "1"}});
+    };
+    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_EQ(drawn(), " B ");
 }
 
 TEST_F(BSPointTest, SendsTodaysQuestionAlsoBeforeASecurityIsShown)
@@ -447,10 +560,15 @@ TEST_F(BSPointTest, TakesMissingRowsAsAnEmptyAnswer)
 {
     createOnThreeDays();
     for (const char *cmd : {"TodayTrade", "HistoryTrade"}) {
-        timer()->stop();
-        hear(Topic::TRADEQUERY, answer(cmd, QStringLiteral("no array")));
-        EXPECT_TRUE(timer()->isActive()) << cmd;
+        for (const QJsonValue &data : {QJsonValue(QJsonValue::Undefined), QJsonValue(QStringLiteral("x")),
+                                       QJsonValue(QJsonObject{{QStringLiteral("bsflag2"), 1}})}) {
+            timer()->stop();
+            hear(Topic::TRADEQUERY, answer(cmd, data));
+            EXPECT_TRUE(timer()->isActive()) << cmd;
+        }
     }
+    EXPECT_THAT(axis.updated, IsEmpty());
+    EXPECT_EQ(drawn(), "   ");
 }
 
 TEST_F(BSPointTest, TakesTheRowsOfAnAnswerThatCallsItselfAFailure)
@@ -555,6 +673,38 @@ TEST_F(BSPointTest, ReplacesTheDayByTodaysAnswer)
     EXPECT_THAT(axis.updated, SizeIs(2));
 }
 
+TEST_F(BSPointTest, ReplacesWhateverTheDayHeldByTodaysAnswerAndAddsHistoryToIt)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240104", "9301500", "1", "100"}, {"B", "20240104", "9301600", "1", "100"}});
+    hearToday({{"B", "20240104", "9301500", "1", "100"}});
+    EXPECT_THAT(listOn(2), SizeIs(1));
+    hearHistory({{"B", "20240104", "9301500", "1", "100"}});
+    EXPECT_THAT(listOn(2), SizeIs(2));
+}
+
+TEST_F(BSPointTest, MarksBeforeItAsksForTheRepaint)
+{
+    createOnThreeDays();
+    std::vector<std::string> seen;
+    axis.onUpdate = [&] {
+        seen.push_back(drawn());
+        calc(shanghai, threeDays, 4);
+    };
+    hearHistory({{"B", "20240102", "9301500", "1", "1"}});
+    hearToday({{"S", "20240104", "9301500", "1", "1"}});
+    EXPECT_THAT(seen, ElementsAre("B  ", "B S"));
+    EXPECT_EQ(drawn(), "B S");
+}
+
+TEST_F(BSPointTest, TurnsToAnotherSecurityInsideARepaintRequest)
+{
+    createOnThreeDays();
+    axis.onUpdate = [this] { calc(shenzhen, threeDays, 4); };
+    hearToday({{"S", "20240104", "9301500", "1", "1"}});
+    EXPECT_EQ(drawn(), "   ");
+}
+
 TEST_F(BSPointTest, StoresAllOfTodaysRowsUnderTheDayOfTheLastOne)
 {
     createOnThreeDays();
@@ -582,6 +732,26 @@ TEST_F(BSPointTest, OnlyAddsMarksBetweenTwoCalcIts)
     EXPECT_EQ(drawn(), " BT") << "the buy that was there is still marked";
     calc(shanghai, threeDays, 4);
     EXPECT_EQ(drawn(), " BS");
+}
+
+TEST_F(BSPointTest, KeepsTheMarkOfBothSidesBesideALaterOneUntilCalcIt)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240104", "9301500", "1", "100"}, {"S", "20240104", "9301500", "2", "100"}});
+    hearToday({{"B", "20240104", "9301500", "1", "100"}});
+    EXPECT_EQ(drawn(), "  #");
+    EXPECT_THAT(listOn(2), SizeIs(1));
+    calc(shanghai, threeDays, 4);
+    EXPECT_EQ(drawn(), "  B");
+}
+
+TEST_F(BSPointTest, ListsABuyUnderAMarkOfSells)
+{
+    createOnThreeDays();
+    hearHistory({{"S", "20240102", "9301500", "1", "100"}, {"B", "20240103", "9301500", "1", "100"}});
+    bus().takesMessages = false;
+    EXPECT_FALSE(calc(shanghai, {threeDays[1]}, 4)) << "the sell mark of the bar before stays";
+    EXPECT_EQ(listOn(0), QStringList{QStringLiteral("卖出\t09:30:15\t成交价:1.00\t成交量:100")});
 }
 
 TEST_F(BSPointTest, ListsUnderTheMarkerAsItStandsNotUnderTheTradesOwnSide)
@@ -613,6 +783,9 @@ TEST_P(BSPointSide, IsABuyForTheSingleLetterOnly)
     row.insert(QStringLiteral("bsflag2"), GetParam().sent);
     hear(Topic::TRADEQUERY, answer("HistoryTrade", QJsonArray{row}));
     EXPECT_EQ(drawn(), std::string(" ") + GetParam().drawn + " ");
+    row.insert(QStringLiteral("orderdate"), QStringLiteral("20240104"));
+    hear(Topic::TRADEQUERY, answer("TodayTrade", QJsonArray{row}));
+    EXPECT_EQ(drawn(), std::string(" ") + GetParam().drawn + GetParam().drawn);
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, BSPointSide,
@@ -679,6 +852,52 @@ TEST_F(BSPointTest, ReadsJsonNumbersAsZero)
     hear(Topic::TRADEQUERY, answer("HistoryTrade", QJsonArray{row}));
     EXPECT_EQ(listOn(1), QStringList{QStringLiteral("买入\t00:00:00\t成交价:0.00\t成交量:0")});
 }
+
+struct OddRow
+{
+    const char *name;
+    QJsonObject row;
+    const char *line;
+};
+
+class BSPointOddRow : public BSPointTest, public ::testing::WithParamInterface<OddRow>
+{
+};
+
+TEST_P(BSPointOddRow, StandsOnTheDayItsDateReadsAs)
+{
+    createOnThreeDays();
+    hear(Topic::TRADEQUERY, answer("HistoryTrade", QJsonArray{GetParam().row}));
+    calc(shanghai, {makeDayBar(0), makeDayBar(20240102)}, 4);
+    EXPECT_EQ(listOn(GetParam().row.value(QStringLiteral("bizdate")).toString() == QStringLiteral("20240102")
+                         ? 1
+                         : 0),
+              QStringList{QString::fromUtf8(GetParam().line)});
+}
+
+QJsonObject oddRow(const QJsonValue &date, const char *time, const char *price, const char *quantity)
+{
+    QJsonObject row = fields({"B", "", time, price, quantity}, "bizdate", "matchtime");
+    row.insert(QStringLiteral("bizdate"), date);
+    return row;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, BSPointOddRow,
+    ::testing::Values(
+        OddRow{"ADateAsANumber", oddRow(20240102, "9301500", "1", "1"),
+               "买入\t09:30:15\t成交价:1.00\t成交量:1"},
+        OddRow{"ADateBeyondAllRange", oddRow(QStringLiteral("99999999999"), "9301500", "1", "1"),
+               "买入\t09:30:15\t成交价:1.00\t成交量:1"},
+        OddRow{"ADateWithALetter", oddRow(QStringLiteral("20240102x"), "9301500", "1", "1"),
+               "买入\t09:30:15\t成交价:1.00\t成交量:1"},
+        OddRow{"APriceInWords", oddRow(QStringLiteral("20240102"), "9301500", "abc", "1"),
+               "买入\t09:30:15\t成交价:0.00\t成交量:1"},
+        OddRow{"APriceThatIsNoNumber", oddRow(QStringLiteral("20240102"), "9301500", "nan", "inf"),
+               "买入\t09:30:15\t成交价:nan\t成交量:inf"},
+        OddRow{"ATimeBelowZeroCutTowardsZero", oddRow(QStringLiteral("20240102"), "-150", "1", "1"),
+               "买入\t99:99:99\t成交价:1.00\t成交量:1"}),
+    ByName());
 
 // Painting
 
@@ -810,6 +1029,7 @@ TEST_F(BSPointTest, ListsAbsurdNumbersWhole)
     const QString line = listOn(0).value(0);
     EXPECT_TRUE(line.startsWith(QStringLiteral("买入\t")));
     EXPECT_GT(line.size(), 600);
+    EXPECT_TRUE(line.contains(QStringLiteral("\t47:48:36\t")));
     EXPECT_TRUE(line.contains(QStringLiteral(".00\t成交量:-1")));
 }
 
@@ -838,6 +1058,14 @@ TEST_F(BSPointTest, TellsTheHostWhichBarWasClicked)
     listOn(2);
     EXPECT_THAT(axis.barsAsked, ElementsAre(2));
     EXPECT_EQ(axis.hostCalls, 2) << "xToBar and priceToY";
+    EXPECT_THAT(axis.pricesAsked, ElementsAre(10.0)) << "the close";
+
+    axis.bars.clear();
+    axis.pricesAsked.clear();
+    listOn(2);
+    double filler = 0.0;
+    std::memset(&filler, 0x7A, sizeof filler);
+    EXPECT_THAT(axis.pricesAsked, ElementsAre(filler)) << "a host that fills nothing in";
 }
 
 TEST_F(BSPointTest, HandlesAClickWhateverItsHeight)
@@ -856,11 +1084,14 @@ TEST_F(BSPointTest, IgnoresTheOtherMouseOperations)
     createOnThreeDays();
     hearHistory({{"B", "20240102", "9301500", "10.5", "300"}});
     const double y = anchorY(11);
+    axis.hostCalls = 0;
     overlay->handleMousePressR(0, y);
     overlay->handleMouseRelease(0, y);
     overlay->handleMouseReleaseR(0, y);
     overlay->handleMouseMove(0, y);
     EXPECT_THAT(axis.popups, IsEmpty());
+    EXPECT_THAT(questions(), IsEmpty());
+    EXPECT_EQ(axis.hostCalls, 0);
 }
 
 TEST_F(BSPointTest, IgnoresWhatIsChosenFromTheList)
@@ -887,6 +1118,18 @@ TEST_F(BSPointTest, IsDestroyedByTheHostInsideThePopup)
     };
     overlay->handleMousePress(0, 0);
     EXPECT_EQ(bus().endPointCount(), 0);
+}
+
+TEST_F(BSPointTest, TakesAnAnswerWhileItsListIsOpen)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", "9301500", "10.5", "300"}});
+    axis.onPopup = [] {
+        hearToday({{"S", "20240102", "9301500", "1", "100"}});
+        return 0;
+    };
+    EXPECT_THAT(listOn(0), SizeIs(1));
+    EXPECT_EQ(drawn(), "T  ");
 }
 
 TEST_F(BSPointTest, IsDestroyedByTheHostInsideARepaintAfterTodaysAnswer)

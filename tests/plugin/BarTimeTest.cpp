@@ -15,6 +15,15 @@ Korvane::Period period(int number)
     return static_cast<Korvane::Period>(number);
 }
 
+std::int64_t barTime(std::uint32_t timeWord, Korvane::Period period)
+{
+    Korvane::AnalyData bar{};
+    bar.time = timeWord;
+    std::vector<std::int64_t> times;
+    decodeBarTimes(&bar, 1, period, times);
+    return times.at(0);
+}
+
 enum class Kind { Minute, Day, Neither };
 
 Kind kindOf(int number)

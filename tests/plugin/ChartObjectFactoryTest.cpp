@@ -41,6 +41,18 @@ TEST_F(ChartObjectFactoryTest, CreatesObjectsWithoutAParent)
     EXPECT_EQ(dynamic_cast<QObject *>(create(R"({"type":0})"))->parent(), nullptr);
 }
 
+TEST_F(ChartObjectFactoryTest, LeavesTheRefreshIntervalAtTenSeconds)
+{
+    create(R"({"type":0})");
+    object->calcIt(makeSecurity(1, "600536", 1), nullptr, 0, Korvane::DayPeriod, 0, 0);
+    EXPECT_EQ(dynamic_cast<QObject *>(object.get())->findChild<QTimer *>()->interval(), 10000);
+}
+
+TEST_F(ChartObjectFactoryTest, ReadsItsConfigurationAsUtf8)
+{
+    EXPECT_THAT(create(R"({"名":"成本","type":0})"), NotNull());
+}
+
 TEST_F(ChartObjectFactoryTest, HandsTheConfigurationToTheObject)
 {
     create(R"({"type":0,"auto_refresh_time":4})");
@@ -85,6 +97,7 @@ TEST_P(ChartObjectFactoryRefuses, WithNullAndOneCriticalLine)
         log.lines(QtCriticalMsg),
         ElementsAre(QStringLiteral("Unknown algorithmType in CreateChartObject(), algorithmType is : ") +
                     QLatin1String(GetParam().logged)));
+    EXPECT_EQ(log.all().at(0).category, QStringLiteral("default"));
     EXPECT_THAT(RecordedBus::instance().operations, IsEmpty());
 }
 
@@ -97,8 +110,9 @@ INSTANTIATE_TEST_SUITE_P(
                       UnknownType{"ATypeWithAFraction", R"({"type":0.5})", "-1"},
                       UnknownType{"AnObjectWithoutType", R"({"auto_refresh_time":3})", "-1"},
                       UnknownType{"AnArray", R"([{"type":0}])", "-1"},
-                      UnknownType{"BrokenJson", R"({"type":0)", "-1"}, UnknownType{"AnEmptyText", "", "-1"},
-                      UnknownType{"ANullText", nullptr, "-1"}),
+                      UnknownType{"BrokenJson", R"({"type":0)", "-1"},
+                      UnknownType{"TrailingWords", R"({"type":0} x)", "-1"},
+                      UnknownType{"AnEmptyText", "", "-1"}, UnknownType{"ANullText", nullptr, "-1"}),
     ByName());
 
 } // namespace

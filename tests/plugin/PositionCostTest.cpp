@@ -10,7 +10,6 @@
 #include <cmath>
 #include <limits>
 
-using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
@@ -115,6 +114,22 @@ TEST_F(PositionCostTest, SurvivesARefreshIntervalThatNoTimerCanCount)
     EXPECT_EQ(timer()->interval(), 2147483647);
 }
 
+TEST_F(PositionCostTest, ReadsARefreshIntervalThatNoTimeCanPassInAsTheDefault)
+{
+    for (const QJsonValue &interval : {QJsonValue(-1), QJsonValue(-2147483647), QJsonValue(3.5)}) {
+        create({{QStringLiteral("auto_refresh_time"), interval}});
+        calc(shanghai, threeDays, 4);
+        EXPECT_EQ(timer()->interval(), 10000);
+    }
+}
+
+TEST_F(PositionCostTest, TakesARefreshIntervalOfZeroAtItsWord)
+{
+    create({{QStringLiteral("auto_refresh_time"), 0}});
+    calc(shanghai, threeDays, 4);
+    EXPECT_EQ(timer()->interval(), 0);
+}
+
 TEST_F(PositionCostTest, IsAPluginObjectForTheHost)
 {
     EXPECT_EQ(create().type(), 3);
@@ -147,10 +162,59 @@ TEST_F(PositionCostTest, DoesNothingMoreAfterDeleteObject)
     EXPECT_TRUE(calc(shenzhen, threeDays, 4));
     hearCost(QStringLiteral("60"));
 
+    overlay->sendQueryPositionCostReq();
+
     EXPECT_THAT(questions(), SizeIs(1));
     EXPECT_THAT(axis.updated, IsEmpty());
-    EXPECT_TRUE(paint());
     EXPECT_EQ(overlay->hitTest(0, axis.yOf(50)), 0);
+}
+
+TEST_F(PositionCostTest, DrawsNoShorterLineForBarsThatCameAfterDeleteObject)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    overlay->deleteObject();
+    calc(shanghai, std::vector<Korvane::AnalyData>(5, makeDayBar(20240105)), 4);
+    EXPECT_TRUE(paint());
+    ASSERT_THAT(painter.calls, SizeIs(1));
+    EXPECT_EQ(painter.calls[0].kind, FakePainter::Call::EndPaint);
+}
+
+TEST_F(PositionCostTest, HearsNothingMoreWhileItIsDestroyed)
+{
+    createOnShanghai();
+    bus().duringDisconnect = [] { hearCost(QStringLiteral("50")); };
+    destroy();
+    EXPECT_THAT(axis.updated, IsEmpty());
+}
+
+TEST_F(PositionCostTest, IsRecomputedAndPaintedInsideARepaintRequest)
+{
+    createOnShanghai();
+    std::optional<double> drawn;
+    axis.onUpdate = [&] {
+        calc(shanghai, threeDays, 4);
+        drawn = drawnCost();
+    };
+    hearCost(QStringLiteral("50"));
+    EXPECT_EQ(drawn, 50.0);
+    EXPECT_THAT(questions(), SizeIs(1));
+}
+
+TEST_F(PositionCostTest, TurnsToAnotherSecurityInsideARepaintRequest)
+{
+    createOnShanghai();
+    axis.onUpdate = [this] { calc(shenzhen, threeDays, 4); };
+    hearCost(QStringLiteral("50"));
+    EXPECT_EQ(drawnCost(), std::nullopt);
+}
+
+TEST_F(PositionCostTest, IsEndedInsideARepaintRequest)
+{
+    createOnShanghai();
+    axis.onUpdate = [this] { overlay->deleteObject(); };
+    hearCost(QStringLiteral("50"));
+    EXPECT_EQ(timer(), nullptr);
 }
 
 TEST_F(PositionCostTest, IsDestroyedByTheHostInsideARepaintRequest)
@@ -179,6 +243,8 @@ TEST_F(PositionCostTest, AsksAgainOnlyForAnotherIdentityWord)
     calc(shanghai, threeDays, 4);
     calc(makeSecurity(0, "000001", 7001), threeDays, 4);
     EXPECT_THAT(questions(), SizeIs(1)) << "code and market alone do not make another security";
+    hearCost(QStringLiteral("50"));
+    EXPECT_EQ(drawnCost(), 50.0) << "nor are they taken over";
     calc(shenzhen, threeDays, 4);
     EXPECT_EQ(questions().back(),
               R"({"cmd":"HolderCostPrice","market":"SZ","screenId":"screen-1","stkcode":"000001"})");
@@ -190,6 +256,22 @@ TEST_F(PositionCostTest, AsksNothingWhileTheMarketNumberIsMinusOne)
     calc(makeSecurity(-1, "600536", 9), threeDays, 4);
     overlay->sendQueryPositionCostReq();
     EXPECT_THAT(questions(), IsEmpty());
+    EXPECT_TRUE(timer()->isActive());
+}
+
+TEST_F(PositionCostTest, TakesAnIdentityWordOfZeroForNoSecurityYet)
+{
+    create();
+    EXPECT_TRUE(calc(makeSecurity(1, "600536", 0), threeDays, 4));
+    EXPECT_THAT(questions(), IsEmpty());
+}
+
+TEST_F(PositionCostTest, TakesAMissingScreenIdAsAnEmptyOne)
+{
+    axis.hasScreenId = false;
+    createOnShanghai();
+    EXPECT_THAT(questions(),
+                ElementsAre(R"({"cmd":"HolderCostPrice","market":"SH","screenId":"","stkcode":"600536"})"));
 }
 
 TEST_F(PositionCostTest, AsksWithAnEmptyMarketForANumberWithoutACode)
@@ -207,6 +289,7 @@ TEST_F(PositionCostTest, SendsTheScreenIdAsUtf8)
     EXPECT_EQ(
         QJsonDocument::fromJson(questions().at(0)).object().value(QStringLiteral("screenId")).toString(),
         QStringLiteral("屏幕 1"));
+    EXPECT_TRUE(bus().operations.contains(QStringLiteral("subscribe list 屏幕 1 TradeNotify,TradeQuery")));
 }
 
 TEST_F(PositionCostTest, ReadsACodeWithoutItsEndNoFurtherThanTheRecord)
@@ -239,28 +322,40 @@ TEST_F(PositionCostTest, KeepsSilentWhenTheBusRefusesTheQuestion)
     bus().takesMessages = false;
     createOnShanghai();
     EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
-    EXPECT_TRUE(timer()->isActive()) << "the timer is the only retry";
+    EXPECT_TRUE(timer()->isActive());
+}
+
+TEST_F(PositionCostTest, AsksAgainAfterARefusalOnlyWhenTheTimerEnds)
+{
+    bus().takesMessages = false;
+    create({{QStringLiteral("auto_refresh_time"), 1}});
+    calc(shanghai, threeDays, 4);
+    bus().takesMessages = true;
+    calc(shanghai, threeDays, 4);
+    EXPECT_THAT(questions(), IsEmpty());
+    EXPECT_TRUE(waitUntil([] { return questions().size() == 1; }));
 }
 
 TEST_F(PositionCostTest, AsksOncePerCalcItWhenTheTimerEnds)
 {
     create({{QStringLiteral("auto_refresh_time"), 1}});
     calc(shanghai, threeDays, 4);
-    ASSERT_TRUE(waitFor([] { return questions().size() == 2; }));
+    ASSERT_TRUE(waitUntil([] { return questions().size() == 2; }));
     EXPECT_FALSE(timer()->isActive()) << "nobody has redrawn since";
     calc(shanghai, threeDays, 4);
     EXPECT_THAT(questions(), SizeIs(2));
     EXPECT_TRUE(timer()->isActive());
-    EXPECT_TRUE(waitFor([] { return questions().size() == 3; }));
+    EXPECT_TRUE(waitUntil([] { return questions().size() == 3; }));
 }
 
 TEST_F(PositionCostTest, LetsARunningTimerRun)
 {
     createOnShanghai();
     const int left = timer()->remainingTime();
-    ASSERT_TRUE(waitFor([&] { return timer()->remainingTime() < left - 20; }));
+    ASSERT_TRUE(waitUntil([&] { return timer()->remainingTime() < left - 20; }));
     const int leftNow = timer()->remainingTime();
     calc(shanghai, threeDays, 4);
+    calc(shenzhen, threeDays, 4);
     EXPECT_LE(timer()->remainingTime(), leftNow);
 }
 
@@ -294,7 +389,7 @@ TEST_P(PositionCostIgnores, AndKeepsItsCost)
     hear(GetParam().topic, QByteArray(GetParam().payload));
     EXPECT_EQ(drawnCost(), 50.0);
     EXPECT_THAT(axis.updated, IsEmpty());
-    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_THAT(log.all(), IsEmpty());
 }
 
 #define COST_DATA(market, code)                                                                              \
@@ -312,6 +407,8 @@ INSTANTIATE_TEST_SUITE_P(
         IgnoredMessage{"WithTheCommandInOtherCase", "TradeQuery",
                        R"({"cmd":"holdercostprice",)" COST_DATA("1", "600536")},
         IgnoredMessage{"WithoutACommand", "TradeQuery", "{" COST_DATA("1", "600536")},
+        IgnoredMessage{"WithTheCommandAsANumber", "TradeQuery", R"({"cmd":1,)" COST_DATA("1", "600536")},
+        IgnoredMessage{"WhoseDataIsAText", "TradeQuery", R"({"cmd":"HolderCostPrice","data":"600536"})"},
         IgnoredMessage{"ThatAreAnEmptyObject", "TradeQuery", "{}"},
         IgnoredMessage{"ThatAreAnArray", "TradeQuery", "[]"},
         IgnoredMessage{"ThatAreNoJson", "TradeQuery", "{\"cmd\":\"HolderCostPrice\","},
@@ -364,11 +461,22 @@ INSTANTIATE_TEST_SUITE_P(Numbers, PositionCostMarket,
                                            MarketMatch{"ShanghaiIsOne", 1, "1", true},
                                            MarketMatch{"ShanghaiIsNotTwo", 1, "2", false},
                                            MarketMatch{"ShanghaiIsOneAfterSixteenBits", 1, "65537", true},
+                                           MarketMatch{"ShanghaiIsOneBelowZeroToo", 1, "-65535", true},
+                                           MarketMatch{"HexadecimalIsNone", 1, "0x1", false},
                                            MarketMatch{"ANumberBeyondAllRangeIsNone", 1, "99999999999",
                                                        false},
                                            MarketMatch{"HongKongHasNone", 2, "2", false},
                                            MarketMatch{"AMarketWithoutCodeNeverMatches", 12, "0", false}),
                          ByName());
+
+TEST_F(PositionCostTest, IgnoresAnswersBeforeASecurityCame)
+{
+    create();
+    hear(Topic::TRADEQUERY, answer(holding("", "0", QStringLiteral("50"))));
+    hearCost(QStringLiteral("50"));
+    EXPECT_THAT(axis.updated, IsEmpty());
+    EXPECT_EQ(overlay->hitTest(0, axis.yOf(50)), -1);
+}
 
 TEST_F(PositionCostTest, ComparesCodesWithoutRegardToLetterCase)
 {
@@ -510,6 +618,7 @@ TEST_F(PositionCostTest, OnlyEndsThePaintWithoutBars)
 {
     create();
     EXPECT_TRUE(calc(shanghai, {}, 4));
+    EXPECT_TRUE(timer()->isActive());
     hearCost(QStringLiteral("50"));
     EXPECT_TRUE(paint());
     EXPECT_THAT(painter.calls, SizeIs(1));
@@ -520,6 +629,23 @@ TEST_F(PositionCostTest, OnlyEndsThePaintBeforeAnAnswer)
     createOnShanghai();
     EXPECT_TRUE(paint());
     EXPECT_THAT(painter.calls, SizeIs(1));
+}
+
+TEST_F(PositionCostTest, IsDrawnOnMinutes)
+{
+    create();
+    calc(shanghai, {makeMinuteBar(20240102, 930), makeMinuteBar(20240102, 931)}, 21);
+    hearCost(QStringLiteral("50"));
+    EXPECT_EQ(drawnCost(), 50.0);
+}
+
+TEST_F(PositionCostTest, DrawsACostOfWordsOnlyWhereZeroIsVisible)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("none"));
+    EXPECT_EQ(drawnCost(), 0.0);
+    axis.low = 1.0;
+    EXPECT_EQ(drawnCost(), std::nullopt);
 }
 
 TEST_F(PositionCostTest, IsDrawnOnAPeriodOfNeitherKind)
@@ -577,6 +703,9 @@ TEST_F(PositionCostTest, IsNotHitWithoutACost)
     createOnShanghai();
     EXPECT_EQ(overlay->hitTest(0, axis.yOf(50)), -1);
     EXPECT_EQ(overlay->hitTest(0, nan), -1);
+    hearCost(QStringLiteral("50"));
+    axis.pixelsPerUnit = nan;
+    EXPECT_EQ(overlay->hitTest(0, 0), -1) << "a host without a scale";
 }
 
 TEST_F(PositionCostTest, IgnoresTheMouse)
@@ -584,6 +713,7 @@ TEST_F(PositionCostTest, IgnoresTheMouse)
     createOnShanghai();
     hearCost(QStringLiteral("50"));
     axis.updated.clear();
+    axis.hostCalls = 0;
     overlay->handleMousePress(0, axis.yOf(50));
     overlay->handleMousePressR(0, axis.yOf(50));
     overlay->handleMouseRelease(0, axis.yOf(50));
@@ -592,6 +722,12 @@ TEST_F(PositionCostTest, IgnoresTheMouse)
     EXPECT_THAT(questions(), SizeIs(1));
     EXPECT_THAT(axis.updated, IsEmpty());
     EXPECT_THAT(axis.popups, IsEmpty());
+    EXPECT_THAT(axis.questions, IsEmpty());
+    EXPECT_THAT(axis.messages, IsEmpty());
+    EXPECT_EQ(axis.hostCalls, 0);
 }
+
+static_assert(std::is_nothrow_destructible_v<PositionCost>,
+              "what the bus client throws must not reach the host");
 
 } // namespace

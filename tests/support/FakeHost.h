@@ -28,6 +28,7 @@ public:
     std::vector<QByteArray> questions;            ///< every confirmBox()
     std::vector<QByteArray> messages;             ///< every showMessage()
     std::vector<int> barsAsked;                   ///< every barAt()
+    std::vector<double> pricesAsked;              ///< every priceToY()
     int hostCalls = 0;                            ///< number of coordinate conversions
 
     std::function<void()> onUpdate;
@@ -35,14 +36,15 @@ public:
     std::function<bool()> onConfirm = [] { return false; };
     std::function<void()> onMessage;
     std::function<int(double)> barUnder; ///< in place of the usual xToBar()
-    bool popupHasTerminator = true;      ///< false: only the lines that expectLines tells are read
+    bool hasScreenId = true;
+    bool popupHasTerminator = true; ///< false: only the lines that expectLines tells are read
     int expectLines = 0;
 
     double yOf(double price) const { return (high - price) * pixelsPerUnit; }
 
     int chartMode() override { return mode; }
     bool visiblePriceRange(double &lowest, double &highest) override;
-    const char *screenId() override { return screen.constData(); }
+    const char *screenId() override { return hasScreenId ? screen.constData() : nullptr; }
     double markerSize() override { return markerPixels; }
     void updateObject(Korvane::IChartObject *object) override;
     int popupMenu(const char **lines, void *reserved) override;

@@ -29,7 +29,7 @@ std::vector<QString> LogCapture::lines(QtMsgType type) const
     return found;
 }
 
-void LogCapture::collect(QtMsgType type, const QMessageLogContext &, const QString &text)
+void LogCapture::collect(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    s_active->m_lines.push_back({type, text});
+    s_active->m_lines.push_back({type, text, QString::fromLatin1(context.category)});
 }

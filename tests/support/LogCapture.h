@@ -20,10 +20,14 @@ public:
     {
         QtMsgType type;
         QString text;
+        QString category;
     };
 
     /// The lines of one level, oldest first.
     std::vector<QString> lines(QtMsgType type) const;
+
+    /// Every line of every level.
+    const std::vector<Line> &all() const { return m_lines; }
 
 private:
     static void collect(QtMsgType type, const QMessageLogContext &context, const QString &text);

@@ -3,7 +3,7 @@
 #include "tests/support/FakeHost.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/RecordedBus.h"
-#include "tests/support/WaitFor.h"
+#include "tests/support/WaitUntil.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,7 @@
 #include "tests/support/TestBroker.h"
 
+#include "tests/support/WaitUntil.h"
+
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -39,22 +41,6 @@ bool answers(const QString &socketPath)
 }
 
 } // namespace
-
-bool waitUntil(const std::function<bool()> &condition, int milliseconds)
-{
-    const QDeadlineTimer deadline(milliseconds);
-    QEventLoop loop;
-    QTimer pulse; // for conditions that no event of this thread brings about
-    pulse.start(5);
-    while (!condition()) {
-        if (deadline.hasExpired()) {
-            return false;
-        }
-        loop.processEvents(QEventLoop::WaitForMoreEvents);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    return true;
-}
 
 TestBroker::TestBroker(Begin begin)
     : m_configuration{QStringLiteral("allow_anonymous true"),

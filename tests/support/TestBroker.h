@@ -1,11 +1,11 @@
 #pragma once
 
+#include "tests/support/WaitUntil.h"
+
 #include <QProcess>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
-
-#include <functional>
 
 /// A real broker of the test's own: mosquitto on a Unix socket in a temporary directory, with the
 /// faults a test needs. Ended, by its process id, when the object goes.
@@ -56,6 +56,3 @@ private:
     QProcess m_process;
     QString m_log;
 };
-
-/// Runs the event loop until `condition` holds; false when it does not within `milliseconds`.
-bool waitUntil(const std::function<bool()> &condition, int milliseconds = 20000);

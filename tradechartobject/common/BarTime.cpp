@@ -24,7 +24,7 @@ std::int64_t minuteStampTime(std::uint32_t stamp)
     const std::int64_t year = firstStampYear + (stamp >> 27U);
     const std::int64_t monthDay = (stamp >> 16U) & 0x7FFU;
     const std::int64_t minutes = stamp & 0xFFFFU;
-    return (year * 10000 + monthDay) * 1000000 + minutes / 60 * 10000 + minutes % 60 * 100;
+    return dateTime(year * 10000 + monthDay, minutes / 60 * 10000 + minutes % 60 * 100);
 }
 
 } // namespace
@@ -37,14 +37,6 @@ bool isMinutePeriod(Korvane::Period period)
 bool isDayPeriod(Korvane::Period period)
 {
     return isOneOf(dayPeriods, period);
-}
-
-std::int64_t barTime(std::uint32_t timeWord, Korvane::Period period)
-{
-    if (isMinutePeriod(period)) {
-        return minuteStampTime(timeWord);
-    }
-    return isDayPeriod(period) ? dayBarTime(timeWord) : 0;
 }
 
 void decodeBarTimes(const Korvane::AnalyData *bars, int count, Korvane::Period period,

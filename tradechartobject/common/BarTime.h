@@ -17,14 +17,22 @@ bool isMinutePeriod(Korvane::Period period);
 /// True for the periods whose bars carry a date.
 bool isDayPeriod(Korvane::Period period);
 
-/// Date-time of a bar: its minute with second 00 for minute periods, the last second of its day for
-/// day periods, 0 for periods of neither kind.
-std::int64_t barTime(std::uint32_t timeWord, Korvane::Period period);
+/// The date-time of a day, yyyymmdd, and a time, hhmmss.
+constexpr std::int64_t dateTime(std::int64_t day, std::int64_t time)
+{
+    return day * 1000000 + time;
+}
 
-/// Date-time of a bar of a day period, for loops that know their period.
+/// yyyymmdd of a date-time.
+constexpr std::int64_t tradingDay(std::int64_t dateTime)
+{
+    return dateTime / 1000000;
+}
+
+/// Date-time of a bar of a day period: the last second of its day.
 constexpr std::int64_t dayBarTime(std::uint32_t date)
 {
-    return static_cast<std::int32_t>(date) * std::int64_t{1000000} + 235959;
+    return dateTime(static_cast<std::int32_t>(date), 235959);
 }
 
 /// Number of bars that a host's `count` stands for: none below zero or without `bars`.
@@ -33,14 +41,9 @@ inline std::size_t usableBarCount(const Korvane::AnalyData *bars, int count)
     return bars == nullptr || count < 0 ? 0 : static_cast<std::size_t>(count);
 }
 
-/// Replaces `times` by the date-times of the usable bars, in the bars' order.
+/// Replaces `times` by the date-times of the usable bars, in the bars' order: the minute of a bar with
+/// second 00 for minute periods, the last second of its day for day periods, 0 for periods of neither kind.
 void decodeBarTimes(const Korvane::AnalyData *bars, int count, Korvane::Period period,
                     std::vector<std::int64_t> &times);
-
-/// yyyymmdd of a date-time.
-constexpr std::int64_t tradingDay(std::int64_t dateTime)
-{
-    return dateTime / 1000000;
-}
 
 } // namespace TradeChart

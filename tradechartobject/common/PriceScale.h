@@ -5,8 +5,8 @@
 
 namespace TradeChart {
 
-/// The neutral highest value is the smallest positive normal double, not the most negative one:
-/// every price is above it, and hosts know it by this value.
+/// The neutral highest value: the smallest positive normal double, not the most negative one. Every
+/// price is above it.
 constexpr double neutralMaximum = std::numeric_limits<double>::min();
 
 /// The neutral lowest value: every price is below it.

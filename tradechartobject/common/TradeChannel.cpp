@@ -29,7 +29,9 @@ int toMilliseconds(int seconds)
 
 int refreshSeconds(const QJsonObject &config)
 {
-    return config.value(QLatin1String(TradeKeyFields::AUTOREFRESHTIME)).toInt(defaultRefreshSeconds);
+    const int seconds =
+        config.value(QLatin1String(TradeKeyFields::AUTOREFRESHTIME)).toInt(defaultRefreshSeconds);
+    return seconds < 0 ? defaultRefreshSeconds : seconds;
 }
 
 void joinTerminalBus(LocalCommunication::EndPoint &endPoint)
@@ -46,6 +48,12 @@ void subscribeScreen(LocalCommunication::EndPoint &endPoint, Korvane::IChartAxis
 void subscribeGlobal(LocalCommunication::EndPoint &endPoint)
 {
     endPoint.subscribe(globalChannel, QList<QByteArray>{Topic::TRADENOTIFY, Topic::TRADEQUERY});
+}
+
+void leave(LocalCommunication::EndPoint &endPoint, const QObject *overlay)
+{
+    QObject::disconnect(&endPoint, nullptr, overlay, nullptr);
+    endPoint.disconnect();
 }
 
 void restart(QTimer *timer, int seconds)
@@ -124,6 +132,12 @@ std::optional<QJsonObject> parseObject(const QByteArray &payload)
     return document.isObject() ? std::make_optional(document.object()) : std::nullopt;
 }
 
+std::optional<QJsonObject> parseMessage(const QByteArray &payload)
+{
+    auto message = parseObject(payload);
+    return message && !message->isEmpty() ? message : std::nullopt;
+}
+
 bool isCommand(const QJsonObject &message, const char *command)
 {
     return message.value(QLatin1String(TradeKeyFields::CMD)).toString() == QLatin1String(command);
@@ -138,7 +152,7 @@ bool isAbout(const QJsonObject &message, const Korvane::tagCodeWithName &securit
 QString answerMarketCode(const QJsonObject &answer)
 {
     const QString number = answer.value(QLatin1String(TradeKeyFields::MARKET)).toString();
-    // Markets are 16-bit numbers on the wire; a larger one wraps as it does for the trading module.
+    // Only the low 16 bits of the number count.
     switch (static_cast<std::int16_t>(number.toInt())) {
     case 1:
         return QStringLiteral("SH");

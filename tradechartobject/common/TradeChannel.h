@@ -16,11 +16,16 @@
 #include <optional>
 
 namespace TradeChart {
+
+static_assert(sizeof(LocalCommunication::EndPoint) == sizeof(QObject) + sizeof(void *),
+              "overlays hold the bus client by value: a terminal's own one must be of this size");
+
 namespace TradeChannel {
 
 // Set-up
 
-/// Refresh interval in seconds from the overlay's configuration; 10 when it does not name one.
+/// Refresh interval in seconds from the overlay's configuration; 10 when it does not name one that
+/// time can pass in.
 int refreshSeconds(const QJsonObject &config);
 
 /// A single-shot timer, child of `overlay`, that calls the member function `query` when it ends.
@@ -50,6 +55,11 @@ void subscribeScreen(LocalCommunication::EndPoint &endPoint, Korvane::IChartAxis
 /// Subscribes notifications and answers on the channel that everybody hears: for an overlay whose
 /// questions name no screen. It hears the questions of all others there, too.
 void subscribeGlobal(LocalCommunication::EndPoint &endPoint);
+
+// End
+
+/// Leaves the bus. From here on `overlay` hears nothing, not even what the bus client still had.
+void leave(LocalCommunication::EndPoint &endPoint, const QObject *overlay);
 
 // Refresh timer. A null timer, which is what an overlay has left after deleteObject(), is ignored.
 
@@ -90,8 +100,11 @@ std::optional<QJsonObject> ask(LocalCommunication::EndPoint &endPoint, const QBy
 
 // Answers
 
-/// The JSON object of a message; none when the payload is anything else.
-std::optional<QJsonObject> parseObject(const QByteArray &payload);
+/// The JSON object of a text; none when it is anything else.
+std::optional<QJsonObject> parseObject(const QByteArray &json);
+
+/// The JSON object of a message that came over the bus; an empty one says nothing and counts as none.
+std::optional<QJsonObject> parseMessage(const QByteArray &payload);
 
 /// True when the message's "cmd" is `command`, letter case included.
 bool isCommand(const QJsonObject &message, const char *command);

@@ -22,7 +22,7 @@ enum MarkerStyle : int {
 enum MarkerVariant : int { BelowTheBar = 0, AboveTheBar = 1 };
 
 /// Which trades a marker stands for.
-enum class MarkerKind { None, Buys, Sells, Both };
+enum class TradeMarker { None, Buys, Sells, Both };
 
 /// The marks of one row of markers, borrowed from the overlay that owns them. A bar whose marks are
 /// merged carries at most one of the three.
@@ -34,15 +34,15 @@ struct TradeMarks
 };
 
 /// The marker on `bar`, the one for both sides first; None also for an index outside the bars.
-inline MarkerKind markerOn(const TradeMarks &marks, int bar)
+inline TradeMarker markerOn(const TradeMarks &marks, int bar)
 {
     if (isMarked(marks.both, bar)) {
-        return MarkerKind::Both;
+        return TradeMarker::Both;
     }
     if (isMarked(marks.buys, bar)) {
-        return MarkerKind::Buys;
+        return TradeMarker::Buys;
     }
-    return isMarked(marks.sells, bar) ? MarkerKind::Sells : MarkerKind::None;
+    return isMarked(marks.sells, bar) ? TradeMarker::Sells : TradeMarker::None;
 }
 
 /// Turns a buy and a sell marker on the same bar into one marker for both. Requires a bar of the marks.

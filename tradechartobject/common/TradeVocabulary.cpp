@@ -6,7 +6,6 @@
 #include <cmath>
 #include <iomanip>
 #include <iterator>
-#include <locale>
 #include <sstream>
 
 namespace TradeChart {
@@ -162,16 +161,20 @@ std::int64_t currentDate()
     return today.year() * 10000 + today.month() * 100 + today.day();
 }
 
+namespace {
+
+constexpr unsigned int mostDecimals = 1100; // no double has more
+
+} // namespace
+
 template <typename T>
 T round(T value, unsigned int digits)
 {
     if (!std::isfinite(value)) {
         return value;
     }
-    // The host's global locale may group digits; prices are read back as plain decimals.
     std::stringstream text;
-    text.imbue(std::locale::classic());
-    text << std::fixed << std::setprecision(static_cast<int>(digits)) << value;
+    text << std::fixed << std::setprecision(static_cast<int>(std::min(digits, mostDecimals))) << value;
     T rounded{};
     text >> rounded;
     return rounded;

@@ -100,7 +100,7 @@ TRADECHARTOBJECT_EXPORT const char *getOrderStatusTxt(QString code);
 } // namespace OrderStatus
 
 /// The trading module's market code for the host's market number, e.g. 0 "SZ", 1 "SH"; empty for
-/// a number that has none. Answers number markets differently: see TradeChannel.h.
+/// a number that has none. Answers number markets in another way: see docs/vocabulary.md.
 TRADECHARTOBJECT_EXPORT QString getMarketId(short market);
 
 /// Today's local date as yyyymmdd.
@@ -118,4 +118,4 @@ TRADECHARTOBJECT_EXPORT QString toBsFlag(QString bsflag2);
 
 } // namespace TradeChart
 
-using TradeChart::toBsFlag;
+using TradeChart::toBsFlag; // programs around the plug-in say it without the namespace

@@ -44,7 +44,7 @@ DatedTrade readTrade(const QJsonObject &row, const char *dateKey, const char *ti
     const std::int64_t date = text(row, dateKey).toInt();
     const int time = text(row, timeKey).toInt();
     return {date,
-            {text(row, TradeKeyFields::RTSBSFLAG) == QLatin1String(BSFlag::BUY), date * 1000000 + time / 100,
+            {text(row, TradeKeyFields::RTSBSFLAG) == QLatin1String(BSFlag::BUY), dateTime(date, time / 100),
              text(row, TradeKeyFields::RTSMATCHPRICE).toDouble(),
              text(row, TradeKeyFields::RTSMATCHQTY).toDouble()}};
 }
@@ -56,16 +56,16 @@ void logRow(const char *prefix, const QJsonObject &row, QJsonDocument::JsonForma
 
 /// The side under which a trade is listed: the marker's, or the trade's own under a marker of both
 /// sides; null without a marker.
-const char *lineSide(MarkerKind marker, const trade_cj &trade)
+const char *lineSide(TradeMarker marker, const trade_cj &trade)
 {
     switch (marker) {
-    case MarkerKind::Both:
+    case TradeMarker::Both:
         return sideText(trade.isBuy);
-    case MarkerKind::Buys:
+    case TradeMarker::Buys:
         return sideText(true);
-    case MarkerKind::Sells:
+    case TradeMarker::Sells:
         return sideText(false);
-    case MarkerKind::None:
+    case TradeMarker::None:
         break;
     }
     return nullptr;
@@ -99,7 +99,7 @@ BSPoint::BSPoint(Korvane::IChartAxis &axis, QJsonObject config, QObject *parent)
 
 BSPoint::~BSPoint()
 {
-    m_endPoint.disconnect();
+    TradeChannel::leave(m_endPoint, this);
 }
 
 int BSPoint::type() const
@@ -140,7 +140,7 @@ bool BSPoint::calcIt(const Korvane::tagCodeWithName &code, const Korvane::AnalyD
     }
     TradeChannel::startIfIdle(m_refreshTimer, m_refreshSeconds);
     if (!askForShownDays()) {
-        return false; // the marks stay as they were until the days change again
+        return false; // the marks stay until the next calcIt()
     }
     for (auto *marks : {&m_buyMarks, &m_sellMarks, &m_bothMarks}) {
         marks->assign(m_barTimes.size(), unmarked);
@@ -167,7 +167,8 @@ void BSPoint::readBars(const Korvane::AnalyData *bars, int count)
         m_barTimes[bar] = dayBarTime(bars[bar].time);
         m_barAnchors[bar] = bars[bar].high;
     }
-    // The painter reads a mark for every bar, also when the marks are not computed anew.
+    // A mark for every bar, also when the marks are not computed anew: the painter reads one for each,
+    // and an answer that comes before the next calcIt() marks any of them.
     for (auto *marks : {&m_buyMarks, &m_sellMarks, &m_bothMarks}) {
         growTo(barCount, *marks);
     }
@@ -202,19 +203,20 @@ void BSPoint::sumUpDays()
 
 bool BSPoint::calcBSPointPriceInfo()
 {
+    if (m_daySides.empty()) {
+        return true;
+    }
+    const auto isBefore = [](const DaySides &sides, std::int64_t day) { return sides.day < day; };
     auto sides = m_daySides.cbegin();
-    std::int64_t previousDay = std::numeric_limits<std::int64_t>::min();
-    for (std::size_t bar = 0; bar < m_barTimes.size() && !m_daySides.empty(); ++bar) {
+    for (std::size_t bar = 0; bar < m_barTimes.size(); ++bar) {
         const std::int64_t day = tradingDay(m_barTimes[bar]);
-        if (day < previousDay) {
-            // A host's bars may step back.
-            sides = std::lower_bound(
-                m_daySides.cbegin(), m_daySides.cend(), day,
-                [](const DaySides &candidate, std::int64_t wanted) { return candidate.day < wanted; });
+        // Bars come in the order of their days, so the search goes on where it ended; should a host's
+        // bars step back, it starts anew.
+        if (sides != m_daySides.cbegin() && !isBefore(*std::prev(sides), day)) {
+            sides = m_daySides.cbegin();
         }
-        previousDay = day;
-        while (sides != m_daySides.cend() && sides->day < day) {
-            ++sides;
+        if (sides != m_daySides.cend() && isBefore(*sides, day)) {
+            sides = std::lower_bound(sides, m_daySides.cend(), day, isBefore);
         }
         if (sides != m_daySides.cend() && sides->day == day) {
             markBar(bar, *sides);
@@ -261,6 +263,9 @@ bool BSPoint::paintIt(Korvane::IChartPainter &painter)
     if (m_period != Korvane::DayPeriod) {
         return false;
     }
+    if (m_refreshTimer == nullptr) {
+        return true; // ended: the bars held here may no longer be the chart's
+    }
     const double *anchors = m_barAnchors.data();
     painter.drawMarkerSeries(0, m_buyMarks.data(), anchors, BuyAbove, AboveTheBar);
     painter.drawMarkerSeries(0, m_sellMarks.data(), anchors, SellAbove, AboveTheBar);
@@ -276,7 +281,7 @@ int BSPoint::hitTest(double x, double y)
         return -1;
     }
     const int bar = m_axis.xToBar(x);
-    if (markerOn(marks(), bar) == MarkerKind::None || !hasBar(m_barAnchors, bar)) {
+    if (markerOn(marks(), bar) == TradeMarker::None || !hasBar(m_barAnchors, bar)) {
         return -1;
     }
     // The marker stands on its anchor; y grows downwards.
@@ -296,12 +301,12 @@ void BSPoint::handleMousePress(double x, double)
     if (!hasBar(m_barTimes, bar)) {
         return;
     }
-    tellHostWhichBar(bar);
     const auto trades = m_trades.find(tradingDay(m_barTimes[static_cast<std::size_t>(bar)]));
+    tellHostWhichBar(bar);
     if (trades == m_trades.end()) {
         return;
     }
-    const MarkerKind marker = markerOn(marks(), bar);
+    const TradeMarker marker = markerOn(marks(), bar);
     PopupLines lines(expectedTradeLines);
     for (const trade_cj &trade : trades->second) {
         if (const char *side = lineSide(marker, trade)) {
@@ -313,7 +318,7 @@ void BSPoint::handleMousePress(double x, double)
     }
 }
 
-/// Terminals note the bar and the price that a click asks about; the answers are of no use here.
+/// Hosts see on a click which bar and which price it asks about; the answers are not used.
 void BSPoint::tellHostWhichBar(int bar) const
 {
     Korvane::AnalyData record;
@@ -359,11 +364,11 @@ void BSPoint::handleTradeNotify(QByteArray topic, QByteArray message)
         return; // the host has already ended this object
     }
     if (topic == Topic::TRADEQUERY) {
-        if (const auto answer = TradeChannel::parseObject(message)) {
+        if (const auto answer = TradeChannel::parseMessage(message)) {
             handleAnswer(*answer);
         }
     } else if (topic == Topic::TRADENOTIFY) {
-        const auto notification = TradeChannel::parseObject(message);
+        const auto notification = TradeChannel::parseMessage(message);
         if (notification && TradeChannel::isAbout(*notification, m_code)) {
             sendQueryTodayTradeInfoReq();
         }
@@ -388,7 +393,7 @@ void BSPoint::handleAnswer(const QJsonObject &answer)
 bool BSPoint::handleQueryTodayTradeInfoRes(QJsonArray rows)
 {
     const bool logRows = TradeChannel::isDebugLogOn();
-    std::int64_t workingDate = currentDate();
+    std::int64_t workingDate = noDate;
     std::vector<trade_cj> trades;
     trades.reserve(static_cast<std::size_t>(rows.size()));
     for (const QJsonValue &value : qAsConst(rows)) {
@@ -434,7 +439,7 @@ bool BSPoint::handleQueryHistoryTradeInfoRes(QJsonArray rows)
         day->second.push_back(read.trade);
     }
     for (auto &[date, trades] : m_trades) {
-        trades.shrink_to_fit(); // past days are held for long and grow no more
+        trades.shrink_to_fit(); // held for as long as the security is shown
     }
     sumUpDays();
     calcBSPointPriceInfo();

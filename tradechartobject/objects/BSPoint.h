@@ -24,7 +24,8 @@ struct TradeMarks;
 ///
 /// Past trades are asked for whenever calcIt() brings another range of days, today's trades when the
 /// refresh timer ends and after each notification for the shown security. Trades are held by day
-/// until the security changes. On any other period than the daily one the object does nothing.
+/// until the security changes. calcIt() refuses any other period than the daily one and keeps what is
+/// shown; the host hides the overlay meanwhile.
 class TRADECHARTOBJECT_EXPORT BSPoint : public QObject, public Korvane::IChartObject
 {
 public:
@@ -98,7 +99,7 @@ private:
     int m_calcArg;
     std::map<std::int64_t, std::vector<TradeChart::trade_cj>> m_trades; ///< by day; as received within a day
     std::vector<double> m_barAnchors;                                   ///< high price per bar
-    std::vector<double> m_buyMarks;                                     ///< never shorter than m_barTimes
+    std::vector<double> m_buyMarks; ///< this and the next two: never shorter than m_barTimes
     std::vector<double> m_sellMarks;
     std::vector<double> m_bothMarks;
     QTimer *m_refreshTimer; ///< child; null after deleteObject()

@@ -36,7 +36,7 @@ PositionCost::PositionCost(Korvane::IChartAxis &axis, QJsonObject config, QObjec
 
 PositionCost::~PositionCost()
 {
-    m_endPoint.disconnect();
+    TradeChannel::leave(m_endPoint, this);
 }
 
 int PositionCost::type() const
@@ -109,7 +109,7 @@ void PositionCost::handleMouseMove(double, double) {}
 
 void PositionCost::sendQueryPositionCostReq()
 {
-    if (isSet(m_code)) {
+    if (m_refreshTimer != nullptr && isSet(m_code)) {
         TradeChannel::send(m_endPoint, TradeChannel::screenRequest(CmdType::HOLDERCOSTPRICE, m_code, m_axis),
                            __func__);
     }
@@ -120,7 +120,7 @@ void PositionCost::handleTradeNotify(QByteArray topic, QByteArray payload)
     if (m_refreshTimer == nullptr || topic != Topic::TRADEQUERY) {
         return;
     }
-    const auto answer = TradeChannel::parseObject(payload);
+    const auto answer = TradeChannel::parseMessage(payload);
     if (!answer || !TradeChannel::isCommand(*answer, CmdType::HOLDERCOSTPRICE)) {
         return;
     }
@@ -148,6 +148,6 @@ bool PositionCost::isCostVisible() const
 {
     double low = 0.0;
     double high = 0.0;
-    return std::isfinite(m_costPrice) && !m_barTimes.empty() && m_axis.visiblePriceRange(low, high) &&
-           low <= m_costPrice && m_costPrice <= high;
+    return m_refreshTimer != nullptr && std::isfinite(m_costPrice) && !m_barTimes.empty() &&
+           m_axis.visiblePriceRange(low, high) && low <= m_costPrice && m_costPrice <= high;
 }
