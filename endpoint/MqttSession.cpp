@@ -98,7 +98,7 @@ void MqttSession::close()
         m_hostLookup = 0;
     }
     m_inbox.clear();
-    m_reportedFailure.clear();
+    m_reportedFailures.clear();
     m_retryDelayMs = 0;
     m_open = false;
 }
@@ -189,10 +189,11 @@ void MqttSession::handleOpened()
     m_readNotifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
     connect(m_readNotifier.get(), &QSocketNotifier::activated, this, &MqttSession::handleReadable);
     m_acceptTimer.start();
-    if (!isLocal()) {
+    if (isLocal()) {
+        subscribeAll();
+    } else {
         m_keepAliveTimer.start();
     }
-    subscribeAll();
 }
 
 /// Whoever could put a socket into our directory could read the account.
@@ -226,25 +227,28 @@ void MqttSession::dropConnection()
     m_readNotifier.reset();
     m_writeNotifier.reset();
     m_connection.reset();
+    m_held.clear();
+    m_heldBytes = 0;
     m_busyTries = 0;
     m_readyIsDue = false;
 }
 
 void MqttSession::reportUnsent()
 {
-    if (m_connection && m_connection->unsentMessages() > 0) {
+    const auto count = m_connection ? m_connection->unsentMessages() + static_cast<int>(m_held.size()) : 0;
+    if (count > 0) {
         qCWarning(lcBus, "%s: %d messages were lost with the connection",
-                  qUtf8Printable(m_address.toString()), m_connection->unsentMessages());
+                  qUtf8Printable(m_address.toString()), count);
     }
 }
 
 /// One line for every new reason, not one for every try.
 void MqttSession::reportFailure(const QString &reason)
 {
-    if (reason == m_reportedFailure) {
+    if (m_reportedFailures.contains(reason)) {
         return;
     }
-    m_reportedFailure = reason;
+    m_reportedFailures.append(reason);
     qCWarning(lcBus, "%s: %s; trying again until the bus is there", qUtf8Printable(m_address.toString()),
               qUtf8Printable(reason));
 }
@@ -260,8 +264,12 @@ void MqttSession::handleAccepted()
 {
     m_acceptTimer.stop();
     m_retryDelayMs = 0;
-    if (!m_reportedFailure.isEmpty()) {
-        m_reportedFailure.clear();
+    if (!isLocal()) {
+        subscribeAll();
+        sendHeld();
+    }
+    if (!m_reportedFailures.isEmpty()) {
+        m_reportedFailures.clear();
         qCInfo(lcBus, "%s: joined", qUtf8Printable(m_address.toString()));
     }
 }
@@ -276,12 +284,13 @@ void MqttSession::handleAcceptTimeout()
 void MqttSession::subscribe(const QVector<QByteArray> &paths)
 {
     m_subscriptions += paths;
-    if (m_readNotifier) {
+    if (m_readNotifier && !isHolding()) {
         subscribeNow(paths);
     }
 }
 
-/// Sent right behind the greeting: what this client asks afterwards is handled after its subscriptions.
+/// On this machine sent right behind the greeting. What this client asks is sent afterwards, and so is
+/// handled when its subscriptions are in place.
 void MqttSession::subscribeAll()
 {
     subscribeNow(QVector<QByteArray>{m_replyPath} + m_subscriptions);
@@ -349,6 +358,9 @@ bool MqttSession::readOnce()
     }
     const bool alive = m_connection->read();
     collect();
+    if (!m_connection) {
+        return false;
+    }
     if (!alive) {
         const bool early = isLocal() && !m_connection->isAccepted();
         loseConnection(m_connection->error() +
@@ -373,9 +385,6 @@ bool MqttSession::write()
 /// Takes over what the connection has written down.
 void MqttSession::collect()
 {
-    if (m_connection->isAccepted() && m_acceptTimer.isActive()) {
-        handleAccepted();
-    }
     for (const QByteArray &path : m_connection->takeRefusedSubscriptions()) {
         qCWarning(lcBus, "%s: the broker refuses the subscription to '%s'",
                   qUtf8Printable(m_address.toString()), path.constData());
@@ -387,6 +396,9 @@ void MqttSession::collect()
         } else if (!m_awaited.isEmpty() && received.front().correlation == m_awaited) {
             m_answer = std::move(received.front().payload);
         }
+    }
+    if (m_connection->isAccepted() && m_acceptTimer.isActive()) {
+        handleAccepted(); // may send, and so find the connection lost
     }
 }
 
@@ -442,8 +454,12 @@ bool MqttSession::send(const QByteArray &path, const QByteArray &payload, const 
         warnNotSent(path, QStringLiteral("its channel or topic is empty or too long"));
     } else if (payload.size() > MaxPayloadBytes) {
         warnNotSent(path, QStringLiteral("it is larger than %1 bytes").arg(MaxPayloadBytes));
-    } else if (m_connection->unsentBytes() > MaxUnsentBytes) {
+    } else if (m_connection->unsentBytes() + m_heldBytes > MaxUnsentBytes) {
         warnNotSent(path, QStringLiteral("the broker does not take messages any more"));
+    } else if (isHolding()) {
+        m_held.push_back({path, payload, responsePath, correlation});
+        m_heldBytes += payload.size();
+        return true;
     } else if (!m_connection->publish(path, payload, responsePath, correlation)) {
         warnNotSent(path, m_connection->error());
         if (m_connection->descriptor() < 0) {
@@ -454,6 +470,22 @@ bool MqttSession::send(const QByteArray &path, const QByteArray &payload, const 
         return true;
     }
     return false;
+}
+
+/// A broker elsewhere that refuses this client would throw away its own words about that, if more than
+/// the greeting had been sent.
+bool MqttSession::isHolding() const
+{
+    return !isLocal() && !isJoined();
+}
+
+void MqttSession::sendHeld()
+{
+    m_heldBytes = 0;
+    const std::deque<HeldMessage> held = std::exchange(m_held, {});
+    for (const HeldMessage &each : held) {
+        send(each.path, each.payload, each.responsePath, each.correlation);
+    }
 }
 
 void MqttSession::warnNotSent(const QByteArray &path, const QString &why)

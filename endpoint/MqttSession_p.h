@@ -9,6 +9,7 @@
 #include <QHostInfo>
 #include <QObject>
 #include <QSocketNotifier>
+#include <QStringList>
 #include <QTimer>
 
 #include <deque>
@@ -60,6 +61,14 @@ Q_SIGNALS:
     void ready();
 
 private:
+    struct HeldMessage
+    {
+        QByteArray path;
+        QByteArray payload;
+        QByteArray responsePath;
+        QByteArray correlation;
+    };
+
     bool isLocal() const { return m_address.transport == BusAddress::Transport::UnixSocket; }
     void join();
     void resolveHost();
@@ -90,6 +99,8 @@ private:
 
     bool send(const QByteArray &path, const QByteArray &payload, const QByteArray &responsePath,
               const QByteArray &correlation);
+    bool isHolding() const;
+    void sendHeld();
     void waitForTraffic(const QDeadlineTimer &deadline);
     void joinNow(const QDeadlineTimer &deadline);
     void flush();
@@ -111,8 +122,11 @@ private:
     int m_busyTries = 0;
     int m_retryDelayMs = 0;
     bool m_readyIsDue = false;
-    QString m_reportedFailure;
+    QStringList m_reportedFailures; // since it was joined last
     WarningThrottle m_notSentWarning;
+
+    std::deque<HeldMessage> m_held; // until a broker elsewhere has accepted this client
+    qint64 m_heldBytes = 0;
 
     std::deque<BusMessage> m_inbox;
     quint64 m_requests = 0;

@@ -149,6 +149,34 @@ TEST_F(Tls, CarriesMessagesAndRequests)
     EXPECT_EQ(sender.request("TradeQuery", "x"), "answer to x");
 }
 
+TEST_F(Tls, SendsWhatWasHandedOverBeforeTheBrokerAccepted)
+{
+    RecordingEndPoint receiver;
+    receiver.subscribe("c", "t");
+    ASSERT_TRUE(receiver.join(goodAddress()));
+    RecordingEndPoint sender;
+    sender.connect(goodAddress());
+
+    EXPECT_TRUE(sender.sendMessage("c", "t", "first"));
+    EXPECT_TRUE(sender.sendMessage("c", "t", "second"));
+
+    ASSERT_TRUE(receiver.waitForMessages(2));
+    EXPECT_THAT(receiver.payloads(), ::testing::ElementsAre("first", "second"));
+}
+
+TEST_F(Tls, BringsAnAnswerRightAfterConnecting)
+{
+    const BackgroundResponder module(goodAddress(), "TradeQuery");
+    RecordingEndPoint asker;
+    asker.setRequestTimeout(20000);
+    asker.connect(goodAddress());
+    asker.subscribe("c", "t");
+
+    EXPECT_EQ(asker.request("TradeQuery", "at once"), "answer to at once");
+
+    EXPECT_TRUE(waitUntil([&] { return asker.readyCount == 1; }));
+}
+
 TEST_F(Tls, CarriesTenMegabytes)
 {
     const QByteArray payload(10 * 1024 * 1024, 'x');
@@ -211,6 +239,7 @@ TEST_F(Tls, LetsNobodyInWithAWrongPassword)
     EXPECT_TRUE(waitUntil([&] { return log.has(QStringLiteral("the broker refuses this client")); }))
         << qPrintable(log.text());
     EXPECT_FALSE(endPoint.isConnected());
+    EXPECT_EQ(log.lines().size(), 1) << qPrintable(log.text());
     EXPECT_FALSE(log.has(QStringLiteral("guess")));
 }
 
