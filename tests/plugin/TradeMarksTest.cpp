@@ -133,32 +133,32 @@ TEST_P(TradeMarksClick, ListsTheTradesBehindTheMarker)
     EXPECT_EQ(isListed(GetParam().trade, GetParam().marker), GetParam().isListed);
 }
 
-constexpr ClickedMarker clicked(MarkerKind kind, bool isAbove)
+constexpr ClickedMarker clicked(TradeMarker kind, bool isAbove)
 {
     return {kind, isAbove, 10.0, 100, 200};
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Clicks, TradeMarksClick,
-    ::testing::Values(Click{"AtTheEndOfTheBarBefore", clicked(MarkerKind::Both, true), buy(100, 10), true},
-                      Click{"AtTheEndOfTheBar", clicked(MarkerKind::Both, true), buy(200, 10), true},
-                      Click{"BeforeTheBar", clicked(MarkerKind::Both, true), buy(99, 10), false},
-                      Click{"AfterTheBar", clicked(MarkerKind::Both, true), buy(201, 10), false},
-                      Click{"SellsBehindBoth", clicked(MarkerKind::Both, true), sell(150, 10), true},
-                      Click{"SellsBehindSells", clicked(MarkerKind::Sells, true), sell(150, 10), true},
-                      Click{"NoBuysBehindSells", clicked(MarkerKind::Sells, true), buy(150, 10), false},
-                      Click{"BuysBehindBuys", clicked(MarkerKind::Buys, false), buy(150, 9.99), true},
-                      Click{"NoSellsBehindBuys", clicked(MarkerKind::Buys, false), sell(150, 9.99), false},
-                      Click{"NothingWithoutAMarker", clicked(MarkerKind::None, true), buy(150, 10), false},
-                      Click{"NoneBelowTheCloseAbove", clicked(MarkerKind::Both, true), buy(150, 9.99), false},
-                      Click{"NoneAtTheCloseBelow", clicked(MarkerKind::Both, false), buy(150, 10), false}),
+    ::testing::Values(Click{"AtTheEndOfTheBarBefore", clicked(TradeMarker::Both, true), buy(100, 10), true},
+                      Click{"AtTheEndOfTheBar", clicked(TradeMarker::Both, true), buy(200, 10), true},
+                      Click{"BeforeTheBar", clicked(TradeMarker::Both, true), buy(99, 10), false},
+                      Click{"AfterTheBar", clicked(TradeMarker::Both, true), buy(201, 10), false},
+                      Click{"SellsBehindBoth", clicked(TradeMarker::Both, true), sell(150, 10), true},
+                      Click{"SellsBehindSells", clicked(TradeMarker::Sells, true), sell(150, 10), true},
+                      Click{"NoBuysBehindSells", clicked(TradeMarker::Sells, true), buy(150, 10), false},
+                      Click{"BuysBehindBuys", clicked(TradeMarker::Buys, false), buy(150, 9.99), true},
+                      Click{"NoSellsBehindBuys", clicked(TradeMarker::Buys, false), sell(150, 9.99), false},
+                      Click{"NothingWithoutAMarker", clicked(TradeMarker::None, true), buy(150, 10), false},
+                      Click{"NoneBelowTheCloseAbove", clicked(TradeMarker::Both, true), buy(150, 9.99), false},
+                      Click{"NoneAtTheCloseBelow", clicked(TradeMarker::Both, false), buy(150, 10), false}),
     ByName());
 
 TEST(TradeMarks, ListsATradeAtTheEndOfABarOnTheNextBarToo)
 {
     const trade_cj trade = buy(200, 10);
-    EXPECT_TRUE(isListed(trade, {MarkerKind::Buys, true, 10, 100, 200}));
-    EXPECT_TRUE(isListed(trade, {MarkerKind::Buys, true, 10, 200, 300}));
+    EXPECT_TRUE(isListed(trade, {TradeMarker::Buys, true, 10, 100, 200}));
+    EXPECT_TRUE(isListed(trade, {TradeMarker::Buys, true, 10, 200, 300}));
 }
 
 TEST(TradeMarks, ShowsTheMarkerOfBothSidesFirstThenBuys)
@@ -167,12 +167,12 @@ TEST(TradeMarks, ShowsTheMarkerOfBothSidesFirstThenBuys)
     marks.both[0] = marks.buys[0] = marks.sells[0] = marked;
     marks.buys[1] = marks.sells[1] = marked;
     marks.sells[2] = marked;
-    EXPECT_EQ(markerOn(marks.borrowed(), 0), MarkerKind::Both);
-    EXPECT_EQ(markerOn(marks.borrowed(), 1), MarkerKind::Buys);
-    EXPECT_EQ(markerOn(marks.borrowed(), 2), MarkerKind::Sells);
-    EXPECT_EQ(markerOn(marks.borrowed(), 3), MarkerKind::None);
-    EXPECT_EQ(markerOn(marks.borrowed(), 4), MarkerKind::None);
-    EXPECT_EQ(markerOn(marks.borrowed(), -1), MarkerKind::None);
+    EXPECT_EQ(markerOn(marks.borrowed(), 0), TradeMarker::Both);
+    EXPECT_EQ(markerOn(marks.borrowed(), 1), TradeMarker::Buys);
+    EXPECT_EQ(markerOn(marks.borrowed(), 2), TradeMarker::Sells);
+    EXPECT_EQ(markerOn(marks.borrowed(), 3), TradeMarker::None);
+    EXPECT_EQ(markerOn(marks.borrowed(), 4), TradeMarker::None);
+    EXPECT_EQ(markerOn(marks.borrowed(), -1), TradeMarker::None);
 }
 
 } // namespace

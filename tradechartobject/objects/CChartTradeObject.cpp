@@ -29,16 +29,16 @@ std::size_t firstBarNotBefore(std::int64_t time, const TimedBars &bars, std::siz
     return static_cast<std::size_t>(found - bars.times);
 }
 
-bool isOnSide(const trade_cj &trade, MarkerKind kind)
+bool isOnSide(const trade_cj &trade, TradeMarker kind)
 {
     switch (kind) {
-    case MarkerKind::Both:
+    case TradeMarker::Both:
         return true;
-    case MarkerKind::Buys:
+    case TradeMarker::Buys:
         return trade.isBuy;
-    case MarkerKind::Sells:
+    case TradeMarker::Sells:
         return !trade.isBuy;
-    case MarkerKind::None:
+    case TradeMarker::None:
         break;
     }
     return false;
@@ -134,8 +134,7 @@ CChartTradeObject::CChartTradeObject(Korvane::IChartAxis &axis, const char *json
 /// A bus client may still hand over messages while it leaves: none of them must reach this object.
 CChartTradeObject::~CChartTradeObject()
 {
-    QObject::disconnect(&m_endPoint, nullptr, this, nullptr);
-    m_endPoint.disconnect();
+    TradeChannel::leave(m_endPoint, this);
 }
 
 int CChartTradeObject::type() const
@@ -293,7 +292,7 @@ int CChartTradeObject::hitTestBar(int bar, double y)
     const double highY = m_axis.priceToY(m_highs[index], -1, -1);
     const double lowY = m_axis.priceToY(m_lows[index], -1, -1);
     const bool hasMarker =
-        markerOn(marksAbove(), bar) != MarkerKind::None || markerOn(marksBelow(), bar) != MarkerKind::None;
+        markerOn(marksAbove(), bar) != TradeMarker::None || markerOn(marksBelow(), bar) != TradeMarker::None;
     return highY < y && y < lowY && hasMarker ? 0 : -1;
 }
 
@@ -382,7 +381,7 @@ void CChartTradeObject::handleTradeNotify(QByteArray topic, QByteArray payload)
     if (m_algorithmType != costLineType && m_algorithmType != tradeMarkersType) {
         return;
     }
-    const auto message = TradeChannel::parseObject(payload);
+    const auto message = TradeChannel::parseMessage(payload);
     if (!message || !TradeChannel::isAbout(*message, m_code)) {
         return;
     }

@@ -30,7 +30,7 @@ void markTrades(const std::vector<trade_cj> &trades, const TimedBars &bars, cons
 /// A clicked marker and the part of its bar on which it stands.
 struct ClickedMarker
 {
-    MarkerKind kind;
+    TradeMarker kind;
     bool isAbove;      ///< at or above the close, or below it
     double close;      ///< of the bar
     std::int64_t from; ///< date-times of the bar; both ends belong to it
