@@ -1,15 +1,14 @@
 // The buy/sell points with many years of daily bars and many trades.
 #include "bench/support/Allocations.h"
+#include "bench/support/ManyBars.h"
 #include "bench/support/Paired.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/RecordedBus.h"
 
+#include "tradechartobject/common/TradeMarks.h"
 #include "tradechartobject/objects/BSPoint.h"
 
-#include <QCoreApplication>
-#include <QDate>
 #include <QJsonDocument>
-#include <QLoggingCategory>
 
 #include <limits>
 #include <memory>
@@ -20,22 +19,6 @@ constexpr int barCount = 100000;
 constexpr int tradeCount = 100000;
 constexpr int tradingDays = 10000;
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-
-std::uint32_t dateOf(int day)
-{
-    const QDate date = QDate(1750, 1, 1).addDays(day);
-    return static_cast<std::uint32_t>(date.year() * 10000 + date.month() * 100 + date.day());
-}
-
-std::vector<Korvane::AnalyData> manyBars()
-{
-    std::vector<Korvane::AnalyData> bars;
-    bars.reserve(barCount);
-    for (int day = 0; day < barCount; ++day) {
-        bars.push_back(makeDayBar(dateOf(day), 9.0 + day % 7, 11.0 + day % 7));
-    }
-    return bars;
-}
 
 /// Rows as a trading module sends them, on every tenth day.
 QByteArray manyTrades(int count)
@@ -72,24 +55,6 @@ const QByteArray &longAnswer()
     return text;
 }
 
-/// Counts the host calls of a paint and looks at nothing.
-class CountingPainter final : public Korvane::IChartPainter
-{
-public:
-    int calls = 0;
-    const double *lastFlags = nullptr;
-
-    void endPaint() override { ++calls; }
-    void drawSeriesLabel(const double *, const char *, int) override { ++calls; }
-    void drawLineSeries(int, const double *, double) override { ++calls; }
-    void drawMarkerSeries(int, const double *flags, const double *, int, int) override
-    {
-        lastFlags = flags;
-        ++calls;
-    }
-    void drawMarker(int, int, int, int, double) override { ++calls; }
-};
-
 struct Chart
 {
     Chart() : overlay(std::make_unique<BSPoint>(axis, QJsonObject(), nullptr))
@@ -104,10 +69,10 @@ struct Chart
     {
         CountingPainter painter;
         overlay->paintIt(painter);
-        return painter.calls == 3 && painter.lastFlags[bar] == 1.0;
+        return painter.calls == 3 && painter.flags[TradeChart::BothAbove][bar] == 1.0;
     }
 
-    std::vector<Korvane::AnalyData> bars = manyBars();
+    std::vector<Korvane::AnalyData> bars = manyBars(barCount);
     const Korvane::tagCodeWithName security = makeSecurity(1, "600536", 1);
     FakeAxis axis;
     std::unique_ptr<BSPoint> overlay;
@@ -216,12 +181,3 @@ void MemoryPerTrade(benchmark::State &state)
 BENCHMARK(MemoryPerTrade)->Name("memory/100k_trades_on_10k_days")->Iterations(1);
 
 } // namespace
-
-int main(int argc, char *argv[])
-{
-    const QCoreApplication application(argc, argv);
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
