@@ -534,6 +534,13 @@ INSTANTIATE_TEST_SUITE_P(
         Ignored{"ThatNotifyWithTheCodeAsANumber", "TradeNotify", R"({"stkcode":600536})"}),
     ByName());
 
+TEST_F(CChartTradeObjectTest, TakesAnEmptyNotificationForNoneBeforeASecurityIsShown)
+{
+    create(tradeMarkers);
+    hear(Topic::TRADENOTIFY, "{}");
+    EXPECT_THAT(requests(), IsEmpty());
+}
+
 TEST_F(CChartTradeObjectTest, ShowsWhatItHearsAtTheNextCalcItAndAsksForNoRepaint)
 {
     createMarkers();

@@ -82,7 +82,7 @@ constexpr std::int64_t noDate = -1;
 
 std::int64_t startOfToday()
 {
-    return currentDate() * 1000000;
+    return dateTime(currentDate(), 0);
 }
 
 /// Trading modules have always got this overlay's questions indented.
@@ -131,7 +131,6 @@ CChartTradeObject::CChartTradeObject(Korvane::IChartAxis &axis, const char *json
     TradeChannel::subscribeGlobal(m_endPoint);
 }
 
-/// A bus client may still hand over messages while it leaves: none of them must reach this object.
 CChartTradeObject::~CChartTradeObject()
 {
     TradeChannel::leave(m_endPoint, this);
