@@ -208,7 +208,9 @@ protected:
     {
         m_module = start(busOptions() + ledgerOptions() + QStringList{QStringLiteral("serve")});
         ASSERT_TRUE(m_chart.join(m_broker.address()));
+        m_chart.setRequestTimeout(200); // the module may not be there yet
         ASSERT_TRUE(waitUntil([this] { return !ask("{\"cmd\":\"?\"}").isEmpty(); }, 60000));
+        m_chart.setRequestTimeout(20000);
     }
 
     void TearDown() override

@@ -47,6 +47,39 @@ TEST(StatementReader, IgnoresWhatStandsAroundTheEntries)
     EXPECT_THAT(reasons(contents), IsEmpty());
 }
 
+struct Footer
+{
+    std::string name;
+    std::string text;
+};
+
+class StatementFooter : public ::testing::TestWithParam<Footer>
+{
+};
+
+TEST_P(StatementFooter, IsNoEntryInUtf8NorInGbk)
+{
+    const QString text = QString::fromUtf8(header) +
+                         QStringLiteral("20210811,11:03:51,600000,浦发银行,买入,9.10,100,910.00,1\r\n") +
+                         QString::fromStdString(GetParam().text);
+    for (const char *encoding : {"UTF-8", "GBK"}) {
+        const QByteArray bytes = QTextCodec::codecForName(encoding)->fromUnicode(text);
+        const StatementContents contents = readStatement(decodeStatement(bytes), {});
+        EXPECT_EQ(contents.executions.size(), 1) << encoding;
+        EXPECT_THAT(reasons(contents), IsEmpty()) << encoding;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, StatementFooter,
+                         ::testing::Values(Footer{"Sum", ",合计,,,100,,3000,-3000,\r\n"},
+                                           Footer{"Total", "总计,,,,,,100,910.00,\r\n"},
+                                           Footer{"Page", "本页小计,,,,,,100,910.00,\r\n第1页 共1页\r\n"},
+                                           Footer{"Printed", "\r\n打印日期：2021-08-12 10:00:00\r\n"},
+                                           Footer{"Rule", "--------------------\r\n"},
+                                           Footer{"Note", "备注：以上数据仅供参考,请以交割单为准\r\n"},
+                                           Footer{"Commas", ",,,,,,,,\r\n"}, Footer{"EndOfFile", "\x1A"}),
+                         ByName());
+
 TEST(StatementReader, DropsARowThatRepeatsADeal)
 {
     const std::string row = "20210811,11:03:51,600000,浦发银行,买入,9.10,100,910.00,1\n";

@@ -2,6 +2,7 @@
 
 #include "trademodule/import/StatementReader.h"
 #include "trademodule/import/TextDecoding.h"
+#include "trademodule/ledger/Holding.h"
 
 #include <gmock/gmock.h>
 

@@ -25,6 +25,12 @@ QString driverOf(Database::Kind kind)
     Q_UNREACHABLE();
 }
 
+[[noreturn]] void throwRefusal(const QSqlQuery &query)
+{
+    throw LedgerError(
+        QStringLiteral("the ledger's database refused: %1").arg(query.lastError().text().trimmed()));
+}
+
 } // namespace
 
 Database::Kind Database::kindOf(const QString &location)
@@ -100,20 +106,37 @@ void Database::open(QSqlDatabase connection, const QString &shownLocation)
 
 QSqlQuery Database::run(const QString &sql, const QVariantList &values)
 {
+    if (!values.isEmpty()) {
+        QSqlQuery query = prepared(sql);
+        run(&query, values);
+        return query;
+    }
     QSqlQuery query(connection());
     query.setForwardOnly(true);
-    bool isDone = values.isEmpty() ? query.exec(sql) : query.prepare(sql);
-    if (isDone && !values.isEmpty()) {
-        for (const QVariant &value : values) {
-            query.addBindValue(value);
-        }
-        isDone = query.exec();
-    }
-    if (!isDone) {
-        throw LedgerError(
-            QStringLiteral("the ledger's database refused: %1").arg(query.lastError().text().trimmed()));
+    if (!query.exec(sql)) {
+        throwRefusal(query);
     }
     return query;
+}
+
+QSqlQuery Database::prepared(const QString &sql)
+{
+    QSqlQuery query(connection());
+    query.setForwardOnly(true);
+    if (!query.prepare(sql)) {
+        throwRefusal(query);
+    }
+    return query;
+}
+
+void Database::run(QSqlQuery *prepared, const QVariantList &values)
+{
+    for (int i = 0; i < values.size(); ++i) {
+        prepared->bindValue(i, values[i]);
+    }
+    if (!prepared->exec()) {
+        throwRefusal(*prepared);
+    }
 }
 
 bool Database::hasTable(const QString &name) const

@@ -28,6 +28,11 @@ public:
     /// and before the next statement.
     QSqlQuery run(const QString &sql, const QVariantList &values = {});
 
+    /// A statement to run several times.
+    QSqlQuery prepared(const QString &sql);
+    /// Runs a prepared statement with its values bound in order.
+    static void run(QSqlQuery *prepared, const QVariantList &values);
+
     bool hasTable(const QString &name) const;
 
 private:

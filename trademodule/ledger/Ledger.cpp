@@ -89,7 +89,7 @@ private:
     FillCounts fillsInLedger();
     Executions newExecutions();
     void insert(const Executions &executions, const Progress &progress);
-    void insertBatch(const Execution *first, int count, const QVariant &statementId);
+    QVariantList valuesOf(const Execution &execution, const QVariant &statementId) const;
     QVariant registerStatement();
     void updateHoldings();
     Holding readHolding(qint64 securityId);
@@ -175,13 +175,15 @@ QVariant Ledger::Writer::registerStatement()
 
 void Ledger::Writer::insert(const Executions &executions, const Progress &progress)
 {
-    constexpr int BatchSize = 200;
+    constexpr int ProgressStep = 1000;
     const QVariant statementId = registerStatement();
-    for (int begin = 0; begin < executions.size(); begin += BatchSize) {
-        const int count = std::min(BatchSize, executions.size() - begin);
-        insertBatch(executions.constData() + begin, count, statementId);
-        if (progress) {
-            progress(begin + count, executions.size());
+    QSqlQuery insertion = m_database->prepared(QStringLiteral(
+        "INSERT INTO execution (security_id, statement_id, side, trade_date, trade_time, price, "
+        "quantity, amount, fee, order_no, deal_no) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    for (int i = 0; i < executions.size(); ++i) {
+        Database::run(&insertion, valuesOf(executions[i], statementId));
+        if (progress && (i % ProgressStep == 0 || i + 1 == executions.size())) {
+            progress(i + 1, executions.size());
         }
     }
     QHash<Security, Execution> newest;
@@ -191,21 +193,20 @@ void Ledger::Writer::insert(const Executions &executions, const Progress &progre
     m_booked.lastAdded = newest.values().toVector();
 }
 
-void Ledger::Writer::insertBatch(const Execution *first, int count, const QVariant &statementId)
+QVariantList Ledger::Writer::valuesOf(const Execution &execution, const QVariant &statementId) const
 {
-    QStringList groups;
-    QVariantList values;
-    for (const Execution *execution = first; execution != first + count; ++execution) {
-        groups.append(QStringLiteral("(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
-        values << m_securityIds.value(execution->security) << statementId << letterOf(execution->side)
-               << execution->date << execution->time << execution->price.steps() << execution->quantity
-               << execution->amount.steps() << execution->fee.steps()
-               << QLatin1String("") + execution->orderNo << QLatin1String("") + execution->dealNo;
-    }
-    m_database->run(QStringLiteral("INSERT INTO execution (security_id, statement_id, side, trade_date, "
-                                   "trade_time, price, quantity, amount, fee, order_no, deal_no) VALUES ") +
-                        groups.join(QStringLiteral(", ")),
-                    values);
+    const QLatin1String notNull("");
+    return {m_securityIds.value(execution.security),
+            statementId,
+            letterOf(execution.side),
+            execution.date,
+            execution.time,
+            execution.price.steps(),
+            execution.quantity,
+            execution.amount.steps(),
+            execution.fee.steps(),
+            notNull + execution.orderNo,
+            notNull + execution.dealNo};
 }
 
 void Ledger::Writer::updateHoldings()
