@@ -76,6 +76,13 @@ set_machine_up() {
     fi
 }
 
+# Programs keep the bus socket in the user's runtime directory, which a bare login lacks.
+provide_runtime_dir() {
+    [ -z "${XDG_RUNTIME_DIR:-}" ] && [ "$(uname)" != Darwin ] || return 0
+    export XDG_RUNTIME_DIR="/tmp/runtime-$(id -un)"
+    mkdir -p -m 700 "$XDG_RUNTIME_DIR"
+}
+
 processors() { nproc 2>/dev/null || sysctl -n hw.ncpu; }
 
 # configure_and_build PRESET [CMAKE-OPTION...]: quiet when all is well, the whole log when not.
