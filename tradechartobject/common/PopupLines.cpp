@@ -25,6 +25,8 @@ PopupLines::PopupLines(std::size_t expected)
     m_lines.reserve(expected);
 }
 
+PopupLines::PopupLines(std::vector<std::string> lines) : m_lines(std::move(lines)) {}
+
 void PopupLines::append(std::string line)
 {
     m_lines.push_back(std::move(line));

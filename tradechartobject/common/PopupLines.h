@@ -17,6 +17,7 @@ class PopupLines
 public:
     /// `expected`: number of lines to have room for.
     explicit PopupLines(std::size_t expected);
+    explicit PopupLines(std::vector<std::string> lines);
 
     void append(std::string line);
     bool isEmpty() const;

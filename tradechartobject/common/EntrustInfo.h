@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+
+namespace TradeChart {
+
+/// One order of the account.
+struct EntrustInfo
+{
+    bool isBuy;
+    QString orderStatus; ///< a code of TradeChart::OrderStatus, as received
+    QString fundId;      ///< fund account
+    std::int64_t orderNo;
+    std::int64_t orderDate; ///< yyyymmdd
+    std::int64_t orderTime; ///< hhmmss
+    double orderPrice;
+    std::int64_t orderQty;
+    std::int64_t matchQty;  ///< executed
+    double matchPrice;      ///< average price of what was executed; not finite while nothing was
+    std::int64_t cancelQty; ///< cancelled
+};
+
+} // namespace TradeChart

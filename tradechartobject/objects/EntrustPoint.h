@@ -1,0 +1,102 @@
+#pragma once
+
+#include "endpoint/EndPoint.h"
+#include "tradechartobject/ChartInterface.h"
+#include "tradechartobject/TradeChartExport.h"
+#include "tradechartobject/common/EntrustInfo.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QObject>
+#include <QString>
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+class QTimer;
+
+/// The order points: on the intraday chart, a marker for each price at which the account has orders in
+/// a minute, told apart by side and by how much is dealt. A click lists the orders behind a marker; one
+/// that can still be cancelled is cancelled after the user has confirmed it.
+///
+/// The orders of the day, or of the past day that the chart shows, are asked for when calcIt() brings a
+/// new security; today's again when the refresh timer ends and one second after each notification for
+/// the shown security. On any other period than the intraday one nothing is drawn.
+class TRADECHARTOBJECT_EXPORT EntrustPoint : public QObject, public Korvane::IChartObject
+{
+public:
+    /// Joins the terminal's bus; asks nothing yet. `config`: "auto_refresh_time", seconds, default 10.
+    /// The object belongs to the host: `parent` is not used. Requires that `axis` outlives the object.
+    EntrustPoint(Korvane::IChartAxis &axis, QJsonObject config, QObject *parent);
+    ~EntrustPoint() override;
+
+    int type() const override;
+    bool deleteObject() override;
+    /// Throws std::length_error for a count below zero.
+    bool calcIt(const Korvane::tagCodeWithName &code, const Korvane::AnalyData *bars, int count,
+                Korvane::Period period, int a, int b) override;
+    bool calcRatio(int, int) override;
+    double maximizeValue(int &) override;
+    double minimizeValue(int &) override;
+    bool paintIt(Korvane::IChartPainter &painter) override;
+    int hitTest(double x, double y) override;
+    void handleMousePress(double x, double y) override;
+    void handleMousePressR(double x, double y) override;
+    void handleMouseRelease(double x, double y) override;
+    void handleMouseReleaseR(double x, double y) override;
+    void handleMouseMove(double x, double y) override;
+
+    /// True for the one period that the markers are drawn on.
+    bool isPaintItPeriod(Korvane::Period period);
+
+    /// Asks for today's orders.
+    void sendQueryTodayEntrustInfoReq();
+
+    /// Asks for the orders of `date`, yyyymmdd; false when the bus refused the question.
+    bool sendQueryHistoryEntrustInfoReq(long long date);
+
+    /// Asks the trading module to cancel an order.
+    void sendCancelOrderReq(TradeChart::EntrustInfo &order);
+
+    /// May run the event loop for a second: the object can be gone when it returns.
+    void handleTradeNotify(QByteArray topic, QByteArray message);
+
+    /// Replaces the orders by those of the answer, unless it is empty; always true.
+    bool handleQueryTodayEntrustInfoRes(QJsonArray data);
+
+    /// The same for the orders of a past day; always true.
+    bool handleQueryHistoryEntrustInfoRes(QJsonArray data);
+
+    /// Groups the orders by bar and by price; always true. Without orders or bars the last grouping stays.
+    bool calcEntrustPointPriceInfo();
+
+private:
+    void changeSecurity(const Korvane::tagCodeWithName &code);
+    void askForOrders();
+    void handleAnswer(const QJsonObject &answer);
+    void handleCancelAnswer(const QJsonObject &answer);
+    void askAgainLater();
+    void storeOrders(const QJsonArray &rows);
+    std::vector<TradeChart::EntrustInfo> ordersAt(double x, double y) const;
+    void offerCancellation(TradeChart::EntrustInfo order, const std::string &text);
+
+    Korvane::IChartAxis &m_axis;
+    LocalCommunication::EndPoint m_endPoint;
+    Korvane::tagCodeWithName m_code;
+    Korvane::Period m_period;
+    std::vector<std::int64_t> m_barTimes; ///< date-time per bar
+    std::int64_t m_firstDate;             ///< yyyymmdd of the first bar, -1 before there was one
+    std::int64_t m_lastDate;
+    bool m_isTodayChart; ///< when the object was made
+    int m_lastArg;
+    std::map<int, std::map<std::int64_t, int>> m_priceMarks;         ///< bar, price key: marker kind
+    std::map<int, std::vector<TradeChart::EntrustInfo>> m_barOrders; ///< by bar
+    std::map<std::int64_t, std::vector<TradeChart::EntrustInfo>> m_ordersByTime; ///< by the minute shown at
+    QTimer *m_refreshTimer; ///< child; null after deleteObject()
+    int m_refreshSeconds;
+    QString m_objectId; ///< tells the answers to this object's cancellations
+    int m_openWaits;
+    bool m_notifiedMeanwhile; ///< a notification came that no wait of its own was opened for
+};
