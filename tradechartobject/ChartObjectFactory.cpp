@@ -2,6 +2,7 @@
 
 #include "tradechartobject/common/OverlayConfig.h"
 #include "tradechartobject/objects/BSPoint.h"
+#include "tradechartobject/objects/EntrustPoint.h"
 #include "tradechartobject/objects/PositionCost.h"
 
 #include <QDebug>
@@ -26,6 +27,7 @@ struct OverlayKind
 constexpr OverlayKind overlayKinds[] = {
     {0, &create<PositionCost>},
     {1, &create<BSPoint>},
+    {2, &create<EntrustPoint>},
 };
 
 } // namespace

@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QDate>
 #include <QLibrary>
 #include <QString>
 
@@ -74,6 +75,7 @@ struct Axis : Virtual
     std::vector<void *> updated;
     std::vector<std::string> popupLines;
     int linesWithoutEnd = 0; ///< more than 0: so many lines, and no null pointer behind them
+    int chosenLine = -1;
 };
 
 struct Painter : Virtual
@@ -86,6 +88,12 @@ Axis &log(void *self, const std::string &name)
     auto &axis = *static_cast<Axis *>(static_cast<Virtual *>(self));
     axis.calls.push_back(name);
     return axis;
+}
+
+int chartMode(void *self)
+{
+    log(self, "chartMode");
+    return 1;
 }
 
 bool visiblePriceRange(void *self, double *low, double *high)
@@ -119,7 +127,24 @@ int popupMenu(void *self, const char **lines, void *)
          ++line) {
         axis.popupLines.emplace_back(lines[line]);
     }
-    return -1;
+    return axis.chosenLine;
+}
+
+void showMessage(void *self, const char *text)
+{
+    log(self, "showMessage " + std::string(text));
+}
+
+bool confirmBox(void *self, const char *text)
+{
+    log(self, "confirmBox " + std::string(text));
+    return true;
+}
+
+double barToX(void *self, int bar)
+{
+    log(self, "barToX " + std::to_string(bar));
+    return bar * 100.0;
 }
 
 double priceToY(void *self, double price, int one, int two)
@@ -145,11 +170,15 @@ const Table<27> &axisTable()
 {
     static const Table<27> table = [] {
         Table<27> made;
+        made.set(2, &chartMode);
         made.set(3, &visiblePriceRange);
         made.set(4, &screenId);
         made.set(12, &markerSize);
         made.set(13, &updateObject);
         made.set(18, &popupMenu);
+        made.set(20, &showMessage);
+        made.set(21, &confirmBox);
+        made.set(23, &barToX);
         made.set(24, &priceToY);
         made.set(25, &xToBar);
         made.set(26, &barAt);
@@ -187,6 +216,12 @@ void drawMarkerSeries(void *self, int reserved, const double *flags, const doubl
                    std::to_string(prices[1]) + " " + std::to_string(style) + " " + std::to_string(variant));
 }
 
+void drawMarker(void *self, int reserved, int bar, int kind, int atLow, double price)
+{
+    draw(self, "marker " + std::to_string(reserved) + " " + std::to_string(bar) + " " + std::to_string(kind) +
+                   " " + std::to_string(atLow) + " " + std::to_string(price));
+}
+
 const Table<37> &painterTable()
 {
     static const Table<37> table = [] {
@@ -195,6 +230,7 @@ const Table<37> &painterTable()
         made.set(8, &drawSeriesLabel);
         made.set(13, &drawLineSeries);
         made.set(35, &drawMarkerSeries);
+        made.set(36, &drawMarker);
         return made;
     }();
     return table;
@@ -222,6 +258,18 @@ Record dayBar(std::int32_t date, double high)
     return bar;
 }
 
+/// A bar of today, `minutes` after midnight.
+Record minuteBar(std::uint32_t minutes)
+{
+    const QDate today = QDate::currentDate();
+    const auto year = static_cast<std::uint32_t>(today.year() - 2004);
+    const auto monthDay = static_cast<std::uint32_t>(today.month() * 100 + today.day());
+    Record bar;
+    bar.fill(0xEE);
+    put(bar, 0, (year << 27U) | (monthDay << 16U) | minutes);
+    return bar;
+}
+
 Record security(std::int8_t market, const char *code, std::int64_t identity)
 {
     Record record;
@@ -229,6 +277,7 @@ Record security(std::int8_t market, const char *code, std::int64_t identity)
     put(record, 0, market);
     std::memcpy(record.data() + 1, code, std::strlen(code) + 1);
     put(record, 40, identity);
+    std::memcpy(record.data() + 48, "NAME", 5);
     return record;
 }
 
@@ -446,6 +495,51 @@ TEST_F(HandLaidHostConstructs, TheCombinedTradeMarkers)
     EXPECT_THAT(axis.popupLines, ElementsAre("买入\t00:00:00\t成交价:15.50\t成交量:300"));
 }
 
+TEST_F(HandLaidHost, DrivesTheOrderPointsThroughTheirSlots)
+{
+    RecordedBus &bus = RecordedBus::instance();
+    ASSERT_NE(create(R"({"type":2,"auto_refresh_time":600})"), nullptr);
+    EXPECT_EQ(call<int>(overlay, 2), 3);
+    EXPECT_TRUE((call<bool>(overlay, 5, 1, 2)));
+    EXPECT_FALSE(calcIt(security(1, "600536", 79), 4));
+    const Record code = security(1, "600536", 79);
+    const std::vector<Record> bars = {minuteBar(571), minuteBar(572)};
+    EXPECT_TRUE((call<bool, const void *, const void *, int, int, int, int>(overlay, 4, code.data(),
+                                                                            bars.data(), 2, 21, 7, 8)));
+    ASSERT_THAT(bus.sent, SizeIs(1));
+    EXPECT_EQ(bus.sent[0].payload,
+              R"({"cmd":"EntrustTodayTrade","market":"SH","screenId":"by-hand","stkcode":"600536"})");
+
+    const QByteArray today = QDate::currentDate().toString(QStringLiteral("yyyyMMdd")).toLatin1();
+    bus.deliver(
+        "TradeQuery",
+        R"({"cmd":"EntrustTodayTrade","stkcode":"600536","data":[{"market":"1","bsflag2":"0B","orderstatus":"2","ordersno":"5","operdate":")" +
+            today + R"(","opertime":"9320500","orderprice":"9.5","orderqty":"300"}]})");
+    EXPECT_THAT(axis.updated, ElementsAre(overlay));
+
+    EXPECT_TRUE(paintIt());
+    EXPECT_THAT(painter.calls, ElementsAre("marker 0 1 20 1 10.000000")) << "held at the bottom edge";
+    EXPECT_EQ((call<int>(overlay, 9, 107.9, 1000.0 - 10.0 - 16.0)), 0);
+    EXPECT_EQ((call<int>(overlay, 9, 108.0, 1000.0 - 10.0)), -1);
+
+    axis.calls.clear();
+    axis.chosenLine = 0;
+    call<void>(overlay, 10, 100.0, 1000.0 - 10.0);
+    const std::string text =
+        "买入[NAME]\n状态:未成交\n编号:5\n委托时间:09:32:05\n委托价格:9.500\n委托数量:300\n委托日期:" +
+        today.toStdString();
+    EXPECT_THAT(axis.popupLines, ElementsAre(text));
+    EXPECT_THAT(axis.calls, ElementsAre("barToX 1", "visiblePriceRange", "priceToY", "popupMenu",
+                                        "confirmBox 撤单?\n" + text));
+
+    ASSERT_THAT(bus.sent, SizeIs(2));
+    QByteArray answer = bus.sent[1].payload;
+    EXPECT_TRUE(answer.startsWith(R"({"cmd":"EntrustCancel","market":"SH","objectId":"{)"));
+    axis.calls.clear();
+    bus.deliver("TradeQuery", answer.replace("{\"cmd\"", R"({"msg":"too late","cmd")"));
+    EXPECT_THAT(axis.calls, ElementsAre("showMessage too late"));
+}
+
 class HandLaidHostEnds : public HandLaidHost, public ::testing::WithParamInterface<const char *>
 {
 };
@@ -461,7 +555,8 @@ TEST_P(HandLaidHostEnds, AnOverlayThroughSlotsThreeAndOne)
         << "the whole object is gone, its bus client with it";
 }
 
-INSTANTIATE_TEST_SUITE_P(Types, HandLaidHostEnds, ::testing::Values(R"({"type":0})", R"({"type":1})"));
+INSTANTIATE_TEST_SUITE_P(Types, HandLaidHostEnds,
+                         ::testing::Values(R"({"type":0})", R"({"type":1})", R"({"type":2})"));
 
 TEST_F(HandLaidHost, GetsNullAndOneCriticalLineForAnUnknownType)
 {

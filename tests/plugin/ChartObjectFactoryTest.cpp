@@ -3,6 +3,7 @@
 
 #include "tradechartobject/ChartObjectFactory.h"
 #include "tradechartobject/objects/BSPoint.h"
+#include "tradechartobject/objects/EntrustPoint.h"
 #include "tradechartobject/objects/PositionCost.h"
 
 using ::testing::ElementsAre;
@@ -34,6 +35,11 @@ TEST_F(ChartObjectFactoryTest, CreatesTheCostLineForTypeZero)
 TEST_F(ChartObjectFactoryTest, CreatesTheBuySellPointsForTypeOne)
 {
     EXPECT_THAT(dynamic_cast<BSPoint *>(create(R"({"type":1})")), NotNull());
+}
+
+TEST_F(ChartObjectFactoryTest, CreatesTheOrderPointsForTypeTwo)
+{
+    EXPECT_THAT(dynamic_cast<EntrustPoint *>(create(R"({"type":2})")), NotNull());
 }
 
 TEST_F(ChartObjectFactoryTest, CreatesObjectsWithoutAParent)
@@ -104,7 +110,6 @@ TEST_P(ChartObjectFactoryRefuses, WithNullAndOneCriticalLine)
 INSTANTIATE_TEST_SUITE_P(
     Configurations, ChartObjectFactoryRefuses,
     ::testing::Values(UnknownType{"TheTypeThree", R"({"type":3})", "3"},
-                      UnknownType{"TheTypeTwo", R"({"type":2})", "2"},
                       UnknownType{"ANegativeType", R"({"type":-5})", "-5"},
                       UnknownType{"ATypeAsText", R"({"type":"0"})", "-1"},
                       UnknownType{"ATypeWithAFraction", R"({"type":0.5})", "-1"},

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <optional>
 
 namespace TradeChart {
 
@@ -35,31 +36,26 @@ const GroupedStatus groupedStatuses[] = {
     {OrderStatus::Dealed, StatusGroup::Dealt},
 };
 
+// What waiting and dealt orders of one side at one price become, sells too: painters in the field draw
+// every mixed price that way.
+constexpr MarkerKind mixed = MarkerKind::BuyPartDeal;
+
 /// What an order of a side and a status group does to the marker at its price.
 struct Transition
 {
     bool isBuy;
     StatusGroup group;
-    MarkerKind alone;   ///< the marker when it is the first at this price
-    bool overwrites;    ///< it becomes the marker whatever was there
-    MarkerKind meets;   ///< or: when this marker is there already ...
-    MarkerKind becomes; ///< ... it becomes this one; any other marker stays
+    MarkerKind alone;                    ///< the marker when it is the first at this price
+    std::optional<MarkerKind> mixesWith; ///< the marker that it turns into `mixed`; none: it replaces all
 };
 
-// Waiting and dealt sells at one price become the buy side's mixed marker: painters in the field draw
-// every mixed price that way.
 constexpr Transition transitions[] = {
-    {true, StatusGroup::PartDealt, MarkerKind::BuyPartDeal, true, MarkerKind::BuyPartDeal,
-     MarkerKind::BuyPartDeal},
-    {true, StatusGroup::Waiting, MarkerKind::BuyWaiting, false, MarkerKind::BuyDealed,
-     MarkerKind::BuyPartDeal},
-    {true, StatusGroup::Dealt, MarkerKind::BuyDealed, false, MarkerKind::BuyWaiting, MarkerKind::BuyPartDeal},
-    {false, StatusGroup::PartDealt, MarkerKind::SellPartDeal, true, MarkerKind::SellPartDeal,
-     MarkerKind::SellPartDeal},
-    {false, StatusGroup::Waiting, MarkerKind::SellWaiting, false, MarkerKind::SellDealed,
-     MarkerKind::BuyPartDeal},
-    {false, StatusGroup::Dealt, MarkerKind::SellDealed, false, MarkerKind::SellWaiting,
-     MarkerKind::BuyPartDeal},
+    {true, StatusGroup::PartDealt, MarkerKind::BuyPartDeal, std::nullopt},
+    {true, StatusGroup::Waiting, MarkerKind::BuyWaiting, MarkerKind::BuyDealed},
+    {true, StatusGroup::Dealt, MarkerKind::BuyDealed, MarkerKind::BuyWaiting},
+    {false, StatusGroup::PartDealt, MarkerKind::SellPartDeal, std::nullopt},
+    {false, StatusGroup::Waiting, MarkerKind::SellWaiting, MarkerKind::SellDealed},
+    {false, StatusGroup::Dealt, MarkerKind::SellDealed, MarkerKind::SellWaiting},
 };
 
 const GroupedStatus *findGroup(const QString &status)
@@ -92,13 +88,12 @@ void addOrder(const EntrustInfo &order, std::map<std::int64_t, int> &marks)
         return;
     }
     const Transition &transition = transitionOf(order.isBuy, status->group);
-    const auto [mark, isNew] =
-        marks.try_emplace(priceKey(order.orderPrice), static_cast<int>(transition.alone));
-    if (isNew) {
-        return;
-    }
-    if (transition.overwrites || mark->second == static_cast<int>(transition.meets)) {
-        mark->second = static_cast<int>(transition.becomes);
+    const auto alone = static_cast<int>(transition.alone);
+    int &mark = marks.try_emplace(priceKey(order.orderPrice), alone).first->second;
+    if (!transition.mixesWith) {
+        mark = alone;
+    } else if (mark == static_cast<int>(*transition.mixesWith)) {
+        mark = static_cast<int>(mixed);
     }
 }
 

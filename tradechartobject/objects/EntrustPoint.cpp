@@ -10,9 +10,11 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDebug>
 #include <QJsonDocument>
 #include <QPointer>
+#include <QThread>
 #include <QTime>
 #include <QUuid>
 
@@ -39,6 +41,7 @@ constexpr double markerHeight = 16.0; // pixels
 // A notification comes before the trading module's own books are settled: it is asked a second later.
 constexpr int settlingMilliseconds = 1000;
 constexpr int eventTurnMilliseconds = 100;
+constexpr unsigned long idleMilliseconds = 1;
 
 /// Waits nest when notifications come inside a wait; beyond this many they share one.
 constexpr int mostOpenWaits = 16;
@@ -84,7 +87,7 @@ QString text(const QJsonObject &row, const char *key)
 struct ShownAt
 {
     int from;
-    int before;
+    int to;            ///< included
     std::int64_t time; ///< hhmmss
 };
 
@@ -92,8 +95,8 @@ constexpr std::int64_t firstMinute = 93100;
 
 // The chart has no bars for these times.
 constexpr ShownAt closedHours[] = {
-    {INT_MIN, 9300100, firstMinute},
-    {11310100, 13010000, 130100},
+    {INT_MIN, 9300099, firstMinute},
+    {11310100, 13009999, 130100},
     {15000100, INT_MAX, 150000},
 };
 
@@ -105,7 +108,7 @@ std::int64_t shownMinute(int orderTime, bool isOfEarlierDay)
     }
     const auto span =
         std::find_if(std::begin(closedHours), std::end(closedHours), [orderTime](const ShownAt &hours) {
-            return hours.from <= orderTime && orderTime < hours.before;
+            return hours.from <= orderTime && orderTime <= hours.to;
         });
     const std::int64_t time = span == std::end(closedHours) ? orderTime / 100 : span->time;
     return time / 100 * 100;
@@ -137,13 +140,15 @@ void logUnreadable(const QJsonObject &row)
     }
 }
 
-/// Lets the event loop run until a second has passed by the wall clock. At midnight the end lies behind
-/// and there is nothing to wait for.
+/// Lets the event loop run until a second has passed by the time of day. Just before midnight the end
+/// lies behind and there is nothing to wait for; a clock that is set back does not make the wait longer.
 void waitOneSecond()
 {
     const QTime end = QTime::currentTime().addMSecs(settlingMilliseconds);
-    while (QTime::currentTime() < end) {
+    const QDeadlineTimer latestEnd(settlingMilliseconds);
+    while (QTime::currentTime() < end && !latestEnd.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, eventTurnMilliseconds);
+        QThread::msleep(idleMilliseconds); // the turn ends as soon as nothing is left to do
     }
 }
 
@@ -173,7 +178,7 @@ EntrustPoint::EntrustPoint(Korvane::IChartAxis &axis, QJsonObject config, QObjec
 
 EntrustPoint::~EntrustPoint()
 {
-    m_endPoint.disconnect();
+    TradeChannel::leave(m_endPoint, this);
 }
 
 int EntrustPoint::type() const
@@ -220,7 +225,6 @@ bool EntrustPoint::calcIt(const Korvane::tagCodeWithName &code, const Korvane::A
     m_firstDate = tradingDay(m_barTimes.front());
     m_lastDate = tradingDay(m_barTimes.back());
     if (isNewSecurity) {
-        m_ordersByTime.clear();
         askForOrders();
     }
     return calcEntrustPointPriceInfo();
@@ -331,12 +335,13 @@ int EntrustPoint::hitTest(double x, double y)
 
 void EntrustPoint::handleMousePress(double x, double y)
 {
-    // Copies: while the list is open, an answer may replace the orders.
+    // Copies: while the list is open, an answer may replace the orders, the host show another security.
+    const Korvane::tagCodeWithName security = m_code;
     const std::vector<EntrustInfo> orders = ordersAt(x, y);
     if (orders.empty()) {
         return;
     }
-    const std::string name(m_code.name, qstrnlen(m_code.name, sizeof m_code.name));
+    const std::string name(security.name, qstrnlen(security.name, sizeof security.name));
     std::vector<std::string> texts;
     std::transform(orders.begin(), orders.end(), std::back_inserter(texts),
                    [&](const EntrustInfo &order) { return orderText(order, name); });
@@ -351,7 +356,7 @@ void EntrustPoint::handleMousePress(double x, double y)
     }
     if (self) { // the host may have ended this object while the list was open
         const auto index = static_cast<std::size_t>(chosen);
-        offerCancellation(orders[index], texts[index]);
+        offerCancellation(orders[index], security, texts[index]);
     }
 }
 
@@ -376,7 +381,8 @@ std::vector<EntrustInfo> EntrustPoint::ordersAt(double x, double y) const
 }
 
 /// Asks the user and then the trading module; the order's new state comes with its notification.
-void EntrustPoint::offerCancellation(EntrustInfo order, const std::string &text)
+void EntrustPoint::offerCancellation(const EntrustInfo &order, const Korvane::tagCodeWithName &security,
+                                     const std::string &text)
 {
     if (!isCancellable(order.orderStatus)) {
         return;
@@ -384,7 +390,7 @@ void EntrustPoint::offerCancellation(EntrustInfo order, const std::string &text)
     const QPointer<QObject> self(this);
     const bool isConfirmed = m_axis.confirmBox(("撤单?\n" + text).c_str());
     if (isConfirmed && self) {
-        sendCancelOrderReq(order);
+        cancel(order, security);
     }
 }
 
@@ -413,11 +419,16 @@ bool EntrustPoint::sendQueryHistoryEntrustInfoReq(long long date)
 
 void EntrustPoint::sendCancelOrderReq(EntrustInfo &order)
 {
-    QJsonObject request = TradeChannel::screenRequest(CmdType::ENTRUSTCANCEL, m_code, m_axis);
+    cancel(order, m_code);
+}
+
+void EntrustPoint::cancel(const EntrustInfo &order, const Korvane::tagCodeWithName &security)
+{
+    QJsonObject request = TradeChannel::screenRequest(CmdType::ENTRUSTCANCEL, security, m_axis);
     request.insert(QLatin1String(TradeKeyFields::RTSORDERDATE), QString::number(order.orderDate));
     request.insert(QLatin1String(TradeKeyFields::RTSORDERNO), QString::number(order.orderNo));
     request.insert(QLatin1String(TradeKeyFields::OBJECTID), m_objectId);
-    TradeChannel::send(m_endPoint, request, __func__);
+    TradeChannel::send(m_endPoint, request, "sendCancelOrderReq");
 }
 
 // Answers
@@ -428,7 +439,7 @@ void EntrustPoint::handleTradeNotify(QByteArray topic, QByteArray message)
         return; // the host has already ended this object
     }
     if (topic == Topic::TRADEQUERY) {
-        if (const auto answer = TradeChannel::parseObject(message)) {
+        if (const auto answer = TradeChannel::parseMessage(message)) {
             handleAnswer(*answer);
         }
     } else if (topic == Topic::TRADENOTIFY) {
@@ -539,6 +550,6 @@ void EntrustPoint::storeOrders(const QJsonArray &rows)
         }
         const EntrustInfo order = readOrder(row, side == QLatin1String(BSFlag::BUY), status);
         const int time = text(row, TradeKeyFields::RTSENTRUSTTIME).toInt();
-        m_ordersByTime[today * 1000000 + shownMinute(time, today > order.orderDate)].push_back(order);
+        m_ordersByTime[dateTime(today, shownMinute(time, today > order.orderDate))].push_back(order);
     }
 }

@@ -57,7 +57,7 @@ public:
     /// Asks for the orders of `date`, yyyymmdd; false when the bus refused the question.
     bool sendQueryHistoryEntrustInfoReq(long long date);
 
-    /// Asks the trading module to cancel an order.
+    /// Asks the trading module to cancel an order of the shown security.
     void sendCancelOrderReq(TradeChart::EntrustInfo &order);
 
     /// May run the event loop for a second: the object can be gone when it returns.
@@ -80,7 +80,9 @@ private:
     void askAgainLater();
     void storeOrders(const QJsonArray &rows);
     std::vector<TradeChart::EntrustInfo> ordersAt(double x, double y) const;
-    void offerCancellation(TradeChart::EntrustInfo order, const std::string &text);
+    void offerCancellation(const TradeChart::EntrustInfo &order, const Korvane::tagCodeWithName &security,
+                           const std::string &text);
+    void cancel(const TradeChart::EntrustInfo &order, const Korvane::tagCodeWithName &security);
 
     Korvane::IChartAxis &m_axis;
     LocalCommunication::EndPoint m_endPoint;
