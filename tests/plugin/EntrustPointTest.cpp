@@ -357,7 +357,7 @@ TEST_F(EntrustPointTest, HearsOfASecurityThatCameWithoutBarsThroughTheTimerOnly)
     calc(shanghai, threeMinutes, 21);
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_TRUE(timer()->isActive());
-    EXPECT_TRUE(waitFor([] { return todayQuestions() == 1; }));
+    EXPECT_TRUE(waitUntil([] { return todayQuestions() == 1; }));
 }
 
 TEST_F(EntrustPointTest, ThrowsForANegativeNumberOfBarsAndKeepsTheBars)
@@ -446,7 +446,7 @@ TEST_F(EntrustPointTest, AsksForTodaysOrdersWhenTheTimerEndsAlsoOnThePastChart)
 {
     axis.mode = 2;
     createOnThreeMinutes({{QStringLiteral("auto_refresh_time"), 1}});
-    ASSERT_TRUE(waitFor([] { return questions().size() == 1; }));
+    ASSERT_TRUE(waitUntil([] { return questions().size() == 1; }));
     EXPECT_EQ(questions()[0],
               R"({"cmd":"EntrustTodayTrade","market":"SH","screenId":"screen-1","stkcode":"600536"})");
     EXPECT_FALSE(timer()->isActive()) << "a lost answer stops the refresh";
@@ -1409,10 +1409,10 @@ TEST_F(EntrustPointTest, BoundsItsStackAndStaysResponsiveUnderAFloodOfNotificati
     QTimer heartbeat;
     QObject::connect(&heartbeat, &QTimer::timeout, [&] { ++ticks; });
     heartbeat.start(50);
-    ASSERT_TRUE(waitFor([&] { return heard == flood && depth == 0; }));
+    ASSERT_TRUE(waitUntil([&] { return heard == flood && depth == 0; }));
     EXPECT_LE(deepest, 17) << "sixteen that wait and one that joins them";
     EXPECT_GE(ticks, 3);
-    EXPECT_TRUE(waitFor([&] { return todayQuestions() > 16; })) << "one more for those without a wait";
+    EXPECT_TRUE(waitUntil([&] { return todayQuestions() > 16; })) << "one more for those without a wait";
     EXPECT_GT(todayQuestions(), askedBeforeTheLast);
     EXPECT_LE(todayQuestions(), 40);
     heartbeat.stop();
