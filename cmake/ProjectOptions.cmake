@@ -45,5 +45,7 @@ if(TRADECHART_SANITIZE)
     list(JOIN TRADECHART_SANITIZE "," sanitizers)
     target_compile_options(project_options INTERFACE
         -fsanitize=${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    # A host's virtual tables may be laid by hand, without the type information that this would look for.
+    target_compile_options(project_options INTERFACE -fno-sanitize=vptr)
     target_link_options(project_options INTERFACE -fsanitize=${sanitizers})
 endif()
