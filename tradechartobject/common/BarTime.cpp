@@ -1,7 +1,5 @@
 #include "tradechartobject/common/BarTime.h"
 
-#include <algorithm>
-
 namespace TradeChart {
 
 namespace {
@@ -27,6 +25,24 @@ std::int64_t minuteStampTime(std::uint32_t stamp)
     return dateTime(year * 10000 + monthDay, minutes / 60 * 10000 + minutes % 60 * 100);
 }
 
+/// Calls take(index, date-time) for every bar. The kind of period is the same for all: asked once.
+template <class Take>
+void forEachTime(const Korvane::AnalyData *bars, std::size_t count, Korvane::Period period, Take take)
+{
+    const auto walk = [&](auto timeOf) {
+        for (std::size_t bar = 0; bar < count; ++bar) {
+            take(bar, timeOf(bars[bar].time));
+        }
+    };
+    if (isMinutePeriod(period)) {
+        walk(minuteStampTime);
+    } else if (isDayPeriod(period)) {
+        walk(dayBarTime);
+    } else {
+        walk([](std::uint32_t) { return std::int64_t{0}; });
+    }
+}
+
 } // namespace
 
 bool isMinutePeriod(Korvane::Period period)
@@ -39,22 +55,35 @@ bool isDayPeriod(Korvane::Period period)
     return isOneOf(dayPeriods, period);
 }
 
+std::int64_t barTime(const Korvane::AnalyData &bar, Korvane::Period period)
+{
+    std::int64_t time = 0;
+    forEachTime(&bar, 1, period, [&time](std::size_t, std::int64_t decoded) { time = decoded; });
+    return time;
+}
+
 void decodeBarTimes(const Korvane::AnalyData *bars, int count, Korvane::Period period,
                     std::vector<std::int64_t> &times)
 {
     times.resize(usableBarCount(bars, count));
-    // The kind of period is the same for all bars: asked once, not per bar.
-    const auto decode = [&](auto timeOf) {
-        std::transform(bars, bars + times.size(), times.begin(),
-                       [&](const Korvane::AnalyData &bar) { return timeOf(bar.time); });
-    };
-    if (isMinutePeriod(period)) {
-        decode(minuteStampTime);
-    } else if (isDayPeriod(period)) {
-        decode(dayBarTime);
-    } else {
-        std::fill(times.begin(), times.end(), 0);
-    }
+    forEachTime(bars, times.size(), period,
+                [time = times.data()](std::size_t bar, std::int64_t decoded) { time[bar] = decoded; });
+}
+
+void decodeBars(const Korvane::AnalyData *bars, int count, Korvane::Period period,
+                std::vector<std::int64_t> &times, std::vector<double> &highs, std::vector<double> &lows)
+{
+    const std::size_t barCount = usableBarCount(bars, count);
+    times.resize(barCount);
+    highs.resize(barCount);
+    lows.resize(barCount);
+    forEachTime(bars, barCount, period,
+                [=, time = times.data(), high = highs.data(), low = lows.data()](std::size_t bar,
+                                                                                 std::int64_t decoded) {
+                    time[bar] = decoded;
+                    high[bar] = bars[bar].high;
+                    low[bar] = bars[bar].low;
+                });
 }
 
 } // namespace TradeChart

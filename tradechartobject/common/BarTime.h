@@ -41,9 +41,16 @@ inline std::size_t usableBarCount(const Korvane::AnalyData *bars, int count)
     return bars == nullptr || count < 0 ? 0 : static_cast<std::size_t>(count);
 }
 
-/// Replaces `times` by the date-times of the usable bars, in the bars' order: the minute of a bar with
-/// second 00 for minute periods, the last second of its day for day periods, 0 for periods of neither kind.
+/// Date-time of a bar: its minute with second 00 for minute periods, the last second of its day for day
+/// periods, 0 for periods of neither kind.
+std::int64_t barTime(const Korvane::AnalyData &bar, Korvane::Period period);
+
+/// Replaces `times` by the date-times of the usable bars, in the bars' order.
 void decodeBarTimes(const Korvane::AnalyData *bars, int count, Korvane::Period period,
                     std::vector<std::int64_t> &times);
+
+/// The same, with the bars' ends from the same walk: the host's bars may be many.
+void decodeBars(const Korvane::AnalyData *bars, int count, Korvane::Period period,
+                std::vector<std::int64_t> &times, std::vector<double> &highs, std::vector<double> &lows);
 
 } // namespace TradeChart

@@ -154,46 +154,34 @@ bool CChartTradeObject::calcIt(const Korvane::tagCodeWithName &code, const Korva
     m_code = code;
     m_period = period;
     m_calcArg = a;
-    decodeBarTimes(data, count, m_period, m_barTimes);
-    if (m_barTimes.empty()) {
-        return true;
+    if (m_algorithmType == tradeMarkersType && usableBarCount(data, count) > 0) {
+        showTrades(data, count, period);
+        return true; // this object may be gone by now
     }
-    if (m_algorithmType == tradeMarkersType) {
-        showTrades(data, count);
-    } else if (m_algorithmType == costLineType) {
+    decodeBarTimes(data, count, period, m_barTimes);
+    if (m_algorithmType == costLineType && !m_barTimes.empty()) {
         m_holderPrice = unknownCost;
-        requestHolderPrice();
+        requestHolderPrice(); // the wait may end this object
     }
-    return true; // this object may be gone by now
+    return true;
 }
 
-void CChartTradeObject::showTrades(const Korvane::AnalyData *data, int count)
+void CChartTradeObject::showTrades(const Korvane::AnalyData *data, int count, Korvane::Period period)
 {
-    const std::int64_t first = tradingDay(m_barTimes.front());
-    const std::int64_t last = tradingDay(m_barTimes.back());
+    const std::int64_t first = tradingDay(barTime(data[0], period));
+    const std::int64_t last = tradingDay(barTime(data[count - 1], period));
     const QPointer<QObject> self(this);
     if (first != m_startDate || last != m_endDate) {
         requestHistoryTradeInfo(first, last);
     }
-    if (self) { // the host may have ended this object while the question went out
-        readPrices(data, count);
-        calcTradeData(data, count);
+    if (!self) { // the host may have ended this object while the question went out
+        return;
     }
-}
-
-/// Reads the ends of the bars, on which the markers stand, and clears the marks.
-void CChartTradeObject::readPrices(const Korvane::AnalyData *data, int count)
-{
-    const std::size_t barCount = usableBarCount(data, count);
-    m_highs.resize(barCount);
-    m_lows.resize(barCount);
-    for (std::size_t bar = 0; bar < barCount; ++bar) {
-        m_highs[bar] = data[bar].high;
-        m_lows[bar] = data[bar].low;
-    }
+    decodeBars(data, count, period, m_barTimes, m_highs, m_lows);
     for (auto *marks : {&m_buyAbove, &m_buyBelow, &m_sellAbove, &m_sellBelow, &m_bothAbove, &m_bothBelow}) {
-        marks->assign(barCount, unmarked);
+        marks->assign(m_barTimes.size(), unmarked);
     }
+    calcTradeData(data, count);
 }
 
 void CChartTradeObject::calcTradeData(const Korvane::AnalyData *data, int count)

@@ -67,8 +67,7 @@ public:
     void calcTradeData(const Korvane::AnalyData *data, int count);
 
 private:
-    void showTrades(const Korvane::AnalyData *data, int count);
-    void readPrices(const Korvane::AnalyData *data, int count);
+    void showTrades(const Korvane::AnalyData *data, int count, Korvane::Period period);
     void drawMarkers(Korvane::IChartPainter &painter) const;
     int hitTestBar(int bar, double y);
     TradeChart::TradeMarks marksAbove();
