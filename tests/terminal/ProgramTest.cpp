@@ -4,7 +4,7 @@
 #include "terminal/chart/SeriesLabel.h"
 #include "terminal/services/TradeModuleProcess.h"
 #include "terminal/ui/MainWindow.h"
-#include "tests/support/WaitFor.h"
+#include "tests/support/WaitUntil.h"
 
 #include <gmock/gmock.h>
 
@@ -230,7 +230,7 @@ TEST(TradeModuleChild, IsStartedAgainWhenItEnds)
     int ends = 0;
     QObject::connect(&module, &TradeModuleProcess::failed, &module, [&ends] { ++ends; });
     module.start();
-    EXPECT_TRUE(waitFor([&ends] { return ends >= 2; }));
+    EXPECT_TRUE(waitUntil([&ends] { return ends >= 2; }));
 }
 
 TEST(TradeModuleChild, IsNamedWhenItCannotBeStarted)
@@ -241,7 +241,7 @@ TEST(TradeModuleChild, IsNamedWhenItCannotBeStarted)
     QObject::connect(&module, &TradeModuleProcess::failed, &module,
                      [&reason](const QString &text) { reason = text; });
     module.start();
-    EXPECT_TRUE(waitFor([&reason] { return reason.contains(QStringLiteral("/nowhere/trademodule")); }));
+    EXPECT_TRUE(waitUntil([&reason] { return reason.contains(QStringLiteral("/nowhere/trademodule")); }));
 }
 
 } // namespace

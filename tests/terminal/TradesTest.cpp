@@ -6,7 +6,7 @@
 #include "terminal/services/TradeLink.h"
 #include "terminal/services/TradeModuleProcess.h"
 #include "terminal/ui/MainWindow.h"
-#include "tests/support/WaitFor.h"
+#include "tests/support/WaitUntil.h"
 #include "tests/terminal/WhenOpen.h"
 
 #include <gmock/gmock.h>
@@ -37,7 +37,7 @@ protected:
             std::make_unique<TradeModuleProcess>(QStringLiteral(TRADEMODULE), ledger(), address, nullptr);
         m_module->start();
         m_link.start(address);
-        ASSERT_TRUE(waitFor([this] { return m_link.isAnswering(); }));
+        ASSERT_TRUE(waitUntil([this] { return m_link.isAnswering(); }));
 
         TerminalOptions options;
         options.overlays = QStringList(QStringLiteral("trades"));
@@ -79,7 +79,7 @@ protected:
     bool showDay(std::int32_t date)
     {
         chart()->setSpan({barOf(date) - 10.0, barOf(date) + 10.0});
-        return waitFor([this, date] { return m_window->overlays()->isHit(markOf(date)); });
+        return waitUntil([this, date] { return m_window->overlays()->isHit(markOf(date)); });
     }
 
     QStringList rowsAtAClickOn(std::int32_t date)

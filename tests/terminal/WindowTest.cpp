@@ -5,7 +5,7 @@
 #include "terminal/snapshot/Picture.h"
 #include "terminal/ui/MainWindow.h"
 #include "terminal/ui/PopupRow.h"
-#include "tests/support/WaitFor.h"
+#include "tests/support/WaitUntil.h"
 #include "tests/terminal/SomeBars.h"
 #include "tests/terminal/WhenOpen.h"
 
