@@ -32,21 +32,6 @@ int candleWidth(double barWidth)
     return std::min(widestBody, width % 2 == 0 ? width - 1 : width);
 }
 
-void fillRects(QPainter *painter, const QVector<QRect> &rects, const QColor &colour)
-{
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(colour);
-    painter->drawRects(rects);
-}
-
-void CandleCurve::Strokes::clear()
-{
-    // resize() keeps what is allocated, clear() would not.
-    rising.resize(0);
-    hollows.resize(0);
-    falling.resize(0);
-}
-
 CandleCurve::CandleCurve(VisibleBars *bars) : m_bars(bars)
 {
     setSamples(bars);
@@ -57,31 +42,32 @@ CandleCurve::CandleCurve(VisibleBars *bars) : m_bars(bars)
 void CandleCurve::drawSymbols(QPainter *painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
                               const QRectF & /*canvasRect*/, int from, int to) const
 {
-    m_strokes.clear();
+    m_rising.clear();
+    m_falling.clear();
+    m_hollows.clear();
     const int width = candleWidth(xMap.transform(1) - xMap.transform(0));
     for (int i = from; i <= to; ++i) {
         addCandle(m_bars->columns()[static_cast<size_t>(i)], xMap, yMap, width);
     }
-    fillRects(painter, m_strokes.falling, m_theme.fall);
-    fillRects(painter, m_strokes.rising, m_theme.rise);
-    fillRects(painter, m_strokes.hollows, m_theme.background);
+    m_falling.paint(painter, m_theme.fall);
+    m_rising.paint(painter, m_theme.rise);
+    m_hollows.paint(painter, m_theme.background);
 }
 
 void CandleCurve::addCandle(const BarColumn &bar, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
                             int width) const
 {
-    const bool rises = bar.rises();
-    QVector<QRect> &strokes = rises ? m_strokes.rising : m_strokes.falling;
+    ColouredStrokes &strokes = bar.rises() ? m_rising : m_falling;
     const int x = pixelOf(xMap, bar.position);
-    strokes.append(QRect(QPoint(x, pixelOf(yMap, bar.high)), QPoint(x, pixelOf(yMap, bar.low))));
+    strokes.addLine(x, pixelOf(yMap, bar.high), pixelOf(yMap, bar.low));
     if (width == 1) {
         return;
     }
     const QRect body(QPoint(x - width / 2, pixelOf(yMap, std::max(bar.open, bar.close))),
                      QPoint(x + width / 2, pixelOf(yMap, std::min(bar.open, bar.close))));
-    strokes.append(body);
-    if (rises && width >= narrowestHollow && body.height() > 2) {
-        m_strokes.hollows.append(body.adjusted(1, 1, -1, -1));
+    strokes.addBlock(body);
+    if (bar.rises() && width >= narrowestHollow && body.height() > 2) {
+        m_hollows.addBlock(body.adjusted(1, 1, -1, -1));
     }
 }
 

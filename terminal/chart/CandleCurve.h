@@ -1,11 +1,10 @@
 #pragma once
 
 #include "terminal/chart/ChartTheme.h"
+#include "terminal/chart/ColouredStrokes.h"
 #include "terminal/chart/VisibleBars.h"
 
 #include <qwt_plot_tradingcurve.h>
-
-#include <QVector>
 
 namespace Terminal {
 
@@ -27,24 +26,13 @@ protected:
                      const QRectF &canvasRect, int from, int to) const override;
 
 private:
-    /// The rectangles of one repaint, sorted by colour; kept so that a repaint need not allocate.
-    struct Strokes
-    {
-        QVector<QRect> rising;
-        QVector<QRect> hollows;
-        QVector<QRect> falling;
-
-        void clear();
-    };
-
     void addCandle(const BarColumn &bar, const QwtScaleMap &xMap, const QwtScaleMap &yMap, int width) const;
 
     const VisibleBars *m_bars;
     ChartTheme m_theme;
-    mutable Strokes m_strokes;
+    mutable ColouredStrokes m_rising;
+    mutable ColouredStrokes m_falling;
+    mutable ColouredStrokes m_hollows; ///< the insides of rising bodies
 };
-
-/// Fills whole-pixel rectangles with one colour.
-void fillRects(QPainter *painter, const QVector<QRect> &rects, const QColor &colour);
 
 } // namespace Terminal

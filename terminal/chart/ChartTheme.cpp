@@ -97,7 +97,8 @@ QString windowStyleSheet(const ChartTheme &theme)
                "QToolButton:disabled { color: %5; }"
                "QMenu { color: %3; background: %1; border: 1px solid %2; padding: 4px; }"
                "QMenu::item { padding: 5px 18px; border-radius: 3px; }"
-               "QMenu::item:selected { color: white; background: %4; }")
+               "QMenu::item:selected { color: white; background: %4; }"
+               "#messageBar { color: %3; background: %1; border: 1px solid %4; border-radius: 4px; }")
         .arg(theme.surface.name(), theme.border.name(), theme.text.name(), theme.accent.name(),
              theme.mutedText.name());
 }

@@ -66,6 +66,7 @@ ChartView::ChartView(QWidget *parent)
     auto *const plotCanvas = qobject_cast<QwtPlotCanvas *>(canvas());
     plotCanvas->setFrameStyle(QFrame::NoFrame);
     plotCanvas->setPaintAttribute(QwtPlotCanvas::BackingStore, true);
+    plotCanvas->setAttribute(Qt::WA_OpaquePaintEvent); // the backing store covers it all
     plotCanvas->setMouseTracking(true);
     plotLayout()->setAlignCanvasToScales(true);
     plotLayout()->setCanvasMargin(0);
@@ -117,7 +118,8 @@ void ChartView::setData(const ChartData &data)
 void ChartView::setTheme(const ChartTheme &theme)
 {
     m_theme = theme;
-    QPalette colours(theme.mutedText, theme.background);
+    QPalette colours = widgetPalette(theme);
+    colours.setColor(QPalette::Window, theme.background);
     colours.setColor(QPalette::Text, theme.mutedText);
     colours.setColor(QPalette::WindowText, theme.mutedText);
     setAutoFillBackground(true);
@@ -202,6 +204,7 @@ void ChartView::refit()
     fitVolume();
     replot();
     updateGeometryOfChart();
+    updatePointedBar();
     m_foreground->update();
 }
 
@@ -272,8 +275,14 @@ int ChartView::barAt(double x) const
 
 void ChartView::setCrosshair(std::optional<QPoint> position)
 {
+    m_crosshair = position;
     m_foreground->setCrosshair(position);
-    const int bar = position ? barAt(position->x()) : -1;
+    updatePointedBar();
+}
+
+void ChartView::updatePointedBar()
+{
+    const int bar = m_crosshair ? barAt(m_crosshair->x()) : -1;
     if (bar != m_pointedBar) {
         m_pointedBar = bar;
         Q_EMIT pointedBarChanged(bar);

@@ -87,6 +87,7 @@ private:
     void fitPriceScale();
     void fitVolume();
     void updateGeometryOfChart();
+    void updatePointedBar();
 
     ChartData m_data;
     ChartTheme m_theme;
@@ -95,6 +96,7 @@ private:
     PriceSpan m_prices;
     ChartGeometry m_geometry;
     QSize m_fittedSize;
+    std::optional<QPoint> m_crosshair;
     int m_pointedBar = -1;
     std::function<std::vector<PriceSpan>()> m_wishes;
 

@@ -64,6 +64,7 @@ std::optional<QPointF> DrawnMarks::targetAt(const QPointF &position) const
 MarkPainter::MarkPainter(const ChartView &chart, GlyphSprites *sprites, DrawnMarks *marks)
     : m_chart(chart),
       m_geometry(chart.chartGeometry()),
+      m_barWidth(m_geometry.barWidth()),
       m_sprites(sprites),
       m_marks(marks)
 {
@@ -75,7 +76,7 @@ void MarkPainter::addSeriesMark(int bar, double price, int style)
     if (columns.empty()) {
         columns.resize(static_cast<size_t>(std::max(1.0, m_geometry.right + 2)));
     }
-    const double x = m_geometry.barToX(bar);
+    const double x = m_geometry.left + (bar - m_geometry.span.first) * m_barWidth;
     const auto pixel = static_cast<size_t>(std::clamp(x, 0.0, static_cast<double>(columns.size() - 1)));
     MarkColumn &column = columns[pixel];
     if (++column.count == 1) {

@@ -70,6 +70,7 @@ private:
 
     const ChartView &m_chart;
     const ChartGeometry &m_geometry;
+    const double m_barWidth; ///< kept, because there may be a mark on each of many thousand bars
     GlyphSprites *m_sprites;
     DrawnMarks *m_marks;
     Columns m_above;

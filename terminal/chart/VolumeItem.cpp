@@ -42,17 +42,22 @@ void VolumeItem::draw(QPainter *painter, const QwtScaleMap &xMap, const QwtScale
 
 void VolumeItem::drawColumns(QPainter *painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap) const
 {
-    m_rising.resize(0);
-    m_falling.resize(0);
+    m_rising.clear();
+    m_falling.clear();
     const int width = candleWidth(xMap.transform(1) - xMap.transform(0));
     const int bottom = static_cast<int>(std::floor(yMap.transform(0)));
     for (const BarColumn &column : m_bars->columns()) {
-        const int left = static_cast<int>(std::floor(xMap.transform(column.position))) - width / 2;
+        ColouredStrokes &strokes = column.rises() ? m_rising : m_falling;
+        const int x = static_cast<int>(std::floor(xMap.transform(column.position)));
         const int top = static_cast<int>(std::floor(yMap.transform(column.volume)));
-        (column.rises() ? m_rising : m_falling).append(QRect(left, top, width, bottom - top + 1));
+        if (width == 1) {
+            strokes.addLine(x, top, bottom);
+        } else {
+            strokes.addBlock(QRect(x - width / 2, top, width, bottom - top + 1));
+        }
     }
-    fillRects(painter, m_rising, softened(m_theme.rise, m_theme.background));
-    fillRects(painter, m_falling, softened(m_theme.fall, m_theme.background));
+    m_rising.paint(painter, softened(m_theme.rise, m_theme.background));
+    m_falling.paint(painter, softened(m_theme.fall, m_theme.background));
 }
 
 void VolumeItem::drawCaption(QPainter *painter, double paneTop, const QRectF &canvasRect) const

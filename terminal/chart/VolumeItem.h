@@ -1,11 +1,10 @@
 #pragma once
 
 #include "terminal/chart/ChartTheme.h"
+#include "terminal/chart/ColouredStrokes.h"
 #include "terminal/chart/VisibleBars.h"
 
 #include <qwt_plot_item.h>
-
-#include <QVector>
 
 namespace Terminal {
 
@@ -30,8 +29,8 @@ private:
     const VisibleBars *m_bars;
     ChartTheme m_theme;
     QString m_caption;
-    mutable QVector<QRect> m_rising;
-    mutable QVector<QRect> m_falling;
+    mutable ColouredStrokes m_rising;
+    mutable ColouredStrokes m_falling;
 };
 
 } // namespace Terminal

@@ -16,6 +16,7 @@ MessageBar::MessageBar(QWidget *parent) : QLabel(parent)
     setObjectName(QStringLiteral("messageBar"));
     setTextFormat(Qt::PlainText);
     setFocusPolicy(Qt::NoFocus);
+    setMargin(10);
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &QWidget::hide);
     hide();

@@ -51,6 +51,7 @@ WindowPrompts::WindowPrompts(QWidget *messageArea)
 int WindowPrompts::choose(const QStringList &rows)
 {
     QMenu menu(m_area);
+    menu.setPalette(m_area->window()->palette());
     const QVector<int> widths = columnWidths(rows, menu.fontMetrics());
     for (int i = 0; i < rows.size(); ++i) {
         addRow(&menu, rows.at(i), widths, i);

@@ -328,6 +328,19 @@ TEST_F(Window, ZoomsAtThePointerWithTheWheel)
     EXPECT_NEAR(geometry().xToBar(x), bar, 0.01);
 }
 
+TEST_F(Window, ReadsOutTheBarUnderThePointerAlsoAfterAZoom)
+{
+    show({});
+    int pointed = -1;
+    QObject::connect(chart(), &ChartView::pointedBarChanged, chart(), [&pointed](int bar) { pointed = bar; });
+    moveTo({400, 200});
+    EXPECT_EQ(pointed, chart()->barAt(400));
+    chart()->zoom(0.3, 900);
+    EXPECT_EQ(pointed, chart()->barAt(400));
+    chart()->setCrosshair({});
+    EXPECT_EQ(pointed, -1);
+}
+
 TEST_F(Window, PansWithTheMouse)
 {
     show({});
