@@ -156,7 +156,7 @@ double median(std::vector<double> values)
     return *middle;
 }
 
-/// The least that the same picture costs: its pixels filled, one line per wick and volume column, one
+/// The least that the same picture costs: its pixels filled, one block per wick and volume column, one
 /// picture per glyph, without knowing what they mean.
 class Floor
 {
@@ -167,9 +167,9 @@ public:
         const ChartGeometry &geometry = scene.chart.chartGeometry();
         for (const BarColumn &column : scene.chart.visibleBars().columns()) {
             const int x = static_cast<int>(geometry.barToX(column.position));
-            m_lines.append(QLine(x, static_cast<int>(geometry.priceToY(column.high)), x,
-                                 static_cast<int>(geometry.priceToY(column.low))));
-            m_lines.append(QLine(x, 800, x, 860));
+            m_blocks.append(QRect(QPoint(x, static_cast<int>(geometry.priceToY(column.high))),
+                                  QPoint(x, static_cast<int>(geometry.priceToY(column.low)))));
+            m_blocks.append(QRect(QPoint(x, 760), QPoint(x, 860)));
         }
     }
 
@@ -177,8 +177,9 @@ public:
     {
         QPainter painter(&m_image);
         painter.fillRect(m_image.rect(), QColor(19, 23, 34));
-        painter.setPen(QColor(226, 67, 59));
-        painter.drawLines(m_lines);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(226, 67, 59));
+        painter.drawRects(m_blocks);
         for (size_t i = 0; i < m_glyphs; ++i) {
             painter.drawPixmap(static_cast<int>(i) * 12, 100, m_sprite);
         }
@@ -187,7 +188,7 @@ public:
 private:
     QImage m_image{windowSize, QImage::Format_RGB32};
     QPixmap m_sprite{24, 19};
-    QVector<QLine> m_lines;
+    QVector<QRect> m_blocks;
     size_t m_glyphs;
 };
 
