@@ -158,7 +158,7 @@ TEST_F(Program, NamesAFileThatIsNotThere)
 
 TEST_F(Program, HasHelpForEveryCommand)
 {
-    for (const char *command : {"serve", "import", "trades", "positions"}) {
+    for (const char *command : {"serve", "import", "place", "cancel", "orders", "trades", "positions"}) {
         const Ended ended = run({QLatin1String(command), QStringLiteral("--help")});
         EXPECT_EQ(ended.exitCode, 0);
         EXPECT_THAT(ended.output, HasSubstr("Usage"));
@@ -304,6 +304,64 @@ TEST_F(ProgramOnABus, TellsChartsAboutAnImportIntoARunningModule)
         ask(R"({"cmd":"HolderCostPrice","market":"SH","stkcode":"600519"})")[QStringLiteral("costprice")]
             .toString(),
         QStringLiteral("1700.000"));
+}
+
+TEST_F(ProgramOnABus, DealsAnOrderAgainstTheQuotesAndTellsTheCharts)
+{
+    serve();
+    const QJsonObject placed = ask(R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
+                                       "orderprice":"10.00","orderqty":"1000"})");
+    ASSERT_EQ(placed[QStringLiteral("success")], QJsonValue(true))
+        << placed[QStringLiteral("msg")].toString().toStdString();
+    ASSERT_TRUE(chart().listen("Global", "TradeNotify"));
+
+    chart().sendMessage("Market", "Quote",
+                        R"({"stkcode":"000001","market":"SZ","date":"20240102","time":"1001","open":"9.90",
+                            "high":"10.10","low":"9.80","close":"10.00","volume":"100000"})");
+
+    const auto isDealt = [this] {
+        return !chart().messages.isEmpty() &&
+               jsonOf(chart().messages.constLast().payload)[QStringLiteral("orderstatus")] ==
+                   QJsonValue(QStringLiteral("8"));
+    };
+    ASSERT_TRUE(waitUntil(isDealt));
+    const QJsonObject trades = ask(R"({"cmd":"TodayTrade","market":"SZ","stkcode":"000001"})");
+    const QJsonObject trade = trades[QStringLiteral("data")].toArray().at(0).toObject();
+    EXPECT_EQ(trade[QStringLiteral("matchprice")].toString(), QStringLiteral("9.90"));
+    EXPECT_EQ(trade[QStringLiteral("matchtime")].toString(), QStringLiteral("10010000"));
+}
+
+TEST_F(ProgramOnABus, TakesOrdersOfItsOtherCommands)
+{
+    serve();
+    ASSERT_TRUE(chart().listen("Global", "TradeNotify"));
+    const QStringList options = busOptions() + ledgerOptions();
+
+    const Ended placed =
+        run(options + QStringList{QStringLiteral("place"), QStringLiteral("000001"), QStringLiteral("buy"),
+                                  QStringLiteral("10.00"), QStringLiteral("100")});
+    ASSERT_EQ(placed.exitCode, 0) << placed.errors;
+    EXPECT_THAT(placed.output, HasSubstr("order 1 is placed"));
+    const Ended cancelled = run(options + QStringList{QStringLiteral("cancel"), QStringLiteral("1")});
+    EXPECT_EQ(cancelled.exitCode, 0) << cancelled.errors;
+
+    const auto isCancelled = [this] {
+        return runOnLedger({QStringLiteral("orders")}).output.find("已撤") != std::string::npos;
+    };
+    EXPECT_TRUE(waitUntil(isCancelled));
+    EXPECT_TRUE(chart().waitForMessages(2));
+}
+
+TEST_F(ProgramOnABus, IgnoresQuotesThatAreNone)
+{
+    serve();
+
+    for (const char *nonsense : {"", "{}", "[1]", R"({"stkcode":"000001","market":"SZ","time":"1001"})"}) {
+        chart().sendMessage("Market", "Quote", nonsense);
+    }
+
+    EXPECT_TRUE(
+        ask(R"({"cmd":"TodayTrade","market":"SZ","stkcode":"000001"})")[QStringLiteral("success")].toBool());
 }
 
 TEST_F(ProgramOnABus, SaysWhenNoChartCouldBeTold)

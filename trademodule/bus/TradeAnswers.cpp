@@ -3,6 +3,7 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
 #include "trademodule/ExchangeTime.h"
+#include "trademodule/bus/BusNames.h"
 #include "trademodule/bus/TradeRequest.h"
 
 #include <algorithm>
@@ -50,11 +51,41 @@ QJsonObject rowOf(const Execution &trade)
     };
 }
 
-QJsonArray rowsOf(const Executions &trades)
+/// Direction codes of orders; trades have letters instead.
+QString directionOf(Side side)
+{
+    return side == Side::Buy ? QStringLiteral("0B") : QStringLiteral("0S");
+}
+
+QJsonObject rowOf(const Order &order)
+{
+    const QString date = eightDigits(order.date);
+    return {
+        {key(STKCODE), order.security.code},
+        {key(STKNAME), order.securityName},
+        {key(MARKET), marketNumber(order.security.market)},
+        {key(RTSBSFLAG), directionOf(order.side)},
+        {key(RTSORDERSTATUS), order.status},
+        {key(RTSFUNDID), QStringLiteral("paper")},
+        {key(RTSORDERNO), QString::number(order.number)},
+        {key(RTSORDERDATE), date},
+        {key(RTSENTRUSTDATE), date},
+        {key(RTSENTRUSTTIME), eightDigits(order.time)},
+        {key(RTSENTRUSTPRICE), order.price.text()},
+        {key(RTSENTRUSTQTY), QString::number(order.quantity)},
+        {key(RTSMATCHQTY), QString::number(order.matchedQuantity)},
+        {key(RTSMATCHAMT), order.matchedAmount.text()},
+        {key(RTSCANCELQTY), QString::number(order.cancelledQuantity)},
+        {key(RTSCANCELFLAG), QStringLiteral("0")},
+    };
+}
+
+template <typename Record>
+QJsonArray rowsOf(const QVector<Record> &records)
 {
     QJsonArray rows;
-    for (const Execution &trade : trades) {
-        rows.append(rowOf(trade));
+    for (const Record &record : records) {
+        rows.append(rowOf(record));
     }
     return rows;
 }
@@ -65,6 +96,19 @@ QJsonObject failed(QJsonObject answer, TradeAnswers::ErrorCode code, const QStri
     answer[key(ERRCODE)] = code;
     answer[key(MSG)] = reason;
     return answer;
+}
+
+/// Runs what the rules of the market may refuse; then the answer says why.
+template <typename Action>
+void refusable(QJsonObject *answer, Action action)
+{
+    try {
+        action();
+    } catch (const LedgerError &) {
+        throw;
+    } catch (const Error &error) {
+        *answer = failed(*answer, TradeAnswers::Refused, error.reason());
+    }
 }
 
 /// The envelope: what the question named comes back, the market as its number.
@@ -98,6 +142,10 @@ const TradeAnswers::Command *TradeAnswers::findCommand(const QString &name)
         {TradeChart::CmdType::HOLDERCOSTPRICE, &TradeAnswers::answerCost},
         {TradeChart::CmdType::TODAYTRADE, &TradeAnswers::answerToday},
         {TradeChart::CmdType::HISTORYTRADE, &TradeAnswers::answerHistory},
+        {TradeChart::CmdType::ENTRUSTTODAYTRADE, &TradeAnswers::answerTodaysOrders},
+        {TradeChart::CmdType::ENTRUSTHISTORYTRADE, &TradeAnswers::answerPastOrders},
+        {TradeChart::CmdType::ENTRUSTCANCEL, &TradeAnswers::cancel},
+        {EntrustPlace, &TradeAnswers::place},
     };
     const auto *found =
         std::find_if(std::begin(commands), std::end(commands),
@@ -129,7 +177,7 @@ QJsonObject TradeAnswers::refusal(const QString &reason)
     return failed(QJsonObject(), NotUnderstood, reason);
 }
 
-void TradeAnswers::answerCost(const TradeRequest &request, QJsonObject *answer) const
+void TradeAnswers::answerCost(const TradeRequest &request, QJsonObject *answer)
 {
     const Security security = request.security();
     const std::optional<double> cost = m_ledger->holding(security).costPrice();
@@ -142,27 +190,75 @@ void TradeAnswers::answerCost(const TradeRequest &request, QJsonObject *answer) 
     (*answer)[key(DATA)] = data;
 }
 
-void TradeAnswers::answerToday(const TradeRequest &request, QJsonObject *answer) const
+void TradeAnswers::answerToday(const TradeRequest &request, QJsonObject *answer)
 {
     const int day = today();
     (*answer)[key(DATA)] = rowsOf(m_ledger->trades(request.security(), {day, day}));
 }
 
-void TradeAnswers::answerHistory(const TradeRequest &request, QJsonObject *answer) const
+void TradeAnswers::answerHistory(const TradeRequest &request, QJsonObject *answer)
 {
     const DateRange asked = request.days();
     const DateRange past{asked.first, std::min(asked.last, today() - 1)};
     (*answer)[key(DATA)] = rowsOf(m_ledger->trades(request.security(), past));
 }
 
-QJsonObject tradeNotification(const Execution &newest)
+void TradeAnswers::answerTodaysOrders(const TradeRequest &request, QJsonObject *answer)
+{
+    (*answer)[key(DATA)] = rowsOf(m_orders.ofDay(today(), request.security()));
+}
+
+void TradeAnswers::answerPastOrders(const TradeRequest &request, QJsonObject *answer)
+{
+    (*answer)[key(DATA)] = rowsOf(m_orders.ofDay(request.day(), request.security()));
+}
+
+void TradeAnswers::cancel(const TradeRequest &request, QJsonObject *answer)
+{
+    const int date = request.orderDate();
+    const qint64 number = request.orderNumber();
+    refusable(answer, [&] {
+        m_exchange->cancel(date, number);
+        const QString done = QStringLiteral("撤单委托已提交，委托编号 %1").arg(number);
+        (*answer)[key(DATA)] = QJsonArray{QJsonObject{{key(MSGOK), done}}};
+    });
+}
+
+void TradeAnswers::place(const TradeRequest &request, QJsonObject *answer)
+{
+    const Security security = request.security();
+    const Side side = request.side();
+    const Money price = request.orderPrice();
+    const qint64 quantity = request.orderQuantity();
+    refusable(answer, [&] {
+        const Order order = m_exchange->place(security, side, price, quantity);
+        (*answer)[key(RTSORDERNO)] = QString::number(order.number);
+        (*answer)[key(DATA)] = QJsonObject{{key(RTSORDERNO), QString::number(order.number)}};
+    });
+}
+
+namespace {
+
+QJsonObject notification(const Security &security, const QString &orderNo, const QString &status)
 {
     return {
-        {key(STKCODE), newest.security.code},
-        {key(MARKET), marketNumber(newest.security.market)},
-        {key(RTSORDERNO), newest.orderNo},
-        {key(RTSORDERSTATUS), key(TradeChart::OrderStatus::Dealed)},
+        {key(STKCODE), security.code},
+        {key(MARKET), marketNumber(security.market)},
+        {key(RTSORDERNO), orderNo},
+        {key(RTSORDERSTATUS), status},
     };
+}
+
+} // namespace
+
+QJsonObject changeNotification(const Order &changed)
+{
+    return notification(changed.security, QString::number(changed.number), changed.status);
+}
+
+QJsonObject changeNotification(const Execution &newest)
+{
+    return notification(newest.security, newest.orderNo, key(TradeChart::OrderStatus::Dealed));
 }
 
 } // namespace TradeModule

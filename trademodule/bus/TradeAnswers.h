@@ -1,5 +1,6 @@
 #pragma once
 
+#include "trademodule/exchange/PaperExchange.h"
 #include "trademodule/ledger/Ledger.h"
 
 #include <QJsonArray>
@@ -16,10 +17,15 @@ class TradeAnswers
 {
 public:
     /// Values of "errcode".
-    enum ErrorCode { NoError = 0, NotUnderstood = 1, LedgerFailed = 2 };
+    enum ErrorCode { NoError = 0, NotUnderstood = 1, LedgerFailed = 2, Refused = 3 };
 
-    /// The ledger stays the caller's and outlives this object.
-    explicit TradeAnswers(Ledger *ledger) : m_ledger(ledger) {}
+    /// Ledger and exchange stay the caller's and outlive this object.
+    TradeAnswers(Ledger *ledger, PaperExchange *exchange)
+        : m_ledger(ledger),
+          m_orders(ledger),
+          m_exchange(exchange)
+    {
+    }
 
     QJsonObject answer(const QJsonObject &question);
 
@@ -27,18 +33,26 @@ public:
     static QJsonObject refusal(const QString &reason);
 
 private:
-    using Answer = void (TradeAnswers::*)(const TradeRequest &, QJsonObject *) const;
+    using Answer = void (TradeAnswers::*)(const TradeRequest &, QJsonObject *);
     struct Command;
     static const Command *findCommand(const QString &name);
 
-    void answerCost(const TradeRequest &request, QJsonObject *answer) const;
-    void answerToday(const TradeRequest &request, QJsonObject *answer) const;
-    void answerHistory(const TradeRequest &request, QJsonObject *answer) const;
+    void answerCost(const TradeRequest &request, QJsonObject *answer);
+    void answerToday(const TradeRequest &request, QJsonObject *answer);
+    void answerHistory(const TradeRequest &request, QJsonObject *answer);
+    void answerTodaysOrders(const TradeRequest &request, QJsonObject *answer);
+    void answerPastOrders(const TradeRequest &request, QJsonObject *answer);
+    void cancel(const TradeRequest &request, QJsonObject *answer);
+    void place(const TradeRequest &request, QJsonObject *answer);
 
     Ledger *const m_ledger;
+    OrderBook m_orders;
+    PaperExchange *const m_exchange;
 };
 
-/// What charts are told after a change: the security and its newest order.
-QJsonObject tradeNotification(const Execution &newest);
+/// What charts are told after a change.
+QJsonObject changeNotification(const Order &changed);
+/// The same for executions that came without an order of this module: the newest of a security.
+QJsonObject changeNotification(const Execution &newest);
 
 } // namespace TradeModule

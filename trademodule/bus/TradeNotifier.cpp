@@ -3,13 +3,10 @@
 #include "endpoint/EndPoint.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/bus/BusNames.h"
-#include "trademodule/bus/TradeAnswers.h"
 
 #include <QEventLoop>
 #include <QJsonDocument>
 #include <QTimer>
-
-#include <algorithm>
 
 namespace TradeModule {
 
@@ -31,17 +28,18 @@ bool join(LocalCommunication::EndPoint *endPoint, const QString &busDirectory)
 
 } // namespace
 
-bool notifyCharts(const QString &busDirectory, const QVector<Execution> &newest)
+bool notifyCharts(const QString &busDirectory, const QVector<QJsonObject> &notifications)
 {
     LocalCommunication::EndPoint endPoint(nullptr);
     if (!join(&endPoint, busDirectory)) {
         return false;
     }
-    const bool isSent = std::all_of(newest.begin(), newest.end(), [&endPoint](const Execution &execution) {
-        return endPoint.sendMessage(
-            globalChannel(), QByteArray(TradeChart::Topic::TRADENOTIFY),
-            QJsonDocument(tradeNotification(execution)).toJson(QJsonDocument::Compact));
-    });
+    bool isSent = true;
+    for (const QJsonObject &notification : notifications) {
+        isSent = endPoint.sendMessage(globalChannel(), QByteArray(TradeChart::Topic::TRADENOTIFY),
+                                      QJsonDocument(notification).toJson(QJsonDocument::Compact)) &&
+                 isSent;
+    }
     endPoint.disconnect(); // writes out what is still on its way
     return isSent;
 }

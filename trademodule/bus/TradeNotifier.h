@@ -1,13 +1,13 @@
 #pragma once
 
-#include "trademodule/ledger/Execution.h"
-
+#include <QJsonObject>
 #include <QString>
+#include <QVector>
 
 namespace TradeModule {
 
-/// Tells every chart on the bus instance of `busDirectory` about the newest entry of each security that
-/// changed, and returns when that is on its way. False, and nothing was told, without a bus.
-bool notifyCharts(const QString &busDirectory, const QVector<Execution> &newest);
+/// Publishes notifications to every chart on the bus instance of `busDirectory` and returns when they are
+/// on their way. False, and nothing was told, without a bus.
+bool notifyCharts(const QString &busDirectory, const QVector<QJsonObject> &notifications);
 
 } // namespace TradeModule

@@ -8,6 +8,15 @@ namespace TradeModule {
 
 using namespace TradeChart::TradeKeyFields;
 
+namespace {
+
+[[noreturn]] void refuse(const char *key, const QString &value, const QString &expected)
+{
+    throw Error(QStringLiteral("\"%1\" is \"%2\", but must be %3").arg(QLatin1String(key), value, expected));
+}
+
+} // namespace
+
 QString TradeRequest::text(const char *key) const
 {
     const QJsonValue value = field(key);
@@ -28,8 +37,7 @@ Security TradeRequest::security() const
     const QString letters = text(MARKET);
     const std::optional<Market> market = marketOfLetters(letters);
     if (!market) {
-        throw Error(
-            QStringLiteral("\"%1\" is \"%2\", but must be SH or SZ").arg(QLatin1String(MARKET), letters));
+        refuse(MARKET, letters, QStringLiteral("SH or SZ"));
     }
     return {code, *market};
 }
@@ -39,8 +47,7 @@ int TradeRequest::date(const char *key) const
     const QString value = text(key);
     const int number = value.toInt();
     if (value.size() != 8 || !dateOfNumber(number).isValid()) {
-        throw Error(QStringLiteral("\"%1\" is \"%2\", but must be a date of the form yyyymmdd")
-                        .arg(QLatin1String(key), value));
+        refuse(key, value, QStringLiteral("a date of the form yyyymmdd"));
     }
     return number;
 }
@@ -48,6 +55,70 @@ int TradeRequest::date(const char *key) const
 DateRange TradeRequest::days() const
 {
     return {date(START), date(END)};
+}
+
+int TradeRequest::day() const
+{
+    const int number = field(DATE).toInt();
+    if (!dateOfNumber(number).isValid()) {
+        refuse(DATE, field(DATE).toVariant().toString(), QStringLiteral("a date, a number yyyymmdd"));
+    }
+    return number;
+}
+
+int TradeRequest::orderDate() const
+{
+    return date(RTSORDERDATE);
+}
+
+qint64 TradeRequest::positive(const char *key) const
+{
+    const QString value = text(key);
+    const qint64 number = value.toLongLong();
+    if (number <= 0) {
+        refuse(key, value, QStringLiteral("a whole number greater than 0"));
+    }
+    return number;
+}
+
+qint64 TradeRequest::orderNumber() const
+{
+    return positive(RTSORDERNO);
+}
+
+qint64 TradeRequest::orderQuantity() const
+{
+    constexpr qint64 MostShares = 1000000000;
+    const qint64 quantity = positive(RTSENTRUSTQTY);
+    if (quantity > MostShares) {
+        refuse(RTSENTRUSTQTY, text(RTSENTRUSTQTY), QStringLiteral("at most %1").arg(MostShares));
+    }
+    return quantity;
+}
+
+Side TradeRequest::side() const
+{
+    const QString value = text(RTSBSFLAG);
+    const QString letter = toBsFlag(value).isEmpty() ? value : toBsFlag(value);
+    if (letter == QLatin1String(TradeChart::BSFlag::BUY)) {
+        return Side::Buy;
+    }
+    if (letter != QLatin1String(TradeChart::BSFlag::SELL)) {
+        refuse(RTSBSFLAG, value, QStringLiteral("0B or 0S"));
+    }
+    return Side::Sell;
+}
+
+Money TradeRequest::orderPrice() const
+{
+    constexpr double HighestPrice = 1e6;
+    const QString value = text(RTSENTRUSTPRICE);
+    bool isNumber = false;
+    const double price = value.toDouble(&isNumber);
+    if (!isNumber || !(price > 0 && price <= HighestPrice)) {
+        refuse(RTSENTRUSTPRICE, value, QStringLiteral("a price in yuan"));
+    }
+    return Money::ofYuan(price).value();
 }
 
 } // namespace TradeModule

@@ -4,11 +4,13 @@
 #include "trademodule/bus/TradeAnswers.h"
 
 #include <QObject>
+#include <QTimer>
 
 namespace TradeModule {
 
-/// Answers every question on channel "Global", topic "TradeQuery", as long as it lives: on the channel
-/// that the question's "screenId" names, else to its sender.
+/// A module at work: as long as it lives it answers every question on channel "Global", topic
+/// "TradeQuery" (on the channel that the question's "screenId" names, else to its sender), deals orders
+/// against the quotes on channel "Market", and tells charts about every change.
 class TradeService : public QObject
 {
 public:
@@ -17,9 +19,15 @@ public:
 
 private:
     void handleMessage(const QByteArray &topic, const QByteArray &payload, const QByteArray &replyChannel);
+    void handleQuestion(const QByteArray &payload, const QByteArray &replyChannel);
+    void handleQuote(const QByteArray &payload);
+    void settle();
+    void notify(const Order &changed);
 
-    TradeAnswers m_answers;
     LocalCommunication::EndPoint m_endPoint;
+    PaperExchange m_exchange;
+    TradeAnswers m_answers;
+    QTimer m_settleTimer;
 };
 
 } // namespace TradeModule

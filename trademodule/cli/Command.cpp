@@ -33,28 +33,19 @@ std::optional<int> Invocation::date(const QString &option) const
     return number;
 }
 
-QString Invocation::onlyArgument(const QString &what) const
+QStringList Invocation::arguments(int count, const QString &what) const
 {
-    if (arguments().size() != 1) {
-        throw UsageError(QStringLiteral("give one %1").arg(what));
+    if (arguments().size() != count) {
+        throw UsageError(QStringLiteral("give %1").arg(what));
     }
-    return arguments().constFirst();
-}
-
-void Invocation::refuseArguments() const
-{
-    if (!arguments().isEmpty()) {
-        throw UsageError(QStringLiteral("\"%1\" is too much").arg(arguments().constFirst()));
-    }
+    return arguments();
 }
 
 const std::vector<Command> &commands()
 {
     static const std::vector<Command> all = {
-        serveCommand(),
-        importCommand(),
-        tradesCommand(),
-        positionsCommand(),
+        serveCommand(),  importCommand(), placeCommand(),     cancelCommand(),
+        ordersCommand(), tradesCommand(), positionsCommand(),
     };
     return all;
 }

@@ -27,10 +27,8 @@ public:
     QString ledger() const;
     /// The value of an option that holds a date yyyymmdd, if it was given; a UsageError for anything else.
     std::optional<int> date(const QString &option) const;
-    /// The one argument a command takes; a UsageError, asking for `what`, for none or several.
-    QString onlyArgument(const QString &what) const;
-    /// A UsageError when there are arguments.
-    void refuseArguments() const;
+    /// The arguments, `count` of them; a UsageError, asking for `what`, for any other number.
+    QStringList arguments(int count, const QString &what) const;
 
 private:
     const QCommandLineParser *const m_parser;

@@ -8,5 +8,8 @@ Command serveCommand();
 Command importCommand();
 Command tradesCommand();
 Command positionsCommand();
+Command placeCommand();
+Command cancelCommand();
+Command ordersCommand();
 
 } // namespace TradeModule

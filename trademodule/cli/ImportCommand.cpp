@@ -1,6 +1,7 @@
-#include "trademodule/bus/TradeNotifier.h"
+#include "trademodule/bus/TradeAnswers.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
+#include "trademodule/cli/TellCharts.h"
 #include "trademodule/import/SecurityOfRow.h"
 #include "trademodule/import/StatementImport.h"
 
@@ -31,21 +32,9 @@ QString ledgerLocation(const Invocation &invocation, const ImportOptions &option
     return isNewFile && options.mode == Ledger::Mode::DryRun ? QStringLiteral(":memory:") : location;
 }
 
-void notify(const Invocation &invocation, const Booked &booked)
-{
-    if (booked.lastAdded.isEmpty()) {
-        return;
-    }
-    if (invocation.bus().isEmpty()) {
-        print(QStringLiteral("charts were not told: no --bus given\n"));
-    } else if (!notifyCharts(invocation.bus(), booked.lastAdded)) {
-        print(QStringLiteral("charts were not told: there is no bus\n"));
-    }
-}
-
 int import(const Invocation &invocation)
 {
-    const QString path = invocation.onlyArgument(QStringLiteral("FILE to import"));
+    const QString path = invocation.arguments(1, QStringLiteral("one FILE to import")).constFirst();
     const ImportOptions options = importOptions(invocation);
     Ledger ledger(ledgerLocation(invocation, options));
     ProgressBar bar(QStringLiteral("Importing"));
@@ -56,7 +45,11 @@ int import(const Invocation &invocation)
         return Failed;
     }
     if (options.mode == Ledger::Mode::Keep) {
-        notify(invocation, report.booked);
+        QVector<QJsonObject> notifications;
+        for (const Execution &newest : report.booked.lastAdded) {
+            notifications.append(changeNotification(newest));
+        }
+        tellCharts(invocation, notifications);
     }
     return Succeeded;
 }

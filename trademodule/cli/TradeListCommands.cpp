@@ -1,45 +1,10 @@
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include "trademodule/cli/Listing.h"
 
 namespace TradeModule {
 
 namespace {
-
-/// A list for people as a table, for programs as JSON: the columns are the same.
-class Listing
-{
-public:
-    explicit Listing(QStringList columns) : m_columns(std::move(columns)) {}
-
-    void add(const QStringList &row) { m_rows.append(row); }
-    QString text(bool isJson) const { return isJson ? json() : tableText(m_columns, m_rows); }
-
-private:
-    QString json() const
-    {
-        QJsonArray rows;
-        for (const QStringList &row : m_rows) {
-            QJsonObject object;
-            for (int i = 0; i < m_columns.size(); ++i) {
-                object[m_columns[i]] = row[i];
-            }
-            rows.append(object);
-        }
-        return QString::fromUtf8(QJsonDocument(rows).toJson());
-    }
-
-    const QStringList m_columns;
-    QVector<QStringList> m_rows;
-};
-
-QCommandLineOption jsonOption()
-{
-    return {QStringLiteral("json"), QStringLiteral("Writes JSON instead of a table.")};
-}
 
 QString decimals(double value, int count)
 {
@@ -48,7 +13,7 @@ QString decimals(double value, int count)
 
 int listPositions(const Invocation &invocation)
 {
-    invocation.refuseArguments();
+    invocation.arguments(0, QStringLiteral("no arguments, only options"));
     Ledger ledger(invocation.ledger());
     Listing listing({QStringLiteral("code"), QStringLiteral("market"), QStringLiteral("name"),
                      QStringLiteral("quantity"), QStringLiteral("costprice"), QStringLiteral("cost")});
@@ -63,25 +28,9 @@ int listPositions(const Invocation &invocation)
     return Succeeded;
 }
 
-QString dashedDate(int date)
-{
-    return QStringLiteral("%1-%2-%3")
-        .arg(date / 10000, 4, 10, QLatin1Char('0'))
-        .arg(date / 100 % 100, 2, 10, QLatin1Char('0'))
-        .arg(date % 100, 2, 10, QLatin1Char('0'));
-}
-
-QString clockTime(int time)
-{
-    return QStringLiteral("%1:%2:%3")
-        .arg(time / 1000000, 2, 10, QLatin1Char('0'))
-        .arg(time / 10000 % 100, 2, 10, QLatin1Char('0'))
-        .arg(time / 100 % 100, 2, 10, QLatin1Char('0'));
-}
-
 int listTrades(const Invocation &invocation)
 {
-    invocation.refuseArguments();
+    invocation.arguments(0, QStringLiteral("no arguments, only options"));
     DateRange days;
     days.first = invocation.date(QStringLiteral("from")).value_or(days.first);
     days.last = invocation.date(QStringLiteral("to")).value_or(days.last);
@@ -110,7 +59,7 @@ Command positionsCommand()
     return {QStringLiteral("positions"),
             QStringLiteral("Lists what is held and at what cost."),
             {},
-            {jsonOption()},
+            {Listing::jsonOption()},
             &listPositions};
 }
 
@@ -120,7 +69,7 @@ Command tradesCommand()
         QStringLiteral("trades"),
         QStringLiteral("Lists the account's trades, oldest first."),
         {},
-        {jsonOption(),
+        {Listing::jsonOption(),
          {QStringLiteral("code"), QStringLiteral("Only trades of this security."), QStringLiteral("CODE")},
          {QStringLiteral("from"), QStringLiteral("First day."), QStringLiteral("yyyymmdd")},
          {QStringLiteral("to"), QStringLiteral("Last day."), QStringLiteral("yyyymmdd")}},

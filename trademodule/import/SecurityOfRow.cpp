@@ -134,6 +134,12 @@ std::optional<Security> securityOfRow(const StatementColumns &columns, const QSt
     return securityAt(venueOf(*code, columns, cells), code->digits);
 }
 
+std::optional<Security> securityOfCode(const QString &text)
+{
+    const std::optional<CellValue::Code> code = CellValue::code(text);
+    return code ? securityAt(venueOf(*code, StatementColumns(), {}), code->digits) : std::nullopt;
+}
+
 QHash<QString, Security> readSecurityList(const QString &path)
 {
     QFile file(path);

@@ -15,6 +15,10 @@ namespace TradeModule {
 std::optional<Security> securityOfRow(const StatementColumns &columns, const QStringList &cells,
                                       const QHash<QString, Security> &securitiesByName);
 
+/// The security of a code that a person wrote: 600000, SH600000 or 600000.SH; nothing when it is none of
+/// the two markets.
+std::optional<Security> securityOfCode(const QString &text);
+
 /// Reads a list of securities with the columns code, market (SH or SZ) and name.
 QHash<QString, Security> readSecurityList(const QString &path);
 

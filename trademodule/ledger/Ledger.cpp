@@ -74,13 +74,50 @@ DateRange daysOf(const Executions &executions)
     return {first->date, last->date};
 }
 
+QString insertExecution()
+{
+    return QStringLiteral(
+        "INSERT INTO execution (security_id, statement_id, side, trade_date, trade_time, price, "
+        "quantity, amount, fee, order_no, deal_no) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+}
+
+QVariantList valuesOf(const Execution &execution, qint64 securityId, const QVariant &statementId)
+{
+    const QLatin1String notNull("");
+    return {securityId,
+            statementId,
+            letterOf(execution.side),
+            execution.date,
+            execution.time,
+            execution.price.steps(),
+            execution.quantity,
+            execution.amount.steps(),
+            execution.fee.steps(),
+            notNull + execution.orderNo,
+            notNull + execution.dealNo};
+}
+
+void writeHolding(Database *database, qint64 securityId, const Holding &holding)
+{
+    database->run(QStringLiteral("INSERT INTO holding (security_id, quantity, cost, unexplained) "
+                                 "VALUES (?, ?, ?, ?) ON CONFLICT (security_id) DO UPDATE SET "
+                                 "quantity = excluded.quantity, cost = excluded.cost, "
+                                 "unexplained = excluded.unexplained"),
+                  {securityId, holding.quantity(), holding.cost(), holding.unexplained()});
+}
+
 } // namespace
 
 /// Books one statement inside a transaction.
 class Ledger::Writer
 {
 public:
-    Writer(Database *database, const Statement &statement) : m_database(database), m_statement(statement) {}
+    Writer(Ledger *ledger, const Statement &statement)
+        : m_ledger(ledger),
+          m_database(ledger->database()),
+          m_statement(statement)
+    {
+    }
 
     Booked book(const Progress &progress);
 
@@ -89,11 +126,11 @@ private:
     FillCounts fillsInLedger();
     Executions newExecutions();
     void insert(const Executions &executions, const Progress &progress);
-    QVariantList valuesOf(const Execution &execution, const QVariant &statementId) const;
     QVariant registerStatement();
     void updateHoldings();
     Holding readHolding(qint64 securityId);
 
+    Ledger *const m_ledger;
     Database *const m_database;
     const Statement &m_statement;
     QHash<Security, qint64> m_securityIds;
@@ -119,17 +156,8 @@ void Ledger::Writer::registerSecurities()
         m_securityIds.insert(execution.security, 0);
     }
     for (auto security = m_securityIds.begin(); security != m_securityIds.end(); ++security) {
-        const QString &code = security.key().code;
-        const QString market = marketLetters(security.key().market);
-        const QString name = m_statement.names.value(security.key());
-        m_database->run(QStringLiteral("INSERT INTO security (code, market, name) VALUES (?, ?, ?) "
-                                       "ON CONFLICT (code, market) DO UPDATE SET name = CASE "
-                                       "WHEN excluded.name = '' THEN security.name ELSE excluded.name END"),
-                        {code, market, name.isNull() ? QStringLiteral("") : name});
-        QSqlQuery id = m_database->run(
-            QStringLiteral("SELECT id FROM security WHERE code = ? AND market = ?"), {code, market});
-        id.next();
-        security.value() = id.value(0).toLongLong();
+        security.value() =
+            m_ledger->registerSecurity(security.key(), m_statement.names.value(security.key()));
     }
 }
 
@@ -177,11 +205,10 @@ void Ledger::Writer::insert(const Executions &executions, const Progress &progre
 {
     constexpr int ProgressStep = 1000;
     const QVariant statementId = registerStatement();
-    QSqlQuery insertion = m_database->prepared(QStringLiteral(
-        "INSERT INTO execution (security_id, statement_id, side, trade_date, trade_time, price, "
-        "quantity, amount, fee, order_no, deal_no) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    QSqlQuery insertion = m_database->prepared(insertExecution());
     for (int i = 0; i < executions.size(); ++i) {
-        Database::run(&insertion, valuesOf(executions[i], statementId));
+        const qint64 securityId = m_securityIds.value(executions[i].security);
+        Database::run(&insertion, valuesOf(executions[i], securityId, statementId));
         if (progress && (i % ProgressStep == 0 || i + 1 == executions.size())) {
             progress(i + 1, executions.size());
         }
@@ -193,31 +220,11 @@ void Ledger::Writer::insert(const Executions &executions, const Progress &progre
     m_booked.lastAdded = newest.values().toVector();
 }
 
-QVariantList Ledger::Writer::valuesOf(const Execution &execution, const QVariant &statementId) const
-{
-    const QLatin1String notNull("");
-    return {m_securityIds.value(execution.security),
-            statementId,
-            letterOf(execution.side),
-            execution.date,
-            execution.time,
-            execution.price.steps(),
-            execution.quantity,
-            execution.amount.steps(),
-            execution.fee.steps(),
-            notNull + execution.orderNo,
-            notNull + execution.dealNo};
-}
-
 void Ledger::Writer::updateHoldings()
 {
     for (auto security = m_securityIds.cbegin(); security != m_securityIds.cend(); ++security) {
         const Holding holding = readHolding(security.value());
-        m_database->run(QStringLiteral("INSERT INTO holding (security_id, quantity, cost, unexplained) "
-                                       "VALUES (?, ?, ?, ?) ON CONFLICT (security_id) DO UPDATE SET "
-                                       "quantity = excluded.quantity, cost = excluded.cost, "
-                                       "unexplained = excluded.unexplained"),
-                        {security.value(), holding.quantity(), holding.cost(), holding.unexplained()});
+        writeHolding(m_database, security.value(), holding);
         if (holding.unexplained() > 0) {
             m_booked.unexplained.append(security.key());
         }
@@ -241,10 +248,32 @@ Ledger::Ledger(const QString &location) : m_database(location)
     migrateSchema(&m_database);
 }
 
+qint64 Ledger::registerSecurity(const Security &security, const QString &name)
+{
+    const QString market = marketLetters(security.market);
+    m_database.run(QStringLiteral("INSERT INTO security (code, market, name) VALUES (?, ?, ?) "
+                                  "ON CONFLICT (code, market) DO UPDATE SET name = CASE "
+                                  "WHEN excluded.name = '' THEN security.name ELSE excluded.name END"),
+                   {security.code, market, QLatin1String("") + name});
+    QSqlQuery id = m_database.run(QStringLiteral("SELECT id FROM security WHERE code = ? AND market = ?"),
+                                  {security.code, market});
+    id.next();
+    return id.value(0).toLongLong();
+}
+
+void Ledger::addNewest(const Execution &execution)
+{
+    const qint64 securityId = registerSecurity(execution.security, QString());
+    m_database.run(insertExecution(), valuesOf(execution, securityId, QVariant(QVariant::LongLong)));
+    Holding after = holding(execution.security);
+    after.add(execution);
+    writeHolding(&m_database, securityId, after);
+}
+
 Booked Ledger::book(const Statement &statement, Mode mode, const Progress &progress)
 {
     Transaction transaction(&m_database);
-    const Booked booked = Writer(&m_database, statement).book(progress);
+    const Booked booked = Writer(this, statement).book(progress);
     if (mode == Mode::Keep) {
         transaction.commit();
     }

@@ -71,6 +71,14 @@ public:
     /// What is held, by code.
     QVector<Position> positions();
 
+    // For OrderBook, inside its transactions.
+
+    Database *database() { return &m_database; }
+    /// The key of a security; it is written when it is new, and so is a name that is not empty.
+    qint64 registerSecurity(const Security &security, const QString &name);
+    /// Writes a trade that happened after all others of its security.
+    void addNewest(const Execution &execution);
+
 private:
     class Writer;
 

@@ -49,6 +49,28 @@ const std::vector<QStringList> &migrations()
                 cost DOUBLE PRECISION NOT NULL,
                 unexplained BIGINT NOT NULL))"),
         },
+        {
+            QStringLiteral(R"(CREATE TABLE account (
+                id INTEGER PRIMARY KEY CHECK (id = 1),
+                cash BIGINT NOT NULL))"),
+            // a million yuan to play with: see the paper exchange
+            QStringLiteral("INSERT INTO account (id, cash) VALUES (1, 10000000000)"),
+            QStringLiteral(R"(CREATE TABLE trade_order (
+                id %ID%,
+                security_id BIGINT NOT NULL REFERENCES security (id),
+                side TEXT NOT NULL CHECK (side IN ('B', 'S')),
+                order_date INTEGER NOT NULL,
+                order_time INTEGER NOT NULL,
+                price BIGINT NOT NULL CHECK (price > 0),
+                quantity BIGINT NOT NULL CHECK (quantity > 0),
+                status TEXT NOT NULL,
+                matched_quantity BIGINT NOT NULL DEFAULT 0,
+                matched_amount BIGINT NOT NULL DEFAULT 0,
+                cancelled_quantity BIGINT NOT NULL DEFAULT 0,
+                CHECK (matched_quantity + cancelled_quantity <= quantity)))"),
+            QStringLiteral("CREATE INDEX order_by_day ON trade_order (order_date, security_id)"),
+            QStringLiteral("CREATE INDEX order_by_status ON trade_order (status)"),
+        },
     };
     return steps;
 }

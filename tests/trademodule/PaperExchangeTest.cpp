@@ -1,0 +1,350 @@
+#include "trademodule/exchange/PaperExchange.h"
+#include "tests/support/ByName.h"
+#include "tests/trademodule/LedgerFixture.h"
+#include "tradechartobject/common/TradeVocabulary.h"
+#include "trademodule/Error.h"
+#include "trademodule/ExchangeTime.h"
+#include "trademodule/exchange/TradingRules.h"
+
+namespace TradeModule {
+
+namespace {
+
+using namespace TradeChart::OrderStatus;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+Money yuan(double value)
+{
+    return Money::ofYuan(value).value();
+}
+
+/// A bar of the bank's shares that ends at hhmm.
+Quote bar(int hhmm, double open, double high, double low, qint64 volume = 1000000)
+{
+    Quote quote;
+    quote.security = bank();
+    quote.time = hhmm * 10000;
+    quote.open = yuan(open);
+    quote.high = yuan(high);
+    quote.low = yuan(low);
+    quote.close = yuan(open);
+    quote.volume = volume;
+    return quote;
+}
+
+/// An exchange in the middle of a trading day: the first quote was 10.00 at 10:00.
+class PaperExchangeOfADay : public LedgerFixture
+{
+protected:
+    void SetUp() override
+    {
+        LedgerFixture::SetUp();
+        if (IsSkipped()) {
+            return;
+        }
+        m_exchange.emplace(&ledger(),
+                           [this](const Order &order) { m_statuses.push_back(order.status.toStdString()); });
+        exchange().take(bar(1000, 10, 10, 10));
+    }
+
+    PaperExchange &exchange() { return *m_exchange; }
+
+    Order buy(double price, qint64 quantity)
+    {
+        return exchange().place(bank(), Side::Buy, yuan(price), quantity);
+    }
+
+    Order sell(double price, qint64 quantity)
+    {
+        return exchange().place(bank(), Side::Sell, yuan(price), quantity);
+    }
+
+    /// Shares that were there before today.
+    void hold(qint64 quantity) { book({fill(Side::Buy, bank(), 20240102, 9, quantity)}); }
+
+    Order now(const Order &order) { return OrderBook(&ledger()).find(order.date, order.number).value(); }
+    QString statusOf(const Order &order) { return now(order).status; }
+
+    std::string refusalOf(Side side, double price, qint64 quantity)
+    {
+        try {
+            exchange().place(bank(), side, yuan(price), quantity);
+        } catch (const Error &error) {
+            return error.what();
+        }
+        return "no refusal";
+    }
+
+    void setCash(double cash)
+    {
+        OrderBook orders(&ledger());
+        Transaction transaction = orders.begin();
+        orders.setCash(yuan(cash));
+        transaction.commit();
+    }
+
+    std::vector<std::string> m_statuses; // as the charts were told
+
+private:
+    std::optional<PaperExchange> m_exchange;
+};
+
+QString code(const char *status)
+{
+    return QString::fromLatin1(status);
+}
+
+} // namespace
+
+TEST_F(PaperExchangeOfADay, DealsABuyWhenTheBarReachesItsPrice)
+{
+    const Order order = buy(9.90, 1000);
+    exchange().take(bar(1001, 10, 10.05, 9.95));
+    EXPECT_EQ(statusOf(order), code(Quoted));
+
+    exchange().take(bar(1002, 10, 10, 9.90));
+
+    EXPECT_EQ(statusOf(order), code(Dealed));
+    const Executions trades = ledger().trades(bank(), {today(), today()});
+    ASSERT_EQ(trades.size(), 1);
+    EXPECT_EQ(trades[0].price, yuan(9.90));
+    EXPECT_EQ(trades[0].time, 10020000);
+    EXPECT_EQ(trades[0].orderNo, QString::number(order.number));
+    EXPECT_THAT(m_statuses, ElementsAre(Quoting, Quoted, Dealed));
+}
+
+TEST_F(PaperExchangeOfADay, DealsASellWhenTheBarReachesItsPrice)
+{
+    hold(1000);
+    const Order order = sell(10.10, 1000);
+    exchange().take(bar(1001, 10, 10.09, 10));
+    EXPECT_EQ(statusOf(order), code(Quoted));
+
+    exchange().take(bar(1002, 10, 10.10, 10));
+
+    EXPECT_EQ(statusOf(order), code(Dealed));
+    EXPECT_EQ(ledger().holding(bank()).quantity(), 0);
+}
+
+TEST_F(PaperExchangeOfADay, DealsAtTheOpenWhenThatIsBetter)
+{
+    const Order order = buy(10.20, 100);
+
+    exchange().take(bar(1001, 10.05, 10.30, 10));
+
+    EXPECT_EQ(now(order).matchedAmount, yuan(1005));
+}
+
+TEST_F(PaperExchangeOfADay, DealsAtMostAQuarterOfTheVolumeInWholeLots)
+{
+    const Order order = buy(10, 1000);
+
+    exchange().take(bar(1001, 10, 10, 10, 1900));
+    EXPECT_EQ(now(order).matchedQuantity, 400);
+    EXPECT_EQ(statusOf(order), code(PartDeal));
+    exchange().take(bar(1002, 10, 10, 10, 100));
+    EXPECT_EQ(now(order).matchedQuantity, 400);
+    exchange().take(bar(1003, 10, 10, 10, 10000));
+
+    EXPECT_EQ(statusOf(order), code(Dealed));
+    EXPECT_EQ(ledger().trades(bank(), {today(), today()}).size(), 2);
+}
+
+TEST_F(PaperExchangeOfADay, SharesTheVolumeAmongOrdersTheOldestFirst)
+{
+    const Order first = buy(10, 200);
+    const Order second = buy(10, 200);
+
+    exchange().take(bar(1001, 10, 10, 10, 1200));
+
+    EXPECT_EQ(now(first).matchedQuantity, 200);
+    EXPECT_EQ(now(second).matchedQuantity, 100);
+}
+
+TEST_F(PaperExchangeOfADay, TakesTheFeesOnceForAnOrderInParts)
+{
+    buy(10, 1000);
+    exchange().take(bar(1001, 10, 10, 10, 2000));
+    exchange().take(bar(1002, 10, 10, 10, 2000));
+
+    const double fees = 5 + 0.10; // commission at its least, transfer fee
+    EXPECT_DOUBLE_EQ(OrderBook(&ledger()).cash().yuan(), 1000000 - 10000 - fees);
+    EXPECT_DOUBLE_EQ(costPrice(bank()), (10000 + fees) / 1000);
+}
+
+TEST_F(PaperExchangeOfADay, CancelsAnOrderThatWaits)
+{
+    const Order order = buy(9.50, 100);
+    exchange().settle();
+
+    exchange().cancel(order.date, order.number);
+    EXPECT_EQ(statusOf(order), code(QuotedWaittingCancel));
+    exchange().settle();
+
+    EXPECT_EQ(statusOf(order), code(Canceled));
+    EXPECT_EQ(now(order).cancelledQuantity, 100);
+    EXPECT_THAT(m_statuses, ElementsAre(Quoting, Quoted, QuotedWaittingCancel, Canceled));
+}
+
+TEST_F(PaperExchangeOfADay, CancelsTheRestOfAnOrderDealtInPart)
+{
+    const Order order = buy(10, 1000);
+    exchange().take(bar(1001, 10, 10, 10, 2000));
+
+    exchange().cancel(order.date, order.number);
+    EXPECT_EQ(statusOf(order), code(PartDealWaittingCancel));
+    exchange().settle();
+
+    EXPECT_EQ(statusOf(order), code(PartCanceled));
+    EXPECT_EQ(now(order).matchedQuantity, 500);
+    EXPECT_EQ(now(order).cancelledQuantity, 500);
+}
+
+TEST_F(PaperExchangeOfADay, CancelsAtOnceWhatTheExchangeDoesNotKnowYet)
+{
+    const Order order = buy(10, 100);
+
+    EXPECT_EQ(exchange().cancel(order.date, order.number).status, code(Canceled));
+}
+
+TEST_F(PaperExchangeOfADay, DoesNotCancelWhatIsOver)
+{
+    const Order order = buy(10, 100);
+    exchange().take(bar(1001, 10, 10, 10));
+
+    EXPECT_THROW(exchange().cancel(order.date, order.number), Error);
+    EXPECT_THROW(exchange().cancel(order.date, 4711), Error);
+    EXPECT_EQ(statusOf(order), code(Dealed));
+}
+
+TEST_F(PaperExchangeOfADay, DealsNothingThatIsBeingCancelled)
+{
+    const Order order = buy(9.90, 100);
+    exchange().settle();
+    exchange().cancel(order.date, order.number);
+
+    exchange().take(bar(1001, 9.90, 9.90, 9.90));
+
+    EXPECT_EQ(statusOf(order), code(Canceled));
+}
+
+TEST_F(PaperExchangeOfADay, KeepsOrdersOfClosedHoursUntilItOpens)
+{
+    exchange().take(bar(1145, 10, 10, 10));
+    const Order order = buy(10, 100);
+    EXPECT_EQ(order.status, code(WaittingQuote));
+    exchange().settle();
+    EXPECT_EQ(statusOf(order), code(WaittingQuote));
+
+    exchange().take(bar(1301, 10.5, 10.5, 10.5));
+
+    EXPECT_EQ(statusOf(order), code(Quoted));
+}
+
+TEST_F(PaperExchangeOfADay, AbolishesAnOrderBeyondTheDaysLimits)
+{
+    const Order high = buy(11.01, 100);
+    const Order atLimit = buy(11.00, 100);
+
+    exchange().settle();
+
+    EXPECT_EQ(statusOf(high), code(AbolishedOrder));
+    EXPECT_EQ(statusOf(atLimit), code(Quoted));
+}
+
+TEST_F(PaperExchangeOfADay, LetsOrdersOfPastDaysEnd)
+{
+    const Order order = buy(9.50, 100);
+    exchange().settle();
+    Database(location()).run(QStringLiteral("UPDATE trade_order SET order_date = 20240102"));
+
+    exchange().settle();
+
+    EXPECT_EQ(OrderBook(&ledger()).find(20240102, order.number)->status, code(Canceled));
+}
+
+TEST_F(PaperExchangeOfADay, RefusesOddLotsButSellsAnOddRest)
+{
+    book({fill(Side::Bonus, bank(), 20240102, 0, 130)});
+
+    EXPECT_THAT(refusalOf(Side::Buy, 10, 150), HasSubstr("multiple of 100"));
+    EXPECT_THAT(refusalOf(Side::Sell, 10, 50), HasSubstr("multiple of 100"));
+    EXPECT_EQ(refusalOf(Side::Sell, 10, 130), "no refusal");
+}
+
+TEST_F(PaperExchangeOfADay, RefusesPricesBetweenTicks)
+{
+    EXPECT_THAT(refusalOf(Side::Buy, 10.005, 100), HasSubstr("0.01"));
+}
+
+TEST_F(PaperExchangeOfADay, RefusesToSellMoreThanIsHeldAndNotOnOffer)
+{
+    hold(500);
+    sell(10.50, 300);
+
+    EXPECT_THAT(refusalOf(Side::Sell, 10, 300), HasSubstr("200 shares may be sold"));
+    EXPECT_EQ(refusalOf(Side::Sell, 10, 200), "no refusal");
+}
+
+TEST_F(PaperExchangeOfADay, RefusesToSellWhatWasBoughtToday)
+{
+    hold(100);
+    buy(10, 400);
+    exchange().take(bar(1001, 10, 10, 10));
+    ASSERT_EQ(ledger().holding(bank()).quantity(), 500);
+
+    EXPECT_THAT(refusalOf(Side::Sell, 10, 200), HasSubstr("100 shares may be sold"));
+}
+
+TEST_F(PaperExchangeOfADay, RefusesToBuyForMoreThanTheCashThatIsFree)
+{
+    setCash(10000);
+    EXPECT_THAT(refusalOf(Side::Buy, 10, 1000), HasSubstr("needs 10005.10 yuan"));
+
+    buy(5, 1000);
+
+    EXPECT_THAT(refusalOf(Side::Buy, 10, 500), HasSubstr("there are 4994.95"));
+}
+
+TEST_F(PaperExchangeOfADay, LeavesNothingOfARefusedOrder)
+{
+    refusalOf(Side::Buy, 10, 150);
+    refusalOf(Side::Sell, 10, 100);
+
+    EXPECT_THAT(OrderBook(&ledger()).ofDay(today()), IsEmpty());
+    EXPECT_THAT(m_statuses, IsEmpty());
+}
+
+TEST_F(PaperExchangeOfADay, DealsTheOrdersOfBeforeARestart)
+{
+    const Order order = buy(10, 100);
+    PaperExchange afterwards(&ledger());
+
+    afterwards.take(bar(1001, 10, 10, 10));
+
+    EXPECT_EQ(statusOf(order), code(Dealed));
+}
+
+TEST(TradingRules, LimitADayByItsCloseBefore)
+{
+    const TradingRules::PriceLimits main = TradingRules::priceLimits(bank(), yuan(10.05));
+    EXPECT_EQ(main.lowest, yuan(9.05));   // 9.045
+    EXPECT_EQ(main.highest, yuan(11.06)); // 11.055
+
+    const Security young{QStringLiteral("688001"), Market::Shanghai};
+    EXPECT_EQ(TradingRules::priceLimits(young, yuan(10)).highest, yuan(12));
+}
+
+TEST(TradingRules, OpenTheMarketInTwoSessions)
+{
+    for (const int time : {9150000, 9300000, 11300000, 13000000, 15000000}) {
+        EXPECT_TRUE(TradingRules::isOpen(time)) << time;
+    }
+    for (const int time : {9145999, 11300100, 12595999, 15000100}) {
+        EXPECT_FALSE(TradingRules::isOpen(time)) << time;
+    }
+}
+
+} // namespace TradeModule

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "trademodule/exchange/Quote.h"
+#include "trademodule/ledger/OrderBook.h"
+
+#include <QHash>
+
+#include <functional>
+
+namespace TradeModule {
+
+/// Takes the account's orders and deals them against the quotes of the market. What an order goes
+/// through:
+///
+///     placed ─► WaittingQuote (closed hours) ─► Quoted ─► PartDeal ─► Dealed
+///           └─► Quoting ─────────────────────────┘ │ └───────┤
+///     AbolishedOrder (beyond the price limits) ◄───┘         │
+///     cancel: Quoted ─► QuotedWaittingCancel ─► Canceled     │
+///             PartDeal ─► PartDealWaittingCancel ─► PartCanceled
+///
+/// The exchange's clock is the time of the last quote, so that a recorded day can be played at any hour;
+/// before the first quote it is the wall clock. Every order and quote is of today. Bus-free.
+class PaperExchange
+{
+public:
+    /// Called after every change of an order, when it is in the ledger.
+    using Listener = std::function<void(const Order &)>;
+
+    /// The ledger stays the caller's and outlives this object.
+    explicit PaperExchange(Ledger *ledger, Listener listener = {});
+
+    /// Places a limit order of a buy or a sell; an Error says which rule it breaks. The order with its
+    /// number and status comes back.
+    Order place(const Security &security, Side side, Money price, qint64 quantity);
+
+    /// Asks for what is left of an order to be cancelled; an Error says why it can not be.
+    Order cancel(int date, qint64 number);
+
+    /// Deals what the bar allows: a buy when its low, a sell when its high reaches the order's price, at
+    /// the bar's open when that is better; all orders together at most a quarter of its volume.
+    void take(const Quote &quote);
+
+    /// Does what is due without a quote: reports new orders, confirms cancellations, lets the orders of
+    /// past days end. Also for what other processes wrote into the ledger. Cheap when nothing is due.
+    void settle();
+
+private:
+    int now() const;
+    void refuseUncovered(const Order &order);
+    qint64 sellable(const Security &security);
+    Money spendable();
+    bool advance(Order *order);
+    Orders advanced();
+    Orders reachedBy(const Quote &quote);
+    void deal(const Quote &quote);
+    qint64 dealOne(Order *order, const Quote &quote, qint64 atMost);
+    void publish(const Orders &changed) const;
+
+    OrderBook m_book;
+    const Listener m_listener;
+    int m_quoteTime = -1;
+    QHash<Security, Money> m_references;
+};
+
+} // namespace TradeModule

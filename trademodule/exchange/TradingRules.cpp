@@ -1,0 +1,61 @@
+#include "trademodule/exchange/TradingRules.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace TradeModule::TradingRules {
+
+namespace {
+
+/// Yuan rounded to whole cents, half up.
+Money cents(double yuan)
+{
+    return Money::ofSteps(std::llround(yuan * 100) * Tick.steps());
+}
+
+/// How far a price may be from yesterday's close: young companies' boards have wider limits.
+double limitShare(const Security &security)
+{
+    const bool isYoungBoard =
+        security.code.startsWith(QLatin1String("30")) || security.code.startsWith(QLatin1String("688"));
+    return isYoungBoard ? 0.2 : 0.1;
+}
+
+} // namespace
+
+bool isOpen(int time)
+{
+    const bool isMorning = time >= 9150000 && time <= 11300000;
+    const bool isAfternoon = time >= 13000000 && time <= 15000000;
+    return isMorning || isAfternoon;
+}
+
+QString formError(const Order &order, qint64 held)
+{
+    if (!(order.price > Money()) || order.price.steps() % Tick.steps() != 0) {
+        return QStringLiteral("the price must be a multiple of 0.01 yuan");
+    }
+    const bool sellsRest = order.side == Side::Sell && order.quantity == held;
+    if (order.quantity <= 0 || (order.quantity % Lot != 0 && !sellsRest)) {
+        return QStringLiteral("the quantity must be a multiple of %1").arg(Lot);
+    }
+    return {};
+}
+
+PriceLimits priceLimits(const Security &security, Money previousClose)
+{
+    const double share = limitShare(security);
+    return {cents(previousClose.yuan() * (1 - share)), cents(previousClose.yuan() * (1 + share))};
+}
+
+Money fees(Side side, Money amount)
+{
+    if (amount.isZero()) {
+        return {};
+    }
+    const Money commission = std::max(cents(amount.yuan() * 0.00025), cents(5));
+    const Money stampDuty = side == Side::Sell ? cents(amount.yuan() * 0.0005) : Money();
+    return commission + stampDuty + cents(amount.yuan() * 0.00001);
+}
+
+} // namespace TradeModule::TradingRules

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "trademodule/ledger/Order.h"
+
+namespace TradeModule {
+
+/// The rules of the market, as far as they are the same every day.
+namespace TradingRules {
+
+constexpr qint64 Lot = 100;
+constexpr Money Tick = Money::ofSteps(Money::StepsPerYuan / 100);
+
+/// True while orders reach the exchange: 09:15–11:30 and 13:00–15:00.
+bool isOpen(int time);
+
+/// Why an order of this form is never taken; empty when it is. A sell of less than a lot must sell all
+/// that is held.
+QString formError(const Order &order, qint64 held);
+
+/// The highest and the lowest price of a day by the close of the day before.
+struct PriceLimits
+{
+    Money lowest;
+    Money highest;
+    bool contain(Money price) const { return !(price < lowest) && !(price > highest); }
+};
+PriceLimits priceLimits(const Security &security, Money previousClose);
+
+/// All fees of an order that was dealt for `amount` in all: commission 0.025 %, at least 5 yuan; transfer
+/// fee 0.001 %; stamp duty 0.05 % of a sell.
+Money fees(Side side, Money amount);
+
+} // namespace TradingRules
+
+} // namespace TradeModule

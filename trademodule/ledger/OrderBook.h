@@ -1,0 +1,50 @@
+#pragma once
+
+#include "trademodule/ledger/Ledger.h"
+#include "trademodule/ledger/Order.h"
+#include "trademodule/ledger/Transaction.h"
+
+#include <optional>
+
+namespace TradeModule {
+
+/// The account's orders and the cash they are paid from, in its ledger. Changes are made inside a
+/// transaction of the caller's, see begin(); failures are thrown as LedgerErrors.
+class OrderBook
+{
+public:
+    /// The ledger stays the caller's and outlives this object.
+    explicit OrderBook(Ledger *ledger);
+
+    Transaction begin() { return Transaction(m_database); }
+
+    /// Writes a new order; its number comes back.
+    qint64 add(const Order &order);
+    /// Writes status and quantities of an order.
+    void update(const Order &order);
+    /// Writes an execution of an order: the trade, the holding and the cash. The order itself is left to
+    /// update().
+    void execute(const Execution &execution);
+
+    std::optional<Order> find(int date, qint64 number);
+    /// Orders of a day, by number.
+    Orders ofDay(int date);
+    Orders ofDay(int date, const Security &security);
+    /// Orders that something may still happen to, the oldest first.
+    Orders open();
+
+    Money cash();
+    void setCash(Money cash);
+    /// Shares that were bought on a day and are not sold on it.
+    qint64 boughtOn(int date, const Security &security);
+    Holding holding(const Security &security) { return m_ledger->holding(security); }
+
+private:
+    qint64 securityId(const Security &security);
+    Orders ordersWhere(const QString &condition, const QVariantList &values);
+
+    Ledger *const m_ledger;
+    Database *const m_database;
+};
+
+} // namespace TradeModule
