@@ -121,11 +121,11 @@ TEST_F(Window, LetsTheCursorPointWithinFivePixelsOfTheCostLine)
     const double y = geometry().priceToY(costPrice());
     for (const double offset : {-4.0, 0.0, 4.0}) {
         moveTo({300, y + offset});
-        EXPECT_EQ(cursor(), Qt::PointingHandCursor) << offset;
+        EXPECT_TRUE(waitUntil([this] { return cursor() == Qt::PointingHandCursor; })) << offset;
     }
     for (const double offset : {-8.0, 8.0}) {
         moveTo({300, y + offset});
-        EXPECT_EQ(cursor(), Qt::CrossCursor) << offset;
+        EXPECT_TRUE(waitUntil([this] { return cursor() == Qt::CrossCursor; })) << offset;
     }
 }
 
@@ -152,7 +152,7 @@ TEST_F(Window, ShowsAMarkAsClickable)
 {
     show({QStringLiteral("trades")});
     moveTo(onMark(lastMarkedBar()));
-    EXPECT_EQ(cursor(), Qt::PointingHandCursor);
+    EXPECT_TRUE(waitUntil([this] { return cursor() == Qt::PointingHandCursor; }));
 }
 
 TEST_F(Window, ChoosesARowWithTheKeyboard)
@@ -337,7 +337,7 @@ TEST_F(Window, ReadsOutTheBarUnderThePointerAlsoAfterAZoom)
     int pointed = -1;
     QObject::connect(chart(), &ChartView::pointedBarChanged, chart(), [&pointed](int bar) { pointed = bar; });
     moveTo({400, 200});
-    EXPECT_TRUE(waitFor([&] { return pointed == chart()->barAt(400); }));
+    EXPECT_TRUE(waitUntil([&] { return pointed == chart()->barAt(400); }));
     chart()->zoom(0.3, 900);
     EXPECT_EQ(pointed, chart()->barAt(400));
     chart()->setCrosshair({});
