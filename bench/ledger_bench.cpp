@@ -1,0 +1,156 @@
+// Questions to a ledger of 1,000,000 executions on SQLite. The floor is the same database handing over
+// the same rows from a table that holds nothing else.
+#include "bench/support/Paired.h"
+#include "trademodule/bus/TradeAnswers.h"
+
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+using namespace TradeModule;
+
+constexpr int Executions = 1000000;
+constexpr int Securities = 100;
+constexpr int Years = 10;
+constexpr int RowsOfAYear = Executions / Securities / Years;
+
+/// The ledger, filled once: every security is traded every year.
+class FullLedger
+{
+public:
+    FullLedger()
+        : m_ledger(location()),
+          m_raw(location()),
+          m_exchange(&m_ledger),
+          m_answers(&m_ledger, &m_exchange)
+    {
+        fill();
+        const DateRange year{20200101, 20201231};
+        if (m_ledger.trades(security(), year).size() != RowsOfAYear || readYearAlone() != RowsOfAYear) {
+            std::fputs("the ledger was not filled as it should be\n", stderr);
+            std::exit(1);
+        }
+    }
+
+    static FullLedger &instance()
+    {
+        static FullLedger ledger;
+        return ledger;
+    }
+
+    static Security security() { return {QStringLiteral("600050"), Market::Shanghai}; }
+
+    Ledger &ledger() { return m_ledger; }
+    TradeAnswers &answers() { return m_answers; }
+
+    /// The floor: every value of the year's rows, and nothing looked for.
+    int readYearAlone()
+    {
+        QSqlQuery rows = m_raw.run(QStringLiteral("SELECT * FROM year_alone"));
+        int count = 0;
+        while (rows.next()) {
+            for (int column = 0; column < 11; ++column) {
+                benchmark::DoNotOptimize(rows.value(column));
+            }
+            ++count;
+        }
+        return count;
+    }
+
+    /// The floor of a holding: one row by its key.
+    void readHoldingAlone()
+    {
+        QSqlQuery row =
+            m_raw.run(QStringLiteral("SELECT quantity, cost FROM holding WHERE security_id = 51"));
+        benchmark::DoNotOptimize(row.next());
+        benchmark::DoNotOptimize(row.value(1));
+    }
+
+private:
+    QString location() const { return m_directory.filePath(QStringLiteral("account.db")); }
+
+    void fill()
+    {
+        Transaction transaction(&m_raw);
+        for (const char *statement : {
+                 "WITH RECURSIVE n (i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 99) "
+                 "INSERT INTO security (id, code, market) SELECT i + 1, 600000 + i, 'SH' FROM n",
+                 "WITH RECURSIVE n (i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 999999) "
+                 "INSERT INTO execution (security_id, side, trade_date, trade_time, price, quantity, amount, "
+                 "fee, "
+                 "order_no, deal_no) SELECT i % 100 + 1, 'B', "
+                 "20150101 + i / 100000 * 10000 + i % 1200 / 100 * 100 + i % 28, 10000000 + i % 1000, "
+                 "100000, 100, "
+                 "10000000, 50000, i, i FROM n",
+                 "INSERT INTO holding SELECT id, 1000000, 10050000, 0 FROM security",
+                 "CREATE TABLE year_alone AS SELECT s.code, s.market, e.side, e.trade_date, e.trade_time, "
+                 "e.price, "
+                 "e.quantity, e.amount, e.fee, e.order_no, e.deal_no FROM security s JOIN execution e "
+                 "ON e.security_id = s.id WHERE s.code = '600050' AND e.trade_date BETWEEN 20200101 AND "
+                 "20201231",
+             }) {
+            m_raw.run(QString::fromLatin1(statement));
+        }
+        transaction.commit();
+    }
+
+    QTemporaryDir m_directory;
+    Ledger m_ledger;
+    Database m_raw;
+    PaperExchange m_exchange;
+    TradeAnswers m_answers;
+};
+
+QJsonObject question(const char *command)
+{
+    return {{QStringLiteral("cmd"), QLatin1String(command)},
+            {QStringLiteral("stkcode"), FullLedger::security().code},
+            {QStringLiteral("market"), QStringLiteral("SH")},
+            {QStringLiteral("start"), QStringLiteral("20200101")},
+            {QStringLiteral("end"), QStringLiteral("20201231")}};
+}
+
+void yearOfASecurity(benchmark::State &state)
+{
+    FullLedger &full = FullLedger::instance();
+    Paired(state).run(
+        [&] { full.readYearAlone(); },
+        [&] {
+            benchmark::DoNotOptimize(full.ledger().trades(FullLedger::security(), {20200101, 20201231}));
+        });
+}
+
+void historyAnswer(benchmark::State &state)
+{
+    FullLedger &full = FullLedger::instance();
+    const QJsonObject history = question("HistoryTrade");
+    Paired(state).run([&] { full.readYearAlone(); },
+                      [&] { benchmark::DoNotOptimize(full.answers().answer(history)); });
+}
+
+void costAnswer(benchmark::State &state)
+{
+    FullLedger &full = FullLedger::instance();
+    const QJsonObject cost = question("HolderCostPrice");
+    Paired(state).run([&] { full.readHoldingAlone(); },
+                      [&] { benchmark::DoNotOptimize(full.answers().answer(cost)); });
+}
+
+BENCHMARK(yearOfASecurity)->Name("rows of a year of a security, 1,000 of 1,000,000")->UseManualTime();
+BENCHMARK(historyAnswer)->Name("HistoryTrade of a year, 1,000 of 1,000,000")->UseManualTime();
+BENCHMARK(costAnswer)->Name("HolderCostPrice")->UseManualTime();
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
