@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QProcess>
+#include "terminal/services/ChildProcess.h"
+
 #include <QTimer>
 
 namespace Terminal {
@@ -26,7 +27,7 @@ private:
     void handleEnd();
     void handleError(QProcess::ProcessError error);
 
-    QProcess m_process;
+    ChildProcess m_process;
     QTimer m_restart;
 };
 
