@@ -59,6 +59,7 @@ struct Chart
 {
     Chart() : overlay(std::make_unique<BSPoint>(axis, QJsonObject(), nullptr))
     {
+        axis.notesPrices = false;
         RecordedBus::instance().reset();
     }
 

@@ -36,7 +36,9 @@ QJsonArray manyRows()
 
 struct CombinedChart
 {
-    CombinedChart() : overlay(std::make_unique<CChartTradeObject>(axis, R"({"type":1})"))
+    CombinedChart()
+        : overlay(std::make_unique<CChartTradeObject>(axis, R"({
+        axis.notesPrices = false;"type":1})"))
     {
         RecordedBus::instance().reset();
         calc();

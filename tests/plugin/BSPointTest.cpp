@@ -166,6 +166,11 @@ TEST_F(BSPointTest, DoesNothingMoreAfterDeleteObject)
     hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
     hearToday({});
     hear(Topic::TRADENOTIFY, R"({"stkcode":"600536"})");
+    const QJsonArray rows{fields({"B", "20240103", "9301500", "1", "1"}, "bizdate", "matchtime")};
+    overlay->sendQueryTodayTradeInfoReq();
+    EXPECT_FALSE(overlay->sendQueryHistoryTradeInfoReq());
+    EXPECT_TRUE(overlay->handleQueryTodayTradeInfoRes(rows));
+    EXPECT_TRUE(overlay->handleQueryHistoryTradeInfoRes(rows));
 
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_THAT(axis.updated, IsEmpty());
@@ -181,7 +186,7 @@ TEST_F(BSPointTest, HearsNothingMoreWhileItIsDestroyed)
     EXPECT_THAT(axis.updated, IsEmpty());
 }
 
-TEST_F(BSPointTest, ReadsARefreshIntervalThatIsNoWholeNumberAsTheDefault)
+TEST_F(BSPointTest, ReadsARefreshIntervalThatNoTimeCanPassInAsTheDefault)
 {
     for (const QJsonValue &interval : {QJsonValue(QStringLiteral("3")), QJsonValue(3.5), QJsonValue(-3)}) {
         create({{QStringLiteral("auto_refresh_time"), interval}});
@@ -553,6 +558,10 @@ INSTANTIATE_TEST_SUITE_P(
         Ignored{"ThatAreNoJson", "TradeQuery", "{"}, Ignored{"ThatNotifyInNoJson", "TradeNotify", "600536"},
         Ignored{"ThatNotifyInAnArray", "TradeNotify", R"(["600536"])"},
         Ignored{"ThatNotifyOfAnotherSecurity", "TradeNotify", R"({"stkcode":"600519"})"},
+        Ignored{"OfALongerTopic", "TradeQuery2", R"({"cmd":"HistoryTrade","stkcode":"600536",)" ROWS},
+        Ignored{"OfTheNotifyTopicInOtherCase", "tradenotify", R"({"stkcode":"600536"})"},
+        Ignored{"OfALongerNotifyTopic", "TradeNotify2", R"({"stkcode":"600536"})"},
+        Ignored{"ThatNotifyWithoutACode", "TradeNotify", R"({"x":"1"})"},
         Ignored{"ThatNotifyWithTheCodeAsANumber", "TradeNotify", R"({"stkcode":600536})"}),
     ByName());
 
@@ -1068,6 +1077,22 @@ TEST_F(BSPointTest, TellsTheHostWhichBarWasClicked)
     EXPECT_THAT(axis.pricesAsked, ElementsAre(filler)) << "a host that fills nothing in";
 }
 
+TEST_F(BSPointTest, ListsNothingWhenTheHostChangesTheSecurityDuringAClick)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240102", "9301500", "10.5", "300"}});
+    axis.onBarAt = [this] { overlay->calcIt(shenzhen, nullptr, 0, Korvane::DayPeriod, 0, 0); };
+    EXPECT_THAT(listOn(0), SizeIs(0));
+}
+
+TEST_F(BSPointTest, EndsTheProcessWhenTheBusClientThrowsAtTheEnd)
+{
+    create();
+    bus().duringDisconnect = [] { throw 1; };
+    EXPECT_DEATH(destroy(), "");
+    bus().duringDisconnect = nullptr;
+}
+
 TEST_F(BSPointTest, HandlesAClickWhateverItsHeight)
 {
     createOnThreeDays();
@@ -1186,6 +1211,9 @@ TEST_F(BSPointTest, LogsEveryMessageAndTheRowsItReads)
          answer("TodayTrade", QJsonArray{QJsonObject{{QStringLiteral("orderdate"), QStringLiteral("1")}}}));
     const auto lines = log.lines(QtDebugMsg);
     ASSERT_THAT(lines, SizeIs(5));
+    for (const LogCapture::Line &line : log.all()) {
+        EXPECT_EQ(line.category, QStringLiteral("default"));
+    }
     EXPECT_EQ(lines[0], QStringLiteral(R"(handleTradeNotify receive topic: "Other" , msg: "x")"));
     EXPECT_THAT(lines[1].toStdString(),
                 StartsWith("handleTradeNotify receive topic: \"TradeQuery\" , msg: \"{"));

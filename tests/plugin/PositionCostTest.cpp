@@ -400,6 +400,8 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         IgnoredMessage{"OfAnotherTopic", "TradeNotify",
                        R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600536")},
+        IgnoredMessage{"OfALongerTopic", "TradeQuery2",
+                       R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600536")},
         IgnoredMessage{"OfATopicInOtherCase", "tradequery",
                        R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600536")},
         IgnoredMessage{"WithAnotherCommand", "TradeQuery",
@@ -525,6 +527,25 @@ INSTANTIATE_TEST_SUITE_P(
                       CostText{"InfinityAsNoLine", QStringLiteral("inf"), std::nullopt},
                       CostText{"AnAbsurdNumberAsNoLine", QStringLiteral("1e999"), std::nullopt}),
     ByName());
+
+TEST_F(PositionCostTest, TakesAnAnswerThatComesWhileTheQuestionIsSent)
+{
+    create();
+    bus().duringSend = [] {
+        bus().duringSend = nullptr;
+        hearCost(QStringLiteral("50"));
+    };
+    calc(shanghai, threeDays, 4);
+    EXPECT_EQ(drawnCost(), 50.0);
+}
+
+TEST_F(PositionCostTest, BelongsToTheParentItIsGiven)
+{
+    QObject parent;
+    auto *child = new PositionCost(axis, {}, &parent);
+    EXPECT_EQ(child->parent(), &parent);
+    EXPECT_EQ(bus().operations.front(), QStringLiteral("create")) << "the bus client has no parent";
+}
 
 TEST_F(PositionCostTest, ForgetsTheCostWithTheSecurity)
 {
@@ -727,7 +748,12 @@ TEST_F(PositionCostTest, IgnoresTheMouse)
     EXPECT_EQ(axis.hostCalls, 0);
 }
 
-static_assert(std::is_nothrow_destructible_v<PositionCost>,
-              "what the bus client throws must not reach the host");
+TEST_F(PositionCostTest, EndsTheProcessWhenTheBusClientThrowsAtTheEnd)
+{
+    create();
+    bus().duringDisconnect = [] { throw 1; };
+    EXPECT_DEATH(destroy(), "");
+    bus().duringDisconnect = nullptr;
+}
 
 } // namespace

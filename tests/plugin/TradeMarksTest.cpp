@@ -150,7 +150,8 @@ INSTANTIATE_TEST_SUITE_P(
                       Click{"BuysBehindBuys", clicked(TradeMarker::Buys, false), buy(150, 9.99), true},
                       Click{"NoSellsBehindBuys", clicked(TradeMarker::Buys, false), sell(150, 9.99), false},
                       Click{"NothingWithoutAMarker", clicked(TradeMarker::None, true), buy(150, 10), false},
-                      Click{"NoneBelowTheCloseAbove", clicked(TradeMarker::Both, true), buy(150, 9.99), false},
+                      Click{"NoneBelowTheCloseAbove", clicked(TradeMarker::Both, true), buy(150, 9.99),
+                            false},
                       Click{"NoneAtTheCloseBelow", clicked(TradeMarker::Both, false), buy(150, 10), false}),
     ByName());
 

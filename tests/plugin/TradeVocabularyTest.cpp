@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <cmath>
+#include <ctime>
 #include <limits>
 
 using namespace TradeChart;
@@ -223,6 +224,24 @@ TEST(TradeVocabulary, GivesTodaysLocalDate)
     const auto after = currentDate();
     const std::int64_t expected = today.toString(QStringLiteral("yyyyMMdd")).toLongLong();
     EXPECT_TRUE(expected == before || expected == after); // midnight may fall between the calls
+}
+
+TEST(TradeVocabulary, CountsDaysWhereTheUserIs)
+{
+    const QByteArray zone = qgetenv("TZ");
+    qputenv("TZ", "EST-14"); // 26 hours apart: never the same day
+    tzset();
+    const auto east = currentDate();
+    qputenv("TZ", "WST12");
+    tzset();
+    const auto west = currentDate();
+    if (zone.isEmpty()) {
+        qunsetenv("TZ");
+    } else {
+        qputenv("TZ", zone);
+    }
+    tzset();
+    EXPECT_GT(east, west);
 }
 
 TEST(TradeVocabulary, RoundsAsDecimalFormattingDoes)

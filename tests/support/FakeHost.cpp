@@ -54,7 +54,9 @@ double FakeAxis::barToX(int bar)
 double FakeAxis::priceToY(double price, int one, int two)
 {
     ++hostCalls;
-    pricesAsked.push_back(price);
+    if (notesPrices) {
+        pricesAsked.push_back(price);
+    }
     return one == -1 && two == -1 ? yOf(price) : -1e9; // an overlay always passes -1
 }
 
@@ -67,6 +69,9 @@ int FakeAxis::xToBar(double x)
 void FakeAxis::barAt(int bar, Korvane::AnalyData &out)
 {
     barsAsked.push_back(bar);
+    if (onBarAt) {
+        onBarAt();
+    }
     if (bar >= 0 && bar < static_cast<int>(bars.size())) {
         out = bars[static_cast<std::size_t>(bar)];
     }

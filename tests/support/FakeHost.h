@@ -28,13 +28,15 @@ public:
     std::vector<QByteArray> questions;            ///< every confirmBox()
     std::vector<QByteArray> messages;             ///< every showMessage()
     std::vector<int> barsAsked;                   ///< every barAt()
-    std::vector<double> pricesAsked;              ///< every priceToY()
+    std::vector<double> pricesAsked;              ///< every priceToY() while notesPrices
+    bool notesPrices = true;                      ///< off where the heap is counted
     int hostCalls = 0;                            ///< number of coordinate conversions
 
     std::function<void()> onUpdate;
     std::function<int()> onPopup = [] { return -1; };
     std::function<bool()> onConfirm = [] { return false; };
     std::function<void()> onMessage;
+    std::function<void()> onBarAt;
     std::function<int(double)> barUnder; ///< in place of the usual xToBar()
     bool hasScreenId = true;
     bool popupHasTerminator = true; ///< false: only the lines that expectLines tells are read

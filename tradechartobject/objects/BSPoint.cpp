@@ -1,6 +1,7 @@
 #include "tradechartobject/objects/BSPoint.h"
 
 #include "tradechartobject/common/BarTime.h"
+#include "tradechartobject/common/NumberText.h"
 #include "tradechartobject/common/PopupLines.h"
 #include "tradechartobject/common/PriceScale.h"
 #include "tradechartobject/common/Security.h"
@@ -22,6 +23,7 @@ using namespace TradeChart;
 namespace {
 
 constexpr std::int64_t noDate = -1;
+constexpr std::int64_t afterAllTime = std::numeric_limits<std::int64_t>::max();
 
 /// A marker reaches up from its anchor; this much of its far end is not caught.
 constexpr double looseEnd = 2.0; // pixels
@@ -41,12 +43,12 @@ QString text(const QJsonObject &row, const char *key)
 /// reads as zero, and as a sell: executions carry single letters, not the direction codes of orders.
 DatedTrade readTrade(const QJsonObject &row, const char *dateKey, const char *timeKey)
 {
-    const std::int64_t date = text(row, dateKey).toInt();
-    const int time = text(row, timeKey).toInt();
+    const std::int64_t date = toInt(text(row, dateKey));
+    const int time = toInt(text(row, timeKey));
     return {date,
             {text(row, TradeKeyFields::RTSBSFLAG) == QLatin1String(BSFlag::BUY), dateTime(date, time / 100),
-             text(row, TradeKeyFields::RTSMATCHPRICE).toDouble(),
-             text(row, TradeKeyFields::RTSMATCHQTY).toDouble()}};
+             toDouble(text(row, TradeKeyFields::RTSMATCHPRICE)),
+             toDouble(text(row, TradeKeyFields::RTSMATCHQTY))}};
 }
 
 void logRow(const char *prefix, const QJsonObject &row, QJsonDocument::JsonFormat format)
@@ -206,23 +208,38 @@ bool BSPoint::calcBSPointPriceInfo()
     if (m_daySides.empty()) {
         return true;
     }
-    const auto isBefore = [](const DaySides &sides, std::int64_t day) { return sides.day < day; };
+    // Bars come in the order of their days, as the trades do: the search goes on where it ended. Should a
+    // host's bars step back, it starts anew.
     auto sides = m_daySides.cbegin();
-    for (std::size_t bar = 0; bar < m_barTimes.size(); ++bar) {
-        const std::int64_t day = tradingDay(m_barTimes[bar]);
-        // Bars come in the order of their days, so the search goes on where it ended; should a host's
-        // bars step back, it starts anew.
-        if (sides != m_daySides.cbegin() && !isBefore(*std::prev(sides), day)) {
-            sides = m_daySides.cbegin();
+    std::int64_t tradesTime = sides->barTime();
+    std::int64_t previousTime = std::numeric_limits<std::int64_t>::min();
+    std::size_t bar = 0;
+    for (const std::int64_t time : m_barTimes) {
+        if (time < previousTime || time > tradesTime) {
+            sides = firstNotBefore(time, time < previousTime ? m_daySides.cbegin() : sides);
+            tradesTime = sides == m_daySides.cend() ? afterAllTime : sides->barTime();
         }
-        if (sides != m_daySides.cend() && isBefore(*sides, day)) {
-            sides = std::lower_bound(sides, m_daySides.cend(), day, isBefore);
-        }
-        if (sides != m_daySides.cend() && sides->day == day) {
+        if (time == tradesTime) {
             markBar(bar, *sides);
         }
+        previousTime = time;
+        ++bar;
     }
     return true;
+}
+
+/// The first day, from `sides` on, that is not before a bar's. Mostly it is the same or the next one.
+BSPoint::DaysSides::const_iterator BSPoint::firstNotBefore(std::int64_t time,
+                                                           DaysSides::const_iterator sides) const
+{
+    const auto isBefore = [](const DaySides &day, std::int64_t wanted) { return day.barTime() < wanted; };
+    const auto end = m_daySides.cend();
+    for (int step = 0; step < 2; ++step, ++sides) {
+        if (sides == end || !isBefore(*sides, time)) {
+            return sides;
+        }
+    }
+    return std::lower_bound(sides, end, time, isBefore);
 }
 
 TradeMarks BSPoint::marks()
@@ -301,8 +318,11 @@ void BSPoint::handleMousePress(double x, double)
     if (!hasBar(m_barTimes, bar)) {
         return;
     }
-    const auto trades = m_trades.find(tradingDay(m_barTimes[static_cast<std::size_t>(bar)]));
     tellHostWhichBar(bar);
+    if (!hasBar(m_barTimes, bar)) {
+        return; // the host has changed the bars meanwhile
+    }
+    const auto trades = m_trades.find(tradingDay(m_barTimes[static_cast<std::size_t>(bar)]));
     if (trades == m_trades.end()) {
         return;
     }
@@ -339,6 +359,9 @@ void BSPoint::handleMouseMove(double, double) {}
 
 void BSPoint::sendQueryTodayTradeInfoReq()
 {
+    if (m_refreshTimer == nullptr) {
+        return; // ended
+    }
     const QByteArray json =
         TradeChannel::toJson(TradeChannel::screenRequest(CmdType::TODAYTRADE, m_code, m_axis));
     TradeChannel::publish(m_endPoint, json);
@@ -347,6 +370,9 @@ void BSPoint::sendQueryTodayTradeInfoReq()
 
 bool BSPoint::sendQueryHistoryTradeInfoReq()
 {
+    if (m_refreshTimer == nullptr) {
+        return false; // ended
+    }
     QJsonObject request = TradeChannel::screenRequest(CmdType::HISTORYTRADE, m_code, m_axis);
     request.insert(QLatin1String(TradeKeyFields::START), QString::number(m_startDate));
     request.insert(QLatin1String(TradeKeyFields::END), QString::number(m_endDate));
@@ -392,6 +418,9 @@ void BSPoint::handleAnswer(const QJsonObject &answer)
 
 bool BSPoint::handleQueryTodayTradeInfoRes(QJsonArray rows)
 {
+    if (m_refreshTimer == nullptr) {
+        return true; // ended
+    }
     const bool logRows = TradeChannel::isDebugLogOn();
     std::int64_t workingDate = noDate;
     std::vector<trade_cj> trades;
@@ -421,6 +450,9 @@ bool BSPoint::handleQueryTodayTradeInfoRes(QJsonArray rows)
 
 bool BSPoint::handleQueryHistoryTradeInfoRes(QJsonArray rows)
 {
+    if (m_refreshTimer == nullptr) {
+        return true; // ended
+    }
     if (rows.isEmpty()) {
         TradeChannel::restart(m_refreshTimer, m_refreshSeconds);
         return true;

@@ -3,6 +3,7 @@
 #include "endpoint/EndPoint.h"
 #include "tradechartobject/ChartInterface.h"
 #include "tradechartobject/TradeChartExport.h"
+#include "tradechartobject/common/BarTime.h"
 #include "tradechartobject/common/Trade.h"
 
 #include <QJsonArray>
@@ -78,13 +79,17 @@ private:
         std::int32_t day; ///< yyyymmdd
         bool hasBuys;
         bool hasSells;
+
+        std::int64_t barTime() const { return TradeChart::dayBarTime(static_cast<std::uint32_t>(day)); }
     };
+    using DaysSides = std::vector<DaySides>;
 
     void changeSecurity(const Korvane::tagCodeWithName &code);
     void readBars(const Korvane::AnalyData *bars, int count);
     bool askForShownDays();
     void handleAnswer(const QJsonObject &answer);
     void sumUpDays();
+    DaysSides::const_iterator firstNotBefore(std::int64_t time, DaysSides::const_iterator sides) const;
     TradeChart::TradeMarks marks();
     void markBar(std::size_t bar, const DaySides &sides);
     void tellHostWhichBar(int bar) const;
@@ -104,5 +109,5 @@ private:
     std::vector<double> m_bothMarks;
     QTimer *m_refreshTimer; ///< child; null after deleteObject()
     int m_refreshSeconds;
-    std::vector<DaySides> m_daySides; ///< m_trades in short
+    DaysSides m_daySides; ///< m_trades in short
 };

@@ -1,6 +1,7 @@
 #include "tradechartobject/objects/EntrustPoint.h"
 
 #include "tradechartobject/common/BarTime.h"
+#include "tradechartobject/common/NumberText.h"
 #include "tradechartobject/common/OrderMarks.h"
 #include "tradechartobject/common/OrderText.h"
 #include "tradechartobject/common/PopupLines.h"
@@ -120,15 +121,14 @@ EntrustInfo readOrder(const QJsonObject &row, bool isBuy, const QString &status)
     order.isBuy = isBuy;
     order.orderStatus = status;
     order.fundId = text(row, TradeKeyFields::RTSFUNDID);
-    order.orderNo = text(row, TradeKeyFields::RTSORDERNO).toInt();
-    order.orderDate = text(row, TradeKeyFields::RTSENTRUSTDATE).toInt();
-    order.orderTime = text(row, TradeKeyFields::RTSENTRUSTTIME).toInt() / 100;
-    order.orderPrice = text(row, TradeKeyFields::RTSENTRUSTPRICE).toDouble();
-    order.orderQty = text(row, TradeKeyFields::RTSENTRUSTQTY).toInt();
-    order.matchQty = text(row, TradeKeyFields::RTSMATCHQTY).toInt();
-    order.matchPrice =
-        text(row, TradeKeyFields::RTSMATCHAMT).toDouble() / static_cast<double>(order.matchQty);
-    order.cancelQty = text(row, TradeKeyFields::RTSCANCELQTY).toInt();
+    order.orderNo = toInt(text(row, TradeKeyFields::RTSORDERNO));
+    order.orderDate = toInt(text(row, TradeKeyFields::RTSENTRUSTDATE));
+    order.orderTime = toInt(text(row, TradeKeyFields::RTSENTRUSTTIME)) / 100;
+    order.orderPrice = toDouble(text(row, TradeKeyFields::RTSENTRUSTPRICE));
+    order.orderQty = toInt(text(row, TradeKeyFields::RTSENTRUSTQTY));
+    order.matchQty = toInt(text(row, TradeKeyFields::RTSMATCHQTY));
+    order.matchPrice = toDouble(text(row, TradeKeyFields::RTSMATCHAMT)) / static_cast<double>(order.matchQty);
+    order.cancelQty = toInt(text(row, TradeKeyFields::RTSCANCELQTY));
     return order;
 }
 
@@ -549,7 +549,7 @@ void EntrustPoint::storeOrders(const QJsonArray &rows)
             continue;
         }
         const EntrustInfo order = readOrder(row, side == QLatin1String(BSFlag::BUY), status);
-        const int time = text(row, TradeKeyFields::RTSENTRUSTTIME).toInt();
+        const int time = toInt(text(row, TradeKeyFields::RTSENTRUSTTIME));
         m_ordersByTime[dateTime(today, shownMinute(time, today > order.orderDate))].push_back(order);
     }
 }
