@@ -15,12 +15,12 @@ debian_build=(
 )
 debian_test=(
     libgtest-dev libgmock-dev libbenchmark-dev
-    mosquitto-clients openssl postgresql
+    mosquitto-clients openssl postgresql python3
     xvfb xauth xdotool x11-utils faketime util-linux
     clang-format
 )
 homebrew_build=(cmake ninja pkg-config qt@5 qwt-qt5 mosquitto)
-homebrew_test=(googletest google-benchmark postgresql@15 libfaketime clang-format)
+homebrew_test=(python3 googletest google-benchmark postgresql@15 libfaketime clang-format)
 
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then
