@@ -105,20 +105,16 @@ TEST_F(TradingModule, MarksTheTradesOfTheLedgerAndListsADay)
            "20240103,10:30:00,600536,中国软件,卖出,34.50,100,3450.00,3,13\n"
            "20240104,14:56:59,600536,中国软件,卖出,31.00,100,3100.00,4,14\n");
     serve();
-    // A module that is not there yet hears nothing, and the days are asked for once: as a terminal
-    // does, the overlay is made anew until it is answered.
+    const Overlay costLine = create(0);
+    ASSERT_TRUE(redrawUntil(*costLine, [&] { return !axis.updated.empty(); })) << "the module answers";
+    // The days are asked for once, so an overlay that was refused before it had joined is made anew.
     Overlay points;
     ASSERT_TRUE(waitUntil([&] {
-        points.reset();
         points = create(1);
-        return waitUntil(
-            [&] {
-                calc(*points, chinaSoft, {bars.front()});
-                calc(*points, chinaSoft, bars);
-                return paintedMarks(*points) != "   ";
-            },
-            1000);
+        waitUntil([] { return false; }, 100);
+        return calc(*points, chinaSoft, bars);
     }));
+    ASSERT_TRUE(waitUntil([&] { return paintedMarks(*points) != "   "; }));
     EXPECT_EQ(paintedMarks(*points), "BTS");
     points->handleMousePress(10.0, 0.0);
     ASSERT_FALSE(axis.popups.empty());

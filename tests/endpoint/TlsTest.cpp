@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTcpServer>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 
 namespace {
@@ -101,6 +102,15 @@ protected:
              QStringLiteral("acl_file ") + file("acl"), QStringLiteral("set_tcp_nodelay true"),
              QStringLiteral("max_packet_size 268435455")});
         broker.start();
+        ASSERT_TRUE(
+            waitUntil([this] { return takesConnections(); })); // this listener opens after the local one
+    }
+
+    bool takesConnections() const
+    {
+        QTcpSocket probe;
+        probe.connectToHost(QStringLiteral("127.0.0.1"), static_cast<quint16>(m_port));
+        return probe.waitForConnected(1000);
     }
 
     /// Writes the endpoint.ini of a terminal; returns its directory.
