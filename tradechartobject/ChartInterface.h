@@ -145,7 +145,7 @@ public:
     virtual void reserved17() {}
     /// Shows a list of UTF-8 lines, ended by a null pointer, and blocks until the user has chosen.
     /// Returns the chosen row, negative for none. `reserved` is null. Lines are borrowed for the call.
-    /// The list of CChartTradeObject has no null pointer at its end.
+    /// The list of CChartTradeObject has no null pointer at its end; CombinedOverlay.h tells its length.
     virtual int popupMenu(const char **lines, void *reserved) = 0;
     virtual void reserved19() {}
     /// Shows a UTF-8 message to the user.

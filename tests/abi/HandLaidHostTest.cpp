@@ -8,8 +8,11 @@
 
 #include <QDate>
 #include <QLibrary>
+#include <QObject>
 #include <QString>
+#include <QVariant>
 
+#include <algorithm>
 #include <array>
 #include <cfloat>
 #include <cstddef>
@@ -17,6 +20,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 using ::testing::ElementsAre;
@@ -460,6 +464,49 @@ TEST_F(HandLaidHostConstructs, TheCombinedCostLine)
                 ElementsAre("line 0 12.500000 1.000000", "label 持仓成本:12.50 at 12.500000 -1", "endPaint"));
     EXPECT_EQ((call<int>(combined, 9, 0.0, 1000.0 - 12.5 + 5.0)), 0);
     EXPECT_EQ((call<int>(combined, 9, 0.0, 1000.0 - 12.5 + 5.5)), -1);
+    for (int mouse = 11; mouse <= 14; ++mouse) {
+        call<void>(combined, mouse, 1.0, 1.0);
+    }
+    EXPECT_THAT(axis.calls, ElementsAre("xToBar", "priceToY", "xToBar", "priceToY"));
+}
+
+TEST_F(HandLaidHostConstructs, ACombinedOverlayWithoutAJob)
+{
+    construct("{}");
+    EXPECT_EQ(call<int>(combined, 2), 3);
+    EXPECT_TRUE(calcItOnTwoDays());
+    EXPECT_TRUE((call<bool>(combined, 5, 1, 2)));
+    int untouched = 42;
+    EXPECT_EQ(call<double>(combined, 6, &untouched), DBL_MIN);
+    EXPECT_EQ(call<double>(combined, 7, &untouched), DBL_MAX);
+    EXPECT_TRUE(paintCombined());
+    EXPECT_THAT(painter.calls, ElementsAre("endPaint"));
+    EXPECT_EQ((call<int>(combined, 9, 0.0, 1000.0 - 15.0)), -1);
+    EXPECT_THAT(RecordedBus::instance().sent, SizeIs(0));
+    EXPECT_THAT(RecordedBus::instance().requests, SizeIs(0));
+}
+
+TEST_F(HandLaidHostConstructs, ACombinedOverlayThatGetsNoBars)
+{
+    construct(R"({"type":1})");
+    const Record code = security(1, "600536", 77);
+    const bool isTaken = call<bool, const void *, const void *, int, int, int, int>(combined, 4, code.data(),
+                                                                                    nullptr, 0, 4, 7, 8);
+    EXPECT_TRUE(isTaken);
+    EXPECT_THAT(RecordedBus::instance().sent, SizeIs(0));
+}
+
+TEST_F(HandLaidHostConstructs, ACombinedOverlayThatItEndsInsideTheQuestionForTodaysTrades)
+{
+    construct(R"({"type":1})");
+    EXPECT_TRUE(calcItOnTwoDays());
+    RecordedBus::instance().answerRequest = [this](const RecordedBus::Message &) {
+        call<void>(std::exchange(combined, nullptr), 0);
+        return QByteArray(R"({"data":[{"buy":true,"price":15.5,"vol":300}]})");
+    };
+    RecordedBus::instance().deliver("TradeNotify", R"({"stkcode":"600536"})");
+    EXPECT_THAT(RecordedBus::instance().requests, SizeIs(1));
+    EXPECT_EQ(RecordedBus::instance().endPointCount(), 0);
 }
 
 TEST_F(HandLaidHostConstructs, TheCombinedTradeMarkers)
@@ -493,6 +540,18 @@ TEST_F(HandLaidHostConstructs, TheCombinedTradeMarkers)
     }
     EXPECT_THAT(axis.calls, ElementsAre("xToBar", "barAt 0", "priceToY", "popupMenu"));
     EXPECT_THAT(axis.popupLines, ElementsAre("买入\t00:00:00\t成交价:15.50\t成交量:300"));
+    const auto *const object = reinterpret_cast<const QObject *>(memory.data());
+    EXPECT_EQ(object->property("popupLineCount"), QVariant(1));
+}
+
+/// Terminals that load the file lay aside so much memory.
+TEST_F(HandLaidHostConstructs, TheCombinedOverlayInAThousandAndTwentyFourBytes)
+{
+    construct(R"({"type":1})");
+    EXPECT_TRUE(calcItOnTwoDays());
+    const unsigned char *const end = memory.data() + memory.size();
+    const unsigned char *const rest = end - memory.size() + 1024;
+    EXPECT_EQ(std::find_if(rest, end, [](unsigned char byte) { return byte != 0xEE; }), end);
 }
 
 TEST_F(HandLaidHost, DrivesTheOrderPointsThroughTheirSlots)

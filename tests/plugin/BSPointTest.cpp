@@ -4,8 +4,6 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "tradechartobject/objects/BSPoint.h"
 
-#include <QCoreApplication>
-
 #include <cfloat>
 #include <climits>
 #include <cmath>
@@ -41,8 +39,6 @@ QJsonObject fields(const Row &row, const char *dateKey, const char *timeKey)
 class BSPointTest : public OverlayTest<BSPoint>
 {
 protected:
-    const Korvane::tagCodeWithName shanghai = makeSecurity(1, "600536", 7001);
-    const Korvane::tagCodeWithName shenzhen = makeSecurity(0, "000001", 7002);
     const std::vector<Korvane::AnalyData> threeDays = {
         makeDayBar(20240102, 9, 11), makeDayBar(20240103, 10, 12), makeDayBar(20240104, 11, 13)};
 
@@ -52,13 +48,6 @@ protected:
         create();
         ASSERT_TRUE(calc(shanghai, threeDays, 4));
         bus().sent.clear();
-    }
-
-    static QJsonObject answer(const char *cmd, const QJsonValue &data, const char *code = "600536")
-    {
-        return {{QStringLiteral("cmd"), QLatin1String(cmd)},
-                {QStringLiteral("stkcode"), QLatin1String(code)},
-                {QStringLiteral("data"), data}};
     }
 
     static void hearHistory(const std::vector<Row> &rows)
@@ -107,17 +96,6 @@ protected:
 
 // Set-up and end
 
-TEST_F(BSPointTest, JoinsTheTerminalsBusListensAndSubscribesInThisOrder)
-{
-    create();
-    EXPECT_EQ(bus().operations,
-              (QStringList{QStringLiteral("create"),
-                           QStringLiteral("connect ") + QCoreApplication::applicationDirPath(),
-                           QStringLiteral("listened to"),
-                           QStringLiteral("subscribe list screen-1 TradeNotify,TradeQuery"),
-                           QStringLiteral("subscribe Global TradeNotify")}));
-}
-
 TEST_F(BSPointTest, StartsItsTimerAndAsksNothingWhenConstructed)
 {
     create();
@@ -127,31 +105,12 @@ TEST_F(BSPointTest, StartsItsTimerAndAsksNothingWhenConstructed)
     EXPECT_EQ(timer()->interval(), 10000);
 }
 
-TEST_F(BSPointTest, TakesTheRefreshIntervalFromItsConfiguration)
-{
-    create({{QStringLiteral("auto_refresh_time"), 3}});
-    EXPECT_EQ(timer()->interval(), 3000);
-}
-
 TEST_F(BSPointTest, BelongsToTheParentItIsGiven)
 {
     QObject parent;
     auto *child = new BSPoint(axis, {}, &parent);
     EXPECT_EQ(child->parent(), &parent);
     EXPECT_EQ(bus().operations.front(), QStringLiteral("create")) << "the bus client has no parent";
-}
-
-TEST_F(BSPointTest, IsAPluginObjectForTheHost)
-{
-    EXPECT_EQ(create().type(), 3);
-}
-
-TEST_F(BSPointTest, LeavesTheBusWhenDestroyed)
-{
-    create();
-    bus().operations.clear();
-    destroy();
-    EXPECT_EQ(bus().operations, (QStringList{QStringLiteral("disconnect"), QStringLiteral("destroy")}));
 }
 
 TEST_F(BSPointTest, DoesNothingMoreAfterDeleteObject)
@@ -184,14 +143,6 @@ TEST_F(BSPointTest, HearsNothingMoreWhileItIsDestroyed)
     bus().duringDisconnect = [] { hearHistory({{"B", "20240103", "9301500", "1", "1"}}); };
     destroy();
     EXPECT_THAT(axis.updated, IsEmpty());
-}
-
-TEST_F(BSPointTest, ReadsARefreshIntervalThatNoTimeCanPassInAsTheDefault)
-{
-    for (const QJsonValue &interval : {QJsonValue(QStringLiteral("3")), QJsonValue(3.5), QJsonValue(-3)}) {
-        create({{QStringLiteral("auto_refresh_time"), interval}});
-        EXPECT_EQ(timer()->interval(), 10000);
-    }
 }
 
 // Periods
@@ -443,6 +394,26 @@ TEST_F(BSPointTest, AsksForTodaysTradesAfterANotificationInAnyLetterCase)
     EXPECT_TRUE(questions()[0].contains("TodayTrade"));
 }
 
+TEST_F(BSPointTest, OnlyAsksForTodaysTradesAfterANotificationThatCarriesRows)
+{
+    createOnThreeDays();
+    hear(Topic::TRADENOTIFY, answer("HistoryTrade", QJsonArray{fields({"B", "20240102", "9301500", "1", "1"},
+                                                                      "bizdate", "matchtime")}));
+    EXPECT_THAT(questions(), SizeIs(1));
+    EXPECT_EQ(drawn(), "   ");
+}
+
+TEST_F(BSPointTest, TakesAnAnswerWhateverMarketAndScreenItNames)
+{
+    createOnThreeDays();
+    QJsonObject other = answer(
+        "HistoryTrade", QJsonArray{fields({"B", "20240102", "9301500", "1", "1"}, "bizdate", "matchtime")});
+    other.insert(QStringLiteral("market"), QStringLiteral("2"));
+    other.insert(QStringLiteral("screenId"), QStringLiteral("another"));
+    hear(Topic::TRADEQUERY, other);
+    EXPECT_EQ(drawn(), "B  ");
+}
+
 TEST_F(BSPointTest, WaitsForTheAnswerBeforeItsTimerRunsAgain)
 {
     createOnThreeDays();
@@ -491,6 +462,10 @@ TEST_F(BSPointTest, ReportsEveryAnswerAsHandled)
     EXPECT_TRUE(overlay->handleQueryHistoryTradeInfoRes({}));
     EXPECT_TRUE(overlay->handleQueryTodayTradeInfoRes({}));
     EXPECT_TRUE(overlay->calcBSPointPriceInfo());
+    const Row row{"B", "20240102", "9301500", "1", "1"};
+    EXPECT_TRUE(overlay->handleQueryHistoryTradeInfoRes({fields(row, "bizdate", "matchtime")}));
+    EXPECT_TRUE(overlay->handleQueryTodayTradeInfoRes({fields(row, "orderdate", "opertime")}));
+    EXPECT_TRUE(overlay->calcBSPointPriceInfo());
 }
 
 TEST_F(BSPointTest, TakesAnAnswerThatComesWhileTheQuestionIsSent)
@@ -510,13 +485,6 @@ TEST_F(BSPointTest, SendsTodaysQuestionAlsoBeforeASecurityIsShown)
     EXPECT_THAT(questions(),
                 ElementsAre(R"({"cmd":"TodayTrade","market":"","screenId":"screen-1","stkcode":""})"));
 }
-
-struct Ignored
-{
-    const char *name;
-    const char *topic;
-    const char *payload;
-};
 
 class BSPointIgnores : public BSPointTest, public ::testing::WithParamInterface<Ignored>
 {
@@ -658,6 +626,17 @@ TEST_F(BSPointTest, ReadsPastTradesFromBizdateAndMatchtimeOnly)
     hear(Topic::TRADEQUERY, answer("HistoryTrade", QJsonArray{row}));
     EXPECT_EQ(drawn(), "B  ");
     EXPECT_THAT(listOn(0).value(0).toStdString(), StartsWith("买入\t09:30:15"));
+}
+
+TEST_F(BSPointTest, MarksABarBeforeAllTimeByTheDayUnderWhichItListsTrades)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "", "9301500", "1", "100"}, {"S", "-4", "9301500", "2", "100"}});
+    const auto before = [](int days) { return makeDayBar(static_cast<std::uint32_t>(-days)); };
+    calc(shanghai, {before(6), before(5), before(4), before(1), makeDayBar(0), makeDayBar(1)}, 4);
+    EXPECT_EQ(drawn(), " S BB ");
+    EXPECT_THAT(listOn(1), SizeIs(1));
+    EXPECT_THAT(listOn(3), SizeIs(1));
 }
 
 // Today's trades
@@ -979,6 +958,12 @@ TEST_F(BSPointHit, MissesABarWithoutMarker)
     EXPECT_EQ(overlay->hitTest(0, anchorY(11)), -1);
 }
 
+TEST_F(BSPointHit, MissesABarWhoseHighIsNoNumber)
+{
+    calc(shanghai, {makeDayBar(20240102, 9, std::nan(""))}, 4);
+    EXPECT_EQ(overlay->hitTest(0, anchorY(11)), -1);
+}
+
 class BSPointIndex : public BSPointHit, public ::testing::WithParamInterface<int>
 {
 };
@@ -1085,14 +1070,6 @@ TEST_F(BSPointTest, ListsNothingWhenTheHostChangesTheSecurityDuringAClick)
     EXPECT_THAT(listOn(0), SizeIs(0));
 }
 
-TEST_F(BSPointTest, EndsTheProcessWhenTheBusClientThrowsAtTheEnd)
-{
-    create();
-    bus().duringDisconnect = [] { throw 1; };
-    EXPECT_DEATH(destroy(), "");
-    bus().duringDisconnect = nullptr;
-}
-
 TEST_F(BSPointTest, HandlesAClickWhateverItsHeight)
 {
     createOnThreeDays();
@@ -1142,6 +1119,14 @@ TEST_F(BSPointTest, IsDestroyedByTheHostInsideThePopup)
         return 0;
     };
     overlay->handleMousePress(0, 0);
+    EXPECT_EQ(bus().endPointCount(), 0);
+}
+
+TEST_F(BSPointTest, IsDestroyedByTheHostWhileTheHistoryQuestionGoesOut)
+{
+    create();
+    bus().duringSend = [this] { destroy(); };
+    EXPECT_TRUE(calc(shanghai, threeDays, 4));
     EXPECT_EQ(bus().endPointCount(), 0);
 }
 
@@ -1227,6 +1212,9 @@ TEST_F(BSPointTest, LogsAClick)
     const LogCapture log;
     overlay->handleMousePress(0, 0);
     EXPECT_THAT(log.lines(QtDebugMsg), ElementsAre(QStringLiteral("BSPoint::handleMousePress is called.")));
+    axis.barUnder = [](double) { return -1; };
+    overlay->handleMousePress(0, 0);
+    EXPECT_THAT(log.lines(QtDebugMsg), SizeIs(2)) << "also beside the bars";
 }
 
 TEST_F(BSPointTest, WritesNoDebugLineWhenTheDebugLogIsOff)

@@ -29,6 +29,11 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr char costLine[] = R"({"type":0})";
 constexpr char tradeMarkers[] = R"({"type":1})";
 
+MATCHER_P(HasText, text, "")
+{
+    return arg.contains(text);
+}
+
 QJsonObject buy(double price, double quantity = 100)
 {
     return {{QStringLiteral("buy"), true},
@@ -53,8 +58,6 @@ QString line(const char *side, const char *price, const char *quantity = "100")
 class CChartTradeObjectTest : public OverlayTest<CChartTradeObject>
 {
 protected:
-    const Korvane::tagCodeWithName shanghai = makeSecurity(1, "600536", 7001);
-    const Korvane::tagCodeWithName shenzhen = makeSecurity(0, "000001", 7002);
     /// Each closes at 10.00.
     const std::vector<Korvane::AnalyData> threeDays = {
         makeDayBar(20240102, 9, 11), makeDayBar(20240103, 8, 12), makeDayBar(20240104, 7, 13)};
@@ -145,6 +148,18 @@ protected:
         return std::nullopt;
     }
 
+    /// Puts a mark into the series that is painted in `style`. Trades without a time never leave their
+    /// bar, so no bar gets the marks of both sides in one by itself.
+    void mark(int style, std::size_t bar)
+    {
+        paint();
+        for (const FakePainter::Call &call : painter.calls) {
+            if (call.kind == FakePainter::Call::MarkerSeries && call.ints[1] == style) {
+                const_cast<double &>(call.flags[bar]) = 1.0;
+            }
+        }
+    }
+
     /// The list after a click on `bar` at the height of `price`; the host is told its length.
     QStringList listAt(int bar, double price, int expectedLines)
     {
@@ -231,6 +246,32 @@ TEST_F(CChartTradeObjectTest, StaysUsableBeforeTheFirstBars)
     EXPECT_TRUE(paint());
     EXPECT_THAT(painter.calls, SizeIs(7));
     EXPECT_THAT(axis.popups, IsEmpty());
+}
+
+TEST_F(CChartTradeObjectTest, NeedsNoScreenModeOrVisiblePrices)
+{
+    axis.hasScreenId = false;
+    axis.hasPriceScale = false;
+    createMarkers();
+    hearHistory({buy(10)});
+    recalc();
+    EXPECT_EQ(drawn(), "0 - -");
+    EXPECT_FALSE(bus().operations.join(QLatin1Char('\n')).contains(QString::fromUtf8(axis.screen)));
+}
+
+TEST_F(CChartTradeObjectTest, WritesNoLog)
+{
+    const LogCapture log;
+    for (const char *json : {costLine, tradeMarkers, "no JSON"}) {
+        create(json);
+        recalc();
+        hearNotification();
+        hearHistory({buy(10)});
+        recalc();
+        listAt(0, 10.5, 1);
+        overlay->deleteObject();
+    }
+    EXPECT_THAT(log.all(), IsEmpty());
 }
 
 // Configurations that name no job
@@ -329,6 +370,25 @@ TEST_F(CChartTradeObjectTest, AsksAgainAtTheNextCalcItWhenTheBusRefuses)
     EXPECT_THAT(questions(), SizeIs(1));
 }
 
+TEST_F(CChartTradeObjectTest, TakesTheBarsAlsoWhenTheBusRefusesTheQuestion)
+{
+    createMarkers();
+    hearHistory({buy(10)});
+    bus().takesMessages = false;
+    EXPECT_TRUE(calc(shanghai, {makeDayBar(20240105, 3, 20), makeDayBar(20240108)}, 4));
+    EXPECT_EQ(drawn(), "0 -");
+    EXPECT_THAT(painter.calls[0].prices, ElementsAre(20, 11));
+    EXPECT_THAT(painter.calls[3].prices, ElementsAre(3, 9));
+}
+
+TEST_F(CChartTradeObjectTest, MarksTheTradesOfAnAnswerThatComesWhileTheQuestionIsSent)
+{
+    create(tradeMarkers);
+    bus().duringSend = [] { hearHistory({buy(10)}); };
+    calc(shanghai, threeDays, 4);
+    EXPECT_EQ(drawn(), "0 - -");
+}
+
 TEST_F(CChartTradeObjectTest, ReportsWhetherTheHistoryQuestionWentOut)
 {
     createMarkers();
@@ -411,6 +471,71 @@ TEST_F(CChartTradeObjectTest, AsksForTodaysTradesAlsoAsACostLine)
     EXPECT_TRUE(requests()[1].contains("TodayTrade"));
 }
 
+TEST_F(CChartTradeObjectTest, OnlyAsksForTodaysTradesAfterANotificationThatCarriesRows)
+{
+    createMarkers();
+    hearHistory({buy(10)});
+    hear(Topic::TRADENOTIFY, historyAnswer({sell(9)}));
+    recalc();
+    EXPECT_THAT(requests(), SizeIs(1));
+    EXPECT_EQ(drawn(), "0 - -");
+}
+
+TEST_F(CChartTradeObjectTest, TakesOverTheSecurityWithoutBars)
+{
+    createMarkers();
+    calc(shenzhen, {}, 4);
+    hearNotification();
+    EXPECT_THAT(requests(), IsEmpty()) << "600536 is no longer shown";
+    hear(Topic::TRADENOTIFY, R"({"stkcode":"000001"})");
+    EXPECT_THAT(requests(), SizeIs(1));
+}
+
+TEST_F(CChartTradeObjectTest, AsksForTodaysTradesOfNothingBeforeASecurityIsShown)
+{
+    create(tradeMarkers);
+    EXPECT_FALSE(overlay->requestTodayTradeInfo());
+    hear(Topic::TRADENOTIFY, R"({"market":"1"})");
+    EXPECT_THAT(requests(), SizeIs(2));
+    EXPECT_THAT(requests(), Each(HasText("\"stkcode\": \"\"")));
+}
+
+struct MarketCase
+{
+    const char *name;
+    int number;
+    const char *code;
+    int askedForCost; ///< times
+};
+
+class CChartTradeObjectMarket : public CChartTradeObjectTest, public ::testing::WithParamInterface<MarketCase>
+{
+};
+
+TEST_P(CChartTradeObjectMarket, IsNamedInEveryQuestion)
+{
+    const auto security = makeSecurity(GetParam().number, "600536", 5);
+    create(tradeMarkers);
+    calc(security, threeDays, 4);
+    hearNotification();
+    create(costLine);
+    calc(security, threeDays, 4);
+    EXPECT_THAT(questions(), SizeIs(1));
+    EXPECT_THAT(requests(), SizeIs(1 + static_cast<std::size_t>(GetParam().askedForCost)));
+    const QByteArray market = QByteArray("\"market\": \"") + GetParam().code + '"';
+    EXPECT_THAT(questions(), Each(HasText(market)));
+    EXPECT_THAT(requests(), Each(HasText(market)));
+}
+
+INSTANTIATE_TEST_SUITE_P(Numbers, CChartTradeObjectMarket,
+                         ::testing::Values(MarketCase{"Shenzhen", 0, "SZ", 1},
+                                           MarketCase{"Shanghai", 1, "SH", 1},
+                                           MarketCase{"Oil", 24, "OIL", 1},
+                                           MarketCase{"WithoutACode", 12, "", 1},
+                                           MarketCase{"BelowMinusOne", -2, "", 1},
+                                           MarketCase{"NotSetWhichLeavesOnlyTheCostUnasked", -1, "", 0}),
+                         ByName());
+
 TEST_F(CChartTradeObjectTest, NeverAsksForTodaysTradesFromCalcIt)
 {
     createMarkers();
@@ -465,6 +590,13 @@ TEST_F(CChartTradeObjectTest, ForgetsTheCostBeforeItAsks)
     EXPECT_EQ(drawnCost(), std::nullopt);
 }
 
+TEST_F(CChartTradeObjectTest, ForgetsTheCostAlsoWhenThereIsNoSecurityToAskAbout)
+{
+    createLine(R"({"costprice":"12.5"})");
+    calc(makeSecurity(-1, "600536", 9), threeDays, 4);
+    EXPECT_EQ(drawnCost(), std::nullopt);
+}
+
 TEST_F(CChartTradeObjectTest, KeepsTheCostWhenAQuestionBetweenTwoCalcItsGetsNoAnswer)
 {
     createLine(R"({"costprice":"12.5"})");
@@ -489,13 +621,6 @@ TEST_F(CChartTradeObjectTest, TakesNoCostThatWasSentToEverybody)
 }
 
 // Messages
-
-struct Ignored
-{
-    const char *name;
-    const char *topic;
-    const char *payload;
-};
 
 class CChartTradeObjectIgnores : public CChartTradeObjectTest, public ::testing::WithParamInterface<Ignored>
 {
@@ -565,6 +690,17 @@ TEST_F(CChartTradeObjectTest, TakesTheRowsOfAnAnswerThatCallsItselfAFailure)
     EXPECT_EQ(drawn(), "0 - -");
 }
 
+TEST_F(CChartTradeObjectTest, TakesAnAnswerWhateverMarketAndScreenItNames)
+{
+    createMarkers();
+    QJsonObject answer = historyAnswer({buy(10)});
+    answer.insert(QStringLiteral("market"), QStringLiteral("2"));
+    answer.insert(QStringLiteral("screenId"), QStringLiteral("another"));
+    hear(Topic::TRADEQUERY, answer);
+    recalc();
+    EXPECT_EQ(drawn(), "0 - -");
+}
+
 TEST_F(CChartTradeObjectTest, ReplacesAllTradesByAHistoryAnswerTodaysIncluded)
 {
     createMarkers();
@@ -610,6 +746,47 @@ TEST_F(CChartTradeObjectTest, IsNotTouchedByAnotherOverlaysOtherQuestions)
     EXPECT_EQ(drawn(), "0 - -");
     EXPECT_THAT(requests(), IsEmpty());
 }
+
+TEST_F(CChartTradeObjectTest, TakesPastTradesOfTheSecurityInAnyLetterCase)
+{
+    create(tradeMarkers);
+    calc(makeSecurity(1, "abC1", 5), threeDays, 4);
+    QJsonObject answer = historyAnswer({buy(10)});
+    answer.insert(QStringLiteral("stkcode"), QStringLiteral("ABc1"));
+    hear(Topic::TRADEQUERY, answer);
+    recalc();
+    EXPECT_EQ(drawn(), "0 - -");
+}
+
+struct EmptyHistory
+{
+    const char *name;
+    QJsonValue data;
+};
+
+class CChartTradeObjectForgets : public CChartTradeObjectTest,
+                                 public ::testing::WithParamInterface<EmptyHistory>
+{
+};
+
+TEST_P(CChartTradeObjectForgets, ItsTradesAtAHistoryAnswer)
+{
+    createMarkers();
+    hearHistory({buy(10)});
+    QJsonObject answer = historyAnswer({});
+    answer.insert(QStringLiteral("data"), GetParam().data);
+    hear(Topic::TRADEQUERY, answer);
+    recalc();
+    EXPECT_EQ(drawn(), "- - -");
+}
+
+INSTANTIATE_TEST_SUITE_P(Data, CChartTradeObjectForgets,
+                         ::testing::Values(EmptyHistory{"WithoutRows", QJsonArray()},
+                                           EmptyHistory{"WithNull", QJsonValue()},
+                                           EmptyHistory{"WithoutData", QJsonValue(QJsonValue::Undefined)},
+                                           EmptyHistory{"WithAnObject", buy(10)},
+                                           EmptyHistory{"WithAText", QStringLiteral("[]")}),
+                         ByName());
 
 struct TodaysAnswer
 {
@@ -802,6 +979,15 @@ TEST_F(CChartTradeObjectTest, StaysInsideTheBarsOfTheLastCalcItWhenToldToMarkMor
     EXPECT_EQ(drawn(), "0 - -");
 }
 
+TEST_F(CChartTradeObjectTest, MarksNothingAsACostLineWhenToldToMark)
+{
+    createLine(R"({"costprice":"12.5"})");
+    hearHistory({buy(10)});
+    overlay->calcTradeData(threeDays.data(), 3);
+    EXPECT_TRUE(paint());
+    EXPECT_THAT(painter.calls, SizeIs(3)) << "the line, its label and the end";
+}
+
 // Painting
 
 TEST_F(CChartTradeObjectTest, PaintsSixSeriesOverHighsAndLowsThenEnds)
@@ -905,6 +1091,21 @@ TEST_F(CChartTradeObjectScale, IsTheCost)
     expectScale(DBL_MIN, DBL_MAX);
 }
 
+TEST_F(CChartTradeObjectScale, IsNeutralForACostWithoutEnd)
+{
+    for (const char *answer : {R"({"costprice":"inf"})", R"({"costprice":"-inf"})"}) {
+        createLine(answer);
+        expectScale(DBL_MIN, DBL_MAX);
+    }
+}
+
+TEST_F(CChartTradeObjectScale, StaysThatOfTheLastBarsWithoutBars)
+{
+    createMarkers();
+    calc(shanghai, {}, 4);
+    expectScale(13, 7);
+}
+
 TEST_F(CChartTradeObjectScale, ChangesWithCalcRatioOnly)
 {
     createMarkers();
@@ -967,6 +1168,53 @@ INSTANTIATE_TEST_SUITE_P(Kinds, CChartTradeObjectHit,
                                            Standing{"SellBelow", {sell(9)}, ""}),
                          ByName());
 
+TEST_F(CChartTradeObjectTest, IsHitOnAMarkerOfBothSides)
+{
+    for (const int style : {4, 5}) {
+        createMarkers();
+        mark(style, 1);
+        EXPECT_EQ(overlay->hitTest(10, axis.yOf(10)), 0) << style;
+        EXPECT_EQ(overlay->hitTest(0, axis.yOf(10)), -1) << style;
+    }
+}
+
+TEST_F(CChartTradeObjectTest, IsHitOnTheMarksThatStayWithoutBars)
+{
+    createMarkers();
+    hearHistory({buy(10)});
+    recalc();
+    calc(shanghai, {}, 4);
+    EXPECT_EQ(overlay->hitTest(0, axis.yOf(10)), 0);
+}
+
+TEST_F(CChartTradeObjectTest, IsNotHitOnABarWithAnEndThatIsNoNumber)
+{
+    createMarkers();
+    hearHistory({buy(10)});
+    for (const Korvane::AnalyData &bar : {makeDayBar(20240102, nan, 11), makeDayBar(20240102, 9, nan)}) {
+        calc(shanghai, {bar}, 4);
+        EXPECT_EQ(overlay->hitTest(0, axis.yOf(10)), -1);
+    }
+}
+
+TEST_F(CChartTradeObjectTest, AsksTheHostForTheEndsOfTheBarUnderThePointer)
+{
+    createMarkers();
+    axis.hostCalls = 0;
+    overlay->hitTest(20, 0);
+    EXPECT_THAT(axis.pricesAsked, ElementsAre(13, 7));
+    EXPECT_EQ(axis.hostCalls, 3) << "and xToBar";
+}
+
+TEST_F(CChartTradeObjectTest, AsksTheHostForTheHeightOfTheLine)
+{
+    createLine(R"({"costprice":"12.5"})");
+    axis.hostCalls = 0;
+    overlay->hitTest(20, 0);
+    EXPECT_THAT(axis.pricesAsked, ElementsAre(12.5));
+    EXPECT_EQ(axis.hostCalls, 2) << "and xToBar";
+}
+
 class CChartTradeObjectIndex : public CChartTradeObjectTest, public ::testing::WithParamInterface<int>
 {
 };
@@ -1017,6 +1265,43 @@ TEST_F(CChartTradeObjectTest, ListsOneSideOfABarWhoseSidesStandApart)
     EXPECT_EQ(listAt(0, 9.5, 1), QStringList{line("买入", "9.00")});
 }
 
+TEST_F(CChartTradeObjectTest, ListsBothSidesOnThePartOfTheBarWhereTheirMarkerStands)
+{
+    createMarkers();
+    hearHistory({sell(11), buy(12), sell(8), buy(9)});
+    recalc();
+    mark(4, 0);
+    EXPECT_EQ(listAt(0, 10.5, 2), (QStringList{line("卖出", "11.00"), line("买入", "12.00")}));
+    EXPECT_EQ(listAt(0, 9.5, 1), QStringList{line("买入", "9.00")}) << "still apart";
+    recalc();
+    mark(5, 0);
+    EXPECT_EQ(listAt(0, 10.5, 1), QStringList{line("买入", "12.00")}) << "calcIt has parted them";
+    EXPECT_EQ(listAt(0, 9.5, 2), (QStringList{line("卖出", "8.00"), line("买入", "9.00")}));
+}
+
+TEST_F(CChartTradeObjectTest, ListsNothingForTradesOutsideTheTimeOfTheBar)
+{
+    createMarkers();
+    hearHistory({buy(10)});
+    const auto beforeAllTime = static_cast<std::uint32_t>(-5);
+    calc(shanghai, {makeDayBar(beforeAllTime), threeDays[0], threeDays[1]}, 4);
+    for (const int bar : {0, 2}) {
+        mark(4, static_cast<std::size_t>(bar));
+        EXPECT_THAT(listAt(bar, 10.5, 1), IsEmpty()) << bar;
+    }
+    EXPECT_THAT(axis.barsAsked, ElementsAre(0, 2));
+}
+
+TEST_F(CChartTradeObjectTest, ListsNothingAsACostLine)
+{
+    createLine(R"({"costprice":"12.5"})");
+    hearHistory({buy(10)});
+    recalc();
+    listAt(1, 10.5, 1);
+    EXPECT_THAT(axis.barsAsked, ElementsAre(1)) << "the host is asked all the same";
+    EXPECT_THAT(axis.popups, IsEmpty());
+}
+
 TEST_F(CChartTradeObjectTest, ListsSells)
 {
     createMarkers();
@@ -1064,6 +1349,45 @@ TEST_F(CChartTradeObjectTest, ShowsNoListForACloseThatIsNoNumber)
     EXPECT_THAT(axis.popups, IsEmpty());
 }
 
+TEST_F(CChartTradeObjectTest, ShowsNoListForABarThatTheHostDoesNotHave)
+{
+    createMarkers();
+    hearHistory({buy(10), buy(9)});
+    recalc();
+    axis.bars.clear();
+    listAt(0, 10.5, 1);
+    listAt(0, 9.5, 1);
+    EXPECT_THAT(axis.barsAsked, ElementsAre(0, 0));
+    EXPECT_THAT(axis.popups, IsEmpty());
+}
+
+TEST_F(CChartTradeObjectTest, ShowsNoListWhenTheHostTakesTheBarsAwayMeanwhile)
+{
+    createMarkers();
+    hearHistory({buy(10)});
+    recalc();
+    axis.onBarAt = [this] { overlay->calcIt(shanghai, nullptr, 0, Korvane::DayPeriod, 0, 0); };
+    listAt(0, 10.5, 1);
+    EXPECT_THAT(axis.popups, IsEmpty());
+}
+
+TEST_F(CChartTradeObjectTest, ListsTheTradesBetweenTheEndsOfTheBarBeforeAndItsOwn)
+{
+    createMarkers();
+    hearHistory({buy(10)});
+    const auto beforeAllTime = static_cast<std::uint32_t>(-5);
+    calc(shanghai, {makeDayBar(beforeAllTime), threeDays[0]}, 4);
+    EXPECT_EQ(listAt(1, 10.5, 1), QStringList{line("买入", "10.00")});
+}
+
+TEST_F(CChartTradeObjectTest, ListsTheTradesOnAPeriodOfNeitherKind)
+{
+    createMarkers();
+    hearHistory({buy(10)});
+    calc(shanghai, threeDays, 8);
+    EXPECT_EQ(listAt(0, 10.5, 1), QStringList{line("买入", "10.00")});
+}
+
 TEST_F(CChartTradeObjectTest, AsksTheHostForTheClickedBar)
 {
     createMarkers();
@@ -1100,6 +1424,21 @@ TEST_F(CChartTradeObjectTest, EndsTheListWithItsLastLine)
 #else
     GTEST_SKIP() << "only AddressSanitizer sees the end of an array";
 #endif
+}
+
+TEST_F(CChartTradeObjectTest, TellsTheLengthOfTheListThatIsShown)
+{
+    createMarkers();
+    hearHistory({buy(10), buy(11), buy(9)});
+    recalc();
+    std::vector<int> lengths;
+    axis.onPopup = [&] {
+        lengths.push_back(overlay->property("popupLineCount").toInt());
+        return -1;
+    };
+    listAt(0, 10.5, 2);
+    listAt(0, 9.5, 1);
+    EXPECT_THAT(lengths, ElementsAre(2, 1));
 }
 
 TEST_F(CChartTradeObjectTest, IgnoresTheOtherMouseOperationsAndWhatIsChosen)
@@ -1164,6 +1503,101 @@ TEST_F(CChartTradeObjectTest, IsDestroyedByAnEventWhileItWaitsForTodaysTrades)
     };
     hearNotification();
     EXPECT_EQ(bus().endPointCount(), 0);
+}
+
+TEST_F(CChartTradeObjectTest, IsDestroyedInsideANotificationThatComesWhileItWaits)
+{
+    createMarkers();
+    bus().answerRequest = [this](const RecordedBus::Message &) {
+        requests().size() < 5 ? hearNotification() : destroy();
+        return todaysAnswer({buy(10)});
+    };
+    hearNotification();
+    EXPECT_THAT(requests(), SizeIs(5));
+    EXPECT_EQ(bus().endPointCount(), 0);
+}
+
+TEST_F(CChartTradeObjectTest, IsDestroyedInsideANotificationThatComesWhileItWaitsForTheCost)
+{
+    create(costLine);
+    bus().answerRequest = [this](const RecordedBus::Message &request) {
+        request.payload.contains("TodayTrade") ? destroy() : hearNotification();
+        return QByteArray(R"({"costprice":"12.5"})");
+    };
+    calc(shanghai, threeDays, 4);
+    EXPECT_EQ(bus().endPointCount(), 0);
+}
+
+// A bus client that lets messages and the host in while it waits
+
+TEST_F(CChartTradeObjectTest, HearsANotificationWhileItWaitsForTheCost)
+{
+    create(costLine);
+    bus().answerRequest = [](const RecordedBus::Message &request) {
+        if (request.payload.contains("TodayTrade")) {
+            return todaysAnswer({buy(10)});
+        }
+        hearNotification();
+        return QByteArray(R"({"costprice":"12.5"})");
+    };
+    recalc();
+    EXPECT_THAT(requests(), SizeIs(2));
+    EXPECT_EQ(drawnCost(), 12.5);
+}
+
+TEST_F(CChartTradeObjectTest, AddsTheInnerAnswerFirstWhenNotificationsCrossWithItsWaits)
+{
+    createMarkers();
+    bus().answerRequest = [this](const RecordedBus::Message &) {
+        const double price = 10.0 + static_cast<double>(requests().size());
+        if (requests().size() < 3) {
+            hearNotification();
+        }
+        return todaysAnswer({buy(price)});
+    };
+    hearNotification();
+    recalc();
+    EXPECT_EQ(listAt(0, 10.5, 3),
+              (QStringList{line("买入", "13.00"), line("买入", "12.00"), line("买入", "11.00")}));
+}
+
+TEST_F(CChartTradeObjectTest, ReplacesItsTradesByPastOnesWhileItWaitsForTodays)
+{
+    createMarkers();
+    hearHistory({buy(11)});
+    bus().answerRequest = [](const RecordedBus::Message &) {
+        hearHistory({buy(12)});
+        return todaysAnswer({buy(13)});
+    };
+    hearNotification();
+    recalc();
+    EXPECT_EQ(listAt(0, 10.5, 2), (QStringList{line("买入", "12.00"), line("买入", "13.00")}));
+}
+
+TEST_F(CChartTradeObjectTest, DropsTheCostOfASecurityThatWasLeftWhileItWaited)
+{
+    create(costLine);
+    bus().answerRequest = [this](const RecordedBus::Message &request) {
+        if (request.payload.contains("000001")) {
+            return QByteArray(R"({"costprice":"2.5"})");
+        }
+        calc(shenzhen, threeDays, 4);
+        return QByteArray(R"({"costprice":"12.5"})");
+    };
+    recalc();
+    EXPECT_EQ(drawnCost(), 2.5);
+}
+
+TEST_F(CChartTradeObjectTest, DropsTodaysTradesOfASecurityThatWasLeftWhileItWaited)
+{
+    createMarkers();
+    bus().answerRequest = [this](const RecordedBus::Message &) {
+        calc(shenzhen, threeDays, 4);
+        return todaysAnswer({buy(10)});
+    };
+    hearNotification();
+    calc(shenzhen, threeDays, 4);
+    EXPECT_EQ(drawn(), "- - -");
 }
 
 TEST_F(CChartTradeObjectTest, TakesOtherBarsWhileTheHistoryQuestionGoesOut)

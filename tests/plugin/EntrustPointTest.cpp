@@ -1,5 +1,6 @@
 #include "tests/support/ByName.h"
 #include "tests/support/OverlayTest.h"
+#include "tests/support/TimeZone.h"
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "tradechartobject/objects/EntrustPoint.h"
@@ -10,6 +11,7 @@
 #include <QUuid>
 
 #include <cfloat>
+#include <climits>
 #include <cstring>
 #include <functional>
 #include <limits>
@@ -75,8 +77,6 @@ protected:
     EntrustPointTest() { axis.mode = 1; }
 
     const std::uint32_t today = dayFromToday(0);
-    const Korvane::tagCodeWithName shanghai = makeSecurity(1, "600536", 7001, "江山科技");
-    const Korvane::tagCodeWithName shenzhen = makeSecurity(0, "000001", 7002, "平湖机械");
     const std::vector<Korvane::AnalyData> threeMinutes = minutes({931, 932, 933});
 
     std::vector<Korvane::AnalyData> minutes(const std::vector<std::uint32_t> &times) const
@@ -96,13 +96,6 @@ protected:
         bus().sent.clear();
     }
 
-    static QJsonObject answer(const char *cmd, const QJsonValue &data, const char *code = "600536")
-    {
-        return {{QStringLiteral("cmd"), QLatin1String(cmd)},
-                {QStringLiteral("stkcode"), QLatin1String(code)},
-                {QStringLiteral("data"), data}};
-    }
-
     static void hearOrders(const std::vector<QJsonObject> &rows, const char *cmd = "EntrustTodayTrade")
     {
         QJsonArray data;
@@ -113,6 +106,13 @@ protected:
     }
 
     static void notify() { hear(Topic::TRADENOTIFY, R"({"stkcode":"600536"})"); }
+
+    /// Text of the order behind the marker at 10 on the first bar.
+    std::string listedText()
+    {
+        listAt(0, yOfTen());
+        return axis.popups.empty() ? std::string() : axis.popups.front().front().toStdString();
+    }
 
     /// Every marker drawn: "bar kind price", with a v behind it when it stands at the bottom edge.
     std::vector<std::string> drawn()
@@ -167,17 +167,6 @@ protected:
 
 // Set-up and end
 
-TEST_F(EntrustPointTest, JoinsTheTerminalsBusListensAndSubscribesInThisOrder)
-{
-    create();
-    EXPECT_EQ(bus().operations,
-              (QStringList{QStringLiteral("create"),
-                           QStringLiteral("connect ") + QCoreApplication::applicationDirPath(),
-                           QStringLiteral("listened to"),
-                           QStringLiteral("subscribe list screen-1 TradeNotify,TradeQuery"),
-                           QStringLiteral("subscribe Global TradeNotify")}));
-}
-
 TEST_F(EntrustPointTest, NeitherStartsItsTimerNorAsksWhenConstructed)
 {
     create();
@@ -186,33 +175,12 @@ TEST_F(EntrustPointTest, NeitherStartsItsTimerNorAsksWhenConstructed)
     EXPECT_TRUE(timer()->isSingleShot());
 }
 
-TEST_F(EntrustPointTest, RefreshesEveryTenSecondsUnlessToldOtherwise)
-{
-    createOnThreeMinutes();
-    EXPECT_EQ(timer()->interval(), 10000);
-    createOnThreeMinutes({{QStringLiteral("auto_refresh_time"), 3}});
-    EXPECT_EQ(timer()->interval(), 3000);
-}
-
 TEST_F(EntrustPointTest, BelongsToNobodyInQtsSense)
 {
     QObject parent;
     owner.reset(overlay = new EntrustPoint(axis, {}, &parent));
     EXPECT_EQ(overlay->parent(), nullptr);
     EXPECT_EQ(bus().operations.front(), QStringLiteral("create")) << "nor does the bus client";
-}
-
-TEST_F(EntrustPointTest, IsAPluginObjectForTheHost)
-{
-    EXPECT_EQ(create().type(), 3);
-}
-
-TEST_F(EntrustPointTest, LeavesTheBusWhenDestroyed)
-{
-    create();
-    bus().operations.clear();
-    destroy();
-    EXPECT_EQ(bus().operations, (QStringList{QStringLiteral("disconnect"), QStringLiteral("destroy")}));
 }
 
 TEST_F(EntrustPointTest, DoesNothingMoreAfterDeleteObject)
@@ -227,17 +195,34 @@ TEST_F(EntrustPointTest, DoesNothingMoreAfterDeleteObject)
     hearOrders({Row()});
     hearOrders({});
     notify();
+    overlay->sendQueryTodayEntrustInfoReq();
+    EXPECT_FALSE(overlay->sendQueryHistoryEntrustInfoReq(20240102));
+    EntrustInfo order{};
+    overlay->sendCancelOrderReq(order);
+    EXPECT_TRUE(overlay->handleQueryTodayEntrustInfoRes(QJsonArray{anOrder()}));
+    EXPECT_TRUE(overlay->handleQueryHistoryEntrustInfoRes(QJsonArray{anOrder()}));
+
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_THAT(axis.updated, IsEmpty());
+    EXPECT_FALSE(paint()) << "no order was taken";
+    EXPECT_EQ(timer(), nullptr);
 }
 
-TEST_F(EntrustPointTest, StoresAnAnswerHandedOverAfterDeleteObjectWithoutATimer)
+TEST_F(EntrustPointTest, ShowsNoListAfterDeleteObject)
 {
     createOnThreeMinutes();
+    hearOrders({Row()});
     overlay->deleteObject();
-    EXPECT_TRUE(overlay->handleQueryTodayEntrustInfoRes(QJsonArray{anOrder()}));
-    EXPECT_TRUE(overlay->handleQueryHistoryEntrustInfoRes({}));
-    EXPECT_EQ(timer(), nullptr);
+    EXPECT_THAT(listAt(0, yOfTen()), IsEmpty());
+    EXPECT_THAT(axis.popups, IsEmpty());
+}
+
+TEST_F(EntrustPointTest, HearsNothingMoreWhileItIsDestroyed)
+{
+    createOnThreeMinutes();
+    bus().duringDisconnect = [] { hearOrders({Row()}); };
+    destroy();
+    EXPECT_THAT(axis.updated, IsEmpty());
 }
 
 // Periods
@@ -274,6 +259,16 @@ TEST_F(EntrustPointTest, KeepsWhatItShowsWhenAnotherPeriodIsRefused)
     EXPECT_FALSE(overlay->calcIt(shenzhen, nullptr, 0, Korvane::DayPeriod, 0, 0));
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
     EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001"));
+}
+
+TEST_F(EntrustPointTest, KeepsItsSecurityWhenAnotherPeriodIsRefused)
+{
+    createOnThreeMinutes();
+    timer()->start(123456);
+    EXPECT_FALSE(calc(shenzhen, threeMinutes, 4));
+    overlay->sendQueryTodayEntrustInfoReq();
+    EXPECT_THAT(questions()[0].toStdString(), HasSubstr(R"("stkcode":"600536")"));
+    EXPECT_EQ(timer()->interval(), 123456);
 }
 
 // Asking for orders
@@ -332,6 +327,18 @@ TEST_F(EntrustPointTest, AsksAgainOnlyForAnotherSecurity)
     EXPECT_THAT(questions()[0].toStdString(), HasSubstr(R"("stkcode":"000001")"));
 }
 
+TEST_F(EntrustPointTest, AsksNothingWhenThePastChartMovesToAnotherDay)
+{
+    axis.mode = 2;
+    create();
+    calc(shanghai, {makeMinuteBar(20240104, 931)}, 21);
+    bus().sent.clear();
+    calc(shanghai, {makeMinuteBar(20240105, 931)}, 21);
+    axis.mode = 1;
+    calc(shanghai, threeMinutes, 21);
+    EXPECT_THAT(questions(), IsEmpty()) << "nor when it becomes today's";
+}
+
 TEST_F(EntrustPointTest, KnowsASecurityByItsIdentityWordOnly)
 {
     createOnThreeMinutes();
@@ -339,6 +346,38 @@ TEST_F(EntrustPointTest, KnowsASecurityByItsIdentityWordOnly)
     calc(makeSecurity(0, "000001", 7001), threeMinutes, 21);
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_THAT(drawn(), SizeIs(1));
+    overlay->sendQueryTodayEntrustInfoReq();
+    EXPECT_THAT(questions()[0].toStdString(), HasSubstr(R"("stkcode":"600536")"));
+}
+
+TEST_F(EntrustPointTest, KnowsASecurityByItsWholeIdentityWord)
+{
+    createOnThreeMinutes();
+    for (const int bit : {0, 31, 32, 63}) {
+        const std::uint64_t word = 7001 ^ (std::uint64_t{1} << bit);
+        calc(makeSecurity(1, "600536", static_cast<std::int64_t>(word)), threeMinutes, 21);
+        calc(shanghai, threeMinutes, 21);
+    }
+    EXPECT_THAT(questions(), SizeIs(8));
+}
+
+TEST_F(EntrustPointTest, TakesASecurityWithoutAnIdentityWordForNone)
+{
+    create();
+    EXPECT_TRUE(calc(makeSecurity(1, "600536", 0), threeMinutes, 21));
+    EXPECT_THAT(questions(), IsEmpty());
+    EXPECT_TRUE(timer()->isActive());
+}
+
+TEST_F(EntrustPointTest, TakesAnAnswerThatComesWhileTheQuestionIsSent)
+{
+    create();
+    bus().duringSend = [] {
+        bus().duringSend = nullptr;
+        hearOrders({Row()});
+    };
+    EXPECT_TRUE(calc(shanghai, threeMinutes, 21));
+    EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
 }
 
 TEST_F(EntrustPointTest, AsksNothingWithoutBars)
@@ -384,6 +423,20 @@ TEST_F(EntrustPointTest, SucceedsSilentlyWhenTheBusRefusesTheQuestion)
     EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
 }
 
+class EntrustPointDate : public EntrustPointTest, public ::testing::WithParamInterface<long long>
+{
+};
+
+TEST_P(EntrustPointDate, IsAskedForAsAWholeNumber)
+{
+    createOnThreeMinutes();
+    EXPECT_TRUE(overlay->sendQueryHistoryEntrustInfoReq(GetParam()));
+    EXPECT_THAT(questions()[0].toStdString(),
+                HasSubstr("\"date\":" + std::to_string(GetParam()) + ",\"market\""));
+}
+
+INSTANTIATE_TEST_SUITE_P(Dates, EntrustPointDate, ::testing::Values(20240102, 0, -1, 9007199254740991));
+
 TEST_F(EntrustPointTest, TellsWhetherTheBusTookTheQuestionForAPastDay)
 {
     createOnThreeMinutes();
@@ -397,6 +450,16 @@ TEST_F(EntrustPointTest, SendsTodaysQuestionAlsoBeforeASecurityIsShown)
     create().sendQueryTodayEntrustInfoReq();
     EXPECT_THAT(questions(),
                 ElementsAre(R"({"cmd":"EntrustTodayTrade","market":"","screenId":"screen-1","stkcode":""})"));
+}
+
+TEST_F(EntrustPointTest, NamesItsSecurityAndItsScreenInUtf8)
+{
+    axis.screen = "屏幕";
+    create();
+    calc(makeSecurity(1, "代码", 5), threeMinutes, 21);
+    EXPECT_THAT(
+        questions(),
+        ElementsAre(R"({"cmd":"EntrustTodayTrade","market":"SH","screenId":"屏幕","stkcode":"代码"})"));
 }
 
 TEST_F(EntrustPointTest, ReadsACodeAndANameWithoutAnEndNoFurtherThanTheyReach)
@@ -440,6 +503,24 @@ TEST_F(EntrustPointTest, ForgetsTheOrdersAndStopsItsTimerForASecurityWithoutBars
     EXPECT_THAT(listAt(0, yOfTen()), IsEmpty());
 }
 
+TEST_F(EntrustPointTest, StartsItsTimerAnewForAnotherSecurity)
+{
+    createOnThreeMinutes();
+    timer()->start(123456);
+    calc(shenzhen, threeMinutes, 21);
+    EXPECT_TRUE(timer()->isActive());
+    EXPECT_EQ(timer()->interval(), 10000);
+}
+
+TEST_F(EntrustPointTest, NamesTheNewSecurityInItsTexts)
+{
+    createOnThreeMinutes();
+    calc(shenzhen, threeMinutes, 21);
+    hear(Topic::TRADEQUERY,
+         answer("EntrustTodayTrade", QJsonArray{with(Row(), "market", QStringLiteral("2"))}, "000001"));
+    EXPECT_THAT(listedText(), StartsWith("买入[平湖机械]\n"));
+}
+
 // Refresh
 
 TEST_F(EntrustPointTest, AsksForTodaysOrdersWhenTheTimerEndsAlsoOnThePastChart)
@@ -469,12 +550,44 @@ class EntrustPointCommand : public EntrustPointTest, public ::testing::WithParam
 TEST_P(EntrustPointCommand, RestartsItsTimerAfterEveryAnswer)
 {
     createOnThreeMinutes({{QStringLiteral("auto_refresh_time"), 7}});
-    for (const auto &rows : {std::vector<QJsonObject>{}, std::vector<QJsonObject>{Row()}}) {
+    const QJsonValue answers[] = {QJsonArray{},
+                                  QJsonArray{anOrder()},
+                                  QJsonArray{with(Row(), "bsflag2", QStringLiteral("0F"))},
+                                  QJsonArray{with(Row(), "market", QStringLiteral("2"))},
+                                  QJsonArray{5},
+                                  QStringLiteral("no array"),
+                                  QJsonObject{},
+                                  QJsonValue::Undefined};
+    for (const QJsonValue &data : answers) {
         timer()->start(123456);
-        hearOrders(rows, GetParam());
+        hear(Topic::TRADEQUERY, answer(GetParam(), data));
         EXPECT_TRUE(timer()->isActive());
         EXPECT_EQ(timer()->interval(), 7000);
     }
+}
+
+TEST_P(EntrustPointCommand, StartsAnIdleTimer)
+{
+    createOnThreeMinutes();
+    timer()->stop();
+    hearOrders({}, GetParam());
+    EXPECT_TRUE(timer()->isActive());
+}
+
+TEST_P(EntrustPointCommand, HasGroupedTheOrdersWhenItAsksForARepaint)
+{
+    createOnThreeMinutes();
+    std::vector<std::string> drawnInside;
+    axis.onUpdate = [&] { drawnInside = drawn(); };
+    hearOrders({Row()}, GetParam());
+    EXPECT_THAT(drawnInside, ElementsAre("0 20 10"));
+}
+
+TEST_P(EntrustPointCommand, AsksForOneRepaintHoweverManyOrders)
+{
+    createOnThreeMinutes();
+    hearOrders({Row(), Row(), Row{"0F"}}, GetParam());
+    EXPECT_THAT(axis.updated, SizeIs(1));
 }
 
 TEST_P(EntrustPointCommand, StoresTheOrdersAndAsksForARepaint)
@@ -521,6 +634,37 @@ TEST_P(EntrustPointCommand, IsAboutTheSecurityInAnyLetterCase)
     EXPECT_THAT(drawn(), SizeIs(1));
 }
 
+TEST_P(EntrustPointCommand, IsHeardInEveryChartMode)
+{
+    for (const int mode : {0, 1, 2, 3}) {
+        axis.mode = mode;
+        createOnThreeMinutes();
+        hearOrders({Row()}, GetParam());
+        EXPECT_THAT(drawn(), ElementsAre("0 20 10")) << mode;
+    }
+}
+
+TEST_P(EntrustPointCommand, IsHeardWhoeverHasAsked)
+{
+    createOnThreeMinutes();
+    QJsonObject message = answer(GetParam(), QJsonArray{anOrder()});
+    for (const char *key : {"screenId", "objectId", "market", "date"}) {
+        message = with(message, key, QStringLiteral("another's"));
+    }
+    hear(Topic::TRADEQUERY, message);
+    EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
+}
+
+TEST_P(EntrustPointCommand, IsNotHeardAsANotification)
+{
+    axis.mode = 2;
+    createOnThreeMinutes();
+    timer()->stop();
+    hear(Topic::TRADENOTIFY, answer(GetParam(), QJsonArray{anOrder()}));
+    EXPECT_FALSE(paint());
+    EXPECT_FALSE(timer()->isActive());
+}
+
 INSTANTIATE_TEST_SUITE_P(Commands, EntrustPointCommand,
                          ::testing::Values("EntrustTodayTrade", "EntrustHistoryTrade"));
 
@@ -532,13 +676,6 @@ TEST_F(EntrustPointTest, ReportsSuccessWhateverTheAnswerHolds)
     EXPECT_TRUE(overlay->handleQueryHistoryEntrustInfoRes(QJsonArray{anOrder()}));
     EXPECT_TRUE(overlay->calcEntrustPointPriceInfo());
 }
-
-struct Ignored
-{
-    const char *name;
-    const char *topic;
-    const char *payload;
-};
 
 class EntrustPointIgnores : public EntrustPointTest, public ::testing::WithParamInterface<Ignored>
 {
@@ -585,6 +722,13 @@ INSTANTIATE_TEST_SUITE_P(
                 R"({"cmd":"EntrustCancel","success":false,"msg":"no","objectId":"{other}"})"},
         Ignored{"ThatAnswerACancellationOfNobody", "TradeQuery",
                 R"({"cmd":"EntrustCancel","success":false,"msg":"no"})"},
+        Ignored{"ThatNotifyOnATopicInOtherCase", "tradenotify", R"({"stkcode":"600536"})"},
+        Ignored{"ThatNotifyOnALongerTopic", "TradeNotify ", R"({"stkcode":"600536"})"},
+        Ignored{"ThatAnswerOnALongerTopic", "TradeQuery ",
+                R"({"cmd":"EntrustTodayTrade","stkcode":"600536",)" ROWS},
+        Ignored{"ThatNotifyOfNothing", "TradeNotify", "{}"},
+        Ignored{"WithTheCancelCommandInOtherCase", "TradeQuery",
+                R"({"cmd":"entrustcancel","success":false,"msg":"no"})"},
         Ignored{"ThatNotifyInNoJson", "TradeNotify", "600536"},
         Ignored{"ThatNotifyInAnArray", "TradeNotify", R"(["600536"])"},
         Ignored{"ThatNotifyOfAnotherSecurity", "TradeNotify", R"({"stkcode":"600519"})"},
@@ -671,12 +815,11 @@ TEST_P(EntrustPointSkips, AndLogs)
     const LogCapture log;
     hearOrders({row, Row{"0S"}});
     EXPECT_THAT(drawn(), ElementsAre("0 23 10")) << "the other row is read";
-    const auto lines = log.lines(QtDebugMsg);
-    ASSERT_THAT(lines, SizeIs(2));
-    EXPECT_EQ(lines[0].trimmed(),
-              QStringLiteral("\"Error:unknown bsflag2 or order status is empty:\"").remove(QLatin1Char('"')));
-    EXPECT_THAT(lines[1].toStdString(), StartsWith(R"("{\n    \")"));
-    EXPECT_THAT(lines[1].toStdString(), HasSubstr(R"(    \"fundid\": \"F1\",\n)"));
+    QString json = QString::fromUtf8(QJsonDocument(row).toJson(QJsonDocument::Indented));
+    json.replace(QLatin1Char('"'), QLatin1String("\\\"")).replace(QLatin1Char('\n'), QLatin1String("\\n"));
+    EXPECT_THAT(log.lines(QtDebugMsg),
+                ElementsAre(QStringLiteral("Error:unknown bsflag2 or order status is empty:"),
+                            QStringLiteral("\"%1\"").arg(json)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, EntrustPointSkips,
@@ -691,6 +834,25 @@ INSTANTIATE_TEST_SUITE_P(Rows, EntrustPointSkips,
                                            Unreadable{"WithoutAStatus", "orderstatus", QJsonValue::Undefined},
                                            Unreadable{"WithAStatusAsANumber", "orderstatus", 2}),
                          ByName());
+
+TEST_F(EntrustPointTest, LogsAnUnreadableRowByteForByte)
+{
+    createOnThreeMinutes();
+    const LogCapture log;
+    hearOrders({{{QStringLiteral("market"), QStringLiteral("1")},
+                 {QStringLiteral("bsflag2"), QStringLiteral("0F")}}});
+    EXPECT_THAT(log.lines(QtDebugMsg),
+                ElementsAre(QStringLiteral("Error:unknown bsflag2 or order status is empty:"),
+                            QStringLiteral(R"("{\n    \"bsflag2\": \"0F\",\n    \"market\": \"1\"\n}\n")")));
+}
+
+TEST_F(EntrustPointTest, SkipsAnUnreadableRowOfAnotherMarketWithoutALine)
+{
+    createOnThreeMinutes();
+    const LogCapture log;
+    hearOrders({with(Row{"0F", ""}, "market", QStringLiteral("2"))});
+    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+}
 
 TEST_F(EntrustPointTest, SkipsWhatIsNoObjectLikeARowOfNoMarket)
 {
@@ -711,15 +873,6 @@ TEST_F(EntrustPointTest, KeepsTheMarkersWhenNoRowOfAnAnswerIsReadable)
     calc(shanghai, minutes({935, 936}), 21);
     EXPECT_THAT(drawn(), ElementsAre("0 20 10")) << "there are no orders to group anew";
     EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001"));
-}
-
-TEST_F(EntrustPointTest, ListsOrdersOfEveryStatus)
-{
-    createOnThreeMinutes();
-    for (const char *status : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "A", "B", "G", "Z"}) {
-        hearOrders({Row{"0B", status}});
-        EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001")) << status;
-    }
 }
 
 TEST_F(EntrustPointTest, DrawsNoMarkerForABarOfCancelledOrders)
@@ -783,34 +936,122 @@ TEST_F(EntrustPointTest, ShowsAnInfiniteAverageForAnAmountWithoutAQuantity)
     EXPECT_TRUE(axis.popups.front().front().contains(QStringLiteral("成交均价:inf\n成交数量:0\n")));
 }
 
-TEST_F(EntrustPointTest, ReadsTextsThatAreNoNumbersAsZero)
+TEST_F(EntrustPointTest, ReadsNoOtherFieldOfARow)
 {
     createOnThreeMinutes();
-    const char *const texts[] = {"abc", "", "99999999999", "1.5", "0x10", "１"};
-    for (const char *text : texts) {
-        hearOrders({with(Row(), "orderqty", QString::fromUtf8(text))});
-        listAt(0, yOfTen());
-        EXPECT_TRUE(axis.popups.front().front().contains(QStringLiteral("委托数量:0\n"))) << text;
+    hearOrders({Row{"0B", "7"}});
+    const std::string text = listedText();
+    QJsonObject row = Row{"0B", "7"};
+    for (const char *key : {"orderdate", "bizdate", "matchtime", "matchprice", "cancelflag", "stkname",
+                            "stkcode", "bsflag", "buy", "date", "price", "vol"}) {
+        row.insert(QLatin1String(key), QStringLiteral("19990101"));
+    }
+    hearOrders({row});
+    EXPECT_EQ(listedText(), text);
+}
+
+TEST_F(EntrustPointTest, ReadsRowsOfDifferentShapesInOneAnswer)
+{
+    createOnThreeMinutes();
+    const QJsonObject whole = Row{"0B", "7"};
+    QJsonObject shorter = whole;
+    for (const char *key : {"fundid", "matchamt", "matchqty"}) {
+        shorter.remove(QLatin1String(key));
+    }
+    QJsonObject longer = with(whole, "orderqty", QStringLiteral("900"));
+    for (const char *key : {"aaa", "ccc", "matchp", "zzz"}) {
+        longer.insert(QLatin1String(key), QStringLiteral("77"));
+    }
+    hearOrders({whole, shorter, longer, shorter, whole});
+    listAt(0, yOfTen());
+    ASSERT_THAT(axis.popups.front(), SizeIs(5));
+    const QStringList &texts = axis.popups.front();
+    EXPECT_TRUE(texts[0].contains(QStringLiteral("委托数量:500\n成交均价:10.050\n成交数量:200\n")));
+    EXPECT_TRUE(texts[1].contains(QStringLiteral("成交数量:0\n可撤数量:500\n")));
+    EXPECT_TRUE(texts[2].contains(QStringLiteral("委托数量:900\n成交均价:10.050\n成交数量:200\n")));
+    EXPECT_EQ(texts[3], texts[1]);
+    EXPECT_EQ(texts[4], texts[0]);
+}
+
+struct NoNumber
+{
+    const char *name;
+    const char *text;
+};
+
+class EntrustPointNoNumber : public EntrustPointTest, public ::testing::WithParamInterface<NoNumber>
+{
+};
+
+TEST_P(EntrustPointNoNumber, IsReadAsZero)
+{
+    struct Field
+    {
+        const char *key;
+        const char *status;
+        const char *shown;
+    };
+    createOnThreeMinutes();
+    for (const Field &field :
+         {Field{"ordersno", "8", "编号:0\n"}, Field{"orderqty", "8", "委托数量:0\n"},
+          Field{"matchqty", "7", "成交数量:0\n"}, Field{"cancelqty", "5", "已撤数量:0\n"},
+          Field{"operdate", "8", "委托日期:000000"}, Field{"opertime", "8", "委托时间:00:00:00\n"}}) {
+        hearOrders({with(Row{"0B", field.status}, field.key, QString::fromUtf8(GetParam().text))});
+        EXPECT_THAT(listedText(), HasSubstr(field.shown)) << field.key;
     }
 }
 
-TEST_F(EntrustPointTest, StandsAbsurdNumbers)
+INSTANTIATE_TEST_SUITE_P(Texts, EntrustPointNoNumber,
+                         ::testing::Values(NoNumber{"Words", "abc"}, NoNumber{"Empty", ""},
+                                           NoNumber{"TooLargeByOne", "2147483648"},
+                                           NoNumber{"TooSmallByOne", "-2147483649"},
+                                           NoNumber{"TwentyDigits", "99999999999999999999"},
+                                           NoNumber{"Decimals", "1.5"}, NoNumber{"Exponent", "1e3"},
+                                           NoNumber{"Hexadecimal", "0x10"}, NoNumber{"FullWidth", "１"},
+                                           NoNumber{"Infinite", "inf"}, NoNumber{"NotANumber", "nan"}),
+                         ByName());
+
+TEST_F(EntrustPointTest, ReadsTheLargestWholeNumbers)
 {
     createOnThreeMinutes();
+    hearOrders({with(with(Row{"0B", "8"}, "ordersno", QStringLiteral("2147483647")), "orderqty",
+                     QStringLiteral("-2147483648"))});
+    EXPECT_THAT(listedText(), HasSubstr("编号:2147483647\n"));
+    EXPECT_THAT(listedText(), HasSubstr("委托数量:-2147483648\n"));
+}
+
+class EntrustPointAbsurd : public EntrustPointTest, public ::testing::WithParamInterface<const char *>
+{
+};
+
+TEST_P(EntrustPointAbsurd, NumbersArePaintedHitListedAndOfferedForCancellation)
+{
+    create();
+    calc(shanghai, minutes({931, 1500}), 21); // the minutes of orders without a sensible time
     QJsonObject row = Row{"0B", "7"};
-    for (const char *key : {"ordersno", "operdate", "orderqty", "matchqty", "cancelqty"}) {
-        row.insert(QLatin1String(key), QStringLiteral("-2147483648"));
+    for (const char *key : {"ordersno", "operdate", "opertime", "orderprice", "orderqty", "matchqty",
+                            "matchamt", "cancelqty", "fundid"}) {
+        row.insert(QLatin1String(key), QLatin1String(GetParam()));
     }
-    row.insert(QStringLiteral("matchamt"), QStringLiteral("-1e308"));
-    for (const char *price : {"1e308", "-1e308", "inf", "-inf", "nan", "1e400"}) {
-        row.insert(QStringLiteral("orderprice"), QLatin1String(price));
-        hearOrders({row});
-        EXPECT_TRUE(paint()) << price;
-        overlay->hitTest(0, 0);
-        listAt(0, axis.yOf(axis.low));
-        listAt(0, axis.yOf(axis.high));
+    axis.onPopup = [] { return 0; };
+    axis.onConfirm = [] { return true; };
+    for (const QJsonObject &order : {row, with(row, "opertime", QStringLiteral("9310000"))}) {
+        hearOrders({order});
+        EXPECT_TRUE(paint());
+        for (const double y : {axis.yOf(axis.low), axis.yOf(axis.high), axis.yOf(0)}) {
+            for (const double x : {0.0, 10.0}) {
+                overlay->hitTest(x, y);
+                overlay->handleMousePress(x, y);
+            }
+        }
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Texts, EntrustPointAbsurd,
+                         ::testing::Values("", "-", "-1", "-2147483648", "2147483647", "99999999999999999999",
+                                           "-99999999999999999999", "1e308", "-1e308", "1e400", "1e-400",
+                                           "inf", "-inf", "nan", "9223372036854775.807",
+                                           "-9223372036854776"));
 
 // The minute that an order is shown at
 
@@ -860,6 +1101,13 @@ INSTANTIATE_TEST_SUITE_P(
         Minute{"Tomorrow", "10000000", 1, 1000}),
     ByName());
 
+TEST_F(EntrustPointTest, ShowsAnOrderWithoutADateAtTheFirstMinute)
+{
+    createOnThreeMinutes();
+    hearOrders({with(Row{"0B", "2", "10", "9330000"}, "operdate", QJsonValue::Undefined)});
+    EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
+}
+
 TEST_F(EntrustPointTest, KeepsTheOwnTimeOfAnOrderInItsText)
 {
     createOnThreeMinutes();
@@ -874,6 +1122,24 @@ TEST_F(EntrustPointTest, ShowsOrdersOfAPastDayOnTodaysMinutesOnly)
     create();
     calc(shanghai, {makeMinuteBar(20240105, 931), makeMinuteBar(today, 931)}, 21);
     hearOrders({Row{"0B", "2", "10", "10000000", QStringLiteral("20240105")}}, "EntrustHistoryTrade");
+    EXPECT_THAT(drawn(), ElementsAre("1 20 10"));
+}
+
+TEST_F(EntrustPointTest, ShowsOrdersOnTheDayOfTheirAnswerWhenADayHasPassed)
+{
+    TimeZone zone(westernmostZone);
+    const Korvane::AnalyData earlier = makeMinuteBar(dayFromToday(0), 931);
+    zone.set(easternmostZone);
+    const Korvane::AnalyData later = makeMinuteBar(dayFromToday(0), 931);
+    const Row order{"0B", "2", "10", "9310000", QStringLiteral("29991231")};
+
+    zone.set(westernmostZone);
+    create();
+    calc(shanghai, {earlier, later}, 21);
+    hearOrders({order});
+    EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
+    zone.set(easternmostZone);
+    hearOrders({order});
     EXPECT_THAT(drawn(), ElementsAre("1 20 10"));
 }
 
@@ -928,6 +1194,16 @@ TEST_F(EntrustPointTest, MovesTheMarkersWithTheBars)
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
     EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001"));
     EXPECT_THAT(listAt(10, yOfTen()), IsEmpty());
+}
+
+TEST_F(EntrustPointTest, ShowsNothingOnceNoBarHasAnOrder)
+{
+    createOnThreeMinutes();
+    hearOrders({Row()});
+    calc(shanghai, minutes({1001, 1002}), 21);
+    EXPECT_FALSE(paint());
+    EXPECT_EQ(overlay->hitTest(0, yOfTen()), -1);
+    EXPECT_THAT(listAt(0, yOfTen()), IsEmpty());
 }
 
 TEST_F(EntrustPointTest, ShowsOrdersOnEveryBarOfTheirMinuteInAnyOrderOfBars)
@@ -1026,6 +1302,18 @@ INSTANTIATE_TEST_SUITE_P(Prices, EntrustPointClamped,
                                            Clamped{"AboveTheHigh", "500", "0 20 11", 0.0, 16.0}),
                          ByName());
 
+TEST_F(EntrustPointTest, HoldsAMarkerAtTheBottomOfARangeWithoutHeight)
+{
+    axis.low = axis.high = 10.0;
+    createOnThreeMinutes();
+    hearOrders({Row()});
+    EXPECT_THAT(drawn(), ElementsAre("0 20 10v"));
+    EXPECT_EQ(overlay->hitTest(0, yOfTen() - 16), 0);
+    EXPECT_EQ(overlay->hitTest(0, yOfTen() + 1), -1);
+    EXPECT_THAT(listAt(0, yOfTen() - 16), SizeIs(1));
+    EXPECT_THAT(listAt(0, yOfTen() + 1), IsEmpty());
+}
+
 // Hits and clicks
 
 TEST_F(EntrustPointTest, CatchesLessThanEightPixelsFromTheCentreOfABar)
@@ -1051,6 +1339,30 @@ TEST_F(EntrustPointTest, HitsAnyMarkerOfAnyBar)
     EXPECT_EQ(overlay->hitTest(20, axis.yOf(30)), 0);
     EXPECT_EQ(overlay->hitTest(14, axis.yOf(30)), 0) << "beside a bar of other prices";
     EXPECT_EQ(overlay->hitTest(0, axis.yOf(30)), -1);
+}
+
+TEST_F(EntrustPointTest, AsksForTheRangeOnceForABarNearThePointer)
+{
+    createOnThreeMinutes();
+    hearOrders({Row{"0B", "2", "10"}, Row{"0B", "2", "20"}, Row{"0B", "2", "30", "9330000"}});
+    axis.rangesAsked = 0;
+    overlay->hitTest(0, axis.yOf(50));
+    EXPECT_EQ(axis.rangesAsked, 1);
+    listAt(0, axis.yOf(50));
+    EXPECT_EQ(axis.rangesAsked, 2);
+}
+
+TEST_F(EntrustPointTest, HitsTheMarkerAndClicksTheOrdersOwnPrice)
+{
+    axis.low = 0.5;
+    axis.high = 2.0;
+    axis.pixelsPerUnit = 100000.0; // a thousandth of the price is taller than a marker
+    createOnThreeMinutes();
+    hearOrders({Row{"0B", "2", "1.001"}}); // drawn at 1.000
+    EXPECT_EQ(overlay->hitTest(0, axis.yOf(1.0) + 1), 0);
+    EXPECT_EQ(overlay->hitTest(0, axis.yOf(1.001) + 1), -1);
+    EXPECT_THAT(listAt(0, axis.yOf(1.0) + 1), IsEmpty());
+    EXPECT_THAT(listAt(0, axis.yOf(1.001) + 1), SizeIs(1));
 }
 
 TEST_F(EntrustPointTest, UsesWhateverRangeAHostWithoutAScaleLeavesForHits)
@@ -1165,30 +1477,52 @@ TEST_F(EntrustPointCancel, SendsNothingUnlessTheUserConfirms)
     EXPECT_THAT(questions(), IsEmpty());
 }
 
-TEST_F(EntrustPointCancel, IsOfferedInFourStatusesOnly)
+struct StatusOffer
 {
-    std::string offered;
-    for (const char *status : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "A", "B", "G", "a", "Z"}) {
-        hearOrders({Row{"0B", status}});
-        axis.questions.clear();
-        bus().sent.clear();
-        choose(0);
-        EXPECT_EQ(questions().size(), axis.questions.size());
-        offered += axis.questions.empty() ? "" : status;
-    }
-    EXPECT_EQ(offered, "127A");
+    const char *name;
+    const char *status;
+    bool isOffered;
+};
+
+class EntrustPointOffer : public EntrustPointCancel, public ::testing::WithParamInterface<StatusOffer>
+{
+};
+
+TEST_P(EntrustPointOffer, OfACancellationDependsOnTheStatus)
+{
+    hearOrders({Row{"0B", GetParam().status}});
+    choose(0);
+    EXPECT_EQ(axis.questions.size(), GetParam().isOffered ? 1U : 0U);
+    EXPECT_EQ(countOf("EntrustCancel"), GetParam().isOffered ? 1 : 0);
+    EXPECT_THAT(axis.popups, SizeIs(1)) << "it is listed in any case";
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Statuses, EntrustPointOffer,
+    ::testing::Values(StatusOffer{"NotReported", "0", false}, StatusOffer{"Quoting", "1", true},
+                      StatusOffer{"Quoted", "2", true}, StatusOffer{"QuotedWaitingForCancel", "3", false},
+                      StatusOffer{"PartDealtWaitingForCancel", "4", false},
+                      StatusOffer{"PartCancelled", "5", false}, StatusOffer{"Cancelled", "6", false},
+                      StatusOffer{"PartDealt", "7", true}, StatusOffer{"Dealt", "8", false},
+                      StatusOffer{"Abolished", "9", false}, StatusOffer{"WaitingToQuote", "A", true},
+                      StatusOffer{"QuotingB", "B", false}, StatusOffer{"Confirmed", "G", false},
+                      StatusOffer{"SmallLetter", "a", false}, StatusOffer{"WithABlank", "2 ", false},
+                      StatusOffer{"Unknown", "Z", false}),
+    ByName());
 
 TEST_F(EntrustPointCancel, LogsAChoiceThatIsNotInTheList)
 {
     const LogCapture log;
-    for (const int row : {-1, -7, 2, 1000}) {
+    for (const int row : {-1, -7, 2, 1000, INT_MAX, INT_MIN}) {
         choose(row);
     }
-    EXPECT_THAT(log.lines(QtDebugMsg), ElementsAre(QStringLiteral("Unknown select: -1 , select size: 2"),
-                                                   QStringLiteral("Unknown select: -7 , select size: 2"),
-                                                   QStringLiteral("Unknown select: 2 , select size: 2"),
-                                                   QStringLiteral("Unknown select: 1000 , select size: 2")));
+    EXPECT_THAT(log.lines(QtDebugMsg),
+                ElementsAre(QStringLiteral("Unknown select: -1 , select size: 2"),
+                            QStringLiteral("Unknown select: -7 , select size: 2"),
+                            QStringLiteral("Unknown select: 2 , select size: 2"),
+                            QStringLiteral("Unknown select: 1000 , select size: 2"),
+                            QStringLiteral("Unknown select: 2147483647 , select size: 2"),
+                            QStringLiteral("Unknown select: -2147483648 , select size: 2")));
     EXPECT_THAT(axis.questions, IsEmpty());
     EXPECT_THAT(questions(), IsEmpty());
 }
@@ -1225,6 +1559,31 @@ TEST_F(EntrustPointCancel, RefersToWhatWasListedWhenAnAnswerComesMeanwhile)
     overlay->handleMousePress(0, yOfTen());
     EXPECT_TRUE(axis.questions[0].contains("编号:2\n"));
     EXPECT_THAT(questions()[0].toStdString(), HasSubstr(R"("ordersno":"2")"));
+}
+
+TEST_F(EntrustPointCancel, ListsAnewForAClickWhileAListIsOpen)
+{
+    axis.onPopup = [this] {
+        if (axis.popups.size() == 2) {
+            return 0; // the order that is dealt
+        }
+        overlay->handleMousePress(0, yOfTen());
+        return 1;
+    };
+    overlay->handleMousePress(0, yOfTen());
+    EXPECT_THAT(axis.popups, SizeIs(2));
+    ASSERT_THAT(questions(), SizeIs(1));
+    EXPECT_THAT(questions()[0].toStdString(), HasSubstr(R"("ordersno":"2")"));
+}
+
+TEST_F(EntrustPointCancel, NamesTheOrderByItsWholeNumberAndDate)
+{
+    EntrustInfo order{};
+    order.orderNo = 9223372036854775807;
+    order.orderDate = -9223372036854775807;
+    overlay->sendCancelOrderReq(order);
+    EXPECT_THAT(questions()[0].toStdString(),
+                HasSubstr(R"("orderdate":"-9223372036854775807","ordersno":"9223372036854775807",)"));
 }
 
 TEST_F(EntrustPointCancel, RefersToTheSecurityThatWasListedWhenTheHostShowsAnotherMeanwhile)
@@ -1282,6 +1641,17 @@ TEST_F(EntrustPointCancel, ShowsAnEmptyMessageToo)
     EXPECT_THAT(axis.messages, ElementsAre("", "", ""));
 }
 
+TEST_F(EntrustPointCancel, ShowsNoMessageOfAFailureForASuccessNorTheOtherWayRound)
+{
+    const QString text = QStringLiteral("text");
+    const QJsonArray parts{QJsonObject{{QStringLiteral("msgok "), QStringLiteral("ok")}}};
+    hearCancelled({{QStringLiteral("success"), true}, {QStringLiteral("msg"), text}});
+    hearCancelled({{QStringLiteral("success"), false}, {QStringLiteral("data"), parts}});
+    hearCancelled(
+        {{QStringLiteral("success"), false}, {QStringLiteral("data"), parts}, {QStringLiteral("msg"), text}});
+    EXPECT_THAT(axis.messages, ElementsAre("", "", "text"));
+}
+
 TEST_F(EntrustPointCancel, HearsTheAnswerWhateverItsErrorCodeAndSecurity)
 {
     hearCancelled({{QStringLiteral("success"), true},
@@ -1327,6 +1697,7 @@ TEST_F(EntrustPointTest, AsksForTodaysOrdersASecondAfterANotification)
     clock.start();
     notify();
     EXPECT_GE(clock.elapsed(), 950);
+    EXPECT_LT(clock.elapsed(), 3000);
     EXPECT_TRUE(eventsWereHandled);
     EXPECT_EQ(askedMeanwhile, 0U);
     EXPECT_THAT(
@@ -1351,6 +1722,37 @@ TEST_F(EntrustPointTest, IgnoresNotificationsInOtherChartModes)
         notify();
     }
     EXPECT_THAT(questions(), IsEmpty());
+}
+
+TEST_F(EntrustPointTest, AsksThoughTheChartModeChangesInsideTheWait)
+{
+    createOnThreeMinutes();
+    QTimer::singleShot(0, overlay, [this] { axis.mode = 2; });
+    notify();
+    EXPECT_EQ(todayQuestions(), 1);
+}
+
+TEST_F(EntrustPointTest, HearsANotificationOfNoSecurityWhileItShowsNone)
+{
+    create();
+    hear(Topic::TRADENOTIFY, "{}");
+    EXPECT_EQ(todayQuestions(), 1);
+}
+
+TEST_F(EntrustPointTest, HandlesInsideTheWaitWhatWasDueTogetherWithTheNotification)
+{
+    createOnThreeMinutes();
+    bool isHandled = false;
+    bool wasHandledMeanwhile = false;
+    const auto queue = [this](const std::function<void()> &event) {
+        QMetaObject::invokeMethod(overlay, event, Qt::QueuedConnection);
+    };
+    bus().duringSend = [&] { wasHandledMeanwhile = isHandled; };
+    queue([] { notify(); });
+    queue([&] { isHandled = true; });
+    ASSERT_TRUE(waitUntil([] { return todayQuestions() == 1; }));
+    EXPECT_TRUE(wasHandledMeanwhile);
+    bus().duringSend = nullptr;
 }
 
 TEST_F(EntrustPointTest, NestsTheWaitsOfNotificationsThatCloselyFollow)
@@ -1393,13 +1795,10 @@ TEST_F(EntrustPointTest, BoundsItsStackAndStaysResponsiveUnderAFloodOfNotificati
     int heard = 0;
     int depth = 0;
     int deepest = 0;
-    int askedBeforeTheLast = 0;
     std::function<void()> hearNext = [&] {
         deepest = std::max(deepest, ++depth);
         if (++heard < flood) {
             QMetaObject::invokeMethod(overlay, hearNext, Qt::QueuedConnection);
-        } else {
-            askedBeforeTheLast = todayQuestions();
         }
         notify();
         --depth;
@@ -1413,12 +1812,115 @@ TEST_F(EntrustPointTest, BoundsItsStackAndStaysResponsiveUnderAFloodOfNotificati
     EXPECT_LE(deepest, 17) << "sixteen that wait and one that joins them";
     EXPECT_GE(ticks, 3);
     EXPECT_TRUE(waitUntil([&] { return todayQuestions() > 16; })) << "one more for those without a wait";
-    EXPECT_GT(todayQuestions(), askedBeforeTheLast);
-    EXPECT_LE(todayQuestions(), 40);
+    EXPECT_LE(todayQuestions(), flood / 100);
     heartbeat.stop();
 }
 
+TEST_F(EntrustPointTest, AsksASecondAfterTheLastNotificationOfAFlood)
+{
+    createOnThreeMinutes();
+    QElapsedTimer sinceTheLast;
+    qint64 askedAfter = 0;
+    bus().duringSend = [&] { askedAfter = sinceTheLast.isValid() ? sinceTheLast.elapsed() : 0; };
+    for (int i = 0; i < 100; ++i) {
+        QTimer::singleShot(0, overlay, [] { notify(); });
+    }
+    QTimer::singleShot(300, overlay, [&] {
+        sinceTheLast.start();
+        notify();
+    });
+    notify();
+    EXPECT_TRUE(waitUntil([&] { return askedAfter >= 990; }, 5000));
+    bus().duringSend = nullptr;
+}
+
 // A host that ends the object inside its own calls
+
+TEST_F(EntrustPointTest, MayBeDestroyedInsideAFloodOfNotifications)
+{
+    createOnThreeMinutes();
+    for (int i = 0; i < 100; ++i) {
+        QTimer::singleShot(0, overlay, [] { notify(); });
+    }
+    QTimer::singleShot(200, qApp, [this] { destroy(); });
+    notify();
+    EXPECT_EQ(bus().endPointCount(), 0);
+    EXPECT_THAT(questions(), IsEmpty());
+}
+
+TEST_F(EntrustPointTest, MayBeEndedInsideAFloodOfNotifications)
+{
+    createOnThreeMinutes();
+    for (int i = 0; i < 100; ++i) {
+        QTimer::singleShot(0, overlay, [] { notify(); });
+    }
+    QTimer::singleShot(200, overlay, [this] { overlay->deleteObject(); });
+    notify();
+    QElapsedTimer clock;
+    clock.start();
+    QCoreApplication::processEvents();
+    EXPECT_LT(clock.elapsed(), 950) << "those without a wait get none any more";
+    EXPECT_THAT(questions(), IsEmpty());
+}
+
+struct Asking
+{
+    const char *name;
+    std::function<void(EntrustPoint &, const Korvane::tagCodeWithName &, const Korvane::AnalyData &)> ask;
+};
+
+class EntrustPointAsking : public EntrustPointTest, public ::testing::WithParamInterface<Asking>
+{
+};
+
+TEST_P(EntrustPointAsking, MayBeDestroyedWhileTheBusTakesTheQuestion)
+{
+    createOnThreeMinutes();
+    bus().duringSend = [this] { destroy(); };
+    GetParam().ask(*overlay, shenzhen, threeMinutes.front());
+    EXPECT_EQ(bus().endPointCount(), 0);
+    EXPECT_THAT(questions(), SizeIs(1));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Questions, EntrustPointAsking,
+    ::testing::Values(
+        Asking{"Security",
+               [](auto &overlay, const auto &code, const auto &bar) {
+                   EXPECT_TRUE(overlay.calcIt(code, &bar, 1, Korvane::IntradayPeriod, 0, 0));
+               }},
+        Asking{"Today", [](auto &overlay, auto &, auto &) { overlay.sendQueryTodayEntrustInfoReq(); }},
+        Asking{"PastDay", [](auto &overlay, auto &,
+                             auto &) { EXPECT_TRUE(overlay.sendQueryHistoryEntrustInfoReq(20240102)); }},
+        Asking{"Cancellation",
+               [](auto &overlay, auto &, auto &) {
+                   EntrustInfo order{};
+                   overlay.sendCancelOrderReq(order);
+               }},
+        Asking{"Notification",
+               [](auto &, auto &, auto &) {
+                   RecordedBus::instance().deliver(Topic::TRADENOTIFY, R"({"stkcode":"600536"})");
+               }}),
+    ByName());
+
+TEST_F(EntrustPointTest, MayBeDestroyedInsideTheQuestionOfItsTimer)
+{
+    createOnThreeMinutes();
+    bus().duringSend = [this] { destroy(); };
+    timer()->start(0);
+    EXPECT_TRUE(waitUntil([] { return bus().endPointCount() == 0; }));
+    EXPECT_THAT(questions(), SizeIs(1));
+}
+
+TEST_F(EntrustPointTest, MayShowAnotherSecurityInsideARepaint)
+{
+    createOnThreeMinutes();
+    axis.onUpdate = [this] { calc(shenzhen, threeMinutes, 21); };
+    hearOrders({Row()});
+    EXPECT_FALSE(paint()) << "the orders were the other security's";
+    EXPECT_THAT(questions(), SizeIs(1));
+    EXPECT_TRUE(timer()->isActive());
+}
 
 TEST_F(EntrustPointCancel, MayBeDestroyedInsideThePopup)
 {

@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <limits>
+#include <tuple>
 
 using namespace TradeChart;
 using ::testing::ElementsAre;
@@ -23,6 +24,23 @@ EntrustInfo makeOrder(bool isBuy, const QString &status, double price = 10.0)
     order.orderStatus = status;
     order.orderPrice = price;
     return order;
+}
+
+TEST(EntrustInfo, HasItsFieldsInTheOrderInWhichProgramsFillThem)
+{
+    const EntrustInfo order{true, QStringLiteral("2"), QStringLiteral("F1"), 4, 5, 6, 7.125, 8, 9, 10.125,
+                            11};
+    EXPECT_TRUE(order.isBuy);
+    EXPECT_EQ(order.orderStatus, QStringLiteral("2"));
+    EXPECT_EQ(order.fundId, QStringLiteral("F1"));
+    EXPECT_EQ(order.orderNo, 4);
+    EXPECT_EQ(order.orderDate, 5);
+    EXPECT_EQ(order.orderTime, 6);
+    EXPECT_EQ(order.orderPrice, 7.125);
+    EXPECT_EQ(order.orderQty, 8);
+    EXPECT_EQ(order.matchQty, 9);
+    EXPECT_EQ(order.matchPrice, 10.125);
+    EXPECT_EQ(order.cancelQty, 11);
 }
 
 // Price keys
@@ -63,84 +81,103 @@ TEST(PriceKey, StandsForItsPriceInThousandths)
 
 // One order after another
 
-enum class Group { PartDealt, Waiting, Dealt, None };
-
 struct Status
 {
     const char *name;
     const char *code;
-    Group group;
+    int buys;  ///< the marker of the first buy at a price; nothing for none
+    int sells; ///< and of the first sell
 };
-
-const Status statuses[] = {{"NotReported", "0", Group::Waiting},
-                           {"Quoting", "1", Group::Waiting},
-                           {"Quoted", "2", Group::Waiting},
-                           {"QuotedWaitingForCancel", "3", Group::None},
-                           {"PartDealtWaitingForCancel", "4", Group::PartDealt},
-                           {"PartCancelled", "5", Group::PartDealt},
-                           {"Cancelled", "6", Group::None},
-                           {"PartDealt", "7", Group::PartDealt},
-                           {"Dealt", "8", Group::Dealt},
-                           {"Abolished", "9", Group::None},
-                           {"WaitingToQuote", "A", Group::Waiting},
-                           {"QuotingB", "B", Group::None},
-                           {"Confirmed", "G", Group::None},
-                           {"WaitingToQuoteInSmallLetter", "a", Group::None},
-                           {"DealtWithABlank", "8 ", Group::None},
-                           {"Unknown", "Z", Group::None},
-                           {"Empty", "", Group::None}};
 
 constexpr int nothing = 0;
 
-/// The marker after an order of the group has come, by the marker before: nothing, 20, 21, 22, 23, 24, 25.
-struct Rule
+const Status statuses[] = {{"NotReported", "0", 20, 23},
+                           {"Quoting", "1", 20, 23},
+                           {"Quoted", "2", 20, 23},
+                           {"QuotedWaitingForCancel", "3", nothing, nothing},
+                           {"PartDealtWaitingForCancel", "4", 21, 24},
+                           {"PartCancelled", "5", 21, 24},
+                           {"Cancelled", "6", nothing, nothing},
+                           {"PartDealt", "7", 21, 24},
+                           {"Dealt", "8", 22, 25},
+                           {"Abolished", "9", nothing, nothing},
+                           {"WaitingToQuote", "A", 20, 23},
+                           {"QuotingB", "B", nothing, nothing},
+                           {"Confirmed", "G", nothing, nothing},
+                           {"WaitingToQuoteInSmallLetter", "a", nothing, nothing},
+                           {"DealtWithABlank", "8 ", nothing, nothing},
+                           {"WaitingBehindABlank", " 2", nothing, nothing},
+                           {"Unknown", "Z", nothing, nothing},
+                           {"Empty", "", nothing, nothing}};
+
+/// The marker at 10 after an order, by the marker before it.
+int markerAfter(bool isBuy, const char *status, int before)
 {
-    bool isBuy;
-    Group group;
-    int after[7];
-};
-
-constexpr int before[7] = {nothing, 20, 21, 22, 23, 24, 25};
-
-constexpr Rule rules[] = {
-    {true, Group::PartDealt, {21, 21, 21, 21, 21, 21, 21}},
-    {true, Group::Waiting, {20, 20, 21, 21, 23, 24, 25}},
-    {true, Group::Dealt, {22, 21, 21, 22, 23, 24, 25}},
-    {true, Group::None, {nothing, 20, 21, 22, 23, 24, 25}},
-    {false, Group::PartDealt, {24, 24, 24, 24, 24, 24, 24}},
-    {false, Group::Waiting, {23, 20, 21, 22, 23, 24, 21}},
-    {false, Group::Dealt, {25, 20, 21, 22, 21, 24, 25}},
-    {false, Group::None, {nothing, 20, 21, 22, 23, 24, 25}},
-};
-
-const Rule &ruleOf(bool isBuy, Group group)
-{
-    return *std::find_if(std::begin(rules), std::end(rules),
-                         [=](const Rule &rule) { return rule.isBuy == isBuy && rule.group == group; });
+    std::map<std::int64_t, int> marks;
+    if (before != nothing) {
+        marks[10000] = before;
+    }
+    addOrder(makeOrder(isBuy, QString::fromLatin1(status)), marks);
+    return marks.empty() ? nothing : marks[10000];
 }
 
 class OrderMarksOfStatus : public ::testing::TestWithParam<Status>
 {
 };
 
-TEST_P(OrderMarksOfStatus, ChangeTheMarkerByTheTable)
+TEST_P(OrderMarksOfStatus, StandAloneAtAPrice)
 {
-    for (const bool isBuy : {true, false}) {
-        const Rule &rule = ruleOf(isBuy, GetParam().group);
-        for (std::size_t column = 0; column < std::size(before); ++column) {
-            std::map<std::int64_t, int> marks;
-            if (before[column] != nothing) {
-                marks[10000] = before[column];
-            }
-            addOrder(makeOrder(isBuy, QString::fromLatin1(GetParam().code)), marks);
-            const int after = marks.empty() ? nothing : marks[10000];
-            EXPECT_EQ(after, rule.after[column])
-                << (isBuy ? "buy" : "sell") << " on " << before[column] << " of " << GetParam().name;
-        }
-    }
+    EXPECT_EQ(markerAfter(true, GetParam().code, nothing), GetParam().buys);
+    EXPECT_EQ(markerAfter(false, GetParam().code, nothing), GetParam().sells);
 }
 
 INSTANTIATE_TEST_SUITE_P(Statuses, OrderMarksOfStatus, ::testing::ValuesIn(statuses), ByName());
+
+/// What the orders of one side and group make of the markers that stand at their price.
+struct Transitions
+{
+    const char *name;
+    bool isBuy;
+    const char *statuses; ///< one letter each
+    int after[7];         ///< by the marker before
+};
+
+constexpr int before[7] = {nothing, 20, 21, 22, 23, 24, 25};
+
+constexpr Transitions transitions[] = {
+    {"PartDealtBuy", true, "754", {21, 21, 21, 21, 21, 21, 21}},
+    {"WaitingBuy", true, "01A2", {20, 20, 21, 21, 23, 24, 25}},
+    {"DealtBuy", true, "8", {22, 21, 21, 22, 23, 24, 25}},
+    {"OtherBuy", true, "369BGaZ", {nothing, 20, 21, 22, 23, 24, 25}},
+    {"PartDealtSell", false, "754", {24, 24, 24, 24, 24, 24, 24}},
+    {"WaitingSell", false, "01A2", {23, 20, 21, 22, 23, 24, 21}},
+    {"DealtSell", false, "8", {25, 20, 21, 22, 21, 24, 25}},
+    {"OtherSell", false, "369BGaZ", {nothing, 20, 21, 22, 23, 24, 25}},
+};
+
+class OrderMarksOf : public ::testing::TestWithParam<std::tuple<Transitions, std::size_t>>
+{
+};
+
+TEST_P(OrderMarksOf, BecomeThisMarker)
+{
+    const auto &[orders, column] = GetParam();
+    for (const char *status = orders.statuses; *status != '\0'; ++status) {
+        const char code[] = {*status, '\0'};
+        EXPECT_EQ(markerAfter(orders.isBuy, code, before[column]), orders.after[column]) << "status " << code;
+    }
+}
+
+std::string nameOf(const ::testing::TestParamInfo<std::tuple<Transitions, std::size_t>> &row)
+{
+    const auto &[orders, column] = row.param;
+    return std::string(orders.name) + "On" + std::to_string(before[column]);
+}
+
+INSTANTIATE_TEST_SUITE_P(Markers, OrderMarksOf,
+                         ::testing::Combine(::testing::ValuesIn(transitions),
+                                            ::testing::Range<std::size_t>(0, std::size(before))),
+                         nameOf);
 
 struct Sequence
 {

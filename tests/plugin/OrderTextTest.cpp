@@ -127,7 +127,9 @@ TEST_P(OrderTextTime, HasTwoDigitsEach)
 INSTANTIATE_TEST_SUITE_P(Times, OrderTextTime,
                          ::testing::Values(Time{"Morning", 93005, "09:30:05"},
                                            Time{"Afternoon", 145959, "14:59:59"}, Time{"Zero", 0, "00:00:00"},
-                                           Time{"Absurd", 21474836, "2147:48:36"}),
+                                           Time{"Absurd", 21474836, "2147:48:36"},
+                                           Time{"Negative", -21474836, "-2147:-48:-36"},
+                                           Time{"OneSecondBelowZero", -1, "00:00:-1"}),
                          ByName());
 
 struct Date
@@ -153,7 +155,9 @@ TEST_P(OrderTextDate, HasAtLeastSixDigits)
 INSTANTIATE_TEST_SUITE_P(Dates, OrderTextDate,
                          ::testing::Values(Date{"Whole", 20240105, "20240105"},
                                            Date{"SixDigits", 240105, "240105"},
-                                           Date{"FiveDigits", 40105, "040105"}, Date{"Missing", 0, "000000"}),
+                                           Date{"FiveDigits", 40105, "040105"}, Date{"Missing", 0, "000000"},
+                                           Date{"Negative", -5, "-00005"},
+                                           Date{"Smallest", -2147483648LL, "-2147483648"}),
                          ByName());
 
 TEST(OrderText, ShowsAbsurdNumbersWhole)

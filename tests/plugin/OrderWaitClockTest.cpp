@@ -24,7 +24,7 @@ protected:
         }
         axis.mode = 1;
         create();
-        calc(makeSecurity(1, "600536", 1), {makeMinuteBar(20240102, 931)}, 21);
+        calc(shanghai, {makeMinuteBar(20240102, 931)}, 21);
         bus().sent.clear();
     }
 

@@ -4,8 +4,6 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "tradechartobject/objects/PositionCost.h"
 
-#include <QCoreApplication>
-
 #include <cfloat>
 #include <cmath>
 #include <limits>
@@ -22,8 +20,6 @@ constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 class PositionCostTest : public OverlayTest<PositionCost>
 {
 protected:
-    const Korvane::tagCodeWithName shanghai = makeSecurity(1, "600536", 7001);
-    const Korvane::tagCodeWithName shenzhen = makeSecurity(0, "000001", 7002);
     const std::vector<Korvane::AnalyData> threeDays = {makeDayBar(20240102), makeDayBar(20240103),
                                                        makeDayBar(20240104)};
 
@@ -66,90 +62,11 @@ protected:
 
 // Set-up and end
 
-TEST_F(PositionCostTest, JoinsTheTerminalsBusListensAndSubscribesInThisOrder)
-{
-    create();
-    EXPECT_EQ(bus().operations,
-              (QStringList{QStringLiteral("create"),
-                           QStringLiteral("connect ") + QCoreApplication::applicationDirPath(),
-                           QStringLiteral("listened to"),
-                           QStringLiteral("subscribe list screen-1 TradeNotify,TradeQuery"),
-                           QStringLiteral("subscribe Global TradeNotify")}));
-}
-
 TEST_F(PositionCostTest, AsksNothingWhenConstructed)
 {
     create();
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_FALSE(timer()->isActive());
-}
-
-TEST_F(PositionCostTest, RefreshesEveryTenSecondsUnlessConfigured)
-{
-    create();
-    calc(shanghai, threeDays, 4);
-    EXPECT_EQ(timer()->interval(), 10000);
-    EXPECT_TRUE(timer()->isSingleShot());
-}
-
-TEST_F(PositionCostTest, TakesTheRefreshIntervalFromItsConfiguration)
-{
-    create({{QStringLiteral("auto_refresh_time"), 3}});
-    calc(shanghai, threeDays, 4);
-    EXPECT_EQ(timer()->interval(), 3000);
-}
-
-TEST_F(PositionCostTest, ReadsARefreshIntervalSentAsTextAsTheDefault)
-{
-    create({{QStringLiteral("auto_refresh_time"), QStringLiteral("3")}});
-    calc(shanghai, threeDays, 4);
-    EXPECT_EQ(timer()->interval(), 10000);
-}
-
-TEST_F(PositionCostTest, SurvivesARefreshIntervalThatNoTimerCanCount)
-{
-    create({{QStringLiteral("auto_refresh_time"), 2147483647}});
-    calc(shanghai, threeDays, 4);
-    EXPECT_TRUE(timer()->isActive());
-    EXPECT_EQ(timer()->interval(), 2147483647);
-}
-
-TEST_F(PositionCostTest, ReadsARefreshIntervalThatNoTimeCanPassInAsTheDefault)
-{
-    for (const QJsonValue &interval : {QJsonValue(-1), QJsonValue(-2147483647), QJsonValue(3.5)}) {
-        create({{QStringLiteral("auto_refresh_time"), interval}});
-        calc(shanghai, threeDays, 4);
-        EXPECT_EQ(timer()->interval(), 10000);
-    }
-}
-
-TEST_F(PositionCostTest, TakesARefreshIntervalOfZeroAtItsWord)
-{
-    create({{QStringLiteral("auto_refresh_time"), 0}});
-    calc(shanghai, threeDays, 4);
-    EXPECT_EQ(timer()->interval(), 0);
-}
-
-TEST_F(PositionCostTest, IsAPluginObjectForTheHost)
-{
-    EXPECT_EQ(create().type(), 3);
-}
-
-TEST_F(PositionCostTest, LeavesTheBusWhenDestroyed)
-{
-    create();
-    bus().operations.clear();
-    destroy();
-    EXPECT_EQ(bus().operations, (QStringList{QStringLiteral("disconnect"), QStringLiteral("destroy")}));
-    EXPECT_EQ(bus().endPointCount(), 0);
-}
-
-TEST_F(PositionCostTest, EndsItsTimerOnDeleteObject)
-{
-    createOnShanghai();
-    EXPECT_TRUE(overlay->deleteObject());
-    EXPECT_EQ(timer(), nullptr);
-    EXPECT_TRUE(overlay->deleteObject()) << "a second call finds nothing to end";
 }
 
 TEST_F(PositionCostTest, DoesNothingMoreAfterDeleteObject)
@@ -369,14 +286,7 @@ TEST_F(PositionCostTest, TakesTheCostAndAsksTheHostToRepaintIt)
     EXPECT_THAT(axis.updated, ElementsAre(static_cast<Korvane::IChartObject *>(overlay)));
 }
 
-struct IgnoredMessage
-{
-    const char *name;
-    const char *topic;
-    const char *payload;
-};
-
-class PositionCostIgnores : public PositionCostTest, public ::testing::WithParamInterface<IgnoredMessage>
+class PositionCostIgnores : public PositionCostTest, public ::testing::WithParamInterface<Ignored>
 {
 };
 
@@ -398,42 +308,31 @@ TEST_P(PositionCostIgnores, AndKeepsItsCost)
 INSTANTIATE_TEST_SUITE_P(
     Messages, PositionCostIgnores,
     ::testing::Values(
-        IgnoredMessage{"OfAnotherTopic", "TradeNotify",
-                       R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600536")},
-        IgnoredMessage{"OfALongerTopic", "TradeQuery2",
-                       R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600536")},
-        IgnoredMessage{"OfATopicInOtherCase", "tradequery",
-                       R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600536")},
-        IgnoredMessage{"WithAnotherCommand", "TradeQuery",
-                       R"({"cmd":"TodayTrade",)" COST_DATA("1", "600536")},
-        IgnoredMessage{"WithTheCommandInOtherCase", "TradeQuery",
-                       R"({"cmd":"holdercostprice",)" COST_DATA("1", "600536")},
-        IgnoredMessage{"WithoutACommand", "TradeQuery", "{" COST_DATA("1", "600536")},
-        IgnoredMessage{"WithTheCommandAsANumber", "TradeQuery", R"({"cmd":1,)" COST_DATA("1", "600536")},
-        IgnoredMessage{"WhoseDataIsAText", "TradeQuery", R"({"cmd":"HolderCostPrice","data":"600536"})"},
-        IgnoredMessage{"ThatAreAnEmptyObject", "TradeQuery", "{}"},
-        IgnoredMessage{"ThatAreAnArray", "TradeQuery", "[]"},
-        IgnoredMessage{"ThatAreNoJson", "TradeQuery", "{\"cmd\":\"HolderCostPrice\","},
-        IgnoredMessage{"ThatAreEmpty", "TradeQuery", ""},
-        IgnoredMessage{"OfAnotherSecurity", "TradeQuery",
-                       R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600519")},
-        IgnoredMessage{"OfAnotherMarket", "TradeQuery",
-                       R"({"cmd":"HolderCostPrice",)" COST_DATA("2", "600536")},
-        IgnoredMessage{"WithTheHostsMarketNumber", "TradeQuery",
-                       R"({"cmd":"HolderCostPrice",)" COST_DATA("0", "600536")},
-        IgnoredMessage{"WithAMarketCode", "TradeQuery",
-                       R"({"cmd":"HolderCostPrice",)" COST_DATA("SH", "600536")},
-        IgnoredMessage{
-            "WithTheMarketAsANumber", "TradeQuery",
-            R"({"cmd":"HolderCostPrice","data":{"stkcode":"600536","market":1,"costprice":"60"}})"},
-        IgnoredMessage{
-            "WithTheCodeAsANumber", "TradeQuery",
-            R"({"cmd":"HolderCostPrice","data":{"stkcode":600536,"market":"1","costprice":"60"}})"},
-        IgnoredMessage{
-            "WhoseDataIsAnArray", "TradeQuery",
-            R"({"cmd":"HolderCostPrice","data":[{"stkcode":"600536","market":"1","costprice":"60"}]})"},
-        IgnoredMessage{"WithoutData", "TradeQuery",
-                       R"({"cmd":"HolderCostPrice","stkcode":"600536","market":"1","costprice":"60"})"}),
+        Ignored{"OfAnotherTopic", "TradeNotify", R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600536")},
+        Ignored{"OfALongerTopic", "TradeQuery2", R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600536")},
+        Ignored{"OfATopicInOtherCase", "tradequery", R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600536")},
+        Ignored{"WithAnotherCommand", "TradeQuery", R"({"cmd":"TodayTrade",)" COST_DATA("1", "600536")},
+        Ignored{"WithTheCommandInOtherCase", "TradeQuery",
+                R"({"cmd":"holdercostprice",)" COST_DATA("1", "600536")},
+        Ignored{"WithoutACommand", "TradeQuery", "{" COST_DATA("1", "600536")},
+        Ignored{"WithTheCommandAsANumber", "TradeQuery", R"({"cmd":1,)" COST_DATA("1", "600536")},
+        Ignored{"WhoseDataIsAText", "TradeQuery", R"({"cmd":"HolderCostPrice","data":"600536"})"},
+        Ignored{"ThatAreAnEmptyObject", "TradeQuery", "{}"}, Ignored{"ThatAreAnArray", "TradeQuery", "[]"},
+        Ignored{"ThatAreNoJson", "TradeQuery", "{\"cmd\":\"HolderCostPrice\","},
+        Ignored{"ThatAreEmpty", "TradeQuery", ""},
+        Ignored{"OfAnotherSecurity", "TradeQuery", R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600519")},
+        Ignored{"OfAnotherMarket", "TradeQuery", R"({"cmd":"HolderCostPrice",)" COST_DATA("2", "600536")},
+        Ignored{"WithTheHostsMarketNumber", "TradeQuery",
+                R"({"cmd":"HolderCostPrice",)" COST_DATA("0", "600536")},
+        Ignored{"WithAMarketCode", "TradeQuery", R"({"cmd":"HolderCostPrice",)" COST_DATA("SH", "600536")},
+        Ignored{"WithTheMarketAsANumber", "TradeQuery",
+                R"({"cmd":"HolderCostPrice","data":{"stkcode":"600536","market":1,"costprice":"60"}})"},
+        Ignored{"WithTheCodeAsANumber", "TradeQuery",
+                R"({"cmd":"HolderCostPrice","data":{"stkcode":600536,"market":"1","costprice":"60"}})"},
+        Ignored{"WhoseDataIsAnArray", "TradeQuery",
+                R"({"cmd":"HolderCostPrice","data":[{"stkcode":"600536","market":"1","costprice":"60"}]})"},
+        Ignored{"WithoutData", "TradeQuery",
+                R"({"cmd":"HolderCostPrice","stkcode":"600536","market":"1","costprice":"60"})"}),
     ByName());
 
 struct MarketMatch
@@ -537,6 +436,14 @@ TEST_F(PositionCostTest, TakesAnAnswerThatComesWhileTheQuestionIsSent)
     };
     calc(shanghai, threeDays, 4);
     EXPECT_EQ(drawnCost(), 50.0);
+}
+
+TEST_F(PositionCostTest, IsDestroyedByTheHostWhileTheQuestionGoesOut)
+{
+    create();
+    bus().duringSend = [this] { destroy(); };
+    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_EQ(bus().endPointCount(), 0);
 }
 
 TEST_F(PositionCostTest, BelongsToTheParentItIsGiven)
@@ -746,14 +653,6 @@ TEST_F(PositionCostTest, IgnoresTheMouse)
     EXPECT_THAT(axis.questions, IsEmpty());
     EXPECT_THAT(axis.messages, IsEmpty());
     EXPECT_EQ(axis.hostCalls, 0);
-}
-
-TEST_F(PositionCostTest, EndsTheProcessWhenTheBusClientThrowsAtTheEnd)
-{
-    create();
-    bus().duringDisconnect = [] { throw 1; };
-    EXPECT_DEATH(destroy(), "");
-    bus().duringDisconnect = nullptr;
 }
 
 } // namespace

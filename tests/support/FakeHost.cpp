@@ -4,6 +4,7 @@
 
 bool FakeAxis::visiblePriceRange(double &lowest, double &highest)
 {
+    ++rangesAsked;
     lowest = low;
     highest = high;
     return hasPriceScale;
@@ -33,7 +34,7 @@ int FakeAxis::popupMenu(const char **lines, void *reserved)
 
 void FakeAxis::showMessage(const char *text)
 {
-    messages.emplace_back(text);
+    messages.emplace_back(text != nullptr ? text : "(null)");
     if (onMessage) {
         onMessage();
     }
@@ -95,7 +96,8 @@ void FakePainter::drawLineSeries(int reserved, const double *values, double widt
 void FakePainter::drawMarkerSeries(int reserved, const double *flags, const double *prices, int style,
                                    int variant)
 {
-    calls.push_back({Call::MarkerSeries, copy(flags), copy(prices), {}, 0.0, {reserved, style, variant}});
+    calls.push_back(
+        {Call::MarkerSeries, copy(flags), copy(prices), {}, 0.0, {reserved, style, variant}, flags});
 }
 
 void FakePainter::drawMarker(int reserved, int bar, int kind, int atLow, double price)

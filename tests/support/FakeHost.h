@@ -31,6 +31,7 @@ public:
     std::vector<double> pricesAsked;              ///< every priceToY() while notesPrices
     bool notesPrices = true;                      ///< off where the heap is counted
     int hostCalls = 0;                            ///< number of coordinate conversions
+    int rangesAsked = 0;                          ///< number of visiblePriceRange()
 
     std::function<void()> onUpdate;
     std::function<int()> onPopup = [] { return -1; };
@@ -70,6 +71,7 @@ public:
         QByteArray text;
         double number = 0.0; ///< width of a line, price of a marker
         std::vector<int> ints;
+        const double *flags = nullptr; ///< of a marker series, as handed over; valid until the next calcIt()
     };
 
     std::size_t barCount = 0;

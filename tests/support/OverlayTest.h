@@ -16,6 +16,14 @@
 #include <memory>
 #include <optional>
 
+/// A message that an overlay is to ignore, as a row of a data-driven test.
+struct Ignored
+{
+    const char *name;
+    const char *topic;
+    const char *payload;
+};
+
 /// One overlay on a chart: the host drives it, the test speaks for the trading module.
 template <class Overlay>
 class OverlayTest : public ::testing::Test
@@ -39,6 +47,14 @@ protected:
         painter.barCount = bars.size();
         return overlay->calcIt(security, bars.data(), static_cast<int>(bars.size()),
                                static_cast<Korvane::Period>(period), a, b);
+    }
+
+    /// What the trading module answers with rows.
+    static QJsonObject answer(const char *cmd, const QJsonValue &data, const char *code = "600536")
+    {
+        return {{QStringLiteral("cmd"), QLatin1String(cmd)},
+                {QStringLiteral("stkcode"), QLatin1String(code)},
+                {QStringLiteral("data"), data}};
     }
 
     static void hear(const char *topic, const QByteArray &payload) { bus().deliver(topic, payload); }
@@ -71,6 +87,9 @@ protected:
         overlay = nullptr;
         owner.reset();
     }
+
+    const Korvane::tagCodeWithName shanghai = makeSecurity(1, "600536", 7001, "江山科技");
+    const Korvane::tagCodeWithName shenzhen = makeSecurity(0, "000001", 7002, "平湖机械");
 
     FakeAxis axis;
     FakePainter painter;

@@ -1,5 +1,7 @@
 #include "tradechartobject/common/NumberText.h"
 
+#include "tradechartobject/common/ExactDecimal.h"
+
 #include <cstdint>
 #include <optional>
 
@@ -15,11 +17,7 @@ struct PlainNumber
     int decimals; ///< of digits behind the point
 };
 
-constexpr int mostIntDigits = 9;     // fit an int whatever they are
-constexpr int mostDoubleDigits = 15; // are exact in a double, as are the powers of ten up to here
-
-constexpr double powersOfTen[mostDoubleDigits + 1] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                      1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+constexpr int mostIntDigits = 9; // fit an int whatever they are
 
 std::optional<PlainNumber> readPlain(const QString &text)
 {
@@ -27,7 +25,7 @@ std::optional<PlainNumber> readPlain(const QString &text)
     int point = -1;
     for (int i = 0; i < text.size(); ++i) {
         const int digit = text[i].unicode() - '0';
-        if (digit >= 0 && digit <= 9 && number.count < mostDoubleDigits) {
+        if (digit >= 0 && digit <= 9 && number.count < mostExactDigits) {
             number.digits = number.digits * 10 + digit;
             ++number.count;
         } else if (text[i] == QLatin1Char('.') && point < 0 && i > 0 && i + 1 < text.size()) {
@@ -54,9 +52,8 @@ int toInt(const QString &text)
 
 double toDouble(const QString &text)
 {
-    // The quotient of two exact doubles is the double nearest to the decimal number.
     const auto plain = readPlain(text);
-    return plain ? static_cast<double>(plain->digits) / powersOfTen[plain->decimals] : text.toDouble();
+    return plain ? exactDecimal(static_cast<double>(plain->digits), plain->decimals) : text.toDouble();
 }
 
 } // namespace TradeChart

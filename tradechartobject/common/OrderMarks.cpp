@@ -20,20 +20,20 @@ enum class StatusGroup { PartDealt, Waiting, Dealt };
 
 struct GroupedStatus
 {
-    const char *status;
+    QLatin1String status;
     StatusGroup group;
 };
 
 // A status that is not here makes no marker; its order is still listed.
 const GroupedStatus groupedStatuses[] = {
-    {OrderStatus::PartDeal, StatusGroup::PartDealt},
-    {OrderStatus::PartCanceled, StatusGroup::PartDealt},
-    {OrderStatus::PartDealWaittingCancel, StatusGroup::PartDealt},
-    {OrderStatus::None, StatusGroup::Waiting},
-    {OrderStatus::Quoting, StatusGroup::Waiting},
-    {OrderStatus::WaittingQuote, StatusGroup::Waiting},
-    {OrderStatus::Quoted, StatusGroup::Waiting},
-    {OrderStatus::Dealed, StatusGroup::Dealt},
+    {QLatin1String(OrderStatus::PartDeal), StatusGroup::PartDealt},
+    {QLatin1String(OrderStatus::PartCanceled), StatusGroup::PartDealt},
+    {QLatin1String(OrderStatus::PartDealWaittingCancel), StatusGroup::PartDealt},
+    {QLatin1String(OrderStatus::None), StatusGroup::Waiting},
+    {QLatin1String(OrderStatus::Quoting), StatusGroup::Waiting},
+    {QLatin1String(OrderStatus::WaittingQuote), StatusGroup::Waiting},
+    {QLatin1String(OrderStatus::Quoted), StatusGroup::Waiting},
+    {QLatin1String(OrderStatus::Dealed), StatusGroup::Dealt},
 };
 
 // What waiting and dealt orders of one side at one price become, sells too: painters in the field draw
@@ -61,9 +61,8 @@ constexpr Transition transitions[] = {
 const GroupedStatus *findGroup(const QString &status)
 {
     const auto *const end = std::end(groupedStatuses);
-    const auto *const found = std::find_if(std::begin(groupedStatuses), end, [&](const GroupedStatus &row) {
-        return status == QLatin1String(row.status);
-    });
+    const auto *const found = std::find_if(std::begin(groupedStatuses), end,
+                                           [&](const GroupedStatus &row) { return status == row.status; });
     return found == end ? nullptr : found;
 }
 

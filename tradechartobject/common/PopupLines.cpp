@@ -37,6 +37,11 @@ bool PopupLines::isEmpty() const
     return m_lines.empty();
 }
 
+std::size_t PopupLines::size() const
+{
+    return m_lines.size();
+}
+
 int PopupLines::show(Korvane::IChartAxis &axis) const
 {
     std::vector<const char *> lines = pointers();

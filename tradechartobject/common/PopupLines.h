@@ -21,6 +21,7 @@ public:
 
     void append(std::string line);
     bool isEmpty() const;
+    std::size_t size() const;
 
     /// Lets the host show the lines and blocks until the user has chosen; the chosen row, negative for
     /// none. The host may end the overlay meanwhile: only the lines are still valid afterwards.

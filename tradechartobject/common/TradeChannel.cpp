@@ -1,5 +1,6 @@
 #include "tradechartobject/common/TradeChannel.h"
 
+#include "tradechartobject/common/NumberText.h"
 #include "tradechartobject/common/Security.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
@@ -138,22 +139,30 @@ std::optional<QJsonObject> parseMessage(const QByteArray &payload)
     return message && !message->isEmpty() ? message : std::nullopt;
 }
 
+QString text(const QJsonObject &message, const char *key)
+{
+    return message.value(QLatin1String(key)).toString();
+}
+
+QJsonArray rows(const QJsonObject &answer)
+{
+    return answer.value(QLatin1String(TradeKeyFields::DATA)).toArray();
+}
+
 bool isCommand(const QJsonObject &message, const char *command)
 {
-    return message.value(QLatin1String(TradeKeyFields::CMD)).toString() == QLatin1String(command);
+    return text(message, TradeKeyFields::CMD) == QLatin1String(command);
 }
 
 bool isAbout(const QJsonObject &message, const Korvane::tagCodeWithName &security)
 {
-    const QString code = message.value(QLatin1String(TradeKeyFields::STKCODE)).toString();
-    return securityCode(security).compare(code, Qt::CaseInsensitive) == 0;
+    return securityCode(security).compare(text(message, TradeKeyFields::STKCODE), Qt::CaseInsensitive) == 0;
 }
 
-QString answerMarketCode(const QJsonObject &answer)
+QString answerMarketCode(const QString &market)
 {
-    const QString number = answer.value(QLatin1String(TradeKeyFields::MARKET)).toString();
     // Only the low 16 bits of the number count.
-    switch (static_cast<std::int16_t>(number.toInt())) {
+    switch (static_cast<std::int16_t>(toInt(market))) {
     case 1:
         return QStringLiteral("SH");
     case 2:

@@ -9,6 +9,7 @@
 #include "endpoint/EndPoint.h"
 #include "tradechartobject/ChartInterface.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTimer>
@@ -106,6 +107,12 @@ std::optional<QJsonObject> parseObject(const QByteArray &json);
 /// The JSON object of a message that came over the bus; an empty one says nothing and counts as none.
 std::optional<QJsonObject> parseMessage(const QByteArray &payload);
 
+/// The text under a key; empty when there is none.
+QString text(const QJsonObject &message, const char *key);
+
+/// The rows of an answer, its "data"; none when that is no array.
+QJsonArray rows(const QJsonObject &answer);
+
 /// True when the message's "cmd" is `command`, letter case included.
 bool isCommand(const QJsonObject &message, const char *command);
 
@@ -114,7 +121,7 @@ bool isAbout(const QJsonObject &message, const Korvane::tagCodeWithName &securit
 
 /// Market code of an answer's "market", which counts "1" as "SH" and "2" as "SZ" - not as the host
 /// numbers markets. Empty for everything else.
-QString answerMarketCode(const QJsonObject &answer);
+QString answerMarketCode(const QString &market);
 
 /// True while debug lines are written: ask before formatting one.
 bool isDebugLogOn();

@@ -1,11 +1,14 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 
+#include "tradechartobject/common/ExactDecimal.h"
+
 #include <QDate>
 
 #include <algorithm>
 #include <cmath>
 #include <iomanip>
 #include <iterator>
+#include <optional>
 #include <sstream>
 
 namespace TradeChart {
@@ -139,11 +142,14 @@ constexpr const char *buyCodes[] = {"0B", "0b", "0c", "0d", "0e", "0a", "0q", "0
 constexpr const char *sellCodes[] = {"0S", "0g", "0h", "0i", "0j", "0r", "0v",
                                      "0x", "0z", "0`", "0m", "0o", "0f"};
 
+/// Each of the codes is of two letters.
 template <std::size_t Size>
 bool contains(const char *const (&codes)[Size], const QString &code)
 {
-    return std::any_of(std::begin(codes), std::end(codes),
-                       [&](const char *known) { return code == QLatin1String(known); });
+    return code.size() == 2 &&
+           std::any_of(std::begin(codes), std::end(codes), [one = code[0], two = code[1]](const char *known) {
+               return one == QLatin1Char(known[0]) && two == QLatin1Char(known[1]);
+           });
 }
 
 } // namespace
@@ -164,20 +170,39 @@ std::int64_t currentDate()
 namespace {
 
 constexpr unsigned int mostDecimals = 1100; // no double has more
+constexpr double firstWithoutHalves = 4503599627370496.0;
+
+/// What printing and reading back gives, where a product surely comes to the same whole number: when it
+/// is nearer to it than half-way. The error of the product is smaller than any step towards the middle.
+std::optional<double> roundByProduct(double value, unsigned int digits)
+{
+    if (digits > mostExactDigits) {
+        return std::nullopt;
+    }
+    const double product = value * powersOfTen[digits];
+    const double whole = std::rint(product);
+    const bool isSure = std::abs(product) < firstWithoutHalves && std::abs(product - whole) < 0.5;
+    return isSure ? std::make_optional(exactDecimal(whole, static_cast<int>(digits))) : std::nullopt;
+}
+
+double roundByText(double value, unsigned int digits)
+{
+    std::stringstream text;
+    text << std::fixed << std::setprecision(static_cast<int>(std::min(digits, mostDecimals))) << value;
+    double rounded = 0.0;
+    text >> rounded;
+    return rounded;
+}
 
 } // namespace
 
 template <typename T>
 T round(T value, unsigned int digits)
 {
-    if (!std::isfinite(value)) {
-        return value;
+    if (const auto rounded = roundByProduct(value, digits)) {
+        return *rounded;
     }
-    std::stringstream text;
-    text << std::fixed << std::setprecision(static_cast<int>(std::min(digits, mostDecimals))) << value;
-    T rounded{};
-    text >> rounded;
-    return rounded;
+    return std::isfinite(value) ? roundByText(value, digits) : value;
 }
 
 template double round<double>(double value, unsigned int digits);

@@ -4,6 +4,7 @@
 #include "tradechartobject/common/NumberText.h"
 #include "tradechartobject/common/PopupLines.h"
 #include "tradechartobject/common/PriceScale.h"
+#include "tradechartobject/common/RowReader.h"
 #include "tradechartobject/common/Security.h"
 #include "tradechartobject/common/TradeChannel.h"
 #include "tradechartobject/common/TradeMarks.h"
@@ -23,33 +24,62 @@ using namespace TradeChart;
 namespace {
 
 constexpr std::int64_t noDate = -1;
-constexpr std::int64_t afterAllTime = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t afterAllDays = std::numeric_limits<std::int64_t>::max();
 
 /// A marker reaches up from its anchor; this much of its far end is not caught.
 constexpr double looseEnd = 2.0; // pixels
 
+/// What a row says. What is missing or no text reads as zero, and as a sell: executions carry single
+/// letters, not the direction codes of orders.
 struct DatedTrade
 {
     std::int64_t date; ///< yyyymmdd
+    int time;          ///< hhmmss
     trade_cj trade;
 };
 
-QString text(const QJsonObject &row, const char *key)
+void takeDate(DatedTrade &read, const QString &text)
 {
-    return row.value(QLatin1String(key)).toString();
+    read.date = toInt(text);
+    read.trade.matchTime = dateTime(read.date, read.time);
 }
 
-/// Reads a row whose day and time (hhmmsscc) stand under the given keys. What is missing or no text
-/// reads as zero, and as a sell: executions carry single letters, not the direction codes of orders.
-DatedTrade readTrade(const QJsonObject &row, const char *dateKey, const char *timeKey)
+void takeTime(DatedTrade &read, const QString &text)
 {
-    const std::int64_t date = toInt(text(row, dateKey));
-    const int time = toInt(text(row, timeKey));
-    return {date,
-            {text(row, TradeKeyFields::RTSBSFLAG) == QLatin1String(BSFlag::BUY), dateTime(date, time / 100),
-             toDouble(text(row, TradeKeyFields::RTSMATCHPRICE)),
-             toDouble(text(row, TradeKeyFields::RTSMATCHQTY))}};
+    read.time = toInt(text) / 100;
+    read.trade.matchTime = dateTime(read.date, read.time);
 }
+
+void takeSide(DatedTrade &read, const QString &text)
+{
+    read.trade.isBuy = text == QLatin1String(BSFlag::BUY);
+}
+
+void takePrice(DatedTrade &read, const QString &text)
+{
+    read.trade.matchPrice = toDouble(text);
+}
+
+void takeQty(DatedTrade &read, const QString &text)
+{
+    read.trade.matchQty = toDouble(text);
+}
+
+const RowColumn<DatedTrade> todayColumns[] = {
+    {TradeKeyFields::RTSORDERDATE, takeDate},   // yyyymmdd, of the order
+    {TradeKeyFields::RTSENTRUSTTIME, takeTime}, // hhmmsscc, of the order
+    {TradeKeyFields::RTSBSFLAG, takeSide},      // "B" or "S"
+    {TradeKeyFields::RTSMATCHPRICE, takePrice}, // yuan
+    {TradeKeyFields::RTSMATCHQTY, takeQty},     // shares
+};
+
+const RowColumn<DatedTrade> historyColumns[] = {
+    {TradeKeyFields::RTSDATE, takeDate},        // yyyymmdd, of the execution
+    {TradeKeyFields::RTSMATCHTIME, takeTime},   // hhmmsscc, of the execution
+    {TradeKeyFields::RTSBSFLAG, takeSide},      // "B" or "S"
+    {TradeKeyFields::RTSMATCHPRICE, takePrice}, // yuan
+    {TradeKeyFields::RTSMATCHQTY, takeQty},     // shares
+};
 
 void logRow(const char *prefix, const QJsonObject &row, QJsonDocument::JsonFormat format)
 {
@@ -141,7 +171,12 @@ bool BSPoint::calcIt(const Korvane::tagCodeWithName &code, const Korvane::AnalyD
         return true;
     }
     TradeChannel::startIfIdle(m_refreshTimer, m_refreshSeconds);
-    if (!askForShownDays()) {
+    const QPointer<QObject> self(this);
+    const bool isAsked = askForShownDays();
+    if (!self) { // the host may have ended this object while the question went out
+        return true;
+    }
+    if (!isAsked) {
         return false; // the marks stay until the next calcIt()
     }
     for (auto *marks : {&m_buyMarks, &m_sellMarks, &m_bothMarks}) {
@@ -211,35 +246,36 @@ bool BSPoint::calcBSPointPriceInfo()
     // Bars come in the order of their days, as the trades do: the search goes on where it ended. Should a
     // host's bars step back, it starts anew.
     auto sides = m_daySides.cbegin();
-    std::int64_t tradesTime = sides->barTime();
-    std::int64_t previousTime = std::numeric_limits<std::int64_t>::min();
+    std::int64_t tradesDay = sides->day;
+    std::int64_t previousDay = std::numeric_limits<std::int64_t>::min();
     std::size_t bar = 0;
     for (const std::int64_t time : m_barTimes) {
-        if (time < previousTime || time > tradesTime) {
-            sides = firstNotBefore(time, time < previousTime ? m_daySides.cbegin() : sides);
-            tradesTime = sides == m_daySides.cend() ? afterAllTime : sides->barTime();
+        const std::int64_t day = tradingDay(time);
+        if (day < previousDay || day > tradesDay) {
+            sides = firstNotBefore(day, day < previousDay ? m_daySides.cbegin() : sides);
+            tradesDay = sides == m_daySides.cend() ? afterAllDays : sides->day;
         }
-        if (time == tradesTime) {
+        if (day == tradesDay) {
             markBar(bar, *sides);
         }
-        previousTime = time;
+        previousDay = day;
         ++bar;
     }
     return true;
 }
 
 /// The first day, from `sides` on, that is not before a bar's. Mostly it is the same or the next one.
-BSPoint::DaysSides::const_iterator BSPoint::firstNotBefore(std::int64_t time,
+BSPoint::DaysSides::const_iterator BSPoint::firstNotBefore(std::int64_t day,
                                                            DaysSides::const_iterator sides) const
 {
-    const auto isBefore = [](const DaySides &day, std::int64_t wanted) { return day.barTime() < wanted; };
+    const auto isBefore = [](const DaySides &trades, std::int64_t wanted) { return trades.day < wanted; };
     const auto end = m_daySides.cend();
     for (int step = 0; step < 2; ++step, ++sides) {
-        if (sides == end || !isBefore(*sides, time)) {
+        if (sides == end || !isBefore(*sides, day)) {
             return sides;
         }
     }
-    return std::lower_bound(sides, end, time, isBefore);
+    return std::lower_bound(sides, end, day, isBefore);
 }
 
 TradeMarks BSPoint::marks()
@@ -408,7 +444,7 @@ void BSPoint::handleAnswer(const QJsonObject &answer)
     if (!(isHistory || isToday) || !TradeChannel::isAbout(answer, m_code)) {
         return;
     }
-    const QJsonArray rows = answer.value(QLatin1String(TradeKeyFields::DATA)).toArray();
+    const QJsonArray rows = TradeChannel::rows(answer);
     if (isHistory) {
         handleQueryHistoryTradeInfoRes(rows);
     } else {
@@ -422,6 +458,7 @@ bool BSPoint::handleQueryTodayTradeInfoRes(QJsonArray rows)
         return true; // ended
     }
     const bool logRows = TradeChannel::isDebugLogOn();
+    RowReader reader(todayColumns);
     std::int64_t workingDate = noDate;
     std::vector<trade_cj> trades;
     trades.reserve(static_cast<std::size_t>(rows.size()));
@@ -430,7 +467,7 @@ bool BSPoint::handleQueryTodayTradeInfoRes(QJsonArray rows)
         if (logRows) {
             logRow("handleQueryTradeInfoRes obo:", row, QJsonDocument::Indented);
         }
-        const DatedTrade read = readTrade(row, TradeKeyFields::RTSORDERDATE, TradeKeyFields::RTSENTRUSTTIME);
+        const DatedTrade &read = reader.read(row);
         workingDate = read.date;
         trades.push_back(read.trade);
     }
@@ -458,13 +495,14 @@ bool BSPoint::handleQueryHistoryTradeInfoRes(QJsonArray rows)
         return true;
     }
     const bool logRows = TradeChannel::isDebugLogOn();
+    RowReader reader(historyColumns);
     auto day = m_trades.end();
     for (const QJsonValue &value : qAsConst(rows)) {
         const QJsonObject row = value.toObject();
         if (logRows) {
             logRow("handleQueryHistoryTradeInfoRes obo:", row, QJsonDocument::Compact);
         }
-        const DatedTrade read = readTrade(row, TradeKeyFields::RTSDATE, TradeKeyFields::RTSMATCHTIME);
+        const DatedTrade &read = reader.read(row);
         if (day == m_trades.end() || day->first != read.date) {
             day = m_trades.try_emplace(read.date).first; // rows of a day mostly follow each other
         }

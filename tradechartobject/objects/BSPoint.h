@@ -3,7 +3,6 @@
 #include "endpoint/EndPoint.h"
 #include "tradechartobject/ChartInterface.h"
 #include "tradechartobject/TradeChartExport.h"
-#include "tradechartobject/common/BarTime.h"
 #include "tradechartobject/common/Trade.h"
 
 #include <QJsonArray>
@@ -79,8 +78,6 @@ private:
         std::int32_t day; ///< yyyymmdd
         bool hasBuys;
         bool hasSells;
-
-        std::int64_t barTime() const { return TradeChart::dayBarTime(static_cast<std::uint32_t>(day)); }
     };
     using DaysSides = std::vector<DaySides>;
 
@@ -89,7 +86,7 @@ private:
     bool askForShownDays();
     void handleAnswer(const QJsonObject &answer);
     void sumUpDays();
-    DaysSides::const_iterator firstNotBefore(std::int64_t time, DaysSides::const_iterator sides) const;
+    DaysSides::const_iterator firstNotBefore(std::int64_t day, DaysSides::const_iterator sides) const;
     TradeChart::TradeMarks marks();
     void markBar(std::size_t bar, const DaySides &sides);
     void tellHostWhichBar(int bar) const;

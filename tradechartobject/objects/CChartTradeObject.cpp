@@ -1,5 +1,6 @@
 #include "tradechartobject/objects/CChartTradeObject.h"
 
+#include "tradechartobject/CombinedOverlay.h"
 #include "tradechartobject/common/BarTime.h"
 #include "tradechartobject/common/CostLine.h"
 #include "tradechartobject/common/OverlayConfig.h"
@@ -14,6 +15,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <utility>
 
 using namespace TradeChart;
 
@@ -75,6 +78,11 @@ bool isListed(const trade_cj &trade, const ClickedMarker &marker)
 
 namespace {
 
+static_assert(sizeof(CChartTradeObject) <= Korvane::CombinedOverlay::memorySize,
+              "terminals that load the file lay aside this much memory");
+static_assert(sizeof(QObject) == Korvane::CombinedOverlay::interfaceOffset,
+              "terminals that load the file find the interface behind the QObject");
+
 constexpr int costLineType = 0;
 constexpr int tradeMarkersType = 1;
 
@@ -89,11 +97,6 @@ std::int64_t startOfToday()
 QByteArray toText(const QJsonObject &request)
 {
     return TradeChannel::toJson(request, QJsonDocument::Indented);
-}
-
-QJsonArray dataOf(const QJsonObject &answer)
-{
-    return answer.value(QLatin1String(TradeKeyFields::DATA)).toArray();
 }
 
 /// The date of a row is not used: without a time every trade stands on the first bar and is listed at
@@ -276,8 +279,10 @@ int CChartTradeObject::hitTest(double x, double y)
 int CChartTradeObject::hitTestBar(int bar, double y)
 {
     const auto index = static_cast<std::size_t>(bar);
-    const double highY = m_axis.priceToY(m_highs[index], -1, -1);
-    const double lowY = m_axis.priceToY(m_lows[index], -1, -1);
+    const double high = m_highs[index];
+    const double low = m_lows[index];
+    const double highY = m_axis.priceToY(high, -1, -1);
+    const double lowY = m_axis.priceToY(low, -1, -1);
     const bool hasMarker =
         markerOn(marksAbove(), bar) != TradeMarker::None || markerOn(marksBelow(), bar) != TradeMarker::None;
     return highY < y && y < lowY && hasMarker ? 0 : -1;
@@ -290,8 +295,12 @@ void CChartTradeObject::handleMousePress(double x, double y)
         return;
     }
     Korvane::AnalyData record{};
+    record.close = std::numeric_limits<double>::quiet_NaN(); // lists nothing, should the host not fill it
     m_axis.barAt(bar, record);
     const bool isAbove = m_axis.priceToY(record.close, -1, -1) > y; // y grows downwards
+    if (!hasBar(m_barTimes, bar)) {
+        return; // the host has changed the bars meanwhile
+    }
     const auto index = static_cast<std::size_t>(bar);
     const ClickedMarker marker{markerOn(isAbove ? marksAbove() : marksBelow(), bar), isAbove, record.close,
                                bar > 0 ? m_barTimes[index - 1] : 0, m_barTimes[index]};
@@ -302,8 +311,9 @@ void CChartTradeObject::handleMousePress(double x, double y)
         }
     }
     if (!lines.isEmpty()) {
-        // The terminals that construct this overlay were built for a list without an end mark. It is
-        // a list to read: the choice does not matter.
+        // The terminals that construct this overlay were built for a list without an end mark; others
+        // read its length from the property. It is a list to read: the choice does not matter.
+        setProperty(Korvane::CombinedOverlay::listLength, static_cast<int>(lines.size()));
         lines.showUnterminated(m_axis);
     }
 }
@@ -318,18 +328,26 @@ void CChartTradeObject::handleMouseMove(double, double) {}
 
 // Questions
 
+/// Asks about the shown security and blocks for the answer. None also when this object has ended or shows
+/// another security by then: a bus client may let the host in while it waits.
+std::optional<QJsonObject> CChartTradeObject::ask(const char *command)
+{
+    const QPointer<QObject> self(this);
+    const Korvane::tagCodeWithName asked = m_code;
+    auto answer = TradeChannel::ask(m_endPoint, toText(TradeChannel::securityRequest(command, asked)));
+    return self && isSameSecurity(asked, m_code) ? std::move(answer) : std::nullopt;
+}
+
 bool CChartTradeObject::requestHolderPrice()
 {
     if (!isSet(m_code)) {
         return false;
     }
-    const QPointer<QObject> self(this);
-    const auto answer = TradeChannel::ask(
-        m_endPoint, toText(TradeChannel::securityRequest(CmdType::HOLDERCOSTPRICE, m_code)));
-    if (!self || !answer) { // the wait may have ended this object
+    const auto answer = ask(CmdType::HOLDERCOSTPRICE);
+    if (!answer) {
         return false;
     }
-    m_holderPrice = answer->value(QLatin1String(TradeKeyFields::COSTPRICE)).toString().toDouble();
+    m_holderPrice = TradeChannel::text(*answer, TradeKeyFields::COSTPRICE).toDouble();
     return true;
 }
 
@@ -349,14 +367,12 @@ bool CChartTradeObject::requestHistoryTradeInfo(long long start, long long end)
 
 bool CChartTradeObject::requestTodayTradeInfo()
 {
-    const QPointer<QObject> self(this);
-    const auto answer =
-        TradeChannel::ask(m_endPoint, toText(TradeChannel::securityRequest(CmdType::TODAYTRADE, m_code)));
-    if (!self || !answer) { // the wait may have ended this object
+    const auto answer = ask(CmdType::TODAYTRADE);
+    if (!answer) {
         return false;
     }
     removeIf(m_trades, [today = startOfToday()](const trade_cj &trade) { return trade.matchTime >= today; });
-    parseTradeInfo(dataOf(*answer), true);
+    parseTradeInfo(TradeChannel::rows(*answer), true);
     return true;
 }
 
@@ -378,7 +394,7 @@ void CChartTradeObject::handleTradeNotify(QByteArray topic, QByteArray payload)
         // Whoever sent it: another overlay's question of this name counts as an answer without trades.
         removeIf(m_trades,
                  [today = startOfToday()](const trade_cj &trade) { return trade.matchTime < today; });
-        parseTradeInfo(dataOf(*message), false);
+        parseTradeInfo(TradeChannel::rows(*message), false);
     }
 }
 

@@ -6,9 +6,11 @@
 #include "tradechartobject/common/Trade.h"
 
 #include <QJsonArray>
+#include <QJsonObject>
 #include <QObject>
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace TradeChart {
@@ -23,6 +25,9 @@ struct TradeMarks;
 /// module needs. Its questions name no screen, so it listens on the channel that everybody hears,
 /// questions of other overlays included: one of them for the history of the same security reads as an
 /// answer without trades.
+///
+/// Its list has no null pointer at the end; while it is shown, the property "popupLineCount" (an int) of this
+/// object is its length.
 class TRADECHARTOBJECT_EXPORT CChartTradeObject : public QObject, public Korvane::IChartObject
 {
 public:
@@ -47,15 +52,16 @@ public:
     void handleMouseReleaseR(double x, double y) override;
     void handleMouseMove(double x, double y) override;
 
-    /// Asks for the cost and blocks for the answer; false, and the cost as it was, without a security
-    /// or without an answer.
+    /// Asks for the cost and blocks for the answer; false, and the cost as it was, without a security,
+    /// without an answer, or when the host has switched to another security meanwhile.
     bool requestHolderPrice();
 
     /// Asks for the trades of the days from `start` to `end` (yyyymmdd) and holds that range as asked
     /// for; false, and the range as it was, when the bus refused the question.
     bool requestHistoryTradeInfo(long long start, long long end);
 
-    /// Asks for today's trades and blocks for the answer; false, and the trades as they were, without one.
+    /// Asks for today's trades and blocks for the answer; false, and the trades as they were, without one
+    /// or when the host has switched to another security meanwhile.
     bool requestTodayTradeInfo();
 
     /// Adds the rows of an answer, today's behind and past ones in front of the trades held; always true.
@@ -72,6 +78,7 @@ private:
     int hitTestBar(int bar, double y);
     TradeChart::TradeMarks marksAbove();
     TradeChart::TradeMarks marksBelow();
+    std::optional<QJsonObject> ask(const char *command);
 
     Korvane::IChartAxis &m_axis;
     LocalCommunication::EndPoint m_endPoint;

@@ -6,6 +6,7 @@
 #include "tradechartobject/common/OrderText.h"
 #include "tradechartobject/common/PopupLines.h"
 #include "tradechartobject/common/PriceScale.h"
+#include "tradechartobject/common/RowReader.h"
 #include "tradechartobject/common/Security.h"
 #include "tradechartobject/common/TradeChannel.h"
 #include "tradechartobject/common/TradeVocabulary.h"
@@ -15,6 +16,7 @@
 #include <QDebug>
 #include <QJsonDocument>
 #include <QPointer>
+#include <QSet>
 #include <QThread>
 #include <QTime>
 #include <QUuid>
@@ -79,11 +81,6 @@ bool isOnMarker(Korvane::IChartAxis &axis, double price, const PriceRange &visib
     return top <= y && y <= bottom;
 }
 
-QString text(const QJsonObject &row, const char *key)
-{
-    return row.value(QLatin1String(key)).toString();
-}
-
 /// A span of the day, in hhmmsscc, whose orders are shown at one minute.
 struct ShownAt
 {
@@ -115,22 +112,59 @@ std::int64_t shownMinute(int orderTime, bool isOfEarlierDay)
     return time / 100 * 100;
 }
 
-EntrustInfo readOrder(const QJsonObject &row, bool isBuy, const QString &status)
+/// What a row says.
+struct OrderRow
 {
-    EntrustInfo order;
-    order.isBuy = isBuy;
-    order.orderStatus = status;
-    order.fundId = text(row, TradeKeyFields::RTSFUNDID);
-    order.orderNo = toInt(text(row, TradeKeyFields::RTSORDERNO));
-    order.orderDate = toInt(text(row, TradeKeyFields::RTSENTRUSTDATE));
-    order.orderTime = toInt(text(row, TradeKeyFields::RTSENTRUSTTIME)) / 100;
-    order.orderPrice = toDouble(text(row, TradeKeyFields::RTSENTRUSTPRICE));
-    order.orderQty = toInt(text(row, TradeKeyFields::RTSENTRUSTQTY));
-    order.matchQty = toInt(text(row, TradeKeyFields::RTSMATCHQTY));
-    order.matchPrice = toDouble(text(row, TradeKeyFields::RTSMATCHAMT)) / static_cast<double>(order.matchQty);
-    order.cancelQty = toInt(text(row, TradeKeyFields::RTSCANCELQTY));
-    return order;
+    QString market; ///< its code
+    bool hasSide;
+    int time; ///< hhmmsscc
+    double matchAmount;
+    EntrustInfo order;        ///< all but the match price
+    QSet<QString> knownTexts; ///< a few statuses and funds, each kept once for all orders
+};
+
+void takeSide(OrderRow &row, const QString &directionCode)
+{
+    const QString side = toBsFlag(directionCode);
+    row.hasSide = !side.isEmpty();
+    row.order.isBuy = side == QLatin1String(BSFlag::BUY);
 }
+
+void takeTime(OrderRow &row, const QString &text)
+{
+    row.time = toInt(text);
+    row.order.orderTime = row.time / 100;
+}
+
+template <QString EntrustInfo::*member>
+void takeText(OrderRow &row, const QString &text)
+{
+    row.order.*member = *row.knownTexts.insert(text);
+}
+
+template <std::int64_t EntrustInfo::*member>
+void takeInt(OrderRow &row, const QString &text)
+{
+    row.order.*member = toInt(text);
+}
+
+const RowColumn<OrderRow> orderColumns[] = {
+    {TradeKeyFields::MARKET,
+     [](OrderRow &row, const QString &text) { row.market = TradeChannel::answerMarketCode(text); }},
+    {TradeKeyFields::RTSBSFLAG, takeSide},
+    {TradeKeyFields::RTSORDERSTATUS, takeText<&EntrustInfo::orderStatus>},
+    {TradeKeyFields::RTSFUNDID, takeText<&EntrustInfo::fundId>},
+    {TradeKeyFields::RTSORDERNO, takeInt<&EntrustInfo::orderNo>},
+    {TradeKeyFields::RTSENTRUSTDATE, takeInt<&EntrustInfo::orderDate>}, // yyyymmdd
+    {TradeKeyFields::RTSENTRUSTTIME, takeTime},                         // hhmmsscc
+    {TradeKeyFields::RTSENTRUSTPRICE,
+     [](OrderRow &row, const QString &text) { row.order.orderPrice = toDouble(text); }},
+    {TradeKeyFields::RTSENTRUSTQTY, takeInt<&EntrustInfo::orderQty>},
+    {TradeKeyFields::RTSMATCHQTY, takeInt<&EntrustInfo::matchQty>},
+    {TradeKeyFields::RTSMATCHAMT,
+     [](OrderRow &row, const QString &text) { row.matchAmount = toDouble(text); }},
+    {TradeKeyFields::RTSCANCELQTY, takeInt<&EntrustInfo::cancelQty>},
+};
 
 void logUnreadable(const QJsonObject &row)
 {
@@ -147,6 +181,8 @@ void waitOneSecond()
     const QTime end = QTime::currentTime().addMSecs(settlingMilliseconds);
     const QDeadlineTimer latestEnd(settlingMilliseconds);
     while (QTime::currentTime() < end && !latestEnd.hasExpired()) {
+        // A turn passes over the events that were due together with the one that is being handled.
+        QCoreApplication::sendPostedEvents();
         QCoreApplication::processEvents(QEventLoop::AllEvents, eventTurnMilliseconds);
         QThread::msleep(idleMilliseconds); // the turn ends as soon as nothing is left to do
     }
@@ -192,6 +228,11 @@ bool EntrustPoint::deleteObject()
     return true;
 }
 
+bool EntrustPoint::isEnded() const
+{
+    return m_refreshTimer == nullptr;
+}
+
 // The bars
 
 bool EntrustPoint::isPaintItPeriod(Korvane::Period period)
@@ -205,8 +246,8 @@ bool EntrustPoint::calcIt(const Korvane::tagCodeWithName &code, const Korvane::A
     if (period != Korvane::IntradayPeriod) {
         return false;
     }
-    if (m_refreshTimer == nullptr) {
-        return true; // the host has already ended this object
+    if (isEnded()) {
+        return true;
     }
     m_period = Korvane::IntradayPeriod;
     m_lastArg = a;
@@ -224,10 +265,11 @@ bool EntrustPoint::calcIt(const Korvane::tagCodeWithName &code, const Korvane::A
     TradeChannel::startIfIdle(m_refreshTimer, m_refreshSeconds);
     m_firstDate = tradingDay(m_barTimes.front());
     m_lastDate = tradingDay(m_barTimes.back());
+    calcEntrustPointPriceInfo();
     if (isNewSecurity) {
-        askForOrders();
+        askForOrders(); // the bus may let the host end this object in here: nothing may follow
     }
-    return calcEntrustPointPriceInfo();
+    return true;
 }
 
 void EntrustPoint::changeSecurity(const Korvane::tagCodeWithName &code)
@@ -335,6 +377,9 @@ int EntrustPoint::hitTest(double x, double y)
 
 void EntrustPoint::handleMousePress(double x, double y)
 {
+    if (isEnded()) {
+        return;
+    }
     // Copies: while the list is open, an answer may replace the orders, the host show another security.
     const Korvane::tagCodeWithName security = m_code;
     const std::vector<EntrustInfo> orders = ordersAt(x, y);
@@ -406,12 +451,17 @@ void EntrustPoint::handleMouseMove(double, double) {}
 
 void EntrustPoint::sendQueryTodayEntrustInfoReq()
 {
-    TradeChannel::send(m_endPoint, TradeChannel::screenRequest(CmdType::ENTRUSTTODAYTRADE, m_code, m_axis),
-                       __func__);
+    if (!isEnded()) {
+        TradeChannel::send(m_endPoint,
+                           TradeChannel::screenRequest(CmdType::ENTRUSTTODAYTRADE, m_code, m_axis), __func__);
+    }
 }
 
 bool EntrustPoint::sendQueryHistoryEntrustInfoReq(long long date)
 {
+    if (isEnded()) {
+        return false;
+    }
     QJsonObject request = TradeChannel::screenRequest(CmdType::ENTRUSTHISTORYTRADE, m_code, m_axis);
     request.insert(QLatin1String(TradeKeyFields::DATE), static_cast<qint64>(date));
     return TradeChannel::send(m_endPoint, request, __func__);
@@ -419,7 +469,9 @@ bool EntrustPoint::sendQueryHistoryEntrustInfoReq(long long date)
 
 void EntrustPoint::sendCancelOrderReq(EntrustInfo &order)
 {
-    cancel(order, m_code);
+    if (!isEnded()) {
+        cancel(order, m_code);
+    }
 }
 
 void EntrustPoint::cancel(const EntrustInfo &order, const Korvane::tagCodeWithName &security)
@@ -435,8 +487,8 @@ void EntrustPoint::cancel(const EntrustInfo &order, const Korvane::tagCodeWithNa
 
 void EntrustPoint::handleTradeNotify(QByteArray topic, QByteArray message)
 {
-    if (m_refreshTimer == nullptr) {
-        return; // the host has already ended this object
+    if (isEnded()) {
+        return;
     }
     if (topic == Topic::TRADEQUERY) {
         if (const auto answer = TradeChannel::parseMessage(message)) {
@@ -455,6 +507,9 @@ void EntrustPoint::handleTradeNotify(QByteArray topic, QByteArray message)
 /// waits of their own, one inside the other; when too many are open, those that follow share one more.
 void EntrustPoint::askAgainLater()
 {
+    if (isEnded()) {
+        return;
+    }
     if (m_openWaits == mostOpenWaits) {
         m_notifiedMeanwhile = true;
         return;
@@ -466,13 +521,10 @@ void EntrustPoint::askAgainLater()
         return; // the host has destroyed this object meanwhile
     }
     --m_openWaits;
-    if (m_refreshTimer == nullptr) {
-        return;
-    }
-    sendQueryTodayEntrustInfoReq();
     if (m_openWaits == 0 && std::exchange(m_notifiedMeanwhile, false)) {
         QTimer::singleShot(0, this, &EntrustPoint::askAgainLater); // with an empty stack
     }
+    sendQueryTodayEntrustInfoReq(); // nothing may follow, as in calcIt()
 }
 
 void EntrustPoint::handleAnswer(const QJsonObject &answer)
@@ -486,7 +538,7 @@ void EntrustPoint::handleAnswer(const QJsonObject &answer)
     if (!(isToday || isHistory) || !TradeChannel::isAbout(answer, m_code)) {
         return;
     }
-    const QJsonArray rows = answer.value(QLatin1String(TradeKeyFields::DATA)).toArray();
+    const QJsonArray rows = TradeChannel::rows(answer);
     if (isToday) {
         handleQueryTodayEntrustInfoRes(rows);
     } else {
@@ -496,23 +548,26 @@ void EntrustPoint::handleAnswer(const QJsonObject &answer)
 
 void EntrustPoint::handleCancelAnswer(const QJsonObject &answer)
 {
-    if (text(answer, TradeKeyFields::OBJECTID) != m_objectId) {
+    if (TradeChannel::text(answer, TradeKeyFields::OBJECTID) != m_objectId) {
         return;
     }
     QByteArray message;
     if (answer.value(QLatin1String(TradeKeyFields::SUCCESS)).toBool()) {
-        const QJsonArray parts = answer.value(QLatin1String(TradeKeyFields::DATA)).toArray();
+        const QJsonArray parts = TradeChannel::rows(answer);
         for (const QJsonValue &part : parts) {
-            message += text(part.toObject(), TradeKeyFields::MSGOK).toUtf8();
+            message += TradeChannel::text(part.toObject(), TradeKeyFields::MSGOK).toUtf8();
         }
     } else {
-        message = text(answer, TradeKeyFields::MSG).toUtf8();
+        message = TradeChannel::text(answer, TradeKeyFields::MSG).toUtf8();
     }
     m_axis.showMessage(message.constData()); // the host may end this object in here: nothing may follow
 }
 
 bool EntrustPoint::handleQueryTodayEntrustInfoRes(QJsonArray data)
 {
+    if (isEnded()) {
+        return true;
+    }
     const QPointer<QObject> self(this);
     if (!data.isEmpty()) {
         storeOrders(data);
@@ -537,19 +592,23 @@ void EntrustPoint::storeOrders(const QJsonArray &rows)
     m_ordersByTime.clear();
     const std::int64_t today = currentDate();
     const QString market = marketCode(m_code);
+    RowReader reader(orderColumns);
+    auto minute = m_ordersByTime.end();
     for (const QJsonValue &value : rows) {
         const QJsonObject row = value.toObject();
-        if (TradeChannel::answerMarketCode(row) != market) {
+        const OrderRow &read = reader.read(row);
+        if (read.market != market) {
             continue;
         }
-        const QString status = text(row, TradeKeyFields::RTSORDERSTATUS);
-        const QString side = toBsFlag(text(row, TradeKeyFields::RTSBSFLAG));
-        if (status.isEmpty() || side.isEmpty()) {
+        if (read.order.orderStatus.isEmpty() || !read.hasSide) {
             logUnreadable(row);
             continue;
         }
-        const EntrustInfo order = readOrder(row, side == QLatin1String(BSFlag::BUY), status);
-        const int time = toInt(text(row, TradeKeyFields::RTSENTRUSTTIME));
-        m_ordersByTime[dateTime(today, shownMinute(time, today > order.orderDate))].push_back(order);
+        const std::int64_t time = dateTime(today, shownMinute(read.time, today > read.order.orderDate));
+        if (minute == m_ordersByTime.end() || minute->first != time) {
+            minute = m_ordersByTime.try_emplace(time).first; // orders of a minute mostly follow each other
+        }
+        EntrustInfo &order = minute->second.emplace_back(read.order);
+        order.matchPrice = read.matchAmount / static_cast<double>(order.matchQty);
     }
 }

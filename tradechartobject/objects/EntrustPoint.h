@@ -73,6 +73,7 @@ public:
     bool calcEntrustPointPriceInfo();
 
 private:
+    bool isEnded() const; ///< deleteObject() was called: what still comes does nothing
     void changeSecurity(const Korvane::tagCodeWithName &code);
     void askForOrders();
     void handleAnswer(const QJsonObject &answer);

@@ -7,6 +7,8 @@
 #include "tradechartobject/common/TradeChannel.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
+#include <QPointer>
+
 #include <cmath>
 
 using namespace TradeChart;
@@ -61,7 +63,11 @@ bool PositionCost::calcIt(const Korvane::tagCodeWithName &code, const Korvane::A
     if (!isSameSecurity(code, m_code)) {
         m_code = code;
         m_costPrice = unknownCost;
+        const QPointer<QObject> self(this);
         sendQueryPositionCostReq();
+        if (!self) { // the host may have ended this object while the question went out
+            return true;
+        }
     }
     decodeBarTimes(bars, count, m_period, m_barTimes);
     TradeChannel::startIfIdle(m_refreshTimer, m_refreshSeconds);
@@ -140,7 +146,8 @@ void PositionCost::handleTradeNotify(QByteArray topic, QByteArray payload)
 
 bool PositionCost::isAnswerForUs(const QJsonObject &holding) const
 {
-    const QString market = TradeChannel::answerMarketCode(holding);
+    const QString market =
+        TradeChannel::answerMarketCode(TradeChannel::text(holding, TradeKeyFields::MARKET));
     return !market.isEmpty() && market == marketCode(m_code) && TradeChannel::isAbout(holding, m_code);
 }
 
