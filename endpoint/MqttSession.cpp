@@ -410,9 +410,18 @@ void MqttSession::announce()
         m_readyIsDue = false;
         Q_EMIT ready();
     }
-    if (alive && !m_inbox.empty()) {
-        Q_EMIT messagesArrived();
+    if (!alive || m_inbox.empty()) {
+        return;
     }
+    if (m_inbox.size() > 1) { // should a receiver run an event loop, the messages behind its own go on there
+        announceSoon();
+    }
+    Q_EMIT messagesArrived();
+}
+
+void MqttSession::announceSoon()
+{
+    QMetaObject::invokeMethod(this, &MqttSession::announce, Qt::QueuedConnection);
 }
 
 /// Made when it is needed first, which on a Unix socket is hardly ever.
@@ -510,7 +519,7 @@ QByteArray MqttSession::request(const QByteArray &path, const QByteArray &payloa
     m_awaited.clear();
     updateWriteNotifier();
     if (!m_inbox.empty() || m_readyIsDue) {
-        QMetaObject::invokeMethod(this, &MqttSession::announce, Qt::QueuedConnection);
+        announceSoon();
     }
     return std::exchange(m_answer, std::nullopt).value_or(QByteArray());
 }

@@ -95,6 +95,7 @@ private:
     bool write();
     void collect();
     void announce();
+    void announceSoon();
     void updateWriteNotifier();
 
     bool send(const QByteArray &path, const QByteArray &payload, const QByteArray &responsePath,

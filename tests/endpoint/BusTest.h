@@ -1,14 +1,12 @@
 #pragma once
 
 #include "endpoint/EndPoint.h"
+#include "tests/support/BusThread.h"
 #include "tests/support/TestBroker.h"
 
 #include <gmock/gmock.h>
 
 #include <QByteArray>
-#include <QEventLoop>
-#include <QSemaphore>
-#include <QThread>
 #include <QVector>
 
 #include <memory>
@@ -68,46 +66,30 @@ public:
     int readyCount = 0;
 };
 
-/// Another program on the bus: answers every question on Global/`topic` with "answer to <payload>", from
-/// a thread of its own, because whoever asks stands still meanwhile. Before an answer it publishes
-/// `before` messages on c/t, and after it `after` more, numbered from 0.
+/// Another program on the bus: answers every question on Global/`topic` with "answer to <payload>". Before
+/// an answer it publishes `before` messages on c/t, and after it `after` more, numbered from 0.
 class BackgroundResponder
 {
 public:
     BackgroundResponder(const QString &address, const QByteArray &topic, int before = 0, int after = 0)
+        : m_thread(address, topic,
+                   [this, topic, before, after](LocalCommunication::EndPoint &own, const QByteArray &payload,
+                                                const QByteArray &replyChannel) {
+                       publish(own, before);
+                       own.sendMessage(replyChannel, topic, "answer to " + payload);
+                       publish(own, after);
+                   })
     {
-        m_thread.reset(QThread::create([this, address, topic, before, after] {
-            QEventLoop loop;
-            RecordingEndPoint endPoint;
-            int number = 0;
-            const auto publish = [&](int count) {
-                for (int i = 0; i < count; ++i) {
-                    endPoint.sendMessage("c", "t", QByteArray::number(number++));
-                }
-            };
-            QObject::connect(
-                &endPoint, &LocalCommunication::EndPoint::messageReceived, &endPoint,
-                [&](const QByteArray &asked, const QByteArray &payload, const QByteArray &replyChannel) {
-                    publish(before);
-                    endPoint.sendMessage(replyChannel, asked, "answer to " + payload);
-                    publish(after);
-                });
-            endPoint.subscribe("Global", topic);
-            EXPECT_TRUE(endPoint.join(address));
-            m_ready.release();
-            loop.exec();
-        }));
-        m_thread->start();
-        m_ready.acquire();
     }
-    ~BackgroundResponder()
-    {
-        m_thread->quit();
-        m_thread->wait();
-    }
-    Q_DISABLE_COPY_MOVE(BackgroundResponder)
 
 private:
-    std::unique_ptr<QThread> m_thread;
-    QSemaphore m_ready;
+    void publish(LocalCommunication::EndPoint &own, int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            own.sendMessage("c", "t", QByteArray::number(m_number++));
+        }
+    }
+
+    int m_number = 0;
+    BusThread m_thread;
 };

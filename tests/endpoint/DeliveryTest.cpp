@@ -289,6 +289,23 @@ TEST_F(Delivery, KeepsTheOrderWhenAReceiverRunsAnEventLoop)
     EXPECT_EQ(receiver.payloads(), sent);
 }
 
+/// The messages lie in the receiver's socket, all of them, before its event loop runs: it reads them at once.
+TEST_F(Delivery, GoesOnInsideTheEventLoopThatAReceiverRuns)
+{
+    constexpr int Count = 5;
+    ASSERT_TRUE(receiver.listen("c", "t"));
+    QObject::connect(&receiver, &EndPoint::messageReceived, &receiver, [&] {
+        if (receiver.messages.size() == 1) { // an overlay that waits after a notification
+            EXPECT_TRUE(receiver.waitForMessages(Count));
+        }
+    });
+
+    const BackgroundResponder responder(broker.address(), "question", Count);
+    ASSERT_EQ(sender.request("question", "?"), "answer to ?");
+
+    ASSERT_TRUE(receiver.waitForMessages(Count));
+}
+
 TEST_F(Delivery, SendsWhatWasHandedOverBeforeTheSenderGoes)
 {
     constexpr int Count = 200;
