@@ -27,4 +27,11 @@ public:
     using Error::Error;
 };
 
+/// The same for a while only: the database can not be reached, or is busy. What was asked may be tried again.
+class LedgerUnavailable : public LedgerError
+{
+public:
+    using LedgerError::LedgerError;
+};
+
 } // namespace TradeModule

@@ -1,4 +1,5 @@
 #include "trademodule/exchange/PaperExchange.h"
+#include "tests/endpoint/LogRecorder.h"
 #include "tests/support/ByName.h"
 #include "tests/trademodule/LedgerFixture.h"
 #include "tradechartobject/common/TradeVocabulary.h"
@@ -25,6 +26,7 @@ Quote bar(int hhmm, double open, double high, double low, qint64 volume = 100000
 {
     Quote quote;
     quote.security = bank();
+    quote.date = today();
     quote.time = hhmm * 10000;
     quote.open = yuan(open);
     quote.high = yuan(high);
@@ -71,6 +73,16 @@ protected:
     {
         try {
             exchange().place(bank(), side, yuan(price), quantity);
+        } catch (const Error &error) {
+            return error.what();
+        }
+        return "no refusal";
+    }
+
+    std::string refusalOfCancelling(int date, qint64 number)
+    {
+        try {
+            exchange().cancel(date, number);
         } catch (const Error &error) {
             return error.what();
         }
@@ -128,14 +140,49 @@ TEST_F(PaperExchangeOfADay, DealsASellWhenTheBarReachesItsPrice)
     EXPECT_EQ(ledger().holding(bank()).quantity(), 0);
 }
 
-TEST_F(PaperExchangeOfADay, DealsAtTheOpenWhenThatIsBetter)
+/// An order for 100 shares, the bar that follows, and what the order is dealt at; 0: it is not dealt.
+struct Touch
 {
-    const Order order = buy(10.20, 100);
+    std::string name;
+    Side side;
+    double limit;
+    double open;
+    double high;
+    double low;
+    double dealtAt;
+};
 
-    exchange().take(bar(1001, 10.05, 10.30, 10));
+class Touches : public PaperExchangeOfADay, public ::testing::WithParamInterface<Touch>
+{
+};
 
-    EXPECT_EQ(now(order).matchedAmount, yuan(1005));
+TEST_P(Touches, DecideWhetherAndAtWhatPriceAnOrderIsDealt)
+{
+    const Touch &touch = GetParam();
+    hold(100);
+    const Order order = touch.side == Side::Buy ? buy(touch.limit, 100) : sell(touch.limit, 100);
+
+    exchange().take(bar(1001, touch.open, touch.high, touch.low));
+
+    EXPECT_EQ(now(order).matchedAmount, yuan(touch.dealtAt * 100));
+    EXPECT_EQ(statusOf(order), code(touch.dealtAt > 0 ? Dealed : Quoted));
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, Touches,
+    ::testing::Values(Touch{"ABuyByTheLow", Side::Buy, 9.90, 10, 10.10, 9.90, 9.90},
+                      Touch{"ABuyMissedByATick", Side::Buy, 9.89, 10, 10.10, 9.90, 0},
+                      Touch{"ABuyTradedThrough", Side::Buy, 9.95, 10, 10.10, 9.90, 9.95},
+                      Touch{"ABuyByTheOpen", Side::Buy, 10, 10, 10.10, 9.90, 10},
+                      Touch{"ABuyAboveTheOpen", Side::Buy, 10.20, 10.05, 10.30, 10, 10.05},
+                      Touch{"ABuyAboveTheWholeBar", Side::Buy, 10.50, 10, 10.10, 9.90, 10},
+                      Touch{"ASellByTheHigh", Side::Sell, 10.10, 10, 10.10, 9.90, 10.10},
+                      Touch{"ASellMissedByATick", Side::Sell, 10.11, 10, 10.10, 9.90, 0},
+                      Touch{"ASellTradedThrough", Side::Sell, 10.05, 10, 10.10, 9.90, 10.05},
+                      Touch{"ASellByTheOpen", Side::Sell, 10, 10, 10.10, 9.90, 10},
+                      Touch{"ASellBelowTheOpen", Side::Sell, 9.80, 9.95, 10.10, 9.70, 9.95},
+                      Touch{"ASellBelowTheWholeBar", Side::Sell, 9.50, 10, 10.10, 9.90, 10}),
+    ByName());
 
 TEST_F(PaperExchangeOfADay, DealsAtMostAQuarterOfTheVolumeInWholeLots)
 {
@@ -209,14 +256,92 @@ TEST_F(PaperExchangeOfADay, CancelsAtOnceWhatTheExchangeDoesNotKnowYet)
     EXPECT_EQ(exchange().cancel(order.date, order.number).status, code(Canceled));
 }
 
-TEST_F(PaperExchangeOfADay, DoesNotCancelWhatIsOver)
+/// A status, and what a cancellation makes of it; null: it is refused.
+struct Cancellation
+{
+    std::string name;
+    const char *status;
+    const char *becomes;
+};
+
+class Cancellations : public PaperExchangeOfADay, public ::testing::WithParamInterface<Cancellation>
+{
+protected:
+    /// An order of that status; its quantities do not matter here.
+    Order orderOf(const char *status)
+    {
+        const Order order = buy(10, 100);
+        Database(location()).run(QStringLiteral("UPDATE trade_order SET status = '%1'").arg(code(status)));
+        m_statuses.clear();
+        return now(order);
+    }
+};
+
+TEST_P(Cancellations, AreTakenOrRefusedByTheStatusOfTheOrder)
+{
+    const auto &[name, status, becomes] = GetParam();
+    const Order order = orderOf(status);
+
+    const std::string refusal = refusalOfCancelling(order.date, order.number);
+
+    if (becomes != nullptr) {
+        EXPECT_EQ(statusOf(order), code(becomes));
+        EXPECT_THAT(m_statuses, ElementsAre(becomes));
+        return;
+    }
+    EXPECT_EQ(refusal, "order 1 can not be cancelled: " + std::string(getOrderStatusTxt(code(status))));
+    EXPECT_EQ(statusOf(order), code(status));
+    EXPECT_EQ(now(order).cancelledQuantity, 0);
+    EXPECT_THAT(m_statuses, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, Cancellations,
+    ::testing::Values(Cancellation{"AnOrderLeft", None, Canceled},
+                      Cancellation{"AnOrderThatWaitsForTheOpening", WaittingQuote, Canceled},
+                      Cancellation{"AnOrderNotReportedYet", Quoting, Canceled},
+                      Cancellation{"AnOrderThatWaits", Quoted, QuotedWaittingCancel},
+                      Cancellation{"AnOrderDealtInPart", PartDeal, PartDealWaittingCancel},
+                      Cancellation{"TheSameOrderTwice", QuotedWaittingCancel, nullptr},
+                      Cancellation{"TheSameRestTwice", PartDealWaittingCancel, nullptr},
+                      Cancellation{"ARestCancelledBefore", PartCanceled, nullptr},
+                      Cancellation{"AnOrderCancelledBefore", Canceled, nullptr},
+                      Cancellation{"AnOrderDealt", Dealed, nullptr},
+                      Cancellation{"AnAbolishedOrder", AbolishedOrder, nullptr}),
+    ByName());
+
+TEST_F(PaperExchangeOfADay, DoesNotCancelWhatIsNotThere)
 {
     const Order order = buy(10, 100);
+
+    EXPECT_EQ(refusalOfCancelling(order.date, 4711),
+              "there is no order 4711 of " + std::to_string(order.date));
+    EXPECT_EQ(refusalOfCancelling(20240102, order.number), "there is no order 1 of 20240102");
+    EXPECT_EQ(statusOf(order), code(Quoting));
+    EXPECT_THAT(m_statuses, ElementsAre(Quoting));
+}
+
+TEST_F(PaperExchangeOfADay, TakesAnOrderThatAnotherProcessLeft)
+{
+    const Order order = PaperExchange(&ledger()).leave(bank(), Side::Buy, yuan(10), 100);
+    EXPECT_EQ(order.status, code(None));
+
+    exchange().settle();
+    EXPECT_EQ(statusOf(order), code(Quoting));
     exchange().take(bar(1001, 10, 10, 10));
 
-    EXPECT_THROW(exchange().cancel(order.date, order.number), Error);
-    EXPECT_THROW(exchange().cancel(order.date, 4711), Error);
     EXPECT_EQ(statusOf(order), code(Dealed));
+    EXPECT_THAT(m_statuses, ElementsAre(Quoting, Quoted, Dealed));
+}
+
+TEST_F(PaperExchangeOfADay, LetsAnOrderThatWasLeftInClosedHoursWait)
+{
+    exchange().take(bar(1145, 10, 10, 10));
+    const Order order = PaperExchange(&ledger()).leave(bank(), Side::Buy, yuan(10), 100);
+
+    exchange().settle();
+
+    EXPECT_EQ(statusOf(order), code(WaittingQuote));
 }
 
 TEST_F(PaperExchangeOfADay, DealsNothingThatIsBeingCancelled)
@@ -252,6 +377,91 @@ TEST_F(PaperExchangeOfADay, AbolishesAnOrderBeyondTheDaysLimits)
 
     EXPECT_EQ(statusOf(high), code(AbolishedOrder));
     EXPECT_EQ(statusOf(atLimit), code(Quoted));
+}
+
+TEST_F(PaperExchangeOfADay, GoesByTheCloseBeforeWhenAQuoteTellsIt)
+{
+    Quote telling = bar(1001, 10, 10, 10);
+    telling.previousClose = yuan(9.50);
+    exchange().take(telling);
+    exchange().take(bar(1002, 10, 10, 10)); // tells nothing, so nothing changes
+
+    const Order high = buy(10.46, 100); // the highest is 10.45
+    exchange().settle();
+
+    EXPECT_EQ(statusOf(high), code(AbolishedOrder));
+}
+
+TEST_F(PaperExchangeOfADay, GoesByTheSameCloseAfterARestart)
+{
+    PaperExchange afterwards(&ledger());
+    afterwards.take(bar(1301, 10.80, 10.80, 10.80)); // no open of the day
+
+    const Order high = afterwards.place(bank(), Side::Buy, yuan(11.01), 100);
+    afterwards.settle();
+
+    EXPECT_EQ(statusOf(high), code(AbolishedOrder));
+}
+
+TEST_F(PaperExchangeOfADay, GoesByTheFirstOpenOfTheDayThatIsPlayedNow)
+{
+    exchange().take(bar(931, 20, 20, 20));
+
+    const Order order = buy(19, 100);
+    exchange().settle();
+
+    EXPECT_EQ(statusOf(order), code(Quoted));
+}
+
+TEST_F(PaperExchangeOfADay, NoticesAfterARestartThatAnotherDayIsPlayed)
+{
+    exchange().settle();
+    PaperExchange afterwards(&ledger());
+    afterwards.take(bar(931, 20, 20, 20));
+
+    const Order order = afterwards.place(bank(), Side::Buy, yuan(19), 100);
+    afterwards.settle();
+
+    EXPECT_EQ(statusOf(order), code(Quoted));
+}
+
+TEST_F(PaperExchangeOfADay, KnowsItsClockAfterARestart)
+{
+    exchange().take(bar(1017, 10, 10, 10));
+    exchange().settle();
+
+    const Order order = PaperExchange(&ledger()).place(bank(), Side::Buy, yuan(10), 100);
+
+    EXPECT_EQ(order.time, 10170000);
+    EXPECT_EQ(order.status, code(Quoting));
+}
+
+TEST_F(PaperExchangeOfADay, ForgetsTheMarketOfAnotherDay)
+{
+    exchange().settle();
+    for (const char *table : {"exchange_clock", "price_reference"}) {
+        Database(location()).run(QStringLiteral("UPDATE %1 SET quote_date = 20240102").arg(code(table)));
+    }
+
+    MarketDay market(&ledger());
+
+    EXPECT_EQ(market.clock(), std::nullopt);
+    EXPECT_EQ(market.reference(bank()), std::nullopt);
+}
+
+TEST_F(PaperExchangeOfADay, LeavesQuotesOfOtherDaysAloneAndSaysSoOnce)
+{
+    const Order order = buy(10, 100);
+    Quote recorded = bar(1001, 10, 10, 10);
+    recorded.date = 20240102;
+    const LogRecorder log;
+
+    exchange().take(recorded);
+    exchange().take(recorded);
+
+    EXPECT_EQ(statusOf(order), code(Quoting));
+    ASSERT_EQ(log.lines().size(), 1);
+    EXPECT_TRUE(log.has(QStringLiteral("quotes of 20240102 are left alone")));
 }
 
 TEST_F(PaperExchangeOfADay, LetsOrdersOfPastDaysEnd)
@@ -335,6 +545,15 @@ TEST(TradingRules, LimitADayByItsCloseBefore)
 
     const Security young{QStringLiteral("688001"), Market::Shanghai};
     EXPECT_EQ(TradingRules::priceLimits(young, yuan(10)).highest, yuan(12));
+}
+
+TEST(TradingRules, CloseTheMarketOnWeekends)
+{
+    const QDate monday(2024, 1, 1);
+    EXPECT_TRUE(TradingRules::isTradingDay(monday));
+    EXPECT_TRUE(TradingRules::isTradingDay(monday.addDays(4)));
+    EXPECT_FALSE(TradingRules::isTradingDay(monday.addDays(5)));
+    EXPECT_FALSE(TradingRules::isTradingDay(monday.addDays(6)));
 }
 
 TEST(TradingRules, OpenTheMarketInTwoSessions)

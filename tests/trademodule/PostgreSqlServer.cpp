@@ -76,9 +76,8 @@ PostgreSqlServer::PostgreSqlServer()
 {
     ::testing::AddGlobalTestEnvironment(new StopServer);
     giveToServerUser(m_directory.path());
-    const QString data = m_directory.filePath(QStringLiteral("data"));
     QStringList initdb =
-        asServerUser({program("initdb"), QStringLiteral("-D"), data, QStringLiteral("-A"),
+        asServerUser({program("initdb"), QStringLiteral("-D"), dataDirectory(), QStringLiteral("-A"),
                       QStringLiteral("trust"), QStringLiteral("-U"), QLatin1String(superUser),
                       QStringLiteral("-E"), QStringLiteral("UTF8"), QStringLiteral("--no-sync")});
     const QString first = initdb.takeFirst();
@@ -87,15 +86,19 @@ PostgreSqlServer::PostgreSqlServer()
     making.start(first, initdb);
     EXPECT_TRUE(making.waitForFinished(60000) && making.exitCode() == 0)
         << making.readAllStandardError().toStdString();
+    start();
+}
 
+void PostgreSqlServer::start()
+{
     QStringList server =
-        asServerUser({program("postgres"), QStringLiteral("-D"), data, QStringLiteral("-k"),
+        asServerUser({program("postgres"), QStringLiteral("-D"), dataDirectory(), QStringLiteral("-k"),
                       m_directory.path(), QStringLiteral("-c"), QStringLiteral("listen_addresses="),
                       QStringLiteral("-c"), QStringLiteral("fsync=off")});
-    const QString second = server.takeFirst();
+    const QString first = server.takeFirst();
     m_server.setWorkingDirectory(QStringLiteral("/"));
     m_server.setStandardErrorFile(m_directory.filePath(QStringLiteral("log")));
-    m_server.start(second, server);
+    m_server.start(first, server);
     const bool isUp = waitUntil([this] {
         return QProcess::execute(program("pg_isready"),
                                  {QStringLiteral("-q"), QStringLiteral("-h"), m_directory.path()}) == 0;

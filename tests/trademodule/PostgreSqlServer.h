@@ -24,9 +24,12 @@ public:
     int writingConnections(const QString &database);
 
     void stop();
+    /// Returns when it takes connections. What was connected before is not any more.
+    void start();
 
 private:
     PostgreSqlServer();
+    QString dataDirectory() const { return m_directory.filePath(QStringLiteral("data")); }
     QString program(const char *name) const;
     void run(const QString &sql);
 

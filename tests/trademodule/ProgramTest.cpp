@@ -1,94 +1,45 @@
 // The program itself, on a real database and a real bus.
-#include "tests/endpoint/BusTest.h"
-#include "tests/trademodule/LedgerFixture.h"
+#include "tests/trademodule/ProgramFixture.h"
+#include "trademodule/ExchangeTime.h"
+#include "trademodule/exchange/PaperExchange.h"
+#include "trademodule/ledger/Transaction.h"
 
-#include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
-#include <QTemporaryDir>
 
 #include <csignal>
+#include <optional>
+#include <set>
 
 namespace TradeModule {
 
 namespace {
 
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-
-const char *const header =
-    "成交日期,成交时间,证券代码,证券名称,买卖标志,成交价格,成交数量,成交金额,成交编号\n";
-
-struct Ended
-{
-    int exitCode;
-    std::string output;
-    std::string errors;
-};
-
-QJsonObject jsonOf(const QByteArray &text)
-{
-    return QJsonDocument::fromJson(text).object();
-}
-
-class Program : public LedgerFixture
-{
-protected:
-    QStringList ledgerOptions() const { return {QStringLiteral("--ledger"), location()}; }
-
-    static std::unique_ptr<QProcess> start(const QStringList &arguments)
-    {
-        auto process = std::make_unique<QProcess>();
-        process->start(QStringLiteral(TRADEMODULE_PROGRAM), arguments);
-        EXPECT_TRUE(process->waitForStarted());
-        return process;
-    }
-
-    static Ended run(const QStringList &arguments)
-    {
-        const auto process = start(arguments);
-        EXPECT_TRUE(process->waitForFinished(100000));
-        return {process->exitCode(), process->readAllStandardOutput().toStdString(),
-                process->readAllStandardError().toStdString()};
-    }
-
-    Ended runOnLedger(const QStringList &arguments) { return run(ledgerOptions() + arguments); }
-
-    QString write(const QByteArray &rows, const QString &name = QStringLiteral("statement.csv"))
-    {
-        const QString path = m_directory.filePath(name);
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(header + rows);
-        return path;
-    }
-
-    QString writeManyRows(int count)
-    {
-        QByteArray rows;
-        for (int i = 0; i < count; ++i) {
-            rows += QStringLiteral("%1,10:00:00,000001,平安银行,买入,10.00,100,1000.00,%2\n")
-                        .arg(20200101 + i % 28)
-                        .arg(i + 1)
-                        .toUtf8();
-        }
-        return write(rows);
-    }
-
-    Ended import(const QString &file, const QStringList &options = {})
-    {
-        return runOnLedger(QStringList{QStringLiteral("import"), file} + options);
-    }
-
-    int tradeCount() { return ledger().trades(DateRange()).size(); }
-
-private:
-    QTemporaryDir m_directory;
-};
+using ::testing::IsEmpty;
 
 const QByteArray OneRow = "20210811,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,1\n";
 const QByteArray BadRow = "2021-02-31,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,2\n";
+
+/// A question to buy 1000 shares of the bank at 10.00, answered on the channel of a screen when it has one.
+QByteArray placing(const QString &screen)
+{
+    QJsonObject question = jsonOf(R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001",
+                                      "bsflag2":"0B","orderprice":"10.00","orderqty":"1000"})");
+    question[QStringLiteral("screenId")] = screen;
+    return QJsonDocument(question).toJson(QJsonDocument::Compact);
+}
+
+/// A bar of today that opens at 9.90.
+QByteArray quoteAt(const QString &time, int volume)
+{
+    QJsonObject quote = jsonOf(R"({"stkcode":"000001","market":"SZ","open":"9.90","high":"10.10",
+                                   "low":"9.80","close":"10.00"})");
+    quote[QStringLiteral("date")] = QString::number(today());
+    quote[QStringLiteral("time")] = time;
+    quote[QStringLiteral("volume")] = QString::number(volume);
+    return QJsonDocument(quote).toJson(QJsonDocument::Compact);
+}
 
 } // namespace
 
@@ -158,7 +109,8 @@ TEST_F(Program, NamesAFileThatIsNotThere)
 
 TEST_F(Program, HasHelpForEveryCommand)
 {
-    for (const char *command : {"serve", "import", "place", "cancel", "orders", "trades", "positions"}) {
+    for (const char *command :
+         {"serve", "import", "place", "cancel", "orders", "trades", "positions", "account"}) {
         const Ended ended = run({QLatin1String(command), QStringLiteral("--help")});
         EXPECT_EQ(ended.exitCode, 0);
         EXPECT_THAT(ended.output, HasSubstr("Usage"));
@@ -180,6 +132,47 @@ TEST_F(Program, ListsPositionsAndTradesAsTablesAndAsJson)
     EXPECT_EQ(rows[0].toObject()[QStringLiteral("price")].toString(), QStringLiteral("1700.00"));
 }
 
+TEST_F(Program, ShowsAndSetsTheCashOfTheAccount)
+{
+    EXPECT_THAT(runOnLedger({QStringLiteral("account")}).output, HasSubstr("1000000.00  1000000.00"));
+
+    const Ended set = runOnLedger({QStringLiteral("account"), QStringLiteral("--cash"),
+                                   QStringLiteral("5000.5"), QStringLiteral("--json")});
+
+    EXPECT_EQ(set.exitCode, 0) << set.errors;
+    const QJsonArray rows = QJsonDocument::fromJson(QByteArray::fromStdString(set.output)).array();
+    EXPECT_EQ(rows, (QJsonArray{QJsonObject{{QStringLiteral("cash"), QStringLiteral("5000.50")},
+                                            {QStringLiteral("available"), QStringLiteral("5000.50")}}}));
+    EXPECT_THAT(runOnLedger({QStringLiteral("account")}).output, HasSubstr("5000.50"));
+}
+
+TEST_F(Program, SetsNoCashThatIsNone)
+{
+    for (const char *nonsense : {"", "much", "nan", "inf", "-1", "1,000", "1e12"}) {
+        const Ended ended = runOnLedger(
+            {QStringLiteral("account"), QStringLiteral("--cash=%1").arg(QLatin1String(nonsense))});
+        EXPECT_EQ(ended.exitCode, 2) << nonsense;
+        EXPECT_THAT(ended.errors, HasSubstr("--cash is \"" + std::string(nonsense) + "\", but must be"));
+    }
+    EXPECT_EQ(runOnLedger({QStringLiteral("account"), QStringLiteral("5000")}).exitCode, 2);
+    EXPECT_THAT(runOnLedger({QStringLiteral("account")}).output, HasSubstr("1000000.00"));
+}
+
+TEST_F(Program, SetsNoCashThatOpenBuysNeed)
+{
+    runOnLedger({QStringLiteral("place"), QStringLiteral("000001"), QStringLiteral("buy"),
+                 QStringLiteral("10.00"), QStringLiteral("1000")});
+
+    const Ended less =
+        runOnLedger({QStringLiteral("account"), QStringLiteral("--cash"), QStringLiteral("10005.09")});
+    EXPECT_EQ(less.exitCode, 1);
+    EXPECT_THAT(less.errors, HasSubstr("the open buys need 10005.10 yuan"));
+
+    const Ended enough =
+        runOnLedger({QStringLiteral("account"), QStringLiteral("--cash"), QStringLiteral("10005.10")});
+    EXPECT_THAT(enough.output, HasSubstr("10005.10  0.00"));
+}
+
 TEST_F(Program, HoldsAllOrNothingOfAnImportThatWasKilled)
 {
     constexpr int RowCount = 100000;
@@ -197,42 +190,6 @@ TEST_F(Program, HoldsAllOrNothingOfAnImportThatWasKilled)
     EXPECT_THAT(import(file).output, HasSubstr("already in the ledger"));
     EXPECT_EQ(survivor.trades(DateRange()).size(), RowCount);
 }
-
-class ProgramOnABus : public Program
-{
-protected:
-    QStringList busOptions() const { return QStringList{QStringLiteral("--bus"), m_broker.address()}; }
-
-    /// A module that answers; ended by its process id.
-    void serve()
-    {
-        m_module = start(busOptions() + ledgerOptions() + QStringList{QStringLiteral("serve")});
-        ASSERT_TRUE(m_chart.join(m_broker.address()));
-        m_chart.setRequestTimeout(200); // the module may not be there yet
-        ASSERT_TRUE(waitUntil([this] { return !ask("{\"cmd\":\"?\"}").isEmpty(); }, 60000));
-        m_chart.setRequestTimeout(20000);
-    }
-
-    void TearDown() override
-    {
-        if (m_module) {
-            m_module->terminate();
-            EXPECT_TRUE(m_module->waitForFinished(60000));
-            EXPECT_EQ(m_module->exitCode(), 0);
-            EXPECT_EQ(m_module->exitStatus(), QProcess::NormalExit);
-        }
-    }
-
-    QJsonObject ask(const QByteArray &question) { return jsonOf(m_chart.request("TradeQuery", question)); }
-
-    TestBroker &broker() { return m_broker; }
-    RecordingEndPoint &chart() { return m_chart; }
-
-private:
-    TestBroker m_broker;
-    RecordingEndPoint m_chart;
-    std::unique_ptr<QProcess> m_module;
-};
 
 TEST_F(ProgramOnABus, AnswersOnTheChannelOfTheScreen)
 {
@@ -309,15 +266,12 @@ TEST_F(ProgramOnABus, TellsChartsAboutAnImportIntoARunningModule)
 TEST_F(ProgramOnABus, DealsAnOrderAgainstTheQuotesAndTellsTheCharts)
 {
     serve();
-    const QJsonObject placed = ask(R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
-                                       "orderprice":"10.00","orderqty":"1000"})");
+    const QJsonObject placed = ask(placing(QString()));
     ASSERT_EQ(placed[QStringLiteral("success")], QJsonValue(true))
         << placed[QStringLiteral("msg")].toString().toStdString();
     ASSERT_TRUE(chart().listen("Global", "TradeNotify"));
 
-    chart().sendMessage("Market", "Quote",
-                        R"({"stkcode":"000001","market":"SZ","date":"20240102","time":"1001","open":"9.90",
-                            "high":"10.10","low":"9.80","close":"10.00","volume":"100000"})");
+    chart().sendMessage("Market", "Quote", quoteAt(QStringLiteral("1001"), 100000));
 
     const auto isDealt = [this] {
         return !chart().messages.isEmpty() &&
@@ -350,6 +304,81 @@ TEST_F(ProgramOnABus, TakesOrdersOfItsOtherCommands)
     };
     EXPECT_TRUE(waitUntil(isCancelled));
     EXPECT_TRUE(chart().waitForMessages(2));
+}
+
+TEST_F(ProgramOnABus, TellsOfTodaysOrdersOncePerSecurityWhenItJoins)
+{
+    PaperExchange exchange(&ledger());
+    for (const Security &security : {bank(), bank(), liquor()}) {
+        const Order order = exchange.place(security, Side::Buy, Money::ofYuan(9.99).value(), 100);
+        exchange.cancel(order.date, order.number); // nothing more happens to it
+    }
+    ASSERT_TRUE(chart().join(broker().address()));
+    ASSERT_TRUE(chart().listen("Global", "TradeNotify"));
+
+    serve(); // whatever it tells when it joins is told before its first answer
+
+    std::multiset<QString> told;
+    for (const QByteArray &payload : chart().payloads()) {
+        told.insert(jsonOf(payload)[QStringLiteral("ordersno")].toString());
+    }
+    EXPECT_THAT(told, ElementsAre(QStringLiteral("2"), QStringLiteral("3")));
+}
+
+TEST_F(ProgramOnABus, TellsOfNothingWhenItJoinsWithoutOrdersOfToday)
+{
+    book({fill(Side::Buy, bank(), 20240102, 10, 100)});
+    ASSERT_TRUE(chart().join(broker().address()));
+    ASSERT_TRUE(chart().listen("Global", "TradeNotify"));
+
+    serve();
+
+    EXPECT_THAT(chart().payloads(), IsEmpty());
+}
+
+TEST_F(ProgramOnABus, RefusesOrdersInTimeWhileTheLedgerIsBusy)
+{
+    constexpr int OrderCount = 10;
+    constexpr int RequestTimeoutMs = 3000;
+    serve();
+    ASSERT_TRUE(chart().listen("screen1", "TradeQuery"));
+    std::optional<Transaction> import(std::in_place, ledger().database());
+
+    for (int i = 0; i < OrderCount; ++i) {
+        chart().sendMessage("Global", "TradeQuery", placing(QStringLiteral("screen1")));
+    }
+
+    ASSERT_TRUE(chart().waitForMessages(OrderCount, RequestTimeoutMs));
+    for (const QByteArray &payload : chart().payloads()) {
+        EXPECT_THAT(jsonOf(payload)[QStringLiteral("msg")].toString().toStdString(),
+                    HasSubstr("the ledger is busy"));
+    }
+    import.reset();
+    EXPECT_TRUE(ask(placing(QString()))[QStringLiteral("success")].toBool());
+    EXPECT_EQ(OrderBook(&ledger()).ofDay(today()).size(), 1) << "refused orders were entered";
+}
+
+TEST_F(ProgramOnABus, DealsTheQuotesOfABusyTimeAfterwardsInTheirOrder)
+{
+    serve();
+    ASSERT_TRUE(ask(placing(QString()))[QStringLiteral("success")].toBool());
+    {
+        const Transaction import(ledger().database());
+        for (const char *time : {"1001", "1002", "1003"}) {
+            chart().sendMessage("Market", "Quote", quoteAt(QLatin1String(time), 400));
+        }
+        ask(R"({"cmd":"TodayTrade","market":"SZ","stkcode":"000001"})"); // the quotes have come before
+        ASSERT_EQ(tradeCount(), 0);
+    }
+
+    ASSERT_TRUE(waitUntil([this] { return tradeCount() == 3; }));
+    QStringList dealt;
+    const Executions trades = ledger().trades(bank(), DateRange());
+    for (const Execution &trade : trades) {
+        dealt.append(QStringLiteral("%1 at %2").arg(trade.dealNo).arg(trade.time));
+    }
+    EXPECT_THAT(dealt, ElementsAre(QStringLiteral("P1-100 at 10010000"), QStringLiteral("P1-200 at 10020000"),
+                                   QStringLiteral("P1-300 at 10030000")));
 }
 
 TEST_F(ProgramOnABus, IgnoresQuotesThatAreNone)

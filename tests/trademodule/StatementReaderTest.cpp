@@ -192,6 +192,9 @@ INSTANTIATE_TEST_SUITE_P(
         BadCell{"Quantity", "20210811,10:00:00,600000,浦发银行,买入,9.10,1oo,910.00,2", "quantity \"1oo\""},
         BadCell{"PartOfAShare", "20210811,10:00:00,600000,浦发银行,买入,9.10,100.5,914.55,2", "whole shares"},
         BadCell{"NegativeBuy", "20210811,10:00:00,600000,浦发银行,买入,9.10,-100,910.00,2", "negative"},
+        BadCell{"EndlessDealNumber",
+                "20210811,10:00:00,600000,浦发银行,买入,9.10,100,910.00," + std::string(65, '7'),
+                "longer than the 64 characters"},
         BadCell{"SlippedColumns", "20210811,10:00:00,600000,浦发银行,买入,100,910.00,1,2",
                 "not price × quantity"}),
     ByName());

@@ -2,9 +2,12 @@
 #include "tests/support/ByName.h"
 #include "tests/trademodule/LedgerFixture.h"
 #include "trademodule/ExchangeTime.h"
+#include "trademodule/bus/AnswerMessage.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
+
+#include <algorithm>
 
 namespace TradeModule {
 
@@ -39,7 +42,7 @@ protected:
     QJsonObject ask(const QJsonObject &object)
     {
         PaperExchange exchange(&ledger());
-        return TradeAnswers(&ledger(), &exchange).answer(object);
+        return QJsonDocument::fromJson(TradeAnswers(&ledger(), &exchange).answer(object)).object();
     }
 
     QJsonArray rows(const QJsonObject &object)
@@ -114,6 +117,55 @@ TEST_F(Answers, ListPastTradesWithEveryValueTheChartsRead)
         "buy":true,"date":"20240102","price":10.5,"vol":300})")}));
 }
 
+/// What a row of HistoryTrade must hold, made from the trade in another way than the module makes it.
+QJsonObject expectedRow(const Execution &trade)
+{
+    const QString date = QString::asprintf("%08d", trade.date);
+    const QString time = QString::asprintf("%08d", trade.time);
+    const bool isBuy = trade.side == Side::Buy;
+    QJsonObject row = json(isBuy ? R"({"bsflag2":"B","buy":true})" : R"({"bsflag2":"S","buy":false})");
+    row[QStringLiteral("stkcode")] = trade.security.code;
+    row[QStringLiteral("market")] = QStringLiteral("2");
+    row[QStringLiteral("ordersno")] = trade.orderNo;
+    for (const char *day : {"orderdate", "bizdate", "date"}) {
+        row[QLatin1String(day)] = date;
+    }
+    row[QStringLiteral("opertime")] = time;
+    row[QStringLiteral("matchtime")] = time;
+    const auto steps = static_cast<double>(trade.price.steps());
+    const bool isOfCents = trade.price.steps() % 100 == 0;
+    row[QStringLiteral("matchprice")] = QString::number(steps / 10000, 'f', isOfCents ? 2 : 4);
+    row[QStringLiteral("price")] = steps / 10000;
+    row[QStringLiteral("matchqty")] = QString::number(trade.quantity);
+    row[QStringLiteral("vol")] = static_cast<double>(trade.quantity);
+    row[QStringLiteral("matchamt")] = trade.amount.text();
+    return row;
+}
+
+TEST_F(Answers, ListPastTradesWhateverTheirNumbersAre)
+{
+    const double prices[] = {0.0001, 0.01, 9.99, 10, 10.5, 99.1234, 1700, 123456.7801};
+    const char *const orderNumbers[] = {"", "4711", "合同-1", "a\"b\\c/d", "\t\n\x01", "é€😀", "{}[],:"};
+    Executions trades;
+    for (int i = 0; i < 500; ++i) {
+        trades.append(fill(i % 3 == 0 ? Side::Sell : Side::Buy, bank(), 20240101 + i % 28, prices[i % 8],
+                           i % 7 == 0 ? 1000000000 : i + 1, QString::number(i)));
+        trades.last().time = i * 12345 % 24000000;
+        trades.last().orderNo = QString::fromUtf8(orderNumbers[i % 7]);
+    }
+    book(trades);
+
+    const QJsonArray answered = rows(historyQuestion(bank(), "20240101", "20240131"));
+
+    std::stable_sort(trades.begin(), trades.end(), [](const Execution &a, const Execution &b) {
+        return std::make_pair(a.date, a.time) < std::make_pair(b.date, b.time);
+    });
+    ASSERT_EQ(answered.size(), trades.size());
+    for (int i = 0; i < trades.size(); ++i) {
+        ASSERT_EQ(answered[i].toObject(), expectedRow(trades[i])) << i;
+    }
+}
+
 TEST_F(Answers, ListPastTradesOfTheRangeOldestFirst)
 {
     book({fill(Side::Buy, bank(), 20240101, 10, 100), fill(Side::Buy, bank(), 20240102, 10, 100),
@@ -180,6 +232,64 @@ TEST_F(Answers, TellTheNumberOfAPlacedOrderAndListIt)
     EXPECT_EQ(row, expected);
 }
 
+class AccountAnswers : public Answers
+{
+protected:
+    QJsonObject account()
+    {
+        const QJsonObject answer = ask(json(R"({"cmd":"AccountInfo","screenId":"s","objectId":"{id}"})"));
+        EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(true))
+            << answer[QStringLiteral("msg")].toString().toStdString();
+        return answer[QStringLiteral("data")].toObject();
+    }
+
+    void place(Side side, double price, qint64 quantity)
+    {
+        PaperExchange(&ledger()).place(bank(), side, Money::ofYuan(price).value(), quantity);
+    }
+};
+
+TEST_F(AccountAnswers, NeedNoSecurityAndGoBackToWhoAsked)
+{
+    const QJsonObject answer = ask(json(R"({"cmd":"AccountInfo","screenId":"s","objectId":"{id}"})"));
+
+    EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(true));
+    EXPECT_EQ(answer[QStringLiteral("screenId")].toString(), QStringLiteral("s"));
+    EXPECT_EQ(answer[QStringLiteral("objectId")].toString(), QStringLiteral("{id}"));
+}
+
+TEST_F(AccountAnswers, TellTheCashOfANewAccount)
+{
+    EXPECT_EQ(account(), json(R"({"cash":"1000000.00","available":"1000000.00","positions":[]})"));
+}
+
+TEST_F(AccountAnswers, KeepTheCashThatOpenBuysNeedWithTheirFees)
+{
+    place(Side::Buy, 10, 1000); // commission 5.00, transfer fee 0.10
+
+    const QJsonObject data = account();
+
+    EXPECT_EQ(data[QStringLiteral("cash")].toString(), QStringLiteral("1000000.00"));
+    EXPECT_EQ(data[QStringLiteral("available")].toString(), QStringLiteral("989994.90"));
+}
+
+TEST_F(AccountAnswers, ListWhatIsHeldAndHowMuchOfItMayBeSold)
+{
+    ledger().book(
+        {QStringLiteral("statement.csv"),
+         {fill(Side::Buy, bank(), 20240102, 10, 300), fill(Side::Buy, liquor(), 20240102, 1700, 100),
+          fill(Side::Buy, bank(), today(), 10, 100)},
+         {{bank(), QStringLiteral("平安银行")}}},
+        Ledger::Mode::Keep);
+    place(Side::Sell, 10, 100);
+
+    EXPECT_EQ(account()[QStringLiteral("positions")].toArray(),
+              (QJsonArray{json(R"({"stkcode":"000001","stkname":"平安银行","market":"2","qty":"400",
+                                   "sellable":"200","costprice":"10.025"})"),
+                          json(R"({"stkcode":"600519","stkname":"","market":"1","qty":"100",
+                                   "sellable":"100","costprice":"1700.050"})")}));
+}
+
 TEST_F(Answers, ListTheOrdersOfADay)
 {
     QJsonObject object = question("EntrustHistoryTrade", bank());
@@ -238,7 +348,7 @@ TEST_P(WrongQuestions, AreAnsweredWithTheNameOfTheField)
     const QJsonObject answer = ask(json(GetParam().text));
 
     EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
-    EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(TradeAnswers::NotUnderstood));
+    EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(AnswerMessage::NotUnderstood));
     EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(),
                 HasSubstr("\"" + GetParam().field + "\""));
 }
@@ -275,7 +385,7 @@ TEST_F(Answers, SurviveALedgerThatFails)
     const QJsonObject answer = ask(question("HolderCostPrice", bank()));
 
     EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
-    EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(TradeAnswers::LedgerFailed));
+    EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(AnswerMessage::LedgerFailed));
 }
 
 } // namespace TradeModule

@@ -3,22 +3,19 @@
 #include "trademodule/exchange/PaperExchange.h"
 #include "trademodule/ledger/Ledger.h"
 
-#include <QJsonArray>
 #include <QJsonObject>
 
 namespace TradeModule {
 
+class AnswerMessage;
 class TradeRequest;
 
-/// Answers the questions of charts out of a ledger: a JSON object in, a JSON object out, no bus needed.
+/// Answers the questions of charts out of a ledger: a JSON object in, the text of one out, no bus needed.
 /// docs/trading-module.md lists the commands. There is an answer to every question; one that can not be
 /// understood gets "success": false and a "msg" that names the field.
 class TradeAnswers
 {
 public:
-    /// Values of "errcode".
-    enum ErrorCode { NoError = 0, NotUnderstood = 1, LedgerFailed = 2, Refused = 3 };
-
     /// Ledger and exchange stay the caller's and outlive this object.
     TradeAnswers(Ledger *ledger, PaperExchange *exchange)
         : m_ledger(ledger),
@@ -27,23 +24,21 @@ public:
     {
     }
 
-    QJsonObject answer(const QJsonObject &question);
-
-    /// The answer to what is no JSON object.
-    static QJsonObject refusal(const QString &reason);
+    QByteArray answer(const QJsonObject &question);
 
 private:
-    using Answer = void (TradeAnswers::*)(const TradeRequest &, QJsonObject *);
+    using Answer = void (TradeAnswers::*)(const TradeRequest &, AnswerMessage *);
     struct Command;
     static const Command *findCommand(const QString &name);
 
-    void answerCost(const TradeRequest &request, QJsonObject *answer);
-    void answerToday(const TradeRequest &request, QJsonObject *answer);
-    void answerHistory(const TradeRequest &request, QJsonObject *answer);
-    void answerTodaysOrders(const TradeRequest &request, QJsonObject *answer);
-    void answerPastOrders(const TradeRequest &request, QJsonObject *answer);
-    void cancel(const TradeRequest &request, QJsonObject *answer);
-    void place(const TradeRequest &request, QJsonObject *answer);
+    void answerCost(const TradeRequest &request, AnswerMessage *answer);
+    void answerToday(const TradeRequest &request, AnswerMessage *answer);
+    void answerHistory(const TradeRequest &request, AnswerMessage *answer);
+    void answerTodaysOrders(const TradeRequest &request, AnswerMessage *answer);
+    void answerPastOrders(const TradeRequest &request, AnswerMessage *answer);
+    void answerAccount(const TradeRequest &request, AnswerMessage *answer);
+    void cancel(const TradeRequest &request, AnswerMessage *answer);
+    void place(const TradeRequest &request, AnswerMessage *answer);
 
     Ledger *const m_ledger;
     OrderBook m_orders;

@@ -3,6 +3,7 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
 #include "trademodule/ExchangeTime.h"
+#include "trademodule/Language.h"
 
 namespace TradeModule {
 
@@ -12,7 +13,7 @@ namespace {
 
 [[noreturn]] void refuse(const char *key, const QString &value, const QString &expected)
 {
-    throw Error(QStringLiteral("\"%1\" is \"%2\", but must be %3").arg(QLatin1String(key), value, expected));
+    throw Error(translated("\"%1\" is \"%2\", but must be %3").arg(QLatin1String(key), value, expected));
 }
 
 } // namespace
@@ -21,7 +22,7 @@ QString TradeRequest::text(const char *key) const
 {
     const QJsonValue value = field(key);
     if (!value.isString() || value.toString().isEmpty()) {
-        throw Error(QStringLiteral("\"%1\" must be a text that is not empty").arg(QLatin1String(key)));
+        throw Error(translated("\"%1\" must be a text that is not empty").arg(QLatin1String(key)));
     }
     return value.toString();
 }
@@ -37,7 +38,7 @@ Security TradeRequest::security() const
     const QString letters = text(MARKET);
     const std::optional<Market> market = marketOfLetters(letters);
     if (!market) {
-        refuse(MARKET, letters, QStringLiteral("SH or SZ"));
+        refuse(MARKET, letters, translated("SH or SZ"));
     }
     return {code, *market};
 }
@@ -47,7 +48,7 @@ int TradeRequest::date(const char *key) const
     const QString value = text(key);
     const int number = value.toInt();
     if (value.size() != 8 || !dateOfNumber(number).isValid()) {
-        refuse(key, value, QStringLiteral("a date of the form yyyymmdd"));
+        refuse(key, value, translated("a date of the form yyyymmdd"));
     }
     return number;
 }
@@ -61,7 +62,7 @@ int TradeRequest::day() const
 {
     const int number = field(DATE).toInt();
     if (!dateOfNumber(number).isValid()) {
-        refuse(DATE, field(DATE).toVariant().toString(), QStringLiteral("a date, a number yyyymmdd"));
+        refuse(DATE, field(DATE).toVariant().toString(), translated("a date, a number yyyymmdd"));
     }
     return number;
 }
@@ -76,7 +77,7 @@ qint64 TradeRequest::positive(const char *key) const
     const QString value = text(key);
     const qint64 number = value.toLongLong();
     if (number <= 0) {
-        refuse(key, value, QStringLiteral("a whole number greater than 0"));
+        refuse(key, value, translated("a whole number greater than 0"));
     }
     return number;
 }
@@ -91,7 +92,7 @@ qint64 TradeRequest::orderQuantity() const
     constexpr qint64 MostShares = 1000000000;
     const qint64 quantity = positive(RTSENTRUSTQTY);
     if (quantity > MostShares) {
-        refuse(RTSENTRUSTQTY, text(RTSENTRUSTQTY), QStringLiteral("at most %1").arg(MostShares));
+        refuse(RTSENTRUSTQTY, text(RTSENTRUSTQTY), translated("at most %1").arg(MostShares));
     }
     return quantity;
 }
@@ -104,7 +105,7 @@ Side TradeRequest::side() const
         return Side::Buy;
     }
     if (letter != QLatin1String(TradeChart::BSFlag::SELL)) {
-        refuse(RTSBSFLAG, value, QStringLiteral("0B or 0S"));
+        refuse(RTSBSFLAG, value, translated("0B or 0S"));
     }
     return Side::Sell;
 }
@@ -116,7 +117,7 @@ Money TradeRequest::orderPrice() const
     bool isNumber = false;
     const double price = value.toDouble(&isNumber);
     if (!isNumber || !(price > 0 && price <= HighestPrice)) {
-        refuse(RTSENTRUSTPRICE, value, QStringLiteral("a price in yuan"));
+        refuse(RTSENTRUSTPRICE, value, translated("a price in yuan"));
     }
     return Money::ofYuan(price).value();
 }

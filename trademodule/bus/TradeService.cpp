@@ -1,21 +1,39 @@
 #include "trademodule/bus/TradeService.h"
 
+#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
-#include "trademodule/bus/BusNames.h"
+#include "trademodule/ExchangeTime.h"
+#include "trademodule/Language.h"
+#include "trademodule/bus/AnswerMessage.h"
+#include "trademodule/bus/TradeRequest.h"
 
 #include <QJsonDocument>
 
 namespace TradeModule {
+
+using namespace TradeChart::Module;
 
 namespace {
 
 /// How soon a cancellation is confirmed, and an order of another process taken, while no quotes come.
 constexpr int SettleIntervalMs = 1000;
 
+/// Of quotes that wait: more than a day's minutes of forty securities, and a few megabytes.
+constexpr int MostWaitingQuotes = 10000;
+
 bool isQuestion(const QJsonObject &message)
 {
     return !message.contains(QLatin1String(TradeChart::TradeKeyFields::SUCCESS));
+}
+
+/// The answer to what is no JSON object.
+QByteArray refusal(const QJsonParseError &error)
+{
+    AnswerMessage answer{TradeRequest(QJsonObject())};
+    answer.fail(AnswerMessage::NotUnderstood,
+                translated("the question is no JSON object: %1").arg(error.errorString()));
+    return answer.toJson();
 }
 
 QByteArray answerChannel(const QJsonObject &question, const QByteArray &replyChannel)
@@ -28,22 +46,25 @@ QByteArray answerChannel(const QJsonObject &question, const QByteArray &replyCha
 
 TradeService::TradeService(const QString &busDirectory, Ledger *ledger)
     : m_endPoint(nullptr),
+      m_orders(ledger),
       m_exchange(ledger, [this](const Order &changed) { notify(changed); }),
       m_answers(ledger, &m_exchange)
 {
     QObject::connect(&m_endPoint, &LocalCommunication::EndPoint::messageReceived, this,
                      &TradeService::handleMessage);
-    m_endPoint.subscribe(globalChannel(), QByteArray(TradeChart::Topic::TRADEQUERY));
-    m_endPoint.subscribe(marketChannel(), quoteTopic());
+    QObject::connect(&m_endPoint, &LocalCommunication::EndPoint::ready, this,
+                     [this] { attempt(&TradeService::tellOfToday); });
+    m_endPoint.subscribe(Channel::GLOBAL, QByteArray(TradeChart::Topic::TRADEQUERY));
+    m_endPoint.subscribe(Channel::MARKET, QByteArray(Topic::QUOTE));
     m_endPoint.connect(busDirectory);
-    QObject::connect(&m_settleTimer, &QTimer::timeout, this, &TradeService::settle);
+    QObject::connect(&m_settleTimer, &QTimer::timeout, this, [this] { attempt(&TradeService::settle); });
     m_settleTimer.start(SettleIntervalMs);
 }
 
 void TradeService::handleMessage(const QByteArray &topic, const QByteArray &payload,
                                  const QByteArray &replyChannel)
 {
-    topic == quoteTopic() ? handleQuote(payload) : handleQuestion(payload, replyChannel);
+    topic == Topic::QUOTE ? handleQuote(payload) : handleQuestion(payload, replyChannel);
 }
 
 void TradeService::handleQuestion(const QByteArray &payload, const QByteArray &replyChannel)
@@ -54,36 +75,83 @@ void TradeService::handleQuestion(const QByteArray &payload, const QByteArray &r
     if (!isQuestion(question)) {
         return; // another module's answer to a chart that listens on the global channel
     }
-    const QJsonObject answer =
-        document.isObject()
-            ? m_answers.answer(question)
-            : TradeAnswers::refusal(
-                  QStringLiteral("the question is no JSON object: %1").arg(error.errorString()));
-    m_endPoint.sendMessage(answerChannel(question, replyChannel), QByteArray(TradeChart::Topic::TRADEQUERY),
-                           QJsonDocument(answer).toJson(QJsonDocument::Compact));
+    attempt(&TradeService::dealQuotes); // what came before the question comes first
+    const QByteArray answer = document.isObject() ? m_answers.answer(question) : refusal(error);
+    m_endPoint.sendMessage(answerChannel(question, replyChannel), TradeChart::Topic::TRADEQUERY, answer);
 }
 
 void TradeService::handleQuote(const QByteArray &payload)
 {
     try {
-        m_exchange.take(readQuote(QJsonDocument::fromJson(payload).object()));
+        m_quotes.append(readQuote(QJsonDocument::fromJson(payload).object()));
     } catch (const Error &error) {
         qWarning("%s", error.what());
+        return;
+    }
+    if (m_quotes.size() > MostWaitingQuotes) {
+        m_quotes.removeFirst();
+        warn(translated("more than %1 quotes wait for the ledger: the oldest are left out")
+                 .arg(MostWaitingQuotes));
+    }
+    if (m_quotes.size() == 1) {
+        attempt(&TradeService::dealQuotes);
+    }
+}
+
+void TradeService::dealQuotes()
+{
+    while (!m_quotes.isEmpty()) {
+        const Quote quote = m_quotes.takeFirst();
+        try {
+            m_exchange.take(quote);
+        } catch (const LedgerUnavailable &) {
+            m_quotes.prepend(quote);
+            throw;
+        }
     }
 }
 
 void TradeService::settle()
 {
+    dealQuotes();
+    m_exchange.settle();
+    m_warned.clear();
+}
+
+/// One word for each security is enough for its charts to ask for everything again.
+void TradeService::tellOfToday()
+{
+    QHash<Security, Order> newest;
+    const Orders ofToday = m_orders.ofDay(today());
+    for (const Order &order : ofToday) {
+        newest.insert(order.security, order);
+    }
+    for (const Order &order : qAsConst(newest)) {
+        notify(order);
+    }
+}
+
+void TradeService::attempt(void (TradeService::*work)())
+{
     try {
-        m_exchange.settle();
+        (this->*work)();
     } catch (const Error &error) {
-        qWarning("%s", error.what());
+        warn(error.reason());
+    }
+}
+
+/// Says once what comes again with every second that it lasts.
+void TradeService::warn(const QString &trouble)
+{
+    if (!m_warned.contains(trouble)) {
+        m_warned.insert(trouble);
+        qWarning("%s", qUtf8Printable(trouble));
     }
 }
 
 void TradeService::notify(const Order &changed)
 {
-    m_endPoint.sendMessage(globalChannel(), QByteArray(TradeChart::Topic::TRADENOTIFY),
+    m_endPoint.sendMessage(Channel::GLOBAL, TradeChart::Topic::TRADENOTIFY,
                            QJsonDocument(changeNotification(changed)).toJson(QJsonDocument::Compact));
 }
 

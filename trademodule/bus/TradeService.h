@@ -10,7 +10,8 @@ namespace TradeModule {
 
 /// A module at work: as long as it lives it answers every question on channel "Global", topic
 /// "TradeQuery" (on the channel that the question's "screenId" names, else to its sender), deals orders
-/// against the quotes on channel "Market", and tells charts about every change.
+/// against the quotes on channel "Market", and tells charts about every change. Whenever it joins the bus
+/// it tells of today's orders, too: what it told last may have been lost with an earlier process.
 class TradeService : public QObject
 {
 public:
@@ -21,13 +22,20 @@ private:
     void handleMessage(const QByteArray &topic, const QByteArray &payload, const QByteArray &replyChannel);
     void handleQuestion(const QByteArray &payload, const QByteArray &replyChannel);
     void handleQuote(const QByteArray &payload);
+    void dealQuotes();
     void settle();
+    void tellOfToday();
+    void attempt(void (TradeService::*work)());
+    void warn(const QString &trouble);
     void notify(const Order &changed);
 
     LocalCommunication::EndPoint m_endPoint;
+    OrderBook m_orders;
     PaperExchange m_exchange;
     TradeAnswers m_answers;
     QTimer m_settleTimer;
+    QList<Quote> m_quotes;  // that wait for a ledger that is busy or away, the oldest first
+    QSet<QString> m_warned; // since the ledger could be used last
 };
 
 } // namespace TradeModule

@@ -1,6 +1,7 @@
 #include "trademodule/cli/Command.h"
 
 #include "trademodule/ExchangeTime.h"
+#include "trademodule/Language.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
 #include "trademodule/cli/UsageError.h"
@@ -14,7 +15,7 @@ namespace TradeModule {
 QString Invocation::ledger() const
 {
     if (!isSet(QStringLiteral("ledger"))) {
-        throw UsageError(QStringLiteral("give the ledger with --ledger FILE or --ledger postgresql://..."));
+        throw UsageError(translated("give the ledger with --ledger FILE or --ledger postgresql://..."));
     }
     return value(QStringLiteral("ledger"));
 }
@@ -28,7 +29,7 @@ std::optional<int> Invocation::date(const QString &option) const
     const int number = text.toInt();
     if (text.size() != 8 || !dateOfNumber(number).isValid()) {
         throw UsageError(
-            QStringLiteral("--%1 is \"%2\", but must be a date of the form yyyymmdd").arg(option, text));
+            translated("--%1 is \"%2\", but must be a date of the form yyyymmdd").arg(option, text));
     }
     return number;
 }
@@ -36,7 +37,7 @@ std::optional<int> Invocation::date(const QString &option) const
 QStringList Invocation::arguments(int count, const QString &what) const
 {
     if (arguments().size() != count) {
-        throw UsageError(QStringLiteral("give %1").arg(what));
+        throw UsageError(translated("give %1").arg(what));
     }
     return arguments();
 }
@@ -45,7 +46,7 @@ const std::vector<Command> &commands()
 {
     static const std::vector<Command> all = {
         serveCommand(),  importCommand(), placeCommand(),     cancelCommand(),
-        ordersCommand(), tradesCommand(), positionsCommand(),
+        ordersCommand(), tradesCommand(), positionsCommand(), accountCommand(),
     };
     return all;
 }
@@ -61,7 +62,7 @@ const Command *findCommand(const QString &name)
 
 QString commandList()
 {
-    QStringList lines{QStringLiteral("Commands, each with --help:")};
+    QStringList lines{translated("Commands, each with --help:")};
     for (const Command &command : commands()) {
         lines.append(QStringLiteral("  %1 %2").arg(command.name, -10).arg(command.summary));
     }
@@ -70,14 +71,28 @@ QString commandList()
 
 void addCommonOptions(QCommandLineParser *parser)
 {
-    parser->addOption({QStringLiteral("bus"),
-                       QStringLiteral("Directory of the terminal whose bus is joined."),
+    parser->addOption({QStringLiteral("bus"), translated("Directory of the terminal whose bus is joined."),
                        QStringLiteral("DIR")});
-    parser->addOption(
-        {QStringLiteral("ledger"),
-         QStringLiteral("The account's ledger: a SQLite file, or postgresql://user@host/database."),
-         QStringLiteral("FILE-OR-URL")});
+    parser->addOption({QStringLiteral("ledger"),
+                       translated("The account's ledger: a SQLite file, or postgresql://user@host/database."),
+                       QStringLiteral("FILE-OR-URL")});
+    parser->addOption({QStringLiteral("lang"),
+                       translated("Language of the texts: zh or en; that of the locale if left out."),
+                       QStringLiteral("LANGUAGE")});
     parser->addHelpOption();
+}
+
+/// The locale speaks, unless --lang stands somewhere, also behind options that only a command knows.
+void chooseLanguage(Language *language, const QStringList &arguments)
+{
+    language->set(Language::ofLocale());
+    QCommandLineParser parser;
+    addCommonOptions(&parser);
+    parser.parse(arguments);
+    const QString word = parser.value(QStringLiteral("lang"));
+    if (parser.isSet(QStringLiteral("lang")) && !language->set(word)) {
+        throw UsageError(translated("--lang is \"%1\", but must be zh or en").arg(word));
+    }
 }
 
 /// The name of the command: the first argument that is neither an option nor an option's value.
@@ -101,10 +116,11 @@ int runWithoutCommand(const QStringList &arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        QStringLiteral("Trading module: keeps an account's trades and answers charts.\n\n") + commandList());
+        translated("Trading module: keeps an account's trades and answers charts.") + QStringLiteral("\n\n") +
+        commandList());
     addCommonOptions(&parser);
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("What to do; serve if left out."),
+    parser.addPositionalArgument(QStringLiteral("command"), translated("What to do; serve if left out."),
                                  QStringLiteral("[command]"));
     if (!parser.parse(arguments)) {
         throw UsageError(parser.errorText());
@@ -144,7 +160,7 @@ int dispatch(const QStringList &arguments)
     }
     const Command *command = findCommand(name);
     if (command == nullptr) {
-        throw UsageError(QStringLiteral("\"%1\" is no command; see --help").arg(name));
+        throw UsageError(translated("\"%1\" is no command; see --help").arg(name));
     }
     return runCommand(*command, arguments);
 }
@@ -153,7 +169,9 @@ int dispatch(const QStringList &arguments)
 
 int runProgram(const QStringList &arguments)
 {
+    Language language;
     try {
+        chooseLanguage(&language, arguments);
         return dispatch(arguments);
     } catch (const UsageError &error) {
         printError(error.reason());

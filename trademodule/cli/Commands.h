@@ -11,5 +11,6 @@ Command positionsCommand();
 Command placeCommand();
 Command cancelCommand();
 Command ordersCommand();
+Command accountCommand();
 
 } // namespace TradeModule

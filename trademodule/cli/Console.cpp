@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <numeric>
 
 #include <unistd.h> // isatty(): POSIX, the same on Linux and macOS
 
@@ -18,12 +19,26 @@ void write(const QString &text, FILE *stream)
     std::fflush(stream);
 }
 
-int screenWidth(const QString &text)
+struct Range
 {
-    constexpr ushort FirstWide = 0x1100;
-    return static_cast<int>(text.size() + std::count_if(text.begin(), text.end(), [](QChar character) {
-                                return character.unicode() >= FirstWide;
-                            }));
+    ushort first;
+    ushort last;
+};
+
+/// Characters that take two columns: Hangul, ideographs with their kana and signs, and full-width forms.
+constexpr Range WideCharacters[] = {
+    {0x1100, 0x115F}, {0x2E80, 0x303E}, {0x3041, 0xA4CF}, {0xA960, 0xA97F}, {0xAC00, 0xD7A3},
+    {0xF900, 0xFAFF}, {0xFE30, 0xFE6F}, {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6},
+};
+
+/// A half of a surrogate pair counts one: what is written with a pair is wide.
+int widthOf(QChar character)
+{
+    const ushort code = character.unicode();
+    const bool isWide =
+        std::any_of(std::begin(WideCharacters), std::end(WideCharacters),
+                    [code](Range range) { return code >= range.first && code <= range.last; });
+    return isWide ? 2 : 1;
 }
 
 QVector<int> columnWidths(const QVector<QStringList> &lines)
@@ -40,10 +55,15 @@ QVector<int> columnWidths(const QVector<QStringList> &lines)
 QString alignedLine(const QStringList &cells, const QVector<int> &widths)
 {
     QString line;
+    int gap = 0; // blanks before the next cell that is not empty: lines have none at their end
     for (int i = 0; i < cells.size(); ++i) {
-        line += cells[i] + QString(widths[i] - screenWidth(cells[i]) + 2, QLatin1Char(' '));
+        if (!cells[i].isEmpty()) {
+            line += QString(gap, QLatin1Char(' ')) + cells[i];
+            gap = 0;
+        }
+        gap += widths[i] - screenWidth(cells[i]) + 2;
     }
-    return line.trimmed() + QLatin1Char('\n');
+    return line + QLatin1Char('\n');
 }
 
 } // namespace
@@ -56,6 +76,12 @@ void print(const QString &text)
 void printError(const QString &reason)
 {
     write(QStringLiteral("%1: %2\n").arg(QCoreApplication::applicationName(), reason), stderr);
+}
+
+int screenWidth(const QString &text)
+{
+    return std::accumulate(text.begin(), text.end(), 0,
+                           [](int width, QChar character) { return width + widthOf(character); });
 }
 
 bool isTerminal()

@@ -14,7 +14,10 @@ void printError(const QString &reason);
 /// True when standard error is a terminal that a person looks at.
 bool isTerminal();
 
-/// A table with aligned columns: a header and rows of as many cells. Chinese characters take two columns.
+/// How many columns of a terminal a text takes: Chinese characters and their punctuation take two.
+int screenWidth(const QString &text);
+
+/// A table with aligned columns: a header and rows of as many cells.
 QString tableText(const QStringList &header, const QVector<QStringList> &rows);
 
 /// A bar on a terminal that shows how far a long work is; writes nothing elsewhere.

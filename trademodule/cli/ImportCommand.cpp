@@ -1,3 +1,4 @@
+#include "trademodule/Language.h"
 #include "trademodule/bus/TradeAnswers.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
@@ -34,10 +35,10 @@ QString ledgerLocation(const Invocation &invocation, const ImportOptions &option
 
 int import(const Invocation &invocation)
 {
-    const QString path = invocation.arguments(1, QStringLiteral("one FILE to import")).constFirst();
+    const QString path = invocation.arguments(1, translated("one FILE to import")).constFirst();
     const ImportOptions options = importOptions(invocation);
     Ledger ledger(ledgerLocation(invocation, options));
-    ProgressBar bar(QStringLiteral("Importing"));
+    ProgressBar bar(translated("Importing"));
     const ImportReport report =
         importStatement(path, options, &ledger, [&bar](int done, int total) { bar.show(done, total); });
     print(describe(report, path, options).join(QLatin1Char('\n')) + QLatin1Char('\n'));
@@ -59,15 +60,15 @@ int import(const Invocation &invocation)
 Command importCommand()
 {
     return {QStringLiteral("import"),
-            QStringLiteral("Reads a broker's statement of executed trades into the ledger."),
+            translated("Reads a broker's statement of executed trades into the ledger."),
             QStringLiteral("FILE"),
-            {{QStringLiteral("dry-run"), QStringLiteral("Shows what would happen and changes nothing.")},
+            {{QStringLiteral("dry-run"), translated("Shows what would happen and changes nothing.")},
              {QStringLiteral("skip-bad"),
-              QStringLiteral("Imports the other rows when some can not be read; else nothing is imported.")},
-             {QStringLiteral("date"), QStringLiteral("Day of the trades, for a statement without dates."),
+              translated("Imports the other rows when some can not be read; else nothing is imported.")},
+             {QStringLiteral("date"), translated("Day of the trades, for a statement without dates."),
               QStringLiteral("yyyymmdd")},
              {QStringLiteral("securities"),
-              QStringLiteral("List code,market,name of securities, for a statement without codes."),
+              translated("List code,market,name of securities, for a statement without codes."),
               QStringLiteral("LIST")}},
             &import};
 }

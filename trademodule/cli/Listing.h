@@ -1,31 +1,41 @@
 #pragma once
 
+#include "trademodule/ledger/Execution.h"
+
 #include <QCommandLineOption>
 #include <QStringList>
 #include <QVector>
 
 namespace TradeModule {
 
-/// A list for people as a table, for programs as JSON: the columns are the same.
+/// A list for people as a table in the program's language, for programs as JSON, which is the same in
+/// every language.
 class Listing
 {
 public:
-    explicit Listing(QStringList columns) : m_columns(std::move(columns)) {}
+    /// The columns' names are keys in JSON and translated as a table's header.
+    Listing(QVector<const char *> columns, bool isJson) : m_columns(std::move(columns)), m_isJson(isJson) {}
 
     /// The option that asks for JSON.
     static QCommandLineOption jsonOption();
 
     /// As many cells as there are columns.
     void add(const QStringList &row) { m_rows.append(row); }
-    QString text(bool isJson) const;
+    /// A cell's English word, for a table translated.
+    QString word(const char *source) const;
+    QString text() const;
 
 private:
     QString json() const;
+    QString table() const;
 
-    const QStringList m_columns;
+    const QVector<const char *> m_columns;
+    const bool m_isJson;
     QVector<QStringList> m_rows;
 };
 
+/// "buy" or "sell", as a word for a cell.
+const char *sideWord(Side side);
 /// 2024-01-02 of 20240102.
 QString dashedDate(int date);
 /// 09:30:15 of 09301500.

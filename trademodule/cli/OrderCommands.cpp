@@ -1,4 +1,5 @@
 #include "trademodule/ExchangeTime.h"
+#include "trademodule/Language.h"
 #include "trademodule/bus/TradeAnswers.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
@@ -36,7 +37,7 @@ private:
 Side sideOf(const QString &word)
 {
     if (word != QLatin1String("buy") && word != QLatin1String("sell")) {
-        throw UsageError(QStringLiteral("\"%1\" must be buy or sell").arg(word));
+        throw UsageError(translated("\"%1\" must be buy or sell").arg(word));
     }
     return word == QLatin1String("buy") ? Side::Buy : Side::Sell;
 }
@@ -45,7 +46,7 @@ Security securityOf(const QString &text)
 {
     const std::optional<Security> security = securityOfCode(text);
     if (!security) {
-        throw UsageError(QStringLiteral("\"%1\" is no code of Shanghai or Shenzhen").arg(text));
+        throw UsageError(translated("\"%1\" is no code of Shanghai or Shenzhen").arg(text));
     }
     return *security;
 }
@@ -55,7 +56,7 @@ Money priceOf(const QString &text)
     bool isNumber = false;
     const std::optional<Money> price = Money::ofYuan(text.toDouble(&isNumber));
     if (!isNumber || !price) {
-        throw UsageError(QStringLiteral("\"%1\" is no price").arg(text));
+        throw UsageError(translated("\"%1\" is no price").arg(text));
     }
     return *price;
 }
@@ -65,65 +66,62 @@ qint64 wholeNumber(const QString &text)
     bool isNumber = false;
     const qint64 number = text.toLongLong(&isNumber);
     if (!isNumber || number <= 0) {
-        throw UsageError(QStringLiteral("\"%1\" is no whole number greater than 0").arg(text));
+        throw UsageError(translated("\"%1\" is no whole number greater than 0").arg(text));
     }
     return number;
 }
 
 int place(const Invocation &invocation)
 {
-    const QStringList words =
-        invocation.arguments(4, QStringLiteral("CODE, buy or sell, PRICE and QUANTITY"));
+    const QStringList words = invocation.arguments(4, translated("CODE, buy or sell, PRICE and QUANTITY"));
     const Security security = securityOf(words[0]);
     const Side side = sideOf(words[1]);
     const Money price = priceOf(words[2]);
     const qint64 quantity = wholeNumber(words[3]);
     Ledger ledger(invocation.ledger());
     Changes changes;
-    const Order order = PaperExchange(&ledger, changes.listener()).place(security, side, price, quantity);
-    print(QStringLiteral("order %1 is placed: %2\n").arg(order.number).arg(statusText(order)));
+    const Order order = PaperExchange(&ledger, changes.listener()).leave(security, side, price, quantity);
+    print(translated("order %1 is placed: %2").arg(order.number).arg(statusText(order)) + QLatin1Char('\n'));
     tellCharts(invocation, changes.notifications());
     return Succeeded;
 }
 
 int cancel(const Invocation &invocation)
 {
-    const qint64 number =
-        wholeNumber(invocation.arguments(1, QStringLiteral("one order NUMBER")).constFirst());
+    const qint64 number = wholeNumber(invocation.arguments(1, translated("one order NUMBER")).constFirst());
     const int date = invocation.date(QStringLiteral("date")).value_or(today());
     Ledger ledger(invocation.ledger());
     Changes changes;
     const Order order = PaperExchange(&ledger, changes.listener()).cancel(date, number);
-    print(QStringLiteral("order %1: %2\n").arg(order.number).arg(statusText(order)));
+    print(translated("order %1: %2").arg(order.number).arg(statusText(order)) + QLatin1Char('\n'));
     tellCharts(invocation, changes.notifications());
     return Succeeded;
 }
 
 int listOrders(const Invocation &invocation)
 {
-    invocation.arguments(0, QStringLiteral("no arguments, only options"));
+    invocation.arguments(0, translated("no arguments, only options"));
     const int date = invocation.date(QStringLiteral("date")).value_or(today());
     Ledger ledger(invocation.ledger());
-    Listing listing({QStringLiteral("number"), QStringLiteral("date"), QStringLiteral("time"),
-                     QStringLiteral("code"), QStringLiteral("market"), QStringLiteral("side"),
-                     QStringLiteral("price"), QStringLiteral("quantity"), QStringLiteral("matched"),
-                     QStringLiteral("cancelled"), QStringLiteral("status")});
+    Listing listing({QT_TR_NOOP("number"), QT_TR_NOOP("date"), QT_TR_NOOP("time"), QT_TR_NOOP("code"),
+                     QT_TR_NOOP("market"), QT_TR_NOOP("side"), QT_TR_NOOP("price"), QT_TR_NOOP("quantity"),
+                     QT_TR_NOOP("matched"), QT_TR_NOOP("cancelled"), QT_TR_NOOP("status")},
+                    invocation.isSet(QStringLiteral("json")));
     const Orders orders = OrderBook(&ledger).ofDay(date);
     for (const Order &order : orders) {
         listing.add({QString::number(order.number), dashedDate(order.date), clockTime(order.time),
                      order.security.code, marketLetters(order.security.market),
-                     order.side == Side::Buy ? QStringLiteral("buy") : QStringLiteral("sell"),
-                     order.price.text(), QString::number(order.quantity),
+                     listing.word(sideWord(order.side)), order.price.text(), QString::number(order.quantity),
                      QString::number(order.matchedQuantity), QString::number(order.cancelledQuantity),
                      statusText(order)});
     }
-    print(listing.text(invocation.isSet(QStringLiteral("json"))));
+    print(listing.text());
     return Succeeded;
 }
 
 QCommandLineOption dateOption()
 {
-    return {QStringLiteral("date"), QStringLiteral("Day of the orders; today if left out."),
+    return {QStringLiteral("date"), translated("Day of the orders; today if left out."),
             QStringLiteral("yyyymmdd")};
 }
 
@@ -132,7 +130,7 @@ QCommandLineOption dateOption()
 Command placeCommand()
 {
     return {QStringLiteral("place"),
-            QStringLiteral("Places a limit order; a serving module deals it."),
+            translated("Places a limit order; a serving module deals it."),
             QStringLiteral("CODE buy|sell PRICE QUANTITY"),
             {},
             &place};
@@ -141,7 +139,7 @@ Command placeCommand()
 Command cancelCommand()
 {
     return {QStringLiteral("cancel"),
-            QStringLiteral("Cancels what is left of an order."),
+            translated("Cancels what is left of an order."),
             QStringLiteral("NUMBER"),
             {dateOption()},
             &cancel};
@@ -150,7 +148,7 @@ Command cancelCommand()
 Command ordersCommand()
 {
     return {QStringLiteral("orders"),
-            QStringLiteral("Lists the orders of a day."),
+            translated("Lists the orders of a day."),
             {},
             {dateOption(), Listing::jsonOption()},
             &listOrders};

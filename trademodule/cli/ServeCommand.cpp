@@ -1,3 +1,4 @@
+#include "trademodule/Language.h"
 #include "trademodule/bus/TradeService.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/TerminationSignals.h"
@@ -9,12 +10,17 @@ namespace TradeModule {
 
 namespace {
 
+/// How long a change waits for another process that changes the ledger: well below the three seconds after
+/// which whoever asked would take it for lost, while it is done all the same.
+constexpr int PatienceMs = 500;
+
 int serve(const Invocation &invocation)
 {
     if (invocation.bus().isEmpty()) {
-        throw UsageError(QStringLiteral("give the directory of the terminal with --bus DIR"));
+        throw UsageError(translated("give the directory of the terminal with --bus DIR"));
     }
     Ledger ledger(invocation.ledger());
+    ledger.setPatience(PatienceMs);
     const TerminationSignals signalsQuit;
     const TradeService service(invocation.bus(), &ledger);
     return QCoreApplication::exec();
@@ -25,7 +31,7 @@ int serve(const Invocation &invocation)
 Command serveCommand()
 {
     return {QStringLiteral("serve"),
-            QStringLiteral("Answers the charts of a terminal until it is told to end."),
+            translated("Answers the charts of a terminal until it is told to end."),
             {},
             {},
             &serve};

@@ -1,5 +1,6 @@
 #include "trademodule/cli/TellCharts.h"
 
+#include "trademodule/Language.h"
 #include "trademodule/bus/TradeNotifier.h"
 #include "trademodule/cli/Console.h"
 
@@ -11,9 +12,9 @@ void tellCharts(const Invocation &invocation, const QVector<QJsonObject> &notifi
         return;
     }
     if (invocation.bus().isEmpty()) {
-        print(QStringLiteral("charts were not told: no --bus given\n"));
+        print(translated("charts were not told: no --bus given") + QLatin1Char('\n'));
     } else if (!notifyCharts(invocation.bus(), notifications)) {
-        print(QStringLiteral("charts were not told: there is no bus\n"));
+        print(translated("charts were not told: there is no bus") + QLatin1Char('\n'));
     }
 }
 

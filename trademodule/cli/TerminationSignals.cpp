@@ -1,6 +1,7 @@
 #include "trademodule/cli/TerminationSignals.h"
 
 #include "trademodule/Error.h"
+#include "trademodule/Language.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
@@ -30,7 +31,7 @@ TerminationSignals::TerminationSignals()
 {
     std::array<int, 2> ends{};
     if (pipe(ends.data()) != 0) {
-        throw Error(QStringLiteral("no pipe for signals can be made"));
+        throw Error(translated("no pipe for signals can be made"));
     }
     for (const int end : ends) {
         fcntl(end, F_SETFD, FD_CLOEXEC);

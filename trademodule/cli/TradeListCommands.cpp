@@ -1,3 +1,4 @@
+#include "trademodule/Language.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
 #include "trademodule/cli/Listing.h"
@@ -13,10 +14,11 @@ QString decimals(double value, int count)
 
 int listPositions(const Invocation &invocation)
 {
-    invocation.arguments(0, QStringLiteral("no arguments, only options"));
+    invocation.arguments(0, translated("no arguments, only options"));
     Ledger ledger(invocation.ledger());
-    Listing listing({QStringLiteral("code"), QStringLiteral("market"), QStringLiteral("name"),
-                     QStringLiteral("quantity"), QStringLiteral("costprice"), QStringLiteral("cost")});
+    Listing listing({QT_TR_NOOP("code"), QT_TR_NOOP("market"), QT_TR_NOOP("name"), QT_TR_NOOP("quantity"),
+                     QT_TR_NOOP("costprice"), QT_TR_NOOP("cost")},
+                    invocation.isSet(QStringLiteral("json")));
     const QVector<Position> positions = ledger.positions();
     for (const Position &position : positions) {
         listing.add({position.security.code, marketLetters(position.security.market), position.name,
@@ -24,31 +26,30 @@ int listPositions(const Invocation &invocation)
                      decimals(position.holding.costPrice().value_or(0), 3),
                      decimals(position.holding.cost(), 2)});
     }
-    print(listing.text(invocation.isSet(QStringLiteral("json"))));
+    print(listing.text());
     return Succeeded;
 }
 
 int listTrades(const Invocation &invocation)
 {
-    invocation.arguments(0, QStringLiteral("no arguments, only options"));
+    invocation.arguments(0, translated("no arguments, only options"));
     DateRange days;
     days.first = invocation.date(QStringLiteral("from")).value_or(days.first);
     days.last = invocation.date(QStringLiteral("to")).value_or(days.last);
     const QString code = invocation.value(QStringLiteral("code"));
     Ledger ledger(invocation.ledger());
-    Listing listing({QStringLiteral("date"), QStringLiteral("time"), QStringLiteral("code"),
-                     QStringLiteral("market"), QStringLiteral("side"), QStringLiteral("price"),
-                     QStringLiteral("quantity"), QStringLiteral("amount"), QStringLiteral("fee"),
-                     QStringLiteral("order"), QStringLiteral("deal")});
+    Listing listing({QT_TR_NOOP("date"), QT_TR_NOOP("time"), QT_TR_NOOP("code"), QT_TR_NOOP("market"),
+                     QT_TR_NOOP("side"), QT_TR_NOOP("price"), QT_TR_NOOP("quantity"), QT_TR_NOOP("amount"),
+                     QT_TR_NOOP("fee"), QT_TR_NOOP("order"), QT_TR_NOOP("deal")},
+                    invocation.isSet(QStringLiteral("json")));
     const Executions trades = code.isEmpty() ? ledger.trades(days) : ledger.trades(code, days);
     for (const Execution &trade : trades) {
         listing.add({dashedDate(trade.date), clockTime(trade.time), trade.security.code,
-                     marketLetters(trade.security.market),
-                     trade.side == Side::Buy ? QStringLiteral("buy") : QStringLiteral("sell"),
+                     marketLetters(trade.security.market), listing.word(sideWord(trade.side)),
                      trade.price.text(), QString::number(trade.quantity), trade.amount.text(),
                      trade.fee.text(), trade.orderNo, trade.dealNo});
     }
-    print(listing.text(invocation.isSet(QStringLiteral("json"))));
+    print(listing.text());
     return Succeeded;
 }
 
@@ -57,7 +58,7 @@ int listTrades(const Invocation &invocation)
 Command positionsCommand()
 {
     return {QStringLiteral("positions"),
-            QStringLiteral("Lists what is held and at what cost."),
+            translated("Lists what is held and at what cost."),
             {},
             {Listing::jsonOption()},
             &listPositions};
@@ -65,15 +66,14 @@ Command positionsCommand()
 
 Command tradesCommand()
 {
-    return {
-        QStringLiteral("trades"),
-        QStringLiteral("Lists the account's trades, oldest first."),
-        {},
-        {Listing::jsonOption(),
-         {QStringLiteral("code"), QStringLiteral("Only trades of this security."), QStringLiteral("CODE")},
-         {QStringLiteral("from"), QStringLiteral("First day."), QStringLiteral("yyyymmdd")},
-         {QStringLiteral("to"), QStringLiteral("Last day."), QStringLiteral("yyyymmdd")}},
-        &listTrades};
+    return {QStringLiteral("trades"),
+            translated("Lists the account's trades, oldest first."),
+            {},
+            {Listing::jsonOption(),
+             {QStringLiteral("code"), translated("Only trades of this security."), QStringLiteral("CODE")},
+             {QStringLiteral("from"), translated("First day."), QStringLiteral("yyyymmdd")},
+             {QStringLiteral("to"), translated("Last day."), QStringLiteral("yyyymmdd")}},
+            &listTrades};
 }
 
 } // namespace TradeModule

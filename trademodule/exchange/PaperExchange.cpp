@@ -3,7 +3,10 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
 #include "trademodule/ExchangeTime.h"
+#include "trademodule/Language.h"
 #include "trademodule/exchange/TradingRules.h"
+
+#include <QtDebug>
 
 #include <algorithm>
 
@@ -25,6 +28,7 @@ QLatin1String code(const char *status)
 constexpr const char *const *cancelTargets[][2] = {
     {&Quoted, &QuotedWaittingCancel},
     {&PartDeal, &PartDealWaittingCancel},
+    {&None, &Canceled},
     {&WaittingQuote, &Canceled},
     {&Quoting, &Canceled},
 };
@@ -37,6 +41,16 @@ const char *cancelTarget(const QString &status)
         }
     }
     return nullptr;
+}
+
+Order newOrder(const Security &security, Side side, Money price, qint64 quantity)
+{
+    Order order;
+    order.security = security;
+    order.side = side;
+    order.price = price;
+    order.quantity = quantity;
+    return order;
 }
 
 bool isDealable(const Order &order)
@@ -72,27 +86,45 @@ qint64 dealQuantity(const Order &order, qint64 atMost)
 
 PaperExchange::PaperExchange(Ledger *ledger, Listener listener)
     : m_book(ledger),
-      m_listener(std::move(listener))
+      m_listener(std::move(listener)),
+      m_market(ledger)
 {
 }
 
 int PaperExchange::now() const
 {
-    return m_quoteTime >= 0 ? m_quoteTime : timeNumber(QTime::currentTime());
+    return m_market.clock().value_or(timeNumber(QTime::currentTime()));
+}
+
+bool PaperExchange::isOpen() const
+{
+    // a day that is played may be played on a Sunday
+    const bool isTradingDay = m_market.clock() || TradingRules::isTradingDay(QDate::currentDate());
+    return isTradingDay && TradingRules::isOpen(now());
+}
+
+const char *PaperExchange::firstStatus() const
+{
+    return isOpen() ? Quoting : WaittingQuote;
 }
 
 Order PaperExchange::place(const Security &security, Side side, Money price, qint64 quantity)
 {
-    Order order;
-    order.security = security;
-    order.side = side;
-    order.price = price;
-    order.quantity = quantity;
+    return enter(newOrder(security, side, price, quantity), firstStatus());
+}
+
+Order PaperExchange::leave(const Security &security, Side side, Money price, qint64 quantity)
+{
+    return enter(newOrder(security, side, price, quantity), None);
+}
+
+Order PaperExchange::enter(Order order, const char *status)
+{
     order.date = today();
     order.time = now();
-    order.status = code(TradingRules::isOpen(order.time) ? Quoting : WaittingQuote);
+    order.status = code(status);
     Transaction transaction = m_book.begin();
-    const QString wrong = TradingRules::formError(order, m_book.holding(security).quantity());
+    const QString wrong = TradingRules::formError(order, m_book.holding(order.security).quantity());
     if (!wrong.isEmpty()) {
         throw Error(wrong);
     }
@@ -108,10 +140,9 @@ void PaperExchange::refuseUncovered(const Order &order)
     if (order.side == Side::Sell) {
         const qint64 available = sellable(order.security);
         if (order.quantity > available) {
-            throw Error(
-                QStringLiteral("%1 shares may be sold: what was bought today or is on offer already does "
-                               "not count")
-                    .arg(available));
+            throw Error(translated("%1 shares may be sold: what was bought today or is on offer already does "
+                                   "not count")
+                            .arg(available));
         }
         return;
     }
@@ -119,7 +150,7 @@ void PaperExchange::refuseUncovered(const Order &order)
     const Money needed = amount + TradingRules::fees(Side::Buy, amount);
     const Money available = spendable();
     if (needed > available) {
-        throw Error(QStringLiteral("the order needs %1 yuan with its fees, there are %2")
+        throw Error(translated("the order needs %1 yuan with its fees, there are %2")
                         .arg(needed.text(), available.text()));
     }
 }
@@ -149,16 +180,29 @@ Money PaperExchange::spendable()
     return available;
 }
 
+void PaperExchange::setCash(Money cash)
+{
+    Transaction transaction = m_book.begin();
+    const Money onOffer = m_book.cash() - spendable();
+    if (cash < onOffer) {
+        throw Error(
+            translated("the open buys need %1 yuan with their fees: cancel some of them, or give more")
+                .arg(onOffer.text()));
+    }
+    m_book.setCash(cash);
+    transaction.commit();
+}
+
 Order PaperExchange::cancel(int date, qint64 number)
 {
     Transaction transaction = m_book.begin();
     std::optional<Order> order = m_book.find(date, number);
     if (!order) {
-        throw Error(QStringLiteral("there is no order %1 of %2").arg(number).arg(date));
+        throw Error(translated("there is no order %1 of %2").arg(number).arg(date));
     }
     const char *target = cancelTarget(order->status);
     if (target == nullptr) {
-        throw Error(QStringLiteral("order %1 can not be cancelled: %2")
+        throw Error(translated("order %1 can not be cancelled: %2")
                         .arg(number)
                         .arg(QString::fromUtf8(getOrderStatusTxt(order->status))));
     }
@@ -172,6 +216,12 @@ Order PaperExchange::cancel(int date, qint64 number)
     return *order;
 }
 
+bool PaperExchange::isBeyondLimits(const Order &order) const
+{
+    const std::optional<Money> reference = m_market.reference(order.security);
+    return reference && !TradingRules::priceLimits(order.security, *reference).contain(order.price);
+}
+
 /// Takes an order's next step that needs no quote; true when there was one.
 bool PaperExchange::advance(Order *order)
 {
@@ -182,17 +232,18 @@ bool PaperExchange::advance(Order *order)
         endCancelled(order);
         return true;
     }
-    if (!isNew || !TradingRules::isOpen(now())) {
+    if (order->status == code(None)) {
+        order->status = code(firstStatus());
+        return true;
+    }
+    if (!isNew || !isOpen()) {
         return false;
     }
-    const auto reference = m_references.constFind(order->security);
-    const bool isBeyondLimits = reference != m_references.constEnd() &&
-                                !TradingRules::priceLimits(order->security, *reference).contain(order->price);
-    order->status = code(isBeyondLimits ? AbolishedOrder : Quoted);
+    order->status = code(isBeyondLimits(*order) ? AbolishedOrder : Quoted);
     return true;
 }
 
-/// The orders that settle() changes, as they are afterwards.
+/// The orders that advanceAll() changes, as they are afterwards.
 Orders PaperExchange::advanced()
 {
     Orders changed;
@@ -207,6 +258,12 @@ Orders PaperExchange::advanced()
 
 void PaperExchange::settle()
 {
+    advanceAll();
+    m_market.keep();
+}
+
+void PaperExchange::advanceAll()
+{
     if (advanced().isEmpty()) {
         return; // nearly always, and without locking anybody out
     }
@@ -219,17 +276,34 @@ void PaperExchange::settle()
     publish(changed);
 }
 
+bool PaperExchange::isOfToday(const Quote &quote)
+{
+    if (quote.date == today()) {
+        return true;
+    }
+    if (!m_strangeDates.contains(quote.date)) {
+        m_strangeDates.insert(quote.date);
+        qWarning("%s",
+                 qUtf8Printable(translated("quotes of %1 are left alone: orders are dealt against quotes "
+                                           "of today, %2")
+                                    .arg(quote.date)
+                                    .arg(today())));
+    }
+    return false;
+}
+
 void PaperExchange::take(const Quote &quote)
 {
-    m_quoteTime = quote.time;
-    if (!quote.previousClose.isZero()) {
-        m_references[quote.security] = quote.previousClose;
-    } else if (!m_references.contains(quote.security)) {
-        m_references[quote.security] = quote.open;
+    if (!isOfToday(quote)) {
+        return;
     }
-    settle();
+    m_market.note(quote.security, quote.time, quote.open, quote.previousClose);
+    advanceAll();
+    if (m_market.hasNewReference()) {
+        m_market.keep();
+    }
     if (TradingRules::isOpen(quote.time)) {
-        deal(quote);
+        deal(quote); // at last: what fails can be taken again, and nothing is dealt twice
     }
 }
 

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "trademodule/exchange/Quote.h"
+#include "trademodule/ledger/MarketDay.h"
 #include "trademodule/ledger/OrderBook.h"
-
-#include <QHash>
 
 #include <functional>
 
@@ -12,14 +11,15 @@ namespace TradeModule {
 /// Takes the account's orders and deals them against the quotes of the market. What an order goes
 /// through:
 ///
-///     placed ─► WaittingQuote (closed hours) ─► Quoted ─► PartDeal ─► Dealed
-///           └─► Quoting ─────────────────────────┘ │ └───────┤
-///     AbolishedOrder (beyond the price limits) ◄───┘         │
-///     cancel: Quoted ─► QuotedWaittingCancel ─► Canceled     │
+///     left ─► None ─┐
+///     placed ───────┴─► WaittingQuote (closed hours) ─► Quoted ─► PartDeal ─► Dealed
+///                   └─► Quoting ────────────────────────┘ │ └───────┤
+///     AbolishedOrder (beyond the price limits) ◄──────────┘         │
+///     cancel: Quoted ─► QuotedWaittingCancel ─► Canceled            │
 ///             PartDeal ─► PartDealWaittingCancel ─► PartCanceled
 ///
-/// The exchange's clock is the time of the last quote, so that a recorded day can be played at any hour;
-/// before the first quote it is the wall clock. Every order and quote is of today. Bus-free.
+/// The exchange's clock is the time of today's last quote, so that a recorded day can be played at any
+/// hour; before the first quote it is the wall clock. Every order is of today. Bus-free.
 class PaperExchange
 {
 public:
@@ -32,25 +32,43 @@ public:
     /// Places a limit order of a buy or a sell; an Error says which rule it breaks. The order with its
     /// number and status comes back.
     Order place(const Security &security, Side side, Money price, qint64 quantity);
+    /// The same for the exchange of another process on the same ledger: that one takes the order when it
+    /// settles next.
+    Order leave(const Security &security, Side side, Money price, qint64 quantity);
 
     /// Asks for what is left of an order to be cancelled; an Error says why it can not be.
     Order cancel(int date, qint64 number);
 
     /// Deals what the bar allows: a buy when its low, a sell when its high reaches the order's price, at
-    /// the bar's open when that is better; all orders together at most a quarter of its volume.
+    /// the bar's open when that is better; all orders together at most a quarter of its volume. A quote
+    /// of another day than today is left alone; the log says so once for each such day. When it fails as
+    /// LedgerUnavailable, nothing was dealt: take the same quote again before the next.
     void take(const Quote &quote);
 
     /// Does what is due without a quote: reports new orders, confirms cancellations, lets the orders of
-    /// past days end. Also for what other processes wrote into the ledger. Cheap when nothing is due.
+    /// past days end. Also for what other processes wrote into the ledger. Writes down the clock. Cheap
+    /// when nothing is due.
     void settle();
 
-private:
-    int now() const;
-    void refuseUncovered(const Order &order);
+    /// Shares that may be sold today: held, not bought today and not on offer already.
     qint64 sellable(const Security &security);
+    /// The cash that is free for a buy and its fees: what the open buys and theirs leave.
     Money spendable();
+
+    /// Gives the account this cash; an Error when the open buys need more.
+    void setCash(Money cash);
+
+private:
+    Order enter(Order order, const char *status);
+    int now() const;
+    bool isOpen() const;
+    const char *firstStatus() const;
+    bool isOfToday(const Quote &quote);
+    bool isBeyondLimits(const Order &order) const;
+    void refuseUncovered(const Order &order);
     bool advance(Order *order);
     Orders advanced();
+    void advanceAll();
     Orders reachedBy(const Quote &quote);
     void deal(const Quote &quote);
     qint64 dealOne(Order *order, const Quote &quote, qint64 atMost);
@@ -58,8 +76,8 @@ private:
 
     OrderBook m_book;
     const Listener m_listener;
-    int m_quoteTime = -1;
-    QHash<Security, Money> m_references;
+    MarketDay m_market;
+    QSet<int> m_strangeDates; // of quotes, told in the log
 };
 
 } // namespace TradeModule

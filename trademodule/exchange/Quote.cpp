@@ -1,10 +1,14 @@
 #include "trademodule/exchange/Quote.h"
 
+#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
+#include "trademodule/Language.h"
 #include "trademodule/import/CellValue.h"
 
 namespace TradeModule {
+
+using namespace TradeChart::Module::QuoteFields;
 
 namespace {
 
@@ -15,7 +19,7 @@ QString textOf(const QJsonObject &object, const char *key)
 
 [[noreturn]] void refuse(const QJsonObject &object, const char *key)
 {
-    throw Error(QStringLiteral("the quote's \"%1\" is \"%2\"").arg(QLatin1String(key), textOf(object, key)));
+    throw Error(translated("the quote's \"%1\" is \"%2\"").arg(QLatin1String(key), textOf(object, key)));
 }
 
 Money price(const QJsonObject &object, const char *key)
@@ -26,6 +30,15 @@ Money price(const QJsonObject &object, const char *key)
         refuse(object, key);
     }
     return *money;
+}
+
+QString codeOf(const QJsonObject &object)
+{
+    const QString code = textOf(object, TradeChart::TradeKeyFields::STKCODE);
+    if (code.isEmpty()) {
+        refuse(object, TradeChart::TradeKeyFields::STKCODE);
+    }
+    return code;
 }
 
 Market marketOf(const QJsonObject &object)
@@ -39,20 +52,30 @@ Market marketOf(const QJsonObject &object)
     refuse(object, TradeChart::TradeKeyFields::MARKET);
 }
 
+int dateOf(const QJsonObject &object)
+{
+    const std::optional<int> date = CellValue::date(textOf(object, DATE));
+    if (!date) {
+        refuse(object, DATE);
+    }
+    return *date;
+}
+
 int timeOf(const QJsonObject &object)
 {
-    const std::optional<int> time = CellValue::time(textOf(object, "time"));
-    if (!time) {
-        refuse(object, "time");
+    const std::optional<int> time = CellValue::time(textOf(object, TIME));
+    if (!time || textOf(object, TIME).isEmpty()) {
+        refuse(object, TIME);
     }
     return *time;
 }
 
 qint64 volumeOf(const QJsonObject &object)
 {
-    const double volume = textOf(object, "volume").toDouble();
-    if (!(volume >= 0 && volume < 1e15)) {
-        refuse(object, "volume");
+    bool isNumber = false;
+    const double volume = textOf(object, VOLUME).toDouble(&isNumber);
+    if (!isNumber || !(volume >= 0 && volume < 1e15)) {
+        refuse(object, VOLUME);
     }
     return static_cast<qint64>(volume);
 }
@@ -62,15 +85,16 @@ qint64 volumeOf(const QJsonObject &object)
 Quote readQuote(const QJsonObject &object)
 {
     Quote quote;
-    quote.security = {textOf(object, TradeChart::TradeKeyFields::STKCODE), marketOf(object)};
+    quote.security = {codeOf(object), marketOf(object)};
+    quote.date = dateOf(object);
     quote.time = timeOf(object);
-    quote.open = price(object, "open");
-    quote.high = price(object, "high");
-    quote.low = price(object, "low");
-    quote.close = price(object, "close");
+    quote.open = price(object, OPEN);
+    quote.high = price(object, HIGH);
+    quote.low = price(object, LOW);
+    quote.close = price(object, CLOSE);
     quote.volume = volumeOf(object);
-    if (object.contains(QLatin1String("preclose"))) {
-        quote.previousClose = price(object, "preclose");
+    if (object.contains(QLatin1String(PRECLOSE))) {
+        quote.previousClose = price(object, PRECLOSE);
     }
     return quote;
 }

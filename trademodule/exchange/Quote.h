@@ -11,6 +11,7 @@ namespace TradeModule {
 struct Quote
 {
     Security security;
+    int date = 0; ///< yyyymmdd
     int time = 0; ///< hhmmsscc, the end of the bar
     Money open;
     Money high;

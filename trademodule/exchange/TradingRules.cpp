@@ -1,4 +1,5 @@
 #include "trademodule/exchange/TradingRules.h"
+#include "trademodule/Language.h"
 
 #include <algorithm>
 #include <cmath>
@@ -30,14 +31,19 @@ bool isOpen(int time)
     return isMorning || isAfternoon;
 }
 
+bool isTradingDay(const QDate &day)
+{
+    return day.dayOfWeek() <= Qt::Friday;
+}
+
 QString formError(const Order &order, qint64 held)
 {
     if (!(order.price > Money()) || order.price.steps() % Tick.steps() != 0) {
-        return QStringLiteral("the price must be a multiple of 0.01 yuan");
+        return translated("the price must be a multiple of 0.01 yuan");
     }
     const bool sellsRest = order.side == Side::Sell && order.quantity == held;
     if (order.quantity <= 0 || (order.quantity % Lot != 0 && !sellsRest)) {
-        return QStringLiteral("the quantity must be a multiple of %1").arg(Lot);
+        return translated("the quantity must be a multiple of %1").arg(Lot);
     }
     return {};
 }

@@ -2,6 +2,8 @@
 
 #include "trademodule/ledger/Order.h"
 
+#include <QDate>
+
 namespace TradeModule {
 
 /// The rules of the market, as far as they are the same every day.
@@ -10,8 +12,11 @@ namespace TradingRules {
 constexpr qint64 Lot = 100;
 constexpr Money Tick = Money::ofSteps(Money::StepsPerYuan / 100);
 
-/// True while orders reach the exchange: 09:15–11:30 and 13:00–15:00.
+/// True while orders reach the exchange: 09:15–11:30 and 13:00–15:00, both ends included.
 bool isOpen(int time);
+
+/// Monday to Friday. Holidays are not known.
+bool isTradingDay(const QDate &day);
 
 /// Why an order of this form is never taken; empty when it is. A sell of less than a lot must sell all
 /// that is held.

@@ -1,5 +1,6 @@
 #include "trademodule/import/EntryKind.h"
 
+#include "trademodule/Language.h"
 #include "trademodule/import/CellValue.h"
 
 #include <QRegularExpression>
@@ -19,7 +20,7 @@ QStringList words(const char *text)
 
 struct NoTradeRow
 {
-    QString kind;
+    const char *kind;
     QStringList parts; ///< an entry is of this kind when its word contains one of them
 };
 
@@ -27,20 +28,19 @@ struct NoTradeRow
 const std::vector<NoTradeRow> &noTradeKinds()
 {
     static const std::vector<NoTradeRow> table = {
-        {QStringLiteral("allotment numbers"), words("配号")},
-        {QStringLiteral("subscriptions"), words("申购 中签 新股 认购 赎回 配售缴款")},
-        {QStringLiteral("rights issues"), words("配股 配债")},
-        {QStringLiteral("cancellations"), words("撤买 撤卖 撤单 撤销委托")},
-        {QStringLiteral("short sales"), words("融券卖出 买券还券 现券还券 融券平仓")},
-        {QStringLiteral("repo"), words("回购 购回")},
-        {QStringLiteral("dividend tax"), words("红利税 股息税 利息税")},
-        {QStringLiteral("dividends"), words("红利 股息 派息 分红")},
-        {QStringLiteral("interest"), words("利息 结息")},
-        {QStringLiteral("bank transfers"),
-         words("银行转 转银行 银证 转存 转取 资金存 资金取 转入资金 转出资金")},
-        {QStringLiteral("custody moves"), words("指定 托管 转入 转出 划入 划出 冻结 解冻 登记 证券转")},
-        {QStringLiteral("conversions"), words("合并 拆分 折算 转股 行权 兑付 兑息 要约")},
-        {QStringLiteral("margin loans"), words("直接还款 偿还融资 融资借入 融资偿还 还款利")},
+        {QT_TR_NOOP("allotment numbers"), words("配号")},
+        {QT_TR_NOOP("subscriptions"), words("申购 中签 新股 认购 赎回 配售缴款")},
+        {QT_TR_NOOP("rights issues"), words("配股 配债")},
+        {QT_TR_NOOP("cancellations"), words("撤买 撤卖 撤单 撤销委托")},
+        {QT_TR_NOOP("short sales"), words("融券卖出 买券还券 现券还券 融券平仓")},
+        {QT_TR_NOOP("repo"), words("回购 购回")},
+        {QT_TR_NOOP("dividend tax"), words("红利税 股息税 利息税")},
+        {QT_TR_NOOP("dividends"), words("红利 股息 派息 分红")},
+        {QT_TR_NOOP("interest"), words("利息 结息")},
+        {QT_TR_NOOP("bank transfers"), words("银行转 转银行 银证 转存 转取 资金存 资金取 转入资金 转出资金")},
+        {QT_TR_NOOP("custody moves"), words("指定 托管 转入 转出 划入 划出 冻结 解冻 登记 证券转")},
+        {QT_TR_NOOP("conversions"), words("合并 拆分 折算 转股 行权 兑付 兑息 要约")},
+        {QT_TR_NOOP("margin loans"), words("直接还款 偿还融资 融资借入 融资偿还 还款利")},
     };
     return table;
 }
@@ -80,7 +80,7 @@ std::optional<QString> ofNoTrade(const QString &word)
 {
     for (const NoTradeRow &row : noTradeKinds()) {
         if (containsOne(word, row.parts)) {
-            return row.kind;
+            return translated(row.kind);
         }
     }
     return std::nullopt;

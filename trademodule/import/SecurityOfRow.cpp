@@ -1,6 +1,7 @@
 #include "trademodule/import/SecurityOfRow.h"
 
 #include "trademodule/Error.h"
+#include "trademodule/Language.h"
 #include "trademodule/import/CellValue.h"
 
 #include <QFile>
@@ -113,7 +114,7 @@ Security securityByName(const QString &name, const QHash<QString, Security> &sec
 {
     const auto security = securitiesByName.constFind(name);
     if (security == securitiesByName.constEnd()) {
-        throw Error(QStringLiteral("the name \"%1\" is not in the list of securities").arg(name));
+        throw Error(translated("the name \"%1\" is not in the list of securities").arg(name));
     }
     return *security;
 }
@@ -129,7 +130,7 @@ std::optional<Security> securityOfRow(const StatementColumns &columns, const QSt
     const QString cell = columns.cell(Column::Code, cells);
     const std::optional<CellValue::Code> code = CellValue::code(cell);
     if (!code) {
-        throw Error(QStringLiteral("\"%1\" is no code of a security").arg(CellValue::cleaned(cell)));
+        throw Error(translated("\"%1\" is no code of a security").arg(CellValue::cleaned(cell)));
     }
     return securityAt(venueOf(*code, columns, cells), code->digits);
 }
@@ -144,7 +145,7 @@ QHash<QString, Security> readSecurityList(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        throw Error(QStringLiteral("%1: can not be read: %2").arg(path, file.errorString()));
+        throw Error(translated("%1: can not be read: %2").arg(path, reasonOf(file)));
     }
     QHash<QString, Security> securities;
     for (int line = 1; !file.atEnd(); ++line) {
@@ -153,7 +154,7 @@ QHash<QString, Security> readSecurityList(const QString &path)
         if (market && fields.size() == 3) {
             securities.insert(CellValue::cleaned(fields[2]), {fields[0], *market});
         } else if (line > 1) {
-            throw Error(QStringLiteral("%1:%2: must have the form code,market,name with market SH or SZ")
+            throw Error(translated("%1:%2: must have the form code,market,name with market SH or SZ")
                             .arg(path)
                             .arg(line));
         }

@@ -1,6 +1,7 @@
 #include "trademodule/import/StatementImport.h"
 
 #include "trademodule/Error.h"
+#include "trademodule/Language.h"
 #include "trademodule/import/TextDecoding.h"
 
 #include <QFile>
@@ -13,7 +14,7 @@ StatementContents readFile(const QString &path, const ReadOptions &options)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        throw Error(QStringLiteral("%1: can not be read: %2").arg(path, file.errorString()));
+        throw Error(translated("%1: can not be read: %2").arg(path, reasonOf(file)));
     }
     try {
         return readStatement(decodeStatement(file.readAll()), options);
@@ -22,14 +23,14 @@ StatementContents readFile(const QString &path, const ReadOptions &options)
     }
 }
 
-QString counted(int count, const QString &one, const QString &many)
-{
-    return QStringLiteral("%1 %2").arg(count).arg(count == 1 ? one : many);
-}
-
 QString rows(int count)
 {
-    return counted(count, QStringLiteral("row"), QStringLiteral("rows"));
+    return (count == 1 ? translated("%1 row") : translated("%1 rows")).arg(count);
+}
+
+QString entries(int count)
+{
+    return (count == 1 ? translated("%1 entry") : translated("%1 entries")).arg(count);
 }
 
 QStringList badRowLines(const QVector<BadRow> &badRows, const QString &path)
@@ -45,19 +46,19 @@ QStringList contentLines(const StatementContents &contents)
 {
     QStringList lines;
     for (const auto &[kind, count] : contents.leftOut) {
-        lines.append(QStringLiteral("left out: %1 (%2)").arg(kind, rows(count)));
+        lines.append(translated("left out: %1 (%2)").arg(kind, rows(count)));
     }
     if (contents.bonuses > 0) {
-        lines.append(QStringLiteral("bonus shares: %1 enlarge the holding at no cost; they are no trades")
+        lines.append(translated("bonus shares: %1 enlarge the holding at no cost; they are no trades")
                          .arg(rows(contents.bonuses)));
     }
     if (contents.repeatedRows > 0) {
-        lines.append(QStringLiteral("dropped: %1 that repeat another with the same deal number")
+        lines.append(translated("dropped: %1 that repeat another with the same deal number")
                          .arg(rows(contents.repeatedRows)));
     }
     if (contents.equalRows > 0) {
-        lines.append(QStringLiteral("kept: %1 equal to another but without a deal number; if the file holds "
-                                    "them twice by mistake, remove them and import into a fresh ledger")
+        lines.append(translated("kept: %1 equal to another but without a deal number; if the file holds "
+                                "them twice by mistake, remove them and import into a fresh ledger")
                          .arg(rows(contents.equalRows)));
     }
     return lines;
@@ -65,21 +66,18 @@ QStringList contentLines(const StatementContents &contents)
 
 QString bookedLine(const ImportReport &report, Ledger::Mode mode)
 {
-    const QString done =
-        mode == Ledger::Mode::Keep ? QStringLiteral("imported") : QStringLiteral("would import");
-    return QStringLiteral("%1 %2, %3 already in the ledger")
-        .arg(done, counted(report.booked.added, QStringLiteral("entry"), QStringLiteral("entries")))
-        .arg(report.booked.alreadyThere);
+    const QString line = mode == Ledger::Mode::Keep ? translated("imported %1, %2 already in the ledger")
+                                                    : translated("would import %1, %2 already in the ledger");
+    return line.arg(entries(report.booked.added)).arg(report.booked.alreadyThere);
 }
 
 QStringList warningLines(const Booked &booked)
 {
     QStringList lines;
     for (const Security &security : booked.unexplained) {
-        lines.append(
-            QStringLiteral("warning: more of %1 was sold than came in; import the earlier statements, "
-                           "too, for a right cost")
-                .arg(security.code));
+        lines.append(translated("warning: more of %1 was sold than came in; import the earlier statements, "
+                                "too, for a right cost")
+                         .arg(security.code));
     }
     return lines;
 }
@@ -104,14 +102,13 @@ QStringList describe(const ImportReport &report, const QString &path, const Impo
     QStringList lines = badRowLines(report.contents.badRows, path);
     lines += contentLines(report.contents);
     if (report.isRefused) {
-        lines.append(
-            QStringLiteral("nothing imported: %1 can not be read; correct them, or leave them out with "
-                           "--skip-bad")
-                .arg(rows(report.contents.badRows.size())));
+        lines.append(translated("nothing imported: %1 can not be read; correct them, or leave them out with "
+                                "--skip-bad")
+                         .arg(rows(report.contents.badRows.size())));
         return lines;
     }
     if (!report.contents.badRows.isEmpty()) {
-        lines.append(QStringLiteral("left out: bad rows (%1)").arg(rows(report.contents.badRows.size())));
+        lines.append(translated("left out: bad rows (%1)").arg(rows(report.contents.badRows.size())));
     }
     lines += warningLines(report.booked);
     lines.append(bookedLine(report, options.mode));

@@ -2,6 +2,7 @@
 
 #include "trademodule/Error.h"
 #include "trademodule/ExchangeTime.h"
+#include "trademodule/Language.h"
 #include "trademodule/import/CellValue.h"
 #include "trademodule/import/EntryKind.h"
 #include "trademodule/import/SecurityOfRow.h"
@@ -67,7 +68,7 @@ Execution RowReader::read(const QStringList &cells) const
     execution.price = priceOf(cells, execution.side);
     const auto security = securityOfRow(m_columns, cells, m_options.securitiesByName);
     if (!security) {
-        throw LeftOut{QStringLiteral("other markets")};
+        throw LeftOut{translated("other markets")};
     }
     execution.security = *security;
     execution.date = dateOf(cells);
@@ -86,8 +87,7 @@ double RowReader::number(Column column, const QStringList &cells, const char *wh
     const QString text = cell(column, cells);
     const std::optional<double> value = CellValue::number(text);
     if (!value) {
-        throw Error(
-            QStringLiteral("the %1 \"%2\" is no number").arg(QLatin1String(what), CellValue::cleaned(text)));
+        throw Error(translated("the %1 \"%2\" is no number").arg(translated(what), CellValue::cleaned(text)));
     }
     return *value;
 }
@@ -96,8 +96,8 @@ Money RowReader::money(Column column, const QStringList &cells, const char *what
 {
     const std::optional<Money> value = Money::ofYuan(number(column, cells, what));
     if (!value) {
-        throw Error(QStringLiteral("the %1 \"%2\" is too large")
-                        .arg(QLatin1String(what), CellValue::cleaned(cell(column, cells))));
+        throw Error(translated("the %1 \"%2\" is too large")
+                        .arg(translated(what), CellValue::cleaned(cell(column, cells))));
     }
     return *value;
 }
@@ -108,8 +108,8 @@ Money RowReader::sum(Column column, const QStringList &cells, const char *what) 
     for (const QString &text : m_columns.cells(column, cells)) {
         const std::optional<Money> value = CellValue::money(text);
         if (!value) {
-            throw Error(QStringLiteral("the %1 \"%2\" is no number")
-                            .arg(QLatin1String(what), CellValue::cleaned(text)));
+            throw Error(
+                translated("the %1 \"%2\" is no number").arg(translated(what), CellValue::cleaned(text)));
         }
         total = total + *value;
     }
@@ -144,13 +144,13 @@ void RowReader::refuseFurniture(const QStringList &cells) const
 {
     const QStringList firstCells = cells.mid(0, 3);
     if (std::any_of(firstCells.begin(), firstCells.end(), &EntryKind::isTotal)) {
-        throw LeftOut{QStringLiteral("totals")};
+        throw LeftOut{translated("totals")};
     }
     const bool hasEntry = !CellValue::isEmpty(cell(Column::Code, cells)) ||
                           !CellValue::isEmpty(cell(Column::Quantity, cells)) ||
                           CellValue::date(cell(Column::Date, cells)).has_value();
     if (!hasEntry && m_columns.has(Column::Code)) {
-        throw LeftOut{QStringLiteral("lines of text")};
+        throw LeftOut{translated("lines of text")};
     }
 }
 
@@ -167,8 +167,8 @@ Side RowReader::sideOf(const QStringList &cells) const
     }
     if (isMoneyless(cells)) {
         throw LeftOut{CellValue::number(cell(Column::Quantity, cells)).value_or(1.0) == 0.0
-                          ? QStringLiteral("entries without a quantity")
-                          : QStringLiteral("entries without a price")};
+                          ? translated("entries without a quantity")
+                          : translated("entries without a price")};
     }
     if (const auto side = EntryKind::sideOfSideColumn(EntryKind::plainWord(cell(Column::Side, cells)))) {
         return *side;
@@ -178,31 +178,31 @@ Side RowReader::sideOf(const QStringList &cells) const
             return *side;
         }
     }
-    throw Error(QStringLiteral("\"%1\" says neither buy nor sell").arg(words.join(QLatin1Char(' '))));
+    throw Error(translated("\"%1\" says neither buy nor sell").arg(words.join(QLatin1Char(' '))));
 }
 
 qint64 RowReader::quantityOf(const QStringList &cells, Side side) const
 {
-    const double quantity = number(Column::Quantity, cells, "quantity");
+    const double quantity = number(Column::Quantity, cells, QT_TR_NOOP("quantity"));
     constexpr double MostShares = 1e12;
     if (quantity != std::floor(quantity) || std::fabs(quantity) > MostShares) {
-        throw Error(QStringLiteral("the quantity \"%1\" is no number of whole shares")
+        throw Error(translated("the quantity \"%1\" is no number of whole shares")
                         .arg(CellValue::cleaned(cell(Column::Quantity, cells))));
     }
     if (quantity < 0 && side != Side::Sell) {
-        throw Error(QStringLiteral("the quantity of a buy is negative"));
+        throw Error(translated("the quantity of a buy is negative"));
     }
     if (quantity == 0.0) {
-        throw LeftOut{QStringLiteral("entries without a quantity")};
+        throw LeftOut{translated("entries without a quantity")};
     }
     return static_cast<qint64>(std::fabs(quantity));
 }
 
 Money RowReader::priceOf(const QStringList &cells, Side side) const
 {
-    const Money price = money(Column::Price, cells, "price");
+    const Money price = money(Column::Price, cells, QT_TR_NOOP("price"));
     if (price.isNegative()) {
-        throw Error(QStringLiteral("the price is negative"));
+        throw Error(translated("the price is negative"));
     }
     return side == Side::Bonus ? Money() : price;
 }
@@ -212,14 +212,14 @@ Money RowReader::priceOf(const QStringList &cells, Side side) const
 Money RowReader::amountOf(const QStringList &cells, const Execution &execution) const
 {
     const Money computed = execution.price * execution.quantity;
-    const Money stated = magnitude(money(Column::Amount, cells, "amount"));
+    const Money stated = magnitude(money(Column::Amount, cells, QT_TR_NOOP("amount")));
     if (stated.isZero()) {
         return computed;
     }
     const int decimals = std::clamp(CellValue::decimals(cell(Column::Price, cells)), 2, 3);
     const double slack = 0.02 + 0.51 * std::pow(10.0, -decimals) * static_cast<double>(execution.quantity);
     if (std::fabs((computed - stated).yuan()) > slack) {
-        throw Error(QStringLiteral("the amount %1 is not price × quantity, %2 × %3")
+        throw Error(translated("the amount %1 is not price × quantity, %2 × %3")
                         .arg(stated.text(), execution.price.text())
                         .arg(execution.quantity));
     }
@@ -234,14 +234,14 @@ Money RowReader::feeOf(const QStringList &cells, const Execution &execution) con
     if (m_columns.has(Column::TotalFee)) {
         return listed;
     }
-    const Money net = money(Column::Net, cells, "net amount");
+    const Money net = money(Column::Net, cells, QT_TR_NOOP("net amount"));
     if (net.isZero()) {
         return listed;
     }
     if (execution.side == Side::Sell && net.isNegative() &&
         magnitude(net) > Money::ofSteps(execution.amount.steps() / 2)) {
         throw Error(
-            QStringLiteral("the entry says sell, but its net amount %1 is that of a buy").arg(net.text()));
+            translated("the entry says sell, but its net amount %1 is that of a buy").arg(net.text()));
     }
     const Money difference =
         execution.side == Side::Buy ? magnitude(net) - execution.amount : execution.amount - net;
@@ -252,12 +252,12 @@ Money RowReader::feeOf(const QStringList &cells, const Execution &execution) con
 Money RowReader::listedFees(const QStringList &cells) const
 {
     if (m_columns.has(Column::TotalFee)) {
-        return magnitude(money(Column::TotalFee, cells, "fee"));
+        return magnitude(money(Column::TotalFee, cells, QT_TR_NOOP("fee")));
     }
-    const Money commission = magnitude(money(Column::Commission, cells, "commission"));
-    const Money twin = magnitude(money(Column::CommissionTwin, cells, "commission"));
+    const Money commission = magnitude(money(Column::Commission, cells, QT_TR_NOOP("commission")));
+    const Money twin = magnitude(money(Column::CommissionTwin, cells, QT_TR_NOOP("commission")));
     return (commission == twin ? commission : commission + twin) +
-           magnitude(sum(Column::OtherFee, cells, "fee"));
+           magnitude(sum(Column::OtherFee, cells, QT_TR_NOOP("fee")));
 }
 
 int RowReader::dateOf(const QStringList &cells) const
@@ -268,10 +268,10 @@ int RowReader::dateOf(const QStringList &cells) const
     const QString text = cell(Column::Date, cells);
     const std::optional<int> date = CellValue::date(text);
     if (!date) {
-        throw Error(QStringLiteral("\"%1\" is no date").arg(CellValue::cleaned(text)));
+        throw Error(translated("\"%1\" is no date").arg(CellValue::cleaned(text)));
     }
     if (*date > today()) {
-        throw Error(QStringLiteral("the date %1 is in the future").arg(*date));
+        throw Error(translated("the date %1 is in the future").arg(*date));
     }
     return *date;
 }
@@ -281,7 +281,7 @@ int RowReader::timeOf(const QStringList &cells) const
     const QString text = cell(Column::Time, cells);
     const std::optional<int> time = CellValue::time(text);
     if (!time) {
-        throw Error(QStringLiteral("\"%1\" is no time").arg(CellValue::cleaned(text)));
+        throw Error(translated("\"%1\" is no time").arg(CellValue::cleaned(text)));
     }
     return *time;
 }
@@ -289,7 +289,14 @@ int RowReader::timeOf(const QStringList &cells) const
 /// An order's or deal's number; zeros stand for none.
 QString RowReader::numberText(Column column, const QStringList &cells) const
 {
+    constexpr int LongestNumberText = 64; // the ledger's index holds them
     const QString text = CellValue::cleaned(cell(column, cells));
+    if (text.size() > LongestNumberText) {
+        throw Error(
+            translated("\"%1…\" is longer than the %2 characters that an order or deal number may have")
+                .arg(text.left(LongestNumberText))
+                .arg(LongestNumberText));
+    }
     const bool isNone = std::all_of(text.begin(), text.end(), [](QChar character) {
         return character == QLatin1Char('0') || character == QLatin1Char('-');
     });
@@ -326,9 +333,8 @@ StatementText::StatementText(const QString &text) : m_lines(text.split(QLatin1Ch
             }
         }
     }
-    throw Error(
-        QStringLiteral("there is no header line that names the price (成交价格), the quantity (成交数量) "
-                       "and the security (证券代码); export the executed trades with their header"));
+    throw Error(translated("there is no header line that names the price (成交价格), the quantity (成交数量) "
+                           "and the security (证券代码); export the executed trades with their header"));
 }
 
 bool StatementText::takeHeader(int index, Separator separator)
@@ -445,18 +451,17 @@ void Collector::putOldestFirst()
 void refuseMissingColumns(const StatementColumns &columns, const ReadOptions &options)
 {
     if (!columns.has(Column::Date) && !options.date) {
-        throw Error(
-            QStringLiteral("the statement has no date column; give the day of its trades with --date"));
+        throw Error(translated("the statement has no date column; give the day of its trades with --date"));
     }
     if (columns.has(Column::Date) && options.date) {
-        throw Error(QStringLiteral("the statement has dates of its own; leave --date out"));
+        throw Error(translated("the statement has dates of its own; leave --date out"));
     }
     if (!columns.has(Column::Code) && options.securitiesByName.isEmpty()) {
-        throw Error(QStringLiteral("the statement has no column of codes (证券代码); give a list of the "
-                                   "securities' codes and names with --securities"));
+        throw Error(translated("the statement has no column of codes (证券代码); give a list of the "
+                               "securities' codes and names with --securities"));
     }
     if (!columns.has(Column::Side) && !columns.has(Column::Business) && !columns.has(Column::Remark)) {
-        throw Error(QStringLiteral("the statement has no column that tells buys from sells (买卖标志)"));
+        throw Error(translated("the statement has no column that tells buys from sells (买卖标志)"));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "trademodule/import/TextDecoding.h"
 
 #include "trademodule/Error.h"
+#include "trademodule/Language.h"
 
 #include <QTextCodec>
 
@@ -17,13 +18,13 @@ struct ForeignFormat
 };
 
 constexpr ForeignFormat ForeignFormats[] = {
-    {"\xD0\xCF\x11\xE0", "an Excel workbook (.xls)"},
-    {"PK\x03\x04", "an Excel workbook (.xlsx)"},
-    {"<html", "a web page"},
-    {"<!doctype html", "a web page"},
-    {"<table", "a web page"},
-    {"<?xml", "an XML file"},
-    {"%PDF", "a PDF file"},
+    {"\xD0\xCF\x11\xE0", QT_TR_NOOP("an Excel workbook (.xls)")},
+    {"PK\x03\x04", QT_TR_NOOP("an Excel workbook (.xlsx)")},
+    {"<html", QT_TR_NOOP("a web page")},
+    {"<!doctype html", QT_TR_NOOP("a web page")},
+    {"<table", QT_TR_NOOP("a web page")},
+    {"<?xml", QT_TR_NOOP("an XML file")},
+    {"%PDF", QT_TR_NOOP("a PDF file")},
 };
 
 void refuseForeignFormat(const QByteArray &bytes)
@@ -31,9 +32,8 @@ void refuseForeignFormat(const QByteArray &bytes)
     const QByteArray start = bytes.left(64).trimmed().toLower();
     for (const ForeignFormat &format : ForeignFormats) {
         if (start.startsWith(QByteArray(format.start).toLower())) {
-            throw Error(
-                QStringLiteral("this is %1, not a text; open it and save it as CSV or tab-separated text")
-                    .arg(QLatin1String(format.what)));
+            throw Error(translated("this is %1, not a text; open it and save it as CSV or tab-separated text")
+                            .arg(translated(format.what)));
         }
     }
 }
@@ -67,7 +67,7 @@ QString decodeStatement(const QByteArray &bytes)
             return text->startsWith(QChar(QChar::ByteOrderMark)) ? text->mid(1) : *text;
         }
     }
-    throw Error(QStringLiteral("the text is neither UTF-8 nor UTF-16 nor GBK; save it in one of these"));
+    throw Error(translated("the text is neither UTF-8 nor UTF-16 nor GBK; save it in one of these"));
 }
 
 } // namespace TradeModule

@@ -32,3 +32,5 @@ struct Execution
 using Executions = QVector<Execution>;
 
 } // namespace TradeModule
+
+Q_DECLARE_TYPEINFO(TradeModule::Execution, Q_MOVABLE_TYPE); // a growing vector moves the bytes

@@ -1,6 +1,7 @@
 #include "trademodule/ledger/Ledger.h"
 
 #include "trademodule/Error.h"
+#include "trademodule/Language.h"
 #include "trademodule/ledger/FillKey.h"
 #include "trademodule/ledger/LedgerQueries_p.h"
 #include "trademodule/ledger/LedgerSchema.h"
@@ -36,32 +37,46 @@ Side sideOf(const QString &letter)
             return row.side;
         }
     }
-    throw Error(QStringLiteral("the ledger holds a trade of the unknown side \"%1\"").arg(letter));
+    throw Error(translated("the ledger holds a trade of the unknown side \"%1\"").arg(letter));
 }
 
 /// A row of LedgerQueries::executionColumns().
-Execution executionOf(const QSqlQuery &row)
+Execution executionOf(const QSqlQuery &row, const Security &security)
 {
     Execution execution;
-    execution.security = {row.value(0).toString(),
-                          marketOfLetters(row.value(1).toString()).value_or(Market::Shanghai)};
-    execution.side = sideOf(row.value(2).toString());
-    execution.date = row.value(3).toInt();
-    execution.time = row.value(4).toInt();
-    execution.price = Money::ofSteps(row.value(5).toLongLong());
-    execution.quantity = row.value(6).toLongLong();
-    execution.amount = Money::ofSteps(row.value(7).toLongLong());
-    execution.fee = Money::ofSteps(row.value(8).toLongLong());
-    execution.orderNo = row.value(9).toString();
-    execution.dealNo = row.value(10).toString();
+    execution.security = security;
+    execution.side = sideOf(row.value(0).toString());
+    execution.date = row.value(1).toInt();
+    execution.time = row.value(2).toInt();
+    execution.price = Money::ofSteps(row.value(3).toLongLong());
+    execution.quantity = row.value(4).toLongLong();
+    execution.amount = Money::ofSteps(row.value(5).toLongLong());
+    execution.fee = Money::ofSteps(row.value(6).toLongLong());
+    execution.orderNo = row.value(7).toString();
+    execution.dealNo = row.value(8).toString();
     return execution;
+}
+
+/// The security in a row of LedgerQueries::executionAndSecurityColumns().
+Security securityOf(const QSqlQuery &row)
+{
+    return {row.value(9).toString(), marketOfLetters(row.value(10).toString()).value_or(Market::Shanghai)};
 }
 
 Executions executionsOf(QSqlQuery rows)
 {
     Executions executions;
     while (rows.next()) {
-        executions.append(executionOf(rows));
+        executions.append(executionOf(rows, securityOf(rows)));
+    }
+    return executions;
+}
+
+Executions executionsOf(QSqlQuery rows, const Security &security)
+{
+    Executions executions;
+    while (rows.next()) {
+        executions.append(executionOf(rows, security));
     }
     return executions;
 }
@@ -122,13 +137,16 @@ public:
     Booked book(const Progress &progress);
 
 private:
+    using SecurityId = QHash<Security, qint64>::const_iterator;
+
     void registerSecurities();
     FillCounts fillsInLedger();
     Executions newExecutions();
     void insert(const Executions &executions, const Progress &progress);
     QVariant registerStatement();
     void updateHoldings();
-    Holding readHolding(qint64 securityId);
+    QSqlQuery entriesOf(SecurityId security, DateRange days);
+    Holding readHolding(SecurityId security);
 
     Ledger *const m_ledger;
     Database *const m_database;
@@ -165,10 +183,10 @@ FillCounts Ledger::Writer::fillsInLedger()
 {
     FillCounts counts;
     const DateRange days = daysOf(m_statement.executions);
-    for (const qint64 id : qAsConst(m_securityIds)) {
-        QSqlQuery rows = m_database->run(LedgerQueries::entriesOfSecurity(), {id, days.first, days.last});
+    for (auto security = m_securityIds.cbegin(); security != m_securityIds.cend(); ++security) {
+        QSqlQuery rows = entriesOf(security, days);
         while (rows.next()) {
-            ++counts[FillKey(executionOf(rows))];
+            ++counts[FillKey(executionOf(rows, security.key()))];
         }
     }
     return counts;
@@ -208,7 +226,7 @@ void Ledger::Writer::insert(const Executions &executions, const Progress &progre
     QSqlQuery insertion = m_database->prepared(insertExecution());
     for (int i = 0; i < executions.size(); ++i) {
         const qint64 securityId = m_securityIds.value(executions[i].security);
-        Database::run(&insertion, valuesOf(executions[i], securityId, statementId));
+        m_database->run(&insertion, valuesOf(executions[i], securityId, statementId));
         if (progress && (i % ProgressStep == 0 || i + 1 == executions.size())) {
             progress(i + 1, executions.size());
         }
@@ -223,7 +241,7 @@ void Ledger::Writer::insert(const Executions &executions, const Progress &progre
 void Ledger::Writer::updateHoldings()
 {
     for (auto security = m_securityIds.cbegin(); security != m_securityIds.cend(); ++security) {
-        const Holding holding = readHolding(security.value());
+        const Holding holding = readHolding(security);
         writeHolding(m_database, security.value(), holding);
         if (holding.unexplained() > 0) {
             m_booked.unexplained.append(security.key());
@@ -231,14 +249,17 @@ void Ledger::Writer::updateHoldings()
     }
 }
 
-Holding Ledger::Writer::readHolding(qint64 securityId)
+QSqlQuery Ledger::Writer::entriesOf(SecurityId security, DateRange days)
+{
+    return m_database->run(LedgerQueries::entriesOfSecurity(), {security.value(), days.first, days.last});
+}
+
+Holding Ledger::Writer::readHolding(SecurityId security)
 {
     Holding holding;
-    const DateRange always;
-    QSqlQuery rows =
-        m_database->run(LedgerQueries::entriesOfSecurity(), {securityId, always.first, always.last});
+    QSqlQuery rows = entriesOf(security, DateRange());
     while (rows.next()) {
-        holding.add(executionOf(rows));
+        holding.add(executionOf(rows, security.key()));
     }
     return holding;
 }
@@ -284,7 +305,8 @@ Executions Ledger::trades(const Security &security, DateRange days)
 {
     return executionsOf(
         m_database.run(LedgerQueries::tradesOfSecurity(),
-                       {security.code, marketLetters(security.market), days.first, days.last}));
+                       {security.code, marketLetters(security.market), days.first, days.last}),
+        security);
 }
 
 Executions Ledger::trades(const QString &code, DateRange days)

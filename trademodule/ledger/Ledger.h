@@ -71,6 +71,9 @@ public:
     /// What is held, by code.
     QVector<Position> positions();
 
+    /// See Database.
+    void setPatience(int milliseconds) { m_database.setPatience(milliseconds); }
+
     // For OrderBook, inside its transactions.
 
     Database *database() { return &m_database; }

@@ -1,6 +1,7 @@
 #include "trademodule/ledger/LedgerSchema.h"
 
 #include "trademodule/Error.h"
+#include "trademodule/Language.h"
 #include "trademodule/ledger/Transaction.h"
 
 #include <QStringList>
@@ -71,6 +72,24 @@ const std::vector<QStringList> &migrations()
             QStringLiteral("CREATE INDEX order_by_day ON trade_order (order_date, security_id)"),
             QStringLiteral("CREATE INDEX order_by_status ON trade_order (status)"),
         },
+        {
+            QStringLiteral(R"(CREATE TABLE exchange_clock (
+                id INTEGER PRIMARY KEY CHECK (id = 1),
+                quote_date INTEGER NOT NULL,
+                quote_time INTEGER NOT NULL))"),
+            QStringLiteral("INSERT INTO exchange_clock (id, quote_date, quote_time) VALUES (1, 0, 0)"),
+            QStringLiteral(R"(CREATE TABLE price_reference (
+                security_id BIGINT PRIMARY KEY REFERENCES security (id),
+                quote_date INTEGER NOT NULL,
+                price BIGINT NOT NULL CHECK (price > 0)))"),
+        },
+        {
+            // whole rows in it: a security's year lies in a few pages, not on one page for every trade
+            QStringLiteral("DROP INDEX execution_by_time"),
+            QStringLiteral(
+                "CREATE INDEX execution_by_time ON execution (security_id, trade_date, trade_time, "
+                "id, side, price, quantity, amount, fee, order_no, deal_no)"),
+        },
     };
     return steps;
 }
@@ -86,25 +105,24 @@ QString inDialect(QString sql, Database::Kind kind)
 void refuseNewer(int version)
 {
     if (version > currentSchemaVersion()) {
-        throw Error(
-            QStringLiteral("the ledger has version %1, this program knows up to %2: use a newer program")
-                .arg(version)
-                .arg(currentSchemaVersion()));
+        throw Error(translated("the ledger has version %1, this program knows up to %2: use a newer program")
+                        .arg(version)
+                        .arg(currentSchemaVersion()));
     }
 }
 
-void applyMigrations(Database *database, int from)
+void applyMigrations(Database *database, int from, int to)
 {
     if (from == 0) {
         database->run(QStringLiteral("CREATE TABLE ledger_version (version INTEGER NOT NULL)"));
         database->run(QStringLiteral("INSERT INTO ledger_version (version) VALUES (0)"));
     }
-    for (auto step = static_cast<size_t>(from); step < migrations().size(); ++step) {
+    for (auto step = static_cast<size_t>(from); step < static_cast<size_t>(to); ++step) {
         for (const QString &sql : migrations()[step]) {
             database->run(inDialect(sql, database->kind()));
         }
     }
-    database->run(QStringLiteral("UPDATE ledger_version SET version = ?"), {currentSchemaVersion()});
+    database->run(QStringLiteral("UPDATE ledger_version SET version = ?"), {to});
 }
 
 } // namespace
@@ -125,14 +143,19 @@ int schemaVersion(Database *database)
 
 void migrateSchema(Database *database)
 {
-    if (schemaVersion(database) == currentSchemaVersion()) {
+    migrateSchema(database, currentSchemaVersion());
+}
+
+void migrateSchema(Database *database, int to)
+{
+    if (schemaVersion(database) == to) {
         return;
     }
     Transaction transaction(database);
     const int version = schemaVersion(database); // another process may have been faster
     refuseNewer(version);
-    if (version < currentSchemaVersion()) {
-        applyMigrations(database, version);
+    if (version < to) {
+        applyMigrations(database, version, to);
     }
     transaction.commit();
 }

@@ -13,5 +13,7 @@ int schemaVersion(Database *database);
 /// Brings the tables to currentSchemaVersion(), step by step in one transaction. An Error when the
 /// ledger was made by a newer program.
 void migrateSchema(Database *database);
+/// The same up to an older version, to make a ledger as an older program did.
+void migrateSchema(Database *database, int to);
 
 } // namespace TradeModule

@@ -3,8 +3,11 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <optional>
+#include <string>
 
 namespace TradeModule {
 
@@ -37,16 +40,21 @@ public:
     constexpr bool isZero() const { return m_steps == 0; }
     constexpr bool isNegative() const { return m_steps < 0; }
 
-    /// Decimal text with two decimals, or as many as the value has: "10.50", "7.363".
-    QString text() const
+    /// Decimal digits with two decimals, or as many as the value has: "10.50", "7.363".
+    std::string digits() const
     {
-        QString digits = QString::number(yuan(), 'f', 4);
-        while (digits.endsWith(QLatin1Char('0')) &&
-               digits.lastIndexOf(QLatin1Char('.')) < digits.size() - 3) {
-            digits.chop(1);
+        constexpr size_t Decimals = 4;
+        constexpr size_t LeastDecimals = 2;
+        std::string digits = std::to_string(std::llabs(m_steps));
+        digits.insert(0, Decimals + 1 - std::min(Decimals + 1, digits.size()), '0');
+        const size_t point = digits.size() - Decimals;
+        while (digits.back() == '0' && digits.size() > point + LeastDecimals) {
+            digits.pop_back();
         }
-        return digits;
+        digits.insert(point, 1, '.');
+        return isNegative() ? '-' + digits : digits;
     }
+    QString text() const { return QString::fromStdString(digits()); }
 
     friend constexpr Money operator+(Money a, Money b) { return ofSteps(a.m_steps + b.m_steps); }
     friend constexpr Money operator-(Money a, Money b) { return ofSteps(a.m_steps - b.m_steps); }

@@ -1,0 +1,104 @@
+// What a restart of the database's server leaves of a ledger that is in use.
+#include "tests/trademodule/PostgreSqlServer.h"
+#include "tests/trademodule/ProgramFixture.h"
+#include "trademodule/Error.h"
+#include "trademodule/ExchangeTime.h"
+#include "trademodule/ledger/OrderBook.h"
+
+namespace TradeModule {
+
+namespace {
+
+using ::testing::HasSubstr;
+
+const QByteArray Placing = R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
+                               "orderprice":"10.00","orderqty":"100"})";
+
+/// As long as it lives there is no server.
+class Outage
+{
+public:
+    Outage() { PostgreSqlServer::instance().stop(); }
+    ~Outage() { PostgreSqlServer::instance().start(); }
+    Q_DISABLE_COPY_MOVE(Outage)
+};
+
+void restartServer()
+{
+    const Outage outage;
+}
+
+Order anOrder()
+{
+    Order order;
+    order.security = bank();
+    order.date = today();
+    order.price = Money::ofYuan(10).value();
+    order.quantity = 100;
+    order.status = QStringLiteral("2");
+    return order;
+}
+
+class RestartedServer : public LedgerFixture
+{
+};
+
+class ModuleOnARestartedServer : public ProgramOnABus
+{
+protected:
+    int orderCount() { return OrderBook(&ledger()).ofDay(today()).size(); }
+};
+
+} // namespace
+
+TEST_F(RestartedServer, IsConnectedToAgainByTheNextUse)
+{
+    restartServer();
+
+    EXPECT_THROW(ledger().positions(), LedgerUnavailable);
+    EXPECT_NO_THROW(ledger().positions());
+    EXPECT_EQ(book({fill(Side::Buy, bank(), 20240102, 10, 100)}).added, 1);
+}
+
+TEST_F(RestartedServer, LeavesNothingOfAChangeInProgress)
+{
+    OrderBook orders(&ledger());
+    {
+        Transaction transaction = orders.begin();
+        orders.add(anOrder());
+        restartServer();
+        EXPECT_THROW(orders.add(anOrder()), LedgerUnavailable);
+        EXPECT_THROW(transaction.commit(), LedgerUnavailable);
+    }
+    EXPECT_TRUE(orders.ofDay(today()).isEmpty());
+}
+
+TEST_F(RestartedServer, IsSaidNotToBeThereWhileItIsNot)
+{
+    const Outage outage;
+
+    EXPECT_THROW(ledger().positions(), LedgerUnavailable);
+    EXPECT_THROW(ledger().positions(), LedgerUnavailable);
+}
+
+TEST_F(ModuleOnARestartedServer, RefusesOrdersUntilTheServerIsThereAgain)
+{
+    serve();
+    ASSERT_TRUE(ask(Placing)[QStringLiteral("success")].toBool());
+    {
+        const Outage outage;
+        const QJsonObject answer = ask(Placing);
+        EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
+        EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(2));
+        EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("the ledger"));
+    }
+    ASSERT_TRUE(waitUntil([this] { return ask(Placing)[QStringLiteral("success")].toBool(); }));
+
+    ASSERT_THROW(ledger().positions(), LedgerUnavailable); // this test's own connection is lost, too
+    EXPECT_EQ(orderCount(), 2);
+    QByteArray log;
+    ASSERT_TRUE(waitUntil([&] { return (log += module().readAllStandardError()).contains("again"); }));
+    EXPECT_EQ(log.count("it is there again"), 1) << log.toStdString();
+}
+
+} // namespace TradeModule

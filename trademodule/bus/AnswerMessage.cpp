@@ -1,0 +1,52 @@
+#include "trademodule/bus/AnswerMessage.h"
+
+#include "tradechartobject/common/TradeVocabulary.h"
+#include "trademodule/bus/TradeRequest.h"
+
+#include <QJsonDocument>
+
+namespace TradeModule {
+
+using namespace TradeChart::TradeKeyFields;
+
+AnswerMessage::AnswerMessage(const TradeRequest &request)
+{
+    for (const char *const echoed : {CMD, STKCODE, SCREENID, OBJECTID}) {
+        if (!request.field(echoed).isUndefined()) {
+            set(echoed, request.field(echoed));
+        }
+    }
+    const auto market = marketOfLetters(request.field(MARKET).toString());
+    set(MARKET, market ? marketNumber(*market) : QStringLiteral(""));
+    set(SUCCESS, true);
+    set(ERRCODE, NoError);
+    set(MSG, QStringLiteral(""));
+}
+
+void AnswerMessage::set(const char *key, const QJsonValue &value)
+{
+    m_envelope[QLatin1String(key)] = value;
+}
+
+void AnswerMessage::fail(ErrorCode code, const QString &reason)
+{
+    m_rows.clear();
+    m_envelope.remove(QLatin1String(DATA));
+    set(SUCCESS, false);
+    set(ERRCODE, code);
+    set(MSG, reason);
+}
+
+QByteArray AnswerMessage::toJson() const
+{
+    QByteArray json = QJsonDocument(m_envelope).toJson(QJsonDocument::Compact);
+    if (!m_rows.isEmpty()) {
+        const QByteArray opening = ",\"" + QByteArray(DATA) + "\":";
+        json.chop(1); // the closing brace
+        json.reserve(json.size() + opening.size() + m_rows.size() + 1);
+        json.append(opening).append(m_rows).append('}');
+    }
+    return json;
+}
+
+} // namespace TradeModule

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+
+namespace TradeModule {
+
+class TradeRequest;
+
+/// An answer on its way to the asker: the envelope that every answer has, and its "data".
+class AnswerMessage
+{
+public:
+    /// Values of "errcode".
+    enum ErrorCode { NoError = 0, NotUnderstood = 1, LedgerFailed = 2, Refused = 3 };
+
+    /// A success without "data": what the question named comes back, the market as its number.
+    explicit AnswerMessage(const TradeRequest &request);
+
+    void set(const char *key, const QJsonValue &value);
+    /// "data" as JSON text; many rows are sooner written than built.
+    void setRows(const QByteArray &json) { m_rows = json; }
+
+    /// Makes it a failure, without "data".
+    void fail(ErrorCode code, const QString &reason);
+
+    QByteArray toJson() const;
+
+private:
+    QJsonObject m_envelope;
+    QByteArray m_rows;
+};
+
+} // namespace TradeModule

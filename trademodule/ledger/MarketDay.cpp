@@ -1,0 +1,86 @@
+#include "trademodule/ledger/MarketDay.h"
+
+#include "trademodule/ExchangeTime.h"
+#include "trademodule/ledger/Transaction.h"
+
+namespace TradeModule {
+
+MarketDay::MarketDay(Ledger *ledger) : m_ledger(ledger)
+{
+    read();
+}
+
+void MarketDay::read()
+{
+    Database *database = m_ledger->database();
+    QSqlQuery clock = database->run(QStringLiteral("SELECT quote_date, quote_time FROM exchange_clock"));
+    if (clock.next()) {
+        m_date = clock.value(0).toInt();
+        m_time = clock.value(1).toInt();
+    }
+    QSqlQuery rows =
+        database->run(QStringLiteral("SELECT s.code, s.market, r.price FROM price_reference r "
+                                     "JOIN security s ON s.id = r.security_id WHERE r.quote_date = ?"),
+                      {m_date});
+    while (rows.next()) {
+        const Security security{rows.value(0).toString(),
+                                marketOfLetters(rows.value(1).toString()).value_or(Market::Shanghai)};
+        m_told.insert(security, {m_time, Money::ofSteps(rows.value(2).toLongLong())});
+    }
+}
+
+void MarketDay::note(const Security &security, int time, Money open, Money previousClose)
+{
+    if (m_date != today()) {
+        m_date = today();
+        m_told.clear();
+        m_newReferences.clear();
+        m_isClockNew = true;
+    }
+    m_isClockNew = m_isClockNew || m_time != time;
+    m_time = time;
+    Told &told = m_told[security];
+    const bool beginsDay = told.reference.isZero() || time < told.time;
+    const Money otherwise = beginsDay ? open : told.reference;
+    const Money reference = previousClose.isZero() ? otherwise : previousClose;
+    if (reference != told.reference) {
+        m_newReferences.insert(security);
+    }
+    told = {time, reference};
+}
+
+void MarketDay::keep()
+{
+    if (!m_isClockNew && !hasNewReference()) {
+        return;
+    }
+    Database *database = m_ledger->database();
+    Transaction transaction(database);
+    database->run(QStringLiteral("UPDATE exchange_clock SET quote_date = ?, quote_time = ?"),
+                  {m_date, m_time});
+    for (const Security &security : qAsConst(m_newReferences)) {
+        database->run(
+            QStringLiteral("INSERT INTO price_reference (security_id, quote_date, price) VALUES (?, ?, ?) "
+                           "ON CONFLICT (security_id) DO UPDATE SET quote_date = excluded.quote_date, "
+                           "price = excluded.price"),
+            {m_ledger->registerSecurity(security, QString()), m_date,
+             m_told.value(security).reference.steps()});
+    }
+    transaction.commit();
+    m_isClockNew = false;
+    m_newReferences.clear();
+}
+
+std::optional<int> MarketDay::clock() const
+{
+    return m_date == today() ? std::optional(m_time) : std::nullopt;
+}
+
+std::optional<Money> MarketDay::reference(const Security &security) const
+{
+    const auto told = m_told.constFind(security);
+    const bool isKnown = m_date == today() && told != m_told.constEnd();
+    return isKnown ? std::optional(told->reference) : std::nullopt;
+}
+
+} // namespace TradeModule

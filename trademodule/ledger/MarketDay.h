@@ -1,0 +1,50 @@
+#pragma once
+
+#include "trademodule/ledger/Ledger.h"
+
+#include <QSet>
+
+namespace TradeModule {
+
+/// What the quotes of today told: the time, which is the exchange's clock, and each security's reference,
+/// the price that its limits of the day go by. Kept in the ledger, so that a restart in the middle of a
+/// day, and other processes, know it, too. What it knows of other days counts for nothing.
+class MarketDay
+{
+public:
+    /// Reads what is known of today. The ledger stays the caller's and outlives this object.
+    explicit MarketDay(Ledger *ledger);
+
+    /// Takes what a quote of today told; in the ledger it is with the next keep(). The reference is
+    /// `previousClose`; when that is zero, the open of the security's first quote. Time that goes back
+    /// begins the day anew: another recorded day may be played now.
+    void note(const Security &security, int time, Money open, Money previousClose);
+
+    /// Writes what is new into the ledger, in a transaction of its own; nothing when nothing is.
+    void keep();
+    /// True when a reference is new: until keep(), a crash would lose it.
+    bool hasNewReference() const { return !m_newReferences.isEmpty(); }
+
+    /// The time of the last quote, hhmmsscc; nothing before today's first.
+    std::optional<int> clock() const;
+    /// Nothing before today's first quote of the security.
+    std::optional<Money> reference(const Security &security) const;
+
+private:
+    struct Told
+    {
+        int time = -1; ///< of the last quote
+        Money reference;
+    };
+
+    void read();
+
+    Ledger *const m_ledger;
+    int m_date = 0;
+    int m_time = 0;
+    QHash<Security, Told> m_told;
+    QSet<Security> m_newReferences;
+    bool m_isClockNew = false;
+};
+
+} // namespace TradeModule
