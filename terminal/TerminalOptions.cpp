@@ -1,7 +1,9 @@
 #include "terminal/TerminalOptions.h"
 
 #include "terminal/TerminalPaths.h"
+#include "terminal/data/TradingHours.h"
 #include "terminal/plugin/OverlayKind.h"
+#include "terminal/replay/Replay.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -9,6 +11,7 @@
 #include <QDir>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <functional>
 
 namespace Terminal {
@@ -112,6 +115,27 @@ QString takeTimeout(const QString &value, TerminalOptions *options)
                : text("a number of seconds from 1 to 600");
 }
 
+QString takeReplay(const QString &value, TerminalOptions *options)
+{
+    options->replaySpeed = value.toInt();
+    return options->replaySpeed >= Replay::slowest && options->replaySpeed <= Replay::fastest
+               ? QString()
+               : text("a speed from %1 to %2").arg(Replay::slowest).arg(Replay::fastest);
+}
+
+QString takeReplayTo(const QString &value, TerminalOptions *options)
+{
+    options->replayTo = readTradingMinute(value);
+    return options->replayTo != 0 ? QString() : text("a trading minute as hhmm, e.g. 1000");
+}
+
+QString takeOrder(const QString &value, TerminalOptions *options)
+{
+    const auto order = readPlannedOrder(value);
+    options->orders.push_back(order.value());
+    return order.error();
+}
+
 std::vector<OptionRow> optionRows()
 {
     return {
@@ -150,6 +174,16 @@ std::vector<OptionRow> optionRows()
          takeSize},
         {QStringLiteral("timeout"), QStringLiteral("SECONDS"),
          text("How long a snapshot waits for the overlays' data."), takeTimeout},
+        {QStringLiteral("replay"), QStringLiteral("SPEED"),
+         text(
+             "Plays a recorded day as today, 1 to 600 times as fast; for --period minute, which it implies."),
+         takeReplay},
+        {QStringLiteral("replay-to"), QStringLiteral("HHMM"),
+         text("Plays the day at once up to this minute; a snapshot stops there, else at the end."),
+         takeReplayTo},
+        {QStringLiteral("order"), QStringLiteral("HHMM buy|sell QUANTITY PRICE"),
+         text("Places an order when the replay has come to that minute; may be given several times."),
+         takeOrder},
     };
 }
 
@@ -171,14 +205,36 @@ QString takeValues(const QCommandLineParser &parser, const std::vector<OptionRow
                    TerminalOptions *options)
 {
     for (const OptionRow &row : rows) {
-        if (!parser.isSet(row.name)) {
-            continue;
+        const QStringList values = parser.values(row.name);
+        options->given += values.isEmpty() ? QStringList() : QStringList(row.name);
+        for (const QString &value : values) {
+            const QString allowed = row.take(value, options);
+            if (!allowed.isEmpty()) {
+                return text("--%1 is \"%2\", but must be %3").arg(row.name, value, allowed);
+            }
         }
-        const QString value = parser.value(row.name);
-        const QString allowed = row.take(value, options);
-        if (!allowed.isEmpty()) {
-            return text("--%1 is \"%2\", but must be %3").arg(row.name, value, allowed);
+    }
+    return {};
+}
+
+/// Settles what options mean for one another; returns what contradicts.
+QString settleReplay(const QCommandLineParser &parser, TerminalOptions *options)
+{
+    const QString replay = QStringLiteral("replay");
+    for (const auto &dependent : {QStringLiteral("replay-to"), QStringLiteral("order")}) {
+        if (parser.isSet(dependent) && !parser.isSet(replay)) {
+            return text("--%1 needs --replay").arg(dependent);
         }
+    }
+    if (!parser.isSet(replay)) {
+        return {};
+    }
+    if (parser.isSet(QStringLiteral("period")) && options->period != ChartPeriod::Minute) {
+        return text("--replay plays minutes: --period must be minute or be left out");
+    }
+    options->period = ChartPeriod::Minute;
+    if (options->replayTo == 0 && !options->snapshotFile.isEmpty()) {
+        options->replayTo = lastTradingMinute;
     }
     return {};
 }
@@ -191,6 +247,8 @@ void addOptions(QCommandLineParser *parser, const std::vector<OptionRow> &rows)
     }
     parser->addOption(
         QCommandLineOption(QStringLiteral("no-broker"), text("Does not start a message broker.")));
+    parser->addOption(
+        QCommandLineOption(QStringLiteral("hide-amounts"), text("Hides the account's cost and quantities.")));
     parser->addHelpOption();
     parser->addVersionOption();
 }
@@ -221,11 +279,28 @@ Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &
             text("\"%1\" is no option; see --help").arg(parser.positionalArguments().constFirst()));
     }
     parsed.options.startsBroker = !parser.isSet(QStringLiteral("no-broker"));
+    parsed.options.hidesAmounts = parser.isSet(QStringLiteral("hide-amounts"));
     QString error = takeValues(parser, rows, &parsed.options);
+    if (error.isEmpty()) {
+        error = settleReplay(parser, &parsed.options);
+    }
     if (error.isEmpty() && parsed.options.dataFolder.isEmpty()) {
         error = text("--data must name a folder with securities.csv, daily/ and minute/");
     }
     return error.isEmpty() ? Loaded<ParsedOptions>(parsed) : failure(error);
+}
+
+QString takeOption(const QString &name, const QString &value, TerminalOptions *options)
+{
+    const std::vector<OptionRow> rows = optionRows();
+    const auto row = std::find_if(rows.begin(), rows.end(),
+                                  [&name](const OptionRow &candidate) { return candidate.name == name; });
+    TerminalOptions changed = *options;
+    const QString allowed = row->take(value, &changed);
+    if (allowed.isEmpty()) {
+        *options = changed;
+    }
+    return allowed;
 }
 
 } // namespace Terminal

@@ -3,13 +3,14 @@
 #include "terminal/chart/ChartTheme.h"
 #include "terminal/data/ChartPeriod.h"
 #include "terminal/data/Loaded.h"
+#include "terminal/replay/PlannedOrder.h"
 
 #include <QSize>
 #include <QStringList>
 
 namespace Terminal {
 
-/// What the terminal was asked for on its command line.
+/// What the terminal was asked for on its command line, or remembers of the last time.
 struct TerminalOptions
 {
     QString dataFolder;
@@ -24,10 +25,15 @@ struct TerminalOptions
     ThemeKind theme = ThemeKind::Dark;
     RiseColour riseColour = RiseColour::Red;
     QString language = QStringLiteral("zh"); ///< zh or en
+    bool hidesAmounts = false;               ///< of the account, in labels and lists
     QString snapshotFile;                    ///< empty: a window is opened
     QSize size = {1600, 900};
     int refreshSeconds = 3;  ///< after which overlays ask for their data again
     int timeoutSeconds = 20; ///< that a snapshot waits for the overlays' data
+    int replaySpeed = 0;     ///< 1–600: the recorded day is played as today; 0: it is not
+    int replayTo = 0;        ///< minutes since midnight that are played at once; 0: none
+    OrderPlan orders;        ///< placed while the day is played
+    QStringList given;       ///< names of the options that the command line has
 };
 
 enum class OptionsEnd { Run, ShowHelp, ShowVersion };
@@ -43,5 +49,9 @@ struct ParsedOptions
 /// lies; the plug-in, the trading module and the sample data are looked for relative to it.
 /// A failure names the option and what it may be.
 Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &programFolder);
+
+/// Sets one option by its name and the text of its value. Returns an empty text, or what the value must
+/// be; then the options are as they were.
+QString takeOption(const QString &name, const QString &value, TerminalOptions *options);
 
 } // namespace Terminal

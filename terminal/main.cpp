@@ -37,6 +37,7 @@ int main(int argc, char *argv[])
     // Qt would take --plugin for an option of its own.
     int programNameOnly = 1;
     QApplication application(programNameOnly, argv);
+    QApplication::setOrganizationName(QStringLiteral("tradechart"));
     QApplication::setApplicationName(QStringLiteral("tradeterminal"));
     QApplication::setApplicationVersion(QStringLiteral(TRADETERMINAL_VERSION));
     setAppearance(&application);

@@ -17,6 +17,9 @@ constexpr int tagHeight = 20;
 constexpr int tagPadding = 8;
 constexpr int tagRadius = 3;
 constexpr int tagFontPixels = 12;
+constexpr double ringGap = 3; ///< between a mark and its ring
+constexpr double ringWidth = 2;
+constexpr double ringRadius = 5;
 
 void paintTag(QPainter *painter, const QRect &box, const QString &text, const QColor &colour,
               const QColor &textColour)
@@ -48,6 +51,12 @@ void ChartForeground::setCrosshair(std::optional<QPoint> position)
     update(before.united(crosshairRegion()));
 }
 
+void ChartForeground::setRing(std::function<std::optional<QRectF>()> ring)
+{
+    m_ring = std::move(ring);
+    update();
+}
+
 QRegion ChartForeground::crosshairRegion() const
 {
     if (!m_position) {
@@ -73,6 +82,18 @@ void ChartForeground::paintEvent(QPaintEvent *event)
     if (m_position) {
         paintCrosshair(&painter);
     }
+    if (const std::optional<QRectF> ring = m_ring ? m_ring() : std::nullopt) {
+        paintRing(&painter, *ring);
+    }
+}
+
+void ChartForeground::paintRing(QPainter *painter, const QRectF &box) const
+{
+    const QRectF placed = box.translated(m_chart->canvas()->geometry().topLeft());
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(m_chart->theme().accent, ringWidth));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(placed.adjusted(-ringGap, -ringGap, ringGap, ringGap), ringRadius, ringRadius);
 }
 
 void ChartForeground::paintLastPrice(QPainter *painter) const

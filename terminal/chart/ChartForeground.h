@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 namespace Terminal {
@@ -9,7 +10,8 @@ namespace Terminal {
 class ChartView;
 
 /// A clear sheet over the chart: the crosshair with its tags on both axes and the tag of the last
-/// price. Moving the crosshair repaints only where it was and is.
+/// price, and a ring around the mark that has the focus. Moving the crosshair repaints only where it was and
+/// is.
 class ChartForeground : public QWidget
 {
     Q_OBJECT
@@ -20,11 +22,15 @@ public:
     /// In pixels of the canvas.
     void setCrosshair(std::optional<QPoint> position);
 
+    /// Where a ring is to be drawn, asked at each repaint.
+    void setRing(std::function<std::optional<QRectF>()> ring);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
     void paintCrosshair(QPainter *painter) const;
+    void paintRing(QPainter *painter, const QRectF &box) const;
     void paintLastPrice(QPainter *painter) const;
     void paintPriceTag(QPainter *painter, double price, const QColor &colour, const QColor &textColour) const;
     void paintTimeTag(QPainter *painter, int x) const;
@@ -32,6 +38,7 @@ private:
 
     ChartView *m_chart;
     std::optional<QPoint> m_position;
+    std::function<std::optional<QRectF>()> m_ring;
 };
 
 } // namespace Terminal

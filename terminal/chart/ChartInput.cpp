@@ -22,7 +22,8 @@ constexpr double keyPanShare = 0.1;
 ChartInput::ChartInput(ChartView *chart, PointerTarget *target, QObject *parent)
     : QObject(parent),
       m_chart(chart),
-      m_target(target)
+      m_target(target),
+      m_focus(chart, target)
 {
     chart->canvas()->installEventFilter(this);
     chart->installEventFilter(this);
@@ -31,7 +32,9 @@ ChartInput::ChartInput(ChartView *chart, PointerTarget *target, QObject *parent)
 bool ChartInput::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress) {
-        return key(*static_cast<QKeyEvent *>(event));
+        const bool taken = key(*static_cast<QKeyEvent *>(event));
+        m_focus.follow();
+        return taken;
     }
     if (watched != m_chart->canvas()) {
         return false;
@@ -59,6 +62,7 @@ bool ChartInput::isHit(const QPointF &position) const
 void ChartInput::press(const QMouseEvent &event)
 {
     m_chart->setFocus();
+    m_focus.leave();
     if (isHit(event.localPos())) {
         m_target->press(event.localPos(), event.button());
     } else if (event.button() == Qt::LeftButton) {
@@ -103,6 +107,12 @@ void ChartInput::wheel(const QWheelEvent &event)
     }
 }
 
+void ChartInput::leave()
+{
+    m_focus.leave();
+    m_chart->setCrosshair({});
+}
+
 bool ChartInput::key(const QKeyEvent &event)
 {
     const double width = m_chart->span().width();
@@ -124,7 +134,7 @@ bool ChartInput::key(const QKeyEvent &event)
         m_chart->setSpan({-0.5, width - 0.5});
         return true;
     case Qt::Key_End:
-        m_chart->pan(static_cast<double>(m_chart->data().bars.size()));
+        m_chart->pan(static_cast<double>(m_chart->data().bars.size() + m_chart->data().ahead.size()));
         return true;
     case Qt::Key_Up:
     case Qt::Key_Plus:
@@ -135,8 +145,17 @@ bool ChartInput::key(const QKeyEvent &event)
     case Qt::Key_Minus:
         m_chart->zoom(1 / wheelStep, rightEdge);
         return true;
+    case Qt::Key_N:
+        m_focus.step(1);
+        return true;
+    case Qt::Key_P:
+        m_focus.step(-1);
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return m_focus.press();
     case Qt::Key_Escape:
-        m_chart->setCrosshair({});
+        leave();
         return true;
     default:
         return false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/chart/ChartGeometry.h"
+#include "terminal/chart/MarkFocus.h"
 
 #include <QObject>
 #include <QPointF>
@@ -15,7 +16,8 @@ class ChartView;
 class PointerTarget;
 
 /// Mouse and keys of a chart: wheel zooms at the pointer, dragging pans, arrows pan, plus and minus
-/// zoom, Home and End go to the ends, Escape takes the crosshair away. What can be clicked gets the
+/// zoom, Home and End go to the ends, N and P go from mark to mark, Enter presses the mark, Escape
+/// takes crosshair and ring away. What can be clicked gets the
 /// pressed button instead, and a pointing hand before.
 class ChartInput : public QObject
 {
@@ -34,10 +36,12 @@ private:
     void release(const QMouseEvent &event);
     void wheel(const QWheelEvent &event);
     bool key(const QKeyEvent &event);
+    void leave();
     bool isHit(const QPointF &position) const;
 
     ChartView *m_chart;
     PointerTarget *m_target;
+    MarkFocus m_focus;
     bool m_drags = false;
     QPointF m_dragStart;
     BarSpan m_dragSpan;

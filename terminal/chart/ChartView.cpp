@@ -2,10 +2,13 @@
 
 #include "terminal/chart/AxisLabels.h"
 #include "terminal/chart/CandleCurve.h"
+#include "terminal/chart/ChartAccessible.h"
 #include "terminal/chart/ChartForeground.h"
 #include "terminal/chart/NumberText.h"
 #include "terminal/chart/VisibleBars.h"
 #include "terminal/chart/VolumeItem.h"
+
+#include <QScopedValueRollback>
 
 #include <qwt_plot_canvas.h>
 #include <qwt_plot_grid.h>
@@ -15,6 +18,9 @@
 #include <qwt_scale_map.h>
 #include <qwt_scale_widget.h>
 
+#include <QPainter>
+#include <QPixmap>
+
 #include <algorithm>
 #include <cmath>
 
@@ -22,13 +28,14 @@ namespace Terminal {
 
 namespace {
 
-constexpr double priceShare = 0.78;   ///< of the canvas height that the price pane has
-constexpr double volumeShare = 0.165; ///< the same of the highest volume column
-constexpr double fewestBars = 10;     ///< that may be zoomed to
-constexpr double recentBars = 150;    ///< that a new chart shows
-constexpr double airShare = 0.08;     ///< room right of the last bar for labels, of what a new chart shows
-constexpr double timeLabelRoom = 110; ///< pixels from one time label to the next
-constexpr double priceLabelRoom = 56; ///< the same for prices
+constexpr double priceShare = 0.78;      ///< of the canvas height that the price pane has
+constexpr double volumeShare = 0.165;    ///< the same of the highest volume column
+constexpr double fewestBars = 10;        ///< that may be zoomed to
+constexpr double recentBars = 150;       ///< that a new chart shows
+constexpr double airShare = 0.08;        ///< room right of the last bar for labels, of what a new chart shows
+constexpr double firstLabelShare = 0.01; ///< room for the label under a day's first minute
+constexpr double timeLabelRoom = 110;    ///< pixels from one time label to the next
+constexpr double priceLabelRoom = 56;    ///< the same for prices
 constexpr int axisFontPixels = 12;
 constexpr double timeAxisHeight = 30;
 
@@ -51,6 +58,16 @@ QList<double> priceTicks(const PriceSpan &prices, double height)
     return ticks;
 }
 
+/// The bars that the time axis knows of: the loaded ones and, by their minutes only, those ahead.
+Bars barsOfTimeAxis(const ChartData &data)
+{
+    Bars bars = data.bars;
+    for (const std::int32_t minute : data.ahead) {
+        bars.push_back({data.bars.back().date, minute});
+    }
+    return bars;
+}
+
 } // namespace
 
 ChartView::ChartView(QWidget *parent)
@@ -62,6 +79,7 @@ ChartView::ChartView(QWidget *parent)
       m_timeLabels(new TimeLabels),
       m_foreground(new ChartForeground(this))
 {
+    ChartAccessible::install();
     setAutoReplot(false);
     auto *const plotCanvas = qobject_cast<QwtPlotCanvas *>(canvas());
     plotCanvas->setFrameStyle(QFrame::NoFrame);
@@ -115,6 +133,25 @@ void ChartView::setData(const ChartData &data)
     Q_EMIT dataChanged();
 }
 
+void ChartView::append(const Bars &bars)
+{
+    if (bars.empty()) {
+        return;
+    }
+    const auto lastBefore = static_cast<double>(m_data.bars.size()) - 1;
+    m_data.bars.insert(m_data.bars.end(), bars.begin(), bars.end());
+    m_data.ahead.erase(m_data.ahead.begin(),
+                       std::upper_bound(m_data.ahead.begin(), m_data.ahead.end(), m_data.bars.back().minute));
+    const auto last = static_cast<double>(m_data.bars.size()) - 1;
+    const bool showedLast = m_span.first <= lastBefore && lastBefore <= m_span.last;
+    if (showedLast && last > m_span.last) {
+        const double moved = last - lastBefore;
+        m_span = held({m_span.first + moved, m_span.last + moved});
+    }
+    Q_EMIT barsAppended();
+    refit();
+}
+
 void ChartView::setTheme(const ChartTheme &theme)
 {
     m_theme = theme;
@@ -151,11 +188,17 @@ bool ChartView::showsWholeDay() const
     return m_data.period == ChartPeriod::Minute;
 }
 
+double ChartView::roomForBars() const
+{
+    return static_cast<double>(m_data.bars.size() + m_data.ahead.size());
+}
+
 BarSpan ChartView::wholeSpan() const
 {
-    const auto count = static_cast<double>(m_data.bars.size());
+    const double count = roomForBars();
     const double shown = showsWholeDay() ? count : std::min(count, recentBars);
-    return {-0.5, std::max(count, 1.0) - 0.5 + shown * airShare};
+    const double left = showsWholeDay() ? count * firstLabelShare : 0;
+    return {-0.5 - left, std::max(count, 1.0) - 0.5 + shown * airShare};
 }
 
 BarSpan ChartView::held(BarSpan span) const
@@ -211,7 +254,9 @@ void ChartView::refit()
 void ChartView::fitTime()
 {
     const double barsPerLabel = m_span.width() * timeLabelRoom / std::max(1, m_fittedSize.width());
-    std::vector<TimeTick> ticks = timeTicks(m_data.bars, m_span, barsPerLabel);
+    std::vector<TimeTick> ticks = m_data.ahead.empty()
+                                      ? timeTicks(m_data.bars, m_span, barsPerLabel)
+                                      : timeTicks(barsOfTimeAxis(m_data), m_span, barsPerLabel);
     QList<double> positions;
     for (const TimeTick &tick : ticks) {
         positions.append(static_cast<double>(tick.bar));
@@ -259,7 +304,9 @@ void ChartView::updateLayout()
 {
     QwtPlot::updateLayout();
     m_foreground->setGeometry(rect());
-    if (canvas()->size() != m_fittedSize) {
+    if (canvas()->size() != m_fittedSize && !m_isLayingOut) {
+        // Labels that come and go with the width may change it back; fitting twice would never end.
+        const QScopedValueRollback<bool> once(m_isLayingOut, true);
         refit();
     } else {
         updateGeometryOfChart();
@@ -278,6 +325,31 @@ void ChartView::setCrosshair(std::optional<QPoint> position)
     m_crosshair = position;
     m_foreground->setCrosshair(position);
     updatePointedBar();
+}
+
+void ChartView::paintAside()
+{
+    if (canvas()->size().isEmpty()) {
+        return;
+    }
+    QPixmap aside(canvas()->size() * canvas()->devicePixelRatioF());
+    aside.setDevicePixelRatio(canvas()->devicePixelRatioF());
+    QPainter painter(&aside);
+    drawCanvas(&painter);
+}
+
+void ChartView::announce(const QString &text)
+{
+    m_announcement = text;
+    if (QAccessible::isActive()) {
+        QAccessibleValueChangeEvent event(this, text);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+void ChartView::setRing(std::function<std::optional<QRectF>()> ring)
+{
+    m_foreground->setRing(std::move(ring));
 }
 
 void ChartView::updatePointedBar()

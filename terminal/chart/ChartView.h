@@ -37,6 +37,10 @@ public:
     void setData(const ChartData &data);
     const ChartData &data() const { return m_data; }
 
+    /// Adds bars behind the last one. The view stays where it is, unless the last bar was in it and the new
+    /// one would not be: then it moves along.
+    void append(const Bars &bars);
+
     void setTheme(const ChartTheme &theme);
     const ChartTheme &theme() const { return m_theme; }
 
@@ -69,11 +73,27 @@ public:
     /// Puts the crosshair at a pixel of the canvas, or takes it away.
     void setCrosshair(std::optional<QPoint> position);
 
+    /// Has every item draw itself as it would on the screen now, for what they learn from it.
+    void paintAside();
+
+    /// Draws a ring around what `ring` names at each repaint, in pixels of the canvas; none: no ring.
+    void setRing(std::function<std::optional<QRectF>()> ring);
+
+    /// Who tells in words what overlays draw in view; asked when a screen reader wants to know.
+    void setOverlaySummary(std::function<QString()> summary) { m_overlaySummary = std::move(summary); }
+    QString overlaySummary() const { return m_overlaySummary ? m_overlaySummary() : QString(); }
+
+    /// Has a screen reader say something about the chart.
+    void announce(const QString &text);
+    QString announcement() const { return m_announcement; }
+
     void updateLayout() override;
 
 Q_SIGNALS:
     /// Other bars were loaded.
     void dataChanged();
+    /// Bars were added behind the last one; the scales are not fitted yet.
+    void barsAppended();
     /// The crosshair is on another bar; -1 for none.
     void pointedBarChanged(int bar);
 
@@ -81,6 +101,7 @@ private:
     void setUpAxes();
     void setUpItems();
     bool showsWholeDay() const;
+    double roomForBars() const;
     BarSpan wholeSpan() const;
     BarSpan held(BarSpan span) const;
     void fitTime();
@@ -96,9 +117,12 @@ private:
     PriceSpan m_prices;
     ChartGeometry m_geometry;
     QSize m_fittedSize;
+    bool m_isLayingOut = false;
     std::optional<QPoint> m_crosshair;
     int m_pointedBar = -1;
     std::function<std::vector<PriceSpan>()> m_wishes;
+    std::function<QString()> m_overlaySummary;
+    QString m_announcement;
 
     // Owned by the plot they are attached to.
     VisibleBars *m_visible;

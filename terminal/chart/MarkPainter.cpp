@@ -48,17 +48,25 @@ QPointF seriesTarget(const QPointF &anchor, MarkSide side)
 
 } // namespace
 
+QPointF DrawnMark::targetNear(const QPointF &position) const
+{
+    return *std::min_element(targets.begin(), targets.end(), [&position](const QPointF &a, const QPointF &b) {
+        return std::abs(a.x() - position.x()) < std::abs(b.x() - position.x());
+    });
+}
+
+const DrawnMark *DrawnMarks::markAt(const QPointF &position) const
+{
+    const auto found = std::find_if(m_marks.rbegin(), m_marks.rend(), [&position](const DrawnMark &mark) {
+        return mark.box.contains(position) && glyph(mark.glyph).outline(mark.box).contains(position);
+    });
+    return found == m_marks.rend() ? nullptr : &*found;
+}
+
 std::optional<QPointF> DrawnMarks::targetAt(const QPointF &position) const
 {
-    for (auto mark = m_marks.rbegin(); mark != m_marks.rend(); ++mark) {
-        if (mark->box.contains(position) && glyph(mark->glyph).outline(mark->box).contains(position)) {
-            return *std::min_element(
-                mark->targets.begin(), mark->targets.end(), [position](const QPointF &a, const QPointF &b) {
-                    return std::abs(a.x() - position.x()) < std::abs(b.x() - position.x());
-                });
-        }
-    }
-    return {};
+    const DrawnMark *const mark = markAt(position);
+    return mark == nullptr ? std::nullopt : std::optional<QPointF>(mark->targetNear(position));
 }
 
 MarkPainter::MarkPainter(const ChartView &chart, GlyphSprites *sprites, DrawnMarks *marks)

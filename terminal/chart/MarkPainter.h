@@ -30,6 +30,9 @@ struct DrawnMark
     int count = 1;
     QRectF box;
     std::vector<QPointF> targets; ///< pixels at which the overlay answers for the marks behind it
+
+    /// The one of the targets that is nearest to a position.
+    QPointF targetNear(const QPointF &position) const;
 };
 
 /// The glyphs of the last repaint: what is drawn is what is hit.
@@ -39,6 +42,9 @@ public:
     void clear() { m_marks.clear(); }
     void add(DrawnMark mark) { m_marks.push_back(std::move(mark)); }
     const std::vector<DrawnMark> &all() const { return m_marks; }
+
+    /// The uppermost glyph at `position`; null when there is none. Valid until the next repaint.
+    const DrawnMark *markAt(const QPointF &position) const;
 
     /// Where to tell the overlay that it was clicked, for a pointer at `position`: the place of the
     /// nearest mark behind the glyph there. Nothing when there is no glyph.

@@ -1,8 +1,24 @@
 #pragma once
 
+#include "terminal/chart/glyphs/GlyphSet.h"
+
 #include <QPointF>
+#include <QRectF>
+
+#include <functional>
+#include <vector>
 
 namespace Terminal {
+
+/// A glyph on a chart that can be pressed.
+struct ClickableMark
+{
+    GlyphNumber glyph = 0;
+    int count = 1; ///< marks behind the glyph
+    QRectF box;
+    /// Does what a click on it does; may run menus and dialogs before it returns.
+    std::function<void()> press;
+};
 
 /// What lies on a chart and answers to the mouse. Positions are pixels of the canvas.
 class PointerTarget
@@ -16,6 +32,9 @@ public:
     virtual void press(const QPointF &position, Qt::MouseButton button) = 0;
     virtual void release(const QPointF &position, Qt::MouseButton button) = 0;
     virtual void move(const QPointF &position) = 0;
+
+    /// The glyphs of the last repaint. Valid until the next one.
+    virtual std::vector<ClickableMark> marks() = 0;
 };
 
 } // namespace Terminal

@@ -5,11 +5,17 @@
 #include "terminal/data/TradingHours.h"
 
 #include <QCoreApplication>
+#include <QDate>
 #include <QRegularExpression>
+
+#include <algorithm>
 
 namespace Terminal {
 
 namespace {
+
+/// Calendar days from one trading day to the next, at most: a spring festival with its week-ends.
+constexpr qint64 longestClosure = 12;
 
 QString text(const char *source)
 {
@@ -23,6 +29,19 @@ QString codesOf(const Securities &securities)
         codes.append(security.code);
     }
     return codes.join(QStringLiteral(", "));
+}
+
+QDate dateOf(std::int32_t yyyymmdd)
+{
+    return {yyyymmdd / 10000, yyyymmdd / 100 % 100, yyyymmdd % 100};
+}
+
+/// The last bar before `day`; a bar without a date when there is none.
+Bar lastBefore(std::int32_t day, const Bars &bars)
+{
+    const auto next = std::lower_bound(bars.begin(), bars.end(), day,
+                                       [](const Bar &bar, std::int32_t date) { return bar.date < date; });
+    return next == bars.begin() ? Bar() : *std::prev(next);
 }
 
 } // namespace
@@ -77,11 +96,32 @@ Loaded<Bars> DataFolder::loadBars(const QString &code, ChartPeriod period, std::
     if (period == ChartPeriod::Minute) {
         return loadMinutes(code, day);
     }
-    auto days = readDailyBars(m_dir.filePath(QStringLiteral("daily/%1.csv").arg(code)));
+    auto days = readDailyBars(dailyFile(code));
     if (!days || period == ChartPeriod::Day) {
         return days;
     }
     return period == ChartPeriod::Week ? toWeeks(days.value()) : toMonths(days.value());
+}
+
+QString DataFolder::dailyFile(const QString &code) const
+{
+    return m_dir.filePath(QStringLiteral("daily/%1.csv").arg(code));
+}
+
+Bars DataFolder::lastRecordedDayBefore(const QString &code, std::int32_t day) const
+{
+    const std::vector<std::int32_t> days = minuteDays(code);
+    const auto next = std::lower_bound(days.begin(), days.end(), day);
+    return next == days.begin() ? Bars() : loadMinutes(code, *std::prev(next)).value();
+}
+
+std::optional<double> DataFolder::closeBefore(const QString &code, std::int32_t day) const
+{
+    const Bar daily = lastBefore(day, readDailyBars(dailyFile(code)).value());
+    const Bar minute = lastBefore(day, lastRecordedDayBefore(code, day));
+    const Bar &last = minute.date > daily.date ? minute : daily;
+    const bool isRecent = last.date > 0 && dateOf(last.date).daysTo(dateOf(day)) <= longestClosure;
+    return isRecent ? std::optional(last.close) : std::nullopt;
 }
 
 Loaded<Bars> DataFolder::loadMinutes(const QString &code, std::int32_t day) const

@@ -6,6 +6,8 @@
 
 #include <QDir>
 
+#include <optional>
+
 namespace Terminal {
 
 /// What one chart shows: a security and its loaded bars.
@@ -14,6 +16,8 @@ struct ChartData
     Security security;
     ChartPeriod period = ChartPeriod::Day;
     Bars bars;
+    /// Of a chart that grows: the minutes that its next bars will have. The time axis has room for them.
+    std::vector<std::int32_t> ahead = {};
 };
 
 /// A folder of market data: `securities.csv`, `daily/<code>.csv` and `minute/<code>_<yyyymmdd>.csv`.
@@ -31,7 +35,14 @@ public:
     /// last recorded one; other periods ignore it.
     Loaded<ChartData> load(const QString &code, ChartPeriod period, std::int32_t day) const;
 
+    /// The last price of the trading day before `day`, by which a day's price limits go: from the daily
+    /// bars or from the minutes of a recorded day, whichever day is later. Null where the folder has no
+    /// bar within the longest closure of the exchange before `day`: an older price says nothing.
+    std::optional<double> closeBefore(const QString &code, std::int32_t day) const;
+
 private:
+    QString dailyFile(const QString &code) const;
+    Bars lastRecordedDayBefore(const QString &code, std::int32_t day) const;
     Loaded<Bars> loadBars(const QString &code, ChartPeriod period, std::int32_t day) const;
     Loaded<Bars> loadMinutes(const QString &code, std::int32_t day) const;
 

@@ -6,14 +6,13 @@ namespace {
 
 constexpr int morningEnd = 11 * 60 + 30;
 constexpr int afternoonStart = 13 * 60 + 1;
-constexpr int afternoonEnd = 15 * 60;
 
 } // namespace
 
 bool isTradingMinute(int minute)
 {
     return (minute >= auctionMinute && minute <= morningEnd) ||
-           (minute >= afternoonStart && minute <= afternoonEnd);
+           (minute >= afternoonStart && minute <= lastTradingMinute);
 }
 
 Bars withAuctionBar(Bars minutes)

@@ -11,6 +11,9 @@ constexpr int minutesOfTradingDay = 241;
 /// The bar of the opening auction, in minutes since midnight.
 constexpr int auctionMinute = 9 * 60 + 30;
 
+/// The last bar, in minutes since midnight.
+constexpr int lastTradingMinute = 15 * 60;
+
 /// True when a bar of a trading day may end at `minute` (minutes since midnight).
 bool isTradingMinute(int minute);
 

@@ -2,9 +2,12 @@
 
 #include "terminal/chart/ChartView.h"
 #include "terminal/chart/glyphs/GlyphSet.h"
+#include "terminal/plugin/HiddenAmounts.h"
 #include "terminal/plugin/HostRecords.h"
 
 #include <QStringList>
+
+#include <algorithm>
 
 namespace Terminal {
 
@@ -70,8 +73,14 @@ void HostAxis::updateObject(Korvane::IChartObject *object)
 
 int HostAxis::popupMenu(const char **lines, void * /*reserved*/)
 {
-    const QStringList rows = rowsOf(lines);
-    return rows.isEmpty() ? -1 : m_prompts->choose(rows);
+    QStringList rows = rowsOf(lines);
+    if (rows.isEmpty()) {
+        return -1;
+    }
+    if (m_hidesAmounts) {
+        std::transform(rows.begin(), rows.end(), rows.begin(), withoutAmounts);
+    }
+    return m_prompts->choose(rows, m_chart->canvas()->mapToGlobal(m_listPlace.toPoint()));
 }
 
 void HostAxis::showMessage(const char *text)

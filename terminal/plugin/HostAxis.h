@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QObject>
+#include <QPointF>
 
 namespace Terminal {
 
@@ -18,6 +19,13 @@ class HostAxis : public QObject, public Korvane::IChartAxis
 public:
     /// `chart` and `prompts` must outlive the axis. `screenId` is unique per window.
     HostAxis(ChartView *chart, UserPrompts *prompts, const QByteArray &screenId, QObject *parent);
+
+    /// Where on the canvas the list that an overlay shows next belongs.
+    void setListPlace(const QPointF &place) { m_listPlace = place; }
+
+    /// Hides amounts in lists of overlays. Questions always show them: an order that is cancelled is to be
+    /// known.
+    void setAmountsHidden(bool hidden) { m_hidesAmounts = hidden; }
 
     int chartMode() override;
     bool visiblePriceRange(double &low, double &high) override;
@@ -40,6 +48,8 @@ private:
     ChartView *m_chart;
     UserPrompts *m_prompts;
     QByteArray m_screenId;
+    QPointF m_listPlace;
+    bool m_hidesAmounts = false;
 };
 
 } // namespace Terminal

@@ -4,6 +4,7 @@
 #include "terminal/chart/LineDecimator.h"
 #include "terminal/chart/SeriesLabel.h"
 #include "terminal/chart/VisibleBars.h"
+#include "terminal/plugin/HiddenAmounts.h"
 
 #include <QPainter>
 
@@ -14,15 +15,12 @@ namespace Terminal {
 
 namespace {
 
-/// "Cost:12.345" with its figures replaced.
-QString withoutAmounts(QString text)
+/// Where a price lies that the scale does not show: its label is held at that edge.
+QString directionOf(double price, const ChartGeometry &geometry)
 {
-    for (QChar &character : text) {
-        if (character.isDigit()) {
-            character = QLatin1Char('*');
-        }
-    }
-    return text;
+    return price > geometry.highPrice  ? QStringLiteral(u" ↑")
+           : price < geometry.lowPrice ? QStringLiteral(u" ↓")
+                                       : QString();
 }
 
 } // namespace
@@ -56,8 +54,10 @@ void HostPainter::drawSeriesLabel(const double *values, const char *text, int /*
     for (int bar = m_endBar - 1; bar >= m_firstBar; --bar) {
         if (std::isfinite(values[bar])) {
             const QString label = QString::fromUtf8(text);
+            m_labels.append((m_hidesAmounts ? withoutAmounts(label) : label) +
+                            directionOf(values[bar], m_chart.chartGeometry()));
             paintSeriesLabel(m_painter, m_chart.chartGeometry(), m_chart.theme(), values[bar],
-                             m_hidesAmounts ? withoutAmounts(label) : label);
+                             m_labels.back());
             return;
         }
     }

@@ -3,6 +3,8 @@
 #include "terminal/chart/MarkPainter.h"
 #include "tradechartobject/ChartInterface.h"
 
+#include <QStringList>
+
 class QPainter;
 
 namespace Terminal {
@@ -21,6 +23,9 @@ public:
 
     void setAmountsHidden(bool hidden) { m_hidesAmounts = hidden; }
 
+    /// The texts of the labels that were drawn.
+    const QStringList &labels() const { return m_labels; }
+
     /// Draws what was collected; to be called once when the overlay has drawn.
     void finish();
 
@@ -38,6 +43,7 @@ private:
     int m_endBar;
     MarkPainter m_markPainter;
     bool m_hidesAmounts = false;
+    QStringList m_labels;
 };
 
 } // namespace Terminal

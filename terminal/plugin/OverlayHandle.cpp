@@ -7,7 +7,6 @@ namespace Terminal {
 OverlayHandle::~OverlayHandle()
 {
     retire();
-    delete m_object;
 }
 
 void OverlayHandle::retire()

@@ -11,13 +11,14 @@ namespace Terminal {
 class OverlayHandle
 {
 public:
-    /// Takes over `object`.
+    /// Takes over `object`, and destroys it as its pointer does.
+    explicit OverlayHandle(std::shared_ptr<Korvane::IChartObject> object) : m_object(std::move(object)) {}
     explicit OverlayHandle(Korvane::IChartObject *object) : m_object(object) {}
     ~OverlayHandle();
     OverlayHandle(const OverlayHandle &) = delete;
     OverlayHandle &operator=(const OverlayHandle &) = delete;
 
-    Korvane::IChartObject *object() const { return m_object; }
+    Korvane::IChartObject *object() const { return m_object.get(); }
 
     /// Hands the loaded bars to the overlay; true when it serves them.
     bool calc(const Korvane::tagCodeWithName &security, const std::vector<Korvane::AnalyData> &bars,
@@ -31,7 +32,7 @@ public:
     void retire();
 
 private:
-    Korvane::IChartObject *m_object;
+    std::shared_ptr<Korvane::IChartObject> m_object;
     int m_servedBars = 0;
     int m_readableBars = 0;
     bool m_retired = false;

@@ -21,6 +21,7 @@ void OverlayItem::draw(QPainter *painter, const QwtScaleMap & /*xMap*/, const Qw
                        const QRectF & /*canvasRect*/) const
 {
     m_marks.clear();
+    m_labels.clear();
     if (!m_chart->chartGeometry().hasScale()) {
         return;
     }
@@ -29,6 +30,7 @@ void OverlayItem::draw(QPainter *painter, const QwtScaleMap & /*xMap*/, const Qw
     surface.setAmountsHidden(m_hidesAmounts);
     m_overlay->object()->paintIt(surface);
     surface.finish();
+    m_labels = surface.labels();
 }
 
 } // namespace Terminal

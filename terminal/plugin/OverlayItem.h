@@ -5,6 +5,8 @@
 
 #include <qwt_plot_item.h>
 
+#include <QStringList>
+
 #include <functional>
 
 namespace Terminal {
@@ -26,12 +28,16 @@ public:
     /// The marks of the last repaint.
     const DrawnMarks &marks() const { return m_marks; }
 
+    /// The texts of its labels.
+    const QStringList &labels() const { return m_labels; }
+
 private:
     ChartView *m_chart;
     std::shared_ptr<OverlayHandle> m_overlay;
     GlyphSprites *m_sprites;
     bool m_hidesAmounts = false;
     mutable DrawnMarks m_marks;
+    mutable QStringList m_labels;
 };
 
 } // namespace Terminal

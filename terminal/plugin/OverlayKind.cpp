@@ -16,10 +16,16 @@ const std::vector<OverlayKind> &overlayKinds()
     const Questions trades = {{HISTORYTRADE, AskedOn::DayChart}, {TODAYTRADE, AskedOn::DayChart}};
     const Questions orders = {{ENTRUSTTODAYTRADE, AskedOn::TodaysChart},
                               {ENTRUSTHISTORYTRADE, AskedOn::PastDaysChart}};
+    const Questions combinedTrades = {{HISTORYTRADE, AskedOn::EveryChart}};
+    constexpr auto factory = OverlayClass::Factory;
+    constexpr auto combined = OverlayClass::Combined;
     static const std::vector<OverlayKind> kinds = {
-        {"cost", 0, QT_TRANSLATE_NOOP("OverlayKind", "Cost"), false, cost},
-        {"trades", 1, QT_TRANSLATE_NOOP("OverlayKind", "Trades"), true, trades},
-        {"orders", 2, QT_TRANSLATE_NOOP("OverlayKind", "Orders"), true, orders},
+        {"cost", factory, 0, QT_TRANSLATE_NOOP("OverlayKind", "Cost"), false, cost},
+        {"trades", factory, 1, QT_TRANSLATE_NOOP("OverlayKind", "Trades"), true, trades},
+        {"orders", factory, 2, QT_TRANSLATE_NOOP("OverlayKind", "Orders"), true, orders},
+        {"combined-cost", combined, 0, QT_TRANSLATE_NOOP("OverlayKind", "Combined cost"), true, {}},
+        {"combined-trades", combined, 1, QT_TRANSLATE_NOOP("OverlayKind", "Combined trades"), true,
+         combinedTrades},
     };
     return kinds;
 }

@@ -11,6 +11,13 @@ namespace Terminal {
 /// On which charts a question is asked.
 enum class AskedOn { EveryChart, DayChart, TodaysChart, PastDaysChart };
 
+/// Which class of the overlay library draws an overlay.
+enum class OverlayClass {
+    Factory,  ///< one that the factory makes; its answers come on the channel of the chart's screen
+    Combined, ///< the combined overlay, which waits for some answers and hears others on the channel of
+              ///< everybody
+};
+
 /// A question to the trading module whose answer an overlay draws.
 struct OverlayQuestion
 {
@@ -23,12 +30,15 @@ struct OverlayQuestion
 /// A kind of overlay that the overlay library offers.
 struct OverlayKind
 {
-    const char *word;  ///< of the command line and the settings
-    int factoryType;   ///< "type" of the library's factory
+    const char *word; ///< of the command line and the settings
+    OverlayClass overlayClass;
+    int type;          ///< "type" of its configuration
     const char *title; ///< English source text of its toggle
     /// True when it adds up records of the range it was shown, so that another range needs a new one.
     bool boundToRange;
-    std::vector<OverlayQuestion> questions;
+    std::vector<OverlayQuestion> questions; ///< other than those that are asked while it calculates
+
+    bool isCombined() const { return overlayClass == OverlayClass::Combined; }
 };
 
 const std::vector<OverlayKind> &overlayKinds();

@@ -1,5 +1,7 @@
 #include "terminal/plugin/OverlayLibrary.h"
 
+#include "terminal/plugin/CombinedOverlay.h"
+
 #include <QCoreApplication>
 #include <QJsonDocument>
 
@@ -11,6 +13,11 @@ Loaded<OverlayLibrary> failure(const char *source, const QString &file, const QS
 {
     return Loaded<OverlayLibrary>::failure(
         QCoreApplication::translate("OverlayLibrary", source).arg(file, reason));
+}
+
+QByteArray toText(const QJsonObject &configuration)
+{
+    return QJsonDocument(configuration).toJson(QJsonDocument::Compact);
 }
 
 } // namespace
@@ -30,15 +37,28 @@ Loaded<OverlayLibrary> OverlayLibrary::open(const QString &file)
     }
     OverlayLibrary loaded;
     loaded.m_factory = factory;
+    loaded.m_constructCombined = reinterpret_cast<Korvane::CombinedOverlay::Constructor>(
+        library.resolve(Korvane::CombinedOverlay::constructor));
     return loaded;
 }
 
 std::shared_ptr<OverlayHandle> OverlayLibrary::create(Korvane::IChartAxis &axis,
                                                       const QJsonObject &configuration) const
 {
-    const QByteArray json = QJsonDocument(configuration).toJson(QJsonDocument::Compact);
-    Korvane::IChartObject *const object = m_factory(axis, json.constData());
+    Korvane::IChartObject *const object = m_factory(axis, toText(configuration).constData());
     return object == nullptr ? nullptr : std::make_shared<OverlayHandle>(object);
+}
+
+std::shared_ptr<OverlayHandle> OverlayLibrary::createCombined(Korvane::IChartAxis &axis,
+                                                              const QJsonObject &configuration) const
+{
+    if (m_constructCombined == nullptr) {
+        return nullptr;
+    }
+    const auto overlay =
+        std::make_shared<CombinedOverlay>(m_constructCombined, axis, toText(configuration).constData());
+    return std::make_shared<OverlayHandle>(
+        std::shared_ptr<Korvane::IChartObject>(overlay, overlay->object()));
 }
 
 } // namespace Terminal

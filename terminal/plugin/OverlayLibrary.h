@@ -2,13 +2,15 @@
 
 #include "terminal/data/Loaded.h"
 #include "terminal/plugin/OverlayHandle.h"
+#include "tradechartobject/CombinedOverlay.h"
 
 #include <QJsonObject>
 #include <QLibrary>
 
 namespace Terminal {
 
-/// The overlay library, known by its file and its factory alone. Once loaded it stays so.
+/// The overlay library, known by its file and by the names of its factory and of the constructor of its
+/// combined overlay. Once loaded it stays so.
 class OverlayLibrary
 {
 public:
@@ -19,10 +21,15 @@ public:
     /// know the configuration.
     std::shared_ptr<OverlayHandle> create(Korvane::IChartAxis &axis, const QJsonObject &configuration) const;
 
+    /// Makes a combined overlay, which the factory does not make. Null when the library has none.
+    std::shared_ptr<OverlayHandle> createCombined(Korvane::IChartAxis &axis,
+                                                  const QJsonObject &configuration) const;
+
 private:
     using Factory = Korvane::IChartObject *(*)(Korvane::IChartAxis &, const char *);
 
     Factory m_factory = nullptr;
+    Korvane::CombinedOverlay::Constructor m_constructCombined = nullptr;
 };
 
 } // namespace Terminal

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPoint>
 #include <QStringList>
 
 namespace Terminal {
@@ -10,9 +11,9 @@ class UserPrompts
 public:
     virtual ~UserPrompts() = default;
 
-    /// Lets the user choose one of `rows` at the pointer; columns are parted by tabs, a row may have
-    /// several lines. Blocks until chosen or dismissed; returns the row's number, or -1 for none.
-    virtual int choose(const QStringList &rows) = 0;
+    /// Lets the user choose one of `rows` at `place` of the screen; columns are parted by tabs, a row may
+    /// have several lines. Blocks until chosen or dismissed; returns the row's number, or -1 for none.
+    virtual int choose(const QStringList &rows, const QPoint &place) = 0;
 
     /// Shows `text` and returns at once.
     virtual void show(const QString &text) = 0;

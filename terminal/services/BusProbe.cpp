@@ -12,7 +12,7 @@ constexpr int longestWaitMilliseconds = 1500;
 
 } // namespace
 
-JoinGate busGate(const QString &address)
+Gate busGate(const QString &address)
 {
     return [address](QObject *context, std::function<void()> proceed) {
         auto *const probe = new LocalCommunication::EndPoint(context);

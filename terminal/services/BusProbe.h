@@ -8,6 +8,6 @@ namespace Terminal {
 /// a bus it opens after a moment all the same, so that the chart is not kept waiting.
 ///
 /// `address` names the bus instance, as overlays do: the directory of the running program.
-JoinGate busGate(const QString &address);
+Gate busGate(const QString &address);
 
 } // namespace Terminal

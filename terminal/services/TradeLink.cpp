@@ -1,5 +1,6 @@
 #include "terminal/services/TradeLink.h"
 
+#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <QJsonDocument>
@@ -44,16 +45,35 @@ void TradeLink::start(const QString &address)
 
 void TradeLink::ask()
 {
-    m_endPoint.sendMessage("Global", TradeChart::Topic::TRADEQUERY, question(m_channel));
+    m_endPoint.sendMessage(TradeChart::Module::Channel::GLOBAL, TradeChart::Topic::TRADEQUERY,
+                           question(m_channel));
 }
 
 void TradeLink::takeAnswer()
 {
+    m_timer.stop();
     if (!m_answering) {
         m_answering = true;
-        m_timer.stop();
         Q_EMIT answering();
     }
+    Q_EMIT answered();
+}
+
+Gate TradeLink::answerGate()
+{
+    return [this](QObject *context, std::function<void()> proceed) {
+        auto *const waiting = new QObject(context);
+        connect(this, &TradeLink::answered, waiting, [this, waiting, proceed = std::move(proceed)] {
+            disconnect(this, nullptr, waiting, nullptr);
+            // Other clients of this program read what arrived together with the answer first.
+            QTimer::singleShot(0, waiting, [waiting, proceed] {
+                waiting->deleteLater();
+                proceed();
+            });
+        });
+        ask();
+        m_timer.start(askMilliseconds);
+    };
 }
 
 } // namespace Terminal

@@ -10,12 +10,12 @@ constexpr int stopMilliseconds = 3000;
 } // namespace
 
 TradeModuleProcess::TradeModuleProcess(const QString &program, const QString &ledger,
-                                       const QString &busAddress, QObject *parent)
+                                       const QString &busAddress, const QString &language, QObject *parent)
     : QObject(parent)
 {
     m_process.setProgram(program);
-    m_process.setArguments(
-        {QStringLiteral("--bus"), busAddress, QStringLiteral("--ledger"), ledger, QStringLiteral("serve")});
+    m_process.setArguments({QStringLiteral("--bus"), busAddress, QStringLiteral("--ledger"), ledger,
+                            QStringLiteral("--lang"), language, QStringLiteral("serve")});
     m_process.setProcessChannelMode(QProcess::ForwardedChannels);
     m_restart.setSingleShot(true);
     m_restart.setInterval(restartMilliseconds);

@@ -7,14 +7,14 @@
 namespace Terminal {
 
 /// The trading module as a child of the terminal: started, started again when it ends by itself, and
-/// stopped with the terminal.
+/// stopped with the terminal. It speaks the language it was started with, "zh" or "en".
 class TradeModuleProcess : public QObject
 {
     Q_OBJECT
 
 public:
     TradeModuleProcess(const QString &program, const QString &ledger, const QString &busAddress,
-                       QObject *parent);
+                       const QString &language, QObject *parent);
     ~TradeModuleProcess() override;
 
     void start();

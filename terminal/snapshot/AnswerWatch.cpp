@@ -1,6 +1,7 @@
 #include "terminal/snapshot/AnswerWatch.h"
 
 #include "terminal/plugin/HostRecords.h"
+#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <QJsonArray>
@@ -42,33 +43,60 @@ AnswerWatch::AnswerWatch(const QByteArray &screenId, const ChartData &data, cons
 {
     for (const QString &word : kinds) {
         const OverlayKind *const kind = findOverlayKind(word);
-        m_awaited.push_back({kind, awaitedCommands(*kind, data.period, isTodaysChart(data))});
+        const int firstCalculation = kind->isCombined() ? 1 : 0;
+        m_awaited.push_back(
+            {kind, awaitedCommands(*kind, data.period, isTodaysChart(data)), {}, firstCalculation});
     }
     connect(&m_endPoint, &LocalCommunication::EndPoint::ready, this, &AnswerWatch::listening);
-    connect(&m_endPoint, &LocalCommunication::EndPoint::messageReceived, this,
-            [this](const QByteArray &, const QByteArray &payload) { takeMessage(payload); });
+    connect(&m_endPoint, &LocalCommunication::EndPoint::messageReceived, this, &AnswerWatch::take);
 }
 
 void AnswerWatch::start(const QString &address)
 {
     m_endPoint.subscribe(m_screenId, QByteArray(Topic::TRADEQUERY));
+    m_endPoint.subscribe(QByteArray(Module::Channel::GLOBAL), QByteArray(Topic::TRADEQUERY));
     m_endPoint.connect(address);
 }
 
-void AnswerWatch::takeMessage(const QByteArray &payload)
+void AnswerWatch::take(const QByteArray &topic, const QByteArray &payload, const QByteArray &channel)
+{
+    if (channel == m_screenId) {
+        takeAnswer(payload);
+    } else if (channel == Module::Channel::GLOBAL) {
+        takeSharedNews(readSharedNews(topic, payload));
+    }
+}
+
+void AnswerWatch::takeSharedNews(const SharedNews &news)
+{
+    if (news.kind == SharedNews::None || news.code != m_code) {
+        return;
+    }
+    const QString command = QLatin1String(CmdType::HISTORYTRADE);
+    for (Awaited &awaited : m_awaited) {
+        if (!awaited.kind->isCombined() || awaited.kind->questions.empty()) {
+            continue;
+        }
+        awaited.updates = 0;
+        awaited.answered = news.kind == SharedNews::Spoilt ? QStringList() : QStringList(command);
+    }
+    Q_EMIT progressed();
+}
+
+void AnswerWatch::takeAnswer(const QByteArray &payload)
 {
     const QJsonObject answer = QJsonDocument::fromJson(payload).object();
     const QString command = answer.value(QLatin1String(TradeKeyFields::CMD)).toString();
     if (answer.value(QLatin1String(TradeKeyFields::STKCODE)).toString() != m_code) {
         return;
     }
+    const bool isDrawable = holdsSomethingToDraw(answer.value(QLatin1String(TradeKeyFields::DATA)));
     for (Awaited &awaited : m_awaited) {
-        if (awaited.commands.contains(command) &&
-            holdsSomethingToDraw(answer.value(QLatin1String(TradeKeyFields::DATA)))) {
-            ++awaited.drawableAnswers;
+        if (!awaited.kind->isCombined() && awaited.commands.contains(command)) {
+            awaited.answered.append(command);
+            awaited.drawableAnswers += isDrawable ? 1 : 0;
         }
     }
-    m_answered.append(command);
     Q_EMIT progressed();
 }
 
@@ -85,7 +113,7 @@ QStringList AnswerWatch::missing() const
     QStringList missing;
     for (const Awaited &awaited : m_awaited) {
         for (const QString &command : awaited.commands) {
-            if (!m_answered.contains(command)) {
+            if (!awaited.answered.contains(command)) {
                 missing.append(tr("the answer to %1").arg(command));
             }
         }

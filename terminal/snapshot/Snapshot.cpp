@@ -2,6 +2,7 @@
 
 #include "terminal/chart/ChartView.h"
 #include "terminal/snapshot/Picture.h"
+#include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
 
 namespace Terminal {
@@ -19,18 +20,32 @@ Snapshot::Snapshot(MainWindow *window, const TerminalOptions &options, QObject *
         Q_EMIT listening();
     });
     connect(&m_watch, &AnswerWatch::progressed, this, &Snapshot::checkProgress);
+    connect(window->trade()->desk(), &OrderDesk::answered, this, &Snapshot::checkProgress);
     connect(&m_timeout, &QTimer::timeout, this, &Snapshot::giveUp);
 }
 
-void Snapshot::start(const QString &address)
+void Snapshot::start()
 {
     m_timeout.start();
+}
+
+void Snapshot::listen(const QString &address)
+{
     m_watch.start(address);
+}
+
+QStringList Snapshot::missing() const
+{
+    QStringList missing = m_watch.missing();
+    if (!m_window->trade()->desk()->isUpToDate()) {
+        missing.append(tr("list of orders and positions"));
+    }
+    return missing;
 }
 
 void Snapshot::checkProgress()
 {
-    if (!m_finished && m_window->overlays() != nullptr && m_watch.isComplete()) {
+    if (!m_finished && m_window->overlays() != nullptr && missing().isEmpty()) {
         finish();
     }
 }
@@ -48,13 +63,13 @@ void Snapshot::finish()
 void Snapshot::giveUp()
 {
     m_finished = true;
-    QStringList missing = m_watch.missing();
+    QStringList reasons = missing();
     if (!m_hindrance.isEmpty()) {
-        missing.prepend(m_hindrance);
+        reasons.prepend(m_hindrance);
     }
     Q_EMIT finished(tr("No picture was written: after %1 s there is still no %2.")
                         .arg(m_timeout.interval() / 1000)
-                        .arg(missing.join(QStringLiteral(", "))));
+                        .arg(reasons.join(QStringLiteral(", "))));
 }
 
 } // namespace Terminal

@@ -9,7 +9,8 @@ namespace Terminal {
 class MainWindow;
 struct TerminalOptions;
 
-/// Waits until every overlay of a window has its data and writes the picture.
+/// Waits until every overlay of a window and the panel of orders, when it is shown, have their data and
+/// writes the picture.
 class Snapshot : public QObject
 {
     Q_OBJECT
@@ -18,8 +19,11 @@ public:
     /// `window` must outlive the snapshot.
     Snapshot(MainWindow *window, const TerminalOptions &options, QObject *parent);
 
+    /// From here on the time runs that the answers have.
+    void start();
+
     /// Listens on the bus instance of `address`, see AnswerWatch.
-    void start(const QString &address);
+    void listen(const QString &address);
 
     /// True when answers are heard.
     bool isListening() const { return m_listening; }
@@ -41,6 +45,7 @@ Q_SIGNALS:
     void finished(const QString &error);
 
 private:
+    QStringList missing() const;
     void checkProgress();
     void giveUp();
 

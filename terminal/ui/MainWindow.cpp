@@ -3,19 +3,34 @@
 #include "terminal/chart/ChartInput.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/chart/ReadoutBar.h"
+#include "terminal/replay/ReplayedChart.h"
 #include "terminal/snapshot/Picture.h"
+#include "terminal/trade/TradeDocks.h"
+#include "terminal/trade/TradeStyle.h"
+#include "terminal/ui/ReplayBar.h"
+#include "tradechartobject/common/TradeVocabulary.h"
 
 #include <QActionGroup>
 #include <QComboBox>
 #include <QEvent>
 #include <QFileDialog>
+#include <QMenu>
 #include <QToolBar>
+#include <QToolButton>
 #include <QUuid>
 #include <QVBoxLayout>
 
 namespace Terminal {
 
 namespace {
+
+/// The close by which today's price limits go.
+TradeDocks::CloseBefore closeBeforeToday(const ChartSource &source)
+{
+    return [&source](const ChartData &shown) {
+        return source.closeBefore(shown.security.code, static_cast<std::int32_t>(TradeChart::currentDate()));
+    };
+}
 
 QString dayText(std::int32_t day)
 {
@@ -27,7 +42,8 @@ QString dayText(std::int32_t day)
 
 MainWindow::MainWindow(const DataFolder &folder, const TerminalOptions &options, QWidget *parent)
     : QMainWindow(parent),
-      m_folder(folder),
+      m_replay(nullptr),
+      m_source(folder, &m_replay),
       m_options(options),
       m_screenId("terminal-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces)),
       m_chart(new ChartView),
@@ -37,7 +53,8 @@ MainWindow::MainWindow(const DataFolder &folder, const TerminalOptions &options,
       m_securities(new QComboBox),
       m_days(new QComboBox),
       m_periods(new QActionGroup(this)),
-      m_input(std::make_unique<ChartInput>(m_chart, nullptr, nullptr))
+      m_input(std::make_unique<ChartInput>(m_chart, nullptr, nullptr)),
+      m_trade(std::make_unique<TradeDocks>(this, m_chart, &m_prompts, closeBeforeToday(m_source)))
 {
     auto *const centre = new QWidget;
     auto *const column = new QVBoxLayout(centre);
@@ -47,6 +64,7 @@ MainWindow::MainWindow(const DataFolder &folder, const TerminalOptions &options,
     column->addWidget(m_chart, 1);
     setCentralWidget(centre);
     setUpToolBar();
+    setUpReplay();
     applyTheme();
     applyLanguage();
     resize(options.size);
@@ -55,12 +73,14 @@ MainWindow::MainWindow(const DataFolder &folder, const TerminalOptions &options,
 
 MainWindow::~MainWindow()
 {
+    m_trade.reset();
     m_input.reset();
     m_overlays.reset();
 }
 
 void MainWindow::setUpToolBar()
 {
+    m_toolBar->setObjectName(QStringLiteral("chartBar"));
     m_toolBar->setMovable(false);
     m_toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
     addToolBar(m_toolBar);
@@ -74,11 +94,21 @@ void MainWindow::setUpToolBar()
     gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     m_toolBar->addWidget(gap);
     addLookActions();
+    addTradeActions();
+}
+
+void MainWindow::setUpReplay()
+{
+    m_replayedChart = new ReplayedChart(m_chart, &m_replay, this);
+    auto *const bar = new ReplayBar(&m_replay, m_chart);
+    bar->setObjectName(QStringLiteral("replayBar"));
+    addToolBar(Qt::BottomToolBarArea, bar);
+    connect(bar, &ReplayBar::replayAsked, this, &MainWindow::setReplaying);
 }
 
 void MainWindow::addSecurityChoice()
 {
-    for (const Security &security : m_folder.securities()) {
+    for (const Security &security : m_source.securities()) {
         m_securities->addItem(security.code + QStringLiteral("  ") + security.name, security.code);
     }
     m_toolBar->addWidget(m_securities);
@@ -101,6 +131,7 @@ void MainWindow::addPeriodActions()
 
 void MainWindow::addDayChoice()
 {
+    m_days->setObjectName(QStringLiteral("shortChoice"));
     m_daysAction = m_toolBar->addWidget(m_days);
     connect(m_days, QOverload<int>::of(&QComboBox::activated), this, [this](int row) {
         loadOrTell(m_chart->data().security.code, ChartPeriod::Minute, m_days->itemData(row).toInt());
@@ -110,46 +141,68 @@ void MainWindow::addDayChoice()
 void MainWindow::addOverlayActions()
 {
     for (const OverlayKind &kind : overlayKinds()) {
-        QAction *const action = addToggle(m_options.overlays.contains(QLatin1String(kind.word)));
+        QAction *const action = addToggle(m_toolBar, m_options.overlays.contains(QLatin1String(kind.word)));
         action->setEnabled(false);
         m_overlayActions.push_back(action);
         connect(action, &QAction::toggled, this, [this, &kind](bool shown) { toggleOverlay(kind, shown); });
     }
 }
 
-QAction *MainWindow::addToggle(bool checked)
+void MainWindow::addTradeActions()
 {
-    QAction *const action = m_toolBar->addAction(QString());
+    m_viewMenu->addSeparator();
+    m_viewMenu->addAction(m_trade->ticketAction());
+    m_viewMenu->addAction(m_trade->panelAction());
+    m_trade->setAmountsHidden(m_options.hidesAmounts);
+}
+
+QAction *MainWindow::addToggle(QWidget *place, bool checked)
+{
+    auto *const action = new QAction(this);
     action->setCheckable(true);
     action->setChecked(checked);
+    place->addAction(action);
     return action;
+}
+
+/// A button that opens what is not chosen often: how the chart looks, and its export.
+void MainWindow::addViewMenu()
+{
+    auto *const button = new QToolButton;
+    m_viewMenu = new QMenu(button);
+    button->setMenu(m_viewMenu);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setDefaultAction(m_viewMenu->menuAction());
+    m_toolBar->addWidget(button);
 }
 
 void MainWindow::addLookActions()
 {
-    m_amountsAction = addToggle(false);
+    m_amountsAction = addToggle(m_toolBar, m_options.hidesAmounts);
     connect(m_amountsAction, &QAction::toggled, this, [this](bool hidden) {
+        m_trade->setAmountsHidden(hidden);
         if (m_overlays) {
             m_overlays->setAmountsHidden(hidden);
         }
     });
-    m_riseAction = addToggle(m_options.riseColour == RiseColour::Green);
+    addViewMenu();
+    m_riseAction = addToggle(m_viewMenu, m_options.riseColour == RiseColour::Green);
     connect(m_riseAction, &QAction::toggled, this, [this](bool green) {
         m_options.riseColour = green ? RiseColour::Green : RiseColour::Red;
         applyTheme();
     });
-    m_darkAction = addToggle(m_options.theme == ThemeKind::Dark);
+    m_darkAction = addToggle(m_viewMenu, m_options.theme == ThemeKind::Dark);
     connect(m_darkAction, &QAction::toggled, this, [this](bool dark) {
         m_options.theme = dark ? ThemeKind::Dark : ThemeKind::Light;
         applyTheme();
     });
-    m_languageAction = m_toolBar->addAction(QString());
+    m_languageAction = m_viewMenu->addAction(QString());
     connect(m_languageAction, &QAction::triggered, this, [this] {
         m_options.language =
             m_options.language == QLatin1String("zh") ? QStringLiteral("en") : QStringLiteral("zh");
         applyLanguage();
     });
-    m_exportAction = m_toolBar->addAction(QString());
+    m_exportAction = m_viewMenu->addAction(QString());
     m_exportAction->setShortcut(QKeySequence::Save);
     connect(m_exportAction, &QAction::triggered, this, &MainWindow::exportPicture);
 }
@@ -173,12 +226,14 @@ void MainWindow::showTexts()
     m_securities->setAccessibleName(tr("Security"));
     m_days->setAccessibleName(tr("Day"));
     m_amountsAction->setText(tr("Hide amounts"));
+    m_viewMenu->setTitle(tr("View"));
     m_riseAction->setText(tr("Green rises"));
     m_darkAction->setText(tr("Dark"));
     m_languageAction->setText(m_options.language == QLatin1String("zh") ? QStringLiteral("English")
                                                                         : QStringLiteral(u"中文"));
     m_exportAction->setText(tr("Export picture"));
     m_toolBar->setWindowTitle(tr("Chart"));
+    m_trade->showTexts();
 }
 
 void MainWindow::applyLanguage()
@@ -194,7 +249,8 @@ void MainWindow::applyTheme()
 {
     const ChartTheme theme = makeTheme(m_options.theme, m_options.riseColour);
     setPalette(widgetPalette(theme));
-    setStyleSheet(windowStyleSheet(theme));
+    setStyleSheet(windowStyleSheet(theme) + tradeStyleSheet(theme));
+    m_trade->setTheme(theme);
     m_chart->setTheme(theme);
     m_readout->update();
 }
@@ -209,7 +265,7 @@ void MainWindow::loadOrTell(const QString &code, ChartPeriod period, std::int32_
 
 bool MainWindow::load(const QString &code, ChartPeriod period, std::int32_t day)
 {
-    const auto loaded = m_folder.load(code, period, day);
+    const auto loaded = m_source.load(code, period, day);
     m_loadError = loaded.error();
     if (!loaded) {
         return false;
@@ -228,7 +284,7 @@ void MainWindow::showChoices()
         action->setChecked(action->data().toInt() == static_cast<int>(shown.period));
     }
     m_days->clear();
-    for (const std::int32_t day : m_folder.minuteDays(shown.security.code)) {
+    for (const std::int32_t day : m_source.minuteDays(shown.security.code)) {
         m_days->addItem(dayText(day), day);
     }
     m_daysAction->setVisible(shown.period == ChartPeriod::Minute);
@@ -237,11 +293,46 @@ void MainWindow::showChoices()
     }
 }
 
-void MainWindow::startOverlays(const OverlayLibrary &library, const JoinGate &gate)
+TerminalOptions MainWindow::shownOptions() const
 {
-    m_overlays = std::make_unique<OverlayHost>(m_chart, &m_prompts, library, gate, m_screenId,
+    TerminalOptions options = m_options;
+    options.code = m_chart->data().security.code;
+    options.period = m_chart->data().period;
+    options.hidesAmounts = m_amountsAction->isChecked();
+    options.overlays.clear();
+    for (size_t i = 0; i < m_overlayActions.size(); ++i) {
+        if (m_overlayActions[i]->isChecked()) {
+            options.overlays.append(QLatin1String(overlayKinds()[i].word));
+        }
+    }
+    return options;
+}
+
+void MainWindow::setReplaying(bool on)
+{
+    const ChartData shown = m_chart->data();
+    const bool showedReplay = m_replayedChart->isShown();
+    if (on) {
+        m_replay.open(shown, static_cast<std::int32_t>(TradeChart::currentDate()),
+                      m_source.closeBefore(shown.security.code, shown.bars.back().date));
+    } else {
+        m_replay.close();
+    }
+    if (on) {
+        m_trade->setShown(true); // a replay is there to be traded on
+    }
+    if (on || showedReplay) {
+        loadOrTell(shown.security.code, ChartPeriod::Minute, on ? 0 : m_replay.recordedDate());
+    }
+}
+
+void MainWindow::startOverlays(const OverlayLibrary &library, const BusGates &gates)
+{
+    m_overlays = std::make_unique<OverlayHost>(m_chart, &m_prompts, library, gates, m_screenId,
                                                m_options.refreshSeconds);
+    m_overlays->setAmountsHidden(m_amountsAction->isChecked());
     m_input = std::make_unique<ChartInput>(m_chart, m_overlays.get(), nullptr);
+    m_trade->setOverlays(m_overlays.get());
     for (size_t i = 0; i < m_overlayActions.size(); ++i) {
         m_overlayActions[i]->setEnabled(true);
         toggleOverlay(overlayKinds()[i], m_overlayActions[i]->isChecked());

@@ -3,6 +3,8 @@
 #include "terminal/TerminalOptions.h"
 #include "terminal/data/DataFolder.h"
 #include "terminal/plugin/OverlayHost.h"
+#include "terminal/replay/ChartSource.h"
+#include "terminal/replay/Replay.h"
 #include "terminal/ui/Language.h"
 #include "terminal/ui/WindowPrompts.h"
 
@@ -12,12 +14,15 @@
 
 class QActionGroup;
 class QComboBox;
+class QMenu;
 
 namespace Terminal {
 
 class ChartInput;
 class ChartView;
 class ReadoutBar;
+class ReplayedChart;
+class TradeDocks;
 
 /// The window of the terminal: the tool bar, the read-out line and the chart with its overlays.
 class MainWindow : public QMainWindow
@@ -33,8 +38,15 @@ public:
     bool load(const QString &code, ChartPeriod period, std::int32_t day);
     QString loadError() const { return m_loadError; }
 
+    /// The options that would show what the window shows now.
+    TerminalOptions shownOptions() const;
+
+    /// Begins to replay the shown day of minutes, paused, or ends the replay; a chart of it shows the
+    /// recorded day then.
+    void setReplaying(bool on);
+
     /// Puts the overlays that the options name on the chart. To be called once.
-    void startOverlays(const OverlayLibrary &library, const JoinGate &gate);
+    void startOverlays(const OverlayLibrary &library, const BusGates &gates);
 
     /// Names this window on the bus; no other window has it.
     const QByteArray &screenId() const { return m_screenId; }
@@ -42,6 +54,8 @@ public:
     /// Null before startOverlays().
     OverlayHost *overlays() const { return m_overlays.get(); }
     ChartView *chart() const { return m_chart; }
+    Replay *replay() { return &m_replay; }
+    TradeDocks *trade() const { return m_trade.get(); }
     UserPrompts *prompts() { return &m_prompts; }
 
 protected:
@@ -49,12 +63,15 @@ protected:
 
 private:
     void setUpToolBar();
+    void setUpReplay();
     void addSecurityChoice();
     void addPeriodActions();
     void addDayChoice();
     void addOverlayActions();
+    void addViewMenu();
+    void addTradeActions();
     void addLookActions();
-    QAction *addToggle(bool checked);
+    QAction *addToggle(QWidget *place, bool checked);
     void loadOrTell(const QString &code, ChartPeriod period, std::int32_t day);
     void showChoices();
     void showTexts();
@@ -63,13 +80,15 @@ private:
     void toggleOverlay(const OverlayKind &kind, bool shown);
     void exportPicture();
 
-    DataFolder m_folder;
+    Replay m_replay;
+    ChartSource m_source;
     TerminalOptions m_options;
     QByteArray m_screenId;
     Language m_language;
     QString m_loadError;
     ChartView *m_chart;
     ReadoutBar *m_readout;
+    ReplayedChart *m_replayedChart = nullptr;
     WindowPrompts m_prompts;
     QToolBar *m_toolBar;
     QComboBox *m_securities;
@@ -77,6 +96,7 @@ private:
     QAction *m_daysAction = nullptr;
     QActionGroup *m_periods;
     std::vector<QAction *> m_overlayActions; ///< in the order of overlayKinds()
+    QMenu *m_viewMenu = nullptr;
     QAction *m_darkAction = nullptr;
     QAction *m_riseAction = nullptr;
     QAction *m_amountsAction = nullptr;
@@ -84,6 +104,7 @@ private:
     QAction *m_exportAction = nullptr;
     std::unique_ptr<OverlayHost> m_overlays;
     std::unique_ptr<ChartInput> m_input;
+    std::unique_ptr<TradeDocks> m_trade;
 };
 
 } // namespace Terminal

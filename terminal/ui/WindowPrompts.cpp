@@ -4,7 +4,6 @@
 #include "terminal/ui/PopupRow.h"
 
 #include <QCoreApplication>
-#include <QCursor>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -48,7 +47,7 @@ WindowPrompts::WindowPrompts(QWidget *messageArea)
 {
 }
 
-int WindowPrompts::choose(const QStringList &rows)
+int WindowPrompts::choose(const QStringList &rows, const QPoint &place)
 {
     QMenu menu(m_area);
     menu.setPalette(m_area->window()->palette());
@@ -56,7 +55,7 @@ int WindowPrompts::choose(const QStringList &rows)
     for (int i = 0; i < rows.size(); ++i) {
         addRow(&menu, rows.at(i), widths, i);
     }
-    const QAction *const chosen = menu.exec(QCursor::pos());
+    const QAction *const chosen = menu.exec(place);
     return chosen == nullptr ? -1 : chosen->data().toInt();
 }
 

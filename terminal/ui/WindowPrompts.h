@@ -15,7 +15,7 @@ public:
     /// Shows messages on `messageArea`, which must outlive the prompts.
     explicit WindowPrompts(QWidget *messageArea);
 
-    int choose(const QStringList &rows) override;
+    int choose(const QStringList &rows, const QPoint &place) override;
     void show(const QString &text) override;
     bool confirm(const QString &question) override;
 

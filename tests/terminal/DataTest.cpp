@@ -321,6 +321,22 @@ TEST_F(RealData, KeepsTheVolumeInWeeksAndMonths)
     EXPECT_DOUBLE_EQ(sum(toMonths(days)), sum(days));
 }
 
+TEST_F(RealData, HasTheCloseBeforeARecordedDay)
+{
+    const auto close = [this](const char *code, std::int32_t day) {
+        return m_folder.closeBefore(QLatin1String(code), day);
+    };
+    EXPECT_EQ(close("000001", 20180108), 13.30);   // of the Friday before
+    EXPECT_EQ(close("600519", 20260327), 1401.18); // the daily bars end years before
+}
+
+TEST_F(RealData, HasNoCloseFromLongBeforeARecordedDay)
+{
+    EXPECT_EQ(m_folder.closeBefore(QStringLiteral("600519"), 20230201), std::nullopt);
+    EXPECT_EQ(m_folder.closeBefore(QStringLiteral("600519"), 20100104), std::nullopt);
+    EXPECT_EQ(m_folder.closeBefore(QStringLiteral("999999"), 20180108), std::nullopt);
+}
+
 TEST_F(RealData, NamesTheKnownCodesForAnUnknownOne)
 {
     const auto loaded = m_folder.load(QStringLiteral("999999"), ChartPeriod::Day, 0);

@@ -1,6 +1,9 @@
 #include "terminal/chart/ChartView.h"
+#include "terminal/plugin/CombinedOverlay.h"
+#include "terminal/plugin/HiddenAmounts.h"
 #include "terminal/plugin/HostAxis.h"
 #include "terminal/plugin/HostRecords.h"
+#include "tests/support/ByName.h"
 #include "tests/terminal/SomeBars.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
@@ -9,12 +12,13 @@
 namespace Terminal {
 namespace {
 
+using ::testing::_;
 using ::testing::Return;
 
 class MockPrompts : public UserPrompts
 {
 public:
-    MOCK_METHOD(int, choose, (const QStringList &rows), (override));
+    MOCK_METHOD(int, choose, (const QStringList &rows, const QPoint &place), (override));
     MOCK_METHOD(void, show, (const QString &text), (override));
     MOCK_METHOD(bool, confirm, (const QString &question), (override));
 };
@@ -146,7 +150,7 @@ TEST_F(HostAxisOfAChart, KnowsTodaysChartFromAPastDays)
 TEST_F(HostAxisOfAChart, PassesTheRowsOfAPopUpAsText)
 {
     const char *rows[] = {"买入\t09:30:15", "卖出", nullptr};
-    EXPECT_CALL(m_prompts, choose(QStringList{QStringLiteral(u"买入\t09:30:15"), QStringLiteral(u"卖出")}))
+    EXPECT_CALL(m_prompts, choose(QStringList{QStringLiteral(u"买入\t09:30:15"), QStringLiteral(u"卖出")}, _))
         .WillOnce(Return(1));
     EXPECT_EQ(m_axis.popupMenu(rows, nullptr), 1);
 }
@@ -165,6 +169,105 @@ TEST_F(HostAxisOfAChart, PassesQuestionsAndMessagesOn)
     EXPECT_CALL(m_prompts, show(QStringLiteral(u"撤单成功")));
     EXPECT_TRUE(m_axis.confirmBox("撤单?\n1"));
     m_axis.showMessage("撤单成功");
+}
+
+struct TextWithAmounts
+{
+    const char *name;
+    const char *shown;
+    const char *hidden;
+};
+
+class Amounts : public ::testing::TestWithParam<TextWithAmounts>
+{
+};
+
+TEST_P(Amounts, AreHiddenAndPricesAreNot)
+{
+    EXPECT_EQ(withoutAmounts(QString::fromUtf8(GetParam().shown)).toStdString(), GetParam().hidden);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, Amounts,
+    ::testing::Values(
+        TextWithAmounts{"cost", "持仓成本:1890.058", "持仓成本:***"},
+        TextWithAmounts{"trade", "买入\t09:30:15\t成交价:10.50\t成交量:300",
+                        "买入\t09:30:15\t成交价:10.50\t成交量:***"},
+        TextWithAmounts{
+            "order",
+            "买入[测试]\n状态:部成(未成可撤)\n编号:7\n委托时间:09:32:05\n委托价格:9.500\n委托数量:300\n"
+            "成交均价:9.480\n成交数量:100\n可撤数量:200\n委托日期:20240105",
+            "买入[测试]\n状态:部成(未成可撤)\n编号:7\n委托时间:09:32:05\n委托价格:9.500\n委托数量:***\n"
+            "成交均价:9.480\n成交数量:***\n可撤数量:***\n委托日期:20240105"},
+        TextWithAmounts{"cancelledPart", "已撤数量:12345\n委托日期:20240105",
+                        "已撤数量:***\n委托日期:20240105"},
+        TextWithAmounts{"nothing", "撤单成功", "撤单成功"}),
+    ByName());
+
+TEST_F(HostAxisOfAChart, HidesAmountsInListsButNotInQuestions)
+{
+    m_axis.setAmountsHidden(true);
+    const char *rows[] = {"买入\t成交价:10.50\t成交量:300", nullptr};
+    EXPECT_CALL(m_prompts, choose(QStringList(QStringLiteral(u"买入\t成交价:10.50\t成交量:***")), _))
+        .WillOnce(Return(-1));
+    m_axis.popupMenu(rows, nullptr);
+    EXPECT_CALL(m_prompts, confirm(QStringLiteral(u"撤单?\n委托数量:300"))).WillOnce(Return(false));
+    m_axis.confirmBox("撤单?\n委托数量:300");
+}
+
+/// The axis of a combined overlay, whose list of three lines ends with the memory that it stands in.
+class CombinedAxisOfAChart : public HostAxisOfAChart
+{
+protected:
+    int choose() { return m_combined.popupMenu(m_lines.data(), nullptr); }
+
+    std::vector<const char *> m_lines = {"one", "two", "three"};
+    CombinedAxis m_combined{m_axis};
+    QObject m_caller;
+};
+
+TEST_F(CombinedAxisOfAChart, ShowsAsManyLinesAsTheCallerTells)
+{
+    m_caller.setProperty("popupLineCount", 3);
+    m_combined.setCaller(&m_caller);
+    EXPECT_CALL(m_prompts,
+                choose(QStringList{QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")}, _))
+        .WillOnce(Return(2));
+    EXPECT_EQ(choose(), 2);
+}
+
+TEST_F(CombinedAxisOfAChart, ShowsTheFirstLineOfACallerThatDoesNotTell)
+{
+    m_combined.setCaller(&m_caller);
+    EXPECT_CALL(m_prompts, choose(QStringList(QStringLiteral("one")), _)).WillOnce(Return(-1));
+    EXPECT_EQ(choose(), -1);
+}
+
+TEST_F(CombinedAxisOfAChart, IsTheChartInAllElse)
+{
+    EXPECT_EQ(m_combined.chartMode(), m_axis.chartMode());
+    EXPECT_STREQ(m_combined.screenId(), "screen-1");
+    EXPECT_EQ(m_combined.markerSize(), m_axis.markerSize());
+    EXPECT_EQ(m_combined.barToX(250), m_axis.barToX(250));
+    EXPECT_EQ(m_combined.priceToY(100, -1, -1), m_axis.priceToY(100, -1, -1));
+    EXPECT_EQ(m_combined.xToBar(300), m_axis.xToBar(300));
+    Korvane::AnalyData bar{};
+    m_combined.barAt(7, bar);
+    EXPECT_EQ(bar.close, m_chart.data().bars[7].close);
+    double low = 0;
+    double high = 0;
+    EXPECT_TRUE(m_combined.visiblePriceRange(low, high));
+    EXPECT_EQ(high, m_chart.chartGeometry().highPrice);
+    Korvane::IChartObject *updated = nullptr;
+    QObject::connect(&m_axis, &HostAxis::updateRequested, &m_axis,
+                     [&updated](Korvane::IChartObject *object) { updated = object; });
+    auto *const object = reinterpret_cast<Korvane::IChartObject *>(this);
+    m_combined.updateObject(object);
+    EXPECT_EQ(updated, object);
+    EXPECT_CALL(m_prompts, confirm(QStringLiteral("sure?"))).WillOnce(Return(true));
+    EXPECT_CALL(m_prompts, show(QStringLiteral("done")));
+    EXPECT_TRUE(m_combined.confirmBox("sure?"));
+    m_combined.showMessage("done");
 }
 
 } // namespace

@@ -17,7 +17,7 @@ TEST(Options, AreReadFromTheCommandLine)
     const auto parsed =
         parse(QStringLiteral("--data D --code 600519 --period minute --day 20230201 --overlays cost,trades "
                              "--theme light --lang en --size 800x600 --snapshot a.png --ledger l.db "
-                             "--rise green --no-broker")
+                             "--rise green --no-broker --hide-amounts")
                   .split(QLatin1Char(' ')));
     ASSERT_TRUE(parsed) << qPrintable(parsed.error());
     const TerminalOptions &options = parsed.value().options;
@@ -32,6 +32,30 @@ TEST(Options, AreReadFromTheCommandLine)
     EXPECT_EQ(options.snapshotFile, QStringLiteral("a.png"));
     EXPECT_EQ(options.ledger, QStringLiteral("l.db"));
     EXPECT_FALSE(options.startsBroker);
+    EXPECT_TRUE(options.hidesAmounts);
+}
+
+TEST(Options, OfAReplayImplyAChartOfMinutes)
+{
+    const auto parsed = parse({QStringLiteral("--data"), QStringLiteral("D"), QStringLiteral("--replay"),
+                               QStringLiteral("30"), QStringLiteral("--replay-to"), QStringLiteral("1000"),
+                               QStringLiteral("--order"), QStringLiteral("0940 buy 500 13.60"),
+                               QStringLiteral("--order"), QStringLiteral("0950 sell 100 14")});
+    ASSERT_TRUE(parsed) << qPrintable(parsed.error());
+    const TerminalOptions &options = parsed.value().options;
+    EXPECT_EQ(options.period, ChartPeriod::Minute);
+    EXPECT_EQ(options.replaySpeed, 30);
+    EXPECT_EQ(options.replayTo, 600);
+    ASSERT_EQ(options.orders.size(), 2U);
+    EXPECT_EQ(options.orders.back().quantity, 100);
+}
+
+TEST(Options, PlayTheWholeDayForASnapshot)
+{
+    const auto parsed =
+        parse(QStringLiteral("--data D --replay 30 --snapshot a.png").split(QLatin1Char(' ')));
+    ASSERT_TRUE(parsed) << qPrintable(parsed.error());
+    EXPECT_EQ(parsed.value().options.replayTo, 15 * 60);
 }
 
 TEST(Options, AskForTheDataFolderWhenThereIsNone)
@@ -78,6 +102,12 @@ INSTANTIATE_TEST_SUITE_P(
                       BadOption{"day", "--day 20240230", "--day", "yyyymmdd"},
                       BadOption{"overlays", "--overlays cost,dreams", "--overlays", "cost, trades, orders"},
                       BadOption{"timeout", "--timeout soon", "--timeout", "1 to 600"},
+                      BadOption{"replay", "--replay 0", "--replay", "1 to 600"},
+                      BadOption{"replayTooFast", "--replay 601", "--replay", "1 to 600"},
+                      BadOption{"replayTo", "--replay 30 --replay-to 1200", "--replay-to", "hhmm"},
+                      BadOption{"order", "--replay 30 --order noon", "--order", "QUANTITY"},
+                      BadOption{"orderAlone", "--replay-to 1000", "--replay-to", "--replay"},
+                      BadOption{"replayOfDays", "--replay 30 --period day", "--period", "minute"},
                       BadOption{"unknown", "--colour red", "colour", ""},
                       BadOption{"stray", "--data D chart.png", "chart.png", "--help"}),
     ByName());

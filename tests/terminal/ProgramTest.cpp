@@ -5,101 +5,41 @@
 #include "terminal/services/TradeModuleProcess.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/support/WaitUntil.h"
+#include "tests/terminal/ProgramFixture.h"
 
 #include <gmock/gmock.h>
 
+#include <QDir>
 #include <QFile>
 #include <QImage>
-#include <QProcess>
-#include <QTemporaryDir>
 
 namespace Terminal {
 namespace {
-
-struct Outcome
-{
-    int exitCode;
-    QString messages;
-};
-
-/// Runs `program` to its end.
-Outcome run(const QString &program, const QStringList &arguments, const QProcessEnvironment &environment)
-{
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start(program, arguments);
-    if (!process.waitForFinished(60000)) {
-        process.kill();
-        process.waitForFinished();
-        return {-1, QStringLiteral("did not end: ") + QString::fromUtf8(process.readAllStandardError())};
-    }
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2,
-            QString::fromUtf8(process.readAllStandardError())};
-}
-
-/// A terminal in a folder of its own, which names a bus that nobody else uses.
-class Program : public ::testing::Test
-{
-protected:
-    Program()
-    {
-        m_program = m_folder.filePath(QStringLiteral("tradeterminal"));
-        EXPECT_TRUE(QFile::copy(QStringLiteral(TRADETERMINAL), m_program));
-        m_environment = QProcessEnvironment::systemEnvironment();
-        m_environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtime.path());
-        m_environment.remove(QStringLiteral("DISPLAY"));
-        m_environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
-        m_environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
-    }
-
-    QString picture() const { return m_folder.filePath(QStringLiteral("picture.png")); }
-    QString ledger() const { return m_folder.filePath(QStringLiteral("account.db")); }
-
-    Outcome terminal(const QStringList &arguments)
-    {
-        return run(m_program,
-                   QStringList({QStringLiteral("--data"), QStringLiteral(TRADECHART_EXAMPLES),
-                                QStringLiteral("--size"), QStringLiteral("1280x720")}) +
-                       arguments,
-                   m_environment);
-    }
-
-    Outcome snapshot(const QStringList &arguments)
-    {
-        return terminal(QStringList({QStringLiteral("--snapshot"), picture(), QStringLiteral("--plugin"),
-                                     QStringLiteral(PLUGIN_FILE)}) +
-                        arguments);
-    }
-
-#ifdef TRADEMODULE
-    QStringList withLedger() const
-    {
-        return {QStringLiteral("--module"),  QStringLiteral(TRADEMODULE),
-                QStringLiteral("--ledger"),  ledger(),
-                QStringLiteral("--timeout"), QStringLiteral("40")};
-    }
-
-    void importStatement()
-    {
-        const Outcome outcome = run(QStringLiteral(TRADEMODULE),
-                                    {QStringLiteral("--ledger"), ledger(), QStringLiteral("import"),
-                                     QStringLiteral(TRADECHART_EXAMPLES "/statement.csv")},
-                                    m_environment);
-        ASSERT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
-    }
-#endif
-
-    QTemporaryDir m_folder;
-    QTemporaryDir m_runtime;
-    QString m_program;
-    QProcessEnvironment m_environment;
-};
 
 TEST_F(Program, DrawsBarsWithoutADisplay)
 {
     const Outcome outcome = snapshot({QStringLiteral("--code"), QStringLiteral("600519")});
     EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
     EXPECT_EQ(QImage(picture()).size(), QSize(1280, 720));
+}
+
+TEST_F(Program, NeitherReadsNorWritesSettingsForAPicture)
+{
+    ASSERT_EQ(snapshot({}).exitCode, 0);
+    const QImage byDefault(picture());
+    const QTemporaryDir home;
+    m_environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.path());
+    ASSERT_TRUE(QDir(home.path()).mkpath(QStringLiteral("tradechart")));
+    QFile settings(home.filePath(QStringLiteral("tradechart/tradeterminal.conf")));
+    const QByteArray text = "[General]\ntheme=light\ncode=600519\n";
+    ASSERT_TRUE(settings.open(QIODevice::WriteOnly) && settings.write(text) == text.size());
+    settings.close();
+    ASSERT_EQ(snapshot({}).exitCode, 0);
+    EXPECT_EQ(QImage(picture()), byDefault);
+    ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
+    EXPECT_EQ(settings.readAll(), text);
+    EXPECT_EQ(QDir(home.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+              QStringList(QStringLiteral("tradechart")));
 }
 
 TEST_F(Program, TellsThatAWindowNeedsADisplay)
@@ -187,6 +127,56 @@ TEST_P(ProgramInTheme, DrawsTheCostThatTheLedgerHas)
 
 INSTANTIATE_TEST_SUITE_P(Themes, ProgramInTheme, ::testing::Values("dark", "light"));
 
+TEST_F(Program, DrawsTheCombinedOverlaysBesideTheOthers)
+{
+    importStatement();
+    const Outcome outcome =
+        snapshot(withLedger() +
+                 QStringList({QStringLiteral("--code"), QStringLiteral("600519"), QStringLiteral("--period"),
+                              QStringLiteral("minute"), QStringLiteral("--overlays"),
+                              QStringLiteral("cost,trades,combined-cost,combined-trades")}));
+    EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
+}
+
+TEST_F(Program, DrawsTheCostOfTheCombinedOverlayToo)
+{
+    importStatement();
+    const QStringList arguments =
+        withLedger() +
+        QStringList({QStringLiteral("--code"), QStringLiteral("600519"), QStringLiteral("--overlays")});
+    ASSERT_EQ(snapshot(arguments + QStringList(QStringLiteral("cost"))).exitCode, 0);
+    const QColor line = makeTheme(ThemeKind::Dark, RiseColour::Red).line;
+    const QImage ofTheCostLine(picture());
+    const QRect chart = ofTheCostLine.rect().adjusted(0, 90, -200, 0);
+    ASSERT_EQ(snapshot(arguments + QStringList(QStringLiteral("combined-cost"))).exitCode, 0);
+    EXPECT_EQ(lineRows(QImage(picture()), chart, line), lineRows(ofTheCostLine, chart, line));
+    EXPECT_EQ(lineRows(ofTheCostLine, chart, line).size(), 1U);
+}
+
+TEST_F(Program, HidesAmountsInAPicture)
+{
+    importStatement();
+    const QStringList arguments =
+        withLedger() + QStringList({QStringLiteral("--code"), QStringLiteral("600519"),
+                                    QStringLiteral("--overlays"), QStringLiteral("cost")});
+    ASSERT_EQ(snapshot(arguments).exitCode, 0);
+    const QColor label = makeTheme(ThemeKind::Dark, RiseColour::Red).line;
+    const auto labelPixels = [label](const QImage &image) {
+        int count = 0;
+        for (int y = 90; y < image.height(); ++y) {
+            for (int x = image.width() - 200; x < image.width(); ++x) {
+                count += image.pixelColor(x, y) == label ? 1 : 0;
+            }
+        }
+        return count;
+    };
+    const int shown = labelPixels(QImage(picture()));
+    ASSERT_EQ(snapshot(arguments + QStringList(QStringLiteral("--hide-amounts"))).exitCode, 0);
+    const int hidden = labelPixels(QImage(picture()));
+    EXPECT_GT(hidden, 500) << "the label is there";
+    EXPECT_LT(hidden, shown - 100) << "and shorter by its figures";
+}
+
 TEST_F(Program, DrawsNoLineForNoHolding)
 {
     const Outcome outcome =
@@ -226,7 +216,8 @@ TEST_F(Program, WaitsForTheTradesToo)
 
 TEST(TradeModuleChild, IsStartedAgainWhenItEnds)
 {
-    TradeModuleProcess module(QStringLiteral("false"), QStringLiteral("l"), QStringLiteral("b"), nullptr);
+    TradeModuleProcess module(QStringLiteral("false"), QStringLiteral("l"), QStringLiteral("b"),
+                              QStringLiteral("en"), nullptr);
     int ends = 0;
     QObject::connect(&module, &TradeModuleProcess::failed, &module, [&ends] { ++ends; });
     module.start();
@@ -236,7 +227,7 @@ TEST(TradeModuleChild, IsStartedAgainWhenItEnds)
 TEST(TradeModuleChild, IsNamedWhenItCannotBeStarted)
 {
     TradeModuleProcess module(QStringLiteral("/nowhere/trademodule"), QStringLiteral("l"),
-                              QStringLiteral("b"), nullptr);
+                              QStringLiteral("b"), QStringLiteral("en"), nullptr);
     QString reason;
     QObject::connect(&module, &TradeModuleProcess::failed, &module,
                      [&reason](const QString &text) { reason = text; });

@@ -1,9 +1,11 @@
 // An overlay library of the terminal's own tests. It uses every service of the host the way overlays
 // do, needs no bus, and keeps a log of what happened to it.
 #include "tradechartobject/ChartInterface.h"
+#include "tradechartobject/CombinedOverlay.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QObject>
 #include <QtGlobal>
 
 #include <cmath>
@@ -25,6 +27,8 @@ void note(const std::string &event)
 {
     eventLog() += event + "\n";
 }
+
+} // namespace
 
 /// What the overlays have in common: they remember the bars and take no part in the scale.
 class TestOverlay : public Korvane::IChartObject
@@ -63,6 +67,8 @@ protected:
     Korvane::IChartAxis &m_axis;
     std::vector<Korvane::AnalyData> m_bars;
 };
+
+namespace {
 
 /// A line at the close of the last bar but nine, with a label.
 class LineOverlay : public TestOverlay
@@ -178,7 +184,7 @@ public:
     }
     void handleMousePress(double, double) override
     {
-        const char *lines[] = {"买入[测试]\n状态:未成交\n编号:1\n委托价格:10.000",
+        const char *lines[] = {"买入[测试]\n状态:未成交\n编号:1\n委托价格:10.000\n委托数量:300",
                                "卖出[测试]\n状态:已成交\n编号:2\n委托价格:11.000", nullptr};
         const int chosen = m_axis.popupMenu(lines, nullptr);
         note("chose " + std::to_string(chosen));
@@ -197,6 +203,31 @@ private:
 };
 
 } // namespace
+
+/// The combined overlay: a click anywhere lists two trades in an array without an end mark.
+class Q_DECL_EXPORT CChartTradeObject : public QObject, public TestOverlay
+{
+public:
+    CChartTradeObject(Korvane::IChartAxis &axis, const char *json);
+
+    bool paintIt(Korvane::IChartPainter &) override { return true; }
+    int hitTest(double, double) override { return 0; }
+    void handleMousePress(double, double) override
+    {
+        std::vector<const char *> lines = {"买入\t00:00:00\t成交价:10.50\t成交量:300",
+                                           "卖出\t00:00:00\t成交价:11.50\t成交量:100"};
+        setProperty(Korvane::CombinedOverlay::listLength, static_cast<int>(lines.size()));
+        note("chose " + std::to_string(m_axis.popupMenu(lines.data(), nullptr)));
+    }
+
+protected:
+    void prepare() override {}
+};
+
+CChartTradeObject::CChartTradeObject(Korvane::IChartAxis &axis, const char *json) : TestOverlay(axis)
+{
+    note(std::string("combined ") + json);
+}
 
 extern "C" {
 

@@ -1,62 +1,21 @@
 // The window with the real overlay library, a real broker and the trading module on the sample
 // statement, clicked by the user.
-#include "endpoint/LocalBroker.h"
-#include "terminal/chart/ChartView.h"
-#include "terminal/services/BusProbe.h"
-#include "terminal/services/TradeLink.h"
-#include "terminal/services/TradeModuleProcess.h"
-#include "terminal/ui/MainWindow.h"
-#include "tests/support/WaitUntil.h"
-#include "tests/terminal/WhenOpen.h"
+#include "tests/terminal/TradingWindow.h"
 
-#include <gmock/gmock.h>
-
-#include <QApplication>
-#include <QMenu>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QElapsedTimer>
 
 namespace Terminal {
 namespace {
 
-class TradesOnAChart : public ::testing::Test
+class TradesOnAChart : public TradingWindow
 {
 protected:
     void SetUp() override
     {
-        QProcess import;
-        import.start(QStringLiteral(TRADEMODULE),
-                     {QStringLiteral("--ledger"), ledger(), QStringLiteral("import"),
-                      QStringLiteral(TRADECHART_EXAMPLES "/statement.csv")});
-        ASSERT_TRUE(import.waitForFinished());
-        ASSERT_EQ(import.exitCode(), 0);
-
-        const QString address = QApplication::applicationDirPath();
-        m_broker.start(address);
-        m_module =
-            std::make_unique<TradeModuleProcess>(QStringLiteral(TRADEMODULE), ledger(), address, nullptr);
-        m_module->start();
-        m_link.start(address);
-        ASSERT_TRUE(waitUntil([this] { return m_link.isAnswering(); }));
-
-        TerminalOptions options;
-        options.overlays = QStringList(QStringLiteral("trades"));
-        options.size = QSize(1280, 720);
-        options.refreshSeconds = 1;
-        m_window = std::make_unique<MainWindow>(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(),
-                                                options);
-        ASSERT_TRUE(m_window->load(QStringLiteral("600519"), ChartPeriod::Day, 0));
-        m_window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
-        const auto library = OverlayLibrary::open(QStringLiteral(PLUGIN_FILE));
-        ASSERT_TRUE(library) << qPrintable(library.error());
-        m_window->startOverlays(library.value(), busGate(address));
+        TradingWindow::SetUp();
+        openWindow(QStringLiteral("trades"), QStringLiteral("600519"), ChartPeriod::Day, 0);
+        startOverlays();
     }
-
-    void TearDown() override { m_window.reset(); }
-
-    QString ledger() const { return m_folder.filePath(QStringLiteral("account.db")); }
-    ChartView *chart() { return m_window->chart(); }
 
     int barOf(std::int32_t date)
     {
@@ -82,24 +41,18 @@ protected:
         return waitUntil([this, date] { return m_window->overlays()->isHit(markOf(date)); });
     }
 
-    QStringList rowsAtAClickOn(std::int32_t date)
-    {
-        QStringList rows;
-        whenOpen<QMenu>([&rows](QMenu *menu) {
-            for (const QAction *const action : menu->actions()) {
-                rows.append(action->text());
-            }
-            QTest::keyClick(menu, Qt::Key_Escape);
-        });
-        QTest::mouseClick(chart()->canvas(), Qt::LeftButton, Qt::NoModifier, markOf(date).toPoint());
-        return rows;
-    }
+    QStringList rowsAtAClickOn(std::int32_t date) { return rowsAtAClick(markOf(date)); }
 
-    QTemporaryDir m_folder;
-    LocalCommunication::LocalBroker m_broker;
-    std::unique_ptr<TradeModuleProcess> m_module;
-    TradeLink m_link{nullptr};
-    std::unique_ptr<MainWindow> m_window;
+    /// The purchases of the shown security that the ledger has.
+    int buyCount()
+    {
+        QProcess list;
+        list.start(QStringLiteral(TRADEMODULE),
+                   {QStringLiteral("--ledger"), ledger(), QStringLiteral("trades"), QStringLiteral("--code"),
+                    chart()->data().security.code});
+        list.waitForFinished();
+        return list.readAllStandardOutput().count(" buy ");
+    }
 };
 
 TEST_F(TradesOnAChart, AreListedAtAClickOnTheirDay)
@@ -130,6 +83,52 @@ TEST_F(TradesOnAChart, BelongToTheirSecurity)
     ASSERT_TRUE(showDay(20250829));
     EXPECT_EQ(rowsAtAClickOn(20250829),
               QStringList(QStringLiteral(u"买入\t13:24:45\t成交价:12.06\t成交量:2700")));
+}
+
+/// The combined overlay puts all trades on the first bar.
+TEST_F(TradesOnAChart, AreAllListedByTheCombinedOverlayAlsoBesideTheTradePoints)
+{
+    const OverlayKind &combined = *findOverlayKind(QStringLiteral("combined-trades"));
+    const OverlayKind &trades = *findOverlayKind(QStringLiteral("trades"));
+    OverlayHost *const host = m_window->overlays();
+    ASSERT_TRUE(host->setShown(combined, true));
+    chart()->setSpan({-0.5, 20});
+    const auto firstMark = [this] { return markOf(chart()->data().bars.front().date); };
+    ASSERT_TRUE(waitUntil([&] { return host->isHit(firstMark()); }));
+    const QStringList rows = rowsAtAClick(firstMark());
+    EXPECT_EQ(rows.size(), buyCount());
+    EXPECT_EQ(rows.filter(QRegularExpression(QStringLiteral(u"^买入\t00:00:00\t成交价:"))).size(),
+              rows.size());
+
+    // The question of the trade points empties it; it is made anew.
+    ASSERT_TRUE(host->setShown(trades, false));
+    ASSERT_TRUE(host->setShown(trades, true));
+    EXPECT_TRUE(waitUntil([&] { return !host->isHit(firstMark()); }));
+    EXPECT_TRUE(waitUntil([&] { return host->isHit(firstMark()); }));
+    EXPECT_EQ(rowsAtAClick(firstMark()), rows);
+}
+
+/// A combined overlay asks and waits inside its calculation, up to three seconds.
+TEST_F(TradesOnAChart, DoNotKeepTheWindowWaitingForAModuleThatIsGone)
+{
+    OverlayHost *const host = m_window->overlays();
+    host->setShown(*findOverlayKind(QStringLiteral("trades")), false);
+    ASSERT_TRUE(host->setShown(*findOverlayKind(QStringLiteral("combined-cost")), true));
+    // 400 shares for 756,023.08
+    const auto onTheLine = [this] {
+        return QPointF(300, chart()->chartGeometry().priceToY(756023.08 / 400));
+    };
+    ASSERT_TRUE(waitUntil([&] { return host->isHit(onTheLine()); }));
+
+    m_module.reset();
+    QElapsedTimer time;
+    time.start();
+    for (int turn = 0; turn < 20 && time.elapsed() < 2000; ++turn) {
+        host->showHeard(QStringLiteral("600519"));
+        QApplication::processEvents();
+    }
+    EXPECT_LT(time.elapsed(), 2000);
+    EXPECT_TRUE(host->isHit(onTheLine())) << "what is known stays";
 }
 
 } // namespace

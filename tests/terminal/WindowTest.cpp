@@ -6,44 +6,29 @@
 #include "terminal/ui/MainWindow.h"
 #include "terminal/ui/PopupRow.h"
 #include "tests/support/WaitUntil.h"
+#include "tests/terminal/OverlayLog.h"
 #include "tests/terminal/SomeBars.h"
 #include "tests/terminal/WhenOpen.h"
 
 #include <gmock/gmock.h>
 
+#include <QAccessible>
 #include <QApplication>
+#include <QFileDialog>
 #include <QLabel>
-#include <QLibrary>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolBar>
 
 namespace Terminal {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-
-/// What happened to the overlays since the last call.
-std::string overlayLog()
-{
-    using TakeLog = const char *(*)();
-    const auto take =
-        reinterpret_cast<TakeLog>(QLibrary::resolve(QStringLiteral(TEST_OVERLAYS), "takeOverlayLog"));
-    return take();
-}
-
-int countOf(const std::string &text, const std::string &part)
-{
-    int count = 0;
-    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
-        ++count;
-    }
-    return count;
-}
 
 class Window : public ::testing::Test
 {
@@ -63,8 +48,14 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
         const auto library = OverlayLibrary::open(QStringLiteral(TEST_OVERLAYS));
         ASSERT_TRUE(library) << qPrintable(library.error());
-        m_window->startOverlays(library.value(),
-                                [](QObject *, const std::function<void()> &proceed) { proceed(); });
+        const Gate open = [](QObject *, const std::function<void()> &proceed) { proceed(); };
+        const Gate answered = [this](QObject *, const std::function<void()> &proceed) {
+            m_askedForAnswers += 1;
+            if (m_moduleAnswers) {
+                proceed();
+            }
+        };
+        m_window->startOverlays(library.value(), {open, answered});
         QApplication::processEvents();
     }
 
@@ -112,6 +103,8 @@ protected:
                 geometry().priceToY((geometry().lowPrice + geometry().highPrice) / 2) + 8};
     }
 
+    bool m_moduleAnswers = true;
+    int m_askedForAnswers = 0;
     std::unique_ptr<MainWindow> m_window;
 };
 
@@ -219,7 +212,8 @@ TEST_F(Window, KeepsTheOrderByDefault)
         QTest::keyClick(menu, Qt::Key_Return);
     });
     click(onOrder());
-    EXPECT_EQ(question, QStringLiteral(u"撤单?\n买入[测试]\n状态:未成交\n编号:1\n委托价格:10.000"));
+    EXPECT_EQ(question,
+              QStringLiteral(u"撤单?\n买入[测试]\n状态:未成交\n编号:1\n委托价格:10.000\n委托数量:300"));
     EXPECT_EQ(defaultText, QStringLiteral(u"保留委托"));
     EXPECT_THAT(overlayLog(), HasSubstr("kept"));
 }
@@ -258,6 +252,353 @@ TEST_F(Window, CancelsAnOrderWhenToldAndTellsTheOutcomeWithoutBlocking)
     EXPECT_TRUE(message->isVisible());
     EXPECT_EQ(message->text(), QStringLiteral(u"撤单成功"));
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+/// The keyboard's way over the marks.
+class WindowWithKeys : public Window
+{
+protected:
+    /// Few bars, so that every mark is one of its own.
+    void showMarks()
+    {
+        show({QStringLiteral("trades")});
+        QObject::connect(chart(), &ChartView::pointedBarChanged, chart(),
+                         [this](int bar) { m_pointed = bar; });
+        const auto last = static_cast<double>(chart()->data().bars.size());
+        chart()->setSpan({last - 40, last});
+        QApplication::processEvents();
+    }
+    void key(Qt::Key key)
+    {
+        QTest::keyClick(chart(), key);
+        QApplication::processEvents();
+    }
+    /// Pixels of the ring's colour around the mark of a bar.
+    int ringPixels(int bar)
+    {
+        const QImage picture = chart()->grab().toImage();
+        const QPoint middle = chart()->canvas()->mapTo(chart(), onMark(bar).toPoint());
+        int count = 0;
+        for (int y = middle.y() - 30; y < middle.y() + 30; ++y) {
+            for (int x = middle.x() - 16; x < middle.x() + 16; ++x) {
+                count += picture.pixelColor(x, y) == chart()->theme().accent ? 1 : 0;
+            }
+        }
+        return count;
+    }
+
+    int m_pointed = -1;
+};
+
+TEST_F(WindowWithKeys, GoesFromMarkToMark)
+{
+    showMarks();
+    key(Qt::Key_P);
+    EXPECT_EQ(m_pointed, lastMarkedBar()) << "the last in view is the first";
+    key(Qt::Key_P);
+    EXPECT_EQ(m_pointed, lastMarkedBar() - 3);
+    key(Qt::Key_P);
+    EXPECT_EQ(m_pointed, lastMarkedBar() - 6);
+    key(Qt::Key_N);
+    key(Qt::Key_N);
+    EXPECT_EQ(m_pointed, lastMarkedBar());
+    key(Qt::Key_N);
+    EXPECT_EQ(m_pointed, lastMarkedBar()) << "there is no other";
+}
+
+TEST_F(WindowWithKeys, StartsWithTheFirstMarkInViewGoingForward)
+{
+    showMarks();
+    key(Qt::Key_N);
+    EXPECT_EQ(m_pointed, lastMarkedBar() - 39) << "at the left edge of the view";
+}
+
+TEST_F(WindowWithKeys, MovesTheViewToAMarkBeyondIt)
+{
+    showMarks();
+    key(Qt::Key_N);
+    const BarSpan before = chart()->span();
+    key(Qt::Key_P);
+    EXPECT_EQ(m_pointed, lastMarkedBar() - 42);
+    EXPECT_LT(chart()->span().first, before.first - 10);
+    EXPECT_DOUBLE_EQ(chart()->span().width(), before.width());
+    EXPECT_GT(ringPixels(m_pointed), 30);
+    key(Qt::Key_N);
+    EXPECT_EQ(m_pointed, lastMarkedBar() - 39);
+}
+
+TEST_F(WindowWithKeys, FindsAMarkSeveralViewsAway)
+{
+    show({QStringLiteral("orders")}, ChartPeriod::Minute);
+    const double firstOrder = static_cast<int>(chart()->data().bars.size()) / 2 - 45;
+    chart()->setSpan({0, 15});
+    key(Qt::Key_N);
+    EXPECT_LT(chart()->span().first, firstOrder);
+    EXPECT_GT(chart()->span().last, firstOrder);
+    whenOpen<QMenu>([](QMenu *menu) { menu->close(); });
+    key(Qt::Key_Return);
+    EXPECT_THAT(overlayLog(), HasSubstr("chose -1"));
+}
+
+TEST_F(WindowWithKeys, StaysWhereItIsWithoutAnyMark)
+{
+    show({QStringLiteral("cost")});
+    chart()->setSpan({1000, 1100});
+    key(Qt::Key_N);
+    EXPECT_DOUBLE_EQ(chart()->span().first, 1000);
+    key(Qt::Key_P);
+    EXPECT_DOUBLE_EQ(chart()->span().first, 1000);
+}
+
+TEST_F(WindowWithKeys, DrawsARingAroundTheMark)
+{
+    showMarks();
+    EXPECT_EQ(ringPixels(lastMarkedBar()), 0);
+    key(Qt::Key_P);
+    EXPECT_GT(ringPixels(lastMarkedBar()), 30);
+    key(Qt::Key_P);
+    EXPECT_EQ(ringPixels(lastMarkedBar()), 0);
+    EXPECT_GT(ringPixels(lastMarkedBar() - 3), 30);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(ringPixels(lastMarkedBar() - 3), 0);
+    EXPECT_EQ(m_pointed, -1);
+}
+
+TEST_F(WindowWithKeys, OpensTheListAtTheMarkAndNotAtThePointer)
+{
+    showMarks();
+    QCursor::setPos(chart()->mapToGlobal(QPoint(5, 5)));
+    for (int i = 0; i < 4; ++i) {
+        key(Qt::Key_N);
+    }
+    const int bar = lastMarkedBar() - 30;
+    QRect place;
+    whenOpen<QMenu>([&place](QMenu *menu) {
+        place = menu->frameGeometry();
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    key(Qt::Key_Return);
+    const QPoint mark = chart()->canvas()->mapToGlobal(onMark(bar).toPoint());
+    EXPECT_TRUE(place.adjusted(-30, -40, 30, 40).contains(mark))
+        << place.x() << "," << place.y() << " for " << mark.x() << "," << mark.y();
+    const std::string log = overlayLog();
+    EXPECT_THAT(log, HasSubstr("press on bar " + std::to_string(bar)));
+    EXPECT_THAT(log, HasSubstr("chose 0"));
+}
+
+TEST_F(WindowWithKeys, StaysWithItsMarkWhenTheViewMoves)
+{
+    showMarks();
+    key(Qt::Key_N);
+    key(Qt::Key_N);
+    const int bar = m_pointed;
+    key(Qt::Key_Minus);
+    key(Qt::Key_Left);
+    EXPECT_EQ(m_pointed, bar);
+    whenOpen<QMenu>([](QMenu *menu) { menu->close(); });
+    key(Qt::Key_Return);
+    EXPECT_THAT(overlayLog(), HasSubstr("press on bar " + std::to_string(bar) + "\n"));
+    key(Qt::Key_N);
+    EXPECT_EQ(m_pointed, bar + 3);
+}
+
+TEST_F(WindowWithKeys, PressesNothingWithoutAMark)
+{
+    showMarks();
+    key(Qt::Key_Return);
+    key(Qt::Key_P);
+    key(Qt::Key_Escape);
+    key(Qt::Key_Return);
+    EXPECT_THAT(overlayLog(), ::testing::Not(HasSubstr("press on")));
+}
+
+TEST_F(WindowWithKeys, LeavesTheMarkAtAClickOfTheMouse)
+{
+    showMarks();
+    key(Qt::Key_P);
+    click({300, 400});
+    EXPECT_EQ(ringPixels(lastMarkedBar()), 0);
+}
+
+TEST_F(WindowWithKeys, HasNoMarkToGoToWithoutOverlays)
+{
+    show({});
+    key(Qt::Key_N);
+    key(Qt::Key_Return);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST_F(WindowWithKeys, ReachesTheQuestionForAnOrder)
+{
+    show({QStringLiteral("orders")}, ChartPeriod::Minute);
+    QString question;
+    whenOpen<QMenu>([&question](QMenu *menu) {
+        whenOpen<QMessageBox>([&question](QMessageBox *box) {
+            question = box->informativeText();
+            QTest::keyClick(box, Qt::Key_Tab);
+            QTest::keyClick(box->focusWidget(), Qt::Key_Space);
+        });
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    key(Qt::Key_N);
+    key(Qt::Key_Return);
+    for (const QString &named : {QStringLiteral(u"买入"), QStringLiteral(u"测试"),
+                                 QStringLiteral(u"委托价格:10.000"), QStringLiteral(u"委托数量:300")}) {
+        EXPECT_TRUE(question.contains(named)) << qPrintable(named);
+    }
+    EXPECT_THAT(overlayLog(), HasSubstr("confirmed"));
+}
+
+/// The window in the language of a test's texts.
+class WindowWithWords : public WindowWithKeys
+{
+protected:
+    void speakEnglish()
+    {
+        for (QAction *const action : m_window->findChildren<QAction *>()) {
+            if (action->text() == QLatin1String("English")) {
+                action->trigger();
+            }
+        }
+        QApplication::processEvents();
+    }
+};
+
+/// What a screen reader reads of the chart.
+class SpokenChart : public WindowWithWords
+{
+protected:
+    QString spoken(QAccessible::Text kind)
+    {
+        return QAccessible::queryAccessibleInterface(chart())->text(kind);
+    }
+};
+
+TEST_F(SpokenChart, NamesTheSecurityTheRangeAndTheLastBar)
+{
+    showMarks();
+    speakEnglish();
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(chart())->role(), QAccessible::Chart);
+    EXPECT_EQ(spoken(QAccessible::Name).toStdString(), "贵州茅台 600519, Day");
+    EXPECT_THAT(spoken(QAccessible::Description).toStdString(),
+                ::testing::StartsWith("贵州茅台 600519, Day; 2021-10-11 to 2021-12-03, 40 bars; "
+                                      "last 2021-12-03: close 1971.88, change +1.96%; "));
+}
+
+TEST_F(SpokenChart, CountsTheMarksInView)
+{
+    showMarks();
+    chart()->grab();
+    EXPECT_THAT(spoken(QAccessible::Description).toStdString(),
+                ::testing::EndsWith("; 买入 5, 卖出 4, 买卖 5"));
+    speakEnglish();
+    chart()->grab();
+    EXPECT_THAT(spoken(QAccessible::Description).toStdString(),
+                ::testing::EndsWith("; buys 5, sells 4, both 5"));
+    chart()->setSpan({lastMarkedBar() - 12.5, lastMarkedBar() + 0.5});
+    chart()->grab();
+    EXPECT_THAT(spoken(QAccessible::Description).toStdString(),
+                ::testing::EndsWith("; buys 2, sells 1, both 2"));
+}
+
+TEST_F(SpokenChart, ReadsTheCostUnlessAmountsAreHidden)
+{
+    show({QStringLiteral("cost")});
+    chart()->grab();
+    EXPECT_TRUE(spoken(QAccessible::Description).contains(QStringLiteral(u"; 持仓成本:1")));
+    m_window->overlays()->setAmountsHidden(true);
+    chart()->grab();
+    EXPECT_TRUE(spoken(QAccessible::Description).endsWith(QStringLiteral(u"; 持仓成本:***")));
+}
+
+TEST_F(SpokenChart, ReadsTheMarkThatTheKeyboardIsOn)
+{
+    showMarks();
+    speakEnglish();
+    key(Qt::Key_P);
+    const int kind = lastMarkedBar() / 3 % 3;
+    const char *const names[] = {"buys", "sells", "both"};
+    EXPECT_EQ(spoken(QAccessible::Value).toStdString(), std::string(names[kind]) + " 1, 2021-12-03");
+    key(Qt::Key_Escape);
+    EXPECT_EQ(spoken(QAccessible::Value), QString());
+}
+
+TEST_F(SpokenChart, SaysNothingWithoutBars)
+{
+    ChartView empty;
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&empty)->text(QAccessible::Description), QString());
+}
+
+TEST_F(SpokenChart, ReadsWhereACostLiesThatTheScaleDoesNotShow)
+{
+    show({QStringLiteral("cost")});
+    chart()->setSpan({-0.5, 50});
+    chart()->grab();
+    EXPECT_TRUE(spoken(QAccessible::Description).endsWith(QStringLiteral(u" ↑"))) << "as its label says";
+}
+
+TEST_F(Window, OffersToExportAPictureAtItsKey)
+{
+    show({});
+    bool opened = false;
+    whenOpen<QFileDialog>([&opened](QFileDialog *dialog) {
+        opened = true;
+        dialog->reject();
+    });
+    m_window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get()));
+    QTest::keyClick(chart(), Qt::Key_S, Qt::ControlModifier);
+    EXPECT_TRUE(opened);
+}
+
+TEST_F(WindowWithWords, HasRoomForItsToolBarInBothLanguages)
+{
+    show({});
+    ASSERT_TRUE(m_window->load(QStringLiteral("600519"), ChartPeriod::Minute, 0));
+    const auto widest = [this] {
+        QApplication::processEvents();
+        int width = 0;
+        for (const QToolBar *const bar : m_window->findChildren<QToolBar *>()) {
+            width = std::max(width, bar->sizeHint().width());
+        }
+        return width;
+    };
+    EXPECT_LE(widest(), 1280);
+    speakEnglish();
+    EXPECT_LE(widest(), 1280);
+}
+
+/// The picture of the cost's label, as it stands at the right edge.
+TEST_F(Window, HidesTheFiguresOfTheCostLabel)
+{
+    show({QStringLiteral("cost")});
+    const QImage shown = canvasPicture();
+    m_window->overlays()->setAmountsHidden(true);
+    QApplication::processEvents();
+    const QImage hidden = canvasPicture();
+    const QRect label = seriesLabelBox(geometry(), costPrice(), QStringLiteral(u"持仓成本:***")).toRect();
+    EXPECT_NE(shown.copy(label), hidden.copy(label));
+    EXPECT_EQ(hidden.pixelColor(label.left() - 3, label.center().y() - 3), chart()->theme().background)
+        << "no longer than its text";
+    m_window->overlays()->setAmountsHidden(false);
+    QApplication::processEvents();
+    EXPECT_EQ(canvasPicture(), shown);
+}
+
+TEST_F(Window, HidesAmountsInTheListOfTrades)
+{
+    show({QStringLiteral("trades")});
+    m_window->overlays()->setAmountsHidden(true);
+    QApplication::processEvents();
+    QString row;
+    whenOpen<QMenu>([&row](QMenu *menu) {
+        row = menu->actions().constFirst()->text();
+        menu->close();
+    });
+    click(onMark(lastMarkedBar()));
+    EXPECT_EQ(row, QStringLiteral(u"买入\t09:30:15\t成交价:10.50\t成交量:***"));
 }
 
 TEST_F(Window, PassesTheRightButtonOn)
@@ -316,6 +657,67 @@ TEST_F(Window, EndsOverlaysThatAreSwitchedOff)
     overlayLog();
     m_window->overlays()->setShown(*findOverlayKind(QStringLiteral("cost")), false);
     EXPECT_EQ(overlayLog(), "ended\ndestroyed\n");
+}
+
+TEST_F(Window, ListsTheTradesOfTheCombinedOverlay)
+{
+    show({QStringLiteral("combined-trades")});
+    QStringList rows;
+    whenOpen<QMenu>([&rows](QMenu *menu) {
+        for (const QAction *const action : menu->actions()) {
+            rows.append(action->text());
+        }
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    click({300, 300});
+    EXPECT_EQ(rows, QStringList({QStringLiteral(u"买入\t00:00:00\t成交价:10.50\t成交量:300"),
+                                 QStringLiteral(u"卖出\t00:00:00\t成交价:11.50\t成交量:100")}));
+    EXPECT_THAT(overlayLog(), HasSubstr("chose 1"));
+}
+
+TEST_F(Window, EndsCombinedOverlays)
+{
+    show({QStringLiteral("combined-cost")});
+    EXPECT_THAT(overlayLog(), ::testing::StartsWith("made\ncombined {\"auto_refresh_time\":3,\"type\":0}\n"));
+    m_window->overlays()->setShown(*findOverlayKind(QStringLiteral("combined-cost")), false);
+    EXPECT_EQ(overlayLog(), "ended\ndestroyed\n");
+}
+
+TEST_F(Window, CalculatesCombinedOverlaysOnlyWhenATradingModuleAnswers)
+{
+    m_moduleAnswers = false;
+    show({QStringLiteral("cost"), QStringLiteral("combined-cost")});
+    EXPECT_EQ(countOf(overlayLog(), "calc"), 2) << "those of the cost line alone";
+    EXPECT_EQ(m_askedForAnswers, 1);
+    m_window->overlays()->showHeard(QStringLiteral("600519"));
+    EXPECT_EQ(m_askedForAnswers, 1) << "still waiting";
+
+    m_moduleAnswers = true;
+    m_window->overlays()->setShown(*findOverlayKind(QStringLiteral("combined-trades")), true);
+    EXPECT_EQ(countOf(overlayLog(), "calc 600519"), 1);
+}
+
+TEST_F(Window, ShowsWhatCombinedOverlaysOfItsSecurityHaveHeard)
+{
+    show({QStringLiteral("combined-cost"), QStringLiteral("combined-trades")});
+    overlayLog();
+    m_window->overlays()->showHeard(QStringLiteral("000001"));
+    EXPECT_EQ(overlayLog(), "");
+    m_window->overlays()->showHeard(QStringLiteral("600519"));
+    EXPECT_EQ(countOf(overlayLog(), "calc 600519"), 2);
+}
+
+TEST_F(Window, MakesCombinedTradesAnewThatWereLost)
+{
+    show({QStringLiteral("combined-cost"), QStringLiteral("combined-trades"), QStringLiteral("trades")});
+    overlayLog();
+    m_window->overlays()->renewCombined(QStringLiteral("600519"));
+    const std::string log = overlayLog();
+    EXPECT_EQ(countOf(log, "ended\ndestroyed\n"), 1);
+    EXPECT_EQ(countOf(log, "combined {\"auto_refresh_time\":3,\"type\":1}"), 1);
+    EXPECT_EQ(countOf(log, "calc 600519"), 1);
 }
 
 TEST_F(Window, ZoomsAtThePointerWithTheWheel)
@@ -536,39 +938,6 @@ TEST_F(Window, ShowsWhichEdgeAnOrderIsBeyond)
     const QPointF high(geometry().barToX(centre + 60) - 8, geometry().top);
     EXPECT_TRUE(shows(picture, sprites.sprite(orderGlyph(20, EdgeClamp::AtBottom), 1), low.toPoint()));
     EXPECT_TRUE(shows(picture, sprites.sprite(orderGlyph(23, EdgeClamp::AtTop), 1), high.toPoint()));
-}
-
-TEST(Glyphs, AllLookDifferent)
-{
-    GlyphSprites sprites;
-    sprites.setLook(makeTheme(ThemeKind::Dark, RiseColour::Red), 1);
-    std::vector<QImage> pictures;
-    for (int style = 0; style < seriesStyles; ++style) {
-        pictures.push_back(sprites.sprite(seriesGlyph(style), 1).toImage());
-    }
-    for (const EdgeClamp clamp : {EdgeClamp::None, EdgeClamp::AtTop, EdgeClamp::AtBottom}) {
-        for (int kind = firstOrderKind; kind < firstOrderKind + orderKinds; ++kind) {
-            pictures.push_back(sprites.sprite(orderGlyph(kind, clamp), 1).toImage());
-        }
-    }
-    for (size_t i = 0; i < pictures.size(); ++i) {
-        for (size_t j = 0; j < i; ++j) {
-            EXPECT_NE(pictures[i], pictures[j]) << i << " and " << j;
-        }
-    }
-}
-
-TEST(Glyphs, DifferInMoreThanColour)
-{
-    const auto shape = [](int number) {
-        GlyphSprites sprites;
-        sprites.setLook(makeTheme(ThemeKind::Dark, RiseColour::Red), 1);
-        return sprites.sprite(number, 1).toImage().convertToFormat(QImage::Format_Alpha8);
-    };
-    EXPECT_NE(shape(seriesGlyph(0)), shape(seriesGlyph(2)));
-    EXPECT_NE(shape(seriesGlyph(0)), shape(seriesGlyph(4)));
-    EXPECT_NE(shape(seriesGlyph(2)), shape(seriesGlyph(4)));
-    EXPECT_NE(shape(orderGlyph(20, EdgeClamp::None)), shape(orderGlyph(23, EdgeClamp::None)));
 }
 
 class MarksOnAChart : public ::testing::TestWithParam<double>

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "terminal/chart/glyphs/MarkerGlyph.h"
+#include "terminal/data/OrderSide.h"
 
 namespace Terminal {
 
-enum class OrderSide { Buy, Sell };
 enum class OrderProgress { Waiting, PartlyDealt, Dealt };
 
 /// Where the price of an order lies when the price scale does not show it.

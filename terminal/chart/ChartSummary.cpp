@@ -1,0 +1,97 @@
+#include "terminal/chart/ChartSummary.h"
+
+#include "terminal/chart/ChartView.h"
+#include "terminal/chart/NumberText.h"
+#include "terminal/chart/TimeTicks.h"
+#include "terminal/chart/VisibleBars.h"
+
+#include <QCoreApplication>
+
+#include <array>
+
+namespace Terminal {
+
+namespace {
+
+/// What a mark tells, whatever its shape and however far an order is dealt.
+constexpr const char *groupTexts[] = {
+    QT_TRANSLATE_NOOP("ChartSummary", "buys %1"),        QT_TRANSLATE_NOOP("ChartSummary", "sells %1"),
+    QT_TRANSLATE_NOOP("ChartSummary", "both %1"),        QT_TRANSLATE_NOOP("ChartSummary", "buy orders %1"),
+    QT_TRANSLATE_NOOP("ChartSummary", "sell orders %1"),
+};
+constexpr size_t groupCount = std::size(groupTexts);
+
+size_t groupOf(GlyphNumber glyph)
+{
+    constexpr int kindsOfASide = orderKinds / 2;
+    return static_cast<size_t>(glyph < seriesStyles ? glyph / 2
+                                                    : 3 + (glyph - seriesStyles) / kindsOfASide % 2);
+}
+
+QString text(const char *source)
+{
+    return QCoreApplication::translate("ChartSummary", source);
+}
+
+QString rangeText(const Bars &bars, const BarRange &range)
+{
+    return text("%1 to %2, %3 bars")
+        .arg(timeText(bars[range.first]), timeText(bars[range.end - 1]))
+        .arg(range.end - range.first);
+}
+
+QString lastBarText(const Bars &bars)
+{
+    const double before = bars.size() > 1 ? bars[bars.size() - 2].close : bars.back().open;
+    const double change = before == 0 ? 0 : (bars.back().close - before) / before;
+    return text("last %1: close %2, change %3")
+        .arg(timeText(bars.back()), priceText(bars.back().close), changeText(change));
+}
+
+} // namespace
+
+QString chartTitle(const ChartView &chart)
+{
+    const ChartData &shown = chart.data();
+    return shown.bars.empty() ? QString()
+                              : QStringLiteral("%1 %2, %3")
+                                    .arg(shown.security.name, shown.security.code, periodTitle(shown.period));
+}
+
+QString marksSummary(const std::vector<ClickableMark> &marks)
+{
+    std::array<int, groupCount> counts{};
+    for (const ClickableMark &mark : marks) {
+        counts[groupOf(mark.glyph)] += mark.count;
+    }
+    QStringList texts;
+    for (size_t group = 0; group < groupCount; ++group) {
+        if (counts[group] > 0) {
+            texts.append(text(groupTexts[group]).arg(counts[group]));
+        }
+    }
+    return texts.join(QStringLiteral(", "));
+}
+
+QString markText(const ClickableMark &mark, const ChartView &chart)
+{
+    const auto bar = static_cast<size_t>(chart.barAt(mark.box.center().x()));
+    return QStringLiteral("%1, %2").arg(marksSummary({mark}), timeText(chart.data().bars[bar]));
+}
+
+QString chartSummary(const ChartView &chart)
+{
+    const Bars &bars = chart.data().bars;
+    const BarRange range = barsInView(chart.span(), bars.size());
+    if (range.first == range.end) {
+        return {};
+    }
+    QStringList parts = {chartTitle(chart), rangeText(bars, range), lastBarText(bars)};
+    const QString overlays = chart.overlaySummary();
+    if (!overlays.isEmpty()) {
+        parts.append(overlays);
+    }
+    return parts.join(QStringLiteral("; "));
+}
+
+} // namespace Terminal

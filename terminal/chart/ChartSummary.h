@@ -1,0 +1,23 @@
+#pragma once
+
+#include "terminal/chart/PointerTarget.h"
+
+#include <QString>
+
+namespace Terminal {
+
+class ChartView;
+
+/// The security and the period of a chart.
+QString chartTitle(const ChartView &chart);
+
+/// What a chart shows in one sentence: title, range in view, last bar, and what overlays draw in view.
+QString chartSummary(const ChartView &chart);
+
+/// "buys 3, sells 2" of marks; empty without any.
+QString marksSummary(const std::vector<ClickableMark> &marks);
+
+/// One mark and the bar that it stands on.
+QString markText(const ClickableMark &mark, const ChartView &chart);
+
+} // namespace Terminal

@@ -1,0 +1,7 @@
+#pragma once
+
+namespace Terminal {
+
+enum class OrderSide { Buy, Sell };
+
+} // namespace Terminal

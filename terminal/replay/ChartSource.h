@@ -1,0 +1,36 @@
+#pragma once
+
+#include "terminal/data/DataFolder.h"
+
+namespace Terminal {
+
+class Replay;
+
+/// The bars that charts can show: those of a data folder and, while a day is replayed, today's.
+class ChartSource
+{
+public:
+    /// `replay` must outlive the source.
+    ChartSource(const DataFolder &folder, const Replay *replay);
+
+    const Securities &securities() const { return m_folder.securities(); }
+
+    /// The recorded days of `code` as yyyymmdd, oldest first; today is the last one while it is replayed.
+    std::vector<std::int32_t> minuteDays(const QString &code) const;
+
+    /// As DataFolder::load; the last day of a minute chart is today while it is replayed.
+    Loaded<ChartData> load(const QString &code, ChartPeriod period, std::int32_t day) const;
+
+    /// As DataFolder::closeBefore; before a replayed today it is the close before the recorded day.
+    std::optional<double> closeBefore(const QString &code, std::int32_t day) const;
+
+private:
+    bool replays(const QString &code) const;
+    bool isReplayed(const QString &code, std::int32_t day) const;
+    std::int32_t replayedDate() const;
+
+    DataFolder m_folder;
+    const Replay *m_replay;
+};
+
+} // namespace Terminal

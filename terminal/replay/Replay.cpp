@@ -1,0 +1,130 @@
+#include "terminal/replay/Replay.h"
+
+#include <algorithm>
+
+namespace Terminal {
+
+namespace {
+
+constexpr int millisecondsOfMinute = 60'000;
+
+} // namespace
+
+Replay::Replay(QObject *parent) : QObject(parent)
+{
+    m_minute.setTimerType(Qt::PreciseTimer);
+    setSpeed(m_speed);
+    connect(&m_minute, &QTimer::timeout, this, &Replay::step);
+}
+
+void Replay::open(const ChartData &day, std::int32_t today, std::optional<double> previousClose)
+{
+    m_day = day;
+    m_recordedDate = day.bars.front().date;
+    m_previousClose = previousClose;
+    for (Bar &bar : m_day.bars) {
+        bar.date = today;
+    }
+    setState(State::Paused);
+    restart();
+}
+
+void Replay::close()
+{
+    m_day = {};
+    m_completed = 0;
+    setState(State::Closed);
+}
+
+void Replay::restart()
+{
+    if (m_state == State::Closed) {
+        return;
+    }
+    m_completed = 0;
+    Q_EMIT restarted();
+    if (m_state == State::Ended) {
+        setState(State::Paused);
+    } else if (m_state == State::Playing) {
+        m_minute.start();
+    }
+    complete(1);
+}
+
+void Replay::play()
+{
+    if (m_state == State::Paused) {
+        setState(State::Playing);
+    }
+}
+
+void Replay::pause()
+{
+    if (m_state == State::Playing) {
+        setState(State::Paused);
+    }
+}
+
+void Replay::step()
+{
+    complete(m_completed + 1);
+}
+
+void Replay::playTo(int minute)
+{
+    const auto end = std::upper_bound(m_day.bars.begin(), m_day.bars.end(), minute,
+                                      [](int time, const Bar &bar) { return time < bar.minute; });
+    complete(static_cast<size_t>(end - m_day.bars.begin()));
+}
+
+void Replay::setSpeed(int speed)
+{
+    m_speed = std::clamp(speed, slowest, fastest);
+    m_minute.setInterval(millisecondsOfMinute / m_speed);
+    Q_EMIT speedChanged();
+}
+
+ChartData Replay::today() const
+{
+    const auto next = m_day.bars.begin() + static_cast<std::ptrdiff_t>(m_completed);
+    ChartData today{m_day.security, m_day.period, Bars(m_day.bars.begin(), next), {}};
+    std::transform(next, m_day.bars.end(), std::back_inserter(today.ahead),
+                   [](const Bar &bar) { return bar.minute; });
+    return today;
+}
+
+/// Listeners may close the day or begin it again while they hear of a bar: then nothing more follows.
+void Replay::complete(size_t count)
+{
+    if (count <= m_completed || !hasMore()) {
+        return;
+    }
+    while (m_completed < count && hasMore()) {
+        const size_t number = m_completed++;
+        const Bar bar = m_day.bars[number];
+        Q_EMIT barCompleted(bar);
+        if (m_completed != number + 1) {
+            return;
+        }
+    }
+    Q_EMIT advanced();
+    if (!hasMore() && m_state != State::Closed) {
+        setState(State::Ended);
+    }
+}
+
+void Replay::setState(State state)
+{
+    if (state == m_state) {
+        return;
+    }
+    m_state = state;
+    if (state == State::Playing) {
+        m_minute.start();
+    } else {
+        m_minute.stop();
+    }
+    Q_EMIT stateChanged();
+}
+
+} // namespace Terminal

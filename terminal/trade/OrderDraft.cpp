@@ -1,0 +1,134 @@
+#include "terminal/trade/OrderDraft.h"
+
+#include "terminal/chart/NumberText.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace Terminal {
+
+namespace {
+
+constexpr double centsPerYuan = 100;
+
+/// Left over when a buy takes all of the cash: about what the fees of any broker come to.
+constexpr double feeReserveShare = 0.002;
+constexpr double leastFeeReserve = 10;
+
+qint64 toCents(double yuan)
+{
+    return std::llround(yuan * centsPerYuan);
+}
+
+double toYuan(qint64 cents)
+{
+    return static_cast<double>(cents) / centsPerYuan;
+}
+
+qint64 wholeLots(qint64 shares)
+{
+    return shares / sharesOfLot * sharesOfLot;
+}
+
+/// How far in percent a price may be from the close before: young companies' boards have wider limits.
+qint64 limitPercent(const QString &code)
+{
+    const bool isYoungBoard = code.startsWith(QLatin1String("30")) || code.startsWith(QLatin1String("688"));
+    return isYoungBoard ? 20 : 10;
+}
+
+/// So many percent of a price, rounded half up to a tick.
+double percentOf(double price, qint64 percent)
+{
+    return toYuan((toCents(price) * percent + 50) / 100);
+}
+
+} // namespace
+
+std::optional<PriceLimits> OrderDraft::limits() const
+{
+    if (!m_facts.closeBefore) {
+        return std::nullopt;
+    }
+    const qint64 percent = limitPercent(m_order.security.code);
+    return PriceLimits{percentOf(*m_facts.closeBefore, 100 - percent),
+                       percentOf(*m_facts.closeBefore, 100 + percent)};
+}
+
+std::optional<qint64> OrderDraft::largestQuantity() const
+{
+    if (isSell()) {
+        return m_facts.sellable == m_facts.held || !m_facts.sellable
+                   ? m_facts.sellable
+                   : std::optional<qint64>(wholeLots(*m_facts.sellable));
+    }
+    if (!m_facts.available || !(m_order.price > 0)) {
+        return std::nullopt;
+    }
+    const double reserve = std::max(leastFeeReserve, *m_facts.available * feeReserveShare);
+    const double shares = std::max(0.0, *m_facts.available - reserve) / m_order.price;
+    return wholeLots(static_cast<qint64>(shares));
+}
+
+QString OrderDraft::problem() const
+{
+    using Check = QString (OrderDraft::*)() const;
+    static constexpr Check checks[] = {
+        &OrderDraft::moduleProblem, &OrderDraft::tickProblem,    &OrderDraft::limitProblem,
+        &OrderDraft::lotProblem,    &OrderDraft::holdingProblem, &OrderDraft::cashProblem,
+    };
+    for (const Check check : checks) {
+        const QString problem = (this->*check)();
+        if (!problem.isEmpty()) {
+            return problem;
+        }
+    }
+    return {};
+}
+
+QString OrderDraft::moduleProblem() const
+{
+    return m_facts.moduleAnswers ? QString() : tr("The trading module does not answer.");
+}
+
+QString OrderDraft::tickProblem() const
+{
+    constexpr double noise = 1e-6; // of binary fractions, in yuan
+    const bool isOnTick =
+        m_order.price > 0 && std::abs(m_order.price - toYuan(toCents(m_order.price))) < noise;
+    return isOnTick ? QString() : tr("The price must be a multiple of 0.01.");
+}
+
+QString OrderDraft::limitProblem() const
+{
+    const auto allowed = limits();
+    const qint64 price = toCents(m_order.price);
+    if (!allowed || (price >= toCents(allowed->lowest) && price <= toCents(allowed->highest))) {
+        return {};
+    }
+    return tr("The price is beyond the day's limits %1 and %2.")
+        .arg(priceText(allowed->lowest), priceText(allowed->highest));
+}
+
+QString OrderDraft::lotProblem() const
+{
+    const bool isWhole = m_order.quantity > 0 && m_order.quantity % sharesOfLot == 0;
+    return isWhole || (m_order.quantity > 0 && sellsAll())
+               ? QString()
+               : tr("The quantity must be a multiple of %1.").arg(sharesOfLot);
+}
+
+QString OrderDraft::holdingProblem() const
+{
+    const bool isTooMuch = isSell() && m_facts.sellable && m_order.quantity > *m_facts.sellable;
+    return isTooMuch ? tr("Only %1 shares may be sold.").arg(*m_facts.sellable) : QString();
+}
+
+QString OrderDraft::cashProblem() const
+{
+    const bool isTooMuch = !isSell() && m_facts.available && amount() > *m_facts.available;
+    return isTooMuch ? tr("There is not enough cash available.") : QString();
+}
+
+} // namespace Terminal

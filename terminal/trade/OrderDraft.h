@@ -1,0 +1,70 @@
+#pragma once
+
+#include "terminal/trade/TradeRecords.h"
+
+#include <QCoreApplication>
+
+namespace Terminal {
+
+/// Shares are bought and sold in lots; only a whole holding may be sold with its odd rest.
+constexpr qint64 sharesOfLot = 100;
+
+/// What is known when an order is drafted. What is not known is not checked.
+struct DraftFacts
+{
+    bool moduleAnswers = false;
+    std::optional<double> closeBefore; ///< of the day before, by which the price limits go
+    std::optional<double> available;   ///< cash
+    std::optional<qint64> held;        ///< shares of the security
+    std::optional<qint64> sellable;    ///< of them, what may be sold today
+};
+
+/// The lowest and the highest price of a day.
+struct PriceLimits
+{
+    double lowest = 0;
+    double highest = 0;
+};
+
+/// An order that is not sent yet, held against what is known. The checks spare the user a refusal; they
+/// are not the rules: the trading module knows fees and whatever else holds, and it decides.
+class OrderDraft
+{
+    Q_DECLARE_TR_FUNCTIONS(OrderDraft)
+
+public:
+    OrderDraft(const OrderRequest &order, const DraftFacts &facts) : m_order(order), m_facts(facts) {}
+
+    const OrderRequest &order() const { return m_order; }
+
+    /// Price by quantity, in yuan, without fees.
+    double amount() const { return m_order.price * static_cast<double>(m_order.quantity); }
+
+    /// Whole and broken ones.
+    double lots() const { return static_cast<double>(m_order.quantity) / sharesOfLot; }
+
+    /// 10 % around the close before, 20 % for codes 30… and 688…; nothing when that is not known.
+    std::optional<PriceLimits> limits() const;
+
+    /// The largest quantity that may be ordered at this price, some cash left over for fees; nothing when
+    /// the account is not known.
+    std::optional<qint64> largestQuantity() const;
+
+    /// Why the order should not be sent, for the user; empty when nothing speaks against it.
+    QString problem() const;
+
+private:
+    QString moduleProblem() const;
+    QString tickProblem() const;
+    QString limitProblem() const;
+    QString lotProblem() const;
+    QString holdingProblem() const;
+    QString cashProblem() const;
+    bool isSell() const { return m_order.side == OrderSide::Sell; }
+    bool sellsAll() const { return isSell() && m_order.quantity == m_facts.held; }
+
+    OrderRequest m_order;
+    DraftFacts m_facts;
+};
+
+} // namespace Terminal

@@ -1,0 +1,73 @@
+#include "terminal/trade/OrderPlaces.h"
+
+#include "terminal/chart/ChartView.h"
+#include "terminal/chart/glyphs/GlyphSet.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <limits>
+
+namespace Terminal {
+
+namespace {
+
+/// The bar in which an order of this time was placed; one of closed hours belongs to the next bar.
+double barOf(const Bars &bars, std::int32_t time)
+{
+    const std::int32_t minute = time / 10000 * 60 + time / 100 % 100;
+    const auto found =
+        std::lower_bound(bars.begin(), bars.end(), minute,
+                         [](const Bar &bar, std::int32_t wanted) { return bar.minute < wanted; });
+    return static_cast<double>(std::min(found, std::prev(bars.end())) - bars.begin());
+}
+
+} // namespace
+
+/// The middle of the mark that the order would have alone. It hangs from its price, or stands on the
+/// lower edge of a scale that does not reach down to it.
+QPointF OrderPlaces::placeOf(const OrderRecord &order) const
+{
+    const ChartGeometry &geometry = m_chart.chartGeometry();
+    const bool isBelow = order.price <= geometry.lowPrice;
+    const double y = geometry.priceToY(std::clamp(order.price, geometry.lowPrice, geometry.highPrice));
+    return {geometry.barToX(barOf(m_chart.data().bars, order.time)),
+            y + (isBelow ? -orderGlyphSize : orderGlyphSize) / 2};
+}
+
+const DrawnMark *OrderPlaces::markOf(const OrderRecord &order) const
+{
+    const ChartGeometry &geometry = m_chart.chartGeometry();
+    if (!geometry.hasScale() || m_chart.data().bars.empty()) {
+        return nullptr;
+    }
+    // The overlay may show the first minutes one bar later.
+    const double reach = std::max(orderGlyphSize / 2, 1.5 * geometry.barWidth());
+    const QPointF place = placeOf(order);
+    const DrawnMark *nearest = nullptr;
+    double least = std::numeric_limits<double>::max();
+    for (const DrawnMark &mark : m_marks.all()) {
+        for (const QPointF &target : mark.targets) {
+            const QPointF away = target - place;
+            const double distance = std::hypot(away.x(), away.y());
+            if (std::abs(away.x()) <= reach && std::abs(away.y()) <= orderGlyphSize / 2 && distance < least) {
+                nearest = &mark;
+                least = distance;
+            }
+        }
+    }
+    return nearest;
+}
+
+OrderRecords OrderPlaces::ordersAt(const QPointF &position, const OrderRecords &orders) const
+{
+    const DrawnMark *const mark = m_marks.markAt(position);
+    OrderRecords found;
+    if (mark != nullptr) {
+        std::copy_if(orders.begin(), orders.end(), std::back_inserter(found),
+                     [this, mark](const OrderRecord &order) { return markOf(order) == mark; });
+    }
+    return found;
+}
+
+} // namespace Terminal

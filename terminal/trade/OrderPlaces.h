@@ -1,0 +1,29 @@
+#pragma once
+
+#include "terminal/chart/MarkPainter.h"
+#include "terminal/trade/TradeRecords.h"
+
+namespace Terminal {
+
+/// Which orders stand behind which of the marks that an overlay has drawn on a minute chart. The overlay
+/// does not tell; an order belongs to the mark that lies nearest to its minute and price.
+class OrderPlaces
+{
+public:
+    /// Both must outlive this object.
+    OrderPlaces(const ChartView &chart, const DrawnMarks &marks) : m_chart(chart), m_marks(marks) {}
+
+    /// The mark of an order; null when none is near, for an order that overlays do not mark.
+    const DrawnMark *markOf(const OrderRecord &order) const;
+
+    /// Those of `orders` that the mark at a pixel of the canvas stands for.
+    OrderRecords ordersAt(const QPointF &position, const OrderRecords &orders) const;
+
+private:
+    QPointF placeOf(const OrderRecord &order) const;
+
+    const ChartView &m_chart;
+    const DrawnMarks &m_marks;
+};
+
+} // namespace Terminal

@@ -1,0 +1,329 @@
+#include "terminal/trade/OrderTicket.h"
+
+#include "terminal/chart/NumberText.h"
+#include "terminal/trade/TradeTables.h"
+
+#include <QApplication>
+#include <QButtonGroup>
+#include <QDoubleSpinBox>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include <array>
+
+namespace Terminal {
+
+namespace {
+
+constexpr double tick = 0.01;
+constexpr double highestPrice = 1e6;
+constexpr int mostShares = 1000000000;
+constexpr int ticketWidth = 252;
+constexpr int margin = 12;
+constexpr int gap = 6;
+
+/// Of the largest quantity, what a button fills in: one part in so many.
+constexpr std::array<int, 3> quantityDivisors = {4, 2, 1};
+
+/// Lets the style sheet see a property that has changed.
+void setStyleProperty(QWidget *widget, const char *name, const QString &value)
+{
+    if (widget->property(name).toString() != value) {
+        widget->setProperty(name, value);
+        widget->style()->unpolish(widget);
+        widget->style()->polish(widget);
+    }
+}
+
+QString sideWord(OrderSide side)
+{
+    return side == OrderSide::Buy ? QStringLiteral("buy") : QStringLiteral("sell");
+}
+
+template <typename Box>
+Box *makeBox()
+{
+    auto *const box = new Box;
+    box->setLocale(QLocale::c()); // figures as on the axes
+    box->setAlignment(Qt::AlignRight);
+    box->setButtonSymbols(QAbstractSpinBox::PlusMinus);
+    box->setAccelerated(true);
+    return box;
+}
+
+QLabel *makeLabel(const char *name)
+{
+    auto *const label = new QLabel;
+    label->setObjectName(QLatin1String(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+} // namespace
+
+OrderTicket::OrderTicket(QWidget *parent)
+    : QWidget(parent),
+      m_title(makeLabel("ticketTitle")),
+      m_buy(new QPushButton),
+      m_sell(new QPushButton),
+      m_priceLabel(makeLabel("ticketCaption")),
+      m_price(makeBox<QDoubleSpinBox>()),
+      m_limits(makeLabel("ticketCaption")),
+      m_quantityLabel(makeLabel("ticketCaption")),
+      m_quantity(makeBox<QSpinBox>()),
+      m_largest(makeLabel("ticketCaption")),
+      m_amountLabel(makeLabel("ticketCaption")),
+      m_amount(makeLabel("ticketAmount")),
+      m_problem(makeLabel("ticketProblem")),
+      m_send(new QPushButton),
+      m_result(makeLabel("ticketResult"))
+{
+    setUpSides();
+    setUpFields();
+    setUpLayout();
+    setFixedWidth(ticketWidth);
+    setSide(OrderSide::Buy);
+    showTexts();
+}
+
+void OrderTicket::setUpSides()
+{
+    auto *const sides = new QButtonGroup(this);
+    for (QPushButton *const button : {m_buy, m_sell}) {
+        button->setCheckable(true);
+        sides->addButton(button);
+    }
+    m_buy->setObjectName(QStringLiteral("buySide"));
+    m_sell->setObjectName(QStringLiteral("sellSide"));
+    m_send->setObjectName(QStringLiteral("sendOrder"));
+    connect(m_buy, &QPushButton::clicked, this, [this] { setSide(OrderSide::Buy); });
+    connect(m_sell, &QPushButton::clicked, this, [this] { setSide(OrderSide::Sell); });
+    connect(m_send, &QPushButton::clicked, this, &OrderTicket::send);
+}
+
+void OrderTicket::setUpFields()
+{
+    m_price->setObjectName(QStringLiteral("orderPrice"));
+    m_price->setDecimals(2);
+    m_price->setRange(0, highestPrice);
+    m_price->setSingleStep(tick);
+    m_quantity->setObjectName(QStringLiteral("orderQuantity"));
+    m_quantity->setRange(0, mostShares);
+    m_quantity->setSingleStep(static_cast<int>(sharesOfLot));
+    m_quantity->setValue(static_cast<int>(sharesOfLot));
+    connect(m_price, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, [this] {
+        m_hasOwnPrice = true;
+        showDraft();
+    });
+    connect(m_quantity, QOverload<int>::of(&QSpinBox::valueChanged), this, &OrderTicket::showDraft);
+}
+
+void OrderTicket::setUpLayout()
+{
+    auto *const sides = new QHBoxLayout;
+    sides->setSpacing(0);
+    sides->addWidget(m_buy);
+    sides->addWidget(m_sell);
+    auto *const amounts = new QHBoxLayout;
+    amounts->addWidget(m_amountLabel);
+    amounts->addWidget(m_amount, 1);
+    m_amount->setAlignment(Qt::AlignRight);
+
+    auto *const column = new QVBoxLayout(this);
+    column->setContentsMargins(margin, margin, margin, margin);
+    column->setSpacing(gap);
+    column->addWidget(m_title);
+    column->addLayout(sides);
+    column->addSpacing(gap);
+    column->addWidget(m_priceLabel);
+    column->addWidget(m_price);
+    column->addWidget(m_limits);
+    column->addSpacing(gap);
+    column->addWidget(m_quantityLabel);
+    column->addWidget(m_quantity);
+    column->addLayout(quantityButtons());
+    column->addWidget(m_largest);
+    column->addSpacing(gap);
+    column->addLayout(amounts);
+    column->addWidget(m_problem);
+    column->addWidget(m_send);
+    column->addWidget(m_result);
+    column->addStretch(1);
+}
+
+QLayout *OrderTicket::quantityButtons()
+{
+    auto *const row = new QHBoxLayout;
+    row->setSpacing(gap);
+    for (const int divisor : quantityDivisors) {
+        auto *const button = new QPushButton;
+        button->setObjectName(QStringLiteral("quantityPart"));
+        button->setFocusPolicy(Qt::TabFocus);
+        connect(button, &QPushButton::clicked, this, [this, divisor] { takePartOfLargest(divisor); });
+        m_parts.push_back(button);
+        row->addWidget(button);
+    }
+    return row;
+}
+
+void OrderTicket::takePartOfLargest(int divisor)
+{
+    const qint64 largest = draft().largestQuantity().value_or(0);
+    const qint64 part = divisor == 1 ? largest : largest / divisor / sharesOfLot * sharesOfLot;
+    m_quantity->setValue(static_cast<int>(std::min<qint64>(part, mostShares)));
+}
+
+void OrderTicket::setSecurity(const Security &security, double price)
+{
+    const bool isOther = !isSame(security, m_security);
+    m_security = security;
+    m_title->setText(QStringLiteral("%1  %2").arg(security.name, security.code));
+    if (isOther) {
+        m_quantity->setValue(static_cast<int>(sharesOfLot));
+        fillInPrice(price);
+        showResult({}, Tone::Plain);
+    }
+    setLastPrice(price);
+}
+
+void OrderTicket::setFacts(const DraftFacts &facts)
+{
+    m_facts = facts;
+    showDraft();
+}
+
+void OrderTicket::setSide(OrderSide side)
+{
+    m_side = side;
+    m_buy->setChecked(side == OrderSide::Buy);
+    m_sell->setChecked(side == OrderSide::Sell);
+    setStyleProperty(m_send, "side", sideWord(side));
+    showDraft();
+}
+
+void OrderTicket::setLastPrice(double price)
+{
+    const QWidget *const focus = QApplication::focusWidget();
+    if (!m_hasOwnPrice && !(focus != nullptr && isAncestorOf(focus))) {
+        fillInPrice(price);
+    }
+    showDraft();
+}
+
+void OrderTicket::fillInPrice(double price)
+{
+    m_price->setValue(price);
+    m_hasOwnPrice = false;
+}
+
+void OrderTicket::setPrice(double price)
+{
+    m_price->setValue(price);
+    m_hasOwnPrice = true; // also when it is what stands there
+}
+
+void OrderTicket::setAmountsHidden(bool hidden)
+{
+    m_hidesAmounts = hidden;
+    showDraft();
+}
+
+OrderDraft OrderTicket::draft() const
+{
+    return OrderDraft({m_security, m_side, m_price->value(), m_quantity->value()}, m_facts);
+}
+
+void OrderTicket::focusPrice()
+{
+    m_price->setFocus(Qt::ShortcutFocusReason);
+    m_price->selectAll();
+}
+
+void OrderTicket::showResult(const QString &text, Tone tone)
+{
+    static constexpr const char *words[] = {"plain", "good", "bad"};
+    m_result->setText(text);
+    m_result->setVisible(!text.isEmpty());
+    setStyleProperty(m_result, "tone", QLatin1String(words[static_cast<int>(tone)]));
+}
+
+void OrderTicket::showTexts()
+{
+    setAccessibleName(tr("Order ticket"));
+    m_buy->setText(sideText(OrderSide::Buy));
+    m_sell->setText(sideText(OrderSide::Sell));
+    m_priceLabel->setText(tr("Price"));
+    m_price->setAccessibleName(tr("Price"));
+    m_price->setToolTip(tr("Up and down move by 0.01; a click on the chart takes its price"));
+    m_quantity->setAccessibleName(tr("Quantity in shares"));
+    m_quantity->setToolTip(tr("Up and down move by a lot of %1 shares").arg(sharesOfLot));
+    m_amountLabel->setText(tr("Amount without fees"));
+    m_send->setToolTip(tr("Enter sends, Escape goes back to the chart"));
+    for (size_t i = 0; i < m_parts.size(); ++i) {
+        const int divisor = quantityDivisors[i];
+        m_parts[i]->setText(divisor == 1 ? tr("All") : QStringLiteral("1/%1").arg(divisor));
+        m_parts[i]->setToolTip(tr("Of the largest quantity"));
+    }
+    showDraft();
+}
+
+void OrderTicket::showDraft()
+{
+    const OrderDraft shown = draft();
+    const auto limits = shown.limits();
+    const auto largest = shown.largestQuantity();
+    const QString problem = shown.problem();
+    m_limits->setText(limits ? tr("Limits %1 – %2").arg(priceText(limits->lowest), priceText(limits->highest))
+                             : QString());
+    m_limits->setVisible(limits.has_value());
+    m_quantityLabel->setText(tr("Quantity: lots %1").arg(shown.lots()));
+    m_largest->setText(largest
+                           ? tr("At most %1").arg(m_hidesAmounts ? hiddenAmount() : QString::number(*largest))
+                           : QString());
+    m_largest->setVisible(largest.has_value());
+    for (QPushButton *const part : m_parts) {
+        part->setEnabled(largest.value_or(0) > 0);
+    }
+    m_amount->setText(amountText(shown.amount()));
+    m_problem->setText(problem);
+    m_send->setText(orderSummary(shown.order()));
+    m_send->setEnabled(problem.isEmpty());
+    m_send->setAccessibleDescription(problem);
+}
+
+void OrderTicket::send()
+{
+    m_price->interpretText();
+    m_quantity->interpretText();
+    const OrderDraft order = draft();
+    if (order.problem().isEmpty()) {
+        Q_EMIT sendAsked(order.order());
+    }
+}
+
+void OrderTicket::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        showTexts();
+    }
+    QWidget::changeEvent(event);
+}
+
+void OrderTicket::keyPressEvent(QKeyEvent *event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && (m_price->hasFocus() || m_quantity->hasFocus() || m_send->hasFocus())) {
+        send();
+    } else if (event->key() == Qt::Key_Escape) {
+        Q_EMIT left();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+} // namespace Terminal

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "terminal/trade/OrderDraft.h"
+
+#include <QWidget>
+
+class QDoubleSpinBox;
+class QLabel;
+class QLayout;
+class QPushButton;
+class QSpinBox;
+
+namespace Terminal {
+
+/// The form of a limit order: side, price, quantity and what it comes to. It says what speaks against
+/// sending the order; while nothing does, Enter in a field or the button sends it.
+class OrderTicket : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit OrderTicket(QWidget *parent = nullptr);
+
+    /// Another security begins with a lot at `price`, the last one; the same one stays as the user filled
+    /// it in.
+    void setSecurity(const Security &security, double price);
+    /// Is filled in until the user chooses a price, and not while the keyboard is in the ticket: nothing
+    /// changes under somebody's hands.
+    void setLastPrice(double price);
+    void setFacts(const DraftFacts &facts);
+    void setSide(OrderSide side);
+    /// The price that the user chose; rounded to the tick.
+    void setPrice(double price);
+    void setAmountsHidden(bool hidden);
+
+    OrderDraft draft() const;
+
+    /// Puts the keyboard into the price, ready to be typed over.
+    void focusPrice();
+
+    enum class Tone { Plain, Good, Bad };
+    /// What became of the last order, at the foot of the ticket.
+    void showResult(const QString &text, Tone tone);
+
+Q_SIGNALS:
+    /// The user sends this order; nothing that is known speaks against it.
+    void sendAsked(const OrderRequest &order);
+    /// The user is done with the ticket for now.
+    void left();
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void setUpSides();
+    void setUpFields();
+    void setUpLayout();
+    QLayout *quantityButtons();
+    void takePartOfLargest(int divisor);
+    void showTexts();
+    void showDraft();
+    void fillInPrice(double price);
+    void send();
+
+    Security m_security;
+    DraftFacts m_facts;
+    OrderSide m_side = OrderSide::Buy;
+    bool m_hidesAmounts = false;
+    bool m_hasOwnPrice = false; ///< one that the user chose
+    QLabel *m_title;
+    QPushButton *m_buy;
+    QPushButton *m_sell;
+    QLabel *m_priceLabel;
+    QDoubleSpinBox *m_price;
+    QLabel *m_limits;
+    QLabel *m_quantityLabel;
+    QSpinBox *m_quantity;
+    std::vector<QPushButton *> m_parts; ///< fill in parts of the largest quantity
+    QLabel *m_largest;
+    QLabel *m_amountLabel;
+    QLabel *m_amount;
+    QLabel *m_problem;
+    QPushButton *m_send;
+    QLabel *m_result;
+};
+
+} // namespace Terminal

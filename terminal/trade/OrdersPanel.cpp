@@ -1,0 +1,256 @@
+#include "terminal/trade/OrdersPanel.h"
+
+#include <QEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QSplitter>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace Terminal {
+
+namespace {
+
+constexpr int panelHeight = 190;
+constexpr int rowHeight = 24;
+constexpr int narrowestColumn = 48;
+
+/// How the two tables share the width at first.
+constexpr int ordersShare = 560;
+constexpr int positionsShare = 460;
+
+/// Which columns take the room that the texts of the others leave.
+constexpr int statusColumn = 6;
+constexpr int nameColumn = 1;
+
+QString dayText(std::int32_t day)
+{
+    return QDate(day / 10000, day / 100 % 100, day % 100).toString(Qt::ISODate);
+}
+
+} // namespace
+
+OrdersPanel::OrdersPanel(QWidget *parent)
+    : QWidget(parent),
+      m_ordersCaption(new QLabel),
+      m_accountCaption(new QLabel),
+      m_ordersView(new QTableView),
+      m_positionsView(new QTableView)
+{
+    m_ordersView->setObjectName(QStringLiteral("ordersView"));
+    m_positionsView->setObjectName(QStringLiteral("positionsView"));
+    setUpTable(m_ordersView, &m_orders, statusColumn);
+    setUpTable(m_positionsView, &m_positions, nameColumn);
+    m_ordersView->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_positionsView->setSelectionMode(QAbstractItemView::NoSelection);
+    m_ordersView->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_ordersView->installEventFilter(this);
+    connect(m_ordersView, &QWidget::customContextMenuRequested, this, &OrdersPanel::openMenu);
+    connect(m_ordersView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &OrdersPanel::selectionChanged);
+
+    auto *const halves = new QSplitter;
+    halves->setChildrenCollapsible(false);
+    halves->addWidget(column(m_ordersCaption, m_ordersView));
+    halves->addWidget(column(m_accountCaption, m_positionsView));
+    halves->setSizes({ordersShare, positionsShare});
+    auto *const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(halves);
+    showTexts();
+}
+
+QWidget *OrdersPanel::column(QLabel *caption, QTableView *table)
+{
+    caption->setObjectName(QStringLiteral("panelCaption"));
+    auto *const widget = new QWidget;
+    auto *const layout = new QVBoxLayout(widget);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(caption);
+    layout->addWidget(table, 1);
+    return widget;
+}
+
+void OrdersPanel::setUpTable(QTableView *table, QAbstractTableModel *model, int widestColumn)
+{
+    table->setModel(model);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setTabKeyNavigation(false); // Tab leaves the table
+    table->setShowGrid(false);
+    table->setWordWrap(false);
+    table->setFrameShape(QFrame::NoFrame);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(rowHeight);
+    table->horizontalHeader()->setMinimumSectionSize(narrowestColumn);
+    table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table->horizontalHeader()->setSectionResizeMode(widestColumn, QHeaderView::Stretch);
+    table->horizontalHeader()->setHighlightSections(false);
+}
+
+QSize OrdersPanel::sizeHint() const
+{
+    return {QWidget::sizeHint().width(), panelHeight};
+}
+
+void OrdersPanel::setOrders(const OrderRecords &orders, std::int32_t day)
+{
+    const OrderRecords before = selected();
+    const bool isOtherDay = m_day != day;
+    m_day = day;
+    m_orders.setOrders(orders);
+    if (!isOtherDay && selected().size() != before.size()) {
+        select(before); // the rows were reset
+    }
+    showTexts();
+    Q_EMIT selectionChanged();
+}
+
+void OrdersPanel::setAccount(const std::optional<Account> &account)
+{
+    m_account = account;
+    showAccount();
+}
+
+void OrdersPanel::setLastPrice(const Security &security, std::optional<double> price)
+{
+    m_shownSecurity = security;
+    m_lastPrice = price;
+    showAccount();
+}
+
+void OrdersPanel::setAnswering(bool isAnswering)
+{
+    m_isAnswering = isAnswering;
+    showTexts();
+}
+
+void OrdersPanel::setTheme(const ChartTheme &theme)
+{
+    m_orders.setTheme(theme);
+    m_positions.setTheme(theme);
+}
+
+void OrdersPanel::setAmountsHidden(bool hidden)
+{
+    m_hidesAmounts = hidden;
+    m_positions.setAmountsHidden(hidden);
+    showAccount();
+}
+
+void OrdersPanel::showAccount()
+{
+    std::vector<PricedPosition> rows;
+    for (const Position &position : m_account ? m_account->positions : std::vector<Position>()) {
+        const bool isShown = isSame(position.security, m_shownSecurity);
+        rows.push_back({position, isShown ? m_lastPrice : std::nullopt});
+        if (isShown && position.security.name.isEmpty()) {
+            rows.back().position.security.name =
+                m_shownSecurity.name; // the module knows names of statements only
+        }
+    }
+    m_positions.setRecords(std::move(rows));
+    const auto money = [this](double yuan) { return m_hidesAmounts ? hiddenAmount() : amountText(yuan); };
+    m_accountCaption->setText(
+        m_account
+            ? tr("Positions · cash %1, available %2").arg(money(m_account->cash), money(m_account->available))
+            : tr("Positions"));
+}
+
+void OrdersPanel::showTexts()
+{
+    const QString title = m_day == 0 ? tr("Today's orders") : tr("Orders of %1").arg(dayText(m_day));
+    m_ordersCaption->setText(m_isAnswering ? title : tr("%1 · no answer from the trading module").arg(title));
+    m_ordersView->setAccessibleName(title);
+    m_positionsView->setAccessibleName(tr("Positions"));
+    showAccount();
+}
+
+void OrdersPanel::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        m_orders.retranslate();
+        m_positions.retranslate();
+        showTexts();
+    }
+    QWidget::changeEvent(event);
+}
+
+void OrdersPanel::select(const OrderRecords &orders)
+{
+    QItemSelection rows;
+    for (const OrderRecord &order : orders) {
+        const int row = m_orders.rowOf(order.number);
+        if (row >= 0) {
+            rows.select(m_orders.index(row, 0), m_orders.index(row, m_orders.columnCount({}) - 1));
+        }
+    }
+    m_ordersView->selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+    if (!rows.isEmpty()) {
+        m_ordersView->selectionModel()->setCurrentIndex(rows.indexes().front(),
+                                                        QItemSelectionModel::NoUpdate);
+        m_ordersView->scrollTo(rows.indexes().front());
+    }
+}
+
+OrderRecords OrdersPanel::selected() const
+{
+    OrderRecords orders;
+    for (const QModelIndex &row : m_ordersView->selectionModel()->selectedRows()) {
+        orders.push_back(m_orders.record(row.row()));
+    }
+    return orders;
+}
+
+void OrdersPanel::focusOrders()
+{
+    m_ordersView->setFocus(Qt::ShortcutFocusReason);
+    if (!m_ordersView->currentIndex().isValid() && m_orders.rowCount({}) > 0) {
+        m_ordersView->selectRow(0);
+    }
+}
+
+const OrderRecord *OrdersPanel::currentOrder() const
+{
+    const QModelIndex current = m_ordersView->currentIndex();
+    return current.isValid() ? &m_orders.record(current.row()) : nullptr;
+}
+
+void OrdersPanel::askToCancel()
+{
+    const OrderRecord *const order = currentOrder();
+    if (order != nullptr && isCancellable(*order)) {
+        Q_EMIT cancelAsked(OrderRecord(*order)); // a copy: the rows may change while the user is asked
+    }
+}
+
+bool OrdersPanel::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isDelete =
+        event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Delete;
+    if (isDelete) {
+        askToCancel();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void OrdersPanel::openMenu(const QPoint &position)
+{
+    const QModelIndex row = m_ordersView->indexAt(position);
+    if (!row.isValid()) {
+        return;
+    }
+    QMenu menu(this);
+    QAction *const cancelling = menu.addAction(tr("Cancel this order…"));
+    cancelling->setShortcut(Qt::Key_Delete);
+    cancelling->setEnabled(isCancellable(m_orders.record(row.row())));
+    if (menu.exec(m_ordersView->viewport()->mapToGlobal(position)) == cancelling) {
+        askToCancel();
+    }
+}
+
+} // namespace Terminal

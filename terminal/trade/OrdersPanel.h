@@ -1,0 +1,74 @@
+#pragma once
+
+#include "terminal/trade/TradeTables.h"
+
+#include <QWidget>
+
+class QLabel;
+class QTableView;
+
+namespace Terminal {
+
+/// The orders of the shown security on one day, and what the account holds, side by side. Delete or the
+/// menu of a row asks for the cancellation of its order.
+class OrdersPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit OrdersPanel(QWidget *parent = nullptr);
+
+    /// Of `day` (yyyymmdd), or 0 for today.
+    void setOrders(const OrderRecords &orders, std::int32_t day);
+    /// Nothing: the account is not known.
+    void setAccount(const std::optional<Account> &account);
+    /// The last price that the chart shows.
+    void setLastPrice(const Security &security, std::optional<double> price);
+    /// Says in the panel whether its figures are kept up to date.
+    void setAnswering(bool isAnswering);
+    void setTheme(const ChartTheme &theme);
+    void setAmountsHidden(bool hidden);
+
+    /// Selects the rows of these orders and brings the first of them into view.
+    void select(const OrderRecords &orders);
+    OrderRecords selected() const;
+
+    /// Puts the keyboard into the orders.
+    void focusOrders();
+
+    QSize sizeHint() const override;
+
+Q_SIGNALS:
+    /// Other rows are selected, or the selected orders have changed.
+    void selectionChanged();
+    /// The user wants this order to be cancelled; it can be.
+    void cancelAsked(const OrderRecord &order);
+
+protected:
+    void changeEvent(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QWidget *column(QLabel *caption, QTableView *table);
+    void setUpTable(QTableView *table, QAbstractTableModel *model, int widestColumn);
+    void showTexts();
+    void showAccount();
+    void askToCancel();
+    void openMenu(const QPoint &position);
+    const OrderRecord *currentOrder() const;
+
+    OrdersTable m_orders;
+    PositionsTable m_positions;
+    QLabel *m_ordersCaption;
+    QLabel *m_accountCaption;
+    QTableView *m_ordersView;
+    QTableView *m_positionsView;
+    std::optional<Account> m_account;
+    Security m_shownSecurity;
+    std::optional<double> m_lastPrice;
+    std::int32_t m_day = 0;
+    bool m_isAnswering = false;
+    bool m_hidesAmounts = false;
+};
+
+} // namespace Terminal

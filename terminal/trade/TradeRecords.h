@@ -1,0 +1,88 @@
+// The account's orders and holdings as the trading module tells of them.
+#pragma once
+
+#include "terminal/data/OrderSide.h"
+#include "terminal/data/SecurityList.h"
+
+#include <QJsonObject>
+
+#include <optional>
+#include <vector>
+
+namespace Terminal {
+
+/// Who wants an order to be placed, and is told how that ended.
+enum class OrderOrigin {
+    Hand, ///< the user, now
+    Plan  ///< a list that was made before
+};
+
+/// A limit order that the user wants to have placed.
+struct OrderRequest
+{
+    Security security;
+    OrderSide side = OrderSide::Buy;
+    double price = 0;    ///< yuan, sent with two decimals
+    qint64 quantity = 0; ///< shares
+    OrderOrigin origin = OrderOrigin::Hand;
+};
+
+/// An order that the trading module knows.
+struct OrderRecord
+{
+    Security security;
+    OrderSide side = OrderSide::Buy;
+    QString status; ///< a code of TradeChart::OrderStatus, as received
+    QString number;
+    std::int32_t date = 0; ///< yyyymmdd
+    std::int32_t time = 0; ///< hhmmss
+    double price = 0;
+    qint64 quantity = 0;
+    qint64 dealt = 0;
+    double dealtAmount = 0;
+
+    /// Of what was dealt; nothing while nothing was.
+    std::optional<double> averagePrice() const;
+};
+
+/// Oldest first, as the trading module lists them.
+using OrderRecords = std::vector<OrderRecord>;
+
+/// What is held of one security.
+struct Position
+{
+    Security security;
+    qint64 quantity = 0;
+    qint64 sellable = 0; ///< bought before today and not on offer
+    double cost = 0;     ///< per share
+};
+
+/// The account: its cash and what it holds.
+struct Account
+{
+    double cash = 0;
+    double available = 0; ///< of the cash, what no waiting order has claimed
+    std::vector<Position> positions;
+
+    /// What is held of a security; null when nothing is.
+    const Position *find(const Security &security) const;
+};
+
+bool isSame(const Security &one, const Security &other);
+
+/// The user's word for a side, translated.
+QString sideText(OrderSide side);
+
+/// The vocabulary's text of the order's status; the code itself when the vocabulary does not know it.
+QString statusText(const OrderRecord &order);
+
+/// True while the order may still be cancelled. The trading module has the last word.
+bool isCancellable(const OrderRecord &order);
+
+/// The rows of an answer to a question for orders; a row without a known side or a number is left out.
+OrderRecords readOrders(const QJsonObject &answer);
+
+/// The account of an answer to AccountInfo.
+Account readAccount(const QJsonObject &answer);
+
+} // namespace Terminal

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "terminal/chart/ChartTheme.h"
+
+namespace Terminal {
+
+/// The style sheet of the order ticket and the orders-and-positions panel, beside that of the window.
+QString tradeStyleSheet(const ChartTheme &theme);
+
+} // namespace Terminal

@@ -1,0 +1,148 @@
+#include "terminal/trade/TradeTables.h"
+
+#include "terminal/chart/NumberText.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QTime>
+
+#include <tuple>
+
+namespace Terminal {
+
+namespace {
+
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(TradeTables)
+};
+
+QString noFigure()
+{
+    return QStringLiteral(u"–");
+}
+
+QString timeText(const OrderRecord &order)
+{
+    return QTime(order.time / 10000, order.time / 100 % 100, order.time % 100)
+        .toString(QStringLiteral("HH:mm:ss"));
+}
+
+QString figure(const std::optional<double> &value, int decimals)
+{
+    return value ? QString::number(*value, 'f', decimals) : noFigure();
+}
+
+QColor sideColour(const OrderRecord &order, const ChartTheme &theme)
+{
+    return order.side == OrderSide::Buy ? theme.rise : theme.fall;
+}
+
+QColor profitColour(const PricedPosition &row, const ChartTheme &theme)
+{
+    const double profit = row.profit().value_or(0);
+    return profit > 0 ? theme.rise : profit < 0 ? theme.fall : theme.text;
+}
+
+QString profitText(const PricedPosition &row)
+{
+    const auto profit = row.profit();
+    return !profit ? noFigure() : (*profit > 0 ? QStringLiteral("+") : QString()) + amountText(*profit);
+}
+
+bool isSameOrder(const OrderRecord &one, const OrderRecord &other)
+{
+    return one.number == other.number && one.date == other.date;
+}
+
+bool isSamePosition(const PricedPosition &one, const PricedPosition &other)
+{
+    return isSame(one.position.security, other.position.security);
+}
+
+/// Numbers of orders grow; longer ones are larger.
+auto ageOf(const OrderRecord &order)
+{
+    return std::make_tuple(order.date, order.time, order.number.size(), order.number);
+}
+
+std::vector<OrdersTable::Column> orderColumns()
+{
+    return {
+        {[] { return Texts::tr("Time"); }, Qt::AlignLeft, timeText},
+        {[] { return Texts::tr("Side"); }, Qt::AlignLeft,
+         [](const OrderRecord &order) { return sideText(order.side); }, sideColour},
+        {[] { return Texts::tr("Price"); }, Qt::AlignRight,
+         [](const OrderRecord &order) { return priceText(order.price); }},
+        {[] { return Texts::tr("Quantity"); }, Qt::AlignRight,
+         [](const OrderRecord &order) { return QString::number(order.quantity); }},
+        {[] { return Texts::tr("Dealt"); }, Qt::AlignRight,
+         [](const OrderRecord &order) { return QString::number(order.dealt); }},
+        {[] { return Texts::tr("Average"); }, Qt::AlignRight,
+         [](const OrderRecord &order) { return figure(order.averagePrice(), 3); }},
+        {[] { return Texts::tr("Status"); }, Qt::AlignLeft, statusText},
+        {[] { return Texts::tr("Number"); }, Qt::AlignRight,
+         [](const OrderRecord &order) { return order.number; }},
+    };
+}
+
+std::vector<PositionsTable::Column> positionColumns()
+{
+    return {
+        {[] { return Texts::tr("Code"); }, Qt::AlignLeft,
+         [](const PricedPosition &row) { return row.position.security.code; }},
+        {[] { return Texts::tr("Name"); }, Qt::AlignLeft,
+         [](const PricedPosition &row) { return row.position.security.name; }},
+        {[] { return Texts::tr("Quantity"); }, Qt::AlignRight,
+         [](const PricedPosition &row) { return QString::number(row.position.quantity); }, nullptr, true},
+        {[] { return Texts::tr("Sellable"); }, Qt::AlignRight,
+         [](const PricedPosition &row) { return QString::number(row.position.sellable); }, nullptr, true},
+        {[] { return Texts::tr("Cost"); }, Qt::AlignRight,
+         [](const PricedPosition &row) { return QString::number(row.position.cost, 'f', 3); }, nullptr, true},
+        {[] { return Texts::tr("Last"); }, Qt::AlignRight,
+         [](const PricedPosition &row) { return figure(row.lastPrice, 2); }},
+        {[] { return Texts::tr("Profit"); }, Qt::AlignRight, profitText, profitColour, true},
+    };
+}
+
+} // namespace
+
+std::optional<double> PricedPosition::profit() const
+{
+    return lastPrice
+               ? std::optional<double>((*lastPrice - position.cost) * static_cast<double>(position.quantity))
+               : std::nullopt;
+}
+
+OrdersTable::OrdersTable() : RecordTable(orderColumns(), isSameOrder) {}
+
+void OrdersTable::setOrders(OrderRecords orders)
+{
+    std::sort(orders.begin(), orders.end(),
+              [](const OrderRecord &one, const OrderRecord &other) { return ageOf(one) > ageOf(other); });
+    setRecords(std::move(orders));
+}
+
+int OrdersTable::rowOf(const QString &number) const
+{
+    const auto found = std::find_if(records().begin(), records().end(),
+                                    [&number](const OrderRecord &order) { return order.number == number; });
+    return found == records().end() ? -1 : static_cast<int>(found - records().begin());
+}
+
+PositionsTable::PositionsTable() : RecordTable(positionColumns(), isSamePosition) {}
+
+QString amountText(double yuan)
+{
+    return QLocale(QLocale::English).toString(yuan, 'f', 2);
+}
+
+QString orderSummary(const OrderRequest &order)
+{
+    return QStringLiteral(u"%1 %2 × %3")
+        .arg(sideText(order.side))
+        .arg(order.quantity)
+        .arg(priceText(order.price));
+}
+
+} // namespace Terminal

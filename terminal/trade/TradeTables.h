@@ -1,0 +1,43 @@
+// The tables of the orders-and-positions panel.
+#pragma once
+
+#include "terminal/trade/RecordTable.h"
+#include "terminal/trade/TradeRecords.h"
+
+namespace Terminal {
+
+/// What is held, and what it comes to at the price that the chart shows last.
+struct PricedPosition
+{
+    Position position;
+    std::optional<double> lastPrice; ///< nothing for securities that the chart does not show
+
+    std::optional<double> profit() const;
+};
+
+/// The columns of an order, newest first.
+class OrdersTable : public RecordTable<OrderRecord>
+{
+public:
+    OrdersTable();
+
+    /// Takes orders in any order.
+    void setOrders(OrderRecords orders);
+
+    /// The row of the order with this number; -1 for none.
+    int rowOf(const QString &number) const;
+};
+
+class PositionsTable : public RecordTable<PricedPosition>
+{
+public:
+    PositionsTable();
+};
+
+/// "1,234.50"
+QString amountText(double yuan);
+
+/// "Buy 300 × 1700.50", in the user's language.
+QString orderSummary(const OrderRequest &order);
+
+} // namespace Terminal

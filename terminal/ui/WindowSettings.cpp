@@ -1,0 +1,102 @@
+#include "terminal/ui/WindowSettings.h"
+
+#include <QCoreApplication>
+#include <QMainWindow>
+
+namespace Terminal {
+
+namespace {
+
+const QString amountsKey = QStringLiteral("hide-amounts");
+const QString geometryKey = QStringLiteral("window/geometry");
+const QString layoutKey = QStringLiteral("window/layout");
+
+/// An option of the command line that is remembered, and its word.
+struct RememberedOption
+{
+    const char *name;
+    QString (*word)(const TerminalOptions &options);
+};
+
+constexpr RememberedOption rememberedOptions[] = {
+    {"code", [](const TerminalOptions &options) { return options.code; }},
+    {"period", [](const TerminalOptions &options) { return periodWord(options.period); }},
+    {"overlays", [](const TerminalOptions &options) { return options.overlays.join(QLatin1Char(',')); }},
+    {"theme",
+     [](const TerminalOptions &options) {
+         return QString(QLatin1String(options.theme == ThemeKind::Dark ? "dark" : "light"));
+     }},
+    {"rise",
+     [](const TerminalOptions &options) {
+         return QString(QLatin1String(options.riseColour == RiseColour::Red ? "red" : "green"));
+     }},
+    {"lang", [](const TerminalOptions &options) { return options.language; }},
+};
+
+QString text(const char *source)
+{
+    return QCoreApplication::translate("WindowSettings", source);
+}
+
+void warn(const QSettings &settings, const QString &problem)
+{
+    qWarning("%s: %s", qUtf8Printable(settings.fileName()), qUtf8Printable(problem));
+}
+
+/// A replay has chosen the period by itself.
+bool isNamed(const QString &option, const TerminalOptions &options)
+{
+    return options.given.contains(option) ||
+           (option == QLatin1String("period") && options.given.contains(QStringLiteral("replay")));
+}
+
+} // namespace
+
+WindowSettings::WindowSettings()
+{
+    if (m_settings.status() != QSettings::NoError) {
+        warn(m_settings, text("the settings cannot be read; what is missing is as by default"));
+    }
+}
+
+TerminalOptions WindowSettings::over(TerminalOptions options) const
+{
+    for (const RememberedOption &option : rememberedOptions) {
+        const QString name = QLatin1String(option.name);
+        if (!m_settings.contains(name) || isNamed(name, options)) {
+            continue;
+        }
+        const QString value = m_settings.value(name).toStringList().join(QLatin1Char(','));
+        const QString allowed = takeOption(name, value, &options);
+        if (!allowed.isEmpty()) {
+            warn(m_settings,
+                 text(R"("%1" is "%2", but must be %3; the default is taken)").arg(name, value, allowed));
+        }
+    }
+    options.hidesAmounts = options.hidesAmounts || m_settings.value(amountsKey).toBool();
+    return options;
+}
+
+void WindowSettings::restoreLayout(QMainWindow *window, const TerminalOptions &options) const
+{
+    if (!options.given.contains(QStringLiteral("size"))) {
+        window->restoreGeometry(m_settings.value(geometryKey).toByteArray());
+    }
+    window->restoreState(m_settings.value(layoutKey).toByteArray());
+}
+
+void WindowSettings::remember(const TerminalOptions &options, const QMainWindow &window)
+{
+    for (const RememberedOption &option : rememberedOptions) {
+        m_settings.setValue(QLatin1String(option.name), option.word(options));
+    }
+    m_settings.setValue(amountsKey, options.hidesAmounts);
+    m_settings.setValue(geometryKey, window.saveGeometry());
+    m_settings.setValue(layoutKey, window.saveState());
+    m_settings.sync();
+    if (m_settings.status() == QSettings::AccessError) {
+        warn(m_settings, text("the settings cannot be written"));
+    }
+}
+
+} // namespace Terminal

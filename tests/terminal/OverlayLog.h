@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QLibrary>
+
+#include <string>
+
+namespace Terminal {
+
+/// What happened to the test's overlays since the last call.
+inline std::string overlayLog()
+{
+    using TakeLog = const char *(*)();
+    const auto take =
+        reinterpret_cast<TakeLog>(QLibrary::resolve(QStringLiteral(TEST_OVERLAYS), "takeOverlayLog"));
+    return take();
+}
+
+inline int countOf(const std::string &text, const std::string &part)
+{
+    int count = 0;
+    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+} // namespace Terminal

@@ -1,0 +1,134 @@
+// Pictures of a replayed day, made by the built program.
+#include "terminal/chart/ChartView.h"
+#include "terminal/ui/MainWindow.h"
+#include "tests/terminal/ProgramFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <QImage>
+
+namespace Terminal {
+namespace {
+
+using ::testing::HasSubstr;
+
+class ReplayProgram : public Program
+{
+protected:
+    static QStringList replayTo(const char *minute)
+    {
+        return {QStringLiteral("--code"),      QStringLiteral("600536"),   QStringLiteral("--day"),
+                QStringLiteral("20230711"),    QStringLiteral("--replay"), QStringLiteral("60"),
+                QStringLiteral("--replay-to"), QLatin1String(minute)};
+    }
+};
+
+TEST_F(ReplayProgram, DrawsADayAsFarAsItWasPlayed)
+{
+    ASSERT_EQ(snapshot(replayTo("1000")).exitCode, 0);
+    const QImage early(picture());
+    ASSERT_EQ(snapshot(replayTo("1430")).exitCode, 0);
+    const QColor background = makeTheme(ThemeKind::Dark, RiseColour::Red).background;
+    const auto drawn = [&background](const QImage &image) {
+        int pixels = 0;
+        for (int y = 100; y < 560; ++y) {
+            const QColor colour = image.pixelColor(image.width() / 2 + 37, y);
+            pixels += colour != background ? 1 : 0;
+        }
+        return pixels;
+    };
+    EXPECT_GT(drawn(QImage(picture())), drawn(early));
+}
+
+#ifdef TRADEMODULE
+
+/// Orders at one minute and price, and where their marker is in a picture of the window.
+class OrderScene : public ReplayProgram
+{
+protected:
+    Outcome takePicture(const char *minute, const QStringList &orders)
+    {
+        QStringList arguments = withLedger() + replayTo(minute) +
+                                QStringList({QStringLiteral("--overlays"), QStringLiteral("orders")});
+        for (const QString &order : orders) {
+            arguments += {QStringLiteral("--order"), order};
+        }
+        return snapshot(arguments);
+    }
+
+    std::string orders()
+    {
+        QProcess list;
+        list.start(QStringLiteral(TRADEMODULE),
+                   {QStringLiteral("--ledger"), ledger(), QStringLiteral("orders")});
+        list.waitForFinished();
+        return QString::fromUtf8(list.readAllStandardOutput()).simplified().toStdString();
+    }
+
+    /// How many pixels of `colour` the picture has where the marker of an order hangs.
+    int markerPixels(int minute, double price, const QColor &colour)
+    {
+        TerminalOptions options;
+        options.size = QSize(1280, 720);
+        MainWindow window(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), options);
+        EXPECT_TRUE(window.load(QStringLiteral("600536"), ChartPeriod::Minute, 20230711));
+        window.setReplaying(true);
+        window.replay()->playTo(13 * 60 + 35);
+        window.grab();
+        const ChartGeometry &geometry = window.chart()->chartGeometry();
+        const QPoint anchor(static_cast<int>(geometry.barToX(minute - 9 * 60 - 30)),
+                            static_cast<int>(geometry.priceToY(price)));
+        const QRect area(window.chart()->canvas()->mapTo(&window, anchor) - QPoint(8, 0), QSize(17, 17));
+        const QImage image = QImage(picture()).copy(area);
+        int pixels = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                pixels += image.pixelColor(x, y) == colour ? 1 : 0;
+            }
+        }
+        return pixels;
+    }
+};
+
+TEST_F(OrderScene, ShowsTheOrdersAsTheLastQuoteLeftThem)
+{
+    importStatement();
+    const Outcome outcome =
+        takePicture("1335", {QStringLiteral("0945 buy 3000 50.70"), QStringLiteral("1042 buy 1000 50.40"),
+                             QStringLiteral("1334 sell 1900 50.64")});
+    ASSERT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
+    EXPECT_THAT(orders(), HasSubstr("buy 50.70 3000 3000 0 已成"));
+    EXPECT_THAT(orders(), HasSubstr("buy 50.40 1000 0 0 已报"));
+    EXPECT_THAT(orders(), HasSubstr("sell 50.64 1900 1800 0 部成")); // a quarter of 7200
+
+    const ChartTheme theme = makeTheme(ThemeKind::Dark, RiseColour::Red);
+    const int dealt = markerPixels(9 * 60 + 45, 50.70, theme.rise);
+    const int waiting = markerPixels(10 * 60 + 42, 50.40, theme.rise);
+    EXPECT_GT(waiting, 10);
+    EXPECT_GT(dealt, 2 * waiting); // filled, not hollow
+}
+
+TEST_F(OrderScene, IsNotDrawnWithoutAnOrderThatIsRefused)
+{
+    const Outcome outcome = takePicture("1000", {QStringLiteral("0945 sell 100 51.00")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_THAT(outcome.messages.toStdString(), HasSubstr("可卖数量为 0 股"));
+    EXPECT_FALSE(QFile::exists(picture()));
+}
+
+TEST_F(OrderScene, OfAPastDayWaitsForTheOrdersOfThatDay)
+{
+    const QStringList pastDay = {QStringLiteral("--code"),     QStringLiteral("600536"),
+                                 QStringLiteral("--period"),   QStringLiteral("minute"),
+                                 QStringLiteral("--overlays"), QStringLiteral("orders")};
+    const Outcome outcome = snapshot(withLedger() + pastDay);
+    EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
+    const Outcome alone = snapshot(pastDay + QStringList({QStringLiteral("--timeout"), QStringLiteral("1")}));
+    EXPECT_EQ(alone.exitCode, 1);
+    EXPECT_TRUE(alone.messages.contains(QStringLiteral("EntrustHistoryTrade"))) << qPrintable(alone.messages);
+}
+
+#endif
+
+} // namespace
+} // namespace Terminal

@@ -1,0 +1,192 @@
+// The order ticket by keyboard, and the rows of the panel.
+#include "terminal/trade/OrderTicket.h"
+#include "terminal/trade/TradeTables.h"
+
+#include <gmock/gmock.h>
+
+#include <QDoubleSpinBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTest>
+
+namespace Terminal {
+namespace {
+
+const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};
+
+class Ticket : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        m_facts.moduleAnswers = true;
+        m_facts.closeBefore = 10.0;
+        m_facts.available = 10000.0;
+        m_facts.held = 350;
+        m_facts.sellable = 350;
+        m_ticket.setSecurity(moutai, 10.0);
+        m_ticket.setFacts(m_facts);
+        QObject::connect(&m_ticket, &OrderTicket::sendAsked, &m_ticket,
+                         [this](const OrderRequest &order) { m_sent.push_back(order); });
+        m_ticket.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&m_ticket));
+        m_ticket.focusPrice();
+    }
+
+    template <class Widget>
+    Widget *child(const char *name)
+    {
+        return m_ticket.findChild<Widget *>(QLatin1String(name));
+    }
+    QDoubleSpinBox *price() { return child<QDoubleSpinBox>("orderPrice"); }
+    QSpinBox *quantity() { return child<QSpinBox>("orderQuantity"); }
+    QPushButton *sendButton() { return child<QPushButton>("sendOrder"); }
+
+    DraftFacts m_facts;
+    OrderTicket m_ticket;
+    std::vector<OrderRequest> m_sent;
+};
+
+TEST_F(Ticket, SendsWhatWasTyped)
+{
+    QTest::keyClicks(price(), QStringLiteral("10.25"));
+    quantity()->selectAll();
+    QTest::keyClicks(quantity(), QStringLiteral("300"));
+    QTest::keyClick(price(), Qt::Key_Return);
+    ASSERT_EQ(m_sent.size(), 1U);
+    EXPECT_DOUBLE_EQ(m_sent.front().price, 10.25);
+    EXPECT_EQ(m_sent.front().quantity, 300);
+    EXPECT_EQ(m_sent.front().side, OrderSide::Buy);
+    EXPECT_EQ(m_sent.front().security.code, moutai.code);
+}
+
+TEST_F(Ticket, MovesByTicksAndLots)
+{
+    QTest::keyClick(price(), Qt::Key_Up);
+    QTest::keyClick(quantity(), Qt::Key_Up);
+    EXPECT_DOUBLE_EQ(m_ticket.draft().order().price, 10.01);
+    EXPECT_EQ(m_ticket.draft().order().quantity, 200);
+}
+
+TEST_F(Ticket, SendsNothingThatSomethingSpeaksAgainstAndSaysWhat)
+{
+    QTest::keyClicks(price(), QStringLiteral("12.00"));
+    QTest::keyClick(price(), Qt::Key_Return);
+    EXPECT_TRUE(m_sent.empty());
+    EXPECT_FALSE(sendButton()->isEnabled());
+    EXPECT_THAT(child<QLabel>("ticketProblem")->text().toStdString(), ::testing::HasSubstr("11.00"));
+    m_ticket.setPrice(11.00);
+    EXPECT_TRUE(sendButton()->isEnabled());
+    EXPECT_EQ(child<QLabel>("ticketProblem")->text(), QString());
+}
+
+TEST_F(Ticket, KeepsWhatWasTypedUntilTheSecurityChanges)
+{
+    m_ticket.setPrice(9.50);
+    m_ticket.setSecurity(moutai, 10.3);
+    EXPECT_DOUBLE_EQ(m_ticket.draft().order().price, 9.5);
+    m_ticket.setSecurity({QStringLiteral("000001"), Market::Shenzhen, {}}, 12.3);
+    EXPECT_DOUBLE_EQ(m_ticket.draft().order().price, 12.3);
+}
+
+TEST_F(Ticket, FollowsTheLastPriceUntilTheUserChoosesOne)
+{
+    QWidget chart;
+    chart.show();
+    chart.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&chart)); // the keyboard is elsewhere
+    m_ticket.setLastPrice(10.1);
+    EXPECT_DOUBLE_EQ(m_ticket.draft().order().price, 10.1);
+    m_ticket.setPrice(9.9);
+    m_ticket.setLastPrice(10.2);
+    EXPECT_DOUBLE_EQ(m_ticket.draft().order().price, 9.9);
+}
+
+TEST_F(Ticket, ChangesNothingWhileTheKeyboardIsInIt)
+{
+    m_ticket.setLastPrice(10.1);
+    EXPECT_DOUBLE_EQ(m_ticket.draft().order().price, 10.0);
+}
+
+TEST_F(Ticket, SellsTheWholeHoldingWithItsOddRest)
+{
+    m_ticket.setSide(OrderSide::Sell);
+    const auto parts = m_ticket.findChildren<QPushButton *>(QStringLiteral("quantityPart"));
+    ASSERT_EQ(parts.size(), 3);
+    QTest::mouseClick(parts.at(2), Qt::LeftButton);
+    EXPECT_EQ(m_ticket.draft().order().quantity, 350);
+    QTest::mouseClick(parts.at(1), Qt::LeftButton);
+    EXPECT_EQ(m_ticket.draft().order().quantity, 100);
+}
+
+TEST_F(Ticket, IsLeftByEscape)
+{
+    QSignalSpy left(&m_ticket, &OrderTicket::left);
+    QTest::keyClick(price(), Qt::Key_Escape);
+    EXPECT_EQ(left.count(), 1);
+}
+
+OrderRecord orderAt(std::int32_t time, const char *number)
+{
+    OrderRecord order;
+    order.security = moutai;
+    order.date = 20240102;
+    order.time = time;
+    order.number = QLatin1String(number);
+    order.price = 10;
+    order.quantity = 300;
+    return order;
+}
+
+TEST(OrdersTable, ShowsTheNewestFirst)
+{
+    OrdersTable table;
+    table.setOrders({orderAt(93100, "9"), orderAt(93100, "10"), orderAt(93000, "11")});
+    EXPECT_EQ(table.record(0).number, QStringLiteral("10"));
+    EXPECT_EQ(table.record(1).number, QStringLiteral("9"));
+    EXPECT_EQ(table.rowOf(QStringLiteral("11")), 2);
+    EXPECT_EQ(table.rowOf(QStringLiteral("12")), -1);
+}
+
+TEST(OrdersTable, AddsNewRowsWithoutTouchingTheOthers)
+{
+    OrdersTable table;
+    table.setOrders({orderAt(93100, "1")});
+    QSignalSpy resets(&table, &QAbstractItemModel::modelReset);
+    QSignalSpy inserted(&table, &QAbstractItemModel::rowsInserted);
+    table.setOrders({orderAt(93100, "1"), orderAt(93200, "2")});
+    EXPECT_EQ(resets.count(), 0);
+    EXPECT_EQ(inserted.count(), 1);
+    EXPECT_EQ(table.rowCount({}), 2);
+    table.setOrders({orderAt(93300, "3")});
+    EXPECT_EQ(resets.count(), 1);
+}
+
+TEST(PositionsTable, KnowsAProfitOnlyWithAPrice)
+{
+    PositionsTable table;
+    table.setRecords({{{moutai, 200, 100, 9.5}, 10.0}, {{{}, 300, 300, 5.0}, std::nullopt}});
+    const int profit = table.columnCount({}) - 1;
+    EXPECT_EQ(table.index(0, profit).data().toString(), QStringLiteral("+100.00"));
+    EXPECT_EQ(table.index(1, profit).data().toString(), QStringLiteral(u"–"));
+    EXPECT_EQ(table.index(0, profit).data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight, Qt::AlignRight);
+}
+
+TEST(PositionsTable, HidesMoneyAndHoldings)
+{
+    PositionsTable table;
+    table.setRecords({{{moutai, 200, 100, 9.5}, 10.0}});
+    table.setAmountsHidden(true);
+    QStringList shown;
+    for (int column = 0; column < table.columnCount({}); ++column) {
+        shown.append(table.index(0, column).data().toString());
+    }
+    EXPECT_EQ(shown.filter(QStringLiteral("***")).size(), 4);
+    EXPECT_TRUE(shown.contains(moutai.code));
+    EXPECT_TRUE(shown.contains(QStringLiteral("10.00"))) << "the market's price is nobody's secret";
+}
+
+} // namespace
+} // namespace Terminal
