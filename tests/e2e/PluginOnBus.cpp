@@ -1,5 +1,7 @@
 #include "tests/e2e/PluginOnBus.h"
 
+#include "tradechartobject/objects/CChartTradeObject.h"
+
 #include <QCoreApplication>
 #include <QFile>
 
@@ -14,6 +16,9 @@ PluginOnBus::PluginOnBus()
     m_library.setFileName(QStringLiteral(PLUGIN_FILE));
     m_library.setLoadHints(QLibrary::PreventUnloadHint);
     axis.high = 200.0;
+    combinedAxis.high = 200.0;
+    combinedAxis.popupHasTerminator = false;
+    combinedAxis.expectLines = 1; // a list has one at least
 }
 
 PluginOnBus::~PluginOnBus()
@@ -31,35 +36,44 @@ PluginOnBus::Overlay PluginOnBus::create(int type)
     return Overlay(factory(axis, config.constData()));
 }
 
+PluginOnBus::Overlay PluginOnBus::construct(int type)
+{
+    const QByteArray config = QByteArrayLiteral("{\"type\":") + QByteArray::number(type) + '}';
+    return Overlay(new CChartTradeObject(combinedAxis, config.constData()));
+}
+
 bool PluginOnBus::calc(Korvane::IChartObject &overlay, const Korvane::tagCodeWithName &security,
                        const std::vector<Korvane::AnalyData> &bars, int period)
 {
-    m_barCount = bars.size();
+    m_barCounts[&overlay] = bars.size();
     axis.bars = bars;
+    combinedAxis.bars = bars;
     return overlay.calcIt(security, bars.data(), static_cast<int>(bars.size()),
                           static_cast<Korvane::Period>(period), 0, 0);
 }
 
-double PluginOnBus::paintedCost(Korvane::IChartObject &overlay)
+FakePainter PluginOnBus::paint(Korvane::IChartObject &overlay) const
 {
     FakePainter painter;
-    painter.barCount = m_barCount;
+    painter.barCount = m_barCounts.at(&overlay);
     overlay.paintIt(painter);
-    const auto &first = painter.calls.front();
+    return painter;
+}
+
+double PluginOnBus::paintedCost(Korvane::IChartObject &overlay) const
+{
+    const FakePainter::Call first = paint(overlay).calls.front();
     return first.kind == FakePainter::Call::LineSeries ? first.values.front()
                                                        : std::numeric_limits<double>::quiet_NaN();
 }
 
-std::string PluginOnBus::paintedMarks(Korvane::IChartObject &overlay)
+std::string PluginOnBus::paintedMarks(Korvane::IChartObject &overlay) const
 {
-    FakePainter painter;
-    painter.barCount = m_barCount;
-    overlay.paintIt(painter);
-    std::string marks(m_barCount, ' ');
-    for (const FakePainter::Call &call : painter.calls) {
-        for (std::size_t bar = 0; bar < m_barCount; ++bar) {
+    std::string marks(m_barCounts.at(&overlay), ' ');
+    for (const FakePainter::Call &call : paint(overlay).calls) {
+        for (std::size_t bar = 0; bar < call.values.size(); ++bar) {
             if (call.values[bar] == 1.0) {
-                marks[bar] = "B S T"[call.ints[1]];
+                marks[bar] = "BbSsTt"[call.ints[1]];
             }
         }
     }

@@ -8,6 +8,7 @@
 
 #include <QLibrary>
 
+#include <map>
 #include <memory>
 
 /// A chart with overlays of the built plug-in on a bus with a real broker.
@@ -33,23 +34,32 @@ protected:
     /// An overlay that asks again every second.
     Overlay create(int type);
 
+    /// The combined overlay, which terminals construct themselves: type 0 the cost line, 1 the trade
+    /// markers. It is shown on combinedAxis, because its lists have no end mark.
+    Overlay construct(int type);
+
     /// Hands `bars` of a security to the overlay.
     bool calc(Korvane::IChartObject &overlay, const Korvane::tagCodeWithName &security,
               const std::vector<Korvane::AnalyData> &bars, int period = Korvane::DayPeriod);
 
-    /// Price of the cost line as it is painted now; NaN without one.
-    double paintedCost(Korvane::IChartObject &overlay);
+    /// What the overlay paints now, over the bars of its last calc().
+    FakePainter paint(Korvane::IChartObject &overlay) const;
 
-    /// What the buy/sell points paint on each bar: B, S, T for both, a blank for nothing.
-    std::string paintedMarks(Korvane::IChartObject &overlay);
+    /// Price of the cost line as it is painted now; NaN without one.
+    double paintedCost(Korvane::IChartObject &overlay) const;
+
+    /// What the trade markers show on each bar: B, S, T for both, in small letters below the close, a
+    /// blank for nothing. Of several markers on a bar, the one that is painted last.
+    std::string paintedMarks(Korvane::IChartObject &overlay) const;
 
     const Korvane::tagCodeWithName chinaSoft = makeSecurity(1, "600536", 11, "中国软件");
 
     TestBroker broker;
     FakeAxis axis;
+    FakeAxis combinedAxis;
 
 private:
     QString m_busFile;
     QLibrary m_library;
-    std::size_t m_barCount = 0;
+    std::map<const Korvane::IChartObject *, std::size_t> m_barCounts;
 };

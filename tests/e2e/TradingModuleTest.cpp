@@ -1,72 +1,9 @@
 // The whole road: a ledger, the trading module on it, a real broker, the plug-in, and a host.
-#include "tests/e2e/PluginOnBus.h"
-
-#include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
+#include "tests/e2e/TradingModule.h"
 
 #include <cmath>
 
 namespace {
-
-constexpr char header[] =
-    "成交日期,成交时间,证券代码,证券名称,买卖标志,成交价格,成交数量,成交金额,成交编号,委托编号\n";
-
-class TradingModule : public PluginOnBus
-{
-protected:
-    ~TradingModule() override
-    {
-        m_module.terminate();
-        if (!m_module.waitForFinished()) {
-            m_module.kill();
-            m_module.waitForFinished();
-        }
-    }
-
-    QStringList onLedger() const
-    {
-        return {QStringLiteral("--bus"), broker.address(), QStringLiteral("--ledger"),
-                m_folder.filePath(QStringLiteral("ledger.db"))};
-    }
-
-    void import(const QByteArray &rows)
-    {
-        QFile statement(m_folder.filePath(QStringLiteral("statement.csv")));
-        ASSERT_TRUE(statement.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        statement.write(header + rows);
-        statement.close();
-        QProcess import;
-        import.setProcessChannelMode(QProcess::MergedChannels);
-        import.start(QStringLiteral(TRADEMODULE),
-                     onLedger() + QStringList{QStringLiteral("import"), statement.fileName()});
-        ASSERT_TRUE(import.waitForFinished());
-        ASSERT_EQ(import.exitCode(), 0) << import.readAll().toStdString();
-    }
-
-    void serve()
-    {
-        m_module.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_module.start(QStringLiteral(TRADEMODULE), onLedger() + QStringList{QStringLiteral("serve")});
-        ASSERT_TRUE(m_module.waitForStarted());
-    }
-
-    /// Lets the host redraw until the condition holds; the overlay asks again every second.
-    bool redrawUntil(Korvane::IChartObject &overlay, const std::function<bool()> &condition)
-    {
-        return waitUntil([&] {
-            calc(overlay, chinaSoft, bars);
-            return condition();
-        });
-    }
-
-    const std::vector<Korvane::AnalyData> bars = {makeDayBar(20240102), makeDayBar(20240103),
-                                                  makeDayBar(20240104)};
-
-private:
-    QTemporaryDir m_folder;
-    QProcess m_module;
-};
 
 TEST_F(TradingModule, PutsTheCostOfTheLedgerOnTheChart)
 {
@@ -107,11 +44,10 @@ TEST_F(TradingModule, MarksTheTradesOfTheLedgerAndListsADay)
     serve();
     const Overlay costLine = create(0);
     ASSERT_TRUE(redrawUntil(*costLine, [&] { return !axis.updated.empty(); })) << "the module answers";
-    // The days are asked for once, so an overlay that was refused before it had joined is made anew.
-    Overlay points;
+    const Overlay points = create(1);
     ASSERT_TRUE(waitUntil([&] {
-        points = create(1);
-        waitUntil([] { return false; }, 100);
+        // Refused until the overlay has joined; another range of days asks again.
+        calc(*points, chinaSoft, {makeDayBar(20240105)});
         return calc(*points, chinaSoft, bars);
     }));
     ASSERT_TRUE(waitUntil([&] { return paintedMarks(*points) != "   "; }));

@@ -1,69 +1,35 @@
 // The plug-in asks over a real broker, and the broker's own command-line clients play the trading
 // module: what travels is tested by programs that know nothing of ours.
 #include "tests/e2e/PluginOnBus.h"
+#include "tests/e2e/WireClients.h"
 
-#include <QProcess>
-#include <QStandardPaths>
+#include <QDate>
 
 #include <cmath>
 
 namespace {
 
-class WireModule : public PluginOnBus
+class WireModule : public PluginOnBus, protected WireClients
 {
 protected:
+    WireModule() : WireClients(broker) {}
+
     void SetUp() override
     {
-        for (const char *program : {"mosquitto_pub", "mosquitto_sub"}) {
-            if (QStandardPaths::findExecutable(QLatin1String(program)).isEmpty()) {
-                GTEST_SKIP() << program << " is not installed (mosquitto-clients)";
-            }
+        if (!areInstalled()) {
+            GTEST_SKIP() << "mosquitto-clients is not installed";
         }
-        m_ear.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_ear.start(QStringLiteral("mosquitto_sub"),
-                    toBroker() + QStringList{QStringLiteral("-t"), QStringLiteral("#")});
-        ASSERT_TRUE(m_ear.waitForStarted());
-        // The client does not tell when it listens: speak until it hears.
-        ASSERT_TRUE(waitUntil([this] {
-            say(QStringLiteral("Test/Hello"), "hello");
-            return m_ear.canReadLine();
-        }));
-    }
-
-    ~WireModule() override
-    {
-        m_ear.kill();
-        m_ear.waitForFinished();
+        listen();
     }
 
     /// True when the question has been heard on the wire.
     bool heard(const QByteArray &question)
     {
-        while (m_ear.canReadLine()) {
-            m_lines.append(m_ear.readLine().trimmed());
-        }
-        return m_lines.contains(question);
-    }
-
-    void say(const QString &topic, const QByteArray &payload) const
-    {
-        QProcess mouth;
-        mouth.setProcessChannelMode(QProcess::ForwardedChannels);
-        mouth.start(QStringLiteral("mosquitto_pub"),
-                    toBroker() + QStringList{QStringLiteral("-t"), topic, QStringLiteral("-s")});
-        mouth.write(payload);
-        mouth.closeWriteChannel();
-        EXPECT_TRUE(mouth.waitForFinished());
-        EXPECT_EQ(mouth.exitCode(), 0);
+        m_lines += takeHeard();
+        return m_lines.contains("Global/TradeQuery " + question);
     }
 
 private:
-    QStringList toBroker() const
-    {
-        return {QStringLiteral("--unix"), broker.socketPath(), QStringLiteral("-V"), QStringLiteral("5")};
-    }
-
-    QProcess m_ear;
     QByteArrayList m_lines;
 };
 
@@ -117,6 +83,25 @@ TEST_F(WireModule, AnswersAndNotifiesTheBuySellPoints)
         R"({"cmd":"TodayTrade","stkcode":"600536","data":[{"bsflag2":"S","orderdate":"20240103","opertime":"9301500","matchprice":"30.1","matchqty":"300"}]})");
     ASSERT_TRUE(waitUntil([&] { return axis.updated.size() >= 2; }));
     EXPECT_EQ(paintedMarks(*points), "BS");
+}
+
+TEST_F(WireModule, AnswersTheOrderPointsBehindAFloodOfNotifications)
+{
+    const QDate date = QDate::currentDate();
+    const auto today = static_cast<std::uint32_t>(date.year() * 10000 + date.month() * 100 + date.day());
+    axis.mode = 1;
+    const Overlay points = create(2);
+    Korvane::tagCodeWithName security = chinaSoft;
+    ASSERT_TRUE(waitUntil([&] {
+        ++security.identity; // refused until the bus is there; another security asks again
+        calc(*points, security, {makeMinuteBar(today, 931)}, Korvane::IntradayPeriod);
+        return heard(R"({"cmd":"EntrustTodayTrade","market":"SH","screenId":"screen-1","stkcode":"600536"})");
+    }));
+
+    sayLines(QStringLiteral("Global/TradeNotify"), QByteArray("{\"stkcode\":\"600536\"}\n").repeated(10000));
+    say(QStringLiteral("screen-1/TradeQuery"),
+        R"({"cmd":"EntrustTodayTrade","stkcode":"600536","data":[{"market":"1","bsflag2":"0B","orderstatus":"2"}]})");
+    EXPECT_TRUE(waitUntil([&] { return !axis.updated.empty(); }));
 }
 
 TEST_F(WireModule, FindsTheOverlayAgainWhenTheBrokerHasCrashed)
