@@ -1,5 +1,7 @@
 // The buy/sell points with many years of daily bars and many trades.
 #include "bench/support/Allocations.h"
+#include "bench/support/CountingPainter.h"
+#include "bench/support/HostCalls.h"
 #include "bench/support/ManyBars.h"
 #include "bench/support/Paired.h"
 #include "tests/support/FakeHost.h"
@@ -142,13 +144,7 @@ void PaintIt(benchmark::State &state)
     Chart chart;
     chart.calc();
     chart.hear(longAnswer());
-    CountingPainter painter;
-    const std::size_t before = Allocations::now().count;
-    for (auto _ : state) {
-        chart.overlay->paintIt(painter);
-    }
-    state.counters["allocations"] = static_cast<double>(Allocations::now().count - before);
-    state.counters["host_calls"] = benchmark::Counter(painter.calls, benchmark::Counter::kAvgIterations);
+    timePaintIt(state, *chart.overlay);
 }
 BENCHMARK(PaintIt)->Name("paintIt/100k_bars");
 
@@ -157,12 +153,7 @@ void HitTest(benchmark::State &state)
     Chart chart;
     chart.calc();
     chart.hear(longAnswer());
-    const double x = static_cast<double>(state.range(0)) * 10.0;
-    const std::size_t before = Allocations::now().count;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(chart.overlay->hitTest(x, 0.0));
-    }
-    state.counters["allocations"] = static_cast<double>(Allocations::now().count - before);
+    timeHitTest(state, *chart.overlay, static_cast<double>(state.range(0)) * 10.0, 0.0);
 }
 BENCHMARK(HitTest)->Name("hitTest/at_bar")->Arg(0)->Arg(50000)->Arg(99990);
 

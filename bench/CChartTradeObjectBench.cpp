@@ -1,6 +1,7 @@
 // The combined overlay with many years of daily bars and many trades. Every benchmark checks first that
 // the overlay does what is timed.
-#include "bench/support/Allocations.h"
+#include "bench/support/CountingPainter.h"
+#include "bench/support/HostCalls.h"
 #include "bench/support/ManyBars.h"
 #include "bench/support/Paired.h"
 #include "tests/support/FakeHost.h"
@@ -36,10 +37,9 @@ QJsonArray manyRows()
 
 struct CombinedChart
 {
-    CombinedChart()
-        : overlay(std::make_unique<CChartTradeObject>(axis, R"({
-        axis.notesPrices = false;"type":1})"))
+    CombinedChart() : overlay(std::make_unique<CChartTradeObject>(axis, R"({"type":1})"))
     {
+        axis.notesPrices = false;
         RecordedBus::instance().reset();
         calc();
         overlay->parseTradeInfo(manyRows(), false);
@@ -151,24 +151,14 @@ void CombinedPaintIt(benchmark::State &state)
     if (!chart.isMarkedOnTheFirstBarOnly()) {
         state.SkipWithError("the trades are not marked");
     }
-    CountingPainter painter;
-    const std::size_t before = Allocations::now().count;
-    for (auto _ : state) {
-        chart.overlay->paintIt(painter);
-    }
-    state.counters["allocations"] = static_cast<double>(Allocations::now().count - before);
-    state.counters["host_calls"] = benchmark::Counter(painter.calls, benchmark::Counter::kAvgIterations);
+    timePaintIt(state, *chart.overlay);
 }
 BENCHMARK(CombinedPaintIt)->Name("combined/paintIt/100k_bars");
 
 void CombinedHitTest(benchmark::State &state)
 {
     const CombinedChart chart;
-    const std::size_t before = Allocations::now().count;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(chart.overlay->hitTest(50000 * 10.0, 0.0));
-    }
-    state.counters["allocations"] = static_cast<double>(Allocations::now().count - before);
+    timeHitTest(state, *chart.overlay, 50000 * 10.0, 0.0);
 }
 BENCHMARK(CombinedHitTest)->Name("combined/hitTest/at_bar_50000");
 

@@ -9,4 +9,13 @@ struct Allocations
     std::size_t bytes = 0; ///< in use now, as requested
 
     static Allocations now();
+
+    /// Number of blocks that `work` asks for.
+    template <class Work>
+    static double during(Work &&work)
+    {
+        const std::size_t before = now().count;
+        work();
+        return static_cast<double>(now().count - before);
+    }
 };
