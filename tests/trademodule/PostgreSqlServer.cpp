@@ -99,6 +99,7 @@ void PostgreSqlServer::start()
     m_server.setWorkingDirectory(QStringLiteral("/"));
     m_server.setStandardErrorFile(m_directory.filePath(QStringLiteral("log")));
     m_server.start(first, server);
+    EXPECT_TRUE(m_server.waitForStarted()) << m_server.errorString().toStdString();
     const bool isUp = waitUntil([this] {
         return QProcess::execute(program("pg_isready"),
                                  {QStringLiteral("-q"), QStringLiteral("-h"), m_directory.path()}) == 0;

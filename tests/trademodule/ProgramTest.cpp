@@ -175,7 +175,7 @@ TEST_F(Program, SetsNoCashThatOpenBuysNeed)
 
 TEST_F(Program, HoldsAllOrNothingOfAnImportThatWasKilled)
 {
-    constexpr int RowCount = 100000;
+    constexpr int RowCount = 30000;
     const QString file = writeManyRows(RowCount);
     const auto process = start(ledgerOptions() + QStringList{QStringLiteral("import"), file});
     ASSERT_TRUE(home().waitUntilWritten());
