@@ -258,7 +258,7 @@ TEST_F(BSPointTest, ReportsARefusedQuestionAndDoesNotRepeatItForTheSameDays)
     bus().takesMessages = true;
     EXPECT_TRUE(calc(shanghai, threeDays, 4));
     EXPECT_THAT(questions(), IsEmpty());
-    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_THAT(log.all(), IsEmpty());
 }
 
 TEST_F(BSPointTest, LeavesTheMarksWhenTheQuestionIsRefused)
@@ -502,7 +502,7 @@ TEST_P(BSPointIgnores, AndChangesNothing)
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_THAT(axis.updated, IsEmpty());
     EXPECT_FALSE(timer()->isActive());
-    EXPECT_THAT(log.lines(QtDebugMsg), SizeIs(1)) << "the message as received";
+    EXPECT_THAT(log.all(), SizeIs(1)) << "the message as received";
 }
 
 #define ROWS R"("data":[{"bsflag2":"S","bizdate":"20240103","orderdate":"20240103"}]})"
@@ -1196,9 +1196,7 @@ TEST_F(BSPointTest, LogsEveryMessageAndTheRowsItReads)
          answer("TodayTrade", QJsonArray{QJsonObject{{QStringLiteral("orderdate"), QStringLiteral("1")}}}));
     const auto lines = log.lines(QtDebugMsg);
     ASSERT_THAT(lines, SizeIs(5));
-    for (const LogCapture::Line &line : log.all()) {
-        EXPECT_EQ(line.category, QStringLiteral("default"));
-    }
+    EXPECT_THAT(log.all(), SizeIs(5));
     EXPECT_EQ(lines[0], QStringLiteral(R"(handleTradeNotify receive topic: "Other" , msg: "x")"));
     EXPECT_THAT(lines[1].toStdString(),
                 StartsWith("handleTradeNotify receive topic: \"TradeQuery\" , msg: \"{"));
@@ -1225,7 +1223,7 @@ TEST_F(BSPointTest, WritesNoDebugLineWhenTheDebugLogIsOff)
     hearToday({{"B", "20240104", "9301500", "1", "100"}});
     overlay->handleMousePress(0, 0);
     overlay->sendQueryTodayTradeInfoReq();
-    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_THAT(log.all(), IsEmpty());
 }
 
 } // namespace

@@ -212,6 +212,14 @@ TEST_F(CChartTradeObjectTest, LeavesTheBusWhenDestroyed)
     EXPECT_EQ(bus().operations, (QStringList{QStringLiteral("disconnect"), QStringLiteral("destroy")}));
 }
 
+TEST_F(CChartTradeObjectTest, EndsTheProcessWhenTheBusClientThrowsAtTheEnd)
+{
+    create(tradeMarkers);
+    bus().duringDisconnect = [] { throw 1; };
+    EXPECT_DEATH(destroy(), "");
+    bus().duringDisconnect = nullptr;
+}
+
 TEST_F(CChartTradeObjectTest, HearsNothingMoreWhileItLeavesTheBus)
 {
     createMarkers();
@@ -635,7 +643,7 @@ TEST_P(CChartTradeObjectIgnores, AndChangesNothing)
     recalc();
     EXPECT_EQ(drawn(), "0 - -");
     EXPECT_THAT(requests(), IsEmpty());
-    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_THAT(log.all(), IsEmpty());
 }
 
 #define ROWS R"("data":[{"buy":false,"price":10,"vol":5}]})"
@@ -675,7 +683,7 @@ TEST_F(CChartTradeObjectTest, ShowsWhatItHearsAtTheNextCalcItAndAsksForNoRepaint
     hearNotification();
     EXPECT_EQ(drawn(), "- - -");
     EXPECT_THAT(axis.updated, IsEmpty());
-    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_THAT(log.all(), IsEmpty());
     recalc();
     EXPECT_EQ(drawn(), "03 - -");
 }

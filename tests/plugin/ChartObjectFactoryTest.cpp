@@ -9,6 +9,7 @@
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::NotNull;
+using ::testing::SizeIs;
 
 namespace {
 
@@ -103,7 +104,7 @@ TEST_P(ChartObjectFactoryRefuses, WithNullAndOneCriticalLine)
         log.lines(QtCriticalMsg),
         ElementsAre(QStringLiteral("Unknown algorithmType in CreateChartObject(), algorithmType is : ") +
                     QLatin1String(GetParam().logged)));
-    EXPECT_EQ(log.all().at(0).category, QStringLiteral("default"));
+    EXPECT_THAT(log.all(), SizeIs(1));
     EXPECT_THAT(RecordedBus::instance().operations, IsEmpty());
 }
 
@@ -113,6 +114,10 @@ INSTANTIATE_TEST_SUITE_P(
                       UnknownType{"ANegativeType", R"({"type":-5})", "-5"},
                       UnknownType{"ATypeAsText", R"({"type":"0"})", "-1"},
                       UnknownType{"ATypeWithAFraction", R"({"type":0.5})", "-1"},
+                      UnknownType{"ATypeAsABoolean", R"({"type":true})", "-1"},
+                      UnknownType{"ANullType", R"({"type":null})", "-1"},
+                      UnknownType{"ATypeThatIsZeroInItsLow32Bits", R"({"type":4294967296})", "-1"},
+                      UnknownType{"ATypeBeyondAllIntegers", R"({"type":1e300})", "-1"},
                       UnknownType{"AnObjectWithoutType", R"({"auto_refresh_time":3})", "-1"},
                       UnknownType{"AnArray", R"([{"type":0}])", "-1"},
                       UnknownType{"BrokenJson", R"({"type":0)", "-1"},

@@ -420,7 +420,7 @@ TEST_F(EntrustPointTest, SucceedsSilentlyWhenTheBusRefusesTheQuestion)
         EXPECT_TRUE(calc(shanghai, threeMinutes, 21));
     }
     EXPECT_THAT(questions(), IsEmpty()) << "it is not repeated";
-    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_THAT(log.all(), IsEmpty());
 }
 
 class EntrustPointDate : public EntrustPointTest, public ::testing::WithParamInterface<long long>
@@ -694,7 +694,7 @@ TEST_P(EntrustPointIgnores, AndChangesNothing)
     EXPECT_THAT(axis.updated, IsEmpty());
     EXPECT_THAT(axis.messages, IsEmpty());
     EXPECT_FALSE(timer()->isActive());
-    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_THAT(log.all(), IsEmpty());
 }
 
 #define ROWS R"("data":[{"market":"1","bsflag2":"0S","orderstatus":"8"}]})"
@@ -756,7 +756,7 @@ TEST_P(EntrustPointMarket, OfARowIsTheSecuritysOwn)
     const LogCapture log;
     hearOrders({with(Row(), "market", GetParam().sent)});
     EXPECT_EQ(paint(), GetParam().isKept);
-    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_THAT(log.all(), IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -851,7 +851,7 @@ TEST_F(EntrustPointTest, SkipsAnUnreadableRowOfAnotherMarketWithoutALine)
     createOnThreeMinutes();
     const LogCapture log;
     hearOrders({with(Row{"0F", ""}, "market", QStringLiteral("2"))});
-    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_THAT(log.all(), IsEmpty());
 }
 
 TEST_F(EntrustPointTest, SkipsWhatIsNoObjectLikeARowOfNoMarket)
@@ -860,7 +860,7 @@ TEST_F(EntrustPointTest, SkipsWhatIsNoObjectLikeARowOfNoMarket)
     const LogCapture log;
     hear(Topic::TRADEQUERY, answer("EntrustTodayTrade", QJsonArray{5, QStringLiteral("x"), anOrder()}));
     EXPECT_THAT(drawn(), SizeIs(1));
-    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_THAT(log.all(), IsEmpty());
 }
 
 TEST_F(EntrustPointTest, KeepsTheMarkersWhenNoRowOfAnAnswerIsReadable)
@@ -1410,7 +1410,7 @@ TEST_F(EntrustPointTest, ShowsNoListBesideTheMarkers)
     listAt(0, yOfTen() - 1);
     listAt(20, yOfTen());
     EXPECT_THAT(axis.popups, IsEmpty());
-    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_THAT(log.all(), IsEmpty());
 }
 
 TEST_F(EntrustPointTest, IgnoresTheOtherMouseOperations)
@@ -1542,7 +1542,7 @@ TEST_F(EntrustPointCancel, IsSilentWhenTheBusRefusesIt)
     const LogCapture log;
     bus().takesMessages = false;
     choose(1);
-    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_THAT(log.all(), IsEmpty());
     EXPECT_THAT(axis.messages, IsEmpty());
 }
 
@@ -2043,7 +2043,7 @@ TEST_F(EntrustPointTest, WritesNoDebugLineWhenTheDebugLogIsOff)
     hearOrders({Row(), Row{"0F"}});
     choose(-1);
     overlay->sendQueryTodayEntrustInfoReq();
-    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_THAT(log.all(), IsEmpty());
 }
 
 } // namespace

@@ -226,11 +226,12 @@ TEST_F(PositionCostTest, ReadsACodeWithoutItsEndNoFurtherThanTheRecord)
 TEST_F(PositionCostTest, LogsWhatItSent)
 {
     const LogCapture log;
+    axis.screen = "屏幕 1";
     createOnShanghai();
     EXPECT_THAT(
         log.lines(QtDebugMsg),
         ElementsAre(QStringLiteral(
-            R"(send sendQueryPositionCostReq: "{\"cmd\":\"HolderCostPrice\",\"market\":\"SH\",\"screenId\":\"screen-1\",\"stkcode\":\"600536\"}")")));
+            R"(send sendQueryPositionCostReq: "{\"cmd\":\"HolderCostPrice\",\"market\":\"SH\",\"screenId\":\"屏幕 1\",\"stkcode\":\"600536\"}")")));
 }
 
 TEST_F(PositionCostTest, KeepsSilentWhenTheBusRefusesTheQuestion)
@@ -238,7 +239,7 @@ TEST_F(PositionCostTest, KeepsSilentWhenTheBusRefusesTheQuestion)
     const LogCapture log;
     bus().takesMessages = false;
     createOnShanghai();
-    EXPECT_THAT(log.lines(QtDebugMsg), IsEmpty());
+    EXPECT_THAT(log.all(), IsEmpty());
     EXPECT_TRUE(timer()->isActive());
 }
 

@@ -22,7 +22,7 @@ std::vector<QString> LogCapture::lines(QtMsgType type) const
 {
     std::vector<QString> found;
     for (const Line &line : m_lines) {
-        if (line.type == type) {
+        if (line.type == type && line.category == QLatin1String("default")) {
             found.push_back(line.text);
         }
     }

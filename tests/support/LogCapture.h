@@ -23,10 +23,10 @@ public:
         QString category;
     };
 
-    /// The lines of one level, oldest first.
+    /// The lines of one level in the default category, which terminals show; oldest first.
     std::vector<QString> lines(QtMsgType type) const;
 
-    /// Every line of every level.
+    /// Every line of every level and category: to see that nothing is said.
     const std::vector<Line> &all() const { return m_lines; }
 
 private:
