@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include <QDate>
+#include <QJsonObject>
 #include <QLibrary>
 #include <QObject>
 #include <QString>
@@ -306,15 +307,24 @@ protected:
         }
     }
 
+    QFunctionPointer find(const char *symbol)
+    {
+        const QFunctionPointer found = library.resolve(symbol);
+        EXPECT_NE(found, nullptr) << library.errorString().toStdString();
+        return found;
+    }
+
+    template <class Function>
+    Function *function(const char *symbol)
+    {
+        return reinterpret_cast<Function *>(find(symbol));
+    }
+
     void *create(const char *json)
     {
-        const QFunctionPointer factory = library.resolve("CreateChartObject");
-        if (factory == nullptr) {
-            ADD_FAILURE() << library.errorString().toStdString();
-            return nullptr;
+        if (const auto factory = function<void *(void *, const char *)>("CreateChartObject")) {
+            overlay = factory(static_cast<Virtual *>(&axis), json);
         }
-        overlay =
-            reinterpret_cast<void *(*)(void *, const char *)>(factory)(static_cast<Virtual *>(&axis), json);
         return overlay;
     }
 
@@ -400,27 +410,31 @@ TEST_F(HandLaidHost, DrivesTheBuySellPointsThroughTheirSlots)
     EXPECT_THAT(axis.popupLines, ElementsAre("卖出\t09:30:15\t成交价:15.50\t成交量:300"));
 }
 
-/// A terminal that constructs the combined overlay in memory of its own, by the constructor's name, and
-/// drives the part of it that follows the QObject.
+/// A terminal that constructs an overlay in memory of its own, by the constructor's name - the combined one
+/// cannot be had otherwise - and drives the part of it that follows the QObject.
 class HandLaidHostConstructs : public HandLaidHost
 {
 protected:
     void construct(const char *json)
     {
+        constructBy<const char *>("_ZN17CChartTradeObjectC1ERN7Korvane10IChartAxisEPKc", json);
+    }
+
+    template <class... Arguments>
+    void constructBy(const char *symbol, Arguments... arguments)
+    {
         memory.fill(0xEE);
-        const QFunctionPointer constructor =
-            library.resolve("_ZN17CChartTradeObjectC1ERN7Korvane10IChartAxisEPKc");
-        ASSERT_NE(constructor, nullptr) << library.errorString().toStdString();
-        reinterpret_cast<void (*)(void *, void *, const char *)>(constructor)(
-            memory.data(), static_cast<Virtual *>(&axis), json);
-        combined = memory.data() + qobjectSize;
+        if (const auto constructor = function<void(void *, void *, Arguments...)>(symbol)) {
+            constructor(memory.data(), static_cast<Virtual *>(&axis), arguments...);
+            constructed = memory.data() + qobjectSize;
+        }
     }
 
     ~HandLaidHostConstructs() override
     {
-        if (combined != nullptr) {
-            call<bool>(combined, 3);
-            call<void>(combined, 0); // the memory is not the library's to free
+        if (constructed != nullptr) {
+            call<bool>(constructed, 3);
+            call<void>(constructed, 0); // the memory is not the library's to free
             EXPECT_EQ(RecordedBus::instance().endPointCount(), 0);
         }
     }
@@ -429,21 +443,21 @@ protected:
     {
         const std::vector<Record> bars = {dayBar(20240102, 16.0), dayBar(20240103, 17.0)};
         const Record code = security(1, "600536", 77);
-        return call<bool, const void *, const void *, int, int, int, int>(combined, 4, code.data(),
+        return call<bool, const void *, const void *, int, int, int, int>(constructed, 4, code.data(),
                                                                           bars.data(), 2, 4, 7, 8);
     }
 
-    bool paintCombined() { return call<bool, void *>(combined, 8, static_cast<Virtual *>(&painter)); }
+    bool paintCombined() { return call<bool, void *>(constructed, 8, static_cast<Virtual *>(&painter)); }
 
     static constexpr std::size_t qobjectSize = 2 * sizeof(void *);
     alignas(std::max_align_t) std::array<unsigned char, 4096> memory;
-    void *combined = nullptr;
+    void *constructed = nullptr;
 };
 
 TEST_F(HandLaidHostConstructs, TheCombinedCostLine)
 {
     construct(R"({"type":0})");
-    EXPECT_EQ(call<int>(combined, 2), 3);
+    EXPECT_EQ(call<int>(constructed, 2), 3);
     RecordedBus::instance().answerRequest = [](const RecordedBus::Message &) {
         return QByteArray(R"({"costprice":"12.5"})");
     };
@@ -453,19 +467,19 @@ TEST_F(HandLaidHostConstructs, TheCombinedCostLine)
               "{\n    \"cmd\": \"HolderCostPrice\",\n    \"market\": \"SH\",\n    \"stkcode\": "
               "\"600536\"\n}\n");
 
-    EXPECT_TRUE((call<bool>(combined, 5, 1, 2)));
+    EXPECT_TRUE((call<bool>(constructed, 5, 1, 2)));
     int untouched = 42;
-    EXPECT_EQ(call<double>(combined, 6, &untouched), 12.5);
-    EXPECT_EQ(call<double>(combined, 7, &untouched), 12.5);
+    EXPECT_EQ(call<double>(constructed, 6, &untouched), 12.5);
+    EXPECT_EQ(call<double>(constructed, 7, &untouched), 12.5);
     EXPECT_EQ(untouched, 42);
 
     EXPECT_TRUE(paintCombined());
     EXPECT_THAT(painter.calls,
                 ElementsAre("line 0 12.500000 1.000000", "label 持仓成本:12.50 at 12.500000 -1", "endPaint"));
-    EXPECT_EQ((call<int>(combined, 9, 0.0, 1000.0 - 12.5 + 5.0)), 0);
-    EXPECT_EQ((call<int>(combined, 9, 0.0, 1000.0 - 12.5 + 5.5)), -1);
+    EXPECT_EQ((call<int>(constructed, 9, 0.0, 1000.0 - 12.5 + 5.0)), 0);
+    EXPECT_EQ((call<int>(constructed, 9, 0.0, 1000.0 - 12.5 + 5.5)), -1);
     for (int mouse = 11; mouse <= 14; ++mouse) {
-        call<void>(combined, mouse, 1.0, 1.0);
+        call<void>(constructed, mouse, 1.0, 1.0);
     }
     EXPECT_THAT(axis.calls, ElementsAre("xToBar", "priceToY", "xToBar", "priceToY"));
 }
@@ -473,15 +487,15 @@ TEST_F(HandLaidHostConstructs, TheCombinedCostLine)
 TEST_F(HandLaidHostConstructs, ACombinedOverlayWithoutAJob)
 {
     construct("{}");
-    EXPECT_EQ(call<int>(combined, 2), 3);
+    EXPECT_EQ(call<int>(constructed, 2), 3);
     EXPECT_TRUE(calcItOnTwoDays());
-    EXPECT_TRUE((call<bool>(combined, 5, 1, 2)));
+    EXPECT_TRUE((call<bool>(constructed, 5, 1, 2)));
     int untouched = 42;
-    EXPECT_EQ(call<double>(combined, 6, &untouched), DBL_MIN);
-    EXPECT_EQ(call<double>(combined, 7, &untouched), DBL_MAX);
+    EXPECT_EQ(call<double>(constructed, 6, &untouched), DBL_MIN);
+    EXPECT_EQ(call<double>(constructed, 7, &untouched), DBL_MAX);
     EXPECT_TRUE(paintCombined());
     EXPECT_THAT(painter.calls, ElementsAre("endPaint"));
-    EXPECT_EQ((call<int>(combined, 9, 0.0, 1000.0 - 15.0)), -1);
+    EXPECT_EQ((call<int>(constructed, 9, 0.0, 1000.0 - 15.0)), -1);
     EXPECT_THAT(RecordedBus::instance().sent, SizeIs(0));
     EXPECT_THAT(RecordedBus::instance().requests, SizeIs(0));
 }
@@ -490,8 +504,8 @@ TEST_F(HandLaidHostConstructs, ACombinedOverlayThatGetsNoBars)
 {
     construct(R"({"type":1})");
     const Record code = security(1, "600536", 77);
-    const bool isTaken = call<bool, const void *, const void *, int, int, int, int>(combined, 4, code.data(),
-                                                                                    nullptr, 0, 4, 7, 8);
+    const bool isTaken = call<bool, const void *, const void *, int, int, int, int>(
+        constructed, 4, code.data(), nullptr, 0, 4, 7, 8);
     EXPECT_TRUE(isTaken);
     EXPECT_THAT(RecordedBus::instance().sent, SizeIs(0));
 }
@@ -501,7 +515,7 @@ TEST_F(HandLaidHostConstructs, ACombinedOverlayThatItEndsInsideTheQuestionForTod
     construct(R"({"type":1})");
     EXPECT_TRUE(calcItOnTwoDays());
     RecordedBus::instance().answerRequest = [this](const RecordedBus::Message &) {
-        call<void>(std::exchange(combined, nullptr), 0);
+        call<void>(std::exchange(constructed, nullptr), 0);
         return QByteArray(R"({"data":[{"buy":true,"price":15.5,"vol":300}]})");
     };
     RecordedBus::instance().deliver("TradeNotify", R"({"stkcode":"600536"})");
@@ -519,10 +533,10 @@ TEST_F(HandLaidHostConstructs, TheCombinedTradeMarkers)
         R"({"cmd":"HistoryTrade","stkcode":"600536","data":[{"buy":true,"price":15.5,"vol":300}]})");
     EXPECT_TRUE(calcItOnTwoDays());
 
-    EXPECT_TRUE((call<bool>(combined, 5, 1, 2)));
+    EXPECT_TRUE((call<bool>(constructed, 5, 1, 2)));
     int untouched = 42;
-    EXPECT_EQ(call<double>(combined, 6, &untouched), 17.0);
-    EXPECT_EQ(call<double>(combined, 7, &untouched), 14.0);
+    EXPECT_EQ(call<double>(constructed, 6, &untouched), 17.0);
+    EXPECT_EQ(call<double>(constructed, 7, &untouched), 14.0);
 
     EXPECT_TRUE(paintCombined());
     EXPECT_THAT(painter.calls,
@@ -530,13 +544,13 @@ TEST_F(HandLaidHostConstructs, TheCombinedTradeMarkers)
                             "markers 0 off 17.000000 4 1", "markers 0 off 15.000000 1 0",
                             "markers 0 off 15.000000 3 0", "markers 0 off 15.000000 5 0", "endPaint"))
         << "the trade stands on the bar before";
-    EXPECT_EQ((call<int>(combined, 9, 0.0, 1000.0 - 15.0)), 0);
-    EXPECT_EQ((call<int>(combined, 9, 1.0, 1000.0 - 16.0)), -1);
+    EXPECT_EQ((call<int>(constructed, 9, 0.0, 1000.0 - 15.0)), 0);
+    EXPECT_EQ((call<int>(constructed, 9, 1.0, 1000.0 - 16.0)), -1);
 
     axis.calls.clear();
     axis.linesWithoutEnd = 1;
     for (int mouse = 10; mouse <= 14; ++mouse) {
-        call<void>(combined, mouse, 0.0, 1000.0 - 15.5);
+        call<void>(constructed, mouse, 0.0, 1000.0 - 15.5);
     }
     EXPECT_THAT(axis.calls, ElementsAre("xToBar", "barAt 0", "priceToY", "popupMenu"));
     EXPECT_THAT(axis.popupLines, ElementsAre("买入\t00:00:00\t成交价:15.50\t成交量:300"));
@@ -627,14 +641,125 @@ TEST_F(HandLaidHost, GetsNullAndOneCriticalLineForAnUnknownType)
     EXPECT_EQ(RecordedBus::instance().endPointCount(), 0);
 }
 
-/// A constant of the vocabulary, found by the name that a C++ compiler gives it.
-TEST_F(HandLaidHost, FindsTheVocabularyAsDataSymbols)
+// The names by which a C++ compiler knows what a terminal may use of the library beside the factory. They
+// stand here a second time, beside the list that the library is linked by: a name that is lost there would
+// be missed by nobody else.
+
+struct Word
 {
-    const QFunctionPointer symbol = library.resolve("_ZN10TradeChart14TradeKeyFields5MSGOKE");
-    ASSERT_NE(symbol, nullptr);
-    const char *text = nullptr;
-    std::memcpy(&text, reinterpret_cast<const void *>(symbol), sizeof text);
-    EXPECT_STREQ(text, "msgok ");
+    const char *symbol;
+    const char *text;
+};
+
+const Word words[] = {
+    {"_ZN10TradeChart5Topic11TRADENOTIFYE", "TradeNotify"},
+    {"_ZN10TradeChart5Topic10TRADEQUERYE", "TradeQuery"},
+    {"_ZN10TradeChart5Topic12ENTRUSTQUERYE", "EntrustQuery"},
+    {"_ZN10TradeChart7CmdType12HISTORYTRADEE", "HistoryTrade"},
+    {"_ZN10TradeChart7CmdType10TODAYTRADEE", "TodayTrade"},
+    {"_ZN10TradeChart7CmdType15HOLDERCOSTPRICEE", "HolderCostPrice"},
+    {"_ZN10TradeChart7CmdType17ENTRUSTTODAYTRADEE", "EntrustTodayTrade"},
+    {"_ZN10TradeChart7CmdType19ENTRUSTHISTORYTRADEE", "EntrustHistoryTrade"},
+    {"_ZN10TradeChart7CmdType13ENTRUSTCANCELE", "EntrustCancel"},
+    {"_ZN10TradeChart14TradeKeyFields13ALGORITHMTYPEE", "type"},
+    {"_ZN10TradeChart14TradeKeyFields15AUTOREFRESHTIMEE", "auto_refresh_time"},
+    {"_ZN10TradeChart14TradeKeyFields5PARAME", "param"},
+    {"_ZN10TradeChart14TradeKeyFields3CMDE", "cmd"},
+    {"_ZN10TradeChart14TradeKeyFields8SCREENIDE", "screenId"},
+    {"_ZN10TradeChart14TradeKeyFields7STKCODEE", "stkcode"},
+    {"_ZN10TradeChart14TradeKeyFields4DATAE", "data"},
+    {"_ZN10TradeChart14TradeKeyFields6MARKETE", "market"},
+    {"_ZN10TradeChart14TradeKeyFields8OBJECTIDE", "objectId"},
+    {"_ZN10TradeChart14TradeKeyFields5STARTE", "start"},
+    {"_ZN10TradeChart14TradeKeyFields3ENDE", "end"},
+    {"_ZN10TradeChart14TradeKeyFields3BUYE", "buy"},
+    {"_ZN10TradeChart14TradeKeyFields4DATEE", "date"},
+    {"_ZN10TradeChart14TradeKeyFields5PRICEE", "price"},
+    {"_ZN10TradeChart14TradeKeyFields3VOLE", "vol"},
+    {"_ZN10TradeChart14TradeKeyFields9COSTPRICEE", "costprice"},
+    {"_ZN10TradeChart14TradeKeyFields7STKNAMEE", "stkname"},
+    {"_ZN10TradeChart14TradeKeyFields9RTSBSFLAGE", "bsflag2"},
+    {"_ZN10TradeChart14TradeKeyFields12RTSMATCHTIMEE", "matchtime"},
+    {"_ZN10TradeChart14TradeKeyFields13RTSMATCHPRICEE", "matchprice"},
+    {"_ZN10TradeChart14TradeKeyFields11RTSMATCHQTYE", "matchqty"},
+    {"_ZN10TradeChart14TradeKeyFields11RTSMATCHAMTE", "matchamt"},
+    {"_ZN10TradeChart14TradeKeyFields7RTSDATEE", "bizdate"},
+    {"_ZN10TradeChart14TradeKeyFields10RTSORDERNOE", "ordersno"},
+    {"_ZN10TradeChart14TradeKeyFields12RTSORDERDATEE", "orderdate"},
+    {"_ZN10TradeChart14TradeKeyFields14RTSORDERSTATUSE", "orderstatus"},
+    {"_ZN10TradeChart14TradeKeyFields12RTSCANCELQTYE", "cancelqty"},
+    {"_ZN10TradeChart14TradeKeyFields13RTSCANCELFLAGE", "cancelflag"},
+    {"_ZN10TradeChart14TradeKeyFields15RTSENTRUSTPRICEE", "orderprice"},
+    {"_ZN10TradeChart14TradeKeyFields13RTSENTRUSTQTYE", "orderqty"},
+    {"_ZN10TradeChart14TradeKeyFields9RTSFUNDIDE", "fundid"},
+    {"_ZN10TradeChart14TradeKeyFields14RTSENTRUSTTIMEE", "opertime"},
+    {"_ZN10TradeChart14TradeKeyFields14RTSENTRUSTDATEE", "operdate"},
+    {"_ZN10TradeChart14TradeKeyFields7ERRCODEE", "errcode"},
+    {"_ZN10TradeChart14TradeKeyFields7SUCCESSE", "success"},
+    {"_ZN10TradeChart14TradeKeyFields3MSGE", "msg"},
+    {"_ZN10TradeChart14TradeKeyFields5MSGOKE", "msgok "},
+    {"_ZN10TradeChart6BSFlag3BUYE", "B"},
+    {"_ZN10TradeChart6BSFlag4SELLE", "S"},
+    {"_ZN10TradeChart11OrderStatus4NoneE", "0"},
+    {"_ZN10TradeChart11OrderStatus7QuotingE", "1"},
+    {"_ZN10TradeChart11OrderStatus6QuotedE", "2"},
+    {"_ZN10TradeChart11OrderStatus20QuotedWaittingCancelE", "3"},
+    {"_ZN10TradeChart11OrderStatus22PartDealWaittingCancelE", "4"},
+    {"_ZN10TradeChart11OrderStatus12PartCanceledE", "5"},
+    {"_ZN10TradeChart11OrderStatus8CanceledE", "6"},
+    {"_ZN10TradeChart11OrderStatus8PartDealE", "7"},
+    {"_ZN10TradeChart11OrderStatus6DealedE", "8"},
+    {"_ZN10TradeChart11OrderStatus14AbolishedOrderE", "9"},
+    {"_ZN10TradeChart11OrderStatus13WaittingQuoteE", "A"},
+    {"_ZN10TradeChart11OrderStatus8QuotingBE", "B"},
+    {"_ZN10TradeChart11OrderStatus9ConformedE", "G"},
+};
+
+TEST_F(HandLaidHost, FindsEveryWordOfTheVocabularyAsADataSymbol)
+{
+    for (const Word &word : words) {
+        if (const QFunctionPointer symbol = find(word.symbol)) {
+            const char *text = nullptr;
+            std::memcpy(&text, reinterpret_cast<const void *>(symbol), sizeof text);
+            EXPECT_STREQ(text, word.text) << word.symbol;
+        }
+    }
 }
+
+TEST_F(HandLaidHost, CallsTheHelpersOfTheVocabularyByName)
+{
+    const auto statusText =
+        function<const char *(QString)>("_ZN10TradeChart11OrderStatus17getOrderStatusTxtE7QString");
+    const auto marketId = function<QString(short)>("_ZN10TradeChart11getMarketIdEs");
+    const auto today = function<std::int64_t()>("_ZN10TradeChart11currentDateEv");
+    const auto rounded = function<double(double, unsigned int)>("_ZN10TradeChart5roundIdEET_S1_j");
+    const auto side = function<QString(QString)>("_ZN10TradeChart8toBsFlagE7QString");
+    ASSERT_TRUE(statusText && marketId && today && rounded && side);
+    EXPECT_STREQ(statusText(QStringLiteral("a")), "待报");
+    EXPECT_EQ(marketId(24), QStringLiteral("OIL"));
+    EXPECT_GE(today(), 20240101);
+    EXPECT_EQ(rounded(1.23456, 3), 1.235);
+    EXPECT_EQ(side(QStringLiteral("0b")), QStringLiteral("B"));
+}
+
+/// A terminal that constructs an overlay of the factory by its constructor's name.
+class HandLaidHostConstructsAlone : public HandLaidHostConstructs,
+                                    public ::testing::WithParamInterface<const char *>
+{
+};
+
+TEST_P(HandLaidHostConstructsAlone, AnOverlayOfTheFactory)
+{
+    constructBy<QJsonObject, QObject *>(GetParam(), {{QStringLiteral("auto_refresh_time"), 600}}, nullptr);
+    ASSERT_NE(constructed, nullptr);
+    EXPECT_EQ(call<int>(constructed, 2), 3);
+    EXPECT_EQ(RecordedBus::instance().endPointCount(), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Classes, HandLaidHostConstructsAlone,
+    ::testing::Values("_ZN12PositionCostC1ERN7Korvane10IChartAxisE11QJsonObjectP7QObject",
+                      "_ZN7BSPointC1ERN7Korvane10IChartAxisE11QJsonObjectP7QObject",
+                      "_ZN12EntrustPointC1ERN7Korvane10IChartAxisE11QJsonObjectP7QObject"));
 
 } // namespace
