@@ -1210,6 +1210,13 @@ TEST_F(CChartTradeObjectTest, AsksTheHostForTheEndsOfTheBarUnderThePointer)
     createMarkers();
     axis.hostCalls = 0;
     overlay->hitTest(20, 0);
+TEST_F(CChartTradeObjectTest, IsNotHitWithoutACostWhateverPixelTheHostGivesIt)
+{
+    createLine("");
+    axis.pixelOf = [](double) { return 0.0; };
+    EXPECT_EQ(overlay->hitTest(0, 0.0), -1);
+}
+
     EXPECT_THAT(axis.pricesAsked, ElementsAre(13, 7));
     EXPECT_EQ(axis.hostCalls, 3) << "and xToBar";
 }

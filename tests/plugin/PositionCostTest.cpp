@@ -637,6 +637,13 @@ TEST_F(PositionCostTest, IsNotHitWithoutACost)
     EXPECT_EQ(overlay->hitTest(0, 0), -1) << "a host without a scale";
 }
 
+TEST_F(PositionCostTest, IsNotHitWithoutACostWhateverPixelTheHostGivesIt)
+{
+    createOnShanghai();
+    axis.pixelOf = [](double) { return 0.0; };
+    EXPECT_EQ(overlay->hitTest(0, 0.0), -1);
+}
+
 TEST_F(PositionCostTest, IgnoresTheMouse)
 {
     createOnShanghai();

@@ -5,6 +5,7 @@
 bool FakeAxis::visiblePriceRange(double &lowest, double &highest)
 {
     ++rangesAsked;
+    lookUp();
     lowest = low;
     highest = high;
     return hasPriceScale;
@@ -49,6 +50,7 @@ bool FakeAxis::confirmBox(const char *text)
 double FakeAxis::barToX(int bar)
 {
     ++hostCalls;
+    lookUp();
     return bar * 10.0;
 }
 
@@ -58,7 +60,18 @@ double FakeAxis::priceToY(double price, int one, int two)
     if (notesPrices) {
         pricesAsked.push_back(price);
     }
-    return one == -1 && two == -1 ? yOf(price) : -1e9; // an overlay always passes -1
+    lookUp();
+    if (one != -1 || two != -1) {
+        return -1e9; // an overlay always passes -1
+    }
+    return pixelOf ? pixelOf(price) : yOf(price);
+}
+
+void FakeAxis::lookUp() const
+{
+    if (onLookUp) {
+        onLookUp();
+    }
 }
 
 int FakeAxis::xToBar(double x)

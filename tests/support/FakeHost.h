@@ -38,7 +38,9 @@ public:
     std::function<bool()> onConfirm = [] { return false; };
     std::function<void()> onMessage;
     std::function<void()> onBarAt;
-    std::function<int(double)> barUnder; ///< in place of the usual xToBar()
+    std::function<void()> onLookUp;        ///< inside barToX(), priceToY() and visiblePriceRange()
+    std::function<int(double)> barUnder;   ///< in place of the usual xToBar()
+    std::function<double(double)> pixelOf; ///< in place of the usual priceToY()
     bool hasScreenId = true;
     bool popupHasTerminator = true; ///< false: only the lines that expectLines tells are read
     int expectLines = 0;
@@ -57,6 +59,9 @@ public:
     double priceToY(double price, int, int) override;
     int xToBar(double x) override;
     void barAt(int bar, Korvane::AnalyData &out) override;
+
+private:
+    void lookUp() const;
 };
 
 /// A painter that writes down what it is told to draw. Set barCount to the bars of the last calcIt().
