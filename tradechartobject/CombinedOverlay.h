@@ -30,8 +30,9 @@ constexpr std::size_t memorySize = 1024;
 /// The overlay starts with its QObject; its IChartObject follows so many bytes into it.
 constexpr std::size_t interfaceOffset = 2 * sizeof(void *);
 
-/// The QObject's property, an int, that holds the number of lines of the list while popupMenu() shows
-/// it: the array itself has no end mark. Libraries older than the property do not have it.
+/// The QObject's property, an int, that holds the number of lines of the list when popupMenu() is called:
+/// the array itself has no end mark. Read it on entry and keep it: a click inside the list shows another
+/// one and changes it. Libraries older than the property do not have it.
 constexpr char listLength[] = "popupLineCount";
 
 } // namespace Korvane::CombinedOverlay

@@ -1531,6 +1531,24 @@ TEST_F(CChartTradeObjectTest, IsDestroyedInsideANotificationThatComesWhileItWait
     EXPECT_THAT(requests(), SizeIs(5));
     EXPECT_EQ(bus().endPointCount(), 0);
 }
+TEST_F(CChartTradeObjectTest, TellsTheLengthOfAListThatIsShownInsideAnother)
+{
+    createMarkers();
+    hearHistory({buy(10), buy(11), buy(9)});
+    recalc();
+    std::vector<int> lengths;
+    axis.onPopup = [&] {
+        lengths.push_back(overlay->property("popupLineCount").toInt());
+        if (lengths.size() == 1) {
+            axis.expectLines = 1;
+            overlay->handleMousePress(0, axis.yOf(9.5));
+        }
+        return -1;
+    };
+    listAt(0, 10.5, 2);
+    EXPECT_THAT(lengths, ElementsAre(2, 1)) << "each as its list opens";
+}
+
 
 TEST_F(CChartTradeObjectTest, IsDestroyedInsideANotificationThatComesWhileItWaitsForTheCost)
 {

@@ -312,7 +312,7 @@ void CChartTradeObject::handleMousePress(double x, double y)
     }
     if (!lines.isEmpty()) {
         // The terminals that construct this overlay were built for a list without an end mark; others
-        // read its length from the property. It is a list to read: the choice does not matter.
+        // read its length from the property at once. It is a list to read: the choice does not matter.
         setProperty(Korvane::CombinedOverlay::listLength, static_cast<int>(lines.size()));
         lines.showUnterminated(m_axis);
     }

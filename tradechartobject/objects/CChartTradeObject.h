@@ -26,8 +26,9 @@ struct TradeMarks;
 /// questions of other overlays included: one of them for the history of the same security reads as an
 /// answer without trades.
 ///
-/// Its list has no null pointer at the end; while it is shown, the property "popupLineCount" (an int) of this
-/// object is its length.
+/// Its list has no null pointer at the end; when popupMenu() is called, the property "popupLineCount" (an
+/// int) of this object is its length. Read it on entry: a click inside the list shows another one and changes
+/// it.
 class TRADECHARTOBJECT_EXPORT CChartTradeObject : public QObject, public Korvane::IChartObject
 {
 public:
