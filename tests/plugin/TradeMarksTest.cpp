@@ -9,6 +9,7 @@
 
 #include <array>
 
+using ::testing::ElementsAre;
 using namespace TradeChart;
 
 namespace {
@@ -114,6 +115,33 @@ TEST(TradeMarks, TakesACloseThatIsNoNumberAsReached)
     Marks below(1);
     markTrades({buy(100, 1)}, {bars.data(), &time, 1}, above.borrowed(), below.borrowed());
     EXPECT_EQ(above.buys[0], 1.0);
+}
+
+std::vector<std::int64_t> timesOf(const std::vector<trade_cj> &trades)
+{
+    std::vector<std::int64_t> times;
+    for (const trade_cj &trade : trades) {
+        times.push_back(trade.matchTime);
+    }
+    return times;
+}
+
+/// Trades around a midnight, out of order.
+const std::vector<trade_cj> aroundMidnight = {buy(20240103000001, 10), buy(20240102235959, 10),
+                                              sell(20240103000000, 10), buy(0, 10), sell(20240104093000, 10)};
+
+TEST(TradeMarks, DropTheTradesFromTheBeginOfTodayOn)
+{
+    std::vector<trade_cj> trades = aroundMidnight;
+    dropTodays(trades, 20240103);
+    EXPECT_THAT(timesOf(trades), ElementsAre(20240102235959, 0));
+}
+
+TEST(TradeMarks, DropTheTradesBeforeToday)
+{
+    std::vector<trade_cj> trades = aroundMidnight;
+    dropPast(trades, 20240103);
+    EXPECT_THAT(timesOf(trades), ElementsAre(20240103000001, 20240103000000, 20240104093000));
 }
 
 struct Click

@@ -47,6 +47,12 @@ bool isOnSide(const trade_cj &trade, TradeMarker kind)
     return false;
 }
 
+template <class Condition>
+void removeIf(std::vector<trade_cj> &trades, Condition condition)
+{
+    trades.erase(std::remove_if(trades.begin(), trades.end(), condition), trades.end());
+}
+
 } // namespace
 
 void markTrades(const std::vector<trade_cj> &trades, const TimedBars &bars, const TradeMarks &above,
@@ -65,6 +71,17 @@ void markTrades(const std::vector<trade_cj> &trades, const TimedBars &bars, cons
         const TradeMarks &marks = bars.records[bar].close > trade.matchPrice ? below : above;
         (trade.isBuy ? marks.buys : marks.sells)[bar] = marked;
     }
+}
+
+void dropTodays(std::vector<trade_cj> &trades, std::int64_t today)
+{
+    removeIf(trades,
+             [start = dateTime(today, 0)](const trade_cj &trade) { return trade.matchTime >= start; });
+}
+
+void dropPast(std::vector<trade_cj> &trades, std::int64_t today)
+{
+    removeIf(trades, [start = dateTime(today, 0)](const trade_cj &trade) { return trade.matchTime < start; });
 }
 
 bool isListed(const trade_cj &trade, const ClickedMarker &marker)
@@ -88,11 +105,6 @@ constexpr int tradeMarkersType = 1;
 
 constexpr std::int64_t noDate = -1;
 
-std::int64_t startOfToday()
-{
-    return dateTime(currentDate(), 0);
-}
-
 /// Trading modules have always got this overlay's questions indented.
 QByteArray toText(const QJsonObject &request)
 {
@@ -106,12 +118,6 @@ trade_cj readTrade(const QJsonObject &row)
     return {row.value(QLatin1String(TradeKeyFields::BUY)).toBool(), 0,
             row.value(QLatin1String(TradeKeyFields::PRICE)).toDouble(),
             row.value(QLatin1String(TradeKeyFields::VOL)).toDouble()};
-}
-
-template <class Condition>
-void removeIf(std::vector<trade_cj> &trades, Condition condition)
-{
-    trades.erase(std::remove_if(trades.begin(), trades.end(), condition), trades.end());
 }
 
 } // namespace
@@ -371,7 +377,7 @@ bool CChartTradeObject::requestTodayTradeInfo()
     if (!answer) {
         return false;
     }
-    removeIf(m_trades, [today = startOfToday()](const trade_cj &trade) { return trade.matchTime >= today; });
+    dropTodays(m_trades, currentDate());
     parseTradeInfo(TradeChannel::rows(*answer), true);
     return true;
 }
@@ -392,8 +398,7 @@ void CChartTradeObject::handleTradeNotify(QByteArray topic, QByteArray payload)
         requestTodayTradeInfo();
     } else if (topic == Topic::TRADEQUERY && TradeChannel::isCommand(*message, CmdType::HISTORYTRADE)) {
         // Whoever sent it: another overlay's question of this name counts as an answer without trades.
-        removeIf(m_trades,
-                 [today = startOfToday()](const trade_cj &trade) { return trade.matchTime < today; });
+        dropPast(m_trades, currentDate());
         parseTradeInfo(TradeChannel::rows(*message), false);
     }
 }

@@ -27,6 +27,12 @@ struct TimedBars
 void markTrades(const std::vector<trade_cj> &trades, const TimedBars &bars, const TradeMarks &above,
                 const TradeMarks &below);
 
+/// Removes the trades of `today` (yyyymmdd) and later ones; the rest stay in their order.
+void dropTodays(std::vector<trade_cj> &trades, std::int64_t today);
+
+/// Removes the trades before `today` (yyyymmdd); the rest stay in their order.
+void dropPast(std::vector<trade_cj> &trades, std::int64_t today);
+
 /// A clicked marker and the part of its bar on which it stands.
 struct ClickedMarker
 {
