@@ -198,6 +198,18 @@ TEST_F(CChartTradeObjectTest, HasNoTimerAndNoParent)
     EXPECT_EQ(overlay->parent(), nullptr);
 }
 
+TEST_F(CChartTradeObjectTest, StartsNoTimerWhateverItHears)
+{
+    for (const char *json : {costLine, tradeMarkers}) {
+        create(json);
+        answerWith(todaysAnswer({buy(10)}));
+        recalc();
+        hearHistory({buy(10)});
+        hearNotification();
+        EXPECT_EQ(timer(), nullptr) << json;
+    }
+}
+
 TEST_F(CChartTradeObjectTest, IsAPluginObjectForTheHost)
 {
     EXPECT_EQ(create(costLine).type(), 3);
@@ -653,6 +665,9 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         Ignored{"OfAnotherTopic", "EntrustQuery", R"({"cmd":"HistoryTrade","stkcode":"600536",)" ROWS},
         Ignored{"OfTheTopicInOtherCase", "TRADEQUERY", R"({"cmd":"HistoryTrade","stkcode":"600536",)" ROWS},
+        Ignored{"OfALongerTopic", "TradeQuery2", R"({"cmd":"HistoryTrade","stkcode":"600536",)" ROWS},
+        Ignored{"ThatNotifyOnATopicInOtherCase", "tradenotify", R"({"stkcode":"600536"})"},
+        Ignored{"ThatNotifyOnALongerTopic", "TradeNotify2", R"({"stkcode":"600536"})"},
         Ignored{"WithTodaysCommand", "TradeQuery", R"({"cmd":"TodayTrade","stkcode":"600536",)" ROWS},
         Ignored{"WithTheCommandInOtherCase", "TradeQuery",
                 R"({"cmd":"historytrade","stkcode":"600536",)" ROWS},
@@ -966,6 +981,21 @@ TEST_F(CChartTradeObjectTest, ClearsTheMarksAtEveryCalcIt)
     EXPECT_EQ(drawn(), "- - -");
 }
 
+class CChartTradeObjectStyle : public CChartTradeObjectTest, public ::testing::WithParamInterface<int>
+{
+};
+
+TEST_P(CChartTradeObjectStyle, IsClearedAtEveryCalcIt)
+{
+    createMarkers();
+    mark(GetParam(), 1);
+    EXPECT_EQ(drawn(), "- " + std::to_string(GetParam()) + " -");
+    recalc();
+    EXPECT_EQ(drawn(), "- - -");
+}
+
+INSTANTIATE_TEST_SUITE_P(Styles, CChartTradeObjectStyle, ::testing::Range(0, 6));
+
 TEST_F(CChartTradeObjectTest, OnlyAddsMarksWhenItIsToldToMarkBetweenTwoCalcIts)
 {
     createMarkers();
@@ -985,6 +1015,21 @@ TEST_F(CChartTradeObjectTest, StaysInsideTheBarsOfTheLastCalcItWhenToldToMarkMor
     overlay->calcTradeData(more.data(), -1);
     overlay->calcTradeData(nullptr, 3);
     EXPECT_EQ(drawn(), "0 - -");
+}
+
+TEST_F(CChartTradeObjectTest, StaysInsideTheBarsThatItIsToldToMark)
+{
+    createMarkers();
+    const auto beforeAllTime = static_cast<std::uint32_t>(-5);
+    const std::vector<Korvane::AnalyData> bars = {makeDayBar(beforeAllTime), threeDays[0]};
+    calc(shanghai, bars, 4);
+    hearHistory({buy(10)});
+    for (const int count : {0, 1}) {
+        overlay->calcTradeData(bars.data(), count);
+        EXPECT_EQ(drawn(), "- -") << count;
+    }
+    overlay->calcTradeData(bars.data(), 2);
+    EXPECT_EQ(drawn(), "- 0");
 }
 
 TEST_F(CChartTradeObjectTest, MarksNothingAsACostLineWhenToldToMark)
@@ -1034,6 +1079,15 @@ TEST_F(CChartTradeObjectTest, DrawsALineOverAllBarsThenItsLabelThenEnds)
     EXPECT_EQ(painter.calls[2].kind, FakePainter::Call::EndPaint);
 }
 
+TEST_F(CChartTradeObjectTest, CutsTheLabelOfAnAbsurdCostAtItsRoom)
+{
+    createLine(R"({"costprice":"1e300"})");
+    EXPECT_TRUE(paint());
+    ASSERT_THAT(painter.calls, SizeIs(3));
+    const QByteArray number = QString::asprintf("%.2f", 1e300).toLatin1();
+    EXPECT_EQ(painter.calls[1].text, ("持仓成本:" + number).left(127));
+}
+
 TEST_F(CChartTradeObjectTest, OnlyEndsThePaintWithoutACost)
 {
     createLine("");
@@ -1065,6 +1119,16 @@ TEST_F(CChartTradeObjectScale, IsNeutralWithoutData)
     expectScale(DBL_MIN, DBL_MAX);
     createLine("");
     expectScale(DBL_MIN, DBL_MAX);
+}
+
+TEST_F(CChartTradeObjectScale, IsNeutralBeforeTheFirstCalcRatio)
+{
+    for (const char *json : {costLine, tradeMarkers, "{}"}) {
+        create(json);
+        int untouched = 4711;
+        EXPECT_EQ(overlay->maximizeValue(untouched), DBL_MIN);
+        EXPECT_EQ(overlay->minimizeValue(untouched), DBL_MAX);
+    }
 }
 
 TEST_F(CChartTradeObjectScale, SpansTheBars)
@@ -1119,6 +1183,7 @@ TEST_F(CChartTradeObjectScale, ChangesWithCalcRatioOnly)
     createMarkers();
     int untouched = 0;
     EXPECT_EQ(overlay->maximizeValue(untouched), DBL_MIN);
+    EXPECT_EQ(overlay->minimizeValue(untouched), DBL_MAX);
     overlay->calcRatio(0, 0);
     calc(shanghai, {makeDayBar(20240105, 1, 2)}, 4);
     EXPECT_EQ(overlay->maximizeValue(untouched), 13);
@@ -1143,6 +1208,13 @@ TEST_F(CChartTradeObjectTest, IsNotHitWithoutACost)
     createLine("");
     EXPECT_EQ(overlay->hitTest(0, axis.yOf(12.5)), -1);
     EXPECT_EQ(overlay->hitTest(0, nan), -1);
+}
+
+TEST_F(CChartTradeObjectTest, IsNotHitWithoutACostWhateverPixelTheHostGivesIt)
+{
+    createLine("");
+    axis.pixelOf = [](double) { return 0.0; };
+    EXPECT_EQ(overlay->hitTest(0, 0.0), -1);
 }
 
 TEST_F(CChartTradeObjectTest, IsHitAnywhereBetweenTheEndsOfAMarkedBar)
@@ -1210,13 +1282,6 @@ TEST_F(CChartTradeObjectTest, AsksTheHostForTheEndsOfTheBarUnderThePointer)
     createMarkers();
     axis.hostCalls = 0;
     overlay->hitTest(20, 0);
-TEST_F(CChartTradeObjectTest, IsNotHitWithoutACostWhateverPixelTheHostGivesIt)
-{
-    createLine("");
-    axis.pixelOf = [](double) { return 0.0; };
-    EXPECT_EQ(overlay->hitTest(0, 0.0), -1);
-}
-
     EXPECT_THAT(axis.pricesAsked, ElementsAre(13, 7));
     EXPECT_EQ(axis.hostCalls, 3) << "and xToBar";
 }
@@ -1424,6 +1489,16 @@ TEST_F(CChartTradeObjectTest, ListsMoreTradesThanItMakesRoomFor)
     EXPECT_THAT(listAt(0, 10.5, 250), SizeIs(250));
 }
 
+TEST_F(CChartTradeObjectTest, ListsAbsurdNumbersWhole)
+{
+    createMarkers();
+    hearHistory({buy(1e308, 1e308)});
+    recalc();
+    const QString number = QString::asprintf("%.0f", 1e308);
+    EXPECT_EQ(listAt(0, 10.5, 1),
+              QStringList{QStringLiteral("买入\t00:00:00\t成交价:%1.00\t成交量:%1").arg(number)});
+}
+
 TEST_F(CChartTradeObjectTest, EndsTheListWithItsLastLine)
 {
 #ifdef __SANITIZE_ADDRESS__
@@ -1454,6 +1529,24 @@ TEST_F(CChartTradeObjectTest, TellsTheLengthOfTheListThatIsShown)
     listAt(0, 10.5, 2);
     listAt(0, 9.5, 1);
     EXPECT_THAT(lengths, ElementsAre(2, 1));
+}
+
+TEST_F(CChartTradeObjectTest, TellsTheLengthOfAListThatIsShownInsideAnother)
+{
+    createMarkers();
+    hearHistory({buy(10), buy(11), buy(9)});
+    recalc();
+    std::vector<int> lengths;
+    axis.onPopup = [&] {
+        lengths.push_back(overlay->property("popupLineCount").toInt());
+        if (lengths.size() == 1) {
+            axis.expectLines = 1;
+            overlay->handleMousePress(0, axis.yOf(9.5));
+        }
+        return -1;
+    };
+    listAt(0, 10.5, 2);
+    EXPECT_THAT(lengths, ElementsAre(2, 1)) << "each as its list opens";
 }
 
 TEST_F(CChartTradeObjectTest, IgnoresTheOtherMouseOperationsAndWhatIsChosen)
@@ -1531,24 +1624,6 @@ TEST_F(CChartTradeObjectTest, IsDestroyedInsideANotificationThatComesWhileItWait
     EXPECT_THAT(requests(), SizeIs(5));
     EXPECT_EQ(bus().endPointCount(), 0);
 }
-TEST_F(CChartTradeObjectTest, TellsTheLengthOfAListThatIsShownInsideAnother)
-{
-    createMarkers();
-    hearHistory({buy(10), buy(11), buy(9)});
-    recalc();
-    std::vector<int> lengths;
-    axis.onPopup = [&] {
-        lengths.push_back(overlay->property("popupLineCount").toInt());
-        if (lengths.size() == 1) {
-            axis.expectLines = 1;
-            overlay->handleMousePress(0, axis.yOf(9.5));
-        }
-        return -1;
-    };
-    listAt(0, 10.5, 2);
-    EXPECT_THAT(lengths, ElementsAre(2, 1)) << "each as its list opens";
-}
-
 
 TEST_F(CChartTradeObjectTest, IsDestroyedInsideANotificationThatComesWhileItWaitsForTheCost)
 {
