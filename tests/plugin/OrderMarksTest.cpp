@@ -67,7 +67,12 @@ INSTANTIATE_TEST_SUITE_P(
                       PriceAndKey{"RoundedUp", 10.1226, 10123},
                       PriceAndKey{"CutOffBelowAThousandth", 1.001, 1000}, PriceAndKey{"Zero", 0.0, 0},
                       PriceAndKey{"Negative", -10.1226, -10123}, PriceAndKey{"HalfToEven", 0.0625, 62},
-                      PriceAndKey{"TooLarge", 1e300, 0}, PriceAndKey{"TooSmall", -1e300, 0},
+                      PriceAndKey{"Vast", 9.1e15, 9100000000000000000},
+                      PriceAndKey{"Largest", 9223372036854774.0, 9223372036854773760},
+                      PriceAndKey{"TooLargeByOne", 9223372036854776.0, 0},
+                      PriceAndKey{"Smallest", -9223372036854776.0, std::numeric_limits<std::int64_t>::min()},
+                      PriceAndKey{"TooSmallByOne", -9223372036854778.0, 0}, PriceAndKey{"TooLarge", 1e300, 0},
+                      PriceAndKey{"TooSmall", -1e300, 0},
                       PriceAndKey{"Infinite", std::numeric_limits<double>::infinity(), 0},
                       PriceAndKey{"NotANumber", std::numeric_limits<double>::quiet_NaN(), 0}),
     ByName());

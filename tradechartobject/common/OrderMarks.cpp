@@ -14,7 +14,7 @@ namespace {
 
 constexpr unsigned int priceDecimals = 3;
 constexpr double keysPerUnit = 1000.0;
-constexpr double largestKey = 9.0e18; // what a 64-bit integer surely holds
+constexpr double endOfKeys = 9223372036854775808.0; // 2^63: keys are signed 64-bit integers
 
 enum class StatusGroup { PartDealt, Waiting, Dealt };
 
@@ -77,7 +77,8 @@ const Transition &transitionOf(bool isBuy, StatusGroup group)
 std::int64_t priceKey(double price)
 {
     const double thousandths = TradeChart::round<double>(price, priceDecimals) * keysPerUnit;
-    return std::abs(thousandths) < largestKey ? static_cast<std::int64_t>(thousandths) : 0;
+    const bool isKey = -endOfKeys <= thousandths && thousandths < endOfKeys;
+    return isKey ? static_cast<std::int64_t>(thousandths) : 0;
 }
 
 void addOrder(const EntrustInfo &order, std::map<std::int64_t, int> &marks)
