@@ -1445,6 +1445,22 @@ protected:
         const QJsonObject sent = QJsonDocument::fromJson(questions().back()).object();
         bus().sent.clear();
         return sent.value(QLatin1String("objectId")).toString();
+TEST_F(EntrustPointTest, ListsTheOrdersThatStoodOnTheBarWhenAnAnswerComesInsideALookUp)
+{
+    createOnThreeMinutes();
+    hearOrders({Row(), Row{"0S"}, Row{"0B", "2", "10", "9330000"}});
+    axis.onLookUp = [this] { hearOrders({Row{"0B", "2", "10", "9330000", QString::number(today), "99"}}); };
+    EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001", "700001"));
+}
+
+TEST_F(EntrustPointTest, GoesOnToTheNextBarWhenAnAnswerComesInsideALookUp)
+{
+    createOnThreeMinutes();
+    hearOrders({Row(), Row{"0B", "2", "10", "9330000"}});
+    axis.onLookUp = [this] { hearOrders({Row{"0B", "2", "10", "9330000", QString::number(today), "99"}}); };
+    EXPECT_THAT(listAt(20, yOfTen()), ElementsAre("99"));
+}
+
     }
 
     void hearCancelled(const QJsonObject &rest)

@@ -406,21 +406,21 @@ void EntrustPoint::handleMousePress(double x, double y)
 }
 
 /// The orders behind the marker at a pixel: those of the first bar, from the left, that has one there.
+/// Works on copies and keeps no place in the map: a host that lays out its chart only when it is asked for
+/// a pixel may hand over bars or let in an answer meanwhile.
 std::vector<EntrustInfo> EntrustPoint::ordersAt(double x, double y) const
 {
     std::vector<EntrustInfo> found;
-    for (const auto &[bar, orders] : m_barOrders) {
-        if (!(std::abs(x - m_axis.barToX(bar)) < catchDistance)) {
-            continue;
+    for (auto next = m_barOrders.begin(); found.empty() && next != m_barOrders.end();) {
+        const auto [bar, orders] = *next;
+        if (std::abs(x - m_axis.barToX(bar)) < catchDistance) {
+            PriceRange visible;
+            m_axis.visiblePriceRange(visible.low, visible.high);
+            std::copy_if(
+                orders.begin(), orders.end(), std::back_inserter(found),
+                [&](const EntrustInfo &order) { return isOnMarker(m_axis, order.orderPrice, visible, y); });
         }
-        PriceRange visible;
-        m_axis.visiblePriceRange(visible.low, visible.high);
-        std::copy_if(orders.begin(), orders.end(), std::back_inserter(found), [&](const EntrustInfo &order) {
-            return isOnMarker(m_axis, order.orderPrice, visible, y);
-        });
-        if (!found.empty()) {
-            break;
-        }
+        next = m_barOrders.upper_bound(bar);
     }
     return found;
 }
