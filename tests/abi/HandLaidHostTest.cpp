@@ -25,6 +25,7 @@
 #include <vector>
 
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 namespace {
@@ -604,6 +605,12 @@ TEST_F(HandLaidHost, DrivesTheOrderPointsThroughTheirSlots)
     EXPECT_THAT(axis.popupLines, ElementsAre(text));
     EXPECT_THAT(axis.calls, ElementsAre("barToX 1", "visiblePriceRange", "priceToY", "popupMenu",
                                         "confirmBox 撤单?\n" + text));
+
+    axis.calls.clear();
+    for (int mouse = 11; mouse <= 14; ++mouse) {
+        call<void>(overlay, mouse, 100.0, 1000.0 - 10.0);
+    }
+    EXPECT_THAT(axis.calls, IsEmpty());
 
     ASSERT_THAT(bus.sent, SizeIs(2));
     QByteArray answer = bus.sent[1].payload;

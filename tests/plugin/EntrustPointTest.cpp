@@ -17,6 +17,7 @@
 #include <limits>
 #include <stdexcept>
 
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
@@ -69,6 +70,11 @@ QJsonObject with(QJsonObject row, const char *key, const QJsonValue &value)
 {
     row.insert(QLatin1String(key), value);
     return row;
+}
+
+MATCHER(IsOfTheDefaultCategory, "")
+{
+    return arg.category == QLatin1String("default");
 }
 
 class EntrustPointTest : public OverlayTest<EntrustPoint>
@@ -296,6 +302,15 @@ TEST_F(EntrustPointTest, AsksForTheDayOfTheLastBarOnThePastChart)
     EXPECT_EQ(
         bus().sent[0].payload,
         R"({"cmd":"EntrustHistoryTrade","date":20240105,"market":"SZ","screenId":"screen-1","stkcode":"000001"})");
+}
+
+TEST_F(EntrustPointTest, AsksForTheDayOfTheLastBarAlsoWhenItIsNotTheLatest)
+{
+    axis.mode = 2;
+    create();
+    calc(shanghai, {makeMinuteBar(20240105, 1500), makeMinuteBar(20240104, 1500)}, 21);
+    ASSERT_THAT(questions(), SizeIs(1));
+    EXPECT_THAT(questions()[0].toStdString(), HasSubstr(R"("date":20240104,)"));
 }
 
 TEST_F(EntrustPointTest, AsksNothingInOtherChartModes)
@@ -668,6 +683,29 @@ TEST_P(EntrustPointCommand, IsNotHeardAsANotification)
 INSTANTIATE_TEST_SUITE_P(Commands, EntrustPointCommand,
                          ::testing::Values("EntrustTodayTrade", "EntrustHistoryTrade"));
 
+TEST_P(EntrustPointCommand, IsHeardWithoutACodeWhileItShowsNoSecurity)
+{
+    create();
+    const QJsonObject empty{{QStringLiteral("cmd"), QLatin1String(GetParam())},
+                            {QStringLiteral("data"), QJsonArray()}};
+    hear(Topic::TRADEQUERY, empty);
+    EXPECT_TRUE(timer()->isActive());
+    EXPECT_EQ(timer()->interval(), 10000);
+    hear(Topic::TRADEQUERY, with(empty, "data", QJsonArray{anOrder()}));
+    EXPECT_THAT(axis.updated, SizeIs(1));
+}
+
+TEST_P(EntrustPointCommand, AsksForARepaintBeforeItRestartsItsTimer)
+{
+    createOnThreeMinutes();
+    timer()->stop();
+    bool wasActive = true;
+    axis.onUpdate = [&] { wasActive = timer()->isActive(); };
+    hearOrders({Row()}, GetParam());
+    EXPECT_FALSE(wasActive);
+    EXPECT_TRUE(timer()->isActive());
+}
+
 TEST_F(EntrustPointTest, ReportsSuccessWhateverTheAnswerHolds)
 {
     createOnThreeMinutes();
@@ -844,6 +882,7 @@ TEST_F(EntrustPointTest, LogsAnUnreadableRowByteForByte)
     EXPECT_THAT(log.lines(QtDebugMsg),
                 ElementsAre(QStringLiteral("Error:unknown bsflag2 or order status is empty:"),
                             QStringLiteral(R"("{\n    \"bsflag2\": \"0F\",\n    \"market\": \"1\"\n}\n")")));
+    EXPECT_THAT(log.all(), Each(IsOfTheDefaultCategory()));
 }
 
 TEST_F(EntrustPointTest, SkipsAnUnreadableRowOfAnotherMarketWithoutALine)
@@ -861,6 +900,18 @@ TEST_F(EntrustPointTest, SkipsWhatIsNoObjectLikeARowOfNoMarket)
     hear(Topic::TRADEQUERY, answer("EntrustTodayTrade", QJsonArray{5, QStringLiteral("x"), anOrder()}));
     EXPECT_THAT(drawn(), SizeIs(1));
     EXPECT_THAT(log.all(), IsEmpty());
+}
+
+TEST_F(EntrustPointTest, TakesWhatIsNoObjectForAnEmptyRowOfAMarketWithoutCode)
+{
+    create();
+    calc(makeSecurity(12, "600536", 1), threeMinutes, 21);
+    const LogCapture log;
+    hear(Topic::TRADEQUERY, answer("EntrustTodayTrade", QJsonArray{5}));
+    EXPECT_FALSE(paint());
+    EXPECT_THAT(log.lines(QtDebugMsg),
+                ElementsAre(QStringLiteral("Error:unknown bsflag2 or order status is empty:"),
+                            QStringLiteral(R"("{\n}\n")")));
 }
 
 TEST_F(EntrustPointTest, KeepsTheMarkersWhenNoRowOfAnAnswerIsReadable)
@@ -1394,6 +1445,22 @@ TEST_F(EntrustPointTest, ListsAllOrdersUnderThePixelInTheOrderOfTheAnswer)
     EXPECT_THAT(listAt(0, yOfTen() + 1), ElementsAre("3", "1", "2"));
 }
 
+TEST_F(EntrustPointTest, ListsTheOrdersThatStoodOnTheBarWhenAnAnswerComesInsideALookUp)
+{
+    createOnThreeMinutes();
+    hearOrders({Row(), Row{"0S"}, Row{"0B", "2", "10", "9330000"}});
+    axis.onLookUp = [this] { hearOrders({Row{"0B", "2", "10", "9330000", QString::number(today), "99"}}); };
+    EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001", "700001"));
+}
+
+TEST_F(EntrustPointTest, GoesOnToTheNextBarWhenAnAnswerComesInsideALookUp)
+{
+    createOnThreeMinutes();
+    hearOrders({Row(), Row{"0B", "2", "10", "9330000"}});
+    axis.onLookUp = [this] { hearOrders({Row{"0B", "2", "10", "9330000", QString::number(today), "99"}}); };
+    EXPECT_THAT(listAt(20, yOfTen()), ElementsAre("99"));
+}
+
 TEST_F(EntrustPointTest, AnswersAClickWhateverThePeriodThatWasRefusedLast)
 {
     createOnThreeMinutes();
@@ -1417,11 +1484,16 @@ TEST_F(EntrustPointTest, IgnoresTheOtherMouseOperations)
 {
     createOnThreeMinutes();
     hearOrders({Row()});
+    axis.updated.clear();
+    axis.hostCalls = 0;
     overlay->handleMousePressR(0, yOfTen());
     overlay->handleMouseRelease(0, yOfTen());
     overlay->handleMouseReleaseR(0, yOfTen());
     overlay->handleMouseMove(0, yOfTen());
     EXPECT_THAT(axis.popups, IsEmpty());
+    EXPECT_THAT(axis.updated, IsEmpty());
+    EXPECT_EQ(axis.hostCalls, 0);
+    EXPECT_THAT(questions(), IsEmpty());
 }
 
 // Cancelling
@@ -1445,30 +1517,13 @@ protected:
         const QJsonObject sent = QJsonDocument::fromJson(questions().back()).object();
         bus().sent.clear();
         return sent.value(QLatin1String("objectId")).toString();
-TEST_F(EntrustPointTest, ListsTheOrdersThatStoodOnTheBarWhenAnAnswerComesInsideALookUp)
-{
-    createOnThreeMinutes();
-    hearOrders({Row(), Row{"0S"}, Row{"0B", "2", "10", "9330000"}});
-    axis.onLookUp = [this] { hearOrders({Row{"0B", "2", "10", "9330000", QString::number(today), "99"}}); };
-    EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001", "700001"));
-}
-
-TEST_F(EntrustPointTest, GoesOnToTheNextBarWhenAnAnswerComesInsideALookUp)
-{
-    createOnThreeMinutes();
-    hearOrders({Row(), Row{"0B", "2", "10", "9330000"}});
-    axis.onLookUp = [this] { hearOrders({Row{"0B", "2", "10", "9330000", QString::number(today), "99"}}); };
-    EXPECT_THAT(listAt(20, yOfTen()), ElementsAre("99"));
-}
-
     }
 
-    void hearCancelled(const QJsonObject &rest)
+    void hearCancelled(const QJsonObject &rest) { hear(Topic::TRADEQUERY, cancelAnswer(rest)); }
+
+    QJsonObject cancelAnswer(QJsonObject rest)
     {
-        QJsonObject message = rest;
-        message.insert(QStringLiteral("cmd"), QStringLiteral("EntrustCancel"));
-        message.insert(QStringLiteral("objectId"), objectId());
-        hear(Topic::TRADEQUERY, message);
+        return with(with(rest, "cmd", QStringLiteral("EntrustCancel")), "objectId", objectId());
     }
 };
 
@@ -1539,6 +1594,7 @@ TEST_F(EntrustPointCancel, LogsAChoiceThatIsNotInTheList)
                             QStringLiteral("Unknown select: 1000 , select size: 2"),
                             QStringLiteral("Unknown select: 2147483647 , select size: 2"),
                             QStringLiteral("Unknown select: -2147483648 , select size: 2")));
+    EXPECT_THAT(log.all(), Each(IsOfTheDefaultCategory()));
     EXPECT_THAT(axis.questions, IsEmpty());
     EXPECT_THAT(questions(), IsEmpty());
 }
@@ -1688,6 +1744,23 @@ TEST_F(EntrustPointCancel, KnowsItsAnswersByTheExactId)
     EXPECT_THAT(axis.messages, IsEmpty());
 }
 
+TEST_F(EntrustPointCancel, AnswerIsNotHeardAsANotification)
+{
+    for (const int mode : {1, 2}) {
+        axis.mode = mode;
+        hear(Topic::TRADENOTIFY, cancelAnswer({{QStringLiteral("msg"), QStringLiteral("text")}}));
+    }
+    EXPECT_THAT(axis.messages, IsEmpty());
+}
+
+TEST_F(EntrustPointCancel, AnswerShowsNoMessageAfterDeleteObject)
+{
+    const QJsonObject answer = cancelAnswer({{QStringLiteral("msg"), QStringLiteral("text")}});
+    overlay->deleteObject();
+    hear(Topic::TRADEQUERY, answer);
+    EXPECT_THAT(axis.messages, IsEmpty());
+}
+
 TEST_F(EntrustPointCancel, AnswerStartsNoTimerAndAsksForNoRepaint)
 {
     timer()->stop();
@@ -1719,6 +1792,19 @@ TEST_F(EntrustPointTest, AsksForTodaysOrdersASecondAfterANotification)
     EXPECT_THAT(
         questions(),
         ElementsAre(R"({"cmd":"EntrustTodayTrade","market":"SH","screenId":"screen-1","stkcode":"600536"})"));
+}
+
+TEST_F(EntrustPointTest, WaitsOneSecondAlsoWhenThereIsAlwaysSomethingToDo)
+{
+    createOnThreeMinutes();
+    QTimer busy;
+    busy.start(0);
+    QElapsedTimer clock;
+    clock.start();
+    notify();
+    EXPECT_GE(clock.elapsed(), 950);
+    EXPECT_LT(clock.elapsed(), 5000);
+    EXPECT_EQ(todayQuestions(), 1);
 }
 
 TEST_F(EntrustPointTest, HearsANotificationInAnyLetterCaseWhateverElseItSays)
@@ -2050,6 +2136,7 @@ TEST_F(EntrustPointCancel, LogsItsQuestions)
             QStringLiteral(
                 R"(send sendCancelOrderReq: "{\"cmd\":\"EntrustCancel\",\"market\":\"SH\",\"objectId\":\"%1\",\"orderdate\":\"20240102\",\"ordersno\":\"5\",\"screenId\":\"screen-1\",\"stkcode\":\"600536\"}")")
                 .arg(id)));
+    EXPECT_THAT(log.all(), Each(IsOfTheDefaultCategory()));
 }
 
 TEST_F(EntrustPointTest, WritesNoDebugLineWhenTheDebugLogIsOff)
