@@ -130,10 +130,17 @@ QString TerminalProgram::openLibrary()
     return {};
 }
 
+/// A picture of bars alone asks nobody. The orders of a replay are placed without overlays, too, and its panel
+/// shows the account.
+bool TerminalProgram::asksTradeModule() const
+{
+    const bool isTraded = isReplay() && !(m_options.orders.empty() && m_options.ledger.isEmpty());
+    return isTraded || !m_options.overlays.isEmpty();
+}
+
 void TerminalProgram::startServices()
 {
-    const bool isNeeded = m_hasLibrary && (!takesPicture() || !m_options.overlays.isEmpty());
-    if (!isNeeded) {
+    if (takesPicture() && !asksTradeModule()) {
         return;
     }
     if (m_options.startsBroker) {
@@ -171,7 +178,7 @@ void TerminalProgram::startSnapshot()
     m_window->grab();
     m_snapshot = std::make_unique<Snapshot>(m_window.get(), m_options, nullptr);
     connect(m_snapshot.get(), &Snapshot::finished, this, &TerminalProgram::endSnapshot, Qt::QueuedConnection);
-    if (m_options.overlays.isEmpty()) {
+    if (!asksTradeModule()) {
         playAtOnce();
         m_snapshot->finish();
         return;
@@ -217,9 +224,6 @@ void TerminalProgram::playAtOnce()
 
 void TerminalProgram::goOn()
 {
-    if (m_snapshot) {
-        m_snapshot->setHindrance({});
-    }
     m_window->trade()->desk()->refresh(); // the last quotes may have dealt orders
     if (m_window->overlays() != nullptr) {
         m_window->overlays()->renew();
@@ -230,6 +234,9 @@ void TerminalProgram::goOn()
         m_window->replay()->play();
     }
     m_isGoing = true;
+    if (m_snapshot) {
+        m_snapshot->takeWhenComplete();
+    }
 }
 
 /// A picture without an order of its scene would be another one.

@@ -40,6 +40,7 @@ private:
     void rememberWindow();
     void openReplay();
     QString openLibrary();
+    bool asksTradeModule() const;
     void startServices();
     void joinBus();
     void startSnapshot();

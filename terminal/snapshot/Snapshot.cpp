@@ -34,6 +34,13 @@ void Snapshot::listen(const QString &address)
     m_watch.start(address);
 }
 
+void Snapshot::takeWhenComplete()
+{
+    m_isDue = true;
+    m_hindrance.clear();
+    checkProgress();
+}
+
 QStringList Snapshot::missing() const
 {
     QStringList missing = m_watch.missing();
@@ -45,7 +52,7 @@ QStringList Snapshot::missing() const
 
 void Snapshot::checkProgress()
 {
-    if (!m_finished && m_window->overlays() != nullptr && missing().isEmpty()) {
+    if (!m_finished && m_isDue && missing().isEmpty()) {
         finish();
     }
 }

@@ -31,6 +31,9 @@ public:
     /// Writes the picture at once, without overlays to wait for.
     void finish();
 
+    /// The scene is set: nothing but answers is waited for from here on.
+    void takeWhenComplete();
+
     /// What stands in the way besides the answers, for the message of a time-out.
     void setHindrance(const QString &hindrance) { m_hindrance = hindrance; }
 
@@ -55,6 +58,7 @@ private:
     QTimer m_timeout;
     QString m_hindrance;
     bool m_listening = false;
+    bool m_isDue = false; ///< the scene is set
     bool m_finished = false;
 };
 

@@ -46,10 +46,11 @@ TEST_F(ReplayProgram, DrawsADayAsFarAsItWasPlayed)
 class OrderScene : public ReplayProgram
 {
 protected:
-    Outcome takePicture(const char *minute, const QStringList &orders)
+    Outcome takePicture(const char *minute, const QStringList &orders,
+                        const QStringList &overlays = {QStringLiteral("--overlays"),
+                                                       QStringLiteral("orders")})
     {
-        QStringList arguments = withLedger() + replayTo(minute) +
-                                QStringList({QStringLiteral("--overlays"), QStringLiteral("orders")});
+        QStringList arguments = withLedger() + replayTo(minute) + overlays;
         for (const QString &order : orders) {
             arguments += {QStringLiteral("--order"), order};
         }
@@ -106,6 +107,13 @@ TEST_F(OrderScene, ShowsTheOrdersAsTheLastQuoteLeftThem)
     const int waiting = markerPixels(10 * 60 + 42, 50.40, theme.rise);
     EXPECT_GT(waiting, 10);
     EXPECT_GT(dealt, 2 * waiting); // filled, not hollow
+}
+
+TEST_F(OrderScene, PlacesItsOrdersWithoutOverlaysToo)
+{
+    const Outcome outcome = takePicture("1335", {QStringLiteral("0945 buy 3000 50.70")}, {});
+    ASSERT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
+    EXPECT_THAT(orders(), HasSubstr("buy 50.70 3000 3000 0 已成"));
 }
 
 TEST_F(OrderScene, IsNotDrawnWithoutAnOrderThatIsRefused)
