@@ -1,8 +1,7 @@
 #include "terminal/chart/TimeTicks.h"
 
 #include "terminal/chart/VisibleBars.h"
-
-#include <QDate>
+#include "terminal/data/CalendarDate.h"
 
 #include <algorithm>
 #include <iterator>
@@ -27,16 +26,6 @@ constexpr CalendarStep calendarSteps[] = {
 };
 
 constexpr int minuteSteps[] = {1, 2, 5, 10, 15, 30, 60, 120};
-
-QDate dateOf(const Bar &bar)
-{
-    return {bar.date / 10000, bar.date / 100 % 100, bar.date % 100};
-}
-
-int packed(const QDate &date)
-{
-    return date.year() * 10000 + date.month() * 100 + date.day();
-}
 
 /// The start of the step that holds `date`.
 QDate stepStart(const QDate &date, const CalendarStep &step)
@@ -66,7 +55,7 @@ QString dateLabel(const QDate &date, const QDate &previous, const CalendarStep &
 const CalendarStep &fittingStep(const Bars &bars, const BarRange &range, double spacing)
 {
     const double days =
-        static_cast<double>(dateOf(bars[range.first]).daysTo(dateOf(bars[range.end - 1]))) + 1;
+        static_cast<double>(dateOf(bars[range.first].date).daysTo(dateOf(bars[range.end - 1].date))) + 1;
     const double daysPerBar = days / static_cast<double>(range.end - range.first);
     const auto *const fitting =
         std::find_if(std::begin(calendarSteps), std::end(calendarSteps),
@@ -85,14 +74,14 @@ std::vector<TimeTick> calendarTicks(const Bars &bars, const BarRange &range, dou
     std::vector<TimeTick> ticks;
     const auto end = bars.begin() + static_cast<std::ptrdiff_t>(range.end);
     auto bar = bars.begin() + static_cast<std::ptrdiff_t>(range.first);
-    QDate previous = dateOf(*bar);
+    QDate previous = dateOf(bar->date);
     while (bar != end) {
-        const int next = packed(nextStep(stepStart(dateOf(*bar), step), step));
+        const int next = packedDate(nextStep(stepStart(dateOf(bar->date), step), step));
         bar = std::lower_bound(bar, end, next, [](const Bar &one, int date) { return one.date < date; });
         const auto number = static_cast<size_t>(bar - bars.begin());
         if (bar != end && isFarEnough(ticks, number, spacing)) {
-            ticks.push_back({number, dateLabel(dateOf(*bar), previous, step)});
-            previous = dateOf(*bar);
+            ticks.push_back({number, dateLabel(dateOf(bar->date), previous, step)});
+            previous = dateOf(bar->date);
         }
     }
     return ticks;
@@ -141,7 +130,7 @@ std::vector<TimeTick> timeTicks(const Bars &bars, const BarSpan &span, double sp
 
 QString timeText(const Bar &bar)
 {
-    const QString date = dateOf(bar).toString(Qt::ISODate);
+    const QString date = dateText(bar.date);
     return bar.minute > 0 ? date + QLatin1Char(' ') + clockText(bar.minute) : date;
 }
 

@@ -1,6 +1,6 @@
 #include "terminal/data/BarAggregation.h"
 
-#include <QDate>
+#include "terminal/data/CalendarDate.h"
 
 #include <algorithm>
 
@@ -11,7 +11,7 @@ namespace {
 qint64 weekOf(std::int32_t date)
 {
     // Julian day 0 was a Monday.
-    return QDate(date / 10000, date / 100 % 100, date % 100).toJulianDay() / 7;
+    return dateOf(date).toJulianDay() / 7;
 }
 
 qint64 monthOf(std::int32_t date)

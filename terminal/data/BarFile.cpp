@@ -1,10 +1,10 @@
 #include "terminal/data/BarFile.h"
 
+#include "terminal/data/CalendarDate.h"
 #include "terminal/data/CsvFile.h"
 #include "terminal/data/TradingHours.h"
 
 #include <QCoreApplication>
-#include <QDate>
 
 #include <cmath>
 
@@ -20,11 +20,6 @@ QString text(const char *source)
 QString quoted(const char *source, const QByteArray &field)
 {
     return text(source).arg(QString::fromUtf8(field.left(40)));
-}
-
-bool isDate(int yyyymmdd)
-{
-    return QDate::isValid(yyyymmdd / 10000, yyyymmdd / 100 % 100, yyyymmdd % 100);
 }
 
 /// Digits only: no sign, blank or fraction may stand in a date or a time.
@@ -83,7 +78,7 @@ QString takePrices(const QList<QByteArray> &fields, Bar bar, Bars *bars)
 QString takeDay(const QList<QByteArray> &fields, Bars *bars)
 {
     Bar bar;
-    if (!readWhole(fields.first(), &bar.date) || !isDate(bar.date)) {
+    if (!readWhole(fields.first(), &bar.date) || !dateOf(bar.date).isValid()) {
         return quoted("\"%1\" is not a date of the form yyyymmdd", fields.first());
     }
     if (!bars->empty() && bar.date <= bars->back().date) {

@@ -2,10 +2,10 @@
 
 #include "terminal/data/BarAggregation.h"
 #include "terminal/data/BarFile.h"
+#include "terminal/data/CalendarDate.h"
 #include "terminal/data/TradingHours.h"
 
 #include <QCoreApplication>
-#include <QDate>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -29,11 +29,6 @@ QString codesOf(const Securities &securities)
         codes.append(security.code);
     }
     return codes.join(QStringLiteral(", "));
-}
-
-QDate dateOf(std::int32_t yyyymmdd)
-{
-    return {yyyymmdd / 10000, yyyymmdd / 100 % 100, yyyymmdd % 100};
 }
 
 /// The last bar before `day`; a bar without a date when there is none.

@@ -1,5 +1,7 @@
 #include "terminal/trade/OrdersPanel.h"
 
+#include "terminal/data/CalendarDate.h"
+
 #include <QEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -24,11 +26,6 @@ constexpr int positionsShare = 460;
 /// Which columns take the room that the texts of the others leave.
 constexpr int statusColumn = 6;
 constexpr int nameColumn = 1;
-
-QString dayText(std::int32_t day)
-{
-    return QDate(day / 10000, day / 100 % 100, day % 100).toString(Qt::ISODate);
-}
 
 } // namespace
 
@@ -162,7 +159,7 @@ void OrdersPanel::showAccount()
 
 void OrdersPanel::showTexts()
 {
-    const QString title = m_day == 0 ? tr("Today's orders") : tr("Orders of %1").arg(dayText(m_day));
+    const QString title = m_day == 0 ? tr("Today's orders") : tr("Orders of %1").arg(dateText(m_day));
     m_ordersCaption->setText(m_isAnswering ? title : tr("%1 · no answer from the trading module").arg(title));
     m_ordersView->setAccessibleName(title);
     m_positionsView->setAccessibleName(tr("Positions"));

@@ -3,6 +3,7 @@
 #include "terminal/chart/ChartInput.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/chart/ReadoutBar.h"
+#include "terminal/data/CalendarDate.h"
 #include "terminal/replay/ReplayedChart.h"
 #include "terminal/snapshot/Picture.h"
 #include "terminal/trade/TradeDocks.h"
@@ -30,12 +31,6 @@ TradeDocks::CloseBefore closeBeforeToday(const ChartSource &source)
     return [&source](const ChartData &shown) {
         return source.closeBefore(shown.security.code, static_cast<std::int32_t>(TradeChart::currentDate()));
     };
-}
-
-QString dayText(std::int32_t day)
-{
-    const QString digits = QString::number(day);
-    return digits.left(4) + QLatin1Char('-') + digits.mid(4, 2) + QLatin1Char('-') + digits.mid(6);
 }
 
 } // namespace
@@ -285,7 +280,7 @@ void MainWindow::showChoices()
     }
     m_days->clear();
     for (const std::int32_t day : m_source.minuteDays(shown.security.code)) {
-        m_days->addItem(dayText(day), day);
+        m_days->addItem(dateText(day), day);
     }
     m_daysAction->setVisible(shown.period == ChartPeriod::Minute);
     if (!shown.bars.empty()) {

@@ -1,19 +1,13 @@
 #pragma once
 
+#include "terminal/data/CalendarDate.h"
 #include "terminal/data/DataFolder.h"
-
-#include <QDate>
 
 #include <algorithm>
 #include <cmath>
 #include <random>
 
 namespace Terminal {
-
-inline std::int32_t packedDate(const QDate &date)
-{
-    return date.year() * 10000 + date.month() * 100 + date.day();
-}
 
 /// A random walk of daily bars, each opening where the last one closed; always the same for a seed.
 inline Bars walkingBars(int count, unsigned seed = 1)
