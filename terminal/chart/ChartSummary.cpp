@@ -40,15 +40,29 @@ QString rangeText(const Bars &bars, const BarRange &range)
         .arg(range.end - range.first);
 }
 
-QString lastBarText(const Bars &bars)
+QString lastBarText(const ChartData &data)
 {
-    const double before = bars.size() > 1 ? bars[bars.size() - 2].close : bars.back().open;
-    const double change = before == 0 ? 0 : (bars.back().close - before) / before;
+    const Bar &last = data.bars.back();
     return text("last %1: close %2, change %3")
-        .arg(timeText(bars.back()), priceText(bars.back().close), changeText(change));
+        .arg(timeText(last), priceText(last.close), changeText(changeAt(data.bars.size() - 1, data)));
+}
+
+/// What the change of a bar is measured from.
+double priceBefore(size_t bar, const ChartData &data)
+{
+    if (data.period == ChartPeriod::Minute) {
+        return data.previousClose.value_or(data.bars.front().open);
+    }
+    return bar > 0 ? data.bars[bar - 1].close : data.bars.front().open;
 }
 
 } // namespace
+
+double changeAt(size_t bar, const ChartData &data)
+{
+    const double before = priceBefore(bar, data);
+    return before == 0 ? 0 : (data.bars[bar].close - before) / before;
+}
 
 QString chartTitle(const ChartView &chart)
 {
@@ -86,7 +100,7 @@ QString chartSummary(const ChartView &chart)
     if (range.first == range.end) {
         return {};
     }
-    QStringList parts = {chartTitle(chart), rangeText(bars, range), lastBarText(bars)};
+    QStringList parts = {chartTitle(chart), rangeText(bars, range), lastBarText(chart.data())};
     const QString overlays = chart.overlaySummary();
     if (!overlays.isEmpty()) {
         parts.append(overlays);

@@ -7,6 +7,11 @@
 namespace Terminal {
 
 class ChartView;
+struct ChartData;
+
+/// The change that a bar closed with, as a ratio: of a minute against the close of the trading day before,
+/// else of the day's first open; of other bars against the bar before, of the first against its open.
+double changeAt(size_t bar, const ChartData &data);
 
 /// The security and the period of a chart.
 QString chartTitle(const ChartView &chart);

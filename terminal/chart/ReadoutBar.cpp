@@ -1,5 +1,6 @@
 #include "terminal/chart/ReadoutBar.h"
 
+#include "terminal/chart/ChartSummary.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/chart/NumberText.h"
 #include "terminal/chart/TimeTicks.h"
@@ -66,13 +67,6 @@ size_t ReadoutBar::shownBar() const
     return m_bar >= 0 ? static_cast<size_t>(m_bar) : m_chart->data().bars.size() - 1;
 }
 
-double ReadoutBar::changeOf(size_t bar) const
-{
-    const Bars &bars = m_chart->data().bars;
-    const double before = bar > 0 ? bars[bar - 1].close : bars[bar].open;
-    return before == 0 ? 0 : (bars[bar].close - before) / before;
-}
-
 QString ReadoutBar::summary() const
 {
     const ChartData &shown = m_chart->data();
@@ -84,7 +78,7 @@ QString ReadoutBar::summary() const
     return tr("%1 %2, %3, %4: open %5, high %6, low %7, close %8, change %9")
         .arg(shown.security.name, shown.security.code, periodTitle(shown.period), timeText(bar),
              priceText(bar.open), priceText(bar.high), priceText(bar.low), priceText(bar.close),
-             changeText(changeOf(number)));
+             changeText(changeAt(number, shown)));
 }
 
 void ReadoutBar::paintEvent(QPaintEvent * /*event*/)
@@ -114,7 +108,7 @@ void ReadoutBar::paintNumbers(QPainter *painter, int x) const
     const ChartTheme &theme = m_chart->theme();
     const size_t number = shownBar();
     const Bar &bar = m_chart->data().bars[number];
-    const double change = changeOf(number);
+    const double change = changeAt(number, m_chart->data());
     const QColor colour = change >= 0 ? theme.rise : theme.fall;
     const struct
     {

@@ -29,7 +29,6 @@ protected:
 private:
     void showBar(int bar);
     size_t shownBar() const;
-    double changeOf(size_t bar) const;
     int paintTitle(QPainter *painter, int x) const;
     void paintNumbers(QPainter *painter, int x) const;
 

@@ -83,7 +83,11 @@ Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period, std:
     if (!bars) {
         return Loaded<ChartData>::failure(bars.error());
     }
-    return ChartData{*security, period, bars.value()};
+    ChartData data{*security, period, bars.value()};
+    if (period == ChartPeriod::Minute) {
+        data.previousClose = closeBefore(code, data.bars.front().date);
+    }
+    return data;
 }
 
 Loaded<Bars> DataFolder::loadBars(const QString &code, ChartPeriod period, std::int32_t day) const

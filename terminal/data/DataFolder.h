@@ -18,6 +18,8 @@ struct ChartData
     Bars bars;
     /// Of a chart that grows: the minutes that its next bars will have. The time axis has room for them.
     std::vector<std::int32_t> ahead = {};
+    /// Of a minute chart: the close of the trading day before, see DataFolder::closeBefore().
+    std::optional<double> previousClose = {};
 };
 
 /// A folder of market data: `securities.csv`, `daily/<code>.csv` and `minute/<code>_<yyyymmdd>.csv`.

@@ -17,11 +17,10 @@ Replay::Replay(QObject *parent) : QObject(parent)
     connect(&m_minute, &QTimer::timeout, this, &Replay::step);
 }
 
-void Replay::open(const ChartData &day, std::int32_t today, std::optional<double> previousClose)
+void Replay::open(const ChartData &day, std::int32_t today)
 {
     m_day = day;
     m_recordedDate = day.bars.front().date;
-    m_previousClose = previousClose;
     for (Bar &bar : m_day.bars) {
         bar.date = today;
     }
@@ -87,7 +86,7 @@ void Replay::setSpeed(int speed)
 ChartData Replay::today() const
 {
     const auto next = m_day.bars.begin() + static_cast<std::ptrdiff_t>(m_completed);
-    ChartData today{m_day.security, m_day.period, Bars(m_day.bars.begin(), next), {}};
+    ChartData today{m_day.security, m_day.period, Bars(m_day.bars.begin(), next), {}, m_day.previousClose};
     std::transform(next, m_day.bars.end(), std::back_inserter(today.ahead),
                    [](const Bar &bar) { return bar.minute; });
     return today;

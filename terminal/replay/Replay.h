@@ -29,8 +29,8 @@ public:
     explicit Replay(QObject *parent);
 
     /// Takes the minutes of a recorded day, moves them to `today` (yyyymmdd) and begins, paused.
-    /// `previousClose` is the close of the trading day before the recorded one. Requires a bar.
-    void open(const ChartData &day, std::int32_t today, std::optional<double> previousClose);
+    /// Requires a bar.
+    void open(const ChartData &day, std::int32_t today);
 
     /// Forgets the day.
     void close();
@@ -62,7 +62,8 @@ public:
 
     const Security &security() const { return m_day.security; }
     std::int32_t recordedDate() const { return m_recordedDate; }
-    std::optional<double> previousClose() const { return m_previousClose; }
+    /// The close of the trading day before the recorded one.
+    std::optional<double> previousClose() const { return m_day.previousClose; }
 
 Q_SIGNALS:
     /// Once for every bar, in order.
@@ -81,7 +82,6 @@ private:
 
     ChartData m_day;
     std::int32_t m_recordedDate = 0;
-    std::optional<double> m_previousClose;
     size_t m_completed = 0;
     State m_state = State::Closed;
     int m_speed = 60;

@@ -308,8 +308,7 @@ void MainWindow::setReplaying(bool on)
     const ChartData shown = m_chart->data();
     const bool showedReplay = m_replayedChart->isShown();
     if (on) {
-        m_replay.open(shown, static_cast<std::int32_t>(TradeChart::currentDate()),
-                      m_source.closeBefore(shown.security.code, shown.bars.back().date));
+        m_replay.open(shown, static_cast<std::int32_t>(TradeChart::currentDate()));
     } else {
         m_replay.close();
     }

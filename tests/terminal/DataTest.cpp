@@ -330,6 +330,15 @@ TEST_F(RealData, HasTheCloseBeforeARecordedDay)
     EXPECT_EQ(close("600519", 20260327), 1401.18); // the daily bars end years before
 }
 
+TEST_F(RealData, BringsTheCloseBeforeWithTheMinutesOfADay)
+{
+    const auto broughtWith = [this](ChartPeriod period) {
+        return m_folder.load(QStringLiteral("000001"), period, 20180108).value().previousClose;
+    };
+    EXPECT_EQ(broughtWith(ChartPeriod::Minute), 13.30);
+    EXPECT_EQ(broughtWith(ChartPeriod::Day), std::nullopt);
+}
+
 TEST_F(RealData, HasNoCloseFromLongBeforeARecordedDay)
 {
     EXPECT_EQ(m_folder.closeBefore(QStringLiteral("600519"), 20230201), std::nullopt);

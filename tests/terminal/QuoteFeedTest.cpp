@@ -72,8 +72,7 @@ protected:
         m_desk.start(m_broker.address());
         ASSERT_TRUE(waitUntil([this] { return m_feed->isJoined(); }));
         const DataFolder folder = DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value();
-        m_replay.open(folder.load(QStringLiteral("000001"), ChartPeriod::Minute, 20180108).value(), 20240105,
-                      13.30);
+        m_replay.open(folder.load(QStringLiteral("000001"), ChartPeriod::Minute, 20180108).value(), 20240105);
     }
 
     void hear(const QByteArray &topic, const QByteArray &payload)

@@ -34,7 +34,7 @@ protected:
         QObject::connect(&m_replay, &Replay::advanced, &m_replay, [this] { ++m_advances; });
     }
 
-    void open() { m_replay.open(m_day, today, 13.30); }
+    void open() { m_replay.open(m_day, today); }
     static int at(int hhmm) { return hhmm / 100 * 60 + hhmm % 100; }
 
     DataFolder m_folder;
@@ -226,10 +226,16 @@ TEST_F(RecordedDay, HasTheCloseBeforeItAlsoAsToday)
     const auto closeBefore = [&source](std::int32_t day) {
         return source.closeBefore(QStringLiteral("000001"), day);
     };
-    m_replay.open(m_day, 20991231, 13.30);
+    m_replay.open(m_day, 20991231);
     EXPECT_EQ(closeBefore(20991231), 13.30);
     EXPECT_EQ(closeBefore(20180108), 13.30);
     EXPECT_EQ(closeBefore(20991230), std::nullopt);
+}
+
+TEST_F(RecordedDay, KeepsTheCloseBeforeItOnTheChart)
+{
+    open();
+    EXPECT_EQ(m_replay.today().previousClose, 13.30);
 }
 
 TEST(PlannedOrder, IsReadFromItsFourWords)

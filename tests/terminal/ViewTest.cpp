@@ -1,3 +1,4 @@
+#include "terminal/chart/ChartSummary.h"
 #include "terminal/chart/LineDecimator.h"
 #include "terminal/chart/NumberText.h"
 #include "terminal/chart/PriceFit.h"
@@ -265,6 +266,31 @@ TEST(LineDecimator, KeepsTheExtremesOfAPixelColumn)
         drawn({{10, 100}, {20.1, 100}, {20.2, 20}, {20.3, 180}, {20.4, 100}, {30, 100}}, true);
     EXPECT_EQ(image.pixel(20, 25), QColor(Qt::black).rgb());
     EXPECT_EQ(image.pixel(20, 175), QColor(Qt::black).rgb());
+}
+
+TEST(Change, OfADayIsAgainstTheDayBefore)
+{
+    ChartData days = dailyChart(3);
+    days.bars[1].close = 100;
+    days.bars[2].close = 101;
+    days.previousClose = 50;
+    EXPECT_DOUBLE_EQ(changeAt(2, days), 0.01);
+    days.bars[0].open = 100;
+    days.bars[0].close = 98;
+    EXPECT_DOUBLE_EQ(changeAt(0, days), -0.02);
+}
+
+TEST(Change, OfAMinuteIsAgainstTheTradingDayBefore)
+{
+    ChartData minutes = dailyChart(3);
+    minutes.period = ChartPeriod::Minute;
+    minutes.previousClose = 200;
+    minutes.bars[0].open = 100;
+    minutes.bars[1].close = 1;
+    minutes.bars[2].close = 210;
+    EXPECT_DOUBLE_EQ(changeAt(2, minutes), 0.05);
+    minutes.previousClose.reset();
+    EXPECT_DOUBLE_EQ(changeAt(2, minutes), 1.1);
 }
 
 } // namespace
