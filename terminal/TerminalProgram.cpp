@@ -224,7 +224,8 @@ void TerminalProgram::playAtOnce()
 
 void TerminalProgram::goOn()
 {
-    m_window->trade()->desk()->refresh(); // the last quotes may have dealt orders
+    // The last quotes may have dealt orders, and what was asked before the trading module came is lost.
+    m_window->trade()->desk()->askAnew();
     if (m_window->overlays() != nullptr) {
         m_window->overlays()->renew();
     } else {

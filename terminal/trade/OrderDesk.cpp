@@ -115,7 +115,6 @@ void OrderDesk::refresh()
     }
 }
 
-/// What was open when the bus went is lost.
 void OrderDesk::askAnew()
 {
     if (isWatching()) {

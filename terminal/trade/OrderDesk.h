@@ -55,6 +55,8 @@ public:
 
     /// Asks for the orders and the account; does nothing before watch().
     void refresh();
+    /// The same without waiting for what is open: it was asked where nobody heard it.
+    void askAnew();
 
     /// Ends with placed().
     void place(const OrderRequest &order);
@@ -85,7 +87,6 @@ private:
     bool isWatching() const { return m_heartbeat.isActive(); }
     QJsonObject question(const char *command, const Security &security);
     QString send(const QJsonObject &question);
-    void askAnew();
     QString askForOrders();
     QString askForAccount();
     void sendWish(const QJsonObject &wish, Tell tell);

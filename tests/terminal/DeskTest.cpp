@@ -220,6 +220,18 @@ TEST_F(Desk, IsUpToDateWhenAllIsAnswered)
     EXPECT_TRUE(waitUntil([this] { return m_desk.isUpToDate(); }));
 }
 
+TEST_F(Desk, AsksAnewWhileAQuestionIsOpenThatNobodyHeard)
+{
+    m_desk.setTimeout(60000);
+    m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
+    const size_t before = countOf("EntrustTodayTrade");
+    m_desk.refresh();
+    ASSERT_TRUE(askedTimes("EntrustTodayTrade", before + 1));
+    m_desk.refresh();
+    m_desk.askAnew();
+    EXPECT_TRUE(askedTimes("EntrustTodayTrade", before + 2));
+}
+
 TEST_F(Desk, CancelsByDayAndNumber)
 {
     m_module.setAnswer(QStringLiteral("EntrustCancel"),
