@@ -9,6 +9,8 @@
 #include <cmath>
 #include <cstring>
 
+using ::testing::AllOf;
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
@@ -902,6 +904,22 @@ TEST_F(BSPointTest, PaintsThreeSeriesOverTheHighsAndDoesNotEndThePaint)
     }
     EXPECT_TRUE(std::isnan(painter.calls[1].values[0]));
     EXPECT_EQ(painter.calls[1].values[1], 1.0);
+}
+
+TEST_F(BSPointTest, PaintsTheBarsThatAHostBringsInsideThePaint)
+{
+    createOnThreeDays();
+    painter.onMarkerSeries = [this] {
+        if (painter.calls.size() == 1) {
+            calc(shanghai, std::vector<Korvane::AnalyData>(100, makeDayBar(20240103, 9, 15)), 4);
+        }
+    };
+    EXPECT_TRUE(paint());
+    ASSERT_THAT(painter.calls, SizeIs(3));
+    EXPECT_THAT(painter.calls[0].prices, ElementsAre(11, 12, 13));
+    for (std::size_t later = 1; later < 3; ++later) {
+        EXPECT_THAT(painter.calls[later].prices, AllOf(SizeIs(100), Each(15)));
+    }
 }
 
 TEST_F(BSPointTest, NeverWidensThePriceScale)

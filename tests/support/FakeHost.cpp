@@ -111,6 +111,9 @@ void FakePainter::drawMarkerSeries(int reserved, const double *flags, const doub
 {
     calls.push_back(
         {Call::MarkerSeries, copy(flags), copy(prices), {}, 0.0, {reserved, style, variant}, flags});
+    if (onMarkerSeries) {
+        onMarkerSeries();
+    }
 }
 
 void FakePainter::drawMarker(int reserved, int bar, int kind, int atLow, double price)

@@ -81,6 +81,7 @@ public:
 
     std::size_t barCount = 0;
     std::vector<Call> calls;
+    std::function<void()> onMarkerSeries;
 
     void endPaint() override;
     void drawSeriesLabel(const double *values, const char *text, int index) override;

@@ -319,10 +319,10 @@ bool BSPoint::paintIt(Korvane::IChartPainter &painter)
     if (m_refreshTimer == nullptr) {
         return true; // ended: the bars held here may no longer be the chart's
     }
-    const double *anchors = m_barAnchors.data();
-    painter.drawMarkerSeries(0, m_buyMarks.data(), anchors, BuyAbove, AboveTheBar);
-    painter.drawMarkerSeries(0, m_sellMarks.data(), anchors, SellAbove, AboveTheBar);
-    painter.drawMarkerSeries(0, m_bothMarks.data(), anchors, BothAbove, AboveTheBar);
+    // A host may bring other bars inside each of these: no array is kept over them.
+    painter.drawMarkerSeries(0, m_buyMarks.data(), m_barAnchors.data(), BuyAbove, AboveTheBar);
+    painter.drawMarkerSeries(0, m_sellMarks.data(), m_barAnchors.data(), SellAbove, AboveTheBar);
+    painter.drawMarkerSeries(0, m_bothMarks.data(), m_barAnchors.data(), BothAbove, AboveTheBar);
     return true;
 }
 
