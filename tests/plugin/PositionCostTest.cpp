@@ -8,6 +8,7 @@
 #include <cmath>
 #include <limits>
 
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
@@ -437,6 +438,20 @@ TEST_F(PositionCostTest, TakesAnAnswerThatComesWhileTheQuestionIsSent)
     };
     calc(shanghai, threeDays, 4);
     EXPECT_EQ(drawnCost(), 50.0);
+}
+
+TEST_F(PositionCostTest, ShowsTheSecurityThatTheHostTurnsToWhileTheQuestionGoesOut)
+{
+    create();
+    bus().duringSend = [this] {
+        if (questions().size() == 1) {
+            calc(shenzhen, std::vector<Korvane::AnalyData>(100, makeDayBar(20240102)), 4);
+        }
+    };
+    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    hear(Topic::TRADEQUERY, answer(holding("000001", "2", QStringLiteral("50"))));
+    EXPECT_EQ(drawnCost(), 50.0);
+    EXPECT_THAT(painter.calls[0].values, Each(50.0)) << "over all of its bars";
 }
 
 TEST_F(PositionCostTest, IsDestroyedByTheHostWhileTheQuestionGoesOut)

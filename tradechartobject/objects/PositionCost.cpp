@@ -60,6 +60,8 @@ bool PositionCost::calcIt(const Korvane::tagCodeWithName &code, const Korvane::A
     }
     m_period = period;
     m_calcArg = a;
+    // Before the question: a host that turns to another security meanwhile brings the bars of that one.
+    decodeBarTimes(bars, count, m_period, m_barTimes);
     if (!isSameSecurity(code, m_code)) {
         m_code = code;
         m_costPrice = unknownCost;
@@ -69,7 +71,6 @@ bool PositionCost::calcIt(const Korvane::tagCodeWithName &code, const Korvane::A
             return true;
         }
     }
-    decodeBarTimes(bars, count, m_period, m_barTimes);
     TradeChannel::startIfIdle(m_refreshTimer, m_refreshSeconds);
     return true;
 }
