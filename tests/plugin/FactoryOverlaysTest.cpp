@@ -9,6 +9,9 @@
 
 #include <type_traits>
 
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
 namespace {
 
 template <class Overlay>
@@ -21,10 +24,32 @@ protected:
         QJsonObject config;
         config.insert(QStringLiteral("auto_refresh_time"), refreshTime);
         this->create(config);
-        constexpr bool isDaily = std::is_same_v<Overlay, BSPoint>;
-        ASSERT_TRUE(this->calc(this->shanghai, {makeDayBar(20240102)},
-                               isDaily ? Korvane::DayPeriod : Korvane::IntradayPeriod));
+        ASSERT_TRUE(calcOnABar());
         ASSERT_TRUE(this->timer()->isActive());
+    }
+
+    bool calcOnABar()
+    {
+        constexpr bool isDaily = std::is_same_v<Overlay, BSPoint>;
+        return this->calc(this->shanghai, {makeDayBar(20240102)},
+                          isDaily ? Korvane::DayPeriod : Korvane::IntradayPeriod);
+    }
+
+    /// From now on the host ends the object as soon as it asks something.
+    void endAtTheNextQuestion()
+    {
+        this->axis.mode = 1; // a chart of today, on which the order points ask
+        this->bus().duringSend = [this] { this->overlay->deleteObject(); };
+    }
+
+    void expectEndedAfterOneQuestion()
+    {
+        EXPECT_THAT(this->questions(), SizeIs(1));
+        EXPECT_EQ(this->timer(), nullptr);
+        this->paint();
+        for (const FakePainter::Call &call : this->painter.calls) {
+            EXPECT_EQ(call.kind, FakePainter::Call::EndPaint);
+        }
     }
 };
 
@@ -82,6 +107,35 @@ TYPED_TEST(FactoryOverlay, EndsItsTimerOnDeleteObject)
     EXPECT_TRUE(this->overlay->deleteObject());
     EXPECT_EQ(this->timer(), nullptr);
     EXPECT_TRUE(this->overlay->deleteObject()) << "a second call finds nothing to end";
+}
+
+TYPED_TEST(FactoryOverlay, StaysOnTheBusAfterDeleteObjectUntilItIsDestroyed)
+{
+    this->createOnABar();
+    this->bus().operations.clear();
+    this->overlay->deleteObject();
+    this->overlay->deleteObject();
+    EXPECT_THAT(this->bus().operations, IsEmpty());
+    EXPECT_EQ(this->bus().endPointCount(), 1);
+    this->destroy();
+    EXPECT_EQ(this->bus().operations, (QStringList{QStringLiteral("disconnect"), QStringLiteral("destroy")}));
+}
+
+TYPED_TEST(FactoryOverlay, IsEndedByTheHostWhileTheQuestionOfCalcItGoesOut)
+{
+    this->create();
+    this->endAtTheNextQuestion();
+    EXPECT_TRUE(this->calcOnABar());
+    this->expectEndedAfterOneQuestion();
+}
+
+TYPED_TEST(FactoryOverlay, IsEndedByTheHostWhileTheQuestionOfItsTimerGoesOut)
+{
+    this->createOnABar(0);
+    this->bus().sent.clear();
+    this->endAtTheNextQuestion();
+    EXPECT_TRUE(waitUntil([this] { return !this->questions().empty(); }));
+    this->expectEndedAfterOneQuestion();
 }
 
 TYPED_TEST(FactoryOverlay, RefreshesEveryTenSecondsUnlessConfigured)
