@@ -170,6 +170,14 @@ TEST_P(BSPointPeriod, OtherThanTheDailyOneIsLeftAlone)
 INSTANTIATE_TEST_SUITE_P(Periods, BSPointPeriod,
                          ::testing::Values(-1, 0, 1, 2, 3, 5, 6, 7, 8, 10, 11, 21, 22, 36));
 
+TEST_F(BSPointTest, StartsNoTimerForAPeriodThatItRefuses)
+{
+    createOnThreeDays();
+    timer()->stop();
+    EXPECT_FALSE(calc(shanghai, threeDays, 5));
+    EXPECT_FALSE(timer()->isActive());
+}
+
 TEST_F(BSPointTest, PaintsOnTheDailyPeriodAlsoWithoutBars)
 {
     EXPECT_TRUE(create().isPaintItPeriod(Korvane::DayPeriod));
@@ -239,6 +247,17 @@ TEST_F(BSPointTest, KeepsTheMarksWithoutBars)
     EXPECT_EQ(drawn(), " B ") << "no calcIt has computed them anew";
 }
 
+TEST_F(BSPointTest, KeepsTheMarksWhenAnAnswerComesWhileThereAreNoBars)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
+    EXPECT_TRUE(calc(shanghai, {}, 4));
+    hearToday({{"S", "20240102", "9301500", "1", "100"}});
+    bus().takesMessages = false;
+    EXPECT_FALSE(calc(shanghai, {makeDayBar(20240201), makeDayBar(20240202), makeDayBar(20240205)}, 4));
+    EXPECT_EQ(drawn(), " B ");
+}
+
 TEST_F(BSPointTest, NeverAsksForTodaysTradesFromCalcIt)
 {
     create();
@@ -287,6 +306,43 @@ TEST_F(BSPointTest, StaysInsideItsMarksWhenTheFirstQuestionIsRefused)
 }
 
 // Change of security
+
+TEST_F(BSPointTest, KeepsTheMarksOfTheSecurityBeforeWhileTheQuestionForTheNewOneIsRefused)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
+    bus().takesMessages = false;
+    EXPECT_FALSE(calc(shenzhen, threeDays, 4));
+    EXPECT_TRUE(overlay->calcBSPointPriceInfo());
+    EXPECT_EQ(drawn(), " B ");
+    EXPECT_EQ(overlay->hitTest(10, anchorY(12)), 0);
+    EXPECT_THAT(listOn(1), IsEmpty()) << "its trades are forgotten";
+    bus().takesMessages = true;
+    EXPECT_TRUE(calc(shenzhen, threeDays, 4));
+    EXPECT_EQ(drawn(), "   ");
+    EXPECT_THAT(questions(), IsEmpty()) << "the days count as asked for";
+}
+
+TEST_F(BSPointTest, TakesTheSameCodeUnderAnotherIdentityWordForAnotherSecurity)
+{
+    create();
+    calc(shanghai, threeDays, 4);
+    hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
+    calc(makeSecurity(1, "600536", 7009), threeDays, 4);
+    EXPECT_EQ(drawn(), "   ");
+    ASSERT_THAT(questions(), SizeIs(2));
+    EXPECT_EQ(questions()[1], questions()[0]);
+}
+
+TEST_F(BSPointTest, TakesAnIdentityWordOfZeroForNoSecurityYet)
+{
+    create();
+    EXPECT_TRUE(calc(makeSecurity(1, "600536", 0), threeDays, 4));
+    EXPECT_THAT(
+        questions(),
+        ElementsAre(
+            R"({"cmd":"HistoryTrade","end":"20240104","market":"","screenId":"screen-1","start":"20240102","stkcode":""})"));
+}
 
 TEST_F(BSPointTest, ForgetsTheTradesWithTheSecurity)
 {
@@ -384,6 +440,32 @@ TEST_F(BSPointTest, RestartsItsTimerAfterAnEmptyHistoryAnswerOnly)
     hearHistory({});
     EXPECT_EQ(timer()->interval(), 10000);
     EXPECT_THAT(axis.updated, IsEmpty());
+}
+
+TEST_F(BSPointTest, StartsItsTimerWithTheConfiguredIntervalEveryTime)
+{
+    create({{QStringLiteral("auto_refresh_time"), 7}});
+    const std::function<void()> starts[] = {
+        [this] {
+            timer()->stop();
+            calc(shanghai, threeDays, 4);
+        },
+        [this] { calc(shenzhen, threeDays, 4); },
+        [this] { calc(shanghai, threeDays, 4); },
+        [] { hearToday({}); },
+        [] {
+            hearToday({{"B", "20240104", "9301500", "1", "2"}});
+        },
+        [] { hearHistory({}); },
+    };
+    int start = 0;
+    for (const auto &act : starts) {
+        timer()->start(3600000);
+        act();
+        EXPECT_TRUE(timer()->isActive());
+        EXPECT_EQ(timer()->interval(), 7000) << "start " << start;
+        ++start;
+    }
 }
 
 TEST_F(BSPointTest, AsksForTodaysTradesAfterANotificationInAnyLetterCase)
@@ -654,6 +736,29 @@ TEST_F(BSPointTest, ReadsTodaysTradesFromOrderdateAndOpertimeOnly)
     EXPECT_THAT(listOn(2).value(0).toStdString(), StartsWith("买入\t14:00:00"));
 }
 
+TEST_F(BSPointTest, ListsTodaysTradesInTheOrderOfTheAnswerAndPastOnesBehindThem)
+{
+    createOnThreeDays();
+    hearToday({{"B", "20240104", "10000000", "2", "100"},
+               {"B", "20240104", "9300000", "3", "100"},
+               {"B", "20240104", "14000000", "1", "100"}});
+    hearHistory({{"B", "20240104", "9000000", "4", "100"}});
+    EXPECT_EQ(listOn(2), (QStringList{QStringLiteral("买入\t10:00:00\t成交价:2.00\t成交量:100"),
+                                      QStringLiteral("买入\t09:30:00\t成交价:3.00\t成交量:100"),
+                                      QStringLiteral("买入\t14:00:00\t成交价:1.00\t成交量:100"),
+                                      QStringLiteral("买入\t09:00:00\t成交价:4.00\t成交量:100")}));
+}
+
+TEST_F(BSPointTest, AsksForARepaintAfterEveryAnswerAlsoOneThatSaysTheSame)
+{
+    createOnThreeDays();
+    for (int time = 0; time < 2; ++time) {
+        hearHistory({{"B", "20240103", "9301500", "1", "100"}});
+        hearToday({{"B", "20240104", "9301500", "1", "100"}});
+    }
+    EXPECT_THAT(axis.updated, SizeIs(4));
+}
+
 TEST_F(BSPointTest, ReplacesTheDayByTodaysAnswer)
 {
     createOnThreeDays();
@@ -702,6 +807,43 @@ TEST_F(BSPointTest, StoresAllOfTodaysRowsUnderTheDayOfTheLastOne)
     EXPECT_EQ(drawn(), " T ");
     EXPECT_THAT(listOn(1), SizeIs(2));
 }
+
+struct UndatedRow
+{
+    const char *name;
+    QJsonValue row;
+};
+
+class BSPointUndatedRow : public BSPointTest, public ::testing::WithParamInterface<UndatedRow>
+{
+};
+
+TEST_P(BSPointUndatedRow, PutsTodaysTradesOnDayZeroWhenItIsTheLast)
+{
+    createOnThreeDays();
+    hear(Topic::TRADEQUERY, answer("TodayTrade", QJsonArray{fields({"B", "20240103", "9301500", "1", "100"},
+                                                                   "orderdate", "opertime"),
+                                                            GetParam().row}));
+    calc(shanghai,
+         {makeDayBar(0), makeDayBar(20240103), makeDayBar(static_cast<std::uint32_t>(currentDate()))}, 4);
+    EXPECT_THAT(listOn(0), SizeIs(2));
+    EXPECT_THAT(listOn(1), IsEmpty());
+    EXPECT_THAT(listOn(2), IsEmpty());
+}
+
+QJsonObject todaysRow(const QJsonValue &date)
+{
+    QJsonObject row = fields({"B", "", "9301600", "1", "100"}, "orderdate", "opertime");
+    row.insert(QStringLiteral("orderdate"), date);
+    return row;
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, BSPointUndatedRow,
+                         ::testing::Values(UndatedRow{"WithoutADate", todaysRow(QJsonValue::Undefined)},
+                                           UndatedRow{"WithADateInWords", todaysRow(QStringLiteral("x"))},
+                                           UndatedRow{"WithADateAsANumber", todaysRow(20240103)},
+                                           UndatedRow{"ThatIsANumber", 5}),
+                         ByName());
 
 TEST_F(BSPointTest, LeavesTheTradesOnAnEmptyAnswerOfToday)
 {

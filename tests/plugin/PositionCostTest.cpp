@@ -168,6 +168,16 @@ TEST_F(PositionCostTest, AsksAgainOnlyForAnotherIdentityWord)
               R"({"cmd":"HolderCostPrice","market":"SZ","screenId":"screen-1","stkcode":"000001"})");
 }
 
+TEST_F(PositionCostTest, TakesTheSameCodeUnderAnotherIdentityWordForAnotherSecurity)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    calc(makeSecurity(1, "600536", 7009), threeDays, 4);
+    EXPECT_EQ(drawnCost(), std::nullopt);
+    ASSERT_THAT(questions(), SizeIs(2));
+    EXPECT_EQ(questions()[1], questions()[0]);
+}
+
 TEST_F(PositionCostTest, AsksNothingWhileTheMarketNumberIsMinusOne)
 {
     create();
@@ -239,7 +249,8 @@ TEST_F(PositionCostTest, KeepsSilentWhenTheBusRefusesTheQuestion)
 {
     const LogCapture log;
     bus().takesMessages = false;
-    createOnShanghai();
+    create();
+    EXPECT_TRUE(calc(shanghai, threeDays, 4));
     EXPECT_THAT(log.all(), IsEmpty());
     EXPECT_TRUE(timer()->isActive());
 }
@@ -286,6 +297,14 @@ TEST_F(PositionCostTest, TakesTheCostAndAsksTheHostToRepaintIt)
     hearCost(QStringLiteral("50.125"));
     EXPECT_EQ(drawnCost(), 50.125);
     EXPECT_THAT(axis.updated, ElementsAre(static_cast<Korvane::IChartObject *>(overlay)));
+}
+
+TEST_F(PositionCostTest, AsksForARepaintAfterEveryAnswerAlsoOneThatSaysTheSame)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    hearCost(QStringLiteral("50"));
+    EXPECT_THAT(axis.updated, SizeIs(2));
 }
 
 class PositionCostIgnores : public PositionCostTest, public ::testing::WithParamInterface<Ignored>
