@@ -17,7 +17,6 @@
 #include <limits>
 #include <stdexcept>
 
-using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
@@ -70,11 +69,6 @@ QJsonObject with(QJsonObject row, const char *key, const QJsonValue &value)
 {
     row.insert(QLatin1String(key), value);
     return row;
-}
-
-MATCHER(IsOfTheDefaultCategory, "")
-{
-    return arg.category == QLatin1String("default");
 }
 
 class EntrustPointTest : public OverlayTest<EntrustPoint>
@@ -882,7 +876,6 @@ TEST_F(EntrustPointTest, LogsAnUnreadableRowByteForByte)
     EXPECT_THAT(log.lines(QtDebugMsg),
                 ElementsAre(QStringLiteral("Error:unknown bsflag2 or order status is empty:"),
                             QStringLiteral(R"("{\n    \"bsflag2\": \"0F\",\n    \"market\": \"1\"\n}\n")")));
-    EXPECT_THAT(log.all(), Each(IsOfTheDefaultCategory()));
 }
 
 TEST_F(EntrustPointTest, SkipsAnUnreadableRowOfAnotherMarketWithoutALine)
@@ -1594,7 +1587,6 @@ TEST_F(EntrustPointCancel, LogsAChoiceThatIsNotInTheList)
                             QStringLiteral("Unknown select: 1000 , select size: 2"),
                             QStringLiteral("Unknown select: 2147483647 , select size: 2"),
                             QStringLiteral("Unknown select: -2147483648 , select size: 2")));
-    EXPECT_THAT(log.all(), Each(IsOfTheDefaultCategory()));
     EXPECT_THAT(axis.questions, IsEmpty());
     EXPECT_THAT(questions(), IsEmpty());
 }
@@ -2136,7 +2128,6 @@ TEST_F(EntrustPointCancel, LogsItsQuestions)
             QStringLiteral(
                 R"(send sendCancelOrderReq: "{\"cmd\":\"EntrustCancel\",\"market\":\"SH\",\"objectId\":\"%1\",\"orderdate\":\"20240102\",\"ordersno\":\"5\",\"screenId\":\"screen-1\",\"stkcode\":\"600536\"}")")
                 .arg(id)));
-    EXPECT_THAT(log.all(), Each(IsOfTheDefaultCategory()));
 }
 
 TEST_F(EntrustPointTest, WritesNoDebugLineWhenTheDebugLogIsOff)
