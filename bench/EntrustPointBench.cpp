@@ -181,12 +181,12 @@ private:
     struct Given
     {
         std::vector<std::int64_t> keys;
-        std::vector<EntrustInfo> orders;
+        QVector<EntrustInfo> orders;
     };
 
     std::vector<Given> m_given;
     std::map<int, std::map<std::int64_t, int>> m_marks;
-    std::map<int, std::vector<EntrustInfo>> m_orders;
+    std::map<int, QVector<EntrustInfo>> m_orders;
 };
 
 void OrdersGrouping(benchmark::State &state)

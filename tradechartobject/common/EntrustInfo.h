@@ -23,3 +23,5 @@ struct EntrustInfo
 };
 
 } // namespace TradeChart
+
+Q_DECLARE_TYPEINFO(TradeChart::EntrustInfo, Q_MOVABLE_TYPE);

@@ -1,8 +1,8 @@
 #include "tradechartobject/objects/EntrustPoint.h"
 
 #include "tradechartobject/common/BarTime.h"
-#include "tradechartobject/common/NumberText.h"
 #include "tradechartobject/common/OrderMarks.h"
+#include "tradechartobject/common/OrderRow.h"
 #include "tradechartobject/common/OrderText.h"
 #include "tradechartobject/common/PopupLines.h"
 #include "tradechartobject/common/PriceScale.h"
@@ -16,13 +16,11 @@
 #include <QDebug>
 #include <QJsonDocument>
 #include <QPointer>
-#include <QSet>
 #include <QThread>
 #include <QTime>
 #include <QUuid>
 
 #include <algorithm>
-#include <climits>
 #include <cmath>
 #include <iterator>
 #include <stdexcept>
@@ -80,91 +78,6 @@ bool isOnMarker(Korvane::IChartAxis &axis, double price, const PriceRange &visib
     const double bottom = placement.isAtLow ? anchorY : anchorY + markerHeight;
     return top <= y && y <= bottom;
 }
-
-/// A span of the day, in hhmmsscc, whose orders are shown at one minute.
-struct ShownAt
-{
-    int from;
-    int to;            ///< included
-    std::int64_t time; ///< hhmmss
-};
-
-constexpr std::int64_t firstMinute = 93100;
-
-// The chart has no bars for these times.
-constexpr ShownAt closedHours[] = {
-    {INT_MIN, 9300099, firstMinute},
-    {11310100, 13009999, 130100},
-    {15000100, INT_MAX, 150000},
-};
-
-/// The minute, hhmm00, at which an order is shown; orders of earlier days stand at the first one.
-std::int64_t shownMinute(int orderTime, bool isOfEarlierDay)
-{
-    if (isOfEarlierDay) {
-        return firstMinute;
-    }
-    const auto span =
-        std::find_if(std::begin(closedHours), std::end(closedHours), [orderTime](const ShownAt &hours) {
-            return hours.from <= orderTime && orderTime <= hours.to;
-        });
-    const std::int64_t time = span == std::end(closedHours) ? orderTime / 100 : span->time;
-    return time / 100 * 100;
-}
-
-/// What a row says.
-struct OrderRow
-{
-    QString market; ///< its code
-    bool hasSide;
-    int time; ///< hhmmsscc
-    double matchAmount;
-    EntrustInfo order;        ///< all but the match price
-    QSet<QString> knownTexts; ///< a few statuses and funds, each kept once for all orders
-};
-
-void takeSide(OrderRow &row, const QString &directionCode)
-{
-    const QString side = toBsFlag(directionCode);
-    row.hasSide = !side.isEmpty();
-    row.order.isBuy = side == QLatin1String(BSFlag::BUY);
-}
-
-void takeTime(OrderRow &row, const QString &text)
-{
-    row.time = toInt(text);
-    row.order.orderTime = row.time / 100;
-}
-
-template <QString EntrustInfo::*member>
-void takeText(OrderRow &row, const QString &text)
-{
-    row.order.*member = *row.knownTexts.insert(text);
-}
-
-template <std::int64_t EntrustInfo::*member>
-void takeInt(OrderRow &row, const QString &text)
-{
-    row.order.*member = toInt(text);
-}
-
-const RowColumn<OrderRow> orderColumns[] = {
-    {TradeKeyFields::MARKET,
-     [](OrderRow &row, const QString &text) { row.market = TradeChannel::answerMarketCode(text); }},
-    {TradeKeyFields::RTSBSFLAG, takeSide},
-    {TradeKeyFields::RTSORDERSTATUS, takeText<&EntrustInfo::orderStatus>},
-    {TradeKeyFields::RTSFUNDID, takeText<&EntrustInfo::fundId>},
-    {TradeKeyFields::RTSORDERNO, takeInt<&EntrustInfo::orderNo>},
-    {TradeKeyFields::RTSENTRUSTDATE, takeInt<&EntrustInfo::orderDate>}, // yyyymmdd
-    {TradeKeyFields::RTSENTRUSTTIME, takeTime},                         // hhmmsscc
-    {TradeKeyFields::RTSENTRUSTPRICE,
-     [](OrderRow &row, const QString &text) { row.order.orderPrice = toDouble(text); }},
-    {TradeKeyFields::RTSENTRUSTQTY, takeInt<&EntrustInfo::orderQty>},
-    {TradeKeyFields::RTSMATCHQTY, takeInt<&EntrustInfo::matchQty>},
-    {TradeKeyFields::RTSMATCHAMT,
-     [](OrderRow &row, const QString &text) { row.matchAmount = toDouble(text); }},
-    {TradeKeyFields::RTSCANCELQTY, takeInt<&EntrustInfo::cancelQty>},
-};
 
 void logUnreadable(const QJsonObject &row)
 {
@@ -303,13 +216,14 @@ bool EntrustPoint::calcEntrustPointPriceInfo()
     m_priceMarks.clear();
     m_barOrders.clear();
     for (int bar = static_cast<int>(m_barTimes.size()) - 1; bar >= 0; --bar) {
-        const auto orders = m_ordersByTime.find(m_barTimes[static_cast<std::size_t>(bar)]);
-        if (orders == m_ordersByTime.end()) {
+        const auto found = m_ordersByTime.find(m_barTimes[static_cast<std::size_t>(bar)]);
+        if (found == m_ordersByTime.end()) {
             continue;
         }
-        m_barOrders.emplace(bar, orders->second);
+        const QVector<EntrustInfo> &orders = found->second;
+        m_barOrders.emplace(bar, orders);
         std::map<std::int64_t, int> marks;
-        for (const EntrustInfo &order : orders->second) {
+        for (const EntrustInfo &order : orders) {
             addOrder(order, marks);
         }
         if (!marks.empty()) {
@@ -608,7 +522,8 @@ void EntrustPoint::storeOrders(const QJsonArray &rows)
         if (minute == m_ordersByTime.end() || minute->first != time) {
             minute = m_ordersByTime.try_emplace(time).first; // orders of a minute mostly follow each other
         }
-        EntrustInfo &order = minute->second.emplace_back(read.order);
+        EntrustInfo order = read.order;
         order.matchPrice = read.matchAmount / static_cast<double>(order.matchQty);
+        minute->second.append(std::move(order));
     }
 }

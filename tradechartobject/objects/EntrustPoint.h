@@ -9,6 +9,7 @@
 #include <QJsonObject>
 #include <QObject>
 #include <QString>
+#include <QVector>
 
 #include <cstdint>
 #include <map>
@@ -94,9 +95,9 @@ private:
     std::int64_t m_lastDate;
     bool m_isTodayChart; ///< when the object was made
     int m_lastArg;
-    std::map<int, std::map<std::int64_t, int>> m_priceMarks;         ///< bar, price key: marker kind
-    std::map<int, std::vector<TradeChart::EntrustInfo>> m_barOrders; ///< by bar
-    std::map<std::int64_t, std::vector<TradeChart::EntrustInfo>> m_ordersByTime; ///< by the minute shown at
+    std::map<int, std::map<std::int64_t, int>> m_priceMarks;                 ///< bar, price key: marker kind
+    std::map<int, QVector<TradeChart::EntrustInfo>> m_barOrders;             ///< by bar
+    std::map<std::int64_t, QVector<TradeChart::EntrustInfo>> m_ordersByTime; ///< by the minute shown at
     QTimer *m_refreshTimer; ///< child; null after deleteObject()
     int m_refreshSeconds;
     QString m_objectId; ///< tells the answers to this object's cancellations
