@@ -248,8 +248,10 @@ TEST_F(CChartTradeObjectTest, HearsNothingMoreWhileItLeavesTheBus)
 TEST_F(CChartTradeObjectTest, WorksOnAfterDeleteObjectUntilItIsDestroyed)
 {
     createMarkers();
+    bus().operations.clear();
     EXPECT_TRUE(overlay->deleteObject());
     EXPECT_TRUE(overlay->deleteObject());
+    EXPECT_THAT(bus().operations, IsEmpty());
     hearHistory({buy(10)});
     recalc();
     EXPECT_EQ(drawn(), "0 - -");
