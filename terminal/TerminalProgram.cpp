@@ -130,8 +130,8 @@ QString TerminalProgram::openLibrary()
     return {};
 }
 
-/// A picture of bars alone asks nobody. The orders of a replay are placed without overlays, too, and its panel
-/// shows the account.
+/// A picture of bars alone asks nobody. The orders of a replay are placed without overlays, too, and its
+/// panel shows the account.
 bool TerminalProgram::asksTradeModule() const
 {
     const bool isTraded = isReplay() && !(m_options.orders.empty() && m_options.ledger.isEmpty());

@@ -1,11 +1,14 @@
 // Pictures of a replayed day, made by the built program.
 #include "terminal/chart/ChartView.h"
+#include "terminal/trade/OrdersPanel.h"
+#include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/terminal/ProgramFixture.h"
 
 #include <gmock/gmock.h>
 
 #include <QImage>
+#include <QTableView>
 
 namespace Terminal {
 namespace {
@@ -66,21 +69,44 @@ protected:
         return QString::fromUtf8(list.readAllStandardOutput()).simplified().toStdString();
     }
 
-    /// How many pixels of `colour` the picture has where the marker of an order hangs.
-    int markerPixels(int minute, double price, const QColor &colour)
+    /// A window that is laid out as the one in the picture.
+    static std::unique_ptr<MainWindow> windowOfThePicture()
     {
         TerminalOptions options;
         options.size = QSize(1280, 720);
-        MainWindow window(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), options);
-        EXPECT_TRUE(window.load(QStringLiteral("600536"), ChartPeriod::Minute, 20230711));
-        window.setReplaying(true);
-        window.replay()->playTo(13 * 60 + 35);
-        window.grab();
-        const ChartGeometry &geometry = window.chart()->chartGeometry();
+        auto window = std::make_unique<MainWindow>(
+            DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), options);
+        EXPECT_TRUE(window->load(QStringLiteral("600536"), ChartPeriod::Minute, 20230711));
+        window->setReplaying(true);
+        window->replay()->playTo(13 * 60 + 35);
+        window->grab();
+        return window;
+    }
+
+    /// The rows of the picture's list of orders.
+    QImage orderRows()
+    {
+        const auto window = windowOfThePicture();
+        const auto *const list =
+            window->trade()->panel()->findChild<QTableView *>(QStringLiteral("ordersView"))->viewport();
+        return QImage(picture()).copy({list->mapTo(window.get(), QPoint()), list->size()});
+    }
+
+    /// How many pixels of `colour` the picture has where the marker of an order hangs.
+    int markerPixels(int minute, double price, const QColor &colour)
+    {
+        const auto window = windowOfThePicture();
+        const ChartGeometry &geometry = window->chart()->chartGeometry();
         const QPoint anchor(static_cast<int>(geometry.barToX(minute - 9 * 60 - 30)),
                             static_cast<int>(geometry.priceToY(price)));
-        const QRect area(window.chart()->canvas()->mapTo(&window, anchor) - QPoint(8, 0), QSize(17, 17));
+        const QRect area(window->chart()->canvas()->mapTo(window.get(), anchor) - QPoint(8, 0),
+                         QSize(17, 17));
         const QImage image = QImage(picture()).copy(area);
+        return pixelsOf(image, colour);
+    }
+
+    static int pixelsOf(const QImage &image, const QColor &colour)
+    {
         int pixels = 0;
         for (int y = 0; y < image.height(); ++y) {
             for (int x = 0; x < image.width(); ++x) {
@@ -114,6 +140,22 @@ TEST_F(OrderScene, PlacesItsOrdersWithoutOverlaysToo)
     const Outcome outcome = takePicture("1335", {QStringLiteral("0945 buy 3000 50.70")}, {});
     ASSERT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
     EXPECT_THAT(orders(), HasSubstr("buy 50.70 3000 3000 0 已成"));
+}
+
+TEST_F(OrderScene, ListsItsOrdersInThePanel)
+{
+    const QColor background = makeTheme(ThemeKind::Dark, RiseColour::Red).background;
+    const auto inkPixels = [this, &background] {
+        const QImage rows = orderRows();
+        return rows.width() * rows.height() - pixelsOf(rows, background);
+    };
+    ASSERT_EQ(takePicture("1335", {}).exitCode, 0);
+    EXPECT_EQ(inkPixels(), 0);
+    ASSERT_EQ(takePicture("1335", {QStringLiteral("0945 buy 3000 50.70")}).exitCode, 0);
+    const int ofOne = inkPixels();
+    EXPECT_GT(ofOne, 300);
+    ASSERT_EQ(takePicture("1335", {QStringLiteral("0945 buy 3000 50.70")}).exitCode, 0);
+    EXPECT_GT(inkPixels(), ofOne * 3 / 2) << "the ledger has the order of the first time, too";
 }
 
 TEST_F(OrderScene, IsNotDrawnWithoutAnOrderThatIsRefused)

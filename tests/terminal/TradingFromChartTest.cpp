@@ -27,6 +27,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cmath>
+
 namespace Terminal {
 namespace {
 
@@ -274,6 +276,34 @@ TEST_F(TradingFromTheChart, ARowRingsItsMarkAndAMarkSelectsItsRow)
     ASSERT_TRUE(waitUntil([this] { return trade()->panel()->selected().size() == 1; }));
     EXPECT_DOUBLE_EQ(trade()->panel()->selected().front().price, 1402);
     EXPECT_TRUE(waitUntil([&] { return ringPixels(box) > 20; }));
+}
+
+TEST_F(TradingFromTheChart, OrdersOfAMergedMarkShareItsRingAndItsSelection)
+{
+    // Two ticks that lie on the chart in one place, well away from where marks are told apart.
+    const ChartGeometry &geometry = chart()->chartGeometry();
+    const double place = std::floor(geometry.priceToY(1402) / 10) * 10 + 5;
+    const double price = std::floor(geometry.yToPrice(place) * 100) / 100;
+    for (const double ticket : {price, price + 0.01}) {
+        const size_t before = trade()->desk()->orders().size();
+        buy(QString::number(ticket, 'f', 2), QStringLiteral("100"));
+        ASSERT_TRUE(waitUntil([&] { return trade()->desk()->orders().size() > before; }));
+    }
+    ASSERT_TRUE(waitUntil([this] {
+        const DrawnMark *const mark = markOfKind(buyWaiting);
+        return mark != nullptr && mark->count == 2;
+    }));
+    const QRectF box = markOfKind(buyWaiting)->box;
+    for (const OrderRecord &order : OrderRecords(trade()->desk()->orders())) {
+        trade()->panel()->select({});
+        EXPECT_TRUE(waitUntil([&] { return ringPixels(box) == 0; }));
+        trade()->panel()->select({order});
+        EXPECT_TRUE(waitUntil([&] { return ringPixels(box) > 20; })) << qPrintable(order.number);
+    }
+    QTest::mouseMove(chart()->canvas(), QPoint(400, 30));
+    QApplication::processEvents();
+    QTest::mouseMove(chart()->canvas(), box.center().toPoint());
+    EXPECT_TRUE(waitUntil([this] { return trade()->panel()->selected().size() == 2; }));
 }
 
 TEST_F(TradingFromTheChart, AClickOnTheEmptyChartFillsInItsPrice)

@@ -274,10 +274,11 @@ protected:
         QApplication::processEvents();
     }
     /// Pixels of the ring's colour around the mark of a bar.
-    int ringPixels(int bar)
+    int ringPixels(int bar) { return ringPixels(onMark(bar)); }
+    int ringPixels(const QPointF &place)
     {
         const QImage picture = chart()->grab().toImage();
-        const QPoint middle = chart()->canvas()->mapTo(chart(), onMark(bar).toPoint());
+        const QPoint middle = chart()->canvas()->mapTo(chart(), place.toPoint());
         int count = 0;
         for (int y = middle.y() - 30; y < middle.y() + 30; ++y) {
             for (int x = middle.x() - 16; x < middle.x() + 16; ++x) {
@@ -325,6 +326,23 @@ TEST_F(WindowWithKeys, MovesTheViewToAMarkBeyondIt)
     EXPECT_GT(ringPixels(m_pointed), 30);
     key(Qt::Key_N);
     EXPECT_EQ(m_pointed, lastMarkedBar() - 39);
+}
+
+TEST_F(WindowWithKeys, RingsAMergedMark)
+{
+    showMarks();
+    chart()->showAll();
+    QApplication::processEvents();
+    const auto marks = m_window->overlays()->marks();
+    const auto merged =
+        std::find_if(marks.begin(), marks.end(), [](const ClickableMark &mark) { return mark.count > 1; });
+    ASSERT_NE(merged, marks.end());
+    const QPointF place = merged->box.center();
+    EXPECT_EQ(ringPixels(place), 0);
+    for (auto mark = marks.begin(); mark <= merged; ++mark) {
+        key(Qt::Key_N);
+    }
+    EXPECT_GT(ringPixels(place), 30);
 }
 
 TEST_F(WindowWithKeys, FindsAMarkSeveralViewsAway)
