@@ -85,6 +85,7 @@ QPalette widgetPalette(const ChartTheme &theme)
 QString windowStyleSheet(const ChartTheme &theme)
 {
     return QStringLiteral(
+               "QMainWindow { background: %1; }"
                "QToolBar { background: %1; border: none; border-bottom: 1px solid %2; spacing: 4px; padding: "
                "5px 8px; }"
                "QToolBar::separator { background: %2; width: 1px; margin: 5px 6px; }"

@@ -3,6 +3,7 @@
 #include "terminal/chart/SeriesLabel.h"
 #include "terminal/chart/VisibleBars.h"
 #include "terminal/snapshot/Picture.h"
+#include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
 #include "terminal/ui/PopupRow.h"
 #include "tests/support/WaitUntil.h"
@@ -61,6 +62,15 @@ protected:
 
     void TearDown() override { m_window.reset(); }
 
+    /// The action of this name; null for none.
+    QAction *action(const char *name)
+    {
+        const auto actions = m_window->findChildren<QAction *>();
+        const auto found = std::find_if(actions.begin(), actions.end(), [name](const QAction *candidate) {
+            return candidate->text() == QString::fromUtf8(name);
+        });
+        return found == actions.end() ? nullptr : *found;
+    }
     ChartView *chart() { return m_window->chart(); }
     const ChartGeometry &geometry() { return chart()->chartGeometry(); }
     QImage canvasPicture() { return chart()->canvas()->grab().toImage(); }
@@ -475,11 +485,7 @@ class WindowWithWords : public WindowWithKeys
 protected:
     void speakEnglish()
     {
-        for (QAction *const action : m_window->findChildren<QAction *>()) {
-            if (action->text() == QLatin1String("English")) {
-                action->trigger();
-            }
-        }
+        action("English")->trigger();
         QApplication::processEvents();
     }
 };
@@ -557,7 +563,7 @@ TEST_F(SpokenChart, ReadsWhereACostLiesThatTheScaleDoesNotShow)
     EXPECT_TRUE(spoken(QAccessible::Description).endsWith(QStringLiteral(u" ↑"))) << "as its label says";
 }
 
-TEST_F(Window, OffersToExportAPictureAtItsKey)
+TEST_F(Window, OffersToExportTheChartAtItsKey)
 {
     show({});
     bool opened = false;
@@ -569,6 +575,41 @@ TEST_F(Window, OffersToExportAPictureAtItsKey)
     ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get()));
     QTest::keyClick(chart(), Qt::Key_S, Qt::ControlModifier);
     EXPECT_TRUE(opened);
+}
+
+TEST_F(Window, ExportsTheChartWithoutTheAccount)
+{
+    show({});
+    m_window->trade()->setShown(true);
+    QApplication::processEvents();
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("chart.png"));
+    whenOpen<QFileDialog>([&file](QFileDialog *dialog) {
+        dialog->selectFile(file);
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    m_window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get()));
+    QTest::keyClick(chart(), Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(QImage(file).size(), m_window->centralWidget()->size());
+    EXPECT_LT(QImage(file).width(), m_window->width() - 200) << "the ticket stands beside the chart";
+}
+
+TEST_F(Window, LooksAsIfItHadBeenOpenedInTheThemeThatItIsChangedTo)
+{
+    const auto picture = [this] {
+        m_window->trade()->setShown(true);
+        QApplication::processEvents();
+        return m_window->grab().toImage();
+    };
+    show({}, ChartPeriod::Day, ThemeKind::Light);
+    const QImage light = picture();
+    show({}, ChartPeriod::Day, ThemeKind::Dark);
+    const QImage dark = picture();
+    action("深色")->trigger();
+    EXPECT_EQ(picture(), light);
+    action("深色")->trigger();
+    EXPECT_EQ(picture(), dark);
 }
 
 TEST_F(WindowWithWords, HasRoomForItsToolBarInBothLanguages)
