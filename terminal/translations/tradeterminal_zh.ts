@@ -264,8 +264,8 @@
         <translation>深色</translation>
     </message>
     <message>
-        <source>Export picture</source>
-        <translation>导出图片</translation>
+        <source>Export chart</source>
+        <translation>导出图表</translation>
     </message>
     <message>
         <source>Chart</source>

@@ -199,7 +199,7 @@ void MainWindow::addLookActions()
     });
     m_exportAction = m_viewMenu->addAction(QString());
     m_exportAction->setShortcut(QKeySequence::Save);
-    connect(m_exportAction, &QAction::triggered, this, &MainWindow::exportPicture);
+    connect(m_exportAction, &QAction::triggered, this, &MainWindow::exportChart);
 }
 
 void MainWindow::changeEvent(QEvent *event)
@@ -226,7 +226,7 @@ void MainWindow::showTexts()
     m_darkAction->setText(tr("Dark"));
     m_languageAction->setText(m_options.language == QLatin1String("zh") ? QStringLiteral("English")
                                                                         : QStringLiteral(u"中文"));
-    m_exportAction->setText(tr("Export picture"));
+    m_exportAction->setText(tr("Export chart"));
     m_toolBar->setWindowTitle(tr("Chart"));
     m_trade->showTexts();
 }
@@ -343,12 +343,13 @@ void MainWindow::toggleOverlay(const OverlayKind &kind, bool shown)
     m_prompts.show(tr("The overlay library does not know the overlay \"%1\".").arg(overlayTitle(kind)));
 }
 
-void MainWindow::exportPicture()
+/// The chart is there to be shown to others: ticket and account stay out of it.
+void MainWindow::exportChart()
 {
     const QString proposal =
         QStringLiteral("%1-%2.png").arg(m_chart->data().security.code, periodWord(m_chart->data().period));
     const QString path =
-        QFileDialog::getSaveFileName(this, tr("Export picture"), proposal, tr("PNG pictures (*.png)"));
+        QFileDialog::getSaveFileName(this, tr("Export chart"), proposal, tr("PNG pictures (*.png)"));
     if (path.isEmpty()) {
         return;
     }

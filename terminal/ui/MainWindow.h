@@ -78,7 +78,7 @@ private:
     void applyTheme();
     void applyLanguage();
     void toggleOverlay(const OverlayKind &kind, bool shown);
-    void exportPicture();
+    void exportChart();
 
     Replay m_replay;
     ChartSource m_source;
