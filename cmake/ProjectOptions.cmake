@@ -1,4 +1,5 @@
-# How every target of this project is compiled: link project_options, privately.
+# How the targets of this project are compiled: each links project_options, privately; test programs link
+# test_options.
 
 set(CMAKE_CXX_STANDARD 17)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -18,11 +19,11 @@ else()
     set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR};$ORIGIN")
 endif()
 
-add_library(project_options INTERFACE)
-target_include_directories(project_options INTERFACE "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>")
-target_compile_options(project_options INTERFACE
+add_library(common_options INTERFACE)
+target_include_directories(common_options INTERFACE "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>")
+target_compile_options(common_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual)
-target_compile_definitions(project_options INTERFACE
+target_compile_definitions(common_options INTERFACE
     QT_NO_CAST_FROM_ASCII
     QT_NO_CAST_TO_ASCII
     QT_NO_CAST_FROM_BYTEARRAY
@@ -35,17 +36,34 @@ target_compile_definitions(project_options INTERFACE
     QT_DEPRECATED_WARNINGS)
 
 if(TRADECHART_WARNINGS_AS_ERRORS)
-    target_compile_options(project_options INTERFACE -Werror)
+    target_compile_options(common_options INTERFACE -Werror)
 endif()
 if(TRADECHART_COVERAGE)
-    target_compile_options(project_options INTERFACE --coverage)
-    target_link_options(project_options INTERFACE --coverage)
+    target_compile_options(common_options INTERFACE --coverage)
+    target_link_options(common_options INTERFACE --coverage)
 endif()
 if(TRADECHART_SANITIZE)
     list(JOIN TRADECHART_SANITIZE "," sanitizers)
-    target_compile_options(project_options INTERFACE
-        -fsanitize=${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    # A host's virtual tables may be laid by hand, without the type information that this would look for.
-    target_compile_options(project_options INTERFACE -fno-sanitize=vptr)
-    target_link_options(project_options INTERFACE -fsanitize=${sanitizers})
+    target_link_options(common_options INTERFACE -fsanitize=${sanitizers})
 endif()
+
+# add_options(<name> <sanitizer>...)
+function(add_options name)
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE common_options)
+    if(ARGN)
+        list(JOIN ARGN "," sanitizers)
+        # A host's virtual tables may be laid by hand, without the type information that vptr would look for.
+        target_compile_options(${name} INTERFACE
+            -fsanitize=${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer -fno-sanitize=vptr)
+    endif()
+endfunction()
+
+add_options(project_options ${TRADECHART_SANITIZE})
+
+# Tests are built more often than they run: nothing in them is optimised, and they are searched for what they
+# read out of bounds only, as a host would, not for undefined arithmetic of their own.
+set(test_sanitizers ${TRADECHART_SANITIZE})
+list(REMOVE_ITEM test_sanitizers undefined)
+add_options(test_options ${test_sanitizers})
+target_compile_options(test_options INTERFACE "$<$<CONFIG:Release>:-O0>")
