@@ -1,6 +1,7 @@
 #include "terminal/trade/OrdersPanel.h"
 
 #include "terminal/data/CalendarDate.h"
+#include "terminal/trade/CutTextTips.h"
 
 #include <QEvent>
 #include <QHeaderView>
@@ -11,6 +12,8 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace Terminal {
 
 namespace {
@@ -19,13 +22,21 @@ constexpr int panelHeight = 190;
 constexpr int rowHeight = 24;
 constexpr int narrowestColumn = 48;
 
-/// How the two tables share the width at first.
-constexpr int ordersShare = 560;
-constexpr int positionsShare = 460;
-
 /// Which columns take the room that the texts of the others leave.
 constexpr int statusColumn = 6;
 constexpr int nameColumn = 1;
+
+/// The width at which no column of the table is cut.
+int neededWidth(const QTableView &table)
+{
+    const QAbstractItemView &cells = table;
+    int width = 0;
+    for (int column = 0; column < table.model()->columnCount(); ++column) {
+        width += std::max({table.horizontalHeader()->sectionSizeHint(column), cells.sizeHintForColumn(column),
+                           narrowestColumn});
+    }
+    return width;
+}
 
 } // namespace
 
@@ -34,7 +45,8 @@ OrdersPanel::OrdersPanel(QWidget *parent)
       m_ordersCaption(new QLabel),
       m_accountCaption(new QLabel),
       m_ordersView(new QTableView),
-      m_positionsView(new QTableView)
+      m_positionsView(new QTableView),
+      m_halves(new QSplitter)
 {
     m_ordersView->setObjectName(QStringLiteral("ordersView"));
     m_positionsView->setObjectName(QStringLiteral("positionsView"));
@@ -48,14 +60,13 @@ OrdersPanel::OrdersPanel(QWidget *parent)
     connect(m_ordersView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &OrdersPanel::selectionChanged);
 
-    auto *const halves = new QSplitter;
-    halves->setChildrenCollapsible(false);
-    halves->addWidget(column(m_ordersCaption, m_ordersView));
-    halves->addWidget(column(m_accountCaption, m_positionsView));
-    halves->setSizes({ordersShare, positionsShare});
+    m_halves->setChildrenCollapsible(false);
+    m_halves->addWidget(column(m_ordersCaption, m_ordersView));
+    m_halves->addWidget(column(m_accountCaption, m_positionsView));
+    connect(m_halves, &QSplitter::splitterMoved, this, [this] { m_isSharedByHand = true; });
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(halves);
+    layout->addWidget(m_halves);
     showTexts();
 }
 
@@ -74,6 +85,7 @@ QWidget *OrdersPanel::column(QLabel *caption, QTableView *table)
 void OrdersPanel::setUpTable(QTableView *table, QAbstractTableModel *model, int widestColumn)
 {
     table->setModel(model);
+    table->setItemDelegate(new CutTextTips(table));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setTabKeyNavigation(false); // Tab leaves the table
@@ -86,6 +98,23 @@ void OrdersPanel::setUpTable(QTableView *table, QAbstractTableModel *model, int 
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     table->horizontalHeader()->setSectionResizeMode(widestColumn, QHeaderView::Stretch);
     table->horizontalHeader()->setHighlightSections(false);
+}
+
+void OrdersPanel::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    shareWidth();
+}
+
+/// The tables stay as they are while both are wide enough: they would else move with every new figure.
+void OrdersPanel::shareWidth()
+{
+    const int forOrders = neededWidth(*m_ordersView);
+    const int forPositions = neededWidth(*m_positionsView);
+    const QList<int> widths = m_halves->sizes();
+    if (!m_isSharedByHand && (widths.first() < forOrders || widths.last() < forPositions)) {
+        m_halves->setSizes({forOrders, forPositions});
+    }
 }
 
 QSize OrdersPanel::sizeHint() const
@@ -155,6 +184,7 @@ void OrdersPanel::showAccount()
         m_account
             ? tr("Positions · cash %1, available %2").arg(money(m_account->cash), money(m_account->available))
             : tr("Positions"));
+    shareWidth();
 }
 
 void OrdersPanel::showTexts()

@@ -5,12 +5,16 @@
 #include <QWidget>
 
 class QLabel;
+class QSplitter;
 class QTableView;
 
 namespace Terminal {
 
 /// The orders of the shown security on one day, and what the account holds, side by side. Delete or the
 /// menu of a row asks for the cancellation of its order.
+///
+/// Until the user shares the width out between the two tables, each has what its columns need. Where both
+/// together need more, names and states are cut and shown by tool tips.
 class OrdersPanel : public QWidget
 {
     Q_OBJECT
@@ -47,10 +51,12 @@ Q_SIGNALS:
 protected:
     void changeEvent(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     QWidget *column(QLabel *caption, QTableView *table);
     void setUpTable(QTableView *table, QAbstractTableModel *model, int widestColumn);
+    void shareWidth();
     void showTexts();
     void showAccount();
     void askToCancel();
@@ -63,6 +69,8 @@ private:
     QLabel *m_accountCaption;
     QTableView *m_ordersView;
     QTableView *m_positionsView;
+    QSplitter *m_halves;
+    bool m_isSharedByHand = false;
     std::optional<Account> m_account;
     Security m_shownSecurity;
     std::optional<double> m_lastPrice;

@@ -101,6 +101,7 @@ public:
         const Record &row = record(index.row());
         switch (role) {
         case Qt::DisplayRole:
+        case Qt::ToolTipRole:
             return shown.isMoney && m_hidesAmounts ? hiddenAmount() : shown.text(row);
         case Qt::TextAlignmentRole:
             return static_cast<int>(shown.alignment | Qt::AlignVCenter);
