@@ -1,9 +1,17 @@
-// What a restart of the database's server leaves of a ledger that is in use.
+// What a restart of the database's server leaves of a ledger that is in use, and what becomes of one whose
+// server says nothing.
 #include "tests/trademodule/PostgreSqlServer.h"
 #include "tests/trademodule/ProgramFixture.h"
 #include "trademodule/Error.h"
 #include "trademodule/ExchangeTime.h"
 #include "trademodule/ledger/OrderBook.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <future>
 
 namespace TradeModule {
 
@@ -38,6 +46,31 @@ Order anOrder()
     order.status = QStringLiteral("2");
     return order;
 }
+
+/// A host on which something listens that never says a word.
+class SilentHost
+{
+public:
+    SilentHost() : m_socket(::socket(AF_INET, SOCK_STREAM, 0))
+    {
+        sockaddr_in place{};
+        place.sin_family = AF_INET;
+        place.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof place;
+        EXPECT_EQ(::bind(m_socket, reinterpret_cast<const sockaddr *>(&place), size), 0);
+        EXPECT_EQ(::listen(m_socket, 8), 0);
+        EXPECT_EQ(::getsockname(m_socket, reinterpret_cast<sockaddr *>(&place), &size), 0);
+        m_port = ntohs(place.sin_port);
+    }
+    ~SilentHost() { ::close(m_socket); }
+    Q_DISABLE_COPY_MOVE(SilentHost)
+
+    QString location() const { return QStringLiteral("postgresql://trader@127.0.0.1:%1/ledger").arg(m_port); }
+
+private:
+    const int m_socket;
+    int m_port = 0;
+};
 
 class RestartedServer : public LedgerFixture
 {
@@ -99,6 +132,19 @@ TEST_F(ModuleOnARestartedServer, RefusesOrdersUntilTheServerIsThereAgain)
     QByteArray log;
     ASSERT_TRUE(waitUntil([&] { return (log += module().readAllStandardError()).contains("again"); }));
     EXPECT_EQ(log.count("it is there again"), 1) << log.toStdString();
+}
+
+TEST(SilentServer, IsNotWaitedForLong)
+{
+    if (const QString reason = TestLedger::unavailable(); !reason.isEmpty()) {
+        GTEST_SKIP() << reason.toStdString();
+    }
+    auto host = std::make_unique<SilentHost>();
+    const auto opening = std::async(std::launch::async, [location = host->location()] {
+        EXPECT_THROW(Ledger ledger(location), LedgerUnavailable);
+    });
+    EXPECT_EQ(opening.wait_for(std::chrono::seconds(15)), std::future_status::ready);
+    host.reset(); // who still waits is let go
 }
 
 } // namespace TradeModule

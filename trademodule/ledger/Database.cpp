@@ -16,6 +16,9 @@ namespace {
 /// Known to every process that changes ledgers on PostgreSQL: do not change.
 constexpr qint64 WriterLock = 0x74726164656d6f64;
 
+/// How long a server is waited for that takes a connection and says nothing, or a host that takes none.
+constexpr int ConnectSeconds = 5;
+
 /// The least that both databases take for a time to wait.
 constexpr int NoPatienceMs = 1;
 
@@ -130,6 +133,7 @@ void Database::openPostgreSql(const QString &url)
     database.setDatabaseName(parsed.path().mid(1));
     database.setUserName(parsed.userName());
     database.setPassword(parsed.password());
+    database.setConnectOptions(QStringLiteral("connect_timeout=%1").arg(ConnectSeconds));
     open(database, parsed.toDisplayString());
     run(QStringLiteral("SET client_min_messages = warning"));
 }
