@@ -464,6 +464,20 @@ TEST_F(PaperExchangeOfADay, LeavesQuotesOfOtherDaysAloneAndSaysSoOnce)
     EXPECT_TRUE(log.has(QStringLiteral("quotes of 20240102 are left alone")));
 }
 
+TEST_F(PaperExchangeOfADay, ReckonsTheCostByTheTimeOfDayWhenTheDayIsPlayedAgain)
+{
+    hold(1000);
+    exchange().take(bar(1400, 10, 10, 10));
+    buy(10, 1000);
+    exchange().take(bar(1401, 10, 10, 10));
+    exchange().take(bar(930, 10, 10, 10));
+    sell(10, 1000);
+    exchange().take(bar(931, 10, 10, 10));
+    ASSERT_EQ(ledger().holding(bank()).quantity(), 1000);
+    const Money paid = yuan(10000) + TradingRules::fees(Side::Buy, yuan(10000));
+    EXPECT_NEAR(costPrice(bank()), paid.yuan() / 1000, 1e-9) << "what was held before was sold first";
+}
+
 TEST_F(PaperExchangeOfADay, LetsOrdersOfPastDaysEnd)
 {
     const Order order = buy(9.50, 100);

@@ -121,6 +121,31 @@ void writeHolding(Database *database, qint64 securityId, const Holding &holding)
                   {securityId, holding.quantity(), holding.cost(), holding.unexplained()});
 }
 
+QSqlQuery entriesOf(Database *database, qint64 securityId, DateRange days)
+{
+    return database->run(LedgerQueries::entriesOfSecurity(), {securityId, days.first, days.last});
+}
+
+/// From all entries of the security, in order of time.
+Holding holdingOf(Database *database, qint64 securityId, const Security &security)
+{
+    Holding holding;
+    QSqlQuery rows = entriesOf(database, securityId, DateRange());
+    while (rows.next()) {
+        holding.add(executionOf(rows, security));
+    }
+    return holding;
+}
+
+bool hasLater(Database *database, qint64 securityId, const Execution &execution)
+{
+    return database
+        ->run(QStringLiteral("SELECT 1 FROM execution WHERE security_id = ? "
+                             "AND (trade_date, trade_time) > (?, ?) LIMIT 1"),
+              {securityId, execution.date, execution.time})
+        .next();
+}
+
 } // namespace
 
 /// Books one statement inside a transaction.
@@ -145,8 +170,6 @@ private:
     void insert(const Executions &executions, const Progress &progress);
     QVariant registerStatement();
     void updateHoldings();
-    QSqlQuery entriesOf(SecurityId security, DateRange days);
-    Holding readHolding(SecurityId security);
 
     Ledger *const m_ledger;
     Database *const m_database;
@@ -184,7 +207,7 @@ FillCounts Ledger::Writer::fillsInLedger()
     FillCounts counts;
     const DateRange days = daysOf(m_statement.executions);
     for (auto security = m_securityIds.cbegin(); security != m_securityIds.cend(); ++security) {
-        QSqlQuery rows = entriesOf(security, days);
+        QSqlQuery rows = entriesOf(m_database, security.value(), days);
         while (rows.next()) {
             ++counts[FillKey(executionOf(rows, security.key()))];
         }
@@ -241,27 +264,12 @@ void Ledger::Writer::insert(const Executions &executions, const Progress &progre
 void Ledger::Writer::updateHoldings()
 {
     for (auto security = m_securityIds.cbegin(); security != m_securityIds.cend(); ++security) {
-        const Holding holding = readHolding(security);
+        const Holding holding = holdingOf(m_database, security.value(), security.key());
         writeHolding(m_database, security.value(), holding);
         if (holding.unexplained() > 0) {
             m_booked.unexplained.append(security.key());
         }
     }
-}
-
-QSqlQuery Ledger::Writer::entriesOf(SecurityId security, DateRange days)
-{
-    return m_database->run(LedgerQueries::entriesOfSecurity(), {security.value(), days.first, days.last});
-}
-
-Holding Ledger::Writer::readHolding(SecurityId security)
-{
-    Holding holding;
-    QSqlQuery rows = entriesOf(security, DateRange());
-    while (rows.next()) {
-        holding.add(executionOf(rows, security.key()));
-    }
-    return holding;
 }
 
 Ledger::Ledger(const QString &location) : m_database(location)
@@ -282,12 +290,15 @@ qint64 Ledger::registerSecurity(const Security &security, const QString &name)
     return id.value(0).toLongLong();
 }
 
-void Ledger::addNewest(const Execution &execution)
+void Ledger::add(const Execution &execution)
 {
     const qint64 securityId = registerSecurity(execution.security, QString());
-    m_database.run(insertExecution(), valuesOf(execution, securityId, QVariant(QVariant::LongLong)));
     Holding after = holding(execution.security);
     after.add(execution);
+    m_database.run(insertExecution(), valuesOf(execution, securityId, QVariant(QVariant::LongLong)));
+    if (hasLater(&m_database, securityId, execution)) {
+        after = holdingOf(&m_database, securityId, execution.security);
+    }
     writeHolding(&m_database, securityId, after);
 }
 

@@ -79,8 +79,9 @@ public:
     Database *database() { return &m_database; }
     /// The key of a security; it is written when it is new, and so is a name that is not empty.
     qint64 registerSecurity(const Security &security, const QString &name);
-    /// Writes a trade that happened after all others of its security.
-    void addNewest(const Execution &execution);
+    /// Writes a trade and the holding after it. It need not be the latest of its security: a day that is
+    /// played again has trades of its first time, and a statement may tell of later ones.
+    void add(const Execution &execution);
 
 private:
     class Writer;

@@ -75,7 +75,7 @@ void OrderBook::update(const Order &order)
 
 void OrderBook::execute(const Execution &execution)
 {
-    m_ledger->addNewest(execution);
+    m_ledger->add(execution);
     const Money paid =
         execution.side == Side::Buy ? execution.amount + execution.fee : execution.fee - execution.amount;
     m_database->run(QStringLiteral("UPDATE account SET cash = cash - ?"), {paid.steps()});
