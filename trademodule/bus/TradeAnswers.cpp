@@ -142,8 +142,9 @@ void TradeAnswers::answerPastOrders(const TradeRequest &request, AnswerMessage *
 void TradeAnswers::answerAccount(const TradeRequest & /*request*/, AnswerMessage *answer)
 {
     QJsonArray positions;
+    const Orders open = m_exchange->openOrders();
     for (const Position &position : m_ledger->positions()) {
-        positions.append(rowOf(position, m_exchange->sellable(position.security)));
+        positions.append(rowOf(position, m_exchange->sellable(position.security, open)));
     }
     answer->set(DATA, QJsonObject{
                           {key(AccountFields::CASH), m_orders.cash().text()},

@@ -157,8 +157,12 @@ void PaperExchange::refuseUncovered(const Order &order)
 
 qint64 PaperExchange::sellable(const Security &security)
 {
+    return sellable(security, m_book.open());
+}
+
+qint64 PaperExchange::sellable(const Security &security, const Orders &open)
+{
     qint64 available = m_book.holding(security).quantity() - m_book.boughtOn(today(), security);
-    const Orders open = m_book.open();
     for (const Order &order : open) {
         if (order.side == Side::Sell && order.security == security) {
             available -= order.openQuantity();

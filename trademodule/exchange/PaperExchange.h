@@ -52,6 +52,9 @@ public:
 
     /// Shares that may be sold today: held, not bought today and not on offer already.
     qint64 sellable(const Security &security);
+    /// The same with the open orders at hand, for who asks about many securities.
+    qint64 sellable(const Security &security, const Orders &open);
+    Orders openOrders() { return m_book.open(); }
     /// The cash that is free for a buy and its fees: what the open buys and theirs leave.
     Money spendable();
 
