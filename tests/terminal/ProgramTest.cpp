@@ -5,6 +5,7 @@
 #include "terminal/services/TradeModuleProcess.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/support/WaitUntil.h"
+#include "tests/terminal/Pixels.h"
 #include "tests/terminal/ProgramFixture.h"
 
 #include <gmock/gmock.h>
@@ -88,11 +89,7 @@ std::vector<int> lineRows(const QImage &image, const QRect &canvas, const QColor
 {
     std::vector<int> rows;
     for (int y = canvas.top(); y <= canvas.bottom(); ++y) {
-        int count = 0;
-        for (int x = canvas.left() + 10; x < canvas.left() + 310; ++x) {
-            count += image.pixelColor(x, y) == colour ? 1 : 0;
-        }
-        if (count > 250) {
+        if (pixelsOf(image.copy(canvas.left() + 10, y, 300, 1), colour) > 250) {
             rows.push_back(y);
         }
     }
@@ -162,13 +159,7 @@ TEST_F(Program, HidesAmountsInAPicture)
     ASSERT_EQ(snapshot(arguments).exitCode, 0);
     const QColor label = makeTheme(ThemeKind::Dark, RiseColour::Red).line;
     const auto labelPixels = [label](const QImage &image) {
-        int count = 0;
-        for (int y = 90; y < image.height(); ++y) {
-            for (int x = image.width() - 200; x < image.width(); ++x) {
-                count += image.pixelColor(x, y) == label ? 1 : 0;
-            }
-        }
-        return count;
+        return pixelsOf(image.copy(image.rect().adjusted(image.width() - 200, 90, 0, 0)), label);
     };
     const int shown = labelPixels(QImage(picture()));
     ASSERT_EQ(snapshot(arguments + QStringList(QStringLiteral("--hide-amounts"))).exitCode, 0);
@@ -199,17 +190,8 @@ TEST_F(Program, WaitsForTheTradesToo)
         snapshot(arguments + QStringList({QStringLiteral("--overlays"), QStringLiteral("trades")}));
     ASSERT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
     const QColor both = makeTheme(ThemeKind::Dark, RiseColour::Red).both;
-    const auto pixels = [both](const QImage &image) {
-        int count = 0;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                count += image.pixelColor(x, y) == both ? 1 : 0;
-            }
-        }
-        return count;
-    };
-    EXPECT_EQ(pixels(bare), 0);
-    EXPECT_GT(pixels(QImage(picture())), 500);
+    EXPECT_EQ(pixelsOf(bare, both), 0);
+    EXPECT_GT(pixelsOf(QImage(picture()), both), 500);
 }
 
 #endif

@@ -3,6 +3,7 @@
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
+#include "tests/terminal/Pixels.h"
 #include "tests/terminal/ProgramFixture.h"
 
 #include <gmock/gmock.h>
@@ -33,12 +34,8 @@ TEST_F(ReplayProgram, DrawsADayAsFarAsItWasPlayed)
     ASSERT_EQ(snapshot(replayTo("1430")).exitCode, 0);
     const QColor background = makeTheme(ThemeKind::Dark, RiseColour::Red).background;
     const auto drawn = [&background](const QImage &image) {
-        int pixels = 0;
-        for (int y = 100; y < 560; ++y) {
-            const QColor colour = image.pixelColor(image.width() / 2 + 37, y);
-            pixels += colour != background ? 1 : 0;
-        }
-        return pixels;
+        const QRect column(image.width() / 2 + 37, 100, 1, 460);
+        return column.height() - pixelsOf(image.copy(column), background);
     };
     EXPECT_GT(drawn(QImage(picture())), drawn(early));
 }
@@ -101,19 +98,7 @@ protected:
                             static_cast<int>(geometry.priceToY(price)));
         const QRect area(window->chart()->canvas()->mapTo(window.get(), anchor) - QPoint(8, 0),
                          QSize(17, 17));
-        const QImage image = QImage(picture()).copy(area);
-        return pixelsOf(image, colour);
-    }
-
-    static int pixelsOf(const QImage &image, const QColor &colour)
-    {
-        int pixels = 0;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                pixels += image.pixelColor(x, y) == colour ? 1 : 0;
-            }
-        }
-        return pixels;
+        return pixelsOf(QImage(picture()).copy(area), colour);
     }
 };
 

@@ -11,6 +11,7 @@
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/support/WaitUntil.h"
+#include "tests/terminal/Pixels.h"
 #include "tests/terminal/WhenOpen.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
@@ -157,14 +158,8 @@ protected:
     /// Of a ring around the mark in this box.
     int ringPixels(const QRectF &box)
     {
-        const QImage picture = chart()->canvas()->grab(box.toRect().adjusted(-12, -12, 12, 12)).toImage();
-        int count = 0;
-        for (int y = 0; y < picture.height(); ++y) {
-            for (int x = 0; x < picture.width(); ++x) {
-                count += picture.pixelColor(x, y) == chart()->theme().accent ? 1 : 0;
-            }
-        }
-        return count;
+        const QRect around = box.toRect().adjusted(-12, -12, 12, 12);
+        return pixelsOf(chart()->canvas()->grab(around).toImage(), chart()->theme().accent);
     }
 
     /// The ledger's own words, read by another process.

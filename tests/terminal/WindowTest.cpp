@@ -8,6 +8,7 @@
 #include "terminal/ui/PopupRow.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/terminal/OverlayLog.h"
+#include "tests/terminal/Pixels.h"
 #include "tests/terminal/SomeBars.h"
 #include "tests/terminal/WhenOpen.h"
 
@@ -287,15 +288,9 @@ protected:
     int ringPixels(int bar) { return ringPixels(onMark(bar)); }
     int ringPixels(const QPointF &place)
     {
-        const QImage picture = chart()->grab().toImage();
         const QPoint middle = chart()->canvas()->mapTo(chart(), place.toPoint());
-        int count = 0;
-        for (int y = middle.y() - 30; y < middle.y() + 30; ++y) {
-            for (int x = middle.x() - 16; x < middle.x() + 16; ++x) {
-                count += picture.pixelColor(x, y) == chart()->theme().accent ? 1 : 0;
-            }
-        }
-        return count;
+        const QRect around(middle - QPoint(16, 30), QSize(32, 60));
+        return pixelsOf(chart()->grab(around).toImage(), chart()->theme().accent);
     }
 
     int m_pointed = -1;
@@ -999,34 +994,49 @@ TEST_F(Window, ShowsWhichEdgeAnOrderIsBeyond)
     EXPECT_TRUE(shows(picture, sprites.sprite(orderGlyph(23, EdgeClamp::AtTop), 1), high.toPoint()));
 }
 
+/// A chart of two thousand bars, the last ones in view, as many as the parameter says.
 class MarksOnAChart : public ::testing::TestWithParam<double>
 {
+protected:
+    static constexpr int barCount = 2000;
+
+    MarksOnAChart()
+    {
+        m_chart.resize(1000, 600);
+        m_chart.setData(dailyChart(barCount));
+        m_chart.show();
+        m_chart.setSpan({barCount - GetParam() - 0.5, barCount - 0.5});
+        m_chart.grab();
+        m_sprites.setLook(m_chart.theme(), 1);
+    }
+
+    static int firstInView() { return barCount - static_cast<int>(GetParam()); }
+    const Bar &bar(int number) const { return m_chart.data().bars[static_cast<size_t>(number)]; }
+
+    void paint()
+    {
+        QImage image(m_chart.canvas()->size(), QImage::Format_RGB32);
+        QPainter canvas(&image);
+        m_painter.paint(&canvas);
+    }
+
+    ChartView m_chart;
+    GlyphSprites m_sprites;
+    DrawnMarks m_marks;
+    MarkPainter m_painter{m_chart, &m_sprites, &m_marks};
 };
 
 TEST_P(MarksOnAChart, NeverHideAWick)
 {
-    ChartView chart;
-    chart.resize(1000, 600);
-    chart.setData(dailyChart(2000));
-    chart.show();
-    chart.setSpan({2000 - GetParam() - 0.5, 1999.5});
-    chart.grab();
-    GlyphSprites sprites;
-    sprites.setLook(chart.theme(), 1);
-    DrawnMarks marks;
-    MarkPainter painter(chart, &sprites, &marks);
-    const Bars &bars = chart.data().bars;
-    for (int bar = 2000 - static_cast<int>(GetParam()); bar < 2000; bar += 2) {
-        painter.addSeriesMark(bar, bars[static_cast<size_t>(bar)].high, bar % 3 * 2);
-        painter.addSeriesMark(bar, bars[static_cast<size_t>(bar)].low, bar % 3 * 2 + 1);
+    for (int number = firstInView(); number < barCount; number += 2) {
+        m_painter.addSeriesMark(number, bar(number).high, number % 3 * 2);
+        m_painter.addSeriesMark(number, bar(number).low, number % 3 * 2 + 1);
     }
-    QImage image(chart.canvas()->size(), QImage::Format_RGB32);
-    QPainter canvas(&image);
-    painter.paint(&canvas);
-    ASSERT_FALSE(marks.all().empty());
-    const ChartGeometry &geometry = chart.chartGeometry();
-    for (const DrawnMark &mark : marks.all()) {
-        for (const BarColumn &column : chart.visibleBars().columns()) {
+    paint();
+    ASSERT_FALSE(m_marks.all().empty());
+    const ChartGeometry &geometry = m_chart.chartGeometry();
+    for (const DrawnMark &mark : m_marks.all()) {
+        for (const BarColumn &column : m_chart.visibleBars().columns()) {
             const double x = geometry.barToX(column.position);
             if (x < mark.box.left() || x > mark.box.right()) {
                 continue;
@@ -1040,30 +1050,18 @@ TEST_P(MarksOnAChart, NeverHideAWick)
 
 TEST_P(MarksOnAChart, AreAllCountedAndAllHit)
 {
-    ChartView chart;
-    chart.resize(1000, 600);
-    chart.setData(dailyChart(2000));
-    chart.show();
-    chart.setSpan({2000 - GetParam() - 0.5, 1999.5});
-    chart.grab();
-    GlyphSprites sprites;
-    sprites.setLook(chart.theme(), 1);
-    DrawnMarks marks;
-    MarkPainter painter(chart, &sprites, &marks);
     int added = 0;
-    for (int bar = 2000 - static_cast<int>(GetParam()); bar < 2000; bar += 2, ++added) {
-        painter.addSeriesMark(bar, chart.data().bars[static_cast<size_t>(bar)].high, 0);
+    for (int number = firstInView(); number < barCount; number += 2, ++added) {
+        m_painter.addSeriesMark(number, bar(number).high, 0);
     }
-    QImage image(chart.canvas()->size(), QImage::Format_RGB32);
-    QPainter canvas(&image);
-    painter.paint(&canvas);
+    paint();
     int counted = 0;
-    for (const DrawnMark &mark : marks.all()) {
+    for (const DrawnMark &mark : m_marks.all()) {
         counted += mark.count;
-        EXPECT_TRUE(marks.targetAt(mark.box.center()));
+        EXPECT_TRUE(m_marks.targetAt(mark.box.center()));
     }
     EXPECT_EQ(counted, added);
-    EXPECT_FALSE(marks.targetAt({-50, -50}));
+    EXPECT_FALSE(m_marks.targetAt({-50, -50}));
 }
 
 INSTANTIATE_TEST_SUITE_P(BarsInView, MarksOnAChart, ::testing::Values(20.0, 100.0, 400.0, 1999.0));
