@@ -8,6 +8,7 @@
 #include "terminal/ui/WindowSettings.h"
 
 #include <QApplication>
+#include <QLayout>
 
 namespace Terminal {
 
@@ -173,6 +174,8 @@ void TerminalProgram::joinBus()
 
 void TerminalProgram::startSnapshot()
 {
+    // A picture has the size that was asked for; a window that is on no screen can be given no limits.
+    m_window->layout()->setSizeConstraint(QLayout::SetNoConstraint);
     // Laid out as on a screen, before the overlays ask where things are.
     m_window->ensurePolished();
     m_window->grab();

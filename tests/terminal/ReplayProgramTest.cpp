@@ -40,6 +40,16 @@ TEST_F(ReplayProgram, DrawsADayAsFarAsItWasPlayed)
     EXPECT_GT(drawn(QImage(picture())), drawn(early));
 }
 
+TEST_F(ReplayProgram, DrawsAPictureNoLargerThanAskedForAndSaysNothing)
+{
+    const Outcome outcome =
+        snapshot(replayTo("1000") + QStringList({QStringLiteral("--lang"), QStringLiteral("en"),
+                                                 QStringLiteral("--size"), QStringLiteral("700x500")}));
+    ASSERT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(QImage(picture()).size(), QSize(700, 500));
+    EXPECT_EQ(outcome.messages, QString());
+}
+
 #ifdef TRADEMODULE
 
 /// Orders at one minute and price, and where their marker is in a picture of the window.
