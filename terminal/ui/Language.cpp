@@ -6,7 +6,7 @@
 // Resources of a static library are linked only when they are asked for, from outside of a namespace.
 static void useTranslations()
 {
-    Q_INIT_RESOURCE(translations);
+    Q_INIT_RESOURCE(tradeterminal_translations);
 }
 
 namespace Terminal {
