@@ -68,9 +68,10 @@ std::optional<uid_t> peerUser(int descriptor)
     return credentials.uid;
 }
 
+// By SIGKILL: a program that is just starting may overwrite what a politer signal told it.
 void endWithParent(pid_t parent)
 {
-    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (::getppid() != parent) {
         ::_exit(EXIT_FAILURE); // it ended before the line above
     }
@@ -103,7 +104,7 @@ void endWithParent(pid_t parent)
     const bool watching = ::kevent(queue, watches, 2, nullptr, 0, nullptr) == 0;
     if (!watching ||
         (::kevent(queue, nullptr, 0, &end, 1, nullptr) == 1 && end.ident == static_cast<uintptr_t>(parent))) {
-        ::kill(child, SIGTERM);
+        ::kill(child, SIGKILL);
     }
     ::_exit(EXIT_SUCCESS);
 }

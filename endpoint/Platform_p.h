@@ -24,7 +24,7 @@ QString connectionProblem(int descriptor);
 /// Programs started by this process do not inherit the descriptor.
 void closeOnExec(int descriptor);
 
-/// Called in a child between fork and exec: the child ends when the process `parent` ends.
+/// Called in a child between fork and exec: the child is killed when the process `parent` ends.
 void endWithParent(pid_t parent);
 
 } // namespace LocalCommunication::Platform

@@ -1,6 +1,7 @@
 #include "endpoint/LocalBroker.h"
 
 #include "endpoint/BusAddress.h"
+#include "endpoint/DirectoryLock_p.h"
 #include "tests/endpoint/BusTest.h"
 #include "tests/endpoint/LogRecorder.h"
 
@@ -20,6 +21,7 @@
 #include <unistd.h>
 
 using LocalCommunication::BusAddress;
+using LocalCommunication::DirectoryLock;
 using LocalCommunication::LocalBroker;
 using State = LocalCommunication::LocalBroker::State;
 
@@ -289,22 +291,30 @@ TEST_F(LocalBrokerTest, EndsTheBrokerOfATerminalThatCrashesAndServesInItsPlace)
     EXPECT_FALSE(isAlive(orphan));
 }
 
-TEST_F(LocalBrokerTest, WaitsForTheBrokerOfACrashedTerminalToBeGone)
+TEST_F(LocalBrokerTest, LeavesNoBrokerOfACrashedTerminalThatCanNotEndByItself)
 {
     OtherTerminal other(address());
     const pid_t orphan = other.brokerId();
     ASSERT_NE(orphan, 0);
-    ::kill(orphan, SIGSTOP); // it can not end yet
+    ::kill(orphan, SIGSTOP);
+
     other.kill();
-    QFile::remove(socketPath());
+
+    EXPECT_TRUE(waitUntil([&] { return !isAlive(orphan); }));
+}
+
+TEST_F(LocalBrokerTest, WaitsForTheEndOfABrokerThatNoLongerAnswers)
+{
+    ASSERT_EQ(::mkdir(QFile::encodeName(busDirectory()).constData(), 0700), 0);
+    DirectoryLock ending;
+    ASSERT_TRUE(ending.tryAcquire(busDirectory() + QStringLiteral("/broker.lock")));
 
     LocalBroker broker;
     broker.start(address());
     EXPECT_FALSE(waitUntil([&] { return broker.processId() != 0; }, 1000));
-    ::kill(orphan, SIGCONT);
+    ending.release();
 
     EXPECT_TRUE(waitFor(broker, State::Running));
-    EXPECT_FALSE(isAlive(orphan));
     RecordingEndPoint client;
     EXPECT_TRUE(client.join(address()));
 }
