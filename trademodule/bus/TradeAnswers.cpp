@@ -148,7 +148,7 @@ void TradeAnswers::answerAccount(const TradeRequest & /*request*/, AnswerMessage
     }
     answer->set(DATA, QJsonObject{
                           {key(AccountFields::CASH), m_orders.cash().text()},
-                          {key(AccountFields::AVAILABLE), m_exchange->spendable().text()},
+                          {key(AccountFields::AVAILABLE), m_exchange->spendable(open).text()},
                           {key(AccountFields::POSITIONS), positions},
                       });
 }

@@ -173,8 +173,12 @@ qint64 PaperExchange::sellable(const Security &security, const Orders &open)
 
 Money PaperExchange::spendable()
 {
+    return spendable(m_book.open());
+}
+
+Money PaperExchange::spendable(const Orders &open)
+{
     Money available = m_book.cash();
-    const Orders open = m_book.open();
     for (const Order &order : open) {
         if (order.side == Side::Buy) {
             const Money amount = order.price * order.openQuantity();

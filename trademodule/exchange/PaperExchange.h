@@ -52,11 +52,13 @@ public:
 
     /// Shares that may be sold today: held, not bought today and not on offer already.
     qint64 sellable(const Security &security);
-    /// The same with the open orders at hand, for who asks about many securities.
-    qint64 sellable(const Security &security, const Orders &open);
-    Orders openOrders() { return m_book.open(); }
     /// The cash that is free for a buy and its fees: what the open buys and theirs leave.
     Money spendable();
+
+    /// The same with the open orders at hand, for who asks about much at once.
+    Orders openOrders() { return m_book.open(); }
+    qint64 sellable(const Security &security, const Orders &open);
+    Money spendable(const Orders &open);
 
     /// Gives the account this cash; an Error when the open buys need more.
     void setCash(Money cash);
