@@ -10,7 +10,8 @@
 //   3. calcRatio, maximizeValue, minimizeValue    while the host fits its price scale
 //   4. paintIt(painter)                           for every repaint
 //   5. hitTest, handleMouse...                    on user input, in pixels
-//   6. deleteObject()                             stops the overlay; calls that still come change nothing
+//   6. deleteObject()                             stops an overlay of the factory; calls that still come
+//                                                 change nothing
 //   7. the virtual destructor                     leaves the bus and frees everything
 //
 // docs/host-interface.md tells what each operation is called with.
