@@ -1,6 +1,7 @@
 #include "terminal/trade/OrderDraft.h"
 
 #include "terminal/chart/NumberText.h"
+#include "tradechartobject/common/DayLimits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,19 +32,6 @@ qint64 wholeLots(qint64 shares)
     return shares / sharesOfLot * sharesOfLot;
 }
 
-/// How far in percent a price may be from the close before: young companies' boards have wider limits.
-qint64 limitPercent(const QString &code)
-{
-    const bool isYoungBoard = code.startsWith(QLatin1String("30")) || code.startsWith(QLatin1String("688"));
-    return isYoungBoard ? 20 : 10;
-}
-
-/// So many percent of a price, rounded half up to a tick.
-double percentOf(double price, qint64 percent)
-{
-    return toYuan((toCents(price) * percent + 50) / 100);
-}
-
 } // namespace
 
 std::optional<PriceLimits> OrderDraft::limits() const
@@ -51,9 +39,8 @@ std::optional<PriceLimits> OrderDraft::limits() const
     if (!m_facts.closeBefore) {
         return std::nullopt;
     }
-    const qint64 percent = limitPercent(m_order.security.code);
-    return PriceLimits{percentOf(*m_facts.closeBefore, 100 - percent),
-                       percentOf(*m_facts.closeBefore, 100 + percent)};
+    const auto limits = TradeChart::Module::dayLimits(m_order.security.code, toCents(*m_facts.closeBefore));
+    return PriceLimits{toYuan(limits.lowest), toYuan(limits.highest)};
 }
 
 std::optional<qint64> OrderDraft::largestQuantity() const

@@ -1,8 +1,11 @@
 // An order before it is sent: its checks and its figures.
 #include "terminal/trade/OrderDraft.h"
 #include "tests/support/ByName.h"
+#include "tests/support/NearestTick.h"
 
 #include <gmock/gmock.h>
+
+#include <cmath>
 
 namespace Terminal {
 namespace {
@@ -91,14 +94,19 @@ TEST(OrderDraft, DoesNotCheckWhatIsNotKnown)
     EXPECT_FALSE(OrderDraft(order(sell, 10, 100), little).largestQuantity());
 }
 
-TEST(OrderDraft, RoundsLimitsHalfUpToATick)
+TEST(OrderDraft, ShowsTheLimitsThatTheExchangeHoldsForEveryClose)
 {
-    DraftFacts odd = facts();
-    odd.closeBefore = 1.15; // 1.265 and 1.035
-    const auto limits = OrderDraft(order(buy, 1.15, 100), odd).limits();
-    ASSERT_TRUE(limits);
-    EXPECT_DOUBLE_EQ(limits->highest, 1.27);
-    EXPECT_DOUBLE_EQ(limits->lowest, 1.04);
+    DraftFacts facts;
+    for (qint64 close = 1; close <= 100000; ++close) {
+        facts.closeBefore = static_cast<double>(close) / 100;
+        for (const auto &[code, percent] : {std::pair("600519", 10), std::pair("688981", 20)}) {
+            const PriceLimits limits = OrderDraft(order(buy, 1, 100, code), facts).limits().value();
+            ASSERT_TRUE(isNearestTick(std::llround(limits.lowest * 100), close, 100 - percent))
+                << limits.lowest;
+            ASSERT_TRUE(isNearestTick(std::llround(limits.highest * 100), close, 100 + percent))
+                << limits.highest;
+        }
+    }
 }
 
 TEST(OrderDraft, StatesTheAmountWithoutFees)

@@ -1,6 +1,7 @@
 #include "trademodule/exchange/PaperExchange.h"
 #include "tests/endpoint/LogRecorder.h"
 #include "tests/support/ByName.h"
+#include "tests/support/NearestTick.h"
 #include "tests/trademodule/LedgerFixture.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
@@ -34,6 +35,11 @@ Quote bar(int hhmm, double open, double high, double low, qint64 volume = 100000
     quote.close = yuan(open);
     quote.volume = volume;
     return quote;
+}
+
+qint64 ticks(Money price)
+{
+    return price.steps() / TradingRules::Tick.steps();
 }
 
 /// An exchange in the middle of a trading day: the first quote was 10.00 at 10:00.
@@ -559,6 +565,20 @@ TEST(TradingRules, LimitADayByItsCloseBefore)
 
     const Security young{QStringLiteral("688001"), Market::Shanghai};
     EXPECT_EQ(TradingRules::priceLimits(young, yuan(10)).highest, yuan(12));
+}
+
+TEST(TradingRules, LimitADayAtTheTickNearestToTheShareOfEveryClose)
+{
+    const Security young{QStringLiteral("300750"), Market::Shenzhen};
+    for (qint64 close = 1; close <= 100000; ++close) {
+        const Money before = Money::ofSteps(close * TradingRules::Tick.steps());
+        for (const auto &[security, percent] : {std::pair(bank(), 10), std::pair(young, 20)}) {
+            const TradingRules::PriceLimits limits = TradingRules::priceLimits(security, before);
+            ASSERT_TRUE(isNearestTick(ticks(limits.lowest), close, 100 - percent)) << limits.lowest.digits();
+            ASSERT_TRUE(isNearestTick(ticks(limits.highest), close, 100 + percent))
+                << limits.highest.digits();
+        }
+    }
 }
 
 TEST(TradingRules, CloseTheMarketOnWeekends)

@@ -1,4 +1,5 @@
 #include "trademodule/exchange/TradingRules.h"
+#include "tradechartobject/common/DayLimits.h"
 #include "trademodule/Language.h"
 
 #include <algorithm>
@@ -12,14 +13,6 @@ namespace {
 Money cents(double yuan)
 {
     return Money::ofSteps(std::llround(yuan * 100) * Tick.steps());
-}
-
-/// How far a price may be from yesterday's close: young companies' boards have wider limits.
-double limitShare(const Security &security)
-{
-    const bool isYoungBoard =
-        security.code.startsWith(QLatin1String("30")) || security.code.startsWith(QLatin1String("688"));
-    return isYoungBoard ? 0.2 : 0.1;
 }
 
 } // namespace
@@ -50,8 +43,9 @@ QString formError(const Order &order, qint64 held)
 
 PriceLimits priceLimits(const Security &security, Money previousClose)
 {
-    const double share = limitShare(security);
-    return {cents(previousClose.yuan() * (1 - share)), cents(previousClose.yuan() * (1 + share))};
+    const qint64 closeBefore = (previousClose.steps() + Tick.steps() / 2) / Tick.steps();
+    const auto limits = TradeChart::Module::dayLimits(security.code, closeBefore);
+    return {Tick * limits.lowest, Tick * limits.highest};
 }
 
 Money fees(Side side, Money amount)
