@@ -581,6 +581,13 @@ TEST(TradingRules, LimitADayAtTheTickNearestToTheShareOfEveryClose)
     }
 }
 
+TEST(TradingRules, RoundEveryFeeHalfUpToACent)
+{
+    EXPECT_EQ(TradingRules::fees(Side::Buy, yuan(20060)), yuan(5.02 + 0.20)); // 5.015 + 0.2006
+    EXPECT_EQ(TradingRules::fees(Side::Buy, yuan(500)), yuan(5 + 0.01));      // at least 5, 0.005
+    EXPECT_EQ(TradingRules::fees(Side::Sell, yuan(290)), yuan(5 + 0.15));     // and 0.145, 0.0029
+}
+
 TEST(TradingRules, CloseTheMarketOnWeekends)
 {
     const QDate monday(2024, 1, 1);

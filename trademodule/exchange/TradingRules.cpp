@@ -3,16 +3,17 @@
 #include "trademodule/Language.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace TradeModule::TradingRules {
 
 namespace {
 
-/// Yuan rounded to whole cents, half up.
-Money cents(double yuan)
+/// So many hundred-thousandths of an amount in whole cents, half up. Whole numbers: a binary fraction would
+/// put half of the halves a cent too low.
+Money share(Money amount, qint64 hundredThousandths)
 {
-    return Money::ofSteps(std::llround(yuan * 100) * Tick.steps());
+    const qint64 whole = 100000 * Tick.steps();
+    return Tick * ((amount.steps() * hundredThousandths + whole / 2) / whole);
 }
 
 } // namespace
@@ -53,9 +54,10 @@ Money fees(Side side, Money amount)
     if (amount.isZero()) {
         return {};
     }
-    const Money commission = std::max(cents(amount.yuan() * 0.00025), cents(5));
-    const Money stampDuty = side == Side::Sell ? cents(amount.yuan() * 0.0005) : Money();
-    return commission + stampDuty + cents(amount.yuan() * 0.00001);
+    const Money leastCommission = Money::ofSteps(5 * Money::StepsPerYuan);
+    const Money commission = std::max(share(amount, 25), leastCommission);
+    const Money stampDuty = side == Side::Sell ? share(amount, 50) : Money();
+    return commission + stampDuty + share(amount, 1);
 }
 
 } // namespace TradeModule::TradingRules
