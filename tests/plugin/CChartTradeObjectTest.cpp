@@ -374,6 +374,16 @@ TEST_F(CChartTradeObjectTest, AsksByTheDaysOfMinuteBars)
     EXPECT_TRUE(questions()[0].contains("\"end\": \"20240104\""));
 }
 
+TEST_F(CChartTradeObjectTest, AsksByTheFirstAndTheLastBarAlsoWhenOthersAreEarlierOrLater)
+{
+    create(tradeMarkers);
+    calc(shanghai, {makeDayBar(20240105), makeDayBar(20240108), makeDayBar(20240103), makeDayBar(20240104)},
+         4);
+    ASSERT_THAT(questions(), SizeIs(1));
+    EXPECT_TRUE(questions()[0].contains("\"start\": \"20240105\""));
+    EXPECT_TRUE(questions()[0].contains("\"end\": \"20240104\""));
+}
+
 TEST_F(CChartTradeObjectTest, AsksForDayZeroOnAPeriodOfNeitherKind)
 {
     create(tradeMarkers);
@@ -423,6 +433,22 @@ TEST_F(CChartTradeObjectTest, ReportsWhetherTheHistoryQuestionWentOut)
     EXPECT_THAT(questions(), IsEmpty()) << "the range that was asked for is held";
 }
 
+TEST_F(CChartTradeObjectTest, HoldsTheDaysThatItIsToldToAskFor)
+{
+    create(tradeMarkers);
+    EXPECT_TRUE(overlay->requestHistoryTradeInfo(20240102, 20240104));
+    bus().sent.clear();
+    recalc();
+    EXPECT_THAT(questions(), IsEmpty());
+
+    EXPECT_TRUE(overlay->requestHistoryTradeInfo(20230102, 20230104));
+    bus().sent.clear();
+    recalc();
+    ASSERT_THAT(questions(), SizeIs(1));
+    EXPECT_TRUE(questions()[0].contains("\"start\": \"20240102\""));
+    EXPECT_TRUE(questions()[0].contains("\"end\": \"20240104\""));
+}
+
 TEST_F(CChartTradeObjectTest, DoesNotAskAgainForAnotherSecurityOfTheSameDays)
 {
     createMarkers();
@@ -458,6 +484,16 @@ TEST_F(CChartTradeObjectTest, AsksNothingWithoutBars)
     }
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_THAT(requests(), IsEmpty());
+}
+
+TEST_F(CChartTradeObjectTest, KeepsItsTradesAndTheirDaysWithoutBars)
+{
+    createMarkers();
+    hearHistory({buy(10)});
+    calc(shanghai, {}, 4);
+    recalc();
+    EXPECT_THAT(questions(), IsEmpty());
+    EXPECT_EQ(drawn(), "0 - -");
 }
 
 TEST_F(CChartTradeObjectTest, AsksNoCostWhileTheMarketNumberIsMinusOne)
@@ -511,6 +547,16 @@ TEST_F(CChartTradeObjectTest, TakesOverTheSecurityWithoutBars)
     EXPECT_THAT(requests(), IsEmpty()) << "600536 is no longer shown";
     hear(Topic::TRADENOTIFY, R"({"stkcode":"000001"})");
     EXPECT_THAT(requests(), SizeIs(1));
+}
+
+TEST_F(CChartTradeObjectTest, TakesOverTheSecurityWhateverItsIdentityWord)
+{
+    createMarkers();
+    calc(makeSecurity(0, "000001", 7001), threeDays, 4);
+    overlay->requestTodayTradeInfo();
+    ASSERT_THAT(requests(), SizeIs(1));
+    EXPECT_TRUE(requests()[0].contains("\"market\": \"SZ\""));
+    EXPECT_TRUE(requests()[0].contains("\"stkcode\": \"000001\""));
 }
 
 TEST_F(CChartTradeObjectTest, AsksForTodaysTradesOfNothingBeforeASecurityIsShown)
