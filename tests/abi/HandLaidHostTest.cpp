@@ -588,11 +588,14 @@ TEST_F(HandLaidHost, DrivesTheOrderPointsThroughTheirSlots)
     bus.deliver(
         "TradeQuery",
         R"({"cmd":"EntrustTodayTrade","stkcode":"600536","data":[{"market":"1","bsflag2":"0B","orderstatus":"2","ordersno":"5","operdate":")" +
-            today + R"(","opertime":"9320500","orderprice":"9.5","orderqty":"300"}]})");
+            today +
+            R"(","opertime":"9320500","orderprice":"9.5","orderqty":"300"},{"market":"1","bsflag2":"0B","orderstatus":"2","operdate":")" +
+            today + R"(","opertime":"9310000","orderprice":"15"}]})");
     EXPECT_THAT(axis.updated, ElementsAre(overlay));
 
     EXPECT_TRUE(paintIt());
-    EXPECT_THAT(painter.calls, ElementsAre("marker 0 1 20 1 10.000000")) << "held at the bottom edge";
+    EXPECT_THAT(painter.calls, ElementsAre("marker 0 0 20 0 15.000000", "marker 0 1 20 1 10.000000"))
+        << "the second is held at the bottom edge";
     EXPECT_EQ((call<int>(overlay, 9, 107.9, 1000.0 - 10.0 - 16.0)), 0);
     EXPECT_EQ((call<int>(overlay, 9, 108.0, 1000.0 - 10.0)), -1);
 
@@ -603,7 +606,7 @@ TEST_F(HandLaidHost, DrivesTheOrderPointsThroughTheirSlots)
         "买入[NAME]\n状态:未成交\n编号:5\n委托时间:09:32:05\n委托价格:9.500\n委托数量:300\n委托日期:" +
         today.toStdString();
     EXPECT_THAT(axis.popupLines, ElementsAre(text));
-    EXPECT_THAT(axis.calls, ElementsAre("barToX 1", "visiblePriceRange", "priceToY", "popupMenu",
+    EXPECT_THAT(axis.calls, ElementsAre("barToX 0", "barToX 1", "visiblePriceRange", "priceToY", "popupMenu",
                                         "confirmBox 撤单?\n" + text));
 
     axis.calls.clear();

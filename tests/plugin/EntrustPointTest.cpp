@@ -17,6 +17,7 @@
 #include <limits>
 #include <stdexcept>
 
+using ::testing::AnyOf;
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
@@ -122,6 +123,7 @@ protected:
         for (const FakePainter::Call &call : painter.calls) {
             EXPECT_EQ(call.kind, FakePainter::Call::Marker);
             EXPECT_EQ(call.ints[0], 0);
+            EXPECT_THAT(call.ints[3], AnyOf(0, 1));
             markers.push_back(QStringLiteral("%1 %2 %3%4")
                                   .arg(call.ints[1])
                                   .arg(call.ints[2])
@@ -154,6 +156,12 @@ protected:
 
     double yOfTen() const { return axis.yOf(10.0); }
 
+    /// Lets the refresh timer run as only a test does, for timerRunsOn().
+    void startTimerOddly() { timer()->start(oddMilliseconds); }
+
+    /// True while nobody has stopped the timer nor started it anew.
+    bool timerRunsOn() const { return timer()->isActive() && timer()->interval() == oddMilliseconds; }
+
     static int countOf(const char *command)
     {
         const auto all = questions();
@@ -163,6 +171,9 @@ protected:
     }
 
     static int todayQuestions() { return countOf("EntrustTodayTrade"); }
+
+private:
+    static constexpr int oddMilliseconds = 123456;
 };
 
 // Set-up and end
@@ -217,6 +228,15 @@ TEST_F(EntrustPointTest, ShowsNoListAfterDeleteObject)
     EXPECT_THAT(axis.popups, IsEmpty());
 }
 
+TEST_F(EntrustPointTest, StillDrawsAndHitsItsMarkersAfterDeleteObject)
+{
+    createOnThreeMinutes();
+    hearOrders({Row()});
+    overlay->deleteObject();
+    EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
+    EXPECT_EQ(overlay->hitTest(0, yOfTen()), 0);
+}
+
 TEST_F(EntrustPointTest, HearsNothingMoreWhileItIsDestroyed)
 {
     createOnThreeMinutes();
@@ -261,14 +281,26 @@ TEST_F(EntrustPointTest, KeepsWhatItShowsWhenAnotherPeriodIsRefused)
     EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001"));
 }
 
+TEST_F(EntrustPointTest, KeepsItsBarsWhenAnotherPeriodIsRefused)
+{
+    for (const auto &bars : {std::vector<Korvane::AnalyData>{makeDayBar(today)}, {}}) {
+        createOnThreeMinutes();
+        hearOrders({Row()});
+        EXPECT_FALSE(calc(shanghai, bars, 4));
+        EXPECT_EQ(overlay->hitTest(0, yOfTen()), 0);
+        hearOrders({Row{"0S"}});
+        EXPECT_THAT(drawn(), ElementsAre("0 23 10"));
+    }
+}
+
 TEST_F(EntrustPointTest, KeepsItsSecurityWhenAnotherPeriodIsRefused)
 {
     createOnThreeMinutes();
-    timer()->start(123456);
+    startTimerOddly();
     EXPECT_FALSE(calc(shenzhen, threeMinutes, 4));
     overlay->sendQueryTodayEntrustInfoReq();
     EXPECT_THAT(questions()[0].toStdString(), HasSubstr(R"("stkcode":"600536")"));
-    EXPECT_EQ(timer()->interval(), 123456);
+    EXPECT_TRUE(timerRunsOn());
 }
 
 // Asking for orders
@@ -417,6 +449,23 @@ TEST_F(EntrustPointTest, ThrowsForANegativeNumberOfBarsAndKeepsTheBars)
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
 }
 
+TEST_F(EntrustPointTest, RefusesAnotherPeriodWhateverTheNumberOfBars)
+{
+    createOnThreeMinutes();
+    EXPECT_FALSE(overlay->calcIt(shanghai, threeMinutes.data(), -1, Korvane::DayPeriod, 0, 0));
+}
+
+TEST_F(EntrustPointTest, TakesOverTheSecurityAlsoWithANegativeNumberOfBars)
+{
+    createOnThreeMinutes();
+    hearOrders({Row()});
+    EXPECT_THROW(overlay->calcIt(shenzhen, threeMinutes.data(), -1, Korvane::IntradayPeriod, 0, 0),
+                 std::length_error);
+    EXPECT_FALSE(paint()) << "the orders were the other security's";
+    overlay->sendQueryTodayEntrustInfoReq();
+    EXPECT_THAT(questions()[0].toStdString(), HasSubstr(R"("stkcode":"000001")"));
+}
+
 TEST_F(EntrustPointTest, SucceedsSilentlyWhenTheBusRefusesTheQuestion)
 {
     const LogCapture log;
@@ -515,7 +564,7 @@ TEST_F(EntrustPointTest, ForgetsTheOrdersAndStopsItsTimerForASecurityWithoutBars
 TEST_F(EntrustPointTest, StartsItsTimerAnewForAnotherSecurity)
 {
     createOnThreeMinutes();
-    timer()->start(123456);
+    startTimerOddly();
     calc(shenzhen, threeMinutes, 21);
     EXPECT_TRUE(timer()->isActive());
     EXPECT_EQ(timer()->interval(), 10000);
@@ -547,9 +596,11 @@ TEST_F(EntrustPointTest, AsksForTodaysOrdersWhenTheTimerEndsAlsoOnThePastChart)
 TEST_F(EntrustPointTest, LeavesARunningTimerAloneInCalcIt)
 {
     createOnThreeMinutes();
-    timer()->start(123456);
+    startTimerOddly();
     calc(shanghai, threeMinutes, 21);
-    EXPECT_EQ(timer()->interval(), 123456);
+    EXPECT_TRUE(timerRunsOn());
+    calc(shanghai, {}, 21);
+    EXPECT_TRUE(timerRunsOn()) << "nor without bars";
 }
 
 class EntrustPointCommand : public EntrustPointTest, public ::testing::WithParamInterface<const char *>
@@ -568,7 +619,7 @@ TEST_P(EntrustPointCommand, RestartsItsTimerAfterEveryAnswer)
                                   QJsonObject{},
                                   QJsonValue::Undefined};
     for (const QJsonValue &data : answers) {
-        timer()->start(123456);
+        startTimerOddly();
         hear(Topic::TRADEQUERY, answer(GetParam(), data));
         EXPECT_TRUE(timer()->isActive());
         EXPECT_EQ(timer()->interval(), 7000);
@@ -617,6 +668,16 @@ TEST_P(EntrustPointCommand, ChangesNothingByAnEmptyAnswer)
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
     EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001"));
     EXPECT_THAT(axis.updated, IsEmpty());
+}
+
+TEST_P(EntrustPointCommand, KeepsItsOrdersForLaterBarsWhenAnAnswerIsEmpty)
+{
+    createOnThreeMinutes();
+    hearOrders({Row{"0B", "2", "10", "9340000"}});
+    hearOrders({}, GetParam());
+    hear(Topic::TRADEQUERY, answer(GetParam(), QStringLiteral("no array")));
+    calc(shanghai, minutes({931, 932, 933, 934}), 21);
+    EXPECT_THAT(drawn(), ElementsAre("3 20 10"));
 }
 
 TEST_P(EntrustPointCommand, ReplacesAllOrdersByTheLastAnswer)
@@ -1396,6 +1457,17 @@ TEST_F(EntrustPointTest, AsksForTheRangeOnceForABarNearThePointer)
     EXPECT_EQ(axis.rangesAsked, 2);
 }
 
+TEST_F(EntrustPointTest, AsksForTheRangeAnewForEveryBarNearThePointerAndForNoOther)
+{
+    createOnThreeMinutes();
+    hearOrders({Row(), Row{"0B", "2", "10", "9320000"}});
+    axis.rangesAsked = 0;
+    overlay->hitTest(1000, yOfTen());
+    EXPECT_EQ(axis.rangesAsked, 0);
+    overlay->hitTest(5, axis.yOf(50));
+    EXPECT_EQ(axis.rangesAsked, 2);
+}
+
 TEST_F(EntrustPointTest, HitsTheMarkerAndClicksTheOrdersOwnPrice)
 {
     axis.low = 0.5;
@@ -1763,6 +1835,24 @@ TEST_F(EntrustPointCancel, AnswerStartsNoTimerAndAsksForNoRepaint)
     EXPECT_THAT(questions(), IsEmpty());
 }
 
+TEST_F(EntrustPointCancel, LeavesARunningTimerAlone)
+{
+    startTimerOddly();
+    choose(1);
+    EXPECT_EQ(countOf("EntrustCancel"), 1);
+    EXPECT_TRUE(timerRunsOn());
+    hearCancelled({{QStringLiteral("success"), true}});
+    EXPECT_TRUE(timerRunsOn());
+}
+
+TEST_F(EntrustPointCancel, StartsNoTimer)
+{
+    timer()->stop();
+    choose(1);
+    EXPECT_EQ(countOf("EntrustCancel"), 1);
+    EXPECT_FALSE(timer()->isActive());
+}
+
 // The second after a notification
 
 TEST_F(EntrustPointTest, AsksForTodaysOrdersASecondAfterANotification)
@@ -1784,6 +1874,23 @@ TEST_F(EntrustPointTest, AsksForTodaysOrdersASecondAfterANotification)
     EXPECT_THAT(
         questions(),
         ElementsAre(R"({"cmd":"EntrustTodayTrade","market":"SH","screenId":"screen-1","stkcode":"600536"})"));
+}
+
+TEST_F(EntrustPointTest, LeavesARunningTimerAloneAtANotification)
+{
+    createOnThreeMinutes();
+    startTimerOddly();
+    notify();
+    EXPECT_TRUE(timerRunsOn());
+}
+
+TEST_F(EntrustPointTest, StartsNoTimerAtANotification)
+{
+    createOnThreeMinutes();
+    timer()->stop();
+    notify();
+    EXPECT_EQ(todayQuestions(), 1);
+    EXPECT_FALSE(timer()->isActive());
 }
 
 TEST_F(EntrustPointTest, WaitsOneSecondAlsoWhenThereIsAlwaysSomethingToDo)
