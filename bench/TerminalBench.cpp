@@ -89,24 +89,41 @@ public:
 
     int paints = 0;
 
-private:
+protected:
     std::vector<double> m_highs;
+
+private:
     std::vector<double> m_flags[3];
+};
+
+/// Orders on every second bar, at its high: every kind in turn.
+class ManyOrders : public ManyMarks
+{
+public:
+    bool paintIt(Korvane::IChartPainter &painter) override
+    {
+        ++paints;
+        for (int bar = 0; bar < static_cast<int>(m_highs.size()); bar += 2) {
+            painter.drawMarker(0, bar, firstOrderKind + bar / 2 % orderKinds, 0,
+                               m_highs[static_cast<size_t>(bar)]);
+        }
+        return true;
+    }
 };
 
 /// A chart with a random walk on a screen in memory.
 class Scene
 {
 public:
-    explicit Scene(bool hasMarks)
+    explicit Scene(ManyMarks *overlayToShow = nullptr)
     {
         const ChartData data{{QStringLiteral("000001"), Market::Shenzhen, QStringLiteral("bench")},
                              ChartPeriod::Day,
                              randomWalk(barCount)};
         chart.resize(windowSize);
         chart.setData(data);
-        if (hasMarks) {
-            overlay = std::make_shared<OverlayHandle>(marks = new ManyMarks);
+        if (overlayToShow != nullptr) {
+            overlay = std::make_shared<OverlayHandle>(marks = overlayToShow);
             overlay->calc(hostSecurity(data.security, 1), hostBars(data.bars), 4);
             item = std::make_unique<OverlayItem>(&chart, overlay, &sprites);
             item->attach(&chart);
@@ -217,35 +234,42 @@ void measure(benchmark::State &state, Scene &scene, Repaint repaint)
 
 void repaintAllBars(benchmark::State &state)
 {
-    Scene scene(false);
+    Scene scene;
     scene.chart.showAll();
     measure(state, scene, [&scene] { scene.repaint(); });
 }
 
 void repaintAllBarsWithMarks(benchmark::State &state)
 {
-    Scene scene(true);
+    Scene scene(new ManyMarks);
     scene.chart.showAll();
     measure(state, scene, [&scene] { scene.repaint(); });
 }
 
 void repaintAllBarsWithMarksUnmoved(benchmark::State &state)
 {
-    Scene scene(true);
+    Scene scene(new ManyMarks);
     scene.chart.showAll();
     measure(state, scene, [&scene] { scene.repaintCached(); });
 }
 
+void repaintAllBarsWithOrders(benchmark::State &state)
+{
+    Scene scene(new ManyOrders);
+    scene.chart.showAll();
+    measure(state, scene, [&scene] { scene.repaint(); });
+}
+
 void repaintTwoHundredBars(benchmark::State &state)
 {
-    Scene scene(true);
+    Scene scene(new ManyMarks);
     scene.chart.setSpan({barCount - 200.5, barCount - 0.5});
     measure(state, scene, [&scene] { scene.repaint(); });
 }
 
 void hitTestAmongMarks(benchmark::State &state)
 {
-    Scene scene(true);
+    Scene scene(new ManyMarks);
     scene.chart.showAll();
     scene.repaint();
     double x = 0;
@@ -258,7 +282,7 @@ void hitTestAmongMarks(benchmark::State &state)
 
 void moveCrosshair(benchmark::State &state)
 {
-    Scene scene(true);
+    Scene scene(new ManyMarks);
     scene.chart.setSpan({barCount - 200.5, barCount - 0.5});
     scene.repaint();
     int x = 0;
@@ -272,6 +296,7 @@ void moveCrosshair(benchmark::State &state)
 BENCHMARK(repaintAllBars)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(repaintAllBarsWithMarks)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(repaintAllBarsWithMarksUnmoved)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(repaintAllBarsWithOrders)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(repaintTwoHundredBars)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(hitTestAmongMarks)->Unit(benchmark::kMicrosecond);
 BENCHMARK(moveCrosshair)->Unit(benchmark::kMicrosecond);

@@ -17,8 +17,10 @@ constexpr double pageShare = 0.9;
 
 bool isBefore(const ClickableMark &one, const ClickableMark &other)
 {
-    return std::make_tuple(one.box.center().x(), one.box.center().y()) <
-           std::make_tuple(other.box.center().x(), other.box.center().y());
+    const auto order = [](const ClickableMark &mark) {
+        return std::make_tuple(mark.box.center().x(), mark.box.center().y(), mark.layer, mark.glyph);
+    };
+    return order(one) < order(other);
 }
 
 } // namespace
@@ -44,7 +46,8 @@ MarkFocus::Marks MarkFocus::paintedMarks() const
     return marks();
 }
 
-/// Of the marks that stand over the bar the one nearest to where it was: marks move a little with the scale.
+/// Of the marks that stand over the bar the one nearest to where it was, since marks move a little with the
+/// scale; of several at one place the one that it was.
 MarkFocus::Marks::const_iterator MarkFocus::find(const Marks &marks) const
 {
     if (!m_place) {
@@ -52,10 +55,14 @@ MarkFocus::Marks::const_iterator MarkFocus::find(const Marks &marks) const
     }
     const double x = m_chart->chartGeometry().barToX(m_place->bar);
     const double y = m_chart->chartGeometry().priceToY(m_place->price);
+    const auto distance = [this, x, y](const ClickableMark &one) {
+        const QPointF away = one.box.center() - QPointF(x, y);
+        return std::make_tuple(std::hypot(away.x(), away.y()), one.layer != m_place->layer,
+                               one.glyph != m_place->glyph);
+    };
     auto nearest = marks.end();
     for (auto mark = marks.begin(); mark != marks.end(); ++mark) {
         const bool isOver = mark->box.left() <= x && x <= mark->box.right();
-        const auto distance = [y](const ClickableMark &one) { return std::abs(one.box.center().y() - y); };
         if (isOver && (nearest == marks.end() || distance(*mark) < distance(*nearest))) {
             nearest = mark;
         }
@@ -104,8 +111,8 @@ void MarkFocus::step(int direction)
 void MarkFocus::goTo(const ClickableMark &mark)
 {
     const QPointF middle = mark.box.center();
-    m_place =
-        Place{m_chart->chartGeometry().xToBar(middle.x()), m_chart->chartGeometry().yToPrice(middle.y())};
+    const ChartGeometry &geometry = m_chart->chartGeometry();
+    m_place = Place{geometry.xToBar(middle.x()), geometry.yToPrice(middle.y()), mark.glyph, mark.layer};
     m_chart->setRing([this] { return ring(); });
     follow();
     m_chart->announce(markText(mark, *m_chart));

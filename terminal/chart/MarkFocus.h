@@ -1,5 +1,7 @@
 #pragma once
 
+#include "terminal/chart/glyphs/GlyphSet.h"
+
 #include <QRectF>
 
 #include <optional>
@@ -49,11 +51,13 @@ private:
 
     ChartView *m_chart;
     PointerTarget *m_target;
-    /// The middle of the mark when it was gone to.
+    /// The mark when it was gone to: its middle, and what tells it from others there.
     struct Place
     {
         double bar;
         double price;
+        GlyphNumber glyph;
+        int layer;
     };
     std::optional<Place> m_place;
 };

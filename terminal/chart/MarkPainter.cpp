@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace Terminal {
 
@@ -16,7 +17,10 @@ namespace {
 constexpr int buyAbove = 0;
 constexpr int sellAbove = 2;
 constexpr int bothAbove = 4;
-constexpr double orderMergeCell = 10; ///< orders of one kind that lie in one such square are one glyph
+
+/// Right of an order's middle. An overlay catches an order within half a glyph of its bar, and of several
+/// bars takes the first from the left: at the right edge of its glyph no earlier bar is caught.
+constexpr double orderTargetOffset = orderGlyphSize / 2 - 0.5;
 
 /// Styles go buy, sell, both, each with its odd twin below the bar.
 bool buys(int style)
@@ -40,19 +44,38 @@ GlyphNumber clusterGlyph(bool hasBuys, bool hasSells, MarkSide side)
     return seriesGlyph(side == MarkSide::Above ? above : above + 1);
 }
 
-/// Where an overlay expects the pointer for a mark at `anchor`.
-QPointF seriesTarget(const QPointF &anchor, MarkSide side)
+/// The middle of a mark at `anchor`, where an overlay expects the pointer.
+QPointF seriesPlace(const QPointF &anchor, MarkSide side)
 {
     return anchor + QPointF(0, side == MarkSide::Above ? -seriesGlyphHeight / 2 : seriesGlyphHeight / 2);
+}
+
+/// The number of the square of a glyph's size that a pixel is in, along one axis.
+int orderCell(double pixel)
+{
+    return static_cast<int>(std::floor(pixel / orderGlyphSize));
+}
+
+quint64 orderCellKey(GlyphNumber number, int column, int row)
+{
+    constexpr quint64 mask = 0xFFFFFF;
+    return ((static_cast<quint64>(column) & mask) << 32U) | ((static_cast<quint64>(row) & mask) << 8U) |
+           static_cast<quint64>(number);
 }
 
 } // namespace
 
 QPointF DrawnMark::targetNear(const QPointF &position) const
 {
-    return *std::min_element(targets.begin(), targets.end(), [&position](const QPointF &a, const QPointF &b) {
-        return std::abs(a.x() - position.x()) < std::abs(b.x() - position.x());
-    });
+    const auto distance = [&position](const QPointF &place) {
+        const QPointF away = place - position;
+        return std::make_pair(std::abs(away.x()), std::abs(away.y()));
+    };
+    const QPointF nearest =
+        *std::min_element(places.begin(), places.end(), [&distance](const QPointF &a, const QPointF &b) {
+            return distance(a) < distance(b);
+        });
+    return isSeriesStyle(glyph) ? nearest : nearest + QPointF(orderTargetOffset, 0);
 }
 
 const DrawnMark *DrawnMarks::markAt(const QPointF &position) const
@@ -102,21 +125,35 @@ void MarkPainter::addOrderMark(int bar, double price, int kind, bool atLow)
                             : price >= m_geometry.highPrice ? EdgeClamp::AtTop
                                                             : EdgeClamp::None;
     const GlyphNumber number = orderGlyph(kind, clamp);
-    const auto cell = [](double pixel) {
-        return static_cast<quint64>(std::max(0.0, pixel) / orderMergeCell);
-    };
-    const quint64 key = (cell(x) << 32U) | (cell(y) << 8U) | static_cast<quint64>(number);
     const double top = atLow ? y - orderGlyphSize : y;
-    const QPointF target(x, top + orderGlyphSize / 2);
-    const auto known = m_orderCells.constFind(key);
-    if (known != m_orderCells.constEnd()) {
-        DrawnMark &mark = m_orders[*known];
-        ++mark.count;
-        mark.targets.push_back(target);
+    const QPointF place(x, top + orderGlyphSize / 2);
+    if (DrawnMark *const known = orderMarkNear(number, place)) {
+        ++known->count;
+        known->places.push_back(place);
         return;
     }
-    m_orderCells.insert(key, m_orders.size());
-    m_orders.push_back({number, 1, QRectF(x, top, 0, 0), {target}});
+    m_orderCells.insert(orderCellKey(number, orderCell(place.x()), orderCell(place.y())), m_orders.size());
+    m_orders.push_back({number, 1, QRectF(x, top, 0, 0), {place}});
+}
+
+/// A square has one mark of a kind at most, since two there would be one: what is near lies in it or beside
+/// it.
+DrawnMark *MarkPainter::orderMarkNear(GlyphNumber number, const QPointF &place)
+{
+    for (const int column : {0, -1, 1}) {
+        for (const int row : {0, -1, 1}) {
+            const auto known = m_orderCells.constFind(
+                orderCellKey(number, orderCell(place.x()) + column, orderCell(place.y()) + row));
+            if (known == m_orderCells.constEnd()) {
+                continue;
+            }
+            const QPointF away = place - m_orders[*known].places.front();
+            if (std::abs(away.x()) < orderGlyphSize && std::abs(away.y()) < orderGlyphSize) {
+                return &m_orders[*known];
+            }
+        }
+    }
+    return nullptr;
 }
 
 void MarkPainter::paint(QPainter *painter)
@@ -174,7 +211,7 @@ void MarkPainter::addCluster(const Columns &columns, size_t first, size_t last, 
         hasBuys |= column.buys;
         hasSells |= column.sells;
         y = side == MarkSide::Above ? std::min(y, column.anchor.y()) : std::max(y, column.anchor.y());
-        mark.targets.push_back(seriesTarget(column.anchor, side));
+        mark.places.push_back(seriesPlace(column.anchor, side));
     }
     mark.glyph = clusterGlyph(hasBuys, hasSells, side);
     const QSizeF size = m_sprites->size(mark.glyph, mark.count);

@@ -29,9 +29,10 @@ struct DrawnMark
     GlyphNumber glyph = 0;
     int count = 1;
     QRectF box;
-    std::vector<QPointF> targets; ///< pixels at which the overlay answers for the marks behind it
+    std::vector<QPointF> places; ///< of the marks behind it: where each would have its middle alone
 
-    /// The one of the targets that is nearest to a position.
+    /// The pixel at which the overlay answers for the mark behind it that is nearest to a position, along
+    /// the bars first.
     QPointF targetNear(const QPointF &position) const;
 };
 
@@ -55,7 +56,8 @@ private:
 };
 
 /// Collects the marks of one repaint and paints them, those closer than a glyph merged into one with
-/// their count. Marks of bars stand clear of every candle beside them.
+/// their count. Marks of bars stand clear of every candle beside them; marks of orders stand for a price and
+/// hang at it, over a candle if need be.
 class MarkPainter
 {
 public:
@@ -63,13 +65,16 @@ public:
 
     /// A mark above or below a bar, as `style` says, at the high or low `price`.
     void addSeriesMark(int bar, double price, int style);
-    /// An order's mark hanging from its price, or standing on it at the bottom of the scale.
+    /// An order's mark hanging from its price, or standing on it at the bottom of the scale. It joins a mark
+    /// of its kind that was added before, when its middle is less than a glyph's width and height from the
+    /// first one's.
     void addOrderMark(int bar, double price, int kind, bool atLow);
     void paint(QPainter *painter);
 
 private:
     using Columns = std::vector<MarkColumn>;
 
+    DrawnMark *orderMarkNear(GlyphNumber number, const QPointF &place);
     void mergeColumns(const Columns &columns, MarkSide side);
     void addCluster(const Columns &columns, size_t first, size_t last, MarkSide side);
     double clearOfCandles(const QRectF &box, double y, MarkSide side) const;
@@ -81,7 +86,7 @@ private:
     DrawnMarks *m_marks;
     Columns m_above;
     Columns m_below;
-    QHash<quint64, size_t> m_orderCells; ///< place and kind of an order's glyph to its number
+    QHash<quint64, size_t> m_orderCells; ///< square of a glyph's size, and kind, to the one mark in it
     std::vector<DrawnMark> m_orders;
 };
 

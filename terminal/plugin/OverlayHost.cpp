@@ -385,7 +385,7 @@ ClickableMark OverlayHost::clickable(const Entry &entry, const DrawnMark &mark)
 {
     const QPointF target = mark.targetNear(mark.box.center());
     const QPointF place(mark.box.center().x(), mark.box.bottom());
-    return {mark.glyph, mark.count, mark.box,
+    return {mark.glyph, mark.count, static_cast<int>(&entry - m_entries.data()), mark.box,
             [this, weak = std::weak_ptr<OverlayHandle>(entry.overlay), target, place] {
                 if (const std::shared_ptr<OverlayHandle> overlay = weak.lock()) {
                     m_axis.setListPlace(place);

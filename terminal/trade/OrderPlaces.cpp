@@ -47,8 +47,8 @@ const DrawnMark *OrderPlaces::markOf(const OrderRecord &order) const
     const DrawnMark *nearest = nullptr;
     double least = std::numeric_limits<double>::max();
     for (const DrawnMark &mark : m_marks.all()) {
-        for (const QPointF &target : mark.targets) {
-            const QPointF away = target - place;
+        for (const QPointF &marked : mark.places) {
+            const QPointF away = marked - place;
             const double distance = std::hypot(away.x(), away.y());
             if (std::abs(away.x()) <= reach && std::abs(away.y()) <= orderGlyphSize / 2 && distance < least) {
                 nearest = &mark;

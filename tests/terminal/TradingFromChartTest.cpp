@@ -155,6 +155,20 @@ protected:
         return waitUntil([=] { return markOfKind(kind) != nullptr; });
     }
 
+    /// The list that a click opens.
+    std::string listAt(const QPointF &place)
+    {
+        QStringList rows;
+        whenOpen<QMenu>([&rows](QMenu *menu) {
+            for (const QAction *const action : menu->actions()) {
+                rows.append(action->text());
+            }
+            QTest::keyClick(menu, Qt::Key_Escape);
+        });
+        QTest::mouseClick(chart()->canvas(), Qt::LeftButton, Qt::NoModifier, place.toPoint());
+        return rows.join(QLatin1Char('\n')).toStdString();
+    }
+
     /// Of a ring around the mark in this box.
     int ringPixels(const QRectF &box)
     {
@@ -275,11 +289,10 @@ TEST_F(TradingFromTheChart, ARowRingsItsMarkAndAMarkSelectsItsRow)
 
 TEST_F(TradingFromTheChart, OrdersOfAMergedMarkShareItsRingAndItsSelection)
 {
-    // Two ticks that lie on the chart in one place, well away from where marks are told apart.
+    // Not in one place, but closer than a mark is high.
     const ChartGeometry &geometry = chart()->chartGeometry();
-    const double place = std::floor(geometry.priceToY(1402) / 10) * 10 + 5;
-    const double price = std::floor(geometry.yToPrice(place) * 100) / 100;
-    for (const double ticket : {price, price + 0.01}) {
+    const double apart = std::floor((geometry.yToPrice(0) - geometry.yToPrice(12)) * 100) / 100;
+    for (const double ticket : {1402.0, 1402 + apart}) {
         const size_t before = trade()->desk()->orders().size();
         buy(QString::number(ticket, 'f', 2), QStringLiteral("100"));
         ASSERT_TRUE(waitUntil([&] { return trade()->desk()->orders().size() > before; }));
@@ -299,6 +312,23 @@ TEST_F(TradingFromTheChart, OrdersOfAMergedMarkShareItsRingAndItsSelection)
     QApplication::processEvents();
     QTest::mouseMove(chart()->canvas(), box.center().toPoint());
     EXPECT_TRUE(waitUntil([this] { return trade()->panel()->selected().size() == 2; }));
+}
+
+TEST_F(TradingFromTheChart, OverlappingMarksOfNeighbouringMinutesListTheirOwnOrders)
+{
+    buy(QStringLiteral("1402.00"), QStringLiteral("100"));
+    ASSERT_TRUE(waitForMark(buyWaiting));
+    quote(932, 1403, 1404, 1401, plenty);
+    ASSERT_TRUE(waitForMark(buyDealt));
+    buy(QStringLiteral("1402.00"), QStringLiteral("200"));
+    ASSERT_TRUE(waitForMark(buyWaiting));
+    ASSERT_TRUE(markOfKind(buyWaiting)->box.intersects(markOfKind(buyDealt)->box));
+    EXPECT_EQ(markOfKind(buyWaiting)->count, 1);
+    EXPECT_THAT(listAt(markOfKind(buyWaiting)->box.center() + QPointF(4, 0)),
+                ::testing::AllOf(::testing::HasSubstr("委托数量:200"),
+                                 ::testing::Not(::testing::HasSubstr("委托数量:100"))));
+    EXPECT_THAT(listAt(markOfKind(buyDealt)->box.center() - QPointF(4, 0)),
+                ::testing::HasSubstr("委托数量:100"));
 }
 
 TEST_F(TradingFromTheChart, AClickOnTheEmptyChartFillsInItsPrice)
