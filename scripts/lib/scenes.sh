@@ -1,0 +1,64 @@
+# What the demo shows: sourced by scripts/demo and by the test of its pictures, after machine.sh. Requires
+# `programs`, the folder of the built programs, and `out`, the folder of the ledger and the pictures.
+
+# Makes a fresh ledger out of the sample statement.
+fill_ledger() {
+    ledger="$out/ledger.db"
+    mkdir -p "$out"
+    rm -f "$ledger" "$ledger"-*
+    say "Importing the sample statement ..."
+    "$programs/trademodule" --ledger "$ledger" import "$project_root/examples/statement.csv"
+    terminal=("$programs/tradeterminal" --data "$project_root/examples" --ledger "$ledger")
+}
+
+# Orders of the days that are replayed. A bar deals at most a quarter of its volume: the large ones are
+# dealt in parts. Two lie beyond the price scale.
+morning=(
+    --order "0935 sell 300 51.30" --order "0942 sell 100 52.80" --order "0945 buy 3000 50.70"
+    --order "1001 buy 1000 48.00" --order "1008 sell 200 51.40"
+)
+playing=(
+    --order "1010 buy 12000 50.86" --order "1012 sell 500 51.15" --order "1016 buy 1000 50.42"
+)
+afternoon=(
+    --order "1042 buy 1000 50.40" --order "1316 buy 14000 50.50" --order "1334 sell 1900 50.64"
+)
+
+# Becomes the terminal. The trade points are on the daily chart, one click away from the replay.
+open_window() {
+    exec "${terminal[@]}" --code 600536 --day 20230711 --overlays cost,trades,orders \
+        --replay 20 --replay-to 1008 "${morning[@]}" "${playing[@]}"
+}
+
+# picture NAME OPTION...
+picture() {
+    local file="$out/$1.png"
+    shift
+    "${terminal[@]}" --snapshot "$file" --size 1600x900 "$@" || fail "could not render $file"
+    say "$file"
+}
+
+# replay NAME OPTION...: a picture of a replay, on a copy of the ledger, which gets its orders
+replay() {
+    local copy="$out/replay.db"
+    rm -f "$copy" "$copy"-*
+    cp "$ledger" "$copy"
+    picture "$@" --ledger "$copy" --replay 60 --period minute
+}
+
+# One picture is named as each overlay. The combined trade points all stand on the first bar that is loaded:
+# they are seen on a day in the account's first week, which the chart shows whole.
+render_pictures() {
+    picture cost --code 600536 --overlays cost
+    picture cost-light --code 000001 --overlays cost --theme light
+    picture trades --code 600536 --overlays cost,trades
+    picture trades-light --code 000001 --overlays cost,trades --theme light
+    picture combined-cost --code 600536 --overlays combined-cost
+    picture combined-trades --code 000001 --period minute --day 20180104 --overlays combined-trades
+    replay orders --code 600536 --day 20230711 --overlays cost,orders --replay-to 1335 \
+        "${morning[@]}" "${afternoon[@]}"
+    replay orders-light --code 000001 --day 20180115 --overlays orders --replay-to 1120 --theme light \
+        --order "0936 buy 6000 13.65" --order "0944 sell 2000 13.95" --order "0950 buy 3000 13.40" \
+        --order "1004 buy 20000 13.92" --order "1008 sell 3000 14.10" --order "1020 sell 1000 14.60" \
+        --order "1045 buy 5000 13.80" --order "1110 sell 1000 14.18"
+}
