@@ -25,10 +25,11 @@ homebrew_test=(python3 googletest google-benchmark postgresql@15 libfaketime cla
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then
         "$@"
-    elif command -v sudo >/dev/null; then
-        sudo "$@"
+    elif command -v sudo >/dev/null && sudo -n true 2>/dev/null; then
+        sudo -n "$@"
     else
-        fail "packages are missing and there is neither root nor sudo to install them; install: ${missing[*]}"
+        fail "packages are missing, and neither root nor sudo without a password is there to install them;" \
+            "install: ${missing[*]}"
     fi
 }
 
