@@ -64,6 +64,7 @@ void endCancelled(Order *order)
     order->status = code(order->matchedQuantity > 0 ? PartCanceled : Canceled);
 }
 
+/// To touch the price is enough: the bar was traded at it.
 bool reaches(const Quote &quote, const Order &order)
 {
     return order.side == Side::Buy ? !(quote.low > order.price) : !(quote.high < order.price);
