@@ -146,16 +146,16 @@ void PaintIt(benchmark::State &state)
     chart.hear(longAnswer());
     timePaintIt(state, *chart.overlay);
 }
-BENCHMARK(PaintIt)->Name("paintIt/100k_bars");
+BENCHMARK(PaintIt)->Name("paintIt/100k_bars")->UseManualTime();
 
 void HitTest(benchmark::State &state)
 {
     Chart chart;
     chart.calc();
     chart.hear(longAnswer());
-    timeHitTest(state, *chart.overlay, static_cast<double>(state.range(0)) * 10.0, 0.0);
+    timeHitTest(state, *chart.overlay, chart.axis, static_cast<double>(state.range(0)) * 10.0, 0.0);
 }
-BENCHMARK(HitTest)->Name("hitTest/at_bar")->Arg(0)->Arg(50000)->Arg(99990);
+BENCHMARK(HitTest)->Name("hitTest/at_bar")->Arg(0)->Arg(50000)->Arg(99990)->UseManualTime();
 
 void MemoryPerTrade(benchmark::State &state)
 {

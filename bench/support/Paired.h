@@ -11,7 +11,8 @@
 class Paired
 {
 public:
-    explicit Paired(benchmark::State &state) : m_state(state) {}
+    /// With `repeats` both are done that often in a row: what is shorter than a look at the clock.
+    explicit Paired(benchmark::State &state, int repeats = 1) : m_state(state), m_repeats(repeats) {}
 
     template <class Floor, class Work>
     void run(Floor &&floor, Work &&work)
@@ -20,7 +21,7 @@ public:
             m_floors.push_back(seconds(floor));
             const double spent = seconds(work);
             m_works.push_back(spent);
-            m_state.SetIterationTime(spent);
+            m_state.SetIterationTime(spent * m_repeats);
         }
         const double floorMedian = median(m_floors);
         m_state.counters["floor_us"] = floorMedian * 1e6;
@@ -29,12 +30,15 @@ public:
     }
 
 private:
+    /// Of one time.
     template <class Work>
-    static double seconds(Work &work)
+    double seconds(Work &work) const
     {
         const auto start = std::chrono::steady_clock::now();
-        work();
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        for (int i = 0; i < m_repeats; ++i) {
+            work();
+        }
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() / m_repeats;
     }
 
     static double median(std::vector<double> values)
@@ -45,6 +49,7 @@ private:
     }
 
     benchmark::State &m_state;
+    const int m_repeats;
     std::vector<double> m_floors;
     std::vector<double> m_works;
 };
