@@ -3,7 +3,8 @@
 // A repaint is everything from the change of the view to the finished picture: merging the bars, fitting
 // the scales, painting canvas, axes, candles, volume and marks. The floor is filling the same pixels and
 // drawing as many rectangles and pictures, without knowing what they mean. That of a crosshair is the copy of
-// the finished picture and two lines; that of a hit test, a look at the bar under the pointer.
+// what changes of the finished picture and two lines; that of a hit test, a look at the bar under the
+// pointer.
 #include "terminal/Appearance.h"
 #include "terminal/chart/ChartView.h"
 #include "terminal/chart/VisibleBars.h"
@@ -28,6 +29,7 @@ using namespace Terminal;
 
 constexpr int barCount = 100'000;
 constexpr QSize windowSize(1600, 900);
+constexpr int readoutHeight = 40; // pixels
 
 Bars randomWalk(int count)
 {
@@ -306,7 +308,9 @@ void moveCrosshair(benchmark::State &state)
     int x = 0;
     const auto floor = [&] {
         QPainter painter(&image);
-        painter.drawPixmap(0, 0, picture);
+        painter.drawPixmap(0, 0, picture, 0, 0, windowSize.width(), readoutHeight);
+        painter.drawPixmap(x, 0, picture, x, 0, 1, windowSize.height());
+        painter.drawPixmap(0, 200, picture, 0, 200, windowSize.width(), 1);
         painter.drawLine(x, 0, x, windowSize.height());
         painter.drawLine(0, 200, windowSize.width(), 200);
     };
