@@ -3,6 +3,7 @@
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
+#include "tests/support/TimeZone.h"
 #include "tests/terminal/Pixels.h"
 #include "tests/terminal/ProgramFixture.h"
 
@@ -14,6 +15,7 @@
 namespace Terminal {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 
 class ReplayProgram : public Program
@@ -128,6 +130,19 @@ TEST_F(OrderScene, ShowsTheOrdersAsTheLastQuoteLeftThem)
     const int waiting = markerPixels(10 * 60 + 42, 50.40, theme.rise);
     EXPECT_GT(waiting, 10);
     EXPECT_GT(dealt, 2 * waiting); // filled, not hollow
+}
+
+TEST_F(OrderScene, IsOfTheExchangesTodayWhereverTheMachineStands)
+{
+    importStatement();
+    for (const char *const zone : {westernmostZone, easternmostZone}) {
+        m_environment.insert(QStringLiteral("TZ"), QLatin1String(zone));
+        const Outcome outcome = takePicture("1000", {QStringLiteral("0945 buy 3000 50.70")});
+        ASSERT_EQ(outcome.exitCode, 0) << zone << qPrintable(outcome.messages);
+    }
+    const std::string dealt = QDate::currentDate().toString(Qt::ISODate).toStdString() +
+                              " 09:45:00 600536 SH buy 50.70 3000 3000 0 已成";
+    EXPECT_THAT(orders(), AllOf(HasSubstr("1 " + dealt), HasSubstr("2 " + dealt)));
 }
 
 TEST_F(OrderScene, PlacesItsOrdersWithoutOverlaysToo)

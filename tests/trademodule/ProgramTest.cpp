@@ -1,4 +1,5 @@
 // The program itself, on a real database and a real bus.
+#include "tests/support/TimeZone.h"
 #include "tests/trademodule/ProgramFixture.h"
 #include "trademodule/ExchangeTime.h"
 #include "trademodule/exchange/PaperExchange.h"
@@ -130,6 +131,19 @@ TEST_F(Program, ListsPositionsAndTradesAsTablesAndAsJson)
     const QJsonArray rows = QJsonDocument::fromJson(QByteArray::fromStdString(trades.output)).array();
     ASSERT_EQ(rows.size(), 1);
     EXPECT_EQ(rows[0].toObject()[QStringLiteral("price")].toString(), QStringLiteral("1700.00"));
+}
+
+TEST_F(Program, KeepsTheDayOfTheExchangeWhereverTheMachineStands)
+{
+    for (const char *const zone : {westernmostZone, easternmostZone}) {
+        const TimeZone ofTheMachine(zone);
+        const Ended ended = runOnLedger({QStringLiteral("place"), QStringLiteral("000001"),
+                                         QStringLiteral("buy"), QStringLiteral("10"), QStringLiteral("100")});
+        ASSERT_EQ(ended.exitCode, 0) << ended.errors;
+    }
+
+    const QDate day = QDateTime::currentDateTimeUtc().toOffsetFromUtc(8 * 60 * 60).date();
+    EXPECT_EQ(OrderBook(&ledger()).ofDay(dateNumber(day)).size(), 2);
 }
 
 TEST_F(Program, ShowsAndSetsTheCashOfTheAccount)
