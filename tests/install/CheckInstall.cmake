@@ -1,5 +1,5 @@
 # Installs the build, moves it elsewhere, and builds and runs a program against it: once with
-# find_package, once with pkg-config.
+# find_package, once with pkg-config. Then starts the installed programs.
 
 function(run)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors)
@@ -31,3 +31,18 @@ separate_arguments(flags UNIX_COMMAND "${output} ${FLAGS}")
 run("${COMPILER}" -std=c++17 -fPIC "${CONSUMER}/main.cpp" -o "${WORK}/by-pkg-config" ${flags}
     "-Wl,-rpath,${WORK}/moved/${LIBDIR}" "-Wl,-rpath-link,${WORK}/moved/${LIBDIR}")
 expect_greeting("${WORK}/by-pkg-config")
+
+if(PROGRAMS)
+    set(bin "${WORK}/moved/${BINDIR}")
+    set(ledger "${WORK}/account.db")
+    set(ENV{QT_QPA_PLATFORM} offscreen)
+    run("${bin}/trademodule" --version)
+    run("${bin}/trademodule" --ledger "${ledger}"
+        import "${WORK}/moved/${DATADIR}/tradechartobject/examples/statement.csv")
+    # The terminal finds bars, overlays and trading module by itself, and draws what they tell.
+    run("${bin}/tradeterminal" --snapshot "${WORK}/picture.png" --size 640x360 --overlays cost,trades
+        --ledger "${ledger}")
+    if(NOT EXISTS "${WORK}/picture.png")
+        message(FATAL_ERROR "the installed terminal has drawn nothing")
+    endif()
+endif()
