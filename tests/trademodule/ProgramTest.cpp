@@ -1,6 +1,7 @@
 // The program itself, on a real database and a real bus.
 #include "tests/support/TimeZone.h"
 #include "tests/trademodule/ProgramFixture.h"
+#include "tests/trademodule/PseudoTerminal.h"
 #include "trademodule/ExchangeTime.h"
 #include "trademodule/exchange/PaperExchange.h"
 #include "trademodule/ledger/Transaction.h"
@@ -86,6 +87,20 @@ TEST_F(Program, ShowsInADryRunWhatWouldHappen)
 TEST_F(Program, ShowsNoProgressBarWhereNobodyLooks)
 {
     EXPECT_EQ(import(write(OneRow)).errors, "");
+}
+
+TEST_F(Program, ShowsAProgressBarOnATerminalAndWipesItAway)
+{
+    const PseudoTerminal terminal;
+    QProcess process;
+    process.setStandardErrorFile(terminal.name());
+    process.start(QStringLiteral(TRADEMODULE_PROGRAM),
+                  ledgerOptions() + QStringList{QStringLiteral("import"), writeManyRows(2)});
+    ASSERT_TRUE(process.waitForFinished());
+
+    const std::string shown = terminal.text();
+    EXPECT_THAT(shown, HasSubstr("[" + std::string(20, '#') + std::string(20, '.') + "]  50 %"));
+    EXPECT_THAT(shown, HasSubstr("[" + std::string(40, '#') + "] 100 %\r\x1b[K"));
 }
 
 TEST_F(Program, SaysWhatIsWrongWithItsCommandLine)
