@@ -1,9 +1,9 @@
 // The buy/sell points with many years of daily bars and many trades.
-#include "bench/support/Allocations.h"
-#include "bench/support/CountingPainter.h"
 #include "bench/support/HostCalls.h"
 #include "bench/support/ManyBars.h"
 #include "bench/support/Paired.h"
+#include "tests/support/Allocations.h"
+#include "tests/support/CountingPainter.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/RecordedBus.h"
 

@@ -1,9 +1,9 @@
 // The combined overlay with many years of daily bars and many trades. Every benchmark checks first that
 // the overlay does what is timed.
-#include "bench/support/CountingPainter.h"
 #include "bench/support/HostCalls.h"
 #include "bench/support/ManyBars.h"
 #include "bench/support/Paired.h"
+#include "tests/support/CountingPainter.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/RecordedBus.h"
 

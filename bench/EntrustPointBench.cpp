@@ -1,8 +1,8 @@
 // The order points with the orders of a busy day on all of its minutes. Every benchmark checks first that
 // the overlay does what is timed.
-#include "bench/support/Allocations.h"
-#include "bench/support/CountingPainter.h"
 #include "bench/support/Paired.h"
+#include "tests/support/Allocations.h"
+#include "tests/support/CountingPainter.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/RecordedBus.h"
 

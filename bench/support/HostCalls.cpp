@@ -1,8 +1,8 @@
 #include "bench/support/HostCalls.h"
 
-#include "bench/support/Allocations.h"
-#include "bench/support/CountingPainter.h"
 #include "bench/support/Paired.h"
+#include "tests/support/Allocations.h"
+#include "tests/support/CountingPainter.h"
 
 namespace {
 

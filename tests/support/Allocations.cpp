@@ -1,4 +1,4 @@
-#include "bench/support/Allocations.h"
+#include "tests/support/Allocations.h"
 
 #include <cstdlib>
 #include <new>

@@ -1,4 +1,4 @@
-#include "bench/support/CountingPainter.h"
+#include "tests/support/CountingPainter.h"
 
 void CountingPainter::endPaint()
 {
