@@ -271,11 +271,11 @@ void ChartView::fitPriceScale()
         m_prices = {};
         return;
     }
+    const double paneHeight = m_fittedSize.height() * priceShare;
     m_prices = fitPrices({m_visible->lowest(), m_visible->highest()},
-                         m_wishes ? m_wishes() : std::vector<PriceSpan>());
+                         m_wishes ? m_wishes() : std::vector<PriceSpan>(), paneHeight);
     const double below = (m_prices.high - m_prices.low) * (1 / priceShare - 1);
-    setAxisScaleDiv(yRight, scaleDiv(m_prices.low - below, m_prices.high,
-                                     priceTicks(m_prices, m_fittedSize.height() * priceShare)));
+    setAxisScaleDiv(yRight, scaleDiv(m_prices.low - below, m_prices.high, priceTicks(m_prices, paneHeight)));
     const int widest = axisWidget(yRight)->fontMetrics().horizontalAdvance(priceText(m_prices.high * 10));
     axisScaleDraw(yRight)->setMinimumExtent(widest + axisScaleDraw(yRight)->spacing());
 }

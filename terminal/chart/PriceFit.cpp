@@ -1,5 +1,7 @@
 #include "terminal/chart/PriceFit.h"
 
+#include "terminal/chart/glyphs/TradeGlyph.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -7,9 +9,11 @@ namespace Terminal {
 
 namespace {
 
-constexpr double reach = 0.25;       ///< how far beyond the candles a wish is granted, of their height
-constexpr double airAbove = 0.10;    ///< room for marks above the highest bar
-constexpr double airBelow = 0.07;    ///< the same below the lowest one
+constexpr double reach = 0.25;     ///< how far beyond the candles a wish is granted, of their height
+constexpr double airAbove = 0.085; ///< above the highest bar, of the pane
+constexpr double airBelow = 0.06;  ///< the same below the lowest one
+constexpr double mostAir = 0.25;   ///< the same on either side of a pane that is hardly higher than a mark
+constexpr double markRoom = seriesGlyphHeight + 1; ///< pixels for a mark on either side of a bar
 constexpr double flatMargin = 0.005; ///< half height of the scale when all prices are equal, of the price
 
 bool isWish(const PriceSpan &span)
@@ -26,9 +30,14 @@ PriceSpan opened(PriceSpan span)
     return {span.low - margin, span.high + margin};
 }
 
+double airOf(double share, double paneHeight)
+{
+    return std::max(share, std::min(markRoom / std::max(1.0, paneHeight), mostAir));
+}
+
 } // namespace
 
-PriceSpan fitPrices(PriceSpan candles, const std::vector<PriceSpan> &wishes)
+PriceSpan fitPrices(PriceSpan candles, const std::vector<PriceSpan> &wishes, double paneHeight)
 {
     candles = opened(candles);
     const double limit = (candles.high - candles.low) * reach;
@@ -44,8 +53,10 @@ PriceSpan fitPrices(PriceSpan candles, const std::vector<PriceSpan> &wishes)
             fit.high = std::max(fit.high, wish.high);
         }
     }
-    const double height = fit.high - fit.low;
-    return {fit.low - height * airBelow, fit.high + height * airAbove};
+    const double above = airOf(airAbove, paneHeight);
+    const double below = airOf(airBelow, paneHeight);
+    const double height = (fit.high - fit.low) / (1 - above - below);
+    return {fit.low - height * below, fit.high + height * above};
 }
 
 } // namespace Terminal

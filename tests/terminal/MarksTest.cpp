@@ -10,6 +10,7 @@
 #include <QPainter>
 
 #include <cmath>
+#include <optional>
 #include <random>
 
 namespace Terminal {
@@ -32,6 +33,7 @@ protected:
         m_chart.showAll();
         m_chart.grab();
         m_sprites.setLook(m_chart.theme(), 1);
+        m_painter.emplace(m_chart, &m_sprites, &m_marks);
     }
 
     const ChartGeometry &geometry() const { return m_chart.chartGeometry(); }
@@ -40,7 +42,7 @@ protected:
     double add(double x, double y, int kind)
     {
         const int bar = static_cast<int>(std::round(geometry().xToBar(x)));
-        m_painter.addOrderMark(bar, geometry().yToPrice(y), kind, false);
+        m_painter->addOrderMark(bar, geometry().yToPrice(y), kind, false);
         return geometry().barToX(bar);
     }
 
@@ -48,14 +50,14 @@ protected:
     {
         QImage image(m_chart.canvas()->size(), QImage::Format_RGB32);
         QPainter canvas(&image);
-        m_painter.paint(&canvas);
+        m_painter->paint(&canvas);
         return m_marks.all();
     }
 
     ChartView m_chart;
     GlyphSprites m_sprites;
     DrawnMarks m_marks;
-    MarkPainter m_painter{m_chart, &m_sprites, &m_marks};
+    std::optional<MarkPainter> m_painter; ///< of one repaint
 };
 
 bool areApart(const QPointF &one, const QPointF &other)

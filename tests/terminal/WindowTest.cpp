@@ -994,43 +994,50 @@ TEST_F(Window, ShowsWhichEdgeAnOrderIsBeyond)
     EXPECT_TRUE(shows(picture, sprites.sprite(orderGlyph(23, EdgeClamp::AtTop), 1), high.toPoint()));
 }
 
-/// A chart of two thousand bars, the last ones in view, as many as the parameter says.
-class MarksOnAChart : public ::testing::TestWithParam<double>
+struct ChartShape
+{
+    int bars; ///< in view
+    int height;
+};
+
+/// A chart of two thousand bars, the last ones in view.
+class MarksOnAChart : public ::testing::TestWithParam<ChartShape>
 {
 protected:
     static constexpr int barCount = 2000;
 
     MarksOnAChart()
     {
-        m_chart.resize(1000, 600);
+        m_chart.resize(1000, GetParam().height);
         m_chart.setData(dailyChart(barCount));
         m_chart.show();
-        m_chart.setSpan({barCount - GetParam() - 0.5, barCount - 0.5});
+        m_chart.setSpan({barCount - GetParam().bars - 0.5, barCount - 0.5});
         m_chart.grab();
         m_sprites.setLook(m_chart.theme(), 1);
+        m_painter.emplace(m_chart, &m_sprites, &m_marks);
     }
 
-    static int firstInView() { return barCount - static_cast<int>(GetParam()); }
+    static int firstInView() { return barCount - GetParam().bars; }
     const Bar &bar(int number) const { return m_chart.data().bars[static_cast<size_t>(number)]; }
 
     void paint()
     {
         QImage image(m_chart.canvas()->size(), QImage::Format_RGB32);
         QPainter canvas(&image);
-        m_painter.paint(&canvas);
+        m_painter->paint(&canvas);
     }
 
     ChartView m_chart;
     GlyphSprites m_sprites;
     DrawnMarks m_marks;
-    MarkPainter m_painter{m_chart, &m_sprites, &m_marks};
+    std::optional<MarkPainter> m_painter; ///< of one repaint
 };
 
 TEST_P(MarksOnAChart, NeverHideAWick)
 {
     for (int number = firstInView(); number < barCount; number += 2) {
-        m_painter.addSeriesMark(number, bar(number).high, number % 3 * 2);
-        m_painter.addSeriesMark(number, bar(number).low, number % 3 * 2 + 1);
+        m_painter->addSeriesMark(number, bar(number).high, number % 3 * 2);
+        m_painter->addSeriesMark(number, bar(number).low, number % 3 * 2 + 1);
     }
     paint();
     ASSERT_FALSE(m_marks.all().empty());
@@ -1052,7 +1059,7 @@ TEST_P(MarksOnAChart, AreAllCountedAndAllHit)
 {
     int added = 0;
     for (int number = firstInView(); number < barCount; number += 2, ++added) {
-        m_painter.addSeriesMark(number, bar(number).high, 0);
+        m_painter->addSeriesMark(number, bar(number).high, 0);
     }
     paint();
     int counted = 0;
@@ -1064,7 +1071,10 @@ TEST_P(MarksOnAChart, AreAllCountedAndAllHit)
     EXPECT_FALSE(m_marks.targetAt({-50, -50}));
 }
 
-INSTANTIATE_TEST_SUITE_P(BarsInView, MarksOnAChart, ::testing::Values(20.0, 100.0, 400.0, 1999.0));
+INSTANTIATE_TEST_SUITE_P(Shapes, MarksOnAChart,
+                         ::testing::Values(ChartShape{20, 600}, ChartShape{100, 600}, ChartShape{400, 600},
+                                           ChartShape{1999, 600}, ChartShape{20, 200},
+                                           ChartShape{1999, 150}));
 
 TEST(Fonts, HaveTheCharactersOfTheTexts)
 {
