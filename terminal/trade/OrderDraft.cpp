@@ -1,6 +1,7 @@
 #include "terminal/trade/OrderDraft.h"
 
 #include "terminal/chart/NumberText.h"
+#include "terminal/trade/ShownAmount.h"
 #include "tradechartobject/common/DayLimits.h"
 
 #include <algorithm>
@@ -109,7 +110,9 @@ QString OrderDraft::lotProblem() const
 QString OrderDraft::holdingProblem() const
 {
     const bool isTooMuch = isSell() && m_facts.sellable && m_order.quantity > *m_facts.sellable;
-    return isTooMuch ? tr("Only %1 shares may be sold.").arg(*m_facts.sellable) : QString();
+    return isTooMuch ? tr("Only %1 shares may be sold.")
+                           .arg(shownAmount(QString::number(*m_facts.sellable), m_hidesAmounts))
+                     : QString();
 }
 
 QString OrderDraft::cashProblem() const

@@ -33,7 +33,13 @@ class OrderDraft
     Q_DECLARE_TR_FUNCTIONS(OrderDraft)
 
 public:
-    OrderDraft(const OrderRequest &order, const DraftFacts &facts) : m_order(order), m_facts(facts) {}
+    /// With `hidesAmounts` its texts do not tell what the account holds.
+    OrderDraft(const OrderRequest &order, const DraftFacts &facts, bool hidesAmounts = false)
+        : m_order(order),
+          m_facts(facts),
+          m_hidesAmounts(hidesAmounts)
+    {
+    }
 
     const OrderRequest &order() const { return m_order; }
 
@@ -65,6 +71,7 @@ private:
 
     OrderRequest m_order;
     DraftFacts m_facts;
+    bool m_hidesAmounts;
 };
 
 } // namespace Terminal

@@ -229,13 +229,16 @@ void OrderTicket::setPrice(double price)
 
 void OrderTicket::setAmountsHidden(bool hidden)
 {
+    if (hidden && !m_hidesAmounts) {
+        showResult({}, Tone::Plain); // it may tell the quantity of the last order
+    }
     m_hidesAmounts = hidden;
     showDraft();
 }
 
 OrderDraft OrderTicket::draft() const
 {
-    return OrderDraft({m_security, m_side, m_price->value(), m_quantity->value()}, m_facts);
+    return OrderDraft({m_security, m_side, m_price->value(), m_quantity->value()}, m_facts, m_hidesAmounts);
 }
 
 void OrderTicket::focusPrice()
@@ -281,17 +284,16 @@ void OrderTicket::showDraft()
     m_limits->setText(limits ? tr("Limits %1 – %2").arg(priceText(limits->lowest), priceText(limits->highest))
                              : QString());
     m_limits->setVisible(limits.has_value());
-    m_quantityLabel->setText(tr("Quantity: lots %1").arg(shown.lots()));
-    m_largest->setText(largest
-                           ? tr("At most %1").arg(m_hidesAmounts ? hiddenAmount() : QString::number(*largest))
-                           : QString());
+    const auto amount = [this](const QString &figure) { return shownAmount(figure, m_hidesAmounts); };
+    m_quantityLabel->setText(tr("Quantity: lots %1").arg(amount(QString::number(shown.lots()))));
+    m_largest->setText(largest ? tr("At most %1").arg(amount(QString::number(*largest))) : QString());
     m_largest->setVisible(largest.has_value());
     for (QPushButton *const part : m_parts) {
         part->setEnabled(largest.value_or(0) > 0);
     }
-    m_amount->setText(amountText(shown.amount()));
+    m_amount->setText(amount(amountText(shown.amount())));
     m_problem->setText(problem);
-    m_send->setText(orderSummary(shown.order()));
+    m_send->setText(orderSummary(shown.order(), m_hidesAmounts));
     m_send->setEnabled(problem.isEmpty());
     m_send->setAccessibleDescription(problem);
 }

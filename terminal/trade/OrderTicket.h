@@ -31,6 +31,7 @@ public:
     void setSide(OrderSide side);
     /// The price that the user chose; rounded to the tick.
     void setPrice(double price);
+    /// Leaves nothing to be read but the quantity that the user is filling in.
     void setAmountsHidden(bool hidden);
 
     OrderDraft draft() const;

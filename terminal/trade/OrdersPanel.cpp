@@ -163,6 +163,7 @@ void OrdersPanel::setTheme(const ChartTheme &theme)
 void OrdersPanel::setAmountsHidden(bool hidden)
 {
     m_hidesAmounts = hidden;
+    m_orders.setAmountsHidden(hidden);
     m_positions.setAmountsHidden(hidden);
     showAccount();
 }
@@ -179,7 +180,7 @@ void OrdersPanel::showAccount()
         }
     }
     m_positions.setRecords(std::move(rows));
-    const auto money = [this](double yuan) { return m_hidesAmounts ? hiddenAmount() : amountText(yuan); };
+    const auto money = [this](double yuan) { return shownAmount(amountText(yuan), m_hidesAmounts); };
     m_accountCaption->setText(
         m_account
             ? tr("Positions · cash %1, available %2").arg(money(m_account->cash), money(m_account->available))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/chart/ChartTheme.h"
+#include "terminal/trade/ShownAmount.h"
 
 #include <QAbstractTableModel>
 
@@ -9,12 +10,6 @@
 #include <vector>
 
 namespace Terminal {
-
-/// What stands in the place of a hidden amount.
-inline QString hiddenAmount()
-{
-    return QStringLiteral("***");
-}
 
 /// Records as the rows of a table, by a list of columns.
 template <typename Record>
@@ -28,7 +23,7 @@ public:
         QString (*text)(const Record &record);
         /// None: coloured as all text.
         QColor (*colour)(const Record &record, const ChartTheme &theme) = nullptr;
-        bool isMoney = false; ///< of the user's own
+        bool isAmount = false; ///< of the user's own shares or money
     };
 
     /// Tells whether two records are the same row at different times.
@@ -102,12 +97,12 @@ public:
         switch (role) {
         case Qt::DisplayRole:
         case Qt::ToolTipRole:
-            return shown.isMoney && m_hidesAmounts ? hiddenAmount() : shown.text(row);
+            return shownAmount(shown.text(row), shown.isAmount && m_hidesAmounts);
         case Qt::TextAlignmentRole:
             return static_cast<int>(shown.alignment | Qt::AlignVCenter);
         case Qt::ForegroundRole:
-            return shown.colour && !(shown.isMoney && m_hidesAmounts) ? shown.colour(row, m_theme)
-                                                                      : QVariant();
+            return shown.colour && !(shown.isAmount && m_hidesAmounts) ? shown.colour(row, m_theme)
+                                                                       : QVariant();
         default:
             return {};
         }

@@ -173,6 +173,7 @@ void TradeDocks::setTheme(const ChartTheme &theme)
 
 void TradeDocks::setAmountsHidden(bool hidden)
 {
+    m_hidesAmounts = hidden;
     m_ticket->setAmountsHidden(hidden);
     m_panel->setAmountsHidden(hidden);
 }
@@ -235,7 +236,7 @@ void TradeDocks::showFacts()
 
 void TradeDocks::sendOrder(const OrderRequest &order)
 {
-    m_ticket->showResult(tr("Sent: %1").arg(orderSummary(order)), OrderTicket::Tone::Plain);
+    m_ticket->showResult(tr("Sent: %1").arg(orderSummary(order, m_hidesAmounts)), OrderTicket::Tone::Plain);
     m_desk.place(order);
 }
 
@@ -244,7 +245,7 @@ void TradeDocks::tellPlaced(const OrderRequest &order, const DeskOutcome &outcom
     if (order.origin != OrderOrigin::Hand) {
         return;
     }
-    const QString what = orderSummary(order);
+    const QString what = orderSummary(order, m_hidesAmounts);
     const auto tell = [this](const QString &text, OrderTicket::Tone tone) {
         m_ticket->showResult(text, tone);
         m_prompts->show(text);
@@ -267,12 +268,13 @@ void TradeDocks::tellPlaced(const OrderRequest &order, const DeskOutcome &outcom
     }
 }
 
+/// The question shows everything, also while amounts are hidden: the user has to know what he cancels.
 void TradeDocks::askToCancel(const OrderRecord &order)
 {
     const QStringList lines{
         tr("Cancel this order?"),
         QStringLiteral("%1 %2").arg(order.security.name, order.security.code),
-        orderSummary({order.security, order.side, order.price, order.quantity}),
+        orderSummary({order.security, order.side, order.price, order.quantity}, false),
         tr("Dealt so far: %1").arg(order.dealt),
         tr("Number: %1").arg(order.number),
     };

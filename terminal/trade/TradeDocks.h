@@ -78,6 +78,7 @@ private:
     UserPrompts *m_prompts;
     CloseBefore m_closeBefore;
     DraftFacts m_facts;
+    bool m_hidesAmounts = false;
     OrderDesk m_desk;
     ChartOrders m_chartOrders;
     OrderTicket *m_ticket;

@@ -75,9 +75,9 @@ std::vector<OrdersTable::Column> orderColumns()
         {[] { return Texts::tr("Price"); }, Qt::AlignRight,
          [](const OrderRecord &order) { return priceText(order.price); }},
         {[] { return Texts::tr("Quantity"); }, Qt::AlignRight,
-         [](const OrderRecord &order) { return QString::number(order.quantity); }},
+         [](const OrderRecord &order) { return QString::number(order.quantity); }, nullptr, true},
         {[] { return Texts::tr("Dealt"); }, Qt::AlignRight,
-         [](const OrderRecord &order) { return QString::number(order.dealt); }},
+         [](const OrderRecord &order) { return QString::number(order.dealt); }, nullptr, true},
         {[] { return Texts::tr("Average"); }, Qt::AlignRight,
          [](const OrderRecord &order) { return figure(order.averagePrice(), 3); }},
         {[] { return Texts::tr("Status"); }, Qt::AlignLeft, statusText},
@@ -137,12 +137,10 @@ QString amountText(double yuan)
     return QLocale(QLocale::English).toString(yuan, 'f', 2);
 }
 
-QString orderSummary(const OrderRequest &order)
+QString orderSummary(const OrderRequest &order, bool hidesAmounts)
 {
-    return QStringLiteral(u"%1 %2 × %3")
-        .arg(sideText(order.side))
-        .arg(order.quantity)
-        .arg(priceText(order.price));
+    const QString quantity = shownAmount(QString::number(order.quantity), hidesAmounts);
+    return QStringLiteral(u"%1 %2 × %3").arg(sideText(order.side), quantity, priceText(order.price));
 }
 
 } // namespace Terminal

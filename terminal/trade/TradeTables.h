@@ -38,6 +38,6 @@ public:
 QString amountText(double yuan);
 
 /// "Buy 300 × 1700.50", in the user's language.
-QString orderSummary(const OrderRequest &order);
+QString orderSummary(const OrderRequest &order, bool hidesAmounts);
 
 } // namespace Terminal

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QLabel>
 #include <QMouseEvent>
 #include <QSplitter>
 #include <QTableView>
@@ -134,6 +135,27 @@ TEST_F(Panel, LeavesTheTablesAsTheUserSharedThem)
     QApplication::processEvents();
     EXPECT_EQ(halves->sizes(), chosen);
     EXPECT_NE(cutColumns(positions()), QStringList());
+}
+
+TEST_F(Panel, HidesQuantitiesAndMoneyInBothTables)
+{
+    m_panel.setOrders({order(1300)}, 0);
+    m_panel.setAccount(holding(18500));
+    show(besideTheTicket);
+    m_panel.setAmountsHidden(true);
+    QStringList texts;
+    for (const QTableView *const view : {table("ordersView"), positions()}) {
+        for (int column = 0; column < view->model()->columnCount(); ++column) {
+            texts.append(view->model()->index(0, column).data().toString());
+        }
+    }
+    for (const QLabel *const label : m_panel.findChildren<QLabel *>()) {
+        texts.append(label->text());
+    }
+    const std::string all = texts.join(QLatin1Char('|')).toStdString();
+    for (const char *const amount : {"1300", "18500", "2500", "50.746", "186,968.67"}) {
+        EXPECT_THAT(all, ::testing::Not(::testing::HasSubstr(amount)));
+    }
 }
 
 TEST_F(Panel, TellsByATipWhatIsCutAndNothingElse)

@@ -11,6 +11,8 @@
 #include <QSpinBox>
 #include <QTest>
 
+#include <regex>
+
 namespace Terminal {
 namespace {
 
@@ -128,6 +130,22 @@ TEST_F(Ticket, IsLeftByEscape)
     EXPECT_EQ(left.count(), 1);
 }
 
+TEST_F(Ticket, TellsNoAmountButTheQuantityInItsFieldWhileAmountsAreHidden)
+{
+    m_ticket.setSide(OrderSide::Sell);
+    quantity()->setValue(5800); // amount 58000.00, 58 lots
+    m_ticket.showResult(QStringLiteral("Sold 5800"), OrderTicket::Tone::Good);
+    m_ticket.setAmountsHidden(true);
+    const std::regex amount("58|350");
+    for (const QLabel *const label : m_ticket.findChildren<QLabel *>()) {
+        EXPECT_FALSE(std::regex_search(label->text().toStdString(), amount)) << qPrintable(label->text());
+    }
+    EXPECT_THAT(child<QLabel>("ticketProblem")->text().toStdString(), ::testing::HasSubstr("***"));
+    EXPECT_FALSE(std::regex_search(sendButton()->text().toStdString(), amount));
+    EXPECT_FALSE(std::regex_search(sendButton()->accessibleDescription().toStdString(), amount));
+    EXPECT_EQ(quantity()->value(), 5800);
+}
+
 OrderRecord orderAt(std::int32_t time, const char *number)
 {
     OrderRecord order;
@@ -162,6 +180,24 @@ TEST(OrdersTable, AddsNewRowsWithoutTouchingTheOthers)
     EXPECT_EQ(table.rowCount({}), 2);
     table.setOrders({orderAt(93300, "3")});
     EXPECT_EQ(resets.count(), 1);
+}
+
+TEST(OrdersTable, HidesQuantities)
+{
+    OrderRecord order = orderAt(93100, "1");
+    order.dealt = 200;
+    OrdersTable table;
+    table.setOrders({order});
+    table.setAmountsHidden(true);
+    QStringList shown;
+    for (int column = 0; column < table.columnCount({}); ++column) {
+        shown.append(table.index(0, column).data().toString());
+        shown.append(table.index(0, column).data(Qt::ToolTipRole).toString());
+    }
+    EXPECT_EQ(shown.filter(QStringLiteral("***")).size(), 4);
+    EXPECT_FALSE(shown.contains(QStringLiteral("300")));
+    EXPECT_FALSE(shown.contains(QStringLiteral("200")));
+    EXPECT_TRUE(shown.contains(QStringLiteral("10.00"))) << "its price may be read";
 }
 
 TEST(PositionsTable, KnowsAProfitOnlyWithAPrice)
