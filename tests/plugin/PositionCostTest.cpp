@@ -8,6 +8,7 @@
 #include <cmath>
 #include <limits>
 
+using ::testing::AllOf;
 using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -39,6 +40,12 @@ protected:
     static void hearCost(const QString &text)
     {
         hear(Topic::TRADEQUERY, answer(holding("600536", "1", text)));
+    }
+
+    static void hearThatNothingIsHeld()
+    {
+        hear(Topic::TRADEQUERY, answer({{QStringLiteral("stkcode"), QStringLiteral("600536")},
+                                        {QStringLiteral("market"), QStringLiteral("1")}}));
     }
 
     /// The cost that is drawn now; none when no line is.
@@ -187,6 +194,16 @@ TEST_F(PositionCostTest, AsksNothingWhileTheMarketNumberIsMinusOne)
     EXPECT_TRUE(timer()->isActive());
 }
 
+TEST_F(PositionCostTest, ForgetsTheSecurityBeforeWhenTheNextOneHasNoMarketNumber)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    calc(makeSecurity(-1, "", 9), threeDays, 4);
+    overlay->sendQueryPositionCostReq();
+    EXPECT_EQ(drawnCost(), std::nullopt);
+    EXPECT_THAT(questions(), SizeIs(1));
+}
+
 TEST_F(PositionCostTest, TakesAnIdentityWordOfZeroForNoSecurityYet)
 {
     create();
@@ -205,9 +222,14 @@ TEST_F(PositionCostTest, TakesAMissingScreenIdAsAnEmptyOne)
 TEST_F(PositionCostTest, AsksWithAnEmptyMarketForANumberWithoutACode)
 {
     create();
-    calc(makeSecurity(12, "X", 9), threeDays, 4);
-    EXPECT_THAT(questions(),
-                ElementsAre(R"({"cmd":"HolderCostPrice","market":"","screenId":"screen-1","stkcode":"X"})"));
+    for (const int market : {12, -2}) {
+        bus().sent.clear();
+        calc(makeSecurity(market, "X", market), threeDays, 4);
+        EXPECT_THAT(
+            questions(),
+            ElementsAre(R"({"cmd":"HolderCostPrice","market":"","screenId":"screen-1","stkcode":"X"})"))
+            << market;
+    }
 }
 
 TEST_F(PositionCostTest, SendsTheScreenIdAsUtf8)
@@ -289,6 +311,20 @@ TEST_F(PositionCostTest, LetsARunningTimerRun)
     EXPECT_LE(timer()->remainingTime(), leftNow);
 }
 
+TEST_F(PositionCostTest, LeavesItsTimerToTheRedrawsOfTheHostWhenAnAnswerComes)
+{
+    createOnShanghai();
+    for (const auto &hearAnswer : {+[] { hearCost(QStringLiteral("50")); }, &hearThatNothingIsHeld}) {
+        timer()->stop();
+        hearAnswer();
+        EXPECT_FALSE(timer()->isActive());
+        timer()->start(3600000);
+        hearAnswer();
+        EXPECT_TRUE(timer()->isActive());
+        EXPECT_EQ(timer()->interval(), 3600000);
+    }
+}
+
 // Answers
 
 TEST_F(PositionCostTest, TakesTheCostAndAsksTheHostToRepaintIt)
@@ -320,6 +356,7 @@ TEST_P(PositionCostIgnores, AndKeepsItsCost)
     hear(GetParam().topic, QByteArray(GetParam().payload));
     EXPECT_EQ(drawnCost(), 50.0);
     EXPECT_THAT(axis.updated, IsEmpty());
+    EXPECT_THAT(questions(), SizeIs(1)) << "that of calcIt";
     EXPECT_THAT(log.all(), IsEmpty());
 }
 
@@ -330,6 +367,7 @@ INSTANTIATE_TEST_SUITE_P(
     Messages, PositionCostIgnores,
     ::testing::Values(
         Ignored{"OfAnotherTopic", "TradeNotify", R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600536")},
+        Ignored{"ThatNotifyOfATrade", "TradeNotify", R"({"stkcode":"600536","market":"1"})"},
         Ignored{"OfALongerTopic", "TradeQuery2", R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600536")},
         Ignored{"OfATopicInOtherCase", "tradequery", R"({"cmd":"HolderCostPrice",)" COST_DATA("1", "600536")},
         Ignored{"WithAnotherCommand", "TradeQuery", R"({"cmd":"TodayTrade",)" COST_DATA("1", "600536")},
@@ -355,6 +393,19 @@ INSTANTIATE_TEST_SUITE_P(
         Ignored{"WithoutData", "TradeQuery",
                 R"({"cmd":"HolderCostPrice","stkcode":"600536","market":"1","costprice":"60"})"}),
     ByName());
+
+TEST_F(PositionCostTest, TakesAnAnswerWhateverStandsBesideItsData)
+{
+    createOnShanghai();
+    QJsonObject odd = answer(holding("600536", "1", QStringLiteral("50")));
+    odd.insert(QStringLiteral("stkcode"), QStringLiteral("000001"));
+    odd.insert(QStringLiteral("market"), QStringLiteral("2"));
+    odd.insert(QStringLiteral("screenId"), QStringLiteral("another"));
+    odd.insert(QStringLiteral("success"), false);
+    odd.insert(QStringLiteral("errcode"), 5);
+    hear(Topic::TRADEQUERY, odd);
+    EXPECT_EQ(drawnCost(), 50.0);
+}
 
 struct MarketMatch
 {
@@ -413,8 +464,7 @@ TEST_F(PositionCostTest, ForgetsTheCostWithoutARepaintWhenNothingIsHeld)
     createOnShanghai();
     hearCost(QStringLiteral("50"));
     axis.updated.clear();
-    hear(Topic::TRADEQUERY, answer({{QStringLiteral("stkcode"), QStringLiteral("600536")},
-                                    {QStringLiteral("market"), QStringLiteral("1")}}));
+    hearThatNothingIsHeld();
     EXPECT_EQ(drawnCost(), std::nullopt);
     EXPECT_THAT(axis.updated, IsEmpty());
 }
@@ -507,7 +557,33 @@ TEST_F(PositionCostTest, KeepsTheCostWhenOnlyTheBarsChange)
     EXPECT_EQ(drawnCost(), 50.0);
 }
 
+TEST_F(PositionCostTest, KeepsTheCostWhileItAsksAgain)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    overlay->sendQueryPositionCostReq();
+    ASSERT_THAT(questions(), SizeIs(2));
+    EXPECT_EQ(drawnCost(), 50.0);
+}
+
 // Painting
+
+TEST_F(PositionCostTest, DrawsOverAsManyBarsAsTheChartHasNow)
+{
+    createOnShanghai();
+    hearCost(QStringLiteral("50"));
+    calc(shanghai, std::vector<Korvane::AnalyData>(100, makeDayBar(20240102)), 4);
+    paint();
+    ASSERT_THAT(painter.calls, SizeIs(3));
+    EXPECT_THAT(painter.calls[0].values, AllOf(SizeIs(100), Each(50.0)));
+    EXPECT_THAT(painter.calls[1].values, AllOf(SizeIs(100), Each(50.0)));
+    calc(shanghai, {}, 4);
+    paint();
+    ASSERT_THAT(painter.calls, SizeIs(1));
+    EXPECT_EQ(painter.calls[0].kind, FakePainter::Call::EndPaint);
+    calc(shanghai, threeDays, 4);
+    EXPECT_EQ(drawnCost(), 50.0);
+}
 
 TEST_F(PositionCostTest, DrawsALineOverAllBarsThenItsLabelThenEnds)
 {
@@ -609,6 +685,17 @@ TEST_F(PositionCostTest, DrawsACostOfWordsOnlyWhereZeroIsVisible)
     EXPECT_EQ(drawnCost(), 0.0);
     axis.low = 1.0;
     EXPECT_EQ(drawnCost(), std::nullopt);
+}
+
+TEST_F(PositionCostTest, DrawsTheCostBelowZeroOfAHoldingThatHasMoreThanPaidForItself)
+{
+    axis.low = -10.0;
+    createOnShanghai();
+    hearCost(QStringLiteral("-3.5"));
+    EXPECT_EQ(drawnCost(), -3.5);
+    ASSERT_THAT(painter.calls, SizeIs(3));
+    EXPECT_EQ(painter.calls[1].text, "持仓成本:-3.500");
+    EXPECT_EQ(overlay->hitTest(0, axis.yOf(-3.5)), 0);
 }
 
 TEST_F(PositionCostTest, IsDrawnOnAPeriodOfNeitherKind)
