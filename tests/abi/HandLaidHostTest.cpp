@@ -393,6 +393,11 @@ TEST_F(HandLaidHost, DrivesTheBuySellPointsThroughTheirSlots)
         R"({"cmd":"HistoryTrade","stkcode":"000001","data":[{"bsflag2":"S","bizdate":"20240103","matchtime":"9301500","matchprice":"15.5","matchqty":"300"}]})");
     EXPECT_THAT(axis.updated, ElementsAre(overlay));
 
+    int untouched = 42;
+    EXPECT_EQ(call<double>(overlay, 6, &untouched), DBL_MIN);
+    EXPECT_EQ(call<double>(overlay, 7, &untouched), DBL_MAX);
+    EXPECT_EQ(untouched, 42);
+
     EXPECT_TRUE(paintIt());
     EXPECT_THAT(painter.calls, ElementsAre("markers 0 off 16.000000 0 1", "markers 0 on 16.000000 2 1",
                                            "markers 0 off 16.000000 4 1"));

@@ -29,6 +29,17 @@ struct Row
     const char *quantity;
 };
 
+/// A kind of answer: its command, and under which keys its rows tell their date and time.
+struct AnswerKind
+{
+    const char *name;
+    const char *dateKey;
+    const char *timeKey;
+};
+
+constexpr AnswerKind history{"HistoryTrade", "bizdate", "matchtime"};
+constexpr AnswerKind today{"TodayTrade", "orderdate", "opertime"};
+
 QJsonObject fields(const Row &row, const char *dateKey, const char *timeKey)
 {
     return {{QStringLiteral("bsflag2"), QLatin1String(row.side)},
@@ -52,23 +63,17 @@ protected:
         bus().sent.clear();
     }
 
-    static void hearHistory(const std::vector<Row> &rows)
+    static void hearRows(const AnswerKind &kind, const std::vector<Row> &rows)
     {
         QJsonArray data;
         for (const Row &row : rows) {
-            data.append(fields(row, "bizdate", "matchtime"));
+            data.append(fields(row, kind.dateKey, kind.timeKey));
         }
-        hear(Topic::TRADEQUERY, answer("HistoryTrade", data));
+        hear(Topic::TRADEQUERY, answer(kind.name, data));
     }
 
-    static void hearToday(const std::vector<Row> &rows)
-    {
-        QJsonArray data;
-        for (const Row &row : rows) {
-            data.append(fields(row, "orderdate", "opertime"));
-        }
-        hear(Topic::TRADEQUERY, answer("TodayTrade", data));
-    }
+    static void hearHistory(const std::vector<Row> &rows) { hearRows(history, rows); }
+    static void hearToday(const std::vector<Row> &rows) { hearRows(today, rows); }
 
     /// What is drawn on each bar: B, S, T for both, a blank for nothing, # for two markers.
     std::string drawn()
@@ -344,6 +349,18 @@ TEST_F(BSPointTest, TakesAnIdentityWordOfZeroForNoSecurityYet)
             R"({"cmd":"HistoryTrade","end":"20240104","market":"","screenId":"screen-1","start":"20240102","stkcode":""})"));
 }
 
+TEST_F(BSPointTest, TurnsToASecurityWithoutAMarketNumberToo)
+{
+    createOnThreeDays();
+    hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
+    EXPECT_TRUE(calc(makeSecurity(-1, "X", 9), threeDays, 4));
+    EXPECT_EQ(drawn(), "   ");
+    EXPECT_THAT(
+        questions(),
+        ElementsAre(
+            R"({"cmd":"HistoryTrade","end":"20240104","market":"","screenId":"screen-1","start":"20240102","stkcode":"X"})"));
+}
+
 TEST_F(BSPointTest, ForgetsTheTradesWithTheSecurity)
 {
     createOnThreeDays();
@@ -442,6 +459,34 @@ TEST_F(BSPointTest, RestartsItsTimerAfterAnEmptyHistoryAnswerOnly)
     EXPECT_THAT(axis.updated, IsEmpty());
 }
 
+TEST_F(BSPointTest, LetsARunningTimerRunAfterANotificationAndAfterPastTrades)
+{
+    createOnThreeDays();
+    const std::function<void()> messages[] = {
+        [] { hear(Topic::TRADENOTIFY, R"({"stkcode":"600536"})"); },
+        [] {
+            hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
+        },
+    };
+    for (const auto &hearMessage : messages) {
+        timer()->start(3600000);
+        hearMessage();
+        EXPECT_TRUE(timer()->isActive());
+        EXPECT_EQ(timer()->interval(), 3600000);
+    }
+}
+
+TEST_F(BSPointTest, RefreshesOnAfterARepaintInsideWhichTheHostStoppedItsTimer)
+{
+    createOnThreeDays();
+    axis.onUpdate = [this] {
+        calc(shenzhen, {}, 4);
+        EXPECT_FALSE(timer()->isActive());
+    };
+    hearToday({{"B", "20240104", "9301500", "1", "2"}});
+    EXPECT_TRUE(timer()->isActive());
+}
+
 TEST_F(BSPointTest, StartsItsTimerWithTheConfiguredIntervalEveryTime)
 {
     create({{QStringLiteral("auto_refresh_time"), 7}});
@@ -478,6 +523,15 @@ TEST_F(BSPointTest, AsksForTodaysTradesAfterANotificationInAnyLetterCase)
     EXPECT_TRUE(questions()[0].contains("TodayTrade"));
 }
 
+TEST_F(BSPointTest, AsksForTodaysTradesAfterANotificationWhateverMarketAndScreenItNames)
+{
+    createOnThreeDays();
+    hear(Topic::TRADENOTIFY, R"({"stkcode":"600536","market":"2","screenId":"another"})");
+    EXPECT_THAT(
+        questions(),
+        ElementsAre(R"({"cmd":"TodayTrade","market":"SH","screenId":"screen-1","stkcode":"600536"})"));
+}
+
 TEST_F(BSPointTest, OnlyAsksForTodaysTradesAfterANotificationThatCarriesRows)
 {
     createOnThreeDays();
@@ -485,17 +539,6 @@ TEST_F(BSPointTest, OnlyAsksForTodaysTradesAfterANotificationThatCarriesRows)
                                                                       "bizdate", "matchtime")}));
     EXPECT_THAT(questions(), SizeIs(1));
     EXPECT_EQ(drawn(), "   ");
-}
-
-TEST_F(BSPointTest, TakesAnAnswerWhateverMarketAndScreenItNames)
-{
-    createOnThreeDays();
-    QJsonObject other = answer(
-        "HistoryTrade", QJsonArray{fields({"B", "20240102", "9301500", "1", "1"}, "bizdate", "matchtime")});
-    other.insert(QStringLiteral("market"), QStringLiteral("2"));
-    other.insert(QStringLiteral("screenId"), QStringLiteral("another"));
-    hear(Topic::TRADEQUERY, other);
-    EXPECT_EQ(drawn(), "B  ");
 }
 
 TEST_F(BSPointTest, WaitsForTheAnswerBeforeItsTimerRunsAgain)
@@ -632,17 +675,52 @@ TEST_F(BSPointTest, TakesMissingRowsAsAnEmptyAnswer)
     EXPECT_EQ(drawn(), "   ");
 }
 
-TEST_F(BSPointTest, TakesTheRowsOfAnAnswerThatCallsItselfAFailure)
+class BSPointAnswer : public BSPointTest, public ::testing::WithParamInterface<AnswerKind>
+{
+protected:
+    /// An answer with one buy on the first of the three days; its row says `more`, too.
+    static QJsonObject oneBuy(const QJsonObject &more = {})
+    {
+        QJsonObject row =
+            fields({"B", "20240102", "9301500", "1", "1"}, GetParam().dateKey, GetParam().timeKey);
+        for (auto field = more.begin(); field != more.end(); ++field) {
+            row.insert(field.key(), field.value());
+        }
+        return answer(GetParam().name, QJsonArray{row});
+    }
+};
+
+TEST_P(BSPointAnswer, IsTakenWhateverMarketAndScreenItNames)
 {
     createOnThreeDays();
-    QJsonObject failure =
-        answer("HistoryTrade",
-               QJsonArray{fields({"B", "20240103", "9301500", "10.5", "300"}, "bizdate", "matchtime")});
+    QJsonObject other = oneBuy();
+    other.insert(QStringLiteral("market"), QStringLiteral("2"));
+    other.insert(QStringLiteral("screenId"), QStringLiteral("another"));
+    hear(Topic::TRADEQUERY, other);
+    EXPECT_EQ(drawn(), "B  ");
+}
+
+TEST_P(BSPointAnswer, IsTakenAlsoWhenItCallsItselfAFailure)
+{
+    createOnThreeDays();
+    QJsonObject failure = oneBuy();
     failure.insert(QStringLiteral("success"), false);
     failure.insert(QStringLiteral("errcode"), 5);
+    failure.insert(QStringLiteral("msg"), QStringLiteral("timed out"));
     hear(Topic::TRADEQUERY, failure);
-    EXPECT_EQ(drawn(), " B ");
+    EXPECT_EQ(drawn(), "B  ");
 }
+
+TEST_P(BSPointAnswer, IsTakenWithRowsThatNameAnotherSecurity)
+{
+    createOnThreeDays();
+    hear(Topic::TRADEQUERY, oneBuy({{QStringLiteral("stkcode"), QStringLiteral("000001")},
+                                    {QStringLiteral("market"), QStringLiteral("2")}}));
+    EXPECT_EQ(drawn(), "B  ");
+    EXPECT_THAT(listOn(0), SizeIs(1));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, BSPointAnswer, ::testing::Values(history, today), ByName());
 
 // Past trades
 
@@ -699,6 +777,22 @@ TEST_F(BSPointTest, FindsTheTradesOfBarsInAnyOrder)
           makeDayBar(20240104)},
          4);
     EXPECT_EQ(drawn(), "SBB S");
+}
+
+TEST_F(BSPointTest, FindsTheTradesBehindManyDaysThatHaveNoBar)
+{
+    createOnThreeDays();
+    std::vector<Row> rows;
+    for (const char *date : {"20231225", "20231226", "20231227", "20231228", "20231229", "20240103"}) {
+        rows.push_back({"B", date, "9301500", "1", "100"});
+    }
+    hearHistory(rows);
+    calc(shanghai, threeDays, 4);
+    EXPECT_EQ(drawn(), " B ");
+    calc(shanghai, {makeDayBar(20231229), makeDayBar(20240103)}, 4);
+    EXPECT_EQ(drawn(), "BB");
+    calc(shanghai, {makeDayBar(20240103), makeDayBar(20231229)}, 4);
+    EXPECT_EQ(drawn(), "BB") << "also when the bars step back";
 }
 
 TEST_F(BSPointTest, ReadsPastTradesFromBizdateAndMatchtimeOnly)
@@ -1067,6 +1161,8 @@ TEST_F(BSPointTest, PaintsTheBarsThatAHostBringsInsideThePaint)
 TEST_F(BSPointTest, NeverWidensThePriceScale)
 {
     createOnThreeDays();
+    hearHistory({{"B", "20240102", "9301500", "1", "100"}, {"S", "20240103", "9301500", "50", "100"}});
+    EXPECT_EQ(drawn(), "BS ");
     int untouched = 4711;
     EXPECT_EQ(overlay->maximizeValue(untouched), DBL_MIN);
     EXPECT_EQ(overlay->minimizeValue(untouched), DBL_MAX);
@@ -1358,10 +1454,33 @@ TEST_F(BSPointTest, LogsEveryMessageAndTheRowsItReads)
     ASSERT_THAT(lines, SizeIs(5));
     EXPECT_THAT(log.all(), SizeIs(5));
     EXPECT_EQ(lines[0], QStringLiteral(R"(handleTradeNotify receive topic: "Other" , msg: "x")"));
-    EXPECT_THAT(lines[1].toStdString(),
-                StartsWith("handleTradeNotify receive topic: \"TradeQuery\" , msg: \"{"));
+    EXPECT_EQ(
+        lines[1],
+        QStringLiteral(
+            R"(handleTradeNotify receive topic: "TradeQuery" , msg: "{\"cmd\":\"HistoryTrade\",\"data\":[{\"bizdate\":\"1\"}],\"stkcode\":\"600536\"}")"));
     EXPECT_EQ(lines[2], QStringLiteral(R"(handleQueryHistoryTradeInfoRes obo: "{\"bizdate\":\"1\"}")"));
     EXPECT_EQ(lines[4], QStringLiteral(R"(handleQueryTradeInfoRes obo: "{\n    \"orderdate\": \"1\"\n}\n")"));
+}
+
+TEST_F(BSPointTest, LogsEveryRowWithItsChineseNamesLegible)
+{
+    createOnThreeDays();
+    const QJsonObject row{{QStringLiteral("stkname"), QStringLiteral("江山科技")}};
+    const LogCapture log;
+    for (const AnswerKind &kind : {history, today}) {
+        hear(Topic::TRADEQUERY, answer(kind.name, QJsonArray{row, row}));
+    }
+    std::vector<QString> rowLines;
+    for (const QString &line : log.lines(QtDebugMsg)) {
+        if (line.contains(QStringLiteral(" obo: "))) {
+            rowLines.push_back(line);
+        }
+    }
+    const QString past =
+        QStringLiteral(R"(handleQueryHistoryTradeInfoRes obo: "{\"stkname\":\"江山科技\"}")");
+    const QString todays =
+        QStringLiteral(R"(handleQueryTradeInfoRes obo: "{\n    \"stkname\": \"江山科技\"\n}\n")");
+    EXPECT_THAT(rowLines, ElementsAre(past, past, todays, todays));
 }
 
 TEST_F(BSPointTest, LogsAClick)
