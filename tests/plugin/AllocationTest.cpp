@@ -142,4 +142,11 @@ TEST(Allocations, AreCounted)
     EXPECT_EQ(Allocations::during([] { ::operator delete(::operator new(1)); }), 1.0);
 }
 
+#ifdef __GLIBC__
+TEST(Allocations, AreCountedOfTextsToo)
+{
+    EXPECT_EQ(Allocations::during([] { QString(10, QLatin1Char('x')); }), 1.0);
+}
+#endif
+
 } // namespace

@@ -2,11 +2,12 @@
 
 #include <cstddef>
 
-/// What the program has asked the heap for, counted by this program's operator new.
+/// What the program has asked the heap for, counted by this program's operator new and, where the C library
+/// lets it, malloc().
 struct Allocations
 {
     std::size_t count = 0;
-    std::size_t bytes = 0; ///< in use now, as requested
+    std::size_t bytes = 0; ///< in use now, as requested of operator new
 
     static Allocations now();
 
