@@ -28,7 +28,7 @@ struct Turns
 class BusyLoop final : public QAbstractEventDispatcher
 {
 public:
-    explicit BusyLoop(Turns &turns) : m_turns(turns), m_turnIsOver(true) {}
+    explicit BusyLoop(Turns &turns) : m_turns(turns) {}
 
     bool processEvents(QEventLoop::ProcessEventsFlags flags) override
     {
@@ -64,7 +64,7 @@ public:
 
 private:
     Turns &m_turns;
-    bool m_turnIsOver;
+    bool m_turnIsOver = true;
     QElapsedTimer m_clock;
 };
 
