@@ -117,6 +117,16 @@ void OrdersPanel::shareWidth()
     }
 }
 
+QByteArray OrdersPanel::sharing() const
+{
+    return m_isSharedByHand ? m_halves->saveState() : QByteArray();
+}
+
+void OrdersPanel::restoreSharing(const QByteArray &sharing)
+{
+    m_isSharedByHand = m_halves->restoreState(sharing) || m_isSharedByHand;
+}
+
 QSize OrdersPanel::sizeHint() const
 {
     return {QWidget::sizeHint().width(), panelHeight};

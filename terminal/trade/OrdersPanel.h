@@ -37,6 +37,11 @@ public:
     void select(const OrderRecords &orders);
     OrderRecords selected() const;
 
+    /// How the user has shared the width out, for a later run; empty until then.
+    QByteArray sharing() const;
+    /// Shares the width as it was; changes nothing when the bytes are of no panel.
+    void restoreSharing(const QByteArray &sharing);
+
     /// Puts the keyboard into the orders.
     void focusOrders();
 

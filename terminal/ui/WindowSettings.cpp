@@ -1,5 +1,7 @@
 #include "terminal/ui/WindowSettings.h"
 
+#include "terminal/trade/OrdersPanel.h"
+
 #include <QCoreApplication>
 #include <QMainWindow>
 
@@ -10,6 +12,7 @@ namespace {
 const QString amountsKey = QStringLiteral("hide-amounts");
 const QString geometryKey = QStringLiteral("window/geometry");
 const QString layoutKey = QStringLiteral("window/layout");
+const QString panelKey = QStringLiteral("window/panel");
 
 /// An option of the command line that is remembered, and its word.
 struct RememberedOption
@@ -83,6 +86,9 @@ void WindowSettings::restoreLayout(QMainWindow *window, const TerminalOptions &o
         window->restoreGeometry(m_settings.value(geometryKey).toByteArray());
     }
     window->restoreState(m_settings.value(layoutKey).toByteArray());
+    if (auto *const panel = window->findChild<OrdersPanel *>()) {
+        panel->restoreSharing(m_settings.value(panelKey).toByteArray());
+    }
 }
 
 void WindowSettings::remember(const TerminalOptions &options, const QMainWindow &window)
@@ -93,6 +99,9 @@ void WindowSettings::remember(const TerminalOptions &options, const QMainWindow 
     m_settings.setValue(amountsKey, options.hidesAmounts);
     m_settings.setValue(geometryKey, window.saveGeometry());
     m_settings.setValue(layoutKey, window.saveState());
+    if (const auto *const panel = window.findChild<OrdersPanel *>()) {
+        m_settings.setValue(panelKey, panel->sharing());
+    }
     m_settings.sync();
     if (m_settings.status() == QSettings::AccessError) {
         warn(m_settings, text("the settings cannot be written"));

@@ -2,6 +2,7 @@
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeStyle.h"
 #include "tests/support/WaitUntil.h"
+#include "tests/terminal/Drag.h"
 
 #include <gmock/gmock.h>
 
@@ -9,7 +10,6 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLabel>
-#include <QMouseEvent>
 #include <QSplitter>
 #include <QTableView>
 #include <QTest>
@@ -85,19 +85,6 @@ protected:
         const QPoint place = table->visualRect(table->model()->index(0, column)).center();
         QHelpEvent asked(QEvent::ToolTip, place, table->viewport()->mapToGlobal(place));
         QApplication::sendEvent(table->viewport(), &asked);
-    }
-
-    static void drag(QWidget *handle, int distance)
-    {
-        const QPointF from = handle->rect().center();
-        const auto send = [&](QEvent::Type type, const QPointF &place) {
-            QMouseEvent event(type, place, handle->mapToGlobal(place.toPoint()), Qt::LeftButton,
-                              Qt::LeftButton, Qt::NoModifier);
-            QApplication::sendEvent(handle, &event);
-        };
-        send(QEvent::MouseButtonPress, from);
-        send(QEvent::MouseMove, from + QPointF(distance, 0));
-        send(QEvent::MouseButtonRelease, from + QPointF(distance, 0));
     }
 
     OrdersPanel m_panel;

@@ -1,10 +1,13 @@
 // What the terminal remembers from one run to the next.
 #include "terminal/TerminalProgram.h"
 #include "terminal/chart/ChartView.h"
+#include "terminal/trade/OrdersPanel.h"
+#include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
 #include "terminal/ui/WindowSettings.h"
 #include "tests/support/ByName.h"
 #include "tests/support/LogCapture.h"
+#include "tests/terminal/Drag.h"
 
 #include <gmock/gmock.h>
 
@@ -12,6 +15,7 @@
 #include <QApplication>
 #include <QDockWidget>
 #include <QFile>
+#include <QSplitter>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -240,6 +244,27 @@ TEST_F(RunWithSettings, OpensTheWindowAsItWasClosed)
                   }),
               0);
     EXPECT_TRUE(opened);
+}
+
+TEST_F(RunWithSettings, SharesTheWidthOfThePanelAsItsUserDid)
+{
+    const auto halves = [](MainWindow *window) {
+        QApplication::processEvents(); // it is laid out
+        return window->trade()->panel()->findChild<QSplitter *>();
+    };
+    QList<int> chosen;
+    EXPECT_EQ(run({},
+                  [&](MainWindow *window) {
+                      window->trade()->setShown(true);
+                      const QList<int> before = halves(window)->sizes();
+                      drag(halves(window)->handle(1), -60);
+                      chosen = halves(window)->sizes();
+                      EXPECT_EQ(chosen.first(), before.first() - 60);
+                  }),
+              0);
+    QList<int> shown;
+    EXPECT_EQ(run({}, [&](MainWindow *window) { shown = halves(window)->sizes(); }), 0);
+    EXPECT_EQ(shown, chosen);
 }
 
 TEST_F(RunWithSettings, OpensAnotherChartWhenTheRememberedOneIsGone)

@@ -26,6 +26,8 @@
 #include <QTest>
 #include <QToolBar>
 
+#include <optional>
+
 namespace Terminal {
 namespace {
 
