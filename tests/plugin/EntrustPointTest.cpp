@@ -1876,6 +1876,13 @@ TEST_F(EntrustPointTest, AsksForTodaysOrdersASecondAfterANotification)
         ElementsAre(R"({"cmd":"EntrustTodayTrade","market":"SH","screenId":"screen-1","stkcode":"600536"})"));
 }
 
+TEST_F(EntrustPointTest, AsksOnceForANotification)
+{
+    createOnThreeMinutes();
+    notify();
+    EXPECT_FALSE(waitUntil([] { return questions().size() > 1; }, 1500));
+}
+
 TEST_F(EntrustPointTest, LeavesARunningTimerAloneAtANotification)
 {
     createOnThreeMinutes();
