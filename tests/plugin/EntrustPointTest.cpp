@@ -2024,6 +2024,28 @@ TEST_F(EntrustPointTest, BoundsItsStackAndStaysResponsiveUnderAFloodOfNotificati
     heartbeat.stop();
 }
 
+TEST_F(EntrustPointTest, RestsWhenTheLastNotificationOfAFloodIsAsked)
+{
+    createOnThreeMinutes();
+    for (int i = 0; i < 100; ++i) {
+        QTimer::singleShot(0, overlay, [] { notify(); });
+    }
+    notify();
+    ASSERT_TRUE(waitUntil([] { return todayQuestions() == 17; }))
+        << "sixteen that wait and one for the others";
+    EXPECT_FALSE(waitUntil([] { return todayQuestions() > 17; }, 1500));
+}
+
+TEST_F(EntrustPointTest, GroupsNothingWithoutAnswerOrBars)
+{
+    create();
+    EXPECT_TRUE(overlay->calcEntrustPointPriceInfo());
+    EXPECT_FALSE(paint());
+    calc(shanghai, minutes({931}), 21);
+    EXPECT_TRUE(overlay->calcEntrustPointPriceInfo());
+    EXPECT_FALSE(paint());
+}
+
 TEST_F(EntrustPointTest, AsksASecondAfterTheLastNotificationOfAFlood)
 {
     createOnThreeMinutes();
