@@ -1,11 +1,8 @@
 // The Chinese texts against the sources that they translate.
+#include "tests/support/TranslationFile.h"
+
 #include <QDirIterator>
-#include <QFile>
-#include <QMap>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QXmlStreamReader>
 
 #include <gmock/gmock.h>
 
@@ -13,43 +10,9 @@ namespace TradeModule {
 
 namespace {
 
-/// Translations by their source texts.
-using Translations = QMap<QString, QString>;
-
 QString sources()
 {
     return QStringLiteral(TRADEMODULE_SOURCES);
-}
-
-QString readText(const QString &path)
-{
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-    return QString::fromUtf8(file.readAll());
-}
-
-/// What a translation file holds, but for contexts of the framework.
-Translations readTranslations(const QString &path)
-{
-    Translations read;
-    QXmlStreamReader xml(readText(path));
-    QString context;
-    QString source;
-    while (!xml.atEnd()) {
-        if (xml.readNext() != QXmlStreamReader::StartElement) {
-            continue;
-        }
-        if (xml.name() == QLatin1String("name")) {
-            context = xml.readElementText();
-        } else if (xml.name() == QLatin1String("source")) {
-            source = xml.readElementText();
-        } else if (xml.name() == QLatin1String("translation") && !context.startsWith(QLatin1Char('Q'))) {
-            EXPECT_FALSE(read.contains(source) && !read[source].isEmpty()) << source.toStdString();
-            read[source] = xml.readElementText();
-        }
-    }
-    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
-    return read;
 }
 
 Translations chinese()
@@ -57,40 +20,9 @@ Translations chinese()
     return readTranslations(sources() + QStringLiteral("/translations/trademodule_zh.ts"));
 }
 
-/// The texts that are marked in the sources, without translations.
 Translations marked()
 {
-    const QTemporaryDir directory;
-    const QString found = directory.filePath(QStringLiteral("found.ts"));
-    QProcess lupdate;
-    lupdate.start(QStringLiteral(LUPDATE),
-                  {QStringLiteral("-silent"), QStringLiteral("-tr-function-alias"),
-                   QStringLiteral("tr+=translated"), sources(), QStringLiteral("-ts"), found});
-    EXPECT_TRUE(lupdate.waitForFinished(60000));
-    EXPECT_EQ(lupdate.exitCode(), 0);
-    return readTranslations(found);
-}
-
-std::vector<std::string> missingIn(const Translations &there, const Translations &wanted)
-{
-    std::vector<std::string> missing;
-    for (const QString &source : wanted.keys()) {
-        if (!there.contains(source)) {
-            missing.push_back(source.toStdString());
-        }
-    }
-    return missing;
-}
-
-QStringList placeholders(const QString &text)
-{
-    static const QRegularExpression placeholder(QStringLiteral("%[1-9]"));
-    QStringList found;
-    for (auto match = placeholder.globalMatch(text); match.hasNext();) {
-        found.append(match.next().captured());
-    }
-    found.sort();
-    return found;
+    return markedTexts({sources()}, {QStringLiteral("tr+=translated")});
 }
 
 } // namespace
