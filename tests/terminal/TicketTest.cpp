@@ -123,6 +123,17 @@ TEST_F(Ticket, SellsTheWholeHoldingWithItsOddRest)
     EXPECT_EQ(m_ticket.draft().order().quantity, 100);
 }
 
+TEST_F(Ticket, SendsByMouse)
+{
+    QTest::mouseClick(child<QPushButton>("sellSide"), Qt::LeftButton);
+    QTest::mouseClick(sendButton(), Qt::LeftButton);
+    QTest::mouseClick(child<QPushButton>("buySide"), Qt::LeftButton);
+    QTest::mouseClick(sendButton(), Qt::LeftButton);
+    ASSERT_EQ(m_sent.size(), 2U);
+    EXPECT_EQ(m_sent.front().side, OrderSide::Sell);
+    EXPECT_EQ(m_sent.back().side, OrderSide::Buy);
+}
+
 TEST_F(Ticket, IsLeftByEscape)
 {
     QSignalSpy left(&m_ticket, &OrderTicket::left);
