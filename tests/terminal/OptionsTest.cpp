@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QRegularExpression>
+
 namespace Terminal {
 namespace {
 
@@ -69,6 +71,15 @@ TEST(Options, LeadToTheHelpBeforeAnythingElse)
     ASSERT_TRUE(parsed);
     EXPECT_EQ(parsed.value().end, OptionsEnd::ShowHelp);
     EXPECT_TRUE(parsed.value().helpText.contains(QStringLiteral("--overlays")));
+}
+
+TEST(Options, NameEveryOverlayInTheHelp)
+{
+    const QString help = parse({QStringLiteral("--help")}).value().helpText;
+    for (const char *const word : {"cost", "trades", "orders", "combined-cost", "combined-trades"}) {
+        const QRegularExpression listed(QStringLiteral("[:,]\\s+%1[,.]").arg(QLatin1String(word)));
+        EXPECT_TRUE(help.contains(listed)) << word;
+    }
 }
 
 struct BadOption
