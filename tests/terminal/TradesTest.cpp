@@ -67,6 +67,14 @@ TEST_F(TradesOnAChart, AreListedAtAClickOnTheirDay)
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
+TEST_F(TradesOnAChart, AreListedWithoutTheirQuantityWhileAmountsAreHidden)
+{
+    m_window->overlays()->setAmountsHidden(true);
+    ASSERT_TRUE(showDay(20211203));
+    EXPECT_EQ(rowsAtAClickOn(20211203),
+              QStringList(QStringLiteral(u"买入\t11:03:16\t成交价:1955.00\t成交量:***")));
+}
+
 TEST_F(TradesOnAChart, AreListedOnceAfterTheChartWasOnAnotherPeriodAndBack)
 {
     ASSERT_TRUE(showDay(20211203));

@@ -18,6 +18,7 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
@@ -29,6 +30,7 @@
 #include <QTest>
 
 #include <cmath>
+#include <regex>
 
 namespace Terminal {
 namespace {
@@ -155,6 +157,14 @@ protected:
         return waitUntil([=] { return markOfKind(kind) != nullptr; });
     }
 
+    void rightClick(const QPoint &place)
+    {
+        QWidget *const rows = ordersView()->viewport();
+        QTest::mouseClick(rows, Qt::RightButton, Qt::NoModifier, place);
+        QContextMenuEvent asked(QContextMenuEvent::Mouse, place, rows->mapToGlobal(place));
+        QApplication::sendEvent(rows, &asked);
+    }
+
     /// The list that a click opens.
     std::string listAt(const QPointF &place)
     {
@@ -247,6 +257,67 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledAtItsMark)
                       markOfKind(buyWaiting)->box.center().toPoint());
     EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(6));
     EXPECT_THAT(ordersInLedger().toStdString(), ::testing::HasSubstr("已撤"));
+}
+
+TEST_F(TradingFromTheChart, AnOrderIsCancelledAtItsMarkByKeyboard)
+{
+    buy(QStringLiteral("1402.00"), QStringLiteral("100"));
+    ASSERT_TRUE(waitForMark(buyWaiting));
+    press(Qt::Key_Escape); // from the ticket to the chart
+    press(Qt::Key_N);
+    whenOpen<QMenu>([](QMenu *menu) {
+        whenOpen<QMessageBox>([](QMessageBox *box) {
+            QTest::keyClick(box, Qt::Key_Tab);
+            QTest::keyClick(box->focusWidget(), Qt::Key_Space);
+        });
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    press(Qt::Key_Return);
+    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(6));
+}
+
+TEST_F(TradingFromTheChart, AnOrderIsCancelledByTheMenuOfItsRow)
+{
+    buy(QStringLiteral("1402.00"), QStringLiteral("100"));
+    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报")));
+    whenOpen<QMenu>([](QMenu *menu) {
+        confirmWhenAsked();
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    rightClick(ordersView()->visualRect(ordersView()->model()->index(0, 2)).center());
+    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(6));
+}
+
+TEST_F(TradingFromTheChart, TheMenuOfARowOffersNothingForAnOrderThatIsDone)
+{
+    buy(QStringLiteral("1402.00"), QStringLiteral("100"));
+    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报")));
+    quote(932, 1403, 1404, 1401, plenty);
+    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已成")));
+    bool offers = true;
+    whenOpen<QMenu>([&offers](QMenu *menu) {
+        offers = menu->actions().constFirst()->isEnabled();
+        menu->close();
+    });
+    rightClick(ordersView()->visualRect(ordersView()->model()->index(0, 2)).center());
+    EXPECT_FALSE(offers);
+}
+
+TEST_F(TradingFromTheChart, AHiddenAmountIsToldNeitherByTheListAtTheMarkNorByTheTicket)
+{
+    m_window->overlays()->setAmountsHidden(true);
+    trade()->setAmountsHidden(true);
+    buy(QStringLiteral("1402.00"), QStringLiteral("700"));
+    ASSERT_TRUE(waitForMark(buyWaiting));
+    quote(932, 1403, 1404, 1401, 1200); // 300 of them are ours
+    ASSERT_TRUE(waitForMark(buyPartlyDealt));
+    const std::string list = listAt(markOfKind(buyPartlyDealt)->box.center());
+    EXPECT_THAT(list, ::testing::HasSubstr("1402.0")) << "its price may be read";
+    EXPECT_FALSE(std::regex_search(list, std::regex("量:[^*]|额:[^*]|[347]00|420600"))) << list;
+    const auto *const result = trade()->ticket()->findChild<QLabel *>(QStringLiteral("ticketResult"));
+    EXPECT_THAT(result->text().toStdString(), ::testing::HasSubstr("*** × 1402.00"));
 }
 
 TEST_F(TradingFromTheChart, AnOrderIsCancelledInThePanelByDelete)
