@@ -198,6 +198,12 @@ TEST_F(CChartTradeObjectTest, HasNoTimerAndNoParent)
     EXPECT_EQ(overlay->parent(), nullptr);
 }
 
+TEST_F(CChartTradeObjectTest, HasNoSignalsSlotsOrPropertiesOfItsOwn)
+{
+    create(tradeMarkers);
+    EXPECT_EQ(overlay->metaObject(), &QObject::staticMetaObject);
+}
+
 TEST_F(CChartTradeObjectTest, StartsNoTimerWhateverItHears)
 {
     for (const char *json : {costLine, tradeMarkers}) {

@@ -84,6 +84,11 @@ TYPED_TEST(FactoryOverlay, IsAPluginObjectForTheHost)
     EXPECT_EQ(this->create().type(), 3);
 }
 
+TYPED_TEST(FactoryOverlay, HasNoSignalsSlotsOrPropertiesOfItsOwn)
+{
+    EXPECT_EQ(this->create().metaObject(), &QObject::staticMetaObject);
+}
+
 TYPED_TEST(FactoryOverlay, LeavesTheBusWhenDestroyed)
 {
     this->create();
