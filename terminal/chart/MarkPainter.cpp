@@ -53,7 +53,8 @@ QPointF seriesPlace(const QPointF &anchor, MarkSide side)
 /// The number of the square of a glyph's size that a pixel is in, along one axis.
 int orderCell(double pixel)
 {
-    return static_cast<int>(std::floor(pixel / orderGlyphSize));
+    constexpr double farAway = 1e6; // beyond any screen: an overlay may name any price
+    return static_cast<int>(std::floor(std::clamp(pixel, -farAway, farAway) / orderGlyphSize));
 }
 
 quint64 orderCellKey(GlyphNumber number, int column, int row)
