@@ -644,6 +644,10 @@ INSTANTIATE_TEST_SUITE_P(
                       CostAnswer{"AJsonNumberAsZero", R"({"costprice":12.345})", true, 0.0},
                       CostAnswer{"AMissingKeyAsZero", R"({"success":false})", true, 0.0},
                       CostAnswer{"AnEmptyObjectAsZero", "{}", true, 0.0},
+                      CostAnswer{
+                          "TheCostOfWhateverElseTheAnswerNames",
+                          R"({"cmd":"x","stkcode":"000001","market":"2","success":false,"costprice":"12.5"})",
+                          true, 12.5},
                       CostAnswer{"WordsAsZero", R"({"costprice":"none"})", true, 0.0},
                       CostAnswer{"TheCostInsideDataNot", R"({"data":{"costprice":"12"}})", true, 0.0},
                       CostAnswer{"NanAsNoLine", R"({"costprice":"nan"})", true, std::nullopt},
@@ -763,6 +767,20 @@ TEST_F(CChartTradeObjectTest, TakesTheRowsOfAnAnswerThatCallsItselfAFailure)
     QJsonObject failure = historyAnswer({buy(10)});
     failure.insert(QStringLiteral("success"), false);
     hear(Topic::TRADEQUERY, failure);
+    recalc();
+    EXPECT_EQ(drawn(), "0 - -");
+}
+
+TEST_F(CChartTradeObjectTest, TakesTodaysRowsOfAnAnswerWhateverElseItNames)
+{
+    createMarkers();
+    QJsonObject answer{{QStringLiteral("cmd"), QStringLiteral("x")},
+                       {QStringLiteral("stkcode"), QStringLiteral("000001")},
+                       {QStringLiteral("market"), QStringLiteral("2")},
+                       {QStringLiteral("success"), false},
+                       {QStringLiteral("data"), QJsonArray{buy(10)}}};
+    answerWith(QJsonDocument(answer).toJson());
+    EXPECT_TRUE(overlay->requestTodayTradeInfo());
     recalc();
     EXPECT_EQ(drawn(), "0 - -");
 }

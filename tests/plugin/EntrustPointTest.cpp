@@ -1673,6 +1673,50 @@ TEST_F(EntrustPointCancel, LeavesTheOrdersAsTheyAre)
     EXPECT_THAT(questions(), SizeIs(1)) << "no question for the orders";
 }
 
+TEST_F(EntrustPointCancel, NeitherWaitsNorAsksForTheOrdersLater)
+{
+    QElapsedTimer clock;
+    clock.start();
+    choose(1);
+    hearCancelled({{QStringLiteral("success"), true}});
+    EXPECT_LT(clock.elapsed(), 900);
+    EXPECT_FALSE(waitUntil([] { return todayQuestions() > 0; }, 1500));
+}
+
+TEST_F(EntrustPointCancel, OffersTheLastOfAVeryLongList)
+{
+    std::vector<QJsonObject> rows;
+    std::vector<std::string> numbers;
+    for (int number = 1; number <= 250; ++number) {
+        numbers.push_back(std::to_string(number));
+        rows.push_back(with(Row(), "ordersno", QString::number(number)));
+    }
+    hearOrders(rows);
+    EXPECT_EQ(listAt(0, yOfTen()), numbers);
+    choose(249);
+    ASSERT_THAT(questions(), SizeIs(1));
+    EXPECT_THAT(questions()[0].toStdString(), HasSubstr(R"("ordersno":"250")"));
+}
+
+class EntrustPointCancelByMode : public EntrustPointCancel, public ::testing::WithParamInterface<int>
+{
+};
+
+TEST_P(EntrustPointCancelByMode, OffersAnOrderOfAnyDayOnAnyChart)
+{
+    axis.mode = GetParam();
+    hearOrders({Row{"0B", "2", "10", "9310000", QStringLiteral("20240102"), "3"}});
+    EXPECT_EQ(overlay->hitTest(0, yOfTen()), 0);
+    choose(0);
+    EXPECT_THAT(axis.questions, SizeIs(1));
+    ASSERT_THAT(questions(), SizeIs(1));
+    EXPECT_THAT(questions()[0].toStdString(), HasSubstr(R"("orderdate":"20240102","ordersno":"3")"));
+    hearCancelled({{QStringLiteral("msg"), QStringLiteral("不可撤")}});
+    EXPECT_THAT(axis.messages, ElementsAre("不可撤"));
+}
+
+INSTANTIATE_TEST_SUITE_P(ChartModes, EntrustPointCancelByMode, ::testing::Values(0, 1, 2, 3));
+
 TEST_F(EntrustPointCancel, IsSilentWhenTheBusRefusesIt)
 {
     const LogCapture log;
@@ -1874,6 +1918,25 @@ TEST_F(EntrustPointTest, AsksForTodaysOrdersASecondAfterANotification)
     EXPECT_THAT(
         questions(),
         ElementsAre(R"({"cmd":"EntrustTodayTrade","market":"SH","screenId":"screen-1","stkcode":"600536"})"));
+}
+
+TEST_F(EntrustPointTest, KeepsItsOrdersWhateverANotificationOrAQuestionSays)
+{
+    createOnThreeMinutes();
+    hearOrders({Row(), Row{"0B", "2", "11", "9340000"}});
+    axis.updated.clear();
+    const QJsonObject notification{
+        {QStringLiteral("stkcode"), QStringLiteral("600536")},
+        {QStringLiteral("data"), QJsonArray{with(Row(), "bsflag2", QStringLiteral("0S"))}}};
+    std::vector<std::string> meanwhile;
+    QTimer::singleShot(300, overlay, [&] { meanwhile = drawn(); });
+    hear(Topic::TRADENOTIFY, notification);
+    overlay->sendQueryHistoryEntrustInfoReq(20240102);
+
+    EXPECT_THAT(meanwhile, ElementsAre("0 20 10"));
+    EXPECT_THAT(axis.updated, IsEmpty());
+    calc(shanghai, minutes({931, 932, 933, 934}), 21);
+    EXPECT_THAT(drawn(), ElementsAre("0 20 10", "3 20 11"));
 }
 
 TEST_F(EntrustPointTest, AsksOnceForANotification)

@@ -126,6 +126,7 @@ TEST_P(OrderTextTime, HasTwoDigitsEach)
 
 INSTANTIATE_TEST_SUITE_P(Times, OrderTextTime,
                          ::testing::Values(Time{"Morning", 93005, "09:30:05"},
+                                           Time{"FullHour", 100000, "10:00:00"},
                                            Time{"Afternoon", 145959, "14:59:59"}, Time{"Zero", 0, "00:00:00"},
                                            Time{"Absurd", 21474836, "2147:48:36"},
                                            Time{"Negative", -21474836, "-2147:-48:-36"},
