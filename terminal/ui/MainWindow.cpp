@@ -12,6 +12,7 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <QActionGroup>
+#include <QApplication>
 #include <QComboBox>
 #include <QEvent>
 #include <QFileDialog>
@@ -243,7 +244,8 @@ void MainWindow::applyLanguage()
 void MainWindow::applyTheme()
 {
     const ChartTheme theme = makeTheme(m_options.theme, m_options.riseColour);
-    setPalette(widgetPalette(theme));
+    QApplication::setPalette(
+        widgetPalette(theme)); // lists and questions, too: a style sheet hands no palette down
     setStyleSheet(windowStyleSheet(theme) + tradeStyleSheet(theme));
     m_trade->setTheme(theme);
     m_chart->setTheme(theme);

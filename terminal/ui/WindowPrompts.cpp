@@ -50,7 +50,6 @@ WindowPrompts::WindowPrompts(QWidget *messageArea)
 int WindowPrompts::choose(const QStringList &rows, const QPoint &place)
 {
     QMenu menu(m_area);
-    menu.setPalette(m_area->window()->palette());
     const QVector<int> widths = columnWidths(rows, menu.fontMetrics());
     for (int i = 0; i < rows.size(); ++i) {
         addRow(&menu, rows.at(i), widths, i);

@@ -613,6 +613,18 @@ TEST_F(BSPointTest, SendsTodaysQuestionAlsoBeforeASecurityIsShown)
                 ElementsAre(R"({"cmd":"TodayTrade","market":"","screenId":"screen-1","stkcode":""})"));
 }
 
+TEST_F(BSPointTest, HearsWhatNamesNoSecurityWhileItShowsNone)
+{
+    create();
+    hear(Topic::TRADENOTIFY, QByteArray(R"({"x":"1"})"));
+    EXPECT_THAT(questions(), SizeIs(1));
+    timer()->stop();
+    hear(Topic::TRADEQUERY, QByteArray(R"({"cmd":"TodayTrade","data":[]})"));
+    EXPECT_TRUE(timer()->isActive());
+    hear(Topic::TRADEQUERY, QByteArray(R"({"cmd":"HistoryTrade","data":[{"bsflag2":"B"}]})"));
+    EXPECT_THAT(axis.updated, SizeIs(1));
+}
+
 class BSPointIgnores : public BSPointTest, public ::testing::WithParamInterface<Ignored>
 {
 };
@@ -970,6 +982,38 @@ TEST_F(BSPointTest, KeepsTheMarkOfBothSidesBesideALaterOneUntilCalcIt)
     calc(shanghai, threeDays, 4);
     EXPECT_EQ(drawn(), "  B");
 }
+
+struct OtherSide
+{
+    const char *name;
+    const char *listed;
+    const char *later;
+    const char *text;
+};
+
+/// Two markers stand on the last bar, that of both sides and a later one of a single side.
+class BSPointUnderTwoMarks : public BSPointTest, public ::testing::WithParamInterface<OtherSide>
+{
+};
+
+TEST_P(BSPointUnderTwoMarks, ListsTheSideOfEachTrade)
+{
+    createOnThreeDays();
+    hearHistory({{GetParam().listed, "20240103", "9301500", "1", "100"},
+                 {"B", "20240104", "9301500", "1", "100"},
+                 {"S", "20240104", "9301500", "1", "100"}});
+    hearToday({{GetParam().later, "20240104", "9301500", "1", "100"}});
+    bus().takesMessages = false;
+    EXPECT_FALSE(calc(shanghai, {makeDayBar(20231229), threeDays[0], threeDays[1]}, 4));
+    EXPECT_EQ(drawn().back(), '#');
+    EXPECT_EQ(listOn(2), QStringList{QString::fromUtf8(GetParam().text) +
+                                     QStringLiteral("\t09:30:15\t成交价:1.00\t成交量:100")});
+}
+
+INSTANTIATE_TEST_SUITE_P(Sides, BSPointUnderTwoMarks,
+                         ::testing::Values(OtherSide{"ASellUnderBuys", "S", "B", "卖出"},
+                                           OtherSide{"ABuyUnderSells", "B", "S", "买入"}),
+                         ByName());
 
 TEST_F(BSPointTest, ListsABuyUnderAMarkOfSells)
 {

@@ -231,6 +231,31 @@ TEST_F(Window, KeepsTheOrderByDefault)
     EXPECT_THAT(overlayLog(), HasSubstr("kept"));
 }
 
+TEST_F(Window, DressesListsAndQuestionsInItsTheme)
+{
+    for (const ThemeKind theme : {ThemeKind::Dark, ThemeKind::Light, ThemeKind::Dark}) {
+        show({QStringLiteral("orders")}, ChartPeriod::Minute, theme);
+        std::vector<QPalette> worn;
+        whenOpen<QMenu>([&worn](QMenu *menu) {
+            worn.push_back(menu->findChild<PopupRow *>()->palette());
+            whenOpen<QMessageBox>([&worn](QMessageBox *box) {
+                worn.push_back(box->palette());
+                worn.push_back(box->defaultButton()->palette());
+                QTest::keyClick(box, Qt::Key_Escape);
+            });
+            QTest::keyClick(menu, Qt::Key_Down);
+            QTest::keyClick(menu, Qt::Key_Return);
+        });
+        click(onOrder());
+        ASSERT_THAT(worn, ::testing::SizeIs(3));
+        for (const QPalette &palette : worn) {
+            const int text = palette.color(QPalette::WindowText).lightness();
+            const int ground = palette.color(QPalette::Window).lightness();
+            EXPECT_GT(theme == ThemeKind::Dark ? text - ground : ground - text, 100);
+        }
+    }
+}
+
 TEST_F(Window, KeepsTheOrderOnEscape)
 {
     show({QStringLiteral("orders")}, ChartPeriod::Minute);
