@@ -244,8 +244,8 @@ void MainWindow::applyLanguage()
 void MainWindow::applyTheme()
 {
     const ChartTheme theme = makeTheme(m_options.theme, m_options.riseColour);
-    QApplication::setPalette(
-        widgetPalette(theme)); // lists and questions, too: a style sheet hands no palette down
+    // For lists and questions, too, to which a style sheet hands no palette down.
+    QApplication::setPalette(widgetPalette(theme));
     setStyleSheet(windowStyleSheet(theme) + tradeStyleSheet(theme));
     m_trade->setTheme(theme);
     m_chart->setTheme(theme);
