@@ -20,7 +20,6 @@ else()
 endif()
 
 add_library(common_options INTERFACE)
-target_include_directories(common_options INTERFACE "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>")
 target_compile_options(common_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual)
 target_compile_definitions(common_options INTERFACE
