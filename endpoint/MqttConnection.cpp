@@ -8,9 +8,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <fcntl.h>
 #include <mosquitto.h>
 #include <mqtt_protocol.h>
 #include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
 #include <vector>
 
 namespace LocalCommunication {
@@ -87,6 +90,40 @@ QString errorText(int code)
     }
     return text;
 }
+
+/// False when nothing happens for so long that it is not waited for any more.
+bool isReady(int descriptor, short events)
+{
+    pollfd entry{descriptor, events, 0};
+    return ::poll(&entry, 1, static_cast<int>(longestStall.count())) != 0;
+}
+
+/// Keeps a socket open that somebody else closes.
+class SecondHold
+{
+public:
+    explicit SecondHold(int descriptor) : m_descriptor(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0)) {}
+    ~SecondHold() { ::close(m_descriptor); }
+    Q_DISABLE_COPY_MOVE(SecondHold)
+
+    /// Tells the other side that nothing more comes, and reads whatever that one still sends until it has
+    /// ended the connection. False when it does not in time.
+    bool awaitEnd(const QDeadlineTimer &deadline) const
+    {
+        ::shutdown(m_descriptor, SHUT_WR);
+        char unwanted[4096];
+        while (!deadline.hasExpired() && isReady(m_descriptor, POLLIN)) {
+            const ssize_t count = ::recv(m_descriptor, unwanted, sizeof unwanted, MSG_DONTWAIT);
+            if (count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR)) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    const int m_descriptor;
+};
 
 const char *orNull(const QByteArray &text)
 {
@@ -209,17 +246,23 @@ MqttConnection::Opened MqttConnection::open(const QByteArray &host)
     return Opened::UnderWay;
 }
 
-void MqttConnection::leave()
+/// The library closes its socket with the goodbye, and the system then throws away what the broker has not
+/// read yet if there is anything that this client has not read. So the socket is held open until the broker
+/// ends it.
+bool MqttConnection::leave()
 {
     const QDeadlineTimer deadline(longestFarewell);
+    const SecondHold socket(descriptor());
     mosquitto_disconnect(m_handle.get());
     while (wantsToWrite()) {
-        pollfd entry{descriptor(), POLLOUT, 0};
-        const bool isStalled = ::poll(&entry, 1, static_cast<int>(longestStall.count())) == 0;
-        if (isStalled || deadline.hasExpired() || !write()) {
-            return;
+        if (deadline.hasExpired() || !isReady(descriptor(), POLLOUT)) {
+            return false;
+        }
+        if (!write()) {
+            return true; // the broker is gone
         }
     }
+    return socket.awaitEnd(deadline);
 }
 
 int MqttConnection::descriptor() const

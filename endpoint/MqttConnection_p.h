@@ -33,8 +33,10 @@ public:
     /// Busy: the broker has too many callers at this instant, to be tried again in a millisecond.
     Opened open(const QByteArray &host);
 
-    /// Sends what is left and says goodbye to the broker, unless it does not take that in time.
-    void leave();
+    /// Sends what is left, says goodbye to the broker and waits until it has ended the connection, and so has
+    /// read everything. False when it does not: 100 ms without a sign of life are enough, and two seconds at
+    /// the longest.
+    bool leave();
 
     int descriptor() const;
     bool wantsToWrite() const;

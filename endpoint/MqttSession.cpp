@@ -85,12 +85,21 @@ void MqttSession::open(const BusAddress &address, const QVector<QByteArray> &sub
 void MqttSession::close()
 {
     if (isConnected() && !isHolding()) {
-        m_connection->leave();
-        m_outbox.noteSent(m_connection->takeSentCount());
+        sayGoodbye();
     }
     reportUnsent();
     enter(State::Closed);
     m_inbox.clear();
+}
+
+void MqttSession::sayGoodbye()
+{
+    const bool isHeard = m_connection->leave();
+    m_outbox.noteSent(m_connection->takeSentCount());
+    if (!isHeard && m_outbox.size() == 0) {
+        qCWarning(lcBus, "%s: the broker does not answer; what was sent to it last may be lost",
+                  qUtf8Printable(m_address.toString()));
+    }
 }
 
 // States ----------------------------------------------------------------------------------------

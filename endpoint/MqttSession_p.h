@@ -82,6 +82,7 @@ private:
     bool isConnected() const { return m_state == State::Greeting || m_state == State::Joined; }
     bool isLocal() const { return m_address.transport == BusAddress::Transport::UnixSocket; }
 
+    void sayGoodbye();
     void join();
     void connectTo(const QString &host);
     void greet();

@@ -40,6 +40,25 @@ TEST_F(Leaving, SendsAFloodBeforeTheSenderGoes)
     EXPECT_TRUE(receiver.waitForMessages(Count)) << receiver.messages.size();
 }
 
+TEST_F(Leaving, LosesNothingThoughTheSenderHasNotReadItsOwnMessages)
+{
+    constexpr int rounds = 40;
+    constexpr int count = 20;
+    ASSERT_TRUE(receiver.listen("d", "t"));
+    const BackgroundResponder other(broker.address(), "question", 1, 1); // publishes to c as well
+    for (int round = 0; round < rounds; ++round) {
+        RecordingEndPoint brief;
+        ASSERT_TRUE(brief.join(broker.address()));
+        ASSERT_TRUE(brief.listen("c", "t"));
+        ASSERT_EQ(sender.request("question", "?"), "answer to ?"); // no event loop: it does not read
+        for (int i = 0; i < count; ++i) {
+            ASSERT_TRUE(brief.sendMessage("d", "t", "p"));
+        }
+    }
+
+    EXPECT_TRUE(receiver.waitForMessages(rounds * count, 5000)) << receiver.messages.size();
+}
+
 TEST_F(Leaving, SurvivesLeavingTwiceAndNeverHavingJoined)
 {
     RecordingEndPoint never;
