@@ -201,6 +201,20 @@ void EndPointIni::setPasswordFile(const QString &value)
     }
 }
 
+/// A terminal has nobody to ask for a passphrase; the TLS library would ask at the console, and the terminal
+/// would stand still until somebody answers there.
+void EndPointIni::setKeyFile(const QString &value)
+{
+    m_address.keyFile = readableFile(value);
+    QFile file(m_address.keyFile);
+    if (file.open(QIODevice::ReadOnly) && file.readAll().contains("ENCRYPTED")) {
+        reject(QStringLiteral(
+                   "names the file '%1', which is protected by a passphrase; a key without one is needed: "
+                   "openssl pkey -in '%1' -out NEWFILE")
+                   .arg(m_address.keyFile));
+    }
+}
+
 /// Paths are relative to the directory of the file that names them.
 QString EndPointIni::readableFile(const QString &value)
 {

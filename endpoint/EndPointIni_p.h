@@ -40,7 +40,7 @@ private:
     void setPasswordFile(const QString &value);
     void setCaFile(const QString &value) { m_address.caFile = readableFile(value); }
     void setCertFile(const QString &value) { m_address.certFile = readableFile(value); }
-    void setKeyFile(const QString &value) { m_address.keyFile = readableFile(value); }
+    void setKeyFile(const QString &value);
 
     QString readableFile(const QString &value);
     QString text(const QString &key) const;
