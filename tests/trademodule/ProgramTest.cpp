@@ -161,6 +161,19 @@ TEST_F(Program, KeepsTheDayOfTheExchangeWhereverTheMachineStands)
     EXPECT_EQ(OrderBook(&ledger()).ofDay(dateNumber(day)).size(), 2);
 }
 
+#ifndef Q_OS_MACOS // whose time-zone data cannot be hidden from a program
+TEST_F(Program, RefusesToWorkWhereTheMachineDoesNotKnowTheExchangesTimeZone)
+{
+    const QTemporaryDir noTimeZones;
+    qputenv("TZDIR", QFile::encodeName(noTimeZones.path()));
+    const Ended ended = runOnLedger({QStringLiteral("orders")});
+    qunsetenv("TZDIR");
+
+    EXPECT_EQ(ended.exitCode, 1);
+    EXPECT_THAT(ended.errors, HasSubstr("does not know the time zone Asia/Shanghai"));
+}
+#endif
+
 TEST_F(Program, ShowsAndSetsTheCashOfTheAccount)
 {
     EXPECT_THAT(runOnLedger({QStringLiteral("account")}).output, HasSubstr("1000000.00  1000000.00"));
@@ -338,7 +351,7 @@ TEST_F(ProgramOnABus, TakesOrdersOfItsOtherCommands)
 TEST_F(ProgramOnABus, TellsOfTodaysOrdersOncePerSecurityWhenItJoins)
 {
     PaperExchange exchange(&ledger());
-    for (const Security &security : {bank(), bank(), liquor()}) {
+    for (const SecurityId &security : {bank(), bank(), liquor()}) {
         const Order order = exchange.place(security, Side::Buy, Money::ofYuan(9.99).value(), 100);
         exchange.cancel(order.date, order.number); // nothing more happens to it
     }

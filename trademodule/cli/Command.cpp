@@ -167,11 +167,15 @@ int dispatch(const QStringList &arguments)
 
 } // namespace
 
-int runProgram(const QStringList &arguments)
+int runProgram(const QStringList &arguments, bool hasExchangeTime)
 {
     Language language;
     try {
         chooseLanguage(&language, arguments);
+        if (!hasExchangeTime) {
+            throw Error(translated("this machine does not know the time zone Asia/Shanghai, by which the "
+                                   "exchange counts its days: install its time-zone data (package tzdata)"));
+        }
         return dispatch(arguments);
     } catch (const UsageError &error) {
         printError(error.reason());

@@ -47,7 +47,8 @@ struct Command
 /// All commands; the first is the default.
 const std::vector<Command> &commands();
 
-/// Runs the program with its command line, the program's name first. Returns how it ends.
-int runProgram(const QStringList &arguments);
+/// Runs the program with its command line, the program's name first. Returns how it ends; without exchange
+/// time it does nothing but say so, for no date in the ledger would be sure.
+int runProgram(const QStringList &arguments, bool hasExchangeTime);
 
 } // namespace TradeModule
