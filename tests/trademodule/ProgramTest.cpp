@@ -115,6 +115,17 @@ TEST_F(Program, SaysWhatIsWrongWithItsCommandLine)
     EXPECT_THAT(runOnLedger({QStringLiteral("serve")}).errors, HasSubstr("--bus"));
 }
 
+TEST_F(Program, RefusesALedgerWithoutAName)
+{
+    const Ended ended = run({QStringLiteral("--ledger"), QString(), QStringLiteral("place"),
+                             QStringLiteral("000001"), QStringLiteral("buy"), QStringLiteral("10"),
+                             QStringLiteral("100")});
+
+    EXPECT_EQ(ended.exitCode, 2);
+    EXPECT_THAT(ended.errors, HasSubstr("--ledger is empty"));
+    EXPECT_EQ(ended.output, "");
+}
+
 TEST_F(Program, NamesAFileThatIsNotThere)
 {
     const Ended ended = import(QStringLiteral("/nowhere/statement.csv"));

@@ -17,7 +17,11 @@ QString Invocation::ledger() const
     if (!isSet(QStringLiteral("ledger"))) {
         throw UsageError(translated("give the ledger with --ledger FILE or --ledger postgresql://..."));
     }
-    return value(QStringLiteral("ledger"));
+    const QString location = value(QStringLiteral("ledger"));
+    if (location.isEmpty()) { // a file of no name is one of SQLite's that is gone with the program
+        throw UsageError(translated("--ledger is empty: nothing would be kept"));
+    }
+    return location;
 }
 
 std::optional<int> Invocation::date(const QString &option) const

@@ -23,7 +23,7 @@ public:
 
     /// The value of --bus; empty when it was not given.
     QString bus() const { return value(QStringLiteral("bus")); }
-    /// The value of --ledger; a UsageError when it was not given.
+    /// The value of --ledger; a UsageError when it was not given or is empty.
     QString ledger() const;
     /// The value of an option that holds a date yyyymmdd, if it was given; a UsageError for anything else.
     std::optional<int> date(const QString &option) const;
