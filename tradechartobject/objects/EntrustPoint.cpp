@@ -3,6 +3,7 @@
 #include "tradechartobject/common/BarTime.h"
 #include "tradechartobject/common/OrderMarks.h"
 #include "tradechartobject/common/OrderRow.h"
+#include "tradechartobject/common/OrderStatusTable.h"
 #include "tradechartobject/common/OrderText.h"
 #include "tradechartobject/common/PopupLines.h"
 #include "tradechartobject/common/PriceScale.h"
