@@ -102,3 +102,14 @@ configure_and_build() {
     fi
     rm -f "$log"
 }
+
+# release_14_of clang-format|clang-tidy: the program's name; fails where only other releases are.
+release_14_of() {
+    local program
+    for program in "$1-14" "$1"; do
+        case "$("$program" --version 2>/dev/null)" in
+        *"version 14."*) echo "$program"; return ;;
+        esac
+    done
+    return 1
+}

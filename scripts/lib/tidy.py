@@ -12,7 +12,6 @@ import json
 import os
 import pathlib
 import re
-import shlex
 import subprocess
 import sys
 import time
@@ -23,18 +22,19 @@ INCLUDE = re.compile(rb'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
 FINDING = re.compile(r"^(/[^:]+):(\d+):(\d+): (warning|error): (.*)$")
 
 
-def tracked_files():
-    """Paths from the top of the tree, of what git knows or would add."""
-    listed = subprocess.run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"],
-                            cwd=ROOT, check=True, capture_output=True, text=True).stdout
-    return {path for path in listed.split("\0") if path and (ROOT / path).is_file()}
+def files_of_the_tree():
+    """Paths from its top, of all but what is built or hidden."""
+    for folder, inner, names in os.walk(ROOT):
+        if folder == str(ROOT):
+            inner[:] = [name for name in inner if name not in ("build", "out") and not name.startswith(".")]
+        yield from (os.path.relpath(os.path.join(folder, name), ROOT) for name in names)
 
 
 class Sources:
     """The sources of the tree, their commands and what they include."""
 
     def __init__(self, build):
-        self.files = tracked_files()
+        self.files = set(files_of_the_tree())
         self.commands = {}
         for entry in json.loads((build / "compile_commands.json").read_text()):
             path = os.path.relpath(os.path.join(entry["directory"], entry["file"]), ROOT)
