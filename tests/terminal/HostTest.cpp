@@ -4,7 +4,7 @@
 #include "terminal/plugin/HostAxis.h"
 #include "terminal/plugin/HostRecords.h"
 #include "tests/support/ByName.h"
-#include "tests/terminal/SomeBars.h"
+#include "tests/terminal/support/SomeBars.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <gmock/gmock.h>

@@ -7,7 +7,7 @@
 #include "terminal/ui/WindowSettings.h"
 #include "tests/support/ByName.h"
 #include "tests/support/LogCapture.h"
-#include "tests/terminal/Drag.h"
+#include "tests/terminal/support/Drag.h"
 
 #include <gmock/gmock.h>
 

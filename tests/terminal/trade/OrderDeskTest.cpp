@@ -1,19 +1,12 @@
 // The terminal's counter at the trading module, over a real broker.
-#include "terminal/chart/view/ChartView.h"
 #include "terminal/trade/OrderDesk.h"
-#include "terminal/trade/OrderTicket.h"
-#include "terminal/trade/OrdersPanel.h"
-#include "terminal/trade/TradeDocks.h"
-#include "terminal/ui/MainWindow.h"
 #include "tests/support/TestBroker.h"
-#include "tests/terminal/ScriptedModule.h"
+#include "tests/terminal/support/ModuleAnswers.h"
+#include "tests/terminal/support/ScriptedModule.h"
 
 #include <gmock/gmock.h>
 
 #include <QElapsedTimer>
-#include <QLabel>
-#include <QPushButton>
-#include <QTableView>
 
 namespace Terminal {
 namespace {
@@ -21,31 +14,6 @@ namespace {
 using Kind = DeskOutcome::Kind;
 
 const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};
-
-QJsonObject orderRow(const char *number, const char *status)
-{
-    return {{QStringLiteral("stkcode"), QStringLiteral("600519")},
-            {QStringLiteral("market"), QStringLiteral("1")},
-            {QStringLiteral("bsflag2"), QStringLiteral("0S")},
-            {QStringLiteral("orderstatus"), QLatin1String(status)},
-            {QStringLiteral("ordersno"), QLatin1String(number)},
-            {QStringLiteral("orderdate"), QStringLiteral("20240102")},
-            {QStringLiteral("opertime"), QStringLiteral("09315002")},
-            {QStringLiteral("orderprice"), QStringLiteral("1700.50")},
-            {QStringLiteral("orderqty"), QStringLiteral("300")},
-            {QStringLiteral("matchqty"), QStringLiteral("200")},
-            {QStringLiteral("matchamt"), QStringLiteral("340102.00")}};
-}
-
-QJsonObject withData(const QJsonValue &data)
-{
-    return {{QStringLiteral("data"), data}};
-}
-
-QJsonObject refusedWith(const char *reason)
-{
-    return {{QStringLiteral("success"), false}, {QStringLiteral("msg"), QLatin1String(reason)}};
-}
 
 class Desk : public ::testing::Test
 {
@@ -67,10 +35,6 @@ protected:
         ASSERT_TRUE(waitUntil([this] { return m_desk.isAnswering() && m_desk.account(); }));
     }
 
-    bool askedTimes(const char *command, size_t times)
-    {
-        return waitUntil([=] { return m_module.asked(QLatin1String(command)).size() == times; });
-    }
     size_t countOf(const char *command) { return m_module.asked(QLatin1String(command)).size(); }
 
     /// Long enough to see that nothing more is asked: questions arrive in order, so the answer to a
@@ -81,12 +45,6 @@ protected:
         const size_t before = m_placed.size();
         m_desk.place({moutai, OrderSide::Buy, 1, 100});
         ASSERT_TRUE(waitUntil([&] { return m_placed.size() > before; }));
-    }
-
-    static bool isTold(const TradeDocks &trade, const char *tone)
-    {
-        const auto *const result = trade.ticket()->findChild<QLabel *>(QStringLiteral("ticketResult"));
-        return result->property("tone").toString() == QLatin1String(tone);
     }
 
     TestBroker m_broker;
@@ -130,7 +88,7 @@ TEST_F(Desk, SendsPricesWithTwoDecimalsAndTheMarketAsLetters)
 {
     m_desk.place({moutai, OrderSide::Sell, 1700.1, 300});
     m_desk.place({{QStringLiteral("000001"), Market::Shenzhen, {}}, OrderSide::Buy, 0.1 + 0.2, 100});
-    ASSERT_TRUE(askedTimes("EntrustPlace", 2));
+    ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 2));
     const auto asked = m_module.asked(QStringLiteral("EntrustPlace"));
     const auto text = [&asked](size_t i, const char *key) {
         return asked[i].value(QLatin1String(key)).toString().toStdString();
@@ -175,7 +133,7 @@ TEST_F(Desk, TakesAnswersInAnyOrder)
 {
     m_desk.place({moutai, OrderSide::Buy, 1, 100});
     m_desk.place({moutai, OrderSide::Buy, 2, 100});
-    ASSERT_TRUE(askedTimes("EntrustPlace", 2));
+    ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 2));
     const auto asked = m_module.asked(QStringLiteral("EntrustPlace"));
     std::vector<double> prices;
     QObject::connect(
@@ -238,10 +196,10 @@ TEST_F(Desk, AsksAnewWhileAQuestionIsOpenThatNobodyHeard)
     m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
     const size_t before = countOf("EntrustTodayTrade");
     m_desk.refresh();
-    ASSERT_TRUE(askedTimes("EntrustTodayTrade", before + 1));
+    ASSERT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 1));
     m_desk.refresh();
     m_desk.askAnew();
-    EXPECT_TRUE(askedTimes("EntrustTodayTrade", before + 2));
+    EXPECT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 2));
 }
 
 TEST_F(Desk, CancelsByDayAndNumber)
@@ -335,66 +293,12 @@ TEST_F(Desk, HasOneQuestionOfAKindOpenHoweverManyNotificationsCome)
     for (int i = 0; i < 20; ++i) {
         m_module.notify(QStringLiteral("600519"));
     }
-    ASSERT_TRUE(askedTimes("EntrustTodayTrade", before + 1));
+    ASSERT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 1));
     letPass();
     EXPECT_EQ(countOf("EntrustTodayTrade"), before + 1);
     m_module.answer(m_module.asked(QStringLiteral("EntrustTodayTrade")).back(), withData(QJsonArray()));
-    EXPECT_TRUE(askedTimes("EntrustTodayTrade", before + 2)) << "what came meanwhile is asked once more";
-}
-
-TEST_F(Desk, GetsTheNextOrderOfTheTicketWhenTheOneBeforeHasEnded)
-{
-    MainWindow window(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), TerminalOptions());
-    ASSERT_TRUE(window.load(QStringLiteral("600519"), ChartPeriod::Day, 0));
-    TradeDocks &trade = *window.trade();
-    m_module.setAnswer(QStringLiteral("AccountInfo"),
-                       withData(QJsonObject{{QStringLiteral("available"), QStringLiteral("1000000.00")}}));
-    trade.setShown(true);
-    trade.start(m_broker.address());
-    ASSERT_TRUE(waitUntil([&trade] { return trade.desk()->account().has_value(); }));
-    const double last = window.chart()->data().bars.back().close;
-    const auto send = [&](int ticks) {
-        trade.ticket()->setPrice(last + ticks * 0.01);
-        trade.ticket()->findChild<QPushButton *>(QStringLiteral("sendOrder"))->click();
-    };
-    trade.desk()->setTimeout(100);
-    send(1); // no answer comes
-    send(2);
-    ASSERT_TRUE(waitUntil([&] { return isTold(trade, "bad"); }));
-    ASSERT_TRUE(askedTimes("EntrustPlace", 1));
-    trade.desk()->setTimeout(60000);
-    send(3);
-    ASSERT_TRUE(askedTimes("EntrustPlace", 2));
-
-    m_module.answer(m_module.asked(QStringLiteral("EntrustPlace")).front(), withData(QJsonObject()));
-    ASSERT_TRUE(waitUntil([&] { return isTold(trade, "good"); }));
-    send(4); // what was answered late is not the order before
-    m_module.answer(m_module.asked(QStringLiteral("EntrustPlace")).back(), refusedWith("no"));
-    ASSERT_TRUE(waitUntil([&] { return isTold(trade, "bad"); }));
-    send(5);
-    ASSERT_TRUE(askedTimes("EntrustPlace", 3));
-    EXPECT_EQ(m_module.asked(QStringLiteral("EntrustPlace")).back().value(QLatin1String("orderprice")),
-              QString::number(last + 0.05, 'f', 2));
-}
-
-TEST_F(Desk, ListsTheOrdersOfAPastDayInTheWindow)
-{
-    MainWindow window(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), TerminalOptions());
-    ASSERT_TRUE(window.load(QStringLiteral("600519"), ChartPeriod::Minute, 20260327));
-    m_module.setAnswer(QStringLiteral("EntrustHistoryTrade"), withData(QJsonArray{orderRow("3", "8")}));
-    window.trade()->setShown(true);
-    window.trade()->start(m_broker.address());
-    const auto *const rows =
-        window.trade()->panel()->findChild<QTableView *>(QStringLiteral("ordersView"))->model();
-    ASSERT_TRUE(waitUntil([rows] { return rows->rowCount() == 1; }));
-    EXPECT_EQ(rows->index(0, 7).data().toString(), QStringLiteral("3"));
-    EXPECT_EQ(
-        m_module.asked(QStringLiteral("EntrustHistoryTrade")).back().value(QLatin1String("date")).toInt(),
-        20260327);
-
-    m_module.setAnswer(QStringLiteral("EntrustHistoryTrade"), withData(QJsonArray()));
-    ASSERT_TRUE(window.load(QStringLiteral("600519"), ChartPeriod::Day, 0));
-    EXPECT_EQ(rows->rowCount(), 0) << "a chart of days goes with today's orders";
+    EXPECT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 2))
+        << "what came meanwhile is asked once more";
 }
 
 } // namespace

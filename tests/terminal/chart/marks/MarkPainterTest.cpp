@@ -1,17 +1,18 @@
-// Marks of orders on a chart: which of them become one, and how each is reached.
+// Marks on a chart: which of them become one, where they stand, and how each is reached.
+#include "terminal/chart/bars/VisibleBars.h"
 #include "terminal/chart/marks/MarkPainter.h"
-#include "terminal/chart/marks/PointerTarget.h"
 #include "terminal/chart/view/ChartView.h"
-#include "terminal/chart/view/MarkFocus.h"
-#include "tests/terminal/SomeBars.h"
+#include "tests/terminal/support/SomeBars.h"
 
 #include <gmock/gmock.h>
 
+#include <QImage>
 #include <QPainter>
 
 #include <cmath>
 #include <optional>
 #include <random>
+#include <vector>
 
 namespace Terminal {
 namespace {
@@ -141,52 +142,87 @@ TEST_F(OrderMarks, OfOneBarBehindAMergedOneAnswerByTheirHeight)
     EXPECT_NEAR(mark.targetNear({100, 169}).y(), 170, 0.01);
 }
 
-/// Marks that tell when they are pressed.
-class ListedMarks : public PointerTarget
+struct ChartShape
 {
-public:
-    void add(const ClickableMark &mark)
-    {
-        m_marks.push_back(mark);
-        m_marks.back().press = [this, number = static_cast<int>(m_marks.size()) - 1] {
-            pressed.push_back(number);
-        };
-    }
-    bool isHit(const QPointF &) override { return false; }
-    void press(const QPointF &, Qt::MouseButton) override {}
-    void release(const QPointF &, Qt::MouseButton) override {}
-    void move(const QPointF &) override {}
-    std::vector<ClickableMark> marks() override { return m_marks; }
-
-    std::vector<int> pressed;
-
-private:
-    std::vector<ClickableMark> m_marks;
+    int bars; ///< in view
+    int height;
 };
 
-TEST_F(OrderMarks, ThatOverlapAreEachReachedByKeyboard)
+/// A chart of two thousand bars, the last ones in view.
+class MarksOnAChart : public ::testing::TestWithParam<ChartShape>
 {
-    const QRectF box(500, 200, orderGlyphSize, orderGlyphSize);
-    ListedMarks marks;
-    const GlyphNumber waiting = orderGlyph(buyWaiting, EdgeClamp::None);
-    const GlyphNumber dealt = orderGlyph(buyDealt, EdgeClamp::None);
-    marks.add({waiting, 1, 0, box, {}});
-    marks.add({dealt, 1, 0, box, {}});
-    marks.add({dealt, 1, 1, box, {}});
-    marks.add({waiting, 1, 0, box.translated(5, 0), {}});
-    marks.add({waiting, 1, 0, box.translated(5, 0.4), {}});
-    MarkFocus focus(&m_chart, &marks);
-    for (size_t i = 0; i < marks.marks().size(); ++i) {
-        focus.step(1);
-        focus.press();
+protected:
+    static constexpr int barCount = 2000;
+
+    MarksOnAChart()
+    {
+        m_chart.resize(1000, GetParam().height);
+        m_chart.setData(dailyChart(barCount));
+        m_chart.show();
+        m_chart.setSpan({barCount - GetParam().bars - 0.5, barCount - 0.5});
+        m_chart.grab();
+        m_sprites.setLook(m_chart.theme(), 1);
+        m_painter.emplace(m_chart.chartGeometry(), m_chart.visibleBars(), &m_sprites, &m_marks);
     }
-    EXPECT_THAT(marks.pressed, ::testing::UnorderedElementsAre(0, 1, 2, 3, 4));
-    for (size_t i = 1; i < marks.marks().size(); ++i) {
-        focus.step(-1);
+
+    static int firstInView() { return barCount - GetParam().bars; }
+    const Bar &bar(int number) const { return m_chart.data().bars[static_cast<size_t>(number)]; }
+
+    void paint()
+    {
+        QImage image(m_chart.canvas()->size(), QImage::Format_RGB32);
+        QPainter canvas(&image);
+        m_painter->paint(&canvas);
     }
-    focus.press();
-    EXPECT_EQ(marks.pressed.back(), marks.pressed.front());
+
+    ChartView m_chart;
+    GlyphSprites m_sprites;
+    DrawnMarks m_marks;
+    std::optional<MarkPainter> m_painter; ///< of one repaint
+};
+
+TEST_P(MarksOnAChart, NeverHideAWick)
+{
+    for (int number = firstInView(); number < barCount; number += 2) {
+        m_painter->addSeriesMark(number, bar(number).high, number % 3 * 2);
+        m_painter->addSeriesMark(number, bar(number).low, number % 3 * 2 + 1);
+    }
+    paint();
+    ASSERT_FALSE(m_marks.all().empty());
+    const ChartGeometry &geometry = m_chart.chartGeometry();
+    for (const DrawnMark &mark : m_marks.all()) {
+        for (const BarColumn &column : m_chart.visibleBars().columns()) {
+            const double x = geometry.barToX(column.position);
+            if (x < mark.box.left() || x > mark.box.right()) {
+                continue;
+            }
+            const bool above = mark.glyph % 2 == 0;
+            EXPECT_TRUE(above ? mark.box.bottom() <= geometry.priceToY(column.high) + 1
+                              : mark.box.top() >= geometry.priceToY(column.low) - 1);
+        }
+    }
 }
+
+TEST_P(MarksOnAChart, AreAllCountedAndAllHit)
+{
+    int added = 0;
+    for (int number = firstInView(); number < barCount; number += 2, ++added) {
+        m_painter->addSeriesMark(number, bar(number).high, 0);
+    }
+    paint();
+    int counted = 0;
+    for (const DrawnMark &mark : m_marks.all()) {
+        counted += mark.count;
+        EXPECT_TRUE(m_marks.targetAt(mark.box.center()));
+    }
+    EXPECT_EQ(counted, added);
+    EXPECT_FALSE(m_marks.targetAt({-50, -50}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Shapes, MarksOnAChart,
+                         ::testing::Values(ChartShape{20, 600}, ChartShape{100, 600}, ChartShape{400, 600},
+                                           ChartShape{1999, 600}, ChartShape{20, 200},
+                                           ChartShape{1999, 150}));
 
 } // namespace
 } // namespace Terminal
