@@ -15,8 +15,6 @@
 namespace Terminal {
 namespace {
 
-constexpr EdgeClamp allClamps[] = {EdgeClamp::None, EdgeClamp::AtTop, EdgeClamp::AtBottom};
-
 int distance(const QColor &one, const QColor &other)
 {
     return std::abs(one.red() - other.red()) + std::abs(one.green() - other.green()) +
@@ -98,7 +96,7 @@ protected:
     }
     Ink order(int kind, EdgeClamp clamp)
     {
-        const bool buys = kind < firstOrderKind + 3;
+        const bool buys = rowOf(orderKinds, kind).side == OrderSide::Buy;
         return {picture(orderGlyph(kind, clamp)), buys ? m_theme.rise : m_theme.fall, m_theme.background};
     }
     Ink trade(int style)
@@ -113,9 +111,9 @@ protected:
 
 TEST_P(GlyphsIn, TellTheSixKindsOfOrdersApartByShapeAlone)
 {
-    for (const EdgeClamp clamp : allClamps) {
-        for (int one = firstOrderKind; one < firstOrderKind + orderKinds; ++one) {
-            for (int other = firstOrderKind; other < one; ++other) {
+    for (const EdgeClamp clamp : edgeClamps) {
+        for (const auto &[one, side, progress] : orderKinds) {
+            for (int other = orderKinds.front().number; other < one; ++other) {
                 EXPECT_GE(order(one, clamp).differences(order(other, clamp)), 16) << one << " and " << other;
             }
         }
@@ -146,7 +144,7 @@ TEST_P(GlyphsIn, FillAnOrderAsFarAsItIsDealt)
 
 TEST_P(GlyphsIn, WearAnArrowheadTowardsTheEdgeBeyondWhichTheOrderIs)
 {
-    for (int kind = firstOrderKind; kind < firstOrderKind + orderKinds; ++kind) {
+    for (const auto &[kind, side, progress] : orderKinds) {
         const Ink above = order(kind, EdgeClamp::AtTop);
         const Ink below = order(kind, EdgeClamp::AtBottom);
         const Ink inside = order(kind, EdgeClamp::None);
@@ -173,7 +171,8 @@ TEST_P(GlyphsIn, TellBuysSellsAndBothApartByShapeAlone)
 
 TEST_P(GlyphsIn, PointATradeTowardsItsBar)
 {
-    for (int style = 0; style < seriesStyles; style += 2) {
+    for (size_t row = 0; row < seriesStyles.size(); row += 2) {
+        const int style = seriesStyles[row].number;
         const Ink above = trade(style);
         const Ink below = trade(style + 1);
         const int last = above.height() - 1;
@@ -214,11 +213,11 @@ TEST_P(GlyphsIn, StandOutFromTheBackgroundAndCarryReadableLetters)
 TEST_P(GlyphsIn, AllLookDifferent)
 {
     std::vector<QImage> pictures;
-    for (int style = 0; style < seriesStyles; ++style) {
-        pictures.push_back(picture(seriesGlyph(style)));
+    for (const SeriesStyle &style : seriesStyles) {
+        pictures.push_back(picture(seriesGlyph(style.number)));
     }
-    for (const EdgeClamp clamp : allClamps) {
-        for (int kind = firstOrderKind; kind < firstOrderKind + orderKinds; ++kind) {
+    for (const EdgeClamp clamp : edgeClamps) {
+        for (const auto &[kind, side, progress] : orderKinds) {
             pictures.push_back(picture(orderGlyph(kind, clamp)));
         }
     }
@@ -242,8 +241,8 @@ class GlyphOfManyMarks : public ::testing::TestWithParam<int>
 
 TEST_P(GlyphOfManyMarks, IsAsWideAsItsCount)
 {
-    for (GlyphNumber number = 0; number < seriesStyles + 3 * orderKinds; ++number) {
-        const double letters = number < seriesStyles ? 11 : 9;
+    for (GlyphNumber number = 0; number < glyphCount; ++number) {
+        const double letters = isOrderGlyph(number) ? 9 : 11;
         const double text = QFontMetricsF(glyphFont(static_cast<int>(letters)))
                                 .horizontalAdvance(glyphText(QLatin1Char('B'), GetParam()));
         EXPECT_GE(glyph(number).size(GetParam()).width(), text) << number;
