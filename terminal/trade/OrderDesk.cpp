@@ -1,8 +1,8 @@
 #include "terminal/trade/OrderDesk.h"
 
 #include "terminal/chart/text/FigureText.h"
-#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

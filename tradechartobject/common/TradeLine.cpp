@@ -1,6 +1,7 @@
-#include "tradechartobject/common/Trade.h"
+#include "tradechartobject/common/TradeLine.h"
 
 #include "tradechartobject/common/PopupLines.h"
+#include "tradechartobject/common/Trade.h"
 
 namespace TradeChart {
 

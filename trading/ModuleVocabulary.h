@@ -4,7 +4,7 @@
 // Every text here travels on the bus. Do not change one. docs/trading-module.md tells what they mean.
 #pragma once
 
-namespace TradeChart::Module {
+namespace Trading {
 
 /// Channels of the bus.
 namespace Channel {
@@ -45,4 +45,8 @@ inline constexpr const char *QTY = "qty";           ///< shares held
 inline constexpr const char *SELLABLE = "sellable"; ///< of them, not bought today and not on offer
 } // namespace AccountFields
 
-} // namespace TradeChart::Module
+} // namespace Trading
+
+namespace TradeChart {
+namespace Module = Trading; // the name that the terminal's files still say
+}
