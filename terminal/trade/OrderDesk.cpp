@@ -1,6 +1,6 @@
 #include "terminal/trade/OrderDesk.h"
 
-#include "terminal/chart/NumberText.h"
+#include "terminal/chart/text/FigureText.h"
 #include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
