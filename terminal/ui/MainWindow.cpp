@@ -235,7 +235,7 @@ void MainWindow::showTexts()
 void MainWindow::applyLanguage()
 {
     m_language.set(m_options.language);
-    const QLocale::Language language = Language::localeLanguage(m_options.language);
+    const QLocale::Language language = ProgramLanguage::localeLanguage(m_options.language);
     m_readout->setLanguage(language);
     m_chart->setLanguage(language);
     showTexts();

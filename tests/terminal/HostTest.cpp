@@ -1,5 +1,5 @@
 #include "terminal/chart/view/ChartView.h"
-#include "terminal/plugin/CombinedOverlay.h"
+#include "terminal/plugin/CombinedAxis.h"
 #include "terminal/plugin/HiddenAmounts.h"
 #include "terminal/plugin/HostAxis.h"
 #include "terminal/plugin/HostRecords.h"
