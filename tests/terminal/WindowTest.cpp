@@ -365,7 +365,7 @@ TEST_F(WindowWithKeys, RingsAMergedMark)
     showMarks();
     chart()->showAll();
     QApplication::processEvents();
-    const auto marks = m_window->overlays()->marks();
+    const auto marks = m_window->overlays()->pointer()->marks();
     const auto merged =
         std::find_if(marks.begin(), marks.end(), [](const ClickableMark &mark) { return mark.count > 1; });
     ASSERT_NE(merged, marks.end());
