@@ -4,7 +4,7 @@
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/support/TestBroker.h"
-#include "tests/terminal/ScriptedModule.h"
+#include "tests/terminal/support/ScriptedModule.h"
 
 #include <gmock/gmock.h>
 

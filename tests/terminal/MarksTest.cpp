@@ -3,7 +3,7 @@
 #include "terminal/chart/marks/PointerTarget.h"
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/chart/view/MarkFocus.h"
-#include "tests/terminal/SomeBars.h"
+#include "tests/terminal/support/SomeBars.h"
 
 #include <gmock/gmock.h>
 

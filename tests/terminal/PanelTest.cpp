@@ -2,7 +2,7 @@
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeStyle.h"
 #include "tests/support/WaitUntil.h"
-#include "tests/terminal/Drag.h"
+#include "tests/terminal/support/Drag.h"
 
 #include <gmock/gmock.h>
 

@@ -11,8 +11,8 @@
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/support/WaitUntil.h"
-#include "tests/terminal/Pixels.h"
-#include "tests/terminal/WhenOpen.h"
+#include "tests/terminal/support/Pixels.h"
+#include "tests/terminal/support/WhenOpen.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <gmock/gmock.h>

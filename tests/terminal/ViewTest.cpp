@@ -5,7 +5,7 @@
 #include "terminal/chart/text/FigureText.h"
 #include "terminal/chart/view/ChartSummary.h"
 #include "terminal/data/TradingHours.h"
-#include "tests/terminal/SomeBars.h"
+#include "tests/terminal/support/SomeBars.h"
 
 #include <gmock/gmock.h>
 

@@ -7,10 +7,10 @@
 #include "terminal/ui/MainWindow.h"
 #include "terminal/ui/PopupRow.h"
 #include "tests/support/WaitUntil.h"
-#include "tests/terminal/OverlayLog.h"
-#include "tests/terminal/Pixels.h"
-#include "tests/terminal/SomeBars.h"
-#include "tests/terminal/WhenOpen.h"
+#include "tests/terminal/support/OverlayLog.h"
+#include "tests/terminal/support/Pixels.h"
+#include "tests/terminal/support/SomeBars.h"
+#include "tests/terminal/support/WhenOpen.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 // Questions and lists of the window, whose words come from data files, the overlay library and the bus.
 #include "terminal/ui/WindowPrompts.h"
-#include "tests/terminal/WhenOpen.h"
+#include "tests/terminal/support/WhenOpen.h"
 
 #include <gmock/gmock.h>
 

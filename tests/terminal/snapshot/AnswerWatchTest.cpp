@@ -1,7 +1,7 @@
 // When a snapshot has all data of its overlays.
 #include "terminal/snapshot/AnswerWatch.h"
 #include "tests/support/ByName.h"
-#include "tests/terminal/SomeBars.h"
+#include "tests/terminal/support/SomeBars.h"
 
 #include <gmock/gmock.h>
 

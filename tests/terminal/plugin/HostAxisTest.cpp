@@ -1,10 +1,10 @@
+#include "terminal/plugin/HostAxis.h"
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/plugin/CombinedAxis.h"
 #include "terminal/plugin/HiddenAmounts.h"
-#include "terminal/plugin/HostAxis.h"
 #include "terminal/plugin/HostRecords.h"
 #include "tests/support/ByName.h"
-#include "tests/terminal/SomeBars.h"
+#include "tests/terminal/support/SomeBars.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <gmock/gmock.h>

@@ -1,10 +1,10 @@
 // A recorded day that is replayed in the terminal's window.
+#include "terminal/ui/ReplayBar.h"
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/plugin/HostAxis.h"
 #include "terminal/ui/MainWindow.h"
-#include "terminal/ui/ReplayBar.h"
 #include "tests/support/WaitUntil.h"
-#include "tests/terminal/OverlayLog.h"
+#include "tests/terminal/support/OverlayLog.h"
 
 #include <gmock/gmock.h>
 

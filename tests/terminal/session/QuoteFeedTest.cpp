@@ -5,7 +5,7 @@
 #include "terminal/replay/Replay.h"
 #include "terminal/trade/OrderDesk.h"
 #include "tests/support/TestBroker.h"
-#include "tests/terminal/ScriptedModule.h"
+#include "tests/terminal/support/ScriptedModule.h"
 
 #include <gmock/gmock.h>
 

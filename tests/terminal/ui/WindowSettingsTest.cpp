@@ -1,13 +1,13 @@
 // What the terminal remembers from one run to the next.
+#include "terminal/ui/WindowSettings.h"
 #include "terminal/TerminalProgram.h"
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
-#include "terminal/ui/WindowSettings.h"
 #include "tests/support/ByName.h"
 #include "tests/support/LogCapture.h"
-#include "tests/terminal/Drag.h"
+#include "tests/terminal/support/Drag.h"
 
 #include <gmock/gmock.h>
 

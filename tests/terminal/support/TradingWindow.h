@@ -8,7 +8,7 @@
 #include "terminal/services/TradeModuleProcess.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/support/WaitUntil.h"
-#include "tests/terminal/WhenOpen.h"
+#include "tests/terminal/support/WhenOpen.h"
 
 #include <gmock/gmock.h>
 

@@ -5,8 +5,8 @@
 #include "terminal/services/TradeModuleProcess.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/support/WaitUntil.h"
-#include "tests/terminal/Pixels.h"
-#include "tests/terminal/ProgramFixture.h"
+#include "tests/terminal/support/Pixels.h"
+#include "tests/terminal/support/ProgramFixture.h"
 
 #include <gmock/gmock.h>
 

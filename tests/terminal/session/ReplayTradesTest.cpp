@@ -3,7 +3,7 @@
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
-#include "tests/terminal/TradingWindow.h"
+#include "tests/terminal/support/TradingWindow.h"
 
 namespace Terminal {
 namespace {
