@@ -13,7 +13,7 @@ protected:
     void SetUp() override
     {
         TradingWindow::SetUp();
-        openWindow(QStringLiteral("trades"), QStringLiteral("600519"), ChartPeriod::Day, 0);
+        openWindow(QStringLiteral("trades"), {QStringLiteral("600519"), ChartPeriod::Day, 0});
         startOverlays();
     }
 

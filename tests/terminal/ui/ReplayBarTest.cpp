@@ -1,157 +1,20 @@
-// A recorded day that is replayed in the terminal's window.
-#include "terminal/ui/ReplayBar.h"
-#include "terminal/chart/view/ChartView.h"
-#include "terminal/plugin/HostAxis.h"
-#include "terminal/ui/MainWindow.h"
-#include "tests/support/WaitUntil.h"
-#include "tests/terminal/support/OverlayLog.h"
+// The controls of the replay.
+#include "tests/terminal/support/ReplayWindow.h"
 
 #include <gmock/gmock.h>
 
-#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QSlider>
-#include <QTest>
 
 namespace Terminal {
 namespace {
 
-using ::testing::HasSubstr;
-using ::testing::Not;
-
-class ReplayWindow : public ::testing::Test
+class ControlsOfAReplay : public ReplayWindow
 {
-protected:
-    void SetUp() override
-    {
-        TerminalOptions options;
-        options.overlays = QStringList(QStringLiteral("orders"));
-        options.size = QSize(1280, 720);
-        m_window = std::make_unique<MainWindow>(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(),
-                                                options);
-        show(ChartPeriod::Minute, 20180108);
-        m_window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
-        const auto library = OverlayLibrary::open(QStringLiteral(TEST_OVERLAYS));
-        ASSERT_TRUE(library) << qPrintable(library.error());
-        const Gate open = [](QObject *, const std::function<void()> &proceed) { proceed(); };
-        m_window->startOverlays(library.value(), {open, open});
-    }
-
-    void show(ChartPeriod period, std::int32_t day)
-    {
-        ASSERT_TRUE(m_window->load(QStringLiteral("000001"), period, day))
-            << qPrintable(m_window->loadError());
-    }
-
-    ChartView *chart() { return m_window->chart(); }
-    Replay *replay() { return m_window->replay(); }
-    ReplayBar *bar() { return m_window->findChild<ReplayBar *>(); }
-    size_t shownBars() { return chart()->data().bars.size(); }
-    int chartMode() { return HostAxis(chart(), m_window->prompts(), "screen", nullptr).chartMode(); }
-
-    void focusChart()
-    {
-        m_window->activateWindow();
-        chart()->setFocus();
-        ASSERT_TRUE(waitUntil([this] { return chart()->hasFocus(); }));
-    }
-
-    std::unique_ptr<MainWindow> m_window;
 };
 
-TEST_F(ReplayWindow, ShowsTheDayAsToday)
-{
-    EXPECT_EQ(chartMode(), 2);
-    m_window->setReplaying(true);
-    EXPECT_EQ(chartMode(), 1);
-    EXPECT_EQ(shownBars(), 1U);
-}
-
-TEST_F(ReplayWindow, GrowsWithoutMakingOverlaysAnew)
-{
-    m_window->setReplaying(true);
-    QApplication::processEvents();
-    overlayLog();
-    replay()->step();
-    replay()->playTo(10 * 60);
-    const std::string log = overlayLog();
-    EXPECT_THAT(log, HasSubstr("calc 000001 2 21"));
-    EXPECT_THAT(log, HasSubstr("calc 000001 31 21"));
-    EXPECT_EQ(countOf(log, "calc"), 2) << log;
-    EXPECT_THAT(log, Not(HasSubstr("ended")));
-}
-
-TEST_F(ReplayWindow, HasRoomForTheWholeDayFromTheFirstBarOn)
-{
-    m_window->setReplaying(true);
-    const BarSpan atOpening = chart()->span();
-    EXPECT_GE(atOpening.last, 240.5);
-    replay()->playTo(15 * 60);
-    EXPECT_DOUBLE_EQ(chart()->span().last, atOpening.last);
-    EXPECT_TRUE(chart()->data().ahead.empty());
-}
-
-TEST_F(ReplayWindow, LeavesTheViewOfOlderBarsAlone)
-{
-    m_window->setReplaying(true);
-    replay()->playTo(10 * 60);
-    chart()->setSpan({0, 20});
-    replay()->step();
-    EXPECT_DOUBLE_EQ(chart()->span().first, 0);
-    EXPECT_DOUBLE_EQ(chart()->span().last, 20);
-}
-
-TEST_F(ReplayWindow, MovesTheViewAlongWithTheLastBar)
-{
-    m_window->setReplaying(true);
-    replay()->playTo(10 * 60);
-    chart()->setSpan({10.5, 30.5});
-    replay()->step();
-    EXPECT_DOUBLE_EQ(chart()->span().first, 11.5);
-    EXPECT_DOUBLE_EQ(chart()->span().last, 31.5);
-}
-
-TEST_F(ReplayWindow, ComesBackToTheReplayFromAnotherPeriod)
-{
-    m_window->setReplaying(true);
-    show(ChartPeriod::Day, 0);
-    replay()->playTo(10 * 60);
-    EXPECT_GT(shownBars(), 1000U);
-    EXPECT_TRUE(bar()->isVisible());
-    show(ChartPeriod::Minute, 0);
-    EXPECT_EQ(shownBars(), 31U);
-    EXPECT_EQ(chartMode(), 1);
-}
-
-TEST_F(ReplayWindow, ShowsTheRecordedDayWhenTheReplayIsEnded)
-{
-    m_window->setReplaying(true);
-    m_window->setReplaying(false);
-    EXPECT_EQ(shownBars(), 241U);
-    EXPECT_EQ(chart()->data().bars.front().date, 20180108);
-}
-
-TEST_F(ReplayWindow, StaysOnAnotherPeriodWhenTheReplayIsEnded)
-{
-    m_window->setReplaying(true);
-    show(ChartPeriod::Week, 0);
-    m_window->setReplaying(false);
-    EXPECT_EQ(chart()->data().period, ChartPeriod::Week);
-    EXPECT_FALSE(bar()->isVisible());
-}
-
-TEST_F(ReplayWindow, BeginsTheDayAgain)
-{
-    m_window->setReplaying(true);
-    replay()->playTo(10 * 60);
-    replay()->restart();
-    EXPECT_EQ(shownBars(), 1U);
-    EXPECT_EQ(chart()->data().ahead.size(), 240U);
-}
-
-TEST_F(ReplayWindow, PlaysAndPausesWithSpaceAndStepsWithThePoint)
+TEST_F(ControlsOfAReplay, PlaysAndPausesWithSpaceAndStepsWithThePoint)
 {
     m_window->setReplaying(true);
     focusChart();
@@ -163,7 +26,7 @@ TEST_F(ReplayWindow, PlaysAndPausesWithSpaceAndStepsWithThePoint)
     EXPECT_EQ(replay()->completed(), 2U);
 }
 
-TEST_F(ReplayWindow, LeavesItsKeysToAFormThatHasTheFocus)
+TEST_F(ControlsOfAReplay, LeavesItsKeysToAFormThatHasTheFocus)
 {
     m_window->setReplaying(true);
     auto *const form = new QLineEdit(m_window.get());
@@ -177,7 +40,7 @@ TEST_F(ReplayWindow, LeavesItsKeysToAFormThatHasTheFocus)
     EXPECT_EQ(replay()->completed(), 1U);
 }
 
-TEST_F(ReplayWindow, BeginsAndEndsWithItsKey)
+TEST_F(ControlsOfAReplay, BeginsAndEndsWithItsKey)
 {
     focusChart();
     QTest::keyClick(chart(), Qt::Key_R, Qt::ControlModifier);
@@ -186,7 +49,7 @@ TEST_F(ReplayWindow, BeginsAndEndsWithItsKey)
     EXPECT_EQ(replay()->state(), Replay::State::Closed);
 }
 
-TEST_F(ReplayWindow, ChangesItsSpeedWithKeysAndFromTheList)
+TEST_F(ControlsOfAReplay, ChangesItsSpeedWithKeysAndFromTheList)
 {
     m_window->setReplaying(true);
     focusChart();
@@ -200,7 +63,7 @@ TEST_F(ReplayWindow, ChangesItsSpeedWithKeysAndFromTheList)
     EXPECT_EQ(bar()->findChild<QComboBox *>()->currentText(), QStringLiteral(u"45×"));
 }
 
-TEST_F(ReplayWindow, PlaysUpToTheMinuteThatTheSliderIsPutTo)
+TEST_F(ControlsOfAReplay, PlaysUpToTheMinuteThatTheSliderIsPutTo)
 {
     m_window->setReplaying(true);
     auto *const slider = bar()->findChild<QSlider *>();
