@@ -3,6 +3,8 @@
 #include <QColor>
 #include <QImage>
 
+#include <vector>
+
 namespace Terminal {
 
 /// How many pixels of a picture have a colour.
@@ -15,6 +17,18 @@ inline int pixelsOf(const QImage &picture, const QColor &colour)
         }
     }
     return count;
+}
+
+/// The rows of pixels in column x that have exactly this colour.
+inline std::vector<int> rowsOfColour(const QImage &image, int x, const QColor &colour)
+{
+    std::vector<int> rows;
+    for (int y = 0; y < image.height(); ++y) {
+        if (image.pixelColor(x, y) == colour) {
+            rows.push_back(y);
+        }
+    }
+    return rows;
 }
 
 } // namespace Terminal

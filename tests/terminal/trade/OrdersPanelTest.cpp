@@ -13,6 +13,7 @@
 #include <QSplitter>
 #include <QTableView>
 #include <QTest>
+#include <QTextDocument>
 #include <QToolTip>
 
 namespace Terminal {
@@ -156,6 +157,19 @@ TEST_F(Panel, TellsByATipWhatIsCutAndNothingElse)
     EXPECT_EQ(QToolTip::text(), account.positions.front().security.name);
     askForTip(positions(), 0);
     EXPECT_TRUE(waitUntil([] { return !QToolTip::isVisible(); }));
+}
+
+TEST_F(Panel, ShowsMarkupOfANameInItsTipAsItIsWritten)
+{
+    Account account = holding(18500);
+    const QString name = QStringLiteral("<b>100 shares at 1.00</b><!-- ").repeated(3) + QLatin1Char('x');
+    account.positions.front().security.name = name;
+    m_panel.setAccount(account);
+    show(besideTheTicket);
+    askForTip(positions(), nameColumn);
+    QTextDocument shown;
+    shown.setHtml(QToolTip::text());
+    EXPECT_EQ(shown.toPlainText(), name);
 }
 
 } // namespace

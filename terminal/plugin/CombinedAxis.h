@@ -1,10 +1,6 @@
 #pragma once
 
 #include "tradechartobject/ChartInterface.h"
-#include "tradechartobject/CombinedOverlay.h"
-
-#include <array>
-#include <cstddef>
 
 class QObject;
 
@@ -41,25 +37,6 @@ public:
 private:
     Korvane::IChartAxis &m_chart;
     const QObject *m_caller = nullptr;
-};
-
-/// A combined overlay of the library, with the memory that it lives in and an axis of its own.
-class CombinedOverlay
-{
-public:
-    /// `chart` must outlive the overlay.
-    CombinedOverlay(Korvane::CombinedOverlay::Constructor construct, Korvane::IChartAxis &chart,
-                    const char *json);
-    ~CombinedOverlay();
-    CombinedOverlay(const CombinedOverlay &) = delete;
-    CombinedOverlay &operator=(const CombinedOverlay &) = delete;
-
-    /// What the chart drives.
-    Korvane::IChartObject *object();
-
-private:
-    CombinedAxis m_axis;
-    alignas(std::max_align_t) std::array<unsigned char, Korvane::CombinedOverlay::memorySize> m_memory;
 };
 
 } // namespace Terminal

@@ -1,6 +1,6 @@
 // The window with the real overlay library, a real broker and the trading module on the sample
 // statement, clicked by the user.
-#include "tests/terminal/TradingWindow.h"
+#include "tests/terminal/support/TradingWindow.h"
 
 #include <QElapsedTimer>
 
@@ -13,7 +13,7 @@ protected:
     void SetUp() override
     {
         TradingWindow::SetUp();
-        openWindow(QStringLiteral("trades"), QStringLiteral("600519"), ChartPeriod::Day, 0);
+        openWindow(QStringLiteral("trades"), {QStringLiteral("600519"), ChartPeriod::Day, 0});
         startOverlays();
     }
 

@@ -4,8 +4,8 @@
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/support/TimeZone.h"
-#include "tests/terminal/ProgramFixture.h"
 #include "tests/terminal/support/Pixels.h"
+#include "tests/terminal/support/ProgramFixture.h"
 
 #include <gmock/gmock.h>
 

@@ -2,11 +2,9 @@
 // display.
 #include "terminal/chart/lines/SeriesLabel.h"
 #include "terminal/chart/view/ChartView.h"
-#include "terminal/services/TradeModuleProcess.h"
 #include "terminal/ui/MainWindow.h"
-#include "tests/support/WaitUntil.h"
-#include "tests/terminal/ProgramFixture.h"
 #include "tests/terminal/support/Pixels.h"
+#include "tests/terminal/support/ProgramFixture.h"
 
 #include <gmock/gmock.h>
 
@@ -195,27 +193,6 @@ TEST_F(Program, WaitsForTheTradesToo)
 }
 
 #endif
-
-TEST(TradeModuleChild, IsStartedAgainWhenItEnds)
-{
-    TradeModuleProcess module(QStringLiteral("false"), QStringLiteral("l"), QStringLiteral("b"),
-                              QStringLiteral("en"), nullptr);
-    int ends = 0;
-    QObject::connect(&module, &TradeModuleProcess::failed, &module, [&ends] { ++ends; });
-    module.start();
-    EXPECT_TRUE(waitUntil([&ends] { return ends >= 2; }));
-}
-
-TEST(TradeModuleChild, IsNamedWhenItCannotBeStarted)
-{
-    TradeModuleProcess module(QStringLiteral("/nowhere/trademodule"), QStringLiteral("l"),
-                              QStringLiteral("b"), QStringLiteral("en"), nullptr);
-    QString reason;
-    QObject::connect(&module, &TradeModuleProcess::failed, &module,
-                     [&reason](const QString &text) { reason = text; });
-    module.start();
-    EXPECT_TRUE(waitUntil([&reason] { return reason.contains(QStringLiteral("/nowhere/trademodule")); }));
-}
 
 } // namespace
 } // namespace Terminal

@@ -1,27 +1,22 @@
 #pragma once
 
 #include "endpoint/LocalBroker.h"
-#include "terminal/chart/view/ChartView.h"
 #include "terminal/services/BusProbe.h"
 #include "terminal/services/SharedChannel.h"
 #include "terminal/services/TradeLink.h"
 #include "terminal/services/TradeModuleProcess.h"
-#include "terminal/ui/MainWindow.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/terminal/support/WhenOpen.h"
+#include "tests/terminal/support/WindowFixture.h"
 
-#include <gmock/gmock.h>
-
-#include <QApplication>
 #include <QMenu>
 #include <QTemporaryDir>
-#include <QTest>
 
 namespace Terminal {
 
 /// The window with the real overlay library, on the bus of this program's folder with a broker and the
 /// trading module, whose ledger has the sample statement.
-class TradingWindow : public ::testing::Test
+class TradingWindow : public WindowFixture
 {
 protected:
     void SetUp() override
@@ -42,26 +37,19 @@ protected:
         ASSERT_TRUE(waitUntil([this] { return m_link.isAnswering(); }));
     }
 
-    void TearDown() override { m_window.reset(); }
-
-    void openWindow(const QString &overlay, const QString &code, ChartPeriod period, std::int32_t day)
+    void openWindow(const QString &overlay, const OpenedChart &chart)
     {
         TerminalOptions options;
         options.overlays = QStringList(overlay);
         options.size = QSize(1280, 720);
         options.refreshSeconds = 1;
-        m_window = std::make_unique<MainWindow>(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(),
-                                                options);
-        ASSERT_TRUE(m_window->load(code, period, day)) << qPrintable(m_window->loadError());
-        m_window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+        WindowFixture::openWindow(chart, options);
     }
 
+    /// Those of the real library.
     void startOverlays()
     {
-        const auto library = OverlayLibrary::open(QStringLiteral(PLUGIN_FILE));
-        ASSERT_TRUE(library) << qPrintable(library.error());
-        m_window->startOverlays(library.value(), {busGate(address()), m_link.answerGate()});
+        WindowFixture::startOverlays(PLUGIN_FILE, {busGate(address()), m_link.answerGate()});
         QObject::connect(&m_shared, &SharedChannel::heard, m_window.get(), [this](const SharedNews &news) {
             news.kind == SharedNews::Spoilt ? m_window->overlays()->renewCombined(news.code)
                                             : m_window->overlays()->showHeard(news.code);
@@ -70,7 +58,6 @@ protected:
 
     static QString address() { return QApplication::applicationDirPath(); }
     QString ledger() const { return m_folder.filePath(QStringLiteral("account.db")); }
-    ChartView *chart() { return m_window->chart(); }
 
     QStringList rowsAtAClick(const QPointF &position)
     {
@@ -90,7 +77,6 @@ protected:
     std::unique_ptr<TradeModuleProcess> m_module;
     TradeLink m_link{nullptr};
     SharedChannel m_shared{nullptr};
-    std::unique_ptr<MainWindow> m_window;
 };
 
 } // namespace Terminal

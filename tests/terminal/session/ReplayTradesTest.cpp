@@ -3,7 +3,7 @@
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
-#include "tests/terminal/TradingWindow.h"
+#include "tests/terminal/support/TradingWindow.h"
 
 namespace Terminal {
 namespace {
@@ -16,7 +16,7 @@ protected:
     /// Opens the replay of a day with the orders of a plan.
     void open(const OrderPlan &plan)
     {
-        openWindow(QStringLiteral("orders"), QStringLiteral("600536"), ChartPeriod::Minute, 20230711);
+        openWindow(QStringLiteral("orders"), {QStringLiteral("600536"), ChartPeriod::Minute, 20230711});
         m_feed = std::make_unique<QuoteFeed>(m_window->replay(), desk(), plan, nullptr);
         m_window->trade()->start(address());
         ASSERT_TRUE(waitUntil([this] { return m_feed->isJoined(); }));

@@ -1,4 +1,6 @@
-#include "terminal/plugin/CombinedOverlay.h"
+#include "terminal/plugin/CombinedAxis.h"
+
+#include "tradechartobject/CombinedOverlay.h"
 
 #include <QObject>
 #include <QVariant>
@@ -28,25 +30,6 @@ int CombinedAxis::popupMenu(const char **lines, void *reserved)
     std::vector<const char *> ended(lines, lines + listLength(m_caller));
     ended.push_back(nullptr);
     return m_chart.popupMenu(ended.data(), reserved);
-}
-
-CombinedOverlay::CombinedOverlay(Korvane::CombinedOverlay::Constructor construct, Korvane::IChartAxis &chart,
-                                 const char *json)
-    : m_axis(chart)
-{
-    construct(m_memory.data(), m_axis, json);
-    m_axis.setCaller(reinterpret_cast<const QObject *>(m_memory.data()));
-}
-
-CombinedOverlay::~CombinedOverlay()
-{
-    object()->~IChartObject(); // virtual: ends the whole overlay and leaves the memory alone
-}
-
-Korvane::IChartObject *CombinedOverlay::object()
-{
-    return reinterpret_cast<Korvane::IChartObject *>(m_memory.data() +
-                                                     Korvane::CombinedOverlay::interfaceOffset);
 }
 
 } // namespace Terminal

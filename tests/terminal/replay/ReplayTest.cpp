@@ -1,9 +1,6 @@
 // A recorded day played as today.
 #include "terminal/replay/Replay.h"
 #include "terminal/data/TradingHours.h"
-#include "terminal/replay/ChartSource.h"
-#include "terminal/replay/PlannedOrder.h"
-#include "tests/support/ByName.h"
 #include "tests/support/WaitUntil.h"
 
 #include <gmock/gmock.h>
@@ -194,85 +191,11 @@ TEST(ClosedReplay, DoesNothing)
     EXPECT_EQ(replay.completed(), 0U);
 }
 
-TEST_F(RecordedDay, IsTheLastDayOfItsSecurityWhileItIsReplayed)
-{
-    const ChartSource source(m_folder, &m_replay);
-    EXPECT_EQ(source.minuteDays(QStringLiteral("000001")).back(), 20180115);
-    open();
-    EXPECT_EQ(source.minuteDays(QStringLiteral("000001")).back(), today);
-    EXPECT_EQ(source.minuteDays(QStringLiteral("600519")).back(), 20260327);
-    for (const std::int32_t day : {0, today}) {
-        const auto loaded = source.load(QStringLiteral("000001"), ChartPeriod::Minute, day);
-        ASSERT_TRUE(loaded) << qPrintable(loaded.error());
-        EXPECT_EQ(loaded.value().bars.size(), 1U);
-    }
-}
-
-TEST_F(RecordedDay, LeavesOtherChartsToTheFolder)
-{
-    const ChartSource source(m_folder, &m_replay);
-    open();
-    const auto lastDate = [&source](const char *code, ChartPeriod period, std::int32_t day) {
-        return source.load(QLatin1String(code), period, day).value().bars.back().date;
-    };
-    EXPECT_EQ(lastDate("000001", ChartPeriod::Minute, 20180108), 20180108);
-    EXPECT_EQ(lastDate("600519", ChartPeriod::Minute, 0), 20260327);
-    EXPECT_EQ(lastDate("000001", ChartPeriod::Day, 0), 20250905);
-}
-
-TEST_F(RecordedDay, HasTheCloseBeforeItAlsoAsToday)
-{
-    const ChartSource source(m_folder, &m_replay);
-    const auto closeBefore = [&source](std::int32_t day) {
-        return source.closeBefore(QStringLiteral("000001"), day);
-    };
-    m_replay.open(m_day, 20991231);
-    EXPECT_EQ(closeBefore(20991231), 13.30);
-    EXPECT_EQ(closeBefore(20180108), 13.30);
-    EXPECT_EQ(closeBefore(20991230), std::nullopt);
-}
-
 TEST_F(RecordedDay, KeepsTheCloseBeforeItOnTheChart)
 {
     open();
     EXPECT_EQ(m_replay.today().previousClose, 13.30);
 }
-
-TEST(PlannedOrder, IsReadFromItsFourWords)
-{
-    const auto read = readPlannedOrder(QStringLiteral(" 1301 sell  2500 13.05"));
-    ASSERT_TRUE(read) << qPrintable(read.error());
-    EXPECT_EQ(read.value().minute, 13 * 60 + 1);
-    EXPECT_EQ(read.value().side, OrderSide::Sell);
-    EXPECT_EQ(read.value().quantity, 2500);
-    EXPECT_DOUBLE_EQ(read.value().price, 13.05);
-}
-
-struct BadOrder
-{
-    const char *name;
-    const char *text;
-};
-
-class BadPlannedOrder : public ::testing::TestWithParam<BadOrder>
-{
-};
-
-TEST_P(BadPlannedOrder, IsRefusedWithTheForm)
-{
-    const auto read = readPlannedOrder(QLatin1String(GetParam().text));
-    ASSERT_FALSE(read);
-    EXPECT_TRUE(read.error().contains(QStringLiteral("HHMM buy|sell QUANTITY PRICE")));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Replay, BadPlannedOrder,
-    ::testing::Values(BadOrder{"empty", ""}, BadOrder{"noPrice", "1000 buy 100"},
-                      BadOrder{"lunch", "1200 buy 100 13.05"}, BadOrder{"noTime", "2561 buy 100 13.05"},
-                      BadOrder{"shortTime", "931 buy 100 13.05"}, BadOrder{"side", "1000 hold 100 13.05"},
-                      BadOrder{"noQuantity", "1000 buy 0 13.05"}, BadOrder{"fraction", "1000 buy 100 13.055"},
-                      BadOrder{"free", "1000 buy 100 0.00"}, BadOrder{"more", "1000 buy 100 13.05 now"}),
-    ByName());
 
 } // namespace
 } // namespace Terminal
