@@ -117,13 +117,23 @@ TEST_F(Program, SaysWhatIsWrongWithItsCommandLine)
 
 TEST_F(Program, RefusesALedgerWithoutAName)
 {
-    const Ended ended = run({QStringLiteral("--ledger"), QString(), QStringLiteral("place"),
-                             QStringLiteral("000001"), QStringLiteral("buy"), QStringLiteral("10"),
-                             QStringLiteral("100")});
+    const Ended ended =
+        run({QStringLiteral("--ledger"), QString(), QStringLiteral("place"), QStringLiteral("000001"),
+             QStringLiteral("buy"), QStringLiteral("10"), QStringLiteral("100")});
 
     EXPECT_EQ(ended.exitCode, 2);
     EXPECT_THAT(ended.errors, HasSubstr("--ledger is empty"));
     EXPECT_EQ(ended.output, "");
+}
+
+TEST_F(Program, RefusesAnOrderOfMoreThanAnyAccountHas)
+{
+    const Ended ended = runOnLedger({QStringLiteral("place"), QStringLiteral("600536"), QStringLiteral("buy"),
+                                     QStringLiteral("1000000"), QStringLiteral("1000000000")});
+
+    EXPECT_EQ(ended.exitCode, 1);
+    EXPECT_THAT(ended.errors, HasSubstr("price × quantity must be at most 100000000000.00 yuan"));
+    EXPECT_THAT(OrderBook(&ledger()).ofDay(today()), IsEmpty());
 }
 
 TEST_F(Program, NamesAFileThatIsNotThere)

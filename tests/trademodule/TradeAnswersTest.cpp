@@ -332,6 +332,19 @@ TEST_F(Answers, SayWhyAnOrderIsNotCancelled)
     EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("no order 4711"));
 }
 
+TEST_F(Answers, SayThatAnOrderComesToMoreThanAnyAccountHas)
+{
+    QJsonObject object = question("EntrustPlace", bank());
+    object[QStringLiteral("bsflag2")] = QStringLiteral("0B");
+    object[QStringLiteral("orderprice")] = QStringLiteral("1000000");
+    object[QStringLiteral("orderqty")] = QStringLiteral("1000000000");
+
+    const QJsonObject answer = ask(object);
+
+    EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(AnswerMessage::Refused));
+    EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("price × quantity"));
+}
+
 struct WrongQuestion
 {
     std::string name;
@@ -372,6 +385,14 @@ INSTANTIATE_TEST_SUITE_P(
             "StartAsNumber",
             R"({"cmd":"HistoryTrade","stkcode":"000001","market":"SZ","start":20240101,"end":"20240101"})",
             "start"},
+        WrongQuestion{"PriceOfMoreThanAnyHas",
+                      R"({"cmd":"EntrustPlace","stkcode":"000001","market":"SZ","bsflag2":"0B",
+                          "orderprice":"1000000.01","orderqty":"100"})",
+                      "orderprice"},
+        WrongQuestion{"QuantityOfMoreThanThereIs",
+                      R"({"cmd":"EntrustPlace","stkcode":"000001","market":"SZ","bsflag2":"0B",
+                          "orderprice":"10","orderqty":"1000000001"})",
+                      "orderqty"},
         WrongQuestion{
             "EndThatIsNoDate",
             R"({"cmd":"HistoryTrade","stkcode":"000001","market":"SZ","start":"20240101","end":"20240231"})",

@@ -725,5 +725,29 @@
         <source>--ledger is empty: nothing would be kept</source>
         <translation>--ledger 为空：什么都不会保存</translation>
     </message>
+    <message>
+        <source>the price must be at most %1 yuan</source>
+        <translation>价格最多为 %1 元</translation>
+    </message>
+    <message>
+        <source>the quantity must be at most %1</source>
+        <translation>数量最多为 %1</translation>
+    </message>
+    <message>
+        <source>price × quantity must be at most %1 yuan</source>
+        <translation>价格 × 数量最多为 %1 元</translation>
+    </message>
+    <message>
+        <source>order %1 is not dealt: price × quantity would be more than %2 yuan</source>
+        <translation>委托 %1 未成交：价格 × 数量将超过 %2 元</translation>
+    </message>
+    <message>
+        <source>the account&apos;s cash would be more than %1 yuan</source>
+        <translation>账户资金将超过 %1 元</translation>
+    </message>
+    <message>
+        <source>the amount, price × quantity, is too large: %1 × %2</source>
+        <translation>成交金额（价格 × 数量）过大：%1 × %2</translation>
+    </message>
 </context>
 </TS>
