@@ -345,6 +345,30 @@ TEST_F(Answers, SayThatAnOrderComesToMoreThanAnyAccountHas)
     EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("price × quantity"));
 }
 
+TEST_F(Answers, TellThatThereIsNoCostWhenTheQuestionIsNotUnderstood)
+{
+    const QJsonObject answer =
+        ask(json(R"({"cmd":"HolderCostPrice","stkcode":"00700","market":"HK","screenId":"s"})"));
+
+    EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
+    EXPECT_EQ(answer[QStringLiteral("costprice")].toString(), QStringLiteral("nan"));
+}
+
+TEST_F(Answers, TellThatThereIsNoCostWhenTheLedgerFails)
+{
+    Database(location()).run(QStringLiteral("DROP TABLE holding"));
+
+    const QJsonObject answer = ask(question("HolderCostPrice", bank()));
+
+    EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
+    EXPECT_EQ(answer[QStringLiteral("costprice")].toString(), QStringLiteral("nan"));
+}
+
+TEST_F(Answers, TellOfNoCostWhenAnotherQuestionFails)
+{
+    EXPECT_FALSE(ask(json(R"({"cmd":"TodayTrade"})")).contains(QStringLiteral("costprice")));
+}
+
 struct WrongQuestion
 {
     std::string name;
