@@ -6,8 +6,8 @@
 // what changes of the finished picture and two lines; that of a hit test, a look at the bar under the
 // pointer.
 #include "terminal/Appearance.h"
-#include "terminal/chart/ChartView.h"
-#include "terminal/chart/VisibleBars.h"
+#include "terminal/chart/bars/VisibleBars.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/plugin/HostRecords.h"
 #include "terminal/plugin/OverlayItem.h"
 

@@ -1,7 +1,7 @@
 #include "terminal/plugin/OverlayHost.h"
 
-#include "terminal/chart/ChartSummary.h"
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/view/ChartSummary.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/plugin/HostRecords.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "terminal/chart/PointerTarget.h"
-#include "terminal/chart/PriceFit.h"
+#include "terminal/chart/axes/PriceFit.h"
+#include "terminal/chart/marks/PointerTarget.h"
 #include "terminal/plugin/HostAxis.h"
 #include "terminal/plugin/OverlayItem.h"
 #include "terminal/plugin/OverlayKind.h"

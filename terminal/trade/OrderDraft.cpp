@@ -1,8 +1,8 @@
 #include "terminal/trade/OrderDraft.h"
 
-#include "terminal/chart/NumberText.h"
+#include "terminal/chart/text/FigureText.h"
 #include "terminal/trade/ShownAmount.h"
-#include "tradechartobject/common/DayLimits.h"
+#include "trading/DayLimits.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #include "terminal/ui/MainWindow.h"
 
-#include "terminal/chart/ChartInput.h"
-#include "terminal/chart/ChartView.h"
-#include "terminal/chart/ReadoutBar.h"
+#include "terminal/chart/view/ChartInput.h"
+#include "terminal/chart/view/ChartView.h"
+#include "terminal/chart/view/ReadoutBar.h"
 #include "terminal/data/CalendarDate.h"
 #include "terminal/replay/ReplayedChart.h"
 #include "terminal/snapshot/Picture.h"

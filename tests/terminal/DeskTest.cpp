@@ -1,5 +1,7 @@
 // The terminal's counter at the trading module, over a real broker.
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/trade/OrderDesk.h"
+#include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
@@ -9,6 +11,8 @@
 #include <gmock/gmock.h>
 
 #include <QElapsedTimer>
+#include <QLabel>
+#include <QPushButton>
 #include <QTableView>
 
 namespace Terminal {
@@ -77,6 +81,12 @@ protected:
         const size_t before = m_placed.size();
         m_desk.place({moutai, OrderSide::Buy, 1, 100});
         ASSERT_TRUE(waitUntil([&] { return m_placed.size() > before; }));
+    }
+
+    static bool isTold(const TradeDocks &trade, const char *tone)
+    {
+        const auto *const result = trade.ticket()->findChild<QLabel *>(QStringLiteral("ticketResult"));
+        return result->property("tone").toString() == QLatin1String(tone);
     }
 
     TestBroker m_broker;
@@ -150,6 +160,7 @@ TEST_F(Desk, TellsThatNoAnswerCameAndTellsALateAnswer)
     m_desk.place({moutai, OrderSide::Buy, 1700, 100});
     ASSERT_TRUE(waitUntil([this] { return m_placed.size() == 1; }));
     EXPECT_EQ(m_placed.front().kind, Kind::NoAnswer);
+    EXPECT_FALSE(m_placed.front().isLate);
 
     const auto asked = m_module.asked(QStringLiteral("EntrustPlace"));
     ASSERT_EQ(asked.size(), 1U);
@@ -157,6 +168,7 @@ TEST_F(Desk, TellsThatNoAnswerCameAndTellsALateAnswer)
     ASSERT_TRUE(waitUntil([this] { return m_placed.size() == 2; }));
     EXPECT_EQ(m_placed.back().kind, Kind::Accepted);
     EXPECT_EQ(m_placed.back().text, QStringLiteral("18"));
+    EXPECT_TRUE(m_placed.back().isLate);
 }
 
 TEST_F(Desk, TakesAnswersInAnyOrder)
@@ -328,6 +340,41 @@ TEST_F(Desk, HasOneQuestionOfAKindOpenHoweverManyNotificationsCome)
     EXPECT_EQ(countOf("EntrustTodayTrade"), before + 1);
     m_module.answer(m_module.asked(QStringLiteral("EntrustTodayTrade")).back(), withData(QJsonArray()));
     EXPECT_TRUE(askedTimes("EntrustTodayTrade", before + 2)) << "what came meanwhile is asked once more";
+}
+
+TEST_F(Desk, GetsTheNextOrderOfTheTicketWhenTheOneBeforeHasEnded)
+{
+    MainWindow window(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), TerminalOptions());
+    ASSERT_TRUE(window.load(QStringLiteral("600519"), ChartPeriod::Day, 0));
+    TradeDocks &trade = *window.trade();
+    m_module.setAnswer(QStringLiteral("AccountInfo"),
+                       withData(QJsonObject{{QStringLiteral("available"), QStringLiteral("1000000.00")}}));
+    trade.setShown(true);
+    trade.start(m_broker.address());
+    ASSERT_TRUE(waitUntil([&trade] { return trade.desk()->account().has_value(); }));
+    const double last = window.chart()->data().bars.back().close;
+    const auto send = [&](int ticks) {
+        trade.ticket()->setPrice(last + ticks * 0.01);
+        trade.ticket()->findChild<QPushButton *>(QStringLiteral("sendOrder"))->click();
+    };
+    trade.desk()->setTimeout(100);
+    send(1); // no answer comes
+    send(2);
+    ASSERT_TRUE(waitUntil([&] { return isTold(trade, "bad"); }));
+    ASSERT_TRUE(askedTimes("EntrustPlace", 1));
+    trade.desk()->setTimeout(60000);
+    send(3);
+    ASSERT_TRUE(askedTimes("EntrustPlace", 2));
+
+    m_module.answer(m_module.asked(QStringLiteral("EntrustPlace")).front(), withData(QJsonObject()));
+    ASSERT_TRUE(waitUntil([&] { return isTold(trade, "good"); }));
+    send(4); // what was answered late is not the order before
+    m_module.answer(m_module.asked(QStringLiteral("EntrustPlace")).back(), refusedWith("no"));
+    ASSERT_TRUE(waitUntil([&] { return isTold(trade, "bad"); }));
+    send(5);
+    ASSERT_TRUE(askedTimes("EntrustPlace", 3));
+    EXPECT_EQ(m_module.asked(QStringLiteral("EntrustPlace")).back().value(QLatin1String("orderprice")),
+              QString::number(last + 0.05, 'f', 2));
 }
 
 TEST_F(Desk, ListsTheOrdersOfAPastDayInTheWindow)

@@ -1,5 +1,5 @@
 // The pictures of the marks: what they are must be seen without their colours, in both themes.
-#include "terminal/chart/glyphs/GlyphSprites.h"
+#include "terminal/chart/marks/glyphs/GlyphSprites.h"
 #include "tests/support/ByName.h"
 
 #include <gmock/gmock.h>

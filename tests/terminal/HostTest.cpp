@@ -1,4 +1,4 @@
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/plugin/CombinedOverlay.h"
 #include "terminal/plugin/HiddenAmounts.h"
 #include "terminal/plugin/HostAxis.h"

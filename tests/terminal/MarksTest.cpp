@@ -1,8 +1,8 @@
 // Marks of orders on a chart: which of them become one, and how each is reached.
-#include "terminal/chart/ChartView.h"
-#include "terminal/chart/MarkFocus.h"
-#include "terminal/chart/MarkPainter.h"
-#include "terminal/chart/PointerTarget.h"
+#include "terminal/chart/marks/MarkPainter.h"
+#include "terminal/chart/marks/PointerTarget.h"
+#include "terminal/chart/view/ChartView.h"
+#include "terminal/chart/view/MarkFocus.h"
 #include "tests/terminal/SomeBars.h"
 
 #include <gmock/gmock.h>
@@ -33,7 +33,7 @@ protected:
         m_chart.showAll();
         m_chart.grab();
         m_sprites.setLook(m_chart.theme(), 1);
-        m_painter.emplace(m_chart, &m_sprites, &m_marks);
+        m_painter.emplace(m_chart.chartGeometry(), m_chart.visibleBars(), &m_sprites, &m_marks);
     }
 
     const ChartGeometry &geometry() const { return m_chart.chartGeometry(); }

@@ -1,7 +1,7 @@
 // The built program as its user starts it: with a broker and a trading module of its own, without a
 // display.
-#include "terminal/chart/ChartView.h"
-#include "terminal/chart/SeriesLabel.h"
+#include "terminal/chart/lines/SeriesLabel.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/services/TradeModuleProcess.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/support/WaitUntil.h"

@@ -1,5 +1,5 @@
 // Pictures of a replayed day, made by the built program.
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"

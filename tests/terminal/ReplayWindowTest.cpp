@@ -1,5 +1,5 @@
 // A recorded day that is replayed in the terminal's window.
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/plugin/HostAxis.h"
 #include "terminal/ui/MainWindow.h"
 #include "terminal/ui/ReplayBar.h"

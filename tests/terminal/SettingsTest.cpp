@@ -1,6 +1,6 @@
 // What the terminal remembers from one run to the next.
 #include "terminal/TerminalProgram.h"
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"

@@ -4,7 +4,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QApplication>
 #include <QDoubleSpinBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -45,6 +47,19 @@ protected:
     QDoubleSpinBox *price() { return child<QDoubleSpinBox>("orderPrice"); }
     QSpinBox *quantity() { return child<QSpinBox>("orderQuantity"); }
     QPushButton *sendButton() { return child<QPushButton>("sendOrder"); }
+
+    /// Has every order answered at once, as a trading module on the same machine does.
+    void answerAtOnce()
+    {
+        QObject::connect(&m_ticket, &OrderTicket::sendAsked, &m_ticket, &OrderTicket::endSending);
+    }
+
+    /// What a key sends again and again while it is held.
+    static void repeatKey(QWidget *widget, Qt::Key key)
+    {
+        QKeyEvent repeated(QEvent::KeyPress, key, Qt::NoModifier, QStringLiteral("\r"), true);
+        QApplication::sendEvent(widget, &repeated);
+    }
 
     DraftFacts m_facts;
     OrderTicket m_ticket;
@@ -123,8 +138,44 @@ TEST_F(Ticket, SellsTheWholeHoldingWithItsOddRest)
     EXPECT_EQ(m_ticket.draft().order().quantity, 100);
 }
 
+TEST_F(Ticket, SendsOneOrderWhileEnterIsHeld)
+{
+    answerAtOnce();
+    for (QWidget *const widget : std::initializer_list<QWidget *>{price(), quantity(), sendButton()}) {
+        m_sent.clear();
+        widget->setFocus();
+        QTest::keyPress(widget, Qt::Key_Return);
+        repeatKey(widget, Qt::Key_Return);
+        repeatKey(widget, Qt::Key_Enter);
+        QTest::keyRelease(widget, Qt::Key_Return);
+        EXPECT_EQ(m_sent.size(), 1U) << qPrintable(widget->objectName());
+    }
+}
+
+TEST_F(Ticket, SendsOneOrderForADoubleClick)
+{
+    answerAtOnce();
+    QTest::mouseClick(sendButton(), Qt::LeftButton);
+    QTest::mouseDClick(sendButton(), Qt::LeftButton);
+    QTest::mouseRelease(sendButton(), Qt::LeftButton);
+    EXPECT_EQ(m_sent.size(), 1U);
+}
+
+TEST_F(Ticket, SendsNothingMoreUntilTheOrderBeforeHasEnded)
+{
+    QTest::keyClick(price(), Qt::Key_Return);
+    QTest::keyClick(price(), Qt::Key_Return);
+    m_ticket.setFacts(m_facts);
+    QTest::mouseClick(sendButton(), Qt::LeftButton);
+    EXPECT_EQ(m_sent.size(), 1U);
+    m_ticket.endSending();
+    QTest::keyClick(price(), Qt::Key_Return);
+    EXPECT_EQ(m_sent.size(), 2U);
+}
+
 TEST_F(Ticket, SendsByMouse)
 {
+    answerAtOnce();
     QTest::mouseClick(child<QPushButton>("sellSide"), Qt::LeftButton);
     QTest::mouseClick(sendButton(), Qt::LeftButton);
     QTest::mouseClick(child<QPushButton>("buySide"), Qt::LeftButton);

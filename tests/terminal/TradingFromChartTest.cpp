@@ -1,8 +1,8 @@
 // Trading from the chart, from the key press to the ledger: the window with its ticket and its panel, the
 // real overlay library, a real broker and the trading module on a fresh ledger, on a day of quotes.
 #include "endpoint/LocalBroker.h"
-#include "terminal/chart/ChartView.h"
-#include "terminal/chart/glyphs/GlyphSet.h"
+#include "terminal/chart/marks/glyphs/GlyphSet.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/services/BusProbe.h"
 #include "terminal/services/TradeLink.h"
 #include "terminal/services/TradeModuleProcess.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "endpoint/LocalBroker.h"
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/services/BusProbe.h"
 #include "terminal/services/SharedChannel.h"
 #include "terminal/services/TradeLink.h"

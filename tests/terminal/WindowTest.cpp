@@ -1,7 +1,7 @@
 // The terminal's window with overlays on it, driven by mouse and keys.
-#include "terminal/chart/ChartView.h"
-#include "terminal/chart/SeriesLabel.h"
-#include "terminal/chart/VisibleBars.h"
+#include "terminal/chart/bars/VisibleBars.h"
+#include "terminal/chart/lines/SeriesLabel.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/snapshot/Picture.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
@@ -1041,7 +1041,7 @@ protected:
         m_chart.setSpan({barCount - GetParam().bars - 0.5, barCount - 0.5});
         m_chart.grab();
         m_sprites.setLook(m_chart.theme(), 1);
-        m_painter.emplace(m_chart, &m_sprites, &m_marks);
+        m_painter.emplace(m_chart.chartGeometry(), m_chart.visibleBars(), &m_sprites, &m_marks);
     }
 
     static int firstInView() { return barCount - GetParam().bars; }

@@ -1,6 +1,7 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include "tradechartobject/common/ExactDecimal.h"
+#include "tradechartobject/common/OrderStatusTable.h"
 
 #include <QDate>
 
@@ -90,39 +91,10 @@ constexpr const char *QuotingB = "B";
 constexpr const char *Conformed = "G";
 // NOLINTEND(readability-identifier-naming)
 
-namespace {
-
-struct StatusText
-{
-    const char *code;
-    const char *text;
-};
-
-constexpr StatusText statusTexts[] = {
-    {None, "未报"},
-    {Quoting, "正报"},
-    {Quoted, "已报"},
-    {QuotedWaittingCancel, "已报待撤"},
-    {PartDealWaittingCancel, "部成待撤"},
-    {PartCanceled, "部撤"},
-    {Canceled, "已撤"},
-    {PartDeal, "部成"},
-    {Dealed, "已成"},
-    {AbolishedOrder, "废单"},
-    {WaittingQuote, "待报"},
-    {QuotingB, "正报"},
-    {Conformed, "已确认"},
-};
-
-} // namespace
-
 const char *getOrderStatusTxt(QString code)
 {
-    const auto row =
-        std::find_if(std::begin(statusTexts), std::end(statusTexts), [&](const StatusText &status) {
-            return code.compare(QLatin1String(status.code), Qt::CaseInsensitive) == 0;
-        });
-    return row == std::end(statusTexts) ? nullptr : row->text;
+    const OrderStatusRow *const row = OrderStatusTable::findInAnyCase(code);
+    return row == nullptr ? nullptr : row->text;
 }
 
 } // namespace OrderStatus
