@@ -17,7 +17,7 @@ debian_test=(
     libgtest-dev libgmock-dev libbenchmark-dev
     mosquitto-clients openssl postgresql python3
     xvfb xauth xdotool x11-utils faketime util-linux
-    clang-format clang-tidy git
+    clang-format clang-tidy abigail-tools git
 )
 homebrew_build=(cmake ninja pkg-config qt@5 qwt-qt5 mosquitto)
 homebrew_test=(python3 googletest google-benchmark postgresql@15 libfaketime clang-format)
@@ -88,14 +88,14 @@ provide_runtime_dir() {
 
 processors() { nproc 2>/dev/null || sysctl -n hw.ncpu; }
 
-# configure_and_build PRESET [CMAKE-OPTION...]: quiet when all is well, the whole log when not.
+# configure_and_build PRESET [--target TARGET]: quiet when all is well, the whole log when not.
 configure_and_build() {
     local preset="$1" log
     shift
     log="$(mktemp)"
     say "Building ($preset) ..."
-    if ! { (cd "$project_root" && cmake --preset "$preset" "$@" && cmake --build --preset "$preset" \
-            --parallel "$(processors)"); } >"$log" 2>&1; then
+    if ! { (cd "$project_root" && cmake --preset "$preset" && cmake --build --preset "$preset" \
+            --parallel "$(processors)" "$@"); } >"$log" 2>&1; then
         cat "$log" >&2
         rm -f "$log"
         fail "the build failed, see above"
