@@ -117,9 +117,9 @@ TEST_F(Program, SaysWhatIsWrongWithItsCommandLine)
 
 TEST_F(Program, RefusesALedgerWithoutAName)
 {
-    const Ended ended = run({QStringLiteral("--ledger"), QString(), QStringLiteral("place"),
-                             QStringLiteral("000001"), QStringLiteral("buy"), QStringLiteral("10"),
-                             QStringLiteral("100")});
+    const Ended ended =
+        run({QStringLiteral("--ledger"), QString(), QStringLiteral("place"), QStringLiteral("000001"),
+             QStringLiteral("buy"), QStringLiteral("10"), QStringLiteral("100")});
 
     EXPECT_EQ(ended.exitCode, 2);
     EXPECT_THAT(ended.errors, HasSubstr("--ledger is empty"));
