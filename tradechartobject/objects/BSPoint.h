@@ -60,6 +60,7 @@ public:
     /// Asks for the trades from m_startDate to m_endDate; false when the bus refused the question.
     bool sendQueryHistoryTradeInfoReq();
 
+    /// Takes the answers for the shown security; asks for today's trades when it is told of one.
     void handleTradeNotify(QByteArray topic, QByteArray message);
 
     /// Replaces the trades of one day, the day of the last row; always true.

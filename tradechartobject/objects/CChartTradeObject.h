@@ -70,6 +70,8 @@ public:
     /// Adds the rows of an answer, today's behind and past ones in front of the trades held; always true.
     bool parseTradeInfo(QJsonArray array, bool isToday);
 
+    /// Takes the answer with past trades for the shown security; asks for today's when it is told of one, and
+    /// blocks for them.
     void handleTradeNotify(QByteArray topic, QByteArray payload);
 
     /// Marks the bars on which the trades stand. Marks are only added: calcIt() clears them.
