@@ -1,8 +1,6 @@
 #include "tests/plugin/entrustpoint/EntrustPointTest.h"
 #include "tests/support/ByName.h"
 
-#include <utility>
-
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
@@ -50,25 +48,32 @@ INSTANTIATE_TEST_SUITE_P(
                       Market{"MissingBelongsToANegativeMarket", -5, QJsonValue::Undefined, true}),
     ByName());
 
-class EntrustPointSide : public EntrustPointTest,
-                         public ::testing::WithParamInterface<std::pair<const char *, const char *>>
+struct SideCodes
+{
+    const char *name;
+    const char *codes; ///< parted by blanks
+    const char *drawn;
+};
+
+class EntrustPointSide : public EntrustPointTest, public ::testing::WithParamInterface<SideCodes>
 {
 };
 
 TEST_P(EntrustPointSide, FollowsTheDirectionCodes)
 {
     createOnThreeMinutes();
-    const auto &[codes, marker] = GetParam();
-    for (const QString &code : QString::fromLatin1(codes).split(QLatin1Char(' '))) {
+    for (const QString &code : QString::fromLatin1(GetParam().codes).split(QLatin1Char(' '))) {
         hearOrders({with(SentOrder(), "bsflag2", code)});
-        EXPECT_THAT(drawn(), ElementsAre(marker)) << code.toStdString();
+        EXPECT_THAT(drawn(), ElementsAre(GetParam().drawn)) << code.toStdString();
         hearOrders({SentOrder{"0B", "9"}});
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Codes, EntrustPointSide,
-                         ::testing::Values(std::pair("0B 0b 0c 0d 0e 0a 0q 0w 0y 0. 0l", "0 20 10"),
-                                           std::pair("0S 0g 0h 0i 0j 0r 0v 0x 0z 0` 0m 0o 0f", "0 23 10")));
+                         ::testing::Values(SideCodes{"OfABuy", "0B 0b 0c 0d 0e 0a 0q 0w 0y 0. 0l", "0 20 10"},
+                                           SideCodes{"OfASell", "0S 0g 0h 0i 0j 0r 0v 0x 0z 0` 0m 0o 0f",
+                                                     "0 23 10"}),
+                         ByName());
 
 struct Unreadable
 {
