@@ -102,8 +102,8 @@ private:
             "SELECT o.id, o.side, o.matched_amount, SUM(e.fee) FROM trade_order o JOIN execution e "
             "ON e.order_no = CAST(o.id AS TEXT) AND e.statement_id IS NULL GROUP BY o.id"));
         while (rows.next()) {
-            const Side side = rows.value(1).toString() == QLatin1String("B") ? Side::Buy : Side::Sell;
-            const Money due = TradingRules::fees(side, Money::ofSteps(rows.value(2).toLongLong()));
+            const Direction direction = directionOfCode(rows.value(1).toString()).value();
+            const Money due = TradingRules::fees(direction, Money::ofSteps(rows.value(2).toLongLong()));
             if (due.steps() != rows.value(3).toLongLong()) {
                 report("an order's fees are not those of its amount", rows.value(0).toString());
             }

@@ -3,7 +3,6 @@
 #include "tests/trademodule/PostgreSqlServer.h"
 #include "tests/trademodule/ProgramFixture.h"
 #include "trademodule/Error.h"
-#include "trademodule/ExchangeTime.h"
 #include "trademodule/ledger/OrderBook.h"
 #include "trademodule/ledger/ServingLease.h"
 
@@ -39,9 +38,7 @@ void restartServer()
 
 Order anOrder()
 {
-    Order order;
-    order.security = bank();
-    order.date = today();
+    Order order{bank(), Direction::Buy, TradingDate::today(), ClockTime()};
     order.price = Money::ofYuan(10).value();
     order.quantity = 100;
     order.status = QStringLiteral("2");
@@ -80,7 +77,7 @@ class RestartedServer : public LedgerFixture
 class ModuleOnARestartedServer : public ProgramOnABus
 {
 protected:
-    int orderCount() { return OrderBook(&ledger()).ofDay(today()).size(); }
+    int orderCount() { return OrderBook(&ledger()).ofDay(TradingDate::today()).size(); }
 };
 
 } // namespace
@@ -104,7 +101,7 @@ TEST_F(RestartedServer, LeavesNothingOfAChangeInProgress)
         EXPECT_THROW(orders.add(anOrder()), LedgerUnavailable);
         EXPECT_THROW(transaction.commit(), LedgerUnavailable);
     }
-    EXPECT_TRUE(orders.ofDay(today()).isEmpty());
+    EXPECT_TRUE(orders.ofDay(TradingDate::today()).isEmpty());
 }
 
 TEST_F(RestartedServer, IsSaidNotToBeThereWhileItIsNot)

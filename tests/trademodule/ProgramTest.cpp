@@ -2,7 +2,6 @@
 #include "tests/support/TimeZone.h"
 #include "tests/trademodule/ProgramFixture.h"
 #include "tests/trademodule/PseudoTerminal.h"
-#include "trademodule/ExchangeTime.h"
 #include "trademodule/exchange/PaperExchange.h"
 #include "trademodule/ledger/Transaction.h"
 
@@ -37,7 +36,7 @@ QByteArray quoteAt(const QString &time, int volume)
 {
     QJsonObject quote = jsonOf(R"({"stkcode":"000001","market":"SZ","open":"9.90","high":"10.10",
                                    "low":"9.80","close":"10.00"})");
-    quote[QStringLiteral("date")] = QString::number(today());
+    quote[QStringLiteral("date")] = TradingDate::today().text();
     quote[QStringLiteral("time")] = time;
     quote[QStringLiteral("volume")] = QString::number(volume);
     return QJsonDocument(quote).toJson(QJsonDocument::Compact);
@@ -135,7 +134,7 @@ TEST_F(Program, RefusesAnOrderOfMoreThanAnyAccountHas)
 
     EXPECT_EQ(ended.exitCode, 1);
     EXPECT_THAT(ended.errors, HasSubstr("price × quantity must be at most 100000000000.00 yuan"));
-    EXPECT_THAT(OrderBook(&ledger()).ofDay(today()), IsEmpty());
+    EXPECT_THAT(OrderBook(&ledger()).ofDay(TradingDate::today()), IsEmpty());
 }
 
 TEST_F(Program, NamesAFileThatIsNotThere)
@@ -181,7 +180,7 @@ TEST_F(Program, KeepsTheDayOfTheExchangeWhereverTheMachineStands)
     }
 
     const QDate day = QDateTime::currentDateTimeUtc().toOffsetFromUtc(8 * 60 * 60).date();
-    EXPECT_EQ(OrderBook(&ledger()).ofDay(dateNumber(day)).size(), 2);
+    EXPECT_EQ(OrderBook(&ledger()).ofDay(TradingDate::ofCalendar(day).value()).size(), 2);
 }
 
 #ifndef Q_OS_MACOS // whose time-zone data cannot be hidden from a program
@@ -375,7 +374,7 @@ TEST_F(ProgramOnABus, TellsOfTodaysOrdersOncePerSecurityWhenItJoins)
 {
     PaperExchange exchange(&ledger());
     for (const SecurityId &security : {bank(), bank(), liquor()}) {
-        const Order order = exchange.place(security, Side::Buy, Money::ofYuan(9.99).value(), 100);
+        const Order order = exchange.place(security, Direction::Buy, Money::ofYuan(9.99).value(), 100);
         exchange.cancel(order.date, order.number); // nothing more happens to it
     }
     ASSERT_TRUE(chart().join(broker().address()));
@@ -420,7 +419,7 @@ TEST_F(ProgramOnABus, RefusesOrdersInTimeWhileTheLedgerIsBusy)
     }
     import.reset();
     EXPECT_TRUE(ask(placing(QString()))[QStringLiteral("success")].toBool());
-    EXPECT_EQ(OrderBook(&ledger()).ofDay(today()).size(), 1) << "refused orders were entered";
+    EXPECT_EQ(OrderBook(&ledger()).ofDay(TradingDate::today()).size(), 1) << "refused orders were entered";
 }
 
 TEST_F(ProgramOnABus, DealsTheQuotesOfABusyTimeAfterwardsInTheirOrder)
@@ -440,7 +439,7 @@ TEST_F(ProgramOnABus, DealsTheQuotesOfABusyTimeAfterwardsInTheirOrder)
     QStringList dealt;
     const Executions trades = ledger().trades(bank(), DateRange());
     for (const Execution &trade : trades) {
-        dealt.append(QStringLiteral("%1 at %2").arg(trade.dealNo).arg(trade.time));
+        dealt.append(QStringLiteral("%1 at %2").arg(trade.dealNo).arg(trade.time.number()));
     }
     EXPECT_THAT(dealt, ElementsAre(QStringLiteral("P1-100 at 10010000"), QStringLiteral("P1-200 at 10020000"),
                                    QStringLiteral("P1-300 at 10030000")));

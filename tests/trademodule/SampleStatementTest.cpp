@@ -79,7 +79,7 @@ TEST_F(SampleStatement, TradesAtPricesOfTheDay)
             if (execution.security.code != code) {
                 continue;
             }
-            const auto bar = bars.find(execution.date);
+            const auto bar = bars.find(execution.date.number());
             ASSERT_NE(bar, bars.end()) << described(execution) << " on a day without a bar";
             EXPECT_FALSE(execution.price < bar->second.low) << described(execution);
             EXPECT_FALSE(execution.price > bar->second.high) << described(execution);
@@ -94,11 +94,11 @@ TEST_F(SampleStatement, KeepsTheRulesOfTheMarket)
     for (const Execution &execution : m_contents.executions) {
         const QString &code = execution.security.code;
         EXPECT_EQ(execution.quantity % 100, 0) << described(execution);
-        EXPECT_TRUE((execution.time >= 9300000 && execution.time <= 11300000) ||
-                    (execution.time >= 13000000 && execution.time <= 15000000))
+        const int time = execution.time.number();
+        EXPECT_TRUE((time >= 9300000 && time <= 11300000) || (time >= 13000000 && time <= 15000000))
             << described(execution);
-        if (bought[code].first != execution.date) {
-            bought[code] = {execution.date, 0};
+        if (bought[code].first != execution.date.number()) {
+            bought[code] = {execution.date.number(), 0};
         }
         if (execution.side == Side::Buy) {
             bought[code].second += execution.quantity;

@@ -2,7 +2,6 @@
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
-#include "trademodule/ExchangeTime.h"
 #include "trademodule/Language.h"
 #include "trademodule/bus/AnswerMessage.h"
 #include "trademodule/bus/TradeRequest.h"
@@ -122,7 +121,7 @@ void TradeService::settle()
 void TradeService::tellOfToday()
 {
     QHash<SecurityId, Order> newest;
-    const Orders ofToday = m_orders.ofDay(today());
+    const Orders ofToday = m_orders.ofDay(TradingDate::today());
     for (const Order &order : ofToday) {
         newest.insert(order.security, order);
     }

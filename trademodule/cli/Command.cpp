@@ -1,6 +1,5 @@
 #include "trademodule/cli/Command.h"
 
-#include "trademodule/ExchangeTime.h"
 #include "trademodule/Language.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
@@ -24,18 +23,18 @@ QString Invocation::ledger() const
     return location;
 }
 
-std::optional<int> Invocation::date(const QString &option) const
+std::optional<TradingDate> Invocation::date(const QString &option) const
 {
     if (!isSet(option)) {
         return std::nullopt;
     }
     const QString text = value(option);
-    const int number = text.toInt();
-    if (text.size() != 8 || !dateOfNumber(number).isValid()) {
+    const std::optional<TradingDate> date = TradingDate::ofText(text);
+    if (!date) {
         throw UsageError(
             translated("--%1 is \"%2\", but must be a date of the form yyyymmdd").arg(option, text));
     }
-    return number;
+    return date;
 }
 
 QStringList Invocation::arguments(int count, const QString &what) const

@@ -18,11 +18,11 @@ Money share(Money amount, qint64 hundredThousandths)
 
 } // namespace
 
-bool isOpen(int time)
+bool isOpen(ClockTime time)
 {
-    const bool isMorning = time >= 9150000 && time <= 11300000;
-    const bool isAfternoon = time >= 13000000 && time <= 15000000;
-    return isMorning || isAfternoon;
+    constexpr ClockTime morning[] = {ClockTime::of(9, 15).value(), ClockTime::of(11, 30).value()};
+    constexpr ClockTime afternoon[] = {ClockTime::of(13, 0).value(), ClockTime::of(15, 0).value()};
+    return (time >= morning[0] && time <= morning[1]) || (time >= afternoon[0] && time <= afternoon[1]);
 }
 
 bool isTradingDay(const QDate &day)
@@ -44,7 +44,7 @@ QString formError(const Order &order, qint64 held)
     if (!order.price.times(order.quantity)) {
         return translated("price × quantity must be at most %1 yuan").arg(Money::limit().text());
     }
-    const bool sellsRest = order.side == Side::Sell && order.quantity == held;
+    const bool sellsRest = order.direction == Direction::Sell && order.quantity == held;
     if (order.quantity <= 0 || (order.quantity % Lot != 0 && !sellsRest)) {
         return translated("the quantity must be a multiple of %1").arg(Lot);
     }
@@ -58,14 +58,14 @@ PriceLimits priceLimits(const SecurityId &security, Money previousClose)
     return {Money::ofCents(limits.lowest), Money::ofCents(limits.highest)};
 }
 
-Money fees(Side side, Money amount)
+Money fees(Direction direction, Money amount)
 {
     if (amount.isZero()) {
         return {};
     }
     const Money leastCommission = Money::ofSteps(5 * Money::stepsPerYuan);
     const Money commission = std::max(share(amount, 25), leastCommission);
-    const Money stampDuty = side == Side::Sell ? share(amount, 50) : Money();
+    const Money stampDuty = direction == Direction::Sell ? share(amount, 50) : Money();
     return commission + stampDuty + share(amount, 1);
 }
 
