@@ -11,16 +11,13 @@
 #include <QVector>
 
 #include <algorithm>
+#include <chrono>
 
 namespace LocalCommunication {
 
-static_assert(sizeof(EndPoint) == sizeof(QObject) + sizeof(void *),
-              "a terminal's own bus client and this one are exchanged at run time: their sizes are part of "
-              "the promise");
-
 namespace {
 
-constexpr int DefaultRequestTimeoutMs = 3000;
+constexpr std::chrono::seconds defaultRequestTimeout{3};
 
 } // namespace
 
@@ -36,7 +33,7 @@ public:
 
     EndPoint *const q;
     QString address;
-    int requestTimeoutMs = DefaultRequestTimeoutMs;
+    std::chrono::milliseconds requestTimeout = defaultRequestTimeout;
     QVector<TopicName> subscriptions;
     QHash<QByteArray, TopicName> namesByPath; // of the subscriptions, while there is an address
     OwedAnswers owedAnswers;
@@ -101,18 +98,18 @@ bool EndPoint::sendMessage(QByteArray channel, QByteArray topic, QByteArray payl
     if (d->owedAnswers.isOwn(channel)) {
         return d->answer(channel, payload);
     }
-    return d->session.publish(topicPath(d->session.prefix(), {channel, topic}), payload);
+    return d->session.publish({topicPath(d->session.prefix(), {channel, topic}), payload, {}, {}});
 }
 
 QByteArray EndPoint::request(QByteArray topic, QByteArray payload)
 {
     return d->session.request(topicPath(d->session.prefix(), {QByteArrayLiteral("Global"), topic}), payload,
-                              d->requestTimeoutMs);
+                              d->requestTimeout);
 }
 
 void EndPoint::setRequestTimeout(int milliseconds)
 {
-    d->requestTimeoutMs = std::max(0, milliseconds);
+    d->requestTimeout = std::chrono::milliseconds(std::max(0, milliseconds));
 }
 
 bool EndPoint::isConnected() const
@@ -169,7 +166,7 @@ bool EndPoint::Private::answer(const QByteArray &channel, const QByteArray &payl
         session.warnNotSent(channel, QStringLiteral("the question was answered already or is too old"));
         return false;
     }
-    return session.publish(recipient->path, payload, recipient->correlation);
+    return session.publish({recipient->path, payload, {}, recipient->correlation});
 }
 
 } // namespace LocalCommunication

@@ -1,6 +1,6 @@
 #include "terminal/trade/OrderDraft.h"
 
-#include "terminal/chart/NumberText.h"
+#include "terminal/chart/text/FigureText.h"
 #include "terminal/trade/ShownAmount.h"
 #include "trading/DayLimits.h"
 

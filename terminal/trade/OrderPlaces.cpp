@@ -1,7 +1,7 @@
 #include "terminal/trade/OrderPlaces.h"
 
-#include "terminal/chart/ChartView.h"
-#include "terminal/chart/glyphs/GlyphSet.h"
+#include "terminal/chart/marks/glyphs/GlyphSet.h"
+#include "terminal/chart/view/ChartView.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "terminal/trade/TradeTables.h"
 
-#include "terminal/chart/NumberText.h"
+#include "terminal/chart/text/FigureText.h"
 
 #include <QCoreApplication>
 #include <QLocale>

@@ -1,5 +1,5 @@
 #include "tests/endpoint/BusTest.h"
-#include "tests/endpoint/LogRecorder.h"
+#include "tests/support/LogCapture.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -27,7 +27,7 @@ protected:
         return waitUntil([&] { return endPoint.readyCount >= count; });
     }
 
-    LogRecorder log;
+    const LogCapture log;
 };
 
 } // namespace
@@ -189,6 +189,19 @@ TEST_F(Outage, TellsWhatWasLostInIt)
 
     ASSERT_TRUE(waitUntil([&] { return !sender.isConnected(); }));
     EXPECT_TRUE(log.has(QStringLiteral("messages were lost with the connection"))) << qPrintable(log.text());
+}
+
+TEST_F(Outage, TellsWhatMayBeLostWhenTheSenderLeavesInIt)
+{
+    TestBroker broker;
+    RecordingEndPoint sender;
+    ASSERT_TRUE(sender.join(broker.address()));
+    broker.freeze();
+    EXPECT_TRUE(sender.sendMessage("c", "t", "p"));
+
+    sender.disconnect();
+
+    EXPECT_TRUE(log.has(QStringLiteral("what was sent to it last may be lost"))) << qPrintable(log.text());
 }
 
 TEST_F(Outage, FillsNoLog)

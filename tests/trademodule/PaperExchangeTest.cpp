@@ -1,6 +1,6 @@
 #include "trademodule/exchange/PaperExchange.h"
-#include "tests/endpoint/LogRecorder.h"
 #include "tests/support/ByName.h"
+#include "tests/support/LogCapture.h"
 #include "tests/support/NearestTick.h"
 #include "tests/trademodule/LedgerFixture.h"
 #include "tradechartobject/common/TradeVocabulary.h"
@@ -455,7 +455,7 @@ TEST_F(PaperExchangeOfADay, LeavesQuotesOfOtherDaysAloneAndSaysSoOnce)
     const Order order = buy(10, 100);
     Quote recorded = bar(1001, 10, 10, 10);
     recorded.date = day(20240102);
-    const LogRecorder log;
+    const LogCapture log;
 
     exchange().take(recorded);
     exchange().take(recorded);

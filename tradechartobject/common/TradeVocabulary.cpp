@@ -14,6 +14,7 @@
 
 namespace TradeChart {
 
+// NOLINTBEGIN(readability-identifier-naming): these names are exported
 namespace Topic {
 constexpr const char *TRADENOTIFY = "TradeNotify";
 constexpr const char *TRADEQUERY = "TradeQuery";
@@ -88,6 +89,7 @@ constexpr const char *AbolishedOrder = "9";
 constexpr const char *WaittingQuote = "A";
 constexpr const char *QuotingB = "B";
 constexpr const char *Conformed = "G";
+// NOLINTEND(readability-identifier-naming)
 
 const char *getOrderStatusTxt(QString code)
 {
