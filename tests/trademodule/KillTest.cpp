@@ -24,8 +24,8 @@ using namespace TradeChart::TradeKeyFields;
 using namespace Trading;
 using ::testing::IsEmpty;
 
-constexpr char Screen[] = "busy";
-constexpr qint64 OpeningShares = 100000000;
+constexpr char answerChannel[] = "busy";
+constexpr qint64 openingShares = 100000000;
 
 unsigned numberOf(const char *variable, unsigned otherwise)
 {
@@ -58,7 +58,7 @@ public:
     void trade()
     {
         hear();
-        while (m_openQuestions < MostOpenQuestions) {
+        while (m_openQuestions < mostOpenQuestions) {
             act();
         }
     }
@@ -91,7 +91,7 @@ public:
     const QHash<qint64, QString> &told() const { return m_told; }
 
 private:
-    static constexpr int MostOpenQuestions = 16;
+    static constexpr int mostOpenQuestions = 16;
 
     void act()
     {
@@ -130,7 +130,7 @@ private:
     void ask(const SecurityId &security, const char *command, QJsonObject question)
     {
         question[QLatin1String(CMD)] = QLatin1String(command);
-        question[QLatin1String(SCREENID)] = QLatin1String(Screen);
+        question[QLatin1String(SCREENID)] = QLatin1String(answerChannel);
         question[QLatin1String(STKCODE)] = security.code;
         question[QLatin1String(MARKET)] = marketLetters(security.market);
         send(Channel::GLOBAL, TradeChart::Topic::TRADEQUERY, question);
@@ -225,14 +225,14 @@ protected:
         if (IsSkipped()) {
             return;
         }
-        book({fill(Side::Buy, bank(), 20240102, 10, OpeningShares),
-              fill(Side::Buy, liquor(), 20240102, 10, OpeningShares)});
+        book({fill(Side::Buy, bank(), 20240102, 10, openingShares),
+              fill(Side::Buy, liquor(), 20240102, 10, openingShares)});
         OrderBook orders(&ledger());
         Transaction transaction = orders.begin();
         orders.setCash(m_openingCash);
         transaction.commit();
         ASSERT_TRUE(chart().join(broker().address()));
-        ASSERT_TRUE(chart().listen(Screen, TradeChart::Topic::TRADEQUERY));
+        ASSERT_TRUE(chart().listen(answerChannel, TradeChart::Topic::TRADEQUERY));
         ASSERT_TRUE(chart().listen(Channel::GLOBAL, TradeChart::Topic::TRADENOTIFY));
     }
 

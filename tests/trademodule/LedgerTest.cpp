@@ -306,7 +306,7 @@ INSTANTIATE_TEST_SUITE_P(OfVersion, OlderLedger, ::testing::Range(1, currentSche
 TEST_F(LedgerOfAnAccount, GivesAChangeUpThatAnotherProgramKeepsWaiting)
 {
     Database other(location());
-    ledger().setPatience(50);
+    ledger().setPatience(std::chrono::milliseconds(50));
     std::optional<Transaction> change(std::in_place, &other);
 
     try {
@@ -323,16 +323,16 @@ TEST_F(LedgerOfAnAccount, GivesAChangeUpThatAnotherProgramKeepsWaiting)
 
 TEST_F(LedgerOfAnAccount, WaitsInVainOnlyOnce)
 {
-    constexpr int PatienceMs = 2000;
+    constexpr std::chrono::milliseconds patience(2000);
     Database other(location());
-    ledger().setPatience(PatienceMs);
+    ledger().setPatience(patience);
     const Transaction change(&other);
     EXPECT_THROW(Transaction{ledger().database()}, LedgerUnavailable);
 
     QElapsedTimer clock;
     clock.start();
     EXPECT_THROW(Transaction{ledger().database()}, LedgerUnavailable);
-    EXPECT_LT(clock.elapsed(), PatienceMs / 2);
+    EXPECT_LT(clock.elapsed(), patience.count() / 2);
 }
 
 TEST_F(LedgerOfAnAccount, AnswersAYearOfASecurityFromAnIndex)

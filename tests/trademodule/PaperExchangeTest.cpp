@@ -35,7 +35,7 @@ Quote bar(int hhmm, double open, double high, double low, qint64 volume = 100000
 
 qint64 ticks(Money price)
 {
-    return price.steps() / TradingRules::Tick.steps();
+    return price.steps() / TradingRules::tick.steps();
 }
 
 /// An exchange in the middle of a trading day: the first quote was 10.00 at 10:00.
@@ -602,7 +602,7 @@ TEST(TradingRules, LimitADayAtTheTickNearestToTheShareOfEveryClose)
 {
     const SecurityId young{QStringLiteral("300750"), Market::Shenzhen};
     for (qint64 close = 1; close <= 100000; ++close) {
-        const Money before = Money::ofSteps(close * TradingRules::Tick.steps());
+        const Money before = Money::ofSteps(close * TradingRules::tick.steps());
         for (const auto &[security, percent] : {std::pair(bank(), 10), std::pair(young, 20)}) {
             const TradingRules::PriceLimits limits = TradingRules::priceLimits(security, before);
             ASSERT_TRUE(isNearestTick(ticks(limits.lowest), close, 100 - percent)) << limits.lowest.digits();

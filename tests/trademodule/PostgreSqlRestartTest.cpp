@@ -19,7 +19,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-const QByteArray Placing = R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
+const QByteArray placing = R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
                                "orderprice":"10.00","orderqty":"100"})";
 
 /// As long as it lives there is no server.
@@ -138,15 +138,15 @@ TEST_F(RestartedServer, LetsNothingBeChangedByWhoLostTheRightToServe)
 TEST_F(ModuleOnARestartedServer, RefusesOrdersUntilTheServerIsThereAgain)
 {
     serve();
-    ASSERT_TRUE(ask(Placing)[QStringLiteral("success")].toBool());
+    ASSERT_TRUE(ask(placing)[QStringLiteral("success")].toBool());
     {
         const Outage outage;
-        const QJsonObject answer = ask(Placing);
+        const QJsonObject answer = ask(placing);
         EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
         EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(2));
         EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("the ledger"));
     }
-    ASSERT_TRUE(waitUntil([this] { return ask(Placing)[QStringLiteral("success")].toBool(); }));
+    ASSERT_TRUE(waitUntil([this] { return ask(placing)[QStringLiteral("success")].toBool(); }));
 
     ASSERT_THROW(ledger().positions(), LedgerUnavailable); // this test's own connection is lost, too
     EXPECT_EQ(orderCount(), 2);

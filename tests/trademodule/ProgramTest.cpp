@@ -19,8 +19,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-const QByteArray OneRow = "20210811,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,1\n";
-const QByteArray BadRow = "2021-02-31,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,2\n";
+const QByteArray oneRow = "20210811,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,1\n";
+const QByteArray badRow = "2021-02-31,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,2\n";
 
 /// A question to buy 1000 shares of the bank at 10.00, answered on the channel of a screen when it has one.
 QByteArray placing(const QString &screen)
@@ -46,7 +46,7 @@ QByteArray quoteAt(const QString &time, int volume)
 
 TEST_F(Program, ImportsAStatementOnce)
 {
-    const QString file = write(OneRow);
+    const QString file = write(oneRow);
 
     EXPECT_THAT(import(file).output, HasSubstr("imported 1 entry, 0 already in the ledger"));
     EXPECT_THAT(import(file).output, HasSubstr("imported 0 entries, 1 already in the ledger"));
@@ -56,7 +56,7 @@ TEST_F(Program, ImportsAStatementOnce)
 
 TEST_F(Program, ImportsNothingOfAStatementWithABadRow)
 {
-    const QString file = write(OneRow + BadRow);
+    const QString file = write(oneRow + badRow);
 
     const Ended ended = import(file);
 
@@ -68,7 +68,7 @@ TEST_F(Program, ImportsNothingOfAStatementWithABadRow)
 
 TEST_F(Program, LeavesBadRowsOutWhenAskedTo)
 {
-    const Ended ended = import(write(OneRow + BadRow), {QStringLiteral("--skip-bad")});
+    const Ended ended = import(write(oneRow + badRow), {QStringLiteral("--skip-bad")});
 
     EXPECT_EQ(ended.exitCode, 0);
     EXPECT_THAT(ended.output, HasSubstr(":3: "));
@@ -77,7 +77,7 @@ TEST_F(Program, LeavesBadRowsOutWhenAskedTo)
 
 TEST_F(Program, ShowsInADryRunWhatWouldHappen)
 {
-    const Ended ended = import(write(OneRow), {QStringLiteral("--dry-run")});
+    const Ended ended = import(write(oneRow), {QStringLiteral("--dry-run")});
 
     EXPECT_THAT(ended.output, HasSubstr("would import 1 entry"));
     EXPECT_EQ(tradeCount(), 0);
@@ -85,7 +85,7 @@ TEST_F(Program, ShowsInADryRunWhatWouldHappen)
 
 TEST_F(Program, ShowsNoProgressBarWhereNobodyLooks)
 {
-    EXPECT_EQ(import(write(OneRow)).errors, "");
+    EXPECT_EQ(import(write(oneRow)).errors, "");
 }
 
 TEST_F(Program, ShowsAProgressBarOnATerminalAndWipesItAway)
@@ -157,7 +157,7 @@ TEST_F(Program, HasHelpForEveryCommand)
 
 TEST_F(Program, ListsPositionsAndTradesAsTablesAndAsJson)
 {
-    import(write(OneRow));
+    import(write(oneRow));
 
     EXPECT_THAT(runOnLedger({QStringLiteral("positions")}).output,
                 HasSubstr("600519  SH      贵州茅台  100"));
@@ -239,8 +239,8 @@ TEST_F(Program, SetsNoCashThatOpenBuysNeed)
 
 TEST_F(Program, HoldsAllOrNothingOfAnImportThatWasKilled)
 {
-    constexpr int RowCount = 30000;
-    const QString file = writeManyRows(RowCount);
+    constexpr int rowCount = 30000;
+    const QString file = writeManyRows(rowCount);
     const auto process = start(ledgerOptions() + QStringList{QStringLiteral("import"), file});
     ASSERT_TRUE(home().waitUntilWritten());
     ASSERT_EQ(::kill(static_cast<pid_t>(process->processId()), SIGKILL), 0);
@@ -249,10 +249,10 @@ TEST_F(Program, HoldsAllOrNothingOfAnImportThatWasKilled)
     Ledger survivor(location());
     const int left = survivor.trades(DateRange()).size();
 
-    EXPECT_TRUE(left == 0 || left == RowCount) << left;
+    EXPECT_TRUE(left == 0 || left == rowCount) << left;
     EXPECT_EQ(process->exitStatus(), QProcess::CrashExit) << "the import was over before it could be killed";
     EXPECT_THAT(import(file).output, HasSubstr("already in the ledger"));
-    EXPECT_EQ(survivor.trades(DateRange()).size(), RowCount);
+    EXPECT_EQ(survivor.trades(DateRange()).size(), rowCount);
 }
 
 TEST_F(ProgramOnABus, AnswersOnTheChannelOfTheScreen)
@@ -312,7 +312,7 @@ TEST_F(ProgramOnABus, TellsChartsAboutAnImportIntoARunningModule)
     ASSERT_TRUE(chart().listen("Global", "TradeNotify"));
 
     const Ended ended =
-        run(busOptions() + ledgerOptions() + QStringList{QStringLiteral("import"), write(OneRow)});
+        run(busOptions() + ledgerOptions() + QStringList{QStringLiteral("import"), write(oneRow)});
 
     EXPECT_EQ(ended.exitCode, 0) << ended.errors;
     ASSERT_TRUE(chart().waitForMessages(1));
@@ -402,17 +402,17 @@ TEST_F(ProgramOnABus, TellsOfNothingWhenItJoinsWithoutOrdersOfToday)
 
 TEST_F(ProgramOnABus, RefusesOrdersInTimeWhileTheLedgerIsBusy)
 {
-    constexpr int OrderCount = 10;
-    constexpr int RequestTimeoutMs = 3000;
+    constexpr int orderCount = 10;
+    constexpr int requestTimeout = 3000;
     serve();
     ASSERT_TRUE(chart().listen("screen1", "TradeQuery"));
     std::optional<Transaction> import(std::in_place, ledger().database());
 
-    for (int i = 0; i < OrderCount; ++i) {
+    for (int i = 0; i < orderCount; ++i) {
         chart().sendMessage("Global", "TradeQuery", placing(QStringLiteral("screen1")));
     }
 
-    ASSERT_TRUE(chart().waitForMessages(OrderCount, RequestTimeoutMs));
+    ASSERT_TRUE(chart().waitForMessages(orderCount, requestTimeout));
     for (const QByteArray &payload : chart().payloads()) {
         EXPECT_THAT(jsonOf(payload)[QStringLiteral("msg")].toString().toStdString(),
                     HasSubstr("the ledger is busy"));
@@ -483,7 +483,7 @@ TEST_F(ProgramOnABus, SaysWhenNoChartCouldBeTold)
     broker().kill();
 
     const Ended ended =
-        run(busOptions() + ledgerOptions() + QStringList{QStringLiteral("import"), write(OneRow)});
+        run(busOptions() + ledgerOptions() + QStringList{QStringLiteral("import"), write(oneRow)});
 
     EXPECT_EQ(ended.exitCode, 0);
     EXPECT_THAT(ended.output, HasSubstr("there is no bus"));

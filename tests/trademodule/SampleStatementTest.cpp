@@ -112,7 +112,7 @@ TEST_F(SampleStatement, KeepsTheRulesOfTheMarket)
 
 TEST_F(SampleStatement, LeavesHoldingsWhoseCostIsInSight)
 {
-    constexpr int VisibleBars = 120;
+    constexpr int visibleBars = 120;
     for (const QString &code : codes()) {
         Holding holding;
         for (const Execution &execution : m_contents.executions) {
@@ -123,7 +123,7 @@ TEST_F(SampleStatement, LeavesHoldingsWhoseCostIsInSight)
         const std::map<int, Bar> bars = barsOf(code);
         double low = 1e9;
         double high = 0;
-        std::for_each(std::prev(bars.end(), VisibleBars), bars.end(), [&](const auto &bar) {
+        std::for_each(std::prev(bars.end(), visibleBars), bars.end(), [&](const auto &bar) {
             low = std::min(low, bar.second.low.yuan());
             high = std::max(high, bar.second.high.yuan());
         });

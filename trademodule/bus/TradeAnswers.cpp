@@ -2,7 +2,7 @@
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/bus/AnswerMessage.h"
 #include "trademodule/bus/TradeRequest.h"
 #include "trademodule/bus/TradeRows.h"
@@ -19,7 +19,7 @@ using namespace Trading;
 
 namespace {
 
-constexpr int CostDecimals = 3;
+constexpr int costDecimals = 3;
 
 QLatin1String key(const char *name)
 {
@@ -29,7 +29,7 @@ QLatin1String key(const char *name)
 QString costText(const Holding &holding)
 {
     const std::optional<double> cost = holding.costPrice();
-    return cost ? QString::number(*cost, 'f', CostDecimals) : AnswerMessage::noCost;
+    return cost ? QString::number(*cost, 'f', costDecimals) : AnswerMessage::noCost;
 }
 
 QJsonObject rowOf(const Position &position, qint64 sellable)

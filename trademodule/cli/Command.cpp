@@ -1,6 +1,6 @@
 #include "trademodule/cli/Command.h"
 
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
 #include "trademodule/cli/UsageError.h"
@@ -86,9 +86,9 @@ void addCommonOptions(QCommandLineParser *parser)
 }
 
 /// The locale speaks, unless --lang stands somewhere, also behind options that only a command knows.
-void chooseLanguage(Language *language, const QStringList &arguments)
+void chooseLanguage(ProgramLanguage *language, const QStringList &arguments)
 {
-    language->set(Language::ofLocale());
+    language->set(ProgramLanguage::ofLocale());
     QCommandLineParser parser;
     addCommonOptions(&parser);
     parser.parse(arguments);
@@ -172,7 +172,7 @@ int dispatch(const QStringList &arguments)
 
 int runProgram(const QStringList &arguments, bool hasExchangeTime)
 {
-    Language language;
+    ProgramLanguage language;
     try {
         chooseLanguage(&language, arguments);
         if (!hasExchangeTime) {

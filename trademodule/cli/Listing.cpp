@@ -1,6 +1,6 @@
 #include "trademodule/cli/Listing.h"
 
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/cli/Console.h"
 
 #include <QJsonArray>

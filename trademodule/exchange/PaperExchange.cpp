@@ -3,7 +3,7 @@
 #include "tradechartobject/common/OrderStatusTable.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/exchange/TradingRules.h"
 
 #include <QtDebug>
@@ -17,7 +17,7 @@ namespace {
 using namespace TradeChart::OrderStatus;
 
 /// Of a bar's volume, what this account may get.
-constexpr qint64 VolumeDivisor = 4;
+constexpr qint64 volumeDivisor = 4;
 
 QLatin1String code(const char *status)
 {
@@ -76,7 +76,7 @@ Money dealPrice(const Quote &quote, const Order &order)
 qint64 dealQuantity(const Order &order, qint64 atMost)
 {
     const qint64 open = order.openQuantity();
-    return open <= atMost ? open : atMost / TradingRules::Lot * TradingRules::Lot;
+    return open <= atMost ? open : atMost / TradingRules::lot * TradingRules::lot;
 }
 
 /// A sell may be dealt at a better price than its own, so that its amount is checked anew.
@@ -341,7 +341,7 @@ void PaperExchange::deal(const Quote &quote)
     }
     Transaction transaction = m_book.begin();
     Orders dealt;
-    qint64 left = quote.volume / VolumeDivisor;
+    qint64 left = quote.volume / volumeDivisor;
     Orders reached = reachedBy(quote);
     for (Order &order : reached) {
         const qint64 quantity = dealOne(&order, quote, left);

@@ -2,7 +2,7 @@
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/exchange/TradingRules.h"
 #include "trading/ModuleVocabulary.h"
 

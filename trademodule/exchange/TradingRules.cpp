@@ -1,5 +1,5 @@
 #include "trademodule/exchange/TradingRules.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trading/DayLimits.h"
 
 #include <algorithm>
@@ -12,7 +12,7 @@ namespace {
 /// put half of the halves a cent too low.
 Money share(Money amount, qint64 hundredThousandths)
 {
-    const qint64 whole = 100000 * Tick.steps();
+    const qint64 whole = 100000 * tick.steps();
     return Money::ofCents((amount.steps() * hundredThousandths + whole / 2) / whole);
 }
 
@@ -32,7 +32,7 @@ bool isTradingDay(const QDate &day)
 
 QString formError(const Order &order, qint64 held)
 {
-    if (!(order.price > Money()) || order.price.steps() % Tick.steps() != 0) {
+    if (!(order.price > Money()) || order.price.steps() % tick.steps() != 0) {
         return translated("the price must be a multiple of 0.01 yuan");
     }
     if (order.price > highestPrice) {
@@ -45,15 +45,15 @@ QString formError(const Order &order, qint64 held)
         return translated("price × quantity must be at most %1 yuan").arg(Money::limit().text());
     }
     const bool sellsRest = order.direction == Direction::Sell && order.quantity == held;
-    if (order.quantity <= 0 || (order.quantity % Lot != 0 && !sellsRest)) {
-        return translated("the quantity must be a multiple of %1").arg(Lot);
+    if (order.quantity <= 0 || (order.quantity % lot != 0 && !sellsRest)) {
+        return translated("the quantity must be a multiple of %1").arg(lot);
     }
     return {};
 }
 
 PriceLimits priceLimits(const SecurityId &security, Money previousClose)
 {
-    const qint64 closeBefore = (previousClose.steps() + Tick.steps() / 2) / Tick.steps();
+    const qint64 closeBefore = (previousClose.steps() + tick.steps() / 2) / tick.steps();
     const auto limits = Trading::dayLimits(security.code, closeBefore);
     return {Money::ofCents(limits.lowest), Money::ofCents(limits.highest)};
 }

@@ -9,8 +9,8 @@ namespace TradeModule {
 /// The rules of the market, as far as they are the same every day.
 namespace TradingRules {
 
-constexpr qint64 Lot = 100;
-constexpr Money Tick = Money::ofCents(1);
+constexpr qint64 lot = 100;
+constexpr Money tick = Money::ofCents(1);
 
 // No security comes near them; with them, no sum of the module overflows.
 constexpr Money highestPrice = Money::ofCents(100000000); ///< a million yuan

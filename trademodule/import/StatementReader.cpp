@@ -1,7 +1,7 @@
 #include "trademodule/import/StatementReader.h"
 
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/import/CellValue.h"
 #include "trademodule/import/EntryKind.h"
 #include "trademodule/import/SecurityOfRow.h"
@@ -180,8 +180,8 @@ Side RowReader::sideOf(const QStringList &cells) const
 qint64 RowReader::quantityOf(const QStringList &cells, Side side) const
 {
     const double quantity = number(Column::Quantity, cells, QT_TR_NOOP("quantity"));
-    constexpr double MostShares = 1e12;
-    if (quantity != std::floor(quantity) || std::fabs(quantity) > MostShares) {
+    constexpr double mostShares = 1e12;
+    if (quantity != std::floor(quantity) || std::fabs(quantity) > mostShares) {
         throw Error(translated("the quantity \"%1\" is no number of whole shares")
                         .arg(CellValue::cleaned(cell(Column::Quantity, cells))));
     }
@@ -291,13 +291,13 @@ ClockTime RowReader::timeOf(const QStringList &cells) const
 /// An order's or deal's number; zeros stand for none.
 QString RowReader::numberText(Column column, const QStringList &cells) const
 {
-    constexpr int LongestNumberText = 64; // the ledger's index holds them
+    constexpr int longestNumberText = 64; // the ledger's index holds them
     const QString text = CellValue::cleaned(cell(column, cells));
-    if (text.size() > LongestNumberText) {
+    if (text.size() > longestNumberText) {
         throw Error(
             translated("\"%1…\" is longer than the %2 characters that an order or deal number may have")
-                .arg(text.left(LongestNumberText))
-                .arg(LongestNumberText));
+                .arg(text.left(longestNumberText))
+                .arg(longestNumberText));
     }
     const bool isNone = std::all_of(text.begin(), text.end(), [](QChar character) {
         return character == QLatin1Char('0') || character == QLatin1Char('-');

@@ -1,7 +1,7 @@
 #include "trademodule/ledger/ExecutionColumns.h"
 
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/ledger/ColumnValue.h"
 
 #include <QStringList>

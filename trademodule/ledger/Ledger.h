@@ -40,7 +40,7 @@ public:
     QVector<Position> positions();
 
     /// See Database.
-    void setPatience(int milliseconds) { m_database.setPatience(milliseconds); }
+    void setPatience(std::chrono::milliseconds patience) { m_database.setPatience(patience); }
 
     // For OrderBook, inside its transactions.
 

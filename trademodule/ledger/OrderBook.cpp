@@ -2,7 +2,7 @@
 
 #include "tradechartobject/common/OrderStatusTable.h"
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/ledger/OrderColumns.h"
 
 namespace TradeModule {
