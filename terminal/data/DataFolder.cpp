@@ -2,7 +2,6 @@
 
 #include "terminal/data/BarAggregation.h"
 #include "terminal/data/BarFile.h"
-#include "terminal/data/CalendarDate.h"
 #include "terminal/data/TradingHours.h"
 
 #include <QCoreApplication>
@@ -15,7 +14,7 @@ namespace Terminal {
 namespace {
 
 /// Calendar days from one trading day to the next, at most: a spring festival with its week-ends.
-constexpr qint64 longestClosure = 12;
+constexpr int longestClosure = 12;
 
 QString text(const char *source)
 {
@@ -119,7 +118,8 @@ std::optional<double> DataFolder::closeBefore(const QString &code, std::int32_t 
     const Bar daily = lastBefore(day, readDailyBars(dailyFile(code)).value());
     const Bar minute = lastBefore(day, lastRecordedDayBefore(code, day));
     const Bar &last = minute.date > daily.date ? minute : daily;
-    const bool isRecent = last.date > 0 && dateOf(last.date).daysTo(dateOf(day)) <= longestClosure;
+    const auto wanted = Trading::TradingDate::ofNumber(day);
+    const bool isRecent = last.date > 0 && wanted && *wanted <= dayOf(last).plusDays(longestClosure);
     return isRecent ? std::optional(last.close) : std::nullopt;
 }
 

@@ -40,7 +40,7 @@ std::optional<PriceLimits> OrderDraft::limits() const
     if (!m_facts.closeBefore) {
         return std::nullopt;
     }
-    const auto limits = TradeChart::Module::dayLimits(m_order.security.code, toCents(*m_facts.closeBefore));
+    const auto limits = Trading::dayLimits(m_order.security.code, toCents(*m_facts.closeBefore));
     return PriceLimits{toYuan(limits.lowest), toYuan(limits.highest)};
 }
 

@@ -66,7 +66,7 @@ private:
     QString lotProblem() const;
     QString holdingProblem() const;
     QString cashProblem() const;
-    bool isSell() const { return m_order.side == OrderSide::Sell; }
+    bool isSell() const { return m_order.side == Direction::Sell; }
     bool sellsAll() const { return isSell() && m_order.quantity == m_facts.held; }
 
     OrderRequest m_order;

@@ -39,9 +39,9 @@ void setStyleProperty(QWidget *widget, const char *name, const QString &value)
     }
 }
 
-QString sideWord(OrderSide side)
+QString sideWord(Direction side)
 {
-    return side == OrderSide::Buy ? QStringLiteral("buy") : QStringLiteral("sell");
+    return side == Direction::Buy ? QStringLiteral("buy") : QStringLiteral("sell");
 }
 
 template <typename Box>
@@ -87,7 +87,7 @@ OrderTicket::OrderTicket(QWidget *parent)
     setUpFields();
     setUpLayout();
     setFixedWidth(ticketWidth);
-    setSide(OrderSide::Buy);
+    setSide(Direction::Buy);
     showTexts();
 }
 
@@ -101,8 +101,8 @@ void OrderTicket::setUpSides()
     m_buy->setObjectName(QStringLiteral("buySide"));
     m_sell->setObjectName(QStringLiteral("sellSide"));
     m_send->setObjectName(QStringLiteral("sendOrder"));
-    connect(m_buy, &QPushButton::clicked, this, [this] { setSide(OrderSide::Buy); });
-    connect(m_sell, &QPushButton::clicked, this, [this] { setSide(OrderSide::Sell); });
+    connect(m_buy, &QPushButton::clicked, this, [this] { setSide(Direction::Buy); });
+    connect(m_sell, &QPushButton::clicked, this, [this] { setSide(Direction::Sell); });
     m_send->installEventFilter(this);
     connect(m_send, &QPushButton::clicked, this, &OrderTicket::send);
 }
@@ -181,7 +181,7 @@ void OrderTicket::takePartOfLargest(int divisor)
 
 void OrderTicket::setSecurity(const Security &security, double price)
 {
-    const bool isOther = !isSame(security, m_security);
+    const bool isOther = security.id() != m_security.id();
     m_security = security;
     m_title->setText(QStringLiteral("%1  %2").arg(security.name, security.code));
     if (isOther) {
@@ -198,11 +198,11 @@ void OrderTicket::setFacts(const DraftFacts &facts)
     showDraft();
 }
 
-void OrderTicket::setSide(OrderSide side)
+void OrderTicket::setSide(Direction side)
 {
     m_side = side;
-    m_buy->setChecked(side == OrderSide::Buy);
-    m_sell->setChecked(side == OrderSide::Sell);
+    m_buy->setChecked(side == Direction::Buy);
+    m_sell->setChecked(side == Direction::Sell);
     setStyleProperty(m_send, "side", sideWord(side));
     showDraft();
 }
@@ -259,8 +259,8 @@ void OrderTicket::showResult(const QString &text, Tone tone)
 void OrderTicket::showTexts()
 {
     setAccessibleName(tr("Order ticket"));
-    m_buy->setText(sideText(OrderSide::Buy));
-    m_sell->setText(sideText(OrderSide::Sell));
+    m_buy->setText(sideText(Direction::Buy));
+    m_sell->setText(sideText(Direction::Sell));
     m_priceLabel->setText(tr("Price"));
     m_price->setAccessibleName(tr("Price"));
     m_price->setToolTip(tr("Up and down move by 0.01; a click on the chart takes its price"));

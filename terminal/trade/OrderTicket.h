@@ -28,7 +28,7 @@ public:
     /// changes under somebody's hands.
     void setLastPrice(double price);
     void setFacts(const DraftFacts &facts);
-    void setSide(OrderSide side);
+    void setSide(Direction side);
     /// The price that the user chose; rounded to the tick.
     void setPrice(double price);
     /// Leaves nothing to be read but the quantity that the user is filling in.
@@ -70,7 +70,7 @@ private:
 
     Security m_security;
     DraftFacts m_facts;
-    OrderSide m_side = OrderSide::Buy;
+    Direction m_side = Direction::Buy;
     bool m_hidesAmounts = false;
     bool m_isSending = false;   ///< the order before has not ended
     bool m_hasOwnPrice = false; ///< one that the user chose

@@ -74,7 +74,7 @@ TEST_F(Ticket, SendsWhatWasTyped)
     ASSERT_EQ(m_sent.size(), 1U);
     EXPECT_DOUBLE_EQ(m_sent.front().price, 10.25);
     EXPECT_EQ(m_sent.front().quantity, 300);
-    EXPECT_EQ(m_sent.front().side, OrderSide::Buy);
+    EXPECT_EQ(m_sent.front().side, Direction::Buy);
     EXPECT_EQ(m_sent.front().security.code, moutai.code);
 }
 
@@ -128,7 +128,7 @@ TEST_F(Ticket, ChangesNothingWhileTheKeyboardIsInIt)
 
 TEST_F(Ticket, SellsTheWholeHoldingWithItsOddRest)
 {
-    m_ticket.setSide(OrderSide::Sell);
+    m_ticket.setSide(Direction::Sell);
     const auto parts = m_ticket.findChildren<QPushButton *>(QStringLiteral("quantityPart"));
     ASSERT_EQ(parts.size(), 3);
     QTest::mouseClick(parts.at(2), Qt::LeftButton);
@@ -180,8 +180,8 @@ TEST_F(Ticket, SendsByMouse)
     QTest::mouseClick(child<QPushButton>("buySide"), Qt::LeftButton);
     QTest::mouseClick(sendButton(), Qt::LeftButton);
     ASSERT_EQ(m_sent.size(), 2U);
-    EXPECT_EQ(m_sent.front().side, OrderSide::Sell);
-    EXPECT_EQ(m_sent.back().side, OrderSide::Buy);
+    EXPECT_EQ(m_sent.front().side, Direction::Sell);
+    EXPECT_EQ(m_sent.back().side, Direction::Buy);
 }
 
 TEST_F(Ticket, IsLeftByEscape)
@@ -193,7 +193,7 @@ TEST_F(Ticket, IsLeftByEscape)
 
 TEST_F(Ticket, TellsNoAmountButTheQuantityInItsFieldWhileAmountsAreHidden)
 {
-    m_ticket.setSide(OrderSide::Sell);
+    m_ticket.setSide(Direction::Sell);
     quantity()->setValue(5800); // amount 58000.00, 58 lots
     m_ticket.showResult(QStringLiteral("Sold 5800"), OrderTicket::Tone::Good);
     m_ticket.setAmountsHidden(true);

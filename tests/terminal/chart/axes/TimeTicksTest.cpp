@@ -1,5 +1,4 @@
 #include "terminal/chart/axes/TimeTicks.h"
-#include "terminal/data/CalendarDate.h"
 #include "terminal/data/TradingHours.h"
 
 #include <gmock/gmock.h>
@@ -26,7 +25,7 @@ Bars weekdays(const QDate &first, int count)
     Bars bars;
     for (QDate date = first; static_cast<int>(bars.size()) < count; date = date.addDays(1)) {
         if (date.dayOfWeek() <= 5) {
-            bars.push_back({packedDate(date), 0, 1, 1, 1, 1, 1});
+            bars.push_back({Trading::TradingDate::ofCalendar(date).value().number(), 0, 1, 1, 1, 1, 1});
         }
     }
     return bars;
