@@ -17,7 +17,14 @@ constexpr double edgeShare = 0.02; ///< of the scale, where a label would be cut
 
 QList<double> roundPrices(const PriceSpan &prices, int most)
 {
-    return QwtLinearScaleEngine().divideScale(prices.low, prices.high, most, 0).ticks(QwtScaleDiv::MajorTick);
+    const QwtLinearScaleEngine engine;
+    const auto divided = [&](double step) {
+        return engine.divideScale(prices.low, prices.high, most, 0, step).ticks(QwtScaleDiv::MajorTick);
+    };
+    constexpr double stepThatFits = 0;
+    const QList<double> ticks = divided(stepThatFits);
+    const bool isTooFine = ticks.size() > 1 && ticks.at(1) - ticks.at(0) < leastPriceStep;
+    return isTooFine ? divided(leastPriceStep) : ticks;
 }
 
 } // namespace
