@@ -64,8 +64,8 @@ std::vector<std::int32_t> DataFolder::minuteDays(const QString &code) const
         QDir(m_dir.filePath(QStringLiteral("minute"))).entryList(QDir::Files, QDir::Name);
     for (const QString &file : files) {
         const QRegularExpressionMatch match = name.match(file);
-        if (match.hasMatch()) {
-            days.push_back(match.captured(1).toInt());
+        if (const auto day = Trading::TradingDate::ofText(match.captured(1))) {
+            days.push_back(day->number());
         }
     }
     return days;
@@ -125,12 +125,12 @@ std::optional<double> DataFolder::closeBefore(const QString &code, std::int32_t 
 
 Loaded<Bars> DataFolder::loadMinutes(const QString &code, std::int32_t day) const
 {
-    if (day == 0) {
-        const std::vector<std::int32_t> days = minuteDays(code);
-        if (days.empty()) {
-            return Loaded<Bars>::failure(text("%1: there are no minute bars of %2").arg(m_dir.path(), code));
-        }
+    const std::vector<std::int32_t> days = minuteDays(code);
+    if (day == 0 && !days.empty()) {
         day = days.back();
+    }
+    if (!Trading::TradingDate::ofNumber(day)) {
+        return Loaded<Bars>::failure(text("%1: there are no minute bars of %2").arg(m_dir.path(), code));
     }
     auto minutes = readMinuteBars(m_dir.filePath(QStringLiteral("minute/%1_%2.csv").arg(code).arg(day)), day);
     return minutes ? Loaded<Bars>(withAuctionBar(minutes.value())) : minutes;

@@ -36,7 +36,8 @@ QDate calendarDay(const Bar &bar)
 QDate stepStart(const QDate &date, const CalendarStep &step)
 {
     if (step.years > 0) {
-        return {date.year() / step.years * step.years, 1, 1};
+        constexpr int firstYear = 1; // there is no year 0 to begin in
+        return {std::max(firstYear, date.year() / step.years * step.years), 1, 1};
     }
     if (step.months > 0) {
         return {date.year(), (date.month() - 1) / step.months * step.months + 1, 1};

@@ -76,6 +76,14 @@ TEST(TimeTicks, KeepTheirDistance)
     }
 }
 
+TEST(TimeTicks, EndAlsoWhereAStepWouldBeginBeforeTheFirstYear)
+{
+    const Bars bars = weekdays(QDate(24, 1, 2), 600);
+    for (const double spacing : {1.0, 15.0, 300.0, 3000.0, 30000.0}) {
+        EXPECT_LE(timeTicks(bars, {-0.5, 599.5}, spacing).size(), 600U);
+    }
+}
+
 TEST(TimeTicks, AreNoneWithoutBars)
 {
     EXPECT_TRUE(timeTicks({}, {-0.5, 10}, 5).empty());
