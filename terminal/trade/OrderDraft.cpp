@@ -28,11 +28,6 @@ double toYuan(qint64 cents)
     return static_cast<double>(cents) / centsPerYuan;
 }
 
-qint64 wholeLots(qint64 shares)
-{
-    return shares / sharesOfLot * sharesOfLot;
-}
-
 } // namespace
 
 std::optional<PriceLimits> OrderDraft::limits() const

@@ -9,6 +9,12 @@ namespace Terminal {
 /// Shares are bought and sold in lots; only a whole holding may be sold with its odd rest.
 constexpr qint64 sharesOfLot = 100;
 
+/// What there is of `shares` in whole lots.
+constexpr qint64 wholeLots(qint64 shares)
+{
+    return shares / sharesOfLot * sharesOfLot;
+}
+
 /// What is known when an order is drafted. What is not known is not checked.
 struct DraftFacts
 {

@@ -11,6 +11,7 @@
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <regex>
 
@@ -53,6 +54,14 @@ protected:
         QObject::connect(&m_ticket, &OrderTicket::sendAsked, &m_ticket, &OrderTicket::endSending);
     }
 
+    /// By a notch away from the user.
+    static void turnWheel(QWidget *widget)
+    {
+        QWheelEvent event({5, 5}, widget->mapToGlobal(QPoint(5, 5)), {}, {0, 120}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(widget, &event);
+    }
+
     /// What a key sends again and again while it is held.
     static void repeatKey(QWidget *widget, Qt::Key key)
     {
@@ -76,6 +85,39 @@ TEST_F(Ticket, SendsWhatWasTyped)
     EXPECT_EQ(m_sent.front().quantity, 300);
     EXPECT_EQ(m_sent.front().side, Direction::Buy);
     EXPECT_EQ(m_sent.front().security.code, moutai.code);
+}
+
+TEST_F(Ticket, TakesACommaForThePointOfThePrice)
+{
+    QTest::keyClicks(price(), QStringLiteral("10,25"));
+    QTest::keyClick(price(), Qt::Key_Return);
+    ASSERT_EQ(m_sent.size(), 1U);
+    EXPECT_DOUBLE_EQ(m_sent.front().price, 10.25);
+}
+
+TEST_F(Ticket, TakesNoSeparatorOfThousands)
+{
+    QTest::keyClicks(price(), QStringLiteral("1,0.2"));
+    EXPECT_EQ(price()->cleanText().toStdString(), "1.02") << "what does not fit is not typed";
+}
+
+TEST_F(Ticket, LetsTheWheelTurnOnlyTheFieldThatHasTheKeyboard)
+{
+    turnWheel(quantity());
+    EXPECT_EQ(quantity()->value(), 100);
+    turnWheel(price());
+    EXPECT_DOUBLE_EQ(price()->value(), 10.01);
+    quantity()->setFocus();
+    turnWheel(price());
+    EXPECT_DOUBLE_EQ(price()->value(), 10.01);
+    turnWheel(quantity());
+    EXPECT_EQ(quantity()->value(), 200);
+}
+
+TEST_F(Ticket, LetsTheWheelGiveNoFieldTheKeyboard)
+{
+    EXPECT_NE(price()->focusPolicy(), Qt::WheelFocus);
+    EXPECT_NE(quantity()->focusPolicy(), Qt::WheelFocus);
 }
 
 TEST_F(Ticket, MovesByTicksAndLots)
