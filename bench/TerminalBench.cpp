@@ -6,8 +6,8 @@
 // what changes of the finished picture and two lines; that of a hit test, a look at the bar under the
 // pointer.
 #include "terminal/Appearance.h"
-#include "terminal/chart/ChartView.h"
-#include "terminal/chart/VisibleBars.h"
+#include "terminal/chart/bars/VisibleBars.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/plugin/HostRecords.h"
 #include "terminal/plugin/OverlayItem.h"
 
@@ -107,7 +107,7 @@ public:
     {
         ++paints;
         for (int bar = 0; bar < static_cast<int>(m_highs.size()); bar += 2) {
-            painter.drawMarker(0, bar, firstOrderKind + bar / 2 % orderKinds, 0,
+            painter.drawMarker(0, bar, orderKinds[static_cast<size_t>(bar / 2) % orderKinds.size()].number, 0,
                                m_highs[static_cast<size_t>(bar)]);
         }
         return true;

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QString>
 
+#include <cstddef>
 #include <memory>
 
 namespace LocalCommunication {
@@ -25,6 +26,10 @@ class ENDPOINT_EXPORT EndPoint : public QObject
     Q_OBJECT
 
 public:
+    /// Bytes that the members of a client may take, its QObject not counted. Do not change.
+    static constexpr std::size_t memberRoom = 256;
+
+    /// Joins nothing yet. Belongs to `parent`, which may be null.
     explicit EndPoint(QObject *parent);
     ~EndPoint() override;
 
@@ -38,6 +43,7 @@ public:
 
     /// Asks for messages of `topics` on `channel`. Remembered, and made again after every reconnect.
     void subscribe(QByteArray channel, QList<QByteArray> topics);
+    /// The same for one topic.
     void subscribe(QByteArray channel, QByteArray topic);
 
     /// Publishes; true when handed to the bus, false while there is no bus or the names are refused.
@@ -66,6 +72,12 @@ Q_SIGNALS:
 private:
     class Private;
     const std::unique_ptr<Private> d;
+    /// Who holds a client by value lays this much memory aside, for a terminal's own client may have members
+    /// that ours has not. Ours uses none of it.
+    unsigned char m_reserved[memberRoom - sizeof(std::unique_ptr<Private>)];
 };
+
+static_assert(sizeof(EndPoint) == sizeof(QObject) + EndPoint::memberRoom,
+              "programs in the field hold clients of this size");
 
 } // namespace LocalCommunication

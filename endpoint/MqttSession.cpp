@@ -67,6 +67,9 @@ MqttSession::MqttSession(QObject *parent)
     m_keepAliveTimer.setInterval(keepAliveInterval);
     connect(&m_timer, &QTimer::timeout, this, &MqttSession::handleTimeout);
     connect(&m_keepAliveTimer, &QTimer::timeout, this, &MqttSession::keepAlive);
+    m_announceTimer.setSingleShot(true);
+    m_announceTimer.setInterval(0);
+    connect(&m_announceTimer, &QTimer::timeout, this, &MqttSession::announce);
     connect(&m_lookup, &HostLookup::found, this, &MqttSession::connectTo);
     connect(&m_lookup, &HostLookup::failed, this, &MqttSession::loseConnection);
 }
@@ -389,9 +392,11 @@ void MqttSession::announce()
     Q_EMIT messagesArrived();
 }
 
+/// In a turn of the event loop of its own, after the user's input: an event that is posted would still belong
+/// to this one.
 void MqttSession::announceSoon()
 {
-    QMetaObject::invokeMethod(this, &MqttSession::announce, Qt::QueuedConnection);
+    m_announceTimer.start();
 }
 
 void MqttSession::updateWriteWatch()

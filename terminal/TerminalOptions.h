@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal/chart/ChartTheme.h"
+#include "terminal/chart/theme/ChartTheme.h"
 #include "terminal/data/ChartPeriod.h"
 #include "terminal/data/Loaded.h"
 #include "terminal/replay/PlannedOrder.h"

@@ -10,8 +10,8 @@
 //   3. calcRatio, maximizeValue, minimizeValue    while the host fits its price scale
 //   4. paintIt(painter)                           for every repaint
 //   5. hitTest, handleMouse...                    on user input, in pixels
-//   6. deleteObject()                             stops an overlay of the factory; calls that still come
-//                                                 change nothing
+//   6. deleteObject()                             stops the refresh timer, and nothing else: calls and
+//                                                 messages that still come do what they always do
 //   7. the virtual destructor                     leaves the bus and frees everything
 //
 // docs/host-interface.md tells what each operation is called with.
@@ -53,6 +53,37 @@ enum Period : int {
     NoPeriod = -1,      ///< no calcIt() yet
     DayPeriod = 4,      ///< one bar a trading day
     IntradayPeriod = 21 ///< the minutes of one trading day
+};
+
+/// What chartMode() answers; other numbers are the host's.
+enum ChartMode : int {
+    TodayChart = 1,  ///< the minutes of today
+    PastDayChart = 2 ///< those of an earlier day
+};
+
+// The numbers that painters know. Do not change one: hosts are built against them.
+
+/// A marker of executed trades; even ones stand above their bar, odd ones below.
+enum MarkerStyle : int {
+    BuyAbove = 0,
+    BuyBelow = 1,
+    SellAbove = 2,
+    SellBelow = 3,
+    BothAbove = 4, ///< buys and sells
+    BothBelow = 5
+};
+
+/// Which way the markers of a series reach from their prices.
+enum MarkerVariant : int { BelowTheBar = 0, AboveTheBar = 1 };
+
+/// A marker of the orders at one price.
+enum MarkerKind : int {
+    BuyWaiting = 20,  ///< buys, none dealt
+    BuyPartDeal = 21, ///< a partly dealt buy; also waiting and dealt orders of one side, buys and sells alike
+    BuyDealed = 22,   ///< dealt buys
+    SellWaiting = 23, ///< sells, none dealt
+    SellPartDeal = 24, ///< a partly dealt sell
+    SellDealed = 25    ///< dealt sells
 };
 
 /// What type() of every overlay of this library answers, whatever it draws: it tells the host its own
@@ -105,11 +136,11 @@ public:
     virtual void reserved32() {}
     virtual void reserved33() {}
     virtual void reserved34() {}
-    /// Draws a marker on every bar whose flag is 1.0, at that bar's price. `style` 0/1 buy, 2/3 sell,
-    /// 4/5 both, even above and odd below the bar; `variant` 1 above, 0 below.
+    /// Draws a marker on every bar whose flag is 1.0, at that bar's price. `style` is a MarkerStyle,
+    /// `variant` a MarkerVariant.
     virtual void drawMarkerSeries(int reserved, const double *flags, const double *prices, int style,
                                   int variant) = 0;
-    /// Draws one order marker of `kind` 20..25 on `bar`; `atLow` is 1 when its price was clamped to
+    /// Draws one order marker of `kind`, a MarkerKind, on `bar`; `atLow` is 1 when its price was clamped to
     /// the bottom of the visible scale.
     virtual void drawMarker(int reserved, int bar, int kind, int atLow, double price) = 0;
 
@@ -123,7 +154,7 @@ class IChartAxis
 public:
     virtual void reserved0() {}
     virtual void reserved1() {}
-    /// 1: the chart of today, 2: the chart of a past day; other numbers are the host's.
+    /// A ChartMode, or another number of the host's.
     virtual int chartMode() = 0;
     /// Fills the lowest and highest visible price; false when there is no scale to draw on.
     virtual bool visiblePriceRange(double &low, double &high) = 0;
@@ -175,7 +206,7 @@ public:
     virtual ~IChartObject() = default;
     /// pluginObjectType for every overlay of this library.
     virtual int type() const = 0;
-    /// Stops the overlay's activity, to be called before destruction; returns true.
+    /// Stops and deletes the overlay's refresh timer, to be called before destruction; returns true.
     virtual bool deleteObject() = 0;
     /// Recomputes for the security `code` and its `count` loaded bars (may be 0). Both are borrowed
     /// for the call. `a` and `b` are the host's. False from an overlay that does not draw on the period,
@@ -214,5 +245,7 @@ static_assert(offsetof(tagCodeWithName, identity) == 40, "the host keeps the ide
 static_assert(offsetof(tagCodeWithName, name) == 48, "the host keeps the name at byte 48");
 
 static_assert(sizeof(Period) == sizeof(int), "a period travels as an int");
+static_assert(BuyAbove == 0 && BothBelow == 5, "painters know the styles by these numbers");
+static_assert(BuyWaiting == 20 && SellDealed == 25, "painters know the kinds by these numbers");
 
 } // namespace Korvane

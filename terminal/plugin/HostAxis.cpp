@@ -1,7 +1,7 @@
 #include "terminal/plugin/HostAxis.h"
 
-#include "terminal/chart/ChartView.h"
-#include "terminal/chart/glyphs/GlyphSet.h"
+#include "terminal/chart/marks/glyphs/GlyphSet.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/plugin/HiddenAmounts.h"
 #include "terminal/plugin/HostRecords.h"
 

@@ -1,9 +1,9 @@
 #include "terminal/plugin/HostPainter.h"
 
-#include "terminal/chart/ChartView.h"
-#include "terminal/chart/LineDecimator.h"
-#include "terminal/chart/SeriesLabel.h"
-#include "terminal/chart/VisibleBars.h"
+#include "terminal/chart/axes/BarSpan.h"
+#include "terminal/chart/lines/LineDecimator.h"
+#include "terminal/chart/lines/SeriesLabel.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/plugin/HiddenAmounts.h"
 
 #include <QPainter>
@@ -29,7 +29,7 @@ HostPainter::HostPainter(QPainter *painter, const ChartView &chart, int readable
                          DrawnMarks *marks)
     : m_painter(painter),
       m_chart(chart),
-      m_markPainter(chart, sprites, marks)
+      m_markPainter(chart.chartGeometry(), chart.visibleBars(), sprites, marks)
 {
     const BarRange range = barsInView(chart.span(), static_cast<size_t>(std::max(0, readableBars)));
     m_firstBar = static_cast<int>(range.first);

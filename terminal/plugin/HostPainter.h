@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal/chart/MarkPainter.h"
+#include "terminal/chart/marks/MarkPainter.h"
 #include "tradechartobject/ChartInterface.h"
 
 #include <QStringList>

@@ -1,6 +1,6 @@
 #include "terminal/plugin/OverlayItem.h"
 
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/plugin/HostPainter.h"
 
 #include <QPainter>

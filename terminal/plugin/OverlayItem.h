@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal/chart/MarkPainter.h"
+#include "terminal/chart/marks/MarkPainter.h"
 #include "terminal/plugin/OverlayHandle.h"
 
 #include <qwt_plot_item.h>

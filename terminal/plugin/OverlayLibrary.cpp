@@ -1,6 +1,6 @@
 #include "terminal/plugin/OverlayLibrary.h"
 
-#include "terminal/plugin/CombinedOverlay.h"
+#include "terminal/plugin/CombinedObject.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
@@ -56,7 +56,7 @@ std::shared_ptr<OverlayHandle> OverlayLibrary::createCombined(Korvane::IChartAxi
         return nullptr;
     }
     const auto overlay =
-        std::make_shared<CombinedOverlay>(m_constructCombined, axis, toText(configuration).constData());
+        std::make_shared<CombinedObject>(m_constructCombined, axis, toText(configuration).constData());
     return std::make_shared<OverlayHandle>(
         std::shared_ptr<Korvane::IChartObject>(overlay, overlay->object()));
 }

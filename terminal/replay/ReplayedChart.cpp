@@ -1,6 +1,6 @@
 #include "terminal/replay/ReplayedChart.h"
 
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/replay/Replay.h"
 
 namespace Terminal {

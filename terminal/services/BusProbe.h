@@ -1,6 +1,8 @@
 #pragma once
 
-#include "terminal/plugin/OverlayHost.h"
+#include "terminal/services/Gate.h"
+
+#include <QString>
 
 namespace Terminal {
 

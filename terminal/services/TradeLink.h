@@ -1,7 +1,7 @@
 #pragma once
 
 #include "endpoint/EndPoint.h"
-#include "terminal/plugin/OverlayHost.h"
+#include "terminal/services/Gate.h"
 
 #include <QTimer>
 

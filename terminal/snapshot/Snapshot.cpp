@@ -1,6 +1,6 @@
 #include "terminal/snapshot/Snapshot.h"
 
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/snapshot/Picture.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"

@@ -1,6 +1,6 @@
 #include "terminal/trade/ChartOrders.h"
 
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/plugin/OverlayHost.h"
 #include "terminal/trade/OrderSpotlight.h"
 

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "terminal/chart/MarkPainter.h"
+#include "terminal/chart/marks/DrawnMarks.h"
 #include "terminal/trade/TradeRecords.h"
 
 namespace Terminal {
+
+class ChartView;
 
 /// Which orders stand behind which of the marks that an overlay has drawn on a minute chart. The overlay
 /// does not tell; an order belongs to the mark that lies nearest to its minute and price.

@@ -1,6 +1,6 @@
 #include "terminal/trade/OrderSpotlight.h"
 
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/view/ChartView.h"
 
 #include <QPainter>
 

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "terminal/chart/ChartTheme.h"
+#include "terminal/chart/theme/ChartTheme.h"
 #include "terminal/trade/ShownAmount.h"
 
 #include <QAbstractTableModel>
+#include <QTextDocument>
 
 #include <algorithm>
 #include <optional>
@@ -96,8 +97,9 @@ public:
         const Record &row = record(index.row());
         switch (role) {
         case Qt::DisplayRole:
-        case Qt::ToolTipRole:
             return shownAmount(shown.text(row), shown.isAmount && m_hidesAmounts);
+        case Qt::ToolTipRole:
+            return asTip(data(index, Qt::DisplayRole).toString());
         case Qt::TextAlignmentRole:
             return static_cast<int>(shown.alignment | Qt::AlignVCenter);
         case Qt::ForegroundRole:
@@ -124,6 +126,12 @@ public:
     }
 
 private:
+    /// A tool tip would take a text that looks like markup for markup.
+    static QString asTip(const QString &text)
+    {
+        return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
+    }
+
     const Column &column(int number) const { return m_columns[static_cast<size_t>(number)]; }
 
     void refresh()

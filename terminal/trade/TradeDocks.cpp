@@ -1,6 +1,6 @@
 #include "terminal/trade/TradeDocks.h"
 
-#include "terminal/chart/ChartView.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/plugin/HostRecords.h"
 #include "terminal/plugin/OverlayHost.h"
 #include "terminal/plugin/UserPrompts.h"
@@ -96,10 +96,11 @@ void TradeDocks::addShortcuts()
 {
     const auto add = [this](Qt::Key key, std::function<void()> act) {
         auto *const shortcut = new QShortcut(key, m_window);
+        shortcut->setAutoRepeat(false);
         connect(shortcut, &QShortcut::activated, this, std::move(act));
     };
-    add(buyKey, [this] { openTicket(OrderSide::Buy); });
-    add(sellKey, [this] { openTicket(OrderSide::Sell); });
+    add(buyKey, [this] { openTicket(Direction::Buy); });
+    add(sellKey, [this] { openTicket(Direction::Sell); });
     add(panelKey, [this] {
         m_panelDock->show();
         m_panel->focusOrders();
@@ -149,7 +150,7 @@ void TradeDocks::setShown(bool shown)
     watchWhenShown();
 }
 
-void TradeDocks::openTicket(OrderSide side)
+void TradeDocks::openTicket(Direction side)
 {
     m_ticketDock->show();
     m_ticket->setSide(side);
@@ -186,11 +187,11 @@ void TradeDocks::showTexts()
     m_panelAction->setText(withKeys(tr("Orders and positions"), {keyText(panelKey)}));
 }
 
-std::int32_t TradeDocks::shownDay() const
+std::optional<Trading::TradingDate> TradeDocks::shownDay() const
 {
     const ChartData &data = m_chart->data();
     const bool isPastDay = data.period == ChartPeriod::Minute && !data.bars.empty() && !isTodaysChart(data);
-    return isPastDay ? data.bars.back().date : 0;
+    return isPastDay ? std::optional(dayOf(data.bars.back())) : std::nullopt;
 }
 
 void TradeDocks::showChart()
@@ -244,6 +245,9 @@ void TradeDocks::tellPlaced(const OrderRequest &order, const DeskOutcome &outcom
 {
     if (order.origin != OrderOrigin::Hand) {
         return;
+    }
+    if (!outcome.isLate) {
+        m_ticket->endSending();
     }
     const QString what = orderSummary(order, m_hidesAmounts);
     const auto tell = [this](const QString &text, OrderTicket::Tone tone) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal/chart/ChartTheme.h"
+#include "terminal/chart/theme/ChartTheme.h"
 
 namespace Terminal {
 

@@ -1,9 +1,8 @@
 #include "terminal/ui/MainWindow.h"
 
-#include "terminal/chart/ChartInput.h"
-#include "terminal/chart/ChartView.h"
-#include "terminal/chart/ReadoutBar.h"
-#include "terminal/data/CalendarDate.h"
+#include "terminal/chart/view/ChartInput.h"
+#include "terminal/chart/view/ChartView.h"
+#include "terminal/chart/view/ReadoutBar.h"
 #include "terminal/replay/ReplayedChart.h"
 #include "terminal/snapshot/Picture.h"
 #include "terminal/trade/TradeDocks.h"
@@ -235,7 +234,7 @@ void MainWindow::showTexts()
 void MainWindow::applyLanguage()
 {
     m_language.set(m_options.language);
-    const QLocale::Language language = Language::localeLanguage(m_options.language);
+    const QLocale::Language language = ProgramLanguage::localeLanguage(m_options.language);
     m_readout->setLanguage(language);
     m_chart->setLanguage(language);
     showTexts();
@@ -282,7 +281,7 @@ void MainWindow::showChoices()
     }
     m_days->clear();
     for (const std::int32_t day : m_source.minuteDays(shown.security.code)) {
-        m_days->addItem(dateText(day), day);
+        m_days->addItem(Trading::TradingDate::ofNumber(day).value().dashedText(), day);
     }
     m_daysAction->setVisible(shown.period == ChartPeriod::Minute);
     if (!shown.bars.empty()) {
@@ -325,9 +324,9 @@ void MainWindow::setReplaying(bool on)
 void MainWindow::startOverlays(const OverlayLibrary &library, const BusGates &gates)
 {
     m_overlays = std::make_unique<OverlayHost>(m_chart, &m_prompts, library, gates, m_screenId,
-                                               m_options.refreshSeconds);
+                                               std::chrono::seconds(m_options.refreshSeconds));
     m_overlays->setAmountsHidden(m_amountsAction->isChecked());
-    m_input = std::make_unique<ChartInput>(m_chart, m_overlays.get(), nullptr);
+    m_input = std::make_unique<ChartInput>(m_chart, m_overlays->pointer(), nullptr);
     m_trade->setOverlays(m_overlays.get());
     for (size_t i = 0; i < m_overlayActions.size(); ++i) {
         m_overlayActions[i]->setEnabled(true);

@@ -5,7 +5,7 @@
 #include "terminal/plugin/OverlayHost.h"
 #include "terminal/replay/ChartSource.h"
 #include "terminal/replay/Replay.h"
-#include "terminal/ui/Language.h"
+#include "terminal/ui/ProgramLanguage.h"
 #include "terminal/ui/WindowPrompts.h"
 
 #include <QMainWindow>
@@ -84,7 +84,7 @@ private:
     ChartSource m_source;
     TerminalOptions m_options;
     QByteArray m_screenId;
-    Language m_language;
+    ProgramLanguage m_language;
     QString m_loadError;
     ChartView *m_chart;
     ReadoutBar *m_readout;

@@ -1,7 +1,7 @@
 #include "terminal/ui/ReplayBar.h"
 
-#include "terminal/chart/ChartView.h"
-#include "terminal/chart/TimeTicks.h"
+#include "terminal/chart/axes/TimeTicks.h"
+#include "terminal/chart/view/ChartView.h"
 #include "terminal/replay/Replay.h"
 
 #include <QComboBox>

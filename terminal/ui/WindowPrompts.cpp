@@ -4,6 +4,7 @@
 #include "terminal/ui/PopupRow.h"
 
 #include <QCoreApplication>
+#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -18,11 +19,17 @@ QString text(const char *source)
     return QCoreApplication::translate("WindowPrompts", source);
 }
 
+/// No key chooses a row because its text has an ampersand.
+QString withoutMnemonic(QString row)
+{
+    return row.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
 void addRow(QMenu *menu, const QString &row, const QVector<int> &widths, int number)
 {
     auto *const action = new QWidgetAction(menu);
     auto *const widget = new PopupRow(row, widths, menu);
-    action->setText(row);
+    action->setText(withoutMnemonic(row));
     action->setData(number);
     action->setDefaultWidget(widget);
     menu->addAction(action);
@@ -30,13 +37,16 @@ void addRow(QMenu *menu, const QString &row, const QVector<int> &widths, int num
                      [widget, action](const QAction *hovered) { widget->setChosen(hovered == action); });
 }
 
-/// The first line of the question asks, the others tell what about.
+/// The first line of the question asks, the others tell what about. All of it is shown as it is written: a
+/// name that looks like markup must not change or hide what is asked.
 void setQuestion(QMessageBox *box, const QString &question)
 {
     const int end = question.indexOf(QLatin1Char('\n'));
     box->setText(end < 0 ? question : question.left(end));
     box->setInformativeText(end < 0 ? QString() : question.mid(end + 1));
-    box->setTextFormat(Qt::PlainText);
+    for (QLabel *const label : box->findChildren<QLabel *>()) {
+        label->setTextFormat(Qt::PlainText); // the box hands its own format to the first line alone
+    }
 }
 
 } // namespace

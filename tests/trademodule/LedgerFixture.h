@@ -9,33 +9,45 @@
 
 namespace TradeModule {
 
-inline const Security &bank()
+inline const SecurityId &bank()
 {
-    static const Security security{QStringLiteral("000001"), Market::Shenzhen};
+    static const SecurityId security{QStringLiteral("000001"), Market::Shenzhen};
     return security;
 }
 
-inline const Security &liquor()
+inline const SecurityId &liquor()
 {
-    static const Security security{QStringLiteral("600519"), Market::Shanghai};
+    static const SecurityId security{QStringLiteral("600519"), Market::Shanghai};
     return security;
+}
+
+/// The day of yyyymmdd.
+constexpr TradingDate day(int yyyymmdd)
+{
+    return TradingDate::ofNumber(yyyymmdd).value();
+}
+
+/// The time of hhmm.
+constexpr ClockTime at(int hhmm)
+{
+    return ClockTime::of(hhmm / 100, hhmm % 100).value();
 }
 
 /// An execution of `quantity` shares at `price` yuan for a fee of 5 yuan.
-inline Execution fill(Side side, const Security &security, int date, double price, qint64 quantity,
+inline Execution fill(Side side, const SecurityId &security, TradingDate date, double price, qint64 quantity,
                       const QString &dealNo = {})
 {
-    Execution execution;
-    execution.security = security;
-    execution.side = side;
-    execution.date = date;
-    execution.time = 10000000;
-    execution.price = Money::ofYuan(price).value();
-    execution.quantity = quantity;
-    execution.amount = execution.price * quantity;
+    Execution execution{security, side, date, at(1000), Money::ofYuan(price).value(), quantity};
+    execution.amount = Money::ofSteps(execution.price.steps() * quantity);
     execution.fee = Money::ofYuan(side == Side::Bonus ? 0 : 5).value();
     execution.dealNo = dealNo;
     return execution;
+}
+
+inline Execution fill(Side side, const SecurityId &security, int date, double price, qint64 quantity,
+                      const QString &dealNo = {})
+{
+    return fill(side, security, day(date), price, quantity, dealNo);
 }
 
 inline Statement statementOf(const Executions &executions)
@@ -65,7 +77,7 @@ protected:
         return ledger().book(statementOf(executions), mode);
     }
 
-    double costPrice(const Security &security)
+    double costPrice(const SecurityId &security)
     {
         return ledger().holding(security).costPrice().value_or(std::nan(""));
     }

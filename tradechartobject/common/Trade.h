@@ -1,30 +1,16 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <string>
 
 namespace TradeChart {
 
 /// One executed trade.
 struct trade_cj
 {
-    bool isBuy;
+    bool isBuy;             ///< a sell otherwise
     std::int64_t matchTime; ///< yyyymmddhhmmss
-    double matchPrice;
-    double matchQty;
+    double matchPrice;      ///< in the currency of the security
+    double matchQty;        ///< in shares
 };
-
-/// Chinese text of a side.
-constexpr const char *sideText(bool isBuy)
-{
-    return isBuy ? "买入" : "卖出";
-}
-
-/// Room for the lines of a usual list of trades.
-constexpr std::size_t expectedTradeLines = 100;
-
-/// The line of a trade in a pop-up list, its columns parted by tabs, under the side `side`.
-std::string tradeLine(const char *side, const trade_cj &trade);
 
 } // namespace TradeChart

@@ -1,10 +1,13 @@
 #include "tradechartobject/objects/PositionCost.h"
 
 #include "tradechartobject/common/BarTime.h"
+#include "tradechartobject/common/BusLink.h"
 #include "tradechartobject/common/CostLine.h"
 #include "tradechartobject/common/PriceScale.h"
+#include "tradechartobject/common/RefreshTimer.h"
 #include "tradechartobject/common/Security.h"
-#include "tradechartobject/common/TradeChannel.h"
+#include "tradechartobject/common/TradeMessage.h"
+#include "tradechartobject/common/TradeRequest.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <QPointer>
@@ -22,23 +25,18 @@ constexpr int labelDecimals = 3;
 PositionCost::PositionCost(Korvane::IChartAxis &axis, QJsonObject config, QObject *parent)
     : QObject(parent),
       m_axis(axis),
-      m_endPoint(nullptr),
       m_code(noSecurity()),
-      m_period(Korvane::NoPeriod),
-      m_costPrice(unknownCost),
-      m_calcArg(0),
-      m_refreshTimer(nullptr),
-      m_refreshSeconds(TradeChannel::refreshSeconds(config))
+      m_refreshTimer(RefreshTimer::create(this, &PositionCost::sendQueryPositionCostReq)),
+      m_refreshSeconds(RefreshTimer::seconds(config))
 {
-    m_refreshTimer = TradeChannel::createRefreshTimer(this, &PositionCost::sendQueryPositionCostReq);
-    TradeChannel::joinTerminalBus(m_endPoint);
-    TradeChannel::listen(m_endPoint, this, &PositionCost::handleTradeNotify);
-    TradeChannel::subscribeScreen(m_endPoint, m_axis);
+    BusLink::join(m_endPoint);
+    BusLink::listen(m_endPoint, this, &PositionCost::handleTradeNotify);
+    BusLink::subscribeScreen(m_endPoint, m_axis);
 }
 
 PositionCost::~PositionCost()
 {
-    TradeChannel::leave(m_endPoint, this);
+    BusLink::leave(m_endPoint, this);
 }
 
 int PositionCost::type() const
@@ -48,31 +46,32 @@ int PositionCost::type() const
 
 bool PositionCost::deleteObject()
 {
-    TradeChannel::remove(m_refreshTimer);
+    RefreshTimer::remove(m_refreshTimer);
     return true;
 }
 
 bool PositionCost::calcIt(const Korvane::tagCodeWithName &code, const Korvane::AnalyData *bars, int count,
                           Korvane::Period period, int a, int)
 {
-    if (m_refreshTimer == nullptr) {
-        return true; // the host has already ended this object
-    }
     m_period = period;
     m_calcArg = a;
-    // Before the question: a host that turns to another security meanwhile brings the bars of that one.
-    decodeBarTimes(bars, count, m_period, m_barTimes);
-    if (!isSameSecurity(code, m_code)) {
-        m_code = code;
-        m_costPrice = unknownCost;
-        const QPointer<QObject> self(this);
-        sendQueryPositionCostReq();
-        if (!self) { // the host may have ended this object while the question went out
-            return true;
-        }
+    if (!isSameSecurity(code, m_code) && !turnTo(code)) {
+        return true;
     }
-    TradeChannel::startIfIdle(m_refreshTimer, m_refreshSeconds);
+    decodeBarTimes(bars, count, period, m_barTimes);
+    RefreshTimer::startIfIdle(m_refreshTimer, m_refreshSeconds);
     return true;
+}
+
+/// Turns to another security and asks for its cost. False when the host, while the question went out, has
+/// ended this object or turned it to yet another security: the bars at hand are no longer the chart's then.
+bool PositionCost::turnTo(const Korvane::tagCodeWithName &code)
+{
+    m_code = code;
+    m_costPrice = unknownCost;
+    const QPointer<QObject> self(this);
+    sendQueryPositionCostReq();
+    return self && isSameSecurity(code, m_code);
 }
 
 bool PositionCost::calcRatio(int, int)
@@ -116,46 +115,47 @@ void PositionCost::handleMouseMove(double, double) {}
 
 void PositionCost::sendQueryPositionCostReq()
 {
-    if (m_refreshTimer != nullptr && isSet(m_code)) {
-        TradeChannel::send(m_endPoint, TradeChannel::screenRequest(CmdType::HOLDERCOSTPRICE, m_code, m_axis),
-                           __func__);
+    if (isSet(m_code)) {
+        BusLink::send(m_endPoint, screenRequest(CmdType::HOLDERCOSTPRICE, m_code, m_axis), __func__);
     }
 }
 
 void PositionCost::handleTradeNotify(QByteArray topic, QByteArray payload)
 {
-    if (m_refreshTimer == nullptr || topic != Topic::TRADEQUERY) {
+    if (topic != Topic::TRADEQUERY) {
         return;
     }
-    const auto answer = TradeChannel::parseMessage(payload);
-    if (!answer || !TradeChannel::isCommand(*answer, CmdType::HOLDERCOSTPRICE)) {
-        return;
+    const auto answer = TradeMessage::parse(payload);
+    if (answer && answer->isCommand(CmdType::HOLDERCOSTPRICE)) {
+        takeHolding(answer->record());
     }
-    const QJsonObject holding = answer->value(QLatin1String(TradeKeyFields::DATA)).toObject();
+}
+
+void PositionCost::takeHolding(const TradeMessage &holding)
+{
     if (!isAnswerForUs(holding)) {
         return;
     }
-    const QJsonValue costPrice = holding.value(QLatin1String(TradeKeyFields::COSTPRICE));
-    if (costPrice.isUndefined()) {
+    if (!holding.has(TradeKeyFields::COSTPRICE)) {
         // Nothing is held any more; the line goes when the host next repaints of itself.
         m_costPrice = unknownCost;
         return;
     }
-    m_costPrice = costPrice.toString().toDouble();
+    m_costPrice = holding.text(TradeKeyFields::COSTPRICE).toDouble();
     m_axis.updateObject(this); // the host may end this object in here: nothing may follow
 }
 
-bool PositionCost::isAnswerForUs(const QJsonObject &holding) const
+/// An answer that names no market is nobody's.
+bool PositionCost::isAnswerForUs(const TradeMessage &holding) const
 {
-    const QString market =
-        TradeChannel::answerMarketCode(TradeChannel::text(holding, TradeKeyFields::MARKET));
-    return !market.isEmpty() && market == marketCode(m_code) && TradeChannel::isAbout(holding, m_code);
+    const QString market = answerMarketCode(holding.text(TradeKeyFields::MARKET));
+    return !market.isEmpty() && market == marketCode(m_code) && holding.isAbout(m_code);
 }
 
 bool PositionCost::isCostVisible() const
 {
     double low = 0.0;
     double high = 0.0;
-    return m_refreshTimer != nullptr && std::isfinite(m_costPrice) && !m_barTimes.empty() &&
-           m_axis.visiblePriceRange(low, high) && low <= m_costPrice && m_costPrice <= high;
+    return std::isfinite(m_costPrice) && !m_barTimes.empty() && m_axis.visiblePriceRange(low, high) &&
+           low <= m_costPrice && m_costPrice <= high;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "trademodule/ledger/Money.h"
-#include "trademodule/ledger/Security.h"
+#include "trademodule/SharedTypes.h"
 
 #include <QJsonObject>
 
@@ -10,15 +9,15 @@ namespace TradeModule {
 /// A bar of the market as it is published while it is made: channel "Market", topic "Quote".
 struct Quote
 {
-    Security security;
-    int date = 0; ///< yyyymmdd
-    int time = 0; ///< hhmmsscc, the end of the bar
-    Money open;
-    Money high;
-    Money low;
-    Money close;
-    qint64 volume = 0;   ///< shares
-    Money previousClose; ///< zero when the quote does not tell ("preclose")
+    SecurityId security;
+    TradingDate date;
+    ClockTime time; ///< the end of the bar
+    Money open{};
+    Money high{};
+    Money low{};
+    Money close{};
+    qint64 volume = 0;     ///< shares
+    Money previousClose{}; ///< zero when the quote does not tell ("preclose")
 };
 
 /// Reads a quote; an Error names the field that does not hold what it must.

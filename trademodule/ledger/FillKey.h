@@ -18,10 +18,10 @@ public:
     friend uint qHash(const FillKey &key, uint seed);
 
 private:
-    Security m_security;
+    SecurityId m_security;
     Side m_side;
-    int m_date;
-    int m_time;
+    TradingDate m_date;
+    ClockTime m_time;
     qint64 m_price;
     qint64 m_quantity;
     QString m_orderNo;

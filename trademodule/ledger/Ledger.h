@@ -1,45 +1,13 @@
 #pragma once
 
 #include "trademodule/ledger/Database.h"
-#include "trademodule/ledger/Execution.h"
-#include "trademodule/ledger/Holding.h"
+#include "trademodule/ledger/DateRange.h"
+#include "trademodule/ledger/Position.h"
+#include "trademodule/ledger/Statement.h"
 
 #include <functional>
-#include <limits>
 
 namespace TradeModule {
-
-/// Days from `first` to `last`, both included, as yyyymmdd.
-struct DateRange
-{
-    int first = 0;
-    int last = std::numeric_limits<int>::max();
-};
-
-/// A statement's entries on their way into the ledger, in order of time.
-struct Statement
-{
-    QString file; ///< where it came from, kept with the entries
-    Executions executions;
-    QHash<Security, QString> names;
-};
-
-/// What became of a statement.
-struct Booked
-{
-    int added = 0;
-    int alreadyThere = 0;
-    QVector<Execution> lastAdded;  ///< the newest added entry of each security that has one
-    QVector<Security> unexplained; ///< securities of which more was sold than came in
-};
-
-/// A security that is held.
-struct Position
-{
-    Security security;
-    QString name;
-    Holding holding;
-};
 
 /// One account's trades and holdings in a database. Every change is one transaction; several
 /// processes may use the same ledger. Every failure is thrown as an Error.
@@ -61,31 +29,29 @@ public:
     Booked book(const Statement &statement, Mode mode, const Progress &progress = {});
 
     /// The trades of a security, oldest first; bonus shares are none.
-    Executions trades(const Security &security, DateRange days);
+    Executions trades(const SecurityId &security, DateRange days);
     /// The trades of a code on every market, oldest first.
     Executions trades(const QString &code, DateRange days);
     /// The trades of all securities, oldest first.
     Executions trades(DateRange days);
 
-    Holding holding(const Security &security);
+    Holding holding(const SecurityId &security);
     /// What is held, by code.
     QVector<Position> positions();
 
     /// See Database.
-    void setPatience(int milliseconds) { m_database.setPatience(milliseconds); }
+    void setPatience(std::chrono::milliseconds patience) { m_database.setPatience(patience); }
 
     // For OrderBook, inside its transactions.
 
     Database *database() { return &m_database; }
     /// The key of a security; it is written when it is new, and so is a name that is not empty.
-    qint64 registerSecurity(const Security &security, const QString &name);
+    qint64 registerSecurity(const SecurityId &security, const QString &name);
     /// Writes a trade and the holding after it. It need not be the latest of its security: a day that is
     /// played again has trades of its first time, and a statement may tell of later ones.
     void add(const Execution &execution);
 
 private:
-    class Writer;
-
     Database m_database;
 };
 

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QLocale>
+
+namespace Terminal {
+
+/// The smallest step between prices that priceText() shows, which is the exchanges' smallest, too.
+constexpr double leastPriceStep = 0.01;
+
+/// A price with two decimals, without thousands separators.
+QString priceText(double price);
+
+/// A volume in few digits in the units of `language`: "1.24亿" or "123.9M".
+QString volumeText(double volume, QLocale::Language language);
+
+/// A change in percent with its sign, e.g. "+1.25%".
+QString changeText(double ratio);
+
+} // namespace Terminal

@@ -1,0 +1,109 @@
+#include "terminal/chart/theme/ChartTheme.h"
+
+#include <utility>
+
+namespace Terminal {
+
+namespace {
+
+ChartTheme darkTheme()
+{
+    ChartTheme theme;
+    theme.kind = ThemeKind::Dark;
+    theme.background = QColor(0x131722);
+    theme.surface = QColor(0x1b202d);
+    theme.grid = QColor(0x222838);
+    theme.border = QColor(0x2c3347);
+    theme.text = QColor(0xd7dbe4);
+    theme.mutedText = QColor(0x8b93a7);
+    theme.rise = QColor(0xe2433b);
+    theme.fall = QColor(0x1aa178);
+    theme.both = QColor(0xa078f0);
+    theme.crosshair = QColor(0x8b93a7);
+    theme.tag = QColor(0x3c465f);
+    theme.tagText = QColor(0xf2f4f8);
+    theme.line = QColor(0xf0a83c);
+    theme.lineText = QColor(0x1a1408);
+    theme.accent = QColor(0x4c8dff);
+    return theme;
+}
+
+ChartTheme lightTheme()
+{
+    ChartTheme theme;
+    theme.kind = ThemeKind::Light;
+    theme.background = QColor(0xffffff);
+    theme.surface = QColor(0xf5f6f9);
+    theme.grid = QColor(0xeceff4);
+    theme.border = QColor(0xd9dde6);
+    theme.text = QColor(0x1d2433);
+    theme.mutedText = QColor(0x697386);
+    theme.rise = QColor(0xd9352c);
+    theme.fall = QColor(0x0f8a63);
+    theme.both = QColor(0x7447d1);
+    theme.crosshair = QColor(0x697386);
+    theme.tag = QColor(0x3d475c);
+    theme.tagText = QColor(0xffffff);
+    theme.line = QColor(0xc77700);
+    theme.lineText = QColor(0xffffff);
+    theme.accent = QColor(0x1f6feb);
+    return theme;
+}
+
+} // namespace
+
+ChartTheme makeTheme(ThemeKind kind, RiseColour rise)
+{
+    ChartTheme theme = kind == ThemeKind::Dark ? darkTheme() : lightTheme();
+    if (rise == RiseColour::Green) {
+        std::swap(theme.rise, theme.fall);
+    }
+    return theme;
+}
+
+QPalette widgetPalette(const ChartTheme &theme)
+{
+    QPalette palette(theme.text, theme.surface);
+    palette.setColor(QPalette::Window, theme.surface);
+    palette.setColor(QPalette::Base, theme.background);
+    palette.setColor(QPalette::Button, theme.surface);
+    palette.setColor(QPalette::WindowText, theme.text);
+    palette.setColor(QPalette::Text, theme.text);
+    palette.setColor(QPalette::ButtonText, theme.text);
+    palette.setColor(QPalette::Highlight, theme.accent);
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::ToolTipBase, theme.surface);
+    palette.setColor(QPalette::ToolTipText, theme.text);
+    palette.setColor(QPalette::PlaceholderText, theme.mutedText);
+    palette.setColor(QPalette::Mid, theme.border);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, theme.mutedText);
+    }
+    return palette;
+}
+
+QString windowStyleSheet(const ChartTheme &theme)
+{
+    return QStringLiteral(
+               "QMainWindow { background: %1; }"
+               "QToolBar { background: %1; border: none; border-bottom: 1px solid %2; spacing: 4px; padding: "
+               "5px 8px; }"
+               "QToolBar::separator { background: %2; width: 1px; margin: 5px 6px; }"
+               "QToolButton, QComboBox { color: %3; background: transparent; border: 1px solid transparent;"
+               "  border-radius: 4px; padding: 4px 8px; }"
+               "QComboBox { border-color: %2; min-width: 8em; }"
+               "QComboBox#shortChoice { min-width: 3.5em; }"
+               "QToolBar QLabel { color: %5; padding: 0 8px; }"
+               "QToolButton:hover, QComboBox:hover { background: %2; }"
+               "QToolButton:checked { color: white; background: %4; }"
+               "QToolButton:focus, QComboBox:focus { border-color: %4; }"
+               "QToolButton:disabled { color: %5; }"
+               "QMenu { color: %3; background: %1; border: 1px solid %2; padding: 4px; }"
+               "QMenu::item { padding: 5px 18px; border-radius: 3px; }"
+               "QMenu::item:selected { color: white; background: %4; }"
+               "#messageBar { color: %3; background: %1; border: 1px solid %4; border-radius: 4px; }")
+        .arg(theme.surface.name(), theme.border.name(), theme.text.name(), theme.accent.name(),
+             theme.mutedText.name());
+}
+
+} // namespace Terminal

@@ -1,0 +1,112 @@
+#include "terminal/chart/view/ChartSummary.h"
+
+#include "terminal/chart/axes/BarSpan.h"
+#include "terminal/chart/axes/TimeTicks.h"
+#include "terminal/chart/text/FigureText.h"
+#include "terminal/chart/view/ChartView.h"
+
+#include <QCoreApplication>
+
+#include <array>
+
+namespace Terminal {
+
+namespace {
+
+/// What a mark tells, whatever its shape and however far an order is dealt: the kinds of trades, then the
+/// sides of orders.
+constexpr const char *groupTexts[] = {
+    QT_TRANSLATE_NOOP("ChartSummary", "buys %1"),        QT_TRANSLATE_NOOP("ChartSummary", "sells %1"),
+    QT_TRANSLATE_NOOP("ChartSummary", "both %1"),        QT_TRANSLATE_NOOP("ChartSummary", "buy orders %1"),
+    QT_TRANSLATE_NOOP("ChartSummary", "sell orders %1"),
+};
+constexpr size_t groupCount = std::size(groupTexts);
+
+size_t groupOf(GlyphNumber glyph)
+{
+    constexpr size_t ofBuyOrders = 3;
+    return isOrderGlyph(glyph) ? ofBuyOrders + static_cast<size_t>(orderKindOf(glyph).side)
+                               : static_cast<size_t>(seriesStyleOf(glyph).kind);
+}
+
+QString text(const char *source)
+{
+    return QCoreApplication::translate("ChartSummary", source);
+}
+
+QString rangeText(const Bars &bars, const BarRange &range)
+{
+    return text("%1 to %2, %3 bars")
+        .arg(timeText(bars[range.first]), timeText(bars[range.end - 1]))
+        .arg(range.end - range.first);
+}
+
+QString lastBarText(const ChartData &data)
+{
+    const Bar &last = data.bars.back();
+    return text("last %1: close %2, change %3")
+        .arg(timeText(last), priceText(last.close), changeText(changeAt(data.bars.size() - 1, data)));
+}
+
+/// What the change of a bar is measured from.
+double priceBefore(size_t bar, const ChartData &data)
+{
+    if (data.period == ChartPeriod::Minute) {
+        return data.previousClose.value_or(data.bars.front().open);
+    }
+    return bar > 0 ? data.bars[bar - 1].close : data.bars.front().open;
+}
+
+} // namespace
+
+double changeAt(size_t bar, const ChartData &data)
+{
+    const double before = priceBefore(bar, data);
+    return before == 0 ? 0 : (data.bars[bar].close - before) / before;
+}
+
+QString chartTitle(const ChartView &chart)
+{
+    const ChartData &shown = chart.data();
+    return shown.bars.empty() ? QString()
+                              : QStringLiteral("%1 %2, %3")
+                                    .arg(shown.security.name, shown.security.code, periodTitle(shown.period));
+}
+
+QString marksSummary(const std::vector<ClickableMark> &marks)
+{
+    std::array<int, groupCount> counts{};
+    for (const ClickableMark &mark : marks) {
+        counts[groupOf(mark.glyph)] += mark.count;
+    }
+    QStringList texts;
+    for (size_t group = 0; group < groupCount; ++group) {
+        if (counts[group] > 0) {
+            texts.append(text(groupTexts[group]).arg(counts[group]));
+        }
+    }
+    return texts.join(QStringLiteral(", "));
+}
+
+QString markText(const ClickableMark &mark, const ChartView &chart)
+{
+    const auto bar = static_cast<size_t>(chart.barAt(mark.box.center().x()));
+    return QStringLiteral("%1, %2").arg(marksSummary({mark}), timeText(chart.data().bars[bar]));
+}
+
+QString chartSummary(const ChartView &chart)
+{
+    const Bars &bars = chart.data().bars;
+    const BarRange range = barsInView(chart.span(), bars.size());
+    if (range.first == range.end) {
+        return {};
+    }
+    QStringList parts = {chartTitle(chart), rangeText(bars, range), lastBarText(chart.data())};
+    const QString overlays = chart.overlaySummary();
+    if (!overlays.isEmpty()) {
+        parts.append(overlays);
+    }
+    return parts.join(QStringLiteral("; "));
+}
+
+} // namespace Terminal

@@ -1,0 +1,198 @@
+// The built program as its user starts it: with a broker and a trading module of its own, without a
+// display.
+#include "terminal/chart/lines/SeriesLabel.h"
+#include "terminal/chart/view/ChartView.h"
+#include "terminal/ui/MainWindow.h"
+#include "tests/terminal/support/Pixels.h"
+#include "tests/terminal/support/ProgramFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+
+namespace Terminal {
+namespace {
+
+TEST_F(Program, DrawsBarsWithoutADisplay)
+{
+    const Outcome outcome = snapshot({QStringLiteral("--code"), QStringLiteral("600519")});
+    EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
+    EXPECT_EQ(QImage(picture()).size(), QSize(1280, 720));
+}
+
+TEST_F(Program, NeitherReadsNorWritesSettingsForAPicture)
+{
+    ASSERT_EQ(snapshot({}).exitCode, 0);
+    const QImage byDefault(picture());
+    const QTemporaryDir home;
+    m_environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.path());
+    ASSERT_TRUE(QDir(home.path()).mkpath(QStringLiteral("tradechart")));
+    QFile settings(home.filePath(QStringLiteral("tradechart/tradeterminal.conf")));
+    const QByteArray text = "[General]\ntheme=light\ncode=600519\n";
+    ASSERT_TRUE(settings.open(QIODevice::WriteOnly) && settings.write(text) == text.size());
+    settings.close();
+    ASSERT_EQ(snapshot({}).exitCode, 0);
+    EXPECT_EQ(QImage(picture()), byDefault);
+    ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
+    EXPECT_EQ(settings.readAll(), text);
+    EXPECT_EQ(QDir(home.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+              QStringList(QStringLiteral("tradechart")));
+}
+
+TEST_F(Program, TellsThatAWindowNeedsADisplay)
+{
+    const Outcome outcome = terminal({});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.messages.contains(QStringLiteral("--snapshot"))) << qPrintable(outcome.messages);
+}
+
+TEST_F(Program, RefusesAWrongOptionValue)
+{
+    const Outcome outcome = snapshot({QStringLiteral("--period"), QStringLiteral("year")});
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_TRUE(outcome.messages.contains(QStringLiteral("--period"))) << qPrintable(outcome.messages);
+}
+
+TEST_F(Program, NamesDataThatIsNotThere)
+{
+    const Outcome outcome = snapshot({QStringLiteral("--code"), QStringLiteral("123456")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.messages.contains(QStringLiteral("123456"))) << qPrintable(outcome.messages);
+}
+
+TEST_F(Program, NamesAnOverlayLibraryThatCannotBeLoaded)
+{
+    const Outcome outcome =
+        terminal({QStringLiteral("--snapshot"), picture(), QStringLiteral("--overlays"),
+                  QStringLiteral("cost"), QStringLiteral("--plugin"), QStringLiteral("/nowhere/lib.so")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.messages.contains(QStringLiteral("/nowhere/lib.so"))) << qPrintable(outcome.messages);
+}
+
+TEST_F(Program, WritesNoPictureWithoutTheOverlaysData)
+{
+    const Outcome outcome = snapshot({QStringLiteral("--overlays"), QStringLiteral("cost"),
+                                      QStringLiteral("--timeout"), QStringLiteral("1")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.messages.contains(QStringLiteral("HolderCostPrice"))) << qPrintable(outcome.messages);
+    EXPECT_FALSE(QFile::exists(picture()));
+}
+
+#ifdef TRADEMODULE
+
+/// Rows of the canvas's left part in which the line's colour runs from edge to edge.
+std::vector<int> lineRows(const QImage &image, const QRect &canvas, const QColor &colour)
+{
+    std::vector<int> rows;
+    for (int y = canvas.top(); y <= canvas.bottom(); ++y) {
+        if (pixelsOf(image.copy(canvas.left() + 10, y, 300, 1), colour) > 250) {
+            rows.push_back(y);
+        }
+    }
+    return rows;
+}
+
+class ProgramInTheme : public Program, public ::testing::WithParamInterface<const char *>
+{
+};
+
+TEST_P(ProgramInTheme, DrawsTheCostThatTheLedgerHas)
+{
+    importStatement();
+    const Outcome outcome =
+        snapshot(withLedger() + QStringList({QStringLiteral("--code"), QStringLiteral("600519"),
+                                             QStringLiteral("--overlays"), QStringLiteral("cost"),
+                                             QStringLiteral("--theme"), QLatin1String(GetParam())}));
+    ASSERT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
+
+    TerminalOptions options;
+    options.size = QSize(1280, 720);
+    MainWindow window(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), options);
+    ASSERT_TRUE(window.load(QStringLiteral("600519"), ChartPeriod::Day, 0));
+    window.grab();
+    const QRect canvas(window.chart()->canvas()->mapTo(&window, QPoint()), window.chart()->canvas()->size());
+    const ThemeKind kind = qstrcmp(GetParam(), "light") == 0 ? ThemeKind::Light : ThemeKind::Dark;
+    const std::vector<int> rows = lineRows(QImage(picture()), canvas, makeTheme(kind, RiseColour::Red).line);
+    ASSERT_EQ(rows.size(), 1U);
+    // 400 shares for 756,023.08: what `positions` of the ledger says.
+    EXPECT_NEAR(rows.front(), canvas.top() + window.chart()->chartGeometry().priceToY(756023.08 / 400), 1.5);
+}
+
+INSTANTIATE_TEST_SUITE_P(Themes, ProgramInTheme, ::testing::Values("dark", "light"));
+
+TEST_F(Program, DrawsTheCombinedOverlaysBesideTheOthers)
+{
+    importStatement();
+    const Outcome outcome =
+        snapshot(withLedger() +
+                 QStringList({QStringLiteral("--code"), QStringLiteral("600519"), QStringLiteral("--period"),
+                              QStringLiteral("minute"), QStringLiteral("--overlays"),
+                              QStringLiteral("cost,trades,combined-cost,combined-trades")}));
+    EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
+}
+
+TEST_F(Program, DrawsTheCostOfTheCombinedOverlayToo)
+{
+    importStatement();
+    const QStringList arguments =
+        withLedger() +
+        QStringList({QStringLiteral("--code"), QStringLiteral("600519"), QStringLiteral("--overlays")});
+    ASSERT_EQ(snapshot(arguments + QStringList(QStringLiteral("cost"))).exitCode, 0);
+    const QColor line = makeTheme(ThemeKind::Dark, RiseColour::Red).line;
+    const QImage ofTheCostLine(picture());
+    const QRect chart = ofTheCostLine.rect().adjusted(0, 90, -200, 0);
+    ASSERT_EQ(snapshot(arguments + QStringList(QStringLiteral("combined-cost"))).exitCode, 0);
+    EXPECT_EQ(lineRows(QImage(picture()), chart, line), lineRows(ofTheCostLine, chart, line));
+    EXPECT_EQ(lineRows(ofTheCostLine, chart, line).size(), 1U);
+}
+
+TEST_F(Program, HidesAmountsInAPicture)
+{
+    importStatement();
+    const QStringList arguments =
+        withLedger() + QStringList({QStringLiteral("--code"), QStringLiteral("600519"),
+                                    QStringLiteral("--overlays"), QStringLiteral("cost")});
+    ASSERT_EQ(snapshot(arguments).exitCode, 0);
+    const QColor label = makeTheme(ThemeKind::Dark, RiseColour::Red).line;
+    const auto labelPixels = [label](const QImage &image) {
+        return pixelsOf(image.copy(image.rect().adjusted(image.width() - 200, 90, 0, 0)), label);
+    };
+    const int shown = labelPixels(QImage(picture()));
+    ASSERT_EQ(snapshot(arguments + QStringList(QStringLiteral("--hide-amounts"))).exitCode, 0);
+    const int hidden = labelPixels(QImage(picture()));
+    EXPECT_GT(hidden, 500) << "the label is there";
+    EXPECT_LT(hidden, shown - 100) << "and shorter by its figures";
+}
+
+TEST_F(Program, DrawsNoLineForNoHolding)
+{
+    const Outcome outcome =
+        snapshot(withLedger() + QStringList({QStringLiteral("--overlays"), QStringLiteral("cost")}));
+    EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
+    const QImage image(picture());
+    EXPECT_TRUE(
+        lineRows(image, image.rect().adjusted(0, 90, 0, 0), makeTheme(ThemeKind::Dark, RiseColour::Red).line)
+            .empty());
+}
+
+TEST_F(Program, WaitsForTheTradesToo)
+{
+    importStatement();
+    const QStringList arguments =
+        withLedger() + QStringList({QStringLiteral("--code"), QStringLiteral("600519")});
+    ASSERT_EQ(snapshot(arguments).exitCode, 0);
+    const QImage bare(picture());
+    const Outcome outcome =
+        snapshot(arguments + QStringList({QStringLiteral("--overlays"), QStringLiteral("trades")}));
+    ASSERT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
+    const QColor both = makeTheme(ThemeKind::Dark, RiseColour::Red).both;
+    EXPECT_EQ(pixelsOf(bare, both), 0);
+    EXPECT_GT(pixelsOf(QImage(picture()), both), 500);
+}
+
+#endif
+
+} // namespace
+} // namespace Terminal

@@ -1,0 +1,126 @@
+// Runs of the terminal, one after the other.
+#include "terminal/TerminalProgram.h"
+#include "terminal/chart/view/ChartView.h"
+#include "terminal/trade/OrdersPanel.h"
+#include "terminal/trade/TradeDocks.h"
+#include "terminal/ui/MainWindow.h"
+#include "tests/support/LogCapture.h"
+#include "tests/terminal/support/Drag.h"
+#include "tests/terminal/support/SettingsFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QSplitter>
+#include <QTimer>
+
+namespace Terminal {
+namespace {
+
+/// A run of the terminal's window without services, closed by its user.
+class RunWithSettings : public Settings
+{
+protected:
+    static int run(const QStringList &arguments, std::function<void(MainWindow *)> act)
+    {
+        const auto parsed =
+            parseOptions(QStringList({QStringLiteral("tradeterminal"), QStringLiteral("--data"),
+                                      QStringLiteral(TRADECHART_EXAMPLES), QStringLiteral("--plugin"),
+                                      QStringLiteral("/nowhere/lib.so"), QStringLiteral("--no-broker")}) +
+                             arguments,
+                         QStringLiteral("/nowhere/bin"));
+        EXPECT_TRUE(parsed) << qPrintable(parsed.error());
+        TerminalProgram program(parsed.value().options, QStringLiteral("/nowhere/bin"));
+        QTimer::singleShot(0, qApp, [act = std::move(act)] {
+            for (QWidget *const widget : QApplication::topLevelWidgets()) {
+                if (auto *const window = qobject_cast<MainWindow *>(widget)) {
+                    act(window);
+                    window->close();
+                }
+            }
+        });
+        return program.run();
+    }
+    static void toggle(MainWindow *window, const QString &text)
+    {
+        for (QAction *const action : window->findChildren<QAction *>()) {
+            if (action->text() == text) {
+                action->trigger();
+            }
+        }
+    }
+};
+
+TEST_F(RunWithSettings, OpensTheWindowAsItWasClosed)
+{
+    EXPECT_EQ(run({QStringLiteral("--lang"), QStringLiteral("en")},
+                  [](MainWindow *window) {
+                      toggle(window, QStringLiteral("Dark"));
+                      toggle(window, QStringLiteral("Green rises"));
+                      toggle(window, QStringLiteral("Hide amounts"));
+                      EXPECT_TRUE(window->load(QStringLiteral("600519"), ChartPeriod::Month, 0));
+                  }),
+              0);
+    bool opened = false;
+    EXPECT_EQ(run({},
+                  [&opened](MainWindow *window) {
+                      opened = true;
+                      const TerminalOptions shown = window->shownOptions();
+                      EXPECT_EQ(shown.theme, ThemeKind::Light);
+                      EXPECT_EQ(window->chart()->theme().kind, ThemeKind::Light);
+                      EXPECT_EQ(shown.riseColour, RiseColour::Green);
+                      EXPECT_EQ(shown.language, QStringLiteral("en"));
+                      EXPECT_TRUE(shown.hidesAmounts);
+                      EXPECT_EQ(window->chart()->data().security.code, QStringLiteral("600519"));
+                      EXPECT_EQ(window->chart()->data().period, ChartPeriod::Month);
+                  }),
+              0);
+    EXPECT_TRUE(opened);
+}
+
+TEST_F(RunWithSettings, SharesTheWidthOfThePanelAsItsUserDid)
+{
+    const auto halves = [](MainWindow *window) {
+        QApplication::processEvents(); // it is laid out
+        return window->trade()->panel()->findChild<QSplitter *>();
+    };
+    QList<int> chosen;
+    EXPECT_EQ(run({},
+                  [&](MainWindow *window) {
+                      window->trade()->setShown(true);
+                      const QList<int> before = halves(window)->sizes();
+                      drag(halves(window)->handle(1), -60);
+                      chosen = halves(window)->sizes();
+                      EXPECT_EQ(chosen.first(), before.first() - 60);
+                  }),
+              0);
+    QList<int> shown;
+    EXPECT_EQ(run({}, [&](MainWindow *window) { shown = halves(window)->sizes(); }), 0);
+    EXPECT_EQ(shown, chosen);
+}
+
+TEST_F(RunWithSettings, OpensAnotherChartWhenTheRememberedOneIsGone)
+{
+    set(QStringLiteral("code"), QStringLiteral("999999"));
+    QString shown;
+    EXPECT_EQ(run({}, [&shown](MainWindow *window) { shown = window->chart()->data().security.code; }), 0);
+    EXPECT_EQ(shown, QStringLiteral("000001"));
+}
+
+TEST_F(RunWithSettings, OpensNoOtherChartThanTheCommandLineNames)
+{
+    EXPECT_EQ(run({QStringLiteral("--code"), QStringLiteral("999999")}, [](MainWindow *) {}), 1);
+}
+
+TEST_F(RunWithSettings, OpensWithoutTheRememberedOverlaysWhenTheirLibraryIsGone)
+{
+    set(QStringLiteral("overlays"), QStringLiteral("cost"));
+    const LogCapture log;
+    EXPECT_EQ(run({}, [](MainWindow *) {}), 0);
+    ASSERT_FALSE(log.lines(QtWarningMsg).empty());
+    EXPECT_TRUE(log.lines(QtWarningMsg).front().contains(QStringLiteral("/nowhere/lib.so")));
+}
+
+} // namespace
+} // namespace Terminal

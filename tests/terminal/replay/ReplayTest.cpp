@@ -1,0 +1,201 @@
+// A recorded day played as today.
+#include "terminal/replay/Replay.h"
+#include "terminal/data/TradingHours.h"
+#include "tests/support/WaitUntil.h"
+
+#include <gmock/gmock.h>
+
+#include <QElapsedTimer>
+
+namespace Terminal {
+namespace {
+
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::Field;
+using State = Replay::State;
+
+constexpr std::int32_t today = 20240105;
+
+class RecordedDay : public ::testing::Test
+{
+protected:
+    RecordedDay()
+    {
+        m_folder = DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value();
+        m_day = m_folder.load(QStringLiteral("000001"), ChartPeriod::Minute, 20180108).value();
+        QObject::connect(&m_replay, &Replay::barCompleted, &m_replay, [this](const Bar &bar) {
+            m_minutes.push_back(bar.minute);
+            m_dates.push_back(bar.date);
+        });
+        QObject::connect(&m_replay, &Replay::advanced, &m_replay, [this] { ++m_advances; });
+    }
+
+    void open() { m_replay.open(m_day, today); }
+    static int at(int hhmm) { return hhmm / 100 * 60 + hhmm % 100; }
+
+    DataFolder m_folder;
+    ChartData m_day;
+    Replay m_replay{nullptr};
+    std::vector<int> m_minutes;
+    std::vector<std::int32_t> m_dates;
+    int m_advances = 0;
+};
+
+TEST_F(RecordedDay, BeginsPausedWithTheOpeningAuction)
+{
+    open();
+    EXPECT_EQ(m_replay.state(), State::Paused);
+    EXPECT_THAT(m_minutes, ElementsAre(at(930)));
+    EXPECT_EQ(m_replay.recordedDate(), 20180108);
+    EXPECT_EQ(m_replay.previousClose(), 13.30);
+}
+
+TEST_F(RecordedDay, CompletesABarWithEveryStepAndPassesOverTheLunchBreak)
+{
+    open();
+    m_replay.playTo(at(1129));
+    m_minutes.clear();
+    m_replay.step();
+    m_replay.step();
+    EXPECT_THAT(m_minutes, ElementsAre(at(1130), at(1301)));
+}
+
+TEST_F(RecordedDay, HasEveryBarOfTheDayDatedToday)
+{
+    open();
+    m_replay.playTo(at(1500));
+    EXPECT_EQ(m_minutes.size(), static_cast<size_t>(minutesOfTradingDay));
+    EXPECT_THAT(m_dates, Each(today));
+    EXPECT_THAT(m_replay.today().bars, Each(Field(&Bar::date, today)));
+}
+
+TEST_F(RecordedDay, TellsOfEachBarButOnceOfAJump)
+{
+    open();
+    m_replay.playTo(at(1000));
+    EXPECT_EQ(m_minutes.size(), 31U);
+    EXPECT_EQ(m_advances, 2);
+}
+
+TEST_F(RecordedDay, DoesNotGoBack)
+{
+    open();
+    m_replay.playTo(at(1000));
+    m_replay.playTo(at(940));
+    EXPECT_EQ(m_replay.completed(), 31U);
+}
+
+TEST_F(RecordedDay, KeepsRoomForTheMinutesToCome)
+{
+    open();
+    m_replay.playTo(at(1130));
+    const ChartData shown = m_replay.today();
+    EXPECT_EQ(shown.bars.size(), 121U);
+    ASSERT_EQ(shown.ahead.size(), 120U);
+    EXPECT_EQ(shown.ahead.front(), at(1301));
+    EXPECT_EQ(shown.ahead.back(), at(1500));
+}
+
+TEST_F(RecordedDay, EndsWithItsLastBar)
+{
+    open();
+    m_replay.playTo(at(1459));
+    m_replay.play();
+    m_replay.step();
+    EXPECT_EQ(m_replay.state(), State::Ended);
+    m_replay.step();
+    m_replay.play();
+    EXPECT_EQ(m_replay.state(), State::Ended);
+    EXPECT_EQ(m_minutes.size(), static_cast<size_t>(minutesOfTradingDay));
+}
+
+TEST_F(RecordedDay, IsBegunAgainAfterItsEnd)
+{
+    open();
+    m_replay.playTo(at(1500));
+    m_minutes.clear();
+    m_replay.restart();
+    EXPECT_EQ(m_replay.state(), State::Paused);
+    EXPECT_THAT(m_minutes, ElementsAre(at(930)));
+    m_replay.step();
+    EXPECT_EQ(m_replay.completed(), 2U);
+}
+
+TEST_F(RecordedDay, GoesOnPlayingWhenItIsBegunAgain)
+{
+    open();
+    m_replay.setSpeed(600);
+    m_replay.playTo(at(1400));
+    m_replay.play();
+    m_replay.restart();
+    EXPECT_EQ(m_replay.state(), State::Playing);
+    EXPECT_TRUE(waitUntil([this] { return m_replay.completed() >= 3; }));
+}
+
+TEST_F(RecordedDay, TakesAMinuteByItsSpeed)
+{
+    open();
+    m_replay.setSpeed(600);
+    QElapsedTimer clock;
+    clock.start();
+    m_replay.play();
+    ASSERT_TRUE(waitUntil([this] { return m_replay.completed() == 6; }));
+    EXPECT_GE(clock.elapsed(), 5 * 100 - 10); // a busy machine may take longer, not less
+}
+
+TEST_F(RecordedDay, StandsStillWhilePaused)
+{
+    open();
+    m_replay.setSpeed(600);
+    m_replay.play();
+    ASSERT_TRUE(waitUntil([this] { return m_replay.completed() >= 2; }));
+    m_replay.pause();
+    const size_t completed = m_replay.completed();
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_TRUE(waitUntil([&clock] { return clock.elapsed() > 350; })); // more than three bars
+    EXPECT_EQ(m_replay.completed(), completed);
+}
+
+TEST_F(RecordedDay, HoldsItsSpeedInsideTheRange)
+{
+    m_replay.setSpeed(0);
+    EXPECT_EQ(m_replay.speed(), Replay::slowest);
+    m_replay.setSpeed(10000);
+    EXPECT_EQ(m_replay.speed(), Replay::fastest);
+}
+
+TEST_F(RecordedDay, StopsWhenAListenerClosesIt)
+{
+    open();
+    QObject::connect(&m_replay, &Replay::barCompleted, &m_replay, [this](const Bar &bar) {
+        if (bar.minute == at(935)) {
+            m_replay.close();
+        }
+    });
+    m_replay.playTo(at(1000));
+    EXPECT_EQ(m_replay.state(), State::Closed);
+    EXPECT_EQ(m_minutes.back(), at(935));
+    EXPECT_EQ(m_advances, 1); // of the first bar
+}
+
+TEST(ClosedReplay, DoesNothing)
+{
+    Replay replay(nullptr);
+    replay.play();
+    replay.step();
+    replay.playTo(900);
+    replay.restart();
+    EXPECT_EQ(replay.state(), State::Closed);
+    EXPECT_EQ(replay.completed(), 0U);
+}
+
+TEST_F(RecordedDay, KeepsTheCloseBeforeItOnTheChart)
+{
+    open();
+    EXPECT_EQ(m_replay.today().previousClose, 13.30);
+}
+
+} // namespace
+} // namespace Terminal

@@ -1,0 +1,70 @@
+// A chart that grows with a replayed day.
+#include "tests/terminal/support/ReplayWindow.h"
+
+#include <gmock/gmock.h>
+
+namespace Terminal {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+class ReplayedChartInAWindow : public ReplayWindow
+{
+};
+
+TEST_F(ReplayedChartInAWindow, GrowsWithoutMakingOverlaysAnew)
+{
+    m_window->setReplaying(true);
+    QApplication::processEvents();
+    overlayLog();
+    replay()->step();
+    replay()->playTo(10 * 60);
+    const std::string log = overlayLog();
+    EXPECT_THAT(log, HasSubstr("calc 000001 2 21"));
+    EXPECT_THAT(log, HasSubstr("calc 000001 31 21"));
+    EXPECT_EQ(countOf(log, "calc"), 2) << log;
+    EXPECT_THAT(log, Not(HasSubstr("ended")));
+}
+
+TEST_F(ReplayedChartInAWindow, HasRoomForTheWholeDayFromTheFirstBarOn)
+{
+    m_window->setReplaying(true);
+    const BarSpan atOpening = chart()->span();
+    EXPECT_GE(atOpening.last, 240.5);
+    replay()->playTo(15 * 60);
+    EXPECT_DOUBLE_EQ(chart()->span().last, atOpening.last);
+    EXPECT_TRUE(chart()->data().ahead.empty());
+}
+
+TEST_F(ReplayedChartInAWindow, LeavesTheViewOfOlderBarsAlone)
+{
+    m_window->setReplaying(true);
+    replay()->playTo(10 * 60);
+    chart()->setSpan({0, 20});
+    replay()->step();
+    EXPECT_DOUBLE_EQ(chart()->span().first, 0);
+    EXPECT_DOUBLE_EQ(chart()->span().last, 20);
+}
+
+TEST_F(ReplayedChartInAWindow, MovesTheViewAlongWithTheLastBar)
+{
+    m_window->setReplaying(true);
+    replay()->playTo(10 * 60);
+    chart()->setSpan({10.5, 30.5});
+    replay()->step();
+    EXPECT_DOUBLE_EQ(chart()->span().first, 11.5);
+    EXPECT_DOUBLE_EQ(chart()->span().last, 31.5);
+}
+
+TEST_F(ReplayedChartInAWindow, BeginsTheDayAgain)
+{
+    m_window->setReplaying(true);
+    replay()->playTo(10 * 60);
+    replay()->restart();
+    EXPECT_EQ(shownBars(), 1U);
+    EXPECT_EQ(chart()->data().ahead.size(), 240U);
+}
+
+} // namespace
+} // namespace Terminal

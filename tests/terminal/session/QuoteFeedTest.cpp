@@ -1,0 +1,173 @@
+// What a replay says on a real bus.
+#include "terminal/replay/QuoteFeed.h"
+
+#include "terminal/data/DataFolder.h"
+#include "terminal/replay/Replay.h"
+#include "terminal/trade/OrderDesk.h"
+#include "tests/support/TestBroker.h"
+#include "tests/terminal/support/ScriptedModule.h"
+
+#include <gmock/gmock.h>
+
+namespace Terminal {
+namespace {
+
+using ::testing::ElementsAre;
+
+QString text(const QJsonObject &object, const char *key)
+{
+    return object.value(QLatin1String(key)).toString();
+}
+
+TEST(Quote, TellsABarInTexts)
+{
+    const Security security{QStringLiteral("000001"), Market::Shenzhen, QStringLiteral("PA")};
+    const Bar bar{20240105, 9 * 60 + 31, 13.35, 13.39, 13.3, 13.38, 2003635};
+    const QJsonObject expected{
+        {QStringLiteral("stkcode"), QStringLiteral("000001")},
+        {QStringLiteral("market"), QStringLiteral("SZ")},
+        {QStringLiteral("date"), QStringLiteral("20240105")},
+        {QStringLiteral("time"), QStringLiteral("09310000")},
+        {QStringLiteral("open"), QStringLiteral("13.35")},
+        {QStringLiteral("high"), QStringLiteral("13.39")},
+        {QStringLiteral("low"), QStringLiteral("13.3")},
+        {QStringLiteral("close"), QStringLiteral("13.38")},
+        {QStringLiteral("volume"), QStringLiteral("2003635")},
+        {QStringLiteral("preclose"), QStringLiteral("13.3")},
+    };
+    EXPECT_EQ(quoteOf(security, bar, 13.30), expected);
+}
+
+TEST(Quote, SaysNothingOfACloseThatIsNotKnown)
+{
+    const QJsonObject quote = quoteOf({QStringLiteral("600519"), Market::Shanghai, {}},
+                                      {20240105, 15 * 60, 1400, 1400, 1400, 1400, 0}, std::nullopt);
+    EXPECT_FALSE(quote.contains(QStringLiteral("preclose")));
+    EXPECT_EQ(text(quote, "time"), QStringLiteral("15000000"));
+}
+
+/// A replay, its feed and a module that hears quotes and questions on one line.
+class Feed : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        QObject::connect(
+            &m_market, &LocalCommunication::EndPoint::messageReceived, &m_market,
+            [this](const QByteArray &topic, const QByteArray &payload) { hear(topic, payload); });
+        m_market.subscribe("Market", QByteArray("Quote"));
+        m_market.subscribe("Global", QByteArray("TradeQuery"));
+        m_market.connect(m_broker.address());
+        m_module.setAnswer(QStringLiteral("HolderCostPrice"), {});
+        m_module.setAnswer(QStringLiteral("EntrustTodayTrade"), {});
+        m_module.setAnswer(QStringLiteral("AccountInfo"), {});
+        ASSERT_TRUE(waitUntil([this] { return m_market.isConnected() && m_module.isReady(); }));
+    }
+
+    /// Opens a day of the sample data with orders that are planned for it.
+    void open(const OrderPlan &plan)
+    {
+        m_feed = std::make_unique<QuoteFeed>(&m_replay, &m_desk, plan, nullptr);
+        QObject::connect(m_feed.get(), &QuoteFeed::taken, &m_replay, [this] { ++m_taken; });
+        m_desk.start(m_broker.address());
+        ASSERT_TRUE(waitUntil([this] { return m_feed->isJoined(); }));
+        const DataFolder folder = DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value();
+        m_replay.open(folder.load(QStringLiteral("000001"), ChartPeriod::Minute, 20180108).value(), 20240105);
+    }
+
+    void hear(const QByteArray &topic, const QByteArray &payload)
+    {
+        const QJsonObject message = QJsonDocument::fromJson(payload).object();
+        if (topic == "Quote") {
+            m_heard.append(text(message, "time").left(4));
+        } else if (text(message, "cmd") == QLatin1String("EntrustPlace")) {
+            m_heard.append(text(message, "bsflag2") + QLatin1Char(' ') + text(message, "orderqty") +
+                           QLatin1Char(' ') + text(message, "orderprice"));
+        }
+    }
+
+    bool hears(int count)
+    {
+        return waitUntil([=] { return m_heard.size() >= count; });
+    }
+
+    TestBroker m_broker;
+    LocalCommunication::EndPoint m_market{nullptr};
+    ScriptedModule m_module{m_broker.address()};
+    Replay m_replay{nullptr};
+    OrderDesk m_desk;
+    std::unique_ptr<QuoteFeed> m_feed;
+    QStringList m_heard;
+    int m_taken = 0;
+};
+
+TEST_F(Feed, PublishesEveryBarInOrder)
+{
+    open({});
+    m_replay.playTo(9 * 60 + 33);
+    ASSERT_TRUE(hears(4));
+    EXPECT_THAT(m_heard, ElementsAre(QStringLiteral("0930"), QStringLiteral("0931"), QStringLiteral("0932"),
+                                     QStringLiteral("0933")));
+}
+
+TEST_F(Feed, PlacesAnOrderBetweenTheQuotesOfItsMinuteAndTheNext)
+{
+    open({{9 * 60 + 31, Direction::Sell, 500, 13.05}, {9 * 60 + 30, Direction::Buy, 100, 12.9}});
+    m_replay.playTo(9 * 60 + 32);
+    ASSERT_TRUE(hears(5));
+    EXPECT_THAT(m_heard,
+                ElementsAre(QStringLiteral("0930"), QStringLiteral("0B 100 12.90"), QStringLiteral("0931"),
+                            QStringLiteral("0S 500 13.05"), QStringLiteral("0932")));
+}
+
+TEST_F(Feed, PlacesAnOrderOnce)
+{
+    open({{9 * 60 + 30, Direction::Buy, 100, 12.9}});
+    m_replay.restart();
+    ASSERT_TRUE(hears(3));
+    EXPECT_THAT(m_heard,
+                ElementsAre(QStringLiteral("0930"), QStringLiteral("0B 100 12.90"), QStringLiteral("0930")));
+}
+
+TEST_F(Feed, ForgetsItsOrdersWithTheirDay)
+{
+    open({{9 * 60 + 31, Direction::Buy, 100, 12.9}});
+    m_replay.close();
+    open({});
+    m_replay.step();
+    ASSERT_TRUE(hears(3));
+    EXPECT_THAT(m_heard, ElementsAre(QStringLiteral("0930"), QStringLiteral("0930"), QStringLiteral("0931")));
+}
+
+TEST_F(Feed, TellsWhichOfItsOrdersIsRefusedAndNoneThatWasPlacedByHand)
+{
+    m_module.setAnswer(QStringLiteral("EntrustPlace"), {{QStringLiteral("success"), false},
+                                                        {QStringLiteral("msg"), QStringLiteral("no cash")}});
+    open({{9 * 60 + 31, Direction::Buy, 100, 12.9}});
+    QStringList refused;
+    QObject::connect(m_feed.get(), &QuoteFeed::refused, &m_desk,
+                     [&refused](const QString &reason) { refused.append(reason); });
+    int answered = 0;
+    QObject::connect(&m_desk, &OrderDesk::placed, &m_replay, [&answered] { ++answered; });
+    m_desk.place({m_replay.security(), Direction::Buy, 12.8, 200});
+    ASSERT_TRUE(waitUntil([&answered] { return answered == 1; }));
+    EXPECT_TRUE(refused.isEmpty());
+    m_replay.step();
+    ASSERT_TRUE(waitUntil([&answered] { return answered == 2; }));
+    EXPECT_EQ(refused, QStringList(QStringLiteral("no cash")));
+}
+
+TEST_F(Feed, TellsWhenTheModuleIsDone)
+{
+    open({});
+    m_module.setSilent(QStringLiteral("HolderCostPrice"));
+    m_feed->askWhetherTaken();
+    const auto asked = [this] { return m_module.asked(QStringLiteral("HolderCostPrice")); };
+    ASSERT_TRUE(waitUntil([&] { return asked().size() == 1; }));
+    EXPECT_EQ(m_taken, 0);
+    m_module.answer(asked().front(), {});
+    EXPECT_TRUE(waitUntil([this] { return m_taken == 1; }));
+}
+
+} // namespace
+} // namespace Terminal

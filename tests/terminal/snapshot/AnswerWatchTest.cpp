@@ -1,0 +1,68 @@
+// When a snapshot has all data of its overlays.
+#include "terminal/snapshot/AnswerWatch.h"
+#include "tests/terminal/support/SomeBars.h"
+
+#include <gmock/gmock.h>
+
+namespace Terminal {
+namespace {
+
+class WatchOfCombinedOverlays : public ::testing::Test
+{
+protected:
+    static constexpr char costWord[] = "combined-cost";
+    static constexpr char tradesWord[] = "combined-trades";
+
+    static SharedNews news(SharedNews::Kind kind) { return {kind, QStringLiteral("600519")}; }
+    static const OverlayKind *kind(const char *word) { return findOverlayKind(QLatin1String(word)); }
+
+    AnswerWatch watch{
+        "screen-1", dailyChart(10), {QLatin1String(costWord), QLatin1String(tradesWord)}, nullptr};
+};
+
+TEST_F(WatchOfCombinedOverlays, WaitsForTheCalculationAfterTheAnswer)
+{
+    watch.noteUpdate(kind(costWord));
+    watch.noteUpdate(kind(tradesWord));
+    EXPECT_FALSE(watch.isComplete());
+    watch.takeSharedNews(news(SharedNews::Data));
+    EXPECT_EQ(watch.missing().size(), 1);
+    watch.noteUpdate(kind(tradesWord));
+    EXPECT_TRUE(watch.isComplete()) << qPrintable(watch.missing().join(QLatin1Char(' ')));
+}
+
+TEST_F(WatchOfCombinedOverlays, WaitsForTheCostsFirstCalculation)
+{
+    watch.takeSharedNews(news(SharedNews::Data));
+    watch.noteUpdate(kind(tradesWord));
+    EXPECT_FALSE(watch.isComplete());
+    watch.noteUpdate(kind(costWord));
+    EXPECT_TRUE(watch.isComplete());
+}
+
+TEST_F(WatchOfCombinedOverlays, WaitsAgainWhenTheTradesWereLost)
+{
+    watch.noteUpdate(kind(costWord));
+    watch.takeSharedNews(news(SharedNews::Data));
+    watch.noteUpdate(kind(tradesWord));
+    watch.takeSharedNews(news(SharedNews::Spoilt));
+    EXPECT_FALSE(watch.isComplete());
+    watch.noteUpdate(kind(tradesWord));
+    EXPECT_FALSE(watch.isComplete()) << "the answer is still to come";
+    watch.takeSharedNews(news(SharedNews::Data));
+    watch.noteUpdate(kind(tradesWord));
+    EXPECT_TRUE(watch.isComplete());
+}
+
+TEST_F(WatchOfCombinedOverlays, TakesNothingOfAnotherSecurityOrAnotherScreensQuestions)
+{
+    watch.noteUpdate(kind(costWord));
+    watch.noteUpdate(kind(tradesWord));
+    watch.takeSharedNews({SharedNews::Data, QStringLiteral("000001")});
+    watch.takeSharedNews({SharedNews::None, QStringLiteral("600519")});
+    watch.takeAnswer(R"({"cmd":"HistoryTrade","stkcode":"600519","data":[{}]})");
+    EXPECT_FALSE(watch.isComplete());
+}
+
+} // namespace
+} // namespace Terminal

@@ -1,0 +1,135 @@
+// An order before it is sent: its checks and its figures.
+#include "terminal/trade/OrderDraft.h"
+#include "tests/support/ByName.h"
+#include "tests/support/NearestTick.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+
+namespace Terminal {
+namespace {
+
+using ::testing::HasSubstr;
+
+OrderRequest order(Direction side, double price, qint64 quantity, const char *code = "600519")
+{
+    return {{QLatin1String(code), Market::Shanghai, {}}, side, price, quantity};
+}
+
+/// A close of 10.00, ten thousand yuan of cash, 350 shares held, all of them sellable.
+DraftFacts facts()
+{
+    DraftFacts facts;
+    facts.moduleAnswers = true;
+    facts.closeBefore = 10.0;
+    facts.available = 10000.0;
+    facts.held = 350;
+    facts.sellable = 350;
+    return facts;
+}
+
+struct Case
+{
+    const char *name;
+    OrderRequest order;
+    const char *problem; ///< a part of it; empty: none
+};
+
+class Draft : public ::testing::TestWithParam<Case>
+{
+};
+
+TEST_P(Draft, NamesTheFirstThingThatSpeaksAgainstIt)
+{
+    const std::string problem = OrderDraft(GetParam().order, facts()).problem().toStdString();
+    if (*GetParam().problem == '\0') {
+        EXPECT_EQ(problem, "");
+    } else {
+        EXPECT_THAT(problem, HasSubstr(GetParam().problem));
+    }
+}
+
+constexpr Direction buy = Direction::Buy;
+constexpr Direction sell = Direction::Sell;
+
+const Case cases[] = {
+    {"buysALot", order(buy, 10.01, 100), ""},
+    {"buysAtTheUpperLimit", order(buy, 11.00, 100), ""},
+    {"buysBeyondTheUpperLimit", order(buy, 11.01, 100), "9.00 and 11.00"},
+    {"sellsAtTheLowerLimit", order(sell, 9.00, 100), ""},
+    {"sellsBeyondTheLowerLimit", order(sell, 8.99, 100), "beyond the day's limits"},
+    {"hasWiderLimitsOnYoungBoards", order(buy, 11.99, 100, "300750"), ""},
+    {"hasWiderLimitsForTechnology", order(buy, 12.01, 100, "688981"), "8.00 and 12.00"},
+    {"isBetweenTicks", order(buy, 10.005, 100), "multiple of 0.01"},
+    {"hasNoPrice", order(buy, 0, 100), "multiple of 0.01"},
+    {"isNoWholeLot", order(buy, 10, 150), "multiple of 100"},
+    {"hasNoQuantity", order(sell, 10, 0), "multiple of 100"},
+    {"isNegative", order(buy, 10, -100), "multiple of 100"},
+    {"sellsTheOddRestWithAll", order(sell, 10, 350), ""},
+    {"sellsTheOddRestAlone", order(sell, 10, 50), "multiple of 100"},
+    {"sellsMoreThanThereIs", order(sell, 10, 400), "Only 350 shares"},
+    {"takesAllTheCash", order(buy, 10, 1000), ""},
+    {"costsMoreThanThereIs", order(buy, 10, 1100), "not enough cash"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Checks, Draft, ::testing::ValuesIn(cases), ByName());
+
+TEST(OrderDraft, NeedsAModuleThatAnswers)
+{
+    DraftFacts silent = facts();
+    silent.moduleAnswers = false;
+    EXPECT_THAT(OrderDraft(order(buy, 10, 100), silent).problem().toStdString(),
+                HasSubstr("does not answer"));
+}
+
+TEST(OrderDraft, DoesNotCheckWhatIsNotKnown)
+{
+    DraftFacts little;
+    little.moduleAnswers = true;
+    EXPECT_EQ(OrderDraft(order(buy, 99999, 100000), little).problem(), QString());
+    EXPECT_EQ(OrderDraft(order(sell, 0.01, 100000), little).problem(), QString());
+    EXPECT_FALSE(OrderDraft(order(buy, 10, 100), little).limits());
+    EXPECT_FALSE(OrderDraft(order(buy, 10, 100), little).largestQuantity());
+    EXPECT_FALSE(OrderDraft(order(sell, 10, 100), little).largestQuantity());
+}
+
+TEST(OrderDraft, ShowsTheLimitsThatTheExchangeHoldsForEveryClose)
+{
+    DraftFacts facts;
+    for (qint64 close = 1; close <= 100000; ++close) {
+        facts.closeBefore = static_cast<double>(close) / 100;
+        for (const auto &[code, percent] : {std::pair("600519", 10), std::pair("688981", 20)}) {
+            const PriceLimits limits = OrderDraft(order(buy, 1, 100, code), facts).limits().value();
+            ASSERT_TRUE(isNearestTick(std::llround(limits.lowest * 100), close, 100 - percent))
+                << limits.lowest;
+            ASSERT_TRUE(isNearestTick(std::llround(limits.highest * 100), close, 100 + percent))
+                << limits.highest;
+        }
+    }
+}
+
+TEST(OrderDraft, StatesTheAmountWithoutFees)
+{
+    EXPECT_DOUBLE_EQ(OrderDraft(order(buy, 10.5, 300), facts()).amount(), 3150);
+}
+
+TEST(OrderDraft, ProposesAsMuchAsTheCashCarriesWithFees)
+{
+    EXPECT_EQ(OrderDraft(order(buy, 10, 100), facts()).largestQuantity(), 900);
+    EXPECT_EQ(OrderDraft(order(buy, 9.98, 100), facts()).largestQuantity(), 1000);
+    DraftFacts poor = facts();
+    poor.available = 5;
+    EXPECT_EQ(OrderDraft(order(buy, 0.01, 100), poor).largestQuantity(), 0);
+}
+
+TEST(OrderDraft, ProposesAnOddRestOnlyWhenAllMayBeSold)
+{
+    EXPECT_EQ(OrderDraft(order(sell, 10, 100), facts()).largestQuantity(), 350);
+    DraftFacts boughtToday = facts();
+    boughtToday.sellable = 250;
+    EXPECT_EQ(OrderDraft(order(sell, 10, 100), boughtToday).largestQuantity(), 200);
+}
+
+} // namespace
+} // namespace Terminal

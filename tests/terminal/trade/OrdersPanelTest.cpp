@@ -1,0 +1,176 @@
+// How the panel of orders and positions shares its room.
+#include "terminal/trade/OrdersPanel.h"
+#include "terminal/trade/TradeStyle.h"
+#include "tests/support/WaitUntil.h"
+#include "tests/terminal/support/Drag.h"
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QLabel>
+#include <QSplitter>
+#include <QTableView>
+#include <QTest>
+#include <QTextDocument>
+#include <QToolTip>
+
+namespace Terminal {
+namespace {
+
+constexpr int besideTheTicket = 1027; ///< in a window of 1280
+constexpr int nameColumn = 1;
+
+const Security software{QStringLiteral("600536"), Market::Shanghai, QStringLiteral(u"中国软件")};
+
+OrderRecord order(qint64 quantity)
+{
+    OrderRecord order;
+    order.security = software;
+    order.status = QStringLiteral("8");
+    order.number = QStringLiteral("3");
+    order.day = Trading::TradingDate::of(2023, 7, 11);
+    order.time = Trading::ClockTime::of(10, 10);
+    order.price = 50.86;
+    order.quantity = quantity;
+    order.dealt = quantity;
+    order.dealtAmount = 50.86 * static_cast<double>(quantity);
+    return order;
+}
+
+Account holding(qint64 quantity)
+{
+    return {186968.67, 186968.67, {{software, quantity, 2500, 50.746}}};
+}
+
+class Panel : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        const ChartTheme theme = makeTheme(ThemeKind::Dark, RiseColour::Red);
+        m_panel.setStyleSheet(tradeStyleSheet(theme));
+        m_panel.setTheme(theme);
+        m_panel.setLastPrice(software, 50.62);
+    }
+
+    void show(int width)
+    {
+        m_panel.resize(width, 200);
+        m_panel.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&m_panel));
+    }
+
+    QTableView *table(const char *name) { return m_panel.findChild<QTableView *>(QLatin1String(name)); }
+    QTableView *positions() { return table("positionsView"); }
+
+    /// Titles of the columns that are cut or lie beyond the edge.
+    static QStringList cutColumns(const QTableView *table)
+    {
+        const QHeaderView &header = *table->horizontalHeader();
+        const QAbstractItemView &cells = *table;
+        QStringList cut;
+        for (int column = 0; column < header.count(); ++column) {
+            const int needed = std::max(header.sectionSizeHint(column), cells.sizeHintForColumn(column));
+            const int end = header.sectionViewportPosition(column) + header.sectionSize(column);
+            if (header.sectionSize(column) < needed || end > table->viewport()->width()) {
+                cut.append(table->model()->headerData(column, Qt::Horizontal).toString());
+            }
+        }
+        return cut;
+    }
+
+    static void askForTip(QTableView *table, int column)
+    {
+        const QPoint place = table->visualRect(table->model()->index(0, column)).center();
+        QHelpEvent asked(QEvent::ToolTip, place, table->viewport()->mapToGlobal(place));
+        QApplication::sendEvent(table->viewport(), &asked);
+    }
+
+    OrdersPanel m_panel;
+};
+
+TEST_F(Panel, CutsNoColumnInAnOrdinaryWindow)
+{
+    m_panel.setOrders({order(12000)}, std::nullopt);
+    m_panel.setAccount(holding(18500));
+    show(besideTheTicket);
+    EXPECT_EQ(cutColumns(table("ordersView")), QStringList());
+    EXPECT_EQ(cutColumns(positions()), QStringList());
+}
+
+TEST_F(Panel, MakesRoomForFiguresThatGrow)
+{
+    show(besideTheTicket);
+    m_panel.setOrders({order(100)}, std::nullopt);
+    m_panel.setAccount(holding(1234500));
+    QApplication::processEvents();
+    EXPECT_EQ(cutColumns(table("ordersView")), QStringList());
+    EXPECT_EQ(cutColumns(positions()), QStringList());
+}
+
+TEST_F(Panel, LeavesTheTablesAsTheUserSharedThem)
+{
+    m_panel.setOrders({order(100)}, std::nullopt);
+    show(besideTheTicket);
+    auto *const halves = m_panel.findChild<QSplitter *>();
+    const QList<int> before = halves->sizes();
+    drag(halves->handle(1), 200);
+    const QList<int> chosen = halves->sizes();
+    EXPECT_EQ(chosen.first(), before.first() + 200);
+    m_panel.setAccount(holding(1234500));
+    QApplication::processEvents();
+    EXPECT_EQ(halves->sizes(), chosen);
+    EXPECT_NE(cutColumns(positions()), QStringList());
+}
+
+TEST_F(Panel, HidesQuantitiesAndMoneyInBothTables)
+{
+    m_panel.setOrders({order(1300)}, std::nullopt);
+    m_panel.setAccount(holding(18500));
+    show(besideTheTicket);
+    m_panel.setAmountsHidden(true);
+    QStringList texts;
+    for (const QTableView *const view : {table("ordersView"), positions()}) {
+        for (int column = 0; column < view->model()->columnCount(); ++column) {
+            texts.append(view->model()->index(0, column).data().toString());
+        }
+    }
+    for (const QLabel *const label : m_panel.findChildren<QLabel *>()) {
+        texts.append(label->text());
+    }
+    const std::string all = texts.join(QLatin1Char('|')).toStdString();
+    for (const char *const amount : {"1300", "18500", "2500", "50.746", "186,968.67"}) {
+        EXPECT_THAT(all, ::testing::Not(::testing::HasSubstr(amount)));
+    }
+}
+
+TEST_F(Panel, TellsByATipWhatIsCutAndNothingElse)
+{
+    Account account = holding(18500);
+    account.positions.front().security.name = QStringLiteral(u"沪深三百交易型开放式指数基金").repeated(3);
+    m_panel.setAccount(account);
+    show(besideTheTicket);
+    ASSERT_THAT(cutColumns(positions()), ::testing::Contains(QStringLiteral("Name")));
+    askForTip(positions(), nameColumn);
+    EXPECT_EQ(QToolTip::text(), account.positions.front().security.name);
+    askForTip(positions(), 0);
+    EXPECT_TRUE(waitUntil([] { return !QToolTip::isVisible(); }));
+}
+
+TEST_F(Panel, ShowsMarkupOfANameInItsTipAsItIsWritten)
+{
+    Account account = holding(18500);
+    const QString name = QStringLiteral("<b>100 shares at 1.00</b><!-- ").repeated(3) + QLatin1Char('x');
+    account.positions.front().security.name = name;
+    m_panel.setAccount(account);
+    show(besideTheTicket);
+    askForTip(positions(), nameColumn);
+    QTextDocument shown;
+    shown.setHtml(QToolTip::text());
+    EXPECT_EQ(shown.toPlainText(), name);
+}
+
+} // namespace
+} // namespace Terminal

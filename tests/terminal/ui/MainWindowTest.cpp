@@ -1,0 +1,113 @@
+// The window's bars, its look and its export.
+#include "terminal/trade/TradeDocks.h"
+#include "tests/terminal/support/OverlayWindow.h"
+
+#include <gmock/gmock.h>
+
+#include <QFileDialog>
+#include <QTemporaryDir>
+#include <QToolBar>
+
+namespace Terminal {
+namespace {
+
+class Window : public OverlayWindow
+{
+};
+
+TEST_F(Window, OffersToExportTheChartAtItsKey)
+{
+    show({});
+    bool opened = false;
+    whenOpen<QFileDialog>([&opened](QFileDialog *dialog) {
+        opened = true;
+        dialog->reject();
+    });
+    m_window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get()));
+    QTest::keyClick(chart(), Qt::Key_S, Qt::ControlModifier);
+    EXPECT_TRUE(opened);
+}
+
+TEST_F(Window, ExportsTheChartWithoutTheAccount)
+{
+    show({});
+    m_window->trade()->setShown(true);
+    QApplication::processEvents();
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("chart.png"));
+    whenOpen<QFileDialog>([&file](QFileDialog *dialog) {
+        dialog->selectFile(file);
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    m_window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get()));
+    QTest::keyClick(chart(), Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(QImage(file).size(), m_window->centralWidget()->size());
+    EXPECT_LT(QImage(file).width(), m_window->width() - 200) << "the ticket stands beside the chart";
+}
+
+TEST_F(Window, LooksAsIfItHadBeenOpenedInTheThemeThatItIsChangedTo)
+{
+    const auto picture = [this] {
+        m_window->trade()->setShown(true);
+        QApplication::processEvents();
+        return m_window->grab().toImage();
+    };
+    show({}, ChartPeriod::Day, ThemeKind::Light);
+    const QImage light = picture();
+    show({}, ChartPeriod::Day, ThemeKind::Dark);
+    const QImage dark = picture();
+    action("深色")->trigger();
+    EXPECT_EQ(picture(), light);
+    action("深色")->trigger();
+    EXPECT_EQ(picture(), dark);
+}
+
+TEST_F(Window, KeepsTheChartWhenOtherBarsCannotBeLoaded)
+{
+    show({});
+    EXPECT_FALSE(m_window->load(QStringLiteral("600519"), ChartPeriod::Minute, 20000101));
+    EXPECT_TRUE(m_window->loadError().contains(QStringLiteral("600519_20000101.csv")));
+    EXPECT_EQ(chart()->data().period, ChartPeriod::Day);
+}
+
+TEST_F(Window, SpeaksChineseAndEnglish)
+{
+    show({});
+    const auto periodTexts = [this] {
+        QStringList texts;
+        for (const QAction *const action : m_window->findChildren<QAction *>()) {
+            texts.append(action->text());
+        }
+        return texts;
+    };
+    EXPECT_TRUE(periodTexts().contains(QStringLiteral(u"日线")));
+    for (QAction *const action : m_window->findChildren<QAction *>()) {
+        if (action->text() == QLatin1String("English")) {
+            action->trigger();
+        }
+    }
+    EXPECT_TRUE(periodTexts().contains(QStringLiteral("Day")));
+    EXPECT_TRUE(periodTexts().contains(QStringLiteral(u"中文")));
+}
+
+TEST_F(Window, HasRoomForItsToolBarInBothLanguages)
+{
+    show({});
+    ASSERT_TRUE(m_window->load(QStringLiteral("600519"), ChartPeriod::Minute, 0));
+    const auto widest = [this] {
+        QApplication::processEvents();
+        int width = 0;
+        for (const QToolBar *const bar : m_window->findChildren<QToolBar *>()) {
+            width = std::max(width, bar->sizeHint().width());
+        }
+        return width;
+    };
+    EXPECT_LE(widest(), 1280);
+    speakEnglish();
+    EXPECT_LE(widest(), 1280);
+}
+
+} // namespace
+} // namespace Terminal

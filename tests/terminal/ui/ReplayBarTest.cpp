@@ -1,0 +1,78 @@
+// The controls of the replay.
+#include "tests/terminal/support/ReplayWindow.h"
+
+#include <gmock/gmock.h>
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QSlider>
+
+namespace Terminal {
+namespace {
+
+class ControlsOfAReplay : public ReplayWindow
+{
+};
+
+TEST_F(ControlsOfAReplay, PlaysAndPausesWithSpaceAndStepsWithThePoint)
+{
+    m_window->setReplaying(true);
+    focusChart();
+    QTest::keyClick(chart(), Qt::Key_Space);
+    EXPECT_EQ(replay()->state(), Replay::State::Playing);
+    QTest::keyClick(chart(), Qt::Key_Space);
+    EXPECT_EQ(replay()->state(), Replay::State::Paused);
+    QTest::keyClick(chart(), Qt::Key_Period);
+    EXPECT_EQ(replay()->completed(), 2U);
+}
+
+TEST_F(ControlsOfAReplay, LeavesItsKeysToAFormThatHasTheFocus)
+{
+    m_window->setReplaying(true);
+    auto *const form = new QLineEdit(m_window.get());
+    form->show();
+    m_window->activateWindow();
+    form->setFocus();
+    ASSERT_TRUE(waitUntil([form] { return form->hasFocus(); }));
+    QTest::keyClicks(form, QStringLiteral("1 .["));
+    EXPECT_EQ(form->text(), QStringLiteral("1 .["));
+    EXPECT_EQ(replay()->state(), Replay::State::Paused);
+    EXPECT_EQ(replay()->completed(), 1U);
+}
+
+TEST_F(ControlsOfAReplay, BeginsAndEndsWithItsKey)
+{
+    focusChart();
+    QTest::keyClick(chart(), Qt::Key_R, Qt::ControlModifier);
+    EXPECT_EQ(replay()->state(), Replay::State::Paused);
+    QTest::keyClick(chart(), Qt::Key_R, Qt::ControlModifier);
+    EXPECT_EQ(replay()->state(), Replay::State::Closed);
+}
+
+TEST_F(ControlsOfAReplay, ChangesItsSpeedWithKeysAndFromTheList)
+{
+    m_window->setReplaying(true);
+    focusChart();
+    replay()->setSpeed(30);
+    QTest::keyClick(chart(), Qt::Key_BracketRight);
+    EXPECT_EQ(replay()->speed(), 60);
+    QTest::keyClick(chart(), Qt::Key_BracketLeft);
+    QTest::keyClick(chart(), Qt::Key_BracketLeft);
+    EXPECT_EQ(replay()->speed(), 10);
+    replay()->setSpeed(45);
+    EXPECT_EQ(bar()->findChild<QComboBox *>()->currentText(), QStringLiteral(u"45×"));
+}
+
+TEST_F(ControlsOfAReplay, PlaysUpToTheMinuteThatTheSliderIsPutTo)
+{
+    m_window->setReplaying(true);
+    auto *const slider = bar()->findChild<QSlider *>();
+    slider->setValue(30);
+    EXPECT_EQ(shownBars(), 31U);
+    slider->setValue(10); // a market does not go back
+    EXPECT_EQ(shownBars(), 31U);
+    EXPECT_EQ(slider->value(), 30);
+}
+
+} // namespace
+} // namespace Terminal
