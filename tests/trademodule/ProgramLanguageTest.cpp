@@ -1,4 +1,4 @@
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ void setLocale(const LocaleRow &row)
 
 } // namespace
 
-TEST(Language, FollowsTheFirstLocaleThatIsSet)
+TEST(ProgramLanguage, FollowsTheFirstLocaleThatIsSet)
 {
     for (const LocaleRow &row : {LocaleRow{"", "", "", "en"},
                                  {"", "", "zh_CN.UTF-8", "zh"},
@@ -34,14 +34,14 @@ TEST(Language, FollowsTheFirstLocaleThatIsSet)
                                  {"C", "zh_CN.UTF-8", "zh_CN.UTF-8", "en"},
                                  {"zh_CN.UTF-8", "C", "C", "zh"}}) {
         setLocale(row);
-        EXPECT_EQ(Language::ofLocale().toStdString(), row.word) << row.all << row.messages << row.lang;
+        EXPECT_EQ(ProgramLanguage::ofLocale().toStdString(), row.word) << row.all << row.messages << row.lang;
     }
 }
 
-TEST(Language, TranslatesOnlyWhileItIsChinese)
+TEST(ProgramLanguage, TranslatesOnlyWhileItIsChinese)
 {
     {
-        Language language;
+        ProgramLanguage language;
         EXPECT_TRUE(language.set(QStringLiteral("zh")));
         EXPECT_EQ(translated("quantity"), QStringLiteral(u"数量"));
         EXPECT_TRUE(language.set(QStringLiteral("en")));
@@ -51,9 +51,9 @@ TEST(Language, TranslatesOnlyWhileItIsChinese)
     EXPECT_EQ(translated("quantity"), QStringLiteral("quantity"));
 }
 
-TEST(Language, StaysAsItIsForAWordItDoesNotKnow)
+TEST(ProgramLanguage, StaysAsItIsForAWordItDoesNotKnow)
 {
-    Language language;
+    ProgramLanguage language;
     language.set(QStringLiteral("zh"));
 
     EXPECT_FALSE(language.set(QStringLiteral("xx")));

@@ -1,4 +1,4 @@
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 
 #include <QCoreApplication>
 
@@ -10,7 +10,7 @@ static void useTranslations()
 
 namespace TradeModule {
 
-bool Language::set(const QString &word)
+bool ProgramLanguage::set(const QString &word)
 {
     if (word != QLatin1String("zh") && word != QLatin1String("en")) {
         return false;
@@ -24,7 +24,7 @@ bool Language::set(const QString &word)
     return QCoreApplication::installTranslator(&m_translator);
 }
 
-QString Language::ofLocale()
+QString ProgramLanguage::ofLocale()
 {
     for (const char *const variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
         const QByteArray locale = qgetenv(variable);

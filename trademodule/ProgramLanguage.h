@@ -8,7 +8,7 @@ namespace TradeModule {
 
 /// The language in which the program speaks to people. What programs read stays the same in each: keys,
 /// JSON, commands and options.
-class Language
+class ProgramLanguage
 {
 public:
     /// "zh" or "en"; false, and nothing changes, for any other word. Texts made before keep theirs.
