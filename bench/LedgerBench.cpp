@@ -14,10 +14,10 @@ namespace {
 
 using namespace TradeModule;
 
-constexpr int AllExecutions = 1000000;
-constexpr int Securities = 100;
-constexpr int Years = 10;
-constexpr int RowsOfAYear = AllExecutions / Securities / Years;
+constexpr int allExecutions = 1000000;
+constexpr int securities = 100;
+constexpr int years = 10;
+constexpr int rowsOfAYear = allExecutions / securities / years;
 
 /// The ledger, filled once: every security is traded every year.
 class FullLedger
@@ -31,7 +31,7 @@ public:
     {
         fill();
         const DateRange year{20200101, 20201231};
-        if (m_ledger.trades(security(), year).size() != RowsOfAYear || readYearAlone() != RowsOfAYear) {
+        if (m_ledger.trades(security(), year).size() != rowsOfAYear || readYearAlone() != rowsOfAYear) {
             std::fputs("the ledger was not filled as it should be\n", stderr);
             std::exit(1);
         }
