@@ -3,8 +3,8 @@
 #include "tests/trademodule/PostgreSqlServer.h"
 #include "tests/trademodule/ProgramFixture.h"
 #include "trademodule/Error.h"
-#include "trademodule/ExchangeTime.h"
 #include "trademodule/ledger/OrderBook.h"
+#include "trademodule/ledger/ServingLease.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -19,7 +19,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-const QByteArray Placing = R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
+const QByteArray placing = R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
                                "orderprice":"10.00","orderqty":"100"})";
 
 /// As long as it lives there is no server.
@@ -38,9 +38,7 @@ void restartServer()
 
 Order anOrder()
 {
-    Order order;
-    order.security = bank();
-    order.date = today();
+    Order order{bank(), Direction::Buy, TradingDate::today(), ClockTime()};
     order.price = Money::ofYuan(10).value();
     order.quantity = 100;
     order.status = QStringLiteral("2");
@@ -79,7 +77,7 @@ class RestartedServer : public LedgerFixture
 class ModuleOnARestartedServer : public ProgramOnABus
 {
 protected:
-    int orderCount() { return OrderBook(&ledger()).ofDay(today()).size(); }
+    int orderCount() { return OrderBook(&ledger()).ofDay(TradingDate::today()).size(); }
 };
 
 } // namespace
@@ -103,7 +101,7 @@ TEST_F(RestartedServer, LeavesNothingOfAChangeInProgress)
         EXPECT_THROW(orders.add(anOrder()), LedgerUnavailable);
         EXPECT_THROW(transaction.commit(), LedgerUnavailable);
     }
-    EXPECT_TRUE(orders.ofDay(today()).isEmpty());
+    EXPECT_TRUE(orders.ofDay(TradingDate::today()).isEmpty());
 }
 
 TEST_F(RestartedServer, IsSaidNotToBeThereWhileItIsNot)
@@ -114,18 +112,41 @@ TEST_F(RestartedServer, IsSaidNotToBeThereWhileItIsNot)
     EXPECT_THROW(ledger().positions(), LedgerUnavailable);
 }
 
+TEST_F(RestartedServer, GivesTheRightToServeBackToWhoHadIt)
+{
+    const ServingLease lease(ledger().database());
+    restartServer();
+    ASSERT_THROW(ledger().positions(), LedgerUnavailable);
+    ASSERT_NO_THROW(ledger().positions());
+
+    Ledger other(location());
+    EXPECT_THROW(ServingLease(other.database()), LedgerError);
+}
+
+TEST_F(RestartedServer, LetsNothingBeChangedByWhoLostTheRightToServe)
+{
+    const ServingLease lost(ledger().database());
+    restartServer();
+    Ledger other(location());
+    const ServingLease lease(other.database());
+    ASSERT_THROW(ledger().positions(), LedgerUnavailable); // the connection is lost
+
+    EXPECT_THROW(ledger().positions(), LedgerError); // the right, too
+    EXPECT_THROW(book({fill(Side::Buy, bank(), 20240102, 10, 100)}), LedgerError);
+}
+
 TEST_F(ModuleOnARestartedServer, RefusesOrdersUntilTheServerIsThereAgain)
 {
     serve();
-    ASSERT_TRUE(ask(Placing)[QStringLiteral("success")].toBool());
+    ASSERT_TRUE(ask(placing)[QStringLiteral("success")].toBool());
     {
         const Outage outage;
-        const QJsonObject answer = ask(Placing);
+        const QJsonObject answer = ask(placing);
         EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
         EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(2));
         EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("the ledger"));
     }
-    ASSERT_TRUE(waitUntil([this] { return ask(Placing)[QStringLiteral("success")].toBool(); }));
+    ASSERT_TRUE(waitUntil([this] { return ask(placing)[QStringLiteral("success")].toBool(); }));
 
     ASSERT_THROW(ledger().positions(), LedgerUnavailable); // this test's own connection is lost, too
     EXPECT_EQ(orderCount(), 2);

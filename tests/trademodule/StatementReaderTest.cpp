@@ -1,7 +1,6 @@
 #include "tests/support/ByName.h"
 #include "tests/trademodule/StatementTest.h"
 #include "trademodule/Error.h"
-#include "trademodule/ExchangeTime.h"
 
 #include <QDate>
 
@@ -142,7 +141,7 @@ TEST(StatementReader, SaysHowToImportAStatementWithoutDates)
 TEST(StatementReader, DoesNotGuessBetweenTheStatementsDatesAndTheUsers)
 {
     ReadOptions options;
-    options.date = 20240102;
+    options.date = TradingDate::of(2024, 1, 2);
     EXPECT_THAT(refusalOf("成交日期\t证券代码\t操作\t成交数量\t成交均价\n", options),
                 HasSubstr("leave --date out"));
 }
@@ -195,6 +194,9 @@ INSTANTIATE_TEST_SUITE_P(
         BadCell{"EndlessDealNumber",
                 "20210811,10:00:00,600000,浦发银行,买入,9.10,100,910.00," + std::string(65, '7'),
                 "longer than the 64 characters"},
+        BadCell{"AmountOfMoreThanAnyAccountHas",
+                "20210811,10:00:00,600000,浦发银行,买入,1000000,1000000000000,,2",
+                "price × quantity, is too large: 1000000.00 × 1000000000000"},
         BadCell{"SlippedColumns", "20210811,10:00:00,600000,浦发银行,买入,100,910.00,1,2",
                 "not price × quantity"}),
     ByName());

@@ -1,10 +1,13 @@
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/bus/TradeService.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/TerminationSignals.h"
 #include "trademodule/cli/UsageError.h"
+#include "trademodule/ledger/ServingLease.h"
 
 #include <QCoreApplication>
+
+#include <chrono>
 
 namespace TradeModule {
 
@@ -12,7 +15,7 @@ namespace {
 
 /// How long a change waits for another process that changes the ledger: well below the three seconds after
 /// which whoever asked would take it for lost, while it is done all the same.
-constexpr int PatienceMs = 500;
+constexpr std::chrono::milliseconds patience(500);
 
 int serve(const Invocation &invocation)
 {
@@ -20,7 +23,8 @@ int serve(const Invocation &invocation)
         throw UsageError(translated("give the directory of the terminal with --bus DIR"));
     }
     Ledger ledger(invocation.ledger());
-    ledger.setPatience(PatienceMs);
+    const ServingLease lease(ledger.database());
+    ledger.setPatience(patience);
     const TerminationSignals signalsQuit;
     const TradeService service(invocation.bus(), &ledger);
     return QCoreApplication::exec();

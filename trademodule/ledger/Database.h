@@ -5,6 +5,9 @@
 #include <QString>
 #include <QVariant>
 
+#include <chrono>
+#include <functional>
+
 namespace TradeModule {
 
 /// A connection to the database of a ledger: a SQLite file, or PostgreSQL for a location of the form
@@ -22,10 +25,14 @@ public:
     ~Database();
     Q_DISABLE_COPY_MOVE(Database)
 
+    /// False for the names of SQLite's databases that are gone with the program: none, and ":memory:".
+    static bool keeps(const QString &location);
+
     /// What a location names.
     static Kind kindOf(const QString &location);
 
     Kind kind() const { return m_kind; }
+    const QString &location() const { return m_location; }
 
     /// Runs a statement with its values bound in order. The rows of the result are read forwards only,
     /// and before the next statement.
@@ -40,8 +47,12 @@ public:
 
     /// How long a change waits for another process that is changing the same ledger, before it fails as
     /// LedgerUnavailable: a minute, unless something else is said. Once one has waited in vain the next do
-    /// not wait, until one succeeds: what is asked behind them must not wait for all of them.
-    void setPatience(int milliseconds) { m_patienceMs = milliseconds; }
+    /// not wait, until one succeeds: what is asked after them must not wait for all of them.
+    void setPatience(std::chrono::milliseconds patience) { m_patience = patience; }
+
+    /// Has `reconnected` called after every lost connection that was opened anew, before anything else is
+    /// done on it; what it throws closes the connection again.
+    void setReconnected(std::function<void()> reconnected) { m_reconnected = std::move(reconnected); }
 
     // For Transaction.
 
@@ -56,9 +67,10 @@ private:
     void open();
     void openSqlite(const QString &file);
     void openPostgreSql(const QString &url);
-    void waitAtMost(int milliseconds);
+    void waitAtMost(std::chrono::milliseconds time);
     void lockOutWriters();
     void reopenIfLost();
+    void tellOfReconnection();
     [[noreturn]] void refuse(const QSqlQuery &failed);
     QSqlDatabase connection() const;
     void open(QSqlDatabase connection, const QString &shownLocation);
@@ -66,8 +78,9 @@ private:
     const QString m_location;
     const Kind m_kind;
     const QString m_name;
-    int m_patienceMs = 60000;
-    int m_waitsMs = 0; // what the connection is told
+    std::function<void()> m_reconnected;
+    std::chrono::milliseconds m_patience = std::chrono::minutes(1);
+    std::chrono::milliseconds m_wait{0}; // what the connection is told
     bool m_isInTransaction = false;
     bool m_isBusy = false; // the last change waited in vain
 };
