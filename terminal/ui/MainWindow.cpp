@@ -326,6 +326,7 @@ void MainWindow::startOverlays(const OverlayLibrary &library, const BusGates &ga
 {
     m_overlays = std::make_unique<OverlayHost>(m_chart, &m_prompts, library, gates, m_screenId,
                                                std::chrono::seconds(m_options.refreshSeconds));
+    connect(m_overlays.get(), &OverlayHost::lost, this, &MainWindow::tellUnknown);
     m_overlays->setAmountsHidden(m_amountsAction->isChecked());
     m_input = std::make_unique<ChartInput>(m_chart, m_overlays->pointer(), nullptr);
     m_trade->setOverlays(m_overlays.get());
@@ -337,9 +338,13 @@ void MainWindow::startOverlays(const OverlayLibrary &library, const BusGates &ga
 
 void MainWindow::toggleOverlay(const OverlayKind &kind, bool shown)
 {
-    if (!m_overlays || m_overlays->setShown(kind, shown)) {
-        return;
+    if (m_overlays && !m_overlays->setShown(kind, shown)) {
+        tellUnknown(kind);
     }
+}
+
+void MainWindow::tellUnknown(const OverlayKind &kind)
+{
     const auto number = static_cast<size_t>(&kind - overlayKinds().data());
     m_overlayActions[number]->setChecked(false);
     m_prompts.show(tr("The overlay library does not know the overlay \"%1\".").arg(overlayTitle(kind)));

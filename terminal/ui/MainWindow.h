@@ -78,6 +78,7 @@ private:
     void applyTheme();
     void applyLanguage();
     void toggleOverlay(const OverlayKind &kind, bool shown);
+    void tellUnknown(const OverlayKind &kind);
     void exportChart();
 
     Replay m_replay;
