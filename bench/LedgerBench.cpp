@@ -43,7 +43,7 @@ public:
         return ledger;
     }
 
-    static Security security() { return {QStringLiteral("600050"), Market::Shanghai}; }
+    static SecurityId security() { return {QStringLiteral("600050"), Market::Shanghai}; }
 
     Ledger &ledger() { return m_ledger; }
     TradeAnswers &answers() { return m_answers; }

@@ -107,7 +107,7 @@ public:
     {
         ++paints;
         for (int bar = 0; bar < static_cast<int>(m_highs.size()); bar += 2) {
-            painter.drawMarker(0, bar, firstOrderKind + bar / 2 % orderKinds, 0,
+            painter.drawMarker(0, bar, orderKinds[static_cast<size_t>(bar / 2) % orderKinds.size()].number, 0,
                                m_highs[static_cast<size_t>(bar)]);
         }
         return true;

@@ -14,10 +14,6 @@
 
 namespace LocalCommunication {
 
-static_assert(sizeof(EndPoint) == sizeof(QObject) + sizeof(void *),
-              "a terminal's own bus client and this one are exchanged at run time: their sizes are part of "
-              "the promise");
-
 namespace {
 
 constexpr int DefaultRequestTimeoutMs = 3000;

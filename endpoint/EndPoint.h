@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QString>
 
+#include <cstddef>
 #include <memory>
 
 namespace LocalCommunication {
@@ -25,6 +26,9 @@ class ENDPOINT_EXPORT EndPoint : public QObject
     Q_OBJECT
 
 public:
+    /// Bytes that the members of a client may take, its QObject not counted. Do not change.
+    static constexpr std::size_t memberRoom = 256;
+
     explicit EndPoint(QObject *parent);
     ~EndPoint() override;
 
@@ -66,6 +70,12 @@ Q_SIGNALS:
 private:
     class Private;
     const std::unique_ptr<Private> d;
+    /// Who holds a client by value lays this much memory aside, for a terminal's own client may have members
+    /// that ours has not. Ours uses none of it.
+    unsigned char m_reserved[memberRoom - sizeof(std::unique_ptr<Private>)];
 };
+
+static_assert(sizeof(EndPoint) == sizeof(QObject) + EndPoint::memberRoom,
+              "programs in the field hold clients of this size");
 
 } // namespace LocalCommunication

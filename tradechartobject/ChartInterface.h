@@ -10,8 +10,8 @@
 //   3. calcRatio, maximizeValue, minimizeValue    while the host fits its price scale
 //   4. paintIt(painter)                           for every repaint
 //   5. hitTest, handleMouse...                    on user input, in pixels
-//   6. deleteObject()                             stops an overlay of the factory; calls that still come
-//                                                 change nothing
+//   6. deleteObject()                             stops the refresh timer, and nothing else: calls and
+//                                                 messages that still come do what they always do
 //   7. the virtual destructor                     leaves the bus and frees everything
 //
 // docs/host-interface.md tells what each operation is called with.
@@ -175,7 +175,7 @@ public:
     virtual ~IChartObject() = default;
     /// pluginObjectType for every overlay of this library.
     virtual int type() const = 0;
-    /// Stops the overlay's activity, to be called before destruction; returns true.
+    /// Stops and deletes the overlay's refresh timer, to be called before destruction; returns true.
     virtual bool deleteObject() = 0;
     /// Recomputes for the security `code` and its `count` loaded bars (may be 0). Both are borrowed
     /// for the call. `a` and `b` are the host's. False from an overlay that does not draw on the period,

@@ -1,14 +1,6 @@
 #include "trademodule/ExchangeTime.h"
 
-#include <ctime>
-
 namespace TradeModule {
-
-void enterExchangeTime()
-{
-    qputenv("TZ", "Asia/Shanghai");
-    tzset(); // POSIX: the same on Linux and macOS
-}
 
 int dateNumber(const QDate &date)
 {

@@ -4,10 +4,6 @@
 
 namespace TradeModule {
 
-/// Makes exchange time (Asia/Shanghai) the local time of this process, so that "today" is the same day
-/// as on the charts, wherever the machine stands. Call it first in main().
-void enterExchangeTime();
-
 /// A date as the number yyyymmdd.
 int dateNumber(const QDate &date);
 

@@ -17,7 +17,7 @@ debian_test=(
     libgtest-dev libgmock-dev libbenchmark-dev
     mosquitto-clients openssl postgresql python3
     xvfb xauth xdotool x11-utils faketime util-linux
-    clang-format
+    clang-format clang-tidy git
 )
 homebrew_build=(cmake ninja pkg-config qt@5 qwt-qt5 mosquitto)
 homebrew_test=(python3 googletest google-benchmark postgresql@15 libfaketime clang-format)
@@ -61,8 +61,9 @@ install_homebrew() {
     export CMAKE_PREFIX_PATH
 }
 
-# set_machine_up build|test
+# set_machine_up build|test: once, also when one command calls another
 set_machine_up() {
+    [ -z "${machine_is_up:-}" ] || return 0
     if command -v apt-get >/dev/null; then
         install_debian "${debian_build[@]}"
         [ "$1" = build ] || install_debian "${debian_test[@]}"
@@ -75,6 +76,7 @@ set_machine_up() {
     if command -v ccache >/dev/null; then
         export CMAKE_CXX_COMPILER_LAUNCHER="${CMAKE_CXX_COMPILER_LAUNCHER:-ccache}"
     fi
+    export machine_is_up=1
 }
 
 # Programs keep the bus socket in the user's runtime directory, which a bare login lacks.
@@ -99,4 +101,15 @@ configure_and_build() {
         fail "the build failed, see above"
     fi
     rm -f "$log"
+}
+
+# release_14_of clang-format|clang-tidy: the program's name; fails where only other releases are.
+release_14_of() {
+    local program
+    for program in "$1-14" "$1"; do
+        case "$("$program" --version 2>/dev/null)" in
+        *"version 14."*) echo "$program"; return ;;
+        esac
+    done
+    return 1
 }

@@ -3,8 +3,8 @@
 #include "endpoint/EndPoint.h"
 #include "terminal/replay/Replay.h"
 #include "terminal/trade/OrderDesk.h"
-#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <QJsonDocument>
 #include <QUuid>

@@ -1,7 +1,7 @@
 #include "terminal/services/TradeLink.h"
 
-#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

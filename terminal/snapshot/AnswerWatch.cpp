@@ -1,8 +1,8 @@
 #include "terminal/snapshot/AnswerWatch.h"
 
 #include "terminal/plugin/HostRecords.h"
-#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,8 +1,8 @@
 #include "terminal/trade/OrderDesk.h"
 
 #include "terminal/chart/text/FigureText.h"
-#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -182,11 +182,13 @@ void OrderDesk::sendWish(const QJsonObject &wish, Tell tell)
         QTimer::singleShot(0, this, [tell = std::move(tell)] { tell({DeskOutcome::Kind::NotSent, {}}); });
         return;
     }
-    m_wishes.insert(id, std::move(tell));
+    m_wishes.insert(id, {std::move(tell)});
     QTimer::singleShot(m_timeout, this, [this, id] {
-        if (m_wishes.contains(id)) { // it stays: a late answer is told, too
-            const Tell late = m_wishes.value(id);
-            late({DeskOutcome::Kind::NoAnswer, {}});
+        const auto open = m_wishes.find(id);
+        if (open != m_wishes.end()) { // it stays: a late answer is told, too
+            open->isLate = true;
+            const Tell tellLate = open->tell;
+            tellLate({DeskOutcome::Kind::NoAnswer, {}});
             refresh();
         }
     });
@@ -211,9 +213,11 @@ void OrderDesk::takeAnswer(const QJsonObject &answer)
     } else if (m_accountQuestion.close(id)) {
         takeAccount(answer);
     } else if (m_wishes.contains(id)) {
-        const Tell tell = m_wishes.take(id);
+        const Wish wish = m_wishes.take(id);
         refresh();
-        tell(outcomeOf(answer));
+        DeskOutcome outcome = outcomeOf(answer);
+        outcome.isLate = wish.isLate;
+        wish.tell(outcome);
     }
     Q_EMIT answered();
 }

@@ -20,6 +20,7 @@ struct DeskOutcome
 
     Kind kind = Kind::NoAnswer;
     QString text;
+    bool isLate = false; ///< an answer after NoAnswer was told
 };
 
 /// The terminal's own counter at the trading module, of which a terminal has one: it places and cancels
@@ -84,6 +85,12 @@ Q_SIGNALS:
 private:
     using Tell = std::function<void(const DeskOutcome &)>;
 
+    struct Wish
+    {
+        Tell tell;
+        bool isLate = false; ///< it was told that no answer came
+    };
+
     bool isWatching() const { return m_heartbeat.isActive(); }
     QJsonObject question(const char *command, const Security &security);
     QString send(const QJsonObject &question);
@@ -104,7 +111,7 @@ private:
     QTimer m_heartbeat;
     OpenQuestion m_ordersQuestion;
     OpenQuestion m_accountQuestion;
-    QHash<QString, Tell> m_wishes; ///< unanswered ones by their id
+    QHash<QString, Wish> m_wishes; ///< unanswered ones by their id
     Security m_security;
     std::int32_t m_day = 0;
     OrderRecords m_orders;

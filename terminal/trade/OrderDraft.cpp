@@ -2,7 +2,7 @@
 
 #include "terminal/chart/text/FigureText.h"
 #include "terminal/trade/ShownAmount.h"
-#include "tradechartobject/common/DayLimits.h"
+#include "trading/DayLimits.h"
 
 #include <algorithm>
 #include <cmath>

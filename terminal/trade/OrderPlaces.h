@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal/chart/marks/MarkPainter.h"
+#include "terminal/chart/marks/DrawnMarks.h"
 #include "terminal/trade/TradeRecords.h"
 
 namespace Terminal {

@@ -103,6 +103,7 @@ void OrderTicket::setUpSides()
     m_send->setObjectName(QStringLiteral("sendOrder"));
     connect(m_buy, &QPushButton::clicked, this, [this] { setSide(OrderSide::Buy); });
     connect(m_sell, &QPushButton::clicked, this, [this] { setSide(OrderSide::Sell); });
+    m_send->installEventFilter(this);
     connect(m_send, &QPushButton::clicked, this, &OrderTicket::send);
 }
 
@@ -303,9 +304,22 @@ void OrderTicket::send()
     m_price->interpretText();
     m_quantity->interpretText();
     const OrderDraft order = draft();
-    if (order.problem().isEmpty()) {
+    if (!m_isSending && order.problem().isEmpty()) {
+        m_isSending = true;
         Q_EMIT sendAsked(order.order());
     }
+}
+
+void OrderTicket::endSending()
+{
+    m_isSending = false;
+}
+
+/// The second press of a double click on the button is no second order.
+bool OrderTicket::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isSecondPress = watched == m_send && event->type() == QEvent::MouseButtonDblClick;
+    return isSecondPress || QWidget::eventFilter(watched, event);
 }
 
 void OrderTicket::changeEvent(QEvent *event)
@@ -320,7 +334,9 @@ void OrderTicket::keyPressEvent(QKeyEvent *event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isEnter && (m_price->hasFocus() || m_quantity->hasFocus() || m_send->hasFocus())) {
-        send();
+        if (!event->isAutoRepeat()) { // a key that is held is one order
+            send();
+        }
     } else if (event->key() == Qt::Key_Escape) {
         Q_EMIT left();
     } else {

@@ -40,6 +40,9 @@ public:
     void focusPrice();
 
     enum class Tone { Plain, Good, Bad };
+    /// To be called when a sent order has ended, by an answer or for want of one: until then the ticket sends
+    /// no other one.
+    void endSending();
     /// What became of the last order, at the foot of the ticket.
     void showResult(const QString &text, Tone tone);
 
@@ -52,6 +55,7 @@ Q_SIGNALS:
 protected:
     void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void setUpSides();
@@ -68,6 +72,7 @@ private:
     DraftFacts m_facts;
     OrderSide m_side = OrderSide::Buy;
     bool m_hidesAmounts = false;
+    bool m_isSending = false;   ///< the order before has not ended
     bool m_hasOwnPrice = false; ///< one that the user chose
     QLabel *m_title;
     QPushButton *m_buy;

@@ -270,7 +270,9 @@ bool OrdersPanel::eventFilter(QObject *watched, QEvent *event)
     const bool isDelete =
         event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Delete;
     if (isDelete) {
-        askToCancel();
+        if (!static_cast<QKeyEvent *>(event)->isAutoRepeat()) {
+            askToCancel();
+        }
         return true;
     }
     return QWidget::eventFilter(watched, event);

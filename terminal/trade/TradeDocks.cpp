@@ -96,6 +96,7 @@ void TradeDocks::addShortcuts()
 {
     const auto add = [this](Qt::Key key, std::function<void()> act) {
         auto *const shortcut = new QShortcut(key, m_window);
+        shortcut->setAutoRepeat(false);
         connect(shortcut, &QShortcut::activated, this, std::move(act));
     };
     add(buyKey, [this] { openTicket(OrderSide::Buy); });
@@ -244,6 +245,9 @@ void TradeDocks::tellPlaced(const OrderRequest &order, const DeskOutcome &outcom
 {
     if (order.origin != OrderOrigin::Hand) {
         return;
+    }
+    if (!outcome.isLate) {
+        m_ticket->endSending();
     }
     const QString what = orderSummary(order, m_hidesAmounts);
     const auto tell = [this](const QString &text, OrderTicket::Tone tone) {

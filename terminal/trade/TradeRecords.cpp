@@ -1,7 +1,7 @@
 #include "terminal/trade/TradeRecords.h"
 
-#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>

@@ -1,348 +1,21 @@
-// A terminal that knows the plug-in only as a file: it loads the library, finds the factory by name and
-// speaks through virtual tables and records laid by hand. No header of the plug-in is used here, so a
-// slot or a byte that moves breaks these tests although everything still compiles.
+// Every slot and record of the border, driven as a terminal does that has no header of ours.
+#include "tests/abi/HandLaidHost.h"
 #include "tests/support/LogCapture.h"
-#include "tests/support/RecordedBus.h"
-
-#include <gmock/gmock.h>
 
 #include <QDate>
 #include <QJsonObject>
-#include <QLibrary>
-#include <QObject>
-#include <QString>
 #include <QVariant>
 
 #include <algorithm>
-#include <array>
 #include <cfloat>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <cstring>
-#include <string>
 #include <utility>
-#include <vector>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
+using namespace HandLaid;
 
 namespace {
-
-/// Any object with virtual operations: a pointer to its table, whose slots follow two words of type
-/// information.
-struct Virtual
-{
-    void *const *table;
-};
-
-template <class Function>
-void *address(Function *function)
-{
-    void *raw = nullptr;
-    std::memcpy(&raw, &function, sizeof raw);
-    return raw;
-}
-
-template <class Result, class... Arguments>
-Result call(void *object, int slot, Arguments... arguments)
-{
-    using Function = Result (*)(void *, Arguments...);
-    Function function = nullptr;
-    std::memcpy(&function, static_cast<Virtual *>(object)->table + slot, sizeof function);
-    return function(object, arguments...);
-}
-
-[[noreturn]] void unexpectedSlot()
-{
-    ADD_FAILURE() << "the plug-in called a slot that no overlay uses";
-    std::abort();
-}
-
-template <std::size_t Slots>
-struct Table
-{
-    Table() { words.fill(address(&unexpectedSlot)); }
-
-    template <class Function>
-    void set(std::size_t slot, Function *function)
-    {
-        words[2 + slot] = address(function);
-    }
-    void *const *slots() const { return words.data() + 2; }
-
-    std::array<void *, 2 + Slots> words;
-};
-
-struct Axis : Virtual
-{
-    std::vector<std::string> calls;
-    std::vector<void *> updated;
-    std::vector<std::string> popupLines;
-    int linesWithoutEnd = 0; ///< more than 0: so many lines, and no null pointer behind them
-    int chosenLine = -1;
-};
-
-struct Painter : Virtual
-{
-    std::vector<std::string> calls;
-};
-
-Axis &log(void *self, const std::string &name)
-{
-    auto &axis = *static_cast<Axis *>(static_cast<Virtual *>(self));
-    axis.calls.push_back(name);
-    return axis;
-}
-
-int chartMode(void *self)
-{
-    log(self, "chartMode");
-    return 1;
-}
-
-bool visiblePriceRange(void *self, double *low, double *high)
-{
-    log(self, "visiblePriceRange");
-    *low = 10.0;
-    *high = 20.0;
-    return true;
-}
-
-const char *screenId(void *)
-{
-    return "by-hand";
-}
-
-double markerSize(void *self)
-{
-    log(self, "markerSize");
-    return 16.0;
-}
-
-void updateObject(void *self, void *object)
-{
-    log(self, "updateObject").updated.push_back(object);
-}
-
-int popupMenu(void *self, const char **lines, void *)
-{
-    Axis &axis = log(self, "popupMenu");
-    for (int line = 0; axis.linesWithoutEnd > 0 ? line < axis.linesWithoutEnd : lines[line] != nullptr;
-         ++line) {
-        axis.popupLines.emplace_back(lines[line]);
-    }
-    return axis.chosenLine;
-}
-
-void showMessage(void *self, const char *text)
-{
-    log(self, "showMessage " + std::string(text));
-}
-
-bool confirmBox(void *self, const char *text)
-{
-    log(self, "confirmBox " + std::string(text));
-    return true;
-}
-
-double barToX(void *self, int bar)
-{
-    log(self, "barToX " + std::to_string(bar));
-    return bar * 100.0;
-}
-
-double priceToY(void *self, double price, int one, int two)
-{
-    log(self, one == -1 && two == -1 ? "priceToY" : "priceToY with other ints");
-    return 1000.0 - price;
-}
-
-int xToBar(void *self, double x)
-{
-    log(self, "xToBar");
-    return static_cast<int>(x);
-}
-
-void barAt(void *self, int bar, void *out)
-{
-    log(self, "barAt " + std::to_string(bar));
-    const double close = 15.0;
-    std::memcpy(static_cast<unsigned char *>(out) + 32, &close, sizeof close);
-}
-
-const Table<27> &axisTable()
-{
-    static const Table<27> table = [] {
-        Table<27> made;
-        made.set(2, &chartMode);
-        made.set(3, &visiblePriceRange);
-        made.set(4, &screenId);
-        made.set(12, &markerSize);
-        made.set(13, &updateObject);
-        made.set(18, &popupMenu);
-        made.set(20, &showMessage);
-        made.set(21, &confirmBox);
-        made.set(23, &barToX);
-        made.set(24, &priceToY);
-        made.set(25, &xToBar);
-        made.set(26, &barAt);
-        return made;
-    }();
-    return table;
-}
-
-void draw(void *self, const std::string &call)
-{
-    static_cast<Painter *>(static_cast<Virtual *>(self))->calls.push_back(call);
-}
-
-void endPaint(void *self)
-{
-    draw(self, "endPaint");
-}
-
-void drawSeriesLabel(void *self, const double *values, const char *text, int index)
-{
-    draw(self,
-         "label " + std::string(text) + " at " + std::to_string(values[0]) + " " + std::to_string(index));
-}
-
-void drawLineSeries(void *self, int reserved, const double *values, double width)
-{
-    draw(self,
-         "line " + std::to_string(reserved) + " " + std::to_string(values[1]) + " " + std::to_string(width));
-}
-
-void drawMarkerSeries(void *self, int reserved, const double *flags, const double *prices, int style,
-                      int variant)
-{
-    draw(self, "markers " + std::to_string(reserved) + " " + (flags[1] == 1.0 ? "on" : "off") + " " +
-                   std::to_string(prices[1]) + " " + std::to_string(style) + " " + std::to_string(variant));
-}
-
-void drawMarker(void *self, int reserved, int bar, int kind, int atLow, double price)
-{
-    draw(self, "marker " + std::to_string(reserved) + " " + std::to_string(bar) + " " + std::to_string(kind) +
-                   " " + std::to_string(atLow) + " " + std::to_string(price));
-}
-
-const Table<37> &painterTable()
-{
-    static const Table<37> table = [] {
-        Table<37> made;
-        made.set(4, &endPaint);
-        made.set(8, &drawSeriesLabel);
-        made.set(13, &drawLineSeries);
-        made.set(35, &drawMarkerSeries);
-        made.set(36, &drawMarker);
-        return made;
-    }();
-    return table;
-}
-
-/// 80 bytes that are read as a record of the host.
-struct alignas(8) Record : std::array<unsigned char, 80>
-{
-};
-
-template <class Value>
-void put(Record &record, std::size_t byte, Value value)
-{
-    std::memcpy(record.data() + byte, &value, sizeof value);
-}
-
-Record dayBar(std::int32_t date, double high)
-{
-    Record bar;
-    bar.fill(0xEE); // what the plug-in must not read
-    put(bar, 0, date);
-    put(bar, 16, high);
-    put(bar, 24, high - 2.0);
-    put(bar, 32, high - 1.0);
-    return bar;
-}
-
-/// A bar of today, `minutes` after midnight.
-Record minuteBar(std::uint32_t minutes)
-{
-    const QDate today = QDate::currentDate();
-    const auto year = static_cast<std::uint32_t>(today.year() - 2004);
-    const auto monthDay = static_cast<std::uint32_t>(today.month() * 100 + today.day());
-    Record bar;
-    bar.fill(0xEE);
-    put(bar, 0, (year << 27U) | (monthDay << 16U) | minutes);
-    return bar;
-}
-
-Record security(std::int8_t market, const char *code, std::int64_t identity)
-{
-    Record record;
-    record.fill(0xEE);
-    put(record, 0, market);
-    std::memcpy(record.data() + 1, code, std::strlen(code) + 1);
-    put(record, 40, identity);
-    std::memcpy(record.data() + 48, "NAME", 5);
-    return record;
-}
-
-class HandLaidHost : public ::testing::Test
-{
-protected:
-    HandLaidHost()
-    {
-        RecordedBus::instance().reset();
-        axis.table = axisTable().slots();
-        painter.table = painterTable().slots();
-        // Linux holds the file loaded for the whole run, as a terminal does.
-        library.setFileName(QStringLiteral(PLUGIN_FILE));
-        library.setLoadHints(QLibrary::PreventUnloadHint);
-    }
-
-    ~HandLaidHost() override
-    {
-        if (overlay != nullptr) {
-            call<bool>(overlay, 3);
-            call<void>(overlay, 1);
-        }
-    }
-
-    QFunctionPointer find(const char *symbol)
-    {
-        const QFunctionPointer found = library.resolve(symbol);
-        EXPECT_NE(found, nullptr) << library.errorString().toStdString();
-        return found;
-    }
-
-    template <class Function>
-    Function *function(const char *symbol)
-    {
-        return reinterpret_cast<Function *>(find(symbol));
-    }
-
-    void *create(const char *json)
-    {
-        if (const auto factory = function<void *(void *, const char *)>("CreateChartObject")) {
-            overlay = factory(static_cast<Virtual *>(&axis), json);
-        }
-        return overlay;
-    }
-
-    bool calcIt(const Record &code, int period)
-    {
-        const std::vector<Record> bars = {dayBar(20240102, 15.0), dayBar(20240103, 16.0)};
-        return call<bool, const void *, const void *, int, int, int, int>(overlay, 4, code.data(),
-                                                                          bars.data(), 2, period, 7, 8);
-    }
-
-    bool paintIt() { return call<bool, void *>(overlay, 8, static_cast<Virtual *>(&painter)); }
-
-    QLibrary library;
-    Axis axis;
-    Painter painter;
-    void *overlay = nullptr;
-};
 
 TEST_F(HandLaidHost, DrivesTheCostLineThroughItsSlots)
 {
@@ -415,50 +88,6 @@ TEST_F(HandLaidHost, DrivesTheBuySellPointsThroughTheirSlots)
     EXPECT_THAT(axis.calls, ElementsAre("xToBar", "barAt 1", "priceToY", "popupMenu"));
     EXPECT_THAT(axis.popupLines, ElementsAre("卖出\t09:30:15\t成交价:15.50\t成交量:300"));
 }
-
-/// A terminal that constructs an overlay in memory of its own, by the constructor's name - the combined one
-/// cannot be had otherwise - and drives the part of it that follows the QObject.
-class HandLaidHostConstructs : public HandLaidHost
-{
-protected:
-    void construct(const char *json)
-    {
-        constructBy<const char *>("_ZN17CChartTradeObjectC1ERN7Korvane10IChartAxisEPKc", json);
-    }
-
-    template <class... Arguments>
-    void constructBy(const char *symbol, Arguments... arguments)
-    {
-        memory.fill(0xEE);
-        if (const auto constructor = function<void(void *, void *, Arguments...)>(symbol)) {
-            constructor(memory.data(), static_cast<Virtual *>(&axis), arguments...);
-            constructed = memory.data() + qobjectSize;
-        }
-    }
-
-    ~HandLaidHostConstructs() override
-    {
-        if (constructed != nullptr) {
-            call<bool>(constructed, 3);
-            call<void>(constructed, 0); // the memory is not the library's to free
-            EXPECT_EQ(RecordedBus::instance().endPointCount(), 0);
-        }
-    }
-
-    bool calcItOnTwoDays()
-    {
-        const std::vector<Record> bars = {dayBar(20240102, 16.0), dayBar(20240103, 17.0)};
-        const Record code = security(1, "600536", 77);
-        return call<bool, const void *, const void *, int, int, int, int>(constructed, 4, code.data(),
-                                                                          bars.data(), 2, 4, 7, 8);
-    }
-
-    bool paintCombined() { return call<bool, void *>(constructed, 8, static_cast<Virtual *>(&painter)); }
-
-    static constexpr std::size_t qobjectSize = 2 * sizeof(void *);
-    alignas(std::max_align_t) std::array<unsigned char, 4096> memory;
-    void *constructed = nullptr;
-};
 
 TEST_F(HandLaidHostConstructs, TheCombinedCostLine)
 {
@@ -749,12 +378,14 @@ TEST_F(HandLaidHost, CallsTheHelpersOfTheVocabularyByName)
     const auto today = function<std::int64_t()>("_ZN10TradeChart11currentDateEv");
     const auto rounded = function<double(double, unsigned int)>("_ZN10TradeChart5roundIdEET_S1_j");
     const auto side = function<QString(QString)>("_ZN10TradeChart8toBsFlagE7QString");
-    ASSERT_TRUE(statusText && marketId && today && rounded && side);
+    const auto globalSide = function<QString(QString)>("_Z8toBsFlag7QString");
+    ASSERT_TRUE(statusText && marketId && today && rounded && side && globalSide);
     EXPECT_STREQ(statusText(QStringLiteral("a")), "待报");
     EXPECT_EQ(marketId(24), QStringLiteral("OIL"));
     EXPECT_GE(today(), 20240101);
     EXPECT_EQ(rounded(1.23456, 3), 1.235);
     EXPECT_EQ(side(QStringLiteral("0b")), QStringLiteral("B"));
+    EXPECT_EQ(globalSide(QStringLiteral("0f")), QStringLiteral("S"));
 }
 
 /// A terminal that constructs an overlay of the factory by its constructor's name.

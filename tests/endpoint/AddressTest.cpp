@@ -1,7 +1,7 @@
 #include "endpoint/BusAddress.h"
 
 #include "tests/endpoint/BusTest.h"
-#include "tests/endpoint/LogRecorder.h"
+#include "tests/support/LogCapture.h"
 
 #include <gmock/gmock.h>
 
@@ -150,7 +150,7 @@ TEST_P(WrongAddress, IsRefusedWithTheNameOfFileAndKeyAndNoConnection)
     write(QStringLiteral("empty"), "\n");
     write(QStringLiteral("ca.pem"), "ca");
     write(QStringLiteral("endpoint.ini"), GetParam().text);
-    LogRecorder log;
+    const LogCapture log;
     RecordingEndPoint endPoint;
 
     endPoint.connect(directory());

@@ -1,5 +1,5 @@
 #include "tests/endpoint/BusTest.h"
-#include "tests/endpoint/LogRecorder.h"
+#include "tests/support/LogCapture.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
@@ -161,7 +161,7 @@ TEST_F(Delivery, KeepsEveryNameToItself)
 
 TEST_F(Delivery, RefusesEmptyNames)
 {
-    LogRecorder log;
+    const LogCapture log;
 
     EXPECT_FALSE(sender.sendMessage("", "t", "p"));
     EXPECT_FALSE(sender.sendMessage("c", "", "p"));

@@ -3,7 +3,7 @@
 #include "endpoint/BusAddress.h"
 #include "endpoint/DirectoryLock_p.h"
 #include "tests/endpoint/BusTest.h"
-#include "tests/endpoint/LogRecorder.h"
+#include "tests/support/LogCapture.h"
 
 #include <gmock/gmock.h>
 
@@ -332,7 +332,7 @@ TEST_F(LocalBrokerTest, StartsNothingWhenTheBusIsElsewhere)
 
 TEST_F(LocalBrokerTest, TellsWhatIsWrongWithTheAddress)
 {
-    LogRecorder log;
+    const LogCapture log;
     writeEndPointIni("[bus]\nurl=http://bus.example\n");
     LocalBroker broker;
 
@@ -344,7 +344,7 @@ TEST_F(LocalBrokerTest, TellsWhatIsWrongWithTheAddress)
 
 TEST_F(LocalBrokerTest, TellsWhenTheProgramIsMissing)
 {
-    LogRecorder log;
+    const LogCapture log;
     LocalBroker broker;
     broker.setProgram(QStringLiteral("/nowhere/mosquitto"));
 
@@ -358,7 +358,7 @@ TEST_F(LocalBrokerTest, TellsWhenTheProgramIsMissing)
 
 TEST_F(LocalBrokerTest, TellsWhenTheProgramEndsAtOnce)
 {
-    LogRecorder log;
+    const LogCapture log;
     LocalBroker broker;
     broker.setProgram(QStandardPaths::findExecutable(QStringLiteral("false")));
 
@@ -370,7 +370,7 @@ TEST_F(LocalBrokerTest, TellsWhenTheProgramEndsAtOnce)
 
 TEST_F(LocalBrokerTest, RefusesALinkInPlaceOfItsDirectory)
 {
-    LogRecorder log;
+    const LogCapture log;
     QTemporaryDir target;
     ASSERT_TRUE(QFile::link(target.path(), busDirectory()));
     LocalBroker broker;
@@ -384,7 +384,7 @@ TEST_F(LocalBrokerTest, RefusesALinkInPlaceOfItsDirectory)
 
 TEST_F(LocalBrokerTest, RefusesADirectoryThatOthersMayEnter)
 {
-    LogRecorder log;
+    const LogCapture log;
     ASSERT_TRUE(QDir().mkpath(busDirectory()));
     ASSERT_EQ(::chmod(QFile::encodeName(busDirectory()).constData(), 0770), 0);
     LocalBroker broker;
@@ -400,7 +400,7 @@ TEST_F(LocalBrokerTest, RefusesADirectoryOfAnotherUser)
     if (::geteuid() != 0) {
         GTEST_SKIP() << "only root can give a directory away";
     }
-    LogRecorder log;
+    const LogCapture log;
     ASSERT_TRUE(QDir().mkpath(busDirectory()));
     ASSERT_EQ(::chmod(QFile::encodeName(busDirectory()).constData(), 0700), 0);
     ASSERT_EQ(::chown(QFile::encodeName(busDirectory()).constData(), 65534, 65534), 0);
@@ -414,7 +414,7 @@ TEST_F(LocalBrokerTest, RefusesADirectoryOfAnotherUser)
 
 TEST_F(LocalBrokerTest, TellsWhenThePathIsTooLong)
 {
-    LogRecorder log;
+    const LogCapture log;
     QTemporaryDir parent;
     const QString deep = parent.filePath(QString(90, QLatin1Char('d')));
     ASSERT_TRUE(QDir().mkpath(deep));
@@ -448,7 +448,7 @@ TEST_F(LocalBrokerTest, ServesFromAPathWithBlanks)
 
 TEST_F(LocalBrokerTest, IsNotJoinedThroughALink)
 {
-    LogRecorder log;
+    const LogCapture log;
     TestBroker impostor;
     ASSERT_TRUE(QFile::link(QFileInfo(impostor.socketPath()).path(), busDirectory()));
     RecordingEndPoint client;
@@ -461,7 +461,7 @@ TEST_F(LocalBrokerTest, IsNotJoinedThroughALink)
 
 TEST_F(LocalBrokerTest, IsNotJoinedInADirectoryThatOthersMayEnter)
 {
-    LogRecorder log;
+    const LogCapture log;
     LocalBroker broker;
     broker.start(address());
     ASSERT_TRUE(waitFor(broker, State::Running));
@@ -479,7 +479,7 @@ TEST_F(LocalBrokerTest, IsNotJoinedWhenItRunsAsAnotherUser)
     if (::geteuid() != 0) {
         GTEST_SKIP() << "only root can run a program as another user";
     }
-    LogRecorder log;
+    const LogCapture log;
     ASSERT_TRUE(QDir().mkpath(busDirectory()));
     ASSERT_EQ(::chmod(QFile::encodeName(busDirectory()).constData(), 0700), 0);
     const SocketOfNobody impostor(socketPath());

@@ -1,5 +1,5 @@
 #include "tests/endpoint/BusTest.h"
-#include "tests/endpoint/LogRecorder.h"
+#include "tests/support/LogCapture.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -27,7 +27,7 @@ protected:
         return waitUntil([&] { return endPoint.readyCount >= count; });
     }
 
-    LogRecorder log;
+    const LogCapture log;
 };
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "tests/endpoint/BusTest.h"
-#include "tests/endpoint/LogRecorder.h"
+#include "tests/support/LogCapture.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
@@ -194,7 +194,7 @@ TEST_F(Request, LetsAReceiverAskAndThenDestroyTheEndPoint)
 
 TEST_F(Request, IsAnsweredOnce)
 {
-    LogRecorder log;
+    const LogCapture log;
     RecordingEndPoint module;
     module.subscribe("Global", "TradeQuery");
     ASSERT_TRUE(module.join(broker.address()));
@@ -224,7 +224,7 @@ TEST_F(Request, GivesEveryQuestionAReplyChannelOfItsOwn)
 
 TEST_F(Request, IsEmptyAtOnceWithoutABus)
 {
-    LogRecorder log;
+    const LogCapture log;
     broker.kill();
     ASSERT_TRUE(waitUntil([&] { return !asker.isConnected(); }));
     QElapsedTimer clock;

@@ -1,7 +1,7 @@
 // A bus beyond this machine: TCP, TLS and passwords, here on the loopback interface.
 
 #include "tests/endpoint/BusTest.h"
-#include "tests/endpoint/LogRecorder.h"
+#include "tests/support/LogCapture.h"
 
 #include <QFile>
 #include <QProcess>
@@ -228,7 +228,7 @@ TEST_F(Tls, ResolvesTheNameOfTheBroker)
 
 TEST_F(Tls, JoinsAgainAfterACrash)
 {
-    LogRecorder log;
+    const LogCapture log;
     RecordingEndPoint endPoint;
     ASSERT_TRUE(endPoint.join(goodAddress()));
 
@@ -241,7 +241,7 @@ TEST_F(Tls, JoinsAgainAfterACrash)
 
 TEST_F(Tls, LetsNobodyInWithAWrongPassword)
 {
-    LogRecorder log;
+    const LogCapture log;
     RecordingEndPoint endPoint;
     endPoint.connect(
         address(QStringLiteral("127.0.0.1"), QStringLiteral("wrong-password"), certificates->path("ca.pem")));
@@ -255,7 +255,7 @@ TEST_F(Tls, LetsNobodyInWithAWrongPassword)
 
 TEST_F(Tls, TrustsNoBrokerOfAnotherAuthority)
 {
-    LogRecorder log;
+    const LogCapture log;
     RecordingEndPoint endPoint;
     endPoint.connect(
         address(QStringLiteral("127.0.0.1"), QStringLiteral("password"), certificates->path("other.pem")));
@@ -267,7 +267,7 @@ TEST_F(Tls, TrustsNoBrokerOfAnotherAuthority)
 
 TEST_F(Tls, TellsWhenNobodyTakesConnections)
 {
-    LogRecorder log;
+    const LogCapture log;
     broker.kill();
     RecordingEndPoint endPoint;
     endPoint.connect(goodAddress());
@@ -280,7 +280,7 @@ TEST_F(Tls, TellsWhenNobodyTakesConnections)
 
 TEST_F(Tls, TellsWhenTheNameIsUnknown)
 {
-    LogRecorder log;
+    const LogCapture log;
     RecordingEndPoint endPoint;
     endPoint.connect(goodAddress(QStringLiteral("no-such-host.invalid")));
 
@@ -290,7 +290,7 @@ TEST_F(Tls, TellsWhenTheNameIsUnknown)
 
 TEST(Tcp, IsJoinedByNumberAndByEveryAddressOfAName)
 {
-    LogRecorder log;
+    const LogCapture log;
     QTemporaryDir terminal;
     const int port = freePort();
     TestBroker broker(TestBroker::Begin::NotStarted);
@@ -308,7 +308,7 @@ TEST(Tcp, IsJoinedByNumberAndByEveryAddressOfAName)
 
 TEST(Tcp, TellsWhenNobodyTakesConnections)
 {
-    LogRecorder log;
+    const LogCapture log;
     QTemporaryDir terminal;
     writeFile(terminal.filePath(QStringLiteral("endpoint.ini")),
               QStringLiteral("[bus]\nurl=mqtt://127.0.0.1:%1\n").arg(freePort()).toUtf8());

@@ -20,6 +20,9 @@ file(REMOVE_RECURSE "${WORK}")
 run("${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${WORK}/first")
 file(RENAME "${WORK}/first" "${WORK}/moved")
 
+file(GLOB_RECURSE installed_headers "${WORK}/moved/include/*.h")
+run("${CMAKE_COMMAND}" "-DHEADERS=${installed_headers}" -P "${CMAKE_CURRENT_LIST_DIR}/CheckDeclarations.cmake")
+
 run("${CMAKE_COMMAND}" -S "${CONSUMER}" -B "${WORK}/consumer" -G "${GENERATOR}"
     "-DCMAKE_PREFIX_PATH=${WORK}/moved" "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_CXX_FLAGS=${FLAGS}")
 run("${CMAKE_COMMAND}" --build "${WORK}/consumer")

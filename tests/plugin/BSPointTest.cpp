@@ -120,30 +120,6 @@ TEST_F(BSPointTest, BelongsToTheParentItIsGiven)
     EXPECT_EQ(bus().operations.front(), QStringLiteral("create")) << "the bus client has no parent";
 }
 
-TEST_F(BSPointTest, DoesNothingMoreAfterDeleteObject)
-{
-    createOnThreeDays();
-    EXPECT_TRUE(overlay->deleteObject());
-    EXPECT_EQ(timer(), nullptr);
-    EXPECT_TRUE(overlay->deleteObject()) << "also when there is no timer";
-
-    EXPECT_TRUE(calc(shenzhen, {makeDayBar(20240105)}, 4));
-    EXPECT_FALSE(calc(shenzhen, threeDays, 5));
-    hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
-    hearToday({});
-    hear(Topic::TRADENOTIFY, R"({"stkcode":"600536"})");
-    const QJsonArray rows{fields({"B", "20240103", "9301500", "1", "1"}, "bizdate", "matchtime")};
-    overlay->sendQueryTodayTradeInfoReq();
-    EXPECT_FALSE(overlay->sendQueryHistoryTradeInfoReq());
-    EXPECT_TRUE(overlay->handleQueryTodayTradeInfoRes(rows));
-    EXPECT_TRUE(overlay->handleQueryHistoryTradeInfoRes(rows));
-
-    EXPECT_THAT(questions(), IsEmpty());
-    EXPECT_THAT(axis.updated, IsEmpty());
-    EXPECT_TRUE(paint());
-    EXPECT_THAT(painter.calls, IsEmpty()) << "the bars held may no longer be the chart's";
-}
-
 TEST_F(BSPointTest, HearsNothingMoreWhileItIsDestroyed)
 {
     createOnThreeDays();

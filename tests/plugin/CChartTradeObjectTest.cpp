@@ -1286,7 +1286,9 @@ TEST_F(CChartTradeObjectTest, IsNotHitWithoutACostWhateverPixelTheHostGivesIt)
 {
     createLine("");
     axis.pixelOf = [](double) { return 0.0; };
+    axis.pricesAsked.clear();
     EXPECT_EQ(overlay->hitTest(0, 0.0), -1);
+    EXPECT_THAT(axis.pricesAsked, SizeIs(1));
 }
 
 TEST_F(CChartTradeObjectTest, IsHitAnywhereBetweenTheEndsOfAMarkedBar)

@@ -13,9 +13,11 @@
 #include <cfloat>
 #include <climits>
 #include <cstring>
+#include <ctime>
 #include <functional>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 using ::testing::AnyOf;
 using ::testing::ElementsAre;
@@ -192,49 +194,6 @@ TEST_F(EntrustPointTest, BelongsToNobodyInQtsSense)
     owner.reset(overlay = new EntrustPoint(axis, {}, &parent));
     EXPECT_EQ(overlay->parent(), nullptr);
     EXPECT_EQ(bus().operations.front(), QStringLiteral("create")) << "nor does the bus client";
-}
-
-TEST_F(EntrustPointTest, DoesNothingMoreAfterDeleteObject)
-{
-    createOnThreeMinutes();
-    EXPECT_TRUE(overlay->deleteObject());
-    EXPECT_EQ(timer(), nullptr);
-    EXPECT_TRUE(overlay->deleteObject()) << "also when there is no timer";
-
-    EXPECT_TRUE(calc(shenzhen, threeMinutes, 21));
-    EXPECT_FALSE(calc(shenzhen, threeMinutes, 4));
-    hearOrders({Row()});
-    hearOrders({});
-    notify();
-    overlay->sendQueryTodayEntrustInfoReq();
-    EXPECT_FALSE(overlay->sendQueryHistoryEntrustInfoReq(20240102));
-    EntrustInfo order{};
-    overlay->sendCancelOrderReq(order);
-    EXPECT_TRUE(overlay->handleQueryTodayEntrustInfoRes(QJsonArray{anOrder()}));
-    EXPECT_TRUE(overlay->handleQueryHistoryEntrustInfoRes(QJsonArray{anOrder()}));
-
-    EXPECT_THAT(questions(), IsEmpty());
-    EXPECT_THAT(axis.updated, IsEmpty());
-    EXPECT_FALSE(paint()) << "no order was taken";
-    EXPECT_EQ(timer(), nullptr);
-}
-
-TEST_F(EntrustPointTest, ShowsNoListAfterDeleteObject)
-{
-    createOnThreeMinutes();
-    hearOrders({Row()});
-    overlay->deleteObject();
-    EXPECT_THAT(listAt(0, yOfTen()), IsEmpty());
-    EXPECT_THAT(axis.popups, IsEmpty());
-}
-
-TEST_F(EntrustPointTest, StillDrawsAndHitsItsMarkersAfterDeleteObject)
-{
-    createOnThreeMinutes();
-    hearOrders({Row()});
-    overlay->deleteObject();
-    EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
-    EXPECT_EQ(overlay->hitTest(0, yOfTen()), 0);
 }
 
 TEST_F(EntrustPointTest, HearsNothingMoreWhileItIsDestroyed)
@@ -1861,12 +1820,21 @@ TEST_F(EntrustPointCancel, AnswerIsNotHeardAsANotification)
     EXPECT_THAT(axis.messages, IsEmpty());
 }
 
-TEST_F(EntrustPointCancel, AnswerShowsNoMessageAfterDeleteObject)
+TEST_F(EntrustPointCancel, IsOfferedAndSentAfterDeleteObject)
+{
+    overlay->deleteObject();
+    axis.onConfirm = [] { return true; };
+    choose(1);
+    EXPECT_THAT(axis.questions, SizeIs(1));
+    EXPECT_EQ(countOf("EntrustCancel"), 1);
+}
+
+TEST_F(EntrustPointCancel, AnswerIsShownAfterDeleteObject)
 {
     const QJsonObject answer = cancelAnswer({{QStringLiteral("msg"), QStringLiteral("text")}});
     overlay->deleteObject();
     hear(Topic::TRADEQUERY, answer);
-    EXPECT_THAT(axis.messages, IsEmpty());
+    EXPECT_THAT(axis.messages, ElementsAre("text"));
 }
 
 TEST_F(EntrustPointCancel, AnswerStartsNoTimerAndAsksForNoRepaint)
@@ -2006,8 +1974,15 @@ TEST_F(EntrustPointTest, AsksThoughTheChartModeChangesInsideTheWait)
 TEST_F(EntrustPointTest, HearsANotificationOfNoSecurityWhileItShowsNone)
 {
     create();
-    hear(Topic::TRADENOTIFY, "{}");
+    hear(Topic::TRADENOTIFY, R"({"ordersno":"7"})");
     EXPECT_EQ(todayQuestions(), 1);
+}
+
+TEST_F(EntrustPointTest, IgnoresAnEmptyNotificationAlsoWhileItShowsNoSecurity)
+{
+    create();
+    hear(Topic::TRADENOTIFY, "{}");
+    EXPECT_EQ(todayQuestions(), 0);
 }
 
 TEST_F(EntrustPointTest, HandlesInsideTheWaitWhatWasDueTogetherWithTheNotification)
@@ -2082,21 +2057,61 @@ TEST_F(EntrustPointTest, BoundsItsStackAndStaysResponsiveUnderAFloodOfNotificati
     ASSERT_TRUE(waitUntil([&] { return heard == flood && depth == 0; }));
     EXPECT_LE(deepest, 17) << "sixteen that wait and one that joins them";
     EXPECT_GE(ticks, 3);
-    EXPECT_TRUE(waitUntil([&] { return todayQuestions() > 16; })) << "one more for those without a wait";
-    EXPECT_LE(todayQuestions(), flood / 100);
+    EXPECT_TRUE(waitUntil([&] { return todayQuestions() == flood; }));
     heartbeat.stop();
 }
 
-TEST_F(EntrustPointTest, RestsWhenTheLastNotificationOfAFloodIsAsked)
+/// Milliseconds of processor time that this program has used: on a crowded machine a turn may have to wait
+/// for others.
+double processorTime()
+{
+    return 1000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+TEST_F(EntrustPointTest, LeavesTheEventLoopItsTurnsUnderAFloodOfNotificationsAndAnswers)
+{
+    const LogCapture log(LogCapture::Debug::Off);
+    createOnThreeMinutes();
+    constexpr int flood = 10000;
+    constexpr double portion = 5.0; // ms that the bus client hands messages over for at once
+    const std::vector<QJsonObject> tenRows(10, anOrder());
+    int answersDue = 0;
+    int answered = 0;
+    bus().duringSend = [&] { ++answersDue; };
+    QTimer tradingModule;
+    QObject::connect(&tradingModule, &QTimer::timeout, [&] {
+        const double start = processorTime();
+        for (; answersDue > 0 && processorTime() - start < portion; --answersDue, ++answered) {
+            hearOrders(tenRows);
+        }
+    });
+    for (int i = 0; i < flood; ++i) {
+        QTimer::singleShot(i / 10, overlay, [] { notify(); }); // all of them in a second
+    }
+    double longestTurn = 0.0;
+    double lastTurn = processorTime();
+    QTimer heartbeat;
+    QObject::connect(&heartbeat, &QTimer::timeout, [&] {
+        longestTurn = std::max(longestTurn, processorTime() - std::exchange(lastTurn, processorTime()));
+    });
+    tradingModule.start(0);
+    heartbeat.start(0);
+    EXPECT_TRUE(waitUntil([&] { return answered == flood; }, 60000));
+    heartbeat.stop();
+    EXPECT_EQ(todayQuestions(), flood);
+    EXPECT_LE(longestTurn, 50.0);
+    bus().duringSend = nullptr;
+}
+
+TEST_F(EntrustPointTest, AsksOnceForEachNotificationOfAFlood)
 {
     createOnThreeMinutes();
     for (int i = 0; i < 100; ++i) {
         QTimer::singleShot(0, overlay, [] { notify(); });
     }
     notify();
-    ASSERT_TRUE(waitUntil([] { return todayQuestions() == 17; }))
-        << "sixteen that wait and one for the others";
-    EXPECT_FALSE(waitUntil([] { return todayQuestions() > 17; }, 1500));
+    ASSERT_TRUE(waitUntil([] { return todayQuestions() == 101; }));
+    EXPECT_FALSE(waitUntil([] { return todayQuestions() > 101; }, 1500));
 }
 
 TEST_F(EntrustPointTest, GroupsNothingWithoutAnswerOrBars)
@@ -2114,7 +2129,7 @@ TEST_F(EntrustPointTest, AsksASecondAfterTheLastNotificationOfAFlood)
     createOnThreeMinutes();
     QElapsedTimer sinceTheLast;
     qint64 askedAfter = 0;
-    bus().duringSend = [&] { askedAfter = sinceTheLast.isValid() ? sinceTheLast.elapsed() : 0; };
+    bus().duringSend = [&] { askedAfter = todayQuestions() == 102 ? sinceTheLast.elapsed() : 0; };
     for (int i = 0; i < 100; ++i) {
         QTimer::singleShot(0, overlay, [] { notify(); });
     }
@@ -2149,11 +2164,7 @@ TEST_F(EntrustPointTest, MayBeEndedInsideAFloodOfNotifications)
     }
     QTimer::singleShot(200, overlay, [this] { overlay->deleteObject(); });
     notify();
-    QElapsedTimer clock;
-    clock.start();
-    QCoreApplication::processEvents();
-    EXPECT_LT(clock.elapsed(), 950) << "those without a wait get none any more";
-    EXPECT_THAT(questions(), IsEmpty());
+    EXPECT_TRUE(waitUntil([] { return todayQuestions() == 101; })) << "its end stops the timer alone";
 }
 
 struct Asking
@@ -2282,7 +2293,7 @@ TEST_F(EntrustPointTest, MayBeEndedInsideTheWait)
     QTimer::singleShot(100, overlay, [this] { overlay->deleteObject(); });
     notify();
     EXPECT_EQ(timer(), nullptr);
-    EXPECT_THAT(questions(), IsEmpty());
+    EXPECT_EQ(todayQuestions(), 1) << "its end stops the timer alone";
 }
 
 TEST_F(EntrustPointCancel, MayBeEndedInsideThePopupTheQuestionAndTheMessage)

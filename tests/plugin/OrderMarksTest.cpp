@@ -242,15 +242,4 @@ TEST(OrderMarks, MakeNoneForStatusesWithoutAGroup)
     EXPECT_THAT(marks, IsEmpty());
 }
 
-TEST(OrderMarks, CanBeCancelledInFourStatusesOnly)
-{
-    std::string cancellable;
-    for (const Status &status : statuses) {
-        if (isCancellable(QString::fromLatin1(status.code))) {
-            cancellable += status.code;
-        }
-    }
-    EXPECT_EQ(cancellable, "127A");
-}
-
 } // namespace

@@ -77,34 +77,6 @@ TEST_F(PositionCostTest, AsksNothingWhenConstructed)
     EXPECT_FALSE(timer()->isActive());
 }
 
-TEST_F(PositionCostTest, DoesNothingMoreAfterDeleteObject)
-{
-    createOnShanghai();
-    hearCost(QStringLiteral("50"));
-    overlay->deleteObject();
-    axis.updated.clear();
-
-    EXPECT_TRUE(calc(shenzhen, threeDays, 4));
-    hearCost(QStringLiteral("60"));
-
-    overlay->sendQueryPositionCostReq();
-
-    EXPECT_THAT(questions(), SizeIs(1));
-    EXPECT_THAT(axis.updated, IsEmpty());
-    EXPECT_EQ(overlay->hitTest(0, axis.yOf(50)), 0);
-}
-
-TEST_F(PositionCostTest, DrawsNoShorterLineForBarsThatCameAfterDeleteObject)
-{
-    createOnShanghai();
-    hearCost(QStringLiteral("50"));
-    overlay->deleteObject();
-    calc(shanghai, std::vector<Korvane::AnalyData>(5, makeDayBar(20240105)), 4);
-    EXPECT_TRUE(paint());
-    ASSERT_THAT(painter.calls, SizeIs(1));
-    EXPECT_EQ(painter.calls[0].kind, FakePainter::Call::EndPaint);
-}
-
 TEST_F(PositionCostTest, HearsNothingMoreWhileItIsDestroyed)
 {
     createOnShanghai();
@@ -758,11 +730,15 @@ TEST_F(PositionCostTest, IsNotHitWithoutACost)
     EXPECT_EQ(overlay->hitTest(0, 0), -1) << "a host without a scale";
 }
 
-TEST_F(PositionCostTest, IsNotHitWithoutACostWhateverPixelTheHostGivesIt)
+TEST_F(PositionCostTest, AsksTheHostForThePixelOfAnUnknownCostToo)
 {
     createOnShanghai();
-    axis.pixelOf = [](double) { return 0.0; };
+    axis.pricesAsked.clear();
     EXPECT_EQ(overlay->hitTest(0, 0.0), -1);
+    ASSERT_THAT(axis.pricesAsked, SizeIs(1));
+    EXPECT_TRUE(std::isnan(axis.pricesAsked[0]));
+    axis.pixelOf = [](double) { return 0.0; };
+    EXPECT_EQ(overlay->hitTest(0, 0.0), 0) << "the host's answer decides";
 }
 
 TEST_F(PositionCostTest, IgnoresTheMouse)

@@ -1,12 +1,14 @@
 #include "tests/support/LogCapture.h"
 
 #include <QLoggingCategory>
+#include <QMutexLocker>
 
 LogCapture *LogCapture::s_active = nullptr;
 
-LogCapture::LogCapture(Debug debug) : m_previous(qInstallMessageHandler(&LogCapture::collect))
+LogCapture::LogCapture(Debug debug)
 {
     s_active = this;
+    m_previous = qInstallMessageHandler(&LogCapture::collect);
     QLoggingCategory::setFilterRules(debug == Debug::On ? QStringLiteral("default.debug=true")
                                                         : QStringLiteral("default.debug=false"));
 }
@@ -18,10 +20,16 @@ LogCapture::~LogCapture()
     s_active = nullptr;
 }
 
+std::vector<LogCapture::Line> LogCapture::all() const
+{
+    const QMutexLocker guard(&m_mutex);
+    return m_lines;
+}
+
 std::vector<QString> LogCapture::lines(QtMsgType type) const
 {
     std::vector<QString> found;
-    for (const Line &line : m_lines) {
+    for (const Line &line : all()) {
         if (line.type == type && line.category == QLatin1String("default")) {
             found.push_back(line.text);
         }
@@ -29,7 +37,17 @@ std::vector<QString> LogCapture::lines(QtMsgType type) const
     return found;
 }
 
+QStringList LogCapture::lines() const
+{
+    QStringList texts;
+    for (const Line &line : all()) {
+        texts.append(line.text);
+    }
+    return texts;
+}
+
 void LogCapture::collect(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
+    const QMutexLocker guard(&s_active->m_mutex);
     s_active->m_lines.push_back({type, text, QString::fromLatin1(context.category)});
 }

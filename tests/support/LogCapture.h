@@ -1,20 +1,22 @@
 #pragma once
 
+#include <QMutex>
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
 
 #include <vector>
 
-/// Collects Qt's log while it lives, with debug lines on or off.
+/// Collects Qt's log, of every thread, while it lives. One at a time.
 class LogCapture
 {
 public:
     enum class Debug { Off, On };
 
+    /// `debug`: whether debug lines of the default category are written at all.
     explicit LogCapture(Debug debug = Debug::On);
     ~LogCapture();
-    LogCapture(const LogCapture &) = delete;
-    LogCapture &operator=(const LogCapture &) = delete;
+    Q_DISABLE_COPY_MOVE(LogCapture)
 
     struct Line
     {
@@ -23,16 +25,22 @@ public:
         QString category;
     };
 
+    /// Every line of every level and category, oldest first.
+    std::vector<Line> all() const;
+
     /// The lines of one level in the default category, which terminals show; oldest first.
     std::vector<QString> lines(QtMsgType type) const;
 
-    /// Every line of every level and category: to see that nothing is said.
-    const std::vector<Line> &all() const { return m_lines; }
+    /// The texts of every level and category, oldest first.
+    QStringList lines() const;
+    QString text() const { return lines().join(QLatin1Char('\n')); }
+    bool has(const QString &part) const { return text().contains(part); }
 
 private:
     static void collect(QtMsgType type, const QMessageLogContext &context, const QString &text);
 
     static LogCapture *s_active;
+    mutable QMutex m_mutex;
     std::vector<Line> m_lines;
     QtMessageHandler m_previous;
 };

@@ -1,8 +1,12 @@
-// A bus client without a bus: the class of endpoint/EndPoint.h, keeping a record of what it is told.
+// A bus client without a bus: the class of endpoint/EndPoint.h, keeping a record of what it is told. It uses
+// all of the memory that a client may have, as a terminal's own may do.
 #include "endpoint/EndPoint.h"
 #include "tests/support/RecordedBus.h"
 
 #include <QPointer>
+
+#include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -11,6 +15,8 @@ QList<QPointer<LocalCommunication::EndPoint>> &livingEndPoints()
     static QList<QPointer<LocalCommunication::EndPoint>> endPoints;
     return endPoints;
 }
+
+constexpr unsigned char ownByte = 0xA5;
 
 void record(const QString &operation)
 {
@@ -65,6 +71,7 @@ private:
 
 EndPoint::EndPoint(QObject *parent) : QObject(parent), d(std::make_unique<Private>())
 {
+    std::fill(std::begin(m_reserved), std::end(m_reserved), ownByte);
     livingEndPoints().append(this);
     record(parent == nullptr ? QStringLiteral("create") : QStringLiteral("create with parent"));
 }
@@ -72,6 +79,11 @@ EndPoint::EndPoint(QObject *parent) : QObject(parent), d(std::make_unique<Privat
 EndPoint::~EndPoint()
 {
     livingEndPoints().removeAll(this);
+    const bool isIntact = std::all_of(std::begin(m_reserved), std::end(m_reserved),
+                                      [](unsigned char byte) { return byte == ownByte; });
+    if (!isIntact) {
+        qFatal("somebody has written into the bus client");
+    }
     record(QStringLiteral("destroy"));
 }
 

@@ -4,10 +4,10 @@
 //     TRADE_KILLS=300 TRADE_KILL_SEED=7 ledger_sqlite_test --gtest_filter='KilledModule.*'
 #include "tests/trademodule/LedgerAudit.h"
 #include "tests/trademodule/ProgramFixture.h"
-#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/ExchangeTime.h"
 #include "trademodule/ledger/OrderBook.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <QElapsedTimer>
 
@@ -22,7 +22,7 @@ namespace TradeModule {
 namespace {
 
 using namespace TradeChart::TradeKeyFields;
-using namespace TradeChart::Module;
+using namespace Trading;
 using ::testing::IsEmpty;
 
 constexpr char Screen[] = "busy";
@@ -42,7 +42,7 @@ QString yuan(int cents)
 
 struct Asked
 {
-    Security security;
+    SecurityId security;
     Side side = Side::Buy;
     int cents = 0;
     qint64 quantity = 0;
@@ -106,7 +106,7 @@ private:
         }
     }
 
-    Security anySecurity() { return between(0, 1) == 0 ? bank() : liquor(); }
+    SecurityId anySecurity() { return between(0, 1) == 0 ? bank() : liquor(); }
 
     void place()
     {
@@ -128,7 +128,7 @@ private:
              {QLatin1String(RTSORDERNO), QString::number(number)}});
     }
 
-    void ask(const Security &security, const char *command, QJsonObject question)
+    void ask(const SecurityId &security, const char *command, QJsonObject question)
     {
         question[QLatin1String(CMD)] = QLatin1String(command);
         question[QLatin1String(SCREENID)] = QLatin1String(Screen);
@@ -141,7 +141,7 @@ private:
     /// A bar of a hundredth of a second: time never goes back, however long this lasts.
     void quote()
     {
-        const Security security = anySecurity();
+        const SecurityId security = anySecurity();
         const int middle = between(985, 1015);
         const QTime time = QTime(9, 30).addMSecs(10 * ++m_quotes % (2 * 3600 * 1000));
         send(Channel::MARKET, Topic::QUOTE,

@@ -112,7 +112,7 @@ private:
 
     void checkCosts()
     {
-        QHash<Security, Holding> holdings;
+        QHash<SecurityId, Holding> holdings;
         const Executions executions = m_ledger->trades(DateRange());
         for (const Execution &execution : executions) {
             holdings[execution.security].add(execution);

@@ -9,20 +9,20 @@
 
 namespace TradeModule {
 
-inline const Security &bank()
+inline const SecurityId &bank()
 {
-    static const Security security{QStringLiteral("000001"), Market::Shenzhen};
+    static const SecurityId security{QStringLiteral("000001"), Market::Shenzhen};
     return security;
 }
 
-inline const Security &liquor()
+inline const SecurityId &liquor()
 {
-    static const Security security{QStringLiteral("600519"), Market::Shanghai};
+    static const SecurityId security{QStringLiteral("600519"), Market::Shanghai};
     return security;
 }
 
 /// An execution of `quantity` shares at `price` yuan for a fee of 5 yuan.
-inline Execution fill(Side side, const Security &security, int date, double price, qint64 quantity,
+inline Execution fill(Side side, const SecurityId &security, int date, double price, qint64 quantity,
                       const QString &dealNo = {})
 {
     Execution execution;
@@ -65,7 +65,7 @@ protected:
         return ledger().book(statementOf(executions), mode);
     }
 
-    double costPrice(const Security &security)
+    double costPrice(const SecurityId &security)
     {
         return ledger().holding(security).costPrice().value_or(std::nan(""));
     }

@@ -343,7 +343,7 @@ TEST_F(LedgerOfAnAccount, AnswersAYearOfASecurityFromAnIndex)
 {
     Executions many;
     for (int i = 0; i < 20000; ++i) {
-        const Security security{QString::number(600000 + i % 200), Market::Shanghai};
+        const SecurityId security{QString::number(600000 + i % 200), Market::Shanghai};
         many.append(fill(Side::Buy, security, 20100101 + i / 2000 * 10000, 10, 100, QString::number(i)));
     }
     book(many);

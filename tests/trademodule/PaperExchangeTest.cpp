@@ -1,6 +1,6 @@
 #include "trademodule/exchange/PaperExchange.h"
-#include "tests/endpoint/LogRecorder.h"
 #include "tests/support/ByName.h"
+#include "tests/support/LogCapture.h"
 #include "tests/support/NearestTick.h"
 #include "tests/trademodule/LedgerFixture.h"
 #include "tradechartobject/common/TradeVocabulary.h"
@@ -460,7 +460,7 @@ TEST_F(PaperExchangeOfADay, LeavesQuotesOfOtherDaysAloneAndSaysSoOnce)
     const Order order = buy(10, 100);
     Quote recorded = bar(1001, 10, 10, 10);
     recorded.date = 20240102;
-    const LogRecorder log;
+    const LogCapture log;
 
     exchange().take(recorded);
     exchange().take(recorded);
@@ -563,13 +563,13 @@ TEST(TradingRules, LimitADayByItsCloseBefore)
     EXPECT_EQ(main.lowest, yuan(9.05));   // 9.045
     EXPECT_EQ(main.highest, yuan(11.06)); // 11.055
 
-    const Security young{QStringLiteral("688001"), Market::Shanghai};
+    const SecurityId young{QStringLiteral("688001"), Market::Shanghai};
     EXPECT_EQ(TradingRules::priceLimits(young, yuan(10)).highest, yuan(12));
 }
 
 TEST(TradingRules, LimitADayAtTheTickNearestToTheShareOfEveryClose)
 {
-    const Security young{QStringLiteral("300750"), Market::Shenzhen};
+    const SecurityId young{QStringLiteral("300750"), Market::Shenzhen};
     for (qint64 close = 1; close <= 100000; ++close) {
         const Money before = Money::ofSteps(close * TradingRules::Tick.steps());
         for (const auto &[security, percent] : {std::pair(bank(), 10), std::pair(young, 20)}) {

@@ -115,6 +115,17 @@ TEST_F(Program, SaysWhatIsWrongWithItsCommandLine)
     EXPECT_THAT(runOnLedger({QStringLiteral("serve")}).errors, HasSubstr("--bus"));
 }
 
+TEST_F(Program, RefusesALedgerWithoutAName)
+{
+    const Ended ended = run({QStringLiteral("--ledger"), QString(), QStringLiteral("place"),
+                             QStringLiteral("000001"), QStringLiteral("buy"), QStringLiteral("10"),
+                             QStringLiteral("100")});
+
+    EXPECT_EQ(ended.exitCode, 2);
+    EXPECT_THAT(ended.errors, HasSubstr("--ledger is empty"));
+    EXPECT_EQ(ended.output, "");
+}
+
 TEST_F(Program, NamesAFileThatIsNotThere)
 {
     const Ended ended = import(QStringLiteral("/nowhere/statement.csv"));
@@ -160,6 +171,19 @@ TEST_F(Program, KeepsTheDayOfTheExchangeWhereverTheMachineStands)
     const QDate day = QDateTime::currentDateTimeUtc().toOffsetFromUtc(8 * 60 * 60).date();
     EXPECT_EQ(OrderBook(&ledger()).ofDay(dateNumber(day)).size(), 2);
 }
+
+#ifndef Q_OS_MACOS // whose time-zone data cannot be hidden from a program
+TEST_F(Program, RefusesToWorkWhereTheMachineDoesNotKnowTheExchangesTimeZone)
+{
+    const QTemporaryDir noTimeZones;
+    qputenv("TZDIR", QFile::encodeName(noTimeZones.path()));
+    const Ended ended = runOnLedger({QStringLiteral("orders")});
+    qunsetenv("TZDIR");
+
+    EXPECT_EQ(ended.exitCode, 1);
+    EXPECT_THAT(ended.errors, HasSubstr("does not know the time zone Asia/Shanghai"));
+}
+#endif
 
 TEST_F(Program, ShowsAndSetsTheCashOfTheAccount)
 {
@@ -338,7 +362,7 @@ TEST_F(ProgramOnABus, TakesOrdersOfItsOtherCommands)
 TEST_F(ProgramOnABus, TellsOfTodaysOrdersOncePerSecurityWhenItJoins)
 {
     PaperExchange exchange(&ledger());
-    for (const Security &security : {bank(), bank(), liquor()}) {
+    for (const SecurityId &security : {bank(), bank(), liquor()}) {
         const Order order = exchange.place(security, Side::Buy, Money::ofYuan(9.99).value(), 100);
         exchange.cancel(order.date, order.number); // nothing more happens to it
     }

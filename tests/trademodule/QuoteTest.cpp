@@ -25,7 +25,7 @@ TEST(Quote, IsReadFromItsTexts)
 {
     const Quote quote = readQuote(goodQuote());
 
-    EXPECT_EQ(quote.security, (Security{QStringLiteral("000001"), Market::Shenzhen}));
+    EXPECT_EQ(quote.security, (SecurityId{QStringLiteral("000001"), Market::Shenzhen}));
     EXPECT_EQ(quote.date, 20240102);
     EXPECT_EQ(quote.time, 10013000);
     EXPECT_EQ(quote.open, Money::ofYuan(10.01));

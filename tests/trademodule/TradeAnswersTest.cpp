@@ -20,7 +20,7 @@ QJsonObject json(const char *text)
     return QJsonDocument::fromJson(text).object();
 }
 
-QJsonObject question(const char *command, const Security &security)
+QJsonObject question(const char *command, const SecurityId &security)
 {
     return {{QStringLiteral("cmd"), QLatin1String(command)},
             {QStringLiteral("stkcode"), security.code},
@@ -28,7 +28,7 @@ QJsonObject question(const char *command, const Security &security)
             {QStringLiteral("screenId"), QStringLiteral("screen1")}};
 }
 
-QJsonObject historyQuestion(const Security &security, const char *start, const char *end)
+QJsonObject historyQuestion(const SecurityId &security, const char *start, const char *end)
 {
     QJsonObject object = question("HistoryTrade", security);
     object[QStringLiteral("start")] = QLatin1String(start);

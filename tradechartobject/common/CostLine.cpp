@@ -26,9 +26,6 @@ void drawCostLine(Korvane::IChartPainter &painter, std::size_t barCount, double 
 
 int hitTestCostLine(Korvane::IChartAxis &axis, double price, double y)
 {
-    if (std::isnan(price)) {
-        return -1; // a host may answer with a pixel even then
-    }
     const double lineY = axis.priceToY(price, -1, -1);
     return std::abs(lineY - y) <= catchDistance ? 0 : -1;
 }

@@ -34,7 +34,4 @@ constexpr double keyPrice(std::int64_t key)
 /// of the orders: the first decides, later ones change it by the table in the source.
 void addOrder(const EntrustInfo &order, std::map<std::int64_t, int> &marks);
 
-/// True for the statuses in which an order can still be cancelled.
-bool isCancellable(const QString &orderStatus);
-
 } // namespace TradeChart

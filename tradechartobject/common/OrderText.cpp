@@ -2,7 +2,7 @@
 
 #include "tradechartobject/common/EntrustInfo.h"
 #include "tradechartobject/common/PopupLines.h"
-#include "tradechartobject/common/Trade.h"
+#include "tradechartobject/common/TradeLine.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <algorithm>

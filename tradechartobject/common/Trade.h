@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <string>
 
 namespace TradeChart {
 
@@ -14,17 +12,5 @@ struct trade_cj
     double matchPrice;
     double matchQty;
 };
-
-/// Chinese text of a side.
-constexpr const char *sideText(bool isBuy)
-{
-    return isBuy ? "买入" : "卖出";
-}
-
-/// Room for the lines of a usual list of trades.
-constexpr std::size_t expectedTradeLines = 100;
-
-/// The line of a trade in a pop-up list, its columns parted by tabs, under the side `side`.
-std::string tradeLine(const char *side, const trade_cj &trade);
 
 } // namespace TradeChart

@@ -19,20 +19,18 @@ namespace {
 constexpr char globalChannel[] = "Global";
 constexpr int defaultRefreshSeconds = 10;
 
-/// An interval longer than a timer can count waits as long as it can.
+/// An interval longer than a timer can count becomes the longest that it can.
 int toMilliseconds(int seconds)
 {
-    constexpr qint64 longest = std::numeric_limits<int>::max();
-    return static_cast<int>(std::min(seconds * qint64{1000}, longest));
+    using Limits = std::numeric_limits<int>;
+    return static_cast<int>(std::clamp(seconds * qint64{1000}, qint64{Limits::min()}, qint64{Limits::max()}));
 }
 
 } // namespace
 
 int refreshSeconds(const QJsonObject &config)
 {
-    const int seconds =
-        config.value(QLatin1String(TradeKeyFields::AUTOREFRESHTIME)).toInt(defaultRefreshSeconds);
-    return seconds < 0 ? defaultRefreshSeconds : seconds;
+    return config.value(QLatin1String(TradeKeyFields::AUTOREFRESHTIME)).toInt(defaultRefreshSeconds);
 }
 
 void joinTerminalBus(LocalCommunication::EndPoint &endPoint)
@@ -68,6 +66,13 @@ void startIfIdle(QTimer *timer, int seconds)
 {
     if (timer != nullptr && !timer->isActive()) {
         restart(timer, seconds);
+    }
+}
+
+void stop(QTimer *timer)
+{
+    if (timer != nullptr) {
+        timer->stop();
     }
 }
 

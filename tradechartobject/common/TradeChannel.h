@@ -18,15 +18,11 @@
 
 namespace TradeChart {
 
-static_assert(sizeof(LocalCommunication::EndPoint) == sizeof(QObject) + sizeof(void *),
-              "overlays hold the bus client by value: a terminal's own one must be of this size");
-
 namespace TradeChannel {
 
 // Set-up
 
-/// Refresh interval in seconds from the overlay's configuration; 10 when it does not name one that
-/// time can pass in.
+/// Refresh interval in seconds from the overlay's configuration; 10 when it does not name a number.
 int refreshSeconds(const QJsonObject &config);
 
 /// A single-shot timer, child of `overlay`, that calls the member function `query` when it ends.
@@ -64,11 +60,15 @@ void leave(LocalCommunication::EndPoint &endPoint, const QObject *overlay);
 
 // Refresh timer. A null timer, which is what an overlay has left after deleteObject(), is ignored.
 
-/// Starts the timer anew.
+/// Starts the timer anew. Qt refuses an interval below zero: then nothing is refreshed, which is what a host
+/// that configures one wants.
 void restart(QTimer *timer, int seconds);
 
 /// Starts the timer unless it is running.
 void startIfIdle(QTimer *timer, int seconds);
+
+/// Stops the timer.
+void stop(QTimer *timer);
 
 /// Stops and deletes the timer and forgets it.
 void remove(QTimer *&timer);

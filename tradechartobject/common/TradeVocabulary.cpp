@@ -1,6 +1,7 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include "tradechartobject/common/ExactDecimal.h"
+#include "tradechartobject/common/OrderStatusTable.h"
 
 #include <QDate>
 
@@ -13,6 +14,7 @@
 
 namespace TradeChart {
 
+// NOLINTBEGIN(readability-identifier-naming): these names are exported
 namespace Topic {
 constexpr const char *TRADENOTIFY = "TradeNotify";
 constexpr const char *TRADEQUERY = "TradeQuery";
@@ -87,40 +89,12 @@ constexpr const char *AbolishedOrder = "9";
 constexpr const char *WaittingQuote = "A";
 constexpr const char *QuotingB = "B";
 constexpr const char *Conformed = "G";
-
-namespace {
-
-struct StatusText
-{
-    const char *code;
-    const char *text;
-};
-
-constexpr StatusText statusTexts[] = {
-    {None, "未报"},
-    {Quoting, "正报"},
-    {Quoted, "已报"},
-    {QuotedWaittingCancel, "已报待撤"},
-    {PartDealWaittingCancel, "部成待撤"},
-    {PartCanceled, "部撤"},
-    {Canceled, "已撤"},
-    {PartDeal, "部成"},
-    {Dealed, "已成"},
-    {AbolishedOrder, "废单"},
-    {WaittingQuote, "待报"},
-    {QuotingB, "正报"},
-    {Conformed, "已确认"},
-};
-
-} // namespace
+// NOLINTEND(readability-identifier-naming)
 
 const char *getOrderStatusTxt(QString code)
 {
-    const auto row =
-        std::find_if(std::begin(statusTexts), std::end(statusTexts), [&](const StatusText &status) {
-            return code.compare(QLatin1String(status.code), Qt::CaseInsensitive) == 0;
-        });
-    return row == std::end(statusTexts) ? nullptr : row->text;
+    const OrderStatusRow *const row = OrderStatusTable::findInAnyCase(code);
+    return row == nullptr ? nullptr : row->text;
 }
 
 } // namespace OrderStatus

@@ -13,6 +13,7 @@
 
 namespace TradeChart {
 
+// NOLINTBEGIN(readability-identifier-naming): these names are exported
 /// Topics of the bus.
 namespace Topic {
 TRADECHARTOBJECT_EXPORT extern const char *const TRADENOTIFY; ///< notifications, unasked
@@ -31,45 +32,84 @@ TRADECHARTOBJECT_EXPORT extern const char *const ENTRUSTHISTORYTRADE; ///< order
 TRADECHARTOBJECT_EXPORT extern const char *const ENTRUSTCANCEL;       ///< cancel an order
 } // namespace CmdType
 
-/// Keys of the JSON objects. The names starting with RTS are fields of trade and order rows.
+/// Keys of the JSON objects. The names starting with RTS are fields of trade and order rows, whose values are
+/// texts: prices and amounts decimal, in the currency of the security, quantities in shares, dates and times
+/// in digits.
 namespace TradeKeyFields {
+/// In a configuration: which overlay, a number.
 TRADECHARTOBJECT_EXPORT extern const char *const ALGORITHMTYPE;
+/// In a configuration: seconds between two questions, a number.
 TRADECHARTOBJECT_EXPORT extern const char *const AUTOREFRESHTIME;
+/// Kept for nested parameters; not sent today.
 TRADECHARTOBJECT_EXPORT extern const char *const PARAM;
+/// What is asked, a word of CmdType; the answer returns it.
 TRADECHARTOBJECT_EXPORT extern const char *const CMD;
+/// Screen of the asking chart: the channel that the answer comes on.
 TRADECHARTOBJECT_EXPORT extern const char *const SCREENID;
+/// Security code, e.g. "600000".
 TRADECHARTOBJECT_EXPORT extern const char *const STKCODE;
+/// What an answer brings: an object, or an array of rows.
 TRADECHARTOBJECT_EXPORT extern const char *const DATA;
+/// A code of getMarketId() in questions; "1" Shanghai, "2" Shenzhen in answers.
 TRADECHARTOBJECT_EXPORT extern const char *const MARKET;
+/// The asking overlay; the answer to a cancellation returns it.
 TRADECHARTOBJECT_EXPORT extern const char *const OBJECTID;
+/// First day of a range, a text yyyymmdd.
 TRADECHARTOBJECT_EXPORT extern const char *const START;
+/// Last day of a range, included, a text yyyymmdd.
 TRADECHARTOBJECT_EXPORT extern const char *const END;
+/// True for a buy.
 TRADECHARTOBJECT_EXPORT extern const char *const BUY;
+/// A day, yyyymmdd: a number in a question, a text in a row.
 TRADECHARTOBJECT_EXPORT extern const char *const DATE;
+/// Price of a trade, in the currency of the security, a number.
 TRADECHARTOBJECT_EXPORT extern const char *const PRICE;
+/// Quantity of a trade, in shares, a number.
 TRADECHARTOBJECT_EXPORT extern const char *const VOL;
+/// Cost price of a holding, a decimal text; "nan" without a holding.
 TRADECHARTOBJECT_EXPORT extern const char *const COSTPRICE;
+/// Name of the security.
 TRADECHARTOBJECT_EXPORT extern const char *const STKNAME;
+/// Side: a word of BSFlag in a trade, a direction code of toBsFlag() in an order.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSBSFLAG;
+/// Time of an execution, hhmmsscc.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSMATCHTIME;
+/// Price of an execution.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSMATCHPRICE;
+/// Executed quantity: of this execution in the row of a trade, of all together in the row of an order.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSMATCHQTY;
+/// Executed amount, the sum of price times quantity, of one or of all like the quantity.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSMATCHAMT;
+/// Trading day of an execution, yyyymmdd.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSDATE;
+/// Number of the order.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSORDERNO;
+/// Day of the order, yyyymmdd; with the number it names the order to cancel.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSORDERDATE;
+/// A code of OrderStatus.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSORDERSTATUS;
+/// Cancelled quantity.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSCANCELQTY;
+/// Kept to tell the row of a cancellation; "0" in the rows of our trading module, and no overlay reads it.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSCANCELFLAG;
+/// Price that was asked for.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSENTRUSTPRICE;
+/// Quantity that was asked for.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSENTRUSTQTY;
+/// Fund account.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSFUNDID;
+/// Time at which the order was placed, hhmmsscc.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSENTRUSTTIME;
+/// Day on which the order was placed, yyyymmdd.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSENTRUSTDATE;
+/// 0, or the number of a failure.
 TRADECHARTOBJECT_EXPORT extern const char *const ERRCODE;
+/// False for a failure.
 TRADECHARTOBJECT_EXPORT extern const char *const SUCCESS;
+/// Text of a failure for the user.
 TRADECHARTOBJECT_EXPORT extern const char *const MSG;
-TRADECHARTOBJECT_EXPORT extern const char *const MSGOK; ///< ends in a blank; trading modules send it so
+/// Text of a success; the key ends in a blank, trading modules send it so.
+TRADECHARTOBJECT_EXPORT extern const char *const MSGOK;
 } // namespace TradeKeyFields
 
 /// Sides of a trade.
@@ -94,6 +134,7 @@ TRADECHARTOBJECT_EXPORT extern const char *const WaittingQuote;
 TRADECHARTOBJECT_EXPORT extern const char
     *const QuotingB; ///< the letter is also BSFlag::BUY; both are in use
 TRADECHARTOBJECT_EXPORT extern const char *const Conformed;
+// NOLINTEND(readability-identifier-naming)
 
 /// Chinese display text (UTF-8, static) of a status code, in either letter case; null for an unknown one.
 TRADECHARTOBJECT_EXPORT const char *getOrderStatusTxt(QString code);

@@ -7,6 +7,7 @@
 #include "tradechartobject/common/RowReader.h"
 #include "tradechartobject/common/Security.h"
 #include "tradechartobject/common/TradeChannel.h"
+#include "tradechartobject/common/TradeLine.h"
 #include "tradechartobject/common/TradeMarks.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
@@ -158,9 +159,6 @@ bool BSPoint::calcIt(const Korvane::tagCodeWithName &code, const Korvane::AnalyD
     if (period != Korvane::DayPeriod) {
         return false;
     }
-    if (m_refreshTimer == nullptr) {
-        return true; // the host has already ended this object
-    }
     if (!isSameSecurity(code, m_code)) {
         changeSecurity(code);
     }
@@ -187,7 +185,7 @@ bool BSPoint::calcIt(const Korvane::tagCodeWithName &code, const Korvane::AnalyD
 
 void BSPoint::changeSecurity(const Korvane::tagCodeWithName &code)
 {
-    m_refreshTimer->stop();
+    TradeChannel::stop(m_refreshTimer);
     m_trades.clear();
     m_daySides.clear();
     m_code = code;
@@ -316,9 +314,6 @@ bool BSPoint::paintIt(Korvane::IChartPainter &painter)
     if (m_period != Korvane::DayPeriod) {
         return false;
     }
-    if (m_refreshTimer == nullptr) {
-        return true; // ended: the bars held here may no longer be the chart's
-    }
     // A host may bring other bars inside each of these: no array is kept over them.
     painter.drawMarkerSeries(0, m_buyMarks.data(), m_barAnchors.data(), BuyAbove, AboveTheBar);
     painter.drawMarkerSeries(0, m_sellMarks.data(), m_barAnchors.data(), SellAbove, AboveTheBar);
@@ -395,9 +390,6 @@ void BSPoint::handleMouseMove(double, double) {}
 
 void BSPoint::sendQueryTodayTradeInfoReq()
 {
-    if (m_refreshTimer == nullptr) {
-        return; // ended
-    }
     const QByteArray json =
         TradeChannel::toJson(TradeChannel::screenRequest(CmdType::TODAYTRADE, m_code, m_axis));
     TradeChannel::publish(m_endPoint, json);
@@ -406,9 +398,6 @@ void BSPoint::sendQueryTodayTradeInfoReq()
 
 bool BSPoint::sendQueryHistoryTradeInfoReq()
 {
-    if (m_refreshTimer == nullptr) {
-        return false; // ended
-    }
     QJsonObject request = TradeChannel::screenRequest(CmdType::HISTORYTRADE, m_code, m_axis);
     request.insert(QLatin1String(TradeKeyFields::START), QString::number(m_startDate));
     request.insert(QLatin1String(TradeKeyFields::END), QString::number(m_endDate));
@@ -421,9 +410,6 @@ void BSPoint::handleTradeNotify(QByteArray topic, QByteArray message)
 {
     if (TradeChannel::isDebugLogOn()) {
         qDebug() << "handleTradeNotify receive topic:" << topic << ", msg:" << message;
-    }
-    if (m_refreshTimer == nullptr) {
-        return; // the host has already ended this object
     }
     if (topic == Topic::TRADEQUERY) {
         if (const auto answer = TradeChannel::parseMessage(message)) {
@@ -454,9 +440,6 @@ void BSPoint::handleAnswer(const QJsonObject &answer)
 
 bool BSPoint::handleQueryTodayTradeInfoRes(QJsonArray rows)
 {
-    if (m_refreshTimer == nullptr) {
-        return true; // ended
-    }
     const bool logRows = TradeChannel::isDebugLogOn();
     RowReader reader(todayColumns);
     std::int64_t workingDate = noDate;
@@ -487,9 +470,6 @@ bool BSPoint::handleQueryTodayTradeInfoRes(QJsonArray rows)
 
 bool BSPoint::handleQueryHistoryTradeInfoRes(QJsonArray rows)
 {
-    if (m_refreshTimer == nullptr) {
-        return true; // ended
-    }
     if (rows.isEmpty()) {
         TradeChannel::restart(m_refreshTimer, m_refreshSeconds);
         return true;

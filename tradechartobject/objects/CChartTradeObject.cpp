@@ -8,6 +8,7 @@
 #include "tradechartobject/common/PriceScale.h"
 #include "tradechartobject/common/Security.h"
 #include "tradechartobject/common/TradeChannel.h"
+#include "tradechartobject/common/TradeLine.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "tradechartobject/objects/CChartTradeObject_p.h"
 
@@ -276,7 +277,8 @@ int CChartTradeObject::hitTest(double x, double y)
 {
     const int bar = m_axis.xToBar(x);
     if (m_algorithmType == costLineType) {
-        return hitTestCostLine(m_axis, m_holderPrice, y);
+        const int hit = hitTestCostLine(m_axis, m_holderPrice, y);
+        return std::isnan(m_holderPrice) ? -1 : hit; // a host may answer with a pixel even then
     }
     return m_algorithmType == tradeMarkersType && hasBar(m_highs, bar) ? hitTestBar(bar, y) : -1;
 }

@@ -3,21 +3,19 @@
 #include "tradechartobject/common/BarTime.h"
 #include "tradechartobject/common/OrderMarks.h"
 #include "tradechartobject/common/OrderRow.h"
+#include "tradechartobject/common/OrderStatusTable.h"
 #include "tradechartobject/common/OrderText.h"
 #include "tradechartobject/common/PopupLines.h"
 #include "tradechartobject/common/PriceScale.h"
 #include "tradechartobject/common/RowReader.h"
 #include "tradechartobject/common/Security.h"
+#include "tradechartobject/common/SettlingWaits.h"
 #include "tradechartobject/common/TradeChannel.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QDebug>
 #include <QJsonDocument>
 #include <QPointer>
-#include <QThread>
-#include <QTime>
 #include <QUuid>
 
 #include <algorithm>
@@ -38,14 +36,6 @@ constexpr int pastDayChart = 2;
 
 constexpr double catchDistance = 8.0; // pixels from the centre of a bar
 constexpr double markerHeight = 16.0; // pixels
-
-// A notification comes before the trading module's own books are settled: it is asked a second later.
-constexpr int settlingMilliseconds = 1000;
-constexpr int eventTurnMilliseconds = 100;
-constexpr unsigned long idleMilliseconds = 1;
-
-/// Waits nest when notifications come inside a wait; beyond this many they share one.
-constexpr int mostOpenWaits = 16;
 
 /// Where a marker of a price is drawn and caught: hanging from its price, or, with a price outside the
 /// visible range, held at the edge.
@@ -87,20 +77,6 @@ void logUnreadable(const QJsonObject &row)
     }
 }
 
-/// Lets the event loop run until a second has passed by the time of day. Just before midnight the end
-/// lies behind and there is nothing to wait for; a clock that is set back does not make the wait longer.
-void waitOneSecond()
-{
-    const QTime end = QTime::currentTime().addMSecs(settlingMilliseconds);
-    const QDeadlineTimer latestEnd(settlingMilliseconds);
-    while (QTime::currentTime() < end && !latestEnd.hasExpired()) {
-        // A turn passes over the events that were due together with the one that is being handled.
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents(QEventLoop::AllEvents, eventTurnMilliseconds);
-        QThread::msleep(idleMilliseconds); // the turn ends as soon as nothing is left to do
-    }
-}
-
 } // namespace
 
 EntrustPoint::EntrustPoint(Korvane::IChartAxis &axis, QJsonObject config, QObject *)
@@ -115,8 +91,7 @@ EntrustPoint::EntrustPoint(Korvane::IChartAxis &axis, QJsonObject config, QObjec
       m_lastArg(0),
       m_refreshTimer(nullptr),
       m_refreshSeconds(TradeChannel::refreshSeconds(config)),
-      m_openWaits(0),
-      m_notifiedMeanwhile(false)
+      m_waits(std::make_unique<SettlingWaits>(*this, [this] { sendQueryTodayEntrustInfoReq(); }))
 {
     m_refreshTimer = TradeChannel::createRefreshTimer(this, &EntrustPoint::sendQueryTodayEntrustInfoReq);
     TradeChannel::joinTerminalBus(m_endPoint);
@@ -141,11 +116,6 @@ bool EntrustPoint::deleteObject()
     return true;
 }
 
-bool EntrustPoint::isEnded() const
-{
-    return m_refreshTimer == nullptr;
-}
-
 // The bars
 
 bool EntrustPoint::isPaintItPeriod(Korvane::Period period)
@@ -158,9 +128,6 @@ bool EntrustPoint::calcIt(const Korvane::tagCodeWithName &code, const Korvane::A
 {
     if (period != Korvane::IntradayPeriod) {
         return false;
-    }
-    if (isEnded()) {
-        return true;
     }
     m_period = Korvane::IntradayPeriod;
     m_lastArg = a;
@@ -178,16 +145,16 @@ bool EntrustPoint::calcIt(const Korvane::tagCodeWithName &code, const Korvane::A
     TradeChannel::startIfIdle(m_refreshTimer, m_refreshSeconds);
     m_firstDate = tradingDay(m_barTimes.front());
     m_lastDate = tradingDay(m_barTimes.back());
-    calcEntrustPointPriceInfo();
+    const QPointer<QObject> self(this);
     if (isNewSecurity) {
-        askForOrders(); // the bus may let the host end this object in here: nothing may follow
+        askForOrders();
     }
-    return true;
+    return self ? calcEntrustPointPriceInfo() : true; // the host may have ended this object meanwhile
 }
 
 void EntrustPoint::changeSecurity(const Korvane::tagCodeWithName &code)
 {
-    m_refreshTimer->stop();
+    TradeChannel::stop(m_refreshTimer);
     m_ordersByTime.clear();
     m_priceMarks.clear();
     m_barOrders.clear();
@@ -291,9 +258,6 @@ int EntrustPoint::hitTest(double x, double y)
 
 void EntrustPoint::handleMousePress(double x, double y)
 {
-    if (isEnded()) {
-        return;
-    }
     // Copies: while the list is open, an answer may replace the orders, the host show another security.
     const Korvane::tagCodeWithName security = m_code;
     const std::vector<EntrustInfo> orders = ordersAt(x, y);
@@ -365,17 +329,12 @@ void EntrustPoint::handleMouseMove(double, double) {}
 
 void EntrustPoint::sendQueryTodayEntrustInfoReq()
 {
-    if (!isEnded()) {
-        TradeChannel::send(m_endPoint,
-                           TradeChannel::screenRequest(CmdType::ENTRUSTTODAYTRADE, m_code, m_axis), __func__);
-    }
+    TradeChannel::send(m_endPoint, TradeChannel::screenRequest(CmdType::ENTRUSTTODAYTRADE, m_code, m_axis),
+                       __func__);
 }
 
 bool EntrustPoint::sendQueryHistoryEntrustInfoReq(long long date)
 {
-    if (isEnded()) {
-        return false;
-    }
     QJsonObject request = TradeChannel::screenRequest(CmdType::ENTRUSTHISTORYTRADE, m_code, m_axis);
     request.insert(QLatin1String(TradeKeyFields::DATE), static_cast<qint64>(date));
     return TradeChannel::send(m_endPoint, request, __func__);
@@ -383,9 +342,7 @@ bool EntrustPoint::sendQueryHistoryEntrustInfoReq(long long date)
 
 void EntrustPoint::sendCancelOrderReq(EntrustInfo &order)
 {
-    if (!isEnded()) {
-        cancel(order, m_code);
-    }
+    cancel(order, m_code);
 }
 
 void EntrustPoint::cancel(const EntrustInfo &order, const Korvane::tagCodeWithName &security)
@@ -401,44 +358,17 @@ void EntrustPoint::cancel(const EntrustInfo &order, const Korvane::tagCodeWithNa
 
 void EntrustPoint::handleTradeNotify(QByteArray topic, QByteArray message)
 {
-    if (isEnded()) {
-        return;
-    }
     if (topic == Topic::TRADEQUERY) {
         if (const auto answer = TradeChannel::parseMessage(message)) {
             handleAnswer(*answer);
         }
     } else if (topic == Topic::TRADENOTIFY) {
-        const auto notification = TradeChannel::parseObject(message);
+        const auto notification = TradeChannel::parseMessage(message);
         if (notification && TradeChannel::isAbout(*notification, m_code) &&
             m_axis.chartMode() == todayChart) {
-            askAgainLater();
+            m_waits->waitAndAsk(); // the host may end this object in here: nothing may follow
         }
     }
-}
-
-/// Asks for today's orders when a second has passed. Notifications that come inside the second open
-/// waits of their own, one inside the other; when too many are open, those that follow share one more.
-void EntrustPoint::askAgainLater()
-{
-    if (isEnded()) {
-        return;
-    }
-    if (m_openWaits == mostOpenWaits) {
-        m_notifiedMeanwhile = true;
-        return;
-    }
-    const QPointer<QObject> self(this);
-    ++m_openWaits;
-    waitOneSecond();
-    if (!self) {
-        return; // the host has destroyed this object meanwhile
-    }
-    --m_openWaits;
-    if (m_openWaits == 0 && std::exchange(m_notifiedMeanwhile, false)) {
-        QTimer::singleShot(0, this, &EntrustPoint::askAgainLater); // with an empty stack
-    }
-    sendQueryTodayEntrustInfoReq(); // nothing may follow, as in calcIt()
 }
 
 void EntrustPoint::handleAnswer(const QJsonObject &answer)
@@ -479,9 +409,6 @@ void EntrustPoint::handleCancelAnswer(const QJsonObject &answer)
 
 bool EntrustPoint::handleQueryTodayEntrustInfoRes(QJsonArray data)
 {
-    if (isEnded()) {
-        return true;
-    }
     const QPointer<QObject> self(this);
     if (!data.isEmpty()) {
         storeOrders(data);

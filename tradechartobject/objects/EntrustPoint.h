@@ -13,10 +13,15 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 class QTimer;
+
+namespace TradeChart {
+class SettlingWaits;
+}
 
 /// The order points: on the intraday chart, a marker for each price at which the account has orders in
 /// a minute, told apart by side and by how much is dealt. A click lists the orders behind a marker; one
@@ -74,12 +79,10 @@ public:
     bool calcEntrustPointPriceInfo();
 
 private:
-    bool isEnded() const; ///< deleteObject() was called: what still comes does nothing
     void changeSecurity(const Korvane::tagCodeWithName &code);
     void askForOrders();
     void handleAnswer(const QJsonObject &answer);
     void handleCancelAnswer(const QJsonObject &answer);
-    void askAgainLater();
     void storeOrders(const QJsonArray &rows);
     std::vector<TradeChart::EntrustInfo> ordersAt(double x, double y) const;
     void offerCancellation(const TradeChart::EntrustInfo &order, const Korvane::tagCodeWithName &security,
@@ -101,6 +104,5 @@ private:
     QTimer *m_refreshTimer; ///< child; null after deleteObject()
     int m_refreshSeconds;
     QString m_objectId; ///< tells the answers to this object's cancellations
-    int m_openWaits;
-    bool m_notifiedMeanwhile; ///< a notification came that no wait of its own was opened for
+    const std::unique_ptr<TradeChart::SettlingWaits> m_waits; ///< of notifications still to be asked about
 };

@@ -55,24 +55,25 @@ bool PositionCost::deleteObject()
 bool PositionCost::calcIt(const Korvane::tagCodeWithName &code, const Korvane::AnalyData *bars, int count,
                           Korvane::Period period, int a, int)
 {
-    if (m_refreshTimer == nullptr) {
-        return true; // the host has already ended this object
-    }
     m_period = period;
     m_calcArg = a;
-    // Before the question: a host that turns to another security meanwhile brings the bars of that one.
-    decodeBarTimes(bars, count, m_period, m_barTimes);
-    if (!isSameSecurity(code, m_code)) {
-        m_code = code;
-        m_costPrice = unknownCost;
-        const QPointer<QObject> self(this);
-        sendQueryPositionCostReq();
-        if (!self) { // the host may have ended this object while the question went out
-            return true;
-        }
+    if (!isSameSecurity(code, m_code) && !turnTo(code)) {
+        return true;
     }
+    decodeBarTimes(bars, count, period, m_barTimes);
     TradeChannel::startIfIdle(m_refreshTimer, m_refreshSeconds);
     return true;
+}
+
+/// Turns to another security and asks for its cost. False when the host, while the question went out, has
+/// ended this object or turned it to yet another security: the bars at hand are no longer the chart's then.
+bool PositionCost::turnTo(const Korvane::tagCodeWithName &code)
+{
+    m_code = code;
+    m_costPrice = unknownCost;
+    const QPointer<QObject> self(this);
+    sendQueryPositionCostReq();
+    return self && isSameSecurity(code, m_code);
 }
 
 bool PositionCost::calcRatio(int, int)
@@ -116,7 +117,7 @@ void PositionCost::handleMouseMove(double, double) {}
 
 void PositionCost::sendQueryPositionCostReq()
 {
-    if (m_refreshTimer != nullptr && isSet(m_code)) {
+    if (isSet(m_code)) {
         TradeChannel::send(m_endPoint, TradeChannel::screenRequest(CmdType::HOLDERCOSTPRICE, m_code, m_axis),
                            __func__);
     }
@@ -124,7 +125,7 @@ void PositionCost::sendQueryPositionCostReq()
 
 void PositionCost::handleTradeNotify(QByteArray topic, QByteArray payload)
 {
-    if (m_refreshTimer == nullptr || topic != Topic::TRADEQUERY) {
+    if (topic != Topic::TRADEQUERY) {
         return;
     }
     const auto answer = TradeChannel::parseMessage(payload);
@@ -156,6 +157,6 @@ bool PositionCost::isCostVisible() const
 {
     double low = 0.0;
     double high = 0.0;
-    return m_refreshTimer != nullptr && std::isfinite(m_costPrice) && !m_barTimes.empty() &&
-           m_axis.visiblePriceRange(low, high) && low <= m_costPrice && m_costPrice <= high;
+    return std::isfinite(m_costPrice) && !m_barTimes.empty() && m_axis.visiblePriceRange(low, high) &&
+           low <= m_costPrice && m_costPrice <= high;
 }

@@ -48,6 +48,7 @@ public:
     void handleTradeNotify(QByteArray topic, QByteArray payload);
 
 private:
+    bool turnTo(const Korvane::tagCodeWithName &code);
     bool isAnswerForUs(const QJsonObject &holding) const;
     bool isCostVisible() const;
 

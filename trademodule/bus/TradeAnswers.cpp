@@ -1,6 +1,5 @@
 #include "trademodule/bus/TradeAnswers.h"
 
-#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
 #include "trademodule/ExchangeTime.h"
@@ -8,6 +7,7 @@
 #include "trademodule/bus/AnswerMessage.h"
 #include "trademodule/bus/TradeRequest.h"
 #include "trademodule/bus/TradeRows.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <QJsonArray>
 
@@ -16,7 +16,7 @@
 namespace TradeModule {
 
 using namespace TradeChart::TradeKeyFields;
-using namespace TradeChart::Module;
+using namespace Trading;
 
 namespace {
 
@@ -106,7 +106,7 @@ QByteArray TradeAnswers::answer(const QJsonObject &question)
 
 void TradeAnswers::answerCost(const TradeRequest &request, AnswerMessage *answer)
 {
-    const Security security = request.security();
+    const SecurityId security = request.security();
     const Holding holding = m_ledger->holding(security);
     QJsonObject data{{key(STKCODE), security.code}, {key(MARKET), marketNumber(security.market)}};
     if (holding.costPrice()) {
@@ -166,7 +166,7 @@ void TradeAnswers::cancel(const TradeRequest &request, AnswerMessage *answer)
 
 void TradeAnswers::place(const TradeRequest &request, AnswerMessage *answer)
 {
-    const Security security = request.security();
+    const SecurityId security = request.security();
     const Side side = request.side();
     const Money price = request.orderPrice();
     const qint64 quantity = request.orderQuantity();
@@ -180,7 +180,7 @@ void TradeAnswers::place(const TradeRequest &request, AnswerMessage *answer)
 
 namespace {
 
-QJsonObject notification(const Security &security, const QString &orderNo, const QString &status)
+QJsonObject notification(const SecurityId &security, const QString &orderNo, const QString &status)
 {
     return {
         {key(STKCODE), security.code},

@@ -1,8 +1,8 @@
 #include "trademodule/bus/TradeNotifier.h"
 
 #include "endpoint/EndPoint.h"
-#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <QEventLoop>
 #include <QJsonDocument>
@@ -36,7 +36,7 @@ bool notifyCharts(const QString &busDirectory, const QVector<QJsonObject> &notif
     }
     bool isSent = true;
     for (const QJsonObject &notification : notifications) {
-        isSent = endPoint.sendMessage(TradeChart::Module::Channel::GLOBAL, TradeChart::Topic::TRADENOTIFY,
+        isSent = endPoint.sendMessage(Trading::Channel::GLOBAL, TradeChart::Topic::TRADENOTIFY,
                                       QJsonDocument(notification).toJson(QJsonDocument::Compact)) &&
                  isSent;
     }

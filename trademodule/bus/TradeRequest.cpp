@@ -32,7 +32,7 @@ QString TradeRequest::command() const
     return text(CMD);
 }
 
-Security TradeRequest::security() const
+SecurityId TradeRequest::security() const
 {
     const QString code = text(STKCODE);
     const QString letters = text(MARKET);

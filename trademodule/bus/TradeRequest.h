@@ -14,7 +14,7 @@ public:
     explicit TradeRequest(QJsonObject object) : m_object(std::move(object)) {}
 
     QString command() const;
-    Security security() const;
+    SecurityId security() const;
     /// "start" and "end".
     DateRange days() const;
 

@@ -1,18 +1,18 @@
 #include "trademodule/bus/TradeService.h"
 
-#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
 #include "trademodule/ExchangeTime.h"
 #include "trademodule/Language.h"
 #include "trademodule/bus/AnswerMessage.h"
 #include "trademodule/bus/TradeRequest.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <QJsonDocument>
 
 namespace TradeModule {
 
-using namespace TradeChart::Module;
+using namespace Trading;
 
 namespace {
 
@@ -121,7 +121,7 @@ void TradeService::settle()
 /// One word for each security is enough for its charts to ask for everything again.
 void TradeService::tellOfToday()
 {
-    QHash<Security, Order> newest;
+    QHash<SecurityId, Order> newest;
     const Orders ofToday = m_orders.ofDay(today());
     for (const Order &order : ofToday) {
         newest.insert(order.security, order);

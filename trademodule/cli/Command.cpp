@@ -17,7 +17,11 @@ QString Invocation::ledger() const
     if (!isSet(QStringLiteral("ledger"))) {
         throw UsageError(translated("give the ledger with --ledger FILE or --ledger postgresql://..."));
     }
-    return value(QStringLiteral("ledger"));
+    const QString location = value(QStringLiteral("ledger"));
+    if (location.isEmpty()) { // a file of no name is one of SQLite's that is gone with the program
+        throw UsageError(translated("--ledger is empty: nothing would be kept"));
+    }
+    return location;
 }
 
 std::optional<int> Invocation::date(const QString &option) const
@@ -167,11 +171,15 @@ int dispatch(const QStringList &arguments)
 
 } // namespace
 
-int runProgram(const QStringList &arguments)
+int runProgram(const QStringList &arguments, bool hasExchangeTime)
 {
     Language language;
     try {
         chooseLanguage(&language, arguments);
+        if (!hasExchangeTime) {
+            throw Error(translated("this machine does not know the time zone Asia/Shanghai, by which the "
+                                   "exchange counts its days: install its time-zone data (package tzdata)"));
+        }
         return dispatch(arguments);
     } catch (const UsageError &error) {
         printError(error.reason());

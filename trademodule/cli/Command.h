@@ -23,7 +23,7 @@ public:
 
     /// The value of --bus; empty when it was not given.
     QString bus() const { return value(QStringLiteral("bus")); }
-    /// The value of --ledger; a UsageError when it was not given.
+    /// The value of --ledger; a UsageError when it was not given or is empty.
     QString ledger() const;
     /// The value of an option that holds a date yyyymmdd, if it was given; a UsageError for anything else.
     std::optional<int> date(const QString &option) const;
@@ -47,7 +47,8 @@ struct Command
 /// All commands; the first is the default.
 const std::vector<Command> &commands();
 
-/// Runs the program with its command line, the program's name first. Returns how it ends.
-int runProgram(const QStringList &arguments);
+/// Runs the program with its command line, the program's name first. Returns how it ends; without exchange
+/// time it does nothing but say so, for no date in the ledger would be sure.
+int runProgram(const QStringList &arguments, bool hasExchangeTime);
 
 } // namespace TradeModule

@@ -42,9 +42,9 @@ Side sideOf(const QString &word)
     return word == QLatin1String("buy") ? Side::Buy : Side::Sell;
 }
 
-Security securityOf(const QString &text)
+SecurityId securityOf(const QString &text)
 {
-    const std::optional<Security> security = securityOfCode(text);
+    const std::optional<SecurityId> security = securityOfCode(text);
     if (!security) {
         throw UsageError(translated("\"%1\" is no code of Shanghai or Shenzhen").arg(text));
     }
@@ -74,7 +74,7 @@ qint64 wholeNumber(const QString &text)
 int place(const Invocation &invocation)
 {
     const QStringList words = invocation.arguments(4, translated("CODE, buy or sell, PRICE and QUANTITY"));
-    const Security security = securityOf(words[0]);
+    const SecurityId security = securityOf(words[0]);
     const Side side = sideOf(words[1]);
     const Money price = priceOf(words[2]);
     const qint64 quantity = wholeNumber(words[3]);

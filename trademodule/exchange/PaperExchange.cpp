@@ -1,5 +1,6 @@
 #include "trademodule/exchange/PaperExchange.h"
 
+#include "tradechartobject/common/OrderStatusTable.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
 #include "trademodule/ExchangeTime.h"
@@ -24,26 +25,23 @@ QLatin1String code(const char *status)
     return QLatin1String(status);
 }
 
-/// What a cancellation asked for makes of an order: one the exchange does not know yet ends at once.
-constexpr const char *const *cancelTargets[][2] = {
-    {&Quoted, &QuotedWaittingCancel},
-    {&PartDeal, &PartDealWaittingCancel},
-    {&None, &Canceled},
-    {&WaittingQuote, &Canceled},
-    {&Quoting, &Canceled},
-};
-
-const char *cancelTarget(const QString &status)
+/// An order that was left in the ledger and that the exchange has not seen yet can be cancelled here, though
+/// charts do not offer it.
+bool canBeCancelled(const Order &order)
 {
-    for (const auto &row : cancelTargets) {
-        if (status == code(*row[0])) {
-            return *row[1];
-        }
-    }
-    return nullptr;
+    return order.status == code(None) || TradeChart::isCancellable(order.status);
 }
 
-Order newOrder(const Security &security, Side side, Money price, qint64 quantity)
+/// What a cancellation makes of an order: one that the exchange does not know yet ends at once.
+const char *statusWhenCancelled(const Order &order)
+{
+    if (order.status == code(Quoted)) {
+        return QuotedWaittingCancel;
+    }
+    return order.status == code(PartDeal) ? PartDealWaittingCancel : Canceled;
+}
+
+Order newOrder(const SecurityId &security, Side side, Money price, qint64 quantity)
 {
     Order order;
     order.security = security;
@@ -109,12 +107,12 @@ const char *PaperExchange::firstStatus() const
     return isOpen() ? Quoting : WaittingQuote;
 }
 
-Order PaperExchange::place(const Security &security, Side side, Money price, qint64 quantity)
+Order PaperExchange::place(const SecurityId &security, Side side, Money price, qint64 quantity)
 {
     return enter(newOrder(security, side, price, quantity), firstStatus());
 }
 
-Order PaperExchange::leave(const Security &security, Side side, Money price, qint64 quantity)
+Order PaperExchange::leave(const SecurityId &security, Side side, Money price, qint64 quantity)
 {
     return enter(newOrder(security, side, price, quantity), None);
 }
@@ -156,12 +154,12 @@ void PaperExchange::refuseUncovered(const Order &order)
     }
 }
 
-qint64 PaperExchange::sellable(const Security &security)
+qint64 PaperExchange::sellable(const SecurityId &security)
 {
     return sellable(security, m_book.open());
 }
 
-qint64 PaperExchange::sellable(const Security &security, const Orders &open)
+qint64 PaperExchange::sellable(const SecurityId &security, const Orders &open)
 {
     qint64 available = m_book.holding(security).quantity() - m_book.boughtOn(today(), security);
     for (const Order &order : open) {
@@ -209,14 +207,13 @@ Order PaperExchange::cancel(int date, qint64 number)
     if (!order) {
         throw Error(translated("there is no order %1 of %2").arg(number).arg(date));
     }
-    const char *target = cancelTarget(order->status);
-    if (target == nullptr) {
+    if (!canBeCancelled(*order)) {
         throw Error(translated("order %1 can not be cancelled: %2")
                         .arg(number)
                         .arg(QString::fromUtf8(getOrderStatusTxt(order->status))));
     }
-    order->status = code(target);
-    if (target == Canceled) {
+    order->status = code(statusWhenCancelled(*order));
+    if (order->status == code(Canceled)) {
         endCancelled(&*order);
     }
     m_book.update(*order);

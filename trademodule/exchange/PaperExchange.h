@@ -31,10 +31,10 @@ public:
 
     /// Places a limit order of a buy or a sell; an Error says which rule it breaks. The order with its
     /// number and status comes back.
-    Order place(const Security &security, Side side, Money price, qint64 quantity);
+    Order place(const SecurityId &security, Side side, Money price, qint64 quantity);
     /// The same for the exchange of another process on the same ledger: that one takes the order when it
     /// settles next.
-    Order leave(const Security &security, Side side, Money price, qint64 quantity);
+    Order leave(const SecurityId &security, Side side, Money price, qint64 quantity);
 
     /// Asks for what is left of an order to be cancelled; an Error says why it can not be.
     Order cancel(int date, qint64 number);
@@ -51,13 +51,13 @@ public:
     void settle();
 
     /// Shares that may be sold today: held, not bought today and not on offer already.
-    qint64 sellable(const Security &security);
+    qint64 sellable(const SecurityId &security);
     /// The cash that is free for a buy and its fees: what the open buys and theirs leave.
     Money spendable();
 
     /// The same with the open orders at hand, for who asks about much at once.
     Orders openOrders() { return m_book.open(); }
-    qint64 sellable(const Security &security, const Orders &open);
+    qint64 sellable(const SecurityId &security, const Orders &open);
     Money spendable(const Orders &open);
 
     /// Gives the account this cash; an Error when the open buys need more.

@@ -1,14 +1,14 @@
 #include "trademodule/exchange/Quote.h"
 
-#include "tradechartobject/common/ModuleVocabulary.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
 #include "trademodule/Language.h"
 #include "trademodule/import/CellValue.h"
+#include "trading/ModuleVocabulary.h"
 
 namespace TradeModule {
 
-using namespace TradeChart::Module::QuoteFields;
+using namespace Trading::QuoteFields;
 
 namespace {
 
@@ -44,10 +44,12 @@ QString codeOf(const QJsonObject &object)
 Market marketOf(const QJsonObject &object)
 {
     const QString text = textOf(object, TradeChart::TradeKeyFields::MARKET);
-    for (const Market market : {Market::Shanghai, Market::Shenzhen}) {
-        if (text == marketLetters(market) || text == marketNumber(market)) {
-            return market;
-        }
+    const std::optional<Market> market = marketOfLetters(text);
+    if (market) {
+        return *market;
+    }
+    if (const std::optional<Market> ofNumber = marketOfNumber(text)) {
+        return *ofNumber;
     }
     refuse(object, TradeChart::TradeKeyFields::MARKET);
 }

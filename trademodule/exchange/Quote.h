@@ -1,7 +1,6 @@
 #pragma once
 
-#include "trademodule/ledger/Money.h"
-#include "trademodule/ledger/Security.h"
+#include "trademodule/SharedTypes.h"
 
 #include <QJsonObject>
 
@@ -10,7 +9,7 @@ namespace TradeModule {
 /// A bar of the market as it is published while it is made: channel "Market", topic "Quote".
 struct Quote
 {
-    Security security;
+    SecurityId security;
     int date = 0; ///< yyyymmdd
     int time = 0; ///< hhmmsscc, the end of the bar
     Money open;

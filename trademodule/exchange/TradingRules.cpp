@@ -1,6 +1,6 @@
 #include "trademodule/exchange/TradingRules.h"
-#include "tradechartobject/common/DayLimits.h"
 #include "trademodule/Language.h"
+#include "trading/DayLimits.h"
 
 #include <algorithm>
 
@@ -42,10 +42,10 @@ QString formError(const Order &order, qint64 held)
     return {};
 }
 
-PriceLimits priceLimits(const Security &security, Money previousClose)
+PriceLimits priceLimits(const SecurityId &security, Money previousClose)
 {
     const qint64 closeBefore = (previousClose.steps() + Tick.steps() / 2) / Tick.steps();
-    const auto limits = TradeChart::Module::dayLimits(security.code, closeBefore);
+    const auto limits = Trading::dayLimits(security.code, closeBefore);
     return {Tick * limits.lowest, Tick * limits.highest};
 }
 
@@ -54,7 +54,7 @@ Money fees(Side side, Money amount)
     if (amount.isZero()) {
         return {};
     }
-    const Money leastCommission = Money::ofSteps(5 * Money::StepsPerYuan);
+    const Money leastCommission = Money::ofSteps(5 * Money::stepsPerYuan);
     const Money commission = std::max(share(amount, 25), leastCommission);
     const Money stampDuty = side == Side::Sell ? share(amount, 50) : Money();
     return commission + stampDuty + share(amount, 1);

@@ -10,7 +10,7 @@ namespace TradeModule {
 namespace TradingRules {
 
 constexpr qint64 Lot = 100;
-constexpr Money Tick = Money::ofSteps(Money::StepsPerYuan / 100);
+constexpr Money Tick = Money::ofSteps(Money::stepsPerYuan / 100);
 
 /// True while orders reach the exchange: 09:15–11:30 and 13:00–15:00, both ends included.
 bool isOpen(int time);
@@ -29,7 +29,7 @@ struct PriceLimits
     Money highest;
     bool contain(Money price) const { return !(price < lowest) && !(price > highest); }
 };
-PriceLimits priceLimits(const Security &security, Money previousClose);
+PriceLimits priceLimits(const SecurityId &security, Money previousClose);
 
 /// All fees of an order that was dealt for `amount` in all: commission 0.025 %, at least 5 yuan; transfer
 /// fee 0.001 %; stamp duty 0.05 % of a sell.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "trademodule/ledger/Money.h"
+#include "trademodule/SharedTypes.h"
 
 #include <QString>
 

@@ -102,15 +102,15 @@ std::optional<Venue> venueOf(const CellValue::Code &code, const StatementColumns
     return venueStarting(codeStarts(), code.digits);
 }
 
-std::optional<Security> securityAt(std::optional<Venue> venue, const QString &code)
+std::optional<SecurityId> securityAt(std::optional<Venue> venue, const QString &code)
 {
     if (!venue || *venue == Venue::Elsewhere || code.size() != 6) {
         return std::nullopt;
     }
-    return Security{code, *venue == Venue::Shanghai ? Market::Shanghai : Market::Shenzhen};
+    return SecurityId{code, *venue == Venue::Shanghai ? Market::Shanghai : Market::Shenzhen};
 }
 
-Security securityByName(const QString &name, const QHash<QString, Security> &securitiesByName)
+SecurityId securityByName(const QString &name, const QHash<QString, SecurityId> &securitiesByName)
 {
     const auto security = securitiesByName.constFind(name);
     if (security == securitiesByName.constEnd()) {
@@ -121,8 +121,8 @@ Security securityByName(const QString &name, const QHash<QString, Security> &sec
 
 } // namespace
 
-std::optional<Security> securityOfRow(const StatementColumns &columns, const QStringList &cells,
-                                      const QHash<QString, Security> &securitiesByName)
+std::optional<SecurityId> securityOfRow(const StatementColumns &columns, const QStringList &cells,
+                                        const QHash<QString, SecurityId> &securitiesByName)
 {
     if (!columns.has(Column::Code)) {
         return securityByName(CellValue::cleaned(columns.cell(Column::Name, cells)), securitiesByName);
@@ -135,19 +135,19 @@ std::optional<Security> securityOfRow(const StatementColumns &columns, const QSt
     return securityAt(venueOf(*code, columns, cells), code->digits);
 }
 
-std::optional<Security> securityOfCode(const QString &text)
+std::optional<SecurityId> securityOfCode(const QString &text)
 {
     const std::optional<CellValue::Code> code = CellValue::code(text);
     return code ? securityAt(venueOf(*code, StatementColumns(), {}), code->digits) : std::nullopt;
 }
 
-QHash<QString, Security> readSecurityList(const QString &path)
+QHash<QString, SecurityId> readSecurityList(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         throw Error(translated("%1: can not be read: %2").arg(path, reasonOf(file)));
     }
-    QHash<QString, Security> securities;
+    QHash<QString, SecurityId> securities;
     for (int line = 1; !file.atEnd(); ++line) {
         const QStringList fields = QString::fromUtf8(file.readLine()).trimmed().split(QLatin1Char(','));
         const auto market = marketOfLetters(fields.value(1));

@@ -74,7 +74,7 @@ QString bookedLine(const ImportReport &report, Ledger::Mode mode)
 QStringList warningLines(const Booked &booked)
 {
     QStringList lines;
-    for (const Security &security : booked.unexplained) {
+    for (const SecurityId &security : booked.unexplained) {
         lines.append(translated("warning: more of %1 was sold than came in; import the earlier statements, "
                                 "too, for a right cost")
                          .arg(security.code));

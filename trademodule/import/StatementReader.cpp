@@ -245,7 +245,7 @@ Money RowReader::feeOf(const QStringList &cells, const Execution &execution) con
     }
     const Money difference =
         execution.side == Side::Buy ? magnitude(net) - execution.amount : execution.amount - net;
-    const Money believable = Money::ofSteps(execution.amount.steps() / 20 + 100 * Money::StepsPerYuan);
+    const Money believable = Money::ofSteps(execution.amount.steps() / 20 + 100 * Money::stepsPerYuan);
     return difference.isNegative() || difference > believable ? listed : difference;
 }
 

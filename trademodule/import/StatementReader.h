@@ -13,8 +13,8 @@ namespace TradeModule {
 /// What a user adds to a statement that does not tell everything.
 struct ReadOptions
 {
-    std::optional<int> date;                   ///< for a statement without a date column
-    QHash<QString, Security> securitiesByName; ///< for a statement without a code column
+    std::optional<int> date;                     ///< for a statement without a date column
+    QHash<QString, SecurityId> securitiesByName; ///< for a statement without a code column
 };
 
 /// A line that can not be read, and why.
@@ -28,7 +28,7 @@ struct BadRow
 struct StatementContents
 {
     Executions executions; ///< oldest first
-    QHash<Security, QString> names;
+    QHash<SecurityId, QString> names;
     std::map<QString, int> leftOut; ///< entries that are no trades, by kind
     QVector<BadRow> badRows;
     int bonuses = 0;      ///< entries of bonus shares among the executions

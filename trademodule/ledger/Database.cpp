@@ -3,11 +3,17 @@
 #include "trademodule/Error.h"
 #include "trademodule/Language.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QSqlError>
 #include <QUrl>
 #include <QUrlQuery>
 #include <QUuid>
 #include <QtDebug>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h> // permissions of a new file: POSIX, the same on Linux and macOS
 
 namespace TradeModule {
 
@@ -34,6 +40,22 @@ QString driverOf(Database::Kind kind)
         return QStringLiteral("QPSQL");
     }
     Q_UNREACHABLE();
+}
+
+/// A ledger is its owner's alone, and what SQLite lays beside it gets the same permissions; SQLite itself
+/// would let everybody read. A file that is there is not touched: to close it drops the locks that another
+/// connection of this process holds on it.
+void makePrivateFile(const QString &file)
+{
+    if (file == QLatin1String(":memory:")) {
+        return;
+    }
+    const QFileInfo info(file);
+    const QByteArray path = QFile::encodeName(info.isSymLink() ? info.symLinkTarget() : file);
+    const int descriptor = ::open(path.constData(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (descriptor >= 0) {
+        ::close(descriptor);
+    }
 }
 
 /// True when another process was changing the ledger for too long.
@@ -107,6 +129,7 @@ void Database::reopenIfLost()
 
 void Database::openSqlite(const QString &file)
 {
+    makePrivateFile(file);
     QSqlDatabase database = connection();
     database.setDatabaseName(file);
     open(database, file);

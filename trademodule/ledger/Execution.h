@@ -1,7 +1,6 @@
 #pragma once
 
-#include "trademodule/ledger/Money.h"
-#include "trademodule/ledger/Security.h"
+#include "trademodule/SharedTypes.h"
 
 #include <QVector>
 
@@ -17,7 +16,7 @@ enum class Side {
 /// One execution of the account, or bonus shares it received.
 struct Execution
 {
-    Security security;
+    SecurityId security;
     Side side = Side::Buy;
     int date = 0; ///< yyyymmdd
     int time = 0; ///< hhmmsscc; 0 when the statement does not tell

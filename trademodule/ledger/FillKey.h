@@ -18,7 +18,7 @@ public:
     friend uint qHash(const FillKey &key, uint seed);
 
 private:
-    Security m_security;
+    SecurityId m_security;
     Side m_side;
     int m_date;
     int m_time;

@@ -41,7 +41,7 @@ Side sideOf(const QString &letter)
 }
 
 /// A row of LedgerQueries::executionColumns().
-Execution executionOf(const QSqlQuery &row, const Security &security)
+Execution executionOf(const QSqlQuery &row, const SecurityId &security)
 {
     Execution execution;
     execution.security = security;
@@ -58,7 +58,7 @@ Execution executionOf(const QSqlQuery &row, const Security &security)
 }
 
 /// The security in a row of LedgerQueries::executionAndSecurityColumns().
-Security securityOf(const QSqlQuery &row)
+SecurityId securityOf(const QSqlQuery &row)
 {
     return {row.value(9).toString(), marketOfLetters(row.value(10).toString()).value_or(Market::Shanghai)};
 }
@@ -72,7 +72,7 @@ Executions executionsOf(QSqlQuery rows)
     return executions;
 }
 
-Executions executionsOf(QSqlQuery rows, const Security &security)
+Executions executionsOf(QSqlQuery rows, const SecurityId &security)
 {
     Executions executions;
     while (rows.next()) {
@@ -127,7 +127,7 @@ QSqlQuery entriesOf(Database *database, qint64 securityId, DateRange days)
 }
 
 /// From all entries of the security, in order of time.
-Holding holdingOf(Database *database, qint64 securityId, const Security &security)
+Holding holdingOf(Database *database, qint64 securityId, const SecurityId &security)
 {
     Holding holding;
     QSqlQuery rows = entriesOf(database, securityId, DateRange());
@@ -162,8 +162,6 @@ public:
     Booked book(const Progress &progress);
 
 private:
-    using SecurityId = QHash<Security, qint64>::const_iterator;
-
     void registerSecurities();
     FillCounts fillsInLedger();
     Executions newExecutions();
@@ -174,7 +172,7 @@ private:
     Ledger *const m_ledger;
     Database *const m_database;
     const Statement &m_statement;
-    QHash<Security, qint64> m_securityIds;
+    QHash<SecurityId, qint64> m_securityIds;
     Booked m_booked;
 };
 
@@ -254,7 +252,7 @@ void Ledger::Writer::insert(const Executions &executions, const Progress &progre
             progress(i + 1, executions.size());
         }
     }
-    QHash<Security, Execution> newest;
+    QHash<SecurityId, Execution> newest;
     for (const Execution &execution : executions) {
         newest.insert(execution.security, execution);
     }
@@ -277,7 +275,7 @@ Ledger::Ledger(const QString &location) : m_database(location)
     migrateSchema(&m_database);
 }
 
-qint64 Ledger::registerSecurity(const Security &security, const QString &name)
+qint64 Ledger::registerSecurity(const SecurityId &security, const QString &name)
 {
     const QString market = marketLetters(security.market);
     m_database.run(QStringLiteral("INSERT INTO security (code, market, name) VALUES (?, ?, ?) "
@@ -312,7 +310,7 @@ Booked Ledger::book(const Statement &statement, Mode mode, const Progress &progr
     return booked;
 }
 
-Executions Ledger::trades(const Security &security, DateRange days)
+Executions Ledger::trades(const SecurityId &security, DateRange days)
 {
     return executionsOf(
         m_database.run(LedgerQueries::tradesOfSecurity(),
@@ -330,7 +328,7 @@ Executions Ledger::trades(DateRange days)
     return executionsOf(m_database.run(LedgerQueries::tradesOfDays(), {days.first, days.last}));
 }
 
-Holding Ledger::holding(const Security &security)
+Holding Ledger::holding(const SecurityId &security)
 {
     QSqlQuery row = m_database.run(QStringLiteral("SELECT h.quantity, h.cost, h.unexplained FROM holding h "
                                                   "JOIN security s ON s.id = h.security_id "
@@ -349,8 +347,8 @@ QVector<Position> Ledger::positions()
                        "JOIN security s ON s.id = h.security_id WHERE h.quantity > 0 ORDER BY s.code"));
     QVector<Position> positions;
     while (rows.next()) {
-        const Security security{rows.value(0).toString(),
-                                marketOfLetters(rows.value(1).toString()).value_or(Market::Shanghai)};
+        const SecurityId security{rows.value(0).toString(),
+                                  marketOfLetters(rows.value(1).toString()).value_or(Market::Shanghai)};
         const Holding holding(rows.value(3).toLongLong(), rows.value(4).toDouble(),
                               rows.value(5).toLongLong());
         positions.append({security, rows.value(2).toString(), holding});

@@ -21,7 +21,7 @@ struct Statement
 {
     QString file; ///< where it came from, kept with the entries
     Executions executions;
-    QHash<Security, QString> names;
+    QHash<SecurityId, QString> names;
 };
 
 /// What became of a statement.
@@ -29,14 +29,14 @@ struct Booked
 {
     int added = 0;
     int alreadyThere = 0;
-    QVector<Execution> lastAdded;  ///< the newest added entry of each security that has one
-    QVector<Security> unexplained; ///< securities of which more was sold than came in
+    QVector<Execution> lastAdded;    ///< the newest added entry of each security that has one
+    QVector<SecurityId> unexplained; ///< securities of which more was sold than came in
 };
 
 /// A security that is held.
 struct Position
 {
-    Security security;
+    SecurityId security;
     QString name;
     Holding holding;
 };
@@ -61,13 +61,13 @@ public:
     Booked book(const Statement &statement, Mode mode, const Progress &progress = {});
 
     /// The trades of a security, oldest first; bonus shares are none.
-    Executions trades(const Security &security, DateRange days);
+    Executions trades(const SecurityId &security, DateRange days);
     /// The trades of a code on every market, oldest first.
     Executions trades(const QString &code, DateRange days);
     /// The trades of all securities, oldest first.
     Executions trades(DateRange days);
 
-    Holding holding(const Security &security);
+    Holding holding(const SecurityId &security);
     /// What is held, by code.
     QVector<Position> positions();
 
@@ -78,7 +78,7 @@ public:
 
     Database *database() { return &m_database; }
     /// The key of a security; it is written when it is new, and so is a name that is not empty.
-    qint64 registerSecurity(const Security &security, const QString &name);
+    qint64 registerSecurity(const SecurityId &security, const QString &name);
     /// Writes a trade and the holding after it. It need not be the latest of its security: a day that is
     /// played again has trades of its first time, and a statement may tell of later ones.
     void add(const Execution &execution);

@@ -23,13 +23,13 @@ void MarketDay::read()
                                      "JOIN security s ON s.id = r.security_id WHERE r.quote_date = ?"),
                       {m_date});
     while (rows.next()) {
-        const Security security{rows.value(0).toString(),
-                                marketOfLetters(rows.value(1).toString()).value_or(Market::Shanghai)};
+        const SecurityId security{rows.value(0).toString(),
+                                  marketOfLetters(rows.value(1).toString()).value_or(Market::Shanghai)};
         m_told.insert(security, {m_time, Money::ofSteps(rows.value(2).toLongLong())});
     }
 }
 
-void MarketDay::note(const Security &security, int time, Money open, Money previousClose)
+void MarketDay::note(const SecurityId &security, int time, Money open, Money previousClose)
 {
     if (m_date != today()) {
         m_date = today();
@@ -58,7 +58,7 @@ void MarketDay::keep()
     Transaction transaction(database);
     database->run(QStringLiteral("UPDATE exchange_clock SET quote_date = ?, quote_time = ?"),
                   {m_date, m_time});
-    for (const Security &security : qAsConst(m_newReferences)) {
+    for (const SecurityId &security : qAsConst(m_newReferences)) {
         database->run(
             QStringLiteral("INSERT INTO price_reference (security_id, quote_date, price) VALUES (?, ?, ?) "
                            "ON CONFLICT (security_id) DO UPDATE SET quote_date = excluded.quote_date, "
@@ -76,7 +76,7 @@ std::optional<int> MarketDay::clock() const
     return m_date == today() ? std::optional(m_time) : std::nullopt;
 }
 
-std::optional<Money> MarketDay::reference(const Security &security) const
+std::optional<Money> MarketDay::reference(const SecurityId &security) const
 {
     const auto told = m_told.constFind(security);
     const bool isKnown = m_date == today() && told != m_told.constEnd();

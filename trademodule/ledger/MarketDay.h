@@ -18,7 +18,7 @@ public:
     /// Takes what a quote of today told; in the ledger it is with the next keep(). The reference is
     /// `previousClose`; when that is zero, the open of the security's first quote. Time that goes back
     /// begins the day anew: another recorded day may be played now.
-    void note(const Security &security, int time, Money open, Money previousClose);
+    void note(const SecurityId &security, int time, Money open, Money previousClose);
 
     /// Writes what is new into the ledger, in a transaction of its own; nothing when nothing is.
     void keep();
@@ -28,7 +28,7 @@ public:
     /// The time of the last quote, hhmmsscc; nothing before today's first.
     std::optional<int> clock() const;
     /// Nothing before today's first quote of the security.
-    std::optional<Money> reference(const Security &security) const;
+    std::optional<Money> reference(const SecurityId &security) const;
 
 private:
     struct Told
@@ -42,8 +42,8 @@ private:
     Ledger *const m_ledger;
     int m_date = 0;
     int m_time = 0;
-    QHash<Security, Told> m_told;
-    QSet<Security> m_newReferences;
+    QHash<SecurityId, Told> m_told;
+    QSet<SecurityId> m_newReferences;
     bool m_isClockNew = false;
 };
 

@@ -8,7 +8,7 @@ namespace TradeModule {
 struct Order
 {
     qint64 number = 0; ///< given by the ledger, unique in it
-    Security security;
+    SecurityId security;
     QString securityName;
     Side side = Side::Buy; ///< a buy or a sell
     int date = 0;          ///< yyyymmdd

@@ -1,5 +1,6 @@
 #include "trademodule/ledger/OrderBook.h"
 
+#include "tradechartobject/common/OrderStatusTable.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
 
@@ -7,20 +8,18 @@ namespace TradeModule {
 
 namespace {
 
-using namespace TradeChart::OrderStatus;
-
 QString text(const char *latin1)
 {
     return QString::fromLatin1(latin1);
 }
 
-/// The statuses in which something may still happen to an order.
 QString openStatuses()
 {
     QStringList quoted;
-    for (const char *const status : {None, Quoting, Quoted, QuotedWaittingCancel, PartDealWaittingCancel,
-                                     PartDeal, WaittingQuote, QuotingB}) {
-        quoted.append(QStringLiteral("'%1'").arg(text(status)));
+    for (const TradeChart::OrderStatusRow &status : TradeChart::OrderStatusTable()) {
+        if (status.isOpen) {
+            quoted.append(QStringLiteral("'%1'").arg(status.code));
+        }
     }
     return quoted.join(QLatin1Char(','));
 }
@@ -48,7 +47,7 @@ Order orderOf(const QSqlQuery &row)
 
 OrderBook::OrderBook(Ledger *ledger) : m_ledger(ledger), m_database(ledger->database()) {}
 
-qint64 OrderBook::securityId(const Security &security)
+qint64 OrderBook::securityId(const SecurityId &security)
 {
     return m_ledger->registerSecurity(security, QString());
 }
@@ -107,7 +106,7 @@ Orders OrderBook::ofDay(int date)
     return ordersWhere(QStringLiteral("o.order_date = ?"), {date});
 }
 
-Orders OrderBook::ofDay(int date, const Security &security)
+Orders OrderBook::ofDay(int date, const SecurityId &security)
 {
     return ordersWhere(QStringLiteral("o.order_date = ? AND s.code = ? AND s.market = ?"),
                        {date, security.code, marketLetters(security.market)});
@@ -130,7 +129,7 @@ void OrderBook::setCash(Money cash)
     m_database->run(QStringLiteral("UPDATE account SET cash = ?"), {cash.steps()});
 }
 
-qint64 OrderBook::boughtOn(int date, const Security &security)
+qint64 OrderBook::boughtOn(int date, const SecurityId &security)
 {
     qint64 bought = 0;
     const Executions trades = m_ledger->trades(security, {date, date});

@@ -29,18 +29,18 @@ public:
     std::optional<Order> find(int date, qint64 number);
     /// Orders of a day, by number.
     Orders ofDay(int date);
-    Orders ofDay(int date, const Security &security);
+    Orders ofDay(int date, const SecurityId &security);
     /// Orders that something may still happen to, the oldest first.
     Orders open();
 
     Money cash();
     void setCash(Money cash);
     /// Shares that were bought on a day and are not sold on it.
-    qint64 boughtOn(int date, const Security &security);
-    Holding holding(const Security &security) { return m_ledger->holding(security); }
+    qint64 boughtOn(int date, const SecurityId &security);
+    Holding holding(const SecurityId &security) { return m_ledger->holding(security); }
 
 private:
-    qint64 securityId(const Security &security);
+    qint64 securityId(const SecurityId &security);
     Orders ordersWhere(const QString &condition, const QVariantList &values);
 
     Ledger *const m_ledger;

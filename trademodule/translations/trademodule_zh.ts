@@ -717,5 +717,13 @@
         <source>the question is no JSON object: %1</source>
         <translation>查询不是 JSON 对象：%1</translation>
     </message>
+    <message>
+        <source>this machine does not know the time zone Asia/Shanghai, by which the exchange counts its days: install its time-zone data (package tzdata)</source>
+        <translation>本机没有时区 Asia/Shanghai 的数据，而交易所按该时区计日：请安装时区数据（软件包 tzdata）</translation>
+    </message>
+    <message>
+        <source>--ledger is empty: nothing would be kept</source>
+        <translation>--ledger 为空：什么都不会保存</translation>
+    </message>
 </context>
 </TS>

@@ -153,7 +153,7 @@ bool ChartInput::key(const QKeyEvent &event)
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        return m_focus.press();
+        return event.isAutoRepeat() || m_focus.press();
     case Qt::Key_Escape:
         leave();
         return true;

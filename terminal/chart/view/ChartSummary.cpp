@@ -13,7 +13,8 @@ namespace Terminal {
 
 namespace {
 
-/// What a mark tells, whatever its shape and however far an order is dealt.
+/// What a mark tells, whatever its shape and however far an order is dealt: the kinds of trades, then the
+/// sides of orders.
 constexpr const char *groupTexts[] = {
     QT_TRANSLATE_NOOP("ChartSummary", "buys %1"),        QT_TRANSLATE_NOOP("ChartSummary", "sells %1"),
     QT_TRANSLATE_NOOP("ChartSummary", "both %1"),        QT_TRANSLATE_NOOP("ChartSummary", "buy orders %1"),
@@ -23,9 +24,9 @@ constexpr size_t groupCount = std::size(groupTexts);
 
 size_t groupOf(GlyphNumber glyph)
 {
-    constexpr int kindsOfASide = orderKinds / 2;
-    return static_cast<size_t>(glyph < seriesStyles ? glyph / 2
-                                                    : 3 + (glyph - seriesStyles) / kindsOfASide % 2);
+    constexpr size_t ofBuyOrders = 3;
+    return isOrderGlyph(glyph) ? ofBuyOrders + static_cast<size_t>(orderKindOf(glyph).side)
+                               : static_cast<size_t>(seriesStyleOf(glyph).kind);
 }
 
 QString text(const char *source)

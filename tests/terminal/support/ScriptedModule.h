@@ -43,6 +43,12 @@ public:
         return found;
     }
 
+    /// Waits until it was asked so often with this command.
+    bool wasAsked(const char *command, size_t times) const
+    {
+        return waitUntil([=] { return asked(QLatin1String(command)).size() == times; });
+    }
+
     void answer(const QJsonObject &question, const QJsonObject &keys)
     {
         QJsonObject answer = question;

@@ -4,6 +4,7 @@
 #include "terminal/chart/marks/glyphs/BuyGlyph.h"
 #include "terminal/chart/marks/glyphs/SellGlyph.h"
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -13,33 +14,43 @@ namespace {
 
 using Glyphs = std::vector<std::unique_ptr<MarkerGlyph>>;
 
-void addOrderGlyphs(Glyphs *glyphs, EdgeClamp clamp)
+std::unique_ptr<MarkerGlyph> makeGlyph(const SeriesStyle &style)
 {
-    for (const OrderSide side : {OrderSide::Buy, OrderSide::Sell}) {
-        for (const auto progress :
-             {OrderProgress::Waiting, OrderProgress::PartlyDealt, OrderProgress::Dealt}) {
-            glyphs->push_back(std::make_unique<OrderGlyph>(side, progress, clamp));
-        }
+    switch (style.kind) {
+    case TradeKind::Buy:
+        return std::make_unique<BuyGlyph>(style.side);
+    case TradeKind::Sell:
+        return std::make_unique<SellGlyph>(style.side);
+    case TradeKind::Both:
+        return std::make_unique<BothGlyph>(style.side);
     }
+    return nullptr;
 }
 
 /// In the order of their numbers.
 Glyphs makeGlyphs()
 {
     Glyphs glyphs;
-    glyphs.push_back(std::make_unique<BuyGlyph>(MarkSide::Above));
-    glyphs.push_back(std::make_unique<BuyGlyph>(MarkSide::Below));
-    glyphs.push_back(std::make_unique<SellGlyph>(MarkSide::Above));
-    glyphs.push_back(std::make_unique<SellGlyph>(MarkSide::Below));
-    glyphs.push_back(std::make_unique<BothGlyph>(MarkSide::Above));
-    glyphs.push_back(std::make_unique<BothGlyph>(MarkSide::Below));
-    for (const EdgeClamp clamp : {EdgeClamp::None, EdgeClamp::AtTop, EdgeClamp::AtBottom}) {
-        addOrderGlyphs(&glyphs, clamp);
+    for (const SeriesStyle &style : seriesStyles) {
+        glyphs.push_back(makeGlyph(style));
+    }
+    for (const EdgeClamp clamp : edgeClamps) {
+        for (const OrderKind &kind : orderKinds) {
+            glyphs.push_back(std::make_unique<OrderGlyph>(kind.side, kind.progress, clamp));
+        }
     }
     return glyphs;
 }
 
 } // namespace
+
+GlyphNumber seriesGlyph(TradeKind kind, MarkSide side)
+{
+    const auto *const style =
+        std::find_if(seriesStyles.begin(), seriesStyles.end(),
+                     [kind, side](const SeriesStyle &row) { return row.kind == kind && row.side == side; });
+    return seriesGlyph(style->number);
+}
 
 const MarkerGlyph &glyph(GlyphNumber number)
 {

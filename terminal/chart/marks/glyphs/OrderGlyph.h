@@ -10,6 +10,8 @@ enum class OrderProgress { Waiting, PartlyDealt, Dealt };
 /// Where the price of an order lies when the price scale does not show it.
 enum class EdgeClamp { None, AtTop, AtBottom };
 
+constexpr EdgeClamp edgeClamps[] = {EdgeClamp::None, EdgeClamp::AtTop, EdgeClamp::AtBottom};
+
 /// Width and height in pixels of an order's mark.
 constexpr double orderGlyphSize = 16;
 

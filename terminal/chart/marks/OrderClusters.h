@@ -1,0 +1,36 @@
+#pragma once
+
+#include "terminal/chart/axes/ChartGeometry.h"
+#include "terminal/chart/marks/DrawnMarks.h"
+
+#include <QHash>
+
+#include <vector>
+
+namespace Terminal {
+
+class GlyphSprites;
+
+/// Marks of orders of one repaint. Each stands for a price and hangs at it, over a candle if need be. One
+/// joins a mark of its kind that was added before, when its middle is less than a glyph's width and height
+/// from the first one's.
+class OrderClusters
+{
+public:
+    /// `geometry` is borrowed.
+    explicit OrderClusters(const ChartGeometry &geometry) : m_geometry(geometry) {}
+
+    /// A mark that hangs from its price, or stands on it at the bottom of the scale.
+    void add(int bar, double price, int kind, bool atLow);
+    /// Ends the collection.
+    void moveTo(DrawnMarks *marks, GlyphSprites *sprites);
+
+private:
+    DrawnMark *markNear(GlyphNumber number, const QPointF &place);
+
+    const ChartGeometry &m_geometry;
+    QHash<quint64, size_t> m_cells; ///< square of a glyph's size, and kind, to the one mark in it
+    std::vector<DrawnMark> m_marks;
+};
+
+} // namespace Terminal

@@ -1,0 +1,136 @@
+#include "terminal/data/BarFile.h"
+#include "tests/support/ByName.h"
+#include "tests/terminal/support/DataFiles.h"
+
+#include <gmock/gmock.h>
+
+namespace Terminal {
+namespace {
+
+const QByteArray dailyHeader = "date,open,high,low,close,volume\n";
+const QByteArray minuteHeader = "time,open,high,low,close,volume\n";
+
+using BarFile = DataFiles;
+
+TEST_F(BarFile, GivesEveryDayInOrder)
+{
+    const auto bars = readDailyBars(write(QStringLiteral("a.csv"), dailyHeader + "20240102,10,12,9,11,500\n"
+                                                                                 "20240103,11,11,11,11,0\n"));
+    ASSERT_TRUE(bars) << qPrintable(bars.error());
+    ASSERT_EQ(bars.value().size(), 2U);
+    const Bar &first = bars.value().front();
+    EXPECT_EQ(first.date, 20240102);
+    EXPECT_DOUBLE_EQ(first.open, 10);
+    EXPECT_DOUBLE_EQ(first.high, 12);
+    EXPECT_DOUBLE_EQ(first.low, 9);
+    EXPECT_DOUBLE_EQ(first.close, 11);
+    EXPECT_DOUBLE_EQ(first.volume, 500);
+}
+
+TEST_F(BarFile, TakesWindowsLineEndsAndAByteOrderMark)
+{
+    const auto bars = readDailyBars(write(QStringLiteral("a.csv"), "\xEF\xBB\xBF"
+                                                                   "date,open,high,low,close,volume\r\n"
+                                                                   "20240102,10,12,9,11,500\r\n"));
+    EXPECT_TRUE(bars) << qPrintable(bars.error());
+}
+
+TEST_F(BarFile, TakesAdjustedPricesBelowZero)
+{
+    EXPECT_TRUE(readDailyBars(write(QStringLiteral("a.csv"), dailyHeader + "20240102,-2,-1,-3,-2,5\n")));
+}
+
+TEST_F(BarFile, SaysWhichFileIsMissing)
+{
+    const auto bars = readDailyBars(folder() + QStringLiteral("/none.csv"));
+    EXPECT_FALSE(bars);
+    EXPECT_TRUE(bars.error().contains(QStringLiteral("none.csv: cannot be read")))
+        << qPrintable(bars.error());
+}
+
+TEST_F(BarFile, ReadsMinutesOfItsDay)
+{
+    const auto bars = readMinuteBars(
+        write(QStringLiteral("m.csv"), minuteHeader + "930,9,9,9,9,1\n1301,9,9,9,9,1\n"), 20240102);
+    ASSERT_TRUE(bars) << qPrintable(bars.error());
+    EXPECT_EQ(bars.value()[0].minute, 570);
+    EXPECT_EQ(bars.value()[1].minute, 781);
+    EXPECT_EQ(bars.value()[1].date, 20240102);
+}
+
+class BadDailyLine : public DataFiles, public ::testing::WithParamInterface<BadLine>
+{
+};
+
+TEST_P(BadDailyLine, StopsTheFileAndIsNamed)
+{
+    const QString path = write(QStringLiteral("bad.csv"), dailyHeader + "20240102,10,12,9,11,500\n" +
+                                                              GetParam().line + "\n20240105,1,1,1,1,1\n");
+    const auto bars = readDailyBars(path);
+    ASSERT_FALSE(bars);
+    EXPECT_TRUE(bars.error().startsWith(path + QStringLiteral(":3: "))) << qPrintable(bars.error());
+    EXPECT_TRUE(bars.error().contains(QLatin1String(GetParam().reason))) << qPrintable(bars.error());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lines, BadDailyLine,
+    ::testing::Values(BadLine{"empty", "", "1 fields"},
+                      BadLine{"tooFewFields", "20240103,1,1,1,1", "5 fields"},
+                      BadLine{"tooManyFields", "20240103,1,1,1,1,1,1", "7 fields"},
+                      BadLine{"noDate", "2024-01-03,1,1,1,1,1", "not a date"},
+                      BadLine{"signedDate", "+20240103,1,1,1,1,1", "not a date"},
+                      BadLine{"emptyDate", ",1,1,1,1,1", "not a date"},
+                      BadLine{"dayThatIsNot", "20240230,1,1,1,1,1", "not a date"},
+                      BadLine{"sameDay", "20240102,1,1,1,1,1", "not later"},
+                      BadLine{"earlierDay", "20231229,1,1,1,1,1", "not later"},
+                      BadLine{"wordAsPrice", "20240103,x,1,1,1,1", "\"x\" is not a number"},
+                      BadLine{"emptyPrice", "20240103,1,1,1,,1", "is not a number"},
+                      BadLine{"nan", "20240103,nan,1,1,1,1", "\"nan\" is not a number"},
+                      BadLine{"infinite", "20240103,1,inf,1,1,1", "\"inf\" is not a number"},
+                      BadLine{"highBelowLow", "20240103,2,1,3,2,1", "high is below the low"},
+                      BadLine{"openOutside", "20240103,5,4,3,4,1", "open is outside"},
+                      BadLine{"closeOutside", "20240103,4,4,3,2,1", "close is outside"},
+                      BadLine{"negativeVolume", "20240103,4,4,3,4,-1", "volume is negative"}),
+    ByName());
+
+class BadMinuteLine : public DataFiles, public ::testing::WithParamInterface<BadLine>
+{
+};
+
+TEST_P(BadMinuteLine, StopsTheFileAndIsNamed)
+{
+    const QString path =
+        write(QStringLiteral("bad.csv"), minuteHeader + "931,10,12,9,11,500\n" + GetParam().line + "\n");
+    const auto bars = readMinuteBars(path, 20240102);
+    ASSERT_FALSE(bars);
+    EXPECT_TRUE(bars.error().startsWith(path + QStringLiteral(":3: "))) << qPrintable(bars.error());
+    EXPECT_TRUE(bars.error().contains(QLatin1String(GetParam().reason))) << qPrintable(bars.error());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lines, BadMinuteLine,
+    ::testing::Values(BadLine{"noTime", "9:32,1,1,1,1,1", "not a time"},
+                      BadLine{"sixtyMinutes", "960,1,1,1,1,1", "not a time"},
+                      BadLine{"lateHour", "2500,1,1,1,1,1", "not a time"},
+                      BadLine{"beforeOpening", "929,1,1,1,1,1", "outside of the trading hours"},
+                      BadLine{"lunch", "1300,1,1,1,1,1", "outside of the trading hours"},
+                      BadLine{"afterClose", "1501,1,1,1,1,1", "outside of the trading hours"},
+                      BadLine{"sameMinute", "931,1,1,1,1,1", "not later"},
+                      BadLine{"wordAsPrice", "932,1,1,1,x,1", "is not a number"}),
+    ByName());
+
+TEST_F(BarFile, RefusesAnotherHeader)
+{
+    const QString path = write(QStringLiteral("a.csv"), "date,close\n20240102,1\n");
+    EXPECT_TRUE(readDailyBars(path).error().startsWith(path + QStringLiteral(":1: the first line")));
+}
+
+TEST_F(BarFile, RefusesAFileWithoutBars)
+{
+    EXPECT_TRUE(readDailyBars(write(QStringLiteral("a.csv"), dailyHeader))
+                    .error()
+                    .contains(QStringLiteral("no bars")));
+}
+
+} // namespace
+} // namespace Terminal

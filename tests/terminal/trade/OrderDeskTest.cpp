@@ -1,0 +1,305 @@
+// The terminal's counter at the trading module, over a real broker.
+#include "terminal/trade/OrderDesk.h"
+#include "tests/support/TestBroker.h"
+#include "tests/terminal/support/ModuleAnswers.h"
+#include "tests/terminal/support/ScriptedModule.h"
+
+#include <gmock/gmock.h>
+
+#include <QElapsedTimer>
+
+namespace Terminal {
+namespace {
+
+using Kind = DeskOutcome::Kind;
+
+const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};
+
+class Desk : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        m_module.setAnswer(QStringLiteral("EntrustTodayTrade"), withData(QJsonArray()));
+        m_module.setAnswer(QStringLiteral("AccountInfo"), withData(QJsonObject()));
+        QObject::connect(
+            &m_desk, &OrderDesk::placed, &m_desk,
+            [this](const OrderRequest &, const DeskOutcome &outcome) { m_placed.push_back(outcome); });
+        QObject::connect(
+            &m_desk, &OrderDesk::cancelAnswered, &m_desk,
+            [this](const OrderRecord &, const DeskOutcome &outcome) { m_cancelled.push_back(outcome); });
+        m_desk.show(moutai, 0);
+        ASSERT_TRUE(waitUntil([this] { return m_module.isReady(); }));
+        m_desk.start(m_broker.address());
+        m_desk.watch();
+        ASSERT_TRUE(waitUntil([this] { return m_desk.isAnswering() && m_desk.account(); }));
+    }
+
+    size_t countOf(const char *command) { return m_module.asked(QLatin1String(command)).size(); }
+
+    /// Long enough to see that nothing more is asked: questions arrive in order, so the answer to a
+    /// later one has passed them all.
+    void letPass()
+    {
+        m_module.setAnswer(QStringLiteral("EntrustPlace"), withData(QJsonObject()));
+        const size_t before = m_placed.size();
+        m_desk.place({moutai, OrderSide::Buy, 1, 100});
+        ASSERT_TRUE(waitUntil([&] { return m_placed.size() > before; }));
+    }
+
+    TestBroker m_broker;
+    ScriptedModule m_module{m_broker.address()};
+    OrderDesk m_desk;
+    std::vector<DeskOutcome> m_placed;
+    std::vector<DeskOutcome> m_cancelled;
+};
+
+TEST_F(Desk, AsksForNothingBeforeItIsToWatch)
+{
+    OrderDesk other;
+    std::vector<DeskOutcome> placed;
+    QObject::connect(
+        &other, &OrderDesk::placed, &other,
+        [&placed](const OrderRequest &, const DeskOutcome &outcome) { placed.push_back(outcome); });
+    m_module.setAnswer(QStringLiteral("EntrustPlace"), withData(QJsonObject()));
+    other.start(m_broker.address());
+    ASSERT_TRUE(waitUntil([&other] { return other.endPoint()->isConnected(); }));
+    m_module.notify(QStringLiteral("600519"));
+    other.place({moutai, OrderSide::Buy, 1, 100});
+    ASSERT_TRUE(waitUntil([&placed] { return !placed.empty(); }));
+    letPass();
+    EXPECT_FALSE(other.account());
+
+    other.watch();
+    EXPECT_TRUE(waitUntil([&other] { return other.account().has_value(); }));
+}
+
+TEST_F(Desk, TellsTheNumberOfAnAcceptedOrder)
+{
+    m_module.setAnswer(QStringLiteral("EntrustPlace"),
+                       withData(QJsonObject{{QStringLiteral("ordersno"), QStringLiteral("17")}}));
+    m_desk.place({moutai, OrderSide::Sell, 1700.1, 300});
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::Accepted);
+    EXPECT_EQ(m_placed.front().text, QStringLiteral("17"));
+}
+
+TEST_F(Desk, SendsPricesWithTwoDecimalsAndTheMarketAsLetters)
+{
+    m_desk.place({moutai, OrderSide::Sell, 1700.1, 300});
+    m_desk.place({{QStringLiteral("000001"), Market::Shenzhen, {}}, OrderSide::Buy, 0.1 + 0.2, 100});
+    ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 2));
+    const auto asked = m_module.asked(QStringLiteral("EntrustPlace"));
+    const auto text = [&asked](size_t i, const char *key) {
+        return asked[i].value(QLatin1String(key)).toString().toStdString();
+    };
+    EXPECT_EQ(text(0, "orderprice"), "1700.10");
+    EXPECT_EQ(text(0, "orderqty"), "300");
+    EXPECT_EQ(text(0, "bsflag2"), "0S");
+    EXPECT_EQ(text(0, "market"), "SH");
+    EXPECT_EQ(text(1, "orderprice"), "0.30");
+    EXPECT_EQ(text(1, "bsflag2"), "0B");
+    EXPECT_EQ(text(1, "market"), "SZ");
+    EXPECT_NE(text(0, "objectId"), text(1, "objectId"));
+}
+
+TEST_F(Desk, TellsWhyAnOrderIsRefused)
+{
+    m_module.setAnswer(QStringLiteral("EntrustPlace"), refusedWith("not enough cash"));
+    m_desk.place({moutai, OrderSide::Buy, 1700, 100});
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::Refused);
+    EXPECT_EQ(m_placed.front().text, QStringLiteral("not enough cash"));
+}
+
+TEST_F(Desk, TellsThatNoAnswerCameAndTellsALateAnswer)
+{
+    m_desk.setTimeout(50);
+    m_desk.place({moutai, OrderSide::Buy, 1700, 100});
+    ASSERT_TRUE(waitUntil([this] { return m_placed.size() == 1; }));
+    EXPECT_EQ(m_placed.front().kind, Kind::NoAnswer);
+    EXPECT_FALSE(m_placed.front().isLate);
+
+    const auto asked = m_module.asked(QStringLiteral("EntrustPlace"));
+    ASSERT_EQ(asked.size(), 1U);
+    m_module.answer(asked.front(), withData(QJsonObject{{QStringLiteral("ordersno"), QStringLiteral("18")}}));
+    ASSERT_TRUE(waitUntil([this] { return m_placed.size() == 2; }));
+    EXPECT_EQ(m_placed.back().kind, Kind::Accepted);
+    EXPECT_EQ(m_placed.back().text, QStringLiteral("18"));
+    EXPECT_TRUE(m_placed.back().isLate);
+}
+
+TEST_F(Desk, TakesAnswersInAnyOrder)
+{
+    m_desk.place({moutai, OrderSide::Buy, 1, 100});
+    m_desk.place({moutai, OrderSide::Buy, 2, 100});
+    ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 2));
+    const auto asked = m_module.asked(QStringLiteral("EntrustPlace"));
+    std::vector<double> prices;
+    QObject::connect(
+        &m_desk, &OrderDesk::placed, &m_desk,
+        [&prices](const OrderRequest &order, const DeskOutcome &) { prices.push_back(order.price); });
+    m_module.answer(asked[1], withData(QJsonObject()));
+    m_module.answer(asked[0], refusedWith("no"));
+    ASSERT_TRUE(waitUntil([&prices] { return prices.size() == 2; }));
+    EXPECT_THAT(prices, ::testing::ElementsAre(2, 1));
+    EXPECT_EQ(m_placed[0].kind, Kind::Accepted);
+    EXPECT_EQ(m_placed[1].kind, Kind::Refused);
+}
+
+TEST_F(Desk, TellsThatNothingWasSentWithoutABus)
+{
+    m_broker.kill();
+    ASSERT_TRUE(waitUntil([this] { return !m_desk.endPoint()->isConnected(); }));
+    QElapsedTimer clock;
+    clock.start();
+    m_desk.place({moutai, OrderSide::Buy, 1700, 100});
+    EXPECT_TRUE(m_placed.empty()); // told from the event loop, not from within the call
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::NotSent);
+    EXPECT_LT(clock.elapsed(), 2000);
+}
+
+TEST_F(Desk, KnowsWhetherTheModuleAnswers)
+{
+    m_desk.setTimeout(300);
+    m_module.setSilent(QStringLiteral("AccountInfo"));
+    m_desk.refresh();
+    ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
+    m_module.setAnswer(QStringLiteral("AccountInfo"), withData(QJsonObject()));
+    EXPECT_TRUE(waitUntil([this] { return m_desk.isAnswering(); })) << "it asks again by itself";
+}
+
+TEST_F(Desk, ComesBackWithTheBus)
+{
+    m_broker.kill();
+    ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
+    m_broker.start();
+    EXPECT_TRUE(waitUntil([this] { return m_desk.isAnswering(); }));
+}
+
+TEST_F(Desk, IsUpToDateWhenAllIsAnswered)
+{
+    ASSERT_TRUE(waitUntil([this] { return m_desk.isUpToDate(); }));
+    m_module.setSilent(QStringLiteral("AccountInfo"));
+    const size_t before = countOf("AccountInfo");
+    m_desk.refresh();
+    ASSERT_TRUE(waitUntil([&] { return countOf("AccountInfo") > before; }));
+    EXPECT_FALSE(m_desk.isUpToDate());
+    m_module.answer(m_module.asked(QStringLiteral("AccountInfo")).back(), withData(QJsonObject()));
+    EXPECT_TRUE(waitUntil([this] { return m_desk.isUpToDate(); }));
+}
+
+TEST_F(Desk, AsksAnewWhileAQuestionIsOpenThatNobodyHeard)
+{
+    m_desk.setTimeout(60000);
+    m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
+    const size_t before = countOf("EntrustTodayTrade");
+    m_desk.refresh();
+    ASSERT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 1));
+    m_desk.refresh();
+    m_desk.askAnew();
+    EXPECT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 2));
+}
+
+TEST_F(Desk, CancelsByDayAndNumber)
+{
+    m_module.setAnswer(QStringLiteral("EntrustCancel"),
+                       withData(QJsonArray{QJsonObject{{QStringLiteral("msgok "), QStringLiteral("done")}}}));
+    OrderRecord order;
+    order.security = moutai;
+    order.number = QStringLiteral("17");
+    order.date = 20240102;
+    m_desk.cancel(order);
+    ASSERT_TRUE(waitUntil([this] { return !m_cancelled.empty(); }));
+    EXPECT_EQ(m_cancelled.front().kind, Kind::Accepted);
+    EXPECT_EQ(m_cancelled.front().text, QStringLiteral("done"));
+    const QJsonObject asked = m_module.asked(QStringLiteral("EntrustCancel")).front();
+    EXPECT_EQ(asked.value(QLatin1String("ordersno")).toString(), QStringLiteral("17"));
+    EXPECT_EQ(asked.value(QLatin1String("orderdate")).toString(), QStringLiteral("20240102"));
+}
+
+TEST_F(Desk, ReadsTheOrdersOfTheShownSecurity)
+{
+    m_module.setAnswer(QStringLiteral("EntrustTodayTrade"), withData(QJsonArray{orderRow("17", "7")}));
+    m_desk.refresh();
+    ASSERT_TRUE(waitUntil([this] { return !m_desk.orders().empty(); }));
+    const OrderRecord &order = m_desk.orders().front();
+    EXPECT_EQ(order.side, OrderSide::Sell);
+    EXPECT_EQ(order.time, 93150);
+    EXPECT_EQ(order.number, QStringLiteral("17"));
+    EXPECT_DOUBLE_EQ(order.price, 1700.5);
+    EXPECT_EQ(order.quantity, 300);
+    EXPECT_EQ(order.dealt, 200);
+    EXPECT_DOUBLE_EQ(order.averagePrice().value(), 1700.51);
+    EXPECT_TRUE(isCancellable(order));
+}
+
+TEST_F(Desk, ReadsTheAccount)
+{
+    const QJsonObject held{{QStringLiteral("stkcode"), QStringLiteral("000001")},
+                           {QStringLiteral("stkname"), QStringLiteral("PA")},
+                           {QStringLiteral("market"), QStringLiteral("2")},
+                           {QStringLiteral("qty"), QStringLiteral("500")},
+                           {QStringLiteral("sellable"), QStringLiteral("300")},
+                           {QStringLiteral("costprice"), QStringLiteral("12.345")}};
+    m_module.setAnswer(QStringLiteral("AccountInfo"),
+                       withData(QJsonObject{{QStringLiteral("cash"), QStringLiteral("1000.50")},
+                                            {QStringLiteral("available"), QStringLiteral("900.25")},
+                                            {QStringLiteral("positions"), QJsonArray{held}}}));
+    m_desk.refresh();
+    ASSERT_TRUE(waitUntil([this] { return m_desk.account() && m_desk.account()->cash > 0; }));
+    EXPECT_DOUBLE_EQ(m_desk.account()->available, 900.25);
+    const Position *const position = m_desk.account()->find({QStringLiteral("000001"), Market::Shenzhen, {}});
+    ASSERT_NE(position, nullptr);
+    EXPECT_EQ(position->quantity, 500);
+    EXPECT_EQ(position->sellable, 300);
+    EXPECT_DOUBLE_EQ(position->cost, 12.345);
+    EXPECT_EQ(m_desk.account()->find(moutai), nullptr);
+}
+
+TEST_F(Desk, AsksForTheOrdersOfAPastDayByANumber)
+{
+    m_module.setAnswer(QStringLiteral("EntrustHistoryTrade"), withData(QJsonArray{orderRow("3", "8")}));
+    m_desk.show(moutai, 20240102);
+    ASSERT_TRUE(waitUntil([this] { return m_desk.orders().size() == 1; }));
+    EXPECT_EQ(
+        m_module.asked(QStringLiteral("EntrustHistoryTrade")).front().value(QLatin1String("date")).toInt(),
+        20240102);
+}
+
+TEST_F(Desk, ForgetsTheOrdersOfAnotherSecurity)
+{
+    m_module.setAnswer(QStringLiteral("EntrustTodayTrade"), withData(QJsonArray{orderRow("17", "2")}));
+    m_desk.refresh();
+    ASSERT_TRUE(waitUntil([this] { return !m_desk.orders().empty(); }));
+    m_desk.show({QStringLiteral("000001"), Market::Shenzhen, {}}, 0);
+    EXPECT_TRUE(m_desk.orders().empty());
+}
+
+TEST_F(Desk, AsksAgainAfterANotification)
+{
+    const size_t orders = countOf("EntrustTodayTrade");
+    const size_t accounts = countOf("AccountInfo");
+    m_module.notify(QStringLiteral("600519"));
+    ASSERT_TRUE(waitUntil(
+        [&] { return countOf("EntrustTodayTrade") > orders && countOf("AccountInfo") > accounts; }));
+}
+
+TEST_F(Desk, HasOneQuestionOfAKindOpenHoweverManyNotificationsCome)
+{
+    m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
+    const size_t before = countOf("EntrustTodayTrade");
+    for (int i = 0; i < 20; ++i) {
+        m_module.notify(QStringLiteral("600519"));
+    }
+    ASSERT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 1));
+    letPass();
+    EXPECT_EQ(countOf("EntrustTodayTrade"), before + 1);
+    m_module.answer(m_module.asked(QStringLiteral("EntrustTodayTrade")).back(), withData(QJsonArray()));
+    EXPECT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 2))
+        << "what came meanwhile is asked once more";
+}
+
+} // namespace
+} // namespace Terminal

@@ -1,0 +1,91 @@
+#include "terminal/trade/TradeTables.h"
+
+#include <gmock/gmock.h>
+
+#include <QSignalSpy>
+
+namespace Terminal {
+namespace {
+
+const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};
+
+OrderRecord orderAt(std::int32_t time, const char *number)
+{
+    OrderRecord order;
+    order.security = moutai;
+    order.date = 20240102;
+    order.time = time;
+    order.number = QLatin1String(number);
+    order.price = 10;
+    order.quantity = 300;
+    return order;
+}
+
+TEST(OrdersTable, ShowsTheNewestFirst)
+{
+    OrdersTable table;
+    table.setOrders({orderAt(93100, "9"), orderAt(93100, "10"), orderAt(93000, "11")});
+    EXPECT_EQ(table.record(0).number, QStringLiteral("10"));
+    EXPECT_EQ(table.record(1).number, QStringLiteral("9"));
+    EXPECT_EQ(table.rowOf(QStringLiteral("11")), 2);
+    EXPECT_EQ(table.rowOf(QStringLiteral("12")), -1);
+}
+
+TEST(OrdersTable, AddsNewRowsWithoutTouchingTheOthers)
+{
+    OrdersTable table;
+    table.setOrders({orderAt(93100, "1")});
+    QSignalSpy resets(&table, &QAbstractItemModel::modelReset);
+    QSignalSpy inserted(&table, &QAbstractItemModel::rowsInserted);
+    table.setOrders({orderAt(93100, "1"), orderAt(93200, "2")});
+    EXPECT_EQ(resets.count(), 0);
+    EXPECT_EQ(inserted.count(), 1);
+    EXPECT_EQ(table.rowCount({}), 2);
+    table.setOrders({orderAt(93300, "3")});
+    EXPECT_EQ(resets.count(), 1);
+}
+
+TEST(OrdersTable, HidesQuantities)
+{
+    OrderRecord order = orderAt(93100, "1");
+    order.dealt = 200;
+    OrdersTable table;
+    table.setOrders({order});
+    table.setAmountsHidden(true);
+    QStringList shown;
+    for (int column = 0; column < table.columnCount({}); ++column) {
+        shown.append(table.index(0, column).data().toString());
+        shown.append(table.index(0, column).data(Qt::ToolTipRole).toString());
+    }
+    EXPECT_EQ(shown.filter(QStringLiteral("***")).size(), 4);
+    EXPECT_FALSE(shown.contains(QStringLiteral("300")));
+    EXPECT_FALSE(shown.contains(QStringLiteral("200")));
+    EXPECT_TRUE(shown.contains(QStringLiteral("10.00"))) << "its price may be read";
+}
+
+TEST(PositionsTable, KnowsAProfitOnlyWithAPrice)
+{
+    PositionsTable table;
+    table.setRecords({{{moutai, 200, 100, 9.5}, 10.0}, {{{}, 300, 300, 5.0}, std::nullopt}});
+    const int profit = table.columnCount({}) - 1;
+    EXPECT_EQ(table.index(0, profit).data().toString(), QStringLiteral("+100.00"));
+    EXPECT_EQ(table.index(1, profit).data().toString(), QStringLiteral(u"–"));
+    EXPECT_EQ(table.index(0, profit).data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight, Qt::AlignRight);
+}
+
+TEST(PositionsTable, HidesMoneyAndHoldings)
+{
+    PositionsTable table;
+    table.setRecords({{{moutai, 200, 100, 9.5}, 10.0}});
+    table.setAmountsHidden(true);
+    QStringList shown;
+    for (int column = 0; column < table.columnCount({}); ++column) {
+        shown.append(table.index(0, column).data().toString());
+    }
+    EXPECT_EQ(shown.filter(QStringLiteral("***")).size(), 4);
+    EXPECT_TRUE(shown.contains(moutai.code));
+    EXPECT_TRUE(shown.contains(QStringLiteral("10.00"))) << "the market's price is nobody's secret";
+}
+
+} // namespace
+} // namespace Terminal

@@ -1,0 +1,64 @@
+#include "trading/Money.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace Trading {
+
+namespace {
+
+Money yuan(double amount)
+{
+    return Money::ofYuan(amount).value();
+}
+
+} // namespace
+
+TEST(Money, IsNothingAtFirst)
+{
+    EXPECT_TRUE(Money().isZero());
+    EXPECT_FALSE(Money().isNegative());
+}
+
+TEST(Money, IsAWholeNumberOfSteps)
+{
+    EXPECT_EQ(yuan(10.5).steps(), 105000);
+    EXPECT_EQ(yuan(0.00005).steps(), 1); // to the nearest
+    EXPECT_EQ(yuan(-7.3625).steps(), -73625);
+    EXPECT_EQ(Money::ofSteps(12345).yuan(), 1.2345);
+}
+
+TEST(Money, IsNotMadeOfWhatIsNoAmount)
+{
+    EXPECT_EQ(Money::ofYuan(std::numeric_limits<double>::quiet_NaN()), std::nullopt);
+    EXPECT_EQ(Money::ofYuan(std::numeric_limits<double>::infinity()), std::nullopt);
+    EXPECT_EQ(Money::ofYuan(1.1e11), std::nullopt);
+    EXPECT_TRUE(Money::ofYuan(1e11));
+}
+
+TEST(Money, IsWrittenWithTwoDecimalsOrAsManyAsItHas)
+{
+    EXPECT_EQ(yuan(10.5).digits(), "10.50");
+    EXPECT_EQ(yuan(7.363).digits(), "7.363");
+    EXPECT_EQ(yuan(0.0001).digits(), "0.0001");
+    EXPECT_EQ(yuan(-0.05).digits(), "-0.05");
+    EXPECT_EQ(Money().digits(), "0.00");
+    EXPECT_EQ(yuan(1234567).text(), QStringLiteral("1234567.00"));
+}
+
+TEST(Money, IsAddedAndTakenAwayExactly)
+{
+    EXPECT_EQ(yuan(0.1) + yuan(0.2), yuan(0.3));
+    EXPECT_EQ(yuan(0.3) - yuan(0.1), yuan(0.2));
+    EXPECT_EQ(-yuan(1), yuan(-1));
+    EXPECT_EQ(magnitude(yuan(-1)), yuan(1));
+    EXPECT_EQ(yuan(9.99) * 300, yuan(2997));
+}
+
+TEST(Money, IsCompared)
+{
+    EXPECT_TRUE(yuan(1) < yuan(2) && yuan(2) > yuan(1) && yuan(1) != yuan(2) && yuan(1) == yuan(1));
+}
+
+} // namespace Trading

@@ -1,0 +1,52 @@
+// The words of our own trading module, for the module and the terminal: what they speak beyond the
+// vocabulary that every trading module shares. The overlays use none of them.
+//
+// Every text here travels on the bus. Do not change one. docs/trading-module.md tells what they mean.
+#pragma once
+
+namespace Trading {
+
+/// Channels of the bus.
+namespace Channel {
+inline constexpr const char *GLOBAL = "Global"; ///< questions, and notifications to everybody
+inline constexpr const char *MARKET = "Market"; ///< what the market does
+} // namespace Channel
+
+/// Topics of the bus.
+namespace Topic {
+inline constexpr const char *QUOTE = "Quote"; ///< on channel MARKET: a bar, while it is made
+} // namespace Topic
+
+/// Values of the key "cmd".
+namespace CmdType {
+inline constexpr const char *ENTRUSTPLACE = "EntrustPlace"; ///< place an order
+inline constexpr const char *ACCOUNTINFO = "AccountInfo";   ///< the account's cash and what it holds
+} // namespace CmdType
+
+/// Keys of a quote besides "stkcode" and "market". Prices are texts in yuan.
+namespace QuoteFields {
+inline constexpr const char *DATE = "date"; ///< yyyymmdd
+inline constexpr const char *TIME = "time"; ///< the end of the bar, hhmm or longer
+inline constexpr const char *OPEN = "open";
+inline constexpr const char *HIGH = "high";
+inline constexpr const char *LOW = "low";
+inline constexpr const char *CLOSE = "close";
+inline constexpr const char *VOLUME = "volume";     ///< shares
+inline constexpr const char *PRECLOSE = "preclose"; ///< close of the day before; may be left out
+} // namespace QuoteFields
+
+/// Keys of the account's "data" and of its positions, which have "stkcode", "stkname", "market" and
+/// "costprice" besides. All values are texts.
+namespace AccountFields {
+inline constexpr const char *CASH = "cash";           ///< yuan
+inline constexpr const char *AVAILABLE = "available"; ///< of it, what open buys and their fees leave
+inline constexpr const char *POSITIONS = "positions";
+inline constexpr const char *QTY = "qty";           ///< shares held
+inline constexpr const char *SELLABLE = "sellable"; ///< of them, not bought today and not on offer
+} // namespace AccountFields
+
+} // namespace Trading
+
+namespace TradeChart {
+namespace Module = Trading; // the name that the terminal's files still say
+}

@@ -1,0 +1,32 @@
+#include "trading/Money.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace Trading {
+
+std::optional<Money> Money::ofYuan(double yuan)
+{
+    constexpr double limit = 1e11;
+    if (!(std::fabs(yuan) <= limit)) {
+        return std::nullopt;
+    }
+    return ofSteps(std::llround(yuan * static_cast<double>(stepsPerYuan)));
+}
+
+std::string Money::digits() const
+{
+    constexpr std::size_t decimals = 4;
+    constexpr std::size_t leastDecimals = 2;
+    std::string digits = std::to_string(std::llabs(m_steps));
+    digits.insert(0, decimals + 1 - std::min(decimals + 1, digits.size()), '0');
+    const std::size_t point = digits.size() - decimals;
+    while (digits.back() == '0' && digits.size() > point + leastDecimals) {
+        digits.pop_back();
+    }
+    digits.insert(point, 1, '.');
+    return isNegative() ? '-' + digits : digits;
+}
+
+} // namespace Trading

@@ -1,0 +1,140 @@
+#include "trading/Question.h"
+
+#include "tradechartobject/common/TradeVocabulary.h"
+
+#include <QJsonDocument>
+
+namespace Trading {
+
+using namespace TradeChart::TradeKeyFields;
+
+Question::Question(const char *command)
+{
+    set(CMD, QLatin1String(command));
+}
+
+void Question::answerOn(const QString &channel, const QString &id)
+{
+    set(SCREENID, channel);
+    if (!id.isEmpty()) {
+        set(OBJECTID, id);
+    }
+}
+
+void Question::setSecurity(const SecurityId &security)
+{
+    set(STKCODE, security.code);
+    set(MARKET, marketLetters(security.market));
+}
+
+/// The one field of a question that is a number: every trading module reads it so.
+void Question::setDay(TradingDate day)
+{
+    m_object.insert(QLatin1String(DATE), day.number());
+}
+
+void Question::setDays(TradingDate first, TradingDate last)
+{
+    set(START, first.text());
+    set(END, last.text());
+}
+
+void Question::setOrder(TradingDate day, const QString &number)
+{
+    set(RTSORDERDATE, day.text());
+    set(RTSORDERNO, number);
+}
+
+void Question::setNewOrder(Direction direction, Money price, qint64 quantity)
+{
+    set(RTSBSFLAG, QLatin1String(directionCode(direction)));
+    set(RTSENTRUSTPRICE, price.text());
+    set(RTSENTRUSTQTY, QString::number(quantity));
+}
+
+QByteArray Question::toJson() const
+{
+    return QJsonDocument(m_object).toJson(QJsonDocument::Compact);
+}
+
+std::optional<QString> Question::command() const
+{
+    return text(CMD);
+}
+
+std::optional<QString> Question::answerChannel() const
+{
+    return text(SCREENID);
+}
+
+std::optional<QString> Question::securityCode() const
+{
+    return text(STKCODE);
+}
+
+std::optional<Market> Question::market() const
+{
+    return marketOfLetters(field(MARKET).toString());
+}
+
+std::optional<TradingDate> Question::day() const
+{
+    return TradingDate::ofNumber(field(DATE).toInt());
+}
+
+std::optional<TradingDate> Question::firstDay() const
+{
+    return date(START);
+}
+
+std::optional<TradingDate> Question::lastDay() const
+{
+    return date(END);
+}
+
+std::optional<TradingDate> Question::orderDay() const
+{
+    return date(RTSORDERDATE);
+}
+
+std::optional<qint64> Question::orderNumber() const
+{
+    return positiveNumber(RTSORDERNO);
+}
+
+std::optional<Direction> Question::direction() const
+{
+    return directionOfCode(field(RTSBSFLAG).toString());
+}
+
+std::optional<Money> Question::orderPrice() const
+{
+    bool isNumber = false;
+    const double price = field(RTSENTRUSTPRICE).toString().toDouble(&isNumber);
+    return isNumber && price > 0 ? Money::ofYuan(price) : std::nullopt;
+}
+
+std::optional<qint64> Question::orderQuantity() const
+{
+    return positiveNumber(RTSENTRUSTQTY);
+}
+
+std::optional<QString> Question::text(const char *key) const
+{
+    const QString value = field(key).toString();
+    return value.isEmpty() ? std::nullopt : std::optional(value);
+}
+
+std::optional<TradingDate> Question::date(const char *key) const
+{
+    return TradingDate::ofText(field(key).toString());
+}
+
+std::optional<qint64> Question::positiveNumber(const char *key) const
+{
+    bool isNumber = false;
+    const qint64 number = field(key).toString().toLongLong(&isNumber);
+    return isNumber && number > 0 ? std::optional(number) : std::nullopt;
+}
+
+} // namespace Trading
