@@ -124,6 +124,7 @@ void ReplayBar::showState()
     const bool hasMore = state == Replay::State::Playing || state == Replay::State::Paused;
     setVisible(isOpen || m_chart->data().period == ChartPeriod::Minute);
     m_open->setChecked(isOpen);
+    m_open->setEnabled(isOpen || m_chart->data().period == ChartPeriod::Minute);
     m_play->setEnabled(hasMore);
     m_step->setEnabled(hasMore);
     m_restart->setEnabled(isOpen);

@@ -74,5 +74,26 @@ TEST_F(ControlsOfAReplay, PlaysUpToTheMinuteThatTheSliderIsPutTo)
     EXPECT_EQ(slider->value(), 30);
 }
 
+TEST_F(ControlsOfAReplay, OfferNoReplayOfDaysWeeksAndMonths)
+{
+    for (const ChartPeriod period : {ChartPeriod::Day, ChartPeriod::Week, ChartPeriod::Month}) {
+        show(period, 0);
+        const size_t bars = shownBars();
+        focusChart();
+        QTest::keyClick(chart(), Qt::Key_R, Qt::ControlModifier);
+        EXPECT_EQ(replay()->state(), Replay::State::Closed);
+        EXPECT_EQ(shownBars(), bars);
+    }
+}
+
+TEST_F(ControlsOfAReplay, EndAReplayFromAChartOfDays)
+{
+    m_window->setReplaying(true);
+    show(ChartPeriod::Day, 0);
+    focusChart();
+    QTest::keyClick(chart(), Qt::Key_R, Qt::ControlModifier);
+    EXPECT_EQ(replay()->state(), Replay::State::Closed);
+}
+
 } // namespace
 } // namespace Terminal
