@@ -95,5 +95,42 @@ TEST_F(ControlsOfAReplay, EndAReplayFromAChartOfDays)
     EXPECT_EQ(replay()->state(), Replay::State::Closed);
 }
 
+TEST_F(ControlsOfAReplay, LeaveTheSliderInTheHandThatDragsItWhileTheDayPlays)
+{
+    m_window->setReplaying(true);
+    auto *const slider = bar()->findChild<QSlider *>();
+    slider->setSliderDown(true);
+    slider->setSliderPosition(60);
+    replay()->step();
+    replay()->step();
+    EXPECT_EQ(slider->sliderPosition(), 60);
+    slider->setSliderDown(false);
+    EXPECT_EQ(shownBars(), 61U);
+    EXPECT_EQ(slider->value(), 60);
+}
+
+TEST_F(ControlsOfAReplay, ShowWhereTheDayIsWhenTheSliderIsLetGoBehindIt)
+{
+    m_window->setReplaying(true);
+    auto *const slider = bar()->findChild<QSlider *>();
+    slider->setSliderDown(true);
+    slider->setSliderPosition(1);
+    replay()->playTo(10 * 60);
+    slider->setSliderDown(false);
+    EXPECT_EQ(shownBars(), 31U);
+    EXPECT_EQ(slider->value(), 30);
+}
+
+TEST_F(ControlsOfAReplay, PlayNothingWhenTheDayEndsInTheHandThatDragsTheSlider)
+{
+    m_window->setReplaying(true);
+    auto *const slider = bar()->findChild<QSlider *>();
+    slider->setSliderDown(true);
+    slider->setSliderPosition(60);
+    m_window->setReplaying(false);
+    slider->setSliderDown(false);
+    EXPECT_EQ(replay()->state(), Replay::State::Closed);
+}
+
 } // namespace
 } // namespace Terminal
