@@ -150,11 +150,15 @@ void MainWindow::applyTheme()
     m_readout->update();
 }
 
+/// A message may name an amount: it goes, too, when amounts are hidden.
 void MainWindow::setAmountsHidden(bool hidden)
 {
     m_trade->setAmountsHidden(hidden);
     if (m_overlays) {
         m_overlays->setAmountsHidden(hidden);
+    }
+    if (hidden) {
+        m_prompts.clear();
     }
 }
 
@@ -268,7 +272,7 @@ void MainWindow::tellUnknown(const OverlayKind &kind)
     m_prompts.show(tr("The overlay library does not know the overlay \"%1\".").arg(overlayTitle(kind)));
 }
 
-/// The chart is there to be shown to others: ticket and account stay out of it.
+/// The chart is there to be shown to others: ticket, account and what became of an order stay out of it.
 void MainWindow::exportChart()
 {
     const QString proposal =
@@ -278,6 +282,7 @@ void MainWindow::exportChart()
     if (path.isEmpty()) {
         return;
     }
+    m_prompts.clear();
     const QString error = writePicture(centralWidget(), path);
     m_prompts.show(error.isEmpty() ? tr("Written to %1").arg(path) : error);
 }
