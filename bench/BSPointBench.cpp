@@ -72,7 +72,7 @@ struct Chart
     {
         CountingPainter painter;
         overlay->paintIt(painter);
-        return painter.calls == 3 && painter.flags[TradeChart::BothAbove][bar] == 1.0;
+        return painter.calls == 3 && painter.flags[Korvane::BothAbove][bar] == 1.0;
     }
 
     std::vector<Korvane::AnalyData> bars = manyBars(barCount);

@@ -52,7 +52,7 @@ struct CombinedChart
     {
         CountingPainter painter;
         overlay->paintIt(painter);
-        const double *const buys = painter.flags[BuyAbove];
+        const double *const buys = painter.flags[Korvane::BuyAbove];
         return painter.calls == 7 && buys[0] == 1.0 && !(buys[1] == 1.0);
     }
 

@@ -14,11 +14,13 @@ namespace LocalCommunication {
 /// socket of its user's runtime directory. docs/bus-protocol.md lists every key of the file.
 struct ENDPOINT_EXPORT BusAddress
 {
+    /// How a client reaches the broker.
     enum class Transport { UnixSocket, Tcp, Tls };
 
     /// Looks the address up. Anything wrong is told by `problem`; there is no fall-back.
     static BusAddress ofDirectory(const QString &directory);
 
+    /// True without a problem; the members below tell something only then.
     bool isValid() const { return problem.isEmpty(); }
 
     /// For messages to people: "unix:///run/…/bus.sock", "mqtts://host:8883".
@@ -30,17 +32,17 @@ struct ENDPOINT_EXPORT BusAddress
     /// True for the terminal's own broker, which only its user may run; false when endpoint.ini rules.
     bool isEmbedded = false;
 
-    Transport transport = Transport::UnixSocket;
-    QString socketPath; ///< Unix socket only
-    QString host;       ///< Tcp and Tls only: a name or an IP address
-    int port = 0;
+    Transport transport = Transport::UnixSocket; ///< tells which of the next members count
+    QString socketPath;                          ///< Unix socket only
+    QString host;                                ///< Tcp and Tls only: a name or an IP address
+    int port = 0;                                ///< Tcp and Tls only
 
-    QByteArray prefix; ///< empty, or the first levels of every topic path, encoded and ending in '/'
-    QByteArray username;
-    QByteArray password;
-    QString caFile; ///< Tls only; empty: the certificate authorities of the system
-    QString certFile;
-    QString keyFile;
+    QByteArray prefix;   ///< empty, or the first levels of every topic path, encoded and ending in '/'
+    QByteArray username; ///< empty: none is told to the broker
+    QByteArray password; ///< with a username only
+    QString caFile;      ///< Tls only; empty: the certificate authorities of the system
+    QString certFile;    ///< Tls only; empty: this client shows no certificate
+    QString keyFile;     ///< of certFile
 };
 
 } // namespace LocalCommunication

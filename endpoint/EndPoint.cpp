@@ -6,17 +6,22 @@
 #include "endpoint/OwedAnswers_p.h"
 #include "endpoint/TopicPath_p.h"
 
+#include <QDeadlineTimer>
 #include <QHash>
 #include <QPointer>
 #include <QVector>
 
 #include <algorithm>
+#include <chrono>
 
 namespace LocalCommunication {
 
 namespace {
 
-constexpr int DefaultRequestTimeoutMs = 3000;
+constexpr std::chrono::seconds defaultRequestTimeout{3};
+
+/// How long messages are handed over in one turn of the event loop: the user's input waits as long.
+constexpr std::chrono::milliseconds deliveryShare{8};
 
 } // namespace
 
@@ -32,7 +37,7 @@ public:
 
     EndPoint *const q;
     QString address;
-    int requestTimeoutMs = DefaultRequestTimeoutMs;
+    std::chrono::milliseconds requestTimeout = defaultRequestTimeout;
     QVector<TopicName> subscriptions;
     QHash<QByteArray, TopicName> namesByPath; // of the subscriptions, while there is an address
     OwedAnswers owedAnswers;
@@ -97,18 +102,18 @@ bool EndPoint::sendMessage(QByteArray channel, QByteArray topic, QByteArray payl
     if (d->owedAnswers.isOwn(channel)) {
         return d->answer(channel, payload);
     }
-    return d->session.publish(topicPath(d->session.prefix(), {channel, topic}), payload);
+    return d->session.publish({topicPath(d->session.prefix(), {channel, topic}), payload, {}, {}});
 }
 
 QByteArray EndPoint::request(QByteArray topic, QByteArray payload)
 {
     return d->session.request(topicPath(d->session.prefix(), {QByteArrayLiteral("Global"), topic}), payload,
-                              d->requestTimeoutMs);
+                              d->requestTimeout);
 }
 
 void EndPoint::setRequestTimeout(int milliseconds)
 {
-    d->requestTimeoutMs = std::max(0, milliseconds);
+    d->requestTimeout = std::chrono::milliseconds(std::max(0, milliseconds));
 }
 
 bool EndPoint::isConnected() const
@@ -134,11 +139,13 @@ QVector<QByteArray> EndPoint::Private::route(const QVector<TopicName> &names, co
 }
 
 /// Every message is taken before it is handed over: the receiver may ask, leave the bus, run an event
-/// loop of its own or destroy the endpoint.
+/// loop of its own or destroy the endpoint. What is left when the turn's share of time is over is announced
+/// again.
 void EndPoint::Private::deliver()
 {
     const QPointer<EndPoint> alive(q);
-    while (alive) {
+    const QDeadlineTimer endOfShare(deliveryShare);
+    while (alive && !endOfShare.hasExpired()) {
         const std::optional<BusMessage> message = session.takeMessage();
         if (!message) {
             return;
@@ -165,7 +172,7 @@ bool EndPoint::Private::answer(const QByteArray &channel, const QByteArray &payl
         session.warnNotSent(channel, QStringLiteral("the question was answered already or is too old"));
         return false;
     }
-    return session.publish(recipient->path, payload, recipient->correlation);
+    return session.publish({recipient->path, payload, {}, recipient->correlation});
 }
 
 } // namespace LocalCommunication

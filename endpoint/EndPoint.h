@@ -29,6 +29,7 @@ public:
     /// Bytes that the members of a client may take, its QObject not counted. Do not change.
     static constexpr std::size_t memberRoom = 256;
 
+    /// Joins nothing yet. Belongs to `parent`, which may be null.
     explicit EndPoint(QObject *parent);
     ~EndPoint() override;
 
@@ -42,6 +43,7 @@ public:
 
     /// Asks for messages of `topics` on `channel`. Remembered, and made again after every reconnect.
     void subscribe(QByteArray channel, QList<QByteArray> topics);
+    /// The same for one topic.
     void subscribe(QByteArray channel, QByteArray topic);
 
     /// Publishes; true when handed to the bus, false while there is no bus or the names are refused.

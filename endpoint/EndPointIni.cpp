@@ -15,11 +15,11 @@ namespace LocalCommunication {
 
 namespace {
 
-constexpr int MqttPort = 1883;
-constexpr int MqttTlsPort = 8883;
+constexpr int mqttPort = 1883;
+constexpr int mqttTlsPort = 8883;
 
 /// Levels a broker lets through are limited to 200; two of them are the channel and the topic.
-constexpr int MaxPrefixLevels = 190;
+constexpr int mostPrefixLevels = 190;
 
 struct Scheme
 {
@@ -28,15 +28,15 @@ struct Scheme
     int defaultPort;
 };
 
-const Scheme Schemes[] = {
+const Scheme schemes[] = {
     {QLatin1String("unix"), BusAddress::Transport::UnixSocket, 0},
-    {QLatin1String("mqtt"), BusAddress::Transport::Tcp, MqttPort},
-    {QLatin1String("mqtts"), BusAddress::Transport::Tls, MqttTlsPort},
+    {QLatin1String("mqtt"), BusAddress::Transport::Tcp, mqttPort},
+    {QLatin1String("mqtts"), BusAddress::Transport::Tls, mqttTlsPort},
 };
 
 const Scheme *schemeNamed(const QString &name)
 {
-    for (const Scheme &scheme : Schemes) {
+    for (const Scheme &scheme : schemes) {
         if (name == scheme.name) {
             return &scheme;
         }
@@ -46,7 +46,7 @@ const Scheme *schemeNamed(const QString &name)
 
 } // namespace
 
-const EndPointIni::Key EndPointIni::Keys[] = {
+const EndPointIni::Key EndPointIni::keys[] = {
     {QLatin1String("url"), &EndPointIni::setUrl},
     {QLatin1String("prefix"), &EndPointIni::setPrefix},
     {QLatin1String("username"), &EndPointIni::setUsername},
@@ -89,7 +89,7 @@ bool EndPointIni::hasOnlyKnownKeys()
     }
     for (const QString &key : present) {
         const auto isKey = [&key](const Key &known) { return key == QLatin1String("bus/") + known.name; };
-        if (std::none_of(std::begin(Keys), std::end(Keys), isKey)) {
+        if (std::none_of(std::begin(keys), std::end(keys), isKey)) {
             reject(QStringLiteral("key '%1' is unknown; the group [bus] takes url, prefix, username, "
                                   "password_file, ca_file, cert_file and key_file")
                        .arg(key));
@@ -101,7 +101,7 @@ bool EndPointIni::hasOnlyKnownKeys()
 
 void EndPointIni::readKeys()
 {
-    for (const Key &key : Keys) {
+    for (const Key &key : keys) {
         const QString value = text(key.name);
         if (m_address.isValid() && !value.isEmpty()) {
             m_key = key.name;
@@ -174,10 +174,10 @@ void EndPointIni::setHost(const QUrl &url, int defaultPort)
 void EndPointIni::setPrefix(const QString &value)
 {
     const QList<QByteArray> levels = value.toUtf8().split('/');
-    if (levels.contains(QByteArray()) || levels.size() > MaxPrefixLevels) {
+    if (levels.contains(QByteArray()) || levels.size() > mostPrefixLevels) {
         reject(QStringLiteral("'%1' is not a list of at most %2 names between slashes, as in desk7/account42")
                    .arg(value)
-                   .arg(MaxPrefixLevels));
+                   .arg(mostPrefixLevels));
         return;
     }
     for (const QByteArray &level : levels) {

@@ -25,7 +25,7 @@ private:
         QLatin1String name;
         Setter set;
     };
-    static const Key Keys[];
+    static const Key keys[];
 
     bool isReadable();
     bool hasOnlyKnownKeys();

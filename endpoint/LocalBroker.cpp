@@ -1,68 +1,34 @@
 #include "endpoint/LocalBroker.h"
 
+#include "endpoint/BrokerProcess_p.h"
 #include "endpoint/BusAddress.h"
 #include "endpoint/BusDirectory_p.h"
 #include "endpoint/DirectoryLock_p.h"
 #include "endpoint/Logging_p.h"
-#include "endpoint/Platform_p.h"
+#include "endpoint/Retry_p.h"
 
-#include <QDir>
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLocalSocket>
-#include <QProcess>
-#include <QSaveFile>
-#include <QStandardPaths>
 #include <QTimer>
 
-#include <algorithm>
-#include <unistd.h>
+#include <chrono>
 
 namespace LocalCommunication {
 
+using namespace std::chrono_literals;
+
 namespace {
 
-constexpr int ReadyPollMs = 2;
-constexpr int StartTimeoutMs = 20000;
-constexpr int WatchMs = 250;
+using Clock = std::chrono::steady_clock;
+
+constexpr auto readinessInterval = 2ms;
+constexpr auto timeToStart = 20s;
+constexpr auto watchInterval = 250ms;
+
+constexpr Retry::Pace pace{10ms, 5s, 4};
 
 /// A broker that lived this long did not die of its configuration.
-constexpr int HealthyLifeMs = 5000;
-constexpr int FirstRestartMs = 10;
-constexpr int LastRestartMs = 5000;
-
-constexpr int StopTimeoutMs = 1000;
-
-/// Why each line: a queue that is too short loses messages of a reader that is only slow, and 0 does
-/// not mean "no limit" in every version; some versions refuse packets above 2 MB by default; nothing
-/// has to outlive the broker.
-const char Configuration[] = "# Written by the terminal at every start.\n"
-                             "listener 0 bus.sock\n"
-                             "allow_anonymous true\n"
-                             "max_queued_messages 1000000000\n"
-                             "max_packet_size 268435455\n"
-                             "retain_available false\n"
-                             "persistence false\n"
-                             "sys_interval 0\n"
-                             "log_type error\n"
-                             "log_type warning\n"
-                             "log_dest stderr\n";
-
-/// Started by root the broker would give up its rights, and with them its own directory.
-const char StayRoot[] = "user root\n";
-
-/// What it says of that at every start is no news.
-const char RootWarning[] = "should not be run as root";
-
-QString brokerProgram()
-{
-    const QString name = QStringLiteral("mosquitto");
-    const QString inPath = QStandardPaths::findExecutable(name);
-    const QStringList usualPlaces{
-        QStringLiteral("/usr/sbin"), QStringLiteral("/usr/local/sbin"), QStringLiteral("/opt/homebrew/sbin"),
-        QStringLiteral("/opt/homebrew/opt/mosquitto/sbin"), QStringLiteral("/usr/local/opt/mosquitto/sbin")};
-    return inPath.isEmpty() ? QStandardPaths::findExecutable(name, usualPlaces) : inPath;
-}
+constexpr auto healthyLife = 5s;
 
 /// True when somebody takes connections there, or would if he had not so many at this instant.
 bool answers(const QString &socketPath)
@@ -72,105 +38,90 @@ bool answers(const QString &socketPath)
     return probe.state() != QLocalSocket::UnconnectedState;
 }
 
-/// The broker's process: it keeps the lock of its directory and does not outlive the terminal.
-class BrokerProcess : public QProcess
-{
-public:
-    BrokerProcess(const DirectoryLock &lock, QObject *parent) : QProcess(parent), m_lock(lock) {}
-
-protected:
-    void setupChildProcess() override
-    {
-        m_lock.handDown();
-        Platform::endWithParent(m_parent);
-    }
-
-private:
-    const DirectoryLock &m_lock;
-    const pid_t m_parent = ::getpid();
-};
-
 } // namespace
 
+/// The life of the broker, stage by stage:
+///
+///  1. Whoever holds the lock of the bus directory serves it: Launching, then Running.
+///  2. Without the lock the broker of another terminal is used: AwaitingOther until it answers, then Reused.
+///     It is watched, for its place is taken when it ends.
+///  3. What goes wrong, and a broker that ends, leads to Retrying, and after a while to 1 or 2.
 class Q_DECL_HIDDEN LocalBroker::Private : public QObject
 {
 public:
+    enum class Stage {
+        Stopped,
+        Misaddressed, ///< the address is wrong and stays so
+        Elsewhere,
+        AwaitingOther, ///< another terminal holds the lock, but no broker answers: it comes or goes
+        Reused,
+        Launching, ///< the process of this object runs but does not answer yet
+        Running,
+        Retrying, ///< nothing runs until the time of the next try
+    };
+
     explicit Private(LocalBroker *broker);
 
+    State state() const;
+    void enter(Stage next, const QString &why = {});
+    void handleTimeout();
+
+    void begin(const QString &directory);
+    void end();
     void serve();
-    void startProcess();
-    QString writeConfiguration() const;
-    void awaitReadiness();
-    void handleFinished();
-    void handleOutput();
-    void retryLater();
-    void stop();
+    void launch();
+    void checkReadiness();
+    void handleEnd(const QString &lastWords);
     void fail(const QString &why);
-    void report(const QString &why);
-    void enter(State next);
     QString directory() const { return QFileInfo(address.socketPath).path(); }
 
     LocalBroker *const q;
-    State state = State::Stopped;
+    Stage stage = Stage::Stopped;
+    QTimer timer; // what the stage waits for
     QString problem;
-    QString program;
     BusAddress address;
+    QString program;
     DirectoryLock lock;
     BrokerProcess process;
-    QString lastOutput;
-    QElapsedTimer sinceStart;
-    QTimer watchTimer; // serve() again
-    QTimer readyTimer;
-    int restartDelayMs = 0;
+    Clock::time_point launched;
+    Retry retry;
 };
 
-LocalBroker::Private::Private(LocalBroker *broker) : QObject(broker), q(broker), process(lock, this)
+LocalBroker::Private::Private(LocalBroker *broker)
+    : QObject(broker),
+      q(broker),
+      timer(this),
+      process(lock, this),
+      retry(pace)
 {
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    watchTimer.setSingleShot(true);
-    readyTimer.setInterval(ReadyPollMs);
-    connect(&watchTimer, &QTimer::timeout, this, &Private::serve);
-    connect(&readyTimer, &QTimer::timeout, this, &Private::awaitReadiness);
-    connect(&process, &QProcess::readyRead, this, &Private::handleOutput);
-    connect(&process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
-            &Private::handleFinished);
-    connect(&process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart) {
-            fail(
-                QStringLiteral("The broker '%1' can not be started: %2").arg(program, process.errorString()));
-        }
-    });
+    timer.setSingleShot(true);
+    connect(&timer, &QTimer::timeout, this, &Private::handleTimeout);
+    connect(&process, &BrokerProcess::couldNotStart, this, &Private::fail);
+    connect(&process, &BrokerProcess::ended, this, &Private::handleEnd);
 }
 
 LocalBroker::LocalBroker(QObject *parent) : QObject(parent), d(std::make_unique<Private>(this)) {}
 
 LocalBroker::~LocalBroker()
 {
-    d->stop();
+    d->end();
 }
 
 void LocalBroker::start(const QString &address)
 {
     stop();
-    d->address = BusAddress::ofDirectory(address);
-    if (!d->address.isValid()) {
-        d->report(d->address.problem); // no time heals it
-    } else if (!d->address.isEmbedded) {
-        d->enter(State::Elsewhere);
-    } else {
-        d->serve();
-    }
+    d->begin(address);
 }
 
 void LocalBroker::stop()
 {
-    d->stop();
-    d->enter(State::Stopped);
+    d->end();
+    d->enter(Private::Stage::Stopped);
 }
 
 LocalBroker::State LocalBroker::state() const
 {
-    return d->state;
+    return d->state();
 }
 
 QString LocalBroker::problem() const
@@ -188,6 +139,107 @@ void LocalBroker::setProgram(const QString &path)
     d->program = path;
 }
 
+// Stages ----------------------------------------------------------------------------------------
+
+/// A problem lasts until the broker runs, however often it is tried meanwhile.
+LocalBroker::State LocalBroker::Private::state() const
+{
+    switch (stage) {
+    case Stage::Stopped:
+        return State::Stopped;
+    case Stage::Misaddressed:
+        return State::Failed;
+    case Stage::Elsewhere:
+        return State::Elsewhere;
+    case Stage::AwaitingOther:
+        return State::Starting;
+    case Stage::Reused:
+        return State::Reused;
+    case Stage::Launching:
+    case Stage::Retrying:
+        return problem.isEmpty() ? State::Starting : State::Failed;
+    case Stage::Running:
+        return State::Running;
+    }
+    return State::Failed;
+}
+
+/// The one place where the stage changes, and with it what the timer is for. The signal is the last thing
+/// that happens: a receiver may start or stop the broker.
+void LocalBroker::Private::enter(Stage next, const QString &why)
+{
+    const State before = state();
+    stage = next;
+    timer.stop();
+    switch (next) {
+    case Stage::Stopped:
+    case Stage::Elsewhere:
+    case Stage::Running:
+        problem.clear();
+        break;
+    case Stage::AwaitingOther:
+    case Stage::Reused:
+        problem.clear();
+        timer.start(watchInterval);
+        break;
+    case Stage::Launching:
+        timer.start(readinessInterval);
+        break;
+    case Stage::Misaddressed:
+        problem = why;
+        break;
+    case Stage::Retrying:
+        problem = why;
+        timer.start(retry.nextDelay());
+        break;
+    }
+    if (state() != before) {
+        Q_EMIT q->stateChanged(state());
+    }
+}
+
+void LocalBroker::Private::handleTimeout()
+{
+    switch (stage) {
+    case Stage::AwaitingOther:
+    case Stage::Reused:
+    case Stage::Retrying:
+        serve();
+        break;
+    case Stage::Launching:
+        checkReadiness();
+        break;
+    case Stage::Stopped:
+    case Stage::Misaddressed:
+    case Stage::Elsewhere:
+    case Stage::Running:
+        break; // they wait for no time
+    }
+}
+
+// Serving ---------------------------------------------------------------------------------------
+
+void LocalBroker::Private::begin(const QString &terminal)
+{
+    address = BusAddress::ofDirectory(terminal);
+    if (!address.isValid()) {
+        qCWarning(lcBus, "%s", qUtf8Printable(address.problem));
+        enter(Stage::Misaddressed, address.problem);
+    } else if (!address.isEmbedded) {
+        enter(Stage::Elsewhere);
+    } else {
+        serve();
+    }
+}
+
+void LocalBroker::Private::end()
+{
+    timer.stop();
+    process.end();
+    lock.release();
+    retry.reset();
+}
+
 /// Who holds the lock serves; everybody else uses his broker and waits for his end.
 void LocalBroker::Private::serve()
 {
@@ -197,138 +249,61 @@ void LocalBroker::Private::serve()
         return;
     }
     const bool isOurs = lock.tryAcquire(directory() + QStringLiteral("/broker.lock"));
-    if (!isOurs && state == State::Reused) {
-        watchTimer.start(WatchMs);
+    if (!isOurs && stage == Stage::Reused) {
+        enter(Stage::Reused);
     } else if (answers(address.socketPath)) {
         lock.release();
-        watchTimer.start(WatchMs);
-        enter(State::Reused);
+        enter(Stage::Reused);
     } else if (!isOurs) {
-        watchTimer.start(WatchMs);
-        enter(State::Starting);
+        enter(Stage::AwaitingOther);
     } else {
-        startProcess();
+        launch();
     }
 }
 
-void LocalBroker::Private::startProcess()
+void LocalBroker::Private::launch()
 {
-    const QString found = program.isEmpty() ? brokerProgram() : program;
-    const QString unwritable = writeConfiguration();
-    if (found.isEmpty()) {
-        fail(QStringLiteral("The program 'mosquitto' is not installed; "
-                            "install it with: apt install mosquitto, or: brew install mosquitto"));
-    } else if (!unwritable.isEmpty()) {
-        fail(unwritable);
-    } else {
-        if (problem.isEmpty()) {
-            enter(State::Starting);
-        }
-        sinceStart.start();
-        // Relative names, because the listener's path may hold neither blanks nor many bytes.
-        process.setWorkingDirectory(directory());
-        process.start(found, {QStringLiteral("-c"), QStringLiteral("mosquitto.conf")});
-        readyTimer.start();
+    const QString why = process.launch(program, directory());
+    if (!why.isEmpty()) {
+        fail(why);
+        return;
     }
+    launched = Clock::now();
+    enter(Stage::Launching);
 }
 
-/// Empty, or why it can not be written.
-QString LocalBroker::Private::writeConfiguration() const
-{
-    QSaveFile file(directory() + QStringLiteral("/mosquitto.conf"));
-    const QByteArray text = QByteArray(::geteuid() == 0 ? StayRoot : "") + Configuration;
-    const bool written = file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
-    return written ? QString() : QStringLiteral("'%1': %2").arg(file.fileName(), file.errorString());
-}
-
-void LocalBroker::Private::awaitReadiness()
+void LocalBroker::Private::checkReadiness()
 {
     if (process.state() == QProcess::Running && answers(address.socketPath)) {
-        readyTimer.stop();
-        enter(State::Running);
-    } else if (sinceStart.hasExpired(StartTimeoutMs)) {
-        process.kill(); // a new one is started when this one is gone
+        enter(Stage::Running);
+        return;
     }
+    if (Clock::now() - launched > timeToStart) {
+        process.kill(); // another one is started when this one is gone
+    }
+    enter(Stage::Launching);
 }
 
-void LocalBroker::Private::handleFinished()
+void LocalBroker::Private::handleEnd(const QString &lastWords)
 {
-    handleOutput();
-    const QString reason = lastOutput.isEmpty() ? QString() : QStringLiteral(": ") + lastOutput;
-    if (readyTimer.isActive()) {
+    const QString reason = lastWords.isEmpty() ? QString() : QStringLiteral(": ") + lastWords;
+    if (stage == Stage::Launching) {
         fail(QStringLiteral("The broker does not start%1").arg(reason));
         return;
     }
+    if (Clock::now() - launched > healthyLife) {
+        retry.reset();
+    }
     qCWarning(lcBus, "The broker has ended%s; it is started again", qUtf8Printable(reason));
-    enter(State::Starting);
-    retryLater();
-}
-
-/// The broker writes only when something is wrong.
-void LocalBroker::Private::handleOutput()
-{
-    const QList<QByteArray> lines = process.readAll().trimmed().split('\n');
-    for (const QByteArray &line : lines) {
-        if (!line.isEmpty() && !line.contains(RootWarning)) {
-            lastOutput = QString::fromUtf8(line);
-            qCWarning(lcBus, "mosquitto: %s", line.constData());
-        }
-    }
-}
-
-void LocalBroker::Private::retryLater()
-{
-    const bool wasHealthy = sinceStart.isValid() && sinceStart.hasExpired(HealthyLifeMs);
-    restartDelayMs =
-        wasHealthy ? FirstRestartMs : std::clamp(4 * restartDelayMs, FirstRestartMs, LastRestartMs);
-    watchTimer.start(restartDelayMs);
-}
-
-void LocalBroker::Private::stop()
-{
-    watchTimer.stop();
-    readyTimer.stop();
-    if (process.state() != QProcess::NotRunning) {
-        const QSignalBlocker quiet(process);
-        process.terminate();
-        if (!process.waitForFinished(StopTimeoutMs)) {
-            process.kill();
-            process.waitForFinished(StopTimeoutMs);
-        }
-    }
-    lock.release();
-    problem.clear();
-    lastOutput.clear();
-    sinceStart.invalidate();
-    restartDelayMs = 0;
+    enter(Stage::Retrying);
 }
 
 void LocalBroker::Private::fail(const QString &why)
 {
-    readyTimer.stop();
-    retryLater();
-    report(why);
-}
-
-void LocalBroker::Private::report(const QString &why)
-{
     if (problem != why) {
-        problem = why;
         qCWarning(lcBus, "%s", qUtf8Printable(why));
     }
-    enter(State::Failed);
-}
-
-/// The one place where the state changes.
-void LocalBroker::Private::enter(State next)
-{
-    if (next != State::Failed && next != State::Starting) {
-        problem.clear();
-    }
-    if (state != next) {
-        state = next;
-        Q_EMIT q->stateChanged(next);
-    }
+    enter(Stage::Retrying, why);
 }
 
 } // namespace LocalCommunication

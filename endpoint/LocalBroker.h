@@ -24,8 +24,9 @@ class ENDPOINT_EXPORT LocalBroker : public QObject
     Q_OBJECT
 
 public:
+    /// What a terminal can tell its user about the bus.
     enum class State {
-        Stopped,
+        Stopped,   ///< not started, or stopped
         Starting,  ///< also: waiting for the broker of another terminal to come or to go
         Running,   ///< the child of this object serves the bus
         Reused,    ///< the broker of another terminal does
@@ -34,6 +35,7 @@ public:
     };
     Q_ENUM(State)
 
+    /// Starts nothing yet.
     explicit LocalBroker(QObject *parent = nullptr);
 
     /// Stops the broker; may take as long as stop().
@@ -45,6 +47,7 @@ public:
     /// Ends the broker and waits for its end: a few milliseconds, one second when it hangs.
     void stop();
 
+    /// As last told by stateChanged().
     State state() const;
 
     /// Empty, or what keeps the broker from running and what to do about it.
@@ -57,6 +60,7 @@ public:
     void setProgram(const QString &path);
 
 Q_SIGNALS:
+    /// The state is another one now.
     void stateChanged(LocalCommunication::LocalBroker::State state);
 
 private:

@@ -2,25 +2,37 @@
 
 #include "endpoint/Platform_p.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <fcntl.h>
 #include <mosquitto.h>
 #include <mqtt_protocol.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
 #include <vector>
 
 namespace LocalCommunication {
+
+using namespace std::chrono_literals;
 
 namespace {
 
 /// On a Unix socket the end of the stream tells when the broker is gone; a keep-alive would only
 /// throw out a terminal whose user interface is busy for long.
-constexpr int NoKeepAlive = 0;
-constexpr int TcpKeepAliveSeconds = 60;
+constexpr auto noKeepAlive = 0s;
+constexpr auto tcpKeepAlive = 60s;
 
-constexpr int AtMostOnce = 0;
-constexpr int FirstRefusal = 0x80; // of MQTT 5's reason codes
+/// A broker that takes nothing for this long while this client wants to leave is not waited for.
+constexpr auto longestStall = 100ms;
+constexpr auto longestFarewell = 2s;
+
+constexpr int atMostOnce = 0;
+constexpr int firstRefusal = 0x80; // of MQTT 5's reason codes
 
 /// Set up at first use, for the life of the process.
 void initializeLibrary()
@@ -39,15 +51,15 @@ struct PropertiesDeleter
 };
 using Properties = std::unique_ptr<mosquitto_property, PropertiesDeleter>;
 
-Properties responseProperties(const QByteArray &responsePath, const QByteArray &correlation)
+Properties propertiesOf(const BusMessage &message)
 {
     mosquitto_property *list = nullptr;
-    if (!responsePath.isEmpty()) {
-        mosquitto_property_add_string(&list, MQTT_PROP_RESPONSE_TOPIC, responsePath.constData());
+    if (!message.responsePath.isEmpty()) {
+        mosquitto_property_add_string(&list, MQTT_PROP_RESPONSE_TOPIC, message.responsePath.constData());
     }
-    if (!correlation.isEmpty()) {
-        mosquitto_property_add_binary(&list, MQTT_PROP_CORRELATION_DATA, correlation.constData(),
-                                      static_cast<uint16_t>(correlation.size()));
+    if (!message.correlation.isEmpty()) {
+        mosquitto_property_add_binary(&list, MQTT_PROP_CORRELATION_DATA, message.correlation.constData(),
+                                      static_cast<uint16_t>(message.correlation.size()));
     }
     return Properties(list);
 }
@@ -79,6 +91,40 @@ QString errorText(int code)
     return text;
 }
 
+/// False when nothing happens for so long that it is not waited for any more.
+bool isReady(int descriptor, short events)
+{
+    pollfd entry{descriptor, events, 0};
+    return ::poll(&entry, 1, static_cast<int>(longestStall.count())) != 0;
+}
+
+/// Keeps a socket open that somebody else closes.
+class SecondHold
+{
+public:
+    explicit SecondHold(int descriptor) : m_descriptor(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0)) {}
+    ~SecondHold() { ::close(m_descriptor); }
+    Q_DISABLE_COPY_MOVE(SecondHold)
+
+    /// Tells the other side that nothing more comes, and reads whatever that one still sends until it has
+    /// ended the connection. False when it does not in time.
+    bool awaitEnd(const QDeadlineTimer &deadline) const
+    {
+        ::shutdown(m_descriptor, SHUT_WR);
+        char unwanted[4096];
+        while (!deadline.hasExpired() && isReady(m_descriptor, POLLIN)) {
+            const ssize_t count = ::recv(m_descriptor, unwanted, sizeof unwanted, MSG_DONTWAIT);
+            if (count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR)) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    const int m_descriptor;
+};
+
 const char *orNull(const QByteArray &text)
 {
     return text.isEmpty() ? nullptr : text.constData();
@@ -103,7 +149,7 @@ struct MqttConnection::Callbacks
     static void disconnected(mosquitto *, void *self, int reason, const mosquitto_property *)
     {
         auto *connection = static_cast<MqttConnection *>(self);
-        if (reason >= FirstRefusal && connection->m_brokersReason.isEmpty()) {
+        if (reason >= firstRefusal && connection->m_brokersReason.isEmpty()) {
             connection->m_brokersReason = QStringLiteral("the broker ended the connection: ") +
                                           QLatin1String(mosquitto_reason_string(reason));
         }
@@ -115,7 +161,7 @@ struct MqttConnection::Callbacks
         auto *connection = static_cast<MqttConnection *>(self);
         const QVector<QByteArray> paths = connection->m_subscriptionsUnderWay.take(packet);
         for (int i = 0; i < std::min(count, paths.size()); ++i) {
-            if (granted[i] >= FirstRefusal) {
+            if (granted[i] >= firstRefusal) {
                 connection->m_refusedSubscriptions.append(paths[i]);
             }
         }
@@ -134,14 +180,7 @@ struct MqttConnection::Callbacks
         static_cast<MqttConnection *>(self)->m_received.push_back(std::move(copy));
     }
 
-    static void sent(mosquitto *, void *self, int)
-    {
-        auto *connection = static_cast<MqttConnection *>(self);
-        if (!connection->m_unsent.empty()) {
-            connection->m_unsentBytes -= connection->m_unsent.front();
-            connection->m_unsent.pop_front();
-        }
-    }
+    static void sent(mosquitto *, void *self, int) { ++static_cast<MqttConnection *>(self)->m_sentCount; }
 };
 
 void MqttConnection::HandleDeleter::operator()(mosquitto *handle) const
@@ -189,15 +228,15 @@ QString MqttConnection::configure()
 
 MqttConnection::Opened MqttConnection::open(const QByteArray &host)
 {
-    const bool isUnix = m_address.transport == BusAddress::Transport::UnixSocket;
     if (!m_error.isEmpty()) {
         return Opened::Failed; // could not be configured
     }
-    const int code =
-        isUnix
-            ? mosquitto_connect_bind_v5(m_handle.get(), host.constData(), 0, NoKeepAlive, nullptr, nullptr)
-            : mosquitto_connect_async(m_handle.get(), host.constData(), m_address.port, TcpKeepAliveSeconds);
-    if (isUnix && code == MOSQ_ERR_ERRNO && errno == EAGAIN) {
+    const int code = isLocal()
+                         ? mosquitto_connect_bind_v5(m_handle.get(), host.constData(), 0,
+                                                     static_cast<int>(noKeepAlive.count()), nullptr, nullptr)
+                         : mosquitto_connect_async(m_handle.get(), host.constData(), m_address.port,
+                                                   static_cast<int>(tcpKeepAlive.count()));
+    if (isLocal() && code == MOSQ_ERR_ERRNO && errno == EAGAIN) {
         return Opened::Busy;
     }
     if (!succeeded(code)) {
@@ -207,9 +246,23 @@ MqttConnection::Opened MqttConnection::open(const QByteArray &host)
     return Opened::UnderWay;
 }
 
-void MqttConnection::close()
+/// The library closes its socket with the goodbye, and the system then throws away what the broker has not
+/// read yet if there is anything that this client has not read. So the socket is held open until the broker
+/// ends it.
+bool MqttConnection::leave()
 {
+    const QDeadlineTimer deadline(longestFarewell);
+    const SecondHold socket(descriptor());
     mosquitto_disconnect(m_handle.get());
+    while (wantsToWrite()) {
+        if (deadline.hasExpired() || !isReady(descriptor(), POLLOUT)) {
+            return false;
+        }
+        if (!write()) {
+            return true; // the broker is gone
+        }
+    }
+    return socket.awaitEnd(deadline);
 }
 
 int MqttConnection::descriptor() const
@@ -224,12 +277,23 @@ bool MqttConnection::wantsToWrite() const
 
 bool MqttConnection::read()
 {
-    return succeeded(mosquitto_loop_read(m_handle.get(), 1)) && !m_refused;
+    return hasReachedBroker() && succeeded(mosquitto_loop_read(m_handle.get(), 1)) && !m_refused;
 }
 
 bool MqttConnection::write()
 {
-    return succeeded(mosquitto_loop_write(m_handle.get(), 1));
+    return hasReachedBroker() && succeeded(mosquitto_loop_write(m_handle.get(), 1));
+}
+
+/// The MQTT library takes a TLS connection that was refused for one that is still on its way, and would
+/// keep this process busy with it.
+bool MqttConnection::hasReachedBroker()
+{
+    if (!m_accepted && !isLocal()) {
+        m_error = Platform::connectionProblem(descriptor());
+        return m_error.isEmpty();
+    }
+    return true;
 }
 
 bool MqttConnection::keepAlive()
@@ -245,7 +309,7 @@ bool MqttConnection::subscribe(const QVector<QByteArray> &paths)
     }
     int packet = 0;
     const int code = mosquitto_subscribe_multiple(m_handle.get(), &packet, static_cast<int>(filters.size()),
-                                                  filters.data(), AtMostOnce, MQTT_SUB_OPT_NO_LOCAL, nullptr);
+                                                  filters.data(), atMostOnce, MQTT_SUB_OPT_NO_LOCAL, nullptr);
     if (!succeeded(code)) {
         return false;
     }
@@ -253,23 +317,12 @@ bool MqttConnection::subscribe(const QVector<QByteArray> &paths)
     return true;
 }
 
-bool MqttConnection::publish(const QByteArray &path, const QByteArray &payload,
-                             const QByteArray &responsePath, const QByteArray &correlation)
+bool MqttConnection::publish(const BusMessage &message)
 {
-    const Properties properties = responseProperties(responsePath, correlation);
-    const auto unsentBefore = m_unsent.size();
-    m_unsent.push_back(payload.size());
-    m_unsentBytes += payload.size();
-    const int code = mosquitto_publish_v5(m_handle.get(), nullptr, path.constData(), payload.size(),
-                                          payload.constData(), AtMostOnce, false, properties.get());
-    if (succeeded(code)) {
-        return true;
-    }
-    if (m_unsent.size() > unsentBefore) {
-        m_unsentBytes -= m_unsent.back();
-        m_unsent.pop_back();
-    }
-    return false;
+    const Properties properties = propertiesOf(message);
+    return succeeded(mosquitto_publish_v5(m_handle.get(), nullptr, message.path.constData(),
+                                          message.payload.size(), message.payload.constData(), atMostOnce,
+                                          false, properties.get()));
 }
 
 bool MqttConnection::succeeded(int code)
@@ -278,6 +331,9 @@ bool MqttConnection::succeeded(int code)
         return true;
     }
     m_error = errorText(code);
+    if (code == MOSQ_ERR_CONN_LOST && isLocal() && !m_accepted) {
+        m_error += QStringLiteral(" (a line ALL: ALL in /etc/hosts.deny has this effect too)");
+    }
     return false;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "endpoint/BusAddress.h"
+#include "endpoint/BusMessage_p.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -13,15 +14,6 @@
 struct mosquitto;
 
 namespace LocalCommunication {
-
-/// A message as it came off the wire.
-struct BusMessage
-{
-    QByteArray path; ///< encoded topic path
-    QByteArray payload;
-    QByteArray responsePath; ///< where its sender wants the answer; empty when it wants none
-    QByteArray correlation;  ///< what the answer has to carry along
-};
 
 /// One connection to a broker, from opening to loss; for the next one make a new object. Owns the
 /// handle of the MQTT library, whose header only the source file of this class includes.
@@ -41,8 +33,10 @@ public:
     /// Busy: the broker has too many callers at this instant, to be tried again in a millisecond.
     Opened open(const QByteArray &host);
 
-    /// Goodbye to the broker.
-    void close();
+    /// Sends what is left, says goodbye to the broker and waits until it has ended the connection, and so has
+    /// read everything. False when it does not: 100 ms without a sign of life are enough, and two seconds at
+    /// the longest.
+    bool leave();
 
     int descriptor() const;
     bool wantsToWrite() const;
@@ -55,18 +49,16 @@ public:
     /// One packet for the whole list.
     bool subscribe(const QVector<QByteArray> &paths);
 
-    /// False when the library refused; error() tells why. `responsePath` and `correlation` may be empty.
-    bool publish(const QByteArray &path, const QByteArray &payload, const QByteArray &responsePath,
-                 const QByteArray &correlation);
+    /// False when the library refused; error() tells why.
+    bool publish(const BusMessage &message);
 
     bool isAccepted() const { return m_accepted; }
     bool isEverySubscriptionInPlace() const { return m_subscriptionsUnderWay.isEmpty(); }
     QVector<QByteArray> takeRefusedSubscriptions() { return std::exchange(m_refusedSubscriptions, {}); }
     std::deque<BusMessage> &received() { return m_received; }
 
-    /// What was published but has not left this process yet.
-    qint64 unsentBytes() const { return m_unsentBytes; }
-    int unsentMessages() const { return static_cast<int>(m_unsent.size()); }
+    /// How many messages have left this process since the last call, in the order of publishing.
+    int takeSentCount() { return std::exchange(m_sentCount, 0); }
 
     /// Why the last call failed or the connection ended, in the broker's words if it gave any.
     QString error() const { return m_brokersReason.isEmpty() ? m_error : m_brokersReason; }
@@ -80,7 +72,9 @@ private:
         void operator()(mosquitto *handle) const;
     };
 
+    bool isLocal() const { return m_address.transport == BusAddress::Transport::UnixSocket; }
     QString configure();
+    bool hasReachedBroker();
     bool succeeded(int code);
 
     const BusAddress m_address;
@@ -91,8 +85,7 @@ private:
     QHash<int, QVector<QByteArray>> m_subscriptionsUnderWay; // by packet number
     QVector<QByteArray> m_refusedSubscriptions;
     std::deque<BusMessage> m_received;
-    std::deque<qint64> m_unsent; // sizes, in the order in which they leave
-    qint64 m_unsentBytes = 0;
+    int m_sentCount = 0;
     QString m_error;
     QString m_brokersReason;
 };

@@ -3,7 +3,9 @@
 #include "endpoint/BusDirectory_p.h"
 #include "endpoint/Logging_p.h"
 #include "endpoint/Platform_p.h"
+#include "endpoint/TopicPath_p.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QHostAddress>
@@ -11,63 +13,60 @@
 #include <QRandomGenerator>
 #include <QUuid>
 
-#include <algorithm>
-#include <cerrno>
 #include <poll.h>
 #include <unistd.h>
 
 namespace LocalCommunication {
 
-Q_LOGGING_CATEGORY(lcBus, "tradechart.bus")
+using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int FirstRetryMs = 50;
-constexpr int LastRetryMs = 2000;
+constexpr Retry::Pace pace{50ms, 2s, 2};
 
 /// How often a broker that has too many callers at once is tried before it counts as one that hangs.
-constexpr int BusyTriesInARow = 500;
-constexpr int BusyRetryMs = 1;
+constexpr int mostTriesInCrowd = 500;
+constexpr auto timeInCrowd = 1ms;
 
 /// A broker that hangs takes connections but never answers.
-constexpr int AcceptTimeoutMs = 10000;
-constexpr int KeepAliveTickMs = 1000;
+constexpr auto timeToAccept = 10s;
+constexpr auto keepAliveInterval = 1s;
 
 /// Messages handled in one turn of the event loop, so that a flood leaves room for the user's input.
-constexpr int MaxReadsPerTurn = 64;
-
-/// Above this a broker that does not read costs the terminal its memory.
-constexpr qint64 MaxUnsentBytes = 64 << 20;
-
-/// An MQTT packet has at most 256 MiB, its topic and properties included.
-constexpr int MaxPayloadBytes = 268'435'455 - 3 * 65'536;
-
-/// A broker that takes nothing for this long while this client wants to leave is not waited for.
-constexpr int FlushStallMs = 100;
-constexpr int FlushMs = 2000;
+constexpr int mostReadsInATurn = 64;
 
 QByteArray newClientId()
 {
     return QUuid::createUuid().toByteArray(QUuid::WithoutBraces);
 }
 
+/// Between half and one and a half of it, so that a thousand clients do not come back in the same instant.
+std::chrono::milliseconds spread(std::chrono::milliseconds delay)
+{
+    const auto whole = static_cast<int>(delay.count());
+    return delay / 2 + std::chrono::milliseconds(QRandomGenerator::global()->bounded(whole));
+}
+
 } // namespace
 
 MqttSession::MqttSession(QObject *parent)
     : QObject(parent),
+      m_timer(this),
       m_clientId(newClientId()),
-      m_retryTimer(this),
-      m_acceptTimer(this),
+      m_lookup(this),
+      m_retry(pace),
       m_keepAliveTimer(this)
 {
-    m_retryTimer.setSingleShot(true);
-    m_retryTimer.setTimerType(Qt::PreciseTimer);
-    m_acceptTimer.setSingleShot(true);
-    m_acceptTimer.setInterval(AcceptTimeoutMs);
-    m_keepAliveTimer.setInterval(KeepAliveTickMs);
-    connect(&m_retryTimer, &QTimer::timeout, this, &MqttSession::join);
-    connect(&m_acceptTimer, &QTimer::timeout, this, &MqttSession::handleAcceptTimeout);
+    m_timer.setSingleShot(true);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    m_keepAliveTimer.setInterval(keepAliveInterval);
+    connect(&m_timer, &QTimer::timeout, this, &MqttSession::handleTimeout);
     connect(&m_keepAliveTimer, &QTimer::timeout, this, &MqttSession::keepAlive);
+    m_announceTimer.setSingleShot(true);
+    m_announceTimer.setInterval(0);
+    connect(&m_announceTimer, &QTimer::timeout, this, &MqttSession::announce);
+    connect(&m_lookup, &HostLookup::found, this, &MqttSession::connectTo);
+    connect(&m_lookup, &HostLookup::failed, this, &MqttSession::loseConnection);
 }
 
 MqttSession::~MqttSession()
@@ -81,39 +80,80 @@ void MqttSession::open(const BusAddress &address, const QVector<QByteArray> &sub
     m_address = address;
     m_replyPath = topicPath(m_address.prefix, {"reply." + m_clientId, QByteArrayLiteral("answer")});
     m_subscriptions = subscriptions;
-    m_open = true;
+    m_outage.begin(m_address.toString());
+    m_retry.reset();
     join();
 }
 
 void MqttSession::close()
 {
-    if (m_readNotifier && (isJoined() || isLocal())) {
-        flush();
+    if (isConnected() && !isHolding()) {
+        sayGoodbye();
     }
     reportUnsent();
-    dropConnection();
-    m_retryTimer.stop();
-    if (m_hostLookup != 0) {
-        QHostInfo::abortHostLookup(m_hostLookup);
-        m_hostLookup = 0;
-    }
+    enter(State::Closed);
     m_inbox.clear();
-    m_reportedFailures.clear();
-    m_retryDelayMs = 0;
-    m_open = false;
 }
 
-/// What was sent is on its way before the goodbye, unless the broker does not take it.
-void MqttSession::flush()
+void MqttSession::sayGoodbye()
 {
-    const QDeadlineTimer deadline(FlushMs);
-    m_connection->close();
-    while (m_connection->wantsToWrite()) {
-        pollfd entry{m_connection->descriptor(), POLLOUT, 0};
-        const bool stalled = ::poll(&entry, 1, FlushStallMs) == 0;
-        if (stalled || deadline.hasExpired() || !m_connection->write()) {
-            return;
-        }
+    const bool isHeard = m_connection->leave();
+    m_outbox.noteSent(m_connection->takeSentCount());
+    if (!isHeard && m_outbox.size() == 0) {
+        qCWarning(lcBus, "%s: the broker does not answer; what was sent to it last may be lost",
+                  qUtf8Printable(m_address.toString()));
+    }
+}
+
+// States ----------------------------------------------------------------------------------------
+
+/// The one place where the state changes, and with it what the timer is for.
+void MqttSession::enter(State next)
+{
+    m_state = next;
+    m_timer.stop();
+    if (next != State::Crowded) {
+        m_triesInCrowd = 0;
+    }
+    switch (next) {
+    case State::Closed:
+        m_lookup.cancel();
+        dropConnection();
+        break;
+    case State::Resolving:
+        m_lookup.start(m_address);
+        break;
+    case State::Crowded:
+        m_timer.start(timeInCrowd);
+        break;
+    case State::Greeting:
+        m_timer.start(timeToAccept);
+        break;
+    case State::Joined:
+        m_retry.reset();
+        m_outage.joined();
+        break;
+    case State::Waiting:
+        dropConnection();
+        m_timer.start(spread(m_retry.nextDelay()));
+        break;
+    }
+}
+
+void MqttSession::handleTimeout()
+{
+    switch (m_state) {
+    case State::Crowded:
+    case State::Waiting:
+        join();
+        break;
+    case State::Greeting:
+        loseConnection(QStringLiteral("the broker does not answer"));
+        break;
+    case State::Closed:
+    case State::Resolving:
+    case State::Joined:
+        break; // they wait for no time
     }
 }
 
@@ -122,37 +162,15 @@ void MqttSession::flush()
 void MqttSession::join()
 {
     if (isLocal()) {
-        openConnection(m_address.socketPath);
+        connectTo(m_address.socketPath);
     } else if (QHostAddress(m_address.host).isNull()) {
-        resolveHost();
+        enter(State::Resolving);
     } else {
-        openConnection(m_address.host);
+        connectTo(m_address.host);
     }
 }
 
-/// The MQTT library would wait for the name server.
-void MqttSession::resolveHost()
-{
-    m_hostLookup = QHostInfo::lookupHost(m_address.host, this, &MqttSession::handleHostFound);
-}
-
-void MqttSession::handleHostFound(const QHostInfo &result)
-{
-    if (result.lookupId() != m_hostLookup) {
-        return;
-    }
-    m_hostLookup = 0;
-    if (result.error() != QHostInfo::NoError || result.addresses().isEmpty()) {
-        loseConnection(result.errorString());
-    } else if (m_address.transport == BusAddress::Transport::Tls) {
-        openConnection(m_address.host); // certificates hold names; the name server has just answered
-    } else {
-        const QList<QHostAddress> addresses = result.addresses();
-        openConnection(addresses[m_hostTries++ % addresses.size()].toString());
-    }
-}
-
-void MqttSession::openConnection(const QString &host)
+void MqttSession::connectTo(const QString &host)
 {
     if (m_address.isEmbedded) {
         const QString problem = BusDirectory::problemWith(QFileInfo(m_address.socketPath).path());
@@ -166,10 +184,10 @@ void MqttSession::openConnection(const QString &host)
     }
     switch (m_connection->open(QFile::encodeName(host))) {
     case MqttConnection::Opened::UnderWay:
-        handleOpened();
+        greet();
         break;
     case MqttConnection::Opened::Busy:
-        scheduleBusyRetry();
+        waitForRoom();
         break;
     case MqttConnection::Opened::Failed:
         loseConnection(m_connection->error());
@@ -177,18 +195,18 @@ void MqttSession::openConnection(const QString &host)
     }
 }
 
-void MqttSession::handleOpened()
+/// On this machine the subscriptions go out right after the greeting. What this client asks is sent
+/// after them, and so is handled when they are in place.
+void MqttSession::greet()
 {
-    m_busyTries = 0;
-    m_retryTimer.stop();
     if (!isTrustedBroker()) {
         loseConnection(QStringLiteral("the broker there belongs to another user"));
         return;
     }
-    const int descriptor = m_connection->descriptor();
-    m_readNotifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
-    connect(m_readNotifier.get(), &QSocketNotifier::activated, this, &MqttSession::handleReadable);
-    m_acceptTimer.start();
+    m_watch = std::make_unique<SocketWatch>(m_connection->descriptor(), this);
+    connect(m_watch.get(), &SocketWatch::readable, this, &MqttSession::handleReadable);
+    connect(m_watch.get(), &SocketWatch::writable, this, &MqttSession::handleWritable);
+    enter(State::Greeting);
     if (isLocal()) {
         subscribeAll();
     } else {
@@ -197,86 +215,52 @@ void MqttSession::handleOpened()
 }
 
 /// Whoever could put a socket into our directory could read the account.
-bool MqttSession::isTrustedBroker()
+bool MqttSession::isTrustedBroker() const
 {
     return !m_address.isEmbedded || Platform::peerUser(m_connection->descriptor()) == ::geteuid();
 }
 
-/// The handle stays: so many callers at once need it again in a moment.
-void MqttSession::scheduleBusyRetry()
+/// The connection stays: so many callers at once need its handle again in a moment.
+void MqttSession::waitForRoom()
 {
-    if (++m_busyTries > BusyTriesInARow) {
+    if (++m_triesInCrowd > mostTriesInCrowd) {
         loseConnection(QStringLiteral("the broker does not accept connections"));
-        return;
+    } else {
+        enter(State::Crowded);
     }
-    m_retryTimer.start(BusyRetryMs);
+}
+
+void MqttSession::handleAccepted()
+{
+    enter(State::Joined);
+    if (!isLocal()) {
+        subscribeAll();
+        sendHeld();
+    }
 }
 
 void MqttSession::loseConnection(const QString &reason)
 {
     reportUnsent();
-    reportFailure(reason);
-    dropConnection();
-    scheduleRetry();
+    m_outage.failed(reason);
+    enter(State::Waiting);
 }
 
 void MqttSession::dropConnection()
 {
-    m_acceptTimer.stop();
     m_keepAliveTimer.stop();
-    m_readNotifier.reset();
-    m_writeNotifier.reset();
+    m_watch.reset();
     m_connection.reset();
-    m_held.clear();
-    m_heldBytes = 0;
-    m_busyTries = 0;
+    m_outbox.clear();
     m_readyIsDue = false;
 }
 
-void MqttSession::reportUnsent()
+void MqttSession::reportUnsent() const
 {
-    const auto count = m_connection ? m_connection->unsentMessages() + static_cast<int>(m_held.size()) : 0;
-    if (count > 0) {
+    if (m_outbox.size() > 0) {
         qCWarning(lcBus, "%s: %d messages were lost with the connection",
-                  qUtf8Printable(m_address.toString()), count);
+                  qUtf8Printable(m_address.toString()), m_outbox.size());
     }
-}
-
-/// One line for every new reason, not one for every try.
-void MqttSession::reportFailure(const QString &reason)
-{
-    if (m_reportedFailures.contains(reason)) {
-        return;
-    }
-    m_reportedFailures.append(reason);
-    qCWarning(lcBus, "%s: %s; trying again until the bus is there", qUtf8Printable(m_address.toString()),
-              qUtf8Printable(reason));
-}
-
-/// Doubled every time, and spread so that a thousand clients do not come back in the same instant.
-void MqttSession::scheduleRetry()
-{
-    m_retryDelayMs = std::clamp(2 * m_retryDelayMs, FirstRetryMs, LastRetryMs);
-    m_retryTimer.start(m_retryDelayMs / 2 + QRandomGenerator::global()->bounded(m_retryDelayMs));
-}
-
-void MqttSession::handleAccepted()
-{
-    m_acceptTimer.stop();
-    m_retryDelayMs = 0;
-    if (!isLocal()) {
-        subscribeAll();
-        sendHeld();
-    }
-    if (!m_reportedFailures.isEmpty()) {
-        m_reportedFailures.clear();
-        qCInfo(lcBus, "%s: joined", qUtf8Printable(m_address.toString()));
-    }
-}
-
-void MqttSession::handleAcceptTimeout()
-{
-    loseConnection(QStringLiteral("the broker does not answer"));
 }
 
 // Subscriptions ---------------------------------------------------------------------------------
@@ -284,13 +268,11 @@ void MqttSession::handleAcceptTimeout()
 void MqttSession::subscribe(const QVector<QByteArray> &paths)
 {
     m_subscriptions += paths;
-    if (m_readNotifier && !isHolding()) {
+    if (isConnected() && !isHolding()) {
         subscribeNow(paths);
     }
 }
 
-/// On this machine sent right behind the greeting. What this client asks is sent afterwards, and so is
-/// handled when its subscriptions are in place.
 void MqttSession::subscribeAll()
 {
     subscribeNow(QVector<QByteArray>{m_replyPath} + m_subscriptions);
@@ -303,19 +285,19 @@ void MqttSession::subscribeNow(const QVector<QByteArray> &paths)
         qCWarning(lcBus, "%s: subscribing to '%s' failed: %s", qUtf8Printable(m_address.toString()),
                   paths.constFirst().constData(), qUtf8Printable(m_connection->error()));
     }
-    updateWriteNotifier();
+    updateWriteWatch();
 }
 
 // Traffic ---------------------------------------------------------------------------------------
 
 void MqttSession::handleReadable()
 {
-    for (int i = 0; i < MaxReadsPerTurn; ++i) {
-        if (!readOnce() || Platform::bytesToRead(m_connection->descriptor()) == 0) {
+    for (int i = 0; i < mostReadsInATurn; ++i) {
+        if (!read() || Platform::bytesToRead(m_connection->descriptor()) == 0) {
             break;
         }
     }
-    updateWriteNotifier();
+    updateWriteWatch();
     announce();
 }
 
@@ -323,9 +305,9 @@ void MqttSession::handleReadable()
 void MqttSession::handleWritable()
 {
     if (write() && m_address.transport == BusAddress::Transport::Tls) {
-        readOnce();
+        read();
     }
-    updateWriteNotifier();
+    updateWriteWatch();
     announce();
 }
 
@@ -334,71 +316,54 @@ void MqttSession::keepAlive()
     if (!m_connection->keepAlive()) {
         loseConnection(m_connection->error());
     }
-    updateWriteNotifier();
+    updateWriteWatch();
 }
 
-/// The MQTT library takes a TLS connection that was refused for one that is still on its way, and would
-/// keep this process busy with it.
-bool MqttSession::findRefused()
+/// False when the connection is lost.
+bool MqttSession::read()
 {
-    if (m_connection->isAccepted() || isLocal()) {
-        return false;
-    }
-    const QString problem = Platform::connectionProblem(m_connection->descriptor());
-    if (!problem.isEmpty()) {
-        loseConnection(problem);
-    }
-    return !problem.isEmpty();
-}
-
-bool MqttSession::readOnce()
-{
-    if (findRefused()) {
-        return false;
-    }
-    const bool alive = m_connection->read();
+    const bool isAlive = m_connection->read();
     collect();
-    if (!m_connection) {
-        return false;
-    }
-    if (!alive) {
-        const bool early = isLocal() && !m_connection->isAccepted();
-        loseConnection(m_connection->error() +
-                       (early ? QStringLiteral(" (a line ALL: ALL in /etc/hosts.deny has this effect too)")
-                              : QString()));
-    }
-    return alive;
-}
-
-bool MqttSession::write()
-{
-    if (findRefused()) {
-        return false;
-    }
-    const bool alive = m_connection->write();
-    if (!alive) {
+    if (isConnected() && !isAlive) {
         loseConnection(m_connection->error());
     }
-    return alive;
+    return isConnected();
 }
 
-/// Takes over what the connection has written down.
+/// False when the connection is lost.
+bool MqttSession::write()
+{
+    const bool isAlive = m_connection->write();
+    m_outbox.noteSent(m_connection->takeSentCount());
+    if (!isAlive) {
+        loseConnection(m_connection->error());
+    }
+    return isAlive;
+}
+
+/// Takes over what the connection has written down. Sending what was held may find the connection lost.
 void MqttSession::collect()
 {
+    m_outbox.noteSent(m_connection->takeSentCount());
     for (const QByteArray &path : m_connection->takeRefusedSubscriptions()) {
         qCWarning(lcBus, "%s: the broker refuses the subscription to '%s'",
                   qUtf8Printable(m_address.toString()), path.constData());
     }
     std::deque<BusMessage> &received = m_connection->received();
     for (; !received.empty(); received.pop_front()) {
-        if (received.front().path != m_replyPath) {
-            m_inbox.push_back(std::move(received.front()));
-        } else if (!m_awaited.isEmpty() && received.front().correlation == m_awaited) {
-            m_answer = std::move(received.front().payload);
-        }
+        takeIn(std::move(received.front()));
     }
-    if (m_connection->isAccepted() && m_acceptTimer.isActive()) {
-        handleAccepted(); // may send, and so find the connection lost
+    if (m_state == State::Greeting && m_connection->isAccepted()) {
+        handleAccepted();
+    }
+}
+
+void MqttSession::takeIn(BusMessage &&message)
+{
+    if (message.path != m_replyPath) {
+        m_inbox.push_back(std::move(message));
+    } else if (m_request) {
+        m_request->take(message);
     }
 }
 
@@ -413,27 +378,23 @@ void MqttSession::announce()
     if (!alive || m_inbox.empty()) {
         return;
     }
-    if (m_inbox.size() > 1) { // should a receiver run an event loop, the messages behind its own go on there
+    if (m_inbox.size() > 1) { // should a receiver run an event loop, the messages after its own go on there
         announceSoon();
     }
     Q_EMIT messagesArrived();
 }
 
+/// In a turn of the event loop of its own, after the user's input: an event that is posted would still belong
+/// to this one.
 void MqttSession::announceSoon()
 {
-    QMetaObject::invokeMethod(this, &MqttSession::announce, Qt::QueuedConnection);
+    m_announceTimer.start();
 }
 
-/// Made when it is needed first, which on a Unix socket is hardly ever.
-void MqttSession::updateWriteNotifier()
+void MqttSession::updateWriteWatch()
 {
-    const bool wanted = m_readNotifier && m_connection->wantsToWrite();
-    if (wanted && !m_writeNotifier) {
-        m_writeNotifier =
-            std::make_unique<QSocketNotifier>(m_connection->descriptor(), QSocketNotifier::Write);
-        connect(m_writeNotifier.get(), &QSocketNotifier::activated, this, &MqttSession::handleWritable);
-    } else if (m_writeNotifier) {
-        m_writeNotifier->setEnabled(wanted);
+    if (isConnected()) {
+        m_watch->setWatchesWriting(m_connection->wantsToWrite());
     }
 }
 
@@ -449,51 +410,36 @@ std::optional<BusMessage> MqttSession::takeMessage()
 
 // Sending ---------------------------------------------------------------------------------------
 
-bool MqttSession::publish(const QByteArray &path, const QByteArray &payload, const QByteArray &correlation)
+/// A broker elsewhere that refuses this client would throw away its own words about that, if more than the
+/// greeting had been sent. So what is to be sent is held until it has accepted.
+bool MqttSession::publish(const BusMessage &message)
 {
-    return send(path, payload, QByteArray(), correlation);
-}
-
-bool MqttSession::send(const QByteArray &path, const QByteArray &payload, const QByteArray &responsePath,
-                       const QByteArray &correlation)
-{
-    if (!m_readNotifier) {
-        warnNotSent(path, QStringLiteral("there is no bus"));
-    } else if (path.isEmpty()) {
-        warnNotSent(path, QStringLiteral("its channel or topic is empty or too long"));
-    } else if (payload.size() > MaxPayloadBytes) {
-        warnNotSent(path, QStringLiteral("it is larger than %1 bytes").arg(MaxPayloadBytes));
-    } else if (m_connection->unsentBytes() + m_heldBytes > MaxUnsentBytes) {
-        warnNotSent(path, QStringLiteral("the broker does not take messages any more"));
-    } else if (isHolding()) {
-        m_held.push_back({path, payload, responsePath, correlation});
-        m_heldBytes += payload.size();
+    const QString problem = isConnected() ? m_outbox.problemWith(message) : QStringLiteral("there is no bus");
+    if (!problem.isEmpty()) {
+        warnNotSent(message.path, problem);
+        return false;
+    }
+    if (isHolding()) {
+        m_outbox.hold(message);
         return true;
-    } else if (!m_connection->publish(path, payload, responsePath, correlation)) {
-        warnNotSent(path, m_connection->error());
+    }
+    if (!m_connection->publish(message)) {
+        warnNotSent(message.path, m_connection->error());
         if (m_connection->descriptor() < 0) {
             loseConnection(m_connection->error());
         }
-    } else {
-        updateWriteNotifier();
-        return true;
+        return false;
     }
-    return false;
-}
-
-/// A broker elsewhere that refuses this client would throw away its own words about that, if more than
-/// the greeting had been sent.
-bool MqttSession::isHolding() const
-{
-    return !isLocal() && !isJoined();
+    m_outbox.handOver(message);
+    m_outbox.noteSent(m_connection->takeSentCount());
+    updateWriteWatch();
+    return true;
 }
 
 void MqttSession::sendHeld()
 {
-    m_heldBytes = 0;
-    const std::deque<HeldMessage> held = std::exchange(m_held, {});
-    for (const HeldMessage &each : held) {
-        send(each.path, each.payload, each.responsePath, each.correlation);
+    for (const BusMessage &message : m_outbox.takeHeld()) {
+        publish(message);
     }
 }
 
@@ -505,43 +451,45 @@ void MqttSession::warnNotSent(const QByteArray &path, const QString &why)
     }
 }
 
-QByteArray MqttSession::request(const QByteArray &path, const QByteArray &payload, int timeoutMs)
+// Asking ----------------------------------------------------------------------------------------
+
+QByteArray MqttSession::request(const QByteArray &path, const QByteArray &payload,
+                                std::chrono::milliseconds timeout)
 {
-    const QDeadlineTimer deadline(timeoutMs, Qt::PreciseTimer);
-    joinNow(deadline);
-    m_awaited = QByteArray::number(++m_requests);
-    m_answer.reset();
-    if (send(path, payload, m_replyPath, m_awaited)) {
-        while (!m_answer && m_connection && !deadline.hasExpired()) {
-            waitForTraffic(deadline);
+    m_request.emplace(QByteArray::number(++m_questions), timeout);
+    joinCrowd(*m_request);
+    if (publish({path, payload, m_replyPath, m_request->correlation()})) {
+        while (isConnected() && !m_request->isOver()) {
+            waitForTraffic(m_request->remainingTime());
         }
     }
-    m_awaited.clear();
-    updateWriteNotifier();
+    updateWriteWatch();
     if (!m_inbox.empty() || m_readyIsDue) {
         announceSoon();
     }
-    return std::exchange(m_answer, std::nullopt).value_or(QByteArray());
+    const QByteArray answer = m_request->answer();
+    m_request.reset();
+    return answer;
 }
 
 /// A crowded broker takes a caller after a millisecond or two.
-void MqttSession::joinNow(const QDeadlineTimer &deadline)
+void MqttSession::joinCrowd(const OpenRequest &request)
 {
-    while (m_busyTries > 0 && !deadline.hasExpired()) {
-        ::poll(nullptr, 0, BusyRetryMs);
+    while (m_state == State::Crowded && !request.isOver()) {
+        ::poll(nullptr, 0, static_cast<int>(timeInCrowd.count()));
         join();
     }
 }
 
-void MqttSession::waitForTraffic(const QDeadlineTimer &deadline)
+void MqttSession::waitForTraffic(std::chrono::milliseconds time)
 {
     const short events = m_connection->wantsToWrite() ? POLLIN | POLLOUT : POLLIN;
     pollfd entry{m_connection->descriptor(), events, 0};
-    if (::poll(&entry, 1, static_cast<int>(deadline.remainingTime())) <= 0) {
+    if (::poll(&entry, 1, static_cast<int>(time.count())) <= 0) {
         return; // time is up, or a signal came
     }
     if ((entry.revents & POLLOUT) == 0 || write()) {
-        readOnce();
+        read();
     }
 }
 

@@ -1,25 +1,35 @@
 #pragma once
 
 #include "endpoint/BusAddress.h"
+#include "endpoint/BusMessage_p.h"
+#include "endpoint/HostLookup_p.h"
 #include "endpoint/MqttConnection_p.h"
-#include "endpoint/TopicPath_p.h"
+#include "endpoint/OpenRequest_p.h"
+#include "endpoint/OutageLog_p.h"
+#include "endpoint/Outbox_p.h"
+#include "endpoint/Retry_p.h"
+#include "endpoint/SocketWatch_p.h"
 #include "endpoint/WarningThrottle_p.h"
 
-#include <QDeadlineTimer>
-#include <QHostInfo>
 #include <QObject>
-#include <QSocketNotifier>
-#include <QStringList>
 #include <QTimer>
+#include <QVector>
 
+#include <chrono>
 #include <deque>
 #include <memory>
 #include <optional>
 
 namespace LocalCommunication {
 
-/// The membership in one bus over any number of connections: joins, notices the loss, joins again
-/// and makes the subscriptions again. Everything runs on the owner's event loop; only request() waits.
+/// The membership in one bus over any number of connections. Everything runs on the owner's event loop; only
+/// request() waits.
+///
+///  1. open() begins to join: it finds the broker's host if there is one, connects, and greets the broker.
+///  2. The broker accepts this client: the session is joined, until it loses the connection.
+///  3. Whatever fails on the way, and every loss, leads to another try after a while. Subscriptions are made
+///     again on each connection.
+///  4. close() sends what is left and ends it, in whatever state it is.
 class MqttSession : public QObject
 {
     Q_OBJECT
@@ -32,23 +42,20 @@ public:
     void open(const BusAddress &address, const QVector<QByteArray> &subscriptions);
     void close();
 
-    bool isOpen() const { return m_open; }
-    bool isJoined() const { return m_connection && m_connection->isAccepted(); }
+    bool isOpen() const { return m_state != State::Closed; }
+    bool isJoined() const { return m_state == State::Joined; }
     const QByteArray &prefix() const { return m_address.prefix; }
-
-    /// The path on which answers to this session arrive.
-    const QByteArray &replyPath() const { return m_replyPath; }
 
     /// Requires isOpen().
     void subscribe(const QVector<QByteArray> &paths);
 
-    /// Hands a message to the bus; false, with a warning in the log, when there is none or when it
-    /// takes no more. `correlation` belongs to an answer and may be empty.
-    bool publish(const QByteArray &path, const QByteArray &payload, const QByteArray &correlation = {});
+    /// Hands a message to the bus; false, with a warning in the log, when there is none or when it takes no
+    /// more.
+    bool publish(const BusMessage &message);
 
     /// Publishes a question and waits for its answer. Empty when none came in time. Other messages that
     /// come meanwhile are announced after the return.
-    QByteArray request(const QByteArray &path, const QByteArray &payload, int timeoutMs);
+    QByteArray request(const QByteArray &path, const QByteArray &payload, std::chrono::milliseconds timeout);
 
     /// The oldest message that nobody took yet.
     std::optional<BusMessage> takeMessage();
@@ -61,78 +68,74 @@ Q_SIGNALS:
     void ready();
 
 private:
-    struct HeldMessage
-    {
-        QByteArray path;
-        QByteArray payload;
-        QByteArray responsePath;
-        QByteArray correlation;
+    enum class State {
+        Closed,
+        Resolving, ///< the name server looks for the broker's host
+        Crowded,   ///< the broker has too many callers at this instant; tried again in a millisecond
+        Greeting,  ///< connected, but the broker has not accepted this client yet
+        Joined,
+        Waiting, ///< for the time of the next try
     };
 
+    void enter(State next);
+    void handleTimeout();
+    bool isConnected() const { return m_state == State::Greeting || m_state == State::Joined; }
     bool isLocal() const { return m_address.transport == BusAddress::Transport::UnixSocket; }
+
+    void sayGoodbye();
     void join();
-    void resolveHost();
-    void handleHostFound(const QHostInfo &result);
-    void openConnection(const QString &host);
-    void handleOpened();
-    bool isTrustedBroker();
-    void scheduleBusyRetry();
+    void connectTo(const QString &host);
+    void greet();
+    void waitForRoom();
+    bool isTrustedBroker() const;
+    void handleAccepted();
     void loseConnection(const QString &reason);
     void dropConnection();
-    void reportUnsent();
-    void reportFailure(const QString &reason);
-    void scheduleRetry();
+    void reportUnsent() const;
 
-    void subscribeAll();
     void subscribeNow(const QVector<QByteArray> &paths);
+    void subscribeAll();
+
     void handleReadable();
     void handleWritable();
-    void handleAccepted();
-    void handleAcceptTimeout();
     void keepAlive();
-    bool findRefused();
-    bool readOnce();
+    bool read();
     bool write();
     void collect();
+    void takeIn(BusMessage &&message);
     void announce();
     void announceSoon();
-    void updateWriteNotifier();
+    void updateWriteWatch();
 
-    bool send(const QByteArray &path, const QByteArray &payload, const QByteArray &responsePath,
-              const QByteArray &correlation);
-    bool isHolding() const;
+    bool isHolding() const { return !isLocal() && !isJoined(); }
     void sendHeld();
-    void waitForTraffic(const QDeadlineTimer &deadline);
-    void joinNow(const QDeadlineTimer &deadline);
-    void flush();
+    void joinCrowd(const OpenRequest &request);
+    void waitForTraffic(std::chrono::milliseconds time);
 
+    // for as long as it is open
+    State m_state = State::Closed;
+    QTimer m_timer; // what the state waits for, at the longest
     BusAddress m_address;
-    bool m_open = false;
     const QByteArray m_clientId;
-    QByteArray m_replyPath;
+    QByteArray m_replyPath; // where answers to this session arrive
     QVector<QByteArray> m_subscriptions;
-
-    std::unique_ptr<MqttConnection> m_connection;
-    std::unique_ptr<QSocketNotifier> m_readNotifier;
-    std::unique_ptr<QSocketNotifier> m_writeNotifier;
-    QTimer m_retryTimer;
-    QTimer m_acceptTimer;
-    QTimer m_keepAliveTimer;
-    int m_hostLookup = 0;
-    int m_hostTries = 0; // each takes the next address of the name
-    int m_busyTries = 0;
-    int m_retryDelayMs = 0;
-    bool m_readyIsDue = false;
-    QStringList m_reportedFailures; // since it was joined last
+    HostLookup m_lookup;
+    Retry m_retry;
+    int m_triesInCrowd = 0;
+    OutageLog m_outage;
     WarningThrottle m_notSentWarning;
 
-    std::deque<HeldMessage> m_held; // until a broker elsewhere has accepted this client
-    qint64 m_heldBytes = 0;
+    // of one connection
+    std::unique_ptr<MqttConnection> m_connection;
+    std::unique_ptr<SocketWatch> m_watch;
+    QTimer m_keepAliveTimer;
+    Outbox m_outbox;
+    bool m_readyIsDue = false;
 
     std::deque<BusMessage> m_inbox;
-    quint64 m_requests = 0;
-    QByteArray m_awaited; // the correlation of the question that waits for its answer
-    std::optional<QByteArray> m_answer;
+    QTimer m_announceTimer; // for what is left in the inbox when a turn of the event loop has had its share
+    quint64 m_questions = 0;
+    std::optional<OpenRequest> m_request;
 };
 
 } // namespace LocalCommunication

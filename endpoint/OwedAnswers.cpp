@@ -11,7 +11,7 @@ OwedAnswers::OwedAnswers()
 
 QByteArray OwedAnswers::add(const Recipient &recipient)
 {
-    if (m_oldestFirst.size() == MaxRemembered) {
+    if (m_oldestFirst.size() == mostRemembered) {
         m_recipients.remove(m_oldestFirst.front());
         m_oldestFirst.pop_front();
     }

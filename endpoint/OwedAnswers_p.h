@@ -34,7 +34,7 @@ public:
     bool isOwn(const QByteArray &channel) const { return channel.startsWith(m_channelStart); }
 
 private:
-    static constexpr std::size_t MaxRemembered = 4096;
+    static constexpr std::size_t mostRemembered = 4096;
 
     const QByteArray m_channelStart;
     quint64 m_count = 0;

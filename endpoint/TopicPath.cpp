@@ -5,7 +5,7 @@ namespace LocalCommunication {
 namespace {
 
 /// MQTT counts the bytes of a topic in 16 bits.
-constexpr int MaxPathLength = 65535;
+constexpr int longestPath = 65535;
 
 } // namespace
 
@@ -19,11 +19,11 @@ QByteArray topicPath(const QByteArray &prefix, const TopicName &name)
     if (name.channel.isEmpty() || name.topic.isEmpty()) {
         return QByteArray();
     }
-    if (name.channel.size() > MaxPathLength || name.topic.size() > MaxPathLength) {
+    if (name.channel.size() > longestPath || name.topic.size() > longestPath) {
         return QByteArray(); // before the encoding makes them three times as long
     }
     const QByteArray path = prefix + encodedLevel(name.channel) + '/' + encodedLevel(name.topic);
-    return path.size() <= MaxPathLength ? path : QByteArray();
+    return path.size() <= longestPath ? path : QByteArray();
 }
 
 } // namespace LocalCommunication

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <QElapsedTimer>
+#include <QDeadlineTimer>
+
+#include <chrono>
 
 namespace LocalCommunication {
 
@@ -12,11 +14,11 @@ public:
     /// True when a warning is due; otherwise it is only counted.
     bool isDue()
     {
-        if (m_sinceLast.isValid() && !m_sinceLast.hasExpired(IntervalMs)) {
+        if (!m_untilNext.hasExpired()) {
             ++m_suppressed;
             return false;
         }
-        m_sinceLast.start();
+        m_untilNext.setRemainingTime(interval);
         return true;
     }
 
@@ -29,9 +31,9 @@ public:
     }
 
 private:
-    static constexpr qint64 IntervalMs = 10000;
+    static constexpr std::chrono::seconds interval{10};
 
-    QElapsedTimer m_sinceLast;
+    QDeadlineTimer m_untilNext; // has expired at first
     int m_suppressed = 0;
 };
 

@@ -55,6 +55,37 @@ enum Period : int {
     IntradayPeriod = 21 ///< the minutes of one trading day
 };
 
+/// What chartMode() answers; other numbers are the host's.
+enum ChartMode : int {
+    TodayChart = 1,  ///< the minutes of today
+    PastDayChart = 2 ///< those of an earlier day
+};
+
+// The numbers that painters know. Do not change one: hosts are built against them.
+
+/// A marker of executed trades; even ones stand above their bar, odd ones below.
+enum MarkerStyle : int {
+    BuyAbove = 0,
+    BuyBelow = 1,
+    SellAbove = 2,
+    SellBelow = 3,
+    BothAbove = 4, ///< buys and sells
+    BothBelow = 5
+};
+
+/// Which way the markers of a series reach from their prices.
+enum MarkerVariant : int { BelowTheBar = 0, AboveTheBar = 1 };
+
+/// A marker of the orders at one price.
+enum MarkerKind : int {
+    BuyWaiting = 20,  ///< buys, none dealt
+    BuyPartDeal = 21, ///< a partly dealt buy; also waiting and dealt orders of one side, buys and sells alike
+    BuyDealed = 22,   ///< dealt buys
+    SellWaiting = 23, ///< sells, none dealt
+    SellPartDeal = 24, ///< a partly dealt sell
+    SellDealed = 25    ///< dealt sells
+};
+
 /// What type() of every overlay of this library answers, whatever it draws: it tells the host its own
 /// chart objects from those of a plug-in.
 constexpr int pluginObjectType = 3;
@@ -105,11 +136,11 @@ public:
     virtual void reserved32() {}
     virtual void reserved33() {}
     virtual void reserved34() {}
-    /// Draws a marker on every bar whose flag is 1.0, at that bar's price. `style` 0/1 buy, 2/3 sell,
-    /// 4/5 both, even above and odd below the bar; `variant` 1 above, 0 below.
+    /// Draws a marker on every bar whose flag is 1.0, at that bar's price. `style` is a MarkerStyle,
+    /// `variant` a MarkerVariant.
     virtual void drawMarkerSeries(int reserved, const double *flags, const double *prices, int style,
                                   int variant) = 0;
-    /// Draws one order marker of `kind` 20..25 on `bar`; `atLow` is 1 when its price was clamped to
+    /// Draws one order marker of `kind`, a MarkerKind, on `bar`; `atLow` is 1 when its price was clamped to
     /// the bottom of the visible scale.
     virtual void drawMarker(int reserved, int bar, int kind, int atLow, double price) = 0;
 
@@ -123,7 +154,7 @@ class IChartAxis
 public:
     virtual void reserved0() {}
     virtual void reserved1() {}
-    /// 1: the chart of today, 2: the chart of a past day; other numbers are the host's.
+    /// A ChartMode, or another number of the host's.
     virtual int chartMode() = 0;
     /// Fills the lowest and highest visible price; false when there is no scale to draw on.
     virtual bool visiblePriceRange(double &low, double &high) = 0;
@@ -214,5 +245,7 @@ static_assert(offsetof(tagCodeWithName, identity) == 40, "the host keeps the ide
 static_assert(offsetof(tagCodeWithName, name) == 48, "the host keeps the name at byte 48");
 
 static_assert(sizeof(Period) == sizeof(int), "a period travels as an int");
+static_assert(BuyAbove == 0 && BothBelow == 5, "painters know the styles by these numbers");
+static_assert(BuyWaiting == 20 && SellDealed == 25, "painters know the kinds by these numbers");
 
 } // namespace Korvane

@@ -8,11 +8,17 @@ namespace Trading {
 
 std::optional<Money> Money::ofYuan(double yuan)
 {
-    constexpr double limit = 1e11;
-    if (!(std::fabs(yuan) <= limit)) {
+    if (!(std::fabs(yuan) <= limit().yuan())) {
         return std::nullopt;
     }
     return ofSteps(std::llround(yuan * static_cast<double>(stepsPerYuan)));
+}
+
+std::optional<Money> Money::times(qint64 count) const
+{
+    Money product;
+    const bool overflows = __builtin_mul_overflow(m_steps, count, &product.m_steps);
+    return overflows || !product.isWithinLimit() ? std::nullopt : std::optional(product);
 }
 
 std::string Money::digits() const

@@ -7,7 +7,8 @@
 
 namespace Trading {
 
-/// An amount of yuan, a price included: a whole number of steps of 0.0001, so that sums are exact.
+/// An amount of yuan, a price included: a whole number of steps of 0.0001, so that sums are exact. What comes
+/// from outside is made within a limit; there is room for thousands of such amounts in a sum.
 class Money
 {
 public:
@@ -21,13 +22,22 @@ public:
         return money;
     }
 
-    /// Rounded to the nearest step; nothing for what is no number or beyond 100 billion yuan.
+    static constexpr Money ofCents(qint64 cents) { return ofSteps(cents * (stepsPerYuan / 100)); }
+
+    /// 100 billion yuan: no price, amount or account comes to more, nor to less below zero.
+    static constexpr Money limit() { return ofSteps(100000000000 * stepsPerYuan); }
+
+    /// Rounded to the nearest step; nothing for what is no number or beyond the limit.
     static std::optional<Money> ofYuan(double yuan);
 
     constexpr qint64 steps() const { return m_steps; }
     constexpr double yuan() const { return static_cast<double>(m_steps) / static_cast<double>(stepsPerYuan); }
     constexpr bool isZero() const { return m_steps == 0; }
     constexpr bool isNegative() const { return m_steps < 0; }
+    constexpr bool isWithinLimit() const { return m_steps <= limit().m_steps && m_steps >= -limit().m_steps; }
+
+    /// So many times the amount; nothing beyond the limit.
+    std::optional<Money> times(qint64 count) const;
 
     /// Decimal digits with two decimals, or as many as the value has: "10.50", "7.363". So prices and amounts
     /// stand in messages.
@@ -37,10 +47,6 @@ public:
     friend constexpr Money operator+(Money a, Money b) { return ofSteps(a.m_steps + b.m_steps); }
     friend constexpr Money operator-(Money a, Money b) { return ofSteps(a.m_steps - b.m_steps); }
     friend constexpr Money operator-(Money a) { return ofSteps(-a.m_steps); }
-    friend constexpr Money operator*(Money price, qint64 quantity)
-    {
-        return ofSteps(price.m_steps * quantity);
-    }
     friend constexpr bool operator==(Money a, Money b) { return a.m_steps == b.m_steps; }
     friend constexpr bool operator!=(Money a, Money b) { return a.m_steps != b.m_steps; }
     friend constexpr bool operator<(Money a, Money b) { return a.m_steps < b.m_steps; }

@@ -17,10 +17,10 @@ debian_test=(
     libgtest-dev libgmock-dev libbenchmark-dev
     mosquitto-clients openssl postgresql python3
     xvfb xauth xdotool x11-utils faketime util-linux
-    clang-format clang-tidy git
+    clang-format clang-tidy abigail-tools doxygen reuse git
 )
 homebrew_build=(cmake ninja pkg-config qt@5 qwt-qt5 mosquitto)
-homebrew_test=(python3 googletest google-benchmark postgresql@15 libfaketime clang-format)
+homebrew_test=(python3 googletest google-benchmark postgresql@15 libfaketime clang-format doxygen reuse)
 
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then
@@ -88,19 +88,28 @@ provide_runtime_dir() {
 
 processors() { nproc 2>/dev/null || sysctl -n hw.ncpu; }
 
-# configure_and_build PRESET [CMAKE-OPTION...]: quiet when all is well, the whole log when not.
-configure_and_build() {
-    local preset="$1" log
-    shift
+# logged COMMAND...: quiet when all is well, the whole log when not.
+logged() {
+    local log
     log="$(mktemp)"
-    say "Building ($preset) ..."
-    if ! { (cd "$project_root" && cmake --preset "$preset" "$@" && cmake --build --preset "$preset" \
-            --parallel "$(processors)"); } >"$log" 2>&1; then
+    if ! "$@" >"$log" 2>&1; then
         cat "$log" >&2
         rm -f "$log"
-        fail "the build failed, see above"
+        fail "'$*' failed, see above"
     fi
     rm -f "$log"
+}
+
+# configure PRESET
+configure() { (cd "$project_root" && logged cmake --preset "$1"); }
+
+# configure_and_build PRESET [--target TARGET]
+configure_and_build() {
+    local preset="$1"
+    shift
+    say "Building ($preset) ..."
+    configure "$preset"
+    (cd "$project_root" && logged cmake --build --preset "$preset" --parallel "$(processors)" "$@")
 }
 
 # release_14_of clang-format|clang-tidy: the program's name; fails where only other releases are.

@@ -1,34 +1,21 @@
-#include "tests/endpoint/BusTest.h"
+// What is sent arrives: whole, once, in order, and only where it is meant to.
+
+#include "tests/endpoint/TwoMembers.h"
 #include "tests/support/LogCapture.h"
 
 #include <QElapsedTimer>
-#include <QPointer>
 #include <QThread>
 
 #include <algorithm>
 #include <atomic>
 #include <memory>
 
-using LocalCommunication::EndPoint;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace {
 
-/// A broker, and two members of its bus.
-class Delivery : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(sender.join(broker.address()));
-        ASSERT_TRUE(receiver.join(broker.address()));
-    }
-
-    TestBroker broker;
-    RecordingEndPoint sender;
-    RecordingEndPoint receiver;
-};
+using Delivery = TwoMembers;
 
 } // namespace
 
@@ -44,31 +31,26 @@ TEST_F(Delivery, CarriesAMessageToWhoSubscribed)
     EXPECT_EQ(receiver.messages[0].replyChannel, "screen1");
 }
 
-TEST_F(Delivery, TakesSubscriptionsMadeBeforeConnecting)
+TEST_F(Delivery, CarriesAnEmptyPayload)
 {
-    RecordingEndPoint late;
-    late.subscribe("screen1", QList<QByteArray>{"TradeNotify", "TradeQuery"});
-    ASSERT_TRUE(late.join(broker.address()));
-
-    sender.sendMessage("screen1", "TradeQuery", "first");
-    sender.sendMessage("screen1", "TradeNotify", "second");
-
-    ASSERT_TRUE(late.waitForMessages(2));
-    EXPECT_THAT(late.payloads(), ElementsAre("first", "second"));
+    ASSERT_TRUE(receiver.listen("c", "t"));
+    EXPECT_TRUE(sender.sendMessage("c", "t", ""));
+    ASSERT_TRUE(receiver.waitForMessages(1));
+    EXPECT_EQ(receiver.messages[0].payload, "");
 }
 
-TEST_F(Delivery, HandlesAQuestionAfterTheSubscriptionsMadeBeforeIt)
+TEST_F(Delivery, CarriesTenMegabytes)
 {
-    ASSERT_TRUE(receiver.listen("Global", "TradeQuery"));
-    QObject::connect(&receiver, &EndPoint::messageReceived, &receiver,
-                     [this] { receiver.sendMessage("screen1", "TradeQuery", "answer"); });
-    RecordingEndPoint overlay;
-    overlay.connect(broker.address());
-    overlay.subscribe("screen1", QList<QByteArray>{"TradeNotify", "TradeQuery"});
+    QByteArray payload(10 * 1024 * 1024, Qt::Uninitialized);
+    for (int i = 0; i < payload.size(); ++i) {
+        payload[i] = static_cast<char>(i * 31 + (i >> 10));
+    }
+    ASSERT_TRUE(receiver.listen("c", "t"));
 
-    EXPECT_TRUE(overlay.sendMessage("Global", "TradeQuery", "question")); // nothing was waited for
+    EXPECT_TRUE(sender.sendMessage("c", "t", payload));
 
-    EXPECT_TRUE(overlay.waitForMessages(1));
+    ASSERT_TRUE(receiver.waitForMessages(1));
+    EXPECT_TRUE(receiver.messages[0].payload == payload);
 }
 
 TEST_F(Delivery, ReturnsNoMessageToItsSender)
@@ -83,19 +65,6 @@ TEST_F(Delivery, ReturnsNoMessageToItsSender)
     ASSERT_TRUE(receiver.waitForMessages(1));
     EXPECT_THAT(sender.payloads(), ElementsAre("other's"));
     EXPECT_THAT(receiver.payloads(), ElementsAre("own"));
-}
-
-TEST_F(Delivery, DeliversOnceWhatWasSubscribedTwice)
-{
-    ASSERT_TRUE(receiver.listen("screen1", "TradeQuery"));
-    receiver.subscribe("screen1", "TradeQuery");
-    ASSERT_TRUE(receiver.listen("screen1", "End"));
-
-    sender.sendMessage("screen1", "TradeQuery", "once");
-    sender.sendMessage("screen1", "End", "end");
-
-    ASSERT_TRUE(receiver.waitForMessages(2));
-    EXPECT_THAT(receiver.payloads(), ElementsAre("once", "end"));
 }
 
 TEST_F(Delivery, KeepsTheOrder)
@@ -172,26 +141,23 @@ TEST_F(Delivery, RefusesEmptyNames)
     EXPECT_TRUE(sender.isConnected());
 }
 
-TEST_F(Delivery, CarriesAnEmptyPayload)
+TEST_F(Delivery, KeepsPrefixesApart)
 {
-    ASSERT_TRUE(receiver.listen("c", "t"));
-    EXPECT_TRUE(sender.sendMessage("c", "t", ""));
-    ASSERT_TRUE(receiver.waitForMessages(1));
-    EXPECT_EQ(receiver.messages[0].payload, "");
-}
-
-TEST_F(Delivery, CarriesTenMegabytes)
-{
-    QByteArray payload(10 * 1024 * 1024, Qt::Uninitialized);
-    for (int i = 0; i < payload.size(); ++i) {
-        payload[i] = static_cast<char>(i * 31 + (i >> 10));
-    }
+    broker.setBusKey(QStringLiteral("prefix"), QStringLiteral("desk7/account 42"));
+    RecordingEndPoint inside;
+    RecordingEndPoint insideToo;
+    ASSERT_TRUE(inside.join(broker.address()));
+    ASSERT_TRUE(insideToo.join(broker.address()));
+    ASSERT_TRUE(inside.listen("c", "t"));
     ASSERT_TRUE(receiver.listen("c", "t"));
 
-    EXPECT_TRUE(sender.sendMessage("c", "t", payload));
+    sender.sendMessage("c", "t", "outside");
+    insideToo.sendMessage("c", "t", "inside");
 
+    ASSERT_TRUE(inside.waitForMessages(1));
     ASSERT_TRUE(receiver.waitForMessages(1));
-    EXPECT_TRUE(receiver.messages[0].payload == payload);
+    EXPECT_THAT(inside.payloads(), ElementsAre("inside"));
+    EXPECT_THAT(receiver.payloads(), ElementsAre("outside"));
 }
 
 TEST_F(Delivery, LosesNothingForAReceiverThatDoesNotReadForFiveSeconds)
@@ -228,169 +194,4 @@ TEST_F(Delivery, LosesNothingForAReceiverThatDoesNotReadForFiveSeconds)
     for (int i = 0; i < Count; ++i) {
         ASSERT_TRUE(receiver.messages[i].payload.startsWith(QByteArray::number(i) + ' ')) << i;
     }
-}
-
-TEST_F(Delivery, StopsAtOnceWhenAReceiverDestroysItself)
-{
-    auto *overlay = new RecordingEndPoint;
-    ASSERT_TRUE(overlay->join(broker.address()));
-    ASSERT_TRUE(overlay->listen("c", "t"));
-    int delivered = 0;
-    QObject::connect(overlay, &EndPoint::messageReceived, overlay, [&] {
-        ++delivered;
-        delete overlay;
-    });
-    const QPointer<RecordingEndPoint> alive(overlay);
-
-    for (int i = 0; i < 100; ++i) {
-        sender.sendMessage("c", "t", "delete yourself");
-    }
-
-    ASSERT_TRUE(waitUntil([&] { return alive.isNull(); }));
-    EXPECT_EQ(delivered, 1);
-    ASSERT_TRUE(receiver.listen("c", "t")); // the event loop goes on
-}
-
-TEST_F(Delivery, StopsAtOnceWhenAReceiverLeavesTheBus)
-{
-    ASSERT_TRUE(receiver.listen("c", "t"));
-    QObject::connect(&receiver, &EndPoint::messageReceived, &receiver, [this] { receiver.disconnect(); });
-    RecordingEndPoint witness;
-    ASSERT_TRUE(witness.join(broker.address()));
-    ASSERT_TRUE(witness.listen("c", "t"));
-
-    for (int i = 0; i < 100; ++i) {
-        sender.sendMessage("c", "t", "leave");
-    }
-
-    ASSERT_TRUE(witness.waitForMessages(100));
-    ASSERT_TRUE(receiver.waitForMessages(1));
-    EXPECT_EQ(receiver.messages.size(), 1);
-    EXPECT_FALSE(receiver.isConnected());
-}
-
-TEST_F(Delivery, KeepsTheOrderWhenAReceiverRunsAnEventLoop)
-{
-    ASSERT_TRUE(receiver.listen("c", "t"));
-    int depth = 0;
-    QObject::connect(&receiver, &EndPoint::messageReceived, &receiver, [&] {
-        if (depth++ == 0) { // an overlay that waits after a notification
-            EXPECT_TRUE(receiver.waitForMessages(50));
-        }
-    });
-
-    QList<QByteArray> sent;
-    for (int i = 0; i < 100; ++i) {
-        sent.append(QByteArray::number(i));
-        sender.sendMessage("c", "t", sent.last());
-    }
-
-    ASSERT_TRUE(receiver.waitForMessages(100));
-    EXPECT_EQ(receiver.payloads(), sent);
-}
-
-/// The messages lie in the receiver's socket, all of them, before its event loop runs: it reads them at once.
-TEST_F(Delivery, GoesOnInsideTheEventLoopThatAReceiverRuns)
-{
-    constexpr int Count = 5;
-    ASSERT_TRUE(receiver.listen("c", "t"));
-    QObject::connect(&receiver, &EndPoint::messageReceived, &receiver, [&] {
-        if (receiver.messages.size() == 1) { // an overlay that waits after a notification
-            EXPECT_TRUE(receiver.waitForMessages(Count));
-        }
-    });
-
-    const BackgroundResponder responder(broker.address(), "question", Count);
-    ASSERT_EQ(sender.request("question", "?"), "answer to ?");
-
-    ASSERT_TRUE(receiver.waitForMessages(Count));
-}
-
-TEST_F(Delivery, SendsWhatWasHandedOverBeforeTheSenderGoes)
-{
-    constexpr int Count = 200;
-    ASSERT_TRUE(receiver.listen("c", "t"));
-    {
-        RecordingEndPoint brief;
-        brief.connect(broker.address());
-        for (int i = 0; i < Count; ++i) {
-            ASSERT_TRUE(brief.sendMessage("c", "t", QByteArray(10000, 'x')));
-        }
-    }
-
-    EXPECT_TRUE(receiver.waitForMessages(Count));
-}
-
-TEST_F(Delivery, SendsAFloodBeforeTheSenderGoes)
-{
-    constexpr int Count = 20000;
-    ASSERT_TRUE(receiver.listen("c", "t"));
-    {
-        RecordingEndPoint brief;
-        ASSERT_TRUE(brief.join(broker.address()));
-        for (int i = 0; i < Count; ++i) {
-            ASSERT_TRUE(brief.sendMessage("c", "t", QByteArray(2000, 'x')));
-        }
-    }
-
-    EXPECT_TRUE(receiver.waitForMessages(Count)) << receiver.messages.size();
-}
-
-TEST_F(Delivery, SurvivesLeavingTwiceAndNeverHavingJoined)
-{
-    RecordingEndPoint never;
-    never.disconnect();
-    never.disconnect();
-    EXPECT_FALSE(never.sendMessage("c", "t", "p"));
-    EXPECT_EQ(never.request("t", "p"), QByteArray());
-
-    sender.disconnect();
-    sender.disconnect();
-    EXPECT_FALSE(sender.isConnected());
-    EXPECT_FALSE(sender.sendMessage("c", "t", "p"));
-}
-
-TEST_F(Delivery, KeepsSubscriptionsOverLeavingAndJoiningAgain)
-{
-    ASSERT_TRUE(receiver.listen("c", "t"));
-    receiver.disconnect();
-    ASSERT_TRUE(receiver.join(broker.address()));
-
-    sender.sendMessage("c", "t", "again");
-
-    EXPECT_TRUE(receiver.waitForMessages(1));
-}
-
-TEST_F(Delivery, MovesToAnotherBus)
-{
-    TestBroker other;
-    ASSERT_TRUE(receiver.listen("c", "t"));
-    RecordingEndPoint otherSender;
-    ASSERT_TRUE(otherSender.join(other.address()));
-
-    ASSERT_TRUE(receiver.join(other.address()));
-    sender.sendMessage("c", "t", "from the old bus");
-    otherSender.sendMessage("c", "t", "from the new bus");
-
-    ASSERT_TRUE(receiver.waitForMessages(1));
-    EXPECT_THAT(receiver.payloads(), ElementsAre("from the new bus"));
-}
-
-TEST_F(Delivery, KeepsPrefixesApart)
-{
-    broker.setBusKey(QStringLiteral("prefix"), QStringLiteral("desk7/account 42"));
-    RecordingEndPoint inside;
-    RecordingEndPoint insideToo;
-    ASSERT_TRUE(inside.join(broker.address()));
-    ASSERT_TRUE(insideToo.join(broker.address()));
-    ASSERT_TRUE(inside.listen("c", "t"));
-    ASSERT_TRUE(receiver.listen("c", "t"));
-
-    sender.sendMessage("c", "t", "outside");
-    insideToo.sendMessage("c", "t", "inside");
-
-    ASSERT_TRUE(inside.waitForMessages(1));
-    ASSERT_TRUE(receiver.waitForMessages(1));
-    EXPECT_THAT(inside.payloads(), ElementsAre("inside"));
-    EXPECT_THAT(receiver.payloads(), ElementsAre("outside"));
 }

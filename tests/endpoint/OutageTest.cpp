@@ -191,6 +191,19 @@ TEST_F(Outage, TellsWhatWasLostInIt)
     EXPECT_TRUE(log.has(QStringLiteral("messages were lost with the connection"))) << qPrintable(log.text());
 }
 
+TEST_F(Outage, TellsWhatMayBeLostWhenTheSenderLeavesInIt)
+{
+    TestBroker broker;
+    RecordingEndPoint sender;
+    ASSERT_TRUE(sender.join(broker.address()));
+    broker.freeze();
+    EXPECT_TRUE(sender.sendMessage("c", "t", "p"));
+
+    sender.disconnect();
+
+    EXPECT_TRUE(log.has(QStringLiteral("what was sent to it last may be lost"))) << qPrintable(log.text());
+}
+
 TEST_F(Outage, FillsNoLog)
 {
     TestBroker broker(TestBroker::Begin::NotStarted);

@@ -1,5 +1,7 @@
 #include "tests/support/ByName.h"
 #include "tests/support/OverlayTest.h"
+#include "tests/support/SentAnswer.h"
+#include "tests/support/SentTrade.h"
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "tradechartobject/objects/BSPoint.h"
@@ -19,36 +21,6 @@ using namespace TradeChart;
 
 namespace {
 
-/// A row of an answer, all values as text.
-struct Row
-{
-    const char *side;
-    const char *date;
-    const char *time;
-    const char *price;
-    const char *quantity;
-};
-
-/// A kind of answer: its command, and under which keys its rows tell their date and time.
-struct AnswerKind
-{
-    const char *name;
-    const char *dateKey;
-    const char *timeKey;
-};
-
-constexpr AnswerKind history{"HistoryTrade", "bizdate", "matchtime"};
-constexpr AnswerKind today{"TodayTrade", "orderdate", "opertime"};
-
-QJsonObject fields(const Row &row, const char *dateKey, const char *timeKey)
-{
-    return {{QStringLiteral("bsflag2"), QLatin1String(row.side)},
-            {QLatin1String(dateKey), QLatin1String(row.date)},
-            {QLatin1String(timeKey), QLatin1String(row.time)},
-            {QStringLiteral("matchprice"), QLatin1String(row.price)},
-            {QStringLiteral("matchqty"), QLatin1String(row.quantity)}};
-}
-
 class BSPointTest : public OverlayTest<BSPoint>
 {
 protected:
@@ -63,17 +35,17 @@ protected:
         bus().sent.clear();
     }
 
-    static void hearRows(const AnswerKind &kind, const std::vector<Row> &rows)
+    static void hearRows(const TradesAnswer &kind, const std::vector<SentTrade> &rows)
     {
         QJsonArray data;
-        for (const Row &row : rows) {
-            data.append(fields(row, kind.dateKey, kind.timeKey));
+        for (const SentTrade &row : rows) {
+            data.append(row.in(kind));
         }
-        hear(Topic::TRADEQUERY, answer(kind.name, data));
+        hear(Topic::TRADEQUERY, sentAnswer(kind.name, data));
     }
 
-    static void hearHistory(const std::vector<Row> &rows) { hearRows(history, rows); }
-    static void hearToday(const std::vector<Row> &rows) { hearRows(today, rows); }
+    static void hearHistory(const std::vector<SentTrade> &rows) { hearRows(pastTrades, rows); }
+    static void hearToday(const std::vector<SentTrade> &rows) { hearRows(todaysTrades, rows); }
 
     /// What is drawn on each bar: B, S, T for both, a blank for nothing, # for two markers.
     std::string drawn()
@@ -348,9 +320,8 @@ TEST_F(BSPointTest, ForgetsTheTradesWithTheSecurity)
     hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
     EXPECT_EQ(drawn(), "   ") << "a late answer for the security before";
     hear(Topic::TRADEQUERY,
-         answer("HistoryTrade",
-                QJsonArray{fields({"S", "20240102", "9301500", "1", "1"}, "bizdate", "matchtime")},
-                "000001"));
+         sentAnswer("HistoryTrade",
+                    QJsonArray{SentTrade{"S", "20240102", "9301500", "1", "1"}.in(pastTrades)}, "000001"));
     EXPECT_EQ(drawn(), "S  ");
     EXPECT_THAT(listOn(1), SizeIs(0));
 }
@@ -414,7 +385,8 @@ TEST_F(BSPointTest, RefreshesAsFastAsAnswersComeWithAnIntervalOfZero)
 TEST_F(BSPointTest, RestartsItsTimerAfterTodaysAnswerAlsoAnEmptyOne)
 {
     createOnThreeDays();
-    for (const auto &rows : {std::vector<Row>{}, std::vector<Row>{{"B", "20240104", "9301500", "1", "2"}}}) {
+    for (const auto &rows :
+         {std::vector<SentTrade>{}, std::vector<SentTrade>{{"B", "20240104", "9301500", "1", "2"}}}) {
         timer()->start(3600000);
         hearToday(rows);
         EXPECT_TRUE(timer()->isActive());
@@ -511,8 +483,9 @@ TEST_F(BSPointTest, AsksForTodaysTradesAfterANotificationWhateverMarketAndScreen
 TEST_F(BSPointTest, OnlyAsksForTodaysTradesAfterANotificationThatCarriesRows)
 {
     createOnThreeDays();
-    hear(Topic::TRADENOTIFY, answer("HistoryTrade", QJsonArray{fields({"B", "20240102", "9301500", "1", "1"},
-                                                                      "bizdate", "matchtime")}));
+    hear(Topic::TRADENOTIFY,
+         sentAnswer("HistoryTrade",
+                    QJsonArray{SentTrade{"B", "20240102", "9301500", "1", "1"}.in(pastTrades)}));
     EXPECT_THAT(questions(), SizeIs(1));
     EXPECT_EQ(drawn(), "   ");
 }
@@ -532,11 +505,11 @@ TEST_F(BSPointTest, TakesAnswersInAnyLetterCaseOfTheCode)
     create();
     calc(makeSecurity(1, "abC1", 5), threeDays, 4);
     hear(Topic::TRADEQUERY,
-         answer("HistoryTrade",
-                QJsonArray{fields({"B", "20240102", "9301500", "1", "1"}, "bizdate", "matchtime")}, "ABc1"));
+         sentAnswer("HistoryTrade",
+                    QJsonArray{SentTrade{"B", "20240102", "9301500", "1", "1"}.in(pastTrades)}, "ABc1"));
     hear(Topic::TRADEQUERY,
-         answer("TodayTrade",
-                QJsonArray{fields({"S", "20240104", "9301500", "1", "1"}, "orderdate", "opertime")}, "aBC1"));
+         sentAnswer("TodayTrade",
+                    QJsonArray{SentTrade{"S", "20240104", "9301500", "1", "1"}.in(todaysTrades)}, "aBC1"));
     EXPECT_EQ(drawn(), "B S");
 }
 
@@ -565,9 +538,9 @@ TEST_F(BSPointTest, ReportsEveryAnswerAsHandled)
     EXPECT_TRUE(overlay->handleQueryHistoryTradeInfoRes({}));
     EXPECT_TRUE(overlay->handleQueryTodayTradeInfoRes({}));
     EXPECT_TRUE(overlay->calcBSPointPriceInfo());
-    const Row row{"B", "20240102", "9301500", "1", "1"};
-    EXPECT_TRUE(overlay->handleQueryHistoryTradeInfoRes({fields(row, "bizdate", "matchtime")}));
-    EXPECT_TRUE(overlay->handleQueryTodayTradeInfoRes({fields(row, "orderdate", "opertime")}));
+    const SentTrade row{"B", "20240102", "9301500", "1", "1"};
+    EXPECT_TRUE(overlay->handleQueryHistoryTradeInfoRes({row.in(pastTrades)}));
+    EXPECT_TRUE(overlay->handleQueryTodayTradeInfoRes({row.in(todaysTrades)}));
     EXPECT_TRUE(overlay->calcBSPointPriceInfo());
 }
 
@@ -655,7 +628,7 @@ TEST_F(BSPointTest, TakesMissingRowsAsAnEmptyAnswer)
         for (const QJsonValue &data : {QJsonValue(QJsonValue::Undefined), QJsonValue(QStringLiteral("x")),
                                        QJsonValue(QJsonObject{{QStringLiteral("bsflag2"), 1}})}) {
             timer()->stop();
-            hear(Topic::TRADEQUERY, answer(cmd, data));
+            hear(Topic::TRADEQUERY, sentAnswer(cmd, data));
             EXPECT_TRUE(timer()->isActive()) << cmd;
         }
     }
@@ -663,18 +636,17 @@ TEST_F(BSPointTest, TakesMissingRowsAsAnEmptyAnswer)
     EXPECT_EQ(drawn(), "   ");
 }
 
-class BSPointAnswer : public BSPointTest, public ::testing::WithParamInterface<AnswerKind>
+class BSPointAnswer : public BSPointTest, public ::testing::WithParamInterface<TradesAnswer>
 {
 protected:
     /// An answer with one buy on the first of the three days; its row says `more`, too.
     static QJsonObject oneBuy(const QJsonObject &more = {})
     {
-        QJsonObject row =
-            fields({"B", "20240102", "9301500", "1", "1"}, GetParam().dateKey, GetParam().timeKey);
+        QJsonObject row = SentTrade{"B", "20240102", "9301500", "1", "1"}.in(GetParam());
         for (auto field = more.begin(); field != more.end(); ++field) {
             row.insert(field.key(), field.value());
         }
-        return answer(GetParam().name, QJsonArray{row});
+        return sentAnswer(GetParam().name, QJsonArray{row});
     }
 };
 
@@ -708,7 +680,7 @@ TEST_P(BSPointAnswer, IsTakenWithRowsThatNameAnotherSecurity)
     EXPECT_THAT(listOn(0), SizeIs(1));
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, BSPointAnswer, ::testing::Values(history, today), ByName());
+INSTANTIATE_TEST_SUITE_P(Kinds, BSPointAnswer, ::testing::Values(pastTrades, todaysTrades), ByName());
 
 // Past trades
 
@@ -770,7 +742,7 @@ TEST_F(BSPointTest, FindsTheTradesOfBarsInAnyOrder)
 TEST_F(BSPointTest, FindsTheTradesBehindManyDaysThatHaveNoBar)
 {
     createOnThreeDays();
-    std::vector<Row> rows;
+    std::vector<SentTrade> rows;
     for (const char *date : {"20231225", "20231226", "20231227", "20231228", "20231229", "20240103"}) {
         rows.push_back({"B", date, "9301500", "1", "100"});
     }
@@ -786,10 +758,10 @@ TEST_F(BSPointTest, FindsTheTradesBehindManyDaysThatHaveNoBar)
 TEST_F(BSPointTest, ReadsPastTradesFromBizdateAndMatchtimeOnly)
 {
     createOnThreeDays();
-    QJsonObject row = fields({"B", "20240102", "9301500", "1", "100"}, "bizdate", "matchtime");
+    QJsonObject row = SentTrade{"B", "20240102", "9301500", "1", "100"}.in(pastTrades);
     row.insert(QStringLiteral("orderdate"), QStringLiteral("20240104"));
     row.insert(QStringLiteral("opertime"), QStringLiteral("14000000"));
-    hear(Topic::TRADEQUERY, answer("HistoryTrade", QJsonArray{row}));
+    hear(Topic::TRADEQUERY, sentAnswer("HistoryTrade", QJsonArray{row}));
     EXPECT_EQ(drawn(), "B  ");
     EXPECT_THAT(listOn(0).value(0).toStdString(), StartsWith("买入\t09:30:15"));
 }
@@ -810,10 +782,10 @@ TEST_F(BSPointTest, MarksABarBeforeAllTimeByTheDayUnderWhichItListsTrades)
 TEST_F(BSPointTest, ReadsTodaysTradesFromOrderdateAndOpertimeOnly)
 {
     createOnThreeDays();
-    QJsonObject row = fields({"B", "20240104", "14000000", "1", "100"}, "orderdate", "opertime");
+    QJsonObject row = SentTrade{"B", "20240104", "14000000", "1", "100"}.in(todaysTrades);
     row.insert(QStringLiteral("bizdate"), QStringLiteral("20240102"));
     row.insert(QStringLiteral("matchtime"), QStringLiteral("9301500"));
-    hear(Topic::TRADEQUERY, answer("TodayTrade", QJsonArray{row}));
+    hear(Topic::TRADEQUERY, sentAnswer("TodayTrade", QJsonArray{row}));
     EXPECT_EQ(drawn(), "  B");
     EXPECT_THAT(listOn(2).value(0).toStdString(), StartsWith("买入\t14:00:00"));
 }
@@ -903,9 +875,10 @@ class BSPointUndatedRow : public BSPointTest, public ::testing::WithParamInterfa
 TEST_P(BSPointUndatedRow, PutsTodaysTradesOnDayZeroWhenItIsTheLast)
 {
     createOnThreeDays();
-    hear(Topic::TRADEQUERY, answer("TodayTrade", QJsonArray{fields({"B", "20240103", "9301500", "1", "100"},
-                                                                   "orderdate", "opertime"),
-                                                            GetParam().row}));
+    hear(Topic::TRADEQUERY,
+         sentAnswer(
+             "TodayTrade",
+             QJsonArray{SentTrade{"B", "20240103", "9301500", "1", "100"}.in(todaysTrades), GetParam().row}));
     calc(shanghai,
          {makeDayBar(0), makeDayBar(20240103), makeDayBar(static_cast<std::uint32_t>(currentDate()))}, 4);
     EXPECT_THAT(listOn(0), SizeIs(2));
@@ -915,9 +888,7 @@ TEST_P(BSPointUndatedRow, PutsTodaysTradesOnDayZeroWhenItIsTheLast)
 
 QJsonObject todaysRow(const QJsonValue &date)
 {
-    QJsonObject row = fields({"B", "", "9301600", "1", "100"}, "orderdate", "opertime");
-    row.insert(QStringLiteral("orderdate"), date);
-    return row;
+    return with(SentTrade{"B", "", "9301600", "1", "100"}.in(todaysTrades), "orderdate", date);
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, BSPointUndatedRow,
@@ -1025,12 +996,12 @@ class BSPointSide : public BSPointTest, public ::testing::WithParamInterface<Sid
 TEST_P(BSPointSide, IsABuyForTheSingleLetterOnly)
 {
     createOnThreeDays();
-    QJsonObject row = fields({"", "20240103", "9301500", "1", "100"}, "bizdate", "matchtime");
+    QJsonObject row = SentTrade{"", "20240103", "9301500", "1", "100"}.in(pastTrades);
     row.insert(QStringLiteral("bsflag2"), GetParam().sent);
-    hear(Topic::TRADEQUERY, answer("HistoryTrade", QJsonArray{row}));
+    hear(Topic::TRADEQUERY, sentAnswer("HistoryTrade", QJsonArray{row}));
     EXPECT_EQ(drawn(), std::string(" ") + GetParam().drawn + " ");
     row.insert(QStringLiteral("orderdate"), QStringLiteral("20240104"));
-    hear(Topic::TRADEQUERY, answer("TodayTrade", QJsonArray{row}));
+    hear(Topic::TRADEQUERY, sentAnswer("TodayTrade", QJsonArray{row}));
     EXPECT_EQ(drawn(), std::string(" ") + GetParam().drawn + GetParam().drawn);
 }
 
@@ -1079,7 +1050,7 @@ INSTANTIATE_TEST_SUITE_P(Times, BSPointTime,
 TEST_F(BSPointTest, StoresARowWithoutFieldsAsASellOfNothingOnDayZero)
 {
     createOnThreeDays();
-    hear(Topic::TRADEQUERY, answer("HistoryTrade", QJsonArray{QJsonObject(), 5, QStringLiteral("x")}));
+    hear(Topic::TRADEQUERY, sentAnswer("HistoryTrade", QJsonArray{QJsonObject(), 5, QStringLiteral("x")}));
     calc(shanghai, {makeDayBar(0), makeDayBar(20240102)}, 4);
     EXPECT_EQ(drawn(), "S ");
     EXPECT_EQ(listOn(0), (QStringList{QStringLiteral("卖出\t00:00:00\t成交价:0.00\t成交量:0"),
@@ -1095,7 +1066,7 @@ TEST_F(BSPointTest, ReadsJsonNumbersAsZero)
                           {QStringLiteral("matchtime"), 9301500},
                           {QStringLiteral("matchprice"), 10.5},
                           {QStringLiteral("matchqty"), 300}};
-    hear(Topic::TRADEQUERY, answer("HistoryTrade", QJsonArray{row}));
+    hear(Topic::TRADEQUERY, sentAnswer("HistoryTrade", QJsonArray{row}));
     EXPECT_EQ(listOn(1), QStringList{QStringLiteral("买入\t00:00:00\t成交价:0.00\t成交量:0")});
 }
 
@@ -1113,7 +1084,7 @@ class BSPointOddRow : public BSPointTest, public ::testing::WithParamInterface<O
 TEST_P(BSPointOddRow, StandsOnTheDayItsDateReadsAs)
 {
     createOnThreeDays();
-    hear(Topic::TRADEQUERY, answer("HistoryTrade", QJsonArray{GetParam().row}));
+    hear(Topic::TRADEQUERY, sentAnswer("HistoryTrade", QJsonArray{GetParam().row}));
     calc(shanghai, {makeDayBar(0), makeDayBar(20240102)}, 4);
     EXPECT_EQ(listOn(GetParam().row.value(QStringLiteral("bizdate")).toString() == QStringLiteral("20240102")
                          ? 1
@@ -1123,9 +1094,7 @@ TEST_P(BSPointOddRow, StandsOnTheDayItsDateReadsAs)
 
 QJsonObject oddRow(const QJsonValue &date, const char *time, const char *price, const char *quantity)
 {
-    QJsonObject row = fields({"B", "", time, price, quantity}, "bizdate", "matchtime");
-    row.insert(QStringLiteral("bizdate"), date);
-    return row;
+    return with(SentTrade{"B", "", time, price, quantity}.in(pastTrades), "bizdate", date);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -1288,7 +1257,7 @@ TEST_F(BSPointTest, ListsADayOfSells)
 TEST_F(BSPointTest, ListsMoreTradesThanItMakesRoomFor)
 {
     createOnThreeDays();
-    hearHistory(std::vector<Row>(250, {"B", "20240102", "9301500", "10.5", "300"}));
+    hearHistory(std::vector<SentTrade>(250, {"B", "20240102", "9301500", "10.5", "300"}));
     EXPECT_THAT(listOn(0), SizeIs(250));
 }
 
@@ -1467,9 +1436,11 @@ TEST_F(BSPointTest, LogsEveryMessageAndTheRowsItReads)
     const LogCapture log;
     hear("Other", QByteArray("x"));
     hear(Topic::TRADEQUERY,
-         answer("HistoryTrade", QJsonArray{QJsonObject{{QStringLiteral("bizdate"), QStringLiteral("1")}}}));
+         sentAnswer("HistoryTrade",
+                    QJsonArray{QJsonObject{{QStringLiteral("bizdate"), QStringLiteral("1")}}}));
     hear(Topic::TRADEQUERY,
-         answer("TodayTrade", QJsonArray{QJsonObject{{QStringLiteral("orderdate"), QStringLiteral("1")}}}));
+         sentAnswer("TodayTrade",
+                    QJsonArray{QJsonObject{{QStringLiteral("orderdate"), QStringLiteral("1")}}}));
     const auto lines = log.lines(QtDebugMsg);
     ASSERT_THAT(lines, SizeIs(5));
     EXPECT_THAT(log.all(), SizeIs(5));
@@ -1487,8 +1458,8 @@ TEST_F(BSPointTest, LogsEveryRowWithItsChineseNamesLegible)
     createOnThreeDays();
     const QJsonObject row{{QStringLiteral("stkname"), QStringLiteral("江山科技")}};
     const LogCapture log;
-    for (const AnswerKind &kind : {history, today}) {
-        hear(Topic::TRADEQUERY, answer(kind.name, QJsonArray{row, row}));
+    for (const TradesAnswer &kind : {pastTrades, todaysTrades}) {
+        hear(Topic::TRADEQUERY, sentAnswer(kind.name, QJsonArray{row, row}));
     }
     std::vector<QString> rowLines;
     for (const QString &line : log.lines(QtDebugMsg)) {

@@ -1,5 +1,7 @@
 #include "tests/support/ByName.h"
 #include "tests/support/OverlayTest.h"
+#include "tests/support/SentAnswer.h"
+#include "tests/support/SentTrade.h"
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "tradechartobject/objects/CChartTradeObject.h"
@@ -34,19 +36,19 @@ MATCHER_P(HasText, text, "")
     return arg.contains(text);
 }
 
+SentTrade trade(const char *side, double price, double quantity)
+{
+    return {side, "20240103", "", QByteArray::number(price, 'g', 17), QByteArray::number(quantity, 'g', 17)};
+}
+
 QJsonObject buy(double price, double quantity = 100)
 {
-    return {{QStringLiteral("buy"), true},
-            {QStringLiteral("date"), QStringLiteral("20240103")},
-            {QStringLiteral("price"), price},
-            {QStringLiteral("vol"), quantity}};
+    return trade("B", price, quantity).asNumbers();
 }
 
 QJsonObject sell(double price, double quantity = 100)
 {
-    QJsonObject row = buy(price, quantity);
-    row.insert(QStringLiteral("buy"), false);
-    return row;
+    return trade("S", price, quantity).asNumbers();
 }
 
 QString line(const char *side, const char *price, const char *quantity = "100")
@@ -96,12 +98,7 @@ protected:
         return QJsonDocument(QJsonObject{{QStringLiteral("data"), rows}}).toJson();
     }
 
-    static QJsonObject historyAnswer(const QJsonArray &rows)
-    {
-        return {{QStringLiteral("cmd"), QStringLiteral("HistoryTrade")},
-                {QStringLiteral("stkcode"), QStringLiteral("600536")},
-                {QStringLiteral("data"), rows}};
-    }
+    static QJsonObject historyAnswer(const QJsonArray &rows) { return sentAnswer("HistoryTrade", rows); }
 
     static void hearHistory(const QJsonArray &rows) { hear(Topic::TRADEQUERY, historyAnswer(rows)); }
 
@@ -764,9 +761,7 @@ TEST_F(CChartTradeObjectTest, ShowsWhatItHearsAtTheNextCalcItAndAsksForNoRepaint
 TEST_F(CChartTradeObjectTest, TakesTheRowsOfAnAnswerThatCallsItselfAFailure)
 {
     createMarkers();
-    QJsonObject failure = historyAnswer({buy(10)});
-    failure.insert(QStringLiteral("success"), false);
-    hear(Topic::TRADEQUERY, failure);
+    hear(Topic::TRADEQUERY, with(historyAnswer({buy(10)}), "success", false));
     recalc();
     EXPECT_EQ(drawn(), "0 - -");
 }
@@ -846,9 +841,7 @@ TEST_F(CChartTradeObjectTest, TakesPastTradesOfTheSecurityInAnyLetterCase)
 {
     create(tradeMarkers);
     calc(makeSecurity(1, "abC1", 5), threeDays, 4);
-    QJsonObject answer = historyAnswer({buy(10)});
-    answer.insert(QStringLiteral("stkcode"), QStringLiteral("ABc1"));
-    hear(Topic::TRADEQUERY, answer);
+    hear(Topic::TRADEQUERY, sentAnswer("HistoryTrade", QJsonArray{buy(10)}, "ABc1"));
     recalc();
     EXPECT_EQ(drawn(), "0 - -");
 }
@@ -868,9 +861,7 @@ TEST_P(CChartTradeObjectForgets, ItsTradesAtAHistoryAnswer)
 {
     createMarkers();
     hearHistory({buy(10)});
-    QJsonObject answer = historyAnswer({});
-    answer.insert(QStringLiteral("data"), GetParam().data);
-    hear(Topic::TRADEQUERY, answer);
+    hear(Topic::TRADEQUERY, sentAnswer("HistoryTrade", GetParam().data));
     recalc();
     EXPECT_EQ(drawn(), "- - -");
 }
@@ -932,9 +923,7 @@ TEST_F(CChartTradeObjectTest, PutsTodaysRowsBehindAndPastRowsInFrontInTheirOrder
 TEST_F(CChartTradeObjectTest, StandsEveryTradeOnTheFirstBarWhateverItsDate)
 {
     createMarkers();
-    QJsonObject late = buy(10);
-    late.insert(QStringLiteral("date"), QStringLiteral("20240104"));
-    hearHistory({buy(10), late});
+    hearHistory({buy(10), with(buy(10), "date", QStringLiteral("20240104"))});
     recalc();
     EXPECT_EQ(drawn(), "0 - -");
     EXPECT_EQ(listAt(0, 10.5, 2), (QStringList{line("买入", "10.00"), line("买入", "10.00")}));

@@ -1,5 +1,7 @@
 #include "tests/support/ByName.h"
 #include "tests/support/OverlayTest.h"
+#include "tests/support/SentAnswer.h"
+#include "tests/support/SentOrder.h"
 #include "tests/support/TimeZone.h"
 
 #include "tradechartobject/common/TradeVocabulary.h"
@@ -30,54 +32,12 @@ using namespace TradeChart;
 
 namespace {
 
-std::uint32_t dayFromToday(int days)
-{
-    const QDate date = QDate::currentDate().addDays(days);
-    return static_cast<std::uint32_t>(date.year() * 10000 + date.month() * 100 + date.day());
-}
-
-/// A row of an answer; what a test does not set is an order of today at 09:31.
-struct Row
-{
-    const char *side = "0B";
-    const char *status = "2";
-    const char *price = "10";
-    const char *time = "9310000";
-    QString date = QString::number(dayFromToday(0));
-    const char *number = "700001";
-
-    operator QJsonObject() const
-    {
-        return {{QStringLiteral("market"), QStringLiteral("1")},
-                {QStringLiteral("bsflag2"), QLatin1String(side)},
-                {QStringLiteral("orderstatus"), QLatin1String(status)},
-                {QStringLiteral("fundid"), QStringLiteral("F1")},
-                {QStringLiteral("ordersno"), QLatin1String(number)},
-                {QStringLiteral("operdate"), date},
-                {QStringLiteral("opertime"), QLatin1String(time)},
-                {QStringLiteral("orderprice"), QLatin1String(price)},
-                {QStringLiteral("orderqty"), QStringLiteral("500")},
-                {QStringLiteral("matchqty"), QStringLiteral("200")},
-                {QStringLiteral("matchamt"), QStringLiteral("2010")},
-                {QStringLiteral("cancelqty"), QStringLiteral("100")}};
-    }
-};
-
-QJsonObject anOrder()
-{
-    return Row();
-}
-
-QJsonObject with(QJsonObject row, const char *key, const QJsonValue &value)
-{
-    row.insert(QLatin1String(key), value);
-    return row;
-}
-
 class EntrustPointTest : public OverlayTest<EntrustPoint>
 {
 protected:
     EntrustPointTest() { axis.mode = 1; }
+
+    static QJsonObject anOrder() { return SentOrder(); }
 
     const std::uint32_t today = dayFromToday(0);
     const std::vector<Korvane::AnalyData> threeMinutes = minutes({931, 932, 933});
@@ -105,7 +65,7 @@ protected:
         for (const QJsonObject &row : rows) {
             data.append(row);
         }
-        hear(Topic::TRADEQUERY, answer(cmd, data));
+        hear(Topic::TRADEQUERY, sentAnswer(cmd, data));
     }
 
     static void notify() { hear(Topic::TRADENOTIFY, R"({"stkcode":"600536"})"); }
@@ -199,7 +159,7 @@ TEST_F(EntrustPointTest, BelongsToNobodyInQtsSense)
 TEST_F(EntrustPointTest, HearsNothingMoreWhileItIsDestroyed)
 {
     createOnThreeMinutes();
-    bus().duringDisconnect = [] { hearOrders({Row()}); };
+    bus().duringDisconnect = [] { hearOrders({SentOrder()}); };
     destroy();
     EXPECT_THAT(axis.updated, IsEmpty());
 }
@@ -214,7 +174,7 @@ TEST_P(EntrustPointPeriod, OtherThanTheIntradayOneIsLeftAlone)
 {
     create();
     EXPECT_FALSE(calc(shanghai, threeMinutes, GetParam()));
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_FALSE(timer()->isActive());
     EXPECT_FALSE(paint());
@@ -234,7 +194,7 @@ TEST_F(EntrustPointTest, PaintsOnTheIntradayPeriod)
 TEST_F(EntrustPointTest, KeepsWhatItShowsWhenAnotherPeriodIsRefused)
 {
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     EXPECT_FALSE(overlay->calcIt(shenzhen, nullptr, 0, Korvane::DayPeriod, 0, 0));
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
     EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001"));
@@ -244,10 +204,10 @@ TEST_F(EntrustPointTest, KeepsItsBarsWhenAnotherPeriodIsRefused)
 {
     for (const auto &bars : {std::vector<Korvane::AnalyData>{makeDayBar(today)}, {}}) {
         createOnThreeMinutes();
-        hearOrders({Row()});
+        hearOrders({SentOrder()});
         EXPECT_FALSE(calc(shanghai, bars, 4));
         EXPECT_EQ(overlay->hitTest(0, yOfTen()), 0);
-        hearOrders({Row{"0S"}});
+        hearOrders({SentOrder{"0S"}});
         EXPECT_THAT(drawn(), ElementsAre("0 23 10"));
     }
 }
@@ -342,7 +302,7 @@ TEST_F(EntrustPointTest, AsksNothingWhenThePastChartMovesToAnotherDay)
 TEST_F(EntrustPointTest, KnowsASecurityByItsIdentityWordOnly)
 {
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     calc(makeSecurity(0, "000001", 7001), threeMinutes, 21);
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_THAT(drawn(), SizeIs(1));
@@ -374,7 +334,7 @@ TEST_F(EntrustPointTest, TakesAnAnswerThatComesWhileTheQuestionIsSent)
     create();
     bus().duringSend = [] {
         bus().duringSend = nullptr;
-        hearOrders({Row()});
+        hearOrders({SentOrder()});
     };
     EXPECT_TRUE(calc(shanghai, threeMinutes, 21));
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
@@ -404,7 +364,7 @@ TEST_F(EntrustPointTest, ThrowsForANegativeNumberOfBarsAndKeepsTheBars)
     createOnThreeMinutes();
     EXPECT_THROW(overlay->calcIt(shanghai, threeMinutes.data(), -1, Korvane::IntradayPeriod, 0, 0),
                  std::length_error);
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
 }
 
@@ -417,7 +377,7 @@ TEST_F(EntrustPointTest, RefusesAnotherPeriodWhateverTheNumberOfBars)
 TEST_F(EntrustPointTest, TakesOverTheSecurityAlsoWithANegativeNumberOfBars)
 {
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     EXPECT_THROW(overlay->calcIt(shenzhen, threeMinutes.data(), -1, Korvane::IntradayPeriod, 0, 0),
                  std::length_error);
     EXPECT_FALSE(paint()) << "the orders were the other security's";
@@ -489,7 +449,7 @@ TEST_F(EntrustPointTest, ReadsACodeAndANameWithoutAnEndNoFurtherThanTheyReach)
     calc(endless, threeMinutes, 21);
     const std::string code(39, 'c');
     EXPECT_THAT(questions()[0].toStdString(), HasSubstr("\"stkcode\":\"" + code + "\""));
-    hear(Topic::TRADEQUERY, answer("EntrustTodayTrade", QJsonArray{anOrder()}, code.c_str()));
+    hear(Topic::TRADEQUERY, sentAnswer("EntrustTodayTrade", QJsonArray{anOrder()}, code.c_str()));
     listAt(0, yOfTen());
     ASSERT_THAT(axis.popups, SizeIs(1));
     EXPECT_THAT(axis.popups[0][0].toStdString(), StartsWith("买入[" + std::string(32, 'n') + "]\n"));
@@ -500,11 +460,11 @@ TEST_F(EntrustPointTest, ReadsACodeAndANameWithoutAnEndNoFurtherThanTheyReach)
 TEST_F(EntrustPointTest, ForgetsTheOrdersWithTheSecurity)
 {
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     calc(shenzhen, threeMinutes, 21);
     EXPECT_FALSE(paint());
     EXPECT_THAT(listAt(0, yOfTen()), IsEmpty());
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     EXPECT_FALSE(paint()) << "a late answer for the security before";
     calc(shanghai, threeMinutes, 21);
     EXPECT_FALSE(paint());
@@ -513,7 +473,7 @@ TEST_F(EntrustPointTest, ForgetsTheOrdersWithTheSecurity)
 TEST_F(EntrustPointTest, ForgetsTheOrdersAndStopsItsTimerForASecurityWithoutBars)
 {
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     calc(shenzhen, {}, 21);
     EXPECT_FALSE(timer()->isActive());
     EXPECT_FALSE(paint());
@@ -534,7 +494,8 @@ TEST_F(EntrustPointTest, NamesTheNewSecurityInItsTexts)
     createOnThreeMinutes();
     calc(shenzhen, threeMinutes, 21);
     hear(Topic::TRADEQUERY,
-         answer("EntrustTodayTrade", QJsonArray{with(Row(), "market", QStringLiteral("2"))}, "000001"));
+         sentAnswer("EntrustTodayTrade", QJsonArray{with(SentOrder(), "market", QStringLiteral("2"))},
+                    "000001"));
     EXPECT_THAT(listedText(), StartsWith("买入[平湖机械]\n"));
 }
 
@@ -571,15 +532,15 @@ TEST_P(EntrustPointCommand, RestartsItsTimerAfterEveryAnswer)
     createOnThreeMinutes({{QStringLiteral("auto_refresh_time"), 7}});
     const QJsonValue answers[] = {QJsonArray{},
                                   QJsonArray{anOrder()},
-                                  QJsonArray{with(Row(), "bsflag2", QStringLiteral("0F"))},
-                                  QJsonArray{with(Row(), "market", QStringLiteral("2"))},
+                                  QJsonArray{with(SentOrder(), "bsflag2", QStringLiteral("0F"))},
+                                  QJsonArray{with(SentOrder(), "market", QStringLiteral("2"))},
                                   QJsonArray{5},
                                   QStringLiteral("no array"),
                                   QJsonObject{},
                                   QJsonValue::Undefined};
     for (const QJsonValue &data : answers) {
         startTimerOddly();
-        hear(Topic::TRADEQUERY, answer(GetParam(), data));
+        hear(Topic::TRADEQUERY, sentAnswer(GetParam(), data));
         EXPECT_TRUE(timer()->isActive());
         EXPECT_EQ(timer()->interval(), 7000);
     }
@@ -598,21 +559,21 @@ TEST_P(EntrustPointCommand, HasGroupedTheOrdersWhenItAsksForARepaint)
     createOnThreeMinutes();
     std::vector<std::string> drawnInside;
     axis.onUpdate = [&] { drawnInside = drawn(); };
-    hearOrders({Row()}, GetParam());
+    hearOrders({SentOrder()}, GetParam());
     EXPECT_THAT(drawnInside, ElementsAre("0 20 10"));
 }
 
 TEST_P(EntrustPointCommand, AsksForOneRepaintHoweverManyOrders)
 {
     createOnThreeMinutes();
-    hearOrders({Row(), Row(), Row{"0F"}}, GetParam());
+    hearOrders({SentOrder(), SentOrder(), SentOrder{"0F"}}, GetParam());
     EXPECT_THAT(axis.updated, SizeIs(1));
 }
 
 TEST_P(EntrustPointCommand, StoresTheOrdersAndAsksForARepaint)
 {
     createOnThreeMinutes();
-    hearOrders({Row()}, GetParam());
+    hearOrders({SentOrder()}, GetParam());
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
     EXPECT_THAT(axis.updated, ElementsAre(static_cast<Korvane::IChartObject *>(overlay)));
 }
@@ -620,10 +581,10 @@ TEST_P(EntrustPointCommand, StoresTheOrdersAndAsksForARepaint)
 TEST_P(EntrustPointCommand, ChangesNothingByAnEmptyAnswer)
 {
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     axis.updated.clear();
     hearOrders({}, GetParam());
-    hear(Topic::TRADEQUERY, answer(GetParam(), QStringLiteral("no array")));
+    hear(Topic::TRADEQUERY, sentAnswer(GetParam(), QStringLiteral("no array")));
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
     EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001"));
     EXPECT_THAT(axis.updated, IsEmpty());
@@ -632,9 +593,9 @@ TEST_P(EntrustPointCommand, ChangesNothingByAnEmptyAnswer)
 TEST_P(EntrustPointCommand, KeepsItsOrdersForLaterBarsWhenAnAnswerIsEmpty)
 {
     createOnThreeMinutes();
-    hearOrders({Row{"0B", "2", "10", "9340000"}});
+    hearOrders({SentOrder{"0B", "2", "10", "9340000"}});
     hearOrders({}, GetParam());
-    hear(Topic::TRADEQUERY, answer(GetParam(), QStringLiteral("no array")));
+    hear(Topic::TRADEQUERY, sentAnswer(GetParam(), QStringLiteral("no array")));
     calc(shanghai, minutes({931, 932, 933, 934}), 21);
     EXPECT_THAT(drawn(), ElementsAre("3 20 10"));
 }
@@ -642,8 +603,8 @@ TEST_P(EntrustPointCommand, KeepsItsOrdersForLaterBarsWhenAnAnswerIsEmpty)
 TEST_P(EntrustPointCommand, ReplacesAllOrdersByTheLastAnswer)
 {
     createOnThreeMinutes();
-    hearOrders({Row(), Row{"0B", "2", "11"}});
-    hearOrders({Row{"0S", "8", "12", "9320000"}}, GetParam());
+    hearOrders({SentOrder(), SentOrder{"0B", "2", "11"}});
+    hearOrders({SentOrder{"0S", "8", "12", "9320000"}}, GetParam());
     EXPECT_THAT(drawn(), ElementsAre("1 25 12"));
 }
 
@@ -651,7 +612,7 @@ TEST_P(EntrustPointCommand, TakesTheOrdersOfAnAnswerThatCallsItselfAFailure)
 {
     createOnThreeMinutes();
     hear(Topic::TRADEQUERY,
-         with(with(answer(GetParam(), QJsonArray{anOrder()}), "success", false), "errcode", 5));
+         with(with(sentAnswer(GetParam(), QJsonArray{anOrder()}), "success", false), "errcode", 5));
     EXPECT_THAT(drawn(), SizeIs(1));
 }
 
@@ -659,7 +620,7 @@ TEST_P(EntrustPointCommand, IsAboutTheSecurityInAnyLetterCase)
 {
     create();
     calc(makeSecurity(1, "abC1", 5), threeMinutes, 21);
-    hear(Topic::TRADEQUERY, answer(GetParam(), QJsonArray{anOrder()}, "ABc1"));
+    hear(Topic::TRADEQUERY, sentAnswer(GetParam(), QJsonArray{anOrder()}, "ABc1"));
     EXPECT_THAT(drawn(), SizeIs(1));
 }
 
@@ -668,7 +629,7 @@ TEST_P(EntrustPointCommand, IsHeardInEveryChartMode)
     for (const int mode : {0, 1, 2, 3}) {
         axis.mode = mode;
         createOnThreeMinutes();
-        hearOrders({Row()}, GetParam());
+        hearOrders({SentOrder()}, GetParam());
         EXPECT_THAT(drawn(), ElementsAre("0 20 10")) << mode;
     }
 }
@@ -676,7 +637,7 @@ TEST_P(EntrustPointCommand, IsHeardInEveryChartMode)
 TEST_P(EntrustPointCommand, IsHeardWhoeverHasAsked)
 {
     createOnThreeMinutes();
-    QJsonObject message = answer(GetParam(), QJsonArray{anOrder()});
+    QJsonObject message = sentAnswer(GetParam(), QJsonArray{anOrder()});
     for (const char *key : {"screenId", "objectId", "market", "date"}) {
         message = with(message, key, QStringLiteral("another's"));
     }
@@ -689,7 +650,7 @@ TEST_P(EntrustPointCommand, IsNotHeardAsANotification)
     axis.mode = 2;
     createOnThreeMinutes();
     timer()->stop();
-    hear(Topic::TRADENOTIFY, answer(GetParam(), QJsonArray{anOrder()}));
+    hear(Topic::TRADENOTIFY, sentAnswer(GetParam(), QJsonArray{anOrder()}));
     EXPECT_FALSE(paint());
     EXPECT_FALSE(timer()->isActive());
 }
@@ -715,7 +676,7 @@ TEST_P(EntrustPointCommand, AsksForARepaintBeforeItRestartsItsTimer)
     timer()->stop();
     bool wasActive = true;
     axis.onUpdate = [&] { wasActive = timer()->isActive(); };
-    hearOrders({Row()}, GetParam());
+    hearOrders({SentOrder()}, GetParam());
     EXPECT_FALSE(wasActive);
     EXPECT_TRUE(timer()->isActive());
 }
@@ -736,7 +697,7 @@ class EntrustPointIgnores : public EntrustPointTest, public ::testing::WithParam
 TEST_P(EntrustPointIgnores, AndChangesNothing)
 {
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     axis.updated.clear();
     timer()->stop();
     const LogCapture log;
@@ -806,7 +767,7 @@ TEST_P(EntrustPointMarket, OfARowIsTheSecuritysOwn)
     create();
     calc(makeSecurity(GetParam().shown, "600536", 1), threeMinutes, 21);
     const LogCapture log;
-    hearOrders({with(Row(), "market", GetParam().sent)});
+    hearOrders({with(SentOrder(), "market", GetParam().sent)});
     EXPECT_EQ(paint(), GetParam().isKept);
     EXPECT_THAT(log.all(), IsEmpty());
 }
@@ -839,9 +800,9 @@ TEST_P(EntrustPointSide, FollowsTheDirectionCodes)
     createOnThreeMinutes();
     const auto &[codes, marker] = GetParam();
     for (const QString &code : QString::fromLatin1(codes).split(QLatin1Char(' '))) {
-        hearOrders({with(Row(), "bsflag2", code)});
+        hearOrders({with(SentOrder(), "bsflag2", code)});
         EXPECT_THAT(drawn(), ElementsAre(marker)) << code.toStdString();
-        hearOrders({Row{"0B", "9"}});
+        hearOrders({SentOrder{"0B", "9"}});
     }
 }
 
@@ -863,9 +824,9 @@ class EntrustPointSkips : public EntrustPointTest, public ::testing::WithParamIn
 TEST_P(EntrustPointSkips, AndLogs)
 {
     createOnThreeMinutes();
-    const QJsonObject row = with(Row(), GetParam().key, GetParam().value);
+    const QJsonObject row = with(SentOrder(), GetParam().key, GetParam().value);
     const LogCapture log;
-    hearOrders({row, Row{"0S"}});
+    hearOrders({row, SentOrder{"0S"}});
     EXPECT_THAT(drawn(), ElementsAre("0 23 10")) << "the other row is read";
     QString json = QString::fromUtf8(QJsonDocument(row).toJson(QJsonDocument::Indented));
     json.replace(QLatin1Char('"'), QLatin1String("\\\"")).replace(QLatin1Char('\n'), QLatin1String("\\n"));
@@ -902,7 +863,7 @@ TEST_F(EntrustPointTest, SkipsAnUnreadableRowOfAnotherMarketWithoutALine)
 {
     createOnThreeMinutes();
     const LogCapture log;
-    hearOrders({with(Row{"0F", ""}, "market", QStringLiteral("2"))});
+    hearOrders({with(SentOrder{"0F", ""}, "market", QStringLiteral("2"))});
     EXPECT_THAT(log.all(), IsEmpty());
 }
 
@@ -910,7 +871,7 @@ TEST_F(EntrustPointTest, SkipsWhatIsNoObjectLikeARowOfNoMarket)
 {
     createOnThreeMinutes();
     const LogCapture log;
-    hear(Topic::TRADEQUERY, answer("EntrustTodayTrade", QJsonArray{5, QStringLiteral("x"), anOrder()}));
+    hear(Topic::TRADEQUERY, sentAnswer("EntrustTodayTrade", QJsonArray{5, QStringLiteral("x"), anOrder()}));
     EXPECT_THAT(drawn(), SizeIs(1));
     EXPECT_THAT(log.all(), IsEmpty());
 }
@@ -920,7 +881,7 @@ TEST_F(EntrustPointTest, TakesWhatIsNoObjectForAnEmptyRowOfAMarketWithoutCode)
     create();
     calc(makeSecurity(12, "600536", 1), threeMinutes, 21);
     const LogCapture log;
-    hear(Topic::TRADEQUERY, answer("EntrustTodayTrade", QJsonArray{5}));
+    hear(Topic::TRADEQUERY, sentAnswer("EntrustTodayTrade", QJsonArray{5}));
     EXPECT_FALSE(paint());
     EXPECT_THAT(log.lines(QtDebugMsg),
                 ElementsAre(QStringLiteral("Error:unknown bsflag2 or order status is empty:"),
@@ -930,9 +891,9 @@ TEST_F(EntrustPointTest, TakesWhatIsNoObjectForAnEmptyRowOfAMarketWithoutCode)
 TEST_F(EntrustPointTest, KeepsTheMarkersWhenNoRowOfAnAnswerIsReadable)
 {
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     axis.updated.clear();
-    hearOrders({Row{"0F"}});
+    hearOrders({SentOrder{"0F"}});
     EXPECT_THAT(axis.updated, SizeIs(1));
     calc(shanghai, minutes({935, 936}), 21);
     EXPECT_THAT(drawn(), ElementsAre("0 20 10")) << "there are no orders to group anew";
@@ -942,7 +903,7 @@ TEST_F(EntrustPointTest, KeepsTheMarkersWhenNoRowOfAnAnswerIsReadable)
 TEST_F(EntrustPointTest, DrawsNoMarkerForABarOfCancelledOrders)
 {
     createOnThreeMinutes();
-    hearOrders({Row{"0B", "6"}});
+    hearOrders({SentOrder{"0B", "6"}});
     EXPECT_FALSE(paint());
     EXPECT_EQ(overlay->hitTest(0, yOfTen()), -1);
     EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001"));
@@ -953,7 +914,7 @@ TEST_F(EntrustPointTest, ReadsAllFieldsOfARow)
     createOnThreeMinutes();
     const QString date = QString::number(today);
     const auto textOf = [&](const char *status) {
-        hearOrders({with(Row{"0S", status, "10.0004", "9315999"}, "ordersno", QStringLiteral("42"))});
+        hearOrders({with(SentOrder{"0S", status, "10.0004", "9315999"}, "ordersno", QStringLiteral("42"))});
         listAt(0, yOfTen());
         return axis.popups.front().front();
     };
@@ -995,7 +956,7 @@ TEST_F(EntrustPointTest, ReadsJsonNumbersAndMissingFieldsAsZero)
 TEST_F(EntrustPointTest, ShowsAnInfiniteAverageForAnAmountWithoutAQuantity)
 {
     createOnThreeMinutes();
-    hearOrders({with(Row{"0B", "7"}, "matchqty", QStringLiteral("0"))});
+    hearOrders({with(SentOrder{"0B", "7"}, "matchqty", QStringLiteral("0"))});
     listAt(0, yOfTen());
     EXPECT_TRUE(axis.popups.front().front().contains(QStringLiteral("成交均价:inf\n成交数量:0\n")));
 }
@@ -1003,9 +964,9 @@ TEST_F(EntrustPointTest, ShowsAnInfiniteAverageForAnAmountWithoutAQuantity)
 TEST_F(EntrustPointTest, ReadsNoOtherFieldOfARow)
 {
     createOnThreeMinutes();
-    hearOrders({Row{"0B", "7"}});
+    hearOrders({SentOrder{"0B", "7"}});
     const std::string text = listedText();
-    QJsonObject row = Row{"0B", "7"};
+    QJsonObject row = SentOrder{"0B", "7"};
     for (const char *key : {"orderdate", "bizdate", "matchtime", "matchprice", "cancelflag", "stkname",
                             "stkcode", "bsflag", "buy", "date", "price", "vol"}) {
         row.insert(QLatin1String(key), QStringLiteral("19990101"));
@@ -1017,7 +978,7 @@ TEST_F(EntrustPointTest, ReadsNoOtherFieldOfARow)
 TEST_F(EntrustPointTest, ReadsRowsOfDifferentShapesInOneAnswer)
 {
     createOnThreeMinutes();
-    const QJsonObject whole = Row{"0B", "7"};
+    const QJsonObject whole = SentOrder{"0B", "7"};
     QJsonObject shorter = whole;
     for (const char *key : {"fundid", "matchamt", "matchqty"}) {
         shorter.remove(QLatin1String(key));
@@ -1060,7 +1021,7 @@ TEST_P(EntrustPointNoNumber, IsReadAsZero)
          {Field{"ordersno", "8", "编号:0\n"}, Field{"orderqty", "8", "委托数量:0\n"},
           Field{"matchqty", "7", "成交数量:0\n"}, Field{"cancelqty", "5", "已撤数量:0\n"},
           Field{"operdate", "8", "委托日期:000000"}, Field{"opertime", "8", "委托时间:00:00:00\n"}}) {
-        hearOrders({with(Row{"0B", field.status}, field.key, QString::fromUtf8(GetParam().text))});
+        hearOrders({with(SentOrder{"0B", field.status}, field.key, QString::fromUtf8(GetParam().text))});
         EXPECT_THAT(listedText(), HasSubstr(field.shown)) << field.key;
     }
 }
@@ -1078,7 +1039,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, EntrustPointNoNumber,
 TEST_F(EntrustPointTest, ReadsTheLargestWholeNumbers)
 {
     createOnThreeMinutes();
-    hearOrders({with(with(Row{"0B", "8"}, "ordersno", QStringLiteral("2147483647")), "orderqty",
+    hearOrders({with(with(SentOrder{"0B", "8"}, "ordersno", QStringLiteral("2147483647")), "orderqty",
                      QStringLiteral("-2147483648"))});
     EXPECT_THAT(listedText(), HasSubstr("编号:2147483647\n"));
     EXPECT_THAT(listedText(), HasSubstr("委托数量:-2147483648\n"));
@@ -1092,7 +1053,7 @@ TEST_P(EntrustPointAbsurd, NumbersArePaintedHitListedAndOfferedForCancellation)
 {
     create();
     calc(shanghai, minutes({931, 1500}), 21); // the minutes of orders without a sensible time
-    QJsonObject row = Row{"0B", "7"};
+    QJsonObject row = SentOrder{"0B", "7"};
     for (const char *key : {"ordersno", "operdate", "opertime", "orderprice", "orderqty", "matchqty",
                             "matchamt", "cancelqty", "fundid"}) {
         row.insert(QLatin1String(key), QLatin1String(GetParam()));
@@ -1137,8 +1098,8 @@ TEST_P(EntrustPointMinute, IsOneOfTheChart)
                                             1300, 1301, 1302, 1459, 1500, 1501};
     create();
     calc(shanghai, minutes(all), 21);
-    const QString date = QString::number(dayFromToday(GetParam().days));
-    hearOrders({Row{"0B", "2", "10", GetParam().time, date}});
+    const QByteArray date = QByteArray::number(dayFromToday(GetParam().days));
+    hearOrders({SentOrder{"0B", "2", "10", GetParam().time, date}});
     ASSERT_TRUE(paint());
     ASSERT_THAT(painter.calls, SizeIs(1));
     EXPECT_EQ(all[static_cast<std::size_t>(painter.calls[0].ints[1])], GetParam().shown);
@@ -1168,14 +1129,14 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(EntrustPointTest, ShowsAnOrderWithoutADateAtTheFirstMinute)
 {
     createOnThreeMinutes();
-    hearOrders({with(Row{"0B", "2", "10", "9330000"}, "operdate", QJsonValue::Undefined)});
+    hearOrders({with(SentOrder{"0B", "2", "10", "9330000"}, "operdate", QJsonValue::Undefined)});
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
 }
 
 TEST_F(EntrustPointTest, KeepsTheOwnTimeOfAnOrderInItsText)
 {
     createOnThreeMinutes();
-    hearOrders({Row{"0B", "2", "10", "9150759"}});
+    hearOrders({SentOrder{"0B", "2", "10", "9150759"}});
     listAt(0, yOfTen());
     EXPECT_TRUE(axis.popups.front().front().contains(QStringLiteral("委托时间:09:15:07\n")));
 }
@@ -1185,7 +1146,7 @@ TEST_F(EntrustPointTest, ShowsOrdersOfAPastDayOnTodaysMinutesOnly)
     axis.mode = 2;
     create();
     calc(shanghai, {makeMinuteBar(20240105, 931), makeMinuteBar(today, 931)}, 21);
-    hearOrders({Row{"0B", "2", "10", "10000000", QStringLiteral("20240105")}}, "EntrustHistoryTrade");
+    hearOrders({SentOrder{"0B", "2", "10", "10000000", "20240105"}}, "EntrustHistoryTrade");
     EXPECT_THAT(drawn(), ElementsAre("1 20 10"));
 }
 
@@ -1195,7 +1156,7 @@ TEST_F(EntrustPointTest, ShowsOrdersOnTheDayOfTheirAnswerWhenADayHasPassed)
     const Korvane::AnalyData earlier = makeMinuteBar(dayFromToday(0), 931);
     zone.set(easternmostZone);
     const Korvane::AnalyData later = makeMinuteBar(dayFromToday(0), 931);
-    const Row order{"0B", "2", "10", "9310000", QStringLiteral("29991231")};
+    const SentOrder order{"0B", "2", "10", "9310000", "29991231"};
 
     zone.set(westernmostZone);
     create();
@@ -1212,38 +1173,39 @@ TEST_F(EntrustPointTest, ShowsOrdersOnTheDayOfTheirAnswerWhenADayHasPassed)
 TEST_F(EntrustPointTest, DrawsBarByBarAndPriceByPrice)
 {
     createOnThreeMinutes();
-    hearOrders({Row{"0B", "2", "12", "9330000"}, Row{"0S", "8", "11", "9310000"},
-                Row{"0B", "7", "10.5", "9330000"}, Row{"0S", "2", "10", "9310000"}});
+    hearOrders({SentOrder{"0B", "2", "12", "9330000"}, SentOrder{"0S", "8", "11", "9310000"},
+                SentOrder{"0B", "7", "10.5", "9330000"}, SentOrder{"0S", "2", "10", "9310000"}});
     EXPECT_THAT(drawn(), ElementsAre("0 23 10", "0 25 11", "2 21 10.5", "2 20 12"));
 }
 
 TEST_F(EntrustPointTest, SettlesOneMarkerForAllOrdersAtAPrice)
 {
     createOnThreeMinutes();
-    hearOrders({Row{"0S", "2"}, Row{"0S", "8"}, Row{"0B", "8", "10.1234"}, Row{"0B", "2", "10.1226"}});
+    hearOrders({SentOrder{"0S", "2"}, SentOrder{"0S", "8"}, SentOrder{"0B", "8", "10.1234"},
+                SentOrder{"0B", "2", "10.1226"}});
     EXPECT_THAT(drawn(), ElementsAre("0 21 10", "0 21 10.123"));
 }
 
 TEST_F(EntrustPointTest, DrawsAPriceCutOffAtTheThousandth)
 {
     createOnThreeMinutes();
-    hearOrders({Row{"0B", "2", "1.001"}});
+    hearOrders({SentOrder{"0B", "2", "1.001"}});
     EXPECT_THAT(drawn(), ElementsAre("0 20 1"));
 }
 
 TEST_F(EntrustPointTest, PreservesTheOrderOfTheAnswer)
 {
     createOnThreeMinutes();
-    hearOrders({Row{"0B", "2"}, Row{"0S", "2"}});
+    hearOrders({SentOrder{"0B", "2"}, SentOrder{"0S", "2"}});
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
-    hearOrders({Row{"0S", "2"}, Row{"0B", "2"}});
+    hearOrders({SentOrder{"0S", "2"}, SentOrder{"0B", "2"}});
     EXPECT_THAT(drawn(), ElementsAre("0 23 10"));
 }
 
 TEST_F(EntrustPointTest, KeepsOrdersWithoutABarForLaterBars)
 {
     createOnThreeMinutes();
-    hearOrders({Row{"0B", "2", "10", "9340000"}});
+    hearOrders({SentOrder{"0B", "2", "10", "9340000"}});
     EXPECT_FALSE(paint());
     calc(shanghai, minutes({931, 932, 933, 934}), 21);
     EXPECT_THAT(drawn(), ElementsAre("3 20 10"));
@@ -1253,7 +1215,7 @@ TEST_F(EntrustPointTest, KeepsOrdersWithoutABarForLaterBars)
 TEST_F(EntrustPointTest, MovesTheMarkersWithTheBars)
 {
     createOnThreeMinutes();
-    hearOrders({Row{"0B", "2", "10", "9320000"}});
+    hearOrders({SentOrder{"0B", "2", "10", "9320000"}});
     calc(shanghai, minutes({932, 933}), 21);
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
     EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001"));
@@ -1263,7 +1225,7 @@ TEST_F(EntrustPointTest, MovesTheMarkersWithTheBars)
 TEST_F(EntrustPointTest, ShowsNothingOnceNoBarHasAnOrder)
 {
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     calc(shanghai, minutes({1001, 1002}), 21);
     EXPECT_FALSE(paint());
     EXPECT_EQ(overlay->hitTest(0, yOfTen()), -1);
@@ -1274,19 +1236,19 @@ TEST_F(EntrustPointTest, ShowsOrdersOnEveryBarOfTheirMinuteInAnyOrderOfBars)
 {
     create();
     calc(shanghai, minutes({933, 931, 932, 931}), 21);
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     EXPECT_THAT(drawn(), ElementsAre("1 20 10", "3 20 10"));
 }
 
 TEST_F(EntrustPointTest, KeepsTheMarkersWithoutBars)
 {
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     calc(shanghai, {}, 21);
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
     EXPECT_EQ(overlay->hitTest(0, yOfTen()), -1);
     EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001"));
-    hearOrders({Row{"0S"}});
+    hearOrders({SentOrder{"0S"}});
     EXPECT_THAT(drawn(), ElementsAre("0 20 10")) << "grouped anew when bars come";
     calc(shanghai, threeMinutes, 21);
     EXPECT_THAT(drawn(), ElementsAre("0 23 10"));
@@ -1297,7 +1259,7 @@ TEST_F(EntrustPointTest, KeepsTheMarkersWithoutBars)
 TEST_F(EntrustPointTest, NeverWidensThePriceScale)
 {
     createOnThreeMinutes();
-    hearOrders({Row{"0B", "2", "1e6"}});
+    hearOrders({SentOrder{"0B", "2", "1e6"}});
     int untouched = 4711;
     EXPECT_EQ(overlay->maximizeValue(untouched), DBL_MIN);
     EXPECT_EQ(overlay->minimizeValue(untouched), DBL_MAX);
@@ -1309,7 +1271,7 @@ TEST_F(EntrustPointTest, PaintsNothingWithoutMarkersOrWithoutAScale)
 {
     createOnThreeMinutes();
     EXPECT_FALSE(paint());
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     axis.hasPriceScale = false;
     EXPECT_FALSE(paint());
     EXPECT_THAT(painter.calls, IsEmpty());
@@ -1333,7 +1295,7 @@ protected:
         axis.high = 11.0;
         axis.pixelsPerUnit = 100.0;
         createOnThreeMinutes();
-        hearOrders({Row{"0B", "2", GetParam().price}});
+        hearOrders({SentOrder{"0B", "2", GetParam().price}});
     }
 };
 
@@ -1370,7 +1332,7 @@ TEST_F(EntrustPointTest, HoldsAMarkerAtTheBottomOfARangeWithoutHeight)
 {
     axis.low = axis.high = 10.0;
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     EXPECT_THAT(drawn(), ElementsAre("0 20 10v"));
     EXPECT_EQ(overlay->hitTest(0, yOfTen() - 16), 0);
     EXPECT_EQ(overlay->hitTest(0, yOfTen() + 1), -1);
@@ -1384,7 +1346,7 @@ TEST_F(EntrustPointTest, CatchesLessThanEightPixelsFromTheCentreOfABar)
 {
     create();
     calc(shanghai, minutes({931}), 21);
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     for (const double x : {-7.99, 0.0, 7.99}) {
         EXPECT_EQ(overlay->hitTest(x, yOfTen()), 0) << x;
         EXPECT_THAT(listAt(x, yOfTen()), SizeIs(1)) << x;
@@ -1398,7 +1360,8 @@ TEST_F(EntrustPointTest, CatchesLessThanEightPixelsFromTheCentreOfABar)
 TEST_F(EntrustPointTest, HitsAnyMarkerOfAnyBar)
 {
     createOnThreeMinutes();
-    hearOrders({Row{"0B", "2", "10"}, Row{"0B", "2", "20"}, Row{"0B", "2", "30", "9330000"}});
+    hearOrders(
+        {SentOrder{"0B", "2", "10"}, SentOrder{"0B", "2", "20"}, SentOrder{"0B", "2", "30", "9330000"}});
     EXPECT_EQ(overlay->hitTest(0, axis.yOf(20)), 0);
     EXPECT_EQ(overlay->hitTest(20, axis.yOf(30)), 0);
     EXPECT_EQ(overlay->hitTest(14, axis.yOf(30)), 0) << "beside a bar of other prices";
@@ -1408,7 +1371,8 @@ TEST_F(EntrustPointTest, HitsAnyMarkerOfAnyBar)
 TEST_F(EntrustPointTest, AsksForTheRangeOnceForABarNearThePointer)
 {
     createOnThreeMinutes();
-    hearOrders({Row{"0B", "2", "10"}, Row{"0B", "2", "20"}, Row{"0B", "2", "30", "9330000"}});
+    hearOrders(
+        {SentOrder{"0B", "2", "10"}, SentOrder{"0B", "2", "20"}, SentOrder{"0B", "2", "30", "9330000"}});
     axis.rangesAsked = 0;
     overlay->hitTest(0, axis.yOf(50));
     EXPECT_EQ(axis.rangesAsked, 1);
@@ -1419,7 +1383,7 @@ TEST_F(EntrustPointTest, AsksForTheRangeOnceForABarNearThePointer)
 TEST_F(EntrustPointTest, AsksForTheRangeAnewForEveryBarNearThePointerAndForNoOther)
 {
     createOnThreeMinutes();
-    hearOrders({Row(), Row{"0B", "2", "10", "9320000"}});
+    hearOrders({SentOrder(), SentOrder{"0B", "2", "10", "9320000"}});
     axis.rangesAsked = 0;
     overlay->hitTest(1000, yOfTen());
     EXPECT_EQ(axis.rangesAsked, 0);
@@ -1433,7 +1397,7 @@ TEST_F(EntrustPointTest, HitsTheMarkerAndClicksTheOrdersOwnPrice)
     axis.high = 2.0;
     axis.pixelsPerUnit = 100000.0; // a thousandth of the price is taller than a marker
     createOnThreeMinutes();
-    hearOrders({Row{"0B", "2", "1.001"}}); // drawn at 1.000
+    hearOrders({SentOrder{"0B", "2", "1.001"}}); // drawn at 1.000
     EXPECT_EQ(overlay->hitTest(0, axis.yOf(1.0) + 1), 0);
     EXPECT_EQ(overlay->hitTest(0, axis.yOf(1.001) + 1), -1);
     EXPECT_THAT(listAt(0, axis.yOf(1.0) + 1), IsEmpty());
@@ -1443,7 +1407,7 @@ TEST_F(EntrustPointTest, HitsTheMarkerAndClicksTheOrdersOwnPrice)
 TEST_F(EntrustPointTest, UsesWhateverRangeAHostWithoutAScaleLeavesForHits)
 {
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     axis.hasPriceScale = false;
     EXPECT_EQ(overlay->hitTest(0, yOfTen()), 0);
     EXPECT_THAT(listAt(0, yOfTen()), SizeIs(1));
@@ -1452,9 +1416,9 @@ TEST_F(EntrustPointTest, UsesWhateverRangeAHostWithoutAScaleLeavesForHits)
 TEST_F(EntrustPointTest, ListsTheFirstBarThatHasAnOrderThere)
 {
     createOnThreeMinutes();
-    hearOrders({Row{"0B", "2", "10", "9320000", QString::number(today), "2"},
-                Row{"0B", "2", "10", "9310000", QString::number(today), "1"},
-                Row{"0B", "2", "20", "9320000", QString::number(today), "3"}});
+    hearOrders({SentOrder{"0B", "2", "10", "9320000", QByteArray::number(today), "2"},
+                SentOrder{"0B", "2", "10", "9310000", QByteArray::number(today), "1"},
+                SentOrder{"0B", "2", "20", "9320000", QByteArray::number(today), "3"}});
     EXPECT_THAT(listAt(5, yOfTen()), ElementsAre("1"));
     EXPECT_THAT(listAt(5, axis.yOf(20)), ElementsAre("3")) << "the first bar has none at that height";
     EXPECT_THAT(listAt(9, yOfTen()), ElementsAre("2"));
@@ -1463,32 +1427,38 @@ TEST_F(EntrustPointTest, ListsTheFirstBarThatHasAnOrderThere)
 TEST_F(EntrustPointTest, ListsAllOrdersUnderThePixelInTheOrderOfTheAnswer)
 {
     createOnThreeMinutes();
-    const QString date = QString::number(today);
-    hearOrders({Row{"0B", "2", "10", "9310000", date, "3"}, Row{"0S", "6", "10", "9310000", date, "1"},
-                Row{"0B", "8", "20", "9310000", date, "4"}, Row{"0B", "8", "10.5", "9310000", date, "2"}});
+    const QByteArray date = QByteArray::number(today);
+    hearOrders({SentOrder{"0B", "2", "10", "9310000", date, "3"},
+                SentOrder{"0S", "6", "10", "9310000", date, "1"},
+                SentOrder{"0B", "8", "20", "9310000", date, "4"},
+                SentOrder{"0B", "8", "10.5", "9310000", date, "2"}});
     EXPECT_THAT(listAt(0, yOfTen() + 1), ElementsAre("3", "1", "2"));
 }
 
 TEST_F(EntrustPointTest, ListsTheOrdersThatStoodOnTheBarWhenAnAnswerComesInsideALookUp)
 {
     createOnThreeMinutes();
-    hearOrders({Row(), Row{"0S"}, Row{"0B", "2", "10", "9330000"}});
-    axis.onLookUp = [this] { hearOrders({Row{"0B", "2", "10", "9330000", QString::number(today), "99"}}); };
+    hearOrders({SentOrder(), SentOrder{"0S"}, SentOrder{"0B", "2", "10", "9330000"}});
+    axis.onLookUp = [this] {
+        hearOrders({SentOrder{"0B", "2", "10", "9330000", QByteArray::number(today), "99"}});
+    };
     EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001", "700001"));
 }
 
 TEST_F(EntrustPointTest, GoesOnToTheNextBarWhenAnAnswerComesInsideALookUp)
 {
     createOnThreeMinutes();
-    hearOrders({Row(), Row{"0B", "2", "10", "9330000"}});
-    axis.onLookUp = [this] { hearOrders({Row{"0B", "2", "10", "9330000", QString::number(today), "99"}}); };
+    hearOrders({SentOrder(), SentOrder{"0B", "2", "10", "9330000"}});
+    axis.onLookUp = [this] {
+        hearOrders({SentOrder{"0B", "2", "10", "9330000", QByteArray::number(today), "99"}});
+    };
     EXPECT_THAT(listAt(20, yOfTen()), ElementsAre("99"));
 }
 
 TEST_F(EntrustPointTest, AnswersAClickWhateverThePeriodThatWasRefusedLast)
 {
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     calc(shanghai, threeMinutes, 4);
     EXPECT_THAT(listAt(0, yOfTen()), SizeIs(1));
 }
@@ -1496,7 +1466,7 @@ TEST_F(EntrustPointTest, AnswersAClickWhateverThePeriodThatWasRefusedLast)
 TEST_F(EntrustPointTest, ShowsNoListBesideTheMarkers)
 {
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     const LogCapture log;
     listAt(0, yOfTen() - 1);
     listAt(20, yOfTen());
@@ -1507,7 +1477,7 @@ TEST_F(EntrustPointTest, ShowsNoListBesideTheMarkers)
 TEST_F(EntrustPointTest, IgnoresTheOtherMouseOperations)
 {
     createOnThreeMinutes();
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     axis.updated.clear();
     axis.hostCalls = 0;
     overlay->handleMousePressR(0, yOfTen());
@@ -1529,8 +1499,8 @@ protected:
     {
         createOnThreeMinutes();
         axis.onConfirm = [] { return true; };
-        hearOrders({Row{"0S", "8", "10", "9310000", QString::number(today), "1"},
-                    Row{"0B", "2", "10", "9310000", QString::number(today), "2"}});
+        hearOrders({SentOrder{"0S", "8", "10", "9310000", QByteArray::number(today), "1"},
+                    SentOrder{"0B", "2", "10", "9310000", QByteArray::number(today), "2"}});
     }
 
     /// What the object calls itself in its questions.
@@ -1585,7 +1555,7 @@ class EntrustPointOffer : public EntrustPointCancel, public ::testing::WithParam
 
 TEST_P(EntrustPointOffer, OfACancellationDependsOnTheStatus)
 {
-    hearOrders({Row{"0B", GetParam().status}});
+    hearOrders({SentOrder{"0B", GetParam().status}});
     choose(0);
     EXPECT_EQ(axis.questions.size(), GetParam().isOffered ? 1U : 0U);
     EXPECT_EQ(countOf("EntrustCancel"), GetParam().isOffered ? 1 : 0);
@@ -1648,7 +1618,7 @@ TEST_F(EntrustPointCancel, OffersTheLastOfAVeryLongList)
     std::vector<std::string> numbers;
     for (int number = 1; number <= 250; ++number) {
         numbers.push_back(std::to_string(number));
-        rows.push_back(with(Row(), "ordersno", QString::number(number)));
+        rows.push_back(with(SentOrder(), "ordersno", QString::number(number)));
     }
     hearOrders(rows);
     EXPECT_EQ(listAt(0, yOfTen()), numbers);
@@ -1664,7 +1634,7 @@ class EntrustPointCancelByMode : public EntrustPointCancel, public ::testing::Wi
 TEST_P(EntrustPointCancelByMode, OffersAnOrderOfAnyDayOnAnyChart)
 {
     axis.mode = GetParam();
-    hearOrders({Row{"0B", "2", "10", "9310000", QStringLiteral("20240102"), "3"}});
+    hearOrders({SentOrder{"0B", "2", "10", "9310000", "20240102", "3"}});
     EXPECT_EQ(overlay->hitTest(0, yOfTen()), 0);
     choose(0);
     EXPECT_THAT(axis.questions, SizeIs(1));
@@ -1688,11 +1658,11 @@ TEST_F(EntrustPointCancel, IsSilentWhenTheBusRefusesIt)
 TEST_F(EntrustPointCancel, RefersToWhatWasListedWhenAnAnswerComesMeanwhile)
 {
     axis.onPopup = [] {
-        hearOrders({Row{"0S", "2", "10", "9310000", QStringLiteral("20240102"), "99"}});
+        hearOrders({SentOrder{"0S", "2", "10", "9310000", "20240102", "99"}});
         return 1;
     };
     axis.onConfirm = [] {
-        hearOrders({Row{"0S", "8", "10", "9310000", QStringLiteral("20240102"), "98"}});
+        hearOrders({SentOrder{"0S", "8", "10", "9310000", "20240102", "98"}});
         return true;
     };
     overlay->handleMousePress(0, yOfTen());
@@ -1891,11 +1861,11 @@ TEST_F(EntrustPointTest, AsksForTodaysOrdersASecondAfterANotification)
 TEST_F(EntrustPointTest, KeepsItsOrdersWhateverANotificationOrAQuestionSays)
 {
     createOnThreeMinutes();
-    hearOrders({Row(), Row{"0B", "2", "11", "9340000"}});
+    hearOrders({SentOrder(), SentOrder{"0B", "2", "11", "9340000"}});
     axis.updated.clear();
     const QJsonObject notification{
         {QStringLiteral("stkcode"), QStringLiteral("600536")},
-        {QStringLiteral("data"), QJsonArray{with(Row(), "bsflag2", QStringLiteral("0S"))}}};
+        {QStringLiteral("data"), QJsonArray{with(SentOrder(), "bsflag2", QStringLiteral("0S"))}}};
     std::vector<std::string> meanwhile;
     QTimer::singleShot(300, overlay, [&] { meanwhile = drawn(); });
     hear(Topic::TRADENOTIFY, notification);
@@ -2015,7 +1985,7 @@ TEST_F(EntrustPointTest, HandlesAnAnswerInsideTheWait)
     createOnThreeMinutes();
     std::size_t drawnMeanwhile = 0;
     QTimer::singleShot(100, overlay, [&] {
-        hearOrders({Row()});
+        hearOrders({SentOrder()});
         drawnMeanwhile = drawn().size();
     });
     notify();
@@ -2220,7 +2190,7 @@ TEST_F(EntrustPointTest, MayShowAnotherSecurityInsideARepaint)
 {
     createOnThreeMinutes();
     axis.onUpdate = [this] { calc(shenzhen, threeMinutes, 21); };
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     EXPECT_FALSE(paint()) << "the orders were the other security's";
     EXPECT_THAT(questions(), SizeIs(1));
     EXPECT_TRUE(timer()->isActive());
@@ -2264,7 +2234,7 @@ TEST_F(EntrustPointTest, MayBeDestroyedInsideARepaint)
     for (const char *command : {"EntrustTodayTrade", "EntrustHistoryTrade"}) {
         createOnThreeMinutes();
         axis.onUpdate = [this] { destroy(); };
-        hearOrders({Row()}, command);
+        hearOrders({SentOrder()}, command);
         EXPECT_EQ(bus().endPointCount(), 0);
     }
 }
@@ -2283,7 +2253,7 @@ TEST_F(EntrustPointTest, MayBeEndedInsideARepaint)
 {
     createOnThreeMinutes();
     axis.onUpdate = [this] { overlay->deleteObject(); };
-    hearOrders({Row()});
+    hearOrders({SentOrder()});
     EXPECT_EQ(timer(), nullptr);
 }
 
@@ -2344,7 +2314,7 @@ TEST_F(EntrustPointTest, WritesNoDebugLineWhenTheDebugLogIsOff)
 {
     const LogCapture log(LogCapture::Debug::Off);
     createOnThreeMinutes();
-    hearOrders({Row(), Row{"0F"}});
+    hearOrders({SentOrder(), SentOrder{"0F"}});
     choose(-1);
     overlay->sendQueryTodayEntrustInfoReq();
     EXPECT_THAT(log.all(), IsEmpty());

@@ -49,14 +49,6 @@ protected:
                                static_cast<Korvane::Period>(period), a, b);
     }
 
-    /// What the trading module answers with rows.
-    static QJsonObject answer(const char *cmd, const QJsonValue &data, const char *code = "600536")
-    {
-        return {{QStringLiteral("cmd"), QLatin1String(cmd)},
-                {QStringLiteral("stkcode"), QLatin1String(code)},
-                {QStringLiteral("data"), data}};
-    }
-
     static void hear(const char *topic, const QByteArray &payload) { bus().deliver(topic, payload); }
     static void hear(const char *topic, const QJsonObject &message)
     {

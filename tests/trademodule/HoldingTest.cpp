@@ -12,7 +12,7 @@ Execution entry(Side side, double price, qint64 quantity, double fee = 0)
     execution.side = side;
     execution.price = Money::ofYuan(price).value();
     execution.quantity = quantity;
-    execution.amount = execution.price * quantity;
+    execution.amount = execution.price.times(quantity).value();
     execution.fee = Money::ofYuan(fee).value();
     return execution;
 }

@@ -32,7 +32,7 @@ inline Execution fill(Side side, const SecurityId &security, int date, double pr
     execution.time = 10000000;
     execution.price = Money::ofYuan(price).value();
     execution.quantity = quantity;
-    execution.amount = execution.price * quantity;
+    execution.amount = Money::ofSteps(execution.price.steps() * quantity);
     execution.fee = Money::ofYuan(side == Side::Bonus ? 0 : 5).value();
     execution.dealNo = dealNo;
     return execution;

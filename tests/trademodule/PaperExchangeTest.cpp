@@ -538,6 +538,39 @@ TEST_F(PaperExchangeOfADay, RefusesToBuyForMoreThanTheCashThatIsFree)
     EXPECT_THAT(refusalOf(Side::Buy, 10, 500), HasSubstr("there are 4994.95"));
 }
 
+TEST_F(PaperExchangeOfADay, RefusesOrdersOfMoreThanAnyAccountHas)
+{
+    EXPECT_THAT(refusalOf(Side::Buy, 1000000.01, 100), HasSubstr("the price must be at most 1000000.00"));
+    EXPECT_THAT(refusalOf(Side::Buy, 10, 1000000100), HasSubstr("the quantity must be at most 1000000000"));
+    EXPECT_THAT(refusalOf(Side::Buy, 1000000, 1000000000), HasSubstr("price × quantity must be at most"));
+}
+
+TEST_F(PaperExchangeOfADay, DealsNothingAtABetterPriceThatComesToMoreThanAnyAccountHas)
+{
+    book({fill(Side::Bonus, bank(), 20240102, 0, 1000000000)});
+    const Order order = sell(10, 1000000000);
+    Quote quote = bar(1001, 1000, 1000, 1000); // 10^12 yuan
+    quote.volume = 4000000000;
+
+    EXPECT_THROW(exchange().take(quote), Error);
+
+    EXPECT_EQ(now(order).matchedQuantity, 0);
+    EXPECT_EQ(OrderBook(&ledger()).cash(), yuan(1000000));
+    EXPECT_THAT(ledger().trades(DateRange()), IsEmpty());
+}
+
+TEST_F(PaperExchangeOfADay, DealsNothingThatWouldGiveTheAccountMoreThanItCanHold)
+{
+    hold(100);
+    setCash(1e11);
+    const Order order = sell(10, 100);
+
+    EXPECT_THROW(exchange().take(bar(1001, 10, 10, 10)), Error);
+
+    EXPECT_EQ(now(order).matchedQuantity, 0);
+    EXPECT_EQ(OrderBook(&ledger()).cash(), yuan(1e11));
+}
+
 TEST_F(PaperExchangeOfADay, LeavesNothingOfARefusedOrder)
 {
     refusalOf(Side::Buy, 10, 150);

@@ -5,6 +5,7 @@
 #include "trademodule/Error.h"
 #include "trademodule/ExchangeTime.h"
 #include "trademodule/ledger/OrderBook.h"
+#include "trademodule/ledger/ServingLease.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -112,6 +113,29 @@ TEST_F(RestartedServer, IsSaidNotToBeThereWhileItIsNot)
 
     EXPECT_THROW(ledger().positions(), LedgerUnavailable);
     EXPECT_THROW(ledger().positions(), LedgerUnavailable);
+}
+
+TEST_F(RestartedServer, GivesTheRightToServeBackToWhoHadIt)
+{
+    const ServingLease lease(ledger().database());
+    restartServer();
+    ASSERT_THROW(ledger().positions(), LedgerUnavailable);
+    ASSERT_NO_THROW(ledger().positions());
+
+    Ledger other(location());
+    EXPECT_THROW(ServingLease(other.database()), LedgerError);
+}
+
+TEST_F(RestartedServer, LetsNothingBeChangedByWhoLostTheRightToServe)
+{
+    const ServingLease lost(ledger().database());
+    restartServer();
+    Ledger other(location());
+    const ServingLease lease(other.database());
+    ASSERT_THROW(ledger().positions(), LedgerUnavailable); // the connection is lost
+
+    EXPECT_THROW(ledger().positions(), LedgerError); // the right, too
+    EXPECT_THROW(book({fill(Side::Buy, bank(), 20240102, 10, 100)}), LedgerError);
 }
 
 TEST_F(ModuleOnARestartedServer, RefusesOrdersUntilTheServerIsThereAgain)

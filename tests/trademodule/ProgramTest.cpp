@@ -115,15 +115,27 @@ TEST_F(Program, SaysWhatIsWrongWithItsCommandLine)
     EXPECT_THAT(runOnLedger({QStringLiteral("serve")}).errors, HasSubstr("--bus"));
 }
 
-TEST_F(Program, RefusesALedgerWithoutAName)
+TEST_F(Program, RefusesALedgerThatWouldKeepNothing)
 {
-    const Ended ended = run({QStringLiteral("--ledger"), QString(), QStringLiteral("place"),
-                             QStringLiteral("000001"), QStringLiteral("buy"), QStringLiteral("10"),
-                             QStringLiteral("100")});
+    for (const char *const nameless : {"", ":memory:"}) {
+        const Ended ended = run({QStringLiteral("--ledger"), QLatin1String(nameless), QStringLiteral("place"),
+                                 QStringLiteral("000001"), QStringLiteral("buy"), QStringLiteral("10"),
+                                 QStringLiteral("100")});
 
-    EXPECT_EQ(ended.exitCode, 2);
-    EXPECT_THAT(ended.errors, HasSubstr("--ledger is empty"));
-    EXPECT_EQ(ended.output, "");
+        EXPECT_EQ(ended.exitCode, 2);
+        EXPECT_THAT(ended.errors, HasSubstr("--ledger is \"" + std::string(nameless) + "\""));
+        EXPECT_EQ(ended.output, "");
+    }
+}
+
+TEST_F(Program, RefusesAnOrderOfMoreThanAnyAccountHas)
+{
+    const Ended ended = runOnLedger({QStringLiteral("place"), QStringLiteral("600536"), QStringLiteral("buy"),
+                                     QStringLiteral("1000000"), QStringLiteral("1000000000")});
+
+    EXPECT_EQ(ended.exitCode, 1);
+    EXPECT_THAT(ended.errors, HasSubstr("price × quantity must be at most 100000000000.00 yuan"));
+    EXPECT_THAT(OrderBook(&ledger()).ofDay(today()), IsEmpty());
 }
 
 TEST_F(Program, NamesAFileThatIsNotThere)
@@ -444,6 +456,27 @@ TEST_F(ProgramOnABus, IgnoresQuotesThatAreNone)
 
     EXPECT_TRUE(
         ask(R"({"cmd":"TodayTrade","market":"SZ","stkcode":"000001"})")[QStringLiteral("success")].toBool());
+}
+
+TEST_F(ProgramOnABus, RefusesToServeALedgerThatIsServed)
+{
+    serve();
+
+    const Ended second = run(busOptions() + ledgerOptions() + QStringList{QStringLiteral("serve")});
+
+    EXPECT_EQ(second.exitCode, 1);
+    EXPECT_THAT(second.errors,
+                HasSubstr("served already: by process " + std::to_string(module().processId()) + " on " +
+                          QSysInfo::machineHostName().toStdString() + ", since 20"));
+}
+
+TEST_F(ProgramOnABus, ServesALedgerWhoseModuleWasKilled)
+{
+    serve();
+    module().kill();
+    ASSERT_TRUE(module().waitForFinished());
+
+    serve();
 }
 
 TEST_F(ProgramOnABus, SaysWhenNoChartCouldBeTold)

@@ -68,21 +68,23 @@ TEST_P(WrongQuotes, AreRefusedWithTheNameOfTheField)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(With, WrongQuotes,
-                         ::testing::Values(WrongField{"NoCode", "stkcode", QJsonValue::Undefined},
-                                           WrongField{"OtherMarket", "market", QStringLiteral("HK")},
-                                           WrongField{"NoDate", "date", QJsonValue::Undefined},
-                                           WrongField{"DateThatIsNone", "date", QStringLiteral("20240231")},
-                                           WrongField{"NoTime", "time", QJsonValue::Undefined},
-                                           WrongField{"TimeThatIsNone", "time", QStringLiteral("2561")},
-                                           WrongField{"OpenOfZero", "open", QStringLiteral("0")},
-                                           WrongField{"HighInWords", "high", QStringLiteral("ten")},
-                                           WrongField{"LowThatIsNoNumber", "low", QStringLiteral("nan")},
-                                           WrongField{"NoClose", "close", QJsonValue::Undefined},
-                                           WrongField{"NoVolume", "volume", QJsonValue::Undefined},
-                                           WrongField{"NegativeVolume", "volume", QStringLiteral("-1")},
-                                           WrongField{"NegativeCloseBefore", "preclose",
-                                                      QStringLiteral("-9.90")}),
-                         ByName());
+INSTANTIATE_TEST_SUITE_P(
+    With, WrongQuotes,
+    ::testing::Values(WrongField{"NoCode", "stkcode", QJsonValue::Undefined},
+                      WrongField{"OtherMarket", "market", QStringLiteral("HK")},
+                      WrongField{"NoDate", "date", QJsonValue::Undefined},
+                      WrongField{"DateThatIsNone", "date", QStringLiteral("20240231")},
+                      WrongField{"NoTime", "time", QJsonValue::Undefined},
+                      WrongField{"TimeThatIsNone", "time", QStringLiteral("2561")},
+                      WrongField{"OpenOfZero", "open", QStringLiteral("0")},
+                      WrongField{"HighInWords", "high", QStringLiteral("ten")},
+                      WrongField{"LowThatIsNoNumber", "low", QStringLiteral("nan")},
+                      WrongField{"OpenOfMoreThanAnyPrice", "open", QStringLiteral("99999999999")},
+                      WrongField{"HighOfMoreThanAnyPrice", "high", QStringLiteral("1000000.01")},
+                      WrongField{"NoClose", "close", QJsonValue::Undefined},
+                      WrongField{"NoVolume", "volume", QJsonValue::Undefined},
+                      WrongField{"NegativeVolume", "volume", QStringLiteral("-1")},
+                      WrongField{"NegativeCloseBefore", "preclose", QStringLiteral("-9.90")}),
+    ByName());
 
 } // namespace TradeModule

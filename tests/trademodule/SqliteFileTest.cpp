@@ -1,5 +1,7 @@
 // The file that a ledger on SQLite is.
+#include "trademodule/Error.h"
 #include "trademodule/ledger/Ledger.h"
+#include "trademodule/ledger/ServingLease.h"
 
 #include <gmock/gmock.h>
 
@@ -80,6 +82,17 @@ TEST_F(SqliteFile, KeepsThePermissionsThatItsOwnerGaveIt)
     const Ledger ledger(path());
 
     EXPECT_THAT(modes(), Each(0640U));
+}
+
+TEST_F(SqliteFile, IsServedByOneThroughAnyOfItsNames)
+{
+    Ledger ledger(path());
+    const ServingLease lease(ledger.database());
+    ASSERT_TRUE(QFile::link(path(), path() + QStringLiteral(".link")));
+    Ledger other(path() + QStringLiteral(".link"));
+
+    EXPECT_THROW(ServingLease(other.database()), LedgerError);
+    EXPECT_THAT(modes(), Each(0600U));
 }
 
 } // namespace TradeModule

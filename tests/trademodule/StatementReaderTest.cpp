@@ -195,6 +195,9 @@ INSTANTIATE_TEST_SUITE_P(
         BadCell{"EndlessDealNumber",
                 "20210811,10:00:00,600000,浦发银行,买入,9.10,100,910.00," + std::string(65, '7'),
                 "longer than the 64 characters"},
+        BadCell{"AmountOfMoreThanAnyAccountHas",
+                "20210811,10:00:00,600000,浦发银行,买入,1000000,1000000000000,,2",
+                "price × quantity, is too large: 1000000.00 × 1000000000000"},
         BadCell{"SlippedColumns", "20210811,10:00:00,600000,浦发银行,买入,100,910.00,1,2",
                 "not price × quantity"}),
     ByName());

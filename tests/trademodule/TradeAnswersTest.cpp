@@ -332,6 +332,43 @@ TEST_F(Answers, SayWhyAnOrderIsNotCancelled)
     EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("no order 4711"));
 }
 
+TEST_F(Answers, SayThatAnOrderComesToMoreThanAnyAccountHas)
+{
+    QJsonObject object = question("EntrustPlace", bank());
+    object[QStringLiteral("bsflag2")] = QStringLiteral("0B");
+    object[QStringLiteral("orderprice")] = QStringLiteral("1000000");
+    object[QStringLiteral("orderqty")] = QStringLiteral("1000000000");
+
+    const QJsonObject answer = ask(object);
+
+    EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(AnswerMessage::Refused));
+    EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("price × quantity"));
+}
+
+TEST_F(Answers, TellThatThereIsNoCostWhenTheQuestionIsNotUnderstood)
+{
+    const QJsonObject answer =
+        ask(json(R"({"cmd":"HolderCostPrice","stkcode":"00700","market":"HK","screenId":"s"})"));
+
+    EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
+    EXPECT_EQ(answer[QStringLiteral("costprice")].toString(), QStringLiteral("nan"));
+}
+
+TEST_F(Answers, TellThatThereIsNoCostWhenTheLedgerFails)
+{
+    Database(location()).run(QStringLiteral("DROP TABLE holding"));
+
+    const QJsonObject answer = ask(question("HolderCostPrice", bank()));
+
+    EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
+    EXPECT_EQ(answer[QStringLiteral("costprice")].toString(), QStringLiteral("nan"));
+}
+
+TEST_F(Answers, TellOfNoCostWhenAnotherQuestionFails)
+{
+    EXPECT_FALSE(ask(json(R"({"cmd":"TodayTrade"})")).contains(QStringLiteral("costprice")));
+}
+
 struct WrongQuestion
 {
     std::string name;
@@ -372,6 +409,14 @@ INSTANTIATE_TEST_SUITE_P(
             "StartAsNumber",
             R"({"cmd":"HistoryTrade","stkcode":"000001","market":"SZ","start":20240101,"end":"20240101"})",
             "start"},
+        WrongQuestion{"PriceOfMoreThanAnyHas",
+                      R"({"cmd":"EntrustPlace","stkcode":"000001","market":"SZ","bsflag2":"0B",
+                          "orderprice":"1000000.01","orderqty":"100"})",
+                      "orderprice"},
+        WrongQuestion{"QuantityOfMoreThanThereIs",
+                      R"({"cmd":"EntrustPlace","stkcode":"000001","market":"SZ","bsflag2":"0B",
+                          "orderprice":"10","orderqty":"1000000001"})",
+                      "orderqty"},
         WrongQuestion{
             "EndThatIsNoDate",
             R"({"cmd":"HistoryTrade","stkcode":"000001","market":"SZ","start":"20240101","end":"20240231"})",

@@ -53,7 +53,30 @@ TEST(Money, IsAddedAndTakenAwayExactly)
     EXPECT_EQ(yuan(0.3) - yuan(0.1), yuan(0.2));
     EXPECT_EQ(-yuan(1), yuan(-1));
     EXPECT_EQ(magnitude(yuan(-1)), yuan(1));
-    EXPECT_EQ(yuan(9.99) * 300, yuan(2997));
+}
+
+TEST(Money, IsMultipliedWithinItsLimit)
+{
+    EXPECT_EQ(yuan(9.99).times(300), yuan(2997));
+    EXPECT_EQ(yuan(-9.99).times(2), yuan(-19.98));
+    EXPECT_EQ(yuan(1).times(100000000000), Money::limit());
+    EXPECT_EQ(yuan(1).times(100000000001), std::nullopt);
+    EXPECT_EQ(yuan(-1).times(100000000001), std::nullopt);
+    EXPECT_EQ(yuan(1000000).times(1000000000000), std::nullopt);    // would be negative in 64 bits
+    EXPECT_EQ(yuan(1000000).times(1844674407370955), std::nullopt); // would come to little
+}
+
+TEST(Money, KnowsWhetherASumIsWithinTheLimit)
+{
+    EXPECT_TRUE(Money::limit().isWithinLimit());
+    EXPECT_FALSE((Money::limit() + Money::ofSteps(1)).isWithinLimit());
+    EXPECT_TRUE((-Money::limit()).isWithinLimit());
+    EXPECT_FALSE((-Money::limit() - Money::ofSteps(1)).isWithinLimit());
+}
+
+TEST(Money, IsMadeOfCents)
+{
+    EXPECT_EQ(Money::ofCents(1005), yuan(10.05));
 }
 
 TEST(Money, IsCompared)

@@ -9,14 +9,14 @@ namespace TradeChart {
 /// One order of the account.
 struct EntrustInfo
 {
-    bool isBuy;
-    QString orderStatus; ///< a code of TradeChart::OrderStatus, as received
-    QString fundId;      ///< fund account
-    std::int64_t orderNo;
+    bool isBuy;             ///< a sell otherwise
+    QString orderStatus;    ///< a code of TradeChart::OrderStatus, as received
+    QString fundId;         ///< fund account
+    std::int64_t orderNo;   ///< with orderDate it names the order
     std::int64_t orderDate; ///< yyyymmdd
     std::int64_t orderTime; ///< hhmmss
-    double orderPrice;
-    std::int64_t orderQty;
+    double orderPrice;      ///< in the currency of the security
+    std::int64_t orderQty;  ///< in shares, as the other quantities
     std::int64_t matchQty;  ///< executed
     double matchPrice;      ///< average price of what was executed; not finite while nothing was
     std::int64_t cancelQty; ///< cancelled

@@ -1,5 +1,6 @@
 #include "tradechartobject/common/OrderMarks.h"
 
+#include "tradechartobject/ChartInterface.h"
 #include "tradechartobject/common/EntrustInfo.h"
 #include "tradechartobject/common/OrderStatusTable.h"
 #include "tradechartobject/common/TradeVocabulary.h"
@@ -19,24 +20,25 @@ constexpr double endOfKeys = 9223372036854775808.0; // 2^63: keys are signed 64-
 
 // What waiting and dealt orders of one side at one price become, sells too: painters in the field draw
 // every mixed price that way.
-constexpr MarkerKind mixed = MarkerKind::BuyPartDeal;
+constexpr Korvane::MarkerKind mixed = Korvane::BuyPartDeal;
 
 /// What an order of a side and a status group does to the marker at its price.
 struct Transition
 {
     bool isBuy;
     OrderStatusGroup group;
-    MarkerKind alone;                    ///< the marker when it is the first at this price
-    std::optional<MarkerKind> mixesWith; ///< the marker that it turns into `mixed`; none: it replaces all
+    Korvane::MarkerKind alone; ///< the marker when it is the first at this price
+    std::optional<Korvane::MarkerKind>
+        mixesWith; ///< the marker that it turns into `mixed`; none: it replaces all
 };
 
 constexpr Transition transitions[] = {
-    {true, OrderStatusGroup::PartDealt, MarkerKind::BuyPartDeal, std::nullopt},
-    {true, OrderStatusGroup::Waiting, MarkerKind::BuyWaiting, MarkerKind::BuyDealed},
-    {true, OrderStatusGroup::Dealt, MarkerKind::BuyDealed, MarkerKind::BuyWaiting},
-    {false, OrderStatusGroup::PartDealt, MarkerKind::SellPartDeal, std::nullopt},
-    {false, OrderStatusGroup::Waiting, MarkerKind::SellWaiting, MarkerKind::SellDealed},
-    {false, OrderStatusGroup::Dealt, MarkerKind::SellDealed, MarkerKind::SellWaiting},
+    {true, OrderStatusGroup::PartDealt, Korvane::BuyPartDeal, std::nullopt},
+    {true, OrderStatusGroup::Waiting, Korvane::BuyWaiting, Korvane::BuyDealed},
+    {true, OrderStatusGroup::Dealt, Korvane::BuyDealed, Korvane::BuyWaiting},
+    {false, OrderStatusGroup::PartDealt, Korvane::SellPartDeal, std::nullopt},
+    {false, OrderStatusGroup::Waiting, Korvane::SellWaiting, Korvane::SellDealed},
+    {false, OrderStatusGroup::Dealt, Korvane::SellDealed, Korvane::SellWaiting},
 };
 
 const Transition &transitionOf(bool isBuy, OrderStatusGroup group)
@@ -61,12 +63,12 @@ void addOrder(const EntrustInfo &order, std::map<std::int64_t, int> &marks)
         return;
     }
     const Transition &transition = transitionOf(order.isBuy, *status->group);
-    const auto alone = static_cast<int>(transition.alone);
+    const int alone = transition.alone;
     int &mark = marks.try_emplace(priceKey(order.orderPrice), alone).first->second;
     if (!transition.mixesWith) {
         mark = alone;
-    } else if (mark == static_cast<int>(*transition.mixesWith)) {
-        mark = static_cast<int>(mixed);
+    } else if (mark == *transition.mixesWith) {
+        mark = mixed;
     }
 }
 

@@ -1,7 +1,7 @@
 #include "tradechartobject/common/OrderRow.h"
 
 #include "tradechartobject/common/NumberText.h"
-#include "tradechartobject/common/TradeChannel.h"
+#include "tradechartobject/common/Security.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <algorithm>
@@ -57,8 +57,7 @@ void takeInt(OrderRow &row, const QString &text)
 } // namespace
 
 const RowColumn<OrderRow> orderColumns[orderColumnCount] = {
-    {TradeKeyFields::MARKET,
-     [](OrderRow &row, const QString &text) { row.market = TradeChannel::answerMarketCode(text); }},
+    {TradeKeyFields::MARKET, [](OrderRow &row, const QString &text) { row.market = answerMarketCode(text); }},
     {TradeKeyFields::RTSBSFLAG, takeSide},
     {TradeKeyFields::RTSORDERSTATUS, takeText<&EntrustInfo::orderStatus>},
     {TradeKeyFields::RTSFUNDID, takeText<&EntrustInfo::fundId>},

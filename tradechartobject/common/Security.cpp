@@ -1,5 +1,6 @@
 #include "tradechartobject/common/Security.h"
 
+#include "tradechartobject/common/NumberText.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
 namespace TradeChart {
@@ -36,6 +37,19 @@ QString securityCode(const Korvane::tagCodeWithName &security)
 QString marketCode(const Korvane::tagCodeWithName &security)
 {
     return getMarketId(security.market);
+}
+
+QString answerMarketCode(const QString &market)
+{
+    // Only the low 16 bits of the number count.
+    switch (static_cast<std::int16_t>(toInt(market))) {
+    case 1:
+        return QStringLiteral("SH");
+    case 2:
+        return QStringLiteral("SZ");
+    default:
+        return {};
+    }
 }
 
 } // namespace TradeChart

@@ -22,4 +22,8 @@ QString securityCode(const Korvane::tagCodeWithName &security);
 /// The trading module's code of the security's market, e.g. "SH"; empty for a market without one.
 QString marketCode(const Korvane::tagCodeWithName &security);
 
+/// Market code of an answer's "market", which counts "1" as "SH" and "2" as "SZ" - not as the host
+/// numbers markets. Empty for everything else.
+QString answerMarketCode(const QString &market);
+
 } // namespace TradeChart

@@ -7,10 +7,10 @@ namespace TradeChart {
 /// One executed trade.
 struct trade_cj
 {
-    bool isBuy;
+    bool isBuy;             ///< a sell otherwise
     std::int64_t matchTime; ///< yyyymmddhhmmss
-    double matchPrice;
-    double matchQty;
+    double matchPrice;      ///< in the currency of the security
+    double matchQty;        ///< in shares
 };
 
 } // namespace TradeChart

@@ -8,19 +8,6 @@
 
 namespace TradeChart {
 
-/// The painter's marker styles: even ones stand above the bar, odd ones below.
-enum MarkerStyle : int {
-    BuyAbove = 0,
-    BuyBelow = 1,
-    SellAbove = 2,
-    SellBelow = 3,
-    BothAbove = 4,
-    BothBelow = 5
-};
-
-/// The painter's variants: which way a marker reaches from its price.
-enum MarkerVariant : int { BelowTheBar = 0, AboveTheBar = 1 };
-
 /// Which trades a marker stands for.
 enum class TradeMarker { None, Buys, Sells, Both };
 

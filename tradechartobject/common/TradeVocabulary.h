@@ -114,25 +114,37 @@ TRADECHARTOBJECT_EXPORT extern const char *const MSGOK;
 
 /// Sides of a trade.
 namespace BSFlag {
-TRADECHARTOBJECT_EXPORT extern const char *const BUY;
-TRADECHARTOBJECT_EXPORT extern const char *const SELL;
+TRADECHARTOBJECT_EXPORT extern const char *const BUY;  ///< the letter "B"
+TRADECHARTOBJECT_EXPORT extern const char *const SELL; ///< the letter "S"
 } // namespace BSFlag
 
 /// Status codes of an order.
 namespace OrderStatus {
+/// Not sent to the exchange.
 TRADECHARTOBJECT_EXPORT extern const char *const None;
+/// On its way to the exchange.
 TRADECHARTOBJECT_EXPORT extern const char *const Quoting;
+/// At the exchange.
 TRADECHARTOBJECT_EXPORT extern const char *const Quoted;
+/// At the exchange, to be cancelled.
 TRADECHARTOBJECT_EXPORT extern const char *const QuotedWaittingCancel;
+/// Executed in part, the rest to be cancelled.
 TRADECHARTOBJECT_EXPORT extern const char *const PartDealWaittingCancel;
+/// Executed in part, the rest cancelled.
 TRADECHARTOBJECT_EXPORT extern const char *const PartCanceled;
+/// Cancelled before anything was executed.
 TRADECHARTOBJECT_EXPORT extern const char *const Canceled;
+/// Executed in part, the rest at the exchange.
 TRADECHARTOBJECT_EXPORT extern const char *const PartDeal;
+/// Executed in full.
 TRADECHARTOBJECT_EXPORT extern const char *const Dealed;
+/// Refused.
 TRADECHARTOBJECT_EXPORT extern const char *const AbolishedOrder;
+/// Waits to be sent.
 TRADECHARTOBJECT_EXPORT extern const char *const WaittingQuote;
-TRADECHARTOBJECT_EXPORT extern const char
-    *const QuotingB; ///< the letter is also BSFlag::BUY; both are in use
+/// On its way to the exchange, too. The letter is also BSFlag::BUY; both are in use.
+TRADECHARTOBJECT_EXPORT extern const char *const QuotingB;
+/// Confirmed.
 TRADECHARTOBJECT_EXPORT extern const char *const Conformed;
 // NOLINTEND(readability-identifier-naming)
 

@@ -1,108 +1,33 @@
 #include "tradechartobject/objects/BSPoint.h"
 
 #include "tradechartobject/common/BarTime.h"
-#include "tradechartobject/common/NumberText.h"
+#include "tradechartobject/common/BusLink.h"
+#include "tradechartobject/common/DebugLog.h"
 #include "tradechartobject/common/PopupLines.h"
 #include "tradechartobject/common/PriceScale.h"
-#include "tradechartobject/common/RowReader.h"
+#include "tradechartobject/common/RefreshTimer.h"
 #include "tradechartobject/common/Security.h"
-#include "tradechartobject/common/TradeChannel.h"
-#include "tradechartobject/common/TradeLine.h"
 #include "tradechartobject/common/TradeMarks.h"
+#include "tradechartobject/common/TradeMessage.h"
+#include "tradechartobject/common/TradeRequest.h"
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "tradechartobject/objects/BSPoint_p.h"
 
 #include <QDebug>
-#include <QJsonDocument>
 #include <QPointer>
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
-#include <limits>
+#include <utility>
 
 using namespace TradeChart;
 
 namespace {
 
 constexpr std::int64_t noDate = -1;
-constexpr std::int64_t afterAllDays = std::numeric_limits<std::int64_t>::max();
 
 /// A marker reaches up from its anchor; this much of its far end is not caught.
 constexpr double looseEnd = 2.0; // pixels
-
-/// What a row says. What is missing or no text reads as zero, and as a sell: executions carry single
-/// letters, not the direction codes of orders.
-struct DatedTrade
-{
-    std::int64_t date; ///< yyyymmdd
-    int time;          ///< hhmmss
-    trade_cj trade;
-};
-
-void takeDate(DatedTrade &read, const QString &text)
-{
-    read.date = toInt(text);
-    read.trade.matchTime = dateTime(read.date, read.time);
-}
-
-void takeTime(DatedTrade &read, const QString &text)
-{
-    read.time = toInt(text) / 100;
-    read.trade.matchTime = dateTime(read.date, read.time);
-}
-
-void takeSide(DatedTrade &read, const QString &text)
-{
-    read.trade.isBuy = text == QLatin1String(BSFlag::BUY);
-}
-
-void takePrice(DatedTrade &read, const QString &text)
-{
-    read.trade.matchPrice = toDouble(text);
-}
-
-void takeQty(DatedTrade &read, const QString &text)
-{
-    read.trade.matchQty = toDouble(text);
-}
-
-const RowColumn<DatedTrade> todayColumns[] = {
-    {TradeKeyFields::RTSORDERDATE, takeDate},   // yyyymmdd, of the order
-    {TradeKeyFields::RTSENTRUSTTIME, takeTime}, // hhmmsscc, of the order
-    {TradeKeyFields::RTSBSFLAG, takeSide},      // "B" or "S"
-    {TradeKeyFields::RTSMATCHPRICE, takePrice}, // yuan
-    {TradeKeyFields::RTSMATCHQTY, takeQty},     // shares
-};
-
-const RowColumn<DatedTrade> historyColumns[] = {
-    {TradeKeyFields::RTSDATE, takeDate},        // yyyymmdd, of the execution
-    {TradeKeyFields::RTSMATCHTIME, takeTime},   // hhmmsscc, of the execution
-    {TradeKeyFields::RTSBSFLAG, takeSide},      // "B" or "S"
-    {TradeKeyFields::RTSMATCHPRICE, takePrice}, // yuan
-    {TradeKeyFields::RTSMATCHQTY, takeQty},     // shares
-};
-
-void logRow(const char *prefix, const QJsonObject &row, QJsonDocument::JsonFormat format)
-{
-    qDebug() << prefix << QString::fromUtf8(QJsonDocument(row).toJson(format));
-}
-
-/// The side under which a trade is listed: the marker's, or the trade's own under a marker of both
-/// sides; null without a marker.
-const char *lineSide(TradeMarker marker, const trade_cj &trade)
-{
-    switch (marker) {
-    case TradeMarker::Both:
-        return sideText(trade.isBuy);
-    case TradeMarker::Buys:
-        return sideText(true);
-    case TradeMarker::Sells:
-        return sideText(false);
-    case TradeMarker::None:
-        break;
-    }
-    return nullptr;
-}
 
 void growTo(std::size_t count, std::vector<double> &marks)
 {
@@ -114,25 +39,19 @@ void growTo(std::size_t count, std::vector<double> &marks)
 BSPoint::BSPoint(Korvane::IChartAxis &axis, QJsonObject config, QObject *parent)
     : QObject(parent),
       m_axis(axis),
-      m_endPoint(nullptr),
       m_code(noSecurity()),
-      m_period(Korvane::NoPeriod),
-      m_startDate(noDate),
-      m_endDate(noDate),
-      m_calcArg(0),
-      m_refreshTimer(nullptr),
-      m_refreshSeconds(TradeChannel::refreshSeconds(config))
+      m_refreshTimer(RefreshTimer::create(this, &BSPoint::sendQueryTodayTradeInfoReq)),
+      m_refreshSeconds(RefreshTimer::seconds(config))
 {
-    m_refreshTimer = TradeChannel::createRefreshTimer(this, &BSPoint::sendQueryTodayTradeInfoReq);
-    TradeChannel::restart(m_refreshTimer, m_refreshSeconds);
-    TradeChannel::joinTerminalBus(m_endPoint);
-    TradeChannel::listen(m_endPoint, this, &BSPoint::handleTradeNotify);
-    TradeChannel::subscribeScreen(m_endPoint, m_axis);
+    RefreshTimer::restart(m_refreshTimer, m_refreshSeconds);
+    BusLink::join(m_endPoint);
+    BusLink::listen(m_endPoint, this, &BSPoint::handleTradeNotify);
+    BusLink::subscribeScreen(m_endPoint, m_axis);
 }
 
 BSPoint::~BSPoint()
 {
-    TradeChannel::leave(m_endPoint, this);
+    BusLink::leave(m_endPoint, this);
 }
 
 int BSPoint::type() const
@@ -142,7 +61,7 @@ int BSPoint::type() const
 
 bool BSPoint::deleteObject()
 {
-    TradeChannel::remove(m_refreshTimer);
+    RefreshTimer::remove(m_refreshTimer);
     return true;
 }
 
@@ -168,7 +87,7 @@ bool BSPoint::calcIt(const Korvane::tagCodeWithName &code, const Korvane::AnalyD
     if (m_barTimes.empty()) {
         return true;
     }
-    TradeChannel::startIfIdle(m_refreshTimer, m_refreshSeconds);
+    RefreshTimer::startIfIdle(m_refreshTimer, m_refreshSeconds);
     const QPointer<QObject> self(this);
     const bool isAsked = askForShownDays();
     if (!self) { // the host may have ended this object while the question went out
@@ -185,7 +104,7 @@ bool BSPoint::calcIt(const Korvane::tagCodeWithName &code, const Korvane::AnalyD
 
 void BSPoint::changeSecurity(const Korvane::tagCodeWithName &code)
 {
-    TradeChannel::stop(m_refreshTimer);
+    RefreshTimer::stop(m_refreshTimer);
     m_trades.clear();
     m_daySides.clear();
     m_code = code;
@@ -223,73 +142,15 @@ bool BSPoint::askForShownDays()
     return sendQueryHistoryTradeInfoReq();
 }
 
-/// Sums the trades up by day, in the order of the days: marking walks this short list beside the bars.
-void BSPoint::sumUpDays()
-{
-    m_daySides.clear();
-    m_daySides.reserve(m_trades.size());
-    for (const auto &[day, trades] : m_trades) {
-        const auto isBuy = [](const trade_cj &trade) { return trade.isBuy; };
-        m_daySides.push_back({static_cast<std::int32_t>(day),
-                              std::any_of(trades.begin(), trades.end(), isBuy),
-                              !std::all_of(trades.begin(), trades.end(), isBuy)});
-    }
-}
-
 bool BSPoint::calcBSPointPriceInfo()
 {
-    if (m_daySides.empty()) {
-        return true;
-    }
-    // Bars come in the order of their days, as the trades do: the search goes on where it ended. Should a
-    // host's bars step back, it starts anew.
-    auto sides = m_daySides.cbegin();
-    std::int64_t tradesDay = sides->day;
-    std::int64_t previousDay = std::numeric_limits<std::int64_t>::min();
-    std::size_t bar = 0;
-    for (const std::int64_t time : m_barTimes) {
-        const std::int64_t day = tradingDay(time);
-        if (day < previousDay || day > tradesDay) {
-            sides = firstNotBefore(day, day < previousDay ? m_daySides.cbegin() : sides);
-            tradesDay = sides == m_daySides.cend() ? afterAllDays : sides->day;
-        }
-        if (day == tradesDay) {
-            markBar(bar, *sides);
-        }
-        previousDay = day;
-        ++bar;
-    }
+    markDays(m_daySides, m_barTimes, marks());
     return true;
-}
-
-/// The first day, from `sides` on, that is not before a bar's. Mostly it is the same or the next one.
-BSPoint::DaysSides::const_iterator BSPoint::firstNotBefore(std::int64_t day,
-                                                           DaysSides::const_iterator sides) const
-{
-    const auto isBefore = [](const DaySides &trades, std::int64_t wanted) { return trades.day < wanted; };
-    const auto end = m_daySides.cend();
-    for (int step = 0; step < 2; ++step, ++sides) {
-        if (sides == end || !isBefore(*sides, day)) {
-            return sides;
-        }
-    }
-    return std::lower_bound(sides, end, day, isBefore);
 }
 
 TradeMarks BSPoint::marks()
 {
     return {m_buyMarks, m_sellMarks, m_bothMarks};
-}
-
-void BSPoint::markBar(std::size_t bar, const DaySides &sides)
-{
-    if (sides.hasBuys) {
-        m_buyMarks[bar] = marked;
-    }
-    if (sides.hasSells) {
-        m_sellMarks[bar] = marked;
-    }
-    mergeSides(marks(), bar);
 }
 
 // Scale and painting
@@ -315,9 +176,12 @@ bool BSPoint::paintIt(Korvane::IChartPainter &painter)
         return false;
     }
     // A host may bring other bars inside each of these: no array is kept over them.
-    painter.drawMarkerSeries(0, m_buyMarks.data(), m_barAnchors.data(), BuyAbove, AboveTheBar);
-    painter.drawMarkerSeries(0, m_sellMarks.data(), m_barAnchors.data(), SellAbove, AboveTheBar);
-    painter.drawMarkerSeries(0, m_bothMarks.data(), m_barAnchors.data(), BothAbove, AboveTheBar);
+    painter.drawMarkerSeries(0, m_buyMarks.data(), m_barAnchors.data(), Korvane::BuyAbove,
+                             Korvane::AboveTheBar);
+    painter.drawMarkerSeries(0, m_sellMarks.data(), m_barAnchors.data(), Korvane::SellAbove,
+                             Korvane::AboveTheBar);
+    painter.drawMarkerSeries(0, m_bothMarks.data(), m_barAnchors.data(), Korvane::BothAbove,
+                             Korvane::AboveTheBar);
     return true;
 }
 
@@ -342,7 +206,7 @@ int BSPoint::hitTest(double x, double y)
 
 void BSPoint::handleMousePress(double x, double)
 {
-    if (TradeChannel::isDebugLogOn()) {
+    if (isDebugLogOn()) {
         qDebug() << "BSPoint::handleMousePress is called.";
     }
     const int bar = m_axis.xToBar(x);
@@ -357,13 +221,7 @@ void BSPoint::handleMousePress(double x, double)
     if (trades == m_trades.end()) {
         return;
     }
-    const TradeMarker marker = markerOn(marks(), bar);
-    PopupLines lines(expectedTradeLines);
-    for (const trade_cj &trade : trades->second) {
-        if (const char *side = lineSide(marker, trade)) {
-            lines.append(tradeLine(side, trade));
-        }
-    }
+    const PopupLines lines(listTrades(trades->second, markerOn(marks(), bar)));
     if (!lines.isEmpty()) {
         lines.show(m_axis); // a list to read: the choice does not matter
     }
@@ -390,80 +248,56 @@ void BSPoint::handleMouseMove(double, double) {}
 
 void BSPoint::sendQueryTodayTradeInfoReq()
 {
-    const QByteArray json =
-        TradeChannel::toJson(TradeChannel::screenRequest(CmdType::TODAYTRADE, m_code, m_axis));
-    TradeChannel::publish(m_endPoint, json);
-    TradeChannel::logSent(__func__, json); // also when the bus refused it: the log shows the refresh cycle
+    const QByteArray json = toJson(screenRequest(CmdType::TODAYTRADE, m_code, m_axis));
+    BusLink::publish(m_endPoint, json);
+    BusLink::logSent(__func__, json); // also when the bus refused it: the log shows the refresh cycle
 }
 
 bool BSPoint::sendQueryHistoryTradeInfoReq()
 {
-    QJsonObject request = TradeChannel::screenRequest(CmdType::HISTORYTRADE, m_code, m_axis);
+    QJsonObject request = screenRequest(CmdType::HISTORYTRADE, m_code, m_axis);
     request.insert(QLatin1String(TradeKeyFields::START), QString::number(m_startDate));
     request.insert(QLatin1String(TradeKeyFields::END), QString::number(m_endDate));
-    return TradeChannel::send(m_endPoint, request, __func__);
+    return BusLink::send(m_endPoint, request, __func__);
 }
 
 // Answers
 
 void BSPoint::handleTradeNotify(QByteArray topic, QByteArray message)
 {
-    if (TradeChannel::isDebugLogOn()) {
+    if (isDebugLogOn()) {
         qDebug() << "handleTradeNotify receive topic:" << topic << ", msg:" << message;
     }
+    const auto heard = TradeMessage::parse(message);
+    if (!heard || !heard->isAbout(m_code)) {
+        return;
+    }
     if (topic == Topic::TRADEQUERY) {
-        if (const auto answer = TradeChannel::parseMessage(message)) {
-            handleAnswer(*answer);
-        }
+        handleAnswer(*heard);
     } else if (topic == Topic::TRADENOTIFY) {
-        const auto notification = TradeChannel::parseMessage(message);
-        if (notification && TradeChannel::isAbout(*notification, m_code)) {
-            sendQueryTodayTradeInfoReq();
-        }
+        sendQueryTodayTradeInfoReq();
     }
 }
 
-void BSPoint::handleAnswer(const QJsonObject &answer)
+void BSPoint::handleAnswer(const TradeMessage &answer)
 {
-    const bool isHistory = TradeChannel::isCommand(answer, CmdType::HISTORYTRADE);
-    const bool isToday = TradeChannel::isCommand(answer, CmdType::TODAYTRADE);
-    if (!(isHistory || isToday) || !TradeChannel::isAbout(answer, m_code)) {
-        return;
-    }
-    const QJsonArray rows = TradeChannel::rows(answer);
-    if (isHistory) {
-        handleQueryHistoryTradeInfoRes(rows);
-    } else {
-        handleQueryTodayTradeInfoRes(rows);
+    if (answer.isCommand(CmdType::HISTORYTRADE)) {
+        handleQueryHistoryTradeInfoRes(answer.rows());
+    } else if (answer.isCommand(CmdType::TODAYTRADE)) {
+        handleQueryTodayTradeInfoRes(answer.rows());
     }
 }
 
 bool BSPoint::handleQueryTodayTradeInfoRes(QJsonArray rows)
 {
-    const bool logRows = TradeChannel::isDebugLogOn();
-    RowReader reader(todayColumns);
-    std::int64_t workingDate = noDate;
-    std::vector<trade_cj> trades;
-    trades.reserve(static_cast<std::size_t>(rows.size()));
-    for (const QJsonValue &value : qAsConst(rows)) {
-        const QJsonObject row = value.toObject();
-        if (logRows) {
-            logRow("handleQueryTradeInfoRes obo:", row, QJsonDocument::Indented);
-        }
-        const DatedTrade &read = reader.read(row);
-        workingDate = read.date;
-        trades.push_back(read.trade);
-    }
-    // One day is answered: all of its rows stand under the day of the last one.
     const QPointer<QObject> self(this);
-    if (!trades.empty()) {
-        m_trades[workingDate] = std::move(trades);
-        sumUpDays();
-        calcBSPointPriceInfo();
-        m_axis.updateObject(this);
+    TodaysTrades today = readTodaysTrades(rows);
+    if (!today.trades.empty()) {
+        m_trades[today.day] = std::move(today.trades);
+        showTrades();
     }
     if (self) { // the host may have ended this object while it repainted
-        TradeChannel::restart(m_refreshTimer, m_refreshSeconds);
+        RefreshTimer::restart(m_refreshTimer, m_refreshSeconds);
     }
     return true;
 }
@@ -471,28 +305,18 @@ bool BSPoint::handleQueryTodayTradeInfoRes(QJsonArray rows)
 bool BSPoint::handleQueryHistoryTradeInfoRes(QJsonArray rows)
 {
     if (rows.isEmpty()) {
-        TradeChannel::restart(m_refreshTimer, m_refreshSeconds);
+        RefreshTimer::restart(m_refreshTimer, m_refreshSeconds);
         return true;
     }
-    const bool logRows = TradeChannel::isDebugLogOn();
-    RowReader reader(historyColumns);
-    auto day = m_trades.end();
-    for (const QJsonValue &value : qAsConst(rows)) {
-        const QJsonObject row = value.toObject();
-        if (logRows) {
-            logRow("handleQueryHistoryTradeInfoRes obo:", row, QJsonDocument::Compact);
-        }
-        const DatedTrade &read = reader.read(row);
-        if (day == m_trades.end() || day->first != read.date) {
-            day = m_trades.try_emplace(read.date).first; // rows of a day mostly follow each other
-        }
-        day->second.push_back(read.trade);
-    }
-    for (auto &[date, trades] : m_trades) {
-        trades.shrink_to_fit(); // held for as long as the security is shown
-    }
-    sumUpDays();
-    calcBSPointPriceInfo();
-    m_axis.updateObject(this); // the host may end this object in here: nothing may follow
+    addPastTrades(rows, m_trades);
+    showTrades(); // the host may end this object in here: nothing may follow
     return true;
+}
+
+/// Marks the bars of the trades as they are now, and has them repainted.
+void BSPoint::showTrades()
+{
+    m_daySides = sumUpDays(m_trades);
+    calcBSPointPriceInfo();
+    m_axis.updateObject(this);
 }

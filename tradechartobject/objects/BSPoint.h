@@ -16,8 +16,10 @@
 class QTimer;
 
 namespace TradeChart {
+struct DaySides;
 struct TradeMarks;
-}
+class TradeMessage;
+} // namespace TradeChart
 
 /// The buy/sell points: on the daily chart, a marker on each bar on whose day the account executed
 /// trades - buys, sells or both - and on a click the list of that day's trades.
@@ -58,6 +60,7 @@ public:
     /// Asks for the trades from m_startDate to m_endDate; false when the bus refused the question.
     bool sendQueryHistoryTradeInfoReq();
 
+    /// Takes the answers for the shown security; asks for today's trades when it is told of one.
     void handleTradeNotify(QByteArray topic, QByteArray message);
 
     /// Replaces the trades of one day, the day of the last row; always true.
@@ -72,33 +75,22 @@ public:
     bool calcBSPointPriceInfo();
 
 private:
-    /// Which sides a day holds; a day of m_trades is never without trades.
-    struct DaySides
-    {
-        std::int32_t day; ///< yyyymmdd
-        bool hasBuys;
-        bool hasSells;
-    };
-    using DaysSides = std::vector<DaySides>;
-
     void changeSecurity(const Korvane::tagCodeWithName &code);
     void readBars(const Korvane::AnalyData *bars, int count);
     bool askForShownDays();
-    void handleAnswer(const QJsonObject &answer);
-    void sumUpDays();
-    DaysSides::const_iterator firstNotBefore(std::int64_t day, DaysSides::const_iterator sides) const;
+    void handleAnswer(const TradeChart::TradeMessage &answer);
+    void showTrades();
     TradeChart::TradeMarks marks();
-    void markBar(std::size_t bar, const DaySides &sides);
     void tellHostWhichBar(int bar) const;
 
     Korvane::IChartAxis &m_axis;
-    LocalCommunication::EndPoint m_endPoint;
+    LocalCommunication::EndPoint m_endPoint{nullptr};
     Korvane::tagCodeWithName m_code;
-    Korvane::Period m_period;
+    Korvane::Period m_period = Korvane::NoPeriod;
     std::vector<std::int64_t> m_barTimes; ///< date-time per bar
-    std::int64_t m_startDate;             ///< yyyymmdd of the last question for past trades, -1 for none
-    std::int64_t m_endDate;
-    int m_calcArg;
+    std::int64_t m_startDate = -1;        ///< yyyymmdd of the last question for past trades, -1 for none
+    std::int64_t m_endDate = -1;
+    int m_calcArg = 0;
     std::map<std::int64_t, std::vector<TradeChart::trade_cj>> m_trades; ///< by day; as received within a day
     std::vector<double> m_barAnchors;                                   ///< high price per bar
     std::vector<double> m_buyMarks; ///< this and the next two: never shorter than m_barTimes
@@ -106,5 +98,5 @@ private:
     std::vector<double> m_bothMarks;
     QTimer *m_refreshTimer; ///< child; null after deleteObject()
     int m_refreshSeconds;
-    DaysSides m_daySides; ///< m_trades in short
+    std::vector<TradeChart::DaySides> m_daySides; ///< m_trades in short
 };

@@ -2,13 +2,15 @@
 
 #include "tradechartobject/CombinedOverlay.h"
 #include "tradechartobject/common/BarTime.h"
+#include "tradechartobject/common/BusLink.h"
 #include "tradechartobject/common/CostLine.h"
 #include "tradechartobject/common/OverlayConfig.h"
 #include "tradechartobject/common/PopupLines.h"
 #include "tradechartobject/common/PriceScale.h"
 #include "tradechartobject/common/Security.h"
-#include "tradechartobject/common/TradeChannel.h"
 #include "tradechartobject/common/TradeLine.h"
+#include "tradechartobject/common/TradeMessage.h"
+#include "tradechartobject/common/TradeRequest.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "tradechartobject/objects/CChartTradeObject_p.h"
 
@@ -21,79 +23,6 @@
 
 using namespace TradeChart;
 
-namespace TradeChart {
-
-namespace {
-
-std::size_t firstBarNotBefore(std::int64_t time, const TimedBars &bars, std::size_t from)
-{
-    const std::int64_t *const end = bars.times + bars.count;
-    const std::int64_t *const found = std::find_if(bars.times + std::min(from, bars.count), end,
-                                                   [time](std::int64_t bar) { return bar >= time; });
-    return static_cast<std::size_t>(found - bars.times);
-}
-
-bool isOnSide(const trade_cj &trade, TradeMarker kind)
-{
-    switch (kind) {
-    case TradeMarker::Both:
-        return true;
-    case TradeMarker::Buys:
-        return trade.isBuy;
-    case TradeMarker::Sells:
-        return !trade.isBuy;
-    case TradeMarker::None:
-        break;
-    }
-    return false;
-}
-
-template <class Condition>
-void removeIf(std::vector<trade_cj> &trades, Condition condition)
-{
-    trades.erase(std::remove_if(trades.begin(), trades.end(), condition), trades.end());
-}
-
-} // namespace
-
-void markTrades(const std::vector<trade_cj> &trades, const TimedBars &bars, const TradeMarks &above,
-                const TradeMarks &below)
-{
-    std::size_t bar = trades.empty() ? bars.count : firstBarNotBefore(trades.front().matchTime, bars, 0);
-    for (const trade_cj &trade : trades) {
-        if (bar < bars.count && trade.matchTime > bars.times[bar]) {
-            mergeSides(above, bar);
-            mergeSides(below, bar);
-            bar = firstBarNotBefore(trade.matchTime, bars, bar + 1);
-        }
-        if (bar >= bars.count) {
-            return;
-        }
-        const TradeMarks &marks = bars.records[bar].close > trade.matchPrice ? below : above;
-        (trade.isBuy ? marks.buys : marks.sells)[bar] = marked;
-    }
-}
-
-void dropTodays(std::vector<trade_cj> &trades, std::int64_t today)
-{
-    removeIf(trades,
-             [start = dateTime(today, 0)](const trade_cj &trade) { return trade.matchTime >= start; });
-}
-
-void dropPast(std::vector<trade_cj> &trades, std::int64_t today)
-{
-    removeIf(trades, [start = dateTime(today, 0)](const trade_cj &trade) { return trade.matchTime < start; });
-}
-
-bool isListed(const trade_cj &trade, const ClickedMarker &marker)
-{
-    const bool isOnPart = marker.isAbove ? trade.matchPrice >= marker.close : trade.matchPrice < marker.close;
-    return isOnPart && isOnSide(trade, marker.kind) && marker.from <= trade.matchTime &&
-           trade.matchTime <= marker.to;
-}
-
-} // namespace TradeChart
-
 namespace {
 
 static_assert(sizeof(CChartTradeObject) <= Korvane::CombinedOverlay::memorySize,
@@ -104,12 +33,10 @@ static_assert(sizeof(QObject) == Korvane::CombinedOverlay::interfaceOffset,
 constexpr int costLineType = 0;
 constexpr int tradeMarkersType = 1;
 
-constexpr std::int64_t noDate = -1;
-
 /// Trading modules have always got this overlay's questions indented.
 QByteArray toText(const QJsonObject &request)
 {
-    return TradeChannel::toJson(request, QJsonDocument::Indented);
+    return toJson(request, QJsonDocument::Indented);
 }
 
 /// The date of a row is not used: without a time every trade stands on the first bar and is listed at
@@ -125,25 +52,17 @@ trade_cj readTrade(const QJsonObject &row)
 
 CChartTradeObject::CChartTradeObject(Korvane::IChartAxis &axis, const char *json)
     : m_axis(axis),
-      m_endPoint(nullptr),
       m_code(noSecurity()),
-      m_period(Korvane::NoPeriod),
-      m_calcArg(0),
-      m_maxPrice(neutralMaximum),
-      m_minPrice(neutralMinimum),
-      m_algorithmType(readAlgorithmType(parseConfig(json))),
-      m_holderPrice(unknownCost),
-      m_startDate(noDate),
-      m_endDate(noDate)
+      m_algorithmType(readAlgorithmType(parseConfig(json)))
 {
-    TradeChannel::joinTerminalBus(m_endPoint);
-    TradeChannel::listen(m_endPoint, this, &CChartTradeObject::handleTradeNotify);
-    TradeChannel::subscribeGlobal(m_endPoint);
+    BusLink::join(m_endPoint);
+    BusLink::listen(m_endPoint, this, &CChartTradeObject::handleTradeNotify);
+    BusLink::subscribeGlobal(m_endPoint);
 }
 
 CChartTradeObject::~CChartTradeObject()
 {
-    TradeChannel::leave(m_endPoint, this);
+    BusLink::leave(m_endPoint, this);
 }
 
 int CChartTradeObject::type() const
@@ -257,14 +176,17 @@ void CChartTradeObject::drawMarkers(Korvane::IChartPainter &painter) const
 {
     const struct
     {
-        MarkerStyle style;
+        Korvane::MarkerStyle style;
         const std::vector<double> &flags;
         const std::vector<double> &prices;
-        MarkerVariant variant;
+        Korvane::MarkerVariant variant;
     } allSeries[] = {
-        {BuyAbove, m_buyAbove, m_highs, AboveTheBar},   {SellAbove, m_sellAbove, m_highs, AboveTheBar},
-        {BothAbove, m_bothAbove, m_highs, AboveTheBar}, {BuyBelow, m_buyBelow, m_lows, BelowTheBar},
-        {SellBelow, m_sellBelow, m_lows, BelowTheBar},  {BothBelow, m_bothBelow, m_lows, BelowTheBar},
+        {Korvane::BuyAbove, m_buyAbove, m_highs, Korvane::AboveTheBar},
+        {Korvane::SellAbove, m_sellAbove, m_highs, Korvane::AboveTheBar},
+        {Korvane::BothAbove, m_bothAbove, m_highs, Korvane::AboveTheBar},
+        {Korvane::BuyBelow, m_buyBelow, m_lows, Korvane::BelowTheBar},
+        {Korvane::SellBelow, m_sellBelow, m_lows, Korvane::BelowTheBar},
+        {Korvane::BothBelow, m_bothBelow, m_lows, Korvane::BelowTheBar},
     };
     for (const auto &series : allSeries) {
         painter.drawMarkerSeries(0, series.flags.data(), series.prices.data(), series.style, series.variant);
@@ -338,12 +260,12 @@ void CChartTradeObject::handleMouseMove(double, double) {}
 
 /// Asks about the shown security and blocks for the answer. None also when this object has ended or shows
 /// another security by then: a bus client may let the host in while it waits.
-std::optional<QJsonObject> CChartTradeObject::ask(const char *command)
+std::optional<TradeMessage> CChartTradeObject::ask(const char *command)
 {
     const QPointer<QObject> self(this);
     const Korvane::tagCodeWithName asked = m_code;
-    auto answer = TradeChannel::ask(m_endPoint, toText(TradeChannel::securityRequest(command, asked)));
-    return self && isSameSecurity(asked, m_code) ? std::move(answer) : std::nullopt;
+    const QByteArray reply = m_endPoint.request(Topic::TRADEQUERY, toText(securityRequest(command, asked)));
+    return self && isSameSecurity(asked, m_code) ? TradeMessage::parseReply(reply) : std::nullopt;
 }
 
 bool CChartTradeObject::requestHolderPrice()
@@ -355,17 +277,17 @@ bool CChartTradeObject::requestHolderPrice()
     if (!answer) {
         return false;
     }
-    m_holderPrice = TradeChannel::text(*answer, TradeKeyFields::COSTPRICE).toDouble();
+    m_holderPrice = answer->text(TradeKeyFields::COSTPRICE).toDouble();
     return true;
 }
 
 bool CChartTradeObject::requestHistoryTradeInfo(long long start, long long end)
 {
-    QJsonObject request = TradeChannel::securityRequest(CmdType::HISTORYTRADE, m_code);
+    QJsonObject request = securityRequest(CmdType::HISTORYTRADE, m_code);
     request.insert(QLatin1String(TradeKeyFields::START), QString::number(start));
     request.insert(QLatin1String(TradeKeyFields::END), QString::number(end));
     const QPointer<QObject> self(this);
-    const bool isSent = TradeChannel::publish(m_endPoint, toText(request));
+    const bool isSent = BusLink::publish(m_endPoint, toText(request));
     if (self && isSent) { // else the next calcIt() asks again
         m_startDate = start;
         m_endDate = end;
@@ -380,7 +302,7 @@ bool CChartTradeObject::requestTodayTradeInfo()
         return false;
     }
     dropTodays(m_trades, currentDate());
-    parseTradeInfo(TradeChannel::rows(*answer), true);
+    parseTradeInfo(answer->rows(), true);
     return true;
 }
 
@@ -392,16 +314,16 @@ void CChartTradeObject::handleTradeNotify(QByteArray topic, QByteArray payload)
     if (m_algorithmType != costLineType && m_algorithmType != tradeMarkersType) {
         return;
     }
-    const auto message = TradeChannel::parseMessage(payload);
-    if (!message || !TradeChannel::isAbout(*message, m_code)) {
+    const auto message = TradeMessage::parse(payload);
+    if (!message || !message->isAbout(m_code)) {
         return;
     }
     if (topic == Topic::TRADENOTIFY) {
         requestTodayTradeInfo();
-    } else if (topic == Topic::TRADEQUERY && TradeChannel::isCommand(*message, CmdType::HISTORYTRADE)) {
+    } else if (topic == Topic::TRADEQUERY && message->isCommand(CmdType::HISTORYTRADE)) {
         // Whoever sent it: another overlay's question of this name counts as an answer without trades.
         dropPast(m_trades, currentDate());
-        parseTradeInfo(TradeChannel::rows(*message), false);
+        parseTradeInfo(message->rows(), false);
     }
 }
 

@@ -10,12 +10,14 @@
 #include <QObject>
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <vector>
 
 namespace TradeChart {
 struct TradeMarks;
-}
+class TradeMessage;
+} // namespace TradeChart
 
 /// The combined overlay: the cost line or the trade markers, by configuration. It is the older of the
 /// overlays; the factory does not make it, a terminal constructs it itself.
@@ -68,6 +70,8 @@ public:
     /// Adds the rows of an answer, today's behind and past ones in front of the trades held; always true.
     bool parseTradeInfo(QJsonArray array, bool isToday);
 
+    /// Takes the answer with past trades for the shown security; asks for today's when it is told of one, and
+    /// blocks for them.
     void handleTradeNotify(QByteArray topic, QByteArray payload);
 
     /// Marks the bars on which the trades stand. Marks are only added: calcIt() clears them.
@@ -79,20 +83,21 @@ private:
     int hitTestBar(int bar, double y);
     TradeChart::TradeMarks marksAbove();
     TradeChart::TradeMarks marksBelow();
-    std::optional<QJsonObject> ask(const char *command);
+    std::optional<TradeChart::TradeMessage> ask(const char *command);
 
     Korvane::IChartAxis &m_axis;
-    LocalCommunication::EndPoint m_endPoint;
+    LocalCommunication::EndPoint m_endPoint{nullptr};
     Korvane::tagCodeWithName m_code;
-    Korvane::Period m_period;
-    int m_calcArg;
-    double m_maxPrice; ///< for the price scale, as of the last calcRatio()
-    double m_minPrice;
+    Korvane::Period m_period = Korvane::NoPeriod;
+    int m_calcArg = 0;
+    double m_maxPrice =
+        std::numeric_limits<double>::min(); ///< for the price scale, as of the last calcRatio()
+    double m_minPrice = std::numeric_limits<double>::max();
     std::vector<std::int64_t> m_barTimes; ///< date-time per bar
     int m_algorithmType;
-    double m_holderPrice;     ///< NaN while unknown
-    std::int64_t m_startDate; ///< yyyymmdd of the last question for past trades, -1 for none
-    std::int64_t m_endDate;
+    double m_holderPrice = std::numeric_limits<double>::quiet_NaN(); ///< NaN while unknown
+    std::int64_t m_startDate = -1; ///< yyyymmdd of the last question for past trades, -1 for none
+    std::int64_t m_endDate = -1;
     std::vector<TradeChart::trade_cj> m_trades; ///< past ones first
     std::vector<double> m_highs;                ///< per bar, as the marks
     std::vector<double> m_lows;

@@ -1,25 +1,26 @@
 #include "tradechartobject/objects/EntrustPoint.h"
 
 #include "tradechartobject/common/BarTime.h"
+#include "tradechartobject/common/BusLink.h"
+#include "tradechartobject/common/DebugLog.h"
 #include "tradechartobject/common/OrderMarks.h"
-#include "tradechartobject/common/OrderRow.h"
 #include "tradechartobject/common/OrderStatusTable.h"
 #include "tradechartobject/common/OrderText.h"
 #include "tradechartobject/common/PopupLines.h"
 #include "tradechartobject/common/PriceScale.h"
-#include "tradechartobject/common/RowReader.h"
+#include "tradechartobject/common/RefreshTimer.h"
 #include "tradechartobject/common/Security.h"
 #include "tradechartobject/common/SettlingWaits.h"
-#include "tradechartobject/common/TradeChannel.h"
+#include "tradechartobject/common/TradeMessage.h"
+#include "tradechartobject/common/TradeRequest.h"
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "tradechartobject/objects/EntrustPoint_p.h"
 
 #include <QDebug>
-#include <QJsonDocument>
 #include <QPointer>
 #include <QUuid>
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 #include <stdexcept>
 #include <utility>
@@ -28,53 +29,18 @@ using namespace TradeChart;
 
 namespace {
 
-constexpr std::int64_t noDate = -1;
-
-// The chart modes that orders are shown in.
-constexpr int todayChart = 1;
-constexpr int pastDayChart = 2;
-
-constexpr double catchDistance = 8.0; // pixels from the centre of a bar
-constexpr double markerHeight = 16.0; // pixels
-
-/// Where a marker of a price is drawn and caught: hanging from its price, or, with a price outside the
-/// visible range, held at the edge.
-struct Placement
+/// What the trading module says of a cancellation: its reason when it failed.
+QByteArray cancelAnswerText(const TradeMessage &answer)
 {
-    double price; ///< of the anchor
-    bool isAtLow; ///< held at the bottom edge, where it stands above its anchor
-};
-
-struct PriceRange
-{
-    double low = 0.0;
-    double high = 0.0;
-};
-
-Placement place(double price, const PriceRange &visible)
-{
-    if (visible.low >= price) {
-        return {visible.low, true};
+    if (!answer.isTrue(TradeKeyFields::SUCCESS)) {
+        return answer.text(TradeKeyFields::MSG).toUtf8();
     }
-    return {price >= visible.high ? visible.high : price, false};
-}
-
-/// True when the pixel row lies on the marker of a price, ends included.
-bool isOnMarker(Korvane::IChartAxis &axis, double price, const PriceRange &visible, double y)
-{
-    const Placement placement = place(price, visible);
-    const double anchorY = axis.priceToY(placement.price, -1, -1);
-    const double top = placement.isAtLow ? anchorY - markerHeight : anchorY;
-    const double bottom = placement.isAtLow ? anchorY : anchorY + markerHeight;
-    return top <= y && y <= bottom;
-}
-
-void logUnreadable(const QJsonObject &row)
-{
-    if (TradeChannel::isDebugLogOn()) {
-        qDebug() << "Error:unknown bsflag2 or order status is empty:";
-        qDebug() << QString::fromUtf8(QJsonDocument(row).toJson(QJsonDocument::Indented));
+    QByteArray text;
+    const QJsonArray parts = answer.rows();
+    for (const QJsonValue &part : parts) {
+        text += part.toObject().value(QLatin1String(TradeKeyFields::MSGOK)).toString().toUtf8();
     }
+    return text;
 }
 
 } // namespace
@@ -82,27 +48,21 @@ void logUnreadable(const QJsonObject &row)
 EntrustPoint::EntrustPoint(Korvane::IChartAxis &axis, QJsonObject config, QObject *)
     : QObject(nullptr),
       m_axis(axis),
-      m_endPoint(nullptr),
       m_code(noSecurity()),
-      m_period(Korvane::NoPeriod),
-      m_firstDate(noDate),
-      m_lastDate(noDate),
-      m_isTodayChart(axis.chartMode() == todayChart),
-      m_lastArg(0),
-      m_refreshTimer(nullptr),
-      m_refreshSeconds(TradeChannel::refreshSeconds(config)),
+      m_isTodayChart(axis.chartMode() == Korvane::TodayChart),
+      m_refreshTimer(RefreshTimer::create(this, &EntrustPoint::sendQueryTodayEntrustInfoReq)),
+      m_refreshSeconds(RefreshTimer::seconds(config)),
       m_waits(std::make_unique<SettlingWaits>(*this, [this] { sendQueryTodayEntrustInfoReq(); }))
 {
-    m_refreshTimer = TradeChannel::createRefreshTimer(this, &EntrustPoint::sendQueryTodayEntrustInfoReq);
-    TradeChannel::joinTerminalBus(m_endPoint);
-    TradeChannel::listen(m_endPoint, this, &EntrustPoint::handleTradeNotify);
-    TradeChannel::subscribeScreen(m_endPoint, m_axis);
+    BusLink::join(m_endPoint);
+    BusLink::listen(m_endPoint, this, &EntrustPoint::handleTradeNotify);
+    BusLink::subscribeScreen(m_endPoint, m_axis);
     m_objectId = QUuid::createUuid().toString();
 }
 
 EntrustPoint::~EntrustPoint()
 {
-    TradeChannel::leave(m_endPoint, this);
+    BusLink::leave(m_endPoint, this);
 }
 
 int EntrustPoint::type() const
@@ -112,7 +72,7 @@ int EntrustPoint::type() const
 
 bool EntrustPoint::deleteObject()
 {
-    TradeChannel::remove(m_refreshTimer);
+    RefreshTimer::remove(m_refreshTimer);
     return true;
 }
 
@@ -142,7 +102,7 @@ bool EntrustPoint::calcIt(const Korvane::tagCodeWithName &code, const Korvane::A
     if (m_barTimes.empty()) {
         return true;
     }
-    TradeChannel::startIfIdle(m_refreshTimer, m_refreshSeconds);
+    RefreshTimer::startIfIdle(m_refreshTimer, m_refreshSeconds);
     m_firstDate = tradingDay(m_barTimes.front());
     m_lastDate = tradingDay(m_barTimes.back());
     const QPointer<QObject> self(this);
@@ -154,7 +114,7 @@ bool EntrustPoint::calcIt(const Korvane::tagCodeWithName &code, const Korvane::A
 
 void EntrustPoint::changeSecurity(const Korvane::tagCodeWithName &code)
 {
-    TradeChannel::stop(m_refreshTimer);
+    RefreshTimer::stop(m_refreshTimer);
     m_ordersByTime.clear();
     m_priceMarks.clear();
     m_barOrders.clear();
@@ -164,10 +124,10 @@ void EntrustPoint::changeSecurity(const Korvane::tagCodeWithName &code)
 void EntrustPoint::askForOrders()
 {
     switch (m_axis.chartMode()) {
-    case todayChart:
+    case Korvane::TodayChart:
         sendQueryTodayEntrustInfoReq();
         break;
-    case pastDayChart:
+    case Korvane::PastDayChart:
         sendQueryHistoryEntrustInfoReq(m_lastDate);
         break;
     default:
@@ -177,25 +137,10 @@ void EntrustPoint::askForOrders()
 
 bool EntrustPoint::calcEntrustPointPriceInfo()
 {
-    if (m_ordersByTime.empty() || m_barTimes.empty()) {
-        return true;
-    }
-    m_priceMarks.clear();
-    m_barOrders.clear();
-    for (int bar = static_cast<int>(m_barTimes.size()) - 1; bar >= 0; --bar) {
-        const auto found = m_ordersByTime.find(m_barTimes[static_cast<std::size_t>(bar)]);
-        if (found == m_ordersByTime.end()) {
-            continue;
-        }
-        const QVector<EntrustInfo> &orders = found->second;
-        m_barOrders.emplace(bar, orders);
-        std::map<std::int64_t, int> marks;
-        for (const EntrustInfo &order : orders) {
-            addOrder(order, marks);
-        }
-        if (!marks.empty()) {
-            m_priceMarks.emplace(bar, std::move(marks));
-        }
+    if (!m_ordersByTime.empty() && !m_barTimes.empty()) {
+        GroupedOrders grouped = groupOrders(m_ordersByTime, m_barTimes);
+        m_barOrders = std::move(grouped.orders);
+        m_priceMarks = std::move(grouped.marks);
     }
     return true;
 }
@@ -241,11 +186,10 @@ int EntrustPoint::hitTest(double x, double y)
         return -1;
     }
     for (const auto &[bar, marks] : m_priceMarks) {
-        if (!(std::abs(x - m_axis.barToX(bar)) < catchDistance)) {
+        if (!isAtBar(m_axis, bar, x)) {
             continue;
         }
-        PriceRange visible;
-        m_axis.visiblePriceRange(visible.low, visible.high);
+        const PriceRange visible = visiblePrices(m_axis);
         const bool isHit = std::any_of(marks.begin(), marks.end(), [&](const auto &mark) {
             return isOnMarker(m_axis, keyPrice(mark.first), visible, y);
         });
@@ -272,7 +216,7 @@ void EntrustPoint::handleMousePress(double x, double y)
     const QPointer<QObject> self(this);
     const int chosen = PopupLines(texts).show(m_axis);
     if (chosen < 0 || static_cast<std::size_t>(chosen) >= orders.size()) {
-        if (TradeChannel::isDebugLogOn()) {
+        if (isDebugLogOn()) {
             qDebug() << "Unknown select:" << chosen << ", select size:" << orders.size();
         }
         return;
@@ -291,9 +235,8 @@ std::vector<EntrustInfo> EntrustPoint::ordersAt(double x, double y) const
     std::vector<EntrustInfo> found;
     for (auto next = m_barOrders.begin(); found.empty() && next != m_barOrders.end();) {
         const auto [bar, orders] = *next;
-        if (std::abs(x - m_axis.barToX(bar)) < catchDistance) {
-            PriceRange visible;
-            m_axis.visiblePriceRange(visible.low, visible.high);
+        if (isAtBar(m_axis, bar, x)) {
+            const PriceRange visible = visiblePrices(m_axis);
             std::copy_if(
                 orders.begin(), orders.end(), std::back_inserter(found),
                 [&](const EntrustInfo &order) { return isOnMarker(m_axis, order.orderPrice, visible, y); });
@@ -329,15 +272,14 @@ void EntrustPoint::handleMouseMove(double, double) {}
 
 void EntrustPoint::sendQueryTodayEntrustInfoReq()
 {
-    TradeChannel::send(m_endPoint, TradeChannel::screenRequest(CmdType::ENTRUSTTODAYTRADE, m_code, m_axis),
-                       __func__);
+    BusLink::send(m_endPoint, screenRequest(CmdType::ENTRUSTTODAYTRADE, m_code, m_axis), __func__);
 }
 
 bool EntrustPoint::sendQueryHistoryEntrustInfoReq(long long date)
 {
-    QJsonObject request = TradeChannel::screenRequest(CmdType::ENTRUSTHISTORYTRADE, m_code, m_axis);
+    QJsonObject request = screenRequest(CmdType::ENTRUSTHISTORYTRADE, m_code, m_axis);
     request.insert(QLatin1String(TradeKeyFields::DATE), static_cast<qint64>(date));
-    return TradeChannel::send(m_endPoint, request, __func__);
+    return BusLink::send(m_endPoint, request, __func__);
 }
 
 void EntrustPoint::sendCancelOrderReq(EntrustInfo &order)
@@ -347,76 +289,66 @@ void EntrustPoint::sendCancelOrderReq(EntrustInfo &order)
 
 void EntrustPoint::cancel(const EntrustInfo &order, const Korvane::tagCodeWithName &security)
 {
-    QJsonObject request = TradeChannel::screenRequest(CmdType::ENTRUSTCANCEL, security, m_axis);
+    QJsonObject request = screenRequest(CmdType::ENTRUSTCANCEL, security, m_axis);
     request.insert(QLatin1String(TradeKeyFields::RTSORDERDATE), QString::number(order.orderDate));
     request.insert(QLatin1String(TradeKeyFields::RTSORDERNO), QString::number(order.orderNo));
     request.insert(QLatin1String(TradeKeyFields::OBJECTID), m_objectId);
-    TradeChannel::send(m_endPoint, request, "sendCancelOrderReq");
+    BusLink::send(m_endPoint, request, "sendCancelOrderReq");
 }
 
 // Answers
 
 void EntrustPoint::handleTradeNotify(QByteArray topic, QByteArray message)
 {
+    const auto heard = TradeMessage::parse(message);
+    if (!heard) {
+        return;
+    }
     if (topic == Topic::TRADEQUERY) {
-        if (const auto answer = TradeChannel::parseMessage(message)) {
-            handleAnswer(*answer);
-        }
+        handleAnswer(*heard);
     } else if (topic == Topic::TRADENOTIFY) {
-        const auto notification = TradeChannel::parseMessage(message);
-        if (notification && TradeChannel::isAbout(*notification, m_code) &&
-            m_axis.chartMode() == todayChart) {
-            m_waits->waitAndAsk(); // the host may end this object in here: nothing may follow
-        }
+        handleNotification(*heard);
     }
 }
 
-void EntrustPoint::handleAnswer(const QJsonObject &answer)
+void EntrustPoint::handleNotification(const TradeMessage &notification)
 {
-    if (TradeChannel::isCommand(answer, CmdType::ENTRUSTCANCEL)) {
-        handleCancelAnswer(answer);
-        return;
-    }
-    const bool isToday = TradeChannel::isCommand(answer, CmdType::ENTRUSTTODAYTRADE);
-    const bool isHistory = TradeChannel::isCommand(answer, CmdType::ENTRUSTHISTORYTRADE);
-    if (!(isToday || isHistory) || !TradeChannel::isAbout(answer, m_code)) {
-        return;
-    }
-    const QJsonArray rows = TradeChannel::rows(answer);
-    if (isToday) {
-        handleQueryTodayEntrustInfoRes(rows);
-    } else {
-        handleQueryHistoryEntrustInfoRes(rows);
+    if (notification.isAbout(m_code) && m_axis.chartMode() == Korvane::TodayChart) {
+        m_waits->waitAndAsk(); // the host may end this object in here: nothing may follow
     }
 }
 
-void EntrustPoint::handleCancelAnswer(const QJsonObject &answer)
+void EntrustPoint::handleAnswer(const TradeMessage &answer)
 {
-    if (TradeChannel::text(answer, TradeKeyFields::OBJECTID) != m_objectId) {
+    if (answer.isCommand(CmdType::ENTRUSTCANCEL)) {
+        showCancelAnswer(answer);
+    } else if (!answer.isAbout(m_code)) {
         return;
+    } else if (answer.isCommand(CmdType::ENTRUSTTODAYTRADE)) {
+        handleQueryTodayEntrustInfoRes(answer.rows());
+    } else if (answer.isCommand(CmdType::ENTRUSTHISTORYTRADE)) {
+        handleQueryHistoryEntrustInfoRes(answer.rows());
     }
-    QByteArray message;
-    if (answer.value(QLatin1String(TradeKeyFields::SUCCESS)).toBool()) {
-        const QJsonArray parts = TradeChannel::rows(answer);
-        for (const QJsonValue &part : parts) {
-            message += TradeChannel::text(part.toObject(), TradeKeyFields::MSGOK).toUtf8();
-        }
-    } else {
-        message = TradeChannel::text(answer, TradeKeyFields::MSG).toUtf8();
+}
+
+void EntrustPoint::showCancelAnswer(const TradeMessage &answer)
+{
+    if (answer.text(TradeKeyFields::OBJECTID) == m_objectId) {
+        m_axis.showMessage(
+            cancelAnswerText(answer).constData()); // the host may end this object in here: nothing may follow
     }
-    m_axis.showMessage(message.constData()); // the host may end this object in here: nothing may follow
 }
 
 bool EntrustPoint::handleQueryTodayEntrustInfoRes(QJsonArray data)
 {
     const QPointer<QObject> self(this);
     if (!data.isEmpty()) {
-        storeOrders(data);
+        m_ordersByTime = readOrders(data, marketCode(m_code), currentDate());
         calcEntrustPointPriceInfo();
         m_axis.updateObject(this);
     }
     if (self) { // the host may have ended this object while it repainted
-        TradeChannel::restart(m_refreshTimer, m_refreshSeconds);
+        RefreshTimer::restart(m_refreshTimer, m_refreshSeconds);
     }
     return true;
 }
@@ -424,33 +356,4 @@ bool EntrustPoint::handleQueryTodayEntrustInfoRes(QJsonArray data)
 bool EntrustPoint::handleQueryHistoryEntrustInfoRes(QJsonArray data)
 {
     return handleQueryTodayEntrustInfoRes(data);
-}
-
-/// Keeps the readable rows of the shown security's market by the minute they are shown at. That minute
-/// is always one of today, also for orders of other days: an intraday chart has no other.
-void EntrustPoint::storeOrders(const QJsonArray &rows)
-{
-    m_ordersByTime.clear();
-    const std::int64_t today = currentDate();
-    const QString market = marketCode(m_code);
-    RowReader reader(orderColumns);
-    auto minute = m_ordersByTime.end();
-    for (const QJsonValue &value : rows) {
-        const QJsonObject row = value.toObject();
-        const OrderRow &read = reader.read(row);
-        if (read.market != market) {
-            continue;
-        }
-        if (read.order.orderStatus.isEmpty() || !read.hasSide) {
-            logUnreadable(row);
-            continue;
-        }
-        const std::int64_t time = dateTime(today, shownMinute(read.time, today > read.order.orderDate));
-        if (minute == m_ordersByTime.end() || minute->first != time) {
-            minute = m_ordersByTime.try_emplace(time).first; // orders of a minute mostly follow each other
-        }
-        EntrustInfo order = read.order;
-        order.matchPrice = read.matchAmount / static_cast<double>(order.matchQty);
-        minute->second.append(std::move(order));
-    }
 }

@@ -21,7 +21,8 @@ class QTimer;
 
 namespace TradeChart {
 class SettlingWaits;
-}
+class TradeMessage;
+} // namespace TradeChart
 
 /// The order points: on the intraday chart, a marker for each price at which the account has orders in
 /// a minute, told apart by side and by how much is dealt. A click lists the orders behind a marker; one
@@ -81,23 +82,23 @@ public:
 private:
     void changeSecurity(const Korvane::tagCodeWithName &code);
     void askForOrders();
-    void handleAnswer(const QJsonObject &answer);
-    void handleCancelAnswer(const QJsonObject &answer);
-    void storeOrders(const QJsonArray &rows);
+    void handleNotification(const TradeChart::TradeMessage &notification);
+    void handleAnswer(const TradeChart::TradeMessage &answer);
+    void showCancelAnswer(const TradeChart::TradeMessage &answer);
     std::vector<TradeChart::EntrustInfo> ordersAt(double x, double y) const;
     void offerCancellation(const TradeChart::EntrustInfo &order, const Korvane::tagCodeWithName &security,
                            const std::string &text);
     void cancel(const TradeChart::EntrustInfo &order, const Korvane::tagCodeWithName &security);
 
     Korvane::IChartAxis &m_axis;
-    LocalCommunication::EndPoint m_endPoint;
+    LocalCommunication::EndPoint m_endPoint{nullptr};
     Korvane::tagCodeWithName m_code;
-    Korvane::Period m_period;
+    Korvane::Period m_period = Korvane::NoPeriod;
     std::vector<std::int64_t> m_barTimes; ///< date-time per bar
-    std::int64_t m_firstDate;             ///< yyyymmdd of the first bar, -1 before there was one
-    std::int64_t m_lastDate;
+    std::int64_t m_firstDate = -1;        ///< yyyymmdd of the first bar, -1 before there was one
+    std::int64_t m_lastDate = -1;
     bool m_isTodayChart; ///< when the object was made
-    int m_lastArg;
+    int m_lastArg = 0;
     std::map<int, std::map<std::int64_t, int>> m_priceMarks;                 ///< bar, price key: marker kind
     std::map<int, QVector<TradeChart::EntrustInfo>> m_barOrders;             ///< by bar
     std::map<std::int64_t, QVector<TradeChart::EntrustInfo>> m_ordersByTime; ///< by the minute shown at

@@ -1,10 +1,13 @@
 #include "tradechartobject/objects/PositionCost.h"
 
 #include "tradechartobject/common/BarTime.h"
+#include "tradechartobject/common/BusLink.h"
 #include "tradechartobject/common/CostLine.h"
 #include "tradechartobject/common/PriceScale.h"
+#include "tradechartobject/common/RefreshTimer.h"
 #include "tradechartobject/common/Security.h"
-#include "tradechartobject/common/TradeChannel.h"
+#include "tradechartobject/common/TradeMessage.h"
+#include "tradechartobject/common/TradeRequest.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <QPointer>
@@ -22,23 +25,18 @@ constexpr int labelDecimals = 3;
 PositionCost::PositionCost(Korvane::IChartAxis &axis, QJsonObject config, QObject *parent)
     : QObject(parent),
       m_axis(axis),
-      m_endPoint(nullptr),
       m_code(noSecurity()),
-      m_period(Korvane::NoPeriod),
-      m_costPrice(unknownCost),
-      m_calcArg(0),
-      m_refreshTimer(nullptr),
-      m_refreshSeconds(TradeChannel::refreshSeconds(config))
+      m_refreshTimer(RefreshTimer::create(this, &PositionCost::sendQueryPositionCostReq)),
+      m_refreshSeconds(RefreshTimer::seconds(config))
 {
-    m_refreshTimer = TradeChannel::createRefreshTimer(this, &PositionCost::sendQueryPositionCostReq);
-    TradeChannel::joinTerminalBus(m_endPoint);
-    TradeChannel::listen(m_endPoint, this, &PositionCost::handleTradeNotify);
-    TradeChannel::subscribeScreen(m_endPoint, m_axis);
+    BusLink::join(m_endPoint);
+    BusLink::listen(m_endPoint, this, &PositionCost::handleTradeNotify);
+    BusLink::subscribeScreen(m_endPoint, m_axis);
 }
 
 PositionCost::~PositionCost()
 {
-    TradeChannel::leave(m_endPoint, this);
+    BusLink::leave(m_endPoint, this);
 }
 
 int PositionCost::type() const
@@ -48,7 +46,7 @@ int PositionCost::type() const
 
 bool PositionCost::deleteObject()
 {
-    TradeChannel::remove(m_refreshTimer);
+    RefreshTimer::remove(m_refreshTimer);
     return true;
 }
 
@@ -61,7 +59,7 @@ bool PositionCost::calcIt(const Korvane::tagCodeWithName &code, const Korvane::A
         return true;
     }
     decodeBarTimes(bars, count, period, m_barTimes);
-    TradeChannel::startIfIdle(m_refreshTimer, m_refreshSeconds);
+    RefreshTimer::startIfIdle(m_refreshTimer, m_refreshSeconds);
     return true;
 }
 
@@ -118,8 +116,7 @@ void PositionCost::handleMouseMove(double, double) {}
 void PositionCost::sendQueryPositionCostReq()
 {
     if (isSet(m_code)) {
-        TradeChannel::send(m_endPoint, TradeChannel::screenRequest(CmdType::HOLDERCOSTPRICE, m_code, m_axis),
-                           __func__);
+        BusLink::send(m_endPoint, screenRequest(CmdType::HOLDERCOSTPRICE, m_code, m_axis), __func__);
     }
 }
 
@@ -128,29 +125,31 @@ void PositionCost::handleTradeNotify(QByteArray topic, QByteArray payload)
     if (topic != Topic::TRADEQUERY) {
         return;
     }
-    const auto answer = TradeChannel::parseMessage(payload);
-    if (!answer || !TradeChannel::isCommand(*answer, CmdType::HOLDERCOSTPRICE)) {
-        return;
+    const auto answer = TradeMessage::parse(payload);
+    if (answer && answer->isCommand(CmdType::HOLDERCOSTPRICE)) {
+        takeHolding(answer->record());
     }
-    const QJsonObject holding = answer->value(QLatin1String(TradeKeyFields::DATA)).toObject();
+}
+
+void PositionCost::takeHolding(const TradeMessage &holding)
+{
     if (!isAnswerForUs(holding)) {
         return;
     }
-    const QJsonValue costPrice = holding.value(QLatin1String(TradeKeyFields::COSTPRICE));
-    if (costPrice.isUndefined()) {
+    if (!holding.has(TradeKeyFields::COSTPRICE)) {
         // Nothing is held any more; the line goes when the host next repaints of itself.
         m_costPrice = unknownCost;
         return;
     }
-    m_costPrice = costPrice.toString().toDouble();
+    m_costPrice = holding.text(TradeKeyFields::COSTPRICE).toDouble();
     m_axis.updateObject(this); // the host may end this object in here: nothing may follow
 }
 
-bool PositionCost::isAnswerForUs(const QJsonObject &holding) const
+/// An answer that names no market is nobody's.
+bool PositionCost::isAnswerForUs(const TradeMessage &holding) const
 {
-    const QString market =
-        TradeChannel::answerMarketCode(TradeChannel::text(holding, TradeKeyFields::MARKET));
-    return !market.isEmpty() && market == marketCode(m_code) && TradeChannel::isAbout(holding, m_code);
+    const QString market = answerMarketCode(holding.text(TradeKeyFields::MARKET));
+    return !market.isEmpty() && market == marketCode(m_code) && holding.isAbout(m_code);
 }
 
 bool PositionCost::isCostVisible() const

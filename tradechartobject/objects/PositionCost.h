@@ -8,9 +8,14 @@
 #include <QObject>
 
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 class QTimer;
+
+namespace TradeChart {
+class TradeMessage;
+}
 
 /// The cost line: the average cost price of the holding in the shown security, drawn as one
 /// horizontal line with its price, on charts of any period.
@@ -49,16 +54,17 @@ public:
 
 private:
     bool turnTo(const Korvane::tagCodeWithName &code);
-    bool isAnswerForUs(const QJsonObject &holding) const;
+    void takeHolding(const TradeChart::TradeMessage &holding);
+    bool isAnswerForUs(const TradeChart::TradeMessage &holding) const;
     bool isCostVisible() const;
 
     Korvane::IChartAxis &m_axis;
-    LocalCommunication::EndPoint m_endPoint;
+    LocalCommunication::EndPoint m_endPoint{nullptr};
     Korvane::tagCodeWithName m_code;
-    Korvane::Period m_period;
+    Korvane::Period m_period = Korvane::NoPeriod;
     std::vector<std::int64_t> m_barTimes; ///< date-time per bar; only their number is used
-    double m_costPrice;                   ///< NaN while unknown
-    int m_calcArg;
+    double m_costPrice = std::numeric_limits<double>::quiet_NaN(); ///< NaN while unknown
+    int m_calcArg = 0;
     QTimer *m_refreshTimer; ///< child; null after deleteObject()
     int m_refreshSeconds;
 };

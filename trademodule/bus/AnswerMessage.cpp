@@ -9,6 +9,8 @@ namespace TradeModule {
 
 using namespace TradeChart::TradeKeyFields;
 
+const QLatin1String AnswerMessage::noCost("nan");
+
 AnswerMessage::AnswerMessage(const TradeRequest &request)
 {
     for (const char *const echoed : {CMD, STKCODE, SCREENID, OBJECTID}) {
@@ -35,6 +37,9 @@ void AnswerMessage::fail(ErrorCode code, const QString &reason)
     set(SUCCESS, false);
     set(ERRCODE, code);
     set(MSG, reason);
+    if (m_envelope[QLatin1String(CMD)] == QLatin1String(TradeChart::CmdType::HOLDERCOSTPRICE)) {
+        set(COSTPRICE, noCost);
+    }
 }
 
 QByteArray AnswerMessage::toJson() const

@@ -14,6 +14,9 @@ public:
     /// Values of "errcode".
     enum ErrorCode { NoError = 0, NotUnderstood = 1, LedgerFailed = 2, Refused = 3 };
 
+    /// The value of "costprice" where there is no cost.
+    static const QLatin1String noCost;
+
     /// A success without "data": what the question named comes back, the market as its number.
     explicit AnswerMessage(const TradeRequest &request);
 
@@ -21,7 +24,8 @@ public:
     /// "data" as JSON text; many rows are sooner written than built.
     void setRows(const QByteArray &json) { m_rows = json; }
 
-    /// Makes it a failure, without "data".
+    /// Makes it a failure, without "data". One to a question for the cost says that there is none: charts
+    /// draw the cost of every answer, and what is missing as 0.00.
     void fail(ErrorCode code, const QString &reason);
 
     QByteArray toJson() const;

@@ -27,11 +27,10 @@ QLatin1String key(const char *name)
     return QLatin1String(name);
 }
 
-/// "nan" when nothing is held.
 QString costText(const Holding &holding)
 {
     const std::optional<double> cost = holding.costPrice();
-    return cost ? QString::number(*cost, 'f', CostDecimals) : QStringLiteral("nan");
+    return cost ? QString::number(*cost, 'f', CostDecimals) : AnswerMessage::noCost;
 }
 
 QJsonObject rowOf(const Position &position, qint64 sellable)

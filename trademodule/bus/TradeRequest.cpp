@@ -4,6 +4,7 @@
 #include "trademodule/Error.h"
 #include "trademodule/ExchangeTime.h"
 #include "trademodule/Language.h"
+#include "trademodule/exchange/TradingRules.h"
 
 namespace TradeModule {
 
@@ -89,10 +90,9 @@ qint64 TradeRequest::orderNumber() const
 
 qint64 TradeRequest::orderQuantity() const
 {
-    constexpr qint64 MostShares = 1000000000;
     const qint64 quantity = positive(RTSENTRUSTQTY);
-    if (quantity > MostShares) {
-        refuse(RTSENTRUSTQTY, text(RTSENTRUSTQTY), translated("at most %1").arg(MostShares));
+    if (quantity > TradingRules::mostShares) {
+        refuse(RTSENTRUSTQTY, text(RTSENTRUSTQTY), translated("at most %1").arg(TradingRules::mostShares));
     }
     return quantity;
 }
@@ -112,14 +112,14 @@ Side TradeRequest::side() const
 
 Money TradeRequest::orderPrice() const
 {
-    constexpr double HighestPrice = 1e6;
     const QString value = text(RTSENTRUSTPRICE);
     bool isNumber = false;
-    const double price = value.toDouble(&isNumber);
-    if (!isNumber || !(price > 0 && price <= HighestPrice)) {
+    const double yuan = value.toDouble(&isNumber);
+    const std::optional<Money> price = isNumber ? Money::ofYuan(yuan) : std::nullopt;
+    if (!price || !(yuan > 0) || *price > TradingRules::highestPrice) {
         refuse(RTSENTRUSTPRICE, value, translated("a price in yuan"));
     }
-    return Money::ofYuan(price).value();
+    return *price;
 }
 
 } // namespace TradeModule

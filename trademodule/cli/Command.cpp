@@ -18,8 +18,8 @@ QString Invocation::ledger() const
         throw UsageError(translated("give the ledger with --ledger FILE or --ledger postgresql://..."));
     }
     const QString location = value(QStringLiteral("ledger"));
-    if (location.isEmpty()) { // a file of no name is one of SQLite's that is gone with the program
-        throw UsageError(translated("--ledger is empty: nothing would be kept"));
+    if (!Database::keeps(location)) {
+        throw UsageError(translated("--ledger is \"%1\": nothing would be kept").arg(location));
     }
     return location;
 }

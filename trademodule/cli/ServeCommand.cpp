@@ -3,6 +3,7 @@
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/TerminationSignals.h"
 #include "trademodule/cli/UsageError.h"
+#include "trademodule/ledger/ServingLease.h"
 
 #include <QCoreApplication>
 
@@ -20,6 +21,7 @@ int serve(const Invocation &invocation)
         throw UsageError(translated("give the directory of the terminal with --bus DIR"));
     }
     Ledger ledger(invocation.ledger());
+    const ServingLease lease(ledger.database());
     ledger.setPatience(PatienceMs);
     const TerminationSignals signalsQuit;
     const TradeService service(invocation.bus(), &ledger);

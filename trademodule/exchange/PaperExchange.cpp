@@ -81,6 +81,17 @@ qint64 dealQuantity(const Order &order, qint64 atMost)
     return open <= atMost ? open : atMost / TradingRules::Lot * TradingRules::Lot;
 }
 
+/// A sell may be dealt at a better price than its own, so that its amount is checked anew.
+Money amountOf(const Execution &execution)
+{
+    const std::optional<Money> amount = execution.price.times(execution.quantity);
+    if (!amount) {
+        throw Error(translated("order %1 is not dealt: price × quantity would be more than %2 yuan")
+                        .arg(execution.orderNo, Money::limit().text()));
+    }
+    return *amount;
+}
+
 } // namespace
 
 PaperExchange::PaperExchange(Ledger *ledger, Listener listener)
@@ -145,7 +156,7 @@ void PaperExchange::refuseUncovered(const Order &order)
         }
         return;
     }
-    const Money amount = order.price * order.quantity;
+    const Money amount = order.price.times(order.quantity).value(); // the form of the order was checked
     const Money needed = amount + TradingRules::fees(Side::Buy, amount);
     const Money available = spendable();
     if (needed > available) {
@@ -180,7 +191,8 @@ Money PaperExchange::spendable(const Orders &open)
     Money available = m_book.cash();
     for (const Order &order : open) {
         if (order.side == Side::Buy) {
-            const Money amount = order.price * order.openQuantity();
+            // an older program may have let a larger one in: it claims all that there can be
+            const Money amount = order.price.times(order.openQuantity()).value_or(Money::limit());
             available = available - amount - TradingRules::fees(Side::Buy, amount);
         }
     }
@@ -357,10 +369,10 @@ qint64 PaperExchange::dealOne(Order *order, const Quote &quote, qint64 atMost)
     execution.time = quote.time;
     execution.price = dealPrice(quote, *order);
     execution.quantity = quantity;
-    execution.amount = execution.price * quantity;
+    execution.orderNo = QString::number(order->number);
+    execution.amount = amountOf(execution);
     execution.fee = TradingRules::fees(order->side, order->matchedAmount + execution.amount) -
                     TradingRules::fees(order->side, order->matchedAmount);
-    execution.orderNo = QString::number(order->number);
     execution.dealNo = QStringLiteral("P%1-%2").arg(order->number).arg(order->matchedQuantity + quantity);
     m_book.execute(execution);
 

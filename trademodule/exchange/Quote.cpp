@@ -3,6 +3,7 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
 #include "trademodule/Language.h"
+#include "trademodule/exchange/TradingRules.h"
 #include "trademodule/import/CellValue.h"
 #include "trading/ModuleVocabulary.h"
 
@@ -26,7 +27,7 @@ Money price(const QJsonObject &object, const char *key)
 {
     bool isNumber = false;
     const std::optional<Money> money = Money::ofYuan(textOf(object, key).toDouble(&isNumber));
-    if (!isNumber || !money || !(*money > Money())) {
+    if (!isNumber || !money || !(*money > Money()) || *money > TradingRules::highestPrice) {
         refuse(object, key);
     }
     return *money;

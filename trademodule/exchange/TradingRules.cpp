@@ -13,7 +13,7 @@ namespace {
 Money share(Money amount, qint64 hundredThousandths)
 {
     const qint64 whole = 100000 * Tick.steps();
-    return Tick * ((amount.steps() * hundredThousandths + whole / 2) / whole);
+    return Money::ofCents((amount.steps() * hundredThousandths + whole / 2) / whole);
 }
 
 } // namespace
@@ -35,6 +35,15 @@ QString formError(const Order &order, qint64 held)
     if (!(order.price > Money()) || order.price.steps() % Tick.steps() != 0) {
         return translated("the price must be a multiple of 0.01 yuan");
     }
+    if (order.price > highestPrice) {
+        return translated("the price must be at most %1 yuan").arg(highestPrice.text());
+    }
+    if (order.quantity > mostShares) {
+        return translated("the quantity must be at most %1").arg(mostShares);
+    }
+    if (!order.price.times(order.quantity)) {
+        return translated("price × quantity must be at most %1 yuan").arg(Money::limit().text());
+    }
     const bool sellsRest = order.side == Side::Sell && order.quantity == held;
     if (order.quantity <= 0 || (order.quantity % Lot != 0 && !sellsRest)) {
         return translated("the quantity must be a multiple of %1").arg(Lot);
@@ -46,7 +55,7 @@ PriceLimits priceLimits(const SecurityId &security, Money previousClose)
 {
     const qint64 closeBefore = (previousClose.steps() + Tick.steps() / 2) / Tick.steps();
     const auto limits = Trading::dayLimits(security.code, closeBefore);
-    return {Tick * limits.lowest, Tick * limits.highest};
+    return {Money::ofCents(limits.lowest), Money::ofCents(limits.highest)};
 }
 
 Money fees(Side side, Money amount)

@@ -10,7 +10,11 @@ namespace TradeModule {
 namespace TradingRules {
 
 constexpr qint64 Lot = 100;
-constexpr Money Tick = Money::ofSteps(Money::stepsPerYuan / 100);
+constexpr Money Tick = Money::ofCents(1);
+
+// No security comes near them; with them, no sum of the module overflows.
+constexpr Money highestPrice = Money::ofCents(100000000); ///< a million yuan
+constexpr qint64 mostShares = 1000000000;                 ///< of an order
 
 /// True while orders reach the exchange: 09:15–11:30 and 13:00–15:00, both ends included.
 bool isOpen(int time);

@@ -211,7 +211,13 @@ Money RowReader::priceOf(const QStringList &cells, Side side) const
 /// that slipped by one show here.
 Money RowReader::amountOf(const QStringList &cells, const Execution &execution) const
 {
-    const Money computed = execution.price * execution.quantity;
+    const std::optional<Money> product = execution.price.times(execution.quantity);
+    if (!product) {
+        throw Error(translated("the amount, price × quantity, is too large: %1 × %2")
+                        .arg(execution.price.text())
+                        .arg(execution.quantity));
+    }
+    const Money computed = *product;
     const Money stated = magnitude(money(Column::Amount, cells, QT_TR_NOOP("amount")));
     if (stated.isZero()) {
         return computed;

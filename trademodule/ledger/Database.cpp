@@ -47,7 +47,7 @@ QString driverOf(Database::Kind kind)
 /// connection of this process holds on it.
 void makePrivateFile(const QString &file)
 {
-    if (file == QLatin1String(":memory:")) {
+    if (!Database::keeps(file)) {
         return;
     }
     const QFileInfo info(file);
@@ -74,6 +74,11 @@ bool isFarewell(const QSqlError &error)
 }
 
 } // namespace
+
+bool Database::keeps(const QString &location)
+{
+    return !location.isEmpty() && location != QLatin1String(":memory:");
+}
 
 Database::Kind Database::kindOf(const QString &location)
 {
@@ -123,8 +128,21 @@ void Database::reopenIfLost()
     }
     connection().close();
     open();
+    tellOfReconnection();
     qWarning("%s", qUtf8Printable(
                        translated("the connection to the ledger's database was lost; it is there again")));
+}
+
+void Database::tellOfReconnection()
+{
+    try {
+        if (m_reconnected) {
+            m_reconnected();
+        }
+    } catch (const Error &) {
+        connection().close();
+        throw;
+    }
 }
 
 void Database::openSqlite(const QString &file)

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QVariant>
 
+#include <functional>
+
 namespace TradeModule {
 
 /// A connection to the database of a ledger: a SQLite file, or PostgreSQL for a location of the form
@@ -22,10 +24,14 @@ public:
     ~Database();
     Q_DISABLE_COPY_MOVE(Database)
 
+    /// False for the names of SQLite's databases that are gone with the program: none, and ":memory:".
+    static bool keeps(const QString &location);
+
     /// What a location names.
     static Kind kindOf(const QString &location);
 
     Kind kind() const { return m_kind; }
+    const QString &location() const { return m_location; }
 
     /// Runs a statement with its values bound in order. The rows of the result are read forwards only,
     /// and before the next statement.
@@ -43,6 +49,10 @@ public:
     /// not wait, until one succeeds: what is asked behind them must not wait for all of them.
     void setPatience(int milliseconds) { m_patienceMs = milliseconds; }
 
+    /// Has `reconnected` called after every lost connection that was opened anew, before anything else is
+    /// done on it; what it throws closes the connection again.
+    void setReconnected(std::function<void()> reconnected) { m_reconnected = std::move(reconnected); }
+
     // For Transaction.
 
     /// Waits until no other process changes the ledger, and keeps the others waiting. When it fails,
@@ -59,6 +69,7 @@ private:
     void waitAtMost(int milliseconds);
     void lockOutWriters();
     void reopenIfLost();
+    void tellOfReconnection();
     [[noreturn]] void refuse(const QSqlQuery &failed);
     QSqlDatabase connection() const;
     void open(QSqlDatabase connection, const QString &shownLocation);
@@ -66,6 +77,7 @@ private:
     const QString m_location;
     const Kind m_kind;
     const QString m_name;
+    std::function<void()> m_reconnected;
     int m_patienceMs = 60000;
     int m_waitsMs = 0; // what the connection is told
     bool m_isInTransaction = false;

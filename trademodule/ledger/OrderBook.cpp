@@ -3,6 +3,7 @@
 #include "tradechartobject/common/OrderStatusTable.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
+#include "trademodule/Language.h"
 
 namespace TradeModule {
 
@@ -77,7 +78,11 @@ void OrderBook::execute(const Execution &execution)
     m_ledger->add(execution);
     const Money paid =
         execution.side == Side::Buy ? execution.amount + execution.fee : execution.fee - execution.amount;
-    m_database->run(QStringLiteral("UPDATE account SET cash = cash - ?"), {paid.steps()});
+    const Money left = cash() - paid;
+    if (!left.isWithinLimit()) {
+        throw Error(translated("the account's cash would be more than %1 yuan").arg(Money::limit().text()));
+    }
+    setCash(left);
 }
 
 Orders OrderBook::ordersWhere(const QString &condition, const QVariantList &values)

@@ -722,8 +722,44 @@
         <translation>本机没有时区 Asia/Shanghai 的数据，而交易所按该时区计日：请安装时区数据（软件包 tzdata）</translation>
     </message>
     <message>
-        <source>--ledger is empty: nothing would be kept</source>
-        <translation>--ledger 为空：什么都不会保存</translation>
+        <source>--ledger is &quot;%1&quot;: nothing would be kept</source>
+        <translation>--ledger 为“%1”：什么都不会保存</translation>
+    </message>
+    <message>
+        <source>the price must be at most %1 yuan</source>
+        <translation>价格最多为 %1 元</translation>
+    </message>
+    <message>
+        <source>the quantity must be at most %1</source>
+        <translation>数量最多为 %1</translation>
+    </message>
+    <message>
+        <source>price × quantity must be at most %1 yuan</source>
+        <translation>价格 × 数量最多为 %1 元</translation>
+    </message>
+    <message>
+        <source>order %1 is not dealt: price × quantity would be more than %2 yuan</source>
+        <translation>委托 %1 未成交：价格 × 数量将超过 %2 元</translation>
+    </message>
+    <message>
+        <source>the account&apos;s cash would be more than %1 yuan</source>
+        <translation>账户资金将超过 %1 元</translation>
+    </message>
+    <message>
+        <source>the amount, price × quantity, is too large: %1 × %2</source>
+        <translation>成交金额（价格 × 数量）过大：%1 × %2</translation>
+    </message>
+    <message>
+        <source>another process serves this ledger already</source>
+        <translation>已有另一个进程在使用此账本提供服务</translation>
+    </message>
+    <message>
+        <source>this ledger is served already: by process %1 on %2, since %3</source>
+        <translation>此账本已在提供服务：%2 上的进程 %1，自 %3 起</translation>
+    </message>
+    <message>
+        <source>%1: cannot be opened: %2</source>
+        <translation>%1：无法打开：%2</translation>
     </message>
 </context>
 </TS>

@@ -1,14 +1,213 @@
+// The keyboard's way over the marks.
 #include "terminal/chart/view/MarkFocus.h"
 #include "terminal/chart/marks/PointerTarget.h"
 #include "terminal/chart/view/ChartView.h"
+#include "tests/terminal/support/OverlayWindow.h"
 #include "tests/terminal/support/SomeBars.h"
 
 #include <gmock/gmock.h>
 
+#include <QMenu>
+#include <QMessageBox>
+
+#include <algorithm>
 #include <vector>
 
 namespace Terminal {
 namespace {
+
+using ::testing::HasSubstr;
+
+class MarksUnderKeys : public OverlayWindow
+{
+protected:
+    /// Pixels of the ring's colour around the mark of a bar.
+    int ringPixels(int bar) { return ringPixels(onMark(bar)); }
+    int ringPixels(const QPointF &place)
+    {
+        const QPoint middle = chart()->canvas()->mapTo(chart(), place.toPoint());
+        const QRect around(middle - QPoint(16, 30), QSize(32, 60));
+        return pixelsOf(chart()->grab(around).toImage(), chart()->theme().accent);
+    }
+};
+
+TEST_F(MarksUnderKeys, GoesFromMarkToMark)
+{
+    showMarks();
+    key(Qt::Key_P);
+    EXPECT_EQ(m_pointed, lastMarkedBar()) << "the last in view is the first";
+    key(Qt::Key_P);
+    EXPECT_EQ(m_pointed, lastMarkedBar() - 3);
+    key(Qt::Key_P);
+    EXPECT_EQ(m_pointed, lastMarkedBar() - 6);
+    key(Qt::Key_N);
+    key(Qt::Key_N);
+    EXPECT_EQ(m_pointed, lastMarkedBar());
+    key(Qt::Key_N);
+    EXPECT_EQ(m_pointed, lastMarkedBar()) << "there is no other";
+}
+
+TEST_F(MarksUnderKeys, StartsWithTheFirstMarkInViewGoingForward)
+{
+    showMarks();
+    key(Qt::Key_N);
+    EXPECT_EQ(m_pointed, lastMarkedBar() - 39) << "at the left edge of the view";
+}
+
+TEST_F(MarksUnderKeys, MovesTheViewToAMarkBeyondIt)
+{
+    showMarks();
+    key(Qt::Key_N);
+    const BarSpan before = chart()->span();
+    key(Qt::Key_P);
+    EXPECT_EQ(m_pointed, lastMarkedBar() - 42);
+    EXPECT_LT(chart()->span().first, before.first - 10);
+    EXPECT_DOUBLE_EQ(chart()->span().width(), before.width());
+    EXPECT_GT(ringPixels(m_pointed), 30);
+    key(Qt::Key_N);
+    EXPECT_EQ(m_pointed, lastMarkedBar() - 39);
+}
+
+TEST_F(MarksUnderKeys, RingsAMergedMark)
+{
+    showMarks();
+    chart()->showAll();
+    QApplication::processEvents();
+    const auto marks = m_window->overlays()->pointer()->marks();
+    const auto merged =
+        std::find_if(marks.begin(), marks.end(), [](const ClickableMark &mark) { return mark.count > 1; });
+    ASSERT_NE(merged, marks.end());
+    const QPointF place = merged->box.center();
+    EXPECT_EQ(ringPixels(place), 0);
+    for (auto mark = marks.begin(); mark <= merged; ++mark) {
+        key(Qt::Key_N);
+    }
+    EXPECT_GT(ringPixels(place), 30);
+}
+
+TEST_F(MarksUnderKeys, FindsAMarkSeveralViewsAway)
+{
+    show({QStringLiteral("orders")}, ChartPeriod::Minute);
+    const double firstOrder = static_cast<int>(chart()->data().bars.size()) / 2 - 45;
+    chart()->setSpan({0, 15});
+    key(Qt::Key_N);
+    EXPECT_LT(chart()->span().first, firstOrder);
+    EXPECT_GT(chart()->span().last, firstOrder);
+    whenOpen<QMenu>([](QMenu *menu) { menu->close(); });
+    key(Qt::Key_Return);
+    EXPECT_THAT(overlayLog(), HasSubstr("chose -1"));
+}
+
+TEST_F(MarksUnderKeys, StaysWhereItIsWithoutAnyMark)
+{
+    show({QStringLiteral("cost")});
+    chart()->setSpan({1000, 1100});
+    key(Qt::Key_N);
+    EXPECT_DOUBLE_EQ(chart()->span().first, 1000);
+    key(Qt::Key_P);
+    EXPECT_DOUBLE_EQ(chart()->span().first, 1000);
+}
+
+TEST_F(MarksUnderKeys, DrawsARingAroundTheMark)
+{
+    showMarks();
+    EXPECT_EQ(ringPixels(lastMarkedBar()), 0);
+    key(Qt::Key_P);
+    EXPECT_GT(ringPixels(lastMarkedBar()), 30);
+    key(Qt::Key_P);
+    EXPECT_EQ(ringPixels(lastMarkedBar()), 0);
+    EXPECT_GT(ringPixels(lastMarkedBar() - 3), 30);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(ringPixels(lastMarkedBar() - 3), 0);
+    EXPECT_EQ(m_pointed, -1);
+}
+
+TEST_F(MarksUnderKeys, OpensTheListAtTheMarkAndNotAtThePointer)
+{
+    showMarks();
+    QCursor::setPos(chart()->mapToGlobal(QPoint(5, 5)));
+    for (int i = 0; i < 4; ++i) {
+        key(Qt::Key_N);
+    }
+    const int bar = lastMarkedBar() - 30;
+    QRect place;
+    whenOpen<QMenu>([&place](QMenu *menu) {
+        place = menu->frameGeometry();
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    key(Qt::Key_Return);
+    const QPoint mark = chart()->canvas()->mapToGlobal(onMark(bar).toPoint());
+    EXPECT_TRUE(place.adjusted(-30, -40, 30, 40).contains(mark))
+        << place.x() << "," << place.y() << " for " << mark.x() << "," << mark.y();
+    const std::string log = overlayLog();
+    EXPECT_THAT(log, HasSubstr("press on bar " + std::to_string(bar)));
+    EXPECT_THAT(log, HasSubstr("chose 0"));
+}
+
+TEST_F(MarksUnderKeys, StaysWithItsMarkWhenTheViewMoves)
+{
+    showMarks();
+    key(Qt::Key_N);
+    key(Qt::Key_N);
+    const int bar = m_pointed;
+    key(Qt::Key_Minus);
+    key(Qt::Key_Left);
+    EXPECT_EQ(m_pointed, bar);
+    whenOpen<QMenu>([](QMenu *menu) { menu->close(); });
+    key(Qt::Key_Return);
+    EXPECT_THAT(overlayLog(), HasSubstr("press on bar " + std::to_string(bar) + "\n"));
+    key(Qt::Key_N);
+    EXPECT_EQ(m_pointed, bar + 3);
+}
+
+TEST_F(MarksUnderKeys, PressesNothingWithoutAMark)
+{
+    showMarks();
+    key(Qt::Key_Return);
+    key(Qt::Key_P);
+    key(Qt::Key_Escape);
+    key(Qt::Key_Return);
+    EXPECT_THAT(overlayLog(), ::testing::Not(HasSubstr("press on")));
+}
+
+TEST_F(MarksUnderKeys, LeavesTheMarkAtAClickOfTheMouse)
+{
+    showMarks();
+    key(Qt::Key_P);
+    click({300, 400});
+    EXPECT_EQ(ringPixels(lastMarkedBar()), 0);
+}
+
+TEST_F(MarksUnderKeys, HasNoMarkToGoToWithoutOverlays)
+{
+    show({});
+    key(Qt::Key_N);
+    key(Qt::Key_Return);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST_F(MarksUnderKeys, ReachesTheQuestionForAnOrder)
+{
+    show({QStringLiteral("orders")}, ChartPeriod::Minute);
+    QString question;
+    whenOpen<QMenu>([&question](QMenu *menu) {
+        whenOpen<QMessageBox>([&question](QMessageBox *box) {
+            question = box->informativeText();
+            QTest::keyClick(box, Qt::Key_Tab);
+            QTest::keyClick(box->focusWidget(), Qt::Key_Space);
+        });
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    key(Qt::Key_N);
+    key(Qt::Key_Return);
+    for (const QString &named : {QStringLiteral(u"买入"), QStringLiteral(u"测试"),
+                                 QStringLiteral(u"委托价格:10.000"), QStringLiteral(u"委托数量:300")}) {
+        EXPECT_TRUE(question.contains(named)) << qPrintable(named);
+    }
+    EXPECT_THAT(overlayLog(), HasSubstr("confirmed"));
+}
 
 constexpr int buyWaiting = 20;
 constexpr int buyDealt = 22;

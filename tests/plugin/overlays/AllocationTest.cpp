@@ -4,12 +4,18 @@
 #include "tests/support/CountingPainter.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/RecordedBus.h"
+#include "tests/support/SentAnswer.h"
+#include "tests/support/SentOrder.h"
+#include "tests/support/SentTrade.h"
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "tradechartobject/objects/BSPoint.h"
 #include "tradechartobject/objects/CChartTradeObject.h"
 #include "tradechartobject/objects/EntrustPoint.h"
 #include "tradechartobject/objects/PositionCost.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
 
 #include <memory>
 
@@ -19,9 +25,17 @@ namespace {
 
 using Overlay = std::unique_ptr<Korvane::IChartObject>;
 
-constexpr char tradesAnswer[] = R"({"cmd":"HistoryTrade","stkcode":"600536","data":[
-    {"bsflag2":"B","bizdate":"20240102","matchtime":"9301500","matchprice":"10","matchqty":"300","buy":true,"price":10,"vol":300},
-    {"bsflag2":"S","bizdate":"20240103","matchtime":"9301500","matchprice":"10","matchqty":"300","buy":false,"price":9,"vol":300}]})";
+void hear(const QJsonObject &answer)
+{
+    RecordedBus::instance().deliver(Topic::TRADEQUERY, QJsonDocument(answer).toJson());
+}
+
+/// A buy above the close of the first day and a sell below that of the second.
+void hearTrades()
+{
+    hear(sentAnswer("HistoryTrade", QJsonArray{SentTrade{"B", "20240102", "9301500", "10"}.whole(),
+                                               SentTrade{"S", "20240103", "9301500", "9"}.whole()}));
+}
 
 Overlay shownOn(std::vector<Korvane::AnalyData> bars, Korvane::Period period, Overlay overlay)
 {
@@ -48,25 +62,18 @@ Overlay showCostLine(FakeAxis &axis)
 Overlay showBuySellPoints(FakeAxis &axis)
 {
     Overlay overlay = shownOnDays(std::make_unique<BSPoint>(axis, QJsonObject(), nullptr));
-    RecordedBus::instance().deliver(Topic::TRADEQUERY, tradesAnswer);
+    hearTrades();
     return overlay;
 }
 
 Overlay showOrderPoints(FakeAxis &axis)
 {
-    const auto today = static_cast<std::uint32_t>(currentDate());
+    const std::uint32_t today = dayFromToday(0);
     Overlay overlay = shownOn({makeMinuteBar(today, 931), makeMinuteBar(today, 932)}, Korvane::IntradayPeriod,
                               std::make_unique<EntrustPoint>(axis, QJsonObject(), nullptr));
-    QByteArray rows;
-    for (const char *place :
-         {R"("opertime":"9310000","orderprice":"10")", R"("opertime":"9310000","orderprice":"200")",
-          R"("opertime":"9320000","orderprice":"10")"}) {
-        rows += rows.isEmpty() ? "" : ",";
-        rows += R"({"market":"1","bsflag2":"0B","orderstatus":"2","operdate":")" + QByteArray::number(today) +
-                "\"," + place + '}';
-    }
-    RecordedBus::instance().deliver(
-        Topic::TRADEQUERY, R"({"cmd":"EntrustTodayTrade","stkcode":"600536","data":[)" + rows + "]}");
+    hear(sentAnswer("EntrustTodayTrade", QJsonArray{QJsonObject(SentOrder{"0B", "2", "10", "9310000"}),
+                                                    QJsonObject(SentOrder{"0B", "2", "200", "9310000"}),
+                                                    QJsonObject(SentOrder{"0B", "2", "10", "9320000"})}));
     return overlay;
 }
 
@@ -78,9 +85,7 @@ Overlay showCombinedCostLine(FakeAxis &axis)
 
 Overlay showCombinedTrades(FakeAxis &axis)
 {
-    RecordedBus::instance().duringSend = [] {
-        RecordedBus::instance().deliver(Topic::TRADEQUERY, tradesAnswer);
-    };
+    RecordedBus::instance().duringSend = hearTrades;
     return shownOnDays(std::make_unique<CChartTradeObject>(axis, R"({"type":1})"));
 }
 

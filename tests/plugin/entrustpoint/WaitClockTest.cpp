@@ -14,7 +14,7 @@ using namespace TradeChart;
 
 namespace {
 
-class OrderWait : public OverlayTest<EntrustPoint>
+class EntrustPointWaitClock : public OverlayTest<EntrustPoint>
 {
 protected:
     void SetUp() override
@@ -31,7 +31,7 @@ protected:
     static void notify() { hear(Topic::TRADENOTIFY, R"({"stkcode":"600536"})"); }
 };
 
-TEST_F(OrderWait, IsLeftOutInTheLastSecondOfADay)
+TEST_F(EntrustPointWaitClock, IsLeftOutInTheLastSecondOfADay)
 {
     ASSERT_GT(QTime::currentTime(), QTime(23, 59, 59));
     bool eventsWereHandled = false;
@@ -41,7 +41,7 @@ TEST_F(OrderWait, IsLeftOutInTheLastSecondOfADay)
     EXPECT_FALSE(eventsWereHandled);
 }
 
-TEST_F(OrderWait, EndsThoughTheClockStandsStill)
+TEST_F(EntrustPointWaitClock, EndsThoughTheClockStandsStill)
 {
     ASSERT_LT(QTime::currentTime(), QTime(23, 0));
     QElapsedTimer clock;

@@ -2,13 +2,14 @@
 // terminal holds and ends in the same way.
 #include "tests/support/ByName.h"
 #include "tests/support/OverlayTest.h"
+#include "tests/support/SentAnswer.h"
+#include "tests/support/SentOrder.h"
+#include "tests/support/SentTrade.h"
 
 #include "tradechartobject/objects/BSPoint.h"
 #include "tradechartobject/objects/CChartTradeObject.h"
 #include "tradechartobject/objects/EntrustPoint.h"
 #include "tradechartobject/objects/PositionCost.h"
-
-#include <QDate>
 
 #include <functional>
 #include <string>
@@ -19,12 +20,6 @@ using ::testing::Not;
 using ::testing::SizeIs;
 
 namespace {
-
-std::uint32_t today()
-{
-    const QDate date = QDate::currentDate();
-    return static_cast<std::uint32_t>(date.year() * 10000 + date.month() * 100 + date.day());
-}
 
 /// A host object of one of the classes, and the same object as Qt's.
 struct Made
@@ -53,42 +48,52 @@ struct Kind
     const char *name;
     std::function<Made(Korvane::IChartAxis &)> make;
     int period;
-    Korvane::AnalyData bar; ///< the one that is shown
-    std::string answer;     ///< what comes over the bus, with %1 in the place of the price
-    bool isAskedBlocking;   ///< the answer is that of a blocking request
+    Korvane::AnalyData bar;                         ///< the one that is shown
+    QJsonObject (*answer)(const QByteArray &price); ///< what comes over the bus
+    bool isAskedBlocking;                           ///< the answer is that of a blocking request
     bool listsOnClick;
     double hitPrice; ///< a click at its row meets the overlay
     bool asksForRepaint;
     int questionsPerNotification; ///< published or by request
 };
 
-const char orderRow[] = R"({"market":"1","bsflag2":"0B","orderstatus":"2","fundid":"F1","ordersno":"7",)"
-                        R"("operdate":"%2","opertime":"9310000","orderprice":"%1","orderqty":"500",)"
-                        R"("matchqty":"0","matchamt":"0","cancelqty":"0"})";
-
-std::string orders()
+QJsonObject heldAt(const QByteArray &cost)
 {
-    return QString::fromUtf8(R"({"cmd":"EntrustTodayTrade","stkcode":"600536","data":[%1]})")
-        .arg(QString::fromUtf8(orderRow).arg(QStringLiteral("%1"), QString::number(today())))
-        .toStdString();
+    return sentAnswer("HolderCostPrice", QJsonObject{{QStringLiteral("stkcode"), QStringLiteral("600536")},
+                                                     {QStringLiteral("market"), QStringLiteral("1")},
+                                                     {QStringLiteral("costprice"), QString::fromUtf8(cost)}});
+}
+
+QJsonObject heldAtByRequest(const QByteArray &cost)
+{
+    return {{QStringLiteral("costprice"), QString::fromUtf8(cost)}};
+}
+
+QJsonObject tradedToday(const QByteArray &price)
+{
+    return sentAnswer("TodayTrade",
+                      QJsonArray{SentTrade{"B", "20240103", "9310000", price}.in(todaysTrades)});
+}
+
+QJsonObject tradedBefore(const QByteArray &price)
+{
+    return sentAnswer("HistoryTrade", QJsonArray{SentTrade{"B", "20240103", "", price}.asNumbers()});
+}
+
+QJsonObject ordered(const QByteArray &price)
+{
+    return sentAnswer("EntrustTodayTrade", QJsonArray{QJsonObject(SentOrder{"0B", "2", price})});
 }
 
 const Kind kinds[] = {
-    {"PositionCost", make<PositionCost>, 4, makeDayBar(20240103, 9, 11),
-     R"({"cmd":"HolderCostPrice","data":{"stkcode":"600536","market":"1","costprice":"%1"}})", false, false,
-     10.0, true, 0},
-    {"BSPoint", make<BSPoint>, 4, makeDayBar(20240103, 9, 11),
-     R"({"cmd":"TodayTrade","stkcode":"600536","data":[{"bsflag2":"B","orderdate":"20240103",)"
-     R"("opertime":"9310000","matchprice":"%1","matchqty":"100"}]})",
-     false, true, 11.1, true, 1},
-    {"EntrustPoint", make<EntrustPoint>, 21, makeMinuteBar(today(), 931, 9, 11), orders(), false, true, 9.9,
-     true, 1},
+    {"PositionCost", make<PositionCost>, 4, makeDayBar(20240103, 9, 11), heldAt, false, false, 10.0, true, 0},
+    {"BSPoint", make<BSPoint>, 4, makeDayBar(20240103, 9, 11), tradedToday, false, true, 11.1, true, 1},
+    {"EntrustPoint", make<EntrustPoint>, 21, makeMinuteBar(dayFromToday(0), 931, 9, 11), ordered, false, true,
+     9.9, true, 1},
     {"CombinedCost", [](auto &axis) { return makeCombined(axis, R"({"type":0})"); }, 4,
-     makeDayBar(20240103, 9, 11), R"({"costprice":"%1"})", true, false, 10.0, false, 1},
+     makeDayBar(20240103, 9, 11), heldAtByRequest, true, false, 10.0, false, 1},
     {"CombinedTrades", [](auto &axis) { return makeCombined(axis, R"({"type":1})"); }, 4,
-     makeDayBar(20240103, 9, 11, 10),
-     R"({"cmd":"HistoryTrade","stkcode":"600536","data":[{"buy":true,"price":%1,"vol":100}]})", false, true,
-     10.5, false, 1},
+     makeDayBar(20240103, 9, 11, 10), tradedBefore, false, true, 10.5, false, 1},
 };
 
 class AfterDeleteObject : public ::testing::TestWithParam<Kind>
@@ -129,8 +134,7 @@ protected:
     /// The trading module tells a price; hosts of the combined overlay recompute by themselves.
     void hearPrice(const char *price)
     {
-        const QByteArray answer =
-            QString::fromStdString(GetParam().answer).arg(QLatin1String(price)).toUtf8();
+        const QByteArray answer = QJsonDocument(GetParam().answer(price)).toJson();
         bus().answerRequest = [answer](const RecordedBus::Message &) { return answer; };
         if (!GetParam().isAskedBlocking) {
             bus().deliver("TradeQuery", answer);

@@ -68,7 +68,7 @@ private:
     QElapsedTimer m_clock;
 };
 
-class OrderWaitTurns : public OverlayTest<EntrustPoint>
+class EntrustPointWaitTurns : public OverlayTest<EntrustPoint>
 {
 protected:
     void SetUp() override
@@ -91,13 +91,13 @@ protected:
     Turns turns;
 };
 
-TEST_F(OrderWaitTurns, HoldNoKindOfEventBack)
+TEST_F(EntrustPointWaitTurns, HoldNoKindOfEventBack)
 {
     EXPECT_EQ(turns.flags, QEventLoop::AllEvents);
 }
 
 /// On a crowded machine some turns are longer, and some cut: not all of them.
-TEST_F(OrderWaitTurns, EndAfterATenthOfASecondAlsoWhenThereIsAlwaysSomethingToDo)
+TEST_F(EntrustPointWaitTurns, EndAfterATenthOfASecondAlsoWhenThereIsAlwaysSomethingToDo)
 {
     const auto [shortest, longest] =
         std::minmax_element(turns.milliseconds.begin(), turns.milliseconds.end());

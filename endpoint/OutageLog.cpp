@@ -1,0 +1,31 @@
+#include "endpoint/OutageLog_p.h"
+
+#include "endpoint/Logging_p.h"
+
+namespace LocalCommunication {
+
+void OutageLog::begin(const QString &bus)
+{
+    m_bus = bus;
+    m_toldReasons.clear();
+}
+
+void OutageLog::failed(const QString &reason)
+{
+    if (m_toldReasons.contains(reason)) {
+        return;
+    }
+    m_toldReasons.append(reason);
+    qCWarning(lcBus, "%s: %s; trying again until the bus is there", qUtf8Printable(m_bus),
+              qUtf8Printable(reason));
+}
+
+void OutageLog::joined()
+{
+    if (!m_toldReasons.isEmpty()) {
+        m_toldReasons.clear();
+        qCInfo(lcBus, "%s: joined", qUtf8Printable(m_bus));
+    }
+}
+
+} // namespace LocalCommunication

@@ -1,0 +1,49 @@
+#include "endpoint/OwedAnswers_p.h"
+
+#include <gmock/gmock.h>
+
+using LocalCommunication::OwedAnswers;
+
+TEST(OwedAnswersTest, KnowsWhereAnAnswerGoes)
+{
+    OwedAnswers owed;
+    const QByteArray channel = owed.add({"their/answers", "7"});
+
+    const auto recipient = owed.take(channel);
+
+    ASSERT_TRUE(recipient);
+    EXPECT_EQ(recipient->path, "their/answers");
+    EXPECT_EQ(recipient->correlation, "7");
+}
+
+TEST(OwedAnswersTest, OwesEachAnswerOnce)
+{
+    OwedAnswers owed;
+    const QByteArray channel = owed.add({"their/answers", "7"});
+    owed.take(channel);
+
+    EXPECT_FALSE(owed.take(channel));
+    EXPECT_TRUE(owed.isOwn(channel));
+}
+
+TEST(OwedAnswersTest, TakesNoNameOfAMessageForAChannelOfItsOwn)
+{
+    OwedAnswers owed;
+    OwedAnswers ofAnotherClient;
+
+    EXPECT_FALSE(owed.isOwn("answer.1"));
+    EXPECT_FALSE(owed.isOwn(ofAnotherClient.add({"their/answers", "7"})));
+}
+
+TEST(OwedAnswersTest, ForgetsTheOldestOfThousands)
+{
+    OwedAnswers owed;
+    const QByteArray oldest = owed.add({"their/answers", "0"});
+    QByteArray youngest;
+    for (int i = 1; i <= 5000; ++i) {
+        youngest = owed.add({"their/answers", QByteArray::number(i)});
+    }
+
+    EXPECT_FALSE(owed.take(oldest));
+    EXPECT_TRUE(owed.take(youngest));
+}

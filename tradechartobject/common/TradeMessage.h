@@ -1,0 +1,52 @@
+#pragma once
+
+#include "tradechartobject/ChartInterface.h"
+
+#include <QByteArray>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QString>
+
+#include <optional>
+
+namespace TradeChart {
+
+/// A message of the trading module, parsed once. Values that are missing or of another type read as empty or
+/// false.
+class TradeMessage
+{
+public:
+    /// None when the payload is no JSON object. An empty one says nothing and counts as none, too.
+    static std::optional<TradeMessage> parse(const QByteArray &payload);
+
+    /// The same for the answer to a blocking question of one's own, where an empty object counts.
+    static std::optional<TradeMessage> parseReply(const QByteArray &payload);
+
+    /// True when the message's "cmd" is `command`, letter case included.
+    bool isCommand(const char *command) const;
+
+    /// True when the message's "stkcode" names the security; letter case does not matter.
+    bool isAbout(const Korvane::tagCodeWithName &security) const;
+
+    /// The text under a key.
+    QString text(const char *key) const;
+
+    /// The truth under a key.
+    bool isTrue(const char *key) const;
+
+    /// The message's "data" as rows.
+    QJsonArray rows() const;
+
+    /// The message's "data" as one record. It is a message by itself: it may name a security of its own.
+    TradeMessage record() const;
+
+    /// True when there is something under a key, of whatever type.
+    bool has(const char *key) const;
+
+private:
+    explicit TradeMessage(QJsonObject fields);
+
+    QJsonObject m_fields;
+};
+
+} // namespace TradeChart
