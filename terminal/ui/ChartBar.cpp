@@ -1,7 +1,7 @@
 #include "terminal/ui/ChartBar.h"
 
-#include "terminal/data/CalendarDate.h"
 #include "terminal/ui/ViewMenu.h"
+#include "trading/TradingDate.h"
 
 #include <QActionGroup>
 #include <QComboBox>
@@ -113,7 +113,7 @@ void ChartBar::showChart(const ChartData &shown, const std::vector<std::int32_t>
     }
     m_days->clear();
     for (const std::int32_t day : days) {
-        m_days->addItem(dateText(day), day);
+        m_days->addItem(Trading::TradingDate::ofNumber(day).value().dashedText(), day);
     }
     m_daysAction->setVisible(shown.period == ChartPeriod::Minute);
     if (!shown.bars.empty()) {

@@ -188,7 +188,7 @@ TEST_F(TradingDay, TellsWhyAnOrderOfThePlanIsRefused)
     m_module.setAnswer(QStringLiteral("EntrustPlace"), {{QStringLiteral("success"), false},
                                                         {QStringLiteral("msg"), QStringLiteral("no cash")}});
     m_plan.replaySpeed = Replay::slowest;
-    m_plan.orders = {{9 * 60 + 30, OrderSide::Buy, 100, 12.9}};
+    m_plan.orders = {{9 * 60 + 30, Direction::Buy, 100, 12.9}};
     letModuleAnswer();
     begin();
     QString reason;

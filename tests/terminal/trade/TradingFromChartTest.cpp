@@ -299,7 +299,7 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledInThePanelByDelete)
 
 TEST_F(TradingFromTheChart, ARefusalIsToldWithoutBlocking)
 {
-    desk()->place({chart()->data().security, OrderSide::Sell, 1402, 100});
+    desk()->place({chart()->data().security, Direction::Sell, 1402, 100});
     const auto *const result = trade()->ticket()->findChild<QLabel *>(QStringLiteral("ticketResult"));
     ASSERT_TRUE(waitUntil([result] { return result->text().contains(QStringLiteral(u"拒绝")); }));
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
