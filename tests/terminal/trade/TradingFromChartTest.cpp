@@ -1,21 +1,13 @@
 // Trading from the chart, from the key press to the ledger: the window with its ticket and its panel, the
 // real overlay library, a real broker and the trading module on a fresh ledger, on a day of quotes.
-#include "endpoint/LocalBroker.h"
 #include "terminal/chart/marks/glyphs/GlyphSet.h"
 #include "terminal/chart/view/ChartView.h"
-#include "terminal/services/BusProbe.h"
-#include "terminal/services/TradeLink.h"
-#include "terminal/services/TradeModuleProcess.h"
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
-#include "terminal/ui/MainWindow.h"
-#include "tests/support/WaitUntil.h"
 #include "tests/terminal/support/Pixels.h"
-#include "tests/terminal/support/WhenOpen.h"
+#include "tests/terminal/support/TradingWindow.h"
 #include "tradechartobject/common/TradeVocabulary.h"
-
-#include <gmock/gmock.h>
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -26,7 +18,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <cmath>
@@ -42,41 +33,21 @@ constexpr int buyDealt = 22;
 constexpr double closeBefore = 1400.00;
 constexpr qint64 plenty = 1000000; ///< shares in a bar
 
-class TradingFromTheChart : public ::testing::Test
+class TradingFromTheChart : public TradingWindow
 {
 protected:
     void SetUp() override
     {
         makeData();
-        const QString address = QApplication::applicationDirPath();
-        m_broker.start(address);
-        m_module = std::make_unique<TradeModuleProcess>(QStringLiteral(TRADEMODULE), ledger(), address,
-                                                        QStringLiteral("en"), nullptr);
-        m_module->start();
-        m_link.start(address);
-        ASSERT_TRUE(waitUntil([this] { return m_link.isAnswering(); }));
-
-        TerminalOptions options;
-        options.overlays = QStringList(QStringLiteral("orders"));
-        options.size = QSize(1280, 800);
-        options.refreshSeconds = 1;
-        m_window = std::make_unique<MainWindow>(DataFolder::open(m_folder.path()).value(), options);
-        ASSERT_TRUE(m_window->load(QStringLiteral("600519"), ChartPeriod::Minute, 0))
-            << qPrintable(m_window->loadError());
-        m_window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+        startModule();
+        openWindow(QStringLiteral("orders"), {QStringLiteral("600519"), ChartPeriod::Minute, 0},
+                   m_folder.path());
         QApplication::setActiveWindow(m_window.get()); // a bare screen has nobody who does
-        const auto library = OverlayLibrary::open(QStringLiteral(PLUGIN_FILE));
-        ASSERT_TRUE(library) << qPrintable(library.error());
-        m_window->startOverlays(library.value(), {busGate(address), m_link.answerGate()});
-        trade()->start(address);
+        startOverlays();
         trade()->setShown(true);
-        ASSERT_TRUE(
-            waitUntil([this] { return trade()->desk()->isAnswering() && trade()->desk()->account(); }));
+        ASSERT_TRUE(waitUntil([this] { return desk()->isAnswering() && desk()->account(); }));
         quote(931, 1405, 1406, 1404, plenty); // the exchange is open
     }
-
-    void TearDown() override { m_window.reset(); }
 
     /// A recorded day as today's.
     void makeData()
@@ -93,9 +64,7 @@ protected:
         }
     }
 
-    QString ledger() const { return m_folder.filePath(QStringLiteral("account.db")); }
     TradeDocks *trade() { return m_window->trade(); }
-    ChartView *chart() { return m_window->chart(); }
     QTableView *ordersView()
     {
         return trade()->panel()->findChild<QTableView *>(QStringLiteral("ordersView"));
@@ -116,7 +85,7 @@ protected:
             {QStringLiteral("close"), text(open)},
             {QStringLiteral("volume"), QString::number(volume)},
             {QStringLiteral("preclose"), text(closeBefore)}};
-        trade()->desk()->endPoint()->sendMessage("Market", "Quote", QJsonDocument(bar).toJson());
+        desk()->endPoint()->sendMessage("Market", "Quote", QJsonDocument(bar).toJson());
     }
 
     /// Types into what has the keyboard.
@@ -215,12 +184,6 @@ protected:
             }
         });
     }
-
-    QTemporaryDir m_folder;
-    LocalCommunication::LocalBroker m_broker;
-    std::unique_ptr<TradeModuleProcess> m_module;
-    TradeLink m_link{nullptr};
-    std::unique_ptr<MainWindow> m_window;
 };
 
 TEST_F(TradingFromTheChart, AnOrderOfTheTicketWaitsIsPartlyDealtAndDealt)
@@ -242,10 +205,10 @@ TEST_F(TradingFromTheChart, AnOrderOfTheTicketWaitsIsPartlyDealtAndDealt)
     ASSERT_TRUE(waitForStatus(QStringLiteral(u"已成"))) << qPrintable(newest(OrderColumn::Status));
     EXPECT_TRUE(waitForMark(buyDealt));
     ASSERT_TRUE(waitUntil([this] {
-        const Position *const held = trade()->desk()->account()->find(chart()->data().security);
+        const Position *const held = desk()->account()->find(chart()->data().security);
         return held != nullptr && held->quantity == 500;
     }));
-    EXPECT_LT(trade()->desk()->account()->cash, 1000000 - 500 * 1402.0);
+    EXPECT_LT(desk()->account()->cash, 1000000 - 500 * 1402.0);
 }
 
 TEST_F(TradingFromTheChart, AnOrderIsCancelledAtItsMark)
@@ -340,7 +303,7 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledInThePanelByDelete)
 
 TEST_F(TradingFromTheChart, ARefusalIsToldWithoutBlocking)
 {
-    trade()->desk()->place({chart()->data().security, Direction::Sell, 1402, 100});
+    desk()->place({chart()->data().security, Direction::Sell, 1402, 100});
     const auto *const result = trade()->ticket()->findChild<QLabel *>(QStringLiteral("ticketResult"));
     ASSERT_TRUE(waitUntil([result] { return result->text().contains(QStringLiteral(u"拒绝")); }));
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
@@ -351,7 +314,7 @@ TEST_F(TradingFromTheChart, ARowRingsItsMarkAndAMarkSelectsItsRow)
     buy(QStringLiteral("1402.00"), QStringLiteral("100"));
     ASSERT_TRUE(waitForMark(buyWaiting));
     buy(QStringLiteral("1420.00"), QStringLiteral("200"));
-    ASSERT_TRUE(waitUntil([this] { return trade()->desk()->orders().size() == 2; }));
+    ASSERT_TRUE(waitUntil([this] { return desk()->orders().size() == 2; }));
     const QRectF box = markOfKind(buyWaiting)->box;
     EXPECT_EQ(ringPixels(box), 0);
     QTest::mouseMove(chart()->canvas(), QPoint(400, 30));
@@ -368,16 +331,16 @@ TEST_F(TradingFromTheChart, OrdersOfAMergedMarkShareItsRingAndItsSelection)
     const ChartGeometry &geometry = chart()->chartGeometry();
     const double apart = std::floor((geometry.yToPrice(0) - geometry.yToPrice(12)) * 100) / 100;
     for (const double ticket : {1402.0, 1402 + apart}) {
-        const size_t before = trade()->desk()->orders().size();
+        const size_t before = desk()->orders().size();
         buy(QString::number(ticket, 'f', 2), QStringLiteral("100"));
-        ASSERT_TRUE(waitUntil([&] { return trade()->desk()->orders().size() > before; }));
+        ASSERT_TRUE(waitUntil([&] { return desk()->orders().size() > before; }));
     }
     ASSERT_TRUE(waitUntil([this] {
         const DrawnMark *const mark = markOfKind(buyWaiting);
         return mark != nullptr && mark->count == 2;
     }));
     const QRectF box = markOfKind(buyWaiting)->box;
-    for (const OrderRecord &order : OrderRecords(trade()->desk()->orders())) {
+    for (const OrderRecord &order : OrderRecords(desk()->orders())) {
         trade()->panel()->select({});
         EXPECT_TRUE(waitUntil([&] { return ringPixels(box) == 0; }));
         trade()->panel()->select({order});

@@ -231,14 +231,7 @@
     </message>
 </context>
 <context>
-    <name>Terminal::ChartView</name>
-    <message>
-        <source>Volume, highest %1</source>
-        <translation>成交量  最高 %1</translation>
-    </message>
-</context>
-<context>
-    <name>Terminal::MainWindow</name>
+    <name>Terminal::ChartBar</name>
     <message>
         <source>Security</source>
         <translation>证券</translation>
@@ -252,24 +245,22 @@
         <translation>隐藏金额</translation>
     </message>
     <message>
-        <source>View</source>
-        <translation>视图</translation>
+        <source>Chart</source>
+        <translation>图表</translation>
     </message>
+</context>
+<context>
+    <name>Terminal::ChartView</name>
     <message>
-        <source>Green rises</source>
-        <translation>绿涨红跌</translation>
+        <source>Volume, highest %1</source>
+        <translation>成交量  最高 %1</translation>
     </message>
-    <message>
-        <source>Dark</source>
-        <translation>深色</translation>
-    </message>
+</context>
+<context>
+    <name>Terminal::MainWindow</name>
     <message>
         <source>Export chart</source>
         <translation>导出图表</translation>
-    </message>
-    <message>
-        <source>Chart</source>
-        <translation>图表</translation>
     </message>
     <message>
         <source>The overlay library does not know the overlay &quot;%1&quot;.</source>
@@ -534,6 +525,25 @@
     <message>
         <source>The trading module %1 cannot be started: %2</source>
         <translation>交易模块 %1 无法启动：%2</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ViewMenu</name>
+    <message>
+        <source>View</source>
+        <translation>视图</translation>
+    </message>
+    <message>
+        <source>Green rises</source>
+        <translation>绿涨红跌</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>深色</translation>
+    </message>
+    <message>
+        <source>Export chart</source>
+        <translation>导出图表</translation>
     </message>
 </context>
 <context>
