@@ -7,11 +7,13 @@
 #include <QJsonObject>
 #include <QUuid>
 
+#include <chrono>
+
 namespace Terminal {
 
 namespace {
 
-constexpr int askMilliseconds = 150;
+constexpr std::chrono::milliseconds askInterval{150};
 
 QByteArray question(const QByteArray &channel)
 {
@@ -40,7 +42,7 @@ void TradeLink::start(const QString &address)
 {
     m_endPoint.subscribe(m_channel, QByteArray(TradeChart::Topic::TRADEQUERY));
     m_endPoint.connect(address);
-    m_timer.start(askMilliseconds);
+    m_timer.start(askInterval);
 }
 
 void TradeLink::ask()
@@ -72,7 +74,7 @@ Gate TradeLink::answerGate()
             });
         });
         ask();
-        m_timer.start(askMilliseconds);
+        m_timer.start(askInterval);
     };
 }
 

@@ -2,6 +2,7 @@
 // display.
 #include "terminal/chart/lines/SeriesLabel.h"
 #include "terminal/chart/view/ChartView.h"
+#include "terminal/session/TradingSession.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/terminal/support/Pixels.h"
 #include "tests/terminal/support/ProgramFixture.h"
@@ -109,7 +110,8 @@ TEST_P(ProgramInTheme, DrawsTheCostThatTheLedgerHas)
 
     TerminalOptions options;
     options.size = QSize(1280, 720);
-    MainWindow window(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), options);
+    TradingSession session(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), {}, {});
+    MainWindow window(&session, options);
     ASSERT_TRUE(window.load(QStringLiteral("600519"), ChartPeriod::Day, 0));
     window.grab();
     const QRect canvas(window.chart()->canvas()->mapTo(&window, QPoint()), window.chart()->canvas()->size());

@@ -1,4 +1,4 @@
-#include "terminal/replay/QuoteFeed.h"
+#include "terminal/session/QuoteFeed.h"
 
 #include "endpoint/EndPoint.h"
 #include "terminal/replay/Replay.h"

@@ -231,14 +231,7 @@
     </message>
 </context>
 <context>
-    <name>Terminal::ChartView</name>
-    <message>
-        <source>Volume, highest %1</source>
-        <translation>成交量  最高 %1</translation>
-    </message>
-</context>
-<context>
-    <name>Terminal::MainWindow</name>
+    <name>Terminal::ChartBar</name>
     <message>
         <source>Security</source>
         <translation>证券</translation>
@@ -252,24 +245,22 @@
         <translation>隐藏金额</translation>
     </message>
     <message>
-        <source>View</source>
-        <translation>视图</translation>
+        <source>Chart</source>
+        <translation>图表</translation>
     </message>
+</context>
+<context>
+    <name>Terminal::ChartView</name>
     <message>
-        <source>Green rises</source>
-        <translation>绿涨红跌</translation>
+        <source>Volume, highest %1</source>
+        <translation>成交量  最高 %1</translation>
     </message>
-    <message>
-        <source>Dark</source>
-        <translation>深色</translation>
-    </message>
+</context>
+<context>
+    <name>Terminal::MainWindow</name>
     <message>
         <source>Export chart</source>
         <translation>导出图表</translation>
-    </message>
-    <message>
-        <source>Chart</source>
-        <translation>图表</translation>
     </message>
     <message>
         <source>The overlay library does not know the overlay &quot;%1&quot;.</source>
@@ -348,10 +339,6 @@
     <message>
         <source>%1 · no answer from the trading module</source>
         <translation>%1 · 交易模块没有应答</translation>
-    </message>
-    <message>
-        <source>Cancel this order…</source>
-        <translation>撤销此委托…</translation>
     </message>
 </context>
 <context>
@@ -541,6 +528,25 @@
     </message>
 </context>
 <context>
+    <name>Terminal::ViewMenu</name>
+    <message>
+        <source>View</source>
+        <translation>视图</translation>
+    </message>
+    <message>
+        <source>Green rises</source>
+        <translation>绿涨红跌</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>深色</translation>
+    </message>
+    <message>
+        <source>Export chart</source>
+        <translation>导出图表</translation>
+    </message>
+</context>
+<context>
     <name>TradeRecords</name>
     <message>
         <source>Buy</source>
@@ -656,6 +662,13 @@
     <message>
         <source>Of the largest quantity</source>
         <translation>按最大数量计</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::OrdersView</name>
+    <message>
+        <source>Cancel this order…</source>
+        <translation>撤销此委托…</translation>
     </message>
 </context>
 </TS>
