@@ -48,7 +48,7 @@ QJsonObject quoteOf(const Security &security, const Bar &bar, std::optional<doub
 {
     QJsonObject quote{
         {key(STKCODE), security.code},
-        {key(MARKET), marketWord(security.market)},
+        {key(MARKET), Trading::marketLetters(security.market)},
         {key(QuoteFields::DATE), QString::number(bar.date)},
         {key(QuoteFields::TIME), timeOf(bar)},
         {key(QuoteFields::OPEN), numberText(bar.open)},
@@ -127,7 +127,7 @@ void QuoteFeed::askWhetherTaken()
                             compact({{key(CMD), key(TradeChart::CmdType::HOLDERCOSTPRICE)},
                                      {key(SCREENID), QString::fromLatin1(m_channel)},
                                      {key(STKCODE), security.code},
-                                     {key(MARKET), marketWord(security.market)}}));
+                                     {key(MARKET), Trading::marketLetters(security.market)}}));
 }
 
 /// The client hears the answers to the desk, too.

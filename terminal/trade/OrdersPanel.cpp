@@ -1,6 +1,5 @@
 #include "terminal/trade/OrdersPanel.h"
 
-#include "terminal/data/CalendarDate.h"
 #include "terminal/trade/CutTextTips.h"
 
 #include <QEvent>
@@ -132,7 +131,7 @@ QSize OrdersPanel::sizeHint() const
     return {QWidget::sizeHint().width(), panelHeight};
 }
 
-void OrdersPanel::setOrders(const OrderRecords &orders, std::int32_t day)
+void OrdersPanel::setOrders(const OrderRecords &orders, std::optional<Trading::TradingDate> day)
 {
     const OrderRecords before = selected();
     const bool isOtherDay = m_day != day;
@@ -182,7 +181,7 @@ void OrdersPanel::showAccount()
 {
     std::vector<PricedPosition> rows;
     for (const Position &position : m_account ? m_account->positions : std::vector<Position>()) {
-        const bool isShown = isSame(position.security, m_shownSecurity);
+        const bool isShown = position.security.id() == m_shownSecurity.id();
         rows.push_back({position, isShown ? m_lastPrice : std::nullopt});
         if (isShown && position.security.name.isEmpty()) {
             rows.back().position.security.name =
@@ -200,7 +199,7 @@ void OrdersPanel::showAccount()
 
 void OrdersPanel::showTexts()
 {
-    const QString title = m_day == 0 ? tr("Today's orders") : tr("Orders of %1").arg(dateText(m_day));
+    const QString title = m_day ? tr("Orders of %1").arg(m_day->dashedText()) : tr("Today's orders");
     m_ordersCaption->setText(m_isAnswering ? title : tr("%1 · no answer from the trading module").arg(title));
     m_ordersView->setAccessibleName(title);
     m_positionsView->setAccessibleName(tr("Positions"));

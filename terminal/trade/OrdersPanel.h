@@ -22,8 +22,8 @@ class OrdersPanel : public QWidget
 public:
     explicit OrdersPanel(QWidget *parent = nullptr);
 
-    /// Of `day` (yyyymmdd), or 0 for today.
-    void setOrders(const OrderRecords &orders, std::int32_t day);
+    /// Of `day`, or of today when there is none.
+    void setOrders(const OrderRecords &orders, std::optional<Trading::TradingDate> day);
     /// Nothing: the account is not known.
     void setAccount(const std::optional<Account> &account);
     /// The last price that the chart shows.
@@ -79,7 +79,7 @@ private:
     std::optional<Account> m_account;
     Security m_shownSecurity;
     std::optional<double> m_lastPrice;
-    std::int32_t m_day = 0;
+    std::optional<Trading::TradingDate> m_day; ///< nothing: today
     bool m_isAnswering = false;
     bool m_hidesAmounts = false;
 };

@@ -44,7 +44,7 @@ public:
     /// Shows or hides both docks.
     void setShown(bool shown);
     /// Opens the ticket with the keyboard in its price.
-    void openTicket(OrderSide side);
+    void openTicket(Direction side);
 
     QAction *ticketAction() const { return m_ticketAction; }
     QAction *panelAction() const { return m_panelAction; }
@@ -71,7 +71,7 @@ private:
     void askToCancel(const OrderRecord &order);
     void tellPlaced(const OrderRequest &order, const DeskOutcome &outcome);
     void tellCancelled(const OrderRecord &order, const DeskOutcome &outcome);
-    std::int32_t shownDay() const;
+    std::optional<Trading::TradingDate> shownDay() const;
 
     QMainWindow *m_window;
     ChartView *m_chart;

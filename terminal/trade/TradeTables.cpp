@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QLocale>
-#include <QTime>
 
 #include <tuple>
 
@@ -24,8 +23,7 @@ QString noFigure()
 
 QString timeText(const OrderRecord &order)
 {
-    return QTime(order.time / 10000, order.time / 100 % 100, order.time % 100)
-        .toString(QStringLiteral("HH:mm:ss"));
+    return order.time ? order.time->colonText() : QString();
 }
 
 QString figure(const std::optional<double> &value, int decimals)
@@ -35,7 +33,7 @@ QString figure(const std::optional<double> &value, int decimals)
 
 QColor sideColour(const OrderRecord &order, const ChartTheme &theme)
 {
-    return order.side == OrderSide::Buy ? theme.rise : theme.fall;
+    return order.side == Direction::Buy ? theme.rise : theme.fall;
 }
 
 QColor profitColour(const PricedPosition &row, const ChartTheme &theme)
@@ -52,18 +50,18 @@ QString profitText(const PricedPosition &row)
 
 bool isSameOrder(const OrderRecord &one, const OrderRecord &other)
 {
-    return one.number == other.number && one.date == other.date;
+    return one.number == other.number && one.day == other.day;
 }
 
 bool isSamePosition(const PricedPosition &one, const PricedPosition &other)
 {
-    return isSame(one.position.security, other.position.security);
+    return one.position.security.id() == other.position.security.id();
 }
 
 /// Numbers of orders grow; longer ones are larger.
 auto ageOf(const OrderRecord &order)
 {
-    return std::make_tuple(order.date, order.time, order.number.size(), order.number);
+    return std::make_tuple(order.day, order.time, order.number.size(), order.number);
 }
 
 std::vector<OrdersTable::Column> orderColumns()

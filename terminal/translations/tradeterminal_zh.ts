@@ -315,14 +315,6 @@
         <translation>回车发送，Esc 回到图表</translation>
     </message>
     <message>
-        <source>All</source>
-        <translation>全部</translation>
-    </message>
-    <message>
-        <source>Of the largest quantity</source>
-        <translation>按最大数量计</translation>
-    </message>
-    <message>
         <source>Limits %1 – %2</source>
         <translation>跌停 %1 – 涨停 %2</translation>
     </message>
@@ -653,6 +645,17 @@
     <message>
         <source>there is no display; --snapshot FILE.png needs none</source>
         <translation>没有显示器；--snapshot FILE.png 不需要显示器</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::PartButtons</name>
+    <message>
+        <source>All</source>
+        <translation>全部</translation>
+    </message>
+    <message>
+        <source>Of the largest quantity</source>
+        <translation>按最大数量计</translation>
     </message>
 </context>
 </TS>

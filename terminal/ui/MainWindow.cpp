@@ -3,7 +3,6 @@
 #include "terminal/chart/view/ChartInput.h"
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/chart/view/ReadoutBar.h"
-#include "terminal/data/CalendarDate.h"
 #include "terminal/replay/ReplayedChart.h"
 #include "terminal/snapshot/Picture.h"
 #include "terminal/trade/TradeDocks.h"
@@ -282,7 +281,7 @@ void MainWindow::showChoices()
     }
     m_days->clear();
     for (const std::int32_t day : m_source.minuteDays(shown.security.code)) {
-        m_days->addItem(dateText(day), day);
+        m_days->addItem(Trading::TradingDate::ofNumber(day).value().dashedText(), day);
     }
     m_daysAction->setVisible(shown.period == ChartPeriod::Minute);
     if (!shown.bars.empty()) {

@@ -62,7 +62,7 @@ protected:
 
 TEST_F(OrdersOfAReplay, WaitAndAreDealtWhenABarReachesThem)
 {
-    open({9 * 60 + 45, OrderSide::Buy, 3000, 50.70});
+    open({9 * 60 + 45, Direction::Buy, 3000, 50.70});
     playTo(9 * 60 + 52); // the low of 09:52 is 50.71
     EXPECT_TRUE(comesToSay("未成交")) << listed();
     playTo(9 * 60 + 53);
@@ -71,7 +71,7 @@ TEST_F(OrdersOfAReplay, WaitAndAreDealtWhenABarReachesThem)
 
 TEST_F(OrdersOfAReplay, AreDealtInPartsWhereABarHasTooLittle)
 {
-    open({10 * 60 + 10, OrderSide::Buy, 12000, 50.86});
+    open({10 * 60 + 10, Direction::Buy, 12000, 50.86});
     playTo(10 * 60 + 11); // a quarter of its volume of 35,600
     EXPECT_TRUE(comesToSay("部成")) << listed();
     EXPECT_THAT(listed(), HasSubstr("8900"));
@@ -84,10 +84,10 @@ TEST_F(OrdersOfAReplay, AreBehindTheQuotesOfTheirMinuteWhenPlacedByHand)
     open(OrderPlan());
     playTo(9 * 60 + 53); // the low of 09:53 is 50.70
     Q_EMIT m_window->trade()->ticket()->sendAsked(
-        {m_window->replay()->security(), OrderSide::Buy, 50.70, 300});
+        {m_window->replay()->security(), Direction::Buy, 50.70, 300});
     playTo(9 * 60 + 54);
     ASSERT_TRUE(waitUntil([this] { return desk()->orders().size() == 1; }));
-    EXPECT_EQ(desk()->orders().front().time / 100, 953);
+    EXPECT_EQ(desk()->orders().front().time.value().minute(), 9 * 60 + 53);
 }
 
 } // namespace

@@ -30,8 +30,8 @@ OrderRecord order(qint64 quantity)
     order.security = software;
     order.status = QStringLiteral("8");
     order.number = QStringLiteral("3");
-    order.date = 20230711;
-    order.time = 101000;
+    order.day = Trading::TradingDate::of(2023, 7, 11);
+    order.time = Trading::ClockTime::of(10, 10);
     order.price = 50.86;
     order.quantity = quantity;
     order.dealt = quantity;
@@ -93,7 +93,7 @@ protected:
 
 TEST_F(Panel, CutsNoColumnInAnOrdinaryWindow)
 {
-    m_panel.setOrders({order(12000)}, 0);
+    m_panel.setOrders({order(12000)}, std::nullopt);
     m_panel.setAccount(holding(18500));
     show(besideTheTicket);
     EXPECT_EQ(cutColumns(table("ordersView")), QStringList());
@@ -103,7 +103,7 @@ TEST_F(Panel, CutsNoColumnInAnOrdinaryWindow)
 TEST_F(Panel, MakesRoomForFiguresThatGrow)
 {
     show(besideTheTicket);
-    m_panel.setOrders({order(100)}, 0);
+    m_panel.setOrders({order(100)}, std::nullopt);
     m_panel.setAccount(holding(1234500));
     QApplication::processEvents();
     EXPECT_EQ(cutColumns(table("ordersView")), QStringList());
@@ -112,7 +112,7 @@ TEST_F(Panel, MakesRoomForFiguresThatGrow)
 
 TEST_F(Panel, LeavesTheTablesAsTheUserSharedThem)
 {
-    m_panel.setOrders({order(100)}, 0);
+    m_panel.setOrders({order(100)}, std::nullopt);
     show(besideTheTicket);
     auto *const halves = m_panel.findChild<QSplitter *>();
     const QList<int> before = halves->sizes();
@@ -127,7 +127,7 @@ TEST_F(Panel, LeavesTheTablesAsTheUserSharedThem)
 
 TEST_F(Panel, HidesQuantitiesAndMoneyInBothTables)
 {
-    m_panel.setOrders({order(1300)}, 0);
+    m_panel.setOrders({order(1300)}, std::nullopt);
     m_panel.setAccount(holding(18500));
     show(besideTheTicket);
     m_panel.setAmountsHidden(true);

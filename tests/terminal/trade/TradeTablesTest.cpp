@@ -9,12 +9,12 @@ namespace {
 
 const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};
 
-OrderRecord orderAt(std::int32_t time, const char *number)
+OrderRecord orderAt(int hhmmss, const char *number)
 {
     OrderRecord order;
     order.security = moutai;
-    order.date = 20240102;
-    order.time = time;
+    order.day = Trading::TradingDate::of(2024, 1, 2);
+    order.time = Trading::ClockTime::ofSeconds(hhmmss);
     order.number = QLatin1String(number);
     order.price = 10;
     order.quantity = 300;

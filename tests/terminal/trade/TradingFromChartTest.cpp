@@ -336,7 +336,7 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledInThePanelByDelete)
 
 TEST_F(TradingFromTheChart, ARefusalIsToldWithoutBlocking)
 {
-    trade()->desk()->place({chart()->data().security, OrderSide::Sell, 1402, 100});
+    trade()->desk()->place({chart()->data().security, Direction::Sell, 1402, 100});
     const auto *const result = trade()->ticket()->findChild<QLabel *>(QStringLiteral("ticketResult"));
     ASSERT_TRUE(waitUntil([result] { return result->text().contains(QStringLiteral(u"拒绝")); }));
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
