@@ -14,10 +14,10 @@ namespace {
 
 using namespace TradeModule;
 
-constexpr int AllExecutions = 1000000;
-constexpr int Securities = 100;
-constexpr int Years = 10;
-constexpr int RowsOfAYear = AllExecutions / Securities / Years;
+constexpr int allExecutions = 1000000;
+constexpr int securities = 100;
+constexpr int years = 10;
+constexpr int rowsOfAYear = allExecutions / securities / years;
 
 /// The ledger, filled once: every security is traded every year.
 class FullLedger
@@ -30,8 +30,7 @@ public:
           m_answers(&m_ledger, &m_exchange)
     {
         fill();
-        const DateRange year{20200101, 20201231};
-        if (m_ledger.trades(security(), year).size() != RowsOfAYear || readYearAlone() != RowsOfAYear) {
+        if (m_ledger.trades(security(), year()).size() != rowsOfAYear || readYearAlone() != rowsOfAYear) {
             std::fputs("the ledger was not filled as it should be\n", stderr);
             std::exit(1);
         }
@@ -44,6 +43,11 @@ public:
     }
 
     static SecurityId security() { return {QStringLiteral("600050"), Market::Shanghai}; }
+
+    static DateRange year()
+    {
+        return {TradingDate::of(2020, 1, 1).value(), TradingDate::of(2020, 12, 31).value()};
+    }
 
     Ledger &ledger() { return m_ledger; }
     TradeAnswers &answers() { return m_answers; }
@@ -117,7 +121,7 @@ QJsonObject question(const char *command)
 
 Executions readYear(FullLedger *full)
 {
-    return full->ledger().trades(FullLedger::security(), {20200101, 20201231});
+    return full->ledger().trades(FullLedger::security(), FullLedger::year());
 }
 
 void yearOfASecurity(benchmark::State &state)

@@ -77,7 +77,8 @@ public:
 
     LocalBroker *const q;
     Stage stage = Stage::Stopped;
-    QTimer timer; // what the stage waits for
+    State told = State::Stopped; // by the last signal
+    QTimer timer;                // what the stage waits for
     QString problem;
     BusAddress address;
     QString program;
@@ -109,7 +110,7 @@ LocalBroker::~LocalBroker()
 
 void LocalBroker::start(const QString &address)
 {
-    stop();
+    d->end();
     d->begin(address);
 }
 
@@ -168,7 +169,6 @@ LocalBroker::State LocalBroker::Private::state() const
 /// that happens: a receiver may start or stop the broker.
 void LocalBroker::Private::enter(Stage next, const QString &why)
 {
-    const State before = state();
     stage = next;
     timer.stop();
     switch (next) {
@@ -193,8 +193,9 @@ void LocalBroker::Private::enter(Stage next, const QString &why)
         timer.start(retry.nextDelay());
         break;
     }
-    if (state() != before) {
-        Q_EMIT q->stateChanged(state());
+    if (told != state()) {
+        told = state();
+        Q_EMIT q->stateChanged(told);
     }
 }
 
@@ -232,9 +233,12 @@ void LocalBroker::Private::begin(const QString &terminal)
     }
 }
 
+/// Without a signal: enter() follows.
 void LocalBroker::Private::end()
 {
+    stage = Stage::Stopped;
     timer.stop();
+    problem.clear();
     process.end();
     lock.release();
     retry.reset();
@@ -248,13 +252,15 @@ void LocalBroker::Private::serve()
         fail(unsafe);
         return;
     }
-    const bool isOurs = lock.tryAcquire(directory() + QStringLiteral("/broker.lock"));
-    if (!isOurs && stage == Stage::Reused) {
+    const DirectoryLock::Result result = lock.tryAcquire(directory() + QStringLiteral("/broker.lock"));
+    if (result == DirectoryLock::Result::Unusable) {
+        fail(lock.problem());
+    } else if (result == DirectoryLock::Result::ByOther && stage == Stage::Reused) {
         enter(Stage::Reused);
     } else if (answers(address.socketPath)) {
         lock.release();
         enter(Stage::Reused);
-    } else if (!isOurs) {
+    } else if (result == DirectoryLock::Result::ByOther) {
         enter(Stage::AwaitingOther);
     } else {
         launch();

@@ -30,6 +30,11 @@ constexpr auto timeInCrowd = 1ms;
 
 /// A broker that hangs takes connections but never answers.
 constexpr auto timeToAccept = 10s;
+
+/// A broker that accepts this client and drops it at once is not joined in a storm: only a connection that
+/// has lasted counts as a success.
+constexpr auto timeToSettle = 5s;
+
 constexpr auto keepAliveInterval = 1s;
 
 /// Messages handled in one turn of the event loop, so that a flood leaves room for the user's input.
@@ -130,8 +135,8 @@ void MqttSession::enter(State next)
         m_timer.start(timeToAccept);
         break;
     case State::Joined:
-        m_retry.reset();
         m_outage.joined();
+        m_timer.start(timeToSettle);
         break;
     case State::Waiting:
         dropConnection();
@@ -150,9 +155,12 @@ void MqttSession::handleTimeout()
     case State::Greeting:
         loseConnection(QStringLiteral("the broker does not answer"));
         break;
+    case State::Joined:
+        m_retry.reset();
+        m_outage.settled();
+        break;
     case State::Closed:
     case State::Resolving:
-    case State::Joined:
         break; // they wait for no time
     }
 }

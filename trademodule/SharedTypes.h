@@ -12,6 +12,7 @@ namespace TradeModule {
 
 using Trading::ClockTime;
 using Trading::Direction;
+using Trading::directionOfCode;
 using Trading::Market;
 using Trading::marketOfLetters;
 using Trading::marketOfNumber;

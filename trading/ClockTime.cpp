@@ -35,9 +35,11 @@ ClockTime ClockTime::now()
     return ofClock(QTime::currentTime()).value();
 }
 
-QString ClockTime::text() const
+std::string ClockTime::digits() const
 {
-    return QString::number(m_number).rightJustified(8, QLatin1Char('0'));
+    constexpr std::size_t width = 8;
+    std::string digits = std::to_string(m_number);
+    return digits.insert(0, width - digits.size(), '0');
 }
 
 QString ClockTime::colonText() const

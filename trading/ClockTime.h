@@ -4,6 +4,7 @@
 #include <QTime>
 
 #include <optional>
+#include <string>
 
 namespace Trading {
 
@@ -45,7 +46,8 @@ public:
     constexpr int number() const { return m_number; } ///< hhmmsscc
     /// Whole minutes since midnight.
     constexpr int minute() const { return m_number / 1000000 * 60 + m_number / 10000 % 100; }
-    QString text() const;      ///< "09301500", as messages have it
+    std::string digits() const; ///< "09301500", as messages have it
+    QString text() const { return QString::fromStdString(digits()); }
     QString colonText() const; ///< "09:30:15", for people
 
     friend constexpr bool operator==(ClockTime a, ClockTime b) { return a.m_number == b.m_number; }

@@ -29,9 +29,11 @@ TradingDate TradingDate::today()
     return ofCalendar(QDate::currentDate()).value();
 }
 
-QString TradingDate::text() const
+std::string TradingDate::digits() const
 {
-    return QString::number(m_number).rightJustified(8, QLatin1Char('0'));
+    constexpr std::size_t width = 8;
+    std::string digits = std::to_string(m_number);
+    return digits.insert(0, width - digits.size(), '0');
 }
 
 QString TradingDate::dashedText() const

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <optional>
+#include <string>
 
 namespace Trading {
 
@@ -36,8 +37,9 @@ public:
     static constexpr TradingDate last() { return TradingDate(99991231); }
 
     constexpr int number() const { return m_number; } ///< yyyymmdd
-    QString text() const;                             ///< "20240131", as messages have it
-    QString dashedText() const;                       ///< "2024-01-31", for people
+    std::string digits() const;                       ///< "20240131", as messages have it
+    QString text() const { return QString::fromStdString(digits()); }
+    QString dashedText() const; ///< "2024-01-31", for people
     QDate calendarDate() const;
 
     /// So many days later, or earlier for a negative number. Stays within first() and last().

@@ -8,10 +8,7 @@ namespace {
 
 Execution entry(Side side, double price, qint64 quantity, double fee = 0)
 {
-    Execution execution;
-    execution.side = side;
-    execution.price = Money::ofYuan(price).value();
-    execution.quantity = quantity;
+    Execution execution{{}, side, TradingDate::first(), ClockTime(), Money::ofYuan(price).value(), quantity};
     execution.amount = execution.price.times(quantity).value();
     execution.fee = Money::ofYuan(fee).value();
     return execution;

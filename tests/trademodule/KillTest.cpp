@@ -5,7 +5,6 @@
 #include "tests/trademodule/LedgerAudit.h"
 #include "tests/trademodule/ProgramFixture.h"
 #include "tradechartobject/common/TradeVocabulary.h"
-#include "trademodule/ExchangeTime.h"
 #include "trademodule/ledger/OrderBook.h"
 #include "trading/ModuleVocabulary.h"
 
@@ -25,8 +24,8 @@ using namespace TradeChart::TradeKeyFields;
 using namespace Trading;
 using ::testing::IsEmpty;
 
-constexpr char Screen[] = "busy";
-constexpr qint64 OpeningShares = 100000000;
+constexpr char answerChannel[] = "busy";
+constexpr qint64 openingShares = 100000000;
 
 unsigned numberOf(const char *variable, unsigned otherwise)
 {
@@ -43,7 +42,7 @@ QString yuan(int cents)
 struct Asked
 {
     SecurityId security;
-    Side side = Side::Buy;
+    Direction direction = Direction::Buy;
     int cents = 0;
     qint64 quantity = 0;
 };
@@ -59,7 +58,7 @@ public:
     void trade()
     {
         hear();
-        while (m_openQuestions < MostOpenQuestions) {
+        while (m_openQuestions < mostOpenQuestions) {
             act();
         }
     }
@@ -92,7 +91,7 @@ public:
     const QHash<qint64, QString> &told() const { return m_told; }
 
 private:
-    static constexpr int MostOpenQuestions = 16;
+    static constexpr int mostOpenQuestions = 16;
 
     void act()
     {
@@ -110,11 +109,11 @@ private:
 
     void place()
     {
-        const Asked order{anySecurity(), between(0, 2) == 0 ? Side::Sell : Side::Buy, between(980, 1020),
-                          100 * between(1, 50)};
+        const Asked order{anySecurity(), between(0, 2) == 0 ? Direction::Sell : Direction::Buy,
+                          between(980, 1020), 100 * between(1, 50)};
         ask(order.security, CmdType::ENTRUSTPLACE,
             {{QLatin1String(OBJECTID), QString::number(m_asked.size())},
-             {QLatin1String(RTSBSFLAG), QLatin1String(order.side == Side::Buy ? "0B" : "0S")},
+             {QLatin1String(RTSBSFLAG), QLatin1String(directionCode(order.direction))},
              {QLatin1String(RTSENTRUSTPRICE), yuan(order.cents)},
              {QLatin1String(RTSENTRUSTQTY), QString::number(order.quantity)}});
         m_asked.append(order);
@@ -124,14 +123,14 @@ private:
     {
         ask(m_acknowledged.value(number).security, TradeChart::CmdType::ENTRUSTCANCEL,
             {{QLatin1String(OBJECTID), QString::number(number)},
-             {QLatin1String(RTSORDERDATE), QString::number(today())},
+             {QLatin1String(RTSORDERDATE), TradingDate::today().text()},
              {QLatin1String(RTSORDERNO), QString::number(number)}});
     }
 
     void ask(const SecurityId &security, const char *command, QJsonObject question)
     {
         question[QLatin1String(CMD)] = QLatin1String(command);
-        question[QLatin1String(SCREENID)] = QLatin1String(Screen);
+        question[QLatin1String(SCREENID)] = QLatin1String(answerChannel);
         question[QLatin1String(STKCODE)] = security.code;
         question[QLatin1String(MARKET)] = marketLetters(security.market);
         send(Channel::GLOBAL, TradeChart::Topic::TRADEQUERY, question);
@@ -147,9 +146,8 @@ private:
         send(Channel::MARKET, Topic::QUOTE,
              {{QLatin1String(STKCODE), security.code},
               {QLatin1String(MARKET), marketLetters(security.market)},
-              {QLatin1String(QuoteFields::DATE), QString::number(today())},
-              {QLatin1String(QuoteFields::TIME),
-               QString::number(timeNumber(time)).rightJustified(8, QLatin1Char('0'))},
+              {QLatin1String(QuoteFields::DATE), TradingDate::today().text()},
+              {QLatin1String(QuoteFields::TIME), ClockTime::ofClock(time)->text()},
               {QLatin1String(QuoteFields::OPEN), yuan(middle)},
               {QLatin1String(QuoteFields::HIGH), yuan(middle + between(0, 10))},
               {QLatin1String(QuoteFields::LOW), yuan(middle - between(0, 10))},
@@ -227,14 +225,14 @@ protected:
         if (IsSkipped()) {
             return;
         }
-        book({fill(Side::Buy, bank(), 20240102, 10, OpeningShares),
-              fill(Side::Buy, liquor(), 20240102, 10, OpeningShares)});
+        book({fill(Side::Buy, bank(), 20240102, 10, openingShares),
+              fill(Side::Buy, liquor(), 20240102, 10, openingShares)});
         OrderBook orders(&ledger());
         Transaction transaction = orders.begin();
         orders.setCash(m_openingCash);
         transaction.commit();
         ASSERT_TRUE(chart().join(broker().address()));
-        ASSERT_TRUE(chart().listen(Screen, TradeChart::Topic::TRADEQUERY));
+        ASSERT_TRUE(chart().listen(answerChannel, TradeChart::Topic::TRADEQUERY));
         ASSERT_TRUE(chart().listen(Channel::GLOBAL, TradeChart::Topic::TRADENOTIFY));
     }
 
@@ -266,16 +264,17 @@ protected:
     void expectOrdersOf(const BusyTrader &trader)
     {
         QHash<qint64, Order> orders;
-        const Orders ofToday = OrderBook(&ledger()).ofDay(today());
+        const Orders ofToday = OrderBook(&ledger()).ofDay(TradingDate::today());
         for (const Order &order : ofToday) {
             orders.insert(order.number, order);
         }
         EXPECT_LE(orders.size(), trader.asked().size());
         for (auto asked = trader.acknowledged().cbegin(); asked != trader.acknowledged().cend(); ++asked) {
-            ASSERT_TRUE(orders.contains(asked.key())) << "order " << asked.key() << " is lost";
-            const Order order = orders.value(asked.key());
+            const auto found = orders.constFind(asked.key());
+            ASSERT_NE(found, orders.constEnd()) << "order " << asked.key() << " is lost";
+            const Order &order = *found;
             EXPECT_EQ(order.security, asked->security);
-            EXPECT_EQ(order.side, asked->side);
+            EXPECT_EQ(order.direction, asked->direction);
             EXPECT_EQ(order.price, Money::ofYuan(asked->cents / 100.0));
             EXPECT_EQ(order.quantity, asked->quantity);
         }
@@ -285,7 +284,7 @@ protected:
     void expectWordsKept(const BusyTrader &trader)
     {
         const QString finals = QStringLiteral("5689");
-        const Orders ofToday = OrderBook(&ledger()).ofDay(today());
+        const Orders ofToday = OrderBook(&ledger()).ofDay(TradingDate::today());
         for (const Order &order : ofToday) {
             const QString told = trader.told().value(order.number);
             if (!told.isEmpty() && finals.contains(told)) {
@@ -332,7 +331,8 @@ TEST_F(KilledModule, KeepsEveryWordAndItsLedgerAddsUp)
     EXPECT_GT(trader.cancelled().size(), 0);
     std::cout << "TRADE_KILL_SEED=" << seed << ": " << kills << " kills in " << clock.elapsed() << " ms, "
               << trader.acknowledged().size() << " orders confirmed, " << trader.cancelled().size()
-              << " cancelled, " << ledger().trades({today(), today()}).size() << " executions" << std::endl;
+              << " cancelled, " << ledger().trades({TradingDate::today(), TradingDate::today()}).size()
+              << " executions" << std::endl;
 }
 
 } // namespace TradeModule

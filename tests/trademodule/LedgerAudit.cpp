@@ -17,7 +17,7 @@ struct Rule
 };
 
 // executions of the paper exchange are those that no statement brought
-constexpr Rule Rules[] = {
+constexpr Rule rules[] = {
     {"an order's matched quantity and amount are not the sums of its executions",
      "SELECT o.id FROM trade_order o LEFT JOIN execution e "
      "ON e.order_no = CAST(o.id AS TEXT) AND e.statement_id IS NULL GROUP BY o.id "
@@ -60,7 +60,7 @@ public:
     std::vector<std::string> findings()
     {
         const Transaction nobodyWrites(m_ledger->database());
-        for (const Rule &rule : Rules) {
+        for (const Rule &rule : rules) {
             check(rule);
         }
         checkCash();
@@ -102,8 +102,8 @@ private:
             "SELECT o.id, o.side, o.matched_amount, SUM(e.fee) FROM trade_order o JOIN execution e "
             "ON e.order_no = CAST(o.id AS TEXT) AND e.statement_id IS NULL GROUP BY o.id"));
         while (rows.next()) {
-            const Side side = rows.value(1).toString() == QLatin1String("B") ? Side::Buy : Side::Sell;
-            const Money due = TradingRules::fees(side, Money::ofSteps(rows.value(2).toLongLong()));
+            const Direction direction = directionOfCode(rows.value(1).toString()).value();
+            const Money due = TradingRules::fees(direction, Money::ofSteps(rows.value(2).toLongLong()));
             if (due.steps() != rows.value(3).toLongLong()) {
                 report("an order's fees are not those of its amount", rows.value(0).toString());
             }
@@ -118,8 +118,8 @@ private:
             holdings[execution.security].add(execution);
         }
         for (auto holding = holdings.cbegin(); holding != holdings.cend(); ++holding) {
-            constexpr double Tolerance = 0.01; // yuan: sums of doubles in another order
-            if (std::fabs(m_ledger->holding(holding.key()).cost() - holding->cost()) > Tolerance) {
+            constexpr double tolerance = 0.01; // yuan: sums of doubles in another order
+            if (std::fabs(m_ledger->holding(holding.key()).cost() - holding->cost()) > tolerance) {
                 report("a holding's cost is not that of its executions", holding.key().code);
             }
         }

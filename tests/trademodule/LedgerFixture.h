@@ -21,21 +21,33 @@ inline const SecurityId &liquor()
     return security;
 }
 
+/// The day of yyyymmdd.
+constexpr TradingDate day(int yyyymmdd)
+{
+    return TradingDate::ofNumber(yyyymmdd).value();
+}
+
+/// The time of hhmm.
+constexpr ClockTime at(int hhmm)
+{
+    return ClockTime::of(hhmm / 100, hhmm % 100).value();
+}
+
 /// An execution of `quantity` shares at `price` yuan for a fee of 5 yuan.
-inline Execution fill(Side side, const SecurityId &security, int date, double price, qint64 quantity,
+inline Execution fill(Side side, const SecurityId &security, TradingDate date, double price, qint64 quantity,
                       const QString &dealNo = {})
 {
-    Execution execution;
-    execution.security = security;
-    execution.side = side;
-    execution.date = date;
-    execution.time = 10000000;
-    execution.price = Money::ofYuan(price).value();
-    execution.quantity = quantity;
+    Execution execution{security, side, date, at(1000), Money::ofYuan(price).value(), quantity};
     execution.amount = Money::ofSteps(execution.price.steps() * quantity);
     execution.fee = Money::ofYuan(side == Side::Bonus ? 0 : 5).value();
     execution.dealNo = dealNo;
     return execution;
+}
+
+inline Execution fill(Side side, const SecurityId &security, int date, double price, qint64 quantity,
+                      const QString &dealNo = {})
+{
+    return fill(side, security, day(date), price, quantity, dealNo);
 }
 
 inline Statement statementOf(const Executions &executions)

@@ -1,6 +1,5 @@
 #include "tests/trademodule/LedgerFixture.h"
 #include "trademodule/Error.h"
-#include "trademodule/ExchangeTime.h"
 #include "trademodule/exchange/PaperExchange.h"
 #include "trademodule/ledger/LedgerQueries_p.h"
 #include "trademodule/ledger/LedgerSchema.h"
@@ -35,7 +34,7 @@ TEST_F(LedgerOfAnAccount, IsEmptyAtFirst)
 TEST_F(LedgerOfAnAccount, GivesBackWhatWasBooked)
 {
     Execution trade = fill(Side::Sell, bank(), 20240102, 10.345, 300, QStringLiteral("deal"));
-    trade.time = 14563599;
+    trade.time = ClockTime::of(14, 56, 35, 99).value();
     trade.orderNo = QStringLiteral("order");
     book({trade});
 
@@ -44,8 +43,8 @@ TEST_F(LedgerOfAnAccount, GivesBackWhatWasBooked)
     ASSERT_THAT(trades, SizeIs(1));
     EXPECT_EQ(trades[0].security, bank());
     EXPECT_EQ(trades[0].side, Side::Sell);
-    EXPECT_EQ(trades[0].date, 20240102);
-    EXPECT_EQ(trades[0].time, 14563599);
+    EXPECT_EQ(trades[0].date, day(20240102));
+    EXPECT_EQ(trades[0].time, ClockTime::of(14, 56, 35, 99));
     EXPECT_EQ(trades[0].price.text(), QStringLiteral("10.345"));
     EXPECT_EQ(trades[0].quantity, 300);
     EXPECT_EQ(trades[0].amount.text(), QStringLiteral("3103.50"));
@@ -101,7 +100,7 @@ TEST_F(LedgerOfAnAccount, KnowsADealByItsNumberWhateverElseAFormOfExportTells)
     Execution detailed = fill(Side::Buy, bank(), 20240102, 10, 100, QStringLiteral("77"));
     detailed.orderNo = QStringLiteral("5");
     Execution sparse = detailed;
-    sparse.time = 0;
+    sparse.time = ClockTime();
     sparse.orderNo.clear();
     book({detailed});
 
@@ -143,7 +142,7 @@ TEST_F(LedgerOfAnAccount, TellsTheNewestEntryOfEverySecurityItChanged)
 
     ASSERT_THAT(booked.lastAdded, SizeIs(2));
     for (const Execution &execution : booked.lastAdded) {
-        EXPECT_EQ(execution.date, execution.security == bank() ? 20240104 : 20240103);
+        EXPECT_EQ(execution.date, execution.security == bank() ? day(20240104) : day(20240103));
     }
 }
 
@@ -152,9 +151,9 @@ TEST_F(LedgerOfAnAccount, ListsTradesOfARangeOfDaysBothEndsIncluded)
     book({fill(Side::Buy, bank(), 20240102, 10, 100), fill(Side::Buy, bank(), 20240103, 10, 100),
           fill(Side::Buy, bank(), 20240104, 10, 100), fill(Side::Buy, liquor(), 20240103, 1700, 100)});
 
-    EXPECT_THAT(ledger().trades(bank(), {20240103, 20240104}), SizeIs(2));
-    EXPECT_THAT(ledger().trades(bank().code, {20240102, 20240103}), SizeIs(2));
-    EXPECT_THAT(ledger().trades({20240103, 20240103}), SizeIs(2));
+    EXPECT_THAT(ledger().trades(bank(), {day(20240103), day(20240104)}), SizeIs(2));
+    EXPECT_THAT(ledger().trades(bank().code, {day(20240102), day(20240103)}), SizeIs(2));
+    EXPECT_THAT(ledger().trades({day(20240103), day(20240103)}), SizeIs(2));
     EXPECT_THAT(ledger().trades({QStringLiteral("000001"), Market::Shanghai}, always), IsEmpty());
 }
 
@@ -166,8 +165,8 @@ TEST_F(LedgerOfAnAccount, ListsTradesOldestFirstHoweverTheyCame)
     const Executions trades = ledger().trades(bank(), always);
 
     ASSERT_THAT(trades, SizeIs(3));
-    EXPECT_EQ(trades[0].date, 20240102);
-    EXPECT_EQ(trades[2].date, 20240104);
+    EXPECT_EQ(trades[0].date, day(20240102));
+    EXPECT_EQ(trades[2].date, day(20240104));
 }
 
 TEST_F(LedgerOfAnAccount, DoesNotListBonusSharesAsTrades)
@@ -290,15 +289,12 @@ TEST_P(OlderLedger, TakesOrdersAndQuotesAfterwards)
 {
     Ledger ledger(location());
     PaperExchange exchange(&ledger);
-    Quote quote;
-    quote.security = bank();
-    quote.date = today();
-    quote.time = 10000000;
+    Quote quote{bank(), TradingDate::today(), at(1000)};
     quote.open = quote.high = quote.low = quote.close = Money::ofYuan(10).value();
     quote.volume = 100000;
     exchange.take(quote);
 
-    exchange.place(bank(), Side::Buy, quote.close, 200);
+    exchange.place(bank(), Direction::Buy, quote.close, 200);
     exchange.take(quote);
 
     EXPECT_EQ(ledger.holding(bank()).quantity(), 300);
@@ -310,7 +306,7 @@ INSTANTIATE_TEST_SUITE_P(OfVersion, OlderLedger, ::testing::Range(1, currentSche
 TEST_F(LedgerOfAnAccount, GivesAChangeUpThatAnotherProgramKeepsWaiting)
 {
     Database other(location());
-    ledger().setPatience(50);
+    ledger().setPatience(std::chrono::milliseconds(50));
     std::optional<Transaction> change(std::in_place, &other);
 
     try {
@@ -327,16 +323,16 @@ TEST_F(LedgerOfAnAccount, GivesAChangeUpThatAnotherProgramKeepsWaiting)
 
 TEST_F(LedgerOfAnAccount, WaitsInVainOnlyOnce)
 {
-    constexpr int PatienceMs = 2000;
+    constexpr std::chrono::milliseconds patience(2000);
     Database other(location());
-    ledger().setPatience(PatienceMs);
+    ledger().setPatience(patience);
     const Transaction change(&other);
     EXPECT_THROW(Transaction{ledger().database()}, LedgerUnavailable);
 
     QElapsedTimer clock;
     clock.start();
     EXPECT_THROW(Transaction{ledger().database()}, LedgerUnavailable);
-    EXPECT_LT(clock.elapsed(), PatienceMs / 2);
+    EXPECT_LT(clock.elapsed(), patience.count() / 2);
 }
 
 TEST_F(LedgerOfAnAccount, AnswersAYearOfASecurityFromAnIndex)

@@ -5,7 +5,6 @@
 #include "tests/trademodule/LedgerFixture.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
-#include "trademodule/ExchangeTime.h"
 #include "trademodule/exchange/TradingRules.h"
 
 namespace TradeModule {
@@ -25,10 +24,7 @@ Money yuan(double value)
 /// A bar of the bank's shares that ends at hhmm.
 Quote bar(int hhmm, double open, double high, double low, qint64 volume = 1000000)
 {
-    Quote quote;
-    quote.security = bank();
-    quote.date = today();
-    quote.time = hhmm * 10000;
+    Quote quote{bank(), TradingDate::today(), at(hhmm)};
     quote.open = yuan(open);
     quote.high = yuan(high);
     quote.low = yuan(low);
@@ -39,7 +35,7 @@ Quote bar(int hhmm, double open, double high, double low, qint64 volume = 100000
 
 qint64 ticks(Money price)
 {
-    return price.steps() / TradingRules::Tick.steps();
+    return price.steps() / TradingRules::tick.steps();
 }
 
 /// An exchange in the middle of a trading day: the first quote was 10.00 at 10:00.
@@ -61,12 +57,12 @@ protected:
 
     Order buy(double price, qint64 quantity)
     {
-        return exchange().place(bank(), Side::Buy, yuan(price), quantity);
+        return exchange().place(bank(), Direction::Buy, yuan(price), quantity);
     }
 
     Order sell(double price, qint64 quantity)
     {
-        return exchange().place(bank(), Side::Sell, yuan(price), quantity);
+        return exchange().place(bank(), Direction::Sell, yuan(price), quantity);
     }
 
     /// Shares that were there before today.
@@ -75,17 +71,17 @@ protected:
     Order now(const Order &order) { return OrderBook(&ledger()).find(order.date, order.number).value(); }
     QString statusOf(const Order &order) { return now(order).status; }
 
-    std::string refusalOf(Side side, double price, qint64 quantity)
+    std::string refusalOf(Direction direction, double price, qint64 quantity)
     {
         try {
-            exchange().place(bank(), side, yuan(price), quantity);
+            exchange().place(bank(), direction, yuan(price), quantity);
         } catch (const Error &error) {
             return error.what();
         }
         return "no refusal";
     }
 
-    std::string refusalOfCancelling(int date, qint64 number)
+    std::string refusalOfCancelling(TradingDate date, qint64 number)
     {
         try {
             exchange().cancel(date, number);
@@ -125,10 +121,10 @@ TEST_F(PaperExchangeOfADay, DealsABuyWhenTheBarReachesItsPrice)
     exchange().take(bar(1002, 10, 10, 9.90));
 
     EXPECT_EQ(statusOf(order), code(Dealed));
-    const Executions trades = ledger().trades(bank(), {today(), today()});
+    const Executions trades = ledger().trades(bank(), {TradingDate::today(), TradingDate::today()});
     ASSERT_EQ(trades.size(), 1);
     EXPECT_EQ(trades[0].price, yuan(9.90));
-    EXPECT_EQ(trades[0].time, 10020000);
+    EXPECT_EQ(trades[0].time, at(1002));
     EXPECT_EQ(trades[0].orderNo, QString::number(order.number));
     EXPECT_THAT(m_statuses, ElementsAre(Quoting, Quoted, Dealed));
 }
@@ -150,7 +146,7 @@ TEST_F(PaperExchangeOfADay, DealsASellWhenTheBarReachesItsPrice)
 struct Touch
 {
     std::string name;
-    Side side;
+    Direction direction;
     double limit;
     double open;
     double high;
@@ -166,7 +162,7 @@ TEST_P(Touches, DecideWhetherAndAtWhatPriceAnOrderIsDealt)
 {
     const Touch &touch = GetParam();
     hold(100);
-    const Order order = touch.side == Side::Buy ? buy(touch.limit, 100) : sell(touch.limit, 100);
+    const Order order = touch.direction == Direction::Buy ? buy(touch.limit, 100) : sell(touch.limit, 100);
 
     exchange().take(bar(1001, touch.open, touch.high, touch.low));
 
@@ -176,18 +172,18 @@ TEST_P(Touches, DecideWhetherAndAtWhatPriceAnOrderIsDealt)
 
 INSTANTIATE_TEST_SUITE_P(
     Of, Touches,
-    ::testing::Values(Touch{"ABuyByTheLow", Side::Buy, 9.90, 10, 10.10, 9.90, 9.90},
-                      Touch{"ABuyMissedByATick", Side::Buy, 9.89, 10, 10.10, 9.90, 0},
-                      Touch{"ABuyTradedThrough", Side::Buy, 9.95, 10, 10.10, 9.90, 9.95},
-                      Touch{"ABuyByTheOpen", Side::Buy, 10, 10, 10.10, 9.90, 10},
-                      Touch{"ABuyAboveTheOpen", Side::Buy, 10.20, 10.05, 10.30, 10, 10.05},
-                      Touch{"ABuyAboveTheWholeBar", Side::Buy, 10.50, 10, 10.10, 9.90, 10},
-                      Touch{"ASellByTheHigh", Side::Sell, 10.10, 10, 10.10, 9.90, 10.10},
-                      Touch{"ASellMissedByATick", Side::Sell, 10.11, 10, 10.10, 9.90, 0},
-                      Touch{"ASellTradedThrough", Side::Sell, 10.05, 10, 10.10, 9.90, 10.05},
-                      Touch{"ASellByTheOpen", Side::Sell, 10, 10, 10.10, 9.90, 10},
-                      Touch{"ASellBelowTheOpen", Side::Sell, 9.80, 9.95, 10.10, 9.70, 9.95},
-                      Touch{"ASellBelowTheWholeBar", Side::Sell, 9.50, 10, 10.10, 9.90, 10}),
+    ::testing::Values(Touch{"ABuyByTheLow", Direction::Buy, 9.90, 10, 10.10, 9.90, 9.90},
+                      Touch{"ABuyMissedByATick", Direction::Buy, 9.89, 10, 10.10, 9.90, 0},
+                      Touch{"ABuyTradedThrough", Direction::Buy, 9.95, 10, 10.10, 9.90, 9.95},
+                      Touch{"ABuyByTheOpen", Direction::Buy, 10, 10, 10.10, 9.90, 10},
+                      Touch{"ABuyAboveTheOpen", Direction::Buy, 10.20, 10.05, 10.30, 10, 10.05},
+                      Touch{"ABuyAboveTheWholeBar", Direction::Buy, 10.50, 10, 10.10, 9.90, 10},
+                      Touch{"ASellByTheHigh", Direction::Sell, 10.10, 10, 10.10, 9.90, 10.10},
+                      Touch{"ASellMissedByATick", Direction::Sell, 10.11, 10, 10.10, 9.90, 0},
+                      Touch{"ASellTradedThrough", Direction::Sell, 10.05, 10, 10.10, 9.90, 10.05},
+                      Touch{"ASellByTheOpen", Direction::Sell, 10, 10, 10.10, 9.90, 10},
+                      Touch{"ASellBelowTheOpen", Direction::Sell, 9.80, 9.95, 10.10, 9.70, 9.95},
+                      Touch{"ASellBelowTheWholeBar", Direction::Sell, 9.50, 10, 10.10, 9.90, 10}),
     ByName());
 
 TEST_F(PaperExchangeOfADay, DealsAtMostAQuarterOfTheVolumeInWholeLots)
@@ -202,7 +198,7 @@ TEST_F(PaperExchangeOfADay, DealsAtMostAQuarterOfTheVolumeInWholeLots)
     exchange().take(bar(1003, 10, 10, 10, 10000));
 
     EXPECT_EQ(statusOf(order), code(Dealed));
-    EXPECT_EQ(ledger().trades(bank(), {today(), today()}).size(), 2);
+    EXPECT_EQ(ledger().trades(bank(), {TradingDate::today(), TradingDate::today()}).size(), 2);
 }
 
 TEST_F(PaperExchangeOfADay, SharesTheVolumeAmongOrdersTheOldestFirst)
@@ -320,16 +316,15 @@ TEST_F(PaperExchangeOfADay, DoesNotCancelWhatIsNotThere)
 {
     const Order order = buy(10, 100);
 
-    EXPECT_EQ(refusalOfCancelling(order.date, 4711),
-              "there is no order 4711 of " + std::to_string(order.date));
-    EXPECT_EQ(refusalOfCancelling(20240102, order.number), "there is no order 1 of 20240102");
+    EXPECT_EQ(refusalOfCancelling(order.date, 4711), "there is no order 4711 of " + order.date.digits());
+    EXPECT_EQ(refusalOfCancelling(day(20240102), order.number), "there is no order 1 of 20240102");
     EXPECT_EQ(statusOf(order), code(Quoting));
     EXPECT_THAT(m_statuses, ElementsAre(Quoting));
 }
 
 TEST_F(PaperExchangeOfADay, TakesAnOrderThatAnotherProcessLeft)
 {
-    const Order order = PaperExchange(&ledger()).leave(bank(), Side::Buy, yuan(10), 100);
+    const Order order = PaperExchange(&ledger()).leave(bank(), Direction::Buy, yuan(10), 100);
     EXPECT_EQ(order.status, code(None));
 
     exchange().settle();
@@ -343,7 +338,7 @@ TEST_F(PaperExchangeOfADay, TakesAnOrderThatAnotherProcessLeft)
 TEST_F(PaperExchangeOfADay, LetsAnOrderThatWasLeftInClosedHoursWait)
 {
     exchange().take(bar(1145, 10, 10, 10));
-    const Order order = PaperExchange(&ledger()).leave(bank(), Side::Buy, yuan(10), 100);
+    const Order order = PaperExchange(&ledger()).leave(bank(), Direction::Buy, yuan(10), 100);
 
     exchange().settle();
 
@@ -403,7 +398,7 @@ TEST_F(PaperExchangeOfADay, GoesByTheSameCloseAfterARestart)
     PaperExchange afterwards(&ledger());
     afterwards.take(bar(1301, 10.80, 10.80, 10.80)); // no open of the day
 
-    const Order high = afterwards.place(bank(), Side::Buy, yuan(11.01), 100);
+    const Order high = afterwards.place(bank(), Direction::Buy, yuan(11.01), 100);
     afterwards.settle();
 
     EXPECT_EQ(statusOf(high), code(AbolishedOrder));
@@ -425,7 +420,7 @@ TEST_F(PaperExchangeOfADay, NoticesAfterARestartThatAnotherDayIsPlayed)
     PaperExchange afterwards(&ledger());
     afterwards.take(bar(931, 20, 20, 20));
 
-    const Order order = afterwards.place(bank(), Side::Buy, yuan(19), 100);
+    const Order order = afterwards.place(bank(), Direction::Buy, yuan(19), 100);
     afterwards.settle();
 
     EXPECT_EQ(statusOf(order), code(Quoted));
@@ -436,9 +431,9 @@ TEST_F(PaperExchangeOfADay, KnowsItsClockAfterARestart)
     exchange().take(bar(1017, 10, 10, 10));
     exchange().settle();
 
-    const Order order = PaperExchange(&ledger()).place(bank(), Side::Buy, yuan(10), 100);
+    const Order order = PaperExchange(&ledger()).place(bank(), Direction::Buy, yuan(10), 100);
 
-    EXPECT_EQ(order.time, 10170000);
+    EXPECT_EQ(order.time, at(1017));
     EXPECT_EQ(order.status, code(Quoting));
 }
 
@@ -459,7 +454,7 @@ TEST_F(PaperExchangeOfADay, LeavesQuotesOfOtherDaysAloneAndSaysSoOnce)
 {
     const Order order = buy(10, 100);
     Quote recorded = bar(1001, 10, 10, 10);
-    recorded.date = 20240102;
+    recorded.date = day(20240102);
     const LogCapture log;
 
     exchange().take(recorded);
@@ -480,7 +475,7 @@ TEST_F(PaperExchangeOfADay, ReckonsTheCostByTheTimeOfDayWhenTheDayIsPlayedAgain)
     sell(10, 1000);
     exchange().take(bar(931, 10, 10, 10));
     ASSERT_EQ(ledger().holding(bank()).quantity(), 1000);
-    const Money paid = yuan(10000) + TradingRules::fees(Side::Buy, yuan(10000));
+    const Money paid = yuan(10000) + TradingRules::fees(Direction::Buy, yuan(10000));
     EXPECT_NEAR(costPrice(bank()), paid.yuan() / 1000, 1e-9) << "what was held before was sold first";
 }
 
@@ -492,21 +487,21 @@ TEST_F(PaperExchangeOfADay, LetsOrdersOfPastDaysEnd)
 
     exchange().settle();
 
-    EXPECT_EQ(OrderBook(&ledger()).find(20240102, order.number)->status, code(Canceled));
+    EXPECT_EQ(OrderBook(&ledger()).find(day(20240102), order.number)->status, code(Canceled));
 }
 
 TEST_F(PaperExchangeOfADay, RefusesOddLotsButSellsAnOddRest)
 {
     book({fill(Side::Bonus, bank(), 20240102, 0, 130)});
 
-    EXPECT_THAT(refusalOf(Side::Buy, 10, 150), HasSubstr("multiple of 100"));
-    EXPECT_THAT(refusalOf(Side::Sell, 10, 50), HasSubstr("multiple of 100"));
-    EXPECT_EQ(refusalOf(Side::Sell, 10, 130), "no refusal");
+    EXPECT_THAT(refusalOf(Direction::Buy, 10, 150), HasSubstr("multiple of 100"));
+    EXPECT_THAT(refusalOf(Direction::Sell, 10, 50), HasSubstr("multiple of 100"));
+    EXPECT_EQ(refusalOf(Direction::Sell, 10, 130), "no refusal");
 }
 
 TEST_F(PaperExchangeOfADay, RefusesPricesBetweenTicks)
 {
-    EXPECT_THAT(refusalOf(Side::Buy, 10.005, 100), HasSubstr("0.01"));
+    EXPECT_THAT(refusalOf(Direction::Buy, 10.005, 100), HasSubstr("0.01"));
 }
 
 TEST_F(PaperExchangeOfADay, RefusesToSellMoreThanIsHeldAndNotOnOffer)
@@ -514,8 +509,8 @@ TEST_F(PaperExchangeOfADay, RefusesToSellMoreThanIsHeldAndNotOnOffer)
     hold(500);
     sell(10.50, 300);
 
-    EXPECT_THAT(refusalOf(Side::Sell, 10, 300), HasSubstr("200 shares may be sold"));
-    EXPECT_EQ(refusalOf(Side::Sell, 10, 200), "no refusal");
+    EXPECT_THAT(refusalOf(Direction::Sell, 10, 300), HasSubstr("200 shares may be sold"));
+    EXPECT_EQ(refusalOf(Direction::Sell, 10, 200), "no refusal");
 }
 
 TEST_F(PaperExchangeOfADay, RefusesToSellWhatWasBoughtToday)
@@ -525,24 +520,27 @@ TEST_F(PaperExchangeOfADay, RefusesToSellWhatWasBoughtToday)
     exchange().take(bar(1001, 10, 10, 10));
     ASSERT_EQ(ledger().holding(bank()).quantity(), 500);
 
-    EXPECT_THAT(refusalOf(Side::Sell, 10, 200), HasSubstr("100 shares may be sold"));
+    EXPECT_THAT(refusalOf(Direction::Sell, 10, 200), HasSubstr("100 shares may be sold"));
 }
 
 TEST_F(PaperExchangeOfADay, RefusesToBuyForMoreThanTheCashThatIsFree)
 {
     setCash(10000);
-    EXPECT_THAT(refusalOf(Side::Buy, 10, 1000), HasSubstr("needs 10005.10 yuan"));
+    EXPECT_THAT(refusalOf(Direction::Buy, 10, 1000), HasSubstr("needs 10005.10 yuan"));
 
     buy(5, 1000);
 
-    EXPECT_THAT(refusalOf(Side::Buy, 10, 500), HasSubstr("there are 4994.95"));
+    EXPECT_THAT(refusalOf(Direction::Buy, 10, 500), HasSubstr("there are 4994.95"));
 }
 
 TEST_F(PaperExchangeOfADay, RefusesOrdersOfMoreThanAnyAccountHas)
 {
-    EXPECT_THAT(refusalOf(Side::Buy, 1000000.01, 100), HasSubstr("the price must be at most 1000000.00"));
-    EXPECT_THAT(refusalOf(Side::Buy, 10, 1000000100), HasSubstr("the quantity must be at most 1000000000"));
-    EXPECT_THAT(refusalOf(Side::Buy, 1000000, 1000000000), HasSubstr("price × quantity must be at most"));
+    EXPECT_THAT(refusalOf(Direction::Buy, 1000000.01, 100),
+                HasSubstr("the price must be at most 1000000.00"));
+    EXPECT_THAT(refusalOf(Direction::Buy, 10, 1000000100),
+                HasSubstr("the quantity must be at most 1000000000"));
+    EXPECT_THAT(refusalOf(Direction::Buy, 1000000, 1000000000),
+                HasSubstr("price × quantity must be at most"));
 }
 
 TEST_F(PaperExchangeOfADay, DealsNothingAtABetterPriceThatComesToMoreThanAnyAccountHas)
@@ -573,10 +571,10 @@ TEST_F(PaperExchangeOfADay, DealsNothingThatWouldGiveTheAccountMoreThanItCanHold
 
 TEST_F(PaperExchangeOfADay, LeavesNothingOfARefusedOrder)
 {
-    refusalOf(Side::Buy, 10, 150);
-    refusalOf(Side::Sell, 10, 100);
+    refusalOf(Direction::Buy, 10, 150);
+    refusalOf(Direction::Sell, 10, 100);
 
-    EXPECT_THAT(OrderBook(&ledger()).ofDay(today()), IsEmpty());
+    EXPECT_THAT(OrderBook(&ledger()).ofDay(TradingDate::today()), IsEmpty());
     EXPECT_THAT(m_statuses, IsEmpty());
 }
 
@@ -604,7 +602,7 @@ TEST(TradingRules, LimitADayAtTheTickNearestToTheShareOfEveryClose)
 {
     const SecurityId young{QStringLiteral("300750"), Market::Shenzhen};
     for (qint64 close = 1; close <= 100000; ++close) {
-        const Money before = Money::ofSteps(close * TradingRules::Tick.steps());
+        const Money before = Money::ofSteps(close * TradingRules::tick.steps());
         for (const auto &[security, percent] : {std::pair(bank(), 10), std::pair(young, 20)}) {
             const TradingRules::PriceLimits limits = TradingRules::priceLimits(security, before);
             ASSERT_TRUE(isNearestTick(ticks(limits.lowest), close, 100 - percent)) << limits.lowest.digits();
@@ -616,9 +614,9 @@ TEST(TradingRules, LimitADayAtTheTickNearestToTheShareOfEveryClose)
 
 TEST(TradingRules, RoundEveryFeeHalfUpToACent)
 {
-    EXPECT_EQ(TradingRules::fees(Side::Buy, yuan(20060)), yuan(5.02 + 0.20)); // 5.015 + 0.2006
-    EXPECT_EQ(TradingRules::fees(Side::Buy, yuan(500)), yuan(5 + 0.01));      // at least 5, 0.005
-    EXPECT_EQ(TradingRules::fees(Side::Sell, yuan(290)), yuan(5 + 0.15));     // and 0.145, 0.0029
+    EXPECT_EQ(TradingRules::fees(Direction::Buy, yuan(20060)), yuan(5.02 + 0.20)); // 5.015 + 0.2006
+    EXPECT_EQ(TradingRules::fees(Direction::Buy, yuan(500)), yuan(5 + 0.01));      // at least 5, 0.005
+    EXPECT_EQ(TradingRules::fees(Direction::Sell, yuan(290)), yuan(5 + 0.15));     // and 0.145, 0.0029
 }
 
 TEST(TradingRules, CloseTheMarketOnWeekends)
@@ -633,10 +631,10 @@ TEST(TradingRules, CloseTheMarketOnWeekends)
 TEST(TradingRules, OpenTheMarketInTwoSessions)
 {
     for (const int time : {9150000, 9300000, 11300000, 13000000, 15000000}) {
-        EXPECT_TRUE(TradingRules::isOpen(time)) << time;
+        EXPECT_TRUE(TradingRules::isOpen(ClockTime::ofNumber(time).value())) << time;
     }
     for (const int time : {9145999, 11300100, 12595999, 15000100}) {
-        EXPECT_FALSE(TradingRules::isOpen(time)) << time;
+        EXPECT_FALSE(TradingRules::isOpen(ClockTime::ofNumber(time).value())) << time;
     }
 }
 

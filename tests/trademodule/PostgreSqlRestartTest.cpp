@@ -3,7 +3,6 @@
 #include "tests/trademodule/PostgreSqlServer.h"
 #include "tests/trademodule/ProgramFixture.h"
 #include "trademodule/Error.h"
-#include "trademodule/ExchangeTime.h"
 #include "trademodule/ledger/OrderBook.h"
 #include "trademodule/ledger/ServingLease.h"
 
@@ -20,7 +19,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-const QByteArray Placing = R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
+const QByteArray placing = R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
                                "orderprice":"10.00","orderqty":"100"})";
 
 /// As long as it lives there is no server.
@@ -39,9 +38,7 @@ void restartServer()
 
 Order anOrder()
 {
-    Order order;
-    order.security = bank();
-    order.date = today();
+    Order order{bank(), Direction::Buy, TradingDate::today(), ClockTime()};
     order.price = Money::ofYuan(10).value();
     order.quantity = 100;
     order.status = QStringLiteral("2");
@@ -80,7 +77,7 @@ class RestartedServer : public LedgerFixture
 class ModuleOnARestartedServer : public ProgramOnABus
 {
 protected:
-    int orderCount() { return OrderBook(&ledger()).ofDay(today()).size(); }
+    int orderCount() { return OrderBook(&ledger()).ofDay(TradingDate::today()).size(); }
 };
 
 } // namespace
@@ -104,7 +101,7 @@ TEST_F(RestartedServer, LeavesNothingOfAChangeInProgress)
         EXPECT_THROW(orders.add(anOrder()), LedgerUnavailable);
         EXPECT_THROW(transaction.commit(), LedgerUnavailable);
     }
-    EXPECT_TRUE(orders.ofDay(today()).isEmpty());
+    EXPECT_TRUE(orders.ofDay(TradingDate::today()).isEmpty());
 }
 
 TEST_F(RestartedServer, IsSaidNotToBeThereWhileItIsNot)
@@ -141,15 +138,15 @@ TEST_F(RestartedServer, LetsNothingBeChangedByWhoLostTheRightToServe)
 TEST_F(ModuleOnARestartedServer, RefusesOrdersUntilTheServerIsThereAgain)
 {
     serve();
-    ASSERT_TRUE(ask(Placing)[QStringLiteral("success")].toBool());
+    ASSERT_TRUE(ask(placing)[QStringLiteral("success")].toBool());
     {
         const Outage outage;
-        const QJsonObject answer = ask(Placing);
+        const QJsonObject answer = ask(placing);
         EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
         EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(2));
         EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("the ledger"));
     }
-    ASSERT_TRUE(waitUntil([this] { return ask(Placing)[QStringLiteral("success")].toBool(); }));
+    ASSERT_TRUE(waitUntil([this] { return ask(placing)[QStringLiteral("success")].toBool(); }));
 
     ASSERT_THROW(ledger().positions(), LedgerUnavailable); // this test's own connection is lost, too
     EXPECT_EQ(orderCount(), 2);

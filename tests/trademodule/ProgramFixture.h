@@ -14,7 +14,7 @@
 namespace TradeModule {
 
 /// The first line of the statements that tests write.
-inline constexpr char StatementHeader[] =
+inline constexpr char statementHeader[] =
     "成交日期,成交时间,证券代码,证券名称,买卖标志,成交价格,成交数量,成交金额,成交编号\n";
 
 /// What a program that has ended left.
@@ -64,7 +64,7 @@ protected:
         const QString path = m_directory.filePath(name);
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(StatementHeader + rows);
+        file.write(statementHeader + rows);
         return path;
     }
 

@@ -2,7 +2,6 @@
 #include "tests/support/TimeZone.h"
 #include "tests/trademodule/ProgramFixture.h"
 #include "tests/trademodule/PseudoTerminal.h"
-#include "trademodule/ExchangeTime.h"
 #include "trademodule/exchange/PaperExchange.h"
 #include "trademodule/ledger/Transaction.h"
 
@@ -20,8 +19,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-const QByteArray OneRow = "20210811,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,1\n";
-const QByteArray BadRow = "2021-02-31,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,2\n";
+const QByteArray oneRow = "20210811,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,1\n";
+const QByteArray badRow = "2021-02-31,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,2\n";
 
 /// A question to buy 1000 shares of the bank at 10.00, answered on the channel of a screen when it has one.
 QByteArray placing(const QString &screen)
@@ -37,7 +36,7 @@ QByteArray quoteAt(const QString &time, int volume)
 {
     QJsonObject quote = jsonOf(R"({"stkcode":"000001","market":"SZ","open":"9.90","high":"10.10",
                                    "low":"9.80","close":"10.00"})");
-    quote[QStringLiteral("date")] = QString::number(today());
+    quote[QStringLiteral("date")] = TradingDate::today().text();
     quote[QStringLiteral("time")] = time;
     quote[QStringLiteral("volume")] = QString::number(volume);
     return QJsonDocument(quote).toJson(QJsonDocument::Compact);
@@ -47,7 +46,7 @@ QByteArray quoteAt(const QString &time, int volume)
 
 TEST_F(Program, ImportsAStatementOnce)
 {
-    const QString file = write(OneRow);
+    const QString file = write(oneRow);
 
     EXPECT_THAT(import(file).output, HasSubstr("imported 1 entry, 0 already in the ledger"));
     EXPECT_THAT(import(file).output, HasSubstr("imported 0 entries, 1 already in the ledger"));
@@ -57,7 +56,7 @@ TEST_F(Program, ImportsAStatementOnce)
 
 TEST_F(Program, ImportsNothingOfAStatementWithABadRow)
 {
-    const QString file = write(OneRow + BadRow);
+    const QString file = write(oneRow + badRow);
 
     const Ended ended = import(file);
 
@@ -69,7 +68,7 @@ TEST_F(Program, ImportsNothingOfAStatementWithABadRow)
 
 TEST_F(Program, LeavesBadRowsOutWhenAskedTo)
 {
-    const Ended ended = import(write(OneRow + BadRow), {QStringLiteral("--skip-bad")});
+    const Ended ended = import(write(oneRow + badRow), {QStringLiteral("--skip-bad")});
 
     EXPECT_EQ(ended.exitCode, 0);
     EXPECT_THAT(ended.output, HasSubstr(":3: "));
@@ -78,7 +77,7 @@ TEST_F(Program, LeavesBadRowsOutWhenAskedTo)
 
 TEST_F(Program, ShowsInADryRunWhatWouldHappen)
 {
-    const Ended ended = import(write(OneRow), {QStringLiteral("--dry-run")});
+    const Ended ended = import(write(oneRow), {QStringLiteral("--dry-run")});
 
     EXPECT_THAT(ended.output, HasSubstr("would import 1 entry"));
     EXPECT_EQ(tradeCount(), 0);
@@ -86,7 +85,7 @@ TEST_F(Program, ShowsInADryRunWhatWouldHappen)
 
 TEST_F(Program, ShowsNoProgressBarWhereNobodyLooks)
 {
-    EXPECT_EQ(import(write(OneRow)).errors, "");
+    EXPECT_EQ(import(write(oneRow)).errors, "");
 }
 
 TEST_F(Program, ShowsAProgressBarOnATerminalAndWipesItAway)
@@ -135,7 +134,7 @@ TEST_F(Program, RefusesAnOrderOfMoreThanAnyAccountHas)
 
     EXPECT_EQ(ended.exitCode, 1);
     EXPECT_THAT(ended.errors, HasSubstr("price × quantity must be at most 100000000000.00 yuan"));
-    EXPECT_THAT(OrderBook(&ledger()).ofDay(today()), IsEmpty());
+    EXPECT_THAT(OrderBook(&ledger()).ofDay(TradingDate::today()), IsEmpty());
 }
 
 TEST_F(Program, NamesAFileThatIsNotThere)
@@ -158,7 +157,7 @@ TEST_F(Program, HasHelpForEveryCommand)
 
 TEST_F(Program, ListsPositionsAndTradesAsTablesAndAsJson)
 {
-    import(write(OneRow));
+    import(write(oneRow));
 
     EXPECT_THAT(runOnLedger({QStringLiteral("positions")}).output,
                 HasSubstr("600519  SH      贵州茅台  100"));
@@ -181,7 +180,7 @@ TEST_F(Program, KeepsTheDayOfTheExchangeWhereverTheMachineStands)
     }
 
     const QDate day = QDateTime::currentDateTimeUtc().toOffsetFromUtc(8 * 60 * 60).date();
-    EXPECT_EQ(OrderBook(&ledger()).ofDay(dateNumber(day)).size(), 2);
+    EXPECT_EQ(OrderBook(&ledger()).ofDay(TradingDate::ofCalendar(day).value()).size(), 2);
 }
 
 #ifndef Q_OS_MACOS // whose time-zone data cannot be hidden from a program
@@ -240,8 +239,8 @@ TEST_F(Program, SetsNoCashThatOpenBuysNeed)
 
 TEST_F(Program, HoldsAllOrNothingOfAnImportThatWasKilled)
 {
-    constexpr int RowCount = 30000;
-    const QString file = writeManyRows(RowCount);
+    constexpr int rowCount = 30000;
+    const QString file = writeManyRows(rowCount);
     const auto process = start(ledgerOptions() + QStringList{QStringLiteral("import"), file});
     ASSERT_TRUE(home().waitUntilWritten());
     ASSERT_EQ(::kill(static_cast<pid_t>(process->processId()), SIGKILL), 0);
@@ -250,10 +249,10 @@ TEST_F(Program, HoldsAllOrNothingOfAnImportThatWasKilled)
     Ledger survivor(location());
     const int left = survivor.trades(DateRange()).size();
 
-    EXPECT_TRUE(left == 0 || left == RowCount) << left;
+    EXPECT_TRUE(left == 0 || left == rowCount) << left;
     EXPECT_EQ(process->exitStatus(), QProcess::CrashExit) << "the import was over before it could be killed";
     EXPECT_THAT(import(file).output, HasSubstr("already in the ledger"));
-    EXPECT_EQ(survivor.trades(DateRange()).size(), RowCount);
+    EXPECT_EQ(survivor.trades(DateRange()).size(), rowCount);
 }
 
 TEST_F(ProgramOnABus, AnswersOnTheChannelOfTheScreen)
@@ -313,7 +312,7 @@ TEST_F(ProgramOnABus, TellsChartsAboutAnImportIntoARunningModule)
     ASSERT_TRUE(chart().listen("Global", "TradeNotify"));
 
     const Ended ended =
-        run(busOptions() + ledgerOptions() + QStringList{QStringLiteral("import"), write(OneRow)});
+        run(busOptions() + ledgerOptions() + QStringList{QStringLiteral("import"), write(oneRow)});
 
     EXPECT_EQ(ended.exitCode, 0) << ended.errors;
     ASSERT_TRUE(chart().waitForMessages(1));
@@ -375,7 +374,7 @@ TEST_F(ProgramOnABus, TellsOfTodaysOrdersOncePerSecurityWhenItJoins)
 {
     PaperExchange exchange(&ledger());
     for (const SecurityId &security : {bank(), bank(), liquor()}) {
-        const Order order = exchange.place(security, Side::Buy, Money::ofYuan(9.99).value(), 100);
+        const Order order = exchange.place(security, Direction::Buy, Money::ofYuan(9.99).value(), 100);
         exchange.cancel(order.date, order.number); // nothing more happens to it
     }
     ASSERT_TRUE(chart().join(broker().address()));
@@ -403,24 +402,24 @@ TEST_F(ProgramOnABus, TellsOfNothingWhenItJoinsWithoutOrdersOfToday)
 
 TEST_F(ProgramOnABus, RefusesOrdersInTimeWhileTheLedgerIsBusy)
 {
-    constexpr int OrderCount = 10;
-    constexpr int RequestTimeoutMs = 3000;
+    constexpr int orderCount = 10;
+    constexpr int requestTimeout = 3000;
     serve();
     ASSERT_TRUE(chart().listen("screen1", "TradeQuery"));
     std::optional<Transaction> import(std::in_place, ledger().database());
 
-    for (int i = 0; i < OrderCount; ++i) {
+    for (int i = 0; i < orderCount; ++i) {
         chart().sendMessage("Global", "TradeQuery", placing(QStringLiteral("screen1")));
     }
 
-    ASSERT_TRUE(chart().waitForMessages(OrderCount, RequestTimeoutMs));
+    ASSERT_TRUE(chart().waitForMessages(orderCount, requestTimeout));
     for (const QByteArray &payload : chart().payloads()) {
         EXPECT_THAT(jsonOf(payload)[QStringLiteral("msg")].toString().toStdString(),
                     HasSubstr("the ledger is busy"));
     }
     import.reset();
     EXPECT_TRUE(ask(placing(QString()))[QStringLiteral("success")].toBool());
-    EXPECT_EQ(OrderBook(&ledger()).ofDay(today()).size(), 1) << "refused orders were entered";
+    EXPECT_EQ(OrderBook(&ledger()).ofDay(TradingDate::today()).size(), 1) << "refused orders were entered";
 }
 
 TEST_F(ProgramOnABus, DealsTheQuotesOfABusyTimeAfterwardsInTheirOrder)
@@ -440,7 +439,7 @@ TEST_F(ProgramOnABus, DealsTheQuotesOfABusyTimeAfterwardsInTheirOrder)
     QStringList dealt;
     const Executions trades = ledger().trades(bank(), DateRange());
     for (const Execution &trade : trades) {
-        dealt.append(QStringLiteral("%1 at %2").arg(trade.dealNo).arg(trade.time));
+        dealt.append(QStringLiteral("%1 at %2").arg(trade.dealNo).arg(trade.time.number()));
     }
     EXPECT_THAT(dealt, ElementsAre(QStringLiteral("P1-100 at 10010000"), QStringLiteral("P1-200 at 10020000"),
                                    QStringLiteral("P1-300 at 10030000")));
@@ -484,7 +483,7 @@ TEST_F(ProgramOnABus, SaysWhenNoChartCouldBeTold)
     broker().kill();
 
     const Ended ended =
-        run(busOptions() + ledgerOptions() + QStringList{QStringLiteral("import"), write(OneRow)});
+        run(busOptions() + ledgerOptions() + QStringList{QStringLiteral("import"), write(oneRow)});
 
     EXPECT_EQ(ended.exitCode, 0);
     EXPECT_THAT(ended.output, HasSubstr("there is no bus"));

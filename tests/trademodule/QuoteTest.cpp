@@ -26,8 +26,8 @@ TEST(Quote, IsReadFromItsTexts)
     const Quote quote = readQuote(goodQuote());
 
     EXPECT_EQ(quote.security, (SecurityId{QStringLiteral("000001"), Market::Shenzhen}));
-    EXPECT_EQ(quote.date, 20240102);
-    EXPECT_EQ(quote.time, 10013000);
+    EXPECT_EQ(quote.date, TradingDate::of(2024, 1, 2));
+    EXPECT_EQ(quote.time, ClockTime::of(10, 1, 30));
     EXPECT_EQ(quote.open, Money::ofYuan(10.01));
     EXPECT_EQ(quote.high, Money::ofYuan(10.05));
     EXPECT_EQ(quote.low, Money::ofYuan(9.98));

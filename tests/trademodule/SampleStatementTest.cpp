@@ -79,7 +79,7 @@ TEST_F(SampleStatement, TradesAtPricesOfTheDay)
             if (execution.security.code != code) {
                 continue;
             }
-            const auto bar = bars.find(execution.date);
+            const auto bar = bars.find(execution.date.number());
             ASSERT_NE(bar, bars.end()) << described(execution) << " on a day without a bar";
             EXPECT_FALSE(execution.price < bar->second.low) << described(execution);
             EXPECT_FALSE(execution.price > bar->second.high) << described(execution);
@@ -94,11 +94,11 @@ TEST_F(SampleStatement, KeepsTheRulesOfTheMarket)
     for (const Execution &execution : m_contents.executions) {
         const QString &code = execution.security.code;
         EXPECT_EQ(execution.quantity % 100, 0) << described(execution);
-        EXPECT_TRUE((execution.time >= 9300000 && execution.time <= 11300000) ||
-                    (execution.time >= 13000000 && execution.time <= 15000000))
+        const int time = execution.time.number();
+        EXPECT_TRUE((time >= 9300000 && time <= 11300000) || (time >= 13000000 && time <= 15000000))
             << described(execution);
-        if (bought[code].first != execution.date) {
-            bought[code] = {execution.date, 0};
+        if (bought[code].first != execution.date.number()) {
+            bought[code] = {execution.date.number(), 0};
         }
         if (execution.side == Side::Buy) {
             bought[code].second += execution.quantity;
@@ -112,7 +112,7 @@ TEST_F(SampleStatement, KeepsTheRulesOfTheMarket)
 
 TEST_F(SampleStatement, LeavesHoldingsWhoseCostIsInSight)
 {
-    constexpr int VisibleBars = 120;
+    constexpr int visibleBars = 120;
     for (const QString &code : codes()) {
         Holding holding;
         for (const Execution &execution : m_contents.executions) {
@@ -123,7 +123,7 @@ TEST_F(SampleStatement, LeavesHoldingsWhoseCostIsInSight)
         const std::map<int, Bar> bars = barsOf(code);
         double low = 1e9;
         double high = 0;
-        std::for_each(std::prev(bars.end(), VisibleBars), bars.end(), [&](const auto &bar) {
+        std::for_each(std::prev(bars.end(), visibleBars), bars.end(), [&](const auto &bar) {
             low = std::min(low, bar.second.low.yuan());
             high = std::max(high, bar.second.high.yuan());
         });

@@ -23,9 +23,9 @@ QString TestLedger::location() const
 bool TestLedger::waitUntilWritten(int milliseconds) const
 {
     // what does not fit into the cache goes into the write-ahead log before the commit
-    constexpr qint64 MoreThanTheSchema = 1000000;
+    constexpr qint64 moreThanTheSchema = 1000000;
     const QString log = location() + QStringLiteral("-wal");
-    return waitUntil([&log] { return QFileInfo(log).size() > MoreThanTheSchema; }, milliseconds);
+    return waitUntil([&log] { return QFileInfo(log).size() > moreThanTheSchema; }, milliseconds);
 }
 
 QString TestLedger::unavailable()

@@ -256,7 +256,7 @@ StatementContents readLayout(const Layout &layout, const QString &text)
 {
     ReadOptions options;
     if (layout.date != 0) {
-        options.date = layout.date;
+        options.date = TradingDate::ofNumber(layout.date).value();
     }
     return readStatement(text, options);
 }

@@ -1,7 +1,6 @@
 #include "tests/support/ByName.h"
 #include "tests/trademodule/StatementTest.h"
 #include "trademodule/Error.h"
-#include "trademodule/ExchangeTime.h"
 
 #include <QDate>
 
@@ -142,7 +141,7 @@ TEST(StatementReader, SaysHowToImportAStatementWithoutDates)
 TEST(StatementReader, DoesNotGuessBetweenTheStatementsDatesAndTheUsers)
 {
     ReadOptions options;
-    options.date = 20240102;
+    options.date = TradingDate::of(2024, 1, 2);
     EXPECT_THAT(refusalOf("成交日期\t证券代码\t操作\t成交数量\t成交均价\n", options),
                 HasSubstr("leave --date out"));
 }

@@ -18,9 +18,8 @@ inline std::string described(const Execution &execution)
 {
     const char *const sides[] = {"buy", "sell", "bonus"};
     QString line = QStringLiteral("%1 %2 %3 %4%5 %6 at %7 = %8 fee %9")
-                       .arg(execution.date)
-                       .arg(execution.time, 8, 10, QLatin1Char('0'))
-                       .arg(QLatin1String(sides[static_cast<int>(execution.side)]),
+                       .arg(execution.date.text(), execution.time.text(),
+                            QLatin1String(sides[static_cast<int>(execution.side)]),
                             marketLetters(execution.security.market), execution.security.code)
                        .arg(execution.quantity)
                        .arg(execution.price.text(), execution.amount.text(), execution.fee.text());

@@ -1,7 +1,6 @@
 #include "trademodule/bus/TradeAnswers.h"
 #include "tests/support/ByName.h"
 #include "tests/trademodule/LedgerFixture.h"
-#include "trademodule/ExchangeTime.h"
 #include "trademodule/bus/AnswerMessage.h"
 
 #include <QJsonArray>
@@ -105,7 +104,7 @@ TEST_F(Answers, HaveNoCostWithoutAHolding)
 TEST_F(Answers, ListPastTradesWithEveryValueTheChartsRead)
 {
     Execution trade = fill(Side::Buy, bank(), 20240102, 10.5, 300, QStringLiteral("deal"));
-    trade.time = 9314205;
+    trade.time = ClockTime::of(9, 31, 42, 5).value();
     trade.orderNo = QStringLiteral("4711");
     book({trade});
 
@@ -120,8 +119,8 @@ TEST_F(Answers, ListPastTradesWithEveryValueTheChartsRead)
 /// What a row of HistoryTrade must hold, made from the trade in another way than the module makes it.
 QJsonObject expectedRow(const Execution &trade)
 {
-    const QString date = QString::asprintf("%08d", trade.date);
-    const QString time = QString::asprintf("%08d", trade.time);
+    const QString date = QString::asprintf("%08d", trade.date.number());
+    const QString time = QString::asprintf("%08d", trade.time.number());
     const bool isBuy = trade.side == Side::Buy;
     QJsonObject row = json(isBuy ? R"({"bsflag2":"B","buy":true})" : R"({"bsflag2":"S","buy":false})");
     row[QStringLiteral("stkcode")] = trade.security.code;
@@ -150,7 +149,7 @@ TEST_F(Answers, ListPastTradesWhateverTheirNumbersAre)
     for (int i = 0; i < 500; ++i) {
         trades.append(fill(i % 3 == 0 ? Side::Sell : Side::Buy, bank(), 20240101 + i % 28, prices[i % 8],
                            i % 7 == 0 ? 1000000000 : i + 1, QString::number(i)));
-        trades.last().time = i * 12345 % 24000000;
+        trades.last().time = ClockTime::of(i % 24, i * 7 % 60, i * 11 % 60, i * 13 % 100).value();
         trades.last().orderNo = QString::fromUtf8(orderNumbers[i % 7]);
     }
     book(trades);
@@ -182,7 +181,8 @@ TEST_F(Answers, ListPastTradesOfTheRangeOldestFirst)
 
 TEST_F(Answers, KeepTodayOutOfThePast)
 {
-    book({fill(Side::Buy, bank(), 20240102, 10, 100), fill(Side::Buy, bank(), today(), 10, 200)});
+    book(
+        {fill(Side::Buy, bank(), 20240102, 10, 100), fill(Side::Buy, bank(), TradingDate::today(), 10, 200)});
 
     const QJsonArray past = rows(historyQuestion(bank(), "20240101", "20991231"));
     const QJsonArray now = rows(question("TodayTrade", bank()));
@@ -222,7 +222,7 @@ TEST_F(Answers, TellTheNumberOfAPlacedOrderAndListIt)
     QJsonObject row = orders[0].toObject();
     row.remove(QStringLiteral("opertime"));    // now
     row.remove(QStringLiteral("orderstatus")); // depends on the hour
-    const QString day = QString::number(today());
+    const QString day = TradingDate::today().text();
     QJsonObject expected = json(R"({"stkcode":"000001","stkname":"平安银行","market":"2","bsflag2":"0B",
         "fundid":"paper","orderprice":"10.50","orderqty":"300","matchqty":"0","matchamt":"0.00",
         "cancelqty":"0","cancelflag":"0"})");
@@ -243,9 +243,9 @@ protected:
         return answer[QStringLiteral("data")].toObject();
     }
 
-    void place(Side side, double price, qint64 quantity)
+    void place(Direction direction, double price, qint64 quantity)
     {
-        PaperExchange(&ledger()).place(bank(), side, Money::ofYuan(price).value(), quantity);
+        PaperExchange(&ledger()).place(bank(), direction, Money::ofYuan(price).value(), quantity);
     }
 };
 
@@ -265,7 +265,7 @@ TEST_F(AccountAnswers, TellTheCashOfANewAccount)
 
 TEST_F(AccountAnswers, KeepTheCashThatOpenBuysNeedWithTheirFees)
 {
-    place(Side::Buy, 10, 1000); // commission 5.00, transfer fee 0.10
+    place(Direction::Buy, 10, 1000); // commission 5.00, transfer fee 0.10
 
     const QJsonObject data = account();
 
@@ -278,10 +278,10 @@ TEST_F(AccountAnswers, ListWhatIsHeldAndHowMuchOfItMayBeSold)
     ledger().book(
         {QStringLiteral("statement.csv"),
          {fill(Side::Buy, bank(), 20240102, 10, 300), fill(Side::Buy, liquor(), 20240102, 1700, 100),
-          fill(Side::Buy, bank(), today(), 10, 100)},
+          fill(Side::Buy, bank(), TradingDate::today(), 10, 100)},
          {{bank(), QStringLiteral("平安银行")}}},
         Ledger::Mode::Keep);
-    place(Side::Sell, 10, 100);
+    place(Direction::Sell, 10, 100);
 
     EXPECT_EQ(account()[QStringLiteral("positions")].toArray(),
               (QJsonArray{json(R"({"stkcode":"000001","stkname":"平安银行","market":"2","qty":"400",
@@ -303,9 +303,9 @@ TEST_F(Answers, ListTheOrdersOfADay)
 TEST_F(Answers, ConfirmACancellationToWhoAsked)
 {
     PaperExchange exchange(&ledger());
-    const Order order = exchange.place(bank(), Side::Buy, Money::ofYuan(10).value(), 100);
+    const Order order = exchange.place(bank(), Direction::Buy, Money::ofYuan(10).value(), 100);
     QJsonObject object = question("EntrustCancel", bank());
-    object[QStringLiteral("orderdate")] = QString::number(order.date);
+    object[QStringLiteral("orderdate")] = order.date.text();
     object[QStringLiteral("ordersno")] = QString::number(order.number);
     object[QStringLiteral("objectId")] = QStringLiteral("{id}");
 

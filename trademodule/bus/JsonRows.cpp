@@ -29,8 +29,8 @@ QByteArray escaped(const QByteArray &utf8)
 
 JsonRows::JsonRows(int expectedRows)
 {
-    constexpr size_t UsualSize = 300;
-    m_json.reserve(static_cast<size_t>(expectedRows) * UsualSize);
+    constexpr size_t usualSize = 300;
+    m_json.reserve(static_cast<size_t>(expectedRows) * usualSize);
     m_json += '[';
 }
 

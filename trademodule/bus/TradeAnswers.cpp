@@ -2,8 +2,7 @@
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
-#include "trademodule/ExchangeTime.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/bus/AnswerMessage.h"
 #include "trademodule/bus/TradeRequest.h"
 #include "trademodule/bus/TradeRows.h"
@@ -20,7 +19,7 @@ using namespace Trading;
 
 namespace {
 
-constexpr int CostDecimals = 3;
+constexpr int costDecimals = 3;
 
 QLatin1String key(const char *name)
 {
@@ -30,7 +29,7 @@ QLatin1String key(const char *name)
 QString costText(const Holding &holding)
 {
     const std::optional<double> cost = holding.costPrice();
-    return cost ? QString::number(*cost, 'f', CostDecimals) : AnswerMessage::noCost;
+    return cost ? QString::number(*cost, 'f', costDecimals) : AnswerMessage::noCost;
 }
 
 QJsonObject rowOf(const Position &position, qint64 sellable)
@@ -117,20 +116,20 @@ void TradeAnswers::answerCost(const TradeRequest &request, AnswerMessage *answer
 
 void TradeAnswers::answerToday(const TradeRequest &request, AnswerMessage *answer)
 {
-    const int day = today();
+    const TradingDate day = TradingDate::today();
     answer->setRows(rowsOf(m_ledger->trades(request.security(), {day, day})));
 }
 
 void TradeAnswers::answerHistory(const TradeRequest &request, AnswerMessage *answer)
 {
     const DateRange asked = request.days();
-    const DateRange past{asked.first, std::min(asked.last, today() - 1)};
+    const DateRange past{asked.first, std::min(asked.last, TradingDate::today().plusDays(-1))};
     answer->setRows(rowsOf(m_ledger->trades(request.security(), past)));
 }
 
 void TradeAnswers::answerTodaysOrders(const TradeRequest &request, AnswerMessage *answer)
 {
-    answer->setRows(rowsOf(m_orders.ofDay(today(), request.security())));
+    answer->setRows(rowsOf(m_orders.ofDay(TradingDate::today(), request.security())));
 }
 
 void TradeAnswers::answerPastOrders(const TradeRequest &request, AnswerMessage *answer)
@@ -154,7 +153,7 @@ void TradeAnswers::answerAccount(const TradeRequest & /*request*/, AnswerMessage
 
 void TradeAnswers::cancel(const TradeRequest &request, AnswerMessage *answer)
 {
-    const int date = request.orderDate();
+    const TradingDate date = request.orderDate();
     const qint64 number = request.orderNumber();
     refusable(answer, [&] {
         m_exchange->cancel(date, number);
@@ -166,11 +165,11 @@ void TradeAnswers::cancel(const TradeRequest &request, AnswerMessage *answer)
 void TradeAnswers::place(const TradeRequest &request, AnswerMessage *answer)
 {
     const SecurityId security = request.security();
-    const Side side = request.side();
+    const Direction direction = request.direction();
     const Money price = request.orderPrice();
     const qint64 quantity = request.orderQuantity();
     refusable(answer, [&] {
-        const Order order = m_exchange->place(security, side, price, quantity);
+        const Order order = m_exchange->place(security, direction, price, quantity);
         const QString number = QString::number(order.number);
         answer->set(RTSORDERNO, number);
         answer->set(DATA, QJsonObject{{key(RTSORDERNO), number}});

@@ -12,13 +12,13 @@ namespace TradeModule {
 
 namespace {
 
-constexpr int JoinTimeoutMs = 3000;
+constexpr std::chrono::seconds longestJoining(3);
 
 bool join(LocalCommunication::EndPoint *endPoint, const QString &busDirectory)
 {
     QEventLoop loop;
     QObject::connect(endPoint, &LocalCommunication::EndPoint::ready, &loop, &QEventLoop::quit);
-    QTimer::singleShot(JoinTimeoutMs, &loop, &QEventLoop::quit);
+    QTimer::singleShot(longestJoining, &loop, &QEventLoop::quit);
     endPoint->connect(busDirectory);
     if (!endPoint->isConnected()) {
         loop.exec();

@@ -2,124 +2,97 @@
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
-#include "trademodule/ExchangeTime.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/exchange/TradingRules.h"
 
 namespace TradeModule {
 
 using namespace TradeChart::TradeKeyFields;
 
-namespace {
-
-[[noreturn]] void refuse(const char *key, const QString &value, const QString &expected)
+void TradeRequest::refuse(const char *key, const QString &expected) const
 {
-    throw Error(translated("\"%1\" is \"%2\", but must be %3").arg(QLatin1String(key), value, expected));
+    throw Error(translated("\"%1\" is \"%2\", but must be %3")
+                    .arg(QLatin1String(key), field(key).toVariant().toString(), expected));
 }
 
-} // namespace
-
-QString TradeRequest::text(const char *key) const
+/// To name a field that is missing or no text is more help than to say what it must be.
+void TradeRequest::needText(const char *key) const
 {
-    const QJsonValue value = field(key);
-    if (!value.isString() || value.toString().isEmpty()) {
+    if (field(key).toString().isEmpty()) {
         throw Error(translated("\"%1\" must be a text that is not empty").arg(QLatin1String(key)));
     }
-    return value.toString();
+}
+
+template <typename Value>
+Value TradeRequest::needed(const char *key, const std::optional<Value> &value, const QString &expected) const
+{
+    needText(key);
+    if (!value) {
+        refuse(key, expected);
+    }
+    return *value;
 }
 
 QString TradeRequest::command() const
 {
-    return text(CMD);
+    needText(CMD);
+    return *m_question.command();
 }
 
 SecurityId TradeRequest::security() const
 {
-    const QString code = text(STKCODE);
-    const QString letters = text(MARKET);
-    const std::optional<Market> market = marketOfLetters(letters);
-    if (!market) {
-        refuse(MARKET, letters, translated("SH or SZ"));
-    }
-    return {code, *market};
-}
-
-int TradeRequest::date(const char *key) const
-{
-    const QString value = text(key);
-    const int number = value.toInt();
-    if (value.size() != 8 || !dateOfNumber(number).isValid()) {
-        refuse(key, value, translated("a date of the form yyyymmdd"));
-    }
-    return number;
+    needText(STKCODE);
+    return {*m_question.securityCode(), needed(MARKET, m_question.market(), translated("SH or SZ"))};
 }
 
 DateRange TradeRequest::days() const
 {
-    return {date(START), date(END)};
+    const QString expected = translated("a date of the form yyyymmdd");
+    return {needed(START, m_question.firstDay(), expected), needed(END, m_question.lastDay(), expected)};
 }
 
-int TradeRequest::day() const
+TradingDate TradeRequest::day() const
 {
-    const int number = field(DATE).toInt();
-    if (!dateOfNumber(number).isValid()) {
-        refuse(DATE, field(DATE).toVariant().toString(), translated("a date, a number yyyymmdd"));
+    const std::optional<TradingDate> day = m_question.day();
+    if (!day) {
+        refuse(DATE, translated("a date, a number yyyymmdd"));
     }
-    return number;
+    return *day;
 }
 
-int TradeRequest::orderDate() const
+TradingDate TradeRequest::orderDate() const
 {
-    return date(RTSORDERDATE);
-}
-
-qint64 TradeRequest::positive(const char *key) const
-{
-    const QString value = text(key);
-    const qint64 number = value.toLongLong();
-    if (number <= 0) {
-        refuse(key, value, translated("a whole number greater than 0"));
-    }
-    return number;
+    return needed(RTSORDERDATE, m_question.orderDay(), translated("a date of the form yyyymmdd"));
 }
 
 qint64 TradeRequest::orderNumber() const
 {
-    return positive(RTSORDERNO);
+    return needed(RTSORDERNO, m_question.orderNumber(), translated("a whole number greater than 0"));
 }
 
-qint64 TradeRequest::orderQuantity() const
+Direction TradeRequest::direction() const
 {
-    const qint64 quantity = positive(RTSENTRUSTQTY);
-    if (quantity > TradingRules::mostShares) {
-        refuse(RTSENTRUSTQTY, text(RTSENTRUSTQTY), translated("at most %1").arg(TradingRules::mostShares));
-    }
-    return quantity;
-}
-
-Side TradeRequest::side() const
-{
-    const QString value = text(RTSBSFLAG);
-    const QString letter = toBsFlag(value).isEmpty() ? value : toBsFlag(value);
-    if (letter == QLatin1String(TradeChart::BSFlag::BUY)) {
-        return Side::Buy;
-    }
-    if (letter != QLatin1String(TradeChart::BSFlag::SELL)) {
-        refuse(RTSBSFLAG, value, translated("0B or 0S"));
-    }
-    return Side::Sell;
+    return needed(RTSBSFLAG, m_question.direction(), translated("0B or 0S"));
 }
 
 Money TradeRequest::orderPrice() const
 {
-    const QString value = text(RTSENTRUSTPRICE);
-    bool isNumber = false;
-    const double yuan = value.toDouble(&isNumber);
-    const std::optional<Money> price = isNumber ? Money::ofYuan(yuan) : std::nullopt;
-    if (!price || !(yuan > 0) || *price > TradingRules::highestPrice) {
-        refuse(RTSENTRUSTPRICE, value, translated("a price in yuan"));
+    const QString expected = translated("a price in yuan");
+    const Money price = needed(RTSENTRUSTPRICE, m_question.orderPrice(), expected);
+    if (price > TradingRules::highestPrice) {
+        refuse(RTSENTRUSTPRICE, expected);
     }
-    return *price;
+    return price;
+}
+
+qint64 TradeRequest::orderQuantity() const
+{
+    const qint64 quantity =
+        needed(RTSENTRUSTQTY, m_question.orderQuantity(), translated("a whole number greater than 0"));
+    if (quantity > TradingRules::mostShares) {
+        refuse(RTSENTRUSTQTY, translated("at most %1").arg(TradingRules::mostShares));
+    }
+    return quantity;
 }
 
 } // namespace TradeModule

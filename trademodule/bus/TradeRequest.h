@@ -1,6 +1,7 @@
 #pragma once
 
 #include "trademodule/ledger/Ledger.h"
+#include "trading/Question.h"
 
 #include <QJsonObject>
 
@@ -11,7 +12,7 @@ namespace TradeModule {
 class TradeRequest
 {
 public:
-    explicit TradeRequest(QJsonObject object) : m_object(std::move(object)) {}
+    explicit TradeRequest(const QJsonObject &object) : m_question(object) {}
 
     QString command() const;
     SecurityId security() const;
@@ -19,25 +20,26 @@ public:
     DateRange days() const;
 
     /// "date", a number.
-    int day() const;
+    TradingDate day() const;
     /// "orderdate" and "ordersno" as text.
-    int orderDate() const;
+    TradingDate orderDate() const;
     qint64 orderNumber() const;
     /// "bsflag2": a direction code of orders, or "B" or "S".
-    Side side() const;
+    Direction direction() const;
     /// "orderprice" and "orderqty" as text.
     Money orderPrice() const;
     qint64 orderQuantity() const;
 
     /// A field as it came, for the echo in the answer.
-    QJsonValue field(const char *key) const { return m_object.value(QLatin1String(key)); }
+    QJsonValue field(const char *key) const { return m_question.field(key); }
 
 private:
-    QString text(const char *key) const;
-    int date(const char *key) const;
-    qint64 positive(const char *key) const;
+    void needText(const char *key) const;
+    template <typename Value>
+    Value needed(const char *key, const std::optional<Value> &value, const QString &expected) const;
+    [[noreturn]] void refuse(const char *key, const QString &expected) const;
 
-    const QJsonObject m_object;
+    const Trading::Question m_question;
 };
 
 } // namespace TradeModule

@@ -3,7 +3,6 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/bus/JsonRows.h"
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -13,19 +12,11 @@ using namespace TradeChart::TradeKeyFields;
 
 namespace {
 
-/// Dates as eight digits, times as hhmmsscc with leading zeros.
-std::string eightDigits(int number)
-{
-    constexpr size_t Width = 8;
-    std::string digits = std::to_string(number);
-    return digits.insert(0, Width - std::min(Width, digits.size()), '0');
-}
-
 void add(const Execution &trade, JsonRows *rows)
 {
     const bool isBuy = trade.side == Side::Buy;
-    const std::string date = eightDigits(trade.date);
-    const std::string time = eightDigits(trade.time);
+    const std::string date = trade.date.digits();
+    const std::string time = trade.time.digits();
     const std::string price = trade.price.digits();
     const std::string quantity = std::to_string(trade.quantity);
     rows->begin();
@@ -46,26 +37,20 @@ void add(const Execution &trade, JsonRows *rows)
     rows->addNumber(VOL, quantity);
 }
 
-/// Direction codes of orders; trades have letters instead.
-std::string_view directionOf(Side side)
-{
-    return side == Side::Buy ? "0B" : "0S";
-}
-
 void add(const Order &order, JsonRows *rows)
 {
-    const std::string date = eightDigits(order.date);
+    const std::string date = order.date.digits();
     rows->begin();
     rows->addText(STKCODE, order.security.code);
     rows->addText(STKNAME, order.securityName);
     rows->addText(MARKET, marketNumber(order.security.market));
-    rows->addPlainText(RTSBSFLAG, directionOf(order.side));
+    rows->addPlainText(RTSBSFLAG, directionCode(order.direction));
     rows->addText(RTSORDERSTATUS, order.status);
     rows->addPlainText(RTSFUNDID, "paper");
     rows->addPlainText(RTSORDERNO, std::to_string(order.number));
     rows->addPlainText(RTSORDERDATE, date);
     rows->addPlainText(RTSENTRUSTDATE, date);
-    rows->addPlainText(RTSENTRUSTTIME, eightDigits(order.time));
+    rows->addPlainText(RTSENTRUSTTIME, order.time.digits());
     rows->addPlainText(RTSENTRUSTPRICE, order.price.digits());
     rows->addPlainText(RTSENTRUSTQTY, std::to_string(order.quantity));
     rows->addPlainText(RTSMATCHQTY, std::to_string(order.matchedQuantity));

@@ -2,8 +2,7 @@
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
-#include "trademodule/ExchangeTime.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/bus/AnswerMessage.h"
 #include "trademodule/bus/TradeRequest.h"
 #include "trading/ModuleVocabulary.h"
@@ -17,10 +16,10 @@ using namespace Trading;
 namespace {
 
 /// How soon a cancellation is confirmed, and an order of another process taken, while no quotes come.
-constexpr int SettleIntervalMs = 1000;
+constexpr std::chrono::seconds settleInterval(1);
 
 /// Of quotes that wait: more than a day's minutes of forty securities, and a few megabytes.
-constexpr int MostWaitingQuotes = 10000;
+constexpr int mostWaitingQuotes = 10000;
 
 bool isQuestion(const QJsonObject &message)
 {
@@ -58,7 +57,7 @@ TradeService::TradeService(const QString &busDirectory, Ledger *ledger)
     m_endPoint.subscribe(Channel::MARKET, QByteArray(Topic::QUOTE));
     m_endPoint.connect(busDirectory);
     QObject::connect(&m_settleTimer, &QTimer::timeout, this, [this] { attempt(&TradeService::settle); });
-    m_settleTimer.start(SettleIntervalMs);
+    m_settleTimer.start(settleInterval);
 }
 
 void TradeService::handleMessage(const QByteArray &topic, const QByteArray &payload,
@@ -88,10 +87,10 @@ void TradeService::handleQuote(const QByteArray &payload)
         qWarning("%s", error.what());
         return;
     }
-    if (m_quotes.size() > MostWaitingQuotes) {
+    if (m_quotes.size() > mostWaitingQuotes) {
         m_quotes.removeFirst();
         warn(translated("more than %1 quotes wait for the ledger: the oldest are left out")
-                 .arg(MostWaitingQuotes));
+                 .arg(mostWaitingQuotes));
     }
     if (m_quotes.size() == 1) {
         attempt(&TradeService::dealQuotes);
@@ -122,7 +121,7 @@ void TradeService::settle()
 void TradeService::tellOfToday()
 {
     QHash<SecurityId, Order> newest;
-    const Orders ofToday = m_orders.ofDay(today());
+    const Orders ofToday = m_orders.ofDay(TradingDate::today());
     for (const Order &order : ofToday) {
         newest.insert(order.security, order);
     }

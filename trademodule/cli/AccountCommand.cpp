@@ -1,4 +1,4 @@
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
 #include "trademodule/cli/Listing.h"

@@ -1,7 +1,6 @@
 #include "trademodule/cli/Command.h"
 
-#include "trademodule/ExchangeTime.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
 #include "trademodule/cli/UsageError.h"
@@ -24,18 +23,18 @@ QString Invocation::ledger() const
     return location;
 }
 
-std::optional<int> Invocation::date(const QString &option) const
+std::optional<TradingDate> Invocation::date(const QString &option) const
 {
     if (!isSet(option)) {
         return std::nullopt;
     }
     const QString text = value(option);
-    const int number = text.toInt();
-    if (text.size() != 8 || !dateOfNumber(number).isValid()) {
+    const std::optional<TradingDate> date = TradingDate::ofText(text);
+    if (!date) {
         throw UsageError(
             translated("--%1 is \"%2\", but must be a date of the form yyyymmdd").arg(option, text));
     }
-    return number;
+    return date;
 }
 
 QStringList Invocation::arguments(int count, const QString &what) const
@@ -87,9 +86,9 @@ void addCommonOptions(QCommandLineParser *parser)
 }
 
 /// The locale speaks, unless --lang stands somewhere, also behind options that only a command knows.
-void chooseLanguage(Language *language, const QStringList &arguments)
+void chooseLanguage(ProgramLanguage *language, const QStringList &arguments)
 {
-    language->set(Language::ofLocale());
+    language->set(ProgramLanguage::ofLocale());
     QCommandLineParser parser;
     addCommonOptions(&parser);
     parser.parse(arguments);
@@ -173,7 +172,7 @@ int dispatch(const QStringList &arguments)
 
 int runProgram(const QStringList &arguments, bool hasExchangeTime)
 {
-    Language language;
+    ProgramLanguage language;
     try {
         chooseLanguage(&language, arguments);
         if (!hasExchangeTime) {

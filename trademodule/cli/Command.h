@@ -26,7 +26,7 @@ public:
     /// The value of --ledger; a UsageError when it was not given or is empty.
     QString ledger() const;
     /// The value of an option that holds a date yyyymmdd, if it was given; a UsageError for anything else.
-    std::optional<int> date(const QString &option) const;
+    std::optional<TradingDate> date(const QString &option) const;
     /// The arguments, `count` of them; a UsageError, asking for `what`, for any other number.
     QStringList arguments(int count, const QString &what) const;
 

@@ -26,7 +26,7 @@ struct Range
 };
 
 /// Characters that take two columns: Hangul, ideographs with their kana and signs, and full-width forms.
-constexpr Range WideCharacters[] = {
+constexpr Range wideCharacters[] = {
     {0x1100, 0x115F}, {0x2E80, 0x303E}, {0x3041, 0xA4CF}, {0xA960, 0xA97F}, {0xAC00, 0xD7A3},
     {0xF900, 0xFAFF}, {0xFE30, 0xFE6F}, {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6},
 };
@@ -36,7 +36,7 @@ int widthOf(QChar character)
 {
     const ushort code = character.unicode();
     const bool isWide =
-        std::any_of(std::begin(WideCharacters), std::end(WideCharacters),
+        std::any_of(std::begin(wideCharacters), std::end(wideCharacters),
                     [code](Range range) { return code >= range.first && code <= range.last; });
     return isWide ? 2 : 1;
 }
@@ -114,9 +114,9 @@ void ProgressBar::show(int done, int total)
         return;
     }
     m_percent = percent;
-    constexpr int Width = 40;
+    constexpr int width = 40;
     const QString bar =
-        QString(Width * percent / 100, QLatin1Char('#')).leftJustified(Width, QLatin1Char('.'));
+        QString(width * percent / 100, QLatin1Char('#')).leftJustified(width, QLatin1Char('.'));
     write(QStringLiteral("\r%1 [%2] %3 %").arg(m_title, bar).arg(percent, 3), stderr);
 }
 

@@ -1,6 +1,6 @@
 #include "trademodule/cli/Listing.h"
 
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/cli/Console.h"
 
 #include <QJsonArray>
@@ -49,22 +49,6 @@ QString Listing::json() const
 const char *sideWord(Side side)
 {
     return side == Side::Buy ? QT_TR_NOOP("buy") : QT_TR_NOOP("sell");
-}
-
-QString dashedDate(int date)
-{
-    return QStringLiteral("%1-%2-%3")
-        .arg(date / 10000, 4, 10, QLatin1Char('0'))
-        .arg(date / 100 % 100, 2, 10, QLatin1Char('0'))
-        .arg(date % 100, 2, 10, QLatin1Char('0'));
-}
-
-QString clockTime(int time)
-{
-    return QStringLiteral("%1:%2:%3")
-        .arg(time / 1000000, 2, 10, QLatin1Char('0'))
-        .arg(time / 10000 % 100, 2, 10, QLatin1Char('0'))
-        .arg(time / 100 % 100, 2, 10, QLatin1Char('0'));
 }
 
 } // namespace TradeModule

@@ -36,9 +36,5 @@ private:
 
 /// "buy" or "sell", as a word for a cell.
 const char *sideWord(Side side);
-/// 2024-01-02 of 20240102.
-QString dashedDate(int date);
-/// 09:30:15 of 09301500.
-QString clockTime(int time);
 
 } // namespace TradeModule

@@ -1,5 +1,4 @@
-#include "trademodule/ExchangeTime.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/bus/TradeAnswers.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
@@ -34,12 +33,12 @@ private:
     QVector<QJsonObject> m_notifications;
 };
 
-Side sideOf(const QString &word)
+Direction directionOf(const QString &word)
 {
     if (word != QLatin1String("buy") && word != QLatin1String("sell")) {
         throw UsageError(translated("\"%1\" must be buy or sell").arg(word));
     }
-    return word == QLatin1String("buy") ? Side::Buy : Side::Sell;
+    return word == QLatin1String("buy") ? Direction::Buy : Direction::Sell;
 }
 
 SecurityId securityOf(const QString &text)
@@ -75,12 +74,13 @@ int place(const Invocation &invocation)
 {
     const QStringList words = invocation.arguments(4, translated("CODE, buy or sell, PRICE and QUANTITY"));
     const SecurityId security = securityOf(words[0]);
-    const Side side = sideOf(words[1]);
+    const Direction direction = directionOf(words[1]);
     const Money price = priceOf(words[2]);
     const qint64 quantity = wholeNumber(words[3]);
     Ledger ledger(invocation.ledger());
     Changes changes;
-    const Order order = PaperExchange(&ledger, changes.listener()).leave(security, side, price, quantity);
+    const Order order =
+        PaperExchange(&ledger, changes.listener()).leave(security, direction, price, quantity);
     print(translated("order %1 is placed: %2").arg(order.number).arg(statusText(order)) + QLatin1Char('\n'));
     tellCharts(invocation, changes.notifications());
     return Succeeded;
@@ -89,7 +89,7 @@ int place(const Invocation &invocation)
 int cancel(const Invocation &invocation)
 {
     const qint64 number = wholeNumber(invocation.arguments(1, translated("one order NUMBER")).constFirst());
-    const int date = invocation.date(QStringLiteral("date")).value_or(today());
+    const TradingDate date = invocation.date(QStringLiteral("date")).value_or(TradingDate::today());
     Ledger ledger(invocation.ledger());
     Changes changes;
     const Order order = PaperExchange(&ledger, changes.listener()).cancel(date, number);
@@ -101,7 +101,7 @@ int cancel(const Invocation &invocation)
 int listOrders(const Invocation &invocation)
 {
     invocation.arguments(0, translated("no arguments, only options"));
-    const int date = invocation.date(QStringLiteral("date")).value_or(today());
+    const TradingDate date = invocation.date(QStringLiteral("date")).value_or(TradingDate::today());
     Ledger ledger(invocation.ledger());
     Listing listing({QT_TR_NOOP("number"), QT_TR_NOOP("date"), QT_TR_NOOP("time"), QT_TR_NOOP("code"),
                      QT_TR_NOOP("market"), QT_TR_NOOP("side"), QT_TR_NOOP("price"), QT_TR_NOOP("quantity"),
@@ -109,11 +109,11 @@ int listOrders(const Invocation &invocation)
                     invocation.isSet(QStringLiteral("json")));
     const Orders orders = OrderBook(&ledger).ofDay(date);
     for (const Order &order : orders) {
-        listing.add({QString::number(order.number), dashedDate(order.date), clockTime(order.time),
+        listing.add({QString::number(order.number), order.date.dashedText(), order.time.colonText(),
                      order.security.code, marketLetters(order.security.market),
-                     listing.word(sideWord(order.side)), order.price.text(), QString::number(order.quantity),
-                     QString::number(order.matchedQuantity), QString::number(order.cancelledQuantity),
-                     statusText(order)});
+                     listing.word(sideWord(sideOf(order.direction))), order.price.text(),
+                     QString::number(order.quantity), QString::number(order.matchedQuantity),
+                     QString::number(order.cancelledQuantity), statusText(order)});
     }
     print(listing.text());
     return Succeeded;

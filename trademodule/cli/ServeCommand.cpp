@@ -1,4 +1,4 @@
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/bus/TradeService.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/TerminationSignals.h"
@@ -7,13 +7,15 @@
 
 #include <QCoreApplication>
 
+#include <chrono>
+
 namespace TradeModule {
 
 namespace {
 
 /// How long a change waits for another process that changes the ledger: well below the three seconds after
 /// which whoever asked would take it for lost, while it is done all the same.
-constexpr int PatienceMs = 500;
+constexpr std::chrono::milliseconds patience(500);
 
 int serve(const Invocation &invocation)
 {
@@ -22,7 +24,7 @@ int serve(const Invocation &invocation)
     }
     Ledger ledger(invocation.ledger());
     const ServingLease lease(ledger.database());
-    ledger.setPatience(PatienceMs);
+    ledger.setPatience(patience);
     const TerminationSignals signalsQuit;
     const TradeService service(invocation.bus(), &ledger);
     return QCoreApplication::exec();

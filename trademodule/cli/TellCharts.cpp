@@ -1,6 +1,6 @@
 #include "trademodule/cli/TellCharts.h"
 
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/bus/TradeNotifier.h"
 #include "trademodule/cli/Console.h"
 

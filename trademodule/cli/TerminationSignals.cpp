@@ -1,7 +1,7 @@
 #include "trademodule/cli/TerminationSignals.h"
 
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>

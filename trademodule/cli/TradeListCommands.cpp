@@ -1,4 +1,4 @@
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
 #include "trademodule/cli/Listing.h"
@@ -44,7 +44,7 @@ int listTrades(const Invocation &invocation)
                     invocation.isSet(QStringLiteral("json")));
     const Executions trades = code.isEmpty() ? ledger.trades(days) : ledger.trades(code, days);
     for (const Execution &trade : trades) {
-        listing.add({dashedDate(trade.date), clockTime(trade.time), trade.security.code,
+        listing.add({trade.date.dashedText(), trade.time.colonText(), trade.security.code,
                      marketLetters(trade.security.market), listing.word(sideWord(trade.side)),
                      trade.price.text(), QString::number(trade.quantity), trade.amount.text(),
                      trade.fee.text(), trade.orderNo, trade.dealNo});

@@ -3,8 +3,7 @@
 #include "tradechartobject/common/OrderStatusTable.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
-#include "trademodule/ExchangeTime.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/exchange/TradingRules.h"
 
 #include <QtDebug>
@@ -18,7 +17,7 @@ namespace {
 using namespace TradeChart::OrderStatus;
 
 /// Of a bar's volume, what this account may get.
-constexpr qint64 VolumeDivisor = 4;
+constexpr qint64 volumeDivisor = 4;
 
 QLatin1String code(const char *status)
 {
@@ -41,11 +40,9 @@ const char *statusWhenCancelled(const Order &order)
     return order.status == code(PartDeal) ? PartDealWaittingCancel : Canceled;
 }
 
-Order newOrder(const SecurityId &security, Side side, Money price, qint64 quantity)
+Order newOrder(const SecurityId &security, Direction direction, Money price, qint64 quantity)
 {
-    Order order;
-    order.security = security;
-    order.side = side;
+    Order order{security, direction, TradingDate::today(), ClockTime()};
     order.price = price;
     order.quantity = quantity;
     return order;
@@ -65,20 +62,21 @@ void endCancelled(Order *order)
 /// To touch the price is enough: the bar was traded at it.
 bool reaches(const Quote &quote, const Order &order)
 {
-    return order.side == Side::Buy ? !(quote.low > order.price) : !(quote.high < order.price);
+    return order.direction == Direction::Buy ? !(quote.low > order.price) : !(quote.high < order.price);
 }
 
 /// The better of the bar's open and the order's own price.
 Money dealPrice(const Quote &quote, const Order &order)
 {
-    return order.side == Side::Buy ? std::min(order.price, quote.open) : std::max(order.price, quote.open);
+    return order.direction == Direction::Buy ? std::min(order.price, quote.open)
+                                             : std::max(order.price, quote.open);
 }
 
 /// Whole lots of what may be had, or all of an order's odd rest.
 qint64 dealQuantity(const Order &order, qint64 atMost)
 {
     const qint64 open = order.openQuantity();
-    return open <= atMost ? open : atMost / TradingRules::Lot * TradingRules::Lot;
+    return open <= atMost ? open : atMost / TradingRules::lot * TradingRules::lot;
 }
 
 /// A sell may be dealt at a better price than its own, so that its amount is checked anew.
@@ -101,9 +99,9 @@ PaperExchange::PaperExchange(Ledger *ledger, Listener listener)
 {
 }
 
-int PaperExchange::now() const
+ClockTime PaperExchange::now() const
 {
-    return m_market.clock().value_or(timeNumber(QTime::currentTime()));
+    return m_market.clock().value_or(ClockTime::now());
 }
 
 bool PaperExchange::isOpen() const
@@ -118,19 +116,19 @@ const char *PaperExchange::firstStatus() const
     return isOpen() ? Quoting : WaittingQuote;
 }
 
-Order PaperExchange::place(const SecurityId &security, Side side, Money price, qint64 quantity)
+Order PaperExchange::place(const SecurityId &security, Direction direction, Money price, qint64 quantity)
 {
-    return enter(newOrder(security, side, price, quantity), firstStatus());
+    return enter(newOrder(security, direction, price, quantity), firstStatus());
 }
 
-Order PaperExchange::leave(const SecurityId &security, Side side, Money price, qint64 quantity)
+Order PaperExchange::leave(const SecurityId &security, Direction direction, Money price, qint64 quantity)
 {
-    return enter(newOrder(security, side, price, quantity), None);
+    return enter(newOrder(security, direction, price, quantity), None);
 }
 
 Order PaperExchange::enter(Order order, const char *status)
 {
-    order.date = today();
+    order.date = TradingDate::today();
     order.time = now();
     order.status = code(status);
     Transaction transaction = m_book.begin();
@@ -147,7 +145,7 @@ Order PaperExchange::enter(Order order, const char *status)
 
 void PaperExchange::refuseUncovered(const Order &order)
 {
-    if (order.side == Side::Sell) {
+    if (order.direction == Direction::Sell) {
         const qint64 available = sellable(order.security);
         if (order.quantity > available) {
             throw Error(translated("%1 shares may be sold: what was bought today or is on offer already does "
@@ -157,7 +155,7 @@ void PaperExchange::refuseUncovered(const Order &order)
         return;
     }
     const Money amount = order.price.times(order.quantity).value(); // the form of the order was checked
-    const Money needed = amount + TradingRules::fees(Side::Buy, amount);
+    const Money needed = amount + TradingRules::fees(Direction::Buy, amount);
     const Money available = spendable();
     if (needed > available) {
         throw Error(translated("the order needs %1 yuan with its fees, there are %2")
@@ -172,9 +170,9 @@ qint64 PaperExchange::sellable(const SecurityId &security)
 
 qint64 PaperExchange::sellable(const SecurityId &security, const Orders &open)
 {
-    qint64 available = m_book.holding(security).quantity() - m_book.boughtOn(today(), security);
+    qint64 available = m_book.holding(security).quantity() - m_book.boughtOn(TradingDate::today(), security);
     for (const Order &order : open) {
-        if (order.side == Side::Sell && order.security == security) {
+        if (order.direction == Direction::Sell && order.security == security) {
             available -= order.openQuantity();
         }
     }
@@ -190,10 +188,10 @@ Money PaperExchange::spendable(const Orders &open)
 {
     Money available = m_book.cash();
     for (const Order &order : open) {
-        if (order.side == Side::Buy) {
+        if (order.direction == Direction::Buy) {
             // an older program may have let a larger one in: it claims all that there can be
             const Money amount = order.price.times(order.openQuantity()).value_or(Money::limit());
-            available = available - amount - TradingRules::fees(Side::Buy, amount);
+            available = available - amount - TradingRules::fees(Direction::Buy, amount);
         }
     }
     return available;
@@ -212,12 +210,12 @@ void PaperExchange::setCash(Money cash)
     transaction.commit();
 }
 
-Order PaperExchange::cancel(int date, qint64 number)
+Order PaperExchange::cancel(TradingDate date, qint64 number)
 {
     Transaction transaction = m_book.begin();
     std::optional<Order> order = m_book.find(date, number);
     if (!order) {
-        throw Error(translated("there is no order %1 of %2").arg(number).arg(date));
+        throw Error(translated("there is no order %1 of %2").arg(number).arg(date.number()));
     }
     if (!canBeCancelled(*order)) {
         throw Error(translated("order %1 can not be cancelled: %2")
@@ -246,7 +244,7 @@ bool PaperExchange::advance(Order *order)
     const bool isNew = order->status == code(Quoting) || order->status == code(WaittingQuote);
     const bool isCancelling =
         order->status == code(QuotedWaittingCancel) || order->status == code(PartDealWaittingCancel);
-    if (isCancelling || order->date < today()) {
+    if (isCancelling || order->date < TradingDate::today()) {
         endCancelled(order);
         return true;
     }
@@ -296,7 +294,7 @@ void PaperExchange::advanceAll()
 
 bool PaperExchange::isOfToday(const Quote &quote)
 {
-    if (quote.date == today()) {
+    if (quote.date == TradingDate::today()) {
         return true;
     }
     if (!m_strangeDates.contains(quote.date)) {
@@ -304,8 +302,8 @@ bool PaperExchange::isOfToday(const Quote &quote)
         qWarning("%s",
                  qUtf8Printable(translated("quotes of %1 are left alone: orders are dealt against quotes "
                                            "of today, %2")
-                                    .arg(quote.date)
-                                    .arg(today())));
+                                    .arg(quote.date.number())
+                                    .arg(TradingDate::today().number())));
     }
     return false;
 }
@@ -343,7 +341,7 @@ void PaperExchange::deal(const Quote &quote)
     }
     Transaction transaction = m_book.begin();
     Orders dealt;
-    qint64 left = quote.volume / VolumeDivisor;
+    qint64 left = quote.volume / volumeDivisor;
     Orders reached = reachedBy(quote);
     for (Order &order : reached) {
         const qint64 quantity = dealOne(&order, quote, left);
@@ -362,17 +360,13 @@ qint64 PaperExchange::dealOne(Order *order, const Quote &quote, qint64 atMost)
     if (quantity == 0) {
         return 0;
     }
-    Execution execution;
-    execution.security = order->security;
-    execution.side = order->side;
-    execution.date = today();
-    execution.time = quote.time;
+    Execution execution{order->security, sideOf(order->direction), TradingDate::today(), quote.time};
     execution.price = dealPrice(quote, *order);
     execution.quantity = quantity;
     execution.orderNo = QString::number(order->number);
     execution.amount = amountOf(execution);
-    execution.fee = TradingRules::fees(order->side, order->matchedAmount + execution.amount) -
-                    TradingRules::fees(order->side, order->matchedAmount);
+    execution.fee = TradingRules::fees(order->direction, order->matchedAmount + execution.amount) -
+                    TradingRules::fees(order->direction, order->matchedAmount);
     execution.dealNo = QStringLiteral("P%1-%2").arg(order->number).arg(order->matchedQuantity + quantity);
     m_book.execute(execution);
 

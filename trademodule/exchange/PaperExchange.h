@@ -31,13 +31,13 @@ public:
 
     /// Places a limit order of a buy or a sell; an Error says which rule it breaks. The order with its
     /// number and status comes back.
-    Order place(const SecurityId &security, Side side, Money price, qint64 quantity);
+    Order place(const SecurityId &security, Direction direction, Money price, qint64 quantity);
     /// The same for the exchange of another process on the same ledger: that one takes the order when it
     /// settles next.
-    Order leave(const SecurityId &security, Side side, Money price, qint64 quantity);
+    Order leave(const SecurityId &security, Direction direction, Money price, qint64 quantity);
 
     /// Asks for what is left of an order to be cancelled; an Error says why it can not be.
-    Order cancel(int date, qint64 number);
+    Order cancel(TradingDate date, qint64 number);
 
     /// Deals what the bar allows: a buy when its low, a sell when its high reaches the order's price, at
     /// the bar's open when that is better; all orders together at most a quarter of its volume. A quote
@@ -65,7 +65,7 @@ public:
 
 private:
     Order enter(Order order, const char *status);
-    int now() const;
+    ClockTime now() const;
     bool isOpen() const;
     const char *firstStatus() const;
     bool isOfToday(const Quote &quote);
@@ -82,7 +82,7 @@ private:
     OrderBook m_book;
     const Listener m_listener;
     MarketDay m_market;
-    QSet<int> m_strangeDates; // of quotes, told in the log
+    QSet<TradingDate> m_strangeDates; // of quotes, told in the log
 };
 
 } // namespace TradeModule

@@ -2,9 +2,8 @@
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/exchange/TradingRules.h"
-#include "trademodule/import/CellValue.h"
 #include "trading/ModuleVocabulary.h"
 
 namespace TradeModule {
@@ -55,19 +54,19 @@ Market marketOf(const QJsonObject &object)
     refuse(object, TradeChart::TradeKeyFields::MARKET);
 }
 
-int dateOf(const QJsonObject &object)
+TradingDate dateOf(const QJsonObject &object)
 {
-    const std::optional<int> date = CellValue::date(textOf(object, DATE));
+    const std::optional<TradingDate> date = TradingDate::ofText(textOf(object, DATE));
     if (!date) {
         refuse(object, DATE);
     }
     return *date;
 }
 
-int timeOf(const QJsonObject &object)
+ClockTime timeOf(const QJsonObject &object)
 {
-    const std::optional<int> time = CellValue::time(textOf(object, TIME));
-    if (!time || textOf(object, TIME).isEmpty()) {
+    const std::optional<ClockTime> time = ClockTime::ofText(textOf(object, TIME));
+    if (!time) {
         refuse(object, TIME);
     }
     return *time;
@@ -87,10 +86,7 @@ qint64 volumeOf(const QJsonObject &object)
 
 Quote readQuote(const QJsonObject &object)
 {
-    Quote quote;
-    quote.security = {codeOf(object), marketOf(object)};
-    quote.date = dateOf(object);
-    quote.time = timeOf(object);
+    Quote quote{{codeOf(object), marketOf(object)}, dateOf(object), timeOf(object)};
     quote.open = price(object, OPEN);
     quote.high = price(object, HIGH);
     quote.low = price(object, LOW);

@@ -10,14 +10,14 @@ namespace TradeModule {
 struct Quote
 {
     SecurityId security;
-    int date = 0; ///< yyyymmdd
-    int time = 0; ///< hhmmsscc, the end of the bar
-    Money open;
-    Money high;
-    Money low;
-    Money close;
-    qint64 volume = 0;   ///< shares
-    Money previousClose; ///< zero when the quote does not tell ("preclose")
+    TradingDate date;
+    ClockTime time; ///< the end of the bar
+    Money open{};
+    Money high{};
+    Money low{};
+    Money close{};
+    qint64 volume = 0;     ///< shares
+    Money previousClose{}; ///< zero when the quote does not tell ("preclose")
 };
 
 /// Reads a quote; an Error names the field that does not hold what it must.

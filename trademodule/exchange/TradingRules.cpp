@@ -1,5 +1,5 @@
 #include "trademodule/exchange/TradingRules.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trading/DayLimits.h"
 
 #include <algorithm>
@@ -12,17 +12,17 @@ namespace {
 /// put half of the halves a cent too low.
 Money share(Money amount, qint64 hundredThousandths)
 {
-    const qint64 whole = 100000 * Tick.steps();
+    const qint64 whole = 100000 * tick.steps();
     return Money::ofCents((amount.steps() * hundredThousandths + whole / 2) / whole);
 }
 
 } // namespace
 
-bool isOpen(int time)
+bool isOpen(ClockTime time)
 {
-    const bool isMorning = time >= 9150000 && time <= 11300000;
-    const bool isAfternoon = time >= 13000000 && time <= 15000000;
-    return isMorning || isAfternoon;
+    constexpr ClockTime morning[] = {ClockTime::of(9, 15).value(), ClockTime::of(11, 30).value()};
+    constexpr ClockTime afternoon[] = {ClockTime::of(13, 0).value(), ClockTime::of(15, 0).value()};
+    return (time >= morning[0] && time <= morning[1]) || (time >= afternoon[0] && time <= afternoon[1]);
 }
 
 bool isTradingDay(const QDate &day)
@@ -32,7 +32,7 @@ bool isTradingDay(const QDate &day)
 
 QString formError(const Order &order, qint64 held)
 {
-    if (!(order.price > Money()) || order.price.steps() % Tick.steps() != 0) {
+    if (!(order.price > Money()) || order.price.steps() % tick.steps() != 0) {
         return translated("the price must be a multiple of 0.01 yuan");
     }
     if (order.price > highestPrice) {
@@ -44,28 +44,28 @@ QString formError(const Order &order, qint64 held)
     if (!order.price.times(order.quantity)) {
         return translated("price × quantity must be at most %1 yuan").arg(Money::limit().text());
     }
-    const bool sellsRest = order.side == Side::Sell && order.quantity == held;
-    if (order.quantity <= 0 || (order.quantity % Lot != 0 && !sellsRest)) {
-        return translated("the quantity must be a multiple of %1").arg(Lot);
+    const bool sellsRest = order.direction == Direction::Sell && order.quantity == held;
+    if (order.quantity <= 0 || (order.quantity % lot != 0 && !sellsRest)) {
+        return translated("the quantity must be a multiple of %1").arg(lot);
     }
     return {};
 }
 
 PriceLimits priceLimits(const SecurityId &security, Money previousClose)
 {
-    const qint64 closeBefore = (previousClose.steps() + Tick.steps() / 2) / Tick.steps();
+    const qint64 closeBefore = (previousClose.steps() + tick.steps() / 2) / tick.steps();
     const auto limits = Trading::dayLimits(security.code, closeBefore);
     return {Money::ofCents(limits.lowest), Money::ofCents(limits.highest)};
 }
 
-Money fees(Side side, Money amount)
+Money fees(Direction direction, Money amount)
 {
     if (amount.isZero()) {
         return {};
     }
     const Money leastCommission = Money::ofSteps(5 * Money::stepsPerYuan);
     const Money commission = std::max(share(amount, 25), leastCommission);
-    const Money stampDuty = side == Side::Sell ? share(amount, 50) : Money();
+    const Money stampDuty = direction == Direction::Sell ? share(amount, 50) : Money();
     return commission + stampDuty + share(amount, 1);
 }
 

@@ -9,15 +9,15 @@ namespace TradeModule {
 /// The rules of the market, as far as they are the same every day.
 namespace TradingRules {
 
-constexpr qint64 Lot = 100;
-constexpr Money Tick = Money::ofCents(1);
+constexpr qint64 lot = 100;
+constexpr Money tick = Money::ofCents(1);
 
 // No security comes near them; with them, no sum of the module overflows.
 constexpr Money highestPrice = Money::ofCents(100000000); ///< a million yuan
 constexpr qint64 mostShares = 1000000000;                 ///< of an order
 
 /// True while orders reach the exchange: 09:15–11:30 and 13:00–15:00, both ends included.
-bool isOpen(int time);
+bool isOpen(ClockTime time);
 
 /// Monday to Friday. Holidays are not known.
 bool isTradingDay(const QDate &day);
@@ -37,7 +37,7 @@ PriceLimits priceLimits(const SecurityId &security, Money previousClose);
 
 /// All fees of an order that was dealt for `amount` in all: commission 0.025 %, at least 5 yuan; transfer
 /// fee 0.001 %; stamp duty 0.05 % of a sell.
-Money fees(Side side, Money amount);
+Money fees(Direction direction, Money amount);
 
 } // namespace TradingRules
 

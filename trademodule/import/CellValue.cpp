@@ -1,7 +1,5 @@
 #include "trademodule/import/CellValue.h"
 
-#include "trademodule/ExchangeTime.h"
-
 #include <QRegularExpression>
 
 #include <cmath>
@@ -42,70 +40,43 @@ QString digitsOfNumber(QString cell)
     return isBracketed ? QLatin1Char('-') + cell.mid(1, cell.size() - 2) : cell;
 }
 
-std::optional<int> validDate(int number)
+/// A day that a statement can be of: there was no exchange before.
+std::optional<TradingDate> believable(std::optional<TradingDate> date)
 {
-    const QDate date = dateOfNumber(number);
-    return date.isValid() && date.year() >= 1990 && date.year() < 2100 ? std::optional(number) : std::nullopt;
+    const bool isBelievable =
+        date && *date >= TradingDate::of(1990, 1, 1) && *date < TradingDate::of(2100, 1, 1);
+    return isBelievable ? date : std::nullopt;
 }
 
-/// Spreadsheets count days from here.
-const QDate &spreadsheetEpoch()
+/// The day of a spreadsheet's number of days.
+std::optional<TradingDate> dateOfDays(int days)
 {
-    static const QDate epoch(1899, 12, 30);
-    return epoch;
+    return TradingDate::ofCalendar(QDate(1899, 12, 30).addDays(days));
 }
 
-std::optional<int> dateOfDigits(const QString &digits)
+std::optional<TradingDate> dateOfDigits(const QString &digits)
 {
     switch (digits.size()) {
     case 5:
-        return validDate(dateNumber(spreadsheetEpoch().addDays(digits.toInt())));
+        return believable(dateOfDays(digits.toInt()));
     case 8:
     case 14:
-        return validDate(digits.left(8).toInt());
+        return believable(TradingDate::ofText(digits.left(8)));
     default:
         return std::nullopt;
     }
 }
 
-std::optional<int> validTime(int hour, int minute, int second, int hundredth)
-{
-    if (!QTime::isValid(hour, minute, second) || hundredth > 99) {
-        return std::nullopt;
-    }
-    return hour * 1000000 + minute * 10000 + second * 100 + hundredth;
-}
-
-std::optional<int> timeOfDigits(const QString &digits)
-{
-    const int number = digits.toInt();
-    switch (digits.size()) {
-    case 1:
-        return number == 0 ? std::optional(0) : std::nullopt;
-    case 3:
-    case 4:
-        return validTime(number / 100, number % 100, 0, 0);
-    case 5:
-    case 6:
-        return validTime(number / 10000, number / 100 % 100, number % 100, 0);
-    case 7:
-    case 8:
-        return validTime(number / 1000000, number / 10000 % 100, number / 100 % 100, number % 100);
-    default:
-        return std::nullopt;
-    }
-}
-
-std::optional<int> timeOfDayFraction(const QString &cell)
+std::optional<ClockTime> timeOfDayFraction(const QString &cell)
 {
     bool isNumber = false;
     const double fraction = cell.toDouble(&isNumber);
     if (!isNumber || fraction < 0 || fraction >= 1) {
         return std::nullopt;
     }
-    constexpr int SecondsPerDay = 24 * 60 * 60;
-    const int seconds = std::min(static_cast<int>(std::lround(fraction * SecondsPerDay)), SecondsPerDay - 1);
-    return validTime(seconds / 3600, seconds / 60 % 60, seconds % 60, 0);
+    constexpr int secondsPerDay = 24 * 60 * 60;
+    const int seconds = std::min(static_cast<int>(std::lround(fraction * secondsPerDay)), secondsPerDay - 1);
+    return ClockTime::of(seconds / 3600, seconds / 60 % 60, seconds % 60);
 }
 
 } // namespace
@@ -145,7 +116,7 @@ int decimals(const QString &cell)
     return point < 0 ? 0 : text.size() - point - 1;
 }
 
-std::optional<int> date(const QString &cell)
+std::optional<TradingDate> date(const QString &cell)
 {
     const QString text = cleaned(cell);
     if (isAllDigits(text)) {
@@ -155,29 +126,29 @@ std::optional<int> date(const QString &cell)
         QStringLiteral("^(\\d{4})\\s*[-/.年]\\s*(\\d{1,2})\\s*[-/.月]\\s*(\\d{1,2})\\s*日?(?:[ T].*)?$"));
     static const QRegularExpression joined(QStringLiteral("^(\\d{8})[ T].*$"));
     if (const auto match = separated.match(text); match.hasMatch()) {
-        return validDate(match.captured(1).toInt() * 10000 + match.captured(2).toInt() * 100 +
-                         match.captured(3).toInt());
+        return believable(
+            TradingDate::of(match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt()));
     }
     if (const auto match = joined.match(text); match.hasMatch()) {
-        return validDate(match.captured(1).toInt());
+        return believable(TradingDate::ofText(match.captured(1)));
     }
     return std::nullopt;
 }
 
-std::optional<int> time(const QString &cell)
+std::optional<ClockTime> time(const QString &cell)
 {
-    if (isEmpty(cell)) {
-        return 0;
-    }
     const QString text = cleaned(cell).section(QLatin1Char(' '), -1);
+    if (isEmpty(cell) || text == QLatin1String("0")) {
+        return ClockTime();
+    }
     if (isAllDigits(text)) {
-        return timeOfDigits(text);
+        return ClockTime::ofText(text);
     }
     static const QRegularExpression separated(
         QStringLiteral("^(\\d{1,2})[:时](\\d{1,2})(?:[:分](\\d{1,2})(?:[.:](\\d{1,2})\\d*)?秒?)?分?$"));
     if (const auto match = separated.match(text); match.hasMatch()) {
-        return validTime(match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt(),
-                         match.captured(4).leftJustified(2, QLatin1Char('0')).toInt());
+        return ClockTime::of(match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt(),
+                             match.captured(4).leftJustified(2, QLatin1Char('0')).toInt());
     }
     return timeOfDayFraction(text);
 }

@@ -25,12 +25,13 @@ std::optional<Money> money(const QString &cell);
 /// How many decimals a number is written with.
 int decimals(const QString &cell);
 
-/// yyyymmdd of 20210811, 2021-8-11, 2021/8/11, 2021.8.11, 2021年8月11日, an Excel day number, or fourteen
+/// The day of 20210811, 2021-8-11, 2021/8/11, 2021.8.11, 2021年8月11日, an Excel day number, or fourteen
 /// digits of which the first eight are the date; a time behind it is ignored.
-std::optional<int> date(const QString &cell);
+std::optional<TradingDate> date(const QString &cell);
 
-/// hhmmsscc of 110351, 11:03:51, 1103, 11:03, 93551, 11035100, or a fraction of a day; 0 for an empty cell.
-std::optional<int> time(const QString &cell);
+/// The time of 110351, 11:03:51, 1103, 11:03, 93551, 11035100, or a fraction of a day; midnight for an empty
+/// cell.
+std::optional<ClockTime> time(const QString &cell);
 
 /// A security's code as a statement spells it.
 struct Code

@@ -1,6 +1,6 @@
 #include "trademodule/import/EntryKind.h"
 
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/import/CellValue.h"
 
 #include <QRegularExpression>

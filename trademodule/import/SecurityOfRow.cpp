@@ -1,7 +1,7 @@
 #include "trademodule/import/SecurityOfRow.h"
 
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/import/CellValue.h"
 
 #include <QFile>

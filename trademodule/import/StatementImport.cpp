@@ -1,7 +1,7 @@
 #include "trademodule/import/StatementImport.h"
 
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/import/TextDecoding.h"
 
 #include <QFile>

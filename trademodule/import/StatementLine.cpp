@@ -32,8 +32,8 @@ struct Word
 
 int widthOf(QChar character)
 {
-    constexpr ushort FirstWide = 0x1100;
-    return character.unicode() >= FirstWide ? 2 : 1;
+    constexpr ushort firstWide = 0x1100;
+    return character.unicode() >= firstWide ? 2 : 1;
 }
 
 QVector<Word> wordsOf(const QString &line)

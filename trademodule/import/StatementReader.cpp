@@ -1,8 +1,7 @@
 #include "trademodule/import/StatementReader.h"
 
 #include "trademodule/Error.h"
-#include "trademodule/ExchangeTime.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/import/CellValue.h"
 #include "trademodule/import/EntryKind.h"
 #include "trademodule/import/SecurityOfRow.h"
@@ -51,8 +50,8 @@ private:
     Money amountOf(const QStringList &cells, const Execution &execution) const;
     Money feeOf(const QStringList &cells, const Execution &execution) const;
     Money listedFees(const QStringList &cells) const;
-    int dateOf(const QStringList &cells) const;
-    int timeOf(const QStringList &cells) const;
+    TradingDate dateOf(const QStringList &cells) const;
+    ClockTime timeOf(const QStringList &cells) const;
     QString numberText(Column column, const QStringList &cells) const;
 
     const StatementColumns &m_columns;
@@ -62,17 +61,14 @@ private:
 Execution RowReader::read(const QStringList &cells) const
 {
     refuseFurniture(cells);
-    Execution execution;
-    execution.side = sideOf(cells);
-    execution.quantity = quantityOf(cells, execution.side);
-    execution.price = priceOf(cells, execution.side);
+    const Side side = sideOf(cells);
+    const qint64 quantity = quantityOf(cells, side);
+    const Money price = priceOf(cells, side);
     const auto security = securityOfRow(m_columns, cells, m_options.securitiesByName);
     if (!security) {
         throw LeftOut{translated("other markets")};
     }
-    execution.security = *security;
-    execution.date = dateOf(cells);
-    execution.time = timeOf(cells);
+    Execution execution{*security, side, dateOf(cells), timeOf(cells), price, quantity};
     execution.orderNo = numberText(Column::OrderNo, cells);
     execution.dealNo = numberText(Column::DealNo, cells);
     if (execution.side != Side::Bonus) {
@@ -184,8 +180,8 @@ Side RowReader::sideOf(const QStringList &cells) const
 qint64 RowReader::quantityOf(const QStringList &cells, Side side) const
 {
     const double quantity = number(Column::Quantity, cells, QT_TR_NOOP("quantity"));
-    constexpr double MostShares = 1e12;
-    if (quantity != std::floor(quantity) || std::fabs(quantity) > MostShares) {
+    constexpr double mostShares = 1e12;
+    if (quantity != std::floor(quantity) || std::fabs(quantity) > mostShares) {
         throw Error(translated("the quantity \"%1\" is no number of whole shares")
                         .arg(CellValue::cleaned(cell(Column::Quantity, cells))));
     }
@@ -266,26 +262,26 @@ Money RowReader::listedFees(const QStringList &cells) const
            magnitude(sum(Column::OtherFee, cells, QT_TR_NOOP("fee")));
 }
 
-int RowReader::dateOf(const QStringList &cells) const
+TradingDate RowReader::dateOf(const QStringList &cells) const
 {
     if (!m_columns.has(Column::Date)) {
         return m_options.date.value();
     }
     const QString text = cell(Column::Date, cells);
-    const std::optional<int> date = CellValue::date(text);
+    const std::optional<TradingDate> date = CellValue::date(text);
     if (!date) {
         throw Error(translated("\"%1\" is no date").arg(CellValue::cleaned(text)));
     }
-    if (*date > today()) {
-        throw Error(translated("the date %1 is in the future").arg(*date));
+    if (*date > TradingDate::today()) {
+        throw Error(translated("the date %1 is in the future").arg(date->number()));
     }
     return *date;
 }
 
-int RowReader::timeOf(const QStringList &cells) const
+ClockTime RowReader::timeOf(const QStringList &cells) const
 {
     const QString text = cell(Column::Time, cells);
-    const std::optional<int> time = CellValue::time(text);
+    const std::optional<ClockTime> time = CellValue::time(text);
     if (!time) {
         throw Error(translated("\"%1\" is no time").arg(CellValue::cleaned(text)));
     }
@@ -295,13 +291,13 @@ int RowReader::timeOf(const QStringList &cells) const
 /// An order's or deal's number; zeros stand for none.
 QString RowReader::numberText(Column column, const QStringList &cells) const
 {
-    constexpr int LongestNumberText = 64; // the ledger's index holds them
+    constexpr int longestNumberText = 64; // the ledger's index holds them
     const QString text = CellValue::cleaned(cell(column, cells));
-    if (text.size() > LongestNumberText) {
+    if (text.size() > longestNumberText) {
         throw Error(
             translated("\"%1…\" is longer than the %2 characters that an order or deal number may have")
-                .arg(text.left(LongestNumberText))
-                .arg(LongestNumberText));
+                .arg(text.left(longestNumberText))
+                .arg(longestNumberText));
     }
     const bool isNone = std::all_of(text.begin(), text.end(), [](QChar character) {
         return character == QLatin1Char('0') || character == QLatin1Char('-');

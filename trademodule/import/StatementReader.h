@@ -13,7 +13,7 @@ namespace TradeModule {
 /// What a user adds to a statement that does not tell everything.
 struct ReadOptions
 {
-    std::optional<int> date;                     ///< for a statement without a date column
+    std::optional<TradingDate> date;             ///< for a statement without a date column
     QHash<QString, SecurityId> securitiesByName; ///< for a statement without a code column
 };
 

@@ -1,7 +1,7 @@
 #include "trademodule/import/TextDecoding.h"
 
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 
 #include <QTextCodec>
 
@@ -17,7 +17,7 @@ struct ForeignFormat
     const char *what;
 };
 
-constexpr ForeignFormat ForeignFormats[] = {
+constexpr ForeignFormat foreignFormats[] = {
     {"\xD0\xCF\x11\xE0", QT_TR_NOOP("an Excel workbook (.xls)")},
     {"PK\x03\x04", QT_TR_NOOP("an Excel workbook (.xlsx)")},
     {"<html", QT_TR_NOOP("a web page")},
@@ -30,7 +30,7 @@ constexpr ForeignFormat ForeignFormats[] = {
 void refuseForeignFormat(const QByteArray &bytes)
 {
     const QByteArray start = bytes.left(64).trimmed().toLower();
-    for (const ForeignFormat &format : ForeignFormats) {
+    for (const ForeignFormat &format : foreignFormats) {
         if (start.startsWith(QByteArray(format.start).toLower())) {
             throw Error(translated("this is %1, not a text; open it and save it as CSV or tab-separated text")
                             .arg(translated(format.what)));

@@ -1,7 +1,7 @@
 #include "trademodule/ledger/Database.h"
 
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -19,17 +19,19 @@ namespace TradeModule {
 
 namespace {
 
+using namespace std::chrono_literals;
+
 /// Known to every process that changes ledgers on PostgreSQL: do not change.
-constexpr qint64 WriterLock = 0x74726164656d6f64;
+constexpr qint64 writerLock = 0x74726164656d6f64;
 
 /// How long a server is waited for that takes a connection and says nothing, or a host that takes none.
-constexpr int ConnectSeconds = 5;
+constexpr std::chrono::seconds longestConnecting = 5s;
 
 /// The least that both databases take for a time to wait.
-constexpr int NoPatienceMs = 1;
+constexpr std::chrono::milliseconds noPatience = 1ms;
 
 /// How much of a SQLite ledger is mapped into memory; what is beyond is read.
-constexpr qint64 MappedBytes = qint64(1) << 30;
+constexpr qint64 mappedBytes = qint64(1) << 30;
 
 QString driverOf(Database::Kind kind)
 {
@@ -61,9 +63,9 @@ void makePrivateFile(const QString &file)
 /// True when another process was changing the ledger for too long.
 bool isBusy(Database::Kind kind, const QSqlError &error)
 {
-    constexpr int SqliteBusy = 5; // in the low byte; the others tell of the occasion
+    constexpr int sqliteBusy = 5; // in the low byte; the others tell of the occasion
     const QString code = error.nativeErrorCode();
-    return kind == Database::Kind::Sqlite ? (code.toInt() & 0xFF) == SqliteBusy
+    return kind == Database::Kind::Sqlite ? (code.toInt() & 0xFF) == sqliteBusy
                                           : code == QLatin1String("55P03"); // a lock is not available
 }
 
@@ -156,7 +158,7 @@ void Database::openSqlite(const QString &file)
     run(QStringLiteral("PRAGMA synchronous = FULL"));
     run(QStringLiteral("PRAGMA foreign_keys = ON"));
     // a security's rows are spread over the file: read them where they lie
-    run(QStringLiteral("PRAGMA mmap_size = %1").arg(MappedBytes));
+    run(QStringLiteral("PRAGMA mmap_size = %1").arg(mappedBytes));
 }
 
 void Database::openPostgreSql(const QString &url)
@@ -174,7 +176,7 @@ void Database::openPostgreSql(const QString &url)
     database.setDatabaseName(parsed.path().mid(1));
     database.setUserName(parsed.userName());
     database.setPassword(parsed.password());
-    database.setConnectOptions(QStringLiteral("connect_timeout=%1").arg(ConnectSeconds));
+    database.setConnectOptions(QStringLiteral("connect_timeout=%1").arg(longestConnecting.count()));
     open(database, parsed.toDisplayString());
     run(QStringLiteral("SET client_min_messages = warning"));
 }
@@ -185,19 +187,19 @@ void Database::open(QSqlDatabase connection, const QString &shownLocation)
         throw LedgerUnavailable(translated("the ledger %1 can not be opened: %2")
                                     .arg(shownLocation, connection.lastError().text().trimmed()));
     }
-    m_waitsMs = 0;
-    waitAtMost(m_patienceMs);
+    m_wait = 0ms;
+    waitAtMost(m_patience);
 }
 
-void Database::waitAtMost(int milliseconds)
+void Database::waitAtMost(std::chrono::milliseconds time)
 {
-    if (m_waitsMs == milliseconds) {
+    if (m_wait == time) {
         return;
     }
     const QString sql = m_kind == Kind::Sqlite ? QStringLiteral("PRAGMA busy_timeout = %1")
                                                : QStringLiteral("SET lock_timeout = %1");
-    run(sql.arg(milliseconds));
-    m_waitsMs = milliseconds;
+    run(sql.arg(time.count()));
+    m_wait = time;
 }
 
 void Database::refuse(const QSqlQuery &failed)
@@ -218,7 +220,7 @@ void Database::refuse(const QSqlQuery &failed)
 
 void Database::begin()
 {
-    waitAtMost(m_isBusy ? NoPatienceMs : m_patienceMs);
+    waitAtMost(m_isBusy ? noPatience : m_patience);
     // SQLite: takes the right to write at once; a later upgrade could fail without waiting
     run(m_kind == Kind::Sqlite ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"));
     m_isInTransaction = true;
@@ -234,7 +236,7 @@ void Database::begin()
 void Database::lockOutWriters()
 {
     if (m_kind == Kind::PostgreSql) {
-        run(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(WriterLock));
+        run(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(writerLock));
     }
 }
 

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <chrono>
 #include <functional>
 
 namespace TradeModule {
@@ -46,8 +47,8 @@ public:
 
     /// How long a change waits for another process that is changing the same ledger, before it fails as
     /// LedgerUnavailable: a minute, unless something else is said. Once one has waited in vain the next do
-    /// not wait, until one succeeds: what is asked behind them must not wait for all of them.
-    void setPatience(int milliseconds) { m_patienceMs = milliseconds; }
+    /// not wait, until one succeeds: what is asked after them must not wait for all of them.
+    void setPatience(std::chrono::milliseconds patience) { m_patience = patience; }
 
     /// Has `reconnected` called after every lost connection that was opened anew, before anything else is
     /// done on it; what it throws closes the connection again.
@@ -66,7 +67,7 @@ private:
     void open();
     void openSqlite(const QString &file);
     void openPostgreSql(const QString &url);
-    void waitAtMost(int milliseconds);
+    void waitAtMost(std::chrono::milliseconds time);
     void lockOutWriters();
     void reopenIfLost();
     void tellOfReconnection();
@@ -78,8 +79,8 @@ private:
     const Kind m_kind;
     const QString m_name;
     std::function<void()> m_reconnected;
-    int m_patienceMs = 60000;
-    int m_waitsMs = 0; // what the connection is told
+    std::chrono::milliseconds m_patience = std::chrono::minutes(1);
+    std::chrono::milliseconds m_wait{0}; // what the connection is told
     bool m_isInTransaction = false;
     bool m_isBusy = false; // the last change waited in vain
 };

@@ -13,19 +13,25 @@ enum class Side {
     Bonus, ///< shares received for nothing: no trade, but the holding grows
 };
 
+/// What a trade of an order does to the holding.
+constexpr Side sideOf(Direction direction)
+{
+    return direction == Direction::Buy ? Side::Buy : Side::Sell;
+}
+
 /// One execution of the account, or bonus shares it received.
 struct Execution
 {
     SecurityId security;
-    Side side = Side::Buy;
-    int date = 0; ///< yyyymmdd
-    int time = 0; ///< hhmmsscc; 0 when the statement does not tell
-    Money price;
+    Side side;
+    TradingDate date;
+    ClockTime time; ///< midnight when the statement does not tell
+    Money price{};
     qint64 quantity = 0; ///< shares, more than 0
-    Money amount;        ///< price × quantity as the broker rounded it
-    Money fee;           ///< everything the broker and the state took
-    QString orderNo;     ///< empty when unknown
-    QString dealNo;      ///< empty when unknown
+    Money amount{};      ///< price × quantity as the broker rounded it
+    Money fee{};         ///< everything the broker and the state took
+    QString orderNo{};   ///< empty when unknown
+    QString dealNo{};    ///< empty when unknown
 };
 
 using Executions = QVector<Execution>;

@@ -1,7 +1,7 @@
 #include "trademodule/ledger/FileLock.h"
 
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 
 #include <QFile>
 

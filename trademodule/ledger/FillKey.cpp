@@ -6,7 +6,7 @@ FillKey::FillKey(const Execution &execution)
     : m_security(execution.security),
       m_side(execution.side),
       m_date(execution.date),
-      m_time(execution.dealNo.isEmpty() ? execution.time : 0),
+      m_time(execution.dealNo.isEmpty() ? execution.time : ClockTime()),
       m_price(execution.price.steps()),
       m_quantity(execution.quantity),
       m_orderNo(execution.dealNo.isEmpty() ? execution.orderNo : QString()),

@@ -20,8 +20,8 @@ public:
 private:
     SecurityId m_security;
     Side m_side;
-    int m_date;
-    int m_time;
+    TradingDate m_date;
+    ClockTime m_time;
     qint64 m_price;
     qint64 m_quantity;
     QString m_orderNo;

@@ -1,45 +1,13 @@
 #pragma once
 
 #include "trademodule/ledger/Database.h"
-#include "trademodule/ledger/Execution.h"
-#include "trademodule/ledger/Holding.h"
+#include "trademodule/ledger/DateRange.h"
+#include "trademodule/ledger/Position.h"
+#include "trademodule/ledger/Statement.h"
 
 #include <functional>
-#include <limits>
 
 namespace TradeModule {
-
-/// Days from `first` to `last`, both included, as yyyymmdd.
-struct DateRange
-{
-    int first = 0;
-    int last = std::numeric_limits<int>::max();
-};
-
-/// A statement's entries on their way into the ledger, in order of time.
-struct Statement
-{
-    QString file; ///< where it came from, kept with the entries
-    Executions executions;
-    QHash<SecurityId, QString> names;
-};
-
-/// What became of a statement.
-struct Booked
-{
-    int added = 0;
-    int alreadyThere = 0;
-    QVector<Execution> lastAdded;    ///< the newest added entry of each security that has one
-    QVector<SecurityId> unexplained; ///< securities of which more was sold than came in
-};
-
-/// A security that is held.
-struct Position
-{
-    SecurityId security;
-    QString name;
-    Holding holding;
-};
 
 /// One account's trades and holdings in a database. Every change is one transaction; several
 /// processes may use the same ledger. Every failure is thrown as an Error.
@@ -72,7 +40,7 @@ public:
     QVector<Position> positions();
 
     /// See Database.
-    void setPatience(int milliseconds) { m_database.setPatience(milliseconds); }
+    void setPatience(std::chrono::milliseconds patience) { m_database.setPatience(patience); }
 
     // For OrderBook, inside its transactions.
 
@@ -84,8 +52,6 @@ public:
     void add(const Execution &execution);
 
 private:
-    class Writer;
-
     Database m_database;
 };
 

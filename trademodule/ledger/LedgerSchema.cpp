@@ -1,7 +1,7 @@
 #include "trademodule/ledger/LedgerSchema.h"
 
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/ledger/Transaction.h"
 
 #include <QStringList>

@@ -1,6 +1,6 @@
 #include "trademodule/ledger/MarketDay.h"
 
-#include "trademodule/ExchangeTime.h"
+#include "trademodule/ledger/ColumnValue.h"
 #include "trademodule/ledger/Transaction.h"
 
 namespace TradeModule {
@@ -15,24 +15,23 @@ void MarketDay::read()
     Database *database = m_ledger->database();
     QSqlQuery clock = database->run(QStringLiteral("SELECT quote_date, quote_time FROM exchange_clock"));
     if (clock.next()) {
-        m_date = clock.value(0).toInt();
-        m_time = clock.value(1).toInt();
+        m_date = TradingDate::ofNumber(clock.value(0).toInt()); // 0 before the first quote
+        m_time = ClockTime::ofNumber(clock.value(1).toInt()).value_or(ClockTime());
     }
     QSqlQuery rows =
         database->run(QStringLiteral("SELECT s.code, s.market, r.price FROM price_reference r "
                                      "JOIN security s ON s.id = r.security_id WHERE r.quote_date = ?"),
-                      {m_date});
+                      {m_date ? m_date->number() : 0});
     while (rows.next()) {
-        const SecurityId security{rows.value(0).toString(),
-                                  marketOfLetters(rows.value(1).toString()).value_or(Market::Shanghai)};
-        m_told.insert(security, {m_time, Money::ofSteps(rows.value(2).toLongLong())});
+        const SecurityId security{rows.value(0).toString(), ColumnValue::market(rows.value(1))};
+        m_told.insert(security, {m_time, ColumnValue::money(rows.value(2))});
     }
 }
 
-void MarketDay::note(const SecurityId &security, int time, Money open, Money previousClose)
+void MarketDay::note(const SecurityId &security, ClockTime time, Money open, Money previousClose)
 {
-    if (m_date != today()) {
-        m_date = today();
+    if (m_date != TradingDate::today()) {
+        m_date = TradingDate::today();
         m_told.clear();
         m_newReferences.clear();
         m_isClockNew = true;
@@ -51,19 +50,19 @@ void MarketDay::note(const SecurityId &security, int time, Money open, Money pre
 
 void MarketDay::keep()
 {
-    if (!m_isClockNew && !hasNewReference()) {
+    if (!m_date || (!m_isClockNew && !hasNewReference())) {
         return;
     }
     Database *database = m_ledger->database();
     Transaction transaction(database);
     database->run(QStringLiteral("UPDATE exchange_clock SET quote_date = ?, quote_time = ?"),
-                  {m_date, m_time});
+                  {m_date->number(), m_time.number()});
     for (const SecurityId &security : qAsConst(m_newReferences)) {
         database->run(
             QStringLiteral("INSERT INTO price_reference (security_id, quote_date, price) VALUES (?, ?, ?) "
                            "ON CONFLICT (security_id) DO UPDATE SET quote_date = excluded.quote_date, "
                            "price = excluded.price"),
-            {m_ledger->registerSecurity(security, QString()), m_date,
+            {m_ledger->registerSecurity(security, QString()), m_date->number(),
              m_told.value(security).reference.steps()});
     }
     transaction.commit();
@@ -71,15 +70,15 @@ void MarketDay::keep()
     m_newReferences.clear();
 }
 
-std::optional<int> MarketDay::clock() const
+std::optional<ClockTime> MarketDay::clock() const
 {
-    return m_date == today() ? std::optional(m_time) : std::nullopt;
+    return m_date == TradingDate::today() ? std::optional(m_time) : std::nullopt;
 }
 
 std::optional<Money> MarketDay::reference(const SecurityId &security) const
 {
     const auto told = m_told.constFind(security);
-    const bool isKnown = m_date == today() && told != m_told.constEnd();
+    const bool isKnown = m_date == TradingDate::today() && told != m_told.constEnd();
     return isKnown ? std::optional(told->reference) : std::nullopt;
 }
 

@@ -18,30 +18,30 @@ public:
     /// Takes what a quote of today told; in the ledger it is with the next keep(). The reference is
     /// `previousClose`; when that is zero, the open of the security's first quote. Time that goes back
     /// begins the day anew: another recorded day may be played now.
-    void note(const SecurityId &security, int time, Money open, Money previousClose);
+    void note(const SecurityId &security, ClockTime time, Money open, Money previousClose);
 
     /// Writes what is new into the ledger, in a transaction of its own; nothing when nothing is.
     void keep();
     /// True when a reference is new: until keep(), a crash would lose it.
     bool hasNewReference() const { return !m_newReferences.isEmpty(); }
 
-    /// The time of the last quote, hhmmsscc; nothing before today's first.
-    std::optional<int> clock() const;
+    /// The time of the last quote; nothing before today's first.
+    std::optional<ClockTime> clock() const;
     /// Nothing before today's first quote of the security.
     std::optional<Money> reference(const SecurityId &security) const;
 
 private:
     struct Told
     {
-        int time = -1; ///< of the last quote
+        ClockTime time; ///< of the last quote
         Money reference;
     };
 
     void read();
 
     Ledger *const m_ledger;
-    int m_date = 0;
-    int m_time = 0;
+    std::optional<TradingDate> m_date; ///< of the last quote
+    ClockTime m_time;                  ///< of the last quote
     QHash<SecurityId, Told> m_told;
     QSet<SecurityId> m_newReferences;
     bool m_isClockNew = false;

@@ -7,18 +7,18 @@ namespace TradeModule {
 /// A limit order of the account.
 struct Order
 {
-    qint64 number = 0; ///< given by the ledger, unique in it
     SecurityId security;
-    QString securityName;
-    Side side = Side::Buy; ///< a buy or a sell
-    int date = 0;          ///< yyyymmdd
-    int time = 0;          ///< hhmmsscc
-    Money price;           ///< the limit
+    Direction direction;
+    TradingDate date;
+    ClockTime time;
+    Money price{}; ///< the limit
     qint64 quantity = 0;
-    QString status; ///< a code of TradeChart::OrderStatus
+    QString status{}; ///< a code of TradeChart::OrderStatus
     qint64 matchedQuantity = 0;
-    Money matchedAmount;
+    Money matchedAmount{};
     qint64 cancelledQuantity = 0;
+    qint64 number = 0;      ///< given by the ledger, unique in it
+    QString securityName{}; ///< as the ledger has it
 
     /// What may still be dealt.
     qint64 openQuantity() const { return quantity - matchedQuantity - cancelledQuantity; }

@@ -26,17 +26,17 @@ public:
     /// update().
     void execute(const Execution &execution);
 
-    std::optional<Order> find(int date, qint64 number);
+    std::optional<Order> find(TradingDate date, qint64 number);
     /// Orders of a day, by number.
-    Orders ofDay(int date);
-    Orders ofDay(int date, const SecurityId &security);
+    Orders ofDay(TradingDate date);
+    Orders ofDay(TradingDate date, const SecurityId &security);
     /// Orders that something may still happen to, the oldest first.
     Orders open();
 
     Money cash();
     void setCash(Money cash);
     /// Shares that were bought on a day and are not sold on it.
-    qint64 boughtOn(int date, const SecurityId &security);
+    qint64 boughtOn(TradingDate date, const SecurityId &security);
     Holding holding(const SecurityId &security) { return m_ledger->holding(security); }
 
 private:

@@ -1,7 +1,7 @@
 #include "trademodule/ledger/ServingLease.h"
 
 #include "trademodule/Error.h"
-#include "trademodule/Language.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/ledger/ServingLock.h"
 
 #include <QCoreApplication>

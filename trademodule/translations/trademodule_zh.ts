@@ -761,5 +761,9 @@
         <source>%1: cannot be opened: %2</source>
         <translation>%1：无法打开：%2</translation>
     </message>
+    <message>
+        <source>the ledger holds &quot;%1&quot; where no such value can be</source>
+        <translation>账本中有不可能的值“%1”</translation>
+    </message>
 </context>
 </TS>

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "trademodule/SharedTypes.h"
+
+#include <QVariant>
+
+namespace TradeModule {
+
+/// What the columns of a ledger hold besides plain numbers and texts. A LedgerError for what no program that
+/// keeps ledgers writes.
+namespace ColumnValue {
+
+TradingDate date(const QVariant &value);    ///< yyyymmdd
+ClockTime time(const QVariant &value);      ///< hhmmsscc
+Money money(const QVariant &value);         ///< steps of 0.0001 yuan
+Market market(const QVariant &value);       ///< letters
+Direction direction(const QVariant &value); ///< a letter
+
+} // namespace ColumnValue
+
+} // namespace TradeModule

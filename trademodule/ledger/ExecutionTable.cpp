@@ -1,0 +1,68 @@
+#include "trademodule/ledger/ExecutionTable.h"
+
+#include "trademodule/ledger/LedgerQueries_p.h"
+
+namespace TradeModule {
+
+namespace {
+
+Executions all(QSqlQuery rows)
+{
+    Executions executions;
+    while (rows.next()) {
+        executions.append(ExecutionColumns::read(rows));
+    }
+    return executions;
+}
+
+} // namespace
+
+Executions ExecutionTable::trades(const SecurityId &security, DateRange days)
+{
+    QSqlQuery rows =
+        m_database->run(LedgerQueries::tradesOfSecurity(), {security.code, marketLetters(security.market),
+                                                            days.first.number(), days.last.number()});
+    Executions executions;
+    while (rows.next()) {
+        executions.append(ExecutionColumns::read(rows, security));
+    }
+    return executions;
+}
+
+Executions ExecutionTable::trades(const QString &code, DateRange days)
+{
+    return all(
+        m_database->run(LedgerQueries::tradesOfCode(), {code, days.first.number(), days.last.number()}));
+}
+
+Executions ExecutionTable::trades(DateRange days)
+{
+    return all(m_database->run(LedgerQueries::tradesOfDays(), {days.first.number(), days.last.number()}));
+}
+
+void ExecutionTable::visitEntries(qint64 id, const SecurityId &security, DateRange days, const Visitor &visit)
+{
+    QSqlQuery rows =
+        m_database->run(LedgerQueries::entriesOfSecurity(), {id, days.first.number(), days.last.number()});
+    while (rows.next()) {
+        visit(ExecutionColumns::read(rows, security));
+    }
+}
+
+bool ExecutionTable::hasLater(qint64 id, const Execution &execution)
+{
+    return m_database
+        ->run(QStringLiteral("SELECT 1 FROM execution WHERE security_id = ? "
+                             "AND (trade_date, trade_time) > (?, ?) LIMIT 1"),
+              {id, execution.date.number(), execution.time.number()})
+        .next();
+}
+
+void ExecutionTable::add(qint64 id, const Execution &execution)
+{
+    const QVariant noStatement(QVariant::LongLong);
+    m_database->run(ExecutionColumns::insertion(),
+                    ExecutionColumns::insertedValues(execution, id, noStatement));
+}
+
+} // namespace TradeModule

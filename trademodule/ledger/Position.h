@@ -1,0 +1,17 @@
+#pragma once
+
+#include "trademodule/ledger/Holding.h"
+
+#include <QVector>
+
+namespace TradeModule {
+
+/// A security that is held.
+struct Position
+{
+    SecurityId security;
+    QString name;
+    Holding holding;
+};
+
+} // namespace TradeModule
