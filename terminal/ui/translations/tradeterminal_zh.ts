@@ -340,10 +340,6 @@
         <source>%1 · no answer from the trading module</source>
         <translation>%1 · 交易模块没有应答</translation>
     </message>
-    <message>
-        <source>Cancel this order…</source>
-        <translation>撤销此委托…</translation>
-    </message>
 </context>
 <context>
     <name>Terminal::ReadoutBar</name>
@@ -670,6 +666,13 @@
     <message>
         <source>Of the largest quantity</source>
         <translation>按最大数量计</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::OrdersView</name>
+    <message>
+        <source>Cancel this order…</source>
+        <translation>撤销此委托…</translation>
     </message>
 </context>
 </TS>

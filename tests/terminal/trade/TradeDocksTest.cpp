@@ -84,7 +84,7 @@ TEST_F(Docks, ListsTheOrdersOfAPastDayInTheWindow)
     const auto *const rows =
         window.trade()->panel()->findChild<QTableView *>(QStringLiteral("ordersView"))->model();
     ASSERT_TRUE(waitUntil([rows] { return rows->rowCount() == 1; }));
-    EXPECT_EQ(rows->index(0, 7).data().toString(), QStringLiteral("3"));
+    EXPECT_EQ(rows->index(0, static_cast<int>(OrderColumn::Number)).data().toString(), QStringLiteral("3"));
     EXPECT_EQ(
         m_module.asked(QStringLiteral("EntrustHistoryTrade")).back().value(QLatin1String("date")).toInt(),
         20260327);

@@ -104,10 +104,14 @@ protected:
     }
 
     /// The panel's text of a column of its newest order; empty without one.
-    QString newest(int column) { return ordersView()->model()->index(0, column).data().toString(); }
+    QString newest(OrderColumn column) { return cell(0, column).data().toString(); }
+    QModelIndex cell(int row, OrderColumn column)
+    {
+        return ordersView()->model()->index(row, static_cast<int>(column));
+    }
     bool waitForStatus(const QString &status)
     {
-        return waitUntil([&] { return newest(6) == status; });
+        return waitUntil([&] { return newest(OrderColumn::Status) == status; });
     }
 
     const DrawnMark *markOfKind(int kind)
@@ -185,20 +189,20 @@ protected:
 TEST_F(TradingFromTheChart, AnOrderOfTheTicketWaitsIsPartlyDealtAndDealt)
 {
     buy(QStringLiteral("1402.00"), QStringLiteral("500"));
-    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报"))) << qPrintable(newest(6));
-    EXPECT_EQ(newest(1), QStringLiteral(u"买入"));
-    EXPECT_EQ(newest(2), QStringLiteral("1402.00"));
-    EXPECT_EQ(newest(3), QStringLiteral("500"));
+    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报"))) << qPrintable(newest(OrderColumn::Status));
+    EXPECT_EQ(newest(OrderColumn::Side), QStringLiteral(u"买入"));
+    EXPECT_EQ(newest(OrderColumn::Price), QStringLiteral("1402.00"));
+    EXPECT_EQ(newest(OrderColumn::Quantity), QStringLiteral("500"));
     EXPECT_TRUE(waitForMark(buyWaiting));
 
     quote(932, 1403, 1404, 1401, 800); // a quarter of it is ours
-    ASSERT_TRUE(waitForStatus(QStringLiteral(u"部成"))) << qPrintable(newest(6));
-    EXPECT_EQ(newest(4), QStringLiteral("200"));
-    EXPECT_EQ(newest(5), QStringLiteral("1402.000"));
+    ASSERT_TRUE(waitForStatus(QStringLiteral(u"部成"))) << qPrintable(newest(OrderColumn::Status));
+    EXPECT_EQ(newest(OrderColumn::Dealt), QStringLiteral("200"));
+    EXPECT_EQ(newest(OrderColumn::Average), QStringLiteral("1402.000"));
     EXPECT_TRUE(waitForMark(buyPartlyDealt));
 
     quote(933, 1403, 1404, 1401, plenty);
-    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已成"))) << qPrintable(newest(6));
+    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已成"))) << qPrintable(newest(OrderColumn::Status));
     EXPECT_TRUE(waitForMark(buyDealt));
     ASSERT_TRUE(waitUntil([this] {
         const Position *const held = desk()->account()->find(chart()->data().security);
@@ -218,7 +222,7 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledAtItsMark)
     });
     QTest::mouseClick(chart()->canvas(), Qt::LeftButton, Qt::NoModifier,
                       markOfKind(buyWaiting)->box.center().toPoint());
-    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(6));
+    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
     EXPECT_THAT(ordersInLedger().toStdString(), ::testing::HasSubstr("已撤"));
 }
 
@@ -237,7 +241,7 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledAtItsMarkByKeyboard)
         QTest::keyClick(menu, Qt::Key_Return);
     });
     press(Qt::Key_Return);
-    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(6));
+    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
 }
 
 TEST_F(TradingFromTheChart, AnOrderIsCancelledByTheMenuOfItsRow)
@@ -249,8 +253,8 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledByTheMenuOfItsRow)
         QTest::keyClick(menu, Qt::Key_Down);
         QTest::keyClick(menu, Qt::Key_Return);
     });
-    rightClick(ordersView()->visualRect(ordersView()->model()->index(0, 2)).center());
-    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(6));
+    rightClick(ordersView()->visualRect(cell(0, OrderColumn::Price)).center());
+    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
 }
 
 TEST_F(TradingFromTheChart, TheMenuOfARowOffersNothingForAnOrderThatIsDone)
@@ -264,7 +268,7 @@ TEST_F(TradingFromTheChart, TheMenuOfARowOffersNothingForAnOrderThatIsDone)
         offers = menu->actions().constFirst()->isEnabled();
         menu->close();
     });
-    rightClick(ordersView()->visualRect(ordersView()->model()->index(0, 2)).center());
+    rightClick(ordersView()->visualRect(cell(0, OrderColumn::Price)).center());
     EXPECT_FALSE(offers);
 }
 
@@ -294,7 +298,7 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledInThePanelByDelete)
     press(Qt::Key_Delete);
     EXPECT_THAT(question.toStdString(), ::testing::HasSubstr("600519"));
     EXPECT_THAT(question.toStdString(), ::testing::HasSubstr("100 × 1402.00"));
-    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(6));
+    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
 }
 
 TEST_F(TradingFromTheChart, ARefusalIsToldWithoutBlocking)
