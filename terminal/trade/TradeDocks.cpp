@@ -51,11 +51,13 @@ QString keyText(Qt::Key key)
 
 } // namespace
 
-TradeDocks::TradeDocks(QMainWindow *window, ChartView *chart, UserPrompts *prompts, CloseBefore closeBefore)
+TradeDocks::TradeDocks(QMainWindow *window, ChartView *chart, OrderDesk *desk, UserPrompts *prompts,
+                       CloseBefore closeBefore)
     : m_window(window),
       m_chart(chart),
       m_prompts(prompts),
       m_closeBefore(std::move(closeBefore)),
+      m_desk(*desk),
       m_chartOrders(chart),
       m_ticket(new OrderTicket),
       m_panel(new OrdersPanel),

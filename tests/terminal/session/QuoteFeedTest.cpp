@@ -1,5 +1,5 @@
 // What a replay says on a real bus.
-#include "terminal/replay/QuoteFeed.h"
+#include "terminal/session/QuoteFeed.h"
 
 #include "terminal/data/DataFolder.h"
 #include "terminal/replay/Replay.h"

@@ -3,6 +3,7 @@
 #include "terminal/trade/TradeStyle.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/terminal/support/Drag.h"
+#include "tests/terminal/support/WhenOpen.h"
 
 #include <gmock/gmock.h>
 
@@ -10,6 +11,8 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QMenu>
+#include <QSignalSpy>
 #include <QSplitter>
 #include <QTableView>
 #include <QTest>
@@ -20,7 +23,7 @@ namespace Terminal {
 namespace {
 
 constexpr int besideTheTicket = 1027; ///< in a window of 1280
-constexpr int nameColumn = 1;
+constexpr int nameColumn = static_cast<int>(PositionColumn::Name);
 
 const Security software{QStringLiteral("600536"), Market::Shanghai, QStringLiteral(u"中国软件")};
 
@@ -123,6 +126,51 @@ TEST_F(Panel, LeavesTheTablesAsTheUserSharedThem)
     QApplication::processEvents();
     EXPECT_EQ(halves->sizes(), chosen);
     EXPECT_NE(cutColumns(positions()), QStringList());
+}
+
+OrderRecord waitingOrder(const char *number)
+{
+    OrderRecord waiting = order(100);
+    waiting.status = QStringLiteral("2");
+    waiting.number = QLatin1String(number);
+    return waiting;
+}
+
+TEST_F(Panel, CancelsTheOrderThatItsMenuWasOpenedForWhateverComesMeanwhile)
+{
+    m_panel.setOrders({waitingOrder("2")}, std::nullopt);
+    show(besideTheTicket);
+    QStringList asked;
+    QObject::connect(&m_panel, &OrdersPanel::cancelAsked, &m_panel,
+                     [&asked](const OrderRecord &order) { asked.append(order.number); });
+    QTableView *const orders = table("ordersView");
+    whenOpen<QMenu>([this](QMenu *menu) {
+        m_panel.setOrders({waitingOrder("1"), waitingOrder("2"), waitingOrder("3")}, std::nullopt);
+        m_panel.select({waitingOrder("3")});
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    const QPoint row = orders->visualRect(orders->model()->index(0, 0)).center();
+    QTest::mouseClick(orders->viewport(), Qt::LeftButton, Qt::NoModifier, row);
+    Q_EMIT orders->customContextMenuRequested(row);
+    EXPECT_EQ(asked, QStringList(QStringLiteral("2")));
+}
+
+TEST_F(Panel, CancelsNoOrderThatIsDoneWhenItsMenuIsAnswered)
+{
+    m_panel.setOrders({waitingOrder("2")}, std::nullopt);
+    show(besideTheTicket);
+    QSignalSpy asked(&m_panel, &OrdersPanel::cancelAsked);
+    QTableView *const orders = table("ordersView");
+    whenOpen<QMenu>([this](QMenu *menu) {
+        OrderRecord dealt = waitingOrder("2");
+        dealt.status = QStringLiteral("8");
+        m_panel.setOrders({dealt}, std::nullopt);
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    Q_EMIT orders->customContextMenuRequested(orders->visualRect(orders->model()->index(0, 0)).center());
+    EXPECT_EQ(asked.count(), 0);
 }
 
 TEST_F(Panel, HidesQuantitiesAndMoneyInBothTables)

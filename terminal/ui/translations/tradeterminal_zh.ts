@@ -231,14 +231,7 @@
     </message>
 </context>
 <context>
-    <name>Terminal::ChartView</name>
-    <message>
-        <source>Volume, highest %1</source>
-        <translation>成交量  最高 %1</translation>
-    </message>
-</context>
-<context>
-    <name>Terminal::MainWindow</name>
+    <name>Terminal::ChartBar</name>
     <message>
         <source>Security</source>
         <translation>证券</translation>
@@ -252,24 +245,22 @@
         <translation>隐藏金额</translation>
     </message>
     <message>
-        <source>View</source>
-        <translation>视图</translation>
+        <source>Chart</source>
+        <translation>图表</translation>
     </message>
+</context>
+<context>
+    <name>Terminal::ChartView</name>
     <message>
-        <source>Green rises</source>
-        <translation>绿涨红跌</translation>
+        <source>Volume, highest %1</source>
+        <translation>成交量  最高 %1</translation>
     </message>
-    <message>
-        <source>Dark</source>
-        <translation>深色</translation>
-    </message>
+</context>
+<context>
+    <name>Terminal::MainWindow</name>
     <message>
         <source>Export chart</source>
         <translation>导出图表</translation>
-    </message>
-    <message>
-        <source>Chart</source>
-        <translation>图表</translation>
     </message>
     <message>
         <source>The overlay library does not know the overlay &quot;%1&quot;.</source>
@@ -348,10 +339,6 @@
     <message>
         <source>%1 · no answer from the trading module</source>
         <translation>%1 · 交易模块没有应答</translation>
-    </message>
-    <message>
-        <source>Cancel this order…</source>
-        <translation>撤销此委托…</translation>
     </message>
 </context>
 <context>
@@ -541,6 +528,25 @@
     </message>
 </context>
 <context>
+    <name>Terminal::ViewMenu</name>
+    <message>
+        <source>View</source>
+        <translation>视图</translation>
+    </message>
+    <message>
+        <source>Green rises</source>
+        <translation>绿涨红跌</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>深色</translation>
+    </message>
+    <message>
+        <source>Export chart</source>
+        <translation>导出图表</translation>
+    </message>
+</context>
+<context>
     <name>TradeRecords</name>
     <message>
         <source>Buy</source>
@@ -643,6 +649,10 @@
 <context>
     <name>main</name>
     <message>
+        <source>this machine does not know the time zone Asia/Shanghai, by which the exchange counts its days: install its time-zone data (package tzdata)</source>
+        <translation>本机没有时区 Asia/Shanghai 的数据，而交易所按该时区计日：请安装时区数据（软件包 tzdata）</translation>
+    </message>
+    <message>
         <source>there is no display; --snapshot FILE.png needs none</source>
         <translation>没有显示器；--snapshot FILE.png 不需要显示器</translation>
     </message>
@@ -656,6 +666,13 @@
     <message>
         <source>Of the largest quantity</source>
         <translation>按最大数量计</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::OrdersView</name>
+    <message>
+        <source>Cancel this order…</source>
+        <translation>撤销此委托…</translation>
     </message>
 </context>
 </TS>

@@ -5,8 +5,12 @@
 #include "terminal/data/Loaded.h"
 #include "terminal/replay/PlannedOrder.h"
 
+#include <QMap>
 #include <QSize>
+#include <QString>
 #include <QStringList>
+
+#include <chrono>
 
 namespace Terminal {
 
@@ -28,12 +32,12 @@ struct TerminalOptions
     bool hidesAmounts = false;               ///< of the account, in labels and lists
     QString snapshotFile;                    ///< empty: a window is opened
     QSize size = {1600, 900};
-    int refreshSeconds = 3;  ///< after which overlays ask for their data again
-    int timeoutSeconds = 20; ///< that a snapshot waits for the overlays' data
-    int replaySpeed = 0;     ///< 1–600: the recorded day is played as today; 0: it is not
-    int replayTo = 0;        ///< minutes since midnight that are played at once; 0: none
-    OrderPlan orders;        ///< placed while the day is played
-    QStringList given;       ///< names of the options that the command line has
+    std::chrono::seconds refresh{3};  ///< after which overlays ask for their data again
+    std::chrono::seconds timeout{20}; ///< that a snapshot waits for the overlays' data
+    int replaySpeed = 0;              ///< 1–600: the recorded day is played as today; 0: it is not
+    int replayTo = 0;                 ///< minutes since midnight that are played at once; 0: none
+    OrderPlan orders;                 ///< placed while the day is played
+    QStringList given;                ///< names of the options that the command line has
 };
 
 enum class OptionsEnd { Run, ShowHelp, ShowVersion };
@@ -50,8 +54,12 @@ struct ParsedOptions
 /// A failure names the option and what it may be.
 Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &programFolder);
 
-/// Sets one option by its name and the text of its value. Returns an empty text, or what the value must
-/// be; then the options are as they were.
+/// Sets one option, of those that have a value, by its name and the text of its value. Returns an empty text,
+/// or what the value must be; then the options are as they were.
 QString takeOption(const QString &name, const QString &value, TerminalOptions *options);
+
+/// What a window remembers of its options from one run to the next: their names, and texts that takeOption()
+/// reads.
+QMap<QString, QString> rememberedWords(const TerminalOptions &options);
 
 } // namespace Terminal
