@@ -11,7 +11,7 @@ using ::testing::IsEmpty;
 
 namespace {
 
-constexpr int LongMs = 20000;
+constexpr int longTimeout = 20000;
 
 class Request : public ::testing::Test
 {
@@ -19,7 +19,7 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(asker.join(broker.address()));
-        asker.setRequestTimeout(LongMs);
+        asker.setRequestTimeout(longTimeout);
     }
 
     static QList<QByteArray> numbers(int count)
@@ -49,7 +49,7 @@ TEST_F(Request, IsPossibleRightAfterConnecting)
 {
     const BackgroundResponder module(broker.address(), "TradeQuery");
     RecordingEndPoint fresh;
-    fresh.setRequestTimeout(LongMs);
+    fresh.setRequestTimeout(longTimeout);
     fresh.connect(broker.address());
 
     EXPECT_EQ(fresh.request("TradeQuery", "at once"), "answer to at once");
@@ -84,7 +84,7 @@ TEST_F(Request, DropsAnAnswerThatComesTooLate)
     EXPECT_EQ(asker.request("TradeQuery", "first"), QByteArray());
     broker.thaw();
     const BackgroundResponder module(broker.address(), "TradeQuery");
-    asker.setRequestTimeout(LongMs);
+    asker.setRequestTimeout(longTimeout);
 
     EXPECT_EQ(asker.request("TradeQuery", "second"), "answer to second");
     EXPECT_THAT(asker.messages, IsEmpty());
@@ -198,7 +198,7 @@ TEST_F(Request, IsAnsweredOnce)
     RecordingEndPoint module;
     module.subscribe("Global", "TradeQuery");
     ASSERT_TRUE(module.join(broker.address()));
-    asker.setRequestTimeout(50); // an endpoint of the same thread can not answer in time
+    asker.setRequestTimeout(50); // an endpoint of the same thread cannot answer in time
     asker.request("TradeQuery", "x");
     ASSERT_TRUE(module.waitForMessages(1));
     const QByteArray replyChannel = module.messages[0].replyChannel;
@@ -232,6 +232,6 @@ TEST_F(Request, IsEmptyAtOnceWithoutABus)
 
     EXPECT_EQ(asker.request("TradeQuery", "x"), QByteArray());
 
-    EXPECT_LT(clock.elapsed(), LongMs / 2);
+    EXPECT_LT(clock.elapsed(), longTimeout / 2);
     EXPECT_TRUE(log.has(QStringLiteral("there is no bus")));
 }

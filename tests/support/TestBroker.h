@@ -15,7 +15,7 @@
 ///     broker.kill();  broker.start();         // as after a crash: the socket file is left behind
 ///     broker.freeze(); broker.thaw();         // takes connections but answers nothing
 ///
-/// A test fails (and says why) when the broker can not be started.
+/// A test fails (and says why) when the broker cannot be started.
 class TestBroker
 {
 public:
@@ -32,7 +32,7 @@ public:
     /// Adds a line `key=value` to the group [bus] of endpoint.ini.
     void setBusKey(const QString &key, const QString &value);
 
-    /// Replaces the lines of mosquitto's configuration behind the listener's; before start().
+    /// Replaces the lines of mosquitto's configuration after the listener's; before start().
     void setConfiguration(const QStringList &lines) { m_configuration = lines; }
 
     /// Returns when the broker takes connections.
