@@ -24,8 +24,8 @@ QString connectionProblem(int descriptor);
 /// Programs started by this process do not inherit the descriptor.
 void closeOnExec(int descriptor);
 
-/// For a helper that is forked beside a program: what it inherited would keep pipes open that others wait to see
-/// closed, such as the one that tells that the program runs. -1 keeps none.
+/// For a helper that is forked beside a program: what it inherited would keep pipes open that others wait to
+/// see closed, such as the one that tells that the program runs. -1 keeps none.
 void closeDescriptorsBut(int kept);
 
 /// Called in a child between fork and exec: the child is killed when the process `parent` ends.
