@@ -4,6 +4,10 @@
 
 #include <QTimer>
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
 namespace Terminal {
 
 /// A recorded day of one security, played as if it were today.

@@ -32,7 +32,7 @@ void TradeServices::handleBrokerState(LocalBroker::State state)
     }
 }
 
-/// Comes after the broker: who knocks before there is a door says so in the log.
+/// After the broker: a client that finds none writes a warning.
 void TradeServices::startModule()
 {
     if (m_isReady) {

@@ -4,7 +4,9 @@
 #include "terminal/replay/Replay.h"
 #include "terminal/trade/OrderDesk.h"
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/ClockTime.h"
 #include "trading/ModuleVocabulary.h"
+#include "trading/Question.h"
 
 #include <QJsonDocument>
 #include <QUuid>
@@ -29,17 +31,10 @@ QString numberText(double number)
     return QString::number(number, 'f', QLocale::FloatingPointShortest);
 }
 
-/// hhmmsscc of the end of a bar.
+/// When a bar ends; minutes of a trading day are times of a clock.
 QString timeOf(const Bar &bar)
 {
-    return QStringLiteral("%1%2")
-        .arg(bar.minute / 60 * 100 + bar.minute % 60, 4, 10, QLatin1Char('0'))
-        .arg(QStringLiteral("0000"));
-}
-
-QByteArray compact(const QJsonObject &object)
-{
-    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+    return Trading::ClockTime::ofMinute(bar.minute).value().text();
 }
 
 } // namespace
@@ -91,8 +86,9 @@ void QuoteFeed::takeBar(const Bar &bar)
     if (!isJoined()) {
         return;
     }
+    const QJsonObject quote = quoteOf(m_replay->security(), bar, m_replay->previousClose());
     m_endPoint->sendMessage(Module::Channel::MARKET, Module::Topic::QUOTE,
-                            compact(quoteOf(m_replay->security(), bar, m_replay->previousClose())));
+                            QJsonDocument(quote).toJson(QJsonDocument::Compact));
     const auto due = std::stable_partition(m_plan.begin(), m_plan.end(), [&bar](const PlannedOrder &order) {
         return order.minute > bar.minute;
     });
@@ -122,12 +118,10 @@ void QuoteFeed::forgetPlanOfClosedDay()
 
 void QuoteFeed::askWhetherTaken()
 {
-    const Security &security = m_replay->security();
-    m_endPoint->sendMessage(Module::Channel::GLOBAL, TradeChart::Topic::TRADEQUERY,
-                            compact({{key(CMD), key(TradeChart::CmdType::HOLDERCOSTPRICE)},
-                                     {key(SCREENID), QString::fromLatin1(m_channel)},
-                                     {key(STKCODE), security.code},
-                                     {key(MARKET), Trading::marketLetters(security.market)}}));
+    Trading::Question question(TradeChart::CmdType::HOLDERCOSTPRICE);
+    question.answerOn(QString::fromLatin1(m_channel));
+    question.setSecurity(m_replay->security().id());
+    m_endPoint->sendMessage(Module::Channel::GLOBAL, TradeChart::Topic::TRADEQUERY, question.toJson());
 }
 
 /// The client hears the answers to the desk, too.

@@ -23,7 +23,7 @@ struct Security;
 /// A completed bar as the trading module reads it; docs/bus-protocol.md.
 QJsonObject quoteOf(const Security &security, const Bar &bar, std::optional<double> previousClose);
 
-/// Brings a replay onto the bus: the quote of every completed bar and, behind it, the orders that a plan
+/// Brings a replay onto the bus: the quote of every completed bar and, after it, the orders that a plan
 /// has for its minute, each once.
 ///
 /// Everything goes out on the client of the desk: the trading module takes an order between the quotes

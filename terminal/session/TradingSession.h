@@ -58,7 +58,7 @@ public:
     /// Starts to wait for a trading module. To be called once.
     void begin();
 
-    /// Joins the bus. To be called once, when there is one: who knocks before says so in the log.
+    /// Joins the bus. To be called once, when there is one: a client that finds none writes a warning.
     void join();
 
     /// Replays a day that was recorded, from its beginning and paused. False, and nothing changes, when `day`

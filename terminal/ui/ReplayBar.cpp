@@ -112,7 +112,7 @@ void ReplayBar::chooseSpeed(int step)
     m_replay->setSpeed(m_speeds->currentData().toInt());
 }
 
-/// A market does not go back: a choice that lies behind is taken back.
+/// A market does not go back: an earlier minute changes nothing, and the slider returns.
 void ReplayBar::playToChosenMinute(int bar)
 {
     const Bars &day = m_replay->day();

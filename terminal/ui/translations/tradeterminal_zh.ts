@@ -605,6 +605,10 @@
 <context>
     <name>main</name>
     <message>
+        <source>this machine does not know the time zone Asia/Shanghai, by which the exchange counts its days: install its time-zone data (package tzdata)</source>
+        <translation>本机没有时区 Asia/Shanghai 的数据，而交易所按该时区计日：请安装时区数据（软件包 tzdata）</translation>
+    </message>
+    <message>
         <source>there is no display; --snapshot FILE.png needs none</source>
         <translation>没有显示器；--snapshot FILE.png 不需要显示器</translation>
     </message>

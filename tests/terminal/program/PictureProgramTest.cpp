@@ -5,7 +5,7 @@
 #include "terminal/session/TradingSession.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/terminal/support/Pixels.h"
-#include "tests/terminal/support/ProgramFixture.h"
+#include "tests/terminal/support/TerminalProgramFixture.h"
 
 #include <gmock/gmock.h>
 
@@ -48,6 +48,18 @@ TEST_F(Program, TellsThatAWindowNeedsADisplay)
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_TRUE(outcome.messages.contains(QStringLiteral("--snapshot"))) << qPrintable(outcome.messages);
 }
+
+#ifndef Q_OS_MACOS // whose time-zone data cannot be hidden from a program
+TEST_F(Program, DrawsNothingByTheClockOfAnotherTimeZone)
+{
+    const QTemporaryDir noTimeZones;
+    m_environment.insert(QStringLiteral("TZDIR"), noTimeZones.path());
+    const Outcome outcome = snapshot({});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.messages.contains(QStringLiteral("Asia/Shanghai"))) << qPrintable(outcome.messages);
+    EXPECT_FALSE(QFile::exists(picture()));
+}
+#endif
 
 TEST_F(Program, RefusesAWrongOptionValue)
 {
