@@ -3,6 +3,8 @@
 #include "terminal/data/Bar.h"
 #include "terminal/data/Loaded.h"
 
+#include <cstdint>
+
 namespace Terminal {
 
 /// Reads daily bars: a file of `date,open,high,low,close,volume`, dates yyyymmdd, each day later than

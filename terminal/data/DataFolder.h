@@ -6,7 +6,9 @@
 
 #include <QDir>
 
+#include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace Terminal {
 

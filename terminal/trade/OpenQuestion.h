@@ -4,6 +4,7 @@
 #include <QString>
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 
 namespace Terminal {
@@ -21,7 +22,7 @@ public:
 
     explicit OpenQuestion(Send send);
 
-    void setTimeout(int milliseconds) { m_timeout.setInterval(milliseconds); }
+    void setTimeout(std::chrono::milliseconds patience) { m_timeout.setInterval(patience); }
 
     void ask();
     /// Asks at once; the answer to what is open now is not waited for any longer.

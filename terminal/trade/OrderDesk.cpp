@@ -13,8 +13,8 @@ namespace {
 
 using namespace TradeChart;
 
-constexpr int defaultTimeout = 3000;
-constexpr int heartbeatMilliseconds = 3000; ///< notifications are not receipts: some may be lost
+constexpr std::chrono::seconds defaultTimeout(3);
+constexpr std::chrono::seconds heartbeat(3); ///< notifications are not receipts: some may be lost
 
 QString textOf(const QJsonObject &object, const char *key)
 {
@@ -51,7 +51,7 @@ OrderDesk::OrderDesk(QObject *parent)
 {
     using LocalCommunication::EndPoint;
     setTimeout(defaultTimeout);
-    m_heartbeat.setInterval(heartbeatMilliseconds);
+    m_heartbeat.setInterval(heartbeat);
     connect(&m_heartbeat, &QTimer::timeout, this, &OrderDesk::refresh);
     connect(&m_endPoint, &EndPoint::ready, this, &OrderDesk::askAnew);
     connect(&m_endPoint, &EndPoint::messageReceived, this, &OrderDesk::handleMessage);
@@ -60,11 +60,11 @@ OrderDesk::OrderDesk(QObject *parent)
     }
 }
 
-void OrderDesk::setTimeout(int milliseconds)
+void OrderDesk::setTimeout(std::chrono::milliseconds patience)
 {
-    m_timeout = milliseconds;
-    m_ordersQuestion.setTimeout(milliseconds);
-    m_accountQuestion.setTimeout(milliseconds);
+    m_timeout = patience;
+    m_ordersQuestion.setTimeout(patience);
+    m_accountQuestion.setTimeout(patience);
 }
 
 void OrderDesk::start(const QString &address)

@@ -6,6 +6,11 @@
 #include "trading/Question.h"
 
 #include <QHash>
+#include <QTimer>
+
+#include <chrono>
+#include <functional>
+#include <optional>
 
 namespace Terminal {
 
@@ -48,8 +53,8 @@ public:
     /// quotes of a replay, is sent on it, too.
     LocalCommunication::EndPoint *endPoint() { return &m_endPoint; }
 
-    /// How long an answer is waited for; 3000 at first.
-    void setTimeout(int milliseconds);
+    /// How long an answer is waited for; three seconds at first.
+    void setTimeout(std::chrono::milliseconds patience);
 
     /// Chooses whose orders are asked for: those of `day`, or of today when there is none. Those known so far
     /// are forgotten when it is another security or day.
@@ -92,7 +97,6 @@ private:
         bool isLate = false; ///< it was told that no answer came
     };
 
-    bool isWatching() const { return m_heartbeat.isActive(); }
     /// A question as it goes out, and the id that its answer brings back.
     struct OwnQuestion
     {
@@ -100,6 +104,7 @@ private:
         QString id;
     };
 
+    bool isWatching() const { return m_heartbeat.isActive(); }
     OwnQuestion ask(const char *command, const Security &security);
     QString send(const OwnQuestion &own);
     QString askForOrders();
@@ -115,7 +120,7 @@ private:
     LocalCommunication::EndPoint m_endPoint;
     const QString m_channel;
     int m_questionCount = 0;
-    int m_timeout = 0;
+    std::chrono::milliseconds m_timeout{0};
     QTimer m_heartbeat;
     OpenQuestion m_ordersQuestion;
     OpenQuestion m_accountQuestion;

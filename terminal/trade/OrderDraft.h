@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 
+#include <optional>
+
 namespace Terminal {
 
 /// Shares are bought and sold in lots; only a whole holding may be sold with its odd rest.

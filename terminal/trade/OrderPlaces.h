@@ -7,7 +7,7 @@ namespace Terminal {
 
 class ChartView;
 
-/// Which orders stand behind which of the marks that an overlay has drawn on a minute chart. The overlay
+/// Which orders belong to which of the marks that an overlay has drawn on a minute chart. The overlay
 /// does not tell; an order belongs to the mark that lies nearest to its minute and price.
 class OrderPlaces
 {

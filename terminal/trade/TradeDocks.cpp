@@ -6,12 +6,12 @@
 #include "terminal/plugin/UserPrompts.h"
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
+#include "terminal/trade/OutcomeText.h"
+#include "terminal/trade/TradeDock.h"
 
-#include <QAbstractButton>
 #include <QAction>
-#include <QDockWidget>
 #include <QMainWindow>
-#include <QPainter>
+#include <QPointer>
 #include <QShortcut>
 
 namespace Terminal {
@@ -21,23 +21,6 @@ namespace {
 constexpr auto buyKey = Qt::Key_F1;
 constexpr auto sellKey = Qt::Key_F2;
 constexpr auto panelKey = Qt::Key_F3;
-
-/// A cross that is sharp on screens of twice the density, too.
-QIcon crossIcon(const QColor &colour)
-{
-    constexpr int side = 12;
-    constexpr int margin = 2;
-    constexpr int density = 2;
-    QPixmap cross(side * density, side * density);
-    cross.setDevicePixelRatio(density);
-    cross.fill(Qt::transparent);
-    QPainter painter(&cross);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(colour, 1.5));
-    painter.drawLine(margin, margin, side - margin, side - margin);
-    painter.drawLine(margin, side - margin, side - margin, margin);
-    return QIcon(cross);
-}
 
 QString withKeys(const QString &text, const QStringList &keys)
 {
@@ -61,8 +44,8 @@ TradeDocks::TradeDocks(QMainWindow *window, ChartView *chart, OrderDesk *desk, U
       m_chartOrders(chart),
       m_ticket(new OrderTicket),
       m_panel(new OrdersPanel),
-      m_ticketDock(addDock("ticketDock", m_ticket, Qt::RightDockWidgetArea)),
-      m_panelDock(addDock("ordersDock", m_panel, Qt::BottomDockWidgetArea)),
+      m_ticketDock(new TradeDock("ticketDock", m_ticket, window, Qt::RightDockWidgetArea)),
+      m_panelDock(new TradeDock("ordersDock", m_panel, window, Qt::BottomDockWidgetArea)),
       m_ticketAction(m_ticketDock->toggleViewAction()),
       m_panelAction(m_panelDock->toggleViewAction())
 {
@@ -73,26 +56,13 @@ TradeDocks::TradeDocks(QMainWindow *window, ChartView *chart, OrderDesk *desk, U
     wireDesk();
     connect(chart, &ChartView::dataChanged, this, &TradeDocks::showChart);
     connect(chart, &ChartView::barsAppended, this, &TradeDocks::showLastPrice);
-    for (QDockWidget *const dock : {m_ticketDock, m_panelDock}) {
+    for (TradeDock *const dock : {m_ticketDock, m_panelDock}) {
         connect(dock, &QDockWidget::visibilityChanged, this, &TradeDocks::watchWhenShown);
     }
     showTexts();
 }
 
 TradeDocks::~TradeDocks() = default;
-
-QDockWidget *TradeDocks::addDock(const char *name, QWidget *content, Qt::DockWidgetArea area)
-{
-    auto *const dock = new QDockWidget(m_window);
-    dock->setObjectName(QLatin1String(name));
-    dock->setFeatures(QDockWidget::DockWidgetClosable);
-    dock->setContextMenuPolicy(Qt::PreventContextMenu);
-    content->setAutoFillBackground(true);
-    dock->setWidget(content);
-    m_window->addDockWidget(area, dock);
-    dock->hide();
-    return dock;
-}
 
 void TradeDocks::addShortcuts()
 {
@@ -162,16 +132,8 @@ void TradeDocks::openTicket(Direction side)
 void TradeDocks::setTheme(const ChartTheme &theme)
 {
     m_panel->setTheme(theme);
-    const QPalette colours = widgetPalette(theme);
-    for (QDockWidget *const dock : {m_ticketDock, m_panelDock}) {
-        dock->setPalette(colours);
-        for (QWidget *const widget : dock->findChildren<QWidget *>()) {
-            widget->setPalette(colours); // a style sheet keeps a window's palette from its children
-        }
-        // The style's own cross is black and grey on every theme.
-        dock->findChild<QAbstractButton *>(QStringLiteral("qt_dockwidget_closebutton"))
-            ->setIcon(crossIcon(theme.text));
-    }
+    m_ticketDock->setTheme(theme);
+    m_panelDock->setTheme(theme);
 }
 
 void TradeDocks::setAmountsHidden(bool hidden)
@@ -239,10 +201,11 @@ void TradeDocks::showFacts()
 
 void TradeDocks::sendOrder(const OrderRequest &order)
 {
-    m_ticket->showResult(tr("Sent: %1").arg(orderSummary(order, m_hidesAmounts)), OrderTicket::Tone::Plain);
+    m_ticket->showResult(OutcomeText::sent(order, m_hidesAmounts), OrderTicket::Tone::Plain);
     m_desk.place(order);
 }
 
+/// A plan's orders are told by who has made the plan.
 void TradeDocks::tellPlaced(const OrderRequest &order, const DeskOutcome &outcome)
 {
     if (order.origin != OrderOrigin::Hand) {
@@ -251,62 +214,23 @@ void TradeDocks::tellPlaced(const OrderRequest &order, const DeskOutcome &outcom
     if (!outcome.isLate) {
         m_ticket->endSending();
     }
-    const QString what = orderSummary(order, m_hidesAmounts);
-    const auto tell = [this](const QString &text, OrderTicket::Tone tone) {
-        m_ticket->showResult(text, tone);
-        m_prompts->show(text);
-    };
-    switch (outcome.kind) {
-    case DeskOutcome::Kind::Accepted:
-        tell(tr("%1: accepted, number %2").arg(what, outcome.text), OrderTicket::Tone::Good);
-        break;
-    case DeskOutcome::Kind::Refused:
-        tell(tr("%1: refused: %2").arg(what, outcome.text), OrderTicket::Tone::Bad);
-        break;
-    case DeskOutcome::Kind::NotSent:
-        tell(tr("%1: not sent, there is no connection to the trading module").arg(what),
-             OrderTicket::Tone::Bad);
-        break;
-    case DeskOutcome::Kind::NoAnswer:
-        tell(tr("%1: no answer yet; look at the list of orders before you send it again").arg(what),
-             OrderTicket::Tone::Bad);
-        break;
-    }
+    const bool isPlaced = outcome.kind == DeskOutcome::Kind::Accepted;
+    const QString text = OutcomeText::placed(order, outcome, m_hidesAmounts);
+    m_ticket->showResult(text, isPlaced ? OrderTicket::Tone::Good : OrderTicket::Tone::Bad);
+    m_prompts->show(text);
 }
 
-/// The question shows everything, also while amounts are hidden: the user has to know what he cancels.
 void TradeDocks::askToCancel(const OrderRecord &order)
 {
-    const QStringList lines{
-        tr("Cancel this order?"),
-        QStringLiteral("%1 %2").arg(order.security.name, order.security.code),
-        orderSummary({order.security, order.side, order.price, order.quantity}, false),
-        tr("Dealt so far: %1").arg(order.dealt),
-        tr("Number: %1").arg(order.number),
-    };
     const QPointer<TradeDocks> self(this); // the window may be closed while the user is asked
-    if (m_prompts->confirm(lines.join(QLatin1Char('\n'))) && self) {
+    if (m_prompts->confirm(OutcomeText::cancelQuestion(order)) && self) {
         m_desk.cancel(order);
     }
 }
 
 void TradeDocks::tellCancelled(const OrderRecord &order, const DeskOutcome &outcome)
 {
-    switch (outcome.kind) {
-    case DeskOutcome::Kind::Accepted:
-        m_prompts->show(outcome.text);
-        break;
-    case DeskOutcome::Kind::Refused:
-        m_prompts->show(tr("Order %1 is not cancelled: %2").arg(order.number, outcome.text));
-        break;
-    case DeskOutcome::Kind::NotSent:
-        m_prompts->show(
-            tr("Order %1 is not cancelled: there is no connection to the trading module").arg(order.number));
-        break;
-    case DeskOutcome::Kind::NoAnswer:
-        m_prompts->show(tr("No answer yet to the cancellation of order %1").arg(order.number));
-        break;
-    }
+    m_prompts->show(OutcomeText::cancelled(order, outcome));
 }
 
 } // namespace Terminal

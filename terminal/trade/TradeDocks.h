@@ -6,15 +6,16 @@
 #include "terminal/trade/OrderDraft.h"
 
 #include <functional>
+#include <optional>
 
 class QAction;
-class QDockWidget;
 class QMainWindow;
 
 namespace Terminal {
 
 class OrdersPanel;
 class OrderTicket;
+class TradeDock;
 class UserPrompts;
 
 /// Trading from the chart: the order ticket right of it and the orders-and-positions panel below, both
@@ -56,7 +57,6 @@ public:
     void showChart();
 
 private:
-    QDockWidget *addDock(const char *name, QWidget *content, Qt::DockWidgetArea area);
     void addShortcuts();
     void wireTicket();
     void wirePanel();
@@ -81,8 +81,8 @@ private:
     ChartOrders m_chartOrders;
     OrderTicket *m_ticket;
     OrdersPanel *m_panel;
-    QDockWidget *m_ticketDock;
-    QDockWidget *m_panelDock;
+    TradeDock *m_ticketDock;
+    TradeDock *m_panelDock;
     QAction *m_ticketAction;
     QAction *m_panelAction;
 };

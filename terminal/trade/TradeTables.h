@@ -4,6 +4,8 @@
 #include "terminal/trade/RecordTable.h"
 #include "terminal/trade/TradeRecords.h"
 
+#include <optional>
+
 namespace Terminal {
 
 /// What is held, and what it comes to at the price that the chart shows last.

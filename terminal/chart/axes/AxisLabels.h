@@ -4,6 +4,8 @@
 
 #include <qwt_scale_draw.h>
 
+#include <vector>
+
 namespace Terminal {
 
 /// Labels of the price axis; only labels, the grid shows where they belong.

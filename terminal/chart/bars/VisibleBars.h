@@ -5,6 +5,8 @@
 
 #include <qwt_series_data.h>
 
+#include <vector>
+
 namespace Terminal {
 
 /// What a pixel column of the chart shows: one bar, or all bars that fall into it as one.

@@ -17,9 +17,9 @@ struct DrawnMark
     GlyphNumber glyph = 0;
     int count = 1;
     QRectF box;
-    std::vector<QPointF> places; ///< of the marks behind it: where each would have its middle alone
+    std::vector<QPointF> places; ///< of the marks it stands for: where each would have its middle alone
 
-    /// The pixel at which the overlay answers for the mark behind it that is nearest to a position, along
+    /// The pixel at which the overlay answers for the mark in it that is nearest to a position, along
     /// the bars first.
     QPointF targetNear(const QPointF &position) const;
 };
@@ -36,7 +36,7 @@ public:
     const DrawnMark *markAt(const QPointF &position) const;
 
     /// Where to tell the overlay that it was clicked, for a pointer at `position`: the place of the
-    /// nearest mark behind the glyph there. Nothing when there is no glyph.
+    /// nearest mark that the glyph there stands for. Nothing when there is no glyph.
     std::optional<QPointF> targetAt(const QPointF &position) const;
 
 private:

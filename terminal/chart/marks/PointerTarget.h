@@ -14,7 +14,7 @@ namespace Terminal {
 struct ClickableMark
 {
     GlyphNumber glyph = 0;
-    int count = 1; ///< marks behind the glyph
+    int count = 1; ///< marks that the glyph stands for
     int layer = 0; ///< of the overlay that drew it: tells marks at one place apart
     QRectF box;
     /// Does what a click on it does; may run menus and dialogs before it returns.

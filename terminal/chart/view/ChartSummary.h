@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <vector>
+
 namespace Terminal {
 
 class ChartView;

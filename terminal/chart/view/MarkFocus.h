@@ -13,7 +13,7 @@ class ChartView;
 class PointerTarget;
 struct ClickableMark;
 
-/// The mark of a chart that the keyboard is on: it goes from mark to mark, from left to right, wears a ring
+/// The mark of a chart that the keyboard is on: it goes from mark to mark, from left to right, has a ring
 /// and carries the crosshair. It stays with its mark when the view moves.
 class MarkFocus
 {

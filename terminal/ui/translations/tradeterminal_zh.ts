@@ -471,50 +471,6 @@
         <source>Order ticket: buy, sell</source>
         <translation>下单：买入、卖出</translation>
     </message>
-    <message>
-        <source>Sent: %1</source>
-        <translation>已发送：%1</translation>
-    </message>
-    <message>
-        <source>%1: accepted, number %2</source>
-        <translation>%1：已受理，委托编号 %2</translation>
-    </message>
-    <message>
-        <source>%1: refused: %2</source>
-        <translation>%1：被拒绝：%2</translation>
-    </message>
-    <message>
-        <source>%1: not sent, there is no connection to the trading module</source>
-        <translation>%1：未发送，没有连接到交易模块</translation>
-    </message>
-    <message>
-        <source>%1: no answer yet; look at the list of orders before you send it again</source>
-        <translation>%1：尚无应答；再次下单前请先核对委托列表</translation>
-    </message>
-    <message>
-        <source>Cancel this order?</source>
-        <translation>撤销此委托？</translation>
-    </message>
-    <message>
-        <source>Dealt so far: %1</source>
-        <translation>已成交：%1</translation>
-    </message>
-    <message>
-        <source>Number: %1</source>
-        <translation>委托编号：%1</translation>
-    </message>
-    <message>
-        <source>Order %1 is not cancelled: %2</source>
-        <translation>委托 %1 未撤销：%2</translation>
-    </message>
-    <message>
-        <source>Order %1 is not cancelled: there is no connection to the trading module</source>
-        <translation>委托 %1 未撤销：没有连接到交易模块</translation>
-    </message>
-    <message>
-        <source>No answer yet to the cancellation of order %1</source>
-        <translation>委托 %1 的撤单尚无应答</translation>
-    </message>
 </context>
 <context>
     <name>Terminal::TradeModuleProcess</name>
@@ -673,6 +629,53 @@
     <message>
         <source>Cancel this order…</source>
         <translation>撤销此委托…</translation>
+    </message>
+</context>
+<context>
+    <name>OutcomeText</name>
+    <message>
+        <source>Sent: %1</source>
+        <translation>已发送：%1</translation>
+    </message>
+    <message>
+        <source>%1: accepted, number %2</source>
+        <translation>%1：已受理，委托编号 %2</translation>
+    </message>
+    <message>
+        <source>%1: refused: %2</source>
+        <translation>%1：被拒绝：%2</translation>
+    </message>
+    <message>
+        <source>%1: not sent, there is no connection to the trading module</source>
+        <translation>%1：未发送，没有连接到交易模块</translation>
+    </message>
+    <message>
+        <source>%1: no answer yet; look at the list of orders before you send it again</source>
+        <translation>%1：尚无应答；再次下单前请先核对委托列表</translation>
+    </message>
+    <message>
+        <source>Cancel this order?</source>
+        <translation>撤销此委托？</translation>
+    </message>
+    <message>
+        <source>Dealt so far: %1</source>
+        <translation>已成交：%1</translation>
+    </message>
+    <message>
+        <source>Number: %1</source>
+        <translation>委托编号：%1</translation>
+    </message>
+    <message>
+        <source>Order %1 is not cancelled: %2</source>
+        <translation>委托 %1 未撤销：%2</translation>
+    </message>
+    <message>
+        <source>Order %1 is not cancelled: there is no connection to the trading module</source>
+        <translation>委托 %1 未撤销：没有连接到交易模块</translation>
+    </message>
+    <message>
+        <source>No answer yet to the cancellation of order %1</source>
+        <translation>委托 %1 的撤单尚无应答</translation>
     </message>
 </context>
 </TS>

@@ -11,6 +11,8 @@
 namespace Terminal {
 namespace {
 
+using namespace std::chrono_literals;
+
 using Kind = DeskOutcome::Kind;
 
 const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};
@@ -114,7 +116,7 @@ TEST_F(Desk, TellsWhyAnOrderIsRefused)
 
 TEST_F(Desk, TellsThatNoAnswerCameAndTellsALateAnswer)
 {
-    m_desk.setTimeout(50);
+    m_desk.setTimeout(50ms);
     m_desk.place({moutai, Direction::Buy, 1700, 100});
     ASSERT_TRUE(waitUntil([this] { return m_placed.size() == 1; }));
     EXPECT_EQ(m_placed.front().kind, Kind::NoAnswer);
@@ -162,7 +164,7 @@ TEST_F(Desk, TellsThatNothingWasSentWithoutABus)
 
 TEST_F(Desk, KnowsWhetherTheModuleAnswers)
 {
-    m_desk.setTimeout(300);
+    m_desk.setTimeout(300ms);
     m_module.setSilent(QStringLiteral("AccountInfo"));
     m_desk.refresh();
     ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
@@ -192,7 +194,7 @@ TEST_F(Desk, IsUpToDateWhenAllIsAnswered)
 
 TEST_F(Desk, AsksAnewWhileAQuestionIsOpenThatNobodyHeard)
 {
-    m_desk.setTimeout(60000);
+    m_desk.setTimeout(1min);
     m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
     const size_t before = countOf("EntrustTodayTrade");
     m_desk.refresh();

@@ -17,6 +17,8 @@
 namespace Terminal {
 namespace {
 
+using namespace std::chrono_literals;
+
 class Docks : public WindowFixture
 {
 protected:
@@ -53,12 +55,12 @@ TEST_F(Docks, GetsTheNextOrderOfTheTicketWhenTheOneBeforeHasEnded)
         trade.ticket()->setPrice(last + ticks * 0.01);
         trade.ticket()->findChild<QPushButton *>(QStringLiteral("sendOrder"))->click();
     };
-    trade.desk()->setTimeout(100);
+    trade.desk()->setTimeout(100ms);
     send(1); // no answer comes
     send(2);
     ASSERT_TRUE(waitUntil([&] { return isTold(trade, "bad"); }));
     ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 1));
-    trade.desk()->setTimeout(60000);
+    trade.desk()->setTimeout(1min);
     send(3);
     ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 2));
 

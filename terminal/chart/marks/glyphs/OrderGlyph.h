@@ -18,7 +18,7 @@ constexpr EdgeClamp edgeClamps[] = {EdgeClamp::None, EdgeClamp::AtTop, EdgeClamp
 constexpr double orderGlyphSize = 16;
 
 /// The mark of an order at its price: it points up for a buy and down for a sell, and is filled as far
-/// as the order is dealt. One whose price is off the scale wears an arrowhead towards that edge.
+/// as the order is dealt. One whose price is off the scale has an arrowhead towards that edge.
 class OrderGlyph : public MarkerGlyph
 {
 public:
