@@ -131,7 +131,7 @@ void MainWindow::changeEvent(QEvent *event)
 void MainWindow::applyLanguage()
 {
     m_language.set(m_options.language);
-    const QLocale::Language language = ProgramLanguage::localeLanguage(m_options.language);
+    const QLocale::Language language = InterfaceLanguage::localeLanguage(m_options.language);
     m_readout->setLanguage(language);
     m_chart->setLanguage(language);
     QEvent change(

@@ -4,7 +4,7 @@
 #include "terminal/options/TerminalOptions.h"
 #include "terminal/plugin/OverlayHost.h"
 #include "terminal/services/Gate.h"
-#include "terminal/ui/ProgramLanguage.h"
+#include "terminal/ui/InterfaceLanguage.h"
 #include "terminal/ui/WindowPrompts.h"
 
 #include <QByteArray>
@@ -94,7 +94,7 @@ private:
     TradingSession *m_session;
     TerminalOptions m_options;
     QByteArray m_screenId;
-    ProgramLanguage m_language;
+    InterfaceLanguage m_language;
     QString m_loadError;
     ChartView *m_chart;
     ReadoutBar *m_readout;

@@ -85,17 +85,16 @@ std::optional<Venue> venueStarting(const VenueTable &table, const QString &text)
 
 /// The market's word if there is one, else the holder, else the code. A bare number in the market column
 /// says nothing: brokers do not agree on its meaning.
-std::optional<Venue> venueOf(const CellValue::Code &code, const StatementColumns &columns,
-                             const QStringList &cells)
+std::optional<Venue> venueOf(const CellValue::Code &code, const StatementRow &row)
 {
-    const QString column = CellValue::cleaned(columns.cell(Column::Market, cells));
+    const QString column = CellValue::cleaned(row.cell(Column::Market));
     if (const auto venue = venueContaining(column)) {
         return venue;
     }
     if (const auto venue = venueContaining(code.market)) {
         return venue;
     }
-    const QString holder = CellValue::cleaned(columns.cell(Column::Holder, cells));
+    const QString holder = CellValue::cleaned(row.cell(Column::Holder));
     if (const auto venue = venueStarting(holderStarts(), holder.toUpper())) {
         return venue;
     }
@@ -121,24 +120,25 @@ SecurityId securityByName(const QString &name, const QHash<QString, SecurityId> 
 
 } // namespace
 
-std::optional<SecurityId> securityOfRow(const StatementColumns &columns, const QStringList &cells,
+std::optional<SecurityId> securityOfRow(const StatementRow &row,
                                         const QHash<QString, SecurityId> &securitiesByName)
 {
-    if (!columns.has(Column::Code)) {
-        return securityByName(CellValue::cleaned(columns.cell(Column::Name, cells)), securitiesByName);
+    if (!row.has(Column::Code)) {
+        return securityByName(CellValue::cleaned(row.cell(Column::Name)), securitiesByName);
     }
-    const QString cell = columns.cell(Column::Code, cells);
+    const QString cell = row.cell(Column::Code);
     const std::optional<CellValue::Code> code = CellValue::code(cell);
     if (!code) {
         throw Error(translated("\"%1\" is no code of a security").arg(CellValue::cleaned(cell)));
     }
-    return securityAt(venueOf(*code, columns, cells), code->digits);
+    return securityAt(venueOf(*code, row), code->digits);
 }
 
 std::optional<SecurityId> securityOfCode(const QString &text)
 {
     const std::optional<CellValue::Code> code = CellValue::code(text);
-    return code ? securityAt(venueOf(*code, StatementColumns(), {}), code->digits) : std::nullopt;
+    const StatementColumns columns; // none: the code alone tells the market
+    return code ? securityAt(venueOf(*code, StatementRow(columns, {})), code->digits) : std::nullopt;
 }
 
 QHash<QString, SecurityId> readSecurityList(const QString &path)

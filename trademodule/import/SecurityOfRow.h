@@ -1,7 +1,7 @@
 #pragma once
 
 #include "trademodule/SharedTypes.h"
-#include "trademodule/import/StatementColumns.h"
+#include "trademodule/import/StatementRow.h"
 
 #include <QHash>
 #include <QStringList>
@@ -12,7 +12,7 @@ namespace TradeModule {
 
 /// The security of a statement's row: by its code, or where the statement has none by its name in a list
 /// that the user gave. An Error when neither can be read; nothing when it is traded on another market.
-std::optional<SecurityId> securityOfRow(const StatementColumns &columns, const QStringList &cells,
+std::optional<SecurityId> securityOfRow(const StatementRow &row,
                                         const QHash<QString, SecurityId> &securitiesByName);
 
 /// The security of a code that a person wrote: 600000, SH600000 or 600000.SH; nothing when it is none of

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "trademodule/import/ReadOptions.h"
 #include "trademodule/ledger/Execution.h"
 
 #include <QHash>
@@ -10,14 +11,7 @@
 
 namespace TradeModule {
 
-/// What a user adds to a statement that does not tell everything.
-struct ReadOptions
-{
-    std::optional<TradingDate> date;             ///< for a statement without a date column
-    QHash<QString, SecurityId> securitiesByName; ///< for a statement without a code column
-};
-
-/// A line that can not be read, and why.
+/// A line that cannot be read, and why.
 struct BadRow
 {
     int line;

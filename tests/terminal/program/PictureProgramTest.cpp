@@ -5,7 +5,7 @@
 #include "terminal/session/TradingSession.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/terminal/support/Pixels.h"
-#include "tests/terminal/support/ProgramFixture.h"
+#include "tests/terminal/support/TerminalProgramFixture.h"
 
 #include <gmock/gmock.h>
 

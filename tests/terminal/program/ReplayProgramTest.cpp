@@ -6,7 +6,7 @@
 #include "terminal/ui/MainWindow.h"
 #include "tests/support/TimeZone.h"
 #include "tests/terminal/support/Pixels.h"
-#include "tests/terminal/support/ProgramFixture.h"
+#include "tests/terminal/support/TerminalProgramFixture.h"
 
 #include <gmock/gmock.h>
 

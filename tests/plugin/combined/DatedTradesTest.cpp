@@ -44,7 +44,7 @@ struct Walk
     const char *below;
 };
 
-class TradeMarksWalk : public ::testing::TestWithParam<Walk>
+class DatedTradesWalk : public ::testing::TestWithParam<Walk>
 {
 protected:
     static std::string letters(const Marks &marks)
@@ -60,7 +60,7 @@ protected:
     }
 };
 
-TEST_P(TradeMarksWalk, MarksTheBars)
+TEST_P(DatedTradesWalk, MarksTheBars)
 {
     const std::size_t count = GetParam().barTimes.size();
     const std::vector<Korvane::AnalyData> bars(count, makeDayBar(20240102, 9, 11, 10));
@@ -73,7 +73,7 @@ TEST_P(TradeMarksWalk, MarksTheBars)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Trades, TradeMarksWalk,
+    Trades, DatedTradesWalk,
     ::testing::Values(
         Walk{"OfNoTrades", {100, 200}, {}, "--", "--"}, Walk{"OverNoBars", {}, {buy(1, 10)}, "", ""},
         Walk{"OntoTheBarThatEndsAtTheirTime", {100, 200, 300}, {buy(200, 10)}, "-B-", "---"},
@@ -107,7 +107,7 @@ INSTANTIATE_TEST_SUITE_P(
         Walk{"SkippingBarsThatStepBack", {100, 50, 200}, {buy(100, 10), buy(150, 10)}, "B-B", "---"}),
     ByName());
 
-TEST(TradeMarks, TakesACloseThatIsNoNumberAsReached)
+TEST(DatedTrades, TakeACloseThatIsNoNumberAsReached)
 {
     const std::vector<Korvane::AnalyData> bars = {makeDayBar(20240102, 9, 11, unmarked)};
     const std::int64_t time = 100;
@@ -130,14 +130,14 @@ std::vector<std::int64_t> timesOf(const std::vector<trade_cj> &trades)
 const std::vector<trade_cj> aroundMidnight = {buy(20240103000001, 10), buy(20240102235959, 10),
                                               sell(20240103000000, 10), buy(0, 10), sell(20240104093000, 10)};
 
-TEST(TradeMarks, DropTheTradesFromTheBeginOfTodayOn)
+TEST(DatedTrades, AreDroppedFromTheBeginOfTodayOn)
 {
     std::vector<trade_cj> trades = aroundMidnight;
     dropTodays(trades, 20240103);
     EXPECT_THAT(timesOf(trades), ElementsAre(20240102235959, 0));
 }
 
-TEST(TradeMarks, DropTheTradesBeforeToday)
+TEST(DatedTrades, AreDroppedBeforeToday)
 {
     std::vector<trade_cj> trades = aroundMidnight;
     dropPast(trades, 20240103);
@@ -152,11 +152,11 @@ struct Click
     bool isListed;
 };
 
-class TradeMarksClick : public ::testing::TestWithParam<Click>
+class DatedTradesClick : public ::testing::TestWithParam<Click>
 {
 };
 
-TEST_P(TradeMarksClick, ListsTheTradesBehindTheMarker)
+TEST_P(DatedTradesClick, ListsTheTradesBehindTheMarker)
 {
     EXPECT_EQ(isListed(GetParam().trade, GetParam().marker), GetParam().isListed);
 }
@@ -167,7 +167,7 @@ constexpr ClickedMarker clicked(TradeMarker kind, bool isAbove)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Clicks, TradeMarksClick,
+    Clicks, DatedTradesClick,
     ::testing::Values(Click{"AtTheEndOfTheBarBefore", clicked(TradeMarker::Both, true), buy(100, 10), true},
                       Click{"AtTheEndOfTheBar", clicked(TradeMarker::Both, true), buy(200, 10), true},
                       Click{"BeforeTheBar", clicked(TradeMarker::Both, true), buy(99, 10), false},
@@ -183,14 +183,14 @@ INSTANTIATE_TEST_SUITE_P(
                       Click{"NoneAtTheCloseBelow", clicked(TradeMarker::Both, false), buy(150, 10), false}),
     ByName());
 
-TEST(TradeMarks, ListsATradeAtTheEndOfABarOnTheNextBarToo)
+TEST(DatedTrades, AtTheEndOfABarAreListedOnTheNextBarToo)
 {
     const trade_cj trade = buy(200, 10);
     EXPECT_TRUE(isListed(trade, {TradeMarker::Buys, true, 10, 100, 200}));
     EXPECT_TRUE(isListed(trade, {TradeMarker::Buys, true, 10, 200, 300}));
 }
 
-TEST(TradeMarks, ShowsTheMarkerOfBothSidesFirstThenBuys)
+TEST(DatedTrades, ShowTheMarkerOfBothSidesFirstThenBuys)
 {
     Marks marks(4);
     marks.both[0] = marks.buys[0] = marks.sells[0] = marked;

@@ -1,4 +1,4 @@
-#include "tradechartobject/common/TradeRequest.h"
+#include "tradechartobject/common/OverlayQuestion.h"
 
 #include "tradechartobject/common/Security.h"
 #include "tradechartobject/common/TradeVocabulary.h"

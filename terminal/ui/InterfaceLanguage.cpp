@@ -1,4 +1,4 @@
-#include "terminal/ui/ProgramLanguage.h"
+#include "terminal/ui/InterfaceLanguage.h"
 
 #include <QCoreApplication>
 #include <QLibraryInfo>
@@ -11,7 +11,7 @@ static void useTranslations()
 
 namespace Terminal {
 
-void ProgramLanguage::set(const QString &word)
+void InterfaceLanguage::set(const QString &word)
 {
     useTranslations();
     QCoreApplication::removeTranslator(&m_own);
@@ -27,7 +27,7 @@ void ProgramLanguage::set(const QString &word)
     }
 }
 
-QLocale::Language ProgramLanguage::localeLanguage(const QString &word)
+QLocale::Language InterfaceLanguage::localeLanguage(const QString &word)
 {
     return word == QLatin1String("zh") ? QLocale::Chinese : QLocale::English;
 }

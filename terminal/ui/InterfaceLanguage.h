@@ -7,7 +7,7 @@
 namespace Terminal {
 
 /// The language of the program's own texts. Widgets hear of a change by QEvent::LanguageChange.
-class ProgramLanguage
+class InterfaceLanguage
 {
 public:
     /// "zh" or "en".

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "trademodule/import/StatementColumns.h"
+
+namespace TradeModule {
+
+/// A line of a statement under its header.
+class StatementRow
+{
+public:
+    /// The columns stay the caller's and outlive this object.
+    StatementRow(const StatementColumns &columns, QStringList cells)
+        : m_columns(columns),
+          m_cells(std::move(cells))
+    {
+    }
+
+    const StatementColumns &columns() const { return m_columns; }
+    const QStringList &allCells() const { return m_cells; }
+
+    bool has(Column column) const { return m_columns.has(column); }
+    /// The cell of the best column of a meaning; empty when there is none.
+    QString cell(Column column) const { return m_columns.cell(column, m_cells); }
+    /// The cells of all columns of a meaning.
+    QStringList cells(Column column) const { return m_columns.cells(column, m_cells); }
+
+private:
+    const StatementColumns &m_columns;
+    const QStringList m_cells;
+};
+
+} // namespace TradeModule
