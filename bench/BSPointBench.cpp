@@ -81,7 +81,7 @@ struct Chart
     std::unique_ptr<BSPoint> overlay;
 };
 
-void CalcIt(benchmark::State &state)
+void pointsCalcIt(benchmark::State &state)
 {
     Chart chart;
     chart.calc();
@@ -112,9 +112,12 @@ void CalcIt(benchmark::State &state)
     };
     Paired(state).run(floor, [&] { chart.calc(); });
 }
-BENCHMARK(CalcIt)->Name("calcIt/100k_bars_10k_trading_days")->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(pointsCalcIt)
+    ->Name("calcIt/100k_bars_10k_trading_days")
+    ->UseManualTime()
+    ->Unit(benchmark::kMicrosecond);
 
-void HistoryAnswer(benchmark::State &state)
+void historyAnswer(benchmark::State &state)
 {
     Chart chart;
     chart.calc();
@@ -133,31 +136,31 @@ void HistoryAnswer(benchmark::State &state)
         },
         [&] { chart.hear(longAnswer()); });
 }
-BENCHMARK(HistoryAnswer)
+BENCHMARK(historyAnswer)
     ->Name("HistoryTrade/100k_rows_beside_fromJson")
     ->UseManualTime()
     ->Iterations(9)
     ->Unit(benchmark::kMillisecond);
 
-void PaintIt(benchmark::State &state)
+void pointsPaintIt(benchmark::State &state)
 {
     Chart chart;
     chart.calc();
     chart.hear(longAnswer());
     timePaintIt(state, *chart.overlay);
 }
-BENCHMARK(PaintIt)->Name("paintIt/100k_bars")->UseManualTime();
+BENCHMARK(pointsPaintIt)->Name("paintIt/100k_bars")->UseManualTime();
 
-void HitTest(benchmark::State &state)
+void pointsHitTest(benchmark::State &state)
 {
     Chart chart;
     chart.calc();
     chart.hear(longAnswer());
     timeHitTest(state, *chart.overlay, chart.axis, static_cast<double>(state.range(0)) * 10.0, 0.0);
 }
-BENCHMARK(HitTest)->Name("hitTest/at_bar")->Arg(0)->Arg(50000)->Arg(99990)->UseManualTime();
+BENCHMARK(pointsHitTest)->Name("hitTest/at_bar")->Arg(0)->Arg(50000)->Arg(99990)->UseManualTime();
 
-void MemoryPerTrade(benchmark::State &state)
+void memoryPerTrade(benchmark::State &state)
 {
     double bytes = 0.0;
     for (auto _ : state) {
@@ -170,6 +173,6 @@ void MemoryPerTrade(benchmark::State &state)
     state.counters["bytes_per_trade"] = bytes / tradeCount;
     state.counters["ratio"] = bytes / tradeCount / sizeof(TradeChart::trade_cj);
 }
-BENCHMARK(MemoryPerTrade)->Name("memory/100k_trades_on_10k_days")->Iterations(1);
+BENCHMARK(memoryPerTrade)->Name("memory/100k_trades_on_10k_days")->Iterations(1);
 
 } // namespace

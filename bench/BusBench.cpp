@@ -33,14 +33,14 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int QuestionBytes = 200;
-constexpr int AnswerBytes = 2000;
-constexpr int Rounds = 15;
-constexpr int RequestsPerRound = 2000;
+constexpr int questionBytes = 200;
+constexpr int answerBytes = 2000;
+constexpr int measuredRounds = 15;
+constexpr int requestsPerRound = 2000;
 
-constexpr int CrowdSize = 1000;
-constexpr int CrowdRounds = 5;
-constexpr int Notifications = 20;
+constexpr int crowdSize = 1000;
+constexpr int crowdRounds = 5;
+constexpr int notifications = 20;
 
 /// Every process on one core: pure work, without the time that a sleeping core takes to wake up.
 bool pinToOneCore()
@@ -112,7 +112,7 @@ void respond(const QString &address, int lifeline)
     const QSocketNotifier end(lifeline, QSocketNotifier::Read);
     QObject::connect(&end, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
     EndPoint endPoint(nullptr);
-    const QByteArray answer(AnswerBytes, 'a');
+    const QByteArray answer(answerBytes, 'a');
     QObject::connect(&endPoint, &EndPoint::messageReceived, &endPoint,
                      [&](const QByteArray &topic, const QByteArray &, const QByteArray &replyChannel) {
                          endPoint.sendMessage(replyChannel, topic, answer);
@@ -134,8 +134,8 @@ struct Path
 void measureRound(Path &path)
 {
     std::vector<double> times;
-    times.reserve(RequestsPerRound);
-    for (int i = 0; i < RequestsPerRound; ++i) {
+    times.reserve(requestsPerRound);
+    for (int i = 0; i < requestsPerRound; ++i) {
         times.push_back(microseconds(path.roundTrip));
     }
     path.medians.push_back(median(times));
@@ -145,7 +145,7 @@ void measureRound(Path &path)
 /// The order rotates, so that no path always follows the same one.
 void measure(std::vector<Path> &paths)
 {
-    for (std::size_t round = 0; round < Rounds; ++round) {
+    for (std::size_t round = 0; round < measuredRounds; ++round) {
         for (std::size_t i = 0; i < paths.size(); ++i) {
             measureRound(paths[(round + i) % paths.size()]);
         }
@@ -155,7 +155,7 @@ void measure(std::vector<Path> &paths)
 void printRoundTrips(const std::vector<Path> &paths, bool pinned)
 {
     std::printf("\nRound trip, %d byte question, %d byte answer: median of %d rounds of %d, %s\n",
-                QuestionBytes, AnswerBytes, Rounds, RequestsPerRound,
+                questionBytes, answerBytes, measuredRounds, requestsPerRound,
                 pinned ? "all on one core" : "NOT pinned to a core");
     std::printf("  %-34s %10s %10s %14s %10s\n", "", "p50 us", "p99 us", "x socketpair", "x relay");
     const double pair = median(paths[0].medians);
@@ -173,7 +173,7 @@ class Crowd
 public:
     Crowd()
     {
-        for (int i = 0; i < CrowdSize; ++i) {
+        for (int i = 0; i < crowdSize; ++i) {
             auto endPoint = std::make_unique<EndPoint>(nullptr);
             endPoint->subscribe("Global", "TradeNotify");
             QObject::connect(endPoint.get(), &EndPoint::ready, endPoint.get(), [this] { ++m_ready; });
@@ -219,9 +219,9 @@ class RawCrowd
 public:
     void join(const std::string &path)
     {
-        for (int i = 0; i <= CrowdSize; ++i) { // the first one sends
-            m_sockets.push_back(raw::connectTo(path));
-            raw::ask(m_sockets.back().number(), 1, 1);
+        for (int i = 0; i <= crowdSize; ++i) { // the first one sends
+            m_sockets.push_back(Raw::connectTo(path));
+            Raw::ask(m_sockets.back().number(), 1, 1);
             m_polled.push_back({m_sockets.back().number(), POLLIN, 0});
         }
     }
@@ -245,7 +245,7 @@ public:
     }
 
 private:
-    std::vector<raw::Descriptor> m_sockets;
+    std::vector<Raw::Descriptor> m_sockets;
     std::vector<pollfd> m_polled;
 };
 
@@ -253,7 +253,7 @@ template <typename Deliver>
 double medianDelivery(Deliver deliver)
 {
     std::vector<double> times;
-    for (int i = 0; i < Notifications; ++i) {
+    for (int i = 0; i < notifications; ++i) {
         times.push_back(microseconds(deliver));
     }
     return median(times);
@@ -274,22 +274,22 @@ void measureCrowd(const QString &address, const std::string &rawPath)
     std::vector<double> atOnce;
     std::vector<double> smallDelivery;
     std::vector<double> largeDelivery;
-    for (int round = 0; round < CrowdRounds; ++round) {
+    for (int round = 0; round < crowdRounds; ++round) {
         Crowd first;
         inTurn.push_back(microseconds([&] { first.joinInTurn(address); }));
         smallDelivery.push_back(
-            medianDelivery([&] { first.deliver(sender, QByteArray(QuestionBytes, 'n')); }));
-        largeDelivery.push_back(medianDelivery([&] { first.deliver(sender, QByteArray(AnswerBytes, 'n')); }));
+            medianDelivery([&] { first.deliver(sender, QByteArray(questionBytes, 'n')); }));
+        largeDelivery.push_back(medianDelivery([&] { first.deliver(sender, QByteArray(answerBytes, 'n')); }));
     }
-    for (int round = 0; round < CrowdRounds; ++round) {
+    for (int round = 0; round < crowdRounds; ++round) {
         Crowd crowd;
         atOnce.push_back(microseconds([&] { crowd.joinAtOnce(address); }));
     }
     RawCrowd bare;
     const double bareJoin = microseconds([&] { bare.join(rawPath); });
-    const double bareDelivery = medianDelivery([&] { bare.deliver(AnswerBytes); });
+    const double bareDelivery = medianDelivery([&] { bare.deliver(answerBytes); });
 
-    std::printf("\n%d endpoints in one process, median of %d rounds\n", CrowdSize, CrowdRounds);
+    std::printf("\n%d endpoints in one process, median of %d rounds\n", crowdSize, crowdRounds);
     std::printf("  %-34s %10s %14s %10s\n", "", "ms", "sockets ms", "ratio");
     printCrowdRow("connect and subscribe, in turn", median(inTurn), bareJoin);
     printCrowdRow("connect and subscribe, at once", median(atOnce), bareJoin);
@@ -301,7 +301,7 @@ void measureCrowd(const QString &address, const std::string &rawPath)
 void checkFirst(EndPoint &asker)
 {
     for (int i = 0; i < 50; ++i) {
-        if (asker.request("TradeQuery", QByteArray(QuestionBytes, 'q')).size() == AnswerBytes) {
+        if (asker.request("TradeQuery", QByteArray(questionBytes, 'q')).size() == answerBytes) {
             return;
         }
     }
@@ -322,21 +322,21 @@ int main(int argc, char *argv[])
     const std::string crowdPath =
         QFile::encodeName(directory.filePath(QStringLiteral("crowd"))).toStdString();
 
-    raw::Pair pair;
-    raw::Pair lifeline;
-    raw::Descriptor relayListener = raw::listenAt(relayPath);
-    raw::Descriptor crowdListener = raw::listenAt(crowdPath);
-    const raw::Process echo([&] {
+    Raw::Pair pair;
+    Raw::Pair lifeline;
+    Raw::Descriptor relayListener = Raw::listenAt(relayPath);
+    Raw::Descriptor crowdListener = Raw::listenAt(crowdPath);
+    const Raw::Process echo([&] {
         pair.near.close();
-        raw::answerAll(pair.far.number(), QuestionBytes, AnswerBytes);
+        Raw::answerAll(pair.far.number(), questionBytes, answerBytes);
     });
-    const raw::Process relay([&] { raw::relay(std::move(relayListener)); });
-    const raw::Descriptor relayed = raw::connectTo(relayPath);
-    const raw::Process relayedEcho(
-        [&] { raw::answerAll(raw::connectTo(relayPath).number(), QuestionBytes, AnswerBytes); });
-    const raw::Process meetingPlace(
-        [&] { raw::serveCrowd(std::move(crowdListener), CrowdSize + 1, AnswerBytes); });
-    const raw::Process responder([&] {
+    const Raw::Process relay([&] { Raw::relay(std::move(relayListener)); });
+    const Raw::Descriptor relayed = Raw::connectTo(relayPath);
+    const Raw::Process relayedEcho(
+        [&] { Raw::answerAll(Raw::connectTo(relayPath).number(), questionBytes, answerBytes); });
+    const Raw::Process meetingPlace(
+        [&] { Raw::serveCrowd(std::move(crowdListener), crowdSize + 1, answerBytes); });
+    const Raw::Process responder([&] {
         lifeline.near.close();
         respond(directory.path(), lifeline.far.number());
     });
@@ -350,10 +350,10 @@ int main(int argc, char *argv[])
     asker.setRequestTimeout(200);
     checkFirst(asker);
 
-    const QByteArray question(QuestionBytes, 'q');
+    const QByteArray question(questionBytes, 'q');
     std::vector<Path> paths{
-        {"socketpair, no broker", [&] { raw::ask(pair.near.number(), QuestionBytes, AnswerBytes); }},
-        {"bare relay process", [&] { raw::ask(relayed.number(), QuestionBytes, AnswerBytes); }},
+        {"socketpair, no broker", [&] { Raw::ask(pair.near.number(), questionBytes, answerBytes); }},
+        {"bare relay process", [&] { Raw::ask(relayed.number(), questionBytes, answerBytes); }},
         {"EndPoint::request", [&] { asker.request("TradeQuery", question); }},
     };
     measure(paths);

@@ -88,7 +88,7 @@ struct PerBar
     }
 };
 
-void CombinedCalcIt(benchmark::State &state)
+void combinedCalcIt(benchmark::State &state)
 {
     CombinedChart chart;
     if (!chart.isMarkedOnTheFirstBarOnly()) {
@@ -97,13 +97,13 @@ void CombinedCalcIt(benchmark::State &state)
     PerBar floor;
     Paired(state).run([&] { floor.write(chart.bars); }, [&] { chart.calc(); });
 }
-BENCHMARK(CombinedCalcIt)
+BENCHMARK(combinedCalcIt)
     ->Name("combined/calcIt/100k_bars_10k_trades")
     ->UseManualTime()
     ->Unit(benchmark::kMicrosecond);
 
 /// Trades with times, on every tenth bar: the walk that trades take which a chart shows on their days.
-void CombinedWalk(benchmark::State &state)
+void combinedWalk(benchmark::State &state)
 {
     const std::vector<Korvane::AnalyData> bars = manyBars(barCount);
     std::vector<std::int64_t> times;
@@ -140,12 +140,12 @@ void CombinedWalk(benchmark::State &state)
     };
     Paired(state).run(floor, walk);
 }
-BENCHMARK(CombinedWalk)
+BENCHMARK(combinedWalk)
     ->Name("combined/markTrades/10k_trades_over_100k_bars")
     ->UseManualTime()
     ->Unit(benchmark::kMicrosecond);
 
-void CombinedPaintIt(benchmark::State &state)
+void combinedPaintIt(benchmark::State &state)
 {
     const CombinedChart chart;
     if (!chart.isMarkedOnTheFirstBarOnly()) {
@@ -153,13 +153,13 @@ void CombinedPaintIt(benchmark::State &state)
     }
     timePaintIt(state, *chart.overlay);
 }
-BENCHMARK(CombinedPaintIt)->Name("combined/paintIt/100k_bars")->UseManualTime();
+BENCHMARK(combinedPaintIt)->Name("combined/paintIt/100k_bars")->UseManualTime();
 
-void CombinedHitTest(benchmark::State &state)
+void combinedHitTest(benchmark::State &state)
 {
     CombinedChart chart;
     timeHitTest(state, *chart.overlay, chart.axis, 50000 * 10.0, 0.0);
 }
-BENCHMARK(CombinedHitTest)->Name("combined/hitTest/at_bar_50000")->UseManualTime();
+BENCHMARK(combinedHitTest)->Name("combined/hitTest/at_bar_50000")->UseManualTime();
 
 } // namespace

@@ -134,14 +134,14 @@ struct OrderChart
     std::unique_ptr<EntrustPoint> overlay;
 };
 
-void OrdersAnswer(benchmark::State &state)
+void ordersAnswer(benchmark::State &state)
 {
     OrderChart chart;
     chart.checkOrders(state);
     Paired(state).run([] { benchmark::DoNotOptimize(QJsonDocument::fromJson(longAnswer())); },
                       [&] { chart.hearOrders(); });
 }
-BENCHMARK(OrdersAnswer)
+BENCHMARK(ordersAnswer)
     ->Name("orders/EntrustTodayTrade/10k_rows_beside_fromJson")
     ->UseManualTime()
     ->Iterations(51)
@@ -189,7 +189,7 @@ private:
     std::map<int, QVector<EntrustInfo>> m_orders;
 };
 
-void OrdersGrouping(benchmark::State &state)
+void ordersGrouping(benchmark::State &state)
 {
     OrderChart chart;
     chart.checkOrders(state);
@@ -197,12 +197,12 @@ void OrdersGrouping(benchmark::State &state)
     Paired(state).run([&] { floor.fill(); }, [&] { chart.overlay->calcEntrustPointPriceInfo(); });
     state.counters["us_per_order"] = state.counters["median_us"] / orderCount;
 }
-BENCHMARK(OrdersGrouping)
+BENCHMARK(ordersGrouping)
     ->Name("orders/grouping/10k_orders_on_241_bars")
     ->UseManualTime()
     ->Unit(benchmark::kMicrosecond);
 
-void OrdersPaintIt(benchmark::State &state)
+void ordersPaintIt(benchmark::State &state)
 {
     OrderChart chart;
     chart.checkOrders(state);
@@ -218,10 +218,10 @@ void OrdersPaintIt(benchmark::State &state)
     state.counters["allocations"] = Allocations::during(work);
     state.counters["markers"] = markerCount;
 }
-BENCHMARK(OrdersPaintIt)->Name("orders/paintIt")->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(ordersPaintIt)->Name("orders/paintIt")->UseManualTime()->Unit(benchmark::kMicrosecond);
 
 /// The pointer beside all markers, or between those of a bar in the middle.
-void OrdersHitTest(benchmark::State &state)
+void ordersHitTest(benchmark::State &state)
 {
     OrderChart chart;
     chart.checkOrders(state);
@@ -241,7 +241,7 @@ void OrdersHitTest(benchmark::State &state)
     Paired(state).run(floor, work);
     state.counters["allocations"] = Allocations::during(work);
 }
-BENCHMARK(OrdersHitTest)
+BENCHMARK(ordersHitTest)
     ->Name("orders/hitTest/above_bar")
     ->Arg(-100)
     ->Arg(120)

@@ -9,20 +9,30 @@ namespace LocalCommunication {
 class DirectoryLock
 {
 public:
+    enum class Result {
+        Held,    ///< by this object, now or already before
+        ByOther, ///< somebody else holds it
+        Unusable ///< problem() tells why
+    };
+
     DirectoryLock() = default;
     ~DirectoryLock() { release(); }
     Q_DISABLE_COPY_MOVE(DirectoryLock)
 
-    /// False when somebody else holds it; true also when this object holds it already.
-    bool tryAcquire(const QString &path);
+    Result tryAcquire(const QString &path);
     void release();
-    bool isHeld() const { return m_descriptor >= 0; }
+
+    /// Why the last tryAcquire() found the file unusable.
+    const QString &problem() const { return m_problem; }
 
     /// Called in a child between fork and exec.
     void handDown() const;
 
 private:
+    Result giveUp(const QString &path, int error);
+
     int m_descriptor = -1;
+    QString m_problem;
 };
 
 } // namespace LocalCommunication

@@ -6,6 +6,7 @@
 #include "endpoint/OwedAnswers_p.h"
 #include "endpoint/TopicPath_p.h"
 
+#include <QDeadlineTimer>
 #include <QHash>
 #include <QPointer>
 #include <QVector>
@@ -18,6 +19,9 @@ namespace LocalCommunication {
 namespace {
 
 constexpr std::chrono::seconds defaultRequestTimeout{3};
+
+/// How long messages are handed over in one turn of the event loop: the user's input waits as long.
+constexpr std::chrono::milliseconds deliveryShare{8};
 
 } // namespace
 
@@ -135,11 +139,13 @@ QVector<QByteArray> EndPoint::Private::route(const QVector<TopicName> &names, co
 }
 
 /// Every message is taken before it is handed over: the receiver may ask, leave the bus, run an event
-/// loop of its own or destroy the endpoint.
+/// loop of its own or destroy the endpoint. What is left when the turn's share of time is over is announced
+/// again.
 void EndPoint::Private::deliver()
 {
     const QPointer<EndPoint> alive(q);
-    while (alive) {
+    const QDeadlineTimer endOfShare(deliveryShare);
+    while (alive && !endOfShare.hasExpired()) {
         const std::optional<BusMessage> message = session.takeMessage();
         if (!message) {
             return;

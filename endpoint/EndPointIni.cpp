@@ -56,41 +56,28 @@ const EndPointIni::Key EndPointIni::keys[] = {
     {QLatin1String("key_file"), &EndPointIni::setKeyFile},
 };
 
-EndPointIni::EndPointIni(const QString &path) : m_file(path), m_settings(path, QSettings::IniFormat)
-{
-    m_settings.setIniCodec("UTF-8");
-}
+EndPointIni::EndPointIni(const QString &path) : m_file(path), m_lines(path) {}
 
 BusAddress EndPointIni::read()
 {
-    if (isReadable() && hasOnlyKnownKeys()) {
+    if (isUnderstood()) {
         readKeys();
         checkTogether();
     }
     return m_address;
 }
 
-bool EndPointIni::isReadable()
-{
-    QFile file(m_file);
-    if (!file.open(QIODevice::ReadOnly)) {
-        reject(QStringLiteral("cannot be read: %1").arg(file.errorString()));
-    }
-    return m_address.isValid();
-}
-
 /// A key that is spelt wrong would silently leave a bus without its password or its certificate.
-bool EndPointIni::hasOnlyKnownKeys()
+bool EndPointIni::isUnderstood()
 {
-    const QStringList present = m_settings.allKeys(); // reads the whole file: its status holds from here on
-    if (m_settings.status() != QSettings::NoError) {
-        reject(QStringLiteral("is not an INI file; expected a group [bus] with a line url=…"));
+    if (!m_lines.problem().isEmpty()) {
+        reject(m_lines.problem());
         return false;
     }
-    for (const QString &key : present) {
-        const auto isKey = [&key](const Key &known) { return key == QLatin1String("bus/") + known.name; };
+    for (const QString &key : m_lines.keys()) {
+        const auto isKey = [&key](const Key &known) { return key == known.name; };
         if (std::none_of(std::begin(keys), std::end(keys), isKey)) {
-            reject(QStringLiteral("key '%1' is unknown; the group [bus] takes url, prefix, username, "
+            reject(QStringLiteral("key 'bus/%1' is unknown; the group [bus] takes url, prefix, username, "
                                   "password_file, ca_file, cert_file and key_file")
                        .arg(key));
             return false;
@@ -102,7 +89,7 @@ bool EndPointIni::hasOnlyKnownKeys()
 void EndPointIni::readKeys()
 {
     for (const Key &key : keys) {
-        const QString value = text(key.name);
+        const QString value = m_lines.value(key.name);
         if (m_address.isValid() && !value.isEmpty()) {
             m_key = key.name;
             (this->*key.set)(value);
@@ -113,7 +100,7 @@ void EndPointIni::readKeys()
 void EndPointIni::checkTogether()
 {
     const bool isTls = m_address.transport == BusAddress::Transport::Tls;
-    if (text(QStringLiteral("url")).isEmpty()) {
+    if (m_lines.value(QStringLiteral("url")).isEmpty()) {
         rejectKey(QLatin1String("url"),
                   QStringLiteral("is missing; expected for example "
                                  "url=unix:///path/to/bus.sock or url=mqtts://host:8883"));
@@ -201,6 +188,20 @@ void EndPointIni::setPasswordFile(const QString &value)
     }
 }
 
+/// A terminal has nobody to ask for a passphrase; the TLS library would ask at the console, and the terminal
+/// would stand still until somebody answers there.
+void EndPointIni::setKeyFile(const QString &value)
+{
+    m_address.keyFile = readableFile(value);
+    QFile file(m_address.keyFile);
+    if (file.open(QIODevice::ReadOnly) && file.readAll().contains("ENCRYPTED")) {
+        reject(QStringLiteral(
+                   "names the file '%1', which is protected by a passphrase; a key without one is needed: "
+                   "openssl pkey -in '%1' -out NEWFILE")
+                   .arg(m_address.keyFile));
+    }
+}
+
 /// Paths are relative to the directory of the file that names them.
 QString EndPointIni::readableFile(const QString &value)
 {
@@ -210,12 +211,6 @@ QString EndPointIni::readableFile(const QString &value)
         reject(QStringLiteral("names the file '%1', which cannot be read: %2").arg(path, file.errorString()));
     }
     return path;
-}
-
-/// QSettings takes a comma for a list.
-QString EndPointIni::text(const QString &key) const
-{
-    return m_settings.value(QLatin1String("bus/") + key).toStringList().join(QLatin1Char(','));
 }
 
 void EndPointIni::reject(const QString &why)

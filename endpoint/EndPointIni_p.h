@@ -1,9 +1,9 @@
 #pragma once
 
 #include "endpoint/BusAddress.h"
+#include "endpoint/BusGroup_p.h"
 
 #include <QLatin1String>
-#include <QSettings>
 #include <QString>
 
 class QUrl;
@@ -27,8 +27,7 @@ private:
     };
     static const Key keys[];
 
-    bool isReadable();
-    bool hasOnlyKnownKeys();
+    bool isUnderstood();
     void readKeys();
     void checkTogether();
 
@@ -40,15 +39,14 @@ private:
     void setPasswordFile(const QString &value);
     void setCaFile(const QString &value) { m_address.caFile = readableFile(value); }
     void setCertFile(const QString &value) { m_address.certFile = readableFile(value); }
-    void setKeyFile(const QString &value) { m_address.keyFile = readableFile(value); }
+    void setKeyFile(const QString &value);
 
     QString readableFile(const QString &value);
-    QString text(const QString &key) const;
     void reject(const QString &why);
     void rejectKey(QLatin1String key, const QString &why);
 
     const QString m_file;
-    QSettings m_settings;
+    const BusGroup m_lines;
     QLatin1String m_key; // the one being read, for the text of a problem
     BusAddress m_address;
 };

@@ -1,5 +1,6 @@
 #include "endpoint/LocalBroker.h"
 
+#include "endpoint/BrokerProbe_p.h"
 #include "endpoint/BrokerProcess_p.h"
 #include "endpoint/BusAddress.h"
 #include "endpoint/BusDirectory_p.h"
@@ -26,6 +27,9 @@ constexpr auto timeToStart = 20s;
 constexpr auto watchInterval = 250ms;
 
 constexpr Retry::Pace pace{10ms, 5s, 4};
+
+/// A broker that hangs is found after three to four of them.
+constexpr auto probeInterval = 2s;
 
 /// A broker that lived this long did not die of its configuration.
 constexpr auto healthyLife = 5s;
@@ -71,18 +75,21 @@ public:
     void serve();
     void launch();
     void checkReadiness();
+    void handleHanging();
     void handleEnd(const QString &lastWords);
     void fail(const QString &why);
     QString directory() const { return QFileInfo(address.socketPath).path(); }
 
     LocalBroker *const q;
     Stage stage = Stage::Stopped;
-    QTimer timer; // what the stage waits for
+    State told = State::Stopped; // by the last signal
+    QTimer timer;                // what the stage waits for
     QString problem;
     BusAddress address;
     QString program;
     DirectoryLock lock;
     BrokerProcess process;
+    BrokerProbe probe; // while it is Running
     Clock::time_point launched;
     Retry retry;
 };
@@ -92,10 +99,12 @@ LocalBroker::Private::Private(LocalBroker *broker)
       q(broker),
       timer(this),
       process(lock, this),
+      probe(probeInterval, this),
       retry(pace)
 {
     timer.setSingleShot(true);
     connect(&timer, &QTimer::timeout, this, &Private::handleTimeout);
+    connect(&probe, &BrokerProbe::unanswered, this, &Private::handleHanging);
     connect(&process, &BrokerProcess::couldNotStart, this, &Private::fail);
     connect(&process, &BrokerProcess::ended, this, &Private::handleEnd);
 }
@@ -109,7 +118,7 @@ LocalBroker::~LocalBroker()
 
 void LocalBroker::start(const QString &address)
 {
-    stop();
+    d->end();
     d->begin(address);
 }
 
@@ -168,14 +177,17 @@ LocalBroker::State LocalBroker::Private::state() const
 /// that happens: a receiver may start or stop the broker.
 void LocalBroker::Private::enter(Stage next, const QString &why)
 {
-    const State before = state();
     stage = next;
     timer.stop();
+    probe.stop();
     switch (next) {
     case Stage::Stopped:
     case Stage::Elsewhere:
+        problem.clear();
+        break;
     case Stage::Running:
         problem.clear();
+        probe.start(address.socketPath);
         break;
     case Stage::AwaitingOther:
     case Stage::Reused:
@@ -193,8 +205,9 @@ void LocalBroker::Private::enter(Stage next, const QString &why)
         timer.start(retry.nextDelay());
         break;
     }
-    if (state() != before) {
-        Q_EMIT q->stateChanged(state());
+    if (told != state()) {
+        told = state();
+        Q_EMIT q->stateChanged(told);
     }
 }
 
@@ -232,9 +245,13 @@ void LocalBroker::Private::begin(const QString &terminal)
     }
 }
 
+/// Without a signal: enter() follows.
 void LocalBroker::Private::end()
 {
+    stage = Stage::Stopped;
     timer.stop();
+    probe.stop();
+    problem.clear();
     process.end();
     lock.release();
     retry.reset();
@@ -248,13 +265,15 @@ void LocalBroker::Private::serve()
         fail(unsafe);
         return;
     }
-    const bool isOurs = lock.tryAcquire(directory() + QStringLiteral("/broker.lock"));
-    if (!isOurs && stage == Stage::Reused) {
+    const DirectoryLock::Result result = lock.tryAcquire(directory() + QStringLiteral("/broker.lock"));
+    if (result == DirectoryLock::Result::Unusable) {
+        fail(lock.problem());
+    } else if (result == DirectoryLock::Result::ByOther && stage == Stage::Reused) {
         enter(Stage::Reused);
     } else if (answers(address.socketPath)) {
         lock.release();
         enter(Stage::Reused);
-    } else if (!isOurs) {
+    } else if (result == DirectoryLock::Result::ByOther) {
         enter(Stage::AwaitingOther);
     } else {
         launch();
@@ -282,6 +301,13 @@ void LocalBroker::Private::checkReadiness()
         process.kill(); // another one is started when this one is gone
     }
     enter(Stage::Launching);
+}
+
+/// Another one is started when this one is gone.
+void LocalBroker::Private::handleHanging()
+{
+    qCWarning(lcBus, "The broker does not answer any more; it is ended");
+    process.kill();
 }
 
 void LocalBroker::Private::handleEnd(const QString &lastWords)

@@ -125,6 +125,12 @@ private:
     const int m_descriptor;
 };
 
+/// What the library asks when a key has turned out to be protected; else it would ask at the console.
+int knowNoPassphrase(char *, int, int, void *)
+{
+    return 0;
+}
+
 const char *orNull(const QByteArray &text)
 {
     return text.isEmpty() ? nullptr : text.constData();
@@ -219,9 +225,9 @@ QString MqttConnection::configure()
         const QByteArray ca = QFile::encodeName(m_address.caFile);
         const QByteArray cert = QFile::encodeName(m_address.certFile);
         const QByteArray key = QFile::encodeName(m_address.keyFile);
-        code = ca.isEmpty()
-                   ? mosquitto_int_option(handle, MOSQ_OPT_TLS_USE_OS_CERTS, 1)
-                   : mosquitto_tls_set(handle, ca.constData(), nullptr, orNull(cert), orNull(key), nullptr);
+        code = ca.isEmpty() ? mosquitto_int_option(handle, MOSQ_OPT_TLS_USE_OS_CERTS, 1)
+                            : mosquitto_tls_set(handle, ca.constData(), nullptr, orNull(cert), orNull(key),
+                                                &knowNoPassphrase);
     }
     return code == MOSQ_ERR_SUCCESS ? QString() : errorText(code);
 }

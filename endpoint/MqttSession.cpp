@@ -30,6 +30,11 @@ constexpr auto timeInCrowd = 1ms;
 
 /// A broker that hangs takes connections but never answers.
 constexpr auto timeToAccept = 10s;
+
+/// A broker that accepts this client and drops it at once is not joined in a storm: only a connection that
+/// has lasted counts as a success.
+constexpr auto timeToSettle = 5s;
+
 constexpr auto keepAliveInterval = 1s;
 
 /// Messages handled in one turn of the event loop, so that a flood leaves room for the user's input.
@@ -62,6 +67,9 @@ MqttSession::MqttSession(QObject *parent)
     m_keepAliveTimer.setInterval(keepAliveInterval);
     connect(&m_timer, &QTimer::timeout, this, &MqttSession::handleTimeout);
     connect(&m_keepAliveTimer, &QTimer::timeout, this, &MqttSession::keepAlive);
+    m_announceTimer.setSingleShot(true);
+    m_announceTimer.setInterval(0);
+    connect(&m_announceTimer, &QTimer::timeout, this, &MqttSession::announce);
     connect(&m_lookup, &HostLookup::found, this, &MqttSession::connectTo);
     connect(&m_lookup, &HostLookup::failed, this, &MqttSession::loseConnection);
 }
@@ -127,8 +135,8 @@ void MqttSession::enter(State next)
         m_timer.start(timeToAccept);
         break;
     case State::Joined:
-        m_retry.reset();
         m_outage.joined();
+        m_timer.start(timeToSettle);
         break;
     case State::Waiting:
         dropConnection();
@@ -147,9 +155,12 @@ void MqttSession::handleTimeout()
     case State::Greeting:
         loseConnection(QStringLiteral("the broker does not answer"));
         break;
+    case State::Joined:
+        m_retry.reset();
+        m_outage.settled();
+        break;
     case State::Closed:
     case State::Resolving:
-    case State::Joined:
         break; // they wait for no time
     }
 }
@@ -381,9 +392,11 @@ void MqttSession::announce()
     Q_EMIT messagesArrived();
 }
 
+/// In a turn of the event loop of its own, after the user's input: an event that is posted would still belong
+/// to this one.
 void MqttSession::announceSoon()
 {
-    QMetaObject::invokeMethod(this, &MqttSession::announce, Qt::QueuedConnection);
+    m_announceTimer.start();
 }
 
 void MqttSession::updateWriteWatch()

@@ -133,6 +133,7 @@ private:
     bool m_readyIsDue = false;
 
     std::deque<BusMessage> m_inbox;
+    QTimer m_announceTimer; // for what is left in the inbox when a turn of the event loop has had its share
     quint64 m_questions = 0;
     std::optional<OpenRequest> m_request;
 };

@@ -8,6 +8,7 @@ void OutageLog::begin(const QString &bus)
 {
     m_bus = bus;
     m_toldReasons.clear();
+    m_joinsInOutage = 0;
 }
 
 void OutageLog::failed(const QString &reason)
@@ -22,10 +23,25 @@ void OutageLog::failed(const QString &reason)
 
 void OutageLog::joined()
 {
-    if (!m_toldReasons.isEmpty()) {
-        m_toldReasons.clear();
-        qCInfo(lcBus, "%s: joined", qUtf8Printable(m_bus));
+    if (m_toldReasons.isEmpty()) {
+        return;
     }
+    if (m_joinsInOutage++ == 0) {
+        tellJoined();
+    }
+}
+
+void OutageLog::settled()
+{
+    if (m_joinsInOutage > 1) {
+        tellJoined();
+    }
+    begin(m_bus);
+}
+
+void OutageLog::tellJoined() const
+{
+    qCInfo(lcBus, "%s: joined", qUtf8Printable(m_bus));
 }
 
 } // namespace LocalCommunication

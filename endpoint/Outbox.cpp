@@ -11,9 +11,13 @@ constexpr qint64 maxUnsentBytes = 64 << 20;
 /// An MQTT packet has at most 256 MiB, its topic and properties included.
 constexpr int maxPayloadBytes = 268'435'455 - 3 * 65'536;
 
+/// About what the MQTT library keeps of a message besides its bytes.
+constexpr qint64 costOfAMessage = 128;
+
 qint64 sizeOf(const BusMessage &message)
 {
-    return message.payload.size();
+    return costOfAMessage + message.path.size() + message.payload.size() + message.responsePath.size() +
+           message.correlation.size();
 }
 
 } // namespace

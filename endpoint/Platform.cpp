@@ -2,9 +2,11 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/ioctl.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -56,6 +58,19 @@ void closeOnExec(int descriptor)
     ::fcntl(descriptor, F_SETFD, FD_CLOEXEC);
 }
 
+void closeDescriptorsBut(int kept)
+{
+    constexpr rlim_t mostEverOpen = 65536; // where the system sets no limit
+    rlimit limit{};
+    ::getrlimit(RLIMIT_NOFILE, &limit);
+    const int end = static_cast<int>(std::min(limit.rlim_cur, mostEverOpen));
+    for (int descriptor = 0; descriptor < end; ++descriptor) {
+        if (descriptor != kept) {
+            ::close(descriptor);
+        }
+    }
+}
+
 #ifdef Q_OS_LINUX
 
 std::optional<uid_t> peerUser(int descriptor)
@@ -97,6 +112,7 @@ void endWithParent(pid_t parent)
         return;
     }
     const int queue = ::kqueue();
+    closeDescriptorsBut(queue);
     struct kevent watches[2];
     EV_SET(&watches[0], static_cast<uintptr_t>(parent), EVFILT_PROC, EV_ADD, NOTE_EXIT, 0, nullptr);
     EV_SET(&watches[1], static_cast<uintptr_t>(child), EVFILT_PROC, EV_ADD, NOTE_EXIT, 0, nullptr);

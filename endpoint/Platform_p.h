@@ -8,7 +8,7 @@
 /// What Linux and macOS do differently. Nothing else in this folder depends on the system.
 namespace LocalCommunication::Platform {
 
-/// Empty, or why a Unix socket can not have this path: the system's limit is about 100 bytes.
+/// Empty, or why a Unix socket cannot have this path: the system's limit is about 100 bytes.
 QString socketPathProblem(const QString &path);
 
 /// Who runs the process at the other end of a connected Unix socket.
@@ -23,6 +23,10 @@ QString connectionProblem(int descriptor);
 
 /// Programs started by this process do not inherit the descriptor.
 void closeOnExec(int descriptor);
+
+/// For a helper that is forked beside a program: what it inherited would keep pipes open that others wait to
+/// see closed, such as the one that tells that the program runs. -1 keeps none.
+void closeDescriptorsBut(int kept);
 
 /// Called in a child between fork and exec: the child is killed when the process `parent` ends.
 void endWithParent(pid_t parent);

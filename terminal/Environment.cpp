@@ -3,15 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-#include <ctime>
-
 namespace Terminal {
-
-void useExchangeTime()
-{
-    qputenv("TZ", "Asia/Shanghai");
-    tzset();
-}
 
 bool hasDisplay()
 {

@@ -2,9 +2,6 @@
 
 namespace Terminal {
 
-/// Makes the clock of this program that of the exchange, so that "today" is the same day everywhere.
-void useExchangeTime();
-
 /// Has Qt paint into memory where there is no display, unless the user chose a platform. To be called
 /// before the application object is made.
 void useScreenlessPlatformWithoutDisplay();

@@ -1,53 +1,56 @@
 #include "terminal/TerminalProgram.h"
 
-#include "terminal/services/BusProbe.h"
-#include "terminal/services/TradeModuleProcess.h"
+#include "terminal/chart/view/ChartView.h"
+#include "terminal/plugin/OverlayLibrary.h"
+#include "terminal/services/TradeServices.h"
+#include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Snapshot.h"
-#include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
 #include "terminal/ui/WindowSettings.h"
 
 #include <QApplication>
 #include <QLayout>
 
-namespace Terminal {
+#include <chrono>
 
-using LocalCommunication::LocalBroker;
+namespace Terminal {
 
 namespace {
 
-constexpr int patienceMilliseconds = 2000; ///< that a window waits for a trading module
-
 enum ExitCode { Done = 0, Failed = 1 };
+
+DayPlan planOf(const TerminalOptions &options)
+{
+    DayPlan plan;
+    plan.replaySpeed = options.replaySpeed;
+    plan.replayTo = options.replayTo;
+    plan.orders = options.orders;
+    plan.playsAlone = options.ledger.isEmpty();
+    if (!options.snapshotFile.isEmpty()) {
+        plan.playsOn = false;
+        plan.patience = {}; // a picture has a time-out of its own
+    }
+    return plan;
+}
 
 } // namespace
 
 TerminalProgram::TerminalProgram(const TerminalOptions &options, const QString &busAddress)
     : m_options(options),
-      m_busAddress(busAddress),
-      m_link(nullptr),
-      m_shared(nullptr)
+      m_busAddress(busAddress)
 {
-    m_patience.setSingleShot(true);
-    connect(&m_patience, &QTimer::timeout, this, &TerminalProgram::goOnWithoutModule);
-    connect(&m_broker, &LocalBroker::stateChanged, this, &TerminalProgram::handleBrokerState);
-    connect(&m_shared, &SharedChannel::heard, this, &TerminalProgram::handleNews);
-    connect(&m_link, &TradeLink::answering, this, &TerminalProgram::startWhenHeard);
 }
 
 TerminalProgram::~TerminalProgram()
 {
     m_snapshot.reset();
-    m_feed.reset();
     m_window.reset();
+    m_session.reset();
 }
 
 int TerminalProgram::run()
 {
-    QString error = openWindow();
-    if (error.isEmpty()) {
-        error = openLibrary();
-    }
+    const QString error = open();
     if (!error.isEmpty()) {
         qCritical("%s", qUtf8Printable(error));
         return Failed;
@@ -55,33 +58,47 @@ int TerminalProgram::run()
     if (takesPicture()) {
         startSnapshot();
     } else {
-        connect(qApp, &QCoreApplication::aboutToQuit, this, &TerminalProgram::rememberWindow);
-        m_window->show();
-        m_patience.start(patienceMilliseconds);
+        showWindow();
     }
-    startServices();
+    if (!takesPicture() || asksTradeModule()) {
+        m_session->begin();
+        m_services->start();
+    }
     return QApplication::exec();
 }
 
-QString TerminalProgram::openWindow()
+/// Returns why there is nothing to show; else an empty text.
+QString TerminalProgram::open()
 {
     const auto folder = DataFolder::open(m_options.dataFolder);
     if (!folder) {
         return folder.error();
     }
+    openSession(folder.value());
+    if (!openChart(folder.value().securities().front().code)) {
+        return m_window->loadError();
+    }
+    if (isReplay()) {
+        m_window->setReplaying(true);
+    }
+    wireServices();
+    return openLibrary();
+}
+
+void TerminalProgram::openSession(const DataFolder &folder)
+{
+    const WindowSettings settings;
     if (takesPicture()) {
-        m_options.refreshSeconds = 1; // some questions are first asked by the refresh
-        m_window = std::make_unique<MainWindow>(folder.value(), m_options);
+        m_options.refresh = std::chrono::seconds(1); // some questions are first asked by the refresh
     } else {
-        const WindowSettings settings;
         m_options = settings.over(m_options);
-        m_window = std::make_unique<MainWindow>(folder.value(), m_options);
+    }
+    m_session = std::make_unique<TradingSession>(folder, planOf(m_options), m_busAddress);
+    connect(m_session.get(), &TradingSession::orderRefused, this, &TerminalProgram::tellRefusal);
+    m_window = std::make_unique<MainWindow>(m_session.get(), m_options);
+    if (!takesPicture()) {
         settings.restoreLayout(m_window.get(), m_options);
     }
-    if (openChart(folder.value().securities().front().code)) {
-        openReplay();
-    }
-    return m_window->loadError();
 }
 
 /// What is remembered need not be in this data folder: then another chart does, as far as the command line
@@ -99,36 +116,31 @@ bool TerminalProgram::openChart(const QString &firstCode)
            (mayChangeCode && mayChangePeriod && m_window->load(firstCode, ChartPeriod::Day, 0));
 }
 
-void TerminalProgram::rememberWindow()
-{
-    WindowSettings().remember(m_window->shownOptions(), *m_window);
-}
-
-void TerminalProgram::openReplay()
-{
-    m_feed =
-        std::make_unique<QuoteFeed>(m_window->replay(), m_window->trade()->desk(), m_options.orders, nullptr);
-    connect(m_feed.get(), &QuoteFeed::joined, this, &TerminalProgram::startWhenHeard);
-    connect(m_feed.get(), &QuoteFeed::taken, this, &TerminalProgram::goOn);
-    connect(m_feed.get(), &QuoteFeed::refused, this, &TerminalProgram::tellRefusal);
-    if (isReplay()) {
-        m_window->setReplaying(true);
-        m_window->replay()->setSpeed(m_options.replaySpeed);
-    }
-}
-
 QString TerminalProgram::openLibrary()
 {
     const auto library = OverlayLibrary::open(m_options.pluginFile);
-    m_hasLibrary = static_cast<bool>(library);
-    m_library = library.value();
-    if (m_options.given.contains(QStringLiteral("overlays"))) {
+    if (library) {
+        m_window->setOverlayLibrary(library.value());
+    } else if (m_options.given.contains(QStringLiteral("overlays"))) {
         return library.error();
-    }
-    if (!m_hasLibrary && !m_options.overlays.isEmpty()) {
+    } else if (!m_options.overlays.isEmpty()) {
         tell(library.error()); // those of the last time are no reason to open no window
     }
     return {};
+}
+
+void TerminalProgram::wireServices()
+{
+    m_services = std::make_unique<TradeServices>(ServicePlan{
+        m_busAddress, m_options.startsBroker, m_options.moduleProgram, m_options.ledger, m_options.language});
+    connect(m_services.get(), &TradeServices::failed, this, &TerminalProgram::tell);
+    connect(m_services.get(), &TradeServices::ready, this, [this] {
+        if (m_snapshot) {
+            m_snapshot->listen(m_busAddress); // the session joins when nothing can be missed
+        } else {
+            m_session->join();
+        }
+    });
 }
 
 /// A picture of bars alone asks nobody. The orders of a replay are placed without overlays, too, and its
@@ -139,37 +151,15 @@ bool TerminalProgram::asksTradeModule() const
     return isTraded || !m_options.overlays.isEmpty();
 }
 
-void TerminalProgram::startServices()
+void TerminalProgram::showWindow()
 {
-    if (takesPicture() && !asksTradeModule()) {
-        return;
-    }
-    if (m_options.startsBroker) {
-        m_broker.start(m_busAddress);
-    } else {
-        joinBus();
-    }
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &TerminalProgram::rememberWindow);
+    m_window->show();
 }
 
-/// Comes after the broker: whoever knocks before there is a door says so in the log.
-void TerminalProgram::joinBus()
+void TerminalProgram::rememberWindow()
 {
-    if (m_isJoining) {
-        return;
-    }
-    m_isJoining = true;
-    if (!m_options.ledger.isEmpty()) {
-        m_module = std::make_unique<TradeModuleProcess>(m_options.moduleProgram, m_options.ledger,
-                                                        m_busAddress, m_options.language, nullptr);
-        connect(m_module.get(), &TradeModuleProcess::failed, this, &TerminalProgram::tell);
-        m_module->start();
-    }
-    m_link.start(m_busAddress);
-    m_window->trade()->start(m_busAddress);
-    m_shared.start(m_busAddress);
-    if (m_snapshot) {
-        m_snapshot->listen(m_busAddress);
-    }
+    WindowSettings().remember(m_window->shownOptions(), *m_window);
 }
 
 void TerminalProgram::startSnapshot()
@@ -179,99 +169,33 @@ void TerminalProgram::startSnapshot()
     // Laid out as on a screen, before the overlays ask where things are.
     m_window->ensurePolished();
     m_window->grab();
-    m_snapshot = std::make_unique<Snapshot>(m_window.get(), m_options, nullptr);
-    connect(m_snapshot.get(), &Snapshot::finished, this, &TerminalProgram::endSnapshot, Qt::QueuedConnection);
-    if (!asksTradeModule()) {
-        playAtOnce();
+    m_snapshot =
+        std::make_unique<Snapshot>(Scene{m_window.get(), m_window->screenId(), m_window->chart()->data(),
+                                         m_options.overlays, m_session->desk()},
+                                   m_options.snapshotFile, m_options.timeout);
+    wireSnapshot();
+    if (asksTradeModule()) {
+        m_snapshot->setHindrance(tr("trading module that answers on the bus"));
+        m_snapshot->start();
+    } else {
+        m_session->playAtOnce();
         m_snapshot->finish();
-        return;
-    }
-    m_snapshot->setHindrance(tr("trading module that answers on the bus"));
-    connect(m_snapshot.get(), &Snapshot::listening, this, &TerminalProgram::startWhenHeard);
-    m_snapshot->start();
-}
-
-/// A trading module that was started for this terminal is waited for: it is to take the replay's orders.
-void TerminalProgram::goOnWithoutModule()
-{
-    if (isReplay() && !m_options.ledger.isEmpty()) {
-        startOverlays();
-    } else {
-        playAtOnce();
-        goOn();
     }
 }
 
-void TerminalProgram::startWhenHeard()
+void TerminalProgram::wireSnapshot()
 {
-    const bool isHeard =
-        m_link.isAnswering() && m_feed->isJoined() && (!m_snapshot || m_snapshot->isListening());
-    if (m_isHeard || !isHeard) {
-        return;
-    }
-    m_isHeard = true;
-    if (isReplay() && !m_isGoing) {
-        playAtOnce();
-        m_feed->askWhetherTaken();
-    } else {
-        goOn();
-    }
-}
-
-/// The day begins again, for those who did not hear of its first bar.
-void TerminalProgram::playAtOnce()
-{
-    m_window->replay()->restart();
-    m_window->replay()->playTo(m_options.replayTo);
-}
-
-void TerminalProgram::goOn()
-{
-    // The last quotes may have dealt orders, and what was asked before the trading module came is lost.
-    m_window->trade()->desk()->askAnew();
-    if (m_window->overlays() != nullptr) {
-        m_window->overlays()->renew();
-    } else {
-        startOverlays();
-    }
-    if (isReplay() && !m_isGoing && !takesPicture()) {
-        m_window->replay()->play();
-    }
-    m_isGoing = true;
-    if (m_snapshot) {
-        m_snapshot->takeWhenComplete();
-    }
-}
-
-/// A picture without an order of its scene would be another one.
-void TerminalProgram::tellRefusal(const QString &reason)
-{
-    const QString text = tr("An order of the replay was not taken: %1").arg(reason);
-    takesPicture() ? endSnapshot(text) : tell(text);
-}
-
-void TerminalProgram::handleNews(const SharedNews &news)
-{
-    if (m_window->overlays() == nullptr) {
-        return;
-    }
-    if (news.kind == SharedNews::Spoilt) {
-        m_window->overlays()->renewCombined(news.code);
-    } else {
-        m_window->overlays()->showHeard(news.code);
-    }
-}
-
-void TerminalProgram::startOverlays()
-{
-    if (!m_hasLibrary || m_window->overlays() != nullptr) {
-        return;
-    }
-    m_patience.stop();
-    m_window->startOverlays(m_library, {busGate(m_busAddress), m_link.answerGate()});
-    if (m_snapshot) {
-        connect(m_window->overlays(), &OverlayHost::updateAsked, m_snapshot.get(), &Snapshot::noteUpdate);
-    }
+    Snapshot *const snapshot = m_snapshot.get();
+    connect(snapshot, &Snapshot::finished, this, &TerminalProgram::endSnapshot, Qt::QueuedConnection);
+    connect(snapshot, &Snapshot::listening, m_session.get(), &TradingSession::join);
+    connect(snapshot, &Snapshot::aboutToTake, m_window.get(), &MainWindow::runOverlayUpdates);
+    connect(m_window.get(), &MainWindow::overlayUpdateAsked, snapshot, &Snapshot::noteUpdate);
+    connect(m_session.get(), &TradingSession::stageChanged, snapshot,
+            [snapshot](TradingSession::Stage stage) {
+                if (stage == TradingSession::Stage::Trading) {
+                    snapshot->takeWhenComplete();
+                }
+            });
 }
 
 void TerminalProgram::endSnapshot(const QString &error)
@@ -282,14 +206,11 @@ void TerminalProgram::endSnapshot(const QString &error)
     QApplication::exit(error.isEmpty() ? Done : Failed);
 }
 
-void TerminalProgram::handleBrokerState(LocalBroker::State state)
+/// A picture without an order of its scene would be another one.
+void TerminalProgram::tellRefusal(const QString &reason)
 {
-    if (state == LocalBroker::State::Failed) {
-        tell(m_broker.problem());
-    }
-    if (state != LocalBroker::State::Starting && state != LocalBroker::State::Stopped) {
-        joinBus(); // also a broker that failed is tried again
-    }
+    const QString text = tr("An order of the replay was not taken: %1").arg(reason);
+    takesPicture() ? endSnapshot(text) : tell(text);
 }
 
 void TerminalProgram::tell(const QString &message)

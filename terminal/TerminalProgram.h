@@ -1,27 +1,22 @@
 #pragma once
 
-#include "endpoint/LocalBroker.h"
-#include "terminal/TerminalOptions.h"
-#include "terminal/plugin/OverlayLibrary.h"
-#include "terminal/replay/QuoteFeed.h"
-#include "terminal/services/SharedChannel.h"
-#include "terminal/services/TradeLink.h"
+#include "terminal/options/TerminalOptions.h"
 
-#include <QTimer>
+#include <QObject>
+#include <QString>
 
 #include <memory>
 
 namespace Terminal {
 
+class DataFolder;
 class MainWindow;
 class Snapshot;
-class TradeModuleProcess;
+class TradeServices;
+class TradingSession;
 
-/// One run of the terminal: its window, the services that it starts, and the order in which they come.
-///
-/// Overlays ask some of their questions only once. So they are started when the trading module answers
-/// on the bus, or after a moment without one; they are made anew when it answers later. What a replay has
-/// to play at once comes before: the overlays then ask a trading module that knows it.
+/// One run of the terminal: makes its trading session, its window, the services that it starts and the
+/// picture that is asked for, and wires them.
 class TerminalProgram : public QObject
 {
     Q_OBJECT
@@ -35,42 +30,27 @@ public:
     int run();
 
 private:
-    QString openWindow();
+    QString open();
+    void openSession(const DataFolder &folder);
     bool openChart(const QString &firstCode);
-    void rememberWindow();
-    void openReplay();
     QString openLibrary();
+    void wireServices();
     bool asksTradeModule() const;
-    void startServices();
-    void joinBus();
+    void showWindow();
     void startSnapshot();
-    void goOnWithoutModule();
-    void startWhenHeard();
-    void playAtOnce();
-    void startOverlays();
-    void handleNews(const SharedNews &news);
-    void goOn();
+    void wireSnapshot();
+    void rememberWindow();
     void tellRefusal(const QString &reason);
     void endSnapshot(const QString &error);
-    void handleBrokerState(LocalCommunication::LocalBroker::State state);
     void tell(const QString &message);
     bool isReplay() const { return m_options.replaySpeed > 0; }
     bool takesPicture() const { return !m_options.snapshotFile.isEmpty(); }
 
     TerminalOptions m_options;
     QString m_busAddress;
-    OverlayLibrary m_library;
-    bool m_hasLibrary = false;
-    bool m_isJoining = false;
-    bool m_isHeard = false; ///< everybody listens who must not miss anything
-    bool m_isGoing = false; ///< the chart and the replay are started
-    LocalCommunication::LocalBroker m_broker;
-    std::unique_ptr<TradeModuleProcess> m_module;
-    TradeLink m_link;
-    SharedChannel m_shared;
-    QTimer m_patience;
+    std::unique_ptr<TradeServices> m_services;
+    std::unique_ptr<TradingSession> m_session;
     std::unique_ptr<MainWindow> m_window;
-    std::unique_ptr<QuoteFeed> m_feed;
     std::unique_ptr<Snapshot> m_snapshot;
 };
 

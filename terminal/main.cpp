@@ -1,6 +1,7 @@
 #include "terminal/Appearance.h"
 #include "terminal/Environment.h"
 #include "terminal/TerminalProgram.h"
+#include "trading/ExchangeTime.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
@@ -11,7 +12,7 @@ namespace {
 
 constexpr int wrongOptions = 2;
 
-constexpr int noDisplay = 1;
+constexpr int badMachine = 1;
 
 void complain(const QString &problem)
 {
@@ -32,7 +33,7 @@ QStringList wordsOf(int argc, char *argv[])
 int main(int argc, char *argv[])
 {
     using namespace Terminal;
-    useExchangeTime();
+    const bool hasExchangeTime = Trading::enterExchangeTime();
     useScreenlessPlatformWithoutDisplay();
     // Qt would take --plugin for an option of its own.
     int programNameOnly = 1;
@@ -59,9 +60,15 @@ int main(int argc, char *argv[])
     case OptionsEnd::Run:
         break;
     }
+    if (!hasExchangeTime) {
+        complain(QApplication::translate(
+            "main", "this machine does not know the time zone Asia/Shanghai, by which the "
+                    "exchange counts its days: install its time-zone data (package tzdata)"));
+        return badMachine;
+    }
     if (!hasDisplay() && parsed.value().options.snapshotFile.isEmpty()) {
         complain(QApplication::translate("main", "there is no display; --snapshot FILE.png needs none"));
-        return noDisplay;
+        return badMachine;
     }
     return TerminalProgram(parsed.value().options, QApplication::applicationDirPath()).run();
 }

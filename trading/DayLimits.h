@@ -17,7 +17,3 @@ struct DayLimits
 DayLimits dayLimits(const QString &code, qint64 closeBefore);
 
 } // namespace Trading
-
-namespace TradeChart {
-namespace Module = Trading; // the name that the terminal's files still say
-}

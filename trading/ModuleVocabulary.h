@@ -6,6 +6,7 @@
 
 namespace Trading {
 
+// NOLINTBEGIN(readability-identifier-naming): written like the words that every trading module shares
 /// Channels of the bus.
 namespace Channel {
 inline constexpr const char *GLOBAL = "Global"; ///< questions, and notifications to everybody
@@ -44,6 +45,7 @@ inline constexpr const char *POSITIONS = "positions";
 inline constexpr const char *QTY = "qty";           ///< shares held
 inline constexpr const char *SELLABLE = "sellable"; ///< of them, not bought today and not on offer
 } // namespace AccountFields
+// NOLINTEND(readability-identifier-naming)
 
 } // namespace Trading
 

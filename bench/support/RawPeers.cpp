@@ -11,7 +11,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace raw {
+namespace Raw {
 
 namespace {
 
@@ -168,4 +168,4 @@ void serveCrowd(Descriptor listener, int clients, int size)
     }
 }
 
-} // namespace raw
+} // namespace Raw

@@ -6,7 +6,7 @@
 
 /// What the machine allows: the same traffic as over the bus with nothing but sockets. Every peer is a
 /// process of its own; it ends when the object that started it goes.
-namespace raw {
+namespace Raw {
 
 /// A descriptor that is closed at the end.
 class Descriptor
@@ -70,4 +70,4 @@ void relay(Descriptor listener);
 /// `size` bytes from the first client goes to all the others. Clients of a crowd send bytes only.
 void serveCrowd(Descriptor listener, int clients, int size);
 
-} // namespace raw
+} // namespace Raw

@@ -8,7 +8,7 @@ dump_abi() {
     local ours
     ours="$(mktemp)"
     printf '[suppress_type]\n  source_location_not_regexp = .*/(tradechartobject|endpoint)/.*\n  drop = yes\n' >"$ours"
-    abidw --suppr "$ours" --no-corpus-path --no-comp-dir-path --no-show-locs --no-parameter-names \
+    abidw --suppr "$ours" --no-corpus-path --no-comp-dir-path --no-show-locs --no-parameter-names --type-id-style hash \
         --drop-undefined-syms --no-elf-needed --out-file "$2" "$1"
     rm -f "$ours"
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "trading/TradingDate.h"
+
 #include <cstdint>
 #include <vector>
 
@@ -18,6 +20,12 @@ struct Bar
 
     bool rises() const { return close >= open; }
 };
+
+/// The trading day of a bar; requires one that has a day.
+inline Trading::TradingDate dayOf(const Bar &bar)
+{
+    return Trading::TradingDate::ofNumber(bar.date).value();
+}
 
 /// Oldest bar first.
 using Bars = std::vector<Bar>;

@@ -1,22 +1,20 @@
 #include "terminal/data/BarAggregation.h"
 
-#include "terminal/data/CalendarDate.h"
-
 #include <algorithm>
 
 namespace Terminal {
 
 namespace {
 
-qint64 weekOf(std::int32_t date)
+qint64 weekOf(const Bar &bar)
 {
-    // Julian day 0 was a Monday.
-    return dateOf(date).toJulianDay() / 7;
+    constexpr int daysOfWeek = 7;
+    return dayOf(bar).calendarDate().toJulianDay() / daysOfWeek; // Julian day 0 was a Monday
 }
 
-qint64 monthOf(std::int32_t date)
+qint64 monthOf(const Bar &bar)
 {
-    return date / 100;
+    return bar.date / 100;
 }
 
 template <typename SpanOf>
@@ -25,7 +23,7 @@ Bars joinSpans(const Bars &days, SpanOf spanOf)
     Bars spans;
     qint64 current = -1;
     for (const Bar &day : days) {
-        const qint64 span = spanOf(day.date);
+        const qint64 span = spanOf(day);
         if (span == current) {
             extendBar(spans.back(), day);
         } else {

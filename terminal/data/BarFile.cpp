@@ -1,12 +1,13 @@
 #include "terminal/data/BarFile.h"
 
-#include "terminal/data/CalendarDate.h"
 #include "terminal/data/CsvFile.h"
 #include "terminal/data/TradingHours.h"
+#include "trading/ClockTime.h"
 
 #include <QCoreApplication>
 
 #include <cmath>
+#include <optional>
 
 namespace Terminal {
 
@@ -22,12 +23,11 @@ QString quoted(const char *source, const QByteArray &field)
     return text(source).arg(QString::fromUtf8(field.left(40)));
 }
 
-/// Digits only: no sign, blank or fraction may stand in a date or a time.
-bool readWhole(const QByteArray &field, int *value)
+/// The time of hhmm, whose first digit may be missing.
+std::optional<Trading::ClockTime> readTime(const QByteArray &field)
 {
-    bool isNumber = false;
-    *value = field.toInt(&isNumber);
-    return isNumber && field.at(0) >= '0' && field.at(0) <= '9';
+    constexpr int mostDigits = 4;
+    return field.size() <= mostDigits ? Trading::ClockTime::ofText(QString::fromLatin1(field)) : std::nullopt;
 }
 
 bool readNumber(const QByteArray &field, double *value)
@@ -77,10 +77,12 @@ QString takePrices(const QList<QByteArray> &fields, Bar bar, Bars *bars)
 
 QString takeDay(const QList<QByteArray> &fields, Bars *bars)
 {
-    Bar bar;
-    if (!readWhole(fields.first(), &bar.date) || !dateOf(bar.date).isValid()) {
+    const auto date = Trading::TradingDate::ofText(QString::fromLatin1(fields.first()));
+    if (!date) {
         return quoted("\"%1\" is not a date of the form yyyymmdd", fields.first());
     }
+    Bar bar;
+    bar.date = date->number();
     if (!bars->empty() && bar.date <= bars->back().date) {
         return quoted("the day %1 is not later than the one before", fields.first());
     }
@@ -89,13 +91,13 @@ QString takeDay(const QList<QByteArray> &fields, Bars *bars)
 
 QString takeMinute(const QList<QByteArray> &fields, std::int32_t date, Bars *bars)
 {
-    int hhmm = 0;
-    if (!readWhole(fields.first(), &hhmm) || hhmm / 100 > 23 || hhmm % 100 > 59) {
+    const auto time = readTime(fields.first());
+    if (!time) {
         return quoted("\"%1\" is not a time of the form hhmm", fields.first());
     }
     Bar bar;
     bar.date = date;
-    bar.minute = hhmm / 100 * 60 + hhmm % 100;
+    bar.minute = time->minute();
     if (!isTradingMinute(bar.minute)) {
         return quoted("the time %1 is outside of the trading hours", fields.first());
     }

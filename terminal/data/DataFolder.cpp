@@ -2,7 +2,6 @@
 
 #include "terminal/data/BarAggregation.h"
 #include "terminal/data/BarFile.h"
-#include "terminal/data/CalendarDate.h"
 #include "terminal/data/TradingHours.h"
 
 #include <QCoreApplication>
@@ -15,7 +14,7 @@ namespace Terminal {
 namespace {
 
 /// Calendar days from one trading day to the next, at most: a spring festival with its week-ends.
-constexpr qint64 longestClosure = 12;
+constexpr int longestClosure = 12;
 
 QString text(const char *source)
 {
@@ -65,8 +64,8 @@ std::vector<std::int32_t> DataFolder::minuteDays(const QString &code) const
         QDir(m_dir.filePath(QStringLiteral("minute"))).entryList(QDir::Files, QDir::Name);
     for (const QString &file : files) {
         const QRegularExpressionMatch match = name.match(file);
-        if (match.hasMatch()) {
-            days.push_back(match.captured(1).toInt());
+        if (const auto day = Trading::TradingDate::ofText(match.captured(1))) {
+            days.push_back(day->number());
         }
     }
     return days;
@@ -119,18 +118,19 @@ std::optional<double> DataFolder::closeBefore(const QString &code, std::int32_t 
     const Bar daily = lastBefore(day, readDailyBars(dailyFile(code)).value());
     const Bar minute = lastBefore(day, lastRecordedDayBefore(code, day));
     const Bar &last = minute.date > daily.date ? minute : daily;
-    const bool isRecent = last.date > 0 && dateOf(last.date).daysTo(dateOf(day)) <= longestClosure;
+    const auto wanted = Trading::TradingDate::ofNumber(day);
+    const bool isRecent = last.date > 0 && wanted && *wanted <= dayOf(last).plusDays(longestClosure);
     return isRecent ? std::optional(last.close) : std::nullopt;
 }
 
 Loaded<Bars> DataFolder::loadMinutes(const QString &code, std::int32_t day) const
 {
-    if (day == 0) {
-        const std::vector<std::int32_t> days = minuteDays(code);
-        if (days.empty()) {
-            return Loaded<Bars>::failure(text("%1: there are no minute bars of %2").arg(m_dir.path(), code));
-        }
+    const std::vector<std::int32_t> days = minuteDays(code);
+    if (day == 0 && !days.empty()) {
         day = days.back();
+    }
+    if (!Trading::TradingDate::ofNumber(day)) {
+        return Loaded<Bars>::failure(text("%1: there are no minute bars of %2").arg(m_dir.path(), code));
     }
     auto minutes = readMinuteBars(m_dir.filePath(QStringLiteral("minute/%1_%2.csv").arg(code).arg(day)), day);
     return minutes ? Loaded<Bars>(withAuctionBar(minutes.value())) : minutes;

@@ -11,6 +11,7 @@ template <typename Value>
 class Loaded
 {
 public:
+    // NOLINTNEXTLINE(google-explicit-constructor): a value is a result
     Loaded(Value value) : m_value(std::move(value)) {}
     static Loaded failure(const QString &reason)
     {

@@ -31,14 +31,14 @@ QString takeSecurity(const QList<QByteArray> &fields, Securities *securities)
     if (findSecurity(*securities, code) != nullptr) {
         return text("the code %1 stands here a second time").arg(code);
     }
-    if (fields.at(1) != "SH" && fields.at(1) != "SZ") {
+    const auto market = Trading::marketOfLetters(QString::fromUtf8(fields.at(1)));
+    if (!market) {
         return text("the market \"%1\" is neither SH nor SZ").arg(QString::fromUtf8(fields.at(1)));
     }
     if (fields.at(2).trimmed().isEmpty()) {
         return text("the name is missing");
     }
-    const Market market = fields.at(1) == "SH" ? Market::Shanghai : Market::Shenzhen;
-    securities->push_back({code, market, QString::fromUtf8(fields.at(2)).trimmed()});
+    securities->push_back({code, *market, QString::fromUtf8(fields.at(2)).trimmed()});
     return {};
 }
 
@@ -54,11 +54,6 @@ Loaded<Securities> readSecurities(const QString &path)
         error = text("%1: names no security").arg(path);
     }
     return error.isEmpty() ? Loaded<Securities>(securities) : Loaded<Securities>::failure(error);
-}
-
-QString marketWord(Market market)
-{
-    return market == Market::Shanghai ? QStringLiteral("SH") : QStringLiteral("SZ");
 }
 
 const Security *findSecurity(const Securities &securities, const QString &code)

@@ -7,7 +7,7 @@ namespace Terminal {
 
 namespace {
 
-/// The captions of amounts in texts of overlays; the figure follows behind a colon.
+/// The captions of amounts in texts of overlays; the figure follows after a colon.
 QStringList amountCaptions()
 {
     return {QStringLiteral(u"持仓成本"), QStringLiteral(u"成交量"),   QStringLiteral(u"成交数量"),

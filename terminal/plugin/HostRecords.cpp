@@ -84,7 +84,7 @@ std::int64_t securityIdentity(const Security &security)
 {
     // FNV-1a over market and code.
     std::uint64_t hash = 14695981039346656037U;
-    const QByteArray key = marketWord(security.market).toLatin1() + security.code.toLatin1();
+    const QByteArray key = Trading::marketLetters(security.market).toLatin1() + security.code.toLatin1();
     for (const char byte : key) {
         hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211U;
     }

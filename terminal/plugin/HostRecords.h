@@ -3,6 +3,9 @@
 #include "terminal/data/DataFolder.h"
 #include "tradechartobject/ChartInterface.h"
 
+#include <cstdint>
+#include <vector>
+
 namespace Terminal {
 
 /// A bar as overlays read it.

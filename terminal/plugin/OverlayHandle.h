@@ -3,6 +3,7 @@
 #include "tradechartobject/ChartInterface.h"
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace Terminal {

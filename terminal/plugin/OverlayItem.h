@@ -7,7 +7,7 @@
 
 #include <QStringList>
 
-#include <functional>
+#include <memory>
 
 namespace Terminal {
 

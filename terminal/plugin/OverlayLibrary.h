@@ -7,6 +7,8 @@
 #include <QJsonObject>
 #include <QLibrary>
 
+#include <memory>
+
 namespace Terminal {
 
 /// The overlay library, known by its file and by the names of its factory and of the constructor of its

@@ -34,7 +34,7 @@ public:
 
     /// Takes over what the chart has loaded; calculates nothing yet.
     void takeLoadedBars();
-    /// Takes over the bars that were added behind these, and calculates.
+    /// Takes over the bars that were added after these, and calculates.
     void takeAppendedBars();
 
     void calcAll();

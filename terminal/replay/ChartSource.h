@@ -2,6 +2,10 @@
 
 #include "terminal/data/DataFolder.h"
 
+#include <cstdint>
+#include <optional>
+#include <vector>
+
 namespace Terminal {
 
 class Replay;

@@ -27,7 +27,7 @@ Loaded<PlannedOrder> readPlannedOrder(const QString &text)
             "PlannedOrder",
             "HHMM buy|sell QUANTITY PRICE with a trading minute, e.g. \"1000 buy 500 13.35\""));
     }
-    const OrderSide side = match.captured(2) == QLatin1String("buy") ? OrderSide::Buy : OrderSide::Sell;
+    const Direction side = match.captured(2) == QLatin1String("buy") ? Direction::Buy : Direction::Sell;
     return PlannedOrder{minute, side, match.captured(3).toLongLong(), price};
 }
 

@@ -1,17 +1,19 @@
 #pragma once
 
 #include "terminal/data/Loaded.h"
-#include "terminal/data/OrderSide.h"
+#include "trading/Direction.h"
 
 #include <vector>
 
 namespace Terminal {
 
+using Trading::Direction;
+
 /// An order that is to be placed when a replay has completed the bar of `minute`.
 struct PlannedOrder
 {
     int minute = 0; ///< minutes since midnight
-    OrderSide side = OrderSide::Buy;
+    Direction side = Direction::Buy;
     qint64 quantity = 0; ///< shares
     double price = 0;    ///< yuan
 };

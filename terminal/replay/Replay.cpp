@@ -1,12 +1,14 @@
 #include "terminal/replay/Replay.h"
 
 #include <algorithm>
+#include <chrono>
+#include <iterator>
 
 namespace Terminal {
 
 namespace {
 
-constexpr int millisecondsOfMinute = 60'000;
+constexpr std::chrono::milliseconds minuteOfTheDay = std::chrono::minutes(1);
 
 } // namespace
 
@@ -17,8 +19,11 @@ Replay::Replay(QObject *parent) : QObject(parent)
     connect(&m_minute, &QTimer::timeout, this, &Replay::step);
 }
 
-void Replay::open(const ChartData &day, std::int32_t today)
+bool Replay::open(const ChartData &day, std::int32_t today)
 {
+    if (day.period != ChartPeriod::Minute || day.bars.empty()) {
+        return false; // a bar of a day is no minute of any
+    }
     m_day = day;
     m_recordedDate = day.bars.front().date;
     for (Bar &bar : m_day.bars) {
@@ -26,6 +31,7 @@ void Replay::open(const ChartData &day, std::int32_t today)
     }
     setState(State::Paused);
     restart();
+    return true;
 }
 
 void Replay::close()
@@ -79,7 +85,7 @@ void Replay::playTo(int minute)
 void Replay::setSpeed(int speed)
 {
     m_speed = std::clamp(speed, slowest, fastest);
-    m_minute.setInterval(millisecondsOfMinute / m_speed);
+    m_minute.setInterval(minuteOfTheDay / m_speed);
     Q_EMIT speedChanged();
 }
 

@@ -4,6 +4,10 @@
 
 #include <QTimer>
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
 namespace Terminal {
 
 /// A recorded day of one security, played as if it were today.
@@ -28,9 +32,9 @@ public:
 
     explicit Replay(QObject *parent);
 
-    /// Takes the minutes of a recorded day, moves them to `today` (yyyymmdd) and begins, paused.
-    /// Requires a bar.
-    void open(const ChartData &day, std::int32_t today);
+    /// Takes the minutes of a recorded day, moves them to `today` (yyyymmdd) and begins, paused. False, and
+    /// nothing changes, when `day` has no bars or others than minutes.
+    bool open(const ChartData &day, std::int32_t today);
 
     /// Forgets the day.
     void close();

@@ -4,11 +4,14 @@
 
 #include <QTimer>
 
+#include <chrono>
+#include <utility>
+
 namespace Terminal {
 
 namespace {
 
-constexpr int longestWaitMilliseconds = 1500;
+constexpr std::chrono::milliseconds longestWait{1500};
 
 } // namespace
 
@@ -26,7 +29,7 @@ Gate busGate(const QString &address)
         QObject::connect(probe, &LocalCommunication::EndPoint::ready, timer, open);
         QObject::connect(timer, &QTimer::timeout, timer, open);
         timer->setSingleShot(true);
-        timer->start(longestWaitMilliseconds);
+        timer->start(longestWait);
         probe->connect(address);
     };
 }

@@ -2,27 +2,25 @@
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trading/ModuleVocabulary.h"
+#include "trading/Question.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QUuid>
+
+#include <chrono>
 
 namespace Terminal {
 
 namespace {
 
-constexpr int askMilliseconds = 150;
+constexpr std::chrono::milliseconds askInterval{150};
 
-QByteArray question(const QByteArray &channel)
+/// A security that need not be held: any answer will do.
+QByteArray harmlessQuestion(const QByteArray &channel)
 {
-    using namespace TradeChart;
-    const QJsonObject question{
-        {QLatin1String(TradeKeyFields::CMD), QLatin1String(CmdType::HOLDERCOSTPRICE)},
-        {QLatin1String(TradeKeyFields::SCREENID), QString::fromLatin1(channel)},
-        {QLatin1String(TradeKeyFields::STKCODE), QStringLiteral("000001")},
-        {QLatin1String(TradeKeyFields::MARKET), QStringLiteral("SH")},
-    };
-    return QJsonDocument(question).toJson(QJsonDocument::Compact);
+    Trading::Question question(TradeChart::CmdType::HOLDERCOSTPRICE);
+    question.answerOn(QString::fromLatin1(channel));
+    question.setSecurity({QStringLiteral("000001"), Trading::Market::Shanghai});
+    return question.toJson();
 }
 
 } // namespace
@@ -40,13 +38,13 @@ void TradeLink::start(const QString &address)
 {
     m_endPoint.subscribe(m_channel, QByteArray(TradeChart::Topic::TRADEQUERY));
     m_endPoint.connect(address);
-    m_timer.start(askMilliseconds);
+    m_timer.start(askInterval);
 }
 
 void TradeLink::ask()
 {
     m_endPoint.sendMessage(TradeChart::Module::Channel::GLOBAL, TradeChart::Topic::TRADEQUERY,
-                           question(m_channel));
+                           harmlessQuestion(m_channel));
 }
 
 void TradeLink::takeAnswer()
@@ -72,7 +70,7 @@ Gate TradeLink::answerGate()
             });
         });
         ask();
-        m_timer.start(askMilliseconds);
+        m_timer.start(askInterval);
     };
 }
 

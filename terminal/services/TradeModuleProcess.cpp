@@ -1,11 +1,18 @@
 #include "terminal/services/TradeModuleProcess.h"
 
+#include <chrono>
+
 namespace Terminal {
 
 namespace {
 
-constexpr int restartMilliseconds = 2000;
-constexpr int stopMilliseconds = 3000;
+constexpr std::chrono::milliseconds restartDelay = std::chrono::seconds(2);
+constexpr std::chrono::milliseconds stopPatience = std::chrono::seconds(3);
+
+bool waitForEnd(QProcess *process)
+{
+    return process->waitForFinished(static_cast<int>(stopPatience.count()));
+}
 
 } // namespace
 
@@ -18,7 +25,7 @@ TradeModuleProcess::TradeModuleProcess(const QString &program, const QString &le
                             QStringLiteral("--lang"), language, QStringLiteral("serve")});
     m_process.setProcessChannelMode(QProcess::ForwardedChannels);
     m_restart.setSingleShot(true);
-    m_restart.setInterval(restartMilliseconds);
+    m_restart.setInterval(restartDelay);
     connect(&m_restart, &QTimer::timeout, this, &TradeModuleProcess::start);
     connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             &TradeModuleProcess::handleEnd);
@@ -32,9 +39,9 @@ TradeModuleProcess::~TradeModuleProcess()
         return;
     }
     m_process.terminate();
-    if (!m_process.waitForFinished(stopMilliseconds)) {
+    if (!waitForEnd(&m_process)) {
         m_process.kill();
-        m_process.waitForFinished(stopMilliseconds);
+        waitForEnd(&m_process);
     }
 }
 

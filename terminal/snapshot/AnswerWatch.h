@@ -5,8 +5,9 @@
 #include "terminal/plugin/OverlayKind.h"
 #include "terminal/services/SharedChannel.h"
 
-#include <QMap>
 #include <QStringList>
+
+#include <vector>
 
 namespace Terminal {
 

@@ -1,26 +1,21 @@
 #include "terminal/snapshot/Snapshot.h"
 
-#include "terminal/chart/view/ChartView.h"
 #include "terminal/snapshot/Picture.h"
-#include "terminal/trade/TradeDocks.h"
-#include "terminal/ui/MainWindow.h"
+#include "terminal/trade/OrderDesk.h"
 
 namespace Terminal {
 
-Snapshot::Snapshot(MainWindow *window, const TerminalOptions &options, QObject *parent)
-    : QObject(parent),
-      m_window(window),
-      m_file(options.snapshotFile),
-      m_watch(window->screenId(), window->chart()->data(), options.overlays, nullptr)
+Snapshot::Snapshot(const Scene &scene, const QString &file, std::chrono::seconds timeout)
+    : m_window(scene.window),
+      m_desk(scene.desk),
+      m_file(file),
+      m_watch(scene.screenId, scene.chart, scene.overlays, nullptr)
 {
     m_timeout.setSingleShot(true);
-    m_timeout.setInterval(options.timeoutSeconds * 1000);
-    connect(&m_watch, &AnswerWatch::listening, this, [this] {
-        m_listening = true;
-        Q_EMIT listening();
-    });
+    m_timeout.setInterval(timeout);
+    connect(&m_watch, &AnswerWatch::listening, this, &Snapshot::noteListening);
     connect(&m_watch, &AnswerWatch::progressed, this, &Snapshot::checkProgress);
-    connect(window->trade()->desk(), &OrderDesk::answered, this, &Snapshot::checkProgress);
+    connect(m_desk, &OrderDesk::answered, this, &Snapshot::checkProgress);
     connect(&m_timeout, &QTimer::timeout, this, &Snapshot::giveUp);
 }
 
@@ -34,9 +29,20 @@ void Snapshot::listen(const QString &address)
     m_watch.start(address);
 }
 
+void Snapshot::noteListening()
+{
+    if (m_stage == Stage::Deaf) { // a bus that was lost and found is heard of again
+        m_stage = Stage::Listening;
+        Q_EMIT listening();
+    }
+}
+
 void Snapshot::takeWhenComplete()
 {
-    m_isDue = true;
+    if (m_stage == Stage::Finished) {
+        return;
+    }
+    m_stage = Stage::Due;
     m_hindrance.clear();
     checkProgress();
 }
@@ -44,7 +50,7 @@ void Snapshot::takeWhenComplete()
 QStringList Snapshot::missing() const
 {
     QStringList missing = m_watch.missing();
-    if (!m_window->trade()->desk()->isUpToDate()) {
+    if (!m_desk->isUpToDate()) {
         missing.append(tr("list of orders and positions"));
     }
     return missing;
@@ -52,24 +58,22 @@ QStringList Snapshot::missing() const
 
 void Snapshot::checkProgress()
 {
-    if (!m_finished && m_isDue && missing().isEmpty()) {
+    if (m_stage == Stage::Due && missing().isEmpty()) {
         finish();
     }
 }
 
 void Snapshot::finish()
 {
-    m_finished = true;
+    m_stage = Stage::Finished;
     m_timeout.stop();
-    if (m_window->overlays() != nullptr) {
-        m_window->overlays()->runUpdates();
-    }
+    Q_EMIT aboutToTake();
     Q_EMIT finished(writePicture(m_window, m_file));
 }
 
 void Snapshot::giveUp()
 {
-    m_finished = true;
+    m_stage = Stage::Finished;
     QStringList reasons = missing();
     if (!m_hindrance.isEmpty()) {
         reasons.prepend(m_hindrance);

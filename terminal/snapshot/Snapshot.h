@@ -1,13 +1,31 @@
 #pragma once
 
+#include "terminal/data/DataFolder.h"
 #include "terminal/snapshot/AnswerWatch.h"
 
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+#include <QStringList>
 #include <QTimer>
+
+#include <chrono>
+
+class QWidget;
 
 namespace Terminal {
 
-class MainWindow;
-struct TerminalOptions;
+class OrderDesk;
+
+/// What a picture is taken of. Widget and desk must outlive the snapshot.
+struct Scene
+{
+    QWidget *window = nullptr;
+    QByteArray screenId;       ///< of the window on the bus
+    ChartData chart;           ///< what the window shows
+    QStringList overlays;      ///< words of overlayKinds
+    OrderDesk *desk = nullptr; ///< whose orders the window shows
+};
 
 /// Waits until every overlay of a window and the panel of orders, when it is shown, have their data and
 /// writes the picture.
@@ -16,17 +34,14 @@ class Snapshot : public QObject
     Q_OBJECT
 
 public:
-    /// `window` must outlive the snapshot.
-    Snapshot(MainWindow *window, const TerminalOptions &options, QObject *parent);
+    /// Into `file`, or not at all after `timeout`.
+    Snapshot(const Scene &scene, const QString &file, std::chrono::seconds timeout);
 
     /// From here on the time runs that the answers have.
     void start();
 
     /// Listens on the bus instance of `address`, see AnswerWatch.
     void listen(const QString &address);
-
-    /// True when answers are heard.
-    bool isListening() const { return m_listening; }
 
     /// Writes the picture at once, without overlays to wait for.
     void finish();
@@ -41,25 +56,31 @@ public:
     void noteUpdate(const OverlayKind *kind) { m_watch.noteUpdate(kind); }
 
 Q_SIGNALS:
-    /// Answers would be heard now: overlays may be started.
+    /// Once: answers are heard from now on, so that they may be asked for.
     void listening();
+
+    /// The window is to show what it knows: its picture is taken next.
+    void aboutToTake();
 
     /// The picture is written, or the text says why not.
     void finished(const QString &error);
 
 private:
+    /// Where the snapshot is; it only goes on to later stages.
+    enum class Stage { Deaf, Listening, Due, Finished };
+
+    void noteListening();
     QStringList missing() const;
     void checkProgress();
     void giveUp();
 
-    MainWindow *m_window;
+    QWidget *m_window;
+    OrderDesk *m_desk;
     QString m_file;
     AnswerWatch m_watch;
     QTimer m_timeout;
     QString m_hindrance;
-    bool m_listening = false;
-    bool m_isDue = false; ///< the scene is set
-    bool m_finished = false;
+    Stage m_stage = Stage::Deaf;
 };
 
 } // namespace Terminal

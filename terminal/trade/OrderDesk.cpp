@@ -1,6 +1,5 @@
 #include "terminal/trade/OrderDesk.h"
 
-#include "terminal/chart/text/FigureText.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trading/ModuleVocabulary.h"
 
@@ -20,16 +19,6 @@ constexpr int heartbeatMilliseconds = 3000; ///< notifications are not receipts:
 QString textOf(const QJsonObject &object, const char *key)
 {
     return object.value(QLatin1String(key)).toString();
-}
-
-void set(QJsonObject *object, const char *key, const QString &value)
-{
-    object->insert(QLatin1String(key), value);
-}
-
-QString directionCode(OrderSide side)
-{
-    return side == OrderSide::Buy ? QStringLiteral("0B") : QStringLiteral("0S");
 }
 
 /// What the module says to a wish that it grants: the number of a new order, or words.
@@ -81,7 +70,7 @@ void OrderDesk::setTimeout(int milliseconds)
 void OrderDesk::start(const QString &address)
 {
     m_endPoint.subscribe(m_channel.toLatin1(), QByteArray(Topic::TRADEQUERY));
-    m_endPoint.subscribe(Module::Channel::GLOBAL, QByteArray(Topic::TRADENOTIFY));
+    m_endPoint.subscribe(Trading::Channel::GLOBAL, QByteArray(Topic::TRADENOTIFY));
     m_endPoint.connect(address);
 }
 
@@ -93,9 +82,9 @@ void OrderDesk::watch()
     }
 }
 
-void OrderDesk::show(const Security &security, std::int32_t day)
+void OrderDesk::show(const Security &security, std::optional<Trading::TradingDate> day)
 {
-    if (isSame(security, m_security) && day == m_day) {
+    if (security.id() == m_security.id() && day == m_day) {
         return;
     }
     m_security = security;
@@ -125,57 +114,53 @@ void OrderDesk::askAnew()
 
 void OrderDesk::place(const OrderRequest &order)
 {
-    QJsonObject wish = question(Module::CmdType::ENTRUSTPLACE, order.security);
-    set(&wish, TradeKeyFields::RTSBSFLAG, directionCode(order.side));
-    set(&wish, TradeKeyFields::RTSENTRUSTPRICE, priceText(order.price));
-    set(&wish, TradeKeyFields::RTSENTRUSTQTY, QString::number(order.quantity));
+    OwnQuestion wish = ask(Trading::CmdType::ENTRUSTPLACE, order.security);
+    const auto price = Trading::Money::ofYuan(order.price);
+    wish.question.setNewOrder(order.side, price.value_or(Trading::Money()), order.quantity);
     sendWish(wish, [this, order](const DeskOutcome &outcome) { Q_EMIT placed(order, outcome); });
 }
 
 void OrderDesk::cancel(const OrderRecord &order)
 {
-    QJsonObject wish = question(CmdType::ENTRUSTCANCEL, order.security);
-    set(&wish, TradeKeyFields::RTSORDERDATE, QString::number(order.date));
-    set(&wish, TradeKeyFields::RTSORDERNO, order.number);
+    OwnQuestion wish = ask(CmdType::ENTRUSTCANCEL, order.security);
+    wish.question.setOrder(order.day.value(), order.number);
     sendWish(wish, [this, order](const DeskOutcome &outcome) { Q_EMIT cancelAnswered(order, outcome); });
 }
 
-QJsonObject OrderDesk::question(const char *command, const Security &security)
+OrderDesk::OwnQuestion OrderDesk::ask(const char *command, const Security &security)
 {
-    QJsonObject question;
-    set(&question, TradeKeyFields::CMD, QLatin1String(command));
-    set(&question, TradeKeyFields::SCREENID, m_channel);
-    set(&question, TradeKeyFields::OBJECTID, QStringLiteral("%1.%2").arg(m_channel).arg(++m_questionCount));
-    set(&question, TradeKeyFields::STKCODE, security.code);
-    set(&question, TradeKeyFields::MARKET, marketWord(security.market));
-    return question;
+    OwnQuestion own{Trading::Question(command),
+                    QStringLiteral("%1.%2").arg(m_channel).arg(++m_questionCount)};
+    own.question.answerOn(m_channel, own.id);
+    own.question.setSecurity(security.id());
+    return own;
 }
 
 /// The question's id; empty without a bus.
-QString OrderDesk::send(const QJsonObject &question)
+QString OrderDesk::send(const OwnQuestion &own)
 {
-    const bool isSent = m_endPoint.isConnected() &&
-                        m_endPoint.sendMessage(Module::Channel::GLOBAL, Topic::TRADEQUERY,
-                                               QJsonDocument(question).toJson(QJsonDocument::Compact));
-    return isSent ? textOf(question, TradeKeyFields::OBJECTID) : QString();
+    const bool isSent =
+        m_endPoint.isConnected() &&
+        m_endPoint.sendMessage(Trading::Channel::GLOBAL, Topic::TRADEQUERY, own.question.toJson());
+    return isSent ? own.id : QString();
 }
 
 QString OrderDesk::askForOrders()
 {
-    if (m_day == 0) {
-        return send(question(CmdType::ENTRUSTTODAYTRADE, m_security));
+    if (!m_day) {
+        return send(ask(CmdType::ENTRUSTTODAYTRADE, m_security));
     }
-    QJsonObject ofDay = question(CmdType::ENTRUSTHISTORYTRADE, m_security);
-    ofDay.insert(QLatin1String(TradeKeyFields::DATE), m_day);
+    OwnQuestion ofDay = ask(CmdType::ENTRUSTHISTORYTRADE, m_security);
+    ofDay.question.setDay(*m_day);
     return send(ofDay);
 }
 
 QString OrderDesk::askForAccount()
 {
-    return send(question(Module::CmdType::ACCOUNTINFO, m_security));
+    return send(ask(Trading::CmdType::ACCOUNTINFO, m_security));
 }
 
-void OrderDesk::sendWish(const QJsonObject &wish, Tell tell)
+void OrderDesk::sendWish(const OwnQuestion &wish, Tell tell)
 {
     const QString id = send(wish);
     if (id.isEmpty()) {
@@ -246,7 +231,7 @@ void OrderDesk::takeNotification(const QJsonObject &notification)
     if (!isWatching()) {
         return;
     }
-    if (textOf(notification, TradeKeyFields::STKCODE) == m_security.code && m_day == 0) {
+    if (textOf(notification, TradeKeyFields::STKCODE) == m_security.code && !m_day) {
         m_ordersQuestion.ask();
     }
     m_accountQuestion.ask();

@@ -3,6 +3,7 @@
 #include "endpoint/EndPoint.h"
 #include "terminal/trade/OpenQuestion.h"
 #include "terminal/trade/TradeRecords.h"
+#include "trading/Question.h"
 
 #include <QHash>
 
@@ -50,9 +51,9 @@ public:
     /// How long an answer is waited for; 3000 at first.
     void setTimeout(int milliseconds);
 
-    /// Chooses whose orders are asked for: `day` as yyyymmdd, or 0 for today. Those known so far are
-    /// forgotten when it is another security or day.
-    void show(const Security &security, std::int32_t day);
+    /// Chooses whose orders are asked for: those of `day`, or of today when there is none. Those known so far
+    /// are forgotten when it is another security or day.
+    void show(const Security &security, std::optional<Trading::TradingDate> day);
 
     /// Asks for the orders and the account; does nothing before watch().
     void refresh();
@@ -61,7 +62,7 @@ public:
 
     /// Ends with placed().
     void place(const OrderRequest &order);
-    /// Ends with cancelAnswered().
+    /// Ends with cancelAnswered(). Requires an order whose day is known.
     void cancel(const OrderRecord &order);
 
     /// True while the module answers what it is asked.
@@ -92,11 +93,18 @@ private:
     };
 
     bool isWatching() const { return m_heartbeat.isActive(); }
-    QJsonObject question(const char *command, const Security &security);
-    QString send(const QJsonObject &question);
+    /// A question as it goes out, and the id that its answer brings back.
+    struct OwnQuestion
+    {
+        Trading::Question question;
+        QString id;
+    };
+
+    OwnQuestion ask(const char *command, const Security &security);
+    QString send(const OwnQuestion &own);
     QString askForOrders();
     QString askForAccount();
-    void sendWish(const QJsonObject &wish, Tell tell);
+    void sendWish(const OwnQuestion &wish, Tell tell);
     void handleMessage(const QByteArray &topic, const QByteArray &payload);
     void takeAnswer(const QJsonObject &answer);
     void takeOrders(const QJsonObject &answer);
@@ -113,7 +121,7 @@ private:
     OpenQuestion m_accountQuestion;
     QHash<QString, Wish> m_wishes; ///< unanswered ones by their id
     Security m_security;
-    std::int32_t m_day = 0;
+    std::optional<Trading::TradingDate> m_day; ///< nothing: today
     OrderRecords m_orders;
     std::optional<Account> m_account;
     bool m_isAnswering = false;

@@ -28,11 +28,6 @@ double toYuan(qint64 cents)
     return static_cast<double>(cents) / centsPerYuan;
 }
 
-qint64 wholeLots(qint64 shares)
-{
-    return shares / sharesOfLot * sharesOfLot;
-}
-
 } // namespace
 
 std::optional<PriceLimits> OrderDraft::limits() const
@@ -40,7 +35,7 @@ std::optional<PriceLimits> OrderDraft::limits() const
     if (!m_facts.closeBefore) {
         return std::nullopt;
     }
-    const auto limits = TradeChart::Module::dayLimits(m_order.security.code, toCents(*m_facts.closeBefore));
+    const auto limits = Trading::dayLimits(m_order.security.code, toCents(*m_facts.closeBefore));
     return PriceLimits{toYuan(limits.lowest), toYuan(limits.highest)};
 }
 

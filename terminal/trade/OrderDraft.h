@@ -9,6 +9,12 @@ namespace Terminal {
 /// Shares are bought and sold in lots; only a whole holding may be sold with its odd rest.
 constexpr qint64 sharesOfLot = 100;
 
+/// What there is of `shares` in whole lots.
+constexpr qint64 wholeLots(qint64 shares)
+{
+    return shares / sharesOfLot * sharesOfLot;
+}
+
 /// What is known when an order is drafted. What is not known is not checked.
 struct DraftFacts
 {
@@ -66,7 +72,7 @@ private:
     QString lotProblem() const;
     QString holdingProblem() const;
     QString cashProblem() const;
-    bool isSell() const { return m_order.side == OrderSide::Sell; }
+    bool isSell() const { return m_order.side == Direction::Sell; }
     bool sellsAll() const { return isSell() && m_order.quantity == m_facts.held; }
 
     OrderRequest m_order;

@@ -13,9 +13,9 @@ namespace Terminal {
 namespace {
 
 /// The bar in which an order of this time was placed; one of closed hours belongs to the next bar.
-double barOf(const Bars &bars, std::int32_t time)
+double barOf(const Bars &bars, Trading::ClockTime time)
 {
-    const std::int32_t minute = time / 10000 * 60 + time / 100 % 100;
+    const std::int32_t minute = time.minute();
     const auto found =
         std::lower_bound(bars.begin(), bars.end(), minute,
                          [](const Bar &bar, std::int32_t wanted) { return bar.minute < wanted; });
@@ -31,7 +31,7 @@ QPointF OrderPlaces::placeOf(const OrderRecord &order) const
     const ChartGeometry &geometry = m_chart.chartGeometry();
     const bool isBelow = order.price <= geometry.lowPrice;
     const double y = geometry.priceToY(std::clamp(order.price, geometry.lowPrice, geometry.highPrice));
-    return {geometry.barToX(barOf(m_chart.data().bars, order.time)),
+    return {geometry.barToX(barOf(m_chart.data().bars, order.time.value_or(Trading::ClockTime()))),
             y + (isBelow ? -orderGlyphSize : orderGlyphSize) / 2};
 }
 

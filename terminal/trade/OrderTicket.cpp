@@ -1,11 +1,13 @@
 #include "terminal/trade/OrderTicket.h"
 
 #include "terminal/chart/text/FigureText.h"
+#include "terminal/trade/PartButtons.h"
+#include "terminal/trade/PriceBox.h"
+#include "terminal/trade/QuantityBox.h"
 #include "terminal/trade/TradeTables.h"
 
 #include <QApplication>
 #include <QButtonGroup>
-#include <QDoubleSpinBox>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -13,21 +15,13 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include <array>
-
 namespace Terminal {
 
 namespace {
 
-constexpr double tick = 0.01;
-constexpr double highestPrice = 1e6;
-constexpr int mostShares = 1000000000;
 constexpr int ticketWidth = 252;
 constexpr int margin = 12;
 constexpr int gap = 6;
-
-/// Of the largest quantity, what a button fills in: one part in so many.
-constexpr std::array<int, 3> quantityDivisors = {4, 2, 1};
 
 /// Lets the style sheet see a property that has changed.
 void setStyleProperty(QWidget *widget, const char *name, const QString &value)
@@ -39,20 +33,9 @@ void setStyleProperty(QWidget *widget, const char *name, const QString &value)
     }
 }
 
-QString sideWord(OrderSide side)
+QString sideWord(Direction side)
 {
-    return side == OrderSide::Buy ? QStringLiteral("buy") : QStringLiteral("sell");
-}
-
-template <typename Box>
-Box *makeBox()
-{
-    auto *const box = new Box;
-    box->setLocale(QLocale::c()); // figures as on the axes
-    box->setAlignment(Qt::AlignRight);
-    box->setButtonSymbols(QAbstractSpinBox::PlusMinus);
-    box->setAccelerated(true);
-    return box;
+    return side == Direction::Buy ? QStringLiteral("buy") : QStringLiteral("sell");
 }
 
 QLabel *makeLabel(const char *name)
@@ -72,10 +55,11 @@ OrderTicket::OrderTicket(QWidget *parent)
       m_buy(new QPushButton),
       m_sell(new QPushButton),
       m_priceLabel(makeLabel("ticketCaption")),
-      m_price(makeBox<QDoubleSpinBox>()),
+      m_price(new PriceBox),
       m_limits(makeLabel("ticketCaption")),
       m_quantityLabel(makeLabel("ticketCaption")),
-      m_quantity(makeBox<QSpinBox>()),
+      m_quantity(new QuantityBox),
+      m_parts(new PartButtons),
       m_largest(makeLabel("ticketCaption")),
       m_amountLabel(makeLabel("ticketCaption")),
       m_amount(makeLabel("ticketAmount")),
@@ -87,7 +71,7 @@ OrderTicket::OrderTicket(QWidget *parent)
     setUpFields();
     setUpLayout();
     setFixedWidth(ticketWidth);
-    setSide(OrderSide::Buy);
+    setSide(Direction::Buy);
     showTexts();
 }
 
@@ -101,8 +85,8 @@ void OrderTicket::setUpSides()
     m_buy->setObjectName(QStringLiteral("buySide"));
     m_sell->setObjectName(QStringLiteral("sellSide"));
     m_send->setObjectName(QStringLiteral("sendOrder"));
-    connect(m_buy, &QPushButton::clicked, this, [this] { setSide(OrderSide::Buy); });
-    connect(m_sell, &QPushButton::clicked, this, [this] { setSide(OrderSide::Sell); });
+    connect(m_buy, &QPushButton::clicked, this, [this] { setSide(Direction::Buy); });
+    connect(m_sell, &QPushButton::clicked, this, [this] { setSide(Direction::Sell); });
     m_send->installEventFilter(this);
     connect(m_send, &QPushButton::clicked, this, &OrderTicket::send);
 }
@@ -110,18 +94,13 @@ void OrderTicket::setUpSides()
 void OrderTicket::setUpFields()
 {
     m_price->setObjectName(QStringLiteral("orderPrice"));
-    m_price->setDecimals(2);
-    m_price->setRange(0, highestPrice);
-    m_price->setSingleStep(tick);
     m_quantity->setObjectName(QStringLiteral("orderQuantity"));
-    m_quantity->setRange(0, mostShares);
-    m_quantity->setSingleStep(static_cast<int>(sharesOfLot));
-    m_quantity->setValue(static_cast<int>(sharesOfLot));
     connect(m_price, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, [this] {
         m_hasOwnPrice = true;
         showDraft();
     });
     connect(m_quantity, QOverload<int>::of(&QSpinBox::valueChanged), this, &OrderTicket::showDraft);
+    connect(m_parts, &PartButtons::chosen, m_quantity, &QuantityBox::setShares);
 }
 
 void OrderTicket::setUpLayout()
@@ -147,7 +126,7 @@ void OrderTicket::setUpLayout()
     column->addSpacing(gap);
     column->addWidget(m_quantityLabel);
     column->addWidget(m_quantity);
-    column->addLayout(quantityButtons());
+    column->addWidget(m_parts);
     column->addWidget(m_largest);
     column->addSpacing(gap);
     column->addLayout(amounts);
@@ -157,35 +136,13 @@ void OrderTicket::setUpLayout()
     column->addStretch(1);
 }
 
-QLayout *OrderTicket::quantityButtons()
-{
-    auto *const row = new QHBoxLayout;
-    row->setSpacing(gap);
-    for (const int divisor : quantityDivisors) {
-        auto *const button = new QPushButton;
-        button->setObjectName(QStringLiteral("quantityPart"));
-        button->setFocusPolicy(Qt::TabFocus);
-        connect(button, &QPushButton::clicked, this, [this, divisor] { takePartOfLargest(divisor); });
-        m_parts.push_back(button);
-        row->addWidget(button);
-    }
-    return row;
-}
-
-void OrderTicket::takePartOfLargest(int divisor)
-{
-    const qint64 largest = draft().largestQuantity().value_or(0);
-    const qint64 part = divisor == 1 ? largest : largest / divisor / sharesOfLot * sharesOfLot;
-    m_quantity->setValue(static_cast<int>(std::min<qint64>(part, mostShares)));
-}
-
 void OrderTicket::setSecurity(const Security &security, double price)
 {
-    const bool isOther = !isSame(security, m_security);
+    const bool isOther = security.id() != m_security.id();
     m_security = security;
     m_title->setText(QStringLiteral("%1  %2").arg(security.name, security.code));
     if (isOther) {
-        m_quantity->setValue(static_cast<int>(sharesOfLot));
+        m_quantity->setShares(sharesOfLot);
         fillInPrice(price);
         showResult({}, Tone::Plain);
     }
@@ -198,11 +155,11 @@ void OrderTicket::setFacts(const DraftFacts &facts)
     showDraft();
 }
 
-void OrderTicket::setSide(OrderSide side)
+void OrderTicket::setSide(Direction side)
 {
     m_side = side;
-    m_buy->setChecked(side == OrderSide::Buy);
-    m_sell->setChecked(side == OrderSide::Sell);
+    m_buy->setChecked(side == Direction::Buy);
+    m_sell->setChecked(side == Direction::Sell);
     setStyleProperty(m_send, "side", sideWord(side));
     showDraft();
 }
@@ -239,7 +196,7 @@ void OrderTicket::setAmountsHidden(bool hidden)
 
 OrderDraft OrderTicket::draft() const
 {
-    return OrderDraft({m_security, m_side, m_price->value(), m_quantity->value()}, m_facts, m_hidesAmounts);
+    return OrderDraft({m_security, m_side, m_price->value(), m_quantity->shares()}, m_facts, m_hidesAmounts);
 }
 
 void OrderTicket::focusPrice()
@@ -259,8 +216,8 @@ void OrderTicket::showResult(const QString &text, Tone tone)
 void OrderTicket::showTexts()
 {
     setAccessibleName(tr("Order ticket"));
-    m_buy->setText(sideText(OrderSide::Buy));
-    m_sell->setText(sideText(OrderSide::Sell));
+    m_buy->setText(sideText(Direction::Buy));
+    m_sell->setText(sideText(Direction::Sell));
     m_priceLabel->setText(tr("Price"));
     m_price->setAccessibleName(tr("Price"));
     m_price->setToolTip(tr("Up and down move by 0.01; a click on the chart takes its price"));
@@ -268,11 +225,7 @@ void OrderTicket::showTexts()
     m_quantity->setToolTip(tr("Up and down move by a lot of %1 shares").arg(sharesOfLot));
     m_amountLabel->setText(tr("Amount without fees"));
     m_send->setToolTip(tr("Enter sends, Escape goes back to the chart"));
-    for (size_t i = 0; i < m_parts.size(); ++i) {
-        const int divisor = quantityDivisors[i];
-        m_parts[i]->setText(divisor == 1 ? tr("All") : QStringLiteral("1/%1").arg(divisor));
-        m_parts[i]->setToolTip(tr("Of the largest quantity"));
-    }
+    m_parts->showTexts();
     showDraft();
 }
 
@@ -289,9 +242,7 @@ void OrderTicket::showDraft()
     m_quantityLabel->setText(tr("Quantity: lots %1").arg(amount(QString::number(shown.lots()))));
     m_largest->setText(largest ? tr("At most %1").arg(amount(QString::number(*largest))) : QString());
     m_largest->setVisible(largest.has_value());
-    for (QPushButton *const part : m_parts) {
-        part->setEnabled(largest.value_or(0) > 0);
-    }
+    m_parts->setLargest(largest);
     m_amount->setText(amount(amountText(shown.amount())));
     m_problem->setText(problem);
     m_send->setText(orderSummary(shown.order(), m_hidesAmounts));

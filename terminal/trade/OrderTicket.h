@@ -4,13 +4,14 @@
 
 #include <QWidget>
 
-class QDoubleSpinBox;
 class QLabel;
-class QLayout;
 class QPushButton;
-class QSpinBox;
 
 namespace Terminal {
+
+class PriceBox;
+class QuantityBox;
+class PartButtons;
 
 /// The form of a limit order: side, price, quantity and what it comes to. It says what speaks against
 /// sending the order; while nothing does, Enter in a field or the button sends it.
@@ -28,7 +29,7 @@ public:
     /// changes under somebody's hands.
     void setLastPrice(double price);
     void setFacts(const DraftFacts &facts);
-    void setSide(OrderSide side);
+    void setSide(Direction side);
     /// The price that the user chose; rounded to the tick.
     void setPrice(double price);
     /// Leaves nothing to be read but the quantity that the user is filling in.
@@ -61,8 +62,6 @@ private:
     void setUpSides();
     void setUpFields();
     void setUpLayout();
-    QLayout *quantityButtons();
-    void takePartOfLargest(int divisor);
     void showTexts();
     void showDraft();
     void fillInPrice(double price);
@@ -70,7 +69,7 @@ private:
 
     Security m_security;
     DraftFacts m_facts;
-    OrderSide m_side = OrderSide::Buy;
+    Direction m_side = Direction::Buy;
     bool m_hidesAmounts = false;
     bool m_isSending = false;   ///< the order before has not ended
     bool m_hasOwnPrice = false; ///< one that the user chose
@@ -78,11 +77,11 @@ private:
     QPushButton *m_buy;
     QPushButton *m_sell;
     QLabel *m_priceLabel;
-    QDoubleSpinBox *m_price;
+    PriceBox *m_price;
     QLabel *m_limits;
     QLabel *m_quantityLabel;
-    QSpinBox *m_quantity;
-    std::vector<QPushButton *> m_parts; ///< fill in parts of the largest quantity
+    QuantityBox *m_quantity;
+    PartButtons *m_parts;
     QLabel *m_largest;
     QLabel *m_amountLabel;
     QLabel *m_amount;

@@ -5,10 +5,12 @@
 #include <QWidget>
 
 class QLabel;
-class QSplitter;
-class QTableView;
 
 namespace Terminal {
+
+class OrdersView;
+class RecordView;
+class SharedWidth;
 
 /// The orders of the shown security on one day, and what the account holds, side by side. Delete or the
 /// menu of a row asks for the cancellation of its order.
@@ -22,8 +24,8 @@ class OrdersPanel : public QWidget
 public:
     explicit OrdersPanel(QWidget *parent = nullptr);
 
-    /// Of `day` (yyyymmdd), or 0 for today.
-    void setOrders(const OrderRecords &orders, std::int32_t day);
+    /// Of `day`, or of today when there is none.
+    void setOrders(const OrderRecords &orders, std::optional<Trading::TradingDate> day);
     /// Nothing: the account is not known.
     void setAccount(const std::optional<Account> &account);
     /// The last price that the chart shows.
@@ -55,31 +57,22 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
 
 private:
-    QWidget *column(QLabel *caption, QTableView *table);
-    void setUpTable(QTableView *table, QAbstractTableModel *model, int widestColumn);
-    void shareWidth();
     void showTexts();
     void showAccount();
-    void askToCancel();
-    void openMenu(const QPoint &position);
-    const OrderRecord *currentOrder() const;
 
     OrdersTable m_orders;
     PositionsTable m_positions;
     QLabel *m_ordersCaption;
     QLabel *m_accountCaption;
-    QTableView *m_ordersView;
-    QTableView *m_positionsView;
-    QSplitter *m_halves;
-    bool m_isSharedByHand = false;
+    OrdersView *m_ordersView;
+    RecordView *m_positionsView;
+    SharedWidth *m_halves;
     std::optional<Account> m_account;
     Security m_shownSecurity;
     std::optional<double> m_lastPrice;
-    std::int32_t m_day = 0;
+    std::optional<Trading::TradingDate> m_day; ///< nothing: today
     bool m_isAnswering = false;
     bool m_hidesAmounts = false;
 };

@@ -12,13 +12,14 @@
 
 namespace Terminal {
 
-/// Records as the rows of a table, by a list of columns.
-template <typename Record>
+/// Records as the rows of a table, by a list of columns. `Name` is an enum of the columns, from the left.
+template <typename Record, typename Name>
 class RecordTable : public QAbstractTableModel
 {
 public:
     struct Column
     {
+        Name name;
         QString (*title)(); ///< translated
         Qt::Alignment alignment;
         QString (*text)(const Record &record);
@@ -34,6 +35,9 @@ public:
         : m_columns(std::move(columns)),
           m_isSameRow(isSameRow)
     {
+        for (size_t place = 0; place < m_columns.size(); ++place) {
+            Q_ASSERT(m_columns[place].name == static_cast<Name>(place));
+        }
     }
 
     const std::vector<Record> &records() const { return m_records; }
@@ -90,6 +94,8 @@ public:
     {
         return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
     }
+
+    QModelIndex cell(int row, Name name) const { return index(row, static_cast<int>(name)); }
 
     QVariant data(const QModelIndex &index, int role) const override
     {

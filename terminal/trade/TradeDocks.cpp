@@ -51,11 +51,13 @@ QString keyText(Qt::Key key)
 
 } // namespace
 
-TradeDocks::TradeDocks(QMainWindow *window, ChartView *chart, UserPrompts *prompts, CloseBefore closeBefore)
+TradeDocks::TradeDocks(QMainWindow *window, ChartView *chart, OrderDesk *desk, UserPrompts *prompts,
+                       CloseBefore closeBefore)
     : m_window(window),
       m_chart(chart),
       m_prompts(prompts),
       m_closeBefore(std::move(closeBefore)),
+      m_desk(*desk),
       m_chartOrders(chart),
       m_ticket(new OrderTicket),
       m_panel(new OrdersPanel),
@@ -99,8 +101,8 @@ void TradeDocks::addShortcuts()
         shortcut->setAutoRepeat(false);
         connect(shortcut, &QShortcut::activated, this, std::move(act));
     };
-    add(buyKey, [this] { openTicket(OrderSide::Buy); });
-    add(sellKey, [this] { openTicket(OrderSide::Sell); });
+    add(buyKey, [this] { openTicket(Direction::Buy); });
+    add(sellKey, [this] { openTicket(Direction::Sell); });
     add(panelKey, [this] {
         m_panelDock->show();
         m_panel->focusOrders();
@@ -150,7 +152,7 @@ void TradeDocks::setShown(bool shown)
     watchWhenShown();
 }
 
-void TradeDocks::openTicket(OrderSide side)
+void TradeDocks::openTicket(Direction side)
 {
     m_ticketDock->show();
     m_ticket->setSide(side);
@@ -187,11 +189,11 @@ void TradeDocks::showTexts()
     m_panelAction->setText(withKeys(tr("Orders and positions"), {keyText(panelKey)}));
 }
 
-std::int32_t TradeDocks::shownDay() const
+std::optional<Trading::TradingDate> TradeDocks::shownDay() const
 {
     const ChartData &data = m_chart->data();
     const bool isPastDay = data.period == ChartPeriod::Minute && !data.bars.empty() && !isTodaysChart(data);
-    return isPastDay ? data.bars.back().date : 0;
+    return isPastDay ? std::optional(dayOf(data.bars.back())) : std::nullopt;
 }
 
 void TradeDocks::showChart()

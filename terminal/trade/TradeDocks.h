@@ -27,12 +27,11 @@ public:
     /// The close by which today's price limits go, of what a chart shows.
     using CloseBefore = std::function<std::optional<double>(const ChartData &)>;
 
-    /// `window`, `chart` and `prompts` must outlive this object.
-    TradeDocks(QMainWindow *window, ChartView *chart, UserPrompts *prompts, CloseBefore closeBefore);
+    /// `window`, `chart`, `desk` and `prompts` must outlive this object. The desk asks from when a dock is
+    /// first shown.
+    TradeDocks(QMainWindow *window, ChartView *chart, OrderDesk *desk, UserPrompts *prompts,
+               CloseBefore closeBefore);
     ~TradeDocks() override;
-
-    /// Joins the bus instance of `busAddress`; the desk asks from when a dock is first shown.
-    void start(const QString &busAddress) { m_desk.start(busAddress); }
 
     /// The overlays whose marks stand for orders.
     void setOverlays(OverlayHost *overlays) { m_chartOrders.setOverlays(overlays); }
@@ -44,12 +43,11 @@ public:
     /// Shows or hides both docks.
     void setShown(bool shown);
     /// Opens the ticket with the keyboard in its price.
-    void openTicket(OrderSide side);
+    void openTicket(Direction side);
 
     QAction *ticketAction() const { return m_ticketAction; }
     QAction *panelAction() const { return m_panelAction; }
 
-    /// The terminal's only one: what else goes to the trading module in order with orders takes it, too.
     OrderDesk *desk() { return &m_desk; }
     OrderTicket *ticket() const { return m_ticket; }
     OrdersPanel *panel() const { return m_panel; }
@@ -71,7 +69,7 @@ private:
     void askToCancel(const OrderRecord &order);
     void tellPlaced(const OrderRequest &order, const DeskOutcome &outcome);
     void tellCancelled(const OrderRecord &order, const DeskOutcome &outcome);
-    std::int32_t shownDay() const;
+    std::optional<Trading::TradingDate> shownDay() const;
 
     QMainWindow *m_window;
     ChartView *m_chart;
@@ -79,7 +77,7 @@ private:
     CloseBefore m_closeBefore;
     DraftFacts m_facts;
     bool m_hidesAmounts = false;
-    OrderDesk m_desk;
+    OrderDesk &m_desk;
     ChartOrders m_chartOrders;
     OrderTicket *m_ticket;
     OrdersPanel *m_panel;

@@ -1,5 +1,6 @@
 #include "terminal/trade/TradeRecords.h"
 
+#include "tradechartobject/common/OrderStatusTable.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trading/ModuleVocabulary.h"
 
@@ -30,33 +31,22 @@ double amountOf(const QJsonObject &row, const char *key)
     return textOf(row, key).toDouble();
 }
 
-/// Answers number the markets in another way than overlays do: "1" is Shanghai.
 Security securityOf(const QJsonObject &row)
 {
-    const bool isShanghai = textOf(row, TradeKeyFields::MARKET) == QLatin1String("1");
-    return {textOf(row, TradeKeyFields::STKCODE), isShanghai ? Market::Shanghai : Market::Shenzhen,
+    const auto market = Trading::marketOfNumber(textOf(row, TradeKeyFields::MARKET));
+    return {textOf(row, TradeKeyFields::STKCODE), market.value_or(Market::Shenzhen),
             textOf(row, TradeKeyFields::STKNAME)};
 }
 
-std::optional<OrderSide> sideOf(const QJsonObject &row)
+OrderRecord readOrder(const QJsonObject &row, Direction side)
 {
-    const QString flag = toBsFlag(textOf(row, TradeKeyFields::RTSBSFLAG));
-    if (flag.isEmpty()) {
-        return std::nullopt;
-    }
-    return flag == QLatin1String(BSFlag::BUY) ? OrderSide::Buy : OrderSide::Sell;
-}
-
-OrderRecord readOrder(const QJsonObject &row, OrderSide side)
-{
-    constexpr int hundredths = 100; // times are hhmmsscc
     OrderRecord order;
     order.security = securityOf(row);
     order.side = side;
     order.status = textOf(row, TradeKeyFields::RTSORDERSTATUS);
     order.number = textOf(row, TradeKeyFields::RTSORDERNO);
-    order.date = static_cast<std::int32_t>(numberOf(row, TradeKeyFields::RTSORDERDATE));
-    order.time = static_cast<std::int32_t>(numberOf(row, TradeKeyFields::RTSENTRUSTTIME) / hundredths);
+    order.day = Trading::TradingDate::ofText(textOf(row, TradeKeyFields::RTSORDERDATE));
+    order.time = Trading::ClockTime::ofText(textOf(row, TradeKeyFields::RTSENTRUSTTIME));
     order.price = amountOf(row, TradeKeyFields::RTSENTRUSTPRICE);
     order.quantity = numberOf(row, TradeKeyFields::RTSENTRUSTQTY);
     order.dealt = numberOf(row, TradeKeyFields::RTSMATCHQTY);
@@ -66,8 +56,8 @@ OrderRecord readOrder(const QJsonObject &row, OrderSide side)
 
 Position readPosition(const QJsonObject &row)
 {
-    return {securityOf(row), numberOf(row, Module::AccountFields::QTY),
-            numberOf(row, Module::AccountFields::SELLABLE), amountOf(row, TradeKeyFields::COSTPRICE)};
+    return {securityOf(row), numberOf(row, Trading::AccountFields::QTY),
+            numberOf(row, Trading::AccountFields::SELLABLE), amountOf(row, TradeKeyFields::COSTPRICE)};
 }
 
 } // namespace
@@ -80,19 +70,14 @@ std::optional<double> OrderRecord::averagePrice() const
 const Position *Account::find(const Security &security) const
 {
     const auto found = std::find_if(positions.begin(), positions.end(), [&security](const Position &one) {
-        return isSame(one.security, security);
+        return one.security.id() == security.id();
     });
     return found == positions.end() ? nullptr : &*found;
 }
 
-bool isSame(const Security &one, const Security &other)
+QString sideText(Direction side)
 {
-    return one.code == other.code && one.market == other.market;
-}
-
-QString sideText(OrderSide side)
-{
-    return side == OrderSide::Buy ? QCoreApplication::translate("TradeRecords", "Buy")
+    return side == Direction::Buy ? QCoreApplication::translate("TradeRecords", "Buy")
                                   : QCoreApplication::translate("TradeRecords", "Sell");
 }
 
@@ -104,10 +89,7 @@ QString statusText(const OrderRecord &order)
 
 bool isCancellable(const OrderRecord &order)
 {
-    const char *const open[] = {OrderStatus::WaittingQuote, OrderStatus::Quoting, OrderStatus::Quoted,
-                                OrderStatus::PartDeal};
-    return std::any_of(std::begin(open), std::end(open),
-                       [&order](const char *status) { return order.status == QLatin1String(status); });
+    return order.day && TradeChart::isCancellable(order.status);
 }
 
 OrderRecords readOrders(const QJsonObject &answer)
@@ -116,7 +98,7 @@ OrderRecords readOrders(const QJsonObject &answer)
     const QJsonArray rows = answer.value(QLatin1String(TradeKeyFields::DATA)).toArray();
     for (const QJsonValue &value : rows) {
         const QJsonObject row = value.toObject();
-        const auto side = sideOf(row);
+        const auto side = Trading::directionOfCode(textOf(row, TradeKeyFields::RTSBSFLAG));
         if (side && !textOf(row, TradeKeyFields::RTSORDERNO).isEmpty()) {
             orders.push_back(readOrder(row, *side));
         }
@@ -128,9 +110,9 @@ Account readAccount(const QJsonObject &answer)
 {
     const QJsonObject data = answer.value(QLatin1String(TradeKeyFields::DATA)).toObject();
     Account account;
-    account.cash = amountOf(data, Module::AccountFields::CASH);
-    account.available = amountOf(data, Module::AccountFields::AVAILABLE);
-    const QJsonArray rows = data.value(QLatin1String(Module::AccountFields::POSITIONS)).toArray();
+    account.cash = amountOf(data, Trading::AccountFields::CASH);
+    account.available = amountOf(data, Trading::AccountFields::AVAILABLE);
+    const QJsonArray rows = data.value(QLatin1String(Trading::AccountFields::POSITIONS)).toArray();
     std::transform(rows.begin(), rows.end(), std::back_inserter(account.positions),
                    [](const QJsonValue &row) { return readPosition(row.toObject()); });
     return account;

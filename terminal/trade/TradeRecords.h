@@ -1,8 +1,10 @@
 // The account's orders and holdings as the trading module tells of them.
 #pragma once
 
-#include "terminal/data/OrderSide.h"
 #include "terminal/data/SecurityList.h"
+#include "trading/ClockTime.h"
+#include "trading/Direction.h"
+#include "trading/TradingDate.h"
 
 #include <QJsonObject>
 
@@ -10,6 +12,8 @@
 #include <vector>
 
 namespace Terminal {
+
+using Trading::Direction;
 
 /// Who wants an order to be placed, and is told how that ended.
 enum class OrderOrigin {
@@ -21,8 +25,8 @@ enum class OrderOrigin {
 struct OrderRequest
 {
     Security security;
-    OrderSide side = OrderSide::Buy;
-    double price = 0;    ///< yuan, sent with two decimals
+    Direction side = Direction::Buy;
+    double price = 0;    ///< yuan
     qint64 quantity = 0; ///< shares
     OrderOrigin origin = OrderOrigin::Hand;
 };
@@ -31,11 +35,11 @@ struct OrderRequest
 struct OrderRecord
 {
     Security security;
-    OrderSide side = OrderSide::Buy;
+    Direction side = Direction::Buy;
     QString status; ///< a code of TradeChart::OrderStatus, as received
     QString number;
-    std::int32_t date = 0; ///< yyyymmdd
-    std::int32_t time = 0; ///< hhmmss
+    std::optional<Trading::TradingDate> day; ///< nothing when the module tells no such day
+    std::optional<Trading::ClockTime> time;  ///< the same
     double price = 0;
     qint64 quantity = 0;
     qint64 dealt = 0;
@@ -68,15 +72,14 @@ struct Account
     const Position *find(const Security &security) const;
 };
 
-bool isSame(const Security &one, const Security &other);
-
 /// The user's word for a side, translated.
-QString sideText(OrderSide side);
+QString sideText(Direction side);
 
 /// The vocabulary's text of the order's status; the code itself when the vocabulary does not know it.
 QString statusText(const OrderRecord &order);
 
-/// True while the order may still be cancelled. The trading module has the last word.
+/// True while the order may still be cancelled, as which its day must be known. The trading module has the
+/// last word.
 bool isCancellable(const OrderRecord &order);
 
 /// The rows of an answer to a question for orders; a row without a known side or a number is left out.

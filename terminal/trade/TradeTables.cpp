@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QLocale>
-#include <QTime>
 
 #include <tuple>
 
@@ -24,8 +23,7 @@ QString noFigure()
 
 QString timeText(const OrderRecord &order)
 {
-    return QTime(order.time / 10000, order.time / 100 % 100, order.time % 100)
-        .toString(QStringLiteral("HH:mm:ss"));
+    return order.time ? order.time->colonText() : QString();
 }
 
 QString figure(const std::optional<double> &value, int decimals)
@@ -35,7 +33,7 @@ QString figure(const std::optional<double> &value, int decimals)
 
 QColor sideColour(const OrderRecord &order, const ChartTheme &theme)
 {
-    return order.side == OrderSide::Buy ? theme.rise : theme.fall;
+    return order.side == Direction::Buy ? theme.rise : theme.fall;
 }
 
 QColor profitColour(const PricedPosition &row, const ChartTheme &theme)
@@ -52,36 +50,36 @@ QString profitText(const PricedPosition &row)
 
 bool isSameOrder(const OrderRecord &one, const OrderRecord &other)
 {
-    return one.number == other.number && one.date == other.date;
+    return one.number == other.number && one.day == other.day;
 }
 
 bool isSamePosition(const PricedPosition &one, const PricedPosition &other)
 {
-    return isSame(one.position.security, other.position.security);
+    return one.position.security.id() == other.position.security.id();
 }
 
 /// Numbers of orders grow; longer ones are larger.
 auto ageOf(const OrderRecord &order)
 {
-    return std::make_tuple(order.date, order.time, order.number.size(), order.number);
+    return std::make_tuple(order.day, order.time, order.number.size(), order.number);
 }
 
 std::vector<OrdersTable::Column> orderColumns()
 {
     return {
-        {[] { return Texts::tr("Time"); }, Qt::AlignLeft, timeText},
-        {[] { return Texts::tr("Side"); }, Qt::AlignLeft,
+        {OrderColumn::Time, [] { return Texts::tr("Time"); }, Qt::AlignLeft, timeText},
+        {OrderColumn::Side, [] { return Texts::tr("Side"); }, Qt::AlignLeft,
          [](const OrderRecord &order) { return sideText(order.side); }, sideColour},
-        {[] { return Texts::tr("Price"); }, Qt::AlignRight,
+        {OrderColumn::Price, [] { return Texts::tr("Price"); }, Qt::AlignRight,
          [](const OrderRecord &order) { return priceText(order.price); }},
-        {[] { return Texts::tr("Quantity"); }, Qt::AlignRight,
+        {OrderColumn::Quantity, [] { return Texts::tr("Quantity"); }, Qt::AlignRight,
          [](const OrderRecord &order) { return QString::number(order.quantity); }, nullptr, true},
-        {[] { return Texts::tr("Dealt"); }, Qt::AlignRight,
+        {OrderColumn::Dealt, [] { return Texts::tr("Dealt"); }, Qt::AlignRight,
          [](const OrderRecord &order) { return QString::number(order.dealt); }, nullptr, true},
-        {[] { return Texts::tr("Average"); }, Qt::AlignRight,
+        {OrderColumn::Average, [] { return Texts::tr("Average"); }, Qt::AlignRight,
          [](const OrderRecord &order) { return figure(order.averagePrice(), 3); }},
-        {[] { return Texts::tr("Status"); }, Qt::AlignLeft, statusText},
-        {[] { return Texts::tr("Number"); }, Qt::AlignRight,
+        {OrderColumn::Status, [] { return Texts::tr("Status"); }, Qt::AlignLeft, statusText},
+        {OrderColumn::Number, [] { return Texts::tr("Number"); }, Qt::AlignRight,
          [](const OrderRecord &order) { return order.number; }},
     };
 }
@@ -89,19 +87,20 @@ std::vector<OrdersTable::Column> orderColumns()
 std::vector<PositionsTable::Column> positionColumns()
 {
     return {
-        {[] { return Texts::tr("Code"); }, Qt::AlignLeft,
+        {PositionColumn::Code, [] { return Texts::tr("Code"); }, Qt::AlignLeft,
          [](const PricedPosition &row) { return row.position.security.code; }},
-        {[] { return Texts::tr("Name"); }, Qt::AlignLeft,
+        {PositionColumn::Name, [] { return Texts::tr("Name"); }, Qt::AlignLeft,
          [](const PricedPosition &row) { return row.position.security.name; }},
-        {[] { return Texts::tr("Quantity"); }, Qt::AlignRight,
+        {PositionColumn::Quantity, [] { return Texts::tr("Quantity"); }, Qt::AlignRight,
          [](const PricedPosition &row) { return QString::number(row.position.quantity); }, nullptr, true},
-        {[] { return Texts::tr("Sellable"); }, Qt::AlignRight,
+        {PositionColumn::Sellable, [] { return Texts::tr("Sellable"); }, Qt::AlignRight,
          [](const PricedPosition &row) { return QString::number(row.position.sellable); }, nullptr, true},
-        {[] { return Texts::tr("Cost"); }, Qt::AlignRight,
+        {PositionColumn::Cost, [] { return Texts::tr("Cost"); }, Qt::AlignRight,
          [](const PricedPosition &row) { return QString::number(row.position.cost, 'f', 3); }, nullptr, true},
-        {[] { return Texts::tr("Last"); }, Qt::AlignRight,
+        {PositionColumn::Last, [] { return Texts::tr("Last"); }, Qt::AlignRight,
          [](const PricedPosition &row) { return figure(row.lastPrice, 2); }},
-        {[] { return Texts::tr("Profit"); }, Qt::AlignRight, profitText, profitColour, true},
+        {PositionColumn::Profit, [] { return Texts::tr("Profit"); }, Qt::AlignRight, profitText, profitColour,
+         true},
     };
 }
 

@@ -15,8 +15,10 @@ struct PricedPosition
     std::optional<double> profit() const;
 };
 
-/// The columns of an order, newest first.
-class OrdersTable : public RecordTable<OrderRecord>
+enum class OrderColumn { Time, Side, Price, Quantity, Dealt, Average, Status, Number };
+
+/// Orders, newest first.
+class OrdersTable : public RecordTable<OrderRecord, OrderColumn>
 {
 public:
     OrdersTable();
@@ -28,7 +30,9 @@ public:
     int rowOf(const QString &number) const;
 };
 
-class PositionsTable : public RecordTable<PricedPosition>
+enum class PositionColumn { Code, Name, Quantity, Sellable, Cost, Last, Profit };
+
+class PositionsTable : public RecordTable<PricedPosition, PositionColumn>
 {
 public:
     PositionsTable();

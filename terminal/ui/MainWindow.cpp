@@ -3,22 +3,19 @@
 #include "terminal/chart/view/ChartInput.h"
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/chart/view/ReadoutBar.h"
-#include "terminal/data/CalendarDate.h"
 #include "terminal/replay/ReplayedChart.h"
+#include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Picture.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/trade/TradeStyle.h"
+#include "terminal/ui/ChartBar.h"
 #include "terminal/ui/ReplayBar.h"
-#include "tradechartobject/common/TradeVocabulary.h"
+#include "terminal/ui/ViewMenu.h"
+#include "trading/TradingDate.h"
 
-#include <QActionGroup>
 #include <QApplication>
-#include <QComboBox>
 #include <QEvent>
 #include <QFileDialog>
-#include <QMenu>
-#include <QToolBar>
-#include <QToolButton>
 #include <QUuid>
 #include <QVBoxLayout>
 
@@ -30,37 +27,31 @@ namespace {
 TradeDocks::CloseBefore closeBeforeToday(const ChartSource &source)
 {
     return [&source](const ChartData &shown) {
-        return source.closeBefore(shown.security.code, static_cast<std::int32_t>(TradeChart::currentDate()));
+        return source.closeBefore(shown.security.code, Trading::TradingDate::today().number());
     };
 }
 
 } // namespace
 
-MainWindow::MainWindow(const DataFolder &folder, const TerminalOptions &options, QWidget *parent)
+MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, QWidget *parent)
     : QMainWindow(parent),
-      m_replay(nullptr),
-      m_source(folder, &m_replay),
+      m_session(session),
       m_options(options),
       m_screenId("terminal-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces)),
       m_chart(new ChartView),
       m_readout(new ReadoutBar(m_chart)),
+      m_bar(new ChartBar(session->source().securities(), options)),
       m_prompts(m_chart),
-      m_toolBar(new QToolBar),
-      m_securities(new QComboBox),
-      m_days(new QComboBox),
-      m_periods(new QActionGroup(this)),
       m_input(std::make_unique<ChartInput>(m_chart, nullptr, nullptr)),
-      m_trade(std::make_unique<TradeDocks>(this, m_chart, &m_prompts, closeBeforeToday(m_source)))
+      m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts,
+                                           closeBeforeToday(session->source())))
 {
-    auto *const centre = new QWidget;
-    auto *const column = new QVBoxLayout(centre);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addWidget(m_readout);
-    column->addWidget(m_chart, 1);
-    setCentralWidget(centre);
-    setUpToolBar();
+    setUpCentre();
+    setUpChartBar();
+    setUpView();
     setUpReplay();
+    wireSession();
+    m_trade->setAmountsHidden(options.hidesAmounts);
     applyTheme();
     applyLanguage();
     resize(options.size);
@@ -74,171 +65,78 @@ MainWindow::~MainWindow()
     m_overlays.reset();
 }
 
-void MainWindow::setUpToolBar()
+void MainWindow::setUpCentre()
 {
-    m_toolBar->setObjectName(QStringLiteral("chartBar"));
-    m_toolBar->setMovable(false);
-    m_toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
-    addToolBar(m_toolBar);
-    addSecurityChoice();
-    m_toolBar->addSeparator();
-    addPeriodActions();
-    addDayChoice();
-    m_toolBar->addSeparator();
-    addOverlayActions();
-    auto *const gap = new QWidget;
-    gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    m_toolBar->addWidget(gap);
-    addLookActions();
-    addTradeActions();
+    auto *const centre = new QWidget;
+    auto *const column = new QVBoxLayout(centre);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_readout);
+    column->addWidget(m_chart, 1);
+    setCentralWidget(centre);
+}
+
+void MainWindow::setUpChartBar()
+{
+    addToolBar(m_bar);
+    connect(m_bar, &ChartBar::chartAsked, this, &MainWindow::loadOrTell);
+    connect(m_bar, &ChartBar::overlayToggled, this, &MainWindow::toggleOverlay);
+    connect(m_bar, &ChartBar::hidingToggled, this, &MainWindow::setAmountsHidden);
+}
+
+void MainWindow::setUpView()
+{
+    ViewMenu *const view = m_bar->view();
+    view->addSeparator();
+    view->addAction(m_trade->ticketAction());
+    view->addAction(m_trade->panelAction());
+    connect(view, &ViewMenu::riseColourChosen, this, [this](RiseColour colour) {
+        m_options.riseColour = colour;
+        applyTheme();
+    });
+    connect(view, &ViewMenu::themeChosen, this, [this](ThemeKind theme) {
+        m_options.theme = theme;
+        applyTheme();
+    });
+    connect(view, &ViewMenu::languageChosen, this, [this](const QString &word) {
+        m_options.language = word;
+        applyLanguage();
+    });
+    connect(view, &ViewMenu::exportAsked, this, &MainWindow::exportChart);
 }
 
 void MainWindow::setUpReplay()
 {
-    m_replayedChart = new ReplayedChart(m_chart, &m_replay, this);
-    auto *const bar = new ReplayBar(&m_replay, m_chart);
+    m_replayedChart = new ReplayedChart(m_chart, m_session->replay(), this);
+    auto *const bar = new ReplayBar(m_session->replay(), m_chart);
     bar->setObjectName(QStringLiteral("replayBar"));
     addToolBar(Qt::BottomToolBarArea, bar);
     connect(bar, &ReplayBar::replayAsked, this, &MainWindow::setReplaying);
 }
 
-void MainWindow::addSecurityChoice()
+void MainWindow::wireSession()
 {
-    for (const Security &security : m_source.securities()) {
-        m_securities->addItem(security.code + QStringLiteral("  ") + security.name, security.code);
-    }
-    m_toolBar->addWidget(m_securities);
-    connect(m_securities, QOverload<int>::of(&QComboBox::activated), this, [this](int row) {
-        loadOrTell(m_securities->itemData(row).toString(), m_chart->data().period, 0);
-    });
-}
-
-void MainWindow::addPeriodActions()
-{
-    for (const ChartPeriod period : chartPeriods) {
-        QAction *const action = m_periods->addAction(QString());
-        action->setCheckable(true);
-        action->setData(static_cast<int>(period));
-        m_toolBar->addAction(action);
-        connect(action, &QAction::triggered, this,
-                [this, period] { loadOrTell(m_chart->data().security.code, period, 0); });
-    }
-}
-
-void MainWindow::addDayChoice()
-{
-    m_days->setObjectName(QStringLiteral("shortChoice"));
-    m_daysAction = m_toolBar->addWidget(m_days);
-    connect(m_days, QOverload<int>::of(&QComboBox::activated), this, [this](int row) {
-        loadOrTell(m_chart->data().security.code, ChartPeriod::Minute, m_days->itemData(row).toInt());
-    });
-}
-
-void MainWindow::addOverlayActions()
-{
-    for (const OverlayKind &kind : overlayKinds()) {
-        QAction *const action = addToggle(m_toolBar, m_options.overlays.contains(QLatin1String(kind.word)));
-        action->setEnabled(false);
-        m_overlayActions.push_back(action);
-        connect(action, &QAction::toggled, this, [this, &kind](bool shown) { toggleOverlay(kind, shown); });
-    }
-}
-
-void MainWindow::addTradeActions()
-{
-    m_viewMenu->addSeparator();
-    m_viewMenu->addAction(m_trade->ticketAction());
-    m_viewMenu->addAction(m_trade->panelAction());
-    m_trade->setAmountsHidden(m_options.hidesAmounts);
-}
-
-QAction *MainWindow::addToggle(QWidget *place, bool checked)
-{
-    auto *const action = new QAction(this);
-    action->setCheckable(true);
-    action->setChecked(checked);
-    place->addAction(action);
-    return action;
-}
-
-/// A button that opens what is not chosen often: how the chart looks, and its export.
-void MainWindow::addViewMenu()
-{
-    auto *const button = new QToolButton;
-    m_viewMenu = new QMenu(button);
-    button->setMenu(m_viewMenu);
-    button->setPopupMode(QToolButton::InstantPopup);
-    button->setDefaultAction(m_viewMenu->menuAction());
-    m_toolBar->addWidget(button);
-}
-
-void MainWindow::addLookActions()
-{
-    m_amountsAction = addToggle(m_toolBar, m_options.hidesAmounts);
-    connect(m_amountsAction, &QAction::toggled, this, [this](bool hidden) {
-        m_trade->setAmountsHidden(hidden);
-        if (m_overlays) {
-            m_overlays->setAmountsHidden(hidden);
-        }
-    });
-    addViewMenu();
-    m_riseAction = addToggle(m_viewMenu, m_options.riseColour == RiseColour::Green);
-    connect(m_riseAction, &QAction::toggled, this, [this](bool green) {
-        m_options.riseColour = green ? RiseColour::Green : RiseColour::Red;
-        applyTheme();
-    });
-    m_darkAction = addToggle(m_viewMenu, m_options.theme == ThemeKind::Dark);
-    connect(m_darkAction, &QAction::toggled, this, [this](bool dark) {
-        m_options.theme = dark ? ThemeKind::Dark : ThemeKind::Light;
-        applyTheme();
-    });
-    m_languageAction = m_viewMenu->addAction(QString());
-    connect(m_languageAction, &QAction::triggered, this, [this] {
-        m_options.language =
-            m_options.language == QLatin1String("zh") ? QStringLiteral("en") : QStringLiteral("zh");
-        applyLanguage();
-    });
-    m_exportAction = m_viewMenu->addAction(QString());
-    m_exportAction->setShortcut(QKeySequence::Save);
-    connect(m_exportAction, &QAction::triggered, this, &MainWindow::exportChart);
+    connect(m_session, &TradingSession::overlaysDue, this, &MainWindow::bringOverlays);
+    connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
 }
 
 void MainWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
-        showTexts();
+        m_trade->showTexts();
     }
     QMainWindow::changeEvent(event);
-}
-
-void MainWindow::showTexts()
-{
-    for (QAction *const action : m_periods->actions()) {
-        action->setText(periodTitle(static_cast<ChartPeriod>(action->data().toInt())));
-    }
-    for (size_t i = 0; i < m_overlayActions.size(); ++i) {
-        m_overlayActions[i]->setText(overlayTitle(overlayKinds()[i]));
-    }
-    m_securities->setAccessibleName(tr("Security"));
-    m_days->setAccessibleName(tr("Day"));
-    m_amountsAction->setText(tr("Hide amounts"));
-    m_viewMenu->setTitle(tr("View"));
-    m_riseAction->setText(tr("Green rises"));
-    m_darkAction->setText(tr("Dark"));
-    m_languageAction->setText(m_options.language == QLatin1String("zh") ? QStringLiteral("English")
-                                                                        : QStringLiteral(u"中文"));
-    m_exportAction->setText(tr("Export chart"));
-    m_toolBar->setWindowTitle(tr("Chart"));
-    m_trade->showTexts();
 }
 
 void MainWindow::applyLanguage()
 {
     m_language.set(m_options.language);
-    const QLocale::Language language = ProgramLanguage::localeLanguage(m_options.language);
+    const QLocale::Language language = InterfaceLanguage::localeLanguage(m_options.language);
     m_readout->setLanguage(language);
     m_chart->setLanguage(language);
-    showTexts();
+    QEvent change(
+        QEvent::LanguageChange); // now: a picture may be taken before the events of the new texts come
+    QApplication::sendEvent(this, &change);
 }
 
 void MainWindow::applyTheme()
@@ -252,6 +150,18 @@ void MainWindow::applyTheme()
     m_readout->update();
 }
 
+/// A message may name an amount: it goes, too, when amounts are hidden.
+void MainWindow::setAmountsHidden(bool hidden)
+{
+    m_trade->setAmountsHidden(hidden);
+    if (m_overlays) {
+        m_overlays->setAmountsHidden(hidden);
+    }
+    if (hidden) {
+        m_prompts.clear();
+    }
+}
+
 void MainWindow::loadOrTell(const QString &code, ChartPeriod period, std::int32_t day)
 {
     if (!load(code, period, day)) {
@@ -262,7 +172,7 @@ void MainWindow::loadOrTell(const QString &code, ChartPeriod period, std::int32_
 
 bool MainWindow::load(const QString &code, ChartPeriod period, std::int32_t day)
 {
-    const auto loaded = m_source.load(code, period, day);
+    const auto loaded = m_session->source().load(code, period, day);
     m_loadError = loaded.error();
     if (!loaded) {
         return false;
@@ -276,18 +186,7 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::int32_t day)
 void MainWindow::showChoices()
 {
     const ChartData &shown = m_chart->data();
-    m_securities->setCurrentIndex(m_securities->findData(shown.security.code));
-    for (QAction *const action : m_periods->actions()) {
-        action->setChecked(action->data().toInt() == static_cast<int>(shown.period));
-    }
-    m_days->clear();
-    for (const std::int32_t day : m_source.minuteDays(shown.security.code)) {
-        m_days->addItem(dateText(day), day);
-    }
-    m_daysAction->setVisible(shown.period == ChartPeriod::Minute);
-    if (!shown.bars.empty()) {
-        m_days->setCurrentIndex(m_days->findData(shown.bars.back().date));
-    }
+    m_bar->showChart(shown, m_session->source().minuteDays(shown.security.code));
 }
 
 TerminalOptions MainWindow::shownOptions() const
@@ -295,13 +194,8 @@ TerminalOptions MainWindow::shownOptions() const
     TerminalOptions options = m_options;
     options.code = m_chart->data().security.code;
     options.period = m_chart->data().period;
-    options.hidesAmounts = m_amountsAction->isChecked();
-    options.overlays.clear();
-    for (size_t i = 0; i < m_overlayActions.size(); ++i) {
-        if (m_overlayActions[i]->isChecked()) {
-            options.overlays.append(QLatin1String(overlayKinds()[i].word));
-        }
-    }
+    options.hidesAmounts = m_bar->hidesAmounts();
+    options.overlays = m_bar->chosenOverlays();
     return options;
 }
 
@@ -309,43 +203,76 @@ void MainWindow::setReplaying(bool on)
 {
     const ChartData shown = m_chart->data();
     const bool showedReplay = m_replayedChart->isShown();
-    if (on) {
-        m_replay.open(shown, static_cast<std::int32_t>(TradeChart::currentDate()));
-    } else {
-        m_replay.close();
+    if (!on) {
+        m_session->replay()->close();
+    } else if (!m_session->openReplay(shown)) {
+        return;
     }
     if (on) {
         m_trade->setShown(true); // a replay is there to be traded on
     }
     if (on || showedReplay) {
-        loadOrTell(shown.security.code, ChartPeriod::Minute, on ? 0 : m_replay.recordedDate());
+        loadOrTell(shown.security.code, ChartPeriod::Minute, on ? 0 : m_session->replay()->recordedDate());
+    }
+}
+
+void MainWindow::bringOverlays()
+{
+    if (m_overlays) {
+        m_overlays->renew();
+    } else if (m_library) {
+        startOverlays(*m_library, m_session->gates());
     }
 }
 
 void MainWindow::startOverlays(const OverlayLibrary &library, const BusGates &gates)
 {
-    m_overlays = std::make_unique<OverlayHost>(m_chart, &m_prompts, library, gates, m_screenId,
-                                               std::chrono::seconds(m_options.refreshSeconds));
-    m_overlays->setAmountsHidden(m_amountsAction->isChecked());
+    m_overlays =
+        std::make_unique<OverlayHost>(m_chart, &m_prompts, library, gates, m_screenId, m_options.refresh);
+    connect(m_overlays.get(), &OverlayHost::updateAsked, this, &MainWindow::overlayUpdateAsked);
+    connect(m_overlays.get(), &OverlayHost::lost, this, &MainWindow::tellUnknown);
+    m_overlays->setAmountsHidden(m_bar->hidesAmounts());
     m_input = std::make_unique<ChartInput>(m_chart, m_overlays->pointer(), nullptr);
     m_trade->setOverlays(m_overlays.get());
-    for (size_t i = 0; i < m_overlayActions.size(); ++i) {
-        m_overlayActions[i]->setEnabled(true);
-        toggleOverlay(overlayKinds()[i], m_overlayActions[i]->isChecked());
+    m_bar->enableOverlays();
+    for (const OverlayKind &kind : overlayKinds()) {
+        toggleOverlay(kind, m_bar->isOverlayChosen(kind));
+    }
+}
+
+void MainWindow::runOverlayUpdates()
+{
+    if (m_overlays) {
+        m_overlays->runUpdates();
+    }
+}
+
+void MainWindow::takeNews(const SharedNews &news)
+{
+    if (!m_overlays) {
+        return;
+    }
+    if (news.kind == SharedNews::Spoilt) {
+        m_overlays->renewCombined(news.code);
+    } else {
+        m_overlays->showHeard(news.code);
     }
 }
 
 void MainWindow::toggleOverlay(const OverlayKind &kind, bool shown)
 {
-    if (!m_overlays || m_overlays->setShown(kind, shown)) {
-        return;
+    if (m_overlays && !m_overlays->setShown(kind, shown)) {
+        tellUnknown(kind);
     }
-    const auto number = static_cast<size_t>(&kind - overlayKinds().data());
-    m_overlayActions[number]->setChecked(false);
+}
+
+void MainWindow::tellUnknown(const OverlayKind &kind)
+{
+    m_bar->setOverlayChosen(kind, false);
     m_prompts.show(tr("The overlay library does not know the overlay \"%1\".").arg(overlayTitle(kind)));
 }
 
-/// The chart is there to be shown to others: ticket and account stay out of it.
+/// The chart is there to be shown to others: ticket, account and what became of an order stay out of it.
 void MainWindow::exportChart()
 {
     const QString proposal =
@@ -355,6 +282,7 @@ void MainWindow::exportChart()
     if (path.isEmpty()) {
         return;
     }
+    m_prompts.clear();
     const QString error = writePicture(centralWidget(), path);
     m_prompts.show(error.isEmpty() ? tr("Written to %1").arg(path) : error);
 }

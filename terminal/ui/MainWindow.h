@@ -1,36 +1,40 @@
 #pragma once
 
-#include "terminal/TerminalOptions.h"
 #include "terminal/data/DataFolder.h"
+#include "terminal/options/TerminalOptions.h"
 #include "terminal/plugin/OverlayHost.h"
-#include "terminal/replay/ChartSource.h"
-#include "terminal/replay/Replay.h"
-#include "terminal/ui/ProgramLanguage.h"
+#include "terminal/services/Gate.h"
+#include "terminal/ui/InterfaceLanguage.h"
 #include "terminal/ui/WindowPrompts.h"
 
+#include <QByteArray>
 #include <QMainWindow>
+#include <QString>
 
+#include <cstdint>
 #include <memory>
-
-class QActionGroup;
-class QComboBox;
-class QMenu;
+#include <optional>
 
 namespace Terminal {
 
+class ChartBar;
 class ChartInput;
 class ChartView;
 class ReadoutBar;
 class ReplayedChart;
 class TradeDocks;
+class TradingSession;
+struct SharedNews;
 
-/// The window of the terminal: the tool bar, the read-out line and the chart with its overlays.
+/// The window of the terminal on a trading day: the tool bars, the read-out line, the chart with its
+/// overlays, and the docks for trading.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    MainWindow(const DataFolder &folder, const TerminalOptions &options, QWidget *parent = nullptr);
+    /// `session` must outlive the window.
+    MainWindow(TradingSession *session, const TerminalOptions &options, QWidget *parent = nullptr);
     ~MainWindow() override;
 
     /// Shows another security, period or day (0: the last recorded). False when its bars cannot be
@@ -42,66 +46,62 @@ public:
     TerminalOptions shownOptions() const;
 
     /// Begins to replay the shown day of minutes, paused, or ends the replay; a chart of it shows the
-    /// recorded day then.
+    /// recorded day then. Other charts cannot be replayed: nothing changes.
     void setReplaying(bool on);
 
-    /// Puts the overlays that the options name on the chart. To be called once.
+    /// The overlays that the options name come from this library, when the session says that they are due.
+    void setOverlayLibrary(const OverlayLibrary &library) { m_library = library; }
+
+    /// Puts them on the chart at once. To be called once.
     void startOverlays(const OverlayLibrary &library, const BusGates &gates);
 
     /// Names this window on the bus; no other window has it.
     const QByteArray &screenId() const { return m_screenId; }
 
-    /// Null before startOverlays().
+    /// Null before overlays are started.
     OverlayHost *overlays() const { return m_overlays.get(); }
     ChartView *chart() const { return m_chart; }
-    Replay *replay() { return &m_replay; }
     TradeDocks *trade() const { return m_trade.get(); }
     UserPrompts *prompts() { return &m_prompts; }
+
+    /// Has the overlays calculated and painted that have asked for it, now instead of soon.
+    void runOverlayUpdates();
+
+Q_SIGNALS:
+    /// See OverlayHost::updateAsked().
+    void overlayUpdateAsked(const OverlayKind *kind);
 
 protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    void setUpToolBar();
+    void setUpCentre();
+    void setUpChartBar();
+    void setUpView();
     void setUpReplay();
-    void addSecurityChoice();
-    void addPeriodActions();
-    void addDayChoice();
-    void addOverlayActions();
-    void addViewMenu();
-    void addTradeActions();
-    void addLookActions();
-    QAction *addToggle(QWidget *place, bool checked);
+    void wireSession();
     void loadOrTell(const QString &code, ChartPeriod period, std::int32_t day);
     void showChoices();
-    void showTexts();
+    void setAmountsHidden(bool hidden);
     void applyTheme();
     void applyLanguage();
+    void bringOverlays();
+    void takeNews(const SharedNews &news);
     void toggleOverlay(const OverlayKind &kind, bool shown);
+    void tellUnknown(const OverlayKind &kind);
     void exportChart();
 
-    Replay m_replay;
-    ChartSource m_source;
+    TradingSession *m_session;
     TerminalOptions m_options;
     QByteArray m_screenId;
-    ProgramLanguage m_language;
+    InterfaceLanguage m_language;
     QString m_loadError;
     ChartView *m_chart;
     ReadoutBar *m_readout;
+    ChartBar *m_bar;
     ReplayedChart *m_replayedChart = nullptr;
     WindowPrompts m_prompts;
-    QToolBar *m_toolBar;
-    QComboBox *m_securities;
-    QComboBox *m_days;
-    QAction *m_daysAction = nullptr;
-    QActionGroup *m_periods;
-    std::vector<QAction *> m_overlayActions; ///< in the order of overlayKinds()
-    QMenu *m_viewMenu = nullptr;
-    QAction *m_darkAction = nullptr;
-    QAction *m_riseAction = nullptr;
-    QAction *m_amountsAction = nullptr;
-    QAction *m_languageAction = nullptr;
-    QAction *m_exportAction = nullptr;
+    std::optional<OverlayLibrary> m_library;
     std::unique_ptr<OverlayHost> m_overlays;
     std::unique_ptr<ChartInput> m_input;
     std::unique_ptr<TradeDocks> m_trade;

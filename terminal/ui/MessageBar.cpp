@@ -2,11 +2,13 @@
 
 #include <QAccessible>
 
+#include <chrono>
+
 namespace Terminal {
 
 namespace {
 
-constexpr int shownMilliseconds = 8000;
+constexpr std::chrono::milliseconds shownFor = std::chrono::seconds(8);
 constexpr int topMargin = 14;
 
 } // namespace
@@ -30,7 +32,7 @@ void MessageBar::showMessage(const QString &text)
     move((parentWidget()->width() - width()) / 2, topMargin);
     raise();
     show();
-    m_timer.start(shownMilliseconds);
+    m_timer.start(shownFor);
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
 }

@@ -102,6 +102,8 @@ void ReplayBar::addProgress()
     addWidget(m_progress);
     addWidget(m_time);
     connect(m_progress, &QSlider::valueChanged, this, &ReplayBar::playToChosenMinute);
+    connect(m_progress, &QSlider::sliderReleased, this,
+            [this] { playToChosenMinute(m_progress->sliderPosition()); });
 }
 
 void ReplayBar::chooseSpeed(int step)
@@ -110,10 +112,13 @@ void ReplayBar::chooseSpeed(int step)
     m_replay->setSpeed(m_speeds->currentData().toInt());
 }
 
-/// A market does not go back: a choice that lies behind is taken back.
+/// A market does not go back: an earlier minute changes nothing, and the slider returns.
 void ReplayBar::playToChosenMinute(int bar)
 {
-    m_replay->playTo(m_replay->day()[static_cast<size_t>(bar)].minute);
+    const Bars &day = m_replay->day();
+    if (static_cast<size_t>(bar) < day.size()) { // the day may have ended in the user's hand
+        m_replay->playTo(day[static_cast<size_t>(bar)].minute);
+    }
     showProgress();
 }
 
@@ -124,6 +129,7 @@ void ReplayBar::showState()
     const bool hasMore = state == Replay::State::Playing || state == Replay::State::Paused;
     setVisible(isOpen || m_chart->data().period == ChartPeriod::Minute);
     m_open->setChecked(isOpen);
+    m_open->setEnabled(isOpen || m_chart->data().period == ChartPeriod::Minute);
     m_play->setEnabled(hasMore);
     m_step->setEnabled(hasMore);
     m_restart->setEnabled(isOpen);
@@ -146,10 +152,13 @@ void ReplayBar::showSpeed()
 void ReplayBar::showProgress()
 {
     const bool isOpen = m_replay->state() != Replay::State::Closed && m_replay->completed() > 0;
+    m_time->setText(isOpen ? recordedTime(*m_replay) : QString());
+    if (m_progress->isSliderDown()) {
+        return; // nothing moves under the user's hand
+    }
     const QSignalBlocker quiet(m_progress);
     m_progress->setRange(0, std::max(0, static_cast<int>(m_replay->day().size()) - 1));
     m_progress->setValue(static_cast<int>(m_replay->completed()) - 1);
-    m_time->setText(isOpen ? recordedTime(*m_replay) : QString());
 }
 
 void ReplayBar::changeEvent(QEvent *event)

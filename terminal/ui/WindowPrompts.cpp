@@ -73,6 +73,11 @@ void WindowPrompts::show(const QString &message)
     m_messages->showMessage(message);
 }
 
+void WindowPrompts::clear()
+{
+    m_messages->hide();
+}
+
 bool WindowPrompts::confirm(const QString &question)
 {
     QMessageBox box(QMessageBox::Question, text("Cancel an order"), QString(), QMessageBox::NoButton,

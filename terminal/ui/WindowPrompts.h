@@ -19,6 +19,9 @@ public:
     void show(const QString &text) override;
     bool confirm(const QString &question) override;
 
+    /// Takes the message away.
+    void clear();
+
 private:
     QWidget *m_area;
     MessageBar *m_messages;

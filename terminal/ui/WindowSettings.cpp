@@ -14,28 +14,6 @@ const QString geometryKey = QStringLiteral("window/geometry");
 const QString layoutKey = QStringLiteral("window/layout");
 const QString panelKey = QStringLiteral("window/panel");
 
-/// An option of the command line that is remembered, and its word.
-struct RememberedOption
-{
-    const char *name;
-    QString (*word)(const TerminalOptions &options);
-};
-
-constexpr RememberedOption rememberedOptions[] = {
-    {"code", [](const TerminalOptions &options) { return options.code; }},
-    {"period", [](const TerminalOptions &options) { return periodWord(options.period); }},
-    {"overlays", [](const TerminalOptions &options) { return options.overlays.join(QLatin1Char(',')); }},
-    {"theme",
-     [](const TerminalOptions &options) {
-         return QString(QLatin1String(options.theme == ThemeKind::Dark ? "dark" : "light"));
-     }},
-    {"rise",
-     [](const TerminalOptions &options) {
-         return QString(QLatin1String(options.riseColour == RiseColour::Red ? "red" : "green"));
-     }},
-    {"lang", [](const TerminalOptions &options) { return options.language; }},
-};
-
 QString text(const char *source)
 {
     return QCoreApplication::translate("WindowSettings", source);
@@ -64,8 +42,8 @@ WindowSettings::WindowSettings()
 
 TerminalOptions WindowSettings::over(TerminalOptions options) const
 {
-    for (const RememberedOption &option : rememberedOptions) {
-        const QString name = QLatin1String(option.name);
+    const QStringList names = rememberedWords(options).keys();
+    for (const QString &name : names) {
         if (!m_settings.contains(name) || isNamed(name, options)) {
             continue;
         }
@@ -93,8 +71,9 @@ void WindowSettings::restoreLayout(QMainWindow *window, const TerminalOptions &o
 
 void WindowSettings::remember(const TerminalOptions &options, const QMainWindow &window)
 {
-    for (const RememberedOption &option : rememberedOptions) {
-        m_settings.setValue(QLatin1String(option.name), option.word(options));
+    const QMap<QString, QString> words = rememberedWords(options);
+    for (auto word = words.begin(); word != words.end(); ++word) {
+        m_settings.setValue(word.key(), word.value());
     }
     m_settings.setValue(amountsKey, options.hidesAmounts);
     m_settings.setValue(geometryKey, window.saveGeometry());

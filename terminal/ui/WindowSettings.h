@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal/TerminalOptions.h"
+#include "terminal/options/TerminalOptions.h"
 
 #include <QSettings>
 

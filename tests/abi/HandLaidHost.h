@@ -47,7 +47,7 @@ Result call(void *object, int slot, Arguments... arguments)
 /// Fails the test and ends it: no overlay uses the slot.
 [[noreturn]] void unexpectedSlot();
 
-template <std::size_t Slots>
+template <std::size_t slotCount>
 struct Table
 {
     Table() { words.fill(address(&unexpectedSlot)); }
@@ -59,7 +59,7 @@ struct Table
     }
     void *const *slots() const { return words.data() + 2; }
 
-    std::array<void *, 2 + Slots> words;
+    std::array<void *, 2 + slotCount> words;
 };
 
 /// IChartAxis: the price p stands at the row 1000 - p, the bar b at the column 100 b; prices from 10 to 20

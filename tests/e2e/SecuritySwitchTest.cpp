@@ -2,6 +2,8 @@
 // belongs to the security that it shows now.
 #include "tests/e2e/PluginOnBus.h"
 #include "tests/support/BusThread.h"
+#include "tests/support/SentOrder.h"
+#include "tests/support/SentTrade.h"
 
 #include <QDate>
 #include <QElapsedTimer>
@@ -40,31 +42,14 @@ QString priceText(int yuan)
     return QString::number(yuan) + QStringLiteral(".00");
 }
 
-/// A row that the buy/sell points and the combined overlay both read.
-QJsonObject tradeRow(int price, const QString &day)
+QJsonArray oneTrade(int price, const char *day)
 {
-    return {{QStringLiteral("bsflag2"), QStringLiteral("B")},
-            {QStringLiteral("bizdate"), day},
-            {QStringLiteral("matchtime"), QStringLiteral("09301500")},
-            {QStringLiteral("orderdate"), day},
-            {QStringLiteral("opertime"), QStringLiteral("09301500")},
-            {QStringLiteral("matchprice"), priceText(price)},
-            {QStringLiteral("matchqty"), QStringLiteral("100")},
-            {QStringLiteral("buy"), true},
-            {QStringLiteral("price"), price},
-            {QStringLiteral("vol"), 100}};
+    return {SentTrade{"B", day, "09301500", priceText(price).toUtf8()}.whole()};
 }
 
-QJsonObject orderRow(int security)
+QJsonArray oneOrder(int price)
 {
-    return {{QStringLiteral("market"), QStringLiteral("1")},
-            {QStringLiteral("bsflag2"), QStringLiteral("0B")},
-            {QStringLiteral("orderstatus"), QStringLiteral("8")},
-            {QStringLiteral("ordersno"), QStringLiteral("1")},
-            {QStringLiteral("operdate"), QStringLiteral("20240102")},
-            {QStringLiteral("opertime"), QStringLiteral("09301500")},
-            {QStringLiteral("orderprice"), priceText(orderBase + security)},
-            {QStringLiteral("orderqty"), QStringLiteral("100")}};
+    return {QJsonObject(SentOrder{"0B", "8", priceText(price).toUtf8(), "09301500", "20240102"})};
 }
 
 QJsonValue dataOf(const QString &cmd, int security)
@@ -75,12 +60,12 @@ QJsonValue dataOf(const QString &cmd, int security)
                            {QStringLiteral("costprice"), priceText(costBase + security)}};
     }
     if (cmd == QLatin1String("HistoryTrade")) {
-        return QJsonArray{tradeRow(pastTradeBase + security, QStringLiteral("20240102"))};
+        return oneTrade(pastTradeBase + security, "20240102");
     }
     if (cmd == QLatin1String("TodayTrade")) {
-        return QJsonArray{tradeRow(todaysTradeBase + security, QStringLiteral("20240103"))};
+        return oneTrade(todaysTradeBase + security, "20240103");
     }
-    return QJsonArray{orderRow(security)};
+    return oneOrder(orderBase + security);
 }
 
 /// A module whose answers come late and overtake each other. It tells of trades nobody asked about, too.

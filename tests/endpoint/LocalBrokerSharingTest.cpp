@@ -105,7 +105,7 @@ TEST_F(LocalBrokerSharing, EndsTheBrokerOfATerminalThatCrashesAndServesInItsPlac
     EXPECT_FALSE(isAlive(orphan));
 }
 
-TEST_F(LocalBrokerSharing, LeavesNoBrokerOfACrashedTerminalThatCanNotEndByItself)
+TEST_F(LocalBrokerSharing, LeavesNoBrokerOfACrashedTerminalThatCannotEndByItself)
 {
     OtherTerminal other(address());
     const pid_t orphan = other.brokerId();
@@ -121,7 +121,8 @@ TEST_F(LocalBrokerSharing, WaitsForTheEndOfABrokerThatNoLongerAnswers)
 {
     ASSERT_EQ(::mkdir(QFile::encodeName(busDirectory()).constData(), 0700), 0);
     DirectoryLock ending;
-    ASSERT_TRUE(ending.tryAcquire(busDirectory() + QStringLiteral("/broker.lock")));
+    ASSERT_EQ(ending.tryAcquire(busDirectory() + QStringLiteral("/broker.lock")),
+              DirectoryLock::Result::Held);
 
     LocalBroker broker;
     broker.start(address());

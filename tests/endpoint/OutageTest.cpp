@@ -2,7 +2,11 @@
 #include "tests/support/LogCapture.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QFileInfo>
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QTemporaryDir>
 
 using LocalCommunication::EndPoint;
 using ::testing::ElementsAre;
@@ -202,6 +206,37 @@ TEST_F(Outage, TellsWhatMayBeLostWhenTheSenderLeavesInIt)
     sender.disconnect();
 
     EXPECT_TRUE(log.has(QStringLiteral("what was sent to it last may be lost"))) << qPrintable(log.text());
+}
+
+/// Each try comes after a longer time, of which chance takes away half at the most.
+TEST_F(Outage, IsNoReasonToJoinInAStormABrokerThatDropsItsClients)
+{
+    QTemporaryDir terminal;
+    QLocalServer dropping;
+    int calls = 0;
+    QElapsedTimer sinceFirst;
+    QObject::connect(&dropping, &QLocalServer::newConnection, &dropping, [&] {
+        if (calls++ == 0) {
+            sinceFirst.start();
+        }
+        QLocalSocket *caller = dropping.nextPendingConnection();
+        QObject::connect(caller, &QLocalSocket::readyRead, caller, [caller] {
+            caller->write(QByteArray::fromHex("2003000000")); // MQTT 5: accepted
+            caller->disconnectFromServer();
+        });
+    });
+    ASSERT_TRUE(dropping.listen(terminal.filePath(QStringLiteral("bus.sock"))));
+    QFile ini(terminal.filePath(QStringLiteral("endpoint.ini")));
+    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
+    ini.write("[bus]\nurl=unix://" + QFile::encodeName(dropping.fullServerName()) + '\n');
+    ini.close();
+    RecordingEndPoint endPoint;
+
+    endPoint.connect(terminal.path());
+
+    ASSERT_TRUE(waitUntil([&] { return calls >= 7; }));
+    EXPECT_GE(sinceFirst.elapsed(), (50 + 100 + 200 + 400 + 800 + 1600) / 2);
+    EXPECT_LE(log.lines().size(), 3) << qPrintable(log.text());
 }
 
 TEST_F(Outage, FillsNoLog)

@@ -38,12 +38,35 @@ TEST_F(OutboxTest, TakesNoMessageThatNoPacketCanCarry)
 
 TEST_F(OutboxTest, TakesNothingMoreWhenTheBrokerDoesNotRead)
 {
-    for (int i = 0; i < 65; ++i) {
+    for (int i = 0; i < 64; ++i) {
         ASSERT_TRUE(takes(messageOf(megabyte))) << i;
         outbox.handOver(messageOf(megabyte));
     }
 
     EXPECT_EQ(outbox.problemWith(messageOf(0)), QStringLiteral("the broker does not take messages any more"));
+}
+
+TEST_F(OutboxTest, CountsWhatAMessageCostsWithoutAPayload)
+{
+    constexpr int mostEmptyOnes = 1'000'000;
+    int taken = 0;
+    for (; taken < mostEmptyOnes && takes(messageOf(0)); ++taken) {
+        outbox.handOver(messageOf(0));
+    }
+
+    EXPECT_LT(taken, mostEmptyOnes);
+}
+
+TEST_F(OutboxTest, CountsPathsAndCorrelations)
+{
+    const BusMessage named{QByteArray(60'000, 'c'), {}, QByteArray(3'000, 'r'), QByteArray(2'536, 'n')};
+    int taken = 0;
+    for (; taken < 2000 && takes(named); ++taken) {
+        outbox.hold(named);
+    }
+
+    EXPECT_GT(taken, 1000);
+    EXPECT_LE(taken, 1024);
 }
 
 TEST_F(OutboxTest, TakesMessagesAgainWhenTheBrokerHasRead)

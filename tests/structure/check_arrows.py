@@ -10,6 +10,8 @@ A place is a folder without its subfolders, or a few files of one that stand apa
 
     border = tradechartobject/ChartInterface.h tradechartobject/CombinedOverlay.h
 
+What is in the place "stand-in" is included in the place of a header of the same name.
+
 Fails on an include that the table does not allow, on an arrow of the table that nobody uses, on a folder that the table
 does not know, on places that include each other in a circle, and on two headers of one name.
 """
@@ -20,6 +22,7 @@ import sys
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]')
 NOT_OURS = {"build", "out"}
+STAND_IN = "stand-in"
 FREE = {"tests", "bench"}  # they may include whatever they test
 
 
@@ -114,7 +117,7 @@ def faults(tree, table):
 
     by_name = collections.defaultdict(list)
     for file in files:
-        if file.suffix == ".h":
+        if file.suffix == ".h" and table.place_of(file) != STAND_IN:
             by_name[file.name].append(file.as_posix())
     for name, paths in sorted(by_name.items()):
         if len(paths) > 1:

@@ -62,6 +62,11 @@ class Arrows(unittest.TestCase):
         said = self.told({"plugin/Line.h": ""})
         self.assertEqual(said, "2 headers are named Line.h: plugin/Line.h plugin/parts/Line.h\n")
 
+    def test_a_header_may_stand_in_for_another_when_the_table_says_so(self):
+        stand_in = {"tests/other/Line.h": ""}
+        self.assertIn("2 headers are named Line.h", self.told(stand_in))
+        self.assertEqual(self.told(stand_in, TABLE + "stand-in = tests/other/Line.h\n"), "")
+
     def test_a_folder_that_the_table_does_not_know_is_told(self):
         self.assertEqual(self.told({"plugin/new/New.h": ""}), "plugin/new has no line in the table\n")
 

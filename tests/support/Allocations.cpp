@@ -4,7 +4,7 @@
 #include <new>
 
 #ifdef __GLIBC__
-extern "C" void *__libc_malloc(std::size_t size); // NOLINT(bugprone-reserved-identifier)
+extern "C" void *__libc_malloc(std::size_t size); // NOLINT(readability-identifier-naming)
 #endif
 
 namespace {

@@ -3,11 +3,12 @@
 #include <QLoggingCategory>
 #include <QMutexLocker>
 
-LogCapture *LogCapture::s_active = nullptr;
+LogCapture *LogCapture::active = nullptr;
 
 LogCapture::LogCapture(Debug debug)
 {
-    s_active = this;
+    active = this;
+    // NOLINTNEXTLINE(cppcoreguidelines-prefer-member-initializer): not before lines can be taken
     m_previous = qInstallMessageHandler(&LogCapture::collect);
     QLoggingCategory::setFilterRules(debug == Debug::On ? QStringLiteral("default.debug=true")
                                                         : QStringLiteral("default.debug=false"));
@@ -17,7 +18,7 @@ LogCapture::~LogCapture()
 {
     QLoggingCategory::setFilterRules(QString());
     qInstallMessageHandler(m_previous);
-    s_active = nullptr;
+    active = nullptr;
 }
 
 std::vector<LogCapture::Line> LogCapture::all() const
@@ -48,6 +49,6 @@ QStringList LogCapture::lines() const
 
 void LogCapture::collect(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    const QMutexLocker guard(&s_active->m_mutex);
-    s_active->m_lines.push_back({type, text, QString::fromLatin1(context.category)});
+    const QMutexLocker guard(&active->m_mutex);
+    active->m_lines.push_back({type, text, QString::fromLatin1(context.category)});
 }

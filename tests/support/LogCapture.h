@@ -39,7 +39,7 @@ public:
 private:
     static void collect(QtMsgType type, const QMessageLogContext &context, const QString &text);
 
-    static LogCapture *s_active;
+    static LogCapture *active;
     mutable QMutex m_mutex;
     std::vector<Line> m_lines;
     QtMessageHandler m_previous;

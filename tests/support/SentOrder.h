@@ -19,5 +19,5 @@ struct SentOrder
     QByteArray date = QByteArray::number(dayFromToday(0));
     QByteArray number = "700001";
 
-    operator QJsonObject() const;
+    operator QJsonObject() const; // NOLINT(google-explicit-constructor)
 };

@@ -1,7 +1,7 @@
 #include "tradechartobject/common/BusLink.h"
 
 #include "tradechartobject/common/DebugLog.h"
-#include "tradechartobject/common/TradeRequest.h"
+#include "tradechartobject/common/OverlayQuestion.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <QCoreApplication>

@@ -27,13 +27,13 @@ struct RowColumn
 /// One for all rows of an answer. They are alike: a key is first looked for where the row before had it,
 /// and a text that the row before had, too, is not taken again. To search every row for every key takes as
 /// long as to parse the answer.
-template <class Record, std::size_t Count>
+template <class Record, std::size_t columnCount>
 class RowReader
 {
 public:
-    explicit RowReader(const RowColumn<Record> (&columns)[Count]) : m_record()
+    explicit RowReader(const RowColumn<Record> (&columns)[columnCount]) : m_record()
     {
-        std::array<RowColumn<Record>, Count> sorted;
+        std::array<RowColumn<Record>, columnCount> sorted;
         std::copy(std::begin(columns), std::end(columns), sorted.begin());
         // A row holds its keys in this order: it is read along its memory, not to and fro.
         std::sort(sorted.begin(), sorted.end(),
@@ -83,7 +83,7 @@ private:
         return field.value();
     }
 
-    std::array<Place, Count> m_places;
+    std::array<Place, columnCount> m_places;
     Record m_record;
 };
 

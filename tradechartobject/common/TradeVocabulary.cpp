@@ -117,8 +117,8 @@ constexpr const char *sellCodes[] = {"0S", "0g", "0h", "0i", "0j", "0r", "0v",
                                      "0x", "0z", "0`", "0m", "0o", "0f"};
 
 /// Each of the codes is of two letters.
-template <std::size_t Size>
-bool contains(const char *const (&codes)[Size], const QString &code)
+template <std::size_t codeCount>
+bool contains(const char *const (&codes)[codeCount], const QString &code)
 {
     return code.size() == 2 &&
            std::any_of(std::begin(codes), std::end(codes), [one = code[0], two = code[1]](const char *known) {

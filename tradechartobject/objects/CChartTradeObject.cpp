@@ -5,12 +5,12 @@
 #include "tradechartobject/common/BusLink.h"
 #include "tradechartobject/common/CostLine.h"
 #include "tradechartobject/common/OverlayConfig.h"
+#include "tradechartobject/common/OverlayQuestion.h"
 #include "tradechartobject/common/PopupLines.h"
 #include "tradechartobject/common/PriceScale.h"
 #include "tradechartobject/common/Security.h"
 #include "tradechartobject/common/TradeLine.h"
 #include "tradechartobject/common/TradeMessage.h"
-#include "tradechartobject/common/TradeRequest.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "tradechartobject/objects/CChartTradeObject_p.h"
 

@@ -3,11 +3,11 @@
 #include "tradechartobject/common/BarTime.h"
 #include "tradechartobject/common/BusLink.h"
 #include "tradechartobject/common/CostLine.h"
+#include "tradechartobject/common/OverlayQuestion.h"
 #include "tradechartobject/common/PriceScale.h"
 #include "tradechartobject/common/RefreshTimer.h"
 #include "tradechartobject/common/Security.h"
 #include "tradechartobject/common/TradeMessage.h"
-#include "tradechartobject/common/TradeRequest.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <QPointer>

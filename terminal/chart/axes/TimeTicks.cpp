@@ -1,7 +1,7 @@
 #include "terminal/chart/axes/TimeTicks.h"
 
 #include "terminal/chart/axes/BarSpan.h"
-#include "terminal/data/CalendarDate.h"
+#include "trading/ClockTime.h"
 
 #include <algorithm>
 #include <iterator>
@@ -27,11 +27,17 @@ constexpr CalendarStep calendarSteps[] = {
 
 constexpr int minuteSteps[] = {1, 2, 5, 10, 15, 30, 60, 120};
 
+QDate calendarDay(const Bar &bar)
+{
+    return dayOf(bar).calendarDate();
+}
+
 /// The start of the step that holds `date`.
 QDate stepStart(const QDate &date, const CalendarStep &step)
 {
     if (step.years > 0) {
-        return {date.year() / step.years * step.years, 1, 1};
+        constexpr int firstYear = 1; // there is no year 0 to begin in
+        return {std::max(firstYear, date.year() / step.years * step.years), 1, 1};
     }
     if (step.months > 0) {
         return {date.year(), (date.month() - 1) / step.months * step.months + 1, 1};
@@ -55,7 +61,7 @@ QString dateLabel(const QDate &date, const QDate &previous, const CalendarStep &
 const CalendarStep &fittingStep(const Bars &bars, const BarRange &range, double spacing)
 {
     const double days =
-        static_cast<double>(dateOf(bars[range.first].date).daysTo(dateOf(bars[range.end - 1].date))) + 1;
+        static_cast<double>(calendarDay(bars[range.first]).daysTo(calendarDay(bars[range.end - 1]))) + 1;
     const double daysPerBar = days / static_cast<double>(range.end - range.first);
     const auto *const fitting =
         std::find_if(std::begin(calendarSteps), std::end(calendarSteps),
@@ -74,24 +80,25 @@ std::vector<TimeTick> calendarTicks(const Bars &bars, const BarRange &range, dou
     std::vector<TimeTick> ticks;
     const auto end = bars.begin() + static_cast<std::ptrdiff_t>(range.end);
     auto bar = bars.begin() + static_cast<std::ptrdiff_t>(range.first);
-    QDate previous = dateOf(bar->date);
+    QDate previous = calendarDay(*bar);
     while (bar != end) {
-        const int next = packedDate(nextStep(stepStart(dateOf(bar->date), step), step));
-        bar = std::lower_bound(bar, end, next, [](const Bar &one, int date) { return one.date < date; });
+        const QDate next = nextStep(stepStart(calendarDay(*bar), step), step);
+        bar = std::lower_bound(bar, end, next,
+                               [](const Bar &one, const QDate &day) { return calendarDay(one) < day; });
         const auto number = static_cast<size_t>(bar - bars.begin());
         if (bar != end && isFarEnough(ticks, number, spacing)) {
-            ticks.push_back({number, dateLabel(dateOf(bar->date), previous, step)});
-            previous = dateOf(bar->date);
+            ticks.push_back({number, dateLabel(calendarDay(*bar), previous, step)});
+            previous = calendarDay(*bar);
         }
     }
     return ticks;
 }
 
+/// "09:31"
 QString clockText(int minute)
 {
-    return QStringLiteral("%1:%2")
-        .arg(minute / 60, 2, 10, QLatin1Char('0'))
-        .arg(minute % 60, 2, 10, QLatin1Char('0'));
+    constexpr int hoursAndMinutes = 5;
+    return Trading::ClockTime::ofMinute(minute).value().colonText().left(hoursAndMinutes);
 }
 
 /// A day's axis has the lunch break inside it: the end of the morning names both sides.
@@ -130,7 +137,7 @@ std::vector<TimeTick> timeTicks(const Bars &bars, const BarSpan &span, double sp
 
 QString timeText(const Bar &bar)
 {
-    const QString date = dateText(bar.date);
+    const QString date = dayOf(bar).dashedText();
     return bar.minute > 0 ? date + QLatin1Char(' ') + clockText(bar.minute) : date;
 }
 

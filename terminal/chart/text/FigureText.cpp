@@ -12,11 +12,17 @@ struct Unit
     QString name;
 };
 
+/// In the unit that the shown figure reaches, which rounding may lift it to.
 QString inUnit(double volume, const Unit &large, const Unit &small)
 {
-    const Unit &unit = volume >= large.size ? large : small;
-    return volume < small.size ? QString::number(volume, 'f', 0)
-                               : QString::number(volume / unit.size, 'f', 2) + unit.name;
+    constexpr double halfAShare = 0.5;
+    constexpr double halfAHundredth = 0.005;
+    if (volume < small.size - halfAShare) {
+        return QString::number(volume, 'f', 0);
+    }
+    const bool isLarge = volume >= large.size - halfAHundredth * small.size;
+    const Unit &unit = isLarge ? large : small;
+    return QString::number(volume / unit.size, 'f', 2) + unit.name;
 }
 
 } // namespace

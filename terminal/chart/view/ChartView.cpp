@@ -1,6 +1,7 @@
 #include "terminal/chart/view/ChartView.h"
 
 #include "terminal/chart/axes/AxisLabels.h"
+#include "terminal/chart/axes/PriceTicks.h"
 #include "terminal/chart/bars/CandleCurve.h"
 #include "terminal/chart/bars/VisibleBars.h"
 #include "terminal/chart/bars/VolumeItem.h"
@@ -14,7 +15,6 @@
 #include <qwt_plot_grid.h>
 #include <qwt_plot_layout.h>
 #include <qwt_scale_div.h>
-#include <qwt_scale_engine.h>
 #include <qwt_scale_map.h>
 #include <qwt_scale_widget.h>
 
@@ -28,34 +28,16 @@ namespace Terminal {
 
 namespace {
 
-constexpr double priceShare = 0.78;      ///< of the canvas height that the price pane has
-constexpr double volumeShare = 0.165;    ///< the same of the highest volume column
-constexpr double fewestBars = 10;        ///< that may be zoomed to
-constexpr double recentBars = 150;       ///< that a new chart shows
-constexpr double airShare = 0.08;        ///< room right of the last bar for labels, of what a new chart shows
-constexpr double firstLabelShare = 0.01; ///< room for the label under a day's first minute
-constexpr double timeLabelRoom = 110;    ///< pixels from one time label to the next
-constexpr double priceLabelRoom = 56;    ///< the same for prices
+constexpr double priceShare = 0.78;   ///< of the canvas height that the price pane has
+constexpr double volumeShare = 0.165; ///< the same of the highest volume column
+constexpr double timeLabelRoom = 110; ///< pixels from one time label to the next
+constexpr double priceLabelRoom = 56; ///< the same for prices
 constexpr int axisFontPixels = 12;
 constexpr double timeAxisHeight = 30;
 
 QwtScaleDiv scaleDiv(double lower, double upper, const QList<double> &ticks)
 {
     return QwtScaleDiv(lower, upper, {}, {}, ticks);
-}
-
-QList<double> priceTicks(const PriceSpan &prices, double height)
-{
-    const int most = std::max(2, static_cast<int>(height / priceLabelRoom));
-    const QwtScaleDiv div = QwtLinearScaleEngine().divideScale(prices.low, prices.high, most, 0);
-    QList<double> ticks;
-    const double edge = (prices.high - prices.low) * 0.02;
-    for (const double tick : div.ticks(QwtScaleDiv::MajorTick)) {
-        if (tick > prices.low + edge && tick < prices.high - edge) {
-            ticks.append(tick);
-        }
-    }
-    return ticks;
 }
 
 /// The bars that the time axis knows of: the loaded ones and, by their minutes only, those ahead.
@@ -128,6 +110,7 @@ void ChartView::setUpItems()
 void ChartView::setData(const ChartData &data)
 {
     m_data = data;
+    fitViewport();
     setCrosshair({});
     showRecent();
     Q_EMIT dataChanged();
@@ -138,16 +121,12 @@ void ChartView::append(const Bars &bars)
     if (bars.empty()) {
         return;
     }
-    const auto lastBefore = static_cast<double>(m_data.bars.size()) - 1;
+    const double lastBefore = lastBar();
     m_data.bars.insert(m_data.bars.end(), bars.begin(), bars.end());
     m_data.ahead.erase(m_data.ahead.begin(),
                        std::upper_bound(m_data.ahead.begin(), m_data.ahead.end(), m_data.bars.back().minute));
-    const auto last = static_cast<double>(m_data.bars.size()) - 1;
-    const bool showedLast = m_span.first <= lastBefore && lastBefore <= m_span.last;
-    if (showedLast && last > m_span.last) {
-        const double moved = last - lastBefore;
-        m_span = held({m_span.first + moved, m_span.last + moved});
-    }
+    fitViewport();
+    m_viewport.followLast(lastBefore, lastBar());
     Q_EMIT barsAppended();
     refit();
 }
@@ -183,65 +162,51 @@ void ChartView::setPriceWishes(std::function<std::vector<PriceSpan>()> wishes)
     refit();
 }
 
-bool ChartView::showsWholeDay() const
+void ChartView::fitViewport()
 {
-    return m_data.period == ChartPeriod::Minute;
+    m_viewport.setRoom(m_data.bars.size() + m_data.ahead.size(), m_data.period == ChartPeriod::Minute);
 }
 
-double ChartView::roomForBars() const
+/// -1 without bars.
+double ChartView::lastBar() const
 {
-    return static_cast<double>(m_data.bars.size() + m_data.ahead.size());
-}
-
-BarSpan ChartView::wholeSpan() const
-{
-    const double count = roomForBars();
-    const double shown = showsWholeDay() ? count : std::min(count, recentBars);
-    const double left = showsWholeDay() ? count * firstLabelShare : 0;
-    return {-0.5 - left, std::max(count, 1.0) - 0.5 + shown * airShare};
-}
-
-BarSpan ChartView::held(BarSpan span) const
-{
-    const BarSpan whole = wholeSpan();
-    const double width = std::clamp(span.width(), std::min(fewestBars, whole.width()), whole.width());
-    const double first = std::clamp(span.first, whole.first, whole.last - width);
-    return {first, first + width};
+    return static_cast<double>(m_data.bars.size()) - 1;
 }
 
 void ChartView::setSpan(const BarSpan &span)
 {
-    m_span = held(span);
+    m_viewport.setSpan(span);
     refit();
 }
 
 void ChartView::zoom(double factor, double x)
 {
-    const double bar = m_geometry.xToBar(x);
-    const double limited = held({0, m_span.width() * factor}).width() / m_span.width();
-    setSpan({bar - (bar - m_span.first) * limited, bar + (m_span.last - bar) * limited});
+    m_viewport.zoom(factor, m_geometry.xToBar(x));
+    refit();
 }
 
 void ChartView::pan(double bars)
 {
-    setSpan({m_span.first + bars, m_span.last + bars});
+    m_viewport.pan(bars);
+    refit();
 }
 
 void ChartView::showRecent()
 {
-    const BarSpan whole = wholeSpan();
-    setSpan(showsWholeDay() ? whole : BarSpan{whole.last - recentBars, whole.last});
+    m_viewport.showRecent();
+    refit();
 }
 
 void ChartView::showAll()
 {
-    setSpan(wholeSpan());
+    m_viewport.showAll();
+    refit();
 }
 
 void ChartView::refit()
 {
     m_fittedSize = canvas()->size();
-    m_visible->update(m_data.bars, m_span, m_fittedSize.width());
+    m_visible->update(m_data.bars, span(), m_fittedSize.width());
     fitTime();
     fitPriceScale();
     fitVolume();
@@ -253,16 +218,16 @@ void ChartView::refit()
 
 void ChartView::fitTime()
 {
-    const double barsPerLabel = m_span.width() * timeLabelRoom / std::max(1, m_fittedSize.width());
+    const double barsPerLabel = span().width() * timeLabelRoom / std::max(1, m_fittedSize.width());
     std::vector<TimeTick> ticks = m_data.ahead.empty()
-                                      ? timeTicks(m_data.bars, m_span, barsPerLabel)
-                                      : timeTicks(barsOfTimeAxis(m_data), m_span, barsPerLabel);
+                                      ? timeTicks(m_data.bars, span(), barsPerLabel)
+                                      : timeTicks(barsOfTimeAxis(m_data), span(), barsPerLabel);
     QList<double> positions;
     for (const TimeTick &tick : ticks) {
         positions.append(static_cast<double>(tick.bar));
     }
     m_timeLabels->setTicks(std::move(ticks));
-    setAxisScaleDiv(xBottom, scaleDiv(m_span.first, m_span.last, positions));
+    setAxisScaleDiv(xBottom, scaleDiv(span().first, span().last, positions));
 }
 
 void ChartView::fitPriceScale()
@@ -291,9 +256,9 @@ void ChartView::updateGeometryOfChart()
 {
     const QwtScaleMap xMap = canvasMap(xBottom);
     const QwtScaleMap yMap = canvasMap(yRight);
-    m_geometry.span = m_span;
-    m_geometry.left = xMap.transform(m_span.first);
-    m_geometry.right = xMap.transform(m_span.last);
+    m_geometry.span = span();
+    m_geometry.left = xMap.transform(span().first);
+    m_geometry.right = xMap.transform(span().last);
     m_geometry.lowPrice = m_prices.low;
     m_geometry.highPrice = m_prices.high;
     m_geometry.top = yMap.transform(m_prices.high);
@@ -316,8 +281,7 @@ void ChartView::updateLayout()
 int ChartView::barAt(double x) const
 {
     const double bar = std::floor(m_geometry.xToBar(x) + 0.5);
-    const auto last = static_cast<double>(m_data.bars.size()) - 1;
-    return static_cast<int>(std::clamp(bar, std::min(0.0, last), last));
+    return static_cast<int>(std::clamp(bar, std::min(0.0, lastBar()), lastBar()));
 }
 
 void ChartView::setCrosshair(std::optional<QPoint> position)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "terminal/chart/axes/BarViewport.h"
 #include "terminal/chart/axes/ChartGeometry.h"
 #include "terminal/chart/axes/PriceFit.h"
 #include "terminal/chart/theme/ChartTheme.h"
@@ -37,7 +38,7 @@ public:
     void setData(const ChartData &data);
     const ChartData &data() const { return m_data; }
 
-    /// Adds bars behind the last one. The view stays where it is, unless the last bar was in it and the new
+    /// Adds bars after the last one. The view stays where it is, unless the last bar was in it and the new
     /// one would not be: then it moves along.
     void append(const Bars &bars);
 
@@ -47,8 +48,8 @@ public:
     /// Language of the captions on the chart.
     void setLanguage(QLocale::Language language);
 
-    BarSpan span() const { return m_span; }
-    /// Shows `span`, held inside the loaded bars and no narrower than a few bars.
+    const BarSpan &span() const { return m_viewport.span(); }
+    /// Shows `span`, held as BarViewport does.
     void setSpan(const BarSpan &span);
     /// A factor below 1 zooms in; the bar at pixel `x` stays where it is.
     void zoom(double factor, double x);
@@ -92,7 +93,7 @@ public:
 Q_SIGNALS:
     /// Other bars were loaded.
     void dataChanged();
-    /// Bars were added behind the last one; the scales are not fitted yet.
+    /// Bars were added after the last one; the scales are not fitted yet.
     void barsAppended();
     /// The crosshair is on another bar; -1 for none.
     void pointedBarChanged(int bar);
@@ -100,10 +101,8 @@ Q_SIGNALS:
 private:
     void setUpAxes();
     void setUpItems();
-    bool showsWholeDay() const;
-    double roomForBars() const;
-    BarSpan wholeSpan() const;
-    BarSpan held(BarSpan span) const;
+    void fitViewport();
+    double lastBar() const;
     void fitTime();
     void fitPriceScale();
     void fitVolume();
@@ -113,7 +112,7 @@ private:
     ChartData m_data;
     ChartTheme m_theme;
     QLocale::Language m_language = QLocale::Chinese;
-    BarSpan m_span;
+    BarViewport m_viewport;
     PriceSpan m_prices;
     ChartGeometry m_geometry;
     QSize m_fittedSize;

@@ -97,7 +97,8 @@ int ReadoutBar::paintTitle(QPainter *painter, int x) const
     painter->setFont(sized(font(), titlePixels, true));
     x = write(painter, x, shown.security.name, theme.text) + gap;
     painter->setFont(sized(font(), textPixels, false));
-    x = write(painter, x, shown.security.code + QLatin1Char('.') + marketWord(shown.security.market),
+    x = write(painter, x,
+              shown.security.code + QLatin1Char('.') + Trading::marketLetters(shown.security.market),
               theme.mutedText) +
         gap;
     return write(painter, x, QStringLiteral(u"· ") + periodTitle(shown.period), theme.mutedText);

@@ -79,6 +79,7 @@ INSTANTIATE_TEST_SUITE_P(
                       BadLine{"tooManyFields", "20240103,1,1,1,1,1,1", "7 fields"},
                       BadLine{"noDate", "2024-01-03,1,1,1,1,1", "not a date"},
                       BadLine{"signedDate", "+20240103,1,1,1,1,1", "not a date"},
+                      BadLine{"yearOfTwoDigits", "240103,1,1,1,1,1", "not a date"},
                       BadLine{"emptyDate", ",1,1,1,1,1", "not a date"},
                       BadLine{"dayThatIsNot", "20240230,1,1,1,1,1", "not a date"},
                       BadLine{"sameDay", "20240102,1,1,1,1,1", "not later"},

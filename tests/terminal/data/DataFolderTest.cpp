@@ -90,6 +90,20 @@ TEST_F(DataFolderOfExamples, NamesTheKnownCodesForAnUnknownOne)
 
 using DataFolderOfAPath = DataFiles;
 
+TEST_F(DataFolderOfAPath, KnowsNoMinutesOfADayThatIsNotInTheCalendar)
+{
+    write(QStringLiteral("securities.csv"), "code,market,name\n600519,SH,MT\n");
+    write(QStringLiteral("daily/600519.csv"), "date,open,high,low,close,volume\n20240102,1,1,1,1,1\n");
+    for (const char *const day : {"20240230", "00000000", "20240229"}) {
+        write(QStringLiteral("minute/600519_%1.csv").arg(QLatin1String(day)),
+              "time,open,high,low,close,volume\n931,1,1,1,1,1\n");
+    }
+    const DataFolder opened = DataFolder::open(folder()).value();
+    EXPECT_THAT(opened.minuteDays(QStringLiteral("600519")), ::testing::ElementsAre(20240229));
+    EXPECT_TRUE(opened.load(QStringLiteral("600519"), ChartPeriod::Minute, 0));
+    EXPECT_FALSE(opened.load(QStringLiteral("600519"), ChartPeriod::Minute, 20240230));
+}
+
 TEST_F(DataFolderOfAPath, NamesAFolderThatIsNotThere)
 {
     EXPECT_TRUE(DataFolder::open(folder() + QStringLiteral("/none"))

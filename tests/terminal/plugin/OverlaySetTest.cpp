@@ -1,4 +1,5 @@
 // How overlays begin and end.
+#include "tests/terminal/support/OverlayChart.h"
 #include "tests/terminal/support/OverlayWindow.h"
 
 #include <gmock/gmock.h>
@@ -9,6 +10,77 @@ namespace Terminal {
 namespace {
 
 using ::testing::HasSubstr;
+
+class SetOfOverlays : public OverlayChart
+{
+protected:
+    /// Makes every overlay anew.
+    void renewAll()
+    {
+        m_overlays.renew([](const OverlayKind &) { return true; });
+    }
+};
+
+TEST_F(SetOfOverlays, HasOneOfAKind)
+{
+    EXPECT_TRUE(m_overlays.show(kind("cost")));
+    EXPECT_TRUE(m_overlays.show(kind("cost")));
+    EXPECT_EQ(m_overlays.all().size(), 1U);
+    EXPECT_EQ(countOf(overlayLog(), "made"), 1);
+}
+
+TEST_F(SetOfOverlays, ShowsNoneThatTheLibraryDoesNotMake)
+{
+    setLibraryMakesOverlays(false);
+    EXPECT_FALSE(m_overlays.show(kind("cost")));
+    EXPECT_EQ(m_overlays.find(kind("cost")), nullptr);
+}
+
+TEST_F(SetOfOverlays, TellsOfEachThatItMakes)
+{
+    std::vector<const OverlayKind *> made;
+    QObject::connect(&m_overlays, &OverlaySet::made, &m_overlays,
+                     [&made](const ShownOverlay &overlay) { made.push_back(overlay.kind); });
+    m_overlays.show(kind("trades"));
+    m_overlays.show(kind("cost"));
+    renewAll();
+    EXPECT_THAT(made, ::testing::ElementsAre(&kind("trades"), &kind("cost"), &kind("trades"), &kind("cost")));
+}
+
+TEST_F(SetOfOverlays, KeepsTheOrderOfPaintingWhenOneIsMadeAnew)
+{
+    m_overlays.show(kind("trades"));
+    m_overlays.show(kind("cost"));
+    m_overlays.renew([](const OverlayKind &kind) { return kind.boundToRange; });
+    EXPECT_EQ(m_overlays.all().front().kind, &kind("trades"));
+    EXPECT_EQ(m_overlays.all().back().kind, &kind("cost"));
+}
+
+TEST_F(SetOfOverlays, LosesOneThatTheLibraryDoesNotMakeAgainAndTellsSo)
+{
+    m_overlays.show(kind("trades"));
+    m_overlays.show(kind("cost"));
+    std::vector<const OverlayKind *> lost;
+    QObject::connect(&m_overlays, &OverlaySet::lost, &m_overlays,
+                     [&lost](const OverlayKind &kind) { lost.push_back(&kind); });
+    setLibraryMakesOverlays(false);
+    m_overlays.renew([](const OverlayKind &kind) { return kind.boundToRange; });
+    EXPECT_THAT(lost, ::testing::ElementsAre(&kind("trades")));
+    EXPECT_EQ(m_overlays.find(kind("trades")), nullptr);
+    EXPECT_NE(m_overlays.find(kind("cost")), nullptr);
+}
+
+TEST_F(SetOfOverlays, EndsAllWithItself)
+{
+    auto set = std::make_unique<OverlaySet>(&m_chart, &m_axis,
+                                            OverlayLibrary::open(QStringLiteral(TEST_OVERLAYS)).value(),
+                                            std::chrono::seconds(3));
+    set->show(kind("cost"));
+    set->show(kind("trades"));
+    overlayLog();
+    set.reset();
+    EXPECT_EQ(overlayLog(), "ended\ndestroyed\nended\ndestroyed\n");
+}
 
 class OverlaysOnAWindow : public OverlayWindow
 {
@@ -66,6 +138,16 @@ TEST_F(OverlaysOnAWindow, MakesCombinedTradesAnewThatWereLost)
     EXPECT_EQ(countOf(log, "ended\ndestroyed\n"), 1);
     EXPECT_EQ(countOf(log, "combined {\"auto_refresh_time\":3,\"type\":1}"), 1);
     EXPECT_EQ(countOf(log, "calc 600519"), 1);
+}
+
+TEST_F(OverlaysOnAWindow, StandsWhenTheLibraryMakesAnOverlayNoMore)
+{
+    show({QStringLiteral("trades")});
+    setLibraryMakesOverlays(false);
+    load({QStringLiteral("600519"), ChartPeriod::Week, 0});
+    setLibraryMakesOverlays(true);
+    m_window->grab(); // the scale asks every overlay what it wishes
+    EXPECT_FALSE(m_window->shownOptions().overlays.contains(QStringLiteral("trades"))) << "its button is up";
 }
 
 } // namespace

@@ -1,4 +1,6 @@
 // When overlays are calculated, and with what.
+#include "terminal/plugin/OverlayUpdates.h"
+#include "tests/terminal/support/OverlayChart.h"
 #include "tests/terminal/support/OverlayWindow.h"
 
 #include <gmock/gmock.h>
@@ -7,6 +9,124 @@ namespace Terminal {
 namespace {
 
 using ::testing::HasSubstr;
+
+class OverlayUpdatesOnAChart : public OverlayChart
+{
+protected:
+    /// Starts to calculate with gates that the test opens.
+    void start(std::chrono::milliseconds heartbeat)
+    {
+        const auto collect = [](Proceeds *waiting) {
+            return [waiting](QObject *, std::function<void()> proceed) {
+                waiting->push_back(std::move(proceed));
+            };
+        };
+        m_updates = std::make_unique<OverlayUpdates>(
+            &m_chart, &m_overlays, BusGates{collect(&m_joining), collect(&m_asking)}, heartbeat);
+        m_updates->takeLoadedBars();
+    }
+
+    using Proceeds = std::vector<std::function<void()>>;
+    static void open(Proceeds *waiting)
+    {
+        for (const auto &proceed : std::exchange(*waiting, {})) {
+            proceed();
+        }
+    }
+
+    /// An overlay that has joined the bus; the log is empty then.
+    void show(const char *word)
+    {
+        ASSERT_TRUE(m_overlays.show(kind(word)));
+        open(&m_joining);
+        overlayLog();
+    }
+
+    static constexpr std::chrono::milliseconds never = std::chrono::hours(1);
+
+    Proceeds m_joining;
+    Proceeds m_asking;
+    std::unique_ptr<OverlayUpdates> m_updates;
+};
+
+TEST_F(OverlayUpdatesOnAChart, CalculateNoneBeforeItHasJoinedTheBus)
+{
+    start(never);
+    m_overlays.show(kind("cost"));
+    m_updates->calcAll();
+    EXPECT_EQ(countOf(overlayLog(), "calc"), 0);
+    open(&m_joining);
+    EXPECT_EQ(countOf(overlayLog(), "calc 600519 300"), 1);
+}
+
+TEST_F(OverlayUpdatesOnAChart, CalculateAgainAndAgainWithoutAnyBar)
+{
+    start(std::chrono::milliseconds(5));
+    show("trades");
+    std::string log;
+    EXPECT_TRUE(waitUntil([&log] { return countOf(log += overlayLog(), "calc 600519 300") >= 3; }));
+}
+
+TEST_F(OverlayUpdatesOnAChart, CalculateOnceForAnOverlayThatAsksTwice)
+{
+    start(never);
+    show("trades");
+    Korvane::IChartObject *const object = m_overlays.all().front().handle->object();
+    m_updates->queue(object);
+    m_updates->queue(object);
+    m_updates->run();
+    EXPECT_EQ(countOf(overlayLog(), "calc"), 1);
+    m_updates->run();
+    EXPECT_EQ(countOf(overlayLog(), "calc"), 0);
+}
+
+TEST_F(OverlayUpdatesOnAChart, TellWhichKindAsks)
+{
+    start(never);
+    show("trades");
+    show("cost");
+    std::vector<const OverlayKind *> asked;
+    QObject::connect(m_updates.get(), &OverlayUpdates::updateAsked, m_updates.get(),
+                     [&asked](const OverlayKind *kind) { asked.push_back(kind); });
+    m_updates->queue(m_overlays.find(kind("trades"))->handle->object());
+    EXPECT_THAT(asked, ::testing::ElementsAre(&kind("trades")));
+}
+
+TEST_F(OverlayUpdatesOnAChart, AskOnceBeforeACombinedOverlayHoweverOftenItIsToBeCalculated)
+{
+    start(never);
+    show("combined-cost");
+    m_updates->calcAll();
+    m_updates->calcCombined();
+    EXPECT_EQ(m_asking.size(), 1U);
+    EXPECT_EQ(countOf(overlayLog(), "calc"), 0);
+    open(&m_asking);
+    EXPECT_EQ(countOf(overlayLog(), "calc"), 1);
+    m_updates->calcCombined();
+    EXPECT_EQ(m_asking.size(), 1U);
+}
+
+TEST_F(OverlayUpdatesOnAChart, LeaveAnOverlayAloneThatWasTakenAwayWhileItWaited)
+{
+    start(never);
+    m_overlays.show(kind("cost"));
+    show("combined-cost");
+    m_overlays.hide(kind("cost"));
+    m_overlays.hide(kind("combined-cost"));
+    overlayLog();
+    open(&m_joining);
+    open(&m_asking);
+    EXPECT_EQ(overlayLog(), "");
+}
+
+TEST_F(OverlayUpdatesOnAChart, HandOverTheBarsThatWereAdded)
+{
+    start(never);
+    show("trades");
+    QObject::connect(&m_chart, &ChartView::barsAppended, m_updates.get(), &OverlayUpdates::takeAppendedBars);
+    m_chart.append(Bars(2, m_chart.data().bars.back()));
+    EXPECT_THAT(overlayLog(), HasSubstr("calc 600519 302"));
+}
 
 class CalculationOfOverlays : public OverlayWindow
 {

@@ -2,9 +2,10 @@
 // display.
 #include "terminal/chart/lines/SeriesLabel.h"
 #include "terminal/chart/view/ChartView.h"
+#include "terminal/session/TradingSession.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/terminal/support/Pixels.h"
-#include "tests/terminal/support/ProgramFixture.h"
+#include "tests/terminal/support/TerminalProgramFixture.h"
 
 #include <gmock/gmock.h>
 
@@ -47,6 +48,18 @@ TEST_F(Program, TellsThatAWindowNeedsADisplay)
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_TRUE(outcome.messages.contains(QStringLiteral("--snapshot"))) << qPrintable(outcome.messages);
 }
+
+#ifndef Q_OS_MACOS // whose time-zone data cannot be hidden from a program
+TEST_F(Program, DrawsNothingByTheClockOfAnotherTimeZone)
+{
+    const QTemporaryDir noTimeZones;
+    m_environment.insert(QStringLiteral("TZDIR"), noTimeZones.path());
+    const Outcome outcome = snapshot({});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.messages.contains(QStringLiteral("Asia/Shanghai"))) << qPrintable(outcome.messages);
+    EXPECT_FALSE(QFile::exists(picture()));
+}
+#endif
 
 TEST_F(Program, RefusesAWrongOptionValue)
 {
@@ -109,7 +122,8 @@ TEST_P(ProgramInTheme, DrawsTheCostThatTheLedgerHas)
 
     TerminalOptions options;
     options.size = QSize(1280, 720);
-    MainWindow window(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), options);
+    TradingSession session(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), {}, {});
+    MainWindow window(&session, options);
     ASSERT_TRUE(window.load(QStringLiteral("600519"), ChartPeriod::Day, 0));
     window.grab();
     const QRect canvas(window.chart()->canvas()->mapTo(&window, QPoint()), window.chart()->canvas()->size());

@@ -1,11 +1,12 @@
 // Pictures of a replayed day, made by the built program.
 #include "terminal/chart/view/ChartView.h"
+#include "terminal/session/TradingSession.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/support/TimeZone.h"
 #include "tests/terminal/support/Pixels.h"
-#include "tests/terminal/support/ProgramFixture.h"
+#include "tests/terminal/support/TerminalProgramFixture.h"
 
 #include <gmock/gmock.h>
 
@@ -79,37 +80,46 @@ protected:
     }
 
     /// A window that is laid out as the one in the picture.
-    static std::unique_ptr<MainWindow> windowOfThePicture()
+    struct WindowOfThePicture
     {
-        TerminalOptions options;
-        options.size = QSize(1280, 720);
-        auto window = std::make_unique<MainWindow>(
-            DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), options);
-        EXPECT_TRUE(window->load(QStringLiteral("600536"), ChartPeriod::Minute, 20230711));
-        window->setReplaying(true);
-        window->replay()->playTo(13 * 60 + 35);
-        window->grab();
-        return window;
-    }
+        WindowOfThePicture()
+        {
+            EXPECT_TRUE(window.load(QStringLiteral("600536"), ChartPeriod::Minute, 20230711));
+            window.setReplaying(true);
+            session.replay()->playTo(13 * 60 + 35);
+            window.grab();
+        }
+
+        static TerminalOptions options()
+        {
+            TerminalOptions options;
+            options.size = QSize(1280, 720);
+            return options;
+        }
+
+        TradingSession session{DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), {}, {}};
+        MainWindow window{&session, options()};
+    };
 
     /// The rows of the picture's list of orders.
     QImage orderRows()
     {
-        const auto window = windowOfThePicture();
+        const WindowOfThePicture shown;
+        const MainWindow &window = shown.window;
         const auto *const list =
-            window->trade()->panel()->findChild<QTableView *>(QStringLiteral("ordersView"))->viewport();
-        return QImage(picture()).copy({list->mapTo(window.get(), QPoint()), list->size()});
+            window.trade()->panel()->findChild<QTableView *>(QStringLiteral("ordersView"))->viewport();
+        return QImage(picture()).copy({list->mapTo(&window, QPoint()), list->size()});
     }
 
     /// How many pixels of `colour` the picture has where the marker of an order hangs.
     int markerPixels(int minute, double price, const QColor &colour)
     {
-        const auto window = windowOfThePicture();
-        const ChartGeometry &geometry = window->chart()->chartGeometry();
+        const WindowOfThePicture shown;
+        const MainWindow &window = shown.window;
+        const ChartGeometry &geometry = window.chart()->chartGeometry();
         const QPoint anchor(static_cast<int>(geometry.barToX(minute - 9 * 60 - 30)),
                             static_cast<int>(geometry.priceToY(price)));
-        const QRect area(window->chart()->canvas()->mapTo(window.get(), anchor) - QPoint(8, 0),
-                         QSize(17, 17));
+        const QRect area(window.chart()->canvas()->mapTo(&window, anchor) - QPoint(8, 0), QSize(17, 17));
         return pixelsOf(QImage(picture()).copy(area), colour);
     }
 };

@@ -1,4 +1,4 @@
-#include "terminal/TerminalOptions.h"
+#include "terminal/options/TerminalOptions.h"
 #include "tests/support/ByName.h"
 
 #include <gmock/gmock.h>

@@ -16,8 +16,7 @@ QString sources()
 /// The command line and what it says are English, whatever the language of the window.
 bool isOfTheCommandLine(const QString &path)
 {
-    return path.endsWith(QLatin1String("/TerminalOptions.cpp")) ||
-           path.endsWith(QLatin1String("/PlannedOrder.cpp"));
+    return path.contains(QLatin1String("/options/")) || path.endsWith(QLatin1String("/PlannedOrder.cpp"));
 }
 
 Translations marked()
@@ -36,7 +35,7 @@ Translations marked()
 
 Translations chinese()
 {
-    return readTranslations(sources() + QStringLiteral("/translations/tradeterminal_zh.ts"));
+    return readTranslations(sources() + QStringLiteral("/ui/translations/tradeterminal_zh.ts"));
 }
 
 TEST(TerminalTranslations, AreThereForEveryText)

@@ -12,7 +12,7 @@ TEST(PlannedOrder, IsReadFromItsFourWords)
     const auto read = readPlannedOrder(QStringLiteral(" 1301 sell  2500 13.05"));
     ASSERT_TRUE(read) << qPrintable(read.error());
     EXPECT_EQ(read.value().minute, 13 * 60 + 1);
-    EXPECT_EQ(read.value().side, OrderSide::Sell);
+    EXPECT_EQ(read.value().side, Direction::Sell);
     EXPECT_EQ(read.value().quantity, 2500);
     EXPECT_DOUBLE_EQ(read.value().price, 13.05);
 }

@@ -197,5 +197,16 @@ TEST_F(RecordedDay, KeepsTheCloseBeforeItOnTheChart)
     EXPECT_EQ(m_replay.today().previousClose, 13.30);
 }
 
+TEST_F(RecordedDay, IsMadeOfMinutesAndOfNothingElse)
+{
+    for (const ChartPeriod period : {ChartPeriod::Day, ChartPeriod::Week, ChartPeriod::Month}) {
+        EXPECT_FALSE(m_replay.open(m_folder.load(QStringLiteral("000001"), period, 0).value(), today));
+    }
+    m_day.bars.clear();
+    EXPECT_FALSE(m_replay.open(m_day, today));
+    EXPECT_EQ(m_replay.state(), State::Closed);
+    EXPECT_THAT(m_minutes, ::testing::IsEmpty());
+}
+
 } // namespace
 } // namespace Terminal

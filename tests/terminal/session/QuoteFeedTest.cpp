@@ -1,5 +1,5 @@
 // What a replay says on a real bus.
-#include "terminal/replay/QuoteFeed.h"
+#include "terminal/session/QuoteFeed.h"
 
 #include "terminal/data/DataFolder.h"
 #include "terminal/replay/Replay.h"
@@ -112,7 +112,7 @@ TEST_F(Feed, PublishesEveryBarInOrder)
 
 TEST_F(Feed, PlacesAnOrderBetweenTheQuotesOfItsMinuteAndTheNext)
 {
-    open({{9 * 60 + 31, OrderSide::Sell, 500, 13.05}, {9 * 60 + 30, OrderSide::Buy, 100, 12.9}});
+    open({{9 * 60 + 31, Direction::Sell, 500, 13.05}, {9 * 60 + 30, Direction::Buy, 100, 12.9}});
     m_replay.playTo(9 * 60 + 32);
     ASSERT_TRUE(hears(5));
     EXPECT_THAT(m_heard,
@@ -122,7 +122,7 @@ TEST_F(Feed, PlacesAnOrderBetweenTheQuotesOfItsMinuteAndTheNext)
 
 TEST_F(Feed, PlacesAnOrderOnce)
 {
-    open({{9 * 60 + 30, OrderSide::Buy, 100, 12.9}});
+    open({{9 * 60 + 30, Direction::Buy, 100, 12.9}});
     m_replay.restart();
     ASSERT_TRUE(hears(3));
     EXPECT_THAT(m_heard,
@@ -131,7 +131,7 @@ TEST_F(Feed, PlacesAnOrderOnce)
 
 TEST_F(Feed, ForgetsItsOrdersWithTheirDay)
 {
-    open({{9 * 60 + 31, OrderSide::Buy, 100, 12.9}});
+    open({{9 * 60 + 31, Direction::Buy, 100, 12.9}});
     m_replay.close();
     open({});
     m_replay.step();
@@ -143,13 +143,13 @@ TEST_F(Feed, TellsWhichOfItsOrdersIsRefusedAndNoneThatWasPlacedByHand)
 {
     m_module.setAnswer(QStringLiteral("EntrustPlace"), {{QStringLiteral("success"), false},
                                                         {QStringLiteral("msg"), QStringLiteral("no cash")}});
-    open({{9 * 60 + 31, OrderSide::Buy, 100, 12.9}});
+    open({{9 * 60 + 31, Direction::Buy, 100, 12.9}});
     QStringList refused;
     QObject::connect(m_feed.get(), &QuoteFeed::refused, &m_desk,
                      [&refused](const QString &reason) { refused.append(reason); });
     int answered = 0;
     QObject::connect(&m_desk, &OrderDesk::placed, &m_replay, [&answered] { ++answered; });
-    m_desk.place({m_replay.security(), OrderSide::Buy, 12.8, 200});
+    m_desk.place({m_replay.security(), Direction::Buy, 12.8, 200});
     ASSERT_TRUE(waitUntil([&answered] { return answered == 1; }));
     EXPECT_TRUE(refused.isEmpty());
     m_replay.step();

@@ -1,5 +1,4 @@
 // Orders that a replay deals, on the chart that grows with it.
-#include "terminal/replay/QuoteFeed.h"
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
@@ -16,10 +15,9 @@ protected:
     /// Opens the replay of a day with the orders of a plan.
     void open(const OrderPlan &plan)
     {
+        m_plan.orders = plan;
         openWindow(QStringLiteral("orders"), {QStringLiteral("600536"), ChartPeriod::Minute, 20230711});
-        m_feed = std::make_unique<QuoteFeed>(m_window->replay(), desk(), plan, nullptr);
-        m_window->trade()->start(address());
-        ASSERT_TRUE(waitUntil([this] { return m_feed->isJoined(); }));
+        ASSERT_TRUE(waitUntil([this] { return m_session->stage() == TradingSession::Stage::Trading; }));
         m_window->setReplaying(true);
         startOverlays();
     }
@@ -30,9 +28,7 @@ protected:
         m_order = order;
     }
 
-    OrderDesk *desk() { return m_window->trade()->desk(); }
-
-    void playTo(int minute) { m_window->replay()->playTo(minute); }
+    void playTo(int minute) { replay()->playTo(minute); }
 
     /// What the list of the orders at the marker says; nothing where there is no marker.
     std::string listed()
@@ -50,19 +46,12 @@ protected:
         return waitUntil([this, status] { return listed().find(status) != std::string::npos; });
     }
 
-    void TearDown() override
-    {
-        m_feed.reset();
-        TradingWindow::TearDown();
-    }
-
-    std::unique_ptr<QuoteFeed> m_feed;
     PlannedOrder m_order;
 };
 
 TEST_F(OrdersOfAReplay, WaitAndAreDealtWhenABarReachesThem)
 {
-    open({9 * 60 + 45, OrderSide::Buy, 3000, 50.70});
+    open({9 * 60 + 45, Direction::Buy, 3000, 50.70});
     playTo(9 * 60 + 52); // the low of 09:52 is 50.71
     EXPECT_TRUE(comesToSay("未成交")) << listed();
     playTo(9 * 60 + 53);
@@ -71,7 +60,7 @@ TEST_F(OrdersOfAReplay, WaitAndAreDealtWhenABarReachesThem)
 
 TEST_F(OrdersOfAReplay, AreDealtInPartsWhereABarHasTooLittle)
 {
-    open({10 * 60 + 10, OrderSide::Buy, 12000, 50.86});
+    open({10 * 60 + 10, Direction::Buy, 12000, 50.86});
     playTo(10 * 60 + 11); // a quarter of its volume of 35,600
     EXPECT_TRUE(comesToSay("部成")) << listed();
     EXPECT_THAT(listed(), HasSubstr("8900"));
@@ -83,11 +72,10 @@ TEST_F(OrdersOfAReplay, AreBehindTheQuotesOfTheirMinuteWhenPlacedByHand)
 {
     open(OrderPlan());
     playTo(9 * 60 + 53); // the low of 09:53 is 50.70
-    Q_EMIT m_window->trade()->ticket()->sendAsked(
-        {m_window->replay()->security(), OrderSide::Buy, 50.70, 300});
+    Q_EMIT m_window->trade()->ticket()->sendAsked({replay()->security(), Direction::Buy, 50.70, 300});
     playTo(9 * 60 + 54);
     ASSERT_TRUE(waitUntil([this] { return desk()->orders().size() == 1; }));
-    EXPECT_EQ(desk()->orders().front().time / 100, 953);
+    EXPECT_EQ(desk()->orders().front().time.value().minute(), 9 * 60 + 53);
 }
 
 } // namespace

@@ -1,13 +1,18 @@
 #include "terminal/Appearance.h"
-#include "terminal/Environment.h"
+#include "trading/ExchangeTime.h"
 
 #include <gmock/gmock.h>
 
 #include <QApplication>
 
+#include <cstdio>
+
 int main(int argc, char *argv[])
 {
-    Terminal::useExchangeTime();
+    if (!Trading::enterExchangeTime()) {
+        std::fprintf(stderr, "this machine does not know the time zone Asia/Shanghai\n");
+        return 1;
+    }
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }

@@ -15,6 +15,15 @@ inline std::string overlayLog()
     return take();
 }
 
+/// Whether the test's library makes the overlays that it is asked for, as it does at first.
+inline void setLibraryMakesOverlays(bool makes)
+{
+    using SetMakes = void (*)(bool);
+    const auto set =
+        reinterpret_cast<SetMakes>(QLibrary::resolve(QStringLiteral(TEST_OVERLAYS), "setMakesOverlays"));
+    set(makes);
+}
+
 inline int countOf(const std::string &text, const std::string &part)
 {
     int count = 0;

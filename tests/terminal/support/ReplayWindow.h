@@ -23,7 +23,6 @@ protected:
 
     void show(ChartPeriod period, std::int32_t day) { load({QStringLiteral("000001"), period, day}); }
 
-    Replay *replay() { return m_window->replay(); }
     ReplayBar *bar() { return m_window->findChild<ReplayBar *>(); }
     size_t shownBars() { return chart()->data().bars.size(); }
     int chartMode() { return HostAxis(chart(), m_window->prompts(), "screen", nullptr).chartMode(); }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "terminal/data/CalendarDate.h"
 #include "terminal/data/DataFolder.h"
 
 #include <algorithm>
@@ -22,7 +21,8 @@ inline Bars walkingBars(int count, unsigned seed = 1)
         price = std::max(20.0, price * (1 + step(random)));
         const double high = std::max(open, price) * (1 + std::abs(step(random)));
         const double low = std::min(open, price) * (1 - std::abs(step(random)));
-        bars.push_back({packedDate(date), 0, open, high, low, price, 1000 + 50000 * std::abs(step(random))});
+        bars.push_back({Trading::TradingDate::ofCalendar(date).value().number(), 0, open, high, low, price,
+                        1000 + 50000 * std::abs(step(random))});
         date = date.addDays(1);
     }
     return bars;

@@ -23,6 +23,13 @@ std::string &eventLog()
     return log;
 }
 
+/// While false, the factory knows no configuration.
+bool &makesOverlays()
+{
+    static bool makes = true;
+    return makes;
+}
+
 void note(const std::string &event)
 {
     eventLog() += event + "\n";
@@ -233,6 +240,9 @@ extern "C" {
 
 Q_DECL_EXPORT Korvane::IChartObject *CreateChartObject(Korvane::IChartAxis &axis, const char *json)
 {
+    if (!makesOverlays()) {
+        return nullptr;
+    }
     const int type = QJsonDocument::fromJson(json).object().value(QLatin1String("type")).toInt(-1);
     switch (type) {
     case 0:
@@ -244,6 +254,11 @@ Q_DECL_EXPORT Korvane::IChartObject *CreateChartObject(Korvane::IChartAxis &axis
     default:
         return nullptr;
     }
+}
+
+Q_DECL_EXPORT void setMakesOverlays(bool makes)
+{
+    makesOverlays() = makes;
 }
 
 /// The log so far; it is emptied.

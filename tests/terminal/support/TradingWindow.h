@@ -1,9 +1,6 @@
 #pragma once
 
 #include "endpoint/LocalBroker.h"
-#include "terminal/services/BusProbe.h"
-#include "terminal/services/SharedChannel.h"
-#include "terminal/services/TradeLink.h"
 #include "terminal/services/TradeModuleProcess.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/terminal/support/WhenOpen.h"
@@ -21,39 +18,47 @@ class TradingWindow : public WindowFixture
 protected:
     void SetUp() override
     {
+        importStatement();
+        startModule();
+    }
+
+    void importStatement()
+    {
         QProcess import;
         import.start(QStringLiteral(TRADEMODULE),
                      {QStringLiteral("--ledger"), ledger(), QStringLiteral("import"),
                       QStringLiteral(TRADECHART_EXAMPLES "/statement.csv")});
         ASSERT_TRUE(import.waitForFinished());
         ASSERT_EQ(import.exitCode(), 0);
+    }
 
+    void startModule()
+    {
         m_broker.start(address());
         m_module = std::make_unique<TradeModuleProcess>(QStringLiteral(TRADEMODULE), ledger(), address(),
                                                         QStringLiteral("en"), nullptr);
         m_module->start();
-        m_link.start(address());
-        m_shared.start(address());
-        ASSERT_TRUE(waitUntil([this] { return m_link.isAnswering(); }));
     }
 
-    void openWindow(const QString &overlay, const OpenedChart &chart)
+    /// Opens the window and its session on the bus.
+    void openWindow(const QString &overlay, const OpenedChart &chart,
+                    const QString &data = QStringLiteral(TRADECHART_EXAMPLES))
     {
         TerminalOptions options;
         options.overlays = QStringList(overlay);
         options.size = QSize(1280, 720);
-        options.refreshSeconds = 1;
-        WindowFixture::openWindow(chart, options);
+        options.refresh = std::chrono::seconds(1);
+        m_busAddress = address();
+        WindowFixture::openWindow(chart, options, data);
+        m_session->begin();
+        m_session->join();
     }
 
     /// Those of the real library.
     void startOverlays()
     {
-        WindowFixture::startOverlays(PLUGIN_FILE, {busGate(address()), m_link.answerGate()});
-        QObject::connect(&m_shared, &SharedChannel::heard, m_window.get(), [this](const SharedNews &news) {
-            news.kind == SharedNews::Spoilt ? m_window->overlays()->renewCombined(news.code)
-                                            : m_window->overlays()->showHeard(news.code);
-        });
+        ASSERT_TRUE(waitUntil([this] { return m_session->stage() == TradingSession::Stage::Trading; }));
+        WindowFixture::startOverlays(PLUGIN_FILE, m_session->gates());
     }
 
     static QString address() { return QApplication::applicationDirPath(); }
@@ -75,8 +80,6 @@ protected:
     QTemporaryDir m_folder;
     LocalCommunication::LocalBroker m_broker;
     std::unique_ptr<TradeModuleProcess> m_module;
-    TradeLink m_link{nullptr};
-    SharedChannel m_shared{nullptr};
 };
 
 } // namespace Terminal

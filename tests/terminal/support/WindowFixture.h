@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/chart/view/ChartView.h"
+#include "terminal/session/TradingSession.h"
 #include "terminal/ui/MainWindow.h"
 
 #include <gmock/gmock.h>
@@ -26,13 +27,25 @@ struct OpenedChart
 class WindowFixture : public ::testing::Test
 {
 protected:
-    void TearDown() override { m_window.reset(); }
+    void TearDown() override
+    {
+        m_window.reset();
+        m_session.reset();
+    }
+
+    /// Makes the window and its trading session, on a bus that nobody has unless a test names one.
+    void makeWindow(const TerminalOptions &options, const QString &data = QStringLiteral(TRADECHART_EXAMPLES))
+    {
+        m_window.reset();
+        m_session = std::make_unique<TradingSession>(DataFolder::open(data).value(), m_plan, m_busAddress);
+        m_window = std::make_unique<MainWindow>(m_session.get(), options);
+    }
 
     /// Opens the window and shows it.
     void openWindow(const OpenedChart &chart, const TerminalOptions &options,
                     const QString &data = QStringLiteral(TRADECHART_EXAMPLES))
     {
-        m_window = std::make_unique<MainWindow>(DataFolder::open(data).value(), options);
+        makeWindow(options, data);
         load(chart);
         m_window->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
@@ -73,9 +86,14 @@ protected:
         QApplication::processEvents();
     }
 
+    Replay *replay() const { return m_session->replay(); }
+    OrderDesk *desk() const { return m_session->desk(); }
     ChartView *chart() const { return m_window->chart(); }
     const ChartGeometry &geometry() const { return chart()->chartGeometry(); }
 
+    DayPlan m_plan;
+    QString m_busAddress = QStringLiteral("/nowhere/bin");
+    std::unique_ptr<TradingSession> m_session;
     std::unique_ptr<MainWindow> m_window;
 };
 

@@ -28,7 +28,7 @@ protected:
         QObject::connect(
             &m_desk, &OrderDesk::cancelAnswered, &m_desk,
             [this](const OrderRecord &, const DeskOutcome &outcome) { m_cancelled.push_back(outcome); });
-        m_desk.show(moutai, 0);
+        m_desk.show(moutai, std::nullopt);
         ASSERT_TRUE(waitUntil([this] { return m_module.isReady(); }));
         m_desk.start(m_broker.address());
         m_desk.watch();
@@ -43,7 +43,7 @@ protected:
     {
         m_module.setAnswer(QStringLiteral("EntrustPlace"), withData(QJsonObject()));
         const size_t before = m_placed.size();
-        m_desk.place({moutai, OrderSide::Buy, 1, 100});
+        m_desk.place({moutai, Direction::Buy, 1, 100});
         ASSERT_TRUE(waitUntil([&] { return m_placed.size() > before; }));
     }
 
@@ -65,7 +65,7 @@ TEST_F(Desk, AsksForNothingBeforeItIsToWatch)
     other.start(m_broker.address());
     ASSERT_TRUE(waitUntil([&other] { return other.endPoint()->isConnected(); }));
     m_module.notify(QStringLiteral("600519"));
-    other.place({moutai, OrderSide::Buy, 1, 100});
+    other.place({moutai, Direction::Buy, 1, 100});
     ASSERT_TRUE(waitUntil([&placed] { return !placed.empty(); }));
     letPass();
     EXPECT_FALSE(other.account());
@@ -78,7 +78,7 @@ TEST_F(Desk, TellsTheNumberOfAnAcceptedOrder)
 {
     m_module.setAnswer(QStringLiteral("EntrustPlace"),
                        withData(QJsonObject{{QStringLiteral("ordersno"), QStringLiteral("17")}}));
-    m_desk.place({moutai, OrderSide::Sell, 1700.1, 300});
+    m_desk.place({moutai, Direction::Sell, 1700.1, 300});
     ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
     EXPECT_EQ(m_placed.front().kind, Kind::Accepted);
     EXPECT_EQ(m_placed.front().text, QStringLiteral("17"));
@@ -86,8 +86,8 @@ TEST_F(Desk, TellsTheNumberOfAnAcceptedOrder)
 
 TEST_F(Desk, SendsPricesWithTwoDecimalsAndTheMarketAsLetters)
 {
-    m_desk.place({moutai, OrderSide::Sell, 1700.1, 300});
-    m_desk.place({{QStringLiteral("000001"), Market::Shenzhen, {}}, OrderSide::Buy, 0.1 + 0.2, 100});
+    m_desk.place({moutai, Direction::Sell, 1700.1, 300});
+    m_desk.place({{QStringLiteral("000001"), Market::Shenzhen, {}}, Direction::Buy, 0.1 + 0.2, 100});
     ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 2));
     const auto asked = m_module.asked(QStringLiteral("EntrustPlace"));
     const auto text = [&asked](size_t i, const char *key) {
@@ -106,7 +106,7 @@ TEST_F(Desk, SendsPricesWithTwoDecimalsAndTheMarketAsLetters)
 TEST_F(Desk, TellsWhyAnOrderIsRefused)
 {
     m_module.setAnswer(QStringLiteral("EntrustPlace"), refusedWith("not enough cash"));
-    m_desk.place({moutai, OrderSide::Buy, 1700, 100});
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
     ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
     EXPECT_EQ(m_placed.front().kind, Kind::Refused);
     EXPECT_EQ(m_placed.front().text, QStringLiteral("not enough cash"));
@@ -115,7 +115,7 @@ TEST_F(Desk, TellsWhyAnOrderIsRefused)
 TEST_F(Desk, TellsThatNoAnswerCameAndTellsALateAnswer)
 {
     m_desk.setTimeout(50);
-    m_desk.place({moutai, OrderSide::Buy, 1700, 100});
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
     ASSERT_TRUE(waitUntil([this] { return m_placed.size() == 1; }));
     EXPECT_EQ(m_placed.front().kind, Kind::NoAnswer);
     EXPECT_FALSE(m_placed.front().isLate);
@@ -131,8 +131,8 @@ TEST_F(Desk, TellsThatNoAnswerCameAndTellsALateAnswer)
 
 TEST_F(Desk, TakesAnswersInAnyOrder)
 {
-    m_desk.place({moutai, OrderSide::Buy, 1, 100});
-    m_desk.place({moutai, OrderSide::Buy, 2, 100});
+    m_desk.place({moutai, Direction::Buy, 1, 100});
+    m_desk.place({moutai, Direction::Buy, 2, 100});
     ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 2));
     const auto asked = m_module.asked(QStringLiteral("EntrustPlace"));
     std::vector<double> prices;
@@ -153,7 +153,7 @@ TEST_F(Desk, TellsThatNothingWasSentWithoutABus)
     ASSERT_TRUE(waitUntil([this] { return !m_desk.endPoint()->isConnected(); }));
     QElapsedTimer clock;
     clock.start();
-    m_desk.place({moutai, OrderSide::Buy, 1700, 100});
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
     EXPECT_TRUE(m_placed.empty()); // told from the event loop, not from within the call
     ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
     EXPECT_EQ(m_placed.front().kind, Kind::NotSent);
@@ -209,7 +209,7 @@ TEST_F(Desk, CancelsByDayAndNumber)
     OrderRecord order;
     order.security = moutai;
     order.number = QStringLiteral("17");
-    order.date = 20240102;
+    order.day = Trading::TradingDate::of(2024, 1, 2);
     m_desk.cancel(order);
     ASSERT_TRUE(waitUntil([this] { return !m_cancelled.empty(); }));
     EXPECT_EQ(m_cancelled.front().kind, Kind::Accepted);
@@ -225,8 +225,8 @@ TEST_F(Desk, ReadsTheOrdersOfTheShownSecurity)
     m_desk.refresh();
     ASSERT_TRUE(waitUntil([this] { return !m_desk.orders().empty(); }));
     const OrderRecord &order = m_desk.orders().front();
-    EXPECT_EQ(order.side, OrderSide::Sell);
-    EXPECT_EQ(order.time, 93150);
+    EXPECT_EQ(order.side, Direction::Sell);
+    EXPECT_EQ(order.time, Trading::ClockTime::of(9, 31, 50, 2));
     EXPECT_EQ(order.number, QStringLiteral("17"));
     EXPECT_DOUBLE_EQ(order.price, 1700.5);
     EXPECT_EQ(order.quantity, 300);
@@ -261,7 +261,7 @@ TEST_F(Desk, ReadsTheAccount)
 TEST_F(Desk, AsksForTheOrdersOfAPastDayByANumber)
 {
     m_module.setAnswer(QStringLiteral("EntrustHistoryTrade"), withData(QJsonArray{orderRow("3", "8")}));
-    m_desk.show(moutai, 20240102);
+    m_desk.show(moutai, Trading::TradingDate::of(2024, 1, 2));
     ASSERT_TRUE(waitUntil([this] { return m_desk.orders().size() == 1; }));
     EXPECT_EQ(
         m_module.asked(QStringLiteral("EntrustHistoryTrade")).front().value(QLatin1String("date")).toInt(),
@@ -273,7 +273,7 @@ TEST_F(Desk, ForgetsTheOrdersOfAnotherSecurity)
     m_module.setAnswer(QStringLiteral("EntrustTodayTrade"), withData(QJsonArray{orderRow("17", "2")}));
     m_desk.refresh();
     ASSERT_TRUE(waitUntil([this] { return !m_desk.orders().empty(); }));
-    m_desk.show({QStringLiteral("000001"), Market::Shenzhen, {}}, 0);
+    m_desk.show({QStringLiteral("000001"), Market::Shenzhen, {}}, std::nullopt);
     EXPECT_TRUE(m_desk.orders().empty());
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-OrderRequest order(OrderSide side, double price, qint64 quantity, const char *code = "600519")
+OrderRequest order(Direction side, double price, qint64 quantity, const char *code = "600519")
 {
     return {{QLatin1String(code), Market::Shanghai, {}}, side, price, quantity};
 }
@@ -50,8 +50,8 @@ TEST_P(Draft, NamesTheFirstThingThatSpeaksAgainstIt)
     }
 }
 
-constexpr OrderSide buy = OrderSide::Buy;
-constexpr OrderSide sell = OrderSide::Sell;
+constexpr Direction buy = Direction::Buy;
+constexpr Direction sell = Direction::Sell;
 
 const Case cases[] = {
     {"buysALot", order(buy, 10.01, 100), ""},

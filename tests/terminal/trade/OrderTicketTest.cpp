@@ -11,6 +11,7 @@
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <regex>
 
@@ -53,6 +54,14 @@ protected:
         QObject::connect(&m_ticket, &OrderTicket::sendAsked, &m_ticket, &OrderTicket::endSending);
     }
 
+    /// By a notch away from the user.
+    static void turnWheel(QWidget *widget)
+    {
+        QWheelEvent event({5, 5}, widget->mapToGlobal(QPoint(5, 5)), {}, {0, 120}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(widget, &event);
+    }
+
     /// What a key sends again and again while it is held.
     static void repeatKey(QWidget *widget, Qt::Key key)
     {
@@ -74,8 +83,41 @@ TEST_F(Ticket, SendsWhatWasTyped)
     ASSERT_EQ(m_sent.size(), 1U);
     EXPECT_DOUBLE_EQ(m_sent.front().price, 10.25);
     EXPECT_EQ(m_sent.front().quantity, 300);
-    EXPECT_EQ(m_sent.front().side, OrderSide::Buy);
+    EXPECT_EQ(m_sent.front().side, Direction::Buy);
     EXPECT_EQ(m_sent.front().security.code, moutai.code);
+}
+
+TEST_F(Ticket, TakesACommaForThePointOfThePrice)
+{
+    QTest::keyClicks(price(), QStringLiteral("10,25"));
+    QTest::keyClick(price(), Qt::Key_Return);
+    ASSERT_EQ(m_sent.size(), 1U);
+    EXPECT_DOUBLE_EQ(m_sent.front().price, 10.25);
+}
+
+TEST_F(Ticket, TakesNoSeparatorOfThousands)
+{
+    QTest::keyClicks(price(), QStringLiteral("1,0.2"));
+    EXPECT_EQ(price()->cleanText().toStdString(), "1.02") << "what does not fit is not typed";
+}
+
+TEST_F(Ticket, LetsTheWheelTurnOnlyTheFieldThatHasTheKeyboard)
+{
+    turnWheel(quantity());
+    EXPECT_EQ(quantity()->value(), 100);
+    turnWheel(price());
+    EXPECT_DOUBLE_EQ(price()->value(), 10.01);
+    quantity()->setFocus();
+    turnWheel(price());
+    EXPECT_DOUBLE_EQ(price()->value(), 10.01);
+    turnWheel(quantity());
+    EXPECT_EQ(quantity()->value(), 200);
+}
+
+TEST_F(Ticket, LetsTheWheelGiveNoFieldTheKeyboard)
+{
+    EXPECT_NE(price()->focusPolicy(), Qt::WheelFocus);
+    EXPECT_NE(quantity()->focusPolicy(), Qt::WheelFocus);
 }
 
 TEST_F(Ticket, MovesByTicksAndLots)
@@ -128,7 +170,7 @@ TEST_F(Ticket, ChangesNothingWhileTheKeyboardIsInIt)
 
 TEST_F(Ticket, SellsTheWholeHoldingWithItsOddRest)
 {
-    m_ticket.setSide(OrderSide::Sell);
+    m_ticket.setSide(Direction::Sell);
     const auto parts = m_ticket.findChildren<QPushButton *>(QStringLiteral("quantityPart"));
     ASSERT_EQ(parts.size(), 3);
     QTest::mouseClick(parts.at(2), Qt::LeftButton);
@@ -180,8 +222,8 @@ TEST_F(Ticket, SendsByMouse)
     QTest::mouseClick(child<QPushButton>("buySide"), Qt::LeftButton);
     QTest::mouseClick(sendButton(), Qt::LeftButton);
     ASSERT_EQ(m_sent.size(), 2U);
-    EXPECT_EQ(m_sent.front().side, OrderSide::Sell);
-    EXPECT_EQ(m_sent.back().side, OrderSide::Buy);
+    EXPECT_EQ(m_sent.front().side, Direction::Sell);
+    EXPECT_EQ(m_sent.back().side, Direction::Buy);
 }
 
 TEST_F(Ticket, IsLeftByEscape)
@@ -193,7 +235,7 @@ TEST_F(Ticket, IsLeftByEscape)
 
 TEST_F(Ticket, TellsNoAmountButTheQuantityInItsFieldWhileAmountsAreHidden)
 {
-    m_ticket.setSide(OrderSide::Sell);
+    m_ticket.setSide(Direction::Sell);
     quantity()->setValue(5800); // amount 58000.00, 58 lots
     m_ticket.showResult(QStringLiteral("Sold 5800"), OrderTicket::Tone::Good);
     m_ticket.setAmountsHidden(true);

@@ -3,6 +3,7 @@
 #include "terminal/trade/TradeStyle.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/terminal/support/Drag.h"
+#include "tests/terminal/support/WhenOpen.h"
 
 #include <gmock/gmock.h>
 
@@ -10,6 +11,8 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QMenu>
+#include <QSignalSpy>
 #include <QSplitter>
 #include <QTableView>
 #include <QTest>
@@ -20,7 +23,7 @@ namespace Terminal {
 namespace {
 
 constexpr int besideTheTicket = 1027; ///< in a window of 1280
-constexpr int nameColumn = 1;
+constexpr int nameColumn = static_cast<int>(PositionColumn::Name);
 
 const Security software{QStringLiteral("600536"), Market::Shanghai, QStringLiteral(u"中国软件")};
 
@@ -30,8 +33,8 @@ OrderRecord order(qint64 quantity)
     order.security = software;
     order.status = QStringLiteral("8");
     order.number = QStringLiteral("3");
-    order.date = 20230711;
-    order.time = 101000;
+    order.day = Trading::TradingDate::of(2023, 7, 11);
+    order.time = Trading::ClockTime::of(10, 10);
     order.price = 50.86;
     order.quantity = quantity;
     order.dealt = quantity;
@@ -93,7 +96,7 @@ protected:
 
 TEST_F(Panel, CutsNoColumnInAnOrdinaryWindow)
 {
-    m_panel.setOrders({order(12000)}, 0);
+    m_panel.setOrders({order(12000)}, std::nullopt);
     m_panel.setAccount(holding(18500));
     show(besideTheTicket);
     EXPECT_EQ(cutColumns(table("ordersView")), QStringList());
@@ -103,7 +106,7 @@ TEST_F(Panel, CutsNoColumnInAnOrdinaryWindow)
 TEST_F(Panel, MakesRoomForFiguresThatGrow)
 {
     show(besideTheTicket);
-    m_panel.setOrders({order(100)}, 0);
+    m_panel.setOrders({order(100)}, std::nullopt);
     m_panel.setAccount(holding(1234500));
     QApplication::processEvents();
     EXPECT_EQ(cutColumns(table("ordersView")), QStringList());
@@ -112,7 +115,7 @@ TEST_F(Panel, MakesRoomForFiguresThatGrow)
 
 TEST_F(Panel, LeavesTheTablesAsTheUserSharedThem)
 {
-    m_panel.setOrders({order(100)}, 0);
+    m_panel.setOrders({order(100)}, std::nullopt);
     show(besideTheTicket);
     auto *const halves = m_panel.findChild<QSplitter *>();
     const QList<int> before = halves->sizes();
@@ -125,9 +128,54 @@ TEST_F(Panel, LeavesTheTablesAsTheUserSharedThem)
     EXPECT_NE(cutColumns(positions()), QStringList());
 }
 
+OrderRecord waitingOrder(const char *number)
+{
+    OrderRecord waiting = order(100);
+    waiting.status = QStringLiteral("2");
+    waiting.number = QLatin1String(number);
+    return waiting;
+}
+
+TEST_F(Panel, CancelsTheOrderThatItsMenuWasOpenedForWhateverComesMeanwhile)
+{
+    m_panel.setOrders({waitingOrder("2")}, std::nullopt);
+    show(besideTheTicket);
+    QStringList asked;
+    QObject::connect(&m_panel, &OrdersPanel::cancelAsked, &m_panel,
+                     [&asked](const OrderRecord &order) { asked.append(order.number); });
+    QTableView *const orders = table("ordersView");
+    whenOpen<QMenu>([this](QMenu *menu) {
+        m_panel.setOrders({waitingOrder("1"), waitingOrder("2"), waitingOrder("3")}, std::nullopt);
+        m_panel.select({waitingOrder("3")});
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    const QPoint row = orders->visualRect(orders->model()->index(0, 0)).center();
+    QTest::mouseClick(orders->viewport(), Qt::LeftButton, Qt::NoModifier, row);
+    Q_EMIT orders->customContextMenuRequested(row);
+    EXPECT_EQ(asked, QStringList(QStringLiteral("2")));
+}
+
+TEST_F(Panel, CancelsNoOrderThatIsDoneWhenItsMenuIsAnswered)
+{
+    m_panel.setOrders({waitingOrder("2")}, std::nullopt);
+    show(besideTheTicket);
+    QSignalSpy asked(&m_panel, &OrdersPanel::cancelAsked);
+    QTableView *const orders = table("ordersView");
+    whenOpen<QMenu>([this](QMenu *menu) {
+        OrderRecord dealt = waitingOrder("2");
+        dealt.status = QStringLiteral("8");
+        m_panel.setOrders({dealt}, std::nullopt);
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    Q_EMIT orders->customContextMenuRequested(orders->visualRect(orders->model()->index(0, 0)).center());
+    EXPECT_EQ(asked.count(), 0);
+}
+
 TEST_F(Panel, HidesQuantitiesAndMoneyInBothTables)
 {
-    m_panel.setOrders({order(1300)}, 0);
+    m_panel.setOrders({order(1300)}, std::nullopt);
     m_panel.setAccount(holding(18500));
     show(besideTheTicket);
     m_panel.setAmountsHidden(true);

@@ -3,10 +3,10 @@
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
-#include "terminal/ui/MainWindow.h"
 #include "tests/support/TestBroker.h"
 #include "tests/terminal/support/ModuleAnswers.h"
 #include "tests/terminal/support/ScriptedModule.h"
+#include "tests/terminal/support/WindowFixture.h"
 
 #include <gmock/gmock.h>
 
@@ -17,7 +17,7 @@
 namespace Terminal {
 namespace {
 
-class Docks : public ::testing::Test
+class Docks : public WindowFixture
 {
 protected:
     void SetUp() override
@@ -39,13 +39,14 @@ protected:
 
 TEST_F(Docks, GetsTheNextOrderOfTheTicketWhenTheOneBeforeHasEnded)
 {
-    MainWindow window(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), TerminalOptions());
-    ASSERT_TRUE(window.load(QStringLiteral("600519"), ChartPeriod::Day, 0));
+    makeWindow(TerminalOptions());
+    MainWindow &window = *m_window;
+    load({QStringLiteral("600519"), ChartPeriod::Day, 0});
     TradeDocks &trade = *window.trade();
     m_module.setAnswer(QStringLiteral("AccountInfo"),
                        withData(QJsonObject{{QStringLiteral("available"), QStringLiteral("1000000.00")}}));
     trade.setShown(true);
-    trade.start(m_broker.address());
+    desk()->start(m_broker.address());
     ASSERT_TRUE(waitUntil([&trade] { return trade.desk()->account().has_value(); }));
     const double last = window.chart()->data().bars.back().close;
     const auto send = [&](int ticks) {
@@ -74,15 +75,16 @@ TEST_F(Docks, GetsTheNextOrderOfTheTicketWhenTheOneBeforeHasEnded)
 
 TEST_F(Docks, ListsTheOrdersOfAPastDayInTheWindow)
 {
-    MainWindow window(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), TerminalOptions());
-    ASSERT_TRUE(window.load(QStringLiteral("600519"), ChartPeriod::Minute, 20260327));
+    makeWindow(TerminalOptions());
+    MainWindow &window = *m_window;
+    load({QStringLiteral("600519"), ChartPeriod::Minute, 20260327});
     m_module.setAnswer(QStringLiteral("EntrustHistoryTrade"), withData(QJsonArray{orderRow("3", "8")}));
     window.trade()->setShown(true);
-    window.trade()->start(m_broker.address());
+    desk()->start(m_broker.address());
     const auto *const rows =
         window.trade()->panel()->findChild<QTableView *>(QStringLiteral("ordersView"))->model();
     ASSERT_TRUE(waitUntil([rows] { return rows->rowCount() == 1; }));
-    EXPECT_EQ(rows->index(0, 7).data().toString(), QStringLiteral("3"));
+    EXPECT_EQ(rows->index(0, static_cast<int>(OrderColumn::Number)).data().toString(), QStringLiteral("3"));
     EXPECT_EQ(
         m_module.asked(QStringLiteral("EntrustHistoryTrade")).back().value(QLatin1String("date")).toInt(),
         20260327);

@@ -9,12 +9,12 @@ namespace {
 
 const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};
 
-OrderRecord orderAt(std::int32_t time, const char *number)
+OrderRecord orderAt(int hhmmss, const char *number)
 {
     OrderRecord order;
     order.security = moutai;
-    order.date = 20240102;
-    order.time = time;
+    order.day = Trading::TradingDate::of(2024, 1, 2);
+    order.time = Trading::ClockTime::ofSeconds(hhmmss);
     order.number = QLatin1String(number);
     order.price = 10;
     order.quantity = 300;
@@ -45,6 +45,18 @@ TEST(OrdersTable, AddsNewRowsWithoutTouchingTheOthers)
     EXPECT_EQ(resets.count(), 1);
 }
 
+TEST(OrdersTable, HasItsColumnsInTheOrderOfTheirNames)
+{
+    OrdersTable table;
+    const auto title = [&table](OrderColumn column) {
+        return table.headerData(static_cast<int>(column), Qt::Horizontal, Qt::DisplayRole).toString();
+    };
+    EXPECT_EQ(title(OrderColumn::Time), QStringLiteral("Time"));
+    EXPECT_EQ(title(OrderColumn::Status), QStringLiteral("Status"));
+    EXPECT_EQ(title(OrderColumn::Number), QStringLiteral("Number"));
+    EXPECT_EQ(table.columnCount({}), static_cast<int>(OrderColumn::Number) + 1);
+}
+
 TEST(OrdersTable, HidesQuantities)
 {
     OrderRecord order = orderAt(93100, "1");
@@ -67,7 +79,7 @@ TEST(PositionsTable, KnowsAProfitOnlyWithAPrice)
 {
     PositionsTable table;
     table.setRecords({{{moutai, 200, 100, 9.5}, 10.0}, {{{}, 300, 300, 5.0}, std::nullopt}});
-    const int profit = table.columnCount({}) - 1;
+    const int profit = static_cast<int>(PositionColumn::Profit);
     EXPECT_EQ(table.index(0, profit).data().toString(), QStringLiteral("+100.00"));
     EXPECT_EQ(table.index(1, profit).data().toString(), QStringLiteral(u"–"));
     EXPECT_EQ(table.index(0, profit).data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight, Qt::AlignRight);

@@ -1,21 +1,13 @@
 // Trading from the chart, from the key press to the ledger: the window with its ticket and its panel, the
 // real overlay library, a real broker and the trading module on a fresh ledger, on a day of quotes.
-#include "endpoint/LocalBroker.h"
 #include "terminal/chart/marks/glyphs/GlyphSet.h"
 #include "terminal/chart/view/ChartView.h"
-#include "terminal/services/BusProbe.h"
-#include "terminal/services/TradeLink.h"
-#include "terminal/services/TradeModuleProcess.h"
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
-#include "terminal/ui/MainWindow.h"
-#include "tests/support/WaitUntil.h"
 #include "tests/terminal/support/Pixels.h"
-#include "tests/terminal/support/WhenOpen.h"
+#include "tests/terminal/support/TradingWindow.h"
 #include "tradechartobject/common/TradeVocabulary.h"
-
-#include <gmock/gmock.h>
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -26,7 +18,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <cmath>
@@ -42,41 +33,21 @@ constexpr int buyDealt = 22;
 constexpr double closeBefore = 1400.00;
 constexpr qint64 plenty = 1000000; ///< shares in a bar
 
-class TradingFromTheChart : public ::testing::Test
+class TradingFromTheChart : public TradingWindow
 {
 protected:
     void SetUp() override
     {
         makeData();
-        const QString address = QApplication::applicationDirPath();
-        m_broker.start(address);
-        m_module = std::make_unique<TradeModuleProcess>(QStringLiteral(TRADEMODULE), ledger(), address,
-                                                        QStringLiteral("en"), nullptr);
-        m_module->start();
-        m_link.start(address);
-        ASSERT_TRUE(waitUntil([this] { return m_link.isAnswering(); }));
-
-        TerminalOptions options;
-        options.overlays = QStringList(QStringLiteral("orders"));
-        options.size = QSize(1280, 800);
-        options.refreshSeconds = 1;
-        m_window = std::make_unique<MainWindow>(DataFolder::open(m_folder.path()).value(), options);
-        ASSERT_TRUE(m_window->load(QStringLiteral("600519"), ChartPeriod::Minute, 0))
-            << qPrintable(m_window->loadError());
-        m_window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+        startModule();
+        openWindow(QStringLiteral("orders"), {QStringLiteral("600519"), ChartPeriod::Minute, 0},
+                   m_folder.path());
         QApplication::setActiveWindow(m_window.get()); // a bare screen has nobody who does
-        const auto library = OverlayLibrary::open(QStringLiteral(PLUGIN_FILE));
-        ASSERT_TRUE(library) << qPrintable(library.error());
-        m_window->startOverlays(library.value(), {busGate(address), m_link.answerGate()});
-        trade()->start(address);
+        startOverlays();
         trade()->setShown(true);
-        ASSERT_TRUE(
-            waitUntil([this] { return trade()->desk()->isAnswering() && trade()->desk()->account(); }));
+        ASSERT_TRUE(waitUntil([this] { return desk()->isAnswering() && desk()->account(); }));
         quote(931, 1405, 1406, 1404, plenty); // the exchange is open
     }
-
-    void TearDown() override { m_window.reset(); }
 
     /// A recorded day as today's.
     void makeData()
@@ -93,9 +64,7 @@ protected:
         }
     }
 
-    QString ledger() const { return m_folder.filePath(QStringLiteral("account.db")); }
     TradeDocks *trade() { return m_window->trade(); }
-    ChartView *chart() { return m_window->chart(); }
     QTableView *ordersView()
     {
         return trade()->panel()->findChild<QTableView *>(QStringLiteral("ordersView"));
@@ -116,7 +85,7 @@ protected:
             {QStringLiteral("close"), text(open)},
             {QStringLiteral("volume"), QString::number(volume)},
             {QStringLiteral("preclose"), text(closeBefore)}};
-        trade()->desk()->endPoint()->sendMessage("Market", "Quote", QJsonDocument(bar).toJson());
+        desk()->endPoint()->sendMessage("Market", "Quote", QJsonDocument(bar).toJson());
     }
 
     /// Types into what has the keyboard.
@@ -135,10 +104,14 @@ protected:
     }
 
     /// The panel's text of a column of its newest order; empty without one.
-    QString newest(int column) { return ordersView()->model()->index(0, column).data().toString(); }
+    QString newest(OrderColumn column) { return cell(0, column).data().toString(); }
+    QModelIndex cell(int row, OrderColumn column)
+    {
+        return ordersView()->model()->index(row, static_cast<int>(column));
+    }
     bool waitForStatus(const QString &status)
     {
-        return waitUntil([&] { return newest(6) == status; });
+        return waitUntil([&] { return newest(OrderColumn::Status) == status; });
     }
 
     const DrawnMark *markOfKind(int kind)
@@ -211,37 +184,31 @@ protected:
             }
         });
     }
-
-    QTemporaryDir m_folder;
-    LocalCommunication::LocalBroker m_broker;
-    std::unique_ptr<TradeModuleProcess> m_module;
-    TradeLink m_link{nullptr};
-    std::unique_ptr<MainWindow> m_window;
 };
 
 TEST_F(TradingFromTheChart, AnOrderOfTheTicketWaitsIsPartlyDealtAndDealt)
 {
     buy(QStringLiteral("1402.00"), QStringLiteral("500"));
-    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报"))) << qPrintable(newest(6));
-    EXPECT_EQ(newest(1), QStringLiteral(u"买入"));
-    EXPECT_EQ(newest(2), QStringLiteral("1402.00"));
-    EXPECT_EQ(newest(3), QStringLiteral("500"));
+    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报"))) << qPrintable(newest(OrderColumn::Status));
+    EXPECT_EQ(newest(OrderColumn::Side), QStringLiteral(u"买入"));
+    EXPECT_EQ(newest(OrderColumn::Price), QStringLiteral("1402.00"));
+    EXPECT_EQ(newest(OrderColumn::Quantity), QStringLiteral("500"));
     EXPECT_TRUE(waitForMark(buyWaiting));
 
     quote(932, 1403, 1404, 1401, 800); // a quarter of it is ours
-    ASSERT_TRUE(waitForStatus(QStringLiteral(u"部成"))) << qPrintable(newest(6));
-    EXPECT_EQ(newest(4), QStringLiteral("200"));
-    EXPECT_EQ(newest(5), QStringLiteral("1402.000"));
+    ASSERT_TRUE(waitForStatus(QStringLiteral(u"部成"))) << qPrintable(newest(OrderColumn::Status));
+    EXPECT_EQ(newest(OrderColumn::Dealt), QStringLiteral("200"));
+    EXPECT_EQ(newest(OrderColumn::Average), QStringLiteral("1402.000"));
     EXPECT_TRUE(waitForMark(buyPartlyDealt));
 
     quote(933, 1403, 1404, 1401, plenty);
-    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已成"))) << qPrintable(newest(6));
+    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已成"))) << qPrintable(newest(OrderColumn::Status));
     EXPECT_TRUE(waitForMark(buyDealt));
     ASSERT_TRUE(waitUntil([this] {
-        const Position *const held = trade()->desk()->account()->find(chart()->data().security);
+        const Position *const held = desk()->account()->find(chart()->data().security);
         return held != nullptr && held->quantity == 500;
     }));
-    EXPECT_LT(trade()->desk()->account()->cash, 1000000 - 500 * 1402.0);
+    EXPECT_LT(desk()->account()->cash, 1000000 - 500 * 1402.0);
 }
 
 TEST_F(TradingFromTheChart, AnOrderIsCancelledAtItsMark)
@@ -255,7 +222,7 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledAtItsMark)
     });
     QTest::mouseClick(chart()->canvas(), Qt::LeftButton, Qt::NoModifier,
                       markOfKind(buyWaiting)->box.center().toPoint());
-    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(6));
+    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
     EXPECT_THAT(ordersInLedger().toStdString(), ::testing::HasSubstr("已撤"));
 }
 
@@ -274,7 +241,7 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledAtItsMarkByKeyboard)
         QTest::keyClick(menu, Qt::Key_Return);
     });
     press(Qt::Key_Return);
-    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(6));
+    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
 }
 
 TEST_F(TradingFromTheChart, AnOrderIsCancelledByTheMenuOfItsRow)
@@ -286,8 +253,8 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledByTheMenuOfItsRow)
         QTest::keyClick(menu, Qt::Key_Down);
         QTest::keyClick(menu, Qt::Key_Return);
     });
-    rightClick(ordersView()->visualRect(ordersView()->model()->index(0, 2)).center());
-    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(6));
+    rightClick(ordersView()->visualRect(cell(0, OrderColumn::Price)).center());
+    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
 }
 
 TEST_F(TradingFromTheChart, TheMenuOfARowOffersNothingForAnOrderThatIsDone)
@@ -301,7 +268,7 @@ TEST_F(TradingFromTheChart, TheMenuOfARowOffersNothingForAnOrderThatIsDone)
         offers = menu->actions().constFirst()->isEnabled();
         menu->close();
     });
-    rightClick(ordersView()->visualRect(ordersView()->model()->index(0, 2)).center());
+    rightClick(ordersView()->visualRect(cell(0, OrderColumn::Price)).center());
     EXPECT_FALSE(offers);
 }
 
@@ -331,12 +298,12 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledInThePanelByDelete)
     press(Qt::Key_Delete);
     EXPECT_THAT(question.toStdString(), ::testing::HasSubstr("600519"));
     EXPECT_THAT(question.toStdString(), ::testing::HasSubstr("100 × 1402.00"));
-    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(6));
+    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
 }
 
 TEST_F(TradingFromTheChart, ARefusalIsToldWithoutBlocking)
 {
-    trade()->desk()->place({chart()->data().security, OrderSide::Sell, 1402, 100});
+    desk()->place({chart()->data().security, Direction::Sell, 1402, 100});
     const auto *const result = trade()->ticket()->findChild<QLabel *>(QStringLiteral("ticketResult"));
     ASSERT_TRUE(waitUntil([result] { return result->text().contains(QStringLiteral(u"拒绝")); }));
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
@@ -347,7 +314,7 @@ TEST_F(TradingFromTheChart, ARowRingsItsMarkAndAMarkSelectsItsRow)
     buy(QStringLiteral("1402.00"), QStringLiteral("100"));
     ASSERT_TRUE(waitForMark(buyWaiting));
     buy(QStringLiteral("1420.00"), QStringLiteral("200"));
-    ASSERT_TRUE(waitUntil([this] { return trade()->desk()->orders().size() == 2; }));
+    ASSERT_TRUE(waitUntil([this] { return desk()->orders().size() == 2; }));
     const QRectF box = markOfKind(buyWaiting)->box;
     EXPECT_EQ(ringPixels(box), 0);
     QTest::mouseMove(chart()->canvas(), QPoint(400, 30));
@@ -364,16 +331,16 @@ TEST_F(TradingFromTheChart, OrdersOfAMergedMarkShareItsRingAndItsSelection)
     const ChartGeometry &geometry = chart()->chartGeometry();
     const double apart = std::floor((geometry.yToPrice(0) - geometry.yToPrice(12)) * 100) / 100;
     for (const double ticket : {1402.0, 1402 + apart}) {
-        const size_t before = trade()->desk()->orders().size();
+        const size_t before = desk()->orders().size();
         buy(QString::number(ticket, 'f', 2), QStringLiteral("100"));
-        ASSERT_TRUE(waitUntil([&] { return trade()->desk()->orders().size() > before; }));
+        ASSERT_TRUE(waitUntil([&] { return desk()->orders().size() > before; }));
     }
     ASSERT_TRUE(waitUntil([this] {
         const DrawnMark *const mark = markOfKind(buyWaiting);
         return mark != nullptr && mark->count == 2;
     }));
     const QRectF box = markOfKind(buyWaiting)->box;
-    for (const OrderRecord &order : OrderRecords(trade()->desk()->orders())) {
+    for (const OrderRecord &order : OrderRecords(desk()->orders())) {
         trade()->panel()->select({});
         EXPECT_TRUE(waitUntil([&] { return ringPixels(box) == 0; }));
         trade()->panel()->select({order});

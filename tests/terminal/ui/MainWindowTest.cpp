@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <QFileDialog>
+#include <QLabel>
 #include <QTemporaryDir>
 #include <QToolBar>
 
@@ -107,6 +108,42 @@ TEST_F(Window, HasRoomForItsToolBarInBothLanguages)
     EXPECT_LE(widest(), 1280);
     speakEnglish();
     EXPECT_LE(widest(), 1280);
+}
+
+/// The message at the top of the chart; empty when there is none.
+QString shownMessage(const MainWindow &window)
+{
+    const auto *const message = window.findChild<QLabel *>(QStringLiteral("messageBar"));
+    return message->isVisible() ? message->text() : QString();
+}
+
+TEST_F(Window, ExportsTheChartWithoutTheMessageOfAnOrder)
+{
+    show({});
+    m_window->centralWidget()->grab(); // every text is laid out
+    const auto exported = [this] {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath(QStringLiteral("chart.png"));
+        whenOpen<QFileDialog>([&file](QFileDialog *dialog) {
+            dialog->selectFile(file);
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        activateWindow();
+        QTest::keyClick(chart(), Qt::Key_S, Qt::ControlModifier);
+        return QImage(file);
+    };
+    const QImage bare = exported();
+    m_window->prompts()->show(QStringLiteral("sell 5000 × 1405.00: accepted"));
+    EXPECT_EQ(exported(), bare);
+}
+
+TEST_F(Window, TakesAMessageAwayWhenAmountsAreHidden)
+{
+    show({});
+    m_window->prompts()->show(QStringLiteral("sell 5000 × 1405.00: accepted"));
+    ASSERT_NE(shownMessage(*m_window), QString());
+    action("隐藏金额")->trigger();
+    EXPECT_EQ(shownMessage(*m_window), QString());
 }
 
 } // namespace

@@ -74,5 +74,63 @@ TEST_F(ControlsOfAReplay, PlaysUpToTheMinuteThatTheSliderIsPutTo)
     EXPECT_EQ(slider->value(), 30);
 }
 
+TEST_F(ControlsOfAReplay, OfferNoReplayOfDaysWeeksAndMonths)
+{
+    for (const ChartPeriod period : {ChartPeriod::Day, ChartPeriod::Week, ChartPeriod::Month}) {
+        show(period, 0);
+        const size_t bars = shownBars();
+        focusChart();
+        QTest::keyClick(chart(), Qt::Key_R, Qt::ControlModifier);
+        EXPECT_EQ(replay()->state(), Replay::State::Closed);
+        EXPECT_EQ(shownBars(), bars);
+    }
+}
+
+TEST_F(ControlsOfAReplay, EndAReplayFromAChartOfDays)
+{
+    m_window->setReplaying(true);
+    show(ChartPeriod::Day, 0);
+    focusChart();
+    QTest::keyClick(chart(), Qt::Key_R, Qt::ControlModifier);
+    EXPECT_EQ(replay()->state(), Replay::State::Closed);
+}
+
+TEST_F(ControlsOfAReplay, LeaveTheSliderInTheHandThatDragsItWhileTheDayPlays)
+{
+    m_window->setReplaying(true);
+    auto *const slider = bar()->findChild<QSlider *>();
+    slider->setSliderDown(true);
+    slider->setSliderPosition(60);
+    replay()->step();
+    replay()->step();
+    EXPECT_EQ(slider->sliderPosition(), 60);
+    slider->setSliderDown(false);
+    EXPECT_EQ(shownBars(), 61U);
+    EXPECT_EQ(slider->value(), 60);
+}
+
+TEST_F(ControlsOfAReplay, ShowWhereTheDayIsWhenTheSliderIsLetGoBehindIt)
+{
+    m_window->setReplaying(true);
+    auto *const slider = bar()->findChild<QSlider *>();
+    slider->setSliderDown(true);
+    slider->setSliderPosition(1);
+    replay()->playTo(10 * 60);
+    slider->setSliderDown(false);
+    EXPECT_EQ(shownBars(), 31U);
+    EXPECT_EQ(slider->value(), 30);
+}
+
+TEST_F(ControlsOfAReplay, PlayNothingWhenTheDayEndsInTheHandThatDragsTheSlider)
+{
+    m_window->setReplaying(true);
+    auto *const slider = bar()->findChild<QSlider *>();
+    slider->setSliderDown(true);
+    slider->setSliderPosition(60);
+    m_window->setReplaying(false);
+    slider->setSliderDown(false);
+    EXPECT_EQ(replay()->state(), Replay::State::Closed);
+}
+
 } // namespace
 } // namespace Terminal

@@ -33,17 +33,17 @@ constexpr std::array<SeriesStyle, 6> seriesStyles = {{
 struct OrderKind
 {
     int number;
-    OrderSide side;
+    Direction side;
     OrderProgress progress;
 };
 
 constexpr std::array<OrderKind, 6> orderKinds = {{
-    {20, OrderSide::Buy, OrderProgress::Waiting},
-    {21, OrderSide::Buy, OrderProgress::PartlyDealt},
-    {22, OrderSide::Buy, OrderProgress::Dealt},
-    {23, OrderSide::Sell, OrderProgress::Waiting},
-    {24, OrderSide::Sell, OrderProgress::PartlyDealt},
-    {25, OrderSide::Sell, OrderProgress::Dealt},
+    {20, Direction::Buy, OrderProgress::Waiting},
+    {21, Direction::Buy, OrderProgress::PartlyDealt},
+    {22, Direction::Buy, OrderProgress::Dealt},
+    {23, Direction::Sell, OrderProgress::Waiting},
+    {24, Direction::Sell, OrderProgress::PartlyDealt},
+    {25, Direction::Sell, OrderProgress::Dealt},
 }};
 
 /// True when the numbers of a table follow each other, so that a number leads to its row.

@@ -17,9 +17,9 @@ constexpr double margin = 1; ///< room for the border's stroke
 constexpr double textMargin = 4;
 constexpr int letterPixels = 9;
 
-QChar letterOf(OrderSide side)
+QChar letterOf(Direction side)
 {
-    return QLatin1Char(side == OrderSide::Buy ? 'B' : 'S');
+    return QLatin1Char(side == Direction::Buy ? 'B' : 'S');
 }
 
 } // namespace
@@ -61,7 +61,7 @@ QRectF OrderGlyph::bodyBox(const QRectF &box) const
 QPainterPath OrderGlyph::body(const QRectF &box) const
 {
     const QRectF inner = bodyBox(box);
-    const bool buys = m_side == OrderSide::Buy;
+    const bool buys = m_side == Direction::Buy;
     const double top = buys ? inner.top() + peak : inner.top();
     const double bottom = buys ? inner.bottom() : inner.bottom() - peak;
     QPainterPath path(QPointF(inner.left(), top));
@@ -100,7 +100,7 @@ QPainterPath OrderGlyph::outline(const QRectF &box) const
 
 void OrderGlyph::paint(QPainter *painter, const QRectF &box, int count, const ChartTheme &theme) const
 {
-    const QColor colour = m_side == OrderSide::Buy ? theme.rise : theme.fall;
+    const QColor colour = m_side == Direction::Buy ? theme.rise : theme.fall;
     const QRectF inner = bodyBox(box);
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(colour, 1.4));

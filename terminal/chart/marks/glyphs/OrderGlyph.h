@@ -1,9 +1,11 @@
 #pragma once
 
 #include "terminal/chart/marks/glyphs/MarkerGlyph.h"
-#include "terminal/data/OrderSide.h"
+#include "trading/Direction.h"
 
 namespace Terminal {
+
+using Trading::Direction;
 
 enum class OrderProgress { Waiting, PartlyDealt, Dealt };
 
@@ -20,7 +22,7 @@ constexpr double orderGlyphSize = 16;
 class OrderGlyph : public MarkerGlyph
 {
 public:
-    OrderGlyph(OrderSide side, OrderProgress progress, EdgeClamp clamp)
+    OrderGlyph(Direction side, OrderProgress progress, EdgeClamp clamp)
         : m_side(side),
           m_progress(progress),
           m_clamp(clamp)
@@ -37,7 +39,7 @@ private:
     QPainterPath arrowhead(const QRectF &box) const;
     double filledShare() const;
 
-    OrderSide m_side;
+    Direction m_side;
     OrderProgress m_progress;
     EdgeClamp m_clamp;
 };

@@ -1,5 +1,4 @@
 #include "terminal/chart/axes/TimeTicks.h"
-#include "terminal/data/CalendarDate.h"
 #include "terminal/data/TradingHours.h"
 
 #include <gmock/gmock.h>
@@ -26,7 +25,7 @@ Bars weekdays(const QDate &first, int count)
     Bars bars;
     for (QDate date = first; static_cast<int>(bars.size()) < count; date = date.addDays(1)) {
         if (date.dayOfWeek() <= 5) {
-            bars.push_back({packedDate(date), 0, 1, 1, 1, 1, 1});
+            bars.push_back({Trading::TradingDate::ofCalendar(date).value().number(), 0, 1, 1, 1, 1, 1});
         }
     }
     return bars;
@@ -74,6 +73,14 @@ TEST(TimeTicks, KeepTheirDistance)
             EXPECT_GE(static_cast<double>(ticks[i].bar - ticks[i - 1].bar), width / 12 * 0.8);
         }
         EXPECT_GE(ticks.size(), 2U) << width;
+    }
+}
+
+TEST(TimeTicks, EndAlsoWhereAStepWouldBeginBeforeTheFirstYear)
+{
+    const Bars bars = weekdays(QDate(24, 1, 2), 600);
+    for (const double spacing : {1.0, 15.0, 300.0, 3000.0, 30000.0}) {
+        EXPECT_LE(timeTicks(bars, {-0.5, 599.5}, spacing).size(), 600U);
     }
 }
 

@@ -35,15 +35,15 @@ TEST(GlyphSet, GivesEachKindOfOrdersItsShapeAtEachEdge)
 {
     for (const EdgeClamp clamp : edgeClamps) {
         const auto shape = [clamp](int kind) { return picture(glyph(orderGlyph(kind, clamp))); };
-        const auto order = [clamp](OrderSide side, OrderProgress progress) {
+        const auto order = [clamp](Direction side, OrderProgress progress) {
             return picture(OrderGlyph(side, progress, clamp));
         };
-        EXPECT_EQ(shape(20), order(OrderSide::Buy, OrderProgress::Waiting));
-        EXPECT_EQ(shape(21), order(OrderSide::Buy, OrderProgress::PartlyDealt));
-        EXPECT_EQ(shape(22), order(OrderSide::Buy, OrderProgress::Dealt));
-        EXPECT_EQ(shape(23), order(OrderSide::Sell, OrderProgress::Waiting));
-        EXPECT_EQ(shape(24), order(OrderSide::Sell, OrderProgress::PartlyDealt));
-        EXPECT_EQ(shape(25), order(OrderSide::Sell, OrderProgress::Dealt));
+        EXPECT_EQ(shape(20), order(Direction::Buy, OrderProgress::Waiting));
+        EXPECT_EQ(shape(21), order(Direction::Buy, OrderProgress::PartlyDealt));
+        EXPECT_EQ(shape(22), order(Direction::Buy, OrderProgress::Dealt));
+        EXPECT_EQ(shape(23), order(Direction::Sell, OrderProgress::Waiting));
+        EXPECT_EQ(shape(24), order(Direction::Sell, OrderProgress::PartlyDealt));
+        EXPECT_EQ(shape(25), order(Direction::Sell, OrderProgress::Dealt));
     }
 }
 
@@ -67,7 +67,7 @@ TEST(GlyphSet, TellsWhatAGlyphStandsFor)
     EXPECT_EQ(seriesStyleOf(seriesGlyph(3)).kind, TradeKind::Sell);
     for (const EdgeClamp clamp : edgeClamps) {
         EXPECT_TRUE(isOrderGlyph(orderGlyph(20, clamp)));
-        EXPECT_EQ(orderKindOf(orderGlyph(24, clamp)).side, OrderSide::Sell);
+        EXPECT_EQ(orderKindOf(orderGlyph(24, clamp)).side, Direction::Sell);
         EXPECT_EQ(orderKindOf(orderGlyph(24, clamp)).progress, OrderProgress::PartlyDealt);
     }
     EXPECT_FALSE(isOrderGlyph(seriesGlyph(5)));

@@ -96,7 +96,7 @@ protected:
     }
     Ink order(int kind, EdgeClamp clamp)
     {
-        const bool buys = rowOf(orderKinds, kind).side == OrderSide::Buy;
+        const bool buys = rowOf(orderKinds, kind).side == Direction::Buy;
         return {picture(orderGlyph(kind, clamp)), buys ? m_theme.rise : m_theme.fall, m_theme.background};
     }
     Ink trade(int style)

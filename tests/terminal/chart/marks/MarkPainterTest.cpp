@@ -1,6 +1,6 @@
 // Marks on a chart: which of them become one, where they stand, and how each is reached.
-#include "terminal/chart/bars/VisibleBars.h"
 #include "terminal/chart/marks/MarkPainter.h"
+#include "terminal/chart/bars/VisibleBars.h"
 #include "terminal/chart/view/ChartView.h"
 #include "tests/terminal/support/SomeBars.h"
 

@@ -1,7 +1,0 @@
-#pragma once
-
-namespace Terminal {
-
-enum class OrderSide { Buy, Sell };
-
-} // namespace Terminal

@@ -1,0 +1,142 @@
+#include "terminal/options/TerminalOptions.h"
+
+#include "terminal/data/TradingHours.h"
+#include "terminal/options/OptionTable.h"
+#include "terminal/options/TerminalPaths.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+
+namespace Terminal {
+
+namespace {
+
+QString text(const char *source)
+{
+    return QCoreApplication::translate("TerminalOptions", source);
+}
+
+TerminalOptions defaultOptions(const QString &programFolder)
+{
+    TerminalOptions options;
+    options.dataFolder = sampleDataFolder(programFolder);
+    options.pluginFile = defaultPluginFile(programFolder);
+    options.moduleProgram = QDir(programFolder).filePath(QStringLiteral("trademodule"));
+    return options;
+}
+
+Loaded<ParsedOptions> failure(const QString &reason)
+{
+    return Loaded<ParsedOptions>::failure(reason);
+}
+
+QString takeValues(const QCommandLineParser &parser, TerminalOptions *options)
+{
+    for (const OptionRow &row : optionTable()) {
+        const QStringList values = parser.values(row.name);
+        options->given += values.isEmpty() ? QStringList() : QStringList(row.name);
+        for (const QString &value : values) {
+            const QString allowed = row.take(value, options);
+            if (!allowed.isEmpty()) {
+                return text("--%1 is \"%2\", but must be %3").arg(row.name, value, allowed);
+            }
+        }
+    }
+    return {};
+}
+
+/// Settles what options mean for one another; returns what contradicts.
+QString settleReplay(const QCommandLineParser &parser, TerminalOptions *options)
+{
+    const QString replay = QStringLiteral("replay");
+    for (const auto &dependent : {QStringLiteral("replay-to"), QStringLiteral("order")}) {
+        if (parser.isSet(dependent) && !parser.isSet(replay)) {
+            return text("--%1 needs --replay").arg(dependent);
+        }
+    }
+    if (!parser.isSet(replay)) {
+        return {};
+    }
+    if (parser.isSet(QStringLiteral("period")) && options->period != ChartPeriod::Minute) {
+        return text("--replay plays minutes: --period must be minute or be left out");
+    }
+    options->period = ChartPeriod::Minute;
+    if (options->replayTo == 0 && !options->snapshotFile.isEmpty()) {
+        options->replayTo = lastTradingMinute;
+    }
+    return {};
+}
+
+void addOptions(QCommandLineParser *parser)
+{
+    parser->setApplicationDescription(text("Chart terminal with the account's cost, trades and orders."));
+    for (const OptionRow &row : optionTable()) {
+        parser->addOption(QCommandLineOption(row.name, row.help, row.valueName));
+    }
+    parser->addOption(
+        QCommandLineOption(QStringLiteral("no-broker"), text("Does not start a message broker.")));
+    parser->addOption(
+        QCommandLineOption(QStringLiteral("hide-amounts"), text("Hides the account's cost and quantities.")));
+    parser->addHelpOption();
+    parser->addVersionOption();
+}
+
+} // namespace
+
+Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &programFolder)
+{
+    QCommandLineParser parser;
+    addOptions(&parser);
+    if (!parser.parse(arguments)) {
+        return failure(parser.errorText());
+    }
+    ParsedOptions parsed;
+    parsed.options = defaultOptions(programFolder);
+    parsed.helpText = parser.helpText();
+    if (parser.isSet(QStringLiteral("help"))) {
+        parsed.end = OptionsEnd::ShowHelp;
+        return parsed;
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        parsed.end = OptionsEnd::ShowVersion;
+        return parsed;
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        return failure(
+            text("\"%1\" is no option; see --help").arg(parser.positionalArguments().constFirst()));
+    }
+    parsed.options.startsBroker = !parser.isSet(QStringLiteral("no-broker"));
+    parsed.options.hidesAmounts = parser.isSet(QStringLiteral("hide-amounts"));
+    QString error = takeValues(parser, &parsed.options);
+    if (error.isEmpty()) {
+        error = settleReplay(parser, &parsed.options);
+    }
+    if (error.isEmpty() && parsed.options.dataFolder.isEmpty()) {
+        error = text("--data must name a folder with securities.csv, daily/ and minute/");
+    }
+    return error.isEmpty() ? Loaded<ParsedOptions>(parsed) : failure(error);
+}
+
+QString takeOption(const QString &name, const QString &value, TerminalOptions *options)
+{
+    TerminalOptions changed = *options;
+    const QString allowed = findOption(name)->take(value, &changed);
+    if (allowed.isEmpty()) {
+        *options = changed;
+    }
+    return allowed;
+}
+
+QMap<QString, QString> rememberedWords(const TerminalOptions &options)
+{
+    QMap<QString, QString> words;
+    for (const OptionRow &row : optionTable()) {
+        if (row.word) {
+            words.insert(row.name, row.word(options));
+        }
+    }
+    return words;
+}
+
+} // namespace Terminal

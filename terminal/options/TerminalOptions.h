@@ -1,0 +1,65 @@
+#pragma once
+
+#include "terminal/chart/theme/ChartTheme.h"
+#include "terminal/data/ChartPeriod.h"
+#include "terminal/data/Loaded.h"
+#include "terminal/replay/PlannedOrder.h"
+
+#include <QMap>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+#include <chrono>
+
+namespace Terminal {
+
+/// What the terminal was asked for on its command line, or remembers of the last time.
+struct TerminalOptions
+{
+    QString dataFolder;
+    QString code; ///< empty: the first security of the data folder
+    ChartPeriod period = ChartPeriod::Day;
+    int day = 0;          ///< of a minute chart, yyyymmdd; 0: the last recorded one
+    QStringList overlays; ///< words of overlayKinds
+    QString pluginFile;
+    QString moduleProgram;
+    QString ledger; ///< empty: no trading module is started
+    bool startsBroker = true;
+    ThemeKind theme = ThemeKind::Dark;
+    RiseColour riseColour = RiseColour::Red;
+    QString language = QStringLiteral("zh"); ///< zh or en
+    bool hidesAmounts = false;               ///< of the account, in labels and lists
+    QString snapshotFile;                    ///< empty: a window is opened
+    QSize size = {1600, 900};
+    std::chrono::seconds refresh{3};  ///< after which overlays ask for their data again
+    std::chrono::seconds timeout{20}; ///< that a snapshot waits for the overlays' data
+    int replaySpeed = 0;              ///< 1–600: the recorded day is played as today; 0: it is not
+    int replayTo = 0;                 ///< minutes since midnight that are played at once; 0: none
+    OrderPlan orders;                 ///< placed while the day is played
+    QStringList given;                ///< names of the options that the command line has
+};
+
+enum class OptionsEnd { Run, ShowHelp, ShowVersion };
+
+struct ParsedOptions
+{
+    TerminalOptions options;
+    OptionsEnd end = OptionsEnd::Run;
+    QString helpText;
+};
+
+/// Reads the command line, its first word being the program. `programFolder` is where the program
+/// lies; the plug-in, the trading module and the sample data are looked for relative to it.
+/// A failure names the option and what it may be.
+Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &programFolder);
+
+/// Sets one option, of those that have a value, by its name and the text of its value. Returns an empty text,
+/// or what the value must be; then the options are as they were.
+QString takeOption(const QString &name, const QString &value, TerminalOptions *options);
+
+/// What a window remembers of its options from one run to the next: their names, and texts that takeOption()
+/// reads.
+QMap<QString, QString> rememberedWords(const TerminalOptions &options);
+
+} // namespace Terminal

@@ -1,0 +1,51 @@
+#include "terminal/services/TradeServices.h"
+
+#include <utility>
+
+namespace Terminal {
+
+using LocalCommunication::LocalBroker;
+
+TradeServices::TradeServices(ServicePlan plan) : m_plan(std::move(plan))
+{
+    connect(&m_broker, &LocalBroker::stateChanged, this, &TradeServices::handleBrokerState);
+}
+
+TradeServices::~TradeServices() = default;
+
+void TradeServices::start()
+{
+    if (m_plan.startsBroker) {
+        m_broker.start(m_plan.busAddress);
+    } else {
+        startModule();
+    }
+}
+
+void TradeServices::handleBrokerState(LocalBroker::State state)
+{
+    if (state == LocalBroker::State::Failed) {
+        Q_EMIT failed(m_broker.problem());
+    }
+    if (state != LocalBroker::State::Starting && state != LocalBroker::State::Stopped) {
+        startModule(); // a broker that failed is tried, too: another program may run one
+    }
+}
+
+/// After the broker: a client that finds none writes a warning.
+void TradeServices::startModule()
+{
+    if (m_isReady) {
+        return;
+    }
+    m_isReady = true;
+    if (!m_plan.ledger.isEmpty()) {
+        m_module = std::make_unique<TradeModuleProcess>(m_plan.moduleProgram, m_plan.ledger,
+                                                        m_plan.busAddress, m_plan.language, nullptr);
+        connect(m_module.get(), &TradeModuleProcess::failed, this, &TradeServices::failed);
+        m_module->start();
+    }
+    Q_EMIT ready();
+}
+
+} // namespace Terminal

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "endpoint/LocalBroker.h"
+#include "terminal/services/TradeModuleProcess.h"
+
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+namespace Terminal {
+
+/// What a terminal is to start for itself.
+struct ServicePlan
+{
+    QString busAddress; ///< names the bus instance
+    bool startsBroker = true;
+    QString moduleProgram;
+    QString ledger; ///< empty: no trading module is started
+    QString language;
+};
+
+/// The services that a terminal starts for itself: the broker and, after it, the trading module. They end
+/// with this object.
+class TradeServices : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit TradeServices(ServicePlan plan);
+    ~TradeServices() override;
+
+    /// To be called once.
+    void start();
+
+Q_SIGNALS:
+    /// Once: the bus can be joined, or there is no other way to find out.
+    void ready();
+
+    /// Something went wrong; the text is for the user.
+    void failed(const QString &reason);
+
+private:
+    void handleBrokerState(LocalCommunication::LocalBroker::State state);
+    void startModule();
+
+    const ServicePlan m_plan;
+    bool m_isReady = false;
+    LocalCommunication::LocalBroker m_broker;
+    std::unique_ptr<TradeModuleProcess> m_module;
+};
+
+} // namespace Terminal

@@ -1,0 +1,136 @@
+#include "terminal/session/QuoteFeed.h"
+
+#include "endpoint/EndPoint.h"
+#include "terminal/replay/Replay.h"
+#include "terminal/trade/OrderDesk.h"
+#include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/ClockTime.h"
+#include "trading/ModuleVocabulary.h"
+#include "trading/Question.h"
+
+#include <QJsonDocument>
+#include <QUuid>
+
+#include <algorithm>
+
+namespace Terminal {
+
+namespace {
+
+namespace Module = TradeChart::Module;
+namespace QuoteFields = TradeChart::Module::QuoteFields;
+using namespace TradeChart::TradeKeyFields;
+
+QString key(const char *word)
+{
+    return QLatin1String(word);
+}
+
+QString numberText(double number)
+{
+    return QString::number(number, 'f', QLocale::FloatingPointShortest);
+}
+
+/// When a bar ends; minutes of a trading day are times of a clock.
+QString timeOf(const Bar &bar)
+{
+    return Trading::ClockTime::ofMinute(bar.minute).value().text();
+}
+
+} // namespace
+
+QJsonObject quoteOf(const Security &security, const Bar &bar, std::optional<double> previousClose)
+{
+    QJsonObject quote{
+        {key(STKCODE), security.code},
+        {key(MARKET), Trading::marketLetters(security.market)},
+        {key(QuoteFields::DATE), QString::number(bar.date)},
+        {key(QuoteFields::TIME), timeOf(bar)},
+        {key(QuoteFields::OPEN), numberText(bar.open)},
+        {key(QuoteFields::HIGH), numberText(bar.high)},
+        {key(QuoteFields::LOW), numberText(bar.low)},
+        {key(QuoteFields::CLOSE), numberText(bar.close)},
+        {key(QuoteFields::VOLUME), numberText(bar.volume)},
+    };
+    if (previousClose) {
+        quote.insert(key(QuoteFields::PRECLOSE), numberText(*previousClose));
+    }
+    return quote;
+}
+
+QuoteFeed::QuoteFeed(const Replay *replay, OrderDesk *desk, OrderPlan plan, QObject *parent)
+    : QObject(parent),
+      m_replay(replay),
+      m_desk(desk),
+      m_endPoint(desk->endPoint()),
+      m_plan(std::move(plan)),
+      m_channel("terminal-replay-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces))
+{
+    using LocalCommunication::EndPoint;
+    connect(replay, &Replay::barCompleted, this, &QuoteFeed::takeBar);
+    connect(replay, &Replay::stateChanged, this, &QuoteFeed::forgetPlanOfClosedDay);
+    connect(m_endPoint, &EndPoint::ready, this, &QuoteFeed::joined);
+    connect(m_endPoint, &EndPoint::messageReceived, this,
+            [this](const QByteArray &, const QByteArray &payload) { takeMessage(payload); });
+    connect(desk, &OrderDesk::placed, this, &QuoteFeed::checkPlacement);
+    m_endPoint->subscribe(m_channel, QByteArray(TradeChart::Topic::TRADEQUERY));
+}
+
+bool QuoteFeed::isJoined() const
+{
+    return m_endPoint->isConnected();
+}
+
+void QuoteFeed::takeBar(const Bar &bar)
+{
+    if (!isJoined()) {
+        return;
+    }
+    const QJsonObject quote = quoteOf(m_replay->security(), bar, m_replay->previousClose());
+    m_endPoint->sendMessage(Module::Channel::MARKET, Module::Topic::QUOTE,
+                            QJsonDocument(quote).toJson(QJsonDocument::Compact));
+    const auto due = std::stable_partition(m_plan.begin(), m_plan.end(), [&bar](const PlannedOrder &order) {
+        return order.minute > bar.minute;
+    });
+    const OrderPlan orders(due, m_plan.end());
+    m_plan.erase(due, m_plan.end());
+    for (const PlannedOrder &order : orders) {
+        m_desk->place({m_replay->security(), order.side, order.price, order.quantity, OrderOrigin::Plan});
+    }
+}
+
+void QuoteFeed::checkPlacement(const OrderRequest &order, const DeskOutcome &outcome)
+{
+    const bool isMissing =
+        outcome.kind == DeskOutcome::Kind::Refused || outcome.kind == DeskOutcome::Kind::NotSent;
+    if (isMissing && order.origin == OrderOrigin::Plan) {
+        Q_EMIT refused(outcome.text);
+    }
+}
+
+/// The plan was made for one day.
+void QuoteFeed::forgetPlanOfClosedDay()
+{
+    if (m_replay->state() == Replay::State::Closed) {
+        m_plan.clear();
+    }
+}
+
+void QuoteFeed::askWhetherTaken()
+{
+    Trading::Question question(TradeChart::CmdType::HOLDERCOSTPRICE);
+    question.answerOn(QString::fromLatin1(m_channel));
+    question.setSecurity(m_replay->security().id());
+    m_endPoint->sendMessage(Module::Channel::GLOBAL, TradeChart::Topic::TRADEQUERY, question.toJson());
+}
+
+/// The client hears the answers to the desk, too.
+void QuoteFeed::takeMessage(const QByteArray &payload)
+{
+    const QJsonObject message = QJsonDocument::fromJson(payload).object();
+    if (message.value(key(SCREENID)).toString() == QString::fromLatin1(m_channel)) {
+        Q_EMIT taken();
+    }
+}
+
+} // namespace Terminal

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "terminal/replay/PlannedOrder.h"
+
+#include <QJsonObject>
+#include <QObject>
+
+#include <optional>
+
+namespace LocalCommunication {
+class EndPoint;
+}
+
+namespace Terminal {
+
+class OrderDesk;
+class Replay;
+struct Bar;
+struct DeskOutcome;
+struct OrderRequest;
+struct Security;
+
+/// A completed bar as the trading module reads it; docs/bus-protocol.md.
+QJsonObject quoteOf(const Security &security, const Bar &bar, std::optional<double> previousClose);
+
+/// Brings a replay onto the bus: the quote of every completed bar and, after it, the orders that a plan
+/// has for its minute, each once.
+///
+/// Everything goes out on the client of the desk: the trading module takes an order between the quotes
+/// that it was placed between, however fast they follow.
+class QuoteFeed : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `replay` and `desk` must outlive the feed. To be made before the desk joins the bus; bars that
+    /// complete before joined() are not sent.
+    QuoteFeed(const Replay *replay, OrderDesk *desk, OrderPlan plan, QObject *parent);
+
+    bool isJoined() const;
+
+    /// Has taken() follow when the trading module is done with all that was sent so far. Requires a day.
+    void askWhetherTaken();
+
+Q_SIGNALS:
+    void joined();
+    void taken();
+    /// An order of the plan was not taken, for this reason.
+    void refused(const QString &reason);
+
+private:
+    void takeBar(const Bar &bar);
+    void forgetPlanOfClosedDay();
+    void takeMessage(const QByteArray &payload);
+    void checkPlacement(const OrderRequest &order, const DeskOutcome &outcome);
+
+    const Replay *m_replay;
+    OrderDesk *m_desk;
+    LocalCommunication::EndPoint *m_endPoint;
+    OrderPlan m_plan;
+    QByteArray m_channel;
+};
+
+} // namespace Terminal

@@ -1,0 +1,127 @@
+#include "terminal/session/TradingSession.h"
+
+#include "terminal/services/BusProbe.h"
+#include "trading/TradingDate.h"
+
+#include <utility>
+
+namespace Terminal {
+
+TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QString &busAddress)
+    : m_plan(std::move(plan)),
+      m_busAddress(busAddress),
+      m_source(folder, &m_replay),
+      m_feed(&m_replay, &m_desk, m_plan.orders, nullptr)
+{
+    m_patience.setSingleShot(true);
+    connect(&m_patience, &QTimer::timeout, this, [this] { enter(Stage::Alone); });
+    connect(&m_link, &TradeLink::answering, this, &TradingSession::enterWhenHeard);
+    connect(&m_feed, &QuoteFeed::joined, this, &TradingSession::enterWhenHeard);
+    connect(&m_feed, &QuoteFeed::refused, this, &TradingSession::orderRefused);
+    connect(&m_feed, &QuoteFeed::taken, this, [this] {
+        if (m_stage == Stage::Informing) {
+            enter(Stage::Trading);
+        }
+    });
+    connect(&m_shared, &SharedChannel::heard, this, &TradingSession::heard);
+    if (m_plan.replaySpeed > 0) {
+        m_replay.setSpeed(m_plan.replaySpeed);
+    }
+}
+
+void TradingSession::begin()
+{
+    enter(Stage::Awaiting);
+}
+
+void TradingSession::join()
+{
+    m_link.start(m_busAddress);
+    m_desk.start(m_busAddress);
+    m_shared.start(m_busAddress);
+}
+
+bool TradingSession::openReplay(const ChartData &day)
+{
+    return m_replay.open(day, Trading::TradingDate::today().number());
+}
+
+BusGates TradingSession::gates()
+{
+    return {busGate(m_busAddress), m_link.answerGate()};
+}
+
+/// The only place where the stage changes; what a stage brings with it is done here, in order.
+void TradingSession::enter(Stage stage)
+{
+    const bool isGoing = hasBegun();
+    m_stage = stage;
+    m_patience.stop(); // it was for the stage before: nothing that goes already is begun again
+    switch (stage) {
+    case Stage::Apart:
+        break;
+    case Stage::Awaiting:
+        if (m_plan.patience) {
+            m_patience.start(*m_plan.patience);
+        }
+        break;
+    case Stage::Alone:
+        if (m_plan.playsAlone) {
+            playAtOnce();
+            playOn();
+        }
+        Q_EMIT overlaysDue();
+        break;
+    case Stage::Informing:
+        playAtOnce();
+        m_feed.askWhetherTaken();
+        break;
+    case Stage::Trading:
+        // The last quotes may have dealt orders, and what was asked before the trading module came is lost.
+        m_desk.askAnew();
+        Q_EMIT overlaysDue();
+        if (!isGoing) {
+            playOn();
+        }
+        break;
+    }
+    Q_EMIT stageChanged(stage);
+}
+
+/// The day begins when a trading module answers and the quotes have their way to it.
+void TradingSession::enterWhenHeard()
+{
+    const bool isWaitedFor = m_stage == Stage::Awaiting || m_stage == Stage::Alone;
+    if (isWaitedFor && m_link.isAnswering() && m_feed.isJoined()) {
+        enter(replays() && !hasBegun() ? Stage::Informing : Stage::Trading);
+    }
+}
+
+/// The day begins again, for those who did not hear of its first bar.
+void TradingSession::playAtOnce()
+{
+    if (replays()) {
+        m_replay.restart();
+        m_replay.playTo(m_plan.replayTo);
+    }
+}
+
+void TradingSession::playOn()
+{
+    if (replays() && m_plan.playsOn) {
+        m_replay.play();
+    }
+}
+
+bool TradingSession::hasBegun() const
+{
+    return m_stage == Stage::Alone && m_plan.playsAlone;
+}
+
+/// True for the planned replay, until its user ends it; one that was opened by hand goes its own way.
+bool TradingSession::replays() const
+{
+    return m_plan.replaySpeed > 0 && m_replay.state() != Replay::State::Closed;
+}
+
+} // namespace Terminal

@@ -1,0 +1,112 @@
+#pragma once
+
+#include "terminal/data/DataFolder.h"
+#include "terminal/replay/ChartSource.h"
+#include "terminal/replay/PlannedOrder.h"
+#include "terminal/replay/Replay.h"
+#include "terminal/services/Gate.h"
+#include "terminal/services/SharedChannel.h"
+#include "terminal/services/TradeLink.h"
+#include "terminal/session/QuoteFeed.h"
+#include "terminal/trade/OrderDesk.h"
+
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+#include <chrono>
+#include <optional>
+
+namespace Terminal {
+
+/// What a terminal does with its trading day by itself.
+struct DayPlan
+{
+    int replaySpeed = 0; ///< Replay::slowest to fastest; 0: no day is replayed by itself
+    int replayTo = 0;    ///< minutes since midnight that are played at once; 0: none
+    OrderPlan orders;    ///< placed while the day is played
+    bool playsOn = true; ///< after that, minute by minute
+    /// False: a replay waits for the trading module as long as it takes, for it is to take the replay's
+    /// orders.
+    bool playsAlone = true;
+    /// How long everything else waits for a trading module; nothing: as long as it takes.
+    std::optional<std::chrono::milliseconds> patience = std::chrono::seconds(2);
+};
+
+/// A trading day of the terminal: its bars, recorded or replayed; its quotes on the bus; the counter where
+/// orders are placed; and whether a trading module answers.
+///
+/// Overlays ask some of their questions only once. So overlaysDue() tells when they may ask: when a trading
+/// module answers, or after a moment without one, and again when one answers later. What a replay has to play
+/// at once comes before: the overlays then ask a trading module that knows it.
+class TradingSession : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Stage {
+        Apart,     ///< nobody is waited for yet
+        Awaiting,  ///< a trading module is asked whether it is there
+        Alone,     ///< none has answered for a moment; one that comes later is welcome
+        Informing, ///< one answers, and takes what the replay had to play at once
+        Trading,   ///< one answers and knows the day; nothing comes after this
+    };
+
+    /// On `busAddress`, which names the bus instance.
+    TradingSession(const DataFolder &folder, DayPlan plan, const QString &busAddress);
+
+    /// Starts to wait for a trading module. To be called once.
+    void begin();
+
+    /// Joins the bus. To be called once, when there is one: a client that finds none writes a warning.
+    void join();
+
+    /// Replays a day that was recorded, from its beginning and paused. False, and nothing changes, when `day`
+    /// has no minutes.
+    bool openReplay(const ChartData &day);
+
+    /// Brings the replay that was planned to where it is to begin, without anybody who hears of it.
+    void playAtOnce();
+
+    Stage stage() const { return m_stage; }
+
+    /// What overlays wait for on this bus. The session must outlive the gates.
+    BusGates gates();
+
+    /// The bars that charts can show.
+    const ChartSource &source() const { return m_source; }
+    Replay *replay() { return &m_replay; }
+    OrderDesk *desk() { return &m_desk; }
+
+Q_SIGNALS:
+    void stageChanged(TradingSession::Stage stage);
+
+    /// Overlays may ask now: to be started, or made anew when they were started before.
+    void overlaysDue();
+
+    /// Combined overlays have news.
+    void heard(const SharedNews &news);
+
+    /// An order of the plan was not taken, for this reason.
+    void orderRefused(const QString &reason);
+
+private:
+    void enter(Stage stage);
+    void enterWhenHeard();
+    void playOn();
+    bool hasBegun() const;
+    bool replays() const;
+
+    const DayPlan m_plan;
+    const QString m_busAddress;
+    Stage m_stage = Stage::Apart;
+    Replay m_replay{nullptr};
+    ChartSource m_source;
+    OrderDesk m_desk;
+    QuoteFeed m_feed;
+    TradeLink m_link{nullptr};
+    SharedChannel m_shared{nullptr};
+    QTimer m_patience;
+};
+
+} // namespace Terminal

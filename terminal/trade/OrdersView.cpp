@@ -1,0 +1,86 @@
+#include "terminal/trade/OrdersView.h"
+
+#include <QKeyEvent>
+#include <QMenu>
+
+namespace Terminal {
+
+OrdersView::OrdersView(OrdersTable *orders)
+    : RecordView(orders, static_cast<int>(OrderColumn::Status)),
+      m_orders(orders)
+{
+    setObjectName(QStringLiteral("ordersView"));
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(this, &QWidget::customContextMenuRequested, this, &OrdersView::openMenu);
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &OrdersView::rowsSelected);
+}
+
+void OrdersView::select(const OrderRecords &orders)
+{
+    QItemSelection rows;
+    for (const OrderRecord &order : orders) {
+        const int row = m_orders->rowOf(order.number);
+        if (row >= 0) {
+            rows.select(m_orders->index(row, 0), m_orders->index(row, m_orders->columnCount({}) - 1));
+        }
+    }
+    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+    if (!rows.isEmpty()) {
+        selectionModel()->setCurrentIndex(rows.indexes().front(), QItemSelectionModel::NoUpdate);
+        scrollTo(rows.indexes().front());
+    }
+}
+
+OrderRecords OrdersView::selected() const
+{
+    OrderRecords orders;
+    for (const QModelIndex &row : selectionModel()->selectedRows()) {
+        orders.push_back(m_orders->record(row.row()));
+    }
+    return orders;
+}
+
+void OrdersView::focusRows()
+{
+    setFocus(Qt::ShortcutFocusReason);
+    if (!currentIndex().isValid() && m_orders->rowCount({}) > 0) {
+        selectRow(0);
+    }
+}
+
+void OrdersView::askToCancel(int row)
+{
+    if (row >= 0 && isCancellable(m_orders->record(row))) {
+        Q_EMIT cancelAsked(
+            OrderRecord(m_orders->record(row))); // a copy: rows may change while the user is asked
+    }
+}
+
+void OrdersView::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Delete) {
+        RecordView::keyPressEvent(event);
+    } else if (!event->isAutoRepeat()) {
+        askToCancel(currentIndex().row());
+    }
+}
+
+/// The menu is for one order, wherever its row is when the user has chosen.
+void OrdersView::openMenu(const QPoint &position)
+{
+    const QModelIndex row = indexAt(position);
+    if (!row.isValid()) {
+        return;
+    }
+    const OrderRecord order = m_orders->record(row.row());
+    QMenu menu(this);
+    QAction *const cancelling = menu.addAction(tr("Cancel this order…"));
+    cancelling->setShortcut(Qt::Key_Delete);
+    cancelling->setEnabled(isCancellable(order));
+    if (menu.exec(viewport()->mapToGlobal(position)) == cancelling) {
+        askToCancel(m_orders->rowOf(order.number));
+    }
+}
+
+} // namespace Terminal

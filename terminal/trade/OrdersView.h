@@ -1,0 +1,40 @@
+#pragma once
+
+#include "terminal/trade/RecordView.h"
+#include "terminal/trade/TradeTables.h"
+
+namespace Terminal {
+
+/// The rows of orders. Delete, or the menu of a row, asks for the cancellation of its order.
+class OrdersView : public RecordView
+{
+    Q_OBJECT
+
+public:
+    /// `orders` must outlive the view.
+    explicit OrdersView(OrdersTable *orders);
+
+    /// Selects the rows of these orders and brings the first of them into view.
+    void select(const OrderRecords &orders);
+    OrderRecords selected() const;
+
+    /// Takes the keyboard, to the first row at first.
+    void focusRows();
+
+Q_SIGNALS:
+    /// Other rows are selected.
+    void rowsSelected();
+    /// The user wants this order to be cancelled; it can be.
+    void cancelAsked(const OrderRecord &order);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void openMenu(const QPoint &position);
+    void askToCancel(int row);
+
+    OrdersTable *m_orders;
+};
+
+} // namespace Terminal

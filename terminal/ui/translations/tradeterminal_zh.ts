@@ -1,0 +1,678 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en">
+<context>
+    <name>BarFile</name>
+    <message>
+        <source>&quot;%1&quot; is not a number</source>
+        <translation>“%1”不是数字</translation>
+    </message>
+    <message>
+        <source>the high is below the low</source>
+        <translation>最高价低于最低价</translation>
+    </message>
+    <message>
+        <source>the open is outside of low and high</source>
+        <translation>开盘价不在最低价与最高价之间</translation>
+    </message>
+    <message>
+        <source>the close is outside of low and high</source>
+        <translation>收盘价不在最低价与最高价之间</translation>
+    </message>
+    <message>
+        <source>the volume is negative</source>
+        <translation>成交量为负</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a date of the form yyyymmdd</source>
+        <translation>“%1”不是 yyyymmdd 形式的日期</translation>
+    </message>
+    <message>
+        <source>the day %1 is not later than the one before</source>
+        <translation>日期 %1 不晚于前一行</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a time of the form hhmm</source>
+        <translation>“%1”不是 hhmm 形式的时间</translation>
+    </message>
+    <message>
+        <source>the time %1 is outside of the trading hours</source>
+        <translation>时间 %1 不在交易时段内</translation>
+    </message>
+    <message>
+        <source>the time %1 is not later than the one before</source>
+        <translation>时间 %1 不晚于前一行</translation>
+    </message>
+    <message>
+        <source>%1: holds no bars</source>
+        <translation>%1：没有行情数据</translation>
+    </message>
+</context>
+<context>
+    <name>ChartPeriod</name>
+    <message>
+        <source>Day</source>
+        <translation>日线</translation>
+    </message>
+    <message>
+        <source>Week</source>
+        <translation>周线</translation>
+    </message>
+    <message>
+        <source>Month</source>
+        <translation>月线</translation>
+    </message>
+    <message>
+        <source>Minute</source>
+        <translation>分时</translation>
+    </message>
+</context>
+<context>
+    <name>ChartSummary</name>
+    <message>
+        <source>buys %1</source>
+        <translation>买入 %1</translation>
+    </message>
+    <message>
+        <source>sells %1</source>
+        <translation>卖出 %1</translation>
+    </message>
+    <message>
+        <source>both %1</source>
+        <translation>买卖 %1</translation>
+    </message>
+    <message>
+        <source>buy orders %1</source>
+        <translation>买入委托 %1</translation>
+    </message>
+    <message>
+        <source>sell orders %1</source>
+        <translation>卖出委托 %1</translation>
+    </message>
+    <message>
+        <source>%1 to %2, %3 bars</source>
+        <translation>%1 至 %2，%3 根</translation>
+    </message>
+    <message>
+        <source>last %1: close %2, change %3</source>
+        <translation>最新 %1：收 %2，涨跌 %3</translation>
+    </message>
+</context>
+<context>
+    <name>CsvFile</name>
+    <message>
+        <source>the first line is &quot;%1&quot;, but must be &quot;%2&quot;</source>
+        <translation>首行是“%1”，应为“%2”</translation>
+    </message>
+    <message>
+        <source>%1 fields, but there must be %2</source>
+        <translation>有 %1 个字段，应有 %2 个</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1：无法读取：%2</translation>
+    </message>
+</context>
+<context>
+    <name>DataFolder</name>
+    <message>
+        <source>%1: there is no such folder</source>
+        <translation>%1：没有此文件夹</translation>
+    </message>
+    <message>
+        <source>there is no security %1; known are: %2</source>
+        <translation>没有证券 %1；已有：%2</translation>
+    </message>
+    <message>
+        <source>%1: there are no minute bars of %2</source>
+        <translation>%1：没有 %2 的分时数据</translation>
+    </message>
+</context>
+<context>
+    <name>OrderDraft</name>
+    <message>
+        <source>The trading module does not answer.</source>
+        <translation>交易模块没有应答。</translation>
+    </message>
+    <message>
+        <source>The price must be a multiple of 0.01.</source>
+        <translation>价格须为 0.01 的整数倍。</translation>
+    </message>
+    <message>
+        <source>The price is beyond the day's limits %1 and %2.</source>
+        <translation>价格超出当日跌停 %1 至涨停 %2。</translation>
+    </message>
+    <message>
+        <source>The quantity must be a multiple of %1.</source>
+        <translation>数量须为 %1 的整数倍。</translation>
+    </message>
+    <message>
+        <source>Only %1 shares may be sold.</source>
+        <translation>最多可卖 %1 股。</translation>
+    </message>
+    <message>
+        <source>There is not enough cash available.</source>
+        <translation>可用资金不足。</translation>
+    </message>
+</context>
+<context>
+    <name>OverlayKind</name>
+    <message>
+        <source>Cost</source>
+        <translation>持仓成本</translation>
+    </message>
+    <message>
+        <source>Trades</source>
+        <translation>买卖点</translation>
+    </message>
+    <message>
+        <source>Orders</source>
+        <translation>委托</translation>
+    </message>
+    <message>
+        <source>Combined cost</source>
+        <translation>综合成本</translation>
+    </message>
+    <message>
+        <source>Combined trades</source>
+        <translation>综合买卖</translation>
+    </message>
+</context>
+<context>
+    <name>OverlayLibrary</name>
+    <message>
+        <source>%1: cannot be loaded as overlay library: %2</source>
+        <translation>%1：无法作为叠加库加载：%2</translation>
+    </message>
+    <message>
+        <source>%1: is no overlay library: %2</source>
+        <translation>%1：不是叠加库：%2</translation>
+    </message>
+</context>
+<context>
+    <name>Picture</name>
+    <message>
+        <source>%1: cannot be written: %2</source>
+        <translation>%1：无法写入：%2</translation>
+    </message>
+</context>
+<context>
+    <name>SecurityList</name>
+    <message>
+        <source>&quot;%1&quot; is not a security code</source>
+        <translation>“%1”不是证券代码</translation>
+    </message>
+    <message>
+        <source>the code %1 stands here a second time</source>
+        <translation>代码 %1 重复出现</translation>
+    </message>
+    <message>
+        <source>the market &quot;%1&quot; is neither SH nor SZ</source>
+        <translation>市场“%1”既不是 SH 也不是 SZ</translation>
+    </message>
+    <message>
+        <source>the name is missing</source>
+        <translation>缺少名称</translation>
+    </message>
+    <message>
+        <source>%1: names no security</source>
+        <translation>%1：没有证券</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::AnswerWatch</name>
+    <message>
+        <source>the answer to %1</source>
+        <translation>%1 的应答</translation>
+    </message>
+    <message>
+        <source>the drawing of %1</source>
+        <translation>%1 的绘制</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ChartBar</name>
+    <message>
+        <source>Security</source>
+        <translation>证券</translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation>日线</translation>
+    </message>
+    <message>
+        <source>Hide amounts</source>
+        <translation>隐藏金额</translation>
+    </message>
+    <message>
+        <source>Chart</source>
+        <translation>图表</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ChartView</name>
+    <message>
+        <source>Volume, highest %1</source>
+        <translation>成交量  最高 %1</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::MainWindow</name>
+    <message>
+        <source>Export chart</source>
+        <translation>导出图表</translation>
+    </message>
+    <message>
+        <source>The overlay library does not know the overlay &quot;%1&quot;.</source>
+        <translation>叠加库不支持“%1”。</translation>
+    </message>
+    <message>
+        <source>PNG pictures (*.png)</source>
+        <translation>PNG 图片 (*.png)</translation>
+    </message>
+    <message>
+        <source>Written to %1</source>
+        <translation>已保存到 %1</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::OrderTicket</name>
+    <message>
+        <source>Order ticket</source>
+        <translation>下单</translation>
+    </message>
+    <message>
+        <source>Price</source>
+        <translation>价格</translation>
+    </message>
+    <message>
+        <source>Up and down move by 0.01; a click on the chart takes its price</source>
+        <translation>上下键每次 0.01；在图上点击即取该价格</translation>
+    </message>
+    <message>
+        <source>Quantity in shares</source>
+        <translation>数量（股）</translation>
+    </message>
+    <message>
+        <source>Up and down move by a lot of %1 shares</source>
+        <translation>上下键每次一手（%1 股）</translation>
+    </message>
+    <message>
+        <source>Amount without fees</source>
+        <translation>金额（不含费用）</translation>
+    </message>
+    <message>
+        <source>Enter sends, Escape goes back to the chart</source>
+        <translation>回车发送，Esc 回到图表</translation>
+    </message>
+    <message>
+        <source>Limits %1 – %2</source>
+        <translation>跌停 %1 – 涨停 %2</translation>
+    </message>
+    <message>
+        <source>Quantity: lots %1</source>
+        <translation>数量：%1 手</translation>
+    </message>
+    <message>
+        <source>At most %1</source>
+        <translation>最多 %1 股</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::OrdersPanel</name>
+    <message>
+        <source>Positions</source>
+        <translation>持仓</translation>
+    </message>
+    <message>
+        <source>Positions · cash %1, available %2</source>
+        <translation>持仓 · 资金 %1，可用 %2</translation>
+    </message>
+    <message>
+        <source>Today's orders</source>
+        <translation>当日委托</translation>
+    </message>
+    <message>
+        <source>Orders of %1</source>
+        <translation>%1 的委托</translation>
+    </message>
+    <message>
+        <source>%1 · no answer from the trading module</source>
+        <translation>%1 · 交易模块没有应答</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ReadoutBar</name>
+    <message>
+        <source>%1 %2, %3, %4: open %5, high %6, low %7, close %8, change %9</source>
+        <translation>%1 %2，%3，%4：开 %5，高 %6，低 %7，收 %8，涨跌 %9</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>开</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>高</translation>
+    </message>
+    <message>
+        <source>Low</source>
+        <translation>低</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>收</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>涨跌</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <translation>量</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ReplayBar</name>
+    <message>
+        <source>Replay</source>
+        <translation>回放</translation>
+    </message>
+    <message>
+        <source>Play the shown day as today, or end it</source>
+        <translation>把所示交易日当作今天回放，或结束回放</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>播放</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>暂停</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>单步</translation>
+    </message>
+    <message>
+        <source>One minute on</source>
+        <translation>前进一分钟</translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation>重来</translation>
+    </message>
+    <message>
+        <source>Begin the day again</source>
+        <translation>从开盘重新开始</translation>
+    </message>
+    <message>
+        <source>Slower</source>
+        <translation>减速</translation>
+    </message>
+    <message>
+        <source>Faster</source>
+        <translation>加速</translation>
+    </message>
+    <message>
+        <source>Speed</source>
+        <translation>速度</translation>
+    </message>
+    <message>
+        <source>How many times as fast as on the day</source>
+        <translation>相对实际行情的倍速</translation>
+    </message>
+    <message>
+        <source>Time of the replayed day</source>
+        <translation>回放时刻</translation>
+    </message>
+    <message>
+        <source>The recorded minute that was played last</source>
+        <translation>最近放出的一分钟（实际日期）</translation>
+    </message>
+    <message>
+        <source>Drag to the right to play up to a minute at once</source>
+        <translation>向右拖动，直接放到某一分钟</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::Snapshot</name>
+    <message>
+        <source>No picture was written: after %1 s there is still no %2.</source>
+        <translation>未生成图片：%1 秒后仍没有%2。</translation>
+    </message>
+    <message>
+        <source>list of orders and positions</source>
+        <translation>委托与持仓列表</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::TerminalProgram</name>
+    <message>
+        <source>trading module that answers on the bus</source>
+        <translation>总线上应答的交易模块</translation>
+    </message>
+    <message>
+        <source>An order of the replay was not taken: %1</source>
+        <translation>回放中的委托未被接受：%1</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::TradeDocks</name>
+    <message>
+        <source>Order ticket</source>
+        <translation>下单</translation>
+    </message>
+    <message>
+        <source>Orders and positions</source>
+        <translation>委托与持仓</translation>
+    </message>
+    <message>
+        <source>Order ticket: buy, sell</source>
+        <translation>下单：买入、卖出</translation>
+    </message>
+    <message>
+        <source>Sent: %1</source>
+        <translation>已发送：%1</translation>
+    </message>
+    <message>
+        <source>%1: accepted, number %2</source>
+        <translation>%1：已受理，委托编号 %2</translation>
+    </message>
+    <message>
+        <source>%1: refused: %2</source>
+        <translation>%1：被拒绝：%2</translation>
+    </message>
+    <message>
+        <source>%1: not sent, there is no connection to the trading module</source>
+        <translation>%1：未发送，没有连接到交易模块</translation>
+    </message>
+    <message>
+        <source>%1: no answer yet; look at the list of orders before you send it again</source>
+        <translation>%1：尚无应答；再次下单前请先核对委托列表</translation>
+    </message>
+    <message>
+        <source>Cancel this order?</source>
+        <translation>撤销此委托？</translation>
+    </message>
+    <message>
+        <source>Dealt so far: %1</source>
+        <translation>已成交：%1</translation>
+    </message>
+    <message>
+        <source>Number: %1</source>
+        <translation>委托编号：%1</translation>
+    </message>
+    <message>
+        <source>Order %1 is not cancelled: %2</source>
+        <translation>委托 %1 未撤销：%2</translation>
+    </message>
+    <message>
+        <source>Order %1 is not cancelled: there is no connection to the trading module</source>
+        <translation>委托 %1 未撤销：没有连接到交易模块</translation>
+    </message>
+    <message>
+        <source>No answer yet to the cancellation of order %1</source>
+        <translation>委托 %1 的撤单尚无应答</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::TradeModuleProcess</name>
+    <message>
+        <source>The trading module has ended (exit code %1) and is started again.</source>
+        <translation>交易模块已退出（退出码 %1），正在重新启动。</translation>
+    </message>
+    <message>
+        <source>The trading module %1 cannot be started: %2</source>
+        <translation>交易模块 %1 无法启动：%2</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ViewMenu</name>
+    <message>
+        <source>View</source>
+        <translation>视图</translation>
+    </message>
+    <message>
+        <source>Green rises</source>
+        <translation>绿涨红跌</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>深色</translation>
+    </message>
+    <message>
+        <source>Export chart</source>
+        <translation>导出图表</translation>
+    </message>
+</context>
+<context>
+    <name>TradeRecords</name>
+    <message>
+        <source>Buy</source>
+        <translation>买入</translation>
+    </message>
+    <message>
+        <source>Sell</source>
+        <translation>卖出</translation>
+    </message>
+</context>
+<context>
+    <name>TradeTables</name>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Side</source>
+        <translation>方向</translation>
+    </message>
+    <message>
+        <source>Price</source>
+        <translation>价格</translation>
+    </message>
+    <message>
+        <source>Quantity</source>
+        <translation>数量</translation>
+    </message>
+    <message>
+        <source>Dealt</source>
+        <translation>成交</translation>
+    </message>
+    <message>
+        <source>Average</source>
+        <translation>均价</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>编号</translation>
+    </message>
+    <message>
+        <source>Code</source>
+        <translation>代码</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Sellable</source>
+        <translation>可卖</translation>
+    </message>
+    <message>
+        <source>Cost</source>
+        <translation>成本</translation>
+    </message>
+    <message>
+        <source>Last</source>
+        <translation>现价</translation>
+    </message>
+    <message>
+        <source>Profit</source>
+        <translation>盈亏</translation>
+    </message>
+</context>
+<context>
+    <name>WindowPrompts</name>
+    <message>
+        <source>Cancel an order</source>
+        <translation>撤单</translation>
+    </message>
+    <message>
+        <source>Cancel the order</source>
+        <translation>撤销委托</translation>
+    </message>
+    <message>
+        <source>Keep the order</source>
+        <translation>保留委托</translation>
+    </message>
+</context>
+<context>
+    <name>WindowSettings</name>
+    <message>
+        <source>the settings cannot be read; what is missing is as by default</source>
+        <translation>无法读取设置；缺少的项采用默认值</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is &quot;%2&quot;, but must be %3; the default is taken</source>
+        <translation>“%1”为“%2”，应为 %3；采用默认值</translation>
+    </message>
+    <message>
+        <source>the settings cannot be written</source>
+        <translation>无法写入设置</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>this machine does not know the time zone Asia/Shanghai, by which the exchange counts its days: install its time-zone data (package tzdata)</source>
+        <translation>本机没有时区 Asia/Shanghai 的数据，而交易所按该时区计日：请安装时区数据（软件包 tzdata）</translation>
+    </message>
+    <message>
+        <source>there is no display; --snapshot FILE.png needs none</source>
+        <translation>没有显示器；--snapshot FILE.png 不需要显示器</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::PartButtons</name>
+    <message>
+        <source>All</source>
+        <translation>全部</translation>
+    </message>
+    <message>
+        <source>Of the largest quantity</source>
+        <translation>按最大数量计</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::OrdersView</name>
+    <message>
+        <source>Cancel this order…</source>
+        <translation>撤销此委托…</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,222 @@
+// The stages of a trading day, against a module that says what the test wants.
+#include "terminal/session/TradingSession.h"
+#include "tests/support/TestBroker.h"
+#include "tests/support/WaitUntil.h"
+#include "tests/terminal/support/ScriptedModule.h"
+
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <vector>
+
+namespace Terminal {
+namespace {
+
+using ::testing::ElementsAre;
+using Stage = TradingSession::Stage;
+
+constexpr std::chrono::milliseconds shortPatience{200};
+
+class TradingDay : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        m_plan.patience = std::chrono::hours(1);
+        m_module.setAnswer(QStringLiteral("EntrustTodayTrade"), {});
+        m_module.setAnswer(QStringLiteral("AccountInfo"), {});
+        ASSERT_TRUE(waitUntil([this] { return m_module.isReady(); }));
+    }
+
+    void TearDown() override { m_session.reset(); }
+
+    /// The trading module answers from now on.
+    void letModuleAnswer() { m_module.setAnswer(QStringLiteral("HolderCostPrice"), {}); }
+
+    /// Begins the day by the plan and joins the bus.
+    void begin()
+    {
+        m_session = std::make_unique<TradingSession>(m_folder, m_plan, m_broker.address());
+        QObject::connect(m_session.get(), &TradingSession::stageChanged, m_session.get(),
+                         [this](Stage stage) { m_stages.push_back(stage); });
+        QObject::connect(m_session.get(), &TradingSession::overlaysDue, m_session.get(),
+                         [this] { ++m_overlaysDue; });
+        QObject::connect(replay(), &Replay::restarted, replay(), [this] { ++m_restarts; });
+        if (m_plan.replaySpeed > 0) {
+            ASSERT_TRUE(m_session->openReplay(minutes()));
+        }
+        m_restarts = 0;
+        m_session->begin();
+        m_session->join();
+    }
+
+    ChartData minutes() const
+    {
+        return m_folder.load(QStringLiteral("000001"), ChartPeriod::Minute, 20180108).value();
+    }
+
+    Replay *replay() { return m_session->replay(); }
+    bool comesTo(Stage stage)
+    {
+        return waitUntil([=] { return m_session->stage() == stage; });
+    }
+
+    const DataFolder m_folder = DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value();
+    DayPlan m_plan;
+    TestBroker m_broker;
+    ScriptedModule m_module{m_broker.address()};
+    std::unique_ptr<TradingSession> m_session;
+    std::vector<Stage> m_stages;
+    int m_overlaysDue = 0;
+    int m_restarts = 0;
+};
+
+TEST_F(TradingDay, BeginsWithTheModuleThatAnswers)
+{
+    letModuleAnswer();
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    EXPECT_THAT(m_stages, ElementsAre(Stage::Awaiting, Stage::Trading));
+    EXPECT_EQ(m_overlaysDue, 1);
+}
+
+TEST_F(TradingDay, GoesOnAloneAfterAMomentAndIsJoinedByAModuleThatComesLater)
+{
+    m_plan.patience = shortPatience;
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Alone));
+    EXPECT_EQ(m_overlaysDue, 1);
+    letModuleAnswer();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    EXPECT_EQ(m_overlaysDue, 2) << "what was asked before is lost";
+}
+
+TEST_F(TradingDay, TellsTheModuleOfTheReplayBeforeOverlaysAsk)
+{
+    m_plan.replaySpeed = Replay::slowest;
+    m_plan.replayTo = 10 * 60;
+    begin();
+    letModuleAnswer();
+    ASSERT_TRUE(comesTo(Stage::Informing));
+    EXPECT_EQ(replay()->completed(), 31U);
+    EXPECT_EQ(m_overlaysDue, 0);
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    EXPECT_EQ(m_overlaysDue, 1);
+    EXPECT_EQ(replay()->state(), Replay::State::Playing);
+}
+
+TEST_F(TradingDay, OfAPictureStopsWhereItWasPlayedTo)
+{
+    m_plan.replaySpeed = Replay::fastest;
+    m_plan.replayTo = 10 * 60;
+    m_plan.playsOn = false;
+    letModuleAnswer();
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    EXPECT_EQ(replay()->state(), Replay::State::Paused);
+}
+
+TEST_F(TradingDay, IsNotBegunAgainWhenAModuleComesToARunningReplay)
+{
+    m_plan.patience = shortPatience;
+    m_plan.replaySpeed = Replay::slowest;
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Alone));
+    EXPECT_EQ(replay()->state(), Replay::State::Playing);
+    replay()->playTo(10 * 60);
+    m_restarts = 0;
+    letModuleAnswer();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    EXPECT_THAT(m_stages, ElementsAre(Stage::Awaiting, Stage::Alone, Stage::Trading));
+    EXPECT_EQ(m_restarts, 0);
+    EXPECT_EQ(replay()->completed(), 31U);
+}
+
+TEST_F(TradingDay, StaysPausedByItsUserWhenAModuleComes)
+{
+    m_plan.patience = shortPatience;
+    m_plan.replaySpeed = Replay::slowest;
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Alone));
+    replay()->pause();
+    letModuleAnswer();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    EXPECT_EQ(replay()->state(), Replay::State::Paused);
+}
+
+/// An order that was placed meanwhile would meet the quotes of the morning once more.
+TEST_F(TradingDay, IsNotBegunAgainByAPatienceThatEndsLater)
+{
+    m_plan.patience = shortPatience;
+    m_plan.replaySpeed = Replay::fastest; // a bar takes half of the patience
+    letModuleAnswer();
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    m_restarts = 0;
+    ASSERT_TRUE(waitUntil([this] { return replay()->completed() >= 6; }));
+    EXPECT_EQ(m_restarts, 0);
+    EXPECT_THAT(m_stages, ElementsAre(Stage::Awaiting, Stage::Informing, Stage::Trading));
+}
+
+TEST_F(TradingDay, OfAReplayWithOrdersWaitsForTheModuleButLetsOverlaysAsk)
+{
+    m_plan.patience = shortPatience;
+    m_plan.replaySpeed = Replay::slowest;
+    m_plan.playsAlone = false;
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Alone));
+    EXPECT_EQ(m_overlaysDue, 1);
+    EXPECT_EQ(replay()->state(), Replay::State::Paused);
+    letModuleAnswer();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    EXPECT_THAT(m_stages, ElementsAre(Stage::Awaiting, Stage::Alone, Stage::Informing, Stage::Trading));
+    EXPECT_EQ(replay()->state(), Replay::State::Playing);
+}
+
+TEST_F(TradingDay, BeginsWithoutAReplayThatItsUserHasEnded)
+{
+    m_plan.replaySpeed = Replay::slowest;
+    begin();
+    replay()->close();
+    letModuleAnswer();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    EXPECT_THAT(m_stages, ElementsAre(Stage::Awaiting, Stage::Trading));
+}
+
+TEST_F(TradingDay, TellsWhyAnOrderOfThePlanIsRefused)
+{
+    m_module.setAnswer(QStringLiteral("EntrustPlace"), {{QStringLiteral("success"), false},
+                                                        {QStringLiteral("msg"), QStringLiteral("no cash")}});
+    m_plan.replaySpeed = Replay::slowest;
+    m_plan.orders = {{9 * 60 + 30, Direction::Buy, 100, 12.9}};
+    letModuleAnswer();
+    begin();
+    QString reason;
+    QObject::connect(m_session.get(), &TradingSession::orderRefused, m_session.get(),
+                     [&reason](const QString &text) { reason = text; });
+    EXPECT_TRUE(waitUntil([&reason] { return reason == QLatin1String("no cash"); }));
+}
+
+TEST_F(TradingDay, TellsWhatCombinedOverlaysHear)
+{
+    letModuleAnswer();
+    begin();
+    SharedNews heard;
+    QObject::connect(m_session.get(), &TradingSession::heard, m_session.get(),
+                     [&heard](const SharedNews &news) { heard = news; });
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    m_module.notify(QStringLiteral("600519"));
+    ASSERT_TRUE(waitUntil([&heard] { return heard.kind == SharedNews::Data; }));
+    EXPECT_EQ(heard.code, QStringLiteral("600519"));
+}
+
+TEST_F(TradingDay, ReplaysNothingButMinutes)
+{
+    begin();
+    const ChartData days = m_folder.load(QStringLiteral("000001"), ChartPeriod::Day, 0).value();
+    EXPECT_FALSE(m_session->openReplay(days));
+    EXPECT_EQ(replay()->state(), Replay::State::Closed);
+}
+
+} // namespace
+} // namespace Terminal
