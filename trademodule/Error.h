@@ -27,7 +27,7 @@ public:
     using Error::Error;
 };
 
-/// The same for a while only: the database can not be reached, or is busy. What was asked may be tried again.
+/// The same for a while only: the database cannot be reached, or is busy. What was asked may be tried again.
 class LedgerUnavailable : public LedgerError
 {
 public:

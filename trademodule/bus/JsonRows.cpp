@@ -40,7 +40,7 @@ void JsonRows::begin()
     m_json += m_json.size() == 1 ? "{" : ",{";
 }
 
-/// The comma behind the last value becomes the end of its row.
+/// The comma after the last value becomes the end of its row.
 void JsonRows::endRow()
 {
     if (m_json.back() == ',') {

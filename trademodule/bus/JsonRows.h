@@ -41,7 +41,7 @@ private:
     void addKey(const char *key);
     void endRow();
 
-    std::string m_json; ///< the array so far, with a comma behind the last value
+    std::string m_json; ///< the array so far, with a comma after the last value
 };
 
 } // namespace TradeModule

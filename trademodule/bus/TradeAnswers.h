@@ -11,7 +11,7 @@ class AnswerMessage;
 class TradeRequest;
 
 /// Answers the questions of charts out of a ledger: a JSON object in, the text of one out, no bus needed.
-/// docs/trading-module.md lists the commands. There is an answer to every question; one that can not be
+/// docs/trading-module.md lists the commands. There is an answer to every question; one that cannot be
 /// understood gets "success": false and a "msg" that names the field.
 class TradeAnswers
 {

@@ -85,7 +85,7 @@ void addCommonOptions(QCommandLineParser *parser)
     parser->addHelpOption();
 }
 
-/// The locale speaks, unless --lang stands somewhere, also behind options that only a command knows.
+/// The locale speaks, unless --lang stands somewhere, also after options that only a command knows.
 void chooseLanguage(ProgramLanguage *language, const QStringList &arguments)
 {
     language->set(ProgramLanguage::ofLocale());

@@ -39,7 +39,7 @@ struct Command
 {
     QString name;
     QString summary;
-    QString argumentSyntax; ///< of the arguments behind the name; may be empty
+    QString argumentSyntax; ///< of the arguments after the name; may be empty
     QList<QCommandLineOption> options;
     int (*run)(const Invocation &invocation);
 };

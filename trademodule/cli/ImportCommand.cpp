@@ -24,7 +24,7 @@ ImportOptions importOptions(const Invocation &invocation)
     return options;
 }
 
-/// A dry run leaves no new ledger behind.
+/// A dry run makes no new ledger.
 QString ledgerLocation(const Invocation &invocation, const ImportOptions &options)
 {
     const QString location = invocation.ledger();

@@ -4,7 +4,7 @@
 
 namespace TradeModule {
 
-/// The command line can not be understood.
+/// The command line cannot be understood.
 class UsageError : public Error
 {
 public:

@@ -9,7 +9,7 @@ namespace TradeModule::TradingRules {
 namespace {
 
 /// So many hundred-thousandths of an amount in whole cents, half up. Whole numbers: a binary fraction would
-/// put half of the halves a cent too low.
+/// round many a half cent down.
 Money share(Money amount, qint64 hundredThousandths)
 {
     const qint64 whole = 100000 * tick.steps();

@@ -9,7 +9,7 @@
 namespace TradeModule {
 
 /// How single cells of statements read. Full-width characters count as their narrow twins; each function
-/// gives nothing for a text it can not read.
+/// gives nothing for a text it cannot read.
 namespace CellValue {
 
 /// The cell without blanks around, the wrapping ="…", quotes, and with narrow characters.
@@ -26,7 +26,7 @@ std::optional<Money> money(const QString &cell);
 int decimals(const QString &cell);
 
 /// The day of 20210811, 2021-8-11, 2021/8/11, 2021.8.11, 2021年8月11日, an Excel day number, or fourteen
-/// digits of which the first eight are the date; a time behind it is ignored.
+/// digits of which the first eight are the date; a time after it is ignored.
 std::optional<TradingDate> date(const QString &cell);
 
 /// The time of 110351, 11:03:51, 1103, 11:03, 93551, 11035100, or a fraction of a day; midnight for an empty
@@ -37,7 +37,7 @@ std::optional<ClockTime> time(const QString &cell);
 struct Code
 {
     QString digits; ///< six, or five on other markets
-    QString market; ///< letters written before or behind the digits, upper case; may be empty
+    QString market; ///< letters written before or after the digits, upper case; may be empty
 };
 /// 600000, SH600000, 600000.SH; leading zeros that a spreadsheet lost are put back.
 std::optional<Code> code(const QString &cell);

@@ -11,7 +11,7 @@ namespace TradeModule {
 /// What the words of a statement's entry say.
 namespace EntryKind {
 
-/// The word alone: a security's name behind a colon or in brackets is not part of it.
+/// The word alone: a security's name after a colon or in brackets is not part of it.
 QString plainWord(const QString &cell);
 
 /// The kind of an entry that is no trade, e.g. "dividends"; nothing for a trade or an unknown word.
