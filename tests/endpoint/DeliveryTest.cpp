@@ -69,16 +69,16 @@ TEST_F(Delivery, ReturnsNoMessageToItsSender)
 
 TEST_F(Delivery, KeepsTheOrder)
 {
-    constexpr int Count = 5000;
+    constexpr int count = 5000;
     ASSERT_TRUE(receiver.listen("a", "t"));
     ASSERT_TRUE(receiver.listen("b", "t"));
     QList<QByteArray> sent;
-    for (int i = 0; i < Count; ++i) {
+    for (int i = 0; i < count; ++i) {
         sent.append(QByteArray::number(i));
         ASSERT_TRUE(sender.sendMessage(i % 2 ? "a" : "b", "t", sent.last()));
     }
 
-    ASSERT_TRUE(receiver.waitForMessages(Count));
+    ASSERT_TRUE(receiver.waitForMessages(count));
     EXPECT_EQ(receiver.payloads(), sent);
 }
 
@@ -162,7 +162,7 @@ TEST_F(Delivery, KeepsPrefixesApart)
 
 TEST_F(Delivery, LosesNothingForAReceiverThatDoesNotReadForFiveSeconds)
 {
-    constexpr int Count = 50000;
+    constexpr int count = 50000;
     ASSERT_TRUE(receiver.listen("Global", "TradeNotify"));
     QElapsedTimer sinceStart;
     sinceStart.start();
@@ -172,7 +172,7 @@ TEST_F(Delivery, LosesNothingForAReceiverThatDoesNotReadForFiveSeconds)
         RecordingEndPoint source;
         ASSERT_TRUE(source.join(address));
         const QByteArray filling(2000, 'x');
-        for (int i = 0; i < Count; ++i) {
+        for (int i = 0; i < count; ++i) {
             ASSERT_TRUE(waitUntil([&] {
                 return source.sendMessage("Global", "TradeNotify", QByteArray::number(i) + ' ' + filling);
             }));
@@ -187,11 +187,11 @@ TEST_F(Delivery, LosesNothingForAReceiverThatDoesNotReadForFiveSeconds)
     QThread::msleep(static_cast<unsigned long>(std::max<qint64>(0, 5000 - sinceStart.elapsed())));
     EXPECT_THAT(receiver.messages, IsEmpty());
 
-    EXPECT_TRUE(receiver.waitForMessages(Count, 60000)) << receiver.messages.size() << " arrived";
+    EXPECT_TRUE(receiver.waitForMessages(count, 60000)) << receiver.messages.size() << " arrived";
     allReceived = true;
     publisher->wait();
-    ASSERT_EQ(receiver.messages.size(), Count);
-    for (int i = 0; i < Count; ++i) {
+    ASSERT_EQ(receiver.messages.size(), count);
+    for (int i = 0; i < count; ++i) {
         ASSERT_TRUE(receiver.messages[i].payload.startsWith(QByteArray::number(i) + ' ')) << i;
     }
 }

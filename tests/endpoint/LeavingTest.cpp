@@ -12,32 +12,32 @@ using Leaving = TwoMembers;
 
 TEST_F(Leaving, SendsWhatWasHandedOverBeforeTheSenderGoes)
 {
-    constexpr int Count = 200;
+    constexpr int count = 200;
     ASSERT_TRUE(receiver.listen("c", "t"));
     {
         RecordingEndPoint brief;
         brief.connect(broker.address());
-        for (int i = 0; i < Count; ++i) {
+        for (int i = 0; i < count; ++i) {
             ASSERT_TRUE(brief.sendMessage("c", "t", QByteArray(10000, 'x')));
         }
     }
 
-    EXPECT_TRUE(receiver.waitForMessages(Count));
+    EXPECT_TRUE(receiver.waitForMessages(count));
 }
 
 TEST_F(Leaving, SendsAFloodBeforeTheSenderGoes)
 {
-    constexpr int Count = 20000;
+    constexpr int count = 20000;
     ASSERT_TRUE(receiver.listen("c", "t"));
     {
         RecordingEndPoint brief;
         ASSERT_TRUE(brief.join(broker.address()));
-        for (int i = 0; i < Count; ++i) {
+        for (int i = 0; i < count; ++i) {
             ASSERT_TRUE(brief.sendMessage("c", "t", QByteArray(2000, 'x')));
         }
     }
 
-    EXPECT_TRUE(receiver.waitForMessages(Count)) << receiver.messages.size();
+    EXPECT_TRUE(receiver.waitForMessages(count)) << receiver.messages.size();
 }
 
 TEST_F(Leaving, LosesNothingThoughTheSenderHasNotReadItsOwnMessages)

@@ -153,7 +153,7 @@ TEST_F(Outage, OfAHangingBrokerStopsNobody)
 
 TEST_F(Outage, OfAHangingBrokerBoundsWhatWaitsToBeSent)
 {
-    constexpr int Enough = 200;
+    constexpr int enough = 200;
     TestBroker broker;
     RecordingEndPoint receiver;
     RecordingEndPoint sender;
@@ -164,11 +164,11 @@ TEST_F(Outage, OfAHangingBrokerBoundsWhatWaitsToBeSent)
 
     int accepted = 0;
     const QByteArray megabyte(1024 * 1024, 'x');
-    while (accepted < Enough && sender.sendMessage("c", "t", megabyte)) {
+    while (accepted < enough && sender.sendMessage("c", "t", megabyte)) {
         ++accepted;
     }
     EXPECT_GE(accepted, 32);
-    EXPECT_LT(accepted, Enough);
+    EXPECT_LT(accepted, enough);
     for (int i = 0; i < 100; ++i) {
         EXPECT_FALSE(sender.sendMessage("c", "t", megabyte));
     }
@@ -276,10 +276,10 @@ TEST_F(Outage, LetsEndPointsGoAtAnyTime)
 
 TEST_F(Outage, BringsAllOfACrowdBack)
 {
-    constexpr int Count = 100;
+    constexpr int count = 100;
     TestBroker broker;
     std::vector<std::unique_ptr<RecordingEndPoint>> crowd;
-    for (int i = 0; i < Count; ++i) {
+    for (int i = 0; i < count; ++i) {
         crowd.push_back(std::make_unique<RecordingEndPoint>());
         crowd.back()->subscribe("Global", "TradeNotify");
         crowd.back()->connect(broker.address());
@@ -295,7 +295,7 @@ TEST_F(Outage, BringsAllOfACrowdBack)
         ASSERT_TRUE(waitForReady(*each, 2));
     }
     crowd.front()->sendMessage("Global", "TradeNotify", "p");
-    for (int i = 1; i < Count; ++i) {
+    for (int i = 1; i < count; ++i) {
         EXPECT_TRUE(crowd[static_cast<std::size_t>(i)]->waitForMessages(1)) << i;
     }
 }

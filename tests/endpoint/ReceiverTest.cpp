@@ -74,16 +74,16 @@ TEST_F(Receiver, KeepsTheOrderWhenAReceiverRunsAnEventLoop)
 /// The messages lie in the receiver's socket, all of them, before its event loop runs: it reads them at once.
 TEST_F(Receiver, GoesOnInsideTheEventLoopThatAReceiverRuns)
 {
-    constexpr int Count = 5;
+    constexpr int count = 5;
     ASSERT_TRUE(receiver.listen("c", "t"));
     QObject::connect(&receiver, &EndPoint::messageReceived, &receiver, [&] {
         if (receiver.messages.size() == 1) { // an overlay that waits after a notification
-            EXPECT_TRUE(receiver.waitForMessages(Count));
+            EXPECT_TRUE(receiver.waitForMessages(count));
         }
     });
 
-    const BackgroundResponder responder(broker.address(), "question", Count);
+    const BackgroundResponder responder(broker.address(), "question", count);
     ASSERT_EQ(sender.request("question", "?"), "answer to ?");
 
-    ASSERT_TRUE(receiver.waitForMessages(Count));
+    ASSERT_TRUE(receiver.waitForMessages(count));
 }

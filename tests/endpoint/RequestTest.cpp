@@ -6,12 +6,11 @@
 #include <QTimer>
 
 using LocalCommunication::EndPoint;
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace {
 
-constexpr int LongMs = 20000;
+constexpr int longTimeout = 20000; // milliseconds
 
 class Request : public ::testing::Test
 {
@@ -19,7 +18,7 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(asker.join(broker.address()));
-        asker.setRequestTimeout(LongMs);
+        asker.setRequestTimeout(longTimeout);
     }
 
     static QList<QByteArray> numbers(int count)
@@ -49,7 +48,7 @@ TEST_F(Request, IsPossibleRightAfterConnecting)
 {
     const BackgroundResponder module(broker.address(), "TradeQuery");
     RecordingEndPoint fresh;
-    fresh.setRequestTimeout(LongMs);
+    fresh.setRequestTimeout(longTimeout);
     fresh.connect(broker.address());
 
     EXPECT_EQ(fresh.request("TradeQuery", "at once"), "answer to at once");
@@ -84,7 +83,7 @@ TEST_F(Request, DropsAnAnswerThatComesTooLate)
     EXPECT_EQ(asker.request("TradeQuery", "first"), QByteArray());
     broker.thaw();
     const BackgroundResponder module(broker.address(), "TradeQuery");
-    asker.setRequestTimeout(LongMs);
+    asker.setRequestTimeout(longTimeout);
 
     EXPECT_EQ(asker.request("TradeQuery", "second"), "answer to second");
     EXPECT_THAT(asker.messages, IsEmpty());
@@ -232,6 +231,6 @@ TEST_F(Request, IsEmptyAtOnceWithoutABus)
 
     EXPECT_EQ(asker.request("TradeQuery", "x"), QByteArray());
 
-    EXPECT_LT(clock.elapsed(), LongMs / 2);
+    EXPECT_LT(clock.elapsed(), longTimeout / 2);
     EXPECT_TRUE(log.has(QStringLiteral("there is no bus")));
 }

@@ -62,19 +62,19 @@ TEST_F(Tls, CarriesTenMegabytes)
 
 TEST_F(Tls, CarriesAFloodInOrder)
 {
-    constexpr int Count = 2000;
+    constexpr int count = 2000;
     RecordingEndPoint receiver;
     RecordingEndPoint sender;
     receiver.subscribe("c", "t");
     ASSERT_TRUE(receiver.join(goodAddress()));
     ASSERT_TRUE(sender.join(goodAddress()));
     QList<QByteArray> sent;
-    for (int i = 0; i < Count; ++i) {
+    for (int i = 0; i < count; ++i) {
         sent.append(QByteArray::number(i));
         ASSERT_TRUE(sender.sendMessage("c", "t", sent.last()));
     }
 
-    ASSERT_TRUE(receiver.waitForMessages(Count));
+    ASSERT_TRUE(receiver.waitForMessages(count));
     EXPECT_EQ(receiver.payloads(), sent);
 }
 

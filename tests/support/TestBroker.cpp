@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr int StartTimeoutMs = 20000;
+constexpr int startTimeout = 20000; // milliseconds
 
 QString brokerProgram()
 {
@@ -87,8 +87,8 @@ void TestBroker::start()
     writeConfiguration();
     m_process.start(brokerProgram(),
                     {QStringLiteral("-c"), m_directory.filePath(QStringLiteral("mosquitto.conf"))});
-    ASSERT_TRUE(m_process.waitForStarted(StartTimeoutMs)) << qPrintable(m_process.errorString());
-    const QDeadlineTimer deadline(StartTimeoutMs);
+    ASSERT_TRUE(m_process.waitForStarted(startTimeout)) << qPrintable(m_process.errorString());
+    const QDeadlineTimer deadline(startTimeout);
     while (!answers(socketPath())) {
         ASSERT_FALSE(m_process.waitForFinished(2)) << qPrintable(log());
         ASSERT_FALSE(deadline.hasExpired()) << qPrintable(log());
@@ -98,13 +98,13 @@ void TestBroker::start()
 void TestBroker::kill()
 {
     m_process.kill();
-    m_process.waitForFinished(StartTimeoutMs);
+    m_process.waitForFinished(startTimeout);
 }
 
 void TestBroker::shutDown()
 {
     m_process.terminate();
-    m_process.waitForFinished(StartTimeoutMs);
+    m_process.waitForFinished(startTimeout);
 }
 
 void TestBroker::freeze()
