@@ -1,5 +1,6 @@
 #include "endpoint/LocalBroker.h"
 
+#include "endpoint/BrokerProbe_p.h"
 #include "endpoint/BrokerProcess_p.h"
 #include "endpoint/BusAddress.h"
 #include "endpoint/BusDirectory_p.h"
@@ -26,6 +27,9 @@ constexpr auto timeToStart = 20s;
 constexpr auto watchInterval = 250ms;
 
 constexpr Retry::Pace pace{10ms, 5s, 4};
+
+/// A broker that hangs is found after three to four of them.
+constexpr auto probeInterval = 2s;
 
 /// A broker that lived this long did not die of its configuration.
 constexpr auto healthyLife = 5s;
@@ -71,6 +75,7 @@ public:
     void serve();
     void launch();
     void checkReadiness();
+    void handleHanging();
     void handleEnd(const QString &lastWords);
     void fail(const QString &why);
     QString directory() const { return QFileInfo(address.socketPath).path(); }
@@ -84,6 +89,7 @@ public:
     QString program;
     DirectoryLock lock;
     BrokerProcess process;
+    BrokerProbe probe; // while it is Running
     Clock::time_point launched;
     Retry retry;
 };
@@ -93,10 +99,12 @@ LocalBroker::Private::Private(LocalBroker *broker)
       q(broker),
       timer(this),
       process(lock, this),
+      probe(probeInterval, this),
       retry(pace)
 {
     timer.setSingleShot(true);
     connect(&timer, &QTimer::timeout, this, &Private::handleTimeout);
+    connect(&probe, &BrokerProbe::unanswered, this, &Private::handleHanging);
     connect(&process, &BrokerProcess::couldNotStart, this, &Private::fail);
     connect(&process, &BrokerProcess::ended, this, &Private::handleEnd);
 }
@@ -171,11 +179,15 @@ void LocalBroker::Private::enter(Stage next, const QString &why)
 {
     stage = next;
     timer.stop();
+    probe.stop();
     switch (next) {
     case Stage::Stopped:
     case Stage::Elsewhere:
+        problem.clear();
+        break;
     case Stage::Running:
         problem.clear();
+        probe.start(address.socketPath);
         break;
     case Stage::AwaitingOther:
     case Stage::Reused:
@@ -238,6 +250,7 @@ void LocalBroker::Private::end()
 {
     stage = Stage::Stopped;
     timer.stop();
+    probe.stop();
     problem.clear();
     process.end();
     lock.release();
@@ -288,6 +301,13 @@ void LocalBroker::Private::checkReadiness()
         process.kill(); // another one is started when this one is gone
     }
     enter(Stage::Launching);
+}
+
+/// Another one is started when this one is gone.
+void LocalBroker::Private::handleHanging()
+{
+    qCWarning(lcBus, "The broker does not answer any more; it is ended");
+    process.kill();
 }
 
 void LocalBroker::Private::handleEnd(const QString &lastWords)

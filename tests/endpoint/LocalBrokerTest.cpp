@@ -125,6 +125,22 @@ TEST_F(LocalBrokerTest, EndsABrokerThatHangs)
     EXPECT_FALSE(isAlive(process));
 }
 
+TEST_F(LocalBrokerTest, ReplacesABrokerThatHangs)
+{
+    const LogCapture log;
+    LocalBroker broker;
+    broker.start(address());
+    ASSERT_TRUE(waitFor(broker, State::Running));
+    const auto hanging = static_cast<pid_t>(broker.processId());
+
+    ::kill(hanging, SIGSTOP);
+
+    ASSERT_TRUE(waitUntil([&] { return broker.state() != State::Running; }, 10000));
+    EXPECT_TRUE(log.has(QStringLiteral("does not answer"))) << qPrintable(log.text());
+    EXPECT_TRUE(waitFor(broker, State::Running));
+    EXPECT_FALSE(isAlive(hanging));
+}
+
 TEST_F(LocalBrokerTest, StaysStoppedWhenItIsStoppedWhileItTellsOfItsState)
 {
     for (const State told : {State::Starting, State::Running}) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "trademodule/exchange/OrderCover.h"
 #include "trademodule/exchange/Quote.h"
 #include "trademodule/ledger/MarketDay.h"
 #include "trademodule/ledger/OrderBook.h"
@@ -36,7 +37,7 @@ public:
     /// settles next.
     Order leave(const SecurityId &security, Direction direction, Money price, qint64 quantity);
 
-    /// Asks for what is left of an order to be cancelled; an Error says why it can not be.
+    /// Asks for what is left of an order to be cancelled; an Error says why it cannot be.
     Order cancel(TradingDate date, qint64 number);
 
     /// Deals what the bar allows: a buy when its low, a sell when its high reaches the order's price, at
@@ -51,27 +52,27 @@ public:
     void settle();
 
     /// Shares that may be sold today: held, not bought today and not on offer already.
-    qint64 sellable(const SecurityId &security);
+    qint64 sellable(const SecurityId &security) { return sellable(security, openOrders()); }
     /// The cash that is free for a buy and its fees: what the open buys and theirs leave.
-    Money spendable();
+    Money spendable() { return spendable(openOrders()); }
 
     /// The same with the open orders at hand, for who asks about much at once.
     Orders openOrders() { return m_book.open(); }
-    qint64 sellable(const SecurityId &security, const Orders &open);
-    Money spendable(const Orders &open);
+    qint64 sellable(const SecurityId &security, const Orders &open)
+    {
+        return m_cover.sellable(security, open);
+    }
+    Money spendable(const Orders &open) { return m_cover.spendable(open); }
 
     /// Gives the account this cash; an Error when the open buys need more.
     void setCash(Money cash);
 
 private:
-    Order enter(Order order, const char *status);
+    Order enter(Order order, const QString &status);
     ClockTime now() const;
     bool isOpen() const;
-    const char *firstStatus() const;
     bool isOfToday(const Quote &quote);
     bool isBeyondLimits(const Order &order) const;
-    void refuseUncovered(const Order &order);
-    bool advance(Order *order);
     Orders advanced();
     void advanceAll();
     Orders reachedBy(const Quote &quote);
@@ -80,6 +81,7 @@ private:
     void publish(const Orders &changed) const;
 
     OrderBook m_book;
+    OrderCover m_cover;
     const Listener m_listener;
     MarketDay m_market;
     QSet<TradingDate> m_strangeDates; // of quotes, told in the log

@@ -1,0 +1,67 @@
+#include "trademodule/exchange/Dealing.h"
+
+#include "trademodule/Error.h"
+#include "trademodule/ProgramLanguage.h"
+#include "trademodule/exchange/TradingRules.h"
+
+#include <algorithm>
+
+namespace TradeModule::Dealing {
+
+namespace {
+
+Money priceOf(const Quote &quote, const Order &order)
+{
+    return order.direction == Direction::Buy ? std::min(order.price, quote.open)
+                                             : std::max(order.price, quote.open);
+}
+
+/// A sell may be dealt at a better price than its own, so that its amount is checked anew.
+Money amountOf(const Order &order, Money price, qint64 quantity)
+{
+    const std::optional<Money> amount = price.times(quantity);
+    if (!amount || !(order.matchedAmount + *amount).isWithinLimit()) {
+        throw Error(translated("order %1 is not dealt: price × quantity would be more than %2 yuan")
+                        .arg(QString::number(order.number), Money::limit().text()));
+    }
+    return *amount;
+}
+
+/// An order in parts pays what it would have paid in one.
+Money feeOf(const Order &order, Money amount)
+{
+    return TradingRules::fees(order.direction, order.matchedAmount + amount) -
+           TradingRules::fees(order.direction, order.matchedAmount);
+}
+
+} // namespace
+
+qint64 mostShares(const Quote &quote)
+{
+    constexpr qint64 divisor = 4;
+    return quote.volume / divisor;
+}
+
+bool reaches(const Quote &quote, const Order &order)
+{
+    return order.direction == Direction::Buy ? !(quote.low > order.price) : !(quote.high < order.price);
+}
+
+qint64 quantity(const Order &order, qint64 atMost)
+{
+    const qint64 open = order.openQuantity();
+    return open <= atMost ? open : atMost / TradingRules::lot * TradingRules::lot;
+}
+
+Execution execution(const Order &order, const Quote &quote, qint64 quantity)
+{
+    Execution execution{order.security, sideOf(order.direction), TradingDate::today(),
+                        quote.time,     priceOf(quote, order),   quantity};
+    execution.amount = amountOf(order, execution.price, quantity);
+    execution.fee = feeOf(order, execution.amount);
+    execution.orderNo = QString::number(order.number);
+    execution.dealNo = QStringLiteral("P%1-%2").arg(order.number).arg(order.matchedQuantity + quantity);
+    return execution;
+}
+
+} // namespace TradeModule::Dealing

@@ -1,0 +1,69 @@
+#include "trademodule/exchange/OrderCover.h"
+
+#include "trademodule/Error.h"
+#include "trademodule/ProgramLanguage.h"
+#include "trademodule/exchange/TradingRules.h"
+
+#include <algorithm>
+
+namespace TradeModule {
+
+qint64 OrderCover::sellable(const SecurityId &security, const Orders &open)
+{
+    qint64 available =
+        m_book->holding(security).quantity() - m_book->boughtOn(TradingDate::today(), security);
+    for (const Order &order : open) {
+        if (order.direction == Direction::Sell && order.security == security) {
+            available -= order.openQuantity();
+        }
+    }
+    return std::max<qint64>(available, 0);
+}
+
+Money OrderCover::spendable(const Orders &open)
+{
+    Money available = m_book->cash();
+    for (const Order &order : open) {
+        if (order.direction == Direction::Buy) {
+            // an older program may have let a larger one in: it claims all that there can be
+            const Money amount = order.price.times(order.openQuantity()).value_or(Money::limit());
+            available = available - amount - TradingRules::fees(Direction::Buy, amount);
+        }
+    }
+    return available;
+}
+
+void OrderCover::refuseUncovered(const Order &order)
+{
+    switch (order.direction) {
+    case Direction::Buy:
+        refuseUncoveredBuy(order);
+        return;
+    case Direction::Sell:
+        refuseUncoveredSell(order);
+        return;
+    }
+}
+
+void OrderCover::refuseUncoveredSell(const Order &order)
+{
+    const qint64 available = sellable(order.security, m_book->open());
+    if (order.quantity > available) {
+        throw Error(translated("%1 shares may be sold: what was bought today or is on offer already does "
+                               "not count")
+                        .arg(available));
+    }
+}
+
+void OrderCover::refuseUncoveredBuy(const Order &order)
+{
+    const Money amount = order.price.times(order.quantity).value();
+    const Money needed = amount + TradingRules::fees(Direction::Buy, amount);
+    const Money available = spendable(m_book->open());
+    if (needed > available) {
+        throw Error(translated("the order needs %1 yuan with its fees, there are %2")
+                        .arg(needed.text(), available.text()));
+    }
+}
+
+} // namespace TradeModule
