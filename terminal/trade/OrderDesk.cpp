@@ -7,6 +7,8 @@
 #include <QJsonDocument>
 #include <QUuid>
 
+#include <chrono>
+
 namespace Terminal {
 
 namespace {
@@ -14,7 +16,7 @@ namespace {
 using namespace TradeChart;
 
 constexpr int defaultTimeout = 3000;
-constexpr int heartbeatMilliseconds = 3000; ///< notifications are not receipts: some may be lost
+constexpr std::chrono::seconds heartbeat{3}; ///< notifications are not receipts: some may be lost
 
 QString textOf(const QJsonObject &object, const char *key)
 {
@@ -51,7 +53,7 @@ OrderDesk::OrderDesk(QObject *parent)
 {
     using LocalCommunication::EndPoint;
     setTimeout(defaultTimeout);
-    m_heartbeat.setInterval(heartbeatMilliseconds);
+    m_heartbeat.setInterval(heartbeat);
     connect(&m_heartbeat, &QTimer::timeout, this, &OrderDesk::refresh);
     connect(&m_endPoint, &EndPoint::ready, this, &OrderDesk::askAnew);
     connect(&m_endPoint, &EndPoint::messageReceived, this, &OrderDesk::handleMessage);
