@@ -70,7 +70,7 @@ public:
     void enter(Stage next, const QString &why = {});
     void handleTimeout();
 
-    void begin(const QString &directory);
+    void begin(const QString &terminal);
     void end();
     void serve();
     void launch();

@@ -25,7 +25,7 @@ QFont terminalFont()
 void setAppearance(QApplication *application)
 {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    application->setFont(terminalFont());
+    application->setFont(terminalFont()); // NOLINT(readability-static-accessed-through-instance)
 }
 
 } // namespace Terminal

@@ -27,10 +27,10 @@ QByteArray cut(const QByteArray &utf8, int room)
     return utf8.left(length);
 }
 
-template <std::size_t Size>
-void copyText(char (&field)[Size], const QByteArray &utf8)
+template <std::size_t fieldSize>
+void copyText(char (&field)[fieldSize], const QByteArray &utf8)
 {
-    const QByteArray text = cut(utf8, static_cast<int>(Size) - 1);
+    const QByteArray text = cut(utf8, static_cast<int>(fieldSize) - 1);
     std::memcpy(field, text.constData(), static_cast<size_t>(text.size()));
 }
 

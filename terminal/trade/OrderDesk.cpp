@@ -7,6 +7,8 @@
 #include <QJsonDocument>
 #include <QUuid>
 
+#include <chrono>
+
 namespace Terminal {
 
 namespace {

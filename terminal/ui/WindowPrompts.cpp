@@ -68,9 +68,9 @@ int WindowPrompts::choose(const QStringList &rows, const QPoint &place)
     return chosen == nullptr ? -1 : chosen->data().toInt();
 }
 
-void WindowPrompts::show(const QString &message)
+void WindowPrompts::show(const QString &text)
 {
-    m_messages->showMessage(message);
+    m_messages->showMessage(text);
 }
 
 void WindowPrompts::clear()

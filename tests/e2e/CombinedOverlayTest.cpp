@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 
 #include <atomic>
+#include <chrono>
 #include <cmath>
 
 using LocalCommunication::EndPoint;
@@ -65,8 +66,8 @@ private:
 
 // Without an answer
 
-constexpr int timeOutMs = 3000; // of the bus client
-constexpr int marginMs = 5000;
+constexpr std::chrono::milliseconds timeOut{3000}; // of the bus client
+constexpr std::chrono::milliseconds margin{5000};
 
 struct Silence
 {
@@ -91,7 +92,7 @@ TEST_P(CombinedOverlayUnanswered, HoldsTheTerminalUpNoLongerThanTheTimeOut)
     QElapsedTimer clock;
     clock.start();
     EXPECT_FALSE((static_cast<CChartTradeObject &>(*overlay).*GetParam().ask)());
-    EXPECT_LT(clock.elapsed(), timeOutMs + marginMs);
+    EXPECT_LT(clock.elapsed(), (timeOut + margin).count());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -113,7 +114,7 @@ TEST_F(CombinedOverlay, HoldsTheTerminalUpNoLongerThanTheTimeOutForABrokerThatHa
     clock.start();
     const Overlay line = construct(0);
     EXPECT_TRUE(calc(*line));
-    EXPECT_LT(clock.elapsed(), timeOutMs + marginMs);
+    EXPECT_LT(clock.elapsed(), (timeOut + margin).count());
     EXPECT_TRUE(std::isnan(paintedCost(*line)));
 }
 

@@ -6,7 +6,6 @@
 #include <QTimer>
 
 using LocalCommunication::EndPoint;
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace {

@@ -6,8 +6,6 @@
 #include <QProcess>
 #include <QStandardPaths>
 
-using ::testing::ElementsAre;
-
 namespace {
 
 class Wire : public ::testing::Test

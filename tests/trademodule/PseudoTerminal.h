@@ -20,6 +20,7 @@ public:
         unlockpt(m_reader);
         fcntl(m_reader, F_SETFL, O_NONBLOCK);
         // Some systems forget what was written once nobody has the terminal open.
+        // NOLINTNEXTLINE(cppcoreguidelines-prefer-member-initializer)
         m_keepsOpen = open(ptsname(m_reader), O_RDWR | O_NOCTTY);
     }
     ~PseudoTerminal()

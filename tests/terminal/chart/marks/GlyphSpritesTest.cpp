@@ -63,7 +63,8 @@ public:
     {
         int sum = 0;
         for (int x = 0; x < m_width; ++x) {
-            sum += m_pixels[static_cast<size_t>(row * m_width + x)] ? 2 * x + 1 - m_width : 0;
+            const int pixel = row * m_width + x;
+            sum += m_pixels[static_cast<size_t>(pixel)] ? 2 * x + 1 - m_width : 0;
         }
         return std::abs(sum) <= 2 * inked(row);
     }

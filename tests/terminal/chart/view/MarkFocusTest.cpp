@@ -88,7 +88,7 @@ TEST_F(MarksUnderKeys, RingsAMergedMark)
 TEST_F(MarksUnderKeys, FindsAMarkSeveralViewsAway)
 {
     show({QStringLiteral("orders")}, ChartPeriod::Minute);
-    const double firstOrder = static_cast<int>(chart()->data().bars.size()) / 2 - 45;
+    const int firstOrder = static_cast<int>(chart()->data().bars.size()) / 2 - 45;
     chart()->setSpan({0, 15});
     key(Qt::Key_N);
     EXPECT_LT(chart()->span().first, firstOrder);
