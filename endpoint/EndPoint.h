@@ -51,7 +51,7 @@ public:
 
     /// Asks on channel "Global" and blocks until the answer comes. Empty on time-out (3 s) or without
     /// a bus. Messages that arrive meanwhile are delivered afterwards, in order. An endpoint of the
-    /// same thread can not answer while this call blocks it.
+    /// same thread cannot answer while this call blocks it.
     QByteArray request(QByteArray topic, QByteArray payload);
 
     // What follows is our own client's; overlays must do without it.

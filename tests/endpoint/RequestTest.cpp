@@ -10,7 +10,7 @@ using ::testing::IsEmpty;
 
 namespace {
 
-constexpr int longTimeout = 20000;
+constexpr int longTimeout = 20000; // milliseconds
 
 class Request : public ::testing::Test
 {

@@ -15,7 +15,7 @@ struct Cell
 {
     std::string name;
     std::string text;
-    double value; ///< NaN for what can not be read
+    double value; ///< NaN for what cannot be read
 
     friend std::ostream &operator<<(std::ostream &stream, const Cell &cell) { return stream << cell.text; }
 };

@@ -64,7 +64,7 @@ Command importCommand()
             QStringLiteral("FILE"),
             {{QStringLiteral("dry-run"), translated("Shows what would happen and changes nothing.")},
              {QStringLiteral("skip-bad"),
-              translated("Imports the other rows when some can not be read; else nothing is imported.")},
+              translated("Imports the other rows when some cannot be read; else nothing is imported.")},
              {QStringLiteral("date"), translated("Day of the trades, for a statement without dates."),
               QStringLiteral("yyyymmdd")},
              {QStringLiteral("securities"),

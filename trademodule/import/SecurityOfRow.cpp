@@ -145,7 +145,7 @@ QHash<QString, SecurityId> readSecurityList(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        throw Error(translated("%1: can not be read: %2").arg(path, reasonOf(file)));
+        throw Error(translated("%1: cannot be read: %2").arg(path, reasonOf(file)));
     }
     QHash<QString, SecurityId> securities;
     for (int line = 1; !file.atEnd(); ++line) {

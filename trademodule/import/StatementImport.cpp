@@ -14,7 +14,7 @@ StatementContents readFile(const QString &path, const ReadOptions &options)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        throw Error(translated("%1: can not be read: %2").arg(path, reasonOf(file)));
+        throw Error(translated("%1: cannot be read: %2").arg(path, reasonOf(file)));
     }
     try {
         return readStatement(decodeStatement(file.readAll()), options);
@@ -102,7 +102,7 @@ QStringList describe(const ImportReport &report, const QString &path, const Impo
     QStringList lines = badRowLines(report.contents.badRows, path);
     lines += contentLines(report.contents);
     if (report.isRefused) {
-        lines.append(translated("nothing imported: %1 can not be read; correct them, or leave them out with "
+        lines.append(translated("nothing imported: %1 cannot be read; correct them, or leave them out with "
                                 "--skip-bad")
                          .arg(rows(report.contents.badRows.size())));
         return lines;

@@ -184,7 +184,7 @@ void Database::openPostgreSql(const QString &url)
 void Database::open(QSqlDatabase connection, const QString &shownLocation)
 {
     if (!connection.open()) {
-        throw LedgerUnavailable(translated("the ledger %1 can not be opened: %2")
+        throw LedgerUnavailable(translated("the ledger %1 cannot be opened: %2")
                                     .arg(shownLocation, connection.lastError().text().trimmed()));
     }
     m_wait = 0ms;
