@@ -9,7 +9,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-const QStringList Chinese{QStringLiteral("--lang"), QStringLiteral("zh")};
+const QStringList chinese{QStringLiteral("--lang"), QStringLiteral("zh")};
 
 /// The screen column where a text stands in a line.
 int columnOf(const QString &text, const QString &line)
@@ -21,7 +21,7 @@ int columnOf(const QString &text, const QString &line)
 class ChineseProgram : public Program
 {
 protected:
-    Ended inChinese(const QStringList &arguments) { return runOnLedger(Chinese + arguments); }
+    Ended inChinese(const QStringList &arguments) { return runOnLedger(chinese + arguments); }
 
     Ended placeBuy(const QString &price)
     {
@@ -34,12 +34,12 @@ protected:
 
 TEST_F(ChineseProgram, ExplainsItself)
 {
-    const Ended all = run(Chinese + QStringList{QStringLiteral("--help")});
+    const Ended all = run(chinese + QStringList{QStringLiteral("--help")});
     EXPECT_THAT(all.output, HasSubstr("用法：")) << all.errors;
     EXPECT_THAT(all.output, HasSubstr("  orders     列出某日的委托。"));
     EXPECT_THAT(all.output, Not(HasSubstr("Display")));
 
-    const Ended one = run(Chinese + QStringList{QStringLiteral("account"), QStringLiteral("--help")});
+    const Ended one = run(chinese + QStringList{QStringLiteral("account"), QStringLiteral("--help")});
     EXPECT_THAT(one.output, HasSubstr("先将资金余额设为此金额（元）。"));
 }
 
@@ -110,7 +110,7 @@ TEST_F(ChineseProgram, SpeaksTheLanguageOfTheLocaleUnlessToldOtherwise)
     EXPECT_THAT(run(help, QStringLiteral("zh_CN.UTF-8")).output, HasSubstr("用法："));
     EXPECT_THAT(run(help, QStringLiteral("de_DE.UTF-8")).output, HasSubstr("Usage:"));
     EXPECT_THAT(run(help + english, QStringLiteral("zh_CN.UTF-8")).output, HasSubstr("Usage:"));
-    EXPECT_THAT(run(help + Chinese, QStringLiteral("de_DE.UTF-8")).output, HasSubstr("用法："));
+    EXPECT_THAT(run(help + chinese, QStringLiteral("de_DE.UTF-8")).output, HasSubstr("用法："));
 }
 
 TEST_F(ChineseProgram, RefusesALanguageItDoesNotSpeak)
@@ -126,7 +126,7 @@ TEST_F(ChineseProgram, RefusesALanguageItDoesNotSpeak)
 
 TEST_F(ProgramOnABus, AnswersInTheLanguageItServesIn)
 {
-    serve(Chinese);
+    serve(chinese);
 
     const QJsonObject refused = ask(R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
                                         "orderprice":"10.001","orderqty":"100"})");
