@@ -48,7 +48,3 @@ inline constexpr const char *SELLABLE = "sellable"; ///< of them, not bought tod
 // NOLINTEND(readability-identifier-naming)
 
 } // namespace Trading
-
-namespace TradeChart {
-namespace Module = Trading; // the name that the terminal's files still say
-}

@@ -40,7 +40,7 @@ SharedChannel::SharedChannel(QObject *parent) : QObject(parent), m_endPoint(null
 
 void SharedChannel::start(const QString &address)
 {
-    m_endPoint.subscribe(Module::Channel::GLOBAL, QList<QByteArray>{Topic::TRADENOTIFY, Topic::TRADEQUERY});
+    m_endPoint.subscribe(Trading::Channel::GLOBAL, QList<QByteArray>{Topic::TRADENOTIFY, Topic::TRADEQUERY});
     m_endPoint.connect(address);
 }
 

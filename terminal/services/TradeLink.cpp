@@ -43,7 +43,7 @@ void TradeLink::start(const QString &address)
 
 void TradeLink::ask()
 {
-    m_endPoint.sendMessage(TradeChart::Module::Channel::GLOBAL, TradeChart::Topic::TRADEQUERY,
+    m_endPoint.sendMessage(Trading::Channel::GLOBAL, TradeChart::Topic::TRADEQUERY,
                            harmlessQuestion(m_channel));
 }
 

@@ -2,6 +2,8 @@
 
 #include "terminal/services/ChildProcess.h"
 
+#include <QElapsedTimer>
+#include <QString>
 #include <QTimer>
 
 namespace Terminal {
@@ -20,15 +22,20 @@ public:
     void start();
 
 Q_SIGNALS:
-    /// It could not be started, or ended by itself; the text is for the user.
+    /// It could not be started, or ended by itself; the text is for the user and says why, in the module's
+    /// own words. Said once for tries that end for the same reason, one soon after the other.
     void failed(const QString &reason);
 
 private:
+    void passWordsOn();
     void handleEnd();
     void handleError(QProcess::ProcessError error);
 
     ChildProcess m_process;
     QTimer m_restart;
+    QElapsedTimer m_sinceStart;
+    QString m_lastWords;
+    QString m_toldReason;
 };
 
 } // namespace Terminal

@@ -17,8 +17,7 @@ namespace Terminal {
 
 namespace {
 
-namespace Module = TradeChart::Module;
-namespace QuoteFields = TradeChart::Module::QuoteFields;
+namespace QuoteFields = Trading::QuoteFields;
 using namespace TradeChart::TradeKeyFields;
 
 QString key(const char *word)
@@ -87,7 +86,7 @@ void QuoteFeed::takeBar(const Bar &bar)
         return;
     }
     const QJsonObject quote = quoteOf(m_replay->security(), bar, m_replay->previousClose());
-    m_endPoint->sendMessage(Module::Channel::MARKET, Module::Topic::QUOTE,
+    m_endPoint->sendMessage(Trading::Channel::MARKET, Trading::Topic::QUOTE,
                             QJsonDocument(quote).toJson(QJsonDocument::Compact));
     const auto due = std::stable_partition(m_plan.begin(), m_plan.end(), [&bar](const PlannedOrder &order) {
         return order.minute > bar.minute;
@@ -121,7 +120,7 @@ void QuoteFeed::askWhetherTaken()
     Trading::Question question(TradeChart::CmdType::HOLDERCOSTPRICE);
     question.answerOn(QString::fromLatin1(m_channel));
     question.setSecurity(m_replay->security().id());
-    m_endPoint->sendMessage(Module::Channel::GLOBAL, TradeChart::Topic::TRADEQUERY, question.toJson());
+    m_endPoint->sendMessage(Trading::Channel::GLOBAL, TradeChart::Topic::TRADEQUERY, question.toJson());
 }
 
 /// The client hears the answers to the desk, too.

@@ -54,7 +54,7 @@ AnswerWatch::AnswerWatch(const QByteArray &screenId, const ChartData &data, cons
 void AnswerWatch::start(const QString &address)
 {
     m_endPoint.subscribe(m_screenId, QByteArray(Topic::TRADEQUERY));
-    m_endPoint.subscribe(QByteArray(Module::Channel::GLOBAL), QByteArray(Topic::TRADEQUERY));
+    m_endPoint.subscribe(QByteArray(Trading::Channel::GLOBAL), QByteArray(Topic::TRADEQUERY));
     m_endPoint.connect(address);
 }
 
@@ -62,7 +62,7 @@ void AnswerWatch::take(const QByteArray &topic, const QByteArray &payload, const
 {
     if (channel == m_screenId) {
         takeAnswer(payload);
-    } else if (channel == Module::Channel::GLOBAL) {
+    } else if (channel == Trading::Channel::GLOBAL) {
         takeSharedNews(readSharedNews(topic, payload));
     }
 }

@@ -82,7 +82,7 @@ public:
     }
 
 private:
-    static constexpr int longestDelayMs = 40;
+    static constexpr int longestDelay = 40; // milliseconds
 
     void answer(EndPoint &own, const QJsonObject &question, const QByteArray &replyChannel)
     {
@@ -95,17 +95,17 @@ private:
             {QStringLiteral("costprice"), priceText(costBase + security)},
             {QStringLiteral("data"), dataOf(question[QStringLiteral("cmd")].toString(), security)}};
         const bool isWaitedFor = screen.isEmpty() && replyChannel != "Global";
-        sendLater(own, isWaitedFor ? 1 : longestDelayMs, channel, "TradeQuery", answer);
+        sendLater(own, isWaitedFor ? 1 : longestDelay, channel, "TradeQuery", answer);
         if (roll(10) == 0) {
-            sendLater(own, longestDelayMs, "Global", "TradeNotify",
+            sendLater(own, longestDelay, "Global", "TradeNotify",
                       {{QStringLiteral("stkcode"), code(roll(securityCount))}});
         }
     }
 
-    void sendLater(EndPoint &own, int latestMs, const QByteArray &channel, const QByteArray &topic,
+    void sendLater(EndPoint &own, int latest, const QByteArray &channel, const QByteArray &topic,
                    const QJsonObject &message)
     {
-        QTimer::singleShot(roll(latestMs), Qt::PreciseTimer, &own, [&own, channel, topic, message] {
+        QTimer::singleShot(roll(latest), Qt::PreciseTimer, &own, [&own, channel, topic, message] {
             own.sendMessage(channel, topic, QJsonDocument(message).toJson(QJsonDocument::Compact));
         });
     }
@@ -220,7 +220,7 @@ protected:
 TEST_F(SecuritySwitch, NeverShowsAnotherSecuritysData)
 {
     constexpr int switches = 1000;
-    constexpr int longestLookMs = 10;
+    constexpr int longestLook = 10; // milliseconds
     const unsigned seed = std::random_device()();
     std::cout << "seed " << seed << '\n';
     SCOPED_TRACE("seed " + std::to_string(seed));
@@ -242,12 +242,12 @@ TEST_F(SecuritySwitch, NeverShowsAnotherSecuritysData)
         switchTo(roll(securityCount));
         QElapsedTimer look;
         look.start();
-        const int lookMs = roll(longestLookMs);
+        const int lookFor = roll(longestLook);
         waitUntil([&] {
             if (std::exchange(isUpdateDue, false)) {
                 redraw();
             }
-            return look.elapsed() >= lookMs || HasFatalFailure();
+            return look.elapsed() >= lookFor || HasFatalFailure();
         });
         redraw();
     }

@@ -479,6 +479,10 @@
         <translation>交易模块已退出（退出码 %1），正在重新启动。</translation>
     </message>
     <message>
+        <source>The trading module has ended and is started again: %1</source>
+        <translation>交易模块已退出，正在重新启动：%1</translation>
+    </message>
+    <message>
         <source>The trading module %1 cannot be started: %2</source>
         <translation>交易模块 %1 无法启动：%2</translation>
     </message>
