@@ -13,8 +13,6 @@ namespace Terminal {
 
 namespace {
 
-constexpr int todaysChart = 1;
-constexpr int pastDaysChart = 2;
 constexpr int otherChart = 0;
 
 QStringList rowsOf(const char **lines)
@@ -42,7 +40,7 @@ int HostAxis::chartMode()
     if (data.period != ChartPeriod::Minute || data.bars.empty()) {
         return otherChart;
     }
-    return isTodaysChart(data) ? todaysChart : pastDaysChart;
+    return isTodaysChart(data) ? Korvane::TodayChart : Korvane::PastDayChart;
 }
 
 bool HostAxis::visiblePriceRange(double &low, double &high)

@@ -3,6 +3,7 @@
 #include "terminal/chart/marks/glyphs/MarkerGlyph.h"
 #include "terminal/chart/marks/glyphs/OrderGlyph.h"
 #include "terminal/chart/marks/glyphs/TradeGlyph.h"
+#include "tradechartobject/ChartInterface.h"
 
 #include <array>
 #include <cstddef>
@@ -21,12 +22,12 @@ struct SeriesStyle
 };
 
 constexpr std::array<SeriesStyle, 6> seriesStyles = {{
-    {0, TradeKind::Buy, MarkSide::Above},
-    {1, TradeKind::Buy, MarkSide::Below},
-    {2, TradeKind::Sell, MarkSide::Above},
-    {3, TradeKind::Sell, MarkSide::Below},
-    {4, TradeKind::Both, MarkSide::Above},
-    {5, TradeKind::Both, MarkSide::Below},
+    {Korvane::BuyAbove, TradeKind::Buy, MarkSide::Above},
+    {Korvane::BuyBelow, TradeKind::Buy, MarkSide::Below},
+    {Korvane::SellAbove, TradeKind::Sell, MarkSide::Above},
+    {Korvane::SellBelow, TradeKind::Sell, MarkSide::Below},
+    {Korvane::BothAbove, TradeKind::Both, MarkSide::Above},
+    {Korvane::BothBelow, TradeKind::Both, MarkSide::Below},
 }};
 
 /// What an overlay means by the number of a kind of orders.
@@ -38,12 +39,12 @@ struct OrderKind
 };
 
 constexpr std::array<OrderKind, 6> orderKinds = {{
-    {20, Direction::Buy, OrderProgress::Waiting},
-    {21, Direction::Buy, OrderProgress::PartlyDealt},
-    {22, Direction::Buy, OrderProgress::Dealt},
-    {23, Direction::Sell, OrderProgress::Waiting},
-    {24, Direction::Sell, OrderProgress::PartlyDealt},
-    {25, Direction::Sell, OrderProgress::Dealt},
+    {Korvane::BuyWaiting, Direction::Buy, OrderProgress::Waiting},
+    {Korvane::BuyPartDeal, Direction::Buy, OrderProgress::PartlyDealt},
+    {Korvane::BuyDealed, Direction::Buy, OrderProgress::Dealt},
+    {Korvane::SellWaiting, Direction::Sell, OrderProgress::Waiting},
+    {Korvane::SellPartDeal, Direction::Sell, OrderProgress::PartlyDealt},
+    {Korvane::SellDealed, Direction::Sell, OrderProgress::Dealt},
 }};
 
 /// True when the numbers of a table follow each other, so that a number leads to its row.
