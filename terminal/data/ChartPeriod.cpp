@@ -37,15 +37,6 @@ QString periodWord(ChartPeriod period)
     return QLatin1String(rowOf(period).word);
 }
 
-ChartPeriod periodOfWord(const QString &word, bool *known)
-{
-    const auto *const row =
-        std::find_if(std::begin(rows), std::end(rows),
-                     [&word](const PeriodRow &candidate) { return word == QLatin1String(candidate.word); });
-    *known = row != std::end(rows);
-    return *known ? row->period : ChartPeriod::Day;
-}
-
 QString periodTitle(ChartPeriod period)
 {
     return QCoreApplication::translate("ChartPeriod", rowOf(period).title);

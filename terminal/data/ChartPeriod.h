@@ -13,9 +13,6 @@ constexpr ChartPeriod chartPeriods[] = {ChartPeriod::Day, ChartPeriod::Week, Cha
 /// The word of the command line and the settings, e.g. "day".
 QString periodWord(ChartPeriod period);
 
-/// The period of a word; `known` tells whether there is one.
-ChartPeriod periodOfWord(const QString &word, bool *known);
-
 /// The title that the user reads, translated.
 QString periodTitle(ChartPeriod period);
 

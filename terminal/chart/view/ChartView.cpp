@@ -31,7 +31,6 @@ namespace {
 constexpr double priceShare = 0.78;   ///< of the canvas height that the price pane has
 constexpr double volumeShare = 0.165; ///< the same of the highest volume column
 constexpr double timeLabelRoom = 110; ///< pixels from one time label to the next
-constexpr double priceLabelRoom = 56; ///< the same for prices
 constexpr int axisFontPixels = 12;
 constexpr double timeAxisHeight = 30;
 
