@@ -1,6 +1,6 @@
 #include "terminal/plugin/HostRecords.h"
 
-#include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/TradingDate.h"
 
 #include <algorithm>
 #include <cstring>
@@ -39,7 +39,7 @@ void copyText(char (&field)[fieldSize], const QByteArray &utf8)
 bool isTodaysChart(const ChartData &data)
 {
     return data.period == ChartPeriod::Minute && !data.bars.empty() &&
-           data.bars.back().date == TradeChart::currentDate();
+           data.bars.back().date == Trading::TradingDate::today().number();
 }
 
 std::uint32_t packedTime(const Bar &bar)
