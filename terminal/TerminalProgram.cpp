@@ -111,9 +111,9 @@ bool TerminalProgram::openChart(const QString &firstCode)
     }
     const bool mayChangePeriod = !m_options.given.contains(QStringLiteral("period")) && !isReplay();
     const bool mayChangeCode = !m_options.given.contains(QStringLiteral("code"));
-    return (mayChangePeriod && m_window->load(code, ChartPeriod::Day, 0)) ||
+    return (mayChangePeriod && m_window->load(code, ChartPeriod::Day)) ||
            (mayChangeCode && m_window->load(firstCode, m_options.period, m_options.day)) ||
-           (mayChangeCode && mayChangePeriod && m_window->load(firstCode, ChartPeriod::Day, 0));
+           (mayChangeCode && mayChangePeriod && m_window->load(firstCode, ChartPeriod::Day));
 }
 
 QString TerminalProgram::openLibrary()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "trading/ClockTime.h"
 #include "trading/TradingDate.h"
 
 #include <cstdint>
@@ -25,6 +26,12 @@ struct Bar
 inline Trading::TradingDate dayOf(const Bar &bar)
 {
     return Trading::TradingDate::ofNumber(bar.date).value();
+}
+
+/// When a bar of a minute ends; requires one that does so at a time of a clock.
+inline Trading::ClockTime endOf(const Bar &bar)
+{
+    return Trading::ClockTime::ofMinute(bar.minute).value();
 }
 
 /// Oldest bar first.

@@ -31,9 +31,9 @@ QString codesOf(const Securities &securities)
 }
 
 /// The last bar before `day`; a bar without a date when there is none.
-Bar lastBefore(std::int32_t day, const Bars &bars)
+Bar lastBefore(Trading::TradingDate day, const Bars &bars)
 {
-    const auto next = std::lower_bound(bars.begin(), bars.end(), day,
+    const auto next = std::lower_bound(bars.begin(), bars.end(), day.number(),
                                        [](const Bar &bar, std::int32_t date) { return bar.date < date; });
     return next == bars.begin() ? Bar() : *std::prev(next);
 }
@@ -55,23 +55,24 @@ Loaded<DataFolder> DataFolder::open(const QString &path)
     return folder;
 }
 
-std::vector<std::int32_t> DataFolder::minuteDays(const QString &code) const
+std::vector<Trading::TradingDate> DataFolder::minuteDays(const QString &code) const
 {
     const QRegularExpression name(
         QStringLiteral("^%1_(\\d{8})\\.csv$").arg(QRegularExpression::escape(code)));
-    std::vector<std::int32_t> days;
+    std::vector<Trading::TradingDate> days;
     const QStringList files =
         QDir(m_dir.filePath(QStringLiteral("minute"))).entryList(QDir::Files, QDir::Name);
     for (const QString &file : files) {
         const QRegularExpressionMatch match = name.match(file);
         if (const auto day = Trading::TradingDate::ofText(match.captured(1))) {
-            days.push_back(day->number());
+            days.push_back(*day);
         }
     }
     return days;
 }
 
-Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period, std::int32_t day) const
+Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period,
+                                   std::optional<Trading::TradingDate> day) const
 {
     const Security *const security = findSecurity(m_securities, code);
     if (security == nullptr) {
@@ -84,12 +85,13 @@ Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period, std:
     }
     ChartData data{*security, period, bars.value()};
     if (period == ChartPeriod::Minute) {
-        data.previousClose = closeBefore(code, data.bars.front().date);
+        data.previousClose = closeBefore(code, dayOf(data.bars.front()));
     }
     return data;
 }
 
-Loaded<Bars> DataFolder::loadBars(const QString &code, ChartPeriod period, std::int32_t day) const
+Loaded<Bars> DataFolder::loadBars(const QString &code, ChartPeriod period,
+                                  std::optional<Trading::TradingDate> day) const
 {
     if (period == ChartPeriod::Minute) {
         return loadMinutes(code, day);
@@ -106,33 +108,33 @@ QString DataFolder::dailyFile(const QString &code) const
     return m_dir.filePath(QStringLiteral("daily/%1.csv").arg(code));
 }
 
-Bars DataFolder::lastRecordedDayBefore(const QString &code, std::int32_t day) const
+Bars DataFolder::lastRecordedDayBefore(const QString &code, Trading::TradingDate day) const
 {
-    const std::vector<std::int32_t> days = minuteDays(code);
+    const std::vector<Trading::TradingDate> days = minuteDays(code);
     const auto next = std::lower_bound(days.begin(), days.end(), day);
     return next == days.begin() ? Bars() : loadMinutes(code, *std::prev(next)).value();
 }
 
-std::optional<double> DataFolder::closeBefore(const QString &code, std::int32_t day) const
+std::optional<double> DataFolder::closeBefore(const QString &code, Trading::TradingDate day) const
 {
     const Bar daily = lastBefore(day, readDailyBars(dailyFile(code)).value());
     const Bar minute = lastBefore(day, lastRecordedDayBefore(code, day));
     const Bar &last = minute.date > daily.date ? minute : daily;
-    const auto wanted = Trading::TradingDate::ofNumber(day);
-    const bool isRecent = last.date > 0 && wanted && *wanted <= dayOf(last).plusDays(longestClosure);
+    const bool isRecent = last.date > 0 && day <= dayOf(last).plusDays(longestClosure);
     return isRecent ? std::optional(last.close) : std::nullopt;
 }
 
-Loaded<Bars> DataFolder::loadMinutes(const QString &code, std::int32_t day) const
+Loaded<Bars> DataFolder::loadMinutes(const QString &code, std::optional<Trading::TradingDate> day) const
 {
-    const std::vector<std::int32_t> days = minuteDays(code);
-    if (day == 0 && !days.empty()) {
+    const std::vector<Trading::TradingDate> days = minuteDays(code);
+    if (!day && !days.empty()) {
         day = days.back();
     }
-    if (!Trading::TradingDate::ofNumber(day)) {
+    if (!day) {
         return Loaded<Bars>::failure(text("%1: there are no minute bars of %2").arg(m_dir.path(), code));
     }
-    auto minutes = readMinuteBars(m_dir.filePath(QStringLiteral("minute/%1_%2.csv").arg(code).arg(day)), day);
+    const QString file = m_dir.filePath(QStringLiteral("minute/%1_%2.csv").arg(code, day->text()));
+    auto minutes = readMinuteBars(file, day->number());
     return minutes ? Loaded<Bars>(withAuctionBar(minutes.value())) : minutes;
 }
 

@@ -3,6 +3,7 @@
 #include "terminal/data/Bar.h"
 #include "terminal/data/ChartPeriod.h"
 #include "terminal/data/SecurityList.h"
+#include "trading/TradingDate.h"
 
 #include <QDir>
 
@@ -32,23 +33,25 @@ public:
 
     const Securities &securities() const { return m_securities; }
 
-    /// The recorded days of `code` as yyyymmdd, oldest first.
-    std::vector<std::int32_t> minuteDays(const QString &code) const;
+    /// The recorded days of `code`, oldest first.
+    std::vector<Trading::TradingDate> minuteDays(const QString &code) const;
 
-    /// Loads the bars of a security. `day` (yyyymmdd) names the day of a minute chart, 0 meaning the
+    /// Loads the bars of a security. `day` names the day of a minute chart, nothing meaning the
     /// last recorded one; other periods ignore it.
-    Loaded<ChartData> load(const QString &code, ChartPeriod period, std::int32_t day) const;
+    Loaded<ChartData> load(const QString &code, ChartPeriod period,
+                           std::optional<Trading::TradingDate> day = {}) const;
 
     /// The last price of the trading day before `day`, by which a day's price limits go: from the daily
     /// bars or from the minutes of a recorded day, whichever day is later. Null where the folder has no
     /// bar within the longest closure of the exchange before `day`: an older price says nothing.
-    std::optional<double> closeBefore(const QString &code, std::int32_t day) const;
+    std::optional<double> closeBefore(const QString &code, Trading::TradingDate day) const;
 
 private:
     QString dailyFile(const QString &code) const;
-    Bars lastRecordedDayBefore(const QString &code, std::int32_t day) const;
-    Loaded<Bars> loadBars(const QString &code, ChartPeriod period, std::int32_t day) const;
-    Loaded<Bars> loadMinutes(const QString &code, std::int32_t day) const;
+    Bars lastRecordedDayBefore(const QString &code, Trading::TradingDate day) const;
+    Loaded<Bars> loadBars(const QString &code, ChartPeriod period,
+                          std::optional<Trading::TradingDate> day) const;
+    Loaded<Bars> loadMinutes(const QString &code, std::optional<Trading::TradingDate> day) const;
 
     QDir m_dir;
     Securities m_securities;

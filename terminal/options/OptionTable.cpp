@@ -5,7 +5,6 @@
 #include "terminal/replay/Replay.h"
 
 #include <QCoreApplication>
-#include <QDate>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -104,9 +103,8 @@ Choices<QString> languages()
 
 QString takeDay(const QString &value, TerminalOptions *options)
 {
-    const QDate date = QDate::fromString(value, QStringLiteral("yyyyMMdd"));
-    options->day = value.toInt();
-    return date.isValid() ? QString() : text("a date of the form yyyymmdd");
+    options->day = Trading::TradingDate::ofText(value);
+    return options->day ? QString() : text("a date of the form yyyymmdd");
 }
 
 QString takeOverlays(const QString &value, TerminalOptions *options)
@@ -148,7 +146,7 @@ QString takeReplay(const QString &value, TerminalOptions *options)
 QString takeReplayTo(const QString &value, TerminalOptions *options)
 {
     options->replayTo = readTradingMinute(value);
-    return options->replayTo != 0 ? QString() : text("a trading minute as hhmm, e.g. 1000");
+    return options->replayTo ? QString() : text("a trading minute as hhmm, e.g. 1000");
 }
 
 QString takeOrder(const QString &value, TerminalOptions *options)

@@ -62,8 +62,8 @@ QString settleReplay(const QCommandLineParser &parser, TerminalOptions *options)
         return text("--replay plays minutes: --period must be minute or be left out");
     }
     options->period = ChartPeriod::Minute;
-    if (options->replayTo == 0 && !options->snapshotFile.isEmpty()) {
-        options->replayTo = lastTradingMinute;
+    if (!options->replayTo && !options->snapshotFile.isEmpty()) {
+        options->replayTo = Trading::ClockTime::ofMinute(lastTradingMinute);
     }
     return {};
 }

@@ -4,6 +4,8 @@
 #include "terminal/data/ChartPeriod.h"
 #include "terminal/data/Loaded.h"
 #include "terminal/replay/PlannedOrder.h"
+#include "trading/ClockTime.h"
+#include "trading/TradingDate.h"
 
 #include <QMap>
 #include <QSize>
@@ -11,6 +13,7 @@
 #include <QStringList>
 
 #include <chrono>
+#include <optional>
 
 namespace Terminal {
 
@@ -20,8 +23,8 @@ struct TerminalOptions
     QString dataFolder;
     QString code; ///< empty: the first security of the data folder
     ChartPeriod period = ChartPeriod::Day;
-    int day = 0;          ///< of a minute chart, yyyymmdd; 0: the last recorded one
-    QStringList overlays; ///< words of overlayKinds
+    std::optional<Trading::TradingDate> day; ///< of a minute chart; nothing: the last recorded one
+    QStringList overlays;                    ///< words of overlayKinds
     QString pluginFile;
     QString moduleProgram;
     QString ledger; ///< empty: no trading module is started
@@ -35,9 +38,10 @@ struct TerminalOptions
     std::chrono::seconds refresh{3};  ///< after which overlays ask for their data again
     std::chrono::seconds timeout{20}; ///< that a snapshot waits for the overlays' data
     int replaySpeed = 0;              ///< 1–600: the recorded day is played as today; 0: it is not
-    int replayTo = 0;                 ///< minutes since midnight that are played at once; 0: none
-    OrderPlan orders;                 ///< placed while the day is played
-    QStringList given;                ///< names of the options that the command line has
+    /// The replayed day is played at once up to this; nothing: it is played from its beginning.
+    std::optional<Trading::ClockTime> replayTo;
+    OrderPlan orders;  ///< placed while the day is played
+    QStringList given; ///< names of the options that the command line has
 };
 
 enum class OptionsEnd { Run, ShowHelp, ShowVersion };

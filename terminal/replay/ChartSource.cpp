@@ -13,33 +13,33 @@ bool ChartSource::replays(const QString &code) const
     return m_replay->state() != Replay::State::Closed && m_replay->security().code == code;
 }
 
-std::int32_t ChartSource::replayedDate() const
+Trading::TradingDate ChartSource::replayedDate() const
 {
-    return m_replay->day().front().date;
+    return dayOf(m_replay->day().front());
 }
 
-std::vector<std::int32_t> ChartSource::minuteDays(const QString &code) const
+std::vector<Trading::TradingDate> ChartSource::minuteDays(const QString &code) const
 {
-    std::vector<std::int32_t> days = m_folder.minuteDays(code);
+    std::vector<Trading::TradingDate> days = m_folder.minuteDays(code);
     if (replays(code)) {
         days.push_back(replayedDate());
     }
     return days;
 }
 
-bool ChartSource::isReplayed(const QString &code, std::int32_t day) const
+bool ChartSource::isReplayed(const QString &code, Trading::TradingDate day) const
 {
     return replays(code) && day == replayedDate();
 }
 
-Loaded<ChartData> ChartSource::load(const QString &code, ChartPeriod period, std::int32_t day) const
+Loaded<ChartData> ChartSource::load(const QString &code, ChartPeriod period,
+                                    std::optional<Trading::TradingDate> day) const
 {
-    const bool isToday =
-        period == ChartPeriod::Minute && (isReplayed(code, day) || (day == 0 && replays(code)));
+    const bool isToday = period == ChartPeriod::Minute && replays(code) && (!day || *day == replayedDate());
     return isToday ? m_replay->today() : m_folder.load(code, period, day);
 }
 
-std::optional<double> ChartSource::closeBefore(const QString &code, std::int32_t day) const
+std::optional<double> ChartSource::closeBefore(const QString &code, Trading::TradingDate day) const
 {
     return isReplayed(code, day) ? m_replay->previousClose() : m_folder.closeBefore(code, day);
 }

@@ -2,7 +2,6 @@
 
 #include "terminal/data/DataFolder.h"
 
-#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -19,19 +18,20 @@ public:
 
     const Securities &securities() const { return m_folder.securities(); }
 
-    /// The recorded days of `code` as yyyymmdd, oldest first; today is the last one while it is replayed.
-    std::vector<std::int32_t> minuteDays(const QString &code) const;
+    /// The recorded days of `code`, oldest first; today is the last one while it is replayed.
+    std::vector<Trading::TradingDate> minuteDays(const QString &code) const;
 
     /// As DataFolder::load; the last day of a minute chart is today while it is replayed.
-    Loaded<ChartData> load(const QString &code, ChartPeriod period, std::int32_t day) const;
+    Loaded<ChartData> load(const QString &code, ChartPeriod period,
+                           std::optional<Trading::TradingDate> day = {}) const;
 
     /// As DataFolder::closeBefore; before a replayed today it is the close before the recorded day.
-    std::optional<double> closeBefore(const QString &code, std::int32_t day) const;
+    std::optional<double> closeBefore(const QString &code, Trading::TradingDate day) const;
 
 private:
     bool replays(const QString &code) const;
-    bool isReplayed(const QString &code, std::int32_t day) const;
-    std::int32_t replayedDate() const;
+    bool isReplayed(const QString &code, Trading::TradingDate day) const;
+    Trading::TradingDate replayedDate() const;
 
     DataFolder m_folder;
     const Replay *m_replay;

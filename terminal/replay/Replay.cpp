@@ -19,15 +19,15 @@ Replay::Replay(QObject *parent) : QObject(parent)
     connect(&m_minute, &QTimer::timeout, this, &Replay::step);
 }
 
-bool Replay::open(const ChartData &day, std::int32_t today)
+bool Replay::open(const ChartData &day, Trading::TradingDate today)
 {
     if (day.period != ChartPeriod::Minute || day.bars.empty()) {
         return false; // a bar of a day is no minute of any
     }
     m_day = day;
-    m_recordedDate = day.bars.front().date;
+    m_recordedDate = dayOf(day.bars.front());
     for (Bar &bar : m_day.bars) {
-        bar.date = today;
+        bar.date = today.number();
     }
     setState(State::Paused);
     restart();
@@ -75,10 +75,10 @@ void Replay::step()
     complete(m_completed + 1);
 }
 
-void Replay::playTo(int minute)
+void Replay::playTo(Trading::ClockTime time)
 {
-    const auto end = std::upper_bound(m_day.bars.begin(), m_day.bars.end(), minute,
-                                      [](int time, const Bar &bar) { return time < bar.minute; });
+    const auto end = std::upper_bound(m_day.bars.begin(), m_day.bars.end(), time.minute(),
+                                      [](int minute, const Bar &bar) { return minute < bar.minute; });
     complete(static_cast<size_t>(end - m_day.bars.begin()));
 }
 

@@ -5,7 +5,6 @@
 #include <QTimer>
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 
 namespace Terminal {
@@ -32,9 +31,9 @@ public:
 
     explicit Replay(QObject *parent);
 
-    /// Takes the minutes of a recorded day, moves them to `today` (yyyymmdd) and begins, paused. False, and
+    /// Takes the minutes of a recorded day, moves them to `today` and begins, paused. False, and
     /// nothing changes, when `day` has no bars or others than minutes.
-    bool open(const ChartData &day, std::int32_t today);
+    bool open(const ChartData &day, Trading::TradingDate today);
 
     /// Forgets the day.
     void close();
@@ -48,8 +47,8 @@ public:
     /// Completes one bar.
     void step();
 
-    /// Completes all bars up to the one of `minute` (minutes since midnight) at once.
-    void playTo(int minute);
+    /// Completes all bars at once that end at `time` or before.
+    void playTo(Trading::ClockTime time);
 
     /// Held between slowest and fastest. The minute that is under way begins anew with it.
     void setSpeed(int speed);
@@ -65,7 +64,8 @@ public:
     size_t completed() const { return m_completed; }
 
     const Security &security() const { return m_day.security; }
-    std::int32_t recordedDate() const { return m_recordedDate; }
+    /// Nothing before a day was opened; kept when it is closed.
+    std::optional<Trading::TradingDate> recordedDate() const { return m_recordedDate; }
     /// The close of the trading day before the recorded one.
     std::optional<double> previousClose() const { return m_day.previousClose; }
 
@@ -85,7 +85,7 @@ private:
     bool hasMore() const { return m_completed < m_day.bars.size(); }
 
     ChartData m_day;
-    std::int32_t m_recordedDate = 0;
+    std::optional<Trading::TradingDate> m_recordedDate;
     size_t m_completed = 0;
     State m_state = State::Closed;
     int m_speed = 60;

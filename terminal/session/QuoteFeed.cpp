@@ -4,7 +4,6 @@
 #include "terminal/replay/Replay.h"
 #include "terminal/trade/OrderDesk.h"
 #include "tradechartobject/common/TradeVocabulary.h"
-#include "trading/ClockTime.h"
 #include "trading/ModuleVocabulary.h"
 #include "trading/Question.h"
 
@@ -30,12 +29,6 @@ QString numberText(double number)
     return QString::number(number, 'f', QLocale::FloatingPointShortest);
 }
 
-/// When a bar ends; minutes of a trading day are times of a clock.
-QString timeOf(const Bar &bar)
-{
-    return Trading::ClockTime::ofMinute(bar.minute).value().text();
-}
-
 } // namespace
 
 QJsonObject quoteOf(const Security &security, const Bar &bar, std::optional<double> previousClose)
@@ -44,7 +37,7 @@ QJsonObject quoteOf(const Security &security, const Bar &bar, std::optional<doub
         {key(STKCODE), security.code},
         {key(MARKET), Trading::marketLetters(security.market)},
         {key(QuoteFields::DATE), QString::number(bar.date)},
-        {key(QuoteFields::TIME), timeOf(bar)},
+        {key(QuoteFields::TIME), endOf(bar).text()},
         {key(QuoteFields::OPEN), numberText(bar.open)},
         {key(QuoteFields::HIGH), numberText(bar.high)},
         {key(QuoteFields::LOW), numberText(bar.low)},
@@ -88,9 +81,8 @@ void QuoteFeed::takeBar(const Bar &bar)
     const QJsonObject quote = quoteOf(m_replay->security(), bar, m_replay->previousClose());
     m_endPoint->sendMessage(Trading::Channel::MARKET, Trading::Topic::QUOTE,
                             QJsonDocument(quote).toJson(QJsonDocument::Compact));
-    const auto due = std::stable_partition(m_plan.begin(), m_plan.end(), [&bar](const PlannedOrder &order) {
-        return order.minute > bar.minute;
-    });
+    const auto due = std::stable_partition(
+        m_plan.begin(), m_plan.end(), [&bar](const PlannedOrder &order) { return order.time > endOf(bar); });
     const OrderPlan orders(due, m_plan.end());
     m_plan.erase(due, m_plan.end());
     for (const PlannedOrder &order : orders) {

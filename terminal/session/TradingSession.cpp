@@ -43,7 +43,7 @@ void TradingSession::join()
 
 bool TradingSession::openReplay(const ChartData &day)
 {
-    return m_replay.open(day, Trading::TradingDate::today().number());
+    return m_replay.open(day, Trading::TradingDate::today());
 }
 
 BusGates TradingSession::gates()
@@ -102,7 +102,9 @@ void TradingSession::playAtOnce()
 {
     if (replays()) {
         m_replay.restart();
-        m_replay.playTo(m_plan.replayTo);
+        if (m_plan.replayTo) {
+            m_replay.playTo(*m_plan.replayTo);
+        }
     }
 }
 

@@ -23,7 +23,8 @@ namespace Terminal {
 struct DayPlan
 {
     int replaySpeed = 0; ///< Replay::slowest to fastest; 0: no day is replayed by itself
-    int replayTo = 0;    ///< minutes since midnight that are played at once; 0: none
+    /// The day is played at once up to this; nothing: it is played from its beginning.
+    std::optional<Trading::ClockTime> replayTo;
     OrderPlan orders;    ///< placed while the day is played
     bool playsOn = true; ///< after that, minute by minute
     /// False: a replay waits for the trading module as long as it takes, for it is to take the replay's

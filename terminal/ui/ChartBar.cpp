@@ -1,7 +1,6 @@
 #include "terminal/ui/ChartBar.h"
 
 #include "terminal/ui/ViewMenu.h"
-#include "trading/TradingDate.h"
 
 #include <QActionGroup>
 #include <QComboBox>
@@ -39,8 +38,9 @@ void ChartBar::addSecurities(const Securities &securities)
         m_securities->addItem(security.code + QStringLiteral("  ") + security.name, security.code);
     }
     addWidget(m_securities);
-    connect(m_securities, QOverload<int>::of(&QComboBox::activated), this,
-            [this](int row) { Q_EMIT chartAsked(m_securities->itemData(row).toString(), m_period, 0); });
+    connect(m_securities, QOverload<int>::of(&QComboBox::activated), this, [this](int row) {
+        Q_EMIT chartAsked(m_securities->itemData(row).toString(), m_period, std::nullopt);
+    });
 }
 
 void ChartBar::addPeriods()
@@ -50,7 +50,8 @@ void ChartBar::addPeriods()
         action->setCheckable(true);
         action->setData(static_cast<int>(period));
         addAction(action);
-        connect(action, &QAction::triggered, this, [this, period] { Q_EMIT chartAsked(code(), period, 0); });
+        connect(action, &QAction::triggered, this,
+                [this, period] { Q_EMIT chartAsked(code(), period, std::nullopt); });
     }
 }
 
@@ -59,7 +60,8 @@ void ChartBar::addDays()
     m_days->setObjectName(QStringLiteral("shortChoice"));
     m_daysAction = addWidget(m_days);
     connect(m_days, QOverload<int>::of(&QComboBox::activated), this, [this](int row) {
-        Q_EMIT chartAsked(code(), ChartPeriod::Minute, m_days->itemData(row).toInt());
+        const int day = m_days->itemData(row).toInt();
+        Q_EMIT chartAsked(code(), ChartPeriod::Minute, Trading::TradingDate::ofNumber(day));
     });
 }
 
@@ -104,7 +106,7 @@ QString ChartBar::code() const
     return m_securities->currentData().toString();
 }
 
-void ChartBar::showChart(const ChartData &shown, const std::vector<std::int32_t> &days)
+void ChartBar::showChart(const ChartData &shown, const std::vector<Trading::TradingDate> &days)
 {
     m_period = shown.period;
     m_securities->setCurrentIndex(m_securities->findData(shown.security.code));
@@ -112,8 +114,8 @@ void ChartBar::showChart(const ChartData &shown, const std::vector<std::int32_t>
         action->setChecked(action->data().toInt() == static_cast<int>(shown.period));
     }
     m_days->clear();
-    for (const std::int32_t day : days) {
-        m_days->addItem(Trading::TradingDate::ofNumber(day).value().dashedText(), day);
+    for (const Trading::TradingDate day : days) {
+        m_days->addItem(day.dashedText(), day.number());
     }
     m_daysAction->setVisible(shown.period == ChartPeriod::Minute);
     if (!shown.bars.empty()) {

@@ -3,11 +3,12 @@
 #include "terminal/data/DataFolder.h"
 #include "terminal/options/TerminalOptions.h"
 #include "terminal/plugin/OverlayKind.h"
+#include "trading/TradingDate.h"
 
 #include <QStringList>
 #include <QToolBar>
 
-#include <cstdint>
+#include <optional>
 #include <vector>
 
 class QAction;
@@ -29,7 +30,7 @@ public:
     ChartBar(const Securities &securities, const TerminalOptions &options, QWidget *parent = nullptr);
 
     /// Shows the choices that lead to this chart; `days` are the recorded ones of its security.
-    void showChart(const ChartData &shown, const std::vector<std::int32_t> &days);
+    void showChart(const ChartData &shown, const std::vector<Trading::TradingDate> &days);
 
     /// Overlays can be chosen from now on.
     void enableOverlays();
@@ -43,8 +44,8 @@ public:
     ViewMenu *view() const { return m_view; }
 
 Q_SIGNALS:
-    /// Another chart is wanted; `day` is 0 for the last recorded one.
-    void chartAsked(const QString &code, ChartPeriod period, std::int32_t day);
+    /// Another chart is wanted; `day` is nothing for the last recorded one.
+    void chartAsked(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day);
     void overlayToggled(const OverlayKind &kind, bool shown);
     void hidingToggled(bool hidesAmounts);
 

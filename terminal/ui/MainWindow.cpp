@@ -11,7 +11,6 @@
 #include "terminal/ui/ChartBar.h"
 #include "terminal/ui/ReplayBar.h"
 #include "terminal/ui/ViewMenu.h"
-#include "trading/TradingDate.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -27,7 +26,7 @@ namespace {
 TradeDocks::CloseBefore closeBeforeToday(const ChartSource &source)
 {
     return [&source](const ChartData &shown) {
-        return source.closeBefore(shown.security.code, Trading::TradingDate::today().number());
+        return source.closeBefore(shown.security.code, Trading::TradingDate::today());
     };
 }
 
@@ -162,7 +161,7 @@ void MainWindow::setAmountsHidden(bool hidden)
     }
 }
 
-void MainWindow::loadOrTell(const QString &code, ChartPeriod period, std::int32_t day)
+void MainWindow::loadOrTell(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day)
 {
     if (!load(code, period, day)) {
         m_prompts.show(m_loadError);
@@ -170,7 +169,7 @@ void MainWindow::loadOrTell(const QString &code, ChartPeriod period, std::int32_
     }
 }
 
-bool MainWindow::load(const QString &code, ChartPeriod period, std::int32_t day)
+bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day)
 {
     const auto loaded = m_session->source().load(code, period, day);
     m_loadError = loaded.error();
@@ -212,7 +211,8 @@ void MainWindow::setReplaying(bool on)
         m_trade->setShown(true); // a replay is there to be traded on
     }
     if (on || showedReplay) {
-        loadOrTell(shown.security.code, ChartPeriod::Minute, on ? 0 : m_session->replay()->recordedDate());
+        loadOrTell(shown.security.code, ChartPeriod::Minute,
+                   on ? std::nullopt : m_session->replay()->recordedDate());
     }
 }
 

@@ -6,12 +6,12 @@
 #include "terminal/services/Gate.h"
 #include "terminal/ui/InterfaceLanguage.h"
 #include "terminal/ui/WindowPrompts.h"
+#include "trading/TradingDate.h"
 
 #include <QByteArray>
 #include <QMainWindow>
 #include <QString>
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -37,9 +37,9 @@ public:
     MainWindow(TradingSession *session, const TerminalOptions &options, QWidget *parent = nullptr);
     ~MainWindow() override;
 
-    /// Shows another security, period or day (0: the last recorded). False when its bars cannot be
+    /// Shows another security, period or day (nothing: the last recorded). False when its bars cannot be
     /// loaded; then nothing changes and loadError() says why.
-    bool load(const QString &code, ChartPeriod period, std::int32_t day);
+    bool load(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day = {});
     QString loadError() const { return m_loadError; }
 
     /// The options that would show what the window shows now.
@@ -80,7 +80,7 @@ private:
     void setUpView();
     void setUpReplay();
     void wireSession();
-    void loadOrTell(const QString &code, ChartPeriod period, std::int32_t day);
+    void loadOrTell(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day);
     void showChoices();
     void setAmountsHidden(bool hidden);
     void applyTheme();

@@ -29,7 +29,7 @@ QString speedText(int speed)
 QString recordedTime(const Replay &replay)
 {
     Bar bar = replay.day()[replay.completed() - 1];
-    bar.date = replay.recordedDate();
+    bar.date = replay.recordedDate().value().number();
     return timeText(bar);
 }
 
@@ -117,7 +117,7 @@ void ReplayBar::playToChosenMinute(int bar)
 {
     const Bars &day = m_replay->day();
     if (static_cast<size_t>(bar) < day.size()) { // the day may have ended in the user's hand
-        m_replay->playTo(day[static_cast<size_t>(bar)].minute);
+        m_replay->playTo(endOf(day[static_cast<size_t>(bar)]));
     }
     showProgress();
 }

@@ -2,6 +2,7 @@
 #include "terminal/data/BarAggregation.h"
 #include "terminal/data/TradingHours.h"
 #include "tests/terminal/support/DataFiles.h"
+#include "tests/terminal/support/DayAndTime.h"
 
 #include <gmock/gmock.h>
 
@@ -25,7 +26,7 @@ TEST_F(DataFolderOfExamples, LoadsEveryPeriodOfEverySecurity)
 {
     for (const Security &security : m_folder.securities()) {
         for (const ChartPeriod period : chartPeriods) {
-            const auto loaded = m_folder.load(security.code, period, 0);
+            const auto loaded = m_folder.load(security.code, period);
             EXPECT_TRUE(loaded) << qPrintable(loaded.error());
         }
     }
@@ -34,10 +35,10 @@ TEST_F(DataFolderOfExamples, LoadsEveryPeriodOfEverySecurity)
 TEST_F(DataFolderOfExamples, MakesEveryRecordedDayAFullDay)
 {
     for (const Security &security : m_folder.securities()) {
-        for (const std::int32_t date : m_folder.minuteDays(security.code)) {
-            const auto loaded = m_folder.load(security.code, ChartPeriod::Minute, date);
+        for (const Trading::TradingDate day : m_folder.minuteDays(security.code)) {
+            const auto loaded = m_folder.load(security.code, ChartPeriod::Minute, day);
             ASSERT_TRUE(loaded) << qPrintable(loaded.error());
-            EXPECT_EQ(loaded.value().bars.size(), static_cast<size_t>(minutesOfTradingDay)) << date;
+            EXPECT_EQ(loaded.value().bars.size(), static_cast<size_t>(minutesOfTradingDay)) << day.number();
         }
     }
 }
@@ -51,15 +52,15 @@ TEST_F(DataFolderOfExamples, KeepsTheVolumeInWeeksAndMonths)
         }
         return volume;
     };
-    const Bars days = m_folder.load(QStringLiteral("600519"), ChartPeriod::Day, 0).value().bars;
+    const Bars days = m_folder.load(QStringLiteral("600519"), ChartPeriod::Day).value().bars;
     EXPECT_DOUBLE_EQ(sum(toWeeks(days)), sum(days));
     EXPECT_DOUBLE_EQ(sum(toMonths(days)), sum(days));
 }
 
 TEST_F(DataFolderOfExamples, HasTheCloseBeforeARecordedDay)
 {
-    const auto close = [this](const char *code, std::int32_t day) {
-        return m_folder.closeBefore(QLatin1String(code), day);
+    const auto close = [this](const char *code, int day) {
+        return m_folder.closeBefore(QLatin1String(code), onDay(day));
     };
     EXPECT_EQ(close("000001", 20180108), 13.30);   // of the Friday before
     EXPECT_EQ(close("600519", 20260327), 1401.18); // the daily bars end years before
@@ -68,7 +69,7 @@ TEST_F(DataFolderOfExamples, HasTheCloseBeforeARecordedDay)
 TEST_F(DataFolderOfExamples, BringsTheCloseBeforeWithTheMinutesOfADay)
 {
     const auto broughtWith = [this](ChartPeriod period) {
-        return m_folder.load(QStringLiteral("000001"), period, 20180108).value().previousClose;
+        return m_folder.load(QStringLiteral("000001"), period, onDay(20180108)).value().previousClose;
     };
     EXPECT_EQ(broughtWith(ChartPeriod::Minute), 13.30);
     EXPECT_EQ(broughtWith(ChartPeriod::Day), std::nullopt);
@@ -76,14 +77,14 @@ TEST_F(DataFolderOfExamples, BringsTheCloseBeforeWithTheMinutesOfADay)
 
 TEST_F(DataFolderOfExamples, HasNoCloseFromLongBeforeARecordedDay)
 {
-    EXPECT_EQ(m_folder.closeBefore(QStringLiteral("600519"), 20230201), std::nullopt);
-    EXPECT_EQ(m_folder.closeBefore(QStringLiteral("600519"), 20100104), std::nullopt);
-    EXPECT_EQ(m_folder.closeBefore(QStringLiteral("999999"), 20180108), std::nullopt);
+    EXPECT_EQ(m_folder.closeBefore(QStringLiteral("600519"), onDay(20230201)), std::nullopt);
+    EXPECT_EQ(m_folder.closeBefore(QStringLiteral("600519"), onDay(20100104)), std::nullopt);
+    EXPECT_EQ(m_folder.closeBefore(QStringLiteral("999999"), onDay(20180108)), std::nullopt);
 }
 
 TEST_F(DataFolderOfExamples, NamesTheKnownCodesForAnUnknownOne)
 {
-    const auto loaded = m_folder.load(QStringLiteral("999999"), ChartPeriod::Day, 0);
+    const auto loaded = m_folder.load(QStringLiteral("999999"), ChartPeriod::Day);
     EXPECT_TRUE(loaded.error().contains(QStringLiteral("999999")));
     EXPECT_TRUE(loaded.error().contains(QStringLiteral("600519")));
 }
@@ -99,9 +100,9 @@ TEST_F(DataFolderOfAPath, KnowsNoMinutesOfADayThatIsNotInTheCalendar)
               "time,open,high,low,close,volume\n931,1,1,1,1,1\n");
     }
     const DataFolder opened = DataFolder::open(folder()).value();
-    EXPECT_THAT(opened.minuteDays(QStringLiteral("600519")), ::testing::ElementsAre(20240229));
-    EXPECT_TRUE(opened.load(QStringLiteral("600519"), ChartPeriod::Minute, 0));
-    EXPECT_FALSE(opened.load(QStringLiteral("600519"), ChartPeriod::Minute, 20240230));
+    EXPECT_THAT(opened.minuteDays(QStringLiteral("600519")), ::testing::ElementsAre(onDay(20240229)));
+    EXPECT_TRUE(opened.load(QStringLiteral("600519"), ChartPeriod::Minute));
+    EXPECT_FALSE(opened.load(QStringLiteral("600519"), ChartPeriod::Minute, onDay(20240228)));
 }
 
 TEST_F(DataFolderOfAPath, NamesAFolderThatIsNotThere)

@@ -92,7 +92,7 @@ TEST_F(OverlaysOnAWindow, EndsAnOverlayUnderItsOwnOpenListOnlyAfterTheListIsClos
     std::string whileOpen;
     whenOpen<QMenu>([&](QMenu *menu) {
         overlayLog();
-        m_window->load(QStringLiteral("000001"), ChartPeriod::Day, 0);
+        m_window->load(QStringLiteral("000001"), ChartPeriod::Day);
         whileOpen = overlayLog();
         menu->close();
     });
@@ -106,7 +106,7 @@ TEST_F(OverlaysOnAWindow, MakesTradesAnewForOtherBarsAndKeepsTheCostLine)
 {
     show({QStringLiteral("cost"), QStringLiteral("trades")});
     overlayLog();
-    m_window->load(QStringLiteral("600519"), ChartPeriod::Week, 0);
+    m_window->load(QStringLiteral("600519"), ChartPeriod::Week);
     const std::string log = overlayLog();
     EXPECT_EQ(countOf(log, "ended\ndestroyed\n"), 1);
     EXPECT_EQ(countOf(log, "made\n"), 1);
@@ -144,7 +144,7 @@ TEST_F(OverlaysOnAWindow, StandsWhenTheLibraryMakesAnOverlayNoMore)
 {
     show({QStringLiteral("trades")});
     setLibraryMakesOverlays(false);
-    load({QStringLiteral("600519"), ChartPeriod::Week, 0});
+    load({QStringLiteral("600519"), ChartPeriod::Week});
     setLibraryMakesOverlays(true);
     m_window->grab(); // the scale asks every overlay what it wishes
     EXPECT_FALSE(m_window->shownOptions().overlays.contains(QStringLiteral("trades"))) << "its button is up";

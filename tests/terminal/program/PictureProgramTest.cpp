@@ -124,7 +124,7 @@ TEST_P(ProgramInTheme, DrawsTheCostThatTheLedgerHas)
     options.size = QSize(1280, 720);
     TradingSession session(DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), {}, {});
     MainWindow window(&session, options);
-    ASSERT_TRUE(window.load(QStringLiteral("600519"), ChartPeriod::Day, 0));
+    ASSERT_TRUE(window.load(QStringLiteral("600519"), ChartPeriod::Day));
     window.grab();
     const QRect canvas(window.chart()->canvas()->mapTo(&window, QPoint()), window.chart()->canvas()->size());
     const ThemeKind kind = qstrcmp(GetParam(), "light") == 0 ? ThemeKind::Light : ThemeKind::Dark;

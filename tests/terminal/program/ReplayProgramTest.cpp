@@ -5,6 +5,7 @@
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
 #include "tests/support/TimeZone.h"
+#include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/Pixels.h"
 #include "tests/terminal/support/TerminalProgramFixture.h"
 
@@ -84,9 +85,9 @@ protected:
     {
         WindowOfThePicture()
         {
-            EXPECT_TRUE(window.load(QStringLiteral("600536"), ChartPeriod::Minute, 20230711));
+            EXPECT_TRUE(window.load(QStringLiteral("600536"), ChartPeriod::Minute, onDay(20230711)));
             window.setReplaying(true);
-            session.replay()->playTo(13 * 60 + 35);
+            session.replay()->playTo(atTime(1335));
             window.grab();
         }
 

@@ -1,5 +1,6 @@
 #include "terminal/options/TerminalOptions.h"
 #include "tests/support/ByName.h"
+#include "tests/terminal/support/DayAndTime.h"
 
 #include <gmock/gmock.h>
 
@@ -25,7 +26,7 @@ TEST(Options, AreReadFromTheCommandLine)
     const TerminalOptions &options = parsed.value().options;
     EXPECT_EQ(options.code, QStringLiteral("600519"));
     EXPECT_EQ(options.period, ChartPeriod::Minute);
-    EXPECT_EQ(options.day, 20230201);
+    EXPECT_EQ(options.day, onDay(20230201));
     EXPECT_EQ(options.overlays, QStringList({QStringLiteral("cost"), QStringLiteral("trades")}));
     EXPECT_EQ(options.theme, ThemeKind::Light);
     EXPECT_EQ(options.riseColour, RiseColour::Green);
@@ -47,7 +48,7 @@ TEST(Options, OfAReplayImplyAChartOfMinutes)
     const TerminalOptions &options = parsed.value().options;
     EXPECT_EQ(options.period, ChartPeriod::Minute);
     EXPECT_EQ(options.replaySpeed, 30);
-    EXPECT_EQ(options.replayTo, 600);
+    EXPECT_EQ(options.replayTo, atTime(1000));
     ASSERT_EQ(options.orders.size(), 2U);
     EXPECT_EQ(options.orders.back().quantity, 100);
 }
@@ -57,7 +58,7 @@ TEST(Options, PlayTheWholeDayForASnapshot)
     const auto parsed =
         parse(QStringLiteral("--data D --replay 30 --snapshot a.png").split(QLatin1Char(' ')));
     ASSERT_TRUE(parsed) << qPrintable(parsed.error());
-    EXPECT_EQ(parsed.value().options.replayTo, 15 * 60);
+    EXPECT_EQ(parsed.value().options.replayTo, atTime(1500));
 }
 
 TEST(Options, AskForTheDataFolderWhenThereIsNone)

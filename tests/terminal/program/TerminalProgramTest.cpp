@@ -59,7 +59,7 @@ TEST_F(RunWithSettings, OpensTheWindowAsItWasClosed)
                       toggle(window, QStringLiteral("Dark"));
                       toggle(window, QStringLiteral("Green rises"));
                       toggle(window, QStringLiteral("Hide amounts"));
-                      EXPECT_TRUE(window->load(QStringLiteral("600519"), ChartPeriod::Month, 0));
+                      EXPECT_TRUE(window->load(QStringLiteral("600519"), ChartPeriod::Month));
                   }),
               0);
     bool opened = false;

@@ -1,6 +1,7 @@
 // The charts that can be shown while a day is replayed.
 #include "terminal/replay/ChartSource.h"
 #include "terminal/replay/Replay.h"
+#include "tests/terminal/support/DayAndTime.h"
 
 #include <gmock/gmock.h>
 
@@ -9,7 +10,7 @@
 namespace Terminal {
 namespace {
 
-constexpr std::int32_t today = 20240105;
+constexpr Trading::TradingDate today = onDay(20240105);
 
 class ChartsBesideAReplay : public ::testing::Test
 {
@@ -17,18 +18,18 @@ protected:
     void open() { m_replay.open(m_day, today); }
 
     DataFolder m_folder = DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value();
-    ChartData m_day = m_folder.load(QStringLiteral("000001"), ChartPeriod::Minute, 20180108).value();
+    ChartData m_day = m_folder.load(QStringLiteral("000001"), ChartPeriod::Minute, onDay(20180108)).value();
     Replay m_replay{nullptr};
     const ChartSource m_source{m_folder, &m_replay};
 };
 
 TEST_F(ChartsBesideAReplay, IsTheLastDayOfItsSecurityWhileItIsReplayed)
 {
-    EXPECT_EQ(m_source.minuteDays(QStringLiteral("000001")).back(), 20180115);
+    EXPECT_EQ(m_source.minuteDays(QStringLiteral("000001")).back(), onDay(20180115));
     open();
     EXPECT_EQ(m_source.minuteDays(QStringLiteral("000001")).back(), today);
-    EXPECT_EQ(m_source.minuteDays(QStringLiteral("600519")).back(), 20260327);
-    for (const std::int32_t day : {0, today}) {
+    EXPECT_EQ(m_source.minuteDays(QStringLiteral("600519")).back(), onDay(20260327));
+    for (const auto day : {std::optional<Trading::TradingDate>(), std::optional(today)}) {
         const auto loaded = m_source.load(QStringLiteral("000001"), ChartPeriod::Minute, day);
         ASSERT_TRUE(loaded) << qPrintable(loaded.error());
         EXPECT_EQ(loaded.value().bars.size(), 1U);
@@ -38,20 +39,21 @@ TEST_F(ChartsBesideAReplay, IsTheLastDayOfItsSecurityWhileItIsReplayed)
 TEST_F(ChartsBesideAReplay, LeavesOtherChartsToTheFolder)
 {
     open();
-    const auto lastDate = [this](const char *code, ChartPeriod period, std::int32_t day) {
+    const auto lastDate = [this](const char *code, ChartPeriod period,
+                                 std::optional<Trading::TradingDate> day = {}) {
         return m_source.load(QLatin1String(code), period, day).value().bars.back().date;
     };
-    EXPECT_EQ(lastDate("000001", ChartPeriod::Minute, 20180108), 20180108);
-    EXPECT_EQ(lastDate("600519", ChartPeriod::Minute, 0), 20260327);
-    EXPECT_EQ(lastDate("000001", ChartPeriod::Day, 0), 20250905);
+    EXPECT_EQ(lastDate("000001", ChartPeriod::Minute, onDay(20180108)), 20180108);
+    EXPECT_EQ(lastDate("600519", ChartPeriod::Minute), 20260327);
+    EXPECT_EQ(lastDate("000001", ChartPeriod::Day), 20250905);
 }
 
 TEST_F(ChartsBesideAReplay, HasTheCloseBeforeItAlsoAsToday)
 {
-    const auto closeBefore = [this](std::int32_t day) {
-        return m_source.closeBefore(QStringLiteral("000001"), day);
+    const auto closeBefore = [this](int day) {
+        return m_source.closeBefore(QStringLiteral("000001"), onDay(day));
     };
-    m_replay.open(m_day, 20991231);
+    m_replay.open(m_day, onDay(20991231));
     EXPECT_EQ(closeBefore(20991231), 13.30);
     EXPECT_EQ(closeBefore(20180108), 13.30);
     EXPECT_EQ(closeBefore(20991230), std::nullopt);

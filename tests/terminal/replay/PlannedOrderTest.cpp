@@ -1,6 +1,7 @@
 // Orders of the command line.
 #include "terminal/replay/PlannedOrder.h"
 #include "tests/support/ByName.h"
+#include "tests/terminal/support/DayAndTime.h"
 
 #include <gmock/gmock.h>
 
@@ -11,7 +12,7 @@ TEST(PlannedOrder, IsReadFromItsFourWords)
 {
     const auto read = readPlannedOrder(QStringLiteral(" 1301 sell  2500 13.05"));
     ASSERT_TRUE(read) << qPrintable(read.error());
-    EXPECT_EQ(read.value().minute, 13 * 60 + 1);
+    EXPECT_EQ(read.value().time, atTime(1301));
     EXPECT_EQ(read.value().side, Direction::Sell);
     EXPECT_EQ(read.value().quantity, 2500);
     EXPECT_DOUBLE_EQ(read.value().price, 13.05);

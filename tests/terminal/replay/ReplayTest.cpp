@@ -2,6 +2,7 @@
 #include "terminal/replay/Replay.h"
 #include "terminal/data/TradingHours.h"
 #include "tests/support/WaitUntil.h"
+#include "tests/terminal/support/DayAndTime.h"
 
 #include <gmock/gmock.h>
 
@@ -15,7 +16,7 @@ using ::testing::ElementsAre;
 using ::testing::Field;
 using State = Replay::State;
 
-constexpr std::int32_t today = 20240105;
+constexpr Trading::TradingDate today = onDay(20240105);
 
 class RecordedDay : public ::testing::Test
 {
@@ -23,7 +24,7 @@ protected:
     RecordedDay()
     {
         m_folder = DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value();
-        m_day = m_folder.load(QStringLiteral("000001"), ChartPeriod::Minute, 20180108).value();
+        m_day = m_folder.load(QStringLiteral("000001"), ChartPeriod::Minute, onDay(20180108)).value();
         QObject::connect(&m_replay, &Replay::barCompleted, &m_replay, [this](const Bar &bar) {
             m_minutes.push_back(bar.minute);
             m_dates.push_back(bar.date);
@@ -47,14 +48,14 @@ TEST_F(RecordedDay, BeginsPausedWithTheOpeningAuction)
     open();
     EXPECT_EQ(m_replay.state(), State::Paused);
     EXPECT_THAT(m_minutes, ElementsAre(at(930)));
-    EXPECT_EQ(m_replay.recordedDate(), 20180108);
+    EXPECT_EQ(m_replay.recordedDate(), onDay(20180108));
     EXPECT_EQ(m_replay.previousClose(), 13.30);
 }
 
 TEST_F(RecordedDay, CompletesABarWithEveryStepAndPassesOverTheLunchBreak)
 {
     open();
-    m_replay.playTo(at(1129));
+    m_replay.playTo(atTime(1129));
     m_minutes.clear();
     m_replay.step();
     m_replay.step();
@@ -64,16 +65,16 @@ TEST_F(RecordedDay, CompletesABarWithEveryStepAndPassesOverTheLunchBreak)
 TEST_F(RecordedDay, HasEveryBarOfTheDayDatedToday)
 {
     open();
-    m_replay.playTo(at(1500));
+    m_replay.playTo(atTime(1500));
     EXPECT_EQ(m_minutes.size(), static_cast<size_t>(minutesOfTradingDay));
-    EXPECT_THAT(m_dates, Each(today));
-    EXPECT_THAT(m_replay.today().bars, Each(Field(&Bar::date, today)));
+    EXPECT_THAT(m_dates, Each(today.number()));
+    EXPECT_THAT(m_replay.today().bars, Each(Field(&Bar::date, today.number())));
 }
 
 TEST_F(RecordedDay, TellsOfEachBarButOnceOfAJump)
 {
     open();
-    m_replay.playTo(at(1000));
+    m_replay.playTo(atTime(1000));
     EXPECT_EQ(m_minutes.size(), 31U);
     EXPECT_EQ(m_advances, 2);
 }
@@ -81,15 +82,15 @@ TEST_F(RecordedDay, TellsOfEachBarButOnceOfAJump)
 TEST_F(RecordedDay, DoesNotGoBack)
 {
     open();
-    m_replay.playTo(at(1000));
-    m_replay.playTo(at(940));
+    m_replay.playTo(atTime(1000));
+    m_replay.playTo(atTime(940));
     EXPECT_EQ(m_replay.completed(), 31U);
 }
 
 TEST_F(RecordedDay, KeepsRoomForTheMinutesToCome)
 {
     open();
-    m_replay.playTo(at(1130));
+    m_replay.playTo(atTime(1130));
     const ChartData shown = m_replay.today();
     EXPECT_EQ(shown.bars.size(), 121U);
     ASSERT_EQ(shown.ahead.size(), 120U);
@@ -100,7 +101,7 @@ TEST_F(RecordedDay, KeepsRoomForTheMinutesToCome)
 TEST_F(RecordedDay, EndsWithItsLastBar)
 {
     open();
-    m_replay.playTo(at(1459));
+    m_replay.playTo(atTime(1459));
     m_replay.play();
     m_replay.step();
     EXPECT_EQ(m_replay.state(), State::Ended);
@@ -113,7 +114,7 @@ TEST_F(RecordedDay, EndsWithItsLastBar)
 TEST_F(RecordedDay, IsBegunAgainAfterItsEnd)
 {
     open();
-    m_replay.playTo(at(1500));
+    m_replay.playTo(atTime(1500));
     m_minutes.clear();
     m_replay.restart();
     EXPECT_EQ(m_replay.state(), State::Paused);
@@ -126,7 +127,7 @@ TEST_F(RecordedDay, GoesOnPlayingWhenItIsBegunAgain)
 {
     open();
     m_replay.setSpeed(600);
-    m_replay.playTo(at(1400));
+    m_replay.playTo(atTime(1400));
     m_replay.play();
     m_replay.restart();
     EXPECT_EQ(m_replay.state(), State::Playing);
@@ -174,7 +175,7 @@ TEST_F(RecordedDay, StopsWhenAListenerClosesIt)
             m_replay.close();
         }
     });
-    m_replay.playTo(at(1000));
+    m_replay.playTo(atTime(1000));
     EXPECT_EQ(m_replay.state(), State::Closed);
     EXPECT_EQ(m_minutes.back(), at(935));
     EXPECT_EQ(m_advances, 1); // of the first bar
@@ -185,7 +186,7 @@ TEST(ClosedReplay, DoesNothing)
     Replay replay(nullptr);
     replay.play();
     replay.step();
-    replay.playTo(900);
+    replay.playTo(atTime(1500));
     replay.restart();
     EXPECT_EQ(replay.state(), State::Closed);
     EXPECT_EQ(replay.completed(), 0U);
@@ -200,7 +201,7 @@ TEST_F(RecordedDay, KeepsTheCloseBeforeItOnTheChart)
 TEST_F(RecordedDay, IsMadeOfMinutesAndOfNothingElse)
 {
     for (const ChartPeriod period : {ChartPeriod::Day, ChartPeriod::Week, ChartPeriod::Month}) {
-        EXPECT_FALSE(m_replay.open(m_folder.load(QStringLiteral("000001"), period, 0).value(), today));
+        EXPECT_FALSE(m_replay.open(m_folder.load(QStringLiteral("000001"), period).value(), today));
     }
     m_day.bars.clear();
     EXPECT_FALSE(m_replay.open(m_day, today));

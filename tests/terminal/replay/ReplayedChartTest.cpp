@@ -1,4 +1,5 @@
 // A chart that grows with a replayed day.
+#include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/ReplayWindow.h"
 
 #include <gmock/gmock.h>
@@ -19,7 +20,7 @@ TEST_F(ReplayedChartInAWindow, GrowsWithoutMakingOverlaysAnew)
     QApplication::processEvents();
     overlayLog();
     replay()->step();
-    replay()->playTo(10 * 60);
+    replay()->playTo(atTime(1000));
     const std::string log = overlayLog();
     EXPECT_THAT(log, HasSubstr("calc 000001 2 21"));
     EXPECT_THAT(log, HasSubstr("calc 000001 31 21"));
@@ -32,7 +33,7 @@ TEST_F(ReplayedChartInAWindow, HasRoomForTheWholeDayFromTheFirstBarOn)
     m_window->setReplaying(true);
     const BarSpan atOpening = chart()->span();
     EXPECT_GE(atOpening.last, 240.5);
-    replay()->playTo(15 * 60);
+    replay()->playTo(atTime(1500));
     EXPECT_DOUBLE_EQ(chart()->span().last, atOpening.last);
     EXPECT_TRUE(chart()->data().ahead.empty());
 }
@@ -40,7 +41,7 @@ TEST_F(ReplayedChartInAWindow, HasRoomForTheWholeDayFromTheFirstBarOn)
 TEST_F(ReplayedChartInAWindow, LeavesTheViewOfOlderBarsAlone)
 {
     m_window->setReplaying(true);
-    replay()->playTo(10 * 60);
+    replay()->playTo(atTime(1000));
     chart()->setSpan({0, 20});
     replay()->step();
     EXPECT_DOUBLE_EQ(chart()->span().first, 0);
@@ -50,7 +51,7 @@ TEST_F(ReplayedChartInAWindow, LeavesTheViewOfOlderBarsAlone)
 TEST_F(ReplayedChartInAWindow, MovesTheViewAlongWithTheLastBar)
 {
     m_window->setReplaying(true);
-    replay()->playTo(10 * 60);
+    replay()->playTo(atTime(1000));
     chart()->setSpan({10.5, 30.5});
     replay()->step();
     EXPECT_DOUBLE_EQ(chart()->span().first, 11.5);
@@ -60,7 +61,7 @@ TEST_F(ReplayedChartInAWindow, MovesTheViewAlongWithTheLastBar)
 TEST_F(ReplayedChartInAWindow, BeginsTheDayAgain)
 {
     m_window->setReplaying(true);
-    replay()->playTo(10 * 60);
+    replay()->playTo(atTime(1000));
     replay()->restart();
     EXPECT_EQ(shownBars(), 1U);
     EXPECT_EQ(chart()->data().ahead.size(), 240U);

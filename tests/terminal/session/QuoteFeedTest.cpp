@@ -5,6 +5,7 @@
 #include "terminal/replay/Replay.h"
 #include "terminal/trade/OrderDesk.h"
 #include "tests/support/TestBroker.h"
+#include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/ScriptedModule.h"
 
 #include <gmock/gmock.h>
@@ -72,7 +73,8 @@ protected:
         m_desk.start(m_broker.address());
         ASSERT_TRUE(waitUntil([this] { return m_feed->isJoined(); }));
         const DataFolder folder = DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value();
-        m_replay.open(folder.load(QStringLiteral("000001"), ChartPeriod::Minute, 20180108).value(), 20240105);
+        m_replay.open(folder.load(QStringLiteral("000001"), ChartPeriod::Minute, onDay(20180108)).value(),
+                      onDay(20240105));
     }
 
     void hear(const QByteArray &topic, const QByteArray &payload)
@@ -104,7 +106,7 @@ protected:
 TEST_F(Feed, PublishesEveryBarInOrder)
 {
     open({});
-    m_replay.playTo(9 * 60 + 33);
+    m_replay.playTo(atTime(933));
     ASSERT_TRUE(hears(4));
     EXPECT_THAT(m_heard, ElementsAre(QStringLiteral("0930"), QStringLiteral("0931"), QStringLiteral("0932"),
                                      QStringLiteral("0933")));
@@ -112,8 +114,8 @@ TEST_F(Feed, PublishesEveryBarInOrder)
 
 TEST_F(Feed, PlacesAnOrderBetweenTheQuotesOfItsMinuteAndTheNext)
 {
-    open({{9 * 60 + 31, Direction::Sell, 500, 13.05}, {9 * 60 + 30, Direction::Buy, 100, 12.9}});
-    m_replay.playTo(9 * 60 + 32);
+    open({{atTime(931), Direction::Sell, 500, 13.05}, {atTime(930), Direction::Buy, 100, 12.9}});
+    m_replay.playTo(atTime(932));
     ASSERT_TRUE(hears(5));
     EXPECT_THAT(m_heard,
                 ElementsAre(QStringLiteral("0930"), QStringLiteral("0B 100 12.90"), QStringLiteral("0931"),
@@ -122,7 +124,7 @@ TEST_F(Feed, PlacesAnOrderBetweenTheQuotesOfItsMinuteAndTheNext)
 
 TEST_F(Feed, PlacesAnOrderOnce)
 {
-    open({{9 * 60 + 30, Direction::Buy, 100, 12.9}});
+    open({{atTime(930), Direction::Buy, 100, 12.9}});
     m_replay.restart();
     ASSERT_TRUE(hears(3));
     EXPECT_THAT(m_heard,
@@ -131,7 +133,7 @@ TEST_F(Feed, PlacesAnOrderOnce)
 
 TEST_F(Feed, ForgetsItsOrdersWithTheirDay)
 {
-    open({{9 * 60 + 31, Direction::Buy, 100, 12.9}});
+    open({{atTime(931), Direction::Buy, 100, 12.9}});
     m_replay.close();
     open({});
     m_replay.step();
@@ -143,7 +145,7 @@ TEST_F(Feed, TellsWhichOfItsOrdersIsRefusedAndNoneThatWasPlacedByHand)
 {
     m_module.setAnswer(QStringLiteral("EntrustPlace"), {{QStringLiteral("success"), false},
                                                         {QStringLiteral("msg"), QStringLiteral("no cash")}});
-    open({{9 * 60 + 31, Direction::Buy, 100, 12.9}});
+    open({{atTime(931), Direction::Buy, 100, 12.9}});
     QStringList refused;
     QObject::connect(m_feed.get(), &QuoteFeed::refused, &m_desk,
                      [&refused](const QString &reason) { refused.append(reason); });

@@ -2,6 +2,7 @@
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
+#include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/TradingWindow.h"
 
 namespace Terminal {
@@ -16,7 +17,8 @@ protected:
     void open(const OrderPlan &plan)
     {
         m_plan.orders = plan;
-        openWindow(QStringLiteral("orders"), {QStringLiteral("600536"), ChartPeriod::Minute, 20230711});
+        openWindow(QStringLiteral("orders"),
+                   {QStringLiteral("600536"), ChartPeriod::Minute, onDay(20230711)});
         ASSERT_TRUE(waitUntil([this] { return m_session->stage() == TradingSession::Stage::Trading; }));
         m_window->setReplaying(true);
         startOverlays();
@@ -28,12 +30,12 @@ protected:
         m_order = order;
     }
 
-    void playTo(int minute) { replay()->playTo(minute); }
+    void playTo(int hhmm) { replay()->playTo(atTime(hhmm)); }
 
     /// What the list of the orders at the marker says; nothing where there is no marker.
     std::string listed()
     {
-        const int bar = m_order.minute - 9 * 60 - 30;
+        const int bar = m_order.time.minute() - 9 * 60 - 30;
         const ChartGeometry &geometry = chart()->chartGeometry();
         const QPointF marker(geometry.barToX(bar), geometry.priceToY(m_order.price) + 8);
         return m_window->overlays()->isHit(marker)
@@ -51,29 +53,29 @@ protected:
 
 TEST_F(OrdersOfAReplay, WaitAndAreDealtWhenABarReachesThem)
 {
-    open({9 * 60 + 45, Direction::Buy, 3000, 50.70});
-    playTo(9 * 60 + 52); // the low of 09:52 is 50.71
+    open({atTime(945), Direction::Buy, 3000, 50.70});
+    playTo(952); // the low of 09:52 is 50.71
     EXPECT_TRUE(comesToSay("未成交")) << listed();
-    playTo(9 * 60 + 53);
+    playTo(953);
     EXPECT_TRUE(comesToSay("已成")) << listed();
 }
 
 TEST_F(OrdersOfAReplay, AreDealtInPartsWhereABarHasTooLittle)
 {
-    open({10 * 60 + 10, Direction::Buy, 12000, 50.86});
-    playTo(10 * 60 + 11); // a quarter of its volume of 35,600
+    open({atTime(1010), Direction::Buy, 12000, 50.86});
+    playTo(1011); // a quarter of its volume of 35,600
     EXPECT_TRUE(comesToSay("部成")) << listed();
     EXPECT_THAT(listed(), HasSubstr("8900"));
-    playTo(10 * 60 + 14);
+    playTo(1014);
     EXPECT_TRUE(comesToSay("已成")) << listed();
 }
 
 TEST_F(OrdersOfAReplay, AreBehindTheQuotesOfTheirMinuteWhenPlacedByHand)
 {
     open(OrderPlan());
-    playTo(9 * 60 + 53); // the low of 09:53 is 50.70
+    playTo(953); // the low of 09:53 is 50.70
     Q_EMIT m_window->trade()->ticket()->sendAsked({replay()->security(), Direction::Buy, 50.70, 300});
-    playTo(9 * 60 + 54);
+    playTo(954);
     ASSERT_TRUE(waitUntil([this] { return desk()->orders().size() == 1; }));
     EXPECT_EQ(desk()->orders().front().time.value().minute(), 9 * 60 + 53);
 }

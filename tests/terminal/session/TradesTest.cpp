@@ -13,7 +13,7 @@ protected:
     void SetUp() override
     {
         TradingWindow::SetUp();
-        openWindow(QStringLiteral("trades"), {QStringLiteral("600519"), ChartPeriod::Day, 0});
+        openWindow(QStringLiteral("trades"), {QStringLiteral("600519"), ChartPeriod::Day});
         startOverlays();
     }
 
@@ -78,8 +78,8 @@ TEST_F(TradesOnAChart, AreListedWithoutTheirQuantityWhileAmountsAreHidden)
 TEST_F(TradesOnAChart, AreListedOnceAfterTheChartWasOnAnotherPeriodAndBack)
 {
     ASSERT_TRUE(showDay(20211203));
-    ASSERT_TRUE(m_window->load(QStringLiteral("600519"), ChartPeriod::Week, 0));
-    ASSERT_TRUE(m_window->load(QStringLiteral("600519"), ChartPeriod::Day, 0));
+    ASSERT_TRUE(m_window->load(QStringLiteral("600519"), ChartPeriod::Week));
+    ASSERT_TRUE(m_window->load(QStringLiteral("600519"), ChartPeriod::Day));
     ASSERT_TRUE(showDay(20211203));
     EXPECT_EQ(rowsAtAClickOn(20211203).size(), 1);
 }
@@ -87,7 +87,7 @@ TEST_F(TradesOnAChart, AreListedOnceAfterTheChartWasOnAnotherPeriodAndBack)
 TEST_F(TradesOnAChart, BelongToTheirSecurity)
 {
     ASSERT_TRUE(showDay(20211203));
-    ASSERT_TRUE(m_window->load(QStringLiteral("000001"), ChartPeriod::Day, 0));
+    ASSERT_TRUE(m_window->load(QStringLiteral("000001"), ChartPeriod::Day));
     ASSERT_TRUE(showDay(20250829));
     EXPECT_EQ(rowsAtAClickOn(20250829),
               QStringList(QStringLiteral(u"买入\t13:24:45\t成交价:12.06\t成交量:2700")));

@@ -2,6 +2,7 @@
 #include "terminal/session/TradingSession.h"
 #include "tests/support/TestBroker.h"
 #include "tests/support/WaitUntil.h"
+#include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/ScriptedModule.h"
 
 #include <gmock/gmock.h>
@@ -52,7 +53,7 @@ protected:
 
     ChartData minutes() const
     {
-        return m_folder.load(QStringLiteral("000001"), ChartPeriod::Minute, 20180108).value();
+        return m_folder.load(QStringLiteral("000001"), ChartPeriod::Minute, onDay(20180108)).value();
     }
 
     Replay *replay() { return m_session->replay(); }
@@ -94,7 +95,7 @@ TEST_F(TradingDay, GoesOnAloneAfterAMomentAndIsJoinedByAModuleThatComesLater)
 TEST_F(TradingDay, TellsTheModuleOfTheReplayBeforeOverlaysAsk)
 {
     m_plan.replaySpeed = Replay::slowest;
-    m_plan.replayTo = 10 * 60;
+    m_plan.replayTo = atTime(1000);
     begin();
     letModuleAnswer();
     ASSERT_TRUE(comesTo(Stage::Informing));
@@ -108,7 +109,7 @@ TEST_F(TradingDay, TellsTheModuleOfTheReplayBeforeOverlaysAsk)
 TEST_F(TradingDay, OfAPictureStopsWhereItWasPlayedTo)
 {
     m_plan.replaySpeed = Replay::fastest;
-    m_plan.replayTo = 10 * 60;
+    m_plan.replayTo = atTime(1000);
     m_plan.playsOn = false;
     letModuleAnswer();
     begin();
@@ -123,7 +124,7 @@ TEST_F(TradingDay, IsNotBegunAgainWhenAModuleComesToARunningReplay)
     begin();
     ASSERT_TRUE(comesTo(Stage::Alone));
     EXPECT_EQ(replay()->state(), Replay::State::Playing);
-    replay()->playTo(10 * 60);
+    replay()->playTo(atTime(1000));
     m_restarts = 0;
     letModuleAnswer();
     ASSERT_TRUE(comesTo(Stage::Trading));
@@ -188,7 +189,7 @@ TEST_F(TradingDay, TellsWhyAnOrderOfThePlanIsRefused)
     m_module.setAnswer(QStringLiteral("EntrustPlace"), {{QStringLiteral("success"), false},
                                                         {QStringLiteral("msg"), QStringLiteral("no cash")}});
     m_plan.replaySpeed = Replay::slowest;
-    m_plan.orders = {{9 * 60 + 30, Direction::Buy, 100, 12.9}};
+    m_plan.orders = {{atTime(930), Direction::Buy, 100, 12.9}};
     letModuleAnswer();
     begin();
     QString reason;
@@ -213,7 +214,7 @@ TEST_F(TradingDay, TellsWhatCombinedOverlaysHear)
 TEST_F(TradingDay, ReplaysNothingButMinutes)
 {
     begin();
-    const ChartData days = m_folder.load(QStringLiteral("000001"), ChartPeriod::Day, 0).value();
+    const ChartData days = m_folder.load(QStringLiteral("000001"), ChartPeriod::Day).value();
     EXPECT_FALSE(m_session->openReplay(days));
     EXPECT_EQ(replay()->state(), Replay::State::Closed);
 }

@@ -20,7 +20,7 @@ protected:
         options.theme = theme;
         options.size = QSize(1280, 720);
         overlayLog();
-        openWindow({QStringLiteral("600519"), period, 0}, options);
+        openWindow({QStringLiteral("600519"), period}, options);
         BusGates gates = openGates();
         gates.answered = [this](QObject *, const std::function<void()> &proceed) {
             m_askedForAnswers += 1;

@@ -3,6 +3,7 @@
 #include "terminal/plugin/HostAxis.h"
 #include "terminal/ui/ReplayBar.h"
 #include "tests/support/WaitUntil.h"
+#include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/OverlayLog.h"
 #include "tests/terminal/support/WindowFixture.h"
 
@@ -17,11 +18,11 @@ protected:
         TerminalOptions options;
         options.overlays = QStringList(QStringLiteral("orders"));
         options.size = QSize(1280, 720);
-        openWindow({QStringLiteral("000001"), ChartPeriod::Minute, 20180108}, options);
+        openWindow({QStringLiteral("000001"), ChartPeriod::Minute, onDay(20180108)}, options);
         startOverlays(TEST_OVERLAYS, openGates());
     }
 
-    void show(ChartPeriod period, std::int32_t day) { load({QStringLiteral("000001"), period, day}); }
+    void show(ChartPeriod period) { load({QStringLiteral("000001"), period}); }
 
     ReplayBar *bar() { return m_window->findChild<ReplayBar *>(); }
     size_t shownBars() { return chart()->data().bars.size(); }

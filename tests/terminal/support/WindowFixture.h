@@ -20,7 +20,7 @@ struct OpenedChart
 {
     QString code;
     ChartPeriod period = ChartPeriod::Day;
-    std::int32_t day = 0;
+    std::optional<Trading::TradingDate> day = {};
 };
 
 /// The terminal's window on a data folder, the sample data unless a test has its own.

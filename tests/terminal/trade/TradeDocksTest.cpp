@@ -4,6 +4,7 @@
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "tests/support/TestBroker.h"
+#include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/ModuleAnswers.h"
 #include "tests/terminal/support/ScriptedModule.h"
 #include "tests/terminal/support/WindowFixture.h"
@@ -43,7 +44,7 @@ TEST_F(Docks, GetsTheNextOrderOfTheTicketWhenTheOneBeforeHasEnded)
 {
     makeWindow(TerminalOptions());
     MainWindow &window = *m_window;
-    load({QStringLiteral("600519"), ChartPeriod::Day, 0});
+    load({QStringLiteral("600519"), ChartPeriod::Day});
     TradeDocks &trade = *window.trade();
     m_module.setAnswer(QStringLiteral("AccountInfo"),
                        withData(QJsonObject{{QStringLiteral("available"), QStringLiteral("1000000.00")}}));
@@ -79,7 +80,7 @@ TEST_F(Docks, ListsTheOrdersOfAPastDayInTheWindow)
 {
     makeWindow(TerminalOptions());
     MainWindow &window = *m_window;
-    load({QStringLiteral("600519"), ChartPeriod::Minute, 20260327});
+    load({QStringLiteral("600519"), ChartPeriod::Minute, onDay(20260327)});
     m_module.setAnswer(QStringLiteral("EntrustHistoryTrade"), withData(QJsonArray{orderRow("3", "8")}));
     window.trade()->setShown(true);
     desk()->start(m_broker.address());
@@ -92,7 +93,7 @@ TEST_F(Docks, ListsTheOrdersOfAPastDayInTheWindow)
         20260327);
 
     m_module.setAnswer(QStringLiteral("EntrustHistoryTrade"), withData(QJsonArray()));
-    ASSERT_TRUE(window.load(QStringLiteral("600519"), ChartPeriod::Day, 0));
+    ASSERT_TRUE(window.load(QStringLiteral("600519"), ChartPeriod::Day));
     EXPECT_EQ(rows->rowCount(), 0) << "a chart of days goes with today's orders";
 }
 

@@ -40,7 +40,7 @@ protected:
     {
         makeData();
         startModule();
-        openWindow(QStringLiteral("orders"), {QStringLiteral("600519"), ChartPeriod::Minute, 0},
+        openWindow(QStringLiteral("orders"), {QStringLiteral("600519"), ChartPeriod::Minute},
                    m_folder.path());
         QApplication::setActiveWindow(m_window.get()); // a bare screen has nobody who does
         startOverlays();

@@ -1,5 +1,6 @@
 // The window's bars, its look and its export.
 #include "terminal/trade/TradeDocks.h"
+#include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/OverlayWindow.h"
 
 #include <gmock/gmock.h>
@@ -68,7 +69,7 @@ TEST_F(Window, LooksAsIfItHadBeenOpenedInTheThemeThatItIsChangedTo)
 TEST_F(Window, KeepsTheChartWhenOtherBarsCannotBeLoaded)
 {
     show({});
-    EXPECT_FALSE(m_window->load(QStringLiteral("600519"), ChartPeriod::Minute, 20000101));
+    EXPECT_FALSE(m_window->load(QStringLiteral("600519"), ChartPeriod::Minute, onDay(20000101)));
     EXPECT_TRUE(m_window->loadError().contains(QStringLiteral("600519_20000101.csv")));
     EXPECT_EQ(chart()->data().period, ChartPeriod::Day);
 }
@@ -96,7 +97,7 @@ TEST_F(Window, SpeaksChineseAndEnglish)
 TEST_F(Window, HasRoomForItsToolBarInBothLanguages)
 {
     show({});
-    ASSERT_TRUE(m_window->load(QStringLiteral("600519"), ChartPeriod::Minute, 0));
+    ASSERT_TRUE(m_window->load(QStringLiteral("600519"), ChartPeriod::Minute));
     const auto widest = [this] {
         QApplication::processEvents();
         int width = 0;

@@ -1,4 +1,5 @@
 // The controls of the replay.
+#include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/ReplayWindow.h"
 
 #include <gmock/gmock.h>
@@ -77,7 +78,7 @@ TEST_F(ControlsOfAReplay, PlaysUpToTheMinuteThatTheSliderIsPutTo)
 TEST_F(ControlsOfAReplay, OfferNoReplayOfDaysWeeksAndMonths)
 {
     for (const ChartPeriod period : {ChartPeriod::Day, ChartPeriod::Week, ChartPeriod::Month}) {
-        show(period, 0);
+        show(period);
         const size_t bars = shownBars();
         focusChart();
         QTest::keyClick(chart(), Qt::Key_R, Qt::ControlModifier);
@@ -89,7 +90,7 @@ TEST_F(ControlsOfAReplay, OfferNoReplayOfDaysWeeksAndMonths)
 TEST_F(ControlsOfAReplay, EndAReplayFromAChartOfDays)
 {
     m_window->setReplaying(true);
-    show(ChartPeriod::Day, 0);
+    show(ChartPeriod::Day);
     focusChart();
     QTest::keyClick(chart(), Qt::Key_R, Qt::ControlModifier);
     EXPECT_EQ(replay()->state(), Replay::State::Closed);
@@ -115,7 +116,7 @@ TEST_F(ControlsOfAReplay, ShowWhereTheDayIsWhenTheSliderIsLetGoBehindIt)
     auto *const slider = bar()->findChild<QSlider *>();
     slider->setSliderDown(true);
     slider->setSliderPosition(1);
-    replay()->playTo(10 * 60);
+    replay()->playTo(atTime(1000));
     slider->setSliderDown(false);
     EXPECT_EQ(shownBars(), 31U);
     EXPECT_EQ(slider->value(), 30);

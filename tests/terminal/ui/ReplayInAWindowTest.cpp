@@ -1,4 +1,5 @@
 // A recorded day that is replayed, among the other charts of the window.
+#include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/ReplayWindow.h"
 
 #include <gmock/gmock.h>
@@ -21,11 +22,11 @@ TEST_F(ReplayInAWindow, ShowsTheDayAsToday)
 TEST_F(ReplayInAWindow, ComesBackToTheReplayFromAnotherPeriod)
 {
     m_window->setReplaying(true);
-    show(ChartPeriod::Day, 0);
-    replay()->playTo(10 * 60);
+    show(ChartPeriod::Day);
+    replay()->playTo(atTime(1000));
     EXPECT_GT(shownBars(), 1000U);
     EXPECT_TRUE(bar()->isVisible());
-    show(ChartPeriod::Minute, 0);
+    show(ChartPeriod::Minute);
     EXPECT_EQ(shownBars(), 31U);
     EXPECT_EQ(chartMode(), 1);
 }
@@ -41,7 +42,7 @@ TEST_F(ReplayInAWindow, ShowsTheRecordedDayWhenTheReplayIsEnded)
 TEST_F(ReplayInAWindow, StaysOnAnotherPeriodWhenTheReplayIsEnded)
 {
     m_window->setReplaying(true);
-    show(ChartPeriod::Week, 0);
+    show(ChartPeriod::Week);
     m_window->setReplaying(false);
     EXPECT_EQ(chart()->data().period, ChartPeriod::Week);
     EXPECT_FALSE(bar()->isVisible());
