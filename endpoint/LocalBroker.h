@@ -13,7 +13,7 @@ namespace LocalCommunication {
 /// directory. A program needs one of these, and only the terminal does.
 ///
 ///  1. start() returns at once; stateChanged() tells the rest. Endpoints may connect before it runs.
-///  2. When the broker dies it is started again, the later the more often it dies. One that has not
+///  2. When the broker dies it is started again, after a longer delay each time. One that has not
 ///     answered for six to eight seconds is ended first.
 ///  3. When another terminal serves the same directory already, its broker is used, and replaced
 ///     when it ends. Two brokers never serve one directory: a lock is held by terminal and broker.

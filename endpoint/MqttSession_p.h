@@ -60,7 +60,7 @@ public:
     /// The oldest message that nobody took yet.
     std::optional<BusMessage> takeMessage();
 
-    /// Writes a warning about a message that did not make it, unless there were too many of late.
+    /// Writes a warning about a message that did not make it, unless there were too many recently.
     void warnNotSent(const QByteArray &path, const QString &why);
 
 Q_SIGNALS:

@@ -66,7 +66,7 @@ public:
     /// has no minutes.
     bool openReplay(const ChartData &day);
 
-    /// Brings the replay that was planned to where it is to begin, without anybody who hears of it.
+    /// Brings the replay that was planned to where it is to begin, before anything listens.
     void playAtOnce();
 
     Stage stage() const { return m_stage; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/trade/TradeRecords.h"
+#include "trading/TradingUnits.h"
 
 #include <QCoreApplication>
 
@@ -8,8 +9,7 @@
 
 namespace Terminal {
 
-/// Shares are bought and sold in lots; only a whole holding may be sold with its odd rest.
-constexpr qint64 sharesOfLot = 100;
+using Trading::sharesOfLot;
 
 /// What there is of `shares` in whole lots.
 constexpr qint64 wholeLots(qint64 shares)

@@ -41,8 +41,8 @@ public:
     void focusPrice();
 
     enum class Tone { Plain, Good, Bad };
-    /// To be called when a sent order has ended, by an answer or for want of one: until then the ticket sends
-    /// no other one.
+    /// To be called when a sent order has ended, answered, or no longer waited for: until then the ticket
+    /// sends no other one.
     void endSending();
     /// What became of the last order, at the foot of the ticket.
     void showResult(const QString &text, Tone tone);

@@ -78,7 +78,7 @@ QString sideText(Direction side);
 /// The vocabulary's text of the order's status; the code itself when the vocabulary does not know it.
 QString statusText(const OrderRecord &order);
 
-/// True while the order may still be cancelled, as which its day must be known. The trading module has the
+/// True while the order can still be cancelled; for that its day must be known. The trading module has the
 /// last word.
 bool isCancellable(const OrderRecord &order);
 

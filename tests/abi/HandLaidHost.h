@@ -69,7 +69,7 @@ struct Axis : Virtual
     std::vector<std::string> calls;
     std::vector<void *> updated;
     std::vector<std::string> popupLines;
-    int linesWithoutEnd = 0; ///< more than 0: so many lines, and no null pointer behind them
+    int linesWithoutEnd = 0; ///< more than 0: so many lines, and no null pointer after them
     int chosenLine = -1;
 };
 

@@ -100,7 +100,9 @@ INSTANTIATE_TEST_SUITE_P(
                       Cancellation{"ARestCancelledBefore", PartCanceled, nullptr},
                       Cancellation{"AnOrderCancelledBefore", Canceled, nullptr},
                       Cancellation{"AnOrderDealt", Dealed, nullptr},
-                      Cancellation{"AnAbolishedOrder", AbolishedOrder, nullptr}),
+                      Cancellation{"AnAbolishedOrder", AbolishedOrder, nullptr},
+                      Cancellation{"AnOrderBeingReported", QuotingB, nullptr},
+                      Cancellation{"AConfirmedOrder", Conformed, nullptr}),
     ByName());
 
 TEST_F(OrderLifeTest, DoesNotCancelWhatIsNotThere)

@@ -12,7 +12,7 @@ namespace TradeChart {
 
 namespace {
 
-/// Quantity of an order that is dealt in part: what can be cancelled yet, or what was.
+/// Quantity of an order that is dealt in part: what can still be cancelled, or what was.
 using RestOf = long long (*)(const EntrustInfo &);
 
 long long cancellableQty(const EntrustInfo &order)

@@ -27,7 +27,7 @@ public:
     /// none. The host may end the overlay meanwhile: only the lines are still valid afterwards.
     int show(Korvane::IChartAxis &axis) const;
 
-    /// The same with an array that ends with its last line, without a null pointer behind it.
+    /// The same with an array that ends with its last line, without a null pointer after it.
     int showUnterminated(Korvane::IChartAxis &axis) const;
 
 private:

@@ -16,7 +16,8 @@
 
 namespace TradeChart {
 
-/// What a record takes from the text under a key.
+/// What a record takes from the text under a key. `take` is called when the text differs from the one in the
+/// row before: what it sets must follow from the text alone.
 template <class Record>
 struct RowColumn
 {
@@ -35,7 +36,7 @@ public:
     {
         std::array<RowColumn<Record>, columnCount> sorted;
         std::copy(std::begin(columns), std::end(columns), sorted.begin());
-        // A row holds its keys in this order: it is read along its memory, not to and fro.
+        // A row holds its keys in this order: it is read along its memory, front to back.
         std::sort(sorted.begin(), sorted.end(),
                   [](const auto &one, const auto &other) { return std::strcmp(one.key, other.key) < 0; });
         std::transform(sorted.begin(), sorted.end(), m_places.begin(), [](const auto &column) {

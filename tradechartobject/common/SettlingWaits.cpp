@@ -61,7 +61,7 @@ SettlingWaits::SettlingWaits(QObject &owner, std::function<void()> ask)
 void SettlingWaits::waitAndAsk()
 {
     const SettlingSecond second;
-    if (m_nestedWaits == mostNestedWaits && !second.isOver()) {
+    if (m_nestedWaits >= mostNestedWaits && !second.isOver()) {
         askByTimer(second);
         return;
     }

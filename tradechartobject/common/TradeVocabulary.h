@@ -171,4 +171,5 @@ TRADECHARTOBJECT_EXPORT QString toBsFlag(QString bsflag2);
 
 } // namespace TradeChart
 
-using TradeChart::toBsFlag; // programs around the plug-in say it without the namespace
+using TradeChart::toBsFlag; // programs around the plug-in say it without the namespace; exported under both
+                            // names

@@ -28,7 +28,7 @@ namespace {
 static_assert(sizeof(CChartTradeObject) <= Korvane::CombinedOverlay::memorySize,
               "terminals that load the file lay aside this much memory");
 static_assert(sizeof(QObject) == Korvane::CombinedOverlay::interfaceOffset,
-              "terminals that load the file find the interface behind the QObject");
+              "terminals that load the file find the interface after the QObject");
 
 constexpr int costLineType = 0;
 constexpr int tradeMarkersType = 1;
@@ -101,6 +101,8 @@ void CChartTradeObject::showTrades(const Korvane::AnalyData *data, int count, Ko
     const std::int64_t last = tradingDay(barTime(data[count - 1], period));
     const QPointer<QObject> self(this);
     if (first != m_startDate || last != m_endDate) {
+        decodeBarTimes(data, count, period,
+                       m_barTimes); // a click while the question goes out meets these bars
         requestHistoryTradeInfo(first, last);
     }
     if (!self) { // the host may have ended this object while the question went out
@@ -199,8 +201,9 @@ int CChartTradeObject::hitTest(double x, double y)
 {
     const int bar = m_axis.xToBar(x);
     if (m_algorithmType == costLineType) {
-        const int hit = hitTestCostLine(m_axis, m_holderPrice, y);
-        return std::isnan(m_holderPrice) ? -1 : hit; // a host may answer with a pixel even then
+        const double price = m_holderPrice;
+        const int hit = hitTestCostLine(m_axis, price, y);
+        return std::isnan(price) ? -1 : hit; // a host may answer with a pixel even then
     }
     return m_algorithmType == tradeMarkersType && hasBar(m_highs, bar) ? hitTestBar(bar, y) : -1;
 }

@@ -21,7 +21,7 @@ public:
     explicit AnswerMessage(const TradeRequest &request);
 
     void set(const char *key, const QJsonValue &value);
-    /// "data" as JSON text; many rows are sooner written than built.
+    /// "data" as JSON text; writing many rows is faster than building objects.
     void setRows(const QByteArray &json) { m_rows = json; }
 
     /// Makes it a failure, without "data". One to a question for the cost says that there is none: charts

@@ -14,7 +14,7 @@ namespace TradeModule {
 namespace {
 
 /// How long a change waits for another process that changes the ledger: well below the three seconds after
-/// which whoever asked would take it for lost, while it is done all the same.
+/// which the asker gives up, while it is done all the same.
 constexpr std::chrono::milliseconds patience(500);
 
 int serve(const Invocation &invocation)

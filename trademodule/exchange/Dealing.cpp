@@ -3,6 +3,7 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/exchange/TradingRules.h"
+#include "trading/TradingUnits.h"
 
 #include <algorithm>
 
@@ -50,7 +51,7 @@ bool reaches(const Quote &quote, const Order &order)
 qint64 quantity(const Order &order, qint64 atMost)
 {
     const qint64 open = order.openQuantity();
-    return open <= atMost ? open : atMost / TradingRules::lot * TradingRules::lot;
+    return open <= atMost ? open : atMost / Trading::sharesOfLot * Trading::sharesOfLot;
 }
 
 Execution execution(const Order &order, const Quote &quote, qint64 quantity)

@@ -1,6 +1,7 @@
 #include "trademodule/exchange/TradingRules.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trading/DayLimits.h"
+#include "trading/TradingUnits.h"
 
 #include <algorithm>
 
@@ -45,8 +46,8 @@ QString formError(const Order &order, qint64 held)
         return translated("price × quantity must be at most %1 yuan").arg(Money::limit().text());
     }
     const bool sellsRest = order.direction == Direction::Sell && order.quantity == held;
-    if (order.quantity <= 0 || (order.quantity % lot != 0 && !sellsRest)) {
-        return translated("the quantity must be a multiple of %1").arg(lot);
+    if (order.quantity <= 0 || (order.quantity % Trading::sharesOfLot != 0 && !sellsRest)) {
+        return translated("the quantity must be a multiple of %1").arg(Trading::sharesOfLot);
     }
     return {};
 }

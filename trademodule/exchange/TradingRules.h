@@ -9,7 +9,6 @@ namespace TradeModule {
 /// The rules of the market, as far as they are the same every day.
 namespace TradingRules {
 
-constexpr qint64 lot = 100;
 constexpr Money tick = Money::ofCents(1);
 
 // No security comes near them; with them, no sum of the module overflows.

@@ -77,6 +77,15 @@ TEST_F(CChartTradeObjectAsking, AsksAgainAtTheNextCalcItWhenTheBusRefuses)
     EXPECT_THAT(questions(), SizeIs(1));
 }
 
+TEST_F(CChartTradeObjectAsking, KnowsTheBarsOfAClickWhileTheQuestionGoesOut)
+{
+    create(tradeMarkers);
+    bus().duringSend = [this] { overlay->handleMousePress(axis.barToX(2), 0); };
+    ASSERT_TRUE(calc(shanghai, threeDays, 4));
+    bus().duringSend = nullptr;
+    EXPECT_THAT(axis.barsAsked, ElementsAre(2));
+}
+
 TEST_F(CChartTradeObjectAsking, TakesTheBarsAlsoWhenTheBusRefusesTheQuestion)
 {
     createMarkers();

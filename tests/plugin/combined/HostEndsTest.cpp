@@ -21,6 +21,17 @@ TEST_F(CChartTradeObjectHostEnds, IsDestroyedByTheHostInsideThePopup)
     EXPECT_EQ(bus().endPointCount(), 0);
 }
 
+TEST_F(CChartTradeObjectHostEnds, IsDestroyedByTheHostWhileItPlacesTheCost)
+{
+    createLine(R"({"costprice":"12.5"})");
+    axis.pixelOf = [this](double) {
+        destroy();
+        return 0.0;
+    };
+    EXPECT_EQ(overlay->hitTest(0, 0.0), 0);
+    EXPECT_EQ(bus().endPointCount(), 0);
+}
+
 TEST_F(CChartTradeObjectHostEnds, IsDestroyedByTheHostWhileTheHistoryQuestionGoesOut)
 {
     create(tradeMarkers);

@@ -57,7 +57,7 @@ protected:
         return axis.popups.empty() ? std::string() : axis.popups.front().front().toStdString();
     }
 
-    /// Every marker drawn: "bar kind price", with a v behind it when it stands at the bottom edge.
+    /// Every marker drawn: "bar kind price", with a v after it when it stands at the bottom edge.
     std::vector<std::string> drawn()
     {
         paint();
