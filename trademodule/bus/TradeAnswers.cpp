@@ -168,8 +168,9 @@ void TradeAnswers::place(const TradeRequest &request, AnswerMessage *answer)
     const Direction direction = request.direction();
     const Money price = request.orderPrice();
     const qint64 quantity = request.orderQuantity();
+    const QString clientNumber = request.clientNumber();
     refusable(answer, [&] {
-        const Order order = m_exchange->place(security, direction, price, quantity);
+        const Order order = m_exchange->place(security, direction, price, quantity, clientNumber);
         const QString number = QString::number(order.number);
         answer->set(RTSORDERNO, number);
         answer->set(DATA, QJsonObject{{key(RTSORDERNO), number}});

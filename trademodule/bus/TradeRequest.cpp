@@ -4,6 +4,7 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/exchange/TradingRules.h"
+#include "trading/ModuleVocabulary.h"
 
 namespace TradeModule {
 
@@ -93,6 +94,15 @@ qint64 TradeRequest::orderQuantity() const
         refuse(RTSENTRUSTQTY, translated("at most %1").arg(TradingRules::mostShares));
     }
     return quantity;
+}
+
+QString TradeRequest::clientNumber() const
+{
+    constexpr const char *key = Trading::PlaceFields::CLIENTNO;
+    if (field(key).isUndefined()) {
+        return {};
+    }
+    return needed(key, m_question.clientNumber(), translated("1 to 64 printable ASCII characters"));
 }
 
 } // namespace TradeModule

@@ -765,5 +765,13 @@
         <source>the ledger holds &quot;%1&quot; where no such value can be</source>
         <translation>账本中有不可能的值“%1”</translation>
     </message>
+    <message>
+        <source>the client's number &quot;%1&quot; is that of another order, %2</source>
+        <translation>客户编号“%1”已属于另一笔委托 %2</translation>
+    </message>
+    <message>
+        <source>1 to 64 printable ASCII characters</source>
+        <translation>1 至 64 个可打印的 ASCII 字符</translation>
+    </message>
 </context>
 </TS>
