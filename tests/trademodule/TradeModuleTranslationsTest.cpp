@@ -27,7 +27,7 @@ Translations marked()
 
 } // namespace
 
-TEST(Translations, AreThereForEveryText)
+TEST(TradeModuleTranslations, AreThereForEveryText)
 {
     const Translations texts = marked();
 
@@ -35,12 +35,12 @@ TEST(Translations, AreThereForEveryText)
     EXPECT_THAT(missingIn(chinese(), texts), testing::IsEmpty());
 }
 
-TEST(Translations, AreOfTextsThatAreStillThere)
+TEST(TradeModuleTranslations, AreOfTextsThatAreStillThere)
 {
     EXPECT_THAT(missingIn(marked(), chinese()), testing::IsEmpty());
 }
 
-TEST(Translations, AreFilledInAndHaveThePlaceholdersOfTheirText)
+TEST(TradeModuleTranslations, AreFilledInAndHaveThePlaceholdersOfTheirText)
 {
     const Translations translations = chinese();
     for (auto row = translations.begin(); row != translations.end(); ++row) {
@@ -50,7 +50,7 @@ TEST(Translations, AreFilledInAndHaveThePlaceholdersOfTheirText)
 }
 
 /// A literal of several words that is thrown, printed or logged is a text for people.
-TEST(Translations, AreAskedForWhereverTheModuleSpeaks)
+TEST(TradeModuleTranslations, AreAskedForWhereverTheModuleSpeaks)
 {
     static const QRegularExpression untranslated(QStringLiteral(
         R"re((throw \w+|warn|print\w*|refuse\w*|arguments)[({][^;"]*QStringLiteral\(\s*"[^"]*[a-z]{2,} [^;]*;)re"

@@ -35,7 +35,7 @@ QJsonObject historyQuestion(const SecurityId &security, const char *start, const
     return object;
 }
 
-class Answers : public LedgerFixture
+class TradeAnswersTest : public LedgerFixture
 {
 protected:
     QJsonObject ask(const QJsonObject &object)
@@ -55,7 +55,7 @@ protected:
 
 } // namespace
 
-TEST_F(Answers, CarryTheEnvelopeOfTheQuestion)
+TEST_F(TradeAnswersTest, CarryTheEnvelopeOfTheQuestion)
 {
     const QJsonObject answer = ask(question("HolderCostPrice", bank()));
 
@@ -68,7 +68,7 @@ TEST_F(Answers, CarryTheEnvelopeOfTheQuestion)
     EXPECT_EQ(answer[QStringLiteral("msg")], QJsonValue(QStringLiteral("")));
 }
 
-TEST_F(Answers, LeaveOutAScreenThatWasNotNamed)
+TEST_F(TradeAnswersTest, LeaveOutAScreenThatWasNotNamed)
 {
     QJsonObject object = question("HolderCostPrice", liquor());
     object.remove(QStringLiteral("screenId"));
@@ -79,7 +79,7 @@ TEST_F(Answers, LeaveOutAScreenThatWasNotNamed)
     EXPECT_EQ(answer[QStringLiteral("market")].toString(), QStringLiteral("1"));
 }
 
-TEST_F(Answers, TellTheCostOfAHolding)
+TEST_F(TradeAnswersTest, TellTheCostOfAHolding)
 {
     book({fill(Side::Buy, bank(), 20240102, 10, 100), fill(Side::Sell, bank(), 20240103, 12, 50)});
 
@@ -90,7 +90,7 @@ TEST_F(Answers, TellTheCostOfAHolding)
     EXPECT_EQ(answer[QStringLiteral("costprice")].toString(), QStringLiteral("10.050"));
 }
 
-TEST_F(Answers, HaveNoCostWithoutAHolding)
+TEST_F(TradeAnswersTest, HaveNoCostWithoutAHolding)
 {
     book({fill(Side::Buy, bank(), 20240102, 10, 100), fill(Side::Sell, bank(), 20240103, 12, 100)});
 
@@ -101,7 +101,7 @@ TEST_F(Answers, HaveNoCostWithoutAHolding)
     EXPECT_TRUE(answer[QStringLiteral("success")].toBool());
 }
 
-TEST_F(Answers, ListPastTradesWithEveryValueTheChartsRead)
+TEST_F(TradeAnswersTest, ListPastTradesWithEveryValueTheChartsRead)
 {
     Execution trade = fill(Side::Buy, bank(), 20240102, 10.5, 300, QStringLiteral("deal"));
     trade.time = ClockTime::of(9, 31, 42, 5).value();
@@ -141,7 +141,7 @@ QJsonObject expectedRow(const Execution &trade)
     return row;
 }
 
-TEST_F(Answers, ListPastTradesWhateverTheirNumbersAre)
+TEST_F(TradeAnswersTest, ListPastTradesWhateverTheirNumbersAre)
 {
     const double prices[] = {0.0001, 0.01, 9.99, 10, 10.5, 99.1234, 1700, 123456.7801};
     const char *const orderNumbers[] = {"", "4711", "合同-1", "a\"b\\c/d", "\t\n\x01", "é€😀", "{}[],:"};
@@ -165,7 +165,7 @@ TEST_F(Answers, ListPastTradesWhateverTheirNumbersAre)
     }
 }
 
-TEST_F(Answers, ListPastTradesOfTheRangeOldestFirst)
+TEST_F(TradeAnswersTest, ListPastTradesOfTheRangeOldestFirst)
 {
     book({fill(Side::Buy, bank(), 20240101, 10, 100), fill(Side::Buy, bank(), 20240102, 10, 100),
           fill(Side::Sell, bank(), 20240105, 10, 100), fill(Side::Buy, bank(), 20240106, 10, 100)});
@@ -179,7 +179,7 @@ TEST_F(Answers, ListPastTradesOfTheRangeOldestFirst)
     EXPECT_EQ(trades[1].toObject()[QStringLiteral("buy")], QJsonValue(false));
 }
 
-TEST_F(Answers, KeepTodayOutOfThePast)
+TEST_F(TradeAnswersTest, KeepTodayOutOfThePast)
 {
     book(
         {fill(Side::Buy, bank(), 20240102, 10, 100), fill(Side::Buy, bank(), TradingDate::today(), 10, 200)});
@@ -193,7 +193,7 @@ TEST_F(Answers, KeepTodayOutOfThePast)
     EXPECT_EQ(now[0].toObject()[QStringLiteral("matchqty")].toString(), QStringLiteral("200"));
 }
 
-TEST_F(Answers, IgnoreKeysTheyDoNotKnow)
+TEST_F(TradeAnswersTest, IgnoreKeysTheyDoNotKnow)
 {
     QJsonObject object = question("TodayTrade", bank());
     object[QStringLiteral("colour")] = QStringLiteral("red");
@@ -201,7 +201,7 @@ TEST_F(Answers, IgnoreKeysTheyDoNotKnow)
     EXPECT_TRUE(ask(object)[QStringLiteral("success")].toBool());
 }
 
-TEST_F(Answers, TellTheNumberOfAPlacedOrderAndListIt)
+TEST_F(TradeAnswersTest, TellTheNumberOfAPlacedOrderAndListIt)
 {
     ledger().book({QStringLiteral("statement.csv"),
                    {fill(Side::Buy, bank(), 20240102, 10, 100)},
@@ -232,7 +232,7 @@ TEST_F(Answers, TellTheNumberOfAPlacedOrderAndListIt)
     EXPECT_EQ(row, expected);
 }
 
-class AccountAnswers : public Answers
+class TradeAnswersAboutAccounts : public TradeAnswersTest
 {
 protected:
     QJsonObject account()
@@ -249,7 +249,7 @@ protected:
     }
 };
 
-TEST_F(AccountAnswers, NeedNoSecurityAndGoBackToWhoAsked)
+TEST_F(TradeAnswersAboutAccounts, NeedNoSecurityAndGoBackToWhoAsked)
 {
     const QJsonObject answer = ask(json(R"({"cmd":"AccountInfo","screenId":"s","objectId":"{id}"})"));
 
@@ -258,12 +258,12 @@ TEST_F(AccountAnswers, NeedNoSecurityAndGoBackToWhoAsked)
     EXPECT_EQ(answer[QStringLiteral("objectId")].toString(), QStringLiteral("{id}"));
 }
 
-TEST_F(AccountAnswers, TellTheCashOfANewAccount)
+TEST_F(TradeAnswersAboutAccounts, TellTheCashOfANewAccount)
 {
     EXPECT_EQ(account(), json(R"({"cash":"1000000.00","available":"1000000.00","positions":[]})"));
 }
 
-TEST_F(AccountAnswers, KeepTheCashThatOpenBuysNeedWithTheirFees)
+TEST_F(TradeAnswersAboutAccounts, KeepTheCashThatOpenBuysNeedWithTheirFees)
 {
     place(Direction::Buy, 10, 1000); // commission 5.00, transfer fee 0.10
 
@@ -273,7 +273,7 @@ TEST_F(AccountAnswers, KeepTheCashThatOpenBuysNeedWithTheirFees)
     EXPECT_EQ(data[QStringLiteral("available")].toString(), QStringLiteral("989994.90"));
 }
 
-TEST_F(AccountAnswers, ListWhatIsHeldAndHowMuchOfItMayBeSold)
+TEST_F(TradeAnswersAboutAccounts, ListWhatIsHeldAndHowMuchOfItMayBeSold)
 {
     ledger().book(
         {QStringLiteral("statement.csv"),
@@ -290,7 +290,7 @@ TEST_F(AccountAnswers, ListWhatIsHeldAndHowMuchOfItMayBeSold)
                                    "sellable":"100","costprice":"1700.050"})")}));
 }
 
-TEST_F(Answers, ListTheOrdersOfADay)
+TEST_F(TradeAnswersTest, ListTheOrdersOfADay)
 {
     QJsonObject object = question("EntrustHistoryTrade", bank());
     object[QStringLiteral("date")] = 20240102;
@@ -300,7 +300,7 @@ TEST_F(Answers, ListTheOrdersOfADay)
     EXPECT_THAT(ask(object)[QStringLiteral("msg")].toString().toStdString(), HasSubstr("\"date\""));
 }
 
-TEST_F(Answers, ConfirmACancellationToWhoAsked)
+TEST_F(TradeAnswersTest, ConfirmACancellationToWhoAsked)
 {
     PaperExchange exchange(&ledger());
     const Order order = exchange.place(bank(), Direction::Buy, Money::ofYuan(10).value(), 100);
@@ -318,7 +318,7 @@ TEST_F(Answers, ConfirmACancellationToWhoAsked)
     EXPECT_FALSE(data[0].toObject()[QStringLiteral("msgok ")].toString().isEmpty());
 }
 
-TEST_F(Answers, SayWhyAnOrderIsNotCancelled)
+TEST_F(TradeAnswersTest, SayWhyAnOrderIsNotCancelled)
 {
     QJsonObject object = question("EntrustCancel", bank());
     object[QStringLiteral("orderdate")] = QStringLiteral("20240102");
@@ -332,7 +332,7 @@ TEST_F(Answers, SayWhyAnOrderIsNotCancelled)
     EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("no order 4711"));
 }
 
-TEST_F(Answers, SayThatAnOrderComesToMoreThanAnyAccountHas)
+TEST_F(TradeAnswersTest, SayThatAnOrderComesToMoreThanAnyAccountHas)
 {
     QJsonObject object = question("EntrustPlace", bank());
     object[QStringLiteral("bsflag2")] = QStringLiteral("0B");
@@ -345,7 +345,7 @@ TEST_F(Answers, SayThatAnOrderComesToMoreThanAnyAccountHas)
     EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("price × quantity"));
 }
 
-TEST_F(Answers, TellThatThereIsNoCostWhenTheQuestionIsNotUnderstood)
+TEST_F(TradeAnswersTest, TellThatThereIsNoCostWhenTheQuestionIsNotUnderstood)
 {
     const QJsonObject answer =
         ask(json(R"({"cmd":"HolderCostPrice","stkcode":"00700","market":"HK","screenId":"s"})"));
@@ -354,7 +354,7 @@ TEST_F(Answers, TellThatThereIsNoCostWhenTheQuestionIsNotUnderstood)
     EXPECT_EQ(answer[QStringLiteral("costprice")].toString(), QStringLiteral("nan"));
 }
 
-TEST_F(Answers, TellThatThereIsNoCostWhenTheLedgerFails)
+TEST_F(TradeAnswersTest, TellThatThereIsNoCostWhenTheLedgerFails)
 {
     Database(location()).run(QStringLiteral("DROP TABLE holding"));
 
@@ -364,7 +364,7 @@ TEST_F(Answers, TellThatThereIsNoCostWhenTheLedgerFails)
     EXPECT_EQ(answer[QStringLiteral("costprice")].toString(), QStringLiteral("nan"));
 }
 
-TEST_F(Answers, TellOfNoCostWhenAnotherQuestionFails)
+TEST_F(TradeAnswersTest, TellOfNoCostWhenAnotherQuestionFails)
 {
     EXPECT_FALSE(ask(json(R"({"cmd":"TodayTrade"})")).contains(QStringLiteral("costprice")));
 }
@@ -376,11 +376,12 @@ struct WrongQuestion
     std::string field;
 };
 
-class WrongQuestions : public Answers, public ::testing::WithParamInterface<WrongQuestion>
+class TradeAnswersToWrongQuestions : public TradeAnswersTest,
+                                     public ::testing::WithParamInterface<WrongQuestion>
 {
 };
 
-TEST_P(WrongQuestions, AreAnsweredWithTheNameOfTheField)
+TEST_P(TradeAnswersToWrongQuestions, AreAnsweredWithTheNameOfTheField)
 {
     const QJsonObject answer = ask(json(GetParam().text));
 
@@ -391,7 +392,7 @@ TEST_P(WrongQuestions, AreAnsweredWithTheNameOfTheField)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    With, WrongQuestions,
+    With, TradeAnswersToWrongQuestions,
     ::testing::Values(
         WrongQuestion{"Nothing", "{}", "cmd"},
         WrongQuestion{"CommandAsNumber", R"({"cmd":1,"stkcode":"000001","market":"SZ"})", "cmd"},
@@ -423,7 +424,7 @@ INSTANTIATE_TEST_SUITE_P(
             "end"}),
     ByName());
 
-TEST_F(Answers, SurviveALedgerThatFails)
+TEST_F(TradeAnswersTest, SurviveALedgerThatFails)
 {
     Database(location()).run(QStringLiteral("DROP TABLE holding"));
 

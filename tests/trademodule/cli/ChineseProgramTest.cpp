@@ -124,7 +124,9 @@ TEST_F(ChineseProgram, RefusesALanguageItDoesNotSpeak)
     }
 }
 
-TEST_F(ProgramOnABus, AnswersInTheLanguageItServesIn)
+using ChineseProgramOnABus = ProgramOnABus;
+
+TEST_F(ChineseProgramOnABus, AnswersInTheLanguageItServesIn)
 {
     serve(chinese);
 

@@ -4,7 +4,7 @@
 
 namespace TradeModule {
 
-TEST(ScreenWidth, IsTwoForWideCharacters)
+TEST(ConsoleWidth, IsTwoForWideCharacters)
 {
     for (const auto &[text, width] : {std::pair(u"", 0),
                                       {u"abc", 3},
@@ -23,7 +23,7 @@ TEST(ScreenWidth, IsTwoForWideCharacters)
     }
 }
 
-TEST(Table, AlignsColumnsOfMixedWidth)
+TEST(ConsoleTable, AlignsColumnsOfMixedWidth)
 {
     const QString table =
         tableText({QStringLiteral(u"证券名称"), QStringLiteral(u"数量"), QStringLiteral("x")},

@@ -56,11 +56,11 @@ struct Touch
     double dealtAt;
 };
 
-class Touches : public PaperExchangeOfADay, public ::testing::WithParamInterface<Touch>
+class DealingTouches : public PaperExchangeOfADay, public ::testing::WithParamInterface<Touch>
 {
 };
 
-TEST_P(Touches, DecideWhetherAndAtWhatPriceAnOrderIsDealt)
+TEST_P(DealingTouches, DecideWhetherAndAtWhatPriceAnOrderIsDealt)
 {
     const Touch &touch = GetParam();
     hold(100);
@@ -73,7 +73,7 @@ TEST_P(Touches, DecideWhetherAndAtWhatPriceAnOrderIsDealt)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Of, Touches,
+    Of, DealingTouches,
     ::testing::Values(Touch{"ABuyByTheLow", Direction::Buy, 9.90, 10, 10.10, 9.90, 9.90},
                       Touch{"ABuyMissedByATick", Direction::Buy, 9.89, 10, 10.10, 9.90, 0},
                       Touch{"ABuyTradedThrough", Direction::Buy, 9.95, 10, 10.10, 9.90, 9.95},

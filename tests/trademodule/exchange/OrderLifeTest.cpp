@@ -57,7 +57,7 @@ struct Cancellation
     const char *becomes;
 };
 
-class Cancellations : public PaperExchangeOfADay, public ::testing::WithParamInterface<Cancellation>
+class OrderLifeCancellations : public PaperExchangeOfADay, public ::testing::WithParamInterface<Cancellation>
 {
 protected:
     /// An order of that status; its quantities do not matter here.
@@ -70,7 +70,7 @@ protected:
     }
 };
 
-TEST_P(Cancellations, AreTakenOrRefusedByTheStatusOfTheOrder)
+TEST_P(OrderLifeCancellations, AreTakenOrRefusedByTheStatusOfTheOrder)
 {
     const auto &[name, status, becomes] = GetParam();
     const Order order = orderOf(status);
@@ -89,7 +89,7 @@ TEST_P(Cancellations, AreTakenOrRefusedByTheStatusOfTheOrder)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Of, Cancellations,
+    Of, OrderLifeCancellations,
     ::testing::Values(Cancellation{"AnOrderLeft", None, Canceled},
                       Cancellation{"AnOrderThatWaitsForTheOpening", WaittingQuote, Canceled},
                       Cancellation{"AnOrderNotReportedYet", Quoting, Canceled},

@@ -51,11 +51,11 @@ struct WrongField
     QJsonValue value; ///< undefined: the key is left out
 };
 
-class WrongQuotes : public ::testing::TestWithParam<WrongField>
+class QuoteWithAWrongField : public ::testing::TestWithParam<WrongField>
 {
 };
 
-TEST_P(WrongQuotes, AreRefusedWithTheNameOfTheField)
+TEST_P(QuoteWithAWrongField, IsRefusedWithTheNameOfTheField)
 {
     QJsonObject object = goodQuote();
     object[QLatin1String(GetParam().key)] = GetParam().value;
@@ -69,7 +69,7 @@ TEST_P(WrongQuotes, AreRefusedWithTheNameOfTheField)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    With, WrongQuotes,
+    With, QuoteWithAWrongField,
     ::testing::Values(WrongField{"NoCode", "stkcode", QJsonValue::Undefined},
                       WrongField{"OtherMarket", "market", QStringLiteral("HK")},
                       WrongField{"NoDate", "date", QJsonValue::Undefined},

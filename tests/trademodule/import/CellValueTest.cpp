@@ -1,11 +1,7 @@
 #include "trademodule/import/CellValue.h"
 #include "tests/support/ByName.h"
-#include "trademodule/Error.h"
-#include "trademodule/import/TextDecoding.h"
 
 #include <gmock/gmock.h>
-
-#include <QTextCodec>
 
 namespace TradeModule {
 
@@ -40,25 +36,25 @@ void expectSame(double read, double expected)
         << read << " instead of " << expected;
 }
 
-class NumberCell : public ::testing::TestWithParam<Cell>
+class CellValueOfANumber : public ::testing::TestWithParam<Cell>
 {
 };
-class DateCell : public ::testing::TestWithParam<Cell>
+class CellValueOfADate : public ::testing::TestWithParam<Cell>
 {
 };
-class TimeCell : public ::testing::TestWithParam<Cell>
+class CellValueOfATime : public ::testing::TestWithParam<Cell>
 {
 };
 
 } // namespace
 
-TEST_P(NumberCell, Reads)
+TEST_P(CellValueOfANumber, Reads)
 {
     expectSame(valueOr(CellValue::number(QString::fromStdString(GetParam().text))), GetParam().value);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    As, NumberCell,
+    As, CellValueOfANumber,
     ::testing::Values(Cell{"Plain", "12.5", 12.5}, Cell{"Thousands", "1,234,567.8", 1234567.8},
                       Cell{"FullWidth", "１，２３４．５", 1234.5}, Cell{"FullWidthMinus", "－12.5", -12.5},
                       Cell{"MathMinus", "−12.5", -12.5}, Cell{"Yuan", "￥12.50", 12.5},
@@ -71,13 +67,13 @@ INSTANTIATE_TEST_SUITE_P(
                       Cell{"Infinite", "inf", unreadable}),
     ByName());
 
-TEST_P(DateCell, Reads)
+TEST_P(CellValueOfADate, Reads)
 {
     expectSame(numberOr(CellValue::date(QString::fromStdString(GetParam().text))), GetParam().value);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    As, DateCell,
+    As, CellValueOfADate,
     ::testing::Values(Cell{"Digits", "20210811", 20210811}, Cell{"Dashes", "2021-08-11", 20210811},
                       Cell{"Slashes", "2021/8/11", 20210811}, Cell{"Dots", "2021.08.11", 20210811},
                       Cell{"Chinese", "2021年8月11日", 20210811}, Cell{"Spreadsheet", "42654", 20161011},
@@ -88,13 +84,13 @@ INSTANTIATE_TEST_SUITE_P(
                       Cell{"Word", "合计", unreadable}),
     ByName());
 
-TEST_P(TimeCell, Reads)
+TEST_P(CellValueOfATime, Reads)
 {
     expectSame(numberOr(CellValue::time(QString::fromStdString(GetParam().text))), GetParam().value);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    As, TimeCell,
+    As, CellValueOfATime,
     ::testing::Values(Cell{"Digits", "110351", 11035100}, Cell{"Colons", "11:03:51", 11035100},
                       Cell{"Minutes", "1103", 11030000}, Cell{"MinutesColon", "11:03", 11030000},
                       Cell{"FiveDigits", "93551", 9355100}, Cell{"OneDigitHour", "9:43:41", 9434100},
@@ -105,55 +101,16 @@ INSTANTIATE_TEST_SUITE_P(
                       Cell{"Word", "上午", unreadable}),
     ByName());
 
-TEST(CodeCell, GetsItsLeadingZerosBack)
+TEST(CellValueOfACode, GetsItsLeadingZerosBack)
 {
     EXPECT_EQ(CellValue::code(QStringLiteral("2798"))->digits, QStringLiteral("002798"));
 }
 
-TEST(CodeCell, MayCarryItsMarket)
+TEST(CellValueOfACode, MayCarryItsMarket)
 {
     EXPECT_EQ(CellValue::code(QStringLiteral("sh600000"))->market, QStringLiteral("SH"));
     EXPECT_EQ(CellValue::code(QStringLiteral("000001.SZ "))->digits, QStringLiteral("000001"));
     EXPECT_EQ(CellValue::code(QStringLiteral("00700.HK"))->digits, QStringLiteral("00700"));
-}
-
-struct Encoded
-{
-    std::string name;
-    QByteArray bytes;
-};
-
-class EncodedText : public ::testing::TestWithParam<Encoded>
-{
-};
-
-TEST_P(EncodedText, IsRecognised)
-{
-    EXPECT_EQ(decodeStatement(GetParam().bytes), QStringLiteral("证券代码,万科Ａ\n"));
-}
-
-QByteArray encodedAs(const char *codec)
-{
-    return QTextCodec::codecForName(codec)->fromUnicode(QStringLiteral("证券代码,万科Ａ\n"));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    In, EncodedText,
-    ::testing::Values(Encoded{"Utf8", QStringLiteral("证券代码,万科Ａ\n").toUtf8()},
-                      Encoded{"Utf8WithMark", "\xEF\xBB\xBF" + QStringLiteral("证券代码,万科Ａ\n").toUtf8()},
-                      Encoded{"Gbk", encodedAs("GBK")}, Encoded{"Gb18030", encodedAs("GB18030")},
-                      Encoded{"Utf16", encodedAs("UTF-16")},
-                      Encoded{"Utf16BigEndian", "\xFE\xFF" + encodedAs("UTF-16BE")}),
-    ByName());
-
-TEST(TextDecoding, RefusesAWorkbookWithAdvice)
-{
-    try {
-        decodeStatement(QByteArray("PK\x03\x04rest", 8));
-        FAIL() << "no refusal";
-    } catch (const Error &error) {
-        EXPECT_THAT(error.what(), ::testing::HasSubstr("save it as CSV"));
-    }
 }
 
 } // namespace TradeModule

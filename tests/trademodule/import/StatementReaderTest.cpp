@@ -52,11 +52,11 @@ struct Footer
     std::string text;
 };
 
-class StatementFooter : public ::testing::TestWithParam<Footer>
+class StatementReaderFooter : public ::testing::TestWithParam<Footer>
 {
 };
 
-TEST_P(StatementFooter, IsNoEntryInUtf8NorInGbk)
+TEST_P(StatementReaderFooter, IsNoEntryInUtf8NorInGbk)
 {
     const QString text = QString::fromUtf8(header) +
                          QStringLiteral("20210811,11:03:51,600000,浦发银行,买入,9.10,100,910.00,1\r\n") +
@@ -69,7 +69,7 @@ TEST_P(StatementFooter, IsNoEntryInUtf8NorInGbk)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, StatementFooter,
+INSTANTIATE_TEST_SUITE_P(Of, StatementReaderFooter,
                          ::testing::Values(Footer{"Sum", ",合计,,,100,,3000,-3000,\r\n"},
                                            Footer{"Total", "总计,,,,,,100,910.00,\r\n"},
                                            Footer{"Page", "本页小计,,,,,,100,910.00,\r\n第1页 共1页\r\n"},
@@ -159,11 +159,11 @@ struct BadCell
     std::string reason;
 };
 
-class BadStatementRow : public ::testing::TestWithParam<BadCell>
+class StatementReaderBadRow : public ::testing::TestWithParam<BadCell>
 {
 };
 
-TEST_P(BadStatementRow, IsReportedWithItsLineAndReason)
+TEST_P(StatementReaderBadRow, IsReportedWithItsLineAndReason)
 {
     const StatementContents contents =
         readRows("20210811,10:00:00,600000,浦发银行,买入,9.10,100,910.00,1\n" + GetParam().row + "\n");
@@ -175,7 +175,7 @@ TEST_P(BadStatementRow, IsReportedWithItsLineAndReason)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Of, BadStatementRow,
+    Of, StatementReaderBadRow,
     ::testing::Values(
         BadCell{"Date", "2021081,10:00:00,600000,浦发银行,买入,9.10,100,910.00,2", "\"2021081\" is no date"},
         BadCell{"DateThatIsNone", "20210231,10:00:00,600000,浦发银行,买入,9.10,100,910.00,2", "is no date"},
@@ -252,41 +252,5 @@ TEST(StatementReader, UnderstandsNumbersForSidesOnlyInAColumnOfSides)
     EXPECT_EQ(sides.executions[1].side, Side::Sell);
     EXPECT_EQ(businesses.badRows.size(), 1);
 }
-
-struct Business
-{
-    std::string name;
-    std::string word;
-    std::string result; ///< a side, or the kind that is left out
-};
-
-class BusinessWord : public ::testing::TestWithParam<Business>
-{
-};
-
-TEST_P(BusinessWord, IsTakenForWhatItMeans)
-{
-    const StatementContents contents =
-        readRows("20210811,10:00:00,600000,浦发银行," + GetParam().word + ",9.10,100,910.00,1\n");
-
-    const std::string result =
-        contents.executions.isEmpty()
-            ? (contents.leftOut.empty() ? "unknown" : contents.leftOut.begin()->first.toStdString())
-            : (contents.executions[0].side == Side::Buy ? "buy" : "sell");
-    EXPECT_EQ(result, GetParam().result);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Of, BusinessWord,
-    ::testing::Values(
-        Business{"Buy", "买入", "buy"}, Business{"B", "B", "buy"},
-        Business{"CollateralBuy", "担保物买入", "buy"}, Business{"MarginBuy", "融资买入", "buy"},
-        Business{"NamedBuy", "证券买入:分红股份", "buy"}, Business{"Sell", "卖", "sell"},
-        Business{"NamedSell", "证券卖出(浦发银行)", "sell"}, Business{"SellToRepay", "卖券还款", "sell"},
-        Business{"ShortSale", "融券卖出", "short sales"}, Business{"CancelledBuy", "撤买", "cancellations"},
-        Business{"Allotment", "申购配号", "allotment numbers"},
-        Business{"Collateral", "担保品划入", "custody moves"}, Business{"Repo", "质押回购拆出", "repo"},
-        Business{"DividendTax", "股息红利税补缴", "dividend tax"}, Business{"Unknown", "不详", "unknown"}),
-    ByName());
 
 } // namespace TradeModule

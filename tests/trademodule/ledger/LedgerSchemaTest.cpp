@@ -36,7 +36,7 @@ TEST_F(LedgerSchemaTest, MadeByANewerProgramIsLeftAlone)
     }
 }
 
-class OlderLedger : public ::testing::TestWithParam<int>
+class LedgerSchemaOfAnOlderLedger : public ::testing::TestWithParam<int>
 {
 protected:
     void SetUp() override
@@ -60,7 +60,7 @@ private:
     std::optional<TestLedger> m_home;
 };
 
-TEST_P(OlderLedger, IsBroughtUpToDateWithAllItHolds)
+TEST_P(LedgerSchemaOfAnOlderLedger, IsBroughtUpToDateWithAllItHolds)
 {
     {
         Database old(location());
@@ -74,7 +74,7 @@ TEST_P(OlderLedger, IsBroughtUpToDateWithAllItHolds)
     EXPECT_EQ(ledger.holding(bank()).quantity(), 100);
 }
 
-TEST_P(OlderLedger, TakesOrdersAndQuotesAfterwards)
+TEST_P(LedgerSchemaOfAnOlderLedger, TakesOrdersAndQuotesAfterwards)
 {
     Ledger ledger(location());
     PaperExchange exchange(&ledger);
@@ -89,7 +89,7 @@ TEST_P(OlderLedger, TakesOrdersAndQuotesAfterwards)
     EXPECT_EQ(ledger.holding(bank()).quantity(), 300);
 }
 
-INSTANTIATE_TEST_SUITE_P(OfVersion, OlderLedger, ::testing::Range(1, currentSchemaVersion()),
+INSTANTIATE_TEST_SUITE_P(OfVersion, LedgerSchemaOfAnOlderLedger, ::testing::Range(1, currentSchemaVersion()),
                          ::testing::PrintToStringParamName());
 
 TEST_F(LedgerSchemaTest, AnswersAYearOfASecurityFromAnIndex)

@@ -70,11 +70,11 @@ private:
     int m_port = 0;
 };
 
-class RestartedServer : public LedgerFixture
+class PostgreSqlRestart : public LedgerFixture
 {
 };
 
-class ModuleOnARestartedServer : public ProgramOnABus
+class PostgreSqlRestartUnderAModule : public ProgramOnABus
 {
 protected:
     int orderCount() { return OrderBook(&ledger()).ofDay(TradingDate::today()).size(); }
@@ -82,7 +82,7 @@ protected:
 
 } // namespace
 
-TEST_F(RestartedServer, IsConnectedToAgainByTheNextUse)
+TEST_F(PostgreSqlRestart, IsConnectedToAgainByTheNextUse)
 {
     restartServer();
 
@@ -91,7 +91,7 @@ TEST_F(RestartedServer, IsConnectedToAgainByTheNextUse)
     EXPECT_EQ(book({fill(Side::Buy, bank(), 20240102, 10, 100)}).added, 1);
 }
 
-TEST_F(RestartedServer, LeavesNothingOfAChangeInProgress)
+TEST_F(PostgreSqlRestart, LeavesNothingOfAChangeInProgress)
 {
     OrderBook orders(&ledger());
     {
@@ -104,7 +104,7 @@ TEST_F(RestartedServer, LeavesNothingOfAChangeInProgress)
     EXPECT_TRUE(orders.ofDay(TradingDate::today()).isEmpty());
 }
 
-TEST_F(RestartedServer, IsSaidNotToBeThereWhileItIsNot)
+TEST_F(PostgreSqlRestart, IsSaidNotToBeThereWhileItIsNot)
 {
     const Outage outage;
 
@@ -112,7 +112,7 @@ TEST_F(RestartedServer, IsSaidNotToBeThereWhileItIsNot)
     EXPECT_THROW(ledger().positions(), LedgerUnavailable);
 }
 
-TEST_F(RestartedServer, GivesTheRightToServeBackToWhoHadIt)
+TEST_F(PostgreSqlRestart, GivesTheRightToServeBackToWhoHadIt)
 {
     const ServingLease lease(ledger().database());
     restartServer();
@@ -123,7 +123,7 @@ TEST_F(RestartedServer, GivesTheRightToServeBackToWhoHadIt)
     EXPECT_THROW(ServingLease(other.database()), LedgerError);
 }
 
-TEST_F(RestartedServer, LetsNothingBeChangedByWhoLostTheRightToServe)
+TEST_F(PostgreSqlRestart, LetsNothingBeChangedByWhoLostTheRightToServe)
 {
     const ServingLease lost(ledger().database());
     restartServer();
@@ -135,7 +135,7 @@ TEST_F(RestartedServer, LetsNothingBeChangedByWhoLostTheRightToServe)
     EXPECT_THROW(book({fill(Side::Buy, bank(), 20240102, 10, 100)}), LedgerError);
 }
 
-TEST_F(ModuleOnARestartedServer, RefusesOrdersUntilTheServerIsThereAgain)
+TEST_F(PostgreSqlRestartUnderAModule, RefusesOrdersUntilTheServerIsThereAgain)
 {
     serve();
     ASSERT_TRUE(ask(placing)[QStringLiteral("success")].toBool());
@@ -155,7 +155,7 @@ TEST_F(ModuleOnARestartedServer, RefusesOrdersUntilTheServerIsThereAgain)
     EXPECT_EQ(log.count("it is there again"), 1) << log.toStdString();
 }
 
-TEST(SilentServer, IsNotWaitedForLong)
+TEST(PostgreSqlRestartSilence, IsNotWaitedForLong)
 {
     if (const QString reason = TestLedger::unavailable(); !reason.isEmpty()) {
         GTEST_SKIP() << reason.toStdString();
