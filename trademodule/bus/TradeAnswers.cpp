@@ -94,6 +94,8 @@ QByteArray TradeAnswers::answer(const QJsonObject &question)
                             .arg(key(CMD), request.command()));
         }
         (this->*command->answer)(request, &answer);
+    } catch (const LeaseLost &) {
+        throw;
     } catch (const LedgerError &error) {
         answer.fail(AnswerMessage::LedgerFailed, error.reason());
     } catch (const Error &error) {
