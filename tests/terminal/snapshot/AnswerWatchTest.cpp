@@ -7,7 +7,7 @@
 namespace Terminal {
 namespace {
 
-class WatchOfCombinedOverlays : public ::testing::Test
+class AnswerWatchTest : public ::testing::Test
 {
 protected:
     static constexpr char costWord[] = "combined-cost";
@@ -20,7 +20,7 @@ protected:
         "screen-1", dailyChart(10), {QLatin1String(costWord), QLatin1String(tradesWord)}, nullptr};
 };
 
-TEST_F(WatchOfCombinedOverlays, WaitsForTheCalculationAfterTheAnswer)
+TEST_F(AnswerWatchTest, WaitsForTheCalculationAfterTheAnswer)
 {
     watch.noteUpdate(kind(costWord));
     watch.noteUpdate(kind(tradesWord));
@@ -31,7 +31,7 @@ TEST_F(WatchOfCombinedOverlays, WaitsForTheCalculationAfterTheAnswer)
     EXPECT_TRUE(watch.isComplete()) << qPrintable(watch.missing().join(QLatin1Char(' ')));
 }
 
-TEST_F(WatchOfCombinedOverlays, WaitsForTheCostsFirstCalculation)
+TEST_F(AnswerWatchTest, WaitsForTheCostsFirstCalculation)
 {
     watch.takeSharedNews(news(SharedNews::Data));
     watch.noteUpdate(kind(tradesWord));
@@ -40,7 +40,7 @@ TEST_F(WatchOfCombinedOverlays, WaitsForTheCostsFirstCalculation)
     EXPECT_TRUE(watch.isComplete());
 }
 
-TEST_F(WatchOfCombinedOverlays, WaitsAgainWhenTheTradesWereLost)
+TEST_F(AnswerWatchTest, WaitsAgainWhenTheTradesWereLost)
 {
     watch.noteUpdate(kind(costWord));
     watch.takeSharedNews(news(SharedNews::Data));
@@ -54,7 +54,7 @@ TEST_F(WatchOfCombinedOverlays, WaitsAgainWhenTheTradesWereLost)
     EXPECT_TRUE(watch.isComplete());
 }
 
-TEST_F(WatchOfCombinedOverlays, TakesNothingOfAnotherSecurityOrAnotherScreensQuestions)
+TEST_F(AnswerWatchTest, TakesNothingOfAnotherSecurityOrAnotherScreensQuestions)
 {
     watch.noteUpdate(kind(costWord));
     watch.noteUpdate(kind(tradesWord));

@@ -17,7 +17,7 @@ using Kind = DeskOutcome::Kind;
 
 const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};
 
-class Desk : public ::testing::Test
+class OrderDeskTest : public ::testing::Test
 {
 protected:
     void SetUp() override
@@ -56,7 +56,7 @@ protected:
     std::vector<DeskOutcome> m_cancelled;
 };
 
-TEST_F(Desk, AsksForNothingBeforeItIsToWatch)
+TEST_F(OrderDeskTest, AsksForNothingBeforeItIsToWatch)
 {
     OrderDesk other;
     std::vector<DeskOutcome> placed;
@@ -76,7 +76,7 @@ TEST_F(Desk, AsksForNothingBeforeItIsToWatch)
     EXPECT_TRUE(waitUntil([&other] { return other.account().has_value(); }));
 }
 
-TEST_F(Desk, TellsTheNumberOfAnAcceptedOrder)
+TEST_F(OrderDeskTest, TellsTheNumberOfAnAcceptedOrder)
 {
     m_module.setAnswer(QStringLiteral("EntrustPlace"),
                        withData(QJsonObject{{QStringLiteral("ordersno"), QStringLiteral("17")}}));
@@ -86,7 +86,7 @@ TEST_F(Desk, TellsTheNumberOfAnAcceptedOrder)
     EXPECT_EQ(m_placed.front().text, QStringLiteral("17"));
 }
 
-TEST_F(Desk, SendsPricesWithTwoDecimalsAndTheMarketAsLetters)
+TEST_F(OrderDeskTest, SendsPricesWithTwoDecimalsAndTheMarketAsLetters)
 {
     m_desk.place({moutai, Direction::Sell, 1700.1, 300});
     m_desk.place({{QStringLiteral("000001"), Market::Shenzhen, {}}, Direction::Buy, 0.1 + 0.2, 100});
@@ -105,7 +105,7 @@ TEST_F(Desk, SendsPricesWithTwoDecimalsAndTheMarketAsLetters)
     EXPECT_NE(text(0, "objectId"), text(1, "objectId"));
 }
 
-TEST_F(Desk, TellsWhyAnOrderIsRefused)
+TEST_F(OrderDeskTest, TellsWhyAnOrderIsRefused)
 {
     m_module.setAnswer(QStringLiteral("EntrustPlace"), refusedWith("not enough cash"));
     m_desk.place({moutai, Direction::Buy, 1700, 100});
@@ -114,7 +114,7 @@ TEST_F(Desk, TellsWhyAnOrderIsRefused)
     EXPECT_EQ(m_placed.front().text, QStringLiteral("not enough cash"));
 }
 
-TEST_F(Desk, TellsThatNoAnswerCameAndTellsALateAnswer)
+TEST_F(OrderDeskTest, TellsThatNoAnswerCameAndTellsALateAnswer)
 {
     m_desk.setTimeout(50ms);
     m_desk.place({moutai, Direction::Buy, 1700, 100});
@@ -131,7 +131,7 @@ TEST_F(Desk, TellsThatNoAnswerCameAndTellsALateAnswer)
     EXPECT_TRUE(m_placed.back().isLate);
 }
 
-TEST_F(Desk, TakesAnswersInAnyOrder)
+TEST_F(OrderDeskTest, TakesAnswersInAnyOrder)
 {
     m_desk.place({moutai, Direction::Buy, 1, 100});
     m_desk.place({moutai, Direction::Buy, 2, 100});
@@ -149,7 +149,7 @@ TEST_F(Desk, TakesAnswersInAnyOrder)
     EXPECT_EQ(m_placed[1].kind, Kind::Refused);
 }
 
-TEST_F(Desk, TellsThatNothingWasSentWithoutABus)
+TEST_F(OrderDeskTest, TellsThatNothingWasSentWithoutABus)
 {
     m_broker.kill();
     ASSERT_TRUE(waitUntil([this] { return !m_desk.endPoint()->isConnected(); }));
@@ -162,7 +162,7 @@ TEST_F(Desk, TellsThatNothingWasSentWithoutABus)
     EXPECT_LT(clock.elapsed(), 2000);
 }
 
-TEST_F(Desk, KnowsWhetherTheModuleAnswers)
+TEST_F(OrderDeskTest, KnowsWhetherTheModuleAnswers)
 {
     m_desk.setTimeout(300ms);
     m_module.setSilent(QStringLiteral("AccountInfo"));
@@ -172,7 +172,7 @@ TEST_F(Desk, KnowsWhetherTheModuleAnswers)
     EXPECT_TRUE(waitUntil([this] { return m_desk.isAnswering(); })) << "it asks again by itself";
 }
 
-TEST_F(Desk, ComesBackWithTheBus)
+TEST_F(OrderDeskTest, ComesBackWithTheBus)
 {
     m_broker.kill();
     ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
@@ -180,7 +180,7 @@ TEST_F(Desk, ComesBackWithTheBus)
     EXPECT_TRUE(waitUntil([this] { return m_desk.isAnswering(); }));
 }
 
-TEST_F(Desk, IsUpToDateWhenAllIsAnswered)
+TEST_F(OrderDeskTest, IsUpToDateWhenAllIsAnswered)
 {
     ASSERT_TRUE(waitUntil([this] { return m_desk.isUpToDate(); }));
     m_module.setSilent(QStringLiteral("AccountInfo"));
@@ -192,7 +192,7 @@ TEST_F(Desk, IsUpToDateWhenAllIsAnswered)
     EXPECT_TRUE(waitUntil([this] { return m_desk.isUpToDate(); }));
 }
 
-TEST_F(Desk, AsksAnewWhileAQuestionIsOpenThatNobodyHeard)
+TEST_F(OrderDeskTest, AsksAnewWhileAQuestionIsOpenThatNobodyHeard)
 {
     m_desk.setTimeout(1min);
     m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
@@ -204,7 +204,7 @@ TEST_F(Desk, AsksAnewWhileAQuestionIsOpenThatNobodyHeard)
     EXPECT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 2));
 }
 
-TEST_F(Desk, CancelsByDayAndNumber)
+TEST_F(OrderDeskTest, CancelsByDayAndNumber)
 {
     m_module.setAnswer(QStringLiteral("EntrustCancel"),
                        withData(QJsonArray{QJsonObject{{QStringLiteral("msgok "), QStringLiteral("done")}}}));
@@ -221,7 +221,7 @@ TEST_F(Desk, CancelsByDayAndNumber)
     EXPECT_EQ(asked.value(QLatin1String("orderdate")).toString(), QStringLiteral("20240102"));
 }
 
-TEST_F(Desk, ReadsTheOrdersOfTheShownSecurity)
+TEST_F(OrderDeskTest, ReadsTheOrdersOfTheShownSecurity)
 {
     m_module.setAnswer(QStringLiteral("EntrustTodayTrade"), withData(QJsonArray{orderRow("17", "7")}));
     m_desk.refresh();
@@ -237,7 +237,7 @@ TEST_F(Desk, ReadsTheOrdersOfTheShownSecurity)
     EXPECT_TRUE(isCancellable(order));
 }
 
-TEST_F(Desk, ReadsTheAccount)
+TEST_F(OrderDeskTest, ReadsTheAccount)
 {
     const QJsonObject held{{QStringLiteral("stkcode"), QStringLiteral("000001")},
                            {QStringLiteral("stkname"), QStringLiteral("PA")},
@@ -260,7 +260,7 @@ TEST_F(Desk, ReadsTheAccount)
     EXPECT_EQ(m_desk.account()->find(moutai), nullptr);
 }
 
-TEST_F(Desk, AsksForTheOrdersOfAPastDayByANumber)
+TEST_F(OrderDeskTest, AsksForTheOrdersOfAPastDayByANumber)
 {
     m_module.setAnswer(QStringLiteral("EntrustHistoryTrade"), withData(QJsonArray{orderRow("3", "8")}));
     m_desk.show(moutai, Trading::TradingDate::of(2024, 1, 2));
@@ -270,7 +270,7 @@ TEST_F(Desk, AsksForTheOrdersOfAPastDayByANumber)
         20240102);
 }
 
-TEST_F(Desk, ForgetsTheOrdersOfAnotherSecurity)
+TEST_F(OrderDeskTest, ForgetsTheOrdersOfAnotherSecurity)
 {
     m_module.setAnswer(QStringLiteral("EntrustTodayTrade"), withData(QJsonArray{orderRow("17", "2")}));
     m_desk.refresh();
@@ -279,7 +279,7 @@ TEST_F(Desk, ForgetsTheOrdersOfAnotherSecurity)
     EXPECT_TRUE(m_desk.orders().empty());
 }
 
-TEST_F(Desk, AsksAgainAfterANotification)
+TEST_F(OrderDeskTest, AsksAgainAfterANotification)
 {
     const size_t orders = countOf("EntrustTodayTrade");
     const size_t accounts = countOf("AccountInfo");
@@ -288,7 +288,7 @@ TEST_F(Desk, AsksAgainAfterANotification)
         [&] { return countOf("EntrustTodayTrade") > orders && countOf("AccountInfo") > accounts; }));
 }
 
-TEST_F(Desk, HasOneQuestionOfAKindOpenHoweverManyNotificationsCome)
+TEST_F(OrderDeskTest, HasOneQuestionOfAKindOpenHoweverManyNotificationsCome)
 {
     m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
     const size_t before = countOf("EntrustTodayTrade");

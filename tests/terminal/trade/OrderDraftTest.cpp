@@ -36,11 +36,11 @@ struct Case
     const char *problem; ///< a part of it; empty: none
 };
 
-class Draft : public ::testing::TestWithParam<Case>
+class OrderDraftChecks : public ::testing::TestWithParam<Case>
 {
 };
 
-TEST_P(Draft, NamesTheFirstThingThatSpeaksAgainstIt)
+TEST_P(OrderDraftChecks, NamesTheFirstThingThatSpeaksAgainstIt)
 {
     const std::string problem = OrderDraft(GetParam().order, facts()).problem().toStdString();
     if (*GetParam().problem == '\0') {
@@ -73,7 +73,7 @@ const Case cases[] = {
     {"costsMoreThanThereIs", order(buy, 10, 1100), "not enough cash"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Checks, Draft, ::testing::ValuesIn(cases), ByName());
+INSTANTIATE_TEST_SUITE_P(Checks, OrderDraftChecks, ::testing::ValuesIn(cases), ByName());
 
 TEST(OrderDraft, NeedsAModuleThatAnswers)
 {
