@@ -100,11 +100,13 @@ TEST(OrderDraft, ShowsTheLimitsThatTheExchangeHoldsForEveryClose)
     for (qint64 close = 1; close <= 100000; ++close) {
         facts.closeBefore = static_cast<double>(close) / 100;
         for (const auto &[code, percent] : {std::pair("600519", 10), std::pair("688981", 20)}) {
-            const PriceLimits limits = OrderDraft(order(buy, 1, 100, code), facts).limits().value();
-            ASSERT_TRUE(isNearestTick(std::llround(limits.lowest * 100), close, 100 - percent))
-                << limits.lowest;
-            ASSERT_TRUE(isNearestTick(std::llround(limits.highest * 100), close, 100 + percent))
-                << limits.highest;
+            const Trading::DayLimits limits = OrderDraft(order(buy, 1, 100, code), facts).limits().value();
+            ASSERT_TRUE(
+                isNearestTick(limits.lowest.steps() / Trading::priceStep.steps(), close, 100 - percent))
+                << limits.lowest.digits();
+            ASSERT_TRUE(
+                isNearestTick(limits.highest.steps() / Trading::priceStep.steps(), close, 100 + percent))
+                << limits.highest.digits();
         }
     }
 }
