@@ -131,6 +131,85 @@ TEST_F(Desk, TellsThatNoAnswerCameAndTellsALateAnswer)
     EXPECT_TRUE(m_placed.back().isLate);
 }
 
+/// A desk whose module says that it knows the terminal's own numbers of orders.
+class DeskOfAModuleWithNumbers : public Desk
+{
+protected:
+    void SetUp() override
+    {
+        Desk::SetUp();
+        m_desk.setKnowsClientNumbers([this] { return m_knowsNumbers; });
+        m_desk.setTimeout(100ms);
+    }
+
+    bool m_knowsNumbers = true;
+};
+
+TEST_F(DeskOfAModuleWithNumbers, AsksAgainForTheSameOrderUntilItIsAnswered)
+{
+    const QString number = m_desk.place({moutai, Direction::Buy, 1700, 100});
+    ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 2));
+    const auto asked = m_module.asked(QStringLiteral("EntrustPlace"));
+    EXPECT_EQ(asked[0], asked[1]) << "the very same question";
+    EXPECT_EQ(asked[0].value(QLatin1String("clientno")).toString(), number);
+    m_module.answer(asked[1], withData(QJsonObject{{QStringLiteral("ordersno"), QStringLiteral("19")}}));
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::Accepted);
+    EXPECT_FALSE(m_placed.front().isLate);
+    m_module.answer(asked[0], withData(QJsonObject{{QStringLiteral("ordersno"), QStringLiteral("19")}}));
+    letPass();
+    EXPECT_EQ(m_placed.size(), 2U) << "the other answer tells of the same order";
+}
+
+TEST_F(DeskOfAModuleWithNumbers, AsksAFewTimesAndThenSaysThatNoAnswerCame)
+{
+    int repeats = 0;
+    QObject::connect(&m_desk, &OrderDesk::askedAgain, &m_desk,
+                     [&repeats](const OrderRequest &) { ++repeats; });
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::NoAnswer);
+    letPass();
+    EXPECT_EQ(countOf("EntrustPlace"), static_cast<size_t>(OpenWishes::mostTries) + 1)
+        << "the last one is ours";
+    EXPECT_EQ(repeats, OpenWishes::mostTries - 1);
+}
+
+TEST_F(DeskOfAModuleWithNumbers, GivesEveryPlacementANumberOfItsOwn)
+{
+    EXPECT_NE(m_desk.place({moutai, Direction::Buy, 1, 100}), m_desk.place({moutai, Direction::Buy, 1, 100}));
+}
+
+TEST_F(DeskOfAModuleWithNumbers, AsksNoOtherModuleForAnOrderAgain)
+{
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
+    m_knowsNumbers = false;
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::NoAnswer);
+    EXPECT_EQ(countOf("EntrustPlace"), 1U);
+}
+
+TEST_F(DeskOfAModuleWithNumbers, AsksNotAgainForAnOrderThatWentOutWithoutANumber)
+{
+    m_knowsNumbers = false;
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
+    m_knowsNumbers = true;
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    ASSERT_EQ(countOf("EntrustPlace"), 1U);
+    EXPECT_FALSE(m_module.asked(QStringLiteral("EntrustPlace")).front().contains(QLatin1String("clientno")));
+}
+
+TEST_F(DeskOfAModuleWithNumbers, AsksForNoCancellationAgain)
+{
+    OrderRecord order;
+    order.security = moutai;
+    order.number = QStringLiteral("17");
+    order.day = Trading::TradingDate::of(2024, 1, 2);
+    m_desk.cancel(order);
+    ASSERT_TRUE(waitUntil([this] { return !m_cancelled.empty(); }));
+    EXPECT_EQ(countOf("EntrustCancel"), 1U);
+}
+
 TEST_F(Desk, TakesAnswersInAnyOrder)
 {
     m_desk.place({moutai, Direction::Buy, 1, 100});
