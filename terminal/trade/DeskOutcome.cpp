@@ -30,15 +30,16 @@ bool isGranted(const QJsonObject &answer)
     return answer.value(QLatin1String(TradeKeyFields::SUCCESS)).toBool();
 }
 
-QString refusalText(const QJsonObject &answer)
+QString refusalOf(const QJsonObject &answer)
 {
-    return textOf(answer, TradeKeyFields::MSG);
+    const QString reason = isGranted(answer) ? QString() : textOf(answer, TradeKeyFields::MSG);
+    return isGranted(answer) || !reason.isEmpty() ? reason : QStringLiteral("?");
 }
 
 DeskOutcome outcomeOf(const QJsonObject &answer)
 {
     return isGranted(answer) ? DeskOutcome{DeskOutcome::Kind::Accepted, grantText(answer)}
-                             : DeskOutcome{DeskOutcome::Kind::Refused, refusalText(answer)};
+                             : DeskOutcome{DeskOutcome::Kind::Refused, refusalOf(answer)};
 }
 
 } // namespace Terminal

@@ -23,8 +23,8 @@ struct DeskOutcome
 /// True when the module grants what it was asked.
 bool isGranted(const QJsonObject &answer);
 
-/// Why it does not; empty when it gives no reason.
-QString refusalText(const QJsonObject &answer);
+/// Why it does not, "?" when it gives no reason; empty when it does.
+QString refusalOf(const QJsonObject &answer);
 
 /// The outcome of a wish that the module answered so.
 DeskOutcome outcomeOf(const QJsonObject &answer);

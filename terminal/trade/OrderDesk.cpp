@@ -75,6 +75,7 @@ void OrderDesk::show(const Security &security, std::optional<Trading::TradingDat
     m_security = security;
     m_day = day;
     m_orders.clear();
+    m_ordersRefusal.clear();
     Q_EMIT ordersChanged();
     if (isWatching()) {
         m_ordersQuestion.askAnew();
@@ -193,16 +194,19 @@ bool OrderDesk::isUpToDate() const
     return !isWatching() || (m_ordersQuestion.isAnswered() && m_accountQuestion.isAnswered());
 }
 
+/// Orders that are refused now stay as they were known; the panel says that they are old.
 void OrderDesk::takeOrders(const QJsonObject &answer)
 {
+    m_ordersRefusal = refusalOf(answer);
     if (isGranted(answer)) {
         m_orders = readOrders(answer);
-        Q_EMIT ordersChanged();
     }
+    Q_EMIT ordersChanged();
 }
 
 void OrderDesk::takeAccount(const QJsonObject &answer)
 {
+    m_accountRefusal = refusalOf(answer);
     m_account = isGranted(answer) ? std::optional<Account>(readAccount(answer)) : std::nullopt;
     Q_EMIT accountChanged();
 }

@@ -68,14 +68,17 @@ public:
     const OrderRecords &orders() const { return m_orders; }
     /// As last answered; nothing before, and when the module does not know the question.
     const std::optional<Account> &account() const { return m_account; }
+    /// Why the module refuses to tell the orders, or the account; empty while it does not refuse.
+    const QString &ordersRefusal() const { return m_ordersRefusal; }
+    const QString &accountRefusal() const { return m_accountRefusal; }
 
 Q_SIGNALS:
     void placed(const OrderRequest &order, const DeskOutcome &outcome);
     /// No answer came in time; the module was asked again for the same order.
     void askedAgain(const OrderRequest &order);
     void cancelAnswered(const OrderRecord &order, const DeskOutcome &outcome);
-    void ordersChanged();
-    void accountChanged();
+    void ordersChanged();  ///< or why they are not told
+    void accountChanged(); ///< the same
     void answeringChanged(bool isAnswering);
     /// An answer came and was taken.
     void answered();
@@ -113,6 +116,8 @@ private:
     std::optional<Trading::TradingDate> m_day; ///< nothing: today
     OrderRecords m_orders;
     std::optional<Account> m_account;
+    QString m_ordersRefusal;
+    QString m_accountRefusal;
     bool m_isAnswering = false;
 };
 

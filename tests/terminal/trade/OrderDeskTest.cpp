@@ -251,6 +251,53 @@ TEST_F(Desk, KnowsWhetherTheModuleAnswers)
     EXPECT_TRUE(waitUntil([this] { return m_desk.isAnswering(); })) << "it asks again by itself";
 }
 
+TEST_F(Desk, MakesAListOfAnswersThatAreAlwaysLate)
+{
+    m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
+    m_desk.setTimeout(100ms);
+    const size_t before = countOf("EntrustTodayTrade");
+    m_desk.askAnew();
+    ASSERT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 1));
+    ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
+    m_desk.refresh(); // the first one is given up
+    ASSERT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 2));
+    const auto asked = m_module.asked(QStringLiteral("EntrustTodayTrade"));
+    m_module.answer(asked[before], withData(QJsonArray{orderRow("17", "2")}));
+    ASSERT_TRUE(waitUntil([this] { return m_desk.orders().size() == 1; }));
+    EXPECT_TRUE(m_desk.isAnswering());
+}
+
+TEST_F(Desk, TakesNoAnswerThatIsOlderThanTheOneItKnows)
+{
+    m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
+    m_desk.setTimeout(100ms);
+    const size_t before = countOf("EntrustTodayTrade");
+    m_desk.askAnew();
+    ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
+    m_desk.setTimeout(1min);
+    m_desk.refresh();
+    ASSERT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 2));
+    const auto asked = m_module.asked(QStringLiteral("EntrustTodayTrade"));
+    m_module.answer(asked[before + 1], withData(QJsonArray{orderRow("17", "2"), orderRow("18", "2")}));
+    ASSERT_TRUE(waitUntil([this] { return m_desk.orders().size() == 2; }));
+    m_module.answer(asked[before], withData(QJsonArray{orderRow("17", "2")}));
+    letPass();
+    EXPECT_EQ(m_desk.orders().size(), 2U);
+}
+
+TEST_F(Desk, TakesNoLateAnswerForTheOrdersOfAnotherSecurity)
+{
+    m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
+    m_desk.setTimeout(100ms);
+    m_desk.askAnew();
+    ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
+    const QJsonObject asked = m_module.asked(QStringLiteral("EntrustTodayTrade")).back();
+    m_desk.show({QStringLiteral("000001"), Market::Shenzhen, {}}, std::nullopt);
+    m_module.answer(asked, withData(QJsonArray{orderRow("17", "2")}));
+    letPass();
+    EXPECT_TRUE(m_desk.orders().empty());
+}
+
 TEST_F(Desk, ComesBackWithTheBus)
 {
     m_broker.kill();
