@@ -140,7 +140,8 @@ public:
                 return;
             }
         }
-        m_findings.append({kind, QLatin1String(key.key), shownValue(value), key.whenWrong, isInRow ? 1 : 0});
+        m_findings.append(
+            {kind, QLatin1String(key.key), shownValue(value), key.whenWrong, isInRow ? 1 : 0, key.type});
     }
 
     void add(const AnswerFinding &finding) { m_findings.append(finding); }
@@ -260,12 +261,14 @@ private:
             return;
         }
         checkKeys(shape.keys, record, false, &m_findings);
-        m_answer.rows += record.contains(QLatin1String(COSTPRICE)) ? 1 : 0;
+        m_answer.isDrawable = record.contains(QLatin1String(COSTPRICE));
+        m_answer.rows += m_answer.isDrawable ? 1 : 0;
     }
 
     void checkRows(const RecordShape &shape, const QJsonArray &rows)
     {
         const bool leavesOutOthers = isMarketRequired(shape);
+        m_answer.isDrawable = !rows.isEmpty();
         for (const QJsonValue &value : rows) {
             const QJsonObject row = value.toObject();
             const bool isOther = isOfOtherMarket(row);

@@ -29,29 +29,35 @@ struct AnswerFinding
         OtherScreen, ///< it names another screen than the one whose channel it came on
         OtherMarket, ///< a row names another market, and is drawn all the same
         Unknown,     ///< no command of an answer
+
+        // which only who listens to a screen can see
+        OtherChannel, ///< it came on the channel `value` instead of the screen's
+        Repeated,     ///< the same answer to the same question for the second time
     };
     Kind kind;
     QString key;   ///< empty where the fault is in no key
     QString value; ///< what stands there; of the first such row
     WhenWrong effect = WhenWrong::Ignored;
-    int rows = 0; ///< how many rows have it; 0 where it is in no row
+    int rows = 0;                   ///< how many rows have it; 0 where it is in no row
+    JsonType type = JsonType::Text; ///< that it must be
 
     friend bool operator==(const AnswerFinding &a, const AnswerFinding &b)
     {
         return a.kind == b.kind && a.key == b.key && a.value == b.value && a.effect == b.effect &&
-               a.rows == b.rows;
+               a.rows == b.rows && a.type == b.type;
     }
 };
 
 /// What an answer holds for a chart.
 struct CheckedAnswer
 {
-    QString command; ///< empty when it names none
-    bool isForChart; ///< it names the chart's security, or is for none
+    QString command;         ///< empty when it names none
+    bool isForChart = false; ///< it names the chart's security, or none
     bool isRefusal = false;
-    int rows = 0;                    ///< that overlays draw or list: trades, orders, or one cost
-    int otherMarkets = 0;            ///< rows that overlays leave out because they are of another market
-    QVector<AnswerFinding> findings; ///< what the user should know; empty for an answer as it must be
+    bool isDrawable = false;           ///< overlays ask for a repaint when they take it
+    int rows = 0;                      ///< that overlays draw or list: trades, orders, or one cost
+    int otherMarkets = 0;              ///< rows that overlays leave out because they are of another market
+    QVector<AnswerFinding> findings{}; ///< what the user should know; empty for one as it must be
 };
 
 /// Checks an answer on the channel of a chart's screen. Parses it once; each fault is told once, with the

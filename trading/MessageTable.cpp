@@ -3,6 +3,8 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trading/ModuleVocabulary.h"
 
+#include <QtGlobal>
+
 #include <algorithm>
 #include <iterator>
 
@@ -355,8 +357,12 @@ const MessageRow *findMessage(MessageRole role, const QString &command)
 const char *wordOf(JsonType type)
 {
     static constexpr Word<JsonType> words[] = {
-        {JsonType::Text, "text"},   {JsonType::Number, "number"}, {JsonType::Flag, "true or false"},
-        {JsonType::Texts, "texts"}, {JsonType::Record, "object"}, {JsonType::Rows, "array of objects"},
+        {JsonType::Text, QT_TRANSLATE_NOOP("MessageTable", "text")},
+        {JsonType::Number, QT_TRANSLATE_NOOP("MessageTable", "number")},
+        {JsonType::Flag, QT_TRANSLATE_NOOP("MessageTable", "true or false")},
+        {JsonType::Texts, QT_TRANSLATE_NOOP("MessageTable", "texts")},
+        {JsonType::Record, QT_TRANSLATE_NOOP("MessageTable", "object")},
+        {JsonType::Rows, QT_TRANSLATE_NOOP("MessageTable", "array of objects")},
     };
     return findWord(words, type);
 }
@@ -388,25 +394,27 @@ const char *wordOf(Form form)
 const char *wordOf(WhenWrong effect)
 {
     static constexpr Word<WhenWrong> words[] = {
-        {WhenWrong::Nothing, "nobody minds"},
-        {WhenWrong::Refused, "refused; the reason names the key"},
-        {WhenWrong::WarnedOf, "left alone, with a warning that names the key"},
-        {WhenWrong::ToSender, "the answer goes to the sender"},
-        {WhenWrong::Ignored, "the message is ignored"},
-        {WhenWrong::NoRows, "counts as nothing"},
-        {WhenWrong::Failure, "counts as a failure"},
-        {WhenWrong::Success, "counts as a success"},
-        {WhenWrong::EmptyMessage, "the user reads an empty message"},
-        {WhenWrong::NoLine, "no line, or one at 0"},
-        {WhenWrong::SkippedRow, "the row is left out"},
-        {WhenWrong::Zero, "counts as 0"},
-        {WhenWrong::Sale, "counts as a sale"},
-        {WhenWrong::NoBar, "the trade stands on no bar"},
-        {WhenWrong::WrongTime, "the trade is listed at a wrong time"},
-        {WhenWrong::FirstMinute, "the order stands at 09:31"},
-        {WhenWrong::NoMarker, "the order gets no marker"},
-        {WhenWrong::NoCancelling, "the order cannot be cancelled"},
-        {WhenWrong::DrawnAllTheSame, "drawn all the same"},
+        {WhenWrong::Nothing, QT_TRANSLATE_NOOP("MessageTable", "nobody minds")},
+        {WhenWrong::Refused, QT_TRANSLATE_NOOP("MessageTable", "refused; the reason names the key")},
+        {WhenWrong::WarnedOf,
+         QT_TRANSLATE_NOOP("MessageTable", "left alone, with a warning that names the key")},
+        {WhenWrong::ToSender, QT_TRANSLATE_NOOP("MessageTable", "the answer goes to the sender")},
+        {WhenWrong::Ignored, QT_TRANSLATE_NOOP("MessageTable", "the message is ignored")},
+        {WhenWrong::NoRows, QT_TRANSLATE_NOOP("MessageTable", "counts as nothing")},
+        {WhenWrong::Failure, QT_TRANSLATE_NOOP("MessageTable", "counts as a failure")},
+        {WhenWrong::Success, QT_TRANSLATE_NOOP("MessageTable", "counts as a success")},
+        {WhenWrong::EmptyMessage, QT_TRANSLATE_NOOP("MessageTable", "the user reads an empty message")},
+        {WhenWrong::NoLine, QT_TRANSLATE_NOOP("MessageTable", "no line, or one at 0")},
+        {WhenWrong::SkippedRow, QT_TRANSLATE_NOOP("MessageTable", "the row is left out")},
+        {WhenWrong::Zero, QT_TRANSLATE_NOOP("MessageTable", "counts as 0")},
+        {WhenWrong::Sale, QT_TRANSLATE_NOOP("MessageTable", "counts as a sale")},
+        {WhenWrong::ListedTwice, QT_TRANSLATE_NOOP("MessageTable", "every trade is listed twice")},
+        {WhenWrong::NoBar, QT_TRANSLATE_NOOP("MessageTable", "the trade stands on no bar")},
+        {WhenWrong::WrongTime, QT_TRANSLATE_NOOP("MessageTable", "the trade is listed at a wrong time")},
+        {WhenWrong::FirstMinute, QT_TRANSLATE_NOOP("MessageTable", "the order stands at 09:31")},
+        {WhenWrong::NoMarker, QT_TRANSLATE_NOOP("MessageTable", "the order gets no marker")},
+        {WhenWrong::NoCancelling, QT_TRANSLATE_NOOP("MessageTable", "the order cannot be cancelled")},
+        {WhenWrong::DrawnAllTheSame, QT_TRANSLATE_NOOP("MessageTable", "drawn all the same")},
     };
     return findWord(words, effect);
 }

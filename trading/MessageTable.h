@@ -47,6 +47,7 @@ enum class WhenWrong {
     SkippedRow,     ///< the row is left out
     Zero,           ///< counts as 0
     Sale,           ///< counts as a sale
+    ListedTwice,    ///< all that it brings is listed twice
     NoBar,          ///< the trade stands on no bar
     WrongTime,      ///< the trade is listed at a wrong time
     FirstMinute,    ///< the order stands at 09:31
