@@ -32,7 +32,13 @@ constexpr auto longestStall = 100ms;
 constexpr auto longestFarewell = 2s;
 
 constexpr int atMostOnce = 0;
+constexpr int atLeastOnce = 1;     // the one that has a receipt
 constexpr int firstRefusal = 0x80; // of MQTT 5's reason codes
+
+int qualityOf(const BusMessage &message)
+{
+    return message.isRetained ? atLeastOnce : atMostOnce;
+}
 
 /// Set up at first use, for the life of the process.
 void initializeLibrary()
@@ -79,6 +85,14 @@ QByteArray correlationOf(const mosquitto_property *list)
     mosquitto_property_read_binary(list, MQTT_PROP_CORRELATION_DATA, &data, &size, false);
     const std::unique_ptr<void, decltype(&free)> owner(data, &free);
     return QByteArray(static_cast<const char *>(data), size);
+}
+
+/// As the broker says at the greeting; one that says nothing of it does.
+bool keepsMessages(const mosquitto_property *list)
+{
+    uint8_t isAvailable = 1;
+    mosquitto_property_read_byte(list, MQTT_PROP_RETAIN_AVAILABLE, &isAvailable, false);
+    return isAvailable != 0;
 }
 
 QString errorText(int code)
@@ -141,7 +155,7 @@ const char *orNull(const QByteArray &text)
 /// What the library calls. It holds its locks meanwhile, so nothing here calls it back.
 struct MqttConnection::Callbacks
 {
-    static void connected(mosquitto *, void *self, int reason, int, const mosquitto_property *)
+    static void connected(mosquitto *, void *self, int reason, int, const mosquitto_property *list)
     {
         auto *connection = static_cast<MqttConnection *>(self);
         connection->m_accepted = reason == 0;
@@ -149,6 +163,9 @@ struct MqttConnection::Callbacks
         if (connection->m_refused) {
             connection->m_brokersReason = QStringLiteral("the broker refuses this client: ") +
                                           QLatin1String(mosquitto_reason_string(reason));
+        }
+        if (reason == MQTT_RC_RETAIN_NOT_SUPPORTED || !keepsMessages(list)) {
+            connection->m_receipts.push_back(QStringLiteral("the broker keeps no messages"));
         }
     }
 
@@ -186,7 +203,17 @@ struct MqttConnection::Callbacks
         static_cast<MqttConnection *>(self)->m_received.push_back(std::move(copy));
     }
 
-    static void sent(mosquitto *, void *self, int) { ++static_cast<MqttConnection *>(self)->m_sentCount; }
+    static void sent(mosquitto *, void *self, int packet, int reason, const mosquitto_property *)
+    {
+        auto *connection = static_cast<MqttConnection *>(self);
+        ++connection->m_sentCount;
+        if (connection->m_keptUnderWay.remove(packet)) {
+            connection->m_receipts.push_back(reason < firstRefusal
+                                                 ? QString()
+                                                 : QStringLiteral("the broker does not keep the message: ") +
+                                                       QLatin1String(mosquitto_reason_string(reason)));
+        }
+    }
 };
 
 void MqttConnection::HandleDeleter::operator()(mosquitto *handle) const
@@ -194,7 +221,9 @@ void MqttConnection::HandleDeleter::operator()(mosquitto *handle) const
     mosquitto_destroy(handle);
 }
 
-MqttConnection::MqttConnection(BusAddress address, const QByteArray &clientId) : m_address(std::move(address))
+MqttConnection::MqttConnection(BusAddress address, const QByteArray &clientId,
+                               const std::optional<BusMessage> &will)
+    : m_address(std::move(address))
 {
     initializeLibrary();
     m_handle.reset(mosquitto_new(clientId.constData(), true, this));
@@ -202,14 +231,14 @@ MqttConnection::MqttConnection(BusAddress address, const QByteArray &clientId) :
     mosquitto_disconnect_v5_callback_set(m_handle.get(), &Callbacks::disconnected);
     mosquitto_subscribe_v5_callback_set(m_handle.get(), &Callbacks::subscribed);
     mosquitto_message_v5_callback_set(m_handle.get(), &Callbacks::received);
-    mosquitto_publish_callback_set(m_handle.get(), &Callbacks::sent);
-    m_error = configure();
+    mosquitto_publish_v5_callback_set(m_handle.get(), &Callbacks::sent);
+    m_error = configure(will);
 }
 
 MqttConnection::~MqttConnection() = default;
 
 /// Empty, or what the library does not take.
-QString MqttConnection::configure()
+QString MqttConnection::configure(const std::optional<BusMessage> &will)
 {
     mosquitto *handle = m_handle.get();
     mosquitto_int_option(handle, MOSQ_OPT_PROTOCOL_VERSION, MQTT_PROTOCOL_V5);
@@ -222,14 +251,23 @@ QString MqttConnection::configure()
         code = mosquitto_username_pw_set(handle, m_address.username.constData(), orNull(m_address.password));
     }
     if (code == MOSQ_ERR_SUCCESS && m_address.transport == BusAddress::Transport::Tls) {
-        const QByteArray ca = QFile::encodeName(m_address.caFile);
-        const QByteArray cert = QFile::encodeName(m_address.certFile);
-        const QByteArray key = QFile::encodeName(m_address.keyFile);
-        code = ca.isEmpty() ? mosquitto_int_option(handle, MOSQ_OPT_TLS_USE_OS_CERTS, 1)
-                            : mosquitto_tls_set(handle, ca.constData(), nullptr, orNull(cert), orNull(key),
-                                                &knowNoPassphrase);
+        code = configureTls();
+    }
+    if (code == MOSQ_ERR_SUCCESS && will) {
+        code = mosquitto_will_set_v5(handle, will->path.constData(), will->payload.size(),
+                                     will->payload.constData(), qualityOf(*will), will->isRetained, nullptr);
     }
     return code == MOSQ_ERR_SUCCESS ? QString() : errorText(code);
+}
+
+int MqttConnection::configureTls()
+{
+    const QByteArray ca = QFile::encodeName(m_address.caFile);
+    const QByteArray cert = QFile::encodeName(m_address.certFile);
+    const QByteArray key = QFile::encodeName(m_address.keyFile);
+    return ca.isEmpty() ? mosquitto_int_option(m_handle.get(), MOSQ_OPT_TLS_USE_OS_CERTS, 1)
+                        : mosquitto_tls_set(m_handle.get(), ca.constData(), nullptr, orNull(cert),
+                                            orNull(key), &knowNoPassphrase);
 }
 
 MqttConnection::Opened MqttConnection::open(const QByteArray &host)
@@ -326,9 +364,14 @@ bool MqttConnection::subscribe(const QVector<QByteArray> &paths)
 bool MqttConnection::publish(const BusMessage &message)
 {
     const Properties properties = propertiesOf(message);
-    return succeeded(mosquitto_publish_v5(m_handle.get(), nullptr, message.path.constData(),
-                                          message.payload.size(), message.payload.constData(), atMostOnce,
-                                          false, properties.get()));
+    int packet = 0;
+    const int code = mosquitto_publish_v5(m_handle.get(), &packet, message.path.constData(),
+                                          message.payload.size(), message.payload.constData(),
+                                          qualityOf(message), message.isRetained, properties.get());
+    if (message.isRetained) {
+        m_keptUnderWay.insert(packet);
+    }
+    return succeeded(code);
 }
 
 bool MqttConnection::succeeded(int code)

@@ -5,10 +5,13 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QSet>
+#include <QString>
 #include <QVector>
 
 #include <deque>
 #include <memory>
+#include <optional>
 #include <utility>
 
 struct mosquitto;
@@ -25,7 +28,8 @@ class MqttConnection
 public:
     enum class Opened { UnderWay, Busy, Failed };
 
-    MqttConnection(BusAddress address, const QByteArray &clientId);
+    /// `will` is what the broker publishes when this connection is lost.
+    MqttConnection(BusAddress address, const QByteArray &clientId, const std::optional<BusMessage> &will);
     ~MqttConnection();
     Q_DISABLE_COPY_MOVE(MqttConnection)
 
@@ -57,6 +61,10 @@ public:
     QVector<QByteArray> takeRefusedSubscriptions() { return std::exchange(m_refusedSubscriptions, {}); }
     std::deque<BusMessage> &received() { return m_received; }
 
+    /// One for every message that was to be kept and that the broker has decided on: empty, or why it does
+    /// not keep it. One more when it says at the greeting that it keeps none.
+    std::deque<QString> takeReceipts() { return std::exchange(m_receipts, {}); }
+
     /// How many messages have left this process since the last call, in the order of publishing.
     int takeSentCount() { return std::exchange(m_sentCount, 0); }
 
@@ -73,7 +81,8 @@ private:
     };
 
     bool isLocal() const { return m_address.transport == BusAddress::Transport::UnixSocket; }
-    QString configure();
+    QString configure(const std::optional<BusMessage> &will);
+    int configureTls();
     bool hasReachedBroker();
     bool succeeded(int code);
 
@@ -85,6 +94,8 @@ private:
     QHash<int, QVector<QByteArray>> m_subscriptionsUnderWay; // by packet number
     QVector<QByteArray> m_refusedSubscriptions;
     std::deque<BusMessage> m_received;
+    QSet<int> m_keptUnderWay; // packet numbers of messages without a receipt
+    std::deque<QString> m_receipts;
     int m_sentCount = 0;
     QString m_error;
     QString m_brokersReason;

@@ -79,12 +79,14 @@ MqttSession::~MqttSession()
     close();
 }
 
-void MqttSession::open(const BusAddress &address, const QVector<QByteArray> &subscriptions)
+void MqttSession::open(const BusAddress &address, const QVector<QByteArray> &subscriptions,
+                       const std::optional<BusMessage> &will)
 {
     close();
     m_address = address;
     m_replyPath = topicPath(m_address.prefix, {"reply." + m_clientId, QByteArrayLiteral("answer")});
     m_subscriptions = subscriptions;
+    m_will = will;
     m_outage.begin(m_address.toString());
     m_retry.reset();
     join();
@@ -97,6 +99,7 @@ void MqttSession::close()
     }
     reportUnsent();
     enter(State::Closed);
+    m_receipts.clear();
     m_inbox.clear();
 }
 
@@ -188,7 +191,7 @@ void MqttSession::connectTo(const QString &host)
         }
     }
     if (!m_connection) {
-        m_connection = std::make_unique<MqttConnection>(m_address, m_clientId);
+        m_connection = std::make_unique<MqttConnection>(m_address, m_clientId, m_will);
     }
     switch (m_connection->open(QFile::encodeName(host))) {
     case MqttConnection::Opened::UnderWay:
@@ -357,6 +360,9 @@ void MqttSession::collect()
         qCWarning(lcBus, "%s: the broker refuses the subscription to '%s'",
                   qUtf8Printable(m_address.toString()), path.constData());
     }
+    for (const QString &receipt : m_connection->takeReceipts()) {
+        m_receipts.push_back(receipt);
+    }
     std::deque<BusMessage> &received = m_connection->received();
     for (; !received.empty(); received.pop_front()) {
         takeIn(std::move(received.front()));
@@ -382,6 +388,11 @@ void MqttSession::announce()
     if (m_readyIsDue && isJoined() && m_connection->isEverySubscriptionInPlace()) {
         m_readyIsDue = false;
         Q_EMIT ready();
+    }
+    while (alive && !m_receipts.empty()) {
+        const QString receipt = m_receipts.front();
+        m_receipts.pop_front();
+        Q_EMIT receiptCame(receipt);
     }
     if (!alive || m_inbox.empty()) {
         return;

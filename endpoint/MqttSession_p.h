@@ -38,8 +38,10 @@ public:
     explicit MqttSession(QObject *parent);
     ~MqttSession() override;
 
-    /// Joins in the background, again and again until close(). `subscriptions` are topic paths.
-    void open(const BusAddress &address, const QVector<QByteArray> &subscriptions);
+    /// Joins in the background, again and again until close(). `subscriptions` are topic paths; `will` is
+    /// what the broker publishes whenever it loses this client.
+    void open(const BusAddress &address, const QVector<QByteArray> &subscriptions,
+              const std::optional<BusMessage> &will = std::nullopt);
     void close();
 
     bool isOpen() const { return m_state != State::Closed; }
@@ -66,6 +68,9 @@ public:
 Q_SIGNALS:
     void messagesArrived();
     void ready();
+
+    /// The broker's word on a message that it was to keep: empty, or why it does not.
+    void receiptCame(const QString &problem);
 
 private:
     enum class State {
@@ -119,6 +124,7 @@ private:
     const QByteArray m_clientId;
     QByteArray m_replyPath; // where answers to this session arrive
     QVector<QByteArray> m_subscriptions;
+    std::optional<BusMessage> m_will;
     HostLookup m_lookup;
     Retry m_retry;
     int m_triesInCrowd = 0;
@@ -132,6 +138,7 @@ private:
     Outbox m_outbox;
     bool m_readyIsDue = false;
 
+    std::deque<QString> m_receipts;
     std::deque<BusMessage> m_inbox;
     QTimer m_announceTimer; // for what is left in the inbox when a turn of the event loop has had its share
     quint64 m_questions = 0;

@@ -16,6 +16,8 @@ inline constexpr const char *MARKET = "Market"; ///< what the market does
 /// Topics of the bus.
 namespace Topic {
 inline constexpr const char *QUOTE = "Quote"; ///< on channel MARKET: a bar, while it is made
+/// On channel GLOBAL, retained: what the serving module says of itself, see Presence.h.
+inline constexpr const char *TRADEPRESENCE = "TradePresence";
 } // namespace Topic
 
 /// Values of the key "cmd".
@@ -23,6 +25,32 @@ namespace CmdType {
 inline constexpr const char *ENTRUSTPLACE = "EntrustPlace"; ///< place an order
 inline constexpr const char *ACCOUNTINFO = "AccountInfo";   ///< the account's cash and what it holds
 } // namespace CmdType
+
+/// Keys of the question ENTRUSTPLACE besides those that every trading module shares.
+namespace PlaceFields {
+/// What the asker calls this order, so that to ask again places no second one; may be left out.
+inline constexpr const char *CLIENTNO = "clientno";
+} // namespace PlaceFields
+
+/// Keys of a module's presence.
+namespace PresenceFields {
+inline constexpr const char *INSTANCE = "instance"; ///< another one each time that a module begins to serve
+inline constexpr const char *ONLINE = "online";     ///< boolean
+inline constexpr const char *FENCE = "fence";     ///< number: raised each time that the ledger is taken over
+inline constexpr const char *VERSION = "version"; ///< of the program
+inline constexpr const char *PROTOCOL = "protocol"; ///< of the questions and answers
+inline constexpr const char *CAN = "can";           ///< array of texts, see Capability
+inline constexpr const char *HOST = "host";
+inline constexpr const char *PROCESS = "process";   ///< number of the process on that host
+inline constexpr const char *SINCE = "since";       ///< when it began to serve, ISO 8601 in UTC
+inline constexpr const char *READONLY = "readonly"; ///< boolean: it answers, but takes no orders
+inline constexpr const char *LEDGER = "ledger";     ///< where its ledger is, for people; no password
+} // namespace PresenceFields
+
+/// What a module says in its presence that it can do beyond the first one of its protocol.
+namespace Capability {
+inline constexpr const char *CLIENTNO = "clientno"; ///< ENTRUSTPLACE knows the asker's number
+} // namespace Capability
 
 /// Keys of a quote besides "stkcode" and "market". Prices are texts in yuan.
 namespace QuoteFields {

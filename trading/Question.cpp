@@ -1,12 +1,29 @@
 #include "trading/Question.h"
 
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <QJsonDocument>
+
+#include <algorithm>
 
 namespace Trading {
 
 using namespace TradeChart::TradeKeyFields;
+
+namespace {
+
+bool isClientNumber(const QString &text)
+{
+    constexpr int mostCharacters = 64;
+    const auto isPrintable = [](QChar character) {
+        return character >= QLatin1Char(' ') && character <= QLatin1Char('~');
+    };
+    return !text.isEmpty() && text.size() <= mostCharacters &&
+           std::all_of(text.begin(), text.end(), isPrintable);
+}
+
+} // namespace
 
 Question::Question(const char *command)
 {
@@ -50,6 +67,11 @@ void Question::setNewOrder(Direction direction, Money price, qint64 quantity)
     set(RTSBSFLAG, QLatin1String(directionCode(direction)));
     set(RTSENTRUSTPRICE, price.text());
     set(RTSENTRUSTQTY, QString::number(quantity));
+}
+
+void Question::setClientNumber(const QString &number)
+{
+    set(PlaceFields::CLIENTNO, number);
 }
 
 QByteArray Question::toJson() const
@@ -117,6 +139,12 @@ std::optional<Money> Question::orderPrice() const
 std::optional<qint64> Question::orderQuantity() const
 {
     return positiveNumber(RTSENTRUSTQTY);
+}
+
+std::optional<QString> Question::clientNumber() const
+{
+    const QString number = field(PlaceFields::CLIENTNO).toString();
+    return isClientNumber(number) ? std::optional(number) : std::nullopt;
 }
 
 std::optional<QString> Question::text(const char *key) const

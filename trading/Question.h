@@ -40,6 +40,9 @@ public:
     void setOrder(TradingDate day, const QString &number);
     /// The order that is to be placed.
     void setNewOrder(Direction direction, Money price, qint64 quantity);
+    /// What the asker calls the new order: the same number asked again places no second one. 1 to 64
+    /// characters, of printable ASCII. Only for a module whose presence says that it knows such numbers.
+    void setClientNumber(const QString &number);
 
     QByteArray toJson() const;
 
@@ -56,6 +59,7 @@ public:
     std::optional<Direction> direction() const;
     std::optional<Money> orderPrice() const;
     std::optional<qint64> orderQuantity() const;
+    std::optional<QString> clientNumber() const;
 
     /// A field as it came; undefined when it did not.
     QJsonValue field(const char *key) const { return m_object.value(QLatin1String(key)); }

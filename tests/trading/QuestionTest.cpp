@@ -82,6 +82,31 @@ TEST(Question, DescribesTheOrderThatIsToBePlaced)
               json(R"({"cmd":"EntrustPlace","bsflag2":"0S","orderprice":"13.50","orderqty":"300"})"));
 }
 
+TEST(Question, SaysWhatTheAskerCallsTheOrder)
+{
+    Question question(CmdType::ENTRUSTPLACE);
+    question.setClientNumber(QStringLiteral("desk-1"));
+
+    EXPECT_EQ(json(question.toJson()), json(R"({"cmd":"EntrustPlace","clientno":"desk-1"})"));
+}
+
+TEST(Question, TakesOnlyShortPrintableTextsForAClientsNumber)
+{
+    const auto numberOf = [](const QJsonValue &value) {
+        return Question(QJsonObject{{QStringLiteral("clientno"), value}}).clientNumber();
+    };
+    const QString longest(64, QLatin1Char('~'));
+
+    EXPECT_EQ(numberOf(longest), longest);
+    EXPECT_EQ(numberOf(QStringLiteral(" ")), QStringLiteral(" "));
+    for (const QJsonValue &wrong :
+         {QJsonValue(QString()), QJsonValue(longest + QLatin1Char('x')), QJsonValue(QStringLiteral("a\nb")),
+          QJsonValue(QStringLiteral("\x7f")), QJsonValue(QString(QChar(0x4e00))), QJsonValue(7),
+          QJsonValue(QJsonValue::Null)}) {
+        EXPECT_EQ(numberOf(wrong), std::nullopt) << qPrintable(wrong.toVariant().toString());
+    }
+}
+
 TEST(Question, IsReadAsItWasBuilt)
 {
     Question built(CmdType::ENTRUSTPLACE);
@@ -91,6 +116,7 @@ TEST(Question, IsReadAsItWasBuilt)
     built.setDay(day(20240103));
     built.setOrder(day(20240104), QStringLiteral("4711"));
     built.setNewOrder(Direction::Buy, Money::ofYuan(13.55).value(), 300);
+    built.setClientNumber(QStringLiteral("desk-1"));
 
     const Question read(json(built.toJson()));
 
@@ -106,6 +132,7 @@ TEST(Question, IsReadAsItWasBuilt)
     EXPECT_EQ(read.direction(), Direction::Buy);
     EXPECT_EQ(read.orderPrice(), Money::ofYuan(13.55));
     EXPECT_EQ(read.orderQuantity(), 300);
+    EXPECT_EQ(read.clientNumber(), QStringLiteral("desk-1"));
 }
 
 TEST(Question, GivesNothingForWhatIsMissing)
@@ -124,6 +151,7 @@ TEST(Question, GivesNothingForWhatIsMissing)
     EXPECT_EQ(nothing.direction(), std::nullopt);
     EXPECT_EQ(nothing.orderPrice(), std::nullopt);
     EXPECT_EQ(nothing.orderQuantity(), std::nullopt);
+    EXPECT_EQ(nothing.clientNumber(), std::nullopt);
     EXPECT_TRUE(nothing.field("cmd").isUndefined());
 }
 

@@ -1,0 +1,153 @@
+// The program itself, on a real database and a real bus.
+#include "tests/support/TimeZone.h"
+#include "tests/trademodule/support/ProgramFixture.h"
+#include "trademodule/ledger/OrderBook.h"
+
+#include <QJsonArray>
+
+#include <csignal>
+
+namespace TradeModule {
+
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+const QByteArray oneRow = "20210811,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,1\n";
+
+} // namespace
+
+TEST_F(Program, SaysWhatIsWrongWithItsCommandLine)
+{
+    EXPECT_EQ(run({QStringLiteral("positions")}).exitCode, 2);
+    EXPECT_THAT(run({QStringLiteral("positions")}).errors, HasSubstr("--ledger"));
+    EXPECT_THAT(run({QStringLiteral("dance")}).errors, HasSubstr("\"dance\" is no command"));
+    EXPECT_THAT(runOnLedger({QStringLiteral("import")}).errors, HasSubstr("give one FILE"));
+    EXPECT_THAT(
+        runOnLedger({QStringLiteral("trades"), QStringLiteral("--from"), QStringLiteral("monday")}).errors,
+        HasSubstr("yyyymmdd"));
+    EXPECT_THAT(runOnLedger({QStringLiteral("serve")}).errors, HasSubstr("--bus"));
+}
+
+TEST_F(Program, RefusesALedgerThatWouldKeepNothing)
+{
+    for (const char *const nameless : {"", ":memory:"}) {
+        const Ended ended = run({QStringLiteral("--ledger"), QLatin1String(nameless), QStringLiteral("place"),
+                                 QStringLiteral("000001"), QStringLiteral("buy"), QStringLiteral("10"),
+                                 QStringLiteral("100")});
+
+        EXPECT_EQ(ended.exitCode, 2);
+        EXPECT_THAT(ended.errors, HasSubstr("--ledger is \"" + std::string(nameless) + "\""));
+        EXPECT_EQ(ended.output, "");
+    }
+}
+
+TEST_F(Program, RefusesAnOrderOfMoreThanAnyAccountHas)
+{
+    const Ended ended = runOnLedger({QStringLiteral("place"), QStringLiteral("600536"), QStringLiteral("buy"),
+                                     QStringLiteral("1000000"), QStringLiteral("1000000000")});
+
+    EXPECT_EQ(ended.exitCode, 1);
+    EXPECT_THAT(ended.errors, HasSubstr("price × quantity must be at most 100000000000.00 yuan"));
+    EXPECT_THAT(OrderBook(&ledger()).ofDay(TradingDate::today()), IsEmpty());
+}
+
+TEST_F(Program, HasHelpForEveryCommand)
+{
+    for (const char *command :
+         {"serve", "import", "place", "cancel", "orders", "trades", "positions", "account"}) {
+        const Ended ended = run({QLatin1String(command), QStringLiteral("--help")});
+        EXPECT_EQ(ended.exitCode, 0);
+        EXPECT_THAT(ended.output, HasSubstr("Usage"));
+    }
+}
+
+TEST_F(Program, ListsPositionsAndTradesAsTablesAndAsJson)
+{
+    import(write(oneRow));
+
+    EXPECT_THAT(runOnLedger({QStringLiteral("positions")}).output,
+                HasSubstr("600519  SH      贵州茅台  100"));
+    const Ended trades =
+        runOnLedger({QStringLiteral("trades"), QStringLiteral("--json"), QStringLiteral("--code"),
+                     QStringLiteral("600519"), QStringLiteral("--from"), QStringLiteral("20210811"),
+                     QStringLiteral("--to"), QStringLiteral("20210811")});
+    const QJsonArray rows = QJsonDocument::fromJson(QByteArray::fromStdString(trades.output)).array();
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows[0].toObject()[QStringLiteral("price")].toString(), QStringLiteral("1700.00"));
+}
+
+TEST_F(Program, KeepsTheDayOfTheExchangeWhereverTheMachineStands)
+{
+    for (const char *const zone : {westernmostZone, easternmostZone}) {
+        const TimeZone ofTheMachine(zone);
+        const Ended ended = runOnLedger({QStringLiteral("place"), QStringLiteral("000001"),
+                                         QStringLiteral("buy"), QStringLiteral("10"), QStringLiteral("100")});
+        ASSERT_EQ(ended.exitCode, 0) << ended.errors;
+    }
+
+    const QDate day = QDateTime::currentDateTimeUtc().toOffsetFromUtc(8 * 60 * 60).date();
+    EXPECT_EQ(OrderBook(&ledger()).ofDay(TradingDate::ofCalendar(day).value()).size(), 2);
+}
+
+#ifndef Q_OS_MACOS // whose time-zone data cannot be hidden from a program
+
+TEST_F(Program, RefusesToWorkWhereTheMachineDoesNotKnowTheExchangesTimeZone)
+{
+    const QTemporaryDir noTimeZones;
+    qputenv("TZDIR", QFile::encodeName(noTimeZones.path()));
+    const Ended ended = runOnLedger({QStringLiteral("orders")});
+    qunsetenv("TZDIR");
+
+    EXPECT_EQ(ended.exitCode, 1);
+    EXPECT_THAT(ended.errors, HasSubstr("does not know the time zone Asia/Shanghai"));
+}
+#endif
+
+TEST_F(Program, SetsNoCashThatIsNone)
+{
+    for (const char *nonsense : {"", "much", "nan", "inf", "-1", "1,000", "1e12"}) {
+        const Ended ended = runOnLedger(
+            {QStringLiteral("account"), QStringLiteral("--cash=%1").arg(QLatin1String(nonsense))});
+        EXPECT_EQ(ended.exitCode, 2) << nonsense;
+        EXPECT_THAT(ended.errors, HasSubstr("--cash is \"" + std::string(nonsense) + "\", but must be"));
+    }
+    EXPECT_EQ(runOnLedger({QStringLiteral("account"), QStringLiteral("5000")}).exitCode, 2);
+    EXPECT_THAT(runOnLedger({QStringLiteral("account")}).output, HasSubstr("1000000.00"));
+}
+
+TEST_F(Program, SetsNoCashThatOpenBuysNeed)
+{
+    runOnLedger({QStringLiteral("place"), QStringLiteral("000001"), QStringLiteral("buy"),
+                 QStringLiteral("10.00"), QStringLiteral("1000")});
+
+    const Ended less =
+        runOnLedger({QStringLiteral("account"), QStringLiteral("--cash"), QStringLiteral("10005.09")});
+    EXPECT_EQ(less.exitCode, 1);
+    EXPECT_THAT(less.errors, HasSubstr("the open buys need 10005.10 yuan"));
+
+    const Ended enough =
+        runOnLedger({QStringLiteral("account"), QStringLiteral("--cash"), QStringLiteral("10005.10")});
+    EXPECT_THAT(enough.output, HasSubstr("10005.10  0.00"));
+}
+
+TEST_F(Program, HoldsAllOrNothingOfAnImportThatWasKilled)
+{
+    constexpr int rowCount = 30000;
+    const QString file = writeManyRows(rowCount);
+    const auto process = start(ledgerOptions() + QStringList{QStringLiteral("import"), file});
+    ASSERT_TRUE(home().waitUntilWritten());
+    ASSERT_EQ(::kill(static_cast<pid_t>(process->processId()), SIGKILL), 0);
+    ASSERT_TRUE(process->waitForFinished());
+
+    Ledger survivor(location());
+    const int left = survivor.trades(DateRange()).size();
+
+    EXPECT_TRUE(left == 0 || left == rowCount) << left;
+    EXPECT_EQ(process->exitStatus(), QProcess::CrashExit) << "the import was over before it could be killed";
+    EXPECT_THAT(import(file).output, HasSubstr("already in the ledger"));
+    EXPECT_EQ(survivor.trades(DateRange()).size(), rowCount);
+}
+
+} // namespace TradeModule

@@ -1,0 +1,154 @@
+#include "tests/support/ByName.h"
+#include "tests/trademodule/support/ExchangeFixture.h"
+
+namespace TradeModule {
+
+namespace {
+
+using namespace TradeChart::OrderStatus;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class DealingTest : public PaperExchangeOfADay
+{
+};
+
+} // namespace
+
+TEST_F(DealingTest, DealsABuyWhenTheBarReachesItsPrice)
+{
+    const Order order = buy(9.90, 1000);
+    exchange().take(bar(1001, 10, 10.05, 9.95));
+    EXPECT_EQ(statusOf(order), code(Quoted));
+
+    exchange().take(bar(1002, 10, 10, 9.90));
+
+    EXPECT_EQ(statusOf(order), code(Dealed));
+    const Executions trades = ledger().trades(bank(), {TradingDate::today(), TradingDate::today()});
+    ASSERT_EQ(trades.size(), 1);
+    EXPECT_EQ(trades[0].price, yuan(9.90));
+    EXPECT_EQ(trades[0].time, at(1002));
+    EXPECT_EQ(trades[0].orderNo, QString::number(order.number));
+    EXPECT_THAT(m_statuses, ElementsAre(Quoting, Quoted, Dealed));
+}
+
+TEST_F(DealingTest, DealsASellWhenTheBarReachesItsPrice)
+{
+    hold(1000);
+    const Order order = sell(10.10, 1000);
+    exchange().take(bar(1001, 10, 10.09, 10));
+    EXPECT_EQ(statusOf(order), code(Quoted));
+
+    exchange().take(bar(1002, 10, 10.10, 10));
+
+    EXPECT_EQ(statusOf(order), code(Dealed));
+    EXPECT_EQ(ledger().holding(bank()).quantity(), 0);
+}
+
+struct Touch
+{
+    std::string name;
+    Direction direction;
+    double limit;
+    double open;
+    double high;
+    double low;
+    double dealtAt;
+};
+
+class DealingTouches : public PaperExchangeOfADay, public ::testing::WithParamInterface<Touch>
+{
+};
+
+TEST_P(DealingTouches, DecideWhetherAndAtWhatPriceAnOrderIsDealt)
+{
+    const Touch &touch = GetParam();
+    hold(100);
+    const Order order = touch.direction == Direction::Buy ? buy(touch.limit, 100) : sell(touch.limit, 100);
+
+    exchange().take(bar(1001, touch.open, touch.high, touch.low));
+
+    EXPECT_EQ(now(order).matchedAmount, yuan(touch.dealtAt * 100));
+    EXPECT_EQ(statusOf(order), code(touch.dealtAt > 0 ? Dealed : Quoted));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, DealingTouches,
+    ::testing::Values(Touch{"ABuyByTheLow", Direction::Buy, 9.90, 10, 10.10, 9.90, 9.90},
+                      Touch{"ABuyMissedByATick", Direction::Buy, 9.89, 10, 10.10, 9.90, 0},
+                      Touch{"ABuyTradedThrough", Direction::Buy, 9.95, 10, 10.10, 9.90, 9.95},
+                      Touch{"ABuyByTheOpen", Direction::Buy, 10, 10, 10.10, 9.90, 10},
+                      Touch{"ABuyAboveTheOpen", Direction::Buy, 10.20, 10.05, 10.30, 10, 10.05},
+                      Touch{"ABuyAboveTheWholeBar", Direction::Buy, 10.50, 10, 10.10, 9.90, 10},
+                      Touch{"ASellByTheHigh", Direction::Sell, 10.10, 10, 10.10, 9.90, 10.10},
+                      Touch{"ASellMissedByATick", Direction::Sell, 10.11, 10, 10.10, 9.90, 0},
+                      Touch{"ASellTradedThrough", Direction::Sell, 10.05, 10, 10.10, 9.90, 10.05},
+                      Touch{"ASellByTheOpen", Direction::Sell, 10, 10, 10.10, 9.90, 10},
+                      Touch{"ASellBelowTheOpen", Direction::Sell, 9.80, 9.95, 10.10, 9.70, 9.95},
+                      Touch{"ASellBelowTheWholeBar", Direction::Sell, 9.50, 10, 10.10, 9.90, 10}),
+    ByName());
+
+TEST_F(DealingTest, DealsAtMostAQuarterOfTheVolumeInWholeLots)
+{
+    const Order order = buy(10, 1000);
+
+    exchange().take(bar(1001, 10, 10, 10, 1900));
+    EXPECT_EQ(now(order).matchedQuantity, 400);
+    EXPECT_EQ(statusOf(order), code(PartDeal));
+    exchange().take(bar(1002, 10, 10, 10, 100));
+    EXPECT_EQ(now(order).matchedQuantity, 400);
+    exchange().take(bar(1003, 10, 10, 10, 10000));
+
+    EXPECT_EQ(statusOf(order), code(Dealed));
+    EXPECT_EQ(ledger().trades(bank(), {TradingDate::today(), TradingDate::today()}).size(), 2);
+}
+
+TEST_F(DealingTest, SharesTheVolumeAmongOrdersTheOldestFirst)
+{
+    const Order first = buy(10, 200);
+    const Order second = buy(10, 200);
+
+    exchange().take(bar(1001, 10, 10, 10, 1200));
+
+    EXPECT_EQ(now(first).matchedQuantity, 200);
+    EXPECT_EQ(now(second).matchedQuantity, 100);
+}
+
+TEST_F(DealingTest, TakesTheFeesOnceForAnOrderInParts)
+{
+    buy(10, 1000);
+    exchange().take(bar(1001, 10, 10, 10, 2000));
+    exchange().take(bar(1002, 10, 10, 10, 2000));
+
+    const double fees = 5 + 0.10; // commission at its least, transfer fee
+    EXPECT_DOUBLE_EQ(OrderBook(&ledger()).cash().yuan(), 1000000 - 10000 - fees);
+    EXPECT_DOUBLE_EQ(costPrice(bank()), (10000 + fees) / 1000);
+}
+
+TEST_F(DealingTest, DealsNothingAtABetterPriceThatComesToMoreThanAnyAccountHas)
+{
+    book({fill(Side::Bonus, bank(), 20240102, 0, 1000000000)});
+    const Order order = sell(10, 1000000000);
+    Quote quote = bar(1001, 1000, 1000, 1000); // 10^12 yuan
+    quote.volume = 4000000000;
+
+    EXPECT_THROW(exchange().take(quote), Error);
+
+    EXPECT_EQ(now(order).matchedQuantity, 0);
+    EXPECT_EQ(OrderBook(&ledger()).cash(), yuan(1000000));
+    EXPECT_THAT(ledger().trades(DateRange()), IsEmpty());
+}
+
+TEST_F(DealingTest, DealsNothingThatWouldGiveTheAccountMoreThanItCanHold)
+{
+    hold(100);
+    setCash(1e11);
+    const Order order = sell(10, 100);
+
+    EXPECT_THROW(exchange().take(bar(1001, 10, 10, 10)), Error);
+
+    EXPECT_EQ(now(order).matchedQuantity, 0);
+    EXPECT_EQ(OrderBook(&ledger()).cash(), yuan(1e11));
+}
+
+} // namespace TradeModule

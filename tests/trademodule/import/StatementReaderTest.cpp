@@ -1,0 +1,256 @@
+#include "tests/support/ByName.h"
+#include "tests/trademodule/import/StatementTest.h"
+#include "trademodule/Error.h"
+
+#include <QDate>
+
+namespace TradeModule {
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+const char *const header =
+    "成交日期,成交时间,证券代码,证券名称,买卖标志,成交价格,成交数量,成交金额,成交编号\n";
+
+StatementContents readRows(const std::string &rows)
+{
+    return readText((header + rows).c_str());
+}
+
+std::string refusalOf(const char *text, const ReadOptions &options = {})
+{
+    try {
+        readText(text, options);
+    } catch (const Error &error) {
+        return error.what();
+    }
+    return "no refusal";
+}
+
+} // namespace
+
+TEST(StatementReader, IgnoresWhatStandsAroundTheEntries)
+{
+    const std::string row = "20210811,11:03:51,600000,浦发银行,买入,9.10,100,910.00,1\n";
+    const StatementContents contents =
+        readText(("# 导出时间 2021-08-12\n客户: 张三 资金账号: 1\n\n" + std::string(header) + row +
+                  "\n--------,--------\n" + header + row + ",合计,,,,,100,910.00,\n打印日期: 2021-08-12\n")
+                     .c_str());
+
+    EXPECT_THAT(described(contents.executions),
+                ElementsAre("20210811 11035100 buy SH600000 100 at 9.10 = 910.00 fee 0.00 deal 1"));
+    EXPECT_EQ(contents.leftOut.at(QStringLiteral("totals")), 1);
+    EXPECT_THAT(reasons(contents), IsEmpty());
+}
+
+struct Footer
+{
+    std::string name;
+    std::string text;
+};
+
+class StatementReaderFooter : public ::testing::TestWithParam<Footer>
+{
+};
+
+TEST_P(StatementReaderFooter, IsNoEntryInUtf8NorInGbk)
+{
+    const QString text = QString::fromUtf8(header) +
+                         QStringLiteral("20210811,11:03:51,600000,浦发银行,买入,9.10,100,910.00,1\r\n") +
+                         QString::fromStdString(GetParam().text);
+    for (const char *encoding : {"UTF-8", "GBK"}) {
+        const QByteArray bytes = QTextCodec::codecForName(encoding)->fromUnicode(text);
+        const StatementContents contents = readStatement(decodeStatement(bytes), {});
+        EXPECT_EQ(contents.executions.size(), 1) << encoding;
+        EXPECT_THAT(reasons(contents), IsEmpty()) << encoding;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, StatementReaderFooter,
+                         ::testing::Values(Footer{"Sum", ",合计,,,100,,3000,-3000,\r\n"},
+                                           Footer{"Total", "总计,,,,,,100,910.00,\r\n"},
+                                           Footer{"Page", "本页小计,,,,,,100,910.00,\r\n第1页 共1页\r\n"},
+                                           Footer{"Printed", "\r\n打印日期：2021-08-12 10:00:00\r\n"},
+                                           Footer{"Rule", "--------------------\r\n"},
+                                           Footer{"Note", "备注：以上数据仅供参考,请以交割单为准\r\n"},
+                                           Footer{"Commas", ",,,,,,,,\r\n"}, Footer{"EndOfFile", "\x1A"}),
+                         ByName());
+
+TEST(StatementReader, DropsARowThatRepeatsADeal)
+{
+    const std::string row = "20210811,11:03:51,600000,浦发银行,买入,9.10,100,910.00,1\n";
+
+    const StatementContents contents = readRows(row + row);
+
+    EXPECT_EQ(contents.executions.size(), 1);
+    EXPECT_EQ(contents.repeatedRows, 1);
+}
+
+TEST(StatementReader, KeepsEqualFillsThatHaveNoDealNumberAndCountsThem)
+{
+    const std::string row = "20210811,11:03:51,600000,浦发银行,买入,9.10,100,910.00,\n";
+
+    const StatementContents contents = readRows(row + row + row);
+
+    EXPECT_EQ(contents.executions.size(), 3);
+    EXPECT_EQ(contents.equalRows, 2);
+}
+
+TEST(StatementReader, KeepsTheOrderOfASecondInAListThatStartsWithTheNewest)
+{
+    const StatementContents contents = readRows("20210812,10:00:00,600000,浦发银行,卖出,9.20,100,920.00,3\n"
+                                                "20210811,10:00:00,600000,浦发银行,卖出,9.10,100,910.00,2\n"
+                                                "20210811,10:00:00,600000,浦发银行,买入,9.10,100,910.00,1\n");
+
+    ASSERT_EQ(contents.executions.size(), 3);
+    EXPECT_EQ(contents.executions[0].dealNo, QStringLiteral("1"));
+    EXPECT_EQ(contents.executions[2].dealNo, QStringLiteral("3"));
+}
+
+TEST(StatementReader, FindsTheCodesOfAStatementWithoutThemInTheUsersList)
+{
+    // the side is in the remark, sells are negative
+    const char *const text =
+        "发生日期\t证券名称\t委托编号\t成交数量\t成交价格\t成交金额\t手续费\t印花税\t清算金额\t"
+        "备注\t成交时间\n"
+        "20210811\t浦发银行\t5\t-100\t9.10\t910.00\t5\t0.91\t904.09\t证券卖出\t10:00:00\n"
+        "20210811\tXD浦发银\t6\t100\t9.10\t910.00\t5\t0\t-915.00\t证券买入\t10:00:00\n";
+    ReadOptions options;
+    options.securitiesByName.insert(QStringLiteral("浦发银行"), {QStringLiteral("600000"), Market::Shanghai});
+
+    const StatementContents contents = readText(text, options);
+
+    EXPECT_THAT(described(contents.executions),
+                ElementsAre("20210811 10000000 sell SH600000 100 at 9.10 = 910.00 fee 5.91 order 5"));
+    EXPECT_THAT(reasons(contents), ElementsAre("3: the name \"XD浦发银\" is not in the list of securities"));
+}
+
+TEST(StatementReader, SaysHowToImportAStatementWithoutCodes)
+{
+    EXPECT_THAT(refusalOf("发生日期\t证券名称\t成交数量\t成交价格\t备注\n"), HasSubstr("--securities"));
+}
+
+TEST(StatementReader, SaysHowToImportAStatementWithoutDates)
+{
+    EXPECT_THAT(refusalOf("成交时间\t证券代码\t操作\t成交数量\t成交均价\n"), HasSubstr("--date"));
+}
+
+TEST(StatementReader, DoesNotGuessBetweenTheStatementsDatesAndTheUsers)
+{
+    ReadOptions options;
+    options.date = TradingDate::of(2024, 1, 2);
+    EXPECT_THAT(refusalOf("成交日期\t证券代码\t操作\t成交数量\t成交均价\n", options),
+                HasSubstr("leave --date out"));
+}
+
+TEST(StatementReader, SaysWhatIsMissingInATextThatIsNoStatement)
+{
+    EXPECT_THAT(refusalOf("hello,world\n1,2\n"), HasSubstr("成交价格"));
+    EXPECT_THAT(refusalOf(""), HasSubstr("header"));
+}
+
+struct BadCell
+{
+    std::string name;
+    std::string row;
+    std::string reason;
+};
+
+class StatementReaderBadRow : public ::testing::TestWithParam<BadCell>
+{
+};
+
+TEST_P(StatementReaderBadRow, IsReportedWithItsLineAndReason)
+{
+    const StatementContents contents =
+        readRows("20210811,10:00:00,600000,浦发银行,买入,9.10,100,910.00,1\n" + GetParam().row + "\n");
+
+    EXPECT_EQ(contents.executions.size(), 1);
+    ASSERT_EQ(contents.badRows.size(), 1);
+    EXPECT_EQ(contents.badRows[0].line, 3);
+    EXPECT_THAT(contents.badRows[0].reason.toStdString(), HasSubstr(GetParam().reason));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, StatementReaderBadRow,
+    ::testing::Values(
+        BadCell{"Date", "2021081,10:00:00,600000,浦发银行,买入,9.10,100,910.00,2", "\"2021081\" is no date"},
+        BadCell{"DateThatIsNone", "20210231,10:00:00,600000,浦发银行,买入,9.10,100,910.00,2", "is no date"},
+        BadCell{"FutureDate", "20991231,10:00:00,600000,浦发银行,买入,9.10,100,910.00,2", "in the future"},
+        BadCell{"Time", "20210811,25:00:00,600000,浦发银行,买入,9.10,100,910.00,2",
+                "\"25:00:00\" is no time"},
+        BadCell{"Code", "20210811,10:00:00,浦发,浦发银行,买入,9.10,100,910.00,2", "\"浦发\" is no code"},
+        BadCell{"Side", "20210811,10:00:00,600000,浦发银行,交换,9.10,100,910.00,2", "neither buy nor sell"},
+        BadCell{"Price", "20210811,10:00:00,600000,浦发银行,买入,9.x,100,910.00,2",
+                "price \"9.x\" is no number"},
+        BadCell{"NegativePrice", "20210811,10:00:00,600000,浦发银行,买入,-9.1,100,910.00,2",
+                "price is negative"},
+        BadCell{"Quantity", "20210811,10:00:00,600000,浦发银行,买入,9.10,1oo,910.00,2", "quantity \"1oo\""},
+        BadCell{"PartOfAShare", "20210811,10:00:00,600000,浦发银行,买入,9.10,100.5,914.55,2", "whole shares"},
+        BadCell{"NegativeBuy", "20210811,10:00:00,600000,浦发银行,买入,9.10,-100,910.00,2", "negative"},
+        BadCell{"EndlessDealNumber",
+                "20210811,10:00:00,600000,浦发银行,买入,9.10,100,910.00," + std::string(65, '7'),
+                "longer than the 64 characters"},
+        BadCell{"AmountOfMoreThanAnyAccountHas",
+                "20210811,10:00:00,600000,浦发银行,买入,1000000,1000000000000,,2",
+                "price × quantity, is too large: 1000000.00 × 1000000000000"},
+        BadCell{"SlippedColumns", "20210811,10:00:00,600000,浦发银行,买入,100,910.00,1,2",
+                "not price × quantity"}),
+    ByName());
+
+TEST(StatementReader, RefusesASellThatPaidMoney)
+{
+    const StatementContents contents =
+        readText("成交日期,证券代码,买卖标志,成交价格,成交数量,成交金额,发生金额\n"
+                 "20210811,600000,卖出,9.10,100,910.00,-915.02\n");
+
+    EXPECT_THAT(reasons(contents), ElementsAre(HasSubstr("that of a buy")));
+}
+
+TEST(StatementReader, CountsACommissionThatStandsInTwoColumnsOnce)
+{
+    const StatementContents contents =
+        readText("成交日期,证券代码,买卖标志,成交价格,成交数量,手续费,佣金,印花税\n"
+                 "20210811,600000,卖出,9.10,100,5.00,5.00,0.91\n"
+                 "20210812,600000,卖出,9.10,100,1.00,5.00,0.91\n");
+
+    ASSERT_EQ(contents.executions.size(), 2);
+    EXPECT_EQ(contents.executions[0].fee.text(), QStringLiteral("5.91"));
+    EXPECT_EQ(contents.executions[1].fee.text(), QStringLiteral("6.91"));
+}
+
+TEST(StatementReader, TakesTheMarketFromItsWordsBeforeTheHolderBeforeTheCode)
+{
+    const StatementContents contents =
+        readText("成交日期,证券代码,买卖标志,成交价格,成交数量,交易市场,股东代码\n"
+                 "20210811,000001,买入,9.10,100,深A,A1\n"
+                 "20210811,159915,买入,2.10,100,,0123\n"
+                 "20210811,600000.SH,买入,9.10,100,2,\n"
+                 "20210811,SZ000002,买入,9.10,100,,\n"
+                 "20210811,830799,买入,9.10,100,,\n");
+
+    ASSERT_EQ(contents.executions.size(), 4);
+    EXPECT_EQ(contents.executions[0].security.market, Market::Shenzhen);
+    EXPECT_EQ(contents.executions[1].security.market, Market::Shenzhen);
+    EXPECT_EQ(contents.executions[2].security.market, Market::Shanghai);
+    EXPECT_EQ(contents.executions[3].security.market, Market::Shenzhen);
+    EXPECT_EQ(contents.leftOut.at(QStringLiteral("other markets")), 1);
+}
+
+TEST(StatementReader, UnderstandsNumbersForSidesOnlyInAColumnOfSides)
+{
+    const StatementContents sides = readText("成交日期,证券代码,买卖标志,成交价格,成交数量\n"
+                                             "20210811,600000,1,9.10,100\n20210811,600000,2,9.10,100\n");
+    const StatementContents businesses = readText("成交日期,证券代码,业务名称,成交价格,成交数量\n"
+                                                  "20210811,600000,1,9.10,100\n");
+
+    ASSERT_EQ(sides.executions.size(), 2);
+    EXPECT_EQ(sides.executions[0].side, Side::Buy);
+    EXPECT_EQ(sides.executions[1].side, Side::Sell);
+    EXPECT_EQ(businesses.badRows.size(), 1);
+}
+
+} // namespace TradeModule

@@ -1,0 +1,118 @@
+#include "tests/trademodule/support/LedgerFixture.h"
+#include "trademodule/Error.h"
+
+namespace TradeModule {
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+using StatementBookingTest = LedgerFixture;
+
+const DateRange always;
+
+} // namespace
+
+TEST_F(StatementBookingTest, AddsNothingWhenAStatementComesTwice)
+{
+    const Executions statement{fill(Side::Buy, bank(), 20240102, 10, 100, QStringLiteral("1")),
+                               fill(Side::Buy, bank(), 20240102, 10, 100)};
+    book(statement);
+
+    const Booked again = book(statement);
+
+    EXPECT_EQ(again.added, 0);
+    EXPECT_EQ(again.alreadyThere, 2);
+    EXPECT_THAT(again.lastAdded, IsEmpty());
+    EXPECT_THAT(ledger().trades(always), SizeIs(2));
+}
+
+TEST_F(StatementBookingTest, TakesTheNewPartOfAnOverlappingStatement)
+{
+    book({fill(Side::Buy, bank(), 20240102, 10, 100), fill(Side::Buy, bank(), 20240103, 10, 100)});
+
+    const Booked next =
+        book({fill(Side::Buy, bank(), 20240103, 10, 100), fill(Side::Buy, bank(), 20240104, 10, 100)});
+
+    EXPECT_EQ(next.added, 1);
+    EXPECT_THAT(ledger().trades(always), SizeIs(3));
+}
+
+TEST_F(StatementBookingTest, CountsEqualFillsWithoutDealNumbers)
+{
+    const Execution equal = fill(Side::Buy, bank(), 20240102, 10, 100);
+    book({equal, equal});
+
+    EXPECT_EQ(book({equal}).added, 0);
+    EXPECT_EQ(book({equal, equal, equal}).added, 1);
+    EXPECT_EQ(ledger().holding(bank()).quantity(), 300);
+}
+
+TEST_F(StatementBookingTest, KnowsADealByItsNumberWhateverElseAFormOfExportTells)
+{
+    Execution detailed = fill(Side::Buy, bank(), 20240102, 10, 100, QStringLiteral("77"));
+    detailed.orderNo = QStringLiteral("5");
+    Execution sparse = detailed;
+    sparse.time = ClockTime();
+    sparse.orderNo.clear();
+    book({detailed});
+
+    EXPECT_EQ(book({sparse}).added, 0);
+}
+
+TEST_F(StatementBookingTest, TellsDealsOfTheSameNumberOnOtherDaysApart)
+{
+    book({fill(Side::Buy, bank(), 20240102, 10, 100, QStringLiteral("77"))});
+
+    EXPECT_EQ(book({fill(Side::Buy, bank(), 20240103, 10, 100, QStringLiteral("77"))}).added, 1);
+}
+
+TEST_F(StatementBookingTest, ChangesNothingInADryRun)
+{
+    const Booked would = book({fill(Side::Buy, bank(), 20240102, 10, 100)}, Ledger::Mode::DryRun);
+
+    EXPECT_EQ(would.added, 1);
+    EXPECT_THAT(ledger().trades(always), IsEmpty());
+    EXPECT_THAT(ledger().positions(), IsEmpty());
+}
+
+TEST_F(StatementBookingTest, KeepsNothingOfAStatementThatFails)
+{
+    Execution impossible = fill(Side::Buy, bank(), 20240103, 10, 100);
+    impossible.quantity = 0; // the database refuses it
+
+    EXPECT_THROW(book({fill(Side::Buy, bank(), 20240102, 10, 100), impossible}), LedgerError);
+
+    EXPECT_THAT(ledger().trades(always), IsEmpty());
+    EXPECT_EQ(book({fill(Side::Buy, bank(), 20240102, 10, 100)}).added, 1);
+}
+
+TEST_F(StatementBookingTest, TellsTheNewestEntryOfEverySecurityItChanged)
+{
+    const Booked booked =
+        book({fill(Side::Buy, bank(), 20240102, 10, 100), fill(Side::Buy, liquor(), 20240103, 1700, 100),
+              fill(Side::Sell, bank(), 20240104, 11, 100)});
+
+    ASSERT_THAT(booked.lastAdded, SizeIs(2));
+    for (const Execution &execution : booked.lastAdded) {
+        EXPECT_EQ(execution.date, execution.security == bank() ? day(20240104) : day(20240103));
+    }
+}
+
+TEST_F(StatementBookingTest, ComputesTheCostAnewWhenOlderStatementsComeLater)
+{
+    const Booked first =
+        book({fill(Side::Sell, bank(), 20240103, 12, 100), fill(Side::Buy, bank(), 20240104, 11, 100)});
+    EXPECT_THAT(first.unexplained, ElementsAre(bank()));
+    EXPECT_DOUBLE_EQ(costPrice(bank()), 11.05);
+
+    const Booked second = book({fill(Side::Buy, bank(), 20240102, 10, 200)});
+
+    EXPECT_THAT(second.unexplained, IsEmpty());
+    EXPECT_EQ(ledger().holding(bank()).quantity(), 200);
+    EXPECT_DOUBLE_EQ(costPrice(bank()), ((10.0 * 200 + 5) / 2 + 1105) / 200);
+}
+
+} // namespace TradeModule

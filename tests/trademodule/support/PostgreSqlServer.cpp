@@ -1,0 +1,147 @@
+#include "tests/trademodule/support/PostgreSqlServer.h"
+
+#include "tests/support/TestBroker.h"
+#include "trademodule/ledger/Database.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QStandardPaths>
+
+#include <csignal>
+
+#include <pwd.h>
+#include <unistd.h>
+
+namespace {
+
+const char *const superUser = "postgres";
+
+/// PostgreSQL refuses to run as root: there it runs as the user its package made.
+bool isRoot()
+{
+    return geteuid() == 0;
+}
+
+QStringList asServerUser(const QStringList &command)
+{
+    if (!isRoot()) {
+        return command;
+    }
+    return QStringList{QStringLiteral("setpriv"), QStringLiteral("--reuid=postgres"),
+                       QStringLiteral("--regid=postgres"), QStringLiteral("--clear-groups")} +
+           command;
+}
+
+void giveToServerUser(const QString &directory)
+{
+    const passwd *user = isRoot() ? getpwnam(superUser) : nullptr;
+    if (user != nullptr) {
+        EXPECT_EQ(chown(directory.toLocal8Bit().constData(), user->pw_uid, user->pw_gid), 0);
+    }
+}
+
+class StopServer : public ::testing::Environment
+{
+public:
+    void TearDown() override { PostgreSqlServer::instance().stop(); }
+};
+
+} // namespace
+
+PostgreSqlServer &PostgreSqlServer::instance()
+{
+    static PostgreSqlServer server;
+    return server;
+}
+
+QString PostgreSqlServer::programDirectory()
+{
+    QStringList candidates{QStringLiteral("/opt/homebrew/opt/postgresql@15/bin"),
+                           QStringLiteral("/usr/local/opt/postgresql@15/bin")};
+    const QDir debian(QStringLiteral("/usr/lib/postgresql"));
+    for (const QString &version : debian.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        candidates.prepend(debian.filePath(version + QStringLiteral("/bin")));
+    }
+    const QString initdb = QStandardPaths::findExecutable(QStringLiteral("initdb"), candidates);
+    return initdb.isEmpty() ? QString() : QFileInfo(initdb).path();
+}
+
+QString PostgreSqlServer::program(const char *name) const
+{
+    return programDirectory() + QLatin1Char('/') + QLatin1String(name);
+}
+
+PostgreSqlServer::PostgreSqlServer()
+{
+    ::testing::AddGlobalTestEnvironment(new StopServer);
+    giveToServerUser(m_directory.path());
+    QStringList initdb =
+        asServerUser({program("initdb"), QStringLiteral("-D"), dataDirectory(), QStringLiteral("-A"),
+                      QStringLiteral("trust"), QStringLiteral("-U"), QLatin1String(superUser),
+                      QStringLiteral("-E"), QStringLiteral("UTF8"), QStringLiteral("--no-sync")});
+    const QString first = initdb.takeFirst();
+    QProcess making;
+    making.setWorkingDirectory(QStringLiteral("/"));
+    making.start(first, initdb);
+    EXPECT_TRUE(making.waitForFinished(60000) && making.exitCode() == 0)
+        << making.readAllStandardError().toStdString();
+    start();
+}
+
+void PostgreSqlServer::start()
+{
+    QStringList server =
+        asServerUser({program("postgres"), QStringLiteral("-D"), dataDirectory(), QStringLiteral("-k"),
+                      m_directory.path(), QStringLiteral("-c"), QStringLiteral("listen_addresses="),
+                      QStringLiteral("-c"), QStringLiteral("fsync=off")});
+    const QString first = server.takeFirst();
+    m_server.setWorkingDirectory(QStringLiteral("/"));
+    m_server.setStandardErrorFile(m_directory.filePath(QStringLiteral("log")));
+    m_server.start(first, server);
+    EXPECT_TRUE(m_server.waitForStarted()) << m_server.errorString().toStdString();
+    const bool isUp = waitUntil([this] {
+        return QProcess::execute(program("pg_isready"),
+                                 {QStringLiteral("-q"), QStringLiteral("-h"), m_directory.path()}) == 0;
+    });
+    EXPECT_TRUE(isUp) << "PostgreSQL does not start in " << m_directory.path().toStdString();
+}
+
+void PostgreSqlServer::stop()
+{
+    if (m_server.state() == QProcess::Running) {
+        ::kill(static_cast<pid_t>(m_server.processId()), SIGINT); // ends connections, then itself
+        EXPECT_TRUE(m_server.waitForFinished(30000));
+    }
+}
+
+QString PostgreSqlServer::location(const QString &database) const
+{
+    return QStringLiteral("postgresql://%1@/%2?host=%3")
+        .arg(QLatin1String(superUser), database, m_directory.path());
+}
+
+void PostgreSqlServer::run(const QString &sql)
+{
+    TradeModule::Database(location(QStringLiteral("postgres"))).run(sql);
+}
+
+void PostgreSqlServer::createDatabase(const QString &name)
+{
+    run(QStringLiteral("CREATE DATABASE ") + name);
+}
+
+void PostgreSqlServer::dropDatabase(const QString &name)
+{
+    run(QStringLiteral("DROP DATABASE %1 WITH (FORCE)").arg(name));
+}
+
+int PostgreSqlServer::writingConnections(const QString &database)
+{
+    TradeModule::Database connection(location(QStringLiteral("postgres")));
+    QSqlQuery rows = connection.run(QStringLiteral("SELECT count(*) FROM pg_stat_activity WHERE datname = ? "
+                                                   "AND backend_xid IS NOT NULL "
+                                                   "AND query LIKE 'EXECUTE%'"),
+                                    {database});
+    return rows.next() ? rows.value(0).toInt() : 0;
+}

@@ -1,0 +1,45 @@
+#include "tests/trademodule/support/TestLedger.h"
+
+#include "tests/support/TestBroker.h"
+#include "tests/trademodule/support/PostgreSqlServer.h"
+
+class TestLedger::Private
+{
+public:
+    const QString database = newName();
+
+private:
+    static QString newName()
+    {
+        static int count = 0;
+        return QStringLiteral("ledger%1").arg(++count);
+    }
+};
+
+TestLedger::TestLedger() : d(std::make_unique<Private>())
+{
+    PostgreSqlServer::instance().createDatabase(d->database);
+}
+
+TestLedger::~TestLedger()
+{
+    PostgreSqlServer::instance().dropDatabase(d->database);
+}
+
+QString TestLedger::location() const
+{
+    return PostgreSqlServer::instance().location(d->database);
+}
+
+bool TestLedger::waitUntilWritten(int milliseconds) const
+{
+    return waitUntil([this] { return PostgreSqlServer::instance().writingConnections(d->database) > 0; },
+                     milliseconds);
+}
+
+QString TestLedger::unavailable()
+{
+    return PostgreSqlServer::programDirectory().isEmpty()
+               ? QStringLiteral("PostgreSQL IS NOT INSTALLED: the ledger was not tested on it")
+               : QString();
+}

@@ -1,0 +1,140 @@
+#pragma once
+
+#include "tests/endpoint/BusTest.h"
+#include "tests/trademodule/support/LedgerFixture.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace TradeModule {
+
+/// The first line of the statements that tests write.
+inline constexpr char statementHeader[] =
+    "成交日期,成交时间,证券代码,证券名称,买卖标志,成交价格,成交数量,成交金额,成交编号\n";
+
+/// What a program that has ended left.
+struct Ended
+{
+    int exitCode;
+    std::string output;
+    std::string errors;
+};
+
+inline QJsonObject jsonOf(const QByteArray &text)
+{
+    return QJsonDocument::fromJson(text).object();
+}
+
+/// A test of the program itself, on an empty ledger in a real database.
+class Program : public LedgerFixture
+{
+protected:
+    QStringList ledgerOptions() const { return {QStringLiteral("--ledger"), location()}; }
+
+    /// Starts the program in a locale, which decides the language of its texts.
+    static std::unique_ptr<QProcess> start(const QStringList &arguments,
+                                           const QString &locale = QStringLiteral("C.UTF-8"))
+    {
+        auto process = std::make_unique<QProcess>();
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("LC_ALL"), locale);
+        process->setProcessEnvironment(environment);
+        process->start(QStringLiteral(TRADEMODULE_PROGRAM), arguments);
+        EXPECT_TRUE(process->waitForStarted());
+        return process;
+    }
+
+    static Ended run(const QStringList &arguments, const QString &locale = QStringLiteral("C.UTF-8"))
+    {
+        const auto process = start(arguments, locale);
+        EXPECT_TRUE(process->waitForFinished(100000));
+        return {process->exitCode(), process->readAllStandardOutput().toStdString(),
+                process->readAllStandardError().toStdString()};
+    }
+
+    Ended runOnLedger(const QStringList &arguments) { return run(ledgerOptions() + arguments); }
+
+    QString write(const QByteArray &rows, const QString &name = QStringLiteral("statement.csv"))
+    {
+        const QString path = m_directory.filePath(name);
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(statementHeader + rows);
+        return path;
+    }
+
+    QString writeManyRows(int count)
+    {
+        QByteArray rows;
+        for (int i = 0; i < count; ++i) {
+            rows += QStringLiteral("%1,10:00:00,000001,平安银行,买入,10.00,100,1000.00,%2\n")
+                        .arg(20200101 + i % 28)
+                        .arg(i + 1)
+                        .toUtf8();
+        }
+        return write(rows);
+    }
+
+    Ended import(const QString &file, const QStringList &options = {})
+    {
+        return runOnLedger(QStringList{QStringLiteral("import"), file} + options);
+    }
+
+    int tradeCount() { return ledger().trades(DateRange()).size(); }
+
+private:
+    QTemporaryDir m_directory;
+};
+
+/// A test of the serving program on a real bus, with a chart that asks it.
+class ProgramOnABus : public Program
+{
+protected:
+    QStringList busOptions() const { return QStringList{QStringLiteral("--bus"), m_broker.address()}; }
+
+    /// A module that answers; ended by its process id.
+    void serve(const QStringList &options = {})
+    {
+        startModule(options);
+        if (!m_chart.isConnected()) {
+            ASSERT_TRUE(m_chart.join(m_broker.address()));
+        }
+        m_chart.setRequestTimeout(200); // the module may not be there yet
+        ASSERT_TRUE(waitUntil([this] { return !ask("{\"cmd\":\"?\"}").isEmpty(); }, 60000));
+        m_chart.setRequestTimeout(20000);
+    }
+
+    /// A module that may not answer yet.
+    void startModule(const QStringList &options = {})
+    {
+        m_module = start(busOptions() + ledgerOptions() + options + QStringList{QStringLiteral("serve")});
+    }
+
+    void TearDown() override
+    {
+        if (m_module) {
+            m_module->terminate();
+            EXPECT_TRUE(m_module->waitForFinished(60000));
+            EXPECT_EQ(m_module->exitCode(), 0);
+            EXPECT_EQ(m_module->exitStatus(), QProcess::NormalExit);
+        }
+    }
+
+    QJsonObject ask(const QByteArray &question) { return jsonOf(m_chart.request("TradeQuery", question)); }
+
+    QProcess &module() { return *m_module; }
+    TestBroker &broker() { return m_broker; }
+    RecordingEndPoint &chart() { return m_chart; }
+
+private:
+    TestBroker m_broker;
+    RecordingEndPoint m_chart;
+    std::unique_ptr<QProcess> m_module;
+};
+
+} // namespace TradeModule
