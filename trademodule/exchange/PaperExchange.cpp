@@ -6,6 +6,7 @@
 #include "trademodule/exchange/Dealing.h"
 #include "trademodule/exchange/OrderLife.h"
 #include "trademodule/exchange/TradingRules.h"
+#include "trading/DayLimits.h"
 
 #include <QtDebug>
 
@@ -47,7 +48,7 @@ ClockTime PaperExchange::now() const
 bool PaperExchange::isOpen() const
 {
     // a day that is played may be played on a Sunday
-    const bool isTradingDay = m_market.clock() || TradingRules::isTradingDay(QDate::currentDate());
+    const bool isTradingDay = m_market.clock() || TradingRules::isTradingDay(TradingDate::today());
     return isTradingDay && TradingRules::isOpen(now());
 }
 
@@ -132,7 +133,7 @@ Order PaperExchange::cancel(TradingDate date, qint64 number)
 bool PaperExchange::isBeyondLimits(const Order &order) const
 {
     const std::optional<Money> reference = m_market.reference(order.security);
-    return reference && !TradingRules::priceLimits(order.security, *reference).contain(order.price);
+    return reference && !Trading::dayLimits(order.security.code, *reference).contain(order.price);
 }
 
 /// The orders that advanceAll() changes, as they are afterwards.
