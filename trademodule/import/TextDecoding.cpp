@@ -3,13 +3,14 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 
+#include <QBuffer>
 #include <QTextCodec>
-
-#include <optional>
 
 namespace TradeModule {
 
 namespace {
+
+constexpr int pieceSize = 1 << 16;
 
 struct ForeignFormat
 {
@@ -19,55 +20,68 @@ struct ForeignFormat
 
 constexpr ForeignFormat foreignFormats[] = {
     {"\xD0\xCF\x11\xE0", QT_TR_NOOP("an Excel workbook (.xls)")},
-    {"PK\x03\x04", QT_TR_NOOP("an Excel workbook (.xlsx)")},
-    {"<html", QT_TR_NOOP("a web page")},
-    {"<!doctype html", QT_TR_NOOP("a web page")},
-    {"<table", QT_TR_NOOP("a web page")},
-    {"<?xml", QT_TR_NOOP("an XML file")},
+    {"PK\x03\x04", QT_TR_NOOP("a zip archive")},
     {"%PDF", QT_TR_NOOP("a PDF file")},
+    {"Rar!", QT_TR_NOOP("a packed archive")},
+    {"\x1F\x8B", QT_TR_NOOP("a packed archive")},
 };
 
-void refuseForeignFormat(const QByteArray &bytes)
+bool isUtf16(const QByteArray &start)
 {
-    const QByteArray start = bytes.left(64).trimmed().toLower();
+    return start.startsWith("\xFF\xFE") || start.startsWith("\xFE\xFF");
+}
+
+/// True when the encoding has a character for all of the bytes, and none is a null.
+bool reads(QIODevice *device, const QTextCodec &codec)
+{
+    device->seek(0);
+    QTextCodec::ConverterState state;
+    while (!device->atEnd()) {
+        const QByteArray piece = device->read(pieceSize);
+        const QString text = codec.toUnicode(piece.constData(), piece.size(), &state);
+        if (piece.isEmpty() || state.invalidChars > 0 || text.contains(QChar(QChar::Null))) {
+            return false;
+        }
+    }
+    return state.remainingChars == 0;
+}
+
+} // namespace
+
+void refuseForeignFormat(const QByteArray &start)
+{
     for (const ForeignFormat &format : foreignFormats) {
-        if (start.startsWith(QByteArray(format.start).toLower())) {
+        if (start.startsWith(format.start)) {
             throw Error(translated("this is %1, not a text; open it and save it as CSV or tab-separated text")
                             .arg(translated(format.what)));
         }
     }
 }
 
-std::optional<QString> decodedBy(const char *codecName, const QByteArray &bytes)
+QTextCodec *encodingOf(QIODevice *device)
 {
-    const QTextCodec *codec = QTextCodec::codecForName(codecName);
-    if (codec == nullptr) {
-        return std::nullopt;
+    const QByteArray start = device->peek(2);
+    const QList<const char *> encodings =
+        isUtf16(start) ? QList<const char *>{"UTF-16"} : QList<const char *>{"UTF-8", "GB18030"};
+    for (const char *encoding : encodings) {
+        QTextCodec *const codec = QTextCodec::codecForName(encoding);
+        if (codec != nullptr && reads(device, *codec)) {
+            device->seek(0);
+            return codec;
+        }
     }
-    QTextCodec::ConverterState state;
-    const QString text = codec->toUnicode(bytes.constData(), bytes.size(), &state);
-    return state.invalidChars == 0 && state.remainingChars == 0 ? std::optional(text) : std::nullopt;
+    throw Error(translated("the text is neither UTF-8 nor UTF-16 nor GBK; save it in one of these"));
 }
-
-bool isUtf16(const QByteArray &bytes)
-{
-    return bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
-}
-
-} // namespace
 
 QString decodeStatement(const QByteArray &bytes)
 {
     refuseForeignFormat(bytes);
-    const QList<const char *> encodings =
-        isUtf16(bytes) ? QList<const char *>{"UTF-16"} : QList<const char *>{"UTF-8", "GB18030"};
-    for (const char *encoding : encodings) {
-        std::optional<QString> text = decodedBy(encoding, bytes);
-        if (text && !text->contains(QChar(QChar::Null))) {
-            return text->startsWith(QChar(QChar::ByteOrderMark)) ? text->mid(1) : *text;
-        }
-    }
-    throw Error(translated("the text is neither UTF-8 nor UTF-16 nor GBK; save it in one of these"));
+    QBuffer device;
+    device.setData(bytes);
+    device.open(QIODevice::ReadOnly);
+    const QTextCodec *const codec = encodingOf(&device);
+    const QString text = codec->toUnicode(bytes);
+    return text.startsWith(QChar(QChar::ByteOrderMark)) ? text.mid(1) : text;
 }
 
 } // namespace TradeModule
