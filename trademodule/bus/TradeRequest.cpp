@@ -3,6 +3,7 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
+#include "trading/ModuleVocabulary.h"
 #include "trading/TradingUnits.h"
 
 namespace TradeModule {
@@ -93,6 +94,15 @@ qint64 TradeRequest::orderQuantity() const
         refuse(RTSENTRUSTQTY, translated("at most %1").arg(Trading::mostShares));
     }
     return quantity;
+}
+
+QString TradeRequest::clientNumber() const
+{
+    constexpr const char *key = Trading::PlaceFields::CLIENTNO;
+    if (field(key).isUndefined()) {
+        return {};
+    }
+    return needed(key, m_question.clientNumber(), translated("1 to 64 printable ASCII characters"));
 }
 
 } // namespace TradeModule

@@ -24,6 +24,12 @@ Order newOrder(const SecurityId &security, Direction direction, Money price, qin
     return order;
 }
 
+bool isSameContent(const Order &a, const Order &b)
+{
+    return a.security == b.security && a.direction == b.direction && a.price == b.price &&
+           a.quantity == b.quantity;
+}
+
 } // namespace
 
 PaperExchange::PaperExchange(Ledger *ledger, Listener listener)
@@ -46,9 +52,12 @@ bool PaperExchange::isOpen() const
     return isTradingDay && TradingRules::isOpen(now());
 }
 
-Order PaperExchange::place(const SecurityId &security, Direction direction, Money price, qint64 quantity)
+Order PaperExchange::place(const SecurityId &security, Direction direction, Money price, qint64 quantity,
+                           const QString &clientNumber)
 {
-    return enter(newOrder(security, direction, price, quantity), OrderLife::statusWhenPlaced(isOpen()));
+    Order order = newOrder(security, direction, price, quantity);
+    order.clientNumber = clientNumber;
+    return enter(order, OrderLife::statusWhenPlaced(isOpen()));
 }
 
 Order PaperExchange::leave(const SecurityId &security, Direction direction, Money price, qint64 quantity)
@@ -63,6 +72,9 @@ Order PaperExchange::enter(Order order, const QString &status)
     order.time = now();
     order.status = status;
     Transaction transaction = m_book.begin();
+    if (const std::optional<Order> before = placedBefore(order)) {
+        return *before;
+    }
     const QString wrong = TradingRules::formError(order, m_book.holding(order.security).quantity());
     if (!wrong.isEmpty()) {
         throw Error(wrong);
@@ -72,6 +84,18 @@ Order PaperExchange::enter(Order order, const QString &status)
     transaction.commit();
     publish({order});
     return order;
+}
+
+std::optional<Order> PaperExchange::placedBefore(const Order &order)
+{
+    const std::optional<Order> before =
+        order.clientNumber.isEmpty() ? std::nullopt : m_book.find(order.clientNumber);
+    if (before && !isSameContent(*before, order)) {
+        throw Error(translated("the client's number \"%1\" is that of another order, %2")
+                        .arg(order.clientNumber)
+                        .arg(before->number));
+    }
+    return before;
 }
 
 void PaperExchange::setCash(Money cash)

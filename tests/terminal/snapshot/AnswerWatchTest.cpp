@@ -16,8 +16,7 @@ protected:
     static SharedNews news(SharedNews::Kind kind) { return {kind, QStringLiteral("600519")}; }
     static const OverlayKind *kind(const char *word) { return findOverlayKind(QLatin1String(word)); }
 
-    AnswerWatch watch{
-        "screen-1", dailyChart(10), {QLatin1String(costWord), QLatin1String(tradesWord)}, nullptr};
+    AnswerWatch watch{dailyChart(10), {QLatin1String(costWord), QLatin1String(tradesWord)}, nullptr};
 };
 
 TEST_F(AnswerWatchTest, WaitsForTheCalculationAfterTheAnswer)
@@ -60,7 +59,9 @@ TEST_F(AnswerWatchTest, TakesNothingOfAnotherSecurityOrAnotherScreensQuestions)
     watch.noteUpdate(kind(tradesWord));
     watch.takeSharedNews({SharedNews::Data, QStringLiteral("000001")});
     watch.takeSharedNews({SharedNews::None, QStringLiteral("600519")});
-    watch.takeAnswer(R"({"cmd":"HistoryTrade","stkcode":"600519","data":[{}]})");
+    Trading::CheckedAnswer ofAnotherScreensKind;
+    ofAnotherScreensKind.command = QStringLiteral("HistoryTrade");
+    watch.takeAnswer(ofAnotherScreensKind);
     EXPECT_FALSE(watch.isComplete());
 }
 

@@ -131,6 +131,85 @@ TEST_F(OrderDeskTest, TellsThatNoAnswerCameAndTellsALateAnswer)
     EXPECT_TRUE(m_placed.back().isLate);
 }
 
+/// A desk whose module says that it knows the terminal's own numbers of orders.
+class OrderDeskOfModuleWithNumbers : public OrderDeskTest
+{
+protected:
+    void SetUp() override
+    {
+        OrderDeskTest::SetUp();
+        m_desk.setKnowsClientNumbers([this] { return m_knowsNumbers; });
+        m_desk.setTimeout(100ms);
+    }
+
+    bool m_knowsNumbers = true;
+};
+
+TEST_F(OrderDeskOfModuleWithNumbers, AsksAgainForTheSameOrderUntilItIsAnswered)
+{
+    const QString number = m_desk.place({moutai, Direction::Buy, 1700, 100});
+    ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 2));
+    const auto asked = m_module.asked(QStringLiteral("EntrustPlace"));
+    EXPECT_EQ(asked[0], asked[1]) << "the very same question";
+    EXPECT_EQ(asked[0].value(QLatin1String("clientno")).toString(), number);
+    m_module.answer(asked[1], withData(QJsonObject{{QStringLiteral("ordersno"), QStringLiteral("19")}}));
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::Accepted);
+    EXPECT_FALSE(m_placed.front().isLate);
+    m_module.answer(asked[0], withData(QJsonObject{{QStringLiteral("ordersno"), QStringLiteral("19")}}));
+    letPass();
+    EXPECT_EQ(m_placed.size(), 2U) << "the other answer tells of the same order";
+}
+
+TEST_F(OrderDeskOfModuleWithNumbers, AsksAFewTimesAndThenSaysThatNoAnswerCame)
+{
+    int repeats = 0;
+    QObject::connect(&m_desk, &OrderDesk::askedAgain, &m_desk,
+                     [&repeats](const OrderRequest &) { ++repeats; });
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::NoAnswer);
+    letPass();
+    EXPECT_EQ(countOf("EntrustPlace"), static_cast<size_t>(OpenWishes::mostTries) + 1)
+        << "the last one is ours";
+    EXPECT_EQ(repeats, OpenWishes::mostTries - 1);
+}
+
+TEST_F(OrderDeskOfModuleWithNumbers, GivesEveryPlacementANumberOfItsOwn)
+{
+    EXPECT_NE(m_desk.place({moutai, Direction::Buy, 1, 100}), m_desk.place({moutai, Direction::Buy, 1, 100}));
+}
+
+TEST_F(OrderDeskOfModuleWithNumbers, AsksNoOtherModuleForAnOrderAgain)
+{
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
+    m_knowsNumbers = false;
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::NoAnswer);
+    EXPECT_EQ(countOf("EntrustPlace"), 1U);
+}
+
+TEST_F(OrderDeskOfModuleWithNumbers, AsksNotAgainForAnOrderThatWentOutWithoutANumber)
+{
+    m_knowsNumbers = false;
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
+    m_knowsNumbers = true;
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    ASSERT_EQ(countOf("EntrustPlace"), 1U);
+    EXPECT_FALSE(m_module.asked(QStringLiteral("EntrustPlace")).front().contains(QLatin1String("clientno")));
+}
+
+TEST_F(OrderDeskOfModuleWithNumbers, AsksForNoCancellationAgain)
+{
+    OrderRecord order;
+    order.security = moutai;
+    order.number = QStringLiteral("17");
+    order.day = Trading::TradingDate::of(2024, 1, 2);
+    m_desk.cancel(order);
+    ASSERT_TRUE(waitUntil([this] { return !m_cancelled.empty(); }));
+    EXPECT_EQ(countOf("EntrustCancel"), 1U);
+}
+
 TEST_F(OrderDeskTest, TakesAnswersInAnyOrder)
 {
     m_desk.place({moutai, Direction::Buy, 1, 100});
@@ -170,6 +249,53 @@ TEST_F(OrderDeskTest, KnowsWhetherTheModuleAnswers)
     ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
     m_module.setAnswer(QStringLiteral("AccountInfo"), withData(QJsonObject()));
     EXPECT_TRUE(waitUntil([this] { return m_desk.isAnswering(); })) << "it asks again by itself";
+}
+
+TEST_F(OrderDeskTest, MakesAListOfAnswersThatAreAlwaysLate)
+{
+    m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
+    m_desk.setTimeout(100ms);
+    const size_t before = countOf("EntrustTodayTrade");
+    m_desk.askAnew();
+    ASSERT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 1));
+    ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
+    m_desk.refresh(); // the first one is given up
+    ASSERT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 2));
+    const auto asked = m_module.asked(QStringLiteral("EntrustTodayTrade"));
+    m_module.answer(asked[before], withData(QJsonArray{orderRow("17", "2")}));
+    ASSERT_TRUE(waitUntil([this] { return m_desk.orders().size() == 1; }));
+    EXPECT_TRUE(m_desk.isAnswering());
+}
+
+TEST_F(OrderDeskTest, TakesNoAnswerThatIsOlderThanTheOneItKnows)
+{
+    m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
+    m_desk.setTimeout(100ms);
+    const size_t before = countOf("EntrustTodayTrade");
+    m_desk.askAnew();
+    ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
+    m_desk.setTimeout(1min);
+    m_desk.refresh();
+    ASSERT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 2));
+    const auto asked = m_module.asked(QStringLiteral("EntrustTodayTrade"));
+    m_module.answer(asked[before + 1], withData(QJsonArray{orderRow("17", "2"), orderRow("18", "2")}));
+    ASSERT_TRUE(waitUntil([this] { return m_desk.orders().size() == 2; }));
+    m_module.answer(asked[before], withData(QJsonArray{orderRow("17", "2")}));
+    letPass();
+    EXPECT_EQ(m_desk.orders().size(), 2U);
+}
+
+TEST_F(OrderDeskTest, TakesNoLateAnswerForTheOrdersOfAnotherSecurity)
+{
+    m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
+    m_desk.setTimeout(100ms);
+    m_desk.askAnew();
+    ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
+    const QJsonObject asked = m_module.asked(QStringLiteral("EntrustTodayTrade")).back();
+    m_desk.show({QStringLiteral("000001"), Market::Shenzhen, {}}, std::nullopt);
+    m_module.answer(asked, withData(QJsonArray{orderRow("17", "2")}));
+    letPass();
+    EXPECT_TRUE(m_desk.orders().empty());
 }
 
 TEST_F(OrderDeskTest, ComesBackWithTheBus)
