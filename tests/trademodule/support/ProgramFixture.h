@@ -105,7 +105,7 @@ protected:
             ASSERT_TRUE(m_chart.join(m_broker.address()));
         }
         m_chart.setRequestTimeout(200); // the module may not be there yet
-        ASSERT_TRUE(waitUntil([this] { return !ask("{\"cmd\":\"?\"}").isEmpty(); }, 60000));
+        ASSERT_TRUE(waitUntil([this] { return !ask("{\"cmd\":\"?\"}").isEmpty(); }, std::chrono::minutes(1)));
         m_chart.setRequestTimeout(20000);
     }
 
