@@ -118,8 +118,10 @@ protected:
     void TearDown() override
     {
         if (m_module) {
-            m_module->terminate();
-            EXPECT_TRUE(m_module->waitForFinished(60000));
+            if (m_module->state() != QProcess::NotRunning) {
+                m_module->terminate();
+                EXPECT_TRUE(m_module->waitForFinished(60000));
+            }
             EXPECT_EQ(m_module->exitCode(), 0);
             EXPECT_EQ(m_module->exitStatus(), QProcess::NormalExit);
         }
