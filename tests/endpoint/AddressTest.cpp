@@ -87,7 +87,7 @@ void PrintTo(const WrongIni &row, std::ostream *stream)
     *stream << row.name;
 }
 
-class WrongAddress : public Address, public ::testing::WithParamInterface<WrongIni>
+class AddressOfAWrongIni : public Address, public ::testing::WithParamInterface<WrongIni>
 {
 };
 
@@ -283,7 +283,7 @@ TEST_F(Address, IsNotReplacedByTheDefaultWhenTheFileIsADanglingLink)
     EXPECT_FALSE(BusAddress::ofDirectory(directory()).isValid());
 }
 
-TEST_P(WrongAddress, IsRefusedWithTheNameOfFileAndKeyAndNoConnection)
+TEST_P(AddressOfAWrongIni, IsRefusedWithTheNameOfFileAndKeyAndNoConnection)
 {
     write(QStringLiteral("empty"), "\n");
     write(QStringLiteral("ca.pem"), "ca");
@@ -308,7 +308,7 @@ TEST_P(WrongAddress, IsRefusedWithTheNameOfFileAndKeyAndNoConnection)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Files, WrongAddress,
+    Files, AddressOfAWrongIni,
     ::testing::Values(
         WrongIni{"Empty", "", {"bus/url", "missing"}}, WrongIni{"NotAnIniFile", "no bus here\n", {"INI"}},
         WrongIni{"UrlMissing", "[bus]\nprefix=desk7\n", {"bus/url", "missing"}},

@@ -90,6 +90,21 @@ const std::vector<QStringList> &migrations()
                 "CREATE INDEX execution_by_time ON execution (security_id, trade_date, trade_time, "
                 "id, side, price, quantity, amount, fee, order_no, deal_no)"),
         },
+        {
+            QStringLiteral("ALTER TABLE trade_order ADD COLUMN client_no TEXT"),
+            QStringLiteral("CREATE UNIQUE INDEX order_by_client_no ON trade_order (client_no)"),
+            // who serves the ledger; before the first one nobody
+            QStringLiteral(R"(CREATE TABLE serving (
+                id INTEGER PRIMARY KEY CHECK (id = 1),
+                fence BIGINT NOT NULL,
+                host TEXT NOT NULL,
+                process BIGINT NOT NULL,
+                process_start TEXT NOT NULL,
+                since TEXT NOT NULL))"),
+            QStringLiteral("INSERT INTO serving (id, fence, host, process, process_start, since) "
+                           "VALUES (1, 0, '', 0, '', '')"),
+            QStringLiteral("ALTER TABLE price_reference ADD COLUMN quote_time INTEGER NOT NULL DEFAULT 0"),
+        },
     };
     return steps;
 }
