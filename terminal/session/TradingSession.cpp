@@ -15,7 +15,7 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
 {
     m_patience.setSingleShot(true);
     connect(&m_patience, &QTimer::timeout, this, [this] { enter(Stage::Alone); });
-    connect(&m_link, &TradeLink::answering, this, &TradingSession::enterWhenHeard);
+    connect(&m_module, &ModuleWatch::answering, this, &TradingSession::enterWhenHeard);
     connect(&m_feed, &QuoteFeed::joined, this, &TradingSession::enterWhenHeard);
     connect(&m_feed, &QuoteFeed::refused, this, &TradingSession::orderRefused);
     connect(&m_feed, &QuoteFeed::taken, this, [this] {
@@ -36,7 +36,7 @@ void TradingSession::begin()
 
 void TradingSession::join()
 {
-    m_link.start(m_busAddress);
+    m_module.start(m_busAddress);
     m_desk.start(m_busAddress);
     m_shared.start(m_busAddress);
 }
@@ -48,7 +48,7 @@ bool TradingSession::openReplay(const ChartData &day)
 
 BusGates TradingSession::gates()
 {
-    return {busGate(m_busAddress), m_link.answerGate()};
+    return {busGate(m_busAddress), m_module.answerGate()};
 }
 
 /// The only place where the stage changes; what a stage brings with it is done here, in order.
@@ -92,7 +92,7 @@ void TradingSession::enter(Stage stage)
 void TradingSession::enterWhenHeard()
 {
     const bool isWaitedFor = m_stage == Stage::Awaiting || m_stage == Stage::Alone;
-    if (isWaitedFor && m_link.isAnswering() && m_feed.isJoined()) {
+    if (isWaitedFor && m_module.isAnswering() && m_feed.isJoined()) {
         enter(replays() && !hasBegun() ? Stage::Informing : Stage::Trading);
     }
 }

@@ -5,8 +5,8 @@
 #include "terminal/replay/PlannedOrder.h"
 #include "terminal/replay/Replay.h"
 #include "terminal/services/Gate.h"
+#include "terminal/services/ModuleWatch.h"
 #include "terminal/services/SharedChannel.h"
-#include "terminal/services/TradeLink.h"
 #include "terminal/session/QuoteFeed.h"
 #include "terminal/trade/OrderDesk.h"
 
@@ -78,6 +78,8 @@ public:
     const ChartSource &source() const { return m_source; }
     Replay *replay() { return &m_replay; }
     OrderDesk *desk() { return &m_desk; }
+    /// How things stand with the trading module.
+    ModuleWatch *module() { return &m_module; }
 
 Q_SIGNALS:
     void stageChanged(TradingSession::Stage stage);
@@ -105,7 +107,7 @@ private:
     ChartSource m_source;
     OrderDesk m_desk;
     QuoteFeed m_feed;
-    TradeLink m_link{nullptr};
+    ModuleWatch m_module{nullptr};
     SharedChannel m_shared{nullptr};
     QTimer m_patience;
 };

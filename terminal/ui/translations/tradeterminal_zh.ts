@@ -2,6 +2,33 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>LedgerAdvice</name>
+    <message>
+        <source>The file is no ledger or is damaged: name another one with --ledger, or bring a copy of it back.</source>
+        <translation>该文件不是账本或已损坏：请用 --ledger 指定另一个，或恢复其备份。</translation>
+    </message>
+    <message>
+        <source>See whether the folder of the ledger is there and may be written to.</source>
+        <translation>请检查账本所在文件夹是否存在、是否可写。</translation>
+    </message>
+    <message>
+        <source>See whether the ledger and its folder may be written to.</source>
+        <translation>请检查账本及其文件夹是否可写。</translation>
+    </message>
+    <message>
+        <source>Make room on the disk of the ledger.</source>
+        <translation>请在账本所在磁盘上腾出空间。</translation>
+    </message>
+    <message>
+        <source>See whether the disk of the ledger is full or broken.</source>
+        <translation>请检查账本所在磁盘是否已满或损坏。</translation>
+    </message>
+    <message>
+        <source>See whether the ledger's database server runs and can be reached.</source>
+        <translation>请检查账本的数据库服务器是否在运行、能否连接。</translation>
+    </message>
+</context>
+<context>
     <name>BarFile</name>
     <message>
         <source>&quot;%1&quot; is not a number</source>
@@ -485,6 +512,10 @@
     <message>
         <source>The trading module has ended (exit code %1) and is started again.</source>
         <translation>交易模块已退出（退出码 %1），正在重新启动。</translation>
+    </message>
+    <message>
+        <source>The trading module did not answer any more; another one is started in its place.</source>
+        <translation>交易模块不再应答，正在另行启动一个。</translation>
     </message>
     <message>
         <source>The trading module has ended and is started again: %1</source>
