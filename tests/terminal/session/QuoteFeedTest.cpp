@@ -20,7 +20,7 @@ QString text(const QJsonObject &object, const char *key)
     return object.value(QLatin1String(key)).toString();
 }
 
-TEST(Quote, TellsABarInTexts)
+TEST(QuoteFeedQuote, TellsABarInTexts)
 {
     const Security security{QStringLiteral("000001"), Market::Shenzhen, QStringLiteral("PA")};
     const Bar bar{20240105, 9 * 60 + 31, 13.35, 13.39, 13.3, 13.38, 2003635};
@@ -39,6 +39,7 @@ TEST(Quote, TellsABarInTexts)
     EXPECT_EQ(quoteOf(security, bar, 13.30), expected);
 }
 
+<<<<<<< HEAD
 TEST(Quote, SaysWhichDayIsReplayedAndNothingOfOneThatIsNot)
 {
     const Security security{QStringLiteral("600519"), Market::Shanghai, {}};
@@ -49,6 +50,9 @@ TEST(Quote, SaysWhichDayIsReplayedAndNothingOfOneThatIsNot)
 }
 
 TEST(Quote, SaysNothingOfACloseThatIsNotKnown)
+=======
+TEST(QuoteFeedQuote, SaysNothingOfACloseThatIsNotKnown)
+>>>>>>> main
 {
     const QJsonObject quote = quoteOf({QStringLiteral("600519"), Market::Shanghai, {}},
                                       {20240105, 15 * 60, 1400, 1400, 1400, 1400, 0}, std::nullopt);
@@ -57,7 +61,7 @@ TEST(Quote, SaysNothingOfACloseThatIsNotKnown)
 }
 
 /// A replay, its feed and a module that hears quotes and questions on one line.
-class Feed : public ::testing::Test
+class QuoteFeedTest : public ::testing::Test
 {
 protected:
     void SetUp() override
@@ -112,7 +116,7 @@ protected:
     int m_taken = 0;
 };
 
-TEST_F(Feed, PublishesEveryBarInOrder)
+TEST_F(QuoteFeedTest, PublishesEveryBarInOrder)
 {
     open({});
     m_replay.playTo(atTime(933));
@@ -121,7 +125,7 @@ TEST_F(Feed, PublishesEveryBarInOrder)
                                      QStringLiteral("0933")));
 }
 
-TEST_F(Feed, PlacesAnOrderBetweenTheQuotesOfItsMinuteAndTheNext)
+TEST_F(QuoteFeedTest, PlacesAnOrderBetweenTheQuotesOfItsMinuteAndTheNext)
 {
     open({{atTime(931), Direction::Sell, 500, 13.05}, {atTime(930), Direction::Buy, 100, 12.9}});
     m_replay.playTo(atTime(932));
@@ -131,7 +135,7 @@ TEST_F(Feed, PlacesAnOrderBetweenTheQuotesOfItsMinuteAndTheNext)
                             QStringLiteral("0S 500 13.05"), QStringLiteral("0932")));
 }
 
-TEST_F(Feed, PlacesAnOrderOnce)
+TEST_F(QuoteFeedTest, PlacesAnOrderOnce)
 {
     open({{atTime(930), Direction::Buy, 100, 12.9}});
     m_replay.restart();
@@ -140,6 +144,7 @@ TEST_F(Feed, PlacesAnOrderOnce)
                 ElementsAre(QStringLiteral("0930"), QStringLiteral("0B 100 12.90"), QStringLiteral("0930")));
 }
 
+<<<<<<< HEAD
 TEST_F(Feed, TellsOfAnOrderWhoseMinuteWentByWhileTheBusWasAway)
 {
     open({{atTime(932), Direction::Buy, 100, 12.9}, {atTime(934), Direction::Buy, 200, 12.9}});
@@ -160,6 +165,9 @@ TEST_F(Feed, TellsOfAnOrderWhoseMinuteWentByWhileTheBusWasAway)
 }
 
 TEST_F(Feed, ForgetsItsOrdersWithTheirDay)
+=======
+TEST_F(QuoteFeedTest, ForgetsItsOrdersWithTheirDay)
+>>>>>>> main
 {
     open({{atTime(931), Direction::Buy, 100, 12.9}});
     m_replay.close();
@@ -169,7 +177,7 @@ TEST_F(Feed, ForgetsItsOrdersWithTheirDay)
     EXPECT_THAT(m_heard, ElementsAre(QStringLiteral("0930"), QStringLiteral("0930"), QStringLiteral("0931")));
 }
 
-TEST_F(Feed, TellsWhichOfItsOrdersIsRefusedAndNoneThatWasPlacedByHand)
+TEST_F(QuoteFeedTest, TellsWhichOfItsOrdersIsRefusedAndNoneThatWasPlacedByHand)
 {
     m_module.setAnswer(QStringLiteral("EntrustPlace"), {{QStringLiteral("success"), false},
                                                         {QStringLiteral("msg"), QStringLiteral("no cash")}});
@@ -187,7 +195,7 @@ TEST_F(Feed, TellsWhichOfItsOrdersIsRefusedAndNoneThatWasPlacedByHand)
     EXPECT_EQ(refused, QStringList(QStringLiteral("no cash")));
 }
 
-TEST_F(Feed, TellsWhenTheModuleIsDone)
+TEST_F(QuoteFeedTest, TellsWhenTheModuleIsDone)
 {
     open({});
     m_module.setSilent(QStringLiteral("HolderCostPrice"));

@@ -23,7 +23,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class Docks : public WindowFixture
+class TradeDocksTest : public WindowFixture
 {
 protected:
     void SetUp() override
@@ -66,7 +66,7 @@ protected:
     ScriptedModule m_module{m_broker.address()};
 };
 
-TEST_F(Docks, GetsTheNextOrderOfTheTicketWhenTheOneBeforeHasEnded)
+TEST_F(TradeDocksTest, GetsTheNextOrderOfTheTicketWhenTheOneBeforeHasEnded)
 {
     TerminalOptions options;
     options.asksBeforeSending = false;
@@ -98,7 +98,7 @@ TEST_F(Docks, GetsTheNextOrderOfTheTicketWhenTheOneBeforeHasEnded)
               QString::number(last + 0.05, 'f', 2));
 }
 
-TEST_F(Docks, ListsTheOrdersOfAPastDayInTheWindow)
+TEST_F(TradeDocksTest, ListsTheOrdersOfAPastDayInTheWindow)
 {
     makeWindow(TerminalOptions());
     MainWindow &window = *m_window;
