@@ -4,8 +4,10 @@
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/chart/view/ReadoutBar.h"
 #include "terminal/replay/ReplayedChart.h"
+#include "terminal/services/BusInstance.h"
 #include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Picture.h"
+#include "terminal/trade/PlainText.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/trade/TradeStyle.h"
 #include "terminal/ui/ChartBar.h"
@@ -26,6 +28,9 @@ namespace Terminal {
 
 namespace {
 
+<<<<<<< HEAD
+TradeDocks::Prices pricesOf(TradingSession *session)
+=======
 /// After the repaint that follows a change: only then is known what overlays have drawn.
 constexpr std::chrono::milliseconds statesAfter{50};
 
@@ -40,10 +45,13 @@ int countOf(const DrawnMarks *marks)
 
 /// The close by which today's price limits go.
 TradeDocks::CloseBefore closeBeforeToday(const ChartSource &source)
+>>>>>>> main
 {
-    return [&source](const ChartData &shown) {
-        return source.closeBefore(shown.security.code, Trading::TradingDate::today());
+    const auto closeBeforeToday = [session](const ChartData &shown) {
+        return session->source().closeBefore(shown.security.code, Trading::TradingDate::today());
     };
+    return {closeBeforeToday,
+            [session](const Security &security) { return session->prices()->of(security); }};
 }
 
 } // namespace
@@ -60,8 +68,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_strip(new StateStrip),
       m_prompts(m_chart),
       m_input(std::make_unique<ChartInput>(m_chart, nullptr, nullptr)),
-      m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts,
-                                           closeBeforeToday(session->source())))
+      m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts, pricesOf(session)))
 {
     setUpCentre();
     setUpChartBar();
@@ -70,6 +77,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     setUpStates();
     wireSession();
     m_trade->setAmountsHidden(options.hidesAmounts);
+    m_trade->askAction()->setChecked(options.asksBeforeSending);
     applyTheme();
     applyLanguage();
     resize(options.size);
@@ -108,6 +116,7 @@ void MainWindow::setUpView()
     view->addSeparator();
     view->addAction(m_trade->ticketAction());
     view->addAction(m_trade->panelAction());
+    view->addAction(m_trade->askAction());
     connect(view, &ViewMenu::riseColourChosen, this, [this](RiseColour colour) {
         m_options.riseColour = colour;
         applyTheme();
@@ -129,7 +138,12 @@ void MainWindow::setUpReplay()
     auto *const bar = new ReplayBar(m_session->replay(), m_chart);
     bar->setObjectName(QStringLiteral("replayBar"));
     addToolBar(Qt::BottomToolBarArea, bar);
-    connect(bar, &ReplayBar::replayAsked, this, &MainWindow::setReplaying);
+    connect(bar, &ReplayBar::replayAsked, this, [this](bool on) {
+        const QString problem = setReplaying(on);
+        if (!problem.isEmpty()) {
+            m_prompts.show(problem);
+        }
+    });
 }
 
 void MainWindow::setUpStates()
@@ -156,13 +170,18 @@ void MainWindow::wireSession()
 {
     connect(m_session, &TradingSession::overlaysDue, this, &MainWindow::bringOverlays);
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
+    connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
 }
 
 void MainWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         m_trade->showTexts();
+<<<<<<< HEAD
+        showTitle();
+=======
         showStates();
+>>>>>>> main
     }
     QMainWindow::changeEvent(event);
 }
@@ -216,10 +235,26 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Tra
     if (!loaded) {
         return false;
     }
+    m_session->prices()->readAnew(code);
     m_chart->setData(loaded.value());
     showChoices();
-    setWindowTitle(QStringLiteral("%1 %2").arg(loaded.value().security.name, code));
+    showTitle();
     return true;
+}
+
+void MainWindow::showTitle()
+{
+    const Security &shown = m_chart->data().security;
+    const QString account = accountText();
+    const QString chart = QStringLiteral("%1 %2").arg(plainText(shown.name), plainText(shown.code));
+    setWindowTitle(account.isEmpty() ? chart : QStringLiteral(u"%1 – %2").arg(chart, account));
+    m_trade->setAccount(account);
+}
+
+/// The ledger as a user knows it. Our own trading module deals on paper.
+QString MainWindow::accountText() const
+{
+    return m_options.ledger.isEmpty() ? QString() : tr("%1 (paper)").arg(ledgerName(m_options.ledger));
 }
 
 void MainWindow::showChoices()
@@ -234,26 +269,29 @@ TerminalOptions MainWindow::shownOptions() const
     options.code = m_chart->data().security.code;
     options.period = m_chart->data().period;
     options.hidesAmounts = m_bar->hidesAmounts();
+    options.asksBeforeSending = m_trade->askAction()->isChecked();
     options.overlays = m_bar->chosenOverlays();
     return options;
 }
 
-void MainWindow::setReplaying(bool on)
+QString MainWindow::setReplaying(bool on)
 {
     const ChartData shown = m_chart->data();
     const bool showedReplay = m_replayedChart->isShown();
     if (!on) {
         m_session->replay()->close();
-    } else if (!m_session->openReplay(shown)) {
-        return;
-    }
-    if (on) {
+    } else {
+        const QString problem = m_session->openReplay(shown);
+        if (!problem.isEmpty()) {
+            return problem;
+        }
         m_trade->setShown(true); // a replay is there to be traded on
     }
     if (on || showedReplay) {
         loadOrTell(shown.security.code, ChartPeriod::Minute,
                    on ? std::nullopt : m_session->replay()->recordedDate());
     }
+    return {};
 }
 
 void MainWindow::bringOverlays()
