@@ -7,7 +7,7 @@
 namespace Terminal {
 namespace {
 
-class WatchOfCombinedOverlays : public ::testing::Test
+class AnswerWatchTest : public ::testing::Test
 {
 protected:
     static constexpr char costWord[] = "combined-cost";
@@ -19,7 +19,7 @@ protected:
     AnswerWatch watch{dailyChart(10), {QLatin1String(costWord), QLatin1String(tradesWord)}, nullptr};
 };
 
-TEST_F(WatchOfCombinedOverlays, WaitsForTheCalculationAfterTheAnswer)
+TEST_F(AnswerWatchTest, WaitsForTheCalculationAfterTheAnswer)
 {
     watch.noteUpdate(kind(costWord));
     watch.noteUpdate(kind(tradesWord));
@@ -30,7 +30,7 @@ TEST_F(WatchOfCombinedOverlays, WaitsForTheCalculationAfterTheAnswer)
     EXPECT_TRUE(watch.isComplete()) << qPrintable(watch.missing().join(QLatin1Char(' ')));
 }
 
-TEST_F(WatchOfCombinedOverlays, WaitsForTheCostsFirstCalculation)
+TEST_F(AnswerWatchTest, WaitsForTheCostsFirstCalculation)
 {
     watch.takeSharedNews(news(SharedNews::Data));
     watch.noteUpdate(kind(tradesWord));
@@ -39,7 +39,7 @@ TEST_F(WatchOfCombinedOverlays, WaitsForTheCostsFirstCalculation)
     EXPECT_TRUE(watch.isComplete());
 }
 
-TEST_F(WatchOfCombinedOverlays, WaitsAgainWhenTheTradesWereLost)
+TEST_F(AnswerWatchTest, WaitsAgainWhenTheTradesWereLost)
 {
     watch.noteUpdate(kind(costWord));
     watch.takeSharedNews(news(SharedNews::Data));
@@ -53,7 +53,7 @@ TEST_F(WatchOfCombinedOverlays, WaitsAgainWhenTheTradesWereLost)
     EXPECT_TRUE(watch.isComplete());
 }
 
-TEST_F(WatchOfCombinedOverlays, TakesNothingOfAnotherSecurityOrAnotherScreensQuestions)
+TEST_F(AnswerWatchTest, TakesNothingOfAnotherSecurityOrAnotherScreensQuestions)
 {
     watch.noteUpdate(kind(costWord));
     watch.noteUpdate(kind(tradesWord));
