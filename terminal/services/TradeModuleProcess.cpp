@@ -26,7 +26,8 @@ TradeModuleProcess::TradeModuleProcess(const QString &program, const QString &le
 {
     m_process.setProgram(program);
     m_process.setArguments({QStringLiteral("--bus"), busAddress, QStringLiteral("--ledger"), ledger,
-                            QStringLiteral("--lang"), language, QStringLiteral("serve")});
+                            QStringLiteral("--lang"), language, QStringLiteral("serve"),
+                            QStringLiteral("--standby")});
     m_process.setProcessChannelMode(QProcess::ForwardedOutputChannel);
     m_restart.setSingleShot(true);
     m_restart.setInterval(restartDelay);

@@ -2,6 +2,7 @@
 
 #include "terminal/services/BusInstance.h"
 #include "terminal/services/BusProbe.h"
+#include "trading/ModuleVocabulary.h"
 #include "trading/TradingDate.h"
 
 #include <utility>
@@ -18,7 +19,7 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
 {
     m_patience.setSingleShot(true);
     connect(&m_patience, &QTimer::timeout, this, [this] { enter(Stage::Alone); });
-    connect(&m_link, &TradeLink::answering, this, &TradingSession::enterWhenHeard);
+    connect(&m_module, &ModuleWatch::answering, this, &TradingSession::enterWhenHeard);
     connect(&m_feed, &QuoteFeed::joined, this, &TradingSession::enterWhenHeard);
     connect(&m_feed, &QuoteFeed::refused, this, &TradingSession::orderRefused);
     connect(&m_feed, &QuoteFeed::taken, this, [this] {
@@ -32,6 +33,10 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
             m_replayLock.release();
         }
     });
+    m_desk.setKnowsClientNumbers([this] {
+        const auto presence = m_module.presence();
+        return presence && presence->knows(Trading::Capability::CLIENTNO);
+    });
     if (m_plan.replaySpeed > 0) {
         m_replay.setSpeed(m_plan.replaySpeed);
     }
@@ -44,7 +49,7 @@ void TradingSession::begin()
 
 void TradingSession::join()
 {
-    m_link.start(m_busAddress);
+    m_module.start(m_busAddress);
     m_desk.start(m_busAddress);
     m_shared.start(m_busAddress);
 }
@@ -66,7 +71,7 @@ QString TradingSession::openReplay(const ChartData &day)
 
 BusGates TradingSession::gates()
 {
-    return {busGate(m_busAddress), m_link.answerGate()};
+    return {busGate(m_busAddress), m_module.answerGate()};
 }
 
 /// The only place where the stage changes; what a stage brings with it is done here, in order.
@@ -113,7 +118,7 @@ void TradingSession::enter(Stage stage)
 void TradingSession::enterWhenHeard()
 {
     const bool isWaitedFor = m_stage == Stage::Awaiting || m_stage == Stage::Alone;
-    if (isWaitedFor && m_link.isAnswering() && m_feed.isJoined()) {
+    if (isWaitedFor && m_module.isAnswering() && m_feed.isJoined()) {
         enter(replays() && !hasBegun() ? Stage::Informing : Stage::Trading);
     }
 }

@@ -5,8 +5,8 @@
 #include "terminal/replay/PlannedOrder.h"
 #include "terminal/replay/Replay.h"
 #include "terminal/services/Gate.h"
+#include "terminal/services/ModuleWatch.h"
 #include "terminal/services/SharedChannel.h"
-#include "terminal/services/TradeLink.h"
 #include "terminal/session/LastPrices.h"
 #include "terminal/session/QuoteFeed.h"
 #include "terminal/session/ReplayLock.h"
@@ -81,6 +81,8 @@ public:
     Replay *replay() { return &m_replay; }
     OrderDesk *desk() { return &m_desk; }
     LastPrices *prices() { return &m_prices; }
+    /// How things stand with the trading module.
+    ModuleWatch *module() { return &m_module; }
 
 Q_SIGNALS:
     void stageChanged(TradingSession::Stage stage);
@@ -115,7 +117,7 @@ private:
     LastPrices m_prices;
     QuoteFeed m_feed;
     ReplayLock m_replayLock;
-    TradeLink m_link{nullptr};
+    ModuleWatch m_module{nullptr};
     SharedChannel m_shared{nullptr};
     QTimer m_patience;
 };
