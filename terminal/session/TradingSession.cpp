@@ -2,6 +2,7 @@
 
 #include "terminal/services/BusInstance.h"
 #include "terminal/services/BusProbe.h"
+#include "trading/ModuleVocabulary.h"
 #include "trading/TradingDate.h"
 
 #include <utility>
@@ -31,6 +32,10 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
         if (m_replay.state() == Replay::State::Closed) {
             m_replayLock.release();
         }
+    });
+    m_desk.setKnowsClientNumbers([this] {
+        const auto presence = m_module.presence();
+        return presence && presence->knows(Trading::Capability::CLIENTNO);
     });
     if (m_plan.replaySpeed > 0) {
         m_replay.setSpeed(m_plan.replaySpeed);

@@ -80,9 +80,9 @@ public:
     const ChartSource &source() const { return m_source; }
     Replay *replay() { return &m_replay; }
     OrderDesk *desk() { return &m_desk; }
+    LastPrices *prices() { return &m_prices; }
     /// How things stand with the trading module.
     ModuleWatch *module() { return &m_module; }
-    LastPrices *prices() { return &m_prices; }
 
 Q_SIGNALS:
     void stageChanged(TradingSession::Stage stage);
@@ -116,8 +116,8 @@ private:
     OrderDesk m_desk;
     LastPrices m_prices;
     QuoteFeed m_feed;
-    ModuleWatch m_module{nullptr};
     ReplayLock m_replayLock;
+    ModuleWatch m_module{nullptr};
     SharedChannel m_shared{nullptr};
     QTimer m_patience;
 };

@@ -77,11 +77,7 @@ QString OrderDraft::priceProblem() const
 QString OrderDraft::tickProblem() const
 {
     constexpr double noise = 1e-6; // of binary fractions, in yuan
-<<<<<<< HEAD
-    const bool isOnTick = std::abs(m_order.price - toYuan(toCents(m_order.price))) < noise;
-=======
-    const bool isOnTick = m_order.price > 0 && std::abs(m_order.price - onStep(m_order.price)) < noise;
->>>>>>> main
+    const bool isOnTick = std::abs(m_order.price - onStep(m_order.price)) < noise;
     return isOnTick ? QString() : tr("The price must be a multiple of 0.01.");
 }
 

@@ -28,9 +28,6 @@ namespace Terminal {
 
 namespace {
 
-<<<<<<< HEAD
-TradeDocks::Prices pricesOf(TradingSession *session)
-=======
 /// After the repaint that follows a change: only then is known what overlays have drawn.
 constexpr std::chrono::milliseconds statesAfter{50};
 
@@ -43,9 +40,7 @@ int countOf(const DrawnMarks *marks)
                                  [](int sum, const DrawnMark &mark) { return sum + mark.count; });
 }
 
-/// The close by which today's price limits go.
-TradeDocks::CloseBefore closeBeforeToday(const ChartSource &source)
->>>>>>> main
+TradeDocks::Prices pricesOf(TradingSession *session)
 {
     const auto closeBeforeToday = [session](const ChartData &shown) {
         return session->source().closeBefore(shown.security.code, Trading::TradingDate::today());
@@ -170,6 +165,7 @@ void MainWindow::wireSession()
 {
     connect(m_session, &TradingSession::overlaysDue, this, &MainWindow::bringOverlays);
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
+    connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
     connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
 }
 
@@ -177,11 +173,8 @@ void MainWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         m_trade->showTexts();
-<<<<<<< HEAD
         showTitle();
-=======
         showStates();
->>>>>>> main
     }
     QMainWindow::changeEvent(event);
 }
@@ -251,10 +244,21 @@ void MainWindow::showTitle()
     m_trade->setAccount(account);
 }
 
-/// The ledger as a user knows it. Our own trading module deals on paper.
+void MainWindow::takeModule()
+{
+    m_trade->setReadOnly(m_session->module()->state() == ModuleWatch::State::ReadOnly);
+    showTitle();
+}
+
+/// The ledger as a user knows it: the window's own, which our trading module serves and deals on paper, or
+/// else the one that another program's module names, whose deals may be real.
 QString MainWindow::accountText() const
 {
-    return m_options.ledger.isEmpty() ? QString() : tr("%1 (paper)").arg(ledgerName(m_options.ledger));
+    if (!m_options.ledger.isEmpty()) {
+        return tr("%1 (paper)").arg(ledgerName(m_options.ledger));
+    }
+    const auto presence = m_session->module()->presence();
+    return presence && !presence->ledger.isEmpty() ? ledgerName(presence->ledger) : QString();
 }
 
 void MainWindow::showChoices()

@@ -96,6 +96,7 @@ private:
     void loadOrTell(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day);
     void showChoices();
     void showTitle();
+    void takeModule();
     QString accountText() const;
     void setAmountsHidden(bool hidden);
     void applyTheme();

@@ -18,7 +18,7 @@ namespace {
 const Security moutai{QStringLiteral("600519"), Market::Shanghai, {}};
 const Security bank{QStringLiteral("000001"), Market::Shenzhen, {}};
 
-class Prices : public ::testing::Test
+class LastPricesTest : public ::testing::Test
 {
 protected:
     /// As it is told once it is read.
@@ -64,7 +64,7 @@ protected:
     LastPrices m_prices{&m_source, &m_replay, &m_desk};
 };
 
-TEST_F(Prices, AreTheLatestClosesThatTheDataFolderKnows)
+TEST_F(LastPricesTest, AreTheLatestClosesThatTheDataFolderKnows)
 {
     const Bar day = lastDailyBar(bank);
     EXPECT_EQ(price(bank).price, day.close);
@@ -76,7 +76,7 @@ TEST_F(Prices, AreTheLatestClosesThatTheDataFolderKnows)
     EXPECT_EQ(price(moutai).origin, PriceOrigin::Close);
 }
 
-TEST_F(Prices, AreNoneForASecurityThatNobodyKnows)
+TEST_F(LastPricesTest, AreNoneForASecurityThatNobodyKnows)
 {
     const Security unknown{QStringLiteral("999999"), Market::Shanghai, {}};
     m_prices.of(unknown);
@@ -84,14 +84,14 @@ TEST_F(Prices, AreNoneForASecurityThatNobodyKnows)
     EXPECT_FALSE(m_prices.of(unknown));
 }
 
-TEST_F(Prices, AreReadAtOnceForAPicture)
+TEST_F(LastPricesTest, AreReadAtOnceForAPicture)
 {
     EXPECT_FALSE(m_prices.of(moutai)) << "not yet read";
     m_prices.readNow();
     EXPECT_TRUE(m_prices.of(moutai));
 }
 
-TEST_F(Prices, AreTheQuotesOfTheMarketWhereThereAreAny)
+TEST_F(LastPricesTest, AreTheQuotesOfTheMarketWhereThereAreAny)
 {
     join();
     quote(moutai, m_today, 1234.5);
@@ -101,7 +101,7 @@ TEST_F(Prices, AreTheQuotesOfTheMarketWhereThereAreAny)
     EXPECT_EQ(price(bank).origin, PriceOrigin::Close) << "each has its own";
 }
 
-TEST_F(Prices, AreNoQuotesOfAnotherDayOrOfAReplayInAnotherWindow)
+TEST_F(LastPricesTest, AreNoQuotesOfAnotherDayOrOfAReplayInAnotherWindow)
 {
     join();
     quote(moutai, m_today.plusDays(-1), 1.0);
@@ -111,7 +111,7 @@ TEST_F(Prices, AreNoQuotesOfAnotherDayOrOfAReplayInAnotherWindow)
     EXPECT_EQ(price(moutai).origin, PriceOrigin::Close);
 }
 
-TEST_F(Prices, AreThoseOfTheReplayForItsSecurityWhileItLasts)
+TEST_F(LastPricesTest, AreThoseOfTheReplayForItsSecurityWhileItLasts)
 {
     int changes = 0;
     QObject::connect(&m_prices, &LastPrices::changed, &m_prices, [&changes] { ++changes; });

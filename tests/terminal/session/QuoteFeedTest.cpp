@@ -39,8 +39,7 @@ TEST(QuoteFeedQuote, TellsABarInTexts)
     EXPECT_EQ(quoteOf(security, bar, 13.30), expected);
 }
 
-<<<<<<< HEAD
-TEST(Quote, SaysWhichDayIsReplayedAndNothingOfOneThatIsNot)
+TEST(QuoteFeedQuote, SaysWhichDayIsReplayedAndNothingOfOneThatIsNot)
 {
     const Security security{QStringLiteral("600519"), Market::Shanghai, {}};
     const Bar bar{20240105, 571, 1, 1, 1, 1, 1};
@@ -49,10 +48,7 @@ TEST(Quote, SaysWhichDayIsReplayedAndNothingOfOneThatIsNot)
     EXPECT_FALSE(quoteOf(security, bar, {}).contains(key));
 }
 
-TEST(Quote, SaysNothingOfACloseThatIsNotKnown)
-=======
 TEST(QuoteFeedQuote, SaysNothingOfACloseThatIsNotKnown)
->>>>>>> main
 {
     const QJsonObject quote = quoteOf({QStringLiteral("600519"), Market::Shanghai, {}},
                                       {20240105, 15 * 60, 1400, 1400, 1400, 1400, 0}, std::nullopt);
@@ -144,8 +140,7 @@ TEST_F(QuoteFeedTest, PlacesAnOrderOnce)
                 ElementsAre(QStringLiteral("0930"), QStringLiteral("0B 100 12.90"), QStringLiteral("0930")));
 }
 
-<<<<<<< HEAD
-TEST_F(Feed, TellsOfAnOrderWhoseMinuteWentByWhileTheBusWasAway)
+TEST_F(QuoteFeedTest, TellsOfAnOrderWhoseMinuteWentByWhileTheBusWasAway)
 {
     open({{atTime(932), Direction::Buy, 100, 12.9}, {atTime(934), Direction::Buy, 200, 12.9}});
     QStringList refusals;
@@ -164,10 +159,7 @@ TEST_F(Feed, TellsOfAnOrderWhoseMinuteWentByWhileTheBusWasAway)
     EXPECT_THAT(refusals.front().toStdString(), ::testing::HasSubstr("09:32"));
 }
 
-TEST_F(Feed, ForgetsItsOrdersWithTheirDay)
-=======
 TEST_F(QuoteFeedTest, ForgetsItsOrdersWithTheirDay)
->>>>>>> main
 {
     open({{atTime(931), Direction::Buy, 100, 12.9}});
     m_replay.close();

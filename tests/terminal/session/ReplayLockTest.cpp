@@ -9,17 +9,17 @@
 namespace Terminal {
 namespace {
 
-class Lock : public ::testing::Test
+class ReplayLockTest : public ::testing::Test
 {
 protected:
-    Lock() { qputenv("XDG_RUNTIME_DIR", m_runtime.path().toUtf8()); }
-    ~Lock() override { qputenv("XDG_RUNTIME_DIR", m_before); }
+    ReplayLockTest() { qputenv("XDG_RUNTIME_DIR", m_runtime.path().toUtf8()); }
+    ~ReplayLockTest() override { qputenv("XDG_RUNTIME_DIR", m_before); }
 
     const QByteArray m_before = qgetenv("XDG_RUNTIME_DIR");
     QTemporaryDir m_runtime;
 };
 
-TEST_F(Lock, IsHadByOneAtATimeAndTellsByWhom)
+TEST_F(ReplayLockTest, IsHadByOneAtATimeAndTellsByWhom)
 {
     ReplayLock first(QStringLiteral("/home/me/account.db"));
     ReplayLock second(QStringLiteral("/home/me/account.db"));
@@ -33,7 +33,7 @@ TEST_F(Lock, IsHadByOneAtATimeAndTellsByWhom)
     EXPECT_EQ(second.problem(), QString());
 }
 
-TEST_F(Lock, OfAnotherAccountIsAnother)
+TEST_F(ReplayLockTest, OfAnotherAccountIsAnother)
 {
     ReplayLock first(QStringLiteral("/home/me/account.db"));
     ReplayLock second(QStringLiteral("/home/me/copy.db"));
@@ -41,7 +41,7 @@ TEST_F(Lock, OfAnotherAccountIsAnother)
     EXPECT_TRUE(second.acquire());
 }
 
-TEST_F(Lock, IsNotNeededWithoutAnAccount)
+TEST_F(ReplayLockTest, IsNotNeededWithoutAnAccount)
 {
     ReplayLock first{QString()};
     ReplayLock second{QString()};
@@ -49,7 +49,7 @@ TEST_F(Lock, IsNotNeededWithoutAnAccount)
     EXPECT_TRUE(second.acquire());
 }
 
-TEST_F(Lock, SaysWhenItCannotBeHad)
+TEST_F(ReplayLockTest, SaysWhenItCannotBeHad)
 {
     ReplayLock lock(QStringLiteral("/home/me/account.db"));
     ASSERT_TRUE(lock.acquire());

@@ -174,8 +174,7 @@ TEST_F(TradingSessionTest, OfAReplayWithOrdersWaitsForTheModuleButLetsOverlaysAs
     EXPECT_EQ(replay()->state(), Replay::State::Playing);
 }
 
-<<<<<<< HEAD
-TEST_F(TradingDay, SaysThatAReplayWaitsForAModuleThatNeverAnswers)
+TEST_F(TradingSessionTest, SaysThatAReplayWaitsForAModuleThatNeverAnswers)
 {
     m_plan.patience = shortPatience;
     m_plan.replaySpeed = Replay::slowest;
@@ -187,7 +186,7 @@ TEST_F(TradingDay, SaysThatAReplayWaitsForAModuleThatNeverAnswers)
     EXPECT_EQ(waits, 1);
 }
 
-TEST_F(TradingDay, IsNotBegunAgainWhenItsUserDidNotWaitForTheModule)
+TEST_F(TradingSessionTest, IsNotBegunAgainWhenItsUserDidNotWaitForTheModule)
 {
     m_plan.patience = shortPatience;
     m_plan.replaySpeed = Replay::slowest;
@@ -203,10 +202,7 @@ TEST_F(TradingDay, IsNotBegunAgainWhenItsUserDidNotWaitForTheModule)
     EXPECT_EQ(replay()->completed(), 31U);
 }
 
-TEST_F(TradingDay, BeginsWithoutAReplayThatItsUserHasEnded)
-=======
 TEST_F(TradingSessionTest, BeginsWithoutAReplayThatItsUserHasEnded)
->>>>>>> main
 {
     m_plan.replaySpeed = Replay::slowest;
     begin();

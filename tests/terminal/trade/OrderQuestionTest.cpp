@@ -11,7 +11,7 @@
 namespace Terminal {
 namespace {
 
-class Asked : public ::testing::Test
+class OrderQuestionTest : public ::testing::Test
 {
 protected:
     /// Asks; `answer` does what the user does.
@@ -44,20 +44,20 @@ protected:
     }
 };
 
-TEST_F(Asked, IsConfirmedByItsOwnButtonAlone)
+TEST_F(OrderQuestionTest, IsConfirmedByItsOwnButtonAlone)
 {
     EXPECT_TRUE(ask([](QMessageBox *box) { QTest::mouseClick(confirming(box), Qt::LeftButton); }));
     EXPECT_FALSE(ask([](QMessageBox *box) { QTest::mouseClick(box->defaultButton(), Qt::LeftButton); }));
 }
 
-TEST_F(Asked, IsAnsweredWithNoByEnterAndEscape)
+TEST_F(OrderQuestionTest, IsAnsweredWithNoByEnterAndEscape)
 {
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
         EXPECT_FALSE(ask([key](QMessageBox *box) { QTest::keyClick(box, key); })) << key;
     }
 }
 
-TEST_F(Asked, IsNotAnsweredByAKeyThatIsHeld)
+TEST_F(OrderQuestionTest, IsNotAnsweredByAKeyThatIsHeld)
 {
     EXPECT_TRUE(ask([](QMessageBox *box) {
         for (QWidget *const place : {static_cast<QWidget *>(box), static_cast<QWidget *>(confirming(box)),
@@ -71,7 +71,7 @@ TEST_F(Asked, IsNotAnsweredByAKeyThatIsHeld)
     }));
 }
 
-TEST_F(Asked, IsNotAnsweredByTheSecondPressOfADoubleClick)
+TEST_F(OrderQuestionTest, IsNotAnsweredByTheSecondPressOfADoubleClick)
 {
     EXPECT_FALSE(ask([](QMessageBox *box) {
         QAbstractButton *const button = confirming(box);
@@ -84,7 +84,7 @@ TEST_F(Asked, IsNotAnsweredByTheSecondPressOfADoubleClick)
     }));
 }
 
-TEST_F(Asked, ShowsItsWordsAsTheyAreWritten)
+TEST_F(OrderQuestionTest, ShowsItsWordsAsTheyAreWritten)
 {
     ask([](QMessageBox *box) {
         for (const QLabel *const label : box->findChildren<QLabel *>()) {

@@ -10,7 +10,7 @@ namespace {
 using ::testing::ElementsAre;
 using Tone = OrderResults::Tone;
 
-class Results : public ::testing::Test
+class OrderResultsTest : public ::testing::Test
 {
 protected:
     void tell(const char *number, const char *text, Tone tone = Tone::Plain)
@@ -32,14 +32,14 @@ protected:
     OrderResults m_results;
 };
 
-TEST_F(Results, OfTwoOrdersStandBesideEachOther)
+TEST_F(OrderResultsTest, OfTwoOrdersStandBesideEachOther)
 {
     tell("1", "one: refused", Tone::Bad);
     tell("2", "two: accepted", Tone::Good);
     EXPECT_THAT(lines(), ElementsAre("two: accepted", "one: refused"));
 }
 
-TEST_F(Results, OfOneOrderFollowOneAnother)
+TEST_F(OrderResultsTest, OfOneOrderFollowOneAnother)
 {
     tell("1", "one: no answer");
     tell("2", "two: accepted");
@@ -47,7 +47,7 @@ TEST_F(Results, OfOneOrderFollowOneAnother)
     EXPECT_THAT(lines(), ElementsAre("one: accepted", "two: accepted"));
 }
 
-TEST_F(Results, AreAFew)
+TEST_F(OrderResultsTest, AreAFew)
 {
     for (const char *const order : {"1", "2", "3", "4"}) {
         tell(order, order);
@@ -57,7 +57,7 @@ TEST_F(Results, AreAFew)
     EXPECT_THAT(lines(), ElementsAre());
 }
 
-TEST_F(Results, ShowTextAsItIsWritten)
+TEST_F(OrderResultsTest, ShowTextAsItIsWritten)
 {
     tell("1", "<b>refused</b>");
     EXPECT_EQ(m_results.findChild<QLabel *>()->textFormat(), Qt::PlainText);

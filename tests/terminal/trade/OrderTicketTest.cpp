@@ -163,8 +163,7 @@ TEST_F(OrderTicketTest, FollowsTheLastPriceUntilTheUserChoosesOne)
     EXPECT_DOUBLE_EQ(m_ticket.draft().order().price, 9.9);
 }
 
-<<<<<<< HEAD
-TEST_F(Ticket, BeginsWithoutAPriceWhereThereIsNoneToOffer)
+TEST_F(OrderTicketTest, BeginsWithoutAPriceWhereThereIsNoneToOffer)
 {
     m_ticket.setSecurity({QStringLiteral("000001"), Market::Shenzhen, {}}, std::nullopt);
     EXPECT_EQ(price()->value(), 0);
@@ -172,7 +171,7 @@ TEST_F(Ticket, BeginsWithoutAPriceWhereThereIsNoneToOffer)
     EXPECT_THAT(child<QLabel>("ticketProblem")->text().toStdString(), ::testing::HasSubstr("no price yet"));
 }
 
-TEST_F(Ticket, NamesItsAccountAsItIsWritten)
+TEST_F(OrderTicketTest, NamesItsAccountAsItIsWritten)
 {
     auto *const account = child<QLabel>("ticketAccount");
     EXPECT_FALSE(account->isVisible());
@@ -182,7 +181,7 @@ TEST_F(Ticket, NamesItsAccountAsItIsWritten)
     EXPECT_EQ(account->textFormat(), Qt::PlainText);
 }
 
-TEST_F(Ticket, ShowsMarkupAndControlCharactersOfANameAsText)
+TEST_F(OrderTicketTest, ShowsMarkupAndControlCharactersOfANameAsText)
 {
     m_ticket.setSecurity({QStringLiteral("000001"), Market::Shenzhen, QStringLiteral("<i>A\nB")}, 10);
     auto *const title = child<QLabel>("ticketTitle");
@@ -190,10 +189,7 @@ TEST_F(Ticket, ShowsMarkupAndControlCharactersOfANameAsText)
     EXPECT_EQ(title->text(), QStringLiteral(u"<i>A\ufffdB  000001"));
 }
 
-TEST_F(Ticket, ChangesNothingWhileTheKeyboardIsInIt)
-=======
 TEST_F(OrderTicketTest, ChangesNothingWhileTheKeyboardIsInIt)
->>>>>>> main
 {
     m_ticket.setLastPrice(10.1);
     EXPECT_DOUBLE_EQ(m_ticket.draft().order().price, 10.0);

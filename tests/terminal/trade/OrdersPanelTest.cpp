@@ -194,8 +194,7 @@ TEST_F(OrdersPanelTest, CancelsNoOrderThatIsDoneWhenItsMenuIsAnswered)
     EXPECT_EQ(asked.count(), 0);
 }
 
-<<<<<<< HEAD
-TEST_F(Panel, PricesEveryPositionByItsOwnLastPriceWhicheverChartIsShown)
+TEST_F(OrdersPanelTest, PricesEveryPositionByItsOwnLastPriceWhicheverChartIsShown)
 {
     const Security bank{QStringLiteral("000001"), Market::Shenzhen, QStringLiteral("PA")};
     m_prices.insert(bank.id(), {12.5, PriceOrigin::Quote, march27});
@@ -207,7 +206,7 @@ TEST_F(Panel, PricesEveryPositionByItsOwnLastPriceWhicheverChartIsShown)
     }
 }
 
-TEST_F(Panel, TellsByATipWhereAPriceComesFrom)
+TEST_F(OrdersPanelTest, TellsByATipWhereAPriceComesFrom)
 {
     m_panel.setAccount(holding(100));
     show(besideTheTicket);
@@ -221,7 +220,7 @@ TEST_F(Panel, TellsByATipWhereAPriceComesFrom)
     EXPECT_EQ(QToolTip::text(), QStringLiteral("Quote of 2026-03-27"));
 }
 
-TEST_F(Panel, SaysThatAHoldingIsPricedByTheReplay)
+TEST_F(OrdersPanelTest, SaysThatAHoldingIsPricedByTheReplay)
 {
     m_panel.setAccount(holding(100));
     EXPECT_THAT(captions(), ::testing::Not(::testing::HasSubstr("replayed")));
@@ -230,7 +229,7 @@ TEST_F(Panel, SaysThatAHoldingIsPricedByTheReplay)
     EXPECT_THAT(captions(), ::testing::HasSubstr("at the replayed quote"));
 }
 
-TEST_F(Panel, SaysWhyTheModuleTellsNeitherOrdersNorTheAccount)
+TEST_F(OrdersPanelTest, SaysWhyTheModuleTellsNeitherOrdersNorTheAccount)
 {
     m_panel.setAnswering(true);
     m_panel.setRefusals(QStringLiteral("the ledger is locked"), QStringLiteral("only 5000.00 <b>left</b>"));
@@ -245,7 +244,7 @@ TEST_F(Panel, SaysWhyTheModuleTellsNeitherOrdersNorTheAccount)
     EXPECT_THAT(captions(), ::testing::Not(::testing::HasSubstr("refused")));
 }
 
-TEST_F(Panel, ShowsAPlaceholderForWhatWouldBreakALine)
+TEST_F(OrdersPanelTest, ShowsAPlaceholderForWhatWouldBreakALine)
 {
     Account account = holding(100);
     account.positions.front().security.name = QStringLiteral("A\nB\u202eC");
@@ -253,10 +252,7 @@ TEST_F(Panel, ShowsAPlaceholderForWhatWouldBreakALine)
     EXPECT_EQ(positionCell(0, PositionColumn::Name), QStringLiteral(u"A\ufffdB\ufffdC"));
 }
 
-TEST_F(Panel, HidesQuantitiesAndMoneyInBothTables)
-=======
 TEST_F(OrdersPanelTest, HidesQuantitiesAndMoneyInBothTables)
->>>>>>> main
 {
     m_panel.setOrders({order(1300)}, std::nullopt);
     m_panel.setAccount(holding(18500));

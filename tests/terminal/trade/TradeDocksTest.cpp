@@ -119,7 +119,7 @@ TEST_F(TradeDocksTest, ListsTheOrdersOfAPastDayInTheWindow)
     EXPECT_EQ(rows->rowCount(), 0) << "a chart of days goes with today's orders";
 }
 
-TEST_F(Docks, AskBeforeAnOrderIsSentAndSendItWhenToldTo)
+TEST_F(TradeDocksTest, AskBeforeAnOrderIsSentAndSendItWhenToldTo)
 {
     TerminalOptions options;
     options.ledger = QStringLiteral("/home/me/account.db");
@@ -137,7 +137,7 @@ TEST_F(Docks, AskBeforeAnOrderIsSentAndSendItWhenToldTo)
     EXPECT_TRUE(m_module.wasAsked("EntrustPlace", 1));
 }
 
-TEST_F(Docks, SendNothingWhenTheUserThinksBetterOfItAndAskTheNextTime)
+TEST_F(TradeDocksTest, SendNothingWhenTheUserThinksBetterOfItAndAskTheNextTime)
 {
     openDocks({QStringLiteral("600519"), ChartPeriod::Day});
     for (int time = 0; time < 2; ++time) {
@@ -152,7 +152,7 @@ TEST_F(Docks, SendNothingWhenTheUserThinksBetterOfItAndAskTheNextTime)
     EXPECT_TRUE(m_module.asked(QStringLiteral("EntrustPlace")).empty());
 }
 
-TEST_F(Docks, AskNoMoreWhenTheUserHasSaidSoUntilTheMenuAsksAgain)
+TEST_F(TradeDocksTest, AskNoMoreWhenTheUserHasSaidSoUntilTheMenuAsksAgain)
 {
     openDocks({QStringLiteral("600519"), ChartPeriod::Day});
     whenOpen<QMessageBox>([](QMessageBox *box) {
@@ -179,7 +179,7 @@ TEST_F(Docks, AskNoMoreWhenTheUserHasSaidSoUntilTheMenuAsksAgain)
     EXPECT_TRUE(isAsked);
 }
 
-TEST_F(Docks, OfferNoPriceOfAPastDay)
+TEST_F(TradeDocksTest, OfferNoPriceOfAPastDay)
 {
     openDocks({QStringLiteral("600519"), ChartPeriod::Minute, onDay(20260327)});
     m_window->show();
@@ -193,7 +193,7 @@ TEST_F(Docks, OfferNoPriceOfAPastDay)
     EXPECT_EQ(ticketPrice(), 1416.02) << "its latest close, which the folder has in minutes";
 }
 
-TEST_F(Docks, CheckNoCashAndSharesThatAreNotKnownAnyMore)
+TEST_F(TradeDocksTest, CheckNoCashAndSharesThatAreNotKnownAnyMore)
 {
     openDocks({QStringLiteral("600519"), ChartPeriod::Day});
     m_module.setAnswer(QStringLiteral("AccountInfo"),
