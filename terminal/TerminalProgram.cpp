@@ -33,6 +33,22 @@ DayPlan planOf(const TerminalOptions &options)
     return plan;
 }
 
+ModuleState moduleStateAt(TradingSession::Stage stage)
+{
+    switch (stage) {
+    case TradingSession::Stage::Apart:
+        return {ModuleState::Unasked};
+    case TradingSession::Stage::Awaiting:
+        return {ModuleState::Awaited};
+    case TradingSession::Stage::Alone:
+        return {ModuleState::Absent};
+    case TradingSession::Stage::Informing:
+    case TradingSession::Stage::Trading:
+        return {ModuleState::Answering};
+    }
+    return {};
+}
+
 } // namespace
 
 TerminalProgram::TerminalProgram(const TerminalOptions &options, const QString &busAddress)
@@ -138,9 +154,15 @@ void TerminalProgram::wireServices()
         if (m_snapshot) {
             m_snapshot->listen(m_busAddress); // the session joins when nothing can be missed
         } else {
+            m_window->answers()->start(m_busAddress);
             m_session->join();
         }
     });
+    connect(m_services.get(), &TradeServices::failed, this, [this](const QString &reason) {
+        m_window->setModuleState({ModuleState::Failed, reason});
+    });
+    connect(m_session.get(), &TradingSession::stageChanged, this,
+            [this](TradingSession::Stage stage) { m_window->setModuleState(moduleStateAt(stage)); });
 }
 
 /// A picture of bars alone asks nobody. The orders of a replay are placed without overlays, too, and its
@@ -170,7 +192,7 @@ void TerminalProgram::startSnapshot()
     m_window->ensurePolished();
     m_window->grab();
     m_snapshot =
-        std::make_unique<Snapshot>(Scene{m_window.get(), m_window->screenId(), m_window->chart()->data(),
+        std::make_unique<Snapshot>(Scene{m_window.get(), m_window->answers(), m_window->chart()->data(),
                                          m_options.overlays, m_session->desk()},
                                    m_options.snapshotFile, m_options.timeout);
     wireSnapshot();

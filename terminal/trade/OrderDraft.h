@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/trade/TradeRecords.h"
+#include "trading/DayLimits.h"
 #include "trading/TradingUnits.h"
 
 #include <QCoreApplication>
@@ -27,13 +28,6 @@ struct DraftFacts
     std::optional<qint64> sellable;    ///< of them, what may be sold today
 };
 
-/// The lowest and the highest price of a day.
-struct PriceLimits
-{
-    double lowest = 0;
-    double highest = 0;
-};
-
 /// An order that is not sent yet, held against what is known. The checks spare the user a refusal; they
 /// are not the rules: the trading module knows fees and whatever else holds, and it decides.
 class OrderDraft
@@ -58,7 +52,7 @@ public:
     double lots() const { return static_cast<double>(m_order.quantity) / sharesOfLot; }
 
     /// 10 % around the close before, 20 % for codes 30… and 688…; nothing when that is not known.
-    std::optional<PriceLimits> limits() const;
+    std::optional<Trading::DayLimits> limits() const;
 
     /// The largest quantity that may be ordered at this price, some cash left over for fees; nothing when
     /// the account is not known.

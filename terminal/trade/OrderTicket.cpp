@@ -235,7 +235,7 @@ void OrderTicket::showDraft()
     const auto limits = shown.limits();
     const auto largest = shown.largestQuantity();
     const QString problem = shown.problem();
-    m_limits->setText(limits ? tr("Limits %1 – %2").arg(priceText(limits->lowest), priceText(limits->highest))
+    m_limits->setText(limits ? tr("Limits %1 – %2").arg(limits->lowest.text(), limits->highest.text())
                              : QString());
     m_limits->setVisible(limits.has_value());
     const auto amount = [this](const QString &figure) { return shownAmount(figure, m_hidesAmounts); };

@@ -10,6 +10,7 @@
 #include "terminal/trade/TradeStyle.h"
 #include "terminal/ui/ChartBar.h"
 #include "terminal/ui/ReplayBar.h"
+#include "terminal/ui/StateStrip.h"
 #include "terminal/ui/ViewMenu.h"
 
 #include <QApplication>
@@ -18,9 +19,24 @@
 #include <QUuid>
 #include <QVBoxLayout>
 
+#include <chrono>
+#include <numeric>
+
 namespace Terminal {
 
 namespace {
+
+/// After the repaint that follows a change: only then is known what overlays have drawn.
+constexpr std::chrono::milliseconds statesAfter{50};
+
+/// How many marks are in view, those that a glyph stands for counted each.
+int countOf(const DrawnMarks *marks)
+{
+    return marks == nullptr
+               ? 0
+               : std::accumulate(marks->all().begin(), marks->all().end(), 0,
+                                 [](int sum, const DrawnMark &mark) { return sum + mark.count; });
+}
 
 /// The close by which today's price limits go.
 TradeDocks::CloseBefore closeBeforeToday(const ChartSource &source)
@@ -37,9 +53,11 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_session(session),
       m_options(options),
       m_screenId("terminal-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces)),
+      m_answers(m_screenId, nullptr),
       m_chart(new ChartView),
       m_readout(new ReadoutBar(m_chart)),
       m_bar(new ChartBar(session->source().securities(), options)),
+      m_strip(new StateStrip),
       m_prompts(m_chart),
       m_input(std::make_unique<ChartInput>(m_chart, nullptr, nullptr)),
       m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts,
@@ -49,6 +67,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     setUpChartBar();
     setUpView();
     setUpReplay();
+    setUpStates();
     wireSession();
     m_trade->setAmountsHidden(options.hidesAmounts);
     applyTheme();
@@ -113,6 +132,26 @@ void MainWindow::setUpReplay()
     connect(bar, &ReplayBar::replayAsked, this, &MainWindow::setReplaying);
 }
 
+void MainWindow::setUpStates()
+{
+    setStatusBar(m_strip);
+    m_statesSoon.setSingleShot(true);
+    m_statesSoon.setInterval(statesAfter);
+    const auto soon = [this] { m_statesSoon.start(); };
+    connect(&m_statesSoon, &QTimer::timeout, this, &MainWindow::showStates);
+    connect(m_chart, &ChartView::viewChanged, this, soon);
+    connect(m_chart, &ChartView::dataChanged, this, &MainWindow::takeShownChart);
+    connect(&m_answers, &ScreenAnswers::foundWrong, this, &MainWindow::tellWrong);
+    connect(&m_answers, &ScreenAnswers::asked, this, [this, soon](const QString &command) {
+        m_states.noteAsked(command);
+        soon();
+    });
+    connect(&m_answers, &ScreenAnswers::answered, this, [this, soon](const Trading::CheckedAnswer &answer) {
+        m_states.noteAnswer(answer);
+        soon();
+    });
+}
+
 void MainWindow::wireSession()
 {
     connect(m_session, &TradingSession::overlaysDue, this, &MainWindow::bringOverlays);
@@ -123,6 +162,7 @@ void MainWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         m_trade->showTexts();
+        showStates();
     }
     QMainWindow::changeEvent(event);
 }
@@ -244,7 +284,49 @@ void MainWindow::runOverlayUpdates()
 {
     if (m_overlays) {
         m_overlays->runUpdates();
+        m_chart->paintAside();
     }
+    showStates();
+}
+
+void MainWindow::takeShownChart()
+{
+    m_answers.setSecurity(m_chart->data().security.id());
+    m_states.setChart(m_chart->data());
+}
+
+void MainWindow::setModuleState(const ModuleState &module)
+{
+    m_module = module;
+    showStates();
+}
+
+void MainWindow::showStates()
+{
+    for (const OverlayKind &kind : overlayKinds()) {
+        if (m_overlays && m_overlays->isShown(kind)) {
+            showState(kind);
+        } else {
+            m_strip->hideOverlay(kind);
+            m_bar->describeOverlay(kind, {});
+        }
+    }
+    m_strip->showModule(m_module);
+}
+
+void MainWindow::showState(const OverlayKind &kind)
+{
+    const OverlayState state = m_states.stateOf(kind);
+    const QString text =
+        overlayStateText(state, countOf(m_overlays->drawnMarks(kind)), m_overlays->drawnLabels(kind));
+    m_strip->showOverlay(kind, text, state.faults, state.isTrouble());
+    m_bar->describeOverlay(kind, QStringList(text) + state.faults);
+}
+
+/// The first of them: the others are in the strip below, and in the log.
+void MainWindow::tellWrong(const QStringList &faults)
+{
+    m_prompts.show(faults.front());
 }
 
 void MainWindow::takeNews(const SharedNews &news)
@@ -264,6 +346,7 @@ void MainWindow::toggleOverlay(const OverlayKind &kind, bool shown)
     if (m_overlays && !m_overlays->setShown(kind, shown)) {
         tellUnknown(kind);
     }
+    m_statesSoon.start();
 }
 
 void MainWindow::tellUnknown(const OverlayKind &kind)

@@ -141,11 +141,11 @@ TEST_F(HandLaidRules, TheEndOfTheOrderPointsStopsTheirTimerAlone)
     EXPECT_THAT(bus().sent, SizeIs(2)) << "asked again a second later";
 }
 
-class HandLaidIgnores : public HandLaidRules, public ::testing::WithParamInterface<const char *>
+class HandLaidRulesIgnore : public HandLaidRules, public ::testing::WithParamInterface<const char *>
 {
 };
 
-TEST_P(HandLaidIgnores, AnEmptyMessageBeforeThereIsASecurity)
+TEST_P(HandLaidRulesIgnore, AnEmptyMessageBeforeThereIsASecurity)
 {
     create(GetParam());
     bus().deliver("TradeNotify", "{}");
@@ -154,7 +154,7 @@ TEST_P(HandLaidIgnores, AnEmptyMessageBeforeThereIsASecurity)
     EXPECT_THAT(axis.updated, IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Types, HandLaidIgnores,
+INSTANTIATE_TEST_SUITE_P(Types, HandLaidRulesIgnore,
                          ::testing::Values(R"({"type":0})", R"({"type":1})", R"({"type":2})"));
 
 } // namespace

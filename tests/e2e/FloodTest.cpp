@@ -17,6 +17,8 @@ using LocalCommunication::EndPoint;
 
 namespace {
 
+using Flood = PluginOnBus;
+
 constexpr int flood = 10000;
 
 QByteArray tenOrders()
@@ -28,7 +30,7 @@ QByteArray tenOrders()
     return QJsonDocument(sentAnswer("EntrustTodayTrade", rows)).toJson(QJsonDocument::Compact);
 }
 
-TEST_F(PluginOnBus, AsksAboutEveryNotificationOfAFloodAndStillHandlesTheUsersInput)
+TEST_F(Flood, AsksAboutEveryNotificationOfAFloodAndStillHandlesTheUsersInput)
 {
     std::atomic<int> questions{0};
     const QByteArray answer = tenOrders();

@@ -133,3 +133,29 @@ TEST_F(LocalBrokerSharing, WaitsForTheEndOfABrokerThatNoLongerAnswers)
     RecordingEndPoint client;
     EXPECT_TRUE(client.join(address()));
 }
+
+TEST_F(LocalBrokerSharing, ServesEveryInstanceOfADirectoryOnABusOfItsOwn)
+{
+    LocalBroker shared;
+    shared.start(address());
+    ASSERT_TRUE(waitFor(shared, State::Running));
+    RecordingEndPoint stranger;
+    stranger.subscribe("c", "t");
+    ASSERT_TRUE(stranger.join(address()));
+
+    qputenv("TRADEBUS_INSTANCE", "/home/trader/account.db");
+    LocalBroker own;
+    RecordingEndPoint sender;
+    RecordingEndPoint receiver;
+    own.start(address());
+    receiver.subscribe("c", "t");
+    const bool isJoined = receiver.join(address()) && sender.join(address());
+    qunsetenv("TRADEBUS_INSTANCE");
+
+    ASSERT_TRUE(isJoined);
+    EXPECT_TRUE(waitFor(own, State::Running));
+    sender.sendMessage("c", "t", "p");
+    ASSERT_TRUE(receiver.waitForMessages(1));
+    ASSERT_TRUE(stranger.listen("End", "End")); // what was to come has come
+    EXPECT_TRUE(stranger.messages.isEmpty());
+}

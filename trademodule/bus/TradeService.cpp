@@ -52,18 +52,20 @@ TradeService::TradeService(const QString &busDirectory, Ledger *ledger)
     QObject::connect(&m_endPoint, &LocalCommunication::EndPoint::messageReceived, this,
                      &TradeService::handleMessage);
     QObject::connect(&m_endPoint, &LocalCommunication::EndPoint::ready, this,
-                     [this] { attempt(&TradeService::tellOfToday); });
+                     [this] { attempt([this] { tellOfToday(); }); });
     m_endPoint.subscribe(Channel::GLOBAL, QByteArray(TradeChart::Topic::TRADEQUERY));
     m_endPoint.subscribe(Channel::MARKET, QByteArray(Topic::QUOTE));
     m_endPoint.connect(busDirectory);
-    QObject::connect(&m_settleTimer, &QTimer::timeout, this, [this] { attempt(&TradeService::settle); });
+    QObject::connect(&m_settleTimer, &QTimer::timeout, this, [this] { attempt([this] { settle(); }); });
     m_settleTimer.start(settleInterval);
 }
 
 void TradeService::handleMessage(const QByteArray &topic, const QByteArray &payload,
                                  const QByteArray &replyChannel)
 {
-    topic == Topic::QUOTE ? handleQuote(payload) : handleQuestion(payload, replyChannel);
+    if (!m_isStopped) {
+        topic == Topic::QUOTE ? handleQuote(payload) : handleQuestion(payload, replyChannel);
+    }
 }
 
 void TradeService::handleQuestion(const QByteArray &payload, const QByteArray &replyChannel)
@@ -74,9 +76,11 @@ void TradeService::handleQuestion(const QByteArray &payload, const QByteArray &r
     if (!isQuestion(question)) {
         return; // another module's answer to a chart that listens on the global channel
     }
-    attempt(&TradeService::dealQuotes); // what came before the question comes first
-    const QByteArray answer = document.isObject() ? m_answers.answer(question) : refusal(error);
-    m_endPoint.sendMessage(answerChannel(question, replyChannel), TradeChart::Topic::TRADEQUERY, answer);
+    attempt([this] { dealQuotes(); }); // what came before the question comes first
+    attempt([&] {
+        const QByteArray answer = document.isObject() ? m_answers.answer(question) : refusal(error);
+        m_endPoint.sendMessage(answerChannel(question, replyChannel), TradeChart::Topic::TRADEQUERY, answer);
+    });
 }
 
 void TradeService::handleQuote(const QByteArray &payload)
@@ -93,7 +97,7 @@ void TradeService::handleQuote(const QByteArray &payload)
                  .arg(mostWaitingQuotes));
     }
     if (m_quotes.size() == 1) {
-        attempt(&TradeService::dealQuotes);
+        attempt([this] { dealQuotes(); });
     }
 }
 
@@ -130,13 +134,25 @@ void TradeService::tellOfToday()
     }
 }
 
-void TradeService::attempt(void (TradeService::*work)())
+/// What is left to do after the lease is lost is left alone.
+void TradeService::attempt(const std::function<void()> &work)
 {
+    if (m_isStopped) {
+        return;
+    }
     try {
-        (this->*work)();
+        work();
+    } catch (const LeaseLost &lost) {
+        stop(lost.reason());
     } catch (const Error &error) {
         warn(error.reason());
     }
+}
+
+void TradeService::stop(const QString &reason)
+{
+    m_isStopped = true;
+    Q_EMIT leaseLost(reason);
 }
 
 /// Says once what comes again with every second that it lasts.

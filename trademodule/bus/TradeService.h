@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QTimer>
 
+#include <functional>
+
 namespace TradeModule {
 
 /// A module at work: as long as it lives it answers every question on channel "Global", topic
@@ -14,9 +16,15 @@ namespace TradeModule {
 /// it tells of today's orders, too: what it told last may have been lost with an earlier process.
 class TradeService : public QObject
 {
+    Q_OBJECT
+
 public:
     /// Joins the bus instance of `busDirectory`. The ledger stays the caller's and outlives this object.
     TradeService(const QString &busDirectory, Ledger *ledger);
+
+Q_SIGNALS:
+    /// Another process serves the ledger: nothing is answered and nothing changed from now on. Said once.
+    void leaseLost(const QString &reason);
 
 private:
     void handleMessage(const QByteArray &topic, const QByteArray &payload, const QByteArray &replyChannel);
@@ -25,7 +33,8 @@ private:
     void dealQuotes();
     void settle();
     void tellOfToday();
-    void attempt(void (TradeService::*work)());
+    void attempt(const std::function<void()> &work);
+    void stop(const QString &reason);
     void warn(const QString &trouble);
     void notify(const Order &changed);
 
@@ -36,6 +45,7 @@ private:
     QTimer m_settleTimer;
     QList<Quote> m_quotes;  // that wait for a ledger that is busy or away, the oldest first
     QSet<QString> m_warned; // since the ledger could be used last
+    bool m_isStopped = false;
 };
 
 } // namespace TradeModule

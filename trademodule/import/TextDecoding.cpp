@@ -2,8 +2,7 @@
 
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
-
-#include <QTextCodec>
+#include "trading/DecodedText.h"
 
 #include <optional>
 
@@ -38,34 +37,13 @@ void refuseForeignFormat(const QByteArray &bytes)
     }
 }
 
-std::optional<QString> decodedBy(const char *codecName, const QByteArray &bytes)
-{
-    const QTextCodec *codec = QTextCodec::codecForName(codecName);
-    if (codec == nullptr) {
-        return std::nullopt;
-    }
-    QTextCodec::ConverterState state;
-    const QString text = codec->toUnicode(bytes.constData(), bytes.size(), &state);
-    return state.invalidChars == 0 && state.remainingChars == 0 ? std::optional(text) : std::nullopt;
-}
-
-bool isUtf16(const QByteArray &bytes)
-{
-    return bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
-}
-
 } // namespace
 
 QString decodeStatement(const QByteArray &bytes)
 {
     refuseForeignFormat(bytes);
-    const QList<const char *> encodings =
-        isUtf16(bytes) ? QList<const char *>{"UTF-16"} : QList<const char *>{"UTF-8", "GB18030"};
-    for (const char *encoding : encodings) {
-        std::optional<QString> text = decodedBy(encoding, bytes);
-        if (text && !text->contains(QChar(QChar::Null))) {
-            return text->startsWith(QChar(QChar::ByteOrderMark)) ? text->mid(1) : *text;
-        }
+    if (const std::optional<QString> text = Trading::decodedText(bytes)) {
+        return *text;
     }
     throw Error(translated("the text is neither UTF-8 nor UTF-16 nor GBK; save it in one of these"));
 }

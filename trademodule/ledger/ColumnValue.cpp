@@ -36,7 +36,7 @@ Money money(const QVariant &value)
 
 Market market(const QVariant &value)
 {
-    return valid(marketOfLetters(value.toString()), value);
+    return valid(marketInLedger(value.toString()), value);
 }
 
 Direction direction(const QVariant &value)

@@ -226,6 +226,9 @@ void Database::begin()
     m_isInTransaction = true;
     try {
         lockOutWriters();
+        if (m_guard) {
+            m_guard();
+        }
     } catch (const Error &) {
         rollback();
         throw;

@@ -54,6 +54,9 @@ public:
     /// done on it; what it throws closes the connection again.
     void setReconnected(std::function<void()> reconnected) { m_reconnected = std::move(reconnected); }
 
+    /// Has `guard` called inside each transaction, before anything else; what it throws undoes it.
+    void setGuard(std::function<void()> guard) { m_guard = std::move(guard); }
+
     // For Transaction.
 
     /// Waits until no other process changes the ledger, and keeps the others waiting. When it fails,
@@ -79,6 +82,7 @@ private:
     const Kind m_kind;
     const QString m_name;
     std::function<void()> m_reconnected;
+    std::function<void()> m_guard;
     std::chrono::milliseconds m_patience = std::chrono::minutes(1);
     std::chrono::milliseconds m_wait{0}; // what the connection is told
     bool m_isInTransaction = false;

@@ -7,7 +7,8 @@
 namespace TradeModule {
 
 /// How much of a security is held and at what cost: the moving average of the buys with their fees,
-/// over the holding that is open. A sell leaves the average as it is, bonus shares dilute it, and a
+/// over the holding that is open. Shares that came in otherwise at a cost count as buys, those that left as
+/// sells. A sell leaves the average as it is, bonus shares dilute it, a merger of shares raises it, and a
 /// holding of nothing forgets it.
 class Holding
 {
@@ -34,6 +35,7 @@ public:
 
 private:
     void sell(qint64 quantity);
+    void merge(qint64 quantity);
 
     qint64 m_quantity = 0;
     double m_cost = 0;

@@ -57,4 +57,13 @@ Holding HoldingTable::addUp(qint64 id, const SecurityId &security)
     return holding;
 }
 
+void HoldingTable::addUp(qint64 id)
+{
+    QSqlQuery row = m_database->run(QStringLiteral("SELECT code, market FROM security WHERE id = ?"), {id});
+    row.next();
+    const SecurityId security{row.value(0).toString(), ColumnValue::market(row.value(1))};
+    row.finish();
+    addUp(id, security);
+}
+
 } // namespace TradeModule

@@ -21,6 +21,8 @@ public:
     void set(qint64 id, const Holding &holding);
     /// Writes what all entries of the security come to, and gives it back.
     Holding addUp(qint64 id, const SecurityId &security);
+    /// The same for a security of which only the key is known.
+    void addUp(qint64 id);
 
 private:
     Database *const m_database;

@@ -750,20 +750,40 @@
         <translation>成交金额（价格 × 数量）过大：%1 × %2</translation>
     </message>
     <message>
-        <source>another process serves this ledger already</source>
-        <translation>已有另一个进程在使用此账本提供服务</translation>
-    </message>
-    <message>
-        <source>this ledger is served already: by process %1 on %2, since %3</source>
-        <translation>此账本已在提供服务：%2 上的进程 %1，自 %3 起</translation>
-    </message>
-    <message>
         <source>%1: cannot be opened: %2</source>
         <translation>%1：无法打开：%2</translation>
     </message>
     <message>
         <source>the ledger holds &quot;%1&quot; where no such value can be</source>
         <translation>账本中有不可能的值“%1”</translation>
+    </message>
+    <message>
+        <source>the client's number &quot;%1&quot; is that of another order, %2</source>
+        <translation>客户编号“%1”已属于另一笔委托 %2</translation>
+    </message>
+    <message>
+        <source>1 to 64 printable ASCII characters</source>
+        <translation>1 至 64 个可打印的 ASCII 字符</translation>
+    </message>
+    <message>
+        <source>this ledger is served already: %1</source>
+        <translation>此账本已由其他进程提供服务：%1</translation>
+    </message>
+    <message>
+        <source>another process serves this ledger now: %1</source>
+        <translation>此账本现在由另一进程提供服务：%1</translation>
+    </message>
+    <message>
+        <source>process %1 on %2, since %3</source>
+        <translation>主机 %2 上的进程 %1，自 %3 起</translation>
+    </message>
+    <message>
+        <source>standing by, this ledger is served: %1</source>
+        <translation>待命中，此账本正在提供服务：%1</translation>
+    </message>
+    <message>
+        <source>Waits while another process serves the ledger, and follows it when it ends.</source>
+        <translation>其他进程为此账本提供服务时待命，并在其结束后接替。</translation>
     </message>
 </context>
 </TS>

@@ -248,6 +248,10 @@
         <source>Chart</source>
         <translation>图表</translation>
     </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::ChartView</name>
@@ -438,12 +442,16 @@
 <context>
     <name>Terminal::Snapshot</name>
     <message>
-        <source>No picture was written: after %1 s there is still no %2.</source>
-        <translation>未生成图片：%1 秒后仍没有%2。</translation>
+        <source>No picture was written: after %1 s these are missing: %2.</source>
+        <translation>未生成图片：%1 秒后仍缺少：%2。</translation>
     </message>
     <message>
         <source>list of orders and positions</source>
         <translation>委托与持仓列表</translation>
+    </message>
+    <message>
+        <source>No picture was written: %1</source>
+        <translation>未生成图片：%1</translation>
     </message>
 </context>
 <context>
@@ -680,6 +688,249 @@
     <message>
         <source>No answer yet to the cancellation of order %1</source>
         <translation>委托 %1 的撤单尚无应答</translation>
+    </message>
+</context>
+<context>
+    <name>AnswerFaultText</name>
+    <message>
+        <source>&quot;%1&quot; is missing</source>
+        <translation>缺少“%1”</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is %2 and of the wrong type, it must be: %3</source>
+        <translation>“%1”为 %2，类型不对，应为：%3</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is &quot;%2&quot;, which it must not be</source>
+        <translation>“%1”为“%2”，不允许</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; names another screen</source>
+        <translation>“%1”是别的窗口</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is another market&apos;s, &quot;%2&quot;</source>
+        <translation>“%1”属于另一市场：“%2”</translation>
+    </message>
+    <message>
+        <source>the answer came on channel &quot;%1&quot;</source>
+        <translation>应答发到了频道“%1”</translation>
+    </message>
+    <message>
+        <source>the answer came twice</source>
+        <translation>应答来了两次</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is &quot;%2&quot;, which nobody asked</source>
+        <translation>“%1”为“%2”，无人查询</translation>
+    </message>
+    <message>
+        <source>the answer is no JSON object: %1</source>
+        <translation>应答不是 JSON 对象：%1</translation>
+    </message>
+    <message>
+        <source>refused, without a reason</source>
+        <translation>被拒绝，未说明原因</translation>
+    </message>
+    <message>
+        <source>refused: %1</source>
+        <translation>被拒绝：%1</translation>
+    </message>
+    <message>
+        <source>; %1</source>
+        <translation>；%1</translation>
+    </message>
+    <message>
+        <source> (rows: %1)</source>
+        <translation>（%1 行）</translation>
+    </message>
+    <message>
+        <source>An answer of the trading module</source>
+        <translation>交易模块的一条应答</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+</context>
+<context>
+    <name>MessageTable</name>
+    <message>
+        <source>text</source>
+        <translation>文本</translation>
+    </message>
+    <message>
+        <source>number</source>
+        <translation>数字</translation>
+    </message>
+    <message>
+        <source>true or false</source>
+        <translation>真或假</translation>
+    </message>
+    <message>
+        <source>texts</source>
+        <translation>文本列表</translation>
+    </message>
+    <message>
+        <source>object</source>
+        <translation>对象</translation>
+    </message>
+    <message>
+        <source>array of objects</source>
+        <translation>对象列表</translation>
+    </message>
+    <message>
+        <source>nobody minds</source>
+        <translation>没有影响</translation>
+    </message>
+    <message>
+        <source>refused; the reason names the key</source>
+        <translation>被拒绝，原因中指明该键</translation>
+    </message>
+    <message>
+        <source>left alone, with a warning that names the key</source>
+        <translation>被忽略，并在日志中指明该键</translation>
+    </message>
+    <message>
+        <source>the answer goes to the sender</source>
+        <translation>应答发回给提问者</translation>
+    </message>
+    <message>
+        <source>the message is ignored</source>
+        <translation>该消息被忽略</translation>
+    </message>
+    <message>
+        <source>counts as nothing</source>
+        <translation>视为没有数据</translation>
+    </message>
+    <message>
+        <source>counts as a failure</source>
+        <translation>视为失败</translation>
+    </message>
+    <message>
+        <source>counts as a success</source>
+        <translation>视为成功</translation>
+    </message>
+    <message>
+        <source>the user reads an empty message</source>
+        <translation>用户看到的是空消息</translation>
+    </message>
+    <message>
+        <source>no line, or one at 0</source>
+        <translation>没有成本线，或画在 0 处</translation>
+    </message>
+    <message>
+        <source>the row is left out</source>
+        <translation>该行被略去</translation>
+    </message>
+    <message>
+        <source>counts as 0</source>
+        <translation>视为 0</translation>
+    </message>
+    <message>
+        <source>counts as a sale</source>
+        <translation>视为卖出</translation>
+    </message>
+    <message>
+        <source>every trade is listed twice</source>
+        <translation>每笔成交列出两次</translation>
+    </message>
+    <message>
+        <source>the trade stands on no bar</source>
+        <translation>该成交不在任何 K 线上</translation>
+    </message>
+    <message>
+        <source>the trade is listed at a wrong time</source>
+        <translation>该成交列在错误的时间</translation>
+    </message>
+    <message>
+        <source>the order stands at 09:31</source>
+        <translation>该委托画在 09:31 处</translation>
+    </message>
+    <message>
+        <source>the order gets no marker</source>
+        <translation>该委托没有标记</translation>
+    </message>
+    <message>
+        <source>the order cannot be cancelled</source>
+        <translation>该委托无法撤单</translation>
+    </message>
+    <message>
+        <source>drawn all the same</source>
+        <translation>仍然画出</translation>
+    </message>
+</context>
+<context>
+    <name>OverlayState</name>
+    <message>
+        <source>in view: %1</source>
+        <translation>可见 %1 个</translation>
+    </message>
+    <message>
+        <source>none in view</source>
+        <translation>可见范围内没有</translation>
+    </message>
+    <message>
+        <source>not on this chart</source>
+        <translation>此图不显示</translation>
+    </message>
+    <message>
+        <source>not asked yet</source>
+        <translation>尚未查询</translation>
+    </message>
+    <message>
+        <source>asked, no answer yet</source>
+        <translation>已查询，尚无应答</translation>
+    </message>
+    <message>
+        <source>nothing; of another market: %1</source>
+        <translation>没有数据；另一市场 %1 行</translation>
+    </message>
+    <message>
+        <source>nothing there</source>
+        <translation>没有数据</translation>
+    </message>
+    <message>
+        <source>refused</source>
+        <translation>被拒绝</translation>
+    </message>
+    <message>
+        <source>wrong answer</source>
+        <translation>应答有误</translation>
+    </message>
+</context>
+<context>
+    <name>ModuleState</name>
+    <message>
+        <source>Trading module: not asked</source>
+        <translation>交易模块：未查询</translation>
+    </message>
+    <message>
+        <source>Trading module: waiting for it</source>
+        <translation>交易模块：等待中</translation>
+    </message>
+    <message>
+        <source>Trading module: none answers</source>
+        <translation>交易模块：无应答</translation>
+    </message>
+    <message>
+        <source>Trading module: answers</source>
+        <translation>交易模块：已应答</translation>
+    </message>
+    <message>
+        <source>Trading module: answers, takes no orders</source>
+        <translation>交易模块：已应答，不接受委托</translation>
+    </message>
+    <message>
+        <source>Trading module: does not run</source>
+        <translation>交易模块：未运行</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::StateStrip</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
     </message>
 </context>
 </TS>

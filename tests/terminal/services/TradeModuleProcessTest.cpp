@@ -35,7 +35,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-TEST(TradeModuleChild, IsStartedAgainWhenItEnds)
+TEST(TradeModuleProcess, IsStartedAgainWhenItEnds)
 {
     const EndingModule ending("");
     TradeModuleProcess module(ending.program(), QStringLiteral("l"), QStringLiteral("b"),
@@ -44,7 +44,7 @@ TEST(TradeModuleChild, IsStartedAgainWhenItEnds)
     EXPECT_TRUE(waitUntil([&ending] { return ending.starts() >= 2; }));
 }
 
-TEST(TradeModuleChild, SaysInItsOwnWordsWhyItEndedAndOnceForTheSameReason)
+TEST(TradeModuleProcess, SaysInItsOwnWordsWhyItEndedAndOnceForTheSameReason)
 {
     const EndingModule ending("echo 'this ledger is served already' >&2");
     TradeModuleProcess module(ending.program(), QStringLiteral("l"), QStringLiteral("b"),
@@ -58,7 +58,7 @@ TEST(TradeModuleChild, SaysInItsOwnWordsWhyItEndedAndOnceForTheSameReason)
     EXPECT_TRUE(told.front().contains(QStringLiteral("this ledger is served already")));
 }
 
-TEST(TradeModuleChild, IsNamedWhenItCannotBeStarted)
+TEST(TradeModuleProcess, IsNamedWhenItCannotBeStarted)
 {
     TradeModuleProcess module(QStringLiteral("/nowhere/trademodule"), QStringLiteral("l"),
                               QStringLiteral("b"), QStringLiteral("en"), nullptr);

@@ -47,7 +47,7 @@ Account holding(qint64 quantity)
     return {186968.67, 186968.67, {{software, quantity, 2500, 50.746}}};
 }
 
-class Panel : public ::testing::Test
+class OrdersPanelTest : public ::testing::Test
 {
 protected:
     void SetUp() override
@@ -94,7 +94,7 @@ protected:
     OrdersPanel m_panel;
 };
 
-TEST_F(Panel, CutsNoColumnInAnOrdinaryWindow)
+TEST_F(OrdersPanelTest, CutsNoColumnInAnOrdinaryWindow)
 {
     m_panel.setOrders({order(12000)}, std::nullopt);
     m_panel.setAccount(holding(18500));
@@ -103,7 +103,7 @@ TEST_F(Panel, CutsNoColumnInAnOrdinaryWindow)
     EXPECT_EQ(cutColumns(positions()), QStringList());
 }
 
-TEST_F(Panel, MakesRoomForFiguresThatGrow)
+TEST_F(OrdersPanelTest, MakesRoomForFiguresThatGrow)
 {
     show(besideTheTicket);
     m_panel.setOrders({order(100)}, std::nullopt);
@@ -113,7 +113,7 @@ TEST_F(Panel, MakesRoomForFiguresThatGrow)
     EXPECT_EQ(cutColumns(positions()), QStringList());
 }
 
-TEST_F(Panel, LeavesTheTablesAsTheUserSharedThem)
+TEST_F(OrdersPanelTest, LeavesTheTablesAsTheUserSharedThem)
 {
     m_panel.setOrders({order(100)}, std::nullopt);
     show(besideTheTicket);
@@ -136,7 +136,7 @@ OrderRecord waitingOrder(const char *number)
     return waiting;
 }
 
-TEST_F(Panel, CancelsTheOrderThatItsMenuWasOpenedForWhateverComesMeanwhile)
+TEST_F(OrdersPanelTest, CancelsTheOrderThatItsMenuWasOpenedForWhateverComesMeanwhile)
 {
     m_panel.setOrders({waitingOrder("2")}, std::nullopt);
     show(besideTheTicket);
@@ -156,7 +156,7 @@ TEST_F(Panel, CancelsTheOrderThatItsMenuWasOpenedForWhateverComesMeanwhile)
     EXPECT_EQ(asked, QStringList(QStringLiteral("2")));
 }
 
-TEST_F(Panel, CancelsNoOrderThatIsDoneWhenItsMenuIsAnswered)
+TEST_F(OrdersPanelTest, CancelsNoOrderThatIsDoneWhenItsMenuIsAnswered)
 {
     m_panel.setOrders({waitingOrder("2")}, std::nullopt);
     show(besideTheTicket);
@@ -173,7 +173,7 @@ TEST_F(Panel, CancelsNoOrderThatIsDoneWhenItsMenuIsAnswered)
     EXPECT_EQ(asked.count(), 0);
 }
 
-TEST_F(Panel, HidesQuantitiesAndMoneyInBothTables)
+TEST_F(OrdersPanelTest, HidesQuantitiesAndMoneyInBothTables)
 {
     m_panel.setOrders({order(1300)}, std::nullopt);
     m_panel.setAccount(holding(18500));
@@ -194,7 +194,7 @@ TEST_F(Panel, HidesQuantitiesAndMoneyInBothTables)
     }
 }
 
-TEST_F(Panel, TellsByATipWhatIsCutAndNothingElse)
+TEST_F(OrdersPanelTest, TellsByATipWhatIsCutAndNothingElse)
 {
     Account account = holding(18500);
     account.positions.front().security.name = QStringLiteral(u"沪深三百交易型开放式指数基金").repeated(3);
@@ -207,7 +207,7 @@ TEST_F(Panel, TellsByATipWhatIsCutAndNothingElse)
     EXPECT_TRUE(waitUntil([] { return !QToolTip::isVisible(); }));
 }
 
-TEST_F(Panel, ShowsMarkupOfANameInItsTipAsItIsWritten)
+TEST_F(OrdersPanelTest, ShowsMarkupOfANameInItsTipAsItIsWritten)
 {
     Account account = holding(18500);
     const QString name = QStringLiteral("<b>100 shares at 1.00</b><!-- ").repeated(3) + QLatin1Char('x');

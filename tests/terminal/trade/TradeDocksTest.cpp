@@ -20,7 +20,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class Docks : public WindowFixture
+class TradeDocksTest : public WindowFixture
 {
 protected:
     void SetUp() override
@@ -40,7 +40,7 @@ protected:
     ScriptedModule m_module{m_broker.address()};
 };
 
-TEST_F(Docks, GetsTheNextOrderOfTheTicketWhenTheOneBeforeHasEnded)
+TEST_F(TradeDocksTest, GetsTheNextOrderOfTheTicketWhenTheOneBeforeHasEnded)
 {
     makeWindow(TerminalOptions());
     MainWindow &window = *m_window;
@@ -76,7 +76,7 @@ TEST_F(Docks, GetsTheNextOrderOfTheTicketWhenTheOneBeforeHasEnded)
               QString::number(last + 0.05, 'f', 2));
 }
 
-TEST_F(Docks, ListsTheOrdersOfAPastDayInTheWindow)
+TEST_F(TradeDocksTest, ListsTheOrdersOfAPastDayInTheWindow)
 {
     makeWindow(TerminalOptions());
     MainWindow &window = *m_window;

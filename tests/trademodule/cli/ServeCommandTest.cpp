@@ -252,9 +252,8 @@ TEST_F(ServeCommandTest, RefusesToServeALedgerThatIsServed)
     const Ended second = run(busOptions() + ledgerOptions() + QStringList{QStringLiteral("serve")});
 
     EXPECT_EQ(second.exitCode, 1);
-    EXPECT_THAT(second.errors,
-                HasSubstr("served already: by process " + std::to_string(module().processId()) + " on " +
-                          QSysInfo::machineHostName().toStdString() + ", since 20"));
+    EXPECT_THAT(second.errors, HasSubstr("served already: process " + std::to_string(module().processId()) +
+                                         " on " + QSysInfo::machineHostName().toStdString() + ", since 20"));
 }
 
 TEST_F(ServeCommandTest, ServesALedgerWhoseModuleWasKilled)

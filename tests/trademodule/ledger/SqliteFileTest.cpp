@@ -87,11 +87,12 @@ TEST_F(SqliteFile, KeepsThePermissionsThatItsOwnerGaveIt)
 TEST_F(SqliteFile, IsServedByOneThroughAnyOfItsNames)
 {
     Ledger ledger(path());
-    const ServingLease lease(ledger.database());
+    ServingLease lease(ledger.database());
+    lease.take();
     ASSERT_TRUE(QFile::link(path(), path() + QStringLiteral(".link")));
     Ledger other(path() + QStringLiteral(".link"));
 
-    EXPECT_THROW(ServingLease(other.database()), LedgerError);
+    EXPECT_THROW(ServingLease(other.database()).take(), LedgerError);
     EXPECT_THAT(modes(), Each(0600U));
 }
 
