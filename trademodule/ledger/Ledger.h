@@ -34,6 +34,11 @@ public:
     /// Takes an import back as a whole. An Error when there is none of this number.
     void undoImport(qint64 number);
 
+    /// How the costs of holdings are reckoned; the moving average in a new ledger.
+    CostMethod costMethod();
+    /// Reckons all costs anew: a second or two for a million entries.
+    void setCostMethod(CostMethod method);
+
     /// Money that moved otherwise than by trades, oldest first.
     MoneyEntries money();
 

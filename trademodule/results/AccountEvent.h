@@ -17,6 +17,16 @@ enum class EventKind {
     Interest, ///< money received on cash
 };
 
+constexpr bool bringsShares(EventKind kind)
+{
+    return kind == EventKind::Buy || kind == EventKind::Bonus || kind == EventKind::In;
+}
+
+constexpr bool takesShares(EventKind kind)
+{
+    return kind == EventKind::Sell || kind == EventKind::Merger || kind == EventKind::Out;
+}
+
 /// One event of a security. Which fields mean something depends on the kind.
 struct AccountEvent
 {

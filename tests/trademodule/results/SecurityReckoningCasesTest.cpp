@@ -23,10 +23,7 @@ struct Case
     CostMethod method;
     AccountEvents events;
     std::vector<std::string> profits; ///< of each sale
-    qint64 held;
-    const char *cost; ///< what is held has cost
-    const char
-        *price; ///< the cost of a share as it is shown, as charts are told it; "nan" when nothing is held
+    Held held;
     const char *total; ///< of everything earned
     qint64 unexplained = 0;
 };
@@ -344,13 +341,13 @@ TEST_P(SecurityReckoningCases, AreReckonedAsByHand)
 
     const Reckoned reckoned(expected.method, expected.events);
 
-    const CostBasis &basis = reckoned.reckoning.basis();
+    const CostBasis &basis = reckoned.reckoning.shares().basis();
     EXPECT_EQ(reckoned.profits(), expected.profits);
     EXPECT_EQ(basis.quantity(), expected.held.quantity);
     EXPECT_EQ(basis.cost().digits(), expected.held.cost);
     EXPECT_EQ(shown(basis.costPrice()), expected.held.price);
     EXPECT_EQ(reckoned.booked.total().digits(), expected.total);
-    EXPECT_EQ(reckoned.reckoning.unexplained(), expected.unexplained);
+    EXPECT_EQ(reckoned.reckoning.shares().unexplained(), expected.unexplained);
 }
 
 INSTANTIATE_TEST_SUITE_P(ByHand, SecurityReckoningCases, ::testing::ValuesIn(cases),

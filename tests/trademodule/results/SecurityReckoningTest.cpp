@@ -61,7 +61,7 @@ TEST(SecurityReckoning, LosesNoStepOfMoneyWhateverIsTraded)
             const AccountEvents events = randomEvents(seed, 400);
             const Reckoned reckoned(method, events);
 
-            const Money held = reckoned.reckoning.basis().cost();
+            const Money held = reckoned.reckoning.shares().basis().cost();
             EXPECT_EQ((reckoned.booked.cost + held).digits(), paidIn(events).digits()) << seed;
         }
     }
@@ -71,7 +71,7 @@ TEST(SecurityReckoning, KeepsTheBooksWithinACentOfTheUnroundedAverage)
 {
     for (unsigned seed = 0; seed < 50; ++seed) {
         const Reckoned reckoned(CostMethod::Average, randomEvents(seed, 2000));
-        const CostBasis &basis = reckoned.reckoning.basis();
+        const CostBasis &basis = reckoned.reckoning.shares().basis();
         EXPECT_NEAR(basis.cost().yuan(), basis.exactCost(), 0.0051) << seed;
     }
 }
