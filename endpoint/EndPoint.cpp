@@ -63,6 +63,10 @@ void EndPoint::connect(QString address)
         qCWarning(lcBus, "%s; there is no connection", qUtf8Printable(bus.problem));
         return;
     }
+    if (bus.isPlainOverNetwork()) {
+        qCWarning(lcBus, "%s is not encrypted: everybody on the way can read and alter what is said",
+                  qUtf8Printable(bus.toString()));
+    }
     d->address = address;
     d->session.open(bus, d->route(d->subscriptions, bus.prefix));
 }

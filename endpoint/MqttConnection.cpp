@@ -302,7 +302,7 @@ bool MqttConnection::leave()
         if (deadline.hasExpired() || !isReady(descriptor(), POLLOUT)) {
             return false;
         }
-        if (!write()) {
+        if (!succeeded(mosquitto_loop_write(m_handle.get(), 1))) {
             return true; // the broker is gone
         }
     }
@@ -321,12 +321,12 @@ bool MqttConnection::wantsToWrite() const
 
 bool MqttConnection::read()
 {
-    return hasReachedBroker() && succeeded(mosquitto_loop_read(m_handle.get(), 1)) && !m_refused;
+    return hasReachedBroker() && isAliveAfter(mosquitto_loop_read(m_handle.get(), 1)) && !m_refused;
 }
 
 bool MqttConnection::write()
 {
-    return hasReachedBroker() && succeeded(mosquitto_loop_write(m_handle.get(), 1));
+    return hasReachedBroker() && isAliveAfter(mosquitto_loop_write(m_handle.get(), 1));
 }
 
 /// The MQTT library takes a TLS connection that was refused for one that is still on its way, and would
@@ -342,7 +342,7 @@ bool MqttConnection::hasReachedBroker()
 
 bool MqttConnection::keepAlive()
 {
-    return succeeded(mosquitto_loop_misc(m_handle.get()));
+    return isAliveAfter(mosquitto_loop_misc(m_handle.get()));
 }
 
 bool MqttConnection::subscribe(const QVector<QByteArray> &paths)
@@ -354,7 +354,7 @@ bool MqttConnection::subscribe(const QVector<QByteArray> &paths)
     int packet = 0;
     const int code = mosquitto_subscribe_multiple(m_handle.get(), &packet, static_cast<int>(filters.size()),
                                                   filters.data(), atMostOnce, MQTT_SUB_OPT_NO_LOCAL, nullptr);
-    if (!succeeded(code)) {
+    if (!isAliveAfter(code)) {
         return false;
     }
     m_subscriptionsUnderWay.insert(packet, paths);
@@ -371,7 +371,16 @@ bool MqttConnection::publish(const BusMessage &message)
     if (message.isRetained) {
         m_keptUnderWay.insert(packet);
     }
-    return succeeded(code);
+    return isAliveAfter(code);
+}
+
+/// The library does not always say so when it has found the connection lost while it was sending.
+bool MqttConnection::isAliveAfter(int code)
+{
+    if (succeeded(code) && descriptor() < 0) {
+        return succeeded(MOSQ_ERR_CONN_LOST);
+    }
+    return code == MOSQ_ERR_SUCCESS;
 }
 
 bool MqttConnection::succeeded(int code)

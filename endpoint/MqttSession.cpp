@@ -295,8 +295,17 @@ void MqttSession::subscribeNow(const QVector<QByteArray> &paths)
     if (!m_connection->subscribe(paths)) {
         qCWarning(lcBus, "%s: subscribing to '%s' failed: %s", qUtf8Printable(m_address.toString()),
                   paths.constFirst().constData(), qUtf8Printable(m_connection->error()));
+        loseIfClosed();
     }
     updateWriteWatch();
+}
+
+/// What is sent may find the connection lost.
+void MqttSession::loseIfClosed()
+{
+    if (m_connection->descriptor() < 0) {
+        loseConnection(m_connection->error());
+    }
 }
 
 // Traffic ---------------------------------------------------------------------------------------
@@ -444,9 +453,7 @@ bool MqttSession::publish(const BusMessage &message)
     }
     if (!m_connection->publish(message)) {
         warnNotSent(message.path, m_connection->error());
-        if (m_connection->descriptor() < 0) {
-            loseConnection(m_connection->error());
-        }
+        loseIfClosed();
         return false;
     }
     m_outbox.handOver(message);

@@ -95,6 +95,7 @@ private:
     bool isTrustedBroker() const;
     void handleAccepted();
     void loseConnection(const QString &reason);
+    void loseIfClosed();
     void dropConnection();
     void reportUnsent() const;
 

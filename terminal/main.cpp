@@ -1,6 +1,7 @@
 #include "terminal/Appearance.h"
 #include "terminal/Environment.h"
 #include "terminal/TerminalProgram.h"
+#include "terminal/services/BusInstance.h"
 #include "trading/ExchangeTime.h"
 
 #include <QApplication>
@@ -70,5 +71,6 @@ int main(int argc, char *argv[])
         complain(QApplication::translate("main", "there is no display; --snapshot FILE.png needs none"));
         return badMachine;
     }
+    enterBusInstance(parsed.value().options.ledger);
     return TerminalProgram(parsed.value().options, QApplication::applicationDirPath()).run();
 }

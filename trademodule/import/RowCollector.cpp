@@ -193,7 +193,7 @@ void RowCollector::keep(const Entry &entry, const StatementRow &row, int line)
 /// Names change by the day; the newest one counts.
 void RowCollector::noteName(const StatementRow &row, const Execution &execution)
 {
-    const QString name = CellValue::cleaned(row.cell(Column::Name));
+    const QString name = CellValue::cleaned(row.cell(Column::Name)).remove(QLatin1Char('\n'));
     const auto known = m_contents.names.find(execution.security);
     if (known != m_contents.names.end() &&
         (*known == name || execution.date < m_nameDays.value(execution.security, TradingDate::first()))) {

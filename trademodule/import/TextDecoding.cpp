@@ -2,15 +2,11 @@
 
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
-
-#include <QBuffer>
-#include <QTextCodec>
+#include "trading/DecodedText.h"
 
 namespace TradeModule {
 
 namespace {
-
-constexpr int pieceSize = 1 << 16;
 
 struct ForeignFormat
 {
@@ -26,26 +22,6 @@ constexpr ForeignFormat foreignFormats[] = {
     {"\x1F\x8B", QT_TR_NOOP("a packed archive")},
 };
 
-bool isUtf16(const QByteArray &start)
-{
-    return start.startsWith("\xFF\xFE") || start.startsWith("\xFE\xFF");
-}
-
-/// True when the encoding has a character for all of the bytes, and none is a null.
-bool reads(QIODevice *device, const QTextCodec &codec)
-{
-    device->seek(0);
-    QTextCodec::ConverterState state;
-    while (!device->atEnd()) {
-        const QByteArray piece = device->read(pieceSize);
-        const QString text = codec.toUnicode(piece.constData(), piece.size(), &state);
-        if (piece.isEmpty() || state.invalidChars > 0 || text.contains(QChar(QChar::Null))) {
-            return false;
-        }
-    }
-    return state.remainingChars == 0;
-}
-
 } // namespace
 
 void refuseForeignFormat(const QByteArray &start)
@@ -60,15 +36,8 @@ void refuseForeignFormat(const QByteArray &start)
 
 QTextCodec *encodingOf(QIODevice *device)
 {
-    const QByteArray start = device->peek(2);
-    const QList<const char *> encodings =
-        isUtf16(start) ? QList<const char *>{"UTF-16"} : QList<const char *>{"UTF-8", "GB18030"};
-    for (const char *encoding : encodings) {
-        QTextCodec *const codec = QTextCodec::codecForName(encoding);
-        if (codec != nullptr && reads(device, *codec)) {
-            device->seek(0);
-            return codec;
-        }
+    if (QTextCodec *const codec = Trading::encodingOf(device)) {
+        return codec;
     }
     throw Error(translated("the text is neither UTF-8 nor UTF-16 nor GBK; save it in one of these"));
 }
@@ -76,12 +45,10 @@ QTextCodec *encodingOf(QIODevice *device)
 QString decodeStatement(const QByteArray &bytes)
 {
     refuseForeignFormat(bytes);
-    QBuffer device;
-    device.setData(bytes);
-    device.open(QIODevice::ReadOnly);
-    const QTextCodec *const codec = encodingOf(&device);
-    const QString text = codec->toUnicode(bytes);
-    return text.startsWith(QChar(QChar::ByteOrderMark)) ? text.mid(1) : text;
+    if (const std::optional<QString> text = Trading::decodedText(bytes)) {
+        return *text;
+    }
+    throw Error(translated("the text is neither UTF-8 nor UTF-16 nor GBK; save it in one of these"));
 }
 
 } // namespace TradeModule

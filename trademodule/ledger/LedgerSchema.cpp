@@ -91,6 +91,21 @@ const std::vector<QStringList> &migrations()
                 "id, side, price, quantity, amount, fee, order_no, deal_no)"),
         },
         {
+            QStringLiteral("ALTER TABLE trade_order ADD COLUMN client_no TEXT"),
+            QStringLiteral("CREATE UNIQUE INDEX order_by_client_no ON trade_order (client_no)"),
+            // who serves the ledger; before the first one nobody
+            QStringLiteral(R"(CREATE TABLE serving (
+                id INTEGER PRIMARY KEY CHECK (id = 1),
+                fence BIGINT NOT NULL,
+                host TEXT NOT NULL,
+                process BIGINT NOT NULL,
+                process_start TEXT NOT NULL,
+                since TEXT NOT NULL))"),
+            QStringLiteral("INSERT INTO serving (id, fence, host, process, process_start, since) "
+                           "VALUES (1, 0, '', 0, '', '')"),
+            QStringLiteral("ALTER TABLE price_reference ADD COLUMN quote_time INTEGER NOT NULL DEFAULT 0"),
+        },
+        {
             // entries that are no trades, and markets that charts do not know
             QStringLiteral("%POSTGRESQL% ALTER TABLE security DROP CONSTRAINT security_market_check"),
             QStringLiteral("%POSTGRESQL% ALTER TABLE execution DROP CONSTRAINT execution_side_check"),
@@ -137,6 +152,9 @@ const std::vector<QStringList> &migrations()
             QStringLiteral(R"(CREATE TABLE import_profile (
                 id INTEGER PRIMARY KEY CHECK (id = 1),
                 text TEXT NOT NULL))"),
+        },
+        {
+            QStringLiteral("ALTER TABLE account ADD COLUMN cost_method TEXT NOT NULL DEFAULT 'average'"),
         },
     };
     return steps;
@@ -206,8 +224,16 @@ void migrateSchema(Database *database)
 
 void migrateSchema(Database *database, int to)
 {
-    if (schemaVersion(database) == to) {
+    const int found = schemaVersion(database);
+    if (found == to) {
         return;
+    }
+    refuseNewer(found);
+    if (database->isReadOnly()) {
+        throw Error(translated("the ledger has version %1 and can only be read: it cannot be brought up to "
+                               "version %2, which this program needs")
+                        .arg(found)
+                        .arg(to));
     }
     Transaction transaction(database);
     const int version = schemaVersion(database); // another process may have been faster
