@@ -229,13 +229,14 @@ void EntryReader::readBalances(const StatementRow &row, Entry *entry)
     if (row.has(Column::SharesAfter)) {
         entry->sharesAfter = EntryAmounts(row).sharesAfter();
     }
-    if (!row.has(Column::CashAfter) || !isYuan(row)) {
+    const bool isPlainTrade = entry->shares && isTrade(entry->shares->side);
+    if (!isYuan(row) || (isPlainTrade && !row.has(Column::CashAfter))) {
         return;
     }
     const EntryAmounts amounts(row);
     entry->cashAfter = amounts.cashAfter();
     entry->cash = amounts.net();
-    if (entry->cash || !entry->shares || !isTrade(entry->shares->side)) {
+    if (entry->cash || !isPlainTrade) {
         return;
     }
     const Execution &trade = *entry->shares;

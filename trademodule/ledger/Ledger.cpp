@@ -66,6 +66,11 @@ int Ledger::undoImport(qint64 number)
     StatementTable(&m_database).remove(number);
     HoldingTable(&m_database).addUpAll();
     transaction.commit();
+    const QVector<ImportedStatement> left = imports();
+    return static_cast<int>(
+        std::count_if(left.begin(), left.end(), [number](const ImportedStatement &statement) {
+            return statement.number > number && statement.alreadyThere > 0;
+        }));
 }
 
 CostMethod Ledger::costMethod()
@@ -78,11 +83,6 @@ void Ledger::setCostMethod(CostMethod method)
     Transaction transaction(&m_database);
     HoldingTable(&m_database).setMethod(method);
     transaction.commit();
-    const QVector<ImportedStatement> left = imports();
-    return static_cast<int>(
-        std::count_if(left.begin(), left.end(), [number](const ImportedStatement &statement) {
-            return statement.number > number && statement.alreadyThere > 0;
-        }));
 }
 
 MoneyEntries Ledger::money()
