@@ -28,6 +28,7 @@ class ENDPOINT_EXPORT Readiness : public QObject
     Q_OBJECT
 
 public:
+    /// Starts nothing yet.
     explicit Readiness(QObject *parent = nullptr);
     ~Readiness() override;
 
