@@ -8,8 +8,12 @@
 #include <QLocalSocket>
 #include <QTemporaryDir>
 
+#include <chrono>
+
 using LocalCommunication::EndPoint;
 using ::testing::ElementsAre;
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -137,7 +141,7 @@ TEST_F(Outage, OfAHangingBrokerStopsNobody)
         crowd.push_back(std::make_unique<RecordingEndPoint>());
         expectNoWaiting([&] { crowd.back()->connect(broker.address()); });
     }
-    member.setRequestTimeout(300);
+    member.setRequestTimeout(300ms);
     QElapsedTimer clock;
     clock.start();
     EXPECT_EQ(member.request("TradeQuery", "x"), QByteArray());
