@@ -1,6 +1,8 @@
 #include "terminal/session/TradingSession.h"
 
+#include "terminal/services/BusInstance.h"
 #include "terminal/services/BusProbe.h"
+#include "trading/ModuleVocabulary.h"
 #include "trading/TradingDate.h"
 
 #include <utility>
@@ -11,7 +13,9 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
     : m_plan(std::move(plan)),
       m_busAddress(busAddress),
       m_source(folder, &m_replay),
-      m_feed(&m_replay, &m_desk, m_plan.orders, nullptr)
+      m_prices(&m_source, &m_replay, &m_desk),
+      m_feed(&m_replay, &m_desk, m_plan.orders, nullptr),
+      m_replayLock(busInstance())
 {
     m_patience.setSingleShot(true);
     connect(&m_patience, &QTimer::timeout, this, [this] { enter(Stage::Alone); });
@@ -24,6 +28,15 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
         }
     });
     connect(&m_shared, &SharedChannel::heard, this, &TradingSession::heard);
+    connect(&m_replay, &Replay::stateChanged, this, [this] {
+        if (m_replay.state() == Replay::State::Closed) {
+            m_replayLock.release();
+        }
+    });
+    m_desk.setKnowsClientNumbers([this] {
+        const auto presence = m_module.presence();
+        return presence && presence->knows(Trading::Capability::CLIENTNO);
+    });
     if (m_plan.replaySpeed > 0) {
         m_replay.setSpeed(m_plan.replaySpeed);
     }
@@ -41,9 +54,19 @@ void TradingSession::join()
     m_shared.start(m_busAddress);
 }
 
-bool TradingSession::openReplay(const ChartData &day)
+QString TradingSession::openReplay(const ChartData &day)
 {
-    return m_replay.open(day, Trading::TradingDate::today());
+    const bool wasClosed = m_replay.state() == Replay::State::Closed;
+    if (!m_replayLock.acquire()) {
+        return m_replayLock.problem();
+    }
+    if (m_replay.open(day, Trading::TradingDate::today())) {
+        return {};
+    }
+    if (wasClosed) {
+        m_replayLock.release();
+    }
+    return tr("Only a chart of minutes can be replayed.");
 }
 
 BusGates TradingSession::gates()
@@ -66,11 +89,14 @@ void TradingSession::enter(Stage stage)
         }
         break;
     case Stage::Alone:
-        if (m_plan.playsAlone) {
+        if (m_plan.playsAlone && !isGoing) {
             playAtOnce();
             playOn();
         }
         Q_EMIT overlaysDue();
+        if (replays() && !m_plan.playsAlone && !isGoing) {
+            Q_EMIT replayWaits();
+        }
         break;
     case Stage::Informing:
         playAtOnce();
@@ -115,9 +141,16 @@ void TradingSession::playOn()
     }
 }
 
+/// True when the planned replay goes without a trading module: it must not be begun again when one comes.
 bool TradingSession::hasBegun() const
 {
-    return m_stage == Stage::Alone && m_plan.playsAlone;
+    const bool isWaiting = m_stage == Stage::Awaiting || m_stage == Stage::Alone;
+    return (m_stage == Stage::Alone && m_plan.playsAlone) || (isWaiting && isMovedByHand());
+}
+
+bool TradingSession::isMovedByHand() const
+{
+    return replays() && (m_replay.state() != Replay::State::Paused || m_replay.completed() > 1);
 }
 
 /// True for the planned replay, until its user ends it; one that was opened by hand goes its own way.

@@ -8,6 +8,8 @@
 #include <memory>
 #include <vector>
 
+using namespace std::chrono_literals;
+
 using ::testing::ElementsAre;
 
 namespace {
@@ -62,7 +64,7 @@ TEST_F(Leaving, LosesNothingThoughTheSenderHasNotReadItsOwnMessages)
         }
     }
 
-    EXPECT_TRUE(receiver.waitForMessages(rounds * count, 5000)) << receiver.messages.size();
+    EXPECT_TRUE(receiver.waitForMessages(rounds * count, 5s)) << receiver.messages.size();
 }
 
 /// Descriptors of sockets that a program started now has; -1 where the system does not tell.

@@ -111,7 +111,7 @@ TEST_F(Tls, TellsWhenNobodyTakesConnections)
     const auto isTold = [&] {
         return log.has(QStringLiteral("refused")) || log.has(QStringLiteral("nobody takes connections"));
     };
-    EXPECT_TRUE(waitUntil(isTold, 5000)) << qPrintable(log.text()); // sooner than a broker that hangs
+    EXPECT_TRUE(waitUntil(isTold, 5s)) << qPrintable(log.text()); // sooner than a broker that hangs
 }
 
 TEST_F(Tls, TellsWhenTheNameIsUnknown)
