@@ -8,7 +8,10 @@
 #include <QList>
 #include <QTimer>
 
+#include <chrono>
 #include <memory>
+
+using namespace std::chrono_literals;
 
 using LocalCommunication::BusMessage;
 using LocalCommunication::Inbox;
