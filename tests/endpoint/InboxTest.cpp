@@ -46,7 +46,7 @@ TEST_F(InboxTest, DeliversInOrder)
 TEST_F(InboxTest, DeliversNothingByItself)
 {
     add("1");
-    EXPECT_FALSE(waitUntil([this] { return !delivered.isEmpty(); }, 20));
+    EXPECT_FALSE(waitUntil([this] { return !delivered.isEmpty(); }, 20ms));
 }
 
 TEST_F(InboxTest, DeliversSoonInATurnOfItsOwn)
@@ -108,7 +108,7 @@ TEST_F(InboxTest, StopsWhenAReceiverClearsIt)
     add("1");
     add("2");
     inbox->run();
-    EXPECT_FALSE(waitUntil([this] { return delivered.size() > 1; }, 20));
+    EXPECT_FALSE(waitUntil([this] { return delivered.size() > 1; }, 20ms));
 }
 
 TEST_F(InboxTest, MayBeDestroyedByAReceiver)
