@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <utility>
+
 namespace TradeModule {
 
 /// Writes to standard output.

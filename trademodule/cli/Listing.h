@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <utility>
+
 namespace TradeModule {
 
 /// A list for people as a table in the program's language, for programs as JSON, which is the same in
