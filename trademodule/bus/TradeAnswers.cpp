@@ -93,6 +93,7 @@ QByteArray TradeAnswers::answer(const QJsonObject &question)
             throw Error(translated("\"%1\" is \"%2\", which this trading module does not know")
                             .arg(key(CMD), request.command()));
         }
+        m_ledger->database()->refuseReplacedFile();
         (this->*command->answer)(request, &answer);
     } catch (const LeaseLost &) {
         throw;

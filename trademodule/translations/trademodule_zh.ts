@@ -801,5 +801,13 @@
         <source>another process, only for reading</source>
         <translation>另一进程，仅供读取</translation>
     </message>
+    <message>
+        <source>the ledger %1 is not there any more: it was removed or moved. Nothing was changed</source>
+        <translation>账本 %1 已不存在：已被删除或移走。未作任何更改</translation>
+    </message>
+    <message>
+        <source>another file was put in the place of the ledger %1. Nothing was changed; end this program and start it again</source>
+        <translation>账本 %1 的位置已换成另一个文件。未作任何更改；请结束并重新启动本程序</translation>
+    </message>
 </context>
 </TS>
