@@ -46,7 +46,7 @@ QStringList cells(const KnownSecurity &security)
 const Columns &figureColumns()
 {
     static const Columns columns{QT_TR_NOOP("sales"),    QT_TR_NOOP("bought"),    QT_TR_NOOP("sold"),
-                                 QT_TR_NOOP("fees"),     QT_TR_NOOP("cost"),      QT_TR_NOOP("profit"),
+                                 QT_TR_NOOP("fees"),     QT_TR_NOOP("soldcost"),  QT_TR_NOOP("profit"),
                                  QT_TR_NOOP("percent"),  QT_TR_NOOP("dividends"), QT_TR_NOOP("taxes"),
                                  QT_TR_NOOP("interest"), QT_TR_NOOP("total")};
     return columns;
@@ -67,8 +67,7 @@ QStringList cells(const Figures &figures)
             figures.total().text()};
 }
 
-/// Writes rows of which each ends with the method, but for a table: there it stands above. A table ends with
-/// the sum.
+/// Writes rows of which each ends with the method, but in a table, which ends with the sum.
 class ResultRows
 {
 public:
@@ -105,7 +104,7 @@ public:
         : m_days(options.days),
           m_rows(options, Columns{QT_TR_NOOP("date"), QT_TR_NOOP("time")} + securityColumns() +
                               Columns{QT_TR_NOOP("price"), QT_TR_NOOP("quantity"), QT_TR_NOOP("amount"),
-                                      QT_TR_NOOP("fee"), QT_TR_NOOP("cost"), QT_TR_NOOP("profit"),
+                                      QT_TR_NOOP("fee"), QT_TR_NOOP("soldcost"), QT_TR_NOOP("profit"),
                                       QT_TR_NOOP("percent")})
     {
     }

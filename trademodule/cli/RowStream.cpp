@@ -48,10 +48,10 @@ RowStream::RowStream(QVector<const char *> columns, Format format)
         m_waiting.append(header);
         return;
     case Format::Json:
-        print(QStringLiteral("["));
+        write(QStringLiteral("["));
         return;
     case Format::Csv:
-        print(csvLine(header));
+        write(csvLine(header));
         return;
     }
 }
@@ -66,7 +66,7 @@ void RowStream::add(const QStringList &row)
         writeJson(row);
         return;
     case Format::Csv:
-        print(csvLine(row));
+        write(csvLine(row));
         return;
     }
 }
@@ -87,12 +87,23 @@ void RowStream::finish()
     switch (m_format) {
     case Format::Table:
         writeTable();
-        return;
+        break;
     case Format::Json:
-        print(m_isFirst ? QStringLiteral("]\n") : QStringLiteral("\n]\n"));
-        return;
+        write(m_isFirst ? QStringLiteral("]\n") : QStringLiteral("\n]\n"));
+        break;
     case Format::Csv:
-        return;
+        break;
+    }
+    print(m_text);
+}
+
+void RowStream::write(const QString &text)
+{
+    constexpr int mostKept = 1 << 16;
+    m_text += text;
+    if (m_text.size() > mostKept) {
+        print(m_text);
+        m_text.clear();
     }
 }
 
@@ -106,7 +117,7 @@ void RowStream::writeTable()
         text += alignedLine(row, m_widths);
     }
     m_waiting.clear();
-    print(text);
+    write(text);
 }
 
 void RowStream::writeJson(const QStringList &row)
@@ -115,7 +126,7 @@ void RowStream::writeJson(const QStringList &row)
     for (int i = 0; i < m_columns.size(); ++i) {
         object[QLatin1String(m_columns[i])] = row[i];
     }
-    print((m_isFirst ? QStringLiteral("\n") : QStringLiteral(",\n")) +
+    write((m_isFirst ? QStringLiteral("\n") : QStringLiteral(",\n")) +
           QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
     m_isFirst = false;
 }

@@ -31,6 +31,7 @@ public:
     void finish();
 
 private:
+    void write(const QString &text);
     void writeTable();
     void writeJson(const QStringList &row);
 
@@ -38,6 +39,7 @@ private:
     const Format m_format;
     QVector<QStringList> m_waiting; ///< a table's rows that are not written yet
     QVector<int> m_widths;          ///< empty before a table is begun
+    QString m_text;                 ///< on its way out: to write each row by itself takes longer
     bool m_isFirst = true;
 };
 
