@@ -300,7 +300,9 @@ MessageRow quote()
              price(LOW, "low"),
              price(CLOSE, "close"),
              price(VOLUME, "shares"),
-             price(PRECLOSE, "close of the day before", optional)}};
+             price(PRECLOSE, "close of the day before", optional),
+             {RECORDED, JsonType::Text, Form::Day, optional, WhenWrong::Nothing,
+              "in the quotes of a replay: the day that it plays as \"date\""}}};
 }
 
 template <typename Value>
@@ -379,22 +381,22 @@ const char *wordOf(Form form)
 {
     static constexpr Word<Form> words[] = {
         {Form::Any, ""},
-        {Form::Filled, "not empty"},
-        {Form::Day, "yyyymmdd"},
-        {Form::Time, "hhmmsscc"},
-        {Form::QuoteTime, "hhmm, hhmmss or hhmmsscc"},
-        {Form::Price, "decimal"},
-        {Form::Cost, "decimal, or \"nan\""},
-        {Form::Whole, "whole number"},
-        {Form::Positive, "whole number above 0"},
-        {Form::TradeSide, "\"B\" or \"S\""},
-        {Form::OrderSide, "\"0B\", \"0S\" or another direction code"},
-        {Form::OrderStatus, "a status code"},
-        {Form::MarketLetters, "\"SH\" or \"SZ\""},
-        {Form::MarketNumber, "\"1\" or \"2\""},
-        {Form::AnyMarket, "\"SH\", \"SZ\", \"1\" or \"2\""},
-        {Form::Command, "a command"},
-        {Form::ClientNumber, "1 to 64 printable ASCII characters"},
+        {Form::Filled, QT_TRANSLATE_NOOP("MessageTable", "not empty")},
+        {Form::Day, QT_TRANSLATE_NOOP("MessageTable", "yyyymmdd")},
+        {Form::Time, QT_TRANSLATE_NOOP("MessageTable", "hhmmsscc")},
+        {Form::QuoteTime, QT_TRANSLATE_NOOP("MessageTable", "hhmm, hhmmss or hhmmsscc")},
+        {Form::Price, QT_TRANSLATE_NOOP("MessageTable", "decimal, at least 0")},
+        {Form::Cost, QT_TRANSLATE_NOOP("MessageTable", "decimal, or \"nan\"")},
+        {Form::Whole, QT_TRANSLATE_NOOP("MessageTable", "whole number from 0 to 2147483647")},
+        {Form::Positive, QT_TRANSLATE_NOOP("MessageTable", "whole number from 1 to 2147483647")},
+        {Form::TradeSide, QT_TRANSLATE_NOOP("MessageTable", "\"B\" or \"S\"")},
+        {Form::OrderSide, QT_TRANSLATE_NOOP("MessageTable", "\"0B\", \"0S\" or another direction code")},
+        {Form::OrderStatus, QT_TRANSLATE_NOOP("MessageTable", "a status code")},
+        {Form::MarketLetters, QT_TRANSLATE_NOOP("MessageTable", "\"SH\" or \"SZ\"")},
+        {Form::MarketNumber, QT_TRANSLATE_NOOP("MessageTable", "\"1\" or \"2\"")},
+        {Form::AnyMarket, QT_TRANSLATE_NOOP("MessageTable", "\"SH\", \"SZ\", \"1\" or \"2\"")},
+        {Form::Command, QT_TRANSLATE_NOOP("MessageTable", "a command")},
+        {Form::ClientNumber, QT_TRANSLATE_NOOP("MessageTable", "1 to 64 printable ASCII characters")},
     };
     return findWord(words, form);
 }

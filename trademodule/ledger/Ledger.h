@@ -59,7 +59,11 @@ public:
     /// The same on all markets.
     QVector<Position> allPositions();
 
+    /// True when nothing can be changed: every change fails as a LedgerError that says so.
+    bool isReadOnly() const { return m_database.isReadOnly(); }
+
     /// See Database.
+    QString shownLocation() const { return m_database.shownLocation(); }
     void setPatience(std::chrono::milliseconds patience) { m_database.setPatience(patience); }
 
     // For OrderBook, inside its transactions.

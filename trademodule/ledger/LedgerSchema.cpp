@@ -224,8 +224,16 @@ void migrateSchema(Database *database)
 
 void migrateSchema(Database *database, int to)
 {
-    if (schemaVersion(database) == to) {
+    const int found = schemaVersion(database);
+    if (found == to) {
         return;
+    }
+    refuseNewer(found);
+    if (database->isReadOnly()) {
+        throw Error(translated("the ledger has version %1 and can only be read: it cannot be brought up to "
+                               "version %2, which this program needs")
+                        .arg(found)
+                        .arg(to));
     }
     Transaction transaction(database);
     const int version = schemaVersion(database); // another process may have been faster
