@@ -114,6 +114,7 @@ void TradeAnswers::answerCost(const TradeRequest &request, AnswerMessage *answer
         data[key(COSTPRICE)] = costText(holding);
     }
     answer->set(COSTPRICE, costText(holding));
+    answer->set(CostFields::COSTMETHOD, wordOf(holding.method()));
     answer->set(DATA, data);
 }
 
@@ -147,6 +148,7 @@ void TradeAnswers::answerAccount(const TradeRequest & /*request*/, AnswerMessage
     for (const Position &position : m_ledger->positions()) {
         positions.append(rowOf(position, m_exchange->sellable(position.security, open)));
     }
+    answer->set(CostFields::COSTMETHOD, wordOf(m_ledger->costMethod()));
     answer->set(DATA, QJsonObject{
                           {key(AccountFields::CASH), m_orders.cash().text()},
                           {key(AccountFields::AVAILABLE), m_exchange->spendable(open).text()},
@@ -202,6 +204,11 @@ QJsonObject changeNotification(const Order &changed)
 QJsonObject changeNotification(const Execution &newest)
 {
     return notification(newest.security, newest.orderNo, key(TradeChart::OrderStatus::Dealed));
+}
+
+QJsonObject changeNotification(const SecurityId &held)
+{
+    return notification(held, QString(), key(TradeChart::OrderStatus::Dealed));
 }
 
 } // namespace TradeModule

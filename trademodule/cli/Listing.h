@@ -21,6 +21,7 @@ public:
     /// The option that asks for JSON.
     static QCommandLineOption jsonOption();
 
+    bool isJson() const { return m_isJson; }
     /// As many cells as there are columns.
     void add(const QStringList &row) { m_rows.append(row); }
     /// A cell's English word, for a table translated.
