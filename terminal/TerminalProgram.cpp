@@ -154,6 +154,7 @@ void TerminalProgram::wireServices()
     m_services = std::make_unique<TradeServices>(ServicePlan{
         m_busAddress, m_options.startsBroker, m_options.moduleProgram, m_options.ledger, m_options.language});
     connect(m_services.get(), &TradeServices::failed, this, &TerminalProgram::tell);
+    m_services->replaceWhenSilent(m_session->module());
     connect(m_services.get(), &TradeServices::ready, this, [this] {
         if (m_snapshot) {
             m_snapshot->listen(m_busAddress); // the session joins when nothing can be missed

@@ -2,6 +2,33 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>LedgerAdvice</name>
+    <message>
+        <source>The file is no ledger or is damaged: name another one with --ledger, or bring a copy of it back.</source>
+        <translation>该文件不是账本或已损坏：请用 --ledger 指定另一个，或恢复其备份。</translation>
+    </message>
+    <message>
+        <source>See whether the folder of the ledger is there and may be written to.</source>
+        <translation>请检查账本所在文件夹是否存在、是否可写。</translation>
+    </message>
+    <message>
+        <source>See whether the ledger and its folder may be written to.</source>
+        <translation>请检查账本及其文件夹是否可写。</translation>
+    </message>
+    <message>
+        <source>Make room on the disk of the ledger.</source>
+        <translation>请在账本所在磁盘上腾出空间。</translation>
+    </message>
+    <message>
+        <source>See whether the disk of the ledger is full or broken.</source>
+        <translation>请检查账本所在磁盘是否已满或损坏。</translation>
+    </message>
+    <message>
+        <source>See whether the ledger's database server runs and can be reached.</source>
+        <translation>请检查账本的数据库服务器是否在运行、能否连接。</translation>
+    </message>
+</context>
+<context>
     <name>BarFile</name>
     <message>
         <source>&quot;%1&quot; is not a number</source>
@@ -531,6 +558,10 @@
         <translation>交易模块已退出（退出码 %1），正在重新启动。</translation>
     </message>
     <message>
+        <source>The trading module did not answer any more; another one is started in its place.</source>
+        <translation>交易模块不再应答，正在另行启动一个。</translation>
+    </message>
+    <message>
         <source>The trading module has ended and is started again: %1</source>
         <translation>交易模块已退出，正在重新启动：%1</translation>
     </message>
@@ -814,20 +845,8 @@
         <translation>缺少“%1”</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is %2 and of the wrong type, it must be: %3</source>
-        <translation>“%1”为 %2，类型不对，应为：%3</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is &quot;%2&quot;, which it must not be</source>
-        <translation>“%1”为“%2”，不允许</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; names another screen</source>
         <translation>“%1”是别的窗口</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is another market&apos;s, &quot;%2&quot;</source>
-        <translation>“%1”属于另一市场：“%2”</translation>
     </message>
     <message>
         <source>the answer came on channel &quot;%1&quot;</source>
@@ -836,10 +855,6 @@
     <message>
         <source>the answer came twice</source>
         <translation>应答来了两次</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is &quot;%2&quot;, which nobody asked</source>
-        <translation>“%1”为“%2”，无人查询</translation>
     </message>
     <message>
         <source>the answer is no JSON object: %1</source>
@@ -868,6 +883,18 @@
     <message>
         <source>%1: %2</source>
         <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is %2, but must be: %3</source>
+        <translation>“%1”为 %2，应为：%3</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is %2, another market&apos;s</source>
+        <translation>“%1”为 %2，属于另一市场</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is %2, which nobody asked</source>
+        <translation>“%1”为 %2，无人查询</translation>
     </message>
 </context>
 <context>
@@ -975,6 +1002,70 @@
     <message>
         <source>drawn all the same</source>
         <translation>仍然画出</translation>
+    </message>
+    <message>
+        <source>not empty</source>
+        <translation>非空</translation>
+    </message>
+    <message>
+        <source>yyyymmdd</source>
+        <translation>yyyymmdd</translation>
+    </message>
+    <message>
+        <source>hhmmsscc</source>
+        <translation>hhmmsscc</translation>
+    </message>
+    <message>
+        <source>hhmm, hhmmss or hhmmsscc</source>
+        <translation>hhmm、hhmmss 或 hhmmsscc</translation>
+    </message>
+    <message>
+        <source>decimal, at least 0</source>
+        <translation>不小于 0 的小数</translation>
+    </message>
+    <message>
+        <source>decimal, or &quot;nan&quot;</source>
+        <translation>小数或“nan”</translation>
+    </message>
+    <message>
+        <source>whole number from 0 to 2147483647</source>
+        <translation>0 到 2147483647 的整数</translation>
+    </message>
+    <message>
+        <source>whole number from 1 to 2147483647</source>
+        <translation>1 到 2147483647 的整数</translation>
+    </message>
+    <message>
+        <source>&quot;B&quot; or &quot;S&quot;</source>
+        <translation>“B”或“S”</translation>
+    </message>
+    <message>
+        <source>&quot;0B&quot;, &quot;0S&quot; or another direction code</source>
+        <translation>“0B”、“0S”或其他买卖代码</translation>
+    </message>
+    <message>
+        <source>a status code</source>
+        <translation>委托状态代码</translation>
+    </message>
+    <message>
+        <source>&quot;SH&quot; or &quot;SZ&quot;</source>
+        <translation>“SH”或“SZ”</translation>
+    </message>
+    <message>
+        <source>&quot;1&quot; or &quot;2&quot;</source>
+        <translation>“1”或“2”</translation>
+    </message>
+    <message>
+        <source>&quot;SH&quot;, &quot;SZ&quot;, &quot;1&quot; or &quot;2&quot;</source>
+        <translation>“SH”、“SZ”、“1”或“2”</translation>
+    </message>
+    <message>
+        <source>a command</source>
+        <translation>命令</translation>
+    </message>
+    <message>
+        <source>1 to 64 printable ASCII characters</source>
+        <translation>1 到 64 个可打印 ASCII 字符</translation>
     </message>
 </context>
 <context>
