@@ -54,8 +54,8 @@ protected:
     {
         return QStringList({QStringLiteral("--data"), QStringLiteral(TRADECHART_EXAMPLES),
                             QStringLiteral("--plugin"), QStringLiteral(PLUGIN_FILE),
-                            QStringLiteral("--module"), QStringLiteral(TRADEMODULE),
-                            QStringLiteral("--ledger"), ledger}) +
+                            QStringLiteral("--module"), QStringLiteral(TRADEMODULE), QStringLiteral("--lang"),
+                            QStringLiteral("en"), QStringLiteral("--ledger"), ledger}) +
                more;
     }
 
@@ -74,10 +74,12 @@ protected:
     static bool comesToStandBy(QProcess *window)
     {
         QByteArray said;
-        return waitUntil([&] {
+        const bool doesSo = waitUntil([&] {
             said += window->readAll();
             return said.contains("standing by");
         });
+        EXPECT_TRUE(doesSo) << said.toStdString();
+        return doesSo;
     }
 
     /// A desk on the bus of a ledger, that is answered.
