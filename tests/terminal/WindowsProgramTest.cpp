@@ -4,6 +4,7 @@
 #include "terminal/trade/OrderDesk.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/terminal/support/TerminalProgramFixture.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <gmock/gmock.h>
 
@@ -165,6 +166,31 @@ TEST_F(WindowsProgram, GoOnWhenTheOneThatServedTheLedgerIsGone)
     ASSERT_TRUE(waitUntil([&desk] { return desk->endPoint()->isConnected() && desk->isAnswering(); }));
     placeOn(desk.get());
     EXPECT_EQ(ordersIn(ledger()), 2);
+}
+
+TEST_F(WindowsProgram, PlaceAnOrderOnceThatIsAskedForAgainWhileTheModuleStandsStill)
+{
+    openWindow(onLedger(ledger()));
+    const auto desk = deskOn(ledger());
+    ModuleWatch watch(nullptr);
+    watch.start(m_folder.path());
+    ASSERT_TRUE(waitUntil([&watch] { return watch.presence().has_value(); }));
+    desk->setKnowsClientNumbers([&watch] {
+        const auto presence = watch.presence();
+        return presence && presence->knows(Trading::Capability::CLIENTNO);
+    });
+    desk->setTimeout(std::chrono::milliseconds(500));
+    const auto module = static_cast<pid_t>(watch.presence()->process);
+    bool isAskedAgain = false;
+    QObject::connect(desk.get(), &OrderDesk::askedAgain, desk.get(), [&isAskedAgain, module] {
+        isAskedAgain = true;
+        ::kill(module, SIGCONT); // it finds both questions
+    });
+    ::kill(module, SIGSTOP);
+    placeOn(desk.get());
+    EXPECT_TRUE(isAskedAgain);
+    placeOn(desk.get());
+    EXPECT_EQ(ordersIn(ledger()), 2) << "each one once";
 }
 
 TEST_F(WindowsProgram, ReplayOneAtATimeOnALedger)
