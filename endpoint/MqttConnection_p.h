@@ -100,6 +100,7 @@ private:
     std::deque<QString> m_receipts;
     int m_sentCount = 0;
     QString m_error;
+    QString m_tlsReason; // of the last error in the library's own words
     QString m_brokersReason;
 };
 
