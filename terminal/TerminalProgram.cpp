@@ -94,8 +94,9 @@ QString TerminalProgram::open()
     if (!openChart(folder.value().securities().front().code)) {
         return m_window->loadError();
     }
-    if (isReplay()) {
-        m_window->setReplaying(true);
+    const QString problem = isReplay() ? m_window->setReplaying(true) : QString();
+    if (!problem.isEmpty()) {
+        return problem;
     }
     wireServices();
     return openLibrary();
@@ -111,6 +112,9 @@ void TerminalProgram::openSession(const DataFolder &folder)
     }
     m_session = std::make_unique<TradingSession>(folder, planOf(m_options), m_busAddress);
     connect(m_session.get(), &TradingSession::orderRefused, this, &TerminalProgram::tellRefusal);
+    connect(m_session.get(), &TradingSession::replayWaits, this, [this] {
+        tell(tr("The trading module does not answer. The replay waits for it; Space plays without it."));
+    });
     m_window = std::make_unique<MainWindow>(m_session.get(), m_options);
     if (!takesPicture()) {
         settings.restoreLayout(m_window.get(), m_options);
@@ -150,6 +154,7 @@ void TerminalProgram::wireServices()
     m_services = std::make_unique<TradeServices>(ServicePlan{
         m_busAddress, m_options.startsBroker, m_options.moduleProgram, m_options.ledger, m_options.language});
     connect(m_services.get(), &TradeServices::failed, this, &TerminalProgram::tell);
+    m_services->replaceWhenSilent(m_session->module());
     connect(m_services.get(), &TradeServices::ready, this, [this] {
         if (m_snapshot) {
             m_snapshot->listen(m_busAddress); // the session joins when nothing can be missed
@@ -211,6 +216,7 @@ void TerminalProgram::wireSnapshot()
     connect(snapshot, &Snapshot::finished, this, &TerminalProgram::endSnapshot, Qt::QueuedConnection);
     connect(snapshot, &Snapshot::listening, m_session.get(), &TradingSession::join);
     connect(snapshot, &Snapshot::aboutToTake, m_window.get(), &MainWindow::runOverlayUpdates);
+    connect(snapshot, &Snapshot::aboutToTake, m_session->prices(), &LastPrices::readNow);
     connect(m_window.get(), &MainWindow::overlayUpdateAsked, snapshot, &Snapshot::noteUpdate);
     connect(m_session.get(), &TradingSession::stageChanged, snapshot,
             [snapshot](TradingSession::Stage stage) {

@@ -295,7 +295,9 @@ MessageRow quote()
              price(LOW, "low"),
              price(CLOSE, "close"),
              price(VOLUME, "shares"),
-             price(PRECLOSE, "close of the day before", optional)}};
+             price(PRECLOSE, "close of the day before", optional),
+             {RECORDED, JsonType::Text, Form::Day, optional, WhenWrong::Nothing,
+              "in the quotes of a replay: the day that it plays as \"date\""}}};
 }
 
 template <typename Value>

@@ -9,7 +9,8 @@
 namespace Terminal {
 
 /// The trading module as a child of the terminal: started, started again when it ends by itself, and
-/// stopped with the terminal. It speaks the language it was started with, "zh" or "en".
+/// stopped with the terminal. While another process serves the ledger it waits, and takes over when that one
+/// ends. It speaks the language it was started with, "zh" or "en".
 class TradeModuleProcess : public QObject
 {
     Q_OBJECT

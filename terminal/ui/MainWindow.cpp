@@ -4,8 +4,10 @@
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/chart/view/ReadoutBar.h"
 #include "terminal/replay/ReplayedChart.h"
+#include "terminal/services/BusInstance.h"
 #include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Picture.h"
+#include "terminal/trade/PlainText.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/trade/TradeStyle.h"
 #include "terminal/ui/ChartBar.h"
@@ -38,12 +40,13 @@ int countOf(const DrawnMarks *marks)
                                  [](int sum, const DrawnMark &mark) { return sum + mark.count; });
 }
 
-/// The close by which today's price limits go.
-TradeDocks::CloseBefore closeBeforeToday(const ChartSource &source)
+TradeDocks::Prices pricesOf(TradingSession *session)
 {
-    return [&source](const ChartData &shown) {
-        return source.closeBefore(shown.security.code, Trading::TradingDate::today());
+    const auto closeBeforeToday = [session](const ChartData &shown) {
+        return session->source().closeBefore(shown.security.code, Trading::TradingDate::today());
     };
+    return {closeBeforeToday,
+            [session](const Security &security) { return session->prices()->of(security); }};
 }
 
 } // namespace
@@ -60,8 +63,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_strip(new StateStrip),
       m_prompts(m_chart),
       m_input(std::make_unique<ChartInput>(m_chart, nullptr, nullptr)),
-      m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts,
-                                           closeBeforeToday(session->source())))
+      m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts, pricesOf(session)))
 {
     setUpCentre();
     setUpChartBar();
@@ -70,6 +72,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     setUpStates();
     wireSession();
     m_trade->setAmountsHidden(options.hidesAmounts);
+    m_trade->askAction()->setChecked(options.asksBeforeSending);
     applyTheme();
     applyLanguage();
     resize(options.size);
@@ -108,6 +111,7 @@ void MainWindow::setUpView()
     view->addSeparator();
     view->addAction(m_trade->ticketAction());
     view->addAction(m_trade->panelAction());
+    view->addAction(m_trade->askAction());
     connect(view, &ViewMenu::riseColourChosen, this, [this](RiseColour colour) {
         m_options.riseColour = colour;
         applyTheme();
@@ -129,7 +133,12 @@ void MainWindow::setUpReplay()
     auto *const bar = new ReplayBar(m_session->replay(), m_chart);
     bar->setObjectName(QStringLiteral("replayBar"));
     addToolBar(Qt::BottomToolBarArea, bar);
-    connect(bar, &ReplayBar::replayAsked, this, &MainWindow::setReplaying);
+    connect(bar, &ReplayBar::replayAsked, this, [this](bool on) {
+        const QString problem = setReplaying(on);
+        if (!problem.isEmpty()) {
+            m_prompts.show(problem);
+        }
+    });
 }
 
 void MainWindow::setUpStates()
@@ -161,12 +170,15 @@ void MainWindow::wireSession()
 {
     connect(m_session, &TradingSession::overlaysDue, this, &MainWindow::bringOverlays);
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
+    connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
+    connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
 }
 
 void MainWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         m_trade->showTexts();
+        showTitle();
         showStates();
     }
     QMainWindow::changeEvent(event);
@@ -221,10 +233,37 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Tra
     if (!loaded) {
         return false;
     }
+    m_session->prices()->readAnew(code);
     m_chart->setData(loaded.value());
     showChoices();
-    setWindowTitle(QStringLiteral("%1 %2").arg(loaded.value().security.name, code));
+    showTitle();
     return true;
+}
+
+void MainWindow::showTitle()
+{
+    const Security &shown = m_chart->data().security;
+    const QString account = accountText();
+    const QString chart = QStringLiteral("%1 %2").arg(plainText(shown.name), plainText(shown.code));
+    setWindowTitle(account.isEmpty() ? chart : QStringLiteral(u"%1 – %2").arg(chart, account));
+    m_trade->setAccount(account);
+}
+
+void MainWindow::takeModule()
+{
+    m_trade->setReadOnly(m_session->module()->state() == ModuleWatch::State::ReadOnly);
+    showTitle();
+}
+
+/// The ledger as a user knows it: the window's own, which our trading module serves and deals on paper, or
+/// else the one that another program's module names, whose deals may be real.
+QString MainWindow::accountText() const
+{
+    if (!m_options.ledger.isEmpty()) {
+        return tr("%1 (paper)").arg(ledgerName(m_options.ledger));
+    }
+    const auto presence = m_session->module()->presence();
+    return presence && !presence->ledger.isEmpty() ? ledgerName(presence->ledger) : QString();
 }
 
 void MainWindow::showChoices()
@@ -239,26 +278,29 @@ TerminalOptions MainWindow::shownOptions() const
     options.code = m_chart->data().security.code;
     options.period = m_chart->data().period;
     options.hidesAmounts = m_bar->hidesAmounts();
+    options.asksBeforeSending = m_trade->askAction()->isChecked();
     options.overlays = m_bar->chosenOverlays();
     return options;
 }
 
-void MainWindow::setReplaying(bool on)
+QString MainWindow::setReplaying(bool on)
 {
     const ChartData shown = m_chart->data();
     const bool showedReplay = m_replayedChart->isShown();
     if (!on) {
         m_session->replay()->close();
-    } else if (!m_session->openReplay(shown)) {
-        return;
-    }
-    if (on) {
+    } else {
+        const QString problem = m_session->openReplay(shown);
+        if (!problem.isEmpty()) {
+            return problem;
+        }
         m_trade->setShown(true); // a replay is there to be traded on
     }
     if (on || showedReplay) {
         loadOrTell(shown.security.code, ChartPeriod::Minute,
                    on ? std::nullopt : m_session->replay()->recordedDate());
     }
+    return {};
 }
 
 void MainWindow::bringOverlays()

@@ -51,8 +51,8 @@ public:
     TerminalOptions shownOptions() const;
 
     /// Begins to replay the shown day of minutes, paused, or ends the replay; a chart of it shows the
-    /// recorded day then. Other charts cannot be replayed: nothing changes.
-    void setReplaying(bool on);
+    /// recorded day then. Returns why it cannot be replayed, for the user; then nothing changes.
+    QString setReplaying(bool on);
 
     /// The overlays that the options name come from this library, when the session says that they are due.
     void setOverlayLibrary(const OverlayLibrary &library) { m_library = library; }
@@ -95,6 +95,9 @@ private:
     void wireSession();
     void loadOrTell(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day);
     void showChoices();
+    void showTitle();
+    void takeModule();
+    QString accountText() const;
     void setAmountsHidden(bool hidden);
     void applyTheme();
     void applyLanguage();

@@ -8,6 +8,8 @@
 #include <QLocalSocket>
 #include <QTemporaryDir>
 
+using namespace std::chrono_literals;
+
 using LocalCommunication::EndPoint;
 using ::testing::ElementsAre;
 
@@ -175,7 +177,7 @@ TEST_F(Outage, OfAHangingBrokerBoundsWhatWaitsToBeSent)
     EXPECT_EQ(log.lines().filter(QStringLiteral("was not sent")).size(), 1) << qPrintable(log.text());
 
     broker.thaw();
-    EXPECT_TRUE(receiver.waitForMessages(accepted, 60000));
+    EXPECT_TRUE(receiver.waitForMessages(accepted, 60s));
     EXPECT_TRUE(waitUntil([&] { return sender.sendMessage("c", "t", megabyte); }));
 }
 
@@ -247,7 +249,8 @@ TEST_F(Outage, FillsNoLog)
     for (int i = 0; i < 1000; ++i) {
         EXPECT_FALSE(sender.sendMessage("c", "t", "p"));
     }
-    EXPECT_FALSE(waitUntil([] { return false; }, 500)); // some tries to join go by
+    EXPECT_FALSE(
+        waitUntil([] { return false; }, 500ms)); // some tries to join go by, whose number nobody tells
 
     EXPECT_EQ(log.lines().size(), 2) << qPrintable(log.text());
 }

@@ -2,6 +2,8 @@
 
 #include "tests/endpoint/TlsTest.h"
 
+using namespace std::chrono_literals;
+
 TEST_F(Tls, CarriesMessagesAndRequests)
 {
     RecordingEndPoint receiver;
@@ -107,7 +109,7 @@ TEST_F(Tls, TellsWhenNobodyTakesConnections)
     const auto isTold = [&] {
         return log.has(QStringLiteral("refused")) || log.has(QStringLiteral("nobody takes connections"));
     };
-    EXPECT_TRUE(waitUntil(isTold, 5000)) << qPrintable(log.text()); // sooner than a broker that hangs
+    EXPECT_TRUE(waitUntil(isTold, 5s)) << qPrintable(log.text()); // sooner than a broker that hangs
 }
 
 TEST_F(Tls, TellsWhenTheNameIsUnknown)

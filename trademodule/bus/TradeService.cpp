@@ -43,19 +43,28 @@ QByteArray answerChannel(const QJsonObject &question, const QByteArray &replyCha
 
 } // namespace
 
-TradeService::TradeService(const QString &busDirectory, Ledger *ledger)
+TradeService::TradeService(const QString &busDirectory, Ledger *ledger, const TradePresence &presence)
     : m_endPoint(nullptr),
       m_orders(ledger),
       m_exchange(ledger, [this](const Order &changed) { notify(changed); }),
-      m_answers(ledger, &m_exchange)
+      m_answers(ledger, &m_exchange),
+      m_presence(presence)
 {
     QObject::connect(&m_endPoint, &LocalCommunication::EndPoint::messageReceived, this,
                      &TradeService::handleMessage);
     QObject::connect(&m_endPoint, &LocalCommunication::EndPoint::ready, this,
                      [this] { attempt([this] { tellOfToday(); }); });
-    m_endPoint.subscribe(Channel::GLOBAL, QByteArray(TradeChart::Topic::TRADEQUERY));
-    m_endPoint.subscribe(Channel::MARKET, QByteArray(Topic::QUOTE));
+    m_endPoint.subscribe(Channel::GLOBAL, {TradeChart::Topic::TRADEQUERY, Topic::TRADEPRESENCE});
+    if (!ledger->isReadOnly()) {
+        beginDealing();
+    }
     m_endPoint.connect(busDirectory);
+    m_presence.start(busDirectory);
+}
+
+void TradeService::beginDealing()
+{
+    m_endPoint.subscribe(Channel::MARKET, QByteArray(Topic::QUOTE));
     QObject::connect(&m_settleTimer, &QTimer::timeout, this, [this] { attempt([this] { settle(); }); });
     m_settleTimer.start(settleInterval);
 }
@@ -63,7 +72,12 @@ TradeService::TradeService(const QString &busDirectory, Ledger *ledger)
 void TradeService::handleMessage(const QByteArray &topic, const QByteArray &payload,
                                  const QByteArray &replyChannel)
 {
-    if (!m_isStopped) {
+    if (m_isStopped) {
+        return;
+    }
+    if (topic == Topic::TRADEPRESENCE) {
+        m_presence.hear(payload);
+    } else {
         topic == Topic::QUOTE ? handleQuote(payload) : handleQuestion(payload, replyChannel);
     }
 }

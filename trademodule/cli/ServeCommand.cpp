@@ -6,9 +6,12 @@
 #include "trademodule/cli/TerminationSignals.h"
 #include "trademodule/cli/UsageError.h"
 #include "trademodule/ledger/ServingLease.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QTimer>
+#include <QUuid>
 
 #include <chrono>
 
@@ -37,10 +40,28 @@ void beat(ServingLease *lease)
     }
 }
 
+/// What other programs on the bus are told of this one.
+Trading::TradePresence presenceOf(const Ledger &ledger, const LedgerServer &server)
+{
+    Trading::TradePresence presence;
+    presence.instance = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    presence.isOnline = true;
+    presence.fence = server.fence;
+    presence.version = QCoreApplication::applicationVersion();
+    presence.protocol = QStringLiteral("1");
+    presence.can = QStringList{QLatin1String(Trading::Capability::CLIENTNO)};
+    presence.host = server.process.host;
+    presence.process = server.process.number;
+    presence.since = QDateTime::fromString(server.since, Qt::ISODate);
+    presence.isReadOnly = ledger.isReadOnly();
+    presence.ledger = ledger.shownLocation();
+    return presence;
+}
+
 int answerCharts(const Invocation &invocation, Ledger *ledger, ServingLease *lease)
 {
     ledger->setPatience(patience);
-    const TradeService service(invocation.bus(), ledger);
+    const TradeService service(invocation.bus(), ledger, presenceOf(*ledger, lease->server()));
     QObject::connect(&service, &TradeService::leaseLost, &endWith);
     QTimer heart;
     QObject::connect(&heart, &QTimer::timeout, &service, [lease] { beat(lease); });

@@ -35,11 +35,12 @@ void Ledger::add(const Execution &execution)
     ExecutionTable executions(&m_database);
     HoldingTable holdings(&m_database);
     executions.add(id, execution);
-    if (executions.hasLater(id, execution)) {
-        holdings.addUp(id, execution.security);
+    Holding holding = holdings.find(execution.security);
+    const bool mustKnowEachBuy = holding.method() == CostMethod::Fifo && execution.side == Side::Sell;
+    if (mustKnowEachBuy || executions.hasLater(id, execution)) {
+        holdings.addUp({id, execution.security, QString()});
         return;
     }
-    Holding holding = holdings.find(execution.security);
     holding.add(execution);
     holdings.set(id, holding);
 }
@@ -62,10 +63,20 @@ QVector<ImportedStatement> Ledger::imports()
 void Ledger::undoImport(qint64 number)
 {
     Transaction transaction(&m_database);
-    HoldingTable holdings(&m_database);
-    for (const qint64 id : StatementTable(&m_database).remove(number)) {
-        holdings.addUp(id);
-    }
+    StatementTable(&m_database).remove(number);
+    HoldingTable(&m_database).addUpAll();
+    transaction.commit();
+}
+
+CostMethod Ledger::costMethod()
+{
+    return HoldingTable(&m_database).method();
+}
+
+void Ledger::setCostMethod(CostMethod method)
+{
+    Transaction transaction(&m_database);
+    HoldingTable(&m_database).setMethod(method);
     transaction.commit();
 }
 

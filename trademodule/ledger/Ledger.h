@@ -34,6 +34,11 @@ public:
     /// Takes an import back as a whole. An Error when there is none of this number.
     void undoImport(qint64 number);
 
+    /// How the costs of holdings are reckoned; the moving average in a new ledger.
+    CostMethod costMethod();
+    /// Reckons all costs anew: a second or two for a million entries.
+    void setCostMethod(CostMethod method);
+
     /// Money that moved otherwise than by trades, oldest first.
     MoneyEntries money();
 
@@ -54,7 +59,11 @@ public:
     /// The same on all markets.
     QVector<Position> allPositions();
 
+    /// True when nothing can be changed: every change fails as a LedgerError that says so.
+    bool isReadOnly() const { return m_database.isReadOnly(); }
+
     /// See Database.
+    QString shownLocation() const { return m_database.shownLocation(); }
     void setPatience(std::chrono::milliseconds patience) { m_database.setPatience(patience); }
 
     // For OrderBook, inside its transactions.

@@ -153,6 +153,9 @@ const std::vector<QStringList> &migrations()
                 id INTEGER PRIMARY KEY CHECK (id = 1),
                 text TEXT NOT NULL))"),
         },
+        {
+            QStringLiteral("ALTER TABLE account ADD COLUMN cost_method TEXT NOT NULL DEFAULT 'average'"),
+        },
     };
     return steps;
 }
@@ -221,8 +224,16 @@ void migrateSchema(Database *database)
 
 void migrateSchema(Database *database, int to)
 {
-    if (schemaVersion(database) == to) {
+    const int found = schemaVersion(database);
+    if (found == to) {
         return;
+    }
+    refuseNewer(found);
+    if (database->isReadOnly()) {
+        throw Error(translated("the ledger has version %1 and can only be read: it cannot be brought up to "
+                               "version %2, which this program needs")
+                        .arg(found)
+                        .arg(to));
     }
     Transaction transaction(database);
     const int version = schemaVersion(database); // another process may have been faster

@@ -105,6 +105,9 @@ void ServingLease::refuseLost()
 
 QString ServingLease::ownersName()
 {
+    if (m_database->isReadOnly()) {
+        return translated("another process, only for reading");
+    }
     const LedgerServer server = m_table.server();
     return translated("process %1 on %2, since %3")
         .arg(QString::number(server.process.number), server.process.host, server.since);

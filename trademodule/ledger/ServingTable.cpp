@@ -27,6 +27,9 @@ qint64 ServingTable::fence()
 LedgerServer ServingTable::enter()
 {
     const QString now = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
+    if (m_database->isReadOnly()) {
+        return {ProcessIdentity::own(), now, fence()};
+    }
     Transaction transaction(m_database);
     const LedgerServer own{ProcessIdentity::own(), now, fence() + 1};
     m_database->run(

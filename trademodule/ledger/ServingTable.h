@@ -24,6 +24,7 @@ public:
     qint64 fence();
 
     /// Enters this process as the one that serves from now on, with the next fence; a transaction of its own.
+    /// A ledger that can only be read keeps its fence, and does not hear of it.
     LedgerServer enter();
 
 private:

@@ -785,5 +785,21 @@
         <source>Waits while another process serves the ledger, and follows it when it ends.</source>
         <translation>其他进程为此账本提供服务时待命，并在其结束后接替。</translation>
     </message>
+    <message>
+        <source>the ledger has version %1 and can only be read: it cannot be brought up to version %2, which this program needs</source>
+        <translation>账本为版本 %1 且只能读取：无法升级到本程序所需的版本 %2</translation>
+    </message>
+    <message>
+        <source>the ledger %1 lies where no write-ahead log can be had: who reads it waits while another program writes</source>
+        <translation>账本 %1 所在的位置无法使用预写日志：其他程序写入时，读取者需等待</translation>
+    </message>
+    <message>
+        <source>the ledger can only be read: nothing can be changed in it</source>
+        <translation>账本只能读取，无法更改</translation>
+    </message>
+    <message>
+        <source>another process, only for reading</source>
+        <translation>另一进程，仅供读取</translation>
+    </message>
 </context>
 </TS>

@@ -2,6 +2,33 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>LedgerAdvice</name>
+    <message>
+        <source>The file is no ledger or is damaged: name another one with --ledger, or bring a copy of it back.</source>
+        <translation>该文件不是账本或已损坏：请用 --ledger 指定另一个，或恢复其备份。</translation>
+    </message>
+    <message>
+        <source>See whether the folder of the ledger is there and may be written to.</source>
+        <translation>请检查账本所在文件夹是否存在、是否可写。</translation>
+    </message>
+    <message>
+        <source>See whether the ledger and its folder may be written to.</source>
+        <translation>请检查账本及其文件夹是否可写。</translation>
+    </message>
+    <message>
+        <source>Make room on the disk of the ledger.</source>
+        <translation>请在账本所在磁盘上腾出空间。</translation>
+    </message>
+    <message>
+        <source>See whether the disk of the ledger is full or broken.</source>
+        <translation>请检查账本所在磁盘是否已满或损坏。</translation>
+    </message>
+    <message>
+        <source>See whether the ledger's database server runs and can be reached.</source>
+        <translation>请检查账本的数据库服务器是否在运行、能否连接。</translation>
+    </message>
+</context>
+<context>
     <name>BarFile</name>
     <message>
         <source>&quot;%1&quot; is not a number</source>
@@ -154,6 +181,14 @@
         <source>There is not enough cash available.</source>
         <translation>可用资金不足。</translation>
     </message>
+    <message>
+        <source>The account can only be read.</source>
+        <translation>账户只读，不能下单。</translation>
+    </message>
+    <message>
+        <source>There is no price yet.</source>
+        <translation>尚无价格。</translation>
+    </message>
 </context>
 <context>
     <name>OverlayKind</name>
@@ -278,6 +313,10 @@
         <source>Written to %1</source>
         <translation>已保存到 %1</translation>
     </message>
+    <message>
+        <source>%1 (paper)</source>
+        <translation>%1（模拟）</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::OrderTicket</name>
@@ -321,6 +360,10 @@
         <source>At most %1</source>
         <translation>最多 %1 股</translation>
     </message>
+    <message>
+        <source>Account %1</source>
+        <translation>账户 %1</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::OrdersPanel</name>
@@ -343,6 +386,18 @@
     <message>
         <source>%1 · no answer from the trading module</source>
         <translation>%1 · 交易模块没有应答</translation>
+    </message>
+    <message>
+        <source>%1 · at the replayed quote</source>
+        <translation>%1 · 按回放行情计价</translation>
+    </message>
+    <message>
+        <source>%1 · refused: %2</source>
+        <translation>%1 · 被拒绝：%2</translation>
+    </message>
+    <message>
+        <source>Positions · refused: %1</source>
+        <translation>持仓 · 被拒绝：%1</translation>
     </message>
 </context>
 <context>
@@ -464,6 +519,10 @@
         <source>An order of the replay was not taken: %1</source>
         <translation>回放中的委托未被接受：%1</translation>
     </message>
+    <message>
+        <source>The trading module does not answer. The replay waits for it; Space plays without it.</source>
+        <translation>交易模块没有应答，回放正在等待；按空格键可不经交易模块回放。</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TradeDocks</name>
@@ -479,12 +538,28 @@
         <source>Order ticket: buy, sell</source>
         <translation>下单：买入、卖出</translation>
     </message>
+    <message>
+        <source>Ask before an order is sent</source>
+        <translation>下单前询问</translation>
+    </message>
+    <message>
+        <source>Do not ask again (menu View asks again)</source>
+        <translation>不再询问（可在“视图”菜单中恢复）</translation>
+    </message>
+    <message>
+        <source>The account is not told: %1</source>
+        <translation>无法得知账户情况：%1</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TradeModuleProcess</name>
     <message>
         <source>The trading module has ended (exit code %1) and is started again.</source>
         <translation>交易模块已退出（退出码 %1），正在重新启动。</translation>
+    </message>
+    <message>
+        <source>The trading module did not answer any more; another one is started in its place.</source>
+        <translation>交易模块不再应答，正在另行启动一个。</translation>
     </message>
     <message>
         <source>The trading module has ended and is started again: %1</source>
@@ -583,6 +658,22 @@
         <source>Profit</source>
         <translation>盈亏</translation>
     </message>
+    <message>
+        <source>Close of %1</source>
+        <translation>%1 收盘价</translation>
+    </message>
+    <message>
+        <source>No price is known</source>
+        <translation>没有已知价格</translation>
+    </message>
+    <message>
+        <source>Quote of %1</source>
+        <translation>%1 的行情</translation>
+    </message>
+    <message>
+        <source>Replayed quote of %1</source>
+        <translation>%1 的回放行情</translation>
+    </message>
 </context>
 <context>
     <name>WindowPrompts</name>
@@ -678,16 +769,73 @@
         <translation>委托编号：%1</translation>
     </message>
     <message>
-        <source>Order %1 is not cancelled: %2</source>
-        <translation>委托 %1 未撤销：%2</translation>
+        <source>%1 is not cancelled: %2</source>
+        <translation>%1 未撤销：%2</translation>
     </message>
     <message>
-        <source>Order %1 is not cancelled: there is no connection to the trading module</source>
-        <translation>委托 %1 未撤销：没有连接到交易模块</translation>
+        <source>%1 is not cancelled: there is no connection to the trading module</source>
+        <translation>%1 未撤销：没有与交易模块的连接</translation>
     </message>
     <message>
-        <source>No answer yet to the cancellation of order %1</source>
-        <translation>委托 %1 的撤单尚无应答</translation>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>%1: no answer yet to its cancellation</source>
+        <translation>%1：撤单尚无应答</translation>
+    </message>
+    <message>
+        <source>%1: no answer yet; asked again about this one order</source>
+        <translation>%1：尚无应答，已就同一笔委托再次询问</translation>
+    </message>
+    <message>
+        <source>Account: %1</source>
+        <translation>账户：%1</translation>
+    </message>
+    <message>
+        <source>Amount without fees: %1</source>
+        <translation>金额（不含费用）：%1</translation>
+    </message>
+    <message>
+        <source>Do not send</source>
+        <translation>不发送</translation>
+    </message>
+    <message>
+        <source>Order %1 of %2</source>
+        <translation>%2 的委托 %1</translation>
+    </message>
+    <message>
+        <source>Send an order</source>
+        <translation>下单</translation>
+    </message>
+    <message>
+        <source>Send this order?</source>
+        <translation>发送这笔委托？</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::QuoteFeed</name>
+    <message>
+        <source>the bus was away at %1</source>
+        <translation>%1 时总线不可用</translation>
+    </message>
+</context>
+<context>
+    <name>ReplayLock</name>
+    <message>
+        <source>The replay cannot be locked: %1 cannot be written.</source>
+        <translation>无法锁定回放：%1 不可写。</translation>
+    </message>
+    <message>
+        <source>This account is replayed in another window (process %1). End that replay first.</source>
+        <translation>另一个窗口（进程 %1）正在此账户上回放，请先结束那次回放。</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::TradingSession</name>
+    <message>
+        <source>Only a chart of minutes can be replayed.</source>
+        <translation>只能回放分时图。</translation>
     </message>
 </context>
 <context>

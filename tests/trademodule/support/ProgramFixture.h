@@ -105,7 +105,7 @@ protected:
             ASSERT_TRUE(m_chart.join(m_broker.address()));
         }
         m_chart.setRequestTimeout(200); // the module may not be there yet
-        ASSERT_TRUE(waitUntil([this] { return !ask("{\"cmd\":\"?\"}").isEmpty(); }, 60000));
+        ASSERT_TRUE(waitUntil([this] { return !ask("{\"cmd\":\"?\"}").isEmpty(); }, std::chrono::minutes(1)));
         m_chart.setRequestTimeout(20000);
     }
 
@@ -118,8 +118,10 @@ protected:
     void TearDown() override
     {
         if (m_module) {
-            m_module->terminate();
-            EXPECT_TRUE(m_module->waitForFinished(60000));
+            if (m_module->state() != QProcess::NotRunning) {
+                m_module->terminate();
+                EXPECT_TRUE(m_module->waitForFinished(60000));
+            }
             EXPECT_EQ(m_module->exitCode(), 0);
             EXPECT_EQ(m_module->exitStatus(), QProcess::NormalExit);
         }
