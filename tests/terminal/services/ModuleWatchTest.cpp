@@ -18,6 +18,8 @@ using LocalCommunication::EndPoint;
 using Trading::TradePresence;
 
 namespace Terminal {
+
+using namespace std::chrono_literals;
 namespace {
 
 /// A trading module as far as the watch is concerned.
@@ -163,7 +165,7 @@ TEST_F(ModuleWatchTest, SeesTheSuccessorOfAModule)
 
     module.leave(); // its farewell is a late word
 
-    EXPECT_FALSE(waitUntil([this] { return watch.state() == State::Absent; }, 200));
+    EXPECT_FALSE(waitUntil([this] { return watch.state() == State::Absent; }, 200ms));
 }
 
 TEST_F(ModuleWatchTest, FindsWithinTenSecondsThatAModuleHangs)
@@ -174,7 +176,7 @@ TEST_F(ModuleWatchTest, FindsWithinTenSecondsThatAModuleHangs)
     module.announce(online());
     ASSERT_TRUE(waitUntil([&usual] { return usual.state() == State::Answering; }));
     module.hang();
-    EXPECT_TRUE(waitUntil([&usual] { return usual.state() == State::Silent; }, 10000));
+    EXPECT_TRUE(waitUntil([&usual] { return usual.state() == State::Silent; }, 10s));
 }
 
 TEST_F(ModuleWatchTest, HearsOfAModuleThatHungWhenItAnswersAgain)
@@ -207,7 +209,7 @@ TEST_F(ModuleWatchTest, OpensAGateWhenAQuestionAskedThenIsAnswered)
     module.hang();
     bool isOpen = false;
     watch.answerGate()(&watch, [&isOpen] { isOpen = true; });
-    EXPECT_FALSE(waitUntil([&isOpen] { return isOpen; }, 300));
+    EXPECT_FALSE(waitUntil([&isOpen] { return isOpen; }, 300ms));
     module.answer(R"({"success":true})");
     EXPECT_TRUE(waitUntil([&isOpen] { return isOpen; }));
 }

@@ -9,6 +9,8 @@
 
 namespace TradeModule {
 
+using namespace std::chrono_literals;
+
 namespace {
 
 using ::testing::HasSubstr;
@@ -103,7 +105,7 @@ TEST_F(StandbyTest, FollowsAnOwnerThatEnds)
 {
     owner().terminate();
 
-    EXPECT_TRUE(waitUntil([this] { return standbyServes(); }, 5000));
+    EXPECT_TRUE(waitUntil([this] { return standbyServes(); }, 5s));
 }
 
 TEST_F(StandbyTest, FollowsAnOwnerThatWasKilledWithinFiveSeconds)
@@ -111,21 +113,21 @@ TEST_F(StandbyTest, FollowsAnOwnerThatWasKilledWithinFiveSeconds)
     ASSERT_EQ(ask(placing)[QStringLiteral("ordersno")], QJsonValue(QStringLiteral("1")));
     signalTo(owner(), SIGKILL);
 
-    EXPECT_TRUE(waitUntil([this] { return standbyServes(); }, 5000));
+    EXPECT_TRUE(waitUntil([this] { return standbyServes(); }, 5s));
     EXPECT_EQ(ask(placing)[QStringLiteral("ordersno")], QJsonValue(QStringLiteral("2")));
 }
 
 TEST_F(StandbyTest, FollowsAnOwnerThatIsFrozenAndChangesNothingWhenItWakesUp)
 {
-    constexpr int frozenForLong = 10000;
-    constexpr int longestFollowing = 20000;
+    constexpr std::chrono::milliseconds frozenForLong = 10s;
+    constexpr auto longestFollowing = 20s;
     QElapsedTimer clock;
     clock.start();
     signalTo(owner(), SIGSTOP);
     EXPECT_TRUE(ask(placing).isEmpty()); // waits in the frozen one's inbox
 
     ASSERT_TRUE(waitUntil([this] { return standbyServes(); }, longestFollowing));
-    EXPECT_GE(clock.elapsed(), frozenForLong);
+    EXPECT_GE(clock.elapsed(), frozenForLong.count());
     if (owner().state() == QProcess::Running) { // only its connection could be ended
         signalTo(owner(), SIGCONT);
         ASSERT_TRUE(waitUntil([this] { return owner().state() == QProcess::NotRunning; }));
