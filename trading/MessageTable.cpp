@@ -244,15 +244,17 @@ MessageKeys newOrder()
 
 MessageRow notification()
 {
-    return {MessageRole::Notification,
-            TradeChart::Topic::TRADENOTIFY,
-            nullptr,
-            "an order or a trade has changed, or the module has joined the bus",
-            {{STKCODE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored, "of this security"},
-             {MARKET, JsonType::Text, Form::MarketNumber, optional, WhenWrong::Nothing, "its market"},
-             {RTSORDERNO, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of this order"},
-             {RTSORDERSTATUS, JsonType::Text, Form::OrderStatus, optional, WhenWrong::Nothing,
-              "its status now"}}};
+    return {
+        MessageRole::Notification,
+        TradeChart::Topic::TRADENOTIFY,
+        nullptr,
+        "an order or a trade has changed, or the module has joined the bus",
+        {{STKCODE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored, "of this security"},
+         {MARKET, JsonType::Text, Form::MarketNumber, optional, WhenWrong::Nothing, "its market"},
+         {RTSORDERNO, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of this order"},
+         {RTSORDERSTATUS, JsonType::Text, Form::OrderStatus, optional, WhenWrong::Nothing, "its status now"},
+         {RTSDATE, JsonType::Text, Form::Day, optional, WhenWrong::Nothing,
+          "there when trades were entered, up to this day: past ones are to be asked for anew"}}};
 }
 
 MessageRow presence()

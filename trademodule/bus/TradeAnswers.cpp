@@ -203,7 +203,9 @@ QJsonObject changeNotification(const Order &changed)
 
 QJsonObject changeNotification(const Execution &newest)
 {
-    return notification(newest.security, newest.orderNo, key(TradeChart::OrderStatus::Dealed));
+    QJsonObject change = notification(newest.security, newest.orderNo, key(TradeChart::OrderStatus::Dealed));
+    change[key(RTSDATE)] = newest.date.text();
+    return change;
 }
 
 QJsonObject changeNotification(const SecurityId &held)
