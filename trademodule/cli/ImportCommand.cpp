@@ -106,18 +106,11 @@ int import(const Invocation &invocation)
 {
     const QString path = invocation.arguments(1, translated("one FILE to import")).constFirst();
     const ImportOptions options = importOptions(invocation);
-<<<<<<< HEAD
     if (invocation.isSet(QStringLiteral("suggest"))) {
         return suggest(path, options);
     }
-    Ledger ledger(ledgerLocation(invocation, options));
-    const ImportReport report = importWithBars(path, options, &ledger);
-=======
     Ledger ledger(ledgerLocation(invocation, options), options.mode);
-    ProgressBar bar(translated("Importing"));
-    const ImportReport report =
-        importStatement(path, options, &ledger, [&bar](int done, int total) { bar.show(done, total); });
->>>>>>> main
+    const ImportReport report = importWithBars(path, options, &ledger);
     print(describe(report, path, options).join(QLatin1Char('\n')) + QLatin1Char('\n'));
     if (report.isRefused) {
         return Failed;

@@ -910,7 +910,6 @@
         <translation>另一进程，仅供读取</translation>
     </message>
     <message>
-<<<<<<< HEAD
         <source>&quot;%1&quot; is no cost price in yuan</source>
         <translation>“%1”不是以元计的成本价</translation>
     </message>
@@ -1063,10 +1062,6 @@
         <translation>行权</translation>
     </message>
     <message>
-        <source>fees</source>
-        <translation>费用</translation>
-    </message>
-    <message>
         <source>file</source>
         <translation>文件</translation>
     </message>
@@ -1153,10 +1148,6 @@
     <message>
         <source>reinvested dividends</source>
         <translation>红利再投资</translation>
-    </message>
-    <message>
-        <source>sales</source>
-        <translation>卖出</translation>
     </message>
     <message>
         <source>shares without a trade: %1 (%2)</source>
@@ -1257,14 +1248,12 @@
     <message>
         <source>… and %1 like these</source>
         <translation>……另有%1类似</translation>
-=======
         <source>the ledger %1 is not there any more: it was removed or moved. Nothing was changed</source>
         <translation>账本 %1 已不存在：已被删除或移走。未作任何更改</translation>
     </message>
     <message>
         <source>another file was put in the place of the ledger %1. Nothing was changed; end this program and start it again</source>
         <translation>账本 %1 的位置已换成另一个文件。未作任何更改；请结束并重新启动本程序</translation>
->>>>>>> main
     </message>
 </context>
 </TS>
