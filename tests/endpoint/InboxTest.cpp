@@ -18,6 +18,8 @@ using LocalCommunication::Inbox;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
+using namespace std::chrono_literals;
+
 namespace {
 
 class InboxTest : public ::testing::Test

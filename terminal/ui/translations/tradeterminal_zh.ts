@@ -821,7 +821,7 @@
     </message>
 </context>
 <context>
-    <name>Terminal::QuoteFeed</name>
+    <name>Replay</name>
     <message>
         <source>the bus was away at %1</source>
         <translation>%1 时总线不可用</translation>
