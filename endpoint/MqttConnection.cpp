@@ -105,6 +105,16 @@ QString errorText(int code)
     return text;
 }
 
+/// From "OpenSSL Error[0]: error:0A000086:SSL routines::certificate verify failed".
+QString tlsReasonIn(const QString &line)
+{
+    QString reason = line.section(QLatin1Char(':'), -1).trimmed();
+    if (reason.contains(QLatin1String("certificate verify failed"))) {
+        reason += QStringLiteral(" (it is out of date, or the authority of ca_file has not signed it)");
+    }
+    return reason;
+}
+
 /// False when nothing happens for so long that it is not waited for any more.
 bool isReady(int descriptor, short events)
 {
@@ -203,6 +213,14 @@ struct MqttConnection::Callbacks
         static_cast<MqttConnection *>(self)->m_received.push_back(std::move(copy));
     }
 
+    /// Of an error of TLS the library's result says no more than that there was one.
+    static void logged(mosquitto *, void *self, int level, const char *text)
+    {
+        if (level == MOSQ_LOG_ERR) {
+            static_cast<MqttConnection *>(self)->m_tlsReason = tlsReasonIn(QString::fromLocal8Bit(text));
+        }
+    }
+
     static void sent(mosquitto *, void *self, int packet, int reason, const mosquitto_property *)
     {
         auto *connection = static_cast<MqttConnection *>(self);
@@ -221,16 +239,24 @@ void MqttConnection::HandleDeleter::operator()(mosquitto *handle) const
     mosquitto_destroy(handle);
 }
 
+/// The library makes a pair of sockets for each.
+MqttConnection::Handle MqttConnection::newHandle(const QByteArray &clientId, MqttConnection *self)
+{
+    const Platform::SocketPairGuard kept;
+    return Handle(mosquitto_new(clientId.constData(), true, self));
+}
+
 MqttConnection::MqttConnection(BusAddress address, const QByteArray &clientId,
                                const std::optional<BusMessage> &will)
     : m_address(std::move(address))
 {
     initializeLibrary();
-    m_handle.reset(mosquitto_new(clientId.constData(), true, this));
+    m_handle = newHandle(clientId, this);
     mosquitto_connect_v5_callback_set(m_handle.get(), &Callbacks::connected);
     mosquitto_disconnect_v5_callback_set(m_handle.get(), &Callbacks::disconnected);
     mosquitto_subscribe_v5_callback_set(m_handle.get(), &Callbacks::subscribed);
     mosquitto_message_v5_callback_set(m_handle.get(), &Callbacks::received);
+    mosquitto_log_callback_set(m_handle.get(), &Callbacks::logged);
     mosquitto_publish_v5_callback_set(m_handle.get(), &Callbacks::sent);
     m_error = configure(will);
 }
@@ -389,6 +415,9 @@ bool MqttConnection::succeeded(int code)
         return true;
     }
     m_error = errorText(code);
+    if (!m_tlsReason.isEmpty()) {
+        m_error += QStringLiteral(": ") + m_tlsReason;
+    }
     if (code == MOSQ_ERR_CONN_LOST && isLocal() && !m_accepted) {
         m_error += QStringLiteral(" (a line ALL: ALL in /etc/hosts.deny has this effect too)");
     }

@@ -16,11 +16,10 @@ namespace LocalCommunication {
 /// is there, or before a trading module is, they are never answered.
 ///
 ///  1. start() joins the bus and asks, again and again, a question that changes nothing.
-///  2. ready() follows when a trading module has answered it or has announced itself; timeIsUp() when that
-///  takes
-///     longer than the limit, so that no chart waits for ever. ready() may still follow then.
-///  3. The terminal creates its overlays at the first of both, and makes them anew at a ready() after
-///  timeIsUp().
+///  2. ready() follows when a trading module has answered it or has announced itself; timeIsUp() when
+///     that takes longer than the limit, so that no chart waits for ever. ready() may still follow then.
+///  3. The terminal creates its overlays at the first of both, and makes them anew at a ready() that
+///     follows timeIsUp().
 ///
 /// Nothing is held back meanwhile: overlays that are created earlier work, but lack what they asked in vain.
 class ENDPOINT_EXPORT Readiness : public QObject
@@ -28,6 +27,7 @@ class ENDPOINT_EXPORT Readiness : public QObject
     Q_OBJECT
 
 public:
+    /// Starts nothing yet.
     explicit Readiness(QObject *parent = nullptr);
     ~Readiness() override;
 

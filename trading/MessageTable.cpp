@@ -132,6 +132,13 @@ const RecordShape &placedOrder()
     return shape;
 }
 
+MessageKey costMethod()
+{
+    return {CostFields::COSTMETHOD, JsonType::Text,
+            Form::Filled,           optional,
+            WhenWrong::Nothing,     "how costs are reckoned: \"average\", \"diluted\" or \"fifo\""};
+}
+
 const RecordShape &position()
 {
     static const RecordShape shape{
@@ -323,7 +330,8 @@ const std::vector<MessageRow> &messageTable()
         question(HOLDERCOSTPRICE, "the cost of the holding"),
         answer(HOLDERCOSTPRICE, {JsonType::Record, holding()},
                {{COSTPRICE, JsonType::Text, Form::Cost, optional, WhenWrong::Zero,
-                 "the cost again, \"nan\" without one and in a failure; the combined overlay reads this"}}),
+                 "the cost again, \"nan\" without one and in a failure; the combined overlay reads this"},
+                costMethod()}),
         question(TODAYTRADE, "trades of today"),
         answer(TODAYTRADE, {JsonType::Rows, tradeOfToday()}),
         question(HISTORYTRADE, "trades of these days but not of today, oldest first", daysAsked()),
@@ -341,7 +349,7 @@ const std::vector<MessageRow> &messageTable()
                {{PlaceFields::CLIENTNO, JsonType::Text, Form::ClientNumber, optional, WhenWrong::Nothing,
                  "the question's, when it had one"}}),
         question(ACCOUNTINFO, "cash and positions"),
-        answer(ACCOUNTINFO, {JsonType::Record, account()}),
+        answer(ACCOUNTINFO, {JsonType::Record, account()}, {costMethod()}),
         notification(),
         presence(),
         quote(),

@@ -8,10 +8,14 @@
 #include <QLocalSocket>
 #include <QTemporaryDir>
 
+#include <chrono>
+
 using namespace std::chrono_literals;
 
 using LocalCommunication::EndPoint;
 using ::testing::ElementsAre;
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -139,7 +143,7 @@ TEST_F(Outage, OfAHangingBrokerStopsNobody)
         crowd.push_back(std::make_unique<RecordingEndPoint>());
         expectNoWaiting([&] { crowd.back()->connect(broker.address()); });
     }
-    member.setRequestTimeout(300);
+    member.setRequestTimeout(300ms);
     QElapsedTimer clock;
     clock.start();
     EXPECT_EQ(member.request("TradeQuery", "x"), QByteArray());

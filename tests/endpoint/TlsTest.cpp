@@ -2,6 +2,8 @@
 
 #include "tests/endpoint/TlsTest.h"
 
+#include <chrono>
+
 using namespace std::chrono_literals;
 
 TEST_F(Tls, CarriesMessagesAndRequests)
@@ -15,7 +17,7 @@ TEST_F(Tls, CarriesMessagesAndRequests)
 
     EXPECT_TRUE(sender.sendMessage("c", "t", "p"));
     EXPECT_TRUE(receiver.waitForMessages(1));
-    sender.setRequestTimeout(20000);
+    sender.setRequestTimeout(20s);
     EXPECT_EQ(sender.request("TradeQuery", "x"), "answer to x");
 }
 
@@ -38,7 +40,7 @@ TEST_F(Tls, BringsAnAnswerRightAfterConnecting)
 {
     const BackgroundResponder module(goodAddress(), "TradeQuery");
     RecordingEndPoint asker;
-    asker.setRequestTimeout(20000);
+    asker.setRequestTimeout(20s);
     asker.connect(goodAddress());
     asker.subscribe("c", "t");
 

@@ -571,6 +571,13 @@
     </message>
 </context>
 <context>
+    <name>Terminal::TradeServices</name>
+    <message>
+        <source>The bus %1 is not encrypted: everybody on the way to it can read the account and place orders.</source>
+        <translation>总线 %1 未加密：途中任何人都能读取账户并下单。</translation>
+    </message>
+</context>
+<context>
     <name>Terminal::ViewMenu</name>
     <message>
         <source>View</source>
@@ -814,7 +821,7 @@
     </message>
 </context>
 <context>
-    <name>Terminal::QuoteFeed</name>
+    <name>Replay</name>
     <message>
         <source>the bus was away at %1</source>
         <translation>%1 时总线不可用</translation>

@@ -7,6 +7,8 @@
 
 #include <csignal>
 
+#include <chrono>
+
 namespace TradeModule {
 
 using namespace std::chrono_literals;
@@ -28,7 +30,7 @@ protected:
             return;
         }
         ASSERT_TRUE(chart().join(broker().address()));
-        chart().setRequestTimeout(200);
+        chart().setRequestTimeout(std::chrono::milliseconds(200));
         m_owner = startServing();
         ASSERT_TRUE(waitUntil([this] { return isAnswered(); }));
         m_standby = startServing({QStringLiteral("--standby")});
