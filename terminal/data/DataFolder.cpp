@@ -96,7 +96,7 @@ Loaded<Bars> DataFolder::loadBars(const QString &code, ChartPeriod period,
     if (period == ChartPeriod::Minute) {
         return loadMinutes(code, day);
     }
-    auto days = readDailyBars(dailyFile(code));
+    auto days = readDailyBars(dailyFile(code), code);
     if (!days || period == ChartPeriod::Day) {
         return days;
     }
@@ -117,7 +117,7 @@ Bars DataFolder::lastRecordedDayBefore(const QString &code, Trading::TradingDate
 
 std::optional<double> DataFolder::closeBefore(const QString &code, Trading::TradingDate day) const
 {
-    const Bar daily = lastBefore(day, readDailyBars(dailyFile(code)).value());
+    const Bar daily = lastBefore(day, readDailyBars(dailyFile(code), code).value());
     const Bar minute = lastBefore(day, lastRecordedDayBefore(code, day));
     const Bar &last = minute.date > daily.date ? minute : daily;
     const bool isRecent = last.date > 0 && day <= dayOf(last).plusDays(longestClosure);
@@ -134,7 +134,7 @@ Loaded<Bars> DataFolder::loadMinutes(const QString &code, std::optional<Trading:
         return Loaded<Bars>::failure(text("%1: there are no minute bars of %2").arg(m_dir.path(), code));
     }
     const QString file = m_dir.filePath(QStringLiteral("minute/%1_%2.csv").arg(code, day->text()));
-    auto minutes = readMinuteBars(file, day->number());
+    auto minutes = readMinuteBars(file, day->number(), code);
     return minutes ? Loaded<Bars>(withAuctionBar(minutes.value())) : minutes;
 }
 
