@@ -7,7 +7,10 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHostAddress>
 #include <QStandardPaths>
+
+#include <optional>
 
 namespace LocalCommunication {
 
@@ -20,11 +23,25 @@ BusAddress invalidAddress(const QString &problem)
     return address;
 }
 
+/// The first half of the digest, which is long enough to keep buses apart.
+QString digestOf(const QByteArray &name)
+{
+    constexpr int digits = 16;
+    const QByteArray digest = QCryptographicHash::hash(name, QCryptographicHash::Sha256).toHex();
+    return QString::fromLatin1(digest.left(digits));
+}
+
+/// Several buses of one directory, one for each account say, are told apart by the environment.
+QByteArray busName(const QString &canonicalDirectory)
+{
+    const QByteArray directory = QFile::encodeName(canonicalDirectory);
+    const QByteArray instance = qgetenv("TRADEBUS_INSTANCE");
+    return instance.isEmpty() ? directory : directory + '\0' + instance;
+}
+
 BusAddress embeddedAddress(const QString &canonicalDirectory)
 {
-    const QByteArray digest =
-        QCryptographicHash::hash(QFile::encodeName(canonicalDirectory), QCryptographicHash::Sha256).toHex();
-    const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    const QString runtime = Platform::runtimeDirectory();
     if (runtime.isEmpty()) {
         return invalidAddress(
             QStringLiteral("There is no runtime directory for the bus; XDG_RUNTIME_DIR must name "
@@ -33,9 +50,26 @@ BusAddress embeddedAddress(const QString &canonicalDirectory)
     BusAddress address;
     address.isEmbedded = true;
     address.socketPath =
-        QStringLiteral("%1/tradebus-%2/bus.sock").arg(runtime, QString::fromLatin1(digest.left(16)));
+        QStringLiteral("%1/tradebus-%2/bus.sock").arg(runtime, digestOf(busName(canonicalDirectory)));
     address.problem = Platform::socketPathProblem(address.socketPath);
     return address;
+}
+
+/// One that is there, even if it cannot be read: it must not be passed over for another bus.
+std::optional<QString> settingsIn(const QDir &directory)
+{
+    const QFileInfo ini(directory.filePath(QStringLiteral("endpoint.ini")));
+    return ini.exists() || ini.isSymLink() ? std::optional<QString>(ini.filePath()) : std::nullopt;
+}
+
+/// The user's own come first: several accounts may run the terminal of one directory, which is not theirs to
+/// write to.
+std::optional<QString> settingsFor(const QString &canonicalDirectory)
+{
+    const QDir users(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
+    const QString own = QStringLiteral("tradebus-") + digestOf(QFile::encodeName(canonicalDirectory));
+    const std::optional<QString> ofUser = settingsIn(users.filePath(own));
+    return ofUser ? ofUser : settingsIn(canonicalDirectory);
 }
 
 } // namespace
@@ -50,11 +84,14 @@ BusAddress BusAddress::ofDirectory(const QString &directory)
                 .arg(directory));
     }
     const QString canonical = info.canonicalFilePath();
-    const QFileInfo ini(QDir(canonical).filePath(QStringLiteral("endpoint.ini")));
-    if (ini.exists() || ini.isSymLink()) {
-        return EndPointIni(ini.filePath()).read();
-    }
-    return embeddedAddress(canonical);
+    const std::optional<QString> settings = settingsFor(canonical);
+    return settings ? EndPointIni(*settings).read() : embeddedAddress(canonical);
+}
+
+bool BusAddress::isPlainOverNetwork() const
+{
+    const bool isThisMachine = host == QLatin1String("localhost") || QHostAddress(host).isLoopback();
+    return transport == Transport::Tcp && !isThisMachine;
 }
 
 QString BusAddress::toString() const

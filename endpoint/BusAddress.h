@@ -9,9 +9,11 @@ namespace LocalCommunication {
 
 /// Where the bus of a terminal is, and how to get in.
 ///
-/// The directory of the running terminal names the bus instance. A file "endpoint.ini" in it points
-/// to a broker; without that file the bus is the broker that the terminal starts for itself on a
-/// socket of its user's runtime directory. docs/bus-protocol.md lists every key of the file.
+/// The directory of the running terminal names the bus instance. A file "endpoint.ini" of the user for that
+/// directory, or else one in it, points to a broker; without any the bus is the broker that the terminal
+/// starts for itself on a socket of its user's runtime directory, another one for each value of the
+/// environment variable TRADEBUS_INSTANCE. docs/bus-protocol.md tells where the files are and lists every
+/// key.
 struct ENDPOINT_EXPORT BusAddress
 {
     /// How a client reaches the broker.
@@ -22,6 +24,10 @@ struct ENDPOINT_EXPORT BusAddress
 
     /// True without a problem; the members below tell something only then.
     bool isValid() const { return problem.isEmpty(); }
+
+    /// True when everybody on the way to the broker can read and alter what is said: TCP without TLS to
+    /// another machine. The settings have to allow it.
+    bool isPlainOverNetwork() const;
 
     /// For messages to people: "unix:///run/…/bus.sock", "mqtts://host:8883".
     QString toString() const;

@@ -48,6 +48,7 @@ const Scheme *schemeNamed(const QString &name)
 
 const EndPointIni::Key EndPointIni::keys[] = {
     {QLatin1String("url"), &EndPointIni::setUrl},
+    {QLatin1String("allow_plain"), &EndPointIni::setAllowPlain},
     {QLatin1String("prefix"), &EndPointIni::setPrefix},
     {QLatin1String("username"), &EndPointIni::setUsername},
     {QLatin1String("password_file"), &EndPointIni::setPasswordFile},
@@ -77,8 +78,8 @@ bool EndPointIni::isUnderstood()
     for (const QString &key : m_lines.keys()) {
         const auto isKey = [&key](const Key &known) { return key == known.name; };
         if (std::none_of(std::begin(keys), std::end(keys), isKey)) {
-            reject(QStringLiteral("key 'bus/%1' is unknown; the group [bus] takes url, prefix, username, "
-                                  "password_file, ca_file, cert_file and key_file")
+            reject(QStringLiteral("key 'bus/%1' is unknown; the group [bus] takes url, allow_plain, prefix, "
+                                  "username, password_file, ca_file, cert_file and key_file")
                        .arg(key));
             return false;
         }
@@ -100,10 +101,19 @@ void EndPointIni::readKeys()
 void EndPointIni::checkTogether()
 {
     const bool isTls = m_address.transport == BusAddress::Transport::Tls;
+    const bool isTcp = m_address.transport == BusAddress::Transport::Tcp;
     if (m_lines.value(QStringLiteral("url")).isEmpty()) {
         rejectKey(QLatin1String("url"),
                   QStringLiteral("is missing; expected for example "
                                  "url=unix:///path/to/bus.sock or url=mqtts://host:8883"));
+    } else if (m_address.isPlainOverNetwork() && !m_allowsPlain) {
+        rejectKey(QLatin1String("url"),
+                  QStringLiteral("'%1' is not encrypted: everybody on the way can read the account and place "
+                                 "orders; expected mqtts://…, or allow_plain=yes where the network is as "
+                                 "safe as this machine")
+                      .arg(m_address.toString()));
+    } else if (m_allowsPlain && !isTcp) {
+        rejectKey(QLatin1String("allow_plain"), QStringLiteral("is only for url=mqtt://…"));
     } else if (!m_address.password.isEmpty() && m_address.username.isEmpty()) {
         rejectKey(QLatin1String("username"), QStringLiteral("is missing, but password_file is given"));
     } else if (m_address.certFile.isEmpty() != m_address.keyFile.isEmpty()) {
@@ -155,6 +165,14 @@ void EndPointIni::setHost(const QUrl &url, int defaultPort)
     m_address.port = url.port(defaultPort);
     if (m_address.host.isEmpty() || m_address.port <= 0 || url.path().size() > 1) {
         reject(QStringLiteral("'%1' is not of the form %2://host:port").arg(url.toString(), url.scheme()));
+    }
+}
+
+void EndPointIni::setAllowPlain(const QString &value)
+{
+    m_allowsPlain = value == QLatin1String("yes");
+    if (!m_allowsPlain) {
+        reject(QStringLiteral("is '%1'; expected yes, or no such line").arg(value));
     }
 }
 

@@ -34,6 +34,7 @@ private:
     void setUrl(const QString &value);
     void setSocketPath(const QUrl &url);
     void setHost(const QUrl &url, int defaultPort);
+    void setAllowPlain(const QString &value);
     void setPrefix(const QString &value);
     void setUsername(const QString &value) { m_address.username = value.toUtf8(); }
     void setPasswordFile(const QString &value);
@@ -48,6 +49,7 @@ private:
     const QString m_file;
     const BusGroup m_lines;
     QLatin1String m_key; // the one being read, for the text of a problem
+    bool m_allowsPlain = false;
     BusAddress m_address;
 };
 

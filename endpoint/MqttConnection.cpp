@@ -105,6 +105,16 @@ QString errorText(int code)
     return text;
 }
 
+/// From "OpenSSL Error[0]: error:0A000086:SSL routines::certificate verify failed".
+QString tlsReasonIn(const QString &line)
+{
+    QString reason = line.section(QLatin1Char(':'), -1).trimmed();
+    if (reason.contains(QLatin1String("certificate verify failed"))) {
+        reason += QStringLiteral(" (it is out of date, or the authority of ca_file has not signed it)");
+    }
+    return reason;
+}
+
 /// False when nothing happens for so long that it is not waited for any more.
 bool isReady(int descriptor, short events)
 {
@@ -203,6 +213,14 @@ struct MqttConnection::Callbacks
         static_cast<MqttConnection *>(self)->m_received.push_back(std::move(copy));
     }
 
+    /// Of an error of TLS the library's result says no more than that there was one.
+    static void logged(mosquitto *, void *self, int level, const char *text)
+    {
+        if (level == MOSQ_LOG_ERR) {
+            static_cast<MqttConnection *>(self)->m_tlsReason = tlsReasonIn(QString::fromLocal8Bit(text));
+        }
+    }
+
     static void sent(mosquitto *, void *self, int packet, int reason, const mosquitto_property *)
     {
         auto *connection = static_cast<MqttConnection *>(self);
@@ -231,6 +249,7 @@ MqttConnection::MqttConnection(BusAddress address, const QByteArray &clientId,
     mosquitto_disconnect_v5_callback_set(m_handle.get(), &Callbacks::disconnected);
     mosquitto_subscribe_v5_callback_set(m_handle.get(), &Callbacks::subscribed);
     mosquitto_message_v5_callback_set(m_handle.get(), &Callbacks::received);
+    mosquitto_log_callback_set(m_handle.get(), &Callbacks::logged);
     mosquitto_publish_v5_callback_set(m_handle.get(), &Callbacks::sent);
     m_error = configure(will);
 }
@@ -302,7 +321,7 @@ bool MqttConnection::leave()
         if (deadline.hasExpired() || !isReady(descriptor(), POLLOUT)) {
             return false;
         }
-        if (!write()) {
+        if (!succeeded(mosquitto_loop_write(m_handle.get(), 1))) {
             return true; // the broker is gone
         }
     }
@@ -321,12 +340,12 @@ bool MqttConnection::wantsToWrite() const
 
 bool MqttConnection::read()
 {
-    return hasReachedBroker() && succeeded(mosquitto_loop_read(m_handle.get(), 1)) && !m_refused;
+    return hasReachedBroker() && isAliveAfter(mosquitto_loop_read(m_handle.get(), 1)) && !m_refused;
 }
 
 bool MqttConnection::write()
 {
-    return hasReachedBroker() && succeeded(mosquitto_loop_write(m_handle.get(), 1));
+    return hasReachedBroker() && isAliveAfter(mosquitto_loop_write(m_handle.get(), 1));
 }
 
 /// The MQTT library takes a TLS connection that was refused for one that is still on its way, and would
@@ -342,7 +361,7 @@ bool MqttConnection::hasReachedBroker()
 
 bool MqttConnection::keepAlive()
 {
-    return succeeded(mosquitto_loop_misc(m_handle.get()));
+    return isAliveAfter(mosquitto_loop_misc(m_handle.get()));
 }
 
 bool MqttConnection::subscribe(const QVector<QByteArray> &paths)
@@ -354,7 +373,7 @@ bool MqttConnection::subscribe(const QVector<QByteArray> &paths)
     int packet = 0;
     const int code = mosquitto_subscribe_multiple(m_handle.get(), &packet, static_cast<int>(filters.size()),
                                                   filters.data(), atMostOnce, MQTT_SUB_OPT_NO_LOCAL, nullptr);
-    if (!succeeded(code)) {
+    if (!isAliveAfter(code)) {
         return false;
     }
     m_subscriptionsUnderWay.insert(packet, paths);
@@ -371,7 +390,16 @@ bool MqttConnection::publish(const BusMessage &message)
     if (message.isRetained) {
         m_keptUnderWay.insert(packet);
     }
-    return succeeded(code);
+    return isAliveAfter(code);
+}
+
+/// The library does not always say so when it has found the connection lost while it was sending.
+bool MqttConnection::isAliveAfter(int code)
+{
+    if (succeeded(code) && descriptor() < 0) {
+        return succeeded(MOSQ_ERR_CONN_LOST);
+    }
+    return code == MOSQ_ERR_SUCCESS;
 }
 
 bool MqttConnection::succeeded(int code)
@@ -380,6 +408,9 @@ bool MqttConnection::succeeded(int code)
         return true;
     }
     m_error = errorText(code);
+    if (!m_tlsReason.isEmpty()) {
+        m_error += QStringLiteral(": ") + m_tlsReason;
+    }
     if (code == MOSQ_ERR_CONN_LOST && isLocal() && !m_accepted) {
         m_error += QStringLiteral(" (a line ALL: ALL in /etc/hosts.deny has this effect too)");
     }

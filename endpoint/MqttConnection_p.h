@@ -50,10 +50,11 @@ public:
     bool write();
     bool keepAlive();
 
-    /// One packet for the whole list.
+    /// One packet for the whole list. False as for publish().
     bool subscribe(const QVector<QByteArray> &paths);
 
-    /// False when the library refused; error() tells why.
+    /// False when the library refused, or found the connection lost: descriptor() is -1 then. error() tells
+    /// why.
     bool publish(const BusMessage &message);
 
     bool isAccepted() const { return m_accepted; }
@@ -85,6 +86,7 @@ private:
     int configureTls();
     bool hasReachedBroker();
     bool succeeded(int code);
+    bool isAliveAfter(int code);
 
     const BusAddress m_address;
     std::unique_ptr<mosquitto, HandleDeleter> m_handle;
@@ -98,6 +100,7 @@ private:
     std::deque<QString> m_receipts;
     int m_sentCount = 0;
     QString m_error;
+    QString m_tlsReason; // of the last error in the library's own words
     QString m_brokersReason;
 };
 

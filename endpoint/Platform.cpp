@@ -1,6 +1,8 @@
 #include "endpoint/Platform_p.h"
 
 #include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
 
 #include <algorithm>
 #include <csignal>
@@ -73,6 +75,18 @@ void closeDescriptorsBut(int kept)
 
 #ifdef Q_OS_LINUX
 
+/// Without the variable Qt would take a directory in /tmp, and whoever makes that one first keeps its user
+/// off the bus.
+QString runtimeDirectory()
+{
+    if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
+        return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    }
+    const QString usual = QStringLiteral("/run/user/%1").arg(::geteuid());
+    return QFileInfo(usual).isDir() ? usual
+                                    : QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+}
+
 std::optional<uid_t> peerUser(int descriptor)
 {
     ucred credentials{};
@@ -93,6 +107,11 @@ void endWithParent(pid_t parent)
 }
 
 #else
+
+QString runtimeDirectory()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+}
 
 std::optional<uid_t> peerUser(int descriptor)
 {

@@ -8,6 +8,9 @@
 /// What Linux and macOS do differently. Nothing else in this folder depends on the system.
 namespace LocalCommunication::Platform {
 
+/// Where the sockets of this user's programs are; empty when there is no such directory.
+QString runtimeDirectory();
+
 /// Empty, or why a Unix socket cannot have this path: the system's limit is about 100 bytes.
 QString socketPathProblem(const QString &path);
 

@@ -33,6 +33,22 @@ DayPlan planOf(const TerminalOptions &options)
     return plan;
 }
 
+ModuleState moduleStateAt(TradingSession::Stage stage)
+{
+    switch (stage) {
+    case TradingSession::Stage::Apart:
+        return {ModuleState::Unasked};
+    case TradingSession::Stage::Awaiting:
+        return {ModuleState::Awaited};
+    case TradingSession::Stage::Alone:
+        return {ModuleState::Absent};
+    case TradingSession::Stage::Informing:
+    case TradingSession::Stage::Trading:
+        return {ModuleState::Answering};
+    }
+    return {};
+}
+
 } // namespace
 
 TerminalProgram::TerminalProgram(const TerminalOptions &options, const QString &busAddress)
@@ -78,8 +94,9 @@ QString TerminalProgram::open()
     if (!openChart(folder.value().securities().front().code)) {
         return m_window->loadError();
     }
-    if (isReplay()) {
-        m_window->setReplaying(true);
+    const QString problem = isReplay() ? m_window->setReplaying(true) : QString();
+    if (!problem.isEmpty()) {
+        return problem;
     }
     wireServices();
     return openLibrary();
@@ -95,6 +112,9 @@ void TerminalProgram::openSession(const DataFolder &folder)
     }
     m_session = std::make_unique<TradingSession>(folder, planOf(m_options), m_busAddress);
     connect(m_session.get(), &TradingSession::orderRefused, this, &TerminalProgram::tellRefusal);
+    connect(m_session.get(), &TradingSession::replayWaits, this, [this] {
+        tell(tr("The trading module does not answer. The replay waits for it; Space plays without it."));
+    });
     m_window = std::make_unique<MainWindow>(m_session.get(), m_options);
     if (!takesPicture()) {
         settings.restoreLayout(m_window.get(), m_options);
@@ -134,13 +154,20 @@ void TerminalProgram::wireServices()
     m_services = std::make_unique<TradeServices>(ServicePlan{
         m_busAddress, m_options.startsBroker, m_options.moduleProgram, m_options.ledger, m_options.language});
     connect(m_services.get(), &TradeServices::failed, this, &TerminalProgram::tell);
+    m_services->replaceWhenSilent(m_session->module());
     connect(m_services.get(), &TradeServices::ready, this, [this] {
         if (m_snapshot) {
             m_snapshot->listen(m_busAddress); // the session joins when nothing can be missed
         } else {
+            m_window->answers()->start(m_busAddress);
             m_session->join();
         }
     });
+    connect(m_services.get(), &TradeServices::failed, this, [this](const QString &reason) {
+        m_window->setModuleState({ModuleState::Failed, reason});
+    });
+    connect(m_session.get(), &TradingSession::stageChanged, this,
+            [this](TradingSession::Stage stage) { m_window->setModuleState(moduleStateAt(stage)); });
 }
 
 /// A picture of bars alone asks nobody. The orders of a replay are placed without overlays, too, and its
@@ -170,7 +197,7 @@ void TerminalProgram::startSnapshot()
     m_window->ensurePolished();
     m_window->grab();
     m_snapshot =
-        std::make_unique<Snapshot>(Scene{m_window.get(), m_window->screenId(), m_window->chart()->data(),
+        std::make_unique<Snapshot>(Scene{m_window.get(), m_window->answers(), m_window->chart()->data(),
                                          m_options.overlays, m_session->desk()},
                                    m_options.snapshotFile, m_options.timeout);
     wireSnapshot();
@@ -189,6 +216,7 @@ void TerminalProgram::wireSnapshot()
     connect(snapshot, &Snapshot::finished, this, &TerminalProgram::endSnapshot, Qt::QueuedConnection);
     connect(snapshot, &Snapshot::listening, m_session.get(), &TradingSession::join);
     connect(snapshot, &Snapshot::aboutToTake, m_window.get(), &MainWindow::runOverlayUpdates);
+    connect(snapshot, &Snapshot::aboutToTake, m_session->prices(), &LastPrices::readNow);
     connect(m_window.get(), &MainWindow::overlayUpdateAsked, snapshot, &Snapshot::noteUpdate);
     connect(m_session.get(), &TradingSession::stageChanged, snapshot,
             [snapshot](TradingSession::Stage stage) {

@@ -2,6 +2,7 @@
 #include "terminal/Environment.h"
 #include "terminal/TerminalProgram.h"
 #include "terminal/bars/BarsCommand.h"
+#include "terminal/services/BusInstance.h"
 #include "terminal/ui/InterfaceLanguage.h"
 #include "trading/ExchangeTime.h"
 
@@ -92,5 +93,6 @@ int main(int argc, char *argv[])
         complain(QApplication::translate("main", "there is no display; --snapshot FILE.png needs none"));
         return badMachine;
     }
+    enterBusInstance(parsed.value().options.ledger);
     return TerminalProgram(parsed.value().options, QApplication::applicationDirPath()).run();
 }

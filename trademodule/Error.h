@@ -34,4 +34,11 @@ public:
     using LedgerError::LedgerError;
 };
 
+/// This process may not serve the ledger any more: another one does. It changes nothing and ends.
+class LeaseLost : public LedgerError
+{
+public:
+    using LedgerError::LedgerError;
+};
+
 } // namespace TradeModule

@@ -13,7 +13,9 @@ namespace TradeModule {
 using Trading::ClockTime;
 using Trading::Direction;
 using Trading::directionOfCode;
+using Trading::isOnCharts;
 using Trading::Market;
+using Trading::marketInLedger;
 using Trading::marketOfLetters;
 using Trading::marketOfNumber;
 using Trading::Money;

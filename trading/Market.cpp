@@ -17,6 +17,9 @@ struct MarketCodes
 constexpr MarketCodes marketCodes[] = {
     {Market::Shanghai, QLatin1String("SH", 2), QLatin1String("1", 1)},
     {Market::Shenzhen, QLatin1String("SZ", 2), QLatin1String("2", 1)},
+    {Market::Beijing, QLatin1String("BJ", 2), QLatin1String()},
+    {Market::HongKong, QLatin1String("HK", 2), QLatin1String()},
+    {Market::OverTheCounter, QLatin1String("OC", 2), QLatin1String()},
 };
 
 const MarketCodes &codesOf(Market market)
@@ -46,12 +49,18 @@ QString marketNumber(Market market)
 
 std::optional<Market> marketOfLetters(const QString &letters)
 {
+    const std::optional<Market> market = marketInLedger(letters);
+    return market && isOnCharts(*market) ? market : std::nullopt;
+}
+
+std::optional<Market> marketInLedger(const QString &letters)
+{
     return marketOf(letters, &MarketCodes::letters);
 }
 
 std::optional<Market> marketOfNumber(const QString &number)
 {
-    return marketOf(number, &MarketCodes::number);
+    return number.isEmpty() ? std::nullopt : marketOf(number, &MarketCodes::number);
 }
 
 } // namespace Trading

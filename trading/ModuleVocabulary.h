@@ -62,6 +62,8 @@ inline constexpr const char *LOW = "low";
 inline constexpr const char *CLOSE = "close";
 inline constexpr const char *VOLUME = "volume";     ///< shares
 inline constexpr const char *PRECLOSE = "preclose"; ///< close of the day before; may be left out
+inline constexpr const char *RECORDED =
+    "recorded"; ///< the day that is replayed as "date"; of a replay's quotes only
 } // namespace QuoteFields
 
 /// Keys of the account's "data" and of its positions, which have "stkcode", "stkname", "market" and

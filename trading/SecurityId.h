@@ -10,7 +10,7 @@ namespace Trading {
 /// Names a security: the same code may stand for another one on the other market.
 struct SecurityId
 {
-    QString code; ///< six digits
+    QString code; ///< six digits; five in Hong Kong
     Market market = Market::Shanghai;
 
     friend bool operator==(const SecurityId &a, const SecurityId &b)

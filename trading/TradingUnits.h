@@ -1,10 +1,17 @@
 #pragma once
 
-#include <QtGlobal>
+#include "trading/Money.h"
 
 namespace Trading {
 
 /// Orders are for multiples of so many shares; a sell of all that is held may have a rest.
 constexpr qint64 sharesOfLot = 100;
+
+/// From one price to the next: prices are multiples of it.
+constexpr Money priceStep = Money::ofCents(1);
+
+// No security comes near them; with them, no sum of the trading module overflows.
+constexpr Money highestPrice = Money::ofCents(100000000); ///< a million yuan
+constexpr qint64 mostShares = 1000000000;                 ///< of an order
 
 } // namespace Trading

@@ -25,11 +25,11 @@ int listLength(const QObject *caller)
 int CombinedAxis::popupMenu(const char **lines, void *reserved)
 {
     if (lines == nullptr) {
-        return m_chart.popupMenu(lines, reserved);
+        return ForwardingAxis::popupMenu(lines, reserved);
     }
     std::vector<const char *> ended(lines, lines + listLength(m_caller));
     ended.push_back(nullptr);
-    return m_chart.popupMenu(ended.data(), reserved);
+    return ForwardingAxis::popupMenu(ended.data(), reserved);
 }
 
 } // namespace Terminal

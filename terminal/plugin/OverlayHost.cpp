@@ -3,8 +3,6 @@
 #include "terminal/chart/view/ChartSummary.h"
 #include "terminal/chart/view/ChartView.h"
 
-#include <QStringList>
-
 namespace Terminal {
 
 OverlayHost::OverlayHost(ChartView *chart, UserPrompts *prompts, const OverlayLibrary &library,
@@ -56,6 +54,12 @@ const DrawnMarks *OverlayHost::drawnMarks(const OverlayKind &kind) const
 {
     const ShownOverlay *const overlay = m_overlays.find(kind);
     return overlay == nullptr ? nullptr : &overlay->item->marks();
+}
+
+QStringList OverlayHost::drawnLabels(const OverlayKind &kind) const
+{
+    const ShownOverlay *const overlay = m_overlays.find(kind);
+    return overlay == nullptr ? QStringList() : overlay->item->labels();
 }
 
 void OverlayHost::showLoadedBars()

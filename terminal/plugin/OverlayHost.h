@@ -9,6 +9,7 @@
 #include <QByteArray>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <chrono>
 #include <vector>
@@ -37,6 +38,9 @@ public:
 
     /// What the overlay of this kind has drawn last; null when it is not shown.
     const DrawnMarks *drawnMarks(const OverlayKind &kind) const;
+
+    /// The texts of the labels that it has drawn last.
+    QStringList drawnLabels(const OverlayKind &kind) const;
 
     /// What of them answers to mouse and keys.
     PointerTarget *pointer() { return &m_pointer; }

@@ -20,11 +20,11 @@ const std::vector<OverlayKind> &overlayKinds()
     constexpr auto factory = OverlayClass::Factory;
     constexpr auto combined = OverlayClass::Combined;
     static const std::vector<OverlayKind> kinds = {
-        {"cost", factory, 0, QT_TRANSLATE_NOOP("OverlayKind", "Cost"), false, cost},
-        {"trades", factory, 1, QT_TRANSLATE_NOOP("OverlayKind", "Trades"), true, trades},
-        {"orders", factory, 2, QT_TRANSLATE_NOOP("OverlayKind", "Orders"), true, orders},
-        {"combined-cost", combined, 0, QT_TRANSLATE_NOOP("OverlayKind", "Combined cost"), true, {}},
-        {"combined-trades", combined, 1, QT_TRANSLATE_NOOP("OverlayKind", "Combined trades"), true,
+        {"cost", factory, 0, QT_TRANSLATE_NOOP("OverlayKind", "Cost"), false, true, cost},
+        {"trades", factory, 1, QT_TRANSLATE_NOOP("OverlayKind", "Trades"), true, false, trades},
+        {"orders", factory, 2, QT_TRANSLATE_NOOP("OverlayKind", "Orders"), true, false, orders},
+        {"combined-cost", combined, 0, QT_TRANSLATE_NOOP("OverlayKind", "Combined cost"), true, true, {}},
+        {"combined-trades", combined, 1, QT_TRANSLATE_NOOP("OverlayKind", "Combined trades"), true, false,
          combinedTrades},
     };
     return kinds;
@@ -43,6 +43,17 @@ bool OverlayQuestion::isAsked(ChartPeriod period, bool isToday) const
         return period == ChartPeriod::Minute && !isToday;
     }
     return false;
+}
+
+QStringList OverlayKind::commandsOn(ChartPeriod period, bool isToday) const
+{
+    QStringList commands;
+    for (const OverlayQuestion &question : questions) {
+        if (question.isAsked(period, isToday)) {
+            commands.append(QLatin1String(question.command));
+        }
+    }
+    return commands;
 }
 
 const OverlayKind *findOverlayKind(const QString &word)

@@ -36,7 +36,12 @@ struct OverlayKind
     const char *title; ///< English source text of its toggle
     /// True when it adds up records of the range it was shown, so that another range needs a new one.
     bool boundToRange;
+    /// True when it draws a line whose label is held at the edge while its price is beyond the scale.
+    bool isHeldAtEdge;
     std::vector<OverlayQuestion> questions; ///< other than those that are asked while it calculates
+
+    /// The commands of the questions that it asks for such a chart; none when it does not serve the period.
+    QStringList commandsOn(ChartPeriod period, bool isToday) const;
 
     bool isCombined() const { return overlayClass == OverlayClass::Combined; }
 };

@@ -30,6 +30,7 @@ OverlaySet::OverlaySet(ChartView *chart, Korvane::IChartAxis *axis, const Overla
                        std::chrono::seconds refresh)
     : m_chart(chart),
       m_axis(axis),
+      m_costAxis(*axis),
       m_library(library),
       m_refresh(refresh)
 {
@@ -92,14 +93,19 @@ void OverlaySet::renewOne(const OverlayKind &kind)
     }
 }
 
+/// None when the library does not make this kind.
+std::shared_ptr<OverlayHandle> OverlaySet::makeHandle(const OverlayKind &kind)
+{
+    Korvane::IChartAxis &axis = kind.isHeldAtEdge ? m_costAxis : *m_axis;
+    const QJsonObject configuration = configurationOf(kind, m_refresh);
+    return kind.isCombined() ? m_library.createCombined(axis, configuration)
+                             : m_library.create(axis, configuration);
+}
+
 /// Without a handle when the library does not make this kind.
 ShownOverlay OverlaySet::make(const OverlayKind &kind)
 {
-    const QJsonObject configuration = configurationOf(kind, m_refresh);
-    ShownOverlay overlay{&kind,
-                         kind.isCombined() ? m_library.createCombined(*m_axis, configuration)
-                                           : m_library.create(*m_axis, configuration),
-                         nullptr};
+    ShownOverlay overlay{&kind, makeHandle(kind), nullptr};
     if (overlay.handle) {
         overlay.item = std::make_unique<OverlayItem>(m_chart, overlay.handle, &m_sprites);
         overlay.item->setAmountsHidden(m_hidesAmounts);

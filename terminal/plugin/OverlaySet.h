@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/chart/marks/glyphs/GlyphSprites.h"
+#include "terminal/plugin/CostAxis.h"
 #include "terminal/plugin/OverlayItem.h"
 #include "terminal/plugin/OverlayKind.h"
 #include "terminal/plugin/OverlayLibrary.h"
@@ -68,11 +69,13 @@ Q_SIGNALS:
 
 private:
     ShownOverlay make(const OverlayKind &kind);
+    std::shared_ptr<OverlayHandle> makeHandle(const OverlayKind &kind);
     void renewOne(const OverlayKind &kind);
     static void end(ShownOverlay *overlay);
 
     ChartView *m_chart;
     Korvane::IChartAxis *m_axis;
+    CostAxis m_costAxis;
     OverlayLibrary m_library;
     std::chrono::seconds m_refresh;
     GlyphSprites m_sprites;

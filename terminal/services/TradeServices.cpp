@@ -1,5 +1,9 @@
 #include "terminal/services/TradeServices.h"
 
+#include "terminal/services/ModuleWatch.h"
+
+#include <QSysInfo>
+
 #include <utility>
 
 namespace Terminal {
@@ -20,6 +24,23 @@ void TradeServices::start()
     } else {
         startModule();
     }
+}
+
+void TradeServices::replaceWhenSilent(const ModuleWatch *watch)
+{
+    connect(watch, &ModuleWatch::changed, this, [this, watch] {
+        const std::optional<Trading::TradePresence> presence = watch->presence();
+        if (watch->state() == ModuleWatch::State::Silent && presence && isOwn(*presence)) {
+            m_module->replace();
+        }
+    });
+}
+
+/// Another window's module is that one's to replace.
+bool TradeServices::isOwn(const Trading::TradePresence &presence) const
+{
+    return m_module && presence.host == QSysInfo::machineHostName() &&
+           presence.process == m_module->processId();
 }
 
 void TradeServices::handleBrokerState(LocalBroker::State state)

@@ -2,11 +2,6 @@
 
 #include "terminal/plugin/HostRecords.h"
 #include "tradechartobject/common/TradeVocabulary.h"
-#include "trading/ModuleVocabulary.h"
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 namespace Terminal {
 
@@ -14,56 +9,16 @@ namespace {
 
 using namespace TradeChart;
 
-/// The questions that an overlay asks for a chart; none when it does not serve the period.
-QStringList awaitedCommands(const OverlayKind &kind, ChartPeriod period, bool isToday)
-{
-    QStringList commands;
-    for (const OverlayQuestion &question : kind.questions) {
-        if (question.isAsked(period, isToday)) {
-            commands.append(QLatin1String(question.command));
-        }
-    }
-    return commands;
-}
-
-bool holdsSomethingToDraw(const QJsonValue &data)
-{
-    return data.isArray() ? !data.toArray().isEmpty()
-                          : data.toObject().contains(QLatin1String(TradeKeyFields::COSTPRICE));
-}
-
 } // namespace
 
-AnswerWatch::AnswerWatch(const QByteArray &screenId, const ChartData &data, const QStringList &kinds,
-                         QObject *parent)
+AnswerWatch::AnswerWatch(const ChartData &data, const QStringList &kinds, QObject *parent)
     : QObject(parent),
-      m_endPoint(nullptr),
-      m_screenId(screenId),
       m_code(data.security.code)
 {
     for (const QString &word : kinds) {
         const OverlayKind *const kind = findOverlayKind(word);
         const int firstCalculation = kind->isCombined() ? 1 : 0;
-        m_awaited.push_back(
-            {kind, awaitedCommands(*kind, data.period, isTodaysChart(data)), {}, firstCalculation});
-    }
-    connect(&m_endPoint, &LocalCommunication::EndPoint::ready, this, &AnswerWatch::listening);
-    connect(&m_endPoint, &LocalCommunication::EndPoint::messageReceived, this, &AnswerWatch::take);
-}
-
-void AnswerWatch::start(const QString &address)
-{
-    m_endPoint.subscribe(m_screenId, QByteArray(Topic::TRADEQUERY));
-    m_endPoint.subscribe(QByteArray(Trading::Channel::GLOBAL), QByteArray(Topic::TRADEQUERY));
-    m_endPoint.connect(address);
-}
-
-void AnswerWatch::take(const QByteArray &topic, const QByteArray &payload, const QByteArray &channel)
-{
-    if (channel == m_screenId) {
-        takeAnswer(payload);
-    } else if (channel == Trading::Channel::GLOBAL) {
-        takeSharedNews(readSharedNews(topic, payload));
+        m_awaited.push_back({kind, kind->commandsOn(data.period, isTodaysChart(data)), {}, firstCalculation});
     }
 }
 
@@ -83,18 +38,12 @@ void AnswerWatch::takeSharedNews(const SharedNews &news)
     Q_EMIT progressed();
 }
 
-void AnswerWatch::takeAnswer(const QByteArray &payload)
+void AnswerWatch::takeAnswer(const Trading::CheckedAnswer &answer)
 {
-    const QJsonObject answer = QJsonDocument::fromJson(payload).object();
-    const QString command = answer.value(QLatin1String(TradeKeyFields::CMD)).toString();
-    if (answer.value(QLatin1String(TradeKeyFields::STKCODE)).toString() != m_code) {
-        return;
-    }
-    const bool isDrawable = holdsSomethingToDraw(answer.value(QLatin1String(TradeKeyFields::DATA)));
     for (Awaited &awaited : m_awaited) {
-        if (!awaited.kind->isCombined() && awaited.commands.contains(command)) {
-            awaited.answered.append(command);
-            awaited.drawableAnswers += isDrawable ? 1 : 0;
+        if (!awaited.kind->isCombined() && awaited.commands.contains(answer.command)) {
+            awaited.answered.append(answer.command);
+            awaited.drawableAnswers += answer.isDrawable ? 1 : 0;
         }
     }
     Q_EMIT progressed();

@@ -1,17 +1,18 @@
 #pragma once
 
-#include "endpoint/EndPoint.h"
 #include "terminal/data/DataFolder.h"
 #include "terminal/plugin/OverlayKind.h"
 #include "terminal/services/SharedChannel.h"
+#include "trading/AnswerCheck.h"
 
+#include <QObject>
 #include <QStringList>
 
 #include <vector>
 
 namespace Terminal {
 
-/// Tells when the overlays of a chart have got their data: it listens to the answers that the trading
+/// Tells when the overlays of a chart have got their data: it is told of the answers that the trading
 /// module sends to the chart's screen and to everybody, and counts what the overlays did with them.
 ///
 /// An overlay has its data when each of its questions was answered and it has asked for a repaint for
@@ -22,12 +23,8 @@ class AnswerWatch : public QObject
     Q_OBJECT
 
 public:
-    /// Waits for the overlays `kinds` (words of overlayKinds) of a chart that shows `data` on the screen
-    /// `screenId`.
-    AnswerWatch(const QByteArray &screenId, const ChartData &data, const QStringList &kinds, QObject *parent);
-
-    /// Starts to listen on the bus instance of `address`.
-    void start(const QString &address);
+    /// Waits for the overlays `kinds` (words of overlayKinds) of a chart that shows `data`.
+    AnswerWatch(const ChartData &data, const QStringList &kinds, QObject *parent);
 
     bool isComplete() const { return missing().isEmpty(); }
 
@@ -37,14 +34,11 @@ public:
     /// An overlay of the kind has asked for a repaint.
     void noteUpdate(const OverlayKind *kind);
 
-    /// A message on the channel of the screen, or of everybody.
-    void takeAnswer(const QByteArray &payload);
+    /// What came on the channel of the screen, for the chart's security, or of everybody.
+    void takeAnswer(const Trading::CheckedAnswer &answer);
     void takeSharedNews(const SharedNews &news);
 
 Q_SIGNALS:
-    /// Answers are heard from now on.
-    void listening();
-
     /// Something came that was waited for.
     void progressed();
 
@@ -58,10 +52,6 @@ private:
         int updates = 0;
     };
 
-    void take(const QByteArray &topic, const QByteArray &payload, const QByteArray &channel);
-
-    LocalCommunication::EndPoint m_endPoint;
-    QByteArray m_screenId;
     QString m_code;
     std::vector<Awaited> m_awaited;
 };

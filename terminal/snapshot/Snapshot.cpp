@@ -1,5 +1,6 @@
 #include "terminal/snapshot/Snapshot.h"
 
+#include "terminal/answers/ScreenAnswers.h"
 #include "terminal/snapshot/Picture.h"
 #include "terminal/trade/OrderDesk.h"
 
@@ -7,13 +8,17 @@ namespace Terminal {
 
 Snapshot::Snapshot(const Scene &scene, const QString &file, std::chrono::seconds timeout)
     : m_window(scene.window),
+      m_answers(scene.answers),
       m_desk(scene.desk),
       m_file(file),
-      m_watch(scene.screenId, scene.chart, scene.overlays, nullptr)
+      m_watch(scene.chart, scene.overlays, nullptr)
 {
     m_timeout.setSingleShot(true);
     m_timeout.setInterval(timeout);
-    connect(&m_watch, &AnswerWatch::listening, this, &Snapshot::noteListening);
+    connect(m_answers, &ScreenAnswers::listening, this, &Snapshot::noteListening);
+    connect(m_answers, &ScreenAnswers::foundWrong, this, &Snapshot::refuseWrong);
+    connect(m_answers, &ScreenAnswers::answered, &m_watch, &AnswerWatch::takeAnswer);
+    connect(m_answers, &ScreenAnswers::newsHeard, &m_watch, &AnswerWatch::takeSharedNews);
     connect(&m_watch, &AnswerWatch::progressed, this, &Snapshot::checkProgress);
     connect(m_desk, &OrderDesk::answered, this, &Snapshot::checkProgress);
     connect(&m_timeout, &QTimer::timeout, this, &Snapshot::giveUp);
@@ -26,7 +31,7 @@ void Snapshot::start()
 
 void Snapshot::listen(const QString &address)
 {
-    m_watch.start(address);
+    m_answers->start(address);
 }
 
 void Snapshot::noteListening()
@@ -71,6 +76,16 @@ void Snapshot::finish()
     Q_EMIT finished(writePicture(m_window, m_file));
 }
 
+/// A picture that lacks a mark, or has a wrong one, is none.
+void Snapshot::refuseWrong(const QStringList &faults)
+{
+    if (m_stage != Stage::Finished) {
+        m_stage = Stage::Finished;
+        m_timeout.stop();
+        Q_EMIT finished(tr("No picture was written: %1").arg(faults.join(QStringLiteral("; "))));
+    }
+}
+
 void Snapshot::giveUp()
 {
     m_stage = Stage::Finished;
@@ -78,7 +93,7 @@ void Snapshot::giveUp()
     if (!m_hindrance.isEmpty()) {
         reasons.prepend(m_hindrance);
     }
-    Q_EMIT finished(tr("No picture was written: after %1 s there is still no %2.")
+    Q_EMIT finished(tr("No picture was written: after %1 s these are missing: %2.")
                         .arg(m_timeout.interval() / 1000)
                         .arg(reasons.join(QStringLiteral(", "))));
 }

@@ -3,7 +3,6 @@
 #include "terminal/data/DataFolder.h"
 #include "terminal/snapshot/AnswerWatch.h"
 
-#include <QByteArray>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -16,15 +15,16 @@ class QWidget;
 namespace Terminal {
 
 class OrderDesk;
+class ScreenAnswers;
 
-/// What a picture is taken of. Widget and desk must outlive the snapshot.
+/// What a picture is taken of. Widget, answers and desk must outlive the snapshot.
 struct Scene
 {
     QWidget *window = nullptr;
-    QByteArray screenId;       ///< of the window on the bus
-    ChartData chart;           ///< what the window shows
-    QStringList overlays;      ///< words of overlayKinds
-    OrderDesk *desk = nullptr; ///< whose orders the window shows
+    ScreenAnswers *answers = nullptr; ///< that come for it
+    ChartData chart;                  ///< what the window shows
+    QStringList overlays;             ///< words of overlayKinds
+    OrderDesk *desk = nullptr;        ///< whose orders the window shows
 };
 
 /// Waits until every overlay of a window and the panel of orders, when it is shown, have their data and
@@ -40,7 +40,7 @@ public:
     /// From here on the time runs that the answers have.
     void start();
 
-    /// Listens on the bus instance of `address`, see AnswerWatch.
+    /// Listens on the bus instance of `address`, see ScreenAnswers.
     void listen(const QString &address);
 
     /// Writes the picture at once, without overlays to wait for.
@@ -62,7 +62,7 @@ Q_SIGNALS:
     /// The window is to show what it knows: its picture is taken next.
     void aboutToTake();
 
-    /// The picture is written, or the text says why not.
+    /// The picture is written, or the text says why not: not in time, or an answer was wrong.
     void finished(const QString &error);
 
 private:
@@ -70,11 +70,13 @@ private:
     enum class Stage { Deaf, Listening, Due, Finished };
 
     void noteListening();
+    void refuseWrong(const QStringList &faults);
     QStringList missing() const;
     void checkProgress();
     void giveUp();
 
     QWidget *m_window;
+    ScreenAnswers *m_answers;
     OrderDesk *m_desk;
     QString m_file;
     AnswerWatch m_watch;

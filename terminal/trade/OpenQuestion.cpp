@@ -13,7 +13,7 @@ OpenQuestion::OpenQuestion(Send send) : m_send(std::move(send))
 void OpenQuestion::ask()
 {
     if (m_openId.isEmpty()) {
-        askAnew();
+        send();
     } else {
         m_asksAgain = true;
     }
@@ -21,8 +21,15 @@ void OpenQuestion::ask()
 
 void OpenQuestion::askAnew()
 {
+    m_givenUp.clear();
+    send();
+}
+
+void OpenQuestion::send()
+{
     m_asksAgain = false;
     m_isAnswered = false;
+    m_hasHeard = false;
     m_openId = m_send();
     if (m_openId.isEmpty()) {
         giveUp();
@@ -34,23 +41,46 @@ void OpenQuestion::askAnew()
 bool OpenQuestion::close(const QString &id)
 {
     if (m_openId.isEmpty() || id != m_openId) {
-        return false;
+        return takeLate(id);
     }
     m_timeout.stop();
     m_openId.clear();
+    m_givenUp.clear();
     m_isAnswered = true;
     if (m_asksAgain) {
-        askAnew();
+        send();
     }
+    return true;
+}
+
+/// What was asked before it counts as answered, too.
+bool OpenQuestion::takeLate(const QString &id)
+{
+    const int place = m_givenUp.indexOf(id);
+    if (place < 0) {
+        return false;
+    }
+    m_givenUp.erase(m_givenUp.begin(), m_givenUp.begin() + place + 1);
+    m_hasHeard = true;
+    m_isAnswered = m_openId.isEmpty() && m_givenUp.isEmpty();
     return true;
 }
 
 void OpenQuestion::giveUp()
 {
+    constexpr int mostGivenUp = 20;
     m_timeout.stop();
+    if (!m_openId.isEmpty()) {
+        m_givenUp.append(m_openId);
+        if (m_givenUp.size() > mostGivenUp) {
+            m_givenUp.removeFirst();
+        }
+    }
     m_openId.clear();
     m_asksAgain = false;
-    Q_EMIT unanswered();
+    if (!m_hasHeard) {
+        Q_EMIT unanswered();
+    }
 }
 
 } // namespace Terminal

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 
 #include <chrono>
@@ -10,7 +11,8 @@
 namespace Terminal {
 
 /// A question that is asked again and again, of which at most one is open: whatever asks meanwhile is
-/// served by one more question after the answer.
+/// served by one more question after the answer. An answer that is late is taken all the same, unless a later
+/// question has been answered: a slow module is heard, and nothing old follows something new.
 class OpenQuestion : public QObject
 {
     Q_OBJECT
@@ -25,25 +27,29 @@ public:
     void setTimeout(std::chrono::milliseconds patience) { m_timeout.setInterval(patience); }
 
     void ask();
-    /// Asks at once; the answer to what is open now is not waited for any longer.
+    /// Asks at once; answers to what was asked before are taken no more.
     void askAnew();
 
     /// True when none is open and the last one was answered.
     bool isAnswered() const { return m_isAnswered; }
 
-    /// True, once, for the id of the open question: this is its answer.
+    /// True, once, for the id of the open question or of one that was given up: this is its answer.
     bool close(const QString &id);
 
 Q_SIGNALS:
-    /// There was no bus, or no answer in time.
+    /// There was no bus, or no answer to this or to an earlier one came in time.
     void unanswered();
 
 private:
+    void send();
     void giveUp();
+    bool takeLate(const QString &id);
 
     Send m_send;
     QTimer m_timeout;
     QString m_openId;
+    QStringList m_givenUp;   ///< ids, oldest first
+    bool m_hasHeard = false; ///< a late answer came since the open one was asked
     bool m_asksAgain = false;
     bool m_isAnswered = false;
 };

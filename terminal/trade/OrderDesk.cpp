@@ -23,25 +23,6 @@ QString textOf(const QJsonObject &object, const char *key)
     return object.value(QLatin1String(key)).toString();
 }
 
-/// What the module says to a wish that it grants: the number of a new order, or words.
-QString grantText(const QJsonObject &answer)
-{
-    const QJsonValue data = answer.value(QLatin1String(TradeKeyFields::DATA));
-    return data.isArray() ? textOf(data.toArray().first().toObject(), TradeKeyFields::MSGOK)
-                          : textOf(data.toObject(), TradeKeyFields::RTSORDERNO);
-}
-
-bool isSuccess(const QJsonObject &answer)
-{
-    return answer.value(QLatin1String(TradeKeyFields::SUCCESS)).toBool();
-}
-
-DeskOutcome outcomeOf(const QJsonObject &answer)
-{
-    return isSuccess(answer) ? DeskOutcome{DeskOutcome::Kind::Accepted, grantText(answer)}
-                             : DeskOutcome{DeskOutcome::Kind::Refused, textOf(answer, TradeKeyFields::MSG)};
-}
-
 } // namespace
 
 OrderDesk::OrderDesk(QObject *parent)
@@ -49,7 +30,8 @@ OrderDesk::OrderDesk(QObject *parent)
       m_endPoint(nullptr),
       m_channel(QStringLiteral("terminal-desk-") + QUuid::createUuid().toString(QUuid::WithoutBraces)),
       m_ordersQuestion([this] { return askForOrders(); }),
-      m_accountQuestion([this] { return askForAccount(); })
+      m_accountQuestion([this] { return askForAccount(); }),
+      m_wishes([this](const QByteArray &question) { return send(question); })
 {
     using LocalCommunication::EndPoint;
     setTimeout(defaultTimeout);
@@ -60,11 +42,12 @@ OrderDesk::OrderDesk(QObject *parent)
     for (const OpenQuestion *const question : {&m_ordersQuestion, &m_accountQuestion}) {
         connect(question, &OpenQuestion::unanswered, this, [this] { setAnswering(false); });
     }
+    connect(&m_wishes, &OpenWishes::unanswered, this, &OrderDesk::refresh);
 }
 
 void OrderDesk::setTimeout(std::chrono::milliseconds patience)
 {
-    m_timeout = patience;
+    m_wishes.setTimeout(patience);
     m_ordersQuestion.setTimeout(patience);
     m_accountQuestion.setTimeout(patience);
 }
@@ -92,6 +75,7 @@ void OrderDesk::show(const Security &security, std::optional<Trading::TradingDat
     m_security = security;
     m_day = day;
     m_orders.clear();
+    m_ordersRefusal.clear();
     Q_EMIT ordersChanged();
     if (isWatching()) {
         m_ordersQuestion.askAnew();
@@ -114,19 +98,35 @@ void OrderDesk::askAnew()
     }
 }
 
-void OrderDesk::place(const OrderRequest &order)
+QString OrderDesk::place(const OrderRequest &order)
 {
-    OwnQuestion wish = ask(Trading::CmdType::ENTRUSTPLACE, order.security);
+    OrderRequest placing = order;
+    placing.clientNumber = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    OwnQuestion own = ask(Trading::CmdType::ENTRUSTPLACE, order.security);
     const auto price = Trading::Money::ofYuan(order.price);
-    wish.question.setNewOrder(order.side, price.value_or(Trading::Money()), order.quantity);
-    sendWish(wish, [this, order](const DeskOutcome &outcome) { Q_EMIT placed(order, outcome); });
+    own.question.setNewOrder(order.side, price.value_or(Trading::Money()), order.quantity);
+    Wish wish;
+    if (m_knowsClientNumbers()) {
+        own.question.setClientNumber(placing.clientNumber);
+        wish.mayRepeat = m_knowsClientNumbers;
+    }
+    wish.id = own.id;
+    wish.question = own.question.toJson();
+    wish.tellRepeat = [this, placing] { Q_EMIT askedAgain(placing); };
+    wish.tell = [this, placing](const DeskOutcome &outcome) { Q_EMIT placed(placing, outcome); };
+    m_wishes.add(wish);
+    return placing.clientNumber;
 }
 
 void OrderDesk::cancel(const OrderRecord &order)
 {
-    OwnQuestion wish = ask(CmdType::ENTRUSTCANCEL, order.security);
-    wish.question.setOrder(order.day.value(), order.number);
-    sendWish(wish, [this, order](const DeskOutcome &outcome) { Q_EMIT cancelAnswered(order, outcome); });
+    OwnQuestion own = ask(CmdType::ENTRUSTCANCEL, order.security);
+    own.question.setOrder(order.day.value(), order.number);
+    Wish wish;
+    wish.id = own.id;
+    wish.question = own.question.toJson();
+    wish.tell = [this, order](const DeskOutcome &outcome) { Q_EMIT cancelAnswered(order, outcome); };
+    m_wishes.add(wish);
 }
 
 OrderDesk::OwnQuestion OrderDesk::ask(const char *command, const Security &security)
@@ -138,47 +138,31 @@ OrderDesk::OwnQuestion OrderDesk::ask(const char *command, const Security &secur
     return own;
 }
 
-/// The question's id; empty without a bus.
-QString OrderDesk::send(const OwnQuestion &own)
+bool OrderDesk::send(const QByteArray &question)
 {
-    const bool isSent =
-        m_endPoint.isConnected() &&
-        m_endPoint.sendMessage(Trading::Channel::GLOBAL, Topic::TRADEQUERY, own.question.toJson());
-    return isSent ? own.id : QString();
+    return m_endPoint.isConnected() &&
+           m_endPoint.sendMessage(Trading::Channel::GLOBAL, Topic::TRADEQUERY, question);
+}
+
+/// The question's id; empty without a bus.
+QString OrderDesk::sendOwn(const OwnQuestion &own)
+{
+    return send(own.question.toJson()) ? own.id : QString();
 }
 
 QString OrderDesk::askForOrders()
 {
     if (!m_day) {
-        return send(ask(CmdType::ENTRUSTTODAYTRADE, m_security));
+        return sendOwn(ask(CmdType::ENTRUSTTODAYTRADE, m_security));
     }
     OwnQuestion ofDay = ask(CmdType::ENTRUSTHISTORYTRADE, m_security);
     ofDay.question.setDay(*m_day);
-    return send(ofDay);
+    return sendOwn(ofDay);
 }
 
 QString OrderDesk::askForAccount()
 {
-    return send(ask(Trading::CmdType::ACCOUNTINFO, m_security));
-}
-
-void OrderDesk::sendWish(const OwnQuestion &wish, Tell tell)
-{
-    const QString id = send(wish);
-    if (id.isEmpty()) {
-        QTimer::singleShot(0, this, [tell = std::move(tell)] { tell({DeskOutcome::Kind::NotSent, {}}); });
-        return;
-    }
-    m_wishes.insert(id, {std::move(tell)});
-    QTimer::singleShot(m_timeout, this, [this, id] {
-        const auto open = m_wishes.find(id);
-        if (open != m_wishes.end()) { // it stays: a late answer is told, too
-            open->isLate = true;
-            const Tell tellLate = open->tell;
-            tellLate({DeskOutcome::Kind::NoAnswer, {}});
-            refresh();
-        }
-    });
+    return sendOwn(ask(Trading::CmdType::ACCOUNTINFO, m_security));
 }
 
 void OrderDesk::handleMessage(const QByteArray &topic, const QByteArray &payload)
@@ -186,7 +170,7 @@ void OrderDesk::handleMessage(const QByteArray &topic, const QByteArray &payload
     const QJsonObject message = QJsonDocument::fromJson(payload).object();
     if (topic == Topic::TRADENOTIFY) {
         takeNotification(message);
-    } else {
+    } else if (topic == Topic::TRADEQUERY) {
         takeAnswer(message);
     }
 }
@@ -199,12 +183,8 @@ void OrderDesk::takeAnswer(const QJsonObject &answer)
         takeOrders(answer);
     } else if (m_accountQuestion.close(id)) {
         takeAccount(answer);
-    } else if (m_wishes.contains(id)) {
-        const Wish wish = m_wishes.take(id);
+    } else if (m_wishes.close(id, outcomeOf(answer))) {
         refresh();
-        DeskOutcome outcome = outcomeOf(answer);
-        outcome.isLate = wish.isLate;
-        wish.tell(outcome);
     }
     Q_EMIT answered();
 }
@@ -214,17 +194,20 @@ bool OrderDesk::isUpToDate() const
     return !isWatching() || (m_ordersQuestion.isAnswered() && m_accountQuestion.isAnswered());
 }
 
+/// Orders that are refused now stay as they were known; the panel says that they are old.
 void OrderDesk::takeOrders(const QJsonObject &answer)
 {
-    if (isSuccess(answer)) {
+    m_ordersRefusal = refusalOf(answer);
+    if (isGranted(answer)) {
         m_orders = readOrders(answer);
-        Q_EMIT ordersChanged();
     }
+    Q_EMIT ordersChanged();
 }
 
 void OrderDesk::takeAccount(const QJsonObject &answer)
 {
-    m_account = isSuccess(answer) ? std::optional<Account>(readAccount(answer)) : std::nullopt;
+    m_accountRefusal = refusalOf(answer);
+    m_account = isGranted(answer) ? std::optional<Account>(readAccount(answer)) : std::nullopt;
     Q_EMIT accountChanged();
 }
 

@@ -2,10 +2,10 @@
 
 #include "endpoint/EndPoint.h"
 #include "terminal/trade/OpenQuestion.h"
+#include "terminal/trade/OpenWishes.h"
 #include "terminal/trade/TradeRecords.h"
 #include "trading/Question.h"
 
-#include <QHash>
 #include <QTimer>
 
 #include <chrono>
@@ -13,21 +13,6 @@
 #include <optional>
 
 namespace Terminal {
-
-/// How the wish to place or to cancel an order ended.
-struct DeskOutcome
-{
-    enum class Kind {
-        Accepted, ///< `text` is the number of a placed order, or what the module says to a cancellation
-        Refused,  ///< `text` is the module's reason
-        NotSent,  ///< there is no bus: nothing has happened
-        NoAnswer  ///< not in time: it may have happened. A late answer is told as a second outcome
-    };
-
-    Kind kind = Kind::NoAnswer;
-    QString text;
-    bool isLate = false; ///< an answer after NoAnswer was told
-};
 
 /// The terminal's own counter at the trading module, of which a terminal has one: it places and cancels
 /// orders, and knows the orders of the shown security and the account. It has a client of the bus and an
@@ -65,8 +50,13 @@ public:
     /// The same without waiting for what is open: it was asked where nobody heard it.
     void askAnew();
 
-    /// Ends with placed().
-    void place(const OrderRequest &order);
+    /// Tells whether the trading module knows orders by the terminal's own numbers; none does until then.
+    void setKnowsClientNumbers(std::function<bool()> knows) { m_knowsClientNumbers = std::move(knows); }
+
+    /// Ends with placed(). Returns the client's number of this order, which `placed` has, too. Where the
+    /// module knows such numbers and does not answer in time, it is asked a few times more: the number keeps
+    /// that one order.
+    QString place(const OrderRequest &order);
     /// Ends with cancelAnswered(). Requires an order whose day is known.
     void cancel(const OrderRecord &order);
 
@@ -78,25 +68,22 @@ public:
     const OrderRecords &orders() const { return m_orders; }
     /// As last answered; nothing before, and when the module does not know the question.
     const std::optional<Account> &account() const { return m_account; }
+    /// Why the module refuses to tell the orders, or the account; empty while it does not refuse.
+    const QString &ordersRefusal() const { return m_ordersRefusal; }
+    const QString &accountRefusal() const { return m_accountRefusal; }
 
 Q_SIGNALS:
     void placed(const OrderRequest &order, const DeskOutcome &outcome);
+    /// No answer came in time; the module was asked again for the same order.
+    void askedAgain(const OrderRequest &order);
     void cancelAnswered(const OrderRecord &order, const DeskOutcome &outcome);
-    void ordersChanged();
-    void accountChanged();
+    void ordersChanged();  ///< or why they are not told
+    void accountChanged(); ///< the same
     void answeringChanged(bool isAnswering);
     /// An answer came and was taken.
     void answered();
 
 private:
-    using Tell = std::function<void(const DeskOutcome &)>;
-
-    struct Wish
-    {
-        Tell tell;
-        bool isLate = false; ///< it was told that no answer came
-    };
-
     /// A question as it goes out, and the id that its answer brings back.
     struct OwnQuestion
     {
@@ -106,10 +93,10 @@ private:
 
     bool isWatching() const { return m_heartbeat.isActive(); }
     OwnQuestion ask(const char *command, const Security &security);
-    QString send(const OwnQuestion &own);
+    bool send(const QByteArray &question);
+    QString sendOwn(const OwnQuestion &own);
     QString askForOrders();
     QString askForAccount();
-    void sendWish(const OwnQuestion &wish, Tell tell);
     void handleMessage(const QByteArray &topic, const QByteArray &payload);
     void takeAnswer(const QJsonObject &answer);
     void takeOrders(const QJsonObject &answer);
@@ -120,15 +107,17 @@ private:
     LocalCommunication::EndPoint m_endPoint;
     const QString m_channel;
     int m_questionCount = 0;
-    std::chrono::milliseconds m_timeout{0};
     QTimer m_heartbeat;
     OpenQuestion m_ordersQuestion;
     OpenQuestion m_accountQuestion;
-    QHash<QString, Wish> m_wishes; ///< unanswered ones by their id
+    OpenWishes m_wishes;
+    std::function<bool()> m_knowsClientNumbers = [] { return false; };
     Security m_security;
     std::optional<Trading::TradingDate> m_day; ///< nothing: today
     OrderRecords m_orders;
     std::optional<Account> m_account;
+    QString m_ordersRefusal;
+    QString m_accountRefusal;
     bool m_isAnswering = false;
 };
 

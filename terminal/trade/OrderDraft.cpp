@@ -1,8 +1,6 @@
 #include "terminal/trade/OrderDraft.h"
 
-#include "terminal/chart/text/FigureText.h"
 #include "terminal/trade/ShownAmount.h"
-#include "trading/DayLimits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,31 +10,23 @@ namespace Terminal {
 
 namespace {
 
-constexpr double centsPerYuan = 100;
-
 /// Left over when a buy takes all of the cash: about what the fees of any broker come to.
 constexpr double feeReserveShare = 0.002;
 constexpr double leastFeeReserve = 10;
 
-qint64 toCents(double yuan)
+/// The price that an order for about this one is sent with.
+double onStep(double price)
 {
-    return std::llround(yuan * centsPerYuan);
-}
-
-double toYuan(qint64 cents)
-{
-    return static_cast<double>(cents) / centsPerYuan;
+    const double step = Trading::priceStep.yuan();
+    return std::round(price / step) * step;
 }
 
 } // namespace
 
-std::optional<PriceLimits> OrderDraft::limits() const
+std::optional<Trading::DayLimits> OrderDraft::limits() const
 {
-    if (!m_facts.closeBefore) {
-        return std::nullopt;
-    }
-    const auto limits = Trading::dayLimits(m_order.security.code, toCents(*m_facts.closeBefore));
-    return PriceLimits{toYuan(limits.lowest), toYuan(limits.highest)};
+    const auto close = m_facts.closeBefore ? Trading::Money::ofYuan(*m_facts.closeBefore) : std::nullopt;
+    return close ? std::optional(Trading::dayLimits(m_order.security.code, *close)) : std::nullopt;
 }
 
 std::optional<qint64> OrderDraft::largestQuantity() const
@@ -58,8 +48,9 @@ QString OrderDraft::problem() const
 {
     using Check = QString (OrderDraft::*)() const;
     static constexpr Check checks[] = {
-        &OrderDraft::moduleProblem, &OrderDraft::tickProblem,    &OrderDraft::limitProblem,
-        &OrderDraft::lotProblem,    &OrderDraft::holdingProblem, &OrderDraft::cashProblem,
+        &OrderDraft::moduleProblem, &OrderDraft::priceProblem, &OrderDraft::tickProblem,
+        &OrderDraft::limitProblem,  &OrderDraft::lotProblem,   &OrderDraft::holdingProblem,
+        &OrderDraft::cashProblem,
     };
     for (const Check check : checks) {
         const QString problem = (this->*check)();
@@ -72,26 +63,33 @@ QString OrderDraft::problem() const
 
 QString OrderDraft::moduleProblem() const
 {
-    return m_facts.moduleAnswers ? QString() : tr("The trading module does not answer.");
+    if (!m_facts.moduleAnswers) {
+        return tr("The trading module does not answer.");
+    }
+    return m_facts.isReadOnly ? tr("The account can only be read.") : QString();
+}
+
+QString OrderDraft::priceProblem() const
+{
+    return m_order.price > 0 ? QString() : tr("There is no price yet.");
 }
 
 QString OrderDraft::tickProblem() const
 {
     constexpr double noise = 1e-6; // of binary fractions, in yuan
-    const bool isOnTick =
-        m_order.price > 0 && std::abs(m_order.price - toYuan(toCents(m_order.price))) < noise;
+    const bool isOnTick = std::abs(m_order.price - onStep(m_order.price)) < noise;
     return isOnTick ? QString() : tr("The price must be a multiple of 0.01.");
 }
 
 QString OrderDraft::limitProblem() const
 {
     const auto allowed = limits();
-    const qint64 price = toCents(m_order.price);
-    if (!allowed || (price >= toCents(allowed->lowest) && price <= toCents(allowed->highest))) {
+    const auto price = Trading::Money::ofYuan(m_order.price);
+    if (!allowed || (price && allowed->contain(*price))) {
         return {};
     }
     return tr("The price is beyond the day's limits %1 and %2.")
-        .arg(priceText(allowed->lowest), priceText(allowed->highest));
+        .arg(allowed->lowest.text(), allowed->highest.text());
 }
 
 QString OrderDraft::lotProblem() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/trade/TradeRecords.h"
+#include "trading/DayLimits.h"
 #include "trading/TradingUnits.h"
 
 #include <QCoreApplication>
@@ -21,17 +22,11 @@ constexpr qint64 wholeLots(qint64 shares)
 struct DraftFacts
 {
     bool moduleAnswers = false;
+    bool isReadOnly = false;           ///< the module says that it takes no orders
     std::optional<double> closeBefore; ///< of the day before, by which the price limits go
     std::optional<double> available;   ///< cash
     std::optional<qint64> held;        ///< shares of the security
     std::optional<qint64> sellable;    ///< of them, what may be sold today
-};
-
-/// The lowest and the highest price of a day.
-struct PriceLimits
-{
-    double lowest = 0;
-    double highest = 0;
 };
 
 /// An order that is not sent yet, held against what is known. The checks spare the user a refusal; they
@@ -58,7 +53,7 @@ public:
     double lots() const { return static_cast<double>(m_order.quantity) / sharesOfLot; }
 
     /// 10 % around the close before, 20 % for codes 30… and 688…; nothing when that is not known.
-    std::optional<PriceLimits> limits() const;
+    std::optional<Trading::DayLimits> limits() const;
 
     /// The largest quantity that may be ordered at this price, some cash left over for fees; nothing when
     /// the account is not known.
@@ -69,6 +64,7 @@ public:
 
 private:
     QString moduleProblem() const;
+    QString priceProblem() const;
     QString tickProblem() const;
     QString limitProblem() const;
     QString lotProblem() const;

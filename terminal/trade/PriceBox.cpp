@@ -1,20 +1,14 @@
 #include "terminal/trade/PriceBox.h"
 
-#include "terminal/chart/text/FigureText.h"
+#include "trading/TradingUnits.h"
 
 namespace Terminal {
-
-namespace {
-
-constexpr double highestPrice = 1e6;
-
-} // namespace
 
 PriceBox::PriceBox()
 {
     setDecimals(2);
-    setRange(0, highestPrice);
-    setSingleStep(leastPriceStep);
+    setRange(0, Trading::highestPrice.yuan());
+    setSingleStep(Trading::priceStep.yuan());
 }
 
 QValidator::State PriceBox::validate(QString &text, int &cursor) const

@@ -6,22 +6,16 @@
 
 namespace Terminal {
 
-namespace {
-
-constexpr int mostShares = 1000000000;
-
-} // namespace
-
 QuantityBox::QuantityBox()
 {
-    setRange(0, mostShares);
+    setRange(0, static_cast<int>(Trading::mostShares));
     setSingleStep(static_cast<int>(sharesOfLot));
     setShares(sharesOfLot);
 }
 
 void QuantityBox::setShares(qint64 shares)
 {
-    setValue(static_cast<int>(std::min<qint64>(shares, mostShares)));
+    setValue(static_cast<int>(std::min(shares, Trading::mostShares)));
 }
 
 } // namespace Terminal

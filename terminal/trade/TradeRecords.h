@@ -29,6 +29,8 @@ struct OrderRequest
     double price = 0;    ///< yuan
     qint64 quantity = 0; ///< shares
     OrderOrigin origin = OrderOrigin::Hand;
+    QString clientNumber =
+        {}; ///< the terminal's own name of this order, which no other one has; empty until placed
 };
 
 /// An order that the trading module knows.

@@ -145,6 +145,14 @@ void ChartBar::setOverlayChosen(const OverlayKind &kind, bool chosen)
     overlayAction(kind)->setChecked(chosen);
 }
 
+void ChartBar::describeOverlay(const OverlayKind &kind, const QStringList &lines)
+{
+    QAction *const action = overlayAction(kind);
+    const QString text = lines.join(QLatin1Char('\n'));
+    action->setToolTip(text.isEmpty() ? overlayTitle(kind) : tr("%1: %2").arg(overlayTitle(kind), text));
+    widgetForAction(action)->setAccessibleDescription(text);
+}
+
 QStringList ChartBar::chosenOverlays() const
 {
     QStringList words;

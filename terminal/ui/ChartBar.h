@@ -36,6 +36,8 @@ public:
     void enableOverlays();
     bool isOverlayChosen(const OverlayKind &kind) const;
     void setOverlayChosen(const OverlayKind &kind, bool chosen);
+    /// How things stand with an overlay, for who points at its toggle; empty: nothing to say.
+    void describeOverlay(const OverlayKind &kind, const QStringList &lines);
     /// Words of overlayKinds.
     QStringList chosenOverlays() const;
 

@@ -4,12 +4,15 @@
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/chart/view/ReadoutBar.h"
 #include "terminal/replay/ReplayedChart.h"
+#include "terminal/services/BusInstance.h"
 #include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Picture.h"
+#include "terminal/trade/PlainText.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/trade/TradeStyle.h"
 #include "terminal/ui/ChartBar.h"
 #include "terminal/ui/ReplayBar.h"
+#include "terminal/ui/StateStrip.h"
 #include "terminal/ui/ViewMenu.h"
 
 #include <QApplication>
@@ -18,16 +21,32 @@
 #include <QUuid>
 #include <QVBoxLayout>
 
+#include <chrono>
+#include <numeric>
+
 namespace Terminal {
 
 namespace {
 
-/// The close by which today's price limits go.
-TradeDocks::CloseBefore closeBeforeToday(const ChartSource &source)
+/// After the repaint that follows a change: only then is known what overlays have drawn.
+constexpr std::chrono::milliseconds statesAfter{50};
+
+/// How many marks are in view, those that a glyph stands for counted each.
+int countOf(const DrawnMarks *marks)
 {
-    return [&source](const ChartData &shown) {
-        return source.closeBefore(shown.security.code, Trading::TradingDate::today());
+    return marks == nullptr
+               ? 0
+               : std::accumulate(marks->all().begin(), marks->all().end(), 0,
+                                 [](int sum, const DrawnMark &mark) { return sum + mark.count; });
+}
+
+TradeDocks::Prices pricesOf(TradingSession *session)
+{
+    const auto closeBeforeToday = [session](const ChartData &shown) {
+        return session->source().closeBefore(shown.security.code, Trading::TradingDate::today());
     };
+    return {closeBeforeToday,
+            [session](const Security &security) { return session->prices()->of(security); }};
 }
 
 } // namespace
@@ -37,20 +56,23 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_session(session),
       m_options(options),
       m_screenId("terminal-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces)),
+      m_answers(m_screenId, nullptr),
       m_chart(new ChartView),
       m_readout(new ReadoutBar(m_chart)),
       m_bar(new ChartBar(session->source().securities(), options)),
+      m_strip(new StateStrip),
       m_prompts(m_chart),
       m_input(std::make_unique<ChartInput>(m_chart, nullptr, nullptr)),
-      m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts,
-                                           closeBeforeToday(session->source())))
+      m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts, pricesOf(session)))
 {
     setUpCentre();
     setUpChartBar();
     setUpView();
     setUpReplay();
+    setUpStates();
     wireSession();
     m_trade->setAmountsHidden(options.hidesAmounts);
+    m_trade->askAction()->setChecked(options.asksBeforeSending);
     applyTheme();
     applyLanguage();
     resize(options.size);
@@ -89,6 +111,7 @@ void MainWindow::setUpView()
     view->addSeparator();
     view->addAction(m_trade->ticketAction());
     view->addAction(m_trade->panelAction());
+    view->addAction(m_trade->askAction());
     connect(view, &ViewMenu::riseColourChosen, this, [this](RiseColour colour) {
         m_options.riseColour = colour;
         applyTheme();
@@ -110,19 +133,48 @@ void MainWindow::setUpReplay()
     auto *const bar = new ReplayBar(m_session->replay(), m_chart);
     bar->setObjectName(QStringLiteral("replayBar"));
     addToolBar(Qt::BottomToolBarArea, bar);
-    connect(bar, &ReplayBar::replayAsked, this, &MainWindow::setReplaying);
+    connect(bar, &ReplayBar::replayAsked, this, [this](bool on) {
+        const QString problem = setReplaying(on);
+        if (!problem.isEmpty()) {
+            m_prompts.show(problem);
+        }
+    });
+}
+
+void MainWindow::setUpStates()
+{
+    setStatusBar(m_strip);
+    m_statesSoon.setSingleShot(true);
+    m_statesSoon.setInterval(statesAfter);
+    const auto soon = [this] { m_statesSoon.start(); };
+    connect(&m_statesSoon, &QTimer::timeout, this, &MainWindow::showStates);
+    connect(m_chart, &ChartView::viewChanged, this, soon);
+    connect(m_chart, &ChartView::dataChanged, this, &MainWindow::takeShownChart);
+    connect(&m_answers, &ScreenAnswers::foundWrong, this, &MainWindow::tellWrong);
+    connect(&m_answers, &ScreenAnswers::asked, this, [this, soon](const QString &command) {
+        m_states.noteAsked(command);
+        soon();
+    });
+    connect(&m_answers, &ScreenAnswers::answered, this, [this, soon](const Trading::CheckedAnswer &answer) {
+        m_states.noteAnswer(answer);
+        soon();
+    });
 }
 
 void MainWindow::wireSession()
 {
     connect(m_session, &TradingSession::overlaysDue, this, &MainWindow::bringOverlays);
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
+    connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
+    connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
 }
 
 void MainWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         m_trade->showTexts();
+        showTitle();
+        showStates();
     }
     QMainWindow::changeEvent(event);
 }
@@ -176,10 +228,37 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Tra
     if (!loaded) {
         return false;
     }
+    m_session->prices()->readAnew(code);
     m_chart->setData(loaded.value());
     showChoices();
-    setWindowTitle(QStringLiteral("%1 %2").arg(loaded.value().security.name, code));
+    showTitle();
     return true;
+}
+
+void MainWindow::showTitle()
+{
+    const Security &shown = m_chart->data().security;
+    const QString account = accountText();
+    const QString chart = QStringLiteral("%1 %2").arg(plainText(shown.name), plainText(shown.code));
+    setWindowTitle(account.isEmpty() ? chart : QStringLiteral(u"%1 – %2").arg(chart, account));
+    m_trade->setAccount(account);
+}
+
+void MainWindow::takeModule()
+{
+    m_trade->setReadOnly(m_session->module()->state() == ModuleWatch::State::ReadOnly);
+    showTitle();
+}
+
+/// The ledger as a user knows it: the window's own, which our trading module serves and deals on paper, or
+/// else the one that another program's module names, whose deals may be real.
+QString MainWindow::accountText() const
+{
+    if (!m_options.ledger.isEmpty()) {
+        return tr("%1 (paper)").arg(ledgerName(m_options.ledger));
+    }
+    const auto presence = m_session->module()->presence();
+    return presence && !presence->ledger.isEmpty() ? ledgerName(presence->ledger) : QString();
 }
 
 void MainWindow::showChoices()
@@ -194,26 +273,29 @@ TerminalOptions MainWindow::shownOptions() const
     options.code = m_chart->data().security.code;
     options.period = m_chart->data().period;
     options.hidesAmounts = m_bar->hidesAmounts();
+    options.asksBeforeSending = m_trade->askAction()->isChecked();
     options.overlays = m_bar->chosenOverlays();
     return options;
 }
 
-void MainWindow::setReplaying(bool on)
+QString MainWindow::setReplaying(bool on)
 {
     const ChartData shown = m_chart->data();
     const bool showedReplay = m_replayedChart->isShown();
     if (!on) {
         m_session->replay()->close();
-    } else if (!m_session->openReplay(shown)) {
-        return;
-    }
-    if (on) {
+    } else {
+        const QString problem = m_session->openReplay(shown);
+        if (!problem.isEmpty()) {
+            return problem;
+        }
         m_trade->setShown(true); // a replay is there to be traded on
     }
     if (on || showedReplay) {
         loadOrTell(shown.security.code, ChartPeriod::Minute,
                    on ? std::nullopt : m_session->replay()->recordedDate());
     }
+    return {};
 }
 
 void MainWindow::bringOverlays()
@@ -244,7 +326,49 @@ void MainWindow::runOverlayUpdates()
 {
     if (m_overlays) {
         m_overlays->runUpdates();
+        m_chart->paintAside();
     }
+    showStates();
+}
+
+void MainWindow::takeShownChart()
+{
+    m_answers.setSecurity(m_chart->data().security.id());
+    m_states.setChart(m_chart->data());
+}
+
+void MainWindow::setModuleState(const ModuleState &module)
+{
+    m_module = module;
+    showStates();
+}
+
+void MainWindow::showStates()
+{
+    for (const OverlayKind &kind : overlayKinds()) {
+        if (m_overlays && m_overlays->isShown(kind)) {
+            showState(kind);
+        } else {
+            m_strip->hideOverlay(kind);
+            m_bar->describeOverlay(kind, {});
+        }
+    }
+    m_strip->showModule(m_module);
+}
+
+void MainWindow::showState(const OverlayKind &kind)
+{
+    const OverlayState state = m_states.stateOf(kind);
+    const QString text =
+        overlayStateText(state, countOf(m_overlays->drawnMarks(kind)), m_overlays->drawnLabels(kind));
+    m_strip->showOverlay(kind, text, state.faults, state.isTrouble());
+    m_bar->describeOverlay(kind, QStringList(text) + state.faults);
+}
+
+/// The first of them: the others are in the strip below, and in the log.
+void MainWindow::tellWrong(const QStringList &faults)
+{
+    m_prompts.show(faults.front());
 }
 
 void MainWindow::takeNews(const SharedNews &news)
@@ -264,6 +388,7 @@ void MainWindow::toggleOverlay(const OverlayKind &kind, bool shown)
     if (m_overlays && !m_overlays->setShown(kind, shown)) {
         tellUnknown(kind);
     }
+    m_statesSoon.start();
 }
 
 void MainWindow::tellUnknown(const OverlayKind &kind)

@@ -1,16 +1,20 @@
 #pragma once
 
+#include "terminal/answers/OverlayStates.h"
+#include "terminal/answers/ScreenAnswers.h"
 #include "terminal/data/DataFolder.h"
 #include "terminal/options/TerminalOptions.h"
 #include "terminal/plugin/OverlayHost.h"
 #include "terminal/services/Gate.h"
 #include "terminal/ui/InterfaceLanguage.h"
+#include "terminal/ui/ModuleState.h"
 #include "terminal/ui/WindowPrompts.h"
 #include "trading/TradingDate.h"
 
 #include <QByteArray>
 #include <QMainWindow>
 #include <QString>
+#include <QTimer>
 
 #include <memory>
 #include <optional>
@@ -22,6 +26,7 @@ class ChartInput;
 class ChartView;
 class ReadoutBar;
 class ReplayedChart;
+class StateStrip;
 class TradeDocks;
 class TradingSession;
 struct SharedNews;
@@ -46,8 +51,8 @@ public:
     TerminalOptions shownOptions() const;
 
     /// Begins to replay the shown day of minutes, paused, or ends the replay; a chart of it shows the
-    /// recorded day then. Other charts cannot be replayed: nothing changes.
-    void setReplaying(bool on);
+    /// recorded day then. Returns why it cannot be replayed, for the user; then nothing changes.
+    QString setReplaying(bool on);
 
     /// The overlays that the options name come from this library, when the session says that they are due.
     void setOverlayLibrary(const OverlayLibrary &library) { m_library = library; }
@@ -58,13 +63,20 @@ public:
     /// Names this window on the bus; no other window has it.
     const QByteArray &screenId() const { return m_screenId; }
 
+    /// What the overlays of the window hear; to be started when there is a bus.
+    ScreenAnswers *answers() { return &m_answers; }
+
+    /// Tells how things stand with the trading module.
+    void setModuleState(const ModuleState &module);
+
     /// Null before overlays are started.
     OverlayHost *overlays() const { return m_overlays.get(); }
     ChartView *chart() const { return m_chart; }
     TradeDocks *trade() const { return m_trade.get(); }
     UserPrompts *prompts() { return &m_prompts; }
 
-    /// Has the overlays calculated and painted that have asked for it, now instead of soon.
+    /// Has the overlays calculated and painted that have asked for it, and what is said of them written, now
+    /// instead of soon.
     void runOverlayUpdates();
 
 Q_SIGNALS:
@@ -79,15 +91,23 @@ private:
     void setUpChartBar();
     void setUpView();
     void setUpReplay();
+    void setUpStates();
     void wireSession();
     void loadOrTell(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day);
     void showChoices();
+    void showTitle();
+    void takeModule();
+    QString accountText() const;
     void setAmountsHidden(bool hidden);
     void applyTheme();
     void applyLanguage();
     void bringOverlays();
     void takeNews(const SharedNews &news);
     void toggleOverlay(const OverlayKind &kind, bool shown);
+    void takeShownChart();
+    void showStates();
+    void showState(const OverlayKind &kind);
+    void tellWrong(const QStringList &faults);
     void tellUnknown(const OverlayKind &kind);
     void exportChart();
 
@@ -95,10 +115,15 @@ private:
     TerminalOptions m_options;
     QByteArray m_screenId;
     InterfaceLanguage m_language;
+    ScreenAnswers m_answers;
+    OverlayStates m_states;
+    ModuleState m_module;
+    QTimer m_statesSoon;
     QString m_loadError;
     ChartView *m_chart;
     ReadoutBar *m_readout;
     ChartBar *m_bar;
+    StateStrip *m_strip;
     ReplayedChart *m_replayedChart = nullptr;
     WindowPrompts m_prompts;
     std::optional<OverlayLibrary> m_library;

@@ -13,9 +13,13 @@
 
 #include <atomic>
 
+using namespace std::chrono_literals;
+
 using LocalCommunication::EndPoint;
 
 namespace {
+
+using Flood = PluginOnBus;
 
 constexpr int flood = 10000;
 
@@ -28,7 +32,7 @@ QByteArray tenOrders()
     return QJsonDocument(sentAnswer("EntrustTodayTrade", rows)).toJson(QJsonDocument::Compact);
 }
 
-TEST_F(PluginOnBus, AsksAboutEveryNotificationOfAFloodAndStillHandlesTheUsersInput)
+TEST_F(Flood, AsksAboutEveryNotificationOfAFloodAndStillHandlesTheUsersInput)
 {
     std::atomic<int> questions{0};
     const QByteArray answer = tenOrders();
@@ -59,7 +63,7 @@ TEST_F(PluginOnBus, AsksAboutEveryNotificationOfAFloodAndStillHandlesTheUsersInp
 
     const TurnWatch turns;
     trigger.sendMessage("Global", "Begin", "{}");
-    EXPECT_TRUE(waitUntil([&] { return repaints >= flood; }, 60000));
+    EXPECT_TRUE(waitUntil([&] { return repaints >= flood; }, 60s));
     EXPECT_GE(questions - questionsBefore, flood);
     EXPECT_LE(questions - questionsBefore, flood + 60) << "and the timer's own, once a second";
     EXPECT_LE(turns.longest(), 50.0);

@@ -2,6 +2,8 @@
 
 #include "tests/endpoint/TwoMembers.h"
 
+using namespace std::chrono_literals;
+
 using ::testing::ElementsAre;
 
 namespace {
@@ -56,7 +58,7 @@ TEST_F(Leaving, LosesNothingThoughTheSenderHasNotReadItsOwnMessages)
         }
     }
 
-    EXPECT_TRUE(receiver.waitForMessages(rounds * count, 5000)) << receiver.messages.size();
+    EXPECT_TRUE(receiver.waitForMessages(rounds * count, 5s)) << receiver.messages.size();
 }
 
 TEST_F(Leaving, SurvivesLeavingTwiceAndNeverHavingJoined)

@@ -7,6 +7,8 @@
 #include <memory>
 #include <vector>
 
+using namespace std::chrono_literals;
+
 using LocalCommunication::DirectoryLock;
 
 namespace {
@@ -126,10 +128,37 @@ TEST_F(LocalBrokerSharing, WaitsForTheEndOfABrokerThatNoLongerAnswers)
 
     LocalBroker broker;
     broker.start(address());
-    EXPECT_FALSE(waitUntil([&] { return broker.processId() != 0; }, 1000));
+    // that it waits shows only by time: it tells nobody of it
+    EXPECT_FALSE(waitUntil([&] { return broker.processId() != 0; }, 1s));
     ending.release();
 
     EXPECT_TRUE(waitFor(broker, State::Running));
     RecordingEndPoint client;
     EXPECT_TRUE(client.join(address()));
+}
+
+TEST_F(LocalBrokerSharing, ServesEveryInstanceOfADirectoryOnABusOfItsOwn)
+{
+    LocalBroker shared;
+    shared.start(address());
+    ASSERT_TRUE(waitFor(shared, State::Running));
+    RecordingEndPoint stranger;
+    stranger.subscribe("c", "t");
+    ASSERT_TRUE(stranger.join(address()));
+
+    qputenv("TRADEBUS_INSTANCE", "/home/trader/account.db");
+    LocalBroker own;
+    RecordingEndPoint sender;
+    RecordingEndPoint receiver;
+    own.start(address());
+    receiver.subscribe("c", "t");
+    const bool isJoined = receiver.join(address()) && sender.join(address());
+    qunsetenv("TRADEBUS_INSTANCE");
+
+    ASSERT_TRUE(isJoined);
+    EXPECT_TRUE(waitFor(own, State::Running));
+    sender.sendMessage("c", "t", "p");
+    ASSERT_TRUE(receiver.waitForMessages(1));
+    ASSERT_TRUE(stranger.listen("End", "End")); // what was to come has come
+    EXPECT_TRUE(stranger.messages.isEmpty());
 }

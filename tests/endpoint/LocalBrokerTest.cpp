@@ -7,6 +7,8 @@
 #include <sys/resource.h>
 #include <vector>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 /// This program has only so many descriptors left while it lives.
@@ -135,7 +137,7 @@ TEST_F(LocalBrokerTest, ReplacesABrokerThatHangs)
 
     ::kill(hanging, SIGSTOP);
 
-    ASSERT_TRUE(waitUntil([&] { return broker.state() != State::Running; }, 10000));
+    ASSERT_TRUE(waitUntil([&] { return broker.state() != State::Running; }, 10s));
     EXPECT_TRUE(log.has(QStringLiteral("does not answer"))) << qPrintable(log.text());
     EXPECT_TRUE(waitFor(broker, State::Running));
     EXPECT_FALSE(isAlive(hanging));

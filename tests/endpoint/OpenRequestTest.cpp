@@ -15,7 +15,7 @@ BusMessage answerTo(const QByteArray &correlation, const QByteArray &payload)
 
 } // namespace
 
-TEST(OpenRequestTest, IsOverWithTheAnswer)
+TEST(OpenRequest, IsOverWithTheAnswer)
 {
     OpenRequest request("7", 1h);
     EXPECT_FALSE(request.isOver());
@@ -26,14 +26,14 @@ TEST(OpenRequestTest, IsOverWithTheAnswer)
     EXPECT_EQ(request.answer(), "yes");
 }
 
-TEST(OpenRequestTest, IsOverWithAnEmptyAnswerToo)
+TEST(OpenRequest, IsOverWithAnEmptyAnswerToo)
 {
     OpenRequest request("7", 1h);
     request.take(answerTo("7", ""));
     EXPECT_TRUE(request.isOver());
 }
 
-TEST(OpenRequestTest, TakesNoAnswerToAnotherQuestion)
+TEST(OpenRequest, TakesNoAnswerToAnotherQuestion)
 {
     OpenRequest request("7", 1h);
     request.take(answerTo("6", "late"));
@@ -42,7 +42,7 @@ TEST(OpenRequestTest, TakesNoAnswerToAnotherQuestion)
     EXPECT_EQ(request.answer(), "");
 }
 
-TEST(OpenRequestTest, TakesTheFirstAnswer)
+TEST(OpenRequest, TakesTheFirstAnswer)
 {
     OpenRequest request("7", 1h);
     request.take(answerTo("7", "first"));
@@ -50,7 +50,7 @@ TEST(OpenRequestTest, TakesTheFirstAnswer)
     EXPECT_EQ(request.answer(), "first");
 }
 
-TEST(OpenRequestTest, IsOverWhenItsTimeIsUp)
+TEST(OpenRequest, IsOverWhenItsTimeIsUp)
 {
     const OpenRequest request("7", 0ms);
     EXPECT_TRUE(request.isOver());
@@ -58,7 +58,7 @@ TEST(OpenRequestTest, IsOverWhenItsTimeIsUp)
     EXPECT_EQ(request.answer(), "");
 }
 
-TEST(OpenRequestTest, TellsHowLongToWaitAtMost)
+TEST(OpenRequest, TellsHowLongToWaitAtMost)
 {
     const OpenRequest request("7", 1h);
     EXPECT_GT(request.remainingTime(), 59min);

@@ -4,7 +4,7 @@
 
 using LocalCommunication::OwedAnswers;
 
-TEST(OwedAnswersTest, KnowsWhereAnAnswerGoes)
+TEST(OwedAnswers, KnowsWhereAnAnswerGoes)
 {
     OwedAnswers owed;
     const QByteArray channel = owed.add({"their/answers", "7"});
@@ -16,7 +16,7 @@ TEST(OwedAnswersTest, KnowsWhereAnAnswerGoes)
     EXPECT_EQ(recipient->correlation, "7");
 }
 
-TEST(OwedAnswersTest, OwesEachAnswerOnce)
+TEST(OwedAnswers, OwesEachAnswerOnce)
 {
     OwedAnswers owed;
     const QByteArray channel = owed.add({"their/answers", "7"});
@@ -26,7 +26,7 @@ TEST(OwedAnswersTest, OwesEachAnswerOnce)
     EXPECT_TRUE(owed.isOwn(channel));
 }
 
-TEST(OwedAnswersTest, TakesNoNameOfAMessageForAChannelOfItsOwn)
+TEST(OwedAnswers, TakesNoNameOfAMessageForAChannelOfItsOwn)
 {
     OwedAnswers owed;
     OwedAnswers ofAnotherClient;
@@ -35,7 +35,7 @@ TEST(OwedAnswersTest, TakesNoNameOfAMessageForAChannelOfItsOwn)
     EXPECT_FALSE(owed.isOwn(ofAnotherClient.add({"their/answers", "7"})));
 }
 
-TEST(OwedAnswersTest, ForgetsTheOldestOfThousands)
+TEST(OwedAnswers, ForgetsTheOldestOfThousands)
 {
     OwedAnswers owed;
     const QByteArray oldest = owed.add({"their/answers", "0"});

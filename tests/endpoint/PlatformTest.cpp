@@ -49,7 +49,7 @@ private:
 
 } // namespace
 
-TEST(PlatformTest, LetsAProgramStartThoughAHelperLivesOnBesideIt)
+TEST(Platform, LetsAProgramStartThoughAHelperLivesOnBesideIt)
 {
     ProgramWithHelper program;
     program.start(QStringLiteral("sleep"), {QStringLiteral("100")});
@@ -57,7 +57,7 @@ TEST(PlatformTest, LetsAProgramStartThoughAHelperLivesOnBesideIt)
     EXPECT_TRUE(program.waitForStarted(5000));
 }
 
-TEST(PlatformTest, LetsTheEndOfAProgramBeSeenThoughAHelperLivesOnBesideIt)
+TEST(Platform, LetsTheEndOfAProgramBeSeenThoughAHelperLivesOnBesideIt)
 {
     ProgramWithHelper program;
     program.start(QStringLiteral("true"), QStringList());

@@ -5,7 +5,7 @@
 using namespace std::chrono_literals;
 using LocalCommunication::Retry;
 
-TEST(RetryTest, WaitsLongerEachTimeUpToTheLimit)
+TEST(Retry, WaitsLongerEachTimeUpToTheLimit)
 {
     Retry retry({50ms, 300ms, 2});
 
@@ -16,7 +16,7 @@ TEST(RetryTest, WaitsLongerEachTimeUpToTheLimit)
     EXPECT_EQ(retry.nextDelay(), 300ms);
 }
 
-TEST(RetryTest, BeginsAnewAfterASuccess)
+TEST(Retry, BeginsAnewAfterASuccess)
 {
     Retry retry({10ms, 5s, 4});
     retry.nextDelay();

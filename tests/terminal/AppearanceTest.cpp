@@ -10,7 +10,7 @@
 namespace Terminal {
 namespace {
 
-TEST(Fonts, HaveTheCharactersOfTheTexts)
+TEST(Appearance, HasFontsWithTheCharactersOfTheTexts)
 {
     const QFontMetrics metrics(QApplication::font());
     const auto picture = [](QChar character) {

@@ -16,14 +16,16 @@
 namespace Terminal {
 namespace {
 
-TEST_F(Program, DrawsBarsWithoutADisplay)
+using PictureProgram = Program;
+
+TEST_F(PictureProgram, DrawsBarsWithoutADisplay)
 {
     const Outcome outcome = snapshot({QStringLiteral("--code"), QStringLiteral("600519")});
     EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
     EXPECT_EQ(QImage(picture()).size(), QSize(1280, 720));
 }
 
-TEST_F(Program, NeitherReadsNorWritesSettingsForAPicture)
+TEST_F(PictureProgram, NeitherReadsNorWritesSettingsForAPicture)
 {
     ASSERT_EQ(snapshot({}).exitCode, 0);
     const QImage byDefault(picture());
@@ -42,7 +44,7 @@ TEST_F(Program, NeitherReadsNorWritesSettingsForAPicture)
               QStringList(QStringLiteral("tradechart")));
 }
 
-TEST_F(Program, TellsThatAWindowNeedsADisplay)
+TEST_F(PictureProgram, TellsThatAWindowNeedsADisplay)
 {
     const Outcome outcome = terminal({});
     EXPECT_EQ(outcome.exitCode, 1);
@@ -50,7 +52,7 @@ TEST_F(Program, TellsThatAWindowNeedsADisplay)
 }
 
 #ifndef Q_OS_MACOS // whose time-zone data cannot be hidden from a program
-TEST_F(Program, DrawsNothingByTheClockOfAnotherTimeZone)
+TEST_F(PictureProgram, DrawsNothingByTheClockOfAnotherTimeZone)
 {
     const QTemporaryDir noTimeZones;
     m_environment.insert(QStringLiteral("TZDIR"), noTimeZones.path());
@@ -61,21 +63,21 @@ TEST_F(Program, DrawsNothingByTheClockOfAnotherTimeZone)
 }
 #endif
 
-TEST_F(Program, RefusesAWrongOptionValue)
+TEST_F(PictureProgram, RefusesAWrongOptionValue)
 {
     const Outcome outcome = snapshot({QStringLiteral("--period"), QStringLiteral("year")});
     EXPECT_EQ(outcome.exitCode, 2);
     EXPECT_TRUE(outcome.messages.contains(QStringLiteral("--period"))) << qPrintable(outcome.messages);
 }
 
-TEST_F(Program, NamesDataThatIsNotThere)
+TEST_F(PictureProgram, NamesDataThatIsNotThere)
 {
     const Outcome outcome = snapshot({QStringLiteral("--code"), QStringLiteral("123456")});
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_TRUE(outcome.messages.contains(QStringLiteral("123456"))) << qPrintable(outcome.messages);
 }
 
-TEST_F(Program, NamesAnOverlayLibraryThatCannotBeLoaded)
+TEST_F(PictureProgram, NamesAnOverlayLibraryThatCannotBeLoaded)
 {
     const Outcome outcome =
         terminal({QStringLiteral("--snapshot"), picture(), QStringLiteral("--overlays"),
@@ -84,7 +86,7 @@ TEST_F(Program, NamesAnOverlayLibraryThatCannotBeLoaded)
     EXPECT_TRUE(outcome.messages.contains(QStringLiteral("/nowhere/lib.so"))) << qPrintable(outcome.messages);
 }
 
-TEST_F(Program, WritesNoPictureWithoutTheOverlaysData)
+TEST_F(PictureProgram, WritesNoPictureWithoutTheOverlaysData)
 {
     const Outcome outcome = snapshot({QStringLiteral("--overlays"), QStringLiteral("cost"),
                                       QStringLiteral("--timeout"), QStringLiteral("1")});
@@ -107,11 +109,11 @@ std::vector<int> lineRows(const QImage &image, const QRect &canvas, const QColor
     return rows;
 }
 
-class ProgramInTheme : public Program, public ::testing::WithParamInterface<const char *>
+class PictureProgramInTheme : public Program, public ::testing::WithParamInterface<const char *>
 {
 };
 
-TEST_P(ProgramInTheme, DrawsTheCostThatTheLedgerHas)
+TEST_P(PictureProgramInTheme, DrawsTheCostThatTheLedgerHas)
 {
     importStatement();
     const Outcome outcome =
@@ -134,9 +136,9 @@ TEST_P(ProgramInTheme, DrawsTheCostThatTheLedgerHas)
     EXPECT_NEAR(rows.front(), canvas.top() + window.chart()->chartGeometry().priceToY(756023.08 / 400), 1.5);
 }
 
-INSTANTIATE_TEST_SUITE_P(Themes, ProgramInTheme, ::testing::Values("dark", "light"));
+INSTANTIATE_TEST_SUITE_P(Themes, PictureProgramInTheme, ::testing::Values("dark", "light"));
 
-TEST_F(Program, DrawsTheCombinedOverlaysBesideTheOthers)
+TEST_F(PictureProgram, DrawsTheCombinedOverlaysBesideTheOthers)
 {
     importStatement();
     const Outcome outcome =
@@ -147,7 +149,7 @@ TEST_F(Program, DrawsTheCombinedOverlaysBesideTheOthers)
     EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
 }
 
-TEST_F(Program, DrawsTheCostOfTheCombinedOverlayToo)
+TEST_F(PictureProgram, DrawsTheCostOfTheCombinedOverlayToo)
 {
     importStatement();
     const QStringList arguments =
@@ -162,7 +164,7 @@ TEST_F(Program, DrawsTheCostOfTheCombinedOverlayToo)
     EXPECT_EQ(lineRows(ofTheCostLine, chart, line).size(), 1U);
 }
 
-TEST_F(Program, HidesAmountsInAPicture)
+TEST_F(PictureProgram, HidesAmountsInAPicture)
 {
     importStatement();
     const QStringList arguments =
@@ -180,7 +182,7 @@ TEST_F(Program, HidesAmountsInAPicture)
     EXPECT_LT(hidden, shown - 100) << "and shorter by its figures";
 }
 
-TEST_F(Program, DrawsNoLineForNoHolding)
+TEST_F(PictureProgram, DrawsNoLineForNoHolding)
 {
     const Outcome outcome =
         snapshot(withLedger() + QStringList({QStringLiteral("--overlays"), QStringLiteral("cost")}));
@@ -191,7 +193,7 @@ TEST_F(Program, DrawsNoLineForNoHolding)
             .empty());
 }
 
-TEST_F(Program, WaitsForTheTradesToo)
+TEST_F(PictureProgram, WaitsForTheTradesToo)
 {
     importStatement();
     const QStringList arguments =

@@ -57,7 +57,7 @@ TEST_F(ReplayProgram, DrawsAPictureNoLargerThanAskedForAndSaysNothing)
 #ifdef TRADEMODULE
 
 /// Orders at one minute and price, and where their marker is in a picture of the window.
-class OrderScene : public ReplayProgram
+class ReplayProgramOrderScene : public ReplayProgram
 {
 protected:
     Outcome takePicture(const char *minute, const QStringList &orders,
@@ -125,7 +125,7 @@ protected:
     }
 };
 
-TEST_F(OrderScene, ShowsTheOrdersAsTheLastQuoteLeftThem)
+TEST_F(ReplayProgramOrderScene, ShowsTheOrdersAsTheLastQuoteLeftThem)
 {
     importStatement();
     const Outcome outcome =
@@ -143,7 +143,7 @@ TEST_F(OrderScene, ShowsTheOrdersAsTheLastQuoteLeftThem)
     EXPECT_GT(dealt, 2 * waiting); // filled, not hollow
 }
 
-TEST_F(OrderScene, IsOfTheExchangesTodayWhereverTheMachineStands)
+TEST_F(ReplayProgramOrderScene, IsOfTheExchangesTodayWhereverTheMachineStands)
 {
     importStatement();
     for (const char *const zone : {westernmostZone, easternmostZone}) {
@@ -156,14 +156,14 @@ TEST_F(OrderScene, IsOfTheExchangesTodayWhereverTheMachineStands)
     EXPECT_THAT(orders(), AllOf(HasSubstr("1 " + dealt), HasSubstr("2 " + dealt)));
 }
 
-TEST_F(OrderScene, PlacesItsOrdersWithoutOverlaysToo)
+TEST_F(ReplayProgramOrderScene, PlacesItsOrdersWithoutOverlaysToo)
 {
     const Outcome outcome = takePicture("1335", {QStringLiteral("0945 buy 3000 50.70")}, {});
     ASSERT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
     EXPECT_THAT(orders(), HasSubstr("buy 50.70 3000 3000 0 已成"));
 }
 
-TEST_F(OrderScene, ListsItsOrdersInThePanel)
+TEST_F(ReplayProgramOrderScene, ListsItsOrdersInThePanel)
 {
     const QColor background = makeTheme(ThemeKind::Dark, RiseColour::Red).background;
     const auto inkPixels = [this, &background] {
@@ -179,7 +179,7 @@ TEST_F(OrderScene, ListsItsOrdersInThePanel)
     EXPECT_GT(inkPixels(), ofOne * 3 / 2) << "the ledger has the order of the first time, too";
 }
 
-TEST_F(OrderScene, IsNotDrawnWithoutAnOrderThatIsRefused)
+TEST_F(ReplayProgramOrderScene, IsNotDrawnWithoutAnOrderThatIsRefused)
 {
     const Outcome outcome = takePicture("1000", {QStringLiteral("0945 sell 100 51.00")});
     EXPECT_EQ(outcome.exitCode, 1);
@@ -187,7 +187,7 @@ TEST_F(OrderScene, IsNotDrawnWithoutAnOrderThatIsRefused)
     EXPECT_FALSE(QFile::exists(picture()));
 }
 
-TEST_F(OrderScene, OfAPastDayWaitsForTheOrdersOfThatDay)
+TEST_F(ReplayProgramOrderScene, OfAPastDayWaitsForTheOrdersOfThatDay)
 {
     const QStringList pastDay = {QStringLiteral("--code"),     QStringLiteral("600536"),
                                  QStringLiteral("--period"),   QStringLiteral("minute"),

@@ -19,7 +19,7 @@ namespace Terminal {
 namespace {
 
 /// A run of the terminal's window without services, closed by its user.
-class RunWithSettings : public Settings
+class TerminalProgramWithSettings : public Settings
 {
 protected:
     static int run(const QStringList &arguments, std::function<void(MainWindow *)> act)
@@ -52,7 +52,7 @@ protected:
     }
 };
 
-TEST_F(RunWithSettings, OpensTheWindowAsItWasClosed)
+TEST_F(TerminalProgramWithSettings, OpensTheWindowAsItWasClosed)
 {
     EXPECT_EQ(run({QStringLiteral("--lang"), QStringLiteral("en")},
                   [](MainWindow *window) {
@@ -79,7 +79,7 @@ TEST_F(RunWithSettings, OpensTheWindowAsItWasClosed)
     EXPECT_TRUE(opened);
 }
 
-TEST_F(RunWithSettings, SharesTheWidthOfThePanelAsItsUserDid)
+TEST_F(TerminalProgramWithSettings, SharesTheWidthOfThePanelAsItsUserDid)
 {
     const auto halves = [](MainWindow *window) {
         QApplication::processEvents(); // it is laid out
@@ -100,7 +100,7 @@ TEST_F(RunWithSettings, SharesTheWidthOfThePanelAsItsUserDid)
     EXPECT_EQ(shown, chosen);
 }
 
-TEST_F(RunWithSettings, OpensAnotherChartWhenTheRememberedOneIsGone)
+TEST_F(TerminalProgramWithSettings, OpensAnotherChartWhenTheRememberedOneIsGone)
 {
     set(QStringLiteral("code"), QStringLiteral("999999"));
     QString shown;
@@ -108,12 +108,12 @@ TEST_F(RunWithSettings, OpensAnotherChartWhenTheRememberedOneIsGone)
     EXPECT_EQ(shown, QStringLiteral("000001"));
 }
 
-TEST_F(RunWithSettings, OpensNoOtherChartThanTheCommandLineNames)
+TEST_F(TerminalProgramWithSettings, OpensNoOtherChartThanTheCommandLineNames)
 {
     EXPECT_EQ(run({QStringLiteral("--code"), QStringLiteral("999999")}, [](MainWindow *) {}), 1);
 }
 
-TEST_F(RunWithSettings, OpensWithoutTheRememberedOverlaysWhenTheirLibraryIsGone)
+TEST_F(TerminalProgramWithSettings, OpensWithoutTheRememberedOverlaysWhenTheirLibraryIsGone)
 {
     set(QStringLiteral("overlays"), QStringLiteral("cost"));
     const LogCapture log;

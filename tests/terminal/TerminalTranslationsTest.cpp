@@ -21,7 +21,7 @@ bool isOfTheCommandLine(const QString &path)
 
 Translations marked()
 {
-    QStringList files;
+    QStringList files(sources() + QStringLiteral("/../trading/MessageTable.cpp"));
     for (QDirIterator all(sources(), {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
                           QDirIterator::Subdirectories);
          all.hasNext();) {

@@ -2,6 +2,7 @@
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/bus/TradeRequest.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <QJsonDocument>
 
@@ -13,7 +14,7 @@ const QLatin1String AnswerMessage::noCost("nan");
 
 AnswerMessage::AnswerMessage(const TradeRequest &request)
 {
-    for (const char *const echoed : {CMD, STKCODE, SCREENID, OBJECTID}) {
+    for (const char *const echoed : {CMD, STKCODE, SCREENID, OBJECTID, Trading::PlaceFields::CLIENTNO}) {
         if (!request.field(echoed).isUndefined()) {
             set(echoed, request.field(echoed));
         }

@@ -94,6 +94,8 @@ QByteArray TradeAnswers::answer(const QJsonObject &question)
                             .arg(key(CMD), request.command()));
         }
         (this->*command->answer)(request, &answer);
+    } catch (const LeaseLost &) {
+        throw;
     } catch (const LedgerError &error) {
         answer.fail(AnswerMessage::LedgerFailed, error.reason());
     } catch (const Error &error) {
@@ -168,8 +170,9 @@ void TradeAnswers::place(const TradeRequest &request, AnswerMessage *answer)
     const Direction direction = request.direction();
     const Money price = request.orderPrice();
     const qint64 quantity = request.orderQuantity();
+    const QString clientNumber = request.clientNumber();
     refusable(answer, [&] {
-        const Order order = m_exchange->place(security, direction, price, quantity);
+        const Order order = m_exchange->place(security, direction, price, quantity, clientNumber);
         const QString number = QString::number(order.number);
         answer->set(RTSORDERNO, number);
         answer->set(DATA, QJsonObject{{key(RTSORDERNO), number}});

@@ -24,6 +24,7 @@ public:
     {
     }
 
+    /// Fails as LeaseLost only: who has lost its right answers nothing.
     QByteArray answer(const QJsonObject &question);
 
 private:

@@ -3,7 +3,8 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
-#include "trademodule/exchange/TradingRules.h"
+#include "trading/ModuleVocabulary.h"
+#include "trading/TradingUnits.h"
 
 namespace TradeModule {
 
@@ -79,7 +80,7 @@ Money TradeRequest::orderPrice() const
 {
     const QString expected = translated("a price in yuan");
     const Money price = needed(RTSENTRUSTPRICE, m_question.orderPrice(), expected);
-    if (price > TradingRules::highestPrice) {
+    if (price > Trading::highestPrice) {
         refuse(RTSENTRUSTPRICE, expected);
     }
     return price;
@@ -89,10 +90,19 @@ qint64 TradeRequest::orderQuantity() const
 {
     const qint64 quantity =
         needed(RTSENTRUSTQTY, m_question.orderQuantity(), translated("a whole number greater than 0"));
-    if (quantity > TradingRules::mostShares) {
-        refuse(RTSENTRUSTQTY, translated("at most %1").arg(TradingRules::mostShares));
+    if (quantity > Trading::mostShares) {
+        refuse(RTSENTRUSTQTY, translated("at most %1").arg(Trading::mostShares));
     }
     return quantity;
+}
+
+QString TradeRequest::clientNumber() const
+{
+    constexpr const char *key = Trading::PlaceFields::CLIENTNO;
+    if (field(key).isUndefined()) {
+        return {};
+    }
+    return needed(key, m_question.clientNumber(), translated("1 to 64 printable ASCII characters"));
 }
 
 } // namespace TradeModule

@@ -29,6 +29,8 @@ public:
     /// "orderprice" and "orderqty" as text.
     Money orderPrice() const;
     qint64 orderQuantity() const;
+    /// "clientno" as text; empty when the question has none.
+    QString clientNumber() const;
 
     /// A field as it came, for the echo in the answer.
     QJsonValue field(const char *key) const { return m_question.field(key); }

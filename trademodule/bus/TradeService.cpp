@@ -43,27 +43,43 @@ QByteArray answerChannel(const QJsonObject &question, const QByteArray &replyCha
 
 } // namespace
 
-TradeService::TradeService(const QString &busDirectory, Ledger *ledger)
+TradeService::TradeService(const QString &busDirectory, Ledger *ledger, const TradePresence &presence)
     : m_endPoint(nullptr),
       m_orders(ledger),
       m_exchange(ledger, [this](const Order &changed) { notify(changed); }),
-      m_answers(ledger, &m_exchange)
+      m_answers(ledger, &m_exchange),
+      m_presence(presence)
 {
     QObject::connect(&m_endPoint, &LocalCommunication::EndPoint::messageReceived, this,
                      &TradeService::handleMessage);
     QObject::connect(&m_endPoint, &LocalCommunication::EndPoint::ready, this,
-                     [this] { attempt(&TradeService::tellOfToday); });
-    m_endPoint.subscribe(Channel::GLOBAL, QByteArray(TradeChart::Topic::TRADEQUERY));
-    m_endPoint.subscribe(Channel::MARKET, QByteArray(Topic::QUOTE));
+                     [this] { attempt([this] { tellOfToday(); }); });
+    m_endPoint.subscribe(Channel::GLOBAL, {TradeChart::Topic::TRADEQUERY, Topic::TRADEPRESENCE});
+    if (!ledger->isReadOnly()) {
+        beginDealing();
+    }
     m_endPoint.connect(busDirectory);
-    QObject::connect(&m_settleTimer, &QTimer::timeout, this, [this] { attempt(&TradeService::settle); });
+    m_presence.start(busDirectory);
+}
+
+void TradeService::beginDealing()
+{
+    m_endPoint.subscribe(Channel::MARKET, QByteArray(Topic::QUOTE));
+    QObject::connect(&m_settleTimer, &QTimer::timeout, this, [this] { attempt([this] { settle(); }); });
     m_settleTimer.start(settleInterval);
 }
 
 void TradeService::handleMessage(const QByteArray &topic, const QByteArray &payload,
                                  const QByteArray &replyChannel)
 {
-    topic == Topic::QUOTE ? handleQuote(payload) : handleQuestion(payload, replyChannel);
+    if (m_isStopped) {
+        return;
+    }
+    if (topic == Topic::TRADEPRESENCE) {
+        m_presence.hear(payload);
+    } else {
+        topic == Topic::QUOTE ? handleQuote(payload) : handleQuestion(payload, replyChannel);
+    }
 }
 
 void TradeService::handleQuestion(const QByteArray &payload, const QByteArray &replyChannel)
@@ -74,9 +90,11 @@ void TradeService::handleQuestion(const QByteArray &payload, const QByteArray &r
     if (!isQuestion(question)) {
         return; // another module's answer to a chart that listens on the global channel
     }
-    attempt(&TradeService::dealQuotes); // what came before the question comes first
-    const QByteArray answer = document.isObject() ? m_answers.answer(question) : refusal(error);
-    m_endPoint.sendMessage(answerChannel(question, replyChannel), TradeChart::Topic::TRADEQUERY, answer);
+    attempt([this] { dealQuotes(); }); // what came before the question comes first
+    attempt([&] {
+        const QByteArray answer = document.isObject() ? m_answers.answer(question) : refusal(error);
+        m_endPoint.sendMessage(answerChannel(question, replyChannel), TradeChart::Topic::TRADEQUERY, answer);
+    });
 }
 
 void TradeService::handleQuote(const QByteArray &payload)
@@ -93,7 +111,7 @@ void TradeService::handleQuote(const QByteArray &payload)
                  .arg(mostWaitingQuotes));
     }
     if (m_quotes.size() == 1) {
-        attempt(&TradeService::dealQuotes);
+        attempt([this] { dealQuotes(); });
     }
 }
 
@@ -130,13 +148,25 @@ void TradeService::tellOfToday()
     }
 }
 
-void TradeService::attempt(void (TradeService::*work)())
+/// What is left to do after the lease is lost is left alone.
+void TradeService::attempt(const std::function<void()> &work)
 {
+    if (m_isStopped) {
+        return;
+    }
     try {
-        (this->*work)();
+        work();
+    } catch (const LeaseLost &lost) {
+        stop(lost.reason());
     } catch (const Error &error) {
         warn(error.reason());
     }
+}
+
+void TradeService::stop(const QString &reason)
+{
+    m_isStopped = true;
+    Q_EMIT leaseLost(reason);
 }
 
 /// Says once what comes again with every second that it lasts.

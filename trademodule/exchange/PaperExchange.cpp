@@ -6,6 +6,7 @@
 #include "trademodule/exchange/Dealing.h"
 #include "trademodule/exchange/OrderLife.h"
 #include "trademodule/exchange/TradingRules.h"
+#include "trading/DayLimits.h"
 
 #include <QtDebug>
 
@@ -21,6 +22,12 @@ Order newOrder(const SecurityId &security, Direction direction, Money price, qin
     order.price = price;
     order.quantity = quantity;
     return order;
+}
+
+bool isSameContent(const Order &a, const Order &b)
+{
+    return a.security == b.security && a.direction == b.direction && a.price == b.price &&
+           a.quantity == b.quantity;
 }
 
 } // namespace
@@ -41,13 +48,16 @@ ClockTime PaperExchange::now() const
 bool PaperExchange::isOpen() const
 {
     // a day that is played may be played on a Sunday
-    const bool isTradingDay = m_market.clock() || TradingRules::isTradingDay(QDate::currentDate());
+    const bool isTradingDay = m_market.clock() || TradingRules::isTradingDay(TradingDate::today());
     return isTradingDay && TradingRules::isOpen(now());
 }
 
-Order PaperExchange::place(const SecurityId &security, Direction direction, Money price, qint64 quantity)
+Order PaperExchange::place(const SecurityId &security, Direction direction, Money price, qint64 quantity,
+                           const QString &clientNumber)
 {
-    return enter(newOrder(security, direction, price, quantity), OrderLife::statusWhenPlaced(isOpen()));
+    Order order = newOrder(security, direction, price, quantity);
+    order.clientNumber = clientNumber;
+    return enter(order, OrderLife::statusWhenPlaced(isOpen()));
 }
 
 Order PaperExchange::leave(const SecurityId &security, Direction direction, Money price, qint64 quantity)
@@ -62,6 +72,9 @@ Order PaperExchange::enter(Order order, const QString &status)
     order.time = now();
     order.status = status;
     Transaction transaction = m_book.begin();
+    if (const std::optional<Order> before = placedBefore(order)) {
+        return *before;
+    }
     const QString wrong = TradingRules::formError(order, m_book.holding(order.security).quantity());
     if (!wrong.isEmpty()) {
         throw Error(wrong);
@@ -71,6 +84,18 @@ Order PaperExchange::enter(Order order, const QString &status)
     transaction.commit();
     publish({order});
     return order;
+}
+
+std::optional<Order> PaperExchange::placedBefore(const Order &order)
+{
+    const std::optional<Order> before =
+        order.clientNumber.isEmpty() ? std::nullopt : m_book.find(order.clientNumber);
+    if (before && !isSameContent(*before, order)) {
+        throw Error(translated("the client's number \"%1\" is that of another order, %2")
+                        .arg(order.clientNumber)
+                        .arg(before->number));
+    }
+    return before;
 }
 
 void PaperExchange::setCash(Money cash)
@@ -108,7 +133,7 @@ Order PaperExchange::cancel(TradingDate date, qint64 number)
 bool PaperExchange::isBeyondLimits(const Order &order) const
 {
     const std::optional<Money> reference = m_market.reference(order.security);
-    return reference && !TradingRules::priceLimits(order.security, *reference).contain(order.price);
+    return reference && !Trading::dayLimits(order.security.code, *reference).contain(order.price);
 }
 
 /// The orders that advanceAll() changes, as they are afterwards.

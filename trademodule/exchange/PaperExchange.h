@@ -32,7 +32,11 @@ public:
 
     /// Places a limit order of a buy or a sell; an Error says which rule it breaks. The order with its
     /// number and status comes back.
-    Order place(const SecurityId &security, Direction direction, Money price, qint64 quantity);
+    ///
+    /// An asker who was not answered asks again with the same client's number, and gets the order that it
+    /// placed before as it is now; an Error when it was another one. Without a number every call places one.
+    Order place(const SecurityId &security, Direction direction, Money price, qint64 quantity,
+                const QString &clientNumber = {});
     /// The same for the exchange of another process on the same ledger: that one takes the order when it
     /// settles next.
     Order leave(const SecurityId &security, Direction direction, Money price, qint64 quantity);
@@ -69,6 +73,7 @@ public:
 
 private:
     Order enter(Order order, const QString &status);
+    std::optional<Order> placedBefore(const Order &order);
     ClockTime now() const;
     bool isOpen() const;
     bool isOfToday(const Quote &quote);

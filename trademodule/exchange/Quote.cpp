@@ -3,8 +3,8 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
-#include "trademodule/exchange/TradingRules.h"
 #include "trading/ModuleVocabulary.h"
+#include "trading/TradingUnits.h"
 
 namespace TradeModule {
 
@@ -26,7 +26,7 @@ Money price(const QJsonObject &object, const char *key)
 {
     bool isNumber = false;
     const std::optional<Money> money = Money::ofYuan(textOf(object, key).toDouble(&isNumber));
-    if (!isNumber || !money || !(*money > Money()) || *money > TradingRules::highestPrice) {
+    if (!isNumber || !money || !(*money > Money()) || *money > Trading::highestPrice) {
         refuse(object, key);
     }
     return *money;

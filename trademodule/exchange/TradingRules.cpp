@@ -1,6 +1,5 @@
 #include "trademodule/exchange/TradingRules.h"
 #include "trademodule/ProgramLanguage.h"
-#include "trading/DayLimits.h"
 #include "trading/TradingUnits.h"
 
 #include <algorithm>
@@ -13,7 +12,7 @@ namespace {
 /// round many a half cent down.
 Money share(Money amount, qint64 hundredThousandths)
 {
-    const qint64 whole = 100000 * tick.steps();
+    const qint64 whole = 100000 * Money::ofCents(1).steps();
     return Money::ofCents((amount.steps() * hundredThousandths + whole / 2) / whole);
 }
 
@@ -26,21 +25,21 @@ bool isOpen(ClockTime time)
     return (time >= morning[0] && time <= morning[1]) || (time >= afternoon[0] && time <= afternoon[1]);
 }
 
-bool isTradingDay(const QDate &day)
+bool isTradingDay(TradingDate day)
 {
-    return day.dayOfWeek() <= Qt::Friday;
+    return day.calendarDate().dayOfWeek() <= Qt::Friday;
 }
 
 QString formError(const Order &order, qint64 held)
 {
-    if (!(order.price > Money()) || order.price.steps() % tick.steps() != 0) {
+    if (!(order.price > Money()) || order.price.steps() % Trading::priceStep.steps() != 0) {
         return translated("the price must be a multiple of 0.01 yuan");
     }
-    if (order.price > highestPrice) {
-        return translated("the price must be at most %1 yuan").arg(highestPrice.text());
+    if (order.price > Trading::highestPrice) {
+        return translated("the price must be at most %1 yuan").arg(Trading::highestPrice.text());
     }
-    if (order.quantity > mostShares) {
-        return translated("the quantity must be at most %1").arg(mostShares);
+    if (order.quantity > Trading::mostShares) {
+        return translated("the quantity must be at most %1").arg(Trading::mostShares);
     }
     if (!order.price.times(order.quantity)) {
         return translated("price × quantity must be at most %1 yuan").arg(Money::limit().text());
@@ -50,13 +49,6 @@ QString formError(const Order &order, qint64 held)
         return translated("the quantity must be a multiple of %1").arg(Trading::sharesOfLot);
     }
     return {};
-}
-
-PriceLimits priceLimits(const SecurityId &security, Money previousClose)
-{
-    const qint64 closeBefore = (previousClose.steps() + tick.steps() / 2) / tick.steps();
-    const auto limits = Trading::dayLimits(security.code, closeBefore);
-    return {Money::ofCents(limits.lowest), Money::ofCents(limits.highest)};
 }
 
 Money fees(Direction direction, Money amount)

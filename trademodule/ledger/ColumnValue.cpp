@@ -36,12 +36,17 @@ Money money(const QVariant &value)
 
 Market market(const QVariant &value)
 {
-    return valid(marketOfLetters(value.toString()), value);
+    return valid(marketInLedger(value.toString()), value);
 }
 
 Direction direction(const QVariant &value)
 {
     return valid(directionOfCode(value.toString()), value);
+}
+
+CostMethod costMethod(const QVariant &value)
+{
+    return valid(costMethodOf(value.toString()), value);
 }
 
 } // namespace TradeModule::ColumnValue

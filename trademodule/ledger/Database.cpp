@@ -60,6 +60,19 @@ void makePrivateFile(const QString &file)
     }
 }
 
+/// True when the first value of the first row is true.
+bool isTrue(QSqlQuery rows)
+{
+    return rows.next() && rows.value(0).toBool();
+}
+
+/// True when an existing file may be read only, or nothing may be laid beside it, as every change needs.
+bool isReadOnlyFile(const QString &file)
+{
+    const QFileInfo info(QFileInfo(file).canonicalFilePath());
+    return info.exists() && !(info.isWritable() && QFileInfo(info.path()).isWritable());
+}
+
 /// True when another process was changing the ledger for too long.
 bool isBusy(Database::Kind kind, const QSqlError &error)
 {
@@ -149,16 +162,48 @@ void Database::tellOfReconnection()
 
 void Database::openSqlite(const QString &file)
 {
+    m_isReadOnly = isReadOnlyFile(file);
+    m_isReadOnly ? openReadOnlySqlite(file) : openWritableSqlite(file);
+    // a security's rows are spread over the file: read them where they lie
+    run(QStringLiteral("PRAGMA mmap_size = %1").arg(mappedBytes));
+}
+
+void Database::openWritableSqlite(const QString &file)
+{
     makePrivateFile(file);
     QSqlDatabase database = connection();
     database.setDatabaseName(file);
     open(database, file);
     // write-ahead log: readers go on while an import writes
-    run(QStringLiteral("PRAGMA journal_mode = WAL"));
+    QSqlQuery mode = run(QStringLiteral("PRAGMA journal_mode = WAL"));
+    if (keeps(file) && mode.next() && mode.value(0).toString() != QLatin1String("wal")) {
+        qWarning("%s", qUtf8Printable(translated("the ledger %1 lies where no write-ahead log can be had: "
+                                                 "who reads it waits while another program writes")
+                                          .arg(shownLocation())));
+    }
     run(QStringLiteral("PRAGMA synchronous = FULL"));
     run(QStringLiteral("PRAGMA foreign_keys = ON"));
-    // a security's rows are spread over the file: read them where they lie
-    run(QStringLiteral("PRAGMA mmap_size = %1").arg(mappedBytes));
+}
+
+/// Where no file can be laid beside it, not even to read, the ledger is read as what nobody changes: nobody
+/// who keeps to the same rights can.
+void Database::openReadOnlySqlite(const QString &file)
+{
+    QSqlDatabase database = connection();
+    database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI"));
+    const QString address = QString::fromUtf8(QUrl::fromLocalFile(shownLocation()).toEncoded());
+    database.setDatabaseName(address);
+    if (!database.open() || !QSqlQuery(database).exec(QStringLiteral("SELECT 1 FROM sqlite_master"))) {
+        database.close();
+        database.setDatabaseName(address + QStringLiteral("?immutable=1"));
+    }
+    open(database, file);
+}
+
+QString Database::shownLocation() const
+{
+    return m_kind == Kind::Sqlite ? QFileInfo(m_location).absoluteFilePath()
+                                  : QUrl(m_location).toDisplayString();
 }
 
 void Database::openPostgreSql(const QString &url)
@@ -179,6 +224,7 @@ void Database::openPostgreSql(const QString &url)
     database.setConnectOptions(QStringLiteral("connect_timeout=%1").arg(longestConnecting.count()));
     open(database, parsed.toDisplayString());
     run(QStringLiteral("SET client_min_messages = warning"));
+    m_isReadOnly = isTrue(run(QStringLiteral("SELECT current_setting('transaction_read_only')::boolean")));
 }
 
 void Database::open(QSqlDatabase connection, const QString &shownLocation)
@@ -220,12 +266,18 @@ void Database::refuse(const QSqlQuery &failed)
 
 void Database::begin()
 {
+    if (m_isReadOnly) {
+        throw LedgerError(translated("the ledger can only be read: nothing can be changed in it"));
+    }
     waitAtMost(m_isBusy ? noPatience : m_patience);
     // SQLite: takes the right to write at once; a later upgrade could fail without waiting
     run(m_kind == Kind::Sqlite ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"));
     m_isInTransaction = true;
     try {
         lockOutWriters();
+        if (m_guard) {
+            m_guard();
+        }
     } catch (const Error &) {
         rollback();
         throw;

@@ -33,6 +33,11 @@ public:
 
     Kind kind() const { return m_kind; }
     const QString &location() const { return m_location; }
+    /// The location for people: a file's full path, or the URL without a password.
+    QString shownLocation() const;
+
+    /// True when the file, or the server, lets nothing be changed. Then begin() fails.
+    bool isReadOnly() const { return m_isReadOnly; }
 
     /// Runs a statement with its values bound in order. The rows of the result are read forwards only,
     /// and before the next statement.
@@ -54,6 +59,9 @@ public:
     /// done on it; what it throws closes the connection again.
     void setReconnected(std::function<void()> reconnected) { m_reconnected = std::move(reconnected); }
 
+    /// Has `guard` called inside each transaction, before anything else; what it throws undoes it.
+    void setGuard(std::function<void()> guard) { m_guard = std::move(guard); }
+
     // For Transaction.
 
     /// Waits until no other process changes the ledger, and keeps the others waiting. When it fails,
@@ -66,6 +74,8 @@ public:
 private:
     void open();
     void openSqlite(const QString &file);
+    void openWritableSqlite(const QString &file);
+    void openReadOnlySqlite(const QString &file);
     void openPostgreSql(const QString &url);
     void waitAtMost(std::chrono::milliseconds time);
     void lockOutWriters();
@@ -79,8 +89,10 @@ private:
     const Kind m_kind;
     const QString m_name;
     std::function<void()> m_reconnected;
+    std::function<void()> m_guard;
     std::chrono::milliseconds m_patience = std::chrono::minutes(1);
     std::chrono::milliseconds m_wait{0}; // what the connection is told
+    bool m_isReadOnly = false;
     bool m_isInTransaction = false;
     bool m_isBusy = false; // the last change waited in vain
 };

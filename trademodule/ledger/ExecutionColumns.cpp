@@ -20,9 +20,10 @@ struct SideLetter
 };
 
 constexpr SideLetter sideLetters[] = {
-    {Side::Buy, QLatin1String("B", 1)},
-    {Side::Sell, QLatin1String("S", 1)},
-    {Side::Bonus, QLatin1String("G", 1)},
+    {Side::Buy, QLatin1String("B", 1)},       {Side::Sell, QLatin1String("S", 1)},
+    {Side::Bonus, QLatin1String("G", 1)},     {Side::Merger, QLatin1String("M", 1)},
+    {Side::Allotment, QLatin1String("A", 1)}, {Side::In, QLatin1String("I", 1)},
+    {Side::Out, QLatin1String("O", 1)},
 };
 
 QString letterOf(Side side)
@@ -103,6 +104,11 @@ QString ofKnownSecurity()
 QString withSecurity()
 {
     return ofKnownSecurity() + QStringLiteral(",s.code,s.market");
+}
+
+int count()
+{
+    return columnCount;
 }
 
 Execution read(const QSqlQuery &row, const SecurityId &security)

@@ -16,6 +16,9 @@ QString ofKnownSecurity();
 /// The same with those, from `execution e` and `security s`.
 QString withSecurity();
 
+/// How many columns ofKnownSecurity() has.
+int count();
+
 /// A row of ofKnownSecurity().
 Execution read(const QSqlQuery &row, const SecurityId &security);
 /// A row of withSecurity().

@@ -15,6 +15,18 @@ Executions all(QSqlQuery rows)
     return executions;
 }
 
+/// Rows of LedgerQueries::knownEntries...().
+KnownEntries known(QSqlQuery rows, const SecurityId &security)
+{
+    KnownEntries entries;
+    while (rows.next()) {
+        const int beyond = ExecutionColumns::count();
+        entries.append({rows.value(beyond).toLongLong(), ExecutionColumns::read(rows, security),
+                        !rows.value(beyond + 1).isNull()});
+    }
+    return entries;
+}
+
 } // namespace
 
 Executions ExecutionTable::trades(const SecurityId &security, DateRange days)
@@ -47,6 +59,22 @@ void ExecutionTable::visitEntries(qint64 id, const SecurityId &security, DateRan
     while (rows.next()) {
         visit(ExecutionColumns::read(rows, security));
     }
+}
+
+bool ExecutionTable::hasEntries(qint64 id)
+{
+    return m_database->run(QStringLiteral("SELECT 1 FROM execution WHERE security_id = ? LIMIT 1"), {id})
+        .next();
+}
+
+KnownEntries ExecutionTable::knownEntries(qint64 id, const SecurityId &security, TradingDate day)
+{
+    return known(m_database->run(LedgerQueries::knownEntriesOfDay(), {id, day.number()}), security);
+}
+
+KnownEntries ExecutionTable::knownAllotments(qint64 id, const SecurityId &security)
+{
+    return known(m_database->run(LedgerQueries::knownAllotments(), {id}), security);
 }
 
 bool ExecutionTable::hasLater(qint64 id, const Execution &execution)

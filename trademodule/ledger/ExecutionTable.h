@@ -3,12 +3,13 @@
 #include "trademodule/ledger/Database.h"
 #include "trademodule/ledger/DateRange.h"
 #include "trademodule/ledger/Execution.h"
+#include "trademodule/ledger/FillMatching.h"
 
 #include <functional>
 
 namespace TradeModule {
 
-/// The executions of a ledger. Trades are executions but for bonus shares; entries are all.
+/// The executions of a ledger. Trades are what was dealt on an exchange; entries are all.
 class ExecutionTable
 {
 public:
@@ -26,6 +27,11 @@ public:
 
     /// Has every entry of a security visited, oldest first. `id` is the security's key in the ledger.
     void visitEntries(qint64 id, const SecurityId &security, DateRange days, const Visitor &visit);
+    bool hasEntries(qint64 id);
+    /// The entries of a security on a day, in order of time, each with its key.
+    KnownEntries knownEntries(qint64 id, const SecurityId &security, TradingDate day);
+    /// The same of all its allotments.
+    KnownEntries knownAllotments(qint64 id, const SecurityId &security);
     /// True when the ledger has an entry of the security that is later than an execution.
     bool hasLater(qint64 id, const Execution &execution);
 

@@ -2,15 +2,16 @@
 
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
+#include "trademodule/ledger/ProcessIdentity.h"
 
 #include <QFile>
 
-#include <array>
 #include <cerrno>
 #include <cstring>
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h> // file locks: the same on Linux and macOS
 
 namespace TradeModule {
@@ -38,24 +39,39 @@ FileLock::~FileLock()
     ::close(m_descriptor);
 }
 
-bool FileLock::tryTake(const QString &record)
+bool FileLock::tryTake()
 {
     if (::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
         return false;
     }
-    const QByteArray line = record.toUtf8();
-    // the record only tells others who has the lock: without it, it holds as well
-    [[maybe_unused]] const bool isWritten =
-        ::ftruncate(m_descriptor, 0) == 0 &&
-        ::pwrite(m_descriptor, line.constData(), static_cast<std::size_t>(line.size()), 0) == line.size();
+    beat();
     return true;
 }
 
-QString FileLock::ownersRecord()
+void FileLock::beat()
 {
-    std::array<char, 512> line{};
-    const ssize_t size = ::pread(m_descriptor, line.data(), line.size(), 0);
-    return size > 0 ? QString::fromUtf8(line.data(), static_cast<int>(size)) : QString();
+    ::futimens(m_descriptor, nullptr);
+}
+
+QString FileLock::signOfLife()
+{
+    struct stat status
+    {
+    };
+    if (::fstat(m_descriptor, &status) != 0) {
+        return {};
+    }
+#ifdef Q_OS_MACOS
+    const timespec time = status.st_mtimespec;
+#else
+    const timespec time = status.st_mtim;
+#endif
+    return QStringLiteral("%1.%2").arg(time.tv_sec).arg(time.tv_nsec);
+}
+
+bool FileLock::endOwner(const ProcessIdentity &owner, const QString &sign)
+{
+    return signOfLife() == sign && owner.end();
 }
 
 } // namespace TradeModule

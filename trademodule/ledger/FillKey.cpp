@@ -2,6 +2,20 @@
 
 namespace TradeModule {
 
+namespace {
+
+/// A spreadsheet drops the zeros that a number starts with.
+QString withoutLeadingZeros(const QString &number)
+{
+    int zeros = 0;
+    while (zeros < number.size() && number[zeros] == QLatin1Char('0')) {
+        ++zeros;
+    }
+    return zeros == 0 ? number : number.mid(zeros);
+}
+
+} // namespace
+
 FillKey::FillKey(const Execution &execution)
     : m_security(execution.security),
       m_side(execution.side),
@@ -9,8 +23,8 @@ FillKey::FillKey(const Execution &execution)
       m_time(execution.dealNo.isEmpty() ? execution.time : ClockTime()),
       m_price(execution.price.steps()),
       m_quantity(execution.quantity),
-      m_orderNo(execution.dealNo.isEmpty() ? execution.orderNo : QString()),
-      m_dealNo(execution.dealNo)
+      m_orderNo(execution.dealNo.isEmpty() ? withoutLeadingZeros(execution.orderNo) : QString()),
+      m_dealNo(withoutLeadingZeros(execution.dealNo))
 {
 }
 

@@ -8,7 +8,8 @@ namespace TradeModule {
 
 /// What makes two rows of statements the same fill. With the exchange's deal number that is enough,
 /// whatever else a form of export tells; without it, the time and the order number count too. Fills that
-/// are equal even so can be real: they are told apart by how many there are.
+/// are equal even so can be real: they are told apart by how many there are. Numbers count without the zeros
+/// that they start with.
 class FillKey
 {
 public:
@@ -29,8 +30,5 @@ private:
 };
 
 uint qHash(const FillKey &key, uint seed = 0);
-
-/// How often each fill occurs.
-using FillCounts = QHash<FillKey, int>;
 
 } // namespace TradeModule

@@ -3,8 +3,11 @@
 #include "trademodule/ledger/ExecutionTable.h"
 #include "trademodule/ledger/HoldingTable.h"
 #include "trademodule/ledger/LedgerSchema.h"
+#include "trademodule/ledger/MoneyTable.h"
 #include "trademodule/ledger/StatementBooking.h"
 #include "trademodule/ledger/Transaction.h"
+
+#include <algorithm>
 
 namespace TradeModule {
 
@@ -32,11 +35,12 @@ void Ledger::add(const Execution &execution)
     ExecutionTable executions(&m_database);
     HoldingTable holdings(&m_database);
     executions.add(id, execution);
-    if (executions.hasLater(id, execution)) {
-        holdings.addUp(id, execution.security);
+    Holding holding = holdings.find(execution.security);
+    const bool mustKnowEachBuy = holding.method() == CostMethod::Fifo && execution.side == Side::Sell;
+    if (mustKnowEachBuy || executions.hasLater(id, execution)) {
+        holdings.addUp({id, execution.security, QString()});
         return;
     }
-    Holding holding = holdings.find(execution.security);
     holding.add(execution);
     holdings.set(id, holding);
 }
@@ -45,10 +49,53 @@ Booked Ledger::book(const Statement &statement, Mode mode, const Progress &progr
 {
     Transaction transaction(&m_database);
     const Booked booked = StatementBooking(this, statement).book(progress);
-    if (mode == Mode::Keep) {
+    if (mode == Mode::Keep && booked.doubtful.isEmpty()) {
         transaction.commit();
     }
     return booked;
+}
+
+QVector<ImportedStatement> Ledger::imports()
+{
+    return StatementTable(&m_database).all();
+}
+
+void Ledger::undoImport(qint64 number)
+{
+    Transaction transaction(&m_database);
+    StatementTable(&m_database).remove(number);
+    HoldingTable(&m_database).addUpAll();
+    transaction.commit();
+}
+
+CostMethod Ledger::costMethod()
+{
+    return HoldingTable(&m_database).method();
+}
+
+void Ledger::setCostMethod(CostMethod method)
+{
+    Transaction transaction(&m_database);
+    HoldingTable(&m_database).setMethod(method);
+    transaction.commit();
+}
+
+MoneyEntries Ledger::money()
+{
+    return MoneyTable(&m_database).entries();
+}
+
+QString Ledger::importProfile()
+{
+    QSqlQuery row = m_database.run(QStringLiteral("SELECT text FROM import_profile"));
+    return row.next() ? row.value(0).toString() : QString();
+}
+
+void Ledger::keepImportProfile(const QString &text)
+{
+    m_database.run(QStringLiteral("INSERT INTO import_profile (id, text) VALUES (1, ?) "
+                                  "ON CONFLICT (id) DO UPDATE SET text = excluded.text"),
+                   {text});
 }
 
 Executions Ledger::trades(const SecurityId &security, DateRange days)
@@ -72,6 +119,16 @@ Holding Ledger::holding(const SecurityId &security)
 }
 
 QVector<Position> Ledger::positions()
+{
+    QVector<Position> positions = allPositions();
+    positions.erase(
+        std::remove_if(positions.begin(), positions.end(),
+                       [](const Position &position) { return !isOnCharts(position.security.market); }),
+        positions.end());
+    return positions;
+}
+
+QVector<Position> Ledger::allPositions()
 {
     return HoldingTable(&m_database).positions();
 }

@@ -4,6 +4,7 @@
 #include "trademodule/ledger/DateRange.h"
 #include "trademodule/ledger/Position.h"
 #include "trademodule/ledger/Statement.h"
+#include "trademodule/ledger/StatementTable.h"
 
 #include <functional>
 
@@ -28,7 +29,24 @@ public:
     /// ledger at least n times afterwards.
     Booked book(const Statement &statement, Mode mode, const Progress &progress = {});
 
-    /// The trades of a security, oldest first; bonus shares are none.
+    /// What was imported, oldest first.
+    QVector<ImportedStatement> imports();
+    /// Takes an import back as a whole. An Error when there is none of this number.
+    void undoImport(qint64 number);
+
+    /// How the costs of holdings are reckoned; the moving average in a new ledger.
+    CostMethod costMethod();
+    /// Reckons all costs anew: a second or two for a million entries.
+    void setCostMethod(CostMethod method);
+
+    /// Money that moved otherwise than by trades, oldest first.
+    MoneyEntries money();
+
+    /// How the user's broker names things, as the import keeps it; empty when it keeps nothing.
+    QString importProfile();
+    void keepImportProfile(const QString &text);
+
+    /// The trades of a security, oldest first; other entries are none.
     Executions trades(const SecurityId &security, DateRange days);
     /// The trades of a code on every market, oldest first.
     Executions trades(const QString &code, DateRange days);
@@ -36,10 +54,16 @@ public:
     Executions trades(DateRange days);
 
     Holding holding(const SecurityId &security);
-    /// What is held, by code.
+    /// What is held on the markets of charts, by code.
     QVector<Position> positions();
+    /// The same on all markets.
+    QVector<Position> allPositions();
+
+    /// True when nothing can be changed: every change fails as a LedgerError that says so.
+    bool isReadOnly() const { return m_database.isReadOnly(); }
 
     /// See Database.
+    QString shownLocation() const { return m_database.shownLocation(); }
     void setPatience(std::chrono::milliseconds patience) { m_database.setPatience(patience); }
 
     // For OrderBook, inside its transactions.

@@ -12,9 +12,9 @@ namespace TradeModule {
 
 namespace {
 
-// %ID% stands for the type of a generated key. Dates are yyyymmdd, times hhmmsscc; price, amount and
-// fee are in steps of 0.0001 yuan, holding.cost in yuan. A step that was released is never changed: a
-// new one is added.
+// %ID% stands for the type of a generated key; %SQLITE% and %POSTGRESQL% mark what is for one database alone.
+// Dates are yyyymmdd, times hhmmsscc; price, amount and fee are in steps of 0.0001 yuan, holding.cost in
+// yuan. A step that was released is never changed: a new one is added.
 const std::vector<QStringList> &migrations()
 {
     static const std::vector<QStringList> steps = {
@@ -90,16 +90,89 @@ const std::vector<QStringList> &migrations()
                 "CREATE INDEX execution_by_time ON execution (security_id, trade_date, trade_time, "
                 "id, side, price, quantity, amount, fee, order_no, deal_no)"),
         },
+        {
+            QStringLiteral("ALTER TABLE trade_order ADD COLUMN client_no TEXT"),
+            QStringLiteral("CREATE UNIQUE INDEX order_by_client_no ON trade_order (client_no)"),
+            // who serves the ledger; before the first one nobody
+            QStringLiteral(R"(CREATE TABLE serving (
+                id INTEGER PRIMARY KEY CHECK (id = 1),
+                fence BIGINT NOT NULL,
+                host TEXT NOT NULL,
+                process BIGINT NOT NULL,
+                process_start TEXT NOT NULL,
+                since TEXT NOT NULL))"),
+            QStringLiteral("INSERT INTO serving (id, fence, host, process, process_start, since) "
+                           "VALUES (1, 0, '', 0, '', '')"),
+            QStringLiteral("ALTER TABLE price_reference ADD COLUMN quote_time INTEGER NOT NULL DEFAULT 0"),
+        },
+        {
+            // entries that are no trades, and markets that charts do not know
+            QStringLiteral("%POSTGRESQL% ALTER TABLE security DROP CONSTRAINT security_market_check"),
+            QStringLiteral("%POSTGRESQL% ALTER TABLE execution DROP CONSTRAINT execution_side_check"),
+            // SQLite has no such command: what the tables hold stays as it is, only their text changes
+            QStringLiteral("%SQLITE% PRAGMA writable_schema = ON"),
+            QStringLiteral(
+                "%SQLITE% UPDATE sqlite_master SET sql = replace(sql, "
+                "' CHECK (market IN (''SH'', ''SZ''))', '') WHERE type = 'table' AND name = 'security'"),
+            QStringLiteral(
+                "%SQLITE% UPDATE sqlite_master SET sql = replace(sql, "
+                "' CHECK (side IN (''B'', ''S'', ''G''))', '') WHERE type = 'table' AND name = 'execution'"),
+            QStringLiteral("%SQLITE% PRAGMA writable_schema = RESET"),
+            QStringLiteral("ALTER TABLE statement ADD COLUMN account TEXT NOT NULL DEFAULT ''"),
+            QStringLiteral("ALTER TABLE statement ADD COLUMN added INTEGER NOT NULL DEFAULT 0"),
+            QStringLiteral("ALTER TABLE statement ADD COLUMN already_there INTEGER NOT NULL DEFAULT 0"),
+            QStringLiteral("ALTER TABLE statement ADD COLUMN money INTEGER NOT NULL DEFAULT 0"),
+            QStringLiteral("ALTER TABLE statement ADD COLUMN first_date INTEGER NOT NULL DEFAULT 0"),
+            QStringLiteral("ALTER TABLE statement ADD COLUMN last_date INTEGER NOT NULL DEFAULT 0"),
+            QStringLiteral(
+                "ALTER TABLE statement ADD COLUMN balance BIGINT"), // cash that the statement tells
+            QStringLiteral("ALTER TABLE statement ADD COLUMN balance_date INTEGER"),
+            QStringLiteral("ALTER TABLE statement ADD COLUMN balance_time INTEGER"),
+            QStringLiteral("ALTER TABLE statement ADD COLUMN cash_before BIGINT"), // the account's before it
+            QStringLiteral(
+                "UPDATE statement SET added = (SELECT COUNT(*) FROM execution e WHERE e.statement_id = "
+                "statement.id), first_date = COALESCE((SELECT MIN(e.trade_date) FROM execution e WHERE "
+                "e.statement_id = statement.id), 0), last_date = COALESCE((SELECT MAX(e.trade_date) FROM "
+                "execution e WHERE e.statement_id = statement.id), 0)"),
+            QStringLiteral(R"(CREATE TABLE money_entry (
+                id %ID%,
+                statement_id BIGINT NOT NULL REFERENCES statement (id),
+                entry_date INTEGER NOT NULL,
+                entry_time INTEGER NOT NULL,
+                kind TEXT NOT NULL,
+                amount BIGINT NOT NULL,
+                currency TEXT NOT NULL,
+                code TEXT NOT NULL,
+                note TEXT NOT NULL,
+                number TEXT NOT NULL))"),
+            // fees that were not known before this statement
+            QStringLiteral(R"(CREATE TABLE completed_fee (
+                statement_id BIGINT NOT NULL REFERENCES statement (id),
+                execution_id BIGINT NOT NULL REFERENCES execution (id)))"),
+            QStringLiteral(R"(CREATE TABLE import_profile (
+                id INTEGER PRIMARY KEY CHECK (id = 1),
+                text TEXT NOT NULL))"),
+        },
+        {
+            QStringLiteral("ALTER TABLE account ADD COLUMN cost_method TEXT NOT NULL DEFAULT 'average'"),
+        },
     };
     return steps;
 }
 
+/// Nothing for a statement of the other database alone.
 QString inDialect(QString sql, Database::Kind kind)
 {
     const bool isSqlite = kind == Database::Kind::Sqlite;
-    return sql.replace(QStringLiteral("%ID%"),
-                       isSqlite ? QStringLiteral("INTEGER PRIMARY KEY")
-                                : QStringLiteral("BIGINT GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY"));
+    const QString ownMark = isSqlite ? QStringLiteral("%SQLITE%") : QStringLiteral("%POSTGRESQL%");
+    const QString otherMark = isSqlite ? QStringLiteral("%POSTGRESQL%") : QStringLiteral("%SQLITE%");
+    if (sql.startsWith(otherMark)) {
+        return QString();
+    }
+    return sql.remove(ownMark).replace(
+        QStringLiteral("%ID%"), isSqlite
+                                    ? QStringLiteral("INTEGER PRIMARY KEY")
+                                    : QStringLiteral("BIGINT GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY"));
 }
 
 void refuseNewer(int version)
@@ -119,7 +192,10 @@ void applyMigrations(Database *database, int from, int to)
     }
     for (auto step = static_cast<size_t>(from); step < static_cast<size_t>(to); ++step) {
         for (const QString &sql : migrations()[step]) {
-            database->run(inDialect(sql, database->kind()));
+            const QString statement = inDialect(sql, database->kind());
+            if (!statement.isEmpty()) {
+                database->run(statement);
+            }
         }
     }
     database->run(QStringLiteral("UPDATE ledger_version SET version = ?"), {to});
@@ -148,8 +224,16 @@ void migrateSchema(Database *database)
 
 void migrateSchema(Database *database, int to)
 {
-    if (schemaVersion(database) == to) {
+    const int found = schemaVersion(database);
+    if (found == to) {
         return;
+    }
+    refuseNewer(found);
+    if (database->isReadOnly()) {
+        throw Error(translated("the ledger has version %1 and can only be read: it cannot be brought up to "
+                               "version %2, which this program needs")
+                        .arg(found)
+                        .arg(to));
     }
     Transaction transaction(database);
     const int version = schemaVersion(database); // another process may have been faster

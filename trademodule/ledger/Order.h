@@ -19,6 +19,7 @@ struct Order
     qint64 cancelledQuantity = 0;
     qint64 number = 0;      ///< given by the ledger, unique in it
     QString securityName{}; ///< as the ledger has it
+    QString clientNumber{}; ///< what the asker calls it, unique in the ledger; may be empty
 
     /// What may still be dealt.
     qint64 openQuantity() const { return quantity - matchedQuantity - cancelledQuantity; }

@@ -75,6 +75,12 @@ std::optional<Order> OrderBook::find(TradingDate date, qint64 number)
     return found.isEmpty() ? std::nullopt : std::optional(found.constFirst());
 }
 
+std::optional<Order> OrderBook::find(const QString &clientNumber)
+{
+    const Orders found = ordersWhere(QStringLiteral("o.client_no = ?"), {clientNumber});
+    return found.isEmpty() ? std::nullopt : std::optional(found.constFirst());
+}
+
 Orders OrderBook::ofDay(TradingDate date)
 {
     return ordersWhere(QStringLiteral("o.order_date = ?"), {date.number()});

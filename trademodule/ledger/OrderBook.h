@@ -27,6 +27,8 @@ public:
     void execute(const Execution &execution);
 
     std::optional<Order> find(TradingDate date, qint64 number);
+    /// The order that an asker called so, of whatever day.
+    std::optional<Order> find(const QString &clientNumber);
     /// Orders of a day, by number.
     Orders ofDay(TradingDate date);
     Orders ofDay(TradingDate date, const SecurityId &security);

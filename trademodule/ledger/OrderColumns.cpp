@@ -25,6 +25,12 @@ struct Column
     QVariant (*write)(const Order &order); ///< null for what is written elsewhere
 };
 
+/// Many orders may have no number, but no two the same.
+QVariant textOrNothing(const QString &text)
+{
+    return text.isEmpty() ? QVariant(QVariant::String) : QVariant(text);
+}
+
 /// Each column's place, name and meaning.
 const Column columns[] = {
     {"o.id", Written::Elsewhere,
@@ -51,6 +57,9 @@ const Column columns[] = {
     {"o.quantity", Written::WhenPlaced,
      [](Order *order, const QVariant &value) { order->quantity = value.toLongLong(); },
      [](const Order &order) -> QVariant { return order.quantity; }},
+    {"o.client_no", Written::WhenPlaced,
+     [](Order *order, const QVariant &value) { order->clientNumber = value.toString(); },
+     [](const Order &order) { return textOrNothing(order.clientNumber); }},
     {"o.status", Written::WhenChanged,
      [](Order *order, const QVariant &value) { order->status = value.toString(); },
      [](const Order &order) -> QVariant { return order.status; }},

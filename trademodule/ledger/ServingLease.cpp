@@ -4,13 +4,8 @@
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/ledger/ServingLock.h"
 
-#include <QCoreApplication>
-#include <QDateTime>
 #include <QDeadlineTimer>
-#include <QSysInfo>
 #include <QThread>
-
-#include <chrono>
 
 namespace TradeModule {
 
@@ -22,49 +17,100 @@ using namespace std::chrono_literals;
 constexpr std::chrono::milliseconds longestFarewell = 1s;
 constexpr std::chrono::milliseconds betweenTries = 20ms;
 
-/// Process, time and host in one line. The host comes last: a lock may cut the line off.
-QString ownRecord()
-{
-    return QStringLiteral("%1 %2 %3")
-        .arg(QCoreApplication::applicationPid())
-        .arg(QDateTime::currentDateTime().toString(Qt::ISODate), QSysInfo::machineHostName());
-}
-
-QString refusal(const QString &ownersRecord)
-{
-    const QStringList words = ownersRecord.split(QLatin1Char(' '));
-    if (words.size() != 3) {
-        return translated("another process serves this ledger already");
-    }
-    return translated("this ledger is served already: by process %1 on %2, since %3")
-        .arg(words[0], words[2], words[1]);
-}
+/// An owner that gives no sign of life for so long is frozen.
+constexpr std::chrono::milliseconds longestStillness = 10s;
 
 } // namespace
 
 ServingLease::ServingLease(Database *database)
     : m_database(database),
-      m_record(ownRecord()),
-      m_lock(ServingLock::of(database))
+      m_table(database),
+      m_lock(ServingLock::of(database)),
+      m_watch(longestStillness)
 {
-    take();
-    m_database->setReconnected([this] { take(); });
 }
 
 ServingLease::~ServingLease()
 {
     m_database->setReconnected({});
+    m_database->setGuard({});
 }
 
 void ServingLease::take()
 {
+    if (!tryTake()) {
+        throw LedgerError(translated("this ledger is served already: %1").arg(ownersName()));
+    }
+    begin();
+}
+
+bool ServingLease::tryFollow()
+{
+    if (m_lock->tryTake()) {
+        begin();
+        return true;
+    }
+    const QString sign = m_lock->signOfLife();
+    if (m_watch.isStill(sign)) {
+        m_lock->endOwner(m_table.server().process, sign);
+    }
+    return false;
+}
+
+bool ServingLease::tryTake()
+{
     const QDeadlineTimer deadline(longestFarewell);
-    while (!m_lock->tryTake(m_record)) {
+    while (!m_lock->tryTake()) {
         if (deadline.hasExpired()) {
-            throw LedgerError(refusal(m_lock->ownersRecord()));
+            return false;
         }
         QThread::msleep(betweenTries.count());
     }
+    return true;
+}
+
+void ServingLease::begin()
+{
+    m_own = m_table.enter();
+    m_database->setReconnected([this] { takeAgain(); });
+    m_database->setGuard([this] { refuseOutrun(); });
+}
+
+/// The server that was away has forgotten who had the lease.
+void ServingLease::takeAgain()
+{
+    if (!tryTake()) {
+        refuseLost();
+    }
+    refuseOutrun();
+}
+
+void ServingLease::beat()
+{
+    m_lock->beat();
+    refuseOutrun();
+}
+
+void ServingLease::refuseOutrun()
+{
+    if (m_table.fence() != m_own.fence) {
+        refuseLost();
+    }
+}
+
+void ServingLease::refuseLost()
+{
+    throw LeaseLost(translated("another process serves this ledger now: %1").arg(ownersName()));
+}
+
+QString ServingLease::ownersName()
+{
+    if (m_database->isReadOnly()) {
+        return translated("another process, only for reading");
+    }
+    const LedgerServer server = m_table.server();
+    return translated("process %1 on %2, since %3")
+        .arg(QString::number(server.process.number), server.process.host, server.since);
 }
 
 } // namespace TradeModule

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "trademodule/ledger/Database.h"
+#include "trademodule/ledger/ServingTable.h"
+#include "trademodule/ledger/StillnessWatch.h"
 
 #include <memory>
 
@@ -12,24 +13,48 @@ class ServingLock;
 /// answer its charts. It is kept as long as this object lives, and ends with its process, however that ends.
 /// Who only reads or changes the ledger, such as an import, does not need it.
 ///
-/// Where the ledger's server was away, the lease is taken anew with the next use of the ledger. When another
-/// process has it by then, every use fails as a LedgerError from then on: what has lost its right changes
-/// nothing.
+/// Who takes it enters itself in the ledger with the next **fence**, a number that every transaction of this
+/// process then looks at. An owner that was ended from outside, or was thought dead, and wakes up finds a
+/// higher one: its transactions, and the next beat(), fail as LeaseLost, and change nothing. The same comes
+/// where the ledger's server was away and another process took the lease meanwhile.
 class ServingLease
 {
 public:
-    /// Takes the lease. A LedgerError, which names the host and the process that has it and since when, where
-    /// another process does. The database stays the caller's and outlives this object.
+    /// Takes nothing yet. The database stays the caller's and outlives this object.
     explicit ServingLease(Database *database);
     ~ServingLease();
     Q_DISABLE_COPY_MOVE(ServingLease)
 
-private:
+    /// Takes the lease. A LedgerError, which names the host and the process that has it and since when, where
+    /// another process does.
     void take();
 
+    /// Takes the lease if nobody has it. For one that stands by: called twice a second, it ends an owner that
+    /// has given no sign of life for ten seconds.
+    bool tryFollow();
+
+    /// Who has the lease, for people.
+    QString ownersName();
+
+    /// The owner's sign of life; to be given every betweenBeats.
+    void beat();
+    static constexpr std::chrono::seconds betweenBeats{2};
+
+    /// Of the owner; what it was when the lease was taken.
+    const LedgerServer &server() const { return m_own; }
+
+private:
+    bool tryTake();
+    void takeAgain();
+    void begin();
+    void refuseOutrun();
+    [[noreturn]] void refuseLost();
+
     Database *const m_database;
-    const QString m_record; ///< who we are, for those that are refused
+    ServingTable m_table;
     const std::unique_ptr<ServingLock> m_lock;
+    StillnessWatch m_watch;
+    LedgerServer m_own; ///< with fence 0 as long as we have no lease
 };
 
 } // namespace TradeModule

@@ -7,6 +7,7 @@
 namespace TradeModule {
 
 class Database;
+struct ProcessIdentity;
 
 /// What one process at a time can hold of a ledger. It is let go when the object goes or its process ends.
 class ServingLock
@@ -16,12 +17,16 @@ public:
     virtual ~ServingLock() = default;
     Q_DISABLE_COPY_MOVE(ServingLock)
 
-    /// Takes the lock and leaves a record, one line about its owner, or returns false at once when another
-    /// process has it. Taken again, it stays taken.
-    virtual bool tryTake(const QString &record) = 0;
+    /// Takes the lock, or returns false at once when another process has it. Taken again, it stays taken.
+    virtual bool tryTake() = 0;
 
-    /// The record of the process that has the lock; empty when it cannot be read.
-    virtual QString ownersRecord() = 0;
+    /// The owner's sign of life: signOfLife() is another one afterwards, for every process.
+    virtual void beat() = 0;
+    virtual QString signOfLife() = 0;
+
+    /// Ends who has the lock, if its sign of life is still `sign`; false when that is not possible from here.
+    /// `owner` is who entered itself in the ledger.
+    virtual bool endOwner(const ProcessIdentity &owner, const QString &sign) = 0;
 
     /// Of the ledger in a database, which outlives the lock.
     static std::unique_ptr<ServingLock> of(Database *database);

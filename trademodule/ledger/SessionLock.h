@@ -5,8 +5,9 @@
 namespace TradeModule {
 
 /// A lock of a server's session, which the server drops with the connection. It is held by the connection
-/// that changes the ledger: where the lock was lost, nothing is changed on it either. The record is the name
-/// that the session gives itself.
+/// that changes the ledger: where the lock was lost, nothing is changed on it either.
+///
+/// The sign of life is when the server heard the session last: every statement is one, and none is written.
 class SessionLock : public ServingLock
 {
 public:
@@ -14,14 +15,16 @@ public:
     explicit SessionLock(Database *database) : m_database(database) {}
     ~SessionLock() override;
 
-    bool tryTake(const QString &record) override;
-    QString ownersRecord() override;
+    bool tryTake() override;
+    void beat() override;
+    QString signOfLife() override;
+    bool endOwner(const ProcessIdentity &owner, const QString &sign) override;
 
 private:
-    void endLostSession(const QString &record);
+    void endLostSession();
 
     Database *const m_database;
-    int m_session = 0; ///< the server's number of the connection that took the lock last
+    QString m_session; ///< the connection that took the lock last
 };
 
 } // namespace TradeModule

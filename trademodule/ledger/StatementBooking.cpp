@@ -3,8 +3,10 @@
 #include "trademodule/ledger/ExecutionColumns.h"
 #include "trademodule/ledger/ExecutionTable.h"
 #include "trademodule/ledger/HoldingTable.h"
+#include "trademodule/ledger/MoneyTable.h"
+#include "trademodule/ledger/StatementTable.h"
 
-#include <QDateTime>
+#include <QSet>
 
 #include <algorithm>
 
@@ -12,110 +14,198 @@ namespace TradeModule {
 
 namespace {
 
-DateRange daysOf(const Executions &executions)
-{
-    const auto [first, last] =
-        std::minmax_element(executions.begin(), executions.end(),
-                            [](const Execution &a, const Execution &b) { return a.date < b.date; });
-    return {first->date, last->date};
-}
+/// Payment and entry of the same allotment lie within this many days.
+constexpr int longestAllotment = 90;
 
 } // namespace
 
 Booked StatementBooking::book(const Ledger::Progress &progress)
 {
+    m_progress = progress;
     registerSecurities();
-    const Executions added = newExecutions();
-    m_booked.added = added.size();
-    m_booked.alreadyThere = m_statement.executions.size() - added.size();
-    if (!added.isEmpty()) {
-        insert(added, progress);
-        noteNewest(added);
+    for (auto told = m_told.begin(); told != m_told.end(); ++told) {
+        const Entries added = newEntries(told.key(), &told.value());
+        insert(added, told->id);
+        updateHolding(told.key(), *told, added);
     }
-    updateHoldings();
+    m_booked.alreadyThere = m_statement.executions.size() - m_booked.added;
+    bookMoney();
+    if (m_statement.cash) {
+        StatementTable(m_database).takeCash(statementId(), *m_statement.cash);
+    }
+    if (m_statementId.isValid()) {
+        StatementTable(m_database).finish(m_statementId, m_statement, m_booked);
+    }
     return m_booked;
+}
+
+QHash<SecurityId, StatementBooking::Told> StatementBooking::entriesBySecurity() const
+{
+    QHash<SecurityId, Told> bySecurity;
+    for (const Execution &execution : m_statement.executions) {
+        bySecurity[execution.security].entries.append(&execution);
+    }
+    return bySecurity;
 }
 
 void StatementBooking::registerSecurities()
 {
-    for (const Execution &execution : m_statement.executions) {
-        m_securityIds.insert(execution.security, 0);
-    }
-    for (auto security = m_securityIds.begin(); security != m_securityIds.end(); ++security) {
-        security.value() =
-            m_ledger->registerSecurity(security.key(), m_statement.names.value(security.key()));
+    m_told = entriesBySecurity();
+    for (auto told = m_told.begin(); told != m_told.end(); ++told) {
+        told->id = m_ledger->registerSecurity(told.key(), m_statement.names.value(told.key()));
+        told->isNew = !ExecutionTable(m_database).hasEntries(told->id);
     }
 }
 
-FillCounts StatementBooking::fillsInLedger()
+/// Day by day, so that no more than a day of the ledger is held at once.
+StatementBooking::Entries StatementBooking::newEntries(const SecurityId &security, Told *told)
 {
-    FillCounts counts;
-    const DateRange days = daysOf(m_statement.executions);
-    for (auto security = m_securityIds.cbegin(); security != m_securityIds.cend(); ++security) {
-        ExecutionTable(m_database)
-            .visitEntries(security.value(), security.key(), days,
-                          [&counts](const Execution &entry) { ++counts[FillKey(entry)]; });
+    told->entries = notAllottedYet(security, *told);
+    if (told->isNew) {
+        return told->entries;
     }
-    return counts;
-}
-
-/// A fill that is n times in the statement and m times in the ledger is new n - m times.
-Executions StatementBooking::newExecutions()
-{
-    if (m_statement.executions.isEmpty()) {
-        return {};
-    }
-    FillCounts known = fillsInLedger();
-    Executions added;
-    for (const Execution &execution : m_statement.executions) {
-        const auto fill = known.find(FillKey(execution));
-        if (fill != known.end() && *fill > 0) {
-            --*fill;
-        } else {
-            added.append(execution);
-        }
+    Entries added;
+    for (auto first = told->entries.cbegin(); first != told->entries.cend();) {
+        const TradingDate day = (*first)->date;
+        const auto next = std::find_if(first, told->entries.cend(),
+                                       [day](const Execution *entry) { return entry->date != day; });
+        Entries ofDay;
+        std::copy(first, next, std::back_inserter(ofDay));
+        const KnownEntries known = ExecutionTable(m_database).knownEntries(told->id, security, day);
+        take(FillMatching::of(ofDay, known), &added);
+        first = next;
     }
     return added;
 }
 
-QVariant StatementBooking::registerStatement()
+/// A payment for new shares and their entry may come in two statements, on two days.
+StatementBooking::Entries StatementBooking::notAllottedYet(const SecurityId &security, const Told &told)
 {
-    QSqlQuery row = m_database->run(
-        QStringLiteral("INSERT INTO statement (file, imported_at) VALUES (?, ?) RETURNING id"),
-        {m_statement.file, QDateTime::currentDateTimeUtc().toString(Qt::ISODate)});
-    row.next();
-    return row.value(0);
-}
-
-void StatementBooking::insert(const Executions &executions, const Ledger::Progress &progress)
-{
-    constexpr int progressStep = 1000;
-    const QVariant statementId = registerStatement();
-    QSqlQuery insertion = m_database->prepared(ExecutionColumns::insertion());
-    for (int i = 0; i < executions.size(); ++i) {
-        const qint64 securityId = m_securityIds.value(executions[i].security);
-        m_database->run(&insertion, ExecutionColumns::insertedValues(executions[i], securityId, statementId));
-        if (progress && (i % progressStep == 0 || i + 1 == executions.size())) {
-            progress(i + 1, executions.size());
+    Entries left;
+    KnownEntries allotted;
+    const auto isAllotment = [](const Execution *entry) { return entry->side == Side::Allotment; };
+    if (!told.isNew && std::any_of(told.entries.begin(), told.entries.end(), isAllotment)) {
+        allotted = ExecutionTable(m_database).knownAllotments(told.id, security);
+    }
+    for (const Execution *const entry : told.entries) {
+        const auto known = std::find_if(allotted.begin(), allotted.end(), [entry](const KnownEntry &other) {
+            return entry->side == Side::Allotment && entry->quantity == other.execution.quantity &&
+                   entry->date <= other.execution.date.plusDays(longestAllotment) &&
+                   other.execution.date <= entry->date.plusDays(longestAllotment);
+        });
+        if (known == allotted.end()) {
+            left.append(entry);
+        } else {
+            allotted.erase(known);
         }
     }
+    return left;
 }
 
-void StatementBooking::noteNewest(const Executions &executions)
+void StatementBooking::take(const FillMatching &matching, Entries *added)
 {
-    QHash<SecurityId, Execution> newest;
-    for (const Execution &execution : executions) {
-        newest.insert(execution.security, execution);
+    for (const FillMatching::Pair &pair : matching.same) {
+        complete(pair);
     }
-    m_booked.lastAdded = newest.values().toVector();
+    m_booked.inAnotherForm += matching.inAnotherForm;
+    *added += matching.added;
+    switch (m_statement.doubt) {
+    case Doubt::Ask:
+        for (const Execution *const entry : matching.doubtful) {
+            m_booked.doubtful.append(*entry);
+        }
+        return;
+    case Doubt::New:
+        *added += matching.doubtful;
+        return;
+    case Doubt::Same:
+        m_booked.inAnotherForm += matching.doubtful.size();
+        return;
+    }
 }
 
-void StatementBooking::updateHoldings()
+/// An earlier export may have had no fees.
+void StatementBooking::complete(const FillMatching::Pair &pair)
+{
+    if (!pair.known->isImported || !pair.known->execution.fee.isZero() || pair.told->fee.isZero()) {
+        return;
+    }
+    m_database->run(QStringLiteral("UPDATE execution SET fee = ? WHERE id = ?"),
+                    {pair.told->fee.steps(), pair.known->id});
+    m_database->run(QStringLiteral("INSERT INTO completed_fee (statement_id, execution_id) VALUES (?, ?)"),
+                    {statementId(), pair.known->id});
+    ++m_booked.completedFees;
+}
+
+const QVariant &StatementBooking::statementId()
+{
+    if (!m_statementId.isValid()) {
+        m_statementId = StatementTable(m_database).add(m_statement);
+    }
+    return m_statementId;
+}
+
+void StatementBooking::insert(const Entries &added, qint64 securityId)
+{
+    if (added.isEmpty()) {
+        return;
+    }
+    constexpr int progressStep = 1000;
+    if (m_booked.added == 0) {
+        m_insertion = m_database->prepared(ExecutionColumns::insertion());
+    }
+    for (const Execution *const entry : added) {
+        m_database->run(&m_insertion, ExecutionColumns::insertedValues(*entry, securityId, statementId()));
+        ++m_done;
+        if (m_progress && ((m_done - 1) % progressStep == 0 || m_done == m_statement.executions.size())) {
+            m_progress(m_done, m_statement.executions.size());
+        }
+    }
+    m_booked.added += added.size();
+    m_booked.lastAdded.append(*added.constLast());
+}
+
+void StatementBooking::updateHolding(const SecurityId &security, const Told &told, const Entries &added)
 {
     HoldingTable holdings(m_database);
-    for (auto security = m_securityIds.cbegin(); security != m_securityIds.cend(); ++security) {
-        if (holdings.addUp(security.value(), security.key()).unexplained() > 0) {
-            m_booked.unexplained.append(security.key());
+    Holding holding(holdings.method());
+    if (told.isNew) { // nothing to read: what was told is all there is
+        for (const Execution *const entry : added) {
+            holding.add(*entry);
+        }
+        holdings.set(told.id, holding);
+    } else {
+        holding = holdings.addUp({told.id, security, QString()});
+    }
+    if (holding.unexplained() > 0) {
+        m_booked.unexplained.append(security);
+    }
+}
+
+void StatementBooking::bookMoney()
+{
+    MoneyTable table(m_database);
+    const MoneyEntries added = table.newOf(m_statement.money);
+    m_booked.moneyAdded = added.size();
+    m_booked.moneyAlreadyThere = m_statement.money.size() - added.size();
+    if (!added.isEmpty()) {
+        table.add(added, statementId());
+        reckonDividends(added);
+    }
+}
+
+/// What holdings brought lowers their diluted cost.
+void StatementBooking::reckonDividends(const MoneyEntries &added)
+{
+    QSet<QString> codes;
+    for (const MoneyEntry &entry : added) {
+        codes.insert(entry.code);
+    }
+    codes.remove(QString());
+    HoldingTable holdings(m_database);
+    if (holdings.method() == CostMethod::Diluted) {
+        for (const QString &code : codes) {
+            holdings.addUpAll(code);
         }
     }
 }

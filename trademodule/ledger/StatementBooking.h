@@ -1,12 +1,12 @@
 #pragma once
 
-#include "trademodule/ledger/FillKey.h"
+#include "trademodule/ledger/FillMatching.h"
 #include "trademodule/ledger/Ledger.h"
 
 namespace TradeModule {
 
-/// Books one statement inside a transaction of the caller's: adds the entries that are not there yet, and
-/// brings the holdings up to date.
+/// Books one statement inside a transaction of the caller's: adds the entries that are not there yet,
+/// completes fees that were not known, and brings holdings and cash up to date.
 class StatementBooking
 {
 public:
@@ -18,23 +18,41 @@ public:
     {
     }
 
-    /// To be called once.
+    /// To be called once. When the result is doubtful the caller drops the transaction.
     Booked book(const Ledger::Progress &progress);
 
 private:
+    using Entries = QVector<const Execution *>;
+
+    /// What the statement tells of one security, and where it stands in the ledger.
+    struct Told
+    {
+        qint64 id = 0;
+        bool isNew = true; ///< the ledger has no entry of it yet
+        Entries entries;
+    };
+
+    QHash<SecurityId, Told> entriesBySecurity() const;
     void registerSecurities();
-    FillCounts fillsInLedger();
-    Executions newExecutions();
-    void insert(const Executions &executions, const Ledger::Progress &progress);
-    void noteNewest(const Executions &executions);
-    QVariant registerStatement();
-    void updateHoldings();
+    Entries newEntries(const SecurityId &security, Told *told);
+    Entries notAllottedYet(const SecurityId &security, const Told &told);
+    void take(const FillMatching &matching, Entries *added);
+    void complete(const FillMatching::Pair &pair);
+    void insert(const Entries &added, qint64 securityId);
+    void updateHolding(const SecurityId &security, const Told &told, const Entries &added);
+    void bookMoney();
+    void reckonDividends(const MoneyEntries &added);
+    const QVariant &statementId();
 
     Ledger *const m_ledger;
     Database *const m_database;
     const Statement &m_statement;
-    QHash<SecurityId, qint64> m_securityIds;
+    QHash<SecurityId, Told> m_told;
+    QVariant m_statementId;
+    QSqlQuery m_insertion;
     Booked m_booked;
+    Ledger::Progress m_progress;
+    int m_done = 0;
 };
 
 } // namespace TradeModule

@@ -750,20 +750,56 @@
         <translation>成交金额（价格 × 数量）过大：%1 × %2</translation>
     </message>
     <message>
-        <source>another process serves this ledger already</source>
-        <translation>已有另一个进程在使用此账本提供服务</translation>
-    </message>
-    <message>
-        <source>this ledger is served already: by process %1 on %2, since %3</source>
-        <translation>此账本已在提供服务：%2 上的进程 %1，自 %3 起</translation>
-    </message>
-    <message>
         <source>%1: cannot be opened: %2</source>
         <translation>%1：无法打开：%2</translation>
     </message>
     <message>
         <source>the ledger holds &quot;%1&quot; where no such value can be</source>
         <translation>账本中有不可能的值“%1”</translation>
+    </message>
+    <message>
+        <source>the client's number &quot;%1&quot; is that of another order, %2</source>
+        <translation>客户编号“%1”已属于另一笔委托 %2</translation>
+    </message>
+    <message>
+        <source>1 to 64 printable ASCII characters</source>
+        <translation>1 至 64 个可打印的 ASCII 字符</translation>
+    </message>
+    <message>
+        <source>this ledger is served already: %1</source>
+        <translation>此账本已由其他进程提供服务：%1</translation>
+    </message>
+    <message>
+        <source>another process serves this ledger now: %1</source>
+        <translation>此账本现在由另一进程提供服务：%1</translation>
+    </message>
+    <message>
+        <source>process %1 on %2, since %3</source>
+        <translation>主机 %2 上的进程 %1，自 %3 起</translation>
+    </message>
+    <message>
+        <source>standing by, this ledger is served: %1</source>
+        <translation>待命中，此账本正在提供服务：%1</translation>
+    </message>
+    <message>
+        <source>Waits while another process serves the ledger, and follows it when it ends.</source>
+        <translation>其他进程为此账本提供服务时待命，并在其结束后接替。</translation>
+    </message>
+    <message>
+        <source>the ledger has version %1 and can only be read: it cannot be brought up to version %2, which this program needs</source>
+        <translation>账本为版本 %1 且只能读取：无法升级到本程序所需的版本 %2</translation>
+    </message>
+    <message>
+        <source>the ledger %1 lies where no write-ahead log can be had: who reads it waits while another program writes</source>
+        <translation>账本 %1 所在的位置无法使用预写日志：其他程序写入时，读取者需等待</translation>
+    </message>
+    <message>
+        <source>the ledger can only be read: nothing can be changed in it</source>
+        <translation>账本只能读取，无法更改</translation>
+    </message>
+    <message>
+        <source>another process, only for reading</source>
+        <translation>另一进程，仅供读取</translation>
     </message>
 </context>
 </TS>

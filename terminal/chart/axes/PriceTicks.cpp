@@ -1,6 +1,6 @@
 #include "terminal/chart/axes/PriceTicks.h"
 
-#include "terminal/chart/text/FigureText.h"
+#include "trading/TradingUnits.h"
 
 #include <qwt_scale_div.h>
 #include <qwt_scale_engine.h>
@@ -23,8 +23,9 @@ QList<double> roundPrices(const PriceSpan &prices, int most)
     };
     constexpr double stepThatFits = 0;
     const QList<double> ticks = divided(stepThatFits);
-    const bool isTooFine = ticks.size() > 1 && ticks.at(1) - ticks.at(0) < leastPriceStep;
-    return isTooFine ? divided(leastPriceStep) : ticks;
+    const double leastStep = Trading::priceStep.yuan();
+    const bool isTooFine = ticks.size() > 1 && ticks.at(1) - ticks.at(0) < leastStep;
+    return isTooFine ? divided(leastStep) : ticks;
 }
 
 } // namespace

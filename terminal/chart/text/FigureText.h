@@ -4,9 +4,6 @@
 
 namespace Terminal {
 
-/// The smallest step between prices that priceText() shows, which is the exchanges' smallest, too.
-constexpr double leastPriceStep = 0.01;
-
 /// A price with two decimals, without thousands separators.
 QString priceText(double price);
 

@@ -101,6 +101,10 @@ QString windowStyleSheet(const ChartTheme &theme)
                "QMenu { color: %3; background: %1; border: 1px solid %2; padding: 4px; }"
                "QMenu::item { padding: 5px 18px; border-radius: 3px; }"
                "QMenu::item:selected { color: white; background: %4; }"
+               "#stateStrip { background: %1; border-top: 1px solid %2; }"
+               "#stateStrip::item { border: none; }"
+               "#stateStrip QLabel { color: %5; padding: 1px 8px; }"
+               "#stateStrip QLabel[trouble=\"true\"] { color: %3; font-weight: bold; }"
                "#messageBar { color: %3; background: %1; border: 1px solid %4; border-radius: 4px; }")
         .arg(theme.surface.name(), theme.border.name(), theme.text.name(), theme.accent.name(),
              theme.mutedText.name());

@@ -262,6 +262,7 @@ void ChartView::updateGeometryOfChart()
     m_geometry.highPrice = m_prices.high;
     m_geometry.top = yMap.transform(m_prices.high);
     m_geometry.bottom = yMap.transform(m_prices.low);
+    Q_EMIT viewChanged();
 }
 
 void ChartView::updateLayout()

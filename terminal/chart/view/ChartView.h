@@ -96,6 +96,8 @@ Q_SIGNALS:
     void dataChanged();
     /// Bars were added after the last one; the scales are not fitted yet.
     void barsAppended();
+    /// Other bars or prices are in view, or were fitted anew; a repaint follows.
+    void viewChanged();
     /// The crosshair is on another bar; -1 for none.
     void pointedBarChanged(int bar);
 

@@ -44,21 +44,6 @@
     </message>
 </context>
 <context>
-    <name>BarFile</name>
-    <message>
-        <source>%1: holds bars of days, not of minutes</source>
-        <translation>%1：是日线，不是分钟线</translation>
-    </message>
-    <message>
-        <source>%1: holds bars of minutes, not of days</source>
-        <translation>%1：是分钟线，不是日线</translation>
-    </message>
-    <message>
-        <source>%1: cannot be read: %2</source>
-        <translation>%1：无法读取：%2</translation>
-    </message>
-</context>
-<context>
     <name>BarHeader</name>
     <message>
         <source>these are bars of weeks or months; the terminal makes those of days</source>
@@ -378,6 +363,63 @@
     </message>
 </context>
 <context>
+    <name>FillCheck</name>
+    <message>
+        <source>%1 of %2 trades lie outside of their day&apos;s prices, first %3: %4, but the day had %5 to %6. Are the bars adjusted, or of another security?</source>
+        <translation>%2 笔成交中有 %1 笔在当日价格之外，首笔 %3：%4，而当日为 %5 至 %6。K线是复权的，还是另一只证券的？</translation>
+    </message>
+    <message>
+        <source>%1 trades are larger than their day&apos;s volume, first %2: %3 shares of %4. Is the volume in lots?</source>
+        <translation>%1 笔成交大于当日成交量，首笔 %2：%3 股，当日仅 %4。成交量的单位是手吗？</translation>
+    </message>
+    <message>
+        <source>%1 trades are on days without a bar, first %2. Are these bars of another security?</source>
+        <translation>%1 笔成交所在的日子没有K线，首笔 %2。这是另一只证券的K线吗？</translation>
+    </message>
+</context>
+<context>
+    <name>LedgerAdvice</name>
+    <message>
+        <source>The file is no ledger or is damaged: name another one with --ledger, or bring a copy of it back.</source>
+        <translation>该文件不是账本或已损坏：请用 --ledger 指定另一个，或恢复其备份。</translation>
+    </message>
+    <message>
+        <source>See whether the folder of the ledger is there and may be written to.</source>
+        <translation>请检查账本所在文件夹是否存在、是否可写。</translation>
+    </message>
+    <message>
+        <source>See whether the ledger and its folder may be written to.</source>
+        <translation>请检查账本及其文件夹是否可写。</translation>
+    </message>
+    <message>
+        <source>Make room on the disk of the ledger.</source>
+        <translation>请在账本所在磁盘上腾出空间。</translation>
+    </message>
+    <message>
+        <source>See whether the disk of the ledger is full or broken.</source>
+        <translation>请检查账本所在磁盘是否已满或损坏。</translation>
+    </message>
+    <message>
+        <source>See whether the ledger's database server runs and can be reached.</source>
+        <translation>请检查账本的数据库服务器是否在运行、能否连接。</translation>
+    </message>
+</context>
+<context>
+    <name>BarFile</name>
+    <message>
+        <source>%1: holds bars of days, not of minutes</source>
+        <translation>%1：是日线，不是分钟线</translation>
+    </message>
+    <message>
+        <source>%1: holds bars of minutes, not of days</source>
+        <translation>%1：是分钟线，不是日线</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1：无法读取：%2</translation>
+    </message>
+</context>
+<context>
     <name>ChartPeriod</name>
     <message>
         <source>Day</source>
@@ -458,21 +500,6 @@
     </message>
 </context>
 <context>
-    <name>FillCheck</name>
-    <message>
-        <source>%1 of %2 trades lie outside of their day&apos;s prices, first %3: %4, but the day had %5 to %6. Are the bars adjusted, or of another security?</source>
-        <translation>%2 笔成交中有 %1 笔在当日价格之外，首笔 %3：%4，而当日为 %5 至 %6。K线是复权的，还是另一只证券的？</translation>
-    </message>
-    <message>
-        <source>%1 trades are larger than their day&apos;s volume, first %2: %3 shares of %4. Is the volume in lots?</source>
-        <translation>%1 笔成交大于当日成交量，首笔 %2：%3 股，当日仅 %4。成交量的单位是手吗？</translation>
-    </message>
-    <message>
-        <source>%1 trades are on days without a bar, first %2. Are these bars of another security?</source>
-        <translation>%1 笔成交所在的日子没有K线，首笔 %2。这是另一只证券的K线吗？</translation>
-    </message>
-</context>
-<context>
     <name>LedgerFills</name>
     <message>
         <source>the trades of ledger %1 could not be read: %2</source>
@@ -504,6 +531,14 @@
     <message>
         <source>There is not enough cash available.</source>
         <translation>可用资金不足。</translation>
+    </message>
+    <message>
+        <source>The account can only be read.</source>
+        <translation>账户只读，不能下单。</translation>
+    </message>
+    <message>
+        <source>There is no price yet.</source>
+        <translation>尚无价格。</translation>
     </message>
 </context>
 <context>
@@ -599,6 +634,10 @@
         <source>Chart</source>
         <translation>图表</translation>
     </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::ChartView</name>
@@ -624,6 +663,10 @@
     <message>
         <source>Written to %1</source>
         <translation>已保存到 %1</translation>
+    </message>
+    <message>
+        <source>%1 (paper)</source>
+        <translation>%1（模拟）</translation>
     </message>
 </context>
 <context>
@@ -668,6 +711,10 @@
         <source>At most %1</source>
         <translation>最多 %1 股</translation>
     </message>
+    <message>
+        <source>Account %1</source>
+        <translation>账户 %1</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::OrdersPanel</name>
@@ -690,6 +737,18 @@
     <message>
         <source>%1 · no answer from the trading module</source>
         <translation>%1 · 交易模块没有应答</translation>
+    </message>
+    <message>
+        <source>%1 · at the replayed quote</source>
+        <translation>%1 · 按回放行情计价</translation>
+    </message>
+    <message>
+        <source>%1 · refused: %2</source>
+        <translation>%1 · 被拒绝：%2</translation>
+    </message>
+    <message>
+        <source>Positions · refused: %1</source>
+        <translation>持仓 · 被拒绝：%1</translation>
     </message>
 </context>
 <context>
@@ -789,12 +848,16 @@
 <context>
     <name>Terminal::Snapshot</name>
     <message>
-        <source>No picture was written: after %1 s there is still no %2.</source>
-        <translation>未生成图片：%1 秒后仍没有%2。</translation>
+        <source>No picture was written: after %1 s these are missing: %2.</source>
+        <translation>未生成图片：%1 秒后仍缺少：%2。</translation>
     </message>
     <message>
         <source>list of orders and positions</source>
         <translation>委托与持仓列表</translation>
+    </message>
+    <message>
+        <source>No picture was written: %1</source>
+        <translation>未生成图片：%1</translation>
     </message>
 </context>
 <context>
@@ -806,6 +869,10 @@
     <message>
         <source>An order of the replay was not taken: %1</source>
         <translation>回放中的委托未被接受：%1</translation>
+    </message>
+    <message>
+        <source>The trading module does not answer. The replay waits for it; Space plays without it.</source>
+        <translation>交易模块没有应答，回放正在等待；按空格键可不经交易模块回放。</translation>
     </message>
 </context>
 <context>
@@ -822,12 +889,28 @@
         <source>Order ticket: buy, sell</source>
         <translation>下单：买入、卖出</translation>
     </message>
+    <message>
+        <source>Ask before an order is sent</source>
+        <translation>下单前询问</translation>
+    </message>
+    <message>
+        <source>Do not ask again (menu View asks again)</source>
+        <translation>不再询问（可在“视图”菜单中恢复）</translation>
+    </message>
+    <message>
+        <source>The account is not told: %1</source>
+        <translation>无法得知账户情况：%1</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TradeModuleProcess</name>
     <message>
         <source>The trading module has ended (exit code %1) and is started again.</source>
         <translation>交易模块已退出（退出码 %1），正在重新启动。</translation>
+    </message>
+    <message>
+        <source>The trading module did not answer any more; another one is started in its place.</source>
+        <translation>交易模块不再应答，正在另行启动一个。</translation>
     </message>
     <message>
         <source>The trading module has ended and is started again: %1</source>
@@ -926,6 +1009,22 @@
         <source>Profit</source>
         <translation>盈亏</translation>
     </message>
+    <message>
+        <source>Close of %1</source>
+        <translation>%1 收盘价</translation>
+    </message>
+    <message>
+        <source>No price is known</source>
+        <translation>没有已知价格</translation>
+    </message>
+    <message>
+        <source>Quote of %1</source>
+        <translation>%1 的行情</translation>
+    </message>
+    <message>
+        <source>Replayed quote of %1</source>
+        <translation>%1 的回放行情</translation>
+    </message>
 </context>
 <context>
     <name>WindowPrompts</name>
@@ -1021,16 +1120,376 @@
         <translation>委托编号：%1</translation>
     </message>
     <message>
-        <source>Order %1 is not cancelled: %2</source>
-        <translation>委托 %1 未撤销：%2</translation>
+        <source>%1 is not cancelled: %2</source>
+        <translation>%1 未撤销：%2</translation>
     </message>
     <message>
-        <source>Order %1 is not cancelled: there is no connection to the trading module</source>
-        <translation>委托 %1 未撤销：没有连接到交易模块</translation>
+        <source>%1 is not cancelled: there is no connection to the trading module</source>
+        <translation>%1 未撤销：没有与交易模块的连接</translation>
     </message>
     <message>
-        <source>No answer yet to the cancellation of order %1</source>
-        <translation>委托 %1 的撤单尚无应答</translation>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>%1: no answer yet to its cancellation</source>
+        <translation>%1：撤单尚无应答</translation>
+    </message>
+    <message>
+        <source>%1: no answer yet; asked again about this one order</source>
+        <translation>%1：尚无应答，已就同一笔委托再次询问</translation>
+    </message>
+    <message>
+        <source>Account: %1</source>
+        <translation>账户：%1</translation>
+    </message>
+    <message>
+        <source>Amount without fees: %1</source>
+        <translation>金额（不含费用）：%1</translation>
+    </message>
+    <message>
+        <source>Do not send</source>
+        <translation>不发送</translation>
+    </message>
+    <message>
+        <source>Order %1 of %2</source>
+        <translation>%2 的委托 %1</translation>
+    </message>
+    <message>
+        <source>Send an order</source>
+        <translation>下单</translation>
+    </message>
+    <message>
+        <source>Send this order?</source>
+        <translation>发送这笔委托？</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::QuoteFeed</name>
+    <message>
+        <source>the bus was away at %1</source>
+        <translation>%1 时总线不可用</translation>
+    </message>
+</context>
+<context>
+    <name>ReplayLock</name>
+    <message>
+        <source>The replay cannot be locked: %1 cannot be written.</source>
+        <translation>无法锁定回放：%1 不可写。</translation>
+    </message>
+    <message>
+        <source>This account is replayed in another window (process %1). End that replay first.</source>
+        <translation>另一个窗口（进程 %1）正在此账户上回放，请先结束那次回放。</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::TradingSession</name>
+    <message>
+        <source>Only a chart of minutes can be replayed.</source>
+        <translation>只能回放分时图。</translation>
+    </message>
+</context>
+<context>
+    <name>AnswerFaultText</name>
+    <message>
+        <source>&quot;%1&quot; is missing</source>
+        <translation>缺少“%1”</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; names another screen</source>
+        <translation>“%1”是别的窗口</translation>
+    </message>
+    <message>
+        <source>the answer came on channel &quot;%1&quot;</source>
+        <translation>应答发到了频道“%1”</translation>
+    </message>
+    <message>
+        <source>the answer came twice</source>
+        <translation>应答来了两次</translation>
+    </message>
+    <message>
+        <source>the answer is no JSON object: %1</source>
+        <translation>应答不是 JSON 对象：%1</translation>
+    </message>
+    <message>
+        <source>refused, without a reason</source>
+        <translation>被拒绝，未说明原因</translation>
+    </message>
+    <message>
+        <source>refused: %1</source>
+        <translation>被拒绝：%1</translation>
+    </message>
+    <message>
+        <source>; %1</source>
+        <translation>；%1</translation>
+    </message>
+    <message>
+        <source> (rows: %1)</source>
+        <translation>（%1 行）</translation>
+    </message>
+    <message>
+        <source>An answer of the trading module</source>
+        <translation>交易模块的一条应答</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is %2, but must be: %3</source>
+        <translation>“%1”为 %2，应为：%3</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is %2, another market&apos;s</source>
+        <translation>“%1”为 %2，属于另一市场</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is %2, which nobody asked</source>
+        <translation>“%1”为 %2，无人查询</translation>
+    </message>
+</context>
+<context>
+    <name>MessageTable</name>
+    <message>
+        <source>text</source>
+        <translation>文本</translation>
+    </message>
+    <message>
+        <source>number</source>
+        <translation>数字</translation>
+    </message>
+    <message>
+        <source>true or false</source>
+        <translation>真或假</translation>
+    </message>
+    <message>
+        <source>texts</source>
+        <translation>文本列表</translation>
+    </message>
+    <message>
+        <source>object</source>
+        <translation>对象</translation>
+    </message>
+    <message>
+        <source>array of objects</source>
+        <translation>对象列表</translation>
+    </message>
+    <message>
+        <source>nobody minds</source>
+        <translation>没有影响</translation>
+    </message>
+    <message>
+        <source>refused; the reason names the key</source>
+        <translation>被拒绝，原因中指明该键</translation>
+    </message>
+    <message>
+        <source>left alone, with a warning that names the key</source>
+        <translation>被忽略，并在日志中指明该键</translation>
+    </message>
+    <message>
+        <source>the answer goes to the sender</source>
+        <translation>应答发回给提问者</translation>
+    </message>
+    <message>
+        <source>the message is ignored</source>
+        <translation>该消息被忽略</translation>
+    </message>
+    <message>
+        <source>counts as nothing</source>
+        <translation>视为没有数据</translation>
+    </message>
+    <message>
+        <source>counts as a failure</source>
+        <translation>视为失败</translation>
+    </message>
+    <message>
+        <source>counts as a success</source>
+        <translation>视为成功</translation>
+    </message>
+    <message>
+        <source>the user reads an empty message</source>
+        <translation>用户看到的是空消息</translation>
+    </message>
+    <message>
+        <source>no line, or one at 0</source>
+        <translation>没有成本线，或画在 0 处</translation>
+    </message>
+    <message>
+        <source>the row is left out</source>
+        <translation>该行被略去</translation>
+    </message>
+    <message>
+        <source>counts as 0</source>
+        <translation>视为 0</translation>
+    </message>
+    <message>
+        <source>counts as a sale</source>
+        <translation>视为卖出</translation>
+    </message>
+    <message>
+        <source>every trade is listed twice</source>
+        <translation>每笔成交列出两次</translation>
+    </message>
+    <message>
+        <source>the trade stands on no bar</source>
+        <translation>该成交不在任何 K 线上</translation>
+    </message>
+    <message>
+        <source>the trade is listed at a wrong time</source>
+        <translation>该成交列在错误的时间</translation>
+    </message>
+    <message>
+        <source>the order stands at 09:31</source>
+        <translation>该委托画在 09:31 处</translation>
+    </message>
+    <message>
+        <source>the order gets no marker</source>
+        <translation>该委托没有标记</translation>
+    </message>
+    <message>
+        <source>the order cannot be cancelled</source>
+        <translation>该委托无法撤单</translation>
+    </message>
+    <message>
+        <source>drawn all the same</source>
+        <translation>仍然画出</translation>
+    </message>
+    <message>
+        <source>not empty</source>
+        <translation>非空</translation>
+    </message>
+    <message>
+        <source>yyyymmdd</source>
+        <translation>yyyymmdd</translation>
+    </message>
+    <message>
+        <source>hhmmsscc</source>
+        <translation>hhmmsscc</translation>
+    </message>
+    <message>
+        <source>hhmm, hhmmss or hhmmsscc</source>
+        <translation>hhmm、hhmmss 或 hhmmsscc</translation>
+    </message>
+    <message>
+        <source>decimal, at least 0</source>
+        <translation>不小于 0 的小数</translation>
+    </message>
+    <message>
+        <source>decimal, or &quot;nan&quot;</source>
+        <translation>小数或“nan”</translation>
+    </message>
+    <message>
+        <source>whole number from 0 to 2147483647</source>
+        <translation>0 到 2147483647 的整数</translation>
+    </message>
+    <message>
+        <source>whole number from 1 to 2147483647</source>
+        <translation>1 到 2147483647 的整数</translation>
+    </message>
+    <message>
+        <source>&quot;B&quot; or &quot;S&quot;</source>
+        <translation>“B”或“S”</translation>
+    </message>
+    <message>
+        <source>&quot;0B&quot;, &quot;0S&quot; or another direction code</source>
+        <translation>“0B”、“0S”或其他买卖代码</translation>
+    </message>
+    <message>
+        <source>a status code</source>
+        <translation>委托状态代码</translation>
+    </message>
+    <message>
+        <source>&quot;SH&quot; or &quot;SZ&quot;</source>
+        <translation>“SH”或“SZ”</translation>
+    </message>
+    <message>
+        <source>&quot;1&quot; or &quot;2&quot;</source>
+        <translation>“1”或“2”</translation>
+    </message>
+    <message>
+        <source>&quot;SH&quot;, &quot;SZ&quot;, &quot;1&quot; or &quot;2&quot;</source>
+        <translation>“SH”、“SZ”、“1”或“2”</translation>
+    </message>
+    <message>
+        <source>a command</source>
+        <translation>命令</translation>
+    </message>
+    <message>
+        <source>1 to 64 printable ASCII characters</source>
+        <translation>1 到 64 个可打印 ASCII 字符</translation>
+    </message>
+</context>
+<context>
+    <name>OverlayState</name>
+    <message>
+        <source>in view: %1</source>
+        <translation>可见 %1 个</translation>
+    </message>
+    <message>
+        <source>none in view</source>
+        <translation>可见范围内没有</translation>
+    </message>
+    <message>
+        <source>not on this chart</source>
+        <translation>此图不显示</translation>
+    </message>
+    <message>
+        <source>not asked yet</source>
+        <translation>尚未查询</translation>
+    </message>
+    <message>
+        <source>asked, no answer yet</source>
+        <translation>已查询，尚无应答</translation>
+    </message>
+    <message>
+        <source>nothing; of another market: %1</source>
+        <translation>没有数据；另一市场 %1 行</translation>
+    </message>
+    <message>
+        <source>nothing there</source>
+        <translation>没有数据</translation>
+    </message>
+    <message>
+        <source>refused</source>
+        <translation>被拒绝</translation>
+    </message>
+    <message>
+        <source>wrong answer</source>
+        <translation>应答有误</translation>
+    </message>
+</context>
+<context>
+    <name>ModuleState</name>
+    <message>
+        <source>Trading module: not asked</source>
+        <translation>交易模块：未查询</translation>
+    </message>
+    <message>
+        <source>Trading module: waiting for it</source>
+        <translation>交易模块：等待中</translation>
+    </message>
+    <message>
+        <source>Trading module: none answers</source>
+        <translation>交易模块：无应答</translation>
+    </message>
+    <message>
+        <source>Trading module: answers</source>
+        <translation>交易模块：已应答</translation>
+    </message>
+    <message>
+        <source>Trading module: answers, takes no orders</source>
+        <translation>交易模块：已应答，不接受委托</translation>
+    </message>
+    <message>
+        <source>Trading module: does not run</source>
+        <translation>交易模块：未运行</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::StateStrip</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
     </message>
 </context>
 </TS>

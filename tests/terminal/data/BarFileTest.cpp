@@ -58,11 +58,11 @@ TEST_F(BarFile, ReadsMinutesOfItsDay)
     EXPECT_EQ(bars.value()[1].date, 20240102);
 }
 
-class BadDailyLine : public DataFiles, public ::testing::WithParamInterface<BadLine>
+class BarFileBadDailyLine : public DataFiles, public ::testing::WithParamInterface<BadLine>
 {
 };
 
-TEST_P(BadDailyLine, StopsTheFileAndIsNamed)
+TEST_P(BarFileBadDailyLine, StopsTheFileAndIsNamed)
 {
     const QString path = write(QStringLiteral("bad.csv"), dailyHeader + "20240102,10,12,9,11,500\n" +
                                                               GetParam().line + "\n20240105,1,1,1,1,1\n");
@@ -73,7 +73,7 @@ TEST_P(BadDailyLine, StopsTheFileAndIsNamed)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Lines, BadDailyLine,
+    Lines, BarFileBadDailyLine,
     ::testing::Values(BadLine{"empty", "", "1 fields"},
                       BadLine{"tooFewFields", "20240103,1,1,1,1", "5 fields"},
                       BadLine{"tooManyFields", "20240103,1,1,1,1,1,1", "7 fields"},
@@ -94,11 +94,11 @@ INSTANTIATE_TEST_SUITE_P(
                       BadLine{"negativeVolume", "20240103,4,4,3,4,-1", "volume is negative"}),
     ByName());
 
-class BadMinuteLine : public DataFiles, public ::testing::WithParamInterface<BadLine>
+class BarFileBadMinuteLine : public DataFiles, public ::testing::WithParamInterface<BadLine>
 {
 };
 
-TEST_P(BadMinuteLine, StopsTheFileAndIsNamed)
+TEST_P(BarFileBadMinuteLine, StopsTheFileAndIsNamed)
 {
     const QString path =
         write(QStringLiteral("bad.csv"), minuteHeader + "931,10,12,9,11,500\n" + GetParam().line + "\n");
@@ -109,7 +109,7 @@ TEST_P(BadMinuteLine, StopsTheFileAndIsNamed)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Lines, BadMinuteLine,
+    Lines, BarFileBadMinuteLine,
     ::testing::Values(BadLine{"noTime", "9:32,1,1,1,1,1", "not a time"},
                       BadLine{"sixtyMinutes", "960,1,1,1,1,1", "not a time"},
                       BadLine{"lateHour", "2500,1,1,1,1,1", "not a time"},

@@ -22,11 +22,11 @@ TEST_F(SecurityListFile, NamesTheSecurities)
     EXPECT_EQ(findSecurity(securities.value(), QStringLiteral("1")), nullptr);
 }
 
-class BadSecurityLine : public DataFiles, public ::testing::WithParamInterface<BadLine>
+class SecurityListBadLine : public DataFiles, public ::testing::WithParamInterface<BadLine>
 {
 };
 
-TEST_P(BadSecurityLine, StopsTheFileAndIsNamed)
+TEST_P(SecurityListBadLine, StopsTheFileAndIsNamed)
 {
     const QString path = write(QStringLiteral("s.csv"),
                                QByteArray("code,market,name\n000001,SZ,One\n") + GetParam().line + "\n");
@@ -38,7 +38,7 @@ TEST_P(BadSecurityLine, StopsTheFileAndIsNamed)
         << qPrintable(securities.error());
 }
 
-INSTANTIATE_TEST_SUITE_P(Lines, BadSecurityLine,
+INSTANTIATE_TEST_SUITE_P(Lines, SecurityListBadLine,
                          ::testing::Values(BadLine{"noCode", ",SH,Name", "not a security code"},
                                            BadLine{"codeWithBlank", "60 1,SH,Name", "not a security code"},
                                            BadLine{"twice", "000001,SH,Name", "second time"},

@@ -15,7 +15,7 @@ Loaded<ParsedOptions> parse(QStringList arguments)
     return parseOptions(arguments, QStringLiteral("/nowhere/bin"));
 }
 
-TEST(Options, AreReadFromTheCommandLine)
+TEST(TerminalOptions, AreReadFromTheCommandLine)
 {
     const auto parsed =
         parse(QStringLiteral("--data D --code 600519 --period minute --day 20230201 --overlays cost,trades "
@@ -38,7 +38,7 @@ TEST(Options, AreReadFromTheCommandLine)
     EXPECT_TRUE(options.hidesAmounts);
 }
 
-TEST(Options, OfAReplayImplyAChartOfMinutes)
+TEST(TerminalOptions, OfAReplayImplyAChartOfMinutes)
 {
     const auto parsed = parse({QStringLiteral("--data"), QStringLiteral("D"), QStringLiteral("--replay"),
                                QStringLiteral("30"), QStringLiteral("--replay-to"), QStringLiteral("1000"),
@@ -53,7 +53,7 @@ TEST(Options, OfAReplayImplyAChartOfMinutes)
     EXPECT_EQ(options.orders.back().quantity, 100);
 }
 
-TEST(Options, PlayTheWholeDayForASnapshot)
+TEST(TerminalOptions, PlayTheWholeDayForASnapshot)
 {
     const auto parsed =
         parse(QStringLiteral("--data D --replay 30 --snapshot a.png").split(QLatin1Char(' ')));
@@ -61,12 +61,12 @@ TEST(Options, PlayTheWholeDayForASnapshot)
     EXPECT_EQ(parsed.value().options.replayTo, atTime(1500));
 }
 
-TEST(Options, AskForTheDataFolderWhenThereIsNone)
+TEST(TerminalOptions, AskForTheDataFolderWhenThereIsNone)
 {
     EXPECT_TRUE(parse({}).error().contains(QStringLiteral("--data")));
 }
 
-TEST(Options, LeadToTheHelpBeforeAnythingElse)
+TEST(TerminalOptions, LeadToTheHelpBeforeAnythingElse)
 {
     const auto parsed = parse({QStringLiteral("--help"), QStringLiteral("--period"), QStringLiteral("year")});
     ASSERT_TRUE(parsed);
@@ -74,7 +74,7 @@ TEST(Options, LeadToTheHelpBeforeAnythingElse)
     EXPECT_TRUE(parsed.value().helpText.contains(QStringLiteral("--overlays")));
 }
 
-TEST(Options, NameEveryOverlayInTheHelp)
+TEST(TerminalOptions, NameEveryOverlayInTheHelp)
 {
     const QString help = parse({QStringLiteral("--help")}).value().helpText;
     for (const char *const word : {"cost", "trades", "orders", "combined-cost", "combined-trades"}) {
@@ -91,11 +91,11 @@ struct BadOption
     const char *allowed;
 };
 
-class BadOptionValue : public ::testing::TestWithParam<BadOption>
+class TerminalOptionsBadValue : public ::testing::TestWithParam<BadOption>
 {
 };
 
-TEST_P(BadOptionValue, IsNamedWithWhatIsAllowed)
+TEST_P(TerminalOptionsBadValue, IsNamedWithWhatIsAllowed)
 {
     const auto parsed = parse(QString::fromLatin1(GetParam().arguments).split(QLatin1Char(' ')));
     ASSERT_FALSE(parsed);
@@ -104,7 +104,7 @@ TEST_P(BadOptionValue, IsNamedWithWhatIsAllowed)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Options, BadOptionValue,
+    Options, TerminalOptionsBadValue,
     ::testing::Values(BadOption{"period", "--period year", "--period", "day, week, month, minute"},
                       BadOption{"theme", "--theme blue", "--theme", "light, dark"},
                       BadOption{"language", "--lang fr", "--lang", "zh, en"},

@@ -14,17 +14,17 @@ struct TextWithAmounts
     const char *hidden;
 };
 
-class Amounts : public ::testing::TestWithParam<TextWithAmounts>
+class HiddenAmounts : public ::testing::TestWithParam<TextWithAmounts>
 {
 };
 
-TEST_P(Amounts, AreHiddenAndPricesAreNot)
+TEST_P(HiddenAmounts, AreHiddenAndPricesAreNot)
 {
     EXPECT_EQ(withoutAmounts(QString::fromUtf8(GetParam().shown)).toStdString(), GetParam().hidden);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Texts, Amounts,
+    Texts, HiddenAmounts,
     ::testing::Values(
         TextWithAmounts{"cost", "持仓成本:1890.058", "持仓成本:***"},
         TextWithAmounts{"trade", "买入\t09:30:15\t成交价:10.50\t成交量:300",

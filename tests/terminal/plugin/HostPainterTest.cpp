@@ -13,15 +13,15 @@
 namespace Terminal {
 namespace {
 
-class PaintedOverlays : public OverlayWindow
+class HostPainterTest : public OverlayWindow
 {
 };
 
-class PaintedOverlaysInTheme : public PaintedOverlays, public ::testing::WithParamInterface<ThemeKind>
+class HostPainterInTheme : public HostPainterTest, public ::testing::WithParamInterface<ThemeKind>
 {
 };
 
-TEST_P(PaintedOverlaysInTheme, DrawsTheCostLineAtItsPrice)
+TEST_P(HostPainterInTheme, DrawsTheCostLineAtItsPrice)
 {
     show({QStringLiteral("cost")}, ChartPeriod::Day, GetParam());
     const QImage picture = canvasPicture();
@@ -36,7 +36,7 @@ TEST_P(PaintedOverlaysInTheme, DrawsTheCostLineAtItsPrice)
     EXPECT_EQ(found, 4);
 }
 
-TEST_P(PaintedOverlaysInTheme, WritesTheCostInATagAtTheRightEdge)
+TEST_P(HostPainterInTheme, WritesTheCostInATagAtTheRightEdge)
 {
     show({QStringLiteral("cost")}, ChartPeriod::Day, GetParam());
     const QString text = QStringLiteral(u"持仓成本:%1").arg(costPrice(), 0, 'f', 3);
@@ -59,8 +59,7 @@ TEST_P(PaintedOverlaysInTheme, WritesTheCostInATagAtTheRightEdge)
     EXPECT_GT(rowsOfColour(canvasPicture(), box.left() + 4, chart()->theme().line).size(), 10U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Themes, PaintedOverlaysInTheme,
-                         ::testing::Values(ThemeKind::Dark, ThemeKind::Light));
+INSTANTIATE_TEST_SUITE_P(Themes, HostPainterInTheme, ::testing::Values(ThemeKind::Dark, ThemeKind::Light));
 
 /// True where every opaque pixel of the sprite is in the picture at `position`.
 ::testing::AssertionResult shows(const QImage &picture, const QPixmap &sprite, const QPoint &position)
@@ -84,7 +83,7 @@ INSTANTIATE_TEST_SUITE_P(Themes, PaintedOverlaysInTheme,
                          : ::testing::AssertionFailure() << "hardly any pixels";
 }
 
-TEST_F(PaintedOverlays, DrawsBuySellAndBothAboveTheirBars)
+TEST_F(HostPainterTest, DrawsBuySellAndBothAboveTheirBars)
 {
     show({QStringLiteral("trades")});
     const auto last = static_cast<double>(chart()->data().bars.size());
@@ -110,7 +109,7 @@ TEST_F(PaintedOverlays, DrawsBuySellAndBothAboveTheirBars)
     EXPECT_GE(std::min({seen[0], seen[1], seen[2]}), 3);
 }
 
-TEST_F(PaintedOverlays, DrawsOrdersAtTheirPriceInEveryState)
+TEST_F(HostPainterTest, DrawsOrdersAtTheirPriceInEveryState)
 {
     show({QStringLiteral("orders")}, ChartPeriod::Minute);
     const QImage picture = canvasPicture();
@@ -125,7 +124,7 @@ TEST_F(PaintedOverlays, DrawsOrdersAtTheirPriceInEveryState)
     }
 }
 
-TEST_F(PaintedOverlays, ShowsWhichEdgeAnOrderIsBeyond)
+TEST_F(HostPainterTest, ShowsWhichEdgeAnOrderIsBeyond)
 {
     show({QStringLiteral("orders")}, ChartPeriod::Minute);
     const QImage picture = canvasPicture();
@@ -139,7 +138,7 @@ TEST_F(PaintedOverlays, ShowsWhichEdgeAnOrderIsBeyond)
 }
 
 /// The picture of the cost's label, as it stands at the right edge.
-TEST_F(PaintedOverlays, HidesTheFiguresOfTheCostLabel)
+TEST_F(HostPainterTest, HidesTheFiguresOfTheCostLabel)
 {
     show({QStringLiteral("cost")});
     const QImage shown = canvasPicture();

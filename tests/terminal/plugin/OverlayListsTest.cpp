@@ -10,11 +10,11 @@ namespace {
 
 using ::testing::HasSubstr;
 
-class ListsOfOverlays : public OverlayWindow
+class OverlayLists : public OverlayWindow
 {
 };
 
-TEST_F(ListsOfOverlays, ListsADaysTradesAndClosesOnEscape)
+TEST_F(OverlayLists, ListsADaysTradesAndClosesOnEscape)
 {
     show({QStringLiteral("trades")});
     QStringList rows;
@@ -33,7 +33,7 @@ TEST_F(ListsOfOverlays, ListsADaysTradesAndClosesOnEscape)
     EXPECT_THAT(log, HasSubstr("chose -1"));
 }
 
-TEST_F(ListsOfOverlays, HidesAmountsInTheListOfTrades)
+TEST_F(OverlayLists, HidesAmountsInTheListOfTrades)
 {
     show({QStringLiteral("trades")});
     m_window->overlays()->setAmountsHidden(true);
@@ -47,7 +47,7 @@ TEST_F(ListsOfOverlays, HidesAmountsInTheListOfTrades)
     EXPECT_EQ(row, QStringLiteral(u"买入\t09:30:15\t成交价:10.50\t成交量:***"));
 }
 
-TEST_F(ListsOfOverlays, ListsTheTradesOfTheCombinedOverlay)
+TEST_F(OverlayLists, ListsTheTradesOfTheCombinedOverlay)
 {
     show({QStringLiteral("combined-trades")});
     QStringList rows;

@@ -96,11 +96,11 @@ TEST_F(OverlayPointerOnAChart, BringsAReleaseToWhatIsHit)
     EXPECT_EQ(overlayLog(), "release\n");
 }
 
-class PointerOnOverlays : public OverlayWindow
+class OverlayPointerOnAWindow : public OverlayWindow
 {
 };
 
-TEST_F(PointerOnOverlays, LetsTheCursorPointWithinFivePixelsOfTheCostLine)
+TEST_F(OverlayPointerOnAWindow, LetsTheCursorPointWithinFivePixelsOfTheCostLine)
 {
     show({QStringLiteral("cost")});
     const double y = geometry().priceToY(costPrice());
@@ -114,14 +114,14 @@ TEST_F(PointerOnOverlays, LetsTheCursorPointWithinFivePixelsOfTheCostLine)
     }
 }
 
-TEST_F(PointerOnOverlays, ShowsAMarkAsClickable)
+TEST_F(OverlayPointerOnAWindow, ShowsAMarkAsClickable)
 {
     show({QStringLiteral("trades")});
     moveTo(onMark(lastMarkedBar()));
     EXPECT_TRUE(waitUntil([this] { return cursor() == Qt::PointingHandCursor; }));
 }
 
-TEST_F(PointerOnOverlays, PassesTheRightButtonOn)
+TEST_F(OverlayPointerOnAWindow, PassesTheRightButtonOn)
 {
     show({QStringLiteral("cost")});
     click({300, geometry().priceToY(costPrice())}, Qt::RightButton);

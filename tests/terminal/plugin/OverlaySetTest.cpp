@@ -11,7 +11,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-class SetOfOverlays : public OverlayChart
+class OverlaySetOnAChart : public OverlayChart
 {
 protected:
     /// Makes every overlay anew.
@@ -21,7 +21,7 @@ protected:
     }
 };
 
-TEST_F(SetOfOverlays, HasOneOfAKind)
+TEST_F(OverlaySetOnAChart, HasOneOfAKind)
 {
     EXPECT_TRUE(m_overlays.show(kind("cost")));
     EXPECT_TRUE(m_overlays.show(kind("cost")));
@@ -29,14 +29,14 @@ TEST_F(SetOfOverlays, HasOneOfAKind)
     EXPECT_EQ(countOf(overlayLog(), "made"), 1);
 }
 
-TEST_F(SetOfOverlays, ShowsNoneThatTheLibraryDoesNotMake)
+TEST_F(OverlaySetOnAChart, ShowsNoneThatTheLibraryDoesNotMake)
 {
     setLibraryMakesOverlays(false);
     EXPECT_FALSE(m_overlays.show(kind("cost")));
     EXPECT_EQ(m_overlays.find(kind("cost")), nullptr);
 }
 
-TEST_F(SetOfOverlays, TellsOfEachThatItMakes)
+TEST_F(OverlaySetOnAChart, TellsOfEachThatItMakes)
 {
     std::vector<const OverlayKind *> made;
     QObject::connect(&m_overlays, &OverlaySet::made, &m_overlays,
@@ -47,7 +47,7 @@ TEST_F(SetOfOverlays, TellsOfEachThatItMakes)
     EXPECT_THAT(made, ::testing::ElementsAre(&kind("trades"), &kind("cost"), &kind("trades"), &kind("cost")));
 }
 
-TEST_F(SetOfOverlays, KeepsTheOrderOfPaintingWhenOneIsMadeAnew)
+TEST_F(OverlaySetOnAChart, KeepsTheOrderOfPaintingWhenOneIsMadeAnew)
 {
     m_overlays.show(kind("trades"));
     m_overlays.show(kind("cost"));
@@ -56,7 +56,7 @@ TEST_F(SetOfOverlays, KeepsTheOrderOfPaintingWhenOneIsMadeAnew)
     EXPECT_EQ(m_overlays.all().back().kind, &kind("cost"));
 }
 
-TEST_F(SetOfOverlays, LosesOneThatTheLibraryDoesNotMakeAgainAndTellsSo)
+TEST_F(OverlaySetOnAChart, LosesOneThatTheLibraryDoesNotMakeAgainAndTellsSo)
 {
     m_overlays.show(kind("trades"));
     m_overlays.show(kind("cost"));
@@ -70,7 +70,7 @@ TEST_F(SetOfOverlays, LosesOneThatTheLibraryDoesNotMakeAgainAndTellsSo)
     EXPECT_NE(m_overlays.find(kind("cost")), nullptr);
 }
 
-TEST_F(SetOfOverlays, EndsAllWithItself)
+TEST_F(OverlaySetOnAChart, EndsAllWithItself)
 {
     auto set = std::make_unique<OverlaySet>(&m_chart, &m_axis,
                                             OverlayLibrary::open(QStringLiteral(TEST_OVERLAYS)).value(),
@@ -82,11 +82,11 @@ TEST_F(SetOfOverlays, EndsAllWithItself)
     EXPECT_EQ(overlayLog(), "ended\ndestroyed\nended\ndestroyed\n");
 }
 
-class OverlaysOnAWindow : public OverlayWindow
+class OverlaySetOnAWindow : public OverlayWindow
 {
 };
 
-TEST_F(OverlaysOnAWindow, EndsAnOverlayUnderItsOwnOpenListOnlyAfterTheListIsClosed)
+TEST_F(OverlaySetOnAWindow, EndsAnOverlayUnderItsOwnOpenListOnlyAfterTheListIsClosed)
 {
     show({QStringLiteral("trades")});
     std::string whileOpen;
@@ -102,7 +102,7 @@ TEST_F(OverlaysOnAWindow, EndsAnOverlayUnderItsOwnOpenListOnlyAfterTheListIsClos
     EXPECT_THAT(overlayLog(), ::testing::StartsWith("chose -1\ndestroyed\n"));
 }
 
-TEST_F(OverlaysOnAWindow, MakesTradesAnewForOtherBarsAndKeepsTheCostLine)
+TEST_F(OverlaySetOnAWindow, MakesTradesAnewForOtherBarsAndKeepsTheCostLine)
 {
     show({QStringLiteral("cost"), QStringLiteral("trades")});
     overlayLog();
@@ -113,7 +113,7 @@ TEST_F(OverlaysOnAWindow, MakesTradesAnewForOtherBarsAndKeepsTheCostLine)
     EXPECT_THAT(log, HasSubstr(" 5\n"));
 }
 
-TEST_F(OverlaysOnAWindow, EndsOverlaysThatAreSwitchedOff)
+TEST_F(OverlaySetOnAWindow, EndsOverlaysThatAreSwitchedOff)
 {
     show({QStringLiteral("cost")});
     overlayLog();
@@ -121,7 +121,7 @@ TEST_F(OverlaysOnAWindow, EndsOverlaysThatAreSwitchedOff)
     EXPECT_EQ(overlayLog(), "ended\ndestroyed\n");
 }
 
-TEST_F(OverlaysOnAWindow, EndsCombinedOverlays)
+TEST_F(OverlaySetOnAWindow, EndsCombinedOverlays)
 {
     show({QStringLiteral("combined-cost")});
     EXPECT_THAT(overlayLog(), ::testing::StartsWith("made\ncombined {\"auto_refresh_time\":3,\"type\":0}\n"));
@@ -129,7 +129,7 @@ TEST_F(OverlaysOnAWindow, EndsCombinedOverlays)
     EXPECT_EQ(overlayLog(), "ended\ndestroyed\n");
 }
 
-TEST_F(OverlaysOnAWindow, MakesCombinedTradesAnewThatWereLost)
+TEST_F(OverlaySetOnAWindow, MakesCombinedTradesAnewThatWereLost)
 {
     show({QStringLiteral("combined-cost"), QStringLiteral("combined-trades"), QStringLiteral("trades")});
     overlayLog();
@@ -140,7 +140,7 @@ TEST_F(OverlaysOnAWindow, MakesCombinedTradesAnewThatWereLost)
     EXPECT_EQ(countOf(log, "calc 600519"), 1);
 }
 
-TEST_F(OverlaysOnAWindow, StandsWhenTheLibraryMakesAnOverlayNoMore)
+TEST_F(OverlaySetOnAWindow, StandsWhenTheLibraryMakesAnOverlayNoMore)
 {
     show({QStringLiteral("trades")});
     setLibraryMakesOverlays(false);

@@ -128,11 +128,11 @@ TEST_F(OverlayUpdatesOnAChart, HandOverTheBarsThatWereAdded)
     EXPECT_THAT(overlayLog(), HasSubstr("calc 600519 302"));
 }
 
-class CalculationOfOverlays : public OverlayWindow
+class OverlayUpdatesOnAWindow : public OverlayWindow
 {
 };
 
-TEST_F(CalculationOfOverlays, HandsOverTheWholeLoadedRangeAndNotWhatIsInView)
+TEST_F(OverlayUpdatesOnAWindow, HandsOverTheWholeLoadedRangeAndNotWhatIsInView)
 {
     show({QStringLiteral("cost")});
     EXPECT_THAT(overlayLog(), HasSubstr("calc 600519 2890 4"));
@@ -141,14 +141,14 @@ TEST_F(CalculationOfOverlays, HandsOverTheWholeLoadedRangeAndNotWhatIsInView)
     EXPECT_EQ(overlayLog(), "");
 }
 
-TEST_F(CalculationOfOverlays, AnswersARequestForARepaintWithOneCalculation)
+TEST_F(OverlayUpdatesOnAWindow, AnswersARequestForARepaintWithOneCalculation)
 {
     show({QStringLiteral("cost")});
     QApplication::processEvents();
     EXPECT_EQ(countOf(overlayLog(), "calc"), 2); // when it was made, and for its own request
 }
 
-TEST_F(CalculationOfOverlays, CalculatesCombinedOverlaysOnlyWhenATradingModuleAnswers)
+TEST_F(OverlayUpdatesOnAWindow, CalculatesCombinedOverlaysOnlyWhenATradingModuleAnswers)
 {
     m_moduleAnswers = false;
     show({QStringLiteral("cost"), QStringLiteral("combined-cost")});
@@ -162,7 +162,7 @@ TEST_F(CalculationOfOverlays, CalculatesCombinedOverlaysOnlyWhenATradingModuleAn
     EXPECT_EQ(countOf(overlayLog(), "calc 600519"), 1);
 }
 
-TEST_F(CalculationOfOverlays, ShowsWhatCombinedOverlaysOfItsSecurityHaveHeard)
+TEST_F(OverlayUpdatesOnAWindow, ShowsWhatCombinedOverlaysOfItsSecurityHaveHeard)
 {
     show({QStringLiteral("combined-cost"), QStringLiteral("combined-trades")});
     overlayLog();

@@ -12,7 +12,7 @@ namespace {
 
 constexpr Trading::TradingDate today = onDay(20240105);
 
-class ChartsBesideAReplay : public ::testing::Test
+class ChartSourceTest : public ::testing::Test
 {
 protected:
     void open() { m_replay.open(m_day, today); }
@@ -23,7 +23,7 @@ protected:
     const ChartSource m_source{m_folder, &m_replay};
 };
 
-TEST_F(ChartsBesideAReplay, IsTheLastDayOfItsSecurityWhileItIsReplayed)
+TEST_F(ChartSourceTest, IsTheLastDayOfItsSecurityWhileItIsReplayed)
 {
     EXPECT_EQ(m_source.minuteDays(QStringLiteral("000001")).back(), onDay(20180115));
     open();
@@ -36,7 +36,7 @@ TEST_F(ChartsBesideAReplay, IsTheLastDayOfItsSecurityWhileItIsReplayed)
     }
 }
 
-TEST_F(ChartsBesideAReplay, LeavesOtherChartsToTheFolder)
+TEST_F(ChartSourceTest, LeavesOtherChartsToTheFolder)
 {
     open();
     const auto lastDate = [this](const char *code, ChartPeriod period,
@@ -48,7 +48,7 @@ TEST_F(ChartsBesideAReplay, LeavesOtherChartsToTheFolder)
     EXPECT_EQ(lastDate("000001", ChartPeriod::Day), 20250905);
 }
 
-TEST_F(ChartsBesideAReplay, HasTheCloseBeforeItAlsoAsToday)
+TEST_F(ChartSourceTest, HasTheCloseBeforeItAlsoAsToday)
 {
     const auto closeBefore = [this](int day) {
         return m_source.closeBefore(QStringLiteral("000001"), onDay(day));

@@ -24,11 +24,11 @@ struct BadOrder
     const char *text;
 };
 
-class BadPlannedOrder : public ::testing::TestWithParam<BadOrder>
+class PlannedOrderOfABadText : public ::testing::TestWithParam<BadOrder>
 {
 };
 
-TEST_P(BadPlannedOrder, IsRefusedWithTheForm)
+TEST_P(PlannedOrderOfABadText, IsRefusedWithTheForm)
 {
     const auto read = readPlannedOrder(QLatin1String(GetParam().text));
     ASSERT_FALSE(read);
@@ -36,7 +36,7 @@ TEST_P(BadPlannedOrder, IsRefusedWithTheForm)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Replay, BadPlannedOrder,
+    Replay, PlannedOrderOfABadText,
     ::testing::Values(BadOrder{"empty", ""}, BadOrder{"noPrice", "1000 buy 100"},
                       BadOrder{"lunch", "1200 buy 100 13.05"}, BadOrder{"noTime", "2561 buy 100 13.05"},
                       BadOrder{"shortTime", "931 buy 100 13.05"}, BadOrder{"side", "1000 hold 100 13.05"},

@@ -18,10 +18,10 @@ using State = Replay::State;
 
 constexpr Trading::TradingDate today = onDay(20240105);
 
-class RecordedDay : public ::testing::Test
+class ReplayOfADay : public ::testing::Test
 {
 protected:
-    RecordedDay()
+    ReplayOfADay()
     {
         m_folder = DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value();
         m_day = m_folder.load(QStringLiteral("000001"), ChartPeriod::Minute, onDay(20180108)).value();
@@ -43,7 +43,7 @@ protected:
     int m_advances = 0;
 };
 
-TEST_F(RecordedDay, BeginsPausedWithTheOpeningAuction)
+TEST_F(ReplayOfADay, BeginsPausedWithTheOpeningAuction)
 {
     open();
     EXPECT_EQ(m_replay.state(), State::Paused);
@@ -52,7 +52,7 @@ TEST_F(RecordedDay, BeginsPausedWithTheOpeningAuction)
     EXPECT_EQ(m_replay.previousClose(), 13.30);
 }
 
-TEST_F(RecordedDay, CompletesABarWithEveryStepAndPassesOverTheLunchBreak)
+TEST_F(ReplayOfADay, CompletesABarWithEveryStepAndPassesOverTheLunchBreak)
 {
     open();
     m_replay.playTo(atTime(1129));
@@ -62,7 +62,7 @@ TEST_F(RecordedDay, CompletesABarWithEveryStepAndPassesOverTheLunchBreak)
     EXPECT_THAT(m_minutes, ElementsAre(at(1130), at(1301)));
 }
 
-TEST_F(RecordedDay, HasEveryBarOfTheDayDatedToday)
+TEST_F(ReplayOfADay, HasEveryBarOfTheDayDatedToday)
 {
     open();
     m_replay.playTo(atTime(1500));
@@ -71,7 +71,7 @@ TEST_F(RecordedDay, HasEveryBarOfTheDayDatedToday)
     EXPECT_THAT(m_replay.today().bars, Each(Field(&Bar::date, today.number())));
 }
 
-TEST_F(RecordedDay, TellsOfEachBarButOnceOfAJump)
+TEST_F(ReplayOfADay, TellsOfEachBarButOnceOfAJump)
 {
     open();
     m_replay.playTo(atTime(1000));
@@ -79,7 +79,7 @@ TEST_F(RecordedDay, TellsOfEachBarButOnceOfAJump)
     EXPECT_EQ(m_advances, 2);
 }
 
-TEST_F(RecordedDay, DoesNotGoBack)
+TEST_F(ReplayOfADay, DoesNotGoBack)
 {
     open();
     m_replay.playTo(atTime(1000));
@@ -87,7 +87,7 @@ TEST_F(RecordedDay, DoesNotGoBack)
     EXPECT_EQ(m_replay.completed(), 31U);
 }
 
-TEST_F(RecordedDay, KeepsRoomForTheMinutesToCome)
+TEST_F(ReplayOfADay, KeepsRoomForTheMinutesToCome)
 {
     open();
     m_replay.playTo(atTime(1130));
@@ -98,7 +98,7 @@ TEST_F(RecordedDay, KeepsRoomForTheMinutesToCome)
     EXPECT_EQ(shown.ahead.back(), at(1500));
 }
 
-TEST_F(RecordedDay, EndsWithItsLastBar)
+TEST_F(ReplayOfADay, EndsWithItsLastBar)
 {
     open();
     m_replay.playTo(atTime(1459));
@@ -111,7 +111,7 @@ TEST_F(RecordedDay, EndsWithItsLastBar)
     EXPECT_EQ(m_minutes.size(), static_cast<size_t>(minutesOfTradingDay));
 }
 
-TEST_F(RecordedDay, IsBegunAgainAfterItsEnd)
+TEST_F(ReplayOfADay, IsBegunAgainAfterItsEnd)
 {
     open();
     m_replay.playTo(atTime(1500));
@@ -123,7 +123,7 @@ TEST_F(RecordedDay, IsBegunAgainAfterItsEnd)
     EXPECT_EQ(m_replay.completed(), 2U);
 }
 
-TEST_F(RecordedDay, GoesOnPlayingWhenItIsBegunAgain)
+TEST_F(ReplayOfADay, GoesOnPlayingWhenItIsBegunAgain)
 {
     open();
     m_replay.setSpeed(600);
@@ -134,7 +134,7 @@ TEST_F(RecordedDay, GoesOnPlayingWhenItIsBegunAgain)
     EXPECT_TRUE(waitUntil([this] { return m_replay.completed() >= 3; }));
 }
 
-TEST_F(RecordedDay, TakesAMinuteByItsSpeed)
+TEST_F(ReplayOfADay, TakesAMinuteByItsSpeed)
 {
     open();
     m_replay.setSpeed(600);
@@ -145,7 +145,7 @@ TEST_F(RecordedDay, TakesAMinuteByItsSpeed)
     EXPECT_GE(clock.elapsed(), 5 * 100 - 10); // a busy machine may take longer, not less
 }
 
-TEST_F(RecordedDay, StandsStillWhilePaused)
+TEST_F(ReplayOfADay, StandsStillWhilePaused)
 {
     open();
     m_replay.setSpeed(600);
@@ -159,7 +159,7 @@ TEST_F(RecordedDay, StandsStillWhilePaused)
     EXPECT_EQ(m_replay.completed(), completed);
 }
 
-TEST_F(RecordedDay, HoldsItsSpeedInsideTheRange)
+TEST_F(ReplayOfADay, HoldsItsSpeedInsideTheRange)
 {
     m_replay.setSpeed(0);
     EXPECT_EQ(m_replay.speed(), Replay::slowest);
@@ -167,7 +167,7 @@ TEST_F(RecordedDay, HoldsItsSpeedInsideTheRange)
     EXPECT_EQ(m_replay.speed(), Replay::fastest);
 }
 
-TEST_F(RecordedDay, StopsWhenAListenerClosesIt)
+TEST_F(ReplayOfADay, StopsWhenAListenerClosesIt)
 {
     open();
     QObject::connect(&m_replay, &Replay::barCompleted, &m_replay, [this](const Bar &bar) {
@@ -181,7 +181,7 @@ TEST_F(RecordedDay, StopsWhenAListenerClosesIt)
     EXPECT_EQ(m_advances, 1); // of the first bar
 }
 
-TEST(ClosedReplay, DoesNothing)
+TEST(ReplayThatIsClosed, DoesNothing)
 {
     Replay replay(nullptr);
     replay.play();
@@ -192,13 +192,13 @@ TEST(ClosedReplay, DoesNothing)
     EXPECT_EQ(replay.completed(), 0U);
 }
 
-TEST_F(RecordedDay, KeepsTheCloseBeforeItOnTheChart)
+TEST_F(ReplayOfADay, KeepsTheCloseBeforeItOnTheChart)
 {
     open();
     EXPECT_EQ(m_replay.today().previousClose, 13.30);
 }
 
-TEST_F(RecordedDay, IsMadeOfMinutesAndOfNothingElse)
+TEST_F(ReplayOfADay, IsMadeOfMinutesAndOfNothingElse)
 {
     for (const ChartPeriod period : {ChartPeriod::Day, ChartPeriod::Week, ChartPeriod::Month}) {
         EXPECT_FALSE(m_replay.open(m_folder.load(QStringLiteral("000001"), period).value(), today));

@@ -15,11 +15,11 @@ struct SharedMessage
     SharedNews::Kind kind;
 };
 
-class MessageToEverybody : public ::testing::TestWithParam<SharedMessage>
+class SharedChannelMessage : public ::testing::TestWithParam<SharedMessage>
 {
 };
 
-TEST_P(MessageToEverybody, IsReadAsCombinedOverlaysReadIt)
+TEST_P(SharedChannelMessage, IsReadAsCombinedOverlaysReadIt)
 {
     const SharedNews news = readSharedNews(GetParam().topic, GetParam().payload);
     EXPECT_EQ(news.kind, GetParam().kind);
@@ -27,7 +27,7 @@ TEST_P(MessageToEverybody, IsReadAsCombinedOverlaysReadIt)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Messages, MessageToEverybody,
+    Messages, SharedChannelMessage,
     ::testing::Values(
         SharedMessage{"answer", "TradeQuery", R"({"cmd":"HistoryTrade","stkcode":"600519","data":[{}]})",
                       SharedNews::Data},

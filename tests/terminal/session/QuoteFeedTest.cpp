@@ -20,7 +20,7 @@ QString text(const QJsonObject &object, const char *key)
     return object.value(QLatin1String(key)).toString();
 }
 
-TEST(Quote, TellsABarInTexts)
+TEST(QuoteFeedQuote, TellsABarInTexts)
 {
     const Security security{QStringLiteral("000001"), Market::Shenzhen, QStringLiteral("PA")};
     const Bar bar{20240105, 9 * 60 + 31, 13.35, 13.39, 13.3, 13.38, 2003635};
@@ -39,7 +39,16 @@ TEST(Quote, TellsABarInTexts)
     EXPECT_EQ(quoteOf(security, bar, 13.30), expected);
 }
 
-TEST(Quote, SaysNothingOfACloseThatIsNotKnown)
+TEST(QuoteFeedQuote, SaysWhichDayIsReplayedAndNothingOfOneThatIsNot)
+{
+    const Security security{QStringLiteral("600519"), Market::Shanghai, {}};
+    const Bar bar{20240105, 571, 1, 1, 1, 1, 1};
+    const QString key = QStringLiteral("recorded");
+    EXPECT_EQ(quoteOf(security, bar, {}, onDay(20180108)).value(key), QStringLiteral("20180108"));
+    EXPECT_FALSE(quoteOf(security, bar, {}).contains(key));
+}
+
+TEST(QuoteFeedQuote, SaysNothingOfACloseThatIsNotKnown)
 {
     const QJsonObject quote = quoteOf({QStringLiteral("600519"), Market::Shanghai, {}},
                                       {20240105, 15 * 60, 1400, 1400, 1400, 1400, 0}, std::nullopt);
@@ -48,7 +57,7 @@ TEST(Quote, SaysNothingOfACloseThatIsNotKnown)
 }
 
 /// A replay, its feed and a module that hears quotes and questions on one line.
-class Feed : public ::testing::Test
+class QuoteFeedTest : public ::testing::Test
 {
 protected:
     void SetUp() override
@@ -103,7 +112,7 @@ protected:
     int m_taken = 0;
 };
 
-TEST_F(Feed, PublishesEveryBarInOrder)
+TEST_F(QuoteFeedTest, PublishesEveryBarInOrder)
 {
     open({});
     m_replay.playTo(atTime(933));
@@ -112,7 +121,7 @@ TEST_F(Feed, PublishesEveryBarInOrder)
                                      QStringLiteral("0933")));
 }
 
-TEST_F(Feed, PlacesAnOrderBetweenTheQuotesOfItsMinuteAndTheNext)
+TEST_F(QuoteFeedTest, PlacesAnOrderBetweenTheQuotesOfItsMinuteAndTheNext)
 {
     open({{atTime(931), Direction::Sell, 500, 13.05}, {atTime(930), Direction::Buy, 100, 12.9}});
     m_replay.playTo(atTime(932));
@@ -122,7 +131,7 @@ TEST_F(Feed, PlacesAnOrderBetweenTheQuotesOfItsMinuteAndTheNext)
                             QStringLiteral("0S 500 13.05"), QStringLiteral("0932")));
 }
 
-TEST_F(Feed, PlacesAnOrderOnce)
+TEST_F(QuoteFeedTest, PlacesAnOrderOnce)
 {
     open({{atTime(930), Direction::Buy, 100, 12.9}});
     m_replay.restart();
@@ -131,7 +140,26 @@ TEST_F(Feed, PlacesAnOrderOnce)
                 ElementsAre(QStringLiteral("0930"), QStringLiteral("0B 100 12.90"), QStringLiteral("0930")));
 }
 
-TEST_F(Feed, ForgetsItsOrdersWithTheirDay)
+TEST_F(QuoteFeedTest, TellsOfAnOrderWhoseMinuteWentByWhileTheBusWasAway)
+{
+    open({{atTime(932), Direction::Buy, 100, 12.9}, {atTime(934), Direction::Buy, 200, 12.9}});
+    QStringList refusals;
+    QObject::connect(m_feed.get(), &QuoteFeed::refused, &m_replay,
+                     [&refusals](const QString &reason) { refusals.append(reason); });
+    ASSERT_TRUE(hears(1));
+    m_broker.kill();
+    ASSERT_TRUE(waitUntil([this] { return !m_feed->isJoined(); }));
+    m_replay.playTo(atTime(932));
+    m_broker.start();
+    ASSERT_TRUE(waitUntil([this] { return m_feed->isJoined() && m_market.isConnected(); }));
+    m_replay.playTo(atTime(934));
+    ASSERT_TRUE(waitUntil([this] { return m_heard.contains(QStringLiteral("0B 200 12.90")); }));
+    EXPECT_FALSE(m_heard.contains(QStringLiteral("0B 100 12.90")));
+    ASSERT_EQ(refusals.size(), 1);
+    EXPECT_THAT(refusals.front().toStdString(), ::testing::HasSubstr("09:32"));
+}
+
+TEST_F(QuoteFeedTest, ForgetsItsOrdersWithTheirDay)
 {
     open({{atTime(931), Direction::Buy, 100, 12.9}});
     m_replay.close();
@@ -141,7 +169,7 @@ TEST_F(Feed, ForgetsItsOrdersWithTheirDay)
     EXPECT_THAT(m_heard, ElementsAre(QStringLiteral("0930"), QStringLiteral("0930"), QStringLiteral("0931")));
 }
 
-TEST_F(Feed, TellsWhichOfItsOrdersIsRefusedAndNoneThatWasPlacedByHand)
+TEST_F(QuoteFeedTest, TellsWhichOfItsOrdersIsRefusedAndNoneThatWasPlacedByHand)
 {
     m_module.setAnswer(QStringLiteral("EntrustPlace"), {{QStringLiteral("success"), false},
                                                         {QStringLiteral("msg"), QStringLiteral("no cash")}});
@@ -159,7 +187,7 @@ TEST_F(Feed, TellsWhichOfItsOrdersIsRefusedAndNoneThatWasPlacedByHand)
     EXPECT_EQ(refused, QStringList(QStringLiteral("no cash")));
 }
 
-TEST_F(Feed, TellsWhenTheModuleIsDone)
+TEST_F(QuoteFeedTest, TellsWhenTheModuleIsDone)
 {
     open({});
     m_module.setSilent(QStringLiteral("HolderCostPrice"));

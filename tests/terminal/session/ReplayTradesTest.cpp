@@ -10,7 +10,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-class OrdersOfAReplay : public TradingWindow
+class ReplayTrades : public TradingWindow
 {
 protected:
     /// Opens the replay of a day with the orders of a plan.
@@ -51,7 +51,7 @@ protected:
     PlannedOrder m_order;
 };
 
-TEST_F(OrdersOfAReplay, WaitAndAreDealtWhenABarReachesThem)
+TEST_F(ReplayTrades, WaitAndAreDealtWhenABarReachesThem)
 {
     open({atTime(945), Direction::Buy, 3000, 50.70});
     playTo(952); // the low of 09:52 is 50.71
@@ -60,7 +60,7 @@ TEST_F(OrdersOfAReplay, WaitAndAreDealtWhenABarReachesThem)
     EXPECT_TRUE(comesToSay("已成")) << listed();
 }
 
-TEST_F(OrdersOfAReplay, AreDealtInPartsWhereABarHasTooLittle)
+TEST_F(ReplayTrades, AreDealtInPartsWhereABarHasTooLittle)
 {
     open({atTime(1010), Direction::Buy, 12000, 50.86});
     playTo(1011); // a quarter of its volume of 35,600
@@ -70,7 +70,7 @@ TEST_F(OrdersOfAReplay, AreDealtInPartsWhereABarHasTooLittle)
     EXPECT_TRUE(comesToSay("已成")) << listed();
 }
 
-TEST_F(OrdersOfAReplay, AreBehindTheQuotesOfTheirMinuteWhenPlacedByHand)
+TEST_F(ReplayTrades, AreBehindTheQuotesOfTheirMinuteWhenPlacedByHand)
 {
     open(OrderPlan());
     playTo(953); // the low of 09:53 is 50.70

@@ -18,7 +18,7 @@ using Stage = TradingSession::Stage;
 
 constexpr std::chrono::milliseconds shortPatience{200};
 
-class TradingDay : public ::testing::Test
+class TradingSessionTest : public ::testing::Test
 {
 protected:
     void SetUp() override
@@ -44,7 +44,7 @@ protected:
                          [this] { ++m_overlaysDue; });
         QObject::connect(replay(), &Replay::restarted, replay(), [this] { ++m_restarts; });
         if (m_plan.replaySpeed > 0) {
-            ASSERT_TRUE(m_session->openReplay(minutes()));
+            ASSERT_EQ(m_session->openReplay(minutes()), QString());
         }
         m_restarts = 0;
         m_session->begin();
@@ -72,7 +72,7 @@ protected:
     int m_restarts = 0;
 };
 
-TEST_F(TradingDay, BeginsWithTheModuleThatAnswers)
+TEST_F(TradingSessionTest, BeginsWithTheModuleThatAnswers)
 {
     letModuleAnswer();
     begin();
@@ -81,7 +81,7 @@ TEST_F(TradingDay, BeginsWithTheModuleThatAnswers)
     EXPECT_EQ(m_overlaysDue, 1);
 }
 
-TEST_F(TradingDay, GoesOnAloneAfterAMomentAndIsJoinedByAModuleThatComesLater)
+TEST_F(TradingSessionTest, GoesOnAloneAfterAMomentAndIsJoinedByAModuleThatComesLater)
 {
     m_plan.patience = shortPatience;
     begin();
@@ -92,7 +92,7 @@ TEST_F(TradingDay, GoesOnAloneAfterAMomentAndIsJoinedByAModuleThatComesLater)
     EXPECT_EQ(m_overlaysDue, 2) << "what was asked before is lost";
 }
 
-TEST_F(TradingDay, TellsTheModuleOfTheReplayBeforeOverlaysAsk)
+TEST_F(TradingSessionTest, TellsTheModuleOfTheReplayBeforeOverlaysAsk)
 {
     m_plan.replaySpeed = Replay::slowest;
     m_plan.replayTo = atTime(1000);
@@ -106,7 +106,7 @@ TEST_F(TradingDay, TellsTheModuleOfTheReplayBeforeOverlaysAsk)
     EXPECT_EQ(replay()->state(), Replay::State::Playing);
 }
 
-TEST_F(TradingDay, OfAPictureStopsWhereItWasPlayedTo)
+TEST_F(TradingSessionTest, OfAPictureStopsWhereItWasPlayedTo)
 {
     m_plan.replaySpeed = Replay::fastest;
     m_plan.replayTo = atTime(1000);
@@ -117,7 +117,7 @@ TEST_F(TradingDay, OfAPictureStopsWhereItWasPlayedTo)
     EXPECT_EQ(replay()->state(), Replay::State::Paused);
 }
 
-TEST_F(TradingDay, IsNotBegunAgainWhenAModuleComesToARunningReplay)
+TEST_F(TradingSessionTest, IsNotBegunAgainWhenAModuleComesToARunningReplay)
 {
     m_plan.patience = shortPatience;
     m_plan.replaySpeed = Replay::slowest;
@@ -133,7 +133,7 @@ TEST_F(TradingDay, IsNotBegunAgainWhenAModuleComesToARunningReplay)
     EXPECT_EQ(replay()->completed(), 31U);
 }
 
-TEST_F(TradingDay, StaysPausedByItsUserWhenAModuleComes)
+TEST_F(TradingSessionTest, StaysPausedByItsUserWhenAModuleComes)
 {
     m_plan.patience = shortPatience;
     m_plan.replaySpeed = Replay::slowest;
@@ -146,7 +146,7 @@ TEST_F(TradingDay, StaysPausedByItsUserWhenAModuleComes)
 }
 
 /// An order that was placed meanwhile would meet the quotes of the morning once more.
-TEST_F(TradingDay, IsNotBegunAgainByAPatienceThatEndsLater)
+TEST_F(TradingSessionTest, IsNotBegunAgainByAPatienceThatEndsLater)
 {
     m_plan.patience = shortPatience;
     m_plan.replaySpeed = Replay::fastest; // a bar takes half of the patience
@@ -159,7 +159,7 @@ TEST_F(TradingDay, IsNotBegunAgainByAPatienceThatEndsLater)
     EXPECT_THAT(m_stages, ElementsAre(Stage::Awaiting, Stage::Informing, Stage::Trading));
 }
 
-TEST_F(TradingDay, OfAReplayWithOrdersWaitsForTheModuleButLetsOverlaysAsk)
+TEST_F(TradingSessionTest, OfAReplayWithOrdersWaitsForTheModuleButLetsOverlaysAsk)
 {
     m_plan.patience = shortPatience;
     m_plan.replaySpeed = Replay::slowest;
@@ -174,7 +174,35 @@ TEST_F(TradingDay, OfAReplayWithOrdersWaitsForTheModuleButLetsOverlaysAsk)
     EXPECT_EQ(replay()->state(), Replay::State::Playing);
 }
 
-TEST_F(TradingDay, BeginsWithoutAReplayThatItsUserHasEnded)
+TEST_F(TradingSessionTest, SaysThatAReplayWaitsForAModuleThatNeverAnswers)
+{
+    m_plan.patience = shortPatience;
+    m_plan.replaySpeed = Replay::slowest;
+    m_plan.playsAlone = false;
+    begin();
+    int waits = 0;
+    QObject::connect(m_session.get(), &TradingSession::replayWaits, m_session.get(), [&waits] { ++waits; });
+    ASSERT_TRUE(comesTo(Stage::Alone));
+    EXPECT_EQ(waits, 1);
+}
+
+TEST_F(TradingSessionTest, IsNotBegunAgainWhenItsUserDidNotWaitForTheModule)
+{
+    m_plan.patience = shortPatience;
+    m_plan.replaySpeed = Replay::slowest;
+    m_plan.playsAlone = false;
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Alone));
+    replay()->play();
+    replay()->playTo(atTime(1000));
+    m_restarts = 0;
+    letModuleAnswer();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    EXPECT_EQ(m_restarts, 0);
+    EXPECT_EQ(replay()->completed(), 31U);
+}
+
+TEST_F(TradingSessionTest, BeginsWithoutAReplayThatItsUserHasEnded)
 {
     m_plan.replaySpeed = Replay::slowest;
     begin();
@@ -184,7 +212,7 @@ TEST_F(TradingDay, BeginsWithoutAReplayThatItsUserHasEnded)
     EXPECT_THAT(m_stages, ElementsAre(Stage::Awaiting, Stage::Trading));
 }
 
-TEST_F(TradingDay, TellsWhyAnOrderOfThePlanIsRefused)
+TEST_F(TradingSessionTest, TellsWhyAnOrderOfThePlanIsRefused)
 {
     m_module.setAnswer(QStringLiteral("EntrustPlace"), {{QStringLiteral("success"), false},
                                                         {QStringLiteral("msg"), QStringLiteral("no cash")}});
@@ -198,7 +226,7 @@ TEST_F(TradingDay, TellsWhyAnOrderOfThePlanIsRefused)
     EXPECT_TRUE(waitUntil([&reason] { return reason == QLatin1String("no cash"); }));
 }
 
-TEST_F(TradingDay, TellsWhatCombinedOverlaysHear)
+TEST_F(TradingSessionTest, TellsWhatCombinedOverlaysHear)
 {
     letModuleAnswer();
     begin();
@@ -211,11 +239,11 @@ TEST_F(TradingDay, TellsWhatCombinedOverlaysHear)
     EXPECT_EQ(heard.code, QStringLiteral("600519"));
 }
 
-TEST_F(TradingDay, ReplaysNothingButMinutes)
+TEST_F(TradingSessionTest, ReplaysNothingButMinutes)
 {
     begin();
     const ChartData days = m_folder.load(QStringLiteral("000001"), ChartPeriod::Day).value();
-    EXPECT_FALSE(m_session->openReplay(days));
+    EXPECT_THAT(m_session->openReplay(days).toStdString(), ::testing::HasSubstr("minutes"));
     EXPECT_EQ(replay()->state(), Replay::State::Closed);
 }
 

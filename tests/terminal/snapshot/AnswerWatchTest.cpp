@@ -7,7 +7,7 @@
 namespace Terminal {
 namespace {
 
-class WatchOfCombinedOverlays : public ::testing::Test
+class AnswerWatchTest : public ::testing::Test
 {
 protected:
     static constexpr char costWord[] = "combined-cost";
@@ -16,11 +16,10 @@ protected:
     static SharedNews news(SharedNews::Kind kind) { return {kind, QStringLiteral("600519")}; }
     static const OverlayKind *kind(const char *word) { return findOverlayKind(QLatin1String(word)); }
 
-    AnswerWatch watch{
-        "screen-1", dailyChart(10), {QLatin1String(costWord), QLatin1String(tradesWord)}, nullptr};
+    AnswerWatch watch{dailyChart(10), {QLatin1String(costWord), QLatin1String(tradesWord)}, nullptr};
 };
 
-TEST_F(WatchOfCombinedOverlays, WaitsForTheCalculationAfterTheAnswer)
+TEST_F(AnswerWatchTest, WaitsForTheCalculationAfterTheAnswer)
 {
     watch.noteUpdate(kind(costWord));
     watch.noteUpdate(kind(tradesWord));
@@ -31,7 +30,7 @@ TEST_F(WatchOfCombinedOverlays, WaitsForTheCalculationAfterTheAnswer)
     EXPECT_TRUE(watch.isComplete()) << qPrintable(watch.missing().join(QLatin1Char(' ')));
 }
 
-TEST_F(WatchOfCombinedOverlays, WaitsForTheCostsFirstCalculation)
+TEST_F(AnswerWatchTest, WaitsForTheCostsFirstCalculation)
 {
     watch.takeSharedNews(news(SharedNews::Data));
     watch.noteUpdate(kind(tradesWord));
@@ -40,7 +39,7 @@ TEST_F(WatchOfCombinedOverlays, WaitsForTheCostsFirstCalculation)
     EXPECT_TRUE(watch.isComplete());
 }
 
-TEST_F(WatchOfCombinedOverlays, WaitsAgainWhenTheTradesWereLost)
+TEST_F(AnswerWatchTest, WaitsAgainWhenTheTradesWereLost)
 {
     watch.noteUpdate(kind(costWord));
     watch.takeSharedNews(news(SharedNews::Data));
@@ -54,13 +53,15 @@ TEST_F(WatchOfCombinedOverlays, WaitsAgainWhenTheTradesWereLost)
     EXPECT_TRUE(watch.isComplete());
 }
 
-TEST_F(WatchOfCombinedOverlays, TakesNothingOfAnotherSecurityOrAnotherScreensQuestions)
+TEST_F(AnswerWatchTest, TakesNothingOfAnotherSecurityOrAnotherScreensQuestions)
 {
     watch.noteUpdate(kind(costWord));
     watch.noteUpdate(kind(tradesWord));
     watch.takeSharedNews({SharedNews::Data, QStringLiteral("000001")});
     watch.takeSharedNews({SharedNews::None, QStringLiteral("600519")});
-    watch.takeAnswer(R"({"cmd":"HistoryTrade","stkcode":"600519","data":[{}]})");
+    Trading::CheckedAnswer ofAnotherScreensKind;
+    ofAnotherScreensKind.command = QStringLiteral("HistoryTrade");
+    watch.takeAnswer(ofAnotherScreensKind);
     EXPECT_FALSE(watch.isComplete());
 }
 

@@ -17,7 +17,7 @@ using Kind = DeskOutcome::Kind;
 
 const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};
 
-class Desk : public ::testing::Test
+class OrderDeskTest : public ::testing::Test
 {
 protected:
     void SetUp() override
@@ -56,7 +56,7 @@ protected:
     std::vector<DeskOutcome> m_cancelled;
 };
 
-TEST_F(Desk, AsksForNothingBeforeItIsToWatch)
+TEST_F(OrderDeskTest, AsksForNothingBeforeItIsToWatch)
 {
     OrderDesk other;
     std::vector<DeskOutcome> placed;
@@ -76,7 +76,7 @@ TEST_F(Desk, AsksForNothingBeforeItIsToWatch)
     EXPECT_TRUE(waitUntil([&other] { return other.account().has_value(); }));
 }
 
-TEST_F(Desk, TellsTheNumberOfAnAcceptedOrder)
+TEST_F(OrderDeskTest, TellsTheNumberOfAnAcceptedOrder)
 {
     m_module.setAnswer(QStringLiteral("EntrustPlace"),
                        withData(QJsonObject{{QStringLiteral("ordersno"), QStringLiteral("17")}}));
@@ -86,7 +86,7 @@ TEST_F(Desk, TellsTheNumberOfAnAcceptedOrder)
     EXPECT_EQ(m_placed.front().text, QStringLiteral("17"));
 }
 
-TEST_F(Desk, SendsPricesWithTwoDecimalsAndTheMarketAsLetters)
+TEST_F(OrderDeskTest, SendsPricesWithTwoDecimalsAndTheMarketAsLetters)
 {
     m_desk.place({moutai, Direction::Sell, 1700.1, 300});
     m_desk.place({{QStringLiteral("000001"), Market::Shenzhen, {}}, Direction::Buy, 0.1 + 0.2, 100});
@@ -105,7 +105,7 @@ TEST_F(Desk, SendsPricesWithTwoDecimalsAndTheMarketAsLetters)
     EXPECT_NE(text(0, "objectId"), text(1, "objectId"));
 }
 
-TEST_F(Desk, TellsWhyAnOrderIsRefused)
+TEST_F(OrderDeskTest, TellsWhyAnOrderIsRefused)
 {
     m_module.setAnswer(QStringLiteral("EntrustPlace"), refusedWith("not enough cash"));
     m_desk.place({moutai, Direction::Buy, 1700, 100});
@@ -114,7 +114,7 @@ TEST_F(Desk, TellsWhyAnOrderIsRefused)
     EXPECT_EQ(m_placed.front().text, QStringLiteral("not enough cash"));
 }
 
-TEST_F(Desk, TellsThatNoAnswerCameAndTellsALateAnswer)
+TEST_F(OrderDeskTest, TellsThatNoAnswerCameAndTellsALateAnswer)
 {
     m_desk.setTimeout(50ms);
     m_desk.place({moutai, Direction::Buy, 1700, 100});
@@ -131,7 +131,86 @@ TEST_F(Desk, TellsThatNoAnswerCameAndTellsALateAnswer)
     EXPECT_TRUE(m_placed.back().isLate);
 }
 
-TEST_F(Desk, TakesAnswersInAnyOrder)
+/// A desk whose module says that it knows the terminal's own numbers of orders.
+class OrderDeskOfModuleWithNumbers : public OrderDeskTest
+{
+protected:
+    void SetUp() override
+    {
+        OrderDeskTest::SetUp();
+        m_desk.setKnowsClientNumbers([this] { return m_knowsNumbers; });
+        m_desk.setTimeout(100ms);
+    }
+
+    bool m_knowsNumbers = true;
+};
+
+TEST_F(OrderDeskOfModuleWithNumbers, AsksAgainForTheSameOrderUntilItIsAnswered)
+{
+    const QString number = m_desk.place({moutai, Direction::Buy, 1700, 100});
+    ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 2));
+    const auto asked = m_module.asked(QStringLiteral("EntrustPlace"));
+    EXPECT_EQ(asked[0], asked[1]) << "the very same question";
+    EXPECT_EQ(asked[0].value(QLatin1String("clientno")).toString(), number);
+    m_module.answer(asked[1], withData(QJsonObject{{QStringLiteral("ordersno"), QStringLiteral("19")}}));
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::Accepted);
+    EXPECT_FALSE(m_placed.front().isLate);
+    m_module.answer(asked[0], withData(QJsonObject{{QStringLiteral("ordersno"), QStringLiteral("19")}}));
+    letPass();
+    EXPECT_EQ(m_placed.size(), 2U) << "the other answer tells of the same order";
+}
+
+TEST_F(OrderDeskOfModuleWithNumbers, AsksAFewTimesAndThenSaysThatNoAnswerCame)
+{
+    int repeats = 0;
+    QObject::connect(&m_desk, &OrderDesk::askedAgain, &m_desk,
+                     [&repeats](const OrderRequest &) { ++repeats; });
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::NoAnswer);
+    letPass();
+    EXPECT_EQ(countOf("EntrustPlace"), static_cast<size_t>(OpenWishes::mostTries) + 1)
+        << "the last one is ours";
+    EXPECT_EQ(repeats, OpenWishes::mostTries - 1);
+}
+
+TEST_F(OrderDeskOfModuleWithNumbers, GivesEveryPlacementANumberOfItsOwn)
+{
+    EXPECT_NE(m_desk.place({moutai, Direction::Buy, 1, 100}), m_desk.place({moutai, Direction::Buy, 1, 100}));
+}
+
+TEST_F(OrderDeskOfModuleWithNumbers, AsksNoOtherModuleForAnOrderAgain)
+{
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
+    m_knowsNumbers = false;
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::NoAnswer);
+    EXPECT_EQ(countOf("EntrustPlace"), 1U);
+}
+
+TEST_F(OrderDeskOfModuleWithNumbers, AsksNotAgainForAnOrderThatWentOutWithoutANumber)
+{
+    m_knowsNumbers = false;
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
+    m_knowsNumbers = true;
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    ASSERT_EQ(countOf("EntrustPlace"), 1U);
+    EXPECT_FALSE(m_module.asked(QStringLiteral("EntrustPlace")).front().contains(QLatin1String("clientno")));
+}
+
+TEST_F(OrderDeskOfModuleWithNumbers, AsksForNoCancellationAgain)
+{
+    OrderRecord order;
+    order.security = moutai;
+    order.number = QStringLiteral("17");
+    order.day = Trading::TradingDate::of(2024, 1, 2);
+    m_desk.cancel(order);
+    ASSERT_TRUE(waitUntil([this] { return !m_cancelled.empty(); }));
+    EXPECT_EQ(countOf("EntrustCancel"), 1U);
+}
+
+TEST_F(OrderDeskTest, TakesAnswersInAnyOrder)
 {
     m_desk.place({moutai, Direction::Buy, 1, 100});
     m_desk.place({moutai, Direction::Buy, 2, 100});
@@ -149,7 +228,7 @@ TEST_F(Desk, TakesAnswersInAnyOrder)
     EXPECT_EQ(m_placed[1].kind, Kind::Refused);
 }
 
-TEST_F(Desk, TellsThatNothingWasSentWithoutABus)
+TEST_F(OrderDeskTest, TellsThatNothingWasSentWithoutABus)
 {
     m_broker.kill();
     ASSERT_TRUE(waitUntil([this] { return !m_desk.endPoint()->isConnected(); }));
@@ -162,7 +241,7 @@ TEST_F(Desk, TellsThatNothingWasSentWithoutABus)
     EXPECT_LT(clock.elapsed(), 2000);
 }
 
-TEST_F(Desk, KnowsWhetherTheModuleAnswers)
+TEST_F(OrderDeskTest, KnowsWhetherTheModuleAnswers)
 {
     m_desk.setTimeout(300ms);
     m_module.setSilent(QStringLiteral("AccountInfo"));
@@ -172,7 +251,54 @@ TEST_F(Desk, KnowsWhetherTheModuleAnswers)
     EXPECT_TRUE(waitUntil([this] { return m_desk.isAnswering(); })) << "it asks again by itself";
 }
 
-TEST_F(Desk, ComesBackWithTheBus)
+TEST_F(OrderDeskTest, MakesAListOfAnswersThatAreAlwaysLate)
+{
+    m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
+    m_desk.setTimeout(100ms);
+    const size_t before = countOf("EntrustTodayTrade");
+    m_desk.askAnew();
+    ASSERT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 1));
+    ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
+    m_desk.refresh(); // the first one is given up
+    ASSERT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 2));
+    const auto asked = m_module.asked(QStringLiteral("EntrustTodayTrade"));
+    m_module.answer(asked[before], withData(QJsonArray{orderRow("17", "2")}));
+    ASSERT_TRUE(waitUntil([this] { return m_desk.orders().size() == 1; }));
+    EXPECT_TRUE(m_desk.isAnswering());
+}
+
+TEST_F(OrderDeskTest, TakesNoAnswerThatIsOlderThanTheOneItKnows)
+{
+    m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
+    m_desk.setTimeout(100ms);
+    const size_t before = countOf("EntrustTodayTrade");
+    m_desk.askAnew();
+    ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
+    m_desk.setTimeout(1min);
+    m_desk.refresh();
+    ASSERT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 2));
+    const auto asked = m_module.asked(QStringLiteral("EntrustTodayTrade"));
+    m_module.answer(asked[before + 1], withData(QJsonArray{orderRow("17", "2"), orderRow("18", "2")}));
+    ASSERT_TRUE(waitUntil([this] { return m_desk.orders().size() == 2; }));
+    m_module.answer(asked[before], withData(QJsonArray{orderRow("17", "2")}));
+    letPass();
+    EXPECT_EQ(m_desk.orders().size(), 2U);
+}
+
+TEST_F(OrderDeskTest, TakesNoLateAnswerForTheOrdersOfAnotherSecurity)
+{
+    m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
+    m_desk.setTimeout(100ms);
+    m_desk.askAnew();
+    ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
+    const QJsonObject asked = m_module.asked(QStringLiteral("EntrustTodayTrade")).back();
+    m_desk.show({QStringLiteral("000001"), Market::Shenzhen, {}}, std::nullopt);
+    m_module.answer(asked, withData(QJsonArray{orderRow("17", "2")}));
+    letPass();
+    EXPECT_TRUE(m_desk.orders().empty());
+}
+
+TEST_F(OrderDeskTest, ComesBackWithTheBus)
 {
     m_broker.kill();
     ASSERT_TRUE(waitUntil([this] { return !m_desk.isAnswering(); }));
@@ -180,7 +306,7 @@ TEST_F(Desk, ComesBackWithTheBus)
     EXPECT_TRUE(waitUntil([this] { return m_desk.isAnswering(); }));
 }
 
-TEST_F(Desk, IsUpToDateWhenAllIsAnswered)
+TEST_F(OrderDeskTest, IsUpToDateWhenAllIsAnswered)
 {
     ASSERT_TRUE(waitUntil([this] { return m_desk.isUpToDate(); }));
     m_module.setSilent(QStringLiteral("AccountInfo"));
@@ -192,7 +318,7 @@ TEST_F(Desk, IsUpToDateWhenAllIsAnswered)
     EXPECT_TRUE(waitUntil([this] { return m_desk.isUpToDate(); }));
 }
 
-TEST_F(Desk, AsksAnewWhileAQuestionIsOpenThatNobodyHeard)
+TEST_F(OrderDeskTest, AsksAnewWhileAQuestionIsOpenThatNobodyHeard)
 {
     m_desk.setTimeout(1min);
     m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
@@ -204,7 +330,7 @@ TEST_F(Desk, AsksAnewWhileAQuestionIsOpenThatNobodyHeard)
     EXPECT_TRUE(m_module.wasAsked("EntrustTodayTrade", before + 2));
 }
 
-TEST_F(Desk, CancelsByDayAndNumber)
+TEST_F(OrderDeskTest, CancelsByDayAndNumber)
 {
     m_module.setAnswer(QStringLiteral("EntrustCancel"),
                        withData(QJsonArray{QJsonObject{{QStringLiteral("msgok "), QStringLiteral("done")}}}));
@@ -221,7 +347,7 @@ TEST_F(Desk, CancelsByDayAndNumber)
     EXPECT_EQ(asked.value(QLatin1String("orderdate")).toString(), QStringLiteral("20240102"));
 }
 
-TEST_F(Desk, ReadsTheOrdersOfTheShownSecurity)
+TEST_F(OrderDeskTest, ReadsTheOrdersOfTheShownSecurity)
 {
     m_module.setAnswer(QStringLiteral("EntrustTodayTrade"), withData(QJsonArray{orderRow("17", "7")}));
     m_desk.refresh();
@@ -237,7 +363,7 @@ TEST_F(Desk, ReadsTheOrdersOfTheShownSecurity)
     EXPECT_TRUE(isCancellable(order));
 }
 
-TEST_F(Desk, ReadsTheAccount)
+TEST_F(OrderDeskTest, ReadsTheAccount)
 {
     const QJsonObject held{{QStringLiteral("stkcode"), QStringLiteral("000001")},
                            {QStringLiteral("stkname"), QStringLiteral("PA")},
@@ -260,7 +386,7 @@ TEST_F(Desk, ReadsTheAccount)
     EXPECT_EQ(m_desk.account()->find(moutai), nullptr);
 }
 
-TEST_F(Desk, AsksForTheOrdersOfAPastDayByANumber)
+TEST_F(OrderDeskTest, AsksForTheOrdersOfAPastDayByANumber)
 {
     m_module.setAnswer(QStringLiteral("EntrustHistoryTrade"), withData(QJsonArray{orderRow("3", "8")}));
     m_desk.show(moutai, Trading::TradingDate::of(2024, 1, 2));
@@ -270,7 +396,7 @@ TEST_F(Desk, AsksForTheOrdersOfAPastDayByANumber)
         20240102);
 }
 
-TEST_F(Desk, ForgetsTheOrdersOfAnotherSecurity)
+TEST_F(OrderDeskTest, ForgetsTheOrdersOfAnotherSecurity)
 {
     m_module.setAnswer(QStringLiteral("EntrustTodayTrade"), withData(QJsonArray{orderRow("17", "2")}));
     m_desk.refresh();
@@ -279,7 +405,7 @@ TEST_F(Desk, ForgetsTheOrdersOfAnotherSecurity)
     EXPECT_TRUE(m_desk.orders().empty());
 }
 
-TEST_F(Desk, AsksAgainAfterANotification)
+TEST_F(OrderDeskTest, AsksAgainAfterANotification)
 {
     const size_t orders = countOf("EntrustTodayTrade");
     const size_t accounts = countOf("AccountInfo");
@@ -288,7 +414,7 @@ TEST_F(Desk, AsksAgainAfterANotification)
         [&] { return countOf("EntrustTodayTrade") > orders && countOf("AccountInfo") > accounts; }));
 }
 
-TEST_F(Desk, HasOneQuestionOfAKindOpenHoweverManyNotificationsCome)
+TEST_F(OrderDeskTest, HasOneQuestionOfAKindOpenHoweverManyNotificationsCome)
 {
     m_module.setSilent(QStringLiteral("EntrustTodayTrade"));
     const size_t before = countOf("EntrustTodayTrade");

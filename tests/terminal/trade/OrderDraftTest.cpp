@@ -36,11 +36,11 @@ struct Case
     const char *problem; ///< a part of it; empty: none
 };
 
-class Draft : public ::testing::TestWithParam<Case>
+class OrderDraftChecks : public ::testing::TestWithParam<Case>
 {
 };
 
-TEST_P(Draft, NamesTheFirstThingThatSpeaksAgainstIt)
+TEST_P(OrderDraftChecks, NamesTheFirstThingThatSpeaksAgainstIt)
 {
     const std::string problem = OrderDraft(GetParam().order, facts()).problem().toStdString();
     if (*GetParam().problem == '\0') {
@@ -62,7 +62,7 @@ const Case cases[] = {
     {"hasWiderLimitsOnYoungBoards", order(buy, 11.99, 100, "300750"), ""},
     {"hasWiderLimitsForTechnology", order(buy, 12.01, 100, "688981"), "8.00 and 12.00"},
     {"isBetweenTicks", order(buy, 10.005, 100), "multiple of 0.01"},
-    {"hasNoPrice", order(buy, 0, 100), "multiple of 0.01"},
+    {"hasNoPrice", order(buy, 0, 100), "no price yet"},
     {"isNoWholeLot", order(buy, 10, 150), "multiple of 100"},
     {"hasNoQuantity", order(sell, 10, 0), "multiple of 100"},
     {"isNegative", order(buy, 10, -100), "multiple of 100"},
@@ -73,7 +73,7 @@ const Case cases[] = {
     {"costsMoreThanThereIs", order(buy, 10, 1100), "not enough cash"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Checks, Draft, ::testing::ValuesIn(cases), ByName());
+INSTANTIATE_TEST_SUITE_P(Checks, OrderDraftChecks, ::testing::ValuesIn(cases), ByName());
 
 TEST(OrderDraft, NeedsAModuleThatAnswers)
 {
@@ -81,6 +81,13 @@ TEST(OrderDraft, NeedsAModuleThatAnswers)
     silent.moduleAnswers = false;
     EXPECT_THAT(OrderDraft(order(buy, 10, 100), silent).problem().toStdString(),
                 HasSubstr("does not answer"));
+}
+
+TEST(OrderDraft, NeedsAnAccountThatTakesOrders)
+{
+    DraftFacts closed = facts();
+    closed.isReadOnly = true;
+    EXPECT_THAT(OrderDraft(order(buy, 10, 100), closed).problem().toStdString(), HasSubstr("only be read"));
 }
 
 TEST(OrderDraft, DoesNotCheckWhatIsNotKnown)
@@ -100,11 +107,13 @@ TEST(OrderDraft, ShowsTheLimitsThatTheExchangeHoldsForEveryClose)
     for (qint64 close = 1; close <= 100000; ++close) {
         facts.closeBefore = static_cast<double>(close) / 100;
         for (const auto &[code, percent] : {std::pair("600519", 10), std::pair("688981", 20)}) {
-            const PriceLimits limits = OrderDraft(order(buy, 1, 100, code), facts).limits().value();
-            ASSERT_TRUE(isNearestTick(std::llround(limits.lowest * 100), close, 100 - percent))
-                << limits.lowest;
-            ASSERT_TRUE(isNearestTick(std::llround(limits.highest * 100), close, 100 + percent))
-                << limits.highest;
+            const Trading::DayLimits limits = OrderDraft(order(buy, 1, 100, code), facts).limits().value();
+            ASSERT_TRUE(
+                isNearestTick(limits.lowest.steps() / Trading::priceStep.steps(), close, 100 - percent))
+                << limits.lowest.digits();
+            ASSERT_TRUE(
+                isNearestTick(limits.highest.steps() / Trading::priceStep.steps(), close, 100 + percent))
+                << limits.highest.digits();
         }
     }
 }

@@ -1,5 +1,6 @@
 // The order ticket by keyboard and by mouse.
 #include "terminal/trade/OrderTicket.h"
+#include "terminal/trade/OrderResults.h"
 
 #include <gmock/gmock.h>
 
@@ -20,7 +21,7 @@ namespace {
 
 const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};
 
-class Ticket : public ::testing::Test
+class OrderTicketTest : public ::testing::Test
 {
 protected:
     void SetUp() override
@@ -74,7 +75,7 @@ protected:
     std::vector<OrderRequest> m_sent;
 };
 
-TEST_F(Ticket, SendsWhatWasTyped)
+TEST_F(OrderTicketTest, SendsWhatWasTyped)
 {
     QTest::keyClicks(price(), QStringLiteral("10.25"));
     quantity()->selectAll();
@@ -87,7 +88,7 @@ TEST_F(Ticket, SendsWhatWasTyped)
     EXPECT_EQ(m_sent.front().security.code, moutai.code);
 }
 
-TEST_F(Ticket, TakesACommaForThePointOfThePrice)
+TEST_F(OrderTicketTest, TakesACommaForThePointOfThePrice)
 {
     QTest::keyClicks(price(), QStringLiteral("10,25"));
     QTest::keyClick(price(), Qt::Key_Return);
@@ -95,13 +96,13 @@ TEST_F(Ticket, TakesACommaForThePointOfThePrice)
     EXPECT_DOUBLE_EQ(m_sent.front().price, 10.25);
 }
 
-TEST_F(Ticket, TakesNoSeparatorOfThousands)
+TEST_F(OrderTicketTest, TakesNoSeparatorOfThousands)
 {
     QTest::keyClicks(price(), QStringLiteral("1,0.2"));
     EXPECT_EQ(price()->cleanText().toStdString(), "1.02") << "what does not fit is not typed";
 }
 
-TEST_F(Ticket, LetsTheWheelTurnOnlyTheFieldThatHasTheKeyboard)
+TEST_F(OrderTicketTest, LetsTheWheelTurnOnlyTheFieldThatHasTheKeyboard)
 {
     turnWheel(quantity());
     EXPECT_EQ(quantity()->value(), 100);
@@ -114,13 +115,13 @@ TEST_F(Ticket, LetsTheWheelTurnOnlyTheFieldThatHasTheKeyboard)
     EXPECT_EQ(quantity()->value(), 200);
 }
 
-TEST_F(Ticket, LetsTheWheelGiveNoFieldTheKeyboard)
+TEST_F(OrderTicketTest, LetsTheWheelGiveNoFieldTheKeyboard)
 {
     EXPECT_NE(price()->focusPolicy(), Qt::WheelFocus);
     EXPECT_NE(quantity()->focusPolicy(), Qt::WheelFocus);
 }
 
-TEST_F(Ticket, MovesByTicksAndLots)
+TEST_F(OrderTicketTest, MovesByTicksAndLots)
 {
     QTest::keyClick(price(), Qt::Key_Up);
     QTest::keyClick(quantity(), Qt::Key_Up);
@@ -128,7 +129,7 @@ TEST_F(Ticket, MovesByTicksAndLots)
     EXPECT_EQ(m_ticket.draft().order().quantity, 200);
 }
 
-TEST_F(Ticket, SendsNothingThatSomethingSpeaksAgainstAndSaysWhat)
+TEST_F(OrderTicketTest, SendsNothingThatSomethingSpeaksAgainstAndSaysWhat)
 {
     QTest::keyClicks(price(), QStringLiteral("12.00"));
     QTest::keyClick(price(), Qt::Key_Return);
@@ -140,7 +141,7 @@ TEST_F(Ticket, SendsNothingThatSomethingSpeaksAgainstAndSaysWhat)
     EXPECT_EQ(child<QLabel>("ticketProblem")->text(), QString());
 }
 
-TEST_F(Ticket, KeepsWhatWasTypedUntilTheSecurityChanges)
+TEST_F(OrderTicketTest, KeepsWhatWasTypedUntilTheSecurityChanges)
 {
     m_ticket.setPrice(9.50);
     m_ticket.setSecurity(moutai, 10.3);
@@ -149,7 +150,7 @@ TEST_F(Ticket, KeepsWhatWasTypedUntilTheSecurityChanges)
     EXPECT_DOUBLE_EQ(m_ticket.draft().order().price, 12.3);
 }
 
-TEST_F(Ticket, FollowsTheLastPriceUntilTheUserChoosesOne)
+TEST_F(OrderTicketTest, FollowsTheLastPriceUntilTheUserChoosesOne)
 {
     QWidget chart;
     chart.show();
@@ -162,13 +163,39 @@ TEST_F(Ticket, FollowsTheLastPriceUntilTheUserChoosesOne)
     EXPECT_DOUBLE_EQ(m_ticket.draft().order().price, 9.9);
 }
 
-TEST_F(Ticket, ChangesNothingWhileTheKeyboardIsInIt)
+TEST_F(OrderTicketTest, BeginsWithoutAPriceWhereThereIsNoneToOffer)
+{
+    m_ticket.setSecurity({QStringLiteral("000001"), Market::Shenzhen, {}}, std::nullopt);
+    EXPECT_EQ(price()->value(), 0);
+    EXPECT_FALSE(sendButton()->isEnabled());
+    EXPECT_THAT(child<QLabel>("ticketProblem")->text().toStdString(), ::testing::HasSubstr("no price yet"));
+}
+
+TEST_F(OrderTicketTest, NamesItsAccountAsItIsWritten)
+{
+    auto *const account = child<QLabel>("ticketAccount");
+    EXPECT_FALSE(account->isVisible());
+    m_ticket.setAccount(QStringLiteral("<b>account.db</b> (paper)"));
+    EXPECT_TRUE(account->isVisible());
+    EXPECT_THAT(account->text().toStdString(), ::testing::HasSubstr("<b>account.db</b> (paper)"));
+    EXPECT_EQ(account->textFormat(), Qt::PlainText);
+}
+
+TEST_F(OrderTicketTest, ShowsMarkupAndControlCharactersOfANameAsText)
+{
+    m_ticket.setSecurity({QStringLiteral("000001"), Market::Shenzhen, QStringLiteral("<i>A\nB")}, 10);
+    auto *const title = child<QLabel>("ticketTitle");
+    EXPECT_EQ(title->textFormat(), Qt::PlainText);
+    EXPECT_EQ(title->text(), QStringLiteral(u"<i>A\ufffdB  000001"));
+}
+
+TEST_F(OrderTicketTest, ChangesNothingWhileTheKeyboardIsInIt)
 {
     m_ticket.setLastPrice(10.1);
     EXPECT_DOUBLE_EQ(m_ticket.draft().order().price, 10.0);
 }
 
-TEST_F(Ticket, SellsTheWholeHoldingWithItsOddRest)
+TEST_F(OrderTicketTest, SellsTheWholeHoldingWithItsOddRest)
 {
     m_ticket.setSide(Direction::Sell);
     const auto parts = m_ticket.findChildren<QPushButton *>(QStringLiteral("quantityPart"));
@@ -179,7 +206,7 @@ TEST_F(Ticket, SellsTheWholeHoldingWithItsOddRest)
     EXPECT_EQ(m_ticket.draft().order().quantity, 100);
 }
 
-TEST_F(Ticket, SendsOneOrderWhileEnterIsHeld)
+TEST_F(OrderTicketTest, SendsOneOrderWhileEnterIsHeld)
 {
     answerAtOnce();
     for (QWidget *const widget : std::initializer_list<QWidget *>{price(), quantity(), sendButton()}) {
@@ -193,7 +220,7 @@ TEST_F(Ticket, SendsOneOrderWhileEnterIsHeld)
     }
 }
 
-TEST_F(Ticket, SendsOneOrderForADoubleClick)
+TEST_F(OrderTicketTest, SendsOneOrderForADoubleClick)
 {
     answerAtOnce();
     QTest::mouseClick(sendButton(), Qt::LeftButton);
@@ -202,7 +229,7 @@ TEST_F(Ticket, SendsOneOrderForADoubleClick)
     EXPECT_EQ(m_sent.size(), 1U);
 }
 
-TEST_F(Ticket, SendsNothingMoreUntilTheOrderBeforeHasEnded)
+TEST_F(OrderTicketTest, SendsNothingMoreUntilTheOrderBeforeHasEnded)
 {
     QTest::keyClick(price(), Qt::Key_Return);
     QTest::keyClick(price(), Qt::Key_Return);
@@ -214,7 +241,7 @@ TEST_F(Ticket, SendsNothingMoreUntilTheOrderBeforeHasEnded)
     EXPECT_EQ(m_sent.size(), 2U);
 }
 
-TEST_F(Ticket, SendsByMouse)
+TEST_F(OrderTicketTest, SendsByMouse)
 {
     answerAtOnce();
     QTest::mouseClick(child<QPushButton>("sellSide"), Qt::LeftButton);
@@ -226,18 +253,18 @@ TEST_F(Ticket, SendsByMouse)
     EXPECT_EQ(m_sent.back().side, Direction::Buy);
 }
 
-TEST_F(Ticket, IsLeftByEscape)
+TEST_F(OrderTicketTest, IsLeftByEscape)
 {
     QSignalSpy left(&m_ticket, &OrderTicket::left);
     QTest::keyClick(price(), Qt::Key_Escape);
     EXPECT_EQ(left.count(), 1);
 }
 
-TEST_F(Ticket, TellsNoAmountButTheQuantityInItsFieldWhileAmountsAreHidden)
+TEST_F(OrderTicketTest, TellsNoAmountButTheQuantityInItsFieldWhileAmountsAreHidden)
 {
     m_ticket.setSide(Direction::Sell);
     quantity()->setValue(5800); // amount 58000.00, 58 lots
-    m_ticket.showResult(QStringLiteral("Sold 5800"), OrderTicket::Tone::Good);
+    m_ticket.results()->tell(QStringLiteral("1"), QStringLiteral("Sold 5800"), OrderResults::Tone::Good);
     m_ticket.setAmountsHidden(true);
     const std::regex amount("58|350");
     for (const QLabel *const label : m_ticket.findChildren<QLabel *>()) {

@@ -21,7 +21,7 @@ OrderRecord orderAt(int hhmmss, const char *number)
     return order;
 }
 
-TEST(OrdersTable, ShowsTheNewestFirst)
+TEST(TradeTablesOfOrders, ShowsTheNewestFirst)
 {
     OrdersTable table;
     table.setOrders({orderAt(93100, "9"), orderAt(93100, "10"), orderAt(93000, "11")});
@@ -31,7 +31,7 @@ TEST(OrdersTable, ShowsTheNewestFirst)
     EXPECT_EQ(table.rowOf(QStringLiteral("12")), -1);
 }
 
-TEST(OrdersTable, AddsNewRowsWithoutTouchingTheOthers)
+TEST(TradeTablesOfOrders, AddsNewRowsWithoutTouchingTheOthers)
 {
     OrdersTable table;
     table.setOrders({orderAt(93100, "1")});
@@ -45,7 +45,7 @@ TEST(OrdersTable, AddsNewRowsWithoutTouchingTheOthers)
     EXPECT_EQ(resets.count(), 1);
 }
 
-TEST(OrdersTable, HasItsColumnsInTheOrderOfTheirNames)
+TEST(TradeTablesOfOrders, HasItsColumnsInTheOrderOfTheirNames)
 {
     OrdersTable table;
     const auto title = [&table](OrderColumn column) {
@@ -57,7 +57,7 @@ TEST(OrdersTable, HasItsColumnsInTheOrderOfTheirNames)
     EXPECT_EQ(table.columnCount({}), static_cast<int>(OrderColumn::Number) + 1);
 }
 
-TEST(OrdersTable, HidesQuantities)
+TEST(TradeTablesOfOrders, HidesQuantities)
 {
     OrderRecord order = orderAt(93100, "1");
     order.dealt = 200;
@@ -75,20 +75,22 @@ TEST(OrdersTable, HidesQuantities)
     EXPECT_TRUE(shown.contains(QStringLiteral("10.00"))) << "its price may be read";
 }
 
-TEST(PositionsTable, KnowsAProfitOnlyWithAPrice)
+const LastPrice ten{10.0, PriceOrigin::Close, Trading::TradingDate::of(2024, 1, 2).value()};
+
+TEST(TradeTablesOfPositions, KnowsAProfitOnlyWithAPrice)
 {
     PositionsTable table;
-    table.setRecords({{{moutai, 200, 100, 9.5}, 10.0}, {{{}, 300, 300, 5.0}, std::nullopt}});
+    table.setRecords({{{moutai, 200, 100, 9.5}, ten}, {{{}, 300, 300, 5.0}, std::nullopt}});
     const int profit = static_cast<int>(PositionColumn::Profit);
     EXPECT_EQ(table.index(0, profit).data().toString(), QStringLiteral("+100.00"));
     EXPECT_EQ(table.index(1, profit).data().toString(), QStringLiteral(u"–"));
     EXPECT_EQ(table.index(0, profit).data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight, Qt::AlignRight);
 }
 
-TEST(PositionsTable, HidesMoneyAndHoldings)
+TEST(TradeTablesOfPositions, HidesMoneyAndHoldings)
 {
     PositionsTable table;
-    table.setRecords({{{moutai, 200, 100, 9.5}, 10.0}});
+    table.setRecords({{{moutai, 200, 100, 9.5}, ten}});
     table.setAmountsHidden(true);
     QStringList shown;
     for (int column = 0; column < table.columnCount({}); ++column) {

@@ -33,7 +33,7 @@ constexpr int buyDealt = 22;
 constexpr double closeBefore = 1400.00;
 constexpr qint64 plenty = 1000000; ///< shares in a bar
 
-class TradingFromTheChart : public TradingWindow
+class TradingFromChart : public TradingWindow
 {
 protected:
     void SetUp() override
@@ -186,7 +186,7 @@ protected:
     }
 };
 
-TEST_F(TradingFromTheChart, AnOrderOfTheTicketWaitsIsPartlyDealtAndDealt)
+TEST_F(TradingFromChart, AnOrderOfTheTicketWaitsIsPartlyDealtAndDealt)
 {
     buy(QStringLiteral("1402.00"), QStringLiteral("500"));
     ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报"))) << qPrintable(newest(OrderColumn::Status));
@@ -211,7 +211,7 @@ TEST_F(TradingFromTheChart, AnOrderOfTheTicketWaitsIsPartlyDealtAndDealt)
     EXPECT_LT(desk()->account()->cash, 1000000 - 500 * 1402.0);
 }
 
-TEST_F(TradingFromTheChart, AnOrderIsCancelledAtItsMark)
+TEST_F(TradingFromChart, AnOrderIsCancelledAtItsMark)
 {
     buy(QStringLiteral("1402.00"), QStringLiteral("100"));
     ASSERT_TRUE(waitForMark(buyWaiting));
@@ -226,7 +226,7 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledAtItsMark)
     EXPECT_THAT(ordersInLedger().toStdString(), ::testing::HasSubstr("已撤"));
 }
 
-TEST_F(TradingFromTheChart, AnOrderIsCancelledAtItsMarkByKeyboard)
+TEST_F(TradingFromChart, AnOrderIsCancelledAtItsMarkByKeyboard)
 {
     buy(QStringLiteral("1402.00"), QStringLiteral("100"));
     ASSERT_TRUE(waitForMark(buyWaiting));
@@ -244,7 +244,7 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledAtItsMarkByKeyboard)
     EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
 }
 
-TEST_F(TradingFromTheChart, AnOrderIsCancelledByTheMenuOfItsRow)
+TEST_F(TradingFromChart, AnOrderIsCancelledByTheMenuOfItsRow)
 {
     buy(QStringLiteral("1402.00"), QStringLiteral("100"));
     ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报")));
@@ -257,7 +257,7 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledByTheMenuOfItsRow)
     EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
 }
 
-TEST_F(TradingFromTheChart, TheMenuOfARowOffersNothingForAnOrderThatIsDone)
+TEST_F(TradingFromChart, TheMenuOfARowOffersNothingForAnOrderThatIsDone)
 {
     buy(QStringLiteral("1402.00"), QStringLiteral("100"));
     ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报")));
@@ -272,7 +272,7 @@ TEST_F(TradingFromTheChart, TheMenuOfARowOffersNothingForAnOrderThatIsDone)
     EXPECT_FALSE(offers);
 }
 
-TEST_F(TradingFromTheChart, AHiddenAmountIsToldNeitherByTheListAtTheMarkNorByTheTicket)
+TEST_F(TradingFromChart, AHiddenAmountIsToldNeitherByTheListAtTheMarkNorByTheTicket)
 {
     m_window->overlays()->setAmountsHidden(true);
     trade()->setAmountsHidden(true);
@@ -287,7 +287,7 @@ TEST_F(TradingFromTheChart, AHiddenAmountIsToldNeitherByTheListAtTheMarkNorByThe
     EXPECT_THAT(result->text().toStdString(), ::testing::HasSubstr("*** × 1402.00"));
 }
 
-TEST_F(TradingFromTheChart, AnOrderIsCancelledInThePanelByDelete)
+TEST_F(TradingFromChart, AnOrderIsCancelledInThePanelByDelete)
 {
     buy(QStringLiteral("1402.00"), QStringLiteral("100"));
     ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报")));
@@ -301,7 +301,7 @@ TEST_F(TradingFromTheChart, AnOrderIsCancelledInThePanelByDelete)
     EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
 }
 
-TEST_F(TradingFromTheChart, ARefusalIsToldWithoutBlocking)
+TEST_F(TradingFromChart, ARefusalIsToldWithoutBlocking)
 {
     desk()->place({chart()->data().security, Direction::Sell, 1402, 100});
     const auto *const result = trade()->ticket()->findChild<QLabel *>(QStringLiteral("ticketResult"));
@@ -309,7 +309,7 @@ TEST_F(TradingFromTheChart, ARefusalIsToldWithoutBlocking)
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
-TEST_F(TradingFromTheChart, ARowRingsItsMarkAndAMarkSelectsItsRow)
+TEST_F(TradingFromChart, ARowRingsItsMarkAndAMarkSelectsItsRow)
 {
     buy(QStringLiteral("1402.00"), QStringLiteral("100"));
     ASSERT_TRUE(waitForMark(buyWaiting));
@@ -325,7 +325,7 @@ TEST_F(TradingFromTheChart, ARowRingsItsMarkAndAMarkSelectsItsRow)
     EXPECT_TRUE(waitUntil([&] { return ringPixels(box) > 20; }));
 }
 
-TEST_F(TradingFromTheChart, OrdersOfAMergedMarkShareItsRingAndItsSelection)
+TEST_F(TradingFromChart, OrdersOfAMergedMarkShareItsRingAndItsSelection)
 {
     // Not in one place, but closer than a mark is high.
     const ChartGeometry &geometry = chart()->chartGeometry();
@@ -352,7 +352,7 @@ TEST_F(TradingFromTheChart, OrdersOfAMergedMarkShareItsRingAndItsSelection)
     EXPECT_TRUE(waitUntil([this] { return trade()->panel()->selected().size() == 2; }));
 }
 
-TEST_F(TradingFromTheChart, OverlappingMarksOfNeighbouringMinutesListTheirOwnOrders)
+TEST_F(TradingFromChart, OverlappingMarksOfNeighbouringMinutesListTheirOwnOrders)
 {
     buy(QStringLiteral("1402.00"), QStringLiteral("100"));
     ASSERT_TRUE(waitForMark(buyWaiting));
@@ -369,7 +369,7 @@ TEST_F(TradingFromTheChart, OverlappingMarksOfNeighbouringMinutesListTheirOwnOrd
                 ::testing::HasSubstr("委托数量:100"));
 }
 
-TEST_F(TradingFromTheChart, AClickOnTheEmptyChartFillsInItsPrice)
+TEST_F(TradingFromChart, AClickOnTheEmptyChartFillsInItsPrice)
 {
     const double price = 1415.37;
     const QPoint place(900, static_cast<int>(chart()->chartGeometry().priceToY(price)));

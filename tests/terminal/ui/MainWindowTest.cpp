@@ -13,11 +13,11 @@
 namespace Terminal {
 namespace {
 
-class Window : public OverlayWindow
+class MainWindowTest : public OverlayWindow
 {
 };
 
-TEST_F(Window, OffersToExportTheChartAtItsKey)
+TEST_F(MainWindowTest, OffersToExportTheChartAtItsKey)
 {
     show({});
     bool opened = false;
@@ -31,7 +31,7 @@ TEST_F(Window, OffersToExportTheChartAtItsKey)
     EXPECT_TRUE(opened);
 }
 
-TEST_F(Window, ExportsTheChartWithoutTheAccount)
+TEST_F(MainWindowTest, ExportsTheChartWithoutTheAccount)
 {
     show({});
     m_window->trade()->setShown(true);
@@ -49,7 +49,7 @@ TEST_F(Window, ExportsTheChartWithoutTheAccount)
     EXPECT_LT(QImage(file).width(), m_window->width() - 200) << "the ticket stands beside the chart";
 }
 
-TEST_F(Window, LooksAsIfItHadBeenOpenedInTheThemeThatItIsChangedTo)
+TEST_F(MainWindowTest, LooksAsIfItHadBeenOpenedInTheThemeThatItIsChangedTo)
 {
     const auto picture = [this] {
         m_window->trade()->setShown(true);
@@ -66,7 +66,7 @@ TEST_F(Window, LooksAsIfItHadBeenOpenedInTheThemeThatItIsChangedTo)
     EXPECT_EQ(picture(), dark);
 }
 
-TEST_F(Window, KeepsTheChartWhenOtherBarsCannotBeLoaded)
+TEST_F(MainWindowTest, KeepsTheChartWhenOtherBarsCannotBeLoaded)
 {
     show({});
     EXPECT_FALSE(m_window->load(QStringLiteral("600519"), ChartPeriod::Minute, onDay(20000101)));
@@ -74,7 +74,7 @@ TEST_F(Window, KeepsTheChartWhenOtherBarsCannotBeLoaded)
     EXPECT_EQ(chart()->data().period, ChartPeriod::Day);
 }
 
-TEST_F(Window, SpeaksChineseAndEnglish)
+TEST_F(MainWindowTest, SpeaksChineseAndEnglish)
 {
     show({});
     const auto periodTexts = [this] {
@@ -94,7 +94,7 @@ TEST_F(Window, SpeaksChineseAndEnglish)
     EXPECT_TRUE(periodTexts().contains(QStringLiteral(u"中文")));
 }
 
-TEST_F(Window, HasRoomForItsToolBarInBothLanguages)
+TEST_F(MainWindowTest, HasRoomForItsToolBarInBothLanguages)
 {
     show({});
     ASSERT_TRUE(m_window->load(QStringLiteral("600519"), ChartPeriod::Minute));
@@ -118,7 +118,7 @@ QString shownMessage(const MainWindow &window)
     return message->isVisible() ? message->text() : QString();
 }
 
-TEST_F(Window, ExportsTheChartWithoutTheMessageOfAnOrder)
+TEST_F(MainWindowTest, ExportsTheChartWithoutTheMessageOfAnOrder)
 {
     show({});
     m_window->centralWidget()->grab(); // every text is laid out
@@ -138,7 +138,7 @@ TEST_F(Window, ExportsTheChartWithoutTheMessageOfAnOrder)
     EXPECT_EQ(exported(), bare);
 }
 
-TEST_F(Window, TakesAMessageAwayWhenAmountsAreHidden)
+TEST_F(MainWindowTest, TakesAMessageAwayWhenAmountsAreHidden)
 {
     show({});
     m_window->prompts()->show(QStringLiteral("sell 5000 × 1405.00: accepted"));

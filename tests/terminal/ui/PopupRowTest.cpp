@@ -8,7 +8,7 @@
 namespace Terminal {
 namespace {
 
-TEST(PopupColumns, AreAsWideAsTheirWidestText)
+TEST(PopupRowColumns, AreAsWideAsTheirWidestText)
 {
     const QFontMetrics metrics{QFont()};
     const QVector<int> widths =

@@ -11,11 +11,11 @@
 namespace Terminal {
 namespace {
 
-class ControlsOfAReplay : public ReplayWindow
+class ReplayBarTest : public ReplayWindow
 {
 };
 
-TEST_F(ControlsOfAReplay, PlaysAndPausesWithSpaceAndStepsWithThePoint)
+TEST_F(ReplayBarTest, PlaysAndPausesWithSpaceAndStepsWithThePoint)
 {
     m_window->setReplaying(true);
     focusChart();
@@ -27,7 +27,7 @@ TEST_F(ControlsOfAReplay, PlaysAndPausesWithSpaceAndStepsWithThePoint)
     EXPECT_EQ(replay()->completed(), 2U);
 }
 
-TEST_F(ControlsOfAReplay, LeavesItsKeysToAFormThatHasTheFocus)
+TEST_F(ReplayBarTest, LeavesItsKeysToAFormThatHasTheFocus)
 {
     m_window->setReplaying(true);
     auto *const form = new QLineEdit(m_window.get());
@@ -41,7 +41,7 @@ TEST_F(ControlsOfAReplay, LeavesItsKeysToAFormThatHasTheFocus)
     EXPECT_EQ(replay()->completed(), 1U);
 }
 
-TEST_F(ControlsOfAReplay, BeginsAndEndsWithItsKey)
+TEST_F(ReplayBarTest, BeginsAndEndsWithItsKey)
 {
     focusChart();
     QTest::keyClick(chart(), Qt::Key_R, Qt::ControlModifier);
@@ -50,7 +50,7 @@ TEST_F(ControlsOfAReplay, BeginsAndEndsWithItsKey)
     EXPECT_EQ(replay()->state(), Replay::State::Closed);
 }
 
-TEST_F(ControlsOfAReplay, ChangesItsSpeedWithKeysAndFromTheList)
+TEST_F(ReplayBarTest, ChangesItsSpeedWithKeysAndFromTheList)
 {
     m_window->setReplaying(true);
     focusChart();
@@ -64,7 +64,7 @@ TEST_F(ControlsOfAReplay, ChangesItsSpeedWithKeysAndFromTheList)
     EXPECT_EQ(bar()->findChild<QComboBox *>()->currentText(), QStringLiteral(u"45×"));
 }
 
-TEST_F(ControlsOfAReplay, PlaysUpToTheMinuteThatTheSliderIsPutTo)
+TEST_F(ReplayBarTest, PlaysUpToTheMinuteThatTheSliderIsPutTo)
 {
     m_window->setReplaying(true);
     auto *const slider = bar()->findChild<QSlider *>();
@@ -75,7 +75,7 @@ TEST_F(ControlsOfAReplay, PlaysUpToTheMinuteThatTheSliderIsPutTo)
     EXPECT_EQ(slider->value(), 30);
 }
 
-TEST_F(ControlsOfAReplay, OfferNoReplayOfDaysWeeksAndMonths)
+TEST_F(ReplayBarTest, OfferNoReplayOfDaysWeeksAndMonths)
 {
     for (const ChartPeriod period : {ChartPeriod::Day, ChartPeriod::Week, ChartPeriod::Month}) {
         show(period);
@@ -87,7 +87,7 @@ TEST_F(ControlsOfAReplay, OfferNoReplayOfDaysWeeksAndMonths)
     }
 }
 
-TEST_F(ControlsOfAReplay, EndAReplayFromAChartOfDays)
+TEST_F(ReplayBarTest, EndAReplayFromAChartOfDays)
 {
     m_window->setReplaying(true);
     show(ChartPeriod::Day);
@@ -96,7 +96,7 @@ TEST_F(ControlsOfAReplay, EndAReplayFromAChartOfDays)
     EXPECT_EQ(replay()->state(), Replay::State::Closed);
 }
 
-TEST_F(ControlsOfAReplay, LeaveTheSliderInTheHandThatDragsItWhileTheDayPlays)
+TEST_F(ReplayBarTest, LeaveTheSliderInTheHandThatDragsItWhileTheDayPlays)
 {
     m_window->setReplaying(true);
     auto *const slider = bar()->findChild<QSlider *>();
@@ -110,7 +110,7 @@ TEST_F(ControlsOfAReplay, LeaveTheSliderInTheHandThatDragsItWhileTheDayPlays)
     EXPECT_EQ(slider->value(), 60);
 }
 
-TEST_F(ControlsOfAReplay, ShowWhereTheDayIsWhenTheSliderIsLetGoBehindIt)
+TEST_F(ReplayBarTest, ShowWhereTheDayIsWhenTheSliderIsLetGoBehindIt)
 {
     m_window->setReplaying(true);
     auto *const slider = bar()->findChild<QSlider *>();
@@ -122,7 +122,7 @@ TEST_F(ControlsOfAReplay, ShowWhereTheDayIsWhenTheSliderIsLetGoBehindIt)
     EXPECT_EQ(slider->value(), 30);
 }
 
-TEST_F(ControlsOfAReplay, PlayNothingWhenTheDayEndsInTheHandThatDragsTheSlider)
+TEST_F(ReplayBarTest, PlayNothingWhenTheDayEndsInTheHandThatDragsTheSlider)
 {
     m_window->setReplaying(true);
     auto *const slider = bar()->findChild<QSlider *>();

@@ -12,10 +12,10 @@
 namespace Terminal {
 namespace {
 
-class Prompts : public ::testing::Test
+class WindowPromptsTest : public ::testing::Test
 {
 protected:
-    Prompts()
+    WindowPromptsTest()
     {
         m_window.resize(800, 600);
         m_window.show();
@@ -45,7 +45,7 @@ QImage plainPicture(QLabel *label)
     return picture;
 }
 
-TEST_F(Prompts, ShowEveryLineOfAQuestionAsItIsWritten)
+TEST_F(WindowPromptsTest, ShowEveryLineOfAQuestionAsItIsWritten)
 {
     int lines = 0;
     ask(QStringLiteral("<i>Cancel?</i>\n<b>100 shares at 1.00</b><!-- 600519\nsell 5000 × 1405.00"),
@@ -60,7 +60,7 @@ TEST_F(Prompts, ShowEveryLineOfAQuestionAsItIsWritten)
     EXPECT_EQ(lines, 2) << "what is asked, and what about";
 }
 
-TEST_F(Prompts, ChooseNoRowByALetterOfItsName)
+TEST_F(WindowPromptsTest, ChooseNoRowByALetterOfItsName)
 {
     int chosen = 0;
     whenOpen<QMenu>([](QMenu *menu) {

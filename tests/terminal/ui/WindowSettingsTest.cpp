@@ -12,7 +12,9 @@
 namespace Terminal {
 namespace {
 
-TEST_F(Settings, BringBackChartOverlaysAndLook)
+using WindowSettingsTest = Settings;
+
+TEST_F(WindowSettingsTest, BringBackChartOverlaysAndLook)
 {
     TerminalOptions options;
     options.code = QStringLiteral("000001");
@@ -33,7 +35,7 @@ TEST_F(Settings, BringBackChartOverlaysAndLook)
     EXPECT_TRUE(back.hidesAmounts);
 }
 
-TEST_F(Settings, BringBackThatNoOverlayWasShown)
+TEST_F(WindowSettingsTest, BringBackThatNoOverlayWasShown)
 {
     remember({});
     TerminalOptions options;
@@ -41,7 +43,7 @@ TEST_F(Settings, BringBackThatNoOverlayWasShown)
     EXPECT_EQ(WindowSettings().over(options).overlays, QStringList());
 }
 
-TEST_F(Settings, ChangeNothingTheFirstTime)
+TEST_F(WindowSettingsTest, ChangeNothingTheFirstTime)
 {
     const LogCapture log;
     const TerminalOptions back = WindowSettings().over({});
@@ -51,7 +53,7 @@ TEST_F(Settings, ChangeNothingTheFirstTime)
     EXPECT_TRUE(log.lines(QtWarningMsg).empty());
 }
 
-TEST_F(Settings, YieldToTheCommandLine)
+TEST_F(WindowSettingsTest, YieldToTheCommandLine)
 {
     set(QStringLiteral("theme"), QStringLiteral("light"));
     set(QStringLiteral("rise"), QStringLiteral("green"));
@@ -64,7 +66,7 @@ TEST_F(Settings, YieldToTheCommandLine)
     EXPECT_EQ(options.riseColour, RiseColour::Green);
 }
 
-TEST_F(Settings, LeaveThePeriodToAReplay)
+TEST_F(WindowSettingsTest, LeaveThePeriodToAReplay)
 {
     set(QStringLiteral("period"), QStringLiteral("week"));
     TerminalOptions options;
@@ -80,11 +82,11 @@ struct BadValue
     const char *allowed;
 };
 
-class BadSetting : public Settings, public ::testing::WithParamInterface<BadValue>
+class WindowSettingsBadValue : public Settings, public ::testing::WithParamInterface<BadValue>
 {
 };
 
-TEST_P(BadSetting, IsTheDefaultAndIsToldWithWhatIsAllowed)
+TEST_P(WindowSettingsBadValue, IsTheDefaultAndIsToldWithWhatIsAllowed)
 {
     set(QLatin1String(GetParam().name), QLatin1String(GetParam().value));
     const LogCapture log;
@@ -102,7 +104,7 @@ TEST_P(BadSetting, IsTheDefaultAndIsToldWithWhatIsAllowed)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Values, BadSetting,
+INSTANTIATE_TEST_SUITE_P(Values, WindowSettingsBadValue,
                          ::testing::Values(BadValue{"period", "year", "week"},
                                            BadValue{"theme", "blue", "light, dark"},
                                            BadValue{"rise", "up", "red, green"},
@@ -110,7 +112,7 @@ INSTANTIATE_TEST_SUITE_P(Values, BadSetting,
                                            BadValue{"overlays", "cost,dreams", "combined-cost"}),
                          ByName());
 
-TEST_F(Settings, AreTheDefaultsAndToldWhenTheFileIsBroken)
+TEST_F(WindowSettingsTest, AreTheDefaultsAndToldWhenTheFileIsBroken)
 {
     remember({});
     QFile broken(file());
@@ -124,7 +126,7 @@ TEST_F(Settings, AreTheDefaultsAndToldWhenTheFileIsBroken)
     EXPECT_TRUE(log.lines(QtWarningMsg).front().contains(file()));
 }
 
-TEST_F(Settings, BringBackSizeAndDocks)
+TEST_F(WindowSettingsTest, BringBackSizeAndDocks)
 {
     const auto window = [] {
         auto made = std::make_unique<QMainWindow>();

@@ -26,23 +26,6 @@ EntrustInfo makeOrder(bool isBuy, const QString &status, double price = 10.0)
     return order;
 }
 
-TEST(EntrustInfo, HasItsFieldsInTheOrderInWhichProgramsFillThem)
-{
-    const EntrustInfo order{true, QStringLiteral("2"), QStringLiteral("F1"), 4, 5, 6, 7.125, 8, 9, 10.125,
-                            11};
-    EXPECT_TRUE(order.isBuy);
-    EXPECT_EQ(order.orderStatus, QStringLiteral("2"));
-    EXPECT_EQ(order.fundId, QStringLiteral("F1"));
-    EXPECT_EQ(order.orderNo, 4);
-    EXPECT_EQ(order.orderDate, 5);
-    EXPECT_EQ(order.orderTime, 6);
-    EXPECT_EQ(order.orderPrice, 7.125);
-    EXPECT_EQ(order.orderQty, 8);
-    EXPECT_EQ(order.matchQty, 9);
-    EXPECT_EQ(order.matchPrice, 10.125);
-    EXPECT_EQ(order.cancelQty, 11);
-}
-
 // Price keys
 
 struct PriceAndKey
@@ -52,17 +35,17 @@ struct PriceAndKey
     std::int64_t key;
 };
 
-class PriceKey : public ::testing::TestWithParam<PriceAndKey>
+class OrderMarksPriceKey : public ::testing::TestWithParam<PriceAndKey>
 {
 };
 
-TEST_P(PriceKey, CountsWholeThousandthsOfTheRoundedPrice)
+TEST_P(OrderMarksPriceKey, CountsWholeThousandthsOfTheRoundedPrice)
 {
     EXPECT_EQ(priceKey(GetParam().price), GetParam().key);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Prices, PriceKey,
+    Prices, OrderMarksPriceKey,
     ::testing::Values(PriceAndKey{"Plain", 10.0, 10000}, PriceAndKey{"RoundedDown", 10.1234, 10123},
                       PriceAndKey{"RoundedUp", 10.1226, 10123},
                       PriceAndKey{"CutOffBelowAThousandth", 1.001, 1000}, PriceAndKey{"Zero", 0.0, 0},
@@ -78,7 +61,7 @@ INSTANTIATE_TEST_SUITE_P(
                       PriceAndKey{"NotANumber", std::numeric_limits<double>::quiet_NaN(), 0}),
     ByName());
 
-TEST(PriceKey, StandsForItsPriceInThousandths)
+TEST(OrderMarksPriceKey, StandsForItsPriceInThousandths)
 {
     EXPECT_EQ(keyPrice(10123), 10.123);
     EXPECT_EQ(keyPrice(1000), 1.0);

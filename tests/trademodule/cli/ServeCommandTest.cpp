@@ -191,7 +191,7 @@ TEST_F(ServeCommandTest, TellsOfNothingWhenItJoinsWithoutOrdersOfToday)
 TEST_F(ServeCommandTest, RefusesOrdersInTimeWhileTheLedgerIsBusy)
 {
     constexpr int orderCount = 10;
-    constexpr int requestTimeout = 3000;
+    constexpr std::chrono::seconds requestTimeout(3);
     serve();
     ASSERT_TRUE(chart().listen("screen1", "TradeQuery"));
     std::optional<Transaction> import(std::in_place, ledger().database());
@@ -252,9 +252,8 @@ TEST_F(ServeCommandTest, RefusesToServeALedgerThatIsServed)
     const Ended second = run(busOptions() + ledgerOptions() + QStringList{QStringLiteral("serve")});
 
     EXPECT_EQ(second.exitCode, 1);
-    EXPECT_THAT(second.errors,
-                HasSubstr("served already: by process " + std::to_string(module().processId()) + " on " +
-                          QSysInfo::machineHostName().toStdString() + ", since 20"));
+    EXPECT_THAT(second.errors, HasSubstr("served already: process " + std::to_string(module().processId()) +
+                                         " on " + QSysInfo::machineHostName().toStdString() + ", since 20"));
 }
 
 TEST_F(ServeCommandTest, ServesALedgerWhoseModuleWasKilled)

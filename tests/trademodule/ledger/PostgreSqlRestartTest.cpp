@@ -114,25 +114,28 @@ TEST_F(PostgreSqlRestart, IsSaidNotToBeThereWhileItIsNot)
 
 TEST_F(PostgreSqlRestart, GivesTheRightToServeBackToWhoHadIt)
 {
-    const ServingLease lease(ledger().database());
+    ServingLease lease(ledger().database());
+    lease.take();
     restartServer();
     ASSERT_THROW(ledger().positions(), LedgerUnavailable);
     ASSERT_NO_THROW(ledger().positions());
 
     Ledger other(location());
-    EXPECT_THROW(ServingLease(other.database()), LedgerError);
+    EXPECT_THROW(ServingLease(other.database()).take(), LedgerError);
 }
 
 TEST_F(PostgreSqlRestart, LetsNothingBeChangedByWhoLostTheRightToServe)
 {
-    const ServingLease lost(ledger().database());
+    ServingLease lost(ledger().database());
+    lost.take();
     restartServer();
     Ledger other(location());
-    const ServingLease lease(other.database());
+    ServingLease lease(other.database());
+    lease.take();
     ASSERT_THROW(ledger().positions(), LedgerUnavailable); // the connection is lost
 
-    EXPECT_THROW(ledger().positions(), LedgerError); // the right, too
-    EXPECT_THROW(book({fill(Side::Buy, bank(), 20240102, 10, 100)}), LedgerError);
+    EXPECT_THROW(ledger().positions(), LeaseLost); // the right, too
+    EXPECT_THROW(book({fill(Side::Buy, bank(), 20240102, 10, 100)}), LeaseLost);
 }
 
 TEST_F(PostgreSqlRestartUnderAModule, RefusesOrdersUntilTheServerIsThereAgain)

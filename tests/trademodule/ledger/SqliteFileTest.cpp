@@ -1,7 +1,9 @@
 // The file that a ledger on SQLite is.
+#include "tests/trademodule/support/LedgerFixture.h"
 #include "trademodule/Error.h"
 #include "trademodule/ledger/Ledger.h"
 #include "trademodule/ledger/ServingLease.h"
+#include "trademodule/ledger/Transaction.h"
 
 #include <gmock/gmock.h>
 
@@ -10,6 +12,7 @@
 #include <QTemporaryDir>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace TradeModule {
 
@@ -28,6 +31,40 @@ public:
 
 private:
     const mode_t m_before;
+};
+
+/// As long as it lives this process has the rights of nobody in particular, when it has those of root.
+class NobodyInParticular
+{
+public:
+    NobodyInParticular()
+    {
+        if (m_wasRoot) {
+            EXPECT_EQ(become(nobody), 0);
+        }
+    }
+    ~NobodyInParticular()
+    {
+        if (m_wasRoot) {
+            EXPECT_EQ(become(0), 0);
+        }
+    }
+    Q_DISABLE_COPY_MOVE(NobodyInParticular)
+
+private:
+    static constexpr uid_t nobody = 65534;
+
+    /// So that root comes back.
+    static int become(uid_t user)
+    {
+#ifdef Q_OS_LINUX
+        return ::setresuid(user, user, 0);
+#else
+        return ::setreuid(user, 0); // root cannot come back otherwise
+#endif
+    }
+
+    const bool m_wasRoot = ::geteuid() == 0;
 };
 
 class SqliteFile : public ::testing::Test
@@ -87,12 +124,68 @@ TEST_F(SqliteFile, KeepsThePermissionsThatItsOwnerGaveIt)
 TEST_F(SqliteFile, IsServedByOneThroughAnyOfItsNames)
 {
     Ledger ledger(path());
-    const ServingLease lease(ledger.database());
+    ServingLease lease(ledger.database());
+    lease.take();
     ASSERT_TRUE(QFile::link(path(), path() + QStringLiteral(".link")));
     Ledger other(path() + QStringLiteral(".link"));
 
-    EXPECT_THROW(ServingLease(other.database()), LedgerError);
+    EXPECT_THROW(ServingLease(other.database()).take(), LedgerError);
     EXPECT_THAT(modes(), Each(0600U));
+}
+
+class ReadOnlySqliteFile : public SqliteFile
+{
+protected:
+    void SetUp() override
+    {
+        Ledger(path()).book(statementOf({fill(Side::Buy, bank(), 20240102, 10, 100)}), Ledger::Mode::Keep);
+    }
+
+    void TearDown() override { setModes(0600, 0700); }
+
+    void setModes(mode_t ofFile, mode_t ofFolder)
+    {
+        ASSERT_EQ(::chmod(QFile::encodeName(path()).constData(), ofFile), 0);
+        ASSERT_EQ(::chmod(QFile::encodeName(QFileInfo(path()).path()).constData(), ofFolder), 0);
+    }
+
+    void expectReadOnly()
+    {
+        const NobodyInParticular user;
+        Ledger ledger(path());
+        EXPECT_TRUE(ledger.isReadOnly());
+        EXPECT_EQ(ledger.holding(bank()).quantity(), 100);
+        EXPECT_THROW(Transaction{ledger.database()}, LedgerError);
+        ServingLease lease(ledger.database());
+        EXPECT_NO_THROW(lease.take());
+        EXPECT_NO_THROW(lease.beat());
+    }
+};
+
+TEST_F(ReadOnlySqliteFile, IsReadInAFolderThatMayNotBeWritten)
+{
+    setModes(0644, 0555);
+
+    expectReadOnly();
+}
+
+TEST_F(ReadOnlySqliteFile, IsReadWhenTheFileMayNotBeWritten)
+{
+    setModes(0444, 0777);
+
+    expectReadOnly();
+}
+
+TEST_F(ReadOnlySqliteFile, IsServedByOneOnly)
+{
+    setModes(0444, 0555);
+    const NobodyInParticular user;
+    Ledger ledger(path());
+    Ledger other(path());
+    ServingLease lease(ledger.database());
+    lease.take();
+
+    EXPECT_THROW(ServingLease(other.database()).take(), LedgerError);
 }
 
 } // namespace TradeModule

@@ -8,6 +8,7 @@
 #include "trademodule/Error.h"
 #include "trademodule/exchange/PaperExchange.h"
 #include "trademodule/exchange/TradingRules.h"
+#include "trading/TradingUnits.h"
 
 namespace TradeModule {
 
@@ -30,7 +31,7 @@ inline Quote bar(int hhmm, double open, double high, double low, qint64 volume =
 
 inline qint64 ticks(Money price)
 {
-    return price.steps() / TradingRules::tick.steps();
+    return price.steps() / Trading::priceStep.steps();
 }
 
 /// An exchange in the middle of a trading day: the first quote was 10.00 at 10:00.

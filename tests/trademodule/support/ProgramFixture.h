@@ -11,6 +11,8 @@
 
 #include <memory>
 
+#include <chrono>
+
 namespace TradeModule {
 
 /// The first line of the statements that tests write.
@@ -104,9 +106,9 @@ protected:
         if (!m_chart.isConnected()) {
             ASSERT_TRUE(m_chart.join(m_broker.address()));
         }
-        m_chart.setRequestTimeout(200); // the module may not be there yet
-        ASSERT_TRUE(waitUntil([this] { return !ask("{\"cmd\":\"?\"}").isEmpty(); }, 60000));
-        m_chart.setRequestTimeout(20000);
+        m_chart.setRequestTimeout(std::chrono::milliseconds(200)); // the module may not be there yet
+        ASSERT_TRUE(waitUntil([this] { return !ask("{\"cmd\":\"?\"}").isEmpty(); }, std::chrono::minutes(1)));
+        m_chart.setRequestTimeout(std::chrono::seconds(20));
     }
 
     /// A module that may not answer yet.
@@ -118,8 +120,10 @@ protected:
     void TearDown() override
     {
         if (m_module) {
-            m_module->terminate();
-            EXPECT_TRUE(m_module->waitForFinished(60000));
+            if (m_module->state() != QProcess::NotRunning) {
+                m_module->terminate();
+                EXPECT_TRUE(m_module->waitForFinished(60000));
+            }
             EXPECT_EQ(m_module->exitCode(), 0);
             EXPECT_EQ(m_module->exitStatus(), QProcess::NormalExit);
         }

@@ -48,11 +48,11 @@ TEST(PriceFit, GrantsTheNearBoundOfAWideWish)
     EXPECT_LT(fit.high, 25);
 }
 
-class NoWish : public ::testing::TestWithParam<PriceSpan>
+class PriceFitWithoutAWish : public ::testing::TestWithParam<PriceSpan>
 {
 };
 
-TEST_P(NoWish, LeavesTheScaleAlone)
+TEST_P(PriceFitWithoutAWish, LeavesTheScaleAlone)
 {
     const PriceSpan plain = fitPrices({10, 20}, {}, paneHeight);
     const PriceSpan fit = fitPrices({10, 20}, {GetParam()}, paneHeight);
@@ -60,7 +60,7 @@ TEST_P(NoWish, LeavesTheScaleAlone)
     EXPECT_DOUBLE_EQ(fit.high, plain.high);
 }
 
-INSTANTIATE_TEST_SUITE_P(Spans, NoWish,
+INSTANTIATE_TEST_SUITE_P(Spans, PriceFitWithoutAWish,
                          ::testing::Values(PriceSpan{DBL_MAX, DBL_MIN}, PriceSpan{15, 14},
                                            PriceSpan{-infinity, infinity}, PriceSpan{std::nan(""), 15},
                                            PriceSpan{15, std::nan("")}, PriceSpan{500, 500}, PriceSpan{1, 1},

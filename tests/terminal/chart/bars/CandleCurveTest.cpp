@@ -6,11 +6,11 @@
 namespace Terminal {
 namespace {
 
-class Candles : public OverlayWindow, public ::testing::WithParamInterface<ThemeKind>
+class CandleCurveInTheme : public OverlayWindow, public ::testing::WithParamInterface<ThemeKind>
 {
 };
 
-TEST_P(Candles, DrawsCandlesInBothColours)
+TEST_P(CandleCurveInTheme, DrawsCandlesInBothColours)
 {
     show({}, ChartPeriod::Day, GetParam());
     const QImage picture = canvasPicture();
@@ -24,7 +24,7 @@ TEST_P(Candles, DrawsCandlesInBothColours)
     EXPECT_GT(falling, 100);
 }
 
-INSTANTIATE_TEST_SUITE_P(Themes, Candles, ::testing::Values(ThemeKind::Dark, ThemeKind::Light));
+INSTANTIATE_TEST_SUITE_P(Themes, CandleCurveInTheme, ::testing::Values(ThemeKind::Dark, ThemeKind::Light));
 
 } // namespace
 } // namespace Terminal

@@ -21,12 +21,12 @@ constexpr int buyWaiting = 20;
 constexpr int buyDealt = 22;
 
 /// A chart with two bars to a pixel.
-class OrderMarks : public ::testing::Test
+class MarkPainterTest : public ::testing::Test
 {
 protected:
     static constexpr int barCount = 2000;
 
-    OrderMarks()
+    MarkPainterTest()
     {
         m_chart.resize(1000, 600);
         m_chart.setData(dailyChart(barCount));
@@ -67,7 +67,7 @@ bool areApart(const QPointF &one, const QPointF &other)
     return std::abs(away.x()) >= orderGlyphSize || std::abs(away.y()) >= orderGlyphSize;
 }
 
-TEST_F(OrderMarks, AreOneWhenCloserThanAGlyph)
+TEST_F(MarkPainterTest, MakesOneOfMarksCloserThanAGlyph)
 {
     // Wherever on the canvas: a row of pairs, each a pixel farther along both axes than the one before.
     constexpr int pairs = 12;
@@ -81,7 +81,7 @@ TEST_F(OrderMarks, AreOneWhenCloserThanAGlyph)
     }
 }
 
-TEST_F(OrderMarks, AreTwoWhenAGlyphApart)
+TEST_F(MarkPainterTest, LeavesTwoThatAreAGlyphApart)
 {
     add(100, 150, buyWaiting);
     add(118, 150, buyWaiting);
@@ -90,7 +90,7 @@ TEST_F(OrderMarks, AreTwoWhenAGlyphApart)
     EXPECT_EQ(painted().size(), 4U);
 }
 
-TEST_F(OrderMarks, OfACrowdAreEachBehindOneThatIsNear)
+TEST_F(MarkPainterTest, PutsEachOfACrowdBehindOneThatIsNear)
 {
     std::mt19937 random(3);
     std::uniform_real_distribution<double> x(geometry().left + 20, geometry().right - 20);
@@ -113,14 +113,14 @@ TEST_F(OrderMarks, OfACrowdAreEachBehindOneThatIsNear)
     EXPECT_EQ(behind, static_cast<size_t>(added));
 }
 
-TEST_F(OrderMarks, OfTwoKindsAreNeverOne)
+TEST_F(MarkPainterTest, NeverMakesOneOfTwoKinds)
 {
     add(100, 150, buyWaiting);
     add(100, 150, buyDealt);
     EXPECT_EQ(painted().size(), 2U);
 }
 
-TEST_F(OrderMarks, BehindAMergedOneAnswerToTheNearestPointer)
+TEST_F(MarkPainterTest, LetsMarksBehindAMergedOneAnswerToTheNearestPointer)
 {
     const double left = add(100, 150, buyWaiting);
     const double right = add(110, 150, buyWaiting);
@@ -132,7 +132,7 @@ TEST_F(OrderMarks, BehindAMergedOneAnswerToTheNearestPointer)
     EXPECT_DOUBLE_EQ(mark.targetNear({right, 155}).x(), right + offset);
 }
 
-TEST_F(OrderMarks, OfOneBarBehindAMergedOneAnswerByTheirHeight)
+TEST_F(MarkPainterTest, LetsMarksOfOneBarBehindAMergedOneAnswerByTheirHeight)
 {
     add(100, 150, buyWaiting);
     add(100, 162, buyWaiting);
@@ -149,12 +149,12 @@ struct ChartShape
 };
 
 /// A chart of two thousand bars, the last ones in view.
-class MarksOnAChart : public ::testing::TestWithParam<ChartShape>
+class MarkPainterOnAChart : public ::testing::TestWithParam<ChartShape>
 {
 protected:
     static constexpr int barCount = 2000;
 
-    MarksOnAChart()
+    MarkPainterOnAChart()
     {
         m_chart.resize(1000, GetParam().height);
         m_chart.setData(dailyChart(barCount));
@@ -181,7 +181,7 @@ protected:
     std::optional<MarkPainter> m_painter; ///< of one repaint
 };
 
-TEST_P(MarksOnAChart, NeverHideAWick)
+TEST_P(MarkPainterOnAChart, NeverHidesAWick)
 {
     for (int number = firstInView(); number < barCount; number += 2) {
         m_painter->addSeriesMark(number, bar(number).high, number % 3 * 2);
@@ -203,7 +203,7 @@ TEST_P(MarksOnAChart, NeverHideAWick)
     }
 }
 
-TEST_P(MarksOnAChart, AreAllCountedAndAllHit)
+TEST_P(MarkPainterOnAChart, CountsAllMarksAndHitsThemAll)
 {
     int added = 0;
     for (int number = firstInView(); number < barCount; number += 2, ++added) {
@@ -219,7 +219,7 @@ TEST_P(MarksOnAChart, AreAllCountedAndAllHit)
     EXPECT_FALSE(m_marks.targetAt({-50, -50}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Shapes, MarksOnAChart,
+INSTANTIATE_TEST_SUITE_P(Shapes, MarkPainterOnAChart,
                          ::testing::Values(ChartShape{20, 600}, ChartShape{100, 600}, ChartShape{400, 600},
                                            ChartShape{1999, 600}, ChartShape{20, 200},
                                            ChartShape{1999, 150}));

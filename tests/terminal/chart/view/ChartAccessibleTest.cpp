@@ -8,7 +8,7 @@
 namespace Terminal {
 namespace {
 
-class SpokenChart : public OverlayWindow
+class ChartAccessibleTest : public OverlayWindow
 {
 protected:
     QString spoken(QAccessible::Text kind)
@@ -17,7 +17,7 @@ protected:
     }
 };
 
-TEST_F(SpokenChart, NamesTheSecurityTheRangeAndTheLastBar)
+TEST_F(ChartAccessibleTest, NamesTheSecurityTheRangeAndTheLastBar)
 {
     showMarks();
     speakEnglish();
@@ -28,7 +28,7 @@ TEST_F(SpokenChart, NamesTheSecurityTheRangeAndTheLastBar)
                                       "last 2021-12-03: close 1971.88, change +1.96%; "));
 }
 
-TEST_F(SpokenChart, CountsTheMarksInView)
+TEST_F(ChartAccessibleTest, CountsTheMarksInView)
 {
     showMarks();
     chart()->grab();
@@ -44,7 +44,7 @@ TEST_F(SpokenChart, CountsTheMarksInView)
                 ::testing::EndsWith("; buys 2, sells 1, both 2"));
 }
 
-TEST_F(SpokenChart, ReadsTheCostUnlessAmountsAreHidden)
+TEST_F(ChartAccessibleTest, ReadsTheCostUnlessAmountsAreHidden)
 {
     show({QStringLiteral("cost")});
     chart()->grab();
@@ -54,7 +54,7 @@ TEST_F(SpokenChart, ReadsTheCostUnlessAmountsAreHidden)
     EXPECT_TRUE(spoken(QAccessible::Description).endsWith(QStringLiteral(u"; 持仓成本:***")));
 }
 
-TEST_F(SpokenChart, ReadsTheMarkThatTheKeyboardIsOn)
+TEST_F(ChartAccessibleTest, ReadsTheMarkThatTheKeyboardIsOn)
 {
     showMarks();
     speakEnglish();
@@ -66,13 +66,13 @@ TEST_F(SpokenChart, ReadsTheMarkThatTheKeyboardIsOn)
     EXPECT_EQ(spoken(QAccessible::Value), QString());
 }
 
-TEST_F(SpokenChart, SaysNothingWithoutBars)
+TEST_F(ChartAccessibleTest, SaysNothingWithoutBars)
 {
     ChartView empty;
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&empty)->text(QAccessible::Description), QString());
 }
 
-TEST_F(SpokenChart, ReadsWhereACostLiesThatTheScaleDoesNotShow)
+TEST_F(ChartAccessibleTest, ReadsWhereACostLiesThatTheScaleDoesNotShow)
 {
     show({QStringLiteral("cost")});
     chart()->setSpan({-0.5, 50});

@@ -9,11 +9,11 @@
 namespace Terminal {
 namespace {
 
-class ChartUnderHands : public OverlayWindow
+class ChartInputTest : public OverlayWindow
 {
 };
 
-TEST_F(ChartUnderHands, ZoomsAtThePointerWithTheWheel)
+TEST_F(ChartInputTest, ZoomsAtThePointerWithTheWheel)
 {
     show({});
     const double x = 400;
@@ -26,7 +26,7 @@ TEST_F(ChartUnderHands, ZoomsAtThePointerWithTheWheel)
     EXPECT_NEAR(geometry().xToBar(x), bar, 0.01);
 }
 
-TEST_F(ChartUnderHands, ReadsOutTheBarUnderThePointerAlsoAfterAZoom)
+TEST_F(ChartInputTest, ReadsOutTheBarUnderThePointerAlsoAfterAZoom)
 {
     show({});
     int pointed = -1;
@@ -39,7 +39,7 @@ TEST_F(ChartUnderHands, ReadsOutTheBarUnderThePointerAlsoAfterAZoom)
     EXPECT_EQ(pointed, -1);
 }
 
-TEST_F(ChartUnderHands, PansWithTheMouse)
+TEST_F(ChartInputTest, PansWithTheMouse)
 {
     show({});
     const BarSpan before = chart()->span();
@@ -52,7 +52,7 @@ TEST_F(ChartUnderHands, PansWithTheMouse)
     EXPECT_NEAR(chart()->span().width(), before.width(), 1e-6);
 }
 
-TEST_F(ChartUnderHands, StaysInsideTheLoadedBars)
+TEST_F(ChartInputTest, StaysInsideTheLoadedBars)
 {
     show({});
     chart()->pan(1e9);
@@ -65,7 +65,7 @@ TEST_F(ChartUnderHands, StaysInsideTheLoadedBars)
     EXPECT_NEAR(chart()->span().width(), 10, 1e-6);
 }
 
-TEST_F(ChartUnderHands, MovesAndZoomsWithKeys)
+TEST_F(ChartInputTest, MovesAndZoomsWithKeys)
 {
     show({});
     const BarSpan before = chart()->span();

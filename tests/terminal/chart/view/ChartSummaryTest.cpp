@@ -6,7 +6,7 @@
 namespace Terminal {
 namespace {
 
-TEST(Change, OfADayIsAgainstTheDayBefore)
+TEST(ChartSummaryChange, OfADayIsAgainstTheDayBefore)
 {
     ChartData days = dailyChart(3);
     days.bars[1].close = 100;
@@ -18,7 +18,7 @@ TEST(Change, OfADayIsAgainstTheDayBefore)
     EXPECT_DOUBLE_EQ(changeAt(0, days), -0.02);
 }
 
-TEST(Change, OfAMinuteIsAgainstTheTradingDayBefore)
+TEST(ChartSummaryChange, OfAMinuteIsAgainstTheTradingDayBefore)
 {
     ChartData minutes = dailyChart(3);
     minutes.period = ChartPeriod::Minute;

@@ -18,7 +18,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-class MarksUnderKeys : public OverlayWindow
+class MarkFocusByKeys : public OverlayWindow
 {
 protected:
     /// Pixels of the ring's colour around the mark of a bar.
@@ -31,7 +31,7 @@ protected:
     }
 };
 
-TEST_F(MarksUnderKeys, GoesFromMarkToMark)
+TEST_F(MarkFocusByKeys, GoesFromMarkToMark)
 {
     showMarks();
     key(Qt::Key_P);
@@ -47,14 +47,14 @@ TEST_F(MarksUnderKeys, GoesFromMarkToMark)
     EXPECT_EQ(m_pointed, lastMarkedBar()) << "there is no other";
 }
 
-TEST_F(MarksUnderKeys, StartsWithTheFirstMarkInViewGoingForward)
+TEST_F(MarkFocusByKeys, StartsWithTheFirstMarkInViewGoingForward)
 {
     showMarks();
     key(Qt::Key_N);
     EXPECT_EQ(m_pointed, lastMarkedBar() - 39) << "at the left edge of the view";
 }
 
-TEST_F(MarksUnderKeys, MovesTheViewToAMarkBeyondIt)
+TEST_F(MarkFocusByKeys, MovesTheViewToAMarkBeyondIt)
 {
     showMarks();
     key(Qt::Key_N);
@@ -68,7 +68,7 @@ TEST_F(MarksUnderKeys, MovesTheViewToAMarkBeyondIt)
     EXPECT_EQ(m_pointed, lastMarkedBar() - 39);
 }
 
-TEST_F(MarksUnderKeys, RingsAMergedMark)
+TEST_F(MarkFocusByKeys, RingsAMergedMark)
 {
     showMarks();
     chart()->showAll();
@@ -85,7 +85,7 @@ TEST_F(MarksUnderKeys, RingsAMergedMark)
     EXPECT_GT(ringPixels(place), 30);
 }
 
-TEST_F(MarksUnderKeys, FindsAMarkSeveralViewsAway)
+TEST_F(MarkFocusByKeys, FindsAMarkSeveralViewsAway)
 {
     show({QStringLiteral("orders")}, ChartPeriod::Minute);
     const int firstOrder = static_cast<int>(chart()->data().bars.size()) / 2 - 45;
@@ -98,7 +98,7 @@ TEST_F(MarksUnderKeys, FindsAMarkSeveralViewsAway)
     EXPECT_THAT(overlayLog(), HasSubstr("chose -1"));
 }
 
-TEST_F(MarksUnderKeys, StaysWhereItIsWithoutAnyMark)
+TEST_F(MarkFocusByKeys, StaysWhereItIsWithoutAnyMark)
 {
     show({QStringLiteral("cost")});
     chart()->setSpan({1000, 1100});
@@ -108,7 +108,7 @@ TEST_F(MarksUnderKeys, StaysWhereItIsWithoutAnyMark)
     EXPECT_DOUBLE_EQ(chart()->span().first, 1000);
 }
 
-TEST_F(MarksUnderKeys, DrawsARingAroundTheMark)
+TEST_F(MarkFocusByKeys, DrawsARingAroundTheMark)
 {
     showMarks();
     EXPECT_EQ(ringPixels(lastMarkedBar()), 0);
@@ -122,7 +122,7 @@ TEST_F(MarksUnderKeys, DrawsARingAroundTheMark)
     EXPECT_EQ(m_pointed, -1);
 }
 
-TEST_F(MarksUnderKeys, OpensTheListAtTheMarkAndNotAtThePointer)
+TEST_F(MarkFocusByKeys, OpensTheListAtTheMarkAndNotAtThePointer)
 {
     showMarks();
     QCursor::setPos(chart()->mapToGlobal(QPoint(5, 5)));
@@ -145,7 +145,7 @@ TEST_F(MarksUnderKeys, OpensTheListAtTheMarkAndNotAtThePointer)
     EXPECT_THAT(log, HasSubstr("chose 0"));
 }
 
-TEST_F(MarksUnderKeys, StaysWithItsMarkWhenTheViewMoves)
+TEST_F(MarkFocusByKeys, StaysWithItsMarkWhenTheViewMoves)
 {
     showMarks();
     key(Qt::Key_N);
@@ -161,7 +161,7 @@ TEST_F(MarksUnderKeys, StaysWithItsMarkWhenTheViewMoves)
     EXPECT_EQ(m_pointed, bar + 3);
 }
 
-TEST_F(MarksUnderKeys, PressesNothingWithoutAMark)
+TEST_F(MarkFocusByKeys, PressesNothingWithoutAMark)
 {
     showMarks();
     key(Qt::Key_Return);
@@ -171,7 +171,7 @@ TEST_F(MarksUnderKeys, PressesNothingWithoutAMark)
     EXPECT_THAT(overlayLog(), ::testing::Not(HasSubstr("press on")));
 }
 
-TEST_F(MarksUnderKeys, LeavesTheMarkAtAClickOfTheMouse)
+TEST_F(MarkFocusByKeys, LeavesTheMarkAtAClickOfTheMouse)
 {
     showMarks();
     key(Qt::Key_P);
@@ -179,7 +179,7 @@ TEST_F(MarksUnderKeys, LeavesTheMarkAtAClickOfTheMouse)
     EXPECT_EQ(ringPixels(lastMarkedBar()), 0);
 }
 
-TEST_F(MarksUnderKeys, HasNoMarkToGoToWithoutOverlays)
+TEST_F(MarkFocusByKeys, HasNoMarkToGoToWithoutOverlays)
 {
     show({});
     key(Qt::Key_N);
@@ -187,7 +187,7 @@ TEST_F(MarksUnderKeys, HasNoMarkToGoToWithoutOverlays)
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
-TEST_F(MarksUnderKeys, ReachesTheQuestionForAnOrder)
+TEST_F(MarkFocusByKeys, ReachesTheQuestionForAnOrder)
 {
     show({QStringLiteral("orders")}, ChartPeriod::Minute);
     QString question;

@@ -37,17 +37,17 @@ struct StatusText
     const char *text;
 };
 
-class StatusTextOf : public ::testing::TestWithParam<StatusText>
+class TradeVocabularyCodesOfStatuses : public ::testing::TestWithParam<StatusText>
 {
 };
 
-TEST_P(StatusTextOf, IsShownForTheCode)
+TEST_P(TradeVocabularyCodesOfStatuses, IsShownForTheCode)
 {
     EXPECT_STREQ(OrderStatus::getOrderStatusTxt(QLatin1String(GetParam().code)), GetParam().text);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Codes, StatusTextOf,
+    Codes, TradeVocabularyCodesOfStatuses,
     ::testing::Values(StatusText{"0", "未报"}, StatusText{"1", "正报"}, StatusText{"2", "已报"},
                       StatusText{"3", "已报待撤"}, StatusText{"4", "部成待撤"}, StatusText{"5", "部撤"},
                       StatusText{"6", "已撤"}, StatusText{"7", "部成"}, StatusText{"8", "已成"},
@@ -63,16 +63,16 @@ struct Market
     const char *code;
 };
 
-class MarketIdOf : public ::testing::TestWithParam<Market>
+class TradeVocabularyCodesOfMarkets : public ::testing::TestWithParam<Market>
 {
 };
 
-TEST_P(MarketIdOf, IsTheTradingModulesCode)
+TEST_P(TradeVocabularyCodesOfMarkets, IsTheTradingModulesCode)
 {
     EXPECT_EQ(getMarketId(GetParam().number), QLatin1String(GetParam().code));
 }
 
-INSTANTIATE_TEST_SUITE_P(Numbers, MarketIdOf,
+INSTANTIATE_TEST_SUITE_P(Numbers, TradeVocabularyCodesOfMarkets,
                          ::testing::Values(Market{0, "SZ"}, Market{1, "SH"}, Market{2, "HK"}, Market{3, "SF"},
                                            Market{4, "SC"}, Market{5, "DC"}, Market{6, "ZC"}, Market{7, "BH"},
                                            Market{8, "SJ"}, Market{9, "LDJ"}, Market{10, "TJ"},
@@ -81,7 +81,7 @@ INSTANTIATE_TEST_SUITE_P(Numbers, MarketIdOf,
                                            Market{-32768, ""}),
                          byNumber);
 
-TEST(VocabularyCodes, HasNoMarketCodeForAnyOtherNumber)
+TEST(TradeVocabularyCodes, HasNoMarketCodeForAnyOtherNumber)
 {
     int named = 0;
     for (int number = -32768; number <= 32767; ++number) {
@@ -96,29 +96,29 @@ struct SideCode
     const char *side;
 };
 
-class SideOf : public ::testing::TestWithParam<SideCode>
+class TradeVocabularyCodesOfSides : public ::testing::TestWithParam<SideCode>
 {
 };
 
-TEST_P(SideOf, IsTakenFromTheDirectionCode)
+TEST_P(TradeVocabularyCodesOfSides, IsTakenFromTheDirectionCode)
 {
     EXPECT_EQ(::toBsFlag(QLatin1String(GetParam().code)), QLatin1String(GetParam().side));
 }
 
-INSTANTIATE_TEST_SUITE_P(BuyCodes, SideOf,
+INSTANTIATE_TEST_SUITE_P(BuyCodes, TradeVocabularyCodesOfSides,
                          ::testing::Values(SideCode{"0B", "B"}, SideCode{"0b", "B"}, SideCode{"0c", "B"},
                                            SideCode{"0d", "B"}, SideCode{"0e", "B"}, SideCode{"0a", "B"},
                                            SideCode{"0q", "B"}, SideCode{"0w", "B"}, SideCode{"0y", "B"},
                                            SideCode{"0.", "B"}, SideCode{"0l", "B"}),
                          byCode);
-INSTANTIATE_TEST_SUITE_P(SellCodes, SideOf,
+INSTANTIATE_TEST_SUITE_P(SellCodes, TradeVocabularyCodesOfSides,
                          ::testing::Values(SideCode{"0S", "S"}, SideCode{"0g", "S"}, SideCode{"0h", "S"},
                                            SideCode{"0i", "S"}, SideCode{"0j", "S"}, SideCode{"0r", "S"},
                                            SideCode{"0v", "S"}, SideCode{"0x", "S"}, SideCode{"0z", "S"},
                                            SideCode{"0`", "S"}, SideCode{"0m", "S"}, SideCode{"0o", "S"},
                                            SideCode{"0f", "S"}),
                          byCode);
-INSTANTIATE_TEST_SUITE_P(NoCodes, SideOf,
+INSTANTIATE_TEST_SUITE_P(NoCodes, TradeVocabularyCodesOfSides,
                          ::testing::Values(SideCode{"B", ""}, SideCode{"S", ""}, SideCode{"", ""},
                                            SideCode{"0B ", ""}, SideCode{"0s", ""}, SideCode{"0F", ""},
                                            SideCode{"0C", ""}, SideCode{"1B", ""}, SideCode{"0", ""}),

@@ -15,7 +15,7 @@ using namespace TradeChart;
 
 namespace {
 
-TEST(VocabularyRounding, RoundsAsDecimalFormattingDoes)
+TEST(TradeVocabularyRounding, RoundsAsDecimalFormattingDoes)
 {
     EXPECT_EQ(TradeChart::round<double>(1.23456, 3), 1.235);
     EXPECT_EQ(TradeChart::round<double>(7.0, 0), 7.0);
@@ -53,7 +53,7 @@ void expectRoundsAsPrinted(double value)
     }
 }
 
-TEST(VocabularyRounding, RoundsOddNumbersAsPrinted)
+TEST(TradeVocabularyRounding, RoundsOddNumbersAsPrinted)
 {
     const double largest = std::numeric_limits<double>::max();
     const double smallest = std::numeric_limits<double>::denorm_min();
@@ -87,7 +87,7 @@ TEST(VocabularyRounding, RoundsOddNumbersAsPrinted)
     }
 }
 
-TEST(VocabularyRounding, RoundsPricesAndTheirNeighboursAsPrinted)
+TEST(TradeVocabularyRounding, RoundsPricesAndTheirNeighboursAsPrinted)
 {
     std::mt19937_64 random(20240102);
     std::uniform_int_distribution<std::int64_t> thousandths(0, 5000000);
@@ -102,7 +102,7 @@ TEST(VocabularyRounding, RoundsPricesAndTheirNeighboursAsPrinted)
     }
 }
 
-TEST(VocabularyRounding, RoundsNumbersOfEveryMagnitudeAsPrinted)
+TEST(TradeVocabularyRounding, RoundsNumbersOfEveryMagnitudeAsPrinted)
 {
     std::mt19937_64 random(20240103);
     std::uniform_real_distribution<double> mantissa(-1.0, 1.0);
@@ -114,7 +114,7 @@ TEST(VocabularyRounding, RoundsNumbersOfEveryMagnitudeAsPrinted)
     }
 }
 
-TEST(VocabularyRounding, LeavesWhatIsNoNumberWhenRounding)
+TEST(TradeVocabularyRounding, LeavesWhatIsNoNumberWhenRounding)
 {
     EXPECT_TRUE(std::isnan(TradeChart::round<double>(std::numeric_limits<double>::quiet_NaN(), 3)));
     EXPECT_EQ(TradeChart::round<double>(std::numeric_limits<double>::infinity(), 3),

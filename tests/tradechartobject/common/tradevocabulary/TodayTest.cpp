@@ -10,7 +10,7 @@ using namespace TradeChart;
 
 namespace {
 
-TEST(VocabularyToday, GivesTodaysLocalDate)
+TEST(TradeVocabularyToday, GivesTodaysLocalDate)
 {
     const auto before = currentDate();
     const QDate today = QDate::currentDate();
@@ -19,7 +19,7 @@ TEST(VocabularyToday, GivesTodaysLocalDate)
     EXPECT_TRUE(expected == before || expected == after); // midnight may fall between the calls
 }
 
-TEST(VocabularyToday, CountsDaysWhereTheUserIs)
+TEST(TradeVocabularyToday, CountsDaysWhereTheUserIs)
 {
     TimeZone zone(easternmostZone);
     const auto east = currentDate();

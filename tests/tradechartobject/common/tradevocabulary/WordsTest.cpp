@@ -97,20 +97,20 @@ void PrintTo(const Word &word, std::ostream *out)
     *out << word.constant;
 }
 
-class VocabularyWord : public ::testing::TestWithParam<Word>
+class TradeVocabularyWordsEach : public ::testing::TestWithParam<Word>
 {
 };
 
-TEST_P(VocabularyWord, IsSpelledAsTheTradingModuleSpellsIt)
+TEST_P(TradeVocabularyWordsEach, IsSpelledAsTheTradingModuleSpellsIt)
 {
     EXPECT_STREQ(*GetParam().value, GetParam().text);
 }
 
-INSTANTIATE_TEST_SUITE_P(Words, VocabularyWord, ::testing::ValuesIn(words), [](const auto &row) {
+INSTANTIATE_TEST_SUITE_P(Words, TradeVocabularyWordsEach, ::testing::ValuesIn(words), [](const auto &row) {
     return QString::fromLatin1(row.param.constant).remove(QStringLiteral("::")).toStdString();
 });
 
-TEST(VocabularyWords, IsListedWholeInItsPage)
+TEST(TradeVocabularyWords, IsListedWholeInItsPage)
 {
     QFile page(QStringLiteral(TRADECHART_SOURCE_DIR "/docs/vocabulary.md"));
     ASSERT_TRUE(page.open(QIODevice::ReadOnly));

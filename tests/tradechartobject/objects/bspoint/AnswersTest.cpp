@@ -72,7 +72,7 @@ TEST_F(BSPointAnswers, AsksForARepaintAfterEveryAnswerAlsoOneThatSaysTheSame)
     EXPECT_THAT(axis.updated, SizeIs(4));
 }
 
-class BSPointAnswer : public BSPointTest, public ::testing::WithParamInterface<TradesAnswer>
+class BSPointAnswersEach : public BSPointTest, public ::testing::WithParamInterface<TradesAnswer>
 {
 protected:
     /// An answer with one buy on the first of the three days; its row says `more`, too.
@@ -86,7 +86,7 @@ protected:
     }
 };
 
-TEST_P(BSPointAnswer, IsTakenWhateverMarketAndScreenItNames)
+TEST_P(BSPointAnswersEach, IsTakenWhateverMarketAndScreenItNames)
 {
     createOnThreeDays();
     QJsonObject other = oneBuy();
@@ -96,7 +96,7 @@ TEST_P(BSPointAnswer, IsTakenWhateverMarketAndScreenItNames)
     EXPECT_EQ(drawn(), "B  ");
 }
 
-TEST_P(BSPointAnswer, IsTakenAlsoWhenItCallsItselfAFailure)
+TEST_P(BSPointAnswersEach, IsTakenAlsoWhenItCallsItselfAFailure)
 {
     createOnThreeDays();
     QJsonObject failure = oneBuy();
@@ -107,7 +107,7 @@ TEST_P(BSPointAnswer, IsTakenAlsoWhenItCallsItselfAFailure)
     EXPECT_EQ(drawn(), "B  ");
 }
 
-TEST_P(BSPointAnswer, IsTakenWithRowsThatNameAnotherSecurity)
+TEST_P(BSPointAnswersEach, IsTakenWithRowsThatNameAnotherSecurity)
 {
     createOnThreeDays();
     hear(Topic::TRADEQUERY, oneBuy({{QStringLiteral("stkcode"), QStringLiteral("000001")},
@@ -116,6 +116,6 @@ TEST_P(BSPointAnswer, IsTakenWithRowsThatNameAnotherSecurity)
     EXPECT_THAT(listOn(0), SizeIs(1));
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, BSPointAnswer, ::testing::Values(pastTrades, todaysTrades), ByName());
+INSTANTIATE_TEST_SUITE_P(Kinds, BSPointAnswersEach, ::testing::Values(pastTrades, todaysTrades), ByName());
 
 } // namespace

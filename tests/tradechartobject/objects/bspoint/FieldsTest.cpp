@@ -12,11 +12,11 @@ struct SideText
     char drawn;
 };
 
-class BSPointSide : public BSPointTest, public ::testing::WithParamInterface<SideText>
+class BSPointFieldsSide : public BSPointTest, public ::testing::WithParamInterface<SideText>
 {
 };
 
-TEST_P(BSPointSide, IsABuyForTheSingleLetterOnly)
+TEST_P(BSPointFieldsSide, IsABuyForTheSingleLetterOnly)
 {
     createOnThreeDays();
     QJsonObject row = SentTrade{"", "20240103", "9301500", "1", "100"}.in(pastTrades);
@@ -28,7 +28,7 @@ TEST_P(BSPointSide, IsABuyForTheSingleLetterOnly)
     EXPECT_EQ(drawn(), std::string(" ") + GetParam().drawn + GetParam().drawn);
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, BSPointSide,
+INSTANTIATE_TEST_SUITE_P(Texts, BSPointFieldsSide,
                          ::testing::Values(SideText{"CapitalB", QStringLiteral("B"), 'B'},
                                            SideText{"SmallB", QStringLiteral("b"), 'S'},
                                            SideText{"OrderBuyCode", QStringLiteral("0B"), 'S'},
@@ -46,11 +46,11 @@ struct TimeText
     const char *shown;
 };
 
-class BSPointTime : public BSPointTest, public ::testing::WithParamInterface<TimeText>
+class BSPointFieldsTime : public BSPointTest, public ::testing::WithParamInterface<TimeText>
 {
 };
 
-TEST_P(BSPointTime, CarriesHundredthsThatAreDropped)
+TEST_P(BSPointFieldsTime, CarriesHundredthsThatAreDropped)
 {
     createOnThreeDays();
     hearHistory({{"B", "20240102", GetParam().time, "10.5", "300"}});
@@ -61,7 +61,7 @@ TEST_P(BSPointTime, CarriesHundredthsThatAreDropped)
     EXPECT_EQ(listOn(1), QStringList{line});
 }
 
-INSTANTIATE_TEST_SUITE_P(Times, BSPointTime,
+INSTANTIATE_TEST_SUITE_P(Times, BSPointFieldsTime,
                          ::testing::Values(TimeText{"WithoutLeadingZero", "9301500", "09:30:15"},
                                            TimeText{"WithLeadingZero", "09301599", "09:30:15"},
                                            TimeText{"Afternoon", "14595999", "14:59:59"},
@@ -104,11 +104,11 @@ struct OddRow
     const char *line;
 };
 
-class BSPointOddRow : public BSPointTest, public ::testing::WithParamInterface<OddRow>
+class BSPointFieldsOfAnOddRow : public BSPointTest, public ::testing::WithParamInterface<OddRow>
 {
 };
 
-TEST_P(BSPointOddRow, StandsOnTheDayItsDateReadsAs)
+TEST_P(BSPointFieldsOfAnOddRow, StandsOnTheDayItsDateReadsAs)
 {
     createOnThreeDays();
     hear(Topic::TRADEQUERY, sentAnswer("HistoryTrade", QJsonArray{GetParam().row}));
@@ -125,7 +125,7 @@ QJsonObject oddRow(const QJsonValue &date, const char *time, const char *price, 
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Rows, BSPointOddRow,
+    Rows, BSPointFieldsOfAnOddRow,
     ::testing::Values(
         OddRow{"ADateAsANumber", oddRow(20240102, "9301500", "1", "1"),
                "买入\t09:30:15\t成交价:1.00\t成交量:1"},

@@ -7,7 +7,7 @@ using ::testing::IsEmpty;
 
 namespace {
 
-class BSPointHit : public BSPointTest
+class BSPointHits : public BSPointTest
 {
 protected:
     void SetUp() override
@@ -20,7 +20,7 @@ protected:
     }
 };
 
-TEST_F(BSPointHit, ReachesFromTheAnchorUpToTwoPixelsBelowTheMarkersTop)
+TEST_F(BSPointHits, ReachesFromTheAnchorUpToTwoPixelsBelowTheMarkersTop)
 {
     const double anchor = anchorY(12);
     EXPECT_EQ(overlay->hitTest(10, anchor), 0);
@@ -29,37 +29,37 @@ TEST_F(BSPointHit, ReachesFromTheAnchorUpToTwoPixelsBelowTheMarkersTop)
     EXPECT_EQ(overlay->hitTest(10, anchor + 0.01), -1);
 }
 
-TEST_F(BSPointHit, FollowsTheHostsMarkerSize)
+TEST_F(BSPointHits, FollowsTheHostsMarkerSize)
 {
     axis.markerPixels = 30.0;
     EXPECT_EQ(overlay->hitTest(10, anchorY(12) - 28.0), 0);
     EXPECT_EQ(overlay->hitTest(10, anchorY(12) - 28.01), -1);
 }
 
-TEST_F(BSPointHit, CountsOnEveryKindOfMarkerAndAnyXOfItsBar)
+TEST_F(BSPointHits, CountsOnEveryKindOfMarkerAndAnyXOfItsBar)
 {
     EXPECT_EQ(overlay->hitTest(4.9, anchorY(11)), 0) << "buy";
     EXPECT_EQ(overlay->hitTest(14.9, anchorY(12)), 0) << "sell";
     EXPECT_EQ(overlay->hitTest(24.9, anchorY(13)), 0) << "both";
 }
 
-TEST_F(BSPointHit, MissesABarWithoutMarker)
+TEST_F(BSPointHits, MissesABarWithoutMarker)
 {
     calc(shanghai, {makeDayBar(20240105), threeDays[0], threeDays[1]}, 4);
     EXPECT_EQ(overlay->hitTest(0, anchorY(11)), -1);
 }
 
-TEST_F(BSPointHit, MissesABarWhoseHighIsNoNumber)
+TEST_F(BSPointHits, MissesABarWhoseHighIsNoNumber)
 {
     calc(shanghai, {makeDayBar(20240102, 9, std::nan(""))}, 4);
     EXPECT_EQ(overlay->hitTest(0, anchorY(11)), -1);
 }
 
-class BSPointIndex : public BSPointHit, public ::testing::WithParamInterface<int>
+class BSPointHitsIndex : public BSPointHits, public ::testing::WithParamInterface<int>
 {
 };
 
-TEST_P(BSPointIndex, OutsideTheBarsHitsAndListsNothing)
+TEST_P(BSPointHitsIndex, OutsideTheBarsHitsAndListsNothing)
 {
     axis.barUnder = [](double) { return GetParam(); };
     EXPECT_EQ(overlay->hitTest(0, anchorY(11)), -1);
@@ -67,9 +67,9 @@ TEST_P(BSPointIndex, OutsideTheBarsHitsAndListsNothing)
     EXPECT_THAT(axis.popups, IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Indices, BSPointIndex, ::testing::Values(-1, 3, INT_MAX, INT_MIN));
+INSTANTIATE_TEST_SUITE_P(Indices, BSPointHitsIndex, ::testing::Values(-1, 3, INT_MAX, INT_MIN));
 
-TEST_F(BSPointHit, StaysInsideTheBarsWhenTheMarksReachFurther)
+TEST_F(BSPointHits, StaysInsideTheBarsWhenTheMarksReachFurther)
 {
     bus().takesMessages = false;
     EXPECT_FALSE(calc(shanghai, {threeDays[0]}, 4));

@@ -99,11 +99,11 @@ struct OtherSide
 };
 
 /// Two markers stand on the last bar, that of both sides and a later one of a single side.
-class BSPointUnderTwoMarks : public BSPointTest, public ::testing::WithParamInterface<OtherSide>
+class BSPointMarksOfBothSides : public BSPointTest, public ::testing::WithParamInterface<OtherSide>
 {
 };
 
-TEST_P(BSPointUnderTwoMarks, ListsTheSideOfEachTrade)
+TEST_P(BSPointMarksOfBothSides, ListsTheSideOfEachTrade)
 {
     createOnThreeDays();
     hearHistory({{GetParam().listed, "20240103", "9301500", "1", "100"},
@@ -117,7 +117,7 @@ TEST_P(BSPointUnderTwoMarks, ListsTheSideOfEachTrade)
                                      QStringLiteral("\t09:30:15\t成交价:1.00\t成交量:100")});
 }
 
-INSTANTIATE_TEST_SUITE_P(Sides, BSPointUnderTwoMarks,
+INSTANTIATE_TEST_SUITE_P(Sides, BSPointMarksOfBothSides,
                          ::testing::Values(OtherSide{"ASellUnderBuys", "S", "B", "卖出"},
                                            OtherSide{"ABuyUnderSells", "B", "S", "买入"}),
                          ByName());

@@ -5,11 +5,11 @@ using ::testing::SizeIs;
 
 namespace {
 
-class BSPointPeriod : public BSPointTest, public ::testing::WithParamInterface<int>
+class BSPointPeriodsEach : public BSPointTest, public ::testing::WithParamInterface<int>
 {
 };
 
-TEST_P(BSPointPeriod, OtherThanTheDailyOneIsLeftAlone)
+TEST_P(BSPointPeriodsEach, OtherThanTheDailyOneIsLeftAlone)
 {
     create();
     EXPECT_FALSE(calc(shanghai, threeDays, GetParam()));
@@ -23,7 +23,7 @@ TEST_P(BSPointPeriod, OtherThanTheDailyOneIsLeftAlone)
     EXPECT_FALSE(overlay->isPaintItPeriod(static_cast<Korvane::Period>(GetParam())));
 }
 
-INSTANTIATE_TEST_SUITE_P(Periods, BSPointPeriod,
+INSTANTIATE_TEST_SUITE_P(Periods, BSPointPeriodsEach,
                          ::testing::Values(-1, 0, 1, 2, 3, 5, 6, 7, 8, 10, 11, 21, 22, 36));
 
 class BSPointPeriods : public BSPointTest

@@ -72,7 +72,7 @@ std::string marked(const std::vector<DaySides> &days, const std::vector<std::uin
 const std::vector<DaySides> threeDays = {
     {20240102, true, false}, {20240103, false, true}, {20240105, true, true}};
 
-TEST(BSPointStepRows, OfTodayAllStandUnderTheDayOfTheLast)
+TEST(BSPointStepsRows, OfTodayAllStandUnderTheDayOfTheLast)
 {
     SentTrade first;
     first.date = "20240102";
@@ -83,12 +83,12 @@ TEST(BSPointStepRows, OfTodayAllStandUnderTheDayOfTheLast)
     EXPECT_EQ(today.trades[1].matchTime, 20240103093015);
 }
 
-TEST(BSPointStepRows, OfTodayThatAreNoneHaveNoDay)
+TEST(BSPointStepsRows, OfTodayThatAreNoneHaveNoDay)
 {
     EXPECT_EQ(readTodaysTrades({}).day, -1);
 }
 
-TEST(BSPointStepRows, OfThePastAreAddedToTheirDays)
+TEST(BSPointStepsRows, OfThePastAreAddedToTheirDays)
 {
     TradesByDay trades{{20240103, {aSell}}};
     SentTrade earlier;
@@ -100,7 +100,7 @@ TEST(BSPointStepRows, OfThePastAreAddedToTheirDays)
     EXPECT_FALSE(trades[20240103][0].isBuy) << "what was held stays in front";
 }
 
-TEST(BSPointStepDays, AreSummedUpInTheirOrderWithTheirSides)
+TEST(BSPointStepsDays, AreSummedUpInTheirOrderWithTheirSides)
 {
     const auto days = sumUpDays({{20240105, {aBuy, aSell}}, {20240102, {aBuy}}, {20240103, {aSell}}});
     ASSERT_THAT(days, SizeIs(3));
@@ -110,33 +110,33 @@ TEST(BSPointStepDays, AreSummedUpInTheirOrderWithTheirSides)
     EXPECT_TRUE(days[2].hasBuys && days[2].hasSells);
 }
 
-TEST(BSPointStepMarks, StandOnTheBarsOfTheirDays)
+TEST(BSPointStepsMarks, StandOnTheBarsOfTheirDays)
 {
     EXPECT_EQ(marked(threeDays, {20240101, 20240102, 20240103, 20240104, 20240105, 20240106}), ".bs.B.");
 }
 
-TEST(BSPointStepMarks, StandOnEveryBarOfADay)
+TEST(BSPointStepsMarks, StandOnEveryBarOfADay)
 {
     EXPECT_EQ(marked(threeDays, {20240102, 20240102, 20240103, 20240103}), "bbss");
 }
 
-TEST(BSPointStepMarks, AreFoundWhereTheBarsStepBack)
+TEST(BSPointStepsMarks, AreFoundWhereTheBarsStepBack)
 {
     EXPECT_EQ(marked(threeDays, {20240105, 20240102, 20240103, 20240102}), "Bbsb");
 }
 
-TEST(BSPointStepMarks, AreFoundBehindALongGap)
+TEST(BSPointStepsMarks, AreFoundBehindALongGap)
 {
     EXPECT_EQ(marked(threeDays, {20240105}), "B");
     EXPECT_EQ(marked(threeDays, {20230101, 20250101}), "..");
 }
 
-TEST(BSPointStepMarks, AreNoneWithoutDays)
+TEST(BSPointStepsMarks, AreNoneWithoutDays)
 {
     EXPECT_EQ(marked({}, {20240102, 20240103}), "..");
 }
 
-TEST(BSPointStepLines, NameTheMarkersSideUnlessItStandsForBoth)
+TEST(BSPointStepsLines, NameTheMarkersSideUnlessItStandsForBoth)
 {
     const std::vector<trade_cj> trades = {aBuy, aSell};
     EXPECT_THAT(

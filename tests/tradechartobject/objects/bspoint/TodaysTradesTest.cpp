@@ -69,11 +69,11 @@ struct UndatedRow
     QJsonValue row;
 };
 
-class BSPointUndatedRow : public BSPointTest, public ::testing::WithParamInterface<UndatedRow>
+class BSPointTodaysTradesUndatedRow : public BSPointTest, public ::testing::WithParamInterface<UndatedRow>
 {
 };
 
-TEST_P(BSPointUndatedRow, PutsTodaysTradesOnDayZeroWhenItIsTheLast)
+TEST_P(BSPointTodaysTradesUndatedRow, PutsTodaysTradesOnDayZeroWhenItIsTheLast)
 {
     createOnThreeDays();
     hear(Topic::TRADEQUERY,
@@ -92,7 +92,7 @@ QJsonObject todaysRow(const QJsonValue &date)
     return with(SentTrade{"B", "", "9301600", "1", "100"}.in(todaysTrades), "orderdate", date);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, BSPointUndatedRow,
+INSTANTIATE_TEST_SUITE_P(Rows, BSPointTodaysTradesUndatedRow,
                          ::testing::Values(UndatedRow{"WithoutADate", todaysRow(QJsonValue::Undefined)},
                                            UndatedRow{"WithADateInWords", todaysRow(QStringLiteral("x"))},
                                            UndatedRow{"WithADateAsANumber", todaysRow(20240103)},

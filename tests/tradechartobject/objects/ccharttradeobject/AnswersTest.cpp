@@ -106,12 +106,12 @@ struct EmptyHistory
     QJsonValue data;
 };
 
-class CChartTradeObjectForgets : public CChartTradeObjectTest,
-                                 public ::testing::WithParamInterface<EmptyHistory>
+class CChartTradeObjectAnswersOfHistory : public CChartTradeObjectTest,
+                                          public ::testing::WithParamInterface<EmptyHistory>
 {
 };
 
-TEST_P(CChartTradeObjectForgets, ItsTradesAtAHistoryAnswer)
+TEST_P(CChartTradeObjectAnswersOfHistory, MakeItForgetItsTrades)
 {
     createMarkers();
     hearHistory({buy(10)});
@@ -120,7 +120,7 @@ TEST_P(CChartTradeObjectForgets, ItsTradesAtAHistoryAnswer)
     EXPECT_EQ(drawn(), "- - -");
 }
 
-INSTANTIATE_TEST_SUITE_P(Data, CChartTradeObjectForgets,
+INSTANTIATE_TEST_SUITE_P(Data, CChartTradeObjectAnswersOfHistory,
                          ::testing::Values(EmptyHistory{"WithoutRows", QJsonArray()},
                                            EmptyHistory{"WithNull", QJsonValue()},
                                            EmptyHistory{"WithoutData", QJsonValue(QJsonValue::Undefined)},
@@ -135,12 +135,12 @@ struct TodaysAnswer
     bool isTaken;
 };
 
-class CChartTradeObjectToday : public CChartTradeObjectTest,
-                               public ::testing::WithParamInterface<TodaysAnswer>
+class CChartTradeObjectAnswersOfToday : public CChartTradeObjectTest,
+                                        public ::testing::WithParamInterface<TodaysAnswer>
 {
 };
 
-TEST_P(CChartTradeObjectToday, LeavesTheTradesWithoutRows)
+TEST_P(CChartTradeObjectAnswersOfToday, LeaveTheTradesWithoutRows)
 {
     createMarkers();
     hearHistory({buy(10)});
@@ -151,7 +151,7 @@ TEST_P(CChartTradeObjectToday, LeavesTheTradesWithoutRows)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Answers, CChartTradeObjectToday,
+    Answers, CChartTradeObjectAnswersOfToday,
     ::testing::Values(TodaysAnswer{"None", "", false}, TodaysAnswer{"NoJson", "{", false},
                       TodaysAnswer{"AnArray", "[]", false}, TodaysAnswer{"AnEmptyObject", "{}", true},
                       TodaysAnswer{"NoRows", R"({"data":[]})", true},

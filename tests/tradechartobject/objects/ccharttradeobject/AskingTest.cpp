@@ -179,11 +179,12 @@ struct MarketCase
     int askedForCost; ///< times
 };
 
-class CChartTradeObjectMarket : public CChartTradeObjectTest, public ::testing::WithParamInterface<MarketCase>
+class CChartTradeObjectAskingMarket : public CChartTradeObjectTest,
+                                      public ::testing::WithParamInterface<MarketCase>
 {
 };
 
-TEST_P(CChartTradeObjectMarket, IsNamedInEveryQuestion)
+TEST_P(CChartTradeObjectAskingMarket, IsNamedInEveryQuestion)
 {
     const auto security = makeSecurity(GetParam().number, "600536", 5);
     create(tradeMarkers);
@@ -198,7 +199,7 @@ TEST_P(CChartTradeObjectMarket, IsNamedInEveryQuestion)
     EXPECT_THAT(requests(), Each(HasText(market)));
 }
 
-INSTANTIATE_TEST_SUITE_P(Numbers, CChartTradeObjectMarket,
+INSTANTIATE_TEST_SUITE_P(Numbers, CChartTradeObjectAskingMarket,
                          ::testing::Values(MarketCase{"Shenzhen", 0, "SZ", 1},
                                            MarketCase{"Shanghai", 1, "SH", 1},
                                            MarketCase{"Oil", 24, "OIL", 1},

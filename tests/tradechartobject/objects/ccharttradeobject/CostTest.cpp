@@ -47,11 +47,12 @@ struct CostAnswer
     std::optional<double> drawn;
 };
 
-class CChartTradeObjectReads : public CChartTradeObjectTest, public ::testing::WithParamInterface<CostAnswer>
+class CChartTradeObjectCostText : public CChartTradeObjectTest,
+                                  public ::testing::WithParamInterface<CostAnswer>
 {
 };
 
-TEST_P(CChartTradeObjectReads, FromTheAnswer)
+TEST_P(CChartTradeObjectCostText, IsReadFromTheAnswer)
 {
     createLine(GetParam().answer);
     EXPECT_EQ(drawnCost(), GetParam().drawn);
@@ -59,7 +60,7 @@ TEST_P(CChartTradeObjectReads, FromTheAnswer)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Costs, CChartTradeObjectReads,
+    Costs, CChartTradeObjectCostText,
     ::testing::Values(CostAnswer{"ADecimalText", R"({"costprice":"12.345"})", true, 12.345},
                       CostAnswer{"AJsonNumberAsZero", R"({"costprice":12.345})", true, 0.0},
                       CostAnswer{"AMissingKeyAsZero", R"({"success":false})", true, 0.0},

@@ -61,11 +61,11 @@ struct Marked
     QJsonArray rows;
 };
 
-class CChartTradeObjectHit : public CChartTradeObjectTest, public ::testing::WithParamInterface<Marked>
+class CChartTradeObjectHitsEach : public CChartTradeObjectTest, public ::testing::WithParamInterface<Marked>
 {
 };
 
-TEST_P(CChartTradeObjectHit, CountsOnEveryKindOfMarker)
+TEST_P(CChartTradeObjectHitsEach, CountsOnEveryKindOfMarker)
 {
     createMarkers();
     hearHistory(GetParam().rows);
@@ -73,7 +73,7 @@ TEST_P(CChartTradeObjectHit, CountsOnEveryKindOfMarker)
     EXPECT_EQ(overlay->hitTest(0, axis.yOf(10)), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, CChartTradeObjectHit,
+INSTANTIATE_TEST_SUITE_P(Kinds, CChartTradeObjectHitsEach,
                          ::testing::Values(Marked{"BuyAbove", {buy(11)}}, Marked{"BuyBelow", {buy(9)}},
                                            Marked{"SellAbove", {sell(11)}}, Marked{"SellBelow", {sell(9)}}),
                          ByName());
@@ -125,11 +125,11 @@ TEST_F(CChartTradeObjectHits, AsksTheHostForTheHeightOfTheLine)
     EXPECT_EQ(axis.hostCalls, 2) << "and xToBar";
 }
 
-class CChartTradeObjectIndex : public CChartTradeObjectTest, public ::testing::WithParamInterface<int>
+class CChartTradeObjectHitsIndex : public CChartTradeObjectTest, public ::testing::WithParamInterface<int>
 {
 };
 
-TEST_P(CChartTradeObjectIndex, OutsideTheBarsHitsAndListsNothing)
+TEST_P(CChartTradeObjectHitsIndex, OutsideTheBarsHitsAndListsNothing)
 {
     createMarkers();
     hearHistory({buy(10)});
@@ -141,6 +141,6 @@ TEST_P(CChartTradeObjectIndex, OutsideTheBarsHitsAndListsNothing)
     EXPECT_THAT(axis.barsAsked, IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Indices, CChartTradeObjectIndex, ::testing::Values(-1, 3, INT_MAX, INT_MIN));
+INSTANTIATE_TEST_SUITE_P(Indices, CChartTradeObjectHitsIndex, ::testing::Values(-1, 3, INT_MAX, INT_MIN));
 
 } // namespace

@@ -12,11 +12,12 @@ struct Standing
     const char *drawn;
 };
 
-class CChartTradeObjectMarks : public CChartTradeObjectTest, public ::testing::WithParamInterface<Standing>
+class CChartTradeObjectMarkersMark : public CChartTradeObjectTest,
+                                     public ::testing::WithParamInterface<Standing>
 {
 };
 
-TEST_P(CChartTradeObjectMarks, TheBarThatClosesAtTen)
+TEST_P(CChartTradeObjectMarkersMark, TheBarThatClosesAtTen)
 {
     createMarkers();
     hearHistory(GetParam().rows);
@@ -25,7 +26,7 @@ TEST_P(CChartTradeObjectMarks, TheBarThatClosesAtTen)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Trades, CChartTradeObjectMarks,
+    Trades, CChartTradeObjectMarkersMark,
     ::testing::Values(Standing{"WithABuyAtTheCloseAbove", {buy(10.00)}, "0 - -"},
                       Standing{"WithABuyJustUnderTheCloseBelow", {buy(9.99)}, "1 - -"},
                       Standing{"WithASellAtTheCloseAbove", {sell(10.00)}, "2 - -"},
@@ -82,11 +83,11 @@ TEST_F(CChartTradeObjectMarkers, ClearsTheMarksAtEveryCalcIt)
     EXPECT_EQ(drawn(), "- - -");
 }
 
-class CChartTradeObjectStyle : public CChartTradeObjectTest, public ::testing::WithParamInterface<int>
+class CChartTradeObjectMarkersStyle : public CChartTradeObjectTest, public ::testing::WithParamInterface<int>
 {
 };
 
-TEST_P(CChartTradeObjectStyle, IsClearedAtEveryCalcIt)
+TEST_P(CChartTradeObjectMarkersStyle, IsClearedAtEveryCalcIt)
 {
     createMarkers();
     mark(GetParam(), 1);
@@ -95,7 +96,7 @@ TEST_P(CChartTradeObjectStyle, IsClearedAtEveryCalcIt)
     EXPECT_EQ(drawn(), "- - -");
 }
 
-INSTANTIATE_TEST_SUITE_P(Styles, CChartTradeObjectStyle, ::testing::Range(0, 6));
+INSTANTIATE_TEST_SUITE_P(Styles, CChartTradeObjectMarkersStyle, ::testing::Range(0, 6));
 
 TEST_F(CChartTradeObjectMarkers, OnlyAddsMarksWhenItIsToldToMarkBetweenTwoCalcIts)
 {

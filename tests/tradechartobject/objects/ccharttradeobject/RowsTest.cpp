@@ -37,11 +37,11 @@ struct RowCase
     QString listed;
 };
 
-class CChartTradeObjectRow : public CChartTradeObjectTest, public ::testing::WithParamInterface<RowCase>
+class CChartTradeObjectRowsEach : public CChartTradeObjectTest, public ::testing::WithParamInterface<RowCase>
 {
 };
 
-TEST_P(CChartTradeObjectRow, IsReadFromJsonNumbersAndBooleans)
+TEST_P(CChartTradeObjectRowsEach, IsReadFromJsonNumbersAndBooleans)
 {
     createMarkers();
     hearHistory({GetParam().row});
@@ -52,7 +52,7 @@ TEST_P(CChartTradeObjectRow, IsReadFromJsonNumbersAndBooleans)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Rows, CChartTradeObjectRow,
+    Rows, CChartTradeObjectRowsEach,
     ::testing::Values(RowCase{"ABuy", buy(10.5, 300), line("买入", "10.50", "300")},
                       RowCase{"ASell", sell(10.5, 300), line("卖出", "10.50", "300")},
                       RowCase{"WithTextsAsASellOfNothing",

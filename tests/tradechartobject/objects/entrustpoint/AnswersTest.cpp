@@ -7,11 +7,11 @@ using namespace TradeChart;
 
 namespace {
 
-class EntrustPointAnswer : public EntrustPointTest, public ::testing::WithParamInterface<const char *>
+class EntrustPointAnswersEach : public EntrustPointTest, public ::testing::WithParamInterface<const char *>
 {
 };
 
-TEST_P(EntrustPointAnswer, HasGroupedTheOrdersWhenItAsksForARepaint)
+TEST_P(EntrustPointAnswersEach, HasGroupedTheOrdersWhenItAsksForARepaint)
 {
     createOnThreeMinutes();
     std::vector<std::string> drawnInside;
@@ -20,14 +20,14 @@ TEST_P(EntrustPointAnswer, HasGroupedTheOrdersWhenItAsksForARepaint)
     EXPECT_THAT(drawnInside, ElementsAre("0 20 10"));
 }
 
-TEST_P(EntrustPointAnswer, AsksForOneRepaintHoweverManyOrders)
+TEST_P(EntrustPointAnswersEach, AsksForOneRepaintHoweverManyOrders)
 {
     createOnThreeMinutes();
     hearOrders({SentOrder(), SentOrder(), SentOrder{"0F"}}, GetParam());
     EXPECT_THAT(axis.updated, SizeIs(1));
 }
 
-TEST_P(EntrustPointAnswer, StoresTheOrdersAndAsksForARepaint)
+TEST_P(EntrustPointAnswersEach, StoresTheOrdersAndAsksForARepaint)
 {
     createOnThreeMinutes();
     hearOrders({SentOrder()}, GetParam());
@@ -35,7 +35,7 @@ TEST_P(EntrustPointAnswer, StoresTheOrdersAndAsksForARepaint)
     EXPECT_THAT(axis.updated, ElementsAre(static_cast<Korvane::IChartObject *>(overlay)));
 }
 
-TEST_P(EntrustPointAnswer, ChangesNothingByAnEmptyAnswer)
+TEST_P(EntrustPointAnswersEach, ChangesNothingByAnEmptyAnswer)
 {
     createOnThreeMinutes();
     hearOrders({SentOrder()});
@@ -47,7 +47,7 @@ TEST_P(EntrustPointAnswer, ChangesNothingByAnEmptyAnswer)
     EXPECT_THAT(axis.updated, IsEmpty());
 }
 
-TEST_P(EntrustPointAnswer, KeepsItsOrdersForLaterBarsWhenAnAnswerIsEmpty)
+TEST_P(EntrustPointAnswersEach, KeepsItsOrdersForLaterBarsWhenAnAnswerIsEmpty)
 {
     createOnThreeMinutes();
     hearOrders({SentOrder{"0B", "2", "10", "9340000"}});
@@ -57,7 +57,7 @@ TEST_P(EntrustPointAnswer, KeepsItsOrdersForLaterBarsWhenAnAnswerIsEmpty)
     EXPECT_THAT(drawn(), ElementsAre("3 20 10"));
 }
 
-TEST_P(EntrustPointAnswer, ReplacesAllOrdersByTheLastAnswer)
+TEST_P(EntrustPointAnswersEach, ReplacesAllOrdersByTheLastAnswer)
 {
     createOnThreeMinutes();
     hearOrders({SentOrder(), SentOrder{"0B", "2", "11"}});
@@ -65,7 +65,7 @@ TEST_P(EntrustPointAnswer, ReplacesAllOrdersByTheLastAnswer)
     EXPECT_THAT(drawn(), ElementsAre("1 25 12"));
 }
 
-TEST_P(EntrustPointAnswer, TakesTheOrdersOfAnAnswerThatCallsItselfAFailure)
+TEST_P(EntrustPointAnswersEach, TakesTheOrdersOfAnAnswerThatCallsItselfAFailure)
 {
     createOnThreeMinutes();
     hear(Topic::TRADEQUERY,
@@ -73,7 +73,7 @@ TEST_P(EntrustPointAnswer, TakesTheOrdersOfAnAnswerThatCallsItselfAFailure)
     EXPECT_THAT(drawn(), SizeIs(1));
 }
 
-TEST_P(EntrustPointAnswer, IsAboutTheSecurityInAnyLetterCase)
+TEST_P(EntrustPointAnswersEach, IsAboutTheSecurityInAnyLetterCase)
 {
     create();
     calc(makeSecurity(1, "abC1", 5), threeMinutes, 21);
@@ -81,7 +81,7 @@ TEST_P(EntrustPointAnswer, IsAboutTheSecurityInAnyLetterCase)
     EXPECT_THAT(drawn(), SizeIs(1));
 }
 
-TEST_P(EntrustPointAnswer, IsHeardInEveryChartMode)
+TEST_P(EntrustPointAnswersEach, IsHeardInEveryChartMode)
 {
     for (const int mode : {0, 1, 2, 3}) {
         axis.mode = mode;
@@ -91,7 +91,7 @@ TEST_P(EntrustPointAnswer, IsHeardInEveryChartMode)
     }
 }
 
-TEST_P(EntrustPointAnswer, IsHeardWhoeverHasAsked)
+TEST_P(EntrustPointAnswersEach, IsHeardWhoeverHasAsked)
 {
     createOnThreeMinutes();
     QJsonObject message = sentAnswer(GetParam(), QJsonArray{anOrder()});
@@ -102,7 +102,7 @@ TEST_P(EntrustPointAnswer, IsHeardWhoeverHasAsked)
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
 }
 
-TEST_P(EntrustPointAnswer, IsNotHeardAsANotification)
+TEST_P(EntrustPointAnswersEach, IsNotHeardAsANotification)
 {
     axis.mode = 2;
     createOnThreeMinutes();
@@ -112,7 +112,7 @@ TEST_P(EntrustPointAnswer, IsNotHeardAsANotification)
     EXPECT_FALSE(timer()->isActive());
 }
 
-TEST_P(EntrustPointAnswer, IsHeardWithoutACodeWhileItShowsNoSecurity)
+TEST_P(EntrustPointAnswersEach, IsHeardWithoutACodeWhileItShowsNoSecurity)
 {
     create();
     const QJsonObject empty{{QStringLiteral("cmd"), QLatin1String(GetParam())},
@@ -124,7 +124,7 @@ TEST_P(EntrustPointAnswer, IsHeardWithoutACodeWhileItShowsNoSecurity)
     EXPECT_THAT(axis.updated, SizeIs(1));
 }
 
-INSTANTIATE_TEST_SUITE_P(Commands, EntrustPointAnswer,
+INSTANTIATE_TEST_SUITE_P(Commands, EntrustPointAnswersEach,
                          ::testing::Values("EntrustTodayTrade", "EntrustHistoryTrade"));
 
 class EntrustPointAnswers : public EntrustPointTest

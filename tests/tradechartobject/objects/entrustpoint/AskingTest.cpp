@@ -121,11 +121,11 @@ TEST_F(EntrustPointAsking, SucceedsSilentlyWhenTheBusRefusesTheQuestion)
     EXPECT_THAT(log.all(), IsEmpty());
 }
 
-class EntrustPointDate : public EntrustPointTest, public ::testing::WithParamInterface<long long>
+class EntrustPointAskingDate : public EntrustPointTest, public ::testing::WithParamInterface<long long>
 {
 };
 
-TEST_P(EntrustPointDate, IsAskedForAsAWholeNumber)
+TEST_P(EntrustPointAskingDate, IsAskedForAsAWholeNumber)
 {
     createOnThreeMinutes();
     EXPECT_TRUE(overlay->sendQueryHistoryEntrustInfoReq(GetParam()));
@@ -133,7 +133,7 @@ TEST_P(EntrustPointDate, IsAskedForAsAWholeNumber)
                 HasSubstr("\"date\":" + std::to_string(GetParam()) + ",\"market\""));
 }
 
-INSTANTIATE_TEST_SUITE_P(Dates, EntrustPointDate, ::testing::Values(20240102, 0, -1, 9007199254740991));
+INSTANTIATE_TEST_SUITE_P(Dates, EntrustPointAskingDate, ::testing::Values(20240102, 0, -1, 9007199254740991));
 
 TEST_F(EntrustPointAsking, TellsWhetherTheBusTookTheQuestionForAPastDay)
 {

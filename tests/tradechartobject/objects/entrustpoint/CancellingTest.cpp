@@ -6,6 +6,8 @@
 
 #include <climits>
 
+using namespace std::chrono_literals;
+
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -46,11 +48,12 @@ struct StatusOffer
     bool isOffered;
 };
 
-class EntrustPointOffer : public EntrustPointCancelTest, public ::testing::WithParamInterface<StatusOffer>
+class EntrustPointCancellingOffer : public EntrustPointCancelTest,
+                                    public ::testing::WithParamInterface<StatusOffer>
 {
 };
 
-TEST_P(EntrustPointOffer, OfACancellationDependsOnTheStatus)
+TEST_P(EntrustPointCancellingOffer, OfACancellationDependsOnTheStatus)
 {
     hearOrders({SentOrder{"0B", GetParam().status}});
     choose(0);
@@ -60,7 +63,7 @@ TEST_P(EntrustPointOffer, OfACancellationDependsOnTheStatus)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Statuses, EntrustPointOffer,
+    Statuses, EntrustPointCancellingOffer,
     ::testing::Values(StatusOffer{"NotReported", "0", false}, StatusOffer{"Quoting", "1", true},
                       StatusOffer{"Quoted", "2", true}, StatusOffer{"QuotedWaitingForCancel", "3", false},
                       StatusOffer{"PartDealtWaitingForCancel", "4", false},
@@ -106,7 +109,8 @@ TEST_F(EntrustPointCancelling, NeitherWaitsNorAsksForTheOrdersLater)
     choose(1);
     hearCancelled({{QStringLiteral("success"), true}});
     EXPECT_LT(clock.elapsed(), 900);
-    EXPECT_FALSE(waitUntil([] { return todayQuestions() > 0; }, 1500));
+    // longer than the second after which a notification would be asked about
+    EXPECT_FALSE(waitUntil([] { return todayQuestions() > 0; }, 1500ms));
 }
 
 TEST_F(EntrustPointCancelling, OffersTheLastOfAVeryLongList)
@@ -124,11 +128,11 @@ TEST_F(EntrustPointCancelling, OffersTheLastOfAVeryLongList)
     EXPECT_THAT(questions()[0].toStdString(), HasSubstr(R"("ordersno":"250")"));
 }
 
-class EntrustPointCancelByMode : public EntrustPointCancelTest, public ::testing::WithParamInterface<int>
+class EntrustPointCancellingByMode : public EntrustPointCancelTest, public ::testing::WithParamInterface<int>
 {
 };
 
-TEST_P(EntrustPointCancelByMode, OffersAnOrderOfAnyDayOnAnyChart)
+TEST_P(EntrustPointCancellingByMode, OffersAnOrderOfAnyDayOnAnyChart)
 {
     axis.mode = GetParam();
     hearOrders({SentOrder{"0B", "2", "10", "9310000", "20240102", "3"}});
@@ -141,7 +145,7 @@ TEST_P(EntrustPointCancelByMode, OffersAnOrderOfAnyDayOnAnyChart)
     EXPECT_THAT(axis.messages, ElementsAre("不可撤"));
 }
 
-INSTANTIATE_TEST_SUITE_P(ChartModes, EntrustPointCancelByMode, ::testing::Values(0, 1, 2, 3));
+INSTANTIATE_TEST_SUITE_P(ChartModes, EntrustPointCancellingByMode, ::testing::Values(0, 1, 2, 3));
 
 TEST_F(EntrustPointCancelling, IsSilentWhenTheBusRefusesIt)
 {

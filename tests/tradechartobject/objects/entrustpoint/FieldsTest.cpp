@@ -108,11 +108,11 @@ struct NoNumber
     const char *text;
 };
 
-class EntrustPointNoNumber : public EntrustPointTest, public ::testing::WithParamInterface<NoNumber>
+class EntrustPointFieldsNoNumber : public EntrustPointTest, public ::testing::WithParamInterface<NoNumber>
 {
 };
 
-TEST_P(EntrustPointNoNumber, IsReadAsZero)
+TEST_P(EntrustPointFieldsNoNumber, IsReadAsZero)
 {
     struct Field
     {
@@ -130,7 +130,7 @@ TEST_P(EntrustPointNoNumber, IsReadAsZero)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, EntrustPointNoNumber,
+INSTANTIATE_TEST_SUITE_P(Texts, EntrustPointFieldsNoNumber,
                          ::testing::Values(NoNumber{"Words", "abc"}, NoNumber{"Empty", ""},
                                            NoNumber{"TooLargeByOne", "2147483648"},
                                            NoNumber{"TooSmallByOne", "-2147483649"},
@@ -149,11 +149,11 @@ TEST_F(EntrustPointFields, ReadsTheLargestWholeNumbers)
     EXPECT_THAT(listedText(), HasSubstr("委托数量:-2147483648\n"));
 }
 
-class EntrustPointAbsurd : public EntrustPointTest, public ::testing::WithParamInterface<const char *>
+class EntrustPointFieldsAbsurd : public EntrustPointTest, public ::testing::WithParamInterface<const char *>
 {
 };
 
-TEST_P(EntrustPointAbsurd, NumbersArePaintedHitListedAndOfferedForCancellation)
+TEST_P(EntrustPointFieldsAbsurd, NumbersArePaintedHitListedAndOfferedForCancellation)
 {
     create();
     calc(shanghai, minutes({931, 1500}), 21); // the minutes of orders without a sensible time
@@ -176,7 +176,7 @@ TEST_P(EntrustPointAbsurd, NumbersArePaintedHitListedAndOfferedForCancellation)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, EntrustPointAbsurd,
+INSTANTIATE_TEST_SUITE_P(Texts, EntrustPointFieldsAbsurd,
                          ::testing::Values("", "-", "-1", "-2147483648", "2147483647", "99999999999999999999",
                                            "-99999999999999999999", "1e308", "-1e308", "1e400", "1e-400",
                                            "inf", "-inf", "nan", "9223372036854775.807",

@@ -37,11 +37,11 @@ struct Asking
     std::function<void(EntrustPoint &, const Korvane::tagCodeWithName &, const Korvane::AnalyData &)> ask;
 };
 
-class EntrustPointQuestion : public EntrustPointTest, public ::testing::WithParamInterface<Asking>
+class EntrustPointHostEndsAsking : public EntrustPointTest, public ::testing::WithParamInterface<Asking>
 {
 };
 
-TEST_P(EntrustPointQuestion, MayBeDestroyedWhileTheBusTakesTheQuestion)
+TEST_P(EntrustPointHostEndsAsking, MayBeDestroyedWhileTheBusTakesTheQuestion)
 {
     createOnThreeMinutes();
     bus().duringSend = [this] { destroy(); };
@@ -51,7 +51,7 @@ TEST_P(EntrustPointQuestion, MayBeDestroyedWhileTheBusTakesTheQuestion)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Questions, EntrustPointQuestion,
+    Questions, EntrustPointHostEndsAsking,
     ::testing::Values(
         Asking{"Security",
                [](auto &overlay, const auto &code, const auto &bar) {

@@ -15,11 +15,11 @@ struct Minute
     std::uint32_t shown;
 };
 
-class EntrustPointMinute : public EntrustPointTest, public ::testing::WithParamInterface<Minute>
+class EntrustPointMinutesEach : public EntrustPointTest, public ::testing::WithParamInterface<Minute>
 {
 };
 
-TEST_P(EntrustPointMinute, IsOneOfTheChart)
+TEST_P(EntrustPointMinutesEach, IsOneOfTheChart)
 {
     const std::vector<std::uint32_t> all = {925,  930,  931,  1000, 1130, 1131, 1200,
                                             1300, 1301, 1302, 1459, 1500, 1501};
@@ -33,7 +33,7 @@ TEST_P(EntrustPointMinute, IsOneOfTheChart)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Times, EntrustPointMinute,
+    Times, EntrustPointMinutesEach,
     ::testing::Values(
         Minute{"BeforeTheFirstSecond", "9300099", 0, 931}, Minute{"FirstSecond", "9300100", 0, 930},
         Minute{"LastOfTheFirstMinute", "9305999", 0, 930}, Minute{"WithLeadingZero", "09300100", 0, 930},

@@ -43,7 +43,7 @@ struct Clamped
     double bottom; ///< included
 };
 
-class EntrustPointClamped : public EntrustPointTest, public ::testing::WithParamInterface<Clamped>
+class EntrustPointPaintingClamped : public EntrustPointTest, public ::testing::WithParamInterface<Clamped>
 {
 protected:
     void SetUp() override
@@ -56,12 +56,12 @@ protected:
     }
 };
 
-TEST_P(EntrustPointClamped, IsDrawnInsideTheVisibleRange)
+TEST_P(EntrustPointPaintingClamped, IsDrawnInsideTheVisibleRange)
 {
     EXPECT_THAT(drawn(), ElementsAre(GetParam().drawn));
 }
 
-TEST_P(EntrustPointClamped, IsHitFromTopToBottom)
+TEST_P(EntrustPointPaintingClamped, IsHitFromTopToBottom)
 {
     EXPECT_EQ(overlay->hitTest(0, GetParam().top), 0);
     EXPECT_EQ(overlay->hitTest(0, GetParam().bottom), 0);
@@ -69,7 +69,7 @@ TEST_P(EntrustPointClamped, IsHitFromTopToBottom)
     EXPECT_EQ(overlay->hitTest(0, GetParam().bottom + 0.01), -1);
 }
 
-TEST_P(EntrustPointClamped, IsClickedFromTopToBottom)
+TEST_P(EntrustPointPaintingClamped, IsClickedFromTopToBottom)
 {
     EXPECT_THAT(listAt(0, GetParam().top), SizeIs(1));
     EXPECT_THAT(listAt(0, GetParam().bottom), SizeIs(1));
@@ -77,7 +77,7 @@ TEST_P(EntrustPointClamped, IsClickedFromTopToBottom)
     EXPECT_THAT(listAt(0, GetParam().bottom + 0.01), IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Prices, EntrustPointClamped,
+INSTANTIATE_TEST_SUITE_P(Prices, EntrustPointPaintingClamped,
                          ::testing::Values(Clamped{"Inside", "10", "0 20 10", 100.0, 116.0},
                                            Clamped{"AtTheLow", "9", "0 20 9v", 184.0, 200.0},
                                            Clamped{"BelowTheLow", "5", "0 20 9v", 184.0, 200.0},

@@ -6,11 +6,11 @@ using ::testing::IsEmpty;
 
 namespace {
 
-class EntrustPointPeriod : public EntrustPointTest, public ::testing::WithParamInterface<int>
+class EntrustPointPeriodsEach : public EntrustPointTest, public ::testing::WithParamInterface<int>
 {
 };
 
-TEST_P(EntrustPointPeriod, OtherThanTheIntradayOneIsLeftAlone)
+TEST_P(EntrustPointPeriodsEach, OtherThanTheIntradayOneIsLeftAlone)
 {
     create();
     EXPECT_FALSE(calc(shanghai, threeMinutes, GetParam()));
@@ -23,7 +23,7 @@ TEST_P(EntrustPointPeriod, OtherThanTheIntradayOneIsLeftAlone)
     EXPECT_FALSE(overlay->isPaintItPeriod(static_cast<Korvane::Period>(GetParam())));
 }
 
-INSTANTIATE_TEST_SUITE_P(Periods, EntrustPointPeriod,
+INSTANTIATE_TEST_SUITE_P(Periods, EntrustPointPeriodsEach,
                          ::testing::Values(-1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 10, 11, 20, 22, 36));
 
 class EntrustPointPeriods : public EntrustPointTest

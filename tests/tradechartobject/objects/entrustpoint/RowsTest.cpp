@@ -16,11 +16,11 @@ struct Market
     bool isKept;
 };
 
-class EntrustPointMarket : public EntrustPointTest, public ::testing::WithParamInterface<Market>
+class EntrustPointRowsMarket : public EntrustPointTest, public ::testing::WithParamInterface<Market>
 {
 };
 
-TEST_P(EntrustPointMarket, OfARowIsTheSecuritysOwn)
+TEST_P(EntrustPointRowsMarket, OfARowIsTheSecuritysOwn)
 {
     create();
     calc(makeSecurity(GetParam().shown, "600536", 1), threeMinutes, 21);
@@ -31,7 +31,7 @@ TEST_P(EntrustPointMarket, OfARowIsTheSecuritysOwn)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Markets, EntrustPointMarket,
+    Markets, EntrustPointRowsMarket,
     ::testing::Values(Market{"OneIsShanghai", 1, QStringLiteral("1"), true},
                       Market{"TwoIsShenzhen", 0, QStringLiteral("2"), true},
                       Market{"ZeroIsNotShenzhen", 0, QStringLiteral("0"), false},
@@ -55,11 +55,11 @@ struct SideCodes
     const char *drawn;
 };
 
-class EntrustPointSide : public EntrustPointTest, public ::testing::WithParamInterface<SideCodes>
+class EntrustPointRowsSide : public EntrustPointTest, public ::testing::WithParamInterface<SideCodes>
 {
 };
 
-TEST_P(EntrustPointSide, FollowsTheDirectionCodes)
+TEST_P(EntrustPointRowsSide, FollowsTheDirectionCodes)
 {
     createOnThreeMinutes();
     for (const QString &code : QString::fromLatin1(GetParam().codes).split(QLatin1Char(' '))) {
@@ -69,7 +69,7 @@ TEST_P(EntrustPointSide, FollowsTheDirectionCodes)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Codes, EntrustPointSide,
+INSTANTIATE_TEST_SUITE_P(Codes, EntrustPointRowsSide,
                          ::testing::Values(SideCodes{"OfABuy", "0B 0b 0c 0d 0e 0a 0q 0w 0y 0. 0l", "0 20 10"},
                                            SideCodes{"OfASell", "0S 0g 0h 0i 0j 0r 0v 0x 0z 0` 0m 0o 0f",
                                                      "0 23 10"}),
@@ -82,11 +82,11 @@ struct Unreadable
     QJsonValue value;
 };
 
-class EntrustPointSkips : public EntrustPointTest, public ::testing::WithParamInterface<Unreadable>
+class EntrustPointRowsUnreadable : public EntrustPointTest, public ::testing::WithParamInterface<Unreadable>
 {
 };
 
-TEST_P(EntrustPointSkips, AndLogs)
+TEST_P(EntrustPointRowsUnreadable, AreSkippedAndLogged)
 {
     createOnThreeMinutes();
     const QJsonObject row = with(SentOrder(), GetParam().key, GetParam().value);
@@ -100,7 +100,7 @@ TEST_P(EntrustPointSkips, AndLogs)
                             QStringLiteral("\"%1\"").arg(json)));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, EntrustPointSkips,
+INSTANTIATE_TEST_SUITE_P(Rows, EntrustPointRowsUnreadable,
                          ::testing::Values(Unreadable{"OfTheSideB", "bsflag2", QStringLiteral("B")},
                                            Unreadable{"OfTheSideS", "bsflag2", QStringLiteral("S")},
                                            Unreadable{"OfACodeInOtherCase", "bsflag2", QStringLiteral("0F")},

@@ -45,7 +45,7 @@ SentOrder at(const char *price, const char *status = "2")
     return order;
 }
 
-TEST(EntrustPointStepRows, StandUnderTheMinuteThatTheyAreShownAt)
+TEST(EntrustPointStepsRows, StandUnderTheMinuteThatTheyAreShownAt)
 {
     SentOrder late;
     late.time = "15000100";
@@ -55,7 +55,7 @@ TEST(EntrustPointStepRows, StandUnderTheMinuteThatTheyAreShownAt)
     EXPECT_THAT(orders.at(minute(1500)), SizeIs(1));
 }
 
-TEST(EntrustPointStepRows, OfEarlierDaysStandUnderTodaysFirstMinute)
+TEST(EntrustPointStepsRows, OfEarlierDaysStandUnderTodaysFirstMinute)
 {
     SentOrder yesterdays;
     yesterdays.date = QByteArray::number(dayFromToday(-1));
@@ -63,14 +63,14 @@ TEST(EntrustPointStepRows, OfEarlierDaysStandUnderTodaysFirstMinute)
     EXPECT_THAT(read({yesterdays}), ElementsAre(Pair(minute(931), SizeIs(1))));
 }
 
-TEST(EntrustPointStepRows, OfOtherMarketsAndUnknownSidesAreLeftOut)
+TEST(EntrustPointStepsRows, OfOtherMarketsAndUnknownSidesAreLeftOut)
 {
     SentOrder sideless;
     sideless.side = "B";
     EXPECT_THAT(read({with(SentOrder(), "market", QStringLiteral("2")), sideless, at("10", "")}), IsEmpty());
 }
 
-TEST(EntrustPointStepRows, TellTheAveragePriceOfWhatIsDealt)
+TEST(EntrustPointStepsRows, TellTheAveragePriceOfWhatIsDealt)
 {
     const auto orders =
         read({with(with(SentOrder(), "matchqty", QStringLiteral("200")), "matchamt", QStringLiteral("2010")),
@@ -79,7 +79,7 @@ TEST(EntrustPointStepRows, TellTheAveragePriceOfWhatIsDealt)
     EXPECT_FALSE(std::isfinite(orders.at(minute(931))[1].matchPrice)) << "nothing is dealt yet";
 }
 
-TEST(EntrustPointStepMarks, StandAtThePricesOfTheOrdersOfTheirBar)
+TEST(EntrustPointStepsMarks, StandAtThePricesOfTheOrdersOfTheirBar)
 {
     const auto grouped =
         groupOrders(read({at("10"), at("10.01", "8"), at("10")}), {minute(930), minute(931)});
@@ -88,14 +88,14 @@ TEST(EntrustPointStepMarks, StandAtThePricesOfTheOrdersOfTheirBar)
                                                                Pair(10010, Korvane::BuyDealed)))));
 }
 
-TEST(EntrustPointStepMarks, AreNoneForOrdersWithoutAMarkerThoughTheyAreListed)
+TEST(EntrustPointStepsMarks, AreNoneForOrdersWithoutAMarkerThoughTheyAreListed)
 {
     const auto grouped = groupOrders(read({at("10", "6")}), {minute(931)});
     EXPECT_THAT(grouped.orders, ElementsAre(Pair(0, SizeIs(1))));
     EXPECT_THAT(grouped.marks, IsEmpty());
 }
 
-TEST(EntrustPointStepMarks, AreNoneForMinutesWithoutABar)
+TEST(EntrustPointStepsMarks, AreNoneForMinutesWithoutABar)
 {
     EXPECT_THAT(groupOrders(read({SentOrder()}), {minute(932)}).orders, IsEmpty());
 }
@@ -107,7 +107,7 @@ struct Place
     bool isAtLow;
 };
 
-TEST(EntrustPointStepPlaces, HangFromTheirPriceOrStandAtTheEdge)
+TEST(EntrustPointStepsPlaces, HangFromTheirPriceOrStandAtTheEdge)
 {
     for (const Place &expected : {Place{15, 15, false}, Place{10, 10, true}, Place{9, 10, true},
                                   Place{20, 20, false}, Place{21, 20, false}}) {
@@ -117,7 +117,7 @@ TEST(EntrustPointStepPlaces, HangFromTheirPriceOrStandAtTheEdge)
     }
 }
 
-TEST(EntrustPointStepPlaces, AreHitOverSixteenPixelsEndsIncluded)
+TEST(EntrustPointStepsPlaces, AreHitOverSixteenPixelsEndsIncluded)
 {
     FakeAxis axis;
     const double row = axis.yOf(15);
@@ -130,7 +130,7 @@ TEST(EntrustPointStepPlaces, AreHitOverSixteenPixelsEndsIncluded)
     EXPECT_FALSE(isOnMarker(axis, 9, {10, 20}, axis.yOf(10) + 0.01));
 }
 
-TEST(EntrustPointStepPlaces, BelongToABarWithinEightPixels)
+TEST(EntrustPointStepsPlaces, BelongToABarWithinEightPixels)
 {
     FakeAxis axis;
     EXPECT_TRUE(isAtBar(axis, 2, axis.barToX(2) - 7.99));

@@ -4,6 +4,8 @@
 
 #include <functional>
 
+using namespace std::chrono_literals;
+
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -60,7 +62,8 @@ TEST_F(EntrustPointWaits, AsksOnceForANotification)
 {
     createOnThreeMinutes();
     notify();
-    EXPECT_FALSE(waitUntil([] { return questions().size() > 1; }, 1500));
+    // longer than the second after which a second question would come
+    EXPECT_FALSE(waitUntil([] { return questions().size() > 1; }, 1500ms));
 }
 
 TEST_F(EntrustPointWaits, LeavesARunningTimerAloneAtANotification)

@@ -51,11 +51,11 @@ struct MarketMatch
     bool matches;
 };
 
-class PositionCostMarket : public PositionCostTest, public ::testing::WithParamInterface<MarketMatch>
+class PositionCostAnswersMarket : public PositionCostTest, public ::testing::WithParamInterface<MarketMatch>
 {
 };
 
-TEST_P(PositionCostMarket, IsNumberedDifferentlyByHostAndTradingModule)
+TEST_P(PositionCostAnswersMarket, IsNumberedDifferentlyByHostAndTradingModule)
 {
     create();
     calc(makeSecurity(GetParam().hostMarket, "X1", 5), threeDays, 4);
@@ -63,7 +63,7 @@ TEST_P(PositionCostMarket, IsNumberedDifferentlyByHostAndTradingModule)
     EXPECT_EQ(drawnCost().has_value(), GetParam().matches);
 }
 
-INSTANTIATE_TEST_SUITE_P(Numbers, PositionCostMarket,
+INSTANTIATE_TEST_SUITE_P(Numbers, PositionCostAnswersMarket,
                          ::testing::Values(MarketMatch{"ShenzhenIsTwo", 0, "2", true},
                                            MarketMatch{"ShenzhenIsNotZero", 0, "0", false},
                                            MarketMatch{"ShenzhenIsNotOne", 0, "1", false},
@@ -112,11 +112,11 @@ struct CostText
     std::optional<double> drawn;
 };
 
-class PositionCostReads : public PositionCostTest, public ::testing::WithParamInterface<CostText>
+class PositionCostAnswersCost : public PositionCostTest, public ::testing::WithParamInterface<CostText>
 {
 };
 
-TEST_P(PositionCostReads, FromTheAnswer)
+TEST_P(PositionCostAnswersCost, IsRead)
 {
     createOnShanghai();
     hear(Topic::TRADEQUERY, answer(holding("600536", "1", GetParam().sent)));
@@ -125,7 +125,7 @@ TEST_P(PositionCostReads, FromTheAnswer)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Costs, PositionCostReads,
+    Costs, PositionCostAnswersCost,
     ::testing::Values(CostText{"ADecimalText", QStringLiteral("12.345"), 12.345},
                       CostText{"AJsonNumberAsZero", 12.345, 0.0}, CostText{"NullAsZero", QJsonValue(), 0.0},
                       CostText{"WordsAsZero", QStringLiteral("none"), 0.0},

@@ -67,11 +67,11 @@ struct ScaleCase
     bool drawn;
 };
 
-class PositionCostScale : public PositionCostTest, public ::testing::WithParamInterface<ScaleCase>
+class PositionCostPaintingScale : public PositionCostTest, public ::testing::WithParamInterface<ScaleCase>
 {
 };
 
-TEST_P(PositionCostScale, DecidesWhetherACostOfFiftyIsDrawn)
+TEST_P(PositionCostPaintingScale, DecidesWhetherACostOfFiftyIsDrawn)
 {
     createOnShanghai();
     hearCost(QStringLiteral("50"));
@@ -81,7 +81,7 @@ TEST_P(PositionCostScale, DecidesWhetherACostOfFiftyIsDrawn)
     EXPECT_EQ(painter.calls.back().kind, FakePainter::Call::EndPaint);
 }
 
-INSTANTIATE_TEST_SUITE_P(Ranges, PositionCostScale,
+INSTANTIATE_TEST_SUITE_P(Ranges, PositionCostPaintingScale,
                          ::testing::Values(ScaleCase{"Inside", 49, 51, true},
                                            ScaleCase{"ExactlyLow", 50, 51, true},
                                            ScaleCase{"ExactlyHigh", 49, 50, true},

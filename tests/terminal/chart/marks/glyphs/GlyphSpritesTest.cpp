@@ -82,10 +82,10 @@ struct Look
     RiseColour rise;
 };
 
-class GlyphsIn : public ::testing::TestWithParam<Look>
+class GlyphSpritesIn : public ::testing::TestWithParam<Look>
 {
 protected:
-    GlyphsIn() { m_sprites.setLook(m_theme, 1); }
+    GlyphSpritesIn() { m_sprites.setLook(m_theme, 1); }
 
     QImage picture(GlyphNumber number, int count = 1)
     {
@@ -110,7 +110,7 @@ protected:
     GlyphSprites m_sprites;
 };
 
-TEST_P(GlyphsIn, TellTheSixKindsOfOrdersApartByShapeAlone)
+TEST_P(GlyphSpritesIn, TellTheSixKindsOfOrdersApartByShapeAlone)
 {
     for (const EdgeClamp clamp : edgeClamps) {
         for (const auto &[one, side, progress] : orderKinds) {
@@ -121,7 +121,7 @@ TEST_P(GlyphsIn, TellTheSixKindsOfOrdersApartByShapeAlone)
     }
 }
 
-TEST_P(GlyphsIn, FillAnOrderAsFarAsItIsDealt)
+TEST_P(GlyphSpritesIn, FillAnOrderAsFarAsItIsDealt)
 {
     for (const int waiting : {20, 23}) {
         const auto ink = [this](int kind) {
@@ -143,7 +143,7 @@ TEST_P(GlyphsIn, FillAnOrderAsFarAsItIsDealt)
     }
 }
 
-TEST_P(GlyphsIn, WearAnArrowheadTowardsTheEdgeBeyondWhichTheOrderIs)
+TEST_P(GlyphSpritesIn, WearAnArrowheadTowardsTheEdgeBeyondWhichTheOrderIs)
 {
     for (const auto &[kind, side, progress] : orderKinds) {
         const Ink above = order(kind, EdgeClamp::AtTop);
@@ -161,7 +161,7 @@ TEST_P(GlyphsIn, WearAnArrowheadTowardsTheEdgeBeyondWhichTheOrderIs)
     }
 }
 
-TEST_P(GlyphsIn, TellBuysSellsAndBothApartByShapeAlone)
+TEST_P(GlyphSpritesIn, TellBuysSellsAndBothApartByShapeAlone)
 {
     for (const int side : {0, 1}) {
         EXPECT_GE(trade(side).differences(trade(2 + side)), 16);
@@ -170,7 +170,7 @@ TEST_P(GlyphsIn, TellBuysSellsAndBothApartByShapeAlone)
     }
 }
 
-TEST_P(GlyphsIn, PointATradeTowardsItsBar)
+TEST_P(GlyphSpritesIn, PointATradeTowardsItsBar)
 {
     for (size_t row = 0; row < seriesStyles.size(); row += 2) {
         const int style = seriesStyles[row].number;
@@ -203,7 +203,7 @@ double contrast(const QColor &one, const QColor &other)
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-TEST_P(GlyphsIn, StandOutFromTheBackgroundAndCarryReadableLetters)
+TEST_P(GlyphSpritesIn, StandOutFromTheBackgroundAndCarryReadableLetters)
 {
     for (const QColor &colour : {m_theme.rise, m_theme.fall, m_theme.both}) {
         EXPECT_GE(contrast(colour, m_theme.background), 3) << qPrintable(colour.name());
@@ -211,7 +211,7 @@ TEST_P(GlyphsIn, StandOutFromTheBackgroundAndCarryReadableLetters)
     }
 }
 
-TEST_P(GlyphsIn, AllLookDifferent)
+TEST_P(GlyphSpritesIn, AllLookDifferent)
 {
     std::vector<QImage> pictures;
     for (const SeriesStyle &style : seriesStyles) {
@@ -229,18 +229,18 @@ TEST_P(GlyphsIn, AllLookDifferent)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Looks, GlyphsIn,
+INSTANTIATE_TEST_SUITE_P(Looks, GlyphSpritesIn,
                          ::testing::Values(Look{"dark", ThemeKind::Dark, RiseColour::Red},
                                            Look{"light", ThemeKind::Light, RiseColour::Red},
                                            Look{"darkGreenRises", ThemeKind::Dark, RiseColour::Green},
                                            Look{"lightGreenRises", ThemeKind::Light, RiseColour::Green}),
                          ByName());
 
-class GlyphOfManyMarks : public ::testing::TestWithParam<int>
+class GlyphSpritesOfManyMarks : public ::testing::TestWithParam<int>
 {
 };
 
-TEST_P(GlyphOfManyMarks, IsAsWideAsItsCount)
+TEST_P(GlyphSpritesOfManyMarks, AreAsWideAsTheirCount)
 {
     for (GlyphNumber number = 0; number < glyphCount; ++number) {
         const double letters = isOrderGlyph(number) ? 9 : 11;
@@ -251,7 +251,7 @@ TEST_P(GlyphOfManyMarks, IsAsWideAsItsCount)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Counts, GlyphOfManyMarks, ::testing::Values(2, 9, 42, 99, 100, 12345));
+INSTANTIATE_TEST_SUITE_P(Counts, GlyphSpritesOfManyMarks, ::testing::Values(2, 9, 42, 99, 100, 12345));
 
 } // namespace
 } // namespace Terminal

@@ -1,0 +1,138 @@
+#include "terminal/answers/ScreenAnswers.h"
+
+#include "terminal/answers/AnswerFaultText.h"
+#include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/ModuleVocabulary.h"
+
+#include <QCryptographicHash>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace Terminal {
+
+namespace {
+
+using namespace TradeChart;
+using Trading::AnswerFinding;
+using Trading::CheckedAnswer;
+
+bool isAnswer(const QJsonObject &message)
+{
+    return message.contains(QLatin1String(TradeKeyFields::SUCCESS)) ||
+           message.contains(QLatin1String(TradeKeyFields::DATA));
+}
+
+/// The overlay shows the reason itself: the user has just asked for the cancellation.
+bool isShownByOverlay(const CheckedAnswer &answer, const AnswerFinding &finding)
+{
+    return finding.kind == AnswerFinding::Refused && answer.command == QLatin1String(CmdType::ENTRUSTCANCEL);
+}
+
+} // namespace
+
+ScreenAnswers::ScreenAnswers(const QByteArray &screenId, QObject *parent)
+    : QObject(parent),
+      m_endPoint(nullptr),
+      m_screenId(screenId),
+      m_chart{QString::fromUtf8(screenId), {}}
+{
+    connect(&m_endPoint, &LocalCommunication::EndPoint::ready, this, &ScreenAnswers::listening);
+    connect(&m_endPoint, &LocalCommunication::EndPoint::messageReceived, this, &ScreenAnswers::take);
+}
+
+void ScreenAnswers::start(const QString &address)
+{
+    m_endPoint.subscribe(m_screenId, QByteArray(Topic::TRADEQUERY));
+    m_endPoint.subscribe(QByteArray(Trading::Channel::GLOBAL), QByteArray(Topic::TRADEQUERY));
+    m_endPoint.connect(address);
+}
+
+void ScreenAnswers::setSecurity(const Trading::SecurityId &security)
+{
+    if (m_chart.security != security) {
+        m_chart.security = security;
+        m_told.clear();
+    }
+    m_lastHistory.clear();
+}
+
+void ScreenAnswers::take(const QByteArray &topic, const QByteArray &payload, const QByteArray &channel)
+{
+    if (channel == m_screenId) {
+        takeAnswer(payload);
+    } else if (channel == Trading::Channel::GLOBAL) {
+        const SharedNews news = readSharedNews(topic, payload);
+        if (news.kind != SharedNews::None) {
+            Q_EMIT newsHeard(news);
+        }
+        if (payload.contains(m_screenId)) { // the questions of all windows pass by
+            takeShared(payload);
+        }
+    }
+}
+
+void ScreenAnswers::takeAnswer(const QByteArray &payload)
+{
+    CheckedAnswer answer = Trading::checkAnswer(payload, m_chart);
+    if (answer.isForChart) {
+        addRepetition(payload, &answer);
+    }
+    tellFaults(answer);
+    if (answer.isForChart) {
+        Q_EMIT answered(answer);
+    }
+}
+
+/// A question of this window, or an answer to one that went astray.
+void ScreenAnswers::takeShared(const QByteArray &payload)
+{
+    const QJsonObject message = QJsonDocument::fromJson(payload).object();
+    if (message.value(QLatin1String(TradeKeyFields::SCREENID)).toString().toUtf8() != m_screenId) {
+        return;
+    }
+    const QString command = message.value(QLatin1String(TradeKeyFields::CMD)).toString();
+    if (isAnswer(message)) {
+        CheckedAnswer answer{command, true};
+        answer.findings.append({AnswerFinding::OtherChannel, QLatin1String(TradeKeyFields::SCREENID),
+                                QLatin1String(Trading::Channel::GLOBAL)});
+        tellFaults(answer);
+        return;
+    }
+    if (command == QLatin1String(CmdType::HISTORYTRADE)) {
+        m_lastHistory.clear();
+    }
+    Q_EMIT asked(command);
+}
+
+/// Overlays add past trades up: an answer that comes twice doubles them.
+void ScreenAnswers::addRepetition(const QByteArray &payload, CheckedAnswer *answer)
+{
+    if (answer->command != QLatin1String(CmdType::HISTORYTRADE) || answer->rows == 0) {
+        return;
+    }
+    const QByteArray digest = QCryptographicHash::hash(payload, QCryptographicHash::Sha1);
+    if (digest == m_lastHistory) {
+        answer->findings.append({AnswerFinding::Repeated, QLatin1String(TradeKeyFields::DATA), QString(),
+                                 Trading::WhenWrong::ListedTwice});
+    }
+    m_lastHistory = digest;
+}
+
+void ScreenAnswers::tellFaults(const CheckedAnswer &answer)
+{
+    QStringList news;
+    for (const AnswerFinding &finding : answer.findings) {
+        const QString text = faultText(answer.command, finding);
+        qWarning("%s", qUtf8Printable(text));
+        const QString what = QStringLiteral("%1 %2 %3").arg(answer.command, finding.key).arg(finding.kind);
+        if (!m_told.contains(what) && !isShownByOverlay(answer, finding)) {
+            m_told.insert(what);
+            news.append(text);
+        }
+    }
+    if (!news.isEmpty()) {
+        Q_EMIT foundWrong(news);
+    }
+}
+
+} // namespace Terminal

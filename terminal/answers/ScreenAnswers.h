@@ -1,0 +1,61 @@
+#pragma once
+
+#include "endpoint/EndPoint.h"
+#include "terminal/services/SharedChannel.h"
+#include "trading/AnswerCheck.h"
+
+#include <QSet>
+#include <QStringList>
+
+namespace Terminal {
+
+/// Hears what the overlays of a window ask and what they are answered, holds every answer against the table
+/// of messages and tells what is wrong with it. It changes nothing in what overlays do with an answer.
+class ScreenAnswers : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `screenId` names the window on the bus.
+    ScreenAnswers(const QByteArray &screenId, QObject *parent);
+
+    /// Starts to listen on the bus instance of `address`.
+    void start(const QString &address);
+
+    /// What the window shows from now on. Faults may be told again, for another chart has them.
+    void setSecurity(const Trading::SecurityId &security);
+
+    /// A message that was heard.
+    void take(const QByteArray &topic, const QByteArray &payload, const QByteArray &channel);
+
+Q_SIGNALS:
+    /// Answers are heard from now on.
+    void listening();
+
+    /// An overlay of this window has asked.
+    void asked(const QString &command);
+
+    /// The answer to overlays of this window came; it is for the shown security.
+    void answered(const Trading::CheckedAnswer &answer);
+
+    /// What is wrong with an answer, a line for each fault that the user was not told before. Everything is
+    /// in the log, each time.
+    void foundWrong(const QStringList &faults);
+
+    /// News on the channel of everybody, see SharedChannel.
+    void newsHeard(const SharedNews &news);
+
+private:
+    void takeAnswer(const QByteArray &payload);
+    void takeShared(const QByteArray &payload);
+    void addRepetition(const QByteArray &payload, Trading::CheckedAnswer *answer);
+    void tellFaults(const Trading::CheckedAnswer &answer);
+
+    LocalCommunication::EndPoint m_endPoint;
+    QByteArray m_screenId;
+    Trading::AnsweredChart m_chart;
+    QSet<QString> m_told;
+    QByteArray m_lastHistory; ///< the answer with past trades since which none was asked for
+};
+
+} // namespace Terminal

@@ -1,0 +1,65 @@
+#include "terminal/services/BusInstance.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QUrl>
+
+namespace Terminal {
+
+namespace {
+
+constexpr const char *instanceVariable = "TRADEBUS_INSTANCE";
+
+bool isDatabase(const QString &ledger)
+{
+    return ledger.startsWith(QLatin1String("postgresql://")) ||
+           ledger.startsWith(QLatin1String("postgres://"));
+}
+
+QString placeOfDatabase(const QUrl &url)
+{
+    constexpr int usualPort = 5432;
+    return QStringLiteral("postgresql://%1:%2%3").arg(url.host()).arg(url.port(usualPort)).arg(url.path());
+}
+
+/// SQLite makes a file that is not there where a link to it points.
+QString placeOfFile(const QFileInfo &file)
+{
+    if (file.exists()) {
+        return file.canonicalFilePath();
+    }
+    const QFileInfo target(file.isSymLink() ? file.symLinkTarget() : file.absoluteFilePath());
+    const QString folder = target.dir().canonicalPath();
+    return folder.isEmpty() ? QDir::cleanPath(target.absoluteFilePath())
+                            : QDir(folder).filePath(target.fileName());
+}
+
+} // namespace
+
+QString ledgerPlace(const QString &ledger)
+{
+    return isDatabase(ledger) ? placeOfDatabase(QUrl(ledger)) : placeOfFile(QFileInfo(ledger));
+}
+
+QString ledgerName(const QString &ledger)
+{
+    if (!isDatabase(ledger)) {
+        return QFileInfo(ledger).fileName();
+    }
+    const QUrl url(ledger);
+    return QStringLiteral("%1@%2").arg(url.path().mid(1), url.host());
+}
+
+void enterBusInstance(const QString &ledger)
+{
+    if (!ledger.isEmpty() && busInstance().isEmpty()) {
+        qputenv(instanceVariable, ledgerPlace(ledger).toUtf8());
+    }
+}
+
+QString busInstance()
+{
+    return qEnvironmentVariable(instanceVariable);
+}
+
+} // namespace Terminal

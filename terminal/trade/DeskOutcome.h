@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+namespace Terminal {
+
+/// How the wish to place or to cancel an order ended.
+struct DeskOutcome
+{
+    enum class Kind {
+        Accepted, ///< `text` is the number of a placed order, or what the module says to a cancellation
+        Refused,  ///< `text` is the module's reason
+        NotSent,  ///< there is no bus: nothing has happened
+        NoAnswer  ///< not in time: it may have happened. A late answer is told as a second outcome
+    };
+
+    Kind kind = Kind::NoAnswer;
+    QString text;
+    bool isLate = false; ///< an answer after NoAnswer was told
+};
+
+/// True when the module grants what it was asked.
+bool isGranted(const QJsonObject &answer);
+
+/// Why it does not, "?" when it gives no reason; empty when it does.
+QString refusalOf(const QJsonObject &answer);
+
+/// The outcome of a wish that the module answered so.
+DeskOutcome outcomeOf(const QJsonObject &answer);
+
+} // namespace Terminal

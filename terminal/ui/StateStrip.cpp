@@ -1,0 +1,80 @@
+#include "terminal/ui/StateStrip.h"
+
+#include <QLabel>
+#include <QStyle>
+#include <QVariant>
+
+namespace Terminal {
+
+namespace {
+
+constexpr auto troubleProperty = "trouble"; // known to the style sheet of the window
+
+QLabel *makeLabel()
+{
+    auto *const label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+void setState(QLabel *label, const QString &text, const QString &details, bool isTrouble)
+{
+    label->setText(text);
+    label->setToolTip(details);
+    label->setAccessibleName(text);
+    label->setAccessibleDescription(details);
+    if (label->property(troubleProperty).toBool() != isTrouble) {
+        label->setProperty(troubleProperty, isTrouble);
+        label->style()->unpolish(label); // a style sheet does not look at a property again by itself
+        label->style()->polish(label);
+    }
+}
+
+} // namespace
+
+StateStrip::StateStrip(QWidget *parent) : QStatusBar(parent), m_module(makeLabel())
+{
+    setObjectName(QStringLiteral("stateStrip"));
+    setSizeGripEnabled(false);
+    for (const OverlayKind &kind : overlayKinds()) {
+        QLabel *const label = makeLabel();
+        label->setObjectName(QStringLiteral("state-") + QLatin1String(kind.word));
+        m_overlays.push_back(label);
+        addWidget(label);
+        label->hide();
+    }
+    m_module->setObjectName(QStringLiteral("state-module"));
+    addPermanentWidget(m_module);
+    showModule({});
+}
+
+void StateStrip::showOverlay(const OverlayKind &kind, const QString &state, const QStringList &details,
+                             bool isTrouble)
+{
+    QLabel *const label = m_overlays[static_cast<size_t>(&kind - overlayKinds().data())];
+    setState(label, tr("%1: %2").arg(overlayTitle(kind), state), details.join(QLatin1Char('\n')), isTrouble);
+    label->show();
+}
+
+void StateStrip::hideOverlay(const OverlayKind &kind)
+{
+    m_overlays[static_cast<size_t>(&kind - overlayKinds().data())]->hide();
+}
+
+void StateStrip::showModule(const ModuleState &module)
+{
+    setState(m_module, moduleStateText(module), module.reason, module.isTrouble());
+}
+
+QStringList StateStrip::texts() const
+{
+    QStringList texts;
+    for (const QLabel *const label : m_overlays) {
+        if (!label->isHidden()) {
+            texts.append(label->text());
+        }
+    }
+    return texts + QStringList(m_module->text());
+}
+
+} // namespace Terminal

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "terminal/plugin/OverlayKind.h"
+#include "terminal/ui/ModuleState.h"
+
+#include <QStatusBar>
+
+#include <vector>
+
+class QLabel;
+
+namespace Terminal {
+
+/// The line below the window that says how things stand: with each overlay on the chart, and with the trading
+/// module. Always of one height, so that nothing moves when something is told.
+class StateStrip : public QStatusBar
+{
+    Q_OBJECT
+
+public:
+    explicit StateStrip(QWidget *parent = nullptr);
+
+    /// Of an overlay that is on the chart; `details` are for who points at it.
+    void showOverlay(const OverlayKind &kind, const QString &state, const QStringList &details,
+                     bool isTrouble);
+    /// It is not on the chart.
+    void hideOverlay(const OverlayKind &kind);
+
+    void showModule(const ModuleState &module);
+
+    /// What it says, from left to right.
+    QStringList texts() const;
+
+private:
+    std::vector<QLabel *> m_overlays; ///< in the order of overlayKinds()
+    QLabel *m_module;
+};
+
+} // namespace Terminal

@@ -1,0 +1,80 @@
+// A ledger whose server lets nothing be changed, as a copy that follows another server does.
+#include "tests/trademodule/support/ProgramFixture.h"
+#include "trading/Presence.h"
+
+namespace TradeModule {
+
+namespace {
+
+using ::testing::HasSubstr;
+
+class PostgreSqlReadOnly : public ProgramOnABus
+{
+protected:
+    void SetUp() override
+    {
+        ProgramOnABus::SetUp();
+        if (IsSkipped()) {
+            return;
+        }
+        book({fill(Side::Buy, bank(), 20240102, 10, 100)});
+        Database(location())
+            .run(QStringLiteral("DO $$ BEGIN EXECUTE format('ALTER DATABASE %I SET "
+                                "default_transaction_read_only = on', current_database()); END $$"));
+    }
+};
+
+} // namespace
+
+TEST_F(PostgreSqlReadOnly, IsAnsweredFromButNotTraded)
+{
+    serve();
+
+    EXPECT_EQ(
+        ask(R"({"cmd":"HolderCostPrice","market":"SZ","stkcode":"000001"})")[QStringLiteral("costprice")],
+        QJsonValue(QStringLiteral("10.050")));
+    EXPECT_TRUE(
+        ask(R"({"cmd":"EntrustTodayTrade","market":"SZ","stkcode":"000001"})")[QStringLiteral("success")]
+            .toBool());
+    for (
+        const char *const change :
+        {R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B","orderprice":"10",
+              "orderqty":"100"})",
+         R"({"cmd":"EntrustCancel","market":"SZ","stkcode":"000001","orderdate":"20240102","ordersno":"1"})"}) {
+        const QJsonObject answer = ask(change);
+        EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
+        EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("can only be read"));
+    }
+}
+
+TEST_F(PostgreSqlReadOnly, IsAnnouncedAsSuch)
+{
+    serve();
+    ASSERT_TRUE(chart().listen("Global", "TradePresence"));
+
+    ASSERT_TRUE(chart().waitForMessages(1));
+    const auto presence = Trading::TradePresence::ofJson(chart().messages[0].payload);
+    ASSERT_TRUE(presence);
+    EXPECT_TRUE(presence->isReadOnly);
+}
+
+TEST_F(PostgreSqlReadOnly, IsServedByOneOnly)
+{
+    serve();
+
+    const Ended second = run(busOptions() + ledgerOptions() + QStringList{QStringLiteral("serve")});
+
+    EXPECT_EQ(second.exitCode, 1);
+    EXPECT_THAT(second.errors, HasSubstr("served already"));
+}
+
+TEST_F(PostgreSqlReadOnly, RefusesWhatWouldChangeIt)
+{
+    const Ended placed = runOnLedger({QStringLiteral("place"), QStringLiteral("000001"),
+                                      QStringLiteral("buy"), QStringLiteral("10"), QStringLiteral("100")});
+
+    EXPECT_EQ(placed.exitCode, 1);
+    EXPECT_THAT(placed.errors, HasSubstr("can only be read"));
+}
+
+} // namespace TradeModule

@@ -1,0 +1,50 @@
+#include "trademodule/cli/Standby.h"
+
+#include "trademodule/Error.h"
+#include "trademodule/ProgramLanguage.h"
+#include "trademodule/cli/Console.h"
+
+#include <QEventLoop>
+#include <QTimer>
+
+#include <optional>
+
+namespace TradeModule {
+
+namespace {
+
+constexpr std::chrono::milliseconds betweenLooks(500);
+
+enum Outcome { ToldToEnd = 0, Followed, LedgerIsLost };
+
+} // namespace
+
+bool standByFor(ServingLease *lease)
+{
+    if (lease->tryFollow()) {
+        return true;
+    }
+    printError(translated("standing by, this ledger is served: %1").arg(lease->ownersName()));
+    QEventLoop loop;
+    std::optional<Error> failure;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &loop, [&] {
+        try {
+            if (lease->tryFollow()) {
+                loop.exit(Followed);
+            }
+        } catch (const LedgerUnavailable &) { // goes on waiting
+        } catch (const Error &error) {
+            failure = error;
+            loop.exit(LedgerIsLost);
+        }
+    });
+    timer.start(betweenLooks);
+    const int outcome = loop.exec();
+    if (failure) {
+        throw Error(*failure);
+    }
+    return outcome == Followed;
+}
+
+} // namespace TradeModule

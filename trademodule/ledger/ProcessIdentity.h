@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+namespace TradeModule {
+
+/// Which process it is, on whichever machine: its number alone may belong to another one later.
+struct ProcessIdentity
+{
+    QString host;
+    qint64 number = 0;
+    QString start; ///< when it began, as its machine counts; empty when that cannot be known
+
+    static ProcessIdentity own();
+
+    /// True while this very process runs on this machine.
+    bool isRunningHere() const;
+    /// Ends it, frozen or not, when it runs on this machine; false when it does not, or may not be ended.
+    bool end() const;
+};
+
+} // namespace TradeModule
