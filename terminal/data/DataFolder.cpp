@@ -84,6 +84,7 @@ Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period,
         return Loaded<ChartData>::failure(bars.error());
     }
     ChartData data{*security, period, bars.value()};
+    data.priceDecimals = priceDecimals(data.bars);
     if (period == ChartPeriod::Minute) {
         data.previousClose = closeBefore(code, dayOf(data.bars.front()));
     }
