@@ -118,11 +118,11 @@ const Dialect dailyDialects[] = {
      }},
 };
 
-class BarDialectOfDays : public ::testing::TestWithParam<Dialect>
+class BarDialectsOfDays : public ::testing::TestWithParam<Dialect>
 {
 };
 
-TEST_P(BarDialectOfDays, IsReadLikeTheOwnForm)
+TEST_P(BarDialectsOfDays, IsReadLikeTheOwnForm)
 {
     const Bars bars = someDays();
     const auto sheet = readBarSheet(GetParam().write(bars), QStringLiteral("a.csv"), {});
@@ -135,7 +135,7 @@ TEST_P(BarDialectOfDays, IsReadLikeTheOwnForm)
               QLatin1String(GetParam().security));
 }
 
-INSTANTIATE_TEST_SUITE_P(Made, BarDialectOfDays, ::testing::ValuesIn(dailyDialects), ByName());
+INSTANTIATE_TEST_SUITE_P(Made, BarDialectsOfDays, ::testing::ValuesIn(dailyDialects), ByName());
 
 const Dialect minuteDialects[] = {
     {"closeFirstNewestFirst",
@@ -166,11 +166,11 @@ const Dialect minuteDialects[] = {
      PriceKind::Unknown, VolumeEvidence::OwnForm},
 };
 
-class BarDialectOfMinutes : public ::testing::TestWithParam<Dialect>
+class BarDialectsOfMinutes : public ::testing::TestWithParam<Dialect>
 {
 };
 
-TEST_P(BarDialectOfMinutes, IsReadLikeTheOwnForm)
+TEST_P(BarDialectsOfMinutes, IsReadLikeTheOwnForm)
 {
     const Bars bars = someMinutes();
     const auto sheet = readBarSheet(GetParam().write(bars), QStringLiteral("a.csv"), {});
@@ -181,7 +181,7 @@ TEST_P(BarDialectOfMinutes, IsReadLikeTheOwnForm)
     EXPECT_EQ(sheet.value().volumeEvidence, GetParam().evidence);
 }
 
-INSTANTIATE_TEST_SUITE_P(Made, BarDialectOfMinutes, ::testing::ValuesIn(minuteDialects), ByName());
+INSTANTIATE_TEST_SUITE_P(Made, BarDialectsOfMinutes, ::testing::ValuesIn(minuteDialects), ByName());
 
 } // namespace
 } // namespace Terminal

@@ -206,11 +206,11 @@ const FormOfDays forms[] = {
     {"date,open,close,high,low,volume,amount", "{iso},{o},{c},{h},{l},{lots0},{thousands}"},
 };
 
-class BarMutation : public ::testing::TestWithParam<Mutation>
+class BarMutationsInForms : public ::testing::TestWithParam<Mutation>
 {
 };
 
-TEST_P(BarMutation, IsReadRightOrRefusedByName)
+TEST_P(BarMutationsInForms, IsReadRightOrRefusedByName)
 {
     const Bars bars = someDays();
     const auto last = static_cast<int>(bars.size());
@@ -231,7 +231,7 @@ TEST_P(BarMutation, IsReadRightOrRefusedByName)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, BarMutation, ::testing::ValuesIn(mutations), ByName());
+INSTANTIATE_TEST_SUITE_P(Of, BarMutationsInForms, ::testing::ValuesIn(mutations), ByName());
 
 TEST(BarMutations, WouldBeSeenIfTheyWereReadWrong)
 {
