@@ -239,12 +239,19 @@ void MqttConnection::HandleDeleter::operator()(mosquitto *handle) const
     mosquitto_destroy(handle);
 }
 
+/// The library makes a pair of sockets for each.
+MqttConnection::Handle MqttConnection::newHandle(const QByteArray &clientId, MqttConnection *self)
+{
+    const Platform::SocketPairGuard kept;
+    return Handle(mosquitto_new(clientId.constData(), true, self));
+}
+
 MqttConnection::MqttConnection(BusAddress address, const QByteArray &clientId,
                                const std::optional<BusMessage> &will)
     : m_address(std::move(address))
 {
     initializeLibrary();
-    m_handle.reset(mosquitto_new(clientId.constData(), true, this));
+    m_handle = newHandle(clientId, this);
     mosquitto_connect_v5_callback_set(m_handle.get(), &Callbacks::connected);
     mosquitto_disconnect_v5_callback_set(m_handle.get(), &Callbacks::disconnected);
     mosquitto_subscribe_v5_callback_set(m_handle.get(), &Callbacks::subscribed);

@@ -81,6 +81,9 @@ private:
         void operator()(mosquitto *handle) const;
     };
 
+    using Handle = std::unique_ptr<mosquitto, HandleDeleter>;
+
+    static Handle newHandle(const QByteArray &clientId, MqttConnection *self);
     bool isLocal() const { return m_address.transport == BusAddress::Transport::UnixSocket; }
     QString configure(const std::optional<BusMessage> &will);
     int configureTls();
@@ -89,7 +92,7 @@ private:
     bool isAliveAfter(int code);
 
     const BusAddress m_address;
-    std::unique_ptr<mosquitto, HandleDeleter> m_handle;
+    Handle m_handle;
 
     bool m_accepted = false;
     bool m_refused = false;

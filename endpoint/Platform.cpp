@@ -21,6 +21,22 @@
 
 namespace LocalCommunication::Platform {
 
+namespace {
+
+/// A local socket without a name whose other end has none either.
+bool isEndOfPair(int descriptor)
+{
+    sockaddr_un own{};
+    sockaddr_un peer{};
+    socklen_t ownSize = sizeof own;
+    socklen_t peerSize = sizeof peer;
+    return ::getsockname(descriptor, reinterpret_cast<sockaddr *>(&own), &ownSize) == 0 &&
+           ::getpeername(descriptor, reinterpret_cast<sockaddr *>(&peer), &peerSize) == 0 &&
+           own.sun_family == AF_UNIX && own.sun_path[0] == '\0' && peer.sun_path[0] == '\0';
+}
+
+} // namespace
+
 QString socketPathProblem(const QString &path)
 {
     constexpr int limit = sizeof(sockaddr_un::sun_path) - 1;
@@ -58,6 +74,23 @@ QString connectionProblem(int descriptor)
 void closeOnExec(int descriptor)
 {
     ::fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+}
+
+SocketPairGuard::SocketPairGuard() : m_lowest(::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0))
+{
+    ::close(m_lowest);
+}
+
+/// New descriptors are the lowest free ones. The few that are looked at leave room for those of other
+/// threads.
+SocketPairGuard::~SocketPairGuard()
+{
+    constexpr int mostLookedAt = 16;
+    for (int descriptor = m_lowest; descriptor < m_lowest + mostLookedAt; ++descriptor) {
+        if (isEndOfPair(descriptor)) {
+            closeOnExec(descriptor);
+        }
+    }
 }
 
 void closeDescriptorsBut(int kept)

@@ -27,6 +27,19 @@ QString connectionProblem(int descriptor);
 /// Programs started by this process do not inherit the descriptor.
 void closeOnExec(int descriptor);
 
+/// Marks the pairs of sockets that a library opens during the life of this object: programs started by this
+/// process do not inherit them.
+class SocketPairGuard
+{
+public:
+    SocketPairGuard();
+    ~SocketPairGuard();
+    Q_DISABLE_COPY_MOVE(SocketPairGuard)
+
+private:
+    int m_lowest; // the lowest descriptor that was free
+};
+
 /// For a helper that is forked beside a program: what it inherited would keep pipes open that others wait to
 /// see closed, such as the one that tells that the program runs. -1 keeps none.
 void closeDescriptorsBut(int kept);

@@ -5,6 +5,8 @@
 #include "terminal/services/TradeServices.h"
 #include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Snapshot.h"
+#include "terminal/trade/PlainText.h"
+#include "terminal/trade/ShownAmount.h"
 #include "terminal/ui/MainWindow.h"
 #include "terminal/ui/WindowSettings.h"
 
@@ -237,7 +239,9 @@ void TerminalProgram::endSnapshot(const QString &error)
 /// A picture without an order of its scene would be another one.
 void TerminalProgram::tellRefusal(const QString &reason)
 {
-    const QString text = tr("An order of the replay was not taken: %1").arg(reason);
+    const bool hidesAmounts = !takesPicture() && m_window->shownOptions().hidesAmounts;
+    const QString text =
+        tr("An order of the replay was not taken: %1").arg(plainText(withoutFigures(reason, hidesAmounts)));
     takesPicture() ? endSnapshot(text) : tell(text);
 }
 

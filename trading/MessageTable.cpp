@@ -132,6 +132,13 @@ const RecordShape &placedOrder()
     return shape;
 }
 
+MessageKey costMethod()
+{
+    return {CostFields::COSTMETHOD, JsonType::Text,
+            Form::Filled,           optional,
+            WhenWrong::Nothing,     "how costs are reckoned: \"average\", \"diluted\" or \"fifo\""};
+}
+
 const RecordShape &position()
 {
     static const RecordShape shape{
@@ -237,15 +244,17 @@ MessageKeys newOrder()
 
 MessageRow notification()
 {
-    return {MessageRole::Notification,
-            TradeChart::Topic::TRADENOTIFY,
-            nullptr,
-            "an order or a trade has changed, or the module has joined the bus",
-            {{STKCODE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored, "of this security"},
-             {MARKET, JsonType::Text, Form::MarketNumber, optional, WhenWrong::Nothing, "its market"},
-             {RTSORDERNO, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of this order"},
-             {RTSORDERSTATUS, JsonType::Text, Form::OrderStatus, optional, WhenWrong::Nothing,
-              "its status now"}}};
+    return {
+        MessageRole::Notification,
+        TradeChart::Topic::TRADENOTIFY,
+        nullptr,
+        "an order or a trade has changed, or the module has joined the bus",
+        {{STKCODE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored, "of this security"},
+         {MARKET, JsonType::Text, Form::MarketNumber, optional, WhenWrong::Nothing, "its market"},
+         {RTSORDERNO, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of this order"},
+         {RTSORDERSTATUS, JsonType::Text, Form::OrderStatus, optional, WhenWrong::Nothing, "its status now"},
+         {RTSDATE, JsonType::Text, Form::Day, optional, WhenWrong::Nothing,
+          "there when trades were entered, up to this day: past ones are to be asked for anew"}}};
 }
 
 MessageRow presence()
@@ -321,7 +330,8 @@ const std::vector<MessageRow> &messageTable()
         question(HOLDERCOSTPRICE, "the cost of the holding"),
         answer(HOLDERCOSTPRICE, {JsonType::Record, holding()},
                {{COSTPRICE, JsonType::Text, Form::Cost, optional, WhenWrong::Zero,
-                 "the cost again, \"nan\" without one and in a failure; the combined overlay reads this"}}),
+                 "the cost again, \"nan\" without one and in a failure; the combined overlay reads this"},
+                costMethod()}),
         question(TODAYTRADE, "trades of today"),
         answer(TODAYTRADE, {JsonType::Rows, tradeOfToday()}),
         question(HISTORYTRADE, "trades of these days but not of today, oldest first", daysAsked()),
@@ -339,7 +349,7 @@ const std::vector<MessageRow> &messageTable()
                {{PlaceFields::CLIENTNO, JsonType::Text, Form::ClientNumber, optional, WhenWrong::Nothing,
                  "the question's, when it had one"}}),
         question(ACCOUNTINFO, "cash and positions"),
-        answer(ACCOUNTINFO, {JsonType::Record, account()}),
+        answer(ACCOUNTINFO, {JsonType::Record, account()}, {costMethod()}),
         notification(),
         presence(),
         quote(),

@@ -258,7 +258,7 @@ QString RowReader::readStampCell(const StampColumn &column, Bar *bar) const
     }
     if (stamp->date) {
         if (bar->date != 0 && bar->date != stamp->date->number()) {
-            return quoted("\"%1\" is another day than the one beside it", cell);
+            return text("\"%1\" is another day than %2").arg(start(cell), dayOf(*bar).dashedText());
         }
         bar->date = stamp->date->number();
     }

@@ -5,7 +5,6 @@
 #include "terminal/data/TradingHours.h"
 
 #include <QCoreApplication>
-#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -52,23 +51,13 @@ Loaded<DataFolder> DataFolder::open(const QString &path)
         return Loaded<DataFolder>::failure(securities.error());
     }
     folder.m_securities = securities.value();
+    folder.m_recordedDays = RecordedDays(folder.m_dir.filePath(QStringLiteral("minute")));
     return folder;
 }
 
 std::vector<Trading::TradingDate> DataFolder::minuteDays(const QString &code) const
 {
-    const QRegularExpression name(
-        QStringLiteral("^%1_(\\d{8})\\.csv$").arg(QRegularExpression::escape(code)));
-    std::vector<Trading::TradingDate> days;
-    const QStringList files =
-        QDir(m_dir.filePath(QStringLiteral("minute"))).entryList(QDir::Files, QDir::Name);
-    for (const QString &file : files) {
-        const QRegularExpressionMatch match = name.match(file);
-        if (const auto day = Trading::TradingDate::ofText(match.captured(1))) {
-            days.push_back(*day);
-        }
-    }
-    return days;
+    return m_recordedDays.of(code);
 }
 
 Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period,

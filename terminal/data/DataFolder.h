@@ -3,6 +3,7 @@
 #include "terminal/data/Bar.h"
 #include "terminal/data/ChartPeriod.h"
 #include "terminal/data/PriceDecimals.h"
+#include "terminal/data/RecordedDays.h"
 #include "terminal/data/SecurityList.h"
 #include "trading/TradingDate.h"
 
@@ -57,6 +58,7 @@ private:
 
     QDir m_dir;
     Securities m_securities;
+    mutable RecordedDays m_recordedDays; ///< what was listed of the folder last
 };
 
 } // namespace Terminal

@@ -1,5 +1,6 @@
 #include "terminal/services/TradeServices.h"
 
+#include "endpoint/BusAddress.h"
 #include "terminal/services/ModuleWatch.h"
 
 #include <QSysInfo>
@@ -19,6 +20,13 @@ TradeServices::~TradeServices() = default;
 
 void TradeServices::start()
 {
+    const auto bus = LocalCommunication::BusAddress::ofDirectory(m_plan.busAddress);
+    if (bus.isPlainOverNetwork()) {
+        Q_EMIT failed(
+            tr("The bus %1 is not encrypted: everybody on the way to it can read the account and place "
+               "orders.")
+                .arg(bus.toString()));
+    }
     if (m_plan.startsBroker) {
         m_broker.start(m_plan.busAddress);
     } else {

@@ -44,7 +44,7 @@ Q_SIGNALS:
     /// Once: the bus can be joined, or there is no other way to find out.
     void ready();
 
-    /// Something went wrong; the text is for the user.
+    /// Something is wrong; the text is for the user.
     void failed(const QString &reason);
 
 private:

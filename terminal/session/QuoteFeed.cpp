@@ -7,6 +7,7 @@
 #include "trading/ModuleVocabulary.h"
 #include "trading/Question.h"
 
+#include <QCoreApplication>
 #include <QJsonDocument>
 #include <QUuid>
 
@@ -120,7 +121,8 @@ void QuoteFeed::tellMissedOrders(const Bar &bar)
                                        [](const Bar &one, int minute) { return one.minute < minute; });
     const OrderPlan missed = here == day.begin() ? OrderPlan() : takeOrders(endOf(*std::prev(here)));
     for (const PlannedOrder &order : missed) {
-        Q_EMIT refused(tr("the bus was away at %1").arg(order.time.colonText()));
+        Q_EMIT refused(
+            QCoreApplication::translate("Replay", "the bus was away at %1").arg(order.time.colonText()));
     }
 }
 

@@ -41,11 +41,11 @@ OrderResults::OrderResults(QWidget *parent) : QWidget(parent)
     showLines();
 }
 
-void OrderResults::tell(const QString &clientNumber, const QString &text, Tone tone)
+void OrderResults::tell(const QString &name, const QString &text, Tone tone)
 {
-    const auto isOfOrder = [&clientNumber](const Line &line) { return line.clientNumber == clientNumber; };
-    m_lines.erase(std::remove_if(m_lines.begin(), m_lines.end(), isOfOrder), m_lines.end());
-    m_lines.insert(m_lines.begin(), {clientNumber, text, tone});
+    const auto isSame = [&name](const Line &line) { return line.name == name; };
+    m_lines.erase(std::remove_if(m_lines.begin(), m_lines.end(), isSame), m_lines.end());
+    m_lines.insert(m_lines.begin(), {name, text, tone});
     if (m_lines.size() > m_labels.size()) {
         m_lines.pop_back();
     }

@@ -8,7 +8,8 @@ class QLabel;
 
 namespace Terminal {
 
-/// What became of the last orders, newest news first: a line for each order, which tells its latest.
+/// What became of the last orders and cancellations, newest news first: a line for each, which tells its
+/// latest.
 class OrderResults : public QWidget
 {
     Q_OBJECT
@@ -20,14 +21,14 @@ public:
 
     explicit OrderResults(QWidget *parent = nullptr);
 
-    /// Tells of the order with this client's number.
-    void tell(const QString &clientNumber, const QString &text, Tone tone);
+    /// Tells of what has this name, such as an order's client's number.
+    void tell(const QString &name, const QString &text, Tone tone);
     void clear();
 
 private:
     struct Line
     {
-        QString clientNumber;
+        QString name;
         QString text;
         Tone tone;
     };

@@ -289,9 +289,14 @@ void TradeDocks::askToCancel(const OrderRecord &order)
     }
 }
 
+/// Beside the results of orders, where one does not take the place of the other.
 void TradeDocks::tellCancelled(const OrderRecord &order, const DeskOutcome &outcome)
 {
-    m_prompts->show(OutcomeText::cancelled(order, outcome, m_hidesAmounts));
+    const bool isTaken = outcome.kind == DeskOutcome::Kind::Accepted;
+    const QString text = OutcomeText::cancelled(order, outcome, m_hidesAmounts);
+    m_ticket->results()->tell(QStringLiteral("cancellation of ") + order.number, text,
+                              isTaken ? OrderResults::Tone::Good : OrderResults::Tone::Bad);
+    m_prompts->show(text);
 }
 
 } // namespace Terminal

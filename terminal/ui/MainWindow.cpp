@@ -151,6 +151,11 @@ void MainWindow::setUpStates()
     connect(m_chart, &ChartView::viewChanged, this, soon);
     connect(m_chart, &ChartView::dataChanged, this, &MainWindow::takeShownChart);
     connect(&m_answers, &ScreenAnswers::foundWrong, this, &MainWindow::tellWrong);
+    connect(&m_answers, &ScreenAnswers::pastTradesChanged, this, [this](const QString &code) {
+        if (m_overlays) {
+            m_overlays->renewPastTrades(code);
+        }
+    });
     connect(&m_answers, &ScreenAnswers::asked, this, [this, soon](const QString &command) {
         m_states.noteAsked(command);
         soon();

@@ -47,7 +47,7 @@ TEST_F(Flood, AsksAboutEveryNotificationOfAFloodAndStillHandlesTheUsersInput)
                                      own.sendMessage("Global", "TradeNotify", R"({"stkcode":"600536"})");
                                  }
                              });
-    axis.mode = 1;
+    axis.mode = Korvane::TodayChart;
     int repaints = 0;
     axis.onUpdate = [&] { ++repaints; };
     const auto orders = create(2);

@@ -140,7 +140,8 @@ class SecuritySwitch : public PluginOnBus
 protected:
     SecuritySwitch()
     {
-        axis.mode = 2; // a past day's orders: today's would wait a second after each notification
+        axis.mode =
+            Korvane::PastDayChart; // a past day's orders: today's would wait a second after each notification
         cost.overlay = create(0);
         points.overlay = create(1);
         orders.overlay = create(2);

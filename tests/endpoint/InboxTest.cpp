@@ -8,12 +8,17 @@
 #include <QList>
 #include <QTimer>
 
+#include <chrono>
 #include <memory>
+
+using namespace std::chrono_literals;
 
 using LocalCommunication::BusMessage;
 using LocalCommunication::Inbox;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -46,7 +51,7 @@ TEST_F(InboxTest, DeliversInOrder)
 TEST_F(InboxTest, DeliversNothingByItself)
 {
     add("1");
-    EXPECT_FALSE(waitUntil([this] { return !delivered.isEmpty(); }, 20));
+    EXPECT_FALSE(waitUntil([this] { return !delivered.isEmpty(); }, 20ms));
 }
 
 TEST_F(InboxTest, DeliversSoonInATurnOfItsOwn)
@@ -108,7 +113,7 @@ TEST_F(InboxTest, StopsWhenAReceiverClearsIt)
     add("1");
     add("2");
     inbox->run();
-    EXPECT_FALSE(waitUntil([this] { return delivered.size() > 1; }, 20));
+    EXPECT_FALSE(waitUntil([this] { return delivered.size() > 1; }, 20ms));
 }
 
 TEST_F(InboxTest, MayBeDestroyedByAReceiver)

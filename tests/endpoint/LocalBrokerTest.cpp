@@ -134,6 +134,12 @@ TEST_F(LocalBrokerTest, ReplacesABrokerThatHangs)
     broker.start(address());
     ASSERT_TRUE(waitFor(broker, State::Running));
     const auto hanging = static_cast<pid_t>(broker.processId());
+    QString told;
+    QObject::connect(&broker, &LocalBroker::stateChanged, &broker, [&](State state) {
+        if (state == State::Failed) {
+            told = broker.problem();
+        }
+    });
 
     ::kill(hanging, SIGSTOP);
 
@@ -141,6 +147,7 @@ TEST_F(LocalBrokerTest, ReplacesABrokerThatHangs)
     EXPECT_TRUE(log.has(QStringLiteral("does not answer"))) << qPrintable(log.text());
     EXPECT_TRUE(waitFor(broker, State::Running));
     EXPECT_FALSE(isAlive(hanging));
+    EXPECT_TRUE(told.contains(QStringLiteral("did not answer"))) << qPrintable(told);
 }
 
 TEST_F(LocalBrokerTest, StaysStoppedWhenItIsStoppedWhileItTellsOfItsState)

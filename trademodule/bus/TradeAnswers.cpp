@@ -93,6 +93,7 @@ QByteArray TradeAnswers::answer(const QJsonObject &question)
             throw Error(translated("\"%1\" is \"%2\", which this trading module does not know")
                             .arg(key(CMD), request.command()));
         }
+        m_ledger->database()->refuseReplacedFile();
         (this->*command->answer)(request, &answer);
     } catch (const LeaseLost &) {
         throw;
@@ -113,6 +114,7 @@ void TradeAnswers::answerCost(const TradeRequest &request, AnswerMessage *answer
         data[key(COSTPRICE)] = costText(holding);
     }
     answer->set(COSTPRICE, costText(holding));
+    answer->set(CostFields::COSTMETHOD, wordOf(holding.method()));
     answer->set(DATA, data);
 }
 
@@ -146,6 +148,7 @@ void TradeAnswers::answerAccount(const TradeRequest & /*request*/, AnswerMessage
     for (const Position &position : m_ledger->positions()) {
         positions.append(rowOf(position, m_exchange->sellable(position.security, open)));
     }
+    answer->set(CostFields::COSTMETHOD, wordOf(m_ledger->costMethod()));
     answer->set(DATA, QJsonObject{
                           {key(AccountFields::CASH), m_orders.cash().text()},
                           {key(AccountFields::AVAILABLE), m_exchange->spendable(open).text()},
@@ -200,7 +203,14 @@ QJsonObject changeNotification(const Order &changed)
 
 QJsonObject changeNotification(const Execution &newest)
 {
-    return notification(newest.security, newest.orderNo, key(TradeChart::OrderStatus::Dealed));
+    QJsonObject change = notification(newest.security, newest.orderNo, key(TradeChart::OrderStatus::Dealed));
+    change[key(RTSDATE)] = newest.date.text();
+    return change;
+}
+
+QJsonObject changeNotification(const SecurityId &held)
+{
+    return notification(held, QString(), key(TradeChart::OrderStatus::Dealed));
 }
 
 } // namespace TradeModule

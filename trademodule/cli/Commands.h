@@ -12,5 +12,7 @@ Command placeCommand();
 Command cancelCommand();
 Command ordersCommand();
 Command accountCommand();
+Command resultsCommand();
+Command costCommand();
 
 } // namespace TradeModule

@@ -37,7 +37,7 @@ int import(const Invocation &invocation)
 {
     const QString path = invocation.arguments(1, translated("one FILE to import")).constFirst();
     const ImportOptions options = importOptions(invocation);
-    Ledger ledger(ledgerLocation(invocation, options));
+    Ledger ledger(ledgerLocation(invocation, options), options.mode);
     ProgressBar bar(translated("Importing"));
     const ImportReport report =
         importStatement(path, options, &ledger, [&bar](int done, int total) { bar.show(done, total); });

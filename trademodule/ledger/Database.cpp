@@ -164,6 +164,7 @@ void Database::openSqlite(const QString &file)
 {
     m_isReadOnly = isReadOnlyFile(file);
     m_isReadOnly ? openReadOnlySqlite(file) : openWritableSqlite(file);
+    m_file = FileIdentity::of(file);
     // a security's rows are spread over the file: read them where they lie
     run(QStringLiteral("PRAGMA mmap_size = %1").arg(mappedBytes));
 }
@@ -198,6 +199,24 @@ void Database::openReadOnlySqlite(const QString &file)
         database.setDatabaseName(address + QStringLiteral("?immutable=1"));
     }
     open(database, file);
+}
+
+void Database::refuseReplacedFile() const
+{
+    if (!m_file.isThere()) {
+        return; // it is no file
+    }
+    const FileIdentity found = FileIdentity::of(m_location);
+    if (!found.isThere()) {
+        throw LedgerUnavailable(translated("the ledger %1 is not there any more: it was removed or moved. "
+                                           "Nothing was changed")
+                                    .arg(shownLocation()));
+    }
+    if (found != m_file) {
+        throw LedgerUnavailable(translated("another file was put in the place of the ledger %1. Nothing was "
+                                           "changed; end this program and start it again")
+                                    .arg(shownLocation()));
+    }
 }
 
 QString Database::shownLocation() const
@@ -269,6 +288,7 @@ void Database::begin()
     if (m_isReadOnly) {
         throw LedgerError(translated("the ledger can only be read: nothing can be changed in it"));
     }
+    refuseReplacedFile();
     waitAtMost(m_isBusy ? noPatience : m_patience);
     // SQLite: takes the right to write at once; a later upgrade could fail without waiting
     run(m_kind == Kind::Sqlite ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"));
@@ -294,6 +314,7 @@ void Database::lockOutWriters()
 
 void Database::commit()
 {
+    refuseReplacedFile();
     run(QStringLiteral("COMMIT"));
     m_isInTransaction = false;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "trademodule/ledger/FileIdentity.h"
+
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
@@ -35,6 +37,10 @@ public:
     const QString &location() const { return m_location; }
     /// The location for people: a file's full path, or the URL without a password.
     QString shownLocation() const;
+
+    /// A LedgerUnavailable when another file, or none, lies where the ledger's was: what is written into a
+    /// file that was moved away nobody would find again. Every transaction looks before it begins and ends.
+    void refuseReplacedFile() const;
 
     /// True when the file, or the server, lets nothing be changed. Then begin() fails.
     bool isReadOnly() const { return m_isReadOnly; }
@@ -92,6 +98,7 @@ private:
     std::function<void()> m_guard;
     std::chrono::milliseconds m_patience = std::chrono::minutes(1);
     std::chrono::milliseconds m_wait{0}; // what the connection is told
+    FileIdentity m_file;                 ///< of a SQLite ledger, when it was opened
     bool m_isReadOnly = false;
     bool m_isInTransaction = false;
     bool m_isBusy = false; // the last change waited in vain

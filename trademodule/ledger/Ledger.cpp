@@ -11,9 +11,14 @@
 
 namespace TradeModule {
 
-Ledger::Ledger(const QString &location) : m_database(location)
+Ledger::Ledger(const QString &location, Mode mode) : m_database(location)
 {
-    migrateSchema(&m_database);
+    if (mode == Mode::DryRun && schemaVersion(&m_database) != currentSchemaVersion()) {
+        m_trial.emplace(&m_database);
+        migrateWithin(&m_database);
+    } else {
+        migrateSchema(&m_database);
+    }
 }
 
 qint64 Ledger::registerSecurity(const SecurityId &security, const QString &name)
@@ -47,6 +52,9 @@ void Ledger::add(const Execution &execution)
 
 Booked Ledger::book(const Statement &statement, Mode mode, const Progress &progress)
 {
+    if (m_trial) {
+        return StatementBooking(this, statement).book(progress);
+    }
     Transaction transaction(&m_database);
     const Booked booked = StatementBooking(this, statement).book(progress);
     if (mode == Mode::Keep && booked.doubtful.isEmpty()) {

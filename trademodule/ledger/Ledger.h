@@ -5,8 +5,10 @@
 #include "trademodule/ledger/Position.h"
 #include "trademodule/ledger/Statement.h"
 #include "trademodule/ledger/StatementTable.h"
+#include "trademodule/ledger/Transaction.h"
 
 #include <functional>
+#include <optional>
 
 namespace TradeModule {
 
@@ -22,8 +24,10 @@ public:
     /// Called now and then with how many of the entries are written.
     using Progress = std::function<void(int done, int total)>;
 
-    /// Opens, and makes when it is not there, the ledger at `location`: see Database.
-    explicit Ledger(const QString &location);
+    /// Opens, and makes when it is not there, the ledger at `location`: see Database. A ledger of an older
+    /// program is brought up to date; for a dry run only until this object goes, and nobody else writes
+    /// meanwhile.
+    explicit Ledger(const QString &location, Mode mode = Mode::Keep);
 
     /// Adds the entries that are not there yet: a fill that occurs n times in the statement is in the
     /// ledger at least n times afterwards.
@@ -77,6 +81,7 @@ public:
 
 private:
     Database m_database;
+    std::optional<Transaction> m_trial; ///< of a dry run on the tables of an older program
 };
 
 } // namespace TradeModule

@@ -2,6 +2,7 @@
 
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
+#include "trademodule/ledger/LedgerCopy.h"
 #include "trademodule/ledger/Transaction.h"
 
 #include <QStringList>
@@ -184,8 +185,13 @@ void refuseNewer(int version)
     }
 }
 
-void applyMigrations(Database *database, int from, int to)
+void applyMigrations(Database *database, int to)
 {
+    const int from = schemaVersion(database); // another process may have been faster
+    refuseNewer(from);
+    if (from >= to) {
+        return;
+    }
     if (from == 0) {
         database->run(QStringLiteral("CREATE TABLE ledger_version (version INTEGER NOT NULL)"));
         database->run(QStringLiteral("INSERT INTO ledger_version (version) VALUES (0)"));
@@ -217,6 +223,11 @@ int schemaVersion(Database *database)
     return query.next() ? query.value(0).toInt() : 0;
 }
 
+void migrateWithin(Database *database)
+{
+    applyMigrations(database, currentSchemaVersion());
+}
+
 void migrateSchema(Database *database)
 {
     migrateSchema(database, currentSchemaVersion());
@@ -225,22 +236,21 @@ void migrateSchema(Database *database)
 void migrateSchema(Database *database, int to)
 {
     const int found = schemaVersion(database);
+    refuseNewer(found);
     if (found == to) {
         return;
     }
-    refuseNewer(found);
     if (database->isReadOnly()) {
         throw Error(translated("the ledger has version %1 and can only be read: it cannot be brought up to "
                                "version %2, which this program needs")
                         .arg(found)
                         .arg(to));
     }
-    Transaction transaction(database);
-    const int version = schemaVersion(database); // another process may have been faster
-    refuseNewer(version);
-    if (version < to) {
-        applyMigrations(database, version, to);
+    if (found > 0) {
+        copyAside(database, found);
     }
+    Transaction transaction(database);
+    applyMigrations(database, to);
     transaction.commit();
 }
 

@@ -10,9 +10,12 @@ int currentSchemaVersion();
 /// The version of the tables in the database; 0 when it has none yet.
 int schemaVersion(Database *database);
 
-/// Brings the tables to currentSchemaVersion(), step by step in one transaction. An Error when the
-/// ledger was made by a newer program.
+/// Brings the tables to currentSchemaVersion(), step by step in one transaction: one that fails leaves
+/// everything as it was. An Error when the ledger was made by a newer program. A ledger of an older one is
+/// copied aside first, see copyAside().
 void migrateSchema(Database *database);
+/// The same inside a transaction of the caller's, without a copy.
+void migrateWithin(Database *database);
 /// The same up to an older version, to make a ledger as an older program did.
 void migrateSchema(Database *database, int to);
 

@@ -1,6 +1,7 @@
 #include "trademodule/results/CostMethod.h"
 
 #include "trademodule/ProgramLanguage.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <algorithm>
 #include <iterator>
@@ -12,14 +13,14 @@ namespace {
 struct MethodWords
 {
     CostMethod method;
-    QLatin1String word;
+    const char *word;
     const char *name;
 };
 
 constexpr MethodWords methods[] = {
-    {CostMethod::Average, QLatin1String("average", 7), QT_TR_NOOP("moving average")},
-    {CostMethod::Diluted, QLatin1String("diluted", 7), QT_TR_NOOP("diluted")},
-    {CostMethod::Fifo, QLatin1String("fifo", 4), QT_TR_NOOP("first in, first out")},
+    {CostMethod::Average, Trading::CostWords::AVERAGE, QT_TR_NOOP("moving average")},
+    {CostMethod::Diluted, Trading::CostWords::DILUTED, QT_TR_NOOP("diluted")},
+    {CostMethod::Fifo, Trading::CostWords::FIFO, QT_TR_NOOP("first in, first out")},
 };
 
 const MethodWords &wordsOf(CostMethod method)
@@ -32,13 +33,14 @@ const MethodWords &wordsOf(CostMethod method)
 
 QString wordOf(CostMethod method)
 {
-    return wordsOf(method).word;
+    return QLatin1String(wordsOf(method).word);
 }
 
 std::optional<CostMethod> costMethodOf(const QString &word)
 {
-    const auto *const row = std::find_if(std::begin(methods), std::end(methods),
-                                         [&word](const MethodWords &words) { return word == words.word; });
+    const auto *const row =
+        std::find_if(std::begin(methods), std::end(methods),
+                     [&word](const MethodWords &words) { return word == QLatin1String(words.word); });
     return row == std::end(methods) ? std::nullopt : std::optional(row->method);
 }
 

@@ -13,10 +13,10 @@ public:
     virtual ~ResultsVisitor() = default;
     Q_DISABLE_COPY_MOVE(ResultsVisitor)
 
-    virtual void visit(const Sale & /*sale*/) {}
+    virtual void visitSale(const Sale & /*sale*/) {}
     /// A round trip that is over, or the open one at the end. Later than its last sale: taxes on its
     /// dividends may come after it.
-    virtual void visit(const Trip & /*trip*/) {}
+    virtual void visitTrip(const Trip & /*trip*/) {}
     /// What an event adds on its day to the figures of the security. They sum up to all there is.
     virtual void book(TradingDate /*day*/, const Figures & /*figures*/) {}
 };

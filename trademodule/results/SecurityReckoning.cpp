@@ -74,7 +74,7 @@ Figures SecurityReckoning::figuresOf(const AccountEvent &event, const HeldShares
         return ofBuy(event);
     case EventKind::Sell: {
         const Sale sale = saleOf(event, left);
-        m_visitor->visit(sale);
+        m_visitor->visitSale(sale);
         return ofSale(sale);
     }
     case EventKind::In:
@@ -117,7 +117,7 @@ void SecurityReckoning::openTrip(TradingDate day)
 void SecurityReckoning::handOverTrip()
 {
     if (m_trip) {
-        m_visitor->visit(*m_trip);
+        m_visitor->visitTrip(*m_trip);
     }
     m_trip.reset();
 }

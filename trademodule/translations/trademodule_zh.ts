@@ -382,6 +382,150 @@
         <translation>列出持仓及其成本。</translation>
     </message>
     <message>
+        <source>&quot;%1&quot; is no way to reckon costs; give average, diluted or fifo</source>
+        <translation>“%1”不是成本算法；请给 average、diluted 或 fifo</translation>
+    </message>
+    <message>
+        <source>--by is &quot;%1&quot;, but must be sale, trip, security, month or year</source>
+        <translation>--by 为“%1”，但必须是 sale、trip、security、month 或 year</translation>
+    </message>
+    <message>
+        <source>--from is later than --to</source>
+        <translation>--from 晚于 --to</translation>
+    </message>
+    <message>
+        <source>A row for each sale, trip (round trip), security, month or year; security if left out.</source>
+        <translation>每笔卖出（sale）、每次完整买卖（trip）、每只证券（security）、每月（month）或每年（year）一行；缺省为 security。</translation>
+    </message>
+    <message>
+        <source>Cost: %1</source>
+        <translation>成本算法：%1</translation>
+    </message>
+    <message>
+        <source>Lists what sales earned, with fees, dividends and taxes.</source>
+        <translation>列出卖出的盈亏，以及费用、红利和税。</translation>
+    </message>
+    <message>
+        <source>Only this security.</source>
+        <translation>只列这只证券。</translation>
+    </message>
+    <message>
+        <source>Shows how costs of holdings are reckoned; sets it to average, diluted or fifo.</source>
+        <translation>显示持仓成本的算法；也可设为 average、diluted 或 fifo。</translation>
+    </message>
+    <message>
+        <source>Writes CSV instead of a table.</source>
+        <translation>输出 CSV 而不是表格。</translation>
+    </message>
+    <message>
+        <source>bought</source>
+        <translation>买入金额</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>清仓日</translation>
+    </message>
+    <message>
+        <source>diluted</source>
+        <translation>摊薄成本</translation>
+    </message>
+    <message>
+        <source>fees</source>
+        <translation>费用</translation>
+    </message>
+    <message>
+        <source>first in, first out</source>
+        <translation>先进先出</translation>
+    </message>
+    <message>
+        <source>give --json or --csv, not both</source>
+        <translation>--json 和 --csv 只能给一个</translation>
+    </message>
+    <message>
+        <source>give one method, or none to see the ledger&apos;s</source>
+        <translation>请给一个算法；不给则显示账本的算法</translation>
+    </message>
+    <message>
+        <source>held</source>
+        <translation>持有</translation>
+    </message>
+    <message>
+        <source>heldcost</source>
+        <translation>持有成本</translation>
+    </message>
+    <message>
+        <source>method</source>
+        <translation>成本算法</translation>
+    </message>
+    <message>
+        <source>month</source>
+        <translation>月份</translation>
+    </message>
+    <message>
+        <source>moving average</source>
+        <translation>移动平均</translation>
+    </message>
+    <message>
+        <source>opened</source>
+        <translation>建仓日</translation>
+    </message>
+    <message>
+        <source>percent</source>
+        <translation>盈亏%</translation>
+    </message>
+    <message>
+        <source>profit</source>
+        <translation>盈亏</translation>
+    </message>
+    <message>
+        <source>sales</source>
+        <translation>卖出笔数</translation>
+    </message>
+    <message>
+        <source>sharesin</source>
+        <translation>增加股数</translation>
+    </message>
+    <message>
+        <source>sharesout</source>
+        <translation>减少股数</translation>
+    </message>
+    <message>
+        <source>soldcost</source>
+        <translation>卖出成本</translation>
+    </message>
+    <message>
+        <source>sold</source>
+        <translation>卖出金额</translation>
+    </message>
+    <message>
+        <source>sum</source>
+        <translation>合计</translation>
+    </message>
+    <message>
+        <source>taxes</source>
+        <translation>税</translation>
+    </message>
+    <message>
+        <source>the ledger knows no security %1</source>
+        <translation>账本中没有证券 %1</translation>
+    </message>
+    <message>
+        <source>the sum of the ledger&apos;s amounts is too large to be reckoned</source>
+        <translation>账本金额之和过大，无法计算</translation>
+    </message>
+    <message>
+        <source>total</source>
+        <translation>总盈亏</translation>
+    </message>
+    <message>
+        <source>warning: %1 shares of %2 left that never came in; what they earned is not counted. Import the earlier statements, too</source>
+        <translation>警告：%2 有 %1 股卖出或转出，却没有买入记录；其盈亏未计入。请把更早的交割单也导入</translation>
+    </message>
+    <message>
+        <source>year</source>
+        <translation>年份</translation>
+    </message>
+    <message>
         <source>Lists the account&apos;s trades, oldest first.</source>
         <translation>列出账户的成交，按时间先后。</translation>
     </message>
@@ -800,6 +944,14 @@
     <message>
         <source>another process, only for reading</source>
         <translation>另一进程，仅供读取</translation>
+    </message>
+    <message>
+        <source>the ledger %1 is not there any more: it was removed or moved. Nothing was changed</source>
+        <translation>账本 %1 已不存在：已被删除或移走。未作任何更改</translation>
+    </message>
+    <message>
+        <source>another file was put in the place of the ledger %1. Nothing was changed; end this program and start it again</source>
+        <translation>账本 %1 的位置已换成另一个文件。未作任何更改；请结束并重新启动本程序</translation>
     </message>
 </context>
 </TS>

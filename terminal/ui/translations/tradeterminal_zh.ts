@@ -160,8 +160,8 @@
         <translation>“%1”不是 %2 形式的时间</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is another day than the one beside it</source>
-        <translation>“%1”与同一行的另一日期不同</translation>
+        <source>&quot;%1&quot; is another day than %2</source>
+        <translation>“%1”与 %2 不是同一天</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is not a number</source>
@@ -922,6 +922,13 @@
     </message>
 </context>
 <context>
+    <name>Terminal::TradeServices</name>
+    <message>
+        <source>The bus %1 is not encrypted: everybody on the way to it can read the account and place orders.</source>
+        <translation>总线 %1 未加密：途中任何人都能读取账户并下单。</translation>
+    </message>
+</context>
+<context>
     <name>Terminal::ViewMenu</name>
     <message>
         <source>View</source>
@@ -1165,7 +1172,7 @@
     </message>
 </context>
 <context>
-    <name>Terminal::QuoteFeed</name>
+    <name>Replay</name>
     <message>
         <source>the bus was away at %1</source>
         <translation>%1 时总线不可用</translation>

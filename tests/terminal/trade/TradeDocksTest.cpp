@@ -208,5 +208,29 @@ TEST_F(TradeDocksTest, CheckNoCashAndSharesThatAreNotKnownAnyMore)
                 ::testing::HasSubstr("the ledger is locked"));
 }
 
+TEST_F(TradeDocksTest, TellTwoCancellationsBesideEachOther)
+{
+    openDocks({QStringLiteral("600519"), ChartPeriod::Day});
+    for (const char *const number : {"17", "18"}) {
+        OrderRecord order;
+        order.security = chart()->data().security;
+        order.number = QLatin1String(number);
+        order.day = onDay(20240102);
+        desk()->cancel(order);
+    }
+    ASSERT_TRUE(m_module.wasAsked("EntrustCancel", 2));
+    const auto asked = m_module.asked(QStringLiteral("EntrustCancel"));
+    m_module.answer(asked[0], refusedWith("dealt already"));
+    m_module.answer(asked[1],
+                    withData(QJsonArray{QJsonObject{{QStringLiteral("msgok "), QStringLiteral("ok")}}}));
+    ASSERT_TRUE(waitUntil([this] { return isTold(*m_window->trade(), "good"); }));
+    QStringList lines;
+    for (const QLabel *const line : ticket()->findChildren<QLabel *>(QStringLiteral("ticketResult"))) {
+        lines.append(line->text());
+    }
+    EXPECT_THAT(lines[0].toStdString(), ::testing::HasSubstr("18"));
+    EXPECT_THAT(lines[1].toStdString(), ::testing::HasSubstr("dealt already"));
+}
+
 } // namespace
 } // namespace Terminal

@@ -14,7 +14,7 @@ OrderRecord orderAt(int hhmmss, const char *number)
     OrderRecord order;
     order.security = moutai;
     order.day = Trading::TradingDate::of(2024, 1, 2);
-    order.time = Trading::ClockTime::ofSeconds(hhmmss);
+    order.time = Trading::ClockTime::ofNumber(hhmmss * 100);
     order.number = QLatin1String(number);
     order.price = 10;
     order.quantity = 300;

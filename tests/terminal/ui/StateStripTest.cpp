@@ -121,6 +121,25 @@ TEST_F(StatesInAWindow, SayWhyThereIsNoTradingModule)
     EXPECT_EQ(state("module")->toolTip(), QStringLiteral("the ledger is corrupt"));
 }
 
+TEST_F(StatesInAWindow, AreMadeAnewWithTheOverlaysWhosePastTradesChanged)
+{
+    open({QStringLiteral("trades"), QStringLiteral("cost")});
+    overlayLog();
+    m_window->answers()->take("TradeNotify", R"({"stkcode":"600519","market":"1","bizdate":"20240102"})",
+                              "Global");
+    EXPECT_EQ(countOf(overlayLog(), "made"), 1) << "the trades";
+}
+
+TEST_F(StatesInAWindow, LeaveTheOverlaysAloneWhenAnOrderChanged)
+{
+    open({QStringLiteral("trades"), QStringLiteral("cost")});
+    overlayLog();
+    m_window->answers()->take("TradeNotify", R"({"stkcode":"600519","market":"1","ordersno":"7"})", "Global");
+    m_window->answers()->take("TradeNotify", R"({"stkcode":"000001","market":"2","bizdate":"20240102"})",
+                              "Global");
+    EXPECT_EQ(countOf(overlayLog(), "made"), 0);
+}
+
 class ModuleStateText : public ::testing::TestWithParam<std::pair<ModuleState::Kind, const char *>>
 {
 };

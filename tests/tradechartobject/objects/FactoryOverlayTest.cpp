@@ -40,7 +40,7 @@ protected:
     /// From now on the host ends the object as soon as it asks something.
     void endAtTheNextQuestion()
     {
-        this->axis.mode = 1; // a chart of today, on which the order points ask
+        this->axis.mode = Korvane::TodayChart; // a chart of today, on which the order points ask
         this->bus().duringSend = [this] { this->overlay->deleteObject(); };
     }
 

@@ -89,6 +89,34 @@ TEST_P(LedgerSchemaOfAnOlderLedger, TakesOrdersAndQuotesAfterwards)
     EXPECT_EQ(ledger.holding(bank()).quantity(), 300);
 }
 
+TEST_P(LedgerSchemaOfAnOlderLedger, IsLeftAsItWasByAMigrationThatFails)
+{
+    // the last step makes it, too
+    Database(location()).run(QStringLiteral("CREATE TABLE import_profile (id INTEGER)"));
+
+    EXPECT_THROW(Ledger ledger(location()), LedgerError);
+
+    Database old(location());
+    EXPECT_EQ(schemaVersion(&old), GetParam());
+    EXPECT_TRUE(old.run(QStringLiteral("SELECT quantity FROM holding")).next());
+}
+
+TEST_P(LedgerSchemaOfAnOlderLedger, IsNotMigratedByADryRun)
+{
+    {
+        Ledger ledger(location(), Ledger::Mode::DryRun);
+        EXPECT_EQ(ledger.book(statementOf({fill(Side::Buy, bank(), 20240103, 10, 100)}), Ledger::Mode::DryRun)
+                      .added,
+                  1);
+        EXPECT_EQ(ledger.holding(bank()).quantity(), 200);
+    }
+    Database old(location());
+    EXPECT_EQ(schemaVersion(&old), GetParam());
+    QSqlQuery holding = old.run(QStringLiteral("SELECT quantity FROM holding"));
+    ASSERT_TRUE(holding.next());
+    EXPECT_EQ(holding.value(0).toInt(), 100);
+}
+
 INSTANTIATE_TEST_SUITE_P(OfVersion, LedgerSchemaOfAnOlderLedger, ::testing::Range(1, currentSchemaVersion()),
                          ::testing::PrintToStringParamName());
 

@@ -87,8 +87,8 @@ struct Reckoned : ResultsVisitor
         reckoning.finish();
     }
 
-    void visit(const Sale &sale) override { sales.push_back(sale); }
-    void visit(const Trip &trip) override { trips.push_back(trip); }
+    void visitSale(const Sale &sale) override { sales.push_back(sale); }
+    void visitTrip(const Trip &trip) override { trips.push_back(trip); }
     void book(TradingDate day, const Figures &figures) override
     {
         days.push_back(day);

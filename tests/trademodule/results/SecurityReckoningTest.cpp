@@ -1,7 +1,6 @@
 #include "tests/trademodule/results/ReckoningTest.h"
 
 #include "trademodule/Error.h"
-#include "trademodule/results/CheckedSum.h"
 
 #include <random>
 
@@ -180,58 +179,6 @@ TEST(SecurityReckoning, RefusesSumsThatCannotBeHeld)
     const AccountEvent huge = event(EventKind::Buy, 1, Money::limit());
 
     EXPECT_THROW(Reckoned(CostMethod::Average, AccountEvents(10000, huge)), Error);
-}
-
-TEST(CostBasisTest, GoesOnFromWhatWasKept)
-{
-    for (const CostMethod method : {CostMethod::Average, CostMethod::Diluted}) {
-        CostBasis whole(method);
-        whole.add(300, yuan(3005));
-        whole.sell(100, yuan(1194.4));
-
-        CostBasis restored = CostBasis::restored(method, whole.quantity(), whole.exactCost());
-        whole.sell(50, yuan(600));
-        restored.sell(50, yuan(600));
-
-        EXPECT_DOUBLE_EQ(restored.exactCost(), whole.exactCost());
-        EXPECT_EQ(restored.quantity(), 150);
-    }
-}
-
-TEST(ProportionTest, RoundsAHalfAwayFromZero)
-{
-    EXPECT_EQ(proportion(5, 1, 2), 3);
-    EXPECT_EQ(proportion(-5, 1, 2), -3);
-    EXPECT_EQ(proportion(7, 1, 3), 2);
-    EXPECT_EQ(proportion(10, 1, 4), 3);
-}
-
-TEST(ProportionTest, IsExactBeyondSixtyFourBits)
-{
-    constexpr qint64 large = 3000000000000000001;
-    EXPECT_EQ(proportion(large, 999999999999, 999999999999), large);
-    EXPECT_EQ(proportionRoundedDown(large, 999999999998, 999999999999), large - 3000001);
-}
-
-TEST(ProportionTest, StopsAtTheEndOfItsRange)
-{
-    EXPECT_EQ(proportion(std::numeric_limits<qint64>::max(), 10, 1), std::numeric_limits<qint64>::max());
-}
-
-TEST(FiguresTest, TellTheProfitInHundredthsOfAPercentOfTheCost)
-{
-    EXPECT_EQ(basisPoints(yuan(89.45), yuan(1005)), 890); // 8.9005 %
-    EXPECT_EQ(basisPoints(yuan(-100), yuan(1000)), -1000);
-    EXPECT_EQ(basisPoints(yuan(100), yuan(0)), 0);
-    EXPECT_EQ(basisPoints(yuan(100), yuan(-50)), 0);
-}
-
-TEST(CostMethodTest, HasAWordForEachMethod)
-{
-    for (const CostMethod method : allMethods) {
-        EXPECT_EQ(costMethodOf(wordOf(method)), method);
-    }
-    EXPECT_EQ(costMethodOf(QStringLiteral("lifo")), std::nullopt);
 }
 
 } // namespace TradeModule

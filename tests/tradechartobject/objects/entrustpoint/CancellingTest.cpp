@@ -199,7 +199,7 @@ TEST_F(EntrustPointCancelling, NamesTheOrderByItsWholeNumberAndDate)
 TEST_F(EntrustPointCancelling, RefersToTheSecurityThatWasListedWhenTheHostShowsAnotherMeanwhile)
 {
     axis.onPopup = [this] {
-        calc(shenzhen, threeMinutes, 21);
+        calc(shenzhen, threeMinutes, Korvane::IntradayPeriod);
         bus().sent.clear();
         return 1;
     };
