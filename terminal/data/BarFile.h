@@ -7,7 +7,7 @@ namespace Terminal {
 /// Reads a file of bars of days or of minutes, see readBarSheet().
 Loaded<BarSheet> readBarFile(const QString &path, const BarHints &hints);
 
-/// Reads daily bars of the security `code`, by default of any. The own form is
+/// Reads daily bars of the security `code` ("600519" or "600519.SH"), by default of any. The own form is
 /// `date,open,high,low,close,volume`, dates yyyymmdd, oldest first, volume in shares.
 Loaded<Bars> readDailyBars(const QString &path, const QString &code = {});
 

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <random>
 
 namespace Terminal {
 namespace {
@@ -241,6 +242,25 @@ TEST(BarMutations, WouldBeSeenIfTheyWereReadWrong)
     const auto sheet = readBarSheet(table.text(), QStringLiteral("a.csv"), {});
     ASSERT_TRUE(sheet);
     EXPECT_NE(sheet.value().bars[4].volume, bars[4].volume);
+}
+
+TEST(BarMutations, OfAnyBytesEndInBarsOrInARefusalByName)
+{
+    std::mt19937 random(11);
+    const auto any = [&random](int below) {
+        return static_cast<int>(random() % static_cast<unsigned>(below));
+    };
+    const QByteArray pieces = QByteArray("\0\r\n\t\",;|-.:/T9年 ", 20) + "\xFF\xFE\xEF\xBB\xBF";
+    for (int round = 0; round < 3000; ++round) {
+        QByteArray text = forms[any(3)].of(someDays()).left(200 + any(2000));
+        for (int change = any(6); change >= 0; --change) {
+            const int at = any(text.size());
+            any(2) == 0 ? text.insert(at, pieces[any(pieces.size())]) : text.remove(at, 1 + any(30));
+        }
+        const auto sheet = readBarSheet(text, QStringLiteral("a.csv"), {});
+        ASSERT_TRUE(sheet ? !sheet.value().bars.empty() : sheet.error().startsWith(QStringLiteral("a.csv:")))
+            << text.toStdString();
+    }
 }
 
 } // namespace
