@@ -41,8 +41,8 @@ void addOptions(QCommandLineParser *parser)
     parser->setApplicationDescription(text(
         "bars import: takes files of bars of days or minutes, whatever their columns are called, into a data "
         "folder. Shows them first; writes with --yes, or when you say so."));
-    parser->addPositionalArgument(QStringLiteral("import"), text("What to do."));
-    parser->addPositionalArgument(QStringLiteral("FILE..."), text("Files with bars of one security each."));
+    parser->addPositionalArgument(QStringLiteral("FILE..."), text("Files with bars of one security each."),
+                                  QStringLiteral("bars import FILE..."));
     parser->addOptions({
         {QStringLiteral("data"), text("Data folder to write into; made if it is not there."),
          QStringLiteral("DIR")},
@@ -84,9 +84,24 @@ QString takeOptions(const QCommandLineParser &parser, BarImportOptions *options)
     return {};
 }
 
+QString unitName(VolumeUnit unit)
+{
+    switch (unit) {
+    case VolumeUnit::Shares:
+        return text("shares");
+    case VolumeUnit::Lots:
+        return text("lots");
+    case VolumeUnit::TenThousandShares:
+        return text("ten thousand shares");
+    case VolumeUnit::TenThousandLots:
+        return text("ten thousand lots");
+    }
+    return {};
+}
+
 QString unitText(const BarSheet &sheet)
 {
-    const QString unit = wordOf(sheet.volumeUnit);
+    const QString unit = unitName(sheet.volumeUnit);
     switch (sheet.volumeEvidence) {
     case VolumeEvidence::OwnForm:
         return text("volume in %1, as files of this form have it").arg(unit);

@@ -9,8 +9,14 @@ namespace {
 /// Yuan in one of what amounts are written in.
 constexpr double amountUnits[] = {1, 1e3, 1e4, 1e8};
 
+/// Only where the unit of the volume is named: lots and hundred millions come to the same.
+constexpr double million = 1e6;
+
 /// So many times may a mean price be above a bar's high, or below its low, and still fit it.
 constexpr double fitting = 1.01;
+
+/// Likewise where prices are adjusted. Units differ by ten times at least.
+constexpr double fittingAdjusted = 2.2;
 
 /// Beyond so many times a bar between others that fit has a wrong amount or volume.
 constexpr double wrongAmongFitting = 1.05;
@@ -33,6 +39,9 @@ std::vector<Reading> readings(std::optional<VolumeUnit> named)
          named ? std::vector{*named} : std::vector{VolumeUnit::Shares, VolumeUnit::Lots}) {
         for (const double yuan : amountUnits) {
             all.push_back({unit, yuan / sharesIn(unit)});
+        }
+        if (named) {
+            all.push_back({unit, million / sharesIn(unit)});
         }
     }
     return all;
@@ -66,10 +75,10 @@ std::vector<double> excesses(const Bars &bars, const std::vector<double> &amount
     return all;
 }
 
-void count(const Bars &bars, const std::vector<double> &amounts, Reading *reading)
+void count(const Bars &bars, const std::vector<double> &amounts, double limit, Reading *reading)
 {
     for (const double excess : excesses(bars, amounts, reading->yuanPerShare)) {
-        reading->bars += excess > 0 && excess <= fitting ? 1 : 0;
+        reading->bars += excess > 0 && excess <= limit ? 1 : 0;
     }
 }
 
@@ -92,12 +101,12 @@ std::optional<std::size_t> wrongBar(const std::vector<double> &excesses, bool is
 } // namespace
 
 AmountCheck checkAmounts(const Bars &bars, const std::vector<double> &amounts,
-                         std::optional<VolumeUnit> named)
+                         std::optional<VolumeUnit> named, PriceKind prices)
 {
     constexpr std::size_t clearly = 5; // times as many as any other
     std::vector<Reading> all = readings(named);
     for (Reading &reading : all) {
-        count(bars, amounts, &reading);
+        count(bars, amounts, prices == PriceKind::Adjusted ? fittingAdjusted : fitting, &reading);
     }
     std::sort(all.begin(), all.end(), [](const Reading &a, const Reading &b) { return a.bars > b.bars; });
     const Reading &best = all[0];
@@ -112,7 +121,7 @@ AmountCheck checkAmounts(const Bars &bars, const std::vector<double> &amounts,
         return check;
     }
     check.unit = best.unit;
-    check.isAdjusted = !isRaw;
+    check.isAdjusted = !isRaw || prices == PriceKind::Adjusted;
     check.wrongBar = wrongBar(excesses(bars, amounts, best.yuanPerShare), check.isAdjusted);
     return check;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/data/Bar.h"
+#include "terminal/data/BarHeader.h"
 #include "terminal/data/VolumeUnit.h"
 
 #include <cstddef>
@@ -22,8 +23,9 @@ struct AmountCheck
     std::optional<std::size_t> wrongBar;
 };
 
-/// `amounts` has one for each bar, 0 where there is none. `named` is the unit that the header names.
+/// `amounts` has one for each bar, 0 where there is none. `named` is the unit that the header names. Prices
+/// that are known to be adjusted need not fit as closely.
 AmountCheck checkAmounts(const Bars &bars, const std::vector<double> &amounts,
-                         std::optional<VolumeUnit> named);
+                         std::optional<VolumeUnit> named, PriceKind prices = PriceKind::Unknown);
 
 } // namespace Terminal

@@ -30,12 +30,12 @@ constexpr ColumnNames columnNames[] = {
      "time datetime tradetime tradingtime timestamp timetag bartime eob 时间 交易时间 成交时间 "
      "日期时间 时刻"},
     {BarColumn::Open, "open openprice openpx o 开盘 开盘价 今开 今开盘 开盘价格 opnprc"},
-    {BarColumn::High, "high highprice highest highestprice highpx max h 最高 最高价 最高价格 hiprc"},
-    {BarColumn::Low, "low lowprice lowest lowestprice lowpx min l 最低 最低价 最低价格 loprc"},
+    {BarColumn::High, "high highprice highest highestprice highpx max h 最高 高 最高价 最高价格 hiprc"},
+    {BarColumn::Low, "low lowprice lowest lowestprice lowpx min l 最低 低 最低价 最低价格 loprc"},
     {BarColumn::Close,
      "close closeprice closingprice closepx closelast c 收盘 收盘价 今收 今收盘 收盘价格 clsprc"},
     {BarColumn::Volume, "volume vol v tradevolume tradevol tradingvolume turnovervolume turnovervol 成交量 "
-                        "成交股数 成交数量 总手 总成交量 dnshrtrd"},
+                        "交易量 成交股数 成交数量 总手 总成交量 dnshrtrd"},
     {BarColumn::Amount,
      "amount amt money tradeamount tradingamount tradevalue value turnovervalue totalturnover "
      "成交额 成交金额 金额 总金额 总成交额 dnvaltrd"},
@@ -146,13 +146,6 @@ bool BarColumns::isUnknown(std::size_t place) const
 {
     return std::find(m_places.begin(), m_places.end(), std::optional(place)) == m_places.end() &&
            std::find(m_codePlaces.begin(), m_codePlaces.end(), place) == m_codePlaces.end();
-}
-
-bool BarColumns::isNameless(std::size_t place) const
-{
-    const QString plain = plainName(m_names.at(static_cast<int>(place)));
-    return plain.isEmpty() || plain == QLatin1String("unnamed:0") || plain == QLatin1String("index") ||
-           plain == QLatin1String("price"); // names the table, not the column
 }
 
 QStringList BarColumns::unknown() const

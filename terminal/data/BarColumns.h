@@ -54,8 +54,8 @@ public:
     std::size_t count() const { return m_names.size(); }
     /// As the file writes it.
     QString header(BarColumn column) const { return m_names.at(static_cast<int>(place(column))); }
-    /// True for a column whose name is left empty, or is that of a table's index.
-    bool isNameless(std::size_t place) const;
+    /// True for a column whose name says nothing, or that has none.
+    bool isUnknown(std::size_t place) const;
     /// The names of the columns that nothing is known of.
     QStringList unknown() const;
 
@@ -73,7 +73,6 @@ private:
     static std::size_t index(BarColumn column) { return static_cast<std::size_t>(column); }
     QString takeCell(std::size_t place, const QString &cell);
     QString set(BarColumn column, std::size_t place, const QString &cell);
-    bool isUnknown(std::size_t place) const;
 
     std::array<std::optional<std::size_t>, barColumnCount> m_places;
     std::vector<std::size_t> m_codePlaces;

@@ -94,7 +94,7 @@ private:
     QString takeRow();
     QString findStamps();
     QString addStamp(BarColumn column);
-    bool isUnnamedDay() const;
+    std::optional<std::size_t> placeOfDay() const;
     QString readStamp(Bar *bar) const;
     QString readStampCell(const StampColumn &column, Bar *bar) const;
     QString readPrices(Bar *bar) const;
@@ -191,8 +191,8 @@ QString RowReader::takeRow()
 /// The first row shows which columns tell the day and the time, and how.
 QString RowReader::findStamps()
 {
-    if (!m_columns.has(BarColumn::Date) && !m_columns.has(BarColumn::Time) && isUnnamedDay()) {
-        m_columns.name(0, BarColumn::Date);
+    if (const auto place = placeOfDay()) {
+        m_columns.name(*place, BarColumn::Date);
     }
     QString problem = addStamp(BarColumn::Date);
     if (problem.isEmpty()) {
@@ -213,11 +213,20 @@ QString RowReader::findStamps()
     return {};
 }
 
-/// A table whose rows are named by days has no name for that column.
-bool RowReader::isUnnamedDay() const
+/// Where no name tells the column of the day: the only one of an unknown name that holds one.
+std::optional<std::size_t> RowReader::placeOfDay() const
 {
-    const auto form = BarStampForm::of(m_cells.front());
-    return form && form->hasDate() && m_columns.isNameless(0);
+    if (m_columns.has(BarColumn::Date) || m_columns.has(BarColumn::Time)) {
+        return std::nullopt;
+    }
+    std::vector<std::size_t> places;
+    for (std::size_t place = 0; place < m_cells.size(); ++place) {
+        const auto form = m_columns.isUnknown(place) ? BarStampForm::of(m_cells[place]) : std::nullopt;
+        if (form && form->hasDate()) {
+            places.push_back(place);
+        }
+    }
+    return places.size() == 1 ? std::optional(places.front()) : std::nullopt;
 }
 
 QString RowReader::addStamp(BarColumn column)

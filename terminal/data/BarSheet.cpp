@@ -184,7 +184,7 @@ QString sayUnit()
 /// The unit by the amounts; by what is told where they tell nothing.
 LineProblem settleByAmounts(const BarRows &rows, std::optional<VolumeUnit> told, BarSheet *sheet)
 {
-    const AmountCheck check = checkAmounts(rows.bars, rows.amounts, told);
+    const AmountCheck check = checkAmounts(rows.bars, rows.amounts, told, sheet->prices);
     if (check.wrongBar) {
         return {rows.lines[*check.wrongBar],
                 text("amount ÷ volume is far from the prices: is a decimal point in the wrong place?")};
@@ -195,7 +195,7 @@ LineProblem settleByAmounts(const BarRows &rows, std::optional<VolumeUnit> told,
         sheet->prices = check.isAdjusted ? PriceKind::Adjusted : sheet->prices;
         return {};
     }
-    if (told && checkAmounts(rows.bars, rows.amounts, {}).unit) {
+    if (told && checkAmounts(rows.bars, rows.amounts, {}, sheet->prices).unit) {
         return {
             rows.lines.front(),
             text("the volume is said to be in %1, but amount ÷ volume is no such price").arg(wordOf(*told))};

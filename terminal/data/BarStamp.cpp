@@ -56,6 +56,12 @@ bool isDigit(char character)
     return character >= '0' && character <= '9';
 }
 
+/// Some write the day of the week after a comma: 2024-01-31,三.
+std::string_view withoutWeekday(std::string_view cell)
+{
+    return cell.substr(0, cell.find(','));
+}
+
 /// The numbers of a cell in order, with their digits.
 using Runs = std::vector<std::string_view>;
 
@@ -176,6 +182,7 @@ bool isExchangeTime(std::string_view shape, const Runs &runs)
 
 std::optional<BarStampForm> BarStampForm::of(std::string_view cell)
 {
+    cell = withoutWeekday(cell);
     BarStampForm form;
     form.m_shape = cell.size() <= longestCell ? shapeOf(cell) : std::string();
     const Form *const row = formOf(form.m_shape);
@@ -189,6 +196,7 @@ std::optional<BarStampForm> BarStampForm::of(std::string_view cell)
 
 std::optional<BarStamp> BarStampForm::read(std::string_view cell) const
 {
+    cell = withoutWeekday(cell);
     if (cell.size() > longestCell || shapeOf(cell) != m_shape) {
         return std::nullopt;
     }

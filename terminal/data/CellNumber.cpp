@@ -54,7 +54,11 @@ bool isCut(const QByteArray &cell)
 /// True for digits in groups of three, as many as there are before a decimal point.
 bool isGrouped(const QByteArray &cell)
 {
-    const QList<QByteArray> groups = cell.left(cell.indexOf('.')).split(',');
+    const int pointAt = cell.indexOf('.');
+    if (pointAt >= 0 && cell.indexOf(',', pointAt) >= 0) {
+        return false;
+    }
+    const QList<QByteArray> groups = (pointAt < 0 ? cell : cell.left(pointAt)).split(',');
     for (int i = 1; i < groups.size(); ++i) {
         if (groups[i].size() != 3) {
             return false;
@@ -69,6 +73,10 @@ std::optional<double> numberOf(std::string_view cell)
 {
     if (const auto number = shortNumber(cell)) {
         return number;
+    }
+    const bool hasGroups = cell.find(',') != std::string_view::npos;
+    if (hasGroups && cell.find('.') != std::string_view::npos) {
+        return countOf(cell);
     }
     const auto text = QByteArray::fromRawData(cell.data(), static_cast<int>(cell.size()));
     bool isNumber = false;

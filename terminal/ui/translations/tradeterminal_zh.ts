@@ -250,10 +250,6 @@
         <translation>bars import：把日线或分钟线文件（不论列名怎么写）收入数据文件夹。先显示内容；加 --yes 或您同意后才写入。</translation>
     </message>
     <message>
-        <source>What to do.</source>
-        <translation>要做的事。</translation>
-    </message>
-    <message>
         <source>Files with bars of one security each.</source>
         <translation>K线文件，每个文件一只证券。</translation>
     </message>
@@ -308,6 +304,22 @@
     <message>
         <source>--day must be a date of the form yyyymmdd</source>
         <translation>--day 应为 yyyymmdd 形式的日期</translation>
+    </message>
+    <message>
+        <source>shares</source>
+        <translation>股</translation>
+    </message>
+    <message>
+        <source>lots</source>
+        <translation>手</translation>
+    </message>
+    <message>
+        <source>ten thousand shares</source>
+        <translation>万股</translation>
+    </message>
+    <message>
+        <source>ten thousand lots</source>
+        <translation>万手</translation>
     </message>
     <message>
         <source>volume in %1, as files of this form have it</source>

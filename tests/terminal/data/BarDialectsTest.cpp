@@ -110,6 +110,32 @@ const Dialect dailyDialects[] = {
              .of(bars);
      },
      PriceKind::Unknown, VolumeEvidence::Amounts, "000001.SZ"},
+    {"adjustedAsTheFlagSays",
+     [](const Bars &bars) {
+         return FormOfDays("date,code,open,high,low,close,volume,amount,adjustflag",
+                           "{iso},sz.000001,{o},{h},{l},{c},{v},{lessYuan},2")
+             .of(bars);
+     },
+     PriceKind::Adjusted, VolumeEvidence::Amounts, "000001.SZ"},
+    {"groupsOfDigits",
+     [](const Bars &bars) {
+         return FormOfDays("交易时间,开盘价,最高价,最低价,收盘价,成交量,成交额",
+                           "{iso},{o},{h},{l},{c},\"{grouped}\",{yuan}")
+             .of(bars);
+     }},
+    {"dayOfAnUnknownName",
+     [](const Bars &bars) {
+         return FormOfDays("code,name,time_key,open,close,high,low,volume,amount",
+                           "SZ.000001,平安银行,{iso} 00:00:00,{o},{c},{h},{l},{v},{yuan}")
+             .of(bars);
+     },
+     PriceKind::Unknown, VolumeEvidence::Amounts, "000001.SZ"},
+    {"weekdayAndMillions",
+     [](const Bars &bars) {
+         return FormOfDays("时间\t开盘\t最高\t最低\t收盘\t总手\t金额(百万)",
+                           "{iso},五\t{o}\t{h}\t{l}\t{c}\t{lots0}\t{millions}")
+             .of(bars);
+     }},
     {"floatingNoise",
      [](const Bars &bars) {
          return FormOfDays("date,open,high,low,close,volume,amount",

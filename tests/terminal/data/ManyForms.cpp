@@ -4,6 +4,7 @@
 
 #include <QDate>
 #include <QList>
+#include <QLocale>
 
 #include <algorithm>
 #include <cmath>
@@ -119,6 +120,9 @@ QByteArray FormOfDays::row(const Bar &bar, double previousClose) const
         {"{lots}", QByteArray::number(bar.volume / 100, 'f', 2)},
         {"{lots0}", QByteArray::number(bar.volume / 100, 'f', 0)},
         {"{v4}", QByteArray::number(bar.volume / 10000, 'f', 4)},
+        {"{grouped}", QLocale(QLocale::English).toString(bar.volume, 'f', 0).toLatin1()},
+        {"{lessYuan}", QByteArray::number(amount * 0.8, 'f', 2)},
+        {"{millions}", QByteArray::number(amount / 1e6, 'f', 6)},
         {"{yuan}", QByteArray::number(amount, 'f', 2)},
         {"{thousands}", QByteArray::number(amount / 1000, 'f', 4)},
         {"{yuan4}", QByteArray::number(amount / 10000, 'f', 4)},

@@ -18,7 +18,9 @@ Bars someMinutes();
 ///     {hhmm} {hh:mm}              0931, 09:31
 ///     {o} {h} {l} {c} {p}         prices with two decimals; {p} is the close before
 ///     {v} {lots} {lots0} {v4}     volume in shares, in lots (with decimals, without), in ten thousands
+///     {grouped}                   volume in shares, "1,234,500"
 ///     {yuan} {thousands} {yuan4}  amount in yuan, thousands, ten thousands
+///     {millions} {lessYuan}       amount in millions; a fifth less than the prices say
 class FormOfDays
 {
 public:
