@@ -347,7 +347,7 @@ int main(int argc, char *argv[])
     EndPoint asker(nullptr);
     asker.connect(directory.path());
     runUntil([&] { return asker.isConnected(); });
-    asker.setRequestTimeout(200);
+    asker.setRequestTimeout(std::chrono::milliseconds(200));
     checkFirst(asker);
 
     const QByteArray question(questionBytes, 'q');

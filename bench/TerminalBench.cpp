@@ -127,7 +127,7 @@ public:
         chart.setData(data);
         if (overlayToShow != nullptr) {
             overlay = std::make_shared<OverlayHandle>(marks = overlayToShow);
-            overlay->calc(hostSecurity(data.security, 1), hostBars(data.bars), 4);
+            overlay->calc(hostSecurity(data.security, 1), hostBars(data.bars), Korvane::DayPeriod);
             item = std::make_unique<OverlayItem>(&chart, overlay, &sprites);
             item->attach(&chart);
         }

@@ -14,11 +14,10 @@ namespace LocalCommunication {
 /// says that its speaker is there, and, when that one is gone, that it is not: a program that has many
 /// listeners announces itself with one of these.
 ///
-///  1. start() joins the bus over a connection of its own and returns at once. The word is said after every
-///  join.
-///  2. When the connection is lost, the broker says the farewell in the place of this object: at once when
-///  the
-///     program ends or crashes, after a minute and a half when its machine or network is gone.
+///  1. start() joins the bus over a connection of its own and returns at once. The word is said after
+///     every join.
+///  2. When the connection is lost, the broker says the farewell in the place of this object: at once
+///     when the program ends or crashes, after a minute and a half when its machine or network is gone.
 ///  3. stop() or the destructor says the farewell.
 ///
 /// A broker may keep no messages, or none here. That is told once, in the log and by notKept(); the word and
@@ -31,8 +30,8 @@ public:
     /// Where it is said, and what. One place has one speaker at a time; an older word there is replaced.
     struct Notice
     {
-        QByteArray channel;
-        QByteArray topic;
+        QByteArray channel;  ///< of those who are to hear it
+        QByteArray topic;    ///< by which they know it
         QByteArray word;     ///< not empty: an empty one would take the old word away
         QByteArray farewell; ///< not empty
     };

@@ -6,9 +6,7 @@
 #include "endpoint/OwedAnswers_p.h"
 #include "endpoint/TopicPath_p.h"
 
-#include <QDeadlineTimer>
 #include <QHash>
-#include <QPointer>
 #include <QVector>
 
 #include <algorithm>
@@ -16,12 +14,11 @@
 
 namespace LocalCommunication {
 
+using namespace std::chrono_literals;
+
 namespace {
 
-constexpr std::chrono::seconds defaultRequestTimeout{3};
-
-/// How long messages are handed over in one turn of the event loop: the user's input waits as long.
-constexpr std::chrono::milliseconds deliveryShare{8};
+constexpr auto defaultRequestTimeout = 3s;
 
 } // namespace
 
@@ -31,7 +28,7 @@ public:
     explicit Private(EndPoint *endPoint) : q(endPoint), session(endPoint) {}
 
     QVector<QByteArray> route(const QVector<TopicName> &names, const QByteArray &prefix);
-    void deliver();
+    void deliver(const BusMessage &message);
     QByteArray replyChannelOf(const BusMessage &message, const TopicName &name);
     bool answer(const QByteArray &channel, const QByteArray &payload);
 
@@ -46,7 +43,8 @@ public:
 
 EndPoint::EndPoint(QObject *parent) : QObject(parent), d(std::make_unique<Private>(this))
 {
-    QObject::connect(&d->session, &MqttSession::messagesArrived, this, [this] { d->deliver(); });
+    QObject::connect(&d->session, &MqttSession::messageArrived, this,
+                     [this](const BusMessage &message) { d->deliver(message); });
     QObject::connect(&d->session, &MqttSession::ready, this, &EndPoint::ready);
 }
 
@@ -115,9 +113,9 @@ QByteArray EndPoint::request(QByteArray topic, QByteArray payload)
                               d->requestTimeout);
 }
 
-void EndPoint::setRequestTimeout(int milliseconds)
+void EndPoint::setRequestTimeout(std::chrono::milliseconds timeout)
 {
-    d->requestTimeout = std::chrono::milliseconds(std::max(0, milliseconds));
+    d->requestTimeout = std::max(0ms, timeout);
 }
 
 bool EndPoint::isConnected() const
@@ -142,22 +140,14 @@ QVector<QByteArray> EndPoint::Private::route(const QVector<TopicName> &names, co
     return paths;
 }
 
-/// Every message is taken before it is handed over: the receiver may ask, leave the bus, run an event
-/// loop of its own or destroy the endpoint. What is left when the turn's share of time is over is announced
-/// again.
-void EndPoint::Private::deliver()
+/// The last thing that happens: the receiver may ask, leave the bus, run an event loop of its own or destroy
+/// the endpoint.
+void EndPoint::Private::deliver(const BusMessage &message)
 {
-    const QPointer<EndPoint> alive(q);
-    const QDeadlineTimer endOfShare(deliveryShare);
-    while (alive && !endOfShare.hasExpired()) {
-        const std::optional<BusMessage> message = session.takeMessage();
-        if (!message) {
-            return;
-        }
-        const auto name = namesByPath.constFind(message->path);
-        if (name != namesByPath.constEnd()) {
-            Q_EMIT q->messageReceived(name->topic, message->payload, replyChannelOf(*message, *name));
-        }
+    const auto name = namesByPath.constFind(message.path);
+    if (name != namesByPath.constEnd()) {
+        const TopicName known = *name;
+        Q_EMIT q->messageReceived(known.topic, message.payload, replyChannelOf(message, known));
     }
 }
 

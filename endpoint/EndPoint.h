@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QString>
 
+#include <chrono>
 #include <cstddef>
 #include <memory>
 
@@ -50,14 +51,15 @@ public:
     bool sendMessage(QByteArray channel, QByteArray topic, QByteArray payload);
 
     /// Asks on channel "Global" and blocks until the answer comes. Empty on time-out (3 s) or without
-    /// a bus. Messages that arrive meanwhile are delivered afterwards, in order. An endpoint of the
-    /// same thread cannot answer while this call blocks it.
+    /// a bus. After a time-out it asks, but blocks for 5 ms only, until somebody answers again. Messages that
+    /// arrive meanwhile are delivered afterwards, in order. An endpoint of the same thread cannot answer
+    /// while this call blocks it.
     QByteArray request(QByteArray topic, QByteArray payload);
 
     // What follows is our own client's; overlays must do without it.
 
-    /// Time-out of request() in milliseconds.
-    void setRequestTimeout(int milliseconds);
+    /// Time-out of request(); 3 s at first.
+    void setRequestTimeout(std::chrono::milliseconds timeout);
 
     /// True while the bus has accepted this client.
     bool isConnected() const;

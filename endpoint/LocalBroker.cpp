@@ -91,6 +91,7 @@ public:
     BrokerProcess process;
     BrokerProbe probe; // while it is Running
     Clock::time_point launched;
+    bool hangs = false; // the process, which is being ended
     Retry retry;
 };
 
@@ -288,6 +289,7 @@ void LocalBroker::Private::launch()
         return;
     }
     launched = Clock::now();
+    hangs = false;
     enter(Stage::Launching);
 }
 
@@ -307,6 +309,7 @@ void LocalBroker::Private::checkReadiness()
 void LocalBroker::Private::handleHanging()
 {
     qCWarning(lcBus, "The broker does not answer any more; it is ended");
+    hangs = true;
     process.kill();
 }
 
@@ -321,7 +324,8 @@ void LocalBroker::Private::handleEnd(const QString &lastWords)
         retry.reset();
     }
     qCWarning(lcBus, "The broker has ended%s; it is started again", qUtf8Printable(reason));
-    enter(Stage::Retrying);
+    enter(Stage::Retrying,
+          hangs ? QStringLiteral("The broker did not answer any more; another one is started") : QString());
 }
 
 void LocalBroker::Private::fail(const QString &why)

@@ -32,7 +32,7 @@ public:
         Running,   ///< the child of this object serves the bus
         Reused,    ///< the broker of another terminal does
         Elsewhere, ///< endpoint.ini names the broker; there is nothing to do here
-        Failed,    ///< problem() tells why; tried again unless the address itself is wrong
+        Failed,    ///< problem() tells why: it cannot start, or hung; tried again unless the address is wrong
     };
     Q_ENUM(State)
 

@@ -32,7 +32,10 @@ constexpr auto longestStall = 100ms;
 constexpr auto longestFarewell = 2s;
 
 constexpr int atMostOnce = 0;
-constexpr int atLeastOnce = 1;     // the one that has a receipt
+constexpr int atLeastOnce = 1; // the one that has a receipt
+/// Brokers elsewhere limit the size of a packet.
+constexpr int largestSubscription = 16 << 10;
+
 constexpr int firstRefusal = 0x80; // of MQTT 5's reason codes
 
 int qualityOf(const BusMessage &message)
@@ -103,6 +106,16 @@ QString errorText(int code)
         text.chop(1);
     }
     return text;
+}
+
+/// From "OpenSSL Error[0]: error:0A000086:SSL routines::certificate verify failed".
+QString tlsReasonIn(const QString &line)
+{
+    QString reason = line.section(QLatin1Char(':'), -1).trimmed();
+    if (reason.contains(QLatin1String("certificate verify failed"))) {
+        reason += QStringLiteral(" (it is out of date, or the authority of ca_file has not signed it)");
+    }
+    return reason;
 }
 
 /// False when nothing happens for so long that it is not waited for any more.
@@ -203,6 +216,14 @@ struct MqttConnection::Callbacks
         static_cast<MqttConnection *>(self)->m_received.push_back(std::move(copy));
     }
 
+    /// Of an error of TLS the library's result says no more than that there was one.
+    static void logged(mosquitto *, void *self, int level, const char *text)
+    {
+        if (level == MOSQ_LOG_ERR) {
+            static_cast<MqttConnection *>(self)->m_tlsReason = tlsReasonIn(QString::fromLocal8Bit(text));
+        }
+    }
+
     static void sent(mosquitto *, void *self, int packet, int reason, const mosquitto_property *)
     {
         auto *connection = static_cast<MqttConnection *>(self);
@@ -221,16 +242,24 @@ void MqttConnection::HandleDeleter::operator()(mosquitto *handle) const
     mosquitto_destroy(handle);
 }
 
+/// The library makes a pair of sockets for each.
+MqttConnection::Handle MqttConnection::newHandle(const QByteArray &clientId, MqttConnection *self)
+{
+    const Platform::SocketPairGuard kept;
+    return Handle(mosquitto_new(clientId.constData(), true, self));
+}
+
 MqttConnection::MqttConnection(BusAddress address, const QByteArray &clientId,
                                const std::optional<BusMessage> &will)
     : m_address(std::move(address))
 {
     initializeLibrary();
-    m_handle.reset(mosquitto_new(clientId.constData(), true, this));
+    m_handle = newHandle(clientId, this);
     mosquitto_connect_v5_callback_set(m_handle.get(), &Callbacks::connected);
     mosquitto_disconnect_v5_callback_set(m_handle.get(), &Callbacks::disconnected);
     mosquitto_subscribe_v5_callback_set(m_handle.get(), &Callbacks::subscribed);
     mosquitto_message_v5_callback_set(m_handle.get(), &Callbacks::received);
+    mosquitto_log_callback_set(m_handle.get(), &Callbacks::logged);
     mosquitto_publish_v5_callback_set(m_handle.get(), &Callbacks::sent);
     m_error = configure(will);
 }
@@ -280,7 +309,7 @@ MqttConnection::Opened MqttConnection::open(const QByteArray &host)
                                                      static_cast<int>(noKeepAlive.count()), nullptr, nullptr)
                          : mosquitto_connect_async(m_handle.get(), host.constData(), m_address.port,
                                                    static_cast<int>(tcpKeepAlive.count()));
-    if (isLocal() && code == MOSQ_ERR_ERRNO && errno == EAGAIN) {
+    if (isLocal() && code == MOSQ_ERR_ERRNO && Platform::isCrowded(errno)) {
         return Opened::Busy;
     }
     if (!succeeded(code)) {
@@ -347,6 +376,24 @@ bool MqttConnection::keepAlive()
 
 bool MqttConnection::subscribe(const QVector<QByteArray> &paths)
 {
+    QVector<QByteArray> packet;
+    int bytes = 0;
+    for (const QByteArray &path : paths) {
+        if (bytes + path.size() > largestSubscription && !packet.isEmpty()) {
+            if (!subscribeAtOnce(packet)) {
+                return false;
+            }
+            packet.clear();
+            bytes = 0;
+        }
+        packet.append(path);
+        bytes += path.size();
+    }
+    return subscribeAtOnce(packet);
+}
+
+bool MqttConnection::subscribeAtOnce(const QVector<QByteArray> &paths)
+{
     std::vector<char *> filters;
     for (const QByteArray &path : paths) {
         filters.push_back(const_cast<char *>(path.constData())); // the library's signature lacks a const
@@ -389,6 +436,9 @@ bool MqttConnection::succeeded(int code)
         return true;
     }
     m_error = errorText(code);
+    if (!m_tlsReason.isEmpty()) {
+        m_error += QStringLiteral(": ") + m_tlsReason;
+    }
     if (code == MOSQ_ERR_CONN_LOST && isLocal() && !m_accepted) {
         m_error += QStringLiteral(" (a line ALL: ALL in /etc/hosts.deny has this effect too)");
     }

@@ -50,7 +50,7 @@ public:
     bool write();
     bool keepAlive();
 
-    /// One packet for the whole list. False as for publish().
+    /// One packet for the whole list unless that is very long. False as for publish().
     bool subscribe(const QVector<QByteArray> &paths);
 
     /// False when the library refused, or found the connection lost: descriptor() is -1 then. error() tells
@@ -81,15 +81,19 @@ private:
         void operator()(mosquitto *handle) const;
     };
 
+    using Handle = std::unique_ptr<mosquitto, HandleDeleter>;
+
+    static Handle newHandle(const QByteArray &clientId, MqttConnection *self);
     bool isLocal() const { return m_address.transport == BusAddress::Transport::UnixSocket; }
     QString configure(const std::optional<BusMessage> &will);
     int configureTls();
     bool hasReachedBroker();
+    bool subscribeAtOnce(const QVector<QByteArray> &paths);
     bool succeeded(int code);
     bool isAliveAfter(int code);
 
     const BusAddress m_address;
-    std::unique_ptr<mosquitto, HandleDeleter> m_handle;
+    Handle m_handle;
 
     bool m_accepted = false;
     bool m_refused = false;
@@ -100,6 +104,7 @@ private:
     std::deque<QString> m_receipts;
     int m_sentCount = 0;
     QString m_error;
+    QString m_tlsReason; // of the last error in the library's own words
     QString m_brokersReason;
 };
 

@@ -13,6 +13,7 @@
 #include <QRandomGenerator>
 #include <QUuid>
 
+#include <algorithm>
 #include <poll.h>
 #include <unistd.h>
 
@@ -24,8 +25,6 @@ namespace {
 
 constexpr Retry::Pace pace{50ms, 2s, 2};
 
-/// How often a broker that has too many callers at once is tried before it counts as one that hangs.
-constexpr int mostTriesInCrowd = 500;
 constexpr auto timeInCrowd = 1ms;
 
 /// A broker that hangs takes connections but never answers.
@@ -39,6 +38,9 @@ constexpr auto keepAliveInterval = 1s;
 
 /// Messages handled in one turn of the event loop, so that a flood leaves room for the user's input.
 constexpr int mostReadsInATurn = 64;
+
+/// For an answer of somebody who is believed to hang; one that comes later tells that he does not.
+constexpr std::chrono::milliseconds patienceWithSilence = 5ms;
 
 QByteArray newClientId()
 {
@@ -60,16 +62,15 @@ MqttSession::MqttSession(QObject *parent)
       m_clientId(newClientId()),
       m_lookup(this),
       m_retry(pace),
-      m_keepAliveTimer(this)
+      m_keepAliveTimer(this),
+      m_inbox(this)
 {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
     m_keepAliveTimer.setInterval(keepAliveInterval);
     connect(&m_timer, &QTimer::timeout, this, &MqttSession::handleTimeout);
     connect(&m_keepAliveTimer, &QTimer::timeout, this, &MqttSession::keepAlive);
-    m_announceTimer.setSingleShot(true);
-    m_announceTimer.setInterval(0);
-    connect(&m_announceTimer, &QTimer::timeout, this, &MqttSession::announce);
+    connect(&m_inbox, &Inbox::delivered, this, &MqttSession::messageArrived);
     connect(&m_lookup, &HostLookup::found, this, &MqttSession::connectTo);
     connect(&m_lookup, &HostLookup::failed, this, &MqttSession::loseConnection);
 }
@@ -234,7 +235,7 @@ bool MqttSession::isTrustedBroker() const
 /// The connection stays: so many callers at once need its handle again in a moment.
 void MqttSession::waitForRoom()
 {
-    if (++m_triesInCrowd > mostTriesInCrowd) {
+    if (++m_triesInCrowd > Platform::mostTriesInCrowd) {
         loseConnection(QStringLiteral("the broker does not accept connections"));
     } else {
         enter(State::Crowded);
@@ -279,7 +280,7 @@ void MqttSession::reportUnsent() const
 void MqttSession::subscribe(const QVector<QByteArray> &paths)
 {
     m_subscriptions += paths;
-    if (isConnected() && !isHolding()) {
+    if (isConnected() && !isHolding() && !paths.isEmpty()) {
         subscribeNow(paths);
     }
 }
@@ -384,8 +385,11 @@ void MqttSession::collect()
 void MqttSession::takeIn(BusMessage &&message)
 {
     if (message.path != m_replyPath) {
-        m_inbox.push_back(std::move(message));
-    } else if (m_request) {
+        m_inbox.add(std::move(message));
+        return;
+    }
+    m_isUnanswered = false;
+    if (m_request) {
         m_request->take(message);
     }
 }
@@ -403,20 +407,9 @@ void MqttSession::announce()
         m_receipts.pop_front();
         Q_EMIT receiptCame(receipt);
     }
-    if (!alive || m_inbox.empty()) {
-        return;
+    if (alive) {
+        m_inbox.run();
     }
-    if (m_inbox.size() > 1) { // should a receiver run an event loop, the messages after its own go on there
-        announceSoon();
-    }
-    Q_EMIT messagesArrived();
-}
-
-/// In a turn of the event loop of its own, after the user's input: an event that is posted would still belong
-/// to this one.
-void MqttSession::announceSoon()
-{
-    m_announceTimer.start();
 }
 
 void MqttSession::updateWriteWatch()
@@ -424,16 +417,6 @@ void MqttSession::updateWriteWatch()
     if (isConnected()) {
         m_watch->setWatchesWriting(m_connection->wantsToWrite());
     }
-}
-
-std::optional<BusMessage> MqttSession::takeMessage()
-{
-    if (m_inbox.empty()) {
-        return std::nullopt;
-    }
-    std::optional<BusMessage> message(std::move(m_inbox.front()));
-    m_inbox.pop_front();
-    return message;
 }
 
 // Sending ---------------------------------------------------------------------------------------
@@ -482,20 +465,29 @@ void MqttSession::warnNotSent(const QByteArray &path, const QString &why)
 QByteArray MqttSession::request(const QByteArray &path, const QByteArray &payload,
                                 std::chrono::milliseconds timeout)
 {
-    m_request.emplace(QByteArray::number(++m_questions), timeout);
+    m_request.emplace(QByteArray::number(++m_questions), patience(timeout));
     joinCrowd(*m_request);
     if (publish({path, payload, m_replyPath, m_request->correlation()})) {
         while (isConnected() && !m_request->isOver()) {
             waitForTraffic(m_request->remainingTime());
         }
+        m_isUnanswered = isConnected() && !m_request->isAnswered();
     }
     updateWriteWatch();
-    if (!m_inbox.empty() || m_readyIsDue) {
-        announceSoon();
+    m_inbox.runSoon();
+    if (m_readyIsDue) {
+        QTimer::singleShot(0, this, &MqttSession::announce);
     }
     const QByteArray answer = m_request->answer();
     m_request.reset();
     return answer;
+}
+
+/// A module that hangs is not waited for at every notification, or the window would stand still for as long
+/// as they come.
+std::chrono::milliseconds MqttSession::patience(std::chrono::milliseconds timeout) const
+{
+    return m_isUnanswered ? std::min(timeout, patienceWithSilence) : timeout;
 }
 
 /// A crowded broker takes a caller after a millisecond or two.

@@ -3,6 +3,7 @@
 #include "endpoint/BusAddress.h"
 #include "endpoint/BusMessage_p.h"
 #include "endpoint/HostLookup_p.h"
+#include "endpoint/Inbox_p.h"
 #include "endpoint/MqttConnection_p.h"
 #include "endpoint/OpenRequest_p.h"
 #include "endpoint/OutageLog_p.h"
@@ -56,17 +57,18 @@ public:
     bool publish(const BusMessage &message);
 
     /// Publishes a question and waits for its answer. Empty when none came in time. Other messages that
-    /// come meanwhile are announced after the return.
+    /// come meanwhile are delivered after the return.
+    ///
+    /// Nobody is waited for again and again: after a question that nobody answered the next ones are asked,
+    /// too, but waited for only a few milliseconds, until an answer comes, be it a late one.
     QByteArray request(const QByteArray &path, const QByteArray &payload, std::chrono::milliseconds timeout);
-
-    /// The oldest message that nobody took yet.
-    std::optional<BusMessage> takeMessage();
 
     /// Writes a warning about a message that did not make it, unless there were too many recently.
     void warnNotSent(const QByteArray &path, const QString &why);
 
 Q_SIGNALS:
-    void messagesArrived();
+    /// A message on a path that is subscribed to.
+    void messageArrived(const LocalCommunication::BusMessage &message);
     void ready();
 
     /// The broker's word on a message that it was to keep: empty, or why it does not.
@@ -110,12 +112,12 @@ private:
     void collect();
     void takeIn(BusMessage &&message);
     void announce();
-    void announceSoon();
     void updateWriteWatch();
 
     bool isHolding() const { return !isLocal() && !isJoined(); }
     void sendHeld();
     void joinCrowd(const OpenRequest &request);
+    std::chrono::milliseconds patience(std::chrono::milliseconds timeout) const;
     void waitForTraffic(std::chrono::milliseconds time);
 
     // for as long as it is open
@@ -140,10 +142,10 @@ private:
     bool m_readyIsDue = false;
 
     std::deque<QString> m_receipts;
-    std::deque<BusMessage> m_inbox;
-    QTimer m_announceTimer; // for what is left in the inbox when a turn of the event loop has had its share
+    Inbox m_inbox;
     quint64 m_questions = 0;
     std::optional<OpenRequest> m_request;
+    bool m_isUnanswered = false; // the last question that was waited for
 };
 
 } // namespace LocalCommunication

@@ -25,6 +25,8 @@ public:
     /// True when the answer is there or can no longer come in time.
     bool isOver() const { return m_answer || m_deadline.hasExpired(); }
 
+    bool isAnswered() const { return m_answer.has_value(); }
+
     /// Rounded up, so that who waits that long has waited long enough.
     std::chrono::milliseconds remainingTime() const;
 

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QHash>
 
+#include <cstddef>
 #include <deque>
 #include <optional>
 

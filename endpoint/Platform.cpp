@@ -5,6 +5,7 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/ioctl.h>
@@ -20,6 +21,22 @@
 #endif
 
 namespace LocalCommunication::Platform {
+
+namespace {
+
+/// A local socket without a name whose other end has none either.
+bool isEndOfPair(int descriptor)
+{
+    sockaddr_un own{};
+    sockaddr_un peer{};
+    socklen_t ownSize = sizeof own;
+    socklen_t peerSize = sizeof peer;
+    return ::getsockname(descriptor, reinterpret_cast<sockaddr *>(&own), &ownSize) == 0 &&
+           ::getpeername(descriptor, reinterpret_cast<sockaddr *>(&peer), &peerSize) == 0 &&
+           own.sun_family == AF_UNIX && own.sun_path[0] == '\0' && peer.sun_path[0] == '\0';
+}
+
+} // namespace
 
 QString socketPathProblem(const QString &path)
 {
@@ -60,6 +77,23 @@ void closeOnExec(int descriptor)
     ::fcntl(descriptor, F_SETFD, FD_CLOEXEC);
 }
 
+SocketPairGuard::SocketPairGuard() : m_lowest(::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0))
+{
+    ::close(m_lowest);
+}
+
+/// New descriptors are the lowest free ones. The few that are looked at leave room for those of other
+/// threads.
+SocketPairGuard::~SocketPairGuard()
+{
+    constexpr int mostLookedAt = 16;
+    for (int descriptor = m_lowest; descriptor < m_lowest + mostLookedAt; ++descriptor) {
+        if (isEndOfPair(descriptor)) {
+            closeOnExec(descriptor);
+        }
+    }
+}
+
 void closeDescriptorsBut(int kept)
 {
     constexpr rlim_t mostEverOpen = 65536; // where the system sets no limit
@@ -74,6 +108,13 @@ void closeDescriptorsBut(int kept)
 }
 
 #ifdef Q_OS_LINUX
+
+const int mostTriesInCrowd = 500;
+
+bool isCrowded(int error)
+{
+    return error == EAGAIN;
+}
 
 /// Without the variable Qt would take a directory in /tmp, and whoever makes that one first keeps its user
 /// off the bus.
@@ -107,6 +148,14 @@ void endWithParent(pid_t parent)
 }
 
 #else
+
+const int mostTriesInCrowd = 20; // the same error tells that nobody listens
+
+/// A queue of callers that is full refuses, as a socket without anybody behind it does.
+bool isCrowded(int error)
+{
+    return error == EAGAIN || error == ECONNREFUSED;
+}
 
 QString runtimeDirectory()
 {

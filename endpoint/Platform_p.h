@@ -14,6 +14,12 @@ QString runtimeDirectory();
 /// Empty, or why a Unix socket cannot have this path: the system's limit is about 100 bytes.
 QString socketPathProblem(const QString &path);
 
+/// True when a connection to a local socket failed because too many callers wait there at this instant.
+bool isCrowded(int error);
+
+/// How often to try again then, once in a millisecond, before the broker counts as one that hangs.
+extern const int mostTriesInCrowd;
+
 /// Who runs the process at the other end of a connected Unix socket.
 std::optional<uid_t> peerUser(int descriptor);
 
@@ -26,6 +32,19 @@ QString connectionProblem(int descriptor);
 
 /// Programs started by this process do not inherit the descriptor.
 void closeOnExec(int descriptor);
+
+/// Marks the pairs of sockets that a library opens during the life of this object: programs started by this
+/// process do not inherit them.
+class SocketPairGuard
+{
+public:
+    SocketPairGuard();
+    ~SocketPairGuard();
+    Q_DISABLE_COPY_MOVE(SocketPairGuard)
+
+private:
+    int m_lowest; // the lowest descriptor that was free
+};
 
 /// For a helper that is forked beside a program: what it inherited would keep pipes open that others wait to
 /// see closed, such as the one that tells that the program runs. -1 keeps none.

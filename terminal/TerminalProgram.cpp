@@ -5,6 +5,8 @@
 #include "terminal/services/TradeServices.h"
 #include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Snapshot.h"
+#include "terminal/trade/PlainText.h"
+#include "terminal/trade/ShownAmount.h"
 #include "terminal/ui/MainWindow.h"
 #include "terminal/ui/WindowSettings.h"
 
@@ -31,22 +33,6 @@ DayPlan planOf(const TerminalOptions &options)
         plan.patience = {}; // a picture has a time-out of its own
     }
     return plan;
-}
-
-ModuleState moduleStateAt(TradingSession::Stage stage)
-{
-    switch (stage) {
-    case TradingSession::Stage::Apart:
-        return {ModuleState::Unasked};
-    case TradingSession::Stage::Awaiting:
-        return {ModuleState::Awaited};
-    case TradingSession::Stage::Alone:
-        return {ModuleState::Absent};
-    case TradingSession::Stage::Informing:
-    case TradingSession::Stage::Trading:
-        return {ModuleState::Answering};
-    }
-    return {};
 }
 
 } // namespace
@@ -94,8 +80,9 @@ QString TerminalProgram::open()
     if (!openChart(folder.value().securities().front().code)) {
         return m_window->loadError();
     }
-    if (isReplay()) {
-        m_window->setReplaying(true);
+    const QString problem = isReplay() ? m_window->setReplaying(true) : QString();
+    if (!problem.isEmpty()) {
+        return problem;
     }
     wireServices();
     return openLibrary();
@@ -111,6 +98,9 @@ void TerminalProgram::openSession(const DataFolder &folder)
     }
     m_session = std::make_unique<TradingSession>(folder, planOf(m_options), m_busAddress);
     connect(m_session.get(), &TradingSession::orderRefused, this, &TerminalProgram::tellRefusal);
+    connect(m_session.get(), &TradingSession::replayWaits, this, [this] {
+        tell(tr("The trading module does not answer. The replay waits for it; Space plays without it."));
+    });
     m_window = std::make_unique<MainWindow>(m_session.get(), m_options);
     if (!takesPicture()) {
         settings.restoreLayout(m_window.get(), m_options);
@@ -150,6 +140,7 @@ void TerminalProgram::wireServices()
     m_services = std::make_unique<TradeServices>(ServicePlan{
         m_busAddress, m_options.startsBroker, m_options.moduleProgram, m_options.ledger, m_options.language});
     connect(m_services.get(), &TradeServices::failed, this, &TerminalProgram::tell);
+    m_services->replaceWhenSilent(m_session->module());
     connect(m_services.get(), &TradeServices::ready, this, [this] {
         if (m_snapshot) {
             m_snapshot->listen(m_busAddress); // the session joins when nothing can be missed
@@ -158,11 +149,7 @@ void TerminalProgram::wireServices()
             m_session->join();
         }
     });
-    connect(m_services.get(), &TradeServices::failed, this, [this](const QString &reason) {
-        m_window->setModuleState({ModuleState::Failed, reason});
-    });
-    connect(m_session.get(), &TradingSession::stageChanged, this,
-            [this](TradingSession::Stage stage) { m_window->setModuleState(moduleStateAt(stage)); });
+    connect(m_services.get(), &TradeServices::failed, m_window.get(), &MainWindow::noteFailure);
 }
 
 /// A picture of bars alone asks nobody. The orders of a replay are placed without overlays, too, and its
@@ -211,6 +198,7 @@ void TerminalProgram::wireSnapshot()
     connect(snapshot, &Snapshot::finished, this, &TerminalProgram::endSnapshot, Qt::QueuedConnection);
     connect(snapshot, &Snapshot::listening, m_session.get(), &TradingSession::join);
     connect(snapshot, &Snapshot::aboutToTake, m_window.get(), &MainWindow::runOverlayUpdates);
+    connect(snapshot, &Snapshot::aboutToTake, m_session->prices(), &LastPrices::readNow);
     connect(m_window.get(), &MainWindow::overlayUpdateAsked, snapshot, &Snapshot::noteUpdate);
     connect(m_session.get(), &TradingSession::stageChanged, snapshot,
             [snapshot](TradingSession::Stage stage) {
@@ -231,7 +219,9 @@ void TerminalProgram::endSnapshot(const QString &error)
 /// A picture without an order of its scene would be another one.
 void TerminalProgram::tellRefusal(const QString &reason)
 {
-    const QString text = tr("An order of the replay was not taken: %1").arg(reason);
+    const bool hidesAmounts = !takesPicture() && m_window->shownOptions().hidesAmounts;
+    const QString text =
+        tr("An order of the replay was not taken: %1").arg(plainText(withoutFigures(reason, hidesAmounts)));
     takesPicture() ? endSnapshot(text) : tell(text);
 }
 

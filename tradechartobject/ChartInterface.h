@@ -63,7 +63,7 @@ enum ChartMode : int {
 
 // The numbers that painters know. Do not change one: hosts are built against them.
 
-/// A marker of executed trades; even ones stand above their bar, odd ones below.
+/// A marker of trades; even ones stand above their bar, odd ones below.
 enum MarkerStyle : int {
     BuyAbove = 0,
     BuyBelow = 1,

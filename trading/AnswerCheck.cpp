@@ -125,7 +125,8 @@ QString shownValue(const QJsonValue &value)
     if (value.isObject() || value.isArray()) {
         return QString::fromLatin1(wordOf(value.isObject() ? JsonType::Record : JsonType::Rows));
     }
-    return value.toVariant().toString();
+    const QString text = value.toVariant().toString();
+    return value.isString() ? QStringLiteral("\"%1\"").arg(text) : text;
 }
 
 /// Collects what is wrong; the same of many rows once.
@@ -140,8 +141,8 @@ public:
                 return;
             }
         }
-        m_findings.append(
-            {kind, QLatin1String(key.key), shownValue(value), key.whenWrong, isInRow ? 1 : 0, key.type});
+        m_findings.append({kind, QLatin1String(key.key), shownValue(value), key.whenWrong, isInRow ? 1 : 0,
+                           key.type, key.form});
     }
 
     void add(const AnswerFinding &finding) { m_findings.append(finding); }
@@ -237,8 +238,8 @@ private:
     {
         const QString screen = textOf(m_fields, SCREENID);
         if (!screen.isEmpty() && screen != m_chart.screenId) {
-            m_findings.add(
-                {AnswerFinding::OtherScreen, QLatin1String(SCREENID), screen, WhenWrong::DrawnAllTheSame});
+            m_findings.add({AnswerFinding::OtherScreen, QLatin1String(SCREENID), shownValue(screen),
+                            WhenWrong::DrawnAllTheSame});
         }
     }
 

@@ -36,15 +36,16 @@ struct AnswerFinding
     };
     Kind kind;
     QString key;   ///< empty where the fault is in no key
-    QString value; ///< what stands there; of the first such row
+    QString value; ///< what stands there, a text between quotes; of the first such row
     WhenWrong effect = WhenWrong::Ignored;
     int rows = 0;                   ///< how many rows have it; 0 where it is in no row
     JsonType type = JsonType::Text; ///< that it must be
+    Form form = Form::Any;          ///< that it must have
 
     friend bool operator==(const AnswerFinding &a, const AnswerFinding &b)
     {
         return a.kind == b.kind && a.key == b.key && a.value == b.value && a.effect == b.effect &&
-               a.rows == b.rows && a.type == b.type;
+               a.rows == b.rows && a.type == b.type && a.form == b.form;
     }
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHashFunctions>
 #include <QString>
 #include <QTime>
 
@@ -27,11 +28,6 @@ public:
     static constexpr std::optional<ClockTime> ofNumber(int hhmmsscc)
     {
         return of(hhmmsscc / 1000000, hhmmsscc / 10000 % 100, hhmmsscc / 100 % 100, hhmmsscc % 100);
-    }
-    /// The time of hhmmss.
-    static constexpr std::optional<ClockTime> ofSeconds(int hhmmss)
-    {
-        return of(hhmmss / 10000, hhmmss / 100 % 100, hhmmss % 100);
     }
     /// So many minutes after midnight, as bars have it.
     static constexpr std::optional<ClockTime> ofMinute(int minute) { return of(minute / 60, minute % 60); }

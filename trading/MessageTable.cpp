@@ -132,6 +132,13 @@ const RecordShape &placedOrder()
     return shape;
 }
 
+MessageKey costMethod()
+{
+    return {CostFields::COSTMETHOD, JsonType::Text,
+            Form::Filled,           optional,
+            WhenWrong::Nothing,     "how costs are reckoned: \"average\", \"diluted\" or \"fifo\""};
+}
+
 const RecordShape &position()
 {
     static const RecordShape shape{
@@ -237,15 +244,17 @@ MessageKeys newOrder()
 
 MessageRow notification()
 {
-    return {MessageRole::Notification,
-            TradeChart::Topic::TRADENOTIFY,
-            nullptr,
-            "an order or a trade has changed, or the module has joined the bus",
-            {{STKCODE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored, "of this security"},
-             {MARKET, JsonType::Text, Form::MarketNumber, optional, WhenWrong::Nothing, "its market"},
-             {RTSORDERNO, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of this order"},
-             {RTSORDERSTATUS, JsonType::Text, Form::OrderStatus, optional, WhenWrong::Nothing,
-              "its status now"}}};
+    return {
+        MessageRole::Notification,
+        TradeChart::Topic::TRADENOTIFY,
+        nullptr,
+        "an order or a trade has changed, or the module has joined the bus",
+        {{STKCODE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored, "of this security"},
+         {MARKET, JsonType::Text, Form::MarketNumber, optional, WhenWrong::Nothing, "its market"},
+         {RTSORDERNO, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of this order"},
+         {RTSORDERSTATUS, JsonType::Text, Form::OrderStatus, optional, WhenWrong::Nothing, "its status now"},
+         {RTSDATE, JsonType::Text, Form::Day, optional, WhenWrong::Nothing,
+          "there when trades were entered, up to this day: past ones are to be asked for anew"}}};
 }
 
 MessageRow presence()
@@ -293,7 +302,9 @@ MessageRow quote()
              price(LOW, "low"),
              price(CLOSE, "close"),
              price(VOLUME, "shares"),
-             price(PRECLOSE, "close of the day before", optional)}};
+             price(PRECLOSE, "close of the day before", optional),
+             {RECORDED, JsonType::Text, Form::Day, optional, WhenWrong::Nothing,
+              "in the quotes of a replay: the day that it plays as \"date\""}}};
 }
 
 template <typename Value>
@@ -319,7 +330,8 @@ const std::vector<MessageRow> &messageTable()
         question(HOLDERCOSTPRICE, "the cost of the holding"),
         answer(HOLDERCOSTPRICE, {JsonType::Record, holding()},
                {{COSTPRICE, JsonType::Text, Form::Cost, optional, WhenWrong::Zero,
-                 "the cost again, \"nan\" without one and in a failure; the combined overlay reads this"}}),
+                 "the cost again, \"nan\" without one and in a failure; the combined overlay reads this"},
+                costMethod()}),
         question(TODAYTRADE, "trades of today"),
         answer(TODAYTRADE, {JsonType::Rows, tradeOfToday()}),
         question(HISTORYTRADE, "trades of these days but not of today, oldest first", daysAsked()),
@@ -337,7 +349,7 @@ const std::vector<MessageRow> &messageTable()
                {{PlaceFields::CLIENTNO, JsonType::Text, Form::ClientNumber, optional, WhenWrong::Nothing,
                  "the question's, when it had one"}}),
         question(ACCOUNTINFO, "cash and positions"),
-        answer(ACCOUNTINFO, {JsonType::Record, account()}),
+        answer(ACCOUNTINFO, {JsonType::Record, account()}, {costMethod()}),
         notification(),
         presence(),
         quote(),
@@ -371,22 +383,22 @@ const char *wordOf(Form form)
 {
     static constexpr Word<Form> words[] = {
         {Form::Any, ""},
-        {Form::Filled, "not empty"},
-        {Form::Day, "yyyymmdd"},
-        {Form::Time, "hhmmsscc"},
-        {Form::QuoteTime, "hhmm, hhmmss or hhmmsscc"},
-        {Form::Price, "decimal"},
-        {Form::Cost, "decimal, or \"nan\""},
-        {Form::Whole, "whole number"},
-        {Form::Positive, "whole number above 0"},
-        {Form::TradeSide, "\"B\" or \"S\""},
-        {Form::OrderSide, "\"0B\", \"0S\" or another direction code"},
-        {Form::OrderStatus, "a status code"},
-        {Form::MarketLetters, "\"SH\" or \"SZ\""},
-        {Form::MarketNumber, "\"1\" or \"2\""},
-        {Form::AnyMarket, "\"SH\", \"SZ\", \"1\" or \"2\""},
-        {Form::Command, "a command"},
-        {Form::ClientNumber, "1 to 64 printable ASCII characters"},
+        {Form::Filled, QT_TRANSLATE_NOOP("MessageTable", "not empty")},
+        {Form::Day, QT_TRANSLATE_NOOP("MessageTable", "yyyymmdd")},
+        {Form::Time, QT_TRANSLATE_NOOP("MessageTable", "hhmmsscc")},
+        {Form::QuoteTime, QT_TRANSLATE_NOOP("MessageTable", "hhmm, hhmmss or hhmmsscc")},
+        {Form::Price, QT_TRANSLATE_NOOP("MessageTable", "decimal, at least 0")},
+        {Form::Cost, QT_TRANSLATE_NOOP("MessageTable", "decimal, or \"nan\"")},
+        {Form::Whole, QT_TRANSLATE_NOOP("MessageTable", "whole number from 0 to 2147483647")},
+        {Form::Positive, QT_TRANSLATE_NOOP("MessageTable", "whole number from 1 to 2147483647")},
+        {Form::TradeSide, QT_TRANSLATE_NOOP("MessageTable", "\"B\" or \"S\"")},
+        {Form::OrderSide, QT_TRANSLATE_NOOP("MessageTable", "\"0B\", \"0S\" or another direction code")},
+        {Form::OrderStatus, QT_TRANSLATE_NOOP("MessageTable", "a status code")},
+        {Form::MarketLetters, QT_TRANSLATE_NOOP("MessageTable", "\"SH\" or \"SZ\"")},
+        {Form::MarketNumber, QT_TRANSLATE_NOOP("MessageTable", "\"1\" or \"2\"")},
+        {Form::AnyMarket, QT_TRANSLATE_NOOP("MessageTable", "\"SH\", \"SZ\", \"1\" or \"2\"")},
+        {Form::Command, QT_TRANSLATE_NOOP("MessageTable", "a command")},
+        {Form::ClientNumber, QT_TRANSLATE_NOOP("MessageTable", "1 to 64 printable ASCII characters")},
     };
     return findWord(words, form);
 }

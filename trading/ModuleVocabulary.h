@@ -62,7 +62,21 @@ inline constexpr const char *LOW = "low";
 inline constexpr const char *CLOSE = "close";
 inline constexpr const char *VOLUME = "volume";     ///< shares
 inline constexpr const char *PRECLOSE = "preclose"; ///< close of the day before; may be left out
+inline constexpr const char *RECORDED =
+    "recorded"; ///< the day that is replayed as "date"; of a replay's quotes only
 } // namespace QuoteFields
+
+/// A key of the answers to HOLDERCOSTPRICE and ACCOUNTINFO beside their "data".
+namespace CostFields {
+inline constexpr const char *COSTMETHOD = "costmethod"; ///< how costs are reckoned, see CostWords
+} // namespace CostFields
+
+/// How costs are reckoned; ledgers keep the same words.
+namespace CostWords {
+inline constexpr const char *AVERAGE = "average"; ///< moving average
+inline constexpr const char *DILUTED = "diluted"; ///< what was paid less what was received
+inline constexpr const char *FIFO = "fifo";       ///< first in, first out
+} // namespace CostWords
 
 /// Keys of the account's "data" and of its positions, which have "stkcode", "stkname", "market" and
 /// "costprice" besides. All values are texts.

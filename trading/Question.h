@@ -8,6 +8,7 @@
 #include <QJsonObject>
 
 #include <optional>
+#include <utility>
 
 namespace Trading {
 

@@ -2,7 +2,7 @@
 
 #include "trading/Market.h"
 
-#include <QHash>
+#include <QHashFunctions>
 #include <QString>
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDate>
+#include <QHashFunctions>
 #include <QString>
 
 #include <optional>

@@ -30,6 +30,12 @@ QString shortened(const QString &value)
     return value.size() <= longestValue ? value : value.left(longestValue) + QStringLiteral(u"…");
 }
 
+QString otherThan(const AnswerFinding &finding, const char *expected)
+{
+    return text("\"%1\" is %2, but must be: %3")
+        .arg(finding.key, shortened(finding.value), tableText(expected));
+}
+
 /// What is wrong with the key.
 QString keyFault(const AnswerFinding &finding)
 {
@@ -38,20 +44,19 @@ QString keyFault(const AnswerFinding &finding)
     case AnswerFinding::Missing:
         return text("\"%1\" is missing").arg(finding.key);
     case AnswerFinding::WrongType:
-        return text("\"%1\" is %2 and of the wrong type, it must be: %3")
-            .arg(finding.key, value, tableText(Trading::wordOf(finding.type)));
+        return otherThan(finding, Trading::wordOf(finding.type));
     case AnswerFinding::NotAllowed:
-        return text("\"%1\" is \"%2\", which it must not be").arg(finding.key, value);
+        return otherThan(finding, Trading::wordOf(finding.form));
     case AnswerFinding::OtherScreen:
         return text("\"%1\" names another screen").arg(finding.key);
     case AnswerFinding::OtherMarket:
-        return text("\"%1\" is another market's, \"%2\"").arg(finding.key, value);
+        return text("\"%1\" is %2, another market's").arg(finding.key, value);
     case AnswerFinding::OtherChannel:
         return text("the answer came on channel \"%1\"").arg(value);
     case AnswerFinding::Repeated:
         return text("the answer came twice");
     case AnswerFinding::Unknown:
-        return text("\"%1\" is \"%2\", which nobody asked").arg(finding.key, value);
+        return text("\"%1\" is %2, which nobody asked").arg(finding.key, value);
     case AnswerFinding::NotJson:
         return text("the answer is no JSON object: %1").arg(value);
     case AnswerFinding::Refused:

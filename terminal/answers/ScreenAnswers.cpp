@@ -43,7 +43,8 @@ ScreenAnswers::ScreenAnswers(const QByteArray &screenId, QObject *parent)
 void ScreenAnswers::start(const QString &address)
 {
     m_endPoint.subscribe(m_screenId, QByteArray(Topic::TRADEQUERY));
-    m_endPoint.subscribe(QByteArray(Trading::Channel::GLOBAL), QByteArray(Topic::TRADEQUERY));
+    m_endPoint.subscribe(QByteArray(Trading::Channel::GLOBAL),
+                         QList<QByteArray>{Topic::TRADEQUERY, Topic::TRADENOTIFY});
     m_endPoint.connect(address);
 }
 
@@ -58,7 +59,9 @@ void ScreenAnswers::setSecurity(const Trading::SecurityId &security)
 
 void ScreenAnswers::take(const QByteArray &topic, const QByteArray &payload, const QByteArray &channel)
 {
-    if (channel == m_screenId) {
+    if (topic == Topic::TRADENOTIFY) {
+        takeNotification(payload);
+    } else if (channel == m_screenId) {
         takeAnswer(payload);
     } else if (channel == Trading::Channel::GLOBAL) {
         const SharedNews news = readSharedNews(topic, payload);
@@ -102,6 +105,14 @@ void ScreenAnswers::takeShared(const QByteArray &payload)
         m_lastHistory.clear();
     }
     Q_EMIT asked(command);
+}
+
+void ScreenAnswers::takeNotification(const QByteArray &payload)
+{
+    const QJsonObject change = QJsonDocument::fromJson(payload).object();
+    if (change.contains(QLatin1String(TradeKeyFields::RTSDATE))) {
+        Q_EMIT pastTradesChanged(change.value(QLatin1String(TradeKeyFields::STKCODE)).toString());
+    }
 }
 
 /// Overlays add past trades up: an answer that comes twice doubles them.

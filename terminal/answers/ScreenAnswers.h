@@ -42,12 +42,16 @@ Q_SIGNALS:
     /// in the log, each time.
     void foundWrong(const QStringList &faults);
 
+    /// Trades of past days have changed: overlays that show the security do not ask for them again.
+    void pastTradesChanged(const QString &code);
+
     /// News on the channel of everybody, see SharedChannel.
     void newsHeard(const SharedNews &news);
 
 private:
     void takeAnswer(const QByteArray &payload);
     void takeShared(const QByteArray &payload);
+    void takeNotification(const QByteArray &payload);
     void addRepetition(const QByteArray &payload, Trading::CheckedAnswer *answer);
     void tellFaults(const Trading::CheckedAnswer &answer);
 

@@ -52,7 +52,7 @@ QString readCsv(const QString &path, const QByteArray &header,
         return text("%1: cannot be read: %2").arg(path, file.errorString());
     }
     const auto located = [&path](int line, const QString &what) {
-        return QStringLiteral("%1:%2: %3").arg(path).arg(line).arg(what);
+        return QStringLiteral("%1:%2: %3").arg(path, QString::number(line), what);
     };
     const QByteArray found = withoutByteOrderMark(readLine(file));
     if (found != header) {

@@ -33,6 +33,7 @@ struct TerminalOptions
     RiseColour riseColour = RiseColour::Red;
     QString language = QStringLiteral("zh"); ///< zh or en
     bool hidesAmounts = false;               ///< of the account, in labels and lists
+    bool asksBeforeSending = true;           ///< before an order is sent
     QString snapshotFile;                    ///< empty: a window is opened
     QSize size = {1600, 900};
     std::chrono::seconds refresh{3};  ///< after which overlays ask for their data again

@@ -3,6 +3,7 @@
 #include "terminal/plugin/CombinedAxis.h"
 #include "tradechartobject/CombinedOverlay.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 

@@ -2,6 +2,7 @@
 
 #include "terminal/chart/view/ChartSummary.h"
 #include "terminal/chart/view/ChartView.h"
+#include "tradechartobject/common/TradeVocabulary.h"
 
 namespace Terminal {
 
@@ -72,6 +73,14 @@ void OverlayHost::renew()
 {
     m_overlays.renew([](const OverlayKind &kind) { return kind.boundToRange; });
     m_updates.calcAll();
+}
+
+void OverlayHost::renewPastTrades(const QString &code)
+{
+    if (shows(code)) {
+        m_overlays.renew(
+            [](const OverlayKind &kind) { return kind.asks(TradeChart::CmdType::HISTORYTRADE); });
+    }
 }
 
 void OverlayHost::renewCombined(const QString &code)

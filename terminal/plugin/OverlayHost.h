@@ -53,6 +53,9 @@ public:
     /// Calculates the combined overlays of a security, which show what they have heard only then.
     void showHeard(const QString &code);
 
+    /// Makes the overlays anew that show past trades of a security: these have changed.
+    void renewPastTrades(const QString &code);
+
     /// Makes those of them anew that add up records: others were lost.
     void renewCombined(const QString &code);
 

@@ -56,6 +56,13 @@ QStringList OverlayKind::commandsOn(ChartPeriod period, bool isToday) const
     return commands;
 }
 
+bool OverlayKind::asks(const char *command) const
+{
+    return std::any_of(questions.begin(), questions.end(), [command](const OverlayQuestion &question) {
+        return qstrcmp(question.command, command) == 0;
+    });
+}
+
 const OverlayKind *findOverlayKind(const QString &word)
 {
     const auto &kinds = overlayKinds();

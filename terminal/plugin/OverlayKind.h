@@ -43,6 +43,9 @@ struct OverlayKind
     /// The commands of the questions that it asks for such a chart; none when it does not serve the period.
     QStringList commandsOn(ChartPeriod period, bool isToday) const;
 
+    /// True when one of its questions has this command.
+    bool asks(const char *command) const;
+
     bool isCombined() const { return overlayClass == OverlayClass::Combined; }
 };
 

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QJsonDocument>
+#include <QLibrary>
 
 namespace Terminal {
 

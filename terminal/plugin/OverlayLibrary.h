@@ -5,7 +5,6 @@
 #include "tradechartobject/CombinedOverlay.h"
 
 #include <QJsonObject>
-#include <QLibrary>
 
 #include <memory>
 

@@ -3,6 +3,7 @@
 #include "terminal/chart/marks/PointerTarget.h"
 #include "terminal/plugin/OverlaySet.h"
 
+#include <memory>
 #include <vector>
 
 namespace Terminal {

@@ -44,4 +44,19 @@ std::optional<double> ChartSource::closeBefore(const QString &code, Trading::Tra
     return isReplayed(code, day) ? m_replay->previousClose() : m_folder.closeBefore(code, day);
 }
 
+std::optional<Bar> ChartSource::lastBar(const QString &code) const
+{
+    const auto daily = m_folder.load(code, ChartPeriod::Day);
+    std::optional<Bar> last;
+    if (daily && !daily.value().bars.empty()) {
+        last = daily.value().bars.back();
+    }
+    const std::vector<Trading::TradingDate> days = m_folder.minuteDays(code);
+    if (!days.empty() && (!last || days.back() > dayOf(*last))) {
+        const auto minutes = m_folder.load(code, ChartPeriod::Minute, days.back());
+        last = minutes && !minutes.value().bars.empty() ? std::optional(minutes.value().bars.back()) : last;
+    }
+    return last;
+}
+
 } // namespace Terminal

@@ -28,6 +28,10 @@ public:
     /// As DataFolder::closeBefore; before a replayed today it is the close before the recorded day.
     std::optional<double> closeBefore(const QString &code, Trading::TradingDate day) const;
 
+    /// The latest bar of `code` that the data folder has, of a day or of a minute; nothing when it has none.
+    /// A replay changes nothing in it.
+    std::optional<Bar> lastBar(const QString &code) const;
+
 private:
     bool replays(const QString &code) const;
     bool isReplayed(const QString &code, Trading::TradingDate day) const;

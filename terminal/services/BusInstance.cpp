@@ -41,6 +41,15 @@ QString ledgerPlace(const QString &ledger)
     return isDatabase(ledger) ? placeOfDatabase(QUrl(ledger)) : placeOfFile(QFileInfo(ledger));
 }
 
+QString ledgerName(const QString &ledger)
+{
+    if (!isDatabase(ledger)) {
+        return QFileInfo(ledger).fileName();
+    }
+    const QUrl url(ledger);
+    return QStringLiteral("%1@%2").arg(url.path().mid(1), url.host());
+}
+
 void enterBusInstance(const QString &ledger)
 {
     if (!ledger.isEmpty() && busInstance().isEmpty()) {

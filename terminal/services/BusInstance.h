@@ -9,6 +9,9 @@ namespace Terminal {
 /// that is not there yet, or "postgresql://host:port/database" of a database, without user and password.
 QString ledgerPlace(const QString &ledger);
 
+/// What a user calls a ledger: its file's name, or "database@host".
+QString ledgerName(const QString &ledger);
+
 /// Has this program, and the children that it starts from now on, meet on the bus of the account in `ledger`
 /// instead of on the one that every program of its folder shares: windows on one ledger meet, those on two
 /// never do. An instance that the user has named stays; without a ledger nothing changes. To be called

@@ -1,13 +1,13 @@
 #include "terminal/services/BusProbe.h"
 
-#include "endpoint/EndPoint.h"
-
-#include <QTimer>
+#include "endpoint/Readiness.h"
 
 #include <chrono>
 #include <utility>
 
 namespace Terminal {
+
+using LocalCommunication::Readiness;
 
 namespace {
 
@@ -18,19 +18,15 @@ constexpr std::chrono::milliseconds longestWait{1500};
 Gate busGate(const QString &address)
 {
     return [address](QObject *context, std::function<void()> proceed) {
-        auto *const probe = new LocalCommunication::EndPoint(context);
-        auto *const timer = new QTimer(probe);
-        const auto open = [probe, timer, proceed = std::move(proceed)] {
-            QObject::disconnect(probe, &LocalCommunication::EndPoint::ready, timer, nullptr);
-            timer->stop();
+        auto *const probe = new Readiness(context);
+        const auto open = [probe, proceed = std::move(proceed)] {
+            QObject::disconnect(probe, nullptr, probe, nullptr);
             probe->deleteLater();
             proceed();
         };
-        QObject::connect(probe, &LocalCommunication::EndPoint::ready, timer, open);
-        QObject::connect(timer, &QTimer::timeout, timer, open);
-        timer->setSingleShot(true);
-        timer->start(longestWait);
-        probe->connect(address);
+        QObject::connect(probe, &Readiness::joined, probe, open);
+        QObject::connect(probe, &Readiness::timeIsUp, probe, open);
+        probe->start(address, longestWait);
     };
 }
 

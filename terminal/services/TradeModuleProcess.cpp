@@ -1,5 +1,8 @@
 #include "terminal/services/TradeModuleProcess.h"
 
+#include "terminal/services/LedgerAdvice.h"
+
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 
@@ -13,9 +16,19 @@ constexpr std::chrono::milliseconds restartDelay = std::chrono::seconds(2);
 constexpr std::chrono::milliseconds longLife = std::chrono::seconds(10);
 constexpr std::chrono::milliseconds stopPatience = std::chrono::seconds(3);
 
+/// Enough for the reason of an end.
+constexpr int mostWords = 4096;
+
 bool waitForEnd(QProcess *process)
 {
     return process->waitForFinished(static_cast<int>(stopPatience.count()));
+}
+
+/// A database's reason may have several lines; the module's name begins each of its own messages.
+QString lastWordsOf(const QByteArray &words)
+{
+    const int begin = std::max(0, words.lastIndexOf("trademodule: "));
+    return QString::fromUtf8(words.mid(begin)).simplified();
 }
 
 } // namespace
@@ -26,7 +39,8 @@ TradeModuleProcess::TradeModuleProcess(const QString &program, const QString &le
 {
     m_process.setProgram(program);
     m_process.setArguments({QStringLiteral("--bus"), busAddress, QStringLiteral("--ledger"), ledger,
-                            QStringLiteral("--lang"), language, QStringLiteral("serve")});
+                            QStringLiteral("--lang"), language, QStringLiteral("serve"),
+                            QStringLiteral("--standby")});
     m_process.setProcessChannelMode(QProcess::ForwardedOutputChannel);
     m_restart.setSingleShot(true);
     m_restart.setInterval(restartDelay);
@@ -52,9 +66,17 @@ TradeModuleProcess::~TradeModuleProcess()
 
 void TradeModuleProcess::start()
 {
-    m_lastWords.clear();
+    m_hangs = false;
+    m_words.clear();
     m_sinceStart.start();
     m_process.start();
+}
+
+/// By SIGKILL: a process that was stopped hears nothing else.
+void TradeModuleProcess::replace()
+{
+    m_hangs = true;
+    m_process.kill();
 }
 
 /// What the module says of itself goes where it always went; its last words are why it ended.
@@ -62,27 +84,35 @@ void TradeModuleProcess::passWordsOn()
 {
     const QByteArray words = m_process.readAllStandardError();
     std::fwrite(words.constData(), 1, static_cast<std::size_t>(words.size()), stderr);
-    const QByteArray lastLine = words.trimmed().split('\n').last();
-    if (!lastLine.isEmpty()) {
-        m_lastWords = QString::fromUtf8(lastLine);
-    }
+    m_words = (m_words + words).right(mostWords);
 }
 
-/// A module that cannot serve, because another one does, say, is tried for as long as that lasts: it goes on
-/// when the other ends. The user is told once, not at every try.
+/// A module that cannot serve is tried for as long as that lasts. The user is told once, not at every try.
 void TradeModuleProcess::handleEnd()
 {
     passWordsOn();
-    const QString reason = m_lastWords.isEmpty()
-                               ? tr("The trading module has ended (exit code %1) and is started again.")
-                                     .arg(m_process.exitCode())
-                               : tr("The trading module has ended and is started again: %1").arg(m_lastWords);
+    const QString reason = reasonOfEnd();
     const bool isNews = reason != m_toldReason || m_sinceStart.elapsed() > longLife.count();
     m_toldReason = reason;
     m_restart.start();
     if (isNews) {
         Q_EMIT failed(reason);
     }
+}
+
+QString TradeModuleProcess::reasonOfEnd() const
+{
+    if (m_hangs) {
+        return tr("The trading module did not answer any more; another one is started in its place.");
+    }
+    const QString lastWords = lastWordsOf(m_words);
+    if (lastWords.isEmpty()) {
+        return tr("The trading module has ended (exit code %1) and is started again.")
+            .arg(m_process.exitCode());
+    }
+    const QString advice = ledgerAdvice(lastWords);
+    const QString reason = tr("The trading module has ended and is started again: %1").arg(lastWords);
+    return advice.isEmpty() ? reason : reason + QLatin1Char('\n') + advice;
 }
 
 void TradeModuleProcess::handleError(QProcess::ProcessError error)

@@ -1,5 +1,10 @@
 #include "terminal/services/TradeServices.h"
 
+#include "endpoint/BusAddress.h"
+#include "terminal/services/ModuleWatch.h"
+
+#include <QSysInfo>
+
 #include <utility>
 
 namespace Terminal {
@@ -15,11 +20,35 @@ TradeServices::~TradeServices() = default;
 
 void TradeServices::start()
 {
+    const auto bus = LocalCommunication::BusAddress::ofDirectory(m_plan.busAddress);
+    if (bus.isPlainOverNetwork()) {
+        Q_EMIT failed(
+            tr("The bus %1 is not encrypted: everybody on the way to it can read the account and place "
+               "orders.")
+                .arg(bus.toString()));
+    }
     if (m_plan.startsBroker) {
         m_broker.start(m_plan.busAddress);
     } else {
         startModule();
     }
+}
+
+void TradeServices::replaceWhenSilent(const ModuleWatch *watch)
+{
+    connect(watch, &ModuleWatch::changed, this, [this, watch] {
+        const std::optional<Trading::TradePresence> presence = watch->presence();
+        if (watch->state() == ModuleWatch::State::Silent && presence && isOwn(*presence)) {
+            m_module->replace();
+        }
+    });
+}
+
+/// Another window's module is that one's to replace.
+bool TradeServices::isOwn(const Trading::TradePresence &presence) const
+{
+    return m_module && presence.host == QSysInfo::machineHostName() &&
+           presence.process == m_module->processId();
 }
 
 void TradeServices::handleBrokerState(LocalBroker::State state)

@@ -2,6 +2,7 @@
 
 #include "endpoint/LocalBroker.h"
 #include "terminal/services/TradeModuleProcess.h"
+#include "trading/Presence.h"
 
 #include <QObject>
 #include <QString>
@@ -9,6 +10,8 @@
 #include <memory>
 
 namespace Terminal {
+
+class ModuleWatch;
 
 /// What a terminal is to start for itself.
 struct ServicePlan
@@ -33,16 +36,21 @@ public:
     /// To be called once.
     void start();
 
+    /// From now on the own trading module is replaced when `watch`, which must outlive this object or end
+    /// with it, finds it silent.
+    void replaceWhenSilent(const ModuleWatch *watch);
+
 Q_SIGNALS:
     /// Once: the bus can be joined, or there is no other way to find out.
     void ready();
 
-    /// Something went wrong; the text is for the user.
+    /// Something is wrong; the text is for the user.
     void failed(const QString &reason);
 
 private:
     void handleBrokerState(LocalCommunication::LocalBroker::State state);
     void startModule();
+    bool isOwn(const Trading::TradePresence &presence) const;
 
     const ServicePlan m_plan;
     bool m_isReady = false;

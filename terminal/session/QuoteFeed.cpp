@@ -7,6 +7,7 @@
 #include "trading/ModuleVocabulary.h"
 #include "trading/Question.h"
 
+#include <QCoreApplication>
 #include <QJsonDocument>
 #include <QUuid>
 
@@ -31,7 +32,8 @@ QString numberText(double number)
 
 } // namespace
 
-QJsonObject quoteOf(const Security &security, const Bar &bar, std::optional<double> previousClose)
+QJsonObject quoteOf(const Security &security, const Bar &bar, std::optional<double> previousClose,
+                    std::optional<Trading::TradingDate> recorded)
 {
     QJsonObject quote{
         {key(STKCODE), security.code},
@@ -46,6 +48,9 @@ QJsonObject quoteOf(const Security &security, const Bar &bar, std::optional<doub
     };
     if (previousClose) {
         quote.insert(key(QuoteFields::PRECLOSE), numberText(*previousClose));
+    }
+    if (recorded) {
+        quote.insert(key(QuoteFields::RECORDED), recorded->text());
     }
     return quote;
 }
@@ -75,18 +80,49 @@ bool QuoteFeed::isJoined() const
 
 void QuoteFeed::takeBar(const Bar &bar)
 {
-    if (!isJoined()) {
-        return;
+    if (isJoined()) {
+        tellMissedOrders(bar);
+        publish(bar);
+        placeDueOrders(bar);
     }
-    const QJsonObject quote = quoteOf(m_replay->security(), bar, m_replay->previousClose());
+}
+
+void QuoteFeed::publish(const Bar &bar)
+{
+    const QJsonObject quote =
+        quoteOf(m_replay->security(), bar, m_replay->previousClose(), m_replay->recordedDate());
     m_endPoint->sendMessage(Trading::Channel::MARKET, Trading::Topic::QUOTE,
                             QJsonDocument(quote).toJson(QJsonDocument::Compact));
-    const auto due = std::stable_partition(
-        m_plan.begin(), m_plan.end(), [&bar](const PlannedOrder &order) { return order.time > endOf(bar); });
+}
+
+/// The orders of the plan up to this minute, which is over; they leave the plan.
+OrderPlan QuoteFeed::takeOrders(Trading::ClockTime until)
+{
+    const auto due = std::stable_partition(m_plan.begin(), m_plan.end(),
+                                           [until](const PlannedOrder &order) { return order.time > until; });
     const OrderPlan orders(due, m_plan.end());
     m_plan.erase(due, m_plan.end());
-    for (const PlannedOrder &order : orders) {
+    return orders;
+}
+
+void QuoteFeed::placeDueOrders(const Bar &bar)
+{
+    const OrderPlan due = takeOrders(endOf(bar));
+    for (const PlannedOrder &order : due) {
         m_desk->place({m_replay->security(), order.side, order.price, order.quantity, OrderOrigin::Plan});
+    }
+}
+
+/// Those that were due with the bar before this one or earlier, and are still in the plan.
+void QuoteFeed::tellMissedOrders(const Bar &bar)
+{
+    const Bars &day = m_replay->day();
+    const auto here = std::lower_bound(day.begin(), day.end(), bar.minute,
+                                       [](const Bar &one, int minute) { return one.minute < minute; });
+    const OrderPlan missed = here == day.begin() ? OrderPlan() : takeOrders(endOf(*std::prev(here)));
+    for (const PlannedOrder &order : missed) {
+        Q_EMIT refused(
+            QCoreApplication::translate("Replay", "the bus was away at %1").arg(order.time.colonText()));
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/replay/PlannedOrder.h"
+#include "trading/TradingDate.h"
 
 #include <QJsonObject>
 #include <QObject>
@@ -20,11 +21,15 @@ struct DeskOutcome;
 struct OrderRequest;
 struct Security;
 
-/// A completed bar as the trading module reads it; docs/bus-protocol.md.
-QJsonObject quoteOf(const Security &security, const Bar &bar, std::optional<double> previousClose);
+/// A completed bar as the trading module reads it; docs/bus-protocol.md. `recorded`: the day that it was
+/// recorded on, when a replay plays it.
+QJsonObject quoteOf(const Security &security, const Bar &bar, std::optional<double> previousClose,
+                    std::optional<Trading::TradingDate> recorded = {});
 
 /// Brings a replay onto the bus: the quote of every completed bar and, after it, the orders that a plan
 /// has for its minute, each once.
+///
+/// An order whose minute went by while the bus was away is not placed at another one, but told as refused.
 ///
 /// Everything goes out on the client of the desk: the trading module takes an order between the quotes
 /// that it was placed between, however fast they follow.
@@ -50,6 +55,10 @@ Q_SIGNALS:
 
 private:
     void takeBar(const Bar &bar);
+    void publish(const Bar &bar);
+    void placeDueOrders(const Bar &bar);
+    void tellMissedOrders(const Bar &bar);
+    OrderPlan takeOrders(Trading::ClockTime until);
     void forgetPlanOfClosedDay();
     void takeMessage(const QByteArray &payload);
     void checkPlacement(const OrderRequest &order, const DeskOutcome &outcome);

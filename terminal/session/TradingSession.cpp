@@ -1,6 +1,8 @@
 #include "terminal/session/TradingSession.h"
 
+#include "terminal/services/BusInstance.h"
 #include "terminal/services/BusProbe.h"
+#include "trading/ModuleVocabulary.h"
 #include "trading/TradingDate.h"
 
 #include <utility>
@@ -11,11 +13,13 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
     : m_plan(std::move(plan)),
       m_busAddress(busAddress),
       m_source(folder, &m_replay),
-      m_feed(&m_replay, &m_desk, m_plan.orders, nullptr)
+      m_prices(&m_source, &m_replay, &m_desk),
+      m_feed(&m_replay, &m_desk, m_plan.orders, nullptr),
+      m_replayLock(busInstance())
 {
     m_patience.setSingleShot(true);
     connect(&m_patience, &QTimer::timeout, this, [this] { enter(Stage::Alone); });
-    connect(&m_link, &TradeLink::answering, this, &TradingSession::enterWhenHeard);
+    connect(&m_module, &ModuleWatch::answering, this, &TradingSession::enterWhenHeard);
     connect(&m_feed, &QuoteFeed::joined, this, &TradingSession::enterWhenHeard);
     connect(&m_feed, &QuoteFeed::refused, this, &TradingSession::orderRefused);
     connect(&m_feed, &QuoteFeed::taken, this, [this] {
@@ -24,6 +28,15 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
         }
     });
     connect(&m_shared, &SharedChannel::heard, this, &TradingSession::heard);
+    connect(&m_replay, &Replay::stateChanged, this, [this] {
+        if (m_replay.state() == Replay::State::Closed) {
+            m_replayLock.release();
+        }
+    });
+    m_desk.setKnowsClientNumbers([this] {
+        const auto presence = m_module.presence();
+        return presence && presence->knows(Trading::Capability::CLIENTNO);
+    });
     if (m_plan.replaySpeed > 0) {
         m_replay.setSpeed(m_plan.replaySpeed);
     }
@@ -36,19 +49,29 @@ void TradingSession::begin()
 
 void TradingSession::join()
 {
-    m_link.start(m_busAddress);
+    m_module.start(m_busAddress);
     m_desk.start(m_busAddress);
     m_shared.start(m_busAddress);
 }
 
-bool TradingSession::openReplay(const ChartData &day)
+QString TradingSession::openReplay(const ChartData &day)
 {
-    return m_replay.open(day, Trading::TradingDate::today());
+    const bool wasClosed = m_replay.state() == Replay::State::Closed;
+    if (!m_replayLock.acquire()) {
+        return m_replayLock.problem();
+    }
+    if (m_replay.open(day, Trading::TradingDate::today())) {
+        return {};
+    }
+    if (wasClosed) {
+        m_replayLock.release();
+    }
+    return tr("Only a chart of minutes can be replayed.");
 }
 
 BusGates TradingSession::gates()
 {
-    return {busGate(m_busAddress), m_link.answerGate()};
+    return {busGate(m_busAddress), m_module.answerGate()};
 }
 
 /// The only place where the stage changes; what a stage brings with it is done here, in order.
@@ -66,11 +89,14 @@ void TradingSession::enter(Stage stage)
         }
         break;
     case Stage::Alone:
-        if (m_plan.playsAlone) {
+        if (m_plan.playsAlone && !isGoing) {
             playAtOnce();
             playOn();
         }
         Q_EMIT overlaysDue();
+        if (replays() && !m_plan.playsAlone && !isGoing) {
+            Q_EMIT replayWaits();
+        }
         break;
     case Stage::Informing:
         playAtOnce();
@@ -92,7 +118,7 @@ void TradingSession::enter(Stage stage)
 void TradingSession::enterWhenHeard()
 {
     const bool isWaitedFor = m_stage == Stage::Awaiting || m_stage == Stage::Alone;
-    if (isWaitedFor && m_link.isAnswering() && m_feed.isJoined()) {
+    if (isWaitedFor && m_module.isAnswering() && m_feed.isJoined()) {
         enter(replays() && !hasBegun() ? Stage::Informing : Stage::Trading);
     }
 }
@@ -115,9 +141,16 @@ void TradingSession::playOn()
     }
 }
 
+/// True when the planned replay goes without a trading module: it must not be begun again when one comes.
 bool TradingSession::hasBegun() const
 {
-    return m_stage == Stage::Alone && m_plan.playsAlone;
+    const bool isWaiting = m_stage == Stage::Awaiting || m_stage == Stage::Alone;
+    return (m_stage == Stage::Alone && m_plan.playsAlone) || (isWaiting && isMovedByHand());
+}
+
+bool TradingSession::isMovedByHand() const
+{
+    return replays() && (m_replay.state() != Replay::State::Paused || m_replay.completed() > 1);
 }
 
 /// True for the planned replay, until its user ends it; one that was opened by hand goes its own way.

@@ -5,9 +5,11 @@
 #include "terminal/replay/PlannedOrder.h"
 #include "terminal/replay/Replay.h"
 #include "terminal/services/Gate.h"
+#include "terminal/services/ModuleWatch.h"
 #include "terminal/services/SharedChannel.h"
-#include "terminal/services/TradeLink.h"
+#include "terminal/session/LastPrices.h"
 #include "terminal/session/QuoteFeed.h"
+#include "terminal/session/ReplayLock.h"
 #include "terminal/trade/OrderDesk.h"
 
 #include <QObject>
@@ -62,9 +64,9 @@ public:
     /// Joins the bus. To be called once, when there is one: a client that finds none writes a warning.
     void join();
 
-    /// Replays a day that was recorded, from its beginning and paused. False, and nothing changes, when `day`
-    /// has no minutes.
-    bool openReplay(const ChartData &day);
+    /// Replays a day that was recorded, from its beginning and paused. Returns why it cannot be, for the
+    /// user: `day` has no minutes, or another program replays one on this account; then nothing changes.
+    QString openReplay(const ChartData &day);
 
     /// Brings the replay that was planned to where it is to begin, before anything listens.
     void playAtOnce();
@@ -78,12 +80,19 @@ public:
     const ChartSource &source() const { return m_source; }
     Replay *replay() { return &m_replay; }
     OrderDesk *desk() { return &m_desk; }
+    LastPrices *prices() { return &m_prices; }
+    /// How things stand with the trading module.
+    ModuleWatch *module() { return &m_module; }
 
 Q_SIGNALS:
     void stageChanged(TradingSession::Stage stage);
 
     /// Overlays may ask now: to be started, or made anew when they were started before.
     void overlaysDue();
+
+    /// No trading module has answered for a moment. The replay, which was to have one, waits; its user may
+    /// play it all the same.
+    void replayWaits();
 
     /// Combined overlays have news.
     void heard(const SharedNews &news);
@@ -96,6 +105,7 @@ private:
     void enterWhenHeard();
     void playOn();
     bool hasBegun() const;
+    bool isMovedByHand() const;
     bool replays() const;
 
     const DayPlan m_plan;
@@ -104,8 +114,10 @@ private:
     Replay m_replay{nullptr};
     ChartSource m_source;
     OrderDesk m_desk;
+    LastPrices m_prices;
     QuoteFeed m_feed;
-    TradeLink m_link{nullptr};
+    ReplayLock m_replayLock;
+    ModuleWatch m_module{nullptr};
     SharedChannel m_shared{nullptr};
     QTimer m_patience;
 };

@@ -26,9 +26,7 @@ public:
     /// Waits for the overlays `kinds` (words of overlayKinds) of a chart that shows `data`.
     AnswerWatch(const ChartData &data, const QStringList &kinds, QObject *parent);
 
-    bool isComplete() const { return missing().isEmpty(); }
-
-    /// What has not come yet, for the user.
+    /// What has not come yet, for the user; empty when everything has.
     QStringList missing() const;
 
     /// An overlay of the kind has asked for a repaint.

@@ -1,5 +1,7 @@
 #include "terminal/trade/CutTextTips.h"
 
+#include "terminal/trade/RecordTable.h"
+
 #include <QHelpEvent>
 #include <QToolTip>
 
@@ -9,7 +11,7 @@ bool CutTextTips::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QS
                             const QModelIndex &index)
 {
     const bool isWhole = sizeHint(option, index).width() <= option.rect.width();
-    if (event->type() == QEvent::ToolTip && isWhole) {
+    if (event->type() == QEvent::ToolTip && isWhole && !index.data(hasOwnTip).toBool()) {
         QToolTip::hideText();
         return true;
     }

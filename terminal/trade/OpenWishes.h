@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <functional>
+#include <utility>
 
 namespace Terminal {
 

@@ -48,8 +48,9 @@ QString OrderDraft::problem() const
 {
     using Check = QString (OrderDraft::*)() const;
     static constexpr Check checks[] = {
-        &OrderDraft::moduleProblem, &OrderDraft::tickProblem,    &OrderDraft::limitProblem,
-        &OrderDraft::lotProblem,    &OrderDraft::holdingProblem, &OrderDraft::cashProblem,
+        &OrderDraft::moduleProblem, &OrderDraft::priceProblem, &OrderDraft::tickProblem,
+        &OrderDraft::limitProblem,  &OrderDraft::lotProblem,   &OrderDraft::holdingProblem,
+        &OrderDraft::cashProblem,
     };
     for (const Check check : checks) {
         const QString problem = (this->*check)();
@@ -62,13 +63,21 @@ QString OrderDraft::problem() const
 
 QString OrderDraft::moduleProblem() const
 {
-    return m_facts.moduleAnswers ? QString() : tr("The trading module does not answer.");
+    if (!m_facts.moduleAnswers) {
+        return tr("The trading module does not answer.");
+    }
+    return m_facts.isReadOnly ? tr("The account can only be read.") : QString();
+}
+
+QString OrderDraft::priceProblem() const
+{
+    return m_order.price > 0 ? QString() : tr("There is no price yet.");
 }
 
 QString OrderDraft::tickProblem() const
 {
     constexpr double noise = 1e-6; // of binary fractions, in yuan
-    const bool isOnTick = m_order.price > 0 && std::abs(m_order.price - onStep(m_order.price)) < noise;
+    const bool isOnTick = std::abs(m_order.price - onStep(m_order.price)) < noise;
     return isOnTick ? QString() : tr("The price must be a multiple of 0.01.");
 }
 

@@ -22,6 +22,7 @@ constexpr qint64 wholeLots(qint64 shares)
 struct DraftFacts
 {
     bool moduleAnswers = false;
+    bool isReadOnly = false;           ///< the module says that it takes no orders
     std::optional<double> closeBefore; ///< of the day before, by which the price limits go
     std::optional<double> available;   ///< cash
     std::optional<qint64> held;        ///< shares of the security
@@ -63,6 +64,7 @@ public:
 
 private:
     QString moduleProblem() const;
+    QString priceProblem() const;
     QString tickProblem() const;
     QString limitProblem() const;
     QString lotProblem() const;

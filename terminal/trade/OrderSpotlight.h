@@ -5,6 +5,7 @@
 #include <qwt_plot_item.h>
 
 #include <functional>
+#include <utility>
 
 namespace Terminal {
 

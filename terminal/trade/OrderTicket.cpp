@@ -1,9 +1,12 @@
 #include "terminal/trade/OrderTicket.h"
 
 #include "terminal/chart/text/FigureText.h"
+#include "terminal/trade/OrderResults.h"
 #include "terminal/trade/PartButtons.h"
+#include "terminal/trade/PlainText.h"
 #include "terminal/trade/PriceBox.h"
 #include "terminal/trade/QuantityBox.h"
+#include "terminal/trade/StyleProperty.h"
 #include "terminal/trade/TradeTables.h"
 
 #include <QApplication>
@@ -12,7 +15,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QStyle>
 #include <QVBoxLayout>
 
 namespace Terminal {
@@ -22,16 +24,6 @@ namespace {
 constexpr int ticketWidth = 252;
 constexpr int margin = 12;
 constexpr int gap = 6;
-
-/// Lets the style sheet see a property that has changed.
-void setStyleProperty(QWidget *widget, const char *name, const QString &value)
-{
-    if (widget->property(name).toString() != value) {
-        widget->setProperty(name, value);
-        widget->style()->unpolish(widget);
-        widget->style()->polish(widget);
-    }
-}
 
 QString sideWord(Direction side)
 {
@@ -52,6 +44,7 @@ QLabel *makeLabel(const char *name)
 OrderTicket::OrderTicket(QWidget *parent)
     : QWidget(parent),
       m_title(makeLabel("ticketTitle")),
+      m_account(makeLabel("ticketAccount")),
       m_buy(new QPushButton),
       m_sell(new QPushButton),
       m_priceLabel(makeLabel("ticketCaption")),
@@ -65,13 +58,15 @@ OrderTicket::OrderTicket(QWidget *parent)
       m_amount(makeLabel("ticketAmount")),
       m_problem(makeLabel("ticketProblem")),
       m_send(new QPushButton),
-      m_result(makeLabel("ticketResult"))
+      m_notice(makeLabel("ticketNotice")),
+      m_results(new OrderResults)
 {
     setUpSides();
     setUpFields();
     setUpLayout();
     setFixedWidth(ticketWidth);
     setSide(Direction::Buy);
+    setNotice({});
     showTexts();
 }
 
@@ -118,6 +113,7 @@ void OrderTicket::setUpLayout()
     column->setContentsMargins(margin, margin, margin, margin);
     column->setSpacing(gap);
     column->addWidget(m_title);
+    column->addWidget(m_account);
     column->addLayout(sides);
     column->addSpacing(gap);
     column->addWidget(m_priceLabel);
@@ -132,21 +128,39 @@ void OrderTicket::setUpLayout()
     column->addLayout(amounts);
     column->addWidget(m_problem);
     column->addWidget(m_send);
-    column->addWidget(m_result);
+    column->addWidget(m_notice);
+    column->addWidget(m_results);
     column->addStretch(1);
 }
 
-void OrderTicket::setSecurity(const Security &security, double price)
+void OrderTicket::setSecurity(const Security &security, std::optional<double> price)
 {
     const bool isOther = security.id() != m_security.id();
     m_security = security;
-    m_title->setText(QStringLiteral("%1  %2").arg(security.name, security.code));
+    m_title->setText(QStringLiteral("%1  %2").arg(plainText(security.name), plainText(security.code)));
     if (isOther) {
         m_quantity->setShares(sharesOfLot);
-        fillInPrice(price);
-        showResult({}, Tone::Plain);
+        fillInPrice(price.value_or(0));
     }
     setLastPrice(price);
+}
+
+void OrderTicket::setAccount(const QString &account)
+{
+    m_accountName = account;
+    showAccount();
+}
+
+void OrderTicket::showAccount()
+{
+    m_account->setText(tr("Account %1").arg(plainText(m_accountName)));
+    m_account->setVisible(!m_accountName.isEmpty());
+}
+
+void OrderTicket::setNotice(const QString &notice)
+{
+    m_notice->setText(plainText(notice));
+    m_notice->setVisible(!notice.isEmpty());
 }
 
 void OrderTicket::setFacts(const DraftFacts &facts)
@@ -164,11 +178,11 @@ void OrderTicket::setSide(Direction side)
     showDraft();
 }
 
-void OrderTicket::setLastPrice(double price)
+void OrderTicket::setLastPrice(std::optional<double> price)
 {
     const QWidget *const focus = QApplication::focusWidget();
-    if (!m_hasOwnPrice && !(focus != nullptr && isAncestorOf(focus))) {
-        fillInPrice(price);
+    if (price && !m_hasOwnPrice && !(focus != nullptr && isAncestorOf(focus))) {
+        fillInPrice(*price);
     }
     showDraft();
 }
@@ -188,7 +202,7 @@ void OrderTicket::setPrice(double price)
 void OrderTicket::setAmountsHidden(bool hidden)
 {
     if (hidden && !m_hidesAmounts) {
-        showResult({}, Tone::Plain); // it may tell the quantity of the last order
+        m_results->clear(); // they may tell the quantities of the last orders
     }
     m_hidesAmounts = hidden;
     showDraft();
@@ -205,14 +219,6 @@ void OrderTicket::focusPrice()
     m_price->selectAll();
 }
 
-void OrderTicket::showResult(const QString &text, Tone tone)
-{
-    static constexpr const char *words[] = {"plain", "good", "bad"};
-    m_result->setText(text);
-    m_result->setVisible(!text.isEmpty());
-    setStyleProperty(m_result, "tone", QLatin1String(words[static_cast<int>(tone)]));
-}
-
 void OrderTicket::showTexts()
 {
     setAccessibleName(tr("Order ticket"));
@@ -226,6 +232,7 @@ void OrderTicket::showTexts()
     m_amountLabel->setText(tr("Amount without fees"));
     m_send->setToolTip(tr("Enter sends, Escape goes back to the chart"));
     m_parts->showTexts();
+    showAccount();
     showDraft();
 }
 

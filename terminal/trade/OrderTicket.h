@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+#include <optional>
+
 class QLabel;
 class QPushButton;
 
@@ -11,6 +13,7 @@ namespace Terminal {
 
 class PriceBox;
 class QuantityBox;
+class OrderResults;
 class PartButtons;
 
 /// The form of a limit order: side, price, quantity and what it comes to. It says what speaks against
@@ -22,12 +25,16 @@ class OrderTicket : public QWidget
 public:
     explicit OrderTicket(QWidget *parent = nullptr);
 
-    /// Another security begins with a lot at `price`, the last one; the same one stays as the user filled
-    /// it in.
-    void setSecurity(const Security &security, double price);
+    /// Another security begins with a lot at `price`, its last one, or without a price where there is none to
+    /// offer; the same one stays as the user filled it in.
+    void setSecurity(const Security &security, std::optional<double> price);
     /// Is filled in until the user chooses a price, and not while the keyboard is in the ticket: nothing
-    /// changes under somebody's hands.
-    void setLastPrice(double price);
+    /// changes under somebody's hands. Nothing: what stands there stays.
+    void setLastPrice(std::optional<double> price);
+    /// Names the account that the order is for; empty: it is not known.
+    void setAccount(const QString &account);
+    /// Says what the user has to know besides; empty: nothing.
+    void setNotice(const QString &notice);
     void setFacts(const DraftFacts &facts);
     void setSide(Direction side);
     /// The price that the user chose; rounded to the tick.
@@ -40,12 +47,11 @@ public:
     /// Puts the keyboard into the price, ready to be typed over.
     void focusPrice();
 
-    enum class Tone { Plain, Good, Bad };
     /// To be called when a sent order has ended, answered, or no longer waited for: until then the ticket
     /// sends no other one.
     void endSending();
-    /// What became of the last order, at the foot of the ticket.
-    void showResult(const QString &text, Tone tone);
+    /// What became of the last orders, at the foot of the ticket.
+    OrderResults *results() const { return m_results; }
 
 Q_SIGNALS:
     /// The user sends this order; nothing that is known speaks against it.
@@ -65,6 +71,7 @@ private:
     void showTexts();
     void showDraft();
     void fillInPrice(double price);
+    void showAccount();
     void send();
 
     Security m_security;
@@ -73,7 +80,9 @@ private:
     bool m_hidesAmounts = false;
     bool m_isSending = false;   ///< the order before has not ended
     bool m_hasOwnPrice = false; ///< one that the user chose
+    QString m_accountName;
     QLabel *m_title;
+    QLabel *m_account;
     QPushButton *m_buy;
     QPushButton *m_sell;
     QLabel *m_priceLabel;
@@ -87,7 +96,8 @@ private:
     QLabel *m_amount;
     QLabel *m_problem;
     QPushButton *m_send;
-    QLabel *m_result;
+    QLabel *m_notice;
+    OrderResults *m_results;
 };
 
 } // namespace Terminal

@@ -27,6 +27,9 @@ OrdersPanel::OrdersPanel(QWidget *parent)
     m_positionsView->setSelectionMode(QAbstractItemView::NoSelection);
     connect(m_ordersView, &OrdersView::rowsSelected, this, &OrdersPanel::selectionChanged);
     connect(m_ordersView, &OrdersView::cancelAsked, this, &OrdersPanel::cancelAsked);
+    for (QLabel *const caption : {m_ordersCaption, m_accountCaption}) {
+        caption->setTextFormat(Qt::PlainText);
+    }
     m_halves->add(m_ordersCaption, m_ordersView);
     m_halves->add(m_accountCaption, m_positionsView);
     auto *const layout = new QVBoxLayout(this);
@@ -69,11 +72,23 @@ void OrdersPanel::setAccount(const std::optional<Account> &account)
     showAccount();
 }
 
-void OrdersPanel::setLastPrice(const Security &security, std::optional<double> price)
+void OrdersPanel::setPrices(LastPriceOf lastPrice)
+{
+    m_lastPrice = std::move(lastPrice);
+    showAccount();
+}
+
+void OrdersPanel::setShownSecurity(const Security &security)
 {
     m_shownSecurity = security;
-    m_lastPrice = price;
     showAccount();
+}
+
+void OrdersPanel::setRefusals(const QString &ofOrders, const QString &ofAccount)
+{
+    m_ordersRefusal = ofOrders;
+    m_accountRefusal = ofAccount;
+    showTexts();
 }
 
 void OrdersPanel::setAnswering(bool isAnswering)
@@ -93,33 +108,55 @@ void OrdersPanel::setAmountsHidden(bool hidden)
     m_hidesAmounts = hidden;
     m_orders.setAmountsHidden(hidden);
     m_positions.setAmountsHidden(hidden);
-    showAccount();
+    showTexts();
 }
 
 void OrdersPanel::showAccount()
 {
     std::vector<PricedPosition> rows;
+    bool hasReplayed = false;
     for (const Position &position : m_account ? m_account->positions : std::vector<Position>()) {
-        const bool isShown = position.security.id() == m_shownSecurity.id();
-        rows.push_back({position, isShown ? m_lastPrice : std::nullopt});
-        if (isShown && position.security.name.isEmpty()) {
-            rows.back().position.security.name =
-                m_shownSecurity.name; // the module knows names of statements only
+        rows.push_back({position, m_lastPrice(position.security)});
+        PricedPosition &row = rows.back();
+        hasReplayed |= row.last && row.last->origin == PriceOrigin::Replay;
+        if (position.security.id() == m_shownSecurity.id() && position.security.name.isEmpty()) {
+            row.position.security.name = m_shownSecurity.name; // the module knows names of statements only
         }
     }
     m_positions.setRecords(std::move(rows));
-    const auto money = [this](double yuan) { return shownAmount(amountText(yuan), m_hidesAmounts); };
-    m_accountCaption->setText(
-        m_account
-            ? tr("Positions · cash %1, available %2").arg(money(m_account->cash), money(m_account->available))
-            : tr("Positions"));
+    m_accountCaption->setText(accountCaption(hasReplayed));
     m_halves->shareByNeed();
 }
 
+QString OrdersPanel::accountCaption(bool hasReplayed) const
+{
+    if (!m_accountRefusal.isEmpty()) {
+        return tr("Positions · refused: %1").arg(plainText(withoutFigures(m_accountRefusal, m_hidesAmounts)));
+    }
+    if (!m_account) {
+        return tr("Positions");
+    }
+    const auto money = [this](double yuan) { return shownAmount(amountText(yuan), m_hidesAmounts); };
+    QString caption =
+        tr("Positions · cash %1, available %2").arg(money(m_account->cash), money(m_account->available));
+    if (!m_account->costMethod.isEmpty()) {
+        caption = tr("%1 · cost: %2").arg(caption, plainText(costMethodText(m_account->costMethod)));
+    }
+    return hasReplayed ? tr("%1 · at the replayed quote").arg(caption) : caption;
+}
+
+/// Orders that the module refuses to tell are those of an earlier answer.
 void OrdersPanel::showTexts()
 {
     const QString title = m_day ? tr("Orders of %1").arg(m_day->dashedText()) : tr("Today's orders");
-    m_ordersCaption->setText(m_isAnswering ? title : tr("%1 · no answer from the trading module").arg(title));
+    QString caption = title;
+    if (!m_isAnswering) {
+        caption = tr("%1 · no answer from the trading module").arg(title);
+    } else if (!m_ordersRefusal.isEmpty()) {
+        caption =
+            tr("%1 · refused: %2").arg(title, plainText(withoutFigures(m_ordersRefusal, m_hidesAmounts)));
+    }
+    m_ordersCaption->setText(caption);
     m_ordersView->setAccessibleName(title);
     m_positionsView->setAccessibleName(tr("Positions"));
     showAccount();

@@ -30,10 +30,16 @@ public:
     void setOrders(const OrderRecords &orders, std::optional<Trading::TradingDate> day);
     /// Nothing: the account is not known.
     void setAccount(const std::optional<Account> &account);
-    /// The last price that the chart shows.
-    void setLastPrice(const Security &security, std::optional<double> price);
+    /// Positions are priced by this from now on; it must outlive the panel.
+    void setPrices(LastPriceOf lastPrice);
+    /// Other prices are known now.
+    void showPrices() { showAccount(); }
+    /// The security on the chart, whose name the module need not know.
+    void setShownSecurity(const Security &security);
     /// Says in the panel whether its figures are kept up to date.
     void setAnswering(bool isAnswering);
+    /// Says why the trading module does not tell the orders, or the account; empty where it does.
+    void setRefusals(const QString &ofOrders, const QString &ofAccount);
     void setTheme(const ChartTheme &theme);
     void setAmountsHidden(bool hidden);
 
@@ -63,6 +69,7 @@ protected:
 private:
     void showTexts();
     void showAccount();
+    QString accountCaption(bool hasReplayed) const;
 
     OrdersTable m_orders;
     PositionsTable m_positions;
@@ -73,7 +80,9 @@ private:
     SharedWidth *m_halves;
     std::optional<Account> m_account;
     Security m_shownSecurity;
-    std::optional<double> m_lastPrice;
+    LastPriceOf m_lastPrice = [](const Security &) { return std::nullopt; };
+    QString m_ordersRefusal;
+    QString m_accountRefusal;
     std::optional<Trading::TradingDate> m_day; ///< nothing: today
     bool m_isAnswering = false;
     bool m_hidesAmounts = false;

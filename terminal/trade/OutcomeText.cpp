@@ -1,22 +1,54 @@
 #include "terminal/trade/OutcomeText.h"
 
+#include "terminal/trade/PlainText.h"
+#include "terminal/trade/ShownAmount.h"
 #include "terminal/trade/TradeTables.h"
 
 namespace Terminal {
 
+namespace {
+
+QString nameOf(const Security &security)
+{
+    return plainText(security.name.isEmpty() ? security.code : security.name);
+}
+
+QString namedOrder(const OrderRequest &order, bool hidesAmounts)
+{
+    return QStringLiteral("%1 %2").arg(nameOf(order.security), orderSummary(order, hidesAmounts));
+}
+
+QString words(const DeskOutcome &outcome, bool hidesAmounts)
+{
+    return plainText(withoutFigures(outcome.text, hidesAmounts));
+}
+
+/// Name and code, whichever is known.
+QString fullName(const Security &security)
+{
+    return QStringLiteral("%1 %2").arg(plainText(security.name), plainText(security.code)).trimmed();
+}
+
+} // namespace
+
 QString OutcomeText::sent(const OrderRequest &order, bool hidesAmounts)
 {
-    return tr("Sent: %1").arg(orderSummary(order, hidesAmounts));
+    return tr("Sent: %1").arg(namedOrder(order, hidesAmounts));
+}
+
+QString OutcomeText::askedAgain(const OrderRequest &order, bool hidesAmounts)
+{
+    return tr("%1: no answer yet; asked again about this one order").arg(namedOrder(order, hidesAmounts));
 }
 
 QString OutcomeText::placed(const OrderRequest &order, const DeskOutcome &outcome, bool hidesAmounts)
 {
-    const QString what = orderSummary(order, hidesAmounts);
+    const QString what = namedOrder(order, hidesAmounts);
     switch (outcome.kind) {
     case DeskOutcome::Kind::Accepted:
-        return tr("%1: accepted, number %2").arg(what, outcome.text);
+        return tr("%1: accepted, number %2").arg(what, plainText(outcome.text));
     case DeskOutcome::Kind::Refused:
-        return tr("%1: refused: %2").arg(what, outcome.text);
+        return tr("%1: refused: %2").arg(what, words(outcome, hidesAmounts));
     case DeskOutcome::Kind::NotSent:
         return tr("%1: not sent, there is no connection to the trading module").arg(what);
     case DeskOutcome::Kind::NoAnswer:
@@ -25,30 +57,46 @@ QString OutcomeText::placed(const OrderRequest &order, const DeskOutcome &outcom
     return {};
 }
 
-QString OutcomeText::cancelled(const OrderRecord &order, const DeskOutcome &outcome)
+QString OutcomeText::cancelled(const OrderRecord &order, const DeskOutcome &outcome, bool hidesAmounts)
 {
+    const QString what = tr("Order %1 of %2").arg(plainText(order.number), nameOf(order.security));
     switch (outcome.kind) {
     case DeskOutcome::Kind::Accepted:
-        return outcome.text;
+        return tr("%1: %2").arg(what, words(outcome, hidesAmounts));
     case DeskOutcome::Kind::Refused:
-        return tr("Order %1 is not cancelled: %2").arg(order.number, outcome.text);
+        return tr("%1 is not cancelled: %2").arg(what, words(outcome, hidesAmounts));
     case DeskOutcome::Kind::NotSent:
-        return tr("Order %1 is not cancelled: there is no connection to the trading module")
-            .arg(order.number);
+        return tr("%1 is not cancelled: there is no connection to the trading module").arg(what);
     case DeskOutcome::Kind::NoAnswer:
-        return tr("No answer yet to the cancellation of order %1").arg(order.number);
+        return tr("%1: no answer yet to its cancellation").arg(what);
     }
     return {};
+}
+
+OrderQuestion::Words OutcomeText::sendQuestion(const OrderRequest &order, const QString &account)
+{
+    const double amount = order.price * static_cast<double>(order.quantity);
+    QStringList lines{
+        tr("Send this order?"),
+        fullName(order.security),
+        orderSummary(order, false),
+        tr("Amount without fees: %1").arg(amountText(amount)),
+    };
+    if (!account.isEmpty()) {
+        lines.append(tr("Account: %1").arg(plainText(account)));
+    }
+    return {tr("Send an order"), lines.join(QLatin1Char('\n')), orderSummary(order, false),
+            tr("Do not send")};
 }
 
 QString OutcomeText::cancelQuestion(const OrderRecord &order)
 {
     const QStringList lines{
         tr("Cancel this order?"),
-        QStringLiteral("%1 %2").arg(order.security.name, order.security.code),
+        fullName(order.security),
         orderSummary({order.security, order.side, order.price, order.quantity}, false),
         tr("Dealt so far: %1").arg(order.dealt),
-        tr("Number: %1").arg(order.number),
+        tr("Number: %1").arg(plainText(order.number)),
     };
     return lines.join(QLatin1Char('\n'));
 }

@@ -1,23 +1,28 @@
 #pragma once
 
 #include "terminal/trade/OrderDesk.h"
+#include "terminal/trade/OrderQuestion.h"
 
 #include <QCoreApplication>
 
 namespace Terminal {
 
-/// What the user reads of an order's way to the trading module and back, translated.
+/// What the user reads of an order's way to the trading module and back, translated: a line that names
+/// security and order, so that results of several are told apart. Where amounts are hidden, figures in the
+/// module's own words are, too.
 class OutcomeText
 {
     Q_DECLARE_TR_FUNCTIONS(OutcomeText)
 
 public:
     static QString sent(const OrderRequest &order, bool hidesAmounts);
+    static QString askedAgain(const OrderRequest &order, bool hidesAmounts);
     static QString placed(const OrderRequest &order, const DeskOutcome &outcome, bool hidesAmounts);
-    static QString cancelled(const OrderRecord &order, const DeskOutcome &outcome);
+    static QString cancelled(const OrderRecord &order, const DeskOutcome &outcome, bool hidesAmounts);
 
-    /// The question before an order is cancelled. It shows everything, also while amounts are hidden: the
-    /// user has to know what he cancels.
+    /// The questions before an order is sent or cancelled. They show everything, also while amounts are
+    /// hidden: the user has to know what he does. `account` may be empty: it is not known.
+    static OrderQuestion::Words sendQuestion(const OrderRequest &order, const QString &account);
     static QString cancelQuestion(const OrderRecord &order);
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/chart/theme/ChartTheme.h"
+#include "terminal/trade/PlainText.h"
 #include "terminal/trade/ShownAmount.h"
 
 #include <QAbstractTableModel>
@@ -11,6 +12,9 @@
 #include <vector>
 
 namespace Terminal {
+
+/// The role of cells whose tip tells something else than their text.
+constexpr int hasOwnTip = Qt::UserRole;
 
 /// Records as the rows of a table, by a list of columns. `Name` is an enum of the columns, from the left.
 template <typename Record, typename Name>
@@ -26,6 +30,8 @@ public:
         /// None: coloured as all text.
         QColor (*colour)(const Record &record, const ChartTheme &theme) = nullptr;
         bool isAmount = false; ///< of the user's own shares or money
+        /// What the tip of the cell tells, cut or not; none: the whole of a text that is cut.
+        QString (*tip)(const Record &record) = nullptr;
     };
 
     /// Tells whether two records are the same row at different times.
@@ -103,9 +109,11 @@ public:
         const Record &row = record(index.row());
         switch (role) {
         case Qt::DisplayRole:
-            return shownAmount(shown.text(row), shown.isAmount && m_hidesAmounts);
+            return plainText(shownAmount(shown.text(row), shown.isAmount && m_hidesAmounts));
         case Qt::ToolTipRole:
-            return asTip(data(index, Qt::DisplayRole).toString());
+            return asTip(shown.tip ? shown.tip(row) : data(index, Qt::DisplayRole).toString());
+        case hasOwnTip:
+            return shown.tip != nullptr;
         case Qt::TextAlignmentRole:
             return static_cast<int>(shown.alignment | Qt::AlignVCenter);
         case Qt::ForegroundRole:

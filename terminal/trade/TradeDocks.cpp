@@ -4,12 +4,15 @@
 #include "terminal/plugin/HostRecords.h"
 #include "terminal/plugin/OverlayHost.h"
 #include "terminal/plugin/UserPrompts.h"
+#include "terminal/trade/OrderResults.h"
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/OutcomeText.h"
+#include "terminal/trade/ShownAmount.h"
 #include "terminal/trade/TradeDock.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QMainWindow>
 #include <QPointer>
 #include <QShortcut>
@@ -35,11 +38,11 @@ QString keyText(Qt::Key key)
 } // namespace
 
 TradeDocks::TradeDocks(QMainWindow *window, ChartView *chart, OrderDesk *desk, UserPrompts *prompts,
-                       CloseBefore closeBefore)
+                       Prices prices)
     : m_window(window),
       m_chart(chart),
       m_prompts(prompts),
-      m_closeBefore(std::move(closeBefore)),
+      m_prices(std::move(prices)),
       m_desk(*desk),
       m_chartOrders(chart),
       m_ticket(new OrderTicket),
@@ -47,15 +50,18 @@ TradeDocks::TradeDocks(QMainWindow *window, ChartView *chart, OrderDesk *desk, U
       m_ticketDock(new TradeDock("ticketDock", m_ticket, window, Qt::RightDockWidgetArea)),
       m_panelDock(new TradeDock("ordersDock", m_panel, window, Qt::BottomDockWidgetArea)),
       m_ticketAction(m_ticketDock->toggleViewAction()),
-      m_panelAction(m_panelDock->toggleViewAction())
+      m_panelAction(m_panelDock->toggleViewAction()),
+      m_askAction(new QAction(this))
 {
+    m_askAction->setCheckable(true);
+    m_askAction->setChecked(true);
+    m_panel->setPrices(m_prices.last);
     window->setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     addShortcuts();
     wireTicket();
     wirePanel();
     wireDesk();
     connect(chart, &ChartView::dataChanged, this, &TradeDocks::showChart);
-    connect(chart, &ChartView::barsAppended, this, &TradeDocks::showLastPrice);
     for (TradeDock *const dock : {m_ticketDock, m_panelDock}) {
         connect(dock, &QDockWidget::visibilityChanged, this, &TradeDocks::watchWhenShown);
     }
@@ -84,7 +90,7 @@ void TradeDocks::wireTicket()
     connect(m_ticket, &OrderTicket::sendAsked, this, &TradeDocks::sendOrder);
     connect(m_ticket, &OrderTicket::left, this, [this] { m_chart->setFocus(); });
     connect(&m_chartOrders, &ChartOrders::priceClicked, this, [this](double price) {
-        if (m_ticketDock->isVisible()) {
+        if (m_ticketDock->isVisible() && !shownDay()) { // a price of a past day is none for an order of today
             m_ticket->setPrice(price);
         }
     });
@@ -103,6 +109,7 @@ void TradeDocks::wireDesk()
     connect(&m_desk, &OrderDesk::ordersChanged, this, &TradeDocks::showOrders);
     connect(&m_desk, &OrderDesk::accountChanged, this, &TradeDocks::showFacts);
     connect(&m_desk, &OrderDesk::answeringChanged, this, &TradeDocks::showFacts);
+    connect(&m_desk, &OrderDesk::askedAgain, this, &TradeDocks::tellAskedAgain);
     connect(&m_desk, &OrderDesk::placed, this, &TradeDocks::tellPlaced);
     connect(&m_desk, &OrderDesk::cancelAnswered, this, &TradeDocks::tellCancelled);
 }
@@ -141,6 +148,7 @@ void TradeDocks::setAmountsHidden(bool hidden)
     m_hidesAmounts = hidden;
     m_ticket->setAmountsHidden(hidden);
     m_panel->setAmountsHidden(hidden);
+    showFacts();
 }
 
 void TradeDocks::showTexts()
@@ -149,6 +157,8 @@ void TradeDocks::showTexts()
     m_panelDock->setWindowTitle(tr("Orders and positions"));
     m_ticketAction->setText(withKeys(tr("Order ticket: buy, sell"), {keyText(buyKey), keyText(sellKey)}));
     m_panelAction->setText(withKeys(tr("Orders and positions"), {keyText(panelKey)}));
+    m_askAction->setText(tr("Ask before an order is sent"));
+    showFacts();
 }
 
 std::optional<Trading::TradingDate> TradeDocks::shownDay() const
@@ -158,51 +168,101 @@ std::optional<Trading::TradingDate> TradeDocks::shownDay() const
     return isPastDay ? std::optional(dayOf(data.bars.back())) : std::nullopt;
 }
 
+/// None on the chart of a past day: an order is one of today.
+std::optional<double> TradeDocks::offeredPrice() const
+{
+    const auto last = shownDay() ? std::nullopt : m_prices.last(m_chart->data().security);
+    return last ? std::optional(last->price) : std::nullopt;
+}
+
 void TradeDocks::showChart()
 {
     const ChartData &data = m_chart->data();
-    const auto last = data.bars.empty() ? std::nullopt : std::optional<double>(data.bars.back().close);
-    m_facts.closeBefore = m_closeBefore(data);
+    m_facts.closeBefore = m_prices.closeBefore(data);
     m_desk.show(data.security, shownDay());
-    m_ticket->setSecurity(data.security, last.value_or(0));
-    m_panel->setLastPrice(data.security, last);
+    m_ticket->setSecurity(data.security, offeredPrice());
+    m_panel->setShownSecurity(data.security);
     showOrders();
     showFacts();
 }
 
-void TradeDocks::showLastPrice()
+void TradeDocks::showPrices()
 {
-    const ChartData &data = m_chart->data();
-    m_ticket->setLastPrice(data.bars.back().close);
-    m_panel->setLastPrice(data.security, data.bars.back().close);
+    m_ticket->setLastPrice(offeredPrice());
+    m_panel->showPrices();
+}
+
+void TradeDocks::setAccount(const QString &account)
+{
+    m_account = account;
+    m_ticket->setAccount(account);
+}
+
+void TradeDocks::setReadOnly(bool isReadOnly)
+{
+    m_facts.isReadOnly = isReadOnly;
+    showFacts();
 }
 
 void TradeDocks::showOrders()
 {
     m_chartOrders.setOrders(m_desk.orders());
     m_panel->setOrders(m_desk.orders(), shownDay());
+    m_panel->setRefusals(m_desk.ordersRefusal(), m_desk.accountRefusal());
 }
 
 void TradeDocks::showFacts()
 {
     const auto &account = m_desk.account();
+    const Position *const found = account ? account->find(m_chart->data().security) : nullptr;
+    const Position held = found == nullptr ? Position() : *found;
     m_facts.moduleAnswers = m_desk.isAnswering();
-    if (account) {
-        const Position *const found = account->find(m_chart->data().security);
-        const Position held = found == nullptr ? Position() : *found;
-        m_facts.available = account->available;
-        m_facts.held = held.quantity;
-        m_facts.sellable = held.sellable;
-    }
+    m_facts.available = account ? std::optional(account->available) : std::nullopt;
+    m_facts.held = account ? std::optional(held.quantity) : std::nullopt;
+    m_facts.sellable = account ? std::optional(held.sellable) : std::nullopt;
     m_ticket->setFacts(m_facts);
+    const QString refusal = withoutFigures(m_desk.accountRefusal(), m_hidesAmounts);
+    m_ticket->setNotice(refusal.isEmpty() ? QString() : tr("The account is not told: %1").arg(refusal));
     m_panel->setAccount(account);
     m_panel->setAnswering(m_desk.isAnswering());
+    m_panel->setRefusals(m_desk.ordersRefusal(), m_desk.accountRefusal());
 }
 
 void TradeDocks::sendOrder(const OrderRequest &order)
 {
-    m_ticket->showResult(OutcomeText::sent(order, m_hidesAmounts), OrderTicket::Tone::Plain);
-    m_desk.place(order);
+    const QPointer<TradeDocks> self(this); // the window may be closed while the user is asked
+    const bool isWanted = !m_askAction->isChecked() || isConfirmed(order);
+    if (!self) {
+        return;
+    }
+    if (!isWanted) {
+        m_ticket->endSending();
+        return;
+    }
+    const QString number = m_desk.place(order);
+    m_ticket->results()->tell(number, OutcomeText::sent(order, m_hidesAmounts), OrderResults::Tone::Plain);
+}
+
+/// What the user wishes for the next time holds whatever he answers.
+bool TradeDocks::isConfirmed(const OrderRequest &order)
+{
+    const QPointer<TradeDocks> self(this);
+    OrderQuestion question(OutcomeText::sendQuestion(order, m_account), m_window);
+    auto *const notAgain = new QCheckBox(tr("Do not ask again (menu View asks again)"));
+    question.setCheckBox(notAgain);
+    const bool isWanted = question.isConfirmed();
+    if (self && notAgain->isChecked()) {
+        m_askAction->setChecked(false);
+    }
+    return isWanted;
+}
+
+void TradeDocks::tellAskedAgain(const OrderRequest &order)
+{
+    if (order.origin == OrderOrigin::Hand) {
+        m_ticket->results()->tell(order.clientNumber, OutcomeText::askedAgain(order, m_hidesAmounts),
+                                  OrderResults::Tone::Plain);
+    }
 }
 
 /// A plan's orders are told by who has made the plan.
@@ -216,7 +276,8 @@ void TradeDocks::tellPlaced(const OrderRequest &order, const DeskOutcome &outcom
     }
     const bool isPlaced = outcome.kind == DeskOutcome::Kind::Accepted;
     const QString text = OutcomeText::placed(order, outcome, m_hidesAmounts);
-    m_ticket->showResult(text, isPlaced ? OrderTicket::Tone::Good : OrderTicket::Tone::Bad);
+    m_ticket->results()->tell(order.clientNumber, text,
+                              isPlaced ? OrderResults::Tone::Good : OrderResults::Tone::Bad);
     m_prompts->show(text);
 }
 
@@ -228,9 +289,14 @@ void TradeDocks::askToCancel(const OrderRecord &order)
     }
 }
 
+/// Beside the results of orders, where one does not take the place of the other.
 void TradeDocks::tellCancelled(const OrderRecord &order, const DeskOutcome &outcome)
 {
-    m_prompts->show(OutcomeText::cancelled(order, outcome));
+    const bool isTaken = outcome.kind == DeskOutcome::Kind::Accepted;
+    const QString text = OutcomeText::cancelled(order, outcome, m_hidesAmounts);
+    m_ticket->results()->tell(QStringLiteral("cancellation of ") + order.number, text,
+                              isTaken ? OrderResults::Tone::Good : OrderResults::Tone::Bad);
+    m_prompts->show(text);
 }
 
 } // namespace Terminal

@@ -2,6 +2,7 @@
 
 #include "terminal/data/DataFolder.h"
 #include "terminal/trade/ChartOrders.h"
+#include "terminal/trade/LastPrice.h"
 #include "terminal/trade/OrderDesk.h"
 #include "terminal/trade/OrderDraft.h"
 
@@ -25,13 +26,17 @@ class TradeDocks : public QObject
     Q_OBJECT
 
 public:
-    /// The close by which today's price limits go, of what a chart shows.
-    using CloseBefore = std::function<std::optional<double>(const ChartData &)>;
+    /// What is known of prices besides the chart.
+    struct Prices
+    {
+        /// The close by which today's price limits go, of what a chart shows.
+        std::function<std::optional<double>(const ChartData &)> closeBefore;
+        LastPriceOf last;
+    };
 
-    /// `window`, `chart`, `desk` and `prompts` must outlive this object. The desk asks from when a dock is
-    /// first shown.
-    TradeDocks(QMainWindow *window, ChartView *chart, OrderDesk *desk, UserPrompts *prompts,
-               CloseBefore closeBefore);
+    /// `window`, `chart`, `desk`, `prompts` and what `prices` ask must outlive this object. The desk asks
+    /// from when a dock is first shown.
+    TradeDocks(QMainWindow *window, ChartView *chart, OrderDesk *desk, UserPrompts *prompts, Prices prices);
     ~TradeDocks() override;
 
     /// The overlays whose marks stand for orders.
@@ -45,6 +50,16 @@ public:
     void setShown(bool shown);
     /// Opens the ticket with the keyboard in its price.
     void openTicket(Direction side);
+
+    /// Names the account that orders are for, in the ticket and in the question; empty: it is not known.
+    void setAccount(const QString &account);
+    /// The trading module says whether its ledger can only be read.
+    void setReadOnly(bool isReadOnly);
+    /// Other prices are known now.
+    void showPrices();
+
+    /// The switch of the question before an order is sent; on at first.
+    QAction *askAction() const { return m_askAction; }
 
     QAction *ticketAction() const { return m_ticketAction; }
     QAction *panelAction() const { return m_panelAction; }
@@ -62,10 +77,12 @@ private:
     void wirePanel();
     void wireDesk();
     void watchWhenShown();
-    void showLastPrice();
     void showOrders();
     void showFacts();
     void sendOrder(const OrderRequest &order);
+    bool isConfirmed(const OrderRequest &order);
+    std::optional<double> offeredPrice() const;
+    void tellAskedAgain(const OrderRequest &order);
     void askToCancel(const OrderRecord &order);
     void tellPlaced(const OrderRequest &order, const DeskOutcome &outcome);
     void tellCancelled(const OrderRecord &order, const DeskOutcome &outcome);
@@ -74,7 +91,8 @@ private:
     QMainWindow *m_window;
     ChartView *m_chart;
     UserPrompts *m_prompts;
-    CloseBefore m_closeBefore;
+    Prices m_prices;
+    QString m_account;
     DraftFacts m_facts;
     bool m_hidesAmounts = false;
     OrderDesk &m_desk;
@@ -85,6 +103,7 @@ private:
     TradeDock *m_panelDock;
     QAction *m_ticketAction;
     QAction *m_panelAction;
+    QAction *m_askAction;
 };
 
 } // namespace Terminal

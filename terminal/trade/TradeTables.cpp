@@ -48,6 +48,24 @@ QString profitText(const PricedPosition &row)
     return !profit ? noFigure() : (*profit > 0 ? QStringLiteral("+") : QString()) + amountText(*profit);
 }
 
+/// Where the price of the row comes from.
+QString originText(const PricedPosition &row)
+{
+    if (!row.last) {
+        return Texts::tr("No price is known");
+    }
+    const QString day = row.last->day.dashedText();
+    switch (row.last->origin) {
+    case PriceOrigin::Quote:
+        return Texts::tr("Quote of %1").arg(day);
+    case PriceOrigin::Close:
+        return Texts::tr("Close of %1").arg(day);
+    case PriceOrigin::Replay:
+        return Texts::tr("Replayed quote of %1").arg(day);
+    }
+    return {};
+}
+
 bool isSameOrder(const OrderRecord &one, const OrderRecord &other)
 {
     return one.number == other.number && one.day == other.day;
@@ -98,9 +116,10 @@ std::vector<PositionsTable::Column> positionColumns()
         {PositionColumn::Cost, [] { return Texts::tr("Cost"); }, Qt::AlignRight,
          [](const PricedPosition &row) { return QString::number(row.position.cost, 'f', 3); }, nullptr, true},
         {PositionColumn::Last, [] { return Texts::tr("Last"); }, Qt::AlignRight,
-         [](const PricedPosition &row) { return figure(row.lastPrice, 2); }},
+         [](const PricedPosition &row) { return row.last ? priceText(row.last->price) : noFigure(); },
+         nullptr, false, originText},
         {PositionColumn::Profit, [] { return Texts::tr("Profit"); }, Qt::AlignRight, profitText, profitColour,
-         true},
+         true, originText},
     };
 }
 
@@ -108,8 +127,8 @@ std::vector<PositionsTable::Column> positionColumns()
 
 std::optional<double> PricedPosition::profit() const
 {
-    return lastPrice
-               ? std::optional<double>((*lastPrice - position.cost) * static_cast<double>(position.quantity))
+    return last
+               ? std::optional<double>((last->price - position.cost) * static_cast<double>(position.quantity))
                : std::nullopt;
 }
 

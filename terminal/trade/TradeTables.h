@@ -1,6 +1,7 @@
 // The tables of the orders-and-positions panel.
 #pragma once
 
+#include "terminal/trade/LastPrice.h"
 #include "terminal/trade/RecordTable.h"
 #include "terminal/trade/TradeRecords.h"
 
@@ -8,11 +9,11 @@
 
 namespace Terminal {
 
-/// What is held, and what it comes to at the price that the chart shows last.
+/// What is held, and what it comes to at the security's own last price.
 struct PricedPosition
 {
     Position position;
-    std::optional<double> lastPrice; ///< nothing for securities that the chart does not show
+    std::optional<LastPrice> last;
 
     std::optional<double> profit() const;
 };

@@ -4,8 +4,10 @@
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/chart/view/ReadoutBar.h"
 #include "terminal/replay/ReplayedChart.h"
+#include "terminal/services/BusInstance.h"
 #include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Picture.h"
+#include "terminal/trade/PlainText.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/trade/TradeStyle.h"
 #include "terminal/ui/ChartBar.h"
@@ -38,12 +40,13 @@ int countOf(const DrawnMarks *marks)
                                  [](int sum, const DrawnMark &mark) { return sum + mark.count; });
 }
 
-/// The close by which today's price limits go.
-TradeDocks::CloseBefore closeBeforeToday(const ChartSource &source)
+TradeDocks::Prices pricesOf(TradingSession *session)
 {
-    return [&source](const ChartData &shown) {
-        return source.closeBefore(shown.security.code, Trading::TradingDate::today());
+    const auto closeBeforeToday = [session](const ChartData &shown) {
+        return session->source().closeBefore(shown.security.code, Trading::TradingDate::today());
     };
+    return {closeBeforeToday,
+            [session](const Security &security) { return session->prices()->of(security); }};
 }
 
 } // namespace
@@ -60,8 +63,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_strip(new StateStrip),
       m_prompts(m_chart),
       m_input(std::make_unique<ChartInput>(m_chart, nullptr, nullptr)),
-      m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts,
-                                           closeBeforeToday(session->source())))
+      m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts, pricesOf(session)))
 {
     setUpCentre();
     setUpChartBar();
@@ -70,6 +72,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     setUpStates();
     wireSession();
     m_trade->setAmountsHidden(options.hidesAmounts);
+    m_trade->askAction()->setChecked(options.asksBeforeSending);
     applyTheme();
     applyLanguage();
     resize(options.size);
@@ -108,6 +111,7 @@ void MainWindow::setUpView()
     view->addSeparator();
     view->addAction(m_trade->ticketAction());
     view->addAction(m_trade->panelAction());
+    view->addAction(m_trade->askAction());
     connect(view, &ViewMenu::riseColourChosen, this, [this](RiseColour colour) {
         m_options.riseColour = colour;
         applyTheme();
@@ -129,7 +133,12 @@ void MainWindow::setUpReplay()
     auto *const bar = new ReplayBar(m_session->replay(), m_chart);
     bar->setObjectName(QStringLiteral("replayBar"));
     addToolBar(Qt::BottomToolBarArea, bar);
-    connect(bar, &ReplayBar::replayAsked, this, &MainWindow::setReplaying);
+    connect(bar, &ReplayBar::replayAsked, this, [this](bool on) {
+        const QString problem = setReplaying(on);
+        if (!problem.isEmpty()) {
+            m_prompts.show(problem);
+        }
+    });
 }
 
 void MainWindow::setUpStates()
@@ -142,6 +151,11 @@ void MainWindow::setUpStates()
     connect(m_chart, &ChartView::viewChanged, this, soon);
     connect(m_chart, &ChartView::dataChanged, this, &MainWindow::takeShownChart);
     connect(&m_answers, &ScreenAnswers::foundWrong, this, &MainWindow::tellWrong);
+    connect(&m_answers, &ScreenAnswers::pastTradesChanged, this, [this](const QString &code) {
+        if (m_overlays) {
+            m_overlays->renewPastTrades(code);
+        }
+    });
     connect(&m_answers, &ScreenAnswers::asked, this, [this, soon](const QString &command) {
         m_states.noteAsked(command);
         soon();
@@ -156,12 +170,16 @@ void MainWindow::wireSession()
 {
     connect(m_session, &TradingSession::overlaysDue, this, &MainWindow::bringOverlays);
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
+    connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
+    connect(m_session, &TradingSession::stageChanged, this, &MainWindow::showStates);
+    connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
 }
 
 void MainWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         m_trade->showTexts();
+        showTitle();
         showStates();
     }
     QMainWindow::changeEvent(event);
@@ -216,10 +234,41 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Tra
     if (!loaded) {
         return false;
     }
+    m_session->prices()->readAnew(code);
     m_chart->setData(loaded.value());
     showChoices();
-    setWindowTitle(QStringLiteral("%1 %2").arg(loaded.value().security.name, code));
+    showTitle();
     return true;
+}
+
+void MainWindow::showTitle()
+{
+    const Security &shown = m_chart->data().security;
+    const QString account = accountText();
+    const QString chart = QStringLiteral("%1 %2").arg(plainText(shown.name), plainText(shown.code));
+    setWindowTitle(account.isEmpty() ? chart : QStringLiteral(u"%1 – %2").arg(chart, account));
+    m_trade->setAccount(account);
+}
+
+void MainWindow::takeModule()
+{
+    m_trade->setReadOnly(m_session->module()->state() == ModuleWatch::State::ReadOnly);
+    showTitle();
+    if (m_session->module()->isAnswering()) {
+        m_failure.clear();
+    }
+    showStates();
+}
+
+/// The ledger as a user knows it: the window's own, which our trading module serves and deals on paper, or
+/// else the one that another program's module names, whose deals may be real.
+QString MainWindow::accountText() const
+{
+    if (!m_options.ledger.isEmpty()) {
+        return tr("%1 (paper)").arg(ledgerName(m_options.ledger));
+    }
+    const auto presence = m_session->module()->presence();
+    return presence && !presence->ledger.isEmpty() ? ledgerName(presence->ledger) : QString();
 }
 
 void MainWindow::showChoices()
@@ -234,26 +283,29 @@ TerminalOptions MainWindow::shownOptions() const
     options.code = m_chart->data().security.code;
     options.period = m_chart->data().period;
     options.hidesAmounts = m_bar->hidesAmounts();
+    options.asksBeforeSending = m_trade->askAction()->isChecked();
     options.overlays = m_bar->chosenOverlays();
     return options;
 }
 
-void MainWindow::setReplaying(bool on)
+QString MainWindow::setReplaying(bool on)
 {
     const ChartData shown = m_chart->data();
     const bool showedReplay = m_replayedChart->isShown();
     if (!on) {
         m_session->replay()->close();
-    } else if (!m_session->openReplay(shown)) {
-        return;
-    }
-    if (on) {
+    } else {
+        const QString problem = m_session->openReplay(shown);
+        if (!problem.isEmpty()) {
+            return problem;
+        }
         m_trade->setShown(true); // a replay is there to be traded on
     }
     if (on || showedReplay) {
         loadOrTell(shown.security.code, ChartPeriod::Minute,
                    on ? std::nullopt : m_session->replay()->recordedDate());
     }
+    return {};
 }
 
 void MainWindow::bringOverlays()
@@ -295,10 +347,24 @@ void MainWindow::takeShownChart()
     m_states.setChart(m_chart->data());
 }
 
-void MainWindow::setModuleState(const ModuleState &module)
+void MainWindow::noteFailure(const QString &reason)
 {
-    m_module = module;
+    m_failure = reason;
     showStates();
+}
+
+ModuleState MainWindow::moduleState() const
+{
+    const TradingSession::Stage stage = m_session->stage();
+    const ModuleState found = moduleStateOf(*m_session->module());
+    if (!m_failure.isEmpty()) {
+        return {ModuleState::Failed, m_failure};
+    }
+    if (stage == TradingSession::Stage::Apart) {
+        return {ModuleState::Unasked};
+    }
+    const bool isEarly = stage == TradingSession::Stage::Awaiting && found.kind != ModuleState::Refusing;
+    return isEarly && found.isTrouble() ? ModuleState{ModuleState::Awaited} : found;
 }
 
 void MainWindow::showStates()
@@ -311,7 +377,7 @@ void MainWindow::showStates()
             m_bar->describeOverlay(kind, {});
         }
     }
-    m_strip->showModule(m_module);
+    m_strip->showModule(moduleState());
 }
 
 void MainWindow::showState(const OverlayKind &kind)

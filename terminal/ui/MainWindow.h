@@ -51,8 +51,8 @@ public:
     TerminalOptions shownOptions() const;
 
     /// Begins to replay the shown day of minutes, paused, or ends the replay; a chart of it shows the
-    /// recorded day then. Other charts cannot be replayed: nothing changes.
-    void setReplaying(bool on);
+    /// recorded day then. Returns why it cannot be replayed, for the user; then nothing changes.
+    QString setReplaying(bool on);
 
     /// The overlays that the options name come from this library, when the session says that they are due.
     void setOverlayLibrary(const OverlayLibrary &library) { m_library = library; }
@@ -66,8 +66,8 @@ public:
     /// What the overlays of the window hear; to be started when there is a bus.
     ScreenAnswers *answers() { return &m_answers; }
 
-    /// Tells how things stand with the trading module.
-    void setModuleState(const ModuleState &module);
+    /// Why the trading module, or the bus, could not be started; until a module answers.
+    void noteFailure(const QString &reason);
 
     /// Null before overlays are started.
     OverlayHost *overlays() const { return m_overlays.get(); }
@@ -95,6 +95,9 @@ private:
     void wireSession();
     void loadOrTell(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day);
     void showChoices();
+    void showTitle();
+    void takeModule();
+    QString accountText() const;
     void setAmountsHidden(bool hidden);
     void applyTheme();
     void applyLanguage();
@@ -102,6 +105,7 @@ private:
     void takeNews(const SharedNews &news);
     void toggleOverlay(const OverlayKind &kind, bool shown);
     void takeShownChart();
+    ModuleState moduleState() const;
     void showStates();
     void showState(const OverlayKind &kind);
     void tellWrong(const QStringList &faults);
@@ -114,7 +118,7 @@ private:
     InterfaceLanguage m_language;
     ScreenAnswers m_answers;
     OverlayStates m_states;
-    ModuleState m_module;
+    QString m_failure; ///< see noteFailure()
     QTimer m_statesSoon;
     QString m_loadError;
     ChartView *m_chart;

@@ -1,13 +1,11 @@
 #include "terminal/ui/WindowPrompts.h"
 
+#include "terminal/trade/OrderQuestion.h"
 #include "terminal/ui/MessageBar.h"
 #include "terminal/ui/PopupRow.h"
 
 #include <QCoreApplication>
-#include <QLabel>
 #include <QMenu>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QWidgetAction>
 
 namespace Terminal {
@@ -35,18 +33,6 @@ void addRow(QMenu *menu, const QString &row, const QVector<int> &widths, int num
     menu->addAction(action);
     QObject::connect(menu, &QMenu::hovered, widget,
                      [widget, action](const QAction *hovered) { widget->setChosen(hovered == action); });
-}
-
-/// The first line of the question asks, the others tell what about. All of it is shown as it is written: a
-/// name that looks like markup must not change or hide what is asked.
-void setQuestion(QMessageBox *box, const QString &question)
-{
-    const int end = question.indexOf(QLatin1Char('\n'));
-    box->setText(end < 0 ? question : question.left(end));
-    box->setInformativeText(end < 0 ? QString() : question.mid(end + 1));
-    for (QLabel *const label : box->findChildren<QLabel *>()) {
-        label->setTextFormat(Qt::PlainText); // the box hands its own format to the first line alone
-    }
 }
 
 } // namespace
@@ -80,15 +66,9 @@ void WindowPrompts::clear()
 
 bool WindowPrompts::confirm(const QString &question)
 {
-    QMessageBox box(QMessageBox::Question, text("Cancel an order"), QString(), QMessageBox::NoButton,
-                    m_area->window());
-    setQuestion(&box, question);
-    const QPushButton *const yes = box.addButton(text("Cancel the order"), QMessageBox::AcceptRole);
-    QPushButton *const no = box.addButton(text("Keep the order"), QMessageBox::RejectRole);
-    box.setDefaultButton(no);
-    box.setEscapeButton(no);
-    box.exec();
-    return box.clickedButton() == yes;
+    OrderQuestion box({text("Cancel an order"), question, text("Cancel the order"), text("Keep the order")},
+                      m_area->window());
+    return box.isConfirmed();
 }
 
 } // namespace Terminal

@@ -10,6 +10,7 @@ namespace Terminal {
 namespace {
 
 const QString amountsKey = QStringLiteral("hide-amounts");
+const QString askingKey = QStringLiteral("ask-before-sending");
 const QString geometryKey = QStringLiteral("window/geometry");
 const QString layoutKey = QStringLiteral("window/layout");
 const QString panelKey = QStringLiteral("window/panel");
@@ -55,6 +56,7 @@ TerminalOptions WindowSettings::over(TerminalOptions options) const
         }
     }
     options.hidesAmounts = options.hidesAmounts || m_settings.value(amountsKey).toBool();
+    options.asksBeforeSending = m_settings.value(askingKey, options.asksBeforeSending).toBool();
     return options;
 }
 
@@ -76,6 +78,7 @@ void WindowSettings::remember(const TerminalOptions &options, const QMainWindow 
         m_settings.setValue(word.key(), word.value());
     }
     m_settings.setValue(amountsKey, options.hidesAmounts);
+    m_settings.setValue(askingKey, options.asksBeforeSending);
     m_settings.setValue(geometryKey, window.saveGeometry());
     m_settings.setValue(layoutKey, window.saveState());
     if (const auto *const panel = window.findChild<OrdersPanel *>()) {

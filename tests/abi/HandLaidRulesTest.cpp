@@ -9,6 +9,8 @@
 
 #include <utility>
 
+using namespace std::chrono_literals;
+
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
@@ -43,7 +45,8 @@ TEST_F(HandLaidRules, EveryNotificationLeadsToOneQuestion)
         QTimer::singleShot(5 * i, &context, [] { bus().deliver("TradeNotify", R"({"stkcode":"600536"})"); });
     }
     ASSERT_TRUE(waitUntil([] { return bus().sent.size() == 20; }));
-    EXPECT_FALSE(waitUntil([] { return bus().sent.size() > 20; }, 1500));
+    // longer than the second after which one more would come
+    EXPECT_FALSE(waitUntil([] { return bus().sent.size() > 20; }, 1500ms));
 }
 
 TEST_F(HandLaidRules, ANegativeRefreshIntervalRefreshesNothing)
@@ -54,7 +57,8 @@ TEST_F(HandLaidRules, ANegativeRefreshIntervalRefreshesNothing)
         create(json);
         ASSERT_TRUE(calcIt(security(1, "600536", 77), 4));
         bus().sent.clear();
-        EXPECT_FALSE(waitUntil([] { return !bus().sent.empty(); }, 100));
+        // an interval of nothing would have asked in the first turn of the loop
+        EXPECT_FALSE(waitUntil([] { return !bus().sent.empty(); }, 100ms));
         call<bool>(overlay, 3);
         call<void>(std::exchange(overlay, nullptr), 1);
     }
@@ -96,7 +100,8 @@ TEST_F(HandLaidRules, TheEndOfTheCostLineStopsItsTimerAlone)
     EXPECT_THAT(painter.calls, SizeIs(3));
     EXPECT_TRUE(calcIt(security(0, "000001", 78), 4));
     EXPECT_THAT(bus().sent, SizeIs(1)) << "another security";
-    EXPECT_FALSE(waitUntil([] { return bus().sent.size() > 1; }, 100));
+    // its interval was 0: a running timer would have asked in the first turn of the loop
+    EXPECT_FALSE(waitUntil([] { return bus().sent.size() > 1; }, 100ms));
 }
 
 TEST_F(HandLaidRules, TheEndOfTheBuySellPointsStopsTheirTimerAlone)

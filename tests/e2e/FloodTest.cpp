@@ -13,6 +13,8 @@
 
 #include <atomic>
 
+using namespace std::chrono_literals;
+
 using LocalCommunication::EndPoint;
 
 namespace {
@@ -45,7 +47,7 @@ TEST_F(Flood, AsksAboutEveryNotificationOfAFloodAndStillHandlesTheUsersInput)
                                      own.sendMessage("Global", "TradeNotify", R"({"stkcode":"600536"})");
                                  }
                              });
-    axis.mode = 1;
+    axis.mode = Korvane::TodayChart;
     int repaints = 0;
     axis.onUpdate = [&] { ++repaints; };
     const auto orders = create(2);
@@ -61,7 +63,7 @@ TEST_F(Flood, AsksAboutEveryNotificationOfAFloodAndStillHandlesTheUsersInput)
 
     const TurnWatch turns;
     trigger.sendMessage("Global", "Begin", "{}");
-    EXPECT_TRUE(waitUntil([&] { return repaints >= flood; }, 60000));
+    EXPECT_TRUE(waitUntil([&] { return repaints >= flood; }, 60s));
     EXPECT_GE(questions - questionsBefore, flood);
     EXPECT_LE(questions - questionsBefore, flood + 60) << "and the timer's own, once a second";
     EXPECT_LE(turns.longest(), 50.0);

@@ -27,7 +27,7 @@ class OverlaysTogether : public TradingModule
 protected:
     OverlaysTogether()
     {
-        axis.mode = 1; // today's chart
+        axis.mode = Korvane::TodayChart; // today's chart
         for (std::uint32_t minute = 1; minute <= 240; ++minute) {
             const std::uint32_t ofDay = minute <= 120 ? 570 + minute : 660 + minute;
             minutes.push_back(makeMinuteBar(dateNumber(QDate::currentDate()), ofDay / 60 * 100 + ofDay % 60));

@@ -89,7 +89,7 @@ TEST_F(WireModule, AnswersTheOrderPointsBehindAFloodOfNotifications)
 {
     const QDate date = QDate::currentDate();
     const auto today = static_cast<std::uint32_t>(date.year() * 10000 + date.month() * 100 + date.day());
-    axis.mode = 1;
+    axis.mode = Korvane::TodayChart;
     const Overlay points = create(2);
     Korvane::tagCodeWithName security = chinaSoft;
     ASSERT_TRUE(waitUntil([&] {

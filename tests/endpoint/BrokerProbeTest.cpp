@@ -32,7 +32,7 @@ TEST_F(BrokerProbeTest, TellsOnceOfABrokerThatHangs)
     broker.freeze();
 
     EXPECT_TRUE(waitUntil([this] { return toldCount > 0; }));
-    EXPECT_FALSE(waitUntil([this] { return toldCount > 1; }, 500)); // its time is the subject
+    EXPECT_FALSE(waitUntil([this] { return toldCount > 1; }, 500ms)); // its time is the subject
 }
 
 TEST_F(BrokerProbeTest, TellsOfABrokerThatHangsFromTheStart)
@@ -47,13 +47,13 @@ TEST_F(BrokerProbeTest, TellsOfABrokerThatHangsFromTheStart)
 
 TEST_F(BrokerProbeTest, SaysNothingOfABrokerThatAnswers)
 {
-    EXPECT_FALSE(waitUntil([this] { return toldCount > 0; }, 1000)); // its time is the subject
+    EXPECT_FALSE(waitUntil([this] { return toldCount > 0; }, 1s)); // its time is the subject
 }
 
 TEST_F(BrokerProbeTest, BlamesNoBrokerWhenTheTerminalStoodStill)
 {
     for (int i = 0; i < 5; ++i) {
-        QThread::msleep(300);
-        EXPECT_FALSE(waitUntil([this] { return toldCount > 0; }, 20));
+        QThread::msleep(300); // longer than the probe has patience: the standstill is the subject
+        EXPECT_FALSE(waitUntil([this] { return toldCount > 0; }, 20ms));
     }
 }

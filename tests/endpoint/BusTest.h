@@ -48,9 +48,9 @@ public:
         return waitUntil([&] { return readyCount > before; });
     }
 
-    bool waitForMessages(int count, int milliseconds = 20000)
+    bool waitForMessages(int count, std::chrono::milliseconds patience = std::chrono::seconds(20))
     {
-        return waitUntil([&] { return messages.size() >= count; }, milliseconds);
+        return waitUntil([&] { return messages.size() >= count; }, patience);
     }
 
     QList<QByteArray> payloads() const

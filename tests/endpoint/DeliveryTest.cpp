@@ -10,6 +10,8 @@
 #include <atomic>
 #include <memory>
 
+using namespace std::chrono_literals;
+
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -178,16 +180,17 @@ TEST_F(Delivery, LosesNothingForAReceiverThatDoesNotReadForFiveSeconds)
             }));
         }
         allSent = true;
-        waitUntil([&] { return allReceived.load(); }, 120000);
+        waitUntil([&] { return allReceived.load(); }, 120s);
     }));
     publisher->start();
     while (!allSent && publisher->isRunning()) {
         QThread::msleep(1); // this thread's event loop stands still
     }
+    // the five seconds are the promise: what the sender did in less time is waited out
     QThread::msleep(static_cast<unsigned long>(std::max<qint64>(0, 5000 - sinceStart.elapsed())));
     EXPECT_THAT(receiver.messages, IsEmpty());
 
-    EXPECT_TRUE(receiver.waitForMessages(count, 60000)) << receiver.messages.size() << " arrived";
+    EXPECT_TRUE(receiver.waitForMessages(count, 60s)) << receiver.messages.size() << " arrived";
     allReceived = true;
     publisher->wait();
     ASSERT_EQ(receiver.messages.size(), count);

@@ -2,6 +2,14 @@
 
 #include "tests/endpoint/TwoMembers.h"
 
+#include <QFileInfo>
+#include <QProcess>
+
+#include <memory>
+#include <vector>
+
+using namespace std::chrono_literals;
+
 using ::testing::ElementsAre;
 
 namespace {
@@ -56,7 +64,32 @@ TEST_F(Leaving, LosesNothingThoughTheSenderHasNotReadItsOwnMessages)
         }
     }
 
-    EXPECT_TRUE(receiver.waitForMessages(rounds * count, 5000)) << receiver.messages.size();
+    EXPECT_TRUE(receiver.waitForMessages(rounds * count, 5s)) << receiver.messages.size();
+}
+
+/// Descriptors of sockets that a program started now has; -1 where the system does not tell.
+int inheritedSockets()
+{
+    if (!QFileInfo::exists(QStringLiteral("/proc/self/fd"))) {
+        return -1;
+    }
+    QProcess program;
+    program.start(QStringLiteral("ls"), {QStringLiteral("-l"), QStringLiteral("/proc/self/fd")});
+    program.waitForFinished();
+    return program.readAll().count("socket:");
+}
+
+TEST_F(Leaving, LeavesNothingOfItToProgramsThatAreStartedMeanwhile)
+{
+    sender.disconnect();
+    receiver.disconnect();
+    const int before = inheritedSockets();
+    std::vector<std::unique_ptr<RecordingEndPoint>> members;
+    for (int i = 0; i < 10; ++i) {
+        members.push_back(std::make_unique<RecordingEndPoint>());
+        ASSERT_TRUE(members.back()->join(broker.address()));
+    }
+    EXPECT_EQ(inheritedSockets(), before);
 }
 
 TEST_F(Leaving, SurvivesLeavingTwiceAndNeverHavingJoined)

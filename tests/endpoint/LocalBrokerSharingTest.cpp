@@ -7,6 +7,8 @@
 #include <memory>
 #include <vector>
 
+using namespace std::chrono_literals;
+
 using LocalCommunication::DirectoryLock;
 
 namespace {
@@ -126,7 +128,8 @@ TEST_F(LocalBrokerSharing, WaitsForTheEndOfABrokerThatNoLongerAnswers)
 
     LocalBroker broker;
     broker.start(address());
-    EXPECT_FALSE(waitUntil([&] { return broker.processId() != 0; }, 1000));
+    // that it waits shows only by time: it tells nobody of it
+    EXPECT_FALSE(waitUntil([&] { return broker.processId() != 0; }, 1s));
     ending.release();
 
     EXPECT_TRUE(waitFor(broker, State::Running));

@@ -7,6 +7,8 @@
 #include <sys/resource.h>
 #include <vector>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 /// This program has only so many descriptors left while it lives.
@@ -132,13 +134,20 @@ TEST_F(LocalBrokerTest, ReplacesABrokerThatHangs)
     broker.start(address());
     ASSERT_TRUE(waitFor(broker, State::Running));
     const auto hanging = static_cast<pid_t>(broker.processId());
+    QString told;
+    QObject::connect(&broker, &LocalBroker::stateChanged, &broker, [&](State state) {
+        if (state == State::Failed) {
+            told = broker.problem();
+        }
+    });
 
     ::kill(hanging, SIGSTOP);
 
-    ASSERT_TRUE(waitUntil([&] { return broker.state() != State::Running; }, 10000));
+    ASSERT_TRUE(waitUntil([&] { return broker.state() != State::Running; }, 10s));
     EXPECT_TRUE(log.has(QStringLiteral("does not answer"))) << qPrintable(log.text());
     EXPECT_TRUE(waitFor(broker, State::Running));
     EXPECT_FALSE(isAlive(hanging));
+    EXPECT_TRUE(told.contains(QStringLiteral("did not answer"))) << qPrintable(told);
 }
 
 TEST_F(LocalBrokerTest, StaysStoppedWhenItIsStoppedWhileItTellsOfItsState)

@@ -8,8 +8,14 @@
 #include <QLocalSocket>
 #include <QTemporaryDir>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 using LocalCommunication::EndPoint;
 using ::testing::ElementsAre;
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -137,7 +143,7 @@ TEST_F(Outage, OfAHangingBrokerStopsNobody)
         crowd.push_back(std::make_unique<RecordingEndPoint>());
         expectNoWaiting([&] { crowd.back()->connect(broker.address()); });
     }
-    member.setRequestTimeout(300);
+    member.setRequestTimeout(300ms);
     QElapsedTimer clock;
     clock.start();
     EXPECT_EQ(member.request("TradeQuery", "x"), QByteArray());
@@ -175,7 +181,7 @@ TEST_F(Outage, OfAHangingBrokerBoundsWhatWaitsToBeSent)
     EXPECT_EQ(log.lines().filter(QStringLiteral("was not sent")).size(), 1) << qPrintable(log.text());
 
     broker.thaw();
-    EXPECT_TRUE(receiver.waitForMessages(accepted, 60000));
+    EXPECT_TRUE(receiver.waitForMessages(accepted, 60s));
     EXPECT_TRUE(waitUntil([&] { return sender.sendMessage("c", "t", megabyte); }));
 }
 
@@ -247,7 +253,8 @@ TEST_F(Outage, FillsNoLog)
     for (int i = 0; i < 1000; ++i) {
         EXPECT_FALSE(sender.sendMessage("c", "t", "p"));
     }
-    EXPECT_FALSE(waitUntil([] { return false; }, 500)); // some tries to join go by
+    EXPECT_FALSE(
+        waitUntil([] { return false; }, 500ms)); // some tries to join go by, whose number nobody tells
 
     EXPECT_EQ(log.lines().size(), 2) << qPrintable(log.text());
 }

@@ -5,12 +5,39 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+
 using LocalCommunication::EndPoint;
 using ::testing::IsEmpty;
 
+using namespace std::chrono_literals;
+
 namespace {
 
-constexpr int longTimeout = 20000; // milliseconds
+constexpr auto longTimeout = 20s;
+
+/// The longest time that passed between two turns of this thread's event loop.
+class TurnOfTheLoop
+{
+public:
+    TurnOfTheLoop()
+    {
+        QObject::connect(&m_heartbeat, &QTimer::timeout, &m_heartbeat, [this] {
+            m_longest = std::max(m_longest, std::chrono::milliseconds(m_clock.restart()));
+        });
+        m_clock.start();
+        m_heartbeat.start(0);
+    }
+
+    std::chrono::milliseconds longest() const { return m_longest; }
+
+private:
+    QTimer m_heartbeat;
+    QElapsedTimer m_clock;
+    std::chrono::milliseconds m_longest{};
+};
 
 class Request : public ::testing::Test
 {
@@ -66,7 +93,7 @@ TEST_F(Request, BringsTenMegabytes)
 
 TEST_F(Request, EndsAtItsTimeoutWhenNobodyAnswers)
 {
-    asker.setRequestTimeout(200);
+    asker.setRequestTimeout(200ms);
     QElapsedTimer clock;
     clock.start();
 
@@ -76,10 +103,76 @@ TEST_F(Request, EndsAtItsTimeoutWhenNobodyAnswers)
     EXPECT_LT(clock.elapsed(), 3000);
 }
 
+TEST_F(Request, WaitsForNobodyAgainAndAgain)
+{
+    const BackgroundResponder listener(broker.address(), "AnotherTopic");
+    asker.setRequestTimeout(200ms);
+    EXPECT_EQ(asker.request("TradeQuery", "anybody?"), QByteArray());
+    asker.setRequestTimeout(longTimeout);
+    QElapsedTimer clock;
+    clock.start();
+
+    for (int i = 0; i < 10; ++i) {
+        EXPECT_EQ(asker.request("TradeQuery", "still nobody?"), QByteArray());
+    }
+
+    EXPECT_LT(clock.elapsed(), 1000);
+}
+
+TEST_F(Request, WaitsAgainWhenSomebodyHasAnsweredLate)
+{
+    broker.freeze(); // and with it every answer
+    asker.setRequestTimeout(100ms);
+    EXPECT_EQ(asker.request("TradeQuery", "first"), QByteArray());
+    broker.thaw();
+    const BackgroundResponder module(broker.address(), "TradeQuery");
+    asker.setRequestTimeout(longTimeout);
+    waitUntil([this] { return !asker.request("TradeQuery", "second").isEmpty(); });
+    broker.freeze();
+    asker.setRequestTimeout(100ms);
+    QElapsedTimer clock;
+    clock.start();
+
+    asker.request("TradeQuery", "third");
+
+    EXPECT_GE(clock.elapsed(), 100);
+    broker.thaw();
+}
+
+TEST_F(Request, KeepsAWindowMovingWhileTheModuleHangs)
+{
+    std::atomic_bool hangs{true};
+    const BusThread module(broker.address(), "TradeQuery",
+                           [&hangs](EndPoint &own, const QByteArray &, const QByteArray &replyChannel) {
+                               if (!hangs) {
+                                   own.sendMessage(replyChannel, "TradeQuery", "answer");
+                               }
+                           });
+    ASSERT_TRUE(asker.listen("Global", "TradeNotify"));
+    asker.setRequestTimeout(200ms);
+    ASSERT_EQ(asker.request("TradeQuery", "first"), QByteArray());
+    asker.setRequestTimeout(3s);
+    QObject::connect(&asker, &EndPoint::messageReceived, &asker,
+                     [this] { asker.request("TradeQuery", "after a notification"); });
+    RecordingEndPoint market;
+    ASSERT_TRUE(market.join(broker.address()));
+    const TurnOfTheLoop turns;
+    for (int i = 0; i < 50; ++i) {
+        market.sendMessage("Global", "TradeNotify", "{}");
+    }
+
+    ASSERT_TRUE(asker.waitForMessages(50));
+    EXPECT_LT(turns.longest(),
+              500ms); // wide, for a busy machine: each question would have taken three seconds
+
+    hangs = false;
+    EXPECT_TRUE(waitUntil([this] { return asker.request("TradeQuery", "again?") == "answer"; }));
+}
+
 TEST_F(Request, DropsAnAnswerThatComesTooLate)
 {
     broker.freeze();
-    asker.setRequestTimeout(100);
+    asker.setRequestTimeout(100ms);
     EXPECT_EQ(asker.request("TradeQuery", "first"), QByteArray());
     broker.thaw();
     const BackgroundResponder module(broker.address(), "TradeQuery");
@@ -197,7 +290,7 @@ TEST_F(Request, IsAnsweredOnce)
     RecordingEndPoint module;
     module.subscribe("Global", "TradeQuery");
     ASSERT_TRUE(module.join(broker.address()));
-    asker.setRequestTimeout(50); // an endpoint of the same thread cannot answer in time
+    asker.setRequestTimeout(50ms); // an endpoint of the same thread cannot answer in time
     asker.request("TradeQuery", "x");
     ASSERT_TRUE(module.waitForMessages(1));
     const QByteArray replyChannel = module.messages[0].replyChannel;
@@ -213,7 +306,7 @@ TEST_F(Request, GivesEveryQuestionAReplyChannelOfItsOwn)
     RecordingEndPoint module;
     module.subscribe("Global", "TradeQuery");
     ASSERT_TRUE(module.join(broker.address()));
-    asker.setRequestTimeout(50);
+    asker.setRequestTimeout(50ms);
     asker.request("TradeQuery", "x");
     asker.request("TradeQuery", "y");
 
@@ -231,6 +324,6 @@ TEST_F(Request, IsEmptyAtOnceWithoutABus)
 
     EXPECT_EQ(asker.request("TradeQuery", "x"), QByteArray());
 
-    EXPECT_LT(clock.elapsed(), longTimeout / 2);
+    EXPECT_LT(std::chrono::milliseconds(clock.elapsed()), longTimeout / 2);
     EXPECT_TRUE(log.has(QStringLiteral("there is no bus")));
 }

@@ -4,6 +4,8 @@
 
 #include <QTemporaryDir>
 
+using namespace std::chrono_literals;
+
 TEST(Tcp, IsJoinedByNumberAndByEveryAddressOfAName)
 {
     const LogCapture log;
@@ -48,7 +50,7 @@ TEST(Tcp, LosesNothingOfASenderThatGoesAndHasNotReadItsOwnMessages)
         }
     }
 
-    EXPECT_TRUE(receiver.waitForMessages(rounds * count, 5000)) << receiver.messages.size();
+    EXPECT_TRUE(receiver.waitForMessages(rounds * count, 5s)) << receiver.messages.size();
 }
 
 TEST(Tcp, TellsWhenNobodyTakesConnections)
@@ -60,6 +62,6 @@ TEST(Tcp, TellsWhenNobodyTakesConnections)
     RecordingEndPoint endPoint;
     endPoint.connect(terminal.path());
 
-    EXPECT_TRUE(waitUntil([&] { return log.has(QStringLiteral("trying again")); }, 5000));
+    EXPECT_TRUE(waitUntil([&] { return log.has(QStringLiteral("trying again")); }, 5s));
     EXPECT_FALSE(endPoint.isConnected());
 }

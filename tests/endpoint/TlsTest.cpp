@@ -2,6 +2,10 @@
 
 #include "tests/endpoint/TlsTest.h"
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 TEST_F(Tls, CarriesMessagesAndRequests)
 {
     RecordingEndPoint receiver;
@@ -13,7 +17,7 @@ TEST_F(Tls, CarriesMessagesAndRequests)
 
     EXPECT_TRUE(sender.sendMessage("c", "t", "p"));
     EXPECT_TRUE(receiver.waitForMessages(1));
-    sender.setRequestTimeout(20000);
+    sender.setRequestTimeout(20s);
     EXPECT_EQ(sender.request("TradeQuery", "x"), "answer to x");
 }
 
@@ -36,7 +40,7 @@ TEST_F(Tls, BringsAnAnswerRightAfterConnecting)
 {
     const BackgroundResponder module(goodAddress(), "TradeQuery");
     RecordingEndPoint asker;
-    asker.setRequestTimeout(20000);
+    asker.setRequestTimeout(20s);
     asker.connect(goodAddress());
     asker.subscribe("c", "t");
 
@@ -107,7 +111,7 @@ TEST_F(Tls, TellsWhenNobodyTakesConnections)
     const auto isTold = [&] {
         return log.has(QStringLiteral("refused")) || log.has(QStringLiteral("nobody takes connections"));
     };
-    EXPECT_TRUE(waitUntil(isTold, 5000)) << qPrintable(log.text()); // sooner than a broker that hangs
+    EXPECT_TRUE(waitUntil(isTold, 5s)) << qPrintable(log.text()); // sooner than a broker that hangs
 }
 
 TEST_F(Tls, TellsWhenTheNameIsUnknown)

@@ -21,9 +21,9 @@ public:
              "-keyout", "ca.key", "-out", "ca.pem"});
         run({"req", "-newkey", "rsa:2048", "-nodes", "-subj", "/CN=localhost", "-keyout", "server.key",
              "-out", "server.csr"});
-        writeFile(path("server.ext"), "subjectAltName=DNS:localhost,IP:127.0.0.1\n");
-        run({"x509", "-req", "-in", "server.csr", "-CA", "ca.pem", "-CAkey", "ca.key", "-CAcreateserial",
-             "-days", "2", "-extfile", "server.ext", "-out", "server.pem"});
+        sign("server", "DNS:localhost,IP:127.0.0.1", "2");
+        sign("expired", "DNS:localhost,IP:127.0.0.1", "-1");
+        sign("elsewhere", "DNS:bus.example.com", "2");
         run({"req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", "/CN=Somebody else",
              "-keyout", "other.key", "-out", "other.pem"});
     }
@@ -31,6 +31,15 @@ public:
     QString path(const char *name) const { return m_directory.filePath(QLatin1String(name)); }
 
 private:
+    /// A certificate of the server's key for so many days.
+    void sign(const char *name, const char *hosts, const char *days)
+    {
+        const QByteArray file = QByteArray(name) + ".pem";
+        writeFile(path("server.ext"), QByteArray("subjectAltName=") + hosts + '\n');
+        run({"x509", "-req", "-in", "server.csr", "-CA", "ca.pem", "-CAkey", "ca.key", "-CAcreateserial",
+             "-days", days, "-extfile", "server.ext", "-out", file.constData()});
+    }
+
     void run(const std::vector<const char *> &arguments)
     {
         QStringList list;
@@ -79,10 +88,16 @@ protected:
         writeFile(file("password"), "secret\n");
         writeFile(file("wrong-password"), "guess\n");
         m_port = freePort();
+        serve("server.pem");
+    }
+
+    /// With this certificate.
+    void serve(const char *certificate)
+    {
         broker.setConfiguration(
             {QStringLiteral("listener %1 127.0.0.1").arg(m_port),
              QStringLiteral("cafile ") + certificates->path("ca.pem"),
-             QStringLiteral("certfile ") + certificates->path("server.pem"),
+             QStringLiteral("certfile ") + certificates->path(certificate),
              QStringLiteral("keyfile ") + certificates->path("server.key"),
              QStringLiteral("allow_anonymous false"), QStringLiteral("password_file ") + file("users"),
              QStringLiteral("acl_file ") + file("acl"), QStringLiteral("set_tcp_nodelay true"),

@@ -32,4 +32,31 @@ TEST_F(TlsTrust, TrustsNoBrokerOfAnotherAuthority)
     EXPECT_TRUE(waitUntil([&] { return log.has(QStringLiteral("trying again")); }));
     EXPECT_EQ(endPoint.readyCount, 0);
     EXPECT_FALSE(endPoint.isConnected());
+    EXPECT_TRUE(log.has(QStringLiteral("certificate verify failed"))) << qPrintable(log.text());
+    EXPECT_TRUE(log.has(QStringLiteral("ca_file"))) << qPrintable(log.text());
+}
+
+TEST_F(TlsTrust, TrustsNoCertificateThatIsOutOfDate)
+{
+    broker.kill();
+    serve("expired.pem");
+    const LogCapture log;
+    RecordingEndPoint endPoint;
+    endPoint.connect(goodAddress());
+
+    EXPECT_TRUE(waitUntil([&] { return log.has(QStringLiteral("out of date")); })) << qPrintable(log.text());
+    EXPECT_FALSE(endPoint.isConnected());
+}
+
+TEST_F(TlsTrust, TrustsNoCertificateOfAnotherHost)
+{
+    broker.kill();
+    serve("elsewhere.pem");
+    const LogCapture log;
+    RecordingEndPoint endPoint;
+    endPoint.connect(goodAddress());
+
+    EXPECT_TRUE(waitUntil([&] { return log.has(QStringLiteral("trying again")); }));
+    EXPECT_FALSE(endPoint.isConnected());
+    EXPECT_TRUE(log.has(QStringLiteral("certificate"))) << qPrintable(log.text());
 }

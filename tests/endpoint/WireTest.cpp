@@ -6,6 +6,10 @@
 #include <QProcess>
 #include <QStandardPaths>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 namespace {
 
 class Wire : public ::testing::Test
@@ -134,7 +138,7 @@ TEST_F(Wire, TakesTheAnswersOfOtherClients)
     shell.start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), QString(script).arg(broker.socketPath())});
     ASSERT_TRUE(shell.waitForStarted());
 
-    endPoint.setRequestTimeout(1000);
+    endPoint.setRequestTimeout(1s);
     QByteArray answer;
     for (int i = 0; i < 20 && answer.isEmpty(); ++i) { // it does not tell when it listens
         answer = endPoint.request("TradeQuery", "question");

@@ -133,7 +133,7 @@ QByteArray EndPoint::request(QByteArray topic, QByteArray payload)
     return bus.answerRequest ? bus.answerRequest(bus.requests.back()) : QByteArray();
 }
 
-void EndPoint::setRequestTimeout(int) {}
+void EndPoint::setRequestTimeout(std::chrono::milliseconds) {}
 
 bool EndPoint::isConnected() const
 {

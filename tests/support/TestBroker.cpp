@@ -12,13 +12,20 @@
 #include <QStandardPaths>
 #include <QTimer>
 
+#include <chrono>
 #include <csignal>
 #include <sys/types.h>
 #include <unistd.h>
 
 namespace {
 
-constexpr int startTimeout = 20000; // milliseconds, as Qt wants them
+constexpr std::chrono::milliseconds patience = std::chrono::seconds(20);
+
+/// As Qt's processes and sockets want it.
+constexpr int inMilliseconds(std::chrono::milliseconds time)
+{
+    return static_cast<int>(time.count());
+}
 
 QString brokerProgram()
 {
@@ -37,7 +44,7 @@ bool answers(const QString &socketPath)
 {
     QLocalSocket probe;
     probe.connectToServer(socketPath);
-    return probe.waitForConnected(1000);
+    return probe.waitForConnected(inMilliseconds(std::chrono::seconds(1)));
 }
 
 } // namespace
@@ -87,8 +94,8 @@ void TestBroker::start()
     writeConfiguration();
     m_process.start(brokerProgram(),
                     {QStringLiteral("-c"), m_directory.filePath(QStringLiteral("mosquitto.conf"))});
-    ASSERT_TRUE(m_process.waitForStarted(startTimeout)) << qPrintable(m_process.errorString());
-    const QDeadlineTimer deadline(startTimeout);
+    ASSERT_TRUE(m_process.waitForStarted(inMilliseconds(patience))) << qPrintable(m_process.errorString());
+    const QDeadlineTimer deadline(patience);
     while (!answers(socketPath())) {
         ASSERT_FALSE(m_process.waitForFinished(2)) << qPrintable(log());
         ASSERT_FALSE(deadline.hasExpired()) << qPrintable(log());
@@ -98,13 +105,13 @@ void TestBroker::start()
 void TestBroker::kill()
 {
     m_process.kill();
-    m_process.waitForFinished(startTimeout);
+    m_process.waitForFinished(inMilliseconds(patience));
 }
 
 void TestBroker::shutDown()
 {
     m_process.terminate();
-    m_process.waitForFinished(startTimeout);
+    m_process.waitForFinished(inMilliseconds(patience));
 }
 
 void TestBroker::freeze()

@@ -6,9 +6,9 @@
 #include <QEventLoop>
 #include <QTimer>
 
-bool waitUntil(const std::function<bool()> &condition, int milliseconds)
+bool waitUntil(const std::function<bool()> &condition, std::chrono::milliseconds patience)
 {
-    const QDeadlineTimer deadline(milliseconds);
+    const QDeadlineTimer deadline(patience);
     QEventLoop loop;
     QTimer pulse; // for conditions that no event of this thread brings about
     pulse.start(5);

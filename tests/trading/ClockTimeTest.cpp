@@ -25,7 +25,6 @@ TEST(ClockTime, IsMadeOfEachOfTheWidths)
     const ClockTime halfPastNine = ClockTime::of(9, 30).value();
 
     EXPECT_EQ(ClockTime::ofNumber(9300000), halfPastNine);
-    EXPECT_EQ(ClockTime::ofSeconds(93000), halfPastNine);
     EXPECT_EQ(ClockTime::ofMinute(570), halfPastNine);
     EXPECT_EQ(ClockTime::ofClock(QTime(9, 30)), halfPastNine);
     EXPECT_EQ(ClockTime::ofClock(QTime(9, 30, 15, 429)), ClockTime::of(9, 30, 15, 42));
@@ -36,7 +35,6 @@ TEST(ClockTime, IsNotMadeOfWhatNoClockShows)
     for (const int number : {-1, 24000000, 9600000, 9306000, 100000000}) {
         EXPECT_EQ(ClockTime::ofNumber(number), std::nullopt) << number;
     }
-    EXPECT_EQ(ClockTime::ofSeconds(240000), std::nullopt);
     EXPECT_EQ(ClockTime::ofMinute(1440), std::nullopt);
     EXPECT_EQ(ClockTime::ofMinute(-1), std::nullopt);
     EXPECT_EQ(ClockTime::of(9, 30, 15, 100), std::nullopt);

@@ -51,7 +51,7 @@ TEST(MessageTable, SaysWhatComesOfEveryRequiredKeyThatIsWrong)
     }
 }
 
-TEST(MessagePage, HasTheTablesOfTheCode)
+TEST(MessageTablePage, HasTheTablesOfTheCode)
 {
     QFile file(QStringLiteral(TRADECHART_SOURCE_DIR "/docs/messages.md"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -60,7 +60,7 @@ TEST(MessagePage, HasTheTablesOfTheCode)
         << "scripts/message-page writes it anew";
 }
 
-TEST(MessagePage, IsLeftAloneWithoutMarks)
+TEST(MessageTablePage, IsLeftAloneWithoutMarks)
 {
     EXPECT_TRUE(withMessageTables("# A page\n").isEmpty());
 }

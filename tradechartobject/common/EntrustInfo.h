@@ -17,8 +17,8 @@ struct EntrustInfo
     std::int64_t orderTime; ///< hhmmss
     double orderPrice;      ///< in the currency of the security
     std::int64_t orderQty;  ///< in shares, as the other quantities
-    std::int64_t matchQty;  ///< executed
-    double matchPrice;      ///< average price of what was executed; not finite while nothing was
+    std::int64_t matchQty;  ///< dealt
+    double matchPrice;      ///< average price of what was dealt; not finite while nothing was
     std::int64_t cancelQty; ///< cancelled
 };
 

@@ -3,6 +3,7 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 
 #include <algorithm>
+#include <chrono>
 #include <limits>
 
 namespace TradeChart::RefreshTimer {
@@ -12,10 +13,12 @@ namespace {
 constexpr int defaultSeconds = 10;
 
 /// An interval longer than a timer can count becomes the longest that it can.
-int toMilliseconds(int seconds)
+std::chrono::milliseconds interval(std::chrono::seconds configured)
 {
-    using Limits = std::numeric_limits<int>;
-    return static_cast<int>(std::clamp(seconds * qint64{1000}, qint64{Limits::min()}, qint64{Limits::max()}));
+    using Limits = std::numeric_limits<int>; // of Qt's timers
+    constexpr std::chrono::milliseconds least(Limits::min());
+    constexpr std::chrono::milliseconds most(Limits::max());
+    return std::clamp(std::chrono::milliseconds(configured), least, most);
 }
 
 } // namespace
@@ -28,7 +31,7 @@ int seconds(const QJsonObject &config)
 void restart(QTimer *timer, int seconds)
 {
     if (timer != nullptr) {
-        timer->start(toMilliseconds(seconds));
+        timer->start(interval(std::chrono::seconds(seconds)));
     }
 }
 

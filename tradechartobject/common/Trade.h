@@ -4,7 +4,7 @@
 
 namespace TradeChart {
 
-/// One executed trade.
+/// One trade of the account.
 struct trade_cj
 {
     bool isBuy;             ///< a sell otherwise

@@ -1,4 +1,4 @@
-// The markers of executed trades: which sides stand on a bar, and how the painter is told.
+// The markers of trades: which sides stand on a bar, and how the painter is told.
 #pragma once
 
 #include "tradechartobject/common/BarMarks.h"

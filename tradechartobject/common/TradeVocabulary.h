@@ -24,8 +24,8 @@ TRADECHARTOBJECT_EXPORT extern const char
 
 /// Values of the key "cmd".
 namespace CmdType {
-TRADECHARTOBJECT_EXPORT extern const char *const HISTORYTRADE;        ///< executed trades of past days
-TRADECHARTOBJECT_EXPORT extern const char *const TODAYTRADE;          ///< executed trades of today
+TRADECHARTOBJECT_EXPORT extern const char *const HISTORYTRADE;        ///< trades of past days
+TRADECHARTOBJECT_EXPORT extern const char *const TODAYTRADE;          ///< trades of today
 TRADECHARTOBJECT_EXPORT extern const char *const HOLDERCOSTPRICE;     ///< cost price of the holding
 TRADECHARTOBJECT_EXPORT extern const char *const ENTRUSTTODAYTRADE;   ///< orders of today
 TRADECHARTOBJECT_EXPORT extern const char *const ENTRUSTHISTORYTRADE; ///< orders of a past day
@@ -72,15 +72,15 @@ TRADECHARTOBJECT_EXPORT extern const char *const COSTPRICE;
 TRADECHARTOBJECT_EXPORT extern const char *const STKNAME;
 /// Side: a word of BSFlag in a trade, a direction code of toBsFlag() in an order.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSBSFLAG;
-/// Time of an execution, hhmmsscc.
+/// Time of a trade, hhmmsscc.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSMATCHTIME;
-/// Price of an execution.
+/// Price of a trade.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSMATCHPRICE;
-/// Executed quantity: of this execution in the row of a trade, of all together in the row of an order.
+/// Dealt quantity: of this trade in the row of one, of all its trades together in the row of an order.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSMATCHQTY;
-/// Executed amount, the sum of price times quantity, of one or of all like the quantity.
+/// Dealt amount, the sum of price times quantity, of one or of all like the quantity.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSMATCHAMT;
-/// Trading day of an execution, yyyymmdd.
+/// Trading day of a trade, yyyymmdd.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSDATE;
 /// Number of the order.
 TRADECHARTOBJECT_EXPORT extern const char *const RTSORDERNO;
@@ -128,15 +128,15 @@ TRADECHARTOBJECT_EXPORT extern const char *const Quoting;
 TRADECHARTOBJECT_EXPORT extern const char *const Quoted;
 /// At the exchange, to be cancelled.
 TRADECHARTOBJECT_EXPORT extern const char *const QuotedWaittingCancel;
-/// Executed in part, the rest to be cancelled.
+/// Dealt in part, the rest to be cancelled.
 TRADECHARTOBJECT_EXPORT extern const char *const PartDealWaittingCancel;
-/// Executed in part, the rest cancelled.
+/// Dealt in part, the rest cancelled.
 TRADECHARTOBJECT_EXPORT extern const char *const PartCanceled;
-/// Cancelled before anything was executed.
+/// Cancelled before anything was dealt.
 TRADECHARTOBJECT_EXPORT extern const char *const Canceled;
-/// Executed in part, the rest at the exchange.
+/// Dealt in part, the rest at the exchange.
 TRADECHARTOBJECT_EXPORT extern const char *const PartDeal;
-/// Executed in full.
+/// Dealt in full.
 TRADECHARTOBJECT_EXPORT extern const char *const Dealed;
 /// Refused.
 TRADECHARTOBJECT_EXPORT extern const char *const AbolishedOrder;

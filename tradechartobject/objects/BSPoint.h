@@ -21,8 +21,8 @@ struct TradeMarks;
 class TradeMessage;
 } // namespace TradeChart
 
-/// The buy/sell points: on the daily chart, a marker on each bar on whose day the account executed
-/// trades - buys, sells or both - and on a click the list of that day's trades.
+/// The buy/sell points: on the daily chart, a marker on each bar on whose day the account traded - bought,
+/// sold or both - and on a click the list of that day's trades.
 ///
 /// Past trades are asked for whenever calcIt() brings another range of days, today's trades when the
 /// refresh timer ends and after each notification for the shown security. Trades are held by day

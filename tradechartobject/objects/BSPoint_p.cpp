@@ -23,7 +23,7 @@ constexpr std::int64_t beforeAllDays = std::numeric_limits<std::int64_t>::min();
 
 // Rows
 
-/// What a row says. What is missing or no text reads as zero, and as a sell: executions carry single
+/// What a row says. What is missing or no text reads as zero, and as a sell: trades carry single
 /// letters, not the direction codes of orders.
 struct DatedTrade
 {
@@ -68,8 +68,8 @@ const RowColumn<DatedTrade> todayColumns[] = {
 };
 
 const RowColumn<DatedTrade> historyColumns[] = {
-    {TradeKeyFields::RTSDATE, takeDate},        // yyyymmdd, of the execution
-    {TradeKeyFields::RTSMATCHTIME, takeTime},   // hhmmsscc, of the execution
+    {TradeKeyFields::RTSDATE, takeDate},        // yyyymmdd, of the trade
+    {TradeKeyFields::RTSMATCHTIME, takeTime},   // hhmmsscc, of the trade
     {TradeKeyFields::RTSBSFLAG, takeSide},      // "B" or "S"
     {TradeKeyFields::RTSMATCHPRICE, takePrice}, // yuan
     {TradeKeyFields::RTSMATCHQTY, takeQty},     // shares

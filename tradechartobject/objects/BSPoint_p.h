@@ -27,7 +27,7 @@ struct TodaysTrades
 /// Reads the rows of an answer about today: they tell the date and time of the order.
 TodaysTrades readTodaysTrades(const QJsonArray &rows);
 
-/// Adds the rows of an answer about the past, which tell the date and time of the execution, to the trades of
+/// Adds the rows of an answer about the past, which tell the date and time of the trade, to the trades of
 /// their days. Nothing is compared with what is held already.
 void addPastTrades(const QJsonArray &rows, TradesByDay &trades);
 

@@ -114,6 +114,7 @@ void TradeAnswers::answerCost(const TradeRequest &request, AnswerMessage *answer
         data[key(COSTPRICE)] = costText(holding);
     }
     answer->set(COSTPRICE, costText(holding));
+    answer->set(CostFields::COSTMETHOD, wordOf(holding.method()));
     answer->set(DATA, data);
 }
 
@@ -150,6 +151,7 @@ void TradeAnswers::answerAccount(const TradeRequest & /*request*/, AnswerMessage
         positions.append(rowOf(position, OrderCover::sellable(security, position.holding.quantity(),
                                                               bought.value(security), open)));
     }
+    answer->set(CostFields::COSTMETHOD, wordOf(m_ledger->costMethod()));
     answer->set(DATA, QJsonObject{
                           {key(AccountFields::CASH), m_orders.cash().text()},
                           {key(AccountFields::AVAILABLE), m_exchange->spendable(open).text()},
@@ -204,7 +206,14 @@ QJsonObject changeNotification(const Order &changed)
 
 QJsonObject changeNotification(const Execution &newest)
 {
-    return notification(newest.security, newest.orderNo, key(TradeChart::OrderStatus::Dealed));
+    QJsonObject change = notification(newest.security, newest.orderNo, key(TradeChart::OrderStatus::Dealed));
+    change[key(RTSDATE)] = newest.date.text();
+    return change;
+}
+
+QJsonObject changeNotification(const SecurityId &held)
+{
+    return notification(held, QString(), key(TradeChart::OrderStatus::Dealed));
 }
 
 } // namespace TradeModule

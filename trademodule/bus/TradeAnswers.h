@@ -50,5 +50,7 @@ private:
 QJsonObject changeNotification(const Order &changed);
 /// The same for executions that came without an order of this module: the newest of a security.
 QJsonObject changeNotification(const Execution &newest);
+/// The same for a holding whose cost is reckoned in another way.
+QJsonObject changeNotification(const SecurityId &held);
 
 } // namespace TradeModule

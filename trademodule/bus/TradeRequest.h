@@ -5,6 +5,8 @@
 
 #include <QJsonObject>
 
+#include <optional>
+
 namespace TradeModule {
 
 /// A question from the bus, field by field. Each function throws an Error that names the field when it

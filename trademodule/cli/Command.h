@@ -4,6 +4,7 @@
 
 #include <QCommandLineParser>
 
+#include <optional>
 #include <vector>
 
 namespace TradeModule {

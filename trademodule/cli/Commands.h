@@ -6,11 +6,17 @@ namespace TradeModule {
 
 Command serveCommand();
 Command importCommand();
+Command importsCommand();
+Command undoCommand();
+Command openCommand();
+Command moneyCommand();
 Command tradesCommand();
 Command positionsCommand();
 Command placeCommand();
 Command cancelCommand();
 Command ordersCommand();
 Command accountCommand();
+Command resultsCommand();
+Command costCommand();
 
 } // namespace TradeModule

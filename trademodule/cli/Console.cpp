@@ -41,31 +41,6 @@ int widthOf(QChar character)
     return isWide ? 2 : 1;
 }
 
-QVector<int> columnWidths(const QVector<QStringList> &lines)
-{
-    QVector<int> widths(lines.constFirst().size());
-    for (const QStringList &line : lines) {
-        for (int i = 0; i < widths.size(); ++i) {
-            widths[i] = std::max(widths[i], screenWidth(line[i]));
-        }
-    }
-    return widths;
-}
-
-QString alignedLine(const QStringList &cells, const QVector<int> &widths)
-{
-    QString line;
-    int gap = 0; // blanks before the next cell that is not empty: lines have none at their end
-    for (int i = 0; i < cells.size(); ++i) {
-        if (!cells[i].isEmpty()) {
-            line += QString(gap, QLatin1Char(' ')) + cells[i];
-            gap = 0;
-        }
-        gap += widths[i] - screenWidth(cells[i]) + 2;
-    }
-    return line + QLatin1Char('\n');
-}
-
 } // namespace
 
 void print(const QString &text)
@@ -87,6 +62,31 @@ int screenWidth(const QString &text)
 bool isTerminal()
 {
     return isatty(fileno(stderr)) != 0;
+}
+
+QVector<int> columnWidths(const QVector<QStringList> &lines)
+{
+    QVector<int> widths(lines.constFirst().size());
+    for (const QStringList &line : lines) {
+        for (int i = 0; i < widths.size(); ++i) {
+            widths[i] = std::max(widths[i], screenWidth(line[i]));
+        }
+    }
+    return widths;
+}
+
+QString alignedLine(const QStringList &cells, const QVector<int> &widths)
+{
+    QString line;
+    int gap = 0; // blanks before the next cell that is not empty: lines have none at their end
+    for (int i = 0; i < cells.size(); ++i) {
+        if (!cells[i].isEmpty()) {
+            line += QString(gap, QLatin1Char(' ')) + cells[i];
+            gap = 0;
+        }
+        gap += std::max(widths[i] - screenWidth(cells[i]), 0) + 2;
+    }
+    return line + QLatin1Char('\n');
 }
 
 QString tableText(const QStringList &header, const QVector<QStringList> &rows)

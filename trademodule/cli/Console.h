@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <utility>
+
 namespace TradeModule {
 
 /// Writes to standard output.
@@ -17,6 +19,10 @@ bool isTerminal();
 /// How many columns of a terminal a text takes: Chinese characters and their punctuation take two.
 int screenWidth(const QString &text);
 
+/// How wide each column of a table is; `lines` have as many cells each.
+QVector<int> columnWidths(const QVector<QStringList> &lines);
+/// A line of a table; a cell that is wider than its column moves the next ones.
+QString alignedLine(const QStringList &cells, const QVector<int> &widths);
 /// A table with aligned columns: a header and rows of as many cells.
 QString tableText(const QStringList &header, const QVector<QStringList> &rows);
 

@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <utility>
+
 namespace TradeModule {
 
 /// A list for people as a table in the program's language, for programs as JSON, which is the same in
@@ -19,6 +21,7 @@ public:
     /// The option that asks for JSON.
     static QCommandLineOption jsonOption();
 
+    bool isJson() const { return m_isJson; }
     /// As many cells as there are columns.
     void add(const QStringList &row) { m_rows.append(row); }
     /// A cell's English word, for a table translated.

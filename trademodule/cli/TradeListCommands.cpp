@@ -26,14 +26,15 @@ int listPositions(const Invocation &invocation)
     invocation.arguments(0, translated("no arguments, only options"));
     Ledger ledger(invocation.ledger());
     Listing listing({QT_TR_NOOP("code"), QT_TR_NOOP("market"), QT_TR_NOOP("name"), QT_TR_NOOP("quantity"),
-                     QT_TR_NOOP("costprice"), QT_TR_NOOP("cost")},
+                     QT_TR_NOOP("costprice"), QT_TR_NOOP("cost"), QT_TR_NOOP("method")},
                     invocation.isSet(QStringLiteral("json")));
-    const QVector<Position> positions = ledger.positions();
+    const QVector<Position> positions = ledger.allPositions();
     for (const Position &position : positions) {
-        listing.add({position.security.code, marketLetters(position.security.market), position.name,
-                     QString::number(position.holding.quantity()),
-                     decimals(position.holding.costPrice().value_or(0), 3),
-                     decimals(position.holding.cost(), 2)});
+        listing.add(
+            {position.security.code, marketLetters(position.security.market), position.name,
+             QString::number(position.holding.quantity()),
+             decimals(position.holding.costPrice().value_or(0), 3), decimals(position.holding.cost(), 2),
+             listing.isJson() ? wordOf(position.holding.method()) : nameOf(position.holding.method())});
     }
     print(listing.text());
     return Succeeded;

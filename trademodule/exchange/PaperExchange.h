@@ -6,6 +6,7 @@
 #include "trademodule/ledger/OrderBook.h"
 
 #include <functional>
+#include <optional>
 
 namespace TradeModule {
 

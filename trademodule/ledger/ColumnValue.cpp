@@ -44,4 +44,9 @@ Direction direction(const QVariant &value)
     return valid(directionOfCode(value.toString()), value);
 }
 
+CostMethod costMethod(const QVariant &value)
+{
+    return valid(costMethodOf(value.toString()), value);
+}
+
 } // namespace TradeModule::ColumnValue

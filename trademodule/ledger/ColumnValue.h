@@ -1,6 +1,7 @@
 #pragma once
 
 #include "trademodule/SharedTypes.h"
+#include "trademodule/results/CostMethod.h"
 
 #include <QVariant>
 
@@ -10,11 +11,12 @@ namespace TradeModule {
 /// keeps ledgers writes.
 namespace ColumnValue {
 
-TradingDate date(const QVariant &value);    ///< yyyymmdd
-ClockTime time(const QVariant &value);      ///< hhmmsscc
-Money money(const QVariant &value);         ///< steps of 0.0001 yuan
-Market market(const QVariant &value);       ///< letters
-Direction direction(const QVariant &value); ///< a letter
+TradingDate date(const QVariant &value);      ///< yyyymmdd
+ClockTime time(const QVariant &value);        ///< hhmmsscc
+Money money(const QVariant &value);           ///< steps of 0.0001 yuan
+Market market(const QVariant &value);         ///< letters
+Direction direction(const QVariant &value);   ///< a letter
+CostMethod costMethod(const QVariant &value); ///< its word
 
 } // namespace ColumnValue
 

@@ -1,35 +1,53 @@
 #include "trademodule/ledger/HoldingTable.h"
 
 #include "trademodule/ledger/ColumnValue.h"
-#include "trademodule/ledger/ExecutionTable.h"
 
 namespace TradeModule {
 
 namespace {
 
-/// From three columns of a row: quantity, cost and what is unexplained.
+/// The columns of a holding `h`, and the account's method.
+QString columns()
+{
+    return QStringLiteral("h.quantity, h.cost, h.unexplained, (SELECT cost_method FROM account)");
+}
+
 Holding holdingAt(const QSqlQuery &row, int column)
 {
-    return {row.value(column).toLongLong(), row.value(column + 1).toDouble(),
-            row.value(column + 2).toLongLong()};
+    return {ColumnValue::costMethod(row.value(column + 3)), row.value(column).toLongLong(),
+            row.value(column + 1).toDouble(), row.value(column + 2).toLongLong()};
 }
 
 } // namespace
 
+CostMethod HoldingTable::method()
+{
+    QSqlQuery row = m_database->run(QStringLiteral("SELECT cost_method FROM account"));
+    row.next();
+    return ColumnValue::costMethod(row.value(0));
+}
+
+void HoldingTable::setMethod(CostMethod method)
+{
+    m_database->run(QStringLiteral("UPDATE account SET cost_method = ?"), {wordOf(method)});
+    addUpAll();
+}
+
 Holding HoldingTable::find(const SecurityId &security)
 {
-    QSqlQuery row = m_database->run(QStringLiteral("SELECT h.quantity, h.cost, h.unexplained FROM holding h "
-                                                   "JOIN security s ON s.id = h.security_id "
-                                                   "WHERE s.code = ? AND s.market = ?"),
+    QSqlQuery row = m_database->run(QStringLiteral("SELECT %1 FROM holding h JOIN security s ON s.id = "
+                                                   "h.security_id WHERE s.code = ? AND s.market = ?")
+                                        .arg(columns()),
                                     {security.code, marketLetters(security.market)});
-    return row.next() ? holdingAt(row, 0) : Holding();
+    return row.next() ? holdingAt(row, 0) : Holding(method());
 }
 
 QVector<Position> HoldingTable::positions()
 {
     QSqlQuery rows = m_database->run(
-        QStringLiteral("SELECT s.code, s.market, s.name, h.quantity, h.cost, h.unexplained FROM holding h "
-                       "JOIN security s ON s.id = h.security_id WHERE h.quantity > 0 ORDER BY s.code"));
+        QStringLiteral("SELECT s.code, s.market, s.name, %1 FROM holding h "
+                       "JOIN security s ON s.id = h.security_id WHERE h.quantity > 0 ORDER BY s.code")
+            .arg(columns()));
     QVector<Position> positions;
     while (rows.next()) {
         const SecurityId security{rows.value(0).toString(), ColumnValue::market(rows.value(1))};
@@ -47,23 +65,19 @@ void HoldingTable::set(qint64 id, const Holding &holding)
                     {id, holding.quantity(), holding.cost(), holding.unexplained()});
 }
 
-Holding HoldingTable::addUp(qint64 id, const SecurityId &security)
+Holding HoldingTable::addUp(const KnownSecurity &security)
 {
-    Holding holding;
-    ExecutionTable(m_database).visitEntries(id, security, DateRange(), [&holding](const Execution &entry) {
-        holding.add(entry);
-    });
-    set(id, holding);
+    Holding holding(method());
+    AccountHistory(m_database).visit(security, [&holding](const AccountEvent &event) { holding.add(event); });
+    set(security.id, holding);
     return holding;
 }
 
-void HoldingTable::addUp(qint64 id)
+void HoldingTable::addUpAll(const QString &code)
 {
-    QSqlQuery row = m_database->run(QStringLiteral("SELECT code, market FROM security WHERE id = ?"), {id});
-    row.next();
-    const SecurityId security{row.value(0).toString(), ColumnValue::market(row.value(1))};
-    row.finish();
-    addUp(id, security);
+    for (const KnownSecurity &security : AccountHistory(m_database).securities(code)) {
+        addUp(security);
+    }
 }
 
 } // namespace TradeModule

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "trademodule/ledger/Database.h"
+#include "trademodule/ledger/AccountHistory.h"
 #include "trademodule/ledger/Position.h"
 
 namespace TradeModule {
@@ -12,6 +12,11 @@ public:
     /// The database stays the caller's and outlives this object.
     explicit HoldingTable(Database *database) : m_database(database) {}
 
+    /// How costs are reckoned.
+    CostMethod method();
+    /// Reckons all costs anew.
+    void setMethod(CostMethod method);
+
     /// An empty one for a security that the ledger does not know.
     Holding find(const SecurityId &security);
     /// What is held, by code.
@@ -19,10 +24,10 @@ public:
 
     /// Writes a holding. `id` is the security's key in the ledger.
     void set(qint64 id, const Holding &holding);
-    /// Writes what all entries of the security come to, and gives it back.
-    Holding addUp(qint64 id, const SecurityId &security);
-    /// The same for a security of which only the key is known.
-    void addUp(qint64 id);
+    /// Writes what all that happened to the security comes to, and gives it back.
+    Holding addUp(const KnownSecurity &security);
+    /// The same for all securities, or those of a code.
+    void addUpAll(const QString &code = {});
 
 private:
     Database *const m_database;

@@ -40,11 +40,12 @@ void Ledger::add(const Execution &execution)
     ExecutionTable executions(&m_database);
     HoldingTable holdings(&m_database);
     executions.add(id, execution);
-    if (executions.hasLater(id, execution)) {
-        holdings.addUp(id, execution.security);
+    Holding holding = holdings.find(execution.security);
+    const bool mustKnowEachBuy = holding.method() == CostMethod::Fifo && execution.side == Side::Sell;
+    if (mustKnowEachBuy || executions.hasLater(id, execution)) {
+        holdings.addUp({id, execution.security, QString()});
         return;
     }
-    Holding holding = holdings.find(execution.security);
     holding.add(execution);
     holdings.set(id, holding);
 }
@@ -67,13 +68,28 @@ QVector<ImportedStatement> Ledger::imports()
     return StatementTable(&m_database).all();
 }
 
-void Ledger::undoImport(qint64 number)
+int Ledger::undoImport(qint64 number)
 {
     Transaction transaction(&m_database);
-    HoldingTable holdings(&m_database);
-    for (const qint64 id : StatementTable(&m_database).remove(number)) {
-        holdings.addUp(id);
-    }
+    StatementTable(&m_database).remove(number);
+    HoldingTable(&m_database).addUpAll();
+    transaction.commit();
+    const QVector<ImportedStatement> left = imports();
+    return static_cast<int>(
+        std::count_if(left.begin(), left.end(), [number](const ImportedStatement &statement) {
+            return statement.number > number && statement.alreadyThere > 0;
+        }));
+}
+
+CostMethod Ledger::costMethod()
+{
+    return HoldingTable(&m_database).method();
+}
+
+void Ledger::setCostMethod(CostMethod method)
+{
+    Transaction transaction(&m_database);
+    HoldingTable(&m_database).setMethod(method);
     transaction.commit();
 }
 
@@ -113,6 +129,17 @@ Executions Ledger::trades(DateRange days)
 Holding Ledger::holding(const SecurityId &security)
 {
     return HoldingTable(&m_database).find(security);
+}
+
+qint64 Ledger::heldBefore(const SecurityId &security, TradingDate day)
+{
+    QSqlQuery row = m_database.run(
+        QStringLiteral(
+            "SELECT COALESCE(SUM(CASE WHEN e.side IN ('S', 'M', 'O') THEN -e.quantity ELSE e.quantity END), "
+            "0) FROM execution e JOIN security s ON s.id = e.security_id "
+            "WHERE s.code = ? AND s.market = ? AND e.trade_date < ?"),
+        {security.code, marketLetters(security.market), day.number()});
+    return row.next() ? row.value(0).toLongLong() : 0;
 }
 
 QVector<Position> Ledger::positions()

@@ -154,6 +154,9 @@ const std::vector<QStringList> &migrations()
                 id INTEGER PRIMARY KEY CHECK (id = 1),
                 text TEXT NOT NULL))"),
         },
+        {
+            QStringLiteral("ALTER TABLE account ADD COLUMN cost_method TEXT NOT NULL DEFAULT 'average'"),
+        },
     };
     return steps;
 }

@@ -4,6 +4,8 @@
 
 #include <QSet>
 
+#include <optional>
+
 namespace TradeModule {
 
 /// What the quotes of today told: the time, which is the exchange's clock, and each security's reference,

@@ -2,7 +2,7 @@
 
 #include "trademodule/ledger/Holding.h"
 
-#include <QVector>
+#include <QString>
 
 namespace TradeModule {
 

@@ -3,6 +3,7 @@
 #include "trademodule/ledger/ServingTable.h"
 #include "trademodule/ledger/StillnessWatch.h"
 
+#include <chrono>
 #include <memory>
 
 namespace TradeModule {

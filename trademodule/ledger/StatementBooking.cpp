@@ -6,6 +6,8 @@
 #include "trademodule/ledger/MoneyTable.h"
 #include "trademodule/ledger/StatementTable.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 namespace TradeModule {
@@ -166,14 +168,15 @@ void StatementBooking::insert(const Entries &added, qint64 securityId)
 void StatementBooking::updateHolding(const SecurityId &security, const Told &told, const Entries &added)
 {
     HoldingTable holdings(m_database);
-    Holding holding;
-    if (told.isNew) { // nothing to read: what was told is all there is
+    Holding holding(holdings.method());
+    // nothing to read: what was told is all there is, but for dividends that were told before
+    if (told.isNew && holding.method() != CostMethod::Diluted) {
         for (const Execution *const entry : added) {
             holding.add(*entry);
         }
         holdings.set(told.id, holding);
     } else {
-        holding = holdings.addUp(told.id, security);
+        holding = holdings.addUp({told.id, security, QString()});
     }
     if (holding.unexplained() > 0) {
         m_booked.unexplained.append(security);
@@ -188,6 +191,23 @@ void StatementBooking::bookMoney()
     m_booked.moneyAlreadyThere = m_statement.money.size() - added.size();
     if (!added.isEmpty()) {
         table.add(added, statementId());
+        reckonDividends(added);
+    }
+}
+
+/// What holdings brought lowers their diluted cost.
+void StatementBooking::reckonDividends(const MoneyEntries &added)
+{
+    QSet<QString> codes;
+    for (const MoneyEntry &entry : added) {
+        codes.insert(entry.code);
+    }
+    codes.remove(QString());
+    HoldingTable holdings(m_database);
+    if (holdings.method() == CostMethod::Diluted) {
+        for (const QString &code : codes) {
+            holdings.addUpAll(code);
+        }
     }
 }
 

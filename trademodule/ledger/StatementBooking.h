@@ -41,6 +41,7 @@ private:
     void insert(const Entries &added, qint64 securityId);
     void updateHolding(const SecurityId &security, const Told &told, const Entries &added);
     void bookMoney();
+    void reckonDividends(const MoneyEntries &added);
     const QVariant &statementId();
 
     Ledger *const m_ledger;

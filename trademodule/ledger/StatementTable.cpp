@@ -88,26 +88,11 @@ void StatementTable::takeCash(const QVariant &id, const StatedCash &cash)
     }
 }
 
-QVector<qint64> StatementTable::remove(qint64 number)
+void StatementTable::remove(qint64 number)
 {
     if (!m_database->run(QStringLiteral("SELECT 1 FROM statement WHERE id = ?"), {number}).next()) {
         throw Error(translated("there is no import %1; see the command imports").arg(number));
     }
-    QVector<qint64> securities;
-    QSqlQuery rows = m_database->run(
-        QStringLiteral("SELECT DISTINCT security_id FROM execution WHERE statement_id = ?"), {number});
-    while (rows.next()) {
-        securities.append(rows.value(0).toLongLong());
-    }
-    rows.finish();
-    rows =
-        m_database->run(QStringLiteral("SELECT DISTINCT e.security_id FROM completed_fee f "
-                                       "JOIN execution e ON e.id = f.execution_id WHERE f.statement_id = ?"),
-                        {number});
-    while (rows.next()) {
-        securities.append(rows.value(0).toLongLong());
-    }
-    rows.finish();
     restoreFees(number);
     restoreCash(number);
     for (const char *table : {"money_entry", "execution"}) {
@@ -115,7 +100,6 @@ QVector<qint64> StatementTable::remove(qint64 number)
                         {number});
     }
     m_database->run(QStringLiteral("DELETE FROM statement WHERE id = ?"), {number});
-    return securities;
 }
 
 void StatementTable::restoreFees(qint64 number)

@@ -42,9 +42,8 @@ public:
     void takeCash(const QVariant &id, const StatedCash &cash);
 
     /// Takes a statement back as a whole: its entries, the fees that it completed, its cash. The holdings are
-    /// the caller's to add up anew; the keys of the securities that changed come back. An Error when there is
-    /// no such statement.
-    QVector<qint64> remove(qint64 number);
+    /// the caller's to add up anew. An Error when there is no such statement.
+    void remove(qint64 number);
 
 private:
     void restoreFees(qint64 number);

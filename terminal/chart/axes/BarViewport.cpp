@@ -7,30 +7,27 @@ namespace Terminal {
 namespace {
 
 constexpr double fewestBars = 10;        ///< that may be zoomed to
+constexpr double leastLoaded = 5;        ///< bars that stay in view, for a chart is not to look empty
 constexpr double recentBars = 150;       ///< that a new chart shows
 constexpr double airShare = 0.08;        ///< room right of the last bar for labels, of what a new chart shows
 constexpr double firstLabelShare = 0.01; ///< room for the label under a day's first minute
 
 } // namespace
 
-void BarViewport::setRoom(size_t bars, bool showsWholeDay)
-{
-    m_room = static_cast<double>(bars);
-    m_showsWholeDay = showsWholeDay;
-}
-
 BarSpan BarViewport::whole() const
 {
-    const double shown = m_showsWholeDay ? m_room : std::min(m_room, recentBars);
-    const double left = m_showsWholeDay ? m_room * firstLabelShare : 0;
-    return {-0.5 - left, std::max(m_room, 1.0) - 0.5 + shown * airShare};
+    const double shown = m_room.showsWholeDay ? bars() : std::min(bars(), recentBars);
+    const double left = m_room.showsWholeDay ? bars() * firstLabelShare : 0;
+    return {-0.5 - left, std::max(bars(), 1.0) - 0.5 + shown * airShare};
 }
 
 BarSpan BarViewport::held(const BarSpan &span) const
 {
     const BarSpan all = whole();
     const double width = std::clamp(span.width(), std::min(fewestBars, all.width()), all.width());
-    const double first = std::clamp(span.first, all.first, all.last - width);
+    const double loaded = static_cast<double>(m_room.loaded);
+    const double lastFirst = std::max(all.first, loaded - 0.5 - std::min(leastLoaded, loaded));
+    const double first = std::clamp(span.first, all.first, std::min(all.last - width, lastFirst));
     return {first, first + width};
 }
 
@@ -48,7 +45,13 @@ void BarViewport::pan(double bars)
 void BarViewport::showRecent()
 {
     const BarSpan all = whole();
-    setSpan(m_showsWholeDay ? all : BarSpan{all.last - recentBars, all.last});
+    setSpan(m_room.showsWholeDay ? all : BarSpan{all.last - recentBars, all.last});
+}
+
+void BarViewport::showLast()
+{
+    const double last = static_cast<double>(m_room.loaded) - 0.5 + m_span.width() * airShare;
+    setSpan({last - m_span.width(), last});
 }
 
 void BarViewport::followLast(double before, double now)

@@ -1,6 +1,5 @@
 #include "terminal/chart/view/ChartForeground.h"
 
-#include "terminal/chart/axes/TimeTicks.h"
 #include "terminal/chart/text/FigureText.h"
 #include "terminal/chart/view/ChartView.h"
 
@@ -117,7 +116,8 @@ void ChartForeground::paintCrosshair(QPainter *painter) const
     const ChartGeometry &geometry = m_chart->chartGeometry();
     const ChartTheme &theme = m_chart->theme();
     const QRect area = m_chart->canvas()->geometry();
-    const double snapped = geometry.barToX(m_chart->barAt(m_position->x()));
+    const std::optional<int> bar = m_chart->barUnder(m_position->x());
+    const double snapped = bar ? geometry.barToX(*bar) : m_position->x();
     const int x =
         area.left() + std::clamp(static_cast<int>(snapped), m_position->x() - 1, m_position->x() + 1);
     const int y = area.top() + m_position->y();
@@ -136,13 +136,15 @@ void ChartForeground::paintPriceTag(QPainter *painter, double price, const QColo
     const QRect area = m_chart->canvas()->geometry();
     const int y = area.top() + static_cast<int>(m_chart->chartGeometry().priceToY(price));
     const QRect box(area.right() + 2, y - tagHeight / 2, width() - area.right() - 3, tagHeight);
-    paintTag(painter, box, priceText(price), colour, textColour);
+    paintTag(painter, box, priceText(price, m_chart->data().priceDecimals), colour, textColour);
 }
 
 void ChartForeground::paintTimeTag(QPainter *painter, int x) const
 {
-    const int bar = m_chart->barAt(m_position->x());
-    const QString text = timeText(m_chart->data().bars[static_cast<size_t>(bar)]);
+    const QString text = m_chart->timeAt(m_position->x());
+    if (text.isEmpty()) {
+        return;
+    }
     const QRect area = m_chart->canvas()->geometry();
     const int tagWidth = fontMetrics().horizontalAdvance(text) + 2 * tagPadding;
     const int left = std::clamp(x - tagWidth / 2, 0, std::max(0, width() - tagWidth));

@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cmath>
 
 namespace Terminal {
@@ -16,6 +17,14 @@ namespace {
 constexpr double wheelStep = 0.85; ///< zoom factor of one notch
 constexpr double notch = 120;      ///< wheel units of one notch
 constexpr double keyPanShare = 0.1;
+
+/// Keys zoom towards the newest bar in view: it stays where it is.
+double keyZoomAt(const ChartView &chart)
+{
+    const ChartGeometry &geometry = chart.chartGeometry();
+    const double last = geometry.barToX(static_cast<int>(chart.data().bars.size()) - 1);
+    return last < geometry.left ? geometry.right : std::min(last, geometry.right);
+}
 
 } // namespace
 
@@ -116,7 +125,6 @@ void ChartInput::leave()
 bool ChartInput::key(const QKeyEvent &event)
 {
     const double width = m_chart->span().width();
-    const double rightEdge = m_chart->chartGeometry().right;
     switch (event.key()) {
     case Qt::Key_Left:
         m_chart->pan(-width * keyPanShare);
@@ -134,16 +142,16 @@ bool ChartInput::key(const QKeyEvent &event)
         m_chart->setSpan({-0.5, width - 0.5});
         return true;
     case Qt::Key_End:
-        m_chart->pan(static_cast<double>(m_chart->data().bars.size() + m_chart->data().ahead.size()));
+        m_chart->showLast();
         return true;
     case Qt::Key_Up:
     case Qt::Key_Plus:
     case Qt::Key_Equal:
-        m_chart->zoom(wheelStep, rightEdge);
+        m_chart->zoom(wheelStep, keyZoomAt(*m_chart));
         return true;
     case Qt::Key_Down:
     case Qt::Key_Minus:
-        m_chart->zoom(1 / wheelStep, rightEdge);
+        m_chart->zoom(1 / wheelStep, keyZoomAt(*m_chart));
         return true;
     case Qt::Key_N:
         m_focus.step(1);

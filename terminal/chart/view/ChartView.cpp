@@ -163,7 +163,7 @@ void ChartView::setPriceWishes(std::function<std::vector<PriceSpan>()> wishes)
 
 void ChartView::fitViewport()
 {
-    m_viewport.setRoom(m_data.bars.size() + m_data.ahead.size(), m_data.period == ChartPeriod::Minute);
+    m_viewport.setRoom({m_data.bars.size(), m_data.ahead.size(), m_data.period == ChartPeriod::Minute});
 }
 
 /// -1 without bars.
@@ -193,6 +193,12 @@ void ChartView::pan(double bars)
 void ChartView::showRecent()
 {
     m_viewport.showRecent();
+    refit();
+}
+
+void ChartView::showLast()
+{
+    m_viewport.showLast();
     refit();
 }
 
@@ -284,6 +290,23 @@ int ChartView::barAt(double x) const
     return static_cast<int>(std::clamp(bar, std::min(0.0, lastBar()), lastBar()));
 }
 
+std::optional<int> ChartView::barUnder(double x) const
+{
+    const double bar = std::floor(m_geometry.xToBar(x) + 0.5);
+    return bar >= 0 && bar <= lastBar() ? std::optional(static_cast<int>(bar)) : std::nullopt;
+}
+
+QString ChartView::timeAt(double x) const
+{
+    if (const std::optional<int> bar = barUnder(x)) {
+        return timeText(m_data.bars[static_cast<size_t>(*bar)]);
+    }
+    const double toCome = std::floor(m_geometry.xToBar(x) + 0.5) - lastBar() - 1;
+    const bool isToCome = toCome >= 0 && toCome < static_cast<double>(m_data.ahead.size());
+    return isToCome ? timeText({m_data.bars.back().date, m_data.ahead[static_cast<size_t>(toCome)]})
+                    : QString();
+}
+
 void ChartView::setCrosshair(std::optional<QPoint> position)
 {
     m_crosshair = position;
@@ -318,7 +341,7 @@ void ChartView::setRing(std::function<std::optional<QRectF>()> ring)
 
 void ChartView::updatePointedBar()
 {
-    const int bar = m_crosshair ? barAt(m_crosshair->x()) : -1;
+    const int bar = m_crosshair ? barUnder(m_crosshair->x()).value_or(-1) : -1;
     if (bar != m_pointedBar) {
         m_pointedBar = bar;
         Q_EMIT pointedBarChanged(bar);

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 class QwtPlotGrid;
@@ -58,6 +59,8 @@ public:
     void pan(double bars);
     /// Shows the span that a newly opened chart shows.
     void showRecent();
+    /// Moves the view to the last bar.
+    void showLast();
     void showAll();
 
     /// What the price scale is asked to show besides the candles, see fitPrices().
@@ -71,6 +74,12 @@ public:
 
     /// The loaded bar nearest to pixel `x`, -1 when no bars are loaded.
     int barAt(double x) const;
+
+    /// The loaded bar that stands at pixel `x`; nothing beside the bars.
+    std::optional<int> barUnder(double x) const;
+
+    /// The time of the bar at pixel `x`, one that is still to come included; empty beside them.
+    QString timeAt(double x) const;
 
     /// Puts the crosshair at a pixel of the canvas, or takes it away.
     void setCrosshair(std::optional<QPoint> position);

@@ -117,7 +117,7 @@ TEST_F(HostPainterTest, DrawsOrdersAtTheirPriceInEveryState)
     sprites.setLook(chart()->theme(), 1);
     const double middle = (geometry().lowPrice + geometry().highPrice) / 2;
     const int centre = static_cast<int>(chart()->data().bars.size()) / 2;
-    for (int kind = 20; kind <= 25; ++kind) {
+    for (int kind = Korvane::BuyWaiting; kind <= Korvane::SellDealed; ++kind) {
         const QPointF place(geometry().barToX(centre + (kind - 23) * 15) - 8, geometry().priceToY(middle));
         EXPECT_TRUE(shows(picture, sprites.sprite(orderGlyph(kind, EdgeClamp::None), 1), place.toPoint()))
             << kind;

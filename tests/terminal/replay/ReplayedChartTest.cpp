@@ -58,6 +58,37 @@ TEST_F(ReplayedChartInAWindow, MovesTheViewAlongWithTheLastBar)
     EXPECT_DOUBLE_EQ(chart()->span().last, 31.5);
 }
 
+TEST_F(ReplayedChartInAWindow, NeverShowsTheAfternoonAloneBeforeItCame)
+{
+    m_window->setReplaying(true);
+    replay()->playTo(atTime(1000));
+    chart()->setSpan({200, 230});
+    EXPECT_LE(chart()->span().first, 25.5);
+    replay()->playTo(atTime(1430));
+    const double last = static_cast<double>(shownBars()) - 1;
+    EXPECT_LT(chart()->span().first, last);
+    EXPECT_GT(chart()->span().last, last) << "the view has followed";
+}
+
+TEST_F(ReplayedChartInAWindow, EndsAtTheLastMinuteThatCame)
+{
+    m_window->setReplaying(true);
+    replay()->playTo(atTime(1000));
+    chart()->setSpan({0, 20});
+    focusChart();
+    QTest::keyClick(chart(), Qt::Key_End);
+    EXPECT_NEAR(chart()->span().last, static_cast<double>(shownBars()) - 0.5, 2);
+}
+
+TEST_F(ReplayedChartInAWindow, HasTheTimesOfTheMinutesToCome)
+{
+    m_window->setReplaying(true);
+    replay()->playTo(atTime(1000));
+    EXPECT_TRUE(chart()->timeAt(geometry().barToX(60)).endsWith(QLatin1String("10:30")))
+        << qPrintable(chart()->timeAt(geometry().barToX(60)));
+    EXPECT_EQ(chart()->barUnder(geometry().barToX(60)), std::nullopt);
+}
+
 TEST_F(ReplayedChartInAWindow, BeginsTheDayAgain)
 {
     m_window->setReplaying(true);

@@ -58,6 +58,68 @@ TEST(TradeModuleProcess, SaysInItsOwnWordsWhyItEndedAndOnceForTheSameReason)
     EXPECT_TRUE(told.front().contains(QStringLiteral("this ledger is served already")));
 }
 
+/// What is told of a module that behaves so.
+QString toldOf(const char *behaviour)
+{
+    const EndingModule ending(behaviour);
+    TradeModuleProcess module(ending.program(), QStringLiteral("l"), QStringLiteral("b"),
+                              QStringLiteral("en"), nullptr);
+    QString told;
+    QObject::connect(&module, &TradeModuleProcess::failed, &module,
+                     [&told](const QString &text) { told = text; });
+    module.start();
+    waitUntil([&told] { return !told.isEmpty(); });
+    return told;
+}
+
+TEST(TradeModuleProcess, SaysTheWholeReasonOfADatabaseThatUsesSeveralLines)
+{
+    const QString told =
+        toldOf("echo hello >&2\n"
+               "echo 'trademodule: cannot be opened: connection to server failed: refused' >&2\n"
+               "echo '\tIs it running?' >&2");
+    EXPECT_TRUE(told.contains(QStringLiteral("refused"))) << qPrintable(told);
+    EXPECT_TRUE(told.contains(QStringLiteral("Is it running?"))) << qPrintable(told);
+    EXPECT_TRUE(told.contains(QStringLiteral("database server runs"))) << qPrintable(told);
+    EXPECT_FALSE(told.contains(QStringLiteral("hello"))) << qPrintable(told);
+}
+
+TEST(TradeModuleProcess, SaysWhatToDoAboutADamagedLedger)
+{
+    const QString told = toldOf("echo 'trademodule: the ledger refused: file is not a database' >&2");
+    EXPECT_TRUE(told.contains(QStringLiteral("--ledger"))) << qPrintable(told);
+}
+
+TEST(TradeModuleProcess, SaysWhatToDoAboutAFullDisk)
+{
+    const QString told = toldOf("echo 'trademodule: the ledger refused: database or disk is full' >&2");
+    EXPECT_TRUE(told.contains(QStringLiteral("Make room"))) << qPrintable(told);
+}
+
+TEST(TradeModuleProcess, StandsByWhileAnotherOneServesItsLedger)
+{
+    EXPECT_TRUE(toldOf("echo \"$*\" >&2").endsWith(QStringLiteral("serve --standby")));
+}
+
+TEST(TradeModuleProcess, IsReplacedWhenItHangs)
+{
+    const EndingModule hanging("exec sleep 60");
+    TradeModuleProcess module(hanging.program(), QStringLiteral("l"), QStringLiteral("b"),
+                              QStringLiteral("en"), nullptr);
+    QString told;
+    QObject::connect(&module, &TradeModuleProcess::failed, &module,
+                     [&told](const QString &text) { told = text; });
+    module.start();
+    ASSERT_TRUE(waitUntil([&hanging] { return hanging.starts() == 1; }));
+    const qint64 first = module.processId();
+
+    module.replace();
+
+    EXPECT_TRUE(waitUntil([&hanging] { return hanging.starts() == 2; }));
+    EXPECT_NE(module.processId(), first);
+    EXPECT_TRUE(told.contains(QStringLiteral("did not answer"))) << qPrintable(told);
+}
+
 TEST(TradeModuleProcess, IsNamedWhenItCannotBeStarted)
 {
     TradeModuleProcess module(QStringLiteral("/nowhere/trademodule"), QStringLiteral("l"),

@@ -39,6 +39,15 @@ TEST(QuoteFeedQuote, TellsABarInTexts)
     EXPECT_EQ(quoteOf(security, bar, 13.30), expected);
 }
 
+TEST(QuoteFeedQuote, SaysWhichDayIsReplayedAndNothingOfOneThatIsNot)
+{
+    const Security security{QStringLiteral("600519"), Market::Shanghai, {}};
+    const Bar bar{20240105, 571, 1, 1, 1, 1, 1};
+    const QString key = QStringLiteral("recorded");
+    EXPECT_EQ(quoteOf(security, bar, {}, onDay(20180108)).value(key), QStringLiteral("20180108"));
+    EXPECT_FALSE(quoteOf(security, bar, {}).contains(key));
+}
+
 TEST(QuoteFeedQuote, SaysNothingOfACloseThatIsNotKnown)
 {
     const QJsonObject quote = quoteOf({QStringLiteral("600519"), Market::Shanghai, {}},
@@ -129,6 +138,25 @@ TEST_F(QuoteFeedTest, PlacesAnOrderOnce)
     ASSERT_TRUE(hears(3));
     EXPECT_THAT(m_heard,
                 ElementsAre(QStringLiteral("0930"), QStringLiteral("0B 100 12.90"), QStringLiteral("0930")));
+}
+
+TEST_F(QuoteFeedTest, TellsOfAnOrderWhoseMinuteWentByWhileTheBusWasAway)
+{
+    open({{atTime(932), Direction::Buy, 100, 12.9}, {atTime(934), Direction::Buy, 200, 12.9}});
+    QStringList refusals;
+    QObject::connect(m_feed.get(), &QuoteFeed::refused, &m_replay,
+                     [&refusals](const QString &reason) { refusals.append(reason); });
+    ASSERT_TRUE(hears(1));
+    m_broker.kill();
+    ASSERT_TRUE(waitUntil([this] { return !m_feed->isJoined(); }));
+    m_replay.playTo(atTime(932));
+    m_broker.start();
+    ASSERT_TRUE(waitUntil([this] { return m_feed->isJoined() && m_market.isConnected(); }));
+    m_replay.playTo(atTime(934));
+    ASSERT_TRUE(waitUntil([this] { return m_heard.contains(QStringLiteral("0B 200 12.90")); }));
+    EXPECT_FALSE(m_heard.contains(QStringLiteral("0B 100 12.90")));
+    ASSERT_EQ(refusals.size(), 1);
+    EXPECT_THAT(refusals.front().toStdString(), ::testing::HasSubstr("09:32"));
 }
 
 TEST_F(QuoteFeedTest, ForgetsItsOrdersWithTheirDay)

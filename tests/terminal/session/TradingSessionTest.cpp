@@ -44,7 +44,7 @@ protected:
                          [this] { ++m_overlaysDue; });
         QObject::connect(replay(), &Replay::restarted, replay(), [this] { ++m_restarts; });
         if (m_plan.replaySpeed > 0) {
-            ASSERT_TRUE(m_session->openReplay(minutes()));
+            ASSERT_EQ(m_session->openReplay(minutes()), QString());
         }
         m_restarts = 0;
         m_session->begin();
@@ -174,6 +174,34 @@ TEST_F(TradingSessionTest, OfAReplayWithOrdersWaitsForTheModuleButLetsOverlaysAs
     EXPECT_EQ(replay()->state(), Replay::State::Playing);
 }
 
+TEST_F(TradingSessionTest, SaysThatAReplayWaitsForAModuleThatNeverAnswers)
+{
+    m_plan.patience = shortPatience;
+    m_plan.replaySpeed = Replay::slowest;
+    m_plan.playsAlone = false;
+    begin();
+    int waits = 0;
+    QObject::connect(m_session.get(), &TradingSession::replayWaits, m_session.get(), [&waits] { ++waits; });
+    ASSERT_TRUE(comesTo(Stage::Alone));
+    EXPECT_EQ(waits, 1);
+}
+
+TEST_F(TradingSessionTest, IsNotBegunAgainWhenItsUserDidNotWaitForTheModule)
+{
+    m_plan.patience = shortPatience;
+    m_plan.replaySpeed = Replay::slowest;
+    m_plan.playsAlone = false;
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Alone));
+    replay()->play();
+    replay()->playTo(atTime(1000));
+    m_restarts = 0;
+    letModuleAnswer();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    EXPECT_EQ(m_restarts, 0);
+    EXPECT_EQ(replay()->completed(), 31U);
+}
+
 TEST_F(TradingSessionTest, BeginsWithoutAReplayThatItsUserHasEnded)
 {
     m_plan.replaySpeed = Replay::slowest;
@@ -215,7 +243,7 @@ TEST_F(TradingSessionTest, ReplaysNothingButMinutes)
 {
     begin();
     const ChartData days = m_folder.load(QStringLiteral("000001"), ChartPeriod::Day).value();
-    EXPECT_FALSE(m_session->openReplay(days));
+    EXPECT_THAT(m_session->openReplay(days).toStdString(), ::testing::HasSubstr("minutes"));
     EXPECT_EQ(replay()->state(), Replay::State::Closed);
 }
 

@@ -7,6 +7,9 @@
 namespace Terminal {
 namespace {
 
+using ::testing::IsEmpty;
+using ::testing::Not;
+
 class AnswerWatchTest : public ::testing::Test
 {
 protected:
@@ -23,20 +26,20 @@ TEST_F(AnswerWatchTest, WaitsForTheCalculationAfterTheAnswer)
 {
     watch.noteUpdate(kind(costWord));
     watch.noteUpdate(kind(tradesWord));
-    EXPECT_FALSE(watch.isComplete());
+    EXPECT_THAT(watch.missing(), Not(IsEmpty()));
     watch.takeSharedNews(news(SharedNews::Data));
     EXPECT_EQ(watch.missing().size(), 1);
     watch.noteUpdate(kind(tradesWord));
-    EXPECT_TRUE(watch.isComplete()) << qPrintable(watch.missing().join(QLatin1Char(' ')));
+    EXPECT_THAT(watch.missing(), IsEmpty());
 }
 
 TEST_F(AnswerWatchTest, WaitsForTheCostsFirstCalculation)
 {
     watch.takeSharedNews(news(SharedNews::Data));
     watch.noteUpdate(kind(tradesWord));
-    EXPECT_FALSE(watch.isComplete());
+    EXPECT_THAT(watch.missing(), Not(IsEmpty()));
     watch.noteUpdate(kind(costWord));
-    EXPECT_TRUE(watch.isComplete());
+    EXPECT_THAT(watch.missing(), IsEmpty());
 }
 
 TEST_F(AnswerWatchTest, WaitsAgainWhenTheTradesWereLost)
@@ -45,12 +48,12 @@ TEST_F(AnswerWatchTest, WaitsAgainWhenTheTradesWereLost)
     watch.takeSharedNews(news(SharedNews::Data));
     watch.noteUpdate(kind(tradesWord));
     watch.takeSharedNews(news(SharedNews::Spoilt));
-    EXPECT_FALSE(watch.isComplete());
+    EXPECT_THAT(watch.missing(), Not(IsEmpty()));
     watch.noteUpdate(kind(tradesWord));
-    EXPECT_FALSE(watch.isComplete()) << "the answer is still to come";
+    EXPECT_THAT(watch.missing(), Not(IsEmpty())) << "the answer is still to come";
     watch.takeSharedNews(news(SharedNews::Data));
     watch.noteUpdate(kind(tradesWord));
-    EXPECT_TRUE(watch.isComplete());
+    EXPECT_THAT(watch.missing(), IsEmpty());
 }
 
 TEST_F(AnswerWatchTest, TakesNothingOfAnotherSecurityOrAnotherScreensQuestions)
@@ -62,7 +65,7 @@ TEST_F(AnswerWatchTest, TakesNothingOfAnotherSecurityOrAnotherScreensQuestions)
     Trading::CheckedAnswer ofAnotherScreensKind;
     ofAnotherScreensKind.command = QStringLiteral("HistoryTrade");
     watch.takeAnswer(ofAnotherScreensKind);
-    EXPECT_FALSE(watch.isComplete());
+    EXPECT_THAT(watch.missing(), Not(IsEmpty()));
 }
 
 } // namespace

@@ -174,7 +174,7 @@ public:
         if (!m_axis.visiblePriceRange(low, high)) {
             return false;
         }
-        for (int kind = 20; kind <= 25; ++kind) {
+        for (int kind = Korvane::BuyWaiting; kind <= Korvane::SellDealed; ++kind) {
             painter.drawMarker(0, barOf(kind), kind, 0, (low + high) / 2);
         }
         painter.drawMarker(0, barOf(26), 20, 1, low);

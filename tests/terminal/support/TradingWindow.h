@@ -48,6 +48,7 @@ protected:
         options.overlays = QStringList(overlay);
         options.size = QSize(1280, 720);
         options.refresh = std::chrono::seconds(1);
+        options.asksBeforeSending = m_asksBeforeSending;
         m_busAddress = address();
         WindowFixture::openWindow(chart, options, data);
         m_session->begin();
@@ -77,6 +78,7 @@ protected:
         return rows;
     }
 
+    bool m_asksBeforeSending = false;
     QTemporaryDir m_folder;
     LocalCommunication::LocalBroker m_broker;
     std::unique_ptr<TradeModuleProcess> m_module;

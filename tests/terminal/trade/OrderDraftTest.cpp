@@ -62,7 +62,7 @@ const Case cases[] = {
     {"hasWiderLimitsOnYoungBoards", order(buy, 11.99, 100, "300750"), ""},
     {"hasWiderLimitsForTechnology", order(buy, 12.01, 100, "688981"), "8.00 and 12.00"},
     {"isBetweenTicks", order(buy, 10.005, 100), "multiple of 0.01"},
-    {"hasNoPrice", order(buy, 0, 100), "multiple of 0.01"},
+    {"hasNoPrice", order(buy, 0, 100), "no price yet"},
     {"isNoWholeLot", order(buy, 10, 150), "multiple of 100"},
     {"hasNoQuantity", order(sell, 10, 0), "multiple of 100"},
     {"isNegative", order(buy, 10, -100), "multiple of 100"},
@@ -81,6 +81,13 @@ TEST(OrderDraft, NeedsAModuleThatAnswers)
     silent.moduleAnswers = false;
     EXPECT_THAT(OrderDraft(order(buy, 10, 100), silent).problem().toStdString(),
                 HasSubstr("does not answer"));
+}
+
+TEST(OrderDraft, NeedsAnAccountThatTakesOrders)
+{
+    DraftFacts closed = facts();
+    closed.isReadOnly = true;
+    EXPECT_THAT(OrderDraft(order(buy, 10, 100), closed).problem().toStdString(), HasSubstr("only be read"));
 }
 
 TEST(OrderDraft, DoesNotCheckWhatIsNotKnown)

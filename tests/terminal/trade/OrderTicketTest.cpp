@@ -1,5 +1,6 @@
 // The order ticket by keyboard and by mouse.
 #include "terminal/trade/OrderTicket.h"
+#include "terminal/trade/OrderResults.h"
 
 #include <gmock/gmock.h>
 
@@ -162,6 +163,32 @@ TEST_F(OrderTicketTest, FollowsTheLastPriceUntilTheUserChoosesOne)
     EXPECT_DOUBLE_EQ(m_ticket.draft().order().price, 9.9);
 }
 
+TEST_F(OrderTicketTest, BeginsWithoutAPriceWhereThereIsNoneToOffer)
+{
+    m_ticket.setSecurity({QStringLiteral("000001"), Market::Shenzhen, {}}, std::nullopt);
+    EXPECT_EQ(price()->value(), 0);
+    EXPECT_FALSE(sendButton()->isEnabled());
+    EXPECT_THAT(child<QLabel>("ticketProblem")->text().toStdString(), ::testing::HasSubstr("no price yet"));
+}
+
+TEST_F(OrderTicketTest, NamesItsAccountAsItIsWritten)
+{
+    auto *const account = child<QLabel>("ticketAccount");
+    EXPECT_FALSE(account->isVisible());
+    m_ticket.setAccount(QStringLiteral("<b>account.db</b> (paper)"));
+    EXPECT_TRUE(account->isVisible());
+    EXPECT_THAT(account->text().toStdString(), ::testing::HasSubstr("<b>account.db</b> (paper)"));
+    EXPECT_EQ(account->textFormat(), Qt::PlainText);
+}
+
+TEST_F(OrderTicketTest, ShowsMarkupAndControlCharactersOfANameAsText)
+{
+    m_ticket.setSecurity({QStringLiteral("000001"), Market::Shenzhen, QStringLiteral("<i>A\nB")}, 10);
+    auto *const title = child<QLabel>("ticketTitle");
+    EXPECT_EQ(title->textFormat(), Qt::PlainText);
+    EXPECT_EQ(title->text(), QStringLiteral(u"<i>A\ufffdB  000001"));
+}
+
 TEST_F(OrderTicketTest, ChangesNothingWhileTheKeyboardIsInIt)
 {
     m_ticket.setLastPrice(10.1);
@@ -237,7 +264,7 @@ TEST_F(OrderTicketTest, TellsNoAmountButTheQuantityInItsFieldWhileAmountsAreHidd
 {
     m_ticket.setSide(Direction::Sell);
     quantity()->setValue(5800); // amount 58000.00, 58 lots
-    m_ticket.showResult(QStringLiteral("Sold 5800"), OrderTicket::Tone::Good);
+    m_ticket.results()->tell(QStringLiteral("1"), QStringLiteral("Sold 5800"), OrderResults::Tone::Good);
     m_ticket.setAmountsHidden(true);
     const std::regex amount("58|350");
     for (const QLabel *const label : m_ticket.findChildren<QLabel *>()) {

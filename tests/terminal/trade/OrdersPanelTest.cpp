@@ -25,6 +25,7 @@ namespace {
 constexpr int besideTheTicket = 1027; ///< in a window of 1280
 constexpr int nameColumn = static_cast<int>(PositionColumn::Name);
 
+const Trading::TradingDate march27 = Trading::TradingDate::of(2026, 3, 27).value();
 const Security software{QStringLiteral("600536"), Market::Shanghai, QStringLiteral(u"中国软件")};
 
 OrderRecord order(qint64 quantity)
@@ -55,7 +56,11 @@ protected:
         const ChartTheme theme = makeTheme(ThemeKind::Dark, RiseColour::Red);
         m_panel.setStyleSheet(tradeStyleSheet(theme));
         m_panel.setTheme(theme);
-        m_panel.setLastPrice(software, 50.62);
+        m_panel.setPrices([this](const Security &security) {
+            const auto price = m_prices.constFind(security.id());
+            return price == m_prices.constEnd() ? std::nullopt : std::optional(*price);
+        });
+        m_prices.insert(software.id(), {50.62, PriceOrigin::Close, march27});
     }
 
     void show(int width)
@@ -91,6 +96,22 @@ protected:
         QApplication::sendEvent(table->viewport(), &asked);
     }
 
+    QString positionCell(int row, PositionColumn column)
+    {
+        return positions()->model()->index(row, static_cast<int>(column)).data().toString();
+    }
+
+    /// The captions of both tables.
+    std::string captions()
+    {
+        QStringList texts;
+        for (const QLabel *const label : m_panel.findChildren<QLabel *>()) {
+            texts.append(label->text());
+        }
+        return texts.join(QLatin1Char('|')).toStdString();
+    }
+
+    QHash<Trading::SecurityId, LastPrice> m_prices;
     OrdersPanel m_panel;
 };
 
@@ -98,6 +119,29 @@ TEST_F(OrdersPanelTest, CutsNoColumnInAnOrdinaryWindow)
 {
     m_panel.setOrders({order(12000)}, std::nullopt);
     m_panel.setAccount(holding(18500));
+    show(besideTheTicket);
+    EXPECT_EQ(cutColumns(table("ordersView")), QStringList());
+    EXPECT_EQ(cutColumns(positions()), QStringList());
+}
+
+TEST_F(OrdersPanelTest, NamesTheWayInWhichCostsAreReckoned)
+{
+    Account account = holding(18500);
+    account.costMethod = QStringLiteral("diluted");
+    m_panel.setAccount(account);
+    EXPECT_THAT(captions(), ::testing::HasSubstr("available 186,968.67 · cost: diluted"));
+
+    account.costMethod = QStringLiteral("a\nnew one");
+    m_panel.setAccount(account);
+    EXPECT_THAT(captions(), ::testing::Not(::testing::HasSubstr("\n")));
+}
+
+TEST_F(OrdersPanelTest, CutsNoColumnForTheNameOfTheWay)
+{
+    Account account = holding(18500);
+    account.costMethod = QStringLiteral("fifo");
+    m_panel.setOrders({order(12000)}, std::nullopt);
+    m_panel.setAccount(account);
     show(besideTheTicket);
     EXPECT_EQ(cutColumns(table("ordersView")), QStringList());
     EXPECT_EQ(cutColumns(positions()), QStringList());
@@ -171,6 +215,64 @@ TEST_F(OrdersPanelTest, CancelsNoOrderThatIsDoneWhenItsMenuIsAnswered)
     });
     Q_EMIT orders->customContextMenuRequested(orders->visualRect(orders->model()->index(0, 0)).center());
     EXPECT_EQ(asked.count(), 0);
+}
+
+TEST_F(OrdersPanelTest, PricesEveryPositionByItsOwnLastPriceWhicheverChartIsShown)
+{
+    const Security bank{QStringLiteral("000001"), Market::Shenzhen, QStringLiteral("PA")};
+    m_prices.insert(bank.id(), {12.5, PriceOrigin::Quote, march27});
+    m_panel.setAccount(Account{0, 0, {{software, 100, 100, 50.0}, {bank, 1000, 1000, 12.0}}});
+    for (const Security &shown : {software, bank}) {
+        m_panel.setShownSecurity(shown);
+        EXPECT_EQ(positionCell(0, PositionColumn::Profit), QStringLiteral("+62.00"));
+        EXPECT_EQ(positionCell(1, PositionColumn::Profit), QStringLiteral("+500.00"));
+    }
+}
+
+TEST_F(OrdersPanelTest, TellsByATipWhereAPriceComesFrom)
+{
+    m_panel.setAccount(holding(100));
+    show(besideTheTicket);
+    for (const PositionColumn column : {PositionColumn::Last, PositionColumn::Profit}) {
+        askForTip(positions(), static_cast<int>(column));
+        EXPECT_EQ(QToolTip::text(), QStringLiteral("Close of 2026-03-27"));
+    }
+    m_prices.insert(software.id(), {50.62, PriceOrigin::Quote, march27});
+    m_panel.showPrices();
+    askForTip(positions(), static_cast<int>(PositionColumn::Last));
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("Quote of 2026-03-27"));
+}
+
+TEST_F(OrdersPanelTest, SaysThatAHoldingIsPricedByTheReplay)
+{
+    m_panel.setAccount(holding(100));
+    EXPECT_THAT(captions(), ::testing::Not(::testing::HasSubstr("replayed")));
+    m_prices.insert(software.id(), {51, PriceOrigin::Replay, march27});
+    m_panel.showPrices();
+    EXPECT_THAT(captions(), ::testing::HasSubstr("at the replayed quote"));
+}
+
+TEST_F(OrdersPanelTest, SaysWhyTheModuleTellsNeitherOrdersNorTheAccount)
+{
+    m_panel.setAnswering(true);
+    m_panel.setRefusals(QStringLiteral("the ledger is locked"), QStringLiteral("only 5000.00 <b>left</b>"));
+    EXPECT_THAT(captions(), ::testing::HasSubstr("the ledger is locked"));
+    EXPECT_THAT(captions(), ::testing::HasSubstr("5000.00 <b>left</b>"));
+    for (const QLabel *const label : m_panel.findChildren<QLabel *>(QStringLiteral("panelCaption"))) {
+        EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    }
+    m_panel.setAmountsHidden(true);
+    EXPECT_THAT(captions(), ::testing::Not(::testing::HasSubstr("5000")));
+    m_panel.setRefusals({}, {});
+    EXPECT_THAT(captions(), ::testing::Not(::testing::HasSubstr("refused")));
+}
+
+TEST_F(OrdersPanelTest, ShowsAPlaceholderForWhatWouldBreakALine)
+{
+    Account account = holding(100);
+    account.positions.front().security.name = QStringLiteral("A\nB\u202eC");
+    m_panel.setAccount(account);
+    EXPECT_EQ(positionCell(0, PositionColumn::Name), QStringLiteral(u"A\ufffdB\ufffdC"));
 }
 
 TEST_F(OrdersPanelTest, HidesQuantitiesAndMoneyInBothTables)

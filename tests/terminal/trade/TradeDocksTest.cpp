@@ -7,11 +7,14 @@
 #include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/ModuleAnswers.h"
 #include "tests/terminal/support/ScriptedModule.h"
+#include "tests/terminal/support/WhenOpen.h"
 #include "tests/terminal/support/WindowFixture.h"
 
 #include <gmock/gmock.h>
 
+#include <QCheckBox>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
 
@@ -30,6 +33,29 @@ protected:
         ASSERT_TRUE(waitUntil([this] { return m_module.isReady(); }));
     }
 
+    /// The window on a chart, its docks open and its account known.
+    void openDocks(const OpenedChart &chart, const TerminalOptions &options = {})
+    {
+        makeWindow(options);
+        load(chart);
+        m_module.setAnswer(
+            QStringLiteral("AccountInfo"),
+            withData(QJsonObject{{QStringLiteral("available"), QStringLiteral("1000000.00")}}));
+        m_window->trade()->setShown(true);
+        desk()->start(m_broker.address());
+        ASSERT_TRUE(waitUntil([this] { return desk()->account().has_value(); }));
+    }
+
+    OrderTicket *ticket() { return m_window->trade()->ticket(); }
+    double ticketPrice() { return ticket()->draft().order().price; }
+    void pressSend() { ticket()->findChild<QPushButton *>(QStringLiteral("sendOrder"))->click(); }
+
+    static QAbstractButton *confirming(QMessageBox *box)
+    {
+        const auto buttons = box->buttons();
+        return buttons.front() == box->defaultButton() ? buttons.back() : buttons.front();
+    }
+
     static bool isTold(const TradeDocks &trade, const char *tone)
     {
         const auto *const result = trade.ticket()->findChild<QLabel *>(QStringLiteral("ticketResult"));
@@ -42,19 +68,15 @@ protected:
 
 TEST_F(TradeDocksTest, GetsTheNextOrderOfTheTicketWhenTheOneBeforeHasEnded)
 {
-    makeWindow(TerminalOptions());
+    TerminalOptions options;
+    options.asksBeforeSending = false;
+    openDocks({QStringLiteral("600519"), ChartPeriod::Day}, options);
     MainWindow &window = *m_window;
-    load({QStringLiteral("600519"), ChartPeriod::Day});
     TradeDocks &trade = *window.trade();
-    m_module.setAnswer(QStringLiteral("AccountInfo"),
-                       withData(QJsonObject{{QStringLiteral("available"), QStringLiteral("1000000.00")}}));
-    trade.setShown(true);
-    desk()->start(m_broker.address());
-    ASSERT_TRUE(waitUntil([&trade] { return trade.desk()->account().has_value(); }));
     const double last = window.chart()->data().bars.back().close;
     const auto send = [&](int ticks) {
         trade.ticket()->setPrice(last + ticks * 0.01);
-        trade.ticket()->findChild<QPushButton *>(QStringLiteral("sendOrder"))->click();
+        pressSend();
     };
     trade.desk()->setTimeout(100ms);
     send(1); // no answer comes
@@ -95,6 +117,119 @@ TEST_F(TradeDocksTest, ListsTheOrdersOfAPastDayInTheWindow)
     m_module.setAnswer(QStringLiteral("EntrustHistoryTrade"), withData(QJsonArray()));
     ASSERT_TRUE(window.load(QStringLiteral("600519"), ChartPeriod::Day));
     EXPECT_EQ(rows->rowCount(), 0) << "a chart of days goes with today's orders";
+}
+
+TEST_F(TradeDocksTest, AskBeforeAnOrderIsSentAndSendItWhenToldTo)
+{
+    TerminalOptions options;
+    options.ledger = QStringLiteral("/home/me/account.db");
+    openDocks({QStringLiteral("600519"), ChartPeriod::Day}, options);
+    speakEnglish();
+    QString question;
+    whenOpen<QMessageBox>([&question](QMessageBox *box) {
+        question = box->informativeText();
+        QTest::mouseClick(confirming(box), Qt::LeftButton);
+    });
+    pressSend();
+    for (const char *const part : {"600519", "100 × ", "account.db (paper)"}) {
+        EXPECT_THAT(question.toStdString(), ::testing::HasSubstr(part));
+    }
+    EXPECT_TRUE(m_module.wasAsked("EntrustPlace", 1));
+}
+
+TEST_F(TradeDocksTest, SendNothingWhenTheUserThinksBetterOfItAndAskTheNextTime)
+{
+    openDocks({QStringLiteral("600519"), ChartPeriod::Day});
+    for (int time = 0; time < 2; ++time) {
+        bool isAsked = false;
+        whenOpen<QMessageBox>([&isAsked](QMessageBox *box) {
+            isAsked = true;
+            QTest::keyClick(box, Qt::Key_Return); // the careful answer
+        });
+        pressSend();
+        EXPECT_TRUE(isAsked);
+    }
+    EXPECT_TRUE(m_module.asked(QStringLiteral("EntrustPlace")).empty());
+}
+
+TEST_F(TradeDocksTest, AskNoMoreWhenTheUserHasSaidSoUntilTheMenuAsksAgain)
+{
+    openDocks({QStringLiteral("600519"), ChartPeriod::Day});
+    whenOpen<QMessageBox>([](QMessageBox *box) {
+        box->checkBox()->click();
+        QTest::mouseClick(confirming(box), Qt::LeftButton);
+    });
+    pressSend();
+    ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 1));
+    EXPECT_FALSE(m_window->shownOptions().asksBeforeSending);
+    m_module.answer(m_module.asked(QStringLiteral("EntrustPlace")).back(), refusedWith("no"));
+    ASSERT_TRUE(waitUntil([this] { return isTold(*m_window->trade(), "bad"); }));
+    pressSend();
+    ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 2));
+    m_module.answer(m_module.asked(QStringLiteral("EntrustPlace")).back(), withData(QJsonObject()));
+    ASSERT_TRUE(waitUntil([this] { return isTold(*m_window->trade(), "good"); }));
+
+    m_window->trade()->askAction()->setChecked(true);
+    bool isAsked = false;
+    whenOpen<QMessageBox>([&isAsked](QMessageBox *box) {
+        isAsked = true;
+        box->reject();
+    });
+    pressSend();
+    EXPECT_TRUE(isAsked);
+}
+
+TEST_F(TradeDocksTest, OfferNoPriceOfAPastDay)
+{
+    openDocks({QStringLiteral("600519"), ChartPeriod::Minute, onDay(20260327)});
+    m_window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+    EXPECT_EQ(ticketPrice(), 0);
+    QTest::mouseClick(chart()->canvas(), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(chart()->canvas()->width() / 2, 40));
+    EXPECT_EQ(ticketPrice(), 0) << "nor by a click on the chart";
+
+    load({QStringLiteral("600519"), ChartPeriod::Day});
+    EXPECT_EQ(ticketPrice(), 1416.02) << "its latest close, which the folder has in minutes";
+}
+
+TEST_F(TradeDocksTest, CheckNoCashAndSharesThatAreNotKnownAnyMore)
+{
+    openDocks({QStringLiteral("600519"), ChartPeriod::Day});
+    m_module.setAnswer(QStringLiteral("AccountInfo"),
+                       withData(QJsonObject{{QStringLiteral("available"), QStringLiteral("5.00")}}));
+    desk()->refresh();
+    ASSERT_TRUE(waitUntil([this] { return !ticket()->draft().problem().isEmpty(); }));
+    m_module.setAnswer(QStringLiteral("AccountInfo"), refusedWith("the ledger is locked"));
+    desk()->refresh();
+    ASSERT_TRUE(waitUntil([this] { return !desk()->account(); }));
+    EXPECT_EQ(ticket()->draft().problem(), QString());
+    EXPECT_THAT(ticket()->findChild<QLabel *>(QStringLiteral("ticketNotice"))->text().toStdString(),
+                ::testing::HasSubstr("the ledger is locked"));
+}
+
+TEST_F(TradeDocksTest, TellTwoCancellationsBesideEachOther)
+{
+    openDocks({QStringLiteral("600519"), ChartPeriod::Day});
+    for (const char *const number : {"17", "18"}) {
+        OrderRecord order;
+        order.security = chart()->data().security;
+        order.number = QLatin1String(number);
+        order.day = onDay(20240102);
+        desk()->cancel(order);
+    }
+    ASSERT_TRUE(m_module.wasAsked("EntrustCancel", 2));
+    const auto asked = m_module.asked(QStringLiteral("EntrustCancel"));
+    m_module.answer(asked[0], refusedWith("dealt already"));
+    m_module.answer(asked[1],
+                    withData(QJsonArray{QJsonObject{{QStringLiteral("msgok "), QStringLiteral("ok")}}}));
+    ASSERT_TRUE(waitUntil([this] { return isTold(*m_window->trade(), "good"); }));
+    QStringList lines;
+    for (const QLabel *const line : ticket()->findChildren<QLabel *>(QStringLiteral("ticketResult"))) {
+        lines.append(line->text());
+    }
+    EXPECT_THAT(lines[0].toStdString(), ::testing::HasSubstr("18"));
+    EXPECT_THAT(lines[1].toStdString(), ::testing::HasSubstr("dealt already"));
 }
 
 } // namespace

@@ -14,7 +14,7 @@ OrderRecord orderAt(int hhmmss, const char *number)
     OrderRecord order;
     order.security = moutai;
     order.day = Trading::TradingDate::of(2024, 1, 2);
-    order.time = Trading::ClockTime::ofSeconds(hhmmss);
+    order.time = Trading::ClockTime::ofNumber(hhmmss * 100);
     order.number = QLatin1String(number);
     order.price = 10;
     order.quantity = 300;
@@ -75,10 +75,12 @@ TEST(TradeTablesOfOrders, HidesQuantities)
     EXPECT_TRUE(shown.contains(QStringLiteral("10.00"))) << "its price may be read";
 }
 
+const LastPrice ten{10.0, PriceOrigin::Close, Trading::TradingDate::of(2024, 1, 2).value()};
+
 TEST(TradeTablesOfPositions, KnowsAProfitOnlyWithAPrice)
 {
     PositionsTable table;
-    table.setRecords({{{moutai, 200, 100, 9.5}, 10.0}, {{{}, 300, 300, 5.0}, std::nullopt}});
+    table.setRecords({{{moutai, 200, 100, 9.5}, ten}, {{{}, 300, 300, 5.0}, std::nullopt}});
     const int profit = static_cast<int>(PositionColumn::Profit);
     EXPECT_EQ(table.index(0, profit).data().toString(), QStringLiteral("+100.00"));
     EXPECT_EQ(table.index(1, profit).data().toString(), QStringLiteral(u"–"));
@@ -88,7 +90,7 @@ TEST(TradeTablesOfPositions, KnowsAProfitOnlyWithAPrice)
 TEST(TradeTablesOfPositions, HidesMoneyAndHoldings)
 {
     PositionsTable table;
-    table.setRecords({{{moutai, 200, 100, 9.5}, 10.0}});
+    table.setRecords({{{moutai, 200, 100, 9.5}, ten}});
     table.setAmountsHidden(true);
     QStringList shown;
     for (int column = 0; column < table.columnCount({}); ++column) {

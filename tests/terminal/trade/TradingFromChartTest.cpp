@@ -26,9 +26,9 @@
 namespace Terminal {
 namespace {
 
-constexpr int buyWaiting = 20;
-constexpr int buyPartlyDealt = 21;
-constexpr int buyDealt = 22;
+constexpr int buyWaiting = Korvane::BuyWaiting;
+constexpr int buyPartlyDealt = Korvane::BuyPartDeal;
+constexpr int buyDealt = Korvane::BuyDealed;
 
 constexpr double closeBefore = 1400.00;
 constexpr qint64 plenty = 1000000; ///< shares in a bar

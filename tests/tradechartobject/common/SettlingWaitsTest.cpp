@@ -10,6 +10,8 @@
 
 #include <memory>
 
+using namespace std::chrono_literals;
+
 using TradeChart::SettlingWaits;
 
 namespace {
@@ -39,7 +41,8 @@ TEST(SettlingWaits, AskOnceForEveryNotificationHoweverManyWaitAtOnce)
         QTimer::singleShot(0, &notified, [&] { notified.waits.waitAndAsk(); });
     }
     EXPECT_TRUE(waitUntil([&] { return notified.questions == 50; }));
-    EXPECT_FALSE(waitUntil([&] { return notified.questions > 50; }, 1500));
+    // longer than the second after which one more would come
+    EXPECT_FALSE(waitUntil([&] { return notified.questions > 50; }, 1500ms));
 }
 
 TEST(SettlingWaits, EndWithTheirOwnerAlsoThoseOnATimer)
@@ -51,7 +54,8 @@ TEST(SettlingWaits, EndWithTheirOwnerAlsoThoseOnATimer)
         QTimer::singleShot(0, owner.get(), [&] { waits.waitAndAsk(); });
     }
     QTimer::singleShot(300, qApp, [&] { owner.reset(); });
-    EXPECT_FALSE(waitUntil([&] { return questions > 0; }, 2000));
+    // longer than all waits would last
+    EXPECT_FALSE(waitUntil([&] { return questions > 0; }, 2s));
 }
 
 } // namespace

@@ -86,13 +86,15 @@ QJsonObject ordered(const QByteArray &price)
 }
 
 const Kind kinds[] = {
-    {"PositionCost", make<PositionCost>, 4, makeDayBar(20240103, 9, 11), heldAt, false, false, 10.0, true, 0},
-    {"BSPoint", make<BSPoint>, 4, makeDayBar(20240103, 9, 11), tradedToday, false, true, 11.1, true, 1},
-    {"EntrustPoint", make<EntrustPoint>, 21, makeMinuteBar(dayFromToday(0), 931, 9, 11), ordered, false, true,
-     9.9, true, 1},
-    {"CombinedCost", [](auto &axis) { return makeCombined(axis, R"({"type":0})"); }, 4,
+    {"PositionCost", make<PositionCost>, Korvane::DayPeriod, makeDayBar(20240103, 9, 11), heldAt, false,
+     false, 10.0, true, 0},
+    {"BSPoint", make<BSPoint>, Korvane::DayPeriod, makeDayBar(20240103, 9, 11), tradedToday, false, true,
+     11.1, true, 1},
+    {"EntrustPoint", make<EntrustPoint>, Korvane::IntradayPeriod, makeMinuteBar(dayFromToday(0), 931, 9, 11),
+     ordered, false, true, 9.9, true, 1},
+    {"CombinedCost", [](auto &axis) { return makeCombined(axis, R"({"type":0})"); }, Korvane::DayPeriod,
      makeDayBar(20240103, 9, 11), heldAtByRequest, true, false, 10.0, false, 1},
-    {"CombinedTrades", [](auto &axis) { return makeCombined(axis, R"({"type":1})"); }, 4,
+    {"CombinedTrades", [](auto &axis) { return makeCombined(axis, R"({"type":1})"); }, Korvane::DayPeriod,
      makeDayBar(20240103, 9, 11, 10), tradedBefore, false, true, 10.5, false, 1},
 };
 
@@ -103,7 +105,7 @@ protected:
     void SetUp() override
     {
         bus().reset();
-        axis.mode = 1;
+        axis.mode = Korvane::TodayChart;
         axis.low = 5.0;
         axis.high = 20.0;
         made = GetParam().make(axis);

@@ -104,7 +104,7 @@ protected:
     void SetUp() override
     {
         RecordedBus::instance().reset();
-        axis.mode = 1;
+        axis.mode = Korvane::TodayChart;
         axis.notesPrices = false;
         overlay = GetParam().show(axis);
     }

@@ -9,6 +9,8 @@
 
 #include <type_traits>
 
+using namespace std::chrono_literals;
+
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
@@ -38,7 +40,7 @@ protected:
     /// From now on the host ends the object as soon as it asks something.
     void endAtTheNextQuestion()
     {
-        this->axis.mode = 1; // a chart of today, on which the order points ask
+        this->axis.mode = Korvane::TodayChart; // a chart of today, on which the order points ask
         this->bus().duringSend = [this] { this->overlay->deleteObject(); };
     }
 
@@ -183,7 +185,8 @@ TYPED_TEST(FactoryOverlay, HandsANegativeRefreshIntervalToItsTimerWhichRefreshes
         this->calcOnABar();
         this->bus().sent.clear();
         EXPECT_LT(this->timer()->interval(), 0);
-        EXPECT_FALSE(waitUntil([this] { return !this->questions().empty(); }, 100));
+        // an interval of nothing would have asked in the first turn of the loop
+        EXPECT_FALSE(waitUntil([this] { return !this->questions().empty(); }, 100ms));
     }
 }
 

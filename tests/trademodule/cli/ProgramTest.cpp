@@ -55,8 +55,8 @@ TEST_F(Program, RefusesAnOrderOfMoreThanAnyAccountHas)
 
 TEST_F(Program, HasHelpForEveryCommand)
 {
-    for (const char *command :
-         {"serve", "import", "place", "cancel", "orders", "trades", "positions", "account"}) {
+    for (const char *command : {"serve", "import", "place", "cancel", "orders", "trades", "positions",
+                                "account", "results", "cost"}) {
         const Ended ended = run({QLatin1String(command), QStringLiteral("--help")});
         EXPECT_EQ(ended.exitCode, 0);
         EXPECT_THAT(ended.output, HasSubstr("Usage"));

@@ -191,7 +191,7 @@ TEST_F(ServeCommandTest, TellsOfNothingWhenItJoinsWithoutOrdersOfToday)
 TEST_F(ServeCommandTest, RefusesOrdersInTimeWhileTheLedgerIsBusy)
 {
     constexpr int orderCount = 10;
-    constexpr int requestTimeout = 3000;
+    constexpr std::chrono::seconds requestTimeout(3);
     serve();
     ASSERT_TRUE(chart().listen("screen1", "TradeQuery"));
     std::optional<Transaction> import(std::in_place, ledger().database());

@@ -7,7 +7,11 @@
 
 #include <csignal>
 
+#include <chrono>
+
 namespace TradeModule {
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -26,7 +30,7 @@ protected:
             return;
         }
         ASSERT_TRUE(chart().join(broker().address()));
-        chart().setRequestTimeout(200);
+        chart().setRequestTimeout(std::chrono::milliseconds(200));
         m_owner = startServing();
         ASSERT_TRUE(waitUntil([this] { return isAnswered(); }));
         m_standby = startServing({QStringLiteral("--standby")});
@@ -103,7 +107,7 @@ TEST_F(StandbyTest, FollowsAnOwnerThatEnds)
 {
     owner().terminate();
 
-    EXPECT_TRUE(waitUntil([this] { return standbyServes(); }, 5000));
+    EXPECT_TRUE(waitUntil([this] { return standbyServes(); }, 5s));
 }
 
 TEST_F(StandbyTest, FollowsAnOwnerThatWasKilledWithinFiveSeconds)
@@ -111,21 +115,21 @@ TEST_F(StandbyTest, FollowsAnOwnerThatWasKilledWithinFiveSeconds)
     ASSERT_EQ(ask(placing)[QStringLiteral("ordersno")], QJsonValue(QStringLiteral("1")));
     signalTo(owner(), SIGKILL);
 
-    EXPECT_TRUE(waitUntil([this] { return standbyServes(); }, 5000));
+    EXPECT_TRUE(waitUntil([this] { return standbyServes(); }, 5s));
     EXPECT_EQ(ask(placing)[QStringLiteral("ordersno")], QJsonValue(QStringLiteral("2")));
 }
 
 TEST_F(StandbyTest, FollowsAnOwnerThatIsFrozenAndChangesNothingWhenItWakesUp)
 {
-    constexpr int frozenForLong = 10000;
-    constexpr int longestFollowing = 20000;
+    constexpr std::chrono::milliseconds frozenForLong = 10s;
+    constexpr auto longestFollowing = 20s;
     QElapsedTimer clock;
     clock.start();
     signalTo(owner(), SIGSTOP);
     EXPECT_TRUE(ask(placing).isEmpty()); // waits in the frozen one's inbox
 
     ASSERT_TRUE(waitUntil([this] { return standbyServes(); }, longestFollowing));
-    EXPECT_GE(clock.elapsed(), frozenForLong);
+    EXPECT_GE(clock.elapsed(), frozenForLong.count());
     if (owner().state() == QProcess::Running) { // only its connection could be ended
         signalTo(owner(), SIGCONT);
         ASSERT_TRUE(waitUntil([this] { return owner().state() == QProcess::NotRunning; }));

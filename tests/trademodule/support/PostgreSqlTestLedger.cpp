@@ -31,10 +31,10 @@ QString TestLedger::location() const
     return PostgreSqlServer::instance().location(d->database);
 }
 
-bool TestLedger::waitUntilWritten(int milliseconds) const
+bool TestLedger::waitUntilWritten(std::chrono::milliseconds patience) const
 {
     return waitUntil([this] { return PostgreSqlServer::instance().writingConnections(d->database) > 0; },
-                     milliseconds);
+                     patience);
 }
 
 QString TestLedger::unavailable()

@@ -11,6 +11,8 @@
 
 #include <memory>
 
+#include <chrono>
+
 namespace TradeModule {
 
 /// The first line of the statements that tests write.
@@ -59,13 +61,18 @@ protected:
 
     Ended runOnLedger(const QStringList &arguments) { return run(ledgerOptions() + arguments); }
 
-    QString write(const QByteArray &rows, const QString &name = QStringLiteral("statement.csv"))
+    QString writeFile(const QString &name, const QByteArray &bytes)
     {
         const QString path = m_directory.filePath(name);
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(statementHeader + rows);
+        file.write(bytes);
         return path;
+    }
+
+    QString write(const QByteArray &rows, const QString &name = QStringLiteral("statement.csv"))
+    {
+        return writeFile(name, statementHeader + rows);
     }
 
     QString writeManyRows(int count)
@@ -104,9 +111,9 @@ protected:
         if (!m_chart.isConnected()) {
             ASSERT_TRUE(m_chart.join(m_broker.address()));
         }
-        m_chart.setRequestTimeout(200); // the module may not be there yet
-        ASSERT_TRUE(waitUntil([this] { return !ask("{\"cmd\":\"?\"}").isEmpty(); }, 60000));
-        m_chart.setRequestTimeout(20000);
+        m_chart.setRequestTimeout(std::chrono::milliseconds(200)); // the module may not be there yet
+        ASSERT_TRUE(waitUntil([this] { return !ask("{\"cmd\":\"?\"}").isEmpty(); }, std::chrono::minutes(1)));
+        m_chart.setRequestTimeout(std::chrono::seconds(20));
     }
 
     /// A module that may not answer yet.

@@ -20,12 +20,12 @@ QString TestLedger::location() const
     return d->directory.filePath(QStringLiteral("account.db"));
 }
 
-bool TestLedger::waitUntilWritten(int milliseconds) const
+bool TestLedger::waitUntilWritten(std::chrono::milliseconds patience) const
 {
     // what does not fit into the cache goes into the write-ahead log before the commit
     constexpr qint64 moreThanTheSchema = 1000000;
     const QString log = location() + QStringLiteral("-wal");
-    return waitUntil([&log] { return QFileInfo(log).size() > moreThanTheSchema; }, milliseconds);
+    return waitUntil([&log] { return QFileInfo(log).size() > moreThanTheSchema; }, patience);
 }
 
 QString TestLedger::unavailable()

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <chrono>
 #include <memory>
 
 /// An empty ledger of the test's own in a real database: each test program is linked with one kind.
@@ -19,7 +20,7 @@ public:
 
     /// Returns when a process is in the middle of writing an import, or false when `milliseconds` have
     /// passed. Other processes may be asked in between whether they still run.
-    bool waitUntilWritten(int milliseconds = 60000) const;
+    bool waitUntilWritten(std::chrono::milliseconds patience = std::chrono::minutes(1)) const;
 
     /// Why there is no such database here; empty when there is. Tests skip, loudly, with it.
     static QString unavailable();

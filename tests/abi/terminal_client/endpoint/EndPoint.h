@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QString>
 
+#include <chrono>
 #include <memory>
 
 namespace LocalCommunication {
@@ -25,7 +26,7 @@ public:
     void subscribe(QByteArray channel, QByteArray topic);
     bool sendMessage(QByteArray channel, QByteArray topic, QByteArray payload);
     QByteArray request(QByteArray topic, QByteArray payload);
-    void setRequestTimeout(int milliseconds);
+    void setRequestTimeout(std::chrono::milliseconds timeout);
     bool isConnected() const;
 
 Q_SIGNALS:

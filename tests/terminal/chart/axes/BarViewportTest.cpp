@@ -8,7 +8,7 @@ namespace {
 BarViewport daily(size_t bars)
 {
     BarViewport viewport;
-    viewport.setRoom(bars, false);
+    viewport.setRoom({bars});
     viewport.showRecent();
     return viewport;
 }
@@ -23,7 +23,7 @@ TEST(BarViewport, ShowsTheMostRecentBarsWithSomeAirAfterThem)
 TEST(BarViewport, ShowsAWholeDayWithRoomForTheFirstLabel)
 {
     BarViewport viewport;
-    viewport.setRoom(241, true);
+    viewport.setRoom({241, 0, true});
     viewport.showRecent();
     EXPECT_LT(viewport.span().first, -0.5);
     EXPECT_GT(viewport.span().last, 240.5);
@@ -64,7 +64,7 @@ TEST(BarViewport, FollowsTheLastBarWhenItLeavesTheView)
 {
     BarViewport viewport = daily(1000);
     viewport.setSpan({900, 1000.5});
-    viewport.setRoom(1004, false);
+    viewport.setRoom({1004});
     viewport.followLast(999, 1003);
     EXPECT_NEAR(viewport.span().first, 904, 1e-9);
     EXPECT_NEAR(viewport.span().width(), 100.5, 1e-9);
@@ -74,13 +74,42 @@ TEST(BarViewport, StaysWhenTheLastBarWasOrStillIsElsewhere)
 {
     BarViewport viewport = daily(1000);
     viewport.setSpan({100, 200});
-    viewport.setRoom(1004, false);
+    viewport.setRoom({1004});
     viewport.followLast(999, 1003);
     EXPECT_DOUBLE_EQ(viewport.span().first, 100);
     viewport.setSpan({900, 1010});
     const double first = viewport.span().first;
     viewport.followLast(1003, 1004);
     EXPECT_DOUBLE_EQ(viewport.span().first, first);
+}
+
+TEST(BarViewport, NeverLeavesAllBarsWhenItZoomsInBesideThem)
+{
+    BarViewport viewport = daily(1000);
+    for (int press = 0; press < 16; ++press) {
+        viewport.zoom(0.8, viewport.span().last);
+    }
+    EXPECT_LT(viewport.span().first, 995);
+}
+
+TEST(BarViewport, NeverLeavesAllBarsOfADayThatHasJustBegun)
+{
+    BarViewport viewport;
+    viewport.setRoom({3, 238, true});
+    viewport.showRecent();
+    viewport.zoom(0.1, 120);
+    EXPECT_LE(viewport.span().first, -0.5);
+}
+
+TEST(BarViewport, GoesToTheLastBarThatIsThere)
+{
+    BarViewport viewport;
+    viewport.setRoom({60, 181, true});
+    viewport.setSpan({10, 30});
+    viewport.showLast();
+    EXPECT_NEAR(viewport.span().width(), 20, 1e-9);
+    EXPECT_GT(viewport.span().last, 59.5);
+    EXPECT_LT(viewport.span().last, 62.5);
 }
 
 } // namespace

@@ -17,8 +17,8 @@
 namespace Terminal {
 namespace {
 
-constexpr int buyWaiting = 20;
-constexpr int buyDealt = 22;
+constexpr int buyWaiting = Korvane::BuyWaiting;
+constexpr int buyDealt = Korvane::BuyDealed;
 
 /// A chart with two bars to a pixel.
 class MarkPainterTest : public ::testing::Test

@@ -39,6 +39,31 @@ TEST_F(ChartInputTest, ReadsOutTheBarUnderThePointerAlsoAfterAZoom)
     EXPECT_EQ(pointed, -1);
 }
 
+TEST_F(ChartInputTest, KeepsTheNewestBarsInViewHoweverOftenAKeyZoomsIn)
+{
+    show({});
+    for (int press = 0; press < 16; ++press) {
+        key(Qt::Key_Plus);
+    }
+    const BarRange shown = barsInView(chart()->span(), chart()->data().bars.size());
+    EXPECT_GE(shown.end - shown.first, 5U);
+}
+
+TEST_F(ChartInputTest, ReadsOutNoBarWherePointerIsBesideThem)
+{
+    show({});
+    int pointed = 0;
+    QObject::connect(chart(), &ChartView::pointedBarChanged, chart(), [&pointed](int bar) { pointed = bar; });
+    const double last = geometry().barToX(static_cast<int>(chart()->data().bars.size()) - 1);
+    moveTo({last, 200});
+    ASSERT_TRUE(waitUntil([&] { return pointed > 0; }));
+    EXPECT_FALSE(chart()->timeAt(last).isEmpty());
+    const double beside = last + 3 * geometry().barWidth();
+    moveTo({beside, 200});
+    EXPECT_TRUE(waitUntil([&] { return pointed == -1; }));
+    EXPECT_EQ(chart()->timeAt(beside), QString());
+}
+
 TEST_F(ChartInputTest, PansWithTheMouse)
 {
     show({});

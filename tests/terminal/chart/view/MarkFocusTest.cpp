@@ -209,8 +209,8 @@ TEST_F(MarkFocusByKeys, ReachesTheQuestionForAnOrder)
     EXPECT_THAT(overlayLog(), HasSubstr("confirmed"));
 }
 
-constexpr int buyWaiting = 20;
-constexpr int buyDealt = 22;
+constexpr int buyWaiting = Korvane::BuyWaiting;
+constexpr int buyDealt = Korvane::BuyDealed;
 
 /// Marks that tell when they are pressed.
 class ListedMarks : public PointerTarget

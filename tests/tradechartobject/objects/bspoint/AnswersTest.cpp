@@ -14,7 +14,7 @@ class BSPointAnswers : public BSPointTest
 TEST_F(BSPointAnswers, TakesAnswersInAnyLetterCaseOfTheCode)
 {
     create();
-    calc(makeSecurity(1, "abC1", 5), threeDays, 4);
+    calc(makeSecurity(1, "abC1", 5), threeDays, Korvane::DayPeriod);
     hear(Topic::TRADEQUERY,
          sentAnswer("HistoryTrade",
                     QJsonArray{SentTrade{"B", "20240102", "9301500", "1", "1"}.in(pastTrades)}, "ABc1"));
@@ -43,7 +43,7 @@ TEST_F(BSPointAnswers, TakesAnAnswerThatComesWhileTheQuestionIsSent)
         bus().duringSend = nullptr;
         hearHistory({{"B", "20240103", "9301500", "1", "1"}});
     };
-    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
     EXPECT_EQ(drawn(), " B ");
 }
 

@@ -13,7 +13,7 @@ class BSPointAsking : public BSPointTest
 TEST_F(BSPointAsking, AsksForTheShownDaysWhenBarsCome)
 {
     create();
-    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
     ASSERT_THAT(bus().sent, SizeIs(1));
     EXPECT_EQ(bus().sent[0].channel, "Global");
     EXPECT_EQ(bus().sent[0].topic, "TradeQuery");
@@ -25,11 +25,11 @@ TEST_F(BSPointAsking, AsksForTheShownDaysWhenBarsCome)
 TEST_F(BSPointAsking, AsksAgainOnlyWhenTheFirstOrLastDayChanges)
 {
     createOnThreeDays();
-    calc(shanghai, threeDays, 4);
-    calc(shanghai, {threeDays.front(), threeDays.back()}, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
+    calc(shanghai, {threeDays.front(), threeDays.back()}, Korvane::DayPeriod);
     EXPECT_THAT(questions(), IsEmpty());
-    calc(shanghai, {makeDayBar(20231229), threeDays.back()}, 4);
-    calc(shanghai, {makeDayBar(20231229), makeDayBar(20240105)}, 4);
+    calc(shanghai, {makeDayBar(20231229), threeDays.back()}, Korvane::DayPeriod);
+    calc(shanghai, {makeDayBar(20231229), makeDayBar(20240105)}, Korvane::DayPeriod);
     ASSERT_THAT(questions(), SizeIs(2));
     EXPECT_TRUE(questions()[0].contains(R"("end":"20240104")") &&
                 questions()[0].contains(R"("start":"20231229")"));
@@ -40,7 +40,7 @@ TEST_F(BSPointAsking, AsksAgainOnlyWhenTheFirstOrLastDayChanges)
 TEST_F(BSPointAsking, AsksNothingWithoutBars)
 {
     create();
-    EXPECT_TRUE(calc(shanghai, {}, 4));
+    EXPECT_TRUE(calc(shanghai, {}, Korvane::DayPeriod));
     EXPECT_TRUE(overlay->calcIt(shanghai, nullptr, 5, Korvane::DayPeriod, 0, 0));
     EXPECT_TRUE(overlay->calcIt(shanghai, threeDays.data(), -5, Korvane::DayPeriod, 0, 0));
     EXPECT_THAT(questions(), IsEmpty());
@@ -49,8 +49,8 @@ TEST_F(BSPointAsking, AsksNothingWithoutBars)
 TEST_F(BSPointAsking, NeverAsksForTodaysTradesFromCalcIt)
 {
     create();
-    calc(shanghai, threeDays, 4);
-    calc(shanghai, {makeDayBar(20240105)}, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
+    calc(shanghai, {makeDayBar(20240105)}, Korvane::DayPeriod);
     for (const QByteArray &question : questions()) {
         EXPECT_FALSE(question.contains("TodayTrade"));
     }
@@ -62,10 +62,10 @@ TEST_F(BSPointAsking, ReportsARefusedQuestionAndDoesNotRepeatItForTheSameDays)
     create();
     timer()->stop();
     bus().takesMessages = false;
-    EXPECT_FALSE(calc(shanghai, threeDays, 4));
+    EXPECT_FALSE(calc(shanghai, threeDays, Korvane::DayPeriod));
     EXPECT_TRUE(timer()->isActive());
     bus().takesMessages = true;
-    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_THAT(log.all(), IsEmpty());
 }

@@ -22,7 +22,7 @@ protected:
     void createOnThreeDays()
     {
         create();
-        ASSERT_TRUE(calc(shanghai, threeDays, 4));
+        ASSERT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
         bus().sent.clear();
     }
 

@@ -62,7 +62,7 @@ TEST_F(BSPointClicks, ShowsNoListForTradesWithoutAMarker)
     createOnThreeDays();
     hearHistory({{"B", "20240108", "9301500", "10.5", "300"}});
     bus().takesMessages = false;
-    EXPECT_FALSE(calc(shanghai, {makeDayBar(20240108)}, 4));
+    EXPECT_FALSE(calc(shanghai, {makeDayBar(20240108)}, Korvane::DayPeriod));
     listOn(0);
     EXPECT_THAT(axis.popups, IsEmpty()) << "the bar has trades but its marks are not computed yet";
 }

@@ -78,7 +78,7 @@ TEST_F(BSPointFields, StoresARowWithoutFieldsAsASellOfNothingOnDayZero)
 {
     createOnThreeDays();
     hear(Topic::TRADEQUERY, sentAnswer("HistoryTrade", QJsonArray{QJsonObject(), 5, QStringLiteral("x")}));
-    calc(shanghai, {makeDayBar(0), makeDayBar(20240102)}, 4);
+    calc(shanghai, {makeDayBar(0), makeDayBar(20240102)}, Korvane::DayPeriod);
     EXPECT_EQ(drawn(), "S ");
     EXPECT_EQ(listOn(0), (QStringList{QStringLiteral("卖出\t00:00:00\t成交价:0.00\t成交量:0"),
                                       QStringLiteral("卖出\t00:00:00\t成交价:0.00\t成交量:0"),
@@ -112,7 +112,7 @@ TEST_P(BSPointFieldsOfAnOddRow, StandsOnTheDayItsDateReadsAs)
 {
     createOnThreeDays();
     hear(Topic::TRADEQUERY, sentAnswer("HistoryTrade", QJsonArray{GetParam().row}));
-    calc(shanghai, {makeDayBar(0), makeDayBar(20240102)}, 4);
+    calc(shanghai, {makeDayBar(0), makeDayBar(20240102)}, Korvane::DayPeriod);
     EXPECT_EQ(listOn(GetParam().row.value(QStringLiteral("bizdate")).toString() == QStringLiteral("20240102")
                          ? 1
                          : 0),

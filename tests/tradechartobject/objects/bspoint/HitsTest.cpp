@@ -45,13 +45,13 @@ TEST_F(BSPointHits, CountsOnEveryKindOfMarkerAndAnyXOfItsBar)
 
 TEST_F(BSPointHits, MissesABarWithoutMarker)
 {
-    calc(shanghai, {makeDayBar(20240105), threeDays[0], threeDays[1]}, 4);
+    calc(shanghai, {makeDayBar(20240105), threeDays[0], threeDays[1]}, Korvane::DayPeriod);
     EXPECT_EQ(overlay->hitTest(0, anchorY(11)), -1);
 }
 
 TEST_F(BSPointHits, MissesABarWhoseHighIsNoNumber)
 {
-    calc(shanghai, {makeDayBar(20240102, 9, std::nan(""))}, 4);
+    calc(shanghai, {makeDayBar(20240102, 9, std::nan(""))}, Korvane::DayPeriod);
     EXPECT_EQ(overlay->hitTest(0, anchorY(11)), -1);
 }
 
@@ -72,7 +72,7 @@ INSTANTIATE_TEST_SUITE_P(Indices, BSPointHitsIndex, ::testing::Values(-1, 3, INT
 TEST_F(BSPointHits, StaysInsideTheBarsWhenTheMarksReachFurther)
 {
     bus().takesMessages = false;
-    EXPECT_FALSE(calc(shanghai, {threeDays[0]}, 4));
+    EXPECT_FALSE(calc(shanghai, {threeDays[0]}, Korvane::DayPeriod));
     axis.barUnder = [](double) { return 2; };
     EXPECT_EQ(overlay->hitTest(0, anchorY(13)), -1);
     overlay->handleMousePress(0, 0);

@@ -40,7 +40,7 @@ TEST_F(BSPointHostEnds, IsDestroyedByTheHostWhileTheHistoryQuestionGoesOut)
 {
     create();
     bus().duringSend = [this] { destroy(); };
-    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
     EXPECT_EQ(bus().endPointCount(), 0);
 }
 

@@ -15,7 +15,7 @@ TEST_F(BSPointLog, LogsItsQuestions)
 {
     const LogCapture log;
     create();
-    calc(shanghai, {makeDayBar(20240102)}, 4);
+    calc(shanghai, {makeDayBar(20240102)}, Korvane::DayPeriod);
     bus().takesMessages = false;
     overlay->sendQueryTodayTradeInfoReq();
     EXPECT_THAT(

@@ -14,9 +14,10 @@ TEST_F(BSPointMarks, KeepsTheMarksWithoutBars)
 {
     createOnThreeDays();
     hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
-    EXPECT_TRUE(calc(shanghai, {}, 4));
+    EXPECT_TRUE(calc(shanghai, {}, Korvane::DayPeriod));
     bus().takesMessages = false;
-    EXPECT_FALSE(calc(shanghai, {makeDayBar(20240201), makeDayBar(20240202), makeDayBar(20240205)}, 4));
+    EXPECT_FALSE(calc(shanghai, {makeDayBar(20240201), makeDayBar(20240202), makeDayBar(20240205)},
+                      Korvane::DayPeriod));
     EXPECT_EQ(drawn(), " B ") << "no calcIt has computed them anew";
 }
 
@@ -24,10 +25,11 @@ TEST_F(BSPointMarks, KeepsTheMarksWhenAnAnswerComesWhileThereAreNoBars)
 {
     createOnThreeDays();
     hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
-    EXPECT_TRUE(calc(shanghai, {}, 4));
+    EXPECT_TRUE(calc(shanghai, {}, Korvane::DayPeriod));
     hearToday({{"S", "20240102", "9301500", "1", "100"}});
     bus().takesMessages = false;
-    EXPECT_FALSE(calc(shanghai, {makeDayBar(20240201), makeDayBar(20240202), makeDayBar(20240205)}, 4));
+    EXPECT_FALSE(calc(shanghai, {makeDayBar(20240201), makeDayBar(20240202), makeDayBar(20240205)},
+                      Korvane::DayPeriod));
     EXPECT_EQ(drawn(), " B ");
 }
 
@@ -36,9 +38,9 @@ TEST_F(BSPointMarks, LeavesTheMarksWhenTheQuestionIsRefused)
     createOnThreeDays();
     hearHistory({{"B", "20240102", "9301500", "10.5", "300"}});
     bus().takesMessages = false;
-    EXPECT_FALSE(
-        calc(shanghai,
-             {makeDayBar(20240103), makeDayBar(20240104), makeDayBar(20240105), makeDayBar(20240108)}, 4));
+    EXPECT_FALSE(calc(
+        shanghai, {makeDayBar(20240103), makeDayBar(20240104), makeDayBar(20240105), makeDayBar(20240108)},
+        Korvane::DayPeriod));
     EXPECT_EQ(drawn(), "B   ") << "the mark stays on its bar number; the new bar has none";
     EXPECT_THAT(painter.calls[0].prices, ElementsAre(11, 11, 11, 11));
 }
@@ -47,7 +49,7 @@ TEST_F(BSPointMarks, StaysInsideItsMarksWhenTheFirstQuestionIsRefused)
 {
     create();
     bus().takesMessages = false;
-    EXPECT_FALSE(calc(shanghai, threeDays, 4));
+    EXPECT_FALSE(calc(shanghai, threeDays, Korvane::DayPeriod));
     EXPECT_EQ(drawn(), "   ");
     EXPECT_EQ(overlay->hitTest(10, anchorY(12)), -1);
     hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
@@ -60,7 +62,7 @@ TEST_F(BSPointMarks, MarksBeforeItAsksForTheRepaint)
     std::vector<std::string> seen;
     axis.onUpdate = [&] {
         seen.push_back(drawn());
-        calc(shanghai, threeDays, 4);
+        calc(shanghai, threeDays, Korvane::DayPeriod);
     };
     hearHistory({{"B", "20240102", "9301500", "1", "1"}});
     hearToday({{"S", "20240104", "9301500", "1", "1"}});
@@ -75,7 +77,7 @@ TEST_F(BSPointMarks, OnlyAddsMarksBetweenTwoCalcIts)
     hearToday({{"B", "20240103", "9301500", "1", "100"}});
     hearToday({{"S", "20240104", "9301500", "1", "100"}});
     EXPECT_EQ(drawn(), " BT") << "the buy that was there is still marked";
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     EXPECT_EQ(drawn(), " BS");
 }
 
@@ -86,7 +88,7 @@ TEST_F(BSPointMarks, KeepsTheMarkOfBothSidesBesideALaterOneUntilCalcIt)
     hearToday({{"B", "20240104", "9301500", "1", "100"}});
     EXPECT_EQ(drawn(), "  #");
     EXPECT_THAT(listOn(2), SizeIs(1));
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     EXPECT_EQ(drawn(), "  B");
 }
 
@@ -111,7 +113,7 @@ TEST_P(BSPointMarksOfBothSides, ListsTheSideOfEachTrade)
                  {"S", "20240104", "9301500", "1", "100"}});
     hearToday({{GetParam().later, "20240104", "9301500", "1", "100"}});
     bus().takesMessages = false;
-    EXPECT_FALSE(calc(shanghai, {makeDayBar(20231229), threeDays[0], threeDays[1]}, 4));
+    EXPECT_FALSE(calc(shanghai, {makeDayBar(20231229), threeDays[0], threeDays[1]}, Korvane::DayPeriod));
     EXPECT_EQ(drawn().back(), '#');
     EXPECT_EQ(listOn(2), QStringList{QString::fromUtf8(GetParam().text) +
                                      QStringLiteral("\t09:30:15\t成交价:1.00\t成交量:100")});
@@ -127,7 +129,8 @@ TEST_F(BSPointMarks, ListsABuyUnderAMarkOfSells)
     createOnThreeDays();
     hearHistory({{"S", "20240102", "9301500", "1", "100"}, {"B", "20240103", "9301500", "1", "100"}});
     bus().takesMessages = false;
-    EXPECT_FALSE(calc(shanghai, {threeDays[1]}, 4)) << "the sell mark of the bar before stays";
+    EXPECT_FALSE(calc(shanghai, {threeDays[1]}, Korvane::DayPeriod))
+        << "the sell mark of the bar before stays";
     EXPECT_EQ(listOn(0), QStringList{QStringLiteral("卖出\t09:30:15\t成交价:1.00\t成交量:100")});
 }
 
@@ -136,7 +139,8 @@ TEST_F(BSPointMarks, ListsUnderTheMarkerAsItStandsNotUnderTheTradesOwnSide)
     createOnThreeDays();
     hearHistory({{"B", "20240102", "9301500", "1", "100"}, {"S", "20240103", "9301500", "1", "100"}});
     bus().takesMessages = false;
-    EXPECT_FALSE(calc(shanghai, {threeDays[1]}, 4)) << "the buy mark of the bar before stays";
+    EXPECT_FALSE(calc(shanghai, {threeDays[1]}, Korvane::DayPeriod))
+        << "the buy mark of the bar before stays";
     EXPECT_EQ(listOn(0), QStringList{QStringLiteral("买入\t09:30:15\t成交价:1.00\t成交量:100")});
 }
 

@@ -14,7 +14,7 @@ class BSPointNotifications : public BSPointTest
 TEST_F(BSPointNotifications, AsksForTodaysTradesAfterANotificationInAnyLetterCase)
 {
     create();
-    calc(makeSecurity(1, "abC1", 5), threeDays, 4);
+    calc(makeSecurity(1, "abC1", 5), threeDays, Korvane::DayPeriod);
     bus().sent.clear();
     hear(Topic::TRADENOTIFY, R"({"stkcode":"ABc1"})");
     ASSERT_THAT(questions(), SizeIs(1));

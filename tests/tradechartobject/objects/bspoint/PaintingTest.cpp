@@ -34,7 +34,8 @@ TEST_F(BSPointPainting, PaintsTheBarsThatAHostBringsInsideThePaint)
     createOnThreeDays();
     painter.onMarkerSeries = [this] {
         if (painter.calls.size() == 1) {
-            calc(shanghai, std::vector<Korvane::AnalyData>(100, makeDayBar(20240103, 9, 15)), 4);
+            calc(shanghai, std::vector<Korvane::AnalyData>(100, makeDayBar(20240103, 9, 15)),
+                 Korvane::DayPeriod);
         }
     };
     EXPECT_TRUE(paint());

@@ -74,11 +74,11 @@ TEST_F(BSPointPastTrades, FindsTheTradesBehindManyDaysThatHaveNoBar)
         rows.push_back({"B", date, "9301500", "1", "100"});
     }
     hearHistory(rows);
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     EXPECT_EQ(drawn(), " B ");
-    calc(shanghai, {makeDayBar(20231229), makeDayBar(20240103)}, 4);
+    calc(shanghai, {makeDayBar(20231229), makeDayBar(20240103)}, Korvane::DayPeriod);
     EXPECT_EQ(drawn(), "BB");
-    calc(shanghai, {makeDayBar(20240103), makeDayBar(20231229)}, 4);
+    calc(shanghai, {makeDayBar(20240103), makeDayBar(20231229)}, Korvane::DayPeriod);
     EXPECT_EQ(drawn(), "BB") << "also when the bars step back";
 }
 
@@ -98,7 +98,8 @@ TEST_F(BSPointPastTrades, MarksABarBeforeAllTimeByTheDayUnderWhichItListsTrades)
     createOnThreeDays();
     hearHistory({{"B", "", "9301500", "1", "100"}, {"S", "-4", "9301500", "2", "100"}});
     const auto before = [](int days) { return makeDayBar(static_cast<std::uint32_t>(-days)); };
-    calc(shanghai, {before(6), before(5), before(4), before(1), makeDayBar(0), makeDayBar(1)}, 4);
+    calc(shanghai, {before(6), before(5), before(4), before(1), makeDayBar(0), makeDayBar(1)},
+         Korvane::DayPeriod);
     EXPECT_EQ(drawn(), " S BB ");
     EXPECT_THAT(listOn(1), SizeIs(1));
     EXPECT_THAT(listOn(3), SizeIs(1));

@@ -41,7 +41,7 @@ TEST_F(BSPointPeriods, StartsNoTimerForAPeriodThatItRefuses)
 TEST_F(BSPointPeriods, PaintsOnTheDailyPeriodAlsoWithoutBars)
 {
     EXPECT_TRUE(create().isPaintItPeriod(Korvane::DayPeriod));
-    calc(shanghai, {}, 4);
+    calc(shanghai, {}, Korvane::DayPeriod);
     EXPECT_TRUE(paint());
     EXPECT_THAT(painter.calls, SizeIs(3));
 }
@@ -54,7 +54,7 @@ TEST_F(BSPointPeriods, KeepsWhatItShowsWhenAnotherPeriodIsRefused)
     EXPECT_EQ(drawn(), " B ");
     EXPECT_TRUE(timer()->isActive());
     EXPECT_THAT(listOn(1), SizeIs(1)) << "a click still finds its bar";
-    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
     EXPECT_THAT(questions(), IsEmpty()) << "the security and the days are still known";
     EXPECT_EQ(drawn(), " B ");
 }

@@ -16,13 +16,13 @@ TEST_F(BSPointSecurities, KeepsTheMarksOfTheSecurityBeforeWhileTheQuestionForThe
     createOnThreeDays();
     hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
     bus().takesMessages = false;
-    EXPECT_FALSE(calc(shenzhen, threeDays, 4));
+    EXPECT_FALSE(calc(shenzhen, threeDays, Korvane::DayPeriod));
     EXPECT_TRUE(overlay->calcBSPointPriceInfo());
     EXPECT_EQ(drawn(), " B ");
     EXPECT_EQ(overlay->hitTest(10, anchorY(12)), 0);
     EXPECT_THAT(listOn(1), IsEmpty()) << "its trades are forgotten";
     bus().takesMessages = true;
-    EXPECT_TRUE(calc(shenzhen, threeDays, 4));
+    EXPECT_TRUE(calc(shenzhen, threeDays, Korvane::DayPeriod));
     EXPECT_EQ(drawn(), "   ");
     EXPECT_THAT(questions(), IsEmpty()) << "the days count as asked for";
 }
@@ -30,9 +30,9 @@ TEST_F(BSPointSecurities, KeepsTheMarksOfTheSecurityBeforeWhileTheQuestionForThe
 TEST_F(BSPointSecurities, TakesTheSameCodeUnderAnotherIdentityWordForAnotherSecurity)
 {
     create();
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
-    calc(makeSecurity(1, "600536", 7009), threeDays, 4);
+    calc(makeSecurity(1, "600536", 7009), threeDays, Korvane::DayPeriod);
     EXPECT_EQ(drawn(), "   ");
     ASSERT_THAT(questions(), SizeIs(2));
     EXPECT_EQ(questions()[1], questions()[0]);
@@ -41,7 +41,7 @@ TEST_F(BSPointSecurities, TakesTheSameCodeUnderAnotherIdentityWordForAnotherSecu
 TEST_F(BSPointSecurities, TakesAnIdentityWordOfZeroForNoSecurityYet)
 {
     create();
-    EXPECT_TRUE(calc(makeSecurity(1, "600536", 0), threeDays, 4));
+    EXPECT_TRUE(calc(makeSecurity(1, "600536", 0), threeDays, Korvane::DayPeriod));
     EXPECT_THAT(
         questions(),
         ElementsAre(
@@ -52,7 +52,7 @@ TEST_F(BSPointSecurities, TurnsToASecurityWithoutAMarketNumberToo)
 {
     createOnThreeDays();
     hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
-    EXPECT_TRUE(calc(makeSecurity(-1, "X", 9), threeDays, 4));
+    EXPECT_TRUE(calc(makeSecurity(-1, "X", 9), threeDays, Korvane::DayPeriod));
     EXPECT_EQ(drawn(), "   ");
     EXPECT_THAT(
         questions(),
@@ -64,7 +64,7 @@ TEST_F(BSPointSecurities, ForgetsTheTradesWithTheSecurity)
 {
     createOnThreeDays();
     hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
-    calc(shenzhen, threeDays, 4);
+    calc(shenzhen, threeDays, Korvane::DayPeriod);
     EXPECT_EQ(drawn(), "   ");
     EXPECT_THAT(questions(), SizeIs(1)) << "the same days are asked for again";
     EXPECT_TRUE(questions()[0].contains(R"("stkcode":"000001")"));
@@ -80,7 +80,7 @@ TEST_F(BSPointSecurities, ForgetsTheTradesWithTheSecurity)
 TEST_F(BSPointSecurities, KnowsASecurityByItsIdentityWordOnly)
 {
     createOnThreeDays();
-    calc(makeSecurity(0, "000001", 7001), threeDays, 4);
+    calc(makeSecurity(0, "000001", 7001), threeDays, Korvane::DayPeriod);
     EXPECT_THAT(questions(), IsEmpty());
     hearHistory({{"B", "20240103", "9301500", "10.5", "300"}});
     EXPECT_EQ(drawn(), " B ") << "the record that came first is kept";
@@ -89,7 +89,7 @@ TEST_F(BSPointSecurities, KnowsASecurityByItsIdentityWordOnly)
 TEST_F(BSPointSecurities, TurnsToAnotherSecurityInsideARepaintRequest)
 {
     createOnThreeDays();
-    axis.onUpdate = [this] { calc(shenzhen, threeDays, 4); };
+    axis.onUpdate = [this] { calc(shenzhen, threeDays, Korvane::DayPeriod); };
     hearToday({{"S", "20240104", "9301500", "1", "1"}});
     EXPECT_EQ(drawn(), "   ");
 }

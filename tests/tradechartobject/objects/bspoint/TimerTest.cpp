@@ -24,25 +24,25 @@ TEST_F(BSPointTimer, LetsARunningTimerRun)
 {
     createOnThreeDays();
     timer()->setInterval(3600000);
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     EXPECT_EQ(timer()->interval(), 3600000);
-    calc(shenzhen, threeDays, 4);
+    calc(shenzhen, threeDays, Korvane::DayPeriod);
     EXPECT_EQ(timer()->interval(), 10000) << "stopped and started by the change of security";
 }
 
 TEST_F(BSPointTimer, StopsItsTimerForANewSecurityWithoutBars)
 {
     createOnThreeDays();
-    calc(shenzhen, {}, 4);
+    calc(shenzhen, {}, Korvane::DayPeriod);
     EXPECT_FALSE(timer()->isActive());
-    calc(shenzhen, threeDays, 4);
+    calc(shenzhen, threeDays, Korvane::DayPeriod);
     EXPECT_TRUE(timer()->isActive());
 }
 
 TEST_F(BSPointTimer, AsksForTodaysTradesWhenTheTimerEnds)
 {
     create({{QStringLiteral("auto_refresh_time"), 1}});
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     bus().sent.clear();
     ASSERT_TRUE(waitUntil([] { return questions().size() == 1; }));
     EXPECT_EQ(bus().sent[0].channel, "Global");
@@ -50,7 +50,7 @@ TEST_F(BSPointTimer, AsksForTodaysTradesWhenTheTimerEnds)
     EXPECT_EQ(questions()[0],
               R"({"cmd":"TodayTrade","market":"SH","screenId":"screen-1","stkcode":"600536"})");
     EXPECT_FALSE(timer()->isActive()) << "a lost answer stops the refresh";
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     EXPECT_TRUE(timer()->isActive());
 }
 
@@ -59,7 +59,7 @@ TEST_F(BSPointTimer, RefreshesAsFastAsAnswersComeWithAnIntervalOfZero)
     create({{QStringLiteral("auto_refresh_time"), 0}});
     EXPECT_EQ(timer()->interval(), 0);
     ASSERT_TRUE(waitUntil([] { return questions().size() == 1; }));
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     ASSERT_TRUE(waitUntil([] { return questions().size() == 3; })) << "the history question, then today's";
     hearToday({});
     EXPECT_TRUE(waitUntil([] { return questions().size() == 4; }));
@@ -111,7 +111,7 @@ TEST_F(BSPointTimer, RefreshesOnAfterARepaintInsideWhichTheHostStoppedItsTimer)
 {
     createOnThreeDays();
     axis.onUpdate = [this] {
-        calc(shenzhen, {}, 4);
+        calc(shenzhen, {}, Korvane::DayPeriod);
         EXPECT_FALSE(timer()->isActive());
     };
     hearToday({{"B", "20240104", "9301500", "1", "2"}});
@@ -124,10 +124,10 @@ TEST_F(BSPointTimer, StartsItsTimerWithTheConfiguredIntervalEveryTime)
     const std::function<void()> starts[] = {
         [this] {
             timer()->stop();
-            calc(shanghai, threeDays, 4);
+            calc(shanghai, threeDays, Korvane::DayPeriod);
         },
-        [this] { calc(shenzhen, threeDays, 4); },
-        [this] { calc(shanghai, threeDays, 4); },
+        [this] { calc(shenzhen, threeDays, Korvane::DayPeriod); },
+        [this] { calc(shanghai, threeDays, Korvane::DayPeriod); },
         [] { hearToday({}); },
         [] {
             hearToday({{"B", "20240104", "9301500", "1", "2"}});

@@ -81,7 +81,8 @@ TEST_P(BSPointTodaysTradesUndatedRow, PutsTodaysTradesOnDayZeroWhenItIsTheLast)
              "TodayTrade",
              QJsonArray{SentTrade{"B", "20240103", "9301500", "1", "100"}.in(todaysTrades), GetParam().row}));
     calc(shanghai,
-         {makeDayBar(0), makeDayBar(20240103), makeDayBar(static_cast<std::uint32_t>(currentDate()))}, 4);
+         {makeDayBar(0), makeDayBar(20240103), makeDayBar(static_cast<std::uint32_t>(currentDate()))},
+         Korvane::DayPeriod);
     EXPECT_THAT(listOn(0), SizeIs(2));
     EXPECT_THAT(listOn(1), IsEmpty());
     EXPECT_THAT(listOn(2), IsEmpty());

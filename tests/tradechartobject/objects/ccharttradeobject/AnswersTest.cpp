@@ -94,7 +94,7 @@ TEST_F(CChartTradeObjectAnswers, IsNotTouchedByAnotherOverlaysOtherQuestions)
 TEST_F(CChartTradeObjectAnswers, TakesPastTradesOfTheSecurityInAnyLetterCase)
 {
     create(tradeMarkers);
-    calc(makeSecurity(1, "abC1", 5), threeDays, 4);
+    calc(makeSecurity(1, "abC1", 5), threeDays, Korvane::DayPeriod);
     hear(Topic::TRADEQUERY, sentAnswer("HistoryTrade", QJsonArray{buy(10)}, "ABc1"));
     recalc();
     EXPECT_EQ(drawn(), "0 - -");

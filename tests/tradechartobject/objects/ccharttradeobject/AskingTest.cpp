@@ -15,7 +15,7 @@ class CChartTradeObjectAsking : public CChartTradeObjectTest
 TEST_F(CChartTradeObjectAsking, AsksForTheShownDaysWhenBarsCome)
 {
     create(tradeMarkers);
-    EXPECT_TRUE(calc(shanghai, {makeDayBar(20240102), makeDayBar(20240329)}, 4));
+    EXPECT_TRUE(calc(shanghai, {makeDayBar(20240102), makeDayBar(20240329)}, Korvane::DayPeriod));
     ASSERT_THAT(bus().sent, SizeIs(1));
     EXPECT_EQ(bus().sent[0].channel, "Global");
     EXPECT_EQ(bus().sent[0].topic, "TradeQuery");
@@ -33,17 +33,17 @@ TEST_F(CChartTradeObjectAsking, AsksAgainOnlyWhenTheFirstOrLastDayChanges)
 {
     createMarkers();
     recalc();
-    calc(shanghai, {threeDays.front(), threeDays.back()}, 4);
+    calc(shanghai, {threeDays.front(), threeDays.back()}, Korvane::DayPeriod);
     EXPECT_THAT(questions(), IsEmpty());
-    calc(shanghai, {makeDayBar(20231229), threeDays.back()}, 4);
-    calc(shanghai, {makeDayBar(20231229), makeDayBar(20240105)}, 4);
+    calc(shanghai, {makeDayBar(20231229), threeDays.back()}, Korvane::DayPeriod);
+    calc(shanghai, {makeDayBar(20231229), makeDayBar(20240105)}, Korvane::DayPeriod);
     EXPECT_THAT(questions(), SizeIs(2));
 }
 
 TEST_F(CChartTradeObjectAsking, AsksByTheDaysOfMinuteBars)
 {
     create(tradeMarkers);
-    calc(shanghai, {makeMinuteBar(20240102, 1459), makeMinuteBar(20240104, 930)}, 21);
+    calc(shanghai, {makeMinuteBar(20240102, 1459), makeMinuteBar(20240104, 930)}, Korvane::IntradayPeriod);
     ASSERT_THAT(questions(), SizeIs(1));
     EXPECT_TRUE(questions()[0].contains("\"start\": \"20240102\""));
     EXPECT_TRUE(questions()[0].contains("\"end\": \"20240104\""));
@@ -71,9 +71,9 @@ TEST_F(CChartTradeObjectAsking, AsksAgainAtTheNextCalcItWhenTheBusRefuses)
 {
     create(tradeMarkers);
     bus().takesMessages = false;
-    EXPECT_TRUE(calc(shanghai, threeDays, 4)) << "the bars are taken all the same";
+    EXPECT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod)) << "the bars are taken all the same";
     bus().takesMessages = true;
-    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
     EXPECT_THAT(questions(), SizeIs(1));
 }
 
@@ -81,7 +81,7 @@ TEST_F(CChartTradeObjectAsking, KnowsTheBarsOfAClickWhileTheQuestionGoesOut)
 {
     create(tradeMarkers);
     bus().duringSend = [this] { overlay->handleMousePress(axis.barToX(2), 0); };
-    ASSERT_TRUE(calc(shanghai, threeDays, 4));
+    ASSERT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
     bus().duringSend = nullptr;
     EXPECT_THAT(axis.barsAsked, ElementsAre(2));
 }
@@ -91,7 +91,7 @@ TEST_F(CChartTradeObjectAsking, TakesTheBarsAlsoWhenTheBusRefusesTheQuestion)
     createMarkers();
     hearHistory({buy(10)});
     bus().takesMessages = false;
-    EXPECT_TRUE(calc(shanghai, {makeDayBar(20240105, 3, 20), makeDayBar(20240108)}, 4));
+    EXPECT_TRUE(calc(shanghai, {makeDayBar(20240105, 3, 20), makeDayBar(20240108)}, Korvane::DayPeriod));
     EXPECT_EQ(drawn(), "0 -");
     EXPECT_THAT(painter.calls[0].prices, ElementsAre(20, 11));
     EXPECT_THAT(painter.calls[3].prices, ElementsAre(3, 9));
@@ -101,7 +101,7 @@ TEST_F(CChartTradeObjectAsking, MarksTheTradesOfAnAnswerThatComesWhileTheQuestio
 {
     create(tradeMarkers);
     bus().duringSend = [] { hearHistory({buy(10)}); };
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     EXPECT_EQ(drawn(), "0 - -");
 }
 
@@ -137,7 +137,7 @@ TEST_F(CChartTradeObjectAsking, DoesNotAskAgainForAnotherSecurityOfTheSameDays)
 {
     createMarkers();
     hearHistory({buy(10)});
-    calc(shenzhen, threeDays, 4);
+    calc(shenzhen, threeDays, Korvane::DayPeriod);
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_EQ(drawn(), "0 - -") << "a terminal ends the object with the security";
 }
@@ -146,7 +146,7 @@ TEST_F(CChartTradeObjectAsking, AsksNothingWithoutBars)
 {
     for (const char *json : {costLine, tradeMarkers}) {
         create(json);
-        EXPECT_TRUE(calc(shanghai, {}, 4));
+        EXPECT_TRUE(calc(shanghai, {}, Korvane::DayPeriod));
         EXPECT_TRUE(overlay->calcIt(shanghai, nullptr, 5, Korvane::DayPeriod, 0, 0));
         EXPECT_TRUE(overlay->calcIt(shanghai, threeDays.data(), -5, Korvane::DayPeriod, 0, 0));
     }
@@ -158,7 +158,7 @@ TEST_F(CChartTradeObjectAsking, KeepsItsTradesAndTheirDaysWithoutBars)
 {
     createMarkers();
     hearHistory({buy(10)});
-    calc(shanghai, {}, 4);
+    calc(shanghai, {}, Korvane::DayPeriod);
     recalc();
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_EQ(drawn(), "0 - -");
@@ -188,10 +188,10 @@ TEST_P(CChartTradeObjectAskingMarket, IsNamedInEveryQuestion)
 {
     const auto security = makeSecurity(GetParam().number, "600536", 5);
     create(tradeMarkers);
-    calc(security, threeDays, 4);
+    calc(security, threeDays, Korvane::DayPeriod);
     hearNotification();
     create(costLine);
-    calc(security, threeDays, 4);
+    calc(security, threeDays, Korvane::DayPeriod);
     EXPECT_THAT(questions(), SizeIs(1));
     EXPECT_THAT(requests(), SizeIs(1 + static_cast<std::size_t>(GetParam().askedForCost)));
     const QByteArray market = QByteArray("\"market\": \"") + GetParam().code + '"';

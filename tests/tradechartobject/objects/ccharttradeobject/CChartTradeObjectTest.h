@@ -60,7 +60,7 @@ protected:
     void createMarkers()
     {
         create(tradeMarkers);
-        ASSERT_TRUE(calc(shanghai, threeDays, 4));
+        ASSERT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
         bus().sent.clear();
     }
 
@@ -69,7 +69,7 @@ protected:
     {
         answerWith(answer);
         create(costLine);
-        ASSERT_TRUE(calc(shanghai, threeDays, 4));
+        ASSERT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
     }
 
     /// What the blocking requests come back with.
@@ -92,7 +92,7 @@ protected:
 
     static void hearNotification() { hear(TradeChart::Topic::TRADENOTIFY, R"({"stkcode":"600536"})"); }
 
-    void recalc() { calc(shanghai, threeDays, 4); }
+    void recalc() { calc(shanghai, threeDays, Korvane::DayPeriod); }
 
     static std::vector<QByteArray> requests()
     {

@@ -23,7 +23,7 @@ TEST_F(CChartTradeObjectClicks, ListsNothingOnTheMarksThatStayWithoutBars)
     createMarkers();
     hearHistory({buy(10)});
     recalc();
-    calc(shanghai, {}, 4);
+    calc(shanghai, {}, Korvane::DayPeriod);
     overlay->handleMousePress(0, axis.yOf(10.5));
     EXPECT_THAT(axis.popups, IsEmpty());
 }
@@ -67,7 +67,7 @@ TEST_F(CChartTradeObjectClicks, ListsNothingForTradesOutsideTheTimeOfTheBar)
     createMarkers();
     hearHistory({buy(10)});
     const auto beforeAllTime = static_cast<std::uint32_t>(-5);
-    calc(shanghai, {makeDayBar(beforeAllTime), threeDays[0], threeDays[1]}, 4);
+    calc(shanghai, {makeDayBar(beforeAllTime), threeDays[0], threeDays[1]}, Korvane::DayPeriod);
     for (const int bar : {0, 2}) {
         mark(4, static_cast<std::size_t>(bar));
         EXPECT_THAT(listAt(bar, 10.5, 1), IsEmpty()) << bar;
@@ -159,7 +159,7 @@ TEST_F(CChartTradeObjectClicks, ListsTheTradesBetweenTheEndsOfTheBarBeforeAndIts
     createMarkers();
     hearHistory({buy(10)});
     const auto beforeAllTime = static_cast<std::uint32_t>(-5);
-    calc(shanghai, {makeDayBar(beforeAllTime), threeDays[0]}, 4);
+    calc(shanghai, {makeDayBar(beforeAllTime), threeDays[0]}, Korvane::DayPeriod);
     EXPECT_EQ(listAt(1, 10.5, 1), QStringList{line("买入", "10.00")});
 }
 

@@ -34,7 +34,7 @@ TEST_F(CChartTradeObjectCost, AsksNoCostWhileTheMarketNumberIsMinusOne)
     answerWith(R"({"costprice":"12.5"})");
     create(costLine);
     EXPECT_FALSE(overlay->requestHolderPrice());
-    EXPECT_TRUE(calc(makeSecurity(-1, "600536", 9), threeDays, 4));
+    EXPECT_TRUE(calc(makeSecurity(-1, "600536", 9), threeDays, Korvane::DayPeriod));
     EXPECT_THAT(requests(), IsEmpty());
     EXPECT_EQ(drawnCost(), std::nullopt);
 }
@@ -92,7 +92,7 @@ TEST_F(CChartTradeObjectCost, ForgetsTheCostBeforeItAsks)
 TEST_F(CChartTradeObjectCost, ForgetsTheCostAlsoWhenThereIsNoSecurityToAskAbout)
 {
     createLine(R"({"costprice":"12.5"})");
-    calc(makeSecurity(-1, "600536", 9), threeDays, 4);
+    calc(makeSecurity(-1, "600536", 9), threeDays, Korvane::DayPeriod);
     EXPECT_EQ(drawnCost(), std::nullopt);
 }
 
@@ -107,7 +107,7 @@ TEST_F(CChartTradeObjectCost, KeepsTheCostWhenAQuestionBetweenTwoCalcItsGetsNoAn
 TEST_F(CChartTradeObjectCost, KeepsTheCostWithoutBarsButDrawsNothing)
 {
     createLine(R"({"costprice":"12.5"})");
-    calc(shanghai, {}, 4);
+    calc(shanghai, {}, Korvane::DayPeriod);
     EXPECT_EQ(drawnCost(), std::nullopt);
     EXPECT_EQ(overlay->hitTest(0, axis.yOf(12.5)), 0);
 }

@@ -93,7 +93,7 @@ TEST_F(CChartTradeObjectHits, IsHitOnTheMarksThatStayWithoutBars)
     createMarkers();
     hearHistory({buy(10)});
     recalc();
-    calc(shanghai, {}, 4);
+    calc(shanghai, {}, Korvane::DayPeriod);
     EXPECT_EQ(overlay->hitTest(0, axis.yOf(10)), 0);
 }
 
@@ -102,7 +102,7 @@ TEST_F(CChartTradeObjectHits, IsNotHitOnABarWithAnEndThatIsNoNumber)
     createMarkers();
     hearHistory({buy(10)});
     for (const Korvane::AnalyData &bar : {makeDayBar(20240102, nan, 11), makeDayBar(20240102, 9, nan)}) {
-        calc(shanghai, {bar}, 4);
+        calc(shanghai, {bar}, Korvane::DayPeriod);
         EXPECT_EQ(overlay->hitTest(0, axis.yOf(10)), -1);
     }
 }

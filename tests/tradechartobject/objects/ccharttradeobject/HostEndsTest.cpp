@@ -36,7 +36,7 @@ TEST_F(CChartTradeObjectHostEnds, IsDestroyedByTheHostWhileTheHistoryQuestionGoe
 {
     create(tradeMarkers);
     bus().duringSend = [this] { destroy(); };
-    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
     EXPECT_EQ(bus().endPointCount(), 0);
 }
 
@@ -47,7 +47,7 @@ TEST_F(CChartTradeObjectHostEnds, IsDestroyedByAnEventWhileItWaitsForTheCost)
         destroy();
         return QByteArray(R"({"costprice":"12.5"})");
     };
-    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
     EXPECT_EQ(bus().endPointCount(), 0);
 }
 
@@ -81,7 +81,7 @@ TEST_F(CChartTradeObjectHostEnds, IsDestroyedInsideANotificationThatComesWhileIt
         request.payload.contains("TodayTrade") ? destroy() : hearNotification();
         return QByteArray(R"({"costprice":"12.5"})");
     };
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     EXPECT_EQ(bus().endPointCount(), 0);
 }
 

@@ -16,10 +16,10 @@ class CChartTradeObjectIdles : public CChartTradeObjectTest,
 TEST_P(CChartTradeObjectIdles, AndDrawsAndAsksNothing)
 {
     create(GetParam().second);
-    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
     hearNotification();
     hearHistory({buy(10)});
-    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_THAT(requests(), IsEmpty());
 

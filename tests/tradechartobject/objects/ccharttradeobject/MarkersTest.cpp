@@ -47,7 +47,7 @@ TEST_F(CChartTradeObjectMarkers, StartsAtTheFirstBarWithATimeFromTheTradesOn)
     createMarkers();
     hearHistory({buy(10)});
     const auto beforeAllTime = static_cast<std::uint32_t>(-5);
-    calc(shanghai, {makeDayBar(beforeAllTime), threeDays[0]}, 4);
+    calc(shanghai, {makeDayBar(beforeAllTime), threeDays[0]}, Korvane::DayPeriod);
     EXPECT_EQ(drawn(), "- 0");
 }
 
@@ -56,7 +56,7 @@ TEST_F(CChartTradeObjectMarkers, MarksNothingWhenAllBarsAreBeforeTheTrades)
     createMarkers();
     hearHistory({buy(10)});
     const auto beforeAllTime = static_cast<std::uint32_t>(-5);
-    calc(shanghai, {makeDayBar(beforeAllTime), makeDayBar(beforeAllTime)}, 4);
+    calc(shanghai, {makeDayBar(beforeAllTime), makeDayBar(beforeAllTime)}, Korvane::DayPeriod);
     EXPECT_EQ(drawn(), "- -");
 }
 
@@ -64,7 +64,7 @@ TEST_F(CChartTradeObjectMarkers, MarksTheFirstBarOfAnyPeriod)
 {
     createMarkers();
     hearHistory({buy(10)});
-    calc(shanghai, {makeMinuteBar(20240102, 931), makeMinuteBar(20240102, 932)}, 21);
+    calc(shanghai, {makeMinuteBar(20240102, 931), makeMinuteBar(20240102, 932)}, Korvane::IntradayPeriod);
     EXPECT_EQ(drawn(), "0 -");
     calc(shanghai, threeDays, 8);
     EXPECT_EQ(drawn(), "0 - -");
@@ -124,7 +124,7 @@ TEST_F(CChartTradeObjectMarkers, StaysInsideTheBarsThatItIsToldToMark)
     createMarkers();
     const auto beforeAllTime = static_cast<std::uint32_t>(-5);
     const std::vector<Korvane::AnalyData> bars = {makeDayBar(beforeAllTime), threeDays[0]};
-    calc(shanghai, bars, 4);
+    calc(shanghai, bars, Korvane::DayPeriod);
     hearHistory({buy(10)});
     for (const int count : {0, 1}) {
         overlay->calcTradeData(bars.data(), count);

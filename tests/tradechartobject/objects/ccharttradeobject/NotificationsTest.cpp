@@ -15,7 +15,7 @@ class CChartTradeObjectNotifications : public CChartTradeObjectTest
 TEST_F(CChartTradeObjectNotifications, AsksForTodaysTradesAfterANotificationInAnyLetterCase)
 {
     create(tradeMarkers);
-    calc(makeSecurity(1, "abC1", 5), threeDays, 4);
+    calc(makeSecurity(1, "abC1", 5), threeDays, Korvane::DayPeriod);
     bus().sent.clear();
     hear(Topic::TRADENOTIFY, R"({"stkcode":"ABc1"})");
     EXPECT_THAT(requests(), ElementsAre("{\n"
@@ -48,7 +48,7 @@ TEST_F(CChartTradeObjectNotifications, OnlyAsksForTodaysTradesAfterANotification
 TEST_F(CChartTradeObjectNotifications, TakesOverTheSecurityWithoutBars)
 {
     createMarkers();
-    calc(shenzhen, {}, 4);
+    calc(shenzhen, {}, Korvane::DayPeriod);
     hearNotification();
     EXPECT_THAT(requests(), IsEmpty()) << "600536 is no longer shown";
     hear(Topic::TRADENOTIFY, R"({"stkcode":"000001"})");
@@ -58,7 +58,7 @@ TEST_F(CChartTradeObjectNotifications, TakesOverTheSecurityWithoutBars)
 TEST_F(CChartTradeObjectNotifications, TakesOverTheSecurityWhateverItsIdentityWord)
 {
     createMarkers();
-    calc(makeSecurity(0, "000001", 7001), threeDays, 4);
+    calc(makeSecurity(0, "000001", 7001), threeDays, Korvane::DayPeriod);
     overlay->requestTodayTradeInfo();
     ASSERT_THAT(requests(), SizeIs(1));
     EXPECT_TRUE(requests()[0].contains("\"market\": \"SZ\""));

@@ -47,7 +47,7 @@ TEST_P(CChartTradeObjectRowsEach, IsReadFromJsonNumbersAndBooleans)
     hearHistory({GetParam().row});
     std::vector<Korvane::AnalyData> bars = threeDays;
     bars[0].close = -1.0;
-    calc(shanghai, bars, 4);
+    calc(shanghai, bars, Korvane::DayPeriod);
     EXPECT_EQ(listAt(0, 10.5, 1), QStringList{GetParam().listed});
 }
 

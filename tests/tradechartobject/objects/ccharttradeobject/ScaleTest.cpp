@@ -61,7 +61,7 @@ TEST_F(CChartTradeObjectScale, SpansTheFinitePricesOfTheBars)
 TEST_F(CChartTradeObjectScale, StaysNeutralAtTheTopWhenAllPricesAreNegative)
 {
     create(tradeMarkers);
-    calc(shanghai, {makeDayBar(20240102, -3, -2)}, 4);
+    calc(shanghai, {makeDayBar(20240102, -3, -2)}, Korvane::DayPeriod);
     expectScale(DBL_MIN, -3);
 }
 
@@ -85,7 +85,7 @@ TEST_F(CChartTradeObjectScale, IsNeutralForACostWithoutEnd)
 TEST_F(CChartTradeObjectScale, StaysThatOfTheLastBarsWithoutBars)
 {
     createMarkers();
-    calc(shanghai, {}, 4);
+    calc(shanghai, {}, Korvane::DayPeriod);
     expectScale(13, 7);
 }
 
@@ -96,7 +96,7 @@ TEST_F(CChartTradeObjectScale, ChangesWithCalcRatioOnly)
     EXPECT_EQ(overlay->maximizeValue(untouched), DBL_MIN);
     EXPECT_EQ(overlay->minimizeValue(untouched), DBL_MAX);
     overlay->calcRatio(0, 0);
-    calc(shanghai, {makeDayBar(20240105, 1, 2)}, 4);
+    calc(shanghai, {makeDayBar(20240105, 1, 2)}, Korvane::DayPeriod);
     EXPECT_EQ(overlay->maximizeValue(untouched), 13);
     EXPECT_EQ(overlay->minimizeValue(untouched), 7);
 }

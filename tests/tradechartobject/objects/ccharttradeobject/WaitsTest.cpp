@@ -59,7 +59,7 @@ TEST_F(CChartTradeObjectWaits, DropsTheCostOfASecurityThatWasLeftWhileItWaited)
         if (request.payload.contains("000001")) {
             return QByteArray(R"({"costprice":"2.5"})");
         }
-        calc(shenzhen, threeDays, 4);
+        calc(shenzhen, threeDays, Korvane::DayPeriod);
         return QByteArray(R"({"costprice":"12.5"})");
     };
     recalc();
@@ -70,11 +70,11 @@ TEST_F(CChartTradeObjectWaits, DropsTodaysTradesOfASecurityThatWasLeftWhileItWai
 {
     createMarkers();
     bus().answerRequest = [this](const RecordedBus::Message &) {
-        calc(shenzhen, threeDays, 4);
+        calc(shenzhen, threeDays, Korvane::DayPeriod);
         return todaysAnswer({buy(10)});
     };
     hearNotification();
-    calc(shenzhen, threeDays, 4);
+    calc(shenzhen, threeDays, Korvane::DayPeriod);
     EXPECT_EQ(drawn(), "- - -");
 }
 
@@ -89,7 +89,7 @@ TEST_F(CChartTradeObjectWaits, TakesOtherBarsWhileTheHistoryQuestionGoesOut)
             overlay->calcIt(shanghai, threeDays.data(), 1, Korvane::DayPeriod, 0, 0);
         }
     };
-    calc(shanghai, {makeDayBar(20240105), makeDayBar(20240108), makeDayBar(20240109)}, 4);
+    calc(shanghai, {makeDayBar(20240105), makeDayBar(20240108), makeDayBar(20240109)}, Korvane::DayPeriod);
     EXPECT_TRUE(isNested);
     EXPECT_EQ(drawn(), "0 - -");
 }

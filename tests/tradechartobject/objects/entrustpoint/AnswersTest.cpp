@@ -53,7 +53,7 @@ TEST_P(EntrustPointAnswersEach, KeepsItsOrdersForLaterBarsWhenAnAnswerIsEmpty)
     hearOrders({SentOrder{"0B", "2", "10", "9340000"}});
     hearOrders({}, GetParam());
     hear(Topic::TRADEQUERY, sentAnswer(GetParam(), QStringLiteral("no array")));
-    calc(shanghai, minutes({931, 932, 933, 934}), 21);
+    calc(shanghai, minutes({931, 932, 933, 934}), Korvane::IntradayPeriod);
     EXPECT_THAT(drawn(), ElementsAre("3 20 10"));
 }
 
@@ -76,7 +76,7 @@ TEST_P(EntrustPointAnswersEach, TakesTheOrdersOfAnAnswerThatCallsItselfAFailure)
 TEST_P(EntrustPointAnswersEach, IsAboutTheSecurityInAnyLetterCase)
 {
     create();
-    calc(makeSecurity(1, "abC1", 5), threeMinutes, 21);
+    calc(makeSecurity(1, "abC1", 5), threeMinutes, Korvane::IntradayPeriod);
     hear(Topic::TRADEQUERY, sentAnswer(GetParam(), QJsonArray{anOrder()}, "ABc1"));
     EXPECT_THAT(drawn(), SizeIs(1));
 }
@@ -104,7 +104,7 @@ TEST_P(EntrustPointAnswersEach, IsHeardWhoeverHasAsked)
 
 TEST_P(EntrustPointAnswersEach, IsNotHeardAsANotification)
 {
-    axis.mode = 2;
+    axis.mode = Korvane::PastDayChart;
     createOnThreeMinutes();
     timer()->stop();
     hear(Topic::TRADENOTIFY, sentAnswer(GetParam(), QJsonArray{anOrder()}));
@@ -147,7 +147,7 @@ TEST_F(EntrustPointAnswers, TakesAnAnswerThatComesWhileTheQuestionIsSent)
         bus().duringSend = nullptr;
         hearOrders({SentOrder()});
     };
-    EXPECT_TRUE(calc(shanghai, threeMinutes, 21));
+    EXPECT_TRUE(calc(shanghai, threeMinutes, Korvane::IntradayPeriod));
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
 }
 

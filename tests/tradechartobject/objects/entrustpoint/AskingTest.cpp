@@ -16,7 +16,7 @@ class EntrustPointAsking : public EntrustPointTest
 TEST_F(EntrustPointAsking, AsksForTodaysOrdersOnTodaysChart)
 {
     create();
-    EXPECT_TRUE(calc(shanghai, threeMinutes, 21));
+    EXPECT_TRUE(calc(shanghai, threeMinutes, Korvane::IntradayPeriod));
     ASSERT_THAT(bus().sent, SizeIs(1));
     EXPECT_EQ(bus().sent[0].channel, "Global");
     EXPECT_EQ(bus().sent[0].topic, "TradeQuery");
@@ -27,9 +27,10 @@ TEST_F(EntrustPointAsking, AsksForTodaysOrdersOnTodaysChart)
 
 TEST_F(EntrustPointAsking, AsksForTheDayOfTheLastBarOnThePastChart)
 {
-    axis.mode = 2;
+    axis.mode = Korvane::PastDayChart;
     create();
-    EXPECT_TRUE(calc(shenzhen, {makeMinuteBar(20240104, 1500), makeMinuteBar(20240105, 1500)}, 21));
+    EXPECT_TRUE(calc(shenzhen, {makeMinuteBar(20240104, 1500), makeMinuteBar(20240105, 1500)},
+                     Korvane::IntradayPeriod));
     ASSERT_THAT(bus().sent, SizeIs(1));
     EXPECT_EQ(bus().sent[0].channel, "Global");
     EXPECT_EQ(bus().sent[0].topic, "TradeQuery");
@@ -40,9 +41,9 @@ TEST_F(EntrustPointAsking, AsksForTheDayOfTheLastBarOnThePastChart)
 
 TEST_F(EntrustPointAsking, AsksForTheDayOfTheLastBarAlsoWhenItIsNotTheLatest)
 {
-    axis.mode = 2;
+    axis.mode = Korvane::PastDayChart;
     create();
-    calc(shanghai, {makeMinuteBar(20240105, 1500), makeMinuteBar(20240104, 1500)}, 21);
+    calc(shanghai, {makeMinuteBar(20240105, 1500), makeMinuteBar(20240104, 1500)}, Korvane::IntradayPeriod);
     ASSERT_THAT(questions(), SizeIs(1));
     EXPECT_THAT(questions()[0].toStdString(), HasSubstr(R"("date":20240104,)"));
 }
@@ -52,7 +53,7 @@ TEST_F(EntrustPointAsking, AsksNothingInOtherChartModes)
     for (const int mode : {-1, 0, 3}) {
         axis.mode = mode;
         create();
-        EXPECT_TRUE(calc(shanghai, threeMinutes, 21));
+        EXPECT_TRUE(calc(shanghai, threeMinutes, Korvane::IntradayPeriod));
         EXPECT_TRUE(timer()->isActive());
     }
     EXPECT_THAT(questions(), IsEmpty());
@@ -61,37 +62,37 @@ TEST_F(EntrustPointAsking, AsksNothingInOtherChartModes)
 TEST_F(EntrustPointAsking, LooksAtTheChartModeOfTheMoment)
 {
     create();
-    axis.mode = 2;
-    calc(shanghai, threeMinutes, 21);
+    axis.mode = Korvane::PastDayChart;
+    calc(shanghai, threeMinutes, Korvane::IntradayPeriod);
     EXPECT_EQ(countOf("EntrustHistoryTrade"), 1);
 }
 
 TEST_F(EntrustPointAsking, AsksAgainOnlyForAnotherSecurity)
 {
     createOnThreeMinutes();
-    calc(shanghai, minutes({931, 932, 933, 934}), 21);
+    calc(shanghai, minutes({931, 932, 933, 934}), Korvane::IntradayPeriod);
     EXPECT_THAT(questions(), IsEmpty());
-    calc(shenzhen, threeMinutes, 21);
+    calc(shenzhen, threeMinutes, Korvane::IntradayPeriod);
     EXPECT_THAT(questions(), SizeIs(1));
     EXPECT_THAT(questions()[0].toStdString(), HasSubstr(R"("stkcode":"000001")"));
 }
 
 TEST_F(EntrustPointAsking, AsksNothingWhenThePastChartMovesToAnotherDay)
 {
-    axis.mode = 2;
+    axis.mode = Korvane::PastDayChart;
     create();
-    calc(shanghai, {makeMinuteBar(20240104, 931)}, 21);
+    calc(shanghai, {makeMinuteBar(20240104, 931)}, Korvane::IntradayPeriod);
     bus().sent.clear();
-    calc(shanghai, {makeMinuteBar(20240105, 931)}, 21);
-    axis.mode = 1;
-    calc(shanghai, threeMinutes, 21);
+    calc(shanghai, {makeMinuteBar(20240105, 931)}, Korvane::IntradayPeriod);
+    axis.mode = Korvane::TodayChart;
+    calc(shanghai, threeMinutes, Korvane::IntradayPeriod);
     EXPECT_THAT(questions(), IsEmpty()) << "nor when it becomes today's";
 }
 
 TEST_F(EntrustPointAsking, AsksNothingWithoutBars)
 {
     create();
-    EXPECT_TRUE(calc(shanghai, {}, 21));
+    EXPECT_TRUE(calc(shanghai, {}, Korvane::IntradayPeriod));
     EXPECT_TRUE(overlay->calcIt(shenzhen, nullptr, 5, Korvane::IntradayPeriod, 0, 0));
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_FALSE(timer()->isActive());
@@ -113,9 +114,9 @@ TEST_F(EntrustPointAsking, SucceedsSilentlyWhenTheBusRefusesTheQuestion)
         axis.mode = mode;
         create();
         bus().takesMessages = false;
-        EXPECT_TRUE(calc(shanghai, threeMinutes, 21));
+        EXPECT_TRUE(calc(shanghai, threeMinutes, Korvane::IntradayPeriod));
         bus().takesMessages = true;
-        EXPECT_TRUE(calc(shanghai, threeMinutes, 21));
+        EXPECT_TRUE(calc(shanghai, threeMinutes, Korvane::IntradayPeriod));
     }
     EXPECT_THAT(questions(), IsEmpty()) << "it is not repeated";
     EXPECT_THAT(log.all(), IsEmpty());
@@ -154,7 +155,7 @@ TEST_F(EntrustPointAsking, NamesItsSecurityAndItsScreenInUtf8)
 {
     axis.screen = "屏幕";
     create();
-    calc(makeSecurity(1, "代码", 5), threeMinutes, 21);
+    calc(makeSecurity(1, "代码", 5), threeMinutes, Korvane::IntradayPeriod);
     EXPECT_THAT(
         questions(),
         ElementsAre(R"({"cmd":"EntrustTodayTrade","market":"SH","screenId":"屏幕","stkcode":"代码"})"));

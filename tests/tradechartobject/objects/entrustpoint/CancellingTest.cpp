@@ -6,6 +6,8 @@
 
 #include <climits>
 
+using namespace std::chrono_literals;
+
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -107,7 +109,8 @@ TEST_F(EntrustPointCancelling, NeitherWaitsNorAsksForTheOrdersLater)
     choose(1);
     hearCancelled({{QStringLiteral("success"), true}});
     EXPECT_LT(clock.elapsed(), 900);
-    EXPECT_FALSE(waitUntil([] { return todayQuestions() > 0; }, 1500));
+    // longer than the second after which a notification would be asked about
+    EXPECT_FALSE(waitUntil([] { return todayQuestions() > 0; }, 1500ms));
 }
 
 TEST_F(EntrustPointCancelling, OffersTheLastOfAVeryLongList)
@@ -196,7 +199,7 @@ TEST_F(EntrustPointCancelling, NamesTheOrderByItsWholeNumberAndDate)
 TEST_F(EntrustPointCancelling, RefersToTheSecurityThatWasListedWhenTheHostShowsAnotherMeanwhile)
 {
     axis.onPopup = [this] {
-        calc(shenzhen, threeMinutes, 21);
+        calc(shenzhen, threeMinutes, Korvane::IntradayPeriod);
         bus().sent.clear();
         return 1;
     };

@@ -56,7 +56,7 @@ TEST_F(EntrustPointClicks, AnswersAClickWhateverThePeriodThatWasRefusedLast)
 {
     createOnThreeMinutes();
     hearOrders({SentOrder()});
-    calc(shanghai, threeMinutes, 4);
+    calc(shanghai, threeMinutes, Korvane::DayPeriod);
     EXPECT_THAT(listAt(0, yOfTen()), SizeIs(1));
 }
 

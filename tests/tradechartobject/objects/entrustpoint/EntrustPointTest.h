@@ -15,7 +15,7 @@
 class EntrustPointTest : public OverlayTest<EntrustPoint>
 {
 protected:
-    EntrustPointTest() { axis.mode = 1; }
+    EntrustPointTest() { axis.mode = Korvane::TodayChart; }
 
     static QJsonObject anOrder() { return SentOrder(); }
 
@@ -35,7 +35,7 @@ protected:
     void createOnThreeMinutes(const QJsonObject &config = {})
     {
         create(config);
-        ASSERT_TRUE(calc(shanghai, threeMinutes, 21));
+        ASSERT_TRUE(calc(shanghai, threeMinutes, Korvane::IntradayPeriod));
         bus().sent.clear();
     }
 

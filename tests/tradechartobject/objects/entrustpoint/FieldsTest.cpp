@@ -156,7 +156,8 @@ class EntrustPointFieldsAbsurd : public EntrustPointTest, public ::testing::With
 TEST_P(EntrustPointFieldsAbsurd, NumbersArePaintedHitListedAndOfferedForCancellation)
 {
     create();
-    calc(shanghai, minutes({931, 1500}), 21); // the minutes of orders without a sensible time
+    calc(shanghai, minutes({931, 1500}),
+         Korvane::IntradayPeriod); // the minutes of orders without a sensible time
     QJsonObject row = SentOrder{"0B", "7"};
     for (const char *key : {"ordersno", "operdate", "opertime", "orderprice", "orderqty", "matchqty",
                             "matchamt", "cancelqty", "fundid"}) {

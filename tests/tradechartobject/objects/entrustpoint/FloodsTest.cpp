@@ -8,6 +8,8 @@
 #include <functional>
 #include <utility>
 
+using namespace std::chrono_literals;
+
 using ::testing::IsEmpty;
 
 namespace {
@@ -78,7 +80,7 @@ TEST_F(EntrustPointFloods, LeavesTheEventLoopItsTurnsUnderAFloodOfNotificationsA
     });
     tradingModule.start(0);
     heartbeat.start(0);
-    EXPECT_TRUE(waitUntil([&] { return answered == flood; }, 60000));
+    EXPECT_TRUE(waitUntil([&] { return answered == flood; }, 60s));
     heartbeat.stop();
     EXPECT_EQ(todayQuestions(), flood);
     EXPECT_LE(longestTurn, 50.0);
@@ -93,7 +95,8 @@ TEST_F(EntrustPointFloods, AsksOnceForEachNotificationOfAFlood)
     }
     notify();
     ASSERT_TRUE(waitUntil([] { return todayQuestions() == 101; }));
-    EXPECT_FALSE(waitUntil([] { return todayQuestions() > 101; }, 1500));
+    // longer than the second after which one more would come
+    EXPECT_FALSE(waitUntil([] { return todayQuestions() > 101; }, 1500ms));
 }
 
 TEST_F(EntrustPointFloods, AsksASecondAfterTheLastNotificationOfAFlood)
@@ -110,7 +113,7 @@ TEST_F(EntrustPointFloods, AsksASecondAfterTheLastNotificationOfAFlood)
         notify();
     });
     notify();
-    EXPECT_TRUE(waitUntil([&] { return askedAfter >= 990; }, 5000));
+    EXPECT_TRUE(waitUntil([&] { return askedAfter >= 990; }, 5s));
     bus().duringSend = nullptr;
 }
 

@@ -14,7 +14,7 @@ class EntrustPointHits : public EntrustPointTest
 TEST_F(EntrustPointHits, CatchesLessThanEightPixelsFromTheCentreOfABar)
 {
     create();
-    calc(shanghai, minutes({931}), 21);
+    calc(shanghai, minutes({931}), Korvane::IntradayPeriod);
     hearOrders({SentOrder()});
     for (const double x : {-7.99, 0.0, 7.99}) {
         EXPECT_EQ(overlay->hitTest(x, yOfTen()), 0) << x;

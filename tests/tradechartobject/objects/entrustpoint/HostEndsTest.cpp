@@ -83,7 +83,7 @@ TEST_F(EntrustPointHostEnds, MayBeDestroyedInsideTheQuestionOfItsTimer)
 TEST_F(EntrustPointHostEnds, MayShowAnotherSecurityInsideARepaint)
 {
     createOnThreeMinutes();
-    axis.onUpdate = [this] { calc(shenzhen, threeMinutes, 21); };
+    axis.onUpdate = [this] { calc(shenzhen, threeMinutes, Korvane::IntradayPeriod); };
     hearOrders({SentOrder()});
     EXPECT_FALSE(paint()) << "the orders were the other security's";
     EXPECT_THAT(questions(), SizeIs(1));

@@ -47,7 +47,7 @@ TEST_F(EntrustPointMarkers, KeepsOrdersWithoutABarForLaterBars)
     createOnThreeMinutes();
     hearOrders({SentOrder{"0B", "2", "10", "9340000"}});
     EXPECT_FALSE(paint());
-    calc(shanghai, minutes({931, 932, 933, 934}), 21);
+    calc(shanghai, minutes({931, 932, 933, 934}), Korvane::IntradayPeriod);
     EXPECT_THAT(drawn(), ElementsAre("3 20 10"));
     EXPECT_THAT(questions(), IsEmpty());
 }
@@ -56,7 +56,7 @@ TEST_F(EntrustPointMarkers, MovesTheMarkersWithTheBars)
 {
     createOnThreeMinutes();
     hearOrders({SentOrder{"0B", "2", "10", "9320000"}});
-    calc(shanghai, minutes({932, 933}), 21);
+    calc(shanghai, minutes({932, 933}), Korvane::IntradayPeriod);
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
     EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001"));
     EXPECT_THAT(listAt(10, yOfTen()), IsEmpty());
@@ -66,7 +66,7 @@ TEST_F(EntrustPointMarkers, ShowsNothingOnceNoBarHasAnOrder)
 {
     createOnThreeMinutes();
     hearOrders({SentOrder()});
-    calc(shanghai, minutes({1001, 1002}), 21);
+    calc(shanghai, minutes({1001, 1002}), Korvane::IntradayPeriod);
     EXPECT_FALSE(paint());
     EXPECT_EQ(overlay->hitTest(0, yOfTen()), -1);
     EXPECT_THAT(listAt(0, yOfTen()), IsEmpty());
@@ -75,7 +75,7 @@ TEST_F(EntrustPointMarkers, ShowsNothingOnceNoBarHasAnOrder)
 TEST_F(EntrustPointMarkers, ShowsOrdersOnEveryBarOfTheirMinuteInAnyOrderOfBars)
 {
     create();
-    calc(shanghai, minutes({933, 931, 932, 931}), 21);
+    calc(shanghai, minutes({933, 931, 932, 931}), Korvane::IntradayPeriod);
     hearOrders({SentOrder()});
     EXPECT_THAT(drawn(), ElementsAre("1 20 10", "3 20 10"));
 }
@@ -84,13 +84,13 @@ TEST_F(EntrustPointMarkers, KeepsTheMarkersWithoutBars)
 {
     createOnThreeMinutes();
     hearOrders({SentOrder()});
-    calc(shanghai, {}, 21);
+    calc(shanghai, {}, Korvane::IntradayPeriod);
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
     EXPECT_EQ(overlay->hitTest(0, yOfTen()), -1);
     EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001"));
     hearOrders({SentOrder{"0S"}});
     EXPECT_THAT(drawn(), ElementsAre("0 20 10")) << "grouped anew when bars come";
-    calc(shanghai, threeMinutes, 21);
+    calc(shanghai, threeMinutes, Korvane::IntradayPeriod);
     EXPECT_THAT(drawn(), ElementsAre("0 23 10"));
 }
 
@@ -101,7 +101,7 @@ TEST_F(EntrustPointMarkers, KeepsTheMarkersWhenNoRowOfAnAnswerIsReadable)
     axis.updated.clear();
     hearOrders({SentOrder{"0F"}});
     EXPECT_THAT(axis.updated, SizeIs(1));
-    calc(shanghai, minutes({935, 936}), 21);
+    calc(shanghai, minutes({935, 936}), Korvane::IntradayPeriod);
     EXPECT_THAT(drawn(), ElementsAre("0 20 10")) << "there are no orders to group anew";
     EXPECT_THAT(listAt(0, yOfTen()), ElementsAre("700001"));
 }
@@ -120,7 +120,7 @@ TEST_F(EntrustPointMarkers, GroupsNothingWithoutAnswerOrBars)
     create();
     EXPECT_TRUE(overlay->calcEntrustPointPriceInfo());
     EXPECT_FALSE(paint());
-    calc(shanghai, minutes({931}), 21);
+    calc(shanghai, minutes({931}), Korvane::IntradayPeriod);
     EXPECT_TRUE(overlay->calcEntrustPointPriceInfo());
     EXPECT_FALSE(paint());
 }

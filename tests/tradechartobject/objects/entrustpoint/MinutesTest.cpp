@@ -24,7 +24,7 @@ TEST_P(EntrustPointMinutesEach, IsOneOfTheChart)
     const std::vector<std::uint32_t> all = {925,  930,  931,  1000, 1130, 1131, 1200,
                                             1300, 1301, 1302, 1459, 1500, 1501};
     create();
-    calc(shanghai, minutes(all), 21);
+    calc(shanghai, minutes(all), Korvane::IntradayPeriod);
     const QByteArray date = QByteArray::number(dayFromToday(GetParam().days));
     hearOrders({SentOrder{"0B", "2", "10", GetParam().time, date}});
     ASSERT_TRUE(paint());
@@ -74,9 +74,9 @@ TEST_F(EntrustPointMinutes, KeepsTheOwnTimeOfAnOrderInItsText)
 
 TEST_F(EntrustPointMinutes, ShowsOrdersOfAPastDayOnTodaysMinutesOnly)
 {
-    axis.mode = 2;
+    axis.mode = Korvane::PastDayChart;
     create();
-    calc(shanghai, {makeMinuteBar(20240105, 931), makeMinuteBar(today, 931)}, 21);
+    calc(shanghai, {makeMinuteBar(20240105, 931), makeMinuteBar(today, 931)}, Korvane::IntradayPeriod);
     hearOrders({SentOrder{"0B", "2", "10", "10000000", "20240105"}}, "EntrustHistoryTrade");
     EXPECT_THAT(drawn(), ElementsAre("1 20 10"));
 }
@@ -91,7 +91,7 @@ TEST_F(EntrustPointMinutes, ShowsOrdersOnTheDayOfTheirAnswerWhenADayHasPassed)
 
     zone.set(westernmostZone);
     create();
-    calc(shanghai, {earlier, later}, 21);
+    calc(shanghai, {earlier, later}, Korvane::IntradayPeriod);
     hearOrders({order});
     EXPECT_THAT(drawn(), ElementsAre("0 20 10"));
     zone.set(easternmostZone);

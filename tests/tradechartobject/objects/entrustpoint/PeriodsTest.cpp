@@ -49,7 +49,7 @@ TEST_F(EntrustPointPeriods, KeepsItsBarsWhenAnotherPeriodIsRefused)
     for (const auto &bars : {std::vector<Korvane::AnalyData>{makeDayBar(today)}, {}}) {
         createOnThreeMinutes();
         hearOrders({SentOrder()});
-        EXPECT_FALSE(calc(shanghai, bars, 4));
+        EXPECT_FALSE(calc(shanghai, bars, Korvane::DayPeriod));
         EXPECT_EQ(overlay->hitTest(0, yOfTen()), 0);
         hearOrders({SentOrder{"0S"}});
         EXPECT_THAT(drawn(), ElementsAre("0 23 10"));
@@ -60,7 +60,7 @@ TEST_F(EntrustPointPeriods, KeepsItsSecurityWhenAnotherPeriodIsRefused)
 {
     createOnThreeMinutes();
     startTimerOddly();
-    EXPECT_FALSE(calc(shenzhen, threeMinutes, 4));
+    EXPECT_FALSE(calc(shenzhen, threeMinutes, Korvane::DayPeriod));
     overlay->sendQueryTodayEntrustInfoReq();
     EXPECT_THAT(questions()[0].toStdString(), HasSubstr(R"("stkcode":"600536")"));
     EXPECT_TRUE(timerRunsOn());

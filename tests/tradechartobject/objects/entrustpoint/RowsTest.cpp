@@ -23,7 +23,7 @@ class EntrustPointRowsMarket : public EntrustPointTest, public ::testing::WithPa
 TEST_P(EntrustPointRowsMarket, OfARowIsTheSecuritysOwn)
 {
     create();
-    calc(makeSecurity(GetParam().shown, "600536", 1), threeMinutes, 21);
+    calc(makeSecurity(GetParam().shown, "600536", 1), threeMinutes, Korvane::IntradayPeriod);
     const LogCapture log;
     hearOrders({with(SentOrder(), "market", GetParam().sent)});
     EXPECT_EQ(paint(), GetParam().isKept);
@@ -148,7 +148,7 @@ TEST_F(EntrustPointRows, SkipsWhatIsNoObjectLikeARowOfNoMarket)
 TEST_F(EntrustPointRows, TakesWhatIsNoObjectForAnEmptyRowOfAMarketWithoutCode)
 {
     create();
-    calc(makeSecurity(12, "600536", 1), threeMinutes, 21);
+    calc(makeSecurity(12, "600536", 1), threeMinutes, Korvane::IntradayPeriod);
     const LogCapture log;
     hear(Topic::TRADEQUERY, sentAnswer("EntrustTodayTrade", QJsonArray{5}));
     EXPECT_FALSE(paint());

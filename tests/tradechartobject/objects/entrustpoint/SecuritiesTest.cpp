@@ -19,7 +19,7 @@ TEST_F(EntrustPointSecurities, KnowsASecurityByItsIdentityWordOnly)
 {
     createOnThreeMinutes();
     hearOrders({SentOrder()});
-    calc(makeSecurity(0, "000001", 7001), threeMinutes, 21);
+    calc(makeSecurity(0, "000001", 7001), threeMinutes, Korvane::IntradayPeriod);
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_THAT(drawn(), SizeIs(1));
     overlay->sendQueryTodayEntrustInfoReq();
@@ -31,8 +31,9 @@ TEST_F(EntrustPointSecurities, KnowsASecurityByItsWholeIdentityWord)
     createOnThreeMinutes();
     for (const int bit : {0, 31, 32, 63}) {
         const std::uint64_t word = 7001 ^ (std::uint64_t{1} << bit);
-        calc(makeSecurity(1, "600536", static_cast<std::int64_t>(word)), threeMinutes, 21);
-        calc(shanghai, threeMinutes, 21);
+        calc(makeSecurity(1, "600536", static_cast<std::int64_t>(word)), threeMinutes,
+             Korvane::IntradayPeriod);
+        calc(shanghai, threeMinutes, Korvane::IntradayPeriod);
     }
     EXPECT_THAT(questions(), SizeIs(8));
 }
@@ -40,7 +41,7 @@ TEST_F(EntrustPointSecurities, KnowsASecurityByItsWholeIdentityWord)
 TEST_F(EntrustPointSecurities, TakesASecurityWithoutAnIdentityWordForNone)
 {
     create();
-    EXPECT_TRUE(calc(makeSecurity(1, "600536", 0), threeMinutes, 21));
+    EXPECT_TRUE(calc(makeSecurity(1, "600536", 0), threeMinutes, Korvane::IntradayPeriod));
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_TRUE(timer()->isActive());
 }
@@ -63,7 +64,7 @@ TEST_F(EntrustPointSecurities, ReadsACodeAndANameWithoutAnEndNoFurtherThanTheyRe
     std::memset(endless.code, 'c', sizeof endless.code);
     std::memset(endless.name, 'n', sizeof endless.name);
     create();
-    calc(endless, threeMinutes, 21);
+    calc(endless, threeMinutes, Korvane::IntradayPeriod);
     const std::string code(39, 'c');
     EXPECT_THAT(questions()[0].toStdString(), HasSubstr("\"stkcode\":\"" + code + "\""));
     hear(Topic::TRADEQUERY, sentAnswer("EntrustTodayTrade", QJsonArray{anOrder()}, code.c_str()));
@@ -76,12 +77,12 @@ TEST_F(EntrustPointSecurities, ForgetsTheOrdersWithTheSecurity)
 {
     createOnThreeMinutes();
     hearOrders({SentOrder()});
-    calc(shenzhen, threeMinutes, 21);
+    calc(shenzhen, threeMinutes, Korvane::IntradayPeriod);
     EXPECT_FALSE(paint());
     EXPECT_THAT(listAt(0, yOfTen()), IsEmpty());
     hearOrders({SentOrder()});
     EXPECT_FALSE(paint()) << "a late answer for the security before";
-    calc(shanghai, threeMinutes, 21);
+    calc(shanghai, threeMinutes, Korvane::IntradayPeriod);
     EXPECT_FALSE(paint());
 }
 
@@ -89,7 +90,7 @@ TEST_F(EntrustPointSecurities, ForgetsTheOrdersAndStopsItsTimerForASecurityWitho
 {
     createOnThreeMinutes();
     hearOrders({SentOrder()});
-    calc(shenzhen, {}, 21);
+    calc(shenzhen, {}, Korvane::IntradayPeriod);
     EXPECT_FALSE(timer()->isActive());
     EXPECT_FALSE(paint());
     EXPECT_THAT(listAt(0, yOfTen()), IsEmpty());
@@ -98,7 +99,7 @@ TEST_F(EntrustPointSecurities, ForgetsTheOrdersAndStopsItsTimerForASecurityWitho
 TEST_F(EntrustPointSecurities, NamesTheNewSecurityInItsTexts)
 {
     createOnThreeMinutes();
-    calc(shenzhen, threeMinutes, 21);
+    calc(shenzhen, threeMinutes, Korvane::IntradayPeriod);
     hear(Topic::TRADEQUERY,
          sentAnswer("EntrustTodayTrade", QJsonArray{with(SentOrder(), "market", QStringLiteral("2"))},
                     "000001"));

@@ -20,8 +20,8 @@ TEST_F(EntrustPointTimer, NeitherStartsItsTimerNorAsksWhenConstructed)
 TEST_F(EntrustPointTimer, HearsOfASecurityThatCameWithoutBarsThroughTheTimerOnly)
 {
     create({{QStringLiteral("auto_refresh_time"), 1}});
-    calc(shanghai, {}, 21);
-    calc(shanghai, threeMinutes, 21);
+    calc(shanghai, {}, Korvane::IntradayPeriod);
+    calc(shanghai, threeMinutes, Korvane::IntradayPeriod);
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_TRUE(timer()->isActive());
     EXPECT_TRUE(waitUntil([] { return todayQuestions() == 1; }));
@@ -31,20 +31,20 @@ TEST_F(EntrustPointTimer, StartsItsTimerAnewForAnotherSecurity)
 {
     createOnThreeMinutes();
     startTimerOddly();
-    calc(shenzhen, threeMinutes, 21);
+    calc(shenzhen, threeMinutes, Korvane::IntradayPeriod);
     EXPECT_TRUE(timer()->isActive());
     EXPECT_EQ(timer()->interval(), 10000);
 }
 
 TEST_F(EntrustPointTimer, AsksForTodaysOrdersWhenTheTimerEndsAlsoOnThePastChart)
 {
-    axis.mode = 2;
+    axis.mode = Korvane::PastDayChart;
     createOnThreeMinutes({{QStringLiteral("auto_refresh_time"), 1}});
     ASSERT_TRUE(waitUntil([] { return questions().size() == 1; }));
     EXPECT_EQ(questions()[0],
               R"({"cmd":"EntrustTodayTrade","market":"SH","screenId":"screen-1","stkcode":"600536"})");
     EXPECT_FALSE(timer()->isActive()) << "a lost answer stops the refresh";
-    calc(shanghai, threeMinutes, 21);
+    calc(shanghai, threeMinutes, Korvane::IntradayPeriod);
     EXPECT_TRUE(timer()->isActive());
 }
 
@@ -52,9 +52,9 @@ TEST_F(EntrustPointTimer, LeavesARunningTimerAloneInCalcIt)
 {
     createOnThreeMinutes();
     startTimerOddly();
-    calc(shanghai, threeMinutes, 21);
+    calc(shanghai, threeMinutes, Korvane::IntradayPeriod);
     EXPECT_TRUE(timerRunsOn());
-    calc(shanghai, {}, 21);
+    calc(shanghai, {}, Korvane::IntradayPeriod);
     EXPECT_TRUE(timerRunsOn()) << "nor without bars";
 }
 

@@ -22,9 +22,9 @@ protected:
         if (QDate::currentDate() != QDate(2024, 1, 2)) {
             GTEST_SKIP() << "the clock is not a false one: libfaketime is missing";
         }
-        axis.mode = 1;
+        axis.mode = Korvane::TodayChart;
         create();
-        calc(shanghai, {makeMinuteBar(20240102, 931)}, 21);
+        calc(shanghai, {makeMinuteBar(20240102, 931)}, Korvane::IntradayPeriod);
         bus().sent.clear();
     }
 

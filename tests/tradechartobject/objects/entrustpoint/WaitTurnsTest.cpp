@@ -73,10 +73,10 @@ class EntrustPointWaitTurns : public OverlayTest<EntrustPoint>
 protected:
     void SetUp() override
     {
-        axis.mode = 1;
+        axis.mode = Korvane::TodayChart;
         const std::unique_ptr<QThread> thread(QThread::create([this] {
             create();
-            calc(shanghai, {makeMinuteBar(20240102, 931)}, 21);
+            calc(shanghai, {makeMinuteBar(20240102, 931)}, Korvane::IntradayPeriod);
             bus().sent.clear();
             hear(Topic::TRADENOTIFY, R"({"stkcode":"600536"})");
             destroy();

@@ -4,6 +4,8 @@
 
 #include <functional>
 
+using namespace std::chrono_literals;
+
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -52,7 +54,7 @@ TEST_F(EntrustPointWaits, KeepsItsOrdersWhateverANotificationOrAQuestionSays)
 
     EXPECT_THAT(meanwhile, ElementsAre("0 20 10"));
     EXPECT_THAT(axis.updated, IsEmpty());
-    calc(shanghai, minutes({931, 932, 933, 934}), 21);
+    calc(shanghai, minutes({931, 932, 933, 934}), Korvane::IntradayPeriod);
     EXPECT_THAT(drawn(), ElementsAre("0 20 10", "3 20 11"));
 }
 
@@ -60,7 +62,8 @@ TEST_F(EntrustPointWaits, AsksOnceForANotification)
 {
     createOnThreeMinutes();
     notify();
-    EXPECT_FALSE(waitUntil([] { return questions().size() > 1; }, 1500));
+    // longer than the second after which a second question would come
+    EXPECT_FALSE(waitUntil([] { return questions().size() > 1; }, 1500ms));
 }
 
 TEST_F(EntrustPointWaits, LeavesARunningTimerAloneAtANotification)
@@ -96,7 +99,7 @@ TEST_F(EntrustPointWaits, WaitsOneSecondAlsoWhenThereIsAlwaysSomethingToDo)
 TEST_F(EntrustPointWaits, HearsANotificationInAnyLetterCaseWhateverElseItSays)
 {
     create();
-    calc(makeSecurity(1, "abC1", 5), threeMinutes, 21);
+    calc(makeSecurity(1, "abC1", 5), threeMinutes, Korvane::IntradayPeriod);
     bus().sent.clear();
     hear(Topic::TRADENOTIFY, R"({"stkcode":"ABc1","market":"2","success":false,"cmd":"x"})");
     EXPECT_EQ(todayQuestions(), 1);
@@ -115,7 +118,7 @@ TEST_F(EntrustPointWaits, IgnoresNotificationsInOtherChartModes)
 TEST_F(EntrustPointWaits, AsksThoughTheChartModeChangesInsideTheWait)
 {
     createOnThreeMinutes();
-    QTimer::singleShot(0, overlay, [this] { axis.mode = 2; });
+    QTimer::singleShot(0, overlay, [this] { axis.mode = Korvane::PastDayChart; });
     notify();
     EXPECT_EQ(todayQuestions(), 1);
 }
@@ -175,7 +178,7 @@ TEST_F(EntrustPointWaits, AsksForTheSecurityThatIsShownWhenTheWaitEnds)
 {
     createOnThreeMinutes();
     QTimer::singleShot(100, overlay, [this] {
-        calc(shenzhen, threeMinutes, 21);
+        calc(shenzhen, threeMinutes, Korvane::IntradayPeriod);
         bus().sent.clear();
     });
     notify();

@@ -58,7 +58,7 @@ class PositionCostAnswersMarket : public PositionCostTest, public ::testing::Wit
 TEST_P(PositionCostAnswersMarket, IsNumberedDifferentlyByHostAndTradingModule)
 {
     create();
-    calc(makeSecurity(GetParam().hostMarket, "X1", 5), threeDays, 4);
+    calc(makeSecurity(GetParam().hostMarket, "X1", 5), threeDays, Korvane::DayPeriod);
     hear(Topic::TRADEQUERY, answer(holding("X1", GetParam().answerMarket, QStringLiteral("50"))));
     EXPECT_EQ(drawnCost().has_value(), GetParam().matches);
 }
@@ -90,7 +90,7 @@ TEST_F(PositionCostAnswers, IgnoresAnswersBeforeASecurityCame)
 TEST_F(PositionCostAnswers, ComparesCodesWithoutRegardToLetterCase)
 {
     create();
-    calc(makeSecurity(1, "abC1", 5), threeDays, 4);
+    calc(makeSecurity(1, "abC1", 5), threeDays, Korvane::DayPeriod);
     hear(Topic::TRADEQUERY, answer(holding("ABc1", "1", QStringLiteral("50"))));
     EXPECT_EQ(drawnCost(), 50.0);
 }
@@ -141,7 +141,7 @@ TEST_F(PositionCostAnswers, TakesAnAnswerThatComesWhileTheQuestionIsSent)
         bus().duringSend = nullptr;
         hearCost(QStringLiteral("50"));
     };
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     EXPECT_EQ(drawnCost(), 50.0);
 }
 

@@ -33,12 +33,12 @@ TEST_F(PositionCostAsking, AsksForTheCostAtOnceWhenASecurityComes)
 TEST_F(PositionCostAsking, AsksAgainOnlyForAnotherIdentityWord)
 {
     createOnShanghai();
-    calc(shanghai, threeDays, 4);
-    calc(makeSecurity(0, "000001", 7001), threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
+    calc(makeSecurity(0, "000001", 7001), threeDays, Korvane::DayPeriod);
     EXPECT_THAT(questions(), SizeIs(1)) << "code and market alone do not make another security";
     hearCost(QStringLiteral("50"));
     EXPECT_EQ(drawnCost(), 50.0) << "nor are they taken over";
-    calc(shenzhen, threeDays, 4);
+    calc(shenzhen, threeDays, Korvane::DayPeriod);
     EXPECT_EQ(questions().back(),
               R"({"cmd":"HolderCostPrice","market":"SZ","screenId":"screen-1","stkcode":"000001"})");
 }
@@ -46,7 +46,7 @@ TEST_F(PositionCostAsking, AsksAgainOnlyForAnotherIdentityWord)
 TEST_F(PositionCostAsking, AsksNothingWhileTheMarketNumberIsMinusOne)
 {
     create();
-    calc(makeSecurity(-1, "600536", 9), threeDays, 4);
+    calc(makeSecurity(-1, "600536", 9), threeDays, Korvane::DayPeriod);
     overlay->sendQueryPositionCostReq();
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_TRUE(timer()->isActive());
@@ -55,7 +55,7 @@ TEST_F(PositionCostAsking, AsksNothingWhileTheMarketNumberIsMinusOne)
 TEST_F(PositionCostAsking, TakesAnIdentityWordOfZeroForNoSecurityYet)
 {
     create();
-    EXPECT_TRUE(calc(makeSecurity(1, "600536", 0), threeDays, 4));
+    EXPECT_TRUE(calc(makeSecurity(1, "600536", 0), threeDays, Korvane::DayPeriod));
     EXPECT_THAT(questions(), IsEmpty());
 }
 
@@ -72,7 +72,7 @@ TEST_F(PositionCostAsking, AsksWithAnEmptyMarketForANumberWithoutACode)
     create();
     for (const int market : {12, -2}) {
         bus().sent.clear();
-        calc(makeSecurity(market, "X", market), threeDays, 4);
+        calc(makeSecurity(market, "X", market), threeDays, Korvane::DayPeriod);
         EXPECT_THAT(
             questions(),
             ElementsAre(R"({"cmd":"HolderCostPrice","market":"","screenId":"screen-1","stkcode":"X"})"))
@@ -95,7 +95,7 @@ TEST_F(PositionCostAsking, ReadsACodeWithoutItsEndNoFurtherThanTheRecord)
     Korvane::tagCodeWithName security = shanghai;
     std::fill(std::begin(security.code), std::end(security.code), '6');
     create();
-    calc(security, threeDays, 4);
+    calc(security, threeDays, Korvane::DayPeriod);
     EXPECT_EQ(QJsonDocument::fromJson(questions().at(0))
                   .object()
                   .value(QStringLiteral("stkcode"))
@@ -120,7 +120,7 @@ TEST_F(PositionCostAsking, KeepsSilentWhenTheBusRefusesTheQuestion)
     const LogCapture log;
     bus().takesMessages = false;
     create();
-    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
     EXPECT_THAT(log.all(), IsEmpty());
     EXPECT_TRUE(timer()->isActive());
 }

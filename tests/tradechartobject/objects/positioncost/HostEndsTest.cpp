@@ -24,7 +24,7 @@ TEST_F(PositionCostHostEnds, IsRecomputedAndPaintedInsideARepaintRequest)
     createOnShanghai();
     std::optional<double> drawn;
     axis.onUpdate = [&] {
-        calc(shanghai, threeDays, 4);
+        calc(shanghai, threeDays, Korvane::DayPeriod);
         drawn = drawnCost();
     };
     hearCost(QStringLiteral("50"));
@@ -52,7 +52,7 @@ TEST_F(PositionCostHostEnds, IsDestroyedByTheHostWhileTheQuestionGoesOut)
 {
     create();
     bus().duringSend = [this] { destroy(); };
-    EXPECT_TRUE(calc(shanghai, threeDays, 4));
+    EXPECT_TRUE(calc(shanghai, threeDays, Korvane::DayPeriod));
     EXPECT_EQ(bus().endPointCount(), 0);
 }
 

@@ -18,16 +18,16 @@ TEST_F(PositionCostPainting, DrawsOverAsManyBarsAsTheChartHasNow)
 {
     createOnShanghai();
     hearCost(QStringLiteral("50"));
-    calc(shanghai, std::vector<Korvane::AnalyData>(100, makeDayBar(20240102)), 4);
+    calc(shanghai, std::vector<Korvane::AnalyData>(100, makeDayBar(20240102)), Korvane::DayPeriod);
     paint();
     ASSERT_THAT(painter.calls, SizeIs(3));
     EXPECT_THAT(painter.calls[0].values, AllOf(SizeIs(100), Each(50.0)));
     EXPECT_THAT(painter.calls[1].values, AllOf(SizeIs(100), Each(50.0)));
-    calc(shanghai, {}, 4);
+    calc(shanghai, {}, Korvane::DayPeriod);
     paint();
     ASSERT_THAT(painter.calls, SizeIs(1));
     EXPECT_EQ(painter.calls[0].kind, FakePainter::Call::EndPaint);
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     EXPECT_EQ(drawnCost(), 50.0);
 }
 
@@ -102,7 +102,7 @@ TEST_F(PositionCostPainting, OnlyEndsThePaintWithoutAPriceScale)
 TEST_F(PositionCostPainting, OnlyEndsThePaintWithoutBars)
 {
     create();
-    EXPECT_TRUE(calc(shanghai, {}, 4));
+    EXPECT_TRUE(calc(shanghai, {}, Korvane::DayPeriod));
     EXPECT_TRUE(timer()->isActive());
     hearCost(QStringLiteral("50"));
     EXPECT_TRUE(paint());
@@ -119,7 +119,7 @@ TEST_F(PositionCostPainting, OnlyEndsThePaintBeforeAnAnswer)
 TEST_F(PositionCostPainting, IsDrawnOnMinutes)
 {
     create();
-    calc(shanghai, {makeMinuteBar(20240102, 930), makeMinuteBar(20240102, 931)}, 21);
+    calc(shanghai, {makeMinuteBar(20240102, 930), makeMinuteBar(20240102, 931)}, Korvane::IntradayPeriod);
     hearCost(QStringLiteral("50"));
     EXPECT_EQ(drawnCost(), 50.0);
 }

@@ -54,6 +54,6 @@ protected:
     void createOnShanghai()
     {
         create();
-        calc(shanghai, threeDays, 4);
+        calc(shanghai, threeDays, Korvane::DayPeriod);
     }
 };

@@ -13,9 +13,9 @@ TEST_F(PositionCostTimer, AsksAgainAfterARefusalOnlyWhenTheTimerEnds)
 {
     bus().takesMessages = false;
     create({{QStringLiteral("auto_refresh_time"), 1}});
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     bus().takesMessages = true;
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     EXPECT_THAT(questions(), IsEmpty());
     EXPECT_TRUE(waitUntil([] { return questions().size() == 1; }));
 }
@@ -23,10 +23,10 @@ TEST_F(PositionCostTimer, AsksAgainAfterARefusalOnlyWhenTheTimerEnds)
 TEST_F(PositionCostTimer, AsksOncePerCalcItWhenTheTimerEnds)
 {
     create({{QStringLiteral("auto_refresh_time"), 1}});
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     ASSERT_TRUE(waitUntil([] { return questions().size() == 2; }));
     EXPECT_FALSE(timer()->isActive()) << "nobody has redrawn since";
-    calc(shanghai, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
     EXPECT_THAT(questions(), SizeIs(2));
     EXPECT_TRUE(timer()->isActive());
     EXPECT_TRUE(waitUntil([] { return questions().size() == 3; }));
@@ -38,8 +38,8 @@ TEST_F(PositionCostTimer, LetsARunningTimerRun)
     const int left = timer()->remainingTime();
     ASSERT_TRUE(waitUntil([&] { return timer()->remainingTime() < left - 20; }));
     const int leftNow = timer()->remainingTime();
-    calc(shanghai, threeDays, 4);
-    calc(shenzhen, threeDays, 4);
+    calc(shanghai, threeDays, Korvane::DayPeriod);
+    calc(shenzhen, threeDays, Korvane::DayPeriod);
     EXPECT_LE(timer()->remainingTime(), leftNow);
 }
 

@@ -1,0 +1,124 @@
+#include "endpoint/Inbox_p.h"
+
+#include "tests/support/WaitUntil.h"
+
+#include <gmock/gmock.h>
+
+#include <QElapsedTimer>
+#include <QList>
+#include <QTimer>
+
+#include <chrono>
+#include <memory>
+
+using LocalCommunication::BusMessage;
+using LocalCommunication::Inbox;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+using namespace std::chrono_literals;
+
+namespace {
+
+class InboxTest : public ::testing::Test
+{
+protected:
+    InboxTest()
+    {
+        QObject::connect(inbox.get(), &Inbox::delivered, inbox.get(),
+                         [this](const BusMessage &message) { delivered += message.payload; });
+    }
+
+    void add(const QByteArray &payload) { inbox->add({"c/t", payload, {}, {}}); }
+
+    std::unique_ptr<Inbox> inbox = std::make_unique<Inbox>(nullptr);
+    QList<QByteArray> delivered;
+};
+
+} // namespace
+
+TEST_F(InboxTest, DeliversInOrder)
+{
+    add("1");
+    add("2");
+    add("3");
+    inbox->run();
+    EXPECT_THAT(delivered, ElementsAre("1", "2", "3"));
+}
+
+TEST_F(InboxTest, DeliversNothingByItself)
+{
+    add("1");
+    EXPECT_FALSE(waitUntil([this] { return !delivered.isEmpty(); }, 20ms));
+}
+
+TEST_F(InboxTest, DeliversSoonInATurnOfItsOwn)
+{
+    add("1");
+    inbox->runSoon();
+    EXPECT_THAT(delivered, IsEmpty());
+    EXPECT_TRUE(waitUntil([this] { return delivered.size() == 1; }));
+}
+
+TEST_F(InboxTest, LeavesWhatTakesLongToALaterTurn)
+{
+    QObject::connect(inbox.get(), &Inbox::delivered, inbox.get(), [] {
+        QElapsedTimer clock; // a receiver that takes its time
+        for (clock.start(); clock.elapsed() < 10;) {
+        }
+    });
+    add("1");
+    add("2");
+
+    inbox->run();
+
+    EXPECT_THAT(delivered, ElementsAre("1"));
+    EXPECT_TRUE(waitUntil([this] { return delivered.size() == 2; }));
+}
+
+TEST_F(InboxTest, LeavesItsTurnsToOthersHoweverMuchIsRefilled)
+{
+    QObject::connect(inbox.get(), &Inbox::delivered, inbox.get(), [this] { // as a request in a receiver does
+        add("more");
+        inbox->runSoon();
+    });
+    bool isOthersTurn = false;
+    QTimer::singleShot(0, inbox.get(), [&isOthersTurn] { isOthersTurn = true; });
+    add("first");
+
+    inbox->run();
+
+    EXPECT_TRUE(waitUntil([&isOthersTurn] { return isOthersTurn; }));
+}
+
+TEST_F(InboxTest, GoesOnInTheEventLoopThatAReceiverRuns)
+{
+    QObject::connect(inbox.get(), &Inbox::delivered, inbox.get(), [this](const BusMessage &message) {
+        if (message.payload == "1") {
+            EXPECT_TRUE(waitUntil([this] { return delivered.size() == 3; }));
+        }
+    });
+    add("1");
+    add("2");
+    add("3");
+    inbox->run();
+    EXPECT_THAT(delivered, ElementsAre("1", "2", "3"));
+}
+
+TEST_F(InboxTest, StopsWhenAReceiverClearsIt)
+{
+    QObject::connect(inbox.get(), &Inbox::delivered, inbox.get(), [this] { inbox->clear(); });
+    add("1");
+    add("2");
+    inbox->run();
+    EXPECT_FALSE(waitUntil([this] { return delivered.size() > 1; }, 20ms));
+}
+
+TEST_F(InboxTest, MayBeDestroyedByAReceiver)
+{
+    QObject::connect(inbox.get(), &Inbox::delivered, inbox.get(), [this] { inbox.reset(); });
+    add("1");
+    add("2");
+    inbox->run();
+    EXPECT_THAT(delivered, ElementsAre("1"));
+}

@@ -1,0 +1,190 @@
+// What a window hears on the channel of its screen, and what it tells of it.
+#include "terminal/answers/ScreenAnswers.h"
+#include "tests/support/LogCapture.h"
+#include "tests/terminal/answers/WrongAnswer.h"
+
+#include <gmock/gmock.h>
+
+namespace Terminal {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+class ScreenAnswersTest : public ::testing::Test
+{
+protected:
+    ScreenAnswersTest()
+    {
+        answers.setSecurity({QStringLiteral("600519"), Trading::Market::Shanghai});
+        QObject::connect(&answers, &ScreenAnswers::foundWrong, &answers,
+                         [this](const QStringList &faults) { told += faults; });
+        QObject::connect(&answers, &ScreenAnswers::answered, &answers,
+                         [this](const Trading::CheckedAnswer &answer) { answered.push_back(answer); });
+        QObject::connect(&answers, &ScreenAnswers::asked, &answers,
+                         [this](const QString &command) { asked.append(command); });
+    }
+
+    void take(const QByteArray &payload, const QByteArray &channel = "screen-1")
+    {
+        answers.take("TradeQuery", payload, channel);
+    }
+    void take(const QJsonObject &message, const QByteArray &channel = "screen-1")
+    {
+        take(QJsonDocument(message).toJson(), channel);
+    }
+
+    static QJsonObject history() { return rightAnswer(QStringLiteral("HistoryTrade")); }
+    static QJsonObject question()
+    {
+        return objectOf(R"({"cmd":"HistoryTrade","stkcode":"600519","market":"SH","screenId":"screen-1"})");
+    }
+    static QJsonObject refusalOf(const char *code)
+    {
+        return {{QStringLiteral("cmd"), QStringLiteral("TodayTrade")},
+                {QStringLiteral("stkcode"), QLatin1String(code)},
+                {QStringLiteral("success"), false}};
+    }
+    static QJsonObject withoutSides()
+    {
+        QJsonObject answer = history();
+        answer[QStringLiteral("data")] = QJsonArray{QJsonObject{{QStringLiteral("bizdate"), QString()}}};
+        return answer;
+    }
+
+    LogCapture log;
+    ScreenAnswers answers{"screen-1", nullptr};
+    QStringList told;
+    QStringList asked;
+    std::vector<Trading::CheckedAnswer> answered;
+};
+
+class ScreenAnswersThatAreRight : public ScreenAnswersTest, public ::testing::WithParamInterface<const char *>
+{
+};
+
+TEST_P(ScreenAnswersThatAreRight, AreNotSpokenOf)
+{
+    take(rightAnswer(QLatin1String(GetParam())));
+    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(log.lines(QtWarningMsg), IsEmpty());
+    EXPECT_THAT(answered, SizeIs(1));
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, ScreenAnswersThatAreRight,
+                         ::testing::Values("HolderCostPrice", "TodayTrade", "HistoryTrade",
+                                           "EntrustTodayTrade", "EntrustHistoryTrade", "EntrustCancel"));
+
+TEST_F(ScreenAnswersTest, TellAFaultOnceAndLogItEachTime)
+{
+    take(withoutSides());
+    const int faults = told.size();
+    EXPECT_GT(faults, 0);
+    take(question(), "Global");
+    take(withoutSides());
+    EXPECT_EQ(told.size(), faults);
+    EXPECT_EQ(log.lines(QtWarningMsg).size(), static_cast<size_t>(2 * faults));
+}
+
+TEST_F(ScreenAnswersTest, TellAFaultAgainOfAnotherSecurity)
+{
+    take(refusalOf("600519"));
+    answers.setSecurity({QStringLiteral("000001"), Trading::Market::Shenzhen});
+    take(refusalOf("000001"));
+    EXPECT_THAT(told, SizeIs(2));
+}
+
+TEST_F(ScreenAnswersTest, SayHowManyRowsHaveAFault)
+{
+    QJsonObject answer = history();
+    QJsonArray rows = answer.value(QStringLiteral("data")).toArray();
+    for (int i = 0; i < rows.size(); ++i) {
+        QJsonObject row = rows.at(i).toObject();
+        row.remove(QStringLiteral("bsflag2"));
+        rows[i] = row;
+    }
+    answer[QStringLiteral("data")] = rows;
+    take(answer);
+    EXPECT_THAT(told, ElementsAre(QStringLiteral(
+                          "HistoryTrade: \"bsflag2\" is missing (rows: 2); counts as a sale")));
+}
+
+TEST_F(ScreenAnswersTest, NameWhatCannotBeRead)
+{
+    take(QByteArray("{\"cmd\":\"HistoryTrade\","));
+    ASSERT_THAT(told, SizeIs(1));
+    EXPECT_TRUE(told.front().startsWith(
+        QLatin1String("An answer of the trading module: the answer is no JSON object: ")));
+}
+
+TEST_F(ScreenAnswersTest, CountRowsOfAnotherMarketAndSayNothing)
+{
+    QJsonObject answer = rightAnswer(QStringLiteral("EntrustTodayTrade"));
+    QJsonArray rows = answer.value(QStringLiteral("data")).toArray();
+    QJsonObject row = rows.at(0).toObject();
+    row[QStringLiteral("market")] = QStringLiteral("2");
+    rows[0] = row;
+    answer[QStringLiteral("data")] = rows;
+    take(answer);
+    EXPECT_THAT(told, IsEmpty());
+    ASSERT_THAT(answered, SizeIs(1));
+    EXPECT_EQ(answered.front().rows, 1);
+    EXPECT_EQ(answered.front().otherMarkets, 1);
+}
+
+TEST_F(ScreenAnswersTest, LeaveTheAnswerAloneThatCameTooLateForItsSecurity)
+{
+    answers.setSecurity({QStringLiteral("000001"), Trading::Market::Shenzhen});
+    take(withoutSides());
+    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(answered, IsEmpty());
+}
+
+TEST_F(ScreenAnswersTest, TellOfPastTradesThatCameTwice)
+{
+    take(question(), "Global");
+    take(history());
+    take(history());
+    EXPECT_THAT(told, ElementsAre(QStringLiteral(
+                          "HistoryTrade: the answer came twice; every trade is listed twice")));
+}
+
+TEST_F(ScreenAnswersTest, TakePastTradesTwiceThatWereAskedForTwice)
+{
+    take(question(), "Global");
+    take(history());
+    take(question(), "Global");
+    take(history());
+    EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(ScreenAnswersTest, HearTheQuestionsOfTheirOwnOverlaysAlone)
+{
+    take(question(), "Global");
+    QJsonObject ofAnother = question();
+    ofAnother[QStringLiteral("screenId")] = QStringLiteral("screen-2");
+    take(ofAnother, "Global");
+    EXPECT_THAT(asked, ElementsAre(QStringLiteral("HistoryTrade")));
+}
+
+TEST_F(ScreenAnswersTest, TellOfAnAnswerThatWentToEverybodyInstead)
+{
+    take(history(), "Global");
+    EXPECT_THAT(told, ElementsAre(QStringLiteral("HistoryTrade: the answer came on channel \"Global\"; "
+                                                 "the message is ignored")));
+    EXPECT_THAT(answered, IsEmpty());
+}
+
+TEST_F(ScreenAnswersTest, LeaveItToTheOverlayToTellWhyACancellationWasRefused)
+{
+    QJsonObject answer = rightAnswer(QStringLiteral("EntrustCancel"));
+    answer[QStringLiteral("success")] = false;
+    answer[QStringLiteral("msg")] = QStringLiteral("dealt already");
+    take(answer);
+    EXPECT_THAT(told, IsEmpty());
+    EXPECT_TRUE(log.has(QStringLiteral("dealt already")));
+}
+
+} // namespace
+} // namespace Terminal

@@ -1,0 +1,163 @@
+// What the window says of its overlays and of the trading module.
+#include "terminal/ui/StateStrip.h"
+#include "terminal/ui/MessageBar.h"
+#include "tests/terminal/support/OverlayWindow.h"
+
+#include <gmock/gmock.h>
+
+#include <QLabel>
+#include <QToolButton>
+
+namespace Terminal {
+namespace {
+
+using ::testing::ElementsAre;
+
+class StateStripTest : public OverlayWindow
+{
+protected:
+    void open(const QStringList &overlays)
+    {
+        show(overlays);
+        speakEnglish();
+    }
+
+    /// Has the window's overlays answered.
+    void answer(const char *json) { m_window->answers()->take("TradeQuery", json, m_window->screenId()); }
+    QStringList texts() const { return m_window->findChild<StateStrip *>()->texts(); }
+    bool isSaid(const QString &text) const
+    {
+        return waitUntil([=] { return texts().contains(text); });
+    }
+    QLabel *state(const char *word) const
+    {
+        return m_window->findChild<QLabel *>(QStringLiteral("state-") + QLatin1String(word));
+    }
+    QString message() const
+    {
+        auto *const bar = m_window->findChild<MessageBar *>();
+        return bar->isVisible() ? bar->text() : QString();
+    }
+
+    static constexpr auto refused =
+        R"({"cmd":"HolderCostPrice","stkcode":"600519","success":false,"msg":"the ledger is busy"})";
+};
+
+TEST_F(StateStripTest, AreThoseOfTheOverlaysOnTheChart)
+{
+    open({QStringLiteral("cost"), QStringLiteral("orders")});
+    EXPECT_TRUE(isSaid(QStringLiteral("Cost: not asked yet")));
+    EXPECT_THAT(texts(), ElementsAre(QStringLiteral("Cost: not asked yet"),
+                                     QStringLiteral("Orders: not on this chart"),
+                                     QStringLiteral("Trading module: not asked")));
+}
+
+TEST_F(StateStripTest, GoWithTheirOverlay)
+{
+    open({QStringLiteral("cost")});
+    ASSERT_TRUE(isSaid(QStringLiteral("Cost: not asked yet")));
+    action("Cost")->trigger();
+    EXPECT_TRUE(waitUntil([this] { return texts().size() == 1; }));
+}
+
+TEST_F(StateStripTest, SayThatThereIsNothing)
+{
+    open({QStringLiteral("cost")});
+    answer(R"({"cmd":"HolderCostPrice","stkcode":"600519","data":{"stkcode":"600519","market":"1"}})");
+    EXPECT_TRUE(isSaid(QStringLiteral("Cost: nothing there")));
+}
+
+TEST_F(StateStripTest, CountMarksAndSayWhenTheyAreOutOfView)
+{
+    open({QStringLiteral("trades")});
+    answer(R"({"cmd":"HistoryTrade","stkcode":"600519","data":[{"bizdate":"20240102","matchtime":"09300000",
+        "bsflag2":"B","matchprice":"10","matchqty":"100"}]})");
+    const auto last = static_cast<double>(chart()->data().bars.size());
+    chart()->setSpan({last - 40, last});
+    EXPECT_TRUE(waitUntil([this] { return texts().front().startsWith(QLatin1String("Trades: in view: ")); }));
+}
+
+TEST_F(StateStripTest, TellARefusalInMessageStripAndTip)
+{
+    open({QStringLiteral("cost")});
+    answer(refused);
+    EXPECT_EQ(message(), QStringLiteral("HolderCostPrice: refused: the ledger is busy"));
+    EXPECT_TRUE(isSaid(QStringLiteral("Cost: refused")));
+    EXPECT_EQ(state("cost")->toolTip(), QStringLiteral("HolderCostPrice: refused: the ledger is busy"));
+    EXPECT_EQ(state("cost")->accessibleName(), QStringLiteral("Cost: refused"));
+    EXPECT_TRUE(action("Cost")->toolTip().contains(QStringLiteral("the ledger is busy")));
+}
+
+TEST_F(StateStripTest, TellARefusalOnce)
+{
+    open({QStringLiteral("cost")});
+    answer(refused);
+    m_window->findChild<MessageBar *>()->hide();
+    answer(refused);
+    EXPECT_EQ(message(), QString());
+}
+
+TEST_F(StateStripTest, HaveTheToggleSayHowItStands)
+{
+    open({QStringLiteral("cost")});
+    ASSERT_TRUE(isSaid(QStringLiteral("Cost: not asked yet")));
+    EXPECT_EQ(action("Cost")->toolTip(), QStringLiteral("Cost: not asked yet"));
+    EXPECT_EQ(action("Trades")->toolTip(), QStringLiteral("Trades"));
+}
+
+TEST_F(StateStripTest, SpeakTheLanguageOfTheWindow)
+{
+    open({QStringLiteral("cost")});
+    ASSERT_TRUE(isSaid(QStringLiteral("Cost: not asked yet")));
+    action("中文")->trigger();
+    EXPECT_TRUE(isSaid(QStringLiteral(u"持仓成本：尚未查询")));
+}
+
+TEST_F(StateStripTest, SayWhyThereIsNoTradingModule)
+{
+    open({});
+    m_window->noteFailure(QStringLiteral("the ledger is corrupt"));
+    EXPECT_THAT(texts(), ElementsAre(QStringLiteral("Trading module: does not run")));
+    EXPECT_EQ(state("module")->toolTip(), QStringLiteral("the ledger is corrupt"));
+}
+
+TEST_F(StateStripTest, AreMadeAnewWithTheOverlaysWhosePastTradesChanged)
+{
+    open({QStringLiteral("trades"), QStringLiteral("cost")});
+    overlayLog();
+    m_window->answers()->take("TradeNotify", R"({"stkcode":"600519","market":"1","bizdate":"20240102"})",
+                              "Global");
+    EXPECT_EQ(countOf(overlayLog(), "made"), 1) << "the trades";
+}
+
+TEST_F(StateStripTest, LeaveTheOverlaysAloneWhenAnOrderChanged)
+{
+    open({QStringLiteral("trades"), QStringLiteral("cost")});
+    overlayLog();
+    m_window->answers()->take("TradeNotify", R"({"stkcode":"600519","market":"1","ordersno":"7"})", "Global");
+    m_window->answers()->take("TradeNotify", R"({"stkcode":"000001","market":"2","bizdate":"20240102"})",
+                              "Global");
+    EXPECT_EQ(countOf(overlayLog(), "made"), 0);
+}
+
+class StateStripOfAModule : public ::testing::TestWithParam<std::pair<ModuleState::Kind, const char *>>
+{
+};
+
+TEST_P(StateStripOfAModule, IsShort)
+{
+    EXPECT_EQ(moduleStateText({GetParam().first}), QLatin1String(GetParam().second));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, StateStripOfAModule,
+    ::testing::Values(std::pair(ModuleState::Awaited, "Trading module: waiting for it"),
+                      std::pair(ModuleState::NoBus, "Trading module: no bus"),
+                      std::pair(ModuleState::Absent, "Trading module: none answers"),
+                      std::pair(ModuleState::Refusing, "Trading module: refuses"),
+                      std::pair(ModuleState::Silent, "Trading module: does not answer any more"),
+                      std::pair(ModuleState::Answering, "Trading module: answers"),
+                      std::pair(ModuleState::ReadOnly, "Trading module: answers, takes no orders")));
+
+} // namespace
+} // namespace Terminal
