@@ -186,7 +186,7 @@ TEST_F(ScreenAnswersTest, LeaveItToTheOverlayToTellWhyACancellationWasRefused)
     EXPECT_TRUE(log.has(QStringLiteral("dealt already")));
 }
 
-TEST_F(AnswersOfAScreen, TellNoValuesWhileAmountsAreHidden)
+TEST_F(ScreenAnswersTest, TellNoValuesWhileAmountsAreHidden)
 {
     answers.setAmountsHidden(true);
     QJsonObject answer = rightAnswer(QStringLiteral("HolderCostPrice"));
