@@ -82,7 +82,8 @@ QSize MessageBar::neededSize()
 
 void MessageBar::paintEvent(QPaintEvent *event)
 {
-    QFrame::paintEvent(event);
+    // The label would draw the text in one line, and cut it.
+    QFrame::paintEvent(event); // NOLINT(bugprone-parent-virtual-call)
     QPainter painter(this);
     painter.setPen(palette().color(foregroundRole()));
     painter.drawText(QRectF(contentsRect().adjusted(margin(), margin(), -margin(), -margin())), text(),
