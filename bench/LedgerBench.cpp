@@ -2,6 +2,8 @@
 // handing over the same rows from a table that holds nothing else; the floor of an answer is reading.
 #include "bench/support/Paired.h"
 #include "trademodule/bus/TradeAnswers.h"
+#include "trademodule/ledger/AccountHistory.h"
+#include "trademodule/results/SecurityReckoning.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -75,7 +77,40 @@ public:
         benchmark::DoNotOptimize(row.value(1));
     }
 
+    /// The floor of results: what they are reckoned from, in order, and nothing reckoned.
+    void readAllAlone()
+    {
+        QSqlQuery rows =
+            m_raw.run(QStringLiteral("SELECT side, trade_date, trade_time, price, quantity, amount, fee "
+                                     "FROM execution ORDER BY security_id, trade_date, trade_time, id"));
+        while (rows.next()) {
+            for (int column = 0; column < 7; ++column) {
+                benchmark::DoNotOptimize(rows.value(column));
+            }
+        }
+    }
+
+    /// The profit of everything.
+    Money reckonAll(CostMethod method)
+    {
+        Profit profit;
+        AccountHistory history(m_ledger.database());
+        for (const KnownSecurity &security : history.securities()) {
+            SecurityReckoning reckoning(method, &profit);
+            history.visit(security, [&reckoning](const AccountEvent &event) { reckoning.add(event); });
+            reckoning.finish();
+        }
+        return profit.sum.profit;
+    }
+
 private:
+    struct Profit : ResultsVisitor
+    {
+        void book(TradingDate /*day*/, const Figures &figures) override { sum += figures; }
+
+        Figures sum;
+    };
+
     QString location() const { return m_directory.filePath(QStringLiteral("account.db")); }
 
     void fill()
@@ -87,7 +122,7 @@ private:
                  "WITH RECURSIVE n (i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 999999) "
                  "INSERT INTO execution (security_id, side, trade_date, trade_time, price, quantity, amount, "
                  "fee, "
-                 "order_no, deal_no) SELECT i % 100 + 1, 'B', "
+                 "order_no, deal_no) SELECT i % 100 + 1, CASE i / 100 % 2 WHEN 0 THEN 'B' ELSE 'S' END, "
                  "20150101 + i / 100000 * 10000 + i % 1200 / 100 * 100 + i % 28, 10000000 + i % 1000, "
                  "100000, 100, "
                  "10000000, 50000, i, i FROM n",
@@ -146,9 +181,22 @@ void costAnswer(benchmark::State &state)
                       [&] { benchmark::DoNotOptimize(full.answers().answer(cost)); });
 }
 
+void results(benchmark::State &state)
+{
+    FullLedger &full = FullLedger::instance();
+    const auto method = static_cast<CostMethod>(state.range(0));
+    state.SetLabel(wordOf(method).toStdString());
+    Paired(state).run([&] { full.readAllAlone(); },
+                      [&] { benchmark::DoNotOptimize(full.reckonAll(method)); });
+}
+
 BENCHMARK(yearOfASecurity)->Name("rows of a year of a security, 1,000 of 1,000,000")->UseManualTime();
 BENCHMARK(historyAnswer)->Name("HistoryTrade of that year, from question to text")->UseManualTime();
 BENCHMARK(costAnswer)->Name("HolderCostPrice")->UseManualTime();
+BENCHMARK(results)
+    ->Name("results of 1,000,000")
+    ->DenseRange(static_cast<int>(CostMethod::Average), static_cast<int>(CostMethod::Fifo))
+    ->UseManualTime();
 
 } // namespace
 

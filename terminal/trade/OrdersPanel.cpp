@@ -137,8 +137,11 @@ QString OrdersPanel::accountCaption(bool hasReplayed) const
         return tr("Positions");
     }
     const auto money = [this](double yuan) { return shownAmount(amountText(yuan), m_hidesAmounts); };
-    const QString caption =
+    QString caption =
         tr("Positions · cash %1, available %2").arg(money(m_account->cash), money(m_account->available));
+    if (!m_account->costMethod.isEmpty()) {
+        caption = tr("%1 · cost: %2").arg(caption, plainText(costMethodText(m_account->costMethod)));
+    }
     return hasReplayed ? tr("%1 · at the replayed quote").arg(caption) : caption;
 }
 

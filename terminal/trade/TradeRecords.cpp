@@ -81,6 +81,24 @@ QString sideText(Direction side)
                                   : QCoreApplication::translate("TradeRecords", "Sell");
 }
 
+QString costMethodText(const QString &word)
+{
+    struct MethodName
+    {
+        const char *word;
+        const char *name;
+    };
+    static constexpr MethodName names[] = {
+        {Trading::CostWords::AVERAGE, QT_TRANSLATE_NOOP("TradeRecords", "moving average")},
+        {Trading::CostWords::DILUTED, QT_TRANSLATE_NOOP("TradeRecords", "diluted")},
+        {Trading::CostWords::FIFO, QT_TRANSLATE_NOOP("TradeRecords", "first in, first out")},
+    };
+    const auto *const known =
+        std::find_if(std::begin(names), std::end(names),
+                     [&word](const MethodName &row) { return word == QLatin1String(row.word); });
+    return known == std::end(names) ? word : QCoreApplication::translate("TradeRecords", known->name);
+}
+
 QString statusText(const OrderRecord &order)
 {
     const char *const known = OrderStatus::getOrderStatusTxt(order.status);
@@ -112,6 +130,7 @@ Account readAccount(const QJsonObject &answer)
     Account account;
     account.cash = amountOf(data, Trading::AccountFields::CASH);
     account.available = amountOf(data, Trading::AccountFields::AVAILABLE);
+    account.costMethod = textOf(answer, Trading::CostFields::COSTMETHOD);
     const QJsonArray rows = data.value(QLatin1String(Trading::AccountFields::POSITIONS)).toArray();
     std::transform(rows.begin(), rows.end(), std::back_inserter(account.positions),
                    [](const QJsonValue &row) { return readPosition(row.toObject()); });

@@ -69,6 +69,7 @@ struct Account
     double cash = 0;
     double available = 0; ///< of the cash, what no waiting order has claimed
     std::vector<Position> positions;
+    QString costMethod{}; ///< how costs are reckoned, the module's word; empty when it does not say
 
     /// What is held of a security; null when nothing is.
     const Position *find(const Security &security) const;
@@ -76,6 +77,9 @@ struct Account
 
 /// The user's word for a side, translated.
 QString sideText(Direction side);
+
+/// How costs are reckoned, translated; a word that is not known is itself.
+QString costMethodText(const QString &word);
 
 /// The vocabulary's text of the order's status; the code itself when the vocabulary does not know it.
 QString statusText(const OrderRecord &order);

@@ -9,11 +9,6 @@ namespace TradeModule {
 
 namespace {
 
-bool isIn(DateRange days, TradingDate day)
-{
-    return days.first <= day && day <= days.last;
-}
-
 /// Empty where nothing was paid, so that there is nothing to compare with.
 QString percentText(Money profit, Money cost)
 {
@@ -97,11 +92,28 @@ private:
     RowStream m_stream;
 };
 
-class SaleTable : public ResultTable
+/// Knows which security it is at, and which days count.
+class DaysTable : public ResultTable
+{
+public:
+    explicit DaysTable(DateRange days) : m_days(days) {}
+
+    void begin(const KnownSecurity &security) override { m_security = security; }
+
+protected:
+    bool counts(TradingDate day) const { return m_days.first <= day && day <= m_days.last; }
+    QStringList securityCells() const { return cells(m_security); }
+
+private:
+    const DateRange m_days;
+    KnownSecurity m_security{};
+};
+
+class SaleTable : public DaysTable
 {
 public:
     explicit SaleTable(const ResultOptions &options)
-        : m_days(options.days),
+        : DaysTable(options.days),
           m_rows(options, Columns{QT_TR_NOOP("date"), QT_TR_NOOP("time")} + securityColumns() +
                               Columns{QT_TR_NOOP("price"), QT_TR_NOOP("quantity"), QT_TR_NOOP("amount"),
                                       QT_TR_NOOP("fee"), QT_TR_NOOP("soldcost"), QT_TR_NOOP("profit"),
@@ -109,14 +121,12 @@ public:
     {
     }
 
-    void begin(const KnownSecurity &security) override { m_security = security; }
-
     void visitSale(const Sale &sale) override
     {
-        if (!isIn(m_days, sale.date)) {
+        if (!counts(sale.date)) {
             return;
         }
-        m_rows.add(QStringList{sale.date.dashedText(), sale.time.colonText()} + cells(m_security) +
+        m_rows.add(QStringList{sale.date.dashedText(), sale.time.colonText()} + securityCells() +
                    QStringList{sale.price.text(), QString::number(sale.quantity), sale.amount.text(),
                                sale.fee.text(), sale.cost.text(), sale.profit.text(),
                                percentText(sale.profit, sale.cost)});
@@ -124,7 +134,7 @@ public:
 
     void book(TradingDate day, const Figures &figures) override
     {
-        if (figures.sales > 0 && isIn(m_days, day)) {
+        if (figures.sales > 0 && counts(day)) {
             m_sum += figures;
         }
     }
@@ -137,18 +147,16 @@ public:
     }
 
 private:
-    const DateRange m_days;
     ResultRows m_rows;
-    KnownSecurity m_security{};
     Figures m_sum;
 };
 
 /// A trip is listed by the day that it was over, the open ones always; with all its figures.
-class TripTable : public ResultTable
+class TripTable : public DaysTable
 {
 public:
     explicit TripTable(const ResultOptions &options)
-        : m_days(options.days),
+        : DaysTable(options.days),
           m_rows(options, securityColumns() +
                               Columns{QT_TR_NOOP("opened"), QT_TR_NOOP("closed"), QT_TR_NOOP("sharesin"),
                                       QT_TR_NOOP("sharesout")} +
@@ -156,15 +164,13 @@ public:
     {
     }
 
-    void begin(const KnownSecurity &security) override { m_security = security; }
-
     void visitTrip(const Trip &trip) override
     {
-        if (trip.closed && !isIn(m_days, *trip.closed)) {
+        if (trip.closed && !counts(*trip.closed)) {
             return;
         }
         m_sum += trip.figures;
-        m_rows.add(cells(m_security) +
+        m_rows.add(securityCells() +
                    QStringList{trip.opened.dashedText(), dayText(trip.closed),
                                QString::number(trip.quantityIn), QString::number(trip.quantityOut)} +
                    cells(trip.figures));
@@ -175,17 +181,15 @@ public:
 private:
     static constexpr int figureColumn = 7;
 
-    const DateRange m_days;
     ResultRows m_rows;
-    KnownSecurity m_security{};
     Figures m_sum;
 };
 
-class SecurityTable : public ResultTable
+class SecurityTable : public DaysTable
 {
 public:
     explicit SecurityTable(const ResultOptions &options)
-        : m_days(options.days),
+        : DaysTable(options.days),
           m_rows(options, securityColumns() + figureColumns() +
                               Columns{QT_TR_NOOP("held"), QT_TR_NOOP("heldcost"), QT_TR_NOOP("costprice")})
     {
@@ -193,14 +197,14 @@ public:
 
     void begin(const KnownSecurity &security) override
     {
-        m_security = security;
+        DaysTable::begin(security);
         m_figures = Figures();
         m_hasFigures = false;
     }
 
     void book(TradingDate day, const Figures &figures) override
     {
-        if (isIn(m_days, day)) {
+        if (counts(day)) {
             m_figures += figures;
             m_hasFigures = true;
         }
@@ -212,7 +216,7 @@ public:
             return;
         }
         m_sum += m_figures;
-        m_rows.add(cells(m_security) + cells(m_figures) + held(shares));
+        m_rows.add(securityCells() + cells(m_figures) + held(shares));
     }
 
     void finish() override { m_rows.finish(figureColumn, cells(m_sum)); }
@@ -227,21 +231,19 @@ private:
                 price ? QString::number(*price, 'f', 3) : QString()};
     }
 
-    const DateRange m_days;
     ResultRows m_rows;
-    KnownSecurity m_security{};
     Figures m_figures;
     bool m_hasFigures = false;
     Figures m_sum;
 };
 
 /// Sums of months or years.
-class PeriodTable : public ResultTable
+class PeriodTable : public DaysTable
 {
 public:
     /// `name` heads the column of periods. A period's text is the first `letters` of its days'.
     PeriodTable(const ResultOptions &options, const char *name, int letters)
-        : m_days(options.days),
+        : DaysTable(options.days),
           m_letters(letters),
           m_rows(options, Columns{name} + figureColumns())
     {
@@ -250,7 +252,7 @@ public:
     void book(TradingDate day, const Figures &figures) override
     {
         constexpr int daysOfMonth = 100; // in yyyymmdd
-        if (isIn(m_days, day)) {
+        if (counts(day)) {
             m_months.try_emplace(day.number() / daysOfMonth, Period{day, {}}).first->second.figures +=
                 figures;
         }
@@ -277,7 +279,6 @@ private:
         Figures figures;
     };
 
-    const DateRange m_days;
     const int m_letters;
     ResultRows m_rows;
     std::map<int, Period> m_months;

@@ -169,7 +169,8 @@ void StatementBooking::updateHolding(const SecurityId &security, const Told &tol
 {
     HoldingTable holdings(m_database);
     Holding holding(holdings.method());
-    if (told.isNew) { // nothing to read: what was told is all there is
+    // nothing to read: what was told is all there is, but for dividends that were told before
+    if (told.isNew && holding.method() != CostMethod::Diluted) {
         for (const Execution *const entry : added) {
             holding.add(*entry);
         }

@@ -751,6 +751,10 @@
         <translation>%1 · 交易模块没有应答</translation>
     </message>
     <message>
+        <source>%1 · cost: %2</source>
+        <translation>%1 · 成本：%2</translation>
+    </message>
+    <message>
         <source>%1 · at the replayed quote</source>
         <translation>%1 · 按回放行情计价</translation>
     </message>
@@ -961,6 +965,18 @@
 </context>
 <context>
     <name>TradeRecords</name>
+    <message>
+        <source>moving average</source>
+        <translation>移动平均</translation>
+    </message>
+    <message>
+        <source>diluted</source>
+        <translation>摊薄</translation>
+    </message>
+    <message>
+        <source>first in, first out</source>
+        <translation>先进先出</translation>
+    </message>
     <message>
         <source>Buy</source>
         <translation>买入</translation>

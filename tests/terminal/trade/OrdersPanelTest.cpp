@@ -124,6 +124,29 @@ TEST_F(OrdersPanelTest, CutsNoColumnInAnOrdinaryWindow)
     EXPECT_EQ(cutColumns(positions()), QStringList());
 }
 
+TEST_F(OrdersPanelTest, NamesTheWayInWhichCostsAreReckoned)
+{
+    Account account = holding(18500);
+    account.costMethod = QStringLiteral("diluted");
+    m_panel.setAccount(account);
+    EXPECT_THAT(captions(), ::testing::HasSubstr("available 186,968.67 · cost: diluted"));
+
+    account.costMethod = QStringLiteral("a\nnew one");
+    m_panel.setAccount(account);
+    EXPECT_THAT(captions(), ::testing::Not(::testing::HasSubstr("\n")));
+}
+
+TEST_F(OrdersPanelTest, CutsNoColumnForTheNameOfTheWay)
+{
+    Account account = holding(18500);
+    account.costMethod = QStringLiteral("fifo");
+    m_panel.setOrders({order(12000)}, std::nullopt);
+    m_panel.setAccount(account);
+    show(besideTheTicket);
+    EXPECT_EQ(cutColumns(table("ordersView")), QStringList());
+    EXPECT_EQ(cutColumns(positions()), QStringList());
+}
+
 TEST_F(OrdersPanelTest, MakesRoomForFiguresThatGrow)
 {
     show(besideTheTicket);

@@ -33,5 +33,19 @@ TEST(TradeRecords, LetNoOrderWithoutADayBeCancelled)
     EXPECT_FALSE(isCancellable(order));
 }
 
+TEST(TradeRecords, TellHowCostsAreReckonedWhereTheModuleSaysIt)
+{
+    EXPECT_EQ(readAccount({}).costMethod, QString());
+    EXPECT_EQ(readAccount({{QStringLiteral("costmethod"), QStringLiteral("fifo")}}).costMethod,
+              QStringLiteral("fifo"));
+}
+
+TEST(TradeRecords, NameTheWaysToReckonCosts)
+{
+    EXPECT_EQ(costMethodText(QStringLiteral("average")), QStringLiteral("moving average"));
+    EXPECT_EQ(costMethodText(QStringLiteral("fifo")), QStringLiteral("first in, first out"));
+    EXPECT_EQ(costMethodText(QStringLiteral("another")), QStringLiteral("another"));
+}
+
 } // namespace
 } // namespace Terminal

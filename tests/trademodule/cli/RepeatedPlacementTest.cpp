@@ -69,7 +69,7 @@ public:
                 }
                 return m_answered >= answered;
             },
-            60000);
+            std::chrono::minutes(1));
     }
 
     void hear()

@@ -101,6 +101,18 @@ TEST_F(LedgerCostMethod, LowersTheDilutedCostByDividendsOfAStatement)
     EXPECT_DOUBLE_EQ(costPrice(bank()), 11.15);
 }
 
+TEST_F(LedgerCostMethod, LowersTheDilutedCostByDividendsThatWereToldBeforeTheTrades)
+{
+    ledger().setCostMethod(CostMethod::Diluted);
+    Statement statement = statementOf({});
+    statement.money = {moneyOf("dividends", 40, 20240110)};
+    ledger().book(statement, Ledger::Mode::Keep);
+
+    book(twoBuysAndASale());
+
+    EXPECT_DOUBLE_EQ(costPrice(bank()), 10.75); // (2210 - 1095 - 40) / 100
+}
+
 TEST_F(LedgerCostMethod, LeavesTheAverageAsItIsWhateverIsPaidOut)
 {
     book(twoBuysAndASale());
