@@ -116,7 +116,7 @@ TEST_F(StateStripTest, SpeakTheLanguageOfTheWindow)
 TEST_F(StateStripTest, SayWhyThereIsNoTradingModule)
 {
     open({});
-    m_window->setModuleState({ModuleState::Failed, QStringLiteral("the ledger is corrupt")});
+    m_window->noteFailure(QStringLiteral("the ledger is corrupt"));
     EXPECT_THAT(texts(), ElementsAre(QStringLiteral("Trading module: does not run")));
     EXPECT_EQ(state("module")->toolTip(), QStringLiteral("the ledger is corrupt"));
 }
@@ -149,12 +149,15 @@ TEST_P(StateStripOfAModule, IsShort)
     EXPECT_EQ(moduleStateText({GetParam().first}), QLatin1String(GetParam().second));
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, StateStripOfAModule,
-                         ::testing::Values(std::pair(ModuleState::Awaited, "Trading module: waiting for it"),
-                                           std::pair(ModuleState::Absent, "Trading module: none answers"),
-                                           std::pair(ModuleState::Answering, "Trading module: answers"),
-                                           std::pair(ModuleState::ReadOnly,
-                                                     "Trading module: answers, takes no orders")));
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, StateStripOfAModule,
+    ::testing::Values(std::pair(ModuleState::Awaited, "Trading module: waiting for it"),
+                      std::pair(ModuleState::NoBus, "Trading module: no bus"),
+                      std::pair(ModuleState::Absent, "Trading module: none answers"),
+                      std::pair(ModuleState::Refusing, "Trading module: refuses"),
+                      std::pair(ModuleState::Silent, "Trading module: does not answer any more"),
+                      std::pair(ModuleState::Answering, "Trading module: answers"),
+                      std::pair(ModuleState::ReadOnly, "Trading module: answers, takes no orders")));
 
 } // namespace
 } // namespace Terminal
