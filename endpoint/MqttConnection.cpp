@@ -32,7 +32,10 @@ constexpr auto longestStall = 100ms;
 constexpr auto longestFarewell = 2s;
 
 constexpr int atMostOnce = 0;
-constexpr int atLeastOnce = 1;     // the one that has a receipt
+constexpr int atLeastOnce = 1; // the one that has a receipt
+/// Brokers elsewhere limit the size of a packet.
+constexpr int largestSubscription = 16 << 10;
+
 constexpr int firstRefusal = 0x80; // of MQTT 5's reason codes
 
 int qualityOf(const BusMessage &message)
@@ -306,7 +309,7 @@ MqttConnection::Opened MqttConnection::open(const QByteArray &host)
                                                      static_cast<int>(noKeepAlive.count()), nullptr, nullptr)
                          : mosquitto_connect_async(m_handle.get(), host.constData(), m_address.port,
                                                    static_cast<int>(tcpKeepAlive.count()));
-    if (isLocal() && code == MOSQ_ERR_ERRNO && errno == EAGAIN) {
+    if (isLocal() && code == MOSQ_ERR_ERRNO && Platform::isCrowded(errno)) {
         return Opened::Busy;
     }
     if (!succeeded(code)) {
@@ -372,6 +375,24 @@ bool MqttConnection::keepAlive()
 }
 
 bool MqttConnection::subscribe(const QVector<QByteArray> &paths)
+{
+    QVector<QByteArray> packet;
+    int bytes = 0;
+    for (const QByteArray &path : paths) {
+        if (bytes + path.size() > largestSubscription && !packet.isEmpty()) {
+            if (!subscribeAtOnce(packet)) {
+                return false;
+            }
+            packet.clear();
+            bytes = 0;
+        }
+        packet.append(path);
+        bytes += path.size();
+    }
+    return subscribeAtOnce(packet);
+}
+
+bool MqttConnection::subscribeAtOnce(const QVector<QByteArray> &paths)
 {
     std::vector<char *> filters;
     for (const QByteArray &path : paths) {

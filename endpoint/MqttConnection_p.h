@@ -50,7 +50,7 @@ public:
     bool write();
     bool keepAlive();
 
-    /// One packet for the whole list. False as for publish().
+    /// One packet for the whole list unless that is very long. False as for publish().
     bool subscribe(const QVector<QByteArray> &paths);
 
     /// False when the library refused, or found the connection lost: descriptor() is -1 then. error() tells
@@ -88,6 +88,7 @@ private:
     QString configure(const std::optional<BusMessage> &will);
     int configureTls();
     bool hasReachedBroker();
+    bool subscribeAtOnce(const QVector<QByteArray> &paths);
     bool succeeded(int code);
     bool isAliveAfter(int code);
 

@@ -25,8 +25,6 @@ namespace {
 
 constexpr Retry::Pace pace{50ms, 2s, 2};
 
-/// How often a broker that has too many callers at once is tried before it counts as one that hangs.
-constexpr int mostTriesInCrowd = 500;
 constexpr auto timeInCrowd = 1ms;
 
 /// A broker that hangs takes connections but never answers.
@@ -237,7 +235,7 @@ bool MqttSession::isTrustedBroker() const
 /// The connection stays: so many callers at once need its handle again in a moment.
 void MqttSession::waitForRoom()
 {
-    if (++m_triesInCrowd > mostTriesInCrowd) {
+    if (++m_triesInCrowd > Platform::mostTriesInCrowd) {
         loseConnection(QStringLiteral("the broker does not accept connections"));
     } else {
         enter(State::Crowded);
@@ -282,7 +280,7 @@ void MqttSession::reportUnsent() const
 void MqttSession::subscribe(const QVector<QByteArray> &paths)
 {
     m_subscriptions += paths;
-    if (isConnected() && !isHolding()) {
+    if (isConnected() && !isHolding() && !paths.isEmpty()) {
         subscribeNow(paths);
     }
 }

@@ -5,6 +5,7 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/ioctl.h>
@@ -108,6 +109,13 @@ void closeDescriptorsBut(int kept)
 
 #ifdef Q_OS_LINUX
 
+const int mostTriesInCrowd = 500;
+
+bool isCrowded(int error)
+{
+    return error == EAGAIN;
+}
+
 /// Without the variable Qt would take a directory in /tmp, and whoever makes that one first keeps its user
 /// off the bus.
 QString runtimeDirectory()
@@ -140,6 +148,14 @@ void endWithParent(pid_t parent)
 }
 
 #else
+
+const int mostTriesInCrowd = 20; // the same error tells that nobody listens
+
+/// A queue of callers that is full refuses, as a socket without anybody behind it does.
+bool isCrowded(int error)
+{
+    return error == EAGAIN || error == ECONNREFUSED;
+}
 
 QString runtimeDirectory()
 {

@@ -14,6 +14,12 @@ QString runtimeDirectory();
 /// Empty, or why a Unix socket cannot have this path: the system's limit is about 100 bytes.
 QString socketPathProblem(const QString &path);
 
+/// True when a connection to a local socket failed because too many callers wait there at this instant.
+bool isCrowded(int error);
+
+/// How often to try again then, once in a millisecond, before the broker counts as one that hangs.
+extern const int mostTriesInCrowd;
+
 /// Who runs the process at the other end of a connected Unix socket.
 std::optional<uid_t> peerUser(int descriptor);
 

@@ -35,22 +35,6 @@ DayPlan planOf(const TerminalOptions &options)
     return plan;
 }
 
-ModuleState moduleStateAt(TradingSession::Stage stage)
-{
-    switch (stage) {
-    case TradingSession::Stage::Apart:
-        return {ModuleState::Unasked};
-    case TradingSession::Stage::Awaiting:
-        return {ModuleState::Awaited};
-    case TradingSession::Stage::Alone:
-        return {ModuleState::Absent};
-    case TradingSession::Stage::Informing:
-    case TradingSession::Stage::Trading:
-        return {ModuleState::Answering};
-    }
-    return {};
-}
-
 } // namespace
 
 TerminalProgram::TerminalProgram(const TerminalOptions &options, const QString &busAddress)
@@ -165,11 +149,7 @@ void TerminalProgram::wireServices()
             m_session->join();
         }
     });
-    connect(m_services.get(), &TradeServices::failed, this, [this](const QString &reason) {
-        m_window->setModuleState({ModuleState::Failed, reason});
-    });
-    connect(m_session.get(), &TradingSession::stageChanged, this,
-            [this](TradingSession::Stage stage) { m_window->setModuleState(moduleStateAt(stage)); });
+    connect(m_services.get(), &TradeServices::failed, m_window.get(), &MainWindow::noteFailure);
 }
 
 /// A picture of bars alone asks nobody. The orders of a replay are placed without overlays, too, and its

@@ -1,5 +1,6 @@
 #include "trading/DecodedText.h"
 
+#include <QBuffer>
 #include <QList>
 #include <QTextCodec>
 
@@ -7,35 +8,55 @@ namespace Trading {
 
 namespace {
 
-std::optional<QString> decodedBy(const char *codecName, const QByteArray &bytes)
+bool isUtf16(const QByteArray &start)
 {
-    const QTextCodec *codec = QTextCodec::codecForName(codecName);
-    if (codec == nullptr) {
-        return std::nullopt;
-    }
-    QTextCodec::ConverterState state;
-    const QString text = codec->toUnicode(bytes.constData(), bytes.size(), &state);
-    return state.invalidChars == 0 && state.remainingChars == 0 ? std::optional(text) : std::nullopt;
+    return start.startsWith("\xFF\xFE") || start.startsWith("\xFE\xFF");
 }
 
-bool isUtf16(const QByteArray &bytes)
+/// True when the encoding has a character for all of the bytes, and none is a null.
+bool reads(QIODevice *device, const QTextCodec &codec)
 {
-    return bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
+    constexpr int pieceSize = 1 << 16;
+    device->seek(0);
+    QTextCodec::ConverterState state;
+    while (!device->atEnd()) {
+        const QByteArray piece = device->read(pieceSize);
+        const QString text = codec.toUnicode(piece.constData(), piece.size(), &state);
+        if (piece.isEmpty() || state.invalidChars > 0 || text.contains(QChar(QChar::Null))) {
+            return false;
+        }
+    }
+    return state.remainingChars == 0;
 }
 
 } // namespace
 
-std::optional<QString> decodedText(const QByteArray &bytes)
+QTextCodec *encodingOf(QIODevice *device)
 {
+    const QByteArray start = device->peek(2);
     const QList<const char *> encodings =
-        isUtf16(bytes) ? QList<const char *>{"UTF-16"} : QList<const char *>{"UTF-8", "GB18030"};
+        isUtf16(start) ? QList<const char *>{"UTF-16"} : QList<const char *>{"UTF-8", "GB18030"};
     for (const char *encoding : encodings) {
-        std::optional<QString> text = decodedBy(encoding, bytes);
-        if (text && !text->contains(QChar(QChar::Null))) {
-            return text->startsWith(QChar(QChar::ByteOrderMark)) ? text->mid(1) : text;
+        QTextCodec *const codec = QTextCodec::codecForName(encoding);
+        if (codec != nullptr && reads(device, *codec)) {
+            device->seek(0);
+            return codec;
         }
     }
-    return std::nullopt;
+    return nullptr;
+}
+
+std::optional<QString> decodedText(const QByteArray &bytes)
+{
+    QBuffer device;
+    device.setData(bytes);
+    device.open(QIODevice::ReadOnly);
+    const QTextCodec *const codec = encodingOf(&device);
+    if (codec == nullptr) {
+        return std::nullopt;
+    }
+    const QString text = codec->toUnicode(bytes);
+    return text.startsWith(QChar(QChar::ByteOrderMark)) ? text.mid(1) : text;
 }
 
 } // namespace Trading

@@ -11,6 +11,7 @@ debian_build=(
     build-essential cmake ninja-build pkg-config
     qtbase5-dev qttools5-dev qttools5-dev-tools libqwt-qt5-dev libqt5sql5-sqlite libqt5sql5-psql
     libmosquitto-dev mosquitto
+    libzip-dev
     fonts-noto-cjk
 )
 debian_test=(
@@ -19,7 +20,7 @@ debian_test=(
     xvfb xauth xdotool x11-utils faketime util-linux
     clang-format clang-tidy abigail-tools doxygen reuse git
 )
-homebrew_build=(cmake ninja pkg-config qt@5 qwt-qt5 mosquitto)
+homebrew_build=(cmake ninja pkg-config qt@5 qwt-qt5 mosquitto libzip)
 homebrew_test=(python3 googletest google-benchmark postgresql@15 libfaketime clang-format doxygen reuse)
 
 as_root() {

@@ -171,6 +171,7 @@ void MainWindow::wireSession()
     connect(m_session, &TradingSession::overlaysDue, this, &MainWindow::bringOverlays);
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
     connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
+    connect(m_session, &TradingSession::stageChanged, this, &MainWindow::showStates);
     connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
 }
 
@@ -253,6 +254,10 @@ void MainWindow::takeModule()
 {
     m_trade->setReadOnly(m_session->module()->state() == ModuleWatch::State::ReadOnly);
     showTitle();
+    if (m_session->module()->isAnswering()) {
+        m_failure.clear();
+    }
+    showStates();
 }
 
 /// The ledger as a user knows it: the window's own, which our trading module serves and deals on paper, or
@@ -342,10 +347,24 @@ void MainWindow::takeShownChart()
     m_states.setChart(m_chart->data());
 }
 
-void MainWindow::setModuleState(const ModuleState &module)
+void MainWindow::noteFailure(const QString &reason)
 {
-    m_module = module;
+    m_failure = reason;
     showStates();
+}
+
+ModuleState MainWindow::moduleState() const
+{
+    const TradingSession::Stage stage = m_session->stage();
+    const ModuleState found = moduleStateOf(*m_session->module());
+    if (!m_failure.isEmpty()) {
+        return {ModuleState::Failed, m_failure};
+    }
+    if (stage == TradingSession::Stage::Apart) {
+        return {ModuleState::Unasked};
+    }
+    const bool isEarly = stage == TradingSession::Stage::Awaiting && found.kind != ModuleState::Refusing;
+    return isEarly && found.isTrouble() ? ModuleState{ModuleState::Awaited} : found;
 }
 
 void MainWindow::showStates()
@@ -358,7 +377,7 @@ void MainWindow::showStates()
             m_bar->describeOverlay(kind, {});
         }
     }
-    m_strip->showModule(m_module);
+    m_strip->showModule(moduleState());
 }
 
 void MainWindow::showState(const OverlayKind &kind)

@@ -66,8 +66,8 @@ public:
     /// What the overlays of the window hear; to be started when there is a bus.
     ScreenAnswers *answers() { return &m_answers; }
 
-    /// Tells how things stand with the trading module.
-    void setModuleState(const ModuleState &module);
+    /// Why the trading module, or the bus, could not be started; until a module answers.
+    void noteFailure(const QString &reason);
 
     /// Null before overlays are started.
     OverlayHost *overlays() const { return m_overlays.get(); }
@@ -105,6 +105,7 @@ private:
     void takeNews(const SharedNews &news);
     void toggleOverlay(const OverlayKind &kind, bool shown);
     void takeShownChart();
+    ModuleState moduleState() const;
     void showStates();
     void showState(const OverlayKind &kind);
     void tellWrong(const QStringList &faults);
@@ -117,7 +118,7 @@ private:
     InterfaceLanguage m_language;
     ScreenAnswers m_answers;
     OverlayStates m_states;
-    ModuleState m_module;
+    QString m_failure; ///< see noteFailure()
     QTimer m_statesSoon;
     QString m_loadError;
     ChartView *m_chart;

@@ -1,6 +1,11 @@
 #include "terminal/ui/MessageBar.h"
 
 #include <QAccessible>
+#include <QPainter>
+#include <QPixmap>
+#include <QTextOption>
+
+#include <algorithm>
 
 #include <chrono>
 
@@ -10,6 +15,16 @@ namespace {
 
 constexpr std::chrono::milliseconds shownFor = std::chrono::seconds(8);
 constexpr int topMargin = 14;
+constexpr int sideMargin = 24;
+constexpr int leastWidth = 200;
+
+/// A path has no blank to break at, and its end is what matters.
+QTextOption wrapping()
+{
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    return option;
+}
 
 } // namespace
 
@@ -28,13 +43,36 @@ void MessageBar::showMessage(const QString &text)
 {
     setText(text);
     setAccessibleName(text);
-    adjustSize();
+    resize(neededSize());
     move((parentWidget()->width() - width()) / 2, topMargin);
     raise();
     show();
     m_timer.start(shownFor);
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
+}
+
+/// All of the text, in as many lines as it takes beside the margins of the parent.
+QSize MessageBar::neededSize()
+{
+    ensurePolished();
+    const int around = 2 * margin() + 2 * frameWidth();
+    const int widest = std::max(leastWidth, parentWidget()->width() - 2 * sideMargin - around);
+    QPixmap nothing(1, 1);
+    QPainter painter(&nothing);
+    painter.setFont(font());
+    const QRectF box =
+        painter.boundingRect(QRectF(0, 0, widest, parentWidget()->height()), text(), wrapping());
+    return box.toAlignedRect().size() + QSize(around + 2, around);
+}
+
+void MessageBar::paintEvent(QPaintEvent *event)
+{
+    QFrame::paintEvent(event);
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    painter.drawText(QRectF(contentsRect().adjusted(margin(), margin(), -margin(), -margin())), text(),
+                     wrapping());
 }
 
 void MessageBar::mousePressEvent(QMouseEvent * /*event*/)

@@ -5,8 +5,8 @@
 
 namespace Terminal {
 
-/// A message at the top of its parent widget that goes away by itself or when clicked. It never takes
-/// the focus.
+/// A message at the top of its parent widget that goes away by itself or when clicked. A long one has several
+/// lines. It never takes the focus.
 class MessageBar : public QLabel
 {
     Q_OBJECT
@@ -17,9 +17,12 @@ public:
     void showMessage(const QString &text);
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
 
 private:
+    QSize neededSize();
+
     QTimer m_timer;
 };
 

@@ -4,22 +4,30 @@
 
 namespace Terminal {
 
+class ModuleWatch;
+
 /// How things stand with the trading module, as the window tells it.
 struct ModuleState
 {
     enum Kind {
         Unasked,   ///< nobody asks for one
         Awaited,   ///< asked for, and not heard yet
-        Absent,    ///< none answers
+        NoBus,     ///< there is no bus to ask on
+        Absent,    ///< none is there
         Answering, ///< one answers
         ReadOnly,  ///< one answers, and takes no orders
-        Failed,    ///< the terminal's own could not start or has ended
+        Refusing,  ///< one is there and refuses what it is asked
+        Silent,    ///< one is there and does not answer any more
+        Failed,    ///< the terminal's own could not start, or has ended
     };
     Kind kind = Unasked;
-    QString reason{}; ///< why, in a sentence with what to do; may be empty
+    QString reason{}; ///< which one it is, or why things stand so; may be empty
 
-    bool isTrouble() const { return kind == Absent || kind == ReadOnly || kind == Failed; }
+    bool isTrouble() const { return kind != Unasked && kind != Awaited && kind != Answering; }
 };
+
+/// What a watch finds.
+ModuleState moduleStateOf(const ModuleWatch &watch);
 
 /// In a few words, for the user.
 QString moduleStateText(const ModuleState &module);

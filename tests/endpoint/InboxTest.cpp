@@ -11,8 +11,6 @@
 #include <chrono>
 #include <memory>
 
-using namespace std::chrono_literals;
-
 using LocalCommunication::BusMessage;
 using LocalCommunication::Inbox;
 using ::testing::ElementsAre;

@@ -64,3 +64,9 @@ TEST(Platform, LetsTheEndOfAProgramBeSeenThoughAHelperLivesOnBesideIt)
 
     EXPECT_TRUE(program.waitForFinished(5000));
 }
+
+TEST(Platform, KnowsACrowdByItsError)
+{
+    EXPECT_TRUE(Platform::isCrowded(EAGAIN));
+    EXPECT_FALSE(Platform::isCrowded(ENOENT));
+}

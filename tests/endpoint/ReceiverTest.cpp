@@ -3,6 +3,9 @@
 #include "tests/endpoint/TwoMembers.h"
 
 #include <QPointer>
+#include <QThread>
+
+#include <atomic>
 
 using LocalCommunication::EndPoint;
 
@@ -86,4 +89,27 @@ TEST_F(Receiver, GoesOnInsideTheEventLoopThatAReceiverRuns)
     ASSERT_EQ(sender.request("question", "?"), "answer to ?");
 
     ASSERT_TRUE(receiver.waitForMessages(count));
+}
+
+TEST_F(Receiver, GoesOnInTheThreadThatItIsMovedTo)
+{
+    auto *mover = new RecordingEndPoint;
+    ASSERT_TRUE(mover->join(broker.address()));
+    ASSERT_TRUE(mover->listen("c", "t"));
+    QThread thread;
+    std::atomic_bool isReceivedThere{false};
+    QObject::connect(
+        mover, &EndPoint::messageReceived, mover,
+        [&] { isReceivedThere = QThread::currentThread() == &thread; }, Qt::DirectConnection);
+    QObject::connect(&thread, &QThread::finished, mover, &QObject::deleteLater);
+    mover->moveToThread(&thread);
+    thread.start();
+
+    EXPECT_TRUE(waitUntil([&] {
+        sender.sendMessage("c", "t", "p");
+        return isReceivedThere.load();
+    }));
+
+    thread.quit();
+    thread.wait();
 }

@@ -61,3 +61,25 @@ TEST_F(Subscription, KeepsSubscriptionsOverLeavingAndJoiningAgain)
 
     EXPECT_TRUE(receiver.waitForMessages(1));
 }
+
+TEST_F(Subscription, OfManyTopicsFitsABrokerThatTakesSmallPacketsOnly)
+{
+    TestBroker strict(TestBroker::Begin::NotStarted);
+    strict.setConfiguration(
+        {QStringLiteral("allow_anonymous true"), QStringLiteral("max_packet_size 30000")});
+    strict.start();
+    QList<QByteArray> topics;
+    for (int i = 0; i < 500; ++i) {
+        topics.append(QByteArray(200, 'x') + QByteArray::number(i));
+    }
+    RecordingEndPoint many;
+    many.subscribe("c", topics);
+    ASSERT_TRUE(many.join(strict.address()));
+    RecordingEndPoint other;
+    ASSERT_TRUE(other.join(strict.address()));
+
+    other.sendMessage("c", topics.first(), "first");
+    other.sendMessage("c", topics.last(), "last");
+
+    ASSERT_TRUE(many.waitForMessages(2));
+}

@@ -8,11 +8,11 @@
 namespace Terminal {
 namespace {
 
-class PictureOfWrongAnswers : public Program
+class WrongAnswerProgram : public Program
 {
 protected:
-    PictureOfWrongAnswers() { qputenv("XDG_RUNTIME_DIR", m_runtime.path().toLocal8Bit()); }
-    ~PictureOfWrongAnswers() override { qputenv("XDG_RUNTIME_DIR", m_before); }
+    WrongAnswerProgram() { qputenv("XDG_RUNTIME_DIR", m_runtime.path().toLocal8Bit()); }
+    ~WrongAnswerProgram() override { qputenv("XDG_RUNTIME_DIR", m_before); }
 
     static QJsonValue cost(const QJsonValue &price)
     {
@@ -42,14 +42,14 @@ protected:
     QByteArray m_before = qgetenv("XDG_RUNTIME_DIR");
 };
 
-TEST_F(PictureOfWrongAnswers, IsTakenOfRightOnes)
+TEST_F(WrongAnswerProgram, IsTakenOfRightOnes)
 {
     const Outcome outcome = pictureOfCost(withData(cost(QStringLiteral("1700.00"))));
     EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
     EXPECT_TRUE(QFile::exists(picture()));
 }
 
-TEST_F(PictureOfWrongAnswers, IsNoneAndNamesCommandAndKey)
+TEST_F(WrongAnswerProgram, IsNoneAndNamesCommandAndKey)
 {
     const Outcome outcome = pictureOfCost(withData(cost(1700.0)));
     EXPECT_EQ(outcome.exitCode, 1);
@@ -59,7 +59,7 @@ TEST_F(PictureOfWrongAnswers, IsNoneAndNamesCommandAndKey)
     EXPECT_FALSE(QFile::exists(picture()));
 }
 
-TEST_F(PictureOfWrongAnswers, IsNoneWhenTheTradingModuleRefuses)
+TEST_F(WrongAnswerProgram, IsNoneWhenTheTradingModuleRefuses)
 {
     const Outcome outcome = pictureOfCost(refusedWith("the ledger is busy"));
     EXPECT_EQ(outcome.exitCode, 1);

@@ -48,8 +48,9 @@ QStringList Invocation::arguments(int count, const QString &what) const
 const std::vector<Command> &commands()
 {
     static const std::vector<Command> all = {
-        serveCommand(),  importCommand(),    placeCommand(),   cancelCommand(),  ordersCommand(),
-        tradesCommand(), positionsCommand(), accountCommand(), resultsCommand(), costCommand(),
+        serveCommand(),   importCommand(),    placeCommand(),   cancelCommand(),  ordersCommand(),
+        tradesCommand(),  positionsCommand(), accountCommand(), resultsCommand(), costCommand(),
+        importsCommand(), undoCommand(),      openCommand(),    moneyCommand(),
     };
     return all;
 }

@@ -6,6 +6,10 @@ namespace TradeModule {
 
 Command serveCommand();
 Command importCommand();
+Command importsCommand();
+Command undoCommand();
+Command openCommand();
+Command moneyCommand();
 Command tradesCommand();
 Command positionsCommand();
 Command placeCommand();

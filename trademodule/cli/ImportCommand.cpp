@@ -1,25 +1,66 @@
+#include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/bus/TradeAnswers.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
 #include "trademodule/cli/TellCharts.h"
+#include "trademodule/cli/UsageError.h"
 #include "trademodule/import/SecurityOfRow.h"
 #include "trademodule/import/StatementImport.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 namespace TradeModule {
 
 namespace {
 
+ImportProfile readProfile(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw Error(translated("%1: cannot be read: %2").arg(path, reasonOf(file)));
+    }
+    return ImportProfile::ofText(QString::fromUtf8(file.readAll()));
+}
+
+Doubt doubtOf(const Invocation &invocation)
+{
+    const bool isSame = invocation.isSet(QStringLiteral("same"));
+    const bool isNew = invocation.isSet(QStringLiteral("new"));
+    if (isSame && isNew) {
+        throw UsageError(translated("give --same or --new, not both"));
+    }
+    return isSame ? Doubt::Same : isNew ? Doubt::New : Doubt::Ask;
+}
+
+/// The day of --date, on which there must have been trades.
+std::optional<TradingDate> dayOfTrades(const Invocation &invocation)
+{
+    const std::optional<TradingDate> date = invocation.date(QStringLiteral("date"));
+    const bool isPossible = !date || (*date >= TradingDate::of(1990, 1, 1) && *date <= TradingDate::today());
+    if (!isPossible) {
+        throw UsageError(translated("--date is %1: no trade can be of that day").arg(date->number()));
+    }
+    return date;
+}
+
 ImportOptions importOptions(const Invocation &invocation)
 {
     ImportOptions options;
-    options.reading.date = invocation.date(QStringLiteral("date"));
+    options.reading.date = dayOfTrades(invocation);
     if (invocation.isSet(QStringLiteral("securities"))) {
         options.reading.securitiesByName = readSecurityList(invocation.value(QStringLiteral("securities")));
     }
+    if (invocation.isSet(QStringLiteral("profile"))) {
+        options.reading.profile = readProfile(invocation.value(QStringLiteral("profile")));
+    }
+    if (invocation.isSet(QStringLiteral("account"))) {
+        options.reading.accounts =
+            invocation.value(QStringLiteral("account")).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    }
     options.skipsBadRows = invocation.isSet(QStringLiteral("skip-bad"));
+    options.doubt = doubtOf(invocation);
     options.mode = invocation.isSet(QStringLiteral("dry-run")) ? Ledger::Mode::DryRun : Ledger::Mode::Keep;
     return options;
 }
@@ -33,14 +74,43 @@ QString ledgerLocation(const Invocation &invocation, const ImportOptions &option
     return isNewFile && options.mode == Ledger::Mode::DryRun ? QStringLiteral(":memory:") : location;
 }
 
+/// Prints a profile to fill in, and needs no ledger.
+int suggest(const QString &path, const ImportOptions &options)
+{
+    const StatementContents contents = readStatementFile(path, options.reading);
+    print(ImportProfile::suggestion(contents.unknownColumns, contents.unknownWords));
+    return Succeeded;
+}
+
+/// Reading and booking each have a bar.
+ImportReport importWithBars(const QString &path, const ImportOptions &options, Ledger *ledger)
+{
+    std::optional<ProgressBar> bar(std::in_place, translated("Reading"));
+    bool isReading = true;
+    constexpr qint64 parts = 1000;
+    return importStatement(
+        path, options, ledger,
+        [&bar](qint64 done, qint64 total) {
+            bar->show(static_cast<int>(total > 0 ? done * parts / total : parts), parts);
+        },
+        [&](int done, int total) {
+            if (isReading) {
+                bar.emplace(translated("Importing"));
+                isReading = false;
+            }
+            bar->show(done, total);
+        });
+}
+
 int import(const Invocation &invocation)
 {
     const QString path = invocation.arguments(1, translated("one FILE to import")).constFirst();
     const ImportOptions options = importOptions(invocation);
+    if (invocation.isSet(QStringLiteral("suggest"))) {
+        return suggest(path, options);
+    }
     Ledger ledger(ledgerLocation(invocation, options), options.mode);
-    ProgressBar bar(translated("Importing"));
-    const ImportReport report =
-        importStatement(path, options, &ledger, [&bar](int done, int total) { bar.show(done, total); });
+    const ImportReport report = importWithBars(path, options, &ledger);
     print(describe(report, path, options).join(QLatin1Char('\n')) + QLatin1Char('\n'));
     if (report.isRefused) {
         return Failed;
@@ -48,7 +118,9 @@ int import(const Invocation &invocation)
     if (options.mode == Ledger::Mode::Keep) {
         QVector<QJsonObject> notifications;
         for (const Execution &newest : report.booked.lastAdded) {
-            notifications.append(changeNotification(newest));
+            if (isOnCharts(newest.security.market)) {
+                notifications.append(changeNotification(newest));
+            }
         }
         tellCharts(invocation, notifications);
     }
@@ -60,7 +132,7 @@ int import(const Invocation &invocation)
 Command importCommand()
 {
     return {QStringLiteral("import"),
-            translated("Reads a broker's statement of executed trades into the ledger."),
+            translated("Reads a broker's statement into the ledger."),
             QStringLiteral("FILE"),
             {{QStringLiteral("dry-run"), translated("Shows what would happen and changes nothing.")},
              {QStringLiteral("skip-bad"),
@@ -69,7 +141,15 @@ Command importCommand()
               QStringLiteral("yyyymmdd")},
              {QStringLiteral("securities"),
               translated("List code,market,name of securities, for a statement without codes."),
-              QStringLiteral("LIST")}},
+              QStringLiteral("LIST")},
+             {QStringLiteral("account"), translated("Of a statement of several accounts, this one."),
+              QStringLiteral("ACCOUNT")},
+             {QStringLiteral("profile"),
+              translated("What the broker's own columns and words mean; kept with the ledger."),
+              QStringLiteral("FILE")},
+             {QStringLiteral("suggest"), translated("Prints a profile to fill in, and imports nothing.")},
+             {QStringLiteral("same"), translated("Takes entries in doubt for those that the ledger has.")},
+             {QStringLiteral("new"), translated("Adds entries in doubt.")}},
             &import};
 }
 

@@ -19,7 +19,7 @@ int listPositions(const Invocation &invocation)
     Listing listing({QT_TR_NOOP("code"), QT_TR_NOOP("market"), QT_TR_NOOP("name"), QT_TR_NOOP("quantity"),
                      QT_TR_NOOP("costprice"), QT_TR_NOOP("cost"), QT_TR_NOOP("method")},
                     invocation.isSet(QStringLiteral("json")));
-    const QVector<Position> positions = ledger.positions();
+    const QVector<Position> positions = ledger.allPositions();
     for (const Position &position : positions) {
         listing.add(
             {position.security.code, marketLetters(position.security.market), position.name,

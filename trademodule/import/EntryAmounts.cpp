@@ -11,6 +11,8 @@ namespace TradeModule {
 
 namespace {
 
+constexpr int piecesPerLot = 10; // of bonds
+
 Money computedAmount(const Execution &execution)
 {
     const std::optional<Money> product = execution.price.times(execution.quantity);
@@ -22,6 +24,20 @@ Money computedAmount(const Execution &execution)
     return *product;
 }
 
+/// A bond's amount may hold the interest since the last coupon.
+bool isNearly(double a, double b)
+{
+    constexpr double most = 0.06;
+    return std::fabs(a - b) <= most * b;
+}
+
+/// Money that is not worth a word: cents that were rounded.
+bool isRounding(Money difference)
+{
+    constexpr Money most = Money::ofCents(5);
+    return !(magnitude(difference) > most);
+}
+
 } // namespace
 
 double EntryAmounts::number(Column column, const char *what) const
@@ -31,7 +47,7 @@ double EntryAmounts::number(Column column, const char *what) const
     if (!value) {
         throw Error(translated("the %1 \"%2\" is no number").arg(translated(what), CellValue::cleaned(text)));
     }
-    return *value;
+    return *value * m_row.columns().unit(column);
 }
 
 Money EntryAmounts::money(Column column, const char *what) const
@@ -58,7 +74,7 @@ Money EntryAmounts::sum(Column column, const char *what) const
     return total;
 }
 
-qint64 EntryAmounts::quantity(Side side) const
+qint64 EntryAmounts::quantity() const
 {
     const double quantity = number(Column::Quantity, QT_TR_NOOP("quantity"));
     constexpr double mostShares = 1e12;
@@ -66,33 +82,60 @@ qint64 EntryAmounts::quantity(Side side) const
         throw Error(translated("the quantity \"%1\" is no number of whole shares")
                         .arg(CellValue::cleaned(m_row.cell(Column::Quantity))));
     }
-    if (quantity < 0 && side != Side::Sell) {
-        throw Error(translated("the quantity of a buy is negative"));
-    }
-    return static_cast<qint64>(std::fabs(quantity));
+    return static_cast<qint64>(quantity);
 }
 
-Money EntryAmounts::price(Side side) const
+Money EntryAmounts::price() const
 {
     const Money price = money(Column::Price, QT_TR_NOOP("price"));
     if (price.isNegative()) {
         throw Error(translated("the price is negative"));
     }
-    return side == Side::Bonus ? Money() : price;
+    return price;
 }
 
-/// The stated amount, which must be price × quantity but for the rounding of an average price: columns
-/// that slipped by one show here.
-Money EntryAmounts::amount(const Execution &execution) const
+Money EntryAmounts::statedAmount() const
+{
+    return magnitude(money(Column::Amount, QT_TR_NOOP("amount")));
+}
+
+std::optional<Money> EntryAmounts::net() const
+{
+    const QString cell = m_row.cell(Column::Net);
+    if (cell.isEmpty() || CellValue::isEmpty(cell)) {
+        return std::nullopt;
+    }
+    return money(Column::Net, QT_TR_NOOP("net amount"));
+}
+
+bool EntryAmounts::isInLots(const Execution &execution, SecurityClass kind) const
+{
+    if (kind != SecurityClass::Bond) {
+        return false;
+    }
+    const double lots = execution.price.yuan() * static_cast<double>(execution.quantity) * piecesPerLot;
+    return lots > 0 && isNearly(statedAmount().yuan(), lots);
+}
+
+Money EntryAmounts::amount(const Execution &execution, SecurityClass kind) const
 {
     const Money computed = computedAmount(execution);
-    const Money stated = magnitude(money(Column::Amount, QT_TR_NOOP("amount")));
+    const Money stated = statedAmount();
+    if (execution.security.market == Market::HongKong) { // prices in Hong Kong dollars, the account pays yuan
+        const Money net = this->net().value_or(Money());
+        const Money ofAccount =
+            execution.side == Side::Sell ? net + listedFees() : magnitude(net) - listedFees();
+        return !net.isZero() ? ofAccount : stated.isZero() ? computed : stated;
+    }
     if (stated.isZero()) {
         return computed;
     }
     const int decimals = std::clamp(CellValue::decimals(m_row.cell(Column::Price)), 2, 3);
-    const double slack = 0.02 + 0.51 * std::pow(10.0, -decimals) * static_cast<double>(execution.quantity);
-    if (std::fabs((computed - stated).yuan()) > slack) {
+    const double unit = m_row.columns().unit(Column::Amount);
+    const double slack =
+        0.02 * unit + 0.51 * std::pow(10.0, -decimals) * static_cast<double>(execution.quantity);
+    const bool isBondNearby = kind == SecurityClass::Bond && isNearly(stated.yuan(), computed.yuan());
+    if (std::fabs((computed - stated).yuan()) > slack && !isBondNearby) {
         throw Error(translated("the amount %1 is not price × quantity, %2 × %3")
                         .arg(stated.text(), execution.price.text())
                         .arg(execution.quantity));
@@ -100,38 +143,70 @@ Money EntryAmounts::amount(const Execution &execution) const
     return stated;
 }
 
-/// All fees: the column of their total, else what the account paid beyond the amount, else the sum of
-/// the columns.
-Money EntryAmounts::fee(const Execution &execution) const
+void EntryAmounts::refuseWrongSign(const Execution &execution, Money net) const
 {
-    const Money listed = listedFees();
-    if (m_row.has(Column::TotalFee)) {
-        return listed;
-    }
-    const Money net = money(Column::Net, QT_TR_NOOP("net amount"));
-    if (net.isZero()) {
-        return listed;
-    }
-    if (execution.side == Side::Sell && net.isNegative() &&
-        magnitude(net) > Money::ofSteps(execution.amount.steps() / 2)) {
+    const bool isWorthAWord = magnitude(net) > Money::ofSteps(execution.amount.steps() / 2);
+    if (execution.side == Side::Sell && net.isNegative() && isWorthAWord) {
         throw Error(
             translated("the entry says sell, but its net amount %1 is that of a buy").arg(net.text()));
     }
-    const Money difference =
-        execution.side == Side::Buy ? magnitude(net) - execution.amount : execution.amount - net;
-    const Money believable = Money::ofSteps(execution.amount.steps() / 20 + 100 * Money::stepsPerYuan);
-    return difference.isNegative() || difference > believable ? listed : difference;
+    if (execution.side == Side::Buy && !net.isNegative() && isWorthAWord) {
+        throw Error(
+            translated("the entry says buy, but its net amount %1 is that of a sell").arg(net.text()));
+    }
 }
 
+EntryAmounts::Fee EntryAmounts::fee(const Execution &execution) const
+{
+    const Money listed = listedFees();
+    const Money net = this->net().value_or(Money());
+    refuseWrongSign(execution, net);
+    if (net.isZero()) {
+        return {listed};
+    }
+    const Money paid =
+        execution.side == Side::Buy ? magnitude(net) - execution.amount : execution.amount - net;
+    const Money believable = Money::ofSteps(execution.amount.steps() / 20 + 100 * Money::stepsPerYuan);
+    if (paid.isNegative() || paid > believable) {
+        return {listed, true};
+    }
+    const bool isInDoubt = !listed.isZero() && !isRounding(paid - listed);
+    const bool isTotalKnown = !CellValue::isEmpty(m_row.cell(Column::TotalFee));
+    return {isTotalKnown || paid.isZero() ? listed : paid, isInDoubt};
+}
+
+/// Where the commission's column holds the sum of the others, it is the total.
 Money EntryAmounts::listedFees() const
 {
-    if (m_row.has(Column::TotalFee)) {
+    if (m_row.has(Column::TotalFee) && !CellValue::isEmpty(m_row.cell(Column::TotalFee))) {
         return magnitude(money(Column::TotalFee, QT_TR_NOOP("fee")));
     }
     const Money commission = magnitude(money(Column::Commission, QT_TR_NOOP("commission")));
     const Money twin = magnitude(money(Column::CommissionTwin, QT_TR_NOOP("commission")));
-    return (commission == twin ? commission : commission + twin) +
-           magnitude(sum(Column::OtherFee, QT_TR_NOOP("fee")));
+    const Money others = magnitude(sum(Column::OtherFee, QT_TR_NOOP("fee")));
+    const bool isTotal = !commission.isZero() && !others.isZero() && commission == twin + others;
+    if (isTotal) {
+        return commission;
+    }
+    return (commission == twin ? commission : commission + twin) + others;
+}
+
+std::optional<qint64> EntryAmounts::sharesAfter() const
+{
+    const QString cell = m_row.cell(Column::SharesAfter);
+    if (cell.isEmpty() || CellValue::isEmpty(cell)) {
+        return std::nullopt;
+    }
+    const std::optional<double> value = CellValue::number(cell);
+    return value && *value == std::floor(*value)
+               ? std::optional(static_cast<qint64>(*value) * m_row.columns().unit(Column::SharesAfter))
+               : std::nullopt;
+}
+
+std::optional<Money> EntryAmounts::cashAfter() const
+{
+    const QString cell = m_row.cell(Column::CashAfter);
+    return cell.isEmpty() || CellValue::isEmpty(cell) ? std::nullopt : CellValue::money(cell);
 }
 
 } // namespace TradeModule

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "trademodule/import/CodeRanges.h"
 #include "trademodule/import/StatementRow.h"
 #include "trademodule/ledger/Execution.h"
+
+#include <optional>
 
 namespace TradeModule {
 
@@ -12,19 +15,39 @@ public:
     /// The row stays the caller's and outlives this object.
     explicit EntryAmounts(const StatementRow &row) : m_row(row) {}
 
-    /// Shares, or 0.
-    qint64 quantity(Side side) const;
-    Money price(Side side) const;
-    /// Of an execution whose side, price and quantity are known.
-    Money amount(const Execution &execution) const;
-    /// Of an execution whose amount is known, too.
-    Money fee(const Execution &execution) const;
+    /// Shares with their sign, or 0.
+    qint64 quantity() const;
+    /// Not negative.
+    Money price() const;
+    /// As the statement says; 0 for none.
+    Money statedAmount() const;
+    /// What the entry changed on the account; nothing when the statement does not tell.
+    std::optional<Money> net() const;
+
+    /// True when a bond's quantity is in lots of ten: amount ÷ price tells.
+    bool isInLots(const Execution &execution, SecurityClass kind) const;
+    /// Of an execution whose side, price and quantity are known: what is stated, which must be price ×
+    /// quantity but for the rounding of an average price. Columns that slipped by one show here.
+    Money amount(const Execution &execution, SecurityClass kind) const;
+
+    struct Fee
+    {
+        Money fee;
+        bool isInDoubt = false; ///< the columns of fees do not come to what was paid
+    };
+    /// Of an execution whose amount is known, too: the column of the total, else what the account paid beyond
+    /// the amount, else the sum of the columns.
+    Fee fee(const Execution &execution) const;
+    Money listedFees() const;
+
+    std::optional<qint64> sharesAfter() const;
+    std::optional<Money> cashAfter() const;
 
 private:
     double number(Column column, const char *what) const;
     Money money(Column column, const char *what) const;
     Money sum(Column column, const char *what) const;
-    Money listedFees() const;
+    void refuseWrongSign(const Execution &execution, Money net) const;
 
     const StatementRow &m_row;
 };

@@ -3,9 +3,6 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/import/CellValue.h"
-#include "trademodule/import/EntryAmounts.h"
-#include "trademodule/import/EntrySide.h"
-#include "trademodule/import/SecurityOfRow.h"
 
 #include <algorithm>
 
@@ -13,81 +10,274 @@ namespace TradeModule {
 
 namespace {
 
-ClockTime timeOf(const StatementRow &row)
+bool isNothing(const StatementRow &row, Column column)
 {
-    const QString text = row.cell(Column::Time);
-    const std::optional<ClockTime> time = CellValue::time(text);
-    if (!time) {
-        throw Error(translated("\"%1\" is no time").arg(CellValue::cleaned(text)));
-    }
-    return *time;
+    return CellValue::number(row.cell(column)).value_or(1.0) == 0.0;
+}
+
+bool isMoneyless(const StatementRow &row)
+{
+    return isNothing(row, Column::Price) || isNothing(row, Column::Quantity);
+}
+
+bool isTotalLine(const StatementRow &row)
+{
+    constexpr int looked = 3;
+    const QStringList &cells = row.allCells();
+    return std::any_of(cells.begin(), cells.begin() + std::min<int>(looked, cells.size()),
+                       [](const QString &cell) { return Business::isTotal(cell); });
+}
+
+/// True of a line without anything that every entry has.
+bool isTextLine(const StatementRow &row)
+{
+    return CellValue::isEmpty(row.cell(Column::Code)) && CellValue::isEmpty(row.cell(Column::Quantity)) &&
+           !CellValue::date(row.cell(Column::Date)) && (row.has(Column::Code) || !row.has(Column::Price));
+}
+
+Entry furniture(const char *kind)
+{
+    Entry entry;
+    entry.kind = {kind, Effect::Nothing};
+    entry.isFurniture = true;
+    return entry;
 }
 
 /// An order's or deal's number; zeros stand for none.
 QString numberText(const StatementRow &row, Column column)
 {
     constexpr int longestNumberText = 64; // the ledger's index holds them
-    const QString text = CellValue::cleaned(row.cell(column));
-    if (text.size() > longestNumberText) {
+    const QString cell = row.cell(column);
+    const std::optional<QString> text = CellValue::serialNumber(cell);
+    if (!text) {
+        throw Error(
+            translated("the column %1 holds \"%2\": a spreadsheet has dropped digits of it; export the "
+                       "statement anew, or have that column saved as text")
+                .arg(row.columns().nameOf(column), CellValue::cleaned(cell)));
+    }
+    if (text->size() > longestNumberText) {
         throw Error(
             translated("\"%1…\" is longer than the %2 characters that an order or deal number may have")
-                .arg(text.left(longestNumberText))
+                .arg(text->left(longestNumberText))
                 .arg(longestNumberText));
     }
-    const bool isNone = std::all_of(text.begin(), text.end(), [](QChar character) {
+    const bool isNone = std::all_of(text->begin(), text->end(), [](QChar character) {
         return character == QLatin1Char('0') || character == QLatin1Char('-');
     });
-    return isNone ? QString() : text;
+    return isNone ? QString() : *text;
+}
+
+QString currencyOf(const StatementRow &row)
+{
+    const QString cell = CellValue::cleaned(row.cell(Column::Currency)).toUpper();
+    if (cell.contains(QStringLiteral("港")) || cell.contains(QLatin1String("HKD"))) {
+        return QStringLiteral("HKD");
+    }
+    const bool isDollar = cell.contains(QStringLiteral("美")) || cell.contains(QLatin1String("USD"));
+    return isDollar ? QStringLiteral("USD") : QStringLiteral("CNY");
+}
+
+bool isYuan(const StatementRow &row)
+{
+    return !row.has(Column::Currency) || currencyOf(row) == QLatin1String("CNY");
 }
 
 } // namespace
 
-Entry EntryReader::read(const StatementRow &row) const
+Entry EntryReader::read(const StatementRow &row)
 {
-    if (const auto furniture = EntrySide::furniture(row)) {
-        return *furniture;
+    if (isTotalLine(row)) {
+        return furniture(QT_TR_NOOP("totals"));
     }
-    const std::variant<Side, LeftOut> side = EntrySide::of(row);
-    const Side *const ofTrade = std::get_if<Side>(&side);
-    return ofTrade != nullptr ? readTrade(row, *ofTrade) : std::get<LeftOut>(side);
+    if (isTextLine(row)) {
+        return furniture(QT_TR_NOOP("lines of text"));
+    }
+    Entry entry = readEntry(row);
+    readBalances(row, &entry);
+    return entry;
 }
 
-Entry EntryReader::readTrade(const StatementRow &row, Side side) const
+Entry EntryReader::readEntry(const StatementRow &row)
 {
-    const EntryAmounts amounts(row);
-    const qint64 quantity = amounts.quantity(side);
-    if (quantity == 0) {
-        return LeftOut{translated("entries without a quantity")};
+    Entry entry;
+    QStringList words;
+    entry.kind = kindOf(row, &words);
+    entry.word = words.isEmpty() ? QString() : words.constFirst();
+    switch (entry.kind.effect) {
+    case Effect::ShortSale:
+        return entry;
+    case Effect::Nothing:
+    case Effect::MoneyIn:
+    case Effect::MoneyOut:
+    case Effect::Repo:
+        readMoney(row, &entry);
+        return entry;
+    case Effect::Buy:
+    case Effect::Sell:
+    case Effect::Split:
+    case Effect::SharesIn:
+    case Effect::SharesOut:
+    case Effect::Shares:
+    case Effect::Conversion:
+    case Effect::Payment:
+    case Effect::Entry:
+    case Effect::Application:
+    case Effect::Redemption:
+        readShares(row, &entry);
+        return entry;
     }
-    const Money price = amounts.price(side);
-    const auto security = securityOfRow(row, m_options.securitiesByName);
-    if (!security) {
-        return LeftOut{translated("other markets")};
+    Q_UNREACHABLE();
+}
+
+/// Everything that says what the entry is. A remark is heard only where nothing was traded or no other
+/// column tells the side: elsewhere it is the user's own note.
+QStringList EntryReader::wordsOf(const StatementRow &row) const
+{
+    QStringList found = row.cells(Column::Side) + row.cells(Column::Business);
+    if (row.has(Column::Remark) &&
+        (isMoneyless(row) || !(row.has(Column::Side) || row.has(Column::Business)))) {
+        found += row.cells(Column::Remark);
     }
-    Execution execution{*security, side, dateOf(row), timeOf(row), price, quantity};
+    for (QString &word : found) {
+        word = m_options.profile.wordFor(Business::plainWord(word));
+    }
+    found.removeAll(QString());
+    return found;
+}
+
+std::optional<BusinessKind> EntryReader::kindOfWord(const QString &word)
+{
+    const auto known = m_kinds.constFind(word);
+    if (known != m_kinds.constEnd()) {
+        return *known;
+    }
+    return *m_kinds.insert(word, Business::of(word));
+}
+
+/// A word for more than a trade comes before one for a trade: 买入 beside 配股缴款 is none.
+std::optional<BusinessKind> EntryReader::kindOfWords(const StatementRow &row, const QStringList &words)
+{
+    std::optional<BusinessKind> trade =
+        row.has(Column::Side) ? Business::ofSide(Business::plainWord(row.cell(Column::Side))) : std::nullopt;
+    for (const QString &word : words) {
+        const std::optional<BusinessKind> kind = kindOfWord(word);
+        if (kind && kind->effect != Effect::Buy && kind->effect != Effect::Sell) {
+            return kind;
+        }
+        trade = trade ? trade : kind;
+    }
+    return trade;
+}
+
+BusinessKind EntryReader::kindOf(const StatementRow &row, QStringList *words)
+{
+    *words = wordsOf(row);
+    if (const auto kind = kindOfWords(row, *words)) {
+        return *kind;
+    }
+    if (isNothing(row, Column::Quantity)) {
+        return Business::otherMoney();
+    }
+    for (const QString &word : *words) {
+        if (!m_unknownWords.contains(word)) {
+            m_unknownWords.append(word);
+        }
+    }
+    throw Error(translated("\"%1\" says neither buy nor sell").arg(words->join(QLatin1Char(' '))));
+}
+
+Execution EntryReader::begin(const StatementRow &row, const NamedSecurity &security, Side side)
+{
+    Execution execution{security.security, side, dateOf(row), timeOf(row)};
     execution.orderNo = numberText(row, Column::OrderNo);
     execution.dealNo = numberText(row, Column::DealNo);
-    if (side != Side::Bonus) {
-        execution.amount = amounts.amount(execution);
-        execution.fee = amounts.fee(execution);
-    }
     return execution;
 }
 
-TradingDate EntryReader::dateOf(const StatementRow &row) const
+void EntryReader::readMoney(const StatementRow &row, Entry *entry)
 {
-    if (!row.has(Column::Date)) {
-        return m_options.date.value();
+    const EntryAmounts amounts(row);
+    const std::optional<Money> net = amounts.net();
+    Money amount = net.value_or(Money());
+    const bool isTold = net || row.has(Column::Net);
+    if (!isTold && entry->kind.effect != Effect::Nothing) { // only the kind tells which way it went
+        const bool isRepaid =
+            entry->word.contains(QStringLiteral("购回")) || entry->word.contains(QStringLiteral("到期"));
+        const bool isPaid =
+            entry->kind.effect == Effect::MoneyOut || (entry->kind.effect == Effect::Repo && !isRepaid);
+        amount = isPaid ? -amounts.statedAmount() : amounts.statedAmount();
     }
-    const QString text = row.cell(Column::Date);
-    const std::optional<TradingDate> date = CellValue::date(text);
-    if (!date) {
+    if (amount.isZero()) {
+        return;
+    }
+    MoneyEntry money;
+    money.date = dateOf(row);
+    money.time = timeOf(row);
+    money.kind = QLatin1String(entry->kind.name);
+    money.amount = amount;
+    money.currency = currencyOf(row);
+    const auto code = CellValue::code(row.cell(Column::Code));
+    money.code = code ? code->digits : QString();
+    money.note = entry->word;
+    const QString deal = numberText(row, Column::DealNo);
+    money.number = deal.isEmpty() ? numberText(row, Column::OrderNo) : deal;
+    entry->money = money;
+}
+
+void EntryReader::readBalances(const StatementRow &row, Entry *entry)
+{
+    if (row.has(Column::SharesAfter)) {
+        entry->sharesAfter = EntryAmounts(row).sharesAfter();
+    }
+    const bool isPlainTrade = entry->shares && isTrade(entry->shares->side);
+    if (!isYuan(row) || (isPlainTrade && !row.has(Column::CashAfter))) {
+        return;
+    }
+    const EntryAmounts amounts(row);
+    entry->cashAfter = amounts.cashAfter();
+    entry->cash = amounts.net();
+    if (entry->cash || !isPlainTrade) {
+        return;
+    }
+    const Execution &trade = *entry->shares;
+    entry->cash = trade.side == Side::Buy ? -(trade.amount + trade.fee) : trade.amount - trade.fee;
+}
+
+TradingDate EntryReader::dateOf(const StatementRow &row)
+{
+    const Column column = row.has(Column::Date) ? Column::Date : Column::Time;
+    const QString text = row.cell(column);
+    if (!m_date || text != m_dateCell) {
+        m_date = CellValue::date(text);
+        m_dateCell = text;
+    }
+    if (!row.has(Column::Date) && m_options.date) {
+        if (m_date) {
+            throw Error(
+                translated("the row has a date of its own, %1; leave --date out").arg(m_date->number()));
+        }
+        return *m_options.date;
+    }
+    if (!m_date) {
         throw Error(translated("\"%1\" is no date").arg(CellValue::cleaned(text)));
     }
-    if (*date > TradingDate::today()) {
-        throw Error(translated("the date %1 is in the future").arg(date->number()));
+    if (*m_date > TradingDate::today()) {
+        throw Error(translated("the date %1 is in the future").arg(m_date->number()));
     }
-    return *date;
+    return *m_date;
+}
+
+ClockTime EntryReader::timeOf(const StatementRow &row) const
+{
+    const QString text = row.cell(Column::Time);
+    const std::optional<ClockTime> time = CellValue::time(text);
+    if (!time) {
+        throw Error(translated("\"%1\" is no time").arg(CellValue::cleaned(text)));
+    }
+    if (*time == ClockTime() && !row.has(Column::Time)) {
+        return CellValue::timeBesideDate(row.cell(Column::Date)).value_or(ClockTime());
+    }
+    return *time;
 }
 
 } // namespace TradeModule

@@ -1,32 +1,54 @@
 #pragma once
 
-#include "trademodule/import/LeftOut.h"
+#include "trademodule/import/Entry.h"
+#include "trademodule/import/EntryAmounts.h"
 #include "trademodule/import/ReadOptions.h"
+#include "trademodule/import/SecurityOfRow.h"
 #include "trademodule/import/StatementRow.h"
-#include "trademodule/ledger/Execution.h"
-
-#include <variant>
 
 namespace TradeModule {
-
-/// What a line of a statement is.
-using Entry = std::variant<Execution, LeftOut>;
 
 /// Reads the entries of a statement, one row after the other.
 class EntryReader
 {
 public:
     /// The options stay the caller's and outlive this object.
-    explicit EntryReader(const ReadOptions &options) : m_options(options) {}
+    explicit EntryReader(const ReadOptions &options)
+        : m_options(options),
+          m_securities(options.securitiesByName)
+    {
+    }
 
     /// An Error says why the row cannot be read.
-    Entry read(const StatementRow &row) const;
+    Entry read(const StatementRow &row);
+
+    /// Words that said nothing, for a profile.
+    const QStringList &unknownWords() const { return m_unknownWords; }
 
 private:
-    Entry readTrade(const StatementRow &row, Side side) const;
-    TradingDate dateOf(const StatementRow &row) const;
+    Entry readEntry(const StatementRow &row);
+    BusinessKind kindOf(const StatementRow &row, QStringList *words);
+    std::optional<BusinessKind> kindOfWord(const QString &word);
+    std::optional<BusinessKind> kindOfWords(const StatementRow &row, const QStringList &words);
+    QStringList wordsOf(const StatementRow &row) const;
+
+    void readShares(const StatementRow &row, Entry *entry);
+    void readTrade(const StatementRow &row, const NamedSecurity &security, Side side, Entry *entry);
+    void readMove(const StatementRow &row, const NamedSecurity &security, Side side, Entry *entry);
+    void readWithoutPrice(const StatementRow &row, const NamedSecurity &security, Side side, Entry *entry);
+    void readMoney(const StatementRow &row, Entry *entry);
+    Execution begin(const StatementRow &row, const NamedSecurity &security, Side side);
+    void readBalances(const StatementRow &row, Entry *entry);
+
+    TradingDate dateOf(const StatementRow &row);
+    ClockTime timeOf(const StatementRow &row) const;
 
     const ReadOptions &m_options;
+    SecurityReader m_securities;
+    QHash<QString, std::optional<BusinessKind>> m_kinds; // by word: a statement has few
+    QStringList m_unknownWords;
+    QString m_dateCell; // the last one read: the next is most often of the same day
+    std::optional<TradingDate> m_date;
 };
 
 } // namespace TradeModule

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "trademodule/SharedTypes.h"
+#include "trademodule/import/ImportProfile.h"
 
 #include <QHash>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -14,6 +16,8 @@ struct ReadOptions
 {
     std::optional<TradingDate> date;             ///< for a statement without a date column
     QHash<QString, SecurityId> securitiesByName; ///< for a statement without a code column
+    QStringList accounts; ///< of a statement with several, these; empty for its only one
+    ImportProfile profile{};
 };
 
 } // namespace TradeModule

@@ -3,110 +3,99 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/import/CellValue.h"
+#include "trademodule/import/MarketWords.h"
 
 #include <QFile>
-
-#include <vector>
 
 namespace TradeModule {
 
 namespace {
 
-enum class Venue { Shanghai, Shenzhen, Elsewhere };
-
-struct VenueRow
+/// Everything beside the digits that tells a market.
+struct Signs
 {
-    Venue venue;
-    QStringList texts;
+    QString column;  ///< what the column of markets holds
+    QString letters; ///< beside the digits
+    QString holder;
+    bool isOfHongKong = false; ///< by the kind of business
 };
 
-using VenueTable = std::vector<VenueRow>;
+constexpr int digitsInHongKong = 5;
 
-QStringList words(const char *text)
+/// No spreadsheet leaves five digits with a zero before them of a code with six.
+bool looksLikeHongKong(const QString &digits)
 {
-    return QString::fromUtf8(text).split(QLatin1Char(' '));
+    return digits.size() == digitsInHongKong && digits.startsWith(QLatin1Char('0'));
 }
 
-/// Parts of what stands in a market column or beside a code. 沪港通 is Hong Kong, so that comes first.
-const VenueTable &venueWords()
+QString padded(const QString &digits, std::optional<Market> market)
 {
-    static const VenueTable table = {
-        {Venue::Elsewhere, words("港 HK 京 北 三板 股转 BJ")},
-        {Venue::Shanghai, words("沪 上海 上证 SH SS XSHG")},
-        {Venue::Shenzhen, words("深 SZ XSHE")},
-    };
-    return table;
+    return digits.rightJustified(market == Market::HongKong ? digitsInHongKong : 6, QLatin1Char('0'));
 }
 
-/// First characters of shareholder's codes.
-const VenueTable &holderStarts()
+/// What a statement says outright.
+std::optional<Market> statedMarket(const QString &digits, const Signs &signs)
 {
-    static const VenueTable table = {
-        {Venue::Shanghai, words("A B C D E F")},
-        {Venue::Shenzhen, words("0")},
-    };
-    return table;
+    if (const auto market = MarketWords::marketOf(signs.column)) {
+        return market;
+    }
+    if (const auto market = MarketWords::marketOf(signs.letters)) {
+        return market;
+    }
+    const bool isHongKong = signs.isOfHongKong || (signs.letters.isEmpty() && looksLikeHongKong(digits));
+    return isHongKong ? std::optional(Market::HongKong) : std::nullopt;
 }
 
-/// First digits of codes; the longer ones before what they start with.
-const VenueTable &codeStarts()
+/// The holder's market, if there are such codes; else where they are usual.
+std::optional<CodeRange> likelyRange(const QString &code, const QString &holder)
 {
-    static const VenueTable table = {
-        {Venue::Elsewhere, words("4 8 92")},
-        {Venue::Shanghai, words("6 5 90 110 111 113 118 132 204 7")},
-        {Venue::Shenzhen, words("0 3 1 2")},
-    };
-    return table;
-}
-
-std::optional<Venue> venueContaining(const QString &text)
-{
-    for (const VenueRow &row : venueWords()) {
-        for (const QString &part : row.texts) {
-            if (text.contains(part, Qt::CaseInsensitive)) {
-                return row.venue;
-            }
+    if (const auto market = MarketWords::marketOfHolder(holder)) {
+        if (const auto range = CodeRanges::on(*market, code)) {
+            return range;
         }
     }
-    return std::nullopt;
+    return CodeRanges::of(code);
 }
 
-std::optional<Venue> venueStarting(const VenueTable &table, const QString &text)
+NamedSecurity inRange(const QString &code, const CodeRange &range)
 {
-    for (const VenueRow &row : table) {
-        for (const QString &start : row.texts) {
-            if (text.startsWith(start)) {
-                return row.venue;
-            }
+    const bool isListedElsewhere = range.listed != nullptr;
+    return {{isListedElsewhere ? QLatin1String(range.listed) + code.mid(3) : code, range.market}, range.kind};
+}
+
+/// True for the markets whose codes the table has all of.
+bool isKnownWell(Market market)
+{
+    return isOnCharts(market);
+}
+
+std::optional<NamedSecurity> securityAt(Market market, const QString &code)
+{
+    if (const auto range = CodeRanges::on(market, code)) {
+        return inRange(code, *range);
+    }
+    return isKnownWell(market) ? std::nullopt
+                               : std::optional(NamedSecurity{{code, market}, SecurityClass::Share});
+}
+
+NamedSecurity securityOf(const QString &cell, const Signs &signs)
+{
+    const std::optional<CellValue::Code> code = CellValue::code(cell);
+    if (!code || (!code->market.isEmpty() && !MarketWords::marketOf(code->market))) {
+        throw Error(translated("\"%1\" is no code of a security").arg(CellValue::cleaned(cell)));
+    }
+    const std::optional<Market> market = statedMarket(code->digits, signs);
+    const QString digits = padded(code->digits, market);
+    if (market) {
+        if (const auto security = securityAt(*market, digits)) {
+            return *security;
         }
+        throw Error(translated("there is no code %1 on the market %2").arg(digits, marketLetters(*market)));
     }
-    return std::nullopt;
-}
-
-/// The market's word if there is one, else the holder, else the code. A bare number in the market column
-/// says nothing: brokers do not agree on its meaning.
-std::optional<Venue> venueOf(const CellValue::Code &code, const StatementRow &row)
-{
-    const QString column = CellValue::cleaned(row.cell(Column::Market));
-    if (const auto venue = venueContaining(column)) {
-        return venue;
+    if (const auto range = likelyRange(digits, signs.holder)) {
+        return inRange(digits, *range);
     }
-    if (const auto venue = venueContaining(code.market)) {
-        return venue;
-    }
-    const QString holder = CellValue::cleaned(row.cell(Column::Holder));
-    if (const auto venue = venueStarting(holderStarts(), holder.toUpper())) {
-        return venue;
-    }
-    return venueStarting(codeStarts(), code.digits);
-}
-
-std::optional<SecurityId> securityAt(std::optional<Venue> venue, const QString &code)
-{
-    if (!venue || *venue == Venue::Elsewhere || code.size() != 6) {
-        return std::nullopt;
-    }
-    return SecurityId{code, *venue == Venue::Shanghai ? Market::Shanghai : Market::Shenzhen};
+    throw Error(translated("nothing tells the market of the code %1").arg(digits));
 }
 
 SecurityId securityByName(const QString &name, const QHash<QString, SecurityId> &securitiesByName)
@@ -118,27 +107,45 @@ SecurityId securityByName(const QString &name, const QHash<QString, SecurityId> 
     return *security;
 }
 
+SecurityClass kindOf(const SecurityId &security)
+{
+    const auto range = CodeRanges::on(security.market, security.code);
+    return range ? range->kind : SecurityClass::Other;
+}
+
 } // namespace
 
-std::optional<SecurityId> securityOfRow(const StatementRow &row,
-                                        const QHash<QString, SecurityId> &securitiesByName)
+NamedSecurity SecurityReader::of(const StatementRow &row, bool isOfHongKong)
 {
     if (!row.has(Column::Code)) {
-        return securityByName(CellValue::cleaned(row.cell(Column::Name)), securitiesByName);
+        const SecurityId security = securityByName(CellValue::cleaned(row.cell(Column::Name)), m_byName);
+        return {security, kindOf(security)};
     }
     const QString cell = row.cell(Column::Code);
-    const std::optional<CellValue::Code> code = CellValue::code(cell);
-    if (!code) {
-        throw Error(translated("\"%1\" is no code of a security").arg(CellValue::cleaned(cell)));
+    const QString key = cell + QLatin1Char('|') + row.cell(Column::Market) + QLatin1Char('|') +
+                        row.cell(Column::Holder).left(2) + (isOfHongKong ? QStringLiteral("|HK") : QString());
+    const auto known = m_known.constFind(key);
+    if (known != m_known.constEnd()) {
+        return *known;
     }
-    return securityAt(venueOf(*code, row), code->digits);
+    const auto code = CellValue::code(cell);
+    const NamedSecurity found =
+        securityOf(cell, {CellValue::cleaned(row.cell(Column::Market)), code ? code->market : QString(),
+                          CellValue::cleaned(row.cell(Column::Holder)), isOfHongKong});
+    m_known.insert(key, found);
+    return found;
 }
 
 std::optional<SecurityId> securityOfCode(const QString &text)
 {
-    const std::optional<CellValue::Code> code = CellValue::code(text);
-    const StatementColumns columns; // none: the code alone tells the market
-    return code ? securityAt(venueOf(*code, StatementRow(columns, {})), code->digits) : std::nullopt;
+    try {
+        const auto code = CellValue::code(text);
+        const NamedSecurity found =
+            securityOf(text, {QString(), code ? code->market : QString(), QString(), false});
+        return isOnCharts(found.security.market) ? std::optional(found.security) : std::nullopt;
+    } catch (const Error &) {
+        return std::nullopt;
+    }
 }
 
 QHash<QString, SecurityId> readSecurityList(const QString &path)
@@ -151,7 +158,14 @@ QHash<QString, SecurityId> readSecurityList(const QString &path)
     for (int line = 1; !file.atEnd(); ++line) {
         const QStringList fields = QString::fromUtf8(file.readLine()).trimmed().split(QLatin1Char(','));
         const auto market = marketOfLetters(fields.value(1));
-        if (market && fields.size() == 3) {
+        const bool isRow = market && fields.size() == 3;
+        if (isRow && (fields[0].size() != 6 || !CodeRanges::on(*market, fields[0]))) {
+            throw Error(translated("%1:%2: there is no code %3 on the market %4")
+                            .arg(path)
+                            .arg(line)
+                            .arg(fields[0], fields[1]));
+        }
+        if (isRow) {
             securities.insert(CellValue::cleaned(fields[2]), {fields[0], *market});
         } else if (line > 1) {
             throw Error(translated("%1:%2: must have the form code,market,name with market SH or SZ")

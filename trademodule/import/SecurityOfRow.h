@@ -1,6 +1,7 @@
 #pragma once
 
 #include "trademodule/SharedTypes.h"
+#include "trademodule/import/CodeRanges.h"
 #include "trademodule/import/StatementRow.h"
 
 #include <QHash>
@@ -10,13 +11,35 @@
 
 namespace TradeModule {
 
-/// The security of a statement's row: by its code, or where the statement has none by its name in a list
-/// that the user gave. An Error when neither can be read; nothing when it is traded on another market.
-std::optional<SecurityId> securityOfRow(const StatementRow &row,
-                                        const QHash<QString, SecurityId> &securitiesByName);
+/// A security as a statement names it, and what its code is of.
+struct NamedSecurity
+{
+    SecurityId security; ///< of rights and applications: the shares that come from them, where the codes tell
+    SecurityClass kind = SecurityClass::Other;
+};
+
+/// Finds the securities of a statement's rows: by their codes, or where the statement has none by their names
+/// in a list that the user gave.
+class SecurityReader
+{
+public:
+    /// The list stays the caller's and outlives this object.
+    explicit SecurityReader(const QHash<QString, SecurityId> &securitiesByName) : m_byName(securitiesByName)
+    {
+    }
+
+    /// The market is what its column says, else letters beside the code, else the holder's code, else what
+    /// codes of these digits are usual on. An Error when there is no security, or when these cannot be true
+    /// together.
+    NamedSecurity of(const StatementRow &row, bool isOfHongKong);
+
+private:
+    const QHash<QString, SecurityId> &m_byName;
+    QHash<QString, NamedSecurity> m_known; ///< by all that tells them: a statement names few again and again
+};
 
 /// The security of a code that a person wrote: 600000, SH600000 or 600000.SH; nothing when it is none of
-/// the two markets.
+/// the markets of charts.
 std::optional<SecurityId> securityOfCode(const QString &text);
 
 /// Reads a list of securities with the columns code, market (SH or SZ) and name.

@@ -3,9 +3,11 @@
 #include <QStringList>
 #include <QVector>
 
-#include <map>
+#include <array>
 
 namespace TradeModule {
+
+class ImportProfile;
 
 /// What a column of a statement means.
 enum class Column {
@@ -28,26 +30,51 @@ enum class Column {
     DealNo,
     Market,
     Holder, ///< the shareholder's code, whose first character tells the market
+    Account,
+    Currency,
+    SharesAfter, ///< what is held after the entry
+    CashAfter,   ///< what the account has after the entry
+    Unused,      ///< known, and of no use here
 };
 
-/// The columns of a statement, found by the names in its header line.
+/// The columns of a statement, found by the names in its header line, the user's own names among them.
 class StatementColumns
 {
 public:
     StatementColumns() = default;
-    explicit StatementColumns(const QStringList &headerCells);
+    StatementColumns(const QStringList &headerCells, const ImportProfile &profile);
 
-    /// True when the line can be the header of executed trades: it names price, quantity and security.
+    /// True when the line can be the header of executed trades, with price, quantity and security, or of
+    /// movements of money, with day, business and net amount.
     bool isHeader() const;
-    bool has(Column column) const { return m_positions.find(column) != m_positions.end(); }
+    /// How many of the names are known; a line of data has none.
+    int knownNames() const;
+    bool has(Column column) const { return !positionsOf(column).isEmpty(); }
+
+    int count() const { return m_names.size(); }
+    /// Where a column of this meaning stands, the best first.
+    const QVector<int> &positionsOf(Column column) const { return m_positions[static_cast<size_t>(column)]; }
+    /// The name in the header of the best column of this meaning.
+    QString nameOf(Column column) const;
+    /// Names that say nothing to the import.
+    const QStringList &unknownNames() const { return m_unknownNames; }
 
     /// The cell of the best column of this meaning; empty when there is none or the line is too short.
     QString cell(Column column, const QStringList &cells) const;
     /// The cells of all columns of this meaning.
     QStringList cells(Column column, const QStringList &cells) const;
 
+    /// What one in the best column of this meaning counts, by the unit in its name: 100 for 成交数量(手),
+    /// 10000 for 成交金额(万元).
+    int unit(Column column) const;
+
 private:
-    std::map<Column, QVector<int>> m_positions; // best first
+    static constexpr size_t columnKinds = static_cast<size_t>(Column::Unused) + 1;
+
+    QStringList m_names;
+    QStringList m_unknownNames;
+    QVector<int> m_units; ///< one for each name
+    std::array<QVector<int>, columnKinds> m_positions;
 };
 
 } // namespace TradeModule

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "trademodule/import/HoldingsCheck.h"
 #include "trademodule/import/StatementReader.h"
 #include "trademodule/ledger/Ledger.h"
 
@@ -9,20 +10,23 @@ struct ImportOptions
 {
     ReadOptions reading;
     bool skipsBadRows = false; ///< else one bad row stops the import
+    Doubt doubt = Doubt::Ask;
     Ledger::Mode mode = Ledger::Mode::Keep;
 };
 
 /// What an import did or, as a dry run, would do.
 struct ImportReport
 {
-    StatementContents contents;
+    StatementContents contents; ///< without its entries, which are in the ledger
     Booked booked;
-    bool isRefused = false; ///< nothing was booked, because of bad rows
+    std::optional<HoldingDisagreement> holdingDisagreement;
+    bool isRefused = false; ///< nothing was booked, because of bad rows or of entries in doubt
 };
 
-/// Reads the statement in a file and books it. An Error names the file.
+/// Reads the statement in a file and books it. What the ledger keeps of the user's profile is used, and what
+/// `options` has of it is kept. An Error names the file.
 ImportReport importStatement(const QString &path, const ImportOptions &options, Ledger *ledger,
-                             const Ledger::Progress &progress = {});
+                             const ReadProgress &readProgress = {}, const Ledger::Progress &progress = {});
 
 /// The report in sentences, one to a line, for the person who imported.
 QStringList describe(const ImportReport &report, const QString &path, const ImportOptions &options);

@@ -8,10 +8,10 @@ namespace TradeModule {
 class StatementRow
 {
 public:
-    /// The columns stay the caller's and outlive this object.
-    StatementRow(const StatementColumns &columns, QStringList cells)
+    /// Columns and cells stay the caller's and outlive this object.
+    StatementRow(const StatementColumns &columns, const QStringList &cells)
         : m_columns(columns),
-          m_cells(std::move(cells))
+          m_cells(cells)
     {
     }
 
@@ -26,7 +26,7 @@ public:
 
 private:
     const StatementColumns &m_columns;
-    const QStringList m_cells;
+    const QStringList &m_cells;
 };
 
 } // namespace TradeModule

@@ -4,8 +4,6 @@
 #include "trademodule/ProgramLanguage.h"
 #include "trading/DecodedText.h"
 
-#include <optional>
-
 namespace TradeModule {
 
 namespace {
@@ -18,26 +16,31 @@ struct ForeignFormat
 
 constexpr ForeignFormat foreignFormats[] = {
     {"\xD0\xCF\x11\xE0", QT_TR_NOOP("an Excel workbook (.xls)")},
-    {"PK\x03\x04", QT_TR_NOOP("an Excel workbook (.xlsx)")},
-    {"<html", QT_TR_NOOP("a web page")},
-    {"<!doctype html", QT_TR_NOOP("a web page")},
-    {"<table", QT_TR_NOOP("a web page")},
-    {"<?xml", QT_TR_NOOP("an XML file")},
+    {"PK\x03\x04", QT_TR_NOOP("a zip archive")},
     {"%PDF", QT_TR_NOOP("a PDF file")},
+    {"Rar!", QT_TR_NOOP("a packed archive")},
+    {"\x1F\x8B", QT_TR_NOOP("a packed archive")},
 };
 
-void refuseForeignFormat(const QByteArray &bytes)
+} // namespace
+
+void refuseForeignFormat(const QByteArray &start)
 {
-    const QByteArray start = bytes.left(64).trimmed().toLower();
     for (const ForeignFormat &format : foreignFormats) {
-        if (start.startsWith(QByteArray(format.start).toLower())) {
+        if (start.startsWith(format.start)) {
             throw Error(translated("this is %1, not a text; open it and save it as CSV or tab-separated text")
                             .arg(translated(format.what)));
         }
     }
 }
 
-} // namespace
+QTextCodec *encodingOf(QIODevice *device)
+{
+    if (QTextCodec *const codec = Trading::encodingOf(device)) {
+        return codec;
+    }
+    throw Error(translated("the text is neither UTF-8 nor UTF-16 nor GBK; save it in one of these"));
+}
 
 QString decodeStatement(const QByteArray &bytes)
 {

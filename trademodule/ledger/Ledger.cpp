@@ -68,12 +68,17 @@ QVector<ImportedStatement> Ledger::imports()
     return StatementTable(&m_database).all();
 }
 
-void Ledger::undoImport(qint64 number)
+int Ledger::undoImport(qint64 number)
 {
     Transaction transaction(&m_database);
     StatementTable(&m_database).remove(number);
     HoldingTable(&m_database).addUpAll();
     transaction.commit();
+    const QVector<ImportedStatement> left = imports();
+    return static_cast<int>(
+        std::count_if(left.begin(), left.end(), [number](const ImportedStatement &statement) {
+            return statement.number > number && statement.alreadyThere > 0;
+        }));
 }
 
 CostMethod Ledger::costMethod()
@@ -124,6 +129,17 @@ Executions Ledger::trades(DateRange days)
 Holding Ledger::holding(const SecurityId &security)
 {
     return HoldingTable(&m_database).find(security);
+}
+
+qint64 Ledger::heldBefore(const SecurityId &security, TradingDate day)
+{
+    QSqlQuery row = m_database.run(
+        QStringLiteral(
+            "SELECT COALESCE(SUM(CASE WHEN e.side IN ('S', 'M', 'O') THEN -e.quantity ELSE e.quantity END), "
+            "0) FROM execution e JOIN security s ON s.id = e.security_id "
+            "WHERE s.code = ? AND s.market = ? AND e.trade_date < ?"),
+        {security.code, marketLetters(security.market), day.number()});
+    return row.next() ? row.value(0).toLongLong() : 0;
 }
 
 QVector<Position> Ledger::positions()

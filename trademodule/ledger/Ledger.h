@@ -35,8 +35,9 @@ public:
 
     /// What was imported, oldest first.
     QVector<ImportedStatement> imports();
-    /// Takes an import back as a whole. An Error when there is none of this number.
-    void undoImport(qint64 number);
+    /// Takes an import back as a whole. How many later imports repeated entries of others, which may be gone
+    /// now. An Error when there is none of this number.
+    int undoImport(qint64 number);
 
     /// How the costs of holdings are reckoned; the moving average in a new ledger.
     CostMethod costMethod();
@@ -58,6 +59,8 @@ public:
     Executions trades(DateRange days);
 
     Holding holding(const SecurityId &security);
+    /// Shares that the entries before a day come to; less than none where earlier statements are missing.
+    qint64 heldBefore(const SecurityId &security, TradingDate day);
     /// What is held on the markets of charts, by code.
     QVector<Position> positions();
     /// The same on all markets.

@@ -214,10 +214,6 @@
         <translation>正在导入</translation>
     </message>
     <message>
-        <source>Reads a broker&apos;s statement of executed trades into the ledger.</source>
-        <translation>将券商的成交记录（交割单）导入账本。</translation>
-    </message>
-    <message>
         <source>Shows what would happen and changes nothing.</source>
         <translation>试运行：只显示结果，不作任何更改。</translation>
     </message>
@@ -582,16 +578,8 @@
         <translation>未导入：%1（%2）</translation>
     </message>
     <message>
-        <source>bonus shares: %1 enlarge the holding at no cost; they are no trades</source>
-        <translation>送转股：%1，增加持仓而不增加成本；不计为成交</translation>
-    </message>
-    <message>
         <source>dropped: %1 that repeat another with the same deal number</source>
         <translation>已去重：%1与成交编号相同的另一行重复</translation>
-    </message>
-    <message>
-        <source>kept: %1 equal to another but without a deal number; if the file holds them twice by mistake, remove them and import into a fresh ledger</source>
-        <translation>已保留：%1与另一行相同但没有成交编号；若是文件误将其重复，请删去后导入新账本</translation>
     </message>
     <message>
         <source>imported %1, %2 already in the ledger</source>
@@ -632,18 +620,6 @@
     <message>
         <source>an Excel workbook (.xls)</source>
         <translation>Excel 工作簿（.xls）</translation>
-    </message>
-    <message>
-        <source>an Excel workbook (.xlsx)</source>
-        <translation>Excel 工作簿（.xlsx）</translation>
-    </message>
-    <message>
-        <source>a web page</source>
-        <translation>网页</translation>
-    </message>
-    <message>
-        <source>an XML file</source>
-        <translation>XML 文件</translation>
     </message>
     <message>
         <source>a PDF file</source>
@@ -694,10 +670,6 @@
         <translation>申购</translation>
     </message>
     <message>
-        <source>rights issues</source>
-        <translation>配股</translation>
-    </message>
-    <message>
         <source>cancellations</source>
         <translation>撤单</translation>
     </message>
@@ -738,10 +710,6 @@
         <translation>融资借还</translation>
     </message>
     <message>
-        <source>other markets</source>
-        <translation>其他市场</translation>
-    </message>
-    <message>
         <source>the %1 &quot;%2&quot; is no number</source>
         <translation>%1“%2”不是数字</translation>
     </message>
@@ -760,10 +728,6 @@
     <message>
         <source>entries without a quantity</source>
         <translation>没有数量的记录</translation>
-    </message>
-    <message>
-        <source>entries without a price</source>
-        <translation>没有价格的记录</translation>
     </message>
     <message>
         <source>&quot;%1&quot; says neither buy nor sell</source>
@@ -946,6 +910,344 @@
         <translation>另一进程，仅供读取</translation>
     </message>
     <message>
+        <source>&quot;%1&quot; is no cost price in yuan</source>
+        <translation>“%1”不是以元计的成本价</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no day of the form yyyymmdd that is past</source>
+        <translation>“%1”不是形如 yyyymmdd 的过往日期</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no number of an import; see the command imports</source>
+        <translation>“%1”不是导入的编号；请看命令 imports</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no quantity of shares</source>
+        <translation>“%1”不是股数</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; says neither that shares came in nor that they left</source>
+        <translation>“%1”没有说明股份是转入还是转出</translation>
+    </message>
+    <message>
+        <source># Write after each sign what it means, and import with --profile.</source>
+        <translation># 在每个等号后写明含义，然后用 --profile 导入。</translation>
+    </message>
+    <message>
+        <source>%1 days of a security have neither times nor balances nor numbers that tell the order of buys and sells: taken as listed</source>
+        <translation>有 %1 个证券日没有时间、余额或编号可以说明买卖的先后：按所列顺序处理</translation>
+    </message>
+    <message>
+        <source>%1 later imports had entries that were there already; import them again if these came from the one that is gone</source>
+        <translation>之后有 %1 次导入含有当时已存在的记录；如果它们来自刚撤销的导入，请重新导入</translation>
+    </message>
+    <message>
+        <source>%1: warning: the statement has %2 yuan after this row, but its rows come to %3</source>
+        <translation>%1：警告：对账单在此行之后的资金为 %2 元，而各行合计为 %3</translation>
+    </message>
+    <message>
+        <source>%1: warning: the statement holds %2 of %3 after this row, the ledger %4 (%5 securities disagree); import the earlier statements, or enter what was held before with open</source>
+        <translation>%1：警告：对账单在此行之后持有 %2 股 %3，账本为 %4（%5 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
+    </message>
+    <message>
+        <source>%1:%2: there is no code %3 on the market %4</source>
+        <translation>%1:%2：市场 %4 没有代码 %3</translation>
+    </message>
+    <message>
+        <source>--date is %1: no trade can be of that day</source>
+        <translation>--date 为 %1：这一天不可能有成交</translation>
+    </message>
+    <message>
+        <source>Adds entries in doubt.</source>
+        <translation>把存疑的记录作为新记录加入。</translation>
+    </message>
+    <message>
+        <source>CODE QUANTITY COST-PRICE DAY, such as 600519 100 1700.00 20231229</source>
+        <translation>代码 数量 成本价 日期，例如 600519 100 1700.00 20231229</translation>
+    </message>
+    <message>
+        <source>Enters a holding from before the first statement, at the start of a day.</source>
+        <translation>录入第一份对账单之前的持仓，算作某日开始时持有。</translation>
+    </message>
+    <message>
+        <source>Lists money that moved otherwise than by trades, oldest first.</source>
+        <translation>列出成交以外的资金变动，最早的在前。</translation>
+    </message>
+    <message>
+        <source>Lists what was imported.</source>
+        <translation>列出导入过的对账单。</translation>
+    </message>
+    <message>
+        <source>Of a statement of several accounts, this one.</source>
+        <translation>对账单含多个账户时，只取这一个。</translation>
+    </message>
+    <message>
+        <source>Prints a profile to fill in, and imports nothing.</source>
+        <translation>打印一份待填写的对照表，不导入任何内容。</translation>
+    </message>
+    <message>
+        <source>Reading</source>
+        <translation>读取</translation>
+    </message>
+    <message>
+        <source>Reads a broker&apos;s statement into the ledger.</source>
+        <translation>把券商的对账单导入账本。</translation>
+    </message>
+    <message>
+        <source>Takes an import back as a whole.</source>
+        <translation>整体撤销一次导入。</translation>
+    </message>
+    <message>
+        <source>Takes entries in doubt for those that the ledger has.</source>
+        <translation>把存疑的记录视为账本中已有的记录。</translation>
+    </message>
+    <message>
+        <source>What the broker&apos;s own columns and words mean; kept with the ledger.</source>
+        <translation>券商自有列名和用词的含义；随账本保存。</translation>
+    </message>
+    <message>
+        <source>a packed archive</source>
+        <translation>一个压缩包</translation>
+    </message>
+    <message>
+        <source>a zip archive</source>
+        <translation>一个 zip 压缩包</translation>
+    </message>
+    <message>
+        <source>account</source>
+        <translation>账户</translation>
+    </message>
+    <message>
+        <source>added</source>
+        <translation>新增</translation>
+    </message>
+    <message>
+        <source>allotments</source>
+        <translation>配售</translation>
+    </message>
+    <message>
+        <source>another table begins here, whose columns do not tell what was traded</source>
+        <translation>这里开始另一个表格，其列没有说明成交内容</translation>
+    </message>
+    <message>
+        <source>bonus shares</source>
+        <translation>送转股</translation>
+    </message>
+    <message>
+        <source>cash by the statement on %1: %2</source>
+        <translation>对账单 %1 的资金余额：%2</translation>
+    </message>
+    <message>
+        <source>columns that say nothing to the import: %1; see --suggest</source>
+        <translation>导入不认识的列：%1；请看 --suggest</translation>
+    </message>
+    <message>
+        <source>completed the fees of %1 already there</source>
+        <translation>补全了已有 %1的费用</translation>
+    </message>
+    <message>
+        <source>currency</source>
+        <translation>币种</translation>
+    </message>
+    <message>
+        <source>entered %1 of %2 at %3 on %4; undo takes it back</source>
+        <translation>已录入 %1 股 %2，成本价 %3，日期 %4；可用 undo 撤销</translation>
+    </message>
+    <message>
+        <source>entries without effect</source>
+        <translation>无影响的记录</translation>
+    </message>
+    <message>
+        <source>exercises</source>
+        <translation>行权</translation>
+    </message>
+    <message>
+        <source>file</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>from</source>
+        <translation>起</translation>
+    </message>
+    <message>
+        <source>give --same or --new, not both</source>
+        <translation>--same 与 --new 只能给一个</translation>
+    </message>
+    <message>
+        <source>import</source>
+        <translation>导入</translation>
+    </message>
+    <message>
+        <source>import %1 is taken back</source>
+        <translation>导入 %1 已撤销</translation>
+    </message>
+    <message>
+        <source>imported at</source>
+        <translation>导入时间</translation>
+    </message>
+    <message>
+        <source>in doubt: %1</source>
+        <translation>存疑：%1</translation>
+    </message>
+    <message>
+        <source>kept out: %1 of short sales and their covers, the first at %2; shares that were borrowed are not in the books</source>
+        <translation>不入账：%1融券卖出及还券，首行在 %2；借入的股份不在账内</translation>
+    </message>
+    <message>
+        <source>kept: %1 equal to another but without a deal number; if the file holds them twice by mistake, take the import back with undo, remove them and import again</source>
+        <translation>保留：%1与另一行相同且没有成交编号；如果是文件误重，请用 undo 撤销导入，删除重复行后再导入</translation>
+    </message>
+    <message>
+        <source>kind</source>
+        <translation>类别</translation>
+    </message>
+    <message>
+        <source>known already from another kind of export: %1</source>
+        <translation>已由另一种导出格式得知：%1</translation>
+    </message>
+    <message>
+        <source>line %1 of the profile, &quot;%2&quot;, must have the form &quot;column NAME = MEANING&quot; or &quot;word WORD = MEANING&quot;; see import --suggest for the meanings</source>
+        <translation>对照表第 %1 行“%2”必须形如“column 列名 = 含义”或“word 用词 = 含义”；可用的含义请看 import --suggest</translation>
+    </message>
+    <message>
+        <source>money</source>
+        <translation>资金</translation>
+    </message>
+    <message>
+        <source>money: %1 (%2)</source>
+        <translation>资金：%1（%2）</translation>
+    </message>
+    <message>
+        <source>movements of money added: %1</source>
+        <translation>新增资金变动：%1</translation>
+    </message>
+    <message>
+        <source>note</source>
+        <translation>说明</translation>
+    </message>
+    <message>
+        <source>nothing imported: the ledger has as much on these days in other pieces or under other numbers, %1 in all; import with --same if they are the same trades, with --new if not</source>
+        <translation>没有导入：账本在这些日子有同样多的成交，但分笔或编号不同，共 %1；若是相同的成交请加 --same，否则加 --new</translation>
+    </message>
+    <message>
+        <source>nothing tells the market of the code %1</source>
+        <translation>无法得知代码 %1 的市场</translation>
+    </message>
+    <message>
+        <source>other money</source>
+        <translation>其他资金</translation>
+    </message>
+    <message>
+        <source>purchases</source>
+        <translation>买入</translation>
+    </message>
+    <message>
+        <source>redemptions</source>
+        <translation>赎回兑付</translation>
+    </message>
+    <message>
+        <source>reinvested dividends</source>
+        <translation>红利再投资</translation>
+    </message>
+    <message>
+        <source>shares without a trade: %1 (%2)</source>
+        <translation>非成交的股份变动：%1（%2）</translation>
+    </message>
+    <message>
+        <source>splits</source>
+        <translation>拆分合并</translation>
+    </message>
+    <message>
+        <source>the NUMBER of an import</source>
+        <translation>导入的编号</translation>
+    </message>
+    <message>
+        <source>the column %1 holds &quot;%2&quot;: a spreadsheet has dropped digits of it; export the statement anew, or have that column saved as text</source>
+        <translation>列 %1 含有“%2”：电子表格丢掉了其中的数字；请重新导出对账单，或把该列存为文本</translation>
+    </message>
+    <message>
+        <source>the entry says buy, but its net amount %1 is that of a sell</source>
+        <translation>该行写的是买入，但发生金额 %1 却是卖出的</translation>
+    </message>
+    <message>
+        <source>the holding would cost more than %1 yuan</source>
+        <translation>该持仓的成本将超过 %1 元</translation>
+    </message>
+    <message>
+        <source>the ledger has this holding already</source>
+        <translation>账本已有该持仓</translation>
+    </message>
+    <message>
+        <source>the page is too large; save it as CSV</source>
+        <translation>网页过大；请另存为 CSV</translation>
+    </message>
+    <message>
+        <source>the row has %1 cells, the header only %2</source>
+        <translation>该行有 %1 个单元格，表头只有 %2 个</translation>
+    </message>
+    <message>
+        <source>the row has a date of its own, %1; leave --date out</source>
+        <translation>该行自带日期 %1；请去掉 --date</translation>
+    </message>
+    <message>
+        <source>the row is cut short: it has %1 cells, the header %2</source>
+        <translation>该行不完整：只有 %1 个单元格，表头有 %2 个</translation>
+    </message>
+    <message>
+        <source>the statement is of several accounts, %1: import each into a ledger of its own, with --account</source>
+        <translation>对账单含多个账户：%1；请用 --account 分别导入各自的账本</translation>
+    </message>
+    <message>
+        <source>the workbook cannot be unpacked; open it and save it anew</source>
+        <translation>工作簿无法解压；请打开后重新保存</translation>
+    </message>
+    <message>
+        <source>the workbook holds more than any statement does</source>
+        <translation>工作簿的内容超出了任何对账单的规模</translation>
+    </message>
+    <message>
+        <source>the workbook is damaged: %1</source>
+        <translation>工作簿已损坏：%1</translation>
+    </message>
+    <message>
+        <source>there before</source>
+        <translation>原已存在</translation>
+    </message>
+    <message>
+        <source>there is no code %1 on the market %2</source>
+        <translation>市场 %2 没有代码 %1</translation>
+    </message>
+    <message>
+        <source>there is no import %1; see the command imports</source>
+        <translation>没有编号为 %1 的导入；请看命令 imports</translation>
+    </message>
+    <message>
+        <source>there is no price, but %1 yuan were moved: nobody can tell what it is</source>
+        <translation>没有价格，却有 %1 元的变动：无法判断是什么业务</translation>
+    </message>
+    <message>
+        <source>this is a zip archive, not a workbook; unpack it and import what is inside</source>
+        <translation>这是 zip 压缩包，不是工作簿；请解压后导入其中的文件</translation>
+    </message>
+    <message>
+        <source>to</source>
+        <translation>止</translation>
+    </message>
+    <message>
+        <source>warning: %1 brought shares in without a price, the first at %2: the cost price of these is too low</source>
+        <translation>警告：%1转入股份没有价格，首行在 %2：其成本价偏低</translation>
+    </message>
+    <message>
+        <source>warning: the fees of %1 are not what the account paid beyond the amount, the first at %2</source>
+        <translation>警告：%1的费用与发生金额不符，首行在 %2</translation>
+    </message>
+    <message>
+        <source>words that say nothing to the import: %1; see --suggest</source>
+        <translation>导入不认识的用词：%1；请看 --suggest</translation>
+    </message>
+    <message>
+        <source>… and %1 like these</source>
+        <translation>……另有%1类似</translation>
         <source>the ledger %1 is not there any more: it was removed or moved. Nothing was changed</source>
         <translation>账本 %1 已不存在：已被删除或移走。未作任何更改</translation>
     </message>

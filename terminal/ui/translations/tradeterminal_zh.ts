@@ -1156,6 +1156,22 @@
         <source>Trading module: does not run</source>
         <translation>交易模块：未运行</translation>
     </message>
+    <message>
+        <source>Version %1 on %2, ledger: %3</source>
+        <translation>版本 %1，主机 %2，账本：%3</translation>
+    </message>
+    <message>
+        <source>Trading module: no bus</source>
+        <translation>交易模块：没有总线</translation>
+    </message>
+    <message>
+        <source>Trading module: refuses</source>
+        <translation>交易模块：拒绝查询</translation>
+    </message>
+    <message>
+        <source>Trading module: does not answer any more</source>
+        <translation>交易模块：不再应答</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::StateStrip</name>

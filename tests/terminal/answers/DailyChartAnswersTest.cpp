@@ -123,16 +123,16 @@ HistoryTrade: "matchqty" is missing (rows: 1); counts as 0)"},
      R"(historytrade: "cmd" is "historytrade", which nobody asked; the message is ignored)"},
 };
 
-class WrongAnswerToADailyChart : public WrongAnswers
+class DailyChartAnswersThatAreWrong : public WrongAnswers
 {
 };
 
-TEST_P(WrongAnswerToADailyChart, IsToldWithItsCommandAndKey)
+TEST_P(DailyChartAnswersThatAreWrong, AreToldWithTheirCommandAndKey)
 {
     EXPECT_EQ(toldOf(GetParam()), GetParam().told);
 }
 
-INSTANTIATE_TEST_SUITE_P(Answers, WrongAnswerToADailyChart, ::testing::ValuesIn(dailyChartAnswers),
+INSTANTIATE_TEST_SUITE_P(Answers, DailyChartAnswersThatAreWrong, ::testing::ValuesIn(dailyChartAnswers),
                          [](const auto &row) { return row.param.name; });
 
 } // namespace

@@ -122,16 +122,16 @@ EntrustTodayTrade: "orderqty" is missing (rows: 2); counts as 0)"},
      R"(EntrustCancel: "data" is missing; counts as nothing)"},
 };
 
-class WrongAnswerAboutOrders : public WrongAnswers
+class OrderAnswersThatAreWrong : public WrongAnswers
 {
 };
 
-TEST_P(WrongAnswerAboutOrders, IsToldWithItsCommandAndKey)
+TEST_P(OrderAnswersThatAreWrong, AreToldWithTheirCommandAndKey)
 {
     EXPECT_EQ(toldOf(GetParam()), GetParam().told);
 }
 
-INSTANTIATE_TEST_SUITE_P(Answers, WrongAnswerAboutOrders, ::testing::ValuesIn(orderAnswers),
+INSTANTIATE_TEST_SUITE_P(Answers, OrderAnswersThatAreWrong, ::testing::ValuesIn(orderAnswers),
                          [](const auto &row) { return row.param.name; });
 
 } // namespace

@@ -7,10 +7,10 @@
 namespace Terminal {
 namespace {
 
-class StatesOfOverlays : public ::testing::Test
+class OverlayStatesTest : public ::testing::Test
 {
 protected:
-    StatesOfOverlays() { states.setChart(dailyChart(10)); }
+    OverlayStatesTest() { states.setChart(dailyChart(10)); }
 
     static const OverlayKind &kind(const char *word) { return *findOverlayKind(QLatin1String(word)); }
     OverlayState::Kind stateOf(const char *word) { return states.stateOf(kind(word)).kind; }
@@ -40,31 +40,31 @@ protected:
     OverlayStates states;
 };
 
-TEST_F(StatesOfOverlays, AreOpenBeforeAnythingWasAsked)
+TEST_F(OverlayStatesTest, AreOpenBeforeAnythingWasAsked)
 {
     EXPECT_EQ(stateOf("cost"), OverlayState::Waiting);
 }
 
-TEST_F(StatesOfOverlays, SayThatAnAnswerIsDue)
+TEST_F(OverlayStatesTest, SayThatAnAnswerIsDue)
 {
     states.noteAsked(QStringLiteral("HolderCostPrice"));
     EXPECT_EQ(stateOf("cost"), OverlayState::Asked);
 }
 
-TEST_F(StatesOfOverlays, SayThatThereIsNothing)
+TEST_F(OverlayStatesTest, SayThatThereIsNothing)
 {
     states.noteAnswer(answer("HolderCostPrice", 0));
     EXPECT_EQ(stateOf("cost"), OverlayState::Empty);
 }
 
-TEST_F(StatesOfOverlays, AddUpTodaysAndPastTrades)
+TEST_F(OverlayStatesTest, AddUpTodaysAndPastTrades)
 {
     states.noteAnswer(answer("TodayTrade", 0));
     states.noteAnswer(answer("HistoryTrade", 2));
     EXPECT_EQ(stateOf("trades"), OverlayState::Drawn);
 }
 
-TEST_F(StatesOfOverlays, SayThatOneOfTwoAnswersWasRefused)
+TEST_F(OverlayStatesTest, SayThatOneOfTwoAnswersWasRefused)
 {
     states.noteAnswer(answer("TodayTrade", 1));
     states.noteAnswer(refusal("HistoryTrade"));
@@ -73,7 +73,7 @@ TEST_F(StatesOfOverlays, SayThatOneOfTwoAnswersWasRefused)
                 ::testing::ElementsAre(QStringLiteral("HistoryTrade: refused: busy")));
 }
 
-TEST_F(StatesOfOverlays, SayThatAnAnswerIsWrongUntilOneIsRight)
+TEST_F(OverlayStatesTest, SayThatAnAnswerIsWrongUntilOneIsRight)
 {
     states.noteAnswer(wrong("HistoryTrade"));
     EXPECT_EQ(stateOf("trades"), OverlayState::Wrong);
@@ -83,19 +83,19 @@ TEST_F(StatesOfOverlays, SayThatAnAnswerIsWrongUntilOneIsRight)
     EXPECT_EQ(stateOf("trades"), OverlayState::Drawn);
 }
 
-TEST_F(StatesOfOverlays, SayThatAnOverlayHasNoPlaceOnTheChart)
+TEST_F(OverlayStatesTest, SayThatAnOverlayHasNoPlaceOnTheChart)
 {
     EXPECT_EQ(stateOf("orders"), OverlayState::Elsewhere);
 }
 
-TEST_F(StatesOfOverlays, ForgetWhatAnotherChartWasAnswered)
+TEST_F(OverlayStatesTest, ForgetWhatAnotherChartWasAnswered)
 {
     states.noteAnswer(answer("HolderCostPrice", 1));
     states.setChart(dailyChart(20));
     EXPECT_EQ(stateOf("cost"), OverlayState::Waiting);
 }
 
-TEST_F(StatesOfOverlays, CountTheRowsOfAnotherMarket)
+TEST_F(OverlayStatesTest, CountTheRowsOfAnotherMarket)
 {
     Trading::CheckedAnswer others = answer("HolderCostPrice", 0);
     others.otherMarkets = 1;
@@ -104,17 +104,17 @@ TEST_F(StatesOfOverlays, CountTheRowsOfAnotherMarket)
               QStringLiteral("nothing; of another market: 1"));
 }
 
-TEST(TextOfAnOverlaysState, CountsTheMarksInView)
+TEST(OverlayStatesText, CountsTheMarksInView)
 {
     EXPECT_EQ(overlayStateText({OverlayState::Drawn}, 3, {}), QStringLiteral("in view: 3"));
 }
 
-TEST(TextOfAnOverlaysState, SaysThatItsMarksAreOutOfView)
+TEST(OverlayStatesText, SaysThatItsMarksAreOutOfView)
 {
     EXPECT_EQ(overlayStateText({OverlayState::Drawn}, 0, {}), QStringLiteral("none in view"));
 }
 
-TEST(TextOfAnOverlaysState, HasTheFigureOfALineWithItsArrow)
+TEST(OverlayStatesText, HasTheFigureOfALineWithItsArrow)
 {
     EXPECT_EQ(overlayStateText({OverlayState::Drawn}, 0, {QStringLiteral(u"持仓成本:50.310 ↓")}),
               QStringLiteral(u"50.310 ↓"));

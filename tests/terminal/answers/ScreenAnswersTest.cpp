@@ -12,10 +12,10 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-class AnswersOfAScreen : public ::testing::Test
+class ScreenAnswersTest : public ::testing::Test
 {
 protected:
-    AnswersOfAScreen()
+    ScreenAnswersTest()
     {
         answers.setSecurity({QStringLiteral("600519"), Trading::Market::Shanghai});
         QObject::connect(&answers, &ScreenAnswers::foundWrong, &answers,
@@ -60,11 +60,11 @@ protected:
     std::vector<Trading::CheckedAnswer> answered;
 };
 
-class RightAnswer : public AnswersOfAScreen, public ::testing::WithParamInterface<const char *>
+class ScreenAnswersThatAreRight : public ScreenAnswersTest, public ::testing::WithParamInterface<const char *>
 {
 };
 
-TEST_P(RightAnswer, IsNotSpokenOf)
+TEST_P(ScreenAnswersThatAreRight, AreNotSpokenOf)
 {
     take(rightAnswer(QLatin1String(GetParam())));
     EXPECT_THAT(told, IsEmpty());
@@ -72,11 +72,11 @@ TEST_P(RightAnswer, IsNotSpokenOf)
     EXPECT_THAT(answered, SizeIs(1));
 }
 
-INSTANTIATE_TEST_SUITE_P(Commands, RightAnswer,
+INSTANTIATE_TEST_SUITE_P(Commands, ScreenAnswersThatAreRight,
                          ::testing::Values("HolderCostPrice", "TodayTrade", "HistoryTrade",
                                            "EntrustTodayTrade", "EntrustHistoryTrade", "EntrustCancel"));
 
-TEST_F(AnswersOfAScreen, TellAFaultOnceAndLogItEachTime)
+TEST_F(ScreenAnswersTest, TellAFaultOnceAndLogItEachTime)
 {
     take(withoutSides());
     const int faults = told.size();
@@ -87,7 +87,7 @@ TEST_F(AnswersOfAScreen, TellAFaultOnceAndLogItEachTime)
     EXPECT_EQ(log.lines(QtWarningMsg).size(), static_cast<size_t>(2 * faults));
 }
 
-TEST_F(AnswersOfAScreen, TellAFaultAgainOfAnotherSecurity)
+TEST_F(ScreenAnswersTest, TellAFaultAgainOfAnotherSecurity)
 {
     take(refusalOf("600519"));
     answers.setSecurity({QStringLiteral("000001"), Trading::Market::Shenzhen});
@@ -95,7 +95,7 @@ TEST_F(AnswersOfAScreen, TellAFaultAgainOfAnotherSecurity)
     EXPECT_THAT(told, SizeIs(2));
 }
 
-TEST_F(AnswersOfAScreen, SayHowManyRowsHaveAFault)
+TEST_F(ScreenAnswersTest, SayHowManyRowsHaveAFault)
 {
     QJsonObject answer = history();
     QJsonArray rows = answer.value(QStringLiteral("data")).toArray();
@@ -110,7 +110,7 @@ TEST_F(AnswersOfAScreen, SayHowManyRowsHaveAFault)
                           "HistoryTrade: \"bsflag2\" is missing (rows: 2); counts as a sale")));
 }
 
-TEST_F(AnswersOfAScreen, NameWhatCannotBeRead)
+TEST_F(ScreenAnswersTest, NameWhatCannotBeRead)
 {
     take(QByteArray("{\"cmd\":\"HistoryTrade\","));
     ASSERT_THAT(told, SizeIs(1));
@@ -118,7 +118,7 @@ TEST_F(AnswersOfAScreen, NameWhatCannotBeRead)
         QLatin1String("An answer of the trading module: the answer is no JSON object: ")));
 }
 
-TEST_F(AnswersOfAScreen, CountRowsOfAnotherMarketAndSayNothing)
+TEST_F(ScreenAnswersTest, CountRowsOfAnotherMarketAndSayNothing)
 {
     QJsonObject answer = rightAnswer(QStringLiteral("EntrustTodayTrade"));
     QJsonArray rows = answer.value(QStringLiteral("data")).toArray();
@@ -133,7 +133,7 @@ TEST_F(AnswersOfAScreen, CountRowsOfAnotherMarketAndSayNothing)
     EXPECT_EQ(answered.front().otherMarkets, 1);
 }
 
-TEST_F(AnswersOfAScreen, LeaveTheAnswerAloneThatCameTooLateForItsSecurity)
+TEST_F(ScreenAnswersTest, LeaveTheAnswerAloneThatCameTooLateForItsSecurity)
 {
     answers.setSecurity({QStringLiteral("000001"), Trading::Market::Shenzhen});
     take(withoutSides());
@@ -141,7 +141,7 @@ TEST_F(AnswersOfAScreen, LeaveTheAnswerAloneThatCameTooLateForItsSecurity)
     EXPECT_THAT(answered, IsEmpty());
 }
 
-TEST_F(AnswersOfAScreen, TellOfPastTradesThatCameTwice)
+TEST_F(ScreenAnswersTest, TellOfPastTradesThatCameTwice)
 {
     take(question(), "Global");
     take(history());
@@ -150,7 +150,7 @@ TEST_F(AnswersOfAScreen, TellOfPastTradesThatCameTwice)
                           "HistoryTrade: the answer came twice; every trade is listed twice")));
 }
 
-TEST_F(AnswersOfAScreen, TakePastTradesTwiceThatWereAskedForTwice)
+TEST_F(ScreenAnswersTest, TakePastTradesTwiceThatWereAskedForTwice)
 {
     take(question(), "Global");
     take(history());
@@ -159,7 +159,7 @@ TEST_F(AnswersOfAScreen, TakePastTradesTwiceThatWereAskedForTwice)
     EXPECT_THAT(told, IsEmpty());
 }
 
-TEST_F(AnswersOfAScreen, HearTheQuestionsOfTheirOwnOverlaysAlone)
+TEST_F(ScreenAnswersTest, HearTheQuestionsOfTheirOwnOverlaysAlone)
 {
     take(question(), "Global");
     QJsonObject ofAnother = question();
@@ -168,7 +168,7 @@ TEST_F(AnswersOfAScreen, HearTheQuestionsOfTheirOwnOverlaysAlone)
     EXPECT_THAT(asked, ElementsAre(QStringLiteral("HistoryTrade")));
 }
 
-TEST_F(AnswersOfAScreen, TellOfAnAnswerThatWentToEverybodyInstead)
+TEST_F(ScreenAnswersTest, TellOfAnAnswerThatWentToEverybodyInstead)
 {
     take(history(), "Global");
     EXPECT_THAT(told, ElementsAre(QStringLiteral("HistoryTrade: the answer came on channel \"Global\"; "
@@ -176,7 +176,7 @@ TEST_F(AnswersOfAScreen, TellOfAnAnswerThatWentToEverybodyInstead)
     EXPECT_THAT(answered, IsEmpty());
 }
 
-TEST_F(AnswersOfAScreen, LeaveItToTheOverlayToTellWhyACancellationWasRefused)
+TEST_F(ScreenAnswersTest, LeaveItToTheOverlayToTellWhyACancellationWasRefused)
 {
     QJsonObject answer = rightAnswer(QStringLiteral("EntrustCancel"));
     answer[QStringLiteral("success")] = false;

@@ -66,6 +66,23 @@ TEST_F(MainWindowTest, LooksAsIfItHadBeenOpenedInTheThemeThatItIsChangedTo)
     EXPECT_EQ(picture(), dark);
 }
 
+TEST_F(MainWindowTest, NamesItsAccountInItsTitleInTheLanguageOfTheWindow)
+{
+    TerminalOptions options;
+    options.ledger = QStringLiteral("/home/me/account.db");
+    openWindow({QStringLiteral("600519")}, options);
+    EXPECT_THAT(m_window->windowTitle().toStdString(), ::testing::HasSubstr("600519"));
+    EXPECT_THAT(m_window->windowTitle().toStdString(), ::testing::HasSubstr("account.db（模拟）"));
+    speakEnglish();
+    EXPECT_THAT(m_window->windowTitle().toStdString(), ::testing::HasSubstr("account.db (paper)"));
+}
+
+TEST_F(MainWindowTest, NamesNoAccountThatItDoesNotKnow)
+{
+    show({});
+    EXPECT_FALSE(m_window->windowTitle().contains(QStringLiteral(u"–")));
+}
+
 TEST_F(MainWindowTest, KeepsTheChartWhenOtherBarsCannotBeLoaded)
 {
     show({});

@@ -13,7 +13,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-class StatesInAWindow : public OverlayWindow
+class StateStripTest : public OverlayWindow
 {
 protected:
     void open(const QStringList &overlays)
@@ -43,7 +43,7 @@ protected:
         R"({"cmd":"HolderCostPrice","stkcode":"600519","success":false,"msg":"the ledger is busy"})";
 };
 
-TEST_F(StatesInAWindow, AreThoseOfTheOverlaysOnTheChart)
+TEST_F(StateStripTest, AreThoseOfTheOverlaysOnTheChart)
 {
     open({QStringLiteral("cost"), QStringLiteral("orders")});
     EXPECT_TRUE(isSaid(QStringLiteral("Cost: not asked yet")));
@@ -52,7 +52,7 @@ TEST_F(StatesInAWindow, AreThoseOfTheOverlaysOnTheChart)
                                      QStringLiteral("Trading module: not asked")));
 }
 
-TEST_F(StatesInAWindow, GoWithTheirOverlay)
+TEST_F(StateStripTest, GoWithTheirOverlay)
 {
     open({QStringLiteral("cost")});
     ASSERT_TRUE(isSaid(QStringLiteral("Cost: not asked yet")));
@@ -60,14 +60,14 @@ TEST_F(StatesInAWindow, GoWithTheirOverlay)
     EXPECT_TRUE(waitUntil([this] { return texts().size() == 1; }));
 }
 
-TEST_F(StatesInAWindow, SayThatThereIsNothing)
+TEST_F(StateStripTest, SayThatThereIsNothing)
 {
     open({QStringLiteral("cost")});
     answer(R"({"cmd":"HolderCostPrice","stkcode":"600519","data":{"stkcode":"600519","market":"1"}})");
     EXPECT_TRUE(isSaid(QStringLiteral("Cost: nothing there")));
 }
 
-TEST_F(StatesInAWindow, CountMarksAndSayWhenTheyAreOutOfView)
+TEST_F(StateStripTest, CountMarksAndSayWhenTheyAreOutOfView)
 {
     open({QStringLiteral("trades")});
     answer(R"({"cmd":"HistoryTrade","stkcode":"600519","data":[{"bizdate":"20240102","matchtime":"09300000",
@@ -77,7 +77,7 @@ TEST_F(StatesInAWindow, CountMarksAndSayWhenTheyAreOutOfView)
     EXPECT_TRUE(waitUntil([this] { return texts().front().startsWith(QLatin1String("Trades: in view: ")); }));
 }
 
-TEST_F(StatesInAWindow, TellARefusalInMessageStripAndTip)
+TEST_F(StateStripTest, TellARefusalInMessageStripAndTip)
 {
     open({QStringLiteral("cost")});
     answer(refused);
@@ -88,7 +88,7 @@ TEST_F(StatesInAWindow, TellARefusalInMessageStripAndTip)
     EXPECT_TRUE(action("Cost")->toolTip().contains(QStringLiteral("the ledger is busy")));
 }
 
-TEST_F(StatesInAWindow, TellARefusalOnce)
+TEST_F(StateStripTest, TellARefusalOnce)
 {
     open({QStringLiteral("cost")});
     answer(refused);
@@ -97,7 +97,7 @@ TEST_F(StatesInAWindow, TellARefusalOnce)
     EXPECT_EQ(message(), QString());
 }
 
-TEST_F(StatesInAWindow, HaveTheToggleSayHowItStands)
+TEST_F(StateStripTest, HaveTheToggleSayHowItStands)
 {
     open({QStringLiteral("cost")});
     ASSERT_TRUE(isSaid(QStringLiteral("Cost: not asked yet")));
@@ -105,7 +105,7 @@ TEST_F(StatesInAWindow, HaveTheToggleSayHowItStands)
     EXPECT_EQ(action("Trades")->toolTip(), QStringLiteral("Trades"));
 }
 
-TEST_F(StatesInAWindow, SpeakTheLanguageOfTheWindow)
+TEST_F(StateStripTest, SpeakTheLanguageOfTheWindow)
 {
     open({QStringLiteral("cost")});
     ASSERT_TRUE(isSaid(QStringLiteral("Cost: not asked yet")));
@@ -113,15 +113,15 @@ TEST_F(StatesInAWindow, SpeakTheLanguageOfTheWindow)
     EXPECT_TRUE(isSaid(QStringLiteral(u"持仓成本：尚未查询")));
 }
 
-TEST_F(StatesInAWindow, SayWhyThereIsNoTradingModule)
+TEST_F(StateStripTest, SayWhyThereIsNoTradingModule)
 {
     open({});
-    m_window->setModuleState({ModuleState::Failed, QStringLiteral("the ledger is corrupt")});
+    m_window->noteFailure(QStringLiteral("the ledger is corrupt"));
     EXPECT_THAT(texts(), ElementsAre(QStringLiteral("Trading module: does not run")));
     EXPECT_EQ(state("module")->toolTip(), QStringLiteral("the ledger is corrupt"));
 }
 
-TEST_F(StatesInAWindow, AreMadeAnewWithTheOverlaysWhosePastTradesChanged)
+TEST_F(StateStripTest, AreMadeAnewWithTheOverlaysWhosePastTradesChanged)
 {
     open({QStringLiteral("trades"), QStringLiteral("cost")});
     overlayLog();
@@ -130,7 +130,7 @@ TEST_F(StatesInAWindow, AreMadeAnewWithTheOverlaysWhosePastTradesChanged)
     EXPECT_EQ(countOf(overlayLog(), "made"), 1) << "the trades";
 }
 
-TEST_F(StatesInAWindow, LeaveTheOverlaysAloneWhenAnOrderChanged)
+TEST_F(StateStripTest, LeaveTheOverlaysAloneWhenAnOrderChanged)
 {
     open({QStringLiteral("trades"), QStringLiteral("cost")});
     overlayLog();
@@ -140,21 +140,24 @@ TEST_F(StatesInAWindow, LeaveTheOverlaysAloneWhenAnOrderChanged)
     EXPECT_EQ(countOf(overlayLog(), "made"), 0);
 }
 
-class ModuleStateText : public ::testing::TestWithParam<std::pair<ModuleState::Kind, const char *>>
+class StateStripOfAModule : public ::testing::TestWithParam<std::pair<ModuleState::Kind, const char *>>
 {
 };
 
-TEST_P(ModuleStateText, IsShort)
+TEST_P(StateStripOfAModule, IsShort)
 {
     EXPECT_EQ(moduleStateText({GetParam().first}), QLatin1String(GetParam().second));
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, ModuleStateText,
-                         ::testing::Values(std::pair(ModuleState::Awaited, "Trading module: waiting for it"),
-                                           std::pair(ModuleState::Absent, "Trading module: none answers"),
-                                           std::pair(ModuleState::Answering, "Trading module: answers"),
-                                           std::pair(ModuleState::ReadOnly,
-                                                     "Trading module: answers, takes no orders")));
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, StateStripOfAModule,
+    ::testing::Values(std::pair(ModuleState::Awaited, "Trading module: waiting for it"),
+                      std::pair(ModuleState::NoBus, "Trading module: no bus"),
+                      std::pair(ModuleState::Absent, "Trading module: none answers"),
+                      std::pair(ModuleState::Refusing, "Trading module: refuses"),
+                      std::pair(ModuleState::Silent, "Trading module: does not answer any more"),
+                      std::pair(ModuleState::Answering, "Trading module: answers"),
+                      std::pair(ModuleState::ReadOnly, "Trading module: answers, takes no orders")));
 
 } // namespace
 } // namespace Terminal

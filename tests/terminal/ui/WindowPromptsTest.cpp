@@ -1,5 +1,6 @@
 // Questions and lists of the window, whose words come from data files, the overlay library and the bus.
 #include "terminal/ui/WindowPrompts.h"
+#include "terminal/ui/MessageBar.h"
 #include "tests/terminal/support/WhenOpen.h"
 
 #include <gmock/gmock.h>
@@ -69,6 +70,23 @@ TEST_F(WindowPromptsTest, ChooseNoRowByALetterOfItsName)
     });
     chosen = m_prompts.choose({QStringLiteral("first"), QStringLiteral("A&B Holdings")}, QPoint(10, 10));
     EXPECT_EQ(chosen, -1);
+}
+
+TEST_F(WindowPromptsTest, ShowAllOfALongMessageInsideTheirWindow)
+{
+    m_prompts.show(QStringLiteral("/a/folder/of/a/long/path").repeated(20) +
+                   QStringLiteral(": is not there"));
+    const auto *const bar = m_window.findChild<MessageBar *>();
+    EXPECT_TRUE(m_window.rect().contains(bar->geometry()));
+    EXPECT_GT(bar->height(), 3 * bar->fontMetrics().height()) << "in several lines";
+}
+
+TEST_F(WindowPromptsTest, ShowAShortMessageInOneLine)
+{
+    m_prompts.show(QStringLiteral("Done"));
+    const auto *const bar = m_window.findChild<MessageBar *>();
+    EXPECT_LT(bar->height(), 3 * bar->fontMetrics().height());
+    EXPECT_LT(bar->width(), 200);
 }
 
 } // namespace

@@ -35,6 +35,15 @@ TEST_F(WindowSettingsTest, BringBackChartOverlaysAndLook)
     EXPECT_TRUE(back.hidesAmounts);
 }
 
+TEST_F(WindowSettingsTest, BringBackWhetherTheWindowAsksBeforeAnOrderIsSent)
+{
+    EXPECT_TRUE(WindowSettings().over({}).asksBeforeSending) << "it does so at first";
+    TerminalOptions options;
+    options.asksBeforeSending = false;
+    remember(options);
+    EXPECT_FALSE(WindowSettings().over({}).asksBeforeSending);
+}
+
 TEST_F(WindowSettingsTest, BringBackThatNoOverlayWasShown)
 {
     remember({});

@@ -88,7 +88,7 @@ TEST_F(ChineseProgram, ReportsAnImport)
     EXPECT_THAT(refused, HasSubstr("全部未导入：1 行无法识别"));
 
     const std::string done = inChinese({QStringLiteral("import"), QStringLiteral("--skip-bad"), file}).output;
-    EXPECT_THAT(done, HasSubstr("未导入：银证转账（1 行）\n"));
+    EXPECT_THAT(done, HasSubstr("资金：银证转账（1 行）\n"));
     EXPECT_THAT(done, HasSubstr("已导入 1 笔，账本中原有 0 笔\n"));
 }
 

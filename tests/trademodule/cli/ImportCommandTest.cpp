@@ -83,4 +83,78 @@ TEST_F(ImportCommandTest, NamesAFileThatIsNotThere)
     EXPECT_THAT(ended.errors, HasSubstr("/nowhere/statement.csv"));
 }
 
+TEST_F(ImportCommandTest, ListsImportsAndTakesOneBack)
+{
+    import(write(oneRow));
+    EXPECT_THAT(runOnLedger({QStringLiteral("imports")}).output, HasSubstr("statement.csv"));
+
+    const Ended ended = runOnLedger({QStringLiteral("undo"), QStringLiteral("1")});
+
+    EXPECT_THAT(ended.output, HasSubstr("import 1 is taken back"));
+    EXPECT_EQ(tradeCount(), 0);
+    EXPECT_EQ(runOnLedger({QStringLiteral("undo"), QStringLiteral("1")}).exitCode, 1);
+    EXPECT_EQ(runOnLedger({QStringLiteral("undo"), QStringLiteral("all")}).exitCode, 2);
+}
+
+TEST_F(ImportCommandTest, EntersAHoldingFromBeforeTheFirstStatement)
+{
+    const QStringList open{QStringLiteral("open"), QStringLiteral("600519"), QStringLiteral("100"),
+                           QStringLiteral("1500.5"), QStringLiteral("20191231")};
+
+    EXPECT_EQ(runOnLedger(open).exitCode, 0);
+    EXPECT_EQ(runOnLedger(open).exitCode, 1);
+
+    EXPECT_EQ(ledger().holding(liquor()).quantity(), 100);
+    EXPECT_DOUBLE_EQ(costPrice(liquor()), 1500.5);
+    EXPECT_EQ(tradeCount(), 0);
+}
+
+TEST_F(ImportCommandTest, ListsMoneyThatMovedWithoutATrade)
+{
+    import(write("20210811,11:03:51,600519,贵州茅台,股息入账,0,100,2599.00,1\n"));
+
+    EXPECT_THAT(runOnLedger({QStringLiteral("money")}).output, HasSubstr("2599.00"));
+}
+
+TEST_F(ImportCommandTest, KeepsTheProfileWithTheLedger)
+{
+    const QString file = write("20210811,11:03:51,600519,贵州茅台,撮合,1700.00,100,170000.00,1\n");
+    EXPECT_EQ(import(file).exitCode, 1);
+    const std::string suggestion = import(file, {QStringLiteral("--suggest")}).output;
+    EXPECT_THAT(suggestion, HasSubstr("word 撮合 = "));
+    const QString profile = writeFile(QStringLiteral("broker.profile"),
+                                      QByteArray::fromStdString(suggestion).replace("撮合 = ", "撮合 = buy"));
+
+    EXPECT_EQ(import(file, {QStringLiteral("--profile"), profile}).exitCode, 0);
+
+    EXPECT_THAT(import(file).output, HasSubstr("1 already in the ledger"));
+}
+
+TEST_F(ImportCommandTest, NamesTheRowAfterWhichTheStatementHoldsSomethingElse)
+{
+    const QString file =
+        writeFile(QStringLiteral("balances.csv"),
+                  "成交日期,证券代码,操作,成交数量,成交价格,股票余额\n20240102,600519,买入,100,1700,300\n");
+
+    EXPECT_THAT(import(file).output, HasSubstr("balances.csv:2: warning: the statement holds 300 of 600519"));
+}
+
+TEST_F(ImportCommandTest, RefusesADayOnWhichNothingCanHaveBeenDealt)
+{
+    EXPECT_EQ(import(write(oneRow), {QStringLiteral("--date"), QStringLiteral("20620105")}).exitCode, 2);
+}
+
+TEST_F(ImportCommandTest, PrintsNoMoreThanSomeOfManyBadRows)
+{
+    QByteArray rows;
+    for (int i = 0; i < 50; ++i) {
+        rows += badRow;
+    }
+
+    const std::string output = import(write(rows)).output;
+
+    EXPECT_THAT(output, HasSubstr("and 30 rows like these"));
+    EXPECT_THAT(output, HasSubstr("nothing imported: 50 rows"));
+}
+
 } // namespace TradeModule

@@ -101,9 +101,9 @@ INSTANTIATE_TEST_SUITE_P(
                       Cell{"Word", "上午", unreadable}),
     ByName());
 
-TEST(CellValueOfACode, GetsItsLeadingZerosBack)
+TEST(CellValueOfACode, HasItsDigitsAsTheyStand)
 {
-    EXPECT_EQ(CellValue::code(QStringLiteral("2798"))->digits, QStringLiteral("002798"));
+    EXPECT_EQ(CellValue::code(QStringLiteral("2798"))->digits, QStringLiteral("2798"));
 }
 
 TEST(CellValueOfACode, MayCarryItsMarket)

@@ -197,6 +197,15 @@ INSTANTIATE_TEST_SUITE_P(
         BadCell{"AmountOfMoreThanAnyAccountHas",
                 "20210811,10:00:00,600000,浦发银行,买入,1000000,1000000000000,,2",
                 "price × quantity, is too large: 1000000.00 × 1000000000000"},
+        BadCell{"SpoiltNumber", "20210811,10:00:00,600000,浦发银行,买入,9.10,100,910.00,1.05E+14",
+                "the column 成交编号 holds \"1.05E+14\""},
+        BadCell{"CutShort", "20210811,10:00:00,600000,浦发银行,买入,9.10,10", "cut short"},
+        BadCell{"TooLong", "20210811,10:00:00,600000,浦发,银行,买入,9.10,100,910.00,2",
+                "neither buy nor sell"},
+        BadCell{"OneCellTooMany", "20210811,10:00:00,600000,浦发银行,买入,9.10,100,910.00,2,x",
+                "the header only 9"},
+        BadCell{"CodeOfNoMarket", "20210811,10:00:00,SH300750,浦发银行,买入,9.10,100,910.00,2",
+                "there is no code 300750 on the market SH"},
         BadCell{"SlippedColumns", "20210811,10:00:00,600000,浦发银行,买入,100,910.00,1,2",
                 "not price × quantity"}),
     ByName());
@@ -208,6 +217,92 @@ TEST(StatementReader, RefusesASellThatPaidMoney)
                  "20210811,600000,卖出,9.10,100,910.00,-915.02\n");
 
     EXPECT_THAT(reasons(contents), ElementsAre(HasSubstr("that of a buy")));
+}
+
+TEST(StatementReader, RefusesABuyThatReceivedMoney)
+{
+    const StatementContents contents =
+        readText("成交日期,证券代码,买卖标志,成交价格,成交数量,成交金额,发生金额\n"
+                 "20210811,600000,买入,9.10,100,910.00,905.02\n");
+
+    EXPECT_THAT(reasons(contents), ElementsAre(HasSubstr("that of a sell")));
+}
+
+TEST(StatementReader, RefusesRowsOfATableThatIsNoStatement)
+{
+    const StatementContents contents =
+        readText("成交日期,证券代码,操作,成交价格,成交数量\n20210811,600000,买入,9.10,100\n"
+                 "证券代码,证券名称,库存数量,市场名称\n600000,浦发银行,100,上海\n");
+
+    EXPECT_EQ(contents.executions.size(), 1);
+    EXPECT_THAT(reasons(contents), ElementsAre(HasSubstr("3: another table begins here")));
+}
+
+TEST(StatementReader, RefusesAStatementOfTwoAccountsUnlessOneIsChosen)
+{
+    const char *const text =
+        "成交日期,证券代码,操作,成交价格,成交数量,资金帐号\n20210811,600000,买入,9.10,100,111\n"
+        "20210811,600000,买入,9.10,300,222\n";
+    EXPECT_THAT(refusalOf(text), HasSubstr("several accounts, 111, 222"));
+
+    ReadOptions options;
+    options.accounts = QStringList{QStringLiteral("222")};
+    const StatementContents contents = readText(text, options);
+
+    ASSERT_EQ(contents.executions.size(), 1);
+    EXPECT_EQ(contents.executions[0].quantity, 300);
+    EXPECT_EQ(contents.account, QStringLiteral("222"));
+}
+
+TEST(StatementReader, NamesColumnsThatItDoesNotKnow)
+{
+    const StatementContents contents =
+        readText("成交日期,证券代码,操作,成交价格,成交数量,神秘列\n20210811,600000,买入,9.10,100,7\n");
+
+    EXPECT_EQ(contents.unknownColumns, QStringList{QStringLiteral("神秘列")});
+}
+
+TEST(StatementReader, ReadsColumnsAndWordsOfAProfile)
+{
+    ReadOptions options;
+    options.profile = ImportProfile::ofText(QStringLiteral("column 发生日 = date\nword 撮合 = buy\n"));
+
+    const StatementContents contents =
+        readText("发生日,证券代码,操作,成交价格,成交数量\n20210811,600000,撮合,9.10,100\n", options);
+
+    EXPECT_THAT(described(contents.executions),
+                ElementsAre("20210811 00000000 buy SH600000 100 at 9.10 = 910.00 fee 0.00"));
+}
+
+TEST(StatementReader, KeepsTheNewestNameOfASecurity)
+{
+    const StatementContents contents =
+        readText("成交日期,证券代码,证券名称,操作,成交价格,成交数量\n20210812,600000,新名,买入,9.10,100\n"
+                 "20210811,600000,旧名,买入,9.10,100\n");
+
+    EXPECT_EQ(contents.names.value({QStringLiteral("600000"), Market::Shanghai}), QStringLiteral("新名"));
+}
+
+TEST(StatementReader, NamesTheFirstRowWhoseCashDoesNotFollow)
+{
+    const StatementContents contents =
+        readText("发生日期,业务名称,发生金额,资金余额\n20240102,银行转存,100.00,100.00\n"
+                 "20240103,银行转存,100.00,200.00\n20240104,银行转存,100.00,350.00\n");
+
+    ASSERT_TRUE(contents.cashDisagreement);
+    EXPECT_EQ(contents.cashDisagreement->line, 4);
+    EXPECT_EQ(contents.cashDisagreement->expected.text(), QStringLiteral("300.00"));
+    ASSERT_TRUE(contents.cash);
+    EXPECT_EQ(contents.cash->balance.text(), QStringLiteral("350.00"));
+}
+
+TEST(StatementReader, AcceptsCashInAnyOrderWithinADay)
+{
+    const StatementContents contents =
+        readText("发生日期,业务名称,发生金额,资金余额\n20240102,银行转存,100.00,100.00\n"
+                 "20240103,银行转取,-50.00,250.00\n20240103,银行转存,200.00,300.00\n");
+
+    EXPECT_FALSE(contents.cashDisagreement);
 }
 
 TEST(StatementReader, CountsACommissionThatStandsInTwoColumnsOnce)
@@ -232,12 +327,12 @@ TEST(StatementReader, TakesTheMarketFromItsWordsBeforeTheHolderBeforeTheCode)
                  "20210811,SZ000002,买入,9.10,100,,\n"
                  "20210811,830799,买入,9.10,100,,\n");
 
-    ASSERT_EQ(contents.executions.size(), 4);
+    ASSERT_EQ(contents.executions.size(), 5);
     EXPECT_EQ(contents.executions[0].security.market, Market::Shenzhen);
     EXPECT_EQ(contents.executions[1].security.market, Market::Shenzhen);
     EXPECT_EQ(contents.executions[2].security.market, Market::Shanghai);
     EXPECT_EQ(contents.executions[3].security.market, Market::Shenzhen);
-    EXPECT_EQ(contents.leftOut.at(QStringLiteral("other markets")), 1);
+    EXPECT_EQ(contents.executions[4].security.market, Market::Beijing);
 }
 
 TEST(StatementReader, UnderstandsNumbersForSidesOnlyInAColumnOfSides)

@@ -16,7 +16,7 @@ namespace TradeModule {
 /// An entry in one line: "20230214 10285200 buy SH600000 100 at 7.36 = 736.00 fee 5.02 order 7 deal 123".
 inline std::string described(const Execution &execution)
 {
-    const char *const sides[] = {"buy", "sell", "bonus"};
+    const char *const sides[] = {"buy", "sell", "bonus", "merger", "allotment", "in", "out"};
     QString line = QStringLiteral("%1 %2 %3 %4%5 %6 at %7 = %8 fee %9")
                        .arg(execution.date.text(), execution.time.text(),
                             QLatin1String(sides[static_cast<int>(execution.side)]),

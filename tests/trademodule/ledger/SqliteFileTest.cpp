@@ -133,7 +133,7 @@ TEST_F(SqliteFile, IsServedByOneThroughAnyOfItsNames)
     EXPECT_THAT(modes(), Each(0600U));
 }
 
-class ReadOnlySqliteFile : public SqliteFile
+class SqliteFileToRead : public SqliteFile
 {
 protected:
     void SetUp() override
@@ -162,21 +162,21 @@ protected:
     }
 };
 
-TEST_F(ReadOnlySqliteFile, IsReadInAFolderThatMayNotBeWritten)
+TEST_F(SqliteFileToRead, IsReadInAFolderThatMayNotBeWritten)
 {
     setModes(0644, 0555);
 
     expectReadOnly();
 }
 
-TEST_F(ReadOnlySqliteFile, IsReadWhenTheFileMayNotBeWritten)
+TEST_F(SqliteFileToRead, IsReadWhenTheFileMayNotBeWritten)
 {
     setModes(0444, 0777);
 
     expectReadOnly();
 }
 
-TEST_F(ReadOnlySqliteFile, IsServedByOneOnly)
+TEST_F(SqliteFileToRead, IsServedByOneOnly)
 {
     setModes(0444, 0555);
     const NobodyInParticular user;

@@ -1,5 +1,6 @@
 #include "tests/trademodule/support/LedgerFixture.h"
 #include "trademodule/Error.h"
+#include "trademodule/ledger/OrderBook.h"
 
 namespace TradeModule {
 
@@ -113,6 +114,116 @@ TEST_F(StatementBookingTest, ComputesTheCostAnewWhenOlderStatementsComeLater)
     EXPECT_THAT(second.unexplained, IsEmpty());
     EXPECT_EQ(ledger().holding(bank()).quantity(), 200);
     EXPECT_DOUBLE_EQ(costPrice(bank()), ((10.0 * 200 + 5) / 2 + 1105) / 200);
+}
+
+TEST_F(StatementBookingTest, KnowsAFillAgainThatAnotherFormToldWithoutItsNumber)
+{
+    book({fill(Side::Buy, bank(), 20240102, 10, 100, QStringLiteral("77"))});
+    Execution sparse = fill(Side::Buy, bank(), 20240102, 10, 100);
+    sparse.time = ClockTime();
+
+    const Booked booked = book({sparse});
+
+    EXPECT_EQ(booked.added, 0);
+    EXPECT_EQ(booked.inAnotherForm, 1);
+}
+
+TEST_F(StatementBookingTest, TakesFillsAtOtherTimesForOtherFills)
+{
+    book({fill(Side::Buy, bank(), 20240102, 10, 100, QStringLiteral("77"))});
+    Execution later = fill(Side::Buy, bank(), 20240102, 10, 200);
+    later.time = at(1400);
+
+    EXPECT_EQ(book({later}).added, 1);
+}
+
+TEST_F(StatementBookingTest, AsksBeforeItBooksADayOnceMoreInOtherPieces)
+{
+    book({fill(Side::Buy, bank(), 20240102, 10, 100, QStringLiteral("1")),
+          fill(Side::Buy, bank(), 20240102, 10, 200, QStringLiteral("2"))});
+    Statement ofOrders = statementOf({fill(Side::Buy, bank(), 20240102, 10, 300)});
+
+    EXPECT_THAT(ledger().book(ofOrders, Ledger::Mode::Keep).doubtful, SizeIs(1));
+    EXPECT_EQ(ledger().holding(bank()).quantity(), 300);
+
+    ofOrders.doubt = Doubt::Same;
+    EXPECT_EQ(ledger().book(ofOrders, Ledger::Mode::Keep).added, 0);
+
+    ofOrders.doubt = Doubt::New;
+    EXPECT_EQ(ledger().book(ofOrders, Ledger::Mode::Keep).added, 1);
+    EXPECT_EQ(ledger().holding(bank()).quantity(), 600);
+}
+
+TEST_F(StatementBookingTest, CompletesAFeeThatWasNotKnownAndForgetsItWithTheImport)
+{
+    Execution bare = fill(Side::Buy, bank(), 20240102, 10, 100, QStringLiteral("1"));
+    bare.fee = Money();
+    book({bare});
+
+    const Booked booked = book({fill(Side::Buy, bank(), 20240102, 10, 100, QStringLiteral("1"))});
+
+    EXPECT_EQ(booked.completedFees, 1);
+    EXPECT_DOUBLE_EQ(costPrice(bank()), 10.05);
+    ledger().undoImport(2);
+    EXPECT_DOUBLE_EQ(costPrice(bank()), 10.00);
+}
+
+TEST_F(StatementBookingTest, TakesAnImportBackAsAWhole)
+{
+    book({fill(Side::Buy, bank(), 20240102, 10, 100)});
+    book({fill(Side::Buy, bank(), 20240103, 12, 100), fill(Side::Buy, liquor(), 20240103, 1700, 100)});
+
+    ledger().undoImport(2);
+
+    EXPECT_THAT(ledger().trades(always), SizeIs(1));
+    EXPECT_EQ(ledger().holding(bank()).quantity(), 100);
+    EXPECT_EQ(ledger().holding(liquor()).quantity(), 0);
+    EXPECT_THAT(ledger().imports(), SizeIs(1));
+    EXPECT_THROW(ledger().undoImport(2), Error);
+}
+
+TEST_F(StatementBookingTest, ListsNoEntriesAsTradesThatAreNone)
+{
+    book({fill(Side::Allotment, bank(), 20240102, 10, 100), fill(Side::In, bank(), 20240103, 12, 100),
+          fill(Side::Out, bank(), 20240104, 0, 50)});
+
+    EXPECT_THAT(ledger().trades(always), IsEmpty());
+    EXPECT_EQ(ledger().holding(bank()).quantity(), 150);
+}
+
+TEST_F(StatementBookingTest, BooksAnAllotmentOnceThatTwoStatementsTellOnTwoDays)
+{
+    book({fill(Side::Allotment, bank(), 20240102, 10, 500)});
+
+    EXPECT_EQ(book({fill(Side::Allotment, bank(), 20240109, 10, 500)}).added, 0);
+    EXPECT_EQ(book({fill(Side::Allotment, bank(), 20240909, 10, 500)}).added, 1);
+}
+
+TEST_F(StatementBookingTest, KeepsOtherMarketsInTheBooksAndOffTheCharts)
+{
+    const SecurityId beijing{QStringLiteral("830799"), Market::Beijing};
+    book({fill(Side::Buy, beijing, 20240102, 10, 100)});
+
+    EXPECT_THAT(ledger().positions(), IsEmpty());
+    ASSERT_THAT(ledger().allPositions(), SizeIs(1));
+    EXPECT_EQ(ledger().allPositions()[0].security, beijing);
+}
+
+TEST_F(StatementBookingTest, TakesMoneyOnceAndTheCashOfTheNewestBalance)
+{
+    MoneyEntry transfer;
+    transfer.date = day(20240102);
+    transfer.kind = QStringLiteral("bank transfers");
+    transfer.amount = Money::ofCents(500000);
+    Statement statement = statementOf({});
+    statement.money = {transfer};
+    statement.cash = StatedCash{day(20240102), ClockTime(), Money::ofCents(500000)};
+
+    EXPECT_EQ(ledger().book(statement, Ledger::Mode::Keep).moneyAdded, 1);
+    EXPECT_EQ(ledger().book(statement, Ledger::Mode::Keep).moneyAlreadyThere, 1);
+
+    EXPECT_THAT(ledger().money(), SizeIs(1));
+    EXPECT_EQ(OrderBook(&ledger()).cash(), Money::ofCents(500000));
 }
 
 } // namespace TradeModule

@@ -61,13 +61,18 @@ protected:
 
     Ended runOnLedger(const QStringList &arguments) { return run(ledgerOptions() + arguments); }
 
-    QString write(const QByteArray &rows, const QString &name = QStringLiteral("statement.csv"))
+    QString writeFile(const QString &name, const QByteArray &bytes)
     {
         const QString path = m_directory.filePath(name);
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(statementHeader + rows);
+        file.write(bytes);
         return path;
+    }
+
+    QString write(const QByteArray &rows, const QString &name = QStringLiteral("statement.csv"))
+    {
+        return writeFile(name, statementHeader + rows);
     }
 
     QString writeManyRows(int count)

@@ -1,0 +1,104 @@
+#include "trademodule/Error.h"
+#include "trademodule/ProgramLanguage.h"
+#include "trademodule/cli/Commands.h"
+#include "trademodule/cli/Console.h"
+#include "trademodule/cli/Listing.h"
+#include "trademodule/cli/UsageError.h"
+
+namespace TradeModule {
+
+namespace {
+
+QString dayText(std::optional<TradingDate> day)
+{
+    return day ? day->dashedText() : QString();
+}
+
+int listImports(const Invocation &invocation)
+{
+    invocation.arguments(0, translated("no arguments, only options"));
+    Ledger ledger(invocation.ledger());
+    Listing listing({QT_TR_NOOP("import"), QT_TR_NOOP("imported at"), QT_TR_NOOP("file"), QT_TR_NOOP("added"),
+                     QT_TR_NOOP("there before"), QT_TR_NOOP("money"), QT_TR_NOOP("from"), QT_TR_NOOP("to"),
+                     QT_TR_NOOP("account")},
+                    invocation.isSet(QStringLiteral("json")));
+    const QVector<ImportedStatement> imports = ledger.imports();
+    for (const ImportedStatement &statement : imports) {
+        listing.add({QString::number(statement.number), statement.importedAt.toString(Qt::ISODate),
+                     statement.file, QString::number(statement.added),
+                     QString::number(statement.alreadyThere), QString::number(statement.money),
+                     dayText(statement.firstDay), dayText(statement.lastDay), statement.account});
+    }
+    print(listing.text());
+    return Succeeded;
+}
+
+int undoImport(const Invocation &invocation)
+{
+    const QString text = invocation.arguments(1, translated("the NUMBER of an import")).constFirst();
+    bool isNumber = false;
+    const qint64 number = text.toLongLong(&isNumber);
+    if (!isNumber) {
+        throw UsageError(translated("\"%1\" is no number of an import; see the command imports").arg(text));
+    }
+    Ledger ledger(invocation.ledger());
+    const int repeated = ledger.undoImport(number);
+    print(translated("import %1 is taken back").arg(number) + QLatin1Char('\n'));
+    if (repeated > 0) {
+        print(
+            translated(
+                "%1 later imports had entries that were there already; import them again if these came from "
+                "the one that is gone")
+                .arg(repeated) +
+            QLatin1Char('\n'));
+    }
+    return Succeeded;
+}
+
+int listMoney(const Invocation &invocation)
+{
+    invocation.arguments(0, translated("no arguments, only options"));
+    Ledger ledger(invocation.ledger());
+    Listing listing({QT_TR_NOOP("date"), QT_TR_NOOP("time"), QT_TR_NOOP("kind"), QT_TR_NOOP("amount"),
+                     QT_TR_NOOP("currency"), QT_TR_NOOP("code"), QT_TR_NOOP("note"), QT_TR_NOOP("number")},
+                    invocation.isSet(QStringLiteral("json")));
+    const MoneyEntries entries = ledger.money();
+    for (const MoneyEntry &entry : entries) {
+        listing.add({entry.date.dashedText(), entry.time.colonText(),
+                     listing.word(entry.kind.toLatin1().constData()), entry.amount.text(), entry.currency,
+                     entry.code, entry.note, entry.number});
+    }
+    print(listing.text());
+    return Succeeded;
+}
+
+} // namespace
+
+Command importsCommand()
+{
+    return {QStringLiteral("imports"),
+            translated("Lists what was imported."),
+            {},
+            {Listing::jsonOption()},
+            &listImports};
+}
+
+Command undoCommand()
+{
+    return {QStringLiteral("undo"),
+            translated("Takes an import back as a whole."),
+            QStringLiteral("NUMBER"),
+            {},
+            &undoImport};
+}
+
+Command moneyCommand()
+{
+    return {QStringLiteral("money"),
+            translated("Lists money that moved otherwise than by trades, oldest first."),
+            {},
+            {Listing::jsonOption()},
+            &listMoney};
+}
+
+} // namespace TradeModule

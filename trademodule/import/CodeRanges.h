@@ -1,0 +1,40 @@
+#pragma once
+
+#include "trademodule/SharedTypes.h"
+
+#include <optional>
+
+namespace TradeModule {
+
+/// What a code of an exchange is of.
+enum class SecurityClass {
+    Share,
+    Fund,
+    Bond,        ///< in units of 100 yuan face value; some statements count in lots of ten
+    Repo,        ///< no security: money lent against bonds
+    Rights,      ///< the code under which new shares are paid for; they come under another
+    Application, ///< the same of an application for new shares
+    Other,
+};
+
+/// What the first digits of a code tell.
+struct CodeRange
+{
+    const char *start;
+    Market market;
+    SecurityClass kind;
+    const char *listed; ///< of rights and applications: what the shares' own code starts with; null where it
+                        ///< is another
+};
+
+/// The exchanges' tables of codes.
+namespace CodeRanges {
+
+/// The range of a code on a market; nothing for a code that cannot be there.
+std::optional<CodeRange> on(Market market, const QString &code);
+/// The range of a code of which nothing else is known: the market where such a code is usual.
+std::optional<CodeRange> of(const QString &code);
+
+} // namespace CodeRanges
+
+} // namespace TradeModule

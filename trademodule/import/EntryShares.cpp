@@ -1,0 +1,200 @@
+// What an entry does to the shares: the part of EntryReader that books trades and moves.
+#include "trademodule/import/EntryReader.h"
+
+#include "trademodule/Error.h"
+#include "trademodule/ProgramLanguage.h"
+#include "trademodule/import/CellValue.h"
+
+#include <cmath>
+
+namespace TradeModule {
+
+namespace {
+
+/// True of a code under which new shares are paid for, when nothing tells the shares' own.
+bool isOnlyForPayment(const NamedSecurity &security)
+{
+    const auto range = CodeRanges::on(security.security.market, security.security.code);
+    return range && (range->kind == SecurityClass::Rights || range->kind == SecurityClass::Application);
+}
+
+bool isForPayment(const NamedSecurity &security)
+{
+    return security.kind == SecurityClass::Rights || security.kind == SecurityClass::Application;
+}
+
+[[noreturn]] void refuseDirection(const Entry &entry)
+{
+    throw Error(translated("\"%1\" says neither that shares came in nor that they left").arg(entry.word));
+}
+
+/// Which way shares went that moved without a trade.
+Side sideOfMove(const Entry &entry, qint64 quantity, Money net, SecurityClass kind,
+                std::optional<qint64> sharesAfter)
+{
+    switch (entry.kind.effect) {
+    case Effect::Split:
+        return quantity < 0 ? Side::Merger : Side::Bonus;
+    case Effect::SharesIn:
+    case Effect::Application:
+        return quantity < 0 ? Side::Out : Side::In;
+    case Effect::SharesOut:
+    case Effect::Redemption:
+        return Side::Out;
+    case Effect::Payment:
+    case Effect::Entry:
+        return quantity < 0 ? Side::Out : Side::Allotment;
+    case Effect::Conversion:
+        return quantity < 0 || kind == SecurityClass::Bond ? Side::Out : Side::In;
+    case Effect::Shares:
+        if (quantity < 0 || (!net.isZero() && !net.isNegative()) || sharesAfter == qint64(0)) {
+            return Side::Out;
+        }
+        if (net.isNegative() || sharesAfter) {
+            return Side::In;
+        }
+        refuseDirection(entry);
+    case Effect::Buy:
+    case Effect::Sell:
+    case Effect::Nothing:
+    case Effect::MoneyIn:
+    case Effect::MoneyOut:
+    case Effect::Repo:
+    case Effect::ShortSale:
+        break;
+    }
+    Q_UNREACHABLE();
+}
+
+/// Price of a piece where the statement has no price.
+Money priceOf(Money amount, qint64 quantity)
+{
+    return Money::ofSteps(amount.steps() / quantity);
+}
+
+} // namespace
+
+void EntryReader::readShares(const StatementRow &row, Entry *entry)
+{
+    const Effect effect = entry->kind.effect;
+    if (EntryAmounts(row).quantity() == 0) { // money alone, whatever the words say
+        if (effect == Effect::Buy || effect == Effect::Sell) {
+            entry->kind = EntryAmounts(row).net().value_or(Money()).isZero()
+                              ? BusinessKind{QT_TR_NOOP("entries without a quantity"), Effect::Nothing}
+                              : Business::otherMoney();
+        }
+        readMoney(row, entry);
+        return;
+    }
+    const NamedSecurity security = m_securities.of(row, Business::isOfHongKong(entry->word));
+    const bool isTradeWord = effect == Effect::Buy || effect == Effect::Sell;
+    if (security.kind == SecurityClass::Repo) {
+        entry->kind = Business::repo();
+        readMoney(row, entry);
+        return;
+    }
+    if (isTradeWord && !isForPayment(security)) {
+        readTrade(row, security, effect == Effect::Buy ? Side::Buy : Side::Sell, entry);
+        return;
+    }
+    if (isTradeWord) {
+        entry->kind = {QT_TR_NOOP("allotments"), Effect::Payment};
+    }
+    const bool isForMoneyOnly =
+        entry->kind.effect == Effect::Application && security.kind != SecurityClass::Fund;
+    if (isForMoneyOnly || isOnlyForPayment(security)) {
+        readMoney(row, entry);
+        return;
+    }
+    const EntryAmounts amounts(row);
+    readMove(row, security,
+             sideOfMove(*entry, amounts.quantity(), amounts.net().value_or(Money()), security.kind,
+                        amounts.sharesAfter()),
+             entry);
+}
+
+void EntryReader::readTrade(const StatementRow &row, const NamedSecurity &security, Side side, Entry *entry)
+{
+    const EntryAmounts amounts(row);
+    const qint64 quantity = amounts.quantity();
+    if (quantity < 0 && side != Side::Sell) {
+        throw Error(translated("the quantity of a buy is negative"));
+    }
+    Execution execution = begin(row, security, side);
+    execution.quantity = std::abs(quantity);
+    execution.price = amounts.price();
+    if (execution.price.isZero()) {
+        readWithoutPrice(row, security, side, entry);
+        return;
+    }
+    constexpr int piecesPerLot = 10;
+    execution.quantity *= amounts.isInLots(execution, security.kind) ? piecesPerLot : 1;
+    execution.amount = amounts.amount(execution, security.kind);
+    const EntryAmounts::Fee fee = amounts.fee(execution);
+    execution.fee = fee.fee;
+    entry->isFeeInDoubt = fee.isInDoubt;
+    entry->shares = execution;
+}
+
+/// A trade without a price is none: shares for nothing, shares that were moved, or money.
+void EntryReader::readWithoutPrice(const StatementRow &row, const NamedSecurity &security, Side side,
+                                   Entry *entry)
+{
+    const EntryAmounts amounts(row);
+    const Money net = amounts.net().value_or(Money());
+    const Money amount = amounts.statedAmount();
+    const bool hasMoney = !net.isZero() || !amount.isZero();
+    const bool isIncome = side == Side::Buy && !net.isZero() && !net.isNegative();
+    if (isIncome) {
+        entry->kind = Business::otherMoney();
+        readMoney(row, entry);
+        return;
+    }
+    if (hasMoney && amount.isZero()) {
+        throw Error(translated("there is no price, but %1 yuan were moved: nobody can tell what it is")
+                        .arg(magnitude(net).text()));
+    }
+    if (hasMoney) {
+        Execution execution = begin(row, security, side);
+        execution.quantity = std::abs(amounts.quantity());
+        execution.price = priceOf(amount, execution.quantity);
+        execution.amount = amount;
+        execution.fee = amounts.fee(execution).fee;
+        entry->shares = execution;
+        return;
+    }
+    entry->kind = side == Side::Buy ? BusinessKind{QT_TR_NOOP("bonus shares"), Effect::Split}
+                                    : BusinessKind{QT_TR_NOOP("custody moves"), Effect::SharesOut};
+    readMove(row, security, side == Side::Buy ? Side::Bonus : Side::Out, entry);
+}
+
+/// Shares that came in or left without a trade. What came for them on top of their price is their cost, too;
+/// what they brought is money.
+void EntryReader::readMove(const StatementRow &row, const NamedSecurity &security, Side side, Entry *entry)
+{
+    const EntryAmounts amounts(row);
+    const Money net = amounts.net().value_or(Money());
+    Execution execution = begin(row, security, side);
+    execution.quantity = std::abs(amounts.quantity());
+    const bool isForNothing = side == Side::Bonus || side == Side::Merger;
+    execution.price = isForNothing ? Money() : amounts.price();
+    constexpr int piecesPerLot = 10;
+    execution.quantity *= amounts.isInLots(execution, security.kind) ? piecesPerLot : 1;
+    const bool costsMoney = side == Side::Allotment || side == Side::In;
+    if (costsMoney) {
+        execution.amount = amounts.amount(execution, security.kind);
+        if (execution.amount.isZero() && net.isNegative()) {
+            execution.amount = magnitude(net);
+        }
+        execution.price =
+            execution.price.isZero() ? priceOf(execution.amount, execution.quantity) : execution.price;
+        const Money paidBeyond = magnitude(net) - execution.amount;
+        execution.fee = net.isNegative() && !paidBeyond.isNegative() ? paidBeyond : Money();
+    }
+    entry->shares = execution;
+    if (!net.isZero() && !(costsMoney && net.isNegative())) {
+        readMoney(row, entry);
+    }
+}
+
+} // namespace TradeModule

@@ -1,0 +1,342 @@
+#include "trademodule/import/RowCollector.h"
+
+#include "trademodule/Error.h"
+#include "trademodule/ProgramLanguage.h"
+#include "trademodule/import/CellValue.h"
+
+#include <algorithm>
+
+namespace TradeModule {
+
+namespace {
+
+bool isDecoration(QChar character)
+{
+    static const QString marks = QStringLiteral("-=_*+,;|\x1A");
+    return marks.contains(character) || character.isSpace();
+}
+
+/// Rules, empty lines, remarks.
+bool isDecoration(const SheetRow &row)
+{
+    if (row.isCut) {
+        return std::all_of(row.cells.begin(), row.cells.end(),
+                           [](const QString &cell) { return cell.trimmed().isEmpty(); });
+    }
+    const QString &text = row.text;
+    const auto first =
+        std::find_if_not(text.begin(), text.end(), [](QChar character) { return isDecoration(character); });
+    return first == text.end() || *text.begin() == QLatin1Char('#');
+}
+
+/// Entries without a quantity or a price that differ in what the account has afterwards are two.
+uint fingerprintOf(const Entry &entry)
+{
+    return entry.cashAfter ? qHash(entry.cashAfter->steps()) : 0;
+}
+
+/// The shareholder's code counts as the account's name by its first letter: one person has one for each
+/// market.
+QString holderKind(const QString &holder)
+{
+    return holder.left(1).toUpper();
+}
+
+/// Requires that a header has been seen.
+void refuseMissingColumns(const StatementColumns &columns, const ReadOptions &options)
+{
+    if (!columns.has(Column::Date) && !columns.has(Column::Time) && !options.date) {
+        throw Error(translated("the statement has no date column; give the day of its trades with --date"));
+    }
+    if (columns.has(Column::Date) && options.date) {
+        throw Error(translated("the statement has dates of its own; leave --date out"));
+    }
+    if (!columns.has(Column::Code) && columns.has(Column::Price) && options.securitiesByName.isEmpty()) {
+        throw Error(translated("the statement has no column of codes (证券代码); give a list of the "
+                               "securities' codes and names with --securities"));
+    }
+    if (!columns.has(Column::Side) && !columns.has(Column::Business) && !columns.has(Column::Remark)) {
+        throw Error(translated("the statement has no column that tells buys from sells (买卖标志)"));
+    }
+}
+
+/// A row that ends before a column that counts.
+bool isCutShort(const StatementColumns &columns, const QStringList &cells)
+{
+    for (const Column column : {Column::Date, Column::Code, Column::Side, Column::Business, Column::Price,
+                                Column::Quantity, Column::Amount, Column::Net}) {
+        if (columns.has(column) && columns.positionsOf(column).constFirst() >= cells.size()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// A row with more in it than the header has names.
+bool isTooLong(const StatementColumns &columns, const QStringList &cells)
+{
+    return std::any_of(cells.begin() + std::min<int>(columns.count(), cells.size()), cells.end(),
+                       [](const QString &cell) { return !cell.trimmed().isEmpty(); });
+}
+
+} // namespace
+
+void RowCollector::take(const SheetRow &row)
+{
+    if (isDecoration(row)) {
+        return;
+    }
+    constexpr int linesBeforeAHeader = 200;
+    const bool mayBeHeader = TableHeader::mayBeHeader(row) || (!m_header && row.line <= linesBeforeAHeader);
+    if (mayBeHeader && ((m_header && m_header->isRepeatedBy(row)) || takeHeader(row))) {
+        return;
+    }
+    if (m_header && !m_isInOtherTable) {
+        takeEntry(row);
+    }
+}
+
+/// Until the first header all lines may be one; afterwards those without digits.
+bool RowCollector::takeHeader(const SheetRow &row)
+{
+    const bool isTable = m_header ? TableHeader::isOfAnotherTable(row, m_options.profile) : true;
+    if (!isTable) {
+        return false;
+    }
+    if (const auto header = TableHeader::of(row, m_options.profile)) {
+        begin(*header);
+        return true;
+    }
+    if (m_header) {
+        refuse(row.line, translated("another table begins here, whose columns do not tell what was traded"));
+        m_isInOtherTable = true;
+    }
+    return m_header.has_value();
+}
+
+void RowCollector::begin(const TableHeader &header)
+{
+    refuseMissingColumns(header.columns(), m_options);
+    m_header = header;
+    m_isInOtherTable = false;
+    for (const QString &name : header.columns().unknownNames()) {
+        if (!m_contents.unknownColumns.contains(name)) {
+            m_contents.unknownColumns.append(name);
+        }
+    }
+    m_accountColumn = header.columns().has(Column::Account) ? Column::Account : Column::Holder;
+}
+
+void RowCollector::takeEntry(const SheetRow &row)
+{
+    const QStringList cells = m_header->cells(row);
+    const StatementRow statementRow(m_header->columns(), cells);
+    try {
+        const Entry entry = m_entries.read(statementRow);
+        if (!entry.isFurniture && isCutShort(m_header->columns(), cells)) {
+            throw Error(translated("the row is cut short: it has %1 cells, the header %2")
+                            .arg(cells.size())
+                            .arg(m_header->columns().count()));
+        }
+        if (!entry.isFurniture && isTooLong(m_header->columns(), cells)) {
+            throw Error(translated("the row has %1 cells, the header only %2")
+                            .arg(cells.size())
+                            .arg(m_header->columns().count()));
+        }
+        if (entry.isFurniture || !isOfOtherAccount(statementRow)) {
+            keep(entry, statementRow, row.line);
+        }
+    } catch (const Error &error) {
+        refuse(row.line, error.reason());
+    }
+    m_hasRows = true;
+}
+
+/// The accounts are told apart by their own column; without one by shareholder's codes of one kind.
+bool RowCollector::isOfOtherAccount(const StatementRow &row)
+{
+    const QString cell = row.cell(m_accountColumn);
+    if (cell.isEmpty() || (cell == m_lastAccountCell && m_options.accounts.isEmpty())) {
+        return false;
+    }
+    m_lastAccountCell = cell;
+    const QString account = CellValue::cleaned(cell);
+    if (!m_options.accounts.isEmpty()) {
+        return !m_options.accounts.contains(account);
+    }
+    if (!account.isEmpty() && !m_accounts.contains(account)) {
+        m_accounts.append(account);
+    }
+    return false;
+}
+
+void RowCollector::keep(const Entry &entry, const StatementRow &row, int line)
+{
+    noteKind(entry, line);
+    if (entry.shares) {
+        const bool isAllotment = entry.kind.effect == Effect::Payment || entry.kind.effect == Effect::Entry;
+        if (isAllotment && entry.shares->side == Side::Allotment) {
+            m_allotments.add(entry, line);
+        } else {
+            keepShares(entry, line, fingerprintOf(entry));
+        }
+        noteName(row, *entry.shares);
+        noteCash(entry, line, entry.shares->date, entry.shares->time);
+    } else if (entry.money) {
+        noteCash(entry, line, entry.money->date, entry.money->time);
+    }
+    if (entry.money) {
+        keepMoney(*entry.money);
+    }
+}
+
+/// Names change by the day; the newest one counts.
+void RowCollector::noteName(const StatementRow &row, const Execution &execution)
+{
+    const QString name = CellValue::cleaned(row.cell(Column::Name)).remove(QLatin1Char('\n'));
+    const auto known = m_contents.names.find(execution.security);
+    if (known != m_contents.names.end() &&
+        (*known == name || execution.date < m_nameDays.value(execution.security, TradingDate::first()))) {
+        return;
+    }
+    if (!name.isEmpty()) {
+        m_contents.names.insert(execution.security, name);
+        m_nameDays.insert(execution.security, execution.date);
+    }
+}
+
+void RowCollector::keepShares(const Entry &entry, int line, uint fingerprint)
+{
+    const Execution &shares = *entry.shares;
+    m_listed.append(shares, {line, fingerprint, entry.sharesAfter.value_or(-1)});
+    if (shares.side == Side::In && shares.amount.isZero()) {
+        m_contents.costless.note(line);
+    }
+}
+
+/// A movement with a number of its own is there once; others can be equal.
+void RowCollector::keepMoney(const MoneyEntry &money)
+{
+    if (!money.number.isEmpty()) {
+        const QString key = QStringList{money.date.text(), money.kind, money.number, money.code,
+                                        QString::number(money.amount.steps())}
+                                .join(QLatin1Char('|'));
+        if (m_moneySeen.contains(key)) {
+            ++m_contents.repeatedRows;
+            return;
+        }
+        m_moneySeen.insert(key);
+    }
+    m_contents.money.append(money);
+}
+
+void RowCollector::noteCash(const Entry &entry, int line, TradingDate date, ClockTime time)
+{
+    if (!entry.cashAfter) {
+        return;
+    }
+    m_cashCheck.add(line, date, entry.cash.value_or(Money()), entry.cashAfter);
+    const StatedCash told{date, time, *entry.cashAfter};
+    if (!m_lastCash || date > m_lastCash->date) {
+        m_firstCash = told;
+    }
+    if (!m_lastCash || date >= m_lastCash->date) {
+        m_lastCash = told;
+    }
+}
+
+void RowCollector::noteKind(const Entry &entry, int line)
+{
+    const QString kind = translated(entry.kind.name);
+    if (entry.kind.effect == Effect::ShortSale) {
+        m_contents.shortSales.note(line);
+    } else if (entry.isFeeInDoubt) {
+        m_contents.feesInDoubt.note(line);
+    }
+    const bool isMove = entry.shares && !isTrade(entry.shares->side);
+    if (isMove) {
+        ++m_contents.moves[kind];
+    } else if (entry.money) {
+        ++m_contents.moneyKinds[kind];
+    } else if (!entry.shares && entry.kind.effect != Effect::ShortSale) {
+        ++m_contents.leftOut[kind];
+    }
+}
+
+void RowCollector::refuse(int line, const QString &reason)
+{
+    ++m_contents.badRowCount;
+    if (m_contents.badRows.size() < StatementContents::mostBadRows) {
+        m_contents.badRows.append({line, reason});
+    }
+}
+
+StatementContents RowCollector::finish()
+{
+    if (!m_header) {
+        throw Error(
+            translated("there is no header line that names the price (成交价格), the quantity (成交数量) "
+                       "and the security (证券代码); export the executed trades with their header"));
+    }
+    if (!m_hasRows && !m_header->columns().has(Column::Date) && !m_options.date) {
+        throw Error(translated("the statement has no date column; give the day of its trades with --date"));
+    }
+    finishAccount();
+    finishAllotments();
+    finishOrder();
+    m_contents.unknownWords = m_entries.unknownWords();
+    m_contents.cashDisagreement = m_cashCheck.disagreement();
+    return std::move(m_contents);
+}
+
+void RowCollector::finishAccount()
+{
+    QHash<QString, QStringList> byKind;
+    for (const QString &account : qAsConst(m_accounts)) {
+        byKind[m_accountColumn == Column::Account ? QString() : holderKind(account)].append(account);
+    }
+    for (const QStringList &accounts : qAsConst(byKind)) {
+        if (accounts.size() > 1) {
+            throw Error(
+                translated("the statement is of several accounts, %1: import each into a ledger of its own, "
+                           "with --account")
+                    .arg(accounts.join(QStringLiteral(", "))));
+        }
+    }
+    if (m_accountColumn == Column::Account) {
+        m_contents.account = m_accounts.value(0, m_options.accounts.value(0));
+    }
+}
+
+void RowCollector::finishAllotments()
+{
+    for (const Allotments::Row &row : m_allotments.resolved()) {
+        if (row.entry.shares) {
+            keepShares(row.entry, row.line, fingerprintOf(row.entry));
+        }
+        if (row.entry.money) {
+            keepMoney(*row.entry.money);
+        }
+    }
+}
+
+void RowCollector::finishOrder()
+{
+    DayOrder order(&m_listed);
+    order.sort();
+    m_contents.repeatedRows += order.repeatedRows();
+    m_contents.equalRows = order.equalRows();
+    m_contents.daysAsListed = order.daysAsListed();
+    m_contents.executions = std::move(m_listed.executions);
+    m_contents.facts = std::move(m_listed.facts);
+    m_contents.cash = order.isNewestFirst() ? m_firstCash : m_lastCash;
+    MoneyEntries &money = m_contents.money;
+    if (order.isNewestFirst()) {
+        std::reverse(money.begin(), money.end());
+    }
+    std::stable_sort(money.begin(), money.end(), [](const MoneyEntry &a, const MoneyEntry &b) {
+        return a.date != b.date ? a.date < b.date : a.time < b.time;
+    });
+}
+
+} // namespace TradeModule

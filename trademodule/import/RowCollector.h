@@ -1,0 +1,61 @@
+#pragma once
+
+#include "trademodule/import/Allotments.h"
+#include "trademodule/import/EntryReader.h"
+#include "trademodule/import/StatementContents.h"
+#include "trademodule/import/TableHeader.h"
+
+#include <QSet>
+
+#include <optional>
+
+namespace TradeModule {
+
+/// Collects what the lines of a statement say, one after the other.
+class RowCollector
+{
+public:
+    /// The options stay the caller's and outlive this object.
+    explicit RowCollector(const ReadOptions &options) : m_options(options), m_entries(options) {}
+
+    /// An Error when the statement as a whole cannot be read.
+    void take(const SheetRow &row);
+    /// To be called once, after the last line.
+    StatementContents finish();
+
+private:
+    bool takeHeader(const SheetRow &row);
+    void begin(const TableHeader &header);
+    void takeEntry(const SheetRow &row);
+    void refuseTextRows(const QStringList &cells) const;
+    bool isOfOtherAccount(const StatementRow &row);
+    void keep(const Entry &entry, const StatementRow &row, int line);
+    void keepShares(const Entry &entry, int line, uint fingerprint);
+    void keepMoney(const MoneyEntry &money);
+    void noteName(const StatementRow &row, const Execution &execution);
+    void noteCash(const Entry &entry, int line, TradingDate date, ClockTime time);
+    void noteKind(const Entry &entry, int line);
+    void refuse(int line, const QString &reason);
+    void finishAllotments();
+    void finishOrder();
+    void finishAccount();
+
+    const ReadOptions &m_options;
+    EntryReader m_entries;
+    std::optional<TableHeader> m_header;
+    bool m_isInOtherTable = false;
+    bool m_hasRows = false;
+    ListedEntries m_listed;
+    Allotments m_allotments;
+    CashCheck m_cashCheck;
+    QStringList m_accounts; ///< that the statement names, by what m_accountColumn is
+    Column m_accountColumn = Column::Account;
+    QString m_lastAccountCell;
+    QSet<QString> m_moneySeen;
+    std::optional<StatedCash> m_firstCash; ///< of the newest day, as the list has it
+    std::optional<StatedCash> m_lastCash;  ///< the same
+    QHash<SecurityId, TradingDate> m_nameDays;
+    StatementContents m_contents;
+};
+
+} // namespace TradeModule

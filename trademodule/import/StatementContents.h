@@ -1,0 +1,66 @@
+#pragma once
+
+#include "trademodule/import/CashCheck.h"
+#include "trademodule/import/DayOrder.h"
+#include "trademodule/ledger/Statement.h"
+
+#include <QHash>
+#include <QStringList>
+
+#include <map>
+#include <optional>
+
+namespace TradeModule {
+
+/// A line that cannot be read, and why.
+struct BadRow
+{
+    int line;
+    QString reason;
+};
+
+/// Something that is true of rows: how many they are, and where the first one is.
+struct Noted
+{
+    int rows = 0;
+    int firstLine = 0;
+
+    void note(int line)
+    {
+        firstLine = rows == 0 ? line : std::min(line, firstLine);
+        ++rows;
+    }
+};
+
+/// What a statement says.
+struct StatementContents
+{
+    Executions executions;      ///< oldest first
+    QVector<ListedFacts> facts; ///< one for each execution
+    QHash<SecurityId, QString> names;
+    MoneyEntries money; ///< oldest first
+
+    std::map<QString, int> leftOut; ///< rows that change neither shares nor cash, by kind
+    std::map<QString, int> moves;   ///< rows of shares that came or left without a trade, by kind
+    std::map<QString, int> moneyKinds;
+    Noted shortSales; ///< and their covers: kept out together
+
+    static constexpr int mostBadRows = 1000; ///< that are kept
+    QVector<BadRow> badRows;
+    int badRowCount = 0;
+
+    int repeatedRows = 0; ///< dropped: the same deal number and everything else once more
+    int equalRows = 0;    ///< kept: equal to another row, but nothing says that they are one fill
+    int daysAsListed = 0; ///< days of a security whose order is only as listed
+
+    QStringList unknownColumns;
+    QStringList unknownWords;
+    Noted feesInDoubt; ///< the fees do not come to what was paid
+    Noted costless;    ///< shares that came in without a price
+
+    QString account; ///< empty when the statement names none
+    std::optional<StatedCash> cash;
+    std::optional<CashDisagreement> cashDisagreement;
+};
+
+} // namespace TradeModule
