@@ -1,10 +1,13 @@
 #include "terminal/Appearance.h"
 #include "terminal/Environment.h"
 #include "terminal/TerminalProgram.h"
+#include "terminal/bars/BarsCommand.h"
 #include "terminal/services/BusInstance.h"
+#include "terminal/ui/InterfaceLanguage.h"
 #include "trading/ExchangeTime.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QLoggingCategory>
 
 #include <cstdio>
@@ -29,6 +32,21 @@ QStringList wordsOf(int argc, char *argv[])
     return words;
 }
 
+/// Commands speak the language of the shell that they are typed into.
+QString languageOf(const QStringList &words)
+{
+    const int option = words.indexOf(QStringLiteral("--lang"));
+    const bool isChinese = QLocale().language() == QLocale::Chinese;
+    return option >= 0 ? words.value(option + 1) : isChinese ? QStringLiteral("zh") : QStringLiteral("en");
+}
+
+int runCommand(const QStringList &words)
+{
+    Terminal::InterfaceLanguage language;
+    language.set(languageOf(words));
+    return Terminal::runBarsCommand(words.mid(2), QApplication::applicationDirPath());
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -46,7 +64,11 @@ int main(int argc, char *argv[])
     // Overlays write what they ask and hear into the log; QT_LOGGING_RULES brings it back.
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
 
-    const auto parsed = parseOptions(wordsOf(argc, argv), QApplication::applicationDirPath());
+    const QStringList words = wordsOf(argc, argv);
+    if (words.value(1) == QLatin1String("bars")) {
+        return runCommand(words);
+    }
+    const auto parsed = parseOptions(words, QApplication::applicationDirPath());
     if (!parsed) {
         complain(parsed.error());
         return wrongOptions;

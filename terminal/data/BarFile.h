@@ -1,18 +1,18 @@
 #pragma once
 
-#include "terminal/data/Bar.h"
-#include "terminal/data/Loaded.h"
-
-#include <cstdint>
+#include "terminal/data/BarSheet.h"
 
 namespace Terminal {
 
-/// Reads daily bars: a file of `date,open,high,low,close,volume`, dates yyyymmdd, each day later than
-/// the one before. A line that does not fit fails the whole file; nothing is guessed.
-Loaded<Bars> readDailyBars(const QString &path);
+/// Reads a file of bars of days or of minutes, see readBarSheet().
+Loaded<BarSheet> readBarFile(const QString &path, const BarHints &hints);
 
-/// Reads the minute bars of the trading day `date` (yyyymmdd): a file of
-/// `time,open,high,low,close,volume`, times hhmm inside the trading hours, each later than the one before.
-Loaded<Bars> readMinuteBars(const QString &path, std::int32_t date);
+/// Reads daily bars of the security `code` ("600519" or "600519.SH"), by default of any. The own form is
+/// `date,open,high,low,close,volume`, dates yyyymmdd, oldest first, volume in shares.
+Loaded<Bars> readDailyBars(const QString &path, const QString &code = {});
+
+/// Reads the minute bars of the trading day `date` (yyyymmdd). The own form is
+/// `time,open,high,low,close,volume`, times hhmm inside the trading hours.
+Loaded<Bars> readMinuteBars(const QString &path, std::int32_t date, const QString &code = {});
 
 } // namespace Terminal

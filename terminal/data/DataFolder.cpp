@@ -29,6 +29,13 @@ QString codesOf(const Securities &securities)
     return codes.join(QStringLiteral(", "));
 }
 
+/// As files name it: "600519.SH".
+QString withMarket(const QString &code, const Securities &securities)
+{
+    const Security *const security = findSecurity(securities, code);
+    return security == nullptr ? code : code + QLatin1Char('.') + Trading::marketLetters(security->market);
+}
+
 /// The last bar before `day`; a bar without a date when there is none.
 Bar lastBefore(Trading::TradingDate day, const Bars &bars)
 {
@@ -73,6 +80,7 @@ Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period,
         return Loaded<ChartData>::failure(bars.error());
     }
     ChartData data{*security, period, bars.value()};
+    data.priceDecimals = priceDecimals(data.bars);
     if (period == ChartPeriod::Minute) {
         data.previousClose = closeBefore(code, dayOf(data.bars.front()));
     }
@@ -85,7 +93,7 @@ Loaded<Bars> DataFolder::loadBars(const QString &code, ChartPeriod period,
     if (period == ChartPeriod::Minute) {
         return loadMinutes(code, day);
     }
-    auto days = readDailyBars(dailyFile(code));
+    auto days = readDailyBars(dailyFile(code), withMarket(code, m_securities));
     if (!days || period == ChartPeriod::Day) {
         return days;
     }
@@ -106,7 +114,7 @@ Bars DataFolder::lastRecordedDayBefore(const QString &code, Trading::TradingDate
 
 std::optional<double> DataFolder::closeBefore(const QString &code, Trading::TradingDate day) const
 {
-    const Bar daily = lastBefore(day, readDailyBars(dailyFile(code)).value());
+    const Bar daily = lastBefore(day, readDailyBars(dailyFile(code), withMarket(code, m_securities)).value());
     const Bar minute = lastBefore(day, lastRecordedDayBefore(code, day));
     const Bar &last = minute.date > daily.date ? minute : daily;
     const bool isRecent = last.date > 0 && day <= dayOf(last).plusDays(longestClosure);
@@ -123,7 +131,7 @@ Loaded<Bars> DataFolder::loadMinutes(const QString &code, std::optional<Trading:
         return Loaded<Bars>::failure(text("%1: there are no minute bars of %2").arg(m_dir.path(), code));
     }
     const QString file = m_dir.filePath(QStringLiteral("minute/%1_%2.csv").arg(code, day->text()));
-    auto minutes = readMinuteBars(file, day->number());
+    auto minutes = readMinuteBars(file, day->number(), withMarket(code, m_securities));
     return minutes ? Loaded<Bars>(withAuctionBar(minutes.value())) : minutes;
 }
 

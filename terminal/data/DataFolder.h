@@ -2,6 +2,7 @@
 
 #include "terminal/data/Bar.h"
 #include "terminal/data/ChartPeriod.h"
+#include "terminal/data/PriceDecimals.h"
 #include "terminal/data/RecordedDays.h"
 #include "terminal/data/SecurityList.h"
 #include "trading/TradingDate.h"
@@ -24,6 +25,7 @@ struct ChartData
     std::vector<std::int32_t> ahead = {};
     /// Of a minute chart: the close of the trading day before, see DataFolder::closeBefore().
     std::optional<double> previousClose = {};
+    int priceDecimals = usualPriceDecimals; ///< that its prices are shown with
 };
 
 /// A folder of market data: `securities.csv`, `daily/<code>.csv` and `minute/<code>_<yyyymmdd>.csv`.

@@ -70,7 +70,9 @@ QString settleReplay(const QCommandLineParser &parser, TerminalOptions *options)
 
 void addOptions(QCommandLineParser *parser)
 {
-    parser->setApplicationDescription(text("Chart terminal with the account's cost, trades and orders."));
+    parser->setApplicationDescription(
+        text("Chart terminal with the account's cost, trades and orders. To bring bars of your own: "
+             "tradeterminal bars import --help."));
     for (const OptionRow &row : optionTable()) {
         parser->addOption(QCommandLineOption(row.name, row.help, row.valueName));
     }

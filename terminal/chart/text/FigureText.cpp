@@ -27,9 +27,9 @@ QString inUnit(double volume, const Unit &large, const Unit &small)
 
 } // namespace
 
-QString priceText(double price)
+QString priceText(double price, int decimals)
 {
-    return QString::number(price, 'f', 2);
+    return QString::number(price, 'f', decimals);
 }
 
 QString volumeText(double volume, QLocale::Language language)

@@ -4,8 +4,8 @@
 
 namespace Terminal {
 
-/// A price with two decimals, without thousands separators.
-QString priceText(double price);
+/// A price without thousands separators.
+QString priceText(double price, int decimals = 2);
 
 /// A volume in few digits in the units of `language`: "1.24亿" or "123.9M".
 QString volumeText(double volume, QLocale::Language language);

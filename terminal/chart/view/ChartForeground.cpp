@@ -136,7 +136,7 @@ void ChartForeground::paintPriceTag(QPainter *painter, double price, const QColo
     const QRect area = m_chart->canvas()->geometry();
     const int y = area.top() + static_cast<int>(m_chart->chartGeometry().priceToY(price));
     const QRect box(area.right() + 2, y - tagHeight / 2, width() - area.right() - 3, tagHeight);
-    paintTag(painter, box, priceText(price), colour, textColour);
+    paintTag(painter, box, priceText(price, m_chart->data().priceDecimals), colour, textColour);
 }
 
 void ChartForeground::paintTimeTag(QPainter *painter, int x) const

@@ -45,7 +45,8 @@ QString lastBarText(const ChartData &data)
 {
     const Bar &last = data.bars.back();
     return text("last %1: close %2, change %3")
-        .arg(timeText(last), priceText(last.close), changeText(changeAt(data.bars.size() - 1, data)));
+        .arg(timeText(last), priceText(last.close, data.priceDecimals),
+             changeText(changeAt(data.bars.size() - 1, data)));
 }
 
 /// What the change of a bar is measured from.

@@ -67,6 +67,11 @@ size_t ReadoutBar::shownBar() const
     return m_bar >= 0 ? static_cast<size_t>(m_bar) : m_chart->data().bars.size() - 1;
 }
 
+QString ReadoutBar::shownPrice(double price) const
+{
+    return priceText(price, m_chart->data().priceDecimals);
+}
+
 QString ReadoutBar::summary() const
 {
     const ChartData &shown = m_chart->data();
@@ -77,7 +82,7 @@ QString ReadoutBar::summary() const
     const Bar &bar = shown.bars[number];
     return tr("%1 %2, %3, %4: open %5, high %6, low %7, close %8, change %9")
         .arg(shown.security.name, shown.security.code, periodTitle(shown.period), timeText(bar),
-             priceText(bar.open), priceText(bar.high), priceText(bar.low), priceText(bar.close),
+             shownPrice(bar.open), shownPrice(bar.high), shownPrice(bar.low), shownPrice(bar.close),
              changeText(changeAt(number, shown)));
 }
 
@@ -118,10 +123,10 @@ void ReadoutBar::paintNumbers(QPainter *painter, int x) const
         QColor colour;
     } fields[] = {
         {QString(), timeText(bar), theme.text},
-        {tr("Open"), priceText(bar.open), colour},
-        {tr("High"), priceText(bar.high), colour},
-        {tr("Low"), priceText(bar.low), colour},
-        {tr("Close"), priceText(bar.close), colour},
+        {tr("Open"), shownPrice(bar.open), colour},
+        {tr("High"), shownPrice(bar.high), colour},
+        {tr("Low"), shownPrice(bar.low), colour},
+        {tr("Close"), shownPrice(bar.close), colour},
         {tr("Change"), changeText(change), colour},
         {tr("Volume"), volumeText(bar.volume, m_language), theme.text},
     };

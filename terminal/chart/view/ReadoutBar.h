@@ -29,6 +29,7 @@ protected:
 private:
     void showBar(int bar);
     size_t shownBar() const;
+    QString shownPrice(double price) const;
     int paintTitle(QPainter *painter, int x) const;
     void paintNumbers(QPainter *painter, int x) const;
 

@@ -2,6 +2,394 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>BarChecks</name>
+    <message>
+        <source>%1 is a Saturday or Sunday: no trading day</source>
+        <translation>%1 是周六或周日，不是交易日</translation>
+    </message>
+    <message>
+        <source>a price is zero</source>
+        <translation>有价格为零</translation>
+    </message>
+    <message>
+        <source>the high is many times open and close: is its decimal point in the right place?</source>
+        <translation>最高价是开盘价与收盘价的许多倍：小数点位置对吗？</translation>
+    </message>
+    <message>
+        <source>the low is a fraction of open and close: is its decimal point in the right place?</source>
+        <translation>最低价远低于开盘价与收盘价：小数点位置对吗？</translation>
+    </message>
+    <message>
+        <source>prices are many times those of the bar before, or a fraction: are decimal points in the right place?</source>
+        <translation>价格与前一根K线相差许多倍：小数点位置对吗？</translation>
+    </message>
+    <message>
+        <source>these are bars of weeks or months; the terminal makes those of days</source>
+        <translation>这是周线或月线；终端会由日线自行合成</translation>
+    </message>
+    <message>
+        <source>most previous closes are not the close of the day before: are the columns what their names say?</source>
+        <translation>多数昨收价与前一日收盘价不符：各列与列名相符吗？</translation>
+    </message>
+    <message>
+        <source>the columns of open and close look exchanged</source>
+        <translation>开盘与收盘两列似乎颠倒了</translation>
+    </message>
+</context>
+<context>
+    <name>BarColumns</name>
+    <message>
+        <source>the columns &quot;%1&quot; and &quot;%2&quot; have the same meaning; delete one of them</source>
+        <translation>“%1”与“%2”两列含义相同，请删去一列</translation>
+    </message>
+</context>
+<context>
+    <name>BarHeader</name>
+    <message>
+        <source>these are bars of weeks or months; the terminal makes those of days</source>
+        <translation>这是周线或月线；终端会由日线自行合成</translation>
+    </message>
+    <message>
+        <source>the first line is &quot;%1&quot;, and no line names the columns %2</source>
+        <translation>首行是“%1”，没有一行写明各列 %2</translation>
+    </message>
+</context>
+<context>
+    <name>BarImport</name>
+    <message>
+        <source>%1: the file does not say which security it is of: add --code, e.g. --code 600519.SH</source>
+        <translation>%1：文件没有写明是哪只证券：请加 --code，如 --code 600519.SH</translation>
+    </message>
+    <message>
+        <source>%1: nothing says on which market %2 is: add --code %2.SH or --code %2.SZ</source>
+        <translation>%1：无法判断 %2 属于哪个市场：请加 --code %2.SH 或 --code %2.SZ</translation>
+    </message>
+    <message>
+        <source>%1: these are bars of %2, but the folder has %3 under this code; use another folder</source>
+        <translation>%1：这是 %2 的K线，而文件夹中该代码是 %3；请用另一个文件夹</translation>
+    </message>
+    <message>
+        <source>replaced as a whole</source>
+        <translation>整个替换</translation>
+    </message>
+    <message>
+        <source>new</source>
+        <translation>新建</translation>
+    </message>
+    <message>
+        <source>%1 days added, %2 replaced by the same, %3 by others</source>
+        <translation>新增 %1 天，相同替换 %2 天，不同替换 %3 天</translation>
+    </message>
+    <message>
+        <source>%1: the last bar is of %2, a day to come</source>
+        <translation>%1：最后一根K线是 %2，尚未到来</translation>
+    </message>
+    <message>
+        <source>The prices are adjusted: the cost and the trades of an account do not lie on them.</source>
+        <translation>价格是复权的：账户的成本与成交不会落在K线上。</translation>
+    </message>
+    <message>
+        <source>%1 rows of days without trading are left out.</source>
+        <translation>略去 %1 行无交易的日子。</translation>
+    </message>
+    <message>
+        <source>%1 minutes after the close are left out.</source>
+        <translation>略去收盘后的 %1 分钟。</translation>
+    </message>
+    <message>
+        <source>These are bars of %1 minutes; the terminal takes each for one minute.</source>
+        <translation>这是 %1 分钟线；终端把每根当作一分钟。</translation>
+    </message>
+    <message>
+        <source>Columns that are not used: %1.</source>
+        <translation>未使用的列：%1。</translation>
+    </message>
+    <message>
+        <source>%1: cannot be written: %2</source>
+        <translation>%1：无法写入：%2</translation>
+    </message>
+    <message>
+        <source>%1; --replace replaces this file</source>
+        <translation>%1；--replace 可替换该文件</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 days that are in %4, too, have other prices: is one of both adjusted? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天价格不同：其中之一是复权的吗？--replace 可整个替换该文件</translation>
+    </message>
+</context>
+<context>
+    <name>BarRows</name>
+    <message>
+        <source>the high is below the low</source>
+        <translation>最高价低于最低价</translation>
+    </message>
+    <message>
+        <source>the open is outside of low and high</source>
+        <translation>开盘价不在最低价与最高价之间</translation>
+    </message>
+    <message>
+        <source>the close is outside of low and high</source>
+        <translation>收盘价不在最低价与最高价之间</translation>
+    </message>
+    <message>
+        <source>the volume is negative</source>
+        <translation>成交量为负</translation>
+    </message>
+    <message>
+        <source>%1 fields, but there must be %2</source>
+        <translation>有 %1 个字段，应有 %2 个</translation>
+    </message>
+    <message>
+        <source>there is no column for the day; call it &quot;date&quot;, e.g. 20240131 or 2024-01-31</source>
+        <translation>没有日期列；列名请用“date”，如 20240131 或 2024-01-31</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a date: eight digits, or year, month and day apart</source>
+        <translation>“%1”不是日期：应为八位数字，或年、月、日分开</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a time: hhmm or hh:mm, with or without a date</source>
+        <translation>“%1”不是时间：应为 hhmm 或 hh:mm，可带日期</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a date of the form %2</source>
+        <translation>“%1”不是 %2 形式的日期</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a time of the form %2</source>
+        <translation>“%1”不是 %2 形式的时间</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is another day than %2</source>
+        <translation>“%1”与 %2 不是同一天</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a number</source>
+        <translation>“%1”不是数字</translation>
+    </message>
+    <message>
+        <source>, in column %1</source>
+        <translation>，在“%1”列</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no security of Shanghai or Shenzhen: six digits, with or without SH or SZ</source>
+        <translation>“%1”不是沪深证券代码：应为六位数字，可带 SH 或 SZ</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is another security than the one before, %2; a file has one</source>
+        <translation>“%1”与前面的证券 %2 不同；一个文件只能有一只证券</translation>
+    </message>
+    <message>
+        <source>raw and adjusted prices are mixed</source>
+        <translation>复权与不复权的价格混在一起</translation>
+    </message>
+</context>
+<context>
+    <name>BarSheet</name>
+    <message>
+        <source>the columns %1 are missing</source>
+        <translation>缺少列 %1</translation>
+    </message>
+    <message>
+        <source>%1 is not earlier than the row before</source>
+        <translation>%1 不早于前一行</translation>
+    </message>
+    <message>
+        <source>%1 is not later than the row before</source>
+        <translation>%1 不晚于前一行</translation>
+    </message>
+    <message>
+        <source>the time %1 is outside of the trading hours</source>
+        <translation>时间 %1 不在交易时段内</translation>
+    </message>
+    <message>
+        <source>no bar is of the trading hours</source>
+        <translation>没有交易时段内的K线</translation>
+    </message>
+    <message>
+        <source>nothing says whether the volume is in shares or in lots: import the file with --volume shares or --volume lots</source>
+        <translation>无法判断成交量的单位是股还是手：请用 --volume shares 或 --volume lots 导入该文件</translation>
+    </message>
+    <message>
+        <source>amount ÷ volume is far from the prices: is a decimal point in the wrong place?</source>
+        <translation>成交额÷成交量与价格相差太大：小数点位置对吗？</translation>
+    </message>
+    <message>
+        <source>the volume is said to be in %1, but amount ÷ volume is no such price</source>
+        <translation>成交量单位写作 %1，但成交额÷成交量不是这样的价格</translation>
+    </message>
+    <message>
+        <source>the header says that the volume is in %1</source>
+        <translation>表头写明成交量单位是 %1</translation>
+    </message>
+    <message>
+        <source>the volume, in %1, is no whole number of shares</source>
+        <translation>成交量（单位 %1）不是整数股</translation>
+    </message>
+    <message>
+        <source>these are bars of %1, not of %2</source>
+        <translation>这是 %1 的K线，不是 %2 的</translation>
+    </message>
+    <message>
+        <source>; %1 more lines have a problem</source>
+        <translation>；另有 %1 行有问题</translation>
+    </message>
+    <message>
+        <source>this is no text in UTF-8, UTF-16 or GB18030; save a workbook as CSV</source>
+        <translation>不是 UTF-8、UTF-16 或 GB18030 文本；工作簿请另存为 CSV</translation>
+    </message>
+    <message>
+        <source>%1: holds no bars</source>
+        <translation>%1：没有行情数据</translation>
+    </message>
+</context>
+<context>
+    <name>BarsCommand</name>
+    <message>
+        <source>bars import: takes files of bars of days or minutes, whatever their columns are called, into a data folder. Shows them first; writes with --yes, or when you say so.</source>
+        <translation>bars import：把日线或分钟线文件（不论列名怎么写）收入数据文件夹。先显示内容；加 --yes 或您同意后才写入。</translation>
+    </message>
+    <message>
+        <source>Files with bars of one security each.</source>
+        <translation>K线文件，每个文件一只证券。</translation>
+    </message>
+    <message>
+        <source>Data folder to write into; made if it is not there.</source>
+        <translation>写入的数据文件夹；没有则新建。</translation>
+    </message>
+    <message>
+        <source>Security of a file that does not name it, e.g. 600519.SH.</source>
+        <translation>文件未写明的证券，如 600519.SH。</translation>
+    </message>
+    <message>
+        <source>Name of the security.</source>
+        <translation>证券名称。</translation>
+    </message>
+    <message>
+        <source>Unit of a volume that nothing tells: shares or lots.</source>
+        <translation>无从判断的成交量单位：shares（股）或 lots（手）。</translation>
+    </message>
+    <message>
+        <source>Day of minutes that have none.</source>
+        <translation>没有日期的分钟线的日期。</translation>
+    </message>
+    <message>
+        <source>Replaces a file in the folder as a whole; else its other days stay.</source>
+        <translation>整个替换文件夹中的文件；否则保留其余日子。</translation>
+    </message>
+    <message>
+        <source>Compares the bars with the trades of this ledger.</source>
+        <translation>与该账本的成交对照。</translation>
+    </message>
+    <message>
+        <source>Program of the trading module, which reads the ledger.</source>
+        <translation>读取账本的交易模块程序。</translation>
+    </message>
+    <message>
+        <source>zh or en.</source>
+        <translation>zh 或 en。</translation>
+    </message>
+    <message>
+        <source>Writes without asking.</source>
+        <translation>不询问，直接写入。</translation>
+    </message>
+    <message>
+        <source>--code must be six digits, with .SH or .SZ after them: 600519.SH</source>
+        <translation>--code 应为六位数字，后加 .SH 或 .SZ：600519.SH</translation>
+    </message>
+    <message>
+        <source>--volume must be shares or lots</source>
+        <translation>--volume 应为 shares 或 lots</translation>
+    </message>
+    <message>
+        <source>--day must be a date of the form yyyymmdd</source>
+        <translation>--day 应为 yyyymmdd 形式的日期</translation>
+    </message>
+    <message>
+        <source>shares</source>
+        <translation>股</translation>
+    </message>
+    <message>
+        <source>lots</source>
+        <translation>手</translation>
+    </message>
+    <message>
+        <source>ten thousand shares</source>
+        <translation>万股</translation>
+    </message>
+    <message>
+        <source>ten thousand lots</source>
+        <translation>万手</translation>
+    </message>
+    <message>
+        <source>volume in %1, as files of this form have it</source>
+        <translation>成交量单位 %1，这种格式的文件如此</translation>
+    </message>
+    <message>
+        <source>volume in %1, as the header says</source>
+        <translation>成交量单位 %1，表头写明</translation>
+    </message>
+    <message>
+        <source>volume in %1, as amount ÷ price says</source>
+        <translation>成交量单位 %1，由成交额÷价格得知</translation>
+    </message>
+    <message>
+        <source>volume in %1, as you say</source>
+        <translation>成交量单位 %1，由您指定</translation>
+    </message>
+    <message>
+        <source>%1 bars of minutes, %2 to %3</source>
+        <translation>%1 根分钟线，%2 至 %3</translation>
+    </message>
+    <message>
+        <source>%1 bars of days, %2 to %3</source>
+        <translation>%1 根日线，%2 至 %3</translation>
+    </message>
+    <message>
+        <source>  -&gt; and %1 more files</source>
+        <translation>  -&gt; 另有 %1 个文件</translation>
+    </message>
+    <message>
+        <source>Write this? [y/N] </source>
+        <translation>写入吗？[y/N] </translation>
+    </message>
+    <message>
+        <source>Nothing is written: --data DIR names the folder.</source>
+        <translation>未写入：请用 --data DIR 指定文件夹。</translation>
+    </message>
+    <message>
+        <source>Nothing is written: --yes writes.</source>
+        <translation>未写入：加 --yes 即写入。</translation>
+    </message>
+    <message>
+        <source>Written. See the chart: tradeterminal --data %1</source>
+        <translation>已写入。查看图表：tradeterminal --data %1</translation>
+    </message>
+    <message>
+        <source>Nothing is written: %1 of %2 files are refused.</source>
+        <translation>未写入：%2 个文件中有 %1 个被拒绝。</translation>
+    </message>
+    <message>
+        <source>bars wants: import FILE...</source>
+        <translation>bars 的用法：import FILE...</translation>
+    </message>
+</context>
+<context>
+    <name>FillCheck</name>
+    <message>
+        <source>%1 of %2 trades lie outside of their day&apos;s prices, first %3: %4, but the day had %5 to %6. Are the bars adjusted, or of another security?</source>
+        <translation>%2 笔成交中有 %1 笔在当日价格之外，首笔 %3：%4，而当日为 %5 至 %6。K线是复权的，还是另一只证券的？</translation>
+    </message>
+    <message>
+        <source>%1 trades are larger than their day&apos;s volume, first %2: %3 shares of %4. Is the volume in lots?</source>
+        <translation>%1 笔成交大于当日成交量，首笔 %2：%3 股，当日仅 %4。成交量的单位是手吗？</translation>
+    </message>
+    <message>
+        <source>%1 trades are on days without a bar, first %2. Are these bars of another security?</source>
+        <translation>%1 笔成交所在的日子没有K线，首笔 %2。这是另一只证券的K线吗？</translation>
+    </message>
+</context>
+<context>
     <name>LedgerAdvice</name>
     <message>
         <source>The file is no ledger or is damaged: name another one with --ledger, or bring a copy of it back.</source>
@@ -31,48 +419,16 @@
 <context>
     <name>BarFile</name>
     <message>
-        <source>&quot;%1&quot; is not a number</source>
-        <translation>“%1”不是数字</translation>
+        <source>%1: holds bars of days, not of minutes</source>
+        <translation>%1：是日线，不是分钟线</translation>
     </message>
     <message>
-        <source>the high is below the low</source>
-        <translation>最高价低于最低价</translation>
+        <source>%1: holds bars of minutes, not of days</source>
+        <translation>%1：是分钟线，不是日线</translation>
     </message>
     <message>
-        <source>the open is outside of low and high</source>
-        <translation>开盘价不在最低价与最高价之间</translation>
-    </message>
-    <message>
-        <source>the close is outside of low and high</source>
-        <translation>收盘价不在最低价与最高价之间</translation>
-    </message>
-    <message>
-        <source>the volume is negative</source>
-        <translation>成交量为负</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is not a date of the form yyyymmdd</source>
-        <translation>“%1”不是 yyyymmdd 形式的日期</translation>
-    </message>
-    <message>
-        <source>the day %1 is not later than the one before</source>
-        <translation>日期 %1 不晚于前一行</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is not a time of the form hhmm</source>
-        <translation>“%1”不是 hhmm 形式的时间</translation>
-    </message>
-    <message>
-        <source>the time %1 is outside of the trading hours</source>
-        <translation>时间 %1 不在交易时段内</translation>
-    </message>
-    <message>
-        <source>the time %1 is not later than the one before</source>
-        <translation>时间 %1 不晚于前一行</translation>
-    </message>
-    <message>
-        <source>%1: holds no bars</source>
-        <translation>%1：没有行情数据</translation>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1：无法读取：%2</translation>
     </message>
 </context>
 <context>
@@ -153,6 +509,13 @@
     <message>
         <source>%1: there are no minute bars of %2</source>
         <translation>%1：没有 %2 的分时数据</translation>
+    </message>
+</context>
+<context>
+    <name>LedgerFills</name>
+    <message>
+        <source>the trades of ledger %1 could not be read: %2</source>
+        <translation>无法读取账本 %1 的成交：%2</translation>
     </message>
 </context>
 <context>

@@ -126,6 +126,80 @@ TEST_F(BarFile, RefusesAnotherHeader)
     EXPECT_TRUE(readDailyBars(path).error().startsWith(path + QStringLiteral(":1: the first line")));
 }
 
+TEST_F(BarFile, NamesAFileAsItIsCalled)
+{
+    const QString path = write(QStringLiteral("100%2 %1.csv"), dailyHeader + "20240102,x,1,1,1,1\n");
+    EXPECT_TRUE(readDailyBars(path).error().startsWith(path + QStringLiteral(":2: \"x\" is not a number")))
+        << qPrintable(readDailyBars(path).error());
+}
+
+TEST_F(BarFile, CountsTheFurtherLinesThatHaveAProblem)
+{
+    const QString path =
+        write(QStringLiteral("a.csv"), dailyHeader + "20240102,x,1,1,1,1\n20240103,1,1,1,1\n");
+    EXPECT_TRUE(readDailyBars(path).error().endsWith(QStringLiteral("; 1 more lines have a problem")))
+        << qPrintable(readDailyBars(path).error());
+}
+
+TEST_F(BarFile, TakesNoBarsOfAnotherSecurity)
+{
+    const QString path =
+        write(QStringLiteral("a.csv"),
+              "code,date,open,high,low,close,volume (shares)\nsz.000001,20240102,1,1,1,1,1\n");
+    EXPECT_TRUE(readDailyBars(path, QStringLiteral("000001")));
+    EXPECT_TRUE(
+        readDailyBars(path, QStringLiteral("600519")).error().contains(QStringLiteral("not of 600519")));
+}
+
+TEST_F(BarFile, TakesNoMinutesForDays)
+{
+    const QString path =
+        write(QStringLiteral("a.csv"),
+              "date,time,open,high,low,close,volume\n20240102,931,9,9,9,9,1\n20240102,932,9,9,9,9,1\n");
+    EXPECT_TRUE(readDailyBars(path).error().contains(QStringLiteral("bars of minutes, not of days")));
+    EXPECT_TRUE(readMinuteBars(path, 20240102));
+    EXPECT_TRUE(readMinuteBars(path, 20240103).error().contains(QStringLiteral("another day")));
+}
+
+TEST_F(BarFile, TakesRowsOfZerosForNoBars)
+{
+    const auto bars = readDailyBars(write(QStringLiteral("a.csv"), dailyHeader + "20240102,0,0,0,0,0\n"
+                                                                                 "20240103,9,9,9,9,1\n"));
+    ASSERT_TRUE(bars) << qPrintable(bars.error());
+    ASSERT_EQ(bars.value().size(), 1U);
+    EXPECT_EQ(bars.value().front().date, 20240103);
+}
+
+TEST_F(BarFile, TakesNoYearsWithoutExchanges)
+{
+    for (const char *const day : {"00240102", "18991229", "21000104"}) {
+        EXPECT_TRUE(readDailyBars(write(QStringLiteral("a.csv"), dailyHeader + day + ",9,9,9,9,1\n"))
+                        .error()
+                        .contains(QStringLiteral("is not a date")))
+            << day;
+    }
+}
+
+TEST_F(BarFile, LeavesTradesAfterTheCloseOut)
+{
+    const auto bars = readMinuteBars(
+        write(QStringLiteral("m.csv"), minuteHeader + "1459,9,9,9,9,1\n1500,9,9,9,9,1\n1506,9,9,9,9,1\n"),
+        20240102);
+    ASSERT_TRUE(bars) << qPrintable(bars.error());
+    EXPECT_EQ(bars.value().back().minute, 900);
+}
+
+TEST_F(BarFile, MovesMinutesThatAreNamedByTheirBegin)
+{
+    const auto bars = readMinuteBars(
+        write(QStringLiteral("m.csv"),
+              minuteHeader + "930,9,9,9,9,1\n1129,9,9,9,9,1\n1300,9,9,9,9,1\n1459,9,9,9,9,1\n"),
+        20240102);
+    ASSERT_TRUE(bars) << qPrintable(bars.error());
+    EXPECT_EQ(bars.value().front().minute, 571);
+    EXPECT_EQ(bars.value().back().minute, 900);
+}
+
 TEST_F(BarFile, RefusesAFileWithoutBars)
 {
     EXPECT_TRUE(readDailyBars(write(QStringLiteral("a.csv"), dailyHeader))

@@ -16,13 +16,13 @@ struct KnownCode
     SecurityClass kind;
 };
 
-class CodeRangeOfCode : public ::testing::TestWithParam<KnownCode>
+class CodeRangesOfCode : public ::testing::TestWithParam<KnownCode>
 {
 };
 
 } // namespace
 
-TEST_P(CodeRangeOfCode, TellsMarketAndClass)
+TEST_P(CodeRangesOfCode, TellsMarketAndClass)
 {
     const auto range = CodeRanges::of(QString::fromStdString(GetParam().code));
 
@@ -32,7 +32,7 @@ TEST_P(CodeRangeOfCode, TellsMarketAndClass)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Of, CodeRangeOfCode,
+    Of, CodeRangesOfCode,
     ::testing::Values(KnownCode{"MainBoardOfShanghai", "600000", Market::Shanghai, SecurityClass::Share},
                       KnownCode{"StarMarket", "688981", Market::Shanghai, SecurityClass::Share},
                       KnownCode{"FundOfShanghai", "510300", Market::Shanghai, SecurityClass::Fund},
@@ -68,14 +68,14 @@ TEST(CodeRanges, HaveNoneForACodeThatAMarketDoesNotGive)
     EXPECT_FALSE(CodeRanges::of(QStringLiteral("00700")));
 }
 
-TEST(SecurityOfCode, IsNothingBeyondTheMarketsOfCharts)
+TEST(CodeRangesSecurity, IsNothingBeyondTheMarketsOfCharts)
 {
     EXPECT_EQ(securityOfCode(QStringLiteral("000001.XSHE"))->market, Market::Shenzhen);
     EXPECT_FALSE(securityOfCode(QStringLiteral("830799")));
     EXPECT_FALSE(securityOfCode(QStringLiteral("00700")));
 }
 
-TEST(SecurityOfCode, GetsTheLeadingZerosBackThatASpreadsheetLost)
+TEST(CodeRangesSecurity, GetsTheLeadingZerosBackThatASpreadsheetLost)
 {
     EXPECT_EQ(securityOfCode(QStringLiteral("2798"))->code, QStringLiteral("002798"));
 }

@@ -1,0 +1,116 @@
+// What reading bars costs, beside the bytes of their file alone.
+#include "terminal/data/BarFile.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QCoreApplication>
+#include <QDate>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+using namespace Terminal;
+
+constexpr int barsOfAFile = 50'000; // all the trading days that a century could have
+constexpr int files = 2;
+
+QByteArray ownForm()
+{
+    QByteArray text = "date,open,high,low,close,volume\n";
+    QDate day(1900, 1, 1);
+    for (int i = 0; i < barsOfAFile; ++i) {
+        const double price = 10 + i % 100 * 0.01;
+        text += day.toString(QStringLiteral("yyyyMMdd")).toLatin1();
+        for (const double value : {price, price + 0.05, price - 0.05, price + 0.02}) {
+            text += ',' + QByteArray::number(value, 'f', 2);
+        }
+        text += ',' + QByteArray::number(100 * (1000 + i)) + '\n';
+        do {
+            day = day.addDays(1);
+        } while (day.dayOfWeek() >= Qt::Saturday);
+    }
+    return text;
+}
+
+/// One of the foreign forms: newest first, lots, amounts in thousands.
+QByteArray foreignForm()
+{
+    const QList<QByteArray> own = ownForm().trimmed().split('\n');
+    QByteArray text = "ts_code,trade_date,open,high,low,close,pre_close,change,pct_chg,vol,amount\n";
+    for (int i = own.size() - 1; i > 0; --i) {
+        const QList<QByteArray> cells = own[i].split(',');
+        const double volume = cells[5].toDouble();
+        text += "000001.SZ," + cells[0] + ',' + cells[1] + ',' + cells[2] + ',' + cells[3] + ',' + cells[4] +
+                ",0,0.1,1.0," + QByteArray::number(volume / 100, 'f', 2) + ',' +
+                QByteArray::number(volume * cells[1].toDouble() / 1000, 'f', 3) + '\n';
+    }
+    return text;
+}
+
+void read(benchmark::State &state, const QByteArray &text)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.csv"));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
+        state.SkipWithError("no file");
+        return;
+    }
+    file.close();
+    for ([[maybe_unused]] auto _ : state) {
+        for (int i = 0; i < files; ++i) {
+            const auto bars = readDailyBars(path);
+            if (!bars || bars.value().size() != barsOfAFile) {
+                state.SkipWithError(qPrintable(bars.error()));
+                return;
+            }
+        }
+    }
+    state.counters["bars"] = barsOfAFile * files;
+}
+
+void readBytesOnly(benchmark::State &state)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.csv"));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        state.SkipWithError("no file");
+        return;
+    }
+    file.write(ownForm());
+    file.close();
+    file.close();
+    for ([[maybe_unused]] auto _ : state) {
+        for (int i = 0; i < files; ++i) {
+            QFile again(path);
+            benchmark::DoNotOptimize(again.open(QIODevice::ReadOnly));
+            benchmark::DoNotOptimize(again.readAll());
+        }
+    }
+}
+
+void readOwnForm(benchmark::State &state)
+{
+    read(state, ownForm());
+}
+
+void readForeignForm(benchmark::State &state)
+{
+    read(state, foreignForm());
+}
+
+BENCHMARK(readBytesOnly)->Unit(benchmark::kMillisecond);
+BENCHMARK(readOwnForm)->Unit(benchmark::kMillisecond);
+BENCHMARK(readForeignForm)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,334 @@
+#include "terminal/bars/BarImport.h"
+
+#include "terminal/data/BarFile.h"
+#include "terminal/data/OwnForm.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <memory>
+
+namespace Terminal {
+
+namespace {
+
+QString text(const char *source)
+{
+    return QCoreApplication::translate("BarImport", source);
+}
+
+const auto listName = QStringLiteral("securities.csv");
+
+QString nameFor(const BarSheet &sheet, const Security *known, const QString &given, const QString &code)
+{
+    for (const QString &name : {given, known == nullptr ? QString() : known->name, sheet.name}) {
+        QString plain = name;
+        plain = plain.remove(QLatin1Char(',')).trimmed();
+        if (!plain.isEmpty()) {
+            return plain;
+        }
+    }
+    return code;
+}
+
+/// Which security the bars are of: as the file, the command line and the list of the folder say together.
+Loaded<Security> settleSecurity(const QString &file, const BarSheet &sheet, const Securities &known,
+                                const BarImportOptions &options)
+{
+    const auto code = sheet.security ? sheet.security : options.hints.security;
+    if (!code) {
+        return Loaded<Security>::failure(
+            text("%1: the file does not say which security it is of: add --code, e.g. --code 600519.SH")
+                .arg(file));
+    }
+    const Security *const listed = findSecurity(known, code->digits);
+    auto market = code->market;
+    if (!market && options.hints.security) {
+        market = options.hints.security->market;
+    }
+    if (!market && listed == nullptr) {
+        return Loaded<Security>::failure(
+            text("%1: nothing says on which market %2 is: add --code %2.SH or --code %2.SZ")
+                .arg(file, code->digits));
+    }
+    if (listed != nullptr && market && listed->market != *market) {
+        return Loaded<Security>::failure(
+            text("%1: these are bars of %2, but the folder has %3 under this code; use another folder")
+                .arg(file, code->text(), SecurityCode{listed->code, listed->market}.text()));
+    }
+    return Security{code->digits, market ? *market : listed->market,
+                    nameFor(sheet, listed, options.name, code->digits)};
+}
+
+bool haveSamePrices(const Bar &a, const Bar &b)
+{
+    constexpr double rounding = 0.0051;
+    return std::abs(a.open - b.open) < rounding && std::abs(a.high - b.high) < rounding &&
+           std::abs(a.low - b.low) < rounding && std::abs(a.close - b.close) < rounding;
+}
+
+/// Bars of the folder and new ones; a new one takes the place of an old one of the same day.
+struct Merged
+{
+    Bars bars;
+    int added = 0;
+    int common = 0;
+    int changed = 0; ///< of the common ones
+};
+
+Merged merge(const Bars &old, const Bars &added)
+{
+    std::map<std::int32_t, Bar> byDay;
+    for (const Bar &bar : old) {
+        byDay.emplace(bar.date, bar);
+    }
+    Merged merged;
+    for (const Bar &bar : added) {
+        const auto before = byDay.find(bar.date);
+        const bool isCommon = before != byDay.end();
+        merged.common += isCommon ? 1 : 0;
+        merged.added += isCommon ? 0 : 1;
+        merged.changed += isCommon && !haveSamePrices(before->second, bar) ? 1 : 0;
+        byDay[bar.date] = bar;
+    }
+    for (const auto &[day, bar] : byDay) {
+        merged.bars.push_back(bar);
+    }
+    return merged;
+}
+
+QString changeOf(bool isThere)
+{
+    return isThere ? text("replaced as a whole") : text("new");
+}
+
+QString changeOf(const Merged &merged)
+{
+    return text("%1 days added, %2 replaced by the same, %3 by others")
+        .arg(merged.added)
+        .arg(merged.common - merged.changed)
+        .arg(merged.changed);
+}
+
+/// Where a tenth of the common days have other prices, the two files are not of one kind.
+bool areOfAnotherKind(const Merged &merged)
+{
+    return merged.changed * 10 > merged.common;
+}
+
+/// A bar of a day to come is a wrong date; the clocks of two machines may differ by a day.
+QString dayToCome(const QString &file, const Bars &bars)
+{
+    return dayOf(bars.back()) > Trading::TradingDate::today().plusDays(1)
+               ? text("%1: the last bar is of %2, a day to come").arg(file, dayOf(bars.back()).dashedText())
+               : QString();
+}
+
+/// Minutes from one bar to the next, as most have it.
+int usualStep(const Bars &minutes)
+{
+    std::map<int, int> counts;
+    for (std::size_t i = 1; i < minutes.size(); ++i) {
+        ++counts[minutes[i].minute - minutes[i - 1].minute];
+    }
+    const auto most = std::max_element(counts.begin(), counts.end(),
+                                       [](const auto &a, const auto &b) { return a.second < b.second; });
+    return most == counts.end() ? 1 : most->first;
+}
+
+QStringList remarksOn(const BarSheet &sheet)
+{
+    QStringList remarks;
+    if (sheet.prices == PriceKind::Adjusted) {
+        remarks.append(
+            text("The prices are adjusted: the cost and the trades of an account do not lie on them."));
+    }
+    if (sheet.notTraded > 0) {
+        remarks.append(text("%1 rows of days without trading are left out.").arg(sheet.notTraded));
+    }
+    if (sheet.afterClose > 0) {
+        remarks.append(text("%1 minutes after the close are left out.").arg(sheet.afterClose));
+    }
+    if (sheet.isOfMinutes && usualStep(sheet.bars) > 1) {
+        remarks.append(text("These are bars of %1 minutes; the terminal takes each for one minute.")
+                           .arg(usualStep(sheet.bars)));
+    }
+    if (!sheet.unusedColumns.isEmpty()) {
+        remarks.append(
+            text("Columns that are not used: %1.").arg(sheet.unusedColumns.join(QStringLiteral(", "))));
+    }
+    return remarks;
+}
+
+using SaveFiles = std::vector<std::unique_ptr<QSaveFile>>;
+
+/// Writes beside the file's place, so that a full disk leaves everything as it is.
+QString prepare(const QString &path, const QByteArray &content, SaveFiles *files)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    auto file = std::make_unique<QSaveFile>(path);
+    const bool isWritten =
+        file->open(QIODevice::WriteOnly) && file->write(content) == content.size() && file->flush();
+    if (!isWritten) {
+        return text("%1: cannot be written: %2").arg(path, file->errorString());
+    }
+    files->push_back(std::move(file));
+    return {};
+}
+
+/// Puts a security into a list; its new name takes the place of an old one.
+void add(const Security &security, Securities *securities)
+{
+    const auto listed =
+        std::find_if(securities->begin(), securities->end(),
+                     [&security](const Security &candidate) { return candidate.code == security.code; });
+    if (listed == securities->end()) {
+        securities->push_back(security);
+    } else {
+        listed->name = security.name;
+    }
+}
+
+QString commit(const SaveFiles &files)
+{
+    for (const auto &file : files) {
+        if (!file->commit()) {
+            return text("%1: cannot be written: %2").arg(file->fileName(), file->errorString());
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+QString BarImport::path(const QString &name) const
+{
+    return QDir(m_folder).filePath(name);
+}
+
+bool BarImport::isThere(const QString &name) const
+{
+    return m_files.count(name) > 0 || (!m_folder.isEmpty() && QFileInfo::exists(path(name)));
+}
+
+/// The list of the folder, with what was planned before.
+Loaded<Securities> BarImport::securities() const
+{
+    const auto listed = isThere(listName) ? readSecurities(path(listName)) : Loaded<Securities>(Securities());
+    if (!listed) {
+        return listed;
+    }
+    Securities all = listed.value();
+    for (const Security &security : m_securities) {
+        add(security, &all);
+    }
+    return all;
+}
+
+Loaded<Bars> BarImport::days(const QString &name, const QString &code) const
+{
+    const auto planned = m_files.find(name);
+    if (planned == m_files.end()) {
+        return readDailyBars(path(name), code);
+    }
+    const auto sheet = readBarSheet(planned->second, name, {});
+    return sheet ? Loaded<Bars>(sheet.value().bars) : Loaded<Bars>::failure(sheet.error());
+}
+
+/// Returns why not.
+QString BarImport::planDays(const QString &file, bool replacesAll, BarImportPlan *plan) const
+{
+    const QString name = QStringLiteral("daily/%1.csv").arg(plan->security.code);
+    if (!isThere(name) || (replacesAll && m_files.count(name) == 0)) {
+        plan->files.push_back({name, dailyText(plan->sheet.bars), changeOf(isThere(name))});
+        return {};
+    }
+    const auto old = days(name, plan->security.code);
+    if (!old) {
+        return text("%1; --replace replaces this file").arg(old.error());
+    }
+    const Merged merged = merge(old.value(), plan->sheet.bars);
+    if (areOfAnotherKind(merged)) {
+        return text("%1: %2 of %3 days that are in %4, too, have other prices: is one of both adjusted? "
+                    "--replace "
+                    "replaces the file as a whole")
+            .arg(file, QString::number(merged.changed), QString::number(merged.common), path(name));
+    }
+    plan->files.push_back({name, dailyText(merged.bars), changeOf(merged)});
+    return {};
+}
+
+void BarImport::planMinutes(BarImportPlan *plan) const
+{
+    const Bars &bars = plan->sheet.bars;
+    for (auto first = bars.begin(); first != bars.end();) {
+        const auto last =
+            std::find_if(first, bars.end(), [first](const Bar &bar) { return bar.date != first->date; });
+        const QString name =
+            QStringLiteral("minute/%1_%2.csv").arg(plan->security.code, dayOf(*first).text());
+        plan->files.push_back({name, minuteText(Bars(first, last)), changeOf(isThere(name))});
+        first = last;
+    }
+}
+
+void BarImport::keep(const BarImportPlan &plan)
+{
+    for (const PlannedFile &file : plan.files) {
+        m_files[file.name] = file.content;
+    }
+    add(plan.security, &m_securities);
+}
+
+Loaded<BarImportPlan> BarImport::plan(const QString &file, const BarImportOptions &options)
+{
+    const auto failure = [](const QString &reason) { return Loaded<BarImportPlan>::failure(reason); };
+    const auto sheet = readBarFile(file, options.hints);
+    if (!sheet) {
+        return failure(sheet.error());
+    }
+    const auto known = securities();
+    if (!known) {
+        return failure(known.error());
+    }
+    const auto security = settleSecurity(file, sheet.value(), known.value(), options);
+    if (!security) {
+        return failure(security.error());
+    }
+    BarImportPlan plan{sheet.value(), security.value(), {}, remarksOn(sheet.value())};
+    QString problem = dayToCome(file, plan.sheet.bars);
+    if (problem.isEmpty() && plan.sheet.isOfMinutes) {
+        planMinutes(&plan);
+    } else if (problem.isEmpty()) {
+        problem = planDays(file, options.replacesAll, &plan);
+    }
+    if (!problem.isEmpty()) {
+        return failure(problem);
+    }
+    keep(plan);
+    return plan;
+}
+
+QString BarImport::write() const
+{
+    const auto listed = securities();
+    if (!listed) {
+        return listed.error();
+    }
+    SaveFiles files;
+    for (const auto &[name, content] : m_files) {
+        const QString problem = prepare(path(name), content, &files);
+        if (!problem.isEmpty()) {
+            return problem;
+        }
+    }
+    // The list comes last: it names no security whose bars are not there.
+    const QString problem = prepare(path(listName), securitiesText(listed.value()), &files);
+    return problem.isEmpty() ? commit(files) : problem;
+}
+
+} // namespace Terminal

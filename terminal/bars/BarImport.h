@@ -1,0 +1,75 @@
+#pragma once
+
+#include "terminal/data/BarSheet.h"
+#include "terminal/data/SecurityList.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <map>
+#include <utility>
+#include <vector>
+
+namespace Terminal {
+
+/// How foreign bars become those of a data folder.
+struct BarImportOptions
+{
+    BarHints hints;
+    QString name;             ///< of the security; empty: as the file or the folder has it
+    bool replacesAll = false; ///< else bars that are in the folder and not in the file stay
+};
+
+/// A file that an import writes into its folder.
+struct PlannedFile
+{
+    QString name; ///< inside of the folder: "daily/600519.csv"
+    QByteArray content;
+    QString change; ///< for the user: "new", "20 new days, 3 replaced"
+};
+
+/// What an import of one file would do.
+struct BarImportPlan
+{
+    BarSheet sheet;
+    Security security;
+    std::vector<PlannedFile> files;
+    QStringList remarks; ///< for the user, about the file and about what is in the folder already
+};
+
+/// Foreign bar files on their way into a data folder, which need not be there yet.
+///
+///     BarImport import(folder);
+///     for each file: import.plan(file, options) reads it and writes nothing
+///     import.write()
+class BarImport
+{
+public:
+    /// Without a folder, an empty text, nothing is there and nothing can be written.
+    explicit BarImport(QString folder) : m_folder(std::move(folder)) {}
+
+    /// Reads one file and compares it with the folder, as the files before would leave it. A failure says
+    /// what to do instead, and plans nothing.
+    Loaded<BarImportPlan> plan(const QString &file, const BarImportOptions &options);
+
+    /// Writes what was planned, and the securities into the list of the folder. Each file is there as a whole
+    /// or as it was before: all of them are written beside their place first. Returns an empty text, or what
+    /// failed.
+    QString write() const;
+
+private:
+    Loaded<Securities> securities() const;
+    QString path(const QString &name) const;
+    bool isThere(const QString &name) const;
+    Loaded<Bars> days(const QString &name, const QString &code) const;
+    QString planDays(const QString &file, bool replacesAll, BarImportPlan *plan) const;
+    void planMinutes(BarImportPlan *plan) const;
+    void keep(const BarImportPlan &plan);
+
+    QString m_folder;
+    std::map<QString, QByteArray> m_files; ///< planned, by their names
+    Securities m_securities;               ///< of the planned files
+};
+
+} // namespace Terminal

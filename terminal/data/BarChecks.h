@@ -1,0 +1,18 @@
+#pragma once
+
+#include "terminal/data/BarRows.h"
+
+namespace Terminal {
+
+/// What no row shows by itself: whether columns are what their names say and decimal points where they
+/// belong. Requires rows in the order of time. Each rule holds for every security whose bars we have; a file
+/// that breaks one would be drawn wrong without a word.
+///
+/// - Prices are above zero, but for adjusted ones; since 2000 nobody trades at weekends.
+/// - A high or low, and the prices of a bar, are not several times those beside them.
+/// - Most opens are nearer to the close before than closes are to the open before: else both are exchanged.
+/// - Most previous closes are the close of the bar before.
+/// - Days follow one another: bars of weeks or months are none.
+LineProblem problemAmong(const BarRows &rows);
+
+} // namespace Terminal

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace Terminal {
+
+/// What a file counts its volume in.
+enum class VolumeUnit { Shares, Lots, TenThousandShares, TenThousandLots };
+
+/// How many shares one of the unit is.
+double sharesIn(VolumeUnit unit);
+
+/// The unit of a header or of the command line: "shares", "lots", 股, 手, 万股, 万手. Nothing for another
+/// word.
+std::optional<VolumeUnit> volumeUnitOf(const QString &word);
+
+/// The word that volumeUnitOf() reads, in English.
+QString wordOf(VolumeUnit unit);
+
+} // namespace Terminal

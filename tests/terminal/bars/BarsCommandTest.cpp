@@ -1,0 +1,153 @@
+// The built program, as its user brings his bars.
+#include "terminal/data/DataFolder.h"
+#include "tests/terminal/data/ManyForms.h"
+#include "tests/terminal/support/DataFiles.h"
+
+#include <gmock/gmock.h>
+
+#include <QProcess>
+
+namespace Terminal {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+struct Ended
+{
+    int exitCode = -1;
+    std::string out;
+    std::string err;
+};
+
+Ended run(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.start(program, arguments);
+    EXPECT_TRUE(process.waitForFinished(60000));
+    return {process.exitCode(), process.readAllStandardOutput().toStdString(),
+            process.readAllStandardError().toStdString()};
+}
+
+class BarsCommand : public DataFiles
+{
+protected:
+    static Ended bars(const QStringList &arguments, const char *language = "en")
+    {
+        return run(QStringLiteral(TRADETERMINAL),
+                   QStringList({QStringLiteral("bars")}) + arguments +
+                       QStringList({QStringLiteral("--lang"), QLatin1String(language)}));
+    }
+    static Ended import(const QStringList &arguments)
+    {
+        return bars(QStringList(QStringLiteral("import")) + arguments);
+    }
+    QString foreignFile()
+    {
+        FormOfDays form("ts_code,trade_date,open,high,low,close,vol,amount,turn",
+                        "000001.SZ,{d},{o},{h},{l},{c},{lots},{thousands},1");
+        return write(QStringLiteral("in.csv"), form.newestFirst().of(someDays()));
+    }
+    QString target() const { return folder() + QStringLiteral("/data"); }
+};
+
+TEST_F(BarsCommand, ShowsWhatItUnderstoodAndWritesNothing)
+{
+    const Ended shown = import({foreignFile(), QStringLiteral("--data"), target()});
+    EXPECT_EQ(shown.exitCode, 0) << shown.err;
+    EXPECT_THAT(shown.out, HasSubstr("000001.SZ"));
+    EXPECT_THAT(shown.out, HasSubstr("60 bars of days, 2024-01-02 to 2024-03-25"));
+    EXPECT_THAT(shown.out, HasSubstr("volume in lots, as amount ÷ price says"));
+    EXPECT_THAT(shown.out, HasSubstr("    date,open,high,low,close,volume\n    20240102,10.00,"));
+    EXPECT_THAT(shown.out, HasSubstr("not used: turn"));
+    EXPECT_THAT(shown.out, HasSubstr("-> daily/000001.csv: new"));
+    EXPECT_THAT(shown.out, HasSubstr("Nothing is written: --yes writes"));
+    EXPECT_FALSE(QFileInfo::exists(target()));
+}
+
+TEST_F(BarsCommand, WritesWhenItIsToldTo)
+{
+    const Ended written =
+        import({foreignFile(), QStringLiteral("--data"), target(), QStringLiteral("--yes")});
+    EXPECT_EQ(written.exitCode, 0) << written.err;
+    const auto opened = DataFolder::open(target());
+    ASSERT_TRUE(opened) << qPrintable(opened.error());
+    expectSame(opened.value().load(QStringLiteral("000001"), ChartPeriod::Day).value().bars, someDays());
+}
+
+TEST_F(BarsCommand, WritesNoFileWhenOneIsRefused)
+{
+    const QString bad = write(QStringLiteral("bad.csv"), "date,close\n20240102,1\n");
+    const Ended refused =
+        import({foreignFile(), bad, QStringLiteral("--data"), target(), QStringLiteral("--yes")});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_THAT(refused.err, HasSubstr("bad.csv:1: "));
+    EXPECT_THAT(refused.err, HasSubstr("Nothing is written: 1 of 2 files are refused"));
+    EXPECT_FALSE(QFileInfo::exists(target()));
+}
+
+TEST_F(BarsCommand, RefusesAWrongCommandLine)
+{
+    EXPECT_EQ(bars({}).exitCode, 2);
+    EXPECT_EQ(bars({QStringLiteral("export"), QStringLiteral("a.csv")}).exitCode, 2);
+    EXPECT_THAT(import({foreignFile(), QStringLiteral("--volume"), QStringLiteral("tons")}).err,
+                HasSubstr("--volume must be shares or lots"));
+    EXPECT_THAT(import({foreignFile(), QStringLiteral("--code"), QStringLiteral("1")}).err,
+                HasSubstr("--code must be six digits"));
+    EXPECT_EQ(import({foreignFile(), QStringLiteral("--nonsense")}).exitCode, 2);
+}
+
+TEST_F(BarsCommand, SpeaksChinese)
+{
+    EXPECT_THAT(bars({QStringLiteral("--help")}, "zh").out, HasSubstr("不询问，直接写入。"));
+    EXPECT_THAT(bars({QStringLiteral("--help")}).out, HasSubstr("Writes without asking."));
+}
+
+#ifdef TRADEMODULE
+
+class BarsCommandBesideALedger : public BarsCommand
+{
+protected:
+    void SetUp() override
+    {
+        const Ended imported =
+            run(QStringLiteral(TRADEMODULE), {QStringLiteral("--ledger"), ledger(), QStringLiteral("import"),
+                                              QStringLiteral(TRADECHART_EXAMPLES "/statement.csv")});
+        ASSERT_EQ(imported.exitCode, 0) << imported.err;
+    }
+    QString ledger() const { return folder() + QStringLiteral("/account.db"); }
+    Ended compared(const QString &file)
+    {
+        return import({file, QStringLiteral("--code"), QStringLiteral("600519.SH"),
+                       QStringLiteral("--ledger"), ledger(), QStringLiteral("--module"),
+                       QStringLiteral(TRADEMODULE)});
+    }
+};
+
+TEST_F(BarsCommandBesideALedger, SaysNothingWhenTheTradesLieOnTheBars)
+{
+    const Ended shown = compared(QStringLiteral(TRADECHART_EXAMPLES "/daily/600519.csv"));
+    EXPECT_EQ(shown.exitCode, 0) << shown.err;
+    EXPECT_THAT(shown.out, Not(HasSubstr(" trades ")));
+}
+
+TEST_F(BarsCommandBesideALedger, WarnsOfBarsOfAnotherSecurity)
+{
+    const Ended shown = compared(QStringLiteral(TRADECHART_EXAMPLES "/daily/600536.csv"));
+    EXPECT_EQ(shown.exitCode, 0) << shown.err;
+    EXPECT_THAT(shown.out, HasSubstr("trades lie outside of their day's prices"));
+}
+
+TEST_F(BarsCommandBesideALedger, RefusesToCompareWithALedgerThatIsNotThere)
+{
+    const Ended refused = import({foreignFile(), QStringLiteral("--ledger"), QStringLiteral("/nowhere/a.db"),
+                                  QStringLiteral("--module"), QStringLiteral(TRADEMODULE)});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_THAT(refused.err, HasSubstr("/nowhere/a.db"));
+}
+
+#endif
+
+} // namespace
+} // namespace Terminal

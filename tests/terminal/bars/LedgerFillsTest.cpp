@@ -1,0 +1,48 @@
+#include "terminal/bars/LedgerFills.h"
+#include "tests/terminal/support/DayAndTime.h"
+
+#include <gmock/gmock.h>
+
+namespace Terminal {
+namespace {
+
+const Trading::SecurityId security{QStringLiteral("600519"), Trading::Market::Shanghai};
+
+TEST(LedgerFills, AreTheTradesOfTheSecurity)
+{
+    const auto fills = fillsIn(
+        R"([{"date":"2024-01-02","code":"600519","market":"SH","side":"buy","price":"1700.5","quantity":"200"},
+            {"date":"2024-01-03","code":"600519","market":"SZ","side":"buy","price":"1","quantity":"1"},
+            {"date":"2024-01-03","code":"000001","market":"SZ","side":"buy","price":"1","quantity":"1"}])",
+        security);
+    ASSERT_TRUE(fills.has_value());
+    ASSERT_EQ(fills->size(), 1U);
+    EXPECT_EQ(fills->front().day, onDay(20240102));
+    EXPECT_DOUBLE_EQ(fills->front().price, 1700.5);
+    EXPECT_EQ(fills->front().quantity, 200);
+}
+
+TEST(LedgerFills, AreNoBonusShares)
+{
+    const auto fills = fillsIn(
+        R"([{"date":"2024-01-02","code":"600519","market":"SH","price":"0.00","quantity":"200"}])", security);
+    ASSERT_TRUE(fills.has_value());
+    EXPECT_TRUE(fills->empty());
+}
+
+TEST(LedgerFills, AreNothingInAnotherText)
+{
+    EXPECT_FALSE(fillsIn("trademodule: no such ledger", security).has_value());
+    EXPECT_FALSE(fillsIn("{}", security).has_value());
+}
+
+TEST(LedgerFills, NameTheLedgerThatCannotBeRead)
+{
+    const auto fills =
+        ledgerFills(QStringLiteral("/nowhere/trademodule"), QStringLiteral("/nowhere/a.db"), security);
+    ASSERT_FALSE(fills);
+    EXPECT_THAT(fills.error().toStdString(), ::testing::HasSubstr("/nowhere/a.db"));
+}
+
+} // namespace
+} // namespace Terminal
