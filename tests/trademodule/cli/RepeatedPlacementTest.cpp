@@ -96,7 +96,7 @@ public:
 
 private:
     static constexpr int mostOpen = 4;
-    static constexpr int patience = 300; // milliseconds until it asks again
+    static constexpr std::chrono::milliseconds patience{300}; // until it asks again
 
     void askNew()
     {
@@ -115,7 +115,7 @@ private:
     {
         for (int index = 0; index < m_placements.size(); ++index) {
             const Placement &placement = m_placements[index];
-            if (placement.orderNumber.isEmpty() && placement.asked.hasExpired(patience)) {
+            if (placement.orderNumber.isEmpty() && placement.asked.hasExpired(patience.count())) {
                 ++m_repeated;
                 ask(index);
             }
