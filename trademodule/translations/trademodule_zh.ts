@@ -1292,10 +1292,6 @@
         <translation>行情的价格互相矛盾：开盘 %1，最高 %2，最低 %3，收盘 %4</translation>
     </message>
     <message>
-        <source>--from is later than --to</source>
-        <translation>--from 晚于 --to</translation>
-    </message>
-    <message>
         <source>--code is &quot;%1&quot;, but a code has digits only</source>
         <translation>--code 为“%1”，但代码只含数字</translation>
     </message>
