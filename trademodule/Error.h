@@ -35,6 +35,20 @@ public:
     using LedgerError::LedgerError;
 };
 
+/// The connection was lost while a change was being completed: whether it was made is known when the database
+/// is there again, see Database::isCommitted().
+class OutcomeUnknown : public LedgerUnavailable
+{
+public:
+    OutcomeUnknown(const QString &reason, qint64 mark) : LedgerUnavailable(reason), m_mark(mark) {}
+
+    /// Of the change.
+    qint64 mark() const { return m_mark; }
+
+private:
+    qint64 m_mark;
+};
+
 /// This process may not serve the ledger any more: another one does. It changes nothing and ends.
 class LeaseLost : public LedgerError
 {

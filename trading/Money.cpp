@@ -14,6 +14,15 @@ std::optional<Money> Money::ofYuan(double yuan)
     return ofSteps(std::llround(yuan * static_cast<double>(stepsPerYuan)));
 }
 
+std::optional<Money> Money::ofExactYuan(double yuan)
+{
+    constexpr double tolerance = 1e-3; // of a step: what a double cannot tell apart
+    const std::optional<Money> money = ofYuan(yuan);
+    const double steps = yuan * static_cast<double>(stepsPerYuan);
+    const bool isExact = money && std::fabs(steps - static_cast<double>(money->m_steps)) < tolerance;
+    return isExact ? money : std::nullopt;
+}
+
 std::optional<Money> Money::times(qint64 count) const
 {
     Money product;

@@ -30,6 +30,9 @@ public:
     /// Rounded to the nearest step; nothing for what is no number or beyond the limit.
     static std::optional<Money> ofYuan(double yuan);
 
+    /// The same, but nothing for what lies between two steps: a price that was typed is not to be changed.
+    static std::optional<Money> ofExactYuan(double yuan);
+
     constexpr qint64 steps() const { return m_steps; }
     constexpr double yuan() const { return static_cast<double>(m_steps) / static_cast<double>(stepsPerYuan); }
     constexpr bool isZero() const { return m_steps == 0; }

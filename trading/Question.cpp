@@ -133,7 +133,7 @@ std::optional<Money> Question::orderPrice() const
 {
     bool isNumber = false;
     const double price = field(RTSENTRUSTPRICE).toString().toDouble(&isNumber);
-    return isNumber && price > 0 ? Money::ofYuan(price) : std::nullopt;
+    return isNumber && price > 0 ? Money::ofExactYuan(price) : std::nullopt;
 }
 
 std::optional<qint64> Question::orderQuantity() const

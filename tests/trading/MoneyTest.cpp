@@ -84,4 +84,12 @@ TEST(Money, IsCompared)
     EXPECT_TRUE(yuan(1) < yuan(2) && yuan(2) > yuan(1) && yuan(1) != yuan(2) && yuan(1) == yuan(1));
 }
 
+TEST(Money, IsExactlyWhatWasTypedOrNothing)
+{
+    EXPECT_EQ(Money::ofExactYuan(13.35), Money::ofCents(1335));
+    EXPECT_EQ(Money::ofExactYuan(999999.9999), Money::ofSteps(9999999999));
+    EXPECT_EQ(Money::ofExactYuan(9.99996), std::nullopt);
+    EXPECT_EQ(Money::ofExactYuan(1e12), std::nullopt);
+}
+
 } // namespace Trading

@@ -145,8 +145,11 @@ void TradeAnswers::answerAccount(const TradeRequest & /*request*/, AnswerMessage
 {
     QJsonArray positions;
     const Orders open = m_exchange->openOrders();
+    const auto bought = m_orders.boughtOn(TradingDate::today());
     for (const Position &position : m_ledger->positions()) {
-        positions.append(rowOf(position, m_exchange->sellable(position.security, open)));
+        const SecurityId &security = position.security;
+        positions.append(rowOf(position, OrderCover::sellable(security, position.holding.quantity(),
+                                                              bought.value(security), open)));
     }
     answer->set(CostFields::COSTMETHOD, wordOf(m_ledger->costMethod()));
     answer->set(DATA, QJsonObject{

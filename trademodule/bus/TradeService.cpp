@@ -26,13 +26,26 @@ bool isQuestion(const QJsonObject &message)
     return !message.contains(QLatin1String(TradeChart::TradeKeyFields::SUCCESS));
 }
 
+/// An answer that repeats nothing of the question.
+QByteArray bareRefusal(const QString &reason)
+{
+    AnswerMessage answer{TradeRequest(QJsonObject())};
+    answer.fail(AnswerMessage::NotUnderstood, reason);
+    return answer.toJson();
+}
+
 /// The answer to what is no JSON object.
 QByteArray refusal(const QJsonParseError &error)
 {
-    AnswerMessage answer{TradeRequest(QJsonObject())};
-    answer.fail(AnswerMessage::NotUnderstood,
-                translated("the question is no JSON object: %1").arg(error.errorString()));
-    return answer.toJson();
+    const bool isJson = error.error == QJsonParseError::NoError;
+    return bareRefusal(isJson ? translated("the question is JSON, but no object")
+                              : translated("the question is no JSON object: %1").arg(error.errorString()));
+}
+
+QByteArray refusalOfScreen()
+{
+    return bareRefusal(translated("\"%1\" cannot be a channel, or the answer is too long for one")
+                           .arg(QLatin1String(TradeChart::TradeKeyFields::SCREENID)));
 }
 
 QByteArray answerChannel(const QJsonObject &question, const QByteArray &replyChannel)
@@ -93,8 +106,18 @@ void TradeService::handleQuestion(const QByteArray &payload, const QByteArray &r
     attempt([this] { dealQuotes(); }); // what came before the question comes first
     attempt([&] {
         const QByteArray answer = document.isObject() ? m_answers.answer(question) : refusal(error);
-        m_endPoint.sendMessage(answerChannel(question, replyChannel), TradeChart::Topic::TRADEQUERY, answer);
+        send(answer, question, replyChannel);
     });
+}
+
+/// A screen whose name no channel can have is told so where the question came from.
+void TradeService::send(const QByteArray &answer, const QJsonObject &question, const QByteArray &replyChannel)
+{
+    const QByteArray channel = answerChannel(question, replyChannel);
+    const bool isSent = m_endPoint.sendMessage(channel, TradeChart::Topic::TRADEQUERY, answer);
+    if (!isSent && channel != replyChannel && m_endPoint.isConnected()) {
+        m_endPoint.sendMessage(replyChannel, TradeChart::Topic::TRADEQUERY, refusalOfScreen());
+    }
 }
 
 void TradeService::handleQuote(const QByteArray &payload)

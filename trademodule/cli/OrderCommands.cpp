@@ -53,7 +53,7 @@ SecurityId securityOf(const QString &text)
 Money priceOf(const QString &text)
 {
     bool isNumber = false;
-    const std::optional<Money> price = Money::ofYuan(text.toDouble(&isNumber));
+    const std::optional<Money> price = Money::ofExactYuan(text.toDouble(&isNumber));
     if (!isNumber || !price) {
         throw UsageError(translated("\"%1\" is no price").arg(text));
     }

@@ -40,6 +40,9 @@ void beat(ServingLease *lease)
     }
 }
 
+/// How long the database's server may take for a statement before it is left as one that hangs.
+constexpr std::chrono::seconds longestStatement(5);
+
 /// What other programs on the bus are told of this one.
 Trading::TradePresence presenceOf(const Ledger &ledger, const LedgerServer &server)
 {
@@ -61,6 +64,8 @@ Trading::TradePresence presenceOf(const Ledger &ledger, const LedgerServer &serv
 int answerCharts(const Invocation &invocation, Ledger *ledger, ServingLease *lease)
 {
     ledger->setPatience(patience);
+    ledger->database()->setLongestStatement(longestStatement);
+    ledger->database()->reconnectAside();
     const TradeService service(invocation.bus(), ledger, presenceOf(*ledger, lease->server()));
     QObject::connect(&service, &TradeService::leaseLost, &endWith);
     QTimer heart;

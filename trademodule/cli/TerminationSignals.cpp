@@ -10,6 +10,7 @@
 #include <csignal>
 
 #include <fcntl.h>
+#include <sys/time.h>
 #include <unistd.h> // pipes and signals: POSIX, the same on Linux and macOS
 
 namespace TradeModule {
@@ -23,6 +24,16 @@ void wake(int)
 {
     const char byte = 0;
     [[maybe_unused]] const auto written = write(wakeDescriptor, &byte, 1);
+    const itimerval patience{{}, {1, 700000}}; // seconds and microseconds
+    setitimer(ITIMER_REAL, &patience, nullptr);
+}
+
+/// What was not committed is dropped with the process; what was, is in the ledger.
+void endAtOnce(int)
+{
+    constexpr char reason[] = "trademodule: ended while something did not answer\n";
+    [[maybe_unused]] const auto written = write(STDERR_FILENO, reason, sizeof reason - 1);
+    _exit(1);
 }
 
 } // namespace
@@ -39,6 +50,7 @@ TerminationSignals::TerminationSignals()
     wakeDescriptor = ends[1];
     auto *notifier = new QSocketNotifier(ends[0], QSocketNotifier::Read, this);
     QObject::connect(notifier, &QSocketNotifier::activated, this, &QCoreApplication::quit);
+    std::signal(SIGALRM, &endAtOnce);
     std::signal(SIGTERM, &wake);
     std::signal(SIGINT, &wake);
 }

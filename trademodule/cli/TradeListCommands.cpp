@@ -2,6 +2,9 @@
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
 #include "trademodule/cli/Listing.h"
+#include "trademodule/cli/UsageError.h"
+
+#include <algorithm>
 
 namespace TradeModule {
 
@@ -10,6 +13,12 @@ namespace {
 QString decimals(double value, int count)
 {
     return QString::number(value, 'f', count);
+}
+
+bool hasDigitsOnly(const QString &text)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); });
 }
 
 int listPositions(const Invocation &invocation)
@@ -37,7 +46,13 @@ int listTrades(const Invocation &invocation)
     DateRange days;
     days.first = invocation.date(QStringLiteral("from")).value_or(days.first);
     days.last = invocation.date(QStringLiteral("to")).value_or(days.last);
+    if (days.last < days.first) {
+        throw UsageError(translated("--from is later than --to"));
+    }
     const QString code = invocation.value(QStringLiteral("code"));
+    if (!hasDigitsOnly(code)) {
+        throw UsageError(translated("--code is \"%1\", but a code has digits only").arg(code));
+    }
     Ledger ledger(invocation.ledger());
     Listing listing({QT_TR_NOOP("date"), QT_TR_NOOP("time"), QT_TR_NOOP("code"), QT_TR_NOOP("market"),
                      QT_TR_NOOP("side"), QT_TR_NOOP("price"), QT_TR_NOOP("quantity"), QT_TR_NOOP("amount"),

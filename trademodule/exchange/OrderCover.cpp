@@ -8,12 +8,36 @@
 
 namespace TradeModule {
 
+namespace {
+
+/// An order of a past day claims nothing, though its end may not be written yet.
+bool isOfToday(const Order &order)
+{
+    return !(order.date < TradingDate::today());
+}
+
+/// What is left of an open buy costs at most: an order in parts pays the fees that it would have paid in one.
+Money reserveOf(const Order &order)
+{
+    // an older program may have let a larger one in: it claims all that there can be
+    const Money amount = order.price.times(order.openQuantity()).value_or(Money::limit());
+    return amount + TradingRules::fees(Direction::Buy, order.matchedAmount + amount) -
+           TradingRules::fees(Direction::Buy, order.matchedAmount);
+}
+
+} // namespace
+
 qint64 OrderCover::sellable(const SecurityId &security, const Orders &open)
 {
-    qint64 available =
-        m_book->holding(security).quantity() - m_book->boughtOn(TradingDate::today(), security);
+    return sellable(security, m_book->holding(security).quantity(),
+                    m_book->boughtOn(TradingDate::today(), security), open);
+}
+
+qint64 OrderCover::sellable(const SecurityId &security, qint64 held, qint64 boughtToday, const Orders &open)
+{
+    qint64 available = held - boughtToday;
     for (const Order &order : open) {
-        if (order.direction == Direction::Sell && order.security == security) {
+        if (isOfToday(order) && order.direction == Direction::Sell && order.security == security) {
             available -= order.openQuantity();
         }
     }
@@ -24,10 +48,8 @@ Money OrderCover::spendable(const Orders &open)
 {
     Money available = m_book->cash();
     for (const Order &order : open) {
-        if (order.direction == Direction::Buy) {
-            // an older program may have let a larger one in: it claims all that there can be
-            const Money amount = order.price.times(order.openQuantity()).value_or(Money::limit());
-            available = available - amount - TradingRules::fees(Direction::Buy, amount);
+        if (isOfToday(order) && order.direction == Direction::Buy) {
+            available = available - reserveOf(order);
         }
     }
     return available;

@@ -35,21 +35,25 @@ QString statusWhenPlaced(bool isExchangeOpen)
 
 bool advance(Order *order, Conditions conditions)
 {
-    const bool isNew = is(*order, Quoting) || is(*order, WaittingQuote);
     const bool isCancelling = is(*order, QuotedWaittingCancel) || is(*order, PartDealWaittingCancel);
     if (isCancelling || order->date < TradingDate::today()) {
         end(order);
         return true;
     }
-    if (is(*order, None)) {
+    const bool wasLeft = is(*order, None);
+    if (wasLeft) {
         order->status = statusWhenPlaced(conditions.isOpen);
+    }
+    const bool isNew = is(*order, Quoting) || is(*order, WaittingQuote);
+    if (isNew && conditions.isOpen) {
+        enter(order, conditions.isBeyondLimits ? AbolishedOrder : Quoted);
         return true;
     }
-    if (!isNew || !conditions.isOpen) {
-        return false;
+    if (is(*order, Quoted) && conditions.isBeyondLimits) { // the limits were not known when it was reported
+        enter(order, AbolishedOrder);
+        return true;
     }
-    enter(order, conditions.isBeyondLimits ? AbolishedOrder : Quoted);
-    return true;
+    return wasLeft;
 }
 
 bool isDealable(const Order &order)

@@ -11,6 +11,7 @@
 #include <QtDebug>
 
 #include <algorithm>
+#include <utility>
 
 namespace TradeModule {
 
@@ -68,6 +69,7 @@ Order PaperExchange::leave(const SecurityId &security, Direction direction, Mone
 
 Order PaperExchange::enter(Order order, const QString &status)
 {
+    settleDoubt();
     order.date = TradingDate::today();
     order.time = now();
     order.status = status;
@@ -81,8 +83,7 @@ Order PaperExchange::enter(Order order, const QString &status)
     }
     m_cover.refuseUncovered(order);
     order.number = m_book.add(order);
-    transaction.commit();
-    publish({order});
+    finish(&transaction, {order});
     return order;
 }
 
@@ -113,6 +114,7 @@ void PaperExchange::setCash(Money cash)
 
 Order PaperExchange::cancel(TradingDate date, qint64 number)
 {
+    settleDoubt();
     Transaction transaction = m_book.begin();
     std::optional<Order> order = m_book.find(date, number);
     if (!order) {
@@ -125,8 +127,7 @@ Order PaperExchange::cancel(TradingDate date, qint64 number)
     }
     OrderLife::cancel(&*order);
     m_book.update(*order);
-    transaction.commit();
-    publish({*order});
+    finish(&transaction, {*order});
     return *order;
 }
 
@@ -151,6 +152,7 @@ Orders PaperExchange::advanced()
 
 void PaperExchange::settle()
 {
+    settleDoubt();
     advanceAll();
     m_market.keep();
 }
@@ -165,8 +167,7 @@ void PaperExchange::advanceAll()
     for (const Order &order : changed) {
         m_book.update(order);
     }
-    transaction.commit();
-    publish(changed);
+    finish(&transaction, changed);
 }
 
 bool PaperExchange::isOfToday(const Quote &quote)
@@ -188,6 +189,10 @@ bool PaperExchange::isOfToday(const Quote &quote)
 void PaperExchange::take(const Quote &quote)
 {
     if (!isOfToday(quote)) {
+        return;
+    }
+    settleDoubt();
+    if (wasDealt(quote)) {
         return;
     }
     m_market.note(quote.security, quote.time, quote.open, quote.previousClose);
@@ -228,8 +233,7 @@ void PaperExchange::deal(const Quote &quote)
             dealt.append(order);
         }
     }
-    transaction.commit();
-    publish(dealt);
+    finish(&transaction, dealt, &quote);
 }
 
 qint64 PaperExchange::dealOne(Order *order, const Quote &quote, qint64 atMost)
@@ -243,6 +247,39 @@ qint64 PaperExchange::dealOne(Order *order, const Quote &quote, qint64 atMost)
     OrderLife::deal(order, execution);
     m_book.update(*order);
     return quantity;
+}
+
+/// Commits a change and tells of it, at once or when it is known that it was made.
+void PaperExchange::finish(Transaction *transaction, const Orders &changed, const Quote *dealt)
+{
+    try {
+        transaction->commit();
+    } catch (const OutcomeUnknown &unknown) {
+        m_doubt = Doubt{unknown.mark(), changed, dealt == nullptr ? std::nullopt : std::optional(*dealt)};
+        throw;
+    }
+    publish(changed);
+}
+
+/// Finds out what became of the last change; nothing else is changed before.
+void PaperExchange::settleDoubt()
+{
+    if (!m_doubt) {
+        return;
+    }
+    const bool wasMade = m_book.isCommitted(m_doubt->mark);
+    const Doubt doubt = *std::exchange(m_doubt, std::nullopt);
+    if (wasMade) {
+        m_dealtInDoubt = doubt.dealt;
+        publish(doubt.changed);
+    }
+}
+
+/// True for the quote that is taken again after its dealing was in doubt and turned out to be done.
+bool PaperExchange::wasDealt(const Quote &quote)
+{
+    const std::optional<Quote> dealt = std::exchange(m_dealtInDoubt, std::nullopt);
+    return dealt && dealt->security == quote.security && dealt->time == quote.time;
 }
 
 void PaperExchange::publish(const Orders &changed) const

@@ -48,7 +48,8 @@ public:
     /// Deals what the bar allows: a buy when its low, a sell when its high reaches the order's price, at
     /// the bar's open when that is better; all orders together at most a quarter of its volume. A quote
     /// of another day than today is left alone; the log says so once for each such day. When it fails as
-    /// LedgerUnavailable, nothing was dealt: take the same quote again before the next.
+    /// LedgerUnavailable, take the same quote again before the next: nothing was dealt, or, when that was not
+    /// known, it is found out then and nothing is dealt twice.
     void take(const Quote &quote);
 
     /// Does what is due without a quote: reports new orders, confirms cancellations, lets the orders of
@@ -84,13 +85,26 @@ private:
     Orders reachedBy(const Quote &quote);
     void deal(const Quote &quote);
     qint64 dealOne(Order *order, const Quote &quote, qint64 atMost);
+    void finish(Transaction *transaction, const Orders &changed, const Quote *dealt = nullptr);
+    void settleDoubt();
+    bool wasDealt(const Quote &quote);
     void publish(const Orders &changed) const;
+
+    /// A change of which is not known whether it was made, and what is told when it was.
+    struct Doubt
+    {
+        qint64 mark;
+        Orders changed;
+        std::optional<Quote> dealt;
+    };
 
     OrderBook m_book;
     OrderCover m_cover;
     const Listener m_listener;
     MarketDay m_market;
     QSet<TradingDate> m_strangeDates; // of quotes, told in the log
+    std::optional<Doubt> m_doubt;
+    std::optional<Quote> m_dealtInDoubt; // its dealing was known only afterwards to have succeeded
 };
 
 } // namespace TradeModule

@@ -4,6 +4,7 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trading/ModuleVocabulary.h"
+#include "trading/SecurityId.h"
 #include "trading/TradingUnits.h"
 
 namespace TradeModule {
@@ -35,7 +36,7 @@ Money price(const QJsonObject &object, const char *key)
 QString codeOf(const QJsonObject &object)
 {
     const QString code = textOf(object, TradeChart::TradeKeyFields::STKCODE);
-    if (code.isEmpty()) {
+    if (!Trading::isExchangeCode(code)) {
         refuse(object, TradeChart::TradeKeyFields::STKCODE);
     }
     return code;
@@ -82,6 +83,16 @@ qint64 volumeOf(const QJsonObject &object)
     return static_cast<qint64>(volume);
 }
 
+/// No bar opens or closes beyond its own high and low.
+void refuseDisagreement(const Quote &quote)
+{
+    const auto isWithin = [&quote](Money price) { return !(price < quote.low) && !(price > quote.high); };
+    if (!isWithin(quote.open) || !isWithin(quote.close)) {
+        throw Error(translated("the quote's prices do not agree: open %1, high %2, low %3, close %4")
+                        .arg(quote.open.text(), quote.high.text(), quote.low.text(), quote.close.text()));
+    }
+}
+
 } // namespace
 
 Quote readQuote(const QJsonObject &object)
@@ -91,6 +102,7 @@ Quote readQuote(const QJsonObject &object)
     quote.high = price(object, HIGH);
     quote.low = price(object, LOW);
     quote.close = price(object, CLOSE);
+    refuseDisagreement(quote);
     quote.volume = volumeOf(object);
     if (object.contains(QLatin1String(PRECLOSE))) {
         quote.previousClose = price(object, PRECLOSE);

@@ -32,6 +32,9 @@ bool isTradingDay(TradingDate day)
 
 QString formError(const Order &order, qint64 held)
 {
+    if (!Trading::isExchangeCode(order.security.code)) {
+        return translated("the code of a security has six digits");
+    }
     if (!(order.price > Money()) || order.price.steps() % Trading::priceStep.steps() != 0) {
         return translated("the price must be a multiple of 0.01 yuan");
     }

@@ -5,6 +5,12 @@
 
 namespace TradeModule {
 
+namespace {
+
+constexpr int mostSecurities = 20000; // of a day
+
+} // namespace
+
 MarketDay::MarketDay(Ledger *ledger) : m_ledger(ledger)
 {
     read();
@@ -19,12 +25,12 @@ void MarketDay::read()
         m_time = ClockTime::ofNumber(clock.value(1).toInt()).value_or(ClockTime());
     }
     QSqlQuery rows =
-        database->run(QStringLiteral("SELECT s.code, s.market, r.price FROM price_reference r "
+        database->run(QStringLiteral("SELECT s.code, s.market, r.price, r.quote_time FROM price_reference r "
                                      "JOIN security s ON s.id = r.security_id WHERE r.quote_date = ?"),
                       {m_date ? m_date->number() : 0});
     while (rows.next()) {
         const SecurityId security{rows.value(0).toString(), ColumnValue::market(rows.value(1))};
-        m_told.insert(security, {m_time, ColumnValue::money(rows.value(2))});
+        m_told.insert(security, {ColumnValue::time(rows.value(3)), ColumnValue::money(rows.value(2))});
     }
 }
 
@@ -33,17 +39,22 @@ void MarketDay::note(const SecurityId &security, ClockTime time, Money open, Mon
     if (m_date != TradingDate::today()) {
         m_date = TradingDate::today();
         m_told.clear();
-        m_newReferences.clear();
+        m_changed.clear();
+        m_hasNewReference = false;
         m_isClockNew = true;
     }
     m_isClockNew = m_isClockNew || m_time != time;
     m_time = time;
+    if (m_told.size() >= mostSecurities && !m_told.contains(security)) {
+        return;
+    }
     Told &told = m_told[security];
     const bool beginsDay = told.reference.isZero() || time < told.time;
     const Money otherwise = beginsDay ? open : told.reference;
     const Money reference = previousClose.isZero() ? otherwise : previousClose;
-    if (reference != told.reference) {
-        m_newReferences.insert(security);
+    m_hasNewReference = m_hasNewReference || reference != told.reference;
+    if (reference != told.reference || previousClose.isZero()) { // else its time never matters
+        m_changed.insert(security);
     }
     told = {time, reference};
 }
@@ -57,17 +68,18 @@ void MarketDay::keep()
     Transaction transaction(database);
     database->run(QStringLiteral("UPDATE exchange_clock SET quote_date = ?, quote_time = ?"),
                   {m_date->number(), m_time.number()});
-    for (const SecurityId &security : qAsConst(m_newReferences)) {
+    for (const SecurityId &security : qAsConst(m_changed)) {
         database->run(
-            QStringLiteral("INSERT INTO price_reference (security_id, quote_date, price) VALUES (?, ?, ?) "
-                           "ON CONFLICT (security_id) DO UPDATE SET quote_date = excluded.quote_date, "
-                           "price = excluded.price"),
+            QStringLiteral("INSERT INTO price_reference (security_id, quote_date, price, quote_time) "
+                           "VALUES (?, ?, ?, ?) ON CONFLICT (security_id) DO UPDATE SET quote_date = "
+                           "excluded.quote_date, price = excluded.price, quote_time = excluded.quote_time"),
             {m_ledger->registerSecurity(security, QString()), m_date->number(),
-             m_told.value(security).reference.steps()});
+             m_told.value(security).reference.steps(), m_told.value(security).time.number()});
     }
     transaction.commit();
     m_isClockNew = false;
-    m_newReferences.clear();
+    m_hasNewReference = false;
+    m_changed.clear();
 }
 
 std::optional<ClockTime> MarketDay::clock() const

@@ -19,13 +19,14 @@ public:
 
     /// Takes what a quote of today told; in the ledger it is with the next keep(). The reference is
     /// `previousClose`; when that is zero, the open of the security's first quote. Time that goes back
-    /// begins the day anew: another recorded day may be played now.
+    /// begins the day anew: another recorded day may be played now. Of more securities than any exchange has
+    /// nothing more is noted: somebody invents them.
     void note(const SecurityId &security, ClockTime time, Money open, Money previousClose);
 
     /// Writes what is new into the ledger, in a transaction of its own; nothing when nothing is.
     void keep();
     /// True when a reference is new: until keep(), a crash would lose it.
-    bool hasNewReference() const { return !m_newReferences.isEmpty(); }
+    bool hasNewReference() const { return m_hasNewReference; }
 
     /// The time of the last quote; nothing before today's first.
     std::optional<ClockTime> clock() const;
@@ -45,7 +46,8 @@ private:
     std::optional<TradingDate> m_date; ///< of the last quote
     ClockTime m_time;                  ///< of the last quote
     QHash<SecurityId, Told> m_told;
-    QSet<SecurityId> m_newReferences;
+    QSet<SecurityId> m_changed; ///< whose row in the ledger is older
+    bool m_hasNewReference = false;
     bool m_isClockNew = false;
 };
 

@@ -109,6 +109,18 @@ void OrderBook::setCash(Money cash)
     m_database->run(QStringLiteral("UPDATE account SET cash = ?"), {cash.steps()});
 }
 
+QHash<SecurityId, qint64> OrderBook::boughtOn(TradingDate date)
+{
+    QHash<SecurityId, qint64> bought;
+    const Executions trades = m_ledger->trades({date, date});
+    for (const Execution &trade : trades) {
+        if (trade.side == Side::Buy) {
+            bought[trade.security] += trade.quantity;
+        }
+    }
+    return bought;
+}
+
 qint64 OrderBook::boughtOn(TradingDate date, const SecurityId &security)
 {
     qint64 bought = 0;

@@ -17,6 +17,8 @@ public:
     explicit OrderBook(Ledger *ledger);
 
     Transaction begin() { return Transaction(m_database); }
+    /// What became of a change that failed as OutcomeUnknown, see Database.
+    bool isCommitted(qint64 mark) { return m_database->isCommitted(mark); }
 
     /// Writes a new order; its number comes back.
     qint64 add(const Order &order);
@@ -39,6 +41,8 @@ public:
     void setCash(Money cash);
     /// Shares that were bought on a day and are not sold on it.
     qint64 boughtOn(TradingDate date, const SecurityId &security);
+    /// The same of all securities that were bought then.
+    QHash<SecurityId, qint64> boughtOn(TradingDate date);
     Holding holding(const SecurityId &security) { return m_ledger->holding(security); }
 
 private:

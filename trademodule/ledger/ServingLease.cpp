@@ -72,22 +72,23 @@ bool ServingLease::tryTake()
 void ServingLease::begin()
 {
     m_own = m_table.enter();
+    m_hasLock = true;
     m_database->setReconnected([this] { takeAgain(); });
     m_database->setGuard([this] { refuseOutrun(); });
 }
 
-/// The server that was away has forgotten who had the lease.
+/// The server that was away has forgotten who had the lock, or a frozen session of ours still has it. The
+/// fence alone tells whether another process has followed.
 void ServingLease::takeAgain()
 {
-    if (!tryTake()) {
-        refuseLost();
-    }
+    m_hasLock = tryTake();
     refuseOutrun();
 }
 
 void ServingLease::beat()
 {
     m_lock->beat();
+    m_hasLock = m_hasLock || m_lock->tryTake();
     refuseOutrun();
 }
 

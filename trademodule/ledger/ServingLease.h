@@ -56,6 +56,7 @@ private:
     const std::unique_ptr<ServingLock> m_lock;
     StillnessWatch m_watch;
     LedgerServer m_own; ///< with fence 0 as long as we have no lease
+    bool m_hasLock = false;
 };
 
 } // namespace TradeModule

@@ -1255,5 +1255,49 @@
         <source>another file was put in the place of the ledger %1. Nothing was changed; end this program and start it again</source>
         <translation>账本 %1 的位置已换成另一个文件。未作任何更改；请结束并重新启动本程序</translation>
     </message>
+    <message>
+        <source>the option &quot;%1&quot; of the ledger's address cannot be used; known are: %2</source>
+        <translation>账本地址的选项“%1”不能使用；可用的有：%2</translation>
+    </message>
+    <message>
+        <source>the ledger's address begins with &quot;%1://&quot;: only postgresql:// can be used</source>
+        <translation>账本地址以“%1://”开头：只能使用 postgresql://</translation>
+    </message>
+    <message>
+        <source>the ledger's database is away; it is tried again and again</source>
+        <translation>账本的数据库暂不可用，正在反复重试</translation>
+    </message>
+    <message>
+        <source>the connection to the ledger's database was lost while a change was being completed: whether it was made is not known yet. Look before you try again</source>
+        <translation>在完成更改时与账本数据库的连接中断：尚不清楚更改是否已生效。重试前请先查看</translation>
+    </message>
+    <message>
+        <source>the ledger's database is still busy with a change whose end it did not confirm</source>
+        <translation>账本的数据库仍在处理一项尚未确认结束的更改</translation>
+    </message>
+    <message>
+        <source>the question is JSON, but no object</source>
+        <translation>该问题是 JSON，但不是对象</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be a channel, or the answer is too long for one</source>
+        <translation>“%1”不能用作频道，或答复过长</translation>
+    </message>
+    <message>
+        <source>the code of a security has six digits</source>
+        <translation>证券代码为六位数字</translation>
+    </message>
+    <message>
+        <source>the quote's prices do not agree: open %1, high %2, low %3, close %4</source>
+        <translation>行情的价格互相矛盾：开盘 %1，最高 %2，最低 %3，收盘 %4</translation>
+    </message>
+    <message>
+        <source>--from is later than --to</source>
+        <translation>--from 晚于 --to</translation>
+    </message>
+    <message>
+        <source>--code is &quot;%1&quot;, but a code has digits only</source>
+        <translation>--code 为“%1”，但代码只含数字</translation>
+    </message>
 </context>
 </TS>

@@ -50,7 +50,13 @@ struct Placement
 class PatientTrader
 {
 public:
-    PatientTrader(RecordingEndPoint *endPoint, unsigned seed) : m_endPoint(endPoint), m_random(seed) {}
+    /// `meanwhile` is done again and again while it waits for answers.
+    PatientTrader(RecordingEndPoint *endPoint, unsigned seed, std::function<void()> meanwhile)
+        : m_endPoint(endPoint),
+          m_random(seed),
+          m_meanwhile(std::move(meanwhile))
+    {
+    }
 
     int between(int least, int most)
     {
@@ -62,6 +68,7 @@ public:
     {
         return waitUntil(
             [&] {
+                m_meanwhile();
                 hear();
                 askAgain();
                 while (m_placements.size() < std::min(answered, m_answered + mostOpen)) {
@@ -82,6 +89,8 @@ public:
 
     const QVector<Placement> &placements() const { return m_placements; }
     int repeated() const { return m_repeated; }
+    /// Why a placement was not taken, as it was answered last.
+    std::string lastRefusal() const { return m_lastRefusal; }
 
     static QString clientNumber(int index) { return QStringLiteral("desk-%1").arg(index); }
 
@@ -146,6 +155,7 @@ private:
     void hearAnswer(const QJsonObject &answer)
     {
         if (!answer[QLatin1String(SUCCESS)].toBool()) {
+            m_lastRefusal = answer[QLatin1String(MSG)].toString().toStdString();
             EXPECT_EQ(answer[QLatin1String(ERRCODE)], QJsonValue(2))
                 << QJsonDocument(answer).toJson().toStdString();
             return;
@@ -162,10 +172,12 @@ private:
 
     RecordingEndPoint *const m_endPoint;
     std::mt19937 m_random;
+    const std::function<void()> m_meanwhile;
     QVector<Placement> m_placements;
     int m_answered = 0;
     int m_repeated = 0;
     int m_quotes = 0;
+    std::string m_lastRefusal;
 };
 
 /// Sends a process a signal after a while, from a thread of its own: at any point of its work.
@@ -229,6 +241,19 @@ protected:
         }
     }
 
+    /// What is known when nothing goes on.
+    std::string state(const PatientTrader &trader)
+    {
+        std::string state =
+            "serving: " + std::to_string(servingProcess()) + "; last refusal: " + trader.lastRefusal();
+        for (const auto &module : m_modules) {
+            state += "\n" + std::to_string(module->processId()) + " in state " +
+                     std::to_string(module->state()) + ", ends with " + std::to_string(module->exitCode()) +
+                     ": " + module->readAllStandardError().toStdString();
+        }
+        return state;
+    }
+
     qint64 servingProcess() { return ServingTable(ledger().database()).server().process.number; }
 
     /// The one that serves, three times in four.
@@ -251,10 +276,10 @@ protected:
         const int dice = trader->between(1, 20);
         if (dice <= 9) {
             const LaterSignal killing(anyModule(trader), SIGKILL, after);
-            ASSERT_TRUE(trader->placeUntil(answered));
+            ASSERT_TRUE(trader->placeUntil(answered)) << state(*trader);
         } else if (dice <= 12) {
             const LaterSignal ending(anyModule(trader), SIGTERM, after);
-            ASSERT_TRUE(trader->placeUntil(answered));
+            ASSERT_TRUE(trader->placeUntil(answered)) << state(*trader);
         } else if (dice <= 14) {
             broker().kill();
             broker().start();
@@ -271,10 +296,10 @@ protected:
         const LaterSignal freezing(process, SIGSTOP, after);
         if (isForLong) {
             ++m_longFreezes;
-            ASSERT_TRUE(trader->placeUntil(answered));
+            ASSERT_TRUE(trader->placeUntil(answered)) << state(*trader);
         }
         const LaterSignal waking(process, SIGCONT, after + std::chrono::milliseconds(200));
-        ASSERT_TRUE(trader->placeUntil(answered));
+        ASSERT_TRUE(trader->placeUntil(answered)) << state(*trader);
     }
 
     void expectOneOrderEach(const PatientTrader &trader)
@@ -312,7 +337,7 @@ TEST_F(RepeatedPlacement, GivesEachNumberOneOrderWhateverHappensToTheModules)
     const unsigned seed = numberOf("TRADE_PLACEMENT_SEED", std::random_device()());
     const auto placements = static_cast<int>(numberOf("TRADE_PLACEMENTS", 100));
     SCOPED_TRACE("TRADE_PLACEMENT_SEED=" + std::to_string(seed));
-    PatientTrader trader(&chart(), seed);
+    PatientTrader trader(&chart(), seed, [this] { keepTwoModules(); });
     QElapsedTimer clock;
     clock.start();
 
@@ -320,8 +345,7 @@ TEST_F(RepeatedPlacement, GivesEachNumberOneOrderWhateverHappensToTheModules)
     for (int answered = 0; answered < placements; answered = trader.placements().size()) {
         const int next = std::min(answered + placementsPerDisturbance, placements);
         ASSERT_NO_FATAL_FAILURE(disturb(&trader, next));
-        ASSERT_TRUE(trader.placeUntil(next));
-        keepTwoModules();
+        ASSERT_TRUE(trader.placeUntil(next)) << state(trader);
         ++disturbances;
     }
     trader.hear();

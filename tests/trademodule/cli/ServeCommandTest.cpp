@@ -233,6 +233,26 @@ TEST_F(ServeCommandTest, DealsTheQuotesOfABusyTimeAfterwardsInTheirOrder)
                                    QStringLiteral("P1-300 at 10030000")));
 }
 
+TEST_F(ServeCommandTest, AnswersItsSenderWhenNoChannelCanHaveTheNameOfTheScreen)
+{
+    serve();
+    QJsonObject question = jsonOf(R"({"cmd":"TodayTrade","market":"SZ","stkcode":"000001"})");
+    question[QStringLiteral("screenId")] = QString(70000, QLatin1Char('s'));
+
+    const QJsonObject answer = ask(QJsonDocument(question).toJson(QJsonDocument::Compact));
+
+    EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
+    EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("\"screenId\""));
+}
+
+TEST_F(ServeCommandTest, SaysThatAListIsNoQuestion)
+{
+    serve();
+
+    EXPECT_EQ(ask("[1]")[QStringLiteral("msg")].toString(),
+              QStringLiteral("the question is JSON, but no object"));
+}
+
 TEST_F(ServeCommandTest, IgnoresQuotesThatAreNone)
 {
     serve();

@@ -57,6 +57,36 @@ TEST_F(OrderCoverTest, RefusesToBuyForMoreThanTheCashThatIsFree)
     EXPECT_THAT(refusalOf(Direction::Buy, 10, 500), HasSubstr("there are 4994.95"));
 }
 
+TEST_F(OrderCoverTest, LetsOrdersOfPastDaysClaimNothing)
+{
+    hold(500);
+    setCash(10000);
+    buy(9.5, 1000);
+    sell(10.50, 500);
+    Database(location()).run(QStringLiteral("UPDATE trade_order SET order_date = 20240102"));
+
+    EXPECT_EQ(exchange().spendable(), yuan(10000));
+    EXPECT_EQ(exchange().sellable(bank()), 500);
+}
+
+TEST_F(OrderCoverTest, KeepsTheFeesThatTheRestOfAnOrderWillPay)
+{
+    const Money before = exchange().spendable();
+    buy(10, 10000);
+    const Money whole = before - exchange().spendable();
+
+    exchange().take(bar(1001, 10, 10, 10, 13200)); // 3300 of them
+
+    EXPECT_EQ(before - exchange().spendable(), whole);
+}
+
+TEST_F(OrderCoverTest, RefusesCodesThatNoExchangeHas)
+{
+    for (const QString &strange : {QStringLiteral("1"), QString(1000, QLatin1Char('6'))}) {
+        EXPECT_THROW(exchange().place({strange, Market::Shanghai}, Direction::Buy, yuan(10), 100), Error);
+    }
+}
+
 TEST_F(OrderCoverTest, RefusesOrdersOfMoreThanAnyAccountHas)
 {
     EXPECT_THAT(refusalOf(Direction::Buy, 1000000.01, 100),

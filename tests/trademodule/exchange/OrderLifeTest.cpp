@@ -121,11 +121,36 @@ TEST_F(OrderLifeTest, TakesAnOrderThatAnotherProcessLeft)
     EXPECT_EQ(order.status, code(None));
 
     exchange().settle();
-    EXPECT_EQ(statusOf(order), code(Quoting));
+    EXPECT_EQ(statusOf(order), code(Quoted));
     exchange().take(bar(1001, 10, 10, 10));
 
     EXPECT_EQ(statusOf(order), code(Dealed));
-    EXPECT_THAT(m_statuses, ElementsAre(Quoting, Quoted, Dealed));
+    EXPECT_THAT(m_statuses, ElementsAre(Quoted, Dealed));
+}
+
+TEST_F(OrderLifeTest, DealsAnOrderThatWasLeftWithTheFirstBarAfterIt)
+{
+    const Order order = PaperExchange(&ledger()).leave(bank(), Direction::Buy, yuan(10), 100);
+
+    exchange().take(bar(1001, 10, 10, 10));
+
+    EXPECT_EQ(statusOf(order), code(Dealed));
+}
+
+TEST_F(OrderLifeTest, AbolishesAnOrderWhoseLimitsBecomeKnownLater)
+{
+    const Order high = exchange().place(liquor(), Direction::Buy, yuan(350), 100);
+    const Order good = exchange().place(liquor(), Direction::Buy, yuan(34), 100);
+    exchange().settle();
+    ASSERT_EQ(statusOf(high), code(Quoted));
+    Quote first = bar(1001, 34, 34, 34);
+    first.security = liquor();
+    first.previousClose = yuan(34);
+
+    exchange().take(first);
+
+    EXPECT_EQ(statusOf(high), code(AbolishedOrder));
+    EXPECT_EQ(statusOf(good), code(Dealed));
 }
 
 TEST_F(OrderLifeTest, LetsAnOrderThatWasLeftInClosedHoursWait)

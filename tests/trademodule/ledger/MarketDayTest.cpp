@@ -46,6 +46,21 @@ TEST_F(MarketDayTest, GoesByTheFirstOpenOfTheDayThatIsPlayedNow)
     EXPECT_EQ(statusOf(order), code(Quoted));
 }
 
+TEST_F(MarketDayTest, KeepsASecuritysReferenceThoughAnotherOnesQuotesAreLater)
+{
+    Quote other = bar(1030, 50, 50, 50);
+    other.security = liquor();
+    exchange().take(other);
+    exchange().settle();
+
+    PaperExchange afterwards(&ledger());
+    afterwards.take(bar(1001, 10.80, 10.80, 10.80)); // later than its own first, no open of the day
+
+    const Order high = afterwards.place(bank(), Direction::Buy, yuan(11.01), 100);
+    afterwards.settle();
+    EXPECT_EQ(statusOf(high), code(AbolishedOrder));
+}
+
 TEST_F(MarketDayTest, NoticesAfterARestartThatAnotherDayIsPlayed)
 {
     exchange().settle();

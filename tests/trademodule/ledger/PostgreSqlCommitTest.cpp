@@ -1,0 +1,165 @@
+// The connection to the server breaks while a change is being committed.
+#include "tests/trademodule/support/CommitProxy.h"
+#include "tests/trademodule/support/ExchangeFixture.h"
+#include "tests/trademodule/support/LedgerAudit.h"
+#include "tests/trademodule/support/ProgramFixture.h"
+
+#include <QUrl>
+#include <QUrlQuery>
+
+namespace TradeModule {
+
+namespace {
+
+using namespace TradeChart::OrderStatus;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using Fault = CommitProxy::Fault;
+
+QString socketOf(const QString &location)
+{
+    return QUrlQuery(QUrl(location)).queryItemValue(QStringLiteral("host"));
+}
+
+class PostgreSqlCommit : public Program
+{
+protected:
+    void SetUp() override
+    {
+        Program::SetUp();
+        if (IsSkipped()) {
+            return;
+        }
+        m_proxy.emplace(socketOf(location()));
+        m_behind.emplace(throughProxy());
+        m_behind->setPatience(std::chrono::milliseconds(200));
+    }
+
+    void TearDown() override
+    {
+        m_behind.reset();
+        m_proxy.reset();
+    }
+
+    QString throughProxy() const { return location().replace(socketOf(location()), m_proxy->directory()); }
+
+    /// Of the ledger as it is seen through the proxy.
+    Ledger &behind() { return *m_behind; }
+    CommitProxy &proxy() { return *m_proxy; }
+
+    void change()
+    {
+        OrderBook orders(&behind());
+        Transaction transaction = orders.begin();
+        orders.setCash(yuan(4711));
+        transaction.commit();
+    }
+
+    bool isChanged() { return OrderBook(&ledger()).cash() == yuan(4711); }
+
+    PaperExchange exchange()
+    {
+        return PaperExchange(&behind(),
+                             [this](const Order &order) { m_told.push_back(order.status.toStdString()); });
+    }
+
+    std::vector<std::string> m_told;
+
+private:
+    std::optional<CommitProxy> m_proxy;
+    std::optional<Ledger> m_behind;
+};
+
+} // namespace
+
+TEST_F(PostgreSqlCommit, IsKnownToBeDoneThoughItsAnswerWasLost)
+{
+    proxy().fail(Fault::LoseAnswer);
+
+    EXPECT_NO_THROW(change());
+    EXPECT_TRUE(isChanged());
+}
+
+TEST_F(PostgreSqlCommit, IsKnownToHaveFailedWhenTheServerNeverHeardOfIt)
+{
+    proxy().fail(Fault::LoseQuestion);
+
+    EXPECT_THROW(change(), LedgerUnavailable);
+    EXPECT_FALSE(isChanged());
+}
+
+TEST_F(PostgreSqlCommit, IsInDoubtUntilTheServerIsThereAgain)
+{
+    proxy().fail(Fault::LoseAnswer);
+    std::optional<qint64> mark;
+    Database *const database = behind().database();
+    {
+        OrderBook orders(&behind());
+        Transaction transaction = orders.begin();
+        orders.setCash(yuan(4711));
+        proxy().setAway(true);
+        try {
+            transaction.commit();
+        } catch (const OutcomeUnknown &unknown) {
+            mark = unknown.mark();
+        }
+    }
+    ASSERT_TRUE(mark);
+    EXPECT_THROW(database->isCommitted(*mark), LedgerUnavailable);
+
+    proxy().setAway(false);
+    EXPECT_TRUE(database->isCommitted(*mark));
+}
+
+TEST_F(PostgreSqlCommit, OfABarInDoubtDealsTheBarOnce)
+{
+    PaperExchange exchange = this->exchange();
+    exchange.take(bar(1000, 10, 10, 10));
+    exchange.place(bank(), Direction::Buy, yuan(10), 1000);
+    exchange.settle();
+    m_told.clear();
+    proxy().fail(Fault::LoseAnswer);
+    proxy().setAway(true);
+    EXPECT_THROW(exchange.take(bar(1001, 10, 10, 10, 2000)), OutcomeUnknown);
+    EXPECT_THAT(m_told, IsEmpty());
+
+    proxy().setAway(false);
+    exchange.take(bar(1001, 10, 10, 10, 2000));
+
+    EXPECT_THAT(ledger().trades(bank(), DateRange()), SizeIs(1));
+    EXPECT_THAT(m_told, ElementsAre(PartDeal));
+    EXPECT_THAT(audit(&ledger(), yuan(1e6)), IsEmpty());
+    exchange.take(bar(1001, 10, 10, 10, 2000));
+    EXPECT_THAT(ledger().trades(bank(), DateRange()), SizeIs(2)) << "another bar of the same minute";
+}
+
+TEST_F(PostgreSqlCommit, OfABarThatNeverHappenedIsMadeUpFor)
+{
+    PaperExchange exchange = this->exchange();
+    exchange.take(bar(1000, 10, 10, 10));
+    exchange.place(bank(), Direction::Buy, yuan(10), 1000);
+    exchange.settle();
+    proxy().fail(Fault::LoseQuestion);
+    proxy().setAway(true);
+    EXPECT_THROW(exchange.take(bar(1001, 10, 10, 10, 2000)), LedgerUnavailable);
+
+    proxy().setAway(false);
+    exchange.take(bar(1001, 10, 10, 10, 2000));
+
+    EXPECT_THAT(ledger().trades(bank(), DateRange()), SizeIs(1));
+}
+
+TEST_F(PostgreSqlCommit, OfAnOrderFromTheCommandLineIsConfirmed)
+{
+    proxy().fail(Fault::LoseAnswer);
+
+    const Ended placed =
+        run({QStringLiteral("--ledger"), throughProxy(), QStringLiteral("place"), QStringLiteral("000001"),
+             QStringLiteral("buy"), QStringLiteral("10"), QStringLiteral("100")});
+
+    EXPECT_EQ(placed.exitCode, 0) << placed.errors;
+    EXPECT_THAT(OrderBook(&ledger()).ofDay(TradingDate::today()), SizeIs(1));
+}
+
+} // namespace TradeModule

@@ -1,0 +1,88 @@
+// The part of the server that a program speaks with is stopped: it takes what it is told and says nothing.
+#include "tests/trademodule/support/ProgramFixture.h"
+#include "trademodule/Error.h"
+#include "trademodule/ledger/OrderBook.h"
+
+#include <QElapsedTimer>
+
+#include <csignal>
+#include <utility>
+
+namespace TradeModule {
+
+namespace {
+
+const QByteArray question = R"({"cmd":"TodayTrade","market":"SZ","stkcode":"000001"})";
+
+class PostgreSqlFrozen : public ProgramOnABus
+{
+protected:
+    void TearDown() override
+    {
+        thawSession();
+        ProgramOnABus::TearDown();
+    }
+
+    void thawSession()
+    {
+        if (const pid_t frozen = std::exchange(m_frozen, 0); frozen > 0) {
+            ::kill(frozen, SIGCONT);
+        }
+    }
+
+    /// Stops the session that holds the lease.
+    void freezeSession()
+    {
+        QSqlQuery row = ledger().database()->run(
+            QStringLiteral("SELECT pid FROM pg_locks WHERE locktype = 'advisory' AND granted"));
+        ASSERT_TRUE(row.next());
+        m_frozen = static_cast<pid_t>(row.value(0).toInt());
+        ASSERT_EQ(::kill(m_frozen, SIGSTOP), 0);
+    }
+
+private:
+    pid_t m_frozen = 0;
+};
+
+} // namespace
+
+TEST_F(PostgreSqlFrozen, IsNoticedWithinTenSecondsAndReplaced)
+{
+    constexpr int longest = 10000;
+    serve();
+    freezeSession();
+    QElapsedTimer clock;
+    clock.start();
+
+    chart().setRequestTimeout(longest);
+    EXPECT_FALSE(ask(question).isEmpty());
+    EXPECT_TRUE(waitUntil([this] { return ask(question)[QStringLiteral("success")].toBool(); }, longest));
+    EXPECT_LT(clock.elapsed(), longest);
+}
+
+TEST_F(PostgreSqlFrozen, DoesNotKeepAModuleFromEnding)
+{
+    constexpr int longest = 2000;
+    serve();
+    freezeSession();
+    chart().setRequestTimeout(500);
+    EXPECT_TRUE(ask(question).isEmpty()); // it waits for the server now
+
+    module().terminate();
+
+    EXPECT_TRUE(module().waitForFinished(longest));
+    EXPECT_EQ(module().exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(module().exitCode(), 1);
+    thawSession();
+    serve(); // for the end of the test
+}
+
+TEST_F(PostgreSqlFrozen, IsLeftByAStatementThatTakesTooLong)
+{
+    ledger().database()->setLongestStatement(std::chrono::milliseconds(200));
+
+    EXPECT_THROW(ledger().database()->run(QStringLiteral("SELECT pg_sleep(60)")), LedgerUnavailable);
+    EXPECT_NO_THROW(ledger().positions());
+}
+
+} // namespace TradeModule
