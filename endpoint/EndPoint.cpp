@@ -146,8 +146,7 @@ void EndPoint::Private::deliver(const BusMessage &message)
 {
     const auto name = namesByPath.constFind(message.path);
     if (name != namesByPath.constEnd()) {
-        const TopicName known = *name;
-        Q_EMIT q->messageReceived(known.topic, message.payload, replyChannelOf(message, known));
+        Q_EMIT q->messageReceived(name->topic, message.payload, replyChannelOf(message, *name));
     }
 }
 

@@ -1,7 +1,6 @@
 #include "endpoint/MqttSession_p.h"
 
 #include "endpoint/BusDirectory_p.h"
-#include "endpoint/Logging_p.h"
 #include "endpoint/Platform_p.h"
 #include "endpoint/TopicPath_p.h"
 
@@ -89,6 +88,7 @@ void MqttSession::open(const BusAddress &address, const QVector<QByteArray> &sub
     m_subscriptions = subscriptions;
     m_will = will;
     m_outage.begin(m_address.toString());
+    m_losses.begin(m_address.toString());
     m_retry.reset();
     join();
 }
@@ -98,7 +98,7 @@ void MqttSession::close()
     if (isConnected() && !isHolding()) {
         sayGoodbye();
     }
-    reportUnsent();
+    m_losses.lostWithConnection(m_outbox.size());
     enter(State::Closed);
     m_receipts.clear();
     m_inbox.clear();
@@ -109,8 +109,7 @@ void MqttSession::sayGoodbye()
     const bool isHeard = m_connection->leave();
     m_outbox.noteSent(m_connection->takeSentCount());
     if (!isHeard && m_outbox.size() == 0) {
-        qCWarning(lcBus, "%s: the broker does not answer; what was sent to it last may be lost",
-                  qUtf8Printable(m_address.toString()));
+        m_losses.perhapsLost();
     }
 }
 
@@ -253,7 +252,7 @@ void MqttSession::handleAccepted()
 
 void MqttSession::loseConnection(const QString &reason)
 {
-    reportUnsent();
+    m_losses.lostWithConnection(m_outbox.size());
     m_outage.failed(reason);
     enter(State::Waiting);
 }
@@ -265,14 +264,6 @@ void MqttSession::dropConnection()
     m_connection.reset();
     m_outbox.clear();
     m_readyIsDue = false;
-}
-
-void MqttSession::reportUnsent() const
-{
-    if (m_outbox.size() > 0) {
-        qCWarning(lcBus, "%s: %d messages were lost with the connection",
-                  qUtf8Printable(m_address.toString()), m_outbox.size());
-    }
 }
 
 // Subscriptions ---------------------------------------------------------------------------------
@@ -294,8 +285,7 @@ void MqttSession::subscribeNow(const QVector<QByteArray> &paths)
 {
     m_readyIsDue = true;
     if (!m_connection->subscribe(paths)) {
-        qCWarning(lcBus, "%s: subscribing to '%s' failed: %s", qUtf8Printable(m_address.toString()),
-                  paths.constFirst().constData(), qUtf8Printable(m_connection->error()));
+        m_losses.notSubscribed(paths.constFirst(), m_connection->error());
         loseIfClosed();
     }
     updateWriteWatch();
@@ -367,8 +357,7 @@ void MqttSession::collect()
 {
     m_outbox.noteSent(m_connection->takeSentCount());
     for (const QByteArray &path : m_connection->takeRefusedSubscriptions()) {
-        qCWarning(lcBus, "%s: the broker refuses the subscription to '%s'",
-                  qUtf8Printable(m_address.toString()), path.constData());
+        m_losses.notSubscribed(path, QStringLiteral("the broker refuses it"));
     }
     for (const QString &receipt : m_connection->takeReceipts()) {
         m_receipts.push_back(receipt);
@@ -427,7 +416,7 @@ bool MqttSession::publish(const BusMessage &message)
 {
     const QString problem = isConnected() ? m_outbox.problemWith(message) : QStringLiteral("there is no bus");
     if (!problem.isEmpty()) {
-        warnNotSent(message.path, problem);
+        m_losses.notSent(message.path, problem);
         return false;
     }
     if (isHolding()) {
@@ -435,7 +424,7 @@ bool MqttSession::publish(const BusMessage &message)
         return true;
     }
     if (!m_connection->publish(message)) {
-        warnNotSent(message.path, m_connection->error());
+        m_losses.notSent(message.path, m_connection->error());
         loseIfClosed();
         return false;
     }
@@ -454,10 +443,7 @@ void MqttSession::sendHeld()
 
 void MqttSession::warnNotSent(const QByteArray &path, const QString &why)
 {
-    if (m_notSentWarning.isDue()) {
-        qCWarning(lcBus, "A message to '%s' was not sent: %s (%d more before it)", path.constData(),
-                  qUtf8Printable(why), m_notSentWarning.takeSuppressed());
-    }
+    m_losses.notSent(path, why);
 }
 
 // Asking ----------------------------------------------------------------------------------------

@@ -4,13 +4,13 @@
 #include "endpoint/BusMessage_p.h"
 #include "endpoint/HostLookup_p.h"
 #include "endpoint/Inbox_p.h"
+#include "endpoint/LossLog_p.h"
 #include "endpoint/MqttConnection_p.h"
 #include "endpoint/OpenRequest_p.h"
 #include "endpoint/OutageLog_p.h"
 #include "endpoint/Outbox_p.h"
 #include "endpoint/Retry_p.h"
 #include "endpoint/SocketWatch_p.h"
-#include "endpoint/WarningThrottle_p.h"
 
 #include <QObject>
 #include <QTimer>
@@ -99,7 +99,6 @@ private:
     void loseConnection(const QString &reason);
     void loseIfClosed();
     void dropConnection();
-    void reportUnsent() const;
 
     void subscribeNow(const QVector<QByteArray> &paths);
     void subscribeAll();
@@ -132,7 +131,7 @@ private:
     Retry m_retry;
     int m_triesInCrowd = 0;
     OutageLog m_outage;
-    WarningThrottle m_notSentWarning;
+    LossLog m_losses;
 
     // of one connection
     std::unique_ptr<MqttConnection> m_connection;

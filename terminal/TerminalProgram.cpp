@@ -101,6 +101,10 @@ void TerminalProgram::openSession(const DataFolder &folder)
     connect(m_session.get(), &TradingSession::replayWaits, this, [this] {
         tell(tr("The trading module does not answer. The replay waits for it; Space plays without it."));
     });
+    connect(m_session.get(), &TradingSession::replayOutlivedItsDay, this, [this] {
+        tell(tr("It is past midnight in Shanghai: the replay's today is over. End the replay and begin it "
+                "again."));
+    });
     m_window = std::make_unique<MainWindow>(m_session.get(), m_options);
     if (!takesPicture()) {
         settings.restoreLayout(m_window.get(), m_options);

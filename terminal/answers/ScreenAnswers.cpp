@@ -28,6 +28,15 @@ bool isShownByOverlay(const CheckedAnswer &answer, const AnswerFinding &finding)
     return finding.kind == AnswerFinding::Refused && answer.command == QLatin1String(CmdType::ENTRUSTCANCEL);
 }
 
+void hideValues(CheckedAnswer *answer)
+{
+    for (AnswerFinding &finding : answer->findings) {
+        const bool isValue =
+            finding.kind == AnswerFinding::WrongType || finding.kind == AnswerFinding::NotAllowed;
+        finding.value = isValue ? QStringLiteral("***") : finding.value;
+    }
+}
+
 } // namespace
 
 ScreenAnswers::ScreenAnswers(const QByteArray &screenId, QObject *parent)
@@ -79,6 +88,9 @@ void ScreenAnswers::takeAnswer(const QByteArray &payload)
     CheckedAnswer answer = Trading::checkAnswer(payload, m_chart);
     if (answer.isForChart) {
         addRepetition(payload, &answer);
+    }
+    if (m_hidesAmounts) {
+        hideValues(&answer);
     }
     tellFaults(answer);
     if (answer.isForChart) {

@@ -25,6 +25,9 @@ public:
     /// What the window shows from now on. Faults may be told again, for another chart has them.
     void setSecurity(const Trading::SecurityId &security);
 
+    /// Whether values that stand where they do not belong are left out of what is told: they may be amounts.
+    void setAmountsHidden(bool hidden) { m_hidesAmounts = hidden; }
+
     /// A message that was heard.
     void take(const QByteArray &topic, const QByteArray &payload, const QByteArray &channel);
 
@@ -58,6 +61,7 @@ private:
     LocalCommunication::EndPoint m_endPoint;
     QByteArray m_screenId;
     Trading::AnsweredChart m_chart;
+    bool m_hidesAmounts = false;
     QSet<QString> m_told;
     QByteArray m_lastHistory; ///< the answer with past trades since which none was asked for
 };

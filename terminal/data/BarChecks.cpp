@@ -74,9 +74,10 @@ QString jump(const Bar &before, const Bar &bar)
 LineProblem wrongRow(const BarRows &rows)
 {
     const bool haveZero = !areAdjusted(rows.bars);
+    const bool areOfManyDays = dayOf(rows.bars.front()) < dayOf(rows.bars.back()); // one may be a rehearsal's
     for (std::size_t i = 0; i < rows.bars.size(); ++i) {
         const Bar &bar = rows.bars[i];
-        QString what = weekend(bar);
+        QString what = areOfManyDays ? weekend(bar) : QString();
         if (what.isEmpty() && haveZero) {
             what = wrongPrice(bar);
         }

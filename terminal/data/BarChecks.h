@@ -8,7 +8,8 @@ namespace Terminal {
 /// belong. Requires rows in the order of time. Each rule holds for every security whose bars we have; a file
 /// that breaks one would be drawn wrong without a word.
 ///
-/// - Prices are above zero, but for adjusted ones; since 2000 nobody trades at weekends.
+/// - Prices are above zero, but for adjusted ones; since 2000 nobody trades at weekends. A file of one
+///   day may be of any: it may be a rehearsal's.
 /// - A high or low, and the prices of a bar, are not several times those beside them.
 /// - Most opens are nearer to the close before than closes are to the open before: else both are exchanged.
 /// - Most previous closes are the close of the bar before.

@@ -33,6 +33,7 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
             m_replayLock.release();
         }
     });
+    connect(&m_replay, &Replay::advanced, this, &TradingSession::pauseAfterMidnight);
     m_desk.setKnowsClientNumbers([this] {
         const auto presence = m_module.presence();
         return presence && presence->knows(Trading::Capability::CLIENTNO);
@@ -138,6 +139,15 @@ void TradingSession::playOn()
 {
     if (replays() && m_plan.playsOn) {
         m_replay.play();
+    }
+}
+
+void TradingSession::pauseAfterMidnight()
+{
+    const bool isOpen = m_replay.state() != Replay::State::Closed;
+    if (isOpen && dayOf(m_replay.day().front()) != Trading::TradingDate::today()) {
+        m_replay.pause();
+        Q_EMIT replayOutlivedItsDay();
     }
 }
 

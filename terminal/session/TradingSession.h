@@ -94,6 +94,9 @@ Q_SIGNALS:
     /// play it all the same.
     void replayWaits();
 
+    /// The replay's today is over, by the exchange's clock: nobody takes its quotes any more. It was paused.
+    void replayOutlivedItsDay();
+
     /// Combined overlays have news.
     void heard(const SharedNews &news);
 
@@ -104,6 +107,7 @@ private:
     void enter(Stage stage);
     void enterWhenHeard();
     void playOn();
+    void pauseAfterMidnight();
     bool hasBegun() const;
     bool isMovedByHand() const;
     bool replays() const;

@@ -72,6 +72,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     setUpStates();
     wireSession();
     m_trade->setAmountsHidden(options.hidesAmounts);
+    m_answers.setAmountsHidden(options.hidesAmounts);
     m_trade->askAction()->setChecked(options.asksBeforeSending);
     applyTheme();
     applyLanguage();
@@ -211,6 +212,7 @@ void MainWindow::applyTheme()
 void MainWindow::setAmountsHidden(bool hidden)
 {
     m_trade->setAmountsHidden(hidden);
+    m_answers.setAmountsHidden(hidden);
     if (m_overlays) {
         m_overlays->setAmountsHidden(hidden);
     }
@@ -389,10 +391,10 @@ void MainWindow::showState(const OverlayKind &kind)
     m_bar->describeOverlay(kind, QStringList(text) + state.faults);
 }
 
-/// The first of them: the others are in the strip below, and in the log.
+/// Answers to several overlays come at once: none takes another's faults away.
 void MainWindow::tellWrong(const QStringList &faults)
 {
-    m_prompts.show(faults.front());
+    m_prompts.add(faults);
 }
 
 void MainWindow::takeNews(const SharedNews &news)

@@ -17,6 +17,7 @@ constexpr std::chrono::milliseconds shownFor = std::chrono::seconds(8);
 constexpr int topMargin = 14;
 constexpr int sideMargin = 24;
 constexpr int leastWidth = 200;
+constexpr int mostLines = 6;
 
 /// A path has no blank to break at, and its end is what matters.
 QTextOption wrapping()
@@ -40,6 +41,19 @@ MessageBar::MessageBar(QWidget *parent) : QLabel(parent)
 }
 
 void MessageBar::showMessage(const QString &text)
+{
+    m_lines.clear();
+    showText(text);
+}
+
+void MessageBar::addLines(const QStringList &lines)
+{
+    m_lines = isVisible() ? m_lines + lines : lines;
+    const QString more = m_lines.size() > mostLines ? QStringLiteral(u"\n…") : QString();
+    showText(m_lines.mid(0, mostLines).join(QLatin1Char('\n')) + more);
+}
+
+void MessageBar::showText(const QString &text)
 {
     setText(text);
     setAccessibleName(text);
@@ -68,7 +82,8 @@ QSize MessageBar::neededSize()
 
 void MessageBar::paintEvent(QPaintEvent *event)
 {
-    QFrame::paintEvent(event);
+    // The label would draw the text in one line, and cut it.
+    QFrame::paintEvent(event); // NOLINT(bugprone-parent-virtual-call)
     QPainter painter(this);
     painter.setPen(palette().color(foregroundRole()));
     painter.drawText(QRectF(contentsRect().adjusted(margin(), margin(), -margin(), -margin())), text(),

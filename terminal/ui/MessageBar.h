@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QStringList>
 #include <QTimer>
 
 namespace Terminal {
@@ -16,13 +17,19 @@ public:
 
     void showMessage(const QString &text);
 
+    /// Adds lines below those that were added just before and still show; the first few, for the others are
+    /// told elsewhere.
+    void addLines(const QStringList &lines);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
 
 private:
     QSize neededSize();
+    void showText(const QString &text);
 
+    QStringList m_lines; ///< what was added, while nothing else was shown
     QTimer m_timer;
 };
 

@@ -59,6 +59,11 @@ void WindowPrompts::show(const QString &text)
     m_messages->showMessage(text);
 }
 
+void WindowPrompts::add(const QStringList &lines)
+{
+    m_messages->addLines(lines);
+}
+
 void WindowPrompts::clear()
 {
     m_messages->hide();

@@ -19,6 +19,9 @@ public:
     void show(const QString &text) override;
     bool confirm(const QString &question) override;
 
+    /// Shows lines below those that were added just before.
+    void add(const QStringList &lines);
+
     /// Takes the message away.
     void clear();
 

@@ -203,8 +203,9 @@ void EntryReader::readMoney(const StatementRow &row, Entry *entry)
     if (!isTold && entry->kind.effect != Effect::Nothing) { // only the kind tells which way it went
         const bool isRepaid =
             entry->word.contains(QStringLiteral("购回")) || entry->word.contains(QStringLiteral("到期"));
-        const bool isPaid =
-            entry->kind.effect == Effect::MoneyOut || (entry->kind.effect == Effect::Repo && !isRepaid);
+        const Effect effect = entry->kind.effect;
+        const bool isPaid = effect == Effect::MoneyOut || effect == Effect::Application ||
+                            effect == Effect::Payment || (effect == Effect::Repo && !isRepaid);
         amount = isPaid ? -amounts.statedAmount() : amounts.statedAmount();
     }
     if (amount.isZero()) {

@@ -100,8 +100,9 @@ void EntryReader::readShares(const StatementRow &row, Entry *entry)
     if (isTradeWord) {
         entry->kind = {QT_TR_NOOP("allotments"), Effect::Payment};
     }
-    const bool isForMoneyOnly =
-        entry->kind.effect == Effect::Application && security.kind != SecurityClass::Fund;
+    const bool isFund =
+        security.kind == SecurityClass::Fund || security.security.market == Market::OverTheCounter;
+    const bool isForMoneyOnly = entry->kind.effect == Effect::Application && !isFund;
     if (isForMoneyOnly || isOnlyForPayment(security)) {
         readMoney(row, entry);
         return;

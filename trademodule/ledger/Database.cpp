@@ -324,6 +324,7 @@ void Database::refuse(const QSqlQuery &failed)
     case DatabaseFailure::Refused:
         throw LedgerError(translated("the ledger's database refused: %1").arg(reason));
     }
+    Q_UNREACHABLE();
 }
 
 void Database::begin()

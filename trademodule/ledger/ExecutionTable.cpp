@@ -67,9 +67,11 @@ bool ExecutionTable::hasEntries(qint64 id)
         .next();
 }
 
-KnownEntries ExecutionTable::knownEntries(qint64 id, const SecurityId &security, TradingDate day)
+KnownEntries ExecutionTable::knownEntries(qint64 id, const SecurityId &security, DateRange days)
 {
-    return known(m_database->run(LedgerQueries::knownEntriesOfDay(), {id, day.number()}), security);
+    return known(
+        m_database->run(LedgerQueries::knownEntriesOfDays(), {id, days.first.number(), days.last.number()}),
+        security);
 }
 
 KnownEntries ExecutionTable::knownAllotments(qint64 id, const SecurityId &security)

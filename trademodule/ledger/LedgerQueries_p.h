@@ -59,10 +59,10 @@ inline QString knownEntries(const QString &condition)
            condition + byTime();
 }
 
-/// Of a day.
-inline QString knownEntriesOfDay()
+/// Of some days.
+inline QString knownEntriesOfDays()
 {
-    return knownEntries(QStringLiteral("e.trade_date = ?"));
+    return knownEntries(QStringLiteral("e.trade_date BETWEEN ? AND ?"));
 }
 
 inline QString knownAllotments()

@@ -153,8 +153,6 @@ const std::vector<QStringList> &migrations()
             QStringLiteral(R"(CREATE TABLE import_profile (
                 id INTEGER PRIMARY KEY CHECK (id = 1),
                 text TEXT NOT NULL))"),
-        },
-        {
             QStringLiteral("ALTER TABLE account ADD COLUMN cost_method TEXT NOT NULL DEFAULT 'average'"),
         },
     };

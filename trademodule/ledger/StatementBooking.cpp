@@ -9,6 +9,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <iterator>
 
 namespace TradeModule {
 
@@ -16,6 +17,14 @@ namespace {
 
 /// Payment and entry of the same allotment lie within this many days.
 constexpr int longestAllotment = 90;
+
+/// Behind the last entry of an entry's day.
+template <typename Iterator>
+Iterator dayEnd(Iterator entry, Iterator end)
+{
+    const TradingDate day = (*entry)->date;
+    return std::find_if(entry, end, [day](const Execution *other) { return other->date != day; });
+}
 
 } // namespace
 
@@ -57,25 +66,44 @@ void StatementBooking::registerSecurities()
     }
 }
 
-/// Day by day, so that no more than a day of the ledger is held at once.
+/// Some days at once, so that the ledger is asked seldom, and not more than these are held of it.
 StatementBooking::Entries StatementBooking::newEntries(const SecurityId &security, Told *told)
 {
     told->entries = notAllottedYet(security, *told);
     if (told->isNew) {
         return told->entries;
     }
+    constexpr int entriesAtOnce = 5000;
     Entries added;
     for (auto first = told->entries.cbegin(); first != told->entries.cend();) {
-        const TradingDate day = (*first)->date;
-        const auto next = std::find_if(first, told->entries.cend(),
-                                       [day](const Execution *entry) { return entry->date != day; });
-        Entries ofDay;
-        std::copy(first, next, std::back_inserter(ofDay));
-        const KnownEntries known = ExecutionTable(m_database).knownEntries(told->id, security, day);
-        take(FillMatching::of(ofDay, known), &added);
-        first = next;
+        auto last = first + std::min<int>(entriesAtOnce, static_cast<int>(told->entries.cend() - first)) - 1;
+        last = dayEnd(last, told->entries.cend());
+        const DateRange days{(*first)->date, (*std::prev(last))->date};
+        matchDays(first, last, ExecutionTable(m_database).knownEntries(told->id, security, days), &added);
+        first = last;
     }
     return added;
+}
+
+/// What is told and what is known of the same days, each day by itself.
+void StatementBooking::matchDays(Entries::const_iterator first, Entries::const_iterator last,
+                                 const KnownEntries &known, Entries *added)
+{
+    auto knownFirst = known.cbegin();
+    while (first != last) {
+        const TradingDate day = (*first)->date;
+        const auto next = dayEnd(first, last);
+        Entries ofDay;
+        std::copy(first, next, std::back_inserter(ofDay));
+        KnownEntries knownOfDay;
+        for (; knownFirst != known.cend() && knownFirst->execution.date <= day; ++knownFirst) {
+            if (knownFirst->execution.date == day) {
+                knownOfDay.append(*knownFirst);
+            }
+        }
+        take(FillMatching::of(ofDay, knownOfDay), added);
+        first = next;
+    }
 }
 
 /// A payment for new shares and their entry may come in two statements, on two days.

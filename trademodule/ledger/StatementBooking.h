@@ -35,6 +35,8 @@ private:
     QHash<SecurityId, Told> entriesBySecurity() const;
     void registerSecurities();
     Entries newEntries(const SecurityId &security, Told *told);
+    void matchDays(Entries::const_iterator first, Entries::const_iterator last, const KnownEntries &known,
+                   Entries *added);
     Entries notAllottedYet(const SecurityId &security, const Told &told);
     void take(const FillMatching &matching, Entries *added);
     void complete(const FillMatching::Pair &pair);

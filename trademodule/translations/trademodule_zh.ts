@@ -386,10 +386,6 @@
         <translation>--by 为“%1”，但必须是 sale、trip、security、month 或 year</translation>
     </message>
     <message>
-        <source>--from is later than --to</source>
-        <translation>--from 晚于 --to</translation>
-    </message>
-    <message>
         <source>A row for each sale, trip (round trip), security, month or year; security if left out.</source>
         <translation>每笔卖出（sale）、每次完整买卖（trip）、每只证券（security）、每月（month）或每年（year）一行；缺省为 security。</translation>
     </message>

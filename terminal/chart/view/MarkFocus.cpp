@@ -25,10 +25,16 @@ bool isBefore(const ClickableMark &one, const ClickableMark &other)
 
 } // namespace
 
-MarkFocus::MarkFocus(ChartView *chart, PointerTarget *target) : m_chart(chart), m_target(target) {}
+MarkFocus::MarkFocus(ChartView *chart, PointerTarget *target)
+    : m_chart(chart),
+      m_target(target),
+      m_viewChange(QObject::connect(chart, &ChartView::viewChanged, chart, [this] { m_isRingKnown = false; }))
+{
+}
 
 MarkFocus::~MarkFocus()
 {
+    QObject::disconnect(m_viewChange);
     leave();
 }
 
@@ -113,6 +119,7 @@ void MarkFocus::goTo(const ClickableMark &mark)
     const QPointF middle = mark.box.center();
     const ChartGeometry &geometry = m_chart->chartGeometry();
     m_place = Place{geometry.xToBar(middle.x()), geometry.yToPrice(middle.y()), mark.glyph, mark.layer};
+    m_isRingKnown = false;
     m_chart->setRing([this] { return ring(); });
     follow();
     m_chart->announce(markText(mark, *m_chart));
@@ -154,9 +161,13 @@ void MarkFocus::leave()
 
 std::optional<QRectF> MarkFocus::ring() const
 {
-    const Marks all = m_place ? marks() : Marks();
-    const auto mark = find(all);
-    return mark == all.end() ? std::nullopt : std::make_optional(mark->box);
+    if (!m_isRingKnown) {
+        const Marks all = m_place ? marks() : Marks();
+        const auto mark = find(all);
+        m_ring = mark == all.end() ? std::nullopt : std::make_optional(mark->box);
+        m_isRingKnown = true;
+    }
+    return m_ring;
 }
 
 } // namespace Terminal

@@ -2,6 +2,7 @@
 
 #include "terminal/chart/marks/glyphs/GlyphSet.h"
 
+#include <QObject>
 #include <QRectF>
 
 #include <optional>
@@ -60,6 +61,11 @@ private:
         int layer;
     };
     std::optional<Place> m_place;
+
+    /// The ring as it was found since the last repaint of the marks: the crosshair repaints it often.
+    mutable std::optional<QRectF> m_ring;
+    mutable bool m_isRingKnown = false;
+    QMetaObject::Connection m_viewChange;
 };
 
 } // namespace Terminal

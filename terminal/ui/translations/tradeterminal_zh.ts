@@ -890,6 +890,10 @@
         <source>The trading module does not answer. The replay waits for it; Space plays without it.</source>
         <translation>交易模块没有应答，回放正在等待；按空格键可不经交易模块回放。</translation>
     </message>
+    <message>
+        <source>It is past midnight in Shanghai: the replay's today is over. End the replay and begin it again.</source>
+        <translation>上海时间已过午夜，回放所当作的“今天”已结束。请结束回放后重新开始。</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TradeDocks</name>

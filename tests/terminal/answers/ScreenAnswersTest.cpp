@@ -186,5 +186,15 @@ TEST_F(ScreenAnswersTest, LeaveItToTheOverlayToTellWhyACancellationWasRefused)
     EXPECT_TRUE(log.has(QStringLiteral("dealt already")));
 }
 
+TEST_F(ScreenAnswersTest, TellNoValuesWhileAmountsAreHidden)
+{
+    answers.setAmountsHidden(true);
+    QJsonObject answer = rightAnswer(QStringLiteral("HolderCostPrice"));
+    answer[QStringLiteral("costprice")] = 12.345;
+    take(answer);
+    EXPECT_THAT(told, ElementsAre(QStringLiteral(
+                          "HolderCostPrice: \"costprice\" is ***, but must be: text; counts as 0")));
+}
+
 } // namespace
 } // namespace Terminal

@@ -200,6 +200,18 @@ TEST_F(BarFile, MovesMinutesThatAreNamedByTheirBegin)
     EXPECT_EQ(bars.value().back().minute, 900);
 }
 
+TEST_F(BarFile, TakesOneDayOfAnyKindButAmongDaysNoSundays)
+{
+    const auto sunday =
+        readMinuteBars(write(QStringLiteral("m.csv"), minuteHeader + "930,9,9,9,9,1\n"), 20261122);
+    EXPECT_TRUE(sunday) << qPrintable(sunday.error());
+
+    const auto days = readDailyBars(
+        write(QStringLiteral("a.csv"), dailyHeader + "20261120,9,9,9,9,1\n20261122,9,9,9,9,1\n"));
+    ASSERT_FALSE(days);
+    EXPECT_TRUE(days.error().contains(QStringLiteral(":3: 2026-11-22"))) << qPrintable(days.error());
+}
+
 TEST_F(BarFile, RefusesAFileWithoutBars)
 {
     EXPECT_TRUE(readDailyBars(write(QStringLiteral("a.csv"), dailyHeader))

@@ -67,6 +67,21 @@ TEST_F(TradesOnAChart, AreListedAtAClickOnTheirDay)
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
+TEST_F(TradesOnAChart, AreThereAtOnceAfterAnImport)
+{
+    constexpr std::int32_t day = 20211130;
+    ASSERT_TRUE(showDay(20211203));
+    ASSERT_FALSE(m_window->overlays()->isHit(markOf(day)));
+    QFile statement(m_folder.filePath(QStringLiteral("more.csv")));
+    ASSERT_TRUE(statement.open(QIODevice::WriteOnly));
+    statement.write(u8"成交日期,成交时间,业务名称,证券代码,证券名称,成交价格,成交数量,成交金额\n"
+                    u8"20211130,10:00:00,证券买入,600519,贵州茅台,1935.00,100,193500.00\n");
+    statement.close();
+    importBesideCharts(statement.fileName());
+    EXPECT_TRUE(waitUntil([&] { return m_window->overlays()->isHit(markOf(day)); }));
+    EXPECT_EQ(rowsAtAClickOn(20211203).size(), 1) << "and none is listed twice";
+}
+
 TEST_F(TradesOnAChart, AreListedWithoutTheirQuantityWhileAmountsAreHidden)
 {
     m_window->overlays()->setAmountsHidden(true);

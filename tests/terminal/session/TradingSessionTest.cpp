@@ -202,6 +202,25 @@ TEST_F(TradingSessionTest, IsNotBegunAgainWhenItsUserDidNotWaitForTheModule)
     EXPECT_EQ(replay()->completed(), 31U);
 }
 
+TEST_F(TradingSessionTest, PausesAReplayWhoseTodayIsOver)
+{
+    begin();
+    int told = 0;
+    QObject::connect(m_session.get(), &TradingSession::replayOutlivedItsDay, m_session.get(),
+                     [&told] { ++told; });
+    ASSERT_EQ(m_session->openReplay(minutes()), QString());
+    replay()->step();
+    EXPECT_EQ(told, 0) << "it is today";
+    replay()->close();
+
+    replay()->open(minutes(), Trading::TradingDate::today().plusDays(-1)); // as if midnight had passed
+    told = 0;
+    replay()->play();
+    replay()->step();
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(replay()->state(), Replay::State::Paused);
+}
+
 TEST_F(TradingSessionTest, BeginsWithoutAReplayThatItsUserHasEnded)
 {
     m_plan.replaySpeed = Replay::slowest;

@@ -22,14 +22,19 @@ protected:
         startModule();
     }
 
-    void importStatement()
+    void importStatement() { import({QStringLiteral(TRADECHART_EXAMPLES "/statement.csv")}); }
+
+    /// Imports a file and tells the charts.
+    void importBesideCharts(const QString &file) { import({QStringLiteral("--bus"), address(), file}); }
+
+    void import(const QStringList &arguments)
     {
-        QProcess import;
-        import.start(QStringLiteral(TRADEMODULE),
-                     {QStringLiteral("--ledger"), ledger(), QStringLiteral("import"),
-                      QStringLiteral(TRADECHART_EXAMPLES "/statement.csv")});
-        ASSERT_TRUE(import.waitForFinished());
-        ASSERT_EQ(import.exitCode(), 0);
+        QProcess process;
+        process.start(QStringLiteral(TRADEMODULE),
+                      QStringList({QStringLiteral("--ledger"), ledger(), QStringLiteral("import")}) +
+                          arguments);
+        ASSERT_TRUE(process.waitForFinished());
+        ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
     }
 
     void startModule()
@@ -52,6 +57,7 @@ protected:
         m_busAddress = address();
         WindowFixture::openWindow(chart, options, data);
         m_session->begin();
+        m_window->answers()->start(address());
         m_session->join();
     }
 

@@ -208,6 +208,16 @@ TEST_F(TradeDocksTest, CheckNoCashAndSharesThatAreNotKnownAnyMore)
                 ::testing::HasSubstr("the ledger is locked"));
 }
 
+TEST_F(TradeDocksTest, SendNothingToAnAccountThatCanOnlyBeRead)
+{
+    openDocks({QStringLiteral("600519"), ChartPeriod::Day});
+    speakEnglish();
+    m_window->trade()->setReadOnly(true);
+    EXPECT_THAT(ticket()->draft().problem().toStdString(), ::testing::HasSubstr("only be read"));
+    m_window->trade()->setReadOnly(false);
+    EXPECT_EQ(ticket()->draft().problem(), QString());
+}
+
 TEST_F(TradeDocksTest, TellTwoCancellationsBesideEachOther)
 {
     openDocks({QStringLiteral("600519"), ChartPeriod::Day});

@@ -88,6 +88,15 @@ TEST_F(StateStripTest, TellARefusalInMessageStripAndTip)
     EXPECT_TRUE(action("Cost")->toolTip().contains(QStringLiteral("the ledger is busy")));
 }
 
+TEST_F(StateStripTest, TellTheFaultsOfSeveralAnswersTogether)
+{
+    open({QStringLiteral("cost"), QStringLiteral("trades")});
+    answer(refused);
+    answer(R"({"cmd":"TodayTrade","stkcode":"600519","success":false,"msg":"closed"})");
+    EXPECT_EQ(message(),
+              QStringLiteral("HolderCostPrice: refused: the ledger is busy\nTodayTrade: refused: closed"));
+}
+
 TEST_F(StateStripTest, TellARefusalOnce)
 {
     open({QStringLiteral("cost")});

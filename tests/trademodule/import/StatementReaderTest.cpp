@@ -305,6 +305,24 @@ TEST(StatementReader, AcceptsCashInAnyOrderWithinADay)
     EXPECT_FALSE(contents.cashDisagreement);
 }
 
+TEST(StatementReader, TakesAnApplicationForMoneyThatWentWhereNoNetAmountTells)
+{
+    const StatementContents contents = readText("成交日期,证券代码,操作,成交价格,成交数量,成交金额\n"
+                                                "20210811,600000,新股申购,10.00,1000,10000.00\n");
+
+    ASSERT_EQ(contents.money.size(), 1);
+    EXPECT_EQ(contents.money[0].amount.text(), QStringLiteral("-10000.00"));
+}
+
+TEST(StatementReader, TakesAFundOfNoExchangeForShares)
+{
+    const StatementContents contents = readText("成交日期,证券代码,操作,成交价格,成交数量,交易市场\n"
+                                                "20210811,000001,基金申购,1.00,1000,开放式基金\n");
+
+    EXPECT_THAT(described(contents.executions),
+                ElementsAre("20210811 00000000 in OC000001 1000 at 1.00 = 1000.00 fee 0.00"));
+}
+
 TEST(StatementReader, CountsACommissionThatStandsInTwoColumnsOnce)
 {
     const StatementContents contents =

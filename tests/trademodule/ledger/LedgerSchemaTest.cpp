@@ -91,10 +91,10 @@ TEST_P(LedgerSchemaOfAnOlderLedger, TakesOrdersAndQuotesAfterwards)
 
 TEST_P(LedgerSchemaOfAnOlderLedger, IsLeftAsItWasByAMigrationThatFails)
 {
-    // a later step makes the same
+    // a step to come makes it, too; the first version has no account yet
     Database(location())
-        .run(GetParam() == 1 ? QStringLiteral("CREATE TABLE account (id INTEGER)")
-                             : QStringLiteral("ALTER TABLE account ADD COLUMN cost_method INTEGER"));
+        .run(GetParam() == 1 ? QStringLiteral("CREATE TABLE import_profile (id INTEGER)")
+                             : QStringLiteral("ALTER TABLE account ADD COLUMN cost_method TEXT"));
 
     EXPECT_THROW(Ledger ledger(location()), LedgerError);
 

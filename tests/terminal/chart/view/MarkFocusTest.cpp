@@ -265,5 +265,41 @@ TEST(MarkFocus, ReachesEachOfMarksThatOverlap)
     EXPECT_EQ(marks.pressed.back(), marks.pressed.front());
 }
 
+/// One mark, and how often all are asked for.
+class CountingMarks : public PointerTarget
+{
+public:
+    bool isHit(const QPointF & /*position*/) override { return false; }
+    void press(const QPointF & /*position*/, Qt::MouseButton /*button*/) override {}
+    void release(const QPointF & /*position*/, Qt::MouseButton /*button*/) override {}
+    void move(const QPointF & /*position*/) override {}
+    std::vector<ClickableMark> marks() override
+    {
+        ++asked;
+        return {{0, 1, 0, QRectF(300, 200, 16, 16), [] {}}};
+    }
+
+    int asked = 0;
+};
+
+TEST_F(MarkFocusByKeys, AsksForNoMarksWhenTheCrosshairMovesAlone)
+{
+    show({});
+    CountingMarks marks;
+    MarkFocus focus(chart(), &marks);
+    focus.step(1);
+    ASSERT_TRUE(focus.ring());
+    chart()->grab();
+    marks.asked = 0;
+    for (int x = 100; x < 110; ++x) {
+        chart()->setCrosshair(QPoint(x, 100));
+        chart()->grab();
+    }
+    EXPECT_EQ(marks.asked, 0);
+    chart()->refit();
+    EXPECT_TRUE(focus.ring());
+    EXPECT_EQ(marks.asked, 1) << "the marks may lie elsewhere";
+}
+
 } // namespace
 } // namespace Terminal
