@@ -1291,5 +1291,9 @@
         <source>--code is &quot;%1&quot;, but a code has digits only</source>
         <translation>--code 为“%1”，但代码只含数字</translation>
     </message>
+    <message>
+        <source>--from is later than --to</source>
+        <translation>--from 晚于 --to</translation>
+    </message>
 </context>
 </TS>
