@@ -34,18 +34,18 @@ QVector<qint64> openingOf(const Row &row)
 
 void CashCheck::add(int line, TradingDate date, Money change, std::optional<Money> balance)
 {
-    if (!m_rows.isEmpty() && m_date != date) {
+    if (!m_rows.empty() && m_date != date) {
         endDay();
     }
     m_date = date;
-    m_rows.append({line, change, balance.value_or(Money()), balance.has_value()});
+    m_rows.push_back({line, change, balance.value_or(Money()), balance.has_value()});
 }
 
 void CashCheck::endDay()
 {
     Day day;
     day.date = m_date;
-    for (const Row &row : qAsConst(m_rows)) {
+    for (const Row &row : m_rows) {
         day.change = day.change + row.change;
         if (!row.hasBalance) {
             continue;

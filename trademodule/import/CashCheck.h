@@ -5,6 +5,7 @@
 #include <QVector>
 
 #include <optional>
+#include <vector>
 
 namespace TradeModule {
 
@@ -54,7 +55,7 @@ private:
 
     void endDay();
 
-    QVector<Row> m_rows; ///< of the day that is read
+    std::vector<Row> m_rows; ///< of the day that is read
     TradingDate m_date = TradingDate::first();
     QVector<Day> m_days;
 };
