@@ -264,6 +264,7 @@ void MqttSession::dropConnection()
     m_connection.reset();
     m_outbox.clear();
     m_readyIsDue = false;
+    m_isUnanswered = false; // who answers on the bus that comes next is not known
 }
 
 // Subscriptions ---------------------------------------------------------------------------------

@@ -93,8 +93,17 @@ bool replaces(const TradePresence &heard, const std::optional<TradePresence> &kn
     if (!known) {
         return true;
     }
-    const bool isLateEnd = !heard.isOnline && known->isOnline && heard.instance != known->instance;
-    return heard.fence >= known->fence && !isLateEnd;
+    if (!heard.isOnline) {
+        return heard.instance == known->instance || (!known->isOnline && heard.fence >= known->fence);
+    }
+    const bool isSameLedger = known->isOnline && heard.ledger == known->ledger;
+    return !isSameLedger || heard.fence >= known->fence;
+}
+
+bool isOfAnotherLedger(const TradePresence &own, const TradePresence &heard)
+{
+    return heard.isOnline && heard.instance != own.instance && !heard.ledger.isEmpty() &&
+           heard.ledger != own.ledger;
 }
 
 bool isHiddenBy(const TradePresence &own, const TradePresence &heard)

@@ -46,9 +46,14 @@ struct TradePresence
 };
 
 /// True when a reader that knows one word (nothing at first) goes by the one it hears from now on. It does
-/// not when the fence is lower: that module was followed by the known one; nor when an instance goes offline
-/// that is not the one known online: that is a late word.
+/// not when the fence of the same ledger is lower: that module was followed by the known one; nor when an
+/// instance goes offline that is not the one known online: that is a late word. Fences of two ledgers tell
+/// nothing of each other.
 bool replaces(const TradePresence &heard, const std::optional<TradePresence> &known);
+
+/// True when the word is of a module that serves another ledger than ours on the same bus: a question that
+/// both hear is answered twice, and an order placed in both.
+bool isOfAnotherLedger(const TradePresence &own, const TradePresence &heard);
 
 /// True when a serving module must announce itself again because the word that it hears took the place of its
 /// own: its own end, or one of a module that does not come after it. Of two with one fence (two ledgers on

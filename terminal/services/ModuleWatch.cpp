@@ -119,6 +119,7 @@ void ModuleWatch::takeAnswer(const QByteArray &answer)
 void ModuleWatch::checkPulse()
 {
     if (!isOnBus()) {
+        m_presence.reset(); // another one may be there when the bus comes again
         m_unanswered = 0;
         enter(State::Absent);
         return;

@@ -139,6 +139,22 @@ TEST_F(Request, WaitsAgainWhenSomebodyHasAnsweredLate)
     broker.thaw();
 }
 
+TEST_F(Request, WaitsAgainOnTheBusThatComesNext)
+{
+    asker.setRequestTimeout(100ms);
+    EXPECT_EQ(asker.request("TradeQuery", "anybody?"), QByteArray());
+    const int before = asker.readyCount;
+    broker.kill();
+    broker.start();
+    ASSERT_TRUE(waitUntil([&] { return asker.readyCount > before; }));
+    QElapsedTimer clock;
+    clock.start();
+
+    asker.request("TradeQuery", "anybody now?");
+
+    EXPECT_GE(clock.elapsed(), 100);
+}
+
 TEST_F(Request, KeepsAWindowMovingWhileTheModuleHangs)
 {
     std::atomic_bool hangs{true};

@@ -132,8 +132,16 @@ TEST(Presence, OfASuccessorTakesThePlaceOfTheKnownOne)
 TEST(Presence, OfAPredecessorIsPassedOver)
 {
     EXPECT_FALSE(replaces(online("one", 7), online("two", 8)));
-    EXPECT_FALSE(replaces(online("one", 7), offline("two", 8)));
     EXPECT_FALSE(replaces(offline("one", 7), online("two", 8)));
+}
+
+TEST(Presence, OfAnotherLedgerIsTakenWhateverItsFence)
+{
+    TradePresence other = online("other", 1);
+    other.ledger = QStringLiteral("/home/me/other.db");
+
+    EXPECT_TRUE(replaces(other, complete()));
+    EXPECT_TRUE(replaces(other, offline("one", 7))) << "the farewell does not say which ledger it was";
 }
 
 TEST(Presence, EndsWithTheWordOfTheKnownOneOnly)
@@ -141,6 +149,21 @@ TEST(Presence, EndsWithTheWordOfTheKnownOneOnly)
     EXPECT_TRUE(replaces(offline("one", 7), online("one", 7)));
     EXPECT_FALSE(replaces(offline("other", 7), online("one", 7)));
     EXPECT_FALSE(replaces(offline("other", 9), online("one", 7)));
+}
+
+TEST(Presence, TellsOfAnotherLedgerOnTheBus)
+{
+    const TradePresence own = complete();
+    TradePresence successor = complete();
+    successor.instance = QStringLiteral("two");
+    TradePresence other = successor;
+    other.ledger = QStringLiteral("/home/me/other.db");
+
+    EXPECT_TRUE(isOfAnotherLedger(own, other));
+    EXPECT_FALSE(isOfAnotherLedger(own, own));
+    EXPECT_FALSE(isOfAnotherLedger(own, successor));
+    EXPECT_FALSE(isOfAnotherLedger(own, other.ended()));
+    EXPECT_FALSE(isOfAnotherLedger(own, online("one that does not say", 3)));
 }
 
 TEST(Presence, IsSaidAgainWhenALateWordHidesIt)

@@ -14,8 +14,9 @@ public:
     explicit ModulePresence(Trading::TradePresence own) : m_own(std::move(own)) {}
 
     void start(const QString &busDirectory);
-    /// A word that came on the channel and topic of presences, our own included.
-    void hear(const QByteArray &payload);
+    /// A word that came on the channel and topic of presences, our own included. Gives the ledger of a module
+    /// that serves another one on this bus; mostly empty.
+    QString hear(const QByteArray &payload);
 
 private:
     const Trading::TradePresence m_own;

@@ -89,9 +89,19 @@ void TradeService::handleMessage(const QByteArray &topic, const QByteArray &payl
         return;
     }
     if (topic == Topic::TRADEPRESENCE) {
-        m_presence.hear(payload);
+        handlePresence(payload);
     } else {
         topic == Topic::QUOTE ? handleQuote(payload) : handleQuestion(payload, replyChannel);
+    }
+}
+
+void TradeService::handlePresence(const QByteArray &payload)
+{
+    const QString other = m_presence.hear(payload);
+    if (!other.isEmpty()) {
+        warn(translated("another trading module serves %1 on this bus: an order is placed in both ledgers. "
+                        "Give each account a bus or a prefix of its own")
+                 .arg(other));
     }
 }
 

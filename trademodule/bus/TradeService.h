@@ -31,6 +31,7 @@ Q_SIGNALS:
 
 private:
     void handleMessage(const QByteArray &topic, const QByteArray &payload, const QByteArray &replyChannel);
+    void handlePresence(const QByteArray &payload);
     void handleQuestion(const QByteArray &payload, const QByteArray &replyChannel);
     void send(const QByteArray &answer, const QJsonObject &question, const QByteArray &replyChannel);
     void handleQuote(const QByteArray &payload);

@@ -42,10 +42,10 @@ QString newFile(const QString &path)
 
 } // namespace
 
-void copyAside(Database *database, int version)
+QString copyAside(Database *database, int version)
 {
     if (database->kind() != Database::Kind::Sqlite || !Database::keeps(database->location())) {
-        return;
+        return {};
     }
     const QString ledger = QFileInfo(database->location()).canonicalFilePath();
     QString copy = newFile(QStringLiteral("%1.version-%2").arg(ledger).arg(version));
@@ -56,6 +56,7 @@ void copyAside(Database *database, int version)
         QFile::remove(copy);
         throw;
     }
+    return copy;
 }
 
 } // namespace TradeModule

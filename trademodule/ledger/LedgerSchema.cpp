@@ -5,6 +5,7 @@
 #include "trademodule/ledger/LedgerCopy.h"
 #include "trademodule/ledger/Transaction.h"
 
+#include <QFile>
 #include <QStringList>
 
 #include <vector>
@@ -244,12 +245,17 @@ void migrateSchema(Database *database, int to)
                         .arg(found)
                         .arg(to));
     }
-    if (found > 0) {
-        copyAside(database, found);
+    const QString copy = found > 0 ? copyAside(database, found) : QString();
+    try {
+        Transaction transaction(database);
+        applyMigrations(database, to);
+        transaction.commit();
+    } catch (const OutcomeUnknown &) {
+        throw; // the tables may be the new ones
+    } catch (...) {
+        QFile::remove(copy); // the ledger is as it was, and each further try would leave one more
+        throw;
     }
-    Transaction transaction(database);
-    applyMigrations(database, to);
-    transaction.commit();
 }
 
 } // namespace TradeModule

@@ -51,7 +51,8 @@ bool ServingLease::tryFollow()
         return true;
     }
     const QString sign = m_lock->signOfLife();
-    if (m_watch.isStill(sign)) {
+    // Those that only read are not in the table: whom it names may be well.
+    if (m_watch.isStill(sign) && !m_database->isReadOnly()) {
         m_lock->endOwner(m_table.server().process, sign);
     }
     return false;

@@ -1284,6 +1284,10 @@
         <translation>证券代码为六位数字</translation>
     </message>
     <message>
+        <source>another trading module serves %1 on this bus: an order is placed in both ledgers. Give each account a bus or a prefix of its own</source>
+        <translation>这条总线上另有交易模块为 %1 服务：一笔委托会记入两个账本。请让每个账户使用自己的总线或前缀</translation>
+    </message>
+    <message>
         <source>the quote's prices do not agree: open %1, high %2, low %3, close %4</source>
         <translation>行情的价格互相矛盾：开盘 %1，最高 %2，最低 %3，收盘 %4</translation>
     </message>

@@ -62,6 +62,15 @@ TEST_F(LedgerCopy, DoesNotTakeThePlaceOfAnother)
     EXPECT_EQ(cashIn(copy() + QStringLiteral(".2")), 4711);
 }
 
+TEST_F(LedgerCopy, GoesWhenTheLedgerStaysAsItWas)
+{
+    Database(path()).run(QStringLiteral("CREATE TABLE import_profile (id INTEGER)")); // a step makes it, too
+
+    EXPECT_THROW(const Ledger ledger(path()), LedgerError);
+
+    EXPECT_FALSE(QFile::exists(copy()));
+}
+
 TEST_F(LedgerCopy, IsNotMadeOfALedgerThatIsUpToDate)
 {
     const Ledger ledger(path());
