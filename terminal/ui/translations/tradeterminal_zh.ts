@@ -116,6 +116,14 @@
         <source>%1: %2 of %3 days that are in %4, too, have other prices: is one of both adjusted? --replace replaces the file as a whole</source>
         <translation>%1：与 %4 共有的 %3 天中有 %2 天价格不同：其中之一是复权的吗？--replace 可整个替换该文件</translation>
     </message>
+    <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a volume a hundred times as large: is this one in shares (--volume shares), or was that one in lots? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的一百倍：本文件以股为单位（--volume shares），还是那个文件以手为单位？--replace 可整个替换那个文件</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a hundredth of the volume: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的百分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
+    </message>
 </context>
 <context>
     <name>BarRows</name>
