@@ -72,14 +72,39 @@ bool haveSamePrices(const Bar &a, const Bar &b)
            std::abs(a.low - b.low) < rounding && std::abs(a.close - b.close) < rounding;
 }
 
+/// True for about a hundred times the other volume; one of both may be rounded to whole lots.
+bool isHundredfold(double volume, double other)
+{
+    constexpr double lot = 100;
+    constexpr double closeness = 0.01;
+    const bool isNear = std::abs(volume - other * lot) <= std::max(lot, volume * closeness);
+    return other > 0 && volume > other * lot / 2 && isNear;
+}
+
 /// Bars of the folder and new ones; a new one takes the place of an old one of the same day.
 struct Merged
 {
     Bars bars;
     int added = 0;
     int common = 0;
-    int changed = 0; ///< of the common ones
+    // Of the common ones:
+    int changed = 0;     ///< with another price or volume
+    int otherPrices = 0; ///< with another price
+    int hundredfold = 0; ///< with a hundred times the volume before
+    int hundredth = 0;   ///< with a hundredth of it
 };
+
+void compare(const Bar &old, const Bar &added, Merged *merged)
+{
+    constexpr double lessThanAShare = 0.5;
+    const bool haveOtherPrices = !haveSamePrices(old, added);
+    const bool haveOtherVolumes = std::abs(old.volume - added.volume) > lessThanAShare;
+    ++merged->common;
+    merged->changed += haveOtherPrices || haveOtherVolumes ? 1 : 0;
+    merged->otherPrices += haveOtherPrices ? 1 : 0;
+    merged->hundredfold += isHundredfold(added.volume, old.volume) ? 1 : 0;
+    merged->hundredth += isHundredfold(old.volume, added.volume) ? 1 : 0;
+}
 
 Merged merge(const Bars &old, const Bars &added)
 {
@@ -90,10 +115,11 @@ Merged merge(const Bars &old, const Bars &added)
     Merged merged;
     for (const Bar &bar : added) {
         const auto before = byDay.find(bar.date);
-        const bool isCommon = before != byDay.end();
-        merged.common += isCommon ? 1 : 0;
-        merged.added += isCommon ? 0 : 1;
-        merged.changed += isCommon && !haveSamePrices(before->second, bar) ? 1 : 0;
+        if (before == byDay.end()) {
+            ++merged.added;
+        } else {
+            compare(before->second, bar, &merged);
+        }
         byDay[bar.date] = bar;
     }
     for (const auto &[day, bar] : byDay) {
@@ -115,10 +141,37 @@ QString changeOf(const Merged &merged)
         .arg(merged.changed);
 }
 
-/// Where a tenth of the common days have other prices, the two files are not of one kind.
-bool areOfAnotherKind(const Merged &merged)
+/// Where more than a tenth of the common days differ in one way, the two files are not of one kind.
+bool areMany(int days, const Merged &merged)
 {
-    return merged.changed * 10 > merged.common;
+    return days * 10 > merged.common;
+}
+
+/// Why bars of a file do not go together with those of the folder.
+QString differenceOfKind(const QString &file, const Merged &merged, const QString &path)
+{
+    const auto say = [&](const QString &what, int days) {
+        return what.arg(file, QString::number(days), QString::number(merged.common), path);
+    };
+    if (areMany(merged.otherPrices, merged)) {
+        return say(text("%1: %2 of %3 days that are in %4, too, have other prices: is one of both adjusted? "
+                        "--replace replaces the file as a whole"),
+                   merged.otherPrices);
+    }
+    if (areMany(merged.hundredfold, merged)) {
+        return say(
+            text("%1: %2 of %3 days that are in %4, too, have a volume a hundred times as large: is this "
+                 "one in shares (--volume shares), or was that one in lots? --replace replaces the file "
+                 "as a whole"),
+            merged.hundredfold);
+    }
+    if (areMany(merged.hundredth, merged)) {
+        return say(
+            text("%1: %2 of %3 days that are in %4, too, have a hundredth of the volume: is this one in "
+                 "lots (--volume lots)? --replace replaces the file as a whole"),
+            merged.hundredth);
+    }
+    return {};
 }
 
 /// A bar of a day to come is a wrong date; the clocks of two machines may differ by a day.
@@ -253,11 +306,9 @@ QString BarImport::planDays(const QString &file, bool replacesAll, BarImportPlan
         return text("%1; --replace replaces this file").arg(old.error());
     }
     const Merged merged = merge(old.value(), plan->sheet.bars);
-    if (areOfAnotherKind(merged)) {
-        return text("%1: %2 of %3 days that are in %4, too, have other prices: is one of both adjusted? "
-                    "--replace "
-                    "replaces the file as a whole")
-            .arg(file, QString::number(merged.changed), QString::number(merged.common), path(name));
+    const QString difference = differenceOfKind(file, merged, path(name));
+    if (!difference.isEmpty()) {
+        return difference;
     }
     plan->files.push_back({name, dailyText(merged.bars), changeOf(merged)});
     return {};

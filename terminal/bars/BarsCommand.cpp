@@ -137,7 +137,14 @@ void printRows(const BarSheet &sheet)
     }
 }
 
-void printPlan(const QString &file, const BarImportPlan &plan)
+/// What the trades of a ledger say of the bars.
+struct LedgerSays
+{
+    QStringList warnings;
+    QString summary; ///< without warnings
+};
+
+void printPlan(const QString &file, const BarImportPlan &plan, const LedgerSays &ledger)
 {
     constexpr std::size_t mostNamed = 5;
     print(file);
@@ -146,8 +153,11 @@ void printPlan(const QString &file, const BarImportPlan &plan)
     print(QStringLiteral("  ") + rangeText(plan.sheet));
     print(QStringLiteral("  ") + unitText(plan.sheet));
     printRows(plan.sheet);
-    for (const QString &remark : plan.remarks) {
+    for (const QString &remark : plan.remarks + ledger.warnings) {
         print(QStringLiteral("  ! ") + remark);
+    }
+    if (!ledger.summary.isEmpty()) {
+        print(QStringLiteral("  ") + ledger.summary);
     }
     for (std::size_t i = 0; i < std::min(mostNamed, plan.files.size()); ++i) {
         print(QStringLiteral("  -> %1: %2").arg(plan.files[i].name, plan.files[i].change));
@@ -157,21 +167,24 @@ void printPlan(const QString &file, const BarImportPlan &plan)
     }
 }
 
-/// What the trades of a ledger say of the bars; of minutes nothing, a ledger's times need not be the
-/// exchange's.
-Loaded<QStringList> comparedWithLedger(const QCommandLineParser &parser, const QString &programFolder,
-                                       const BarImportPlan &plan)
+/// Of minutes a ledger says nothing: its times need not be the exchange's.
+Loaded<LedgerSays> comparedWithLedger(const QCommandLineParser &parser, const QString &programFolder,
+                                      const BarImportPlan &plan)
 {
     const QString ledger = parser.value(QStringLiteral("ledger"));
     if (ledger.isEmpty() || plan.sheet.isOfMinutes) {
-        return QStringList();
+        return LedgerSays();
     }
     const QString module = parser.isSet(QStringLiteral("module"))
                                ? parser.value(QStringLiteral("module"))
                                : QDir(programFolder).filePath(QStringLiteral("trademodule"));
     const auto fills = ledgerFills(module, ledger, plan.security.id());
-    return fills ? Loaded<QStringList>(fillWarnings(plan.sheet.bars, fills.value()))
-                 : Loaded<QStringList>::failure(fills.error());
+    if (!fills) {
+        return Loaded<LedgerSays>::failure(fills.error());
+    }
+    const Bars &days = plan.sheet.bars;
+    const QStringList warnings = fillWarnings(days, fills.value());
+    return LedgerSays{warnings, warnings.isEmpty() ? fillSummary(days, fills.value()) : QString()};
 }
 
 bool userAgrees()
@@ -206,6 +219,11 @@ int writeIfWanted(const QCommandLineParser &parser, const BarImport &import)
 int import(const QStringList &files, const QCommandLineParser &parser, const BarImportOptions &options,
            const QString &programFolder)
 {
+    const QString ledger = parser.value(QStringLiteral("ledger"));
+    const QString missing = ledger.isEmpty() ? QString() : missingLedger(ledger);
+    if (!missing.isEmpty()) {
+        return refuse(missing, Failed);
+    }
     BarImport import(parser.value(QStringLiteral("data")));
     int refused = 0;
     for (const QString &file : files) {
@@ -215,13 +233,11 @@ int import(const QStringList &files, const QCommandLineParser &parser, const Bar
             ++refused;
             continue;
         }
-        const auto warnings = comparedWithLedger(parser, programFolder, plan.value());
-        if (!warnings) {
-            return refuse(warnings.error(), Failed);
+        const auto compared = comparedWithLedger(parser, programFolder, plan.value());
+        if (!compared) {
+            return refuse(compared.error(), Failed);
         }
-        BarImportPlan shown = plan.value();
-        shown.remarks += warnings.value();
-        printPlan(file, shown);
+        printPlan(file, plan.value(), compared.value());
     }
     if (refused > 0) {
         return refuse(text("Nothing is written: %1 of %2 files are refused.").arg(refused).arg(files.size()),

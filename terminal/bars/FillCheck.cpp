@@ -25,6 +25,12 @@ const Bar *barOf(const Bars &days, Trading::TradingDate day)
     return bar != days.end() && bar->date == day.number() ? &*bar : nullptr;
 }
 
+/// Trades before the first and after the last bar say nothing.
+bool isWithin(const Bars &days, const Fill &fill)
+{
+    return !days.empty() && fill.day >= dayOf(days.front()) && fill.day <= dayOf(days.back());
+}
+
 /// Trades of one kind: how many, and the first one.
 struct Oddities
 {
@@ -82,7 +88,7 @@ QStringList fillWarnings(const Bars &days, const std::vector<Fill> &fills)
     Oddities withoutBar;
     int compared = 0;
     for (const Fill &fill : fills) {
-        if (days.empty() || fill.day < dayOf(days.front()) || fill.day > dayOf(days.back())) {
+        if (!isWithin(days, fill)) {
             continue;
         }
         const Bar *const bar = barOf(days, fill.day);
@@ -109,6 +115,19 @@ QStringList fillWarnings(const Bars &days, const std::vector<Fill> &fills)
         warnings.append(withoutBarText(withoutBar));
     }
     return warnings;
+}
+
+QString fillSummary(const Bars &days, const std::vector<Fill> &fills)
+{
+    if (fills.empty()) {
+        return text("The ledger has no trades of this security.");
+    }
+    const auto compared =
+        std::count_if(fills.begin(), fills.end(), [&days](const Fill &fill) { return isWithin(days, fill); });
+    return compared == 0
+               ? text("All %1 trades of the ledger are before or after these bars; none is compared.")
+                     .arg(fills.size())
+               : text("%1 trades compared, all within their bars.").arg(compared);
 }
 
 } // namespace Terminal

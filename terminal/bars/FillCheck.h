@@ -22,4 +22,7 @@ struct Fill
 /// one; empty when nothing does. Trades before the first and after the last bar say nothing.
 QStringList fillWarnings(const Bars &days, const std::vector<Fill> &fills);
 
+/// What to say where there are no warnings: how many trades lie on the bars, or that none could be compared.
+QString fillSummary(const Bars &days, const std::vector<Fill> &fills);
+
 } // namespace Terminal

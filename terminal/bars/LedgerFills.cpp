@@ -1,6 +1,7 @@
 #include "terminal/bars/LedgerFills.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -46,6 +47,15 @@ std::optional<Fills> fillsIn(const QByteArray &json, const Trading::SecurityId &
         }
     }
     return fills;
+}
+
+QString missingLedger(const QString &ledger)
+{
+    const bool isInDatabase =
+        ledger.startsWith(QLatin1String("postgresql://")) || ledger.startsWith(QLatin1String("postgres://"));
+    return isInDatabase || QFileInfo::exists(ledger) ? QString()
+                                                     : text("the trades of ledger %1 could not be read: %2")
+                                                           .arg(ledger, text("there is no such file"));
 }
 
 Loaded<Fills> ledgerFills(const QString &moduleProgram, const QString &ledger,

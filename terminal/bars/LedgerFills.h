@@ -16,6 +16,10 @@ namespace Terminal {
 /// market, price and quantity. Nothing when it is no such array.
 std::optional<std::vector<Fill>> fillsIn(const QByteArray &json, const Trading::SecurityId &security);
 
+/// Says that the file of a ledger is not there, which the trading module would make; else empty. A ledger in
+/// a database is for the module to find.
+QString missingLedger(const QString &ledger);
+
 /// Asks the trading module, as a program of its own, for the trades of a security in a ledger. The ledger
 /// need not be served meanwhile, and may be. Blocks until the program has answered, half a minute at most.
 Loaded<std::vector<Fill>> ledgerFills(const QString &moduleProgram, const QString &ledger,

@@ -116,6 +116,14 @@
         <source>%1: %2 of %3 days that are in %4, too, have other prices: is one of both adjusted? --replace replaces the file as a whole</source>
         <translation>%1：与 %4 共有的 %3 天中有 %2 天价格不同：其中之一是复权的吗？--replace 可整个替换该文件</translation>
     </message>
+    <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a volume a hundred times as large: is this one in shares (--volume shares), or was that one in lots? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的一百倍：本文件以股为单位（--volume shares），还是那个文件以手为单位？--replace 可整个替换那个文件</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a hundredth of the volume: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的百分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
+    </message>
 </context>
 <context>
     <name>BarRows</name>
@@ -388,6 +396,18 @@
         <source>%1 trades are on days without a bar, first %2. Are these bars of another security?</source>
         <translation>%1 笔成交所在的日子没有K线，首笔 %2。这是另一只证券的K线吗？</translation>
     </message>
+    <message>
+        <source>The ledger has no trades of this security.</source>
+        <translation>账本中没有该证券的成交。</translation>
+    </message>
+    <message>
+        <source>All %1 trades of the ledger are before or after these bars; none is compared.</source>
+        <translation>账本中的 %1 笔成交都在这些K线之前或之后，未作对照。</translation>
+    </message>
+    <message>
+        <source>%1 trades compared, all within their bars.</source>
+        <translation>对照了 %1 笔成交，均在K线之内。</translation>
+    </message>
 </context>
 <context>
     <name>LedgerAdvice</name>
@@ -516,6 +536,10 @@
     <message>
         <source>the trades of ledger %1 could not be read: %2</source>
         <translation>无法读取账本 %1 的成交：%2</translation>
+    </message>
+    <message>
+        <source>there is no such file</source>
+        <translation>没有这个文件</translation>
     </message>
 </context>
 <context>

@@ -8,6 +8,7 @@
 namespace Terminal {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 
 const FormOfDays withCode("ts_code,trade_date,open,high,low,close,vol,amount",
@@ -94,6 +95,44 @@ TEST_F(BarImportIntoAFolder, MixesNoAdjustedBarsWithRawOnes)
     EXPECT_EQ(refusal(&import, file, replacing), QString());
     EXPECT_EQ(import.write(), QString());
     expectSame(daysInFolder(), adjusted);
+}
+
+TEST_F(BarImportIntoAFolder, CountsADayWithAnotherVolumeAsAnotherDay)
+{
+    Bars bars = someDays();
+    importFile(withCode.of(bars));
+    bars.back().volume += 100;
+    BarImport import(target());
+    const auto plan = import.plan(write(QStringLiteral("in.csv"), withCode.of(bars)), {});
+    ASSERT_TRUE(plan) << qPrintable(plan.error());
+    EXPECT_EQ(plan.value().files.front().change.toStdString(),
+              "0 days added, 59 replaced by the same, 1 by others");
+}
+
+TEST_F(BarImportIntoAFolder, MixesNoVolumesInLotsWithThoseInShares)
+{
+    const FormOfDays inLots("code,Date,Open,High,Low,Close,Volume",
+                            "000001.SZ,{iso},{o},{h},{l},{c},{lots0}");
+    BarImportOptions asShares;
+    asShares.hints.volume = VolumeUnit::Shares;
+    BarImportOptions asLots;
+    asLots.hints.volume = VolumeUnit::Lots;
+    importFile(withCode.of(someDays()));
+    const QString file = write(QStringLiteral("lots.csv"), inLots.of(someDays()));
+    BarImport import(target());
+    EXPECT_THAT(refusal(&import, file, asShares).toStdString(),
+                AllOf(HasSubstr("60 of 60 days"), HasSubstr("a hundredth of the volume"),
+                      HasSubstr("--volume lots")));
+    const auto plan = import.plan(file, asLots);
+    ASSERT_TRUE(plan) << qPrintable(plan.error());
+    EXPECT_EQ(plan.value().files.front().change.toStdString(),
+              "0 days added, 60 replaced by the same, 0 by others");
+    asShares.replacesAll = true;
+    BarImport replacing(target());
+    EXPECT_EQ(refusal(&replacing, file, asShares), QString());
+    EXPECT_EQ(replacing.write(), QString());
+    EXPECT_THAT(refusal(&replacing, file, asLots).toStdString(),
+                AllOf(HasSubstr("a volume a hundred times as large"), HasSubstr("--volume shares")));
 }
 
 TEST_F(BarImportIntoAFolder, AsksForTheSecurityThatTheFileDoesNotName)

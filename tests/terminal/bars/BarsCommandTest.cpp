@@ -117,19 +117,27 @@ protected:
         ASSERT_EQ(imported.exitCode, 0) << imported.err;
     }
     QString ledger() const { return folder() + QStringLiteral("/account.db"); }
-    Ended compared(const QString &file)
+    Ended compared(const QString &file, const QString &code = QStringLiteral("600519.SH"))
     {
-        return import({file, QStringLiteral("--code"), QStringLiteral("600519.SH"),
-                       QStringLiteral("--ledger"), ledger(), QStringLiteral("--module"),
-                       QStringLiteral(TRADEMODULE)});
+        return import({file, QStringLiteral("--code"), code, QStringLiteral("--ledger"), ledger(),
+                       QStringLiteral("--module"), QStringLiteral(TRADEMODULE)});
     }
 };
 
-TEST_F(BarsCommandBesideALedger, SaysNothingWhenTheTradesLieOnTheBars)
+TEST_F(BarsCommandBesideALedger, SaysHowManyTradesLieOnTheBars)
 {
     const Ended shown = compared(QStringLiteral(TRADECHART_EXAMPLES "/daily/600519.csv"));
     EXPECT_EQ(shown.exitCode, 0) << shown.err;
-    EXPECT_THAT(shown.out, Not(HasSubstr(" trades ")));
+    EXPECT_THAT(shown.out, HasSubstr(" trades compared, all within their bars."));
+    EXPECT_THAT(shown.out, Not(HasSubstr(" trades lie ")));
+}
+
+TEST_F(BarsCommandBesideALedger, SaysThatTheLedgerHasNoTradesOfTheSecurity)
+{
+    const Ended shown =
+        compared(QStringLiteral(TRADECHART_EXAMPLES "/daily/600519.csv"), QStringLiteral("601398.SH"));
+    EXPECT_EQ(shown.exitCode, 0) << shown.err;
+    EXPECT_THAT(shown.out, HasSubstr("The ledger has no trades of this security."));
 }
 
 TEST_F(BarsCommandBesideALedger, WarnsOfBarsOfAnotherSecurity)
@@ -137,14 +145,18 @@ TEST_F(BarsCommandBesideALedger, WarnsOfBarsOfAnotherSecurity)
     const Ended shown = compared(QStringLiteral(TRADECHART_EXAMPLES "/daily/600536.csv"));
     EXPECT_EQ(shown.exitCode, 0) << shown.err;
     EXPECT_THAT(shown.out, HasSubstr("trades lie outside of their day's prices"));
+    EXPECT_THAT(shown.out, Not(HasSubstr(" trades compared")));
 }
 
 TEST_F(BarsCommandBesideALedger, RefusesToCompareWithALedgerThatIsNotThere)
 {
-    const Ended refused = import({foreignFile(), QStringLiteral("--ledger"), QStringLiteral("/nowhere/a.db"),
+    const QString missing = folder() + QStringLiteral("/nosuch.db");
+    const Ended refused = import({foreignFile(), QStringLiteral("--ledger"), missing,
                                   QStringLiteral("--module"), QStringLiteral(TRADEMODULE)});
     EXPECT_EQ(refused.exitCode, 1);
-    EXPECT_THAT(refused.err, HasSubstr("/nowhere/a.db"));
+    EXPECT_EQ(refused.out, "");
+    EXPECT_THAT(refused.err, HasSubstr(missing.toStdString() + " could not be read: there is no such file"));
+    EXPECT_FALSE(QFileInfo::exists(missing));
 }
 
 #endif

@@ -32,6 +32,17 @@ TEST(FillCheck, SaysNothingOfTradesWithinTheirDays)
     EXPECT_THAT(warnings({{onDay(20240102), 9.80, 5000}, {onDay(20240105), 10.404, 100}}), IsEmpty());
 }
 
+TEST(FillCheck, SaysHowManyTradesLieOnTheBars)
+{
+    const auto summary = [](const std::vector<Fill> &fills) {
+        return fillSummary(days, fills).toStdString();
+    };
+    EXPECT_EQ(summary({{onDay(20231229), 99, 100}, {onDay(20240102), 9.80, 5000}}),
+              "1 trades compared, all within their bars.");
+    EXPECT_THAT(summary({{onDay(20231229), 99, 100}}), saying("All 1 trades of the ledger are before or"));
+    EXPECT_THAT(summary({}), saying("no trades of this security"));
+}
+
 TEST(FillCheck, NamesTheFirstTradeOutsideOfItsDay)
 {
     EXPECT_THAT(

@@ -36,6 +36,12 @@ TEST(LedgerFills, AreNothingInAnotherText)
     EXPECT_FALSE(fillsIn("{}", security).has_value());
 }
 
+TEST(LedgerFills, AreLookedForInADatabaseByTheModule)
+{
+    EXPECT_EQ(missingLedger(QStringLiteral("postgresql://me@host/account")), QString());
+    EXPECT_NE(missingLedger(QStringLiteral("/nowhere/a.db")), QString());
+}
+
 TEST(LedgerFills, NameTheLedgerThatCannotBeRead)
 {
     const auto fills =
