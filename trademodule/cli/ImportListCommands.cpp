@@ -1,8 +1,10 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
+#include "trademodule/bus/TradeAnswers.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
 #include "trademodule/cli/Listing.h"
+#include "trademodule/cli/TellCharts.h"
 #include "trademodule/cli/UsageError.h"
 
 namespace TradeModule {
@@ -33,6 +35,19 @@ int listImports(const Invocation &invocation)
     return Succeeded;
 }
 
+/// Says that trades of these securities have changed up to today, so that charts ask for past ones, too.
+void tellChartsOf(const QVector<SecurityId> &changed, const Invocation &invocation)
+{
+    QVector<QJsonObject> notifications;
+    for (const SecurityId &security : changed) {
+        if (isOnCharts(security.market)) {
+            notifications.append(
+                changeNotification(Execution{security, Side::Out, TradingDate::today(), ClockTime()}));
+        }
+    }
+    tellCharts(invocation, notifications);
+}
+
 int undoImport(const Invocation &invocation)
 {
     const QString text = invocation.arguments(1, translated("the NUMBER of an import")).constFirst();
@@ -42,6 +57,7 @@ int undoImport(const Invocation &invocation)
         throw UsageError(translated("\"%1\" is no number of an import; see the command imports").arg(text));
     }
     Ledger ledger(invocation.ledger());
+    const QVector<SecurityId> changed = ledger.securitiesOfImport(number);
     const int repeated = ledger.undoImport(number);
     print(translated("import %1 is taken back").arg(number) + QLatin1Char('\n'));
     if (repeated > 0) {
@@ -52,6 +68,7 @@ int undoImport(const Invocation &invocation)
                 .arg(repeated) +
             QLatin1Char('\n'));
     }
+    tellChartsOf(changed, invocation);
     return Succeeded;
 }
 

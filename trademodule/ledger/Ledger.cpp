@@ -68,6 +68,11 @@ QVector<ImportedStatement> Ledger::imports()
     return StatementTable(&m_database).all();
 }
 
+QVector<SecurityId> Ledger::securitiesOfImport(qint64 number)
+{
+    return StatementTable(&m_database).securities(number);
+}
+
 int Ledger::undoImport(qint64 number)
 {
     Transaction transaction(&m_database);

@@ -35,6 +35,8 @@ public:
 
     /// What was imported, oldest first.
     QVector<ImportedStatement> imports();
+    /// The securities that an import added entries of.
+    QVector<SecurityId> securitiesOfImport(qint64 number);
     /// Takes an import back as a whole. How many later imports repeated entries of others, which may be gone
     /// now. An Error when there is none of this number.
     int undoImport(qint64 number);

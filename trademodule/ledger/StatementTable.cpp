@@ -88,6 +88,19 @@ void StatementTable::takeCash(const QVariant &id, const StatedCash &cash)
     }
 }
 
+QVector<SecurityId> StatementTable::securities(qint64 number)
+{
+    QSqlQuery rows = m_database->run(
+        QStringLiteral("SELECT DISTINCT s.code, s.market FROM execution e JOIN security s "
+                       "ON s.id = e.security_id WHERE e.statement_id = ? ORDER BY s.code, s.market"),
+        {number});
+    QVector<SecurityId> securities;
+    while (rows.next()) {
+        securities.append({rows.value(0).toString(), ColumnValue::market(rows.value(1))});
+    }
+    return securities;
+}
+
 void StatementTable::remove(qint64 number)
 {
     if (!m_database->run(QStringLiteral("SELECT 1 FROM statement WHERE id = ?"), {number}).next()) {

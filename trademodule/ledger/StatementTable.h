@@ -41,6 +41,9 @@ public:
     /// Notes the cash that a statement tells. The account's cash is what the newest balance of all says.
     void takeCash(const QVariant &id, const StatedCash &cash);
 
+    /// The securities that a statement added entries of.
+    QVector<SecurityId> securities(qint64 number);
+
     /// Takes a statement back as a whole: its entries, the fees that it completed, its cash. The holdings are
     /// the caller's to add up anew. An Error when there is no such statement.
     void remove(qint64 number);

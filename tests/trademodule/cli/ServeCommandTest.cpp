@@ -115,6 +115,22 @@ TEST_F(ServeCommandTest, TellsChartsAboutAnImportIntoARunningModule)
         QStringLiteral("1700.000"));
 }
 
+TEST_F(ServeCommandTest, TellsChartsAboutAnImportThatIsTakenBack)
+{
+    serve();
+    run(ledgerOptions() + QStringList{QStringLiteral("import"), write(oneRow)});
+    ASSERT_TRUE(chart().listen("Global", "TradeNotify"));
+
+    const Ended ended =
+        run(busOptions() + ledgerOptions() + QStringList{QStringLiteral("undo"), QStringLiteral("1")});
+
+    EXPECT_EQ(ended.exitCode, 0) << ended.errors;
+    ASSERT_TRUE(chart().waitForMessages(1));
+    const QJsonObject notification = jsonOf(chart().messages[0].payload);
+    EXPECT_EQ(notification[QStringLiteral("stkcode")].toString(), QStringLiteral("600519"));
+    EXPECT_FALSE(notification[QStringLiteral("bizdate")].toString().isEmpty()) << "past trades went, too";
+}
+
 TEST_F(ServeCommandTest, DealsAnOrderAgainstTheQuotesAndTellsTheCharts)
 {
     serve();
