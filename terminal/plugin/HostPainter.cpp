@@ -23,6 +23,14 @@ QString directionOf(double price, const ChartGeometry &geometry)
                                        : QString();
 }
 
+/// The price pane from one side of the canvas to the other, in whole pixels.
+QRect pricePaneOf(const ChartView &chart)
+{
+    const int top = static_cast<int>(std::floor(chart.chartGeometry().top));
+    const int bottom = static_cast<int>(std::ceil(chart.chartGeometry().bottom));
+    return {0, top, chart.canvas()->width(), bottom - top};
+}
+
 } // namespace
 
 HostPainter::HostPainter(QPainter *painter, const ChartView &chart, int readableBars, GlyphSprites *sprites,
@@ -69,12 +77,15 @@ void HostPainter::drawLineSeries(int /*reserved*/, const double *values, double 
         return;
     }
     const ChartGeometry &geometry = m_chart.chartGeometry();
+    m_painter->save();
+    m_painter->setClipRect(pricePaneOf(m_chart), Qt::IntersectClip);
     m_painter->setPen(QPen(m_chart.theme().line, width));
     LineDecimator line(m_painter);
     for (int bar = m_firstBar; bar < m_endBar; ++bar) {
         line.add(geometry.barToX(bar), geometry.priceToY(values[bar]));
     }
     line.finish();
+    m_painter->restore();
 }
 
 void HostPainter::drawMarkerSeries(int /*reserved*/, const double *flags, const double *prices, int style,

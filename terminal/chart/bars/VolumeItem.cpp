@@ -33,6 +33,11 @@ VolumeItem::VolumeItem(const VisibleBars *bars) : m_bars(bars)
     setYAxis(QwtPlot::yLeft);
 }
 
+double VolumeItem::captionRoom(const QFontMetrics &font)
+{
+    return font.height() + 2 * captionGap;
+}
+
 void VolumeItem::draw(QPainter *painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
                       const QRectF &canvasRect) const
 {
@@ -62,7 +67,7 @@ void VolumeItem::drawColumns(QPainter *painter, const QwtScaleMap &xMap, const Q
 
 void VolumeItem::drawCaption(QPainter *painter, double paneTop, const QRectF &canvasRect) const
 {
-    const double line = std::floor(paneTop - painter->fontMetrics().height() - 2 * captionGap);
+    const double line = std::floor(paneTop - captionRoom(painter->fontMetrics()));
     painter->fillRect(QRectF(canvasRect.left(), line, canvasRect.width(), 1), m_theme.border);
     painter->setPen(m_theme.mutedText);
     painter->drawText(

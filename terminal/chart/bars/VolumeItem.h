@@ -19,6 +19,9 @@ public:
     /// The words at the upper left edge of the pane.
     void setCaption(const QString &caption) { m_caption = caption; }
 
+    /// The pixels that border and caption take above the highest column.
+    static double captionRoom(const QFontMetrics &font);
+
     void draw(QPainter *painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
               const QRectF &canvasRect) const override;
 

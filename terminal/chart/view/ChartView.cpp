@@ -29,7 +29,8 @@ namespace Terminal {
 namespace {
 
 constexpr double priceShare = 0.78;   ///< of the canvas height that the price pane has
-constexpr double volumeShare = 0.165; ///< the same of the highest volume column
+constexpr double volumeShare = 0.165; ///< the same of the highest volume column, where there is room for it
+constexpr double leastVolumeShare = 0.02;
 constexpr double timeLabelRoom = 110; ///< pixels from one time label to the next
 constexpr int axisFontPixels = 12;
 constexpr double timeAxisHeight = 30;
@@ -253,7 +254,11 @@ void ChartView::fitPriceScale()
 void ChartView::fitVolume()
 {
     const double highest = std::max(1.0, m_visible->highestVolume());
-    setAxisScaleDiv(yLeft, scaleDiv(0, highest / volumeShare, {}));
+    // The caption is as high in a short chart: there the columns give way, not the price pane.
+    const double captionRoom = VolumeItem::captionRoom(canvas()->fontMetrics()) + 2; // rounding, twice
+    const double room = 1 - priceShare - captionRoom / std::max(1, m_fittedSize.height());
+    const double share = std::clamp(room, leastVolumeShare, volumeShare);
+    setAxisScaleDiv(yLeft, scaleDiv(0, highest / share, {}));
     m_volume->setCaption(tr("Volume, highest %1").arg(volumeText(m_visible->highestVolume(), m_language)));
 }
 

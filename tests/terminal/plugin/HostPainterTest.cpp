@@ -137,6 +137,54 @@ TEST_F(HostPainterTest, ShowsWhichEdgeAnOrderIsBeyond)
     EXPECT_TRUE(shows(picture, sprites.sprite(orderGlyph(23, EdgeClamp::AtTop), 1), high.toPoint()));
 }
 
+/// A window whose cost line lies in the middle between the price scale and the lower edge of the canvas.
+class CostBelowTheScale : public HostPainterTest
+{
+protected:
+    void TearDown() override
+    {
+        setCostOffset(0);
+        HostPainterTest::TearDown();
+    }
+
+    void showCost(int height)
+    {
+        show({QStringLiteral("cost")});
+        m_window->resize(m_window->width(), height);
+        QApplication::processEvents();
+        const double y = (geometry().bottom + chart()->canvas()->height()) / 2;
+        setCostOffset(costPrice() - geometry().yToPrice(y));
+        load({QStringLiteral("600519"), ChartPeriod::Day});
+        QApplication::processEvents();
+    }
+
+    /// The row of the border above the volume pane, -1 without one.
+    int borderOfVolume(const QImage &picture)
+    {
+        const std::vector<int> rows = rowsOfColour(picture, 2, chart()->theme().border);
+        return rows.empty() ? -1 : rows.front();
+    }
+};
+
+TEST_F(CostBelowTheScale, HasALabelAtTheEdgeAndNoLineInTheVolumePane)
+{
+    showCost(720);
+    const QImage picture = canvasPicture();
+    const int edge = static_cast<int>(std::ceil(geometry().bottom));
+    const QRect volume(0, edge, picture.width(), picture.height() - edge);
+    ASSERT_GT(volume.height(), 50);
+    EXPECT_EQ(pixelsOf(picture.copy(volume), chart()->theme().line), 0);
+    EXPECT_GT(pixelsOf(picture, chart()->theme().line), 500) << "the label stays";
+    EXPECT_EQ(rowsOfColour(picture, 200, chart()->theme().line).size(), 0U);
+}
+
+TEST_F(CostBelowTheScale, HasItsLabelAboveTheVolumePaneOfAShortChart)
+{
+    showCost(420);
+    ASSERT_LT(chart()->canvas()->height(), 400);
+    EXPECT_GT(borderOfVolume(canvasPicture()), geometry().bottom);
+}
+
 /// The picture of the cost's label, as it stands at the right edge.
 TEST_F(HostPainterTest, HidesTheFiguresOfTheCostLabel)
 {

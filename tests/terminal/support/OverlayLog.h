@@ -24,6 +24,15 @@ inline void setLibraryMakesOverlays(bool makes)
     set(makes);
 }
 
+/// How far below the close of its bar the test's cost line lies in bars that come from now on, 0 at first.
+inline void setCostOffset(double offset)
+{
+    using SetOffset = void (*)(double);
+    const auto set =
+        reinterpret_cast<SetOffset>(QLibrary::resolve(QStringLiteral(TEST_OVERLAYS), "setCostOffset"));
+    set(offset);
+}
+
 inline int countOf(const std::string &text, const std::string &part)
 {
     int count = 0;

@@ -30,6 +30,13 @@ bool &makesOverlays()
     return makes;
 }
 
+/// How far below the close of its bar the cost line lies.
+double &costOffset()
+{
+    static double offset = 0;
+    return offset;
+}
+
 void note(const std::string &event)
 {
     eventLog() += event + "\n";
@@ -102,7 +109,7 @@ protected:
     void prepare() override
     {
         const bool isNew = std::isnan(m_price);
-        m_price = m_bars.size() > 10 ? m_bars[m_bars.size() - 10].close : nan;
+        m_price = m_bars.size() > 10 ? m_bars[m_bars.size() - 10].close - costOffset() : nan;
         if (isNew) {
             m_axis.updateObject(this);
         }
@@ -259,6 +266,11 @@ Q_DECL_EXPORT Korvane::IChartObject *CreateChartObject(Korvane::IChartAxis &axis
 Q_DECL_EXPORT void setMakesOverlays(bool makes)
 {
     makesOverlays() = makes;
+}
+
+Q_DECL_EXPORT void setCostOffset(double offset)
+{
+    costOffset() = offset;
 }
 
 /// The log so far; it is emptied.
