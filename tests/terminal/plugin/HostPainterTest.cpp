@@ -138,7 +138,7 @@ TEST_F(HostPainterTest, ShowsWhichEdgeAnOrderIsBeyond)
 }
 
 /// A window whose cost line lies in the middle between the price scale and the lower edge of the canvas.
-class CostBelowTheScale : public HostPainterTest
+class HostPainterOfALowCost : public HostPainterTest
 {
 protected:
     void TearDown() override
@@ -166,7 +166,7 @@ protected:
     }
 };
 
-TEST_F(CostBelowTheScale, HasALabelAtTheEdgeAndNoLineInTheVolumePane)
+TEST_F(HostPainterOfALowCost, HasALabelAtTheEdgeAndNoLineInTheVolumePane)
 {
     showCost(720);
     const QImage picture = canvasPicture();
@@ -178,7 +178,7 @@ TEST_F(CostBelowTheScale, HasALabelAtTheEdgeAndNoLineInTheVolumePane)
     EXPECT_EQ(rowsOfColour(picture, 200, chart()->theme().line).size(), 0U);
 }
 
-TEST_F(CostBelowTheScale, HasItsLabelAboveTheVolumePaneOfAShortChart)
+TEST_F(HostPainterOfALowCost, HasItsLabelAboveTheVolumePaneOfAShortChart)
 {
     showCost(420);
     ASSERT_LT(chart()->canvas()->height(), 400);
