@@ -17,9 +17,7 @@ QString text(const char *source)
 QString introduction(const ModuleWatch &watch)
 {
     const auto presence = watch.presence();
-    return presence
-               ? text("Version %1 on %2, ledger: %3").arg(presence->version, presence->host, presence->ledger)
-               : QString();
+    return presence ? introductionOf(*presence, QCoreApplication::applicationVersion()) : QString();
 }
 
 } // namespace
@@ -39,6 +37,17 @@ ModuleState moduleStateOf(const ModuleWatch &watch)
         return {ModuleState::Silent, introduction(watch)};
     }
     return {};
+}
+
+QString introductionOf(const Trading::TradePresence &presence, const QString &ownVersion)
+{
+    const QString introduction =
+        text("Version %1 on %2, ledger: %3").arg(presence.version, presence.host, presence.ledger);
+    const bool isOfOurVersion = presence.version.isEmpty() || presence.version == ownVersion;
+    return isOfOurVersion
+               ? introduction
+               : introduction + QLatin1Char('\n') +
+                     text("This terminal has version %1; both should be of one version").arg(ownVersion);
 }
 
 QString moduleStateText(const ModuleState &module)

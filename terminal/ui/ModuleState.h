@@ -1,5 +1,7 @@
 #pragma once
 
+#include "trading/Presence.h"
+
 #include <QString>
 
 namespace Terminal {
@@ -28,6 +30,9 @@ struct ModuleState
 
 /// What a watch finds.
 ModuleState moduleStateOf(const ModuleWatch &watch);
+
+/// What a module says of itself, and, where the terminal's version is another, that it is.
+QString introductionOf(const Trading::TradePresence &presence, const QString &ownVersion);
 
 /// In a few words, for the user.
 QString moduleStateText(const ModuleState &module);

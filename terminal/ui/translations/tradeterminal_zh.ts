@@ -1548,6 +1548,10 @@
         <translation>交易模块：未运行</translation>
     </message>
     <message>
+        <source>This terminal has version %1; both should be of one version</source>
+        <translation>本终端版本为 %1；两者应使用同一版本</translation>
+    </message>
+    <message>
         <source>Version %1 on %2, ledger: %3</source>
         <translation>版本 %1，主机 %2，账本：%3</translation>
     </message>

@@ -158,6 +158,18 @@ TEST_P(StateStripOfAModule, IsShort)
     EXPECT_EQ(moduleStateText({GetParam().first}), QLatin1String(GetParam().second));
 }
 
+TEST(StateStripOfVersions, TellsWhenTheModuleIsOfAnother)
+{
+    Trading::TradePresence module;
+    module.version = QStringLiteral("0.2.0");
+    const QString other = QStringLiteral("This terminal has version 0.1.0");
+
+    EXPECT_TRUE(introductionOf(module, QStringLiteral("0.1.0")).contains(other));
+    EXPECT_FALSE(introductionOf(module, QStringLiteral("0.2.0")).contains(QLatin1String("This terminal")));
+    module.version.clear();
+    EXPECT_FALSE(introductionOf(module, QStringLiteral("0.1.0")).contains(other)) << "it does not say";
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Kinds, StateStripOfAModule,
     ::testing::Values(std::pair(ModuleState::Awaited, "Trading module: waiting for it"),
