@@ -13,6 +13,6 @@ int main(int argc, char **argv)
         std::puts("kept");
         std::fflush(stdout);
     });
-    announcement.start(application.arguments().at(1), {"Global", "Presence", "here", "gone"});
+    announcement.start(QCoreApplication::arguments().at(1), {"Global", "Presence", "here", "gone"});
     return QCoreApplication::exec();
 }

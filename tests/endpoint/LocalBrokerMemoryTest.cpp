@@ -14,7 +14,7 @@ using LeaksOfTheLibrary = __lsan::ScopedDisabler;
 #else
 struct LeaksOfTheLibrary
 {
-    LeaksOfTheLibrary() {} // not trivial: an unused variable of it is no mistake
+    LeaksOfTheLibrary() {} // NOLINT(modernize-use-equals-default): a trivial one would count as unused
 };
 #endif
 

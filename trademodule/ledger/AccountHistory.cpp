@@ -13,23 +13,24 @@ namespace {
 
 struct MoneyKind
 {
-    QLatin1String name; ///< in the ledger
+    const char *name; ///< in the ledger
     EventKind kind;
     int sign; ///< of the event's amount: the ledger has what the account paid below zero
 };
 
 constexpr MoneyKind moneyKinds[] = {
-    {QLatin1String("dividends"), EventKind::Dividend, 1},
-    {QLatin1String("dividend tax"), EventKind::Tax, -1},
-    {QLatin1String("interest"), EventKind::Interest, 1},
+    {"dividends", EventKind::Dividend, 1},
+    {"dividend tax", EventKind::Tax, -1},
+    {"interest", EventKind::Interest, 1},
 };
 
 /// From four columns: day, time, kind and amount.
 std::optional<AccountEvent> moneyEvent(const QSqlQuery &row)
 {
     const QString name = row.value(2).toString();
-    const auto *const kind = std::find_if(std::begin(moneyKinds), std::end(moneyKinds),
-                                          [&name](const MoneyKind &each) { return name == each.name; });
+    const auto *const kind =
+        std::find_if(std::begin(moneyKinds), std::end(moneyKinds),
+                     [&name](const MoneyKind &each) { return name == QLatin1String(each.name); });
     if (kind == std::end(moneyKinds)) {
         return std::nullopt;
     }

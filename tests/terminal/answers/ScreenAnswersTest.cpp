@@ -99,10 +99,10 @@ TEST_F(ScreenAnswersTest, SayHowManyRowsHaveAFault)
 {
     QJsonObject answer = history();
     QJsonArray rows = answer.value(QStringLiteral("data")).toArray();
-    for (int i = 0; i < rows.size(); ++i) {
-        QJsonObject row = rows.at(i).toObject();
+    for (QJsonValueRef each : rows) {
+        QJsonObject row = each.toObject();
         row.remove(QStringLiteral("bsflag2"));
-        rows[i] = row;
+        each = row;
     }
     answer[QStringLiteral("data")] = rows;
     take(answer);

@@ -6,7 +6,6 @@ namespace Terminal {
 namespace {
 
 using ::testing::HasSubstr;
-using ::testing::Not;
 using Kind = DeskOutcome::Kind;
 
 const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};

@@ -9,7 +9,6 @@ namespace TradeModule {
 namespace {
 
 using ::testing::HasSubstr;
-using ::testing::Not;
 
 class ResultsCommandTest : public Program
 {
