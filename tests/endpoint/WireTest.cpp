@@ -130,20 +130,19 @@ TEST_F(Wire, ReturnsTheCorrelationOfOtherClients)
 TEST_F(Wire, TakesTheAnswersOfOtherClients)
 {
     QProcess shell;
-    const QString script =
-        QStringLiteral("mosquitto_sub --unix '%1' -V 5 -t Global/TradeQuery -C 1 -F '%R %D %p' | "
-                       "while read -r where number question; do "
-                       "mosquitto_pub --unix '%1' -V 5 -t \"$where\" -D publish correlation-data \"$number\" "
-                       "-m \"shell: $question\"; done");
+    const QString script = QStringLiteral(
+        "stdbuf -oL mosquitto_sub --unix '%1' -V 5 -t Global/TradeQuery -C 1 -d -F 'Question %R %D %p' | "
+        "while read -r word where number question; do "
+        "case $word in "
+        "Subscribed) echo listening;; "
+        "Question) mosquitto_pub --unix '%1' -V 5 -t \"$where\" -D publish correlation-data \"$number\" "
+        "-m \"shell: $question\";; "
+        "esac; done");
     shell.start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), QString(script).arg(broker.socketPath())});
-    ASSERT_TRUE(shell.waitForStarted());
+    ASSERT_TRUE(waitUntil([&] { return shell.canReadLine(); }));
 
-    endPoint.setRequestTimeout(1s);
-    QByteArray answer;
-    for (int i = 0; i < 20 && answer.isEmpty(); ++i) { // it does not tell when it listens
-        answer = endPoint.request("TradeQuery", "question");
-    }
+    endPoint.setRequestTimeout(20s);
 
-    EXPECT_EQ(answer, "shell: question");
+    EXPECT_EQ(endPoint.request("TradeQuery", "question"), "shell: question");
     shell.waitForFinished();
 }
