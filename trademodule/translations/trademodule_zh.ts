@@ -886,6 +886,26 @@
         <translation>待命中，此账本正在提供服务：%1</translation>
     </message>
     <message>
+        <source>followed %1; the fence is %2 now</source>
+        <translation>已接替%1；栅栏号现为 %2</translation>
+    </message>
+    <message>
+        <source>standing by, %1</source>
+        <translation>待命中，%1</translation>
+    </message>
+    <message>
+        <source>another trading module serves the ledger %1 on this bus: %2; an order would be placed in both. Give each account a bus or a prefix of its own</source>
+        <translation>这条总线上另有交易模块为账本 %1 服务：%2；一笔委托会记入两个账本。请让每个账户使用自己的总线或前缀</translation>
+    </message>
+    <message>
+        <source>the trading module of the ledger %1 is announced on this bus and does not answer: %2. Unless it does, it counts as gone after %3 seconds</source>
+        <translation>账本 %1 的交易模块在这条总线上登记着，但没有应答：%2。若一直没有应答，%3 秒后视为已离开</translation>
+    </message>
+    <message>
+        <source>serving the ledger %1 on the bus of %2, fence %3</source>
+        <translation>正在为账本 %1 服务，总线目录 %2，栅栏号 %3</translation>
+    </message>
+    <message>
         <source>Waits while another process serves the ledger, and follows it when it ends.</source>
         <translation>其他进程为此账本提供服务时待命，并在其结束后接替。</translation>
     </message>
@@ -1284,10 +1304,6 @@
         <translation>证券代码为六位数字</translation>
     </message>
     <message>
-        <source>another trading module serves %1 on this bus: an order is placed in both ledgers. Give each account a bus or a prefix of its own</source>
-        <translation>这条总线上另有交易模块为 %1 服务：一笔委托会记入两个账本。请让每个账户使用自己的总线或前缀</translation>
-    </message>
-    <message>
         <source>the quote's prices do not agree: open %1, high %2, low %3, close %4</source>
         <translation>行情的价格互相矛盾：开盘 %1，最高 %2，最低 %3，收盘 %4</translation>
     </message>
@@ -1298,6 +1314,10 @@
     <message>
         <source>--from is later than --to</source>
         <translation>--from 晚于 --to</translation>
+    </message>
+    <message>
+        <source>a row of the ledger&apos;s table %1 refers to one of %2 that is not there</source>
+        <translation>账本的表 %1 中有一行引用了表 %2 中不存在的行</translation>
     </message>
 </context>
 </TS>
