@@ -36,11 +36,8 @@ public:
 
     /// What was imported, oldest first.
     QVector<ImportedStatement> imports();
-    /// The securities that an import added entries of.
-    QVector<SecurityId> securitiesOfImport(qint64 number);
-    /// Takes an import back as a whole. How many later imports repeated entries of others, which may be gone
-    /// now. An Error when there is none of this number.
-    int undoImport(qint64 number);
+    /// Takes an import back as a whole. An Error when there is none of this number.
+    UndoneImport undoImport(qint64 number);
 
     /// How the costs of holdings are reckoned; the moving average in a new ledger.
     CostMethod costMethod();
