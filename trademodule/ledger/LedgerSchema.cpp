@@ -181,6 +181,12 @@ const std::vector<QStringList> &migrations()
                 text TEXT NOT NULL))"),
             QStringLiteral("ALTER TABLE account ADD COLUMN cost_method TEXT NOT NULL DEFAULT 'average'"),
         },
+        {
+            // by which is found out whether a change was made whose end was not confirmed
+            QStringLiteral(R"(CREATE TABLE change_mark (
+                mark BIGINT PRIMARY KEY,
+                made_on INTEGER NOT NULL))"),
+        },
     };
     return steps;
 }
@@ -232,6 +238,21 @@ void applyMigrations(Database *database, int to)
     UncheckedReferences::refuseBroken(database);
 }
 
+/// Where a statement of the version makes the table.
+void markChangesIfPossible(Database *database)
+{
+    if (database->hasTable(QStringLiteral("change_mark"))) {
+        database->markChanges();
+    }
+}
+
+void removeCopy(const QString &copy)
+{
+    if (!copy.isEmpty()) {
+        QFile::remove(copy);
+    }
+}
+
 } // namespace
 
 int currentSchemaVersion()
@@ -244,7 +265,7 @@ int schemaVersion(Database *database)
     if (!database->hasTable(QStringLiteral("ledger_version"))) {
         return 0;
     }
-    QSqlQuery query = database->run(QStringLiteral("SELECT version FROM ledger_version"));
+    Rows query = database->run(QStringLiteral("SELECT version FROM ledger_version"));
     return query.next() ? query.value(0).toInt() : 0;
 }
 
@@ -263,6 +284,7 @@ void migrateSchema(Database *database, int to)
     const int found = schemaVersion(database);
     refuseNewer(found);
     if (found == to) {
+        markChangesIfPossible(database);
         return;
     }
     if (database->isReadOnly()) {
@@ -280,9 +302,10 @@ void migrateSchema(Database *database, int to)
     } catch (const OutcomeUnknown &) {
         throw; // the tables may be the new ones
     } catch (...) {
-        QFile::remove(copy); // the ledger is as it was, and each further try would leave one more
+        removeCopy(copy); // the ledger is as it was, and each further try would leave one more
         throw;
     }
+    markChangesIfPossible(database);
 }
 
 } // namespace TradeModule

@@ -38,7 +38,7 @@ Days daysOf(const Statement &statement)
 
 QVector<ImportedStatement> StatementTable::all()
 {
-    QSqlQuery rows = m_database->run(QStringLiteral(
+    Rows rows = m_database->run(QStringLiteral(
         "SELECT id, file, imported_at, account, added, already_there, money, first_date, last_date "
         "FROM statement ORDER BY id"));
     QVector<ImportedStatement> all;
@@ -54,7 +54,7 @@ QVector<ImportedStatement> StatementTable::all()
 
 QVariant StatementTable::add(const Statement &statement)
 {
-    QSqlQuery row = m_database->run(
+    Rows row = m_database->run(
         QStringLiteral("INSERT INTO statement (file, imported_at, account) VALUES (?, ?, ?) RETURNING id"),
         {statement.file, QDateTime::currentDateTimeUtc().toString(Qt::ISODate),
          QLatin1String("") + statement.account});
@@ -102,7 +102,7 @@ ImportedStatement StatementTable::find(qint64 number)
 
 QVector<SecurityId> StatementTable::securities(qint64 number)
 {
-    QSqlQuery rows = m_database->run(
+    Rows rows = m_database->run(
         QStringLiteral("SELECT DISTINCT s.code, s.market FROM execution e JOIN security s "
                        "ON s.id = e.security_id WHERE e.statement_id = ? ORDER BY s.code, s.market"),
         {number});
@@ -137,7 +137,7 @@ void StatementTable::restoreFees(qint64 number)
 /// Cash that this statement told goes back to the newest balance of the others, else to what it was before.
 void StatementTable::restoreCash(qint64 number)
 {
-    QSqlQuery row =
+    Rows row =
         m_database->run(QStringLiteral("SELECT s.cash_before FROM statement s, account a WHERE s.id = ? "
                                        "AND s.balance = a.cash"),
                         {number});

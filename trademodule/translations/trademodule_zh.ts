@@ -1260,14 +1260,6 @@
         <translation>账本的数据库暂不可用，正在反复重试</translation>
     </message>
     <message>
-        <source>the connection to the ledger's database was lost while a change was being completed: whether it was made is not known yet. Look before you try again</source>
-        <translation>在完成更改时与账本数据库的连接中断：尚不清楚更改是否已生效。重试前请先查看</translation>
-    </message>
-    <message>
-        <source>the ledger's database is still busy with a change whose end it did not confirm</source>
-        <translation>账本的数据库仍在处理一项尚未确认结束的更改</translation>
-    </message>
-    <message>
         <source>the question is JSON, but no object</source>
         <translation>该问题是 JSON，但不是对象</translation>
     </message>
@@ -1338,6 +1330,22 @@
     <message>
         <source>Writes lines of JSON meanwhile, too, with the word json.</source>
         <translation>取值 json：过程中也输出 JSON 行。</translation>
+    </message>
+    <message>
+        <source>a change was not confirmed by the ledger's database or disk: whether it was made is not known yet. Look before you try again</source>
+        <translation>账本的数据库或磁盘未确认一项更改：尚不清楚更改是否已生效。重试前请先查看</translation>
+    </message>
+    <message>
+        <source>the ledger has no marks of changes yet</source>
+        <translation>账本尚无更改标记</translation>
+    </message>
+    <message>
+        <source>the ledger's server still follows another one</source>
+        <translation>账本的服务器仍在跟随另一台服务器</translation>
+    </message>
+    <message>
+        <source>the file %1, which belongs to the ledger, was removed or replaced. Nothing was changed; end this program, which keeps what is in the ledger, and start it again</source>
+        <translation>属于账本的文件 %1 已被删除或替换。未作任何更改；请结束本程序（账本内容会得到保存）后重新启动</translation>
     </message>
 </context>
 </TS>
