@@ -18,6 +18,7 @@ namespace TradeModule {
 Ledger::Ledger(const QString &location, Mode mode) : m_database(location)
 {
     if (mode == Mode::DryRun && schemaVersion(&m_database) != currentSchemaVersion()) {
+        m_unchecked.emplace(&m_database);
         m_trial.emplace(&m_database);
         migrateWithin(&m_database);
     } else {

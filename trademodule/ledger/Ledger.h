@@ -6,6 +6,7 @@
 #include "trademodule/ledger/Statement.h"
 #include "trademodule/ledger/StatementTable.h"
 #include "trademodule/ledger/Transaction.h"
+#include "trademodule/ledger/UncheckedReferences.h"
 
 #include <functional>
 #include <optional>
@@ -91,7 +92,8 @@ private:
     void bookAnew(const QVector<qint64> &numbers, qint64 without);
 
     Database m_database;
-    std::optional<Transaction> m_trial; ///< of a dry run on the tables of an older program
+    std::optional<UncheckedReferences> m_unchecked; ///< around the trial
+    std::optional<Transaction> m_trial;             ///< of a dry run on the tables of an older program
 };
 
 } // namespace TradeModule
