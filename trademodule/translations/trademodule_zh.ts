@@ -1174,10 +1174,6 @@
         <translation>该持仓的成本将超过 %1 元</translation>
     </message>
     <message>
-        <source>the ledger has this holding already</source>
-        <translation>账本已有该持仓</translation>
-    </message>
-    <message>
         <source>the page is too large; save it as CSV</source>
         <translation>网页过大；请另存为 CSV</translation>
     </message>
@@ -1346,6 +1342,30 @@
     <message>
         <source>the file %1, which belongs to the ledger, was removed or replaced. Nothing was changed; end this program, which keeps what is in the ledger, and start it again</source>
         <translation>属于账本的文件 %1 已被删除或替换。未作任何更改；请结束本程序（账本内容会得到保存）后重新启动</translation>
+    </message>
+    <message>
+        <source>the statement is of the account %1, the ledger of %2: use a ledger of its own, or take it into this one with --account %1</source>
+        <translation>对账单属于账户 %1，账本属于 %2：请使用单独的账本，或用 --account %1 导入本账本</translation>
+    </message>
+    <message>
+        <source>without import %1 nobody can tell which entries of import %2 are the same as others: take import %2 back first</source>
+        <translation>没有第 %1 次导入，便无法判断第 %2 次导入的哪些记录与其他记录相同：请先撤销第 %2 次导入</translation>
+    </message>
+    <message>
+        <source>the ledger has an opening holding of %1 already, import %2: put this one in its place with --replace</source>
+        <translation>账本中已有 %1 的期初持仓（第 %2 次导入）：用 --replace 以本次录入取代</translation>
+    </message>
+    <message>
+        <source>Puts it in the place of the one that was entered before.</source>
+        <translation>取代先前录入的持仓。</translation>
+    </message>
+    <message>
+        <source>%1 is negative: only numbers above zero are taken</source>
+        <translation>%1 为负数：只接受大于零的数</translation>
+    </message>
+    <message>
+        <source>%1 of its entries stay: later imports told them, too</source>
+        <translation>其中 %1 条记录保留：之后的导入也含有它们</translation>
     </message>
 </context>
 </TS>

@@ -204,8 +204,8 @@ TEST_P(LedgerSchemaOfAnOlderLedger, TakesOrdersAndQuotesAfterwards)
 
 TEST_P(LedgerSchemaOfAnOlderLedger, IsLeftAsItWasByAMigrationThatFails)
 {
-    Database(location())
-        .run(QStringLiteral("CREATE TABLE change_mark (a INTEGER)")); // the last step makes it, too
+    // the last step makes it, too
+    Database(location()).run(QStringLiteral("CREATE TABLE told_statement (id INTEGER)"));
 
     EXPECT_THROW(Ledger ledger(location()), LedgerError);
 
