@@ -115,6 +115,21 @@ void TerminalProgram::openSession(const DataFolder &folder)
 /// leaves it open.
 bool TerminalProgram::openChart(const QString &firstCode)
 {
+    if (openChartInItsPrices(firstCode)) {
+        return true;
+    }
+    if (m_options.prices == PriceView::Raw || m_options.given.contains(QStringLiteral("adjusted"))) {
+        return false;
+    }
+    const QString whyNotAdjusted = m_window->loadError();
+    m_window->setPrices(PriceView::Raw);
+    const bool isOpen = openChartInItsPrices(firstCode);
+    tell(whyNotAdjusted);
+    return isOpen;
+}
+
+bool TerminalProgram::openChartInItsPrices(const QString &firstCode)
+{
     const QString code = m_options.code.isEmpty() ? firstCode : m_options.code;
     if (m_window->load(code, m_options.period, m_options.day)) {
         return true;

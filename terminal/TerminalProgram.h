@@ -33,6 +33,7 @@ private:
     QString open();
     void openSession(const DataFolder &folder);
     bool openChart(const QString &firstCode);
+    bool openChartInItsPrices(const QString &firstCode);
     QString openLibrary();
     void wireServices();
     bool asksTradeModule() const;

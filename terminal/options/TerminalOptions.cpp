@@ -17,6 +17,11 @@ QString text(const char *source)
     return QCoreApplication::translate("TerminalOptions", source);
 }
 
+QString adjustedOption()
+{
+    return QStringLiteral("adjusted");
+}
+
 TerminalOptions defaultOptions(const QString &programFolder)
 {
     TerminalOptions options;
@@ -76,6 +81,9 @@ void addOptions(QCommandLineParser *parser)
     for (const OptionRow &row : optionTable()) {
         parser->addOption(QCommandLineOption(row.name, row.help, row.valueName));
     }
+    parser->addOption(QCommandLineOption(
+        adjustedOption(),
+        text("Shows prices before ex-dates adjusted, by actions/CODE.csv of the data folder.")));
     parser->addOption(
         QCommandLineOption(QStringLiteral("no-broker"), text("Does not start a message broker.")));
     parser->addOption(
@@ -110,6 +118,10 @@ Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &
     }
     parsed.options.startsBroker = !parser.isSet(QStringLiteral("no-broker"));
     parsed.options.hidesAmounts = parser.isSet(QStringLiteral("hide-amounts"));
+    if (parser.isSet(adjustedOption())) {
+        parsed.options.prices = PriceView::Adjusted;
+        parsed.options.given.append(adjustedOption());
+    }
     QString error = takeValues(parser, &parsed.options);
     if (error.isEmpty()) {
         error = settleReplay(parser, &parsed.options);

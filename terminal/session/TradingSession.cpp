@@ -61,7 +61,7 @@ QString TradingSession::openReplay(const ChartData &day)
     if (!m_replayLock.acquire()) {
         return m_replayLock.problem();
     }
-    if (m_replay.open(day, Trading::TradingDate::today())) {
+    if (m_replay.open(m_source.raw(day), Trading::TradingDate::today())) {
         return {};
     }
     if (wasClosed) {

@@ -64,8 +64,9 @@ public:
     /// Joins the bus. To be called once, when there is one: a client that finds none writes a warning.
     void join();
 
-    /// Replays a day that was recorded, from its beginning and paused. Returns why it cannot be, for the
-    /// user: `day` has no minutes, or another program replays one on this account; then nothing changes.
+    /// Replays a day that was recorded, from its beginning, paused and in raw prices. Returns why it cannot
+    /// be, for the user: `day` has no minutes, or another program replays one on this account; then nothing
+    /// changes.
     QString openReplay(const ChartData &day);
 
     /// Brings the replay that was planned to where it is to begin, before anything listens.

@@ -47,6 +47,9 @@ public:
     bool load(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day = {});
     QString loadError() const { return m_loadError; }
 
+    /// Which prices charts that are loaded from now on have.
+    void setPrices(PriceView view);
+
     /// The options that would show what the window shows now.
     TerminalOptions shownOptions() const;
 
@@ -98,6 +101,8 @@ private:
     void showTitle();
     void takeModule();
     QString accountText() const;
+    void showPrices(PriceView view);
+    void tellRemarks(const QStringList &remarks);
     void setAmountsHidden(bool hidden);
     void applyTheme();
     void applyLanguage();

@@ -2,6 +2,84 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>ActionColumns</name>
+    <message>
+        <source>no column tells what happened; known are %1</source>
+        <translation>没有一列说明派息、送转、配股或拆分；可用的列是 %1</translation>
+    </message>
+    <message>
+        <source>the column &quot;%1&quot; does not say for how many shares it is: call it 每股%1 or 每10股%1</source>
+        <translation>列“%1”没有说明是每股还是每10股：请写成“每股%1”或“每10股%1”</translation>
+    </message>
+    <message>
+        <source>the column &quot;%1&quot; is not known; known are %2</source>
+        <translation>不认识列“%1”；可用的列是 %2</translation>
+    </message>
+    <message>
+        <source>the columns &quot;%1&quot; and &quot;%2&quot; have the same meaning; delete one of them</source>
+        <translation>列“%1”和“%2”含义相同，请删去其一</translation>
+    </message>
+</context>
+<context>
+    <name>ActionFile</name>
+    <message>
+        <source>the first line is &quot;%1&quot;, but must name the columns, &quot;exdate&quot; or 除权除息日 among them</source>
+        <translation>第一行是“%1”，但应当是列名，其中要有“除权除息日”或 exdate</translation>
+    </message>
+    <message>
+        <source>%1 fields, but there must be %2</source>
+        <translation>有 %1 栏，但应当有 %2 栏</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a date: eight digits, or year, month and day apart; all in one form</source>
+        <translation>“%1”不是日期：八位数字，或年、月、日分开写；全文件须用同一种写法</translation>
+    </message>
+    <message>
+        <source>%1 is no trading day</source>
+        <translation>%1 不是交易日</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a decimal number from 0 on, with eight decimals at most</source>
+        <translation>“%1”不是大于等于 0、最多八位小数的数</translation>
+    </message>
+    <message>
+        <source>so many new shares for one: are the figures for ten shares?</source>
+        <translation>每股新增的股数过多：这些数是每10股的吗？</translation>
+    </message>
+    <message>
+        <source>rights need a price, and a price needs rights</source>
+        <translation>配股须有配股价，配股价须有配股</translation>
+    </message>
+    <message>
+        <source>bonus shares and a split on one day: write what one share becomes as the split alone</source>
+        <translation>同一天既有送转又有拆分：请只用拆分一列写明一股变成几股</translation>
+    </message>
+    <message>
+        <source>nothing happened on this day</source>
+        <translation>这一天没有任何派息、送转、配股或拆分</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is another security than that of the file, %2</source>
+        <translation>“%1”不是本文件的证券 %2</translation>
+    </message>
+    <message>
+        <source>%1 is there twice: write all of one day into one line</source>
+        <translation>%1 出现两次：同一天的请写在一行</translation>
+    </message>
+    <message>
+        <source>, in column %1</source>
+        <translation>，在列 %1</translation>
+    </message>
+    <message>
+        <source>%1: this is no text in UTF-8, UTF-16 or GB18030; save a workbook as CSV</source>
+        <translation>%1：不是 UTF-8、UTF-16 或 GB18030 文本；表格文件请另存为 CSV</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1：无法读取：%2</translation>
+    </message>
+</context>
+<context>
     <name>BarChecks</name>
     <message>
         <source>%1 is a Saturday or Sunday: no trading day</source>
@@ -519,6 +597,10 @@
 <context>
     <name>DataFolder</name>
     <message>
+        <source>%1: its prices are adjusted already, so they are shown as they are</source>
+        <translation>%1：其中的价格已经复权，因此原样显示</translation>
+    </message>
+    <message>
         <source>%1: there is no such folder</source>
         <translation>%1：没有此文件夹</translation>
     </message>
@@ -616,6 +698,20 @@
     <message>
         <source>%1: cannot be written: %2</source>
         <translation>%1：无法写入：%2</translation>
+    </message>
+</context>
+<context>
+    <name>PriceAdjustment</name>
+    <message>
+        <source>the dividend of %1 is as high as the price before it, %2</source>
+        <translation>%1 的派息不低于其前的价格 %2</translation>
+    </message>
+</context>
+<context>
+    <name>PriceView</name>
+    <message>
+        <source>Adjusted</source>
+        <translation>前复权</translation>
     </message>
 </context>
 <context>
@@ -1095,6 +1191,13 @@
     <message>
         <source>Replayed quote of %1</source>
         <translation>%1 的回放行情</translation>
+    </message>
+</context>
+<context>
+    <name>ViewMenu</name>
+    <message>
+        <source>Adjusted prices</source>
+        <translation>前复权</translation>
     </message>
 </context>
 <context>

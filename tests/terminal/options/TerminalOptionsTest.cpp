@@ -20,7 +20,7 @@ TEST(TerminalOptions, AreReadFromTheCommandLine)
     const auto parsed =
         parse(QStringLiteral("--data D --code 600519 --period minute --day 20230201 --overlays cost,trades "
                              "--theme light --lang en --size 800x600 --snapshot a.png --ledger l.db "
-                             "--rise green --no-broker --hide-amounts")
+                             "--rise green --no-broker --hide-amounts --adjusted")
                   .split(QLatin1Char(' ')));
     ASSERT_TRUE(parsed) << qPrintable(parsed.error());
     const TerminalOptions &options = parsed.value().options;
@@ -36,6 +36,7 @@ TEST(TerminalOptions, AreReadFromTheCommandLine)
     EXPECT_EQ(options.ledger, QStringLiteral("l.db"));
     EXPECT_FALSE(options.startsBroker);
     EXPECT_TRUE(options.hidesAmounts);
+    EXPECT_EQ(options.prices, PriceView::Adjusted);
 }
 
 TEST(TerminalOptions, OfAReplayImplyAChartOfMinutes)
