@@ -243,6 +243,17 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Tra
     return true;
 }
 
+void MainWindow::renewSecurities()
+{
+    m_bar->setSecurities(m_session->source().securities());
+    showChoices();
+}
+
+void MainWindow::addMenu(QMenu *menu)
+{
+    m_bar->addMenu(menu);
+}
+
 void MainWindow::showTitle()
 {
     const Security &shown = m_chart->data().security;

@@ -47,6 +47,12 @@ public:
     bool load(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day = {});
     QString loadError() const { return m_loadError; }
 
+    /// The session's data folder has other files now: offers its securities.
+    void renewSecurities();
+
+    /// Shows a menu in the bar above the chart.
+    void addMenu(QMenu *menu);
+
     /// The options that would show what the window shows now.
     TerminalOptions shownOptions() const;
 
