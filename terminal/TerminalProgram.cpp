@@ -176,7 +176,7 @@ void TerminalProgram::openDoor()
     };
     m_door = std::make_unique<IntakeDoor>(
         m_window.get(), IntakeDoor::Facts{goingIn, [this] { return intakePlan(shownPlaces()); },
-                                          [this] { return m_window->shownOptions().hidesAmounts; }});
+                                          [this] { return intakeLook(); }});
     connect(m_door.get(), &IntakeDoor::changed, this, &TerminalProgram::renewFolder);
     connect(m_door.get(), &IntakeDoor::finished, this, &TerminalProgram::showTaken);
     connect(m_door.get(), &IntakeDoor::startPageAsked, this, [this] {
@@ -185,6 +185,12 @@ void TerminalProgram::openDoor()
         goOnWith(next);
     });
     m_window->addMenu(m_door->menu());
+}
+
+IntakeLook TerminalProgram::intakeLook() const
+{
+    const TerminalOptions shown = m_window->shownOptions();
+    return {makeTheme(shown.theme, shown.riseColour), shown.hidesAmounts};
 }
 
 /// Charts are told on the bus of the account that the files go to.

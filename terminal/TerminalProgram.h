@@ -18,6 +18,7 @@ class MainWindow;
 class Snapshot;
 class TradeServices;
 class TradingSession;
+struct IntakeLook;
 struct IntakePlan;
 
 /// One run of the terminal: makes its trading session, its window, the services that it starts and the
@@ -56,6 +57,7 @@ private:
     QString openLibrary();
     void wireServices();
     void openDoor();
+    IntakeLook intakeLook() const;
     IntakePlan intakePlan(const AccountPlaces &places) const;
     AccountPlaces shownPlaces() const { return {m_options.dataFolder, m_options.ledger}; }
     void renewFolder(const AccountPlaces &places);

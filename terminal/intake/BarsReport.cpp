@@ -58,7 +58,6 @@ FileReport refusalOf(const QJsonObject &planned)
     if (reason.startsWith(place + QLatin1Char(':'))) {
         reason = reason.mid(place.size() + 1).trimmed(); // the list names the file
     }
-    report.heading = text("Bars");
     report.refusals = QStringList(inWordsOfTheWindow(reason, FileKind::BarTable));
     report.asks = words(planned[QLatin1String("asks")]);
     report.isUnknown = report.asks.isEmpty();

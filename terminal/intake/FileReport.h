@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -12,7 +13,7 @@ namespace Terminal {
 /// All texts are for the user; those of the file are as it has them.
 struct FileReport
 {
-    QString heading;      ///< "Statement", "600519.SH 贵州茅台"
+    QString heading;      ///< of bars: "600519.SH 贵州茅台"
     QStringList facts;    ///< counts, days, what will change
     QStringList refusals; ///< why nothing of it can be taken in, with the place in the file and what to do
     QStringList warnings;
@@ -25,9 +26,10 @@ struct FileReport
     QStringList accounts; ///< that the file has entries of, to choose from
     QString profile;      ///< what its own columns and words could mean, to fill in
 
-    QStringList codes;      ///< securities that it tells of
-    bool isUnknown = false; ///< nothing of it is understood: it may be a file of another kind
-    qint64 number = 0;      ///< of the import, by which it is taken back; 0: nothing was changed
+    QStringList codes;             ///< securities that it tells of
+    QHash<QString, QString> names; ///< of these, where it has them
+    bool isUnknown = false;        ///< nothing of it is understood: it may be a file of another kind
+    qint64 number = 0;             ///< of the import, by which it is taken back; 0: nothing was changed
 };
 
 } // namespace Terminal

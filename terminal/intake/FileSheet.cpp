@@ -25,7 +25,6 @@ namespace Terminal {
 namespace {
 
 constexpr int margin = 12;
-constexpr int mostShownRows = 8;
 
 QLabel *lineOf(const QString &text, const char *name)
 {
@@ -69,6 +68,7 @@ void FileSheet::showFile(const IntakeFile &file, bool isOpen, bool hidesAmounts)
     const QString inFocus = focus != nullptr && isAncestorOf(focus) ? focus->objectName() : QString();
     auto *const sheet = new QWidget;
     m_column = new QVBoxLayout(sheet);
+    m_column->setSpacing(4);
     m_column->setContentsMargins(margin, margin, margin, margin);
     m_column->addWidget(lineOf(QFileInfo(file.path).fileName(), "fileName"));
     addKind(file, isOpen);
@@ -295,11 +295,11 @@ void FileSheet::addRows(const FileReport &report, bool hidesAmounts)
             table->setItem(row, column, itemOf(shownAmount(cells.at(column), isHidden)));
         }
     }
-    table->resizeColumnsToContents();
+    table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the sheet scrolls
     table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 6);
-    const int rows = std::min(mostShownRows, table->rowCount());
     table->setFixedHeight(table->horizontalHeader()->sizeHint().height() +
-                          rows * table->verticalHeader()->defaultSectionSize() +
+                          table->rowCount() * table->verticalHeader()->defaultSectionSize() +
                           table->horizontalScrollBar()->sizeHint().height() + 4);
     m_column->addWidget(lineOf(tr("First rows, as they are understood"), "fileCaption"));
     m_column->addWidget(table);

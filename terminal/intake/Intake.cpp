@@ -484,6 +484,18 @@ void Intake::startBars()
                  QProcessEnvironment::systemEnvironment());
 }
 
+/// Bars often have a code alone.
+QJsonObject Intake::namesInStatements() const
+{
+    QJsonObject names;
+    for (const IntakeFile &file : m_files) {
+        for (auto name = file.report.names.begin(); name != file.report.names.end(); ++name) {
+            names[name.key()] = name.value();
+        }
+    }
+    return names;
+}
+
 void Intake::planBars()
 {
     QJsonArray files;
@@ -495,7 +507,7 @@ void Intake::planBars()
     }
     m_isPlanStale = false;
     startBars();
-    m_bars.say({{QStringLiteral("plan"), files}});
+    m_bars.say({{QStringLiteral("plan"), files}, {QStringLiteral("names"), namesInStatements()}});
 }
 
 void Intake::takePlannedBars(const QJsonArray &planned)

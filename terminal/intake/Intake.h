@@ -107,6 +107,7 @@ private:
     void runStatement(int file, Errand errand);
     void planBars();
     void startBars();
+    QJsonObject namesInStatements() const;
     QStringList arguments(const IntakeFile &file, Errand errand);
     QString profileFile(const QString &text);
     void takeStatementWord(const QJsonObject &word);

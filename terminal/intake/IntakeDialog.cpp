@@ -5,6 +5,7 @@
 #include "terminal/services/BusInstance.h"
 #include "terminal/trade/PlainText.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QFileDialog>
@@ -15,6 +16,7 @@
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -24,9 +26,9 @@ namespace Terminal {
 
 namespace {
 
-constexpr int usualWidth = 760;
-constexpr int usualHeight = 440; // with its frame inside of 500
-constexpr int listWidth = 220;
+constexpr QSize usualSize(980, 620);
+constexpr QSize frame(40, 60); ///< of the window and what a desktop keeps for itself
+constexpr int listWidth = 200;
 
 using State = IntakeFile::State;
 
@@ -49,10 +51,10 @@ QStringList droppedFiles(const QMimeData *dropped)
     return files;
 }
 
-IntakeDialog::IntakeDialog(const IntakePlan &plan, bool hidesAmounts, QWidget *parent)
+IntakeDialog::IntakeDialog(const IntakePlan &plan, const IntakeLook &look, QWidget *parent)
     : QDialog(parent),
       m_intake(plan),
-      m_hidesAmounts(hidesAmounts),
+      m_hidesAmounts(look.hidesAmounts),
       m_places(new QLabel),
       m_list(new QListWidget),
       m_sheet(new FileSheet),
@@ -63,6 +65,7 @@ IntakeDialog::IntakeDialog(const IntakePlan &plan, bool hidesAmounts, QWidget *p
       m_undo(new QPushButton(tr("Undo"))),
       m_close(new QPushButton(tr("Cancel")))
 {
+    setStyleSheet(intakeStyleSheet(look.theme));
     setUp();
     wire();
     showAll();
@@ -73,7 +76,7 @@ void IntakeDialog::setUp()
     setWindowTitle(tr("Import statements and bars"));
     setObjectName(QStringLiteral("intakeDialog"));
     setAcceptDrops(true);
-    resize(usualWidth, usualHeight);
+    resize(usualSize.boundedTo(QApplication::primaryScreen()->availableSize() - frame));
     m_places->setTextFormat(Qt::PlainText);
     m_places->setWordWrap(true);
     m_places->setObjectName(QStringLiteral("intakePlaces"));
@@ -87,6 +90,7 @@ void IntakeDialog::setUp()
     m_import->setObjectName(QStringLiteral("importFiles"));
     m_undo->setObjectName(QStringLiteral("undoImport"));
     m_import->setDefault(true);
+    m_import->setProperty("main", true);
     m_more->setAutoDefault(false);
     auto *const files = new QHBoxLayout;
     files->addWidget(m_list);
@@ -223,10 +227,10 @@ QString IntakeDialog::summary() const
         if (files.empty()) {
             parts.append(tr("No bars were found."));
         }
-        parts.append(needy > 0 ? tr("%1 files need you: answer, or leave them out.").arg(needy)
+        parts.append(needy > 0 ? tr("Files that need you: %1. Answer, or leave them out.").arg(needy)
                                : tr("Nothing is written yet."));
         if (skipped > 0) {
-            parts.append(tr("%1 files of the folder are no bars.").arg(skipped));
+            parts.append(tr("Files of the folder that are no bars: %1.").arg(skipped));
         }
         return parts.join(QLatin1Char(' '));
     case Intake::Stage::Writing:
@@ -239,9 +243,9 @@ QString IntakeDialog::summary() const
     const int takenIn = countOf(files, State::TakenIn);
     const int failed = countOf(files, State::Failed);
     if (failed > 0) {
-        return tr("%1 files imported, %2 not: see there why.").arg(takenIn).arg(failed);
+        return tr("Files imported: %1; not imported: %2, see there why.").arg(takenIn).arg(failed);
     }
-    return takenIn > 0 ? tr("%1 files imported.").arg(takenIn) : tr("Taken back; nothing is left of it.");
+    return takenIn > 0 ? tr("Files imported: %1.").arg(takenIn) : tr("Taken back; nothing is left of it.");
 }
 
 void IntakeDialog::showProgress(const QString &step, int done, int of)

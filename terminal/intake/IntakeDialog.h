@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/intake/Intake.h"
+#include "terminal/intake/IntakeStyle.h"
 
 #include <QDialog>
 
@@ -23,7 +24,7 @@ class IntakeDialog : public QDialog
     Q_OBJECT
 
 public:
-    IntakeDialog(const IntakePlan &plan, bool hidesAmounts, QWidget *parent);
+    IntakeDialog(const IntakePlan &plan, const IntakeLook &look, QWidget *parent);
 
     void add(const QStringList &paths) { m_intake.add(paths); }
 

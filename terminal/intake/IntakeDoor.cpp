@@ -67,7 +67,7 @@ void IntakeDoor::bring(const QStringList &paths)
         }
         return;
     }
-    m_dialog = new IntakeDialog(m_facts.plan(), m_facts.hidesAmounts(), m_window);
+    m_dialog = new IntakeDialog(m_facts.plan(), m_facts.look(), m_window);
     m_dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(m_dialog, &IntakeDialog::written, this,
             [this] { Q_EMIT changed(m_dialog->intake().plan().places); });
@@ -101,7 +101,7 @@ void IntakeDoor::listImports()
 {
     const IntakePlan shown = m_facts.shown();
     const IntakePlan plan = shown.places.ledger.isEmpty() ? m_facts.plan() : shown;
-    auto *const list = new PastImports(plan, m_window);
+    auto *const list = new PastImports(plan, m_facts.look(), m_window);
     list->setAttribute(Qt::WA_DeleteOnClose);
     connect(list, &PastImports::written, this, [this, places = plan.places] { Q_EMIT changed(places); });
     list->open();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/intake/Intake.h"
+#include "terminal/intake/IntakeStyle.h"
 
 #include <QMainWindow>
 #include <QMenu>
@@ -23,7 +24,7 @@ public:
     {
         std::function<IntakePlan()> plan;  ///< where files go now
         std::function<IntakePlan()> shown; ///< the account that the window shows; its ledger may be empty
-        std::function<bool()> hidesAmounts;
+        std::function<IntakeLook()> look;
     };
 
     /// `window` must outlive the door; so must what `facts` ask.

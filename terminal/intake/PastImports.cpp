@@ -42,7 +42,7 @@ constexpr int fileColumn = 2;
 
 } // namespace
 
-PastImports::PastImports(const IntakePlan &plan, QWidget *parent)
+PastImports::PastImports(const IntakePlan &plan, const IntakeLook &look, QWidget *parent)
     : QDialog(parent),
       m_plan(plan),
       m_table(new QTableWidget(0, std::size(importColumns))),
@@ -51,6 +51,7 @@ PastImports::PastImports(const IntakePlan &plan, QWidget *parent)
 {
     setWindowTitle(tr("Past imports into %1").arg(plainText(ledgerName(plan.places.ledger))));
     setObjectName(QStringLiteral("pastImports"));
+    setStyleSheet(intakeStyleSheet(look.theme));
     resize(760, 360);
     QStringList titles;
     for (const ImportColumn &column : importColumns) {

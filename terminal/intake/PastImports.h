@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/intake/Intake.h"
+#include "terminal/intake/IntakeStyle.h"
 
 #include <QDialog>
 
@@ -16,7 +17,7 @@ class PastImports : public QDialog
     Q_OBJECT
 
 public:
-    PastImports(const IntakePlan &plan, QWidget *parent);
+    PastImports(const IntakePlan &plan, const IntakeLook &look, QWidget *parent);
 
 Q_SIGNALS:
     /// One was taken back: the ledger is another now.

@@ -42,17 +42,6 @@ QStringList mainOverlays()
     return {QStringLiteral("cost"), QStringLiteral("trades"), QStringLiteral("orders")};
 }
 
-QString styleOfPage(const ChartTheme &theme)
-{
-    return QStringLiteral("#startTitle { color: %3; font-size: 20px; font-weight: bold; }"
-                          "#startNotice { color: %5; }"
-                          "#startWay { background: %1; border: 1px solid %2; border-radius: 6px; }"
-                          "#wayTitle { color: %3; font-size: 15px; font-weight: bold; }"
-                          "#wayText { color: %4; }")
-        .arg(theme.surface.name(), theme.border.name(), theme.text.name(), theme.mutedText.name(),
-             theme.line.name());
-}
-
 } // namespace
 
 StartWindow::StartWindow(TerminalOptions options, Facts facts)
@@ -67,10 +56,12 @@ StartWindow::StartWindow(TerminalOptions options, Facts facts)
     setObjectName(QStringLiteral("startWindow"));
     const ChartTheme theme = makeTheme(m_options.theme, m_options.riseColour);
     QApplication::setPalette(widgetPalette(theme));
-    setStyleSheet(windowStyleSheet(theme) + tradeStyleSheet(theme) + styleOfPage(theme));
+    setStyleSheet(windowStyleSheet(theme) + tradeStyleSheet(theme) + intakeStyleSheet(theme));
     const auto plan = [this] { return planFor(ownPlaces()); };
     m_door = std::make_unique<IntakeDoor>(
-        this, IntakeDoor::Facts{plan, plan, [this] { return m_options.hidesAmounts; }});
+        this, IntakeDoor::Facts{plan, plan, [this, theme] {
+                                    return IntakeLook{theme, m_options.hidesAmounts};
+                                }});
     connect(m_door.get(), &IntakeDoor::finished, this,
             [this](const AccountPlaces &, const QStringList &codes) { openOwn(codes); });
     connect(m_door.get(), &IntakeDoor::changed, this, &StartWindow::showTexts);
@@ -98,10 +89,13 @@ void StartWindow::setUp()
     m_example = addWay(ways);
     m_replay = addWay(ways);
     m_own.go->parentWidget()->layout()->addWidget(m_openOwn);
+    m_own.go->setProperty("main", true);
     column->addLayout(head);
-    column->addLayout(ways, 1);
+    column->addStretch(1);
+    column->addLayout(ways);
     column->addWidget(m_notice);
     column->addWidget(m_progress);
+    column->addStretch(2);
     m_progress->hide();
     auto *const scrolled = new QScrollArea;
     scrolled->setWidgetResizable(true);
@@ -122,7 +116,7 @@ void StartWindow::setUp()
     });
 }
 
-StartWindow::Way StartWindow::addWay(QLayout *row)
+StartWindow::Way StartWindow::addWay(QHBoxLayout *row)
 {
     auto *const card = new QFrame;
     card->setObjectName(QStringLiteral("startWay"));
@@ -132,7 +126,8 @@ StartWindow::Way StartWindow::addWay(QLayout *row)
     column->addWidget(way.title);
     column->addWidget(way.text, 1, Qt::AlignTop);
     column->addWidget(way.go);
-    row->addWidget(card);
+    card->setMinimumHeight(240);
+    row->addWidget(card, 1);
     return way;
 }
 

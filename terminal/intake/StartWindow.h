@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 
+class QHBoxLayout;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -52,7 +53,7 @@ private:
     };
 
     void setUp();
-    Way addWay(QLayout *row);
+    Way addWay(QHBoxLayout *row);
     void showTexts();
     IntakePlan planFor(const AccountPlaces &places) const;
     void openOwn(const QStringList &codes);

@@ -176,6 +176,10 @@ void takeCodes(const QJsonArray &rows, FileReport *report)
 {
     for (const auto &value : rows) {
         const QString code = word(value.toObject(), "code");
+        const QString name = word(value.toObject(), "security");
+        if (!name.isEmpty()) {
+            report->names.insert(code, name);
+        }
         if (!code.isEmpty() && !report->codes.contains(code)) {
             report->codes.append(code);
         }
@@ -217,7 +221,6 @@ QStringList askedIn(const QString &reason)
 FileReport statementReport(const QJsonObject &answer)
 {
     FileReport report;
-    report.heading = text("Statement");
     const QJsonObject refused = answer[named("refused")].toObject();
     const QJsonObject result = answer[named("result")].toObject();
     if (!refused.isEmpty()) {
