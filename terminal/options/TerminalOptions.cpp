@@ -8,6 +8,8 @@
 #include <QCoreApplication>
 #include <QDir>
 
+#include <algorithm>
+
 namespace Terminal {
 
 namespace {
@@ -126,10 +128,20 @@ Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &
     if (error.isEmpty()) {
         error = settleReplay(parser, &parsed.options);
     }
-    if (error.isEmpty() && parsed.options.dataFolder.isEmpty()) {
+    if (error.isEmpty() && parsed.options.dataFolder.isEmpty() && nameAChart(parsed.options)) {
         error = text("--data must name a folder with securities.csv, daily/ and minute/");
     }
     return error.isEmpty() ? Loaded<ParsedOptions>(parsed) : failure(error);
+}
+
+bool nameAChart(const TerminalOptions &options)
+{
+    static const QStringList names = {QStringLiteral("data"),   QStringLiteral("ledger"),
+                                      QStringLiteral("code"),   QStringLiteral("period"),
+                                      QStringLiteral("day"),    QStringLiteral("overlays"),
+                                      QStringLiteral("replay"), QStringLiteral("snapshot")};
+    return std::any_of(names.begin(), names.end(),
+                       [&options](const QString &name) { return options.given.contains(name); });
 }
 
 QString takeOption(const QString &name, const QString &value, TerminalOptions *options)

@@ -70,6 +70,12 @@ QString TradingSession::openReplay(const ChartData &day)
     return tr("Only a chart of minutes can be replayed.");
 }
 
+void TradingSession::takeFolder(const DataFolder &folder)
+{
+    m_source.setFolder(folder);
+    m_prices.forgetCloses();
+}
+
 BusGates TradingSession::gates()
 {
     return {busGate(m_busAddress), m_module.answerGate()};

@@ -77,6 +77,9 @@ public:
     /// What overlays wait for on this bus. The session must outlive the gates.
     BusGates gates();
 
+    /// The data folder has other files now.
+    void takeFolder(const DataFolder &folder);
+
     /// The bars that charts can show.
     const ChartSource &source() const { return m_source; }
     Replay *replay() { return &m_replay; }

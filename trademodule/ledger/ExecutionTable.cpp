@@ -63,7 +63,7 @@ void ExecutionTable::visitEntries(qint64 id, const SecurityId &security, DateRan
 
 qint64 ExecutionTable::count()
 {
-    QSqlQuery row = m_database->run(QStringLiteral("SELECT COUNT(*) FROM execution"));
+    Rows row = m_database->run(QStringLiteral("SELECT COUNT(*) FROM execution"));
     row.next();
     return row.value(0).toLongLong();
 }

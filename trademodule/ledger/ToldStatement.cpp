@@ -118,7 +118,7 @@ void ToldStatement::keep(qint64 number, const Statement &statement)
 
 Statement ToldStatement::read(qint64 number)
 {
-    QSqlQuery rows = m_database->run(
+    Rows rows = m_database->run(
         QStringLiteral("SELECT entries FROM told_statement WHERE statement_id = ? ORDER BY part"), {number});
     Statement statement;
     while (rows.next()) {
@@ -129,7 +129,7 @@ Statement ToldStatement::read(qint64 number)
 
 QVector<qint64> ToldStatement::after(qint64 number)
 {
-    QSqlQuery rows = m_database->run(QStringLiteral("SELECT DISTINCT statement_id FROM told_statement "
+    Rows rows = m_database->run(QStringLiteral("SELECT DISTINCT statement_id FROM told_statement "
                                                     "WHERE statement_id > ? ORDER BY statement_id"),
                                      {number});
     QVector<qint64> numbers;
