@@ -1619,6 +1619,10 @@
         <source>the trading module does not run</source>
         <translation>交易模块未运行</translation>
     </message>
+    <message>
+        <source>Trading module: answers, of another version</source>
+        <translation>交易模块：已应答，版本不同</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::StateStrip</name>

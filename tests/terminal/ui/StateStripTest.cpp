@@ -182,6 +182,9 @@ INSTANTIATE_TEST_SUITE_P(
                       std::pair(ModuleState::Refusing, "Trading module: refuses"),
                       std::pair(ModuleState::Silent, "Trading module: does not answer any more"),
                       std::pair(ModuleState::Answering, "Trading module: answers"),
+                      std::pair(ModuleState::Starting, "Trading module: starting"),
+                      std::pair(ModuleState::OtherVersion, "Trading module: answers, of another version"),
+                      std::pair(ModuleState::Foreign, "Trading module: of another ledger"),
                       std::pair(ModuleState::ReadOnly, "Trading module: answers, takes no orders")));
 
 } // namespace
