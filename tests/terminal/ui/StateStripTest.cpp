@@ -153,6 +153,17 @@ TEST_F(StateStripTest, LeaveTheOverlaysAloneWhenAnOrderChanged)
     EXPECT_EQ(countOf(overlayLog(), "made"), 0);
 }
 
+TEST(StateStripOfLongStates, NeedsNoWideWindow)
+{
+    StateStrip strip;
+    for (const OverlayKind &kind : overlayKinds()) {
+        strip.showOverlay(kind, QStringLiteral("in view: 35; no answer since 10:15:03"), {}, true);
+    }
+    strip.showBus({BusState::Lost});
+    strip.showModule({ModuleState::Silent});
+    EXPECT_LT(strip.minimumSizeHint().width(), 640);
+}
+
 class StateStripOfAModule : public ::testing::TestWithParam<std::pair<ModuleState::Kind, const char *>>
 {
 };
