@@ -175,10 +175,12 @@ void TerminalProgram::wireServices()
         if (m_snapshot) {
             m_snapshot->listen(m_busAddress); // the session joins when nothing can be missed
         } else {
-            m_window->answers()->start(m_busAddress);
-            m_session->join();
+            m_window->answers()->start(m_busAddress); // overlays ask some things once: it is to hear them
         }
     });
+    if (!takesPicture()) {
+        connect(m_window->answers(), &ScreenAnswers::listening, m_session.get(), &TradingSession::join);
+    }
 }
 
 void TerminalProgram::openDoor()

@@ -50,6 +50,9 @@ void TradingSession::begin()
 
 void TradingSession::join()
 {
+    if (std::exchange(m_hasJoined, true)) {
+        return;
+    }
     m_module.start(m_busAddress);
     m_desk.start(m_busAddress);
     m_shared.start(m_busAddress);

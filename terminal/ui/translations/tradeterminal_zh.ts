@@ -1742,6 +1742,10 @@
         <source>the trading module does not run</source>
         <translation>交易模块未运行</translation>
     </message>
+    <message>
+        <source>Trading module: answers, of another version</source>
+        <translation>交易模块：已应答，版本不同</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::StateStrip</name>
@@ -2386,6 +2390,57 @@ All its entries leave the ledger.</source>
     <message>
         <source>The account of the last time is not there any more: %1, bars in %2</source>
         <translation>上次的账户已经不在了：%1，K线在 %2</translation>
+    </message>
+</context>
+<context>
+    <name>BrokerProblem</name>
+    <message>
+        <source>The program &apos;mosquitto&apos; is not installed; install it with: apt install mosquitto, or: brew install mosquitto</source>
+        <translation>未安装程序 mosquitto；安装方法：apt install mosquitto，或 brew install mosquitto</translation>
+    </message>
+    <message>
+        <source>The broker &apos;%1&apos; cannot be started: %2</source>
+        <translation>无法启动消息代理 %1：%2</translation>
+    </message>
+    <message>
+        <source>The broker does not start: %1</source>
+        <translation>消息代理无法启动：%1</translation>
+    </message>
+    <message>
+        <source>The broker does not start</source>
+        <translation>消息代理无法启动</translation>
+    </message>
+    <message>
+        <source>The broker did not answer any more; another one is started</source>
+        <translation>消息代理不再应答，正在另行启动一个</translation>
+    </message>
+    <message>
+        <source>the lock file &apos;%1&apos; cannot be used: %2; remove it</source>
+        <translation>锁文件 %1 无法使用：%2；请将其删除</translation>
+    </message>
+    <message>
+        <source>the bus directory &apos;%1&apos; belongs to another user; remove it</source>
+        <translation>总线目录 %1 属于另一用户；请将其删除</translation>
+    </message>
+    <message>
+        <source>the bus directory &apos;%1&apos; is open to other users; run: chmod 700 &apos;%1&apos;</source>
+        <translation>总线目录 %1 对其他用户开放；请运行：chmod 700 &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a directory itself (a link is not accepted); remove it</source>
+        <translation>%1 本身不是目录（不接受链接）；请将其删除</translation>
+    </message>
+    <message>
+        <source>the bus directory &apos;%1&apos;: %2</source>
+        <translation>总线目录 %1：%2</translation>
+    </message>
+    <message>
+        <source>There is no runtime directory for the bus; XDG_RUNTIME_DIR must name a directory that only its owner may enter</source>
+        <translation>没有供总线使用的运行目录；XDG_RUNTIME_DIR 必须指定一个只有其所有者可进入的目录</translation>
+    </message>
+    <message>
+        <source>The bus address &apos;%1&apos; is not a directory; it is the directory of the terminal&apos;s program</source>
+        <translation>总线地址 %1 不是目录；它应是终端程序所在的目录</translation>
     </message>
 </context>
 </TS>
