@@ -156,6 +156,14 @@ const std::vector<QStringList> &migrations()
                 text TEXT NOT NULL))"),
             QStringLiteral("ALTER TABLE account ADD COLUMN cost_method TEXT NOT NULL DEFAULT 'average'"),
         },
+        {
+            // of the fee
+            QStringLiteral("ALTER TABLE execution ADD COLUMN stamp_duty BIGINT NOT NULL DEFAULT 0"),
+            QStringLiteral("DROP INDEX execution_by_time"), // it holds whole rows
+            QStringLiteral(
+                "CREATE INDEX execution_by_time ON execution (security_id, trade_date, trade_time, "
+                "id, side, price, quantity, amount, fee, order_no, deal_no, stamp_duty)"),
+        },
     };
     return steps;
 }

@@ -1299,5 +1299,33 @@
         <source>--from is later than --to</source>
         <translation>--from 晚于 --to</translation>
     </message>
+    <message>
+        <source>stampduty</source>
+        <translation>印花税</translation>
+    </message>
+    <message>
+        <source>stamp duty</source>
+        <translation>印花税</translation>
+    </message>
+    <message>
+        <source>a column of this list</source>
+        <translation>该列表中的一列</translation>
+    </message>
+    <message>
+        <source>a whole number, 0 or more</source>
+        <translation>不小于 0 的整数</translation>
+    </message>
+    <message>
+        <source>a whole number from 1 to %1</source>
+        <translation>1 到 %1 之间的整数</translation>
+    </message>
+    <message>
+        <source>average, diluted or fifo</source>
+        <translation>average、diluted 或 fifo</translation>
+    </message>
+    <message>
+        <source>sale, trip, security, month or year</source>
+        <translation>sale、trip、security、month 或 year</translation>
+    </message>
 </context>
 </TS>
