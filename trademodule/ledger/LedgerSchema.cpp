@@ -209,6 +209,14 @@ const std::vector<QStringList> &migrations()
                 entries %BYTES% NOT NULL,
                 PRIMARY KEY (statement_id, part)))"),
         },
+        {
+            // of the fee
+            QStringLiteral("ALTER TABLE execution ADD COLUMN stamp_duty BIGINT NOT NULL DEFAULT 0"),
+            QStringLiteral("DROP INDEX execution_by_time"), // it holds whole rows
+            QStringLiteral(
+                "CREATE INDEX execution_by_time ON execution (security_id, trade_date, trade_time, "
+                "id, side, price, quantity, amount, fee, order_no, deal_no, stamp_duty)"),
+        },
     };
     return steps;
 }

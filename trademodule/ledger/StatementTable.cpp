@@ -118,7 +118,7 @@ void StatementTable::remove(qint64 number)
 
 void StatementTable::restoreFees(qint64 number)
 {
-    m_database->run(QStringLiteral("UPDATE execution SET fee = 0 WHERE id IN "
+    m_database->run(QStringLiteral("UPDATE execution SET fee = 0, stamp_duty = 0 WHERE id IN "
                                    "(SELECT execution_id FROM completed_fee WHERE statement_id = ?)"),
                     {number});
     m_database->run(QStringLiteral("DELETE FROM completed_fee WHERE statement_id = ? OR execution_id IN "

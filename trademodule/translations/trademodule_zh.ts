@@ -1284,10 +1284,6 @@
         <translation>账本的表 %1 中有一行引用了表 %2 中不存在的行</translation>
     </message>
     <message>
-        <source>warning: the statement holds %1 of %2 after this row, the ledger %3 (%4 securities disagree); import the earlier statements, or enter what was held before with open</source>
-        <translation>警告：对账单在此行之后持有 %1 股 %2，账本为 %3（%4 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
-    </message>
-    <message>
         <source>warning: the statement has %1 yuan after this row, but its rows come to %2</source>
         <translation>警告：对账单在此行之后的资金为 %1 元，而各行合计为 %2</translation>
     </message>
@@ -1366,6 +1362,36 @@
     <message>
         <source>%1 of its entries stay: later imports told them, too</source>
         <translation>其中 %1 条记录保留：之后的导入也含有它们</translation>
+    </message>
+    <message>
+        <source>stampduty</source>
+        <translation>印花税</translation>
+    </message>
+    <message>
+        <source>stamp duty</source>
+        <translation>印花税</translation>
+    </message>
+    <message>
+        <source>a column of this list</source>
+        <translation>该列表中的一列</translation>
+    </message>
+    <message>
+        <source>a whole number, 0 or more</source>
+        <translation>不小于 0 的整数</translation>
+    </message>
+    <message>
+        <source>a whole number from 1 to %1</source>
+        <translation>1 到 %1 之间的整数</translation>
+    </message>
+    <message>
+        <source>average, diluted or fifo</source>
+        <translation>average、diluted 或 fifo</translation>
+    </message>
+    <message>
+        <source>sale, trip, security, month or year</source>
+        <translation>sale、trip、security、month 或 year</translation>
+        <source>warning: the statement holds %1 of %2 after this row, the ledger %3 (%4 securities disagree); import the earlier statements, or enter what was held before with open</source>
+        <translation>警告：对账单在此行之后持有 %1 股 %2，账本为 %3（%4 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
     </message>
 </context>
 </TS>

@@ -1612,6 +1612,26 @@
         <source>1 to 64 printable ASCII characters</source>
         <translation>1 到 64 个可打印 ASCII 字符</translation>
     </message>
+    <message>
+        <source>decimal</source>
+        <translation>小数</translation>
+    </message>
+    <message>
+        <source>&quot;sale&quot;, &quot;trip&quot;, &quot;security&quot;, &quot;month&quot; or &quot;year&quot;</source>
+        <translation>“sale”、“trip”、“security”、“month”或“year”</translation>
+    </message>
+    <message>
+        <source>a column of the list</source>
+        <translation>列表中的一列</translation>
+    </message>
+    <message>
+        <source>&quot;average&quot;, &quot;diluted&quot; or &quot;fifo&quot;</source>
+        <translation>“average”、“diluted”或“fifo”</translation>
+    </message>
+    <message>
+        <source>the cell is empty</source>
+        <translation>单元格为空</translation>
+    </message>
 </context>
 <context>
     <name>OverlayState</name>
