@@ -62,7 +62,7 @@ int open(const Invocation &invocation)
 {
     const Execution holding = holdingOf(invocation.arguments(
         4, translated("CODE QUANTITY COST-PRICE DAY, such as 600519 100 1700.00 20231229")));
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.ledgerOrNew());
     Statement statement{QStringLiteral("open"), {holding}, {}};
     const Booked booked = ledger.book(statement, Ledger::Mode::Keep);
     if (booked.added == 0) {

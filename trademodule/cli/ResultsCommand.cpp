@@ -94,7 +94,7 @@ int results(const Invocation &invocation)
     ResultOptions options;
     options.days = daysOf(invocation);
     options.format = formatOf(invocation);
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     options.method = ledger.costMethod();
     const QString code = invocation.value(QStringLiteral("code"));
     AccountHistory history(ledger.database());

@@ -264,10 +264,10 @@ void Database::refuseReplacedFile() const
     }
 }
 
-QString Database::shownLocation() const
+QString Database::shownLocation(const QString &location)
 {
-    return m_kind == Kind::Sqlite ? QFileInfo(m_location).absoluteFilePath()
-                                  : PostgreSqlAddress(m_location).shown();
+    return kindOf(location) == Kind::Sqlite ? QFileInfo(location).absoluteFilePath()
+                                            : PostgreSqlAddress(location).shown();
 }
 
 void Database::openPostgreSql(const PostgreSqlAddress &address)

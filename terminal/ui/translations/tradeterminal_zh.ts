@@ -573,6 +573,10 @@
         <translation>账户只读，不能下单。</translation>
     </message>
     <message>
+        <source>The trading module on this bus serves another account.</source>
+        <translation>这条总线上的交易模块服务的是另一个账户。</translation>
+    </message>
+    <message>
         <source>There is no price yet.</source>
         <translation>尚无价格。</translation>
     </message>
@@ -918,6 +922,14 @@
         <source>It is past midnight in Shanghai: the replay's today is over. End the replay and begin it again.</source>
         <translation>上海时间已过午夜，回放所当作的“今天”已结束。请结束回放后重新开始。</translation>
     </message>
+    <message>
+        <source>There is no ledger %1; &quot;trademodule --ledger %1 import FILE&quot; makes one of a statement.</source>
+        <translation>没有账本 %1；“trademodule --ledger %1 import 文件”由对账单建立。</translation>
+    </message>
+    <message>
+        <source>There is no ledger %1 yet: a new account is made there.</source>
+        <translation>还没有账本 %1：将在那里新建账户。</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TradeDocks</name>
@@ -1175,8 +1187,8 @@
         <translation>%1：未发送，没有连接到交易模块</translation>
     </message>
     <message>
-        <source>%1: no answer yet; look at the list of orders before you send it again</source>
-        <translation>%1：尚无应答；再次下单前请先核对委托列表</translation>
+        <source>%1: no answer, and it is not asked for any more; look at the list of orders before you send it again</source>
+        <translation>%1：没有应答，不再询问；再次下单前请先核对委托列表</translation>
     </message>
     <message>
         <source>Cancel this order?</source>
@@ -1207,8 +1219,8 @@
         <translation>%1：撤单尚无应答</translation>
     </message>
     <message>
-        <source>%1: no answer yet; asked again about this one order</source>
-        <translation>%1：尚无应答，已就同一笔委托再次询问</translation>
+        <source>%1: outcome unknown, asking again about this one order; do not send it again yet</source>
+        <translation>%1：结果未知，正就同一笔委托再次询问；请先不要重新下单</translation>
     </message>
     <message>
         <source>Account: %1</source>
@@ -1258,6 +1270,10 @@
     <message>
         <source>Only a chart of minutes can be replayed.</source>
         <translation>只能回放分时图。</translation>
+    </message>
+    <message>
+        <source>the trading module on this bus serves another account: %1</source>
+        <translation>这条总线上的交易模块服务的是另一个账户：%1</translation>
     </message>
 </context>
 <context>
