@@ -300,7 +300,9 @@ void MainWindow::showTitle()
 
 void MainWindow::takeModule()
 {
+    const auto presence = m_session->module()->presence();
     m_trade->setReadOnly(m_session->module()->state() == ModuleWatch::State::ReadOnly);
+    m_trade->setOtherAccount(presence && servesAnother(*presence, m_options.ledger));
     showTitle();
 }
 

@@ -674,6 +674,10 @@
         <source>There is no price yet.</source>
         <translation>尚无价格。</translation>
     </message>
+    <message>
+        <source>The trading module on this bus serves another account.</source>
+        <translation>这条总线上的交易模块服务的是另一个账户。</translation>
+    </message>
 </context>
 <context>
     <name>OverlayKind</name>
@@ -1034,6 +1038,14 @@
         <source>There are no bars of these securities yet: drop files of them here, too.</source>
         <translation>这些证券还没有K线：请把K线文件也拖进来。</translation>
     </message>
+    <message>
+        <source>There is no ledger %1; &quot;trademodule --ledger %1 import FILE&quot; makes one of a statement.</source>
+        <translation>没有账本 %1；“trademodule --ledger %1 import 文件”由对账单建立。</translation>
+    </message>
+    <message>
+        <source>There is no ledger %1 yet: a new account is made there.</source>
+        <translation>还没有账本 %1：将在那里新建账户。</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TradeDocks</name>
@@ -1298,10 +1310,6 @@
         <translation>%1：未发送，没有连接到交易模块</translation>
     </message>
     <message>
-        <source>%1: no answer yet; look at the list of orders before you send it again</source>
-        <translation>%1：尚无应答；再次下单前请先核对委托列表</translation>
-    </message>
-    <message>
         <source>Cancel this order?</source>
         <translation>撤销此委托？</translation>
     </message>
@@ -1330,10 +1338,6 @@
         <translation>%1：撤单尚无应答</translation>
     </message>
     <message>
-        <source>%1: no answer yet; asked again about this one order</source>
-        <translation>%1：尚无应答，已就同一笔委托再次询问</translation>
-    </message>
-    <message>
         <source>Account: %1</source>
         <translation>账户：%1</translation>
     </message>
@@ -1356,6 +1360,14 @@
     <message>
         <source>Send this order?</source>
         <translation>发送这笔委托？</translation>
+    </message>
+    <message>
+        <source>%1: no answer, and it is not asked for any more; look at the list of orders before you send it again</source>
+        <translation>%1：没有应答，不再询问；再次下单前请先核对委托列表</translation>
+    </message>
+    <message>
+        <source>%1: outcome unknown, asking again about this one order; do not send it again yet</source>
+        <translation>%1：结果未知，正就同一笔委托再次询问；请先不要重新下单</translation>
     </message>
 </context>
 <context>
@@ -1381,6 +1393,10 @@
     <message>
         <source>Only a chart of minutes can be replayed.</source>
         <translation>只能回放分时图。</translation>
+    </message>
+    <message>
+        <source>the trading module on this bus serves another account: %1</source>
+        <translation>这条总线上的交易模块服务的是另一个账户：%1</translation>
     </message>
 </context>
 <context>
