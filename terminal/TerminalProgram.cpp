@@ -143,7 +143,14 @@ void TerminalProgram::wireServices()
 {
     m_services = std::make_unique<TradeServices>(ServicePlan{
         m_busAddress, m_options.startsBroker, m_options.moduleProgram, m_options.ledger, m_options.language});
-    connect(m_services.get(), &TradeServices::failed, this, &TerminalProgram::tell);
+    for (const auto signal :
+         {&TradeServices::warned, &TradeServices::busFailed, &TradeServices::moduleFailed}) {
+        connect(m_services.get(), signal, this, &TerminalProgram::tell);
+    }
+    ServiceStates *const states = m_window->services();
+    connect(m_services.get(), &TradeServices::busFailed, states, &ServiceStates::noteBusFailure);
+    connect(m_services.get(), &TradeServices::moduleFailed, states, &ServiceStates::noteModuleFailure);
+    connect(m_services.get(), &TradeServices::moduleStarted, states, &ServiceStates::noteModuleStart);
     m_services->replaceWhenSilent(m_session->module());
     connect(m_services.get(), &TradeServices::ready, this, [this] {
         if (m_snapshot) {
@@ -153,7 +160,6 @@ void TerminalProgram::wireServices()
             m_session->join();
         }
     });
-    connect(m_services.get(), &TradeServices::failed, m_window.get(), &MainWindow::noteFailure);
 }
 
 /// A picture of bars alone asks nobody. The orders of a replay are placed without overlays, too, and its

@@ -2,7 +2,9 @@
 
 #include "terminal/data/Bar.h"
 #include "terminal/data/ChartPeriod.h"
+#include "terminal/data/PriceAdjustment.h"
 #include "terminal/data/PriceDecimals.h"
+#include "terminal/data/PriceView.h"
 #include "terminal/data/RecordedDays.h"
 #include "terminal/data/SecurityList.h"
 #include "trading/TradingDate.h"
@@ -26,9 +28,21 @@ struct ChartData
     /// Of a minute chart: the close of the trading day before, see DataFolder::closeBefore().
     std::optional<double> previousClose = {};
     int priceDecimals = usualPriceDecimals; ///< that its prices are shown with
+    PriceView view = PriceView::Raw;        ///< of its bars and of previousClose
+    PriceAdjustment adjustment = {};        ///< of the security, whichever view is shown
+    QStringList remarks = {};               ///< what the user should know of the adjustment
+
+    /// A raw price of a day, as the chart shows it.
+    double shownPrice(double price, Trading::TradingDate day) const;
+
+    /// What the change of a bar is measured from, as the chart shows it: of a minute the close of the trading
+    /// day before, else of the day's first open; of other bars the close of the bar before, of the first one
+    /// its open. Over an ex-date it is the exchange's reference price. Requires a bar of the chart.
+    double priceBefore(size_t bar) const;
 };
 
-/// A folder of market data: `securities.csv`, `daily/<code>.csv` and `minute/<code>_<yyyymmdd>.csv`.
+/// A folder of market data: `securities.csv`, `daily/<code>.csv`, `minute/<code>_<yyyymmdd>.csv` and
+/// `actions/<code>.csv`. Files are read each time that they are asked for: they may grow.
 class DataFolder
 {
 public:
@@ -40,18 +54,28 @@ public:
     std::vector<Trading::TradingDate> minuteDays(const QString &code) const;
 
     /// Loads the bars of a security. `day` names the day of a minute chart, nothing meaning the
-    /// last recorded one; other periods ignore it.
+    /// last recorded one; other periods ignore it. A file of corporate actions that cannot be read makes
+    /// the adjusted view fail, and is a remark in the raw one.
     Loaded<ChartData> load(const QString &code, ChartPeriod period,
-                           std::optional<Trading::TradingDate> day = {}) const;
+                           std::optional<Trading::TradingDate> day = {},
+                           PriceView view = PriceView::Raw) const;
 
     /// The last price of the trading day before `day`, by which a day's price limits go: from the daily
-    /// bars or from the minutes of a recorded day, whichever day is later. Null where the folder has no
-    /// bar within the longest closure of the exchange before `day`: an older price says nothing.
+    /// bars or from the minutes of a recorded day, whichever day is later. On an ex-date it is the exchange's
+    /// reference price. Null where the folder has no bar within the longest closure of the exchange before
+    /// `day`: an older price says nothing.
     std::optional<double> closeBefore(const QString &code, Trading::TradingDate day) const;
 
 private:
     QString dailyFile(const QString &code) const;
+    Bars dailyBars(const QString &code) const;
     Bars lastRecordedDayBefore(const QString &code, Trading::TradingDate day) const;
+    std::optional<Bar> lastBarBefore(const QString &code, const Bars &daily, Trading::TradingDate day) const;
+    std::optional<double> closeBefore(const QString &code, Trading::TradingDate day,
+                                      const PriceAdjustment &adjustment, int decimals) const;
+    KnownAdjustment adjustmentOf(const QString &code) const;
+    void takeBars(const Bars &bars, ChartData *data) const;
+    /// Raw; of days for weeks and months, too.
     Loaded<Bars> loadBars(const QString &code, ChartPeriod period,
                           std::optional<Trading::TradingDate> day) const;
     Loaded<Bars> loadMinutes(const QString &code, std::optional<Trading::TradingDate> day) const;

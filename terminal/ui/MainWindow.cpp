@@ -57,6 +57,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_options(options),
       m_screenId("terminal-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces)),
       m_answers(m_screenId, nullptr),
+      m_services(session, options.ledger),
       m_chart(new ChartView),
       m_readout(new ReadoutBar(m_chart)),
       m_bar(new ChartBar(session->source().securities(), options)),
@@ -160,6 +161,7 @@ void MainWindow::setUpStates()
     connect(&m_answers, &ScreenAnswers::asked, this, [this, soon](const QString &command) {
         m_states.noteAsked(command);
         soon();
+        QTimer::singleShot(OverlayStates::patience, this, &MainWindow::showStates);
     });
     connect(&m_answers, &ScreenAnswers::answered, this, [this, soon](const Trading::CheckedAnswer &answer) {
         m_states.noteAnswer(answer);
@@ -172,7 +174,7 @@ void MainWindow::wireSession()
     connect(m_session, &TradingSession::overlaysDue, this, &MainWindow::bringOverlays);
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
     connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
-    connect(m_session, &TradingSession::stageChanged, this, &MainWindow::showStates);
+    connect(&m_services, &ServiceStates::changed, this, &MainWindow::showStates);
     connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
 }
 
@@ -256,10 +258,6 @@ void MainWindow::takeModule()
 {
     m_trade->setReadOnly(m_session->module()->state() == ModuleWatch::State::ReadOnly);
     showTitle();
-    if (m_session->module()->isAnswering()) {
-        m_failure.clear();
-    }
-    showStates();
 }
 
 /// The ledger as a user knows it: the window's own, which our trading module serves and deals on paper, or
@@ -349,44 +347,26 @@ void MainWindow::takeShownChart()
     m_states.setChart(m_chart->data());
 }
 
-void MainWindow::noteFailure(const QString &reason)
-{
-    m_failure = reason;
-    showStates();
-}
-
-ModuleState MainWindow::moduleState() const
-{
-    const TradingSession::Stage stage = m_session->stage();
-    const ModuleState found = moduleStateOf(*m_session->module());
-    if (!m_failure.isEmpty()) {
-        return {ModuleState::Failed, m_failure};
-    }
-    if (stage == TradingSession::Stage::Apart) {
-        return {ModuleState::Unasked};
-    }
-    const bool isEarly = stage == TradingSession::Stage::Awaiting && found.kind != ModuleState::Refusing;
-    return isEarly && found.isTrouble() ? ModuleState{ModuleState::Awaited} : found;
-}
-
 void MainWindow::showStates()
 {
+    const ModuleState module = m_services.module();
     for (const OverlayKind &kind : overlayKinds()) {
         if (m_overlays && m_overlays->isShown(kind)) {
-            showState(kind);
+            showState(kind, hindranceText(module));
         } else {
             m_strip->hideOverlay(kind);
             m_bar->describeOverlay(kind, {});
         }
     }
-    m_strip->showModule(moduleState());
+    m_strip->showBus(m_services.bus());
+    m_strip->showModule(module);
 }
 
-void MainWindow::showState(const OverlayKind &kind)
+void MainWindow::showState(const OverlayKind &kind, const QString &hindrance)
 {
     const OverlayState state = m_states.stateOf(kind);
-    const QString text =
-        overlayStateText(state, countOf(m_overlays->drawnMarks(kind)), m_overlays->drawnLabels(kind));
+    const DrawnOverlay drawn{countOf(m_overlays->drawnMarks(kind)), m_overlays->drawnLabels(kind)};
+    const QString text = overlayStateText(state, drawn, hindrance);
     m_strip->showOverlay(kind, text, state.faults, state.isTrouble());
     m_bar->describeOverlay(kind, QStringList(text) + state.faults);
 }

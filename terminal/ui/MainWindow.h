@@ -7,7 +7,7 @@
 #include "terminal/plugin/OverlayHost.h"
 #include "terminal/services/Gate.h"
 #include "terminal/ui/InterfaceLanguage.h"
-#include "terminal/ui/ModuleState.h"
+#include "terminal/ui/ServiceStates.h"
 #include "terminal/ui/WindowPrompts.h"
 #include "trading/TradingDate.h"
 
@@ -66,8 +66,8 @@ public:
     /// What the overlays of the window hear; to be started when there is a bus.
     ScreenAnswers *answers() { return &m_answers; }
 
-    /// Why the trading module, or the bus, could not be started; until a module answers.
-    void noteFailure(const QString &reason);
+    /// How things stand with bus and trading module; to be told of those that the terminal starts itself.
+    ServiceStates *services() { return &m_services; }
 
     /// Null before overlays are started.
     OverlayHost *overlays() const { return m_overlays.get(); }
@@ -105,9 +105,8 @@ private:
     void takeNews(const SharedNews &news);
     void toggleOverlay(const OverlayKind &kind, bool shown);
     void takeShownChart();
-    ModuleState moduleState() const;
     void showStates();
-    void showState(const OverlayKind &kind);
+    void showState(const OverlayKind &kind, const QString &hindrance);
     void tellWrong(const QStringList &faults);
     void tellUnknown(const OverlayKind &kind);
     void exportChart();
@@ -118,7 +117,7 @@ private:
     InterfaceLanguage m_language;
     ScreenAnswers m_answers;
     OverlayStates m_states;
-    QString m_failure; ///< see noteFailure()
+    ServiceStates m_services;
     QTimer m_statesSoon;
     QString m_loadError;
     ChartView *m_chart;

@@ -32,7 +32,7 @@ void setState(QLabel *label, const QString &text, const QString &details, bool i
 
 } // namespace
 
-StateStrip::StateStrip(QWidget *parent) : QStatusBar(parent), m_module(makeLabel())
+StateStrip::StateStrip(QWidget *parent) : QStatusBar(parent), m_bus(makeLabel()), m_module(makeLabel())
 {
     setObjectName(QStringLiteral("stateStrip"));
     setSizeGripEnabled(false);
@@ -43,8 +43,11 @@ StateStrip::StateStrip(QWidget *parent) : QStatusBar(parent), m_module(makeLabel
         addWidget(label);
         label->hide();
     }
+    m_bus->setObjectName(QStringLiteral("state-bus"));
+    addPermanentWidget(m_bus);
     m_module->setObjectName(QStringLiteral("state-module"));
     addPermanentWidget(m_module);
+    showBus({});
     showModule({});
 }
 
@@ -61,6 +64,12 @@ void StateStrip::hideOverlay(const OverlayKind &kind)
     m_overlays[static_cast<size_t>(&kind - overlayKinds().data())]->hide();
 }
 
+void StateStrip::showBus(const BusState &bus)
+{
+    setState(m_bus, busStateText(bus), bus.reason, bus.isTrouble());
+    m_bus->setVisible(!m_bus->text().isEmpty());
+}
+
 void StateStrip::showModule(const ModuleState &module)
 {
     setState(m_module, moduleStateText(module), module.reason, module.isTrouble());
@@ -73,6 +82,9 @@ QStringList StateStrip::texts() const
         if (!label->isHidden()) {
             texts.append(label->text());
         }
+    }
+    if (!m_bus->isHidden()) {
+        texts.append(m_bus->text());
     }
     return texts + QStringList(m_module->text());
 }

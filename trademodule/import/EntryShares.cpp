@@ -119,7 +119,7 @@ void EntryReader::readTrade(const StatementRow &row, const NamedSecurity &securi
     const EntryAmounts amounts(row);
     const qint64 quantity = amounts.quantity();
     if (quantity < 0 && side != Side::Sell) {
-        throw Error(translated("the quantity of a buy is negative"));
+        throw row.errorIn(Column::Quantity, translated("the quantity of a buy is negative"));
     }
     Execution execution = begin(row, security, side);
     execution.quantity = std::abs(quantity);

@@ -25,7 +25,7 @@ Statement statementOf(StatementContents *contents, const QString &path, Doubt do
 } // namespace
 
 ImportReport importStatement(const QString &path, const ImportOptions &options, Ledger *ledger,
-                             const ReadProgress &readProgress, const Ledger::Progress &progress)
+                             const RowProgress &readProgress, const Ledger::Progress &progress)
 {
     ReadOptions reading = options.reading;
     reading.profile = profileFor(ledger, options);

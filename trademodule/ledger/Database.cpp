@@ -108,6 +108,13 @@ int socketOf(const QSqlDatabase &connection)
 
 namespace {
 
+/// In the words of the database, without those of the driver, which say nothing more.
+QString reasonOf(const QSqlError &error)
+{
+    const QString words = error.databaseText().trimmed();
+    return words.isEmpty() ? error.driverText().trimmed() : words;
+}
+
 /// A mistyped scheme is no file's name, and what follows it may be a password.
 void refuseOtherScheme(const QString &location)
 {
@@ -308,7 +315,7 @@ void Database::open(QSqlDatabase connection, const QString &shownLocation)
 {
     if (!connection.open()) {
         throw LedgerUnavailable(translated("the ledger %1 cannot be opened: %2")
-                                    .arg(shownLocation, connection.lastError().text().trimmed()));
+                                    .arg(shownLocation, reasonOf(connection.lastError())));
     }
     m_socket = m_kind == Kind::PostgreSql ? socketOf(connection) : -1;
     m_wait = 0ms;
@@ -330,7 +337,7 @@ void Database::refuse(const QSqlQuery &failed)
 {
     const bool isClosed = m_kind == Kind::PostgreSql && !connection().isOpen();
     const DatabaseFailure failure = isClosed ? DatabaseFailure::Lost : failureOf(failed.lastError(), m_kind);
-    const QString reason = failed.lastError().text().trimmed();
+    const QString reason = reasonOf(failed.lastError());
     m_isBusy = failure == DatabaseFailure::Busy;
     m_mayBeDone = failure == DatabaseFailure::Lost || failure == DatabaseFailure::DiskFails;
     switch (failure) {

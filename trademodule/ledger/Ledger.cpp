@@ -14,6 +14,7 @@ namespace TradeModule {
 Ledger::Ledger(const QString &location, Mode mode) : m_database(location)
 {
     if (mode == Mode::DryRun && schemaVersion(&m_database) != currentSchemaVersion()) {
+        m_unchecked.emplace(&m_database);
         m_trial.emplace(&m_database);
         migrateWithin(&m_database);
     } else {
@@ -68,22 +69,20 @@ QVector<ImportedStatement> Ledger::imports()
     return StatementTable(&m_database).all();
 }
 
-QVector<SecurityId> Ledger::securitiesOfImport(qint64 number)
-{
-    return StatementTable(&m_database).securities(number);
-}
-
-int Ledger::undoImport(qint64 number)
+UndoneImport Ledger::undoImport(qint64 number)
 {
     Transaction transaction(&m_database);
-    StatementTable(&m_database).remove(number);
+    StatementTable statements(&m_database);
+    UndoneImport undone{statements.find(number), statements.securities(number)};
+    statements.remove(number);
     HoldingTable(&m_database).addUpAll();
-    transaction.commit();
-    const QVector<ImportedStatement> left = imports();
-    return static_cast<int>(
+    const QVector<ImportedStatement> left = statements.all();
+    undone.repeatedLater = static_cast<int>(
         std::count_if(left.begin(), left.end(), [number](const ImportedStatement &statement) {
             return statement.number > number && statement.alreadyThere > 0;
         }));
+    transaction.commit();
+    return undone;
 }
 
 CostMethod Ledger::costMethod()

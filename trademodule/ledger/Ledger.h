@@ -6,6 +6,7 @@
 #include "trademodule/ledger/Statement.h"
 #include "trademodule/ledger/StatementTable.h"
 #include "trademodule/ledger/Transaction.h"
+#include "trademodule/ledger/UncheckedReferences.h"
 
 #include <functional>
 #include <optional>
@@ -35,11 +36,8 @@ public:
 
     /// What was imported, oldest first.
     QVector<ImportedStatement> imports();
-    /// The securities that an import added entries of.
-    QVector<SecurityId> securitiesOfImport(qint64 number);
-    /// Takes an import back as a whole. How many later imports repeated entries of others, which may be gone
-    /// now. An Error when there is none of this number.
-    int undoImport(qint64 number);
+    /// Takes an import back as a whole. An Error when there is none of this number.
+    UndoneImport undoImport(qint64 number);
 
     /// How the costs of holdings are reckoned; the moving average in a new ledger.
     CostMethod costMethod();
@@ -86,7 +84,8 @@ public:
 
 private:
     Database m_database;
-    std::optional<Transaction> m_trial; ///< of a dry run on the tables of an older program
+    std::optional<UncheckedReferences> m_unchecked; ///< around the trial
+    std::optional<Transaction> m_trial;             ///< of a dry run on the tables of an older program
 };
 
 } // namespace TradeModule

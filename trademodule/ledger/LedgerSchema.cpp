@@ -4,6 +4,7 @@
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/ledger/LedgerCopy.h"
 #include "trademodule/ledger/Transaction.h"
+#include "trademodule/ledger/UncheckedReferences.h"
 
 #include <QFile>
 #include <QStringList>
@@ -111,15 +112,39 @@ const std::vector<QStringList> &migrations()
             // entries that are no trades, and markets that charts do not know
             QStringLiteral("%POSTGRESQL% ALTER TABLE security DROP CONSTRAINT security_market_check"),
             QStringLiteral("%POSTGRESQL% ALTER TABLE execution DROP CONSTRAINT execution_side_check"),
-            // SQLite has no such command: what the tables hold stays as it is, only their text changes
-            QStringLiteral("%SQLITE% PRAGMA writable_schema = ON"),
+            // SQLite has no such command: the two tables are made anew, see UncheckedReferences
+            QStringLiteral(R"(%SQLITE% CREATE TABLE new_security (
+                id %ID%,
+                code TEXT NOT NULL,
+                market TEXT NOT NULL,
+                name TEXT NOT NULL DEFAULT '',
+                UNIQUE (code, market)))"),
+            QStringLiteral("%SQLITE% INSERT INTO new_security (id, code, market, name) "
+                           "SELECT id, code, market, name FROM security"),
+            QStringLiteral("%SQLITE% DROP TABLE security"),
+            QStringLiteral("%SQLITE% ALTER TABLE new_security RENAME TO security"),
+            QStringLiteral(R"(%SQLITE% CREATE TABLE new_execution (
+                id %ID%,
+                security_id BIGINT NOT NULL REFERENCES security (id),
+                statement_id BIGINT REFERENCES statement (id),
+                side TEXT NOT NULL,
+                trade_date INTEGER NOT NULL,
+                trade_time INTEGER NOT NULL,
+                price BIGINT NOT NULL CHECK (price >= 0),
+                quantity BIGINT NOT NULL CHECK (quantity > 0),
+                amount BIGINT NOT NULL,
+                fee BIGINT NOT NULL,
+                order_no TEXT NOT NULL,
+                deal_no TEXT NOT NULL))"),
             QStringLiteral(
-                "%SQLITE% UPDATE sqlite_master SET sql = replace(sql, "
-                "' CHECK (market IN (''SH'', ''SZ''))', '') WHERE type = 'table' AND name = 'security'"),
-            QStringLiteral(
-                "%SQLITE% UPDATE sqlite_master SET sql = replace(sql, "
-                "' CHECK (side IN (''B'', ''S'', ''G''))', '') WHERE type = 'table' AND name = 'execution'"),
-            QStringLiteral("%SQLITE% PRAGMA writable_schema = RESET"),
+                "%SQLITE% INSERT INTO new_execution (id, security_id, statement_id, side, trade_date, "
+                "trade_time, price, quantity, amount, fee, order_no, deal_no) SELECT id, security_id, "
+                "statement_id, side, trade_date, trade_time, price, quantity, amount, fee, order_no, deal_no "
+                "FROM execution"),
+            QStringLiteral("%SQLITE% DROP TABLE execution"),
+            QStringLiteral("%SQLITE% ALTER TABLE new_execution RENAME TO execution"),
+            QStringLiteral("%SQLITE% CREATE INDEX execution_by_time ON execution (security_id, trade_date, "
+                           "trade_time, id, side, price, quantity, amount, fee, order_no, deal_no)"),
             QStringLiteral("ALTER TABLE statement ADD COLUMN account TEXT NOT NULL DEFAULT ''"),
             QStringLiteral("ALTER TABLE statement ADD COLUMN added INTEGER NOT NULL DEFAULT 0"),
             QStringLiteral("ALTER TABLE statement ADD COLUMN already_there INTEGER NOT NULL DEFAULT 0"),
@@ -210,6 +235,7 @@ void applyMigrations(Database *database, int to)
         }
     }
     database->run(QStringLiteral("UPDATE ledger_version SET version = ?"), {to});
+    UncheckedReferences::refuseBroken(database);
 }
 
 /// Where a statement of the version makes the table.
@@ -269,6 +295,7 @@ void migrateSchema(Database *database, int to)
     }
     const QString copy = found > 0 ? copyAside(database, found) : QString();
     try {
+        const UncheckedReferences tablesAreMadeAnew(database);
         Transaction transaction(database);
         applyMigrations(database, to);
         transaction.commit();

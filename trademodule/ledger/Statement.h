@@ -40,6 +40,7 @@ struct Statement
 /// What became of a statement.
 struct Booked
 {
+    qint64 number = 0; ///< of the import, see Ledger::imports(); 0 when the ledger stayed as it was
     int added = 0;
     int alreadyThere = 0;
     int inAnotherForm = 0; ///< of those already there: another kind of export told them

@@ -44,6 +44,7 @@ Booked StatementBooking::book(const Ledger::Progress &progress)
     }
     if (m_statementId.isValid()) {
         StatementTable(m_database).finish(m_statementId, m_statement, m_booked);
+        m_booked.number = m_statementId.toLongLong();
     }
     return m_booked;
 }

@@ -88,6 +88,18 @@ void StatementTable::takeCash(const QVariant &id, const StatedCash &cash)
     }
 }
 
+ImportedStatement StatementTable::find(qint64 number)
+{
+    const QVector<ImportedStatement> imports = all();
+    const auto found =
+        std::find_if(imports.begin(), imports.end(),
+                     [number](const ImportedStatement &statement) { return statement.number == number; });
+    if (found == imports.end()) {
+        throw Error(translated("there is no import %1; see the command imports").arg(number));
+    }
+    return *found;
+}
+
 QVector<SecurityId> StatementTable::securities(qint64 number)
 {
     Rows rows = m_database->run(
@@ -103,9 +115,6 @@ QVector<SecurityId> StatementTable::securities(qint64 number)
 
 void StatementTable::remove(qint64 number)
 {
-    if (!m_database->run(QStringLiteral("SELECT 1 FROM statement WHERE id = ?"), {number}).next()) {
-        throw Error(translated("there is no import %1; see the command imports").arg(number));
-    }
     restoreFees(number);
     restoreCash(number);
     for (const char *table : {"money_entry", "execution"}) {

@@ -23,6 +23,14 @@ struct ImportedStatement
     std::optional<TradingDate> lastDay;
 };
 
+/// An import that was taken back.
+struct UndoneImport
+{
+    ImportedStatement statement;
+    QVector<SecurityId> securities; ///< that it had entries of
+    int repeatedLater = 0;          ///< later imports that repeated entries of others, which may be gone now
+};
+
 /// The statements that were imported.
 class StatementTable
 {
@@ -40,6 +48,9 @@ public:
 
     /// Notes the cash that a statement tells. The account's cash is what the newest balance of all says.
     void takeCash(const QVariant &id, const StatedCash &cash);
+
+    /// An Error when there is none of this number.
+    ImportedStatement find(qint64 number);
 
     /// The securities that a statement added entries of.
     QVector<SecurityId> securities(qint64 number);

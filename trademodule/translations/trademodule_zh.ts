@@ -210,10 +210,6 @@
         <translation>一个要导入的文件 FILE</translation>
     </message>
     <message>
-        <source>Importing</source>
-        <translation>正在导入</translation>
-    </message>
-    <message>
         <source>Shows what would happen and changes nothing.</source>
         <translation>试运行：只显示结果，不作任何更改。</translation>
     </message>
@@ -938,14 +934,6 @@
         <translation>之后有 %1 次导入含有当时已存在的记录；如果它们来自刚撤销的导入，请重新导入</translation>
     </message>
     <message>
-        <source>%1: warning: the statement has %2 yuan after this row, but its rows come to %3</source>
-        <translation>%1：警告：对账单在此行之后的资金为 %2 元，而各行合计为 %3</translation>
-    </message>
-    <message>
-        <source>%1: warning: the statement holds %2 of %3 after this row, the ledger %4 (%5 securities disagree); import the earlier statements, or enter what was held before with open</source>
-        <translation>%1：警告：对账单在此行之后持有 %2 股 %3，账本为 %4（%5 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
-    </message>
-    <message>
         <source>%1:%2: there is no code %3 on the market %4</source>
         <translation>%1:%2：市场 %4 没有代码 %3</translation>
     </message>
@@ -1084,10 +1072,6 @@
     <message>
         <source>in doubt: %1</source>
         <translation>存疑：%1</translation>
-    </message>
-    <message>
-        <source>kept out: %1 of short sales and their covers, the first at %2; shares that were borrowed are not in the books</source>
-        <translation>不入账：%1融券卖出及还券，首行在 %2；借入的股份不在账内</translation>
     </message>
     <message>
         <source>kept: %1 equal to another but without a deal number; if the file holds them twice by mistake, take the import back with undo, remove them and import again</source>
@@ -1230,14 +1214,6 @@
         <translation>止</translation>
     </message>
     <message>
-        <source>warning: %1 brought shares in without a price, the first at %2: the cost price of these is too low</source>
-        <translation>警告：%1转入股份没有价格，首行在 %2：其成本价偏低</translation>
-    </message>
-    <message>
-        <source>warning: the fees of %1 are not what the account paid beyond the amount, the first at %2</source>
-        <translation>警告：%1的费用与发生金额不符，首行在 %2</translation>
-    </message>
-    <message>
         <source>words that say nothing to the import: %1; see --suggest</source>
         <translation>导入不认识的用词：%1；请看 --suggest</translation>
     </message>
@@ -1306,6 +1282,50 @@
     <message>
         <source>--from is later than --to</source>
         <translation>--from 晚于 --to</translation>
+    </message>
+    <message>
+        <source>warning: the statement holds %1 of %2 after this row, the ledger %3 (%4 securities disagree); import the earlier statements, or enter what was held before with open</source>
+        <translation>警告：对账单在此行之后持有 %1 股 %2，账本为 %3（%4 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
+    </message>
+    <message>
+        <source>warning: the statement has %1 yuan after this row, but its rows come to %2</source>
+        <translation>警告：对账单在此行之后的资金为 %1 元，而各行合计为 %2</translation>
+    </message>
+    <message>
+        <source>kept out: %1 of short sales and their covers, beginning with this one; shares that were borrowed are not in the books</source>
+        <translation>不入账：融券卖出及还券，自本行起%1；借入的股份不在账内</translation>
+    </message>
+    <message>
+        <source>warning: %1, beginning with this one, brought shares in without a price: their cost price is too low</source>
+        <translation>警告：自本行起%1转入股份没有价格：其成本价偏低</translation>
+    </message>
+    <message>
+        <source>warning: the fees of %1, beginning with this one, are not what the account paid beyond the amount</source>
+        <translation>警告：自本行起%1的费用与发生金额不符</translation>
+    </message>
+    <message>
+        <source>Booking</source>
+        <translation>入账</translation>
+    </message>
+    <message>
+        <source>cannot be read: %1</source>
+        <translation>无法读取：%1</translation>
+    </message>
+    <message>
+        <source>the statement has no entries of the account %1, only of %2</source>
+        <translation>对账单中没有账户 %1 的记录，只有 %2</translation>
+    </message>
+    <message>
+        <source>--progress is &quot;%1&quot;, but must be json</source>
+        <translation>--progress 为“%1”，但必须为 json</translation>
+    </message>
+    <message>
+        <source>Writes the report as JSON, for programs.</source>
+        <translation>以 JSON 输出报告，供程序读取。</translation>
+    </message>
+    <message>
+        <source>Writes lines of JSON meanwhile, too, with the word json.</source>
+        <translation>取值 json：过程中也输出 JSON 行。</translation>
     </message>
 </context>
 </TS>

@@ -964,6 +964,14 @@
         <source>The trading module %1 cannot be started: %2</source>
         <translation>交易模块 %1 无法启动：%2</translation>
     </message>
+    <message>
+        <source>The program of the trading module, %1, is not there: install it, or name it with --module.</source>
+        <translation>找不到交易模块程序 %1：请安装它，或用 --module 指定。</translation>
+    </message>
+    <message>
+        <source>The file %1 is no program that may be run: name that of the trading module with --module.</source>
+        <translation>文件 %1 不是可运行的程序：请用 --module 指定交易模块程序。</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TradeServices</name>
@@ -1520,6 +1528,14 @@
         <source>wrong answer</source>
         <translation>应答有误</translation>
     </message>
+    <message>
+        <source>no answer since %1</source>
+        <translation>自 %1 起没有应答</translation>
+    </message>
+    <message>
+        <source>%1; %2</source>
+        <translation>%1；%2</translation>
+    </message>
 </context>
 <context>
     <name>ModuleState</name>
@@ -1567,12 +1583,71 @@
         <source>Trading module: does not answer any more</source>
         <translation>交易模块：不再应答</translation>
     </message>
+    <message>
+        <source>No answer since %1</source>
+        <translation>自 %1 起没有应答</translation>
+    </message>
+    <message>
+        <source>This window&apos;s ledger: %1</source>
+        <translation>本窗口的账本：%1</translation>
+    </message>
+    <message>
+        <source>Trading module: starting</source>
+        <translation>交易模块：正在启动</translation>
+    </message>
+    <message>
+        <source>Trading module: of another ledger</source>
+        <translation>交易模块：属于另一账本</translation>
+    </message>
+    <message>
+        <source>Trading module: no answer since %1</source>
+        <translation>交易模块：自 %1 起没有应答</translation>
+    </message>
+    <message>
+        <source>waits for the trading module</source>
+        <translation>等待交易模块</translation>
+    </message>
+    <message>
+        <source>no bus</source>
+        <translation>没有总线</translation>
+    </message>
+    <message>
+        <source>no trading module</source>
+        <translation>没有交易模块</translation>
+    </message>
+    <message>
+        <source>the trading module does not run</source>
+        <translation>交易模块未运行</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::StateStrip</name>
     <message>
         <source>%1: %2</source>
         <translation>%1：%2</translation>
+    </message>
+</context>
+<context>
+    <name>BusState</name>
+    <message>
+        <source>Orders cannot be sent, and nothing that changes is heard, until it is back.</source>
+        <translation>总线恢复之前，无法发出委托，也收不到任何变动。</translation>
+    </message>
+    <message>
+        <source>Bus: joining</source>
+        <translation>总线：正在连接</translation>
+    </message>
+    <message>
+        <source>Bus: joined</source>
+        <translation>总线：已连接</translation>
+    </message>
+    <message>
+        <source>Bus: gone, joining again</source>
+        <translation>总线：已断开，正在重新连接</translation>
+    </message>
+    <message>
+        <source>Bus: does not run</source>
+        <translation>总线：未运行</translation>
     </message>
 </context>
 </TS>

@@ -42,7 +42,7 @@ TEST(StatementReader, IgnoresWhatStandsAroundTheEntries)
 
     EXPECT_THAT(described(contents.executions),
                 ElementsAre("20210811 11035100 buy SH600000 100 at 9.10 = 910.00 fee 0.00 deal 1"));
-    EXPECT_EQ(contents.leftOut.at(QStringLiteral("totals")), 1);
+    EXPECT_EQ(contents.kinds.at(Outcome::Nothing).at(QStringLiteral("totals")), 1);
     EXPECT_THAT(reasons(contents), IsEmpty());
 }
 

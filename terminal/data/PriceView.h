@@ -1,0 +1,11 @@
+#pragma once
+
+namespace Terminal {
+
+/// Which prices a chart shows.
+enum class PriceView {
+    Raw,     ///< 不复权: as they were paid
+    Adjusted ///< 前复权: those before an ex-date as they compare with today's
+};
+
+} // namespace Terminal
