@@ -1244,6 +1244,10 @@
         <translation>账本的数据库或磁盘未确认一项更改：尚不清楚更改是否已生效。重试前请先查看</translation>
     </message>
     <message>
+        <source>a row of the ledger&apos;s table %1 refers to one of %2 that is not there</source>
+        <translation>账本的表 %1 中有一行引用了表 %2 中不存在的行</translation>
+    </message>
+    <message>
         <source>the ledger has no marks of changes yet</source>
         <translation>账本尚无更改标记</translation>
     </message>
