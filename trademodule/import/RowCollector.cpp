@@ -144,7 +144,8 @@ void RowCollector::begin(const TableHeader &header)
 void RowCollector::takeEntry(const SheetRow &row)
 {
     const QStringList cells = m_header->cells(row);
-    const StatementRow statementRow(m_header->columns(), cells);
+    const StatementRow statementRow(m_header->columns(), cells, m_options.areAmountsUnsigned);
+    noteSign(statementRow);
     try {
         const Entry entry = m_entries.read(statementRow);
         if (!entry.isFurniture && isCutShort(m_header->columns(), cells)) {
@@ -161,12 +162,21 @@ void RowCollector::takeEntry(const SheetRow &row)
             keep(entry, statementRow, row.line);
             m_contents.rowCount += entry.isFurniture ? 0 : 1;
         }
+    } catch (const UnsignedBuy &error) {
+        m_hasUnsignedBuy = true;
+        refuse(row.line, error.reason(), error.column());
     } catch (const CellError &error) {
         refuse(row.line, error.reason(), error.column());
     } catch (const Error &error) {
         refuse(row.line, error.reason());
     }
     m_hasRows = true;
+}
+
+void RowCollector::noteSign(const StatementRow &row)
+{
+    m_hasNegativeNet =
+        m_hasNegativeNet || CellValue::money(row.cell(Column::Net)).value_or(Money()).isNegative();
 }
 
 /// The accounts are told apart by their own column; without one by shareholder's codes of one kind.
@@ -310,6 +320,8 @@ StatementContents RowCollector::finish()
     finishAllotments();
     finishOrder();
     finishDays();
+    m_contents.areAmountsUnsigned = m_options.areAmountsUnsigned;
+    m_contents.mayBeUnsigned = m_hasUnsignedBuy && !m_hasNegativeNet;
     m_contents.unknownWords = m_entries.unknownWords();
     m_contents.cashDisagreement = m_cashCheck.disagreement();
     return std::move(m_contents);

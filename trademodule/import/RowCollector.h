@@ -29,6 +29,7 @@ private:
     void takeEntry(const SheetRow &row);
     bool isOfOtherAccount(const StatementRow &row);
     void noteAccount(const QString &account);
+    void noteSign(const StatementRow &row);
     void keep(const Entry &entry, const StatementRow &row, int line);
     void keepShares(const Entry &entry, int line, uint fingerprint);
     void keepMoney(const MoneyEntry &money);
@@ -49,6 +50,8 @@ private:
     std::optional<TableHeader> m_header;
     bool m_isInOtherTable = false;
     bool m_hasRows = false;
+    bool m_hasNegativeNet = false;
+    bool m_hasUnsignedBuy = false;
     StatementColumns m_nearMiss; ///< before a header: the columns of the line that comes nearest to one
     ListedEntries m_listed;
     Allotments m_allotments;
