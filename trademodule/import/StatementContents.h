@@ -75,6 +75,7 @@ struct StatementContents
     int equalRows = 0;    ///< kept: equal to another row, but nothing says that they are one fill
     int daysAsListed = 0; ///< days of a security whose order is only as listed
 
+    QStringList sheetsLeftOut; ///< of a workbook: they tell no entries
     QStringList unknownColumns;
     QStringList unknownWords;
     Noted feesInDoubt; ///< the fees do not come to what was paid

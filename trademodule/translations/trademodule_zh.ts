@@ -1347,5 +1347,13 @@
         <source>&quot;%1&quot; does not say whether money came or went, and no sign does</source>
         <translation>“%1”未说明资金是转入还是转出，也没有正负号</translation>
     </message>
+    <message>
+        <source>sheet %1: %2</source>
+        <translation>工作表 %1：%2</translation>
+    </message>
+    <message>
+        <source>left out: sheets without a header of entries: %1</source>
+        <translation>未读取没有交易表头的工作表：%1</translation>
+    </message>
 </context>
 </TS>
