@@ -31,8 +31,9 @@ bool isTotalLine(const StatementRow &row)
 /// True of a line without anything that every entry has.
 bool isTextLine(const StatementRow &row)
 {
+    const Column ofDay = row.has(Column::Date) ? Column::Date : Column::Time;
     return CellValue::isEmpty(row.cell(Column::Code)) && CellValue::isEmpty(row.cell(Column::Quantity)) &&
-           !CellValue::date(row.cell(Column::Date)) && (row.has(Column::Code) || !row.has(Column::Price));
+           !CellValue::date(row.cell(ofDay)) && (row.has(Column::Code) || !row.has(Column::Price));
 }
 
 Entry furniture(const char *kind)

@@ -79,7 +79,14 @@ void EntryReader::readShares(const StatementRow &row, Entry *entry)
 {
     const Effect effect = entry->kind.effect;
     if (EntryAmounts(row).quantity() == 0) { // money alone, whatever the words say
-        if (effect == Effect::Buy || effect == Effect::Sell) {
+        const bool isTradeWord = effect == Effect::Buy || effect == Effect::Sell;
+        if (isTradeWord && !row.has(Column::Quantity)) {
+            throw Error(
+                translated("\"%1\" is a trade, but the statement has no column of quantities (成交数量): "
+                           "export the executed trades")
+                    .arg(entry->word));
+        }
+        if (isTradeWord) {
             entry->kind = EntryAmounts(row).net().value_or(Money()).isZero()
                               ? BusinessKind{QT_TR_NOOP("entries without a quantity"), Effect::Nothing}
                               : Business::otherMoney();
@@ -145,8 +152,8 @@ void EntryReader::readWithoutPrice(const StatementRow &row, const NamedSecurity 
     const Money net = amounts.net().value_or(Money());
     const Money amount = amounts.statedAmount();
     const bool hasMoney = !net.isZero() || !amount.isZero();
-    const bool isIncome =
-        side == Side::Buy && !net.isZero() && !net.isNegative() && !row.areAmountsUnsigned();
+    const bool isIncome = side == Side::Buy && !net.isZero() && !net.isNegative() && row.has(Column::Price) &&
+                          !row.areAmountsUnsigned();
     if (isIncome) {
         entry->kind = Business::otherMoney();
         readMoney(row, entry);

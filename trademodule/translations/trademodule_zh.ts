@@ -1355,5 +1355,9 @@
         <source>left out: sheets without a header of entries: %1</source>
         <translation>未读取没有交易表头的工作表：%1</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; is a trade, but the statement has no column of quantities (成交数量): export the executed trades</source>
+        <translation>“%1”是交易，但对账单没有成交数量列：请导出成交记录</translation>
+    </message>
 </context>
 </TS>
