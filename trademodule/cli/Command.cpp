@@ -37,6 +37,27 @@ std::optional<TradingDate> Invocation::date(const QString &option) const
     return date;
 }
 
+DateRange Invocation::days() const
+{
+    DateRange days;
+    days.first = date(QStringLiteral("from")).value_or(days.first);
+    days.last = date(QStringLiteral("to")).value_or(days.last);
+    if (days.last < days.first) {
+        throw UsageError(translated("--from is later than --to"));
+    }
+    return days;
+}
+
+QCommandLineOption Invocation::firstDayOption()
+{
+    return {QStringLiteral("from"), translated("First day."), QStringLiteral("yyyymmdd")};
+}
+
+QCommandLineOption Invocation::lastDayOption()
+{
+    return {QStringLiteral("to"), translated("Last day."), QStringLiteral("yyyymmdd")};
+}
+
 QStringList Invocation::arguments(int count, const QString &what) const
 {
     if (arguments().size() != count) {

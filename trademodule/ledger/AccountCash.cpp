@@ -6,7 +6,7 @@ namespace TradeModule {
 
 Money AccountCash::amount()
 {
-    QSqlQuery row = m_database->run(QStringLiteral("SELECT cash FROM account"));
+    Rows row = m_database->run(QStringLiteral("SELECT cash FROM account"));
     row.next();
     return ColumnValue::money(row.value(0));
 }
@@ -43,14 +43,14 @@ void AccountCash::reckon()
 /// What the cash owes to balances.
 Money AccountCash::statedPart()
 {
-    QSqlQuery row = m_database->run(QStringLiteral("SELECT stated_cash FROM account"));
+    Rows row = m_database->run(QStringLiteral("SELECT stated_cash FROM account"));
     row.next();
     return ColumnValue::money(row.value(0));
 }
 
 Money AccountCash::newestStatedPart()
 {
-    QSqlQuery row = m_database->run(
+    Rows row = m_database->run(
         QStringLiteral("SELECT s.balance, s.own_cash, s.id > a.entered_after FROM statement s, account a "
                        "WHERE s.balance IS NOT NULL "
                        "ORDER BY s.balance_date DESC, s.balance_time DESC, s.id DESC LIMIT 1"));

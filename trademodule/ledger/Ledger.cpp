@@ -33,8 +33,8 @@ qint64 Ledger::registerSecurity(const SecurityId &security, const QString &name)
                                   "ON CONFLICT (code, market) DO UPDATE SET name = CASE "
                                   "WHEN excluded.name = '' THEN security.name ELSE excluded.name END"),
                    {security.code, market, QLatin1String("") + name});
-    QSqlQuery id = m_database.run(QStringLiteral("SELECT id FROM security WHERE code = ? AND market = ?"),
-                                  {security.code, market});
+    Rows id = m_database.run(QStringLiteral("SELECT id FROM security WHERE code = ? AND market = ?"),
+                             {security.code, market});
     id.next();
     return id.value(0).toLongLong();
 }
@@ -155,7 +155,7 @@ MoneyEntries Ledger::money()
 
 QString Ledger::importProfile()
 {
-    QSqlQuery row = m_database.run(QStringLiteral("SELECT text FROM import_profile"));
+    Rows row = m_database.run(QStringLiteral("SELECT text FROM import_profile"));
     return row.next() ? row.value(0).toString() : QString();
 }
 
@@ -188,7 +188,7 @@ Holding Ledger::holding(const SecurityId &security)
 
 qint64 Ledger::heldBefore(const SecurityId &security, TradingDate day)
 {
-    QSqlQuery row = m_database.run(
+    Rows row = m_database.run(
         QStringLiteral(
             "SELECT COALESCE(SUM(CASE WHEN e.side IN ('S', 'M', 'O') THEN -e.quantity ELSE e.quantity END), "
             "0) FROM execution e JOIN security s ON s.id = e.security_id "

@@ -182,6 +182,12 @@ const std::vector<QStringList> &migrations()
             QStringLiteral("ALTER TABLE account ADD COLUMN cost_method TEXT NOT NULL DEFAULT 'average'"),
         },
         {
+            // by which is found out whether a change was made whose end was not confirmed
+            QStringLiteral(R"(CREATE TABLE change_mark (
+                mark BIGINT PRIMARY KEY,
+                made_on INTEGER NOT NULL))"),
+        },
+        {
             QStringLiteral("ALTER TABLE statement ADD COLUMN holders TEXT NOT NULL DEFAULT ''"),
             // the account's cash without any statement's balance, when this statement came
             QStringLiteral("ALTER TABLE statement ADD COLUMN own_cash BIGINT"),
@@ -202,6 +208,14 @@ const std::vector<QStringList> &migrations()
                 part INTEGER NOT NULL,
                 entries %BYTES% NOT NULL,
                 PRIMARY KEY (statement_id, part)))"),
+        },
+        {
+            // of the fee
+            QStringLiteral("ALTER TABLE execution ADD COLUMN stamp_duty BIGINT NOT NULL DEFAULT 0"),
+            QStringLiteral("DROP INDEX execution_by_time"), // it holds whole rows
+            QStringLiteral(
+                "CREATE INDEX execution_by_time ON execution (security_id, trade_date, trade_time, "
+                "id, side, price, quantity, amount, fee, order_no, deal_no, stamp_duty)"),
         },
     };
     return steps;
@@ -255,6 +269,21 @@ void applyMigrations(Database *database, int to)
     UncheckedReferences::refuseBroken(database);
 }
 
+/// Where a statement of the version makes the table.
+void markChangesIfPossible(Database *database)
+{
+    if (database->hasTable(QStringLiteral("change_mark"))) {
+        database->markChanges();
+    }
+}
+
+void removeCopy(const QString &copy)
+{
+    if (!copy.isEmpty()) {
+        QFile::remove(copy);
+    }
+}
+
 } // namespace
 
 int currentSchemaVersion()
@@ -267,7 +296,7 @@ int schemaVersion(Database *database)
     if (!database->hasTable(QStringLiteral("ledger_version"))) {
         return 0;
     }
-    QSqlQuery query = database->run(QStringLiteral("SELECT version FROM ledger_version"));
+    Rows query = database->run(QStringLiteral("SELECT version FROM ledger_version"));
     return query.next() ? query.value(0).toInt() : 0;
 }
 
@@ -286,6 +315,7 @@ void migrateSchema(Database *database, int to)
     const int found = schemaVersion(database);
     refuseNewer(found);
     if (found == to) {
+        markChangesIfPossible(database);
         return;
     }
     if (database->isReadOnly()) {
@@ -303,9 +333,10 @@ void migrateSchema(Database *database, int to)
     } catch (const OutcomeUnknown &) {
         throw; // the tables may be the new ones
     } catch (...) {
-        QFile::remove(copy); // the ledger is as it was, and each further try would leave one more
+        removeCopy(copy); // the ledger is as it was, and each further try would leave one more
         throw;
     }
+    markChangesIfPossible(database);
 }
 
 } // namespace TradeModule

@@ -32,8 +32,8 @@ qint64 OrderBook::securityId(const SecurityId &security)
 
 qint64 OrderBook::add(const Order &order)
 {
-    QSqlQuery row = m_database->run(OrderColumns::insertion(),
-                                    OrderColumns::insertedValues(order, securityId(order.security)));
+    Rows row = m_database->run(OrderColumns::insertion(),
+                               OrderColumns::insertedValues(order, securityId(order.security)));
     row.next();
     return row.value(0).toLongLong();
 }
@@ -57,7 +57,7 @@ void OrderBook::execute(const Execution &execution)
 
 Orders OrderBook::ordersWhere(const QString &condition, const QVariantList &values)
 {
-    QSqlQuery rows = m_database->run(
+    Rows rows = m_database->run(
         QStringLiteral(
             "SELECT %1 FROM trade_order o JOIN security s ON s.id = o.security_id WHERE %2 ORDER BY o.id")
             .arg(OrderColumns::selected(), condition),

@@ -168,14 +168,31 @@ void StatementBooking::take(const FillMatching &matching, Entries *added)
     }
 }
 
-/// An earlier export may have had no fees.
+/// An earlier export may have had no fees, or not told their stamp duty apart.
 void StatementBooking::complete(const FillMatching::Pair &pair)
 {
-    if (!pair.known->isImported || !pair.known->execution.fee.isZero() || pair.told->fee.isZero()) {
+    const Execution &known = pair.known->execution;
+    if (!pair.known->isImported) {
         return;
     }
-    m_database->run(QStringLiteral("UPDATE execution SET fee = ? WHERE id = ?"),
-                    {pair.told->fee.steps(), pair.known->id});
+    if (known.fee == pair.told->fee && known.stampDuty.isZero() && !pair.told->stampDuty.isZero()) {
+        writeFee(pair);
+    } else if (known.fee.isZero() && !pair.told->fee.isZero()) {
+        completeFee(pair);
+    }
+}
+
+/// Of which part is stamp duty stays known when the import is taken back: no cost depends on it.
+void StatementBooking::writeFee(const FillMatching::Pair &pair)
+{
+    number(); // the ledger has changed by this statement, though no entry may be new
+    m_database->run(QStringLiteral("UPDATE execution SET fee = ?, stamp_duty = ? WHERE id = ?"),
+                    {pair.told->fee.steps(), pair.told->stampDuty.steps(), pair.known->id});
+}
+
+void StatementBooking::completeFee(const FillMatching::Pair &pair)
+{
+    writeFee(pair);
     m_database->run(QStringLiteral("INSERT INTO completed_fee (statement_id, execution_id) VALUES (?, ?)"),
                     {number(), pair.known->id});
     ++m_booked.completedFees;

@@ -42,6 +42,8 @@ private:
     Entries notAllottedYet(const SecurityId &security, const Told &told);
     void take(const FillMatching &matching, Entries *added);
     void complete(const FillMatching::Pair &pair);
+    void writeFee(const FillMatching::Pair &pair);
+    void completeFee(const FillMatching::Pair &pair);
     void insert(const Entries &added, qint64 securityId);
     void updateHolding(const SecurityId &security, const Told &told, const Entries &added);
     void bookMoney();

@@ -38,7 +38,7 @@ Days daysOf(const Statement &statement)
 
 QVector<ImportedStatement> StatementTable::all()
 {
-    QSqlQuery rows = m_database->run(QStringLiteral(
+    Rows rows = m_database->run(QStringLiteral(
         "SELECT id, file, imported_at, account, holders, added, already_there, money, first_date, last_date "
         "FROM statement ORDER BY id"));
     QVector<ImportedStatement> all;
@@ -56,7 +56,7 @@ QVector<ImportedStatement> StatementTable::all()
 qint64 StatementTable::add(const Statement &statement)
 {
     m_database->run(QStringLiteral("UPDATE account SET imports = imports + 1"));
-    QSqlQuery row =
+    Rows row =
         m_database->run(QStringLiteral("INSERT INTO statement (id, file, imported_at, account, holders) "
                                        "SELECT imports, ?, ?, ?, ? FROM account RETURNING id"),
                         {statement.file, QDateTime::currentDateTimeUtc().toString(Qt::ISODate),
@@ -90,7 +90,7 @@ ImportedStatement StatementTable::find(qint64 number)
 
 QVector<SecurityId> StatementTable::securities(qint64 number)
 {
-    QSqlQuery rows = m_database->run(
+    Rows rows = m_database->run(
         QStringLiteral("SELECT DISTINCT s.code, s.market FROM execution e JOIN security s "
                        "ON s.id = e.security_id WHERE e.statement_id = ? ORDER BY s.code, s.market"),
         {number});
@@ -118,7 +118,7 @@ void StatementTable::remove(qint64 number)
 
 void StatementTable::restoreFees(qint64 number)
 {
-    m_database->run(QStringLiteral("UPDATE execution SET fee = 0 WHERE id IN "
+    m_database->run(QStringLiteral("UPDATE execution SET fee = 0, stamp_duty = 0 WHERE id IN "
                                    "(SELECT execution_id FROM completed_fee WHERE statement_id = ?)"),
                     {number});
     m_database->run(QStringLiteral("DELETE FROM completed_fee WHERE statement_id = ? OR execution_id IN "
