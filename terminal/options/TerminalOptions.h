@@ -61,6 +61,10 @@ struct ParsedOptions
 /// A failure names the option and what it may be.
 Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &programFolder);
 
+/// True when the command line names something to be seen: data, an account, a chart or a picture. Else the
+/// terminal shows what it did the last time, or its start page.
+bool nameAChart(const TerminalOptions &options);
+
 /// Sets one option, of those that have a value, by its name and the text of its value. Returns an empty text,
 /// or what the value must be; then the options are as they were.
 QString takeOption(const QString &name, const QString &value, TerminalOptions *options);

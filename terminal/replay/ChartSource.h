@@ -16,6 +16,9 @@ public:
     /// `replay` must outlive the source.
     ChartSource(const DataFolder &folder, const Replay *replay);
 
+    /// The folder has other files now.
+    void setFolder(const DataFolder &folder) { m_folder = folder; }
+
     const Securities &securities() const { return m_folder.securities(); }
 
     /// The recorded days of `code`, oldest first; today is the last one while it is replayed.

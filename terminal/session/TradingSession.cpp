@@ -50,6 +50,9 @@ void TradingSession::begin()
 
 void TradingSession::join()
 {
+    if (std::exchange(m_hasJoined, true)) {
+        return;
+    }
     m_module.start(m_busAddress);
     m_desk.start(m_busAddress);
     m_shared.start(m_busAddress);
@@ -68,6 +71,12 @@ QString TradingSession::openReplay(const ChartData &day)
         m_replayLock.release();
     }
     return tr("Only a chart of minutes can be replayed.");
+}
+
+void TradingSession::takeFolder(const DataFolder &folder)
+{
+    m_source.setFolder(folder);
+    m_prices.forgetCloses();
 }
 
 BusGates TradingSession::gates()

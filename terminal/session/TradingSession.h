@@ -61,7 +61,8 @@ public:
     /// Starts to wait for a trading module. To be called once.
     void begin();
 
-    /// Joins the bus. To be called once, when there is one: a client that finds none writes a warning.
+    /// Joins the bus, when there is one: a client that finds none writes a warning. Once; later calls do
+    /// nothing.
     void join();
 
     /// Replays a day that was recorded, from its beginning, paused and in raw prices. Returns why it cannot
@@ -76,6 +77,9 @@ public:
 
     /// What overlays wait for on this bus. The session must outlive the gates.
     BusGates gates();
+
+    /// The data folder has other files now.
+    void takeFolder(const DataFolder &folder);
 
     /// The bars that charts can show.
     const ChartSource &source() const { return m_source; }
@@ -116,6 +120,7 @@ private:
     const DayPlan m_plan;
     const QString m_busAddress;
     Stage m_stage = Stage::Apart;
+    bool m_hasJoined = false;
     Replay m_replay{nullptr};
     ChartSource m_source;
     OrderDesk m_desk;

@@ -278,6 +278,17 @@ void MainWindow::showPrices(PriceView view)
     }
 }
 
+void MainWindow::renewSecurities()
+{
+    m_bar->setSecurities(m_session->source().securities());
+    showChoices();
+}
+
+void MainWindow::addMenu(QMenu *menu)
+{
+    m_bar->addMenu(menu);
+}
+
 void MainWindow::showTitle()
 {
     const Security &shown = m_chart->data().security;

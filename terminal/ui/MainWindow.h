@@ -50,6 +50,12 @@ public:
     /// Which prices charts that are loaded from now on have.
     void setPrices(PriceView view);
 
+    /// The session's data folder has other files now: offers its securities.
+    void renewSecurities();
+
+    /// Shows a menu in the bar above the chart.
+    void addMenu(QMenu *menu);
+
     /// The options that would show what the window shows now.
     TerminalOptions shownOptions() const;
 

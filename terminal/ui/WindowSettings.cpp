@@ -3,7 +3,10 @@
 #include "terminal/trade/OrdersPanel.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QMainWindow>
+#include <QUrl>
 
 namespace Terminal {
 
@@ -12,6 +15,8 @@ namespace {
 const QString adjustedKey = QStringLiteral("adjusted");
 const QString amountsKey = QStringLiteral("hide-amounts");
 const QString askingKey = QStringLiteral("ask-before-sending");
+const QString dataKey = QStringLiteral("account/data");
+const QString ledgerKey = QStringLiteral("account/ledger");
 const QString geometryKey = QStringLiteral("window/geometry");
 const QString layoutKey = QStringLiteral("window/layout");
 const QString panelKey = QStringLiteral("window/panel");
@@ -64,6 +69,22 @@ TerminalOptions WindowSettings::over(TerminalOptions options) const
     return options;
 }
 
+AccountPlaces WindowSettings::places() const
+{
+    return {m_settings.value(dataKey).toString(), m_settings.value(ledgerKey).toString()};
+}
+
+/// Bars without a ledger are no account, and a password is not for a file that others may read.
+void WindowSettings::rememberPlaces(const TerminalOptions &options)
+{
+    if (options.ledger.isEmpty() || !QUrl(options.ledger).password().isEmpty()) {
+        return;
+    }
+    const bool isFile = !options.ledger.contains(QLatin1String("://"));
+    m_settings.setValue(dataKey, QDir(options.dataFolder).absolutePath());
+    m_settings.setValue(ledgerKey, isFile ? QFileInfo(options.ledger).absoluteFilePath() : options.ledger);
+}
+
 void WindowSettings::restoreLayout(QMainWindow *window, const TerminalOptions &options) const
 {
     if (!options.given.contains(QStringLiteral("size"))) {
@@ -82,6 +103,7 @@ void WindowSettings::remember(const TerminalOptions &options, const QMainWindow 
         m_settings.setValue(word.key(), word.value());
     }
     m_settings.setValue(adjustedKey, options.prices == PriceView::Adjusted);
+    rememberPlaces(options);
     m_settings.setValue(amountsKey, options.hidesAmounts);
     m_settings.setValue(askingKey, options.asksBeforeSending);
     m_settings.setValue(geometryKey, window.saveGeometry());

@@ -6,7 +6,10 @@
 #include <QPaintEvent>
 #include <QPainter>
 
+#include <qwt_scale_div.h>
+
 #include <algorithm>
+#include <cstdlib>
 
 namespace Terminal {
 
@@ -109,7 +112,23 @@ void ChartForeground::paintLastPrice(QPainter *painter) const
     const int y = area.top() + static_cast<int>(geometry.priceToY(last.close));
     painter->setPen(QPen(colour, 1, Qt::DotLine));
     painter->drawLine(area.left(), y, area.right(), y);
+    coverTicks(painter, y);
     paintPriceTag(painter, last.close, colour, Qt::white);
+}
+
+/// A label of the axis that the tag would cover in part is hidden whole.
+void ChartForeground::coverTicks(QPainter *painter, int y) const
+{
+    const QRect area = m_chart->canvas()->geometry();
+    const int labelHeight = QFontMetrics(m_chart->axisFont(QwtPlot::yRight)).height();
+    for (const double price : m_chart->axisScaleDiv(QwtPlot::yRight).ticks(QwtScaleDiv::MajorTick)) {
+        const int middle = area.top() + static_cast<int>(m_chart->chartGeometry().priceToY(price));
+        if (std::abs(middle - y) < (tagHeight + labelHeight) / 2) {
+            painter->fillRect(
+                QRect(area.right() + 2, middle - labelHeight / 2, width() - area.right() - 3, labelHeight),
+                m_chart->theme().background);
+        }
+    }
 }
 
 void ChartForeground::paintCrosshair(QPainter *painter) const

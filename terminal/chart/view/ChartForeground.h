@@ -29,6 +29,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void coverTicks(QPainter *painter, int y) const;
     void paintCrosshair(QPainter *painter) const;
     void paintRing(QPainter *painter, const QRectF &box) const;
     void paintLastPrice(QPainter *painter) const;

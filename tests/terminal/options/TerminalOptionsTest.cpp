@@ -84,6 +84,28 @@ TEST(TerminalOptions, NameEveryOverlayInTheHelp)
     }
 }
 
+QStringList replayWithAnOrderAt0941(const char *more)
+{
+    return QStringList({QStringLiteral("--data"), QStringLiteral("bars"), QStringLiteral("--replay"),
+                        QStringLiteral("30"), QStringLiteral("--replay-to"), QStringLiteral("0940"),
+                        QStringLiteral("--order"), QStringLiteral("0941 buy 100 10")}) +
+           QString::fromLatin1(more).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+TEST(TerminalOptions, RefuseAnOrderThatAPictureComesTooEarlyFor)
+{
+    const auto parsed = parse(replayWithAnOrderAt0941("--snapshot a.png"));
+    ASSERT_FALSE(parsed);
+    EXPECT_TRUE(parsed.error().contains(QStringLiteral("the --order of 09:41")))
+        << qPrintable(parsed.error());
+    EXPECT_TRUE(parsed.error().contains(QStringLiteral("taken at 09:40"))) << qPrintable(parsed.error());
+}
+
+TEST(TerminalOptions, TakeAnOrderThatAWindowPlaysOnTo)
+{
+    EXPECT_TRUE(parse(replayWithAnOrderAt0941("")));
+}
+
 struct BadOption
 {
     const char *name;
