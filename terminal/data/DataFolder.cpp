@@ -108,6 +108,15 @@ Loaded<DataFolder> DataFolder::open(const QString &path)
     return folder;
 }
 
+bool DataFolder::setBookedActions(const QString &code, const BookedActions &booked)
+{
+    if (m_booked.value(code) == booked) {
+        return false;
+    }
+    m_booked[code] = booked;
+    return true;
+}
+
 std::vector<Trading::TradingDate> DataFolder::minuteDays(const QString &code) const
 {
     return m_recordedDays.of(code);
@@ -174,12 +183,15 @@ Bars DataFolder::dailyBars(const QString &code) const
 KnownAdjustment DataFolder::adjustmentOf(const QString &code, Trading::TradingDate day) const
 {
     KnownAdjustment known;
-    const auto actions = readActionFile(m_dir.filePath(QStringLiteral("actions/%1.csv").arg(code)),
-                                        SecurityCode::of(withMarket(code, m_securities)));
-    if (!actions || actions.value().empty()) {
-        known.error = actions.error();
+    const auto ofFile = readActionFile(m_dir.filePath(QStringLiteral("actions/%1.csv").arg(code)),
+                                       SecurityCode::of(withMarket(code, m_securities)));
+    const KnownActions told = knownActions(ofFile.value(), m_booked.value(code));
+    if (!ofFile || told.actions.empty()) {
+        known.error = ofFile.error();
+        known.remarks = told.remarks;
         return known;
     }
+    known.remarks = told.remarks;
     BarHints hints;
     hints.security = SecurityCode::of(withMarket(code, m_securities));
     const BarSheet daily = readBarFile(dailyFile(code), hints).value();
@@ -194,7 +206,7 @@ KnownAdjustment DataFolder::adjustmentOf(const QString &code, Trading::TradingDa
         return known;
     }
     const auto lastDay = isCloseBefore(day, *latest) ? std::max(day, dayOf(*latest)) : dayOf(*latest);
-    const auto adjustment = PriceAdjustment::of(actions.value(), lastDay, lastBar);
+    const auto adjustment = PriceAdjustment::of(told.actions, lastDay, lastBar);
     known.error = adjustment.error();
     known.adjustment = adjustment.value();
     return known;

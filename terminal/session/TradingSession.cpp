@@ -14,6 +14,7 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
       m_busAddress(busAddress),
       m_source(folder, &m_replay),
       m_prices(&m_source, &m_replay, &m_desk),
+      m_statementActions(&m_source),
       m_feed(&m_replay, &m_desk, m_plan.orders, nullptr),
       m_replayLock(busInstance())
 {
@@ -34,13 +35,18 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
         }
     });
     connect(&m_replay, &Replay::advanced, this, &TradingSession::pauseAfterMidnight);
-    m_desk.setKnowsClientNumbers([this] {
-        const auto presence = m_module.presence();
-        return presence && presence->knows(Trading::Capability::CLIENTNO);
-    });
+    m_desk.setKnowsClientNumbers([this] { return moduleKnows(Trading::Capability::CLIENTNO); });
+    m_statementActions.setIsKnown([this] { return moduleKnows(Trading::Capability::ACTIONS); });
+    connect(&m_module, &ModuleWatch::answering, &m_statementActions, &StatementActions::askAnew);
     if (m_plan.replaySpeed > 0) {
         m_replay.setSpeed(m_plan.replaySpeed);
     }
+}
+
+bool TradingSession::moduleKnows(const char *capability) const
+{
+    const auto presence = m_module.presence();
+    return presence && presence->knows(capability);
 }
 
 void TradingSession::begin()
@@ -55,6 +61,7 @@ void TradingSession::join()
     }
     m_module.start(m_busAddress);
     m_desk.start(m_busAddress);
+    m_statementActions.start(m_busAddress);
     m_shared.start(m_busAddress);
 }
 
