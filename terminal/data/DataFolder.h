@@ -87,6 +87,8 @@ private:
                                       const PriceAdjustment &adjustment, int decimals) const;
     /// By the actions up to the last bar and, where that is the close before it, up to `day`.
     KnownAdjustment adjustmentOf(const QString &code, Trading::TradingDate day) const;
+    void adjustBy(const CorporateActions &actions, const QString &code, Trading::TradingDate day,
+                  KnownAdjustment *known) const;
     void takeBars(const Bars &bars, ChartData *data) const;
     /// Raw; of days for weeks and months, too.
     Loaded<Bars> loadBars(const QString &code, ChartPeriod period,

@@ -7,9 +7,11 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QTimer>
 #include <QUuid>
 
 #include <chrono>
+#include <utility>
 
 namespace Terminal {
 
@@ -65,6 +67,7 @@ StatementActions::StatementActions(ChartSource *source)
 {
     using LocalCommunication::EndPoint;
     m_question.setTimeout(patience);
+    connect(&m_question, &OpenQuestion::unanswered, this, &StatementActions::askLater);
     connect(&m_endPoint, &EndPoint::ready, this, &StatementActions::askAnew);
     connect(&m_endPoint, &EndPoint::messageReceived, this, &StatementActions::handleMessage);
 }
@@ -81,6 +84,22 @@ void StatementActions::show(const Trading::SecurityId &security)
     if (security != m_security) {
         m_security = security;
         askAnew();
+    }
+}
+
+void StatementActions::noteModule()
+{
+    const bool wasKnown = std::exchange(m_wasKnown, m_isKnown());
+    if (m_wasKnown && !wasKnown) {
+        askAnew();
+    }
+}
+
+/// Nobody else repeats the question, and the module may have been late only.
+void StatementActions::askLater()
+{
+    if (m_isKnown()) {
+        QTimer::singleShot(patience, this, &StatementActions::askAnew);
     }
 }
 
@@ -110,7 +129,8 @@ void StatementActions::handleMessage(const QByteArray &topic, const QByteArray &
     if (topic == TradeChart::Topic::TRADEQUERY && m_question.close(textOf(message, OBJECTID))) {
         takeAnswer(message);
     }
-    const bool tellsOfPastTrades = topic == TradeChart::Topic::TRADENOTIFY && !textOf(message, RTSDATE).isEmpty();
+    const bool tellsOfPastTrades =
+        topic == TradeChart::Topic::TRADENOTIFY && !textOf(message, RTSDATE).isEmpty();
     if (tellsOfPastTrades && textOf(message, STKCODE) == m_security.code) {
         askAnew();
     }

@@ -17,8 +17,8 @@ namespace Terminal {
 class ChartSource;
 
 /// Asks the trading module what the account's statements tell of the shown security's corporate actions, and
-/// brings it to the charts' source. Nothing here blocks; where the module does not know the question, or there
-/// is none, charts go by the files alone.
+/// brings it to the charts' source. Nothing here blocks; where the module does not know the question, or
+/// there is none, charts go by the files alone.
 class StatementActions : public QObject
 {
     Q_OBJECT
@@ -35,8 +35,8 @@ public:
 
     /// Tells whether the module on the bus knows the question; none does until then.
     void setIsKnown(std::function<bool()> isKnown) { m_isKnown = std::move(isKnown); }
-    /// Asks again: another module may be there.
-    void askAnew();
+    /// To be called when the module may be another one.
+    void noteModule();
 
     /// False while an answer is waited for.
     bool isUpToDate() const { return !m_isKnown() || m_question.isAnswered(); }
@@ -48,6 +48,8 @@ Q_SIGNALS:
     void answered();
 
 private:
+    void askAnew();
+    void askLater();
     QString ask();
     void handleMessage(const QByteArray &topic, const QByteArray &payload);
     void takeAnswer(const QJsonObject &answer);
@@ -58,6 +60,7 @@ private:
     int m_questionCount = 0;
     OpenQuestion m_question;
     Trading::SecurityId m_security;
+    bool m_wasKnown = false; ///< when the module was noted last
     std::function<bool()> m_isKnown = [] { return false; };
 };
 

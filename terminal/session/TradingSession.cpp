@@ -37,7 +37,7 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
     connect(&m_replay, &Replay::advanced, this, &TradingSession::pauseAfterMidnight);
     m_desk.setKnowsClientNumbers([this] { return moduleKnows(Trading::Capability::CLIENTNO); });
     m_statementActions.setIsKnown([this] { return moduleKnows(Trading::Capability::ACTIONS); });
-    connect(&m_module, &ModuleWatch::answering, &m_statementActions, &StatementActions::askAnew);
+    connect(&m_module, &ModuleWatch::changed, &m_statementActions, &StatementActions::noteModule);
     if (m_plan.replaySpeed > 0) {
         m_replay.setSpeed(m_plan.replaySpeed);
     }

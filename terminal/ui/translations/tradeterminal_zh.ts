@@ -477,6 +477,21 @@
     </message>
 </context>
 <context>
+    <name>BookedAction</name>
+    <message>
+        <source>%1: %2 yuan and %3 shares for %4</source>
+        <translation>%1：%4 股收到 %2 元和 %3 股</translation>
+    </message>
+    <message>
+        <source>%1, as the statement has it, is no exact figure for one share; it is left out</source>
+        <translation>%1（对账单）无法精确换算为每股，未用于复权</translation>
+    </message>
+    <message>
+        <source>%1, as the statement has it, is not what the file of actions says; the file holds</source>
+        <translation>%1（对账单）与除权除息文件不符，以文件为准</translation>
+    </message>
+</context>
+<context>
     <name>FillCheck</name>
     <message>
         <source>%1 of %2 trades lie outside of their day&apos;s prices, first %3: %4, but the day had %5 to %6. Are the bars adjusted, or of another security?</source>
