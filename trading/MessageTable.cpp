@@ -391,7 +391,7 @@ MessageRow presence()
              {VERSION, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of the program"},
              {PROTOCOL, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of questions and answers"},
              {CAN, JsonType::Texts, Form::Any, optional, WhenWrong::Nothing,
-              "what it can do beyond the first protocol: \"clientno\""},
+              "what it can do beyond the first protocol: \"clientno\", \"actions\""},
              {HOST, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "the machine it runs on"},
              {PROCESS, JsonType::Number, Form::Any, optional, WhenWrong::Nothing, "its process there"},
              {SINCE, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,

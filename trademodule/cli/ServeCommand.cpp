@@ -52,8 +52,8 @@ Trading::TradePresence presenceOf(const Ledger &ledger, const LedgerServer &serv
     presence.fence = server.fence;
     presence.version = QCoreApplication::applicationVersion();
     presence.protocol = QStringLiteral("1");
-    presence.can = {QLatin1String(Trading::Capability::CLIENTNO),
-                    QLatin1String(Trading::Capability::ACTIONS)};
+    presence.can = QStringList{QLatin1String(Trading::Capability::CLIENTNO),
+                               QLatin1String(Trading::Capability::ACTIONS)};
     presence.host = server.process.host;
     presence.process = server.process.number;
     presence.since = QDateTime::fromString(server.since, Qt::ISODate);
