@@ -298,10 +298,10 @@ void TerminalProgram::startSnapshot()
     // Laid out as on a screen, before the overlays ask where things are.
     m_window->ensurePolished();
     m_window->grab();
-    m_snapshot =
-        std::make_unique<Snapshot>(Scene{m_window.get(), m_window->answers(), m_window->chart()->data(),
-                                         m_options.overlays, m_session->desk()},
-                                   m_options.snapshotFile, m_options.timeout);
+    m_snapshot = std::make_unique<Snapshot>(Scene{m_window.get(), m_window->answers(),
+                                                  m_window->chart()->data(), m_options.overlays,
+                                                  m_session->desk(), m_session->statementActions()},
+                                            m_options.snapshotFile, m_options.timeout);
     wireSnapshot();
     if (asksTradeModule()) {
         m_snapshot->setHindrance(tr("trading module that answers on the bus"));

@@ -176,6 +176,7 @@ void MainWindow::wireSession()
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
     connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
     connect(&m_services, &ServiceStates::changed, this, &MainWindow::showStates);
+    connect(m_session->statementActions(), &StatementActions::changed, this, &MainWindow::takeActions);
     connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
 }
 
@@ -263,17 +264,38 @@ void MainWindow::setPrices(PriceView view)
     m_bar->view()->showPrices(view);
 }
 
-/// The same bars stay in view.
 void MainWindow::showPrices(PriceView view)
 {
     const PriceView before = m_options.prices;
-    const ChartData shown = m_chart->data();
-    const BarSpan span = m_chart->span();
     setPrices(view);
-    if (load(shown.security.code, shown.period, shownDay(shown))) {
-        m_chart->setSpan(span);
-    } else {
+    if (!renewPrices()) {
         setPrices(before);
+        m_prompts.show(m_loadError);
+    }
+}
+
+/// Of the shown bars, which stay in view. False when they cannot be loaded.
+bool MainWindow::renewPrices()
+{
+    const ChartData &shown = m_chart->data();
+    const auto loaded =
+        m_session->source().load(shown.security.code, shown.period, shownDay(shown), m_options.prices);
+    m_loadError = loaded.error();
+    if (!loaded) {
+        return false;
+    }
+    if (loaded.value().bars.size() == shown.bars.size()) {
+        m_chart->setPrices(loaded.value());
+    } else {
+        m_chart->setData(loaded.value()); // its file has grown
+    }
+    tellRemarks(loaded.value().remarks);
+    return true;
+}
+
+void MainWindow::takeActions(const QString &code)
+{
+    if (code == m_chart->data().security.code && !renewPrices()) {
         m_prompts.show(m_loadError);
     }
 }
@@ -390,6 +412,7 @@ void MainWindow::runOverlayUpdates()
 void MainWindow::takeShownChart()
 {
     m_answers.setSecurity(m_chart->data().security.id());
+    m_session->statementActions()->show(m_chart->data().security.id());
     m_states.setChart(m_chart->data());
 }
 

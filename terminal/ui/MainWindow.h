@@ -108,6 +108,8 @@ private:
     void takeModule();
     QString accountText() const;
     void showPrices(PriceView view);
+    bool renewPrices();
+    void takeActions(const QString &code);
     void tellRemarks(const QStringList &remarks);
     void setAmountsHidden(bool hidden);
     void applyTheme();

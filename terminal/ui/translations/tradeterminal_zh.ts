@@ -2479,4 +2479,19 @@ All its entries leave the ledger.</source>
         <translation>总线地址 %1 不是目录；它应是终端程序所在的目录</translation>
     </message>
 </context>
+<context>
+    <name>BookedAction</name>
+    <message>
+        <source>%1: %2 yuan and %3 shares for %4</source>
+        <translation>%1：%4 股收到 %2 元和 %3 股</translation>
+    </message>
+    <message>
+        <source>%1, as the statement has it, is no exact figure for one share; it is left out</source>
+        <translation>%1（对账单）无法精确换算为每股，未用于复权</translation>
+    </message>
+    <message>
+        <source>%1, as the statement has it, is not what the file of actions says; the file holds</source>
+        <translation>%1（对账单）与除权除息文件不符，以文件为准</translation>
+    </message>
+</context>
 </TS>
