@@ -2270,6 +2270,10 @@ All its entries leave the ledger.</source>
         <source>Fee</source>
         <translation>费用</translation>
     </message>
+    <message>
+        <source>Left out: %1</source>
+        <translation>已跳过：%1</translation>
+    </message>
 </context>
 <context>
     <name>BarsTalk</name>
