@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QJsonArray>
+#include <QRegularExpression>
 
 namespace Terminal {
 
@@ -53,11 +54,10 @@ QStringList factsOf(const QJsonObject &planned)
 FileReport refusalOf(const QJsonObject &planned)
 {
     FileReport report;
-    QString reason = word(planned, "refused");
-    const QString place = word(planned, "file");
-    if (reason.startsWith(place + QLatin1Char(':'))) {
-        reason = reason.mid(place.size() + 1).trimmed(); // the list names the file
-    }
+    // The list names the file.
+    const QRegularExpression place(
+        QStringLiteral(u"^%1[:：]\\s*").arg(QRegularExpression::escape(word(planned, "file"))));
+    const QString reason = word(planned, "refused").remove(place);
     report.refusals = QStringList(inWordsOfTheWindow(reason, FileKind::BarTable));
     report.asks = words(planned[QLatin1String("asks")]);
     report.isUnknown = report.asks.isEmpty();

@@ -54,7 +54,7 @@ QStringList droppedFiles(const QMimeData *dropped)
 IntakeDialog::IntakeDialog(const IntakePlan &plan, const IntakeLook &look, QWidget *parent)
     : QDialog(parent),
       m_intake(plan),
-      m_hidesAmounts(look.hidesAmounts),
+      m_look(look),
       m_places(new QLabel),
       m_list(new QListWidget),
       m_sheet(new FileSheet),
@@ -177,6 +177,8 @@ void IntakeDialog::showList()
         const IntakeFile &file = files[static_cast<std::size_t>(i)];
         m_list->item(i)->setText(
             QStringLiteral("%1\n%2").arg(plainText(QFileInfo(file.path).fileName()), stateText(file.state)));
+        const bool isTrouble = file.state == State::Refused || file.state == State::Failed;
+        m_list->item(i)->setForeground(isTrouble ? m_look.theme.line : m_look.theme.text);
         m_list->item(i)->setToolTip(plainText(file.path));
     }
     if (m_list->currentRow() < 0 && m_list->count() > 0) {
@@ -191,7 +193,7 @@ void IntakeDialog::showSheet()
         return;
     }
     m_sheet->showFile(m_intake.files()[static_cast<std::size_t>(chosen())],
-                      m_intake.stage() == Intake::Stage::Asking, m_hidesAmounts);
+                      m_intake.stage() == Intake::Stage::Asking, m_look.hidesAmounts);
 }
 
 void IntakeDialog::showButtons()

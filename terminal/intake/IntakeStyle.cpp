@@ -19,7 +19,7 @@ QString intakeStyleSheet(const ChartTheme &theme)
                "  border-radius: 3px; padding: 3px; }"
                "QLineEdit:focus, QPlainTextEdit:focus { border-color: %7; }"
                "QListWidget { color: %3; background: %6; border: 1px solid %2; }"
-               "QListWidget::item { padding: 4px 8px; }"
+               "QListWidget::item { border: none; padding: 4px 8px; }"
                "QListWidget:focus { border-color: %7; }"
                "QListWidget::item:selected { color: %3; background: %2; }"
                "QProgressBar { color: %3; background: %6; border: 1px solid %2; border-radius: 3px;"

@@ -112,6 +112,9 @@ TEST_F(IntakeDialogOfFiles, ShowsFirstTheFileThatNeedsItsUser)
     EXPECT_EQ(widget<QLabel>("fileName")->text(), QStringLiteral("000001.csv"));
     auto *const code = widget<QLineEdit>("answer-code");
     EXPECT_EQ(code->text(), QStringLiteral("000001.SZ")) << "proposed, not taken";
+    m_dialog->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
+    code->setFocus();
     QTest::keyClick(code, Qt::Key_Return);
     ASSERT_TRUE(waitUntil([this] { return import()->isEnabled(); }));
     EXPECT_EQ(m_dialog->intake().stage(), Intake::Stage::Asking) << "Return in a field imports nothing";
