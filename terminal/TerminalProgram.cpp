@@ -119,6 +119,21 @@ void TerminalProgram::openSession(const DataFolder &folder)
 /// leaves it open.
 bool TerminalProgram::openChart(const QString &firstCode)
 {
+    if (openChartInItsPrices(firstCode)) {
+        return true;
+    }
+    if (m_options.prices == PriceView::Raw || m_options.given.contains(QStringLiteral("adjusted"))) {
+        return false;
+    }
+    const QString whyNotAdjusted = m_window->loadError();
+    m_window->setPrices(PriceView::Raw);
+    const bool isOpen = openChartInItsPrices(firstCode);
+    tell(whyNotAdjusted);
+    return isOpen;
+}
+
+bool TerminalProgram::openChartInItsPrices(const QString &firstCode)
+{
     const QString code = m_options.code.isEmpty() ? firstCode : m_options.code;
     if (m_window->load(code, m_options.period, m_options.day)) {
         return true;
@@ -160,10 +175,12 @@ void TerminalProgram::wireServices()
         if (m_snapshot) {
             m_snapshot->listen(m_busAddress); // the session joins when nothing can be missed
         } else {
-            m_window->answers()->start(m_busAddress);
-            m_session->join();
+            m_window->answers()->start(m_busAddress); // overlays ask some things once: it is to hear them
         }
     });
+    if (!takesPicture()) {
+        connect(m_window->answers(), &ScreenAnswers::listening, m_session.get(), &TradingSession::join);
+    }
 }
 
 void TerminalProgram::openDoor()

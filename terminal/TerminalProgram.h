@@ -54,6 +54,7 @@ private:
     QString open();
     void openSession(const DataFolder &folder);
     bool openChart(const QString &firstCode);
+    bool openChartInItsPrices(const QString &firstCode);
     QString openLibrary();
     void wireServices();
     void openDoor();

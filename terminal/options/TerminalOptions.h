@@ -3,6 +3,7 @@
 #include "terminal/chart/theme/ChartTheme.h"
 #include "terminal/data/ChartPeriod.h"
 #include "terminal/data/Loaded.h"
+#include "terminal/data/PriceView.h"
 #include "terminal/replay/PlannedOrder.h"
 #include "trading/ClockTime.h"
 #include "trading/TradingDate.h"
@@ -24,6 +25,7 @@ struct TerminalOptions
     QString code; ///< empty: the first security of the data folder
     ChartPeriod period = ChartPeriod::Day;
     std::optional<Trading::TradingDate> day; ///< of a minute chart; nothing: the last recorded one
+    PriceView prices = PriceView::Raw;       ///< of charts, of whatever period
     QStringList overlays;                    ///< words of overlayKinds
     QString pluginFile;
     QString moduleProgram;

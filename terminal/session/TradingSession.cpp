@@ -50,6 +50,9 @@ void TradingSession::begin()
 
 void TradingSession::join()
 {
+    if (std::exchange(m_hasJoined, true)) {
+        return;
+    }
     m_module.start(m_busAddress);
     m_desk.start(m_busAddress);
     m_shared.start(m_busAddress);
@@ -61,7 +64,7 @@ QString TradingSession::openReplay(const ChartData &day)
     if (!m_replayLock.acquire()) {
         return m_replayLock.problem();
     }
-    if (m_replay.open(day, Trading::TradingDate::today())) {
+    if (m_replay.open(m_source.raw(day), Trading::TradingDate::today())) {
         return {};
     }
     if (wasClosed) {

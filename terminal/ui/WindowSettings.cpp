@@ -12,6 +12,7 @@ namespace Terminal {
 
 namespace {
 
+const QString adjustedKey = QStringLiteral("adjusted");
 const QString amountsKey = QStringLiteral("hide-amounts");
 const QString askingKey = QStringLiteral("ask-before-sending");
 const QString dataKey = QStringLiteral("account/data");
@@ -60,6 +61,9 @@ TerminalOptions WindowSettings::over(TerminalOptions options) const
                  text(R"("%1" is "%2", but must be %3; the default is taken)").arg(name, value, allowed));
         }
     }
+    if (m_settings.value(adjustedKey).toBool()) {
+        options.prices = PriceView::Adjusted;
+    }
     options.hidesAmounts = options.hidesAmounts || m_settings.value(amountsKey).toBool();
     options.asksBeforeSending = m_settings.value(askingKey, options.asksBeforeSending).toBool();
     return options;
@@ -98,6 +102,7 @@ void WindowSettings::remember(const TerminalOptions &options, const QMainWindow 
     for (auto word = words.begin(); word != words.end(); ++word) {
         m_settings.setValue(word.key(), word.value());
     }
+    m_settings.setValue(adjustedKey, options.prices == PriceView::Adjusted);
     rememberPlaces(options);
     m_settings.setValue(amountsKey, options.hidesAmounts);
     m_settings.setValue(askingKey, options.asksBeforeSending);

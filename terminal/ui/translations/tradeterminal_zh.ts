@@ -546,6 +546,10 @@
         <source>%1: there are no minute bars of %2</source>
         <translation>%1：没有 %2 的分时数据</translation>
     </message>
+    <message>
+        <source>%1: its prices are adjusted already, so they are shown as they are</source>
+        <translation>%1：其中的价格已经复权，因此原样显示</translation>
+    </message>
 </context>
 <context>
     <name>LedgerFills</name>
@@ -1509,6 +1513,26 @@
         <source>1 to 64 printable ASCII characters</source>
         <translation>1 到 64 个可打印 ASCII 字符</translation>
     </message>
+    <message>
+        <source>decimal</source>
+        <translation>小数</translation>
+    </message>
+    <message>
+        <source>&quot;sale&quot;, &quot;trip&quot;, &quot;security&quot;, &quot;month&quot; or &quot;year&quot;</source>
+        <translation>“sale”、“trip”、“security”、“month”或“year”</translation>
+    </message>
+    <message>
+        <source>a column of the list</source>
+        <translation>列表中的一列</translation>
+    </message>
+    <message>
+        <source>&quot;average&quot;, &quot;diluted&quot; or &quot;fifo&quot;</source>
+        <translation>“average”、“diluted”或“fifo”</translation>
+    </message>
+    <message>
+        <source>the cell is empty</source>
+        <translation>单元格为空</translation>
+    </message>
 </context>
 <context>
     <name>OverlayState</name>
@@ -1638,6 +1662,10 @@
     <message>
         <source>the trading module does not run</source>
         <translation>交易模块未运行</translation>
+    </message>
+    <message>
+        <source>Trading module: answers, of another version</source>
+        <translation>交易模块：已应答，版本不同</translation>
     </message>
 </context>
 <context>
@@ -2287,6 +2315,156 @@ All its entries leave the ledger.</source>
     <message>
         <source>The account of the last time is not there any more: %1, bars in %2</source>
         <translation>上次的账户已经不在了：%1，K线在 %2</translation>
+    </message>
+</context>
+<context>
+    <name>ActionColumns</name>
+    <message>
+        <source>no column tells what happened; known are %1</source>
+        <translation>没有一列说明派息、送转、配股或拆分；可用的列是 %1</translation>
+    </message>
+    <message>
+        <source>the column &quot;%1&quot; does not say for how many shares it is: call it 每股%1 or 每10股%1</source>
+        <translation>列“%1”没有说明是每股还是每10股：请写成“每股%1”或“每10股%1”</translation>
+    </message>
+    <message>
+        <source>the column &quot;%1&quot; is not known; known are %2</source>
+        <translation>不认识列“%1”；可用的列是 %2</translation>
+    </message>
+    <message>
+        <source>the columns &quot;%1&quot; and &quot;%2&quot; have the same meaning; delete one of them</source>
+        <translation>列“%1”和“%2”含义相同，请删去其一</translation>
+    </message>
+</context>
+<context>
+    <name>ActionFile</name>
+    <message>
+        <source>the first line is &quot;%1&quot;, but must name the columns, &quot;exdate&quot; or 除权除息日 among them</source>
+        <translation>第一行是“%1”，但应当是列名，其中要有“除权除息日”或 exdate</translation>
+    </message>
+    <message>
+        <source>%1 fields, but there must be %2</source>
+        <translation>有 %1 栏，但应当有 %2 栏</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a date: eight digits, or year, month and day apart; all in one form</source>
+        <translation>“%1”不是日期：八位数字，或年、月、日分开写；全文件须用同一种写法</translation>
+    </message>
+    <message>
+        <source>%1 is no trading day</source>
+        <translation>%1 不是交易日</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a decimal number from 0 on, with eight decimals at most</source>
+        <translation>“%1”不是大于等于 0、最多八位小数的数</translation>
+    </message>
+    <message>
+        <source>so many new shares for one: are the figures for ten shares?</source>
+        <translation>每股新增的股数过多：这些数是每10股的吗？</translation>
+    </message>
+    <message>
+        <source>rights need a price, and a price needs rights</source>
+        <translation>配股须有配股价，配股价须有配股</translation>
+    </message>
+    <message>
+        <source>bonus shares and a split on one day: write what one share becomes as the split alone</source>
+        <translation>同一天既有送转又有拆分：请只用拆分一列写明一股变成几股</translation>
+    </message>
+    <message>
+        <source>nothing happened on this day</source>
+        <translation>这一天没有任何派息、送转、配股或拆分</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is another security than that of the file, %2</source>
+        <translation>“%1”不是本文件的证券 %2</translation>
+    </message>
+    <message>
+        <source>%1 is there twice: write all of one day into one line</source>
+        <translation>%1 出现两次：同一天的请写在一行</translation>
+    </message>
+    <message>
+        <source>, in column %1</source>
+        <translation>，在列 %1</translation>
+    </message>
+    <message>
+        <source>%1: this is no text in UTF-8, UTF-16 or GB18030; save a workbook as CSV</source>
+        <translation>%1：不是 UTF-8、UTF-16 或 GB18030 文本；表格文件请另存为 CSV</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1：无法读取：%2</translation>
+    </message>
+</context>
+<context>
+    <name>PriceAdjustment</name>
+    <message>
+        <source>the dividend of %1 is as high as the price before it, %2</source>
+        <translation>%1 的派息不低于其前的价格 %2</translation>
+    </message>
+</context>
+<context>
+    <name>PriceView</name>
+    <message>
+        <source>Adjusted</source>
+        <translation>前复权</translation>
+    </message>
+</context>
+<context>
+    <name>ViewMenu</name>
+    <message>
+        <source>Adjusted prices</source>
+        <translation>前复权</translation>
+    </message>
+</context>
+<context>
+    <name>BrokerProblem</name>
+    <message>
+        <source>The program &apos;mosquitto&apos; is not installed; install it with: apt install mosquitto, or: brew install mosquitto</source>
+        <translation>未安装程序 mosquitto；安装方法：apt install mosquitto，或 brew install mosquitto</translation>
+    </message>
+    <message>
+        <source>The broker &apos;%1&apos; cannot be started: %2</source>
+        <translation>无法启动消息代理 %1：%2</translation>
+    </message>
+    <message>
+        <source>The broker does not start: %1</source>
+        <translation>消息代理无法启动：%1</translation>
+    </message>
+    <message>
+        <source>The broker does not start</source>
+        <translation>消息代理无法启动</translation>
+    </message>
+    <message>
+        <source>The broker did not answer any more; another one is started</source>
+        <translation>消息代理不再应答，正在另行启动一个</translation>
+    </message>
+    <message>
+        <source>the lock file &apos;%1&apos; cannot be used: %2; remove it</source>
+        <translation>锁文件 %1 无法使用：%2；请将其删除</translation>
+    </message>
+    <message>
+        <source>the bus directory &apos;%1&apos; belongs to another user; remove it</source>
+        <translation>总线目录 %1 属于另一用户；请将其删除</translation>
+    </message>
+    <message>
+        <source>the bus directory &apos;%1&apos; is open to other users; run: chmod 700 &apos;%1&apos;</source>
+        <translation>总线目录 %1 对其他用户开放；请运行：chmod 700 &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a directory itself (a link is not accepted); remove it</source>
+        <translation>%1 本身不是目录（不接受链接）；请将其删除</translation>
+    </message>
+    <message>
+        <source>the bus directory &apos;%1&apos;: %2</source>
+        <translation>总线目录 %1：%2</translation>
+    </message>
+    <message>
+        <source>There is no runtime directory for the bus; XDG_RUNTIME_DIR must name a directory that only its owner may enter</source>
+        <translation>没有供总线使用的运行目录；XDG_RUNTIME_DIR 必须指定一个只有其所有者可进入的目录</translation>
+    </message>
+    <message>
+        <source>The bus address &apos;%1&apos; is not a directory; it is the directory of the terminal&apos;s program</source>
+        <translation>总线地址 %1 不是目录；它应是终端程序所在的目录</translation>
     </message>
 </context>
 </TS>
