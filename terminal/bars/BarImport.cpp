@@ -404,8 +404,8 @@ QString BarImport::write(const GoesOn &goesOn)
     m_before.clear();
     SaveFiles files;
     const auto take = [&](const QString &name, const QByteArray &content) {
-        const QString problem = noteBefore(name);
-        return problem.isEmpty() ? prepare(path(name), content, &files) : problem;
+        const QString problem = prepare(path(name), content, &files);
+        return problem.isEmpty() ? noteBefore(name) : problem;
     };
     int done = 0;
     for (const auto &[name, content] : m_files) {

@@ -82,6 +82,7 @@ void IntakeDialog::setUp()
     m_places->setObjectName(QStringLiteral("intakePlaces"));
     m_list->setAccessibleName(tr("Files"));
     m_list->setFixedWidth(listWidth);
+    m_list->setUniformItemSizes(true); // there may be thousands
     m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_summary->setWordWrap(true);

@@ -93,12 +93,9 @@ PastImports::PastImports(const IntakePlan &plan, const IntakeLook &look, QWidget
 
 void PastImports::run(const QStringList &command)
 {
-    QStringList words{QStringLiteral("--ledger"), m_plan.places.ledger, QStringLiteral("--lang"),
-                      m_plan.language};
-    if (!m_plan.busAddress.isEmpty()) {
-        words << QStringLiteral("--bus") << m_plan.busAddress;
-    }
+    const QStringList words = moduleWords(m_plan);
     m_isUndoing = command.first() == QLatin1String("undo");
+    m_module.setProcessEnvironment(environmentOf(m_plan));
     m_module.start(m_plan.moduleProgram, words + command + QStringList(QStringLiteral("--json")));
     showButtons();
 }

@@ -63,10 +63,13 @@ protected:
         say(request);
         return answer();
     }
-    QJsonObject plan(const QString &file)
+    QJsonObject plan(const QJsonObject &file)
     {
-        return ask({{QStringLiteral("plan"), QJsonArray{QJsonObject{{QStringLiteral("file"), file}}}}});
+        const QJsonObject plan = ask({{QStringLiteral("plan"), QJsonArray{file}}});
+        EXPECT_EQ(answer()[QStringLiteral("planned")].toInt(), 1);
+        return plan[QStringLiteral("plan")].toObject();
     }
+    QJsonObject plan(const QString &file) { return plan(QJsonObject{{QStringLiteral("file"), file}}); }
     QJsonObject command(const char *word) { return ask({{QLatin1String(word), true}}); }
 
     QProcess m_bars;
@@ -74,8 +77,7 @@ protected:
 
 TEST_F(BarsTalkWithAProgram, WritesWhatWasPlannedWhenItIsToldTo)
 {
-    const QJsonObject planned =
-        plan(bars(someDays()))[QStringLiteral("planned")].toArray().first().toObject();
+    const QJsonObject planned = plan(bars(someDays()));
     EXPECT_EQ(planned[QStringLiteral("bars")].toInt(), 60);
     EXPECT_EQ(planned[QStringLiteral("security")].toString(), QStringLiteral("000001.SZ"));
     EXPECT_TRUE(written("daily/000001.csv").isEmpty());
@@ -102,17 +104,11 @@ TEST_F(BarsTalkWithAProgram, SaysWhatARefusedFileAsksFor)
     const QString file = write(QStringLiteral("in.csv"), FormOfDays("Date,Open,High,Low,Close,Volume,Amount",
                                                                     "{iso},{o},{h},{l},{c},{v},{yuan}")
                                                              .of(someDays()));
-    const QJsonObject planned = plan(file)[QStringLiteral("planned")].toArray().first().toObject();
+    const QJsonObject planned = plan(file);
     EXPECT_EQ(planned[QStringLiteral("asks")].toArray(), QJsonArray{QStringLiteral("code")});
-    const QJsonObject again = ask(
-        {{QStringLiteral("plan"), QJsonArray{QJsonObject{{QStringLiteral("file"), file},
-                                                         {QStringLiteral("code"), QStringLiteral("x")}}}}});
-    EXPECT_THAT(again[QStringLiteral("planned")]
-                    .toArray()
-                    .first()
-                    .toObject()[QStringLiteral("refused")]
-                    .toString()
-                    .toStdString(),
+    const QJsonObject again =
+        plan(QJsonObject{{QStringLiteral("file"), file}, {QStringLiteral("code"), QStringLiteral("x")}});
+    EXPECT_THAT(again[QStringLiteral("refused")].toString().toStdString(),
                 ::testing::HasSubstr("must be six digits"));
 }
 

@@ -58,7 +58,7 @@ TEST_F(IntakeDoorOfAWindow, BringsMoreFilesIntoTheOpenDialog)
     ASSERT_TRUE(comesTo(dialog()->intake(), Intake::Stage::Asking));
     m_door.bring({barsWithCode()});
     EXPECT_EQ(m_window.findChildren<IntakeDialog *>().size(), 1);
-    EXPECT_EQ(dialog()->intake().files().size(), 2U);
+    EXPECT_TRUE(waitUntil([this] { return dialog()->intake().files().size() == 2; }));
 }
 
 TEST_F(IntakeDoorOfAWindow, TellsWhatWasTakenInWhenTheUserIsDone)

@@ -6,7 +6,11 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractEventDispatcher>
 #include <QFileInfo>
+
+#include <chrono>
+#include <ctime>
 
 namespace Terminal {
 namespace {
@@ -241,6 +245,54 @@ TEST_F(IntakeOfFiles, ComparesBarsWithTheTradesOfTheStatementThatCameWithThem)
            {barsWithCode(), statement("20240103,09:36:00,证券买入,000001,平安银行,990.00,100,99000.00,8\n")});
     EXPECT_THAT(intake.files()[0].report.warnings.join(QLatin1Char('\n')).toStdString(),
                 HasSubstr("lie outside of their day's prices"));
+}
+
+/// Measures what the turns of the event loop cost this thread, whoever else needs the machine.
+class TurnClock
+{
+public:
+    TurnClock()
+    {
+        const auto *const loop = QAbstractEventDispatcher::instance();
+        m_awake = QObject::connect(loop, &QAbstractEventDispatcher::awake, [this] { m_begin = used(); });
+        m_asleep = QObject::connect(loop, &QAbstractEventDispatcher::aboutToBlock,
+                                    [this] { m_longest = std::max(m_longest, used() - m_begin); });
+    }
+    ~TurnClock()
+    {
+        QObject::disconnect(m_awake);
+        QObject::disconnect(m_asleep);
+    }
+    std::chrono::nanoseconds longest() const { return m_longest; }
+
+private:
+    static std::chrono::nanoseconds used()
+    {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+    }
+    QMetaObject::Connection m_awake;
+    QMetaObject::Connection m_asleep;
+    std::chrono::nanoseconds m_begin = used();
+    std::chrono::nanoseconds m_longest{};
+};
+
+TEST_F(IntakeOfFiles, DoesNotHoldTheEventLoop)
+{
+    const int files = std::max(100, qEnvironmentVariableIntValue("INTAKE_FILES"));
+    for (int i = 0; i < files; ++i) {
+        const QByteArray code = QByteArray::number(600000 + i) + ".SH";
+        write(QStringLiteral("many/%1.csv").arg(i),
+              FormOfDays("ts_code,trade_date,open,high,low,close,vol,amount",
+                         code + ",{d},{o},{h},{l},{c},{lots},{thousands}")
+                  .of(someDays()));
+    }
+    Intake intake(plan());
+    const TurnClock turns;
+    import(&intake, {folder() + QStringLiteral("/many"), statement({}, 2000)});
+    EXPECT_LT(std::chrono::duration<double>(turns.longest()).count(), 0.05);
+    EXPECT_EQ(static_cast<int>(intake.files().size()), files + 1);
 }
 
 TEST_F(IntakeOfFiles, SaysThatAProgramCannotBeStarted)
