@@ -349,6 +349,7 @@ void BarImport::keep(const BarImportPlan &plan)
         m_files[file.name] = file.content;
     }
     add(plan.security, &m_securities);
+    add(plan.security, &*m_known);
 }
 
 Loaded<BarImportPlan> BarImport::plan(const QString &file, const BarImportOptions &options)
@@ -358,11 +359,14 @@ Loaded<BarImportPlan> BarImport::plan(const QString &file, const BarImportOption
     if (!sheet) {
         return failure(sheet.error());
     }
-    const auto known = securities();
-    if (!known) {
-        return failure(known.error());
+    if (!m_known) {
+        const auto listed = securities();
+        if (!listed) {
+            return failure(listed.error());
+        }
+        m_known = listed.value();
     }
-    const auto security = settleSecurity(file, sheet.value(), known.value(), options);
+    const auto security = settleSecurity(file, sheet.value(), *m_known, options);
     if (!security) {
         return failure(security.error());
     }

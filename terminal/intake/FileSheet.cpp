@@ -69,6 +69,7 @@ void FileSheet::showFile(const IntakeFile &file, bool isOpen, bool hidesAmounts)
         m_inFocus = focus->objectName();
     }
     auto *const sheet = new QWidget;
+    sheet->setObjectName(QStringLiteral("fileSheetPage"));
     m_column = new QVBoxLayout(sheet);
     m_column->setSpacing(4);
     m_column->setContentsMargins(margin, margin, margin, margin);

@@ -4,6 +4,7 @@
 #include "terminal/intake/IntakeQuestion.h"
 #include "terminal/services/BusInstance.h"
 #include "terminal/trade/PlainText.h"
+#include "terminal/trade/StyleProperty.h"
 
 #include <QApplication>
 #include <QDir>
@@ -26,7 +27,7 @@ namespace Terminal {
 
 namespace {
 
-constexpr QSize usualSize(980, 620);
+constexpr QSize usualSize(1080, 640);
 constexpr QSize frame(40, 60); ///< of the window and what a desktop keeps for itself
 constexpr int listWidth = 200;
 
@@ -209,6 +210,7 @@ void IntakeDialog::showButtons()
     m_close->setEnabled(stage != Intake::Stage::Undoing);
     m_close->setText(!isDone ? tr("Cancel") : hasChanged() ? tr("Show the chart") : tr("Close"));
     m_close->setDefault(isDone);
+    setStyleProperty(m_close, "main", isDone ? QStringLiteral("true") : QString());
     m_summary->setText(summary());
     m_progress->setVisible(!isDone && !isAsking);
     if (isAsking || isDone) {

@@ -24,7 +24,7 @@ QString intakeStyleSheet(const ChartTheme &theme)
                "QListWidget::item:selected { color: %3; background: %2; }"
                "QProgressBar { color: %3; background: %6; border: 1px solid %2; border-radius: 3px;"
                "  text-align: center; } QProgressBar::chunk { background: %8; }"
-               "#fileSheet, #fileSheet > QWidget > QWidget { background: %1; }"
+               "#fileSheet, #fileSheetPage { background: %1; }"
                "#fileName { font-weight: bold; }"
                "#fileRefusal, #fileWarning, #startNotice { color: %5; }"
                "#fileCaption, #intakePlaces, #wayText { color: %4; }"
