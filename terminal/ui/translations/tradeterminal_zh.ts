@@ -2047,10 +2047,6 @@
         <translation>已撤回。</translation>
     </message>
     <message>
-        <source>Nothing was imported yet.</source>
-        <translation>还没有导入过。</translation>
-    </message>
-    <message>
         <source>Take an import back</source>
         <translation>撤回一次导入</translation>
     </message>
@@ -2073,10 +2069,6 @@ All its entries leave the ledger.</source>
     <message>
         <source>No.</source>
         <translation>编号</translation>
-    </message>
-    <message>
-        <source>Imported (UTC)</source>
-        <translation>导入时间（UTC）</translation>
     </message>
     <message>
         <source>File</source>
@@ -2105,6 +2097,14 @@ All its entries leave the ledger.</source>
     <message>
         <source>Account</source>
         <translation>账户</translation>
+    </message>
+    <message>
+        <source>The ledger has no imports.</source>
+        <translation>账本中没有导入记录。</translation>
+    </message>
+    <message>
+        <source>Imported at</source>
+        <translation>导入时间</translation>
     </message>
 </context>
 <context>
@@ -2183,6 +2183,34 @@ All its entries leave the ledger.</source>
     <message>
         <source>and %1 more files</source>
         <translation>另有 %1 个文件</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>日期</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>开盘</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>最高</translation>
+    </message>
+    <message>
+        <source>Low</source>
+        <translation>最低</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>收盘</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <translation>成交量</translation>
     </message>
 </context>
 <context>
@@ -2412,6 +2440,10 @@ All its entries leave the ledger.</source>
     <message>
         <source>Fee</source>
         <translation>费用</translation>
+    </message>
+    <message>
+        <source>Left out: %1</source>
+        <translation>已跳过：%1</translation>
     </message>
 </context>
 <context>
