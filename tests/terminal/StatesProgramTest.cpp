@@ -182,8 +182,16 @@ protected:
     void picture(const char *name) const
     {
         QDir().mkpath(words(STATE_PICTURES));
-        QApplication::processEvents();
+        EXPECT_TRUE(waitUntil([this] { return !isCut(); })) << "the line has room for its texts";
         EXPECT_TRUE(m_window->grab().save(QDir(words(STATE_PICTURES)).filePath(words(name) + words(".png"))));
+    }
+
+    bool isCut() const
+    {
+        const auto labels = m_window->findChild<StateStrip *>()->findChildren<QLabel *>();
+        return std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
+            return label->isVisible() && label->width() < label->sizeHint().width();
+        });
     }
 
     void findWindow()
