@@ -1149,6 +1149,54 @@
         <source>Sell</source>
         <translation>卖出</translation>
     </message>
+    <message>
+        <source>not sent</source>
+        <translation>未报</translation>
+    </message>
+    <message>
+        <source>on its way</source>
+        <translation>正报</translation>
+    </message>
+    <message>
+        <source>working</source>
+        <translation>已报</translation>
+    </message>
+    <message>
+        <source>being cancelled</source>
+        <translation>已报待撤</translation>
+    </message>
+    <message>
+        <source>part dealt, being cancelled</source>
+        <translation>部成待撤</translation>
+    </message>
+    <message>
+        <source>part dealt, rest cancelled</source>
+        <translation>部撤</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>已撤</translation>
+    </message>
+    <message>
+        <source>part dealt</source>
+        <translation>部成</translation>
+    </message>
+    <message>
+        <source>dealt</source>
+        <translation>已成</translation>
+    </message>
+    <message>
+        <source>void</source>
+        <translation>废单</translation>
+    </message>
+    <message>
+        <source>to be sent</source>
+        <translation>待报</translation>
+    </message>
+    <message>
+        <source>confirmed</source>
+        <translation>已确认</translation>
+    </message>
 </context>
 <context>
     <name>TradeTables</name>
