@@ -2,6 +2,7 @@
 
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/plugin/OverlayLibrary.h"
+#include "terminal/results/ResultsDock.h"
 #include "terminal/services/TradeServices.h"
 #include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Snapshot.h"
@@ -158,6 +159,7 @@ void TerminalProgram::wireServices()
         } else {
             m_window->answers()->start(m_busAddress);
             m_session->join();
+            m_window->results()->start(m_busAddress);
         }
     });
 }
