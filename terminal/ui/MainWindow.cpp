@@ -11,6 +11,7 @@
 #include "terminal/snapshot/Picture.h"
 #include "terminal/trade/PlainText.h"
 #include "terminal/trade/TradeDocks.h"
+#include "terminal/trade/TradeRecords.h"
 #include "terminal/trade/TradeStyle.h"
 #include "terminal/ui/ChartBar.h"
 #include "terminal/ui/ReplayBar.h"
@@ -386,11 +387,24 @@ void MainWindow::showStates()
     m_strip->showModule(module);
 }
 
+namespace {
+
+/// The overlay's label names no method, and every trading module's is labelled alike: it stands beside it.
+QString withMethod(const QString &text, const OverlayState &state, const DrawnOverlay &drawn)
+{
+    const bool isNamed = state.kind == OverlayState::Drawn && !drawn.labels.isEmpty();
+    return isNamed && !state.costMethod.isEmpty()
+               ? QStringLiteral("%1 (%2)").arg(text, plainText(costMethodText(state.costMethod)))
+               : text;
+}
+
+} // namespace
+
 void MainWindow::showState(const OverlayKind &kind, const QString &hindrance)
 {
     const OverlayState state = m_states.stateOf(kind);
     const DrawnOverlay drawn{countOf(m_overlays->drawnMarks(kind)), m_overlays->drawnLabels(kind)};
-    const QString text = overlayStateText(state, drawn, hindrance);
+    const QString text = withMethod(overlayStateText(state, drawn, hindrance), state, drawn);
     m_strip->showOverlay(kind, text, state.faults, state.isTrouble());
     m_bar->describeOverlay(kind, QStringList(text) + state.faults);
 }
