@@ -11,6 +11,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLocale>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -202,7 +203,9 @@ QString ResultsPanel::sumText() const
             (isEarned ? earned : others).append(sumOf(column, text));
         }
     }
-    return (QStringList(tr("Rows: %1").arg(whole.count)) + earned + others).join(QStringLiteral(u" · "));
+    return (QStringList(tr("Rows: %1").arg(QLocale(QLocale::English).toString(whole.count))) + earned +
+            others)
+        .join(QStringLiteral(u" · "));
 }
 
 QString ResultsPanel::sumOf(const Trading::ResultColumn &column, const QString &text) const
