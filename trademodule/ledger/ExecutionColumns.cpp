@@ -114,7 +114,7 @@ int count()
     return columnCount;
 }
 
-Execution read(const QSqlQuery &row, const SecurityId &security)
+Execution read(const Rows &row, const SecurityId &security)
 {
     Execution execution{security, Side::Buy, TradingDate::first(), ClockTime()};
     for (int i = 0; i < columnCount; ++i) {
@@ -123,7 +123,7 @@ Execution read(const QSqlQuery &row, const SecurityId &security)
     return execution;
 }
 
-Execution read(const QSqlQuery &row)
+Execution read(const Rows &row)
 {
     return read(row, {row.value(columnCount).toString(), ColumnValue::market(row.value(columnCount + 1))});
 }

@@ -72,7 +72,10 @@ public:
 private:
     QSqlQuery rows(Database *database, const QString &columns) const
     {
-        return database->run(QStringLiteral("SELECT %1 FROM %2 ORDER BY 1").arg(columns, m_table));
+        QSqlQuery query =
+            database->prepared(QStringLiteral("SELECT %1 FROM %2 ORDER BY 1").arg(columns, m_table));
+        database->run(&query, {});
+        return query;
     }
 
     QString m_table;
@@ -225,7 +228,7 @@ TEST_P(LedgerSchemaOfAnOlderLedger, IsNotMigratedByADryRun)
     }
     Database old(location());
     EXPECT_EQ(schemaVersion(&old), GetParam());
-    QSqlQuery holding = old.run(QStringLiteral("SELECT quantity FROM holding"));
+    Rows holding = old.run(QStringLiteral("SELECT quantity FROM holding"));
     ASSERT_TRUE(holding.next());
     EXPECT_EQ(holding.value(0).toInt(), 100);
 }
@@ -249,8 +252,8 @@ TEST_F(LedgerSchemaTest, AnswersAYearOfASecurityFromAnIndex)
     for (const char *value : {"'600007'", "'SH'", "20120101", "20121231"}) {
         question.replace(question.indexOf(QLatin1Char('?')), 1, QLatin1String(value));
     }
-    QSqlQuery rows = database.run(
-        (isSqlite ? QStringLiteral("EXPLAIN QUERY PLAN ") : QStringLiteral("EXPLAIN ")) + question);
+    Rows rows = database.run((isSqlite ? QStringLiteral("EXPLAIN QUERY PLAN ") : QStringLiteral("EXPLAIN ")) +
+                             question);
     std::string plan;
     while (rows.next()) {
         plan += rows.value(isSqlite ? 3 : 0).toString().toStdString() + "\n";
