@@ -3,6 +3,7 @@
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/intake/IntakeDoor.h"
 #include "terminal/plugin/OverlayLibrary.h"
+#include "terminal/results/ResultsDock.h"
 #include "terminal/services/BusInstance.h"
 #include "terminal/services/TradeServices.h"
 #include "terminal/session/TradingSession.h"
@@ -182,6 +183,7 @@ void TerminalProgram::wireServices()
             m_snapshot->listen(m_busAddress); // the session joins when nothing can be missed
         } else {
             m_window->answers()->start(m_busAddress); // overlays ask some things once: it is to hear them
+            m_window->results()->start(m_busAddress);
         }
     });
     if (!takesPicture()) {

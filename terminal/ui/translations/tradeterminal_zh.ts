@@ -2574,4 +2574,224 @@ All its entries leave the ledger.</source>
         <translation>%1（对账单）与除权除息文件不符，以文件为准</translation>
     </message>
 </context>
+<context>
+    <name>ResultTitles</name>
+    <message>
+        <source>Day</source>
+        <translation>日期</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Month</source>
+        <translation>月份</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>年份</translation>
+    </message>
+    <message>
+        <source>Code</source>
+        <translation>代码</translation>
+    </message>
+    <message>
+        <source>Market</source>
+        <translation>市场</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Opened</source>
+        <translation>开仓</translation>
+    </message>
+    <message>
+        <source>Closed</source>
+        <translation>清仓</translation>
+    </message>
+    <message>
+        <source>Price</source>
+        <translation>价格</translation>
+    </message>
+    <message>
+        <source>Quantity</source>
+        <translation>数量</translation>
+    </message>
+    <message>
+        <source>Shares in</source>
+        <translation>增加股数</translation>
+    </message>
+    <message>
+        <source>Shares out</source>
+        <translation>减少股数</translation>
+    </message>
+    <message>
+        <source>Sales</source>
+        <translation>卖出笔数</translation>
+    </message>
+    <message>
+        <source>Amount</source>
+        <translation>成交金额</translation>
+    </message>
+    <message>
+        <source>Fees</source>
+        <translation>费用</translation>
+    </message>
+    <message>
+        <source>Bought for</source>
+        <translation>买入金额</translation>
+    </message>
+    <message>
+        <source>Sold for</source>
+        <translation>卖出金额</translation>
+    </message>
+    <message>
+        <source>Stamp duty</source>
+        <translation>其中印花税</translation>
+    </message>
+    <message>
+        <source>Cost of sold</source>
+        <translation>卖出成本</translation>
+    </message>
+    <message>
+        <source>Profit</source>
+        <translation>盈亏</translation>
+    </message>
+    <message>
+        <source>Profit %</source>
+        <translation>盈亏 %</translation>
+    </message>
+    <message>
+        <source>Dividends</source>
+        <translation>红利</translation>
+    </message>
+    <message>
+        <source>Dividend tax</source>
+        <translation>红利税</translation>
+    </message>
+    <message>
+        <source>Interest</source>
+        <translation>利息</translation>
+    </message>
+    <message>
+        <source>Total</source>
+        <translation>合计</translation>
+    </message>
+    <message>
+        <source>Held</source>
+        <translation>持有</translation>
+    </message>
+    <message>
+        <source>Cost of held</source>
+        <translation>持有成本</translation>
+    </message>
+    <message>
+        <source>Cost per share</source>
+        <translation>成本价</translation>
+    </message>
+    <message>
+        <source>Cost</source>
+        <translation>成本</translation>
+    </message>
+    <message>
+        <source>By security</source>
+        <translation>按证券</translation>
+    </message>
+    <message>
+        <source>By month</source>
+        <translation>按月份</translation>
+    </message>
+    <message>
+        <source>By year</source>
+        <translation>按年份</translation>
+    </message>
+    <message>
+        <source>By sale</source>
+        <translation>按每笔卖出</translation>
+    </message>
+    <message>
+        <source>By round trip</source>
+        <translation>按每轮买卖</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ResultsPanel</name>
+    <message>
+        <source>no answer from the trading module</source>
+        <translation>交易模块没有回应</translation>
+    </message>
+    <message>
+        <source>refused: %1</source>
+        <translation>被拒绝：%1</translation>
+    </message>
+    <message>
+        <source>earlier statements are missing: %1</source>
+        <translation>缺少更早的交割单：%1</translation>
+    </message>
+    <message>
+        <source>Rows: %1</source>
+        <translation>行数：%1</translation>
+    </message>
+    <message>
+        <source>Cost:</source>
+        <translation>成本：</translation>
+    </message>
+    <message>
+        <source>Export CSV</source>
+        <translation>导出 CSV</translation>
+    </message>
+    <message>
+        <source>What a row stands for</source>
+        <translation>每行代表什么</translation>
+    </message>
+    <message>
+        <source>How costs are reckoned</source>
+        <translation>成本算法</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>盈亏统计</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ResultsDock</name>
+    <message>
+        <source>Results</source>
+        <translation>盈亏统计</translation>
+    </message>
+    <message>
+        <source>Costs stay reckoned as they were: %1</source>
+        <translation>成本算法未改变：%1</translation>
+    </message>
+    <message>
+        <source>The trading module did not say whether it reckons costs otherwise now.</source>
+        <translation>交易模块没有说明是否已改用新的成本算法。</translation>
+    </message>
+    <message>
+        <source>Export results</source>
+        <translation>导出盈亏统计</translation>
+    </message>
+    <message>
+        <source>CSV files (*.csv)</source>
+        <translation>CSV 文件 (*.csv)</translation>
+    </message>
+    <message>
+        <source>Written to %1</source>
+        <translation>已写入 %1</translation>
+    </message>
+    <message>
+        <source>%1 was not written: %2</source>
+        <translation>未能写入 %1：%2</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ResultsExport</name>
+    <message>
+        <source>the trading module does not answer</source>
+        <translation>交易模块没有回应</translation>
+    </message>
+</context>
 </TS>
