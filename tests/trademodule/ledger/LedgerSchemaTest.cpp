@@ -72,10 +72,7 @@ public:
 private:
     Rows rows(Database *database, const QString &columns) const
     {
-        QSqlQuery query =
-            database->prepared(QStringLiteral("SELECT %1 FROM %2 ORDER BY 1").arg(columns, m_table));
-        database->run(&query, {});
-        return query;
+        return database->run(QStringLiteral("SELECT %1 FROM %2 ORDER BY 1").arg(columns, m_table));
     }
 
     QString m_table;
