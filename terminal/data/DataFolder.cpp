@@ -5,6 +5,7 @@
 #include "terminal/data/TradingHours.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -34,6 +35,12 @@ QString withMarket(const QString &code, const Securities &securities)
 {
     const Security *const security = findSecurity(securities, code);
     return security == nullptr ? code : code + QLatin1Char('.') + Trading::marketLetters(security->market);
+}
+
+FileStamp stampOf(const QString &file)
+{
+    const QFileInfo info(file);
+    return {info.lastModified(), info.size()};
 }
 
 /// The last bar before `day`; a bar without a date when there is none.
@@ -93,16 +100,28 @@ Loaded<Bars> DataFolder::loadBars(const QString &code, ChartPeriod period,
     if (period == ChartPeriod::Minute) {
         return loadMinutes(code, day);
     }
-    auto days = readDailyBars(dailyFile(code), withMarket(code, m_securities));
-    if (!days || period == ChartPeriod::Day) {
-        return days;
-    }
-    return period == ChartPeriod::Week ? toWeeks(days.value()) : toMonths(days.value());
+    const auto days = readDailyBars(dailyFile(code), withMarket(code, m_securities));
+    return days ? Loaded<Bars>(joinDays(days.value(), period)) : days;
 }
 
 QString DataFolder::dailyFile(const QString &code) const
 {
     return m_dir.filePath(QStringLiteral("daily/%1.csv").arg(code));
+}
+
+QString DataFolder::minuteFile(const QString &code, Trading::TradingDate day) const
+{
+    return m_dir.filePath(QStringLiteral("minute/%1_%2.csv").arg(code, day.text()));
+}
+
+FileStamp DataFolder::dailyStamp(const QString &code) const
+{
+    return stampOf(dailyFile(code));
+}
+
+FileStamp DataFolder::minuteStamp(const QString &code, Trading::TradingDate day) const
+{
+    return stampOf(minuteFile(code, day));
 }
 
 Bars DataFolder::lastRecordedDayBefore(const QString &code, Trading::TradingDate day) const
@@ -130,8 +149,7 @@ Loaded<Bars> DataFolder::loadMinutes(const QString &code, std::optional<Trading:
     if (!day) {
         return Loaded<Bars>::failure(text("%1: there are no minute bars of %2").arg(m_dir.path(), code));
     }
-    const QString file = m_dir.filePath(QStringLiteral("minute/%1_%2.csv").arg(code, day->text()));
-    auto minutes = readMinuteBars(file, day->number(), withMarket(code, m_securities));
+    auto minutes = readMinuteBars(minuteFile(code, *day), day->number(), withMarket(code, m_securities));
     return minutes ? Loaded<Bars>(withAuctionBar(minutes.value())) : minutes;
 }
 

@@ -7,6 +7,7 @@
 #include "terminal/data/SecurityList.h"
 #include "trading/TradingDate.h"
 
+#include <QDateTime>
 #include <QDir>
 
 #include <cstdint>
@@ -14,6 +15,28 @@
 #include <vector>
 
 namespace Terminal {
+
+/// What a chart of days or longer has of the span that today is in, the quotes of today left aside.
+struct SpanOfToday
+{
+    std::optional<Bar> before; ///< the days of the span before today, as one bar
+    std::optional<Bar> row;    ///< today's row of the data folder
+    /// Until when the row can tell of today: it was written then, at the latest.
+    std::optional<Trading::ClockTime> rowTime;
+};
+
+/// What a file looked like, to see when it has grown.
+struct FileStamp
+{
+    QDateTime changed; ///< none where there is no file
+    qint64 size = 0;
+
+    friend bool operator==(const FileStamp &a, const FileStamp &b)
+    {
+        return a.size == b.size && a.changed == b.changed;
+    }
+    friend bool operator!=(const FileStamp &a, const FileStamp &b) { return !(a == b); }
+};
 
 /// What one chart shows: a security and its loaded bars.
 struct ChartData
@@ -26,6 +49,7 @@ struct ChartData
     /// Of a minute chart: the close of the trading day before, see DataFolder::closeBefore().
     std::optional<double> previousClose = {};
     int priceDecimals = usualPriceDecimals; ///< that its prices are shown with
+    SpanOfToday today = {};                 ///< of a chart of days or longer, see ChartSource
 };
 
 /// A folder of market data: `securities.csv`, `daily/<code>.csv` and `minute/<code>_<yyyymmdd>.csv`.
@@ -49,7 +73,12 @@ public:
     /// bar within the longest closure of the exchange before `day`: an older price says nothing.
     std::optional<double> closeBefore(const QString &code, Trading::TradingDate day) const;
 
+    /// What the file of the daily bars and that of a day's minutes look like now.
+    FileStamp dailyStamp(const QString &code) const;
+    FileStamp minuteStamp(const QString &code, Trading::TradingDate day) const;
+
 private:
+    QString minuteFile(const QString &code, Trading::TradingDate day) const;
     QString dailyFile(const QString &code) const;
     Bars lastRecordedDayBefore(const QString &code, Trading::TradingDate day) const;
     Loaded<Bars> loadBars(const QString &code, ChartPeriod period,

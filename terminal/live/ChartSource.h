@@ -7,38 +7,52 @@
 
 namespace Terminal {
 
-class Replay;
+class MinuteBook;
+class Today;
 
-/// The bars that charts can show: those of a data folder and, while a day is replayed, today's.
+/// The bars that charts can show: those of a data folder and, put together with them, those of today. A
+/// replay is on its minute chart only: a day long past does not belong after the days of a longer chart.
 class ChartSource
 {
 public:
-    /// `replay` must outlive the source.
-    ChartSource(const DataFolder &folder, const Replay *replay);
+    /// `today` must outlive the source. It is given what the folder has of today's minutes.
+    ChartSource(const DataFolder &folder, Today *today);
 
     const Securities &securities() const { return m_folder.securities(); }
 
-    /// The recorded days of `code`, oldest first; today is the last one while it is replayed.
+    /// The days of `code` that minutes are known of, oldest first; today is the last one.
     std::vector<Trading::TradingDate> minuteDays(const QString &code) const;
 
-    /// As DataFolder::load; the last day of a minute chart is today while it is replayed.
+    /// As DataFolder::load; the last day of a minute chart is today when anything is known of it, and charts
+    /// of days and longer end with today.
     Loaded<ChartData> load(const QString &code, ChartPeriod period,
                            std::optional<Trading::TradingDate> day = {}) const;
 
-    /// As DataFolder::closeBefore; before a replayed today it is the close before the recorded day.
+    /// As DataFolder::closeBefore; before today it is what quotes told, and before a replay the close before
+    /// the recorded day.
     std::optional<double> closeBefore(const QString &code, Trading::TradingDate day) const;
 
     /// The latest bar of `code` that the data folder has, of a day or of a minute; nothing when it has none.
-    /// A replay changes nothing in it.
+    /// Quotes change nothing in it.
     std::optional<Bar> lastBar(const QString &code) const;
 
+    /// The last bar of a chart of days or longer as it is now; nothing when it has nothing of today.
+    std::optional<Bar> barOfToday(const ChartData &shown) const;
+
+    /// Has Today know what minutes of today the data folder has.
+    void fillToday(const QString &code) const;
+
+    /// Changes when the files grow that today's bars of `code` come from.
+    std::vector<FileStamp> stamps(const QString &code) const;
+
 private:
-    bool replays(const QString &code) const;
-    bool isReplayed(const QString &code, Trading::TradingDate day) const;
-    Trading::TradingDate replayedDate() const;
+    Loaded<ChartData> loadDays(const QString &code, ChartPeriod period) const;
+    ChartData minutesOfToday(const Security &security) const;
+    const MinuteBook *todayOf(const QString &code) const;
+    bool isToday(const QString &code, std::optional<Trading::TradingDate> day) const;
 
     DataFolder m_folder;
-    const Replay *m_replay;
+    Today *m_today;
 };
 
 } // namespace Terminal

@@ -3,7 +3,7 @@
 #include "terminal/chart/view/ChartInput.h"
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/chart/view/ReadoutBar.h"
-#include "terminal/replay/ReplayedChart.h"
+#include "terminal/live/LiveChart.h"
 #include "terminal/services/BusInstance.h"
 #include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Picture.h"
@@ -82,6 +82,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
 
 MainWindow::~MainWindow()
 {
+    m_live.reset();
     m_trade.reset();
     m_input.reset();
     m_overlays.reset();
@@ -130,7 +131,10 @@ void MainWindow::setUpView()
 
 void MainWindow::setUpReplay()
 {
-    m_replayedChart = new ReplayedChart(m_chart, m_session->replay(), this);
+    m_live =
+        std::make_unique<LiveChart>(m_chart, &m_session->source(), m_session->today(), m_session->replay());
+    connect(m_live.get(), &LiveChart::dayBegan, this,
+            [this] { loadOrTell(m_chart->data().security.code, ChartPeriod::Minute, {}); });
     auto *const bar = new ReplayBar(m_session->replay(), m_chart);
     bar->setObjectName(QStringLiteral("replayBar"));
     addToolBar(Qt::BottomToolBarArea, bar);
@@ -147,7 +151,11 @@ void MainWindow::setUpStates()
     setStatusBar(m_strip);
     m_statesSoon.setSingleShot(true);
     m_statesSoon.setInterval(statesAfter);
-    const auto soon = [this] { m_statesSoon.start(); };
+    const auto soon = [this] {
+        if (!m_statesSoon.isActive()) { // quotes would put it off for ever
+            m_statesSoon.start();
+        }
+    };
     connect(&m_statesSoon, &QTimer::timeout, this, &MainWindow::showStates);
     connect(m_chart, &ChartView::viewChanged, this, soon);
     connect(m_chart, &ChartView::dataChanged, this, &MainWindow::takeShownChart);
@@ -238,6 +246,7 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Tra
     }
     m_session->prices()->readAnew(code);
     m_chart->setData(loaded.value());
+    m_live->setFollowing(!day);
     showChoices();
     showTitle();
     return true;
@@ -293,7 +302,7 @@ TerminalOptions MainWindow::shownOptions() const
 QString MainWindow::setReplaying(bool on)
 {
     const ChartData shown = m_chart->data();
-    const bool showedReplay = m_replayedChart->isShown();
+    const bool showedReplay = m_live->showsReplay();
     if (!on) {
         m_session->replay()->close();
     } else {

@@ -1,4 +1,4 @@
-// A chart that grows with a replayed day.
+// A chart that grows with a day that is replayed, or under way.
 #include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/ReplayWindow.h"
 
@@ -10,11 +10,11 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-class ReplayedChartInAWindow : public ReplayWindow
+class LiveChartOfAReplay : public ReplayWindow
 {
 };
 
-TEST_F(ReplayedChartInAWindow, GrowsWithoutMakingOverlaysAnew)
+TEST_F(LiveChartOfAReplay, GrowsWithoutMakingOverlaysAnew)
 {
     m_window->setReplaying(true);
     QApplication::processEvents();
@@ -28,7 +28,7 @@ TEST_F(ReplayedChartInAWindow, GrowsWithoutMakingOverlaysAnew)
     EXPECT_THAT(log, Not(HasSubstr("ended")));
 }
 
-TEST_F(ReplayedChartInAWindow, HasRoomForTheWholeDayFromTheFirstBarOn)
+TEST_F(LiveChartOfAReplay, HasRoomForTheWholeDayFromTheFirstBarOn)
 {
     m_window->setReplaying(true);
     const BarSpan atOpening = chart()->span();
@@ -38,7 +38,7 @@ TEST_F(ReplayedChartInAWindow, HasRoomForTheWholeDayFromTheFirstBarOn)
     EXPECT_TRUE(chart()->data().ahead.empty());
 }
 
-TEST_F(ReplayedChartInAWindow, LeavesTheViewOfOlderBarsAlone)
+TEST_F(LiveChartOfAReplay, LeavesTheViewOfOlderBarsAlone)
 {
     m_window->setReplaying(true);
     replay()->playTo(atTime(1000));
@@ -48,7 +48,7 @@ TEST_F(ReplayedChartInAWindow, LeavesTheViewOfOlderBarsAlone)
     EXPECT_DOUBLE_EQ(chart()->span().last, 20);
 }
 
-TEST_F(ReplayedChartInAWindow, MovesTheViewAlongWithTheLastBar)
+TEST_F(LiveChartOfAReplay, MovesTheViewAlongWithTheLastBar)
 {
     m_window->setReplaying(true);
     replay()->playTo(atTime(1000));
@@ -58,7 +58,7 @@ TEST_F(ReplayedChartInAWindow, MovesTheViewAlongWithTheLastBar)
     EXPECT_DOUBLE_EQ(chart()->span().last, 31.5);
 }
 
-TEST_F(ReplayedChartInAWindow, NeverShowsTheAfternoonAloneBeforeItCame)
+TEST_F(LiveChartOfAReplay, NeverShowsTheAfternoonAloneBeforeItCame)
 {
     m_window->setReplaying(true);
     replay()->playTo(atTime(1000));
@@ -70,7 +70,7 @@ TEST_F(ReplayedChartInAWindow, NeverShowsTheAfternoonAloneBeforeItCame)
     EXPECT_GT(chart()->span().last, last) << "the view has followed";
 }
 
-TEST_F(ReplayedChartInAWindow, EndsAtTheLastMinuteThatCame)
+TEST_F(LiveChartOfAReplay, EndsAtTheLastMinuteThatCame)
 {
     m_window->setReplaying(true);
     replay()->playTo(atTime(1000));
@@ -80,7 +80,7 @@ TEST_F(ReplayedChartInAWindow, EndsAtTheLastMinuteThatCame)
     EXPECT_NEAR(chart()->span().last, static_cast<double>(shownBars()) - 0.5, 2);
 }
 
-TEST_F(ReplayedChartInAWindow, HasTheTimesOfTheMinutesToCome)
+TEST_F(LiveChartOfAReplay, HasTheTimesOfTheMinutesToCome)
 {
     m_window->setReplaying(true);
     replay()->playTo(atTime(1000));
@@ -89,7 +89,7 @@ TEST_F(ReplayedChartInAWindow, HasTheTimesOfTheMinutesToCome)
     EXPECT_EQ(chart()->barUnder(geometry().barToX(60)), std::nullopt);
 }
 
-TEST_F(ReplayedChartInAWindow, BeginsTheDayAgain)
+TEST_F(LiveChartOfAReplay, BeginsTheDayAgain)
 {
     m_window->setReplaying(true);
     replay()->playTo(atTime(1000));
