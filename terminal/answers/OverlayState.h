@@ -2,6 +2,9 @@
 
 #include <QString>
 #include <QStringList>
+#include <QTime>
+
+#include <optional>
 
 namespace Terminal {
 
@@ -16,16 +19,29 @@ struct OverlayState
         Drawn,     ///< it has something to draw
         Refused,   ///< the trading module could not answer
         Wrong,     ///< an answer is not what it must be
+        Unheard,   ///< it asks and is answered where nobody else hears it
     };
     Kind kind = Waiting;
     int otherMarkets = 0; ///< rows that it leaves out, being of another market
     QStringList faults{}; ///< what the user was told of its last answers
+    /// When the oldest of its questions was asked that has waited too long for an answer; nothing while none
+    /// has.
+    std::optional<QTime> unansweredSince{};
 
-    bool isTrouble() const { return kind == Refused || kind == Wrong; }
+    bool isTrouble() const { return kind == Refused || kind == Wrong || unansweredSince; }
 };
 
-/// In a few words, for the user. `marks` is how many marks of it are in view, `labels` what its lines are
-/// labelled with.
-QString overlayStateText(const OverlayState &state, int marks, const QStringList &labels);
+/// What an overlay has drawn last.
+struct DrawnOverlay
+{
+    int marks = 0;        ///< how many of its marks are in view
+    QStringList labels{}; ///< what its lines are labelled with
+
+    bool isEmpty() const { return marks == 0 && labels.isEmpty(); }
+};
+
+/// In a few words, for the user. `hindrance` tells why nobody answers; empty where somebody does. What is
+/// drawn tells more than a question that was not heard.
+QString overlayStateText(const OverlayState &state, const DrawnOverlay &drawn, const QString &hindrance);
 
 } // namespace Terminal

@@ -9,27 +9,58 @@ namespace Terminal {
 
 void OverlayStates::setChart(const ChartData &shown)
 {
+    const bool isOther = m_security != shown.security.id();
+    m_security = shown.security.id();
     m_period = shown.period;
     m_isToday = isTodaysChart(shown);
-    m_heard.clear();
+    for (const OverlayKind &kind : overlayKinds()) {
+        if (isOther || kind.boundToRange) {
+            forget(kind);
+        }
+    }
 }
 
-void OverlayStates::noteAsked(const QString &command)
+void OverlayStates::forget(const OverlayKind &kind)
 {
-    m_heard[command]; // an answer from before stands until the next one comes
+    for (const OverlayQuestion &question : kind.questions) {
+        m_heard.remove(QLatin1String(question.command));
+    }
+}
+
+/// An answer from before stands until the next one comes.
+void OverlayStates::noteAsked(const QString &command, const QDateTime &now)
+{
+    auto &from = m_heard[command].unansweredFrom;
+    from = from.value_or(now);
 }
 
 void OverlayStates::noteAnswer(const Trading::CheckedAnswer &answer)
 {
-    m_heard[answer.command] = {true, answer.isRefusal, answer.rows, answer.otherMarkets, faultTexts(answer)};
+    m_heard[answer.command] = {std::nullopt,      true, answer.isRefusal, answer.rows, answer.otherMarkets,
+                               faultTexts(answer)};
 }
 
-OverlayState OverlayStates::stateOf(const OverlayKind &kind) const
+OverlayState::Kind OverlayStates::kindOf(const Heard &heard)
+{
+    if (!heard.isAnswered) {
+        return OverlayState::Asked;
+    }
+    if (heard.isRefusal) {
+        return OverlayState::Refused;
+    }
+    if (!heard.faults.isEmpty()) {
+        return OverlayState::Wrong;
+    }
+    return heard.rows > 0 ? OverlayState::Drawn : OverlayState::Empty;
+}
+
+OverlayState OverlayStates::stateOf(const OverlayKind &kind, const QDateTime &now) const
 {
     if (kind.isCombined()) {
-        return {OverlayState::Drawn}; // it is answered where nobody else hears it
+        return {OverlayState::Unheard};
     }
     OverlayState state{OverlayState::Elsewhere};
+    std::optional<QDateTime> from;
     const auto raise = [&state](OverlayState::Kind reached) { state.kind = std::max(state.kind, reached); };
     for (const QString &command : kind.commandsOn(m_period, m_isToday)) {
         raise(OverlayState::Waiting);
@@ -37,13 +68,15 @@ OverlayState OverlayStates::stateOf(const OverlayKind &kind) const
         if (heard == m_heard.constEnd()) {
             continue;
         }
-        raise(!heard->isAnswered         ? OverlayState::Asked
-              : heard->isRefusal         ? OverlayState::Refused
-              : !heard->faults.isEmpty() ? OverlayState::Wrong
-              : heard->rows > 0          ? OverlayState::Drawn
-                                         : OverlayState::Empty);
+        raise(kindOf(*heard));
+        if (heard->unansweredFrom) {
+            from = std::min(from.value_or(*heard->unansweredFrom), *heard->unansweredFrom);
+        }
         state.otherMarkets += heard->otherMarkets;
         state.faults += heard->faults;
+    }
+    if (from && from->msecsTo(now) >= patience.count()) {
+        state.unansweredSince = from->time();
     }
     return state;
 }

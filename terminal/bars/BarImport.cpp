@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 
@@ -24,9 +25,12 @@ QString text(const char *source)
 
 const auto listName = QStringLiteral("securities.csv");
 
-QString nameFor(const BarSheet &sheet, const Security *known, const QString &given, const QString &code)
+QString nameFor(const BarSheet &sheet, const Security *known, const BarImportOptions &options,
+                const QString &code)
 {
-    for (const QString &name : {given, known == nullptr ? QString() : known->name, sheet.name}) {
+    const bool isNamed = known != nullptr && known->name != code;
+    for (const QString &name :
+         {options.name, isNamed ? known->name : QString(), sheet.name, options.names.value(code)}) {
         QString plain = name;
         plain = plain.remove(QLatin1Char(',')).trimmed();
         if (!plain.isEmpty()) {
@@ -62,7 +66,7 @@ Loaded<Security> settleSecurity(const QString &file, const BarSheet &sheet, cons
                 .arg(file, code->text(), SecurityCode{listed->code, listed->market}.text()));
     }
     return Security{code->digits, market ? *market : listed->market,
-                    nameFor(sheet, listed, options.name, code->digits)};
+                    nameFor(sheet, listed, options, code->digits)};
 }
 
 bool haveSamePrices(const Bar &a, const Bar &b)
@@ -257,6 +261,18 @@ QString commit(const SaveFiles &files)
     return {};
 }
 
+/// Returns which one could not be removed.
+QString remove(const QStringList &files)
+{
+    for (const QString &path : files) {
+        QFile file(path);
+        if (!file.remove()) {
+            return text("%1: cannot be removed: %2").arg(path, file.errorString());
+        }
+    }
+    return {};
+}
+
 } // namespace
 
 QString BarImport::path(const QString &name) const
@@ -364,22 +380,65 @@ Loaded<BarImportPlan> BarImport::plan(const QString &file, const BarImportOption
     return plan;
 }
 
-QString BarImport::write() const
+/// What a file holds before it is replaced.
+QString BarImport::noteBefore(const QString &name)
+{
+    QFile file(path(name));
+    if (!file.exists()) {
+        m_before[name] = std::nullopt;
+        return {};
+    }
+    if (!file.open(QIODevice::ReadOnly)) {
+        return text("%1: cannot be read: %2").arg(file.fileName(), file.errorString());
+    }
+    m_before[name] = file.readAll();
+    return {};
+}
+
+QString BarImport::write(const GoesOn &goesOn)
 {
     const auto listed = securities();
     if (!listed) {
         return listed.error();
     }
+    m_before.clear();
     SaveFiles files;
+    const auto take = [&](const QString &name, const QByteArray &content) {
+        const QString problem = noteBefore(name);
+        return problem.isEmpty() ? prepare(path(name), content, &files) : problem;
+    };
+    int done = 0;
     for (const auto &[name, content] : m_files) {
-        const QString problem = prepare(path(name), content, &files);
+        if (goesOn && !goesOn(done++, static_cast<int>(m_files.size()))) {
+            return text("stopped; nothing is written");
+        }
+        const QString problem = take(name, content);
         if (!problem.isEmpty()) {
             return problem;
         }
     }
     // The list comes last: it names no security whose bars are not there.
-    const QString problem = prepare(path(listName), securitiesText(listed.value()), &files);
+    const QString problem = take(listName, securitiesText(listed.value()));
     return problem.isEmpty() ? commit(files) : problem;
+}
+
+QString BarImport::undo()
+{
+    SaveFiles files;
+    QStringList added;
+    for (const auto &[name, content] : m_before) {
+        const QString problem = content ? prepare(path(name), *content, &files) : QString();
+        if (!problem.isEmpty()) {
+            return problem;
+        }
+        added += content ? QStringList() : QStringList(path(name));
+    }
+    const QString problem = commit(files);
+    if (!problem.isEmpty()) {
+        return problem;
+    }
+    m_before.clear();
+    return remove(added);
 }
 
 } // namespace Terminal

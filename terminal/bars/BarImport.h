@@ -4,10 +4,13 @@
 #include "terminal/data/SecurityList.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <map>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -17,8 +20,9 @@ namespace Terminal {
 struct BarImportOptions
 {
     BarHints hints;
-    QString name;             ///< of the security; empty: as the file or the folder has it
-    bool replacesAll = false; ///< else bars that are in the folder and not in the file stay
+    QString name;                  ///< of the security; empty: as the file or the folder has it
+    QHash<QString, QString> names; ///< by code, of securities that neither file nor folder name
+    bool replacesAll = false;      ///< else bars that are in the folder and not in the file stay
 };
 
 /// A file that an import writes into its folder.
@@ -46,6 +50,9 @@ struct BarImportPlan
 class BarImport
 {
 public:
+    /// Whether to go on, when so many files of all are done.
+    using GoesOn = std::function<bool(int done, int all)>;
+
     /// Without a folder, an empty text, nothing is there and nothing can be written.
     explicit BarImport(QString folder) : m_folder(std::move(folder)) {}
 
@@ -54,9 +61,13 @@ public:
     Loaded<BarImportPlan> plan(const QString &file, const BarImportOptions &options);
 
     /// Writes what was planned, and the securities into the list of the folder. Each file is there as a whole
-    /// or as it was before: all of them are written beside their place first. Returns an empty text, or what
+    /// or as it was before: all of them are written beside their place first, and `goesOn` is asked before
+    /// each; where it says no, everything stays as it was. Returns an empty text, or what failed.
+    QString write(const GoesOn &goesOn = {});
+
+    /// Puts back what the last write() replaced, and takes away what it added. Returns an empty text, or what
     /// failed.
-    QString write() const;
+    QString undo();
 
 private:
     Loaded<Securities> securities() const;
@@ -66,10 +77,13 @@ private:
     QString planDays(const QString &file, bool replacesAll, BarImportPlan *plan) const;
     void planMinutes(BarImportPlan *plan) const;
     void keep(const BarImportPlan &plan);
+    QString noteBefore(const QString &name);
 
     QString m_folder;
     std::map<QString, QByteArray> m_files; ///< planned, by their names
     Securities m_securities;               ///< of the planned files
+    /// What write() found in the places of its files, by their names; nothing where no file was.
+    std::map<QString, std::optional<QByteArray>> m_before;
 };
 
 } // namespace Terminal

@@ -1,8 +1,10 @@
 #include "terminal/bars/BarsCommand.h"
 
 #include "terminal/bars/BarImport.h"
+#include "terminal/bars/BarImportWords.h"
+#include "terminal/bars/BarsTalk.h"
+#include "terminal/bars/LedgerComparison.h"
 #include "terminal/bars/LedgerFills.h"
-#include "terminal/data/OwnForm.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -60,6 +62,7 @@ void addOptions(QCommandLineParser *parser)
          QStringLiteral("PATH")},
         {QStringLiteral("lang"), text("zh or en."), QStringLiteral("LANGUAGE")},
         {QStringLiteral("yes"), text("Writes without asking.")},
+        {QStringLiteral("json"), text("Speaks with a program: see docs/terminal.md.")},
     });
     parser->addHelpOption();
 }
@@ -67,82 +70,24 @@ void addOptions(QCommandLineParser *parser)
 /// Returns what an option must be.
 QString takeOptions(const QCommandLineParser &parser, BarImportOptions *options)
 {
-    options->name = parser.value(QStringLiteral("name"));
     options->replacesAll = parser.isSet(QStringLiteral("replace"));
-    options->hints.security = SecurityCode::of(parser.value(QStringLiteral("code")));
-    if (parser.isSet(QStringLiteral("code")) && !options->hints.security) {
-        return text("--code must be six digits, with .SH or .SZ after them: 600519.SH");
-    }
-    options->hints.volume = volumeUnitOf(parser.value(QStringLiteral("volume")));
-    if (parser.isSet(QStringLiteral("volume")) && !options->hints.volume) {
-        return text("--volume must be shares or lots");
-    }
-    options->hints.day = Trading::TradingDate::ofText(parser.value(QStringLiteral("day")));
-    if (parser.isSet(QStringLiteral("day")) && !options->hints.day) {
-        return text("--day must be a date of the form yyyymmdd");
+    for (const auto &option :
+         {QStringLiteral("name"), QStringLiteral("code"), QStringLiteral("volume"), QStringLiteral("day")}) {
+        const QString problem =
+            parser.isSet(option) ? takeImportOption(option, parser.value(option), options) : QString();
+        if (!problem.isEmpty()) {
+            return problem;
+        }
     }
     return {};
 }
 
-QString unitName(VolumeUnit unit)
-{
-    switch (unit) {
-    case VolumeUnit::Shares:
-        return text("shares");
-    case VolumeUnit::Lots:
-        return text("lots");
-    case VolumeUnit::TenThousandShares:
-        return text("ten thousand shares");
-    case VolumeUnit::TenThousandLots:
-        return text("ten thousand lots");
-    }
-    return {};
-}
-
-QString unitText(const BarSheet &sheet)
-{
-    const QString unit = unitName(sheet.volumeUnit);
-    switch (sheet.volumeEvidence) {
-    case VolumeEvidence::OwnForm:
-        return text("volume in %1, as files of this form have it").arg(unit);
-    case VolumeEvidence::Header:
-        return text("volume in %1, as the header says").arg(unit);
-    case VolumeEvidence::Amounts:
-        return text("volume in %1, as amount ÷ price says").arg(unit);
-    case VolumeEvidence::Told:
-        return text("volume in %1, as you say").arg(unit);
-    }
-    return {};
-}
-
-QString rangeText(const BarSheet &sheet)
-{
-    return (sheet.isOfMinutes ? text("%1 bars of minutes, %2 to %3") : text("%1 bars of days, %2 to %3"))
-        .arg(QString::number(sheet.bars.size()), dayOf(sheet.bars.front()).dashedText(),
-             dayOf(sheet.bars.back()).dashedText());
-}
-
-/// The first rows and the last one, as the folder will have them.
 void printRows(const BarSheet &sheet)
 {
-    constexpr std::size_t firstRows = 3;
-    Bars shown(sheet.bars.begin(),
-               sheet.bars.begin() + static_cast<std::ptrdiff_t>(std::min(firstRows, sheet.bars.size())));
-    if (sheet.bars.size() > firstRows) {
-        shown.push_back(sheet.bars.back());
-    }
-    const QByteArray rows = sheet.isOfMinutes ? minuteText(shown) : dailyText(shown);
-    for (const QByteArray &row : rows.trimmed().split('\n')) {
+    for (const QByteArray &row : previewRows(sheet)) {
         print(QStringLiteral("    ") + QString::fromUtf8(row));
     }
 }
-
-/// What the trades of a ledger say of the bars.
-struct LedgerSays
-{
-    QStringList warnings;
-    QString summary; ///< without warnings
-};
 
 void printPlan(const QString &file, const BarImportPlan &plan, const LedgerSays &ledger)
 {
@@ -167,24 +112,12 @@ void printPlan(const QString &file, const BarImportPlan &plan, const LedgerSays 
     }
 }
 
-/// Of minutes a ledger says nothing: its times need not be the exchange's.
-Loaded<LedgerSays> comparedWithLedger(const QCommandLineParser &parser, const QString &programFolder,
-                                      const BarImportPlan &plan)
+LedgerOfTrades ledgerOf(const QCommandLineParser &parser, const QString &programFolder)
 {
-    const QString ledger = parser.value(QStringLiteral("ledger"));
-    if (ledger.isEmpty() || plan.sheet.isOfMinutes) {
-        return LedgerSays();
-    }
-    const QString module = parser.isSet(QStringLiteral("module"))
-                               ? parser.value(QStringLiteral("module"))
-                               : QDir(programFolder).filePath(QStringLiteral("trademodule"));
-    const auto fills = ledgerFills(module, ledger, plan.security.id());
-    if (!fills) {
-        return Loaded<LedgerSays>::failure(fills.error());
-    }
-    const Bars &days = plan.sheet.bars;
-    const QStringList warnings = fillWarnings(days, fills.value());
-    return LedgerSays{warnings, warnings.isEmpty() ? fillSummary(days, fills.value()) : QString()};
+    return {parser.isSet(QStringLiteral("module"))
+                ? parser.value(QStringLiteral("module"))
+                : QDir(programFolder).filePath(QStringLiteral("trademodule")),
+            parser.value(QStringLiteral("ledger"))};
 }
 
 bool userAgrees()
@@ -198,7 +131,7 @@ bool userAgrees()
     return answer == QLatin1String("y") || answer == QLatin1String("yes") || answer == QStringLiteral(u"是");
 }
 
-int writeIfWanted(const QCommandLineParser &parser, const BarImport &import)
+int writeIfWanted(const QCommandLineParser &parser, BarImport *import)
 {
     if (!parser.isSet(QStringLiteral("data"))) {
         print(text("Nothing is written: --data DIR names the folder."));
@@ -208,7 +141,7 @@ int writeIfWanted(const QCommandLineParser &parser, const BarImport &import)
         print(text("Nothing is written: --yes writes."));
         return Succeeded;
     }
-    const QString problem = import.write();
+    const QString problem = import->write();
     if (!problem.isEmpty()) {
         return refuse(problem, Failed);
     }
@@ -219,8 +152,11 @@ int writeIfWanted(const QCommandLineParser &parser, const BarImport &import)
 int import(const QStringList &files, const QCommandLineParser &parser, const BarImportOptions &options,
            const QString &programFolder)
 {
-    const QString ledger = parser.value(QStringLiteral("ledger"));
-    const QString missing = ledger.isEmpty() ? QString() : missingLedger(ledger);
+    const LedgerOfTrades ledger = ledgerOf(parser, programFolder);
+    if (parser.isSet(QStringLiteral("json"))) {
+        return talkAboutBars(parser.value(QStringLiteral("data")), ledger);
+    }
+    const QString missing = ledger.place.isEmpty() ? QString() : missingLedger(ledger.place);
     if (!missing.isEmpty()) {
         return refuse(missing, Failed);
     }
@@ -233,7 +169,7 @@ int import(const QStringList &files, const QCommandLineParser &parser, const Bar
             ++refused;
             continue;
         }
-        const auto compared = comparedWithLedger(parser, programFolder, plan.value());
+        const auto compared = comparedWithLedger(ledger, plan.value());
         if (!compared) {
             return refuse(compared.error(), Failed);
         }
@@ -243,7 +179,7 @@ int import(const QStringList &files, const QCommandLineParser &parser, const Bar
         return refuse(text("Nothing is written: %1 of %2 files are refused.").arg(refused).arg(files.size()),
                       Failed);
     }
-    return writeIfWanted(parser, import);
+    return writeIfWanted(parser, &import);
 }
 
 } // namespace
@@ -260,7 +196,8 @@ int runBarsCommand(const QStringList &arguments, const QString &programFolder)
         return Succeeded;
     }
     const QStringList words = parser.positionalArguments();
-    if (words.size() < 2 || words.first() != QLatin1String("import")) {
+    const int leastWords = parser.isSet(QStringLiteral("json")) ? 1 : 2; // a program names its files later
+    if (words.size() < leastWords || words.first() != QLatin1String("import")) {
         return refuse(text("bars wants: import FILE..."), WrongUsage);
     }
     BarImportOptions options;

@@ -1,8 +1,9 @@
 #include "terminal/data/BarColumns.h"
 
+#include "terminal/data/HeaderName.h"
+
 #include <QCoreApplication>
 #include <QHash>
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <iterator>
@@ -20,7 +21,7 @@ QString text(const char *source)
 struct ColumnNames
 {
     BarColumn column;
-    const char *names; ///< as plainName() gives them; the first one is the own form's
+    const char *names; ///< as headerName() gives them; the first one is the own form's
 };
 
 /// A column that tells the unit in its name has it beside it: 总手 is a volume in lots.
@@ -50,22 +51,6 @@ constexpr ColumnNames columnNames[] = {
      "instrumentid orderbookid sid stkcd 代码 股票代码 证券代码 证券 股票 合约代码 基金代码"},
     {BarColumn::Name, "name secname secshortname stockname 名称 股票名称 证券名称 股票简称 证券简称 简称"},
 };
-
-QString unitInParentheses(QString *name)
-{
-    static const QRegularExpression unit(
-        QStringLiteral(u"[(\\[（【]([^)\\]）】]*)[)\\]）】]$|/\\s*(万?[股手份元])$"));
-    const QRegularExpressionMatch match = unit.match(*name);
-    name->truncate(match.hasMatch() ? match.capturedStart() : name->size());
-    return match.captured(1) + match.captured(2);
-}
-
-/// Without what makers of files write one way or the other: case, blanks, underscores and the like.
-QString plainName(QString name)
-{
-    static const QRegularExpression marks(QStringLiteral("[\\s_.<>#'\"/-]"));
-    return name.remove(marks).toLower();
-}
 
 std::optional<BarColumn> columnOfName(const QString &plain)
 {
@@ -108,9 +93,7 @@ QString BarColumns::take(const Cells &header)
 
 QString BarColumns::takeCell(std::size_t place, const QString &cell)
 {
-    QString name = cell;
-    const QString unit = unitInParentheses(&name);
-    const QString plain = plainName(name);
+    const auto [plain, unit] = headerName(cell);
     const bool isFirstLine = place >= count();
     if (isFirstLine) {
         m_names.append(cell);

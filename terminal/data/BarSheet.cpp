@@ -4,7 +4,7 @@
 #include "terminal/data/BarChecks.h"
 #include "terminal/data/BarRows.h"
 #include "terminal/data/TradingHours.h"
-#include "trading/DecodedText.h"
+#include "terminal/data/Utf8Text.h"
 
 #include <QCoreApplication>
 
@@ -18,22 +18,6 @@ namespace {
 QString text(const char *source)
 {
     return QCoreApplication::translate("BarSheet", source);
-}
-
-/// In UTF-8, without a byte order mark; nothing for what is no text.
-std::optional<QByteArray> textOf(const QByteArray &bytes)
-{
-    const bool isAscii = std::all_of(bytes.begin(), bytes.end(), [](char c) { return c > 0; });
-    if (isAscii) {
-        return bytes;
-    }
-    const auto decoded = Trading::decodedText(bytes);
-    return decoded ? std::optional(decoded->toUtf8()) : std::nullopt;
-}
-
-std::string_view viewOf(const QByteArray &bytes)
-{
-    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
 }
 
 LineProblem missingColumns(const BarHeader &header)
@@ -302,7 +286,7 @@ Loaded<BarSheet> readBarSheet(const QByteArray &bytes, const QString &path, cons
     const auto failure = [&path](const LineProblem &problem, int count = 1) {
         return Loaded<BarSheet>::failure(located(path, problem, count));
     };
-    const auto content = textOf(bytes);
+    const auto content = utf8Of(bytes);
     if (!content) {
         return failure({1, text("this is no text in UTF-8, UTF-16 or GB18030; save a workbook as CSV")});
     }

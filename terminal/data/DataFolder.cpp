@@ -1,5 +1,6 @@
 #include "terminal/data/DataFolder.h"
 
+#include "terminal/data/ActionFile.h"
 #include "terminal/data/BarAggregation.h"
 #include "terminal/data/BarFile.h"
 #include "terminal/data/TradingHours.h"
@@ -43,15 +44,46 @@ FileStamp stampOf(const QString &file)
     return {info.lastModified(), info.size()};
 }
 
-/// The last bar before `day`; a bar without a date when there is none.
-Bar lastBefore(Trading::TradingDate day, const Bars &bars)
+/// The last bar before `day`; nothing when there is none.
+std::optional<Bar> lastBefore(Trading::TradingDate day, const Bars &bars)
 {
     const auto next = std::lower_bound(bars.begin(), bars.end(), day.number(),
                                        [](const Bar &bar, std::int32_t date) { return bar.date < date; });
-    return next == bars.begin() ? Bar() : *std::prev(next);
+    return next == bars.begin() ? std::nullopt : std::optional(*std::prev(next));
+}
+
+/// True where nothing was traded between the bar and `day`, as far as bars can tell.
+bool isCloseBefore(Trading::TradingDate day, const Bar &bar)
+{
+    return day <= dayOf(bar).plusDays(longestClosure);
 }
 
 } // namespace
+
+double ChartData::shownPrice(double price, Trading::TradingDate day) const
+{
+    return view == PriceView::Adjusted ? price * adjustment.factorOn(day) : price;
+}
+
+double ChartData::priceBefore(size_t bar) const
+{
+    if (period == ChartPeriod::Minute) {
+        return previousClose.value_or(bars.front().open);
+    }
+    if (bar == 0) {
+        return bars.front().open;
+    }
+    const Trading::TradingDate before = dayOf(bars[bar - 1]);
+    const Trading::TradingDate day = dayOf(bars[bar]);
+    const double rawClose = bars[bar - 1].close / shownPrice(1, before);
+    return shownPrice(adjustment.referencePrice(rawClose, before, day, priceDecimals), day);
+}
+
+std::optional<Trading::TradingDate> shownDay(const ChartData &data)
+{
+    const bool isOneDay = data.period == ChartPeriod::Minute && !data.bars.empty();
+    return isOneDay ? std::optional(dayOf(data.bars.back())) : std::nullopt;
+}
 
 Loaded<DataFolder> DataFolder::open(const QString &path)
 {
@@ -75,7 +107,7 @@ std::vector<Trading::TradingDate> DataFolder::minuteDays(const QString &code) co
 }
 
 Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period,
-                                   std::optional<Trading::TradingDate> day) const
+                                   std::optional<Trading::TradingDate> day, PriceView view) const
 {
     const Security *const security = findSecurity(m_securities, code);
     if (security == nullptr) {
@@ -86,22 +118,39 @@ Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period,
     if (!bars) {
         return Loaded<ChartData>::failure(bars.error());
     }
-    ChartData data{*security, period, bars.value()};
-    data.priceDecimals = priceDecimals(data.bars);
-    if (period == ChartPeriod::Minute) {
-        data.previousClose = closeBefore(code, dayOf(data.bars.front()));
+    const KnownAdjustment known = adjustmentOf(code, Trading::TradingDate::today());
+    if (!known.error.isEmpty() && view == PriceView::Adjusted) {
+        return Loaded<ChartData>::failure(known.error);
     }
+    ChartData data{*security, period, {}};
+    data.view = view;
+    data.adjustment = known.adjustment;
+    data.priceDecimals = priceDecimals(bars.value());
+    if (!known.error.isEmpty()) {
+        data.remarks = QStringList(known.error);
+    } else if (view == PriceView::Adjusted) {
+        data.remarks = known.remarks;
+    }
+    takeBars(bars.value(), &data);
     return data;
+}
+
+void DataFolder::takeBars(const Bars &bars, ChartData *data) const
+{
+    const bool isAdjusted = data->view == PriceView::Adjusted;
+    data->bars = joinDays(isAdjusted ? data->adjustment.adjusted(bars) : bars, data->period);
+    if (data->period == ChartPeriod::Minute) {
+        const Trading::TradingDate day = dayOf(bars.front());
+        const auto close = closeBefore(data->security.code, day, data->adjustment, data->priceDecimals);
+        data->previousClose = close ? std::optional(data->shownPrice(*close, day)) : std::nullopt;
+    }
 }
 
 Loaded<Bars> DataFolder::loadBars(const QString &code, ChartPeriod period,
                                   std::optional<Trading::TradingDate> day) const
 {
-    if (period == ChartPeriod::Minute) {
-        return loadMinutes(code, day);
-    }
-    const auto days = readDailyBars(dailyFile(code), withMarket(code, m_securities));
-    return days ? Loaded<Bars>(joinDays(days.value(), period)) : days;
+    return period == ChartPeriod::Minute ? loadMinutes(code, day)
+                                         : readDailyBars(dailyFile(code), withMarket(code, m_securities));
 }
 
 QString DataFolder::dailyFile(const QString &code) const
@@ -124,6 +173,41 @@ FileStamp DataFolder::minuteStamp(const QString &code, Trading::TradingDate day)
     return stampOf(minuteFile(code, day));
 }
 
+/// None where they cannot be read.
+Bars DataFolder::dailyBars(const QString &code) const
+{
+    return readDailyBars(dailyFile(code), withMarket(code, m_securities)).value();
+}
+
+KnownAdjustment DataFolder::adjustmentOf(const QString &code, Trading::TradingDate day) const
+{
+    KnownAdjustment known;
+    const auto actions = readActionFile(m_dir.filePath(QStringLiteral("actions/%1.csv").arg(code)),
+                                        SecurityCode::of(withMarket(code, m_securities)));
+    if (!actions || actions.value().empty()) {
+        known.error = actions.error();
+        return known;
+    }
+    BarHints hints;
+    hints.security = SecurityCode::of(withMarket(code, m_securities));
+    const BarSheet daily = readBarFile(dailyFile(code), hints).value();
+    if (daily.prices == PriceKind::Adjusted) {
+        known.remarks.append(
+            text("%1: its prices are adjusted already, so they are shown as they are").arg(dailyFile(code)));
+        return known;
+    }
+    const auto lastBar = [&](Trading::TradingDate next) { return lastBarBefore(code, daily.bars, next); };
+    const auto latest = lastBar(Trading::TradingDate::last());
+    if (!latest) {
+        return known;
+    }
+    const auto lastDay = isCloseBefore(day, *latest) ? std::max(day, dayOf(*latest)) : dayOf(*latest);
+    const auto adjustment = PriceAdjustment::of(actions.value(), lastDay, lastBar);
+    known.error = adjustment.error();
+    known.adjustment = adjustment.value();
+    return known;
+}
+
 Bars DataFolder::lastRecordedDayBefore(const QString &code, Trading::TradingDate day) const
 {
     const std::vector<Trading::TradingDate> days = minuteDays(code);
@@ -131,13 +215,27 @@ Bars DataFolder::lastRecordedDayBefore(const QString &code, Trading::TradingDate
     return next == days.begin() ? Bars() : loadMinutes(code, *std::prev(next)).value();
 }
 
+/// Of a day or, where its minutes are of a later one, of a minute.
+std::optional<Bar> DataFolder::lastBarBefore(const QString &code, const Bars &daily,
+                                             Trading::TradingDate day) const
+{
+    const auto ofDays = lastBefore(day, daily);
+    const auto ofMinutes = lastBefore(day, lastRecordedDayBefore(code, day));
+    return ofMinutes && (!ofDays || ofMinutes->date > ofDays->date) ? ofMinutes : ofDays;
+}
+
 std::optional<double> DataFolder::closeBefore(const QString &code, Trading::TradingDate day) const
 {
-    const Bar daily = lastBefore(day, readDailyBars(dailyFile(code), withMarket(code, m_securities)).value());
-    const Bar minute = lastBefore(day, lastRecordedDayBefore(code, day));
-    const Bar &last = minute.date > daily.date ? minute : daily;
-    const bool isRecent = last.date > 0 && day <= dayOf(last).plusDays(longestClosure);
-    return isRecent ? std::optional(last.close) : std::nullopt;
+    return closeBefore(code, day, adjustmentOf(code, day).adjustment, priceDecimals(dailyBars(code)));
+}
+
+std::optional<double> DataFolder::closeBefore(const QString &code, Trading::TradingDate day,
+                                              const PriceAdjustment &adjustment, int decimals) const
+{
+    const auto last = lastBarBefore(code, dailyBars(code), day);
+    return last && isCloseBefore(day, *last)
+               ? std::optional(adjustment.referencePrice(last->close, dayOf(*last), day, decimals))
+               : std::nullopt;
 }
 
 Loaded<Bars> DataFolder::loadMinutes(const QString &code, std::optional<Trading::TradingDate> day) const

@@ -2,7 +2,9 @@
 
 #include "terminal/data/Bar.h"
 #include "terminal/data/ChartPeriod.h"
+#include "terminal/data/PriceAdjustment.h"
 #include "terminal/data/PriceDecimals.h"
+#include "terminal/data/PriceView.h"
 #include "terminal/data/RecordedDays.h"
 #include "terminal/data/SecurityList.h"
 #include "trading/TradingDate.h"
@@ -50,9 +52,24 @@ struct ChartData
     std::optional<double> previousClose = {};
     int priceDecimals = usualPriceDecimals; ///< that its prices are shown with
     SpanOfToday today = {};                 ///< of a chart of days or longer, see ChartSource
+    PriceView view = PriceView::Raw;        ///< of its bars and of previousClose
+    PriceAdjustment adjustment = {};        ///< of the security, whichever view is shown
+    QStringList remarks = {};               ///< what the user should know of the view's prices
+
+    /// A raw price of a day, as the chart shows it.
+    double shownPrice(double price, Trading::TradingDate day) const;
+
+    /// What the change of a bar is measured from, as the chart shows it: of a minute the close of the trading
+    /// day before, else of the day's first open; of other bars the close of the bar before, of the first one
+    /// its open. Over an ex-date it is the exchange's reference price. Requires a bar of the chart.
+    double priceBefore(size_t bar) const;
 };
 
-/// A folder of market data: `securities.csv`, `daily/<code>.csv` and `minute/<code>_<yyyymmdd>.csv`.
+/// The day of a minute chart; nothing for other periods, and without bars.
+std::optional<Trading::TradingDate> shownDay(const ChartData &data);
+
+/// A folder of market data: `securities.csv`, `daily/<code>.csv`, `minute/<code>_<yyyymmdd>.csv` and
+/// `actions/<code>.csv`. Files are read each time that they are asked for: they may grow.
 class DataFolder
 {
 public:
@@ -64,13 +81,16 @@ public:
     std::vector<Trading::TradingDate> minuteDays(const QString &code) const;
 
     /// Loads the bars of a security. `day` names the day of a minute chart, nothing meaning the
-    /// last recorded one; other periods ignore it.
+    /// last recorded one; other periods ignore it. A file of corporate actions that cannot be read makes
+    /// the adjusted view fail, and is a remark in the raw one.
     Loaded<ChartData> load(const QString &code, ChartPeriod period,
-                           std::optional<Trading::TradingDate> day = {}) const;
+                           std::optional<Trading::TradingDate> day = {},
+                           PriceView view = PriceView::Raw) const;
 
     /// The last price of the trading day before `day`, by which a day's price limits go: from the daily
-    /// bars or from the minutes of a recorded day, whichever day is later. Null where the folder has no
-    /// bar within the longest closure of the exchange before `day`: an older price says nothing.
+    /// bars or from the minutes of a recorded day, whichever day is later. On an ex-date it is the exchange's
+    /// reference price. Null where the folder has no bar within the longest closure of the exchange before
+    /// `day`: an older price says nothing.
     std::optional<double> closeBefore(const QString &code, Trading::TradingDate day) const;
 
     /// What the file of the daily bars and that of a day's minutes look like now.
@@ -80,7 +100,15 @@ public:
 private:
     QString minuteFile(const QString &code, Trading::TradingDate day) const;
     QString dailyFile(const QString &code) const;
+    Bars dailyBars(const QString &code) const;
     Bars lastRecordedDayBefore(const QString &code, Trading::TradingDate day) const;
+    std::optional<Bar> lastBarBefore(const QString &code, const Bars &daily, Trading::TradingDate day) const;
+    std::optional<double> closeBefore(const QString &code, Trading::TradingDate day,
+                                      const PriceAdjustment &adjustment, int decimals) const;
+    /// By the actions up to the last bar and, where that is the close before it, up to `day`.
+    KnownAdjustment adjustmentOf(const QString &code, Trading::TradingDate day) const;
+    void takeBars(const Bars &bars, ChartData *data) const;
+    /// Raw; of days for weeks and months, too.
     Loaded<Bars> loadBars(const QString &code, ChartPeriod period,
                           std::optional<Trading::TradingDate> day) const;
     Loaded<Bars> loadMinutes(const QString &code, std::optional<Trading::TradingDate> day) const;

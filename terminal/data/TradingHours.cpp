@@ -19,6 +19,12 @@ int minuteUnderWay(Trading::ClockTime time)
 
 } // namespace
 
+bool isClosedWeekend(Trading::TradingDate day)
+{
+    constexpr int firstDayWithoutWeekends = 20000101;
+    return day.number() >= firstDayWithoutWeekends && day.calendarDate().dayOfWeek() >= Qt::Saturday;
+}
+
 bool isTradingMinute(int minute)
 {
     return (minute >= auctionMinute && minute <= morningEnd) ||

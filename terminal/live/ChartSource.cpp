@@ -50,14 +50,14 @@ bool ChartSource::isToday(const QString &code, std::optional<Trading::TradingDat
 }
 
 Loaded<ChartData> ChartSource::load(const QString &code, ChartPeriod period,
-                                    std::optional<Trading::TradingDate> day) const
+                                    std::optional<Trading::TradingDate> day, PriceView view) const
 {
     fillToday(code);
     if (period != ChartPeriod::Minute) {
-        return loadDays(code, period);
+        return loadDays(code, period, view);
     }
     return isToday(code, day) ? minutesOfToday(*findSecurity(m_folder.securities(), code))
-                              : m_folder.load(code, period, day);
+                              : m_folder.load(code, period, day, view);
 }
 
 ChartData ChartSource::minutesOfToday(const Security &security) const
@@ -69,9 +69,15 @@ ChartData ChartSource::minutesOfToday(const Security &security) const
     return chart;
 }
 
-Loaded<ChartData> ChartSource::loadDays(const QString &code, ChartPeriod period) const
+ChartData ChartSource::raw(const ChartData &shown) const
 {
-    const auto days = m_folder.load(code, ChartPeriod::Day);
+    return shown.view == PriceView::Raw ? shown
+                                        : load(shown.security.code, shown.period, shownDay(shown)).value();
+}
+
+Loaded<ChartData> ChartSource::loadDays(const QString &code, ChartPeriod period, PriceView view) const
+{
+    const auto days = m_folder.load(code, ChartPeriod::Day, {}, view);
     if (!days) {
         return days;
     }
@@ -92,8 +98,9 @@ Loaded<ChartData> ChartSource::loadDays(const QString &code, ChartPeriod period)
 
 std::optional<Bar> ChartSource::barOfToday(const ChartData &shown) const
 {
-    const bool isReplayed = m_today->isReplayed(shown.security.id());
-    return spanBar(isReplayed ? nullptr : todayOf(shown.security.code), shown.today);
+    const MinuteBook *const minutes =
+        m_today->isReplayed(shown.security.id()) ? nullptr : todayOf(shown.security.code);
+    return spanBar(minutes, shown.today, shown.shownPrice(1, m_today->date()));
 }
 
 std::optional<double> ChartSource::closeBefore(const QString &code, Trading::TradingDate day) const

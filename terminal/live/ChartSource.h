@@ -18,6 +18,9 @@ public:
     /// `today` must outlive the source. It is given what the folder has of today's minutes.
     ChartSource(const DataFolder &folder, Today *today);
 
+    /// The folder has other files now.
+    void setFolder(const DataFolder &folder) { m_folder = folder; }
+
     const Securities &securities() const { return m_folder.securities(); }
 
     /// The days of `code` that minutes are known of, oldest first; today is the last one.
@@ -46,7 +49,7 @@ public:
     std::vector<FileStamp> stamps(const QString &code) const;
 
 private:
-    Loaded<ChartData> loadDays(const QString &code, ChartPeriod period) const;
+    Loaded<ChartData> loadDays(const QString &code, ChartPeriod period, PriceView view) const;
     ChartData minutesOfToday(const Security &security) const;
     const MinuteBook *todayOf(const QString &code) const;
     bool isToday(const QString &code, std::optional<Trading::TradingDate> day) const;

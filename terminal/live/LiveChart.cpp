@@ -140,8 +140,9 @@ void LiveChart::lookAtFiles()
     }
     m_stamps = stamps;
     m_source->fillToday(code); // a chart of minutes hears of it from today
-    const auto loaded =
-        period == ChartPeriod::Minute ? Loaded<ChartData>::failure(code) : m_source->load(code, period);
+    const auto loaded = period == ChartPeriod::Minute
+                            ? Loaded<ChartData>::failure(code)
+                            : m_source->load(code, period, {}, m_chart->data().view);
     if (loaded && loaded.value().bars.size() >= m_chart->data().bars.size()) {
         m_chart->refresh(loaded.value());
     }

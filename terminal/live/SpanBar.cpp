@@ -34,10 +34,13 @@ SpanOfToday takeSpanOfToday(Bars *days, ChartPeriod period, Trading::TradingDate
     return span;
 }
 
-Bar dayBar(const MinuteBook &minutes, const SpanOfToday &span)
+Bar dayBar(const MinuteBook &minutes, const SpanOfToday &span, double factor)
 {
     Bar day = joined(minutes.bars());
     day.minute = 0;
+    for (double *const price : {&day.open, &day.high, &day.low, &day.close}) {
+        *price *= factor;
+    }
     if (span.row) {
         const bool isRowLater = span.rowTime && span.rowTime > minutes.lastTime();
         day.open = span.row->open;
@@ -49,10 +52,10 @@ Bar dayBar(const MinuteBook &minutes, const SpanOfToday &span)
     return day;
 }
 
-std::optional<Bar> spanBar(const MinuteBook *minutes, const SpanOfToday &span)
+std::optional<Bar> spanBar(const MinuteBook *minutes, const SpanOfToday &span, double factor)
 {
     const bool hasMinutes = minutes != nullptr && !minutes->bars().empty();
-    const std::optional<Bar> day = hasMinutes ? std::optional(dayBar(*minutes, span)) : span.row;
+    const std::optional<Bar> day = hasMinutes ? std::optional(dayBar(*minutes, span, factor)) : span.row;
     if (!day || !span.before) {
         return day;
     }

@@ -15,9 +15,10 @@ SpanOfToday takeSpanOfToday(Bars *days, ChartPeriod period, Trading::TradingDate
 
 /// Today as one bar: its minutes and its row put together, so that nothing counts twice. Requires minutes.
 /// The open is the row's; the close is of whoever tells of the later time.
-Bar dayBar(const MinuteBook &minutes, const SpanOfToday &span);
+Bar dayBar(const MinuteBook &minutes, const SpanOfToday &span, double factor = 1);
 
-/// The bar of the span that today is in. Nothing when there is nothing of today.
-std::optional<Bar> spanBar(const MinuteBook *minutes, const SpanOfToday &span);
+/// The bar of the span that today is in, as a chart shows it whose prices of today are `factor` times the raw
+/// ones, those of `span` too. Nothing when there is nothing of today.
+std::optional<Bar> spanBar(const MinuteBook *minutes, const SpanOfToday &span, double factor = 1);
 
 } // namespace Terminal

@@ -27,6 +27,7 @@ ModuleWatch::ModuleWatch(QObject *parent, std::chrono::milliseconds pulse) : QOb
     m_impatience.setInterval(impatientInterval);
     connect(&m_pulse, &QTimer::timeout, this, &ModuleWatch::checkPulse);
     connect(&m_impatience, &QTimer::timeout, this, &ModuleWatch::ask);
+    connect(&m_readiness, &Readiness::joined, this, &ModuleWatch::takeJoin);
     connect(&m_readiness, &Readiness::answered, this, &ModuleWatch::takeAnswer);
     connect(&m_readiness, &Readiness::announced, this, &ModuleWatch::takeWord);
 }
@@ -54,6 +55,11 @@ bool ModuleWatch::isAnswering() const
 std::optional<TradePresence> ModuleWatch::presence() const
 {
     return m_state != State::Absent && isAnnounced() ? m_presence : std::nullopt;
+}
+
+std::optional<QTime> ModuleWatch::unansweredSince() const
+{
+    return m_isLate && m_state != State::Absent ? std::optional(m_unansweredFrom) : std::nullopt;
 }
 
 Gate ModuleWatch::answerGate()
@@ -86,7 +92,7 @@ void ModuleWatch::takeWord(const QByteArray &word)
         return;
     }
     m_presence = heard;
-    m_unanswered = 0;
+    forgetUnanswered();
     const State before = m_state;
     if (heard->isOnline) {
         enterPresent();
@@ -101,7 +107,7 @@ void ModuleWatch::takeWord(const QByteArray &word)
 
 void ModuleWatch::takeAnswer(const QByteArray &answer)
 {
-    m_unanswered = 0;
+    forgetUnanswered();
     m_impatience.stop();
     const QJsonObject object = QJsonDocument::fromJson(answer).object();
     if (!m_isAsked) {
@@ -115,21 +121,51 @@ void ModuleWatch::takeAnswer(const QByteArray &answer)
     Q_EMIT answered();
 }
 
+void ModuleWatch::takeJoin()
+{
+    m_bus = Bus::Joined;
+    Q_EMIT changed();
+}
+
 /// Asks whether it is still there; what was asked before and not answered tells.
 void ModuleWatch::checkPulse()
 {
     if (!isOnBus()) {
-        m_presence.reset(); // another one may be there when the bus comes again
-        m_unanswered = 0;
-        enter(State::Absent);
+        loseBus();
         return;
     }
+    const bool wasLate = m_isLate;
+    m_isLate = m_unanswered > 0;
+    m_unansweredFrom = m_isLate ? m_unansweredFrom : QTime::currentTime();
     if (m_unanswered == mostUnanswered) {
         enter(isAnnounced() ? State::Silent : State::Absent);
     } else {
         ++m_unanswered;
     }
     ask();
+    if (m_isLate != wasLate) {
+        Q_EMIT changed();
+    }
+}
+
+/// Another module may be there when the bus comes again.
+void ModuleWatch::loseBus()
+{
+    m_presence.reset();
+    forgetUnanswered();
+    enter(State::Absent);
+    if (m_bus == Bus::Joined) {
+        m_bus = Bus::Lost;
+        Q_EMIT changed();
+    }
+}
+
+void ModuleWatch::forgetUnanswered()
+{
+    m_unanswered = 0;
+    if (std::exchange(m_isLate, false)) {
+        Q_EMIT changed();
+    }
 }
 
 void ModuleWatch::enterPresent()

@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QTime>
 #include <QTimer>
 
 #include <chrono>
@@ -13,9 +14,9 @@
 
 namespace Terminal {
 
-/// How things stand with the trading module on the bus. It hears what a module announces of itself and asks
-/// one a harmless question every two seconds; so one that hangs is found within ten seconds, also one that
-/// announces nothing.
+/// How things stand with the bus and with the trading module on it. It hears what a module announces of
+/// itself and asks one a harmless question every two seconds; so one that hangs is late within four seconds
+/// and found within ten, also one that announces nothing.
 class ModuleWatch : public QObject
 {
     Q_OBJECT
@@ -27,6 +28,12 @@ public:
         ReadOnly,  ///< it is there, answers, and takes no orders
         Refusing,  ///< it is there and refuses the question; reason() tells why
         Silent,    ///< it has not said that it went, but does not answer any more
+    };
+
+    enum class Bus {
+        Joining, ///< nobody has accepted this watch yet
+        Joined,
+        Lost, ///< it was joined, is gone, and is being joined again
     };
 
     static constexpr std::chrono::milliseconds defaultPulse = std::chrono::seconds(2);
@@ -49,15 +56,18 @@ public:
     /// nothing.
     std::optional<Trading::TradePresence> presence() const;
 
-    /// True while the bus has accepted this watch.
-    bool isOnBus() const { return m_readiness.isJoined(); }
+    Bus bus() const { return m_bus; }
+
+    /// When the oldest question was asked that one who is there has not answered for a whole pulse; nothing
+    /// while all are answered in time.
+    std::optional<QTime> unansweredSince() const;
 
     /// A gate that opens when a trading module has answered a question that is asked then. What the bus
     /// brought before that answer has been handled. The watch must outlive the gate.
     Gate answerGate();
 
 Q_SIGNALS:
-    /// State, reason or presence may be other ones now.
+    /// Anything of the above may be another one now.
     void changed();
 
     /// One is there now that was not, or not answering, before.
@@ -69,8 +79,12 @@ Q_SIGNALS:
 private:
     void takeWord(const QByteArray &word);
     void takeAnswer(const QByteArray &answer);
+    void takeJoin();
     void checkPulse();
+    void loseBus();
     void ask();
+    bool isOnBus() const { return m_readiness.isJoined(); }
+    void forgetUnanswered();
     bool isAnnounced() const { return m_presence && m_presence->isOnline; }
     void enterPresent();
     void enter(State state, const QString &reason = {});
@@ -78,12 +92,15 @@ private:
     LocalCommunication::Readiness m_readiness;
     QTimer m_pulse;
     QTimer m_impatience; // asks more often while gates are closed
+    Bus m_bus = Bus::Joining;
     State m_state = State::Absent;
     QString m_reason;
     std::optional<Trading::TradePresence> m_presence; // the word that holds, also an offline one
     bool m_isAsked = true; // since the last offline word: an answer from before it is not a sign of life
     int m_unanswered =
         0; // questions in a row, asked in turns of the event loop: who stood still blames nobody
+    QTime m_unansweredFrom; // when the first of them was asked
+    bool m_isLate = false;  // and a pulse has passed since
 };
 
 } // namespace Terminal

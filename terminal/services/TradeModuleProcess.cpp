@@ -2,15 +2,16 @@
 
 #include "terminal/services/LedgerAdvice.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 
 namespace Terminal {
 
 namespace {
 
-constexpr std::chrono::milliseconds restartDelay = std::chrono::seconds(2);
+constexpr std::chrono::milliseconds longestPause = std::chrono::minutes(1);
 /// One that has lived so long served for a while: its end is news even if the last one ended for the same
 /// reason.
 constexpr std::chrono::milliseconds longLife = std::chrono::seconds(10);
@@ -34,17 +35,19 @@ QString lastWordsOf(const QByteArray &words)
 } // namespace
 
 TradeModuleProcess::TradeModuleProcess(const QString &program, const QString &ledger,
-                                       const QString &busAddress, const QString &language, QObject *parent)
-    : QObject(parent)
+                                       const QString &busAddress, const QString &language, QObject *parent,
+                                       std::chrono::milliseconds pause)
+    : QObject(parent),
+      m_ledger(ledger),
+      m_firstPause(pause)
 {
     m_process.setProgram(program);
     m_process.setArguments({QStringLiteral("--bus"), busAddress, QStringLiteral("--ledger"), ledger,
                             QStringLiteral("--lang"), language, QStringLiteral("serve"),
                             QStringLiteral("--standby")});
     m_process.setProcessChannelMode(QProcess::ForwardedOutputChannel);
-    m_restart.setSingleShot(true);
-    m_restart.setInterval(restartDelay);
-    connect(&m_restart, &QTimer::timeout, this, &TradeModuleProcess::start);
+    m_restart.setInterval(pause);
+    connect(&m_restart, &QTimer::timeout, this, &TradeModuleProcess::startWhenDue);
     connect(&m_process, &QProcess::readyReadStandardError, this, &TradeModuleProcess::passWordsOn);
     connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             &TradeModuleProcess::handleEnd);
@@ -66,6 +69,7 @@ TradeModuleProcess::~TradeModuleProcess()
 
 void TradeModuleProcess::start()
 {
+    m_restart.stop();
     m_hangs = false;
     m_words.clear();
     m_sinceStart.start();
@@ -87,17 +91,41 @@ void TradeModuleProcess::passWordsOn()
     m_words = (m_words + words).right(mostWords);
 }
 
-/// A module that cannot serve is tried for as long as that lasts. The user is told once, not at every try.
 void TradeModuleProcess::handleEnd()
 {
     passWordsOn();
-    const QString reason = reasonOfEnd();
-    const bool isNews = reason != m_toldReason || m_sinceStart.elapsed() > longLife.count();
+    pauseAndTell(reasonOfEnd());
+}
+
+/// A module that cannot serve is tried for as long as that lasts. The user is told once, not at every try.
+void TradeModuleProcess::pauseAndTell(const QString &reason)
+{
+    const bool livedLong = m_sinceStart.elapsed() > longLife.count();
+    const bool isNews = reason != m_toldReason || livedLong;
+    m_pause = livedLong ? m_firstPause : std::clamp(2 * m_pause, m_firstPause, longestPause);
     m_toldReason = reason;
+    m_stampsAtEnd = stamps();
+    m_sinceEnd.start();
     m_restart.start();
     if (isNews) {
         Q_EMIT failed(reason);
     }
+}
+
+void TradeModuleProcess::startWhenDue()
+{
+    if (stamps() != m_stampsAtEnd) {
+        m_pause = {};
+    }
+    if (m_sinceEnd.elapsed() >= m_pause.count()) {
+        start();
+    }
+}
+
+/// Of what the module may have ended for.
+QVector<FileStamp> TradeModuleProcess::stamps() const
+{
+    return {FileStamp::of(m_ledger), FileStamp::of(m_process.program())};
 }
 
 QString TradeModuleProcess::reasonOfEnd() const
@@ -105,7 +133,9 @@ QString TradeModuleProcess::reasonOfEnd() const
     if (m_hangs) {
         return tr("The trading module did not answer any more; another one is started in its place.");
     }
-    const QString lastWords = lastWordsOf(m_words);
+    // One that was killed said nothing of it: its last words are about something else.
+    const bool hasSaidWhy = m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() != 0;
+    const QString lastWords = hasSaidWhy ? lastWordsOf(m_words) : QString();
     if (lastWords.isEmpty()) {
         return tr("The trading module has ended (exit code %1) and is started again.")
             .arg(m_process.exitCode());
@@ -118,9 +148,23 @@ QString TradeModuleProcess::reasonOfEnd() const
 void TradeModuleProcess::handleError(QProcess::ProcessError error)
 {
     if (error == QProcess::FailedToStart) {
-        Q_EMIT failed(tr("The trading module %1 cannot be started: %2")
-                          .arg(m_process.program(), m_process.errorString()));
+        pauseAndTell(reasonOfNoStart());
     }
+}
+
+QString TradeModuleProcess::reasonOfNoStart() const
+{
+    const QFileInfo program(m_process.program());
+    if (!program.exists()) {
+        return tr("The program of the trading module, %1, is not there: install it, or name it with "
+                  "--module.")
+            .arg(program.filePath());
+    }
+    if (!program.isFile() || !program.isExecutable()) {
+        return tr("The file %1 is no program that may be run: name that of the trading module with --module.")
+            .arg(program.filePath());
+    }
+    return tr("The trading module %1 cannot be started: %2").arg(program.filePath(), m_process.errorString());
 }
 
 } // namespace Terminal

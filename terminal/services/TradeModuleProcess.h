@@ -2,22 +2,31 @@
 
 #include "terminal/services/ChildProcess.h"
 
+#include "terminal/services/FileStamp.h"
+
 #include <QElapsedTimer>
 #include <QString>
 #include <QTimer>
 
+#include <chrono>
+
 namespace Terminal {
 
 /// The trading module as a child of the terminal: started, started again when it ends by itself, and
-/// stopped with the terminal. It stands by while another one serves the same ledger. It speaks the language
-/// it was started with, "zh" or "en".
+/// stopped with the terminal. One that ends soon, again and again, is tried less and less often, once a
+/// minute in the end, and at once when the file of its ledger or its program has changed. It stands by while
+/// another one serves the same ledger. It speaks the language it was started with, "zh" or "en".
 class TradeModuleProcess : public QObject
 {
     Q_OBJECT
 
 public:
+    static constexpr std::chrono::milliseconds defaultPause = std::chrono::seconds(2);
+
+    /// The first pause before another try is `pause`.
     TradeModuleProcess(const QString &program, const QString &ledger, const QString &busAddress,
-                       const QString &language, QObject *parent);
+                       const QString &language, QObject *parent,
+                       std::chrono::milliseconds pause = defaultPause);
     ~TradeModuleProcess() override;
 
     void start();
@@ -38,11 +47,20 @@ private:
     void passWordsOn();
     void handleEnd();
     QString reasonOfEnd() const;
+    QString reasonOfNoStart() const;
     void handleError(QProcess::ProcessError error);
+    void pauseAndTell(const QString &reason);
+    void startWhenDue();
+    QVector<FileStamp> stamps() const;
 
     ChildProcess m_process;
-    QTimer m_restart;
+    const QString m_ledger;
+    const std::chrono::milliseconds m_firstPause;
+    std::chrono::milliseconds m_pause{}; // before the next start; longer after each short life
+    QTimer m_restart;                    // looks whether that is due
     QElapsedTimer m_sinceStart;
+    QElapsedTimer m_sinceEnd;
+    QVector<FileStamp> m_stampsAtEnd;
     bool m_hangs = false; // and is being ended
     QByteArray m_words;   // what it said last
     QString m_toldReason;

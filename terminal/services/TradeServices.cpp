@@ -1,6 +1,7 @@
 #include "terminal/services/TradeServices.h"
 
 #include "endpoint/BusAddress.h"
+#include "terminal/services/BrokerProblem.h"
 #include "terminal/services/ModuleWatch.h"
 
 #include <QSysInfo>
@@ -22,7 +23,7 @@ void TradeServices::start()
 {
     const auto bus = LocalCommunication::BusAddress::ofDirectory(m_plan.busAddress);
     if (bus.isPlainOverNetwork()) {
-        Q_EMIT failed(
+        Q_EMIT warned(
             tr("The bus %1 is not encrypted: everybody on the way to it can read the account and place "
                "orders.")
                 .arg(bus.toString()));
@@ -54,7 +55,7 @@ bool TradeServices::isOwn(const Trading::TradePresence &presence) const
 void TradeServices::handleBrokerState(LocalBroker::State state)
 {
     if (state == LocalBroker::State::Failed) {
-        Q_EMIT failed(m_broker.problem());
+        Q_EMIT busFailed(brokerProblemText(m_broker.problem()));
     }
     if (state != LocalBroker::State::Starting && state != LocalBroker::State::Stopped) {
         startModule(); // a broker that failed is tried, too: another program may run one
@@ -71,8 +72,9 @@ void TradeServices::startModule()
     if (!m_plan.ledger.isEmpty()) {
         m_module = std::make_unique<TradeModuleProcess>(m_plan.moduleProgram, m_plan.ledger,
                                                         m_plan.busAddress, m_plan.language, nullptr);
-        connect(m_module.get(), &TradeModuleProcess::failed, this, &TradeServices::failed);
+        connect(m_module.get(), &TradeModuleProcess::failed, this, &TradeServices::moduleFailed);
         m_module->start();
+        Q_EMIT moduleStarted();
     }
     Q_EMIT ready();
 }

@@ -44,8 +44,16 @@ Q_SIGNALS:
     /// Once: the bus can be joined, or there is no other way to find out.
     void ready();
 
-    /// Something is wrong; the text is for the user.
-    void failed(const QString &reason);
+    // Texts for the user.
+    /// Something that goes on as it is should be known.
+    void warned(const QString &text);
+    /// The terminal's own broker does not run; it is tried again unless its address is wrong.
+    void busFailed(const QString &reason);
+    /// See TradeModuleProcess::failed().
+    void moduleFailed(const QString &reason);
+
+    /// Once: the terminal's own trading module is on its way.
+    void moduleStarted();
 
 private:
     void handleBrokerState(LocalCommunication::LocalBroker::State state);

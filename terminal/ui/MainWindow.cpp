@@ -57,6 +57,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_options(options),
       m_screenId("terminal-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces)),
       m_answers(m_screenId, nullptr),
+      m_services(session, options.ledger),
       m_chart(new ChartView),
       m_readout(new ReadoutBar(m_chart)),
       m_bar(new ChartBar(session->source().securities(), options)),
@@ -114,6 +115,7 @@ void MainWindow::setUpView()
     view->addAction(m_trade->ticketAction());
     view->addAction(m_trade->panelAction());
     view->addAction(m_trade->askAction());
+    connect(view, &ViewMenu::pricesChosen, this, &MainWindow::showPrices);
     connect(view, &ViewMenu::riseColourChosen, this, [this](RiseColour colour) {
         m_options.riseColour = colour;
         applyTheme();
@@ -168,6 +170,7 @@ void MainWindow::setUpStates()
     connect(&m_answers, &ScreenAnswers::asked, this, [this, soon](const QString &command) {
         m_states.noteAsked(command);
         soon();
+        QTimer::singleShot(OverlayStates::patience, this, &MainWindow::showStates);
     });
     connect(&m_answers, &ScreenAnswers::answered, this, [this, soon](const Trading::CheckedAnswer &answer) {
         m_states.noteAnswer(answer);
@@ -180,7 +183,7 @@ void MainWindow::wireSession()
     connect(m_session, &TradingSession::overlaysDue, this, &MainWindow::bringOverlays);
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
     connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
-    connect(m_session, &TradingSession::stageChanged, this, &MainWindow::showStates);
+    connect(&m_services, &ServiceStates::changed, this, &MainWindow::showStates);
     connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
 }
 
@@ -239,7 +242,7 @@ void MainWindow::loadOrTell(const QString &code, ChartPeriod period, std::option
 
 bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day)
 {
-    const auto loaded = m_session->source().load(code, period, day);
+    const auto loaded = m_session->source().load(code, period, day, m_options.prices);
     m_loadError = loaded.error();
     if (!loaded) {
         return false;
@@ -249,7 +252,50 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Tra
     m_live->setFollowing(!day);
     showChoices();
     showTitle();
+    tellRemarks(loaded.value().remarks);
     return true;
+}
+
+void MainWindow::tellRemarks(const QStringList &remarks)
+{
+    for (const QString &remark : remarks) {
+        qWarning("%s", qUtf8Printable(remark));
+    }
+    if (!remarks.isEmpty()) {
+        m_prompts.add(remarks);
+    }
+}
+
+void MainWindow::setPrices(PriceView view)
+{
+    m_options.prices = view;
+    m_bar->view()->showPrices(view);
+}
+
+/// The same bars stay in view.
+void MainWindow::showPrices(PriceView view)
+{
+    const PriceView before = m_options.prices;
+    const ChartData shown = m_chart->data();
+    const BarSpan span = m_chart->span();
+    setPrices(view);
+    if (load(shown.security.code, shown.period, shownDay(shown))) {
+        m_chart->setSpan(span);
+    } else {
+        setPrices(before);
+        m_prompts.show(m_loadError);
+    }
+}
+
+void MainWindow::renewSecurities()
+{
+    m_bar->setSecurities(m_session->source().securities());
+    showChoices();
+}
+
+void MainWindow::addMenu(QMenu *menu)
+{
+    m_bar->addMenu(menu);
 }
 
 void MainWindow::showTitle()
@@ -265,10 +311,6 @@ void MainWindow::takeModule()
 {
     m_trade->setReadOnly(m_session->module()->state() == ModuleWatch::State::ReadOnly);
     showTitle();
-    if (m_session->module()->isAnswering()) {
-        m_failure.clear();
-    }
-    showStates();
 }
 
 /// The ledger as a user knows it: the window's own, which our trading module serves and deals on paper, or
@@ -358,44 +400,26 @@ void MainWindow::takeShownChart()
     m_states.setChart(m_chart->data());
 }
 
-void MainWindow::noteFailure(const QString &reason)
-{
-    m_failure = reason;
-    showStates();
-}
-
-ModuleState MainWindow::moduleState() const
-{
-    const TradingSession::Stage stage = m_session->stage();
-    const ModuleState found = moduleStateOf(*m_session->module());
-    if (!m_failure.isEmpty()) {
-        return {ModuleState::Failed, m_failure};
-    }
-    if (stage == TradingSession::Stage::Apart) {
-        return {ModuleState::Unasked};
-    }
-    const bool isEarly = stage == TradingSession::Stage::Awaiting && found.kind != ModuleState::Refusing;
-    return isEarly && found.isTrouble() ? ModuleState{ModuleState::Awaited} : found;
-}
-
 void MainWindow::showStates()
 {
+    const ModuleState module = m_services.module();
     for (const OverlayKind &kind : overlayKinds()) {
         if (m_overlays && m_overlays->isShown(kind)) {
-            showState(kind);
+            showState(kind, hindranceText(module));
         } else {
             m_strip->hideOverlay(kind);
             m_bar->describeOverlay(kind, {});
         }
     }
-    m_strip->showModule(moduleState());
+    m_strip->showBus(m_services.bus());
+    m_strip->showModule(module);
 }
 
-void MainWindow::showState(const OverlayKind &kind)
+void MainWindow::showState(const OverlayKind &kind, const QString &hindrance)
 {
     const OverlayState state = m_states.stateOf(kind);
-    const QString text =
-        overlayStateText(state, countOf(m_overlays->drawnMarks(kind)), m_overlays->drawnLabels(kind));
+    const DrawnOverlay drawn{countOf(m_overlays->drawnMarks(kind)), m_overlays->drawnLabels(kind)};
+    const QString text = overlayStateText(state, drawn, hindrance);
     m_strip->showOverlay(kind, text, state.faults, state.isTrouble());
     m_bar->describeOverlay(kind, QStringList(text) + state.faults);
 }

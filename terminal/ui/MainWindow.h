@@ -7,7 +7,7 @@
 #include "terminal/plugin/OverlayHost.h"
 #include "terminal/services/Gate.h"
 #include "terminal/ui/InterfaceLanguage.h"
-#include "terminal/ui/ModuleState.h"
+#include "terminal/ui/ServiceStates.h"
 #include "terminal/ui/WindowPrompts.h"
 #include "trading/TradingDate.h"
 
@@ -47,6 +47,15 @@ public:
     bool load(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day = {});
     QString loadError() const { return m_loadError; }
 
+    /// Which prices charts that are loaded from now on have.
+    void setPrices(PriceView view);
+
+    /// The session's data folder has other files now: offers its securities.
+    void renewSecurities();
+
+    /// Shows a menu in the bar above the chart.
+    void addMenu(QMenu *menu);
+
     /// The options that would show what the window shows now.
     TerminalOptions shownOptions() const;
 
@@ -66,8 +75,8 @@ public:
     /// What the overlays of the window hear; to be started when there is a bus.
     ScreenAnswers *answers() { return &m_answers; }
 
-    /// Why the trading module, or the bus, could not be started; until a module answers.
-    void noteFailure(const QString &reason);
+    /// How things stand with bus and trading module; to be told of those that the terminal starts itself.
+    ServiceStates *services() { return &m_services; }
 
     /// Null before overlays are started.
     OverlayHost *overlays() const { return m_overlays.get(); }
@@ -98,6 +107,8 @@ private:
     void showTitle();
     void takeModule();
     QString accountText() const;
+    void showPrices(PriceView view);
+    void tellRemarks(const QStringList &remarks);
     void setAmountsHidden(bool hidden);
     void applyTheme();
     void applyLanguage();
@@ -105,9 +116,8 @@ private:
     void takeNews(const SharedNews &news);
     void toggleOverlay(const OverlayKind &kind, bool shown);
     void takeShownChart();
-    ModuleState moduleState() const;
     void showStates();
-    void showState(const OverlayKind &kind);
+    void showState(const OverlayKind &kind, const QString &hindrance);
     void tellWrong(const QStringList &faults);
     void tellUnknown(const OverlayKind &kind);
     void exportChart();
@@ -118,7 +128,7 @@ private:
     InterfaceLanguage m_language;
     ScreenAnswers m_answers;
     OverlayStates m_states;
-    QString m_failure; ///< see noteFailure()
+    ServiceStates m_services;
     QTimer m_statesSoon;
     QString m_loadError;
     ChartView *m_chart;

@@ -1,5 +1,7 @@
 #include "terminal/ui/StateStrip.h"
 
+#include "terminal/trade/ElidedLabel.h"
+
 #include <QLabel>
 #include <QStyle>
 #include <QVariant>
@@ -9,13 +11,6 @@ namespace Terminal {
 namespace {
 
 constexpr auto troubleProperty = "trouble"; // known to the style sheet of the window
-
-QLabel *makeLabel()
-{
-    auto *const label = new QLabel;
-    label->setTextFormat(Qt::PlainText);
-    return label;
-}
 
 void setState(QLabel *label, const QString &text, const QString &details, bool isTrouble)
 {
@@ -32,19 +27,25 @@ void setState(QLabel *label, const QString &text, const QString &details, bool i
 
 } // namespace
 
-StateStrip::StateStrip(QWidget *parent) : QStatusBar(parent), m_module(makeLabel())
+StateStrip::StateStrip(QWidget *parent)
+    : QStatusBar(parent),
+      m_bus(new ElidedLabel),
+      m_module(new ElidedLabel)
 {
     setObjectName(QStringLiteral("stateStrip"));
     setSizeGripEnabled(false);
     for (const OverlayKind &kind : overlayKinds()) {
-        QLabel *const label = makeLabel();
+        auto *const label = new ElidedLabel;
         label->setObjectName(QStringLiteral("state-") + QLatin1String(kind.word));
         m_overlays.push_back(label);
         addWidget(label);
         label->hide();
     }
+    m_bus->setObjectName(QStringLiteral("state-bus"));
+    addPermanentWidget(m_bus);
     m_module->setObjectName(QStringLiteral("state-module"));
     addPermanentWidget(m_module);
+    showBus({});
     showModule({});
 }
 
@@ -61,6 +62,12 @@ void StateStrip::hideOverlay(const OverlayKind &kind)
     m_overlays[static_cast<size_t>(&kind - overlayKinds().data())]->hide();
 }
 
+void StateStrip::showBus(const BusState &bus)
+{
+    setState(m_bus, busStateText(bus), bus.reason, bus.isTrouble());
+    m_bus->setVisible(!m_bus->text().isEmpty());
+}
+
 void StateStrip::showModule(const ModuleState &module)
 {
     setState(m_module, moduleStateText(module), module.reason, module.isTrouble());
@@ -73,6 +80,9 @@ QStringList StateStrip::texts() const
         if (!label->isHidden()) {
             texts.append(label->text());
         }
+    }
+    if (!m_bus->isHidden()) {
+        texts.append(m_bus->text());
     }
     return texts + QStringList(m_module->text());
 }

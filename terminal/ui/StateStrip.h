@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/plugin/OverlayKind.h"
+#include "terminal/ui/BusState.h"
 #include "terminal/ui/ModuleState.h"
 
 #include <QStatusBar>
@@ -11,8 +12,8 @@ class QLabel;
 
 namespace Terminal {
 
-/// The line below the window that says how things stand: with each overlay on the chart, and with the trading
-/// module. Always of one height, so that nothing moves when something is told.
+/// The line below the window that says how things stand: with each overlay on the chart, with the bus, and
+/// with the trading module. Always of one height, so that nothing moves when something is told.
 class StateStrip : public QStatusBar
 {
     Q_OBJECT
@@ -26,6 +27,7 @@ public:
     /// It is not on the chart.
     void hideOverlay(const OverlayKind &kind);
 
+    void showBus(const BusState &bus);
     void showModule(const ModuleState &module);
 
     /// What it says, from left to right.
@@ -33,6 +35,7 @@ public:
 
 private:
     std::vector<QLabel *> m_overlays; ///< in the order of overlayKinds()
+    QLabel *m_bus;
     QLabel *m_module;
 };
 

@@ -107,9 +107,9 @@ ProgressBar::~ProgressBar()
     }
 }
 
-void ProgressBar::show(int done, int total)
+void ProgressBar::show(qint64 done, qint64 total)
 {
-    const int percent = total > 0 ? static_cast<int>(qint64(done) * 100 / total) : 100;
+    const int percent = total > 0 ? static_cast<int>(done * 100 / total) : 100;
     if (!m_isVisible || percent == m_percent) {
         return;
     }

@@ -34,7 +34,7 @@ public:
     ~ProgressBar();
     Q_DISABLE_COPY_MOVE(ProgressBar)
 
-    void show(int done, int total);
+    void show(qint64 done, qint64 total);
 
 private:
     const QString m_title;

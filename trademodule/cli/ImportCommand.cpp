@@ -3,6 +3,9 @@
 #include "trademodule/bus/TradeAnswers.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
+#include "trademodule/cli/ImportJson.h"
+#include "trademodule/cli/ImportProgress.h"
+#include "trademodule/cli/JsonReply.h"
 #include "trademodule/cli/TellCharts.h"
 #include "trademodule/cli/UsageError.h"
 #include "trademodule/import/SecurityOfRow.h"
@@ -82,24 +85,46 @@ int suggest(const QString &path, const ImportOptions &options)
     return Succeeded;
 }
 
-/// Reading and booking each have a bar.
-ImportReport importWithBars(const QString &path, const ImportOptions &options, Ledger *ledger)
+bool isForPrograms(const Invocation &invocation)
 {
-    std::optional<ProgressBar> bar(std::in_place, translated("Reading"));
-    bool isReading = true;
-    constexpr qint64 parts = 1000;
+    const bool hasProgress = invocation.isSet(QStringLiteral("progress"));
+    if (hasProgress && invocation.value(QStringLiteral("progress")) != QLatin1String("json")) {
+        throw UsageError(translated("--progress is \"%1\", but must be json")
+                             .arg(invocation.value(QStringLiteral("progress"))));
+    }
+    return hasProgress || invocation.isSet(QStringLiteral("json"));
+}
+
+ImportReport importShowing(ImportProgress *progress, const QString &path, const ImportOptions &options,
+                           Ledger *ledger)
+{
+    static const char *const reading = QT_TR_NOOP("Reading");
+    static const char *const booking = QT_TR_NOOP("Booking");
     return importStatement(
-        path, options, ledger,
-        [&bar](qint64 done, qint64 total) {
-            bar->show(static_cast<int>(total > 0 ? done * parts / total : parts), parts);
-        },
-        [&](int done, int total) {
-            if (isReading) {
-                bar.emplace(translated("Importing"));
-                isReading = false;
-            }
-            bar->show(done, total);
-        });
+        path, options, ledger, [=](qint64 rows, qint64 of) { progress->show(reading, rows, of); },
+        [=](int done, int total) { progress->show(booking, done, total); });
+}
+
+ImportReport importWithProgress(const Invocation &invocation, const QString &path,
+                                const ImportOptions &options, Ledger *ledger)
+{
+    if (isForPrograms(invocation) && !invocation.isSet(QStringLiteral("progress"))) {
+        return importStatement(path, options, ledger);
+    }
+    ImportProgress progress(isForPrograms(invocation) ? ImportProgress::Form::Json
+                                                      : ImportProgress::Form::Bars);
+    return importShowing(&progress, path, options, ledger);
+}
+
+QVector<QJsonObject> changesOf(const ImportReport &report)
+{
+    QVector<QJsonObject> notifications;
+    for (const Execution &newest : report.booked.lastAdded) {
+        if (isOnCharts(newest.security.market)) {
+            notifications.append(changeNotification(newest));
+        }
+    }
+    return notifications;
 }
 
 int import(const Invocation &invocation)
@@ -110,47 +135,52 @@ int import(const Invocation &invocation)
         return suggest(path, options);
     }
     Ledger ledger(ledgerLocation(invocation, options), options.mode);
-    const ImportReport report = importWithBars(path, options, &ledger);
-    print(describe(report, path, options).join(QLatin1Char('\n')) + QLatin1Char('\n'));
-    if (report.isRefused) {
-        return Failed;
+    const ImportReport report = importWithProgress(invocation, path, options, &ledger);
+    const bool isKept = !report.isRefused && options.mode == Ledger::Mode::Keep;
+    const QVector<QJsonObject> changes = isKept ? changesOf(report) : QVector<QJsonObject>();
+    if (isForPrograms(invocation)) {
+        JsonReply::write(importJson(report, path, options, whyNotTold(invocation, changes).isEmpty()));
+    } else {
+        print(describe(report, path, options).join(QLatin1Char('\n')) + QLatin1Char('\n'));
+        tellCharts(invocation, changes);
     }
-    if (options.mode == Ledger::Mode::Keep) {
-        QVector<QJsonObject> notifications;
-        for (const Execution &newest : report.booked.lastAdded) {
-            if (isOnCharts(newest.security.market)) {
-                notifications.append(changeNotification(newest));
-            }
-        }
-        tellCharts(invocation, notifications);
-    }
-    return Succeeded;
+    return report.isRefused ? Failed : Succeeded;
+}
+
+int importReplying(const Invocation &invocation)
+{
+    return isForPrograms(invocation) ? JsonReply::run([&invocation] { return import(invocation); })
+                                     : import(invocation);
 }
 
 } // namespace
 
 Command importCommand()
 {
-    return {QStringLiteral("import"),
-            translated("Reads a broker's statement into the ledger."),
-            QStringLiteral("FILE"),
-            {{QStringLiteral("dry-run"), translated("Shows what would happen and changes nothing.")},
-             {QStringLiteral("skip-bad"),
-              translated("Imports the other rows when some cannot be read; else nothing is imported.")},
-             {QStringLiteral("date"), translated("Day of the trades, for a statement without dates."),
-              QStringLiteral("yyyymmdd")},
-             {QStringLiteral("securities"),
-              translated("List code,market,name of securities, for a statement without codes."),
-              QStringLiteral("LIST")},
-             {QStringLiteral("account"), translated("Of a statement of several accounts, this one."),
-              QStringLiteral("ACCOUNT")},
-             {QStringLiteral("profile"),
-              translated("What the broker's own columns and words mean; kept with the ledger."),
-              QStringLiteral("FILE")},
-             {QStringLiteral("suggest"), translated("Prints a profile to fill in, and imports nothing.")},
-             {QStringLiteral("same"), translated("Takes entries in doubt for those that the ledger has.")},
-             {QStringLiteral("new"), translated("Adds entries in doubt.")}},
-            &import};
+    return {
+        QStringLiteral("import"),
+        translated("Reads a broker's statement into the ledger."),
+        QStringLiteral("FILE"),
+        {{QStringLiteral("dry-run"), translated("Shows what would happen and changes nothing.")},
+         {QStringLiteral("skip-bad"),
+          translated("Imports the other rows when some cannot be read; else nothing is imported.")},
+         {QStringLiteral("date"), translated("Day of the trades, for a statement without dates."),
+          QStringLiteral("yyyymmdd")},
+         {QStringLiteral("securities"),
+          translated("List code,market,name of securities, for a statement without codes."),
+          QStringLiteral("LIST")},
+         {QStringLiteral("account"), translated("Of a statement of several accounts, this one."),
+          QStringLiteral("ACCOUNT")},
+         {QStringLiteral("profile"),
+          translated("What the broker's own columns and words mean; kept with the ledger."),
+          QStringLiteral("FILE")},
+         {QStringLiteral("suggest"), translated("Prints a profile to fill in, and imports nothing.")},
+         {QStringLiteral("same"), translated("Takes entries in doubt for those that the ledger has.")},
+         {QStringLiteral("new"), translated("Adds entries in doubt.")},
+         {QStringLiteral("json"), translated("Writes the report as JSON, for programs.")},
+         {QStringLiteral("progress"), translated("Writes lines of JSON meanwhile, too, with the word json."),
+          QStringLiteral("json")}},
+        &importReplying};
 }
 
 } // namespace TradeModule

@@ -3,6 +3,7 @@
 #include "trademodule/bus/TradeAnswers.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
+#include "trademodule/cli/JsonReply.h"
 #include "trademodule/cli/Listing.h"
 #include "trademodule/cli/TellCharts.h"
 #include "trademodule/cli/UsageError.h"
@@ -35,8 +36,8 @@ int listImports(const Invocation &invocation)
     return Succeeded;
 }
 
-/// Says that trades of these securities have changed up to today, so that charts ask for past ones, too.
-void tellChartsOf(const QVector<SecurityId> &changed, const Invocation &invocation)
+/// Trades of these securities have changed up to today, so that charts ask for past ones, too.
+QVector<QJsonObject> changesOf(const QVector<SecurityId> &changed)
 {
     QVector<QJsonObject> notifications;
     for (const SecurityId &security : changed) {
@@ -45,10 +46,10 @@ void tellChartsOf(const QVector<SecurityId> &changed, const Invocation &invocati
                 changeNotification(Execution{security, Side::Out, TradingDate::today(), ClockTime()}));
         }
     }
-    tellCharts(invocation, notifications);
+    return notifications;
 }
 
-int undoImport(const Invocation &invocation)
+qint64 numberOfImport(const Invocation &invocation)
 {
     const QString text = invocation.arguments(1, translated("the NUMBER of an import")).constFirst();
     bool isNumber = false;
@@ -56,20 +57,58 @@ int undoImport(const Invocation &invocation)
     if (!isNumber) {
         throw UsageError(translated("\"%1\" is no number of an import; see the command imports").arg(text));
     }
-    Ledger ledger(invocation.ledger());
-    const QVector<SecurityId> changed = ledger.securitiesOfImport(number);
-    const int repeated = ledger.undoImport(number);
-    print(translated("import %1 is taken back").arg(number) + QLatin1Char('\n'));
-    if (repeated > 0) {
+    return number;
+}
+
+void describe(const UndoneImport &undone)
+{
+    print(translated("import %1 is taken back").arg(undone.statement.number) + QLatin1Char('\n'));
+    if (undone.kept > 0) {
+        print(translated("%1 of its entries stay: later imports told them, too").arg(undone.kept) +
+              QLatin1Char('\n'));
+    }
+    if (undone.repeatedLater > 0) {
         print(
             translated(
                 "%1 later imports had entries that were there already; import them again if these came from "
                 "the one that is gone")
-                .arg(repeated) +
+                .arg(undone.repeatedLater) +
             QLatin1Char('\n'));
     }
-    tellChartsOf(changed, invocation);
+}
+
+QJsonObject undoneJson(const UndoneImport &undone, bool isTold)
+{
+    return {{QStringLiteral("import"), undone.statement.number},
+            {QStringLiteral("file"), undone.statement.file},
+            {QStringLiteral("entries"), undone.statement.added},
+            {QStringLiteral("money"), undone.statement.money},
+            {QStringLiteral("kept"), undone.kept},
+            {QStringLiteral("repeatedlater"), undone.repeatedLater},
+            {QStringLiteral("chartstold"), isTold}};
+}
+
+int undoImport(const Invocation &invocation)
+{
+    const qint64 number = numberOfImport(invocation);
+    Ledger ledger(invocation.ledger());
+    const UndoneImport undone = ledger.undoImport(number);
+    const QVector<QJsonObject> changes = changesOf(undone.securities);
+    if (invocation.isSet(QStringLiteral("json"))) {
+        const bool isTold = whyNotTold(invocation, changes).isEmpty();
+        JsonReply::write({{QStringLiteral("result"), undoneJson(undone, isTold)}});
+    } else {
+        describe(undone);
+        tellCharts(invocation, changes);
+    }
     return Succeeded;
+}
+
+int undoReplying(const Invocation &invocation)
+{
+    return invocation.isSet(QStringLiteral("json"))
+               ? JsonReply::run([&invocation] { return undoImport(invocation); })
+               : undoImport(invocation);
 }
 
 int listMoney(const Invocation &invocation)
@@ -105,8 +144,8 @@ Command undoCommand()
     return {QStringLiteral("undo"),
             translated("Takes an import back as a whole."),
             QStringLiteral("NUMBER"),
-            {},
-            &undoImport};
+            {{QStringLiteral("json"), translated("Writes the report as JSON, for programs.")}},
+            &undoReplying};
 }
 
 Command moneyCommand()

@@ -6,15 +6,24 @@
 
 namespace TradeModule {
 
-void tellCharts(const Invocation &invocation, const QVector<QJsonObject> &notifications)
+QString whyNotTold(const Invocation &invocation, const QVector<QJsonObject> &notifications)
 {
     if (notifications.isEmpty()) {
-        return;
+        return QString();
     }
     if (invocation.bus().isEmpty()) {
-        print(translated("charts were not told: no --bus given") + QLatin1Char('\n'));
-    } else if (!notifyCharts(invocation.bus(), notifications)) {
-        print(translated("charts were not told: there is no bus") + QLatin1Char('\n'));
+        return translated("charts were not told: no --bus given");
+    }
+    return notifyCharts(invocation.bus(), notifications)
+               ? QString()
+               : translated("charts were not told: there is no bus");
+}
+
+void tellCharts(const Invocation &invocation, const QVector<QJsonObject> &notifications)
+{
+    const QString reason = whyNotTold(invocation, notifications);
+    if (!reason.isEmpty()) {
+        print(reason + QLatin1Char('\n'));
     }
 }
 

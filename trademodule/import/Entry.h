@@ -26,4 +26,15 @@ struct Entry
     bool isFurniture = false;  ///< a sum or a line of text, which a client prints around the entries
 };
 
+/// What comes of a line.
+enum class Outcome {
+    Trade,
+    Shares,  ///< came or left without a trade
+    Money,   ///< alone
+    Nothing, ///< left out, as it changes neither
+    KeptOut, ///< short sales and their covers
+};
+
+Outcome outcomeOf(const Entry &entry);
+
 } // namespace TradeModule

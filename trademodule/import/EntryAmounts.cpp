@@ -45,7 +45,8 @@ double EntryAmounts::number(Column column, const char *what) const
     const QString text = m_row.cell(column);
     const std::optional<double> value = CellValue::number(text);
     if (!value) {
-        throw Error(translated("the %1 \"%2\" is no number").arg(translated(what), CellValue::cleaned(text)));
+        throw m_row.errorIn(
+            column, translated("the %1 \"%2\" is no number").arg(translated(what), CellValue::cleaned(text)));
     }
     return *value * m_row.columns().unit(column);
 }
@@ -54,8 +55,8 @@ Money EntryAmounts::money(Column column, const char *what) const
 {
     const std::optional<Money> value = Money::ofYuan(number(column, what));
     if (!value) {
-        throw Error(translated("the %1 \"%2\" is too large")
-                        .arg(translated(what), CellValue::cleaned(m_row.cell(column))));
+        throw m_row.errorIn(column, translated("the %1 \"%2\" is too large")
+                                        .arg(translated(what), CellValue::cleaned(m_row.cell(column))));
     }
     return *value;
 }
@@ -66,7 +67,8 @@ Money EntryAmounts::sum(Column column, const char *what) const
     for (const QString &text : m_row.cells(column)) {
         const std::optional<Money> value = CellValue::money(text);
         if (!value) {
-            throw Error(
+            throw m_row.errorIn(
+                column,
                 translated("the %1 \"%2\" is no number").arg(translated(what), CellValue::cleaned(text)));
         }
         total = total + *value;
@@ -79,8 +81,8 @@ qint64 EntryAmounts::quantity() const
     const double quantity = number(Column::Quantity, QT_TR_NOOP("quantity"));
     constexpr double mostShares = 1e12;
     if (quantity != std::floor(quantity) || std::fabs(quantity) > mostShares) {
-        throw Error(translated("the quantity \"%1\" is no number of whole shares")
-                        .arg(CellValue::cleaned(m_row.cell(Column::Quantity))));
+        throw m_row.errorIn(Column::Quantity, translated("the quantity \"%1\" is no number of whole shares")
+                                                  .arg(CellValue::cleaned(m_row.cell(Column::Quantity))));
     }
     return static_cast<qint64>(quantity);
 }
@@ -89,7 +91,7 @@ Money EntryAmounts::price() const
 {
     const Money price = money(Column::Price, QT_TR_NOOP("price"));
     if (price.isNegative()) {
-        throw Error(translated("the price is negative"));
+        throw m_row.errorIn(Column::Price, translated("the price is negative"));
     }
     return price;
 }
@@ -136,9 +138,9 @@ Money EntryAmounts::amount(const Execution &execution, SecurityClass kind) const
         0.02 * unit + 0.51 * std::pow(10.0, -decimals) * static_cast<double>(execution.quantity);
     const bool isBondNearby = kind == SecurityClass::Bond && isNearly(stated.yuan(), computed.yuan());
     if (std::fabs((computed - stated).yuan()) > slack && !isBondNearby) {
-        throw Error(translated("the amount %1 is not price × quantity, %2 × %3")
-                        .arg(stated.text(), execution.price.text())
-                        .arg(execution.quantity));
+        throw m_row.errorIn(Column::Amount, translated("the amount %1 is not price × quantity, %2 × %3")
+                                                .arg(stated.text(), execution.price.text())
+                                                .arg(execution.quantity));
     }
     return stated;
 }
@@ -147,11 +149,13 @@ void EntryAmounts::refuseWrongSign(const Execution &execution, Money net) const
 {
     const bool isWorthAWord = magnitude(net) > Money::ofSteps(execution.amount.steps() / 2);
     if (execution.side == Side::Sell && net.isNegative() && isWorthAWord) {
-        throw Error(
+        throw m_row.errorIn(
+            Column::Net,
             translated("the entry says sell, but its net amount %1 is that of a buy").arg(net.text()));
     }
     if (execution.side == Side::Buy && !net.isNegative() && isWorthAWord) {
-        throw Error(
+        throw m_row.errorIn(
+            Column::Net,
             translated("the entry says buy, but its net amount %1 is that of a sell").arg(net.text()));
     }
 }
@@ -183,12 +187,19 @@ Money EntryAmounts::listedFees() const
     }
     const Money commission = magnitude(money(Column::Commission, QT_TR_NOOP("commission")));
     const Money twin = magnitude(money(Column::CommissionTwin, QT_TR_NOOP("commission")));
-    const Money others = magnitude(sum(Column::OtherFee, QT_TR_NOOP("fee")));
+    const Money others = magnitude(sum(Column::OtherFee, QT_TR_NOOP("fee")) +
+                                   sum(Column::StampDuty, QT_TR_NOOP("stamp duty")));
     const bool isTotal = !commission.isZero() && !others.isZero() && commission == twin + others;
     if (isTotal) {
         return commission;
     }
     return (commission == twin ? commission : commission + twin) + others;
+}
+
+Money EntryAmounts::stampDuty(Money fee) const
+{
+    const Money listed = magnitude(sum(Column::StampDuty, QT_TR_NOOP("stamp duty")));
+    return listed > fee ? Money() : listed;
 }
 
 std::optional<qint64> EntryAmounts::sharesAfter() const

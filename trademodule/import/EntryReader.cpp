@@ -50,13 +50,15 @@ QString numberText(const StatementRow &row, Column column)
     const QString cell = row.cell(column);
     const std::optional<QString> text = CellValue::serialNumber(cell);
     if (!text) {
-        throw Error(
+        throw row.errorIn(
+            column,
             translated("the column %1 holds \"%2\": a spreadsheet has dropped digits of it; export the "
                        "statement anew, or have that column saved as text")
                 .arg(row.columns().nameOf(column), CellValue::cleaned(cell)));
     }
     if (text->size() > longestNumberText) {
-        throw Error(
+        throw row.errorIn(
+            column,
             translated("\"%1…\" is longer than the %2 characters that an order or deal number may have")
                 .arg(text->left(longestNumberText))
                 .arg(longestNumberText));
@@ -183,7 +185,8 @@ BusinessKind EntryReader::kindOf(const StatementRow &row, QStringList *words)
             m_unknownWords.append(word);
         }
     }
-    throw Error(translated("\"%1\" says neither buy nor sell").arg(words->join(QLatin1Char(' '))));
+    throw row.errorIn(row.has(Column::Side) ? Column::Side : Column::Business,
+                      translated("\"%1\" says neither buy nor sell").arg(words->join(QLatin1Char(' '))));
 }
 
 Execution EntryReader::begin(const StatementRow &row, const NamedSecurity &security, Side side)
@@ -254,16 +257,17 @@ TradingDate EntryReader::dateOf(const StatementRow &row)
     }
     if (!row.has(Column::Date) && m_options.date) {
         if (m_date) {
-            throw Error(
+            throw row.errorIn(
+                column,
                 translated("the row has a date of its own, %1; leave --date out").arg(m_date->number()));
         }
         return *m_options.date;
     }
     if (!m_date) {
-        throw Error(translated("\"%1\" is no date").arg(CellValue::cleaned(text)));
+        throw row.errorIn(column, translated("\"%1\" is no date").arg(CellValue::cleaned(text)));
     }
     if (*m_date > TradingDate::today()) {
-        throw Error(translated("the date %1 is in the future").arg(m_date->number()));
+        throw row.errorIn(column, translated("the date %1 is in the future").arg(m_date->number()));
     }
     return *m_date;
 }
@@ -273,7 +277,7 @@ ClockTime EntryReader::timeOf(const StatementRow &row) const
     const QString text = row.cell(Column::Time);
     const std::optional<ClockTime> time = CellValue::time(text);
     if (!time) {
-        throw Error(translated("\"%1\" is no time").arg(CellValue::cleaned(text)));
+        throw row.errorIn(Column::Time, translated("\"%1\" is no time").arg(CellValue::cleaned(text)));
     }
     if (*time == ClockTime() && !row.has(Column::Time)) {
         return CellValue::timeBesideDate(row.cell(Column::Date)).value_or(ClockTime());

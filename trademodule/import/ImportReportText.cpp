@@ -38,88 +38,111 @@ QStringList badRowLines(const StatementContents &contents, const QString &path)
     return lines;
 }
 
-QStringList kindLines(const char *text, const std::map<QString, int> &kinds)
+QStringList kindLines(const StatementContents &contents, Outcome outcome, const char *text)
 {
     QStringList lines;
-    for (const auto &[kind, count] : kinds) {
-        lines.append(translated(text).arg(kind, rows(count)));
+    const auto kinds = contents.kinds.find(outcome);
+    if (kinds != contents.kinds.end()) {
+        for (const auto &[kind, count] : kinds->second) {
+            lines.append(translated(text).arg(translated(kind.toLatin1().constData()), rows(count)));
+        }
     }
     return lines;
 }
 
-QStringList rowLines(const StatementContents &contents, const QString &path)
+QStringList rowLines(const StatementContents &contents)
 {
-    QStringList lines;
-    lines += kindLines(QT_TR_NOOP("shares without a trade: %1 (%2)"), contents.moves);
-    lines += kindLines(QT_TR_NOOP("money: %1 (%2)"), contents.moneyKinds);
-    lines += kindLines(QT_TR_NOOP("left out: %1 (%2)"), contents.leftOut);
-    if (contents.shortSales.rows > 0) {
-        lines.append(
-            translated("kept out: %1 of short sales and their covers, the first at %2; shares that were "
-                       "borrowed are not in the books")
-                .arg(rows(contents.shortSales.rows), place(path, contents.shortSales.firstLine)));
+    return kindLines(contents, Outcome::Shares, QT_TR_NOOP("shares without a trade: %1 (%2)")) +
+           kindLines(contents, Outcome::Money, QT_TR_NOOP("money: %1 (%2)")) +
+           kindLines(contents, Outcome::Nothing, QT_TR_NOOP("left out: %1 (%2)"));
+}
+
+/// Of rows that are not taken as they stand.
+void addRowRemarks(const StatementContents &contents, QVector<Remark> *remarks)
+{
+    if (const Noted &found = contents.shortSales; found.rows > 0) {
+        remarks->append({found.firstLine,
+                         translated("kept out: %1 of short sales and their covers, beginning with this one; "
+                                    "shares that were borrowed are not in the books")
+                             .arg(rows(found.rows))});
     }
     if (contents.repeatedRows > 0) {
-        lines.append(translated("dropped: %1 that repeat another with the same deal number")
-                         .arg(rows(contents.repeatedRows)));
+        remarks->append({0, translated("dropped: %1 that repeat another with the same deal number")
+                                .arg(rows(contents.repeatedRows))});
     }
     if (contents.equalRows > 0) {
-        lines.append(
-            translated("kept: %1 equal to another but without a deal number; if the file holds "
-                       "them twice by mistake, take the import back with undo, remove them and import again")
-                .arg(rows(contents.equalRows)));
-    }
-    return lines;
-}
-
-QStringList warningLines(const StatementContents &contents, const QString &path)
-{
-    QStringList lines;
-    if (!contents.unknownColumns.isEmpty()) {
-        lines.append(translated("columns that say nothing to the import: %1; see --suggest")
-                         .arg(contents.unknownColumns.join(QStringLiteral(", "))));
+        remarks->append(
+            {0,
+             translated("kept: %1 equal to another but without a deal number; if the file holds "
+                        "them twice by mistake, take the import back with undo, remove them and import again")
+                 .arg(rows(contents.equalRows))});
     }
     if (contents.daysAsListed > 0) {
-        lines.append(
-            translated(
-                "%1 days of a security have neither times nor balances nor numbers that tell the order "
-                "of buys and sells: taken as listed")
-                .arg(contents.daysAsListed));
+        remarks->append(
+            {0, translated(
+                    "%1 days of a security have neither times nor balances nor numbers that tell the order "
+                    "of buys and sells: taken as listed")
+                    .arg(contents.daysAsListed)});
     }
-    if (contents.feesInDoubt.rows > 0) {
-        lines.append(
-            translated(
-                "warning: the fees of %1 are not what the account paid beyond the amount, the first at "
-                "%2")
-                .arg(rows(contents.feesInDoubt.rows), place(path, contents.feesInDoubt.firstLine)));
-    }
-    if (contents.costless.rows > 0) {
-        lines.append(
-            translated("warning: %1 brought shares in without a price, the first at %2: the cost price of "
-                       "these is too low")
-                .arg(rows(contents.costless.rows), place(path, contents.costless.firstLine)));
-    }
-    return lines;
 }
 
-QStringList checkLines(const ImportReport &report, const QString &path)
+/// Of what the import does not know, or cannot make fit.
+void addDoubts(const StatementContents &contents, QVector<Remark> *remarks)
 {
-    QStringList lines;
+    if (!contents.unknownColumns.isEmpty()) {
+        remarks->append({0, translated("columns that say nothing to the import: %1; see --suggest")
+                                .arg(contents.unknownColumns.join(QStringLiteral(", ")))});
+    }
+    if (!contents.unknownWords.isEmpty()) {
+        remarks->append({0, translated("words that say nothing to the import: %1; see --suggest")
+                                .arg(contents.unknownWords.join(QStringLiteral(", ")))});
+    }
+    if (const Noted &found = contents.feesInDoubt; found.rows > 0) {
+        remarks->append({found.firstLine, translated("warning: the fees of %1, beginning with this one, are "
+                                                     "not what the account paid beyond the amount")
+                                              .arg(rows(found.rows))});
+    }
+    if (const Noted &found = contents.costless; found.rows > 0) {
+        remarks->append(
+            {found.firstLine, translated("warning: %1, beginning with this one, brought shares in "
+                                         "without a price: their cost price is too low")
+                                  .arg(rows(found.rows))});
+    }
+}
+
+/// Of what the statement says at the end.
+void addDisagreements(const ImportReport &report, QVector<Remark> *remarks)
+{
     if (const auto &found = report.holdingDisagreement) {
-        lines.append(
-            translated(
-                "%1: warning: the statement holds %2 of %3 after this row, the ledger %4 (%5 securities "
-                "disagree); import the earlier statements, or enter what was held before with open")
-                .arg(place(path, found->line))
-                .arg(found->stated)
-                .arg(found->security.code)
-                .arg(found->computed)
-                .arg(found->securities));
+        remarks->append(
+            {found->line,
+             translated("warning: the statement holds %1 of %2 after this row, the ledger %3 (%4 securities "
+                        "disagree); import the earlier statements, or enter what was held before with open")
+                 .arg(found->stated)
+                 .arg(found->security.code)
+                 .arg(found->computed)
+                 .arg(found->securities)});
     }
     if (const auto &found = report.contents.cashDisagreement) {
-        lines.append(
-            translated("%1: warning: the statement has %2 yuan after this row, but its rows come to %3")
-                .arg(place(path, found->line), found->stated.text(), found->expected.text()));
+        remarks->append(
+            {found->line,
+             translated("warning: the statement has %1 yuan after this row, but its rows come to %2")
+                 .arg(found->stated.text(), found->expected.text())});
+    }
+    for (const SecurityId &security : report.booked.unexplained) {
+        remarks->append(
+            {0, translated("warning: more of %1 was sold than came in; import the earlier statements, "
+                           "too, for a right cost")
+                    .arg(security.code)});
+    }
+}
+
+QStringList remarkLines(const ImportReport &report, const QString &path)
+{
+    QStringList lines;
+    for (const Remark &remark : remarksOn(report)) {
+        lines.append(remark.line > 0 ? QStringLiteral("%1: %2").arg(place(path, remark.line), remark.text)
+                                     : remark.text);
     }
     return lines;
 }
@@ -139,10 +162,6 @@ QStringList doubtLines(const Booked &booked)
     for (const Execution &execution : booked.doubtful.mid(0, mostLines)) {
         lines.append(translated("in doubt: %1").arg(described(execution)));
     }
-    lines.append(
-        translated("nothing imported: the ledger has as much on these days in other pieces or under other "
-                   "numbers, %1 in all; import with --same if they are the same trades, with --new if not")
-            .arg(entries(booked.doubtful.size())));
     return lines;
 }
 
@@ -150,11 +169,6 @@ QStringList bookedLines(const ImportReport &report, Ledger::Mode mode)
 {
     const Booked &booked = report.booked;
     QStringList lines;
-    for (const SecurityId &security : booked.unexplained) {
-        lines.append(translated("warning: more of %1 was sold than came in; import the earlier statements, "
-                                "too, for a right cost")
-                         .arg(security.code));
-    }
     if (booked.inAnotherForm > 0) {
         lines.append(
             translated("known already from another kind of export: %1").arg(entries(booked.inAnotherForm)));
@@ -177,23 +191,34 @@ QStringList bookedLines(const ImportReport &report, Ledger::Mode mode)
 
 } // namespace
 
+QVector<Remark> remarksOn(const ImportReport &report)
+{
+    QVector<Remark> remarks;
+    addRowRemarks(report.contents, &remarks);
+    addDoubts(report.contents, &remarks);
+    addDisagreements(report, &remarks);
+    return remarks;
+}
+
+QString refusalOf(const ImportReport &report)
+{
+    if (!report.booked.doubtful.isEmpty()) {
+        return translated(
+                   "nothing imported: the ledger has as much on these days in other pieces or under other "
+                   "numbers, %1 in all; import with --same if they are the same trades, with --new if not")
+            .arg(entries(report.booked.doubtful.size()));
+    }
+    return translated("nothing imported: %1 cannot be read; correct them, or leave them out with "
+                      "--skip-bad")
+        .arg(rows(report.contents.badRowCount));
+}
+
 QStringList describe(const ImportReport &report, const QString &path, const ImportOptions &options)
 {
     const StatementContents &contents = report.contents;
-    QStringList lines = badRowLines(contents, path) + rowLines(contents, path) +
-                        warningLines(contents, path) + checkLines(report, path);
-    if (!report.booked.doubtful.isEmpty()) {
-        return lines + doubtLines(report.booked);
-    }
-    if (!contents.unknownWords.isEmpty()) {
-        lines.append(translated("words that say nothing to the import: %1; see --suggest")
-                         .arg(contents.unknownWords.join(QStringLiteral(", "))));
-    }
+    QStringList lines = badRowLines(contents, path) + rowLines(contents) + remarkLines(report, path);
     if (report.isRefused) {
-        lines.append(translated("nothing imported: %1 cannot be read; correct them, or leave them out with "
-                                "--skip-bad")
-                         .arg(rows(contents.badRowCount)));
-        return lines;
+        return lines + doubtLines(report.booked) + QStringList{refusalOf(report)};
     }
     if (contents.badRowCount > 0) {
         lines.append(translated("left out: bad rows (%1)").arg(rows(contents.badRowCount)));

@@ -3,6 +3,7 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/import/CellValue.h"
+#include "trademodule/import/StatementRefused.h"
 
 #include <algorithm>
 
@@ -107,11 +108,24 @@ bool RowCollector::takeHeader(const SheetRow &row)
         begin(*header);
         return true;
     }
+    if (!m_header) {
+        noteNearMiss(row);
+    }
     if (m_header) {
         refuse(row.line, translated("another table begins here, whose columns do not tell what was traded"));
         m_isInOtherTable = true;
     }
     return m_header.has_value();
+}
+
+/// A broker's own names: of a line with three that are known the others may be taught.
+void RowCollector::noteNearMiss(const SheetRow &row)
+{
+    constexpr int enoughNames = 3;
+    const StatementColumns columns = TableHeader::columnsOf(row, m_options.profile);
+    if (columns.knownNames() >= std::max(enoughNames, m_nearMiss.knownNames() + 1)) {
+        m_nearMiss = columns;
+    }
 }
 
 void RowCollector::begin(const TableHeader &header)
@@ -145,7 +159,10 @@ void RowCollector::takeEntry(const SheetRow &row)
         }
         if (entry.isFurniture || !isOfOtherAccount(statementRow)) {
             keep(entry, statementRow, row.line);
+            m_contents.rowCount += entry.isFurniture ? 0 : 1;
         }
+    } catch (const CellError &error) {
+        refuse(row.line, error.reason(), error.column());
     } catch (const Error &error) {
         refuse(row.line, error.reason());
     }
@@ -156,33 +173,44 @@ void RowCollector::takeEntry(const SheetRow &row)
 bool RowCollector::isOfOtherAccount(const StatementRow &row)
 {
     const QString cell = row.cell(m_accountColumn);
-    if (cell.isEmpty() || (cell == m_lastAccountCell && m_options.accounts.isEmpty())) {
+    if (cell.isEmpty()) {
         return false;
     }
-    m_lastAccountCell = cell;
-    const QString account = CellValue::cleaned(cell);
-    if (!m_options.accounts.isEmpty()) {
-        return !m_options.accounts.contains(account);
+    if (cell != m_lastAccountCell) {
+        m_lastAccountCell = cell;
+        noteAccount(CellValue::cleaned(cell));
     }
+    return m_isOtherAccount;
+}
+
+void RowCollector::noteAccount(const QString &account)
+{
+    m_isOtherAccount = !m_options.accounts.isEmpty() && !m_options.accounts.contains(account);
     if (!account.isEmpty() && !m_accounts.contains(account)) {
         m_accounts.append(account);
     }
-    return false;
 }
 
 void RowCollector::keep(const Entry &entry, const StatementRow &row, int line)
 {
-    noteKind(entry, line);
+    if (!entry.isFurniture && m_contents.firstRows.size() < StatementContents::mostFirstRows) {
+        m_contents.firstRows.append({line, entry});
+    }
     if (entry.shares) {
-        const bool isAllotment = entry.kind.effect == Effect::Payment || entry.kind.effect == Effect::Entry;
-        if (isAllotment && entry.shares->side == Side::Allotment) {
-            m_allotments.add(entry, line);
+        const bool isPaidOrEntered =
+            entry.kind.effect == Effect::Payment || entry.kind.effect == Effect::Entry;
+        if (isPaidOrEntered && entry.shares->side == Side::Allotment) {
+            m_allotments.add(entry, line); // what comes of it, other rows tell
         } else {
+            noteKind(entry, line);
             keepShares(entry, line, fingerprintOf(entry));
         }
         noteName(row, *entry.shares);
         noteCash(entry, line, entry.shares->date, entry.shares->time);
-    } else if (entry.money) {
+    } else {
+        noteKind(entry, line);
+    }
+    if (!entry.shares && entry.money) {
         noteCash(entry, line, entry.money->date, entry.money->time);
     }
     if (entry.money) {
@@ -247,36 +275,33 @@ void RowCollector::noteCash(const Entry &entry, int line, TradingDate date, Cloc
 
 void RowCollector::noteKind(const Entry &entry, int line)
 {
-    const QString kind = translated(entry.kind.name);
-    if (entry.kind.effect == Effect::ShortSale) {
+    const Outcome outcome = outcomeOf(entry);
+    if (outcome == Outcome::KeptOut) {
         m_contents.shortSales.note(line);
     } else if (entry.isFeeInDoubt) {
         m_contents.feesInDoubt.note(line);
     }
-    const bool isMove = entry.shares && !isTrade(entry.shares->side);
-    if (isMove) {
-        ++m_contents.moves[kind];
-    } else if (entry.money) {
-        ++m_contents.moneyKinds[kind];
-    } else if (!entry.shares && entry.kind.effect != Effect::ShortSale) {
-        ++m_contents.leftOut[kind];
-    }
+    ++m_contents.kinds[outcome][QLatin1String(entry.kind.name)];
 }
 
-void RowCollector::refuse(int line, const QString &reason)
+void RowCollector::refuse(int line, const QString &reason, const QString &column)
 {
     ++m_contents.badRowCount;
+    ++m_contents.rowCount;
     if (m_contents.badRows.size() < StatementContents::mostBadRows) {
-        m_contents.badRows.append({line, reason});
+        m_contents.badRows.append({line, reason, column});
     }
 }
 
 StatementContents RowCollector::finish()
 {
     if (!m_header) {
-        throw Error(
-            translated("there is no header line that names the price (成交价格), the quantity (成交数量) "
-                       "and the security (证券代码); export the executed trades with their header"));
+        throw StatementRefused(
+            {translated("there is no header line that names the price (成交价格), the quantity (成交数量) "
+                        "and the security (证券代码); export the executed trades with their header"),
+             {},
+             {},
+             m_nearMiss.unknownNames()});
     }
     if (!m_hasRows && !m_header->columns().has(Column::Date) && !m_options.date) {
         throw Error(translated("the statement has no date column; give the day of its trades with --date"));
@@ -284,6 +309,7 @@ StatementContents RowCollector::finish()
     finishAccount();
     finishAllotments();
     finishOrder();
+    finishDays();
     m_contents.unknownWords = m_entries.unknownWords();
     m_contents.cashDisagreement = m_cashCheck.disagreement();
     return std::move(m_contents);
@@ -291,32 +317,82 @@ StatementContents RowCollector::finish()
 
 void RowCollector::finishAccount()
 {
+    if (m_options.accounts.isEmpty()) {
+        refuseSeveralAccounts();
+    } else {
+        refuseOtherAccounts();
+    }
+    m_contents.accounts = m_accounts;
+    if (m_accountColumn == Column::Account) {
+        m_contents.account = m_options.accounts.isEmpty() ? m_accounts.value(0)
+                                                          : m_options.accounts.join(QStringLiteral(", "));
+    } else {
+        m_contents.holders = m_options.accounts.isEmpty() ? m_accounts : m_options.accounts;
+    }
+}
+
+void RowCollector::refuseSeveralAccounts() const
+{
     QHash<QString, QStringList> byKind;
-    for (const QString &account : qAsConst(m_accounts)) {
+    for (const QString &account : m_accounts) {
         byKind[m_accountColumn == Column::Account ? QString() : holderKind(account)].append(account);
     }
     for (const QStringList &accounts : qAsConst(byKind)) {
         if (accounts.size() > 1) {
-            throw Error(
-                translated("the statement is of several accounts, %1: import each into a ledger of its own, "
-                           "with --account")
-                    .arg(accounts.join(QStringLiteral(", "))));
+            throw StatementRefused(
+                {translated("the statement is of several accounts, %1: import each into a ledger of its own, "
+                            "with --account")
+                     .arg(accounts.join(QStringLiteral(", "))),
+                 {},
+                 m_accounts});
         }
     }
-    if (m_accountColumn == Column::Account) {
-        m_contents.account = m_accounts.value(0, m_options.accounts.value(0));
+}
+
+/// An account that was mistyped would leave all rows out.
+void RowCollector::refuseOtherAccounts() const
+{
+    for (const QString &account : m_options.accounts) {
+        if (!m_accounts.isEmpty() && !m_accounts.contains(account)) {
+            throw StatementRefused({translated("the statement has no entries of the account %1, only of %2")
+                                        .arg(account, m_accounts.join(QStringLiteral(", "))),
+                                    {},
+                                    m_accounts});
+        }
     }
 }
 
 void RowCollector::finishAllotments()
 {
     for (const Allotments::Row &row : m_allotments.resolved()) {
+        noteKind(row.entry, row.line);
+        for (UnderstoodRow &first : m_contents.firstRows) {
+            first = first.line == row.line ? UnderstoodRow{row.line, row.entry} : first;
+        }
         if (row.entry.shares) {
             keepShares(row.entry, row.line, fingerprintOf(row.entry));
         }
         if (row.entry.money) {
             keepMoney(*row.entry.money);
         }
+    }
+}
+
+/// Requires that trades and money are in order.
+void RowCollector::finishDays()
+{
+    const auto widen = [this](TradingDate day) {
+        m_contents.days = m_contents.days ? StatementContents::Days{std::min(m_contents.days->from, day),
+                                                                    std::max(m_contents.days->to, day)}
+                                          : StatementContents::Days{day, day};
+    };
+    if (!m_contents.executions.isEmpty()) {
+        widen(m_contents.executions.constFirst().date);
+        widen(m_contents.executions.constLast().date);
+    }
+    if (!m_contents.money.isEmpty()) {
+        widen(m_contents.money.constFirst().date);
+        widen(m_contents.money.constLast().date);
     }
 }
 

@@ -27,30 +27,36 @@ private:
     bool takeHeader(const SheetRow &row);
     void begin(const TableHeader &header);
     void takeEntry(const SheetRow &row);
-    void refuseTextRows(const QStringList &cells) const;
     bool isOfOtherAccount(const StatementRow &row);
+    void noteAccount(const QString &account);
     void keep(const Entry &entry, const StatementRow &row, int line);
     void keepShares(const Entry &entry, int line, uint fingerprint);
     void keepMoney(const MoneyEntry &money);
     void noteName(const StatementRow &row, const Execution &execution);
     void noteCash(const Entry &entry, int line, TradingDate date, ClockTime time);
     void noteKind(const Entry &entry, int line);
-    void refuse(int line, const QString &reason);
+    void noteNearMiss(const SheetRow &row);
+    void refuse(int line, const QString &reason, const QString &column = {});
     void finishAllotments();
     void finishOrder();
+    void finishDays();
     void finishAccount();
+    void refuseSeveralAccounts() const;
+    void refuseOtherAccounts() const;
 
     const ReadOptions &m_options;
     EntryReader m_entries;
     std::optional<TableHeader> m_header;
     bool m_isInOtherTable = false;
     bool m_hasRows = false;
+    StatementColumns m_nearMiss; ///< before a header: the columns of the line that comes nearest to one
     ListedEntries m_listed;
     Allotments m_allotments;
     CashCheck m_cashCheck;
     QStringList m_accounts; ///< that the statement names, by what m_accountColumn is
     Column m_accountColumn = Column::Account;
     QString m_lastAccountCell;
+    bool m_isOtherAccount = false; ///< what it names is not chosen
     QSet<QString> m_moneySeen;
     std::optional<StatedCash> m_firstCash; ///< of the newest day, as the list has it
     std::optional<StatedCash> m_lastCash;  ///< the same

@@ -117,6 +117,15 @@ SecurityClass kindOf(const SecurityId &security)
 
 NamedSecurity SecurityReader::of(const StatementRow &row, bool isOfHongKong)
 {
+    try {
+        return found(row, isOfHongKong);
+    } catch (const Error &error) {
+        throw row.errorIn(row.has(Column::Code) ? Column::Code : Column::Name, error.reason());
+    }
+}
+
+NamedSecurity SecurityReader::found(const StatementRow &row, bool isOfHongKong)
+{
     if (!row.has(Column::Code)) {
         const SecurityId security = securityByName(CellValue::cleaned(row.cell(Column::Name)), m_byName);
         return {security, kindOf(security)};
@@ -129,11 +138,11 @@ NamedSecurity SecurityReader::of(const StatementRow &row, bool isOfHongKong)
         return *known;
     }
     const auto code = CellValue::code(cell);
-    const NamedSecurity found =
+    const NamedSecurity security =
         securityOf(cell, {CellValue::cleaned(row.cell(Column::Market)), code ? code->market : QString(),
                           CellValue::cleaned(row.cell(Column::Holder)), isOfHongKong});
-    m_known.insert(key, found);
-    return found;
+    m_known.insert(key, security);
+    return security;
 }
 
 std::optional<SecurityId> securityOfCode(const QString &text)

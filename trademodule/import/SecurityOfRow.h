@@ -34,6 +34,8 @@ public:
     NamedSecurity of(const StatementRow &row, bool isOfHongKong);
 
 private:
+    NamedSecurity found(const StatementRow &row, bool isOfHongKong);
+
     const QHash<QString, SecurityId> &m_byName;
     QHash<QString, NamedSecurity> m_known; ///< by all that tells them: a statement names few again and again
 };

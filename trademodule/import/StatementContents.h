@@ -2,6 +2,7 @@
 
 #include "trademodule/import/CashCheck.h"
 #include "trademodule/import/DayOrder.h"
+#include "trademodule/import/Entry.h"
 #include "trademodule/ledger/Statement.h"
 
 #include <QHash>
@@ -17,6 +18,14 @@ struct BadRow
 {
     int line;
     QString reason;
+    QString column; ///< where the reason stands, as the header names it; empty when it is none's alone
+};
+
+/// A line as it was understood.
+struct UnderstoodRow
+{
+    int line;
+    Entry entry;
 };
 
 /// Something that is true of rows: how many they are, and where the first one is.
@@ -40,10 +49,20 @@ struct StatementContents
     QHash<SecurityId, QString> names;
     MoneyEntries money; ///< oldest first
 
-    std::map<QString, int> leftOut; ///< rows that change neither shares nor cash, by kind
-    std::map<QString, int> moves;   ///< rows of shares that came or left without a trade, by kind
-    std::map<QString, int> moneyKinds;
-    Noted shortSales; ///< and their covers: kept out together
+    /// From the first to the last one.
+    struct Days
+    {
+        TradingDate from;
+        TradingDate to;
+    };
+    std::optional<Days> days; ///< of its entries
+
+    int rowCount = 0; ///< lines with entries, those that are left out or bad among them
+    std::map<Outcome, std::map<QString, int>> kinds; ///< rows by what comes of them and their kind
+    Noted shortSales;                                ///< and their covers: kept out together
+
+    static constexpr int mostFirstRows = 20;
+    QVector<UnderstoodRow> firstRows; ///< in the order of the list
 
     static constexpr int mostBadRows = 1000; ///< that are kept
     QVector<BadRow> badRows;
@@ -58,7 +77,9 @@ struct StatementContents
     Noted feesInDoubt; ///< the fees do not come to what was paid
     Noted costless;    ///< shares that came in without a price
 
-    QString account; ///< empty when the statement names none
+    QString account;      ///< empty when the statement names none
+    QStringList holders;  ///< shareholder's codes, where it tells no account
+    QStringList accounts; ///< all that it names
     std::optional<StatedCash> cash;
     std::optional<CashDisagreement> cashDisagreement;
 };

@@ -43,16 +43,12 @@ void visit(const QString &path, const RowVisitor &visitor, const ReadProgress &p
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        throw Error(translated("%1: cannot be read: %2").arg(path, reasonOf(file)));
+        throw Error(translated("cannot be read: %1").arg(reasonOf(file)));
     }
-    try {
-        if (isArchive(file.peek(lookedAt))) {
-            Workbook::visit(path, visitor, progress);
-        } else {
-            visitText(&file, visitor, progress);
-        }
-    } catch (const Error &error) {
-        throw Error(QStringLiteral("%1: %2").arg(path, error.reason()));
+    if (isArchive(file.peek(lookedAt))) {
+        Workbook::visit(path, visitor, progress);
+    } else {
+        visitText(&file, visitor, progress);
     }
 }
 

@@ -26,7 +26,19 @@ struct ImportReport
 /// Reads the statement in a file and books it. What the ledger keeps of the user's profile is used, and what
 /// `options` has of it is kept. An Error names the file.
 ImportReport importStatement(const QString &path, const ImportOptions &options, Ledger *ledger,
-                             const ReadProgress &readProgress = {}, const Ledger::Progress &progress = {});
+                             const RowProgress &readProgress = {}, const Ledger::Progress &progress = {});
+
+/// Something that the person who imports should know.
+struct Remark
+{
+    int line; ///< of the statement; 0 when it is of none
+    QString text;
+};
+
+QVector<Remark> remarksOn(const ImportReport &report);
+
+/// Why nothing was imported. Requires report.isRefused.
+QString refusalOf(const ImportReport &report);
 
 /// The report in sentences, one to a line, for the person who imported.
 QStringList describe(const ImportReport &report, const QString &path, const ImportOptions &options);

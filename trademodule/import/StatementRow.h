@@ -1,5 +1,6 @@
 #pragma once
 
+#include "trademodule/import/CellError.h"
 #include "trademodule/import/StatementColumns.h"
 
 namespace TradeModule {
@@ -23,6 +24,12 @@ public:
     QString cell(Column column) const { return m_columns.cell(column, m_cells); }
     /// The cells of all columns of a meaning.
     QStringList cells(Column column) const { return m_columns.cells(column, m_cells); }
+
+    /// What to throw when the cell of a column makes no sense.
+    CellError errorIn(Column column, const QString &reason) const
+    {
+        return CellError(reason, m_columns.nameOf(column));
+    }
 
 private:
     const StatementColumns &m_columns;

@@ -23,6 +23,19 @@ TableHeader::TableHeader(const SheetRow &row, Separator separator, const Stateme
     }
 }
 
+StatementColumns TableHeader::columnsOf(const SheetRow &row, const ImportProfile &profile)
+{
+    StatementColumns best;
+    for (const Separator separator : allSeparators) {
+        const StatementColumns columns(headerCells(row, separator), profile);
+        best = columns.knownNames() > best.knownNames() ? columns : best;
+        if (row.isCut) {
+            break;
+        }
+    }
+    return best;
+}
+
 /// Of the ways to cut the line, the one that makes most of it.
 std::optional<TableHeader> TableHeader::of(const SheetRow &row, const ImportProfile &profile)
 {

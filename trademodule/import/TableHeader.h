@@ -16,6 +16,9 @@ public:
     /// The header that a row is; nothing when it is none.
     static std::optional<TableHeader> of(const SheetRow &row, const ImportProfile &profile);
 
+    /// The columns that a row names, cut in the way that makes most of it.
+    static StatementColumns columnsOf(const SheetRow &row, const ImportProfile &profile);
+
     /// False of nearly all rows that are none: headers have no digits.
     static bool mayBeHeader(const SheetRow &row);
 

@@ -41,7 +41,9 @@ bool TextLines::readPiece()
     m_text.remove(0, m_start);
     m_searched -= m_start;
     m_start = 0;
-    m_text += m_decoder->toUnicode(m_device->read(pieceSize));
+    const QByteArray piece = m_device->read(pieceSize);
+    m_pieceBytes = piece.size();
+    m_text += m_decoder->toUnicode(piece);
     return true;
 }
 
@@ -98,6 +100,13 @@ void TextLines::joinQuoted(SheetRow *row)
     m_ahead = ahead + m_ahead;
 }
 
+/// As far as one can tell: characters take one to four bytes.
+qint64 TextLines::bytesTaken() const
+{
+    const qint64 left = m_text.size() - m_start;
+    return m_device->pos() - m_pieceBytes * left / std::max(m_text.size(), 1);
+}
+
 void TextLines::visit(const RowVisitor &visitor, const ReadProgress &progress)
 {
     constexpr int linesBetweenReports = 2000;
@@ -111,7 +120,7 @@ void TextLines::visit(const RowVisitor &visitor, const ReadProgress &progress)
         joinQuoted(&row);
         visitor(row);
         if (progress && m_line % linesBetweenReports == 0) {
-            progress(m_device->pos(), total);
+            progress(bytesTaken(), total);
         }
     }
 }

@@ -23,12 +23,14 @@ private:
     bool readLine(QString *line);
     bool readPiece();
     QString takeUntil(int end);
+    qint64 bytesTaken() const;
     void joinQuoted(SheetRow *row);
 
     QIODevice *const m_device;
     const std::unique_ptr<QTextDecoder> m_decoder;
     QString m_text; ///< decoded and not taken yet, from m_start on
     int m_start = 0;
+    int m_pieceBytes = 0; ///< of the piece that was read last
     int m_searched = 0;
     bool m_isAfterReturn = false; ///< the next character may be the second half of a line's end
     int m_line = 0;

@@ -6,6 +6,7 @@
 #include "trademodule/ledger/Statement.h"
 #include "trademodule/ledger/StatementTable.h"
 #include "trademodule/ledger/Transaction.h"
+#include "trademodule/ledger/UncheckedReferences.h"
 
 #include <functional>
 #include <optional>
@@ -37,9 +38,11 @@ public:
     QVector<ImportedStatement> imports();
     /// The securities that an import added entries of.
     QVector<SecurityId> securitiesOfImport(qint64 number);
-    /// Takes an import back as a whole. How many later imports repeated entries of others, which may be gone
-    /// now. An Error when there is none of this number.
-    int undoImport(qint64 number);
+    /// Books a statement and takes imports back, both or neither.
+    Booked bookInPlaceOf(const QVector<qint64> &numbers, const Statement &statement);
+    /// Takes an import back as a whole: the ledger is then what it would be had the import never been, with
+    /// what later imports told once more. An Error when there is none of this number.
+    UndoneImport undoImport(qint64 number);
 
     /// How the costs of holdings are reckoned; the moving average in a new ledger.
     CostMethod costMethod();
@@ -85,8 +88,12 @@ public:
     void add(const Execution &execution);
 
 private:
+    UndoneImport takeBack(qint64 number);
+    void bookAnew(const QVector<qint64> &numbers, qint64 without);
+
     Database m_database;
-    std::optional<Transaction> m_trial; ///< of a dry run on the tables of an older program
+    std::optional<UncheckedReferences> m_unchecked; ///< around the trial
+    std::optional<Transaction> m_trial;             ///< of a dry run on the tables of an older program
 };
 
 } // namespace TradeModule

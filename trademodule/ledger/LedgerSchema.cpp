@@ -4,6 +4,7 @@
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/ledger/LedgerCopy.h"
 #include "trademodule/ledger/Transaction.h"
+#include "trademodule/ledger/UncheckedReferences.h"
 
 #include <QFile>
 #include <QStringList>
@@ -14,9 +15,9 @@ namespace TradeModule {
 
 namespace {
 
-// %ID% stands for the type of a generated key; %SQLITE% and %POSTGRESQL% mark what is for one database alone.
-// Dates are yyyymmdd, times hhmmsscc; price, amount and fee are in steps of 0.0001 yuan, holding.cost in
-// yuan. A step that was released is never changed: a new one is added.
+// %ID% stands for the type of a generated key, %BYTES% for that of bytes; %SQLITE% and %POSTGRESQL% mark what
+// is for one database alone. Dates are yyyymmdd, times hhmmsscc; price, amount and fee are in steps of 0.0001
+// yuan, holding.cost in yuan. A step that was released is never changed: a new one is added.
 const std::vector<QStringList> &migrations()
 {
     static const std::vector<QStringList> steps = {
@@ -111,15 +112,39 @@ const std::vector<QStringList> &migrations()
             // entries that are no trades, and markets that charts do not know
             QStringLiteral("%POSTGRESQL% ALTER TABLE security DROP CONSTRAINT security_market_check"),
             QStringLiteral("%POSTGRESQL% ALTER TABLE execution DROP CONSTRAINT execution_side_check"),
-            // SQLite has no such command: what the tables hold stays as it is, only their text changes
-            QStringLiteral("%SQLITE% PRAGMA writable_schema = ON"),
+            // SQLite has no such command: the two tables are made anew, see UncheckedReferences
+            QStringLiteral(R"(%SQLITE% CREATE TABLE new_security (
+                id %ID%,
+                code TEXT NOT NULL,
+                market TEXT NOT NULL,
+                name TEXT NOT NULL DEFAULT '',
+                UNIQUE (code, market)))"),
+            QStringLiteral("%SQLITE% INSERT INTO new_security (id, code, market, name) "
+                           "SELECT id, code, market, name FROM security"),
+            QStringLiteral("%SQLITE% DROP TABLE security"),
+            QStringLiteral("%SQLITE% ALTER TABLE new_security RENAME TO security"),
+            QStringLiteral(R"(%SQLITE% CREATE TABLE new_execution (
+                id %ID%,
+                security_id BIGINT NOT NULL REFERENCES security (id),
+                statement_id BIGINT REFERENCES statement (id),
+                side TEXT NOT NULL,
+                trade_date INTEGER NOT NULL,
+                trade_time INTEGER NOT NULL,
+                price BIGINT NOT NULL CHECK (price >= 0),
+                quantity BIGINT NOT NULL CHECK (quantity > 0),
+                amount BIGINT NOT NULL,
+                fee BIGINT NOT NULL,
+                order_no TEXT NOT NULL,
+                deal_no TEXT NOT NULL))"),
             QStringLiteral(
-                "%SQLITE% UPDATE sqlite_master SET sql = replace(sql, "
-                "' CHECK (market IN (''SH'', ''SZ''))', '') WHERE type = 'table' AND name = 'security'"),
-            QStringLiteral(
-                "%SQLITE% UPDATE sqlite_master SET sql = replace(sql, "
-                "' CHECK (side IN (''B'', ''S'', ''G''))', '') WHERE type = 'table' AND name = 'execution'"),
-            QStringLiteral("%SQLITE% PRAGMA writable_schema = RESET"),
+                "%SQLITE% INSERT INTO new_execution (id, security_id, statement_id, side, trade_date, "
+                "trade_time, price, quantity, amount, fee, order_no, deal_no) SELECT id, security_id, "
+                "statement_id, side, trade_date, trade_time, price, quantity, amount, fee, order_no, deal_no "
+                "FROM execution"),
+            QStringLiteral("%SQLITE% DROP TABLE execution"),
+            QStringLiteral("%SQLITE% ALTER TABLE new_execution RENAME TO execution"),
+            QStringLiteral("%SQLITE% CREATE INDEX execution_by_time ON execution (security_id, trade_date, "
+                           "trade_time, id, side, price, quantity, amount, fee, order_no, deal_no)"),
             QStringLiteral("ALTER TABLE statement ADD COLUMN account TEXT NOT NULL DEFAULT ''"),
             QStringLiteral("ALTER TABLE statement ADD COLUMN added INTEGER NOT NULL DEFAULT 0"),
             QStringLiteral("ALTER TABLE statement ADD COLUMN already_there INTEGER NOT NULL DEFAULT 0"),
@@ -156,6 +181,42 @@ const std::vector<QStringList> &migrations()
                 text TEXT NOT NULL))"),
             QStringLiteral("ALTER TABLE account ADD COLUMN cost_method TEXT NOT NULL DEFAULT 'average'"),
         },
+        {
+            // by which is found out whether a change was made whose end was not confirmed
+            QStringLiteral(R"(CREATE TABLE change_mark (
+                mark BIGINT PRIMARY KEY,
+                made_on INTEGER NOT NULL))"),
+        },
+        {
+            QStringLiteral("ALTER TABLE statement ADD COLUMN holders TEXT NOT NULL DEFAULT ''"),
+            // the account's cash without any statement's balance, when this statement came
+            QStringLiteral("ALTER TABLE statement ADD COLUMN own_cash BIGINT"),
+            // the part of cash that balances told, and the import after which the user entered an amount
+            QStringLiteral("ALTER TABLE account ADD COLUMN stated_cash BIGINT NOT NULL DEFAULT 0"),
+            QStringLiteral("ALTER TABLE account ADD COLUMN entered_after BIGINT NOT NULL DEFAULT 0"),
+            QStringLiteral("UPDATE statement SET own_cash = (SELECT f.cash_before FROM statement f WHERE "
+                           "f.balance IS NOT NULL ORDER BY f.id LIMIT 1) WHERE balance IS NOT NULL"),
+            QStringLiteral("UPDATE account SET stated_cash = COALESCE((SELECT s.balance - s.own_cash FROM "
+                           "statement s WHERE s.balance IS NOT NULL ORDER BY s.balance_date DESC, "
+                           "s.balance_time DESC, s.id DESC LIMIT 1), 0)"),
+            // how many numbers imports have had: none has the number of one that was taken back
+            QStringLiteral("ALTER TABLE account ADD COLUMN imports BIGINT NOT NULL DEFAULT 0"),
+            QStringLiteral("UPDATE account SET imports = (SELECT COALESCE(MAX(id), 0) FROM statement)"),
+            // what statements told whose days the ledger knew already, to book it anew
+            QStringLiteral(R"(CREATE TABLE told_statement (
+                statement_id BIGINT NOT NULL REFERENCES statement (id),
+                part INTEGER NOT NULL,
+                entries %BYTES% NOT NULL,
+                PRIMARY KEY (statement_id, part)))"),
+        },
+        {
+            // of the fee
+            QStringLiteral("ALTER TABLE execution ADD COLUMN stamp_duty BIGINT NOT NULL DEFAULT 0"),
+            QStringLiteral("DROP INDEX execution_by_time"), // it holds whole rows
+            QStringLiteral(
+                "CREATE INDEX execution_by_time ON execution (security_id, trade_date, trade_time, "
+                "id, side, price, quantity, amount, fee, order_no, deal_no, stamp_duty)"),
+        },
     };
     return steps;
 }
@@ -169,10 +230,11 @@ QString inDialect(QString sql, Database::Kind kind)
     if (sql.startsWith(otherMark)) {
         return QString();
     }
-    return sql.remove(ownMark).replace(
-        QStringLiteral("%ID%"), isSqlite
-                                    ? QStringLiteral("INTEGER PRIMARY KEY")
-                                    : QStringLiteral("BIGINT GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY"));
+    return sql.remove(ownMark)
+        .replace(QStringLiteral("%ID%"),
+                 isSqlite ? QStringLiteral("INTEGER PRIMARY KEY")
+                          : QStringLiteral("BIGINT GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY"))
+        .replace(QStringLiteral("%BYTES%"), isSqlite ? QStringLiteral("BLOB") : QStringLiteral("BYTEA"));
 }
 
 void refuseNewer(int version)
@@ -204,6 +266,22 @@ void applyMigrations(Database *database, int to)
         }
     }
     database->run(QStringLiteral("UPDATE ledger_version SET version = ?"), {to});
+    UncheckedReferences::refuseBroken(database);
+}
+
+/// Where a statement of the version makes the table.
+void markChangesIfPossible(Database *database)
+{
+    if (database->hasTable(QStringLiteral("change_mark"))) {
+        database->markChanges();
+    }
+}
+
+void removeCopy(const QString &copy)
+{
+    if (!copy.isEmpty()) {
+        QFile::remove(copy);
+    }
 }
 
 } // namespace
@@ -218,7 +296,7 @@ int schemaVersion(Database *database)
     if (!database->hasTable(QStringLiteral("ledger_version"))) {
         return 0;
     }
-    QSqlQuery query = database->run(QStringLiteral("SELECT version FROM ledger_version"));
+    Rows query = database->run(QStringLiteral("SELECT version FROM ledger_version"));
     return query.next() ? query.value(0).toInt() : 0;
 }
 
@@ -237,6 +315,7 @@ void migrateSchema(Database *database, int to)
     const int found = schemaVersion(database);
     refuseNewer(found);
     if (found == to) {
+        markChangesIfPossible(database);
         return;
     }
     if (database->isReadOnly()) {
@@ -247,15 +326,17 @@ void migrateSchema(Database *database, int to)
     }
     const QString copy = found > 0 ? copyAside(database, found) : QString();
     try {
+        const UncheckedReferences tablesAreMadeAnew(database);
         Transaction transaction(database);
         applyMigrations(database, to);
         transaction.commit();
     } catch (const OutcomeUnknown &) {
         throw; // the tables may be the new ones
     } catch (...) {
-        QFile::remove(copy); // the ledger is as it was, and each further try would leave one more
+        removeCopy(copy); // the ledger is as it was, and each further try would leave one more
         throw;
     }
+    markChangesIfPossible(database);
 }
 
 } // namespace TradeModule

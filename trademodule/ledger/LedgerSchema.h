@@ -14,7 +14,7 @@ int schemaVersion(Database *database);
 /// everything as it was. An Error when the ledger was made by a newer program. A ledger of an older one is
 /// copied aside first, see copyAside().
 void migrateSchema(Database *database);
-/// The same inside a transaction of the caller's, without a copy.
+/// The same inside a transaction of the caller's, without a copy; requires UncheckedReferences around it.
 void migrateWithin(Database *database);
 /// The same up to an older version, to make a ledger as an older program did.
 void migrateSchema(Database *database, int to);

@@ -27,7 +27,7 @@ QString ownersSession(const char *columns)
         .arg(servingLock & lowHalf);
 }
 
-QString textOf(QSqlQuery row)
+QString textOf(Rows row)
 {
     return row.next() ? row.value(0).toString() : QString();
 }
@@ -45,7 +45,7 @@ SessionLock::~SessionLock()
 bool SessionLock::tryTake()
 {
     endLostSession();
-    QSqlQuery row = m_database->run(QStringLiteral("SELECT pg_try_advisory_lock(%1)").arg(servingLock));
+    Rows row = m_database->run(QStringLiteral("SELECT pg_try_advisory_lock(%1)").arg(servingLock));
     if (!row.next() || !row.value(0).toBool()) {
         return false;
     }
@@ -79,9 +79,9 @@ QString SessionLock::signOfLife()
 /// Its process, when it wakes up, finds its connection and its lock gone.
 bool SessionLock::endOwner(const ProcessIdentity & /*owner*/, const QString &sign)
 {
-    QSqlQuery row = m_database->run(ownersSession("pg_terminate_backend(a.pid)") +
-                                        QStringLiteral(" AND %1 = ?").arg(QLatin1String(signOfSession)),
-                                    {sign});
+    Rows row = m_database->run(ownersSession("pg_terminate_backend(a.pid)") +
+                                   QStringLiteral(" AND %1 = ?").arg(QLatin1String(signOfSession)),
+                               {sign});
     return row.next() && row.value(0).toBool();
 }
 

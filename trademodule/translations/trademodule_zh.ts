@@ -210,10 +210,6 @@
         <translation>一个要导入的文件 FILE</translation>
     </message>
     <message>
-        <source>Importing</source>
-        <translation>正在导入</translation>
-    </message>
-    <message>
         <source>Shows what would happen and changes nothing.</source>
         <translation>试运行：只显示结果，不作任何更改。</translation>
     </message>
@@ -886,6 +882,26 @@
         <translation>待命中，此账本正在提供服务：%1</translation>
     </message>
     <message>
+        <source>followed %1; the fence is %2 now</source>
+        <translation>已接替%1；栅栏号现为 %2</translation>
+    </message>
+    <message>
+        <source>standing by, %1</source>
+        <translation>待命中，%1</translation>
+    </message>
+    <message>
+        <source>another trading module serves the ledger %1 on this bus: %2; an order would be placed in both. Give each account a bus or a prefix of its own</source>
+        <translation>这条总线上另有交易模块为账本 %1 服务：%2；一笔委托会记入两个账本。请让每个账户使用自己的总线或前缀</translation>
+    </message>
+    <message>
+        <source>the trading module of the ledger %1 is announced on this bus and does not answer: %2. Unless it does, it counts as gone after %3 seconds</source>
+        <translation>账本 %1 的交易模块在这条总线上登记着，但没有应答：%2。若一直没有应答，%3 秒后视为已离开</translation>
+    </message>
+    <message>
+        <source>serving the ledger %1 on the bus of %2, fence %3</source>
+        <translation>正在为账本 %1 服务，总线目录 %2，栅栏号 %3</translation>
+    </message>
+    <message>
         <source>Waits while another process serves the ledger, and follows it when it ends.</source>
         <translation>其他进程为此账本提供服务时待命，并在其结束后接替。</translation>
     </message>
@@ -936,14 +952,6 @@
     <message>
         <source>%1 later imports had entries that were there already; import them again if these came from the one that is gone</source>
         <translation>之后有 %1 次导入含有当时已存在的记录；如果它们来自刚撤销的导入，请重新导入</translation>
-    </message>
-    <message>
-        <source>%1: warning: the statement has %2 yuan after this row, but its rows come to %3</source>
-        <translation>%1：警告：对账单在此行之后的资金为 %2 元，而各行合计为 %3</translation>
-    </message>
-    <message>
-        <source>%1: warning: the statement holds %2 of %3 after this row, the ledger %4 (%5 securities disagree); import the earlier statements, or enter what was held before with open</source>
-        <translation>%1：警告：对账单在此行之后持有 %2 股 %3，账本为 %4（%5 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
     </message>
     <message>
         <source>%1:%2: there is no code %3 on the market %4</source>
@@ -1086,10 +1094,6 @@
         <translation>存疑：%1</translation>
     </message>
     <message>
-        <source>kept out: %1 of short sales and their covers, the first at %2; shares that were borrowed are not in the books</source>
-        <translation>不入账：%1融券卖出及还券，首行在 %2；借入的股份不在账内</translation>
-    </message>
-    <message>
         <source>kept: %1 equal to another but without a deal number; if the file holds them twice by mistake, take the import back with undo, remove them and import again</source>
         <translation>保留：%1与另一行相同且没有成交编号；如果是文件误重，请用 undo 撤销导入，删除重复行后再导入</translation>
     </message>
@@ -1170,10 +1174,6 @@
         <translation>该持仓的成本将超过 %1 元</translation>
     </message>
     <message>
-        <source>the ledger has this holding already</source>
-        <translation>账本已有该持仓</translation>
-    </message>
-    <message>
         <source>the page is too large; save it as CSV</source>
         <translation>网页过大；请另存为 CSV</translation>
     </message>
@@ -1230,14 +1230,6 @@
         <translation>止</translation>
     </message>
     <message>
-        <source>warning: %1 brought shares in without a price, the first at %2: the cost price of these is too low</source>
-        <translation>警告：%1转入股份没有价格，首行在 %2：其成本价偏低</translation>
-    </message>
-    <message>
-        <source>warning: the fees of %1 are not what the account paid beyond the amount, the first at %2</source>
-        <translation>警告：%1的费用与发生金额不符，首行在 %2</translation>
-    </message>
-    <message>
         <source>words that say nothing to the import: %1; see --suggest</source>
         <translation>导入不认识的用词：%1；请看 --suggest</translation>
     </message>
@@ -1264,14 +1256,6 @@
         <translation>账本的数据库暂不可用，正在反复重试</translation>
     </message>
     <message>
-        <source>the connection to the ledger's database was lost while a change was being completed: whether it was made is not known yet. Look before you try again</source>
-        <translation>在完成更改时与账本数据库的连接中断：尚不清楚更改是否已生效。重试前请先查看</translation>
-    </message>
-    <message>
-        <source>the ledger's database is still busy with a change whose end it did not confirm</source>
-        <translation>账本的数据库仍在处理一项尚未确认结束的更改</translation>
-    </message>
-    <message>
         <source>the question is JSON, but no object</source>
         <translation>该问题是 JSON，但不是对象</translation>
     </message>
@@ -1284,10 +1268,6 @@
         <translation>证券代码为六位数字</translation>
     </message>
     <message>
-        <source>another trading module serves %1 on this bus: an order is placed in both ledgers. Give each account a bus or a prefix of its own</source>
-        <translation>这条总线上另有交易模块为 %1 服务：一笔委托会记入两个账本。请让每个账户使用自己的总线或前缀</translation>
-    </message>
-    <message>
         <source>the quote's prices do not agree: open %1, high %2, low %3, close %4</source>
         <translation>行情的价格互相矛盾：开盘 %1，最高 %2，最低 %3，收盘 %4</translation>
     </message>
@@ -1298,6 +1278,120 @@
     <message>
         <source>--from is later than --to</source>
         <translation>--from 晚于 --to</translation>
+    </message>
+    <message>
+        <source>a row of the ledger&apos;s table %1 refers to one of %2 that is not there</source>
+        <translation>账本的表 %1 中有一行引用了表 %2 中不存在的行</translation>
+    </message>
+    <message>
+        <source>warning: the statement has %1 yuan after this row, but its rows come to %2</source>
+        <translation>警告：对账单在此行之后的资金为 %1 元，而各行合计为 %2</translation>
+    </message>
+    <message>
+        <source>kept out: %1 of short sales and their covers, beginning with this one; shares that were borrowed are not in the books</source>
+        <translation>不入账：融券卖出及还券，自本行起%1；借入的股份不在账内</translation>
+    </message>
+    <message>
+        <source>warning: %1, beginning with this one, brought shares in without a price: their cost price is too low</source>
+        <translation>警告：自本行起%1转入股份没有价格：其成本价偏低</translation>
+    </message>
+    <message>
+        <source>warning: the fees of %1, beginning with this one, are not what the account paid beyond the amount</source>
+        <translation>警告：自本行起%1的费用与发生金额不符</translation>
+    </message>
+    <message>
+        <source>Booking</source>
+        <translation>入账</translation>
+    </message>
+    <message>
+        <source>cannot be read: %1</source>
+        <translation>无法读取：%1</translation>
+    </message>
+    <message>
+        <source>the statement has no entries of the account %1, only of %2</source>
+        <translation>对账单中没有账户 %1 的记录，只有 %2</translation>
+    </message>
+    <message>
+        <source>--progress is &quot;%1&quot;, but must be json</source>
+        <translation>--progress 为“%1”，但必须为 json</translation>
+    </message>
+    <message>
+        <source>Writes the report as JSON, for programs.</source>
+        <translation>以 JSON 输出报告，供程序读取。</translation>
+    </message>
+    <message>
+        <source>Writes lines of JSON meanwhile, too, with the word json.</source>
+        <translation>取值 json：过程中也输出 JSON 行。</translation>
+    </message>
+    <message>
+        <source>a change was not confirmed by the ledger's database or disk: whether it was made is not known yet. Look before you try again</source>
+        <translation>账本的数据库或磁盘未确认一项更改：尚不清楚更改是否已生效。重试前请先查看</translation>
+    </message>
+    <message>
+        <source>the ledger has no marks of changes yet</source>
+        <translation>账本尚无更改标记</translation>
+    </message>
+    <message>
+        <source>the ledger's server still follows another one</source>
+        <translation>账本的服务器仍在跟随另一台服务器</translation>
+    </message>
+    <message>
+        <source>the file %1, which belongs to the ledger, was removed or replaced. Nothing was changed; end this program, which keeps what is in the ledger, and start it again</source>
+        <translation>属于账本的文件 %1 已被删除或替换。未作任何更改；请结束本程序（账本内容会得到保存）后重新启动</translation>
+    </message>
+    <message>
+        <source>the statement is of the account %1, the ledger of %2: use a ledger of its own, or take it into this one with --account %1</source>
+        <translation>对账单属于账户 %1，账本属于 %2：请使用单独的账本，或用 --account %1 导入本账本</translation>
+    </message>
+    <message>
+        <source>without import %1 nobody can tell which entries of import %2 are the same as others: take import %2 back first</source>
+        <translation>没有第 %1 次导入，便无法判断第 %2 次导入的哪些记录与其他记录相同：请先撤销第 %2 次导入</translation>
+    </message>
+    <message>
+        <source>the ledger has an opening holding of %1 already, import %2: put this one in its place with --replace</source>
+        <translation>账本中已有 %1 的期初持仓（第 %2 次导入）：用 --replace 以本次录入取代</translation>
+    </message>
+    <message>
+        <source>Puts it in the place of the one that was entered before.</source>
+        <translation>取代先前录入的持仓。</translation>
+    </message>
+    <message>
+        <source>%1 is negative: only numbers above zero are taken</source>
+        <translation>%1 为负数：只接受大于零的数</translation>
+    </message>
+    <message>
+        <source>%1 of its entries stay: later imports told them, too</source>
+        <translation>其中 %1 条记录保留：之后的导入也含有它们</translation>
+    </message>
+    <message>
+        <source>stampduty</source>
+        <translation>印花税</translation>
+    </message>
+    <message>
+        <source>stamp duty</source>
+        <translation>印花税</translation>
+    </message>
+    <message>
+        <source>a column of this list</source>
+        <translation>该列表中的一列</translation>
+    </message>
+    <message>
+        <source>a whole number, 0 or more</source>
+        <translation>不小于 0 的整数</translation>
+    </message>
+    <message>
+        <source>a whole number from 1 to %1</source>
+        <translation>1 到 %1 之间的整数</translation>
+    </message>
+    <message>
+        <source>average, diluted or fifo</source>
+        <translation>average、diluted 或 fifo</translation>
+    </message>
+    <message>
+        <source>sale, trip, security, month or year</source>
+        <translation>sale、trip、security、month 或 year</translation>
+        <source>warning: the statement holds %1 of %2 after this row, the ledger %3 (%4 securities disagree); import the earlier statements, or enter what was held before with open</source>
+        <translation>警告：对账单在此行之后持有 %1 股 %2，账本为 %3（%4 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
     </message>
 </context>
 </TS>

@@ -88,11 +88,55 @@ TEST_F(OverlayStatesTest, SayThatAnOverlayHasNoPlaceOnTheChart)
     EXPECT_EQ(stateOf("orders"), OverlayState::Elsewhere);
 }
 
-TEST_F(OverlayStatesTest, ForgetWhatAnotherChartWasAnswered)
+TEST_F(OverlayStatesTest, ForgetWhatAnotherSecurityWasAnswered)
 {
     states.noteAnswer(answer("HolderCostPrice", 1));
-    states.setChart(dailyChart(20));
+    ChartData other = dailyChart(10);
+    other.security.code = QStringLiteral("000001");
+    states.setChart(other);
     EXPECT_EQ(stateOf("cost"), OverlayState::Waiting);
+}
+
+TEST_F(OverlayStatesTest, KeepTheCostForAnotherChartOfTheSecurity)
+{
+    states.noteAnswer(answer("HolderCostPrice", 0));
+    states.setChart(dailyChart(20));
+    EXPECT_EQ(stateOf("cost"), OverlayState::Empty) << "it is not asked for again";
+}
+
+TEST_F(OverlayStatesTest, ForgetTheTradesOfAnotherRange)
+{
+    states.noteAnswer(answer("HistoryTrade", 2));
+    states.setChart(dailyChart(20));
+    EXPECT_EQ(stateOf("trades"), OverlayState::Waiting);
+}
+
+const QDateTime morning(QDate(2026, 11, 20), QTime(10, 15, 3));
+
+TEST_F(OverlayStatesTest, SaySinceWhenNoAnswerCame)
+{
+    states.noteAsked(QStringLiteral("HolderCostPrice"), morning);
+    states.noteAsked(QStringLiteral("HolderCostPrice"), morning.addSecs(2));
+    EXPECT_FALSE(states.stateOf(kind("cost"), morning.addMSecs(2999)).unansweredSince);
+    EXPECT_EQ(states.stateOf(kind("cost"), morning.addSecs(3)).unansweredSince, morning.time());
+}
+
+TEST_F(OverlayStatesTest, SayItAlsoOfOneThatWasAnsweredBefore)
+{
+    states.noteAnswer(answer("HolderCostPrice", 1));
+    states.noteAsked(QStringLiteral("HolderCostPrice"), morning);
+    const OverlayState state = states.stateOf(kind("cost"), morning.addSecs(60));
+    EXPECT_EQ(state.kind, OverlayState::Drawn);
+    EXPECT_TRUE(state.isTrouble());
+    EXPECT_EQ(overlayStateText(state, {0, {QStringLiteral("50.310")}}, {}),
+              QStringLiteral("50.310; no answer since 10:15:03"));
+}
+
+TEST_F(OverlayStatesTest, AreFineAgainWithTheNextAnswer)
+{
+    states.noteAsked(QStringLiteral("HolderCostPrice"), morning);
+    states.noteAnswer(answer("HolderCostPrice", 1));
+    EXPECT_FALSE(states.stateOf(kind("cost"), morning.addSecs(60)).unansweredSince);
 }
 
 TEST_F(OverlayStatesTest, CountTheRowsOfAnotherMarket)
@@ -100,25 +144,45 @@ TEST_F(OverlayStatesTest, CountTheRowsOfAnotherMarket)
     Trading::CheckedAnswer others = answer("HolderCostPrice", 0);
     others.otherMarkets = 1;
     states.noteAnswer(others);
-    EXPECT_EQ(overlayStateText(states.stateOf(kind("cost")), 0, {}),
+    EXPECT_EQ(overlayStateText(states.stateOf(kind("cost")), {}, {}),
               QStringLiteral("nothing; of another market: 1"));
 }
 
 TEST(OverlayStatesText, CountsTheMarksInView)
 {
-    EXPECT_EQ(overlayStateText({OverlayState::Drawn}, 3, {}), QStringLiteral("in view: 3"));
+    EXPECT_EQ(overlayStateText({OverlayState::Drawn}, {3}, {}), QStringLiteral("in view: 3"));
 }
 
 TEST(OverlayStatesText, SaysThatItsMarksAreOutOfView)
 {
-    EXPECT_EQ(overlayStateText({OverlayState::Drawn}, 0, {}), QStringLiteral("none in view"));
+    EXPECT_EQ(overlayStateText({OverlayState::Drawn}, {}, {}), QStringLiteral("none in view"));
 }
 
 TEST(OverlayStatesText, HasTheFigureOfALineWithItsArrow)
 {
-    EXPECT_EQ(overlayStateText({OverlayState::Drawn}, 0, {QStringLiteral(u"持仓成本:50.310 ↓")}),
+    EXPECT_EQ(overlayStateText({OverlayState::Drawn}, {0, {QStringLiteral(u"持仓成本:50.310 ↓")}}, {}),
               QStringLiteral(u"50.310 ↓"));
 }
+
+class OverlayStatesOfAnOpenQuestion : public ::testing::TestWithParam<OverlayState::Kind>
+{
+};
+
+TEST_P(OverlayStatesOfAnOpenQuestion, SayWhyNobodyAnswers)
+{
+    const OverlayState state{GetParam()};
+    EXPECT_EQ(overlayStateText(state, {}, QStringLiteral("no bus")), QStringLiteral("no bus"));
+}
+
+TEST_P(OverlayStatesOfAnOpenQuestion, GoByWhatIsDrawn)
+{
+    const OverlayState state{GetParam()};
+    EXPECT_EQ(overlayStateText(state, {2}, QStringLiteral("no bus")), QStringLiteral("in view: 2"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, OverlayStatesOfAnOpenQuestion,
+                         ::testing::Values(OverlayState::Waiting, OverlayState::Asked,
+                                           OverlayState::Unheard));
 
 } // namespace
 } // namespace Terminal

@@ -112,5 +112,190 @@ TEST_F(DataFolderOfAPath, NamesAFolderThatIsNotThere)
                     .contains(QStringLiteral("no such folder")));
 }
 
+/// A share of 20.00 pays 1.00 on Wednesday 20240103, and of one become two on Monday 20240108.
+class DataFolderWithActions : public DataFiles
+{
+protected:
+    void SetUp() override
+    {
+        write(QStringLiteral("securities.csv"), "code,market,name\n600519,SH,MT\n");
+        write(QStringLiteral("daily/600519.csv"), "date,open,high,low,close,volume\n"
+                                                  "20240102,19.8,20.4,19.6,20,1000\n"
+                                                  "20240103,19.2,19.4,18.8,19.19,1100\n"
+                                                  "20240105,19,19.6,18.9,19.5,1200\n"
+                                                  "20240108,9.8,10,9.7,9.75,2400\n");
+        write(QStringLiteral("actions/600519.csv"), "exdate,dividend,bonus\n20240103,1,\n20240108,,1\n");
+    }
+
+    Loaded<ChartData> load(PriceView view, ChartPeriod period = ChartPeriod::Day,
+                           std::optional<Trading::TradingDate> day = {}) const
+    {
+        return opened().load(QStringLiteral("600519"), period, day, view);
+    }
+
+    std::optional<double> closeBefore(int day) const
+    {
+        return opened().closeBefore(QStringLiteral("600519"), onDay(day));
+    }
+
+    DataFolder opened() const { return DataFolder::open(folder()).value(); }
+};
+
+double changeOf(const ChartData &data, size_t bar)
+{
+    return data.bars[bar].close / data.priceBefore(bar) - 1;
+}
+
+TEST_F(DataFolderWithActions, ShowsRawPricesUnlessItIsAskedForOthers)
+{
+    const ChartData data = opened().load(QStringLiteral("600519"), ChartPeriod::Day).value();
+    EXPECT_EQ(data.view, PriceView::Raw);
+    EXPECT_EQ(data.bars.front().close, 20);
+    EXPECT_EQ(data.shownPrice(20, onDay(20240102)), 20);
+}
+
+/// 20.00 × 0.95 × 0.5 = 9.50; 19.19 × 0.5 = 9.595; the latest bar stays.
+TEST_F(DataFolderWithActions, ShowsAdjustedPricesOnDemand)
+{
+    const ChartData data = load(PriceView::Adjusted).value();
+    EXPECT_EQ(data.view, PriceView::Adjusted);
+    EXPECT_DOUBLE_EQ(data.bars[0].close, 9.5);
+    EXPECT_DOUBLE_EQ(data.bars[1].close, 9.595);
+    EXPECT_EQ(data.bars[3].close, 9.75);
+    EXPECT_EQ(data.bars[3].volume, 2400);
+    EXPECT_DOUBLE_EQ(data.shownPrice(20, onDay(20240102)), 9.5);
+    EXPECT_EQ(data.priceDecimals, 2); // of the raw ones: nobody pays a part of a cent
+}
+
+/// 19.19 against 19.00 is +1 %, and 9.75 against 19.50 ÷ 2 is 0 %, whichever prices are shown.
+TEST_F(DataFolderWithActions, MeasuresTheChangeOfAnExDateFromTheAdjustedCloseInBothViews)
+{
+    for (const PriceView view : {PriceView::Raw, PriceView::Adjusted}) {
+        const ChartData data = load(view).value();
+        EXPECT_NEAR(changeOf(data, 1), 0.01, 1e-14);
+        EXPECT_NEAR(changeOf(data, 2), 19.5 / 19.19 - 1, 1e-14); // of another day, from its close before
+        EXPECT_NEAR(changeOf(data, 3), 0, 1e-14);
+    }
+    EXPECT_EQ(load(PriceView::Raw).value().priceBefore(1), 19);
+    EXPECT_DOUBLE_EQ(load(PriceView::Adjusted).value().priceBefore(1), 9.5);
+}
+
+/// The week of 20240102: open 19.80 × 0.475, high 20.40 × 0.475 = 9.69 or 19.60 × 0.5 = 9.80, low 19.60 ×
+/// 0.475 = 9.31, 18.80 × 0.5 = 9.40 or 18.90 × 0.5 = 9.45.
+TEST_F(DataFolderWithActions, MakesWeeksAndMonthsOfAdjustedDays)
+{
+    const ChartData weeks = load(PriceView::Adjusted, ChartPeriod::Week).value();
+    ASSERT_EQ(weeks.bars.size(), 2U);
+    EXPECT_DOUBLE_EQ(weeks.bars[0].open, 19.8 * 0.475);
+    EXPECT_DOUBLE_EQ(weeks.bars[0].high, 9.8);
+    EXPECT_DOUBLE_EQ(weeks.bars[0].low, 19.6 * 0.475);
+    EXPECT_DOUBLE_EQ(weeks.bars[0].close, 9.75);
+    EXPECT_NEAR(changeOf(weeks, 1), 0, 1e-14);
+    const ChartData months = load(PriceView::Adjusted, ChartPeriod::Month).value();
+    ASSERT_EQ(months.bars.size(), 1U);
+    EXPECT_DOUBLE_EQ(months.bars[0].low, 19.6 * 0.475);
+    EXPECT_EQ(months.bars[0].high, 10);
+    EXPECT_EQ(months.bars[0].volume, 5700);
+}
+
+TEST_F(DataFolderWithActions, MeasuresTheChangeOfARawWeekOverAnExDate)
+{
+    const ChartData weeks = load(PriceView::Raw, ChartPeriod::Week).value();
+    EXPECT_EQ(weeks.bars[0].high, 20.4);
+    EXPECT_EQ(weeks.priceBefore(1), 9.75);
+}
+
+TEST_F(DataFolderWithActions, AdjustsTheMinutesOfAPastDay)
+{
+    write(QStringLiteral("minute/600519_20240103.csv"), "time,open,high,low,close,volume\n"
+                                                        "931,19,19.4,19,19.2,10\n");
+    const ChartData raw = load(PriceView::Raw, ChartPeriod::Minute, onDay(20240103)).value();
+    EXPECT_EQ(raw.previousClose, 19); // 20.00 less the dividend
+    EXPECT_EQ(raw.bars.back().close, 19.2);
+    const ChartData adjusted = load(PriceView::Adjusted, ChartPeriod::Minute, onDay(20240103)).value();
+    EXPECT_DOUBLE_EQ(*adjusted.previousClose, 9.5);
+    EXPECT_DOUBLE_EQ(adjusted.bars.back().close, 9.6);
+    EXPECT_DOUBLE_EQ(adjusted.bars.front().open, 9.5); // the minute of the auction
+}
+
+TEST_F(DataFolderWithActions, ClosesBeforeAnExDateAtTheReferencePriceOfTheExchange)
+{
+    EXPECT_EQ(closeBefore(20240103), 19);
+    EXPECT_EQ(closeBefore(20240104), 19.19);
+    EXPECT_EQ(closeBefore(20240108), 9.75);
+    EXPECT_EQ(closeBefore(20240109), 9.75);
+}
+
+/// The price limits of a day that has no bar yet.
+TEST_F(DataFolderWithActions, ClosesAtTheReferencePriceBeforeAnExDateThatIsToCome)
+{
+    write(QStringLiteral("actions/600519.csv"), "exdate,dividend\n20240109,0.15\n");
+    EXPECT_EQ(closeBefore(20240109), 9.6);
+    EXPECT_EQ(load(PriceView::Adjusted).value().bars.back().close, 9.75);
+}
+
+Trading::TradingDate lastWeekday(Trading::TradingDate day)
+{
+    return isClosedWeekend(day) ? lastWeekday(day.plusDays(-1)) : day;
+}
+
+/// Before the first bar of the day is there.
+TEST_F(DataFolderWithActions, AdjustsForAnExDateThatHasJustCome)
+{
+    const Trading::TradingDate exDate = lastWeekday(Trading::TradingDate::today());
+    const Trading::TradingDate before = lastWeekday(exDate.plusDays(-1));
+    write(QStringLiteral("daily/600519.csv"),
+          "date,open,high,low,close,volume\n" + before.text().toLatin1() + ",20,20,20,20,1000\n");
+    write(QStringLiteral("actions/600519.csv"), "exdate,dividend\n" + exDate.text().toLatin1() + ",1\n");
+    EXPECT_DOUBLE_EQ(load(PriceView::Adjusted).value().bars.back().close, 19);
+}
+
+TEST_F(DataFolderWithActions, KnowsOfAnExDateByALaterMinuteToo)
+{
+    write(QStringLiteral("actions/600519.csv"), "exdate,bonus\n20240109,1\n");
+    EXPECT_TRUE(load(PriceView::Adjusted).value().adjustment.isEmpty());
+    write(QStringLiteral("minute/600519_20240109.csv"), "time,open,high,low,close,volume\n931,5,5,5,5,10\n");
+    EXPECT_DOUBLE_EQ(load(PriceView::Adjusted).value().bars.back().close, 4.875);
+    EXPECT_EQ(load(PriceView::Raw, ChartPeriod::Minute).value().previousClose, 4.88);
+}
+
+TEST_F(DataFolderWithActions, ReadsAChangedFileAnew)
+{
+    const DataFolder folder = opened();
+    const auto firstClose = [&folder] {
+        return folder.load(QStringLiteral("600519"), ChartPeriod::Day, {}, PriceView::Adjusted)
+            .value()
+            .bars.front()
+            .close;
+    };
+    EXPECT_DOUBLE_EQ(firstClose(), 9.5);
+    write(QStringLiteral("actions/600519.csv"), "exdate,dividend\n20240103,1\n");
+    EXPECT_DOUBLE_EQ(firstClose(), 19);
+}
+
+TEST_F(DataFolderWithActions, RefusesTheAdjustedViewForAWrongFileAndTellsOfItInTheRawOne)
+{
+    const QString file = write(QStringLiteral("actions/600519.csv"), "exdate,dividend\n20240103,x\n");
+    const auto adjusted = load(PriceView::Adjusted);
+    EXPECT_FALSE(adjusted);
+    EXPECT_TRUE(adjusted.error().startsWith(file + QStringLiteral(":2: "))) << qPrintable(adjusted.error());
+    const auto raw = load(PriceView::Raw);
+    ASSERT_TRUE(raw);
+    EXPECT_EQ(raw.value().bars.front().close, 20);
+    EXPECT_THAT(raw.value().remarks, ::testing::ElementsAre(adjusted.error()));
+}
+
+TEST_F(DataFolderWithActions, DoesNotAdjustPricesTwice)
+{
+    write(QStringLiteral("daily/600519.csv"), "600519 MT 前复权\n"
+                                              "date,open,high,low,close,volume\n"
+                                              "20240102,9.4,9.7,9.3,9.5,1000\n"
+                                              "20240108,9.8,10,9.7,9.75,2400\n");
+    const ChartData data = load(PriceView::Adjusted).value();
+    EXPECT_EQ(data.bars.front().close, 9.5);
+    ASSERT_EQ(data.remarks.size(), 1);
+    EXPECT_TRUE(data.remarks.front().contains(QStringLiteral("adjusted already")));
+}
+
 } // namespace
 } // namespace Terminal

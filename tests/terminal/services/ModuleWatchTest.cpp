@@ -87,7 +87,8 @@ using State = ModuleWatch::State;
 
 TEST_F(ModuleWatchTest, FindsNobodyAtFirst)
 {
-    ASSERT_TRUE(waitUntil([this] { return watch.isOnBus(); }));
+    EXPECT_EQ(watch.bus(), ModuleWatch::Bus::Joining);
+    ASSERT_TRUE(waitUntil([this] { return watch.bus() == ModuleWatch::Bus::Joined; }));
     EXPECT_EQ(watch.state(), State::Absent);
     EXPECT_FALSE(watch.isAnswering());
     EXPECT_FALSE(watch.presence());
@@ -192,14 +193,54 @@ TEST_F(ModuleWatchTest, HearsOfAModuleThatHungWhenItAnswersAgain)
     EXPECT_TRUE(waitFor(State::Answering));
 }
 
-TEST_F(ModuleWatchTest, SeesTheBusGo)
+TEST_F(ModuleWatchTest, SaysSinceWhenAModuleIsLateBeforeItGivesItUp)
+{
+    FakeModule module(broker.address());
+    module.announce(online());
+    ASSERT_TRUE(waitFor(State::Answering));
+    EXPECT_FALSE(watch.unansweredSince());
+    std::vector<std::pair<State, bool>> seen; // state, and whether it is late
+    QObject::connect(&watch, &ModuleWatch::changed, &watch, [this, &seen] {
+        seen.emplace_back(watch.state(), watch.unansweredSince().has_value());
+    });
+    const QTime before = QTime::currentTime();
+    module.hang();
+    ASSERT_TRUE(waitFor(State::Silent));
+    EXPECT_EQ(seen.front(), std::pair(State::Answering, true));
+    EXPECT_EQ(seen.back(), std::pair(State::Silent, true));
+    EXPECT_LE(std::abs(before.msecsTo(watch.unansweredSince().value())), 5000);
+
+    module.answer(R"({"success":true})");
+    ASSERT_TRUE(waitFor(State::Answering));
+    EXPECT_FALSE(watch.unansweredSince());
+}
+
+TEST_F(ModuleWatchTest, IsNotWaitingWhereNobodyIs)
+{
+    ASSERT_TRUE(waitUntil([this] { return watch.bus() == ModuleWatch::Bus::Joined; }));
+    EXPECT_FALSE(waitUntil([this] { return watch.unansweredSince().has_value(); }, 300ms));
+}
+
+TEST_F(ModuleWatchTest, SeesTheBusGoAndComeAgain)
 {
     const FakeModule module(broker.address());
     ASSERT_TRUE(waitFor(State::Answering));
     broker.kill();
     EXPECT_TRUE(waitFor(State::Absent));
+    EXPECT_EQ(watch.bus(), ModuleWatch::Bus::Lost);
     broker.start();
     EXPECT_TRUE(waitFor(State::Answering));
+    EXPECT_EQ(watch.bus(), ModuleWatch::Bus::Joined);
+}
+
+TEST_F(ModuleWatchTest, TellsThatTheBusIsGoneWhereNoModuleWas)
+{
+    ASSERT_TRUE(waitUntil([this] { return watch.bus() == ModuleWatch::Bus::Joined; }));
+    bool isTold = false;
+    QObject::connect(&watch, &ModuleWatch::changed, &watch,
+                     [this, &isTold] { isTold = isTold || watch.bus() == ModuleWatch::Bus::Lost; });
+    broker.kill();
+    EXPECT_TRUE(waitUntil([&isTold] { return isTold; }));
 }
 
 TEST_F(ModuleWatchTest, OpensAGateWhenAQuestionAskedThenIsAnswered)

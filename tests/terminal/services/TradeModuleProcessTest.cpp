@@ -4,12 +4,15 @@
 
 #include <gmock/gmock.h>
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QStringList>
 #include <QTemporaryDir>
 
 namespace Terminal {
 namespace {
+
+using namespace std::chrono_literals;
 
 /// A module that writes down that it was started, says something and ends.
 class EndingModule
@@ -21,6 +24,15 @@ public:
         EXPECT_TRUE(script.open(QIODevice::WriteOnly));
         script.write("#!/bin/sh\necho started >>\"$0.starts\"\n" + QByteArray(says) + "\nexit 1\n");
         script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    }
+
+    QString ledger() const { return m_folder.filePath(QStringLiteral("ledger")); }
+
+    void writeLedger(const char *text) const
+    {
+        QFile file(ledger());
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
     }
 
     QString program() const { return m_folder.filePath(QStringLiteral("module")); }
@@ -48,7 +60,7 @@ TEST(TradeModuleProcess, SaysInItsOwnWordsWhyItEndedAndOnceForTheSameReason)
 {
     const EndingModule ending("echo 'this ledger is served already' >&2");
     TradeModuleProcess module(ending.program(), QStringLiteral("l"), QStringLiteral("b"),
-                              QStringLiteral("en"), nullptr);
+                              QStringLiteral("en"), nullptr, 10ms);
     QStringList told;
     QObject::connect(&module, &TradeModuleProcess::failed, &module,
                      [&told](const QString &text) { told += text; });
@@ -82,6 +94,12 @@ TEST(TradeModuleProcess, SaysTheWholeReasonOfADatabaseThatUsesSeveralLines)
     EXPECT_TRUE(told.contains(QStringLiteral("Is it running?"))) << qPrintable(told);
     EXPECT_TRUE(told.contains(QStringLiteral("database server runs"))) << qPrintable(told);
     EXPECT_FALSE(told.contains(QStringLiteral("hello"))) << qPrintable(told);
+}
+
+TEST(TradeModuleProcess, TakesNothingForTheReasonThatOneWhichWasKilledSaidBefore)
+{
+    const QString told = toldOf("echo 'trademodule: serving the ledger' >&2\nkill -KILL $$");
+    EXPECT_FALSE(told.contains(QStringLiteral("serving the ledger"))) << qPrintable(told);
 }
 
 TEST(TradeModuleProcess, SaysWhatToDoAboutADamagedLedger)
@@ -120,15 +138,73 @@ TEST(TradeModuleProcess, IsReplacedWhenItHangs)
     EXPECT_TRUE(told.contains(QStringLiteral("did not answer"))) << qPrintable(told);
 }
 
-TEST(TradeModuleProcess, IsNamedWhenItCannotBeStarted)
+TEST(TradeModuleProcess, IsTriedLessAndLessOften)
 {
-    TradeModuleProcess module(QStringLiteral("/nowhere/trademodule"), QStringLiteral("l"),
-                              QStringLiteral("b"), QStringLiteral("en"), nullptr);
-    QString reason;
-    QObject::connect(&module, &TradeModuleProcess::failed, &module,
-                     [&reason](const QString &text) { reason = text; });
+    const EndingModule ending("");
+    TradeModuleProcess module(ending.program(), ending.ledger(), QStringLiteral("b"), QStringLiteral("en"),
+                              nullptr, 50ms);
+    QElapsedTimer running;
+    running.start();
     module.start();
-    EXPECT_TRUE(waitUntil([&reason] { return reason.contains(QStringLiteral("/nowhere/trademodule")); }));
+    ASSERT_TRUE(waitUntil([&ending] { return ending.starts() == 5; }));
+    EXPECT_GE(running.elapsed(), 50 + 100 + 200 + 400);
+}
+
+TEST(TradeModuleProcess, IsTriedAtOnceWhenItsLedgerChanges)
+{
+    const EndingModule ending("");
+    ending.writeLedger("damaged");
+    TradeModuleProcess module(ending.program(), ending.ledger(), QStringLiteral("b"), QStringLiteral("en"),
+                              nullptr, 20ms);
+    module.start();
+    ASSERT_TRUE(waitUntil([&ending] { return ending.starts() == 6; })); // the next pause is 640 ms
+    QElapsedTimer running;
+    running.start();
+    ASSERT_FALSE(waitUntil([&ending] { return ending.starts() > 6; }, 100ms));
+    ending.writeLedger("a copy of the day before");
+    ASSERT_TRUE(waitUntil([&ending] { return ending.starts() > 6; }));
+    EXPECT_LT(running.elapsed(), 500);
+}
+
+/// What is told of a program that cannot be started.
+QString toldOfProgram(const QString &program)
+{
+    TradeModuleProcess module(program, QStringLiteral("l"), QStringLiteral("b"), QStringLiteral("en"),
+                              nullptr);
+    QString told;
+    QObject::connect(&module, &TradeModuleProcess::failed, &module,
+                     [&told](const QString &text) { told = text; });
+    module.start();
+    waitUntil([&told] { return !told.isEmpty(); });
+    return told;
+}
+
+TEST(TradeModuleProcess, IsNamedWhenItsProgramIsNotThere)
+{
+    EXPECT_EQ(
+        toldOfProgram(QStringLiteral("/nowhere/trademodule")),
+        QStringLiteral("The program of the trading module, /nowhere/trademodule, is not there: install it, "
+                       "or name it with --module."));
+}
+
+TEST(TradeModuleProcess, IsNamedWhenItsProgramMayNotBeRun)
+{
+    const QTemporaryDir folder;
+    const QString told = toldOfProgram(folder.path());
+    EXPECT_TRUE(told.contains(QStringLiteral("is no program that may be run"))) << qPrintable(told);
+    EXPECT_FALSE(told.contains(QStringLiteral("exec"))) << qPrintable(told);
+}
+
+TEST(TradeModuleProcess, IsStartedWhenItsProgramIsThereLater)
+{
+    const EndingModule ending("");
+    const QString program = ending.program();
+    ASSERT_TRUE(QFile::rename(program, program + QStringLiteral(".away")));
+    TradeModuleProcess module(program, QStringLiteral("l"), QStringLiteral("b"), QStringLiteral("en"),
+                              nullptr, 10ms);
+    module.start();
+    ASSERT_TRUE(QFile::rename(program + QStringLiteral(".away"), program));
+    EXPECT_TRUE(waitUntil([&ending] { return ending.starts() >= 1; }));
 }
 
 } // namespace

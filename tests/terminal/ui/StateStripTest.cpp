@@ -29,6 +29,11 @@ protected:
     {
         return waitUntil([=] { return texts().contains(text); });
     }
+    /// The test's overlay draws its line without asking anybody.
+    QString costDrawn(const char16_t *title)
+    {
+        return QString::fromUtf16(title) + QString::number(costPrice(), 'f', 3);
+    }
     QLabel *state(const char *word) const
     {
         return m_window->findChild<QLabel *>(QStringLiteral("state-") + QLatin1String(word));
@@ -46,16 +51,15 @@ protected:
 TEST_F(StateStripTest, AreThoseOfTheOverlaysOnTheChart)
 {
     open({QStringLiteral("cost"), QStringLiteral("orders")});
-    EXPECT_TRUE(isSaid(QStringLiteral("Cost: not asked yet")));
-    EXPECT_THAT(texts(), ElementsAre(QStringLiteral("Cost: not asked yet"),
-                                     QStringLiteral("Orders: not on this chart"),
+    EXPECT_TRUE(isSaid(costDrawn(u"Cost: ")));
+    EXPECT_THAT(texts(), ElementsAre(costDrawn(u"Cost: "), QStringLiteral("Orders: not on this chart"),
                                      QStringLiteral("Trading module: not asked")));
 }
 
 TEST_F(StateStripTest, GoWithTheirOverlay)
 {
     open({QStringLiteral("cost")});
-    ASSERT_TRUE(isSaid(QStringLiteral("Cost: not asked yet")));
+    ASSERT_TRUE(isSaid(costDrawn(u"Cost: ")));
     action("Cost")->trigger();
     EXPECT_TRUE(waitUntil([this] { return texts().size() == 1; }));
 }
@@ -109,23 +113,23 @@ TEST_F(StateStripTest, TellARefusalOnce)
 TEST_F(StateStripTest, HaveTheToggleSayHowItStands)
 {
     open({QStringLiteral("cost")});
-    ASSERT_TRUE(isSaid(QStringLiteral("Cost: not asked yet")));
-    EXPECT_EQ(action("Cost")->toolTip(), QStringLiteral("Cost: not asked yet"));
+    ASSERT_TRUE(isSaid(costDrawn(u"Cost: ")));
+    EXPECT_EQ(action("Cost")->toolTip(), costDrawn(u"Cost: "));
     EXPECT_EQ(action("Trades")->toolTip(), QStringLiteral("Trades"));
 }
 
 TEST_F(StateStripTest, SpeakTheLanguageOfTheWindow)
 {
     open({QStringLiteral("cost")});
-    ASSERT_TRUE(isSaid(QStringLiteral("Cost: not asked yet")));
+    ASSERT_TRUE(isSaid(costDrawn(u"Cost: ")));
     action("中文")->trigger();
-    EXPECT_TRUE(isSaid(QStringLiteral(u"持仓成本：尚未查询")));
+    EXPECT_TRUE(isSaid(costDrawn(u"持仓成本：")));
 }
 
 TEST_F(StateStripTest, SayWhyThereIsNoTradingModule)
 {
     open({});
-    m_window->noteFailure(QStringLiteral("the ledger is corrupt"));
+    m_window->services()->noteModuleFailure(QStringLiteral("the ledger is corrupt"));
     EXPECT_THAT(texts(), ElementsAre(QStringLiteral("Trading module: does not run")));
     EXPECT_EQ(state("module")->toolTip(), QStringLiteral("the ledger is corrupt"));
 }
@@ -147,6 +151,17 @@ TEST_F(StateStripTest, LeaveTheOverlaysAloneWhenAnOrderChanged)
     m_window->answers()->take("TradeNotify", R"({"stkcode":"000001","market":"2","bizdate":"20240102"})",
                               "Global");
     EXPECT_EQ(countOf(overlayLog(), "made"), 0);
+}
+
+TEST(StateStripOfLongStates, NeedsNoWideWindow)
+{
+    StateStrip strip;
+    for (const OverlayKind &kind : overlayKinds()) {
+        strip.showOverlay(kind, QStringLiteral("in view: 35; no answer since 10:15:03"), {}, true);
+    }
+    strip.showBus({BusState::Lost});
+    strip.showModule({ModuleState::Silent});
+    EXPECT_LT(strip.minimumSizeHint().width(), 640);
 }
 
 class StateStripOfAModule : public ::testing::TestWithParam<std::pair<ModuleState::Kind, const char *>>
@@ -178,6 +193,9 @@ INSTANTIATE_TEST_SUITE_P(
                       std::pair(ModuleState::Refusing, "Trading module: refuses"),
                       std::pair(ModuleState::Silent, "Trading module: does not answer any more"),
                       std::pair(ModuleState::Answering, "Trading module: answers"),
+                      std::pair(ModuleState::Starting, "Trading module: starting"),
+                      std::pair(ModuleState::OtherVersion, "Trading module: answers, of another version"),
+                      std::pair(ModuleState::Foreign, "Trading module: of another ledger"),
                       std::pair(ModuleState::ReadOnly, "Trading module: answers, takes no orders")));
 
 } // namespace

@@ -54,7 +54,7 @@ TEST_F(ChineseProgram, SaysWhyAnOrderIsRefused)
 TEST_F(ChineseProgram, SaysWhyAFileCannotBeRead)
 {
     EXPECT_EQ(inChinese({QStringLiteral("import"), QStringLiteral("/nowhere/statement.csv")}).errors,
-              "trademodule: /nowhere/statement.csv：无法读取：没有那个文件或目录\n");
+              "trademodule: /nowhere/statement.csv: 无法读取：没有那个文件或目录\n");
 }
 
 TEST_F(ChineseProgram, ListsOrdersInAnAlignedTable)

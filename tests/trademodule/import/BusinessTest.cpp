@@ -26,7 +26,8 @@ std::string resultOf(const StatementContents &contents)
     if (contents.shortSales.rows > 0) {
         return "short sales";
     }
-    return contents.leftOut.empty() ? "unknown" : contents.leftOut.begin()->first.toStdString();
+    const auto leftOut = contents.kinds.find(Outcome::Nothing);
+    return leftOut == contents.kinds.end() ? "unknown" : leftOut->second.begin()->first.toStdString();
 }
 
 } // namespace

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "terminal/bars/BarImport.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace Terminal {
+
+/// A ledger whose trades bars are compared with, and the program that reads it.
+struct LedgerOfTrades
+{
+    QString moduleProgram;
+    QString place; ///< empty: there is nothing to compare with
+};
+
+/// What the trades of a ledger say of bars.
+struct LedgerSays
+{
+    QStringList warnings;
+    QString summary; ///< without warnings
+};
+
+/// Compares bars of days with the trades of the ledger, and fails when it cannot be read. Of minutes a ledger
+/// says nothing: its times need not be the exchange's. Blocks, see ledgerFills().
+Loaded<LedgerSays> comparedWithLedger(const LedgerOfTrades &ledger, const BarImportPlan &plan);
+
+} // namespace Terminal

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "trademodule/Error.h"
+
+#include <utility>
+
+namespace TradeModule {
+
+/// What a cell of a statement's row holds makes no sense.
+class CellError : public Error
+{
+public:
+    CellError(const QString &reason, QString column) : Error(reason), m_column(std::move(column)) {}
+
+    /// The cell's column, by its name in the header.
+    const QString &column() const { return m_column; }
+
+private:
+    QString m_column;
+};
+
+} // namespace TradeModule
