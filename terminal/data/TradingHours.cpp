@@ -10,13 +10,6 @@ constexpr int morningEnd = 11 * 60 + 30;
 constexpr int afternoonStart = 13 * 60 + 1;
 constexpr int auctionPriceMinute = 9 * 60 + 25; ///< from here on the price of the auction is known
 
-/// The end of the minute that is under way.
-int minuteUnderWay(Trading::ClockTime time)
-{
-    constexpr int minuteOfNumber = 10000;
-    return time.minute() + (time.number() % minuteOfNumber > 0 ? 1 : 0);
-}
-
 } // namespace
 
 bool isClosedWeekend(Trading::TradingDate day)
@@ -36,7 +29,7 @@ std::optional<int> minuteOfQuote(Trading::ClockTime time)
     if (time.minute() < auctionPriceMinute) {
         return std::nullopt;
     }
-    const int minute = std::max(minuteUnderWay(time), auctionMinute);
+    const int minute = std::max(time.endMinute(), auctionMinute);
     if (minute == afternoonStart - 1) {
         return afternoonStart; // 13:00 sharp
     }

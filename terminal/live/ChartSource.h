@@ -27,9 +27,14 @@ public:
     std::vector<Trading::TradingDate> minuteDays(const QString &code) const;
 
     /// As DataFolder::load; the last day of a minute chart is today when anything is known of it, and charts
-    /// of days and longer end with today.
+    /// of days and longer end with today. The minutes of today have today's prices, which are raw in each
+    /// view.
     Loaded<ChartData> load(const QString &code, ChartPeriod period,
-                           std::optional<Trading::TradingDate> day = {}) const;
+                           std::optional<Trading::TradingDate> day = {},
+                           PriceView view = PriceView::Raw) const;
+
+    /// The same bars in raw prices; none where they cannot be read any more.
+    ChartData raw(const ChartData &shown) const;
 
     /// As DataFolder::closeBefore; before today it is what quotes told, and before a replay the close before
     /// the recorded day.
