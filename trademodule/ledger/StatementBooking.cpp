@@ -185,7 +185,7 @@ void StatementBooking::complete(const FillMatching::Pair &pair)
 /// Of which part is stamp duty stays known when the import is taken back: no cost depends on it.
 void StatementBooking::writeFee(const FillMatching::Pair &pair)
 {
-    statementId(); // the ledger has changed by this statement, though no entry may be new
+    number(); // the ledger has changed by this statement, though no entry may be new
     m_database->run(QStringLiteral("UPDATE execution SET fee = ?, stamp_duty = ? WHERE id = ?"),
                     {pair.told->fee.steps(), pair.told->stampDuty.steps(), pair.known->id});
 }

@@ -18,7 +18,7 @@ QDataStream &operator<<(QDataStream &stream, const Execution &entry)
     return stream << marketLetters(entry.security.market) << entry.security.code
                   << static_cast<qint8>(entry.side) << entry.date.number() << entry.time.number()
                   << entry.price.steps() << entry.quantity << entry.amount.steps() << entry.fee.steps()
-                  << entry.orderNo << entry.dealNo;
+                  << entry.stampDuty.steps() << entry.orderNo << entry.dealNo;
 }
 
 Execution readExecution(QDataStream *stream)
@@ -30,9 +30,10 @@ Execution readExecution(QDataStream *stream)
     qint64 price = 0;
     qint64 amount = 0;
     qint64 fee = 0;
+    qint64 stampDuty = 0;
     Execution entry{{}, Side::Buy, TradingDate::first(), ClockTime()};
     *stream >> market >> entry.security.code >> side >> date >> time >> price >> entry.quantity >> amount >>
-        fee >> entry.orderNo >> entry.dealNo;
+        fee >> stampDuty >> entry.orderNo >> entry.dealNo;
     entry.security.market = ColumnValue::market(market);
     entry.side = static_cast<Side>(side);
     entry.date = ColumnValue::date(date);
@@ -40,6 +41,7 @@ Execution readExecution(QDataStream *stream)
     entry.price = Money::ofSteps(price);
     entry.amount = Money::ofSteps(amount);
     entry.fee = Money::ofSteps(fee);
+    entry.stampDuty = Money::ofSteps(stampDuty);
     return entry;
 }
 
@@ -130,8 +132,8 @@ Statement ToldStatement::read(qint64 number)
 QVector<qint64> ToldStatement::after(qint64 number)
 {
     Rows rows = m_database->run(QStringLiteral("SELECT DISTINCT statement_id FROM told_statement "
-                                                    "WHERE statement_id > ? ORDER BY statement_id"),
-                                     {number});
+                                               "WHERE statement_id > ? ORDER BY statement_id"),
+                                {number});
     QVector<qint64> numbers;
     while (rows.next()) {
         numbers.append(rows.value(0).toLongLong());

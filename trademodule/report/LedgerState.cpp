@@ -6,7 +6,7 @@ namespace TradeModule {
 
 LedgerState LedgerState::of(Database *database)
 {
-    QSqlQuery row = database->run(QStringLiteral(
+    Rows row = database->run(QStringLiteral(
         "SELECT (SELECT cost_method FROM account), (SELECT COALESCE(MAX(id), 0) FROM execution), "
         "COUNT(*), COALESCE(MAX(id), 0), COALESCE(MAX(imported_at), ''), COALESCE(SUM(added), 0), "
         "COALESCE(SUM(money), 0) FROM statement"));
@@ -34,7 +34,7 @@ bool LedgerState::hasOnlyMoreTradesThan(const LedgerState &earlier) const
 
 std::vector<qint64> LedgerState::securitiesSince(const LedgerState &earlier, Database *database) const
 {
-    QSqlQuery rows =
+    Rows rows =
         database->run(QStringLiteral("SELECT DISTINCT security_id FROM execution WHERE id > ? AND id <= ?"),
                       {earlier.m_lastExecution, m_lastExecution});
     std::vector<qint64> ids;

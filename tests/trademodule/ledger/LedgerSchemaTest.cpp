@@ -72,7 +72,10 @@ public:
 private:
     QSqlQuery rows(Database *database, const QString &columns) const
     {
-        return database->run(QStringLiteral("SELECT %1 FROM %2 ORDER BY 1").arg(columns, m_table));
+        QSqlQuery query =
+            database->prepared(QStringLiteral("SELECT %1 FROM %2 ORDER BY 1").arg(columns, m_table));
+        database->run(&query, {});
+        return query;
     }
 
     QString m_table;

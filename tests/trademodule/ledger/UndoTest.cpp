@@ -37,7 +37,7 @@ std::vector<std::string> booksOf(Ledger *ledger)
           "WHERE h.quantity > 0 ORDER BY s.code",
           "SELECT entry_date, kind, amount FROM money_entry ORDER BY entry_date, kind, amount",
           "SELECT cash FROM account"}) {
-        QSqlQuery rows = ledger->database()->run(QLatin1String(query));
+        Rows rows = ledger->database()->run(QLatin1String(query));
         while (rows.next()) {
             std::string line;
             for (int i = 0; rows.value(i).isValid(); ++i) {
