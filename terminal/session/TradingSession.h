@@ -2,6 +2,7 @@
 
 #include "terminal/data/DataFolder.h"
 #include "terminal/live/ChartSource.h"
+#include "terminal/live/MarketWatch.h"
 #include "terminal/live/QuoteListener.h"
 #include "terminal/live/Today.h"
 #include "terminal/replay/PlannedOrder.h"
@@ -90,6 +91,8 @@ public:
     Replay *replay() { return &m_replay; }
     OrderDesk *desk() { return &m_desk; }
     LastPrices *prices() { return &m_prices; }
+    /// Whether the market goes on.
+    MarketWatch *market() { return &m_market; }
     /// How things stand with the trading module.
     ModuleWatch *module() { return &m_module; }
 
@@ -129,6 +132,7 @@ private:
     Today m_today{&m_replay};
     ChartSource m_source;
     QuoteListener m_quotes{&m_today};
+    MarketWatch m_market{&m_today};
     OrderDesk m_desk;
     LastPrices m_prices;
     QuoteFeed m_feed;

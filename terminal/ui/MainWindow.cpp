@@ -184,6 +184,8 @@ void MainWindow::wireSession()
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
     connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
     connect(&m_services, &ServiceStates::changed, this, &MainWindow::showStates);
+    connect(m_session->market(), &MarketWatch::changed, this,
+            [this] { m_strip->showMarket(*m_session->market()); });
     connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
 }
 
@@ -411,6 +413,7 @@ void MainWindow::showStates()
             m_bar->describeOverlay(kind, {});
         }
     }
+    m_strip->showMarket(*m_session->market());
     m_strip->showBus(m_services.bus());
     m_strip->showModule(module);
 }
