@@ -22,6 +22,13 @@ std::optional<Trading::ClockTime> timeOf(const FileStamp &file, Trading::Trading
 
 ChartSource::ChartSource(const DataFolder &folder, Today *today) : m_folder(folder), m_today(today) {}
 
+void ChartSource::setFolder(const DataFolder &folder)
+{
+    DataFolder next = folder;
+    next.keepBookedActions(m_folder);
+    m_folder = next;
+}
+
 /// Null unless there are bars.
 const MinuteBook *ChartSource::todayOf(const QString &code) const
 {

@@ -18,8 +18,14 @@ public:
     /// `today` must outlive the source. It is given what the folder has of today's minutes.
     ChartSource(const DataFolder &folder, Today *today);
 
-    /// The folder has other files now.
-    void setFolder(const DataFolder &folder) { m_folder = folder; }
+    /// The folder has other files now. What statements told of its securities stays known.
+    void setFolder(const DataFolder &folder);
+
+    /// See DataFolder::setBookedActions().
+    bool setBookedActions(const QString &code, const BookedActions &booked)
+    {
+        return m_folder.setBookedActions(code, booked);
+    }
 
     const Securities &securities() const { return m_folder.securities(); }
 

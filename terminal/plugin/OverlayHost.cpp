@@ -21,6 +21,7 @@ OverlayHost::OverlayHost(ChartView *chart, UserPrompts *prompts, const OverlayLi
     connect(&m_overlays, &OverlaySet::lost, this, &OverlayHost::lost);
     connect(chart, &ChartView::dataChanged, this, &OverlayHost::showLoadedBars);
     connect(chart, &ChartView::barsGrew, this, &OverlayHost::showGrownBars);
+    connect(chart, &ChartView::pricesChanged, this, &OverlayHost::showPrices);
     chart->setPriceWishes([this] { return priceWishes(); });
     chart->setOverlaySummary([this] { return summary(); });
     takeLoadedBars();
@@ -93,6 +94,13 @@ void OverlayHost::showGrownBars(int first)
     } else {
         renew();
     }
+}
+
+/// The days are the same, and so is what overlays have asked for.
+void OverlayHost::showPrices()
+{
+    takeLoadedBars();
+    m_updates.calcAll();
 }
 
 void OverlayHost::renew()

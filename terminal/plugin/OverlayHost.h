@@ -75,6 +75,7 @@ private:
     void showLoadedBars();
     void showGrownBars(int first);
     std::int32_t lastDay() const;
+    void showPrices();
     bool shows(const QString &code) const;
     std::vector<PriceSpan> priceWishes() const;
     QString summary();

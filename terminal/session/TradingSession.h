@@ -13,6 +13,7 @@
 #include "terminal/session/LastPrices.h"
 #include "terminal/session/QuoteFeed.h"
 #include "terminal/session/ReplayLock.h"
+#include "terminal/session/StatementActions.h"
 #include "terminal/trade/OrderDesk.h"
 
 #include <QObject>
@@ -27,6 +28,7 @@ namespace Terminal {
 /// What a terminal does with its trading day by itself.
 struct DayPlan
 {
+    QString ledger;      ///< of the terminal's own trading module; empty: any module's will do
     int replaySpeed = 0; ///< Replay::slowest to fastest; 0: no day is replayed by itself
     /// The day is played at once up to this; nothing: it is played from its beginning.
     std::optional<Trading::ClockTime> replayTo;
@@ -93,6 +95,7 @@ public:
     LastPrices *prices() { return &m_prices; }
     /// Whether the market goes on.
     MarketWatch *market() { return &m_market; }
+    StatementActions *statementActions() { return &m_statementActions; }
     /// How things stand with the trading module.
     ModuleWatch *module() { return &m_module; }
 
@@ -116,6 +119,8 @@ Q_SIGNALS:
     void orderRefused(const QString &reason);
 
 private:
+    DeskModule moduleForDesk() const;
+    bool moduleKnows(const char *capability) const;
     void enter(Stage stage);
     void enterWhenHeard();
     void playOn();
@@ -135,6 +140,7 @@ private:
     MarketWatch m_market{&m_today};
     OrderDesk m_desk;
     LastPrices m_prices;
+    StatementActions m_statementActions;
     QuoteFeed m_feed;
     ReplayLock m_replayLock;
     ModuleWatch m_module{nullptr};

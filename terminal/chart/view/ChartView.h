@@ -40,6 +40,9 @@ public:
     void setData(const ChartData &data);
     const ChartData &data() const { return m_data; }
 
+    /// Shows the same bars in other prices; what is in view stays. Requires as many bars as are shown.
+    void setPrices(const ChartData &data);
+
     /// Puts these in the place of the bars from number `first` on, of at least as many. The view stays where
     /// it is, unless the last bar was in it and the new one would not be: then it moves along.
     void grow(size_t first, const Bars &bars);
@@ -108,6 +111,8 @@ public:
 Q_SIGNALS:
     /// Other bars were loaded.
     void dataChanged();
+    /// The same bars have other prices; the scales are not fitted yet.
+    void pricesChanged();
     /// Bars from this number on are others, or were added; the scales are not fitted yet.
     void barsGrew(int first);
     /// Other bars or prices are in view, or were fitted anew; a repaint follows.
