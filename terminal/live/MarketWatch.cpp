@@ -34,8 +34,8 @@ void MarketWatch::hear(const Trading::Quote &quote)
     if (!m_looks.isActive()) {
         m_looks.start(std::min(m_silence, longestLook));
     }
-    if (m_state != State::Quoted || !before || before->minute() != m_lastTime->minute()) {
-        m_state = found();
+    const State stateBefore = std::exchange(m_state, found());
+    if (m_state != stateBefore || !before || before->minute() != m_lastTime->minute()) {
         Q_EMIT changed();
     }
 }

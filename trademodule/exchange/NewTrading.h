@@ -1,7 +1,6 @@
 #pragma once
 
 #include "trademodule/exchange/Quote.h"
-#include "trading/SecurityId.h"
 
 #include <QHash>
 

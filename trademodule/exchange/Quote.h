@@ -1,5 +1,6 @@
 #pragma once
 
+#include "trademodule/SharedTypes.h"
 #include "trading/Quote.h"
 
 #include <QJsonObject>

@@ -75,7 +75,7 @@ void SessionLock::beat()
 /// The server shows the sessions of other users to those only who may see them.
 QString SessionLock::signOfLife()
 {
-    QSqlQuery row = m_database->run(ownersSession(signOfSession));
+    Rows row = m_database->run(ownersSession(signOfSession));
     if (!row.next()) {
         return {};
     }

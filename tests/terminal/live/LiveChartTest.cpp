@@ -1,4 +1,5 @@
 // A chart that grows with a day that is replayed, or under way.
+#include "tests/support/TurnWatch.h"
 #include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/OverlayWindow.h"
 #include "tests/terminal/support/ReplayWindow.h"
@@ -6,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QDate>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -232,6 +234,27 @@ TEST_F(LiveChartOfTheMarket, SaysHowTheMarketStands)
     EXPECT_EQ(said()->text(), QStringLiteral("Market: 10:31"));
     quote(1140, 1500);
     EXPECT_EQ(said()->text(), QStringLiteral("Market: lunch break"));
+}
+
+TEST_F(LiveChartOfTheMarket, DrawsAQuoteSoonAlsoAmongAHundredThousandBars)
+{
+    show(ChartPeriod::Day);
+    ChartData many = chart()->data();
+    many.bars.clear();
+    QDate date(1750, 1, 1);
+    for (int number = 0; number < 100'000; ++number, date = date.addDays(1)) {
+        many.bars.push_back({Trading::TradingDate::ofCalendar(date)->number(), 0, 10, 11, 9, 10, 100});
+    }
+    chart()->setData(many);
+    chart()->showAll();
+    quote(931, 1500);
+    ASSERT_TRUE(closesAt(1500));
+    QApplication::processEvents();
+    const double before = TurnWatch::threadTime();
+    quote(931, 1501, 200);
+    ASSERT_TRUE(closesAt(1501));
+    QApplication::processEvents();
+    EXPECT_LT(TurnWatch::threadTime() - before, 300) << "milliseconds of work; 5 as released";
 }
 
 /// With a data folder of its own, whose files grow.
