@@ -6,7 +6,6 @@
 #include "terminal/data/TradingHours.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 
 #include <algorithm>
 
@@ -36,12 +35,6 @@ QString withMarket(const QString &code, const Securities &securities)
 {
     const Security *const security = findSecurity(securities, code);
     return security == nullptr ? code : code + QLatin1Char('.') + Trading::marketLetters(security->market);
-}
-
-FileStamp stampOf(const QString &file)
-{
-    const QFileInfo info(file);
-    return {info.lastModified(), info.size()};
 }
 
 /// The last bar before `day`; nothing when there is none.
@@ -174,12 +167,12 @@ QString DataFolder::minuteFile(const QString &code, Trading::TradingDate day) co
 
 FileStamp DataFolder::dailyStamp(const QString &code) const
 {
-    return stampOf(dailyFile(code));
+    return FileStamp::of(dailyFile(code));
 }
 
 FileStamp DataFolder::minuteStamp(const QString &code, Trading::TradingDate day) const
 {
-    return stampOf(minuteFile(code, day));
+    return FileStamp::of(minuteFile(code, day));
 }
 
 /// None where they cannot be read.

@@ -3,6 +3,7 @@
 #include "terminal/data/Bar.h"
 #include "terminal/data/BookedAction.h"
 #include "terminal/data/ChartPeriod.h"
+#include "terminal/data/FileStamp.h"
 #include "terminal/data/PriceAdjustment.h"
 #include "terminal/data/PriceDecimals.h"
 #include "terminal/data/PriceView.h"
@@ -10,7 +11,6 @@
 #include "terminal/data/SecurityList.h"
 #include "trading/TradingDate.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QHash>
 
@@ -27,19 +27,6 @@ struct SpanOfToday
     std::optional<Bar> row;    ///< today's row of the data folder
     /// Until when the row can tell of today: it was written then, at the latest.
     std::optional<Trading::ClockTime> rowTime;
-};
-
-/// What a file looked like, to see when it has grown.
-struct FileStamp
-{
-    QDateTime changed; ///< none where there is no file
-    qint64 size = 0;
-
-    friend bool operator==(const FileStamp &a, const FileStamp &b)
-    {
-        return a.size == b.size && a.changed == b.changed;
-    }
-    friend bool operator!=(const FileStamp &a, const FileStamp &b) { return !(a == b); }
 };
 
 /// What one chart shows: a security and its loaded bars.

@@ -14,7 +14,7 @@ QJsonObject goodQuote()
         .object();
 }
 
-TEST(Quote, IsReadAlsoWhereNumbersStandInPlaceOfTexts)
+TEST(QuoteReading, IsReadAlsoWhereNumbersStandInPlaceOfTexts)
 {
     const QuoteReading reading = readQuote(goodQuote());
     ASSERT_FALSE(reading.fault);
@@ -23,7 +23,7 @@ TEST(Quote, IsReadAlsoWhereNumbersStandInPlaceOfTexts)
     EXPECT_EQ(reading.quote.recorded, std::nullopt);
 }
 
-TEST(Quote, NamesTheFirstKeyThatIsWrong)
+TEST(QuoteReading, NamesTheFirstKeyThatIsWrong)
 {
     QJsonObject message = goodQuote();
     message[QStringLiteral("high")] = QStringLiteral("ten");
@@ -34,7 +34,7 @@ TEST(Quote, NamesTheFirstKeyThatIsWrong)
     EXPECT_EQ(reading.fault->value, QStringLiteral("ten"));
 }
 
-TEST(Quote, NamesNoKeyWhenThePricesDoNotAgree)
+TEST(QuoteReading, NamesNoKeyWhenThePricesDoNotAgree)
 {
     QJsonObject message = goodQuote();
     message[QStringLiteral("close")] = QStringLiteral("10.06");
@@ -43,7 +43,7 @@ TEST(Quote, NamesNoKeyWhenThePricesDoNotAgree)
     EXPECT_EQ(reading.fault->key, nullptr);
 }
 
-TEST(Quote, IsOfAReplayAlsoWhenItsDayCannotBeRead)
+TEST(QuoteReading, IsOfAReplayAlsoWhenItsDayCannotBeRead)
 {
     QJsonObject message = goodQuote();
     message[QStringLiteral("recorded")] = QStringLiteral("20180108");
