@@ -2,7 +2,7 @@
 
 #include "trademodule/exchange/NewTrading.h"
 #include "trademodule/exchange/OrderCover.h"
-#include "trademodule/exchange/Quote.h"
+#include "trademodule/exchange/QuoteMessage.h"
 #include "trademodule/ledger/MarketDay.h"
 #include "trademodule/ledger/OrderBook.h"
 

@@ -1,4 +1,4 @@
-#include "trademodule/exchange/Quote.h"
+#include "trademodule/exchange/QuoteMessage.h"
 
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"

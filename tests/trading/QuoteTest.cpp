@@ -14,7 +14,7 @@ QJsonObject goodQuote()
         .object();
 }
 
-TEST(QuoteReading, IsReadAlsoWhereNumbersStandInPlaceOfTexts)
+TEST(Quote, IsReadAlsoWhereNumbersStandInPlaceOfTexts)
 {
     const QuoteReading reading = readQuote(goodQuote());
     ASSERT_FALSE(reading.fault);
@@ -23,7 +23,7 @@ TEST(QuoteReading, IsReadAlsoWhereNumbersStandInPlaceOfTexts)
     EXPECT_EQ(reading.quote.recorded, std::nullopt);
 }
 
-TEST(QuoteReading, NamesTheFirstKeyThatIsWrong)
+TEST(Quote, NamesTheFirstKeyThatIsWrong)
 {
     QJsonObject message = goodQuote();
     message[QStringLiteral("high")] = QStringLiteral("ten");
@@ -34,7 +34,7 @@ TEST(QuoteReading, NamesTheFirstKeyThatIsWrong)
     EXPECT_EQ(reading.fault->value, QStringLiteral("ten"));
 }
 
-TEST(QuoteReading, NamesNoKeyWhenThePricesDoNotAgree)
+TEST(Quote, NamesNoKeyWhenThePricesDoNotAgree)
 {
     QJsonObject message = goodQuote();
     message[QStringLiteral("close")] = QStringLiteral("10.06");
@@ -43,7 +43,7 @@ TEST(QuoteReading, NamesNoKeyWhenThePricesDoNotAgree)
     EXPECT_EQ(reading.fault->key, nullptr);
 }
 
-TEST(QuoteReading, IsOfAReplayAlsoWhenItsDayCannotBeRead)
+TEST(Quote, IsOfAReplayAlsoWhenItsDayCannotBeRead)
 {
     QJsonObject message = goodQuote();
     message[QStringLiteral("recorded")] = QStringLiteral("20180108");
