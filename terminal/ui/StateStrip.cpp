@@ -29,6 +29,7 @@ void setState(QLabel *label, const QString &text, const QString &details, bool i
 
 StateStrip::StateStrip(QWidget *parent)
     : QStatusBar(parent),
+      m_market(new ElidedLabel),
       m_bus(new ElidedLabel),
       m_module(new ElidedLabel)
 {
@@ -41,6 +42,9 @@ StateStrip::StateStrip(QWidget *parent)
         addWidget(label);
         label->hide();
     }
+    m_market->setObjectName(QStringLiteral("state-market"));
+    addPermanentWidget(m_market);
+    m_market->hide();
     m_bus->setObjectName(QStringLiteral("state-bus"));
     addPermanentWidget(m_bus);
     m_module->setObjectName(QStringLiteral("state-module"));
@@ -62,6 +66,13 @@ void StateStrip::hideOverlay(const OverlayKind &kind)
     m_overlays[static_cast<size_t>(&kind - overlayKinds().data())]->hide();
 }
 
+void StateStrip::showMarket(const MarketWatch &market)
+{
+    setState(m_market, marketStateText(market), marketStateDetails(market),
+             market.state() == MarketWatch::State::Silent);
+    m_market->setVisible(!m_market->text().isEmpty());
+}
+
 void StateStrip::showBus(const BusState &bus)
 {
     setState(m_bus, busStateText(bus), bus.reason, bus.isTrouble());
@@ -81,8 +92,10 @@ QStringList StateStrip::texts() const
             texts.append(label->text());
         }
     }
-    if (!m_bus->isHidden()) {
-        texts.append(m_bus->text());
+    for (const QLabel *const label : {m_market, m_bus}) {
+        if (!label->isHidden()) {
+            texts.append(label->text());
+        }
     }
     return texts + QStringList(m_module->text());
 }

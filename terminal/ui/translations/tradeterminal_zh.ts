@@ -1839,6 +1839,33 @@
     </message>
 </context>
 <context>
+    <name>MarketState</name>
+    <message>
+        <source>Market: not open yet</source>
+        <translation>行情：尚未开盘</translation>
+    </message>
+    <message>
+        <source>Market: %1</source>
+        <translation>行情：%1</translation>
+    </message>
+    <message>
+        <source>Market: no quote since %1</source>
+        <translation>行情：%1 起无报价</translation>
+    </message>
+    <message>
+        <source>Market: lunch break</source>
+        <translation>行情：午间休市</translation>
+    </message>
+    <message>
+        <source>Market: closed</source>
+        <translation>行情：已收盘</translation>
+    </message>
+    <message>
+        <source>The market is open, but nobody tells its prices: look at the program that publishes quotes.</source>
+        <translation>市场正在交易，但没有收到报价：请检查发布行情的程序。</translation>
+    </message>
+</context>
+<context>
     <name>BusState</name>
     <message>
         <source>Orders cannot be sent, and nothing that changes is heard, until it is back.</source>
