@@ -63,7 +63,7 @@ TradeService::TradeService(const QString &busDirectory, Ledger *ledger, const Tr
     : m_endPoint(nullptr),
       m_orders(ledger),
       m_exchange(ledger, [this](const Order &changed) { notify(changed); }),
-      m_answers(ledger, &m_exchange),
+      m_answers(ledger, &m_exchange, [this](const SecurityId &held) { publish(changeNotification(held)); }),
       m_presence(presence, busDirectory)
 {
     using LocalCommunication::EndPoint;
@@ -238,8 +238,13 @@ void TradeService::warn(const QString &trouble)
 
 void TradeService::notify(const Order &changed)
 {
+    publish(changeNotification(changed));
+}
+
+void TradeService::publish(const QJsonObject &notification)
+{
     m_endPoint.sendMessage(Channel::GLOBAL, TradeChart::Topic::TRADENOTIFY,
-                           QJsonDocument(changeNotification(changed)).toJson(QJsonDocument::Compact));
+                           QJsonDocument(notification).toJson(QJsonDocument::Compact));
 }
 
 } // namespace TradeModule

@@ -60,6 +60,7 @@ private:
     void stop(const QString &reason);
     void warn(const QString &trouble);
     void notify(const Order &changed);
+    void publish(const QJsonObject &notification);
 
     LocalCommunication::EndPoint m_endPoint;
     OrderBook m_orders;

@@ -33,6 +33,12 @@ public:
     QString ledgerOrNew() const;
     /// The value of an option that holds a date yyyymmdd, if it was given; a UsageError for anything else.
     std::optional<TradingDate> date(const QString &option) const;
+    /// The days from --from to --to, both included; all where they were not given. A UsageError when they are
+    /// in the wrong order.
+    DateRange days() const;
+    /// The options --from and --to, for commands that ask for days().
+    static QCommandLineOption firstDayOption();
+    static QCommandLineOption lastDayOption();
     /// The arguments, `count` of them; a UsageError, asking for `what`, for any other number.
     QStringList arguments(int count, const QString &what) const;
 

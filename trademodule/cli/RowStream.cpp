@@ -2,35 +2,16 @@
 
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/cli/Console.h"
+#include "trading/CsvLine.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
-
-#include <algorithm>
 
 namespace TradeModule {
 
 namespace {
 
 constexpr int mostWaiting = 1000;
-
-QString csvCell(const QString &cell)
-{
-    const bool isPlain = std::none_of(cell.begin(), cell.end(), [](QChar character) {
-        return QStringLiteral(",\"\r\n").contains(character);
-    });
-    QString doubled = cell;
-    return isPlain ? cell
-                   : QLatin1Char('"') + doubled.replace(QLatin1Char('"'), QLatin1String("\"\"")) +
-                         QLatin1Char('"');
-}
-
-QString csvLine(const QStringList &row)
-{
-    QStringList cells;
-    std::transform(row.begin(), row.end(), std::back_inserter(cells), &csvCell);
-    return cells.join(QLatin1Char(',')) + QLatin1Char('\n');
-}
 
 } // namespace
 
@@ -51,7 +32,7 @@ RowStream::RowStream(QVector<const char *> columns, Format format)
         write(QStringLiteral("["));
         return;
     case Format::Csv:
-        write(csvLine(header));
+        write(Trading::csvLine(header));
         return;
     }
 }
@@ -66,7 +47,7 @@ void RowStream::add(const QStringList &row)
         writeJson(row);
         return;
     case Format::Csv:
-        write(csvLine(row));
+        write(Trading::csvLine(row));
         return;
     }
 }

@@ -6,7 +6,7 @@ namespace TradeModule {
 
 namespace {
 
-Executions all(QSqlQuery rows)
+Executions all(Rows rows)
 {
     Executions executions;
     while (rows.next()) {
@@ -16,7 +16,7 @@ Executions all(QSqlQuery rows)
 }
 
 /// Rows of LedgerQueries::knownEntries...().
-KnownEntries known(QSqlQuery rows, const SecurityId &security)
+KnownEntries known(Rows rows, const SecurityId &security)
 {
     KnownEntries entries;
     while (rows.next()) {
@@ -31,7 +31,7 @@ KnownEntries known(QSqlQuery rows, const SecurityId &security)
 
 Executions ExecutionTable::trades(const SecurityId &security, DateRange days)
 {
-    QSqlQuery rows =
+    Rows rows =
         m_database->run(LedgerQueries::tradesOfSecurity(), {security.code, marketLetters(security.market),
                                                             days.first.number(), days.last.number()});
     Executions executions;
@@ -54,11 +54,18 @@ Executions ExecutionTable::trades(DateRange days)
 
 void ExecutionTable::visitEntries(qint64 id, const SecurityId &security, DateRange days, const Visitor &visit)
 {
-    QSqlQuery rows =
+    Rows rows =
         m_database->run(LedgerQueries::entriesOfSecurity(), {id, days.first.number(), days.last.number()});
     while (rows.next()) {
         visit(ExecutionColumns::read(rows, security));
     }
+}
+
+qint64 ExecutionTable::count()
+{
+    Rows row = m_database->run(QStringLiteral("SELECT COUNT(*) FROM execution"));
+    row.next();
+    return row.value(0).toLongLong();
 }
 
 bool ExecutionTable::hasEntries(qint64 id)

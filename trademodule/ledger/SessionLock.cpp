@@ -28,7 +28,7 @@ QString ownersSession(const char *columns)
         .arg(servingLock & lowHalf);
 }
 
-QString textOf(QSqlQuery row)
+QString textOf(Rows row)
 {
     return row.next() ? row.value(0).toString() : QString();
 }
@@ -46,7 +46,7 @@ SessionLock::~SessionLock()
 bool SessionLock::tryTake()
 {
     endLostSession();
-    QSqlQuery row = m_database->run(QStringLiteral("SELECT pg_try_advisory_lock(%1)").arg(servingLock));
+    Rows row = m_database->run(QStringLiteral("SELECT pg_try_advisory_lock(%1)").arg(servingLock));
     if (!row.next() || !row.value(0).toBool()) {
         return false;
     }
@@ -75,7 +75,7 @@ void SessionLock::beat()
 /// The server shows the sessions of other users to those only who may see them.
 QString SessionLock::signOfLife()
 {
-    QSqlQuery row = m_database->run(ownersSession(signOfSession));
+    Rows row = m_database->run(ownersSession(signOfSession));
     if (!row.next()) {
         return {};
     }
@@ -109,7 +109,7 @@ void SessionLock::endOwner(const ProcessIdentity & /*owner*/, const QString &sig
 void SessionLock::terminate(const QString &sign)
 {
     constexpr int soonEnough = 6;
-    QSqlQuery row = m_database->run(ownersSession("pg_terminate_backend(a.pid), a.pid") +
+    Rows row = m_database->run(ownersSession("pg_terminate_backend(a.pid), a.pid") +
                                         QStringLiteral(" AND %1 = ?").arg(QLatin1String(signOfSession)),
                                     {sign});
     if (row.next() && m_endings > soonEnough) {

@@ -1198,10 +1198,6 @@
         <translation>该持仓的成本将超过 %1 元</translation>
     </message>
     <message>
-        <source>the ledger has this holding already</source>
-        <translation>账本已有该持仓</translation>
-    </message>
-    <message>
         <source>the page is too large; save it as CSV</source>
         <translation>网页过大；请另存为 CSV</translation>
     </message>
@@ -1284,14 +1280,6 @@
         <translation>账本的数据库暂不可用，正在反复重试</translation>
     </message>
     <message>
-        <source>the connection to the ledger's database was lost while a change was being completed: whether it was made is not known yet. Look before you try again</source>
-        <translation>在完成更改时与账本数据库的连接中断：尚不清楚更改是否已生效。重试前请先查看</translation>
-    </message>
-    <message>
-        <source>the ledger's database is still busy with a change whose end it did not confirm</source>
-        <translation>账本的数据库仍在处理一项尚未确认结束的更改</translation>
-    </message>
-    <message>
         <source>the question is JSON, but no object</source>
         <translation>该问题是 JSON，但不是对象</translation>
     </message>
@@ -1318,10 +1306,6 @@
     <message>
         <source>a row of the ledger&apos;s table %1 refers to one of %2 that is not there</source>
         <translation>账本的表 %1 中有一行引用了表 %2 中不存在的行</translation>
-    </message>
-    <message>
-        <source>warning: the statement holds %1 of %2 after this row, the ledger %3 (%4 securities disagree); import the earlier statements, or enter what was held before with open</source>
-        <translation>警告：对账单在此行之后持有 %1 股 %2，账本为 %3（%4 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
     </message>
     <message>
         <source>warning: the statement has %1 yuan after this row, but its rows come to %2</source>
@@ -1362,6 +1346,76 @@
     <message>
         <source>Writes lines of JSON meanwhile, too, with the word json.</source>
         <translation>取值 json：过程中也输出 JSON 行。</translation>
+    </message>
+    <message>
+        <source>a change was not confirmed by the ledger's database or disk: whether it was made is not known yet. Look before you try again</source>
+        <translation>账本的数据库或磁盘未确认一项更改：尚不清楚更改是否已生效。重试前请先查看</translation>
+    </message>
+    <message>
+        <source>the ledger has no marks of changes yet</source>
+        <translation>账本尚无更改标记</translation>
+    </message>
+    <message>
+        <source>the ledger's server still follows another one</source>
+        <translation>账本的服务器仍在跟随另一台服务器</translation>
+    </message>
+    <message>
+        <source>the file %1, which belongs to the ledger, was removed or replaced. Nothing was changed; end this program, which keeps what is in the ledger, and start it again</source>
+        <translation>属于账本的文件 %1 已被删除或替换。未作任何更改；请结束本程序（账本内容会得到保存）后重新启动</translation>
+    </message>
+    <message>
+        <source>the statement is of the account %1, the ledger of %2: use a ledger of its own, or take it into this one with --account %1</source>
+        <translation>对账单属于账户 %1，账本属于 %2：请使用单独的账本，或用 --account %1 导入本账本</translation>
+    </message>
+    <message>
+        <source>without import %1 nobody can tell which entries of import %2 are the same as others: take import %2 back first</source>
+        <translation>没有第 %1 次导入，便无法判断第 %2 次导入的哪些记录与其他记录相同：请先撤销第 %2 次导入</translation>
+    </message>
+    <message>
+        <source>the ledger has an opening holding of %1 already, import %2: put this one in its place with --replace</source>
+        <translation>账本中已有 %1 的期初持仓（第 %2 次导入）：用 --replace 以本次录入取代</translation>
+    </message>
+    <message>
+        <source>Puts it in the place of the one that was entered before.</source>
+        <translation>取代先前录入的持仓。</translation>
+    </message>
+    <message>
+        <source>%1 is negative: only numbers above zero are taken</source>
+        <translation>%1 为负数：只接受大于零的数</translation>
+    </message>
+    <message>
+        <source>%1 of its entries stay: later imports told them, too</source>
+        <translation>其中 %1 条记录保留：之后的导入也含有它们</translation>
+    </message>
+    <message>
+        <source>stampduty</source>
+        <translation>印花税</translation>
+    </message>
+    <message>
+        <source>stamp duty</source>
+        <translation>印花税</translation>
+    </message>
+    <message>
+        <source>a column of this list</source>
+        <translation>该列表中的一列</translation>
+    </message>
+    <message>
+        <source>a whole number, 0 or more</source>
+        <translation>不小于 0 的整数</translation>
+    </message>
+    <message>
+        <source>a whole number from 1 to %1</source>
+        <translation>1 到 %1 之间的整数</translation>
+    </message>
+    <message>
+        <source>average, diluted or fifo</source>
+        <translation>average、diluted 或 fifo</translation>
+    </message>
+    <message>
+        <source>sale, trip, security, month or year</source>
+        <translation>sale、trip、security、month 或 year</translation>
+        <source>warning: the statement holds %1 of %2 after this row, the ledger %3 (%4 securities disagree); import the earlier statements, or enter what was held before with open</source>
+        <translation>警告：对账单在此行之后持有 %1 股 %2，账本为 %3（%4 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
     </message>
 </context>
 </TS>

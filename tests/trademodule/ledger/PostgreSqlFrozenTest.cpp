@@ -35,7 +35,7 @@ protected:
     /// Stops the session that holds the lease.
     void freezeSession()
     {
-        QSqlQuery row = ledger().database()->run(
+        Rows row = ledger().database()->run(
             QStringLiteral("SELECT pid FROM pg_locks WHERE locktype = 'advisory' AND granted"));
         ASSERT_TRUE(row.next());
         m_frozen = static_cast<pid_t>(row.value(0).toInt());
