@@ -3,6 +3,7 @@
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/intake/IntakeDoor.h"
 #include "terminal/plugin/OverlayLibrary.h"
+#include "terminal/results/ResultsDock.h"
 #include "terminal/services/BusInstance.h"
 #include "terminal/services/TradeServices.h"
 #include "terminal/session/TradingSession.h"
@@ -182,6 +183,7 @@ void TerminalProgram::wireServices()
             m_snapshot->listen(m_busAddress); // the session joins when nothing can be missed
         } else {
             m_window->answers()->start(m_busAddress); // overlays ask some things once: it is to hear them
+            m_window->results()->start(m_busAddress);
         }
     });
     if (!takesPicture()) {
@@ -298,10 +300,10 @@ void TerminalProgram::startSnapshot()
     // Laid out as on a screen, before the overlays ask where things are.
     m_window->ensurePolished();
     m_window->grab();
-    m_snapshot =
-        std::make_unique<Snapshot>(Scene{m_window.get(), m_window->answers(), m_window->chart()->data(),
-                                         m_options.overlays, m_session->desk()},
-                                   m_options.snapshotFile, m_options.timeout);
+    m_snapshot = std::make_unique<Snapshot>(Scene{m_window.get(), m_window->answers(),
+                                                  m_window->chart()->data(), m_options.overlays,
+                                                  m_session->desk(), m_session->statementActions()},
+                                            m_options.snapshotFile, m_options.timeout);
     wireSnapshot();
     if (asksTradeModule()) {
         m_snapshot->setHindrance(tr("trading module that answers on the bus"));

@@ -14,6 +14,7 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
       m_busAddress(busAddress),
       m_source(folder, &m_replay),
       m_prices(&m_source, &m_replay, &m_desk),
+      m_statementActions(&m_source),
       m_feed(&m_replay, &m_desk, m_plan.orders, nullptr),
       m_replayLock(busInstance())
 {
@@ -41,6 +42,8 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
             enterWhenHeard();
         }
     });
+    m_statementActions.setIsKnown([this] { return moduleKnows(Trading::Capability::ACTIONS); });
+    connect(&m_module, &ModuleWatch::changed, &m_statementActions, &StatementActions::noteModule);
     if (m_plan.replaySpeed > 0) {
         m_replay.setSpeed(m_plan.replaySpeed);
     }
@@ -60,6 +63,12 @@ DeskModule TradingSession::moduleForDesk() const
     return {presence->knows(Trading::Capability::CLIENTNO), presence->account(), objection};
 }
 
+bool TradingSession::moduleKnows(const char *capability) const
+{
+    const auto presence = m_module.presence();
+    return presence && presence->knows(capability);
+}
+
 void TradingSession::begin()
 {
     enter(Stage::Awaiting);
@@ -72,6 +81,7 @@ void TradingSession::join()
     }
     m_module.start(m_busAddress);
     m_desk.start(m_busAddress);
+    m_statementActions.start(m_busAddress);
     m_shared.start(m_busAddress);
 }
 

@@ -10,6 +10,7 @@
 #include "terminal/session/LastPrices.h"
 #include "terminal/session/QuoteFeed.h"
 #include "terminal/session/ReplayLock.h"
+#include "terminal/session/StatementActions.h"
 #include "terminal/trade/OrderDesk.h"
 
 #include <QObject>
@@ -87,6 +88,7 @@ public:
     Replay *replay() { return &m_replay; }
     OrderDesk *desk() { return &m_desk; }
     LastPrices *prices() { return &m_prices; }
+    StatementActions *statementActions() { return &m_statementActions; }
     /// How things stand with the trading module.
     ModuleWatch *module() { return &m_module; }
 
@@ -111,6 +113,7 @@ Q_SIGNALS:
 
 private:
     DeskModule moduleForDesk() const;
+    bool moduleKnows(const char *capability) const;
     void enter(Stage stage);
     void enterWhenHeard();
     void playOn();
@@ -127,6 +130,7 @@ private:
     ChartSource m_source;
     OrderDesk m_desk;
     LastPrices m_prices;
+    StatementActions m_statementActions;
     QuoteFeed m_feed;
     ReplayLock m_replayLock;
     ModuleWatch m_module{nullptr};

@@ -81,6 +81,7 @@ void TradeDocks::addShortcuts()
     add(sellKey, [this] { openTicket(Direction::Sell); });
     add(panelKey, [this] {
         m_panelDock->show();
+        m_panelDock->raise(); // the results may lie over it
         m_panel->focusOrders();
     });
 }

@@ -35,7 +35,7 @@ int account(const Invocation &invocation)
     }
     Listing listing({QT_TR_NOOP("cash"), QT_TR_NOOP("available")}, invocation.isSet(QStringLiteral("json")));
     listing.add({OrderBook(&ledger).cash().text(), exchange.spendable().text()});
-    print(listing.text());
+    listing.finish();
     return Succeeded;
 }
 

@@ -144,7 +144,7 @@ int import(const Invocation &invocation)
     if (isForPrograms(invocation)) {
         JsonReply::write(importJson(report, path, options, whyNotTold(invocation, changes).isEmpty()));
     } else {
-        print(describe(report, path, options).join(QLatin1Char('\n')) + QLatin1Char('\n'));
+        printLines(describe(report, path, options));
         tellCharts(invocation, changes);
     }
     return report.isRefused ? Failed : Succeeded;

@@ -32,7 +32,7 @@ int listImports(const Invocation &invocation)
                      QString::number(statement.alreadyThere), QString::number(statement.money),
                      dayText(statement.firstDay), dayText(statement.lastDay), statement.account});
     }
-    print(listing.text());
+    listing.finish();
     return Succeeded;
 }
 
@@ -124,7 +124,7 @@ int listMoney(const Invocation &invocation)
                      listing.word(entry.kind.toLatin1().constData()), entry.amount.text(), entry.currency,
                      entry.code, entry.note, entry.number});
     }
-    print(listing.text());
+    listing.finish();
     return Succeeded;
 }
 

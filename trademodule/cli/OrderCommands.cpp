@@ -115,7 +115,7 @@ int listOrders(const Invocation &invocation)
                      QString::number(order.quantity), QString::number(order.matchedQuantity),
                      QString::number(order.cancelledQuantity), statusText(order)});
     }
-    print(listing.text());
+    listing.finish();
     return Succeeded;
 }
 

@@ -36,7 +36,7 @@ int listPositions(const Invocation &invocation)
              decimals(position.holding.costPrice().value_or(0), 3), decimals(position.holding.cost(), 2),
              listing.isJson() ? wordOf(position.holding.method()) : nameOf(position.holding.method())});
     }
-    print(listing.text());
+    listing.finish();
     return Succeeded;
 }
 
@@ -53,14 +53,13 @@ int listTrades(const Invocation &invocation)
                      QT_TR_NOOP("side"), QT_TR_NOOP("price"), QT_TR_NOOP("quantity"), QT_TR_NOOP("amount"),
                      QT_TR_NOOP("fee"), QT_TR_NOOP("order"), QT_TR_NOOP("deal")},
                     invocation.isSet(QStringLiteral("json")));
-    const Executions trades = code.isEmpty() ? ledger.trades(days) : ledger.trades(code, days);
-    for (const Execution &trade : trades) {
+    ledger.visitTrades(code, days, [&listing](const Execution &trade) {
         listing.add({trade.date.dashedText(), trade.time.colonText(), trade.security.code,
                      marketLetters(trade.security.market), listing.word(sideWord(trade.side)),
                      trade.price.text(), QString::number(trade.quantity), trade.amount.text(),
                      trade.fee.text(), trade.orderNo, trade.dealNo});
-    }
-    print(listing.text());
+    });
+    listing.finish();
     return Succeeded;
 }
 

@@ -183,14 +183,15 @@ Executions Ledger::trades(const SecurityId &security, DateRange days)
     return ExecutionTable(&m_database).trades(security, days);
 }
 
-Executions Ledger::trades(const QString &code, DateRange days)
-{
-    return ExecutionTable(&m_database).trades(code, days);
-}
-
 Executions Ledger::trades(DateRange days)
 {
     return ExecutionTable(&m_database).trades(days);
+}
+
+void Ledger::visitTrades(const QString &code, DateRange days,
+                         const std::function<void(const Execution &)> &visit)
+{
+    ExecutionTable(&m_database).visitTrades(code, days, visit);
 }
 
 Holding Ledger::holding(const SecurityId &security)

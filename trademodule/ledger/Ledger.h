@@ -61,10 +61,12 @@ public:
 
     /// The trades of a security, oldest first; other entries are none.
     Executions trades(const SecurityId &security, DateRange days);
-    /// The trades of a code on every market, oldest first.
-    Executions trades(const QString &code, DateRange days);
     /// The trades of all securities, oldest first.
     Executions trades(DateRange days);
+    /// Has each trade of a code on every market, or of all when it is empty, visited, oldest first: of a
+    /// million, too, without keeping them. Nothing else is asked of the ledger meanwhile.
+    void visitTrades(const QString &code, DateRange days,
+                     const std::function<void(const Execution &)> &visit);
 
     Holding holding(const SecurityId &security);
     /// Shares that the entries before a day come to; less than none where earlier statements are missing.

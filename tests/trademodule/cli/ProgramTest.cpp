@@ -13,6 +13,7 @@ namespace {
 
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 
 const QByteArray oneRow = "20210811,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,1\n";
 
@@ -107,6 +108,40 @@ TEST_F(Program, ListsPositionsAndTradesAsTablesAndAsJson)
     const QJsonArray rows = QJsonDocument::fromJson(QByteArray::fromStdString(trades.output)).array();
     ASSERT_EQ(rows.size(), 1);
     EXPECT_EQ(rows[0].toObject()[QStringLiteral("price")].toString(), QStringLiteral("1700.00"));
+}
+
+TEST_F(Program, WritesAnyTextAsJson)
+{
+    const QString number = QStringLiteral(u"\"quoted\" \\ 甲 \U0001F600");
+    Execution trade = fill(Side::Buy, bank(), 20240102, 10, 100, number);
+    trade.orderNo = QStringLiteral("\t\x7f");
+    book({trade});
+
+    const Ended trades = runOnLedger({QStringLiteral("trades"), QStringLiteral("--json")});
+
+    const QJsonArray rows = QJsonDocument::fromJson(QByteArray::fromStdString(trades.output)).array();
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows[0].toObject()[QStringLiteral("deal")].toString(), number);
+    EXPECT_EQ(rows[0].toObject()[QStringLiteral("order")].toString(), trade.orderNo);
+}
+
+TEST_F(Program, WritesNothingOfAStatementThatATerminalWouldObey)
+{
+    const QString statement =
+        write("20210811,11:03:51,600519,\x1b]0;name\x07,买入,1700.00,100,170000.00,\x1b[2J1\n"
+              "20210812,11:03:51,600519,\x1b]0;name\x07,\x1b[31m?,1700.00,100,170000.00,2\n");
+
+    const Ended refused = import(statement);
+    EXPECT_NE(refused.exitCode, 0);
+    const Ended imported = import(statement, {QStringLiteral("--skip-bad")});
+    ASSERT_EQ(imported.exitCode, 0) << imported.errors;
+
+    for (const Ended &shown :
+         {refused, imported, runOnLedger({QStringLiteral("trades")}),
+          runOnLedger({QStringLiteral("positions")}), runOnLedger({QStringLiteral("results")})}) {
+        EXPECT_THAT(shown.output + shown.errors, Not(HasSubstr("\x1b")));
+        EXPECT_THAT(shown.output + shown.errors, Not(HasSubstr("\x07")));
+    }
 }
 
 TEST_F(Program, KeepsTheDayOfTheExchangeWhereverTheMachineStands)
