@@ -1,6 +1,7 @@
 #include "terminal/TerminalProgram.h"
 
 #include "terminal/chart/view/ChartView.h"
+#include "terminal/intake/IntakeDoor.h"
 #include "terminal/plugin/OverlayLibrary.h"
 #include "terminal/services/TradeServices.h"
 #include "terminal/session/TradingSession.h"
@@ -13,6 +14,7 @@
 #include <QApplication>
 #include <QLayout>
 
+#include <algorithm>
 #include <chrono>
 
 namespace Terminal {
@@ -46,6 +48,7 @@ TerminalProgram::TerminalProgram(const TerminalOptions &options, const QString &
 TerminalProgram::~TerminalProgram()
 {
     m_snapshot.reset();
+    m_door.reset();
     m_window.reset();
     m_session.reset();
 }
@@ -60,6 +63,7 @@ int TerminalProgram::run()
     if (takesPicture()) {
         startSnapshot();
     } else {
+        openDoor();
         showWindow();
     }
     if (!takesPicture() || asksTradeModule()) {
@@ -115,6 +119,21 @@ void TerminalProgram::openSession(const DataFolder &folder)
 /// leaves it open.
 bool TerminalProgram::openChart(const QString &firstCode)
 {
+    if (openChartInItsPrices(firstCode)) {
+        return true;
+    }
+    if (m_options.prices == PriceView::Raw || m_options.given.contains(QStringLiteral("adjusted"))) {
+        return false;
+    }
+    const QString whyNotAdjusted = m_window->loadError();
+    m_window->setPrices(PriceView::Raw);
+    const bool isOpen = openChartInItsPrices(firstCode);
+    tell(whyNotAdjusted);
+    return isOpen;
+}
+
+bool TerminalProgram::openChartInItsPrices(const QString &firstCode)
+{
     const QString code = m_options.code.isEmpty() ? firstCode : m_options.code;
     if (m_window->load(code, m_options.period, m_options.day)) {
         return true;
@@ -156,10 +175,91 @@ void TerminalProgram::wireServices()
         if (m_snapshot) {
             m_snapshot->listen(m_busAddress); // the session joins when nothing can be missed
         } else {
-            m_window->answers()->start(m_busAddress);
-            m_session->join();
+            m_window->answers()->start(m_busAddress); // overlays ask some things once: it is to hear them
         }
     });
+    if (!takesPicture()) {
+        connect(m_window->answers(), &ScreenAnswers::listening, m_session.get(), &TradingSession::join);
+    }
+}
+
+void TerminalProgram::openDoor()
+{
+    if (!m_places) {
+        return;
+    }
+    const auto goingIn = [this] {
+        return intakePlan(placesForIntake(shownPlaces(), m_places->sampleFolder));
+    };
+    m_door = std::make_unique<IntakeDoor>(
+        m_window.get(), IntakeDoor::Facts{goingIn, [this] { return intakePlan(shownPlaces()); },
+                                          [this] { return intakeLook(); }});
+    connect(m_door.get(), &IntakeDoor::changed, this, &TerminalProgram::renewFolder);
+    connect(m_door.get(), &IntakeDoor::finished, this, &TerminalProgram::showTaken);
+    connect(m_door.get(), &IntakeDoor::startPageAsked, this, [this] {
+        TerminalOptions next = m_window->shownOptions();
+        next.dataFolder.clear();
+        goOnWith(next);
+    });
+    m_window->addMenu(m_door->menu());
+}
+
+IntakeLook TerminalProgram::intakeLook() const
+{
+    const TerminalOptions shown = m_window->shownOptions();
+    return {makeTheme(shown.theme, shown.riseColour), shown.hidesAmounts};
+}
+
+/// Charts are told on the bus of the account that the files go to.
+IntakePlan TerminalProgram::intakePlan(const AccountPlaces &places) const
+{
+    IntakePlan plan;
+    plan.terminalProgram = m_places->terminalProgram;
+    plan.moduleProgram = m_options.moduleProgram;
+    plan.busAddress = m_busAddress;
+    plan.busInstance = places.ledger == m_options.ledger ? QString() : m_places->busInstanceOf(places.ledger);
+    plan.language = m_window->shownOptions().language;
+    plan.places = places;
+    return plan;
+}
+
+void TerminalProgram::renewFolder(const AccountPlaces &places)
+{
+    const auto folder = DataFolder::open(m_options.dataFolder);
+    if (places.dataFolder == m_options.dataFolder && folder && !folder.value().securities().empty()) {
+        m_session->takeFolder(folder.value());
+        m_window->renewSecurities();
+    }
+}
+
+/// In this window, or in one on the account that the files went to.
+void TerminalProgram::showTaken(const AccountPlaces &places, const QStringList &codes)
+{
+    const auto folder = DataFolder::open(places.dataFolder);
+    const Securities known = folder.value().securities();
+    const auto code = std::find_if(codes.begin(), codes.end(), [&known](const QString &candidate) {
+        return findSecurity(known, candidate) != nullptr;
+    });
+    const bool hasChart = code != codes.end();
+    if (places == shownPlaces()) {
+        hasChart ? static_cast<void>(m_window->load(*code, ChartPeriod::Day))
+                 : tell(tr("There are no bars of these securities yet: drop files of them here, too."));
+        return;
+    }
+    TerminalOptions next = m_window->shownOptions();
+    next.dataFolder = known.empty() ? QString() : places.dataFolder;
+    next.ledger = places.ledger;
+    next.code = hasChart ? *code : QString();
+    next.period = ChartPeriod::Day;
+    next.replaySpeed = 0;
+    next.given = QStringList{QStringLiteral("code"), QStringLiteral("period")};
+    goOnWith(next);
+}
+
+void TerminalProgram::goOnWith(const TerminalOptions &next)
+{
+    m_next = next;
+    QApplication::quit();
 }
 
 /// A picture of bars alone asks nobody. The orders of a replay are placed without overlays, too, and its

@@ -1,10 +1,10 @@
 #include "terminal/Appearance.h"
 #include "terminal/Environment.h"
-#include "terminal/TerminalProgram.h"
+#include "terminal/TerminalRuns.h"
 #include "terminal/bars/BarsCommand.h"
-#include "terminal/services/BusInstance.h"
 #include "terminal/ui/InterfaceLanguage.h"
 #include "trading/ExchangeTime.h"
+#include "trading/HiddenPasswords.h"
 
 #include <QApplication>
 #include <QLocale>
@@ -65,6 +65,7 @@ int main(int argc, char *argv[])
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
 
     const QStringList words = wordsOf(argc, argv);
+    Trading::hidePasswords(argc, argv);
     if (words.value(1) == QLatin1String("bars")) {
         return runCommand(words);
     }
@@ -93,6 +94,5 @@ int main(int argc, char *argv[])
         complain(QApplication::translate("main", "there is no display; --snapshot FILE.png needs none"));
         return badMachine;
     }
-    enterBusInstance(parsed.value().options.ledger);
-    return TerminalProgram(parsed.value().options, QApplication::applicationDirPath()).run();
+    return TerminalRuns(parsed.value().options, QApplication::applicationDirPath()).run();
 }

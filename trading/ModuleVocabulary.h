@@ -24,6 +24,8 @@ inline constexpr const char *TRADEPRESENCE = "TradePresence";
 namespace CmdType {
 inline constexpr const char *ENTRUSTPLACE = "EntrustPlace"; ///< place an order
 inline constexpr const char *ACCOUNTINFO = "AccountInfo";   ///< the account's cash and what it holds
+inline constexpr const char *RESULTS = "Results";           ///< what sales earned, a part of a list
+inline constexpr const char *COSTMETHOD = "CostMethod";     ///< reckon costs in another way
 } // namespace CmdType
 
 /// Keys of the question ENTRUSTPLACE besides those that every trading module shares.
@@ -66,7 +68,25 @@ inline constexpr const char *RECORDED =
     "recorded"; ///< the day that is replayed as "date"; of a replay's quotes only
 } // namespace QuoteFields
 
-/// A key of the answers to HOLDERCOSTPRICE and ACCOUNTINFO beside their "data".
+/// Keys of the question RESULTS and of its answer's "data". The rows have the keys of ResultColumns.h.
+namespace ResultsFields {
+inline constexpr const char *BY = "by";                 ///< what a row stands for, see ResultColumns.h
+inline constexpr const char *FIRST = "first";           ///< number of the first row, from 0
+inline constexpr const char *MOST = "most";             ///< how many rows at most
+inline constexpr const char *ORDER = "order";           ///< key of the column that the list is ordered by
+inline constexpr const char *DESCENDING = "descending"; ///< boolean
+inline constexpr const char *ROWS = "rows";
+inline constexpr const char *COUNT = "count";           ///< of all rows of the list
+inline constexpr const char *SUM = "sum";               ///< of all rows, an object like a row
+inline constexpr const char *STATE = "state";           ///< another text whenever the ledger has changed
+inline constexpr const char *INCOMPLETE = "incomplete"; ///< codes of which earlier statements are missing
+} // namespace ResultsFields
+
+/// How many rows of a list one answer to RESULTS has at most.
+inline constexpr int mostResultRows = 1000;
+
+/// A key of the answers to HOLDERCOSTPRICE, ACCOUNTINFO and RESULTS beside their "data", and of the question
+/// COSTMETHOD and its "data".
 namespace CostFields {
 inline constexpr const char *COSTMETHOD = "costmethod"; ///< how costs are reckoned, see CostWords
 } // namespace CostFields

@@ -102,8 +102,11 @@ bool replaces(const TradePresence &heard, const std::optional<TradePresence> &kn
 
 bool isOfAnotherLedger(const TradePresence &own, const TradePresence &heard)
 {
-    return heard.isOnline && heard.instance != own.instance && !heard.ledger.isEmpty() &&
-           heard.ledger != own.ledger;
+    if (!heard.isOnline || heard.instance == own.instance || heard.ledger.isEmpty()) {
+        return false;
+    }
+    const bool isFile = own.ledger.startsWith(QLatin1Char('/'));
+    return heard.ledger != own.ledger || (isFile && heard.host != own.host);
 }
 
 bool isHiddenBy(const TradePresence &own, const TradePresence &heard)

@@ -52,7 +52,7 @@ struct TradePresence
 bool replaces(const TradePresence &heard, const std::optional<TradePresence> &known);
 
 /// True when the word is of a module that serves another ledger than ours on the same bus: a question that
-/// both hear is answered twice, and an order placed in both.
+/// both hear is answered twice, and an order placed in both. A file of one name on two hosts is two ledgers.
 bool isOfAnotherLedger(const TradePresence &own, const TradePresence &heard);
 
 /// True when a serving module must announce itself again because the word that it hears took the place of its

@@ -25,9 +25,12 @@ QString text(const char *source)
 
 const auto listName = QStringLiteral("securities.csv");
 
-QString nameFor(const BarSheet &sheet, const Security *known, const QString &given, const QString &code)
+QString nameFor(const BarSheet &sheet, const Security *known, const BarImportOptions &options,
+                const QString &code)
 {
-    for (const QString &name : {given, known == nullptr ? QString() : known->name, sheet.name}) {
+    const bool isNamed = known != nullptr && known->name != code;
+    for (const QString &name :
+         {options.name, isNamed ? known->name : QString(), sheet.name, options.names.value(code)}) {
         QString plain = name;
         plain = plain.remove(QLatin1Char(',')).trimmed();
         if (!plain.isEmpty()) {
@@ -63,7 +66,7 @@ Loaded<Security> settleSecurity(const QString &file, const BarSheet &sheet, cons
                 .arg(file, code->text(), SecurityCode{listed->code, listed->market}.text()));
     }
     return Security{code->digits, market ? *market : listed->market,
-                    nameFor(sheet, listed, options.name, code->digits)};
+                    nameFor(sheet, listed, options, code->digits)};
 }
 
 bool haveSamePrices(const Bar &a, const Bar &b)

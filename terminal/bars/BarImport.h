@@ -4,6 +4,7 @@
 #include "terminal/data/SecurityList.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -19,8 +20,9 @@ namespace Terminal {
 struct BarImportOptions
 {
     BarHints hints;
-    QString name;             ///< of the security; empty: as the file or the folder has it
-    bool replacesAll = false; ///< else bars that are in the folder and not in the file stay
+    QString name;                  ///< of the security; empty: as the file or the folder has it
+    QHash<QString, QString> names; ///< by code, of securities that neither file nor folder name
+    bool replacesAll = false;      ///< else bars that are in the folder and not in the file stay
 };
 
 /// A file that an import writes into its folder.

@@ -30,7 +30,7 @@ struct ChartData
     int priceDecimals = usualPriceDecimals; ///< that its prices are shown with
     PriceView view = PriceView::Raw;        ///< of its bars and of previousClose
     PriceAdjustment adjustment = {};        ///< of the security, whichever view is shown
-    QStringList remarks = {};               ///< what the user should know of the adjustment
+    QStringList remarks = {};               ///< what the user should know of the view's prices
 
     /// A raw price of a day, as the chart shows it.
     double shownPrice(double price, Trading::TradingDate day) const;
@@ -40,6 +40,9 @@ struct ChartData
     /// its open. Over an ex-date it is the exchange's reference price. Requires a bar of the chart.
     double priceBefore(size_t bar) const;
 };
+
+/// The day of a minute chart; nothing for other periods, and without bars.
+std::optional<Trading::TradingDate> shownDay(const ChartData &data);
 
 /// A folder of market data: `securities.csv`, `daily/<code>.csv`, `minute/<code>_<yyyymmdd>.csv` and
 /// `actions/<code>.csv`. Files are read each time that they are asked for: they may grow.
@@ -73,7 +76,8 @@ private:
     std::optional<Bar> lastBarBefore(const QString &code, const Bars &daily, Trading::TradingDate day) const;
     std::optional<double> closeBefore(const QString &code, Trading::TradingDate day,
                                       const PriceAdjustment &adjustment, int decimals) const;
-    KnownAdjustment adjustmentOf(const QString &code) const;
+    /// By the actions up to the last bar and, where that is the close before it, up to `day`.
+    KnownAdjustment adjustmentOf(const QString &code, Trading::TradingDate day) const;
     void takeBars(const Bars &bars, ChartData *data) const;
     /// Raw; of days for weeks and months, too.
     Loaded<Bars> loadBars(const QString &code, ChartPeriod period,

@@ -199,8 +199,10 @@ const std::vector<OptionRow> &optionTable()
         {QStringLiteral("replay-to"), QStringLiteral("HHMM"),
          text("Plays the day at once up to this minute; a snapshot stops there, else at the end."),
          takeReplayTo},
-        {QStringLiteral("order"), QStringLiteral("HHMM buy|sell QUANTITY PRICE"),
-         text("Places an order when the replay has come to that minute; may be given several times."),
+        {QStringLiteral("order"), QStringLiteral("ORDER"),
+         text(
+             "\"HHMM buy|sell QUANTITY PRICE\": placed when the replay has come to that minute; may be given "
+             "several times."),
          takeOrder},
     };
     return table;

@@ -8,6 +8,8 @@
 #include <QCoreApplication>
 #include <QDir>
 
+#include <algorithm>
+
 namespace Terminal {
 
 namespace {
@@ -15,6 +17,11 @@ namespace {
 QString text(const char *source)
 {
     return QCoreApplication::translate("TerminalOptions", source);
+}
+
+QString adjustedOption()
+{
+    return QStringLiteral("adjusted");
 }
 
 TerminalOptions defaultOptions(const QString &programFolder)
@@ -46,6 +53,29 @@ QString takeValues(const QCommandLineParser &parser, TerminalOptions *options)
     return {};
 }
 
+QString hoursAndMinutes(Trading::ClockTime time)
+{
+    return time.colonText().left(5);
+}
+
+/// A picture is taken where the replay stops: returns which order that leaves out.
+QString lateOrder(const TerminalOptions &options)
+{
+    if (options.snapshotFile.isEmpty()) {
+        return {};
+    }
+    const auto late =
+        std::find_if(options.orders.begin(), options.orders.end(), [&options](const PlannedOrder &order) {
+            return order.time.minute() > options.replayTo->minute();
+        });
+    return late == options.orders.end()
+               ? QString()
+               : text("the --order of %1 would never be placed: the picture of --snapshot is taken at %2, "
+                      "where the "
+                      "replay stops; see --replay-to")
+                     .arg(hoursAndMinutes(late->time), hoursAndMinutes(*options.replayTo));
+}
+
 /// Settles what options mean for one another; returns what contradicts.
 QString settleReplay(const QCommandLineParser &parser, TerminalOptions *options)
 {
@@ -65,17 +95,19 @@ QString settleReplay(const QCommandLineParser &parser, TerminalOptions *options)
     if (!options->replayTo && !options->snapshotFile.isEmpty()) {
         options->replayTo = Trading::ClockTime::ofMinute(lastTradingMinute);
     }
-    return {};
+    return lateOrder(*options);
 }
 
 void addOptions(QCommandLineParser *parser)
 {
-    parser->setApplicationDescription(
-        text("Chart terminal with the account's cost, trades and orders. To bring bars of your own: "
-             "tradeterminal bars import --help."));
+    parser->setApplicationDescription(text("Chart terminal with the account's cost, trades and orders.\n"
+                                           "To bring bars of your own: tradeterminal bars import --help."));
     for (const OptionRow &row : optionTable()) {
         parser->addOption(QCommandLineOption(row.name, row.help, row.valueName));
     }
+    parser->addOption(QCommandLineOption(
+        adjustedOption(),
+        text("Shows prices before ex-dates adjusted, by actions/CODE.csv of the data folder.")));
     parser->addOption(
         QCommandLineOption(QStringLiteral("no-broker"), text("Does not start a message broker.")));
     parser->addOption(
@@ -110,14 +142,28 @@ Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &
     }
     parsed.options.startsBroker = !parser.isSet(QStringLiteral("no-broker"));
     parsed.options.hidesAmounts = parser.isSet(QStringLiteral("hide-amounts"));
+    if (parser.isSet(adjustedOption())) {
+        parsed.options.prices = PriceView::Adjusted;
+        parsed.options.given.append(adjustedOption());
+    }
     QString error = takeValues(parser, &parsed.options);
     if (error.isEmpty()) {
         error = settleReplay(parser, &parsed.options);
     }
-    if (error.isEmpty() && parsed.options.dataFolder.isEmpty()) {
+    if (error.isEmpty() && parsed.options.dataFolder.isEmpty() && nameAChart(parsed.options)) {
         error = text("--data must name a folder with securities.csv, daily/ and minute/");
     }
     return error.isEmpty() ? Loaded<ParsedOptions>(parsed) : failure(error);
+}
+
+bool nameAChart(const TerminalOptions &options)
+{
+    static const QStringList names = {QStringLiteral("data"),   QStringLiteral("ledger"),
+                                      QStringLiteral("code"),   QStringLiteral("period"),
+                                      QStringLiteral("day"),    QStringLiteral("overlays"),
+                                      QStringLiteral("replay"), QStringLiteral("snapshot")};
+    return std::any_of(names.begin(), names.end(),
+                       [&options](const QString &name) { return options.given.contains(name); });
 }
 
 QString takeOption(const QString &name, const QString &value, TerminalOptions *options)

@@ -33,10 +33,17 @@ bool ChartSource::isReplayed(const QString &code, Trading::TradingDate day) cons
 }
 
 Loaded<ChartData> ChartSource::load(const QString &code, ChartPeriod period,
-                                    std::optional<Trading::TradingDate> day) const
+                                    std::optional<Trading::TradingDate> day, PriceView view) const
 {
     const bool isToday = period == ChartPeriod::Minute && replays(code) && (!day || *day == replayedDate());
-    return isToday ? m_replay->today() : m_folder.load(code, period, day);
+    return isToday ? m_replay->today() : m_folder.load(code, period, day, view);
+}
+
+ChartData ChartSource::raw(const ChartData &shown) const
+{
+    return shown.view == PriceView::Raw
+               ? shown
+               : m_folder.load(shown.security.code, shown.period, shownDay(shown)).value();
 }
 
 std::optional<double> ChartSource::closeBefore(const QString &code, Trading::TradingDate day) const

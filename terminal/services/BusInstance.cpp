@@ -8,8 +8,6 @@ namespace Terminal {
 
 namespace {
 
-constexpr const char *instanceVariable = "TRADEBUS_INSTANCE";
-
 bool isDatabase(const QString &ledger)
 {
     return ledger.startsWith(QLatin1String("postgresql://")) ||
@@ -53,13 +51,25 @@ QString ledgerName(const QString &ledger)
 void enterBusInstance(const QString &ledger)
 {
     if (!ledger.isEmpty() && busInstance().isEmpty()) {
-        qputenv(instanceVariable, ledgerPlace(ledger).toUtf8());
+        qputenv(busInstanceVariable, ledgerPlace(ledger).toUtf8());
+    }
+}
+
+BusMembership::BusMembership(const QString &ledger) : m_isOurs(busInstance().isEmpty())
+{
+    enterBusInstance(ledger);
+}
+
+BusMembership::~BusMembership()
+{
+    if (m_isOurs) {
+        qunsetenv(busInstanceVariable);
     }
 }
 
 QString busInstance()
 {
-    return qEnvironmentVariable(instanceVariable);
+    return qEnvironmentVariable(busInstanceVariable);
 }
 
 } // namespace Terminal

@@ -1,6 +1,7 @@
 #include "terminal/services/TradeServices.h"
 
 #include "endpoint/BusAddress.h"
+#include "terminal/services/BrokerProblem.h"
 #include "terminal/services/ModuleWatch.h"
 
 #include <QSysInfo>
@@ -54,7 +55,7 @@ bool TradeServices::isOwn(const Trading::TradePresence &presence) const
 void TradeServices::handleBrokerState(LocalBroker::State state)
 {
     if (state == LocalBroker::State::Failed) {
-        Q_EMIT busFailed(m_broker.problem());
+        Q_EMIT busFailed(brokerProblemText(m_broker.problem()));
     }
     if (state != LocalBroker::State::Starting && state != LocalBroker::State::Stopped) {
         startModule(); // a broker that failed is tried, too: another program may run one

@@ -50,6 +50,9 @@ void TradingSession::begin()
 
 void TradingSession::join()
 {
+    if (std::exchange(m_hasJoined, true)) {
+        return;
+    }
     m_module.start(m_busAddress);
     m_desk.start(m_busAddress);
     m_shared.start(m_busAddress);
@@ -61,13 +64,19 @@ QString TradingSession::openReplay(const ChartData &day)
     if (!m_replayLock.acquire()) {
         return m_replayLock.problem();
     }
-    if (m_replay.open(day, Trading::TradingDate::today())) {
+    if (m_replay.open(m_source.raw(day), Trading::TradingDate::today())) {
         return {};
     }
     if (wasClosed) {
         m_replayLock.release();
     }
     return tr("Only a chart of minutes can be replayed.");
+}
+
+void TradingSession::takeFolder(const DataFolder &folder)
+{
+    m_source.setFolder(folder);
+    m_prices.forgetCloses();
 }
 
 BusGates TradingSession::gates()

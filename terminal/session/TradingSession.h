@@ -61,11 +61,13 @@ public:
     /// Starts to wait for a trading module. To be called once.
     void begin();
 
-    /// Joins the bus. To be called once, when there is one: a client that finds none writes a warning.
+    /// Joins the bus, when there is one: a client that finds none writes a warning. Once; later calls do
+    /// nothing.
     void join();
 
-    /// Replays a day that was recorded, from its beginning and paused. Returns why it cannot be, for the
-    /// user: `day` has no minutes, or another program replays one on this account; then nothing changes.
+    /// Replays a day that was recorded, from its beginning, paused and in raw prices. Returns why it cannot
+    /// be, for the user: `day` has no minutes, or another program replays one on this account; then nothing
+    /// changes.
     QString openReplay(const ChartData &day);
 
     /// Brings the replay that was planned to where it is to begin, before anything listens.
@@ -75,6 +77,9 @@ public:
 
     /// What overlays wait for on this bus. The session must outlive the gates.
     BusGates gates();
+
+    /// The data folder has other files now.
+    void takeFolder(const DataFolder &folder);
 
     /// The bars that charts can show.
     const ChartSource &source() const { return m_source; }
@@ -115,6 +120,7 @@ private:
     const DayPlan m_plan;
     const QString m_busAddress;
     Stage m_stage = Stage::Apart;
+    bool m_hasJoined = false;
     Replay m_replay{nullptr};
     ChartSource m_source;
     OrderDesk m_desk;

@@ -1,5 +1,6 @@
 #include "terminal/trade/OrdersPanel.h"
 
+#include "terminal/trade/ElidedLabel.h"
 #include "terminal/trade/OrdersView.h"
 #include "terminal/trade/SharedWidth.h"
 
@@ -17,8 +18,8 @@ constexpr int panelHeight = 190;
 
 OrdersPanel::OrdersPanel(QWidget *parent)
     : QWidget(parent),
-      m_ordersCaption(new QLabel),
-      m_accountCaption(new QLabel),
+      m_ordersCaption(new ElidedLabel),
+      m_accountCaption(new ElidedLabel),
       m_ordersView(new OrdersView(&m_orders)),
       m_positionsView(new RecordView(&m_positions, static_cast<int>(PositionColumn::Name))),
       m_halves(new SharedWidth)
@@ -27,9 +28,6 @@ OrdersPanel::OrdersPanel(QWidget *parent)
     m_positionsView->setSelectionMode(QAbstractItemView::NoSelection);
     connect(m_ordersView, &OrdersView::rowsSelected, this, &OrdersPanel::selectionChanged);
     connect(m_ordersView, &OrdersView::cancelAsked, this, &OrdersPanel::cancelAsked);
-    for (QLabel *const caption : {m_ordersCaption, m_accountCaption}) {
-        caption->setTextFormat(Qt::PlainText);
-    }
     m_halves->add(m_ordersCaption, m_ordersView);
     m_halves->add(m_accountCaption, m_positionsView);
     auto *const layout = new QVBoxLayout(this);

@@ -114,6 +114,7 @@ void MainWindow::setUpView()
     view->addAction(m_trade->ticketAction());
     view->addAction(m_trade->panelAction());
     view->addAction(m_trade->askAction());
+    connect(view, &ViewMenu::pricesChosen, this, &MainWindow::showPrices);
     connect(view, &ViewMenu::riseColourChosen, this, [this](RiseColour colour) {
         m_options.riseColour = colour;
         applyTheme();
@@ -233,7 +234,7 @@ void MainWindow::loadOrTell(const QString &code, ChartPeriod period, std::option
 
 bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day)
 {
-    const auto loaded = m_session->source().load(code, period, day);
+    const auto loaded = m_session->source().load(code, period, day, m_options.prices);
     m_loadError = loaded.error();
     if (!loaded) {
         return false;
@@ -242,7 +243,50 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Tra
     m_chart->setData(loaded.value());
     showChoices();
     showTitle();
+    tellRemarks(loaded.value().remarks);
     return true;
+}
+
+void MainWindow::tellRemarks(const QStringList &remarks)
+{
+    for (const QString &remark : remarks) {
+        qWarning("%s", qUtf8Printable(remark));
+    }
+    if (!remarks.isEmpty()) {
+        m_prompts.add(remarks);
+    }
+}
+
+void MainWindow::setPrices(PriceView view)
+{
+    m_options.prices = view;
+    m_bar->view()->showPrices(view);
+}
+
+/// The same bars stay in view.
+void MainWindow::showPrices(PriceView view)
+{
+    const PriceView before = m_options.prices;
+    const ChartData shown = m_chart->data();
+    const BarSpan span = m_chart->span();
+    setPrices(view);
+    if (load(shown.security.code, shown.period, shownDay(shown))) {
+        m_chart->setSpan(span);
+    } else {
+        setPrices(before);
+        m_prompts.show(m_loadError);
+    }
+}
+
+void MainWindow::renewSecurities()
+{
+    m_bar->setSecurities(m_session->source().securities());
+    showChoices();
+}
+
+void MainWindow::addMenu(QMenu *menu)
+{
+    m_bar->addMenu(menu);
 }
 
 void MainWindow::showTitle()

@@ -47,6 +47,15 @@ public:
     bool load(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day = {});
     QString loadError() const { return m_loadError; }
 
+    /// Which prices charts that are loaded from now on have.
+    void setPrices(PriceView view);
+
+    /// The session's data folder has other files now: offers its securities.
+    void renewSecurities();
+
+    /// Shows a menu in the bar above the chart.
+    void addMenu(QMenu *menu);
+
     /// The options that would show what the window shows now.
     TerminalOptions shownOptions() const;
 
@@ -98,6 +107,8 @@ private:
     void showTitle();
     void takeModule();
     QString accountText() const;
+    void showPrices(PriceView view);
+    void tellRemarks(const QStringList &remarks);
     void setAmountsHidden(bool hidden);
     void applyTheme();
     void applyLanguage();

@@ -50,7 +50,9 @@ ModuleState presentState(const ModuleWatch &watch, ModuleState::Kind kind, const
         return {ModuleState::Foreign,
                 text("This window's ledger: %1").arg(ledger) + QLatin1Char('\n') + introduction(watch)};
     }
-    return {kind, introduction(watch)};
+    const bool isOther = presence && isOfAnotherVersion(*presence, QCoreApplication::applicationVersion());
+    return {isOther && kind == ModuleState::Answering ? ModuleState::OtherVersion : kind,
+            introduction(watch)};
 }
 
 } // namespace
@@ -62,6 +64,7 @@ bool ModuleState::isTrouble() const
     case Awaited:
     case Starting:
     case Answering:
+    case OtherVersion:
         return false;
     case NoBus:
     case Absent:
@@ -93,12 +96,16 @@ ModuleState moduleStateOf(const ModuleWatch &watch, const QString &ledger)
     return {};
 }
 
+bool isOfAnotherVersion(const Trading::TradePresence &presence, const QString &ownVersion)
+{
+    return !presence.version.isEmpty() && presence.version != ownVersion;
+}
+
 QString introductionOf(const Trading::TradePresence &presence, const QString &ownVersion)
 {
     const QString introduction =
         text("Version %1 on %2, ledger: %3").arg(presence.version, presence.host, presence.ledger);
-    const bool isOfOurVersion = presence.version.isEmpty() || presence.version == ownVersion;
-    return isOfOurVersion
+    return !isOfAnotherVersion(presence, ownVersion)
                ? introduction
                : introduction + QLatin1Char('\n') +
                      text("This terminal has version %1; both should be of one version").arg(ownVersion);
@@ -119,6 +126,8 @@ QString moduleStateText(const ModuleState &module)
         return text("Trading module: none answers");
     case ModuleState::Answering:
         return text("Trading module: answers");
+    case ModuleState::OtherVersion:
+        return text("Trading module: answers, of another version");
     case ModuleState::ReadOnly:
         return text("Trading module: answers, takes no orders");
     case ModuleState::Foreign:
@@ -149,6 +158,7 @@ QString hindranceText(const ModuleState &module)
         return text("the trading module does not run");
     case ModuleState::Unasked:
     case ModuleState::Answering:
+    case ModuleState::OtherVersion:
     case ModuleState::ReadOnly:
     case ModuleState::Foreign:
     case ModuleState::Late:

@@ -1,5 +1,7 @@
 #include "terminal/ui/StateStrip.h"
 
+#include "terminal/trade/ElidedLabel.h"
+
 #include <QLabel>
 #include <QStyle>
 #include <QVariant>
@@ -9,13 +11,6 @@ namespace Terminal {
 namespace {
 
 constexpr auto troubleProperty = "trouble"; // known to the style sheet of the window
-
-QLabel *makeLabel()
-{
-    auto *const label = new QLabel;
-    label->setTextFormat(Qt::PlainText);
-    return label;
-}
 
 void setState(QLabel *label, const QString &text, const QString &details, bool isTrouble)
 {
@@ -32,12 +27,15 @@ void setState(QLabel *label, const QString &text, const QString &details, bool i
 
 } // namespace
 
-StateStrip::StateStrip(QWidget *parent) : QStatusBar(parent), m_bus(makeLabel()), m_module(makeLabel())
+StateStrip::StateStrip(QWidget *parent)
+    : QStatusBar(parent),
+      m_bus(new ElidedLabel),
+      m_module(new ElidedLabel)
 {
     setObjectName(QStringLiteral("stateStrip"));
     setSizeGripEnabled(false);
     for (const OverlayKind &kind : overlayKinds()) {
-        QLabel *const label = makeLabel();
+        auto *const label = new ElidedLabel;
         label->setObjectName(QStringLiteral("state-") + QLatin1String(kind.word));
         m_overlays.push_back(label);
         addWidget(label);

@@ -44,6 +44,16 @@ TEST_F(PictureProgram, NeitherReadsNorWritesSettingsForAPicture)
               QStringList(QStringLiteral("tradechart")));
 }
 
+TEST_F(PictureProgram, DrawsAdjustedPricesOnDemand)
+{
+    ASSERT_EQ(snapshot({QStringLiteral("--code"), QStringLiteral("600519")}).exitCode, 0);
+    const QImage raw(picture());
+    ASSERT_EQ(
+        snapshot({QStringLiteral("--code"), QStringLiteral("600519"), QStringLiteral("--adjusted")}).exitCode,
+        0);
+    EXPECT_NE(QImage(picture()), raw) << "the label at least";
+}
+
 TEST_F(PictureProgram, TellsThatAWindowNeedsADisplay)
 {
     const Outcome outcome = terminal({});

@@ -4,6 +4,7 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/bus/AnswerMessage.h"
+#include "trademodule/bus/ResultRows.h"
 #include "trademodule/bus/TradeRequest.h"
 #include "trademodule/bus/TradeRows.h"
 #include "trading/ModuleVocabulary.h"
@@ -76,6 +77,8 @@ const TradeAnswers::Command *TradeAnswers::findCommand(const QString &name)
         {TradeChart::CmdType::ENTRUSTCANCEL, &TradeAnswers::cancel},
         {CmdType::ENTRUSTPLACE, &TradeAnswers::place},
         {CmdType::ACCOUNTINFO, &TradeAnswers::answerAccount},
+        {CmdType::RESULTS, &TradeAnswers::answerResults},
+        {CmdType::COSTMETHOD, &TradeAnswers::setCostMethod},
     };
     const auto *found =
         std::find_if(std::begin(commands), std::end(commands),
@@ -157,6 +160,27 @@ void TradeAnswers::answerAccount(const TradeRequest & /*request*/, AnswerMessage
                           {key(AccountFields::AVAILABLE), m_exchange->spendable(open).text()},
                           {key(AccountFields::POSITIONS), positions},
                       });
+}
+
+void TradeAnswers::answerResults(const TradeRequest &request, AnswerMessage *answer)
+{
+    const KeptResults::Wish wish = request.results();
+    const qint64 first = request.firstRow();
+    const int most = request.mostRows();
+    const qint64 state = m_results.bringUpToDate();
+    answer->set(CostFields::COSTMETHOD, wordOf(m_results.method()));
+    answer->setRows(
+        resultData(wish, first, m_results.part(wish, first, most), state, m_results.incompleteCodes()));
+}
+
+void TradeAnswers::setCostMethod(const TradeRequest &request, AnswerMessage *answer)
+{
+    const CostMethod method = request.costMethod();
+    m_ledger->setCostMethod(method);
+    answer->set(DATA, QJsonObject{{key(CostFields::COSTMETHOD), wordOf(method)}});
+    for (const Position &position : m_tellOfCost ? m_ledger->positions() : QVector<Position>()) {
+        m_tellOfCost(position.security);
+    }
 }
 
 void TradeAnswers::cancel(const TradeRequest &request, AnswerMessage *answer)

@@ -12,7 +12,7 @@ namespace {
 Money amountOf(const QString &text)
 {
     bool isNumber = false;
-    const std::optional<Money> amount = Money::ofYuan(text.toDouble(&isNumber));
+    const std::optional<Money> amount = Money::ofExactYuan(text.toDouble(&isNumber));
     if (!isNumber || !amount || amount->isNegative()) {
         throw UsageError(
             translated("--cash is \"%1\", but must be an amount of yuan such as 500000 or 1234.56")

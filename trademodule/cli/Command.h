@@ -24,10 +24,16 @@ public:
 
     /// The value of --bus; empty when it was not given.
     QString bus() const { return value(QStringLiteral("bus")); }
-    /// The value of --ledger; a UsageError when it was not given or is empty.
+    /// The value of --ledger, else of the environment's TRADEMODULE_LEDGER; a UsageError when there is none.
     QString ledger() const;
     /// The value of an option that holds a date yyyymmdd, if it was given; a UsageError for anything else.
     std::optional<TradingDate> date(const QString &option) const;
+    /// The days from --from to --to, both included; all where they were not given. A UsageError when they are
+    /// in the wrong order.
+    DateRange days() const;
+    /// The options --from and --to, for commands that ask for days().
+    static QCommandLineOption firstDayOption();
+    static QCommandLineOption lastDayOption();
     /// The arguments, `count` of them; a UsageError, asking for `what`, for any other number.
     QStringList arguments(int count, const QString &what) const;
 

@@ -63,6 +63,10 @@ qint64 numberOfImport(const Invocation &invocation)
 void describe(const UndoneImport &undone)
 {
     print(translated("import %1 is taken back").arg(undone.statement.number) + QLatin1Char('\n'));
+    if (undone.kept > 0) {
+        print(translated("%1 of its entries stay: later imports told them, too").arg(undone.kept) +
+              QLatin1Char('\n'));
+    }
     if (undone.repeatedLater > 0) {
         print(
             translated(
@@ -79,6 +83,7 @@ QJsonObject undoneJson(const UndoneImport &undone, bool isTold)
             {QStringLiteral("file"), undone.statement.file},
             {QStringLiteral("entries"), undone.statement.added},
             {QStringLiteral("money"), undone.statement.money},
+            {QStringLiteral("kept"), undone.kept},
             {QStringLiteral("repeatedlater"), undone.repeatedLater},
             {QStringLiteral("chartstold"), isTold}};
 }

@@ -2,6 +2,7 @@
 
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/cli/Console.h"
+#include "trading/CsvLine.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -13,17 +14,6 @@ namespace TradeModule {
 namespace {
 
 constexpr int mostWaiting = 1000;
-
-QString csvCell(const QString &cell)
-{
-    const bool isPlain = std::none_of(cell.begin(), cell.end(), [](QChar character) {
-        return QStringLiteral(",\"\r\n").contains(character);
-    });
-    QString doubled = cell;
-    return isPlain ? cell
-                   : QLatin1Char('"') + doubled.replace(QLatin1Char('"'), QLatin1String("\"\"")) +
-                         QLatin1Char('"');
-}
 
 /// An object of the library for each row would take most of the time of a long list.
 QString jsonText(const QString &cell)
@@ -37,13 +27,6 @@ QString jsonText(const QString &cell)
     }
     const QByteArray list = QJsonDocument(QJsonArray{cell}).toJson(QJsonDocument::Compact);
     return QString::fromUtf8(list.mid(1, list.size() - 2));
-}
-
-QString csvLine(const QStringList &row)
-{
-    QStringList cells;
-    std::transform(row.begin(), row.end(), std::back_inserter(cells), &csvCell);
-    return cells.join(QLatin1Char(',')) + QLatin1Char('\n');
 }
 
 } // namespace
@@ -65,7 +48,7 @@ RowStream::RowStream(QVector<const char *> columns, Format format)
         write(QStringLiteral("["));
         return;
     case Format::Csv:
-        write(csvLine(header));
+        write(Trading::csvLine(header));
         return;
     }
 }
@@ -80,7 +63,7 @@ void RowStream::add(const QStringList &row)
         writeJson(row);
         return;
     case Format::Csv:
-        write(csvLine(row));
+        write(Trading::csvLine(row));
         return;
     }
 }

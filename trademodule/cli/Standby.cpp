@@ -44,6 +44,11 @@ bool standByFor(ServingLease *lease)
     if (failure) {
         throw Error(*failure);
     }
+    if (outcome == Followed) {
+        printError(translated("followed %1; the fence is %2 now")
+                       .arg(lease->formerName())
+                       .arg(lease->server().fence));
+    }
     return outcome == Followed;
 }
 

@@ -43,12 +43,7 @@ int listPositions(const Invocation &invocation)
 int listTrades(const Invocation &invocation)
 {
     invocation.arguments(0, translated("no arguments, only options"));
-    DateRange days;
-    days.first = invocation.date(QStringLiteral("from")).value_or(days.first);
-    days.last = invocation.date(QStringLiteral("to")).value_or(days.last);
-    if (days.last < days.first) {
-        throw UsageError(translated("--from is later than --to"));
-    }
+    const DateRange days = invocation.days();
     const QString code = invocation.value(QStringLiteral("code"));
     if (!hasDigitsOnly(code)) {
         throw UsageError(translated("--code is \"%1\", but a code has digits only").arg(code));
@@ -86,8 +81,8 @@ Command tradesCommand()
             {},
             {Listing::jsonOption(),
              {QStringLiteral("code"), translated("Only trades of this security."), QStringLiteral("CODE")},
-             {QStringLiteral("from"), translated("First day."), QStringLiteral("yyyymmdd")},
-             {QStringLiteral("to"), translated("Last day."), QStringLiteral("yyyymmdd")}},
+             Invocation::firstDayOption(),
+             Invocation::lastDayOption()},
             &listTrades};
 }
 

@@ -187,12 +187,19 @@ Money EntryAmounts::listedFees() const
     }
     const Money commission = magnitude(money(Column::Commission, QT_TR_NOOP("commission")));
     const Money twin = magnitude(money(Column::CommissionTwin, QT_TR_NOOP("commission")));
-    const Money others = magnitude(sum(Column::OtherFee, QT_TR_NOOP("fee")));
+    const Money others = magnitude(sum(Column::OtherFee, QT_TR_NOOP("fee")) +
+                                   sum(Column::StampDuty, QT_TR_NOOP("stamp duty")));
     const bool isTotal = !commission.isZero() && !others.isZero() && commission == twin + others;
     if (isTotal) {
         return commission;
     }
     return (commission == twin ? commission : commission + twin) + others;
+}
+
+Money EntryAmounts::stampDuty(Money fee) const
+{
+    const Money listed = magnitude(sum(Column::StampDuty, QT_TR_NOOP("stamp duty")));
+    return listed > fee ? Money() : listed;
 }
 
 std::optional<qint64> EntryAmounts::sharesAfter() const

@@ -39,6 +39,8 @@ public:
     /// the amount, else the sum of the columns.
     Fee fee(const Execution &execution) const;
     Money listedFees() const;
+    /// Of a fee, what its own column says is stamp duty; nothing where that is more than the fee.
+    Money stampDuty(Money fee) const;
 
     std::optional<qint64> sharesAfter() const;
     std::optional<Money> cashAfter() const;

@@ -133,6 +133,7 @@ void EntryReader::readTrade(const StatementRow &row, const NamedSecurity &securi
     execution.amount = amounts.amount(execution, security.kind);
     const EntryAmounts::Fee fee = amounts.fee(execution);
     execution.fee = fee.fee;
+    execution.stampDuty = amounts.stampDuty(fee.fee);
     entry->isFeeInDoubt = fee.isInDoubt;
     entry->shares = execution;
 }
@@ -161,6 +162,7 @@ void EntryReader::readWithoutPrice(const StatementRow &row, const NamedSecurity 
         execution.price = priceOf(amount, execution.quantity);
         execution.amount = amount;
         execution.fee = amounts.fee(execution).fee;
+        execution.stampDuty = amounts.stampDuty(execution.fee);
         entry->shares = execution;
         return;
     }

@@ -326,6 +326,8 @@ void RowCollector::finishAccount()
     if (m_accountColumn == Column::Account) {
         m_contents.account = m_options.accounts.isEmpty() ? m_accounts.value(0)
                                                           : m_options.accounts.join(QStringLiteral(", "));
+    } else {
+        m_contents.holders = m_options.accounts.isEmpty() ? m_accounts : m_options.accounts;
     }
 }
 

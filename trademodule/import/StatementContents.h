@@ -78,6 +78,7 @@ struct StatementContents
     Noted costless;    ///< shares that came in without a price
 
     QString account;      ///< empty when the statement names none
+    QStringList holders;  ///< shareholder's codes, where it tells no account
     QStringList accounts; ///< all that it names
     std::optional<StatedCash> cash;
     std::optional<CashDisagreement> cashDisagreement;

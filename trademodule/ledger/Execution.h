@@ -48,6 +48,7 @@ struct Execution
     Money fee{};         ///< everything the broker and the state took
     QString orderNo{};   ///< empty when unknown
     QString dealNo{};    ///< empty when unknown
+    Money stampDuty{};   ///< of the fee; nothing where the statement does not tell it apart
 };
 
 using Executions = QVector<Execution>;

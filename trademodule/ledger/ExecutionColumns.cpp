@@ -81,6 +81,9 @@ const Column columns[] = {
      [](const Execution &execution) -> QVariant { return notNull(execution.orderNo); }},
     {"deal_no", [](Execution *execution, const QVariant &value) { execution->dealNo = value.toString(); },
      [](const Execution &execution) -> QVariant { return notNull(execution.dealNo); }},
+    {"stamp_duty",
+     [](Execution *execution, const QVariant &value) { execution->stampDuty = ColumnValue::money(value); },
+     [](const Execution &execution) -> QVariant { return execution.stampDuty.steps(); }},
 };
 
 constexpr int columnCount = static_cast<int>(std::size(columns));

@@ -61,6 +61,13 @@ void ExecutionTable::visitEntries(qint64 id, const SecurityId &security, DateRan
     }
 }
 
+qint64 ExecutionTable::count()
+{
+    Rows row = m_database->run(QStringLiteral("SELECT COUNT(*) FROM execution"));
+    row.next();
+    return row.value(0).toLongLong();
+}
+
 bool ExecutionTable::hasEntries(qint64 id)
 {
     return m_database->run(QStringLiteral("SELECT 1 FROM execution WHERE security_id = ? LIMIT 1"), {id})

@@ -28,6 +28,8 @@ public:
     /// Has every entry of a security visited, oldest first. `id` is the security's key in the ledger.
     void visitEntries(qint64 id, const SecurityId &security, DateRange days, const Visitor &visit);
     bool hasEntries(qint64 id);
+    /// Of all entries.
+    qint64 count();
     /// The entries of a security on some days, in order of time, each with its key.
     KnownEntries knownEntries(qint64 id, const SecurityId &security, DateRange days);
     /// The same of all its allotments.

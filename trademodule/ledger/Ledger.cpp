@@ -1,10 +1,14 @@
 #include "trademodule/ledger/Ledger.h"
 
+#include "trademodule/Error.h"
+#include "trademodule/ProgramLanguage.h"
+#include "trademodule/ledger/AccountCash.h"
 #include "trademodule/ledger/ExecutionTable.h"
 #include "trademodule/ledger/HoldingTable.h"
 #include "trademodule/ledger/LedgerSchema.h"
 #include "trademodule/ledger/MoneyTable.h"
 #include "trademodule/ledger/StatementBooking.h"
+#include "trademodule/ledger/ToldStatement.h"
 #include "trademodule/ledger/Transaction.h"
 
 #include <algorithm>
@@ -69,20 +73,67 @@ QVector<ImportedStatement> Ledger::imports()
     return StatementTable(&m_database).all();
 }
 
+QVector<SecurityId> Ledger::securitiesOfImport(qint64 number)
+{
+    return StatementTable(&m_database).securities(number);
+}
+
+Booked Ledger::bookInPlaceOf(const QVector<qint64> &numbers, const Statement &statement)
+{
+    Transaction transaction(&m_database);
+    for (const qint64 number : numbers) {
+        takeBack(number);
+    }
+    const Booked booked = StatementBooking(this, statement).book({});
+    transaction.commit();
+    return booked;
+}
+
 UndoneImport Ledger::undoImport(qint64 number)
 {
     Transaction transaction(&m_database);
-    StatementTable statements(&m_database);
-    UndoneImport undone{statements.find(number), statements.securities(number)};
-    statements.remove(number);
-    HoldingTable(&m_database).addUpAll();
-    const QVector<ImportedStatement> left = statements.all();
-    undone.repeatedLater = static_cast<int>(
-        std::count_if(left.begin(), left.end(), [number](const ImportedStatement &statement) {
-            return statement.number > number && statement.alreadyThere > 0;
-        }));
+    const UndoneImport undone = takeBack(number);
     transaction.commit();
     return undone;
+}
+
+UndoneImport Ledger::takeBack(qint64 number)
+{
+    StatementTable statements(&m_database);
+    ToldStatement told(&m_database);
+    const QVector<qint64> repeating = told.after(number);
+    UndoneImport undone{statements.find(number), statements.securities(number)};
+    for (const ImportedStatement &later : statements.all()) {
+        const bool mustBeImportedAgain = later.number > number && later.alreadyThere > 0;
+        undone.repeatedLater += mustBeImportedAgain && !repeating.contains(later.number) ? 1 : 0;
+    }
+    const qint64 entriesBefore = ExecutionTable(&m_database).count();
+    told.remove(number);
+    statements.remove(number);
+    bookAnew(repeating, number);
+    const qint64 gone = entriesBefore - ExecutionTable(&m_database).count();
+    undone.kept = undone.statement.added - static_cast<int>(gone);
+    HoldingTable(&m_database).addUpAll();
+    AccountCash(&m_database).reckon();
+    return undone;
+}
+
+/// What an import repeated of one that is gone is there only now.
+void Ledger::bookAnew(const QVector<qint64> &numbers, qint64 without)
+{
+    for (const qint64 number : numbers) {
+        StatementTable(&m_database).clear(number);
+    }
+    for (const qint64 number : numbers) {
+        const Statement statement = ToldStatement(&m_database).read(number);
+        if (!StatementBooking(this, statement, number).book({}).doubtful.isEmpty()) {
+            throw Error(
+                translated("without import %1 nobody can tell which entries of import %2 are the same "
+                           "as others: take import %2 back first")
+                    .arg(without)
+                    .arg(number));
+        }
+    }
 }
 
 CostMethod Ledger::costMethod()

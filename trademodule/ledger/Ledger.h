@@ -36,7 +36,12 @@ public:
 
     /// What was imported, oldest first.
     QVector<ImportedStatement> imports();
-    /// Takes an import back as a whole. An Error when there is none of this number.
+    /// The securities that an import added entries of.
+    QVector<SecurityId> securitiesOfImport(qint64 number);
+    /// Books a statement and takes imports back, both or neither.
+    Booked bookInPlaceOf(const QVector<qint64> &numbers, const Statement &statement);
+    /// Takes an import back as a whole: the ledger is then what it would be had the import never been, with
+    /// what later imports told once more. An Error when there is none of this number.
     UndoneImport undoImport(qint64 number);
 
     /// How the costs of holdings are reckoned; the moving average in a new ledger.
@@ -85,6 +90,9 @@ public:
     void add(const Execution &execution);
 
 private:
+    UndoneImport takeBack(qint64 number);
+    void bookAnew(const QVector<qint64> &numbers, qint64 without);
+
     Database m_database;
     std::optional<UncheckedReferences> m_unchecked; ///< around the trial
     std::optional<Transaction> m_trial;             ///< of a dry run on the tables of an older program

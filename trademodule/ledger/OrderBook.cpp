@@ -3,6 +3,7 @@
 #include "tradechartobject/common/OrderStatusTable.h"
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
+#include "trademodule/ledger/AccountCash.h"
 #include "trademodule/ledger/OrderColumns.h"
 
 namespace TradeModule {
@@ -99,14 +100,17 @@ Orders OrderBook::open()
 
 Money OrderBook::cash()
 {
-    Rows row = m_database->run(QStringLiteral("SELECT cash FROM account"));
-    row.next();
-    return Money::ofSteps(row.value(0).toLongLong());
+    return AccountCash(m_database).amount();
 }
 
 void OrderBook::setCash(Money cash)
 {
-    m_database->run(QStringLiteral("UPDATE account SET cash = ?"), {cash.steps()});
+    AccountCash(m_database).change(cash);
+}
+
+void OrderBook::enterCash(Money cash)
+{
+    AccountCash(m_database).enter(cash);
 }
 
 QHash<SecurityId, qint64> OrderBook::boughtOn(TradingDate date)

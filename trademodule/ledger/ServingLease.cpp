@@ -72,6 +72,7 @@ bool ServingLease::tryTake()
 
 void ServingLease::begin()
 {
+    m_formerName = ownersName();
     m_own = m_table.enter();
     m_hasLock = true;
     m_database->setReconnected([this] { takeAgain(); });

@@ -43,6 +43,8 @@ public:
 
     /// Of the owner; what it was when the lease was taken.
     const LedgerServer &server() const { return m_own; }
+    /// Who served before this one, for people.
+    const QString &formerName() const { return m_formerName; }
 
 private:
     bool tryTake();
@@ -56,6 +58,7 @@ private:
     const std::unique_ptr<ServingLock> m_lock;
     StillnessWatch m_watch;
     LedgerServer m_own; ///< with fence 0 as long as we have no lease
+    QString m_formerName;
     bool m_hasLock = false;
 };
 

@@ -1154,10 +1154,6 @@
         <translation>该持仓的成本将超过 %1 元</translation>
     </message>
     <message>
-        <source>the ledger has this holding already</source>
-        <translation>账本已有该持仓</translation>
-    </message>
-    <message>
         <source>the page is too large; save it as CSV</source>
         <translation>网页过大；请另存为 CSV</translation>
     </message>
@@ -1248,6 +1244,14 @@
         <translation>账本的表 %1 中有一行引用了表 %2 中不存在的行</translation>
     </message>
     <message>
+        <source>the ledger %1 cannot be read by this user as long as another program writes it: its newest changes are in %2</source>
+        <translation>其他程序正在写入账本 %1 时，本用户无法读取：最新的更改在 %2 中</translation>
+    </message>
+    <message>
+        <source>the ledger was written while it was read: try again</source>
+        <translation>读取账本时账本被写入：请重试</translation>
+    </message>
+    <message>
         <source>the ledger has no marks of changes yet</source>
         <translation>账本尚无更改标记</translation>
     </message>
@@ -1272,10 +1276,6 @@
         <translation>证券代码为六位数字</translation>
     </message>
     <message>
-        <source>another trading module serves %1 on this bus: an order is placed in both ledgers. Give each account a bus or a prefix of its own</source>
-        <translation>这条总线上另有交易模块为 %1 服务：一笔委托会记入两个账本。请让每个账户使用自己的总线或前缀</translation>
-    </message>
-    <message>
         <source>the quote's prices do not agree: open %1, high %2, low %3, close %4</source>
         <translation>行情的价格互相矛盾：开盘 %1，最高 %2，最低 %3，收盘 %4</translation>
     </message>
@@ -1286,10 +1286,6 @@
     <message>
         <source>--from is later than --to</source>
         <translation>--from 晚于 --to</translation>
-    </message>
-    <message>
-        <source>warning: the statement holds %1 of %2 after this row, the ledger %3 (%4 securities disagree); import the earlier statements, or enter what was held before with open</source>
-        <translation>警告：对账单在此行之后持有 %1 股 %2，账本为 %3（%4 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
     </message>
     <message>
         <source>warning: the statement has %1 yuan after this row, but its rows come to %2</source>
@@ -1330,6 +1326,80 @@
     <message>
         <source>Writes lines of JSON meanwhile, too, with the word json.</source>
         <translation>取值 json：过程中也输出 JSON 行。</translation>
+    </message>
+    <message>
+        <source>followed %1; the fence is %2 now</source>
+        <translation>已接替%1；栅栏号现为 %2</translation>
+    </message>
+    <message>
+        <source>standing by, %1</source>
+        <translation>待命中，%1</translation>
+    </message>
+    <message>
+        <source>another trading module serves the ledger %1 on this bus: %2; an order would be placed in both. Give each account a bus or a prefix of its own</source>
+        <translation>这条总线上另有交易模块为账本 %1 服务：%2；一笔委托会记入两个账本。请让每个账户使用自己的总线或前缀</translation>
+    </message>
+    <message>
+        <source>the trading module of the ledger %1 is announced on this bus and does not answer: %2. Unless it does, it counts as gone after %3 seconds</source>
+        <translation>账本 %1 的交易模块在这条总线上登记着，但没有应答：%2。若一直没有应答，%3 秒后视为已离开</translation>
+    </message>
+    <message>
+        <source>serving the ledger %1 on the bus of %2, fence %3</source>
+        <translation>正在为账本 %1 服务，总线目录 %2，栅栏号 %3</translation>
+    </message>
+    <message>
+        <source>the statement is of the account %1, the ledger of %2: use a ledger of its own, or take it into this one with --account %1</source>
+        <translation>对账单属于账户 %1，账本属于 %2：请使用单独的账本，或用 --account %1 导入本账本</translation>
+    </message>
+    <message>
+        <source>without import %1 nobody can tell which entries of import %2 are the same as others: take import %2 back first</source>
+        <translation>没有第 %1 次导入，便无法判断第 %2 次导入的哪些记录与其他记录相同：请先撤销第 %2 次导入</translation>
+    </message>
+    <message>
+        <source>the ledger has an opening holding of %1 already, import %2: put this one in its place with --replace</source>
+        <translation>账本中已有 %1 的期初持仓（第 %2 次导入）：用 --replace 以本次录入取代</translation>
+    </message>
+    <message>
+        <source>Puts it in the place of the one that was entered before.</source>
+        <translation>取代先前录入的持仓。</translation>
+    </message>
+    <message>
+        <source>%1 is negative: only numbers above zero are taken</source>
+        <translation>%1 为负数：只接受大于零的数</translation>
+    </message>
+    <message>
+        <source>%1 of its entries stay: later imports told them, too</source>
+        <translation>其中 %1 条记录保留：之后的导入也含有它们</translation>
+    </message>
+    <message>
+        <source>stampduty</source>
+        <translation>印花税</translation>
+    </message>
+    <message>
+        <source>stamp duty</source>
+        <translation>印花税</translation>
+    </message>
+    <message>
+        <source>a column of this list</source>
+        <translation>该列表中的一列</translation>
+    </message>
+    <message>
+        <source>a whole number, 0 or more</source>
+        <translation>不小于 0 的整数</translation>
+    </message>
+    <message>
+        <source>a whole number from 1 to %1</source>
+        <translation>1 到 %1 之间的整数</translation>
+    </message>
+    <message>
+        <source>average, diluted or fifo</source>
+        <translation>average、diluted 或 fifo</translation>
+    </message>
+    <message>
+        <source>sale, trip, security, month or year</source>
+        <translation>sale、trip、security、month 或 year</translation>
+        <source>warning: the statement holds %1 of %2 after this row, the ledger %3 (%4 securities disagree); import the earlier statements, or enter what was held before with open</source>
+        <translation>警告：对账单在此行之后持有 %1 股 %2，账本为 %3（%4 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
     </message>
 </context>
 </TS>

@@ -69,7 +69,9 @@ void OrderClusters::moveTo(DrawnMarks *marks, GlyphSprites *sprites)
 {
     for (DrawnMark &mark : m_marks) {
         const QSizeF size = sprites->size(mark.glyph, mark.count);
-        mark.box = QRectF(QPointF(mark.box.x() - size.width() / 2, mark.box.y()), size);
+        const double lowest = std::max(m_geometry.top, m_geometry.bottom - size.height());
+        const double top = std::clamp(mark.box.y(), m_geometry.top, lowest);
+        mark.box = QRectF(QPointF(mark.box.x() - size.width() / 2, top), size);
         marks->add(std::move(mark));
     }
     m_marks.clear();

@@ -11,9 +11,10 @@ namespace Terminal {
 
 class GlyphSprites;
 
-/// Marks of orders of one repaint. Each stands for a price and hangs at it, over a candle if need be. One
-/// joins a mark of its kind that was added before, when its middle is less than a glyph's width and height
-/// from the first one's.
+/// Marks of orders of one repaint. Each stands for a price and hangs at it, over a candle if need be, and
+/// stays in the price pane where there is less room below the price than the mark is high. One joins a mark
+/// of its kind that was added before, when its middle is less than a glyph's width and height from the first
+/// one's.
 class OrderClusters
 {
 public:

@@ -97,7 +97,7 @@ QString windowStyleSheet(const ChartTheme &theme)
                "QToolButton:hover, QComboBox:hover { background: %2; }"
                "QToolButton:checked { color: white; background: %4; }"
                "QToolButton:focus, QComboBox:focus { border-color: %4; }"
-               "QToolButton:disabled { color: %5; }"
+               "QToolButton:disabled { color: %5; } QToolButton:checked:disabled { background: %2; }"
                "QMenu { color: %3; background: %1; border: 1px solid %2; padding: 4px; }"
                "QMenu::item { padding: 5px 18px; border-radius: 3px; }"
                "QMenu::item:selected { color: white; background: %4; }"

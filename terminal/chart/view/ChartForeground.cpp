@@ -6,7 +6,10 @@
 #include <QPaintEvent>
 #include <QPainter>
 
+#include <qwt_scale_div.h>
+
 #include <algorithm>
+#include <cstdlib>
 
 namespace Terminal {
 
@@ -78,6 +81,7 @@ void ChartForeground::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     painter.setClipRegion(event->region());
     paintLastPrice(&painter);
+    paintPriceView(&painter);
     if (m_position) {
         paintCrosshair(&painter);
     }
@@ -108,7 +112,23 @@ void ChartForeground::paintLastPrice(QPainter *painter) const
     const int y = area.top() + static_cast<int>(geometry.priceToY(last.close));
     painter->setPen(QPen(colour, 1, Qt::DotLine));
     painter->drawLine(area.left(), y, area.right(), y);
+    coverTicks(painter, y);
     paintPriceTag(painter, last.close, colour, Qt::white);
+}
+
+/// A label of the axis that the tag would cover in part is hidden whole.
+void ChartForeground::coverTicks(QPainter *painter, int y) const
+{
+    const QRect area = m_chart->canvas()->geometry();
+    const int labelHeight = QFontMetrics(m_chart->axisFont(QwtPlot::yRight)).height();
+    for (const double price : m_chart->axisScaleDiv(QwtPlot::yRight).ticks(QwtScaleDiv::MajorTick)) {
+        const int middle = area.top() + static_cast<int>(m_chart->chartGeometry().priceToY(price));
+        if (std::abs(middle - y) < (tagHeight + labelHeight) / 2) {
+            painter->fillRect(
+                QRect(area.right() + 2, middle - labelHeight / 2, width() - area.right() - 3, labelHeight),
+                m_chart->theme().background);
+        }
+    }
 }
 
 void ChartForeground::paintCrosshair(QPainter *painter) const
@@ -150,6 +170,15 @@ void ChartForeground::paintTimeTag(QPainter *painter, int x) const
     const int left = std::clamp(x - tagWidth / 2, 0, std::max(0, width() - tagWidth));
     paintTag(painter, QRect(left, area.bottom() + 3, tagWidth, tagHeight), text, m_chart->theme().tag,
              m_chart->theme().tagText);
+}
+
+/// In the corner of both axes, below the prices that it speaks of.
+void ChartForeground::paintPriceView(QPainter *painter) const
+{
+    const QRect area = m_chart->canvas()->geometry();
+    const QRect corner(0, area.bottom() + 3, width() - tagPadding / 2, tagHeight);
+    painter->setPen(m_chart->theme().accent);
+    painter->drawText(corner, Qt::AlignRight | Qt::AlignVCenter, viewTitle(m_chart->data().view));
 }
 
 } // namespace Terminal

@@ -3,6 +3,7 @@
 #include "terminal/chart/marks/PointerTarget.h"
 #include "terminal/chart/view/ChartView.h"
 
+#include <QCursor>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QWheelEvent>
@@ -59,8 +60,20 @@ bool ChartInput::eventFilter(QObject *watched, QEvent *event)
         return true;
     } else if (event->type() == QEvent::Leave) {
         m_chart->setCrosshair({});
+    } else if (event->type() == QEvent::Resize) {
+        placeCrosshairAnew();
     }
     return false;
+}
+
+/// The canvas has moved below the pointer, or away from it.
+void ChartInput::placeCrosshairAnew()
+{
+    const QPoint pointer = m_chart->canvas()->mapFromGlobal(QCursor::pos());
+    const bool isOver = m_chart->canvas()->rect().contains(pointer);
+    if (m_chart->hasCrosshair() && !m_focus.hasMark()) {
+        m_chart->setCrosshair(isOver ? std::optional(pointer) : std::nullopt);
+    }
 }
 
 bool ChartInput::isHit(const QPointF &position) const

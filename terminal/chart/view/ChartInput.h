@@ -37,6 +37,7 @@ private:
     void wheel(const QWheelEvent &event);
     bool key(const QKeyEvent &event);
     void leave();
+    void placeCrosshairAnew();
     bool isHit(const QPointF &position) const;
 
     ChartView *m_chart;

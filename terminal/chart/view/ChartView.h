@@ -83,6 +83,7 @@ public:
 
     /// Puts the crosshair at a pixel of the canvas, or takes it away.
     void setCrosshair(std::optional<QPoint> position);
+    bool hasCrosshair() const { return m_crosshair.has_value(); }
 
     /// Has every item draw itself as it would on the screen now, for what they learn from it.
     void paintAside();

@@ -38,6 +38,8 @@ public:
     /// Takes the ring away.
     void leave();
 
+    bool hasMark() const { return m_place.has_value(); }
+
     /// Where the ring is, in pixels of the canvas.
     std::optional<QRectF> ring() const;
 

@@ -20,7 +20,7 @@ TEST(TerminalOptions, AreReadFromTheCommandLine)
     const auto parsed =
         parse(QStringLiteral("--data D --code 600519 --period minute --day 20230201 --overlays cost,trades "
                              "--theme light --lang en --size 800x600 --snapshot a.png --ledger l.db "
-                             "--rise green --no-broker --hide-amounts")
+                             "--rise green --no-broker --hide-amounts --adjusted")
                   .split(QLatin1Char(' ')));
     ASSERT_TRUE(parsed) << qPrintable(parsed.error());
     const TerminalOptions &options = parsed.value().options;
@@ -36,6 +36,7 @@ TEST(TerminalOptions, AreReadFromTheCommandLine)
     EXPECT_EQ(options.ledger, QStringLiteral("l.db"));
     EXPECT_FALSE(options.startsBroker);
     EXPECT_TRUE(options.hidesAmounts);
+    EXPECT_EQ(options.prices, PriceView::Adjusted);
 }
 
 TEST(TerminalOptions, OfAReplayImplyAChartOfMinutes)
@@ -81,6 +82,28 @@ TEST(TerminalOptions, NameEveryOverlayInTheHelp)
         const QRegularExpression listed(QStringLiteral("[:,]\\s+%1[,.]").arg(QLatin1String(word)));
         EXPECT_TRUE(help.contains(listed)) << word;
     }
+}
+
+QStringList replayWithAnOrderAt0941(const char *more)
+{
+    return QStringList({QStringLiteral("--data"), QStringLiteral("bars"), QStringLiteral("--replay"),
+                        QStringLiteral("30"), QStringLiteral("--replay-to"), QStringLiteral("0940"),
+                        QStringLiteral("--order"), QStringLiteral("0941 buy 100 10")}) +
+           QString::fromLatin1(more).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+TEST(TerminalOptions, RefuseAnOrderThatAPictureComesTooEarlyFor)
+{
+    const auto parsed = parse(replayWithAnOrderAt0941("--snapshot a.png"));
+    ASSERT_FALSE(parsed);
+    EXPECT_TRUE(parsed.error().contains(QStringLiteral("the --order of 09:41")))
+        << qPrintable(parsed.error());
+    EXPECT_TRUE(parsed.error().contains(QStringLiteral("taken at 09:40"))) << qPrintable(parsed.error());
+}
+
+TEST(TerminalOptions, TakeAnOrderThatAWindowPlaysOnTo)
+{
+    EXPECT_TRUE(parse(replayWithAnOrderAt0941("")));
 }
 
 struct BadOption

@@ -96,6 +96,12 @@ TEST(TradeModuleProcess, SaysTheWholeReasonOfADatabaseThatUsesSeveralLines)
     EXPECT_FALSE(told.contains(QStringLiteral("hello"))) << qPrintable(told);
 }
 
+TEST(TradeModuleProcess, TakesNothingForTheReasonThatOneWhichWasKilledSaidBefore)
+{
+    const QString told = toldOf("echo 'trademodule: serving the ledger' >&2\nkill -KILL $$");
+    EXPECT_FALSE(told.contains(QStringLiteral("serving the ledger"))) << qPrintable(told);
+}
+
 TEST(TradeModuleProcess, SaysWhatToDoAboutADamagedLedger)
 {
     const QString told = toldOf("echo 'trademodule: the ledger refused: file is not a database' >&2");
@@ -111,6 +117,12 @@ TEST(TradeModuleProcess, SaysWhatToDoAboutAFullDisk)
 TEST(TradeModuleProcess, StandsByWhileAnotherOneServesItsLedger)
 {
     EXPECT_TRUE(toldOf("echo \"$*\" >&2").endsWith(QStringLiteral("serve --standby")));
+}
+
+TEST(TradeModuleProcess, IsToldItsLedgerWhereNobodyElseReadsIt)
+{
+    EXPECT_FALSE(toldOf("echo \"$*\" >&2").contains(QStringLiteral("--ledger")));
+    EXPECT_TRUE(toldOf("echo \"<$TRADEMODULE_LEDGER>\" >&2").contains(QStringLiteral("<l>")));
 }
 
 TEST(TradeModuleProcess, IsReplacedWhenItHangs)

@@ -153,6 +153,17 @@ TEST_F(StateStripTest, LeaveTheOverlaysAloneWhenAnOrderChanged)
     EXPECT_EQ(countOf(overlayLog(), "made"), 0);
 }
 
+TEST(StateStripOfLongStates, NeedsNoWideWindow)
+{
+    StateStrip strip;
+    for (const OverlayKind &kind : overlayKinds()) {
+        strip.showOverlay(kind, QStringLiteral("in view: 35; no answer since 10:15:03"), {}, true);
+    }
+    strip.showBus({BusState::Lost});
+    strip.showModule({ModuleState::Silent});
+    EXPECT_LT(strip.minimumSizeHint().width(), 640);
+}
+
 class StateStripOfAModule : public ::testing::TestWithParam<std::pair<ModuleState::Kind, const char *>>
 {
 };
@@ -182,6 +193,9 @@ INSTANTIATE_TEST_SUITE_P(
                       std::pair(ModuleState::Refusing, "Trading module: refuses"),
                       std::pair(ModuleState::Silent, "Trading module: does not answer any more"),
                       std::pair(ModuleState::Answering, "Trading module: answers"),
+                      std::pair(ModuleState::Starting, "Trading module: starting"),
+                      std::pair(ModuleState::OtherVersion, "Trading module: answers, of another version"),
+                      std::pair(ModuleState::Foreign, "Trading module: of another ledger"),
                       std::pair(ModuleState::ReadOnly, "Trading module: answers, takes no orders")));
 
 } // namespace

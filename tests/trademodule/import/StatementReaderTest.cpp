@@ -335,6 +335,29 @@ TEST(StatementReader, CountsACommissionThatStandsInTwoColumnsOnce)
     EXPECT_EQ(contents.executions[1].fee.text(), QStringLiteral("6.91"));
 }
 
+TEST(StatementReader, TellsTheStampDutyOfAFeeApart)
+{
+    const StatementContents contents =
+        readText("成交日期,证券代码,买卖标志,成交价格,成交数量,手续费,股票印花税,过户费\n"
+                 "20210811,600000,卖出,9.10,100,5.00,0.91,0.01\n"
+                 "20210812,600000,买入,9.10,100,5.00,0.00,0.01\n");
+
+    ASSERT_EQ(contents.executions.size(), 2);
+    EXPECT_EQ(contents.executions[0].fee.text(), QStringLiteral("5.92"));
+    EXPECT_EQ(contents.executions[0].stampDuty.text(), QStringLiteral("0.91"));
+    EXPECT_EQ(contents.executions[1].stampDuty.text(), QStringLiteral("0.00"));
+}
+
+TEST(StatementReader, KnowsNoStampDutyWhereFeesAreOneSum)
+{
+    const StatementContents contents = readText("成交日期,证券代码,买卖标志,成交价格,成交数量,总费用\n"
+                                                "20210811,600000,卖出,9.10,100,5.92\n");
+
+    ASSERT_EQ(contents.executions.size(), 1);
+    EXPECT_EQ(contents.executions[0].fee.text(), QStringLiteral("5.92"));
+    EXPECT_TRUE(contents.executions[0].stampDuty.isZero());
+}
+
 TEST(StatementReader, TakesTheMarketFromItsWordsBeforeTheHolderBeforeTheCode)
 {
     const StatementContents contents =

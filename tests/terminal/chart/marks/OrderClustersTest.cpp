@@ -48,6 +48,15 @@ TEST_F(OrderClustersTest, PutAMarkOnTheLowerEdgeWhenItsPriceIsBelowTheScale)
     EXPECT_EQ(drawn().front().glyph, orderGlyph(BuyWaiting, EdgeClamp::AtBottom));
 }
 
+TEST_F(OrderClustersTest, KeepAMarkInThePaneWhosePriceIsAtTheLowerEdge)
+{
+    m_clusters.add(10, 1, BuyWaiting, false); // five pixels above the edge
+
+    EXPECT_DOUBLE_EQ(drawn().front().box.bottom(), geometry.bottom);
+    EXPECT_DOUBLE_EQ(drawn().front().places.front().y(), geometry.priceToY(1) + orderGlyphSize / 2)
+        << "a click goes where the overlay has it";
+}
+
 TEST_F(OrderClustersTest, ShowThatAPriceIsAboveTheScale)
 {
     m_clusters.add(10, 100, BuyWaiting, false);

@@ -64,6 +64,15 @@ TEST_F(ChartInputTest, ReadsOutNoBarWherePointerIsBesideThem)
     EXPECT_EQ(chart()->timeAt(beside), QString());
 }
 
+TEST_F(ChartInputTest, TakesTheCrosshairAwayWhenTheChartIsMadeNarrowerThanThePointer)
+{
+    show({});
+    moveTo({1100, 200});
+    ASSERT_TRUE(waitUntil([this] { return chart()->hasCrosshair(); }));
+    m_window->resize(900, 720);
+    EXPECT_TRUE(waitUntil([this] { return chart()->canvas()->width() < 1000 && !chart()->hasCrosshair(); }));
+}
+
 TEST_F(ChartInputTest, PansWithTheMouse)
 {
     show({});
