@@ -45,6 +45,15 @@ void extendBar(Bar &bar, const Bar &next)
     bar.volume += next.volume;
 }
 
+Bars toDays(const Bars &minutes)
+{
+    Bars days = joinSpans(minutes, [](const Bar &minute) { return qint64(minute.date); });
+    for (Bar &day : days) {
+        day.minute = 0;
+    }
+    return days;
+}
+
 Bars toWeeks(const Bars &days)
 {
     return joinSpans(days, weekOf);

@@ -7,6 +7,9 @@ namespace Terminal {
 /// Joins `next` to the end of `bar`: last close and date, highest high, lowest low, summed volume.
 void extendBar(Bar &bar, const Bar &next);
 
+/// One bar per day that has a minute.
+Bars toDays(const Bars &minutes);
+
 /// One bar per week (Monday to Sunday) that has a trading day, dated by its last trading day.
 Bars toWeeks(const Bars &days);
 

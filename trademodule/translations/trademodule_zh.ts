@@ -1413,5 +1413,13 @@
         <source>warning: the statement holds %1 of %2 after this row, the ledger %3 (%4 securities disagree); import the earlier statements, or enter what was held before with open</source>
         <translation>警告：对账单在此行之后持有 %1 股 %2，账本为 %3（%4 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
     </message>
+    <message>
+        <source>would complete the fees of %1 already there</source>
+        <translation>将补全已有 %1的费用</translation>
+    </message>
+    <message>
+        <source>movements of money that would be added: %1</source>
+        <translation>将新增资金变动：%1</translation>
+    </message>
 </context>
 </TS>
