@@ -1421,5 +1421,29 @@
         <source>movements of money that would be added: %1</source>
         <translation>将新增资金变动：%1</translation>
     </message>
+    <message>
+        <source>there is no ledger %1; &quot;import FILE&quot; makes one of a statement, &quot;open&quot; of a holding, &quot;serve&quot; or &quot;account --cash&quot; an empty one</source>
+        <translation>没有账本 %1；“import 文件”由对账单建立，“open”由持仓建立，“serve”或“account --cash”建立空账本</translation>
+    </message>
+    <message>
+        <source>a new ledger is made: %1</source>
+        <translation>新建账本：%1</translation>
+    </message>
+    <message>
+        <source>process %1 on %2 gives no sign of life and cannot be ended from here: end it there</source>
+        <translation>主机 %2 上的进程 %1 没有动静，从这里无法结束：请在该主机上结束它</translation>
+    </message>
+    <message>
+        <source>the session of the one that serves is hidden from this database user: if it stood still, nobody would know. Give this user the role pg_read_all_stats, or use the same one</source>
+        <translation>此数据库用户看不到服务者的会话：会话若停滞也无从得知。请授予该用户角色 pg_read_all_stats，或使用同一用户</translation>
+    </message>
+    <message>
+        <source>this database user may not end the session of the one that serves, which gives no sign of life: give it the role pg_signal_backend, or use the same user. %1</source>
+        <translation>服务者的会话没有动静，而此数据库用户无权结束它：请授予角色 pg_signal_backend，或使用同一用户。%1</translation>
+    </message>
+    <message>
+        <source>the session of the one that serves was told to end and does not: its process %1 at the database&apos;s server must be ended there</source>
+        <translation>已通知服务者的会话结束，但它没有结束：请在数据库服务器上结束其进程 %1</translation>
+    </message>
 </context>
 </TS>
