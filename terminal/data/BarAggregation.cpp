@@ -59,6 +59,15 @@ Bars joinDays(const Bars &days, ChartPeriod period)
     return days;
 }
 
+Bars toDays(const Bars &minutes)
+{
+    Bars days = joinSpans(minutes, [](const Bar &minute) { return qint64(minute.date); });
+    for (Bar &day : days) {
+        day.minute = 0;
+    }
+    return days;
+}
+
 bool isOfSameSpan(const Bar &a, const Bar &b, ChartPeriod period)
 {
     switch (period) {

@@ -14,6 +14,9 @@ Bars joinDays(const Bars &days, ChartPeriod period);
 /// True for bars of the same day, week or month, whichever a bar of the period spans.
 bool isOfSameSpan(const Bar &a, const Bar &b, ChartPeriod period);
 
+/// One bar per day that has a minute.
+Bars toDays(const Bars &minutes);
+
 /// One bar per week (Monday to Sunday) that has a trading day, dated by its last trading day.
 Bars toWeeks(const Bars &days);
 

@@ -621,6 +621,13 @@ bool Database::execute(const std::function<bool()> &statement)
 }
 
 /// In PostgreSQL in whichever schema is looked into first.
+void Database::mapNothing()
+{
+    if (m_kind == Kind::Sqlite) {
+        run(QStringLiteral("PRAGMA mmap_size = 0"));
+    }
+}
+
 bool Database::hasTable(const QString &name)
 {
     const QString sql =

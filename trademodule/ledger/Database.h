@@ -70,6 +70,9 @@ public:
 
     bool hasTable(const QString &name);
 
+    /// For a program that reads the whole ledger once: from now on no part of its file is kept in memory.
+    void mapNothing();
+
     /// How long a change waits for another process that is changing the same ledger, before it fails as
     /// LedgerUnavailable: a minute, unless something else is said. Once one has waited in vain the next do
     /// not wait, until one succeeds: what is asked after them must not wait for all of them.

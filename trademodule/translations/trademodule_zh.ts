@@ -1445,5 +1445,13 @@
         <source>the ledger was written while it was read: try again</source>
         <translation>读取账本时账本被写入：请重试</translation>
     </message>
+    <message>
+        <source>would complete the fees of %1 already there</source>
+        <translation>将补全已有 %1的费用</translation>
+    </message>
+    <message>
+        <source>movements of money that would be added: %1</source>
+        <translation>将新增资金变动：%1</translation>
+    </message>
 </context>
 </TS>
