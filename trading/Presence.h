@@ -33,6 +33,9 @@ struct TradePresence
     bool isReadOnly = false; ///< answers questions, takes neither orders nor cancellations
     QString ledger;          ///< where its ledger is, for people to read
 
+    /// Which ledger it is among those of all machines: of a file, its host is part of it.
+    QString account() const;
+
     /// What is said once this one has ended.
     TradePresence ended() const;
 

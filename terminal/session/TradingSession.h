@@ -25,6 +25,7 @@ namespace Terminal {
 /// What a terminal does with its trading day by itself.
 struct DayPlan
 {
+    QString ledger;      ///< of the terminal's own trading module; empty: any module's will do
     int replaySpeed = 0; ///< Replay::slowest to fastest; 0: no day is replayed by itself
     /// The day is played at once up to this; nothing: it is played from its beginning.
     std::optional<Trading::ClockTime> replayTo;
@@ -111,6 +112,7 @@ Q_SIGNALS:
     void orderRefused(const QString &reason);
 
 private:
+    DeskModule moduleForDesk() const;
     bool moduleKnows(const char *capability) const;
     void enter(Stage stage);
     void enterWhenHeard();

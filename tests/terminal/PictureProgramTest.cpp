@@ -243,6 +243,22 @@ TEST_F(PictureProgram, DrawsNoLineForNoHolding)
             .empty());
 }
 
+TEST_F(PictureProgram, IsNotTakenOfALedgerThatIsNotThere)
+{
+    const QStringList mistyped{QStringLiteral("--module"),   QStringLiteral(TRADEMODULE),
+                               QStringLiteral("--ledger"),   ledger(),
+                               QStringLiteral("--overlays"), QStringLiteral("cost"),
+                               QStringLiteral("--lang"),     QStringLiteral("en")};
+
+    const Outcome outcome = snapshot(mistyped);
+
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.messages.contains(QStringLiteral("There is no ledger ") + ledger()))
+        << qPrintable(outcome.messages);
+    EXPECT_FALSE(QFile::exists(ledger()));
+    EXPECT_FALSE(QFile::exists(picture()));
+}
+
 TEST_F(PictureProgram, WaitsForTheTradesToo)
 {
     importStatement();

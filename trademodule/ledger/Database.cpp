@@ -286,10 +286,10 @@ void Database::refuseReplacedLog() const
     }
 }
 
-QString Database::shownLocation() const
+QString Database::shownLocation(const QString &location)
 {
-    return m_kind == Kind::Sqlite ? QFileInfo(m_location).absoluteFilePath()
-                                  : PostgreSqlAddress(m_location).shown();
+    return kindOf(location) == Kind::Sqlite ? QFileInfo(location).absoluteFilePath()
+                                            : PostgreSqlAddress(location).shown();
 }
 
 void Database::openPostgreSql(const PostgreSqlAddress &address)

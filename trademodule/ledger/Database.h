@@ -46,7 +46,9 @@ public:
     Kind kind() const { return m_kind; }
     const QString &location() const { return m_location; }
     /// The location for people: a file's full path, or the URL without a password.
-    QString shownLocation() const;
+    QString shownLocation() const { return shownLocation(m_location); }
+    /// The same of one that is not open.
+    static QString shownLocation(const QString &location);
 
     /// A LedgerUnavailable when another file, or none, lies where the ledger's or its write-ahead log was:
     /// what is written into a file that was moved away nobody would find again. Every transaction looks

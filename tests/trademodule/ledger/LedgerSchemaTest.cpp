@@ -57,7 +57,7 @@ public:
     QStringList content(Database *database) const
     {
         QStringList lines;
-        QSqlQuery query = rows(database, m_columns.join(QLatin1Char(',')));
+        Rows query = rows(database, m_columns.join(QLatin1Char(',')));
         while (query.next()) {
             QStringList cells;
             for (int i = 0; i < m_columns.size(); ++i) {
@@ -70,7 +70,7 @@ public:
     const QStringList &contentThen() const { return m_content; }
 
 private:
-    QSqlQuery rows(Database *database, const QString &columns) const
+    Rows rows(Database *database, const QString &columns) const
     {
         QSqlQuery query =
             database->prepared(QStringLiteral("SELECT %1 FROM %2 ORDER BY 1").arg(columns, m_table));
@@ -208,7 +208,7 @@ TEST_P(LedgerSchemaOfAnOlderLedger, TakesOrdersAndQuotesAfterwards)
 TEST_P(LedgerSchemaOfAnOlderLedger, IsLeftAsItWasByAMigrationThatFails)
 {
     // a step to come makes it, too
-    Database(location()).run(QStringLiteral("ALTER TABLE execution ADD COLUMN stamp_duty BIGINT"));
+    Database(location()).run(QStringLiteral("CREATE TABLE told_statement (id INTEGER)"));
 
     EXPECT_THROW(Ledger ledger(location()), LedgerError);
 
