@@ -1030,7 +1030,7 @@
         <translation>正报</translation>
     </message>
     <message>
-        <source>working</source>
+        <source>open</source>
         <translation>已报</translation>
     </message>
     <message>
