@@ -57,7 +57,7 @@ public:
     /// The floor: every value of the year's rows, and nothing looked for.
     int readYearAlone()
     {
-        QSqlQuery rows = m_raw.run(QStringLiteral("SELECT * FROM year_alone"));
+        Rows rows = m_raw.run(QStringLiteral("SELECT * FROM year_alone"));
         int count = 0;
         while (rows.next()) {
             for (int column = 0; column < 11; ++column) {
@@ -71,8 +71,7 @@ public:
     /// The floor of a holding: one row by its key.
     void readHoldingAlone()
     {
-        QSqlQuery row =
-            m_raw.run(QStringLiteral("SELECT quantity, cost FROM holding WHERE security_id = 51"));
+        Rows row = m_raw.run(QStringLiteral("SELECT quantity, cost FROM holding WHERE security_id = 51"));
         benchmark::DoNotOptimize(row.next());
         benchmark::DoNotOptimize(row.value(1));
     }
@@ -80,7 +79,7 @@ public:
     /// The floor of results: what they are reckoned from, in order, and nothing reckoned.
     void readAllAlone()
     {
-        QSqlQuery rows =
+        Rows rows =
             m_raw.run(QStringLiteral("SELECT side, trade_date, trade_time, price, quantity, amount, fee "
                                      "FROM execution ORDER BY security_id, trade_date, trade_time, id"));
         while (rows.next()) {

@@ -1,7 +1,10 @@
 #include "terminal/TerminalProgram.h"
 
 #include "terminal/chart/view/ChartView.h"
+#include "terminal/intake/IntakeDoor.h"
 #include "terminal/plugin/OverlayLibrary.h"
+#include "terminal/results/ResultsDock.h"
+#include "terminal/services/BusInstance.h"
 #include "terminal/services/TradeServices.h"
 #include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Snapshot.h"
@@ -13,6 +16,7 @@
 #include <QApplication>
 #include <QLayout>
 
+#include <algorithm>
 #include <chrono>
 
 namespace Terminal {
@@ -24,6 +28,7 @@ enum ExitCode { Done = 0, Failed = 1 };
 DayPlan planOf(const TerminalOptions &options)
 {
     DayPlan plan;
+    plan.ledger = options.ledger;
     plan.replaySpeed = options.replaySpeed;
     plan.replayTo = options.replayTo;
     plan.orders = options.orders;
@@ -46,6 +51,7 @@ TerminalProgram::TerminalProgram(const TerminalOptions &options, const QString &
 TerminalProgram::~TerminalProgram()
 {
     m_snapshot.reset();
+    m_door.reset();
     m_window.reset();
     m_session.reset();
 }
@@ -60,6 +66,7 @@ int TerminalProgram::run()
     if (takesPicture()) {
         startSnapshot();
     } else {
+        openDoor();
         showWindow();
     }
     if (!takesPicture() || asksTradeModule()) {
@@ -79,6 +86,10 @@ QString TerminalProgram::open()
     openSession(folder.value());
     if (!openChart(folder.value().securities().front().code)) {
         return m_window->loadError();
+    }
+    if (takesPicture() && isMissingFile(m_options.ledger)) { // the account that is meant is another one
+        return tr("There is no ledger %1; \"trademodule --ledger %1 import FILE\" makes one of a statement.")
+            .arg(m_options.ledger);
     }
     const QString problem = isReplay() ? m_window->setReplaying(true) : QString();
     if (!problem.isEmpty()) {
@@ -114,6 +125,21 @@ void TerminalProgram::openSession(const DataFolder &folder)
 /// What is remembered need not be in this data folder: then another chart does, as far as the command line
 /// leaves it open.
 bool TerminalProgram::openChart(const QString &firstCode)
+{
+    if (openChartInItsPrices(firstCode)) {
+        return true;
+    }
+    if (m_options.prices == PriceView::Raw || m_options.given.contains(QStringLiteral("adjusted"))) {
+        return false;
+    }
+    const QString whyNotAdjusted = m_window->loadError();
+    m_window->setPrices(PriceView::Raw);
+    const bool isOpen = openChartInItsPrices(firstCode);
+    tell(whyNotAdjusted);
+    return isOpen;
+}
+
+bool TerminalProgram::openChartInItsPrices(const QString &firstCode)
 {
     const QString code = m_options.code.isEmpty() ? firstCode : m_options.code;
     if (m_window->load(code, m_options.period, m_options.day)) {
@@ -157,11 +183,91 @@ void TerminalProgram::wireServices()
             m_snapshot->listen(m_busAddress); // the session joins when nothing can be missed
         } else {
             m_window->answers()->start(m_busAddress); // overlays ask some things once: it is to hear them
+            m_window->results()->start(m_busAddress);
         }
     });
     if (!takesPicture()) {
         connect(m_window->answers(), &ScreenAnswers::listening, m_session.get(), &TradingSession::join);
     }
+}
+
+void TerminalProgram::openDoor()
+{
+    if (!m_places) {
+        return;
+    }
+    const auto goingIn = [this] {
+        return intakePlan(placesForIntake(shownPlaces(), m_places->sampleFolder));
+    };
+    m_door = std::make_unique<IntakeDoor>(
+        m_window.get(), IntakeDoor::Facts{goingIn, [this] { return intakePlan(shownPlaces()); },
+                                          [this] { return intakeLook(); }});
+    connect(m_door.get(), &IntakeDoor::changed, this, &TerminalProgram::renewFolder);
+    connect(m_door.get(), &IntakeDoor::finished, this, &TerminalProgram::showTaken);
+    connect(m_door.get(), &IntakeDoor::startPageAsked, this, [this] {
+        TerminalOptions next = m_window->shownOptions();
+        next.dataFolder.clear();
+        goOnWith(next);
+    });
+    m_window->addMenu(m_door->menu());
+}
+
+IntakeLook TerminalProgram::intakeLook() const
+{
+    const TerminalOptions shown = m_window->shownOptions();
+    return {makeTheme(shown.theme, shown.riseColour), shown.hidesAmounts};
+}
+
+/// Charts are told on the bus of the account that the files go to.
+IntakePlan TerminalProgram::intakePlan(const AccountPlaces &places) const
+{
+    IntakePlan plan;
+    plan.terminalProgram = m_places->terminalProgram;
+    plan.moduleProgram = m_options.moduleProgram;
+    plan.busAddress = m_busAddress;
+    plan.busInstance = places.ledger == m_options.ledger ? QString() : m_places->busInstanceOf(places.ledger);
+    plan.language = m_window->shownOptions().language;
+    plan.places = places;
+    return plan;
+}
+
+void TerminalProgram::renewFolder(const AccountPlaces &places)
+{
+    const auto folder = DataFolder::open(m_options.dataFolder);
+    if (places.dataFolder == m_options.dataFolder && folder && !folder.value().securities().empty()) {
+        m_session->takeFolder(folder.value());
+        m_window->renewSecurities();
+    }
+}
+
+/// In this window, or in one on the account that the files went to.
+void TerminalProgram::showTaken(const AccountPlaces &places, const QStringList &codes)
+{
+    const auto folder = DataFolder::open(places.dataFolder);
+    const Securities known = folder.value().securities();
+    const auto code = std::find_if(codes.begin(), codes.end(), [&known](const QString &candidate) {
+        return findSecurity(known, candidate) != nullptr;
+    });
+    const bool hasChart = code != codes.end();
+    if (places == shownPlaces()) {
+        hasChart ? static_cast<void>(m_window->load(*code, ChartPeriod::Day))
+                 : tell(tr("There are no bars of these securities yet: drop files of them here, too."));
+        return;
+    }
+    TerminalOptions next = m_window->shownOptions();
+    next.dataFolder = known.empty() ? QString() : places.dataFolder;
+    next.ledger = places.ledger;
+    next.code = hasChart ? *code : QString();
+    next.period = ChartPeriod::Day;
+    next.replaySpeed = 0;
+    next.given = QStringList{QStringLiteral("code"), QStringLiteral("period")};
+    goOnWith(next);
+}
+
+void TerminalProgram::goOnWith(const TerminalOptions &next)
+{
+    m_next = next;
+    QApplication::quit();
 }
 
 /// A picture of bars alone asks nobody. The orders of a replay are placed without overlays, too, and its
@@ -175,7 +281,11 @@ bool TerminalProgram::asksTradeModule() const
 void TerminalProgram::showWindow()
 {
     connect(qApp, &QCoreApplication::aboutToQuit, this, &TerminalProgram::rememberWindow);
+    const bool isNewAccount = isMissingFile(m_options.ledger); // until the trading module makes it
     m_window->show();
+    if (isNewAccount) {
+        tell(tr("There is no ledger %1 yet: a new account is made there.").arg(m_options.ledger));
+    }
 }
 
 void TerminalProgram::rememberWindow()
@@ -190,10 +300,10 @@ void TerminalProgram::startSnapshot()
     // Laid out as on a screen, before the overlays ask where things are.
     m_window->ensurePolished();
     m_window->grab();
-    m_snapshot =
-        std::make_unique<Snapshot>(Scene{m_window.get(), m_window->answers(), m_window->chart()->data(),
-                                         m_options.overlays, m_session->desk()},
-                                   m_options.snapshotFile, m_options.timeout);
+    m_snapshot = std::make_unique<Snapshot>(Scene{m_window.get(), m_window->answers(),
+                                                  m_window->chart()->data(), m_options.overlays,
+                                                  m_session->desk(), m_session->statementActions()},
+                                            m_options.snapshotFile, m_options.timeout);
     wireSnapshot();
     if (asksTradeModule()) {
         m_snapshot->setHindrance(tr("trading module that answers on the bus"));

@@ -1,19 +1,25 @@
 #pragma once
 
+#include "terminal/options/AccountPlaces.h"
 #include "terminal/options/TerminalOptions.h"
 
 #include <QObject>
 #include <QString>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 namespace Terminal {
 
 class DataFolder;
+class IntakeDoor;
 class MainWindow;
 class Snapshot;
 class TradeServices;
 class TradingSession;
+struct IntakeLook;
+struct IntakePlan;
 
 /// One run of the terminal: makes its trading session, its window, the services that it starts and the
 /// picture that is asked for, and wires them.
@@ -26,15 +32,38 @@ public:
     TerminalProgram(const TerminalOptions &options, const QString &busAddress);
     ~TerminalProgram() override;
 
+    /// What the program needs to take statements and bars in.
+    struct Places
+    {
+        QString terminalProgram;
+        QString sampleFolder;                                        ///< which stays as it is
+        std::function<QString(const QString &ledger)> busInstanceOf; ///< of a child on that ledger
+    };
+
+    /// Opens the way in for statements and bars; to be called before run().
+    void setPlaces(const Places &places) { m_places = places; }
+
     /// Runs until the window is closed or the picture is written; returns the exit code.
     int run();
+
+    /// What is to be shown after run(): another account, or, without a data folder, the start page. Nothing
+    /// when the user is done.
+    std::optional<TerminalOptions> next() const { return m_next; }
 
 private:
     QString open();
     void openSession(const DataFolder &folder);
     bool openChart(const QString &firstCode);
+    bool openChartInItsPrices(const QString &firstCode);
     QString openLibrary();
     void wireServices();
+    void openDoor();
+    IntakeLook intakeLook() const;
+    IntakePlan intakePlan(const AccountPlaces &places) const;
+    AccountPlaces shownPlaces() const { return {m_options.dataFolder, m_options.ledger}; }
+    void renewFolder(const AccountPlaces &places);
+    void showTaken(const AccountPlaces &places, const QStringList &codes);
+    void goOnWith(const TerminalOptions &next);
     bool asksTradeModule() const;
     void showWindow();
     void startSnapshot();
@@ -52,6 +81,9 @@ private:
     std::unique_ptr<TradingSession> m_session;
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<Snapshot> m_snapshot;
+    std::optional<Places> m_places;
+    std::unique_ptr<IntakeDoor> m_door;
+    std::optional<TerminalOptions> m_next;
 };
 
 } // namespace Terminal

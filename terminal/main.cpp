@@ -1,8 +1,7 @@
 #include "terminal/Appearance.h"
 #include "terminal/Environment.h"
-#include "terminal/TerminalProgram.h"
+#include "terminal/TerminalRuns.h"
 #include "terminal/bars/BarsCommand.h"
-#include "terminal/services/BusInstance.h"
 #include "terminal/ui/InterfaceLanguage.h"
 #include "trading/ExchangeTime.h"
 
@@ -93,6 +92,5 @@ int main(int argc, char *argv[])
         complain(QApplication::translate("main", "there is no display; --snapshot FILE.png needs none"));
         return badMachine;
     }
-    enterBusInstance(parsed.value().options.ledger);
-    return TerminalProgram(parsed.value().options, QApplication::applicationDirPath()).run();
+    return TerminalRuns(parsed.value().options, QApplication::applicationDirPath()).run();
 }

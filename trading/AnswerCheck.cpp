@@ -3,6 +3,8 @@
 #include "tradechartobject/common/OrderStatusTable.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trading/ClockTime.h"
+#include "trading/ModuleVocabulary.h"
+#include "trading/ResultColumns.h"
 #include "trading/TradingDate.h"
 
 #include <QJsonArray>
@@ -51,6 +53,20 @@ bool isPrice(const QString &text)
     bool isNumber = false;
     const double price = text.toDouble(&isNumber);
     return isNumber && std::isfinite(price) && price >= 0;
+}
+
+bool isAmount(const QString &text)
+{
+    bool isNumber = false;
+    const double amount = text.toDouble(&isNumber);
+    return isNumber && std::isfinite(amount);
+}
+
+bool isCostMethod(const QString &text)
+{
+    const auto words = {CostWords::AVERAGE, CostWords::DILUTED, CostWords::FIFO};
+    return std::any_of(words.begin(), words.end(),
+                       [&text](const char *word) { return text == QLatin1String(word); });
 }
 
 bool isCost(const QString &text)
@@ -115,6 +131,14 @@ bool allows(Form form, const QString &text)
         return findMessage(MessageRole::Answer, text) != nullptr;
     case Form::ClientNumber:
         return isClientNumber(text);
+    case Form::Amount:
+        return isAmount(text);
+    case Form::ResultGroup:
+        return resultGroupOf(text).has_value();
+    case Form::ResultColumn:
+        return findResultColumn(text) != nullptr;
+    case Form::CostMethod:
+        return isCostMethod(text);
     }
     return false;
 }
@@ -188,6 +212,7 @@ public:
     {
         m_answer.command = textOf(m_fields, CMD);
         m_answer.isForChart = isAboutChart();
+        m_answer.costMethod = textOf(m_fields, CostFields::COSTMETHOD);
         const MessageRow *const row = findMessage(MessageRole::Answer, m_answer.command);
         if (row == nullptr) {
             addUnknown();

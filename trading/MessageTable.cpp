@@ -2,7 +2,9 @@
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trading/ModuleVocabulary.h"
+#include "trading/ResultColumns.h"
 
+#include <QStringList>
 #include <QtGlobal>
 
 #include <algorithm>
@@ -135,7 +137,7 @@ const RecordShape &placedOrder()
 MessageKey costMethod()
 {
     return {CostFields::COSTMETHOD, JsonType::Text,
-            Form::Filled,           optional,
+            Form::CostMethod,       optional,
             WhenWrong::Nothing,     "how costs are reckoned: \"average\", \"diluted\" or \"fifo\""};
 }
 
@@ -165,11 +167,108 @@ const RecordShape &account()
     return shape;
 }
 
+const RecordShape &receivedAction()
+{
+    static const RecordShape shape{
+        "What was received on a day",
+        {{ActionFields::DATE, JsonType::Text, Form::Day, required, WhenWrong::SkippedRow,
+          "day on which it was booked"},
+         {ActionFields::HELD, JsonType::Text, Form::Whole, required, WhenWrong::SkippedRow,
+          "shares at the end of the day before, for which it was received"},
+         {ActionFields::CASH, JsonType::Text, Form::Amount, required, WhenWrong::SkippedRow,
+          "dividends in yuan"},
+         {ActionFields::BONUS, JsonType::Text, Form::Amount, required, WhenWrong::SkippedRow,
+          "whole number of shares received for nothing; below 0 where shares were put together"}}};
+    return shape;
+}
+
+/// What the text of a column must be.
+Form formOf(ResultKind kind)
+{
+    switch (kind) {
+    case ResultKind::Text:
+        return Form::Any;
+    case ResultKind::Count:
+    case ResultKind::Shares:
+        return Form::Any; // more than an int holds
+    case ResultKind::Price:
+        return Form::Price;
+    case ResultKind::Money:
+    case ResultKind::Gain:
+    case ResultKind::Percent:
+    case ResultKind::Cost:
+        return Form::Amount;
+    }
+    Q_UNREACHABLE();
+}
+
+/// "sale, trip": the lists that have a column.
+QByteArray listsWith(ResultField field)
+{
+    QStringList words;
+    for (const ResultGroup group : resultGroups()) {
+        const auto &fields = fieldsOf(group);
+        if (std::find(fields.begin(), fields.end(), field) != fields.end()) {
+            words.append(wordOf(group));
+        }
+    }
+    return "of lists by " + words.join(QStringLiteral(", ")).toLatin1();
+}
+
+/// One shape for the rows of all lists: each has the columns of its own.
+const RecordShape &resultRow()
+{
+    static std::vector<QByteArray> meanings;
+    static const RecordShape shape = [] {
+        RecordShape row{"A row of results", {}};
+        meanings.reserve(static_cast<size_t>(ResultField::Method));
+        for (int place = 0; place < static_cast<int>(ResultField::Method); ++place) {
+            const ResultColumn &column = columnOf(static_cast<ResultField>(place));
+            meanings.push_back(listsWith(column.field));
+            row.keys.push_back({column.key, JsonType::Text, formOf(column.kind), optional,
+                                WhenWrong::EmptyCell, meanings.back().constData()});
+        }
+        return row;
+    }();
+    return shape;
+}
+
+const RecordShape &results()
+{
+    using namespace ResultsFields;
+    static const RecordShape shape{
+        "A part of a list of results",
+        {{FIRST, JsonType::Text, Form::Whole, required, WhenWrong::Ignored, "number of the first row"},
+         {ROWS, JsonType::Rows, Form::Any, required, WhenWrong::NoRows, "the part", &resultRow()},
+         {COUNT, JsonType::Text, Form::Whole, required, WhenWrong::Zero, "of all rows of the list"},
+         {SUM, JsonType::Record, Form::Any, required, WhenWrong::NoRows,
+          "of all rows: the columns that have a sum"},
+         {STATE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored,
+          "another text whenever the ledger has changed: parts with the same are of one list"},
+         {INCOMPLETE, JsonType::Texts, Form::Any, optional, WhenWrong::NoRows,
+          "codes of which more left than ever came in: earlier statements are missing"}}};
+    return shape;
+}
+
+const RecordShape &chosenMethod()
+{
+    static const RecordShape shape{"A way to reckon costs",
+                                   {{CostFields::COSTMETHOD, JsonType::Text, Form::CostMethod, required,
+                                     WhenWrong::Failure, "in which costs are reckoned now"}}};
+    return shape;
+}
+
 // Messages
+
+/// Commands that are about the account.
+bool isAboutAccount(const char *command)
+{
+    return command == ACCOUNTINFO || command == RESULTS || command == COSTMETHOD;
+}
 
 MessageKeys everyQuestion(const char *command)
 {
-    const bool isAboutSecurity = command != ACCOUNTINFO;
+    const bool isAboutSecurity = !isAboutAccount(command);
     return {
         {CMD, JsonType::Text, Form::Command, required, WhenWrong::Refused, "what is asked"},
         {STKCODE, JsonType::Text, Form::Filled, isAboutSecurity, WhenWrong::Refused, "about which security"},
@@ -189,8 +288,8 @@ struct Data
 
 MessageKeys everyAnswer(const char *command, const Data &data)
 {
-    const bool isAboutSecurity = command != ACCOUNTINFO;
-    const bool isAction = command == ENTRUSTCANCEL || command == ENTRUSTPLACE;
+    const bool isAboutSecurity = !isAboutAccount(command);
+    const bool isAction = command == ENTRUSTCANCEL || command == ENTRUSTPLACE || command == COSTMETHOD;
     const bool isCancellation = command == ENTRUSTCANCEL;
     return {
         {CMD, JsonType::Text, Form::Command, required, WhenWrong::Ignored, "the question's"},
@@ -242,6 +341,26 @@ MessageKeys newOrder()
              "the asker's own number: asking again with it places no second order"}};
 }
 
+MessageKeys listAsked()
+{
+    using namespace ResultsFields;
+    return {{BY, JsonType::Text, Form::ResultGroup, required, WhenWrong::Refused, "what a row stands for"},
+            {FIRST, JsonType::Text, Form::Whole, optional, WhenWrong::Refused,
+             "number of the first row that is asked for, from 0; 0 without it"},
+            {MOST, JsonType::Text, Form::Positive, optional, WhenWrong::Refused,
+             "how many rows at most, up to 1000; 1000 without it"},
+            {ORDER, JsonType::Text, Form::ResultColumn, optional, WhenWrong::Refused,
+             "the column that the list is ordered by; by code and time without it"},
+            {DESCENDING, JsonType::Flag, Form::Any, optional, WhenWrong::Ignored,
+             "true: what is most comes first"}};
+}
+
+MessageKeys methodAsked()
+{
+    return {{CostFields::COSTMETHOD, JsonType::Text, Form::CostMethod, required, WhenWrong::Refused,
+             "how costs are to be reckoned from now on"}};
+}
+
 MessageRow notification()
 {
     return {
@@ -272,7 +391,7 @@ MessageRow presence()
              {VERSION, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of the program"},
              {PROTOCOL, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of questions and answers"},
              {CAN, JsonType::Texts, Form::Any, optional, WhenWrong::Nothing,
-              "what it can do beyond the first protocol: \"clientno\""},
+              "what it can do beyond the first protocol: \"clientno\", \"actions\""},
              {HOST, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "the machine it runs on"},
              {PROCESS, JsonType::Number, Form::Any, optional, WhenWrong::Nothing, "its process there"},
              {SINCE, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
@@ -350,6 +469,12 @@ const std::vector<MessageRow> &messageTable()
                  "the question's, when it had one"}}),
         question(ACCOUNTINFO, "cash and positions"),
         answer(ACCOUNTINFO, {JsonType::Record, account()}, {costMethod()}),
+        question(RESULTS, "what was earned, a part of a list", listAsked()),
+        answer(RESULTS, {JsonType::Record, results()}, {costMethod()}),
+        question(COSTMETHOD, "reckons all costs in another way", methodAsked()),
+        answer(COSTMETHOD, {JsonType::Record, chosenMethod()}),
+        question(CORPORATEACTIONS, "dividends and bonus shares that the account received, oldest first"),
+        answer(CORPORATEACTIONS, {JsonType::Rows, receivedAction()}),
         notification(),
         presence(),
         quote(),
@@ -399,6 +524,11 @@ const char *wordOf(Form form)
         {Form::AnyMarket, QT_TRANSLATE_NOOP("MessageTable", "\"SH\", \"SZ\", \"1\" or \"2\"")},
         {Form::Command, QT_TRANSLATE_NOOP("MessageTable", "a command")},
         {Form::ClientNumber, QT_TRANSLATE_NOOP("MessageTable", "1 to 64 printable ASCII characters")},
+        {Form::Amount, QT_TRANSLATE_NOOP("MessageTable", "decimal")},
+        {Form::ResultGroup,
+         QT_TRANSLATE_NOOP("MessageTable", "\"sale\", \"trip\", \"security\", \"month\" or \"year\"")},
+        {Form::ResultColumn, QT_TRANSLATE_NOOP("MessageTable", "a column of the list")},
+        {Form::CostMethod, QT_TRANSLATE_NOOP("MessageTable", "\"average\", \"diluted\" or \"fifo\"")},
     };
     return findWord(words, form);
 }
@@ -426,6 +556,7 @@ const char *wordOf(WhenWrong effect)
         {WhenWrong::FirstMinute, QT_TRANSLATE_NOOP("MessageTable", "the order stands at 09:31")},
         {WhenWrong::NoMarker, QT_TRANSLATE_NOOP("MessageTable", "the order gets no marker")},
         {WhenWrong::NoCancelling, QT_TRANSLATE_NOOP("MessageTable", "the order cannot be cancelled")},
+        {WhenWrong::EmptyCell, QT_TRANSLATE_NOOP("MessageTable", "the cell is empty")},
         {WhenWrong::DrawnAllTheSame, QT_TRANSLATE_NOOP("MessageTable", "drawn all the same")},
     };
     return findWord(words, effect);

@@ -30,6 +30,10 @@ enum class Form {
     AnyMarket,     ///< letters or number
     Command,       ///< a command of this table
     ClientNumber,  ///< 1 to 64 printable ASCII characters
+    Amount,        ///< decimal, which may be below 0
+    ResultGroup,   ///< what a row of a list of results stands for, see ResultColumns.h
+    ResultColumn,  ///< the key of one of their columns
+    CostMethod,    ///< how costs are reckoned, see CostWords
 };
 
 /// What a reader does where a value is not what it must be, or a required key is missing.
@@ -53,6 +57,7 @@ enum class WhenWrong {
     FirstMinute,    ///< the order stands at 09:31
     NoMarker,       ///< the order gets no marker
     NoCancelling,   ///< the order cannot be cancelled
+    EmptyCell,      ///< the cell of the list is empty
     DrawnAllTheSame ///< it is drawn all the same
 };
 

@@ -24,6 +24,10 @@ inline constexpr const char *TRADEPRESENCE = "TradePresence";
 namespace CmdType {
 inline constexpr const char *ENTRUSTPLACE = "EntrustPlace"; ///< place an order
 inline constexpr const char *ACCOUNTINFO = "AccountInfo";   ///< the account's cash and what it holds
+inline constexpr const char *RESULTS = "Results";           ///< what sales earned, a part of a list
+inline constexpr const char *COSTMETHOD = "CostMethod";     ///< reckon costs in another way
+/// What the account received for the shares it held: dividends, bonus shares
+inline constexpr const char *CORPORATEACTIONS = "CorporateActions";
 } // namespace CmdType
 
 /// Keys of the question ENTRUSTPLACE besides those that every trading module shares.
@@ -50,6 +54,7 @@ inline constexpr const char *LEDGER = "ledger";     ///< where its ledger is, fo
 /// What a module says in its presence that it can do beyond the first one of its protocol.
 namespace Capability {
 inline constexpr const char *CLIENTNO = "clientno"; ///< ENTRUSTPLACE knows the asker's number
+inline constexpr const char *ACTIONS = "actions";   ///< it answers CORPORATEACTIONS
 } // namespace Capability
 
 /// Keys of a quote besides "stkcode" and "market". Prices are texts in yuan.
@@ -66,7 +71,34 @@ inline constexpr const char *RECORDED =
     "recorded"; ///< the day that is replayed as "date"; of a replay's quotes only
 } // namespace QuoteFields
 
-/// A key of the answers to HOLDERCOSTPRICE and ACCOUNTINFO beside their "data".
+/// Keys of a row of the answer to CORPORATEACTIONS. All values are texts.
+namespace ActionFields {
+inline constexpr const char *DATE = "date"; ///< yyyymmdd, the day on which it was booked
+inline constexpr const char *HELD =
+    "held"; ///< shares at the end of the day before, for which it was received
+inline constexpr const char *CASH = "cash";   ///< dividends in yuan
+inline constexpr const char *BONUS = "bonus"; ///< shares for nothing; below 0 where shares were put together
+} // namespace ActionFields
+
+/// Keys of the question RESULTS and of its answer's "data". The rows have the keys of ResultColumns.h.
+namespace ResultsFields {
+inline constexpr const char *BY = "by";                 ///< what a row stands for, see ResultColumns.h
+inline constexpr const char *FIRST = "first";           ///< number of the first row, from 0
+inline constexpr const char *MOST = "most";             ///< how many rows at most
+inline constexpr const char *ORDER = "order";           ///< key of the column that the list is ordered by
+inline constexpr const char *DESCENDING = "descending"; ///< boolean
+inline constexpr const char *ROWS = "rows";
+inline constexpr const char *COUNT = "count";           ///< of all rows of the list
+inline constexpr const char *SUM = "sum";               ///< of all rows, an object like a row
+inline constexpr const char *STATE = "state";           ///< another text whenever the ledger has changed
+inline constexpr const char *INCOMPLETE = "incomplete"; ///< codes of which earlier statements are missing
+} // namespace ResultsFields
+
+/// How many rows of a list one answer to RESULTS has at most.
+inline constexpr int mostResultRows = 1000;
+
+/// A key of the answers to HOLDERCOSTPRICE, ACCOUNTINFO and RESULTS beside their "data", and of the question
+/// COSTMETHOD and its "data".
 namespace CostFields {
 inline constexpr const char *COSTMETHOD = "costmethod"; ///< how costs are reckoned, see CostWords
 } // namespace CostFields

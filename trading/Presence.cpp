@@ -43,6 +43,12 @@ QDateTime timeOf(const QJsonValue &value)
 
 } // namespace
 
+QString TradePresence::account() const
+{
+    const bool isFile = ledger.startsWith(QLatin1Char('/'));
+    return isFile ? host + ledger : ledger;
+}
+
 TradePresence TradePresence::ended() const
 {
     TradePresence offline;
@@ -103,7 +109,7 @@ bool replaces(const TradePresence &heard, const std::optional<TradePresence> &kn
 bool isOfAnotherLedger(const TradePresence &own, const TradePresence &heard)
 {
     return heard.isOnline && heard.instance != own.instance && !heard.ledger.isEmpty() &&
-           heard.ledger != own.ledger;
+           heard.account() != own.account();
 }
 
 bool isHiddenBy(const TradePresence &own, const TradePresence &heard)

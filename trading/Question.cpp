@@ -74,6 +74,24 @@ void Question::setClientNumber(const QString &number)
     set(PlaceFields::CLIENTNO, number);
 }
 
+void Question::setList(ResultGroup group, qint64 first, int most)
+{
+    set(ResultsFields::BY, wordOf(group));
+    set(ResultsFields::FIRST, QString::number(first));
+    set(ResultsFields::MOST, QString::number(most));
+}
+
+void Question::setListOrder(ResultField field, bool isDescending)
+{
+    set(ResultsFields::ORDER, QLatin1String(columnOf(field).key));
+    m_object.insert(QLatin1String(ResultsFields::DESCENDING), isDescending);
+}
+
+void Question::setCostMethod(const QString &word)
+{
+    set(CostFields::COSTMETHOD, word);
+}
+
 QByteArray Question::toJson() const
 {
     return QJsonDocument(m_object).toJson(QJsonDocument::Compact);
@@ -145,6 +163,40 @@ std::optional<QString> Question::clientNumber() const
 {
     const QString number = field(PlaceFields::CLIENTNO).toString();
     return isClientNumber(number) ? std::optional(number) : std::nullopt;
+}
+
+std::optional<ResultGroup> Question::listGroup() const
+{
+    return resultGroupOf(field(ResultsFields::BY).toString());
+}
+
+std::optional<qint64> Question::firstRow() const
+{
+    bool isNumber = false;
+    const qint64 number = field(ResultsFields::FIRST).toString().toInt(&isNumber);
+    return isNumber && number >= 0 ? std::optional(number) : std::nullopt;
+}
+
+std::optional<int> Question::mostRows() const
+{
+    const auto number = positiveNumber(ResultsFields::MOST);
+    return number && *number <= mostResultRows ? std::optional(static_cast<int>(*number)) : std::nullopt;
+}
+
+std::optional<ResultField> Question::listOrder() const
+{
+    const ResultColumn *const column = findResultColumn(field(ResultsFields::ORDER).toString());
+    return column == nullptr ? std::nullopt : std::optional(column->field);
+}
+
+bool Question::isDescending() const
+{
+    return field(ResultsFields::DESCENDING).toBool();
+}
+
+std::optional<QString> Question::costMethod() const
+{
+    return text(CostFields::COSTMETHOD);
 }
 
 std::optional<QString> Question::text(const char *key) const

@@ -2,6 +2,7 @@
 
 #include "trading/Direction.h"
 #include "trading/Money.h"
+#include "trading/ResultColumns.h"
 #include "trading/SecurityId.h"
 #include "trading/TradingDate.h"
 
@@ -45,6 +46,13 @@ public:
     /// characters, of printable ASCII. Only for a module whose presence says that it knows such numbers.
     void setClientNumber(const QString &number);
 
+    /// The list of results that is asked for, and the part of it.
+    void setList(ResultGroup group, qint64 first, int most);
+    /// The column that the list is ordered by.
+    void setListOrder(ResultField field, bool isDescending);
+    /// How costs are to be reckoned: one of CostWords.
+    void setCostMethod(const QString &word);
+
     QByteArray toJson() const;
 
     std::optional<QString> command() const;
@@ -61,6 +69,14 @@ public:
     std::optional<Money> orderPrice() const;
     std::optional<qint64> orderQuantity() const;
     std::optional<QString> clientNumber() const;
+    std::optional<ResultGroup> listGroup() const;
+    /// Not below 0.
+    std::optional<qint64> firstRow() const;
+    /// From 1 to mostResultRows.
+    std::optional<int> mostRows() const;
+    std::optional<ResultField> listOrder() const;
+    bool isDescending() const;
+    std::optional<QString> costMethod() const;
 
     /// A field as it came; undefined when it did not.
     QJsonValue field(const char *key) const { return m_object.value(QLatin1String(key)); }

@@ -15,7 +15,7 @@ debian_build=(
     fonts-noto-cjk
 )
 debian_test=(
-    libgtest-dev libgmock-dev libbenchmark-dev
+    libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev
     mosquitto-clients openssl postgresql python3
     xvfb xauth xdotool x11-utils faketime util-linux
     clang-format clang-tidy abigail-tools doxygen reuse git

@@ -25,9 +25,12 @@ QString text(const char *source)
 
 const auto listName = QStringLiteral("securities.csv");
 
-QString nameFor(const BarSheet &sheet, const Security *known, const QString &given, const QString &code)
+QString nameFor(const BarSheet &sheet, const Security *known, const BarImportOptions &options,
+                const QString &code)
 {
-    for (const QString &name : {given, known == nullptr ? QString() : known->name, sheet.name}) {
+    const bool isNamed = known != nullptr && known->name != code;
+    for (const QString &name :
+         {options.name, isNamed ? known->name : QString(), sheet.name, options.names.value(code)}) {
         QString plain = name;
         plain = plain.remove(QLatin1Char(',')).trimmed();
         if (!plain.isEmpty()) {
@@ -63,7 +66,7 @@ Loaded<Security> settleSecurity(const QString &file, const BarSheet &sheet, cons
                 .arg(file, code->text(), SecurityCode{listed->code, listed->market}.text()));
     }
     return Security{code->digits, market ? *market : listed->market,
-                    nameFor(sheet, listed, options.name, code->digits)};
+                    nameFor(sheet, listed, options, code->digits)};
 }
 
 bool haveSamePrices(const Bar &a, const Bar &b)
@@ -346,6 +349,7 @@ void BarImport::keep(const BarImportPlan &plan)
         m_files[file.name] = file.content;
     }
     add(plan.security, &m_securities);
+    add(plan.security, &*m_known);
 }
 
 Loaded<BarImportPlan> BarImport::plan(const QString &file, const BarImportOptions &options)
@@ -355,11 +359,14 @@ Loaded<BarImportPlan> BarImport::plan(const QString &file, const BarImportOption
     if (!sheet) {
         return failure(sheet.error());
     }
-    const auto known = securities();
-    if (!known) {
-        return failure(known.error());
+    if (!m_known) {
+        const auto listed = securities();
+        if (!listed) {
+            return failure(listed.error());
+        }
+        m_known = listed.value();
     }
-    const auto security = settleSecurity(file, sheet.value(), known.value(), options);
+    const auto security = settleSecurity(file, sheet.value(), *m_known, options);
     if (!security) {
         return failure(security.error());
     }
@@ -401,8 +408,8 @@ QString BarImport::write(const GoesOn &goesOn)
     m_before.clear();
     SaveFiles files;
     const auto take = [&](const QString &name, const QByteArray &content) {
-        const QString problem = noteBefore(name);
-        return problem.isEmpty() ? prepare(path(name), content, &files) : problem;
+        const QString problem = prepare(path(name), content, &files);
+        return problem.isEmpty() ? noteBefore(name) : problem;
     };
     int done = 0;
     for (const auto &[name, content] : m_files) {

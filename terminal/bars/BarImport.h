@@ -4,6 +4,7 @@
 #include "terminal/data/SecurityList.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -19,8 +20,9 @@ namespace Terminal {
 struct BarImportOptions
 {
     BarHints hints;
-    QString name;             ///< of the security; empty: as the file or the folder has it
-    bool replacesAll = false; ///< else bars that are in the folder and not in the file stay
+    QString name;                  ///< of the security; empty: as the file or the folder has it
+    QHash<QString, QString> names; ///< by code, of securities that neither file nor folder name
+    bool replacesAll = false;      ///< else bars that are in the folder and not in the file stay
 };
 
 /// A file that an import writes into its folder.
@@ -80,6 +82,7 @@ private:
     QString m_folder;
     std::map<QString, QByteArray> m_files; ///< planned, by their names
     Securities m_securities;               ///< of the planned files
+    std::optional<Securities> m_known;     ///< with those of the folder; read once, for thousands of files
     /// What write() found in the places of its files, by their names; nothing where no file was.
     std::map<QString, std::optional<QByteArray>> m_before;
 };

@@ -129,7 +129,7 @@ private:
     Json answerTo(const Json &request)
     {
         if (request.contains(named("plan"))) {
-            return plan(request[named("plan")].toArray());
+            return plan(request);
         }
         if (request.contains(named("write"))) {
             return write();
@@ -141,27 +141,34 @@ private:
             {named("cancelled"), true}}; // what was to be cancelled had just ended, or there is no such word
     }
 
-    Json plan(const QJsonArray &files)
+    Json plan(const Json &request)
     {
         m_import = BarImport(m_folder);
-        QJsonArray planned;
-        for (const auto &file : files) {
-            planned.append(planOf(file.toObject()));
-            if (!goesOn("reading", planned.size(), files.size())) {
+        const QJsonArray files = request[named("plan")].toArray();
+        m_names.clear();
+        const Json names = request[named("names")].toObject();
+        for (auto name = names.begin(); name != names.end(); ++name) {
+            m_names.insert(name.key(), name.value().toString());
+        }
+        for (int i = 0; i < files.size(); ++i) {
+            if (!goesOn("reading", i, files.size())) {
                 return {{named("cancelled"), true}};
             }
+            JsonLines::write({{named("plan"), planOf(files.at(i).toObject())}});
         }
-        return {{named("planned"), planned}};
+        return {{named("planned"), files.size()}};
     }
 
     Json planOf(const Json &file)
     {
         const QString path = file[named("file")].toString();
-        const auto options = optionsOf(file);
-        if (!options) {
-            return refusal(path, options.error());
+        const auto asked = optionsOf(file);
+        if (!asked) {
+            return refusal(path, asked.error());
         }
-        const auto plan = m_import.plan(path, options.value());
+        BarImportOptions options = asked.value();
+        options.names = m_names;
+        const auto plan = m_import.plan(path, options);
         if (!plan) {
             return refusal(path, plan.error());
         }
@@ -209,6 +216,7 @@ private:
     const QString m_folder;
     const LedgerOfTrades m_ledger;
     BarImport m_import;
+    QHash<QString, QString> m_names; // that the program knows
     JsonLines m_lines;
     QElapsedTimer m_sinceTold;
 };

@@ -2,6 +2,7 @@
 
 #include "terminal/data/ActionColumns.h"
 #include "terminal/data/BarStamp.h"
+#include "terminal/data/TradingHours.h"
 #include "terminal/data/Utf8Text.h"
 
 #include <QCoreApplication>
@@ -125,8 +126,7 @@ QString ActionReader::readDay(CorporateAction *action)
                    .arg(toText(day).left(40)) +
                inColumn(ActionColumn::ExDate);
     }
-    constexpr int friday = 5;
-    if (stamp->date->calendarDate().dayOfWeek() > friday) {
+    if (isClosedWeekend(*stamp->date)) {
         return text("%1 is no trading day").arg(stamp->date->dashedText()) + inColumn(ActionColumn::ExDate);
     }
     action->exDate = *stamp->date;

@@ -1,5 +1,7 @@
 #include "terminal/data/BarChecks.h"
 
+#include "terminal/data/TradingHours.h"
+
 #include <QCoreApplication>
 #include <QDate>
 
@@ -33,9 +35,7 @@ bool areAdjusted(const Bars &bars)
 
 QString weekend(const Bar &bar)
 {
-    constexpr int firstDayWithoutWeekends = 20000101;
-    const QDate day = dayOf(bar).calendarDate();
-    return bar.date >= firstDayWithoutWeekends && day.dayOfWeek() >= Qt::Saturday
+    return isClosedWeekend(dayOf(bar))
                ? text("%1 is a Saturday or Sunday: no trading day").arg(dayOf(bar).dashedText())
                : QString();
 }

@@ -45,6 +45,12 @@ std::optional<Bar> lastBefore(Trading::TradingDate day, const Bars &bars)
     return next == bars.begin() ? std::nullopt : std::optional(*std::prev(next));
 }
 
+/// True where nothing was traded between the bar and `day`, as far as bars can tell.
+bool isCloseBefore(Trading::TradingDate day, const Bar &bar)
+{
+    return day <= dayOf(bar).plusDays(longestClosure);
+}
+
 Bars joined(Bars days, ChartPeriod period)
 {
     switch (period) {
@@ -80,6 +86,12 @@ double ChartData::priceBefore(size_t bar) const
     return shownPrice(adjustment.referencePrice(rawClose, before, day, priceDecimals), day);
 }
 
+std::optional<Trading::TradingDate> shownDay(const ChartData &data)
+{
+    const bool isOneDay = data.period == ChartPeriod::Minute && !data.bars.empty();
+    return isOneDay ? std::optional(dayOf(data.bars.back())) : std::nullopt;
+}
+
 Loaded<DataFolder> DataFolder::open(const QString &path)
 {
     DataFolder folder;
@@ -94,6 +106,15 @@ Loaded<DataFolder> DataFolder::open(const QString &path)
     folder.m_securities = securities.value();
     folder.m_recordedDays = RecordedDays(folder.m_dir.filePath(QStringLiteral("minute")));
     return folder;
+}
+
+bool DataFolder::setBookedActions(const QString &code, const BookedActions &booked)
+{
+    if (m_booked.value(code) == booked) {
+        return false;
+    }
+    m_booked[code] = booked;
+    return true;
 }
 
 std::vector<Trading::TradingDate> DataFolder::minuteDays(const QString &code) const
@@ -113,7 +134,7 @@ Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period,
     if (!bars) {
         return Loaded<ChartData>::failure(bars.error());
     }
-    const KnownAdjustment known = adjustmentOf(code);
+    const KnownAdjustment known = adjustmentOf(code, Trading::TradingDate::today());
     if (!known.error.isEmpty() && view == PriceView::Adjusted) {
         return Loaded<ChartData>::failure(known.error);
     }
@@ -121,7 +142,11 @@ Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period,
     data.view = view;
     data.adjustment = known.adjustment;
     data.priceDecimals = priceDecimals(bars.value());
-    data.remarks = known.error.isEmpty() ? known.remarks : QStringList(known.error);
+    if (!known.error.isEmpty()) {
+        data.remarks = QStringList(known.error);
+    } else if (view == PriceView::Adjusted) {
+        data.remarks = known.remarks;
+    }
     takeBars(bars.value(), &data);
     return data;
 }
@@ -155,30 +180,38 @@ Bars DataFolder::dailyBars(const QString &code) const
     return readDailyBars(dailyFile(code), withMarket(code, m_securities)).value();
 }
 
-KnownAdjustment DataFolder::adjustmentOf(const QString &code) const
+KnownAdjustment DataFolder::adjustmentOf(const QString &code, Trading::TradingDate day) const
 {
+    const auto ofFile = readActionFile(m_dir.filePath(QStringLiteral("actions/%1.csv").arg(code)),
+                                       SecurityCode::of(withMarket(code, m_securities)));
+    const KnownActions told = knownActions(ofFile.value(), m_booked.value(code));
     KnownAdjustment known;
-    const auto actions = readActionFile(m_dir.filePath(QStringLiteral("actions/%1.csv").arg(code)),
-                                        SecurityCode::of(withMarket(code, m_securities)));
-    if (!actions || actions.value().empty()) {
-        known.error = actions.error();
-        return known;
+    known.error = ofFile.error();
+    known.remarks = told.remarks;
+    if (ofFile && !told.actions.empty()) {
+        adjustBy(told.actions, code, day, &known);
     }
+    return known;
+}
+
+void DataFolder::adjustBy(const CorporateActions &actions, const QString &code, Trading::TradingDate day,
+                          KnownAdjustment *known) const
+{
     BarHints hints;
     hints.security = SecurityCode::of(withMarket(code, m_securities));
     const BarSheet daily = readBarFile(dailyFile(code), hints).value();
     if (daily.prices == PriceKind::Adjusted) {
-        known.remarks.append(
+        known->remarks.append(
             text("%1: its prices are adjusted already, so they are shown as they are").arg(dailyFile(code)));
-        return known;
+        return;
     }
-    const auto lastBar = [&](Trading::TradingDate day) { return lastBarBefore(code, daily.bars, day); };
-    const auto latest = lastBar(Trading::TradingDate::last());
-    const auto adjustment =
-        latest ? PriceAdjustment::of(actions.value(), dayOf(*latest), lastBar) : PriceAdjustment();
-    known.error = adjustment.error();
-    known.adjustment = adjustment.value();
-    return known;
+    const auto lastBar = [&](Trading::TradingDate next) { return lastBarBefore(code, daily.bars, next); };
+    if (const auto latest = lastBar(Trading::TradingDate::last())) {
+        const auto lastDay = isCloseBefore(day, *latest) ? std::max(day, dayOf(*latest)) : dayOf(*latest);
+        const auto adjustment = PriceAdjustment::of(actions, lastDay, lastBar);
+        known->error = adjustment.error();
+        known->adjustment = adjustment.value();
+    }
 }
 
 Bars DataFolder::lastRecordedDayBefore(const QString &code, Trading::TradingDate day) const
@@ -199,16 +232,16 @@ std::optional<Bar> DataFolder::lastBarBefore(const QString &code, const Bars &da
 
 std::optional<double> DataFolder::closeBefore(const QString &code, Trading::TradingDate day) const
 {
-    return closeBefore(code, day, adjustmentOf(code).adjustment, priceDecimals(dailyBars(code)));
+    return closeBefore(code, day, adjustmentOf(code, day).adjustment, priceDecimals(dailyBars(code)));
 }
 
 std::optional<double> DataFolder::closeBefore(const QString &code, Trading::TradingDate day,
                                               const PriceAdjustment &adjustment, int decimals) const
 {
     const auto last = lastBarBefore(code, dailyBars(code), day);
-    const bool isRecent = last && day <= dayOf(*last).plusDays(longestClosure);
-    return isRecent ? std::optional(adjustment.referencePrice(last->close, dayOf(*last), day, decimals))
-                    : std::nullopt;
+    return last && isCloseBefore(day, *last)
+               ? std::optional(adjustment.referencePrice(last->close, dayOf(*last), day, decimals))
+               : std::nullopt;
 }
 
 Loaded<Bars> DataFolder::loadMinutes(const QString &code, std::optional<Trading::TradingDate> day) const

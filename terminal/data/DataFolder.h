@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/data/Bar.h"
+#include "terminal/data/BookedAction.h"
 #include "terminal/data/ChartPeriod.h"
 #include "terminal/data/PriceAdjustment.h"
 #include "terminal/data/PriceDecimals.h"
@@ -10,6 +11,7 @@
 #include "trading/TradingDate.h"
 
 #include <QDir>
+#include <QHash>
 
 #include <cstdint>
 #include <optional>
@@ -30,7 +32,7 @@ struct ChartData
     int priceDecimals = usualPriceDecimals; ///< that its prices are shown with
     PriceView view = PriceView::Raw;        ///< of its bars and of previousClose
     PriceAdjustment adjustment = {};        ///< of the security, whichever view is shown
-    QStringList remarks = {};               ///< what the user should know of the adjustment
+    QStringList remarks = {};               ///< what the user should know of the view's prices
 
     /// A raw price of a day, as the chart shows it.
     double shownPrice(double price, Trading::TradingDate day) const;
@@ -41,6 +43,9 @@ struct ChartData
     double priceBefore(size_t bar) const;
 };
 
+/// The day of a minute chart; nothing for other periods, and without bars.
+std::optional<Trading::TradingDate> shownDay(const ChartData &data);
+
 /// A folder of market data: `securities.csv`, `daily/<code>.csv`, `minute/<code>_<yyyymmdd>.csv` and
 /// `actions/<code>.csv`. Files are read each time that they are asked for: they may grow.
 class DataFolder
@@ -49,6 +54,13 @@ public:
     static Loaded<DataFolder> open(const QString &path);
 
     const Securities &securities() const { return m_securities; }
+
+    /// What the account's statements tell of a security's corporate actions; it is added to those of its file
+    /// in charts that are loaded from now on. False when it was known.
+    bool setBookedActions(const QString &code, const BookedActions &booked);
+
+    /// Takes over what statements told another folder.
+    void keepBookedActions(const DataFolder &other) { m_booked = other.m_booked; }
 
     /// The recorded days of `code`, oldest first.
     std::vector<Trading::TradingDate> minuteDays(const QString &code) const;
@@ -73,7 +85,10 @@ private:
     std::optional<Bar> lastBarBefore(const QString &code, const Bars &daily, Trading::TradingDate day) const;
     std::optional<double> closeBefore(const QString &code, Trading::TradingDate day,
                                       const PriceAdjustment &adjustment, int decimals) const;
-    KnownAdjustment adjustmentOf(const QString &code) const;
+    /// By the actions up to the last bar and, where that is the close before it, up to `day`.
+    KnownAdjustment adjustmentOf(const QString &code, Trading::TradingDate day) const;
+    void adjustBy(const CorporateActions &actions, const QString &code, Trading::TradingDate day,
+                  KnownAdjustment *known) const;
     void takeBars(const Bars &bars, ChartData *data) const;
     /// Raw; of days for weeks and months, too.
     Loaded<Bars> loadBars(const QString &code, ChartPeriod period,
@@ -82,7 +97,8 @@ private:
 
     QDir m_dir;
     Securities m_securities;
-    mutable RecordedDays m_recordedDays; ///< what was listed of the folder last
+    QHash<QString, BookedActions> m_booked; ///< by code
+    mutable RecordedDays m_recordedDays;    ///< what was listed of the folder last
 };
 
 } // namespace Terminal

@@ -9,6 +9,12 @@ constexpr int afternoonStart = 13 * 60 + 1;
 
 } // namespace
 
+bool isClosedWeekend(Trading::TradingDate day)
+{
+    constexpr int firstDayWithoutWeekends = 20000101;
+    return day.number() >= firstDayWithoutWeekends && day.calendarDate().dayOfWeek() >= Qt::Saturday;
+}
+
 bool isTradingMinute(int minute)
 {
     return (minute >= auctionMinute && minute <= morningEnd) ||

@@ -14,6 +14,9 @@ constexpr int auctionMinute = 9 * 60 + 30;
 /// The last bar, in minutes since midnight.
 constexpr int lastTradingMinute = 15 * 60;
 
+/// True for a Saturday or Sunday on which the exchanges were closed; before 2000 some were not.
+bool isClosedWeekend(Trading::TradingDate day);
+
 /// True when a bar of a trading day may end at `minute` (minutes since midnight).
 bool isTradingMinute(int minute);
 

@@ -19,6 +19,11 @@ QString text(const char *source)
     return QCoreApplication::translate("TerminalOptions", source);
 }
 
+QString adjustedOption()
+{
+    return QStringLiteral("adjusted");
+}
+
 TerminalOptions defaultOptions(const QString &programFolder)
 {
     TerminalOptions options;
@@ -100,6 +105,9 @@ void addOptions(QCommandLineParser *parser)
     for (const OptionRow &row : optionTable()) {
         parser->addOption(QCommandLineOption(row.name, row.help, row.valueName));
     }
+    parser->addOption(QCommandLineOption(
+        adjustedOption(),
+        text("Shows prices before ex-dates adjusted, by actions/CODE.csv of the data folder.")));
     parser->addOption(
         QCommandLineOption(QStringLiteral("no-broker"), text("Does not start a message broker.")));
     parser->addOption(
@@ -134,14 +142,28 @@ Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &
     }
     parsed.options.startsBroker = !parser.isSet(QStringLiteral("no-broker"));
     parsed.options.hidesAmounts = parser.isSet(QStringLiteral("hide-amounts"));
+    if (parser.isSet(adjustedOption())) {
+        parsed.options.prices = PriceView::Adjusted;
+        parsed.options.given.append(adjustedOption());
+    }
     QString error = takeValues(parser, &parsed.options);
     if (error.isEmpty()) {
         error = settleReplay(parser, &parsed.options);
     }
-    if (error.isEmpty() && parsed.options.dataFolder.isEmpty()) {
+    if (error.isEmpty() && parsed.options.dataFolder.isEmpty() && nameAChart(parsed.options)) {
         error = text("--data must name a folder with securities.csv, daily/ and minute/");
     }
     return error.isEmpty() ? Loaded<ParsedOptions>(parsed) : failure(error);
+}
+
+bool nameAChart(const TerminalOptions &options)
+{
+    static const QStringList names = {QStringLiteral("data"),   QStringLiteral("ledger"),
+                                      QStringLiteral("code"),   QStringLiteral("period"),
+                                      QStringLiteral("day"),    QStringLiteral("overlays"),
+                                      QStringLiteral("replay"), QStringLiteral("snapshot")};
+    return std::any_of(names.begin(), names.end(),
+                       [&options](const QString &name) { return options.given.contains(name); });
 }
 
 QString takeOption(const QString &name, const QString &value, TerminalOptions *options)

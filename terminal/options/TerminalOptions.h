@@ -3,6 +3,7 @@
 #include "terminal/chart/theme/ChartTheme.h"
 #include "terminal/data/ChartPeriod.h"
 #include "terminal/data/Loaded.h"
+#include "terminal/data/PriceView.h"
 #include "terminal/replay/PlannedOrder.h"
 #include "trading/ClockTime.h"
 #include "trading/TradingDate.h"
@@ -24,6 +25,7 @@ struct TerminalOptions
     QString code; ///< empty: the first security of the data folder
     ChartPeriod period = ChartPeriod::Day;
     std::optional<Trading::TradingDate> day; ///< of a minute chart; nothing: the last recorded one
+    PriceView prices = PriceView::Raw;       ///< of charts, of whatever period
     QStringList overlays;                    ///< words of overlayKinds
     QString pluginFile;
     QString moduleProgram;
@@ -58,6 +60,10 @@ struct ParsedOptions
 /// lies; the plug-in, the trading module and the sample data are looked for relative to it.
 /// A failure names the option and what it may be.
 Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &programFolder);
+
+/// True when the command line names something to be seen: data, an account, a chart or a picture. Else the
+/// terminal shows what it did the last time, or its start page.
+bool nameAChart(const TerminalOptions &options);
 
 /// Sets one option, of those that have a value, by its name and the text of its value. Returns an empty text,
 /// or what the value must be; then the options are as they were.

@@ -8,6 +8,13 @@ ChartSource::ChartSource(const DataFolder &folder, const Replay *replay) : m_fol
 {
 }
 
+void ChartSource::setFolder(const DataFolder &folder)
+{
+    DataFolder next = folder;
+    next.keepBookedActions(m_folder);
+    m_folder = next;
+}
+
 bool ChartSource::replays(const QString &code) const
 {
     return m_replay->state() != Replay::State::Closed && m_replay->security().code == code;
@@ -33,10 +40,17 @@ bool ChartSource::isReplayed(const QString &code, Trading::TradingDate day) cons
 }
 
 Loaded<ChartData> ChartSource::load(const QString &code, ChartPeriod period,
-                                    std::optional<Trading::TradingDate> day) const
+                                    std::optional<Trading::TradingDate> day, PriceView view) const
 {
     const bool isToday = period == ChartPeriod::Minute && replays(code) && (!day || *day == replayedDate());
-    return isToday ? m_replay->today() : m_folder.load(code, period, day);
+    return isToday ? m_replay->today() : m_folder.load(code, period, day, view);
+}
+
+ChartData ChartSource::raw(const ChartData &shown) const
+{
+    return shown.view == PriceView::Raw
+               ? shown
+               : m_folder.load(shown.security.code, shown.period, shownDay(shown)).value();
 }
 
 std::optional<double> ChartSource::closeBefore(const QString &code, Trading::TradingDate day) const

@@ -2,13 +2,12 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QSysInfo>
 #include <QUrl>
 
 namespace Terminal {
 
 namespace {
-
-constexpr const char *instanceVariable = "TRADEBUS_INSTANCE";
 
 bool isDatabase(const QString &ledger)
 {
@@ -41,6 +40,20 @@ QString ledgerPlace(const QString &ledger)
     return isDatabase(ledger) ? placeOfDatabase(QUrl(ledger)) : placeOfFile(QFileInfo(ledger));
 }
 
+bool isMissingFile(const QString &ledger)
+{
+    return !ledger.isEmpty() && !isDatabase(ledger) && !QFileInfo::exists(ledger);
+}
+
+bool servesAnother(const Trading::TradePresence &presence, const QString &ledger)
+{
+    if (ledger.isEmpty() || presence.ledger.isEmpty()) {
+        return false;
+    }
+    const bool isElsewhere = !presence.host.isEmpty() && presence.host != QSysInfo::machineHostName();
+    return ledgerPlace(presence.ledger) != ledgerPlace(ledger) || (isElsewhere && !isDatabase(ledger));
+}
+
 QString ledgerName(const QString &ledger)
 {
     if (!isDatabase(ledger)) {
@@ -53,13 +66,25 @@ QString ledgerName(const QString &ledger)
 void enterBusInstance(const QString &ledger)
 {
     if (!ledger.isEmpty() && busInstance().isEmpty()) {
-        qputenv(instanceVariable, ledgerPlace(ledger).toUtf8());
+        qputenv(busInstanceVariable, ledgerPlace(ledger).toUtf8());
+    }
+}
+
+BusMembership::BusMembership(const QString &ledger) : m_isOurs(busInstance().isEmpty())
+{
+    enterBusInstance(ledger);
+}
+
+BusMembership::~BusMembership()
+{
+    if (m_isOurs) {
+        qunsetenv(busInstanceVariable);
     }
 }
 
 QString busInstance()
 {
-    return qEnvironmentVariable(instanceVariable);
+    return qEnvironmentVariable(busInstanceVariable);
 }
 
 } // namespace Terminal

@@ -133,7 +133,9 @@ QString TradeModuleProcess::reasonOfEnd() const
     if (m_hangs) {
         return tr("The trading module did not answer any more; another one is started in its place.");
     }
-    const QString lastWords = lastWordsOf(m_words);
+    // One that was killed said nothing of it: its last words are about something else.
+    const bool hasSaidWhy = m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() != 0;
+    const QString lastWords = hasSaidWhy ? lastWordsOf(m_words) : QString();
     if (lastWords.isEmpty()) {
         return tr("The trading module has ended (exit code %1) and is started again.")
             .arg(m_process.exitCode());

@@ -98,6 +98,12 @@ void LastPrices::readAnew(const QString &code)
     Q_EMIT changed();
 }
 
+void LastPrices::forgetCloses()
+{
+    m_closes.clear();
+    Q_EMIT changed();
+}
+
 void LastPrices::readNow()
 {
     while (!m_unread.isEmpty()) {

@@ -36,6 +36,9 @@ public:
     /// Reads the close of `code` again: its files may have grown.
     void readAnew(const QString &code);
 
+    /// Forgets the closes: files of many securities may be others. They are read when they are asked for.
+    void forgetCloses();
+
     /// Reads at once what was asked for, for a picture.
     void readNow();
 

@@ -10,6 +10,7 @@
 #include "terminal/session/LastPrices.h"
 #include "terminal/session/QuoteFeed.h"
 #include "terminal/session/ReplayLock.h"
+#include "terminal/session/StatementActions.h"
 #include "terminal/trade/OrderDesk.h"
 
 #include <QObject>
@@ -24,6 +25,7 @@ namespace Terminal {
 /// What a terminal does with its trading day by itself.
 struct DayPlan
 {
+    QString ledger;      ///< of the terminal's own trading module; empty: any module's will do
     int replaySpeed = 0; ///< Replay::slowest to fastest; 0: no day is replayed by itself
     /// The day is played at once up to this; nothing: it is played from its beginning.
     std::optional<Trading::ClockTime> replayTo;
@@ -65,8 +67,9 @@ public:
     /// nothing.
     void join();
 
-    /// Replays a day that was recorded, from its beginning and paused. Returns why it cannot be, for the
-    /// user: `day` has no minutes, or another program replays one on this account; then nothing changes.
+    /// Replays a day that was recorded, from its beginning, paused and in raw prices. Returns why it cannot
+    /// be, for the user: `day` has no minutes, or another program replays one on this account; then nothing
+    /// changes.
     QString openReplay(const ChartData &day);
 
     /// Brings the replay that was planned to where it is to begin, before anything listens.
@@ -77,11 +80,15 @@ public:
     /// What overlays wait for on this bus. The session must outlive the gates.
     BusGates gates();
 
+    /// The data folder has other files now.
+    void takeFolder(const DataFolder &folder);
+
     /// The bars that charts can show.
     const ChartSource &source() const { return m_source; }
     Replay *replay() { return &m_replay; }
     OrderDesk *desk() { return &m_desk; }
     LastPrices *prices() { return &m_prices; }
+    StatementActions *statementActions() { return &m_statementActions; }
     /// How things stand with the trading module.
     ModuleWatch *module() { return &m_module; }
 
@@ -105,6 +112,8 @@ Q_SIGNALS:
     void orderRefused(const QString &reason);
 
 private:
+    DeskModule moduleForDesk() const;
+    bool moduleKnows(const char *capability) const;
     void enter(Stage stage);
     void enterWhenHeard();
     void playOn();
@@ -121,6 +130,7 @@ private:
     ChartSource m_source;
     OrderDesk m_desk;
     LastPrices m_prices;
+    StatementActions m_statementActions;
     QuoteFeed m_feed;
     ReplayLock m_replayLock;
     ModuleWatch m_module{nullptr};

@@ -34,13 +34,19 @@ ChartBar::ChartBar(const Securities &securities, const TerminalOptions &options,
 
 void ChartBar::addSecurities(const Securities &securities)
 {
-    for (const Security &security : securities) {
-        m_securities->addItem(security.code + QStringLiteral("  ") + security.name, security.code);
-    }
+    setSecurities(securities);
     addWidget(m_securities);
     connect(m_securities, QOverload<int>::of(&QComboBox::activated), this, [this](int row) {
         Q_EMIT chartAsked(m_securities->itemData(row).toString(), m_period, std::nullopt);
     });
+}
+
+void ChartBar::setSecurities(const Securities &securities)
+{
+    m_securities->clear();
+    for (const Security &security : securities) {
+        m_securities->addItem(security.code + QStringLiteral("  ") + security.name, security.code);
+    }
 }
 
 void ChartBar::addPeriods()
@@ -84,12 +90,22 @@ void ChartBar::addHiding(bool hides)
 
 void ChartBar::addView(const TerminalOptions &options)
 {
+    m_view = new ViewMenu(options, this);
+    m_viewButton = addMenuButton(m_view, nullptr);
+}
+
+void ChartBar::addMenu(QMenu *menu)
+{
+    addMenuButton(menu, m_viewButton);
+}
+
+QAction *ChartBar::addMenuButton(QMenu *menu, QAction *before)
+{
     auto *const button = new QToolButton;
-    m_view = new ViewMenu(options, button);
-    button->setMenu(m_view);
+    button->setMenu(menu);
     button->setPopupMode(QToolButton::InstantPopup);
-    button->setDefaultAction(m_view->menuAction());
-    addWidget(button);
+    button->setDefaultAction(menu->menuAction());
+    return insertWidget(before, button);
 }
 
 QAction *ChartBar::addToggle(bool checked)

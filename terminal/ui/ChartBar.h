@@ -14,6 +14,7 @@
 class QAction;
 class QActionGroup;
 class QComboBox;
+class QMenu;
 
 namespace Terminal {
 
@@ -28,6 +29,12 @@ class ChartBar : public QToolBar
 public:
     /// Offers these securities; overlays cannot be chosen yet, see enableOverlays().
     ChartBar(const Securities &securities, const TerminalOptions &options, QWidget *parent = nullptr);
+
+    /// Offers these securities instead.
+    void setSecurities(const Securities &securities);
+
+    /// Shows a menu left of that of the view; its title may change.
+    void addMenu(QMenu *menu);
 
     /// Shows the choices that lead to this chart; `days` are the recorded ones of its security.
     void showChart(const ChartData &shown, const std::vector<Trading::TradingDate> &days);
@@ -61,6 +68,7 @@ private:
     void addOverlays(const QStringList &chosen);
     void addHiding(bool hides);
     void addView(const TerminalOptions &options);
+    QAction *addMenuButton(QMenu *menu, QAction *before);
     QAction *addToggle(bool checked);
     QAction *overlayAction(const OverlayKind &kind) const;
     QString code() const;
@@ -74,6 +82,7 @@ private:
     std::vector<QAction *> m_overlays; ///< in the order of overlayKinds()
     QAction *m_hiding = nullptr;
     ViewMenu *m_view = nullptr;
+    QAction *m_viewButton = nullptr;
 };
 
 } // namespace Terminal

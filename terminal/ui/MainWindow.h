@@ -26,6 +26,8 @@ class ChartInput;
 class ChartView;
 class ReadoutBar;
 class ReplayedChart;
+class ResultsDock;
+struct ResultsPlace;
 class StateStrip;
 class TradeDocks;
 class TradingSession;
@@ -46,6 +48,15 @@ public:
     /// loaded; then nothing changes and loadError() says why.
     bool load(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day = {});
     QString loadError() const { return m_loadError; }
+
+    /// Which prices charts that are loaded from now on have.
+    void setPrices(PriceView view);
+
+    /// The session's data folder has other files now: offers its securities.
+    void renewSecurities();
+
+    /// Shows a menu in the bar above the chart.
+    void addMenu(QMenu *menu);
 
     /// The options that would show what the window shows now.
     TerminalOptions shownOptions() const;
@@ -73,6 +84,8 @@ public:
     OverlayHost *overlays() const { return m_overlays.get(); }
     ChartView *chart() const { return m_chart; }
     TradeDocks *trade() const { return m_trade.get(); }
+    /// To be started when there is a bus.
+    ResultsDock *results() const { return m_results.get(); }
     UserPrompts *prompts() { return &m_prompts; }
 
     /// Has the overlays calculated and painted that have asked for it, and what is said of them written, now
@@ -94,10 +107,15 @@ private:
     void setUpStates();
     void wireSession();
     void loadOrTell(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day);
+    void showPlace(const ResultsPlace &place);
     void showChoices();
     void showTitle();
     void takeModule();
     QString accountText() const;
+    void showPrices(PriceView view);
+    bool renewPrices();
+    void takeActions(const QString &code);
+    void tellRemarks(const QStringList &remarks);
     void setAmountsHidden(bool hidden);
     void applyTheme();
     void applyLanguage();
@@ -130,6 +148,7 @@ private:
     std::unique_ptr<OverlayHost> m_overlays;
     std::unique_ptr<ChartInput> m_input;
     std::unique_ptr<TradeDocks> m_trade;
+    std::unique_ptr<ResultsDock> m_results;
 };
 
 } // namespace Terminal

@@ -7,12 +7,16 @@ namespace Terminal {
 ViewMenu::ViewMenu(const TerminalOptions &options, QWidget *parent)
     : QMenu(parent),
       m_language(options.language),
+      m_adjusted(addToggle(options.prices == PriceView::Adjusted)),
       m_rise(addToggle(options.riseColour == RiseColour::Green)),
       m_dark(addToggle(options.theme == ThemeKind::Dark)),
       m_languages(addAction(QString())),
       m_export(addAction(QString()))
 {
+    m_adjusted->setShortcut(Qt::CTRL + Qt::Key_F);
     m_export->setShortcut(QKeySequence::Save);
+    connect(m_adjusted, &QAction::triggered, this,
+            [this](bool adjusted) { Q_EMIT pricesChosen(adjusted ? PriceView::Adjusted : PriceView::Raw); });
     connect(m_rise, &QAction::toggled, this,
             [this](bool green) { Q_EMIT riseColourChosen(green ? RiseColour::Green : RiseColour::Red); });
     connect(m_dark, &QAction::toggled, this,
@@ -24,6 +28,11 @@ ViewMenu::ViewMenu(const TerminalOptions &options, QWidget *parent)
     });
     connect(m_export, &QAction::triggered, this, &ViewMenu::exportAsked);
     showTexts();
+}
+
+void ViewMenu::showPrices(PriceView view)
+{
+    m_adjusted->setChecked(view == PriceView::Adjusted);
 }
 
 QAction *ViewMenu::addToggle(bool checked)
@@ -50,6 +59,7 @@ void ViewMenu::changeEvent(QEvent *event)
 void ViewMenu::showTexts()
 {
     setTitle(tr("View"));
+    m_adjusted->setText(tr("Adjusted prices"));
     m_rise->setText(tr("Green rises"));
     m_dark->setText(tr("Dark"));
     // Each language by its own name, for those who read no other.

@@ -8,16 +8,21 @@ class QAction;
 
 namespace Terminal {
 
-/// What is not chosen often: how the window looks and speaks, and the export of its chart.
+/// What is not chosen often: which prices the chart shows, how the window looks and speaks, and the export of
+/// its chart.
 class ViewMenu : public QMenu
 {
     Q_OBJECT
 
 public:
-    /// Begins with the look and the language of `options`.
+    /// Begins with the prices, the look and the language of `options`.
     ViewMenu(const TerminalOptions &options, QWidget *parent);
 
+    /// Shows which prices the chart has, without telling anybody.
+    void showPrices(PriceView view);
+
 Q_SIGNALS:
+    void pricesChosen(PriceView view);
     void riseColourChosen(RiseColour colour);
     void themeChosen(ThemeKind theme);
     void languageChosen(const QString &word); ///< zh or en
@@ -32,6 +37,7 @@ private:
     QString otherLanguage() const;
 
     QString m_language;
+    QAction *m_adjusted;
     QAction *m_rise;
     QAction *m_dark;
     QAction *m_languages;

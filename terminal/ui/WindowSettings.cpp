@@ -3,14 +3,20 @@
 #include "terminal/trade/OrdersPanel.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QMainWindow>
+#include <QUrl>
 
 namespace Terminal {
 
 namespace {
 
+const QString adjustedKey = QStringLiteral("adjusted");
 const QString amountsKey = QStringLiteral("hide-amounts");
 const QString askingKey = QStringLiteral("ask-before-sending");
+const QString dataKey = QStringLiteral("account/data");
+const QString ledgerKey = QStringLiteral("account/ledger");
 const QString geometryKey = QStringLiteral("window/geometry");
 const QString layoutKey = QStringLiteral("window/layout");
 const QString panelKey = QStringLiteral("window/panel");
@@ -55,9 +61,28 @@ TerminalOptions WindowSettings::over(TerminalOptions options) const
                  text(R"("%1" is "%2", but must be %3; the default is taken)").arg(name, value, allowed));
         }
     }
+    if (m_settings.value(adjustedKey).toBool()) {
+        options.prices = PriceView::Adjusted;
+    }
     options.hidesAmounts = options.hidesAmounts || m_settings.value(amountsKey).toBool();
     options.asksBeforeSending = m_settings.value(askingKey, options.asksBeforeSending).toBool();
     return options;
+}
+
+AccountPlaces WindowSettings::places() const
+{
+    return {m_settings.value(dataKey).toString(), m_settings.value(ledgerKey).toString()};
+}
+
+/// Bars without a ledger are no account, and a password is not for a file that others may read.
+void WindowSettings::rememberPlaces(const TerminalOptions &options)
+{
+    if (options.ledger.isEmpty() || !QUrl(options.ledger).password().isEmpty()) {
+        return;
+    }
+    const bool isFile = !options.ledger.contains(QLatin1String("://"));
+    m_settings.setValue(dataKey, QDir(options.dataFolder).absolutePath());
+    m_settings.setValue(ledgerKey, isFile ? QFileInfo(options.ledger).absoluteFilePath() : options.ledger);
 }
 
 void WindowSettings::restoreLayout(QMainWindow *window, const TerminalOptions &options) const
@@ -77,6 +102,8 @@ void WindowSettings::remember(const TerminalOptions &options, const QMainWindow 
     for (auto word = words.begin(); word != words.end(); ++word) {
         m_settings.setValue(word.key(), word.value());
     }
+    m_settings.setValue(adjustedKey, options.prices == PriceView::Adjusted);
+    rememberPlaces(options);
     m_settings.setValue(amountsKey, options.hidesAmounts);
     m_settings.setValue(askingKey, options.asksBeforeSending);
     m_settings.setValue(geometryKey, window.saveGeometry());

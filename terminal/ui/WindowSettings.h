@@ -1,5 +1,6 @@
 #pragma once
 
+#include "terminal/options/AccountPlaces.h"
 #include "terminal/options/TerminalOptions.h"
 
 #include <QSettings>
@@ -21,6 +22,9 @@ public:
     /// be read is told in a warning and left as it is in `options`.
     TerminalOptions over(TerminalOptions options) const;
 
+    /// The account that was shown last; empty texts when none was.
+    AccountPlaces places() const;
+
     /// Lays the window out as it was remembered; its size only when the command line names none.
     void restoreLayout(QMainWindow *window, const TerminalOptions &options) const;
 
@@ -28,6 +32,8 @@ public:
     void remember(const TerminalOptions &options, const QMainWindow &window);
 
 private:
+    void rememberPlaces(const TerminalOptions &options);
+
     QSettings m_settings;
 };
 

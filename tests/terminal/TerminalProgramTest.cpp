@@ -12,6 +12,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QSplitter>
 #include <QTimer>
 
@@ -106,6 +107,29 @@ TEST_F(TerminalProgramWithSettings, OpensAnotherChartWhenTheRememberedOneIsGone)
     QString shown;
     EXPECT_EQ(run({}, [&shown](MainWindow *window) { shown = window->chart()->data().security.code; }), 0);
     EXPECT_EQ(shown, QStringLiteral("000001"));
+}
+
+TEST_F(TerminalProgramWithSettings, OpensInRawPricesWhenTheRememberedOnesCannotBeHad)
+{
+    const QTemporaryDir data;
+    for (const char *const folder : {"daily", "actions"}) {
+        ASSERT_TRUE(QDir(data.path()).mkdir(QLatin1String(folder)));
+    }
+    for (const char *const file : {"securities.csv", "daily/000001.csv"}) {
+        ASSERT_TRUE(QFile::copy(QStringLiteral(TRADECHART_EXAMPLES "/") + QLatin1String(file),
+                                data.filePath(QLatin1String(file))));
+    }
+    QFile actions(data.filePath(QStringLiteral("actions/000001.csv")));
+    ASSERT_TRUE(actions.open(QIODevice::WriteOnly) && actions.write("exdate,dividend\n20130620,x\n") > 0);
+    actions.close();
+    set(QStringLiteral("adjusted"), QStringLiteral("true"));
+    const QStringList withData = {QStringLiteral("--data"), data.path()};
+    const LogCapture log;
+    PriceView shown = PriceView::Adjusted;
+    EXPECT_EQ(run(withData, [&shown](MainWindow *window) { shown = window->chart()->data().view; }), 0);
+    EXPECT_EQ(shown, PriceView::Raw);
+    EXPECT_EQ(run(withData + QStringList(QStringLiteral("--adjusted")), [](MainWindow *) {}), 1)
+        << "they were asked for";
 }
 
 TEST_F(TerminalProgramWithSettings, OpensNoOtherChartThanTheCommandLineNames)

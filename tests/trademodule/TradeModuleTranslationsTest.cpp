@@ -22,7 +22,7 @@ Translations chinese()
 
 Translations marked()
 {
-    return markedTexts({sources()}, {QStringLiteral("tr+=translated")});
+    return markedTexts({sources(), sources() + QStringLiteral("/../trading/ResultColumns.cpp")}, {QStringLiteral("tr+=translated")});
 }
 
 } // namespace

@@ -166,6 +166,18 @@ TEST(Presence, TellsOfAnotherLedgerOnTheBus)
     EXPECT_FALSE(isOfAnotherLedger(own, online("one that does not say", 3)));
 }
 
+TEST(Presence, TellsTheSameFileNameOnAnotherHostFromThisOne)
+{
+    TradePresence elsewhere = complete();
+    elsewhere.instance = QStringLiteral("two");
+    elsewhere.host = QStringLiteral("another desk");
+    EXPECT_TRUE(isOfAnotherLedger(complete(), elsewhere));
+
+    TradePresence own = complete();
+    own.ledger = elsewhere.ledger = QStringLiteral("postgresql://trader@database/account");
+    EXPECT_FALSE(isOfAnotherLedger(own, elsewhere)) << "one server, whoever asks it";
+}
+
 TEST(Presence, IsSaidAgainWhenALateWordHidesIt)
 {
     const TradePresence own = online("two", 8);

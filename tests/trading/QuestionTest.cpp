@@ -155,6 +155,41 @@ TEST(Question, GivesNothingForWhatIsMissing)
     EXPECT_TRUE(nothing.field("cmd").isUndefined());
 }
 
+TEST(Question, AsksForAPartOfAListOfResults)
+{
+    Question question(CmdType::RESULTS);
+    question.setList(ResultGroup::Trip, 200, 50);
+    question.setListOrder(ResultField::Profit, true);
+
+    const Question read = received(question.toJson().constData());
+
+    EXPECT_EQ(read.listGroup(), ResultGroup::Trip);
+    EXPECT_EQ(read.firstRow(), 200);
+    EXPECT_EQ(read.mostRows(), 50);
+    EXPECT_EQ(read.listOrder(), ResultField::Profit);
+    EXPECT_TRUE(read.isDescending());
+}
+
+TEST(Question, GivesNothingForAListThatThereIsNot)
+{
+    const Question odd = received(
+        R"({"cmd":"Results","by":"week","first":"-1","most":"1001","order":"luck","descending":"yes"})");
+
+    EXPECT_EQ(odd.listGroup(), std::nullopt);
+    EXPECT_EQ(odd.firstRow(), std::nullopt);
+    EXPECT_EQ(odd.mostRows(), std::nullopt);
+    EXPECT_EQ(odd.listOrder(), std::nullopt);
+    EXPECT_FALSE(odd.isDescending());
+}
+
+TEST(Question, AsksForAnotherWayToReckonCosts)
+{
+    Question question(CmdType::COSTMETHOD);
+    question.setCostMethod(QLatin1String(CostWords::FIFO));
+
+    EXPECT_EQ(received(question.toJson().constData()).costMethod(), QStringLiteral("fifo"));
+}
+
 TEST(Question, GivesNothingForTextsThatShouldBeNumbersAndTheOtherWayRound)
 {
     const Question odd = received(R"({"cmd":1,"stkcode":600519,"market":1,"date":"20240102",

@@ -4,8 +4,11 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/bus/AnswerMessage.h"
+#include "trademodule/bus/ResultRows.h"
 #include "trademodule/bus/TradeRequest.h"
 #include "trademodule/bus/TradeRows.h"
+#include "trademodule/ledger/AccountHistory.h"
+#include "trademodule/results/ReceivedActions.h"
 #include "trading/ModuleVocabulary.h"
 
 #include <QJsonArray>
@@ -44,6 +47,16 @@ QJsonObject rowOf(const Position &position, qint64 sellable)
     };
 }
 
+QJsonObject rowOf(const ReceivedAction &action)
+{
+    return {
+        {key(ActionFields::DATE), action.date.text()},
+        {key(ActionFields::HELD), QString::number(action.held)},
+        {key(ActionFields::CASH), action.cash.text()},
+        {key(ActionFields::BONUS), QString::number(action.bonus)},
+    };
+}
+
 /// Runs what the rules of the market may refuse; then the answer says why.
 template <typename Action>
 void refusable(AnswerMessage *answer, Action action)
@@ -76,6 +89,9 @@ const TradeAnswers::Command *TradeAnswers::findCommand(const QString &name)
         {TradeChart::CmdType::ENTRUSTCANCEL, &TradeAnswers::cancel},
         {CmdType::ENTRUSTPLACE, &TradeAnswers::place},
         {CmdType::ACCOUNTINFO, &TradeAnswers::answerAccount},
+        {CmdType::RESULTS, &TradeAnswers::answerResults},
+        {CmdType::COSTMETHOD, &TradeAnswers::setCostMethod},
+        {CmdType::CORPORATEACTIONS, &TradeAnswers::answerActions},
     };
     const auto *found =
         std::find_if(std::begin(commands), std::end(commands),
@@ -157,6 +173,44 @@ void TradeAnswers::answerAccount(const TradeRequest & /*request*/, AnswerMessage
                           {key(AccountFields::AVAILABLE), m_exchange->spendable(open).text()},
                           {key(AccountFields::POSITIONS), positions},
                       });
+}
+
+void TradeAnswers::answerResults(const TradeRequest &request, AnswerMessage *answer)
+{
+    const KeptResults::Wish wish = request.results();
+    const qint64 first = request.firstRow();
+    const int most = request.mostRows();
+    const qint64 state = m_results.bringUpToDate();
+    answer->set(CostFields::COSTMETHOD, wordOf(m_results.method()));
+    answer->setRows(
+        resultData(wish, first, m_results.part(wish, first, most), state, m_results.incompleteCodes()));
+}
+
+void TradeAnswers::answerActions(const TradeRequest &request, AnswerMessage *answer)
+{
+    const SecurityId asked = request.security();
+    AccountHistory history(m_ledger->database());
+    ReceivedActions received;
+    for (const KnownSecurity &known : history.securities(asked.code)) {
+        if (known.security == asked) {
+            history.visit(known, [&received](const AccountEvent &event) { received.take(event); });
+        }
+    }
+    QJsonArray rows;
+    for (const ReceivedAction &action : received.all()) {
+        rows.append(rowOf(action));
+    }
+    answer->set(DATA, rows);
+}
+
+void TradeAnswers::setCostMethod(const TradeRequest &request, AnswerMessage *answer)
+{
+    const CostMethod method = request.costMethod();
+    m_ledger->setCostMethod(method);
+    answer->set(DATA, QJsonObject{{key(CostFields::COSTMETHOD), wordOf(method)}});
+    for (const Position &position : m_tellOfCost ? m_ledger->positions() : QVector<Position>()) {
+        m_tellOfCost(position.security);
+    }
 }
 
 void TradeAnswers::cancel(const TradeRequest &request, AnswerMessage *answer)

@@ -2,8 +2,12 @@
 
 #include "trademodule/exchange/PaperExchange.h"
 #include "trademodule/ledger/Ledger.h"
+#include "trademodule/report/KeptResults.h"
 
 #include <QJsonObject>
+
+#include <functional>
+#include <utility>
 
 namespace TradeModule {
 
@@ -16,11 +20,16 @@ class TradeRequest;
 class TradeAnswers
 {
 public:
+    /// Told of each security whose cost is reckoned in another way.
+    using TellOfCost = std::function<void(const SecurityId &)>;
+
     /// Ledger and exchange stay the caller's and outlive this object.
-    TradeAnswers(Ledger *ledger, PaperExchange *exchange)
+    TradeAnswers(Ledger *ledger, PaperExchange *exchange, TellOfCost tellOfCost = {})
         : m_ledger(ledger),
           m_orders(ledger),
-          m_exchange(exchange)
+          m_results(ledger),
+          m_exchange(exchange),
+          m_tellOfCost(std::move(tellOfCost))
     {
     }
 
@@ -38,12 +47,17 @@ private:
     void answerTodaysOrders(const TradeRequest &request, AnswerMessage *answer);
     void answerPastOrders(const TradeRequest &request, AnswerMessage *answer);
     void answerAccount(const TradeRequest &request, AnswerMessage *answer);
+    void answerResults(const TradeRequest &request, AnswerMessage *answer);
+    void answerActions(const TradeRequest &request, AnswerMessage *answer);
+    void setCostMethod(const TradeRequest &request, AnswerMessage *answer);
     void cancel(const TradeRequest &request, AnswerMessage *answer);
     void place(const TradeRequest &request, AnswerMessage *answer);
 
     Ledger *const m_ledger;
     OrderBook m_orders;
+    KeptResults m_results;
     PaperExchange *const m_exchange;
+    const TellOfCost m_tellOfCost;
 };
 
 /// What charts are told after a change.

@@ -6,6 +6,8 @@
 #include "trading/ModuleVocabulary.h"
 #include "trading/TradingUnits.h"
 
+#include <algorithm>
+
 namespace TradeModule {
 
 using namespace TradeChart::TradeKeyFields;
@@ -103,6 +105,60 @@ QString TradeRequest::clientNumber() const
         return {};
     }
     return needed(key, m_question.clientNumber(), translated("1 to 64 printable ASCII characters"));
+}
+
+bool TradeRequest::has(const char *key) const
+{
+    const QJsonValue value = field(key);
+    const bool isEmpty = value.isString() && value.toString().isEmpty();
+    return !value.isUndefined() && !value.isNull() && !isEmpty;
+}
+
+KeptResults::Wish TradeRequest::results() const
+{
+    using namespace Trading::ResultsFields;
+    KeptResults::Wish wish;
+    wish.group = needed(BY, m_question.listGroup(), translated("sale, trip, security, month or year"));
+    wish.code = m_question.securityCode().value_or(QString());
+    wish.order = listOrder(wish.group);
+    wish.isDescending = m_question.isDescending();
+    return wish;
+}
+
+std::optional<ResultField> TradeRequest::listOrder(ResultGroup group) const
+{
+    using namespace Trading::ResultsFields;
+    if (!has(ORDER)) {
+        return std::nullopt;
+    }
+    const QString expected = translated("a column of this list");
+    const ResultField field = needed(ORDER, m_question.listOrder(), expected);
+    const std::vector<ResultField> &fields = Trading::fieldsOf(group);
+    if (std::find(fields.begin(), fields.end(), field) == fields.end()) {
+        refuse(ORDER, expected);
+    }
+    return field;
+}
+
+qint64 TradeRequest::firstRow() const
+{
+    constexpr const char *key = Trading::ResultsFields::FIRST;
+    return has(key) ? needed(key, m_question.firstRow(), translated("a whole number, 0 or more")) : 0;
+}
+
+int TradeRequest::mostRows() const
+{
+    constexpr const char *key = Trading::ResultsFields::MOST;
+    return has(key) ? needed(key, m_question.mostRows(),
+                             translated("a whole number from 1 to %1").arg(Trading::mostResultRows))
+                    : Trading::mostResultRows;
+}
+
+CostMethod TradeRequest::costMethod() const
+{
+    constexpr const char *key = Trading::CostFields::COSTMETHOD;
+    const QString word = m_question.costMethod().value_or(QString());
+    return needed(key, costMethodOf(word), translated("average, diluted or fifo"));
 }
 
 } // namespace TradeModule

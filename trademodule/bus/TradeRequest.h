@@ -1,6 +1,7 @@
 #pragma once
 
 #include "trademodule/ledger/Ledger.h"
+#include "trademodule/report/KeptResults.h"
 #include "trading/Question.h"
 
 #include <QJsonObject>
@@ -34,6 +35,14 @@ public:
     /// "clientno" as text; empty when the question has none.
     QString clientNumber() const;
 
+    /// Which list of results is asked for, of all securities or of "stkcode" alone; its order must be a
+    /// column of the list.
+    KeptResults::Wish results() const;
+    /// The first of the rows that are asked for, and how many of them at most.
+    qint64 firstRow() const;
+    int mostRows() const;
+    CostMethod costMethod() const;
+
     /// A field as it came, for the echo in the answer.
     QJsonValue field(const char *key) const { return m_question.field(key); }
 
@@ -41,6 +50,8 @@ private:
     void needText(const char *key) const;
     template <typename Value>
     Value needed(const char *key, const std::optional<Value> &value, const QString &expected) const;
+    bool has(const char *key) const;
+    std::optional<ResultField> listOrder(ResultGroup group) const;
     [[noreturn]] void refuse(const char *key, const QString &expected) const;
 
     const Trading::Question m_question;

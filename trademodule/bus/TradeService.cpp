@@ -21,6 +21,9 @@ constexpr std::chrono::seconds settleInterval(1);
 /// Of quotes that wait: more than a day's minutes of forty securities, and a few megabytes.
 constexpr int mostWaitingQuotes = 10000;
 
+/// Of messages that wait until the bus is known to be ours, which takes no longer than two seconds.
+constexpr int mostWaitingMessages = 10000;
+
 bool isQuestion(const QJsonObject &message)
 {
     return !message.contains(QLatin1String(TradeChart::TradeKeyFields::SUCCESS));
@@ -60,49 +63,71 @@ TradeService::TradeService(const QString &busDirectory, Ledger *ledger, const Tr
     : m_endPoint(nullptr),
       m_orders(ledger),
       m_exchange(ledger, [this](const Order &changed) { notify(changed); }),
-      m_answers(ledger, &m_exchange),
-      m_presence(presence)
+      m_answers(ledger, &m_exchange, [this](const SecurityId &held) { publish(changeNotification(held)); }),
+      m_presence(presence, busDirectory)
 {
-    QObject::connect(&m_endPoint, &LocalCommunication::EndPoint::messageReceived, this,
-                     &TradeService::handleMessage);
-    QObject::connect(&m_endPoint, &LocalCommunication::EndPoint::ready, this,
-                     [this] { attempt([this] { tellOfToday(); }); });
+    using LocalCommunication::EndPoint;
+    connect(&m_endPoint, &EndPoint::messageReceived, this,
+            [this](const QByteArray &topic, const QByteArray &payload, const QByteArray &replyChannel) {
+                takeMessage({topic, payload, replyChannel});
+            });
+    connect(&m_endPoint, &EndPoint::ready, &m_presence, &ModulePresence::arrive);
+    connect(&m_presence, &ModulePresence::begun, this, &TradeService::begin);
+    connect(&m_presence, &ModulePresence::occupied, this, &TradeService::occupied);
+    connect(&m_presence, &ModulePresence::silent, this, &TradeService::silent);
     m_endPoint.subscribe(Channel::GLOBAL, {TradeChart::Topic::TRADEQUERY, Topic::TRADEPRESENCE});
     if (!ledger->isReadOnly()) {
         beginDealing();
     }
     m_endPoint.connect(busDirectory);
-    m_presence.start(busDirectory);
 }
 
 void TradeService::beginDealing()
 {
     m_endPoint.subscribe(Channel::MARKET, QByteArray(Topic::QUOTE));
-    QObject::connect(&m_settleTimer, &QTimer::timeout, this, [this] { attempt([this] { settle(); }); });
+    connect(&m_settleTimer, &QTimer::timeout, this, [this] { attempt([this] { settle(); }); });
     m_settleTimer.start(settleInterval);
 }
 
-void TradeService::handleMessage(const QByteArray &topic, const QByteArray &payload,
-                                 const QByteArray &replyChannel)
+/// What came while the word of this module was on its way is done now.
+void TradeService::begin()
+{
+    attempt([this] { tellOfToday(); });
+    Q_EMIT begun();
+    while (!m_held.isEmpty() && m_presence.isServing()) {
+        handleMessage(m_held.takeFirst());
+    }
+}
+
+void TradeService::takeMessage(const Message &message)
 {
     if (m_isStopped) {
         return;
     }
-    if (topic == Topic::TRADEPRESENCE) {
-        handlePresence(payload);
+    if (message.topic == Topic::TRADEPRESENCE) {
+        m_presence.hear(message.payload);
     } else {
-        topic == Topic::QUOTE ? handleQuote(payload) : handleQuestion(payload, replyChannel);
+        m_presence.isServing() ? handleMessage(message) : hold(message);
     }
 }
 
-void TradeService::handlePresence(const QByteArray &payload)
+/// The module that serves on this bus takes them itself.
+void TradeService::hold(const Message &message)
 {
-    const QString other = m_presence.hear(payload);
-    if (!other.isEmpty()) {
-        warn(translated("another trading module serves %1 on this bus: an order is placed in both ledgers. "
-                        "Give each account a bus or a prefix of its own")
-                 .arg(other));
+    if (m_presence.isWaiting()) {
+        m_held.clear();
+        return;
     }
+    m_held.append(message);
+    if (m_held.size() > mostWaitingMessages) {
+        m_held.removeFirst();
+    }
+}
+
+void TradeService::handleMessage(const Message &message)
+{
+    message.topic == Topic::QUOTE ? handleQuote(message.payload)
+                                  : handleQuestion(message.payload, message.replyChannel);
 }
 
 void TradeService::handleQuestion(const QByteArray &payload, const QByteArray &replyChannel)
@@ -181,10 +206,10 @@ void TradeService::tellOfToday()
     }
 }
 
-/// What is left to do after the lease is lost is left alone.
+/// What is left to do after the lease is lost, or the bus, is left alone.
 void TradeService::attempt(const std::function<void()> &work)
 {
-    if (m_isStopped) {
+    if (m_isStopped || !m_presence.isServing()) {
         return;
     }
     try {
@@ -213,8 +238,13 @@ void TradeService::warn(const QString &trouble)
 
 void TradeService::notify(const Order &changed)
 {
+    publish(changeNotification(changed));
+}
+
+void TradeService::publish(const QJsonObject &notification)
+{
     m_endPoint.sendMessage(Channel::GLOBAL, TradeChart::Topic::TRADENOTIFY,
-                           QJsonDocument(changeNotification(changed)).toJson(QJsonDocument::Compact));
+                           QJsonDocument(notification).toJson(QJsonDocument::Compact));
 }
 
 } // namespace TradeModule

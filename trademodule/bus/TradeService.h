@@ -11,11 +11,12 @@
 
 namespace TradeModule {
 
-/// A module at work: as long as it lives it answers every question on channel "Global", topic
+/// A module at work: while the bus is its own it answers every question on channel "Global", topic
 /// "TradeQuery" (on the channel that the question's "screenId" names, else to its sender), deals orders
 /// against the quotes on channel "Market", and tells charts about every change. Whenever it joins the bus
 /// it tells of today's orders, too: what it told last may have been lost with an earlier process. Where the
-/// ledger can only be read, it answers what needs no change, refuses the rest, and deals nothing.
+/// ledger can only be read, it answers what needs no change, refuses the rest, and deals nothing. On a bus on
+/// which the module of another ledger serves it does nothing of this until that one is gone.
 class TradeService : public QObject
 {
     Q_OBJECT
@@ -26,12 +27,28 @@ public:
     TradeService(const QString &busDirectory, Ledger *ledger, const Trading::TradePresence &presence);
 
 Q_SIGNALS:
+    /// It serves from now on.
+    void begun();
+    /// The module of another ledger serves on this bus, or, `silent`, has not said that it went: it is waited
+    /// for.
+    void occupied(const Trading::TradePresence &other);
+    void silent(const Trading::TradePresence &other);
     /// Another process serves the ledger: nothing is answered and nothing changed from now on. Said once.
     void leaseLost(const QString &reason);
 
 private:
-    void handleMessage(const QByteArray &topic, const QByteArray &payload, const QByteArray &replyChannel);
-    void handlePresence(const QByteArray &payload);
+    /// As it came from the bus.
+    struct Message
+    {
+        QByteArray topic;
+        QByteArray payload;
+        QByteArray replyChannel;
+    };
+
+    void begin();
+    void takeMessage(const Message &message);
+    void handleMessage(const Message &message);
+    void hold(const Message &message);
     void handleQuestion(const QByteArray &payload, const QByteArray &replyChannel);
     void send(const QByteArray &answer, const QJsonObject &question, const QByteArray &replyChannel);
     void handleQuote(const QByteArray &payload);
@@ -43,6 +60,7 @@ private:
     void stop(const QString &reason);
     void warn(const QString &trouble);
     void notify(const Order &changed);
+    void publish(const QJsonObject &notification);
 
     LocalCommunication::EndPoint m_endPoint;
     OrderBook m_orders;
@@ -50,6 +68,7 @@ private:
     TradeAnswers m_answers;
     ModulePresence m_presence;
     QTimer m_settleTimer;
+    QList<Message> m_held;  // that came before it was known whether the bus is ours, the oldest first
     QList<Quote> m_quotes;  // that wait for a ledger that is busy or away, the oldest first
     QSet<QString> m_warned; // since the ledger could be used last
     bool m_isStopped = false;

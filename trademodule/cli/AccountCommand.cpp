@@ -12,7 +12,7 @@ namespace {
 Money amountOf(const QString &text)
 {
     bool isNumber = false;
-    const std::optional<Money> amount = Money::ofYuan(text.toDouble(&isNumber));
+    const std::optional<Money> amount = Money::ofExactYuan(text.toDouble(&isNumber));
     if (!isNumber || !amount || amount->isNegative()) {
         throw UsageError(
             translated("--cash is \"%1\", but must be an amount of yuan such as 500000 or 1234.56")
@@ -28,14 +28,14 @@ int account(const Invocation &invocation)
     if (invocation.isSet(QStringLiteral("cash"))) {
         cash = amountOf(invocation.value(QStringLiteral("cash")));
     }
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(cash ? invocation.ledgerOrNew() : invocation.existingLedger());
     PaperExchange exchange(&ledger);
     if (cash) {
         exchange.setCash(*cash);
     }
     Listing listing({QT_TR_NOOP("cash"), QT_TR_NOOP("available")}, invocation.isSet(QStringLiteral("json")));
     listing.add({OrderBook(&ledger).cash().text(), exchange.spendable().text()});
-    print(listing.text());
+    listing.finish();
     return Succeeded;
 }
 

@@ -23,6 +23,27 @@ QString Invocation::ledger() const
     return location;
 }
 
+QString Invocation::existingLedger() const
+{
+    const QString location = ledger();
+    if (!Ledger::isThere(location)) {
+        throw Error(
+            translated("there is no ledger %1; \"import FILE\" makes one of a statement, \"open\" of a "
+                       "holding, \"serve\" or \"account --cash\" an empty one")
+                .arg(Database::shownLocation(location)));
+    }
+    return location;
+}
+
+QString Invocation::ledgerOrNew() const
+{
+    const QString location = ledger();
+    if (!Ledger::isThere(location)) {
+        printError(translated("a new ledger is made: %1").arg(Database::shownLocation(location)));
+    }
+    return location;
+}
+
 std::optional<TradingDate> Invocation::date(const QString &option) const
 {
     if (!isSet(option)) {
@@ -35,6 +56,27 @@ std::optional<TradingDate> Invocation::date(const QString &option) const
             translated("--%1 is \"%2\", but must be a date of the form yyyymmdd").arg(option, text));
     }
     return date;
+}
+
+DateRange Invocation::days() const
+{
+    DateRange days;
+    days.first = date(QStringLiteral("from")).value_or(days.first);
+    days.last = date(QStringLiteral("to")).value_or(days.last);
+    if (days.last < days.first) {
+        throw UsageError(translated("--from is later than --to"));
+    }
+    return days;
+}
+
+QCommandLineOption Invocation::firstDayOption()
+{
+    return {QStringLiteral("from"), translated("First day."), QStringLiteral("yyyymmdd")};
+}
+
+QCommandLineOption Invocation::lastDayOption()
+{
+    return {QStringLiteral("to"), translated("Last day."), QStringLiteral("yyyymmdd")};
 }
 
 QStringList Invocation::arguments(int count, const QString &what) const
@@ -140,6 +182,19 @@ int runWithoutCommand(const QStringList &arguments)
     return commands().front().run(Invocation(&parser));
 }
 
+/// What begins with a dash is an option to the parser: "-100" would be told as three unknown ones.
+[[noreturn]] void refuseCommandLine(const QCommandLineParser &parser, const QStringList &arguments)
+{
+    for (const QString &argument : arguments) {
+        bool isNumber = false;
+        argument.toDouble(&isNumber);
+        if (isNumber && argument.startsWith(QLatin1Char('-'))) {
+            throw UsageError(translated("%1 is negative: only numbers above zero are taken").arg(argument));
+        }
+    }
+    throw UsageError(parser.errorText());
+}
+
 int runCommand(const Command &command, const QStringList &arguments)
 {
     QCommandLineParser parser;
@@ -151,7 +206,7 @@ int runCommand(const Command &command, const QStringList &arguments)
         parser.addPositionalArgument(command.argumentSyntax, QString(), command.argumentSyntax);
     }
     if (!parser.parse(arguments)) {
-        throw UsageError(parser.errorText());
+        refuseCommandLine(parser, arguments);
     }
     return parser.isSet(QStringLiteral("help")) ? showHelp(parser) : command.run(Invocation(&parser));
 }

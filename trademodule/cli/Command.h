@@ -26,8 +26,19 @@ public:
     QString bus() const { return value(QStringLiteral("bus")); }
     /// The value of --ledger; a UsageError when it was not given or is empty.
     QString ledger() const;
+    /// The same for a command that shows or changes what is there: a mistyped name must not be a new account.
+    /// An Error, which says how a ledger is made, where there is none.
+    QString existingLedger() const;
+    /// The same for a command that begins a ledger where there is none; it says so on standard error.
+    QString ledgerOrNew() const;
     /// The value of an option that holds a date yyyymmdd, if it was given; a UsageError for anything else.
     std::optional<TradingDate> date(const QString &option) const;
+    /// The days from --from to --to, both included; all where they were not given. A UsageError when they are
+    /// in the wrong order.
+    DateRange days() const;
+    /// The options --from and --to, for commands that ask for days().
+    static QCommandLineOption firstDayOption();
+    static QCommandLineOption lastDayOption();
     /// The arguments, `count` of them; a UsageError, asking for `what`, for any other number.
     QStringList arguments(int count, const QString &what) const;
 

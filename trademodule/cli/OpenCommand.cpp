@@ -11,6 +11,12 @@ namespace TradeModule {
 
 namespace {
 
+/// Stands in the list of imports where others have a file.
+QString openingName()
+{
+    return QStringLiteral("open");
+}
+
 qint64 quantityOf(const QString &text)
 {
     bool isNumber = false;
@@ -25,7 +31,7 @@ qint64 quantityOf(const QString &text)
 Money costPriceOf(const QString &text)
 {
     bool isNumber = false;
-    const std::optional<Money> price = Money::ofYuan(text.toDouble(&isNumber));
+    const std::optional<Money> price = Money::ofExactYuan(text.toDouble(&isNumber));
     if (!isNumber || !price || price->isNegative()) {
         throw UsageError(translated("\"%1\" is no cost price in yuan").arg(text));
     }
@@ -58,15 +64,43 @@ Execution holdingOf(const QStringList &arguments)
     return holding;
 }
 
+/// The holdings of a security that were entered by this command, as the ledger tells them.
+QVector<qint64> enteredBefore(Ledger *ledger, const SecurityId &security)
+{
+    QVector<qint64> numbers;
+    for (const ImportedStatement &statement : ledger->imports()) {
+        if (statement.file == openingName() &&
+            ledger->securitiesOfImport(statement.number).contains(security)) {
+            numbers.append(statement.number);
+        }
+    }
+    return numbers;
+}
+
+/// A holding is entered once: a second word on it is a correction, which must be said.
+void refuseSecond(const SecurityId &security, const QVector<qint64> &before)
+{
+    if (!before.isEmpty()) {
+        throw Error(
+            translated("the ledger has an opening holding of %1 already, import %2: put this one in its "
+                       "place with --replace")
+                .arg(security.code)
+                .arg(before.constFirst()));
+    }
+}
+
 int open(const Invocation &invocation)
 {
     const Execution holding = holdingOf(invocation.arguments(
         4, translated("CODE QUANTITY COST-PRICE DAY, such as 600519 100 1700.00 20231229")));
-    Ledger ledger(invocation.ledger());
-    Statement statement{QStringLiteral("open"), {holding}, {}};
-    const Booked booked = ledger.book(statement, Ledger::Mode::Keep);
-    if (booked.added == 0) {
-        throw Error(translated("the ledger has this holding already"));
+    Ledger ledger(invocation.ledgerOrNew());
+    const QVector<qint64> before = enteredBefore(&ledger, holding.security);
+    if (!invocation.isSet(QStringLiteral("replace"))) {
+        refuseSecond(holding.security, before);
+    }
+    ledger.bookInPlaceOf(before, {openingName(), {holding}, {}});
+    for (const qint64 number : before) {
+        print(translated("import %1 is taken back").arg(number) + QLatin1Char('\n'));
     }
     print(translated("entered %1 of %2 at %3 on %4; undo takes it back")
               .arg(holding.quantity)
@@ -80,11 +114,12 @@ int open(const Invocation &invocation)
 
 Command openCommand()
 {
-    return {QStringLiteral("open"),
-            translated("Enters a holding from before the first statement, at the start of a day."),
-            QStringLiteral("CODE QUANTITY COST-PRICE DAY"),
-            {},
-            &open};
+    return {
+        QStringLiteral("open"),
+        translated("Enters a holding from before the first statement, at the start of a day."),
+        QStringLiteral("CODE QUANTITY COST-PRICE DAY"),
+        {{QStringLiteral("replace"), translated("Puts it in the place of the one that was entered before.")}},
+        &open};
 }
 
 } // namespace TradeModule

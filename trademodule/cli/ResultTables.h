@@ -1,9 +1,8 @@
 #pragma once
 
 #include "trademodule/cli/RowStream.h"
-#include "trademodule/ledger/AccountHistory.h"
 #include "trademodule/ledger/DateRange.h"
-#include "trademodule/results/HeldShares.h"
+#include "trademodule/report/ResultLine.h"
 #include "trademodule/results/ResultsVisitor.h"
 
 #include <memory>
@@ -11,7 +10,7 @@
 namespace TradeModule {
 
 /// One of the lists of results: gets what the reckoning of one security after the other tells, and writes its
-/// rows.
+/// rows while it goes.
 class ResultTable : public ResultsVisitor
 {
 public:
@@ -31,7 +30,6 @@ struct ResultOptions
     RowStream::Format format = RowStream::Format::Table;
 };
 
-/// The table of a word, "sale", "trip", "security", "month" or "year"; null for any other.
-std::unique_ptr<ResultTable> resultTable(const QString &word, const ResultOptions &options);
+std::unique_ptr<ResultTable> resultTable(ResultGroup group, const ResultOptions &options);
 
 } // namespace TradeModule

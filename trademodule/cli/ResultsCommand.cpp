@@ -5,7 +5,7 @@
 #include "trademodule/cli/Listing.h"
 #include "trademodule/cli/ResultTables.h"
 #include "trademodule/cli/UsageError.h"
-#include "trademodule/results/SecurityReckoning.h"
+#include "trademodule/report/LedgerReckoning.h"
 
 namespace TradeModule {
 
@@ -21,27 +21,18 @@ RowStream::Format formatOf(const Invocation &invocation)
     return isJson ? RowStream::Format::Json : isCsv ? RowStream::Format::Csv : RowStream::Format::Table;
 }
 
-DateRange daysOf(const Invocation &invocation)
+ResultGroup groupOf(const Invocation &invocation)
 {
-    DateRange days;
-    days.first = invocation.date(QStringLiteral("from")).value_or(days.first);
-    days.last = invocation.date(QStringLiteral("to")).value_or(days.last);
-    if (days.first > days.last) {
-        throw UsageError(translated("--from is later than --to"));
+    if (!invocation.isSet(QStringLiteral("by"))) {
+        return ResultGroup::Security;
     }
-    return days;
-}
-
-std::unique_ptr<ResultTable> tableOf(const Invocation &invocation, const ResultOptions &options)
-{
-    const QString word = invocation.isSet(QStringLiteral("by")) ? invocation.value(QStringLiteral("by"))
-                                                                : QStringLiteral("security");
-    std::unique_ptr<ResultTable> table = resultTable(word, options);
-    if (!table) {
+    const QString word = invocation.value(QStringLiteral("by"));
+    const std::optional<ResultGroup> group = Trading::resultGroupOf(word);
+    if (!group) {
         throw UsageError(
             translated("--by is \"%1\", but must be sale, trip, security, month or year").arg(word));
     }
-    return table;
+    return *group;
 }
 
 QVector<KnownSecurity> securitiesOf(const QString &code, AccountHistory *history)
@@ -63,45 +54,39 @@ void warnOfUnexplained(const KnownSecurity &security, const HeldShares &shares)
     }
 }
 
-/// What happened after the last of the days is left out: the books are those of that day's evening.
-void reckon(const ResultOptions &options, const QString &code, AccountHistory *history, ResultTable *table)
+void reckonSecurities(const ResultOptions &options, const QString &code, AccountHistory *history,
+                      ResultTable *table)
 {
     for (const KnownSecurity &security : securitiesOf(code, history)) {
         table->begin(security);
-        SecurityReckoning reckoning(options.method, table);
-        history->visit(security, [&](const AccountEvent &event) {
-            if (event.date <= options.days.last) {
-                reckoning.add(event);
-            }
-        });
-        reckoning.finish();
-        table->end(reckoning.shares());
-        warnOfUnexplained(security, reckoning.shares());
+        const HeldShares shares = reckon(history, security, options.method, options.days.last, table);
+        table->end(shares);
+        warnOfUnexplained(security, shares);
     }
 }
 
-void reckonOtherMoney(const ResultOptions &options, AccountHistory *history, ResultTable *table)
+void reckonMoneyOfNone(const ResultOptions &options, AccountHistory *history, ResultTable *table)
 {
     table->begin({});
-    SecurityReckoning reckoning(options.method, table);
-    history->visitOtherMoney([&reckoning](const AccountEvent &event) { reckoning.add(event); });
-    table->end(reckoning.shares());
+    reckonOtherMoney(history, options.days.last, table);
+    table->end(HeldShares(options.method));
 }
 
 int results(const Invocation &invocation)
 {
     invocation.arguments(0, translated("no arguments, only options"));
     ResultOptions options;
-    options.days = daysOf(invocation);
+    options.days = invocation.days();
     options.format = formatOf(invocation);
-    Ledger ledger(invocation.ledger());
+    const ResultGroup group = groupOf(invocation);
+    Ledger ledger(invocation.existingLedger());
     options.method = ledger.costMethod();
     const QString code = invocation.value(QStringLiteral("code"));
     AccountHistory history(ledger.database());
-    const std::unique_ptr<ResultTable> table = tableOf(invocation, options);
-    reckon(options, code, &history, table.get());
+    const std::unique_ptr<ResultTable> table = resultTable(group, options);
+    reckonSecurities(options, code, &history, table.get());
     if (code.isEmpty()) {
-        reckonOtherMoney(options, &history, table.get());
+        reckonMoneyOfNone(options, &history, table.get());
     }
     table->finish();
     if (options.format == RowStream::Format::Table) {
@@ -124,8 +109,8 @@ Command resultsCommand()
              Listing::jsonOption(),
              {QStringLiteral("csv"), translated("Writes CSV instead of a table.")},
              {QStringLiteral("code"), translated("Only this security."), QStringLiteral("CODE")},
-             {QStringLiteral("from"), translated("First day."), QStringLiteral("yyyymmdd")},
-             {QStringLiteral("to"), translated("Last day."), QStringLiteral("yyyymmdd")}},
+             Invocation::firstDayOption(),
+             Invocation::lastDayOption()},
             &results};
 }
 

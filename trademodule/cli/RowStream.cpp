@@ -2,9 +2,10 @@
 
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/cli/Console.h"
+#include "trading/CsvLine.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 
 #include <algorithm>
 
@@ -14,22 +15,18 @@ namespace {
 
 constexpr int mostWaiting = 1000;
 
-QString csvCell(const QString &cell)
+/// An object of the library for each row would take most of the time of a long list.
+QString jsonText(const QString &cell)
 {
-    const bool isPlain = std::none_of(cell.begin(), cell.end(), [](QChar character) {
-        return QStringLiteral(",\"\r\n").contains(character);
+    const bool isPlain = std::all_of(cell.begin(), cell.end(), [](QChar character) {
+        return character >= QLatin1Char(' ') && character != QLatin1Char('"') &&
+               character != QLatin1Char('\\') && !character.isSurrogate();
     });
-    QString doubled = cell;
-    return isPlain ? cell
-                   : QLatin1Char('"') + doubled.replace(QLatin1Char('"'), QLatin1String("\"\"")) +
-                         QLatin1Char('"');
-}
-
-QString csvLine(const QStringList &row)
-{
-    QStringList cells;
-    std::transform(row.begin(), row.end(), std::back_inserter(cells), &csvCell);
-    return cells.join(QLatin1Char(',')) + QLatin1Char('\n');
+    if (isPlain) {
+        return QLatin1Char('"') + cell + QLatin1Char('"');
+    }
+    const QByteArray list = QJsonDocument(QJsonArray{cell}).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(list.mid(1, list.size() - 2));
 }
 
 } // namespace
@@ -51,7 +48,7 @@ RowStream::RowStream(QVector<const char *> columns, Format format)
         write(QStringLiteral("["));
         return;
     case Format::Csv:
-        write(csvLine(header));
+        write(Trading::csvLine(header));
         return;
     }
 }
@@ -66,7 +63,7 @@ void RowStream::add(const QStringList &row)
         writeJson(row);
         return;
     case Format::Csv:
-        write(csvLine(row));
+        write(Trading::csvLine(row));
         return;
     }
 }
@@ -122,12 +119,12 @@ void RowStream::writeTable()
 
 void RowStream::writeJson(const QStringList &row)
 {
-    QJsonObject object;
+    QString line = m_isFirst ? QStringLiteral("\n{") : QStringLiteral(",\n{");
     for (int i = 0; i < m_columns.size(); ++i) {
-        object[QLatin1String(m_columns[i])] = row[i];
+        line += i == 0 ? QString() : QStringLiteral(",");
+        line += QLatin1Char('"') + QLatin1String(m_columns[i]) + QLatin1String("\":") + jsonText(row[i]);
     }
-    write((m_isFirst ? QStringLiteral("\n") : QStringLiteral(",\n")) +
-          QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
+    write(line + QLatin1Char('}'));
     m_isFirst = false;
 }
 

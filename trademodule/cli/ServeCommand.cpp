@@ -10,6 +10,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QFileInfo>
 #include <QTimer>
 #include <QUuid>
 
@@ -43,8 +44,16 @@ void beat(ServingLease *lease)
 /// How long the database's server may take for a statement before it is left as one that hangs.
 constexpr std::chrono::seconds longestStatement(5);
 
+/// A file by the one name that it has for every program of this machine.
+QString placeOf(Ledger *ledger)
+{
+    const QString canonical = QFileInfo(ledger->database()->location()).canonicalFilePath();
+    const bool isFile = ledger->database()->kind() == Database::Kind::Sqlite;
+    return isFile && !canonical.isEmpty() ? canonical : ledger->shownLocation();
+}
+
 /// What other programs on the bus are told of this one.
-Trading::TradePresence presenceOf(const Ledger &ledger, const LedgerServer &server)
+Trading::TradePresence presenceOf(Ledger *ledger, const LedgerServer &server)
 {
     Trading::TradePresence presence;
     presence.instance = QUuid::createUuid().toString(QUuid::WithoutBraces);
@@ -52,13 +61,58 @@ Trading::TradePresence presenceOf(const Ledger &ledger, const LedgerServer &serv
     presence.fence = server.fence;
     presence.version = QCoreApplication::applicationVersion();
     presence.protocol = QStringLiteral("1");
-    presence.can = QStringList{QLatin1String(Trading::Capability::CLIENTNO)};
+    presence.can = QStringList{QLatin1String(Trading::Capability::CLIENTNO),
+                               QLatin1String(Trading::Capability::ACTIONS)};
     presence.host = server.process.host;
     presence.process = server.process.number;
     presence.since = QDateTime::fromString(server.since, Qt::ISODate);
-    presence.isReadOnly = ledger.isReadOnly();
-    presence.ledger = ledger.shownLocation();
+    presence.isReadOnly = ledger->isReadOnly();
+    presence.ledger = placeOf(ledger);
     return presence;
+}
+
+QString serverText(const Trading::TradePresence &presence)
+{
+    return translated("process %1 on %2, since %3")
+        .arg(QString::number(presence.process), presence.host, presence.since.toString(Qt::ISODate));
+}
+
+/// One account on one bus: who came second must not be told as one that answers.
+void tellOccupied(const Trading::TradePresence &other, bool standsBy)
+{
+    const QString who =
+        translated("another trading module serves the ledger %1 on this bus: %2; an order would be placed in "
+                   "both. Give each account a bus or a prefix of its own")
+            .arg(other.ledger, serverText(other));
+    standsBy ? printError(translated("standing by, %1").arg(who)) : endWith(who);
+}
+
+void tellSilent(const Trading::TradePresence &other)
+{
+    printError(translated("the trading module of the ledger %1 is announced on this bus and does not answer: "
+                          "%2. Unless it does, it counts as gone after %3 seconds")
+                   .arg(other.ledger, serverText(other))
+                   .arg(ModulePresence::longestSilence.count()));
+}
+
+void tellBegun(const QString &bus, const Ledger &ledger, const LedgerServer &server)
+{
+    printError(translated("serving the ledger %1 on the bus of %2, fence %3")
+                   .arg(ledger.shownLocation(), bus)
+                   .arg(server.fence));
+}
+
+/// Says with each change how things stand on the bus.
+void tellOnStandardError(const TradeService &service, const Invocation &invocation, const Ledger &ledger,
+                         const LedgerServer &server)
+{
+    const bool standsBy = invocation.isSet(QStringLiteral("standby"));
+    QObject::connect(&service, &TradeService::leaseLost, &endWith);
+    QObject::connect(&service, &TradeService::begun, &service,
+                     [bus = invocation.bus(), &ledger, server] { tellBegun(bus, ledger, server); });
+    QObject::connect(&service, &TradeService::silent, &service, &tellSilent);
+    QObject::connect(&service, &TradeService::occupied, &service,
+                     [standsBy](const Trading::TradePresence &other) { tellOccupied(other, standsBy); });
 }
 
 int answerCharts(const Invocation &invocation, Ledger *ledger, ServingLease *lease)
@@ -66,8 +120,8 @@ int answerCharts(const Invocation &invocation, Ledger *ledger, ServingLease *lea
     ledger->setPatience(patience);
     ledger->database()->setLongestStatement(longestStatement);
     ledger->database()->reconnectAside();
-    const TradeService service(invocation.bus(), ledger, presenceOf(*ledger, lease->server()));
-    QObject::connect(&service, &TradeService::leaseLost, &endWith);
+    const TradeService service(invocation.bus(), ledger, presenceOf(ledger, lease->server()));
+    tellOnStandardError(service, invocation, *ledger, lease->server());
     QTimer heart;
     QObject::connect(&heart, &QTimer::timeout, &service, [lease] { beat(lease); });
     heart.start(ServingLease::betweenBeats);
@@ -80,7 +134,7 @@ int serve(const Invocation &invocation)
         throw UsageError(translated("give the directory of the terminal with --bus DIR"));
     }
     const TerminationSignals signalsQuit;
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.ledgerOrNew());
     ServingLease lease(ledger.database());
     if (!invocation.isSet(QStringLiteral("standby"))) {
         lease.take();

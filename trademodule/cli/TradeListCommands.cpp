@@ -24,7 +24,7 @@ bool hasDigitsOnly(const QString &text)
 int listPositions(const Invocation &invocation)
 {
     invocation.arguments(0, translated("no arguments, only options"));
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     Listing listing({QT_TR_NOOP("code"), QT_TR_NOOP("market"), QT_TR_NOOP("name"), QT_TR_NOOP("quantity"),
                      QT_TR_NOOP("costprice"), QT_TR_NOOP("cost"), QT_TR_NOOP("method")},
                     invocation.isSet(QStringLiteral("json")));
@@ -36,36 +36,30 @@ int listPositions(const Invocation &invocation)
              decimals(position.holding.costPrice().value_or(0), 3), decimals(position.holding.cost(), 2),
              listing.isJson() ? wordOf(position.holding.method()) : nameOf(position.holding.method())});
     }
-    print(listing.text());
+    listing.finish();
     return Succeeded;
 }
 
 int listTrades(const Invocation &invocation)
 {
     invocation.arguments(0, translated("no arguments, only options"));
-    DateRange days;
-    days.first = invocation.date(QStringLiteral("from")).value_or(days.first);
-    days.last = invocation.date(QStringLiteral("to")).value_or(days.last);
-    if (days.last < days.first) {
-        throw UsageError(translated("--from is later than --to"));
-    }
+    const DateRange days = invocation.days();
     const QString code = invocation.value(QStringLiteral("code"));
     if (!hasDigitsOnly(code)) {
         throw UsageError(translated("--code is \"%1\", but a code has digits only").arg(code));
     }
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     Listing listing({QT_TR_NOOP("date"), QT_TR_NOOP("time"), QT_TR_NOOP("code"), QT_TR_NOOP("market"),
                      QT_TR_NOOP("side"), QT_TR_NOOP("price"), QT_TR_NOOP("quantity"), QT_TR_NOOP("amount"),
                      QT_TR_NOOP("fee"), QT_TR_NOOP("order"), QT_TR_NOOP("deal")},
                     invocation.isSet(QStringLiteral("json")));
-    const Executions trades = code.isEmpty() ? ledger.trades(days) : ledger.trades(code, days);
-    for (const Execution &trade : trades) {
+    ledger.visitTrades(code, days, [&listing](const Execution &trade) {
         listing.add({trade.date.dashedText(), trade.time.colonText(), trade.security.code,
                      marketLetters(trade.security.market), listing.word(sideWord(trade.side)),
                      trade.price.text(), QString::number(trade.quantity), trade.amount.text(),
                      trade.fee.text(), trade.orderNo, trade.dealNo});
-    }
-    print(listing.text());
+    });
+    listing.finish();
     return Succeeded;
 }
 
@@ -87,8 +81,8 @@ Command tradesCommand()
             {},
             {Listing::jsonOption(),
              {QStringLiteral("code"), translated("Only trades of this security."), QStringLiteral("CODE")},
-             {QStringLiteral("from"), translated("First day."), QStringLiteral("yyyymmdd")},
-             {QStringLiteral("to"), translated("Last day."), QStringLiteral("yyyymmdd")}},
+             Invocation::firstDayOption(),
+             Invocation::lastDayOption()},
             &listTrades};
 }
 

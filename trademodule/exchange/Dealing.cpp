@@ -28,11 +28,10 @@ Money amountOf(const Order &order, Money price, qint64 quantity)
     return *amount;
 }
 
-/// An order in parts pays what it would have paid in one.
-Money feeOf(const Order &order, Money amount)
+/// What an order in parts pays of a fee for its next one: in all it pays what it would have paid in one.
+Money partOf(Money (*fee)(Direction, Money), const Order &order, Money amount)
 {
-    return TradingRules::fees(order.direction, order.matchedAmount + amount) -
-           TradingRules::fees(order.direction, order.matchedAmount);
+    return fee(order.direction, order.matchedAmount + amount) - fee(order.direction, order.matchedAmount);
 }
 
 } // namespace
@@ -59,7 +58,8 @@ Execution execution(const Order &order, const Quote &quote, qint64 quantity)
     Execution execution{order.security, sideOf(order.direction), TradingDate::today(),
                         quote.time,     priceOf(quote, order),   quantity};
     execution.amount = amountOf(order, execution.price, quantity);
-    execution.fee = feeOf(order, execution.amount);
+    execution.fee = partOf(&TradingRules::fees, order, execution.amount);
+    execution.stampDuty = partOf(&TradingRules::stampDuty, order, execution.amount);
     execution.orderNo = QString::number(order.number);
     execution.dealNo = QStringLiteral("P%1-%2").arg(order.number).arg(order.matchedQuantity + quantity);
     return execution;

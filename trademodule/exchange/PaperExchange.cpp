@@ -108,7 +108,7 @@ void PaperExchange::setCash(Money cash)
             translated("the open buys need %1 yuan with their fees: cancel some of them, or give more")
                 .arg(onOffer.text()));
     }
-    m_book.setCash(cash);
+    m_book.enterCash(cash);
     transaction.commit();
 }
 

@@ -54,6 +54,11 @@ QString formError(const Order &order, qint64 held)
     return {};
 }
 
+Money stampDuty(Direction direction, Money amount)
+{
+    return direction == Direction::Sell ? share(amount, 50) : Money();
+}
+
 Money fees(Direction direction, Money amount)
 {
     if (amount.isZero()) {
@@ -61,8 +66,7 @@ Money fees(Direction direction, Money amount)
     }
     const Money leastCommission = Money::ofSteps(5 * Money::stepsPerYuan);
     const Money commission = std::max(share(amount, 25), leastCommission);
-    const Money stampDuty = direction == Direction::Sell ? share(amount, 50) : Money();
-    return commission + stampDuty + share(amount, 1);
+    return commission + stampDuty(direction, amount) + share(amount, 1);
 }
 
 } // namespace TradeModule::TradingRules

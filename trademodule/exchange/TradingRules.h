@@ -20,6 +20,8 @@ QString formError(const Order &order, qint64 held);
 /// All fees of an order that was dealt for `amount` in all: commission 0.025 %, at least 5 yuan; transfer
 /// fee 0.001 %; stamp duty 0.05 % of a sell.
 Money fees(Direction direction, Money amount);
+/// Of these fees, the stamp duty.
+Money stampDuty(Direction direction, Money amount);
 
 } // namespace TradingRules
 

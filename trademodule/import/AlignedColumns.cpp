@@ -67,6 +67,7 @@ bool canHold(Column meaning, const QString &text)
     case Column::Commission:
     case Column::CommissionTwin:
     case Column::OtherFee:
+    case Column::StampDuty:
     case Column::SharesAfter:
     case Column::CashAfter:
         return CellValue::number(text).has_value();

@@ -69,10 +69,11 @@ const std::vector<Spellings> &spellings()
          words("总费用 费用合计 合计费用 费用 交易费用 总手续费 全部费用 费用总计 fee fees")},
         {Column::Commission, "commission", words("手续费 commission")},
         {Column::CommissionTwin, "second commission", words("佣金 净佣金 实收佣金 标准佣金")},
+        {Column::StampDuty, "stamp duty", words("印花税 股票印花税 证券印花税 代扣印花税 stampduty")},
         {Column::OtherFee, "other fee",
-         words("印花税 过户费 其他费 其他费用 其他杂费 其它费 其它费用 其它杂费 杂费 规费 交易规费 结算费 "
+         words("过户费 其他费 其他费用 其他杂费 其它费 其它费用 其它杂费 杂费 规费 交易规费 结算费 "
                "清算费 "
-               "交易所清算费 附加费 经手费 证管费 交易征费 财汇局征费 监管费 委托费 stampduty tax "
+               "交易所清算费 附加费 经手费 证管费 交易征费 财汇局征费 监管费 委托费 tax "
                "transferfee")},
         {Column::OrderNo, "order number",
          words("合同编号 合同号 委托编号 委托序号 申报序号 订单编号 委托号 order orderno orderid")},

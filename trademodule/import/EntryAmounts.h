@@ -39,6 +39,8 @@ public:
     /// the amount, else the sum of the columns.
     Fee fee(const Execution &execution) const;
     Money listedFees() const;
+    /// Of a fee, what its own column says is stamp duty; nothing where that is more than the fee.
+    Money stampDuty(Money fee) const;
 
     std::optional<qint64> sharesAfter() const;
     std::optional<Money> cashAfter() const;
@@ -48,6 +50,8 @@ private:
     Money money(Column column, const char *what) const;
     Money sum(Column column, const char *what) const;
     void refuseWrongSign(const Execution &execution, Money net) const;
+    void refuseWrongSize(const Execution &execution, Money net) const;
+    Money signedNet(const Execution &execution) const;
 
     const StatementRow &m_row;
 };

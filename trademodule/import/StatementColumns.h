@@ -26,6 +26,7 @@ enum class Column {
     Commission,
     CommissionTwin, ///< another commission column, which may hold the same number once more
     OtherFee,
+    StampDuty, ///< one of the fees
     OrderNo,
     DealNo,
     Market,

@@ -1,5 +1,7 @@
 #include "trademodule/import/StatementImport.h"
 
+#include "trademodule/import/AccountCheck.h"
+
 namespace TradeModule {
 
 namespace {
@@ -17,9 +19,21 @@ Statement statementOf(StatementContents *contents, const QString &path, Doubt do
     Statement statement{path, contents->executions, contents->names};
     statement.money = contents->money;
     statement.account = contents->account;
+    statement.holders = contents->holders;
     statement.cash = contents->cash;
     statement.doubt = doubt;
     return statement;
+}
+
+void refuseAnotherAccount(const StatementContents &contents, const QString &path, Ledger *ledger)
+{
+    try {
+        AccountCheck::refuseAnother(contents, ledger->imports());
+    } catch (const StatementRefused &refused) {
+        Refusal refusal = refused.refusal();
+        refusal.file = path;
+        throw StatementRefused(refusal);
+    }
 }
 
 } // namespace
@@ -31,6 +45,9 @@ ImportReport importStatement(const QString &path, const ImportOptions &options, 
     reading.profile = profileFor(ledger, options);
     ImportReport report;
     report.contents = readStatementFile(path, reading, readProgress);
+    if (options.reading.accounts.isEmpty()) { // else the user has chosen
+        refuseAnotherAccount(report.contents, path, ledger);
+    }
     report.isRefused = report.contents.badRowCount > 0 && !options.skipsBadRows;
     if (report.isRefused) {
         return report;

@@ -25,7 +25,7 @@ constexpr MoneyKind moneyKinds[] = {
 };
 
 /// From four columns: day, time, kind and amount.
-std::optional<AccountEvent> moneyEvent(const QSqlQuery &row)
+std::optional<AccountEvent> moneyEvent(const Rows &row)
 {
     const QString name = row.value(2).toString();
     const auto *const kind =
@@ -48,7 +48,7 @@ bool isBefore(const AccountEvent &a, const AccountEvent &b)
 
 QVector<KnownSecurity> AccountHistory::securities(const QString &code)
 {
-    QSqlQuery rows = m_database->run(
+    Rows rows = m_database->run(
         QStringLiteral(
             "SELECT id, code, market, name FROM security WHERE ? IN ('', code) ORDER BY code, market"),
         {QLatin1String("") + code});
@@ -86,12 +86,11 @@ void AccountHistory::visitOtherMoney(const Visitor &visit)
 
 AccountHistory::Events AccountHistory::money(const QString &condition, const QVariantList &values)
 {
-    QSqlQuery rows =
-        m_database->run(QStringLiteral("SELECT entry_date, entry_time, kind, amount FROM money_entry "
-                                       "WHERE currency = 'CNY' AND %1 "
-                                       "ORDER BY entry_date, entry_time, id")
-                            .arg(condition),
-                        values);
+    Rows rows = m_database->run(QStringLiteral("SELECT entry_date, entry_time, kind, amount FROM money_entry "
+                                               "WHERE currency = 'CNY' AND %1 "
+                                               "ORDER BY entry_date, entry_time, id")
+                                    .arg(condition),
+                                values);
     Events events;
     while (rows.next()) {
         if (const std::optional<AccountEvent> event = moneyEvent(rows)) {

@@ -2,16 +2,17 @@
 
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
+#include "trademodule/SharedTypes.h"
 
 #include "trademodule/ledger/DatabaseFailure.h"
 #include "trademodule/ledger/PostgreSqlAddress.h"
 #include "trademodule/ledger/ServerProbe.h"
 #include "trademodule/ledger/StatementWatch.h"
 
-#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QLibrary>
+#include <QRandomGenerator>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QThread>
@@ -41,6 +42,9 @@ constexpr std::chrono::seconds longestConnecting = 5s;
 /// How long a commit that was not answered is asked after, at most.
 constexpr std::chrono::seconds longestDoubt = 10s;
 constexpr std::chrono::milliseconds betweenQuestions = 20ms;
+
+/// How many days it can be found out what became of a change.
+constexpr int longestRemembered = 30;
 
 /// The least that both databases take for a time to wait.
 constexpr std::chrono::milliseconds noPatience = 1ms;
@@ -76,7 +80,7 @@ void makePrivateFile(const QString &file)
 }
 
 /// True when the first value of the first row is true.
-bool isTrue(QSqlQuery rows)
+bool isTrue(Rows rows)
 {
     return rows.next() && rows.value(0).toBool();
 }
@@ -221,7 +225,7 @@ void Database::openWritableSqlite(const QString &file)
     database.setDatabaseName(file);
     open(database, file);
     // write-ahead log: readers go on while an import writes
-    QSqlQuery mode = run(QStringLiteral("PRAGMA journal_mode = WAL"));
+    Rows mode = run(QStringLiteral("PRAGMA journal_mode = WAL"));
     if (keeps(file) && mode.next() && mode.value(0).toString() != QLatin1String("wal")) {
         qWarning("%s", qUtf8Printable(translated("the ledger %1 lies where no write-ahead log can be had: "
                                                  "who reads it waits while another program writes")
@@ -262,12 +266,30 @@ void Database::refuseReplacedFile() const
                                            "changed; end this program and start it again")
                                     .arg(shownLocation()));
     }
+    refuseReplacedLog();
 }
 
-QString Database::shownLocation() const
+/// SQLite goes on with the log that it has open, and moves it into the ledger when the connection is closed.
+void Database::refuseReplacedLog() const
 {
-    return m_kind == Kind::Sqlite ? QFileInfo(m_location).absoluteFilePath()
-                                  : PostgreSqlAddress(m_location).shown();
+    const QString log = QFileInfo(m_location).canonicalFilePath() + QStringLiteral("-wal");
+    const FileIdentity found = FileIdentity::of(log);
+    if (!m_log.isThere()) {
+        m_log = found; // it is made with the first change
+    }
+    if (found != m_log) {
+        throw LedgerUnavailable(
+            translated("the file %1, which belongs to the ledger, was removed or replaced. "
+                       "Nothing was changed; end this program, which keeps what is in the "
+                       "ledger, and start it again")
+                .arg(log));
+    }
+}
+
+QString Database::shownLocation(const QString &location)
+{
+    return kindOf(location) == Kind::Sqlite ? QFileInfo(location).absoluteFilePath()
+                                            : PostgreSqlAddress(location).shown();
 }
 
 void Database::openPostgreSql(const PostgreSqlAddress &address)
@@ -317,6 +339,7 @@ void Database::refuse(const QSqlQuery &failed)
     const DatabaseFailure failure = isClosed ? DatabaseFailure::Lost : failureOf(failed.lastError(), m_kind);
     const QString reason = reasonOf(failed.lastError());
     m_isBusy = failure == DatabaseFailure::Busy;
+    m_mayBeDone = failure == DatabaseFailure::Lost || failure == DatabaseFailure::DiskFails;
     switch (failure) {
     case DatabaseFailure::Busy:
         throw LedgerUnavailable(
@@ -327,6 +350,7 @@ void Database::refuse(const QSqlQuery &failed)
         throw LedgerUnavailable(
             translated("the connection to the ledger's database is lost: %1").arg(reason));
     case DatabaseFailure::CannotNow:
+    case DatabaseFailure::DiskFails:
         throw LedgerUnavailable(translated("the ledger's database refused: %1").arg(reason));
     case DatabaseFailure::Refused:
         throw LedgerError(translated("the ledger's database refused: %1").arg(reason));
@@ -360,42 +384,63 @@ void Database::lockOutWriters()
 {
     if (m_kind == Kind::PostgreSql) {
         m_allowance = m_wait;
-        QSqlQuery row =
-            run(QStringLiteral("SELECT pg_advisory_xact_lock(%1), txid_current()").arg(writerLock));
-        row.next();
-        m_mark = row.value(1).toLongLong();
+        run(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(writerLock));
     }
 }
 
 void Database::commit()
 {
     refuseReplacedFile();
+    leaveMark();
     try {
         run(QStringLiteral("COMMIT"));
         m_isInTransaction = false;
     } catch (const LedgerUnavailable &) {
-        if (!m_isLost) {
+        if (!m_mayBeDone) {
             throw;
         }
-        m_isInTransaction = false;
+        rollback();
         if (!happened(m_mark)) {
             throw;
         }
     }
 }
 
-/// Asks the server for a while what became of a commit that it did not answer.
+void Database::leaveMark()
+{
+    if (m_marksChanges) {
+        m_mark = static_cast<qint64>(QRandomGenerator::system()->generate64() >> 1);
+        run(QStringLiteral("INSERT INTO change_mark (mark, made_on) VALUES (%1, %2)")
+                .arg(m_mark)
+                .arg(TradingDate::today().number()));
+        removeOldMarks();
+    }
+}
+
+void Database::removeOldMarks()
+{
+    if (m_noOldMarks.hasExpired()) {
+        run(QStringLiteral("DELETE FROM change_mark WHERE made_on < %1")
+                .arg(TradingDate::today().plusDays(-longestRemembered).number()));
+        m_noOldMarks.setRemainingTime(24h);
+    }
+}
+
+/// Asks for a while what became of a commit whose end was not confirmed.
 bool Database::happened(qint64 mark)
 {
-    const QDeadlineTimer deadline(std::min<std::chrono::milliseconds>(m_patience, longestDoubt));
+    const bool isFile = m_kind == Kind::Sqlite; // there is nobody whose return could be waited for
+    const QDeadlineTimer deadline(isFile ? 0ms
+                                         : std::min<std::chrono::milliseconds>(m_patience, longestDoubt));
     for (;;) {
         try {
             return isCommitted(mark);
         } catch (const LedgerUnavailable &) {
             if (deadline.hasExpired()) {
                 throw OutcomeUnknown(
-                    translated("the connection to the ledger's database was lost while a change was being "
-                               "completed: whether it was made is not known yet. Look before you try again"),
+                    translated(
+                        "a change was not confirmed by the ledger's database or disk: whether it was made "
+                        "is not known yet. Look before you try again"),
                     mark);
             }
         }
@@ -405,14 +450,53 @@ bool Database::happened(qint64 mark)
 
 bool Database::isCommitted(qint64 mark)
 {
-    QSqlQuery row = run(QStringLiteral("SELECT txid_status(%1)").arg(mark));
-    const QString status = row.next() ? row.value(0).toString() : QString();
-    if (status == QLatin1String("in progress")) {
-        throw OutcomeUnknown(translated("the ledger's database is still busy with a change whose end it did "
-                                        "not confirm"),
-                             mark);
+    if (!m_marksChanges) {
+        throw LedgerUnavailable(translated("the ledger has no marks of changes yet"));
     }
-    return status == QLatin1String("committed");
+    waitForWriters();
+    if (hasMark(mark)) {
+        return true;
+    }
+    m_kind == Kind::Sqlite ? overwriteFailedChange() : refuseWhileBehind();
+    return false;
+}
+
+/// The change that is asked after may still be in progress, though who began it has lost the connection.
+void Database::waitForWriters()
+{
+    if (m_kind == Kind::PostgreSql) {
+        m_allowance = m_wait;
+        run(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(writerLock));
+    }
+}
+
+bool Database::hasMark(qint64 mark)
+{
+    return isTrue(run(QStringLiteral("SELECT COUNT(*) > 0 FROM change_mark WHERE mark = %1").arg(mark)));
+}
+
+/// What failed may lie in the write-ahead log: nobody sees it there, but who opens the ledger after all have
+/// left it would take it for done. The next change takes its place.
+void Database::overwriteFailedChange()
+{
+    run(QStringLiteral("BEGIN IMMEDIATE"));
+    m_isInTransaction = true;
+    try {
+        leaveMark();
+        run(QStringLiteral("COMMIT"));
+        m_isInTransaction = false;
+    } catch (const Error &) {
+        rollback();
+        throw;
+    }
+}
+
+/// A server that follows another one may hear of the change later.
+void Database::refuseWhileBehind()
+{
+    if (isTrue(run(QStringLiteral("SELECT pg_is_in_recovery()")))) {
+        throw LedgerUnavailable(translated("the ledger's server still follows another one"));
+    }
 }
 
 void Database::rollback() noexcept
@@ -421,23 +505,22 @@ void Database::rollback() noexcept
         if (m_isInTransaction && connection().isOpen() && !m_isLost) {
             run(QStringLiteral("ROLLBACK"));
         }
-    } catch (const Error &error) {
-        qWarning("%s", error.what());
+    } catch (const Error &) { // after some failures the database has done it before
     }
     m_isInTransaction = false;
 }
 
 /// What meets the end of a connection that the server gave up, outside a transaction, has done nothing yet.
-QSqlQuery Database::run(const QString &sql, const QVariantList &values)
+Rows Database::run(const QString &sql, const QVariantList &values)
 {
     try {
-        return runOnce(sql, values);
+        return Rows(this, runOnce(sql, values));
     } catch (const LedgerUnavailable &) {
         if (!mayReopenAtOnce()) {
             throw;
         }
     }
-    return runOnce(sql, values);
+    return Rows(this, runOnce(sql, values));
 }
 
 bool Database::mayReopenAtOnce()
@@ -481,6 +564,16 @@ void Database::run(QSqlQuery *prepared, const QVariantList &values)
     if (!execute([prepared] { return prepared->exec(); })) {
         refuse(*prepared);
     }
+}
+
+/// Rows come one by one, so that the disk or the server can fail, or say nothing, before each of them.
+bool Database::readNext(QSqlQuery *rows)
+{
+    const bool isThere = execute([rows] { return rows->next(); });
+    if (!isThere && rows->lastError().isValid()) {
+        refuse(*rows);
+    }
+    return isThere;
 }
 
 /// A server that does not answer in time is hung up on.

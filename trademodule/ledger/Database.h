@@ -1,7 +1,9 @@
 #pragma once
 
 #include "trademodule/ledger/FileIdentity.h"
+#include "trademodule/ledger/Rows.h"
 
+#include <QDeadlineTimer>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
@@ -25,6 +27,7 @@ class StatementWatch;
 /// statement that meets this fails, and its transaction with it, as LedgerUnavailable; the next one outside a
 /// transaction connects again. When it is the commit that meets this, the server is asked what became of it:
 /// it succeeds or fails as if nothing had happened, or, when nobody can tell soon, fails as OutcomeUnknown.
+/// So does the commit of a file whose disk fails at that moment.
 class Database
 {
 public:
@@ -43,18 +46,20 @@ public:
     Kind kind() const { return m_kind; }
     const QString &location() const { return m_location; }
     /// The location for people: a file's full path, or the URL without a password.
-    QString shownLocation() const;
+    QString shownLocation() const { return shownLocation(m_location); }
+    /// The same of one that is not open.
+    static QString shownLocation(const QString &location);
 
-    /// A LedgerUnavailable when another file, or none, lies where the ledger's was: what is written into a
-    /// file that was moved away nobody would find again. Every transaction looks before it begins and ends.
+    /// A LedgerUnavailable when another file, or none, lies where the ledger's or its write-ahead log was:
+    /// what is written into a file that was moved away nobody would find again. Every transaction looks
+    /// before it begins and ends.
     void refuseReplacedFile() const;
 
     /// True when the file, or the server, lets nothing be changed. Then begin() fails.
     bool isReadOnly() const { return m_isReadOnly; }
 
-    /// Runs a statement with its values bound in order. The rows of the result are read forwards only,
-    /// and before the next statement.
-    QSqlQuery run(const QString &sql, const QVariantList &values = {});
+    /// Runs a statement with its values bound in order.
+    Rows run(const QString &sql, const QVariantList &values = {});
 
     /// A statement to run several times.
     QSqlQuery prepared(const QString &sql);
@@ -76,7 +81,12 @@ public:
     /// and whether it is there again is found out aside.
     void reconnectAside();
 
-    /// What became of a change that failed as OutcomeUnknown; the same failure while that is still not known.
+    /// From here on every change leaves a mark of its own in the table change_mark. Without it nobody can say
+    /// what became of a change whose end was not confirmed.
+    void markChanges() { m_marksChanges = true; }
+
+    /// What became of a change that failed as OutcomeUnknown; a LedgerUnavailable while that is still not
+    /// known. Outside a transaction.
     bool isCommitted(qint64 mark);
 
     /// Has `reconnected` called after every lost connection that was opened anew, before anything else is
@@ -85,6 +95,9 @@ public:
 
     /// Has `guard` called inside each transaction, before anything else; what it throws undoes it.
     void setGuard(std::function<void()> guard) { m_guard = std::move(guard); }
+
+    /// For Rows.
+    bool readNext(QSqlQuery *rows);
 
     // For Transaction.
 
@@ -103,7 +116,14 @@ private:
     void openPostgreSql(const PostgreSqlAddress &address);
     void waitAtMost(std::chrono::milliseconds time);
     void lockOutWriters();
+    void refuseReplacedLog() const;
+    void leaveMark();
+    void removeOldMarks();
     bool happened(qint64 mark);
+    void waitForWriters();
+    bool hasMark(qint64 mark);
+    void overwriteFailedChange();
+    void refuseWhileBehind();
     QSqlQuery runOnce(const QString &sql, const QVariantList &values);
     bool execute(const std::function<bool()> &statement);
     bool mayReopenAtOnce();
@@ -121,16 +141,20 @@ private:
     std::chrono::milliseconds m_patience = std::chrono::minutes(1);
     std::chrono::milliseconds m_wait{0}; // what the connection is told
     FileIdentity m_file;                 ///< of a SQLite ledger, when it was opened
+    mutable FileIdentity m_log;          ///< of its write-ahead log, when it was seen first
     bool m_isReadOnly = false;
     std::chrono::milliseconds m_longestStatement = std::chrono::minutes(1);
     std::unique_ptr<StatementWatch> m_watch;  ///< of a server's connection
     std::unique_ptr<ServerProbe> m_probe;     ///< of a server to which the way back is found aside
     std::chrono::milliseconds m_allowance{0}; ///< more time for the next statement, which waits for others
     int m_socket = -1;                        ///< of a server's connection
-    qint64 m_mark = 0;                        ///< the server's number of the transaction
-    bool m_isLost = false;                    ///< the connection, though it may look open
-    bool m_wasHungUp = false;                 ///< by the server, which may take another one at once
-    bool m_mayReopen = false;                 ///< without asking the probe
+    qint64 m_mark = 0;                        ///< of the last change
+    bool m_marksChanges = false;
+    QDeadlineTimer m_noOldMarks; ///< until then none needs to be looked for
+    bool m_mayBeDone = false;    ///< what the last failure was asked for
+    bool m_isLost = false;       ///< the connection, though it may look open
+    bool m_wasHungUp = false;    ///< by the server, which may take another one at once
+    bool m_mayReopen = false;    ///< without asking the probe
     bool m_isInTransaction = false;
     bool m_isBusy = false; // the last change waited in vain
 };

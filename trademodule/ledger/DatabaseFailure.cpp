@@ -12,10 +12,14 @@ namespace {
 DatabaseFailure ofSqlite(int code)
 {
     constexpr int busy = 5;
-    constexpr int cannotNow[] = {6, 7, 8, 10, 13, 14}; // locked, memory, read-only, I/O, full, cannot open
+    constexpr int diskFails = 10;
+    constexpr int cannotNow[] = {6, 7, 8, 13, 14}; // locked, memory, read-only, full, cannot open
     const int kind = code & 0xFF;
     if (kind == busy) {
         return DatabaseFailure::Busy;
+    }
+    if (kind == diskFails) {
+        return DatabaseFailure::DiskFails;
     }
     const bool isForNow = std::find(std::begin(cannotNow), std::end(cannotNow), kind) != std::end(cannotNow);
     return isForNow ? DatabaseFailure::CannotNow : DatabaseFailure::Refused;

@@ -10,7 +10,8 @@ namespace TradeModule {
 enum class DatabaseFailure {
     Busy,      ///< another program was changing the ledger for too long
     Lost,      ///< the connection is gone, or about to go
-    CannotNow, ///< no room, no right to write at present, a disk that fails: it may work again later
+    CannotNow, ///< no room, no right to write at present: it may work again later
+    DiskFails, ///< likewise, but what was being written may be there all the same
     Refused    ///< asked again it fails again
 };
 

@@ -29,6 +29,12 @@ constexpr bool takesShares(Side side)
     return side == Side::Sell || side == Side::Merger || side == Side::Out;
 }
 
+/// True when the account pays for the shares.
+constexpr bool costsMoney(Side side)
+{
+    return side == Side::Buy || side == Side::Allotment || side == Side::In;
+}
+
 /// What a trade of an order does to the holding.
 constexpr Side sideOf(Direction direction)
 {
@@ -48,6 +54,7 @@ struct Execution
     Money fee{};         ///< everything the broker and the state took
     QString orderNo{};   ///< empty when unknown
     QString dealNo{};    ///< empty when unknown
+    Money stampDuty{};   ///< of the fee; nothing where the statement does not tell it apart
 };
 
 using Executions = QVector<Execution>;

@@ -81,6 +81,9 @@ const Column columns[] = {
      [](const Execution &execution) -> QVariant { return notNull(execution.orderNo); }},
     {"deal_no", [](Execution *execution, const QVariant &value) { execution->dealNo = value.toString(); },
      [](const Execution &execution) -> QVariant { return notNull(execution.dealNo); }},
+    {"stamp_duty",
+     [](Execution *execution, const QVariant &value) { execution->stampDuty = ColumnValue::money(value); },
+     [](const Execution &execution) -> QVariant { return execution.stampDuty.steps(); }},
 };
 
 constexpr int columnCount = static_cast<int>(std::size(columns));
@@ -111,7 +114,7 @@ int count()
     return columnCount;
 }
 
-Execution read(const QSqlQuery &row, const SecurityId &security)
+Execution read(const Rows &row, const SecurityId &security)
 {
     Execution execution{security, Side::Buy, TradingDate::first(), ClockTime()};
     for (int i = 0; i < columnCount; ++i) {
@@ -120,7 +123,7 @@ Execution read(const QSqlQuery &row, const SecurityId &security)
     return execution;
 }
 
-Execution read(const QSqlQuery &row)
+Execution read(const Rows &row)
 {
     return read(row, {row.value(columnCount).toString(), ColumnValue::market(row.value(columnCount + 1))});
 }

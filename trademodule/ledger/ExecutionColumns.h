@@ -2,7 +2,7 @@
 
 #include "trademodule/ledger/Execution.h"
 
-#include <QSqlQuery>
+#include "trademodule/ledger/Rows.h"
 #include <QVariantList>
 
 namespace TradeModule {
@@ -20,9 +20,9 @@ QString withSecurity();
 int count();
 
 /// A row of ofKnownSecurity().
-Execution read(const QSqlQuery &row, const SecurityId &security);
+Execution read(const Rows &row, const SecurityId &security);
 /// A row of withSecurity().
-Execution read(const QSqlQuery &row);
+Execution read(const Rows &row);
 
 /// A statement that writes an execution, and its values. `statementId` is null for a paper trade.
 QString insertion();

@@ -6,17 +6,8 @@ namespace TradeModule {
 
 namespace {
 
-Executions all(QSqlQuery rows)
-{
-    Executions executions;
-    while (rows.next()) {
-        executions.append(ExecutionColumns::read(rows));
-    }
-    return executions;
-}
-
 /// Rows of LedgerQueries::knownEntries...().
-KnownEntries known(QSqlQuery rows, const SecurityId &security)
+KnownEntries known(Rows rows, const SecurityId &security)
 {
     KnownEntries entries;
     while (rows.next()) {
@@ -31,7 +22,7 @@ KnownEntries known(QSqlQuery rows, const SecurityId &security)
 
 Executions ExecutionTable::trades(const SecurityId &security, DateRange days)
 {
-    QSqlQuery rows =
+    Rows rows =
         m_database->run(LedgerQueries::tradesOfSecurity(), {security.code, marketLetters(security.market),
                                                             days.first.number(), days.last.number()});
     Executions executions;
@@ -41,24 +32,40 @@ Executions ExecutionTable::trades(const SecurityId &security, DateRange days)
     return executions;
 }
 
-Executions ExecutionTable::trades(const QString &code, DateRange days)
-{
-    return all(
-        m_database->run(LedgerQueries::tradesOfCode(), {code, days.first.number(), days.last.number()}));
-}
-
 Executions ExecutionTable::trades(DateRange days)
 {
-    return all(m_database->run(LedgerQueries::tradesOfDays(), {days.first.number(), days.last.number()}));
+    Executions executions;
+    visitTrades(QString(), days, [&executions](const Execution &trade) { executions.append(trade); });
+    return executions;
+}
+
+void ExecutionTable::visitTrades(const QString &code, DateRange days, const Visitor &visit)
+{
+    QVariantList values{days.first.number(), days.last.number()};
+    if (!code.isEmpty()) {
+        values.prepend(code);
+    }
+    Rows rows = m_database->run(
+        code.isEmpty() ? LedgerQueries::tradesOfDays() : LedgerQueries::tradesOfCode(), values);
+    while (rows.next()) {
+        visit(ExecutionColumns::read(rows));
+    }
 }
 
 void ExecutionTable::visitEntries(qint64 id, const SecurityId &security, DateRange days, const Visitor &visit)
 {
-    QSqlQuery rows =
+    Rows rows =
         m_database->run(LedgerQueries::entriesOfSecurity(), {id, days.first.number(), days.last.number()});
     while (rows.next()) {
         visit(ExecutionColumns::read(rows, security));
     }
+}
+
+qint64 ExecutionTable::count()
+{
+    Rows row = m_database->run(QStringLiteral("SELECT COUNT(*) FROM execution"));
+    row.next();
+    return row.value(0).toLongLong();
 }
 
 bool ExecutionTable::hasEntries(qint64 id)

@@ -20,14 +20,16 @@ public:
 
     /// The trades of a security, oldest first.
     Executions trades(const SecurityId &security, DateRange days);
-    /// The trades of a code on every market, oldest first.
-    Executions trades(const QString &code, DateRange days);
     /// The trades of all securities, oldest first.
     Executions trades(DateRange days);
+    /// Has each trade of a code on every market, or of all when it is empty, visited, oldest first.
+    void visitTrades(const QString &code, DateRange days, const Visitor &visit);
 
     /// Has every entry of a security visited, oldest first. `id` is the security's key in the ledger.
     void visitEntries(qint64 id, const SecurityId &security, DateRange days, const Visitor &visit);
     bool hasEntries(qint64 id);
+    /// Of all entries.
+    qint64 count();
     /// The entries of a security on some days, in order of time, each with its key.
     KnownEntries knownEntries(qint64 id, const SecurityId &security, DateRange days);
     /// The same of all its allotments.

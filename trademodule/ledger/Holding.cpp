@@ -29,7 +29,7 @@ EventKind kindOf(Side side)
 AccountEvent eventOf(const Execution &execution)
 {
     return {kindOf(execution.side), execution.date,   execution.time, execution.quantity,
-            execution.price,        execution.amount, execution.fee};
+            execution.price,        execution.amount, execution.fee,  execution.stampDuty};
 }
 
 } // namespace TradeModule

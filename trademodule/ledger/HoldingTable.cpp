@@ -12,7 +12,7 @@ QString columns()
     return QStringLiteral("h.quantity, h.cost, h.unexplained, (SELECT cost_method FROM account)");
 }
 
-Holding holdingAt(const QSqlQuery &row, int column)
+Holding holdingAt(const Rows &row, int column)
 {
     return {ColumnValue::costMethod(row.value(column + 3)), row.value(column).toLongLong(),
             row.value(column + 1).toDouble(), row.value(column + 2).toLongLong()};
@@ -22,7 +22,7 @@ Holding holdingAt(const QSqlQuery &row, int column)
 
 CostMethod HoldingTable::method()
 {
-    QSqlQuery row = m_database->run(QStringLiteral("SELECT cost_method FROM account"));
+    Rows row = m_database->run(QStringLiteral("SELECT cost_method FROM account"));
     row.next();
     return ColumnValue::costMethod(row.value(0));
 }
@@ -35,16 +35,16 @@ void HoldingTable::setMethod(CostMethod method)
 
 Holding HoldingTable::find(const SecurityId &security)
 {
-    QSqlQuery row = m_database->run(QStringLiteral("SELECT %1 FROM holding h JOIN security s ON s.id = "
-                                                   "h.security_id WHERE s.code = ? AND s.market = ?")
-                                        .arg(columns()),
-                                    {security.code, marketLetters(security.market)});
+    Rows row = m_database->run(QStringLiteral("SELECT %1 FROM holding h JOIN security s ON s.id = "
+                                              "h.security_id WHERE s.code = ? AND s.market = ?")
+                                   .arg(columns()),
+                               {security.code, marketLetters(security.market)});
     return row.next() ? holdingAt(row, 0) : Holding(method());
 }
 
 QVector<Position> HoldingTable::positions()
 {
-    QSqlQuery rows = m_database->run(
+    Rows rows = m_database->run(
         QStringLiteral("SELECT s.code, s.market, s.name, %1 FROM holding h "
                        "JOIN security s ON s.id = h.security_id WHERE h.quantity > 0 ORDER BY s.code")
             .arg(columns()));

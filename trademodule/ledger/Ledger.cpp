@@ -1,11 +1,17 @@
 #include "trademodule/ledger/Ledger.h"
 
+#include "trademodule/Error.h"
+#include "trademodule/ProgramLanguage.h"
+#include "trademodule/ledger/AccountCash.h"
 #include "trademodule/ledger/ExecutionTable.h"
 #include "trademodule/ledger/HoldingTable.h"
 #include "trademodule/ledger/LedgerSchema.h"
 #include "trademodule/ledger/MoneyTable.h"
 #include "trademodule/ledger/StatementBooking.h"
+#include "trademodule/ledger/ToldStatement.h"
 #include "trademodule/ledger/Transaction.h"
+
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -22,6 +28,16 @@ Ledger::Ledger(const QString &location, Mode mode) : m_database(location)
     }
 }
 
+bool Ledger::isThere(const QString &location)
+{
+    const bool isFile = Database::kindOf(location) == Database::Kind::Sqlite;
+    if (isFile && !QFileInfo::exists(location)) {
+        return false;
+    }
+    Database database(location);
+    return schemaVersion(&database) > 0;
+}
+
 qint64 Ledger::registerSecurity(const SecurityId &security, const QString &name)
 {
     const QString market = marketLetters(security.market);
@@ -29,8 +45,8 @@ qint64 Ledger::registerSecurity(const SecurityId &security, const QString &name)
                                   "ON CONFLICT (code, market) DO UPDATE SET name = CASE "
                                   "WHEN excluded.name = '' THEN security.name ELSE excluded.name END"),
                    {security.code, market, QLatin1String("") + name});
-    QSqlQuery id = m_database.run(QStringLiteral("SELECT id FROM security WHERE code = ? AND market = ?"),
-                                  {security.code, market});
+    Rows id = m_database.run(QStringLiteral("SELECT id FROM security WHERE code = ? AND market = ?"),
+                             {security.code, market});
     id.next();
     return id.value(0).toLongLong();
 }
@@ -69,20 +85,67 @@ QVector<ImportedStatement> Ledger::imports()
     return StatementTable(&m_database).all();
 }
 
+QVector<SecurityId> Ledger::securitiesOfImport(qint64 number)
+{
+    return StatementTable(&m_database).securities(number);
+}
+
+Booked Ledger::bookInPlaceOf(const QVector<qint64> &numbers, const Statement &statement)
+{
+    Transaction transaction(&m_database);
+    for (const qint64 number : numbers) {
+        takeBack(number);
+    }
+    const Booked booked = StatementBooking(this, statement).book({});
+    transaction.commit();
+    return booked;
+}
+
 UndoneImport Ledger::undoImport(qint64 number)
 {
     Transaction transaction(&m_database);
-    StatementTable statements(&m_database);
-    UndoneImport undone{statements.find(number), statements.securities(number)};
-    statements.remove(number);
-    HoldingTable(&m_database).addUpAll();
-    const QVector<ImportedStatement> left = statements.all();
-    undone.repeatedLater = static_cast<int>(
-        std::count_if(left.begin(), left.end(), [number](const ImportedStatement &statement) {
-            return statement.number > number && statement.alreadyThere > 0;
-        }));
+    const UndoneImport undone = takeBack(number);
     transaction.commit();
     return undone;
+}
+
+UndoneImport Ledger::takeBack(qint64 number)
+{
+    StatementTable statements(&m_database);
+    ToldStatement told(&m_database);
+    const QVector<qint64> repeating = told.after(number);
+    UndoneImport undone{statements.find(number), statements.securities(number)};
+    for (const ImportedStatement &later : statements.all()) {
+        const bool mustBeImportedAgain = later.number > number && later.alreadyThere > 0;
+        undone.repeatedLater += mustBeImportedAgain && !repeating.contains(later.number) ? 1 : 0;
+    }
+    const qint64 entriesBefore = ExecutionTable(&m_database).count();
+    told.remove(number);
+    statements.remove(number);
+    bookAnew(repeating, number);
+    const qint64 gone = entriesBefore - ExecutionTable(&m_database).count();
+    undone.kept = undone.statement.added - static_cast<int>(gone);
+    HoldingTable(&m_database).addUpAll();
+    AccountCash(&m_database).reckon();
+    return undone;
+}
+
+/// What an import repeated of one that is gone is there only now.
+void Ledger::bookAnew(const QVector<qint64> &numbers, qint64 without)
+{
+    for (const qint64 number : numbers) {
+        StatementTable(&m_database).clear(number);
+    }
+    for (const qint64 number : numbers) {
+        const Statement statement = ToldStatement(&m_database).read(number);
+        if (!StatementBooking(this, statement, number).book({}).doubtful.isEmpty()) {
+            throw Error(
+                translated("without import %1 nobody can tell which entries of import %2 are the same "
+                           "as others: take import %2 back first")
+                    .arg(without)
+                    .arg(number));
+        }
+    }
 }
 
 CostMethod Ledger::costMethod()
@@ -104,7 +167,7 @@ MoneyEntries Ledger::money()
 
 QString Ledger::importProfile()
 {
-    QSqlQuery row = m_database.run(QStringLiteral("SELECT text FROM import_profile"));
+    Rows row = m_database.run(QStringLiteral("SELECT text FROM import_profile"));
     return row.next() ? row.value(0).toString() : QString();
 }
 
@@ -120,14 +183,15 @@ Executions Ledger::trades(const SecurityId &security, DateRange days)
     return ExecutionTable(&m_database).trades(security, days);
 }
 
-Executions Ledger::trades(const QString &code, DateRange days)
-{
-    return ExecutionTable(&m_database).trades(code, days);
-}
-
 Executions Ledger::trades(DateRange days)
 {
     return ExecutionTable(&m_database).trades(days);
+}
+
+void Ledger::visitTrades(const QString &code, DateRange days,
+                         const std::function<void(const Execution &)> &visit)
+{
+    ExecutionTable(&m_database).visitTrades(code, days, visit);
 }
 
 Holding Ledger::holding(const SecurityId &security)
@@ -137,7 +201,7 @@ Holding Ledger::holding(const SecurityId &security)
 
 qint64 Ledger::heldBefore(const SecurityId &security, TradingDate day)
 {
-    QSqlQuery row = m_database.run(
+    Rows row = m_database.run(
         QStringLiteral(
             "SELECT COALESCE(SUM(CASE WHEN e.side IN ('S', 'M', 'O') THEN -e.quantity ELSE e.quantity END), "
             "0) FROM execution e JOIN security s ON s.id = e.security_id "

@@ -25,6 +25,9 @@ public:
     /// Called now and then with how many of the entries are written.
     using Progress = std::function<void(int done, int total)>;
 
+    /// True when there is a ledger at `location`, of whichever version; nothing is made.
+    static bool isThere(const QString &location);
+
     /// Opens, and makes when it is not there, the ledger at `location`: see Database. A ledger of an older
     /// program is brought up to date; for a dry run only until this object goes, and nobody else writes
     /// meanwhile.
@@ -36,7 +39,12 @@ public:
 
     /// What was imported, oldest first.
     QVector<ImportedStatement> imports();
-    /// Takes an import back as a whole. An Error when there is none of this number.
+    /// The securities that an import added entries of.
+    QVector<SecurityId> securitiesOfImport(qint64 number);
+    /// Books a statement and takes imports back, both or neither.
+    Booked bookInPlaceOf(const QVector<qint64> &numbers, const Statement &statement);
+    /// Takes an import back as a whole: the ledger is then what it would be had the import never been, with
+    /// what later imports told once more. An Error when there is none of this number.
     UndoneImport undoImport(qint64 number);
 
     /// How the costs of holdings are reckoned; the moving average in a new ledger.
@@ -53,10 +61,12 @@ public:
 
     /// The trades of a security, oldest first; other entries are none.
     Executions trades(const SecurityId &security, DateRange days);
-    /// The trades of a code on every market, oldest first.
-    Executions trades(const QString &code, DateRange days);
     /// The trades of all securities, oldest first.
     Executions trades(DateRange days);
+    /// Has each trade of a code on every market, or of all when it is empty, visited, oldest first: of a
+    /// million, too, without keeping them. Nothing else is asked of the ledger meanwhile.
+    void visitTrades(const QString &code, DateRange days,
+                     const std::function<void(const Execution &)> &visit);
 
     Holding holding(const SecurityId &security);
     /// Shares that the entries before a day come to; less than none where earlier statements are missing.
@@ -83,6 +93,9 @@ public:
     void add(const Execution &execution);
 
 private:
+    UndoneImport takeBack(qint64 number);
+    void bookAnew(const QVector<qint64> &numbers, qint64 without);
+
     Database m_database;
     std::optional<UncheckedReferences> m_unchecked; ///< around the trial
     std::optional<Transaction> m_trial;             ///< of a dry run on the tables of an older program

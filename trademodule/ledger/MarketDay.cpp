@@ -19,12 +19,12 @@ MarketDay::MarketDay(Ledger *ledger) : m_ledger(ledger)
 void MarketDay::read()
 {
     Database *database = m_ledger->database();
-    QSqlQuery clock = database->run(QStringLiteral("SELECT quote_date, quote_time FROM exchange_clock"));
+    Rows clock = database->run(QStringLiteral("SELECT quote_date, quote_time FROM exchange_clock"));
     if (clock.next()) {
         m_date = TradingDate::ofNumber(clock.value(0).toInt()); // 0 before the first quote
         m_time = ClockTime::ofNumber(clock.value(1).toInt()).value_or(ClockTime());
     }
-    QSqlQuery rows =
+    Rows rows =
         database->run(QStringLiteral("SELECT s.code, s.market, r.price, r.quote_time FROM price_reference r "
                                      "JOIN security s ON s.id = r.security_id WHERE r.quote_date = ?"),
                       {m_date ? m_date->number() : 0});

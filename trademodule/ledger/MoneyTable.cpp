@@ -26,7 +26,7 @@ QString keyOf(const MoneyEntry &entry)
 
 MoneyEntries MoneyTable::entries()
 {
-    QSqlQuery rows = m_database->run(
+    Rows rows = m_database->run(
         QStringLiteral("SELECT entry_date, entry_time, kind, amount, currency, code, note, number "
                        "FROM money_entry ORDER BY entry_date, entry_time, id"));
     MoneyEntries entries;

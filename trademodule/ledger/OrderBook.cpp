@@ -3,6 +3,7 @@
 #include "tradechartobject/common/OrderStatusTable.h"
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
+#include "trademodule/ledger/AccountCash.h"
 #include "trademodule/ledger/OrderColumns.h"
 
 namespace TradeModule {
@@ -31,8 +32,8 @@ qint64 OrderBook::securityId(const SecurityId &security)
 
 qint64 OrderBook::add(const Order &order)
 {
-    QSqlQuery row = m_database->run(OrderColumns::insertion(),
-                                    OrderColumns::insertedValues(order, securityId(order.security)));
+    Rows row = m_database->run(OrderColumns::insertion(),
+                               OrderColumns::insertedValues(order, securityId(order.security)));
     row.next();
     return row.value(0).toLongLong();
 }
@@ -56,7 +57,7 @@ void OrderBook::execute(const Execution &execution)
 
 Orders OrderBook::ordersWhere(const QString &condition, const QVariantList &values)
 {
-    QSqlQuery rows = m_database->run(
+    Rows rows = m_database->run(
         QStringLiteral(
             "SELECT %1 FROM trade_order o JOIN security s ON s.id = o.security_id WHERE %2 ORDER BY o.id")
             .arg(OrderColumns::selected(), condition),
@@ -99,14 +100,17 @@ Orders OrderBook::open()
 
 Money OrderBook::cash()
 {
-    QSqlQuery row = m_database->run(QStringLiteral("SELECT cash FROM account"));
-    row.next();
-    return Money::ofSteps(row.value(0).toLongLong());
+    return AccountCash(m_database).amount();
 }
 
 void OrderBook::setCash(Money cash)
 {
-    m_database->run(QStringLiteral("UPDATE account SET cash = ?"), {cash.steps()});
+    AccountCash(m_database).change(cash);
+}
+
+void OrderBook::enterCash(Money cash)
+{
+    AccountCash(m_database).enter(cash);
 }
 
 QHash<SecurityId, qint64> OrderBook::boughtOn(TradingDate date)

@@ -39,6 +39,8 @@ public:
 
     Money cash();
     void setCash(Money cash);
+    /// What the user says; see AccountCash.
+    void enterCash(Money cash);
     /// Shares that were bought on a day and are not sold on it.
     qint64 boughtOn(TradingDate date, const SecurityId &security);
     /// The same of all securities that were bought then.

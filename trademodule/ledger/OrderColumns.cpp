@@ -91,7 +91,7 @@ QString selected()
     return names.join(QLatin1Char(','));
 }
 
-Order read(const QSqlQuery &row)
+Order read(const Rows &row)
 {
     Order order{{}, Direction::Buy, TradingDate::first(), ClockTime()};
     for (int i = 0; i < static_cast<int>(std::size(columns)); ++i) {

@@ -2,7 +2,7 @@
 
 #include "trademodule/ledger/Order.h"
 
-#include <QSqlQuery>
+#include "trademodule/ledger/Rows.h"
 #include <QVariantList>
 
 namespace TradeModule {
@@ -12,7 +12,7 @@ namespace OrderColumns {
 
 /// The columns to select from `trade_order o` and `security s`.
 QString selected();
-Order read(const QSqlQuery &row);
+Order read(const Rows &row);
 
 /// A statement that writes a new order and gives its number, and its values.
 QString insertion();

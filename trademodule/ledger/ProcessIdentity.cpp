@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QSysInfo>
 
+#include <cerrno>
 #include <csignal>
 
 #ifdef Q_OS_MACOS
@@ -69,6 +70,11 @@ bool ProcessIdentity::isRunningHere() const
 bool ProcessIdentity::end() const
 {
     return isRunningHere() && ::kill(static_cast<pid_t>(number), SIGKILL) == 0;
+}
+
+bool isProcessHere(qint64 number)
+{
+    return ::kill(static_cast<pid_t>(number), 0) == 0 || errno == EPERM;
 }
 
 } // namespace TradeModule

@@ -19,4 +19,7 @@ struct ProcessIdentity
     bool end() const;
 };
 
+/// True while a process of this number runs on this machine, whichever it is.
+bool isProcessHere(qint64 number);
+
 } // namespace TradeModule

@@ -58,6 +58,11 @@ bool ServingLease::tryFollow()
     return false;
 }
 
+QString ServingLease::hindrance() const
+{
+    return m_lock->hindrance();
+}
+
 bool ServingLease::tryTake()
 {
     const QDeadlineTimer deadline(longestFarewell);
@@ -72,6 +77,7 @@ bool ServingLease::tryTake()
 
 void ServingLease::begin()
 {
+    m_formerName = ownersName();
     m_own = m_table.enter();
     m_hasLock = true;
     m_database->setReconnected([this] { takeAgain(); });

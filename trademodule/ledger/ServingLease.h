@@ -37,12 +37,17 @@ public:
     /// Who has the lease, for people.
     QString ownersName();
 
+    /// Why an owner that stands still is not ended by tryFollow(), and what to do, for people; mostly empty.
+    QString hindrance() const;
+
     /// The owner's sign of life; to be given every betweenBeats.
     void beat();
     static constexpr std::chrono::seconds betweenBeats{2};
 
     /// Of the owner; what it was when the lease was taken.
     const LedgerServer &server() const { return m_own; }
+    /// Who served before this one, for people.
+    const QString &formerName() const { return m_formerName; }
 
 private:
     bool tryTake();
@@ -56,6 +61,7 @@ private:
     const std::unique_ptr<ServingLock> m_lock;
     StillnessWatch m_watch;
     LedgerServer m_own; ///< with fence 0 as long as we have no lease
+    QString m_formerName;
     bool m_hasLock = false;
 };
 

@@ -8,7 +8,7 @@ namespace TradeModule {
 
 LedgerServer ServingTable::server()
 {
-    QSqlQuery row =
+    Rows row =
         m_database->run(QStringLiteral("SELECT host, process, process_start, since, fence FROM serving"));
     if (!row.next()) {
         return {};
@@ -20,7 +20,7 @@ LedgerServer ServingTable::server()
 
 qint64 ServingTable::fence()
 {
-    QSqlQuery row = m_database->run(QStringLiteral("SELECT fence FROM serving"));
+    Rows row = m_database->run(QStringLiteral("SELECT fence FROM serving"));
     return row.next() ? row.value(0).toLongLong() : 0;
 }
 

@@ -4,6 +4,7 @@
 #include "trademodule/ledger/MoneyEntry.h"
 
 #include <QHash>
+#include <QStringList>
 #include <QVector>
 
 #include <optional>
@@ -32,7 +33,8 @@ struct Statement
     Executions executions;
     QHash<SecurityId, QString> names;
     MoneyEntries money{};
-    QString account{}; ///< as the statement names it; may be empty
+    QString account{};     ///< as the statement names it; may be empty
+    QStringList holders{}; ///< shareholder's codes
     std::optional<StatedCash> cash{};
     Doubt doubt = Doubt::Ask;
 };
@@ -40,7 +42,7 @@ struct Statement
 /// What became of a statement.
 struct Booked
 {
-    qint64 number = 0; ///< of the import, see Ledger::imports(); 0 when the ledger stayed as it was
+    qint64 number = 0; ///< of the import, see Ledger::imports(); 0 for a statement without entries
     int added = 0;
     int alreadyThere = 0;
     int inAnotherForm = 0; ///< of those already there: another kind of export told them

@@ -1,10 +1,12 @@
 #include "trademodule/ledger/StatementBooking.h"
 
+#include "trademodule/ledger/AccountCash.h"
 #include "trademodule/ledger/ExecutionColumns.h"
 #include "trademodule/ledger/ExecutionTable.h"
 #include "trademodule/ledger/HoldingTable.h"
 #include "trademodule/ledger/MoneyTable.h"
 #include "trademodule/ledger/StatementTable.h"
+#include "trademodule/ledger/ToldStatement.h"
 
 #include <QSet>
 
@@ -40,13 +42,25 @@ Booked StatementBooking::book(const Ledger::Progress &progress)
     m_booked.alreadyThere = m_statement.executions.size() - m_booked.added;
     bookMoney();
     if (m_statement.cash) {
-        StatementTable(m_database).takeCash(statementId(), *m_statement.cash);
+        AccountCash(m_database).take(number(), *m_statement.cash);
     }
-    if (m_statementId.isValid()) {
-        StatementTable(m_database).finish(m_statementId, m_statement, m_booked);
-        m_booked.number = m_statementId.toLongLong();
+    if (!m_statement.executions.isEmpty() || !m_statement.money.isEmpty()) {
+        number(); // also of one that only repeats: what it told stays when the other import goes
+    }
+    if (m_number > 0) {
+        finish();
     }
     return m_booked;
+}
+
+void StatementBooking::finish()
+{
+    m_booked.number = m_number;
+    StatementTable(m_database).finish(m_number, m_statement, m_booked);
+    const bool isRepeating = m_knewDays || m_booked.alreadyThere > 0 || m_booked.moneyAlreadyThere > 0;
+    if (isRepeating && m_booked.doubtful.isEmpty()) {
+        ToldStatement(m_database).keep(m_number, m_statement);
+    }
 }
 
 QHash<SecurityId, StatementBooking::Told> StatementBooking::entriesBySecurity() const
@@ -102,6 +116,7 @@ void StatementBooking::matchDays(Entries::const_iterator first, Entries::const_i
                 knownOfDay.append(*knownFirst);
             }
         }
+        m_knewDays = m_knewDays || !knownOfDay.isEmpty();
         take(FillMatching::of(ofDay, knownOfDay), added);
         first = next;
     }
@@ -153,25 +168,42 @@ void StatementBooking::take(const FillMatching &matching, Entries *added)
     }
 }
 
-/// An earlier export may have had no fees.
+/// An earlier export may have had no fees, or not told their stamp duty apart.
 void StatementBooking::complete(const FillMatching::Pair &pair)
 {
-    if (!pair.known->isImported || !pair.known->execution.fee.isZero() || pair.told->fee.isZero()) {
+    const Execution &known = pair.known->execution;
+    if (!pair.known->isImported) {
         return;
     }
-    m_database->run(QStringLiteral("UPDATE execution SET fee = ? WHERE id = ?"),
-                    {pair.told->fee.steps(), pair.known->id});
+    if (known.fee == pair.told->fee && known.stampDuty.isZero() && !pair.told->stampDuty.isZero()) {
+        writeFee(pair);
+    } else if (known.fee.isZero() && !pair.told->fee.isZero()) {
+        completeFee(pair);
+    }
+}
+
+/// Of which part is stamp duty stays known when the import is taken back: no cost depends on it.
+void StatementBooking::writeFee(const FillMatching::Pair &pair)
+{
+    number(); // the ledger has changed by this statement, though no entry may be new
+    m_database->run(QStringLiteral("UPDATE execution SET fee = ?, stamp_duty = ? WHERE id = ?"),
+                    {pair.told->fee.steps(), pair.told->stampDuty.steps(), pair.known->id});
+}
+
+void StatementBooking::completeFee(const FillMatching::Pair &pair)
+{
+    writeFee(pair);
     m_database->run(QStringLiteral("INSERT INTO completed_fee (statement_id, execution_id) VALUES (?, ?)"),
-                    {statementId(), pair.known->id});
+                    {number(), pair.known->id});
     ++m_booked.completedFees;
 }
 
-const QVariant &StatementBooking::statementId()
+qint64 StatementBooking::number()
 {
-    if (!m_statementId.isValid()) {
-        m_statementId = StatementTable(m_database).add(m_statement);
+    if (m_number == 0) {
+        m_number = StatementTable(m_database).add(m_statement);
     }
-    return m_statementId;
+    return m_number;
 }
 
 void StatementBooking::insert(const Entries &added, qint64 securityId)
@@ -184,7 +216,7 @@ void StatementBooking::insert(const Entries &added, qint64 securityId)
         m_insertion = m_database->prepared(ExecutionColumns::insertion());
     }
     for (const Execution *const entry : added) {
-        m_database->run(&m_insertion, ExecutionColumns::insertedValues(*entry, securityId, statementId()));
+        m_database->run(&m_insertion, ExecutionColumns::insertedValues(*entry, securityId, number()));
         ++m_done;
         if (m_progress && ((m_done - 1) % progressStep == 0 || m_done == m_statement.executions.size())) {
             m_progress(m_done, m_statement.executions.size());
@@ -219,7 +251,7 @@ void StatementBooking::bookMoney()
     m_booked.moneyAdded = added.size();
     m_booked.moneyAlreadyThere = m_statement.money.size() - added.size();
     if (!added.isEmpty()) {
-        table.add(added, statementId());
+        table.add(added, number());
         reckonDividends(added);
     }
 }

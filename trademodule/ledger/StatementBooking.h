@@ -11,10 +11,12 @@ class StatementBooking
 {
 public:
     /// Ledger and statement stay the caller's and outlive this object.
-    StatementBooking(Ledger *ledger, const Statement &statement)
+    /// A `number` is that of a statement which the ledger knows and whose entries it has no more.
+    StatementBooking(Ledger *ledger, const Statement &statement, qint64 number = 0)
         : m_ledger(ledger),
           m_database(ledger->database()),
-          m_statement(statement)
+          m_statement(statement),
+          m_number(number)
     {
     }
 
@@ -40,17 +42,21 @@ private:
     Entries notAllottedYet(const SecurityId &security, const Told &told);
     void take(const FillMatching &matching, Entries *added);
     void complete(const FillMatching::Pair &pair);
+    void writeFee(const FillMatching::Pair &pair);
+    void completeFee(const FillMatching::Pair &pair);
     void insert(const Entries &added, qint64 securityId);
     void updateHolding(const SecurityId &security, const Told &told, const Entries &added);
     void bookMoney();
     void reckonDividends(const MoneyEntries &added);
-    const QVariant &statementId();
+    void finish();
+    qint64 number();
 
     Ledger *const m_ledger;
     Database *const m_database;
     const Statement &m_statement;
     QHash<SecurityId, Told> m_told;
-    QVariant m_statementId;
+    qint64 m_number;         ///< 0 before there is one
+    bool m_knewDays = false; ///< the ledger had entries on days that the statement tells of
     QSqlQuery m_insertion;
     Booked m_booked;
     Ledger::Progress m_progress;

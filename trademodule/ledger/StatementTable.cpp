@@ -38,54 +38,42 @@ Days daysOf(const Statement &statement)
 
 QVector<ImportedStatement> StatementTable::all()
 {
-    QSqlQuery rows = m_database->run(QStringLiteral(
-        "SELECT id, file, imported_at, account, added, already_there, money, first_date, last_date "
+    Rows rows = m_database->run(QStringLiteral(
+        "SELECT id, file, imported_at, account, holders, added, already_there, money, first_date, last_date "
         "FROM statement ORDER BY id"));
     QVector<ImportedStatement> all;
     while (rows.next()) {
         all.append({rows.value(0).toLongLong(), rows.value(1).toString(),
                     QDateTime::fromString(rows.value(2).toString(), Qt::ISODate), rows.value(3).toString(),
-                    rows.value(4).toInt(), rows.value(5).toInt(), rows.value(6).toInt(),
-                    TradingDate::ofNumber(rows.value(7).toInt()),
-                    TradingDate::ofNumber(rows.value(8).toInt())});
+                    rows.value(4).toString().split(QLatin1Char(' '), Qt::SkipEmptyParts),
+                    rows.value(5).toInt(), rows.value(6).toInt(), rows.value(7).toInt(),
+                    TradingDate::ofNumber(rows.value(8).toInt()),
+                    TradingDate::ofNumber(rows.value(9).toInt())});
     }
     return all;
 }
 
-QVariant StatementTable::add(const Statement &statement)
+qint64 StatementTable::add(const Statement &statement)
 {
-    QSqlQuery row = m_database->run(
-        QStringLiteral("INSERT INTO statement (file, imported_at, account) VALUES (?, ?, ?) RETURNING id"),
-        {statement.file, QDateTime::currentDateTimeUtc().toString(Qt::ISODate),
-         QLatin1String("") + statement.account});
+    m_database->run(QStringLiteral("UPDATE account SET imports = imports + 1"));
+    Rows row =
+        m_database->run(QStringLiteral("INSERT INTO statement (id, file, imported_at, account, holders) "
+                                       "SELECT imports, ?, ?, ?, ? FROM account RETURNING id"),
+                        {statement.file, QDateTime::currentDateTimeUtc().toString(Qt::ISODate),
+                         QLatin1String("") + statement.account,
+                         QLatin1String("") + statement.holders.join(QLatin1Char(' '))});
     row.next();
-    return row.value(0);
+    return row.value(0).toLongLong();
 }
 
-void StatementTable::finish(const QVariant &id, const Statement &statement, const Booked &booked)
+void StatementTable::finish(qint64 number, const Statement &statement, const Booked &booked)
 {
     const Days days = daysOf(statement);
     m_database->run(
         QStringLiteral("UPDATE statement SET added = ?, already_there = ?, money = ?, first_date = ?, "
                        "last_date = ? WHERE id = ?"),
         {booked.added, booked.alreadyThere + booked.moneyAlreadyThere, booked.moneyAdded, days.first,
-         days.last, id});
-}
-
-void StatementTable::takeCash(const QVariant &id, const StatedCash &cash)
-{
-    const QVariantList when{cash.date.number(), cash.time.number()};
-    const bool isOlder = m_database
-                             ->run(QStringLiteral("SELECT 1 FROM statement WHERE balance IS NOT NULL "
-                                                  "AND (balance_date, balance_time) > (?, ?) LIMIT 1"),
-                                   when)
-                             .next();
-    m_database->run(QStringLiteral("UPDATE statement SET balance = ?, balance_date = ?, balance_time = ?, "
-                                   "cash_before = (SELECT cash FROM account) WHERE id = ?"),
-                    {cash.balance.steps(), when[0], when[1], id});
-    if (!isOlder) {
-        m_database->run(QStringLiteral("UPDATE account SET cash = ?"), {cash.balance.steps()});
-    }
+         days.last, number});
 }
 
 ImportedStatement StatementTable::find(qint64 number)
@@ -102,7 +90,7 @@ ImportedStatement StatementTable::find(qint64 number)
 
 QVector<SecurityId> StatementTable::securities(qint64 number)
 {
-    QSqlQuery rows = m_database->run(
+    Rows rows = m_database->run(
         QStringLiteral("SELECT DISTINCT s.code, s.market FROM execution e JOIN security s "
                        "ON s.id = e.security_id WHERE e.statement_id = ? ORDER BY s.code, s.market"),
         {number});
@@ -113,48 +101,29 @@ QVector<SecurityId> StatementTable::securities(qint64 number)
     return securities;
 }
 
-void StatementTable::remove(qint64 number)
+void StatementTable::clear(qint64 number)
 {
     restoreFees(number);
-    restoreCash(number);
     for (const char *table : {"money_entry", "execution"}) {
         m_database->run(QStringLiteral("DELETE FROM %1 WHERE statement_id = ?").arg(QLatin1String(table)),
                         {number});
     }
+}
+
+void StatementTable::remove(qint64 number)
+{
+    clear(number);
     m_database->run(QStringLiteral("DELETE FROM statement WHERE id = ?"), {number});
 }
 
 void StatementTable::restoreFees(qint64 number)
 {
-    m_database->run(QStringLiteral("UPDATE execution SET fee = 0 WHERE id IN "
+    m_database->run(QStringLiteral("UPDATE execution SET fee = 0, stamp_duty = 0 WHERE id IN "
                                    "(SELECT execution_id FROM completed_fee WHERE statement_id = ?)"),
                     {number});
     m_database->run(QStringLiteral("DELETE FROM completed_fee WHERE statement_id = ? OR execution_id IN "
                                    "(SELECT id FROM execution WHERE statement_id = ?)"),
                     {number, number});
-}
-
-/// Cash that this statement told goes back to the newest balance of the others, else to what it was before.
-void StatementTable::restoreCash(qint64 number)
-{
-    QSqlQuery row =
-        m_database->run(QStringLiteral("SELECT s.cash_before FROM statement s, account a WHERE s.id = ? "
-                                       "AND s.balance = a.cash"),
-                        {number});
-    if (!row.next()) {
-        return;
-    }
-    QVariant cash = row.value(0);
-    row.finish();
-    row =
-        m_database->run(QStringLiteral("SELECT balance FROM statement WHERE balance IS NOT NULL AND id <> ? "
-                                       "ORDER BY balance_date DESC, balance_time DESC, id DESC LIMIT 1"),
-                        {number});
-    if (row.next()) {
-        cash = row.value(0);
-    }
-    row.finish();
-    m_database->run(QStringLiteral("UPDATE account SET cash = ?"), {cash});
 }
 
 } // namespace TradeModule

@@ -16,6 +16,7 @@ struct ImportedStatement
     QString file;
     QDateTime importedAt; ///< UTC
     QString account;      ///< may be empty
+    QStringList holders;  ///< shareholder's codes
     int added = 0;
     int alreadyThere = 0;
     int money = 0;
@@ -28,7 +29,8 @@ struct UndoneImport
 {
     ImportedStatement statement;
     QVector<SecurityId> securities; ///< that it had entries of
-    int repeatedLater = 0;          ///< later imports that repeated entries of others, which may be gone now
+    int kept = 0;                   ///< of its entries: later imports told them, too
+    int repeatedLater = 0; ///< later imports, of a former program, whose repeated entries may be gone
 };
 
 /// The statements that were imported.
@@ -41,13 +43,10 @@ public:
     /// Oldest first.
     QVector<ImportedStatement> all();
 
-    /// Writes a new one and gives back its key.
-    QVariant add(const Statement &statement);
+    /// Writes a new one and gives back its number, which no other ever had.
+    qint64 add(const Statement &statement);
     /// Writes what became of it.
-    void finish(const QVariant &id, const Statement &statement, const Booked &booked);
-
-    /// Notes the cash that a statement tells. The account's cash is what the newest balance of all says.
-    void takeCash(const QVariant &id, const StatedCash &cash);
+    void finish(qint64 number, const Statement &statement, const Booked &booked);
 
     /// An Error when there is none of this number.
     ImportedStatement find(qint64 number);
@@ -55,13 +54,14 @@ public:
     /// The securities that a statement added entries of.
     QVector<SecurityId> securities(qint64 number);
 
-    /// Takes a statement back as a whole: its entries, the fees that it completed, its cash. The holdings are
-    /// the caller's to add up anew. An Error when there is no such statement.
+    /// Takes back a statement's entries and the fees that it completed. Holdings and cash are the caller's to
+    /// reckon anew.
+    void clear(qint64 number);
+    /// The same, and forgets the statement.
     void remove(qint64 number);
 
 private:
     void restoreFees(qint64 number);
-    void restoreCash(qint64 number);
 
     Database *const m_database;
 };

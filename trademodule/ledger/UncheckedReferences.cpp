@@ -37,7 +37,7 @@ void UncheckedReferences::refuseBroken(Database *database)
     if (!isSqlite(*database)) {
         return;
     }
-    QSqlQuery broken = database->run(QStringLiteral("PRAGMA foreign_key_check"));
+    Rows broken = database->run(QStringLiteral("PRAGMA foreign_key_check"));
     if (broken.next()) {
         throw LedgerError(translated("a row of the ledger's table %1 refers to one of %2 that is not there")
                               .arg(broken.value(0).toString(), broken.value(2).toString()));

@@ -37,6 +37,7 @@ struct AccountEvent
     Money price{};       ///< of a share, in trades
     Money amount{};      ///< without the fee; negative for money the other way, such as a tax given back
     Money fee{};         ///< everything that broker and state took of a trade, stamp duty included
+    Money stampDuty{};   ///< of the fee; nothing where nobody tells it apart
 };
 
 } // namespace TradeModule

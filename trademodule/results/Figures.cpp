@@ -6,9 +6,9 @@ namespace TradeModule {
 
 namespace {
 
-constexpr Money Figures::*amounts[] = {&Figures::bought, &Figures::sold,    &Figures::fees,
-                                       &Figures::cost,   &Figures::profit,  &Figures::dividends,
-                                       &Figures::taxes,  &Figures::interest};
+constexpr Money Figures::*amounts[] = {&Figures::bought,    &Figures::sold,  &Figures::fees,
+                                       &Figures::stampDuty, &Figures::cost,  &Figures::profit,
+                                       &Figures::dividends, &Figures::taxes, &Figures::interest};
 
 } // namespace
 

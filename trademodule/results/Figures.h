@@ -11,6 +11,7 @@ struct Figures
     Money bought{};    ///< what shares that came in cost, without fees
     Money sold{};      ///< what sales brought, without fees
     Money fees{};      ///< of buys and sales, stamp duty included
+    Money stampDuty{}; ///< of the fees, as far as statements tell it apart
     Money cost{};      ///< what the sold shares had cost, the fees of their buys included
     Money profit{};    ///< of the sales, after their fees; without dividends
     Money dividends{}; ///< received

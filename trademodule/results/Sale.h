@@ -1,6 +1,6 @@
 #pragma once
 
-#include "trademodule/SharedTypes.h"
+#include "trademodule/results/Figures.h"
 
 namespace TradeModule {
 
@@ -16,7 +16,11 @@ struct Sale
     Money cost;   ///< what the sold shares had cost, the fees of their buys included
     Money profit; ///< what the explained shares brought after the fee, less the cost
     qint64 unexplained =
-        0; ///< shares of it that never came in: they earn nothing, since nobody knows their cost
+        0;             ///< shares of it that never came in: they earn nothing, since nobody knows their cost
+    Money stampDuty{}; ///< of the fee; nothing where nobody tells it apart
 };
+
+/// What a sale adds to the figures of its day.
+Figures figuresOf(const Sale &sale);
 
 } // namespace TradeModule

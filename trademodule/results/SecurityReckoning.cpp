@@ -11,6 +11,7 @@ Figures ofBuy(const AccountEvent &event)
     Figures figures;
     figures.bought = event.amount;
     figures.fees = event.fee;
+    figures.stampDuty = event.stampDuty;
     return figures;
 }
 
@@ -24,18 +25,8 @@ Sale saleOf(const AccountEvent &event, const HeldShares::Left &left)
             event.fee,
             left.cost,
             checkedSum(left.proceeds, -left.cost),
-            event.quantity - left.explained};
-}
-
-Figures ofSale(const Sale &sale)
-{
-    Figures figures;
-    figures.sales = 1;
-    figures.sold = sale.amount;
-    figures.fees = sale.fee;
-    figures.cost = sale.cost;
-    figures.profit = sale.profit;
-    return figures;
+            event.quantity - left.explained,
+            event.stampDuty};
 }
 
 Figures ofMoney(Money Figures::*figure, Money amount)
@@ -75,7 +66,7 @@ Figures SecurityReckoning::figuresOf(const AccountEvent &event, const HeldShares
     case EventKind::Sell: {
         const Sale sale = saleOf(event, left);
         m_visitor->visitSale(sale);
-        return ofSale(sale);
+        return TradeModule::figuresOf(sale);
     }
     case EventKind::In:
         return ofMoney(&Figures::fees, event.fee);

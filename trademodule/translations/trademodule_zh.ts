@@ -618,10 +618,6 @@
         <translation>PDF 文件</translation>
     </message>
     <message>
-        <source>this is %1, not a text; open it and save it as CSV or tab-separated text</source>
-        <translation>这是%1，不是文本文件；请打开后另存为 CSV 或制表符分隔的文本</translation>
-    </message>
-    <message>
         <source>the text is neither UTF-8 nor UTF-16 nor GBK; save it in one of these</source>
         <translation>文本编码不是 UTF-8、UTF-16 或 GBK；请用其中一种编码另存</translation>
     </message>
@@ -724,10 +720,6 @@
     <message>
         <source>&quot;%1&quot; says neither buy nor sell</source>
         <translation>“%1”未说明是买入还是卖出</translation>
-    </message>
-    <message>
-        <source>the quantity &quot;%1&quot; is no number of whole shares</source>
-        <translation>数量“%1”不是整数股</translation>
     </message>
     <message>
         <source>the quantity of a buy is negative</source>
@@ -880,6 +872,26 @@
     <message>
         <source>standing by, this ledger is served: %1</source>
         <translation>待命中，此账本正在提供服务：%1</translation>
+    </message>
+    <message>
+        <source>followed %1; the fence is %2 now</source>
+        <translation>已接替%1；栅栏号现为 %2</translation>
+    </message>
+    <message>
+        <source>standing by, %1</source>
+        <translation>待命中，%1</translation>
+    </message>
+    <message>
+        <source>another trading module serves the ledger %1 on this bus: %2; an order would be placed in both. Give each account a bus or a prefix of its own</source>
+        <translation>这条总线上另有交易模块为账本 %1 服务：%2；一笔委托会记入两个账本。请让每个账户使用自己的总线或前缀</translation>
+    </message>
+    <message>
+        <source>the trading module of the ledger %1 is announced on this bus and does not answer: %2. Unless it does, it counts as gone after %3 seconds</source>
+        <translation>账本 %1 的交易模块在这条总线上登记着，但没有应答：%2。若一直没有应答，%3 秒后视为已离开</translation>
+    </message>
+    <message>
+        <source>serving the ledger %1 on the bus of %2, fence %3</source>
+        <translation>正在为账本 %1 服务，总线目录 %2，栅栏号 %3</translation>
     </message>
     <message>
         <source>Waits while another process serves the ledger, and follows it when it ends.</source>
@@ -1154,10 +1166,6 @@
         <translation>该持仓的成本将超过 %1 元</translation>
     </message>
     <message>
-        <source>the ledger has this holding already</source>
-        <translation>账本已有该持仓</translation>
-    </message>
-    <message>
         <source>the page is too large; save it as CSV</source>
         <translation>网页过大；请另存为 CSV</translation>
     </message>
@@ -1240,14 +1248,6 @@
         <translation>账本的数据库暂不可用，正在反复重试</translation>
     </message>
     <message>
-        <source>the connection to the ledger's database was lost while a change was being completed: whether it was made is not known yet. Look before you try again</source>
-        <translation>在完成更改时与账本数据库的连接中断：尚不清楚更改是否已生效。重试前请先查看</translation>
-    </message>
-    <message>
-        <source>the ledger's database is still busy with a change whose end it did not confirm</source>
-        <translation>账本的数据库仍在处理一项尚未确认结束的更改</translation>
-    </message>
-    <message>
         <source>the question is JSON, but no object</source>
         <translation>该问题是 JSON，但不是对象</translation>
     </message>
@@ -1258,10 +1258,6 @@
     <message>
         <source>the code of a security has six digits</source>
         <translation>证券代码为六位数字</translation>
-    </message>
-    <message>
-        <source>another trading module serves %1 on this bus: an order is placed in both ledgers. Give each account a bus or a prefix of its own</source>
-        <translation>这条总线上另有交易模块为 %1 服务：一笔委托会记入两个账本。请让每个账户使用自己的总线或前缀</translation>
     </message>
     <message>
         <source>the quote's prices do not agree: open %1, high %2, low %3, close %4</source>
@@ -1276,8 +1272,8 @@
         <translation>--from 晚于 --to</translation>
     </message>
     <message>
-        <source>warning: the statement holds %1 of %2 after this row, the ledger %3 (%4 securities disagree); import the earlier statements, or enter what was held before with open</source>
-        <translation>警告：对账单在此行之后持有 %1 股 %2，账本为 %3（%4 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
+        <source>a row of the ledger&apos;s table %1 refers to one of %2 that is not there</source>
+        <translation>账本的表 %1 中有一行引用了表 %2 中不存在的行</translation>
     </message>
     <message>
         <source>warning: the statement has %1 yuan after this row, but its rows come to %2</source>
@@ -1318,6 +1314,128 @@
     <message>
         <source>Writes lines of JSON meanwhile, too, with the word json.</source>
         <translation>取值 json：过程中也输出 JSON 行。</translation>
+    </message>
+    <message>
+        <source>a change was not confirmed by the ledger's database or disk: whether it was made is not known yet. Look before you try again</source>
+        <translation>账本的数据库或磁盘未确认一项更改：尚不清楚更改是否已生效。重试前请先查看</translation>
+    </message>
+    <message>
+        <source>the ledger has no marks of changes yet</source>
+        <translation>账本尚无更改标记</translation>
+    </message>
+    <message>
+        <source>the ledger's server still follows another one</source>
+        <translation>账本的服务器仍在跟随另一台服务器</translation>
+    </message>
+    <message>
+        <source>the file %1, which belongs to the ledger, was removed or replaced. Nothing was changed; end this program, which keeps what is in the ledger, and start it again</source>
+        <translation>属于账本的文件 %1 已被删除或替换。未作任何更改；请结束本程序（账本内容会得到保存）后重新启动</translation>
+    </message>
+    <message>
+        <source>the statement is of the account %1, the ledger of %2: use a ledger of its own, or take it into this one with --account %1</source>
+        <translation>对账单属于账户 %1，账本属于 %2：请使用单独的账本，或用 --account %1 导入本账本</translation>
+    </message>
+    <message>
+        <source>without import %1 nobody can tell which entries of import %2 are the same as others: take import %2 back first</source>
+        <translation>没有第 %1 次导入，便无法判断第 %2 次导入的哪些记录与其他记录相同：请先撤销第 %2 次导入</translation>
+    </message>
+    <message>
+        <source>the ledger has an opening holding of %1 already, import %2: put this one in its place with --replace</source>
+        <translation>账本中已有 %1 的期初持仓（第 %2 次导入）：用 --replace 以本次录入取代</translation>
+    </message>
+    <message>
+        <source>Puts it in the place of the one that was entered before.</source>
+        <translation>取代先前录入的持仓。</translation>
+    </message>
+    <message>
+        <source>%1 is negative: only numbers above zero are taken</source>
+        <translation>%1 为负数：只接受大于零的数</translation>
+    </message>
+    <message>
+        <source>%1 of its entries stay: later imports told them, too</source>
+        <translation>其中 %1 条记录保留：之后的导入也含有它们</translation>
+    </message>
+    <message>
+        <source>stampduty</source>
+        <translation>印花税</translation>
+    </message>
+    <message>
+        <source>stamp duty</source>
+        <translation>印花税</translation>
+    </message>
+    <message>
+        <source>a column of this list</source>
+        <translation>该列表中的一列</translation>
+    </message>
+    <message>
+        <source>a whole number, 0 or more</source>
+        <translation>不小于 0 的整数</translation>
+    </message>
+    <message>
+        <source>a whole number from 1 to %1</source>
+        <translation>1 到 %1 之间的整数</translation>
+    </message>
+    <message>
+        <source>average, diluted or fifo</source>
+        <translation>average、diluted 或 fifo</translation>
+    </message>
+    <message>
+        <source>sale, trip, security, month or year</source>
+        <translation>sale、trip、security、month 或 year</translation>
+        <source>warning: the statement holds %1 of %2 after this row, the ledger %3 (%4 securities disagree); import the earlier statements, or enter what was held before with open</source>
+        <translation>警告：对账单在此行之后持有 %1 股 %2，账本为 %3（%4 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
+    </message>
+    <message>
+        <source>there is no ledger %1; &quot;import FILE&quot; makes one of a statement, &quot;open&quot; of a holding, &quot;serve&quot; or &quot;account --cash&quot; an empty one</source>
+        <translation>没有账本 %1；“import 文件”由对账单建立，“open”由持仓建立，“serve”或“account --cash”建立空账本</translation>
+    </message>
+    <message>
+        <source>a new ledger is made: %1</source>
+        <translation>新建账本：%1</translation>
+    </message>
+    <message>
+        <source>process %1 on %2 gives no sign of life and cannot be ended from here: end it there</source>
+        <translation>主机 %2 上的进程 %1 没有动静，从这里无法结束：请在该主机上结束它</translation>
+    </message>
+    <message>
+        <source>the session of the one that serves is hidden from this database user: if it stood still, nobody would know. Give this user the role pg_read_all_stats, or use the same one</source>
+        <translation>此数据库用户看不到服务者的会话：会话若停滞也无从得知。请授予该用户角色 pg_read_all_stats，或使用同一用户</translation>
+    </message>
+    <message>
+        <source>this database user may not end the session of the one that serves, which gives no sign of life: give it the role pg_signal_backend, or use the same user. %1</source>
+        <translation>服务者的会话没有动静，而此数据库用户无权结束它：请授予角色 pg_signal_backend，或使用同一用户。%1</translation>
+    </message>
+    <message>
+        <source>the session of the one that serves was told to end and does not: its process %1 at the database&apos;s server must be ended there</source>
+        <translation>已通知服务者的会话结束，但它没有结束：请在数据库服务器上结束其进程 %1</translation>
+    </message>
+    <message>
+        <source>this is %1, not a text; open it and save it as .xlsx or CSV</source>
+        <translation>这是%1，不是文本；请打开后另存为 .xlsx 或 CSV</translation>
+    </message>
+    <message>
+        <source>the quantity &quot;%1&quot; is no number of whole shares; parts of a share are not kept</source>
+        <translation>数量“%1”不是整数股；不足一股的份额不入账</translation>
+    </message>
+    <message>
+        <source>no net amount has a sign: what came and what went is taken from the words, and what was bought and sold checked against the amounts</source>
+        <translation>发生金额均无正负号：收支方向按业务名称判断，买卖方向已与金额核对</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not say whether money came or went, and no sign does</source>
+        <translation>“%1”未说明资金是转入还是转出，也没有正负号</translation>
+    </message>
+    <message>
+        <source>sheet %1: %2</source>
+        <translation>工作表 %1：%2</translation>
+    </message>
+    <message>
+        <source>left out: sheets without a header of entries: %1</source>
+        <translation>未读取没有交易表头的工作表：%1</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is a trade, but the statement has no column of quantities (成交数量): export the executed trades</source>
+        <translation>“%1”是交易，但对账单没有成交数量列：请导出成交记录</translation>
     </message>
 </context>
 </TS>

@@ -81,6 +81,7 @@ void ChartForeground::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     painter.setClipRegion(event->region());
     paintLastPrice(&painter);
+    paintPriceView(&painter);
     if (m_position) {
         paintCrosshair(&painter);
     }
@@ -169,6 +170,15 @@ void ChartForeground::paintTimeTag(QPainter *painter, int x) const
     const int left = std::clamp(x - tagWidth / 2, 0, std::max(0, width() - tagWidth));
     paintTag(painter, QRect(left, area.bottom() + 3, tagWidth, tagHeight), text, m_chart->theme().tag,
              m_chart->theme().tagText);
+}
+
+/// In the corner of both axes, below the prices that it speaks of.
+void ChartForeground::paintPriceView(QPainter *painter) const
+{
+    const QRect area = m_chart->canvas()->geometry();
+    const QRect corner(0, area.bottom() + 3, width() - tagPadding / 2, tagHeight);
+    painter->setPen(m_chart->theme().accent);
+    painter->drawText(corner, Qt::AlignRight | Qt::AlignVCenter, viewTitle(m_chart->data().view));
 }
 
 } // namespace Terminal

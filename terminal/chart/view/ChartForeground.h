@@ -9,9 +9,9 @@ namespace Terminal {
 
 class ChartView;
 
-/// A clear sheet over the chart: the crosshair with its tags on both axes and the tag of the last
-/// price, and a ring around the mark that has the focus. Moving the crosshair repaints only where it was and
-/// is.
+/// A clear sheet over the chart: the crosshair with its tags on both axes, the tag of the last price, the
+/// name of the price scale where its prices are adjusted, and a ring around the mark that has the focus.
+/// Moving the crosshair repaints only where it was and is.
 class ChartForeground : public QWidget
 {
     Q_OBJECT
@@ -35,6 +35,7 @@ private:
     void paintLastPrice(QPainter *painter) const;
     void paintPriceTag(QPainter *painter, double price, const QColor &colour, const QColor &textColour) const;
     void paintTimeTag(QPainter *painter, int x) const;
+    void paintPriceView(QPainter *painter) const;
     QRegion crosshairRegion() const;
 
     ChartView *m_chart;

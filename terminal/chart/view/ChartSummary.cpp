@@ -49,29 +49,27 @@ QString lastBarText(const ChartData &data)
              changeText(changeAt(data.bars.size() - 1, data)));
 }
 
-/// What the change of a bar is measured from.
-double priceBefore(size_t bar, const ChartData &data)
-{
-    if (data.period == ChartPeriod::Minute) {
-        return data.previousClose.value_or(data.bars.front().open);
-    }
-    return bar > 0 ? data.bars[bar - 1].close : data.bars.front().open;
-}
-
 } // namespace
 
 double changeAt(size_t bar, const ChartData &data)
 {
-    const double before = priceBefore(bar, data);
+    const double before = data.priceBefore(bar);
     return before == 0 ? 0 : (data.bars[bar].close - before) / before;
+}
+
+QString spanTitle(const ChartData &data)
+{
+    const QString view = viewTitle(data.view);
+    return view.isEmpty() ? periodTitle(data.period)
+                          : QStringLiteral(u"%1 · %2").arg(periodTitle(data.period), view);
 }
 
 QString chartTitle(const ChartView &chart)
 {
     const ChartData &shown = chart.data();
-    return shown.bars.empty() ? QString()
-                              : QStringLiteral("%1 %2, %3")
-                                    .arg(shown.security.name, shown.security.code, periodTitle(shown.period));
+    return shown.bars.empty()
+               ? QString()
+               : QStringLiteral("%1 %2, %3").arg(shown.security.name, shown.security.code, spanTitle(shown));
 }
 
 QString marksSummary(const std::vector<ClickableMark> &marks)

@@ -11,11 +11,13 @@ namespace Terminal {
 class ChartView;
 struct ChartData;
 
-/// The change that a bar closed with, as a ratio: of a minute against the close of the trading day before,
-/// else of the day's first open; of other bars against the bar before, of the first against its open.
+/// The change that a bar closed with, as a ratio, see ChartData::priceBefore().
 double changeAt(size_t bar, const ChartData &data);
 
-/// The security and the period of a chart.
+/// The period of a chart and, where its prices are adjusted, that they are.
+QString spanTitle(const ChartData &data);
+
+/// The security and the span of a chart.
 QString chartTitle(const ChartView &chart);
 
 /// What a chart shows in one sentence: title, range in view, last bar, and what overlays draw in view.

@@ -41,6 +41,7 @@ ReadoutBar::ReadoutBar(ChartView *chart, QWidget *parent) : QWidget(parent), m_c
     setFixedHeight(barHeight);
     connect(chart, &ChartView::pointedBarChanged, this, &ReadoutBar::showBar);
     connect(chart, &ChartView::dataChanged, this, [this] { showBar(-1); });
+    connect(chart, &ChartView::pricesChanged, this, [this] { showBar(m_bar); });
     connect(chart, &ChartView::barsAppended, this, [this] { showBar(m_bar); });
 }
 
@@ -81,8 +82,8 @@ QString ReadoutBar::summary() const
     const size_t number = shownBar();
     const Bar &bar = shown.bars[number];
     return tr("%1 %2, %3, %4: open %5, high %6, low %7, close %8, change %9")
-        .arg(shown.security.name, shown.security.code, periodTitle(shown.period), timeText(bar),
-             shownPrice(bar.open), shownPrice(bar.high), shownPrice(bar.low), shownPrice(bar.close),
+        .arg(shown.security.name, shown.security.code, spanTitle(shown), timeText(bar), shownPrice(bar.open),
+             shownPrice(bar.high), shownPrice(bar.low), shownPrice(bar.close),
              changeText(changeAt(number, shown)));
 }
 
@@ -106,7 +107,7 @@ int ReadoutBar::paintTitle(QPainter *painter, int x) const
               shown.security.code + QLatin1Char('.') + Trading::marketLetters(shown.security.market),
               theme.mutedText) +
         gap;
-    return write(painter, x, QStringLiteral(u"· ") + periodTitle(shown.period), theme.mutedText);
+    return write(painter, x, QStringLiteral(u"· ") + spanTitle(shown), theme.mutedText);
 }
 
 void ReadoutBar::paintNumbers(QPainter *painter, int x) const

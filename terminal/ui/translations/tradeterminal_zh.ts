@@ -124,6 +124,18 @@
         <source>%1: %2 of %3 days that are in %4, too, have a hundredth of the volume: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
         <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的百分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
     </message>
+    <message>
+        <source>%1: cannot be removed: %2</source>
+        <translation>%1：无法删除：%2</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1：无法读取：%2</translation>
+    </message>
+    <message>
+        <source>stopped; nothing is written</source>
+        <translation>已停止；什么都没有写入</translation>
+    </message>
 </context>
 <context>
     <name>BarRows</name>
@@ -381,6 +393,10 @@
         <source>bars wants: import FILE...</source>
         <translation>bars 的用法：import FILE...</translation>
     </message>
+    <message>
+        <source>Speaks with a program: see docs/terminal.md.</source>
+        <translation>与程序对话：见 docs/terminal.md。</translation>
+    </message>
 </context>
 <context>
     <name>FillCheck</name>
@@ -530,6 +546,10 @@
         <source>%1: there are no minute bars of %2</source>
         <translation>%1：没有 %2 的分时数据</translation>
     </message>
+    <message>
+        <source>%1: its prices are adjusted already, so they are shown as they are</source>
+        <translation>%1：其中的价格已经复权，因此原样显示</translation>
+    </message>
 </context>
 <context>
     <name>LedgerFills</name>
@@ -575,6 +595,10 @@
     <message>
         <source>There is no price yet.</source>
         <translation>尚无价格。</translation>
+    </message>
+    <message>
+        <source>The trading module on this bus serves another account.</source>
+        <translation>这条总线上的交易模块服务的是另一个账户。</translation>
     </message>
 </context>
 <context>
@@ -918,6 +942,18 @@
         <source>It is past midnight in Shanghai: the replay's today is over. End the replay and begin it again.</source>
         <translation>上海时间已过午夜，回放所当作的“今天”已结束。请结束回放后重新开始。</translation>
     </message>
+    <message>
+        <source>There are no bars of these securities yet: drop files of them here, too.</source>
+        <translation>这些证券还没有K线：请把K线文件也拖进来。</translation>
+    </message>
+    <message>
+        <source>There is no ledger %1; &quot;trademodule --ledger %1 import FILE&quot; makes one of a statement.</source>
+        <translation>没有账本 %1；“trademodule --ledger %1 import 文件”由对账单建立。</translation>
+    </message>
+    <message>
+        <source>There is no ledger %1 yet: a new account is made there.</source>
+        <translation>还没有账本 %1：将在那里新建账户。</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TradeDocks</name>
@@ -1223,10 +1259,6 @@
         <translation>%1：未发送，没有连接到交易模块</translation>
     </message>
     <message>
-        <source>%1: no answer yet; look at the list of orders before you send it again</source>
-        <translation>%1：尚无应答；再次下单前请先核对委托列表</translation>
-    </message>
-    <message>
         <source>Cancel this order?</source>
         <translation>撤销此委托？</translation>
     </message>
@@ -1255,10 +1287,6 @@
         <translation>%1：撤单尚无应答</translation>
     </message>
     <message>
-        <source>%1: no answer yet; asked again about this one order</source>
-        <translation>%1：尚无应答，已就同一笔委托再次询问</translation>
-    </message>
-    <message>
         <source>Account: %1</source>
         <translation>账户：%1</translation>
     </message>
@@ -1281,6 +1309,14 @@
     <message>
         <source>Send this order?</source>
         <translation>发送这笔委托？</translation>
+    </message>
+    <message>
+        <source>%1: no answer, and it is not asked for any more; look at the list of orders before you send it again</source>
+        <translation>%1：没有应答，不再询问；再次下单前请先核对委托列表</translation>
+    </message>
+    <message>
+        <source>%1: outcome unknown, asking again about this one order; do not send it again yet</source>
+        <translation>%1：结果未知，正就同一笔委托再次询问；请先不要重新下单</translation>
     </message>
 </context>
 <context>
@@ -1306,6 +1342,10 @@
     <message>
         <source>Only a chart of minutes can be replayed.</source>
         <translation>只能回放分时图。</translation>
+    </message>
+    <message>
+        <source>the trading module on this bus serves another account: %1</source>
+        <translation>这条总线上的交易模块服务的是另一个账户：%1</translation>
     </message>
 </context>
 <context>
@@ -1537,6 +1577,26 @@
         <source>1 to 64 printable ASCII characters</source>
         <translation>1 到 64 个可打印 ASCII 字符</translation>
     </message>
+    <message>
+        <source>decimal</source>
+        <translation>小数</translation>
+    </message>
+    <message>
+        <source>&quot;sale&quot;, &quot;trip&quot;, &quot;security&quot;, &quot;month&quot; or &quot;year&quot;</source>
+        <translation>“sale”、“trip”、“security”、“month”或“year”</translation>
+    </message>
+    <message>
+        <source>a column of the list</source>
+        <translation>列表中的一列</translation>
+    </message>
+    <message>
+        <source>&quot;average&quot;, &quot;diluted&quot; or &quot;fifo&quot;</source>
+        <translation>“average”、“diluted”或“fifo”</translation>
+    </message>
+    <message>
+        <source>the cell is empty</source>
+        <translation>单元格为空</translation>
+    </message>
 </context>
 <context>
     <name>OverlayState</name>
@@ -1751,6 +1811,987 @@
     <message>
         <source>The bus address &apos;%1&apos; is not a directory; it is the directory of the terminal&apos;s program</source>
         <translation>总线地址 %1 不是目录；它应是终端程序所在的目录</translation>
+    </message>
+</context>
+<context>
+    <name>ActionColumns</name>
+    <message>
+        <source>no column tells what happened; known are %1</source>
+        <translation>没有一列说明派息、送转、配股或拆分；可用的列是 %1</translation>
+    </message>
+    <message>
+        <source>the column &quot;%1&quot; does not say for how many shares it is: call it 每股%1 or 每10股%1</source>
+        <translation>列“%1”没有说明是每股还是每10股：请写成“每股%1”或“每10股%1”</translation>
+    </message>
+    <message>
+        <source>the column &quot;%1&quot; is not known; known are %2</source>
+        <translation>不认识列“%1”；可用的列是 %2</translation>
+    </message>
+    <message>
+        <source>the columns &quot;%1&quot; and &quot;%2&quot; have the same meaning; delete one of them</source>
+        <translation>列“%1”和“%2”含义相同，请删去其一</translation>
+    </message>
+</context>
+<context>
+    <name>ActionFile</name>
+    <message>
+        <source>the first line is &quot;%1&quot;, but must name the columns, &quot;exdate&quot; or 除权除息日 among them</source>
+        <translation>第一行是“%1”，但应当是列名，其中要有“除权除息日”或 exdate</translation>
+    </message>
+    <message>
+        <source>%1 fields, but there must be %2</source>
+        <translation>有 %1 栏，但应当有 %2 栏</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a date: eight digits, or year, month and day apart; all in one form</source>
+        <translation>“%1”不是日期：八位数字，或年、月、日分开写；全文件须用同一种写法</translation>
+    </message>
+    <message>
+        <source>%1 is no trading day</source>
+        <translation>%1 不是交易日</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a decimal number from 0 on, with eight decimals at most</source>
+        <translation>“%1”不是大于等于 0、最多八位小数的数</translation>
+    </message>
+    <message>
+        <source>so many new shares for one: are the figures for ten shares?</source>
+        <translation>每股新增的股数过多：这些数是每10股的吗？</translation>
+    </message>
+    <message>
+        <source>rights need a price, and a price needs rights</source>
+        <translation>配股须有配股价，配股价须有配股</translation>
+    </message>
+    <message>
+        <source>bonus shares and a split on one day: write what one share becomes as the split alone</source>
+        <translation>同一天既有送转又有拆分：请只用拆分一列写明一股变成几股</translation>
+    </message>
+    <message>
+        <source>nothing happened on this day</source>
+        <translation>这一天没有任何派息、送转、配股或拆分</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is another security than that of the file, %2</source>
+        <translation>“%1”不是本文件的证券 %2</translation>
+    </message>
+    <message>
+        <source>%1 is there twice: write all of one day into one line</source>
+        <translation>%1 出现两次：同一天的请写在一行</translation>
+    </message>
+    <message>
+        <source>, in column %1</source>
+        <translation>，在列 %1</translation>
+    </message>
+    <message>
+        <source>%1: this is no text in UTF-8, UTF-16 or GB18030; save a workbook as CSV</source>
+        <translation>%1：不是 UTF-8、UTF-16 或 GB18030 文本；表格文件请另存为 CSV</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1：无法读取：%2</translation>
+    </message>
+</context>
+<context>
+    <name>PriceAdjustment</name>
+    <message>
+        <source>the dividend of %1 is as high as the price before it, %2</source>
+        <translation>%1 的派息不低于其前的价格 %2</translation>
+    </message>
+</context>
+<context>
+    <name>PriceView</name>
+    <message>
+        <source>Adjusted</source>
+        <translation>前复权</translation>
+    </message>
+</context>
+<context>
+    <name>ViewMenu</name>
+    <message>
+        <source>Adjusted prices</source>
+        <translation>前复权</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::FileSheet</name>
+    <message>
+        <source>What the file is</source>
+        <translation>文件类型</translation>
+    </message>
+    <message>
+        <source>Statement of a broker</source>
+        <translation>券商交割单</translation>
+    </message>
+    <message>
+        <source>Bars of a security</source>
+        <translation>K线数据</translation>
+    </message>
+    <message>
+        <source>Leave out</source>
+        <translation>不导入</translation>
+    </message>
+    <message>
+        <source>What is this file?</source>
+        <translation>这是什么文件？</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>采用</translation>
+    </message>
+    <message>
+        <source>All from file names</source>
+        <translation>全部按文件名</translation>
+    </message>
+    <message>
+        <source>Each file that asks takes the code in its own name.</source>
+        <translation>凡未写明证券的文件，都按各自文件名中的代码。</translation>
+    </message>
+    <message>
+        <source>Please choose</source>
+        <translation>请选择</translation>
+    </message>
+    <message>
+        <source>For all files</source>
+        <translation>用于全部文件</translation>
+    </message>
+    <message>
+        <source>All files that ask the same get this answer.</source>
+        <translation>有同样问题的文件都用这个回答。</translation>
+    </message>
+    <message>
+        <source>First rows, as they are understood</source>
+        <translation>读懂的前几行</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::Intake</name>
+    <message>
+        <source>Listing files</source>
+        <translation>正在列出文件</translation>
+    </message>
+    <message>
+        <source>cannot be taken back: the import of bars has ended</source>
+        <translation>无法撤回：导入K线的程序已结束</translation>
+    </message>
+    <message>
+        <source>Reading</source>
+        <translation>正在读取</translation>
+    </message>
+    <message>
+        <source>Importing</source>
+        <translation>正在导入</translation>
+    </message>
+    <message>
+        <source>the trading module has ended (%1)</source>
+        <translation>交易模块已结束（%1）</translation>
+    </message>
+    <message>
+        <source>Reading bars</source>
+        <translation>正在读取K线</translation>
+    </message>
+    <message>
+        <source>Writing bars</source>
+        <translation>正在写入K线</translation>
+    </message>
+    <message>
+        <source>the import of bars has ended (%1)</source>
+        <translation>导入K线的程序已结束（%1）</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::IntakeDialog</name>
+    <message>
+        <source>Add files...</source>
+        <translation>添加文件…</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation>导入</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Import statements and bars</source>
+        <translation>导入交割单和K线</translation>
+    </message>
+    <message>
+        <source>Files</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Into the account %1; bars into %2</source>
+        <translation>导入账户 %1；K线存入 %2</translation>
+    </message>
+    <message>
+        <source>Show the chart</source>
+        <translation>看图</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Nothing is written yet.</source>
+        <translation>尚未写入任何内容。</translation>
+    </message>
+    <message>
+        <source>No bars were found.</source>
+        <translation>没有找到K线文件。</translation>
+    </message>
+    <message>
+        <source>Files that need you: %1. Answer, or leave them out.</source>
+        <translation>有 %1 个文件需要您处理：请回答，或选择不导入。</translation>
+    </message>
+    <message>
+        <source>Files of the folder that are no bars: %1.</source>
+        <translation>文件夹中有 %1 个文件不是K线。</translation>
+    </message>
+    <message>
+        <source>Importing; to cancel leaves everything as it was.</source>
+        <translation>正在导入；取消则一切照旧。</translation>
+    </message>
+    <message>
+        <source>Taking back...</source>
+        <translation>正在撤回…</translation>
+    </message>
+    <message>
+        <source>Files imported: %1; not imported: %2, see there why.</source>
+        <translation>已导入 %1 个文件；%2 个未导入，原因见各文件。</translation>
+    </message>
+    <message>
+        <source>Files imported: %1.</source>
+        <translation>已导入 %1 个文件。</translation>
+    </message>
+    <message>
+        <source>Taken back; nothing is left of it.</source>
+        <translation>已撤回，没有留下任何内容。</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3</source>
+        <translation>%1：%2／%3</translation>
+    </message>
+    <message>
+        <source>Statements and bars</source>
+        <translation>交割单和K线</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::IntakeDoor</name>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Import statement or bars...</source>
+        <translation>导入交割单或K线…</translation>
+    </message>
+    <message>
+        <source>Import a folder of bars...</source>
+        <translation>导入K线文件夹…</translation>
+    </message>
+    <message>
+        <source>Past imports...</source>
+        <translation>导入记录…</translation>
+    </message>
+    <message>
+        <source>Start page</source>
+        <translation>起始页</translation>
+    </message>
+    <message>
+        <source>Statements and bars</source>
+        <translation>交割单和K线</translation>
+    </message>
+    <message>
+        <source>A folder of bars</source>
+        <translation>K线文件夹</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::JsonChild</name>
+    <message>
+        <source>%1 cannot be started: %2</source>
+        <translation>无法启动 %1：%2</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::PastImports</name>
+    <message>
+        <source>Take back...</source>
+        <translation>撤回…</translation>
+    </message>
+    <message>
+        <source>Past imports into %1</source>
+        <translation>%1 的导入记录</translation>
+    </message>
+    <message>
+        <source>Past imports</source>
+        <translation>导入记录</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>%1 cannot be started: %2</source>
+        <translation>无法启动 %1：%2</translation>
+    </message>
+    <message>
+        <source>Taken back.</source>
+        <translation>已撤回。</translation>
+    </message>
+    <message>
+        <source>Take an import back</source>
+        <translation>撤回一次导入</translation>
+    </message>
+    <message>
+        <source>Take back import %1?
+%2
+All its entries leave the ledger.</source>
+        <translation>撤回第 %1 次导入？
+%2
+它的全部记录都会从账本中移除。</translation>
+    </message>
+    <message>
+        <source>Take it back</source>
+        <translation>撤回</translation>
+    </message>
+    <message>
+        <source>Keep it</source>
+        <translation>保留</translation>
+    </message>
+    <message>
+        <source>No.</source>
+        <translation>编号</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Added</source>
+        <translation>新增</translation>
+    </message>
+    <message>
+        <source>There before</source>
+        <translation>已有</translation>
+    </message>
+    <message>
+        <source>Money</source>
+        <translation>资金</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation>自</translation>
+    </message>
+    <message>
+        <source>To</source>
+        <translation>至</translation>
+    </message>
+    <message>
+        <source>Account</source>
+        <translation>账户</translation>
+    </message>
+    <message>
+        <source>The ledger has no imports.</source>
+        <translation>账本中没有导入记录。</translation>
+    </message>
+    <message>
+        <source>Imported at</source>
+        <translation>导入时间</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::StartWindow</name>
+    <message>
+        <source>Chart terminal</source>
+        <translation>看图终端</translation>
+    </message>
+    <message>
+        <source>Your trades on the chart</source>
+        <translation>在图上看自己的买卖</translation>
+    </message>
+    <message>
+        <source>My statement and bars</source>
+        <translation>我的交割单和K线</translation>
+    </message>
+    <message>
+        <source>Drop your broker&apos;s statement (交割单, 成交记录) and files of bars anywhere on this window, or choose them. You see first what was understood; nothing is written before you say so.</source>
+        <translation>把券商的交割单或成交记录、以及K线文件拖到本窗口任意位置，或点击选择。先给您看读懂了什么，您同意后才写入。</translation>
+    </message>
+    <message>
+        <source>Choose files...</source>
+        <translation>选择文件…</translation>
+    </message>
+    <message>
+        <source>Open my account</source>
+        <translation>打开我的账户</translation>
+    </message>
+    <message>
+        <source>The example</source>
+        <translation>示例</translation>
+    </message>
+    <message>
+        <source>An account with some years of trades in three securities: its cost line, its buys and sells.</source>
+        <translation>一个交易了数年、三只证券的账户：看它的持仓成本线和买卖点。</translation>
+    </message>
+    <message>
+        <source>Open the example</source>
+        <translation>打开示例</translation>
+    </message>
+    <message>
+        <source>A replay</source>
+        <translation>复盘</translation>
+    </message>
+    <message>
+        <source>A recorded day is played as if it were today, twenty times as fast. Trade it on paper: place orders, see them dealt.</source>
+        <translation>把记录下来的一天当作今天，以二十倍速度播放。可以模拟下单，看它成交。</translation>
+    </message>
+    <message>
+        <source>Play a day</source>
+        <translation>播放一天</translation>
+    </message>
+    <message>
+        <source>The sample data are not installed.</source>
+        <translation>没有安装示例数据。</translation>
+    </message>
+    <message>
+        <source>Bars are missing: drop files of them here, too.</source>
+        <translation>还缺K线：请把K线文件也拖到这里。</translation>
+    </message>
+    <message>
+        <source>Your statement is in. Bars are missing: drop files of them here, too, of %1.</source>
+        <translation>交割单已导入。还缺K线：请把 %1 的K线文件也拖到这里。</translation>
+    </message>
+</context>
+<context>
+    <name>BarsReport</name>
+    <message>
+        <source>%1 bars of minutes, %2 to %3</source>
+        <translation>%1 根分钟线，%2 至 %3</translation>
+    </message>
+    <message>
+        <source>%1 bars of days, %2 to %3</source>
+        <translation>%1 根日线，%2 至 %3</translation>
+    </message>
+    <message>
+        <source>and %1 more files</source>
+        <translation>另有 %1 个文件</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>日期</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>开盘</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>最高</translation>
+    </message>
+    <message>
+        <source>Low</source>
+        <translation>最低</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>收盘</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <translation>成交量</translation>
+    </message>
+</context>
+<context>
+    <name>IntakeFile</name>
+    <message>
+        <source>waits</source>
+        <translation>等待</translation>
+    </message>
+    <message>
+        <source>is read</source>
+        <translation>正在读取</translation>
+    </message>
+    <message>
+        <source>ready</source>
+        <translation>可以导入</translation>
+    </message>
+    <message>
+        <source>needs you</source>
+        <translation>需要您处理</translation>
+    </message>
+    <message>
+        <source>left out</source>
+        <translation>不导入</translation>
+    </message>
+    <message>
+        <source>is imported</source>
+        <translation>正在导入</translation>
+    </message>
+    <message>
+        <source>imported</source>
+        <translation>已导入</translation>
+    </message>
+    <message>
+        <source>taken back</source>
+        <translation>已撤回</translation>
+    </message>
+    <message>
+        <source>not imported</source>
+        <translation>未导入</translation>
+    </message>
+</context>
+<context>
+    <name>IntakeQuestion</name>
+    <message>
+        <source>Security</source>
+        <translation>证券</translation>
+    </message>
+    <message>
+        <source>e.g. 600519.SH</source>
+        <translation>例如 600519.SH</translation>
+    </message>
+    <message>
+        <source>Unit of the volume</source>
+        <translation>成交量单位</translation>
+    </message>
+    <message>
+        <source>shares</source>
+        <translation>股</translation>
+    </message>
+    <message>
+        <source>lots of 100</source>
+        <translation>手（100股）</translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation>日期</translation>
+    </message>
+    <message>
+        <source>yyyymmdd</source>
+        <translation>年月日八位数字</translation>
+    </message>
+    <message>
+        <source>Replace the bars that are there</source>
+        <translation>替换已有的K线</translation>
+    </message>
+    <message>
+        <source>all days of this security in the folder</source>
+        <translation>文件夹中该证券的全部日子</translation>
+    </message>
+    <message>
+        <source>Account</source>
+        <translation>账户</translation>
+    </message>
+    <message>
+        <source>Entries in doubt</source>
+        <translation>疑似重复的记录</translation>
+    </message>
+    <message>
+        <source>are those that are there</source>
+        <translation>就是账上已有的</translation>
+    </message>
+    <message>
+        <source>are new</source>
+        <translation>是新的</translation>
+    </message>
+    <message>
+        <source>Leave these rows out</source>
+        <translation>跳过这些行</translation>
+    </message>
+    <message>
+        <source>and import the others</source>
+        <translation>导入其余各行</translation>
+    </message>
+    <message>
+        <source>List of securities</source>
+        <translation>证券列表</translation>
+    </message>
+    <message>
+        <source>a file code,market,name</source>
+        <translation>内容为 代码,市场,名称 的文件</translation>
+    </message>
+    <message>
+        <source>Columns and words of your broker</source>
+        <translation>券商的列名和用词</translation>
+    </message>
+    <message>
+        <source>Write after each = what it means.</source>
+        <translation>在每个等号后写明含义。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot;</source>
+        <translation>“%1”</translation>
+    </message>
+</context>
+<context>
+    <name>StatementReport</name>
+    <message>
+        <source>Line %1: %2</source>
+        <translation>第 %1 行：%2</translation>
+    </message>
+    <message>
+        <source>Line %1, %2: %3</source>
+        <translation>第 %1 行，%2：%3</translation>
+    </message>
+    <message>
+        <source>and %1 more rows</source>
+        <translation>另有 %1 行</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>%1 entries imported, %2 were there already</source>
+        <translation>导入 %1 条，%2 条原已在账</translation>
+    </message>
+    <message>
+        <source>%1 entries are new, %2 are there already</source>
+        <translation>新增 %1 条，%2 条已在账</translation>
+    </message>
+    <message>
+        <source>%1 rows</source>
+        <translation>%1 行</translation>
+    </message>
+    <message>
+        <source>%1, %2 to %3</source>
+        <translation>%1，%2 至 %3</translation>
+    </message>
+    <message>
+        <source>Account %1</source>
+        <translation>资金账号 %1</translation>
+    </message>
+    <message>
+        <source>Fees completed: %1</source>
+        <translation>补全费用：%1 条</translation>
+    </message>
+    <message>
+        <source>Cash on %1: %2</source>
+        <translation>%1 的资金余额：%2</translation>
+    </message>
+    <message>
+        <source>Trades</source>
+        <translation>成交</translation>
+    </message>
+    <message>
+        <source>Shares without a trade</source>
+        <translation>非交易的股份变动</translation>
+    </message>
+    <message>
+        <source>Money</source>
+        <translation>资金</translation>
+    </message>
+    <message>
+        <source>Left out</source>
+        <translation>不计入</translation>
+    </message>
+    <message>
+        <source>Kept out (short sales)</source>
+        <translation>不入账（融券）</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>行</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>日期</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>业务</translation>
+    </message>
+    <message>
+        <source>Code</source>
+        <translation>代码</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Price</source>
+        <translation>价格</translation>
+    </message>
+    <message>
+        <source>Quantity</source>
+        <translation>数量</translation>
+    </message>
+    <message>
+        <source>Amount</source>
+        <translation>金额</translation>
+    </message>
+    <message>
+        <source>Fee</source>
+        <translation>费用</translation>
+    </message>
+    <message>
+        <source>Left out: %1</source>
+        <translation>已跳过：%1</translation>
+    </message>
+</context>
+<context>
+    <name>BarsTalk</name>
+    <message>
+        <source>no data folder is named</source>
+        <translation>没有指定数据文件夹</translation>
+    </message>
+</context>
+<context>
+    <name>TerminalRuns</name>
+    <message>
+        <source>The account of the last time is not there any more: %1, bars in %2</source>
+        <translation>上次的账户已经不在了：%1，K线在 %2</translation>
+    </message>
+</context>
+<context>
+    <name>BookedAction</name>
+    <message>
+        <source>%1: %2 yuan and %3 shares for %4</source>
+        <translation>%1：%4 股收到 %2 元和 %3 股</translation>
+    </message>
+    <message>
+        <source>%1, as the statement has it, is no exact figure for one share; it is left out</source>
+        <translation>%1（对账单）无法精确换算为每股，未用于复权</translation>
+    </message>
+    <message>
+        <source>%1, as the statement has it, is not what the file of actions says; the file holds</source>
+        <translation>%1（对账单）与除权除息文件不符，以文件为准</translation>
+    </message>
+</context>
+<context>
+    <name>ResultTitles</name>
+    <message>
+        <source>Day</source>
+        <translation>日期</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Month</source>
+        <translation>月份</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>年份</translation>
+    </message>
+    <message>
+        <source>Code</source>
+        <translation>代码</translation>
+    </message>
+    <message>
+        <source>Market</source>
+        <translation>市场</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Opened</source>
+        <translation>开仓</translation>
+    </message>
+    <message>
+        <source>Closed</source>
+        <translation>清仓</translation>
+    </message>
+    <message>
+        <source>Price</source>
+        <translation>价格</translation>
+    </message>
+    <message>
+        <source>Quantity</source>
+        <translation>数量</translation>
+    </message>
+    <message>
+        <source>Shares in</source>
+        <translation>增加股数</translation>
+    </message>
+    <message>
+        <source>Shares out</source>
+        <translation>减少股数</translation>
+    </message>
+    <message>
+        <source>Sales</source>
+        <translation>卖出笔数</translation>
+    </message>
+    <message>
+        <source>Amount</source>
+        <translation>成交金额</translation>
+    </message>
+    <message>
+        <source>Fees</source>
+        <translation>费用</translation>
+    </message>
+    <message>
+        <source>Bought for</source>
+        <translation>买入金额</translation>
+    </message>
+    <message>
+        <source>Sold for</source>
+        <translation>卖出金额</translation>
+    </message>
+    <message>
+        <source>Stamp duty</source>
+        <translation>其中印花税</translation>
+    </message>
+    <message>
+        <source>Cost of sold</source>
+        <translation>卖出成本</translation>
+    </message>
+    <message>
+        <source>Profit</source>
+        <translation>盈亏</translation>
+    </message>
+    <message>
+        <source>Profit %</source>
+        <translation>盈亏 %</translation>
+    </message>
+    <message>
+        <source>Dividends</source>
+        <translation>红利</translation>
+    </message>
+    <message>
+        <source>Dividend tax</source>
+        <translation>红利税</translation>
+    </message>
+    <message>
+        <source>Interest</source>
+        <translation>利息</translation>
+    </message>
+    <message>
+        <source>Total</source>
+        <translation>合计</translation>
+    </message>
+    <message>
+        <source>Held</source>
+        <translation>持有</translation>
+    </message>
+    <message>
+        <source>Cost of held</source>
+        <translation>持有成本</translation>
+    </message>
+    <message>
+        <source>Cost per share</source>
+        <translation>成本价</translation>
+    </message>
+    <message>
+        <source>Cost</source>
+        <translation>成本</translation>
+    </message>
+    <message>
+        <source>By security</source>
+        <translation>按证券</translation>
+    </message>
+    <message>
+        <source>By month</source>
+        <translation>按月份</translation>
+    </message>
+    <message>
+        <source>By year</source>
+        <translation>按年份</translation>
+    </message>
+    <message>
+        <source>By sale</source>
+        <translation>按每笔卖出</translation>
+    </message>
+    <message>
+        <source>By round trip</source>
+        <translation>按每轮买卖</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ResultsPanel</name>
+    <message>
+        <source>no answer from the trading module</source>
+        <translation>交易模块没有回应</translation>
+    </message>
+    <message>
+        <source>refused: %1</source>
+        <translation>被拒绝：%1</translation>
+    </message>
+    <message>
+        <source>earlier statements are missing: %1</source>
+        <translation>缺少更早的交割单：%1</translation>
+    </message>
+    <message>
+        <source>Rows: %1</source>
+        <translation>行数：%1</translation>
+    </message>
+    <message>
+        <source>Cost:</source>
+        <translation>成本：</translation>
+    </message>
+    <message>
+        <source>Export CSV</source>
+        <translation>导出 CSV</translation>
+    </message>
+    <message>
+        <source>What a row stands for</source>
+        <translation>每行代表什么</translation>
+    </message>
+    <message>
+        <source>How costs are reckoned</source>
+        <translation>成本算法</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>盈亏统计</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ResultsDock</name>
+    <message>
+        <source>Results</source>
+        <translation>盈亏统计</translation>
+    </message>
+    <message>
+        <source>Costs stay reckoned as they were: %1</source>
+        <translation>成本算法未改变：%1</translation>
+    </message>
+    <message>
+        <source>The trading module did not say whether it reckons costs otherwise now.</source>
+        <translation>交易模块没有说明是否已改用新的成本算法。</translation>
+    </message>
+    <message>
+        <source>Export results</source>
+        <translation>导出盈亏统计</translation>
+    </message>
+    <message>
+        <source>CSV files (*.csv)</source>
+        <translation>CSV 文件 (*.csv)</translation>
+    </message>
+    <message>
+        <source>Written to %1</source>
+        <translation>已写入 %1</translation>
+    </message>
+    <message>
+        <source>%1 was not written: %2</source>
+        <translation>未能写入 %1：%2</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ResultsExport</name>
+    <message>
+        <source>the trading module does not answer</source>
+        <translation>交易模块没有回应</translation>
     </message>
 </context>
 </TS>

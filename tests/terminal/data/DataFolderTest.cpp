@@ -226,6 +226,30 @@ TEST_F(DataFolderWithActions, ClosesBeforeAnExDateAtTheReferencePriceOfTheExchan
     EXPECT_EQ(closeBefore(20240109), 9.75);
 }
 
+/// The price limits of a day that has no bar yet.
+TEST_F(DataFolderWithActions, ClosesAtTheReferencePriceBeforeAnExDateThatIsToCome)
+{
+    write(QStringLiteral("actions/600519.csv"), "exdate,dividend\n20240109,0.15\n");
+    EXPECT_EQ(closeBefore(20240109), 9.6);
+    EXPECT_EQ(load(PriceView::Adjusted).value().bars.back().close, 9.75);
+}
+
+Trading::TradingDate lastWeekday(Trading::TradingDate day)
+{
+    return isClosedWeekend(day) ? lastWeekday(day.plusDays(-1)) : day;
+}
+
+/// Before the first bar of the day is there.
+TEST_F(DataFolderWithActions, AdjustsForAnExDateThatHasJustCome)
+{
+    const Trading::TradingDate exDate = lastWeekday(Trading::TradingDate::today());
+    const Trading::TradingDate before = lastWeekday(exDate.plusDays(-1));
+    write(QStringLiteral("daily/600519.csv"),
+          "date,open,high,low,close,volume\n" + before.text().toLatin1() + ",20,20,20,20,1000\n");
+    write(QStringLiteral("actions/600519.csv"), "exdate,dividend\n" + exDate.text().toLatin1() + ",1\n");
+    EXPECT_DOUBLE_EQ(load(PriceView::Adjusted).value().bars.back().close, 19);
+}
+
 TEST_F(DataFolderWithActions, KnowsOfAnExDateByALaterMinuteToo)
 {
     write(QStringLiteral("actions/600519.csv"), "exdate,bonus\n20240109,1\n");

@@ -20,7 +20,7 @@ TEST(TerminalOptions, AreReadFromTheCommandLine)
     const auto parsed =
         parse(QStringLiteral("--data D --code 600519 --period minute --day 20230201 --overlays cost,trades "
                              "--theme light --lang en --size 800x600 --snapshot a.png --ledger l.db "
-                             "--rise green --no-broker --hide-amounts")
+                             "--rise green --no-broker --hide-amounts --adjusted")
                   .split(QLatin1Char(' ')));
     ASSERT_TRUE(parsed) << qPrintable(parsed.error());
     const TerminalOptions &options = parsed.value().options;
@@ -36,6 +36,7 @@ TEST(TerminalOptions, AreReadFromTheCommandLine)
     EXPECT_EQ(options.ledger, QStringLiteral("l.db"));
     EXPECT_FALSE(options.startsBroker);
     EXPECT_TRUE(options.hidesAmounts);
+    EXPECT_EQ(options.prices, PriceView::Adjusted);
 }
 
 TEST(TerminalOptions, OfAReplayImplyAChartOfMinutes)
@@ -63,7 +64,18 @@ TEST(TerminalOptions, PlayTheWholeDayForASnapshot)
 
 TEST(TerminalOptions, AskForTheDataFolderWhenThereIsNone)
 {
-    EXPECT_TRUE(parse({}).error().contains(QStringLiteral("--data")));
+    EXPECT_TRUE(parse({QStringLiteral("--code"), QStringLiteral("600519")})
+                    .error()
+                    .contains(QStringLiteral("--data")));
+}
+
+TEST(TerminalOptions, NameNoChartWhenTheyAreAboutTheWindowAlone)
+{
+    const auto none = parse({});
+    ASSERT_TRUE(none) << qPrintable(none.error());
+    EXPECT_FALSE(nameAChart(none.value().options));
+    EXPECT_FALSE(nameAChart(parse({QStringLiteral("--theme"), QStringLiteral("light")}).value().options));
+    EXPECT_TRUE(nameAChart(parse({QStringLiteral("--data"), QStringLiteral("D")}).value().options));
 }
 
 TEST(TerminalOptions, LeadToTheHelpBeforeAnythingElse)

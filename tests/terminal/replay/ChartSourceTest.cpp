@@ -36,6 +36,27 @@ TEST_F(ChartSourceTest, IsTheLastDayOfItsSecurityWhileItIsReplayed)
     }
 }
 
+TEST_F(ChartSourceTest, GivesTheReplayedDayInRawPricesAlways)
+{
+    open();
+    EXPECT_EQ(
+        m_source.load(QStringLiteral("000001"), ChartPeriod::Minute, {}, PriceView::Adjusted).value().view,
+        PriceView::Raw);
+    EXPECT_EQ(m_source.load(QStringLiteral("000001"), ChartPeriod::Day, {}, PriceView::Adjusted).value().view,
+              PriceView::Adjusted);
+}
+
+TEST_F(ChartSourceTest, BringsRawPricesOfAnAdjustedChart)
+{
+    const auto adjusted =
+        m_source.load(QStringLiteral("000001"), ChartPeriod::Minute, onDay(20180108), PriceView::Adjusted)
+            .value();
+    const ChartData raw = m_source.raw(adjusted);
+    EXPECT_EQ(raw.view, PriceView::Raw);
+    EXPECT_EQ(raw.bars.front().date, 20180108);
+    EXPECT_EQ(raw.bars.size(), adjusted.bars.size());
+}
+
 TEST_F(ChartSourceTest, LeavesOtherChartsToTheFolder)
 {
     open();

@@ -96,6 +96,12 @@ TEST(TradeModuleProcess, SaysTheWholeReasonOfADatabaseThatUsesSeveralLines)
     EXPECT_FALSE(told.contains(QStringLiteral("hello"))) << qPrintable(told);
 }
 
+TEST(TradeModuleProcess, TakesNothingForTheReasonThatOneWhichWasKilledSaidBefore)
+{
+    const QString told = toldOf("echo 'trademodule: serving the ledger' >&2\nkill -KILL $$");
+    EXPECT_FALSE(told.contains(QStringLiteral("serving the ledger"))) << qPrintable(told);
+}
+
 TEST(TradeModuleProcess, SaysWhatToDoAboutADamagedLedger)
 {
     const QString told = toldOf("echo 'trademodule: the ledger refused: file is not a database' >&2");

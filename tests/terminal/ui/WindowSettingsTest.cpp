@@ -24,6 +24,7 @@ TEST_F(WindowSettingsTest, BringBackChartOverlaysAndLook)
     options.riseColour = RiseColour::Green;
     options.language = QStringLiteral("en");
     options.hidesAmounts = true;
+    options.prices = PriceView::Adjusted;
     remember(options);
     const TerminalOptions back = WindowSettings().over({});
     EXPECT_EQ(back.code, options.code);
@@ -33,6 +34,7 @@ TEST_F(WindowSettingsTest, BringBackChartOverlaysAndLook)
     EXPECT_EQ(back.riseColour, options.riseColour);
     EXPECT_EQ(back.language, options.language);
     EXPECT_TRUE(back.hidesAmounts);
+    EXPECT_EQ(back.prices, PriceView::Adjusted);
 }
 
 TEST_F(WindowSettingsTest, BringBackWhetherTheWindowAsksBeforeAnOrderIsSent)
@@ -59,6 +61,7 @@ TEST_F(WindowSettingsTest, ChangeNothingTheFirstTime)
     EXPECT_EQ(back.theme, ThemeKind::Dark);
     EXPECT_EQ(back.period, ChartPeriod::Day);
     EXPECT_FALSE(back.hidesAmounts);
+    EXPECT_EQ(back.prices, PriceView::Raw);
     EXPECT_TRUE(log.lines(QtWarningMsg).empty());
 }
 

@@ -4,6 +4,8 @@
 #include "trademodule/ledger/ServingTable.h"
 #include "trading/ModuleVocabulary.h"
 
+#include <QElapsedTimer>
+
 #include <csignal>
 
 namespace TradeModule {
@@ -126,6 +128,155 @@ TEST_F(ModulePresenceTest, IsNotSaidAgainstASuccessor)
     ask("{\"cmd\":\"?\"}"); // handled after it
 
     EXPECT_TRUE(chart().messages.isEmpty());
+}
+
+/// The class itself, whose listener is the test's.
+class ModulePresenceBesideAnother : public ::testing::Test
+{
+protected:
+    static constexpr std::chrono::milliseconds patience{1500};
+
+    void SetUp() override
+    {
+        QObject::connect(&m_presence, &ModulePresence::begun, &m_presence, [this] { ++begun; });
+        QObject::connect(&m_presence, &ModulePresence::occupied, &m_presence,
+                         [this](const TradePresence &by) { occupiedBy.append(by.instance); });
+        QObject::connect(&m_listener, &LocalCommunication::EndPoint::messageReceived, &m_presence,
+                         [this](const QByteArray &topic, const QByteArray &payload) {
+                             if (topic == "TradePresence") {
+                                 m_presence.hear(payload);
+                             }
+                         });
+        QObject::connect(&m_listener, &LocalCommunication::EndPoint::ready, &m_presence,
+                         &ModulePresence::arrive);
+        m_listener.subscribe("Global", QByteArray("TradePresence"));
+    }
+
+    void arrive() { m_listener.connect(m_broker.address()); }
+
+    /// A word that its owner left behind: no farewell follows it.
+    void leaveWord(const TradePresence &word)
+    {
+        RecordingEndPoint listener;
+        listener.subscribe("Global", QByteArray("TradePresence"));
+        ASSERT_TRUE(listener.join(m_broker.address()));
+        m_left.start(m_broker.address(), {"Global", "TradePresence", word.toJson(), word.toJson()});
+        ASSERT_TRUE(listener.waitForMessages(1));
+    }
+
+    static TradePresence presenceOf(const char *instance, const char *ledger)
+    {
+        TradePresence presence;
+        presence.instance = QLatin1String(instance);
+        presence.isOnline = true;
+        presence.ledger = QLatin1String(ledger);
+        return presence;
+    }
+
+    static TradePresence other()
+    {
+        TradePresence presence = presenceOf("a", "/other.db");
+        presence.host = QStringLiteral("elsewhere");
+        presence.process = 1;
+        return presence;
+    }
+
+    QString address() const { return m_broker.address(); }
+    ModulePresence &presence() { return m_presence; }
+
+    int begun = 0;
+    QStringList occupiedBy;
+
+private:
+    TestBroker m_broker;
+    LocalCommunication::Announcement m_left;
+    ModulePresence m_presence{presenceOf("b", "/own.db"), m_broker.address(), patience};
+    LocalCommunication::EndPoint m_listener{nullptr};
+};
+
+TEST_F(ModulePresenceBesideAnother, BeginsWhereNobodyIs)
+{
+    arrive();
+
+    EXPECT_TRUE(waitUntil([this] { return begun == 1; }));
+    EXPECT_TRUE(presence().isServing());
+}
+
+TEST_F(ModulePresenceBesideAnother, WaitsForOneThatAnswers)
+{
+    leaveWord(other());
+    const BusThread answering(address(), "TradeQuery",
+                              [](LocalCommunication::EndPoint &own, const QByteArray &question,
+                                 const QByteArray & /*replyChannel*/) {
+                                  const QString screen =
+                                      jsonOf(question)[QStringLiteral("screenId")].toString();
+                                  own.sendMessage(screen.toUtf8(), "TradeQuery", R"({"success":true})");
+                              });
+
+    arrive();
+
+    ASSERT_TRUE(waitUntil([this] { return !occupiedBy.isEmpty(); }));
+    EXPECT_FALSE(waitUntil([this] { return begun > 0; }, 2 * patience)) << "it answers still";
+    EXPECT_EQ(occupiedBy, QStringList{QStringLiteral("a")});
+}
+
+TEST_F(ModulePresenceBesideAnother, DoesNotWaitForEverForOneThatLeftItsWordBehind)
+{
+    leaveWord(other());
+    arrive();
+    ASSERT_TRUE(waitUntil([this] { return presence().isWaiting(); }));
+    QElapsedTimer clock;
+    clock.start();
+
+    EXPECT_TRUE(waitUntil([this] { return begun == 1; }));
+    EXPECT_GE(clock.elapsed(), (patience - std::chrono::milliseconds(100)).count());
+    EXPECT_TRUE(occupiedBy.isEmpty());
+}
+
+TEST_F(ModulePresenceBesideAnother, BeginsWhenTheOtherOneSaysFarewell)
+{
+    leaveWord(other());
+    arrive();
+    ASSERT_TRUE(waitUntil([this] { return presence().isWaiting(); }));
+
+    presence().hear(other().ended().toJson());
+
+    EXPECT_TRUE(waitUntil([this] { return begun == 1; }, patience / 2));
+}
+
+TEST_F(ModulePresenceBesideAnother, StaysWhenAnotherOneComesLater)
+{
+    arrive();
+    ASSERT_TRUE(waitUntil([this] { return begun == 1; }));
+
+    presence().hear(other().toJson());
+
+    EXPECT_TRUE(presence().isServing());
+}
+
+TEST_F(ModulePresenceBesideAnother, LeavesWhenAnotherOneServesTooAndHasTheSmallerInstance)
+{
+    arrive();
+    ASSERT_TRUE(waitUntil([this] { return begun == 1; }));
+
+    presence().hear(other().toJson());
+    presence().hear(other().toJson()); // against our word, which it has heard
+
+    EXPECT_FALSE(presence().isServing());
+}
+
+TEST_F(ModulePresenceBesideAnother, StaysWhenTheOtherOneThatServesHasTheGreaterInstance)
+{
+    arrive();
+    ASSERT_TRUE(waitUntil([this] { return begun == 1; }));
+    TradePresence greater = other();
+    greater.instance = QStringLiteral("c");
+
+    for (int times = 0; times < 10; ++times) {
+        presence().hear(greater.toJson());
+    }
+
+    EXPECT_TRUE(presence().isServing());
 }
 
 } // namespace TradeModule

@@ -109,6 +109,61 @@ TEST_F(ImportCommandTest, EntersAHoldingFromBeforeTheFirstStatement)
     EXPECT_EQ(tradeCount(), 0);
 }
 
+TEST_F(ImportCommandTest, CorrectsAHoldingOnlyWhenToldTo)
+{
+    const QStringList wrong{QStringLiteral("open"), QStringLiteral("600519"), QStringLiteral("100"),
+                            QStringLiteral("1500"), QStringLiteral("20191231")};
+    QStringList right = wrong;
+    right[2] = QStringLiteral("200");
+    runOnLedger(wrong);
+
+    const Ended refused = runOnLedger(right);
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_THAT(refused.errors, HasSubstr("opening holding of 600519 already, import 1"));
+    EXPECT_EQ(ledger().holding(liquor()).quantity(), 100);
+
+    EXPECT_EQ(runOnLedger(right + QStringList{QStringLiteral("--replace")}).exitCode, 0);
+    EXPECT_EQ(ledger().holding(liquor()).quantity(), 200);
+}
+
+TEST_F(ImportCommandTest, SaysThatAQuantityBelowZeroIsNone)
+{
+    const Ended ended = runOnLedger({QStringLiteral("open"), QStringLiteral("600519"), QStringLiteral("-100"),
+                                     QStringLiteral("1500"), QStringLiteral("20191231")});
+
+    EXPECT_EQ(ended.exitCode, 2);
+    EXPECT_THAT(ended.errors, HasSubstr("-100 is negative"));
+}
+
+TEST_F(ImportCommandTest, RefusesAStatementOfAnotherAccountUnlessItIsChosen)
+{
+    const QByteArray header = "成交日期,证券代码,买卖标志,成交价格,成交数量,资金帐号\n";
+    import(writeFile(QStringLiteral("one.csv"), header + "20210811,600519,买入,1700,100,11\n"));
+    const QString other = writeFile(QStringLiteral("two.csv"), header + "20210812,600519,买入,1700,100,22\n");
+
+    const Ended refused = import(other);
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_THAT(refused.errors, HasSubstr("of the account 22, the ledger of 11"));
+    EXPECT_EQ(tradeCount(), 1);
+
+    EXPECT_EQ(import(other, {QStringLiteral("--account"), QStringLiteral("22")}).exitCode, 0);
+    EXPECT_EQ(tradeCount(), 2);
+}
+
+TEST_F(ImportCommandTest, TellsAccountsApartByTheShareholdersCodesOfAMarket)
+{
+    const QByteArray header = "成交日期,证券代码,买卖标志,成交价格,成交数量,股东代码\n";
+    import(writeFile(QStringLiteral("one.csv"), header + "20210811,600519,买入,1700,100,A000000001\n"));
+
+    EXPECT_EQ(import(writeFile(QStringLiteral("sz.csv"), header + "20210812,000001,买入,17,100,0000000001\n"))
+                  .exitCode,
+              0);
+    EXPECT_EQ(
+        import(writeFile(QStringLiteral("two.csv"), header + "20210812,600519,买入,1700,100,A000000002\n"))
+            .exitCode,
+        1);
+}
+
 TEST_F(ImportCommandTest, ListsMoneyThatMovedWithoutATrade)
 {
     import(write("20210811,11:03:51,600519,贵州茅台,股息入账,0,100,2599.00,1\n"));

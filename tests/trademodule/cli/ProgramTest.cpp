@@ -13,6 +13,7 @@ namespace {
 
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 
 const QByteArray oneRow = "20210811,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,1\n";
 
@@ -41,6 +42,37 @@ TEST_F(Program, RefusesALedgerThatWouldKeepNothing)
         EXPECT_THAT(ended.errors, HasSubstr("--ledger is \"" + std::string(nameless) + "\""));
         EXPECT_EQ(ended.output, "");
     }
+}
+
+TEST_F(Program, MakesNoAccountOfAMistypedName)
+{
+    const QString nowhere = writeFile(QStringLiteral("empty.db"), QByteArray());
+    ASSERT_TRUE(QFile::remove(nowhere));
+    for (const char *const command : {"positions", "account", "orders", "trades", "results", "cost",
+                                      "imports", "undo 1", "money", "cancel 1", "place 000001 buy 10 100"}) {
+        const Ended ended = run(QStringList{QStringLiteral("--ledger"), nowhere} +
+                                QString::fromLatin1(command).split(QLatin1Char(' ')));
+
+        EXPECT_EQ(ended.exitCode, 1) << command;
+        EXPECT_EQ(ended.output, "") << command;
+        EXPECT_THAT(ended.errors, HasSubstr("there is no ledger " + nowhere.toStdString())) << command;
+        EXPECT_FALSE(QFile::exists(nowhere)) << command;
+    }
+}
+
+TEST_F(Program, SaysThatItMakesANewLedger)
+{
+    const QString fresh = writeFile(QStringLiteral("fresh.db"), QByteArray());
+    const QStringList open = QStringLiteral("open 000001 100 10.00 20240102").split(QLatin1Char(' '));
+    const QStringList options{QStringLiteral("--ledger"), fresh};
+
+    const Ended first = run(options + open);
+    const Ended second = run(options + QStringList{QStringLiteral("positions")});
+
+    EXPECT_EQ(first.exitCode, 0);
+    EXPECT_THAT(first.errors, HasSubstr("a new ledger is made: " + fresh.toStdString()));
+    EXPECT_EQ(second.exitCode, 0);
+    EXPECT_EQ(second.errors, "");
 }
 
 TEST_F(Program, RefusesAnOrderOfMoreThanAnyAccountHas)
@@ -76,6 +108,40 @@ TEST_F(Program, ListsPositionsAndTradesAsTablesAndAsJson)
     const QJsonArray rows = QJsonDocument::fromJson(QByteArray::fromStdString(trades.output)).array();
     ASSERT_EQ(rows.size(), 1);
     EXPECT_EQ(rows[0].toObject()[QStringLiteral("price")].toString(), QStringLiteral("1700.00"));
+}
+
+TEST_F(Program, WritesAnyTextAsJson)
+{
+    const QString number = QStringLiteral(u"\"quoted\" \\ 甲 \U0001F600");
+    Execution trade = fill(Side::Buy, bank(), 20240102, 10, 100, number);
+    trade.orderNo = QStringLiteral("\t\x7f");
+    book({trade});
+
+    const Ended trades = runOnLedger({QStringLiteral("trades"), QStringLiteral("--json")});
+
+    const QJsonArray rows = QJsonDocument::fromJson(QByteArray::fromStdString(trades.output)).array();
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows[0].toObject()[QStringLiteral("deal")].toString(), number);
+    EXPECT_EQ(rows[0].toObject()[QStringLiteral("order")].toString(), trade.orderNo);
+}
+
+TEST_F(Program, WritesNothingOfAStatementThatATerminalWouldObey)
+{
+    const QString statement =
+        write("20210811,11:03:51,600519,\x1b]0;name\x07,买入,1700.00,100,170000.00,\x1b[2J1\n"
+              "20210812,11:03:51,600519,\x1b]0;name\x07,\x1b[31m?,1700.00,100,170000.00,2\n");
+
+    const Ended refused = import(statement);
+    EXPECT_NE(refused.exitCode, 0);
+    const Ended imported = import(statement, {QStringLiteral("--skip-bad")});
+    ASSERT_EQ(imported.exitCode, 0) << imported.errors;
+
+    for (const Ended &shown :
+         {refused, imported, runOnLedger({QStringLiteral("trades")}),
+          runOnLedger({QStringLiteral("positions")}), runOnLedger({QStringLiteral("results")})}) {
+        EXPECT_THAT(shown.output + shown.errors, Not(HasSubstr("\x1b")));
+        EXPECT_THAT(shown.output + shown.errors, Not(HasSubstr("\x07")));
+    }
 }
 
 TEST_F(Program, KeepsTheDayOfTheExchangeWhereverTheMachineStands)

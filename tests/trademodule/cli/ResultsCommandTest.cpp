@@ -69,6 +69,7 @@ TEST_F(ResultsCommandTest, AreThoseOfTheSample)
 
     EXPECT_EQ(column("code", {}), texts({"000001", "600519", "600536"}));
     EXPECT_EQ(column("profit", {}), texts({"18907.98", "347629.53", "147314.64"}));
+    EXPECT_EQ(column("stampduty", {}), texts({"1221.69", "8942.21", "1946.06"}));
 }
 
 TEST_F(ResultsCommandTest, ListEachSecurity)
@@ -175,9 +176,10 @@ TEST_F(ResultsCommandTest, AreCsvWithoutASum)
     const Ended ended = results(by("year") + texts({"--csv"}));
 
     EXPECT_EQ(ended.output,
-              "year,sales,bought,sold,fees,soldcost,profit,percent,dividends,taxes,interest,total,method\n"
-              "2024,2,173000.00,171100.00,25.00,171010.00,80.00,0.05,0.00,0.00,0.00,80.00,average\n"
-              "2025,1,0.00,1055.00,5.00,1002.50,47.50,4.74,0.00,0.00,0.00,47.50,average\n");
+              "year,sales,bought,sold,fees,stampduty,soldcost,profit,percent,dividends,taxes,interest,total,"
+              "method\n"
+              "2024,2,173000.00,171100.00,25.00,0.00,171010.00,80.00,0.05,0.00,0.00,0.00,80.00,average\n"
+              "2025,1,0.00,1055.00,5.00,0.00,1002.50,47.50,4.74,0.00,0.00,0.00,47.50,average\n");
 }
 
 TEST_F(ResultsCommandTest, QuoteInCsvWhatHoldsACommaOrAQuotationMark)

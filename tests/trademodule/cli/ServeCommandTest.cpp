@@ -292,6 +292,16 @@ TEST_F(ServeCommandTest, RefusesToServeALedgerThatIsServed)
                                          " on " + QSysInfo::machineHostName().toStdString() + ", since 20"));
 }
 
+TEST_F(ServeCommandTest, SaysWhichLedgerItServesOnWhichBus)
+{
+    serve();
+
+    const std::string said = module().readAllStandardError().toStdString();
+
+    EXPECT_THAT(said, HasSubstr("serving the ledger " + Database(location()).shownLocation().toStdString() +
+                                " on the bus of " + broker().address().toStdString() + ", fence 1"));
+}
+
 TEST_F(ServeCommandTest, ServesALedgerWhoseModuleWasKilled)
 {
     serve();

@@ -119,6 +119,16 @@ TEST_F(StandbyTest, FollowsAnOwnerThatWasKilledWithinFiveSeconds)
     EXPECT_EQ(ask(placing)[QStringLiteral("ordersno")], QJsonValue(QStringLiteral("2")));
 }
 
+TEST_F(StandbyTest, SaysWhomItFollowed)
+{
+    const std::string process = std::to_string(owner().processId());
+    signalTo(owner(), SIGKILL);
+
+    EXPECT_TRUE(waitUntil([this] { return said().contains("fence"); }, 5s));
+    EXPECT_THAT(said().toStdString(), HasSubstr("followed process " + process + " on "));
+    EXPECT_THAT(said().toStdString(), HasSubstr("the fence is 2 now"));
+}
+
 TEST_F(StandbyTest, FollowsAnOwnerThatIsFrozenAndChangesNothingWhenItWakesUp)
 {
     constexpr std::chrono::milliseconds frozenForLong = 10s;

@@ -114,6 +114,22 @@ TEST_F(DealingTest, SharesTheVolumeAmongOrdersTheOldestFirst)
     EXPECT_EQ(now(second).matchedQuantity, 100);
 }
 
+TEST_F(DealingTest, TellsTheStampDutyOfTheFeesApart)
+{
+    hold(1000);
+    sell(10, 1000);
+    exchange().take(bar(1001, 10, 10, 10, 2400)); // 600 of them
+    exchange().take(bar(1002, 10, 10, 10));
+
+    const Executions trades = ledger().trades(bank(), {TradingDate::today(), TradingDate::today()});
+
+    ASSERT_EQ(trades.size(), 2);
+    EXPECT_EQ(trades[0].stampDuty, yuan(3)); // 0.05 % of 6000
+    EXPECT_EQ(trades[1].stampDuty, yuan(2));
+    EXPECT_EQ(trades[0].fee, yuan(8.06)); // commission 5, transfer fee 0.06
+    EXPECT_EQ(trades[1].fee, yuan(2.04));
+}
+
 TEST_F(DealingTest, TakesTheFeesOnceForAnOrderInParts)
 {
     buy(10, 1000);

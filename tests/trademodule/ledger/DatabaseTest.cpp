@@ -69,4 +69,19 @@ TEST_F(DatabaseTest, WaitsInVainOnlyOnce)
     EXPECT_LT(clock.elapsed(), patience.count() / 2);
 }
 
+TEST_F(DatabaseTest, ForgetsTheMarksOfChangesThatAreLongAgo)
+{
+    Database *const database = ledger().database();
+    for (const int daysAgo : {31, 29}) {
+        database->run(QStringLiteral("INSERT INTO change_mark (mark, made_on) VALUES (%1, %2)")
+                          .arg(daysAgo)
+                          .arg(TradingDate::today().plusDays(-daysAgo).number()));
+    }
+
+    Ledger(location()).book(statementOf({fill(Side::Buy, bank(), 20240102, 10, 100)}), Ledger::Mode::Keep);
+
+    EXPECT_TRUE(database->isCommitted(29));
+    EXPECT_FALSE(database->isCommitted(31));
+}
+
 } // namespace TradeModule

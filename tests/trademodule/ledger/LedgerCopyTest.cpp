@@ -31,7 +31,7 @@ protected:
     {
         Database database(path);
         EXPECT_EQ(schemaVersion(&database), oldVersion);
-        QSqlQuery row = database.run(QStringLiteral("SELECT cash FROM account"));
+        Rows row = database.run(QStringLiteral("SELECT cash FROM account"));
         return row.next() ? row.value(0).toInt() : 0;
     }
 

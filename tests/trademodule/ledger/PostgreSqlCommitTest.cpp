@@ -112,6 +112,46 @@ TEST_F(PostgreSqlCommit, IsInDoubtUntilTheServerIsThereAgain)
     EXPECT_TRUE(database->isCommitted(*mark));
 }
 
+TEST_F(PostgreSqlCommit, IsNotMadeWhereAnotherServerTookOverThatNeverHeardOfIt)
+{
+    const Money before = OrderBook(&ledger()).cash();
+    proxy().fail(Fault::LoseAnswer);
+    std::optional<qint64> mark;
+    {
+        OrderBook orders(&behind());
+        Transaction transaction = orders.begin();
+        orders.setCash(yuan(4711));
+        proxy().setAway(true);
+        try {
+            transaction.commit();
+        } catch (const OutcomeUnknown &unknown) {
+            mark = unknown.mark();
+        }
+    }
+    ASSERT_TRUE(mark);
+    ASSERT_TRUE(waitUntil([this] { return isChanged(); }));
+    ledger().database()->run(QStringLiteral("DELETE FROM change_mark WHERE mark = %1").arg(*mark));
+    ledger().database()->run(QStringLiteral("UPDATE account SET cash = %1").arg(before.steps()));
+    proxy().setAway(false);
+
+    EXPECT_FALSE(behind().database()->isCommitted(*mark));
+}
+
+TEST_F(PostgreSqlCommit, IsNotJudgedWhileItIsStillInProgress)
+{
+    constexpr qint64 mark = 4711;
+    Ledger slow(location());
+    {
+        Transaction transaction(slow.database());
+        slow.database()->run(
+            QStringLiteral("INSERT INTO change_mark (mark, made_on) VALUES (%1, 29991231)").arg(mark));
+        EXPECT_THROW(behind().database()->isCommitted(mark), LedgerUnavailable);
+        transaction.commit();
+    }
+
+    EXPECT_TRUE(behind().database()->isCommitted(mark));
+}
+
 TEST_F(PostgreSqlCommit, OfABarInDoubtDealsTheBarOnce)
 {
     PaperExchange exchange = this->exchange();

@@ -1,4 +1,5 @@
 // A ledger whose server lets nothing be changed, as a copy that follows another server does.
+#include "tests/trademodule/support/PostgreSqlServer.h"
 #include "tests/trademodule/support/ProgramFixture.h"
 #include "trading/Presence.h"
 
@@ -75,6 +76,64 @@ TEST_F(PostgreSqlReadOnly, RefusesWhatWouldChangeIt)
 
     EXPECT_EQ(placed.exitCode, 1);
     EXPECT_THAT(placed.errors, HasSubstr("can only be read"));
+}
+
+/// A server that lets nothing be written for a while, without ending a connection.
+class PostgreSqlReadOnlyForAWhile : public ProgramOnABus
+{
+protected:
+    void TearDown() override
+    {
+        setReadOnly(false);
+        ProgramOnABus::TearDown();
+    }
+
+    static void setReadOnly(bool isReadOnly)
+    {
+        Database server(PostgreSqlServer::instance().location(QStringLiteral("postgres")));
+        server.run(QStringLiteral("ALTER SYSTEM SET default_transaction_read_only = %1")
+                       .arg(isReadOnly ? QStringLiteral("on") : QStringLiteral("off")));
+        server.run(QStringLiteral("SELECT pg_reload_conf()"));
+    }
+
+    bool isReadOnly()
+    {
+        Rows row = ledger().database()->run(
+            QStringLiteral("SELECT current_setting('transaction_read_only')::boolean"));
+        return row.next() && row.value(0).toBool();
+    }
+
+    QByteArray quoteAt(const char *time) const
+    {
+        return QByteArray(
+                   R"({"stkcode":"000001","market":"SZ","open":"10","high":"10","low":"10","close":"10",)"
+                   R"("volume":"400","date":")") +
+               TradingDate::today().text().toLatin1() + R"(","time":")" + time + R"("})";
+    }
+};
+
+TEST_F(PostgreSqlReadOnlyForAWhile, DealsTheQuotesOfThatTimeAfterwardsInTheirOrder)
+{
+    serve();
+    ASSERT_TRUE(
+        ask(R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B","orderprice":"10",
+                        "orderqty":"1000"})")[QStringLiteral("success")]
+            .toBool());
+    setReadOnly(true);
+    ASSERT_TRUE(waitUntil([this] { return isReadOnly(); }));
+
+    for (const char *const time : {"0931", "0932", "0933"}) {
+        chart().sendMessage("Market", "Quote", quoteAt(time));
+    }
+    ask(R"({"cmd":"TodayTrade","market":"SZ","stkcode":"000001"})"); // the quotes have come before
+    ASSERT_EQ(tradeCount(), 0);
+
+    setReadOnly(false);
+    ASSERT_TRUE(waitUntil([this] { return tradeCount() == 3; }));
+    const Executions trades = ledger().trades(bank(), DateRange());
+    EXPECT_EQ(trades[0].time, at(931));
+    EXPECT_EQ(trades[1].time, at(932));
+    EXPECT_EQ(trades[2].time, at(933));
 }
 
 } // namespace TradeModule

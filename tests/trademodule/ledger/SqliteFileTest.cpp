@@ -133,6 +133,45 @@ TEST_F(SqliteFile, IsServedByOneThroughAnyOfItsNames)
     EXPECT_THAT(modes(), Each(0600U));
 }
 
+TEST_F(SqliteFile, IsNotChangedAnyMoreWhenItsWriteAheadLogWasRemoved)
+{
+    std::optional<Ledger> ledger(std::in_place, path());
+    ledger->book(statementOf({fill(Side::Buy, bank(), 20240102, 10, 100)}), Ledger::Mode::Keep);
+    ASSERT_TRUE(QFile::remove(path() + QStringLiteral("-wal")));
+
+    EXPECT_THROW(Transaction{ledger->database()}, LedgerUnavailable);
+    EXPECT_EQ(ledger->holding(bank()).quantity(), 100);
+
+    ledger.reset(); // what the log had is in the file now
+    EXPECT_EQ(Ledger(path()).holding(bank()).quantity(), 100);
+}
+
+TEST_F(SqliteFile, IsNotChangedAnyMoreWhenItsWriteAheadLogWasReplaced)
+{
+    Ledger ledger(path());
+    ledger.book(statementOf({fill(Side::Buy, bank(), 20240102, 10, 100)}), Ledger::Mode::Keep);
+    const QString log = path() + QStringLiteral("-wal");
+    ASSERT_TRUE(QFile::rename(log, log + QStringLiteral(".moved")));
+    ASSERT_TRUE(QFile::copy(log + QStringLiteral(".moved"), log));
+
+    EXPECT_THROW(Transaction{ledger.database()}, LedgerUnavailable);
+}
+
+TEST_F(SqliteFile, IsOpenedAsItWasBeforeWhenTheWriteAheadLogOfAKilledProgramIsMissing)
+{
+    const QString copy = path() + QStringLiteral(".copy");
+    {
+        Ledger ledger(path());
+        ledger.book(statementOf({fill(Side::Buy, bank(), 20240102, 10, 100)}), Ledger::Mode::Keep);
+        ASSERT_TRUE(QFile::copy(path(), copy)); // without its log, which has the trade
+    }
+
+    Ledger ledger(copy);
+    EXPECT_EQ(ledger.holding(bank()).quantity(), 0);
+    EXPECT_EQ(
+        ledger.book(statementOf({fill(Side::Buy, bank(), 20240102, 10, 100)}), Ledger::Mode::Keep).added, 1);
+}
+
 class SqliteFileToRead : public SqliteFile
 {
 protected:

@@ -168,6 +168,20 @@ TEST_F(StatementBookingTest, CompletesAFeeThatWasNotKnownAndForgetsItWithTheImpo
     EXPECT_DOUBLE_EQ(costPrice(bank()), 10.00);
 }
 
+TEST_F(StatementBookingTest, CompletesTheStampDutyThatAnEarlierExportDidNotTellApart)
+{
+    Execution sale = fill(Side::Sell, bank(), 20240103, 11, 100, QStringLiteral("2"));
+    book({fill(Side::Buy, bank(), 20240102, 10, 100, QStringLiteral("1")), sale});
+
+    sale.stampDuty = Money::ofCents(55);
+    book({sale});
+
+    const Executions trades = ledger().trades(always);
+    ASSERT_EQ(trades.size(), 2);
+    EXPECT_EQ(trades[1].stampDuty, Money::ofCents(55));
+    EXPECT_EQ(trades[1].fee, Money::ofCents(500));
+}
+
 TEST_F(StatementBookingTest, TakesAnImportBackAsAWhole)
 {
     book({fill(Side::Buy, bank(), 20240102, 10, 100)});

@@ -67,7 +67,7 @@ protected:
 
     static bool isChecked(Database *database)
     {
-        QSqlQuery row = database->run(QStringLiteral("PRAGMA foreign_keys"));
+        Rows row = database->run(QStringLiteral("PRAGMA foreign_keys"));
         return row.next() && row.value(0).toBool();
     }
 

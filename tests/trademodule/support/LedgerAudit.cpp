@@ -77,7 +77,7 @@ private:
 
     void check(const Rule &rule)
     {
-        QSqlQuery rows = m_ledger->database()->run(QLatin1String(rule.query));
+        Rows rows = m_ledger->database()->run(QLatin1String(rule.query));
         while (rows.next()) {
             report(rule.broken, rows.value(0).toString());
         }
@@ -85,7 +85,7 @@ private:
 
     void checkCash()
     {
-        QSqlQuery row = m_ledger->database()->run(QStringLiteral(
+        Rows row = m_ledger->database()->run(QStringLiteral(
             "SELECT cash, (SELECT COALESCE(SUM(CASE side WHEN 'B' THEN amount + fee ELSE fee - amount END), "
             "0) FROM execution WHERE statement_id IS NULL) FROM account"));
         row.next();
@@ -98,7 +98,7 @@ private:
     /// An order in parts pays what it would have paid in one.
     void checkFees()
     {
-        QSqlQuery rows = m_ledger->database()->run(QStringLiteral(
+        Rows rows = m_ledger->database()->run(QStringLiteral(
             "SELECT o.id, o.side, o.matched_amount, SUM(e.fee) FROM trade_order o JOIN execution e "
             "ON e.order_no = CAST(o.id AS TEXT) AND e.statement_id IS NULL GROUP BY o.id"));
         while (rows.next()) {

@@ -139,9 +139,10 @@ void PostgreSqlServer::dropDatabase(const QString &name)
 int PostgreSqlServer::writingConnections(const QString &database)
 {
     TradeModule::Database connection(location(QStringLiteral("postgres")));
-    QSqlQuery rows = connection.run(QStringLiteral("SELECT count(*) FROM pg_stat_activity WHERE datname = ? "
-                                                   "AND backend_xid IS NOT NULL "
-                                                   "AND query LIKE 'EXECUTE%'"),
-                                    {database});
+    TradeModule::Rows rows =
+        connection.run(QStringLiteral("SELECT count(*) FROM pg_stat_activity WHERE datname = ? "
+                                      "AND backend_xid IS NOT NULL "
+                                      "AND query LIKE 'EXECUTE%'"),
+                       {database});
     return rows.next() ? rows.value(0).toInt() : 0;
 }

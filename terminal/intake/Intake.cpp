@@ -1,0 +1,566 @@
+#include "terminal/intake/Intake.h"
+
+#include "terminal/intake/BarsReport.h"
+#include "terminal/intake/StatementReport.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace Terminal {
+
+namespace {
+
+using State = IntakeFile::State;
+
+/// How long the event loop may be kept from its other work.
+constexpr std::chrono::milliseconds longestTurn{20};
+
+/// A report of something that could not even be asked.
+FileReport failureReport(const QString &reason)
+{
+    FileReport report;
+    report.refusals = QStringList(reason);
+    report.isUnknown = true;
+    return report;
+}
+
+QJsonObject requestFor(const IntakeFile &file)
+{
+    QJsonObject request{{QStringLiteral("file"), file.path}};
+    for (auto answer = file.answers.begin(); answer != file.answers.end(); ++answer) {
+        const bool isSwitch = answer.key() == QLatin1String("replace");
+        request[answer.key()] = isSwitch ? QJsonValue(!answer.value().isEmpty()) : QJsonValue(answer.value());
+    }
+    return request;
+}
+
+bool isAsked(const IntakeFile &file)
+{
+    return file.state != State::LeftOut && file.state != State::TakenBack;
+}
+
+} // namespace
+
+Intake::Intake(IntakePlan plan, QObject *parent) : QObject(parent), m_plan(std::move(plan))
+{
+    m_gathering.setInterval(0);
+    connect(&m_gathering, &QTimer::timeout, this, &Intake::gather);
+    connect(&m_module, &JsonChild::told, this, &Intake::takeStatementWord);
+    connect(&m_module, &JsonChild::ended, this, &Intake::takeStatementEnd);
+    connect(&m_bars, &JsonChild::told, this, &Intake::takeBarsWord);
+    connect(&m_bars, &JsonChild::ended, this, &Intake::takeBarsEnd);
+}
+
+Intake::~Intake()
+{
+    m_module.disconnect(this);
+    m_bars.disconnect(this);
+}
+
+void Intake::enter(Stage stage)
+{
+    m_stage = stage;
+    Q_EMIT changed();
+}
+
+void Intake::add(const QStringList &paths)
+{
+    m_pending += paths;
+    enter(Stage::Gathering);
+    m_gathering.start();
+}
+
+void Intake::addFile(const QString &path, FileKind kind)
+{
+    const QString place = QFileInfo(path).canonicalFilePath();
+    if (m_paths.contains(place)) {
+        return;
+    }
+    m_paths.insert(place);
+    m_byPath.insert(path, static_cast<int>(m_files.size()));
+    IntakeFile file;
+    file.path = path;
+    file.kind = kind;
+    m_files.push_back(file);
+}
+
+/// Looks into files and folders for a turn of the event loop.
+void Intake::gather()
+{
+    QElapsedTimer turn;
+    turn.start();
+    while (turn.elapsed() < longestTurn.count()) {
+        if (m_listing && m_listing->hasNext()) {
+            const QString path = m_listing->next();
+            const FileKind kind = kindOfFile(path);
+            kind == FileKind::BarTable ? addFile(path, kind) : static_cast<void>(++m_skipped);
+        } else if (m_pending.isEmpty()) {
+            m_listing.reset();
+            m_gathering.stop();
+            lookNext();
+            return;
+        } else if (const QString path = m_pending.takeFirst(); QFileInfo(path).isDir()) {
+            m_listing = std::make_unique<QDirIterator>(path, QDir::Files, QDirIterator::Subdirectories);
+        } else {
+            addFile(path, kindOfFile(path));
+        }
+    }
+    Q_EMIT progressed(tr("Listing files"), static_cast<int>(m_files.size()), 0);
+}
+
+int Intake::find(FileKind kind, State state) const
+{
+    const auto found = std::find_if(m_files.begin(), m_files.end(), [=](const IntakeFile &file) {
+        return file.kind == kind && file.state == state;
+    });
+    return found == m_files.end() ? -1 : static_cast<int>(found - m_files.begin());
+}
+
+void Intake::setBars(State from, State to)
+{
+    for (IntakeFile &file : m_files) {
+        if (file.kind == FileKind::BarTable && file.state == from) {
+            file.state = to;
+        }
+    }
+}
+
+void Intake::lookNext()
+{
+    m_isCancelled = false;
+    const int statement = find(FileKind::Statement, State::Waiting);
+    if (statement >= 0) {
+        enter(Stage::Looking);
+        runStatement(statement, Errand::Look);
+    } else if (find(FileKind::BarTable, State::Waiting) >= 0) {
+        planBars();
+        enter(Stage::Looking);
+    } else {
+        enter(Stage::Asking);
+    }
+}
+
+void Intake::setKind(int file, FileKind kind)
+{
+    IntakeFile &asked = m_files[static_cast<std::size_t>(file)];
+    if (asked.kind == kind && asked.state != State::LeftOut) {
+        return;
+    }
+    asked.kind = kind;
+    asked.answers.clear();
+    asked.state = State::Waiting;
+    m_isPlanStale = true;
+    lookNext();
+}
+
+void Intake::leaveOut(int file)
+{
+    IntakeFile &asked = m_files[static_cast<std::size_t>(file)];
+    asked.state = State::LeftOut;
+    m_isPlanStale = m_isPlanStale || asked.kind == FileKind::BarTable;
+    Q_EMIT changed();
+}
+
+void Intake::answer(int file, const QString &question, const QString &answer)
+{
+    IntakeFile &asked = m_files[static_cast<std::size_t>(file)];
+    if (asked.answers.value(question) == answer) {
+        return;
+    }
+    if (answer.isEmpty()) {
+        asked.answers.remove(question);
+    } else {
+        asked.answers[question] = answer;
+    }
+    asked.state = State::Waiting;
+}
+
+void Intake::answerAll(const QString &question, const std::function<QString(const IntakeFile &)> &answerOf)
+{
+    for (std::size_t i = 0; i < m_files.size(); ++i) {
+        if (isAsked(m_files[i]) && m_files[i].report.asks.contains(question)) {
+            answer(static_cast<int>(i), question, answerOf(m_files[i]));
+        }
+    }
+    lookNext();
+}
+
+void Intake::lookAgain()
+{
+    lookNext();
+}
+
+bool Intake::mayImport() const
+{
+    const auto isHindrance = [](const IntakeFile &file) {
+        return file.state != State::Ready && file.state != State::LeftOut;
+    };
+    const bool hasReady =
+        find(FileKind::BarTable, State::Ready) >= 0 || find(FileKind::Statement, State::Ready) >= 0;
+    return m_stage == Stage::Asking && hasReady && std::none_of(m_files.begin(), m_files.end(), isHindrance);
+}
+
+void Intake::import()
+{
+    m_isCancelled = false;
+    QDir().mkpath(QFileInfo(m_plan.places.ledger).path());
+    enter(Stage::Writing);
+    importNext();
+}
+
+/// Statements come first: bars are compared with their trades.
+void Intake::importNext()
+{
+    const int statement = find(FileKind::Statement, State::Ready);
+    if (m_isCancelled) {
+        finishWriting();
+    } else if (statement >= 0) {
+        runStatement(statement, Errand::Import);
+    } else if (find(FileKind::BarTable, State::Ready) < 0) {
+        finishWriting();
+    } else if (m_isPlanStale) {
+        planBars();
+    } else {
+        setBars(State::Ready, State::Writing);
+        startBars();
+        m_bars.say({{QStringLiteral("write"), true}});
+    }
+    Q_EMIT changed();
+}
+
+void Intake::finishWriting()
+{
+    if (m_isCancelled && mayUndo()) {
+        undo();
+        return;
+    }
+    if (m_isCancelled) {
+        // Looked at anew: so stands there what is true, whatever the moment was.
+        for (IntakeFile &file : m_files) {
+            file.state = isAsked(file) || file.state == State::TakenBack ? State::Waiting : file.state;
+        }
+        lookNext();
+        return;
+    }
+    enter(Stage::Done);
+    Q_EMIT written();
+}
+
+void Intake::cancel()
+{
+    switch (m_stage) {
+    case Stage::Gathering:
+    case Stage::Looking:
+    case Stage::Writing:
+        m_isCancelled = true;
+        if (m_gathering.isActive()) {
+            m_gathering.stop();
+            enter(Stage::Asking);
+        }
+        if (m_module.isRunning()) {
+            m_module.stop();
+        }
+        if (m_bars.isRunning()) {
+            m_bars.say({{QStringLiteral("cancel"), true}});
+        }
+        break;
+    case Stage::Asking:
+    case Stage::Undoing:
+    case Stage::Done:
+        break;
+    }
+}
+
+bool Intake::mayUndo() const
+{
+    return std::any_of(m_files.begin(), m_files.end(), [](const IntakeFile &file) {
+        return file.state == State::TakenIn && (file.kind == FileKind::BarTable || file.report.number > 0);
+    });
+}
+
+void Intake::undo()
+{
+    enter(Stage::Undoing);
+    undoNext();
+}
+
+/// The newest first.
+void Intake::undoNext()
+{
+    if (find(FileKind::BarTable, State::TakenIn) >= 0 && !m_bars.isRunning()) {
+        takeWrittenBars(State::Failed, tr("cannot be taken back: the import of bars has ended"));
+        return;
+    }
+    if (find(FileKind::BarTable, State::TakenIn) >= 0) {
+        m_bars.say({{QStringLiteral("undo"), true}});
+        return;
+    }
+    for (int i = static_cast<int>(m_files.size()) - 1; i >= 0; --i) {
+        const IntakeFile &file = m_files[static_cast<std::size_t>(i)];
+        if (file.state == State::TakenIn && file.report.number > 0) {
+            runStatement(i, Errand::Undo);
+            return;
+        }
+    }
+    if (m_isCancelled) {
+        finishWriting();
+    } else {
+        enter(Stage::Done);
+        Q_EMIT written();
+    }
+}
+
+QString Intake::profileFile(const QString &text)
+{
+    if (!m_scratch) {
+        m_scratch = std::make_unique<QTemporaryDir>();
+    }
+    QFile file(m_scratch->filePath(QStringLiteral("profile.txt")));
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(text.toUtf8());
+    }
+    return file.fileName();
+}
+
+QStringList Intake::arguments(const IntakeFile &file, Errand errand)
+{
+    QStringList words = moduleWords(m_plan);
+    if (errand == Errand::Undo) {
+        return words << QStringLiteral("undo") << QString::number(file.report.number)
+                     << QStringLiteral("--json");
+    }
+    words << QStringLiteral("import") << file.path << QStringLiteral("--json") << QStringLiteral("--progress")
+          << QStringLiteral("json");
+    for (const auto &option :
+         {QStringLiteral("account"), QStringLiteral("date"), QStringLiteral("securities")}) {
+        const QString answer = file.answers.value(option);
+        words += answer.isEmpty() ? QStringList() : QStringList({QStringLiteral("--") + option, answer});
+    }
+    if (file.answers.contains(QStringLiteral("skip-bad"))) {
+        words << QStringLiteral("--skip-bad");
+    }
+    if (file.answers.contains(QStringLiteral("doubt"))) {
+        words << QStringLiteral("--") + file.answers.value(QStringLiteral("doubt"));
+    }
+    if (file.answers.contains(QStringLiteral("profile"))) {
+        words << QStringLiteral("--profile") << profileFile(file.answers.value(QStringLiteral("profile")));
+    }
+    return errand == Errand::Look ? words << QStringLiteral("--dry-run") : words;
+}
+
+void Intake::runStatement(int file, Errand errand)
+{
+    IntakeFile &asked = m_files[static_cast<std::size_t>(file)];
+    m_current = file;
+    m_errand = errand;
+    m_answer = {};
+    asked.state = errand == Errand::Look     ? State::Looking
+                  : errand == Errand::Import ? State::Writing
+                                             : asked.state;
+    m_module.start(m_plan.moduleProgram, arguments(asked, errand), environmentOf(m_plan));
+    Q_EMIT changed();
+}
+
+void Intake::takeStatementWord(const QJsonObject &word)
+{
+    const QJsonObject progress = word[QLatin1String("progress")].toObject();
+    if (progress.isEmpty()) {
+        m_answer = word;
+        return;
+    }
+    const bool isReading = progress[QLatin1String("step")].toString() == QLatin1String("reading");
+    Q_EMIT progressed(isReading ? tr("Reading") : tr("Importing"), progress[QLatin1String("rows")].toInt(),
+                      progress[QLatin1String("of")].toInt());
+}
+
+void Intake::takeStatementEnd(int exitCode, const QString &lastWords)
+{
+    IntakeFile &file = m_files[static_cast<std::size_t>(m_current)];
+    if (m_answer.isEmpty() && !m_isCancelled) {
+        const QString reason =
+            lastWords.isEmpty() ? tr("the trading module has ended (%1)").arg(exitCode) : lastWords;
+        m_answer = {{QStringLiteral("refused"), QJsonObject{{QStringLiteral("reason"), reason}}}};
+    }
+    switch (m_errand) {
+    case Errand::Look:
+        takeLook(&file);
+        break;
+    case Errand::Import:
+        takeImport(&file);
+        break;
+    case Errand::Undo:
+        takeUndo(&file);
+        break;
+    }
+    goOn();
+}
+
+void Intake::takeLook(IntakeFile *file)
+{
+    if (m_isCancelled) {
+        file->state = State::Waiting;
+        return;
+    }
+    file->report = statementReport(m_answer);
+    file->state = file->report.refusals.isEmpty() ? State::Ready : State::Refused;
+}
+
+void Intake::takeImport(IntakeFile *file)
+{
+    if (m_answer.isEmpty()) { // cancelled
+        file->state = State::Waiting;
+        return;
+    }
+    file->report = statementReport(m_answer);
+    file->state = file->report.refusals.isEmpty() || file->report.number > 0 ? State::TakenIn : State::Failed;
+    m_isPlanStale = true;
+}
+
+void Intake::takeUndo(IntakeFile *file)
+{
+    const FileReport report = statementReport(m_answer);
+    file->state = report.refusals.isEmpty() ? State::TakenBack : State::Failed;
+    file->report.refusals = report.refusals;
+}
+
+/// A step has ended.
+void Intake::goOn()
+{
+    switch (m_stage) {
+    case Stage::Looking:
+        m_isCancelled ? enter(Stage::Asking) : lookNext();
+        break;
+    case Stage::Writing:
+        importNext();
+        break;
+    case Stage::Undoing:
+        undoNext();
+        break;
+    case Stage::Gathering:
+    case Stage::Asking:
+    case Stage::Done:
+        break;
+    }
+}
+
+void Intake::startBars()
+{
+    if (m_bars.isRunning()) {
+        return;
+    }
+    m_bars.start(m_plan.terminalProgram,
+                 {QStringLiteral("bars"), QStringLiteral("import"), QStringLiteral("--json"),
+                  QStringLiteral("--data"), m_plan.places.dataFolder, QStringLiteral("--ledger"),
+                  m_plan.places.ledger, QStringLiteral("--module"), m_plan.moduleProgram,
+                  QStringLiteral("--lang"), m_plan.language},
+                 QProcessEnvironment::systemEnvironment());
+}
+
+/// Bars often have a code alone.
+QJsonObject Intake::namesInStatements() const
+{
+    QJsonObject names;
+    for (const IntakeFile &file : m_files) {
+        for (auto name = file.report.names.begin(); name != file.report.names.end(); ++name) {
+            names[name.key()] = name.value();
+        }
+    }
+    return names;
+}
+
+void Intake::planBars()
+{
+    QJsonArray files;
+    for (IntakeFile &file : m_files) {
+        if (file.kind == FileKind::BarTable && isAsked(file)) {
+            file.state = State::Looking;
+            files.append(requestFor(file));
+        }
+    }
+    m_isPlanStale = false;
+    startBars();
+    m_bars.say({{QStringLiteral("plan"), files}, {QStringLiteral("names"), namesInStatements()}});
+}
+
+void Intake::takePlannedFile(const QJsonObject &planned)
+{
+    const int place = m_byPath.value(planned[QLatin1String("file")].toString(), -1);
+    if (place >= 0 && m_files[static_cast<std::size_t>(place)].state == State::Looking) {
+        IntakeFile &file = m_files[static_cast<std::size_t>(place)];
+        file.report = barsReport(planned);
+        file.state = file.report.refusals.isEmpty() ? State::Ready : State::Refused;
+    }
+}
+
+void Intake::takePlannedBars()
+{
+    const bool isWriting = m_stage == Stage::Writing;
+    if (isWriting && find(FileKind::BarTable, State::Refused) >= 0) {
+        setBars(State::Ready, State::Failed); // what is written is all of it or nothing
+        setBars(State::Refused, State::Failed);
+    }
+    goOn();
+}
+
+void Intake::takeWrittenBars(State state, const QString &problem)
+{
+    for (IntakeFile &file : m_files) {
+        const bool isMeant = file.state == State::Writing || file.state == State::Looking ||
+                             (m_stage == Stage::Undoing && file.state == State::TakenIn);
+        if (file.kind == FileKind::BarTable && isMeant) {
+            file.state = state;
+            file.report.refusals = problem.isEmpty() ? QStringList() : QStringList(problem);
+        }
+    }
+    goOn();
+}
+
+void Intake::takeBarsWord(const QJsonObject &word)
+{
+    const QJsonObject progress = word[QLatin1String("progress")].toObject();
+    if (!progress.isEmpty()) {
+        const bool isReading = progress[QLatin1String("step")].toString() == QLatin1String("reading");
+        Q_EMIT progressed(isReading ? tr("Reading bars") : tr("Writing bars"),
+                          progress[QLatin1String("files")].toInt(), progress[QLatin1String("of")].toInt());
+    } else if (word.contains(QLatin1String("planned"))) {
+        takePlannedBars();
+    } else if (word.contains(QLatin1String("plan"))) {
+        takePlannedFile(word[QLatin1String("plan")].toObject());
+    } else if (word.contains(QLatin1String("written"))) {
+        takeWrittenBars(State::TakenIn);
+    } else if (word.contains(QLatin1String("undone"))) {
+        takeWrittenBars(State::TakenBack);
+    } else if (word.contains(QLatin1String("failed"))) {
+        takeWrittenBars(State::Failed, word[QLatin1String("failed")].toString());
+    } else if (find(FileKind::BarTable, State::Writing) >= 0 ||
+               find(FileKind::BarTable, State::Looking) >= 0) {
+        // Cancelled; what had just ended by itself needed no cancelling.
+        setBars(State::Writing, State::Waiting);
+        setBars(State::Looking, State::Waiting);
+        goOn();
+    }
+}
+
+void Intake::takeBarsEnd(int exitCode, const QString &lastWords)
+{
+    const QString reason =
+        lastWords.isEmpty() ? tr("the import of bars has ended (%1)").arg(exitCode) : lastWords;
+    for (IntakeFile &file : m_files) {
+        if (file.kind == FileKind::BarTable &&
+            (file.state == State::Looking || file.state == State::Writing)) {
+            file.report = failureReport(reason);
+            file.state = m_stage == Stage::Writing ? State::Failed : State::Refused;
+        }
+    }
+    goOn();
+}
+
+} // namespace Terminal

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "terminal/intake/IntakeFile.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace Terminal {
+
+/// Something that a file does not say by itself, and what the user may answer. The command line has an
+/// option of the same name for it.
+struct IntakeQuestion
+{
+    enum class Form {
+        Word,    ///< a line of text
+        Choice,  ///< one of `choices`, or of the report's accounts
+        Switch,  ///< yes or no
+        Profile, ///< a text of many lines, which begins as the report's profile
+    };
+
+    FileKind kind;
+    QString name;
+    Form form;
+    QString label;
+    QString hint;                                     ///< an example, or what it means
+    std::vector<std::pair<QString, QString>> choices; ///< answer and what the user reads
+};
+
+/// All questions, in the order in which they are shown; the texts are in the language of the moment.
+std::vector<IntakeQuestion> intakeQuestions();
+
+/// A reason that speaks of options of the command line, such as "--code", with the labels of the questions in
+/// their places.
+QString inWordsOfTheWindow(const QString &reason, FileKind kind);
+
+/// The code that a file's name begins with or has inside, "600519.SH", as a proposal; empty without one.
+QString codeInName(const QString &path);
+
+} // namespace Terminal

@@ -1,0 +1,39 @@
+#include "terminal/intake/IntakeStyle.h"
+
+namespace Terminal {
+
+QString intakeStyleSheet(const ChartTheme &theme)
+{
+    return QStringLiteral(
+               "QDialog, #startWindow { background: %1; }"
+               "QLabel, QCheckBox { color: %3; }"
+               "QPushButton { color: %3; background: %6; border: 1px solid %2; border-radius: 4px;"
+               "  padding: 5px 14px; }"
+               "QPushButton:hover { border-color: %4; }"
+               "QPushButton:focus { border: 2px solid %7; padding: 4px 13px; }"
+               "QPushButton:disabled { color: %4; background: %1; }"
+               "QPushButton[main=\"true\"]:enabled { color: white; background: %8;"
+               "  border-color: %8; font-weight: bold; }"
+               "QPushButton[main=\"true\"]:focus { border: 2px solid %3; }"
+               "QLineEdit, QPlainTextEdit { color: %3; background: %6; border: 1px solid %2;"
+               "  border-radius: 3px; padding: 3px; }"
+               "QLineEdit:focus, QPlainTextEdit:focus { border-color: %7; }"
+               "QListWidget { color: %3; background: %6; border: 1px solid %2; }"
+               "QListWidget::item { border: none; padding: 4px 8px; }"
+               "QListWidget:focus { border-color: %7; }"
+               "QListWidget::item:selected { color: %3; background: %2; }"
+               "QProgressBar { color: %3; background: %6; border: 1px solid %2; border-radius: 3px;"
+               "  text-align: center; } QProgressBar::chunk { background: %8; }"
+               "#fileSheet, #fileSheetPage { background: %1; }"
+               "#fileName { font-weight: bold; }"
+               "#fileRefusal, #fileWarning, #startNotice { color: %5; }"
+               "#fileCaption, #intakePlaces, #wayText { color: %4; }"
+               "#startTitle { font-size: 20px; font-weight: bold; }"
+               "#startWay { background: %6; border: 1px solid %2; border-radius: 6px; }"
+               "#wayTitle { font-size: 15px; font-weight: bold; }")
+        .arg(theme.surface.name(), theme.border.name(), theme.text.name(), theme.mutedText.name(),
+             theme.line.name(), theme.background.name(), theme.accent.name(),
+             theme.accent.darker(140).name());
+}
+
+} // namespace Terminal

@@ -1,0 +1,150 @@
+// A module whose ledger's disk is full or fails for a while.
+#include "trademodule/bus/TradeService.h"
+
+#include "tests/endpoint/BusTest.h"
+#include "tests/support/LogCapture.h"
+#include "tests/trademodule/support/ExchangeFixture.h"
+#include "tests/trademodule/support/FailingDisk.h"
+#include "tests/trademodule/support/LedgerAudit.h"
+#include "trading/Presence.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <set>
+
+namespace TradeModule {
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using Fault = FailingDisk::Fault;
+using Lasting = FailingDisk::Lasting;
+
+const QByteArray placing = R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
+                               "orderprice":"10.00","orderqty":"1000","screenId":"screen"})";
+
+/// A bar of which the paper exchange deals 100 shares.
+QByteArray quoteAt(const char *time)
+{
+    QJsonObject quote{{QStringLiteral("stkcode"), QStringLiteral("000001")},
+                      {QStringLiteral("market"), QStringLiteral("SZ")},
+                      {QStringLiteral("date"), TradingDate::today().text()},
+                      {QStringLiteral("time"), QLatin1String(time)},
+                      {QStringLiteral("volume"), QStringLiteral("400")}};
+    for (const char *const price : {"open", "high", "low", "close"}) {
+        quote[QLatin1String(price)] = QStringLiteral("10.00");
+    }
+    return QJsonDocument(quote).toJson(QJsonDocument::Compact);
+}
+
+class TradeServiceOnAFailingDisk : public LedgerFixture, public ::testing::WithParamInterface<Fault>
+{
+protected:
+    void SetUp() override
+    {
+        if (!FailingDisk::install()) {
+            GTEST_SKIP() << "Qt's driver HAS A SQLITE OF ITS OWN: no failing disk was put below it";
+        }
+        LedgerFixture::SetUp();
+        m_service.emplace(m_broker.address(), &ledger(), Trading::TradePresence());
+        ASSERT_TRUE(m_chart.join(m_broker.address()));
+        ASSERT_TRUE(m_chart.listen("screen", "TradeQuery"));
+        ASSERT_TRUE(waitUntil([this] { return success(placing); }));
+    }
+
+    void send(const char *quote) { m_chart.sendMessage("Market", "Quote", quoteAt(quote)); }
+
+    QJsonObject ask(const QByteArray &question)
+    {
+        const int before = m_chart.messages.size();
+        m_chart.sendMessage("Global", "TradeQuery", question);
+        waitUntil([&] { return m_chart.messages.size() > before; }, std::chrono::seconds(5));
+        return m_chart.messages.size() > before
+                   ? QJsonDocument::fromJson(m_chart.messages.constLast().payload).object()
+                   : QJsonObject();
+    }
+
+    bool success(const QByteArray &question) { return ask(question)[QStringLiteral("success")].toBool(); }
+
+    int tradeCount() { return ledger().trades(bank(), DateRange()).size(); }
+
+    std::vector<int> timesOfTrades()
+    {
+        std::vector<int> times;
+        const Executions trades = ledger().trades(bank(), DateRange());
+        for (const Execution &trade : trades) {
+            times.push_back(trade.time.number() / 10000);
+        }
+        return times;
+    }
+
+    FailingDisk m_disk;
+
+private:
+    TestBroker m_broker;
+    RecordingEndPoint m_chart;
+    std::optional<TradeService> m_service;
+};
+
+std::string wordOfFault(const ::testing::TestParamInfo<Fault> &fault)
+{
+    return fault.param == Fault::IsFull ? "Full" : "Broken";
+}
+
+} // namespace
+
+TEST_P(TradeServiceOnAFailingDisk, DealsTheQuotesOfThatTimeAfterwardsInTheirOrder)
+{
+    send("0931");
+    ASSERT_TRUE(waitUntil([this] { return tradeCount() == 1; }));
+
+    m_disk.failAt(1, GetParam(), Lasting::UntilMended);
+    for (const char *const time : {"0932", "0933", "0934"}) {
+        send(time);
+    }
+    ASSERT_TRUE(success(R"({"cmd":"TodayTrade","market":"SZ","stkcode":"000001","screenId":"screen"})"));
+    ASSERT_TRUE(m_disk.hasFailed());
+    ASSERT_EQ(tradeCount(), 1);
+
+    m_disk.mend();
+    ASSERT_TRUE(waitUntil([this] { return tradeCount() == 4; }));
+    EXPECT_THAT(timesOfTrades(), ElementsAre(931, 932, 933, 934));
+    EXPECT_THAT(audit(&ledger(), yuan(1e6)), IsEmpty());
+}
+
+TEST_P(TradeServiceOnAFailingDisk, EntersNoOrderAndSaysWhy)
+{
+    m_disk.failAt(1, GetParam(), Lasting::UntilMended);
+
+    const QJsonObject answer = ask(placing);
+
+    EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(2));
+    EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("disk"));
+    m_disk.mend();
+    EXPECT_EQ(OrderBook(&ledger()).ofDay(TradingDate::today()).size(), 1);
+    EXPECT_TRUE(success(placing));
+}
+
+TEST_P(TradeServiceOnAFailingDisk, SaysEachTroubleOnceAsLongAsItLasts)
+{
+    const LogCapture log;
+    m_disk.failAt(1, GetParam(), Lasting::UntilMended);
+
+    for (const char *const time : {"0932", "0933", "0934"}) {
+        send(time);
+    }
+    ASSERT_TRUE(success(R"({"cmd":"TodayTrade","market":"SZ","stkcode":"000001","screenId":"screen"})"));
+
+    const std::vector<QString> told = log.lines(QtWarningMsg);
+    EXPECT_THAT(told, Not(IsEmpty()));
+    EXPECT_EQ(std::set<QString>(told.begin(), told.end()).size(), told.size());
+}
+
+INSTANTIATE_TEST_SUITE_P(ThatIs, TradeServiceOnAFailingDisk, ::testing::Values(Fault::IsFull, Fault::IoError),
+                         &wordOfFault);
+
+} // namespace TradeModule
