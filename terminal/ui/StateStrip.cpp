@@ -27,10 +27,7 @@ void setState(QLabel *label, const QString &text, const QString &details, bool i
 
 } // namespace
 
-StateStrip::StateStrip(QWidget *parent)
-    : QStatusBar(parent),
-      m_bus(new ElidedLabel),
-      m_module(new ElidedLabel)
+StateStrip::StateStrip(QWidget *parent) : QStatusBar(parent), m_bus(new ElidedLabel), m_module(new QLabel)
 {
     setObjectName(QStringLiteral("stateStrip"));
     setSizeGripEnabled(false);
@@ -43,6 +40,7 @@ StateStrip::StateStrip(QWidget *parent)
     }
     m_bus->setObjectName(QStringLiteral("state-bus"));
     addPermanentWidget(m_bus);
+    m_module->setTextFormat(Qt::PlainText); // never cut: it is why the others stand as they do
     m_module->setObjectName(QStringLiteral("state-module"));
     addPermanentWidget(m_module);
     showBus({});
