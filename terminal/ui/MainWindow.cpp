@@ -225,6 +225,7 @@ void MainWindow::applyTheme()
     const ChartTheme theme = makeTheme(m_options.theme, m_options.riseColour);
     // For lists and questions, too, to which a style sheet hands no palette down.
     QApplication::setPalette(widgetPalette(theme));
+    QApplication::setPalette(checkBoxPalette(theme), "QCheckBox");
     setStyleSheet(windowStyleSheet(theme) + tradeStyleSheet(theme));
     m_trade->setTheme(theme);
     m_results->setTheme(theme);

@@ -31,7 +31,7 @@ StateStrip::StateStrip(QWidget *parent)
     : QStatusBar(parent),
       m_market(new ElidedLabel),
       m_bus(new ElidedLabel),
-      m_module(new ElidedLabel)
+      m_module(new QLabel)
 {
     setObjectName(QStringLiteral("stateStrip"));
     setSizeGripEnabled(false);
@@ -47,6 +47,7 @@ StateStrip::StateStrip(QWidget *parent)
     m_market->hide();
     m_bus->setObjectName(QStringLiteral("state-bus"));
     addPermanentWidget(m_bus);
+    m_module->setTextFormat(Qt::PlainText); // never cut: it is why the others stand as they do
     m_module->setObjectName(QStringLiteral("state-module"));
     addPermanentWidget(m_module);
     showBus({});

@@ -1158,10 +1158,6 @@
         <translation>正报</translation>
     </message>
     <message>
-        <source>working</source>
-        <translation>已报</translation>
-    </message>
-    <message>
         <source>being cancelled</source>
         <translation>已报待撤</translation>
     </message>
@@ -1196,6 +1192,10 @@
     <message>
         <source>confirmed</source>
         <translation>已确认</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>已报</translation>
     </message>
 </context>
 <context>
