@@ -212,6 +212,7 @@ public:
     {
         m_answer.command = textOf(m_fields, CMD);
         m_answer.isForChart = isAboutChart();
+        m_answer.costMethod = textOf(m_fields, CostFields::COSTMETHOD);
         const MessageRow *const row = findMessage(MessageRole::Answer, m_answer.command);
         if (row == nullptr) {
             addUnknown();

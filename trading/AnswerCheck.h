@@ -55,9 +55,10 @@ struct CheckedAnswer
     QString command;         ///< empty when it names none
     bool isForChart = false; ///< it names the chart's security, or none
     bool isRefusal = false;
-    bool isDrawable = false;           ///< overlays ask for a repaint when they take it
-    int rows = 0;                      ///< that overlays draw or list: trades, orders, or one cost
-    int otherMarkets = 0;              ///< rows that overlays leave out because they are of another market
+    bool isDrawable = false; ///< overlays ask for a repaint when they take it
+    int rows = 0;            ///< that overlays draw or list: trades, orders, or one cost
+    int otherMarkets = 0;    ///< rows that overlays leave out because they are of another market
+    QString costMethod{};    ///< how the cost is reckoned, one of CostWords; empty where it is not said
     QVector<AnswerFinding> findings{}; ///< what the user should know; empty for one as it must be
 };
 

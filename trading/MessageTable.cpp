@@ -167,6 +167,21 @@ const RecordShape &account()
     return shape;
 }
 
+const RecordShape &receivedAction()
+{
+    static const RecordShape shape{
+        "What was received on a day",
+        {{ActionFields::DATE, JsonType::Text, Form::Day, required, WhenWrong::SkippedRow,
+          "day on which it was booked"},
+         {ActionFields::HELD, JsonType::Text, Form::Whole, required, WhenWrong::SkippedRow,
+          "shares at the end of the day before, for which it was received"},
+         {ActionFields::CASH, JsonType::Text, Form::Amount, required, WhenWrong::SkippedRow,
+          "dividends in yuan"},
+         {ActionFields::BONUS, JsonType::Text, Form::Amount, required, WhenWrong::SkippedRow,
+          "whole number of shares received for nothing; below 0 where shares were put together"}}};
+    return shape;
+}
+
 /// What the text of a column must be.
 Form formOf(ResultKind kind)
 {
@@ -376,7 +391,7 @@ MessageRow presence()
              {VERSION, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of the program"},
              {PROTOCOL, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of questions and answers"},
              {CAN, JsonType::Texts, Form::Any, optional, WhenWrong::Nothing,
-              "what it can do beyond the first protocol: \"clientno\""},
+              "what it can do beyond the first protocol: \"clientno\", \"actions\""},
              {HOST, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "the machine it runs on"},
              {PROCESS, JsonType::Number, Form::Any, optional, WhenWrong::Nothing, "its process there"},
              {SINCE, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
@@ -458,6 +473,8 @@ const std::vector<MessageRow> &messageTable()
         answer(RESULTS, {JsonType::Record, results()}, {costMethod()}),
         question(COSTMETHOD, "reckons all costs in another way", methodAsked()),
         answer(COSTMETHOD, {JsonType::Record, chosenMethod()}),
+        question(CORPORATEACTIONS, "dividends and bonus shares that the account received, oldest first"),
+        answer(CORPORATEACTIONS, {JsonType::Rows, receivedAction()}),
         notification(),
         presence(),
         quote(),

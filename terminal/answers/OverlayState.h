@@ -24,6 +24,7 @@ struct OverlayState
     Kind kind = Waiting;
     int otherMarkets = 0; ///< rows that it leaves out, being of another market
     QStringList faults{}; ///< what the user was told of its last answers
+    QString costMethod{}; ///< how its cost is reckoned, the module's word; empty where it has not said
     /// When the oldest of its questions was asked that has waited too long for an answer; nothing while none
     /// has.
     std::optional<QTime> unansweredSince{};

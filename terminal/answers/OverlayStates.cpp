@@ -36,8 +36,9 @@ void OverlayStates::noteAsked(const QString &command, const QDateTime &now)
 
 void OverlayStates::noteAnswer(const Trading::CheckedAnswer &answer)
 {
-    m_heard[answer.command] = {std::nullopt,      true, answer.isRefusal, answer.rows, answer.otherMarkets,
-                               faultTexts(answer)};
+    m_heard[answer.command] = {
+        std::nullopt,     true, answer.isRefusal, answer.rows, answer.otherMarkets, faultTexts(answer),
+        answer.costMethod};
 }
 
 OverlayState::Kind OverlayStates::kindOf(const Heard &heard)
@@ -74,6 +75,7 @@ OverlayState OverlayStates::stateOf(const OverlayKind &kind, const QDateTime &no
         }
         state.otherMarkets += heard->otherMarkets;
         state.faults += heard->faults;
+        state.costMethod += heard->costMethod; // one question alone is about the cost
     }
     if (from && from->msecsTo(now) >= patience.count()) {
         state.unansweredSince = from->time();

@@ -39,6 +39,7 @@ private:
         int rows = 0;
         int otherMarkets = 0;
         QStringList faults;
+        QString costMethod;
     };
 
     static OverlayState::Kind kindOf(const Heard &heard);

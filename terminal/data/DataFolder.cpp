@@ -108,6 +108,15 @@ Loaded<DataFolder> DataFolder::open(const QString &path)
     return folder;
 }
 
+bool DataFolder::setBookedActions(const QString &code, const BookedActions &booked)
+{
+    if (m_booked.value(code) == booked) {
+        return false;
+    }
+    m_booked[code] = booked;
+    return true;
+}
+
 std::vector<Trading::TradingDate> DataFolder::minuteDays(const QString &code) const
 {
     return m_recordedDays.of(code);
@@ -173,31 +182,36 @@ Bars DataFolder::dailyBars(const QString &code) const
 
 KnownAdjustment DataFolder::adjustmentOf(const QString &code, Trading::TradingDate day) const
 {
+    const auto ofFile = readActionFile(m_dir.filePath(QStringLiteral("actions/%1.csv").arg(code)),
+                                       SecurityCode::of(withMarket(code, m_securities)));
+    const KnownActions told = knownActions(ofFile.value(), m_booked.value(code));
     KnownAdjustment known;
-    const auto actions = readActionFile(m_dir.filePath(QStringLiteral("actions/%1.csv").arg(code)),
-                                        SecurityCode::of(withMarket(code, m_securities)));
-    if (!actions || actions.value().empty()) {
-        known.error = actions.error();
-        return known;
+    known.error = ofFile.error();
+    known.remarks = told.remarks;
+    if (ofFile && !told.actions.empty()) {
+        adjustBy(told.actions, code, day, &known);
     }
+    return known;
+}
+
+void DataFolder::adjustBy(const CorporateActions &actions, const QString &code, Trading::TradingDate day,
+                          KnownAdjustment *known) const
+{
     BarHints hints;
     hints.security = SecurityCode::of(withMarket(code, m_securities));
     const BarSheet daily = readBarFile(dailyFile(code), hints).value();
     if (daily.prices == PriceKind::Adjusted) {
-        known.remarks.append(
+        known->remarks.append(
             text("%1: its prices are adjusted already, so they are shown as they are").arg(dailyFile(code)));
-        return known;
+        return;
     }
     const auto lastBar = [&](Trading::TradingDate next) { return lastBarBefore(code, daily.bars, next); };
-    const auto latest = lastBar(Trading::TradingDate::last());
-    if (!latest) {
-        return known;
+    if (const auto latest = lastBar(Trading::TradingDate::last())) {
+        const auto lastDay = isCloseBefore(day, *latest) ? std::max(day, dayOf(*latest)) : dayOf(*latest);
+        const auto adjustment = PriceAdjustment::of(actions, lastDay, lastBar);
+        known->error = adjustment.error();
+        known->adjustment = adjustment.value();
     }
-    const auto lastDay = isCloseBefore(day, *latest) ? std::max(day, dayOf(*latest)) : dayOf(*latest);
-    const auto adjustment = PriceAdjustment::of(actions.value(), lastDay, lastBar);
-    known.error = adjustment.error();
-    known.adjustment = adjustment.value();
-    return known;
 }
 
 Bars DataFolder::lastRecordedDayBefore(const QString &code, Trading::TradingDate day) const

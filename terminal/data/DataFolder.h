@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/data/Bar.h"
+#include "terminal/data/BookedAction.h"
 #include "terminal/data/ChartPeriod.h"
 #include "terminal/data/PriceAdjustment.h"
 #include "terminal/data/PriceDecimals.h"
@@ -10,6 +11,7 @@
 #include "trading/TradingDate.h"
 
 #include <QDir>
+#include <QHash>
 
 #include <cstdint>
 #include <optional>
@@ -53,6 +55,13 @@ public:
 
     const Securities &securities() const { return m_securities; }
 
+    /// What the account's statements tell of a security's corporate actions; it is added to those of its file
+    /// in charts that are loaded from now on. False when it was known.
+    bool setBookedActions(const QString &code, const BookedActions &booked);
+
+    /// Takes over what statements told another folder.
+    void keepBookedActions(const DataFolder &other) { m_booked = other.m_booked; }
+
     /// The recorded days of `code`, oldest first.
     std::vector<Trading::TradingDate> minuteDays(const QString &code) const;
 
@@ -78,6 +87,8 @@ private:
                                       const PriceAdjustment &adjustment, int decimals) const;
     /// By the actions up to the last bar and, where that is the close before it, up to `day`.
     KnownAdjustment adjustmentOf(const QString &code, Trading::TradingDate day) const;
+    void adjustBy(const CorporateActions &actions, const QString &code, Trading::TradingDate day,
+                  KnownAdjustment *known) const;
     void takeBars(const Bars &bars, ChartData *data) const;
     /// Raw; of days for weeks and months, too.
     Loaded<Bars> loadBars(const QString &code, ChartPeriod period,
@@ -86,7 +97,8 @@ private:
 
     QDir m_dir;
     Securities m_securities;
-    mutable RecordedDays m_recordedDays; ///< what was listed of the folder last
+    QHash<QString, BookedActions> m_booked; ///< by code
+    mutable RecordedDays m_recordedDays;    ///< what was listed of the folder last
 };
 
 } // namespace Terminal

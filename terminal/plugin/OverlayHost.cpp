@@ -18,6 +18,7 @@ OverlayHost::OverlayHost(ChartView *chart, UserPrompts *prompts, const OverlayLi
     connect(&m_updates, &OverlayUpdates::updateAsked, this, &OverlayHost::updateAsked);
     connect(&m_overlays, &OverlaySet::lost, this, &OverlayHost::lost);
     connect(chart, &ChartView::dataChanged, this, &OverlayHost::showLoadedBars);
+    connect(chart, &ChartView::pricesChanged, this, &OverlayHost::showPrices);
     connect(chart, &ChartView::barsAppended, &m_updates, &OverlayUpdates::takeAppendedBars);
     chart->setPriceWishes([this] { return priceWishes(); });
     chart->setOverlaySummary([this] { return summary(); });
@@ -67,6 +68,13 @@ void OverlayHost::showLoadedBars()
 {
     m_updates.takeLoadedBars();
     renew();
+}
+
+/// The days are the same, and so is what overlays have asked for.
+void OverlayHost::showPrices()
+{
+    m_updates.takeLoadedBars();
+    m_updates.calcAll();
 }
 
 void OverlayHost::renew()

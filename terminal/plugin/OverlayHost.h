@@ -71,6 +71,7 @@ Q_SIGNALS:
 
 private:
     void showLoadedBars();
+    void showPrices();
     bool shows(const QString &code) const;
     std::vector<PriceSpan> priceWishes() const;
     QString summary();

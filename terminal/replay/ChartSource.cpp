@@ -8,6 +8,13 @@ ChartSource::ChartSource(const DataFolder &folder, const Replay *replay) : m_fol
 {
 }
 
+void ChartSource::setFolder(const DataFolder &folder)
+{
+    DataFolder next = folder;
+    next.keepBookedActions(m_folder);
+    m_folder = next;
+}
+
 bool ChartSource::replays(const QString &code) const
 {
     return m_replay->state() != Replay::State::Closed && m_replay->security().code == code;

@@ -16,8 +16,14 @@ public:
     /// `replay` must outlive the source.
     ChartSource(const DataFolder &folder, const Replay *replay);
 
-    /// The folder has other files now.
-    void setFolder(const DataFolder &folder) { m_folder = folder; }
+    /// The folder has other files now. What statements told of its securities stays known.
+    void setFolder(const DataFolder &folder);
+
+    /// See DataFolder::setBookedActions().
+    bool setBookedActions(const QString &code, const BookedActions &booked)
+    {
+        return m_folder.setBookedActions(code, booked);
+    }
 
     const Securities &securities() const { return m_folder.securities(); }
 

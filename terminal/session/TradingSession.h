@@ -10,6 +10,7 @@
 #include "terminal/session/LastPrices.h"
 #include "terminal/session/QuoteFeed.h"
 #include "terminal/session/ReplayLock.h"
+#include "terminal/session/StatementActions.h"
 #include "terminal/trade/OrderDesk.h"
 
 #include <QObject>
@@ -24,6 +25,7 @@ namespace Terminal {
 /// What a terminal does with its trading day by itself.
 struct DayPlan
 {
+    QString ledger;      ///< of the terminal's own trading module; empty: any module's will do
     int replaySpeed = 0; ///< Replay::slowest to fastest; 0: no day is replayed by itself
     /// The day is played at once up to this; nothing: it is played from its beginning.
     std::optional<Trading::ClockTime> replayTo;
@@ -86,6 +88,7 @@ public:
     Replay *replay() { return &m_replay; }
     OrderDesk *desk() { return &m_desk; }
     LastPrices *prices() { return &m_prices; }
+    StatementActions *statementActions() { return &m_statementActions; }
     /// How things stand with the trading module.
     ModuleWatch *module() { return &m_module; }
 
@@ -109,6 +112,8 @@ Q_SIGNALS:
     void orderRefused(const QString &reason);
 
 private:
+    DeskModule moduleForDesk() const;
+    bool moduleKnows(const char *capability) const;
     void enter(Stage stage);
     void enterWhenHeard();
     void playOn();
@@ -125,6 +130,7 @@ private:
     ChartSource m_source;
     OrderDesk m_desk;
     LastPrices m_prices;
+    StatementActions m_statementActions;
     QuoteFeed m_feed;
     ReplayLock m_replayLock;
     ModuleWatch m_module{nullptr};

@@ -1,8 +1,10 @@
 #include "terminal/snapshot/Snapshot.h"
 
 #include "terminal/answers/ScreenAnswers.h"
+#include "terminal/session/StatementActions.h"
 #include "terminal/snapshot/Picture.h"
 #include "terminal/trade/OrderDesk.h"
+#include "trading/ModuleVocabulary.h"
 
 namespace Terminal {
 
@@ -10,6 +12,7 @@ Snapshot::Snapshot(const Scene &scene, const QString &file, std::chrono::seconds
     : m_window(scene.window),
       m_answers(scene.answers),
       m_desk(scene.desk),
+      m_actions(scene.actions),
       m_file(file),
       m_watch(scene.chart, scene.overlays, nullptr)
 {
@@ -20,6 +23,7 @@ Snapshot::Snapshot(const Scene &scene, const QString &file, std::chrono::seconds
     connect(m_answers, &ScreenAnswers::answered, &m_watch, &AnswerWatch::takeAnswer);
     connect(m_answers, &ScreenAnswers::newsHeard, &m_watch, &AnswerWatch::takeSharedNews);
     connect(&m_watch, &AnswerWatch::progressed, this, &Snapshot::checkProgress);
+    connect(m_actions, &StatementActions::answered, this, &Snapshot::checkProgress);
     connect(m_desk, &OrderDesk::answered, this, &Snapshot::checkProgress);
     connect(&m_timeout, &QTimer::timeout, this, &Snapshot::giveUp);
 }
@@ -57,6 +61,9 @@ QStringList Snapshot::missing() const
     QStringList missing = m_watch.missing();
     if (!m_desk->isUpToDate()) {
         missing.append(tr("list of orders and positions"));
+    }
+    if (!m_actions->isUpToDate()) {
+        missing.append(tr("the answer to %1").arg(QLatin1String(Trading::CmdType::CORPORATEACTIONS)));
     }
     return missing;
 }

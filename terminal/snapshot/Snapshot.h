@@ -16,15 +16,17 @@ namespace Terminal {
 
 class OrderDesk;
 class ScreenAnswers;
+class StatementActions;
 
-/// What a picture is taken of. Widget, answers and desk must outlive the snapshot.
+/// What a picture is taken of. Widget, answers, desk and actions must outlive the snapshot.
 struct Scene
 {
     QWidget *window = nullptr;
-    ScreenAnswers *answers = nullptr; ///< that come for it
-    ChartData chart;                  ///< what the window shows
-    QStringList overlays;             ///< words of overlayKinds
-    OrderDesk *desk = nullptr;        ///< whose orders the window shows
+    ScreenAnswers *answers = nullptr;    ///< that come for it
+    ChartData chart;                     ///< what the window shows
+    QStringList overlays;                ///< words of overlayKinds
+    OrderDesk *desk = nullptr;           ///< whose orders the window shows
+    StatementActions *actions = nullptr; ///< that its prices go by
 };
 
 /// Waits until every overlay of a window and the panel of orders, when it is shown, have their data and
@@ -78,6 +80,7 @@ private:
     QWidget *m_window;
     ScreenAnswers *m_answers;
     OrderDesk *m_desk;
+    StatementActions *m_actions;
     QString m_file;
     AnswerWatch m_watch;
     QTimer m_timeout;

@@ -81,6 +81,7 @@ void TradeDocks::addShortcuts()
     add(sellKey, [this] { openTicket(Direction::Sell); });
     add(panelKey, [this] {
         m_panelDock->show();
+        m_panelDock->raise(); // the results may lie over it
         m_panel->focusOrders();
     });
 }
@@ -201,6 +202,12 @@ void TradeDocks::setAccount(const QString &account)
 void TradeDocks::setReadOnly(bool isReadOnly)
 {
     m_facts.isReadOnly = isReadOnly;
+    showFacts();
+}
+
+void TradeDocks::setOtherAccount(bool isOther)
+{
+    m_facts.isOtherAccount = isOther;
     showFacts();
 }
 

@@ -4,11 +4,14 @@
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/chart/view/ReadoutBar.h"
 #include "terminal/replay/ReplayedChart.h"
+#include "terminal/results/ChartPlace.h"
+#include "terminal/results/ResultsDock.h"
 #include "terminal/services/BusInstance.h"
 #include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Picture.h"
 #include "terminal/trade/PlainText.h"
 #include "terminal/trade/TradeDocks.h"
+#include "terminal/trade/TradeRecords.h"
 #include "terminal/trade/TradeStyle.h"
 #include "terminal/ui/ChartBar.h"
 #include "terminal/ui/ReplayBar.h"
@@ -64,7 +67,8 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_strip(new StateStrip),
       m_prompts(m_chart),
       m_input(std::make_unique<ChartInput>(m_chart, nullptr, nullptr)),
-      m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts, pricesOf(session)))
+      m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts, pricesOf(session))),
+      m_results(std::make_unique<ResultsDock>(this, &m_prompts))
 {
     setUpCentre();
     setUpChartBar();
@@ -73,6 +77,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     setUpStates();
     wireSession();
     m_trade->setAmountsHidden(options.hidesAmounts);
+    m_results->setAmountsHidden(options.hidesAmounts);
     m_answers.setAmountsHidden(options.hidesAmounts);
     m_trade->askAction()->setChecked(options.asksBeforeSending);
     applyTheme();
@@ -83,6 +88,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
 
 MainWindow::~MainWindow()
 {
+    m_results.reset();
     m_trade.reset();
     m_input.reset();
     m_overlays.reset();
@@ -113,6 +119,7 @@ void MainWindow::setUpView()
     view->addSeparator();
     view->addAction(m_trade->ticketAction());
     view->addAction(m_trade->panelAction());
+    view->addAction(m_results->action());
     view->addAction(m_trade->askAction());
     connect(view, &ViewMenu::pricesChosen, this, &MainWindow::showPrices);
     connect(view, &ViewMenu::riseColourChosen, this, [this](RiseColour colour) {
@@ -176,13 +183,16 @@ void MainWindow::wireSession()
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
     connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
     connect(&m_services, &ServiceStates::changed, this, &MainWindow::showStates);
+    connect(m_session->statementActions(), &StatementActions::changed, this, &MainWindow::takeActions);
     connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
+    connect(m_results.get(), &ResultsDock::placeAsked, this, &MainWindow::showPlace);
 }
 
 void MainWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         m_trade->showTexts();
+        m_results->showTexts();
         showTitle();
         showStates();
     }
@@ -207,6 +217,7 @@ void MainWindow::applyTheme()
     QApplication::setPalette(widgetPalette(theme));
     setStyleSheet(windowStyleSheet(theme) + tradeStyleSheet(theme));
     m_trade->setTheme(theme);
+    m_results->setTheme(theme);
     m_chart->setTheme(theme);
     m_readout->update();
 }
@@ -215,6 +226,7 @@ void MainWindow::applyTheme()
 void MainWindow::setAmountsHidden(bool hidden)
 {
     m_trade->setAmountsHidden(hidden);
+    m_results->setAmountsHidden(hidden);
     m_answers.setAmountsHidden(hidden);
     if (m_overlays) {
         m_overlays->setAmountsHidden(hidden);
@@ -229,6 +241,20 @@ void MainWindow::loadOrTell(const QString &code, ChartPeriod period, std::option
     if (!load(code, period, day)) {
         m_prompts.show(m_loadError);
         showChoices();
+    }
+}
+
+/// On a chart of days, or of what is longer: a minute chart shows one day alone.
+void MainWindow::showPlace(const ResultsPlace &place)
+{
+    const ChartData &shown = m_chart->data();
+    const QString code = place.code.isEmpty() ? shown.security.code : place.code;
+    const ChartPeriod period = shown.period == ChartPeriod::Minute ? ChartPeriod::Day : shown.period;
+    if (code != shown.security.code || period != shown.period) {
+        loadOrTell(code, period, {});
+    }
+    if (place.day && m_chart->data().security.code == code) {
+        showDay(m_chart, *place.day);
     }
 }
 
@@ -263,17 +289,38 @@ void MainWindow::setPrices(PriceView view)
     m_bar->view()->showPrices(view);
 }
 
-/// The same bars stay in view.
 void MainWindow::showPrices(PriceView view)
 {
     const PriceView before = m_options.prices;
-    const ChartData shown = m_chart->data();
-    const BarSpan span = m_chart->span();
     setPrices(view);
-    if (load(shown.security.code, shown.period, shownDay(shown))) {
-        m_chart->setSpan(span);
-    } else {
+    if (!renewPrices()) {
         setPrices(before);
+        m_prompts.show(m_loadError);
+    }
+}
+
+/// Of the shown bars, which stay in view. False when they cannot be loaded.
+bool MainWindow::renewPrices()
+{
+    const ChartData &shown = m_chart->data();
+    const auto loaded =
+        m_session->source().load(shown.security.code, shown.period, shownDay(shown), m_options.prices);
+    m_loadError = loaded.error();
+    if (!loaded) {
+        return false;
+    }
+    if (loaded.value().bars.size() == shown.bars.size()) {
+        m_chart->setPrices(loaded.value());
+    } else {
+        m_chart->setData(loaded.value()); // its file has grown
+    }
+    tellRemarks(loaded.value().remarks);
+    return true;
+}
+
+void MainWindow::takeActions(const QString &code)
+{
+    if (code == m_chart->data().security.code && !renewPrices()) {
         m_prompts.show(m_loadError);
     }
 }
@@ -300,7 +347,9 @@ void MainWindow::showTitle()
 
 void MainWindow::takeModule()
 {
+    const auto presence = m_session->module()->presence();
     m_trade->setReadOnly(m_session->module()->state() == ModuleWatch::State::ReadOnly);
+    m_trade->setOtherAccount(presence && servesAnother(*presence, m_options.ledger));
     showTitle();
 }
 
@@ -388,6 +437,7 @@ void MainWindow::runOverlayUpdates()
 void MainWindow::takeShownChart()
 {
     m_answers.setSecurity(m_chart->data().security.id());
+    m_session->statementActions()->show(m_chart->data().security.id());
     m_states.setChart(m_chart->data());
 }
 
@@ -406,11 +456,24 @@ void MainWindow::showStates()
     m_strip->showModule(module);
 }
 
+namespace {
+
+/// The overlay's label names no method, and every trading module's is labelled alike: it stands beside it.
+QString withMethod(const QString &text, const OverlayState &state, const DrawnOverlay &drawn)
+{
+    const bool isNamed = state.kind == OverlayState::Drawn && !drawn.labels.isEmpty();
+    return isNamed && !state.costMethod.isEmpty()
+               ? QStringLiteral("%1 (%2)").arg(text, plainText(costMethodText(state.costMethod)))
+               : text;
+}
+
+} // namespace
+
 void MainWindow::showState(const OverlayKind &kind, const QString &hindrance)
 {
     const OverlayState state = m_states.stateOf(kind);
     const DrawnOverlay drawn{countOf(m_overlays->drawnMarks(kind)), m_overlays->drawnLabels(kind)};
-    const QString text = overlayStateText(state, drawn, hindrance);
+    const QString text = withMethod(overlayStateText(state, drawn, hindrance), state, drawn);
     m_strip->showOverlay(kind, text, state.faults, state.isTrouble());
     m_bar->describeOverlay(kind, QStringList(text) + state.faults);
 }

@@ -26,6 +26,8 @@ class ChartInput;
 class ChartView;
 class ReadoutBar;
 class ReplayedChart;
+class ResultsDock;
+struct ResultsPlace;
 class StateStrip;
 class TradeDocks;
 class TradingSession;
@@ -82,6 +84,8 @@ public:
     OverlayHost *overlays() const { return m_overlays.get(); }
     ChartView *chart() const { return m_chart; }
     TradeDocks *trade() const { return m_trade.get(); }
+    /// To be started when there is a bus.
+    ResultsDock *results() const { return m_results.get(); }
     UserPrompts *prompts() { return &m_prompts; }
 
     /// Has the overlays calculated and painted that have asked for it, and what is said of them written, now
@@ -103,11 +107,14 @@ private:
     void setUpStates();
     void wireSession();
     void loadOrTell(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day);
+    void showPlace(const ResultsPlace &place);
     void showChoices();
     void showTitle();
     void takeModule();
     QString accountText() const;
     void showPrices(PriceView view);
+    bool renewPrices();
+    void takeActions(const QString &code);
     void tellRemarks(const QStringList &remarks);
     void setAmountsHidden(bool hidden);
     void applyTheme();
@@ -141,6 +148,7 @@ private:
     std::unique_ptr<OverlayHost> m_overlays;
     std::unique_ptr<ChartInput> m_input;
     std::unique_ptr<TradeDocks> m_trade;
+    std::unique_ptr<ResultsDock> m_results;
 };
 
 } // namespace Terminal

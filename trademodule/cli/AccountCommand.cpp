@@ -28,7 +28,7 @@ int account(const Invocation &invocation)
     if (invocation.isSet(QStringLiteral("cash"))) {
         cash = amountOf(invocation.value(QStringLiteral("cash")));
     }
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(cash ? invocation.ledgerOrNew() : invocation.existingLedger());
     PaperExchange exchange(&ledger);
     if (cash) {
         exchange.setCash(*cash);

@@ -26,6 +26,27 @@ QString Invocation::ledger() const
     return location;
 }
 
+QString Invocation::existingLedger() const
+{
+    const QString location = ledger();
+    if (!Ledger::isThere(location)) {
+        throw Error(
+            translated("there is no ledger %1; \"import FILE\" makes one of a statement, \"open\" of a "
+                       "holding, \"serve\" or \"account --cash\" an empty one")
+                .arg(Database::shownLocation(location)));
+    }
+    return location;
+}
+
+QString Invocation::ledgerOrNew() const
+{
+    const QString location = ledger();
+    if (!Ledger::isThere(location)) {
+        printError(translated("a new ledger is made: %1").arg(Database::shownLocation(location)));
+    }
+    return location;
+}
+
 std::optional<TradingDate> Invocation::date(const QString &option) const
 {
     if (!isSet(option)) {

@@ -71,10 +71,13 @@ ImportOptions importOptions(const Invocation &invocation)
 /// A dry run makes no new ledger.
 QString ledgerLocation(const Invocation &invocation, const ImportOptions &options)
 {
+    if (options.mode == Ledger::Mode::Keep) {
+        return invocation.ledgerOrNew();
+    }
     const QString location = invocation.ledger();
     const bool isNewFile =
         Database::kindOf(location) == Database::Kind::Sqlite && !QFileInfo::exists(location);
-    return isNewFile && options.mode == Ledger::Mode::DryRun ? QStringLiteral(":memory:") : location;
+    return isNewFile ? QStringLiteral(":memory:") : location;
 }
 
 /// Prints a profile to fill in, and needs no ledger.

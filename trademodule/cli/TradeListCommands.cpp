@@ -24,7 +24,7 @@ bool hasDigitsOnly(const QString &text)
 int listPositions(const Invocation &invocation)
 {
     invocation.arguments(0, translated("no arguments, only options"));
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     Listing listing({QT_TR_NOOP("code"), QT_TR_NOOP("market"), QT_TR_NOOP("name"), QT_TR_NOOP("quantity"),
                      QT_TR_NOOP("costprice"), QT_TR_NOOP("cost"), QT_TR_NOOP("method")},
                     invocation.isSet(QStringLiteral("json")));
@@ -48,7 +48,7 @@ int listTrades(const Invocation &invocation)
     if (!hasDigitsOnly(code)) {
         throw UsageError(translated("--code is \"%1\", but a code has digits only").arg(code));
     }
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     Listing listing({QT_TR_NOOP("date"), QT_TR_NOOP("time"), QT_TR_NOOP("code"), QT_TR_NOOP("market"),
                      QT_TR_NOOP("side"), QT_TR_NOOP("price"), QT_TR_NOOP("quantity"), QT_TR_NOOP("amount"),
                      QT_TR_NOOP("fee"), QT_TR_NOOP("order"), QT_TR_NOOP("deal")},

@@ -66,6 +66,14 @@ void addRowRemarks(const StatementContents &contents, QVector<Remark> *remarks)
                                     "shares that were borrowed are not in the books")
                              .arg(rows(found.rows))});
     }
+    if (contents.areAmountsUnsigned) {
+        remarks->append({0, translated("no net amount has a sign: what came and what went is taken from the "
+                                       "words, and what was bought and sold checked against the amounts")});
+    }
+    if (!contents.sheetsLeftOut.isEmpty()) {
+        remarks->append({0, translated("left out: sheets without a header of entries: %1")
+                                .arg(contents.sheetsLeftOut.join(QStringLiteral(", ")))});
+    }
     if (contents.repeatedRows > 0) {
         remarks->append({0, translated("dropped: %1 that repeat another with the same deal number")
                                 .arg(rows(contents.repeatedRows))});

@@ -115,8 +115,10 @@ QString reasonOf(const QSqlError &error)
     return words.isEmpty() ? error.driverText().trimmed() : words;
 }
 
+} // namespace
+
 /// A mistyped scheme is no file's name, and what follows it may be a password.
-void refuseOtherScheme(const QString &location)
+void Database::refuseOtherScheme(const QString &location)
 {
     const int end = location.indexOf(QLatin1String("://"));
     if (end > 0 && !PostgreSqlAddress::isOne(location)) {
@@ -125,8 +127,6 @@ void refuseOtherScheme(const QString &location)
                 .arg(location.left(end)));
     }
 }
-
-} // namespace
 
 bool Database::keeps(const QString &location)
 {
@@ -315,10 +315,10 @@ void Database::refuseReplacedLog() const
     }
 }
 
-QString Database::shownLocation() const
+QString Database::shownLocation(const QString &location)
 {
-    return m_kind == Kind::Sqlite ? QFileInfo(m_location).absoluteFilePath()
-                                  : PostgreSqlAddress(m_location).shown();
+    return kindOf(location) == Kind::Sqlite ? QFileInfo(location).absoluteFilePath()
+                                            : PostgreSqlAddress(location).shown();
 }
 
 void Database::openPostgreSql(const PostgreSqlAddress &address)

@@ -42,13 +42,18 @@ public:
     /// False for the names of SQLite's databases that are gone with the program: none, and ":memory:".
     static bool keeps(const QString &location);
 
+    /// A LedgerError for an address that is none of PostgreSQL's: it is no file's name either.
+    static void refuseOtherScheme(const QString &location);
+
     /// What a location names.
     static Kind kindOf(const QString &location);
 
     Kind kind() const { return m_kind; }
     const QString &location() const { return m_location; }
     /// The location for people: a file's full path, or the URL without a password.
-    QString shownLocation() const;
+    QString shownLocation() const { return shownLocation(m_location); }
+    /// The same of one that is not open.
+    static QString shownLocation(const QString &location);
 
     /// A LedgerUnavailable when another file, or none, lies where the ledger's or its write-ahead log was:
     /// what is written into a file that was moved away nobody would find again. Every transaction looks

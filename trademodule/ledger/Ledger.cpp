@@ -11,6 +11,8 @@
 #include "trademodule/ledger/ToldStatement.h"
 #include "trademodule/ledger/Transaction.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace TradeModule {
@@ -24,6 +26,17 @@ Ledger::Ledger(const QString &location, Mode mode) : m_database(location)
     } else {
         migrateSchema(&m_database);
     }
+}
+
+bool Ledger::isThere(const QString &location)
+{
+    Database::refuseOtherScheme(location);
+    const bool isFile = Database::kindOf(location) == Database::Kind::Sqlite;
+    if (isFile && !QFileInfo::exists(location)) {
+        return false;
+    }
+    Database database(location);
+    return schemaVersion(&database) > 0;
 }
 
 qint64 Ledger::registerSecurity(const SecurityId &security, const QString &name)

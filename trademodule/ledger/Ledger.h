@@ -25,6 +25,9 @@ public:
     /// Called now and then with how many of the entries are written.
     using Progress = std::function<void(int done, int total)>;
 
+    /// True when there is a ledger at `location`, of whichever version; nothing is made.
+    static bool isThere(const QString &location);
+
     /// Opens, and makes when it is not there, the ledger at `location`: see Database. A ledger of an older
     /// program is brought up to date; for a dry run only until this object goes, and nobody else writes
     /// meanwhile.

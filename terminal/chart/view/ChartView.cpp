@@ -116,6 +116,13 @@ void ChartView::setData(const ChartData &data)
     Q_EMIT dataChanged();
 }
 
+void ChartView::setPrices(const ChartData &data)
+{
+    m_data = data;
+    Q_EMIT pricesChanged();
+    refit();
+}
+
 void ChartView::append(const Bars &bars)
 {
     if (bars.empty()) {

@@ -40,6 +40,9 @@ public:
     void setData(const ChartData &data);
     const ChartData &data() const { return m_data; }
 
+    /// Shows the same bars in other prices; what is in view stays. Requires as many bars as are shown.
+    void setPrices(const ChartData &data);
+
     /// Adds bars after the last one. The view stays where it is, unless the last bar was in it and the new
     /// one would not be: then it moves along.
     void append(const Bars &bars);
@@ -104,6 +107,8 @@ public:
 Q_SIGNALS:
     /// Other bars were loaded.
     void dataChanged();
+    /// The same bars have other prices; the scales are not fitted yet.
+    void pricesChanged();
     /// Bars were added after the last one; the scales are not fitted yet.
     void barsAppended();
     /// Other bars or prices are in view, or were fitted anew; a repaint follows.

@@ -674,6 +674,10 @@
         <source>There is no price yet.</source>
         <translation>尚无价格。</translation>
     </message>
+    <message>
+        <source>The trading module on this bus serves another account.</source>
+        <translation>这条总线上的交易模块服务的是另一个账户。</translation>
+    </message>
 </context>
 <context>
     <name>OverlayKind</name>
@@ -1034,6 +1038,14 @@
         <source>There are no bars of these securities yet: drop files of them here, too.</source>
         <translation>这些证券还没有K线：请把K线文件也拖进来。</translation>
     </message>
+    <message>
+        <source>There is no ledger %1; &quot;trademodule --ledger %1 import FILE&quot; makes one of a statement.</source>
+        <translation>没有账本 %1；“trademodule --ledger %1 import 文件”由对账单建立。</translation>
+    </message>
+    <message>
+        <source>There is no ledger %1 yet: a new account is made there.</source>
+        <translation>还没有账本 %1：将在那里新建账户。</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TradeDocks</name>
@@ -1136,6 +1148,54 @@
     <message>
         <source>Sell</source>
         <translation>卖出</translation>
+    </message>
+    <message>
+        <source>not sent</source>
+        <translation>未报</translation>
+    </message>
+    <message>
+        <source>on its way</source>
+        <translation>正报</translation>
+    </message>
+    <message>
+        <source>working</source>
+        <translation>已报</translation>
+    </message>
+    <message>
+        <source>being cancelled</source>
+        <translation>已报待撤</translation>
+    </message>
+    <message>
+        <source>part dealt, being cancelled</source>
+        <translation>部成待撤</translation>
+    </message>
+    <message>
+        <source>part dealt, rest cancelled</source>
+        <translation>部撤</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>已撤</translation>
+    </message>
+    <message>
+        <source>part dealt</source>
+        <translation>部成</translation>
+    </message>
+    <message>
+        <source>dealt</source>
+        <translation>已成</translation>
+    </message>
+    <message>
+        <source>void</source>
+        <translation>废单</translation>
+    </message>
+    <message>
+        <source>to be sent</source>
+        <translation>待报</translation>
+    </message>
+    <message>
+        <source>confirmed</source>
+        <translation>已确认</translation>
     </message>
 </context>
 <context>
@@ -1298,10 +1358,6 @@
         <translation>%1：未发送，没有连接到交易模块</translation>
     </message>
     <message>
-        <source>%1: no answer yet; look at the list of orders before you send it again</source>
-        <translation>%1：尚无应答；再次下单前请先核对委托列表</translation>
-    </message>
-    <message>
         <source>Cancel this order?</source>
         <translation>撤销此委托？</translation>
     </message>
@@ -1330,10 +1386,6 @@
         <translation>%1：撤单尚无应答</translation>
     </message>
     <message>
-        <source>%1: no answer yet; asked again about this one order</source>
-        <translation>%1：尚无应答，已就同一笔委托再次询问</translation>
-    </message>
-    <message>
         <source>Account: %1</source>
         <translation>账户：%1</translation>
     </message>
@@ -1356,6 +1408,14 @@
     <message>
         <source>Send this order?</source>
         <translation>发送这笔委托？</translation>
+    </message>
+    <message>
+        <source>%1: no answer, and it is not asked for any more; look at the list of orders before you send it again</source>
+        <translation>%1：没有应答，不再询问；再次下单前请先核对委托列表</translation>
+    </message>
+    <message>
+        <source>%1: outcome unknown, asking again about this one order; do not send it again yet</source>
+        <translation>%1：结果未知，正就同一笔委托再次询问；请先不要重新下单</translation>
     </message>
 </context>
 <context>
@@ -1381,6 +1441,10 @@
     <message>
         <source>Only a chart of minutes can be replayed.</source>
         <translation>只能回放分时图。</translation>
+    </message>
+    <message>
+        <source>the trading module on this bus serves another account: %1</source>
+        <translation>这条总线上的交易模块服务的是另一个账户：%1</translation>
     </message>
 </context>
 <context>
@@ -2031,10 +2095,6 @@
         <translation>已撤回。</translation>
     </message>
     <message>
-        <source>Nothing was imported yet.</source>
-        <translation>还没有导入过。</translation>
-    </message>
-    <message>
         <source>Take an import back</source>
         <translation>撤回一次导入</translation>
     </message>
@@ -2057,10 +2117,6 @@ All its entries leave the ledger.</source>
     <message>
         <source>No.</source>
         <translation>编号</translation>
-    </message>
-    <message>
-        <source>Imported (UTC)</source>
-        <translation>导入时间（UTC）</translation>
     </message>
     <message>
         <source>File</source>
@@ -2089,6 +2145,14 @@ All its entries leave the ledger.</source>
     <message>
         <source>Account</source>
         <translation>账户</translation>
+    </message>
+    <message>
+        <source>The ledger has no imports.</source>
+        <translation>账本中没有导入记录。</translation>
+    </message>
+    <message>
+        <source>Imported at</source>
+        <translation>导入时间</translation>
     </message>
 </context>
 <context>
@@ -2167,6 +2231,34 @@ All its entries leave the ledger.</source>
     <message>
         <source>and %1 more files</source>
         <translation>另有 %1 个文件</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>日期</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>开盘</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>最高</translation>
+    </message>
+    <message>
+        <source>Low</source>
+        <translation>最低</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>收盘</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <translation>成交量</translation>
     </message>
 </context>
 <context>
@@ -2397,6 +2489,10 @@ All its entries leave the ledger.</source>
         <source>Fee</source>
         <translation>费用</translation>
     </message>
+    <message>
+        <source>Left out: %1</source>
+        <translation>已跳过：%1</translation>
+    </message>
 </context>
 <context>
     <name>BarsTalk</name>
@@ -2461,6 +2557,241 @@ All its entries leave the ledger.</source>
     <message>
         <source>The bus address &apos;%1&apos; is not a directory; it is the directory of the terminal&apos;s program</source>
         <translation>总线地址 %1 不是目录；它应是终端程序所在的目录</translation>
+    </message>
+</context>
+<context>
+    <name>BookedAction</name>
+    <message>
+        <source>%1: %2 yuan and %3 shares for %4</source>
+        <translation>%1：%4 股收到 %2 元和 %3 股</translation>
+    </message>
+    <message>
+        <source>%1, as the statement has it, is no exact figure for one share; it is left out</source>
+        <translation>%1（对账单）无法精确换算为每股，未用于复权</translation>
+    </message>
+    <message>
+        <source>%1, as the statement has it, is not what the file of actions says; the file holds</source>
+        <translation>%1（对账单）与除权除息文件不符，以文件为准</translation>
+    </message>
+</context>
+<context>
+    <name>ResultTitles</name>
+    <message>
+        <source>Day</source>
+        <translation>日期</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Month</source>
+        <translation>月份</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>年份</translation>
+    </message>
+    <message>
+        <source>Code</source>
+        <translation>代码</translation>
+    </message>
+    <message>
+        <source>Market</source>
+        <translation>市场</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Opened</source>
+        <translation>开仓</translation>
+    </message>
+    <message>
+        <source>Closed</source>
+        <translation>清仓</translation>
+    </message>
+    <message>
+        <source>Price</source>
+        <translation>价格</translation>
+    </message>
+    <message>
+        <source>Quantity</source>
+        <translation>数量</translation>
+    </message>
+    <message>
+        <source>Shares in</source>
+        <translation>增加股数</translation>
+    </message>
+    <message>
+        <source>Shares out</source>
+        <translation>减少股数</translation>
+    </message>
+    <message>
+        <source>Sales</source>
+        <translation>卖出笔数</translation>
+    </message>
+    <message>
+        <source>Amount</source>
+        <translation>成交金额</translation>
+    </message>
+    <message>
+        <source>Fees</source>
+        <translation>费用</translation>
+    </message>
+    <message>
+        <source>Bought for</source>
+        <translation>买入金额</translation>
+    </message>
+    <message>
+        <source>Sold for</source>
+        <translation>卖出金额</translation>
+    </message>
+    <message>
+        <source>Stamp duty</source>
+        <translation>其中印花税</translation>
+    </message>
+    <message>
+        <source>Cost of sold</source>
+        <translation>卖出成本</translation>
+    </message>
+    <message>
+        <source>Profit</source>
+        <translation>盈亏</translation>
+    </message>
+    <message>
+        <source>Profit %</source>
+        <translation>盈亏 %</translation>
+    </message>
+    <message>
+        <source>Dividends</source>
+        <translation>红利</translation>
+    </message>
+    <message>
+        <source>Dividend tax</source>
+        <translation>红利税</translation>
+    </message>
+    <message>
+        <source>Interest</source>
+        <translation>利息</translation>
+    </message>
+    <message>
+        <source>Total</source>
+        <translation>合计</translation>
+    </message>
+    <message>
+        <source>Held</source>
+        <translation>持有</translation>
+    </message>
+    <message>
+        <source>Cost of held</source>
+        <translation>持有成本</translation>
+    </message>
+    <message>
+        <source>Cost per share</source>
+        <translation>成本价</translation>
+    </message>
+    <message>
+        <source>Cost</source>
+        <translation>成本</translation>
+    </message>
+    <message>
+        <source>By security</source>
+        <translation>按证券</translation>
+    </message>
+    <message>
+        <source>By month</source>
+        <translation>按月份</translation>
+    </message>
+    <message>
+        <source>By year</source>
+        <translation>按年份</translation>
+    </message>
+    <message>
+        <source>By sale</source>
+        <translation>按每笔卖出</translation>
+    </message>
+    <message>
+        <source>By round trip</source>
+        <translation>按每轮买卖</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ResultsPanel</name>
+    <message>
+        <source>no answer from the trading module</source>
+        <translation>交易模块没有回应</translation>
+    </message>
+    <message>
+        <source>refused: %1</source>
+        <translation>被拒绝：%1</translation>
+    </message>
+    <message>
+        <source>earlier statements are missing: %1</source>
+        <translation>缺少更早的交割单：%1</translation>
+    </message>
+    <message>
+        <source>Rows: %1</source>
+        <translation>行数：%1</translation>
+    </message>
+    <message>
+        <source>Cost:</source>
+        <translation>成本：</translation>
+    </message>
+    <message>
+        <source>Export CSV</source>
+        <translation>导出 CSV</translation>
+    </message>
+    <message>
+        <source>What a row stands for</source>
+        <translation>每行代表什么</translation>
+    </message>
+    <message>
+        <source>How costs are reckoned</source>
+        <translation>成本算法</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>盈亏统计</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ResultsDock</name>
+    <message>
+        <source>Results</source>
+        <translation>盈亏统计</translation>
+    </message>
+    <message>
+        <source>Costs stay reckoned as they were: %1</source>
+        <translation>成本算法未改变：%1</translation>
+    </message>
+    <message>
+        <source>The trading module did not say whether it reckons costs otherwise now.</source>
+        <translation>交易模块没有说明是否已改用新的成本算法。</translation>
+    </message>
+    <message>
+        <source>Export results</source>
+        <translation>导出盈亏统计</translation>
+    </message>
+    <message>
+        <source>CSV files (*.csv)</source>
+        <translation>CSV 文件 (*.csv)</translation>
+    </message>
+    <message>
+        <source>Written to %1</source>
+        <translation>已写入 %1</translation>
+    </message>
+    <message>
+        <source>%1 was not written: %2</source>
+        <translation>未能写入 %1：%2</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ResultsExport</name>
+    <message>
+        <source>the trading module does not answer</source>
+        <translation>交易模块没有回应</translation>
     </message>
 </context>
 </TS>

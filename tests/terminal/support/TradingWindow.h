@@ -1,6 +1,7 @@
 #pragma once
 
 #include "endpoint/LocalBroker.h"
+#include "terminal/results/ResultsDock.h"
 #include "terminal/services/TradeModuleProcess.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/terminal/support/WhenOpen.h"
@@ -59,6 +60,7 @@ protected:
         m_session->begin();
         m_window->answers()->start(address());
         m_session->join();
+        m_window->results()->start(address());
     }
 
     /// Those of the real library.

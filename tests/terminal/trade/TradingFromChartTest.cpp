@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
@@ -169,6 +170,34 @@ protected:
         return QString::fromUtf8(orders.readAllStandardOutput());
     }
 
+    /// A value of the first row that a command lists.
+    QString saidOf(const QString &command, const char *key)
+    {
+        QProcess process;
+        process.start(QStringLiteral(TRADEMODULE),
+                      {QStringLiteral("--ledger"), ledger(), command, QStringLiteral("--json")});
+        process.waitForFinished();
+        const QJsonArray rows = QJsonDocument::fromJson(process.readAllStandardOutput()).array();
+        return rows.isEmpty() ? QString() : rows[0].toObject()[QLatin1String(key)].toString();
+    }
+
+    /// What stands above the tables of the panel.
+    QString panelTexts()
+    {
+        QStringList texts;
+        for (const QLabel *const label : trade()->panel()->findChildren<QLabel *>()) {
+            texts.append(label->text());
+        }
+        return texts.join(QLatin1Char('\n'));
+    }
+
+    /// A cell of the first position.
+    QString positionsText(PositionColumn column)
+    {
+        const auto *const view = trade()->panel()->findChild<QTableView *>(QStringLiteral("positionsView"));
+        return view->model()->index(0, static_cast<int>(column)).data().toString();
+    }
+
     /// Answers the question that comes with "Cancel the order".
     static void confirmWhenAsked(QString *question = nullptr)
     {
@@ -209,6 +238,30 @@ TEST_F(TradingFromChart, AnOrderOfTheTicketWaitsIsPartlyDealtAndDealt)
         return held != nullptr && held->quantity == 500;
     }));
     EXPECT_LT(desk()->account()->cash, 1000000 - 500 * 1402.0);
+}
+
+/// An order in parts: what is dealt has cost 280,400 with fees of 72.90, the rest may cost 420,600 with
+/// 109.36 more.
+TEST_F(TradingFromChart, TheCashAndItsReserveAreTheSameInPanelAndCommands)
+{
+    buy(QStringLiteral("1402.00"), QStringLiteral("500"));
+    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报")));
+    quote(932, 1403, 1404, 1401, 800); // a quarter of it is ours
+    ASSERT_TRUE(waitForStatus(QStringLiteral(u"部成")));
+    ASSERT_TRUE(waitUntil([this] { return panelTexts().contains(QStringLiteral("719,527.10")); }));
+
+    EXPECT_TRUE(panelTexts().contains(QStringLiteral("298,817.74"))) << qPrintable(panelTexts());
+    EXPECT_EQ(saidOf(QStringLiteral("account"), "cash"), QStringLiteral("719527.10"));
+    EXPECT_EQ(saidOf(QStringLiteral("account"), "available"), QStringLiteral("298817.74"));
+    EXPECT_EQ(saidOf(QStringLiteral("positions"), "cost"), QStringLiteral("280472.90"));
+    const QString cost = saidOf(QStringLiteral("positions"), "costprice");
+    EXPECT_EQ(QString::number(desk()->account()->positions[0].cost, 'f', 3), cost);
+    EXPECT_EQ(positionsText(PositionColumn::Cost), cost);
+
+    quote(933, 1403, 1404, 1401, plenty);
+    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已成")));
+    EXPECT_TRUE(waitUntil([this] { return panelTexts().count(QStringLiteral("298,817.74")) == 2; }));
+    EXPECT_EQ(saidOf(QStringLiteral("account"), "cash"), QStringLiteral("298817.74"));
 }
 
 TEST_F(TradingFromChart, AnOrderIsCancelledAtItsMark)

@@ -32,10 +32,7 @@ public:
     }
 
     /// True when one more has connected.
-    bool waits() const
-    {
-        return m_server.waitForNewConnection(0) && m_server.nextPendingConnection() != nullptr;
-    }
+    bool waits() const { return m_server.hasPendingConnections() && m_server.nextPendingConnection() != nullptr; }
 
 private:
     mutable QTcpServer m_server;
@@ -72,6 +69,37 @@ TEST_F(Program, RefusesALedgerThatWouldKeepNothing)
         EXPECT_THAT(ended.errors, HasSubstr("--ledger is \"" + std::string(nameless) + "\""));
         EXPECT_EQ(ended.output, "");
     }
+}
+
+TEST_F(Program, MakesNoAccountOfAMistypedName)
+{
+    const QString nowhere = writeFile(QStringLiteral("empty.db"), QByteArray());
+    ASSERT_TRUE(QFile::remove(nowhere));
+    for (const char *const command : {"positions", "account", "orders", "trades", "results", "cost",
+                                      "imports", "undo 1", "money", "cancel 1", "place 000001 buy 10 100"}) {
+        const Ended ended = run(QStringList{QStringLiteral("--ledger"), nowhere} +
+                                QString::fromLatin1(command).split(QLatin1Char(' ')));
+
+        EXPECT_EQ(ended.exitCode, 1) << command;
+        EXPECT_EQ(ended.output, "") << command;
+        EXPECT_THAT(ended.errors, HasSubstr("there is no ledger " + nowhere.toStdString())) << command;
+        EXPECT_FALSE(QFile::exists(nowhere)) << command;
+    }
+}
+
+TEST_F(Program, SaysThatItMakesANewLedger)
+{
+    const QString fresh = writeFile(QStringLiteral("fresh.db"), QByteArray());
+    const QStringList open = QStringLiteral("open 000001 100 10.00 20240102").split(QLatin1Char(' '));
+    const QStringList options{QStringLiteral("--ledger"), fresh};
+
+    const Ended first = run(options + open);
+    const Ended second = run(options + QStringList{QStringLiteral("positions")});
+
+    EXPECT_EQ(first.exitCode, 0);
+    EXPECT_THAT(first.errors, HasSubstr("a new ledger is made: " + fresh.toStdString()));
+    EXPECT_EQ(second.exitCode, 0);
+    EXPECT_EQ(second.errors, "");
 }
 
 TEST_F(Program, RefusesAnOrderOfMoreThanAnyAccountHas)
