@@ -110,8 +110,8 @@ void SessionLock::terminate(const QString &sign)
 {
     constexpr int soonEnough = 6;
     Rows row = m_database->run(ownersSession("pg_terminate_backend(a.pid), a.pid") +
-                                        QStringLiteral(" AND %1 = ?").arg(QLatin1String(signOfSession)),
-                                    {sign});
+                                   QStringLiteral(" AND %1 = ?").arg(QLatin1String(signOfSession)),
+                               {sign});
     if (row.next() && m_endings > soonEnough) {
         setHindrance(
             translated("the session of the one that serves was told to end and does not: its process %1 "

@@ -1437,5 +1437,21 @@
         <source>&quot;%1&quot; is a trade, but the statement has no column of quantities (成交数量): export the executed trades</source>
         <translation>“%1”是交易，但对账单没有成交数量列：请导出成交记录</translation>
     </message>
+    <message>
+        <source>the ledger %1 cannot be read by this user as long as another program writes it: its newest changes are in %2</source>
+        <translation>其他程序正在写入账本 %1 时，本用户无法读取：最新的更改在 %2 中</translation>
+    </message>
+    <message>
+        <source>the ledger was written while it was read: try again</source>
+        <translation>读取账本时账本被写入：请重试</translation>
+    </message>
+    <message>
+        <source>would complete the fees of %1 already there</source>
+        <translation>将补全已有 %1的费用</translation>
+    </message>
+    <message>
+        <source>movements of money that would be added: %1</source>
+        <translation>将新增资金变动：%1</translation>
+    </message>
 </context>
 </TS>

@@ -2,6 +2,84 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>ActionColumns</name>
+    <message>
+        <source>no column tells what happened; known are %1</source>
+        <translation>没有一列说明派息、送转、配股或拆分；可用的列是 %1</translation>
+    </message>
+    <message>
+        <source>the column &quot;%1&quot; does not say for how many shares it is: call it 每股%1 or 每10股%1</source>
+        <translation>列“%1”没有说明是每股还是每10股：请写成“每股%1”或“每10股%1”</translation>
+    </message>
+    <message>
+        <source>the column &quot;%1&quot; is not known; known are %2</source>
+        <translation>不认识列“%1”；可用的列是 %2</translation>
+    </message>
+    <message>
+        <source>the columns &quot;%1&quot; and &quot;%2&quot; have the same meaning; delete one of them</source>
+        <translation>列“%1”和“%2”含义相同，请删去其一</translation>
+    </message>
+</context>
+<context>
+    <name>ActionFile</name>
+    <message>
+        <source>the first line is &quot;%1&quot;, but must name the columns, &quot;exdate&quot; or 除权除息日 among them</source>
+        <translation>第一行是“%1”，但应当是列名，其中要有“除权除息日”或 exdate</translation>
+    </message>
+    <message>
+        <source>%1 fields, but there must be %2</source>
+        <translation>有 %1 栏，但应当有 %2 栏</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a date: eight digits, or year, month and day apart; all in one form</source>
+        <translation>“%1”不是日期：八位数字，或年、月、日分开写；全文件须用同一种写法</translation>
+    </message>
+    <message>
+        <source>%1 is no trading day</source>
+        <translation>%1 不是交易日</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a decimal number from 0 on, with eight decimals at most</source>
+        <translation>“%1”不是大于等于 0、最多八位小数的数</translation>
+    </message>
+    <message>
+        <source>so many new shares for one: are the figures for ten shares?</source>
+        <translation>每股新增的股数过多：这些数是每10股的吗？</translation>
+    </message>
+    <message>
+        <source>rights need a price, and a price needs rights</source>
+        <translation>配股须有配股价，配股价须有配股</translation>
+    </message>
+    <message>
+        <source>bonus shares and a split on one day: write what one share becomes as the split alone</source>
+        <translation>同一天既有送转又有拆分：请只用拆分一列写明一股变成几股</translation>
+    </message>
+    <message>
+        <source>nothing happened on this day</source>
+        <translation>这一天没有任何派息、送转、配股或拆分</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is another security than that of the file, %2</source>
+        <translation>“%1”不是本文件的证券 %2</translation>
+    </message>
+    <message>
+        <source>%1 is there twice: write all of one day into one line</source>
+        <translation>%1 出现两次：同一天的请写在一行</translation>
+    </message>
+    <message>
+        <source>, in column %1</source>
+        <translation>，在列 %1</translation>
+    </message>
+    <message>
+        <source>%1: this is no text in UTF-8, UTF-16 or GB18030; save a workbook as CSV</source>
+        <translation>%1：不是 UTF-8、UTF-16 或 GB18030 文本；表格文件请另存为 CSV</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1：无法读取：%2</translation>
+    </message>
+</context>
+<context>
     <name>BarChecks</name>
     <message>
         <source>%1 is a Saturday or Sunday: no trading day</source>
@@ -535,6 +613,10 @@
 <context>
     <name>DataFolder</name>
     <message>
+        <source>%1: its prices are adjusted already, so they are shown as they are</source>
+        <translation>%1：其中的价格已经复权，因此原样显示</translation>
+    </message>
+    <message>
         <source>%1: there is no such folder</source>
         <translation>%1：没有此文件夹</translation>
     </message>
@@ -545,10 +627,6 @@
     <message>
         <source>%1: there are no minute bars of %2</source>
         <translation>%1：没有 %2 的分时数据</translation>
-    </message>
-    <message>
-        <source>%1: its prices are adjusted already, so they are shown as they are</source>
-        <translation>%1：其中的价格已经复权，因此原样显示</translation>
     </message>
 </context>
 <context>
@@ -593,12 +671,12 @@
         <translation>账户只读，不能下单。</translation>
     </message>
     <message>
-        <source>The trading module on this bus serves another account.</source>
-        <translation>这条总线上的交易模块服务的是另一个账户。</translation>
-    </message>
-    <message>
         <source>There is no price yet.</source>
         <translation>尚无价格。</translation>
+    </message>
+    <message>
+        <source>The trading module on this bus serves another account.</source>
+        <translation>这条总线上的交易模块服务的是另一个账户。</translation>
     </message>
 </context>
 <context>
@@ -640,6 +718,20 @@
     <message>
         <source>%1: cannot be written: %2</source>
         <translation>%1：无法写入：%2</translation>
+    </message>
+</context>
+<context>
+    <name>PriceAdjustment</name>
+    <message>
+        <source>the dividend of %1 is as high as the price before it, %2</source>
+        <translation>%1 的派息不低于其前的价格 %2</translation>
+    </message>
+</context>
+<context>
+    <name>PriceView</name>
+    <message>
+        <source>Adjusted</source>
+        <translation>前复权</translation>
     </message>
 </context>
 <context>
@@ -943,16 +1035,16 @@
         <translation>上海时间已过午夜，回放所当作的“今天”已结束。请结束回放后重新开始。</translation>
     </message>
     <message>
+        <source>There are no bars of these securities yet: drop files of them here, too.</source>
+        <translation>这些证券还没有K线：请把K线文件也拖进来。</translation>
+    </message>
+    <message>
         <source>There is no ledger %1; &quot;trademodule --ledger %1 import FILE&quot; makes one of a statement.</source>
         <translation>没有账本 %1；“trademodule --ledger %1 import 文件”由对账单建立。</translation>
     </message>
     <message>
         <source>There is no ledger %1 yet: a new account is made there.</source>
         <translation>还没有账本 %1：将在那里新建账户。</translation>
-    </message>
-    <message>
-        <source>There are no bars of these securities yet: drop files of them here, too.</source>
-        <translation>这些证券还没有K线：请把K线文件也拖进来。</translation>
     </message>
 </context>
 <context>
@@ -1066,10 +1158,6 @@
         <translation>正报</translation>
     </message>
     <message>
-        <source>working</source>
-        <translation>已报</translation>
-    </message>
-    <message>
         <source>being cancelled</source>
         <translation>已报待撤</translation>
     </message>
@@ -1104,6 +1192,10 @@
     <message>
         <source>confirmed</source>
         <translation>已确认</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>已报</translation>
     </message>
 </context>
 <context>
@@ -1179,6 +1271,13 @@
     <message>
         <source>Replayed quote of %1</source>
         <translation>%1 的回放行情</translation>
+    </message>
+</context>
+<context>
+    <name>ViewMenu</name>
+    <message>
+        <source>Adjusted prices</source>
+        <translation>前复权</translation>
     </message>
 </context>
 <context>
@@ -1259,10 +1358,6 @@
         <translation>%1：未发送，没有连接到交易模块</translation>
     </message>
     <message>
-        <source>%1: no answer, and it is not asked for any more; look at the list of orders before you send it again</source>
-        <translation>%1：没有应答，不再询问；再次下单前请先核对委托列表</translation>
-    </message>
-    <message>
         <source>Cancel this order?</source>
         <translation>撤销此委托？</translation>
     </message>
@@ -1291,10 +1386,6 @@
         <translation>%1：撤单尚无应答</translation>
     </message>
     <message>
-        <source>%1: outcome unknown, asking again about this one order; do not send it again yet</source>
-        <translation>%1：结果未知，正就同一笔委托再次询问；请先不要重新下单</translation>
-    </message>
-    <message>
         <source>Account: %1</source>
         <translation>账户：%1</translation>
     </message>
@@ -1317,6 +1408,14 @@
     <message>
         <source>Send this order?</source>
         <translation>发送这笔委托？</translation>
+    </message>
+    <message>
+        <source>%1: no answer, and it is not asked for any more; look at the list of orders before you send it again</source>
+        <translation>%1：没有应答，不再询问；再次下单前请先核对委托列表</translation>
+    </message>
+    <message>
+        <source>%1: outcome unknown, asking again about this one order; do not send it again yet</source>
+        <translation>%1：结果未知，正就同一笔委托再次询问；请先不要重新下单</translation>
     </message>
 </context>
 <context>
@@ -1740,6 +1839,33 @@
     </message>
 </context>
 <context>
+    <name>MarketState</name>
+    <message>
+        <source>Market: not open yet</source>
+        <translation>行情：尚未开盘</translation>
+    </message>
+    <message>
+        <source>Market: %1</source>
+        <translation>行情：%1</translation>
+    </message>
+    <message>
+        <source>Market: no quote since %1</source>
+        <translation>行情：%1 起无报价</translation>
+    </message>
+    <message>
+        <source>Market: lunch break</source>
+        <translation>行情：午间休市</translation>
+    </message>
+    <message>
+        <source>Market: closed</source>
+        <translation>行情：已收盘</translation>
+    </message>
+    <message>
+        <source>The market is open, but nobody tells its prices: look at the program that publishes quotes.</source>
+        <translation>市场正在交易，但没有收到报价：请检查发布行情的程序。</translation>
+    </message>
+</context>
+<context>
     <name>BusState</name>
     <message>
         <source>Orders cannot be sent, and nothing that changes is heard, until it is back.</source>
@@ -1760,105 +1886,6 @@
     <message>
         <source>Bus: does not run</source>
         <translation>总线：未运行</translation>
-    </message>
-</context>
-<context>
-    <name>ActionColumns</name>
-    <message>
-        <source>no column tells what happened; known are %1</source>
-        <translation>没有一列说明派息、送转、配股或拆分；可用的列是 %1</translation>
-    </message>
-    <message>
-        <source>the column &quot;%1&quot; does not say for how many shares it is: call it 每股%1 or 每10股%1</source>
-        <translation>列“%1”没有说明是每股还是每10股：请写成“每股%1”或“每10股%1”</translation>
-    </message>
-    <message>
-        <source>the column &quot;%1&quot; is not known; known are %2</source>
-        <translation>不认识列“%1”；可用的列是 %2</translation>
-    </message>
-    <message>
-        <source>the columns &quot;%1&quot; and &quot;%2&quot; have the same meaning; delete one of them</source>
-        <translation>列“%1”和“%2”含义相同，请删去其一</translation>
-    </message>
-</context>
-<context>
-    <name>ActionFile</name>
-    <message>
-        <source>the first line is &quot;%1&quot;, but must name the columns, &quot;exdate&quot; or 除权除息日 among them</source>
-        <translation>第一行是“%1”，但应当是列名，其中要有“除权除息日”或 exdate</translation>
-    </message>
-    <message>
-        <source>%1 fields, but there must be %2</source>
-        <translation>有 %1 栏，但应当有 %2 栏</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is not a date: eight digits, or year, month and day apart; all in one form</source>
-        <translation>“%1”不是日期：八位数字，或年、月、日分开写；全文件须用同一种写法</translation>
-    </message>
-    <message>
-        <source>%1 is no trading day</source>
-        <translation>%1 不是交易日</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is not a decimal number from 0 on, with eight decimals at most</source>
-        <translation>“%1”不是大于等于 0、最多八位小数的数</translation>
-    </message>
-    <message>
-        <source>so many new shares for one: are the figures for ten shares?</source>
-        <translation>每股新增的股数过多：这些数是每10股的吗？</translation>
-    </message>
-    <message>
-        <source>rights need a price, and a price needs rights</source>
-        <translation>配股须有配股价，配股价须有配股</translation>
-    </message>
-    <message>
-        <source>bonus shares and a split on one day: write what one share becomes as the split alone</source>
-        <translation>同一天既有送转又有拆分：请只用拆分一列写明一股变成几股</translation>
-    </message>
-    <message>
-        <source>nothing happened on this day</source>
-        <translation>这一天没有任何派息、送转、配股或拆分</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is another security than that of the file, %2</source>
-        <translation>“%1”不是本文件的证券 %2</translation>
-    </message>
-    <message>
-        <source>%1 is there twice: write all of one day into one line</source>
-        <translation>%1 出现两次：同一天的请写在一行</translation>
-    </message>
-    <message>
-        <source>, in column %1</source>
-        <translation>，在列 %1</translation>
-    </message>
-    <message>
-        <source>%1: this is no text in UTF-8, UTF-16 or GB18030; save a workbook as CSV</source>
-        <translation>%1：不是 UTF-8、UTF-16 或 GB18030 文本；表格文件请另存为 CSV</translation>
-    </message>
-    <message>
-        <source>%1: cannot be read: %2</source>
-        <translation>%1：无法读取：%2</translation>
-    </message>
-</context>
-<context>
-    <name>PriceAdjustment</name>
-    <message>
-        <source>the dividend of %1 is as high as the price before it, %2</source>
-        <translation>%1 的派息不低于其前的价格 %2</translation>
-    </message>
-</context>
-<context>
-    <name>PriceView</name>
-    <message>
-        <source>Adjusted</source>
-        <translation>前复权</translation>
-    </message>
-</context>
-<context>
-    <name>ViewMenu</name>
-    <message>
-        <source>Adjusted prices</source>
-        <translation>前复权</translation>
     </message>
 </context>
 <context>
