@@ -4,6 +4,7 @@
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
 #include "trademodule/cli/UsageError.h"
+#include "trading/HiddenPasswords.h"
 
 #include <QCoreApplication>
 
@@ -13,10 +14,12 @@ namespace TradeModule {
 
 QString Invocation::ledger() const
 {
-    if (!isSet(QStringLiteral("ledger"))) {
+    const bool isGiven = isSet(QStringLiteral("ledger"));
+    if (!isGiven && qEnvironmentVariableIsEmpty(Trading::ledgerVariable)) {
         throw UsageError(translated("give the ledger with --ledger FILE or --ledger postgresql://..."));
     }
-    const QString location = value(QStringLiteral("ledger"));
+    const QString location =
+        isGiven ? value(QStringLiteral("ledger")) : qEnvironmentVariable(Trading::ledgerVariable);
     if (!Database::keeps(location)) {
         throw UsageError(translated("--ledger is \"%1\": nothing would be kept").arg(location));
     }

@@ -24,7 +24,7 @@ public:
 
     /// The value of --bus; empty when it was not given.
     QString bus() const { return value(QStringLiteral("bus")); }
-    /// The value of --ledger; a UsageError when it was not given or is empty.
+    /// The value of --ledger, else of the environment's TRADEMODULE_LEDGER; a UsageError when there is none.
     QString ledger() const;
     /// The same for a command that shows or changes what is there: a mistyped name must not be a new account.
     /// An Error, which says how a ledger is made, where there is none.

@@ -58,6 +58,7 @@ QString printable(QString text)
         const QChar::Category category = character.category();
         return category == QChar::Other_Control || category == QChar::Other_Format;
     };
+    text.replace(QLatin1Char('\t'), QLatin1Char(' '));
     std::replace_if(text.begin(), text.end(), isCommand, QChar(QChar::ReplacementCharacter));
     return text;
 }

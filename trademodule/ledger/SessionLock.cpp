@@ -75,7 +75,7 @@ void SessionLock::beat()
 /// The server shows the sessions of other users to those only who may see them.
 QString SessionLock::signOfLife()
 {
-    QSqlQuery row = m_database->run(ownersSession(signOfSession));
+    Rows row = m_database->run(ownersSession(signOfSession));
     if (!row.next()) {
         return {};
     }
@@ -110,8 +110,8 @@ void SessionLock::terminate(const QString &sign)
 {
     constexpr int soonEnough = 6;
     Rows row = m_database->run(ownersSession("pg_terminate_backend(a.pid), a.pid") +
-                                        QStringLiteral(" AND %1 = ?").arg(QLatin1String(signOfSession)),
-                                    {sign});
+                                   QStringLiteral(" AND %1 = ?").arg(QLatin1String(signOfSession)),
+                               {sign});
     if (row.next() && m_endings > soonEnough) {
         setHindrance(
             translated("the session of the one that serves was told to end and does not: its process %1 "

@@ -44,9 +44,9 @@ TEST(ConsoleTable, AlignsColumnsOfMixedWidth)
 TEST(ConsoleTable, HasNothingThatATerminalWouldObey)
 {
     const QVector<QStringList> lines{
-        {QStringLiteral("\x1b[31ma\x07\n\u009b2J\u202eb\r"), QStringLiteral("c")}};
+        {QStringLiteral("\x1b[31ma\x07\n\u009b2J\u202eb\tc\r"), QStringLiteral("d")}};
 
-    EXPECT_EQ(alignedLine(lines[0], columnWidths(lines)).toStdString(), "�[31ma���2J�b�  c\n");
+    EXPECT_EQ(alignedLine(lines[0], columnWidths(lines)).toStdString(), "�[31ma���2J�b c�  d\n");
 }
 
 } // namespace TradeModule

@@ -57,7 +57,7 @@ public:
     QStringList content(Database *database) const
     {
         QStringList lines;
-        Rows query = rows(database, m_columns.join(QLatin1Char(',')));
+        QSqlQuery query = rows(database, m_columns.join(QLatin1Char(',')));
         while (query.next()) {
             QStringList cells;
             for (int i = 0; i < m_columns.size(); ++i) {
@@ -70,7 +70,7 @@ public:
     const QStringList &contentThen() const { return m_content; }
 
 private:
-    Rows rows(Database *database, const QString &columns) const
+    QSqlQuery rows(Database *database, const QString &columns) const
     {
         QSqlQuery query =
             database->prepared(QStringLiteral("SELECT %1 FROM %2 ORDER BY 1").arg(columns, m_table));
