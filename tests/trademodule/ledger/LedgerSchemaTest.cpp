@@ -200,6 +200,7 @@ TEST_P(LedgerSchemaOfAnOlderLedger, TakesOrdersAndQuotesAfterwards)
     exchange.take(quote);
 
     exchange.place(bank(), Direction::Buy, quote.close, 200);
+    quote.time = at(1001);
     exchange.take(quote);
 
     EXPECT_EQ(ledger.holding(bank()).quantity(), 300);
