@@ -51,20 +51,6 @@ bool isCloseBefore(Trading::TradingDate day, const Bar &bar)
     return day <= dayOf(bar).plusDays(longestClosure);
 }
 
-Bars joined(Bars days, ChartPeriod period)
-{
-    switch (period) {
-    case ChartPeriod::Day:
-    case ChartPeriod::Minute:
-        break;
-    case ChartPeriod::Week:
-        return toWeeks(days);
-    case ChartPeriod::Month:
-        return toMonths(days);
-    }
-    return days;
-}
-
 } // namespace
 
 double ChartData::shownPrice(double price, Trading::TradingDate day) const
@@ -154,7 +140,7 @@ Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period,
 void DataFolder::takeBars(const Bars &bars, ChartData *data) const
 {
     const bool isAdjusted = data->view == PriceView::Adjusted;
-    data->bars = joined(isAdjusted ? data->adjustment.adjusted(bars) : bars, data->period);
+    data->bars = joinDays(isAdjusted ? data->adjustment.adjusted(bars) : bars, data->period);
     if (data->period == ChartPeriod::Minute) {
         const Trading::TradingDate day = dayOf(bars.front());
         const auto close = closeBefore(data->security.code, day, data->adjustment, data->priceDecimals);
@@ -172,6 +158,21 @@ Loaded<Bars> DataFolder::loadBars(const QString &code, ChartPeriod period,
 QString DataFolder::dailyFile(const QString &code) const
 {
     return m_dir.filePath(QStringLiteral("daily/%1.csv").arg(code));
+}
+
+QString DataFolder::minuteFile(const QString &code, Trading::TradingDate day) const
+{
+    return m_dir.filePath(QStringLiteral("minute/%1_%2.csv").arg(code, day.text()));
+}
+
+FileStamp DataFolder::dailyStamp(const QString &code) const
+{
+    return FileStamp::of(dailyFile(code));
+}
+
+FileStamp DataFolder::minuteStamp(const QString &code, Trading::TradingDate day) const
+{
+    return FileStamp::of(minuteFile(code, day));
 }
 
 /// None where they cannot be read.
@@ -253,8 +254,7 @@ Loaded<Bars> DataFolder::loadMinutes(const QString &code, std::optional<Trading:
     if (!day) {
         return Loaded<Bars>::failure(text("%1: there are no minute bars of %2").arg(m_dir.path(), code));
     }
-    const QString file = m_dir.filePath(QStringLiteral("minute/%1_%2.csv").arg(code, day->text()));
-    auto minutes = readMinuteBars(file, day->number(), withMarket(code, m_securities));
+    auto minutes = readMinuteBars(minuteFile(code, *day), day->number(), withMarket(code, m_securities));
     return minutes ? Loaded<Bars>(withAuctionBar(minutes.value())) : minutes;
 }
 

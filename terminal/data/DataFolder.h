@@ -3,6 +3,7 @@
 #include "terminal/data/Bar.h"
 #include "terminal/data/BookedAction.h"
 #include "terminal/data/ChartPeriod.h"
+#include "terminal/data/FileStamp.h"
 #include "terminal/data/PriceAdjustment.h"
 #include "terminal/data/PriceDecimals.h"
 #include "terminal/data/PriceView.h"
@@ -19,6 +20,15 @@
 
 namespace Terminal {
 
+/// What a chart of days or longer has of the span that today is in, the quotes of today left aside.
+struct SpanOfToday
+{
+    std::optional<Bar> before; ///< the days of the span before today, as one bar
+    std::optional<Bar> row;    ///< today's row of the data folder
+    /// Until when the row can tell of today: it was written then, at the latest.
+    std::optional<Trading::ClockTime> rowTime;
+};
+
 /// What one chart shows: a security and its loaded bars.
 struct ChartData
 {
@@ -30,6 +40,7 @@ struct ChartData
     /// Of a minute chart: the close of the trading day before, see DataFolder::closeBefore().
     std::optional<double> previousClose = {};
     int priceDecimals = usualPriceDecimals; ///< that its prices are shown with
+    SpanOfToday today = {};                 ///< of a chart of days or longer, see ChartSource
     PriceView view = PriceView::Raw;        ///< of its bars and of previousClose
     PriceAdjustment adjustment = {};        ///< of the security, whichever view is shown
     QStringList remarks = {};               ///< what the user should know of the view's prices
@@ -78,7 +89,12 @@ public:
     /// `day`: an older price says nothing.
     std::optional<double> closeBefore(const QString &code, Trading::TradingDate day) const;
 
+    /// What the file of the daily bars and that of a day's minutes look like now.
+    FileStamp dailyStamp(const QString &code) const;
+    FileStamp minuteStamp(const QString &code, Trading::TradingDate day) const;
+
 private:
+    QString minuteFile(const QString &code, Trading::TradingDate day) const;
     QString dailyFile(const QString &code) const;
     Bars dailyBars(const QString &code) const;
     Bars lastRecordedDayBefore(const QString &code, Trading::TradingDate day) const;

@@ -1,6 +1,6 @@
 #include "terminal/session/StatementActions.h"
 
-#include "terminal/replay/ChartSource.h"
+#include "terminal/live/ChartSource.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trading/ModuleVocabulary.h"
 #include "trading/Question.h"

@@ -12,8 +12,8 @@ namespace Terminal {
 TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QString &busAddress)
     : m_plan(std::move(plan)),
       m_busAddress(busAddress),
-      m_source(folder, &m_replay),
-      m_prices(&m_source, &m_replay, &m_desk),
+      m_source(folder, &m_today),
+      m_prices(&m_source, &m_today),
       m_statementActions(&m_source),
       m_feed(&m_replay, &m_desk, m_plan.orders, nullptr),
       m_replayLock(busInstance())
@@ -81,6 +81,7 @@ void TradingSession::join()
     }
     m_module.start(m_busAddress);
     m_desk.start(m_busAddress);
+    m_quotes.start(m_busAddress);
     m_statementActions.start(m_busAddress);
     m_shared.start(m_busAddress);
 }

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "terminal/data/DataFolder.h"
-#include "terminal/replay/ChartSource.h"
+#include "terminal/live/ChartSource.h"
+#include "terminal/live/MarketWatch.h"
+#include "terminal/live/QuoteListener.h"
+#include "terminal/live/Today.h"
 #include "terminal/replay/PlannedOrder.h"
 #include "terminal/replay/Replay.h"
 #include "terminal/services/Gate.h"
@@ -38,8 +41,8 @@ struct DayPlan
     std::optional<std::chrono::milliseconds> patience = std::chrono::seconds(2);
 };
 
-/// A trading day of the terminal: its bars, recorded or replayed; its quotes on the bus; the counter where
-/// orders are placed; and whether a trading module answers.
+/// A trading day of the terminal: its bars, recorded, replayed or live; its quotes on the bus; the counter
+/// where orders are placed; and whether a trading module answers.
 ///
 /// Overlays ask some of their questions only once. So overlaysDue() tells when they may ask: when a trading
 /// module answers, or after a moment without one, and again when one answers later. What a replay has to play
@@ -85,9 +88,13 @@ public:
 
     /// The bars that charts can show.
     const ChartSource &source() const { return m_source; }
+    /// What is known of the day that is under way.
+    Today *today() { return &m_today; }
     Replay *replay() { return &m_replay; }
     OrderDesk *desk() { return &m_desk; }
     LastPrices *prices() { return &m_prices; }
+    /// Whether the market goes on.
+    MarketWatch *market() { return &m_market; }
     StatementActions *statementActions() { return &m_statementActions; }
     /// How things stand with the trading module.
     ModuleWatch *module() { return &m_module; }
@@ -127,7 +134,10 @@ private:
     Stage m_stage = Stage::Apart;
     bool m_hasJoined = false;
     Replay m_replay{nullptr};
+    Today m_today{&m_replay};
     ChartSource m_source;
+    QuoteListener m_quotes{&m_today};
+    MarketWatch m_market{&m_today};
     OrderDesk m_desk;
     LastPrices m_prices;
     StatementActions m_statementActions;

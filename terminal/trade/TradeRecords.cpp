@@ -109,7 +109,7 @@ QString statusText(const OrderRecord &order)
     static const StatusName names[] = {
         {OrderStatus::None, QT_TRANSLATE_NOOP("TradeRecords", "not sent")},
         {OrderStatus::Quoting, QT_TRANSLATE_NOOP("TradeRecords", "on its way")},
-        {OrderStatus::Quoted, QT_TRANSLATE_NOOP("TradeRecords", "working")},
+        {OrderStatus::Quoted, QT_TRANSLATE_NOOP("TradeRecords", "open")},
         {OrderStatus::QuotedWaittingCancel, QT_TRANSLATE_NOOP("TradeRecords", "being cancelled")},
         {OrderStatus::PartDealWaittingCancel,
          QT_TRANSLATE_NOOP("TradeRecords", "part dealt, being cancelled")},

@@ -138,6 +138,7 @@ int import(const Invocation &invocation)
         return suggest(path, options);
     }
     Ledger ledger(ledgerLocation(invocation, options), options.mode);
+    ledger.database()->mapNothing();
     const ImportReport report = importWithProgress(invocation, path, options, &ledger);
     const bool isKept = !report.isRefused && options.mode == Ledger::Mode::Keep;
     const QVector<QJsonObject> changes = isKept ? changesOf(report) : QVector<QJsonObject>();

@@ -115,10 +115,8 @@ QString reasonOf(const QSqlError &error)
     return words.isEmpty() ? error.driverText().trimmed() : words;
 }
 
-} // namespace
-
 /// A mistyped scheme is no file's name, and what follows it may be a password.
-void Database::refuseOtherScheme(const QString &location)
+void refuseOtherScheme(const QString &location)
 {
     const int end = location.indexOf(QLatin1String("://"));
     if (end > 0 && !PostgreSqlAddress::isOne(location)) {
@@ -127,6 +125,8 @@ void Database::refuseOtherScheme(const QString &location)
                 .arg(location.left(end)));
     }
 }
+
+} // namespace
 
 bool Database::keeps(const QString &location)
 {
@@ -621,6 +621,13 @@ bool Database::execute(const std::function<bool()> &statement)
 }
 
 /// In PostgreSQL in whichever schema is looked into first.
+void Database::mapNothing()
+{
+    if (m_kind == Kind::Sqlite) {
+        run(QStringLiteral("PRAGMA mmap_size = 0"));
+    }
+}
+
 bool Database::hasTable(const QString &name)
 {
     const QString sql =

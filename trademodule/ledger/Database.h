@@ -42,9 +42,6 @@ public:
     /// False for the names of SQLite's databases that are gone with the program: none, and ":memory:".
     static bool keeps(const QString &location);
 
-    /// A LedgerError for an address that is none of PostgreSQL's: it is no file's name either.
-    static void refuseOtherScheme(const QString &location);
-
     /// What a location names.
     static Kind kindOf(const QString &location);
 
@@ -72,6 +69,9 @@ public:
     void run(QSqlQuery *prepared, const QVariantList &values);
 
     bool hasTable(const QString &name);
+
+    /// For a program that reads the whole ledger once: from now on no part of its file is kept in memory.
+    void mapNothing();
 
     /// How long a change waits for another process that is changing the same ledger, before it fails as
     /// LedgerUnavailable: a minute, unless something else is said. Once one has waited in vain the next do

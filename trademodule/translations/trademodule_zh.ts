@@ -874,6 +874,50 @@
         <translation>待命中，此账本正在提供服务：%1</translation>
     </message>
     <message>
+        <source>there is no ledger %1; &quot;import FILE&quot; makes one of a statement, &quot;open&quot; of a holding, &quot;serve&quot; or &quot;account --cash&quot; an empty one</source>
+        <translation>没有账本 %1；“import 文件”由对账单建立，“open”由持仓建立，“serve”或“account --cash”建立空账本</translation>
+    </message>
+    <message>
+        <source>a new ledger is made: %1</source>
+        <translation>新建账本：%1</translation>
+    </message>
+    <message>
+        <source>process %1 on %2 gives no sign of life and cannot be ended from here: end it there</source>
+        <translation>主机 %2 上的进程 %1 没有动静，从这里无法结束：请在该主机上结束它</translation>
+    </message>
+    <message>
+        <source>the session of the one that serves is hidden from this database user: if it stood still, nobody would know. Give this user the role pg_read_all_stats, or use the same one</source>
+        <translation>此数据库用户看不到服务者的会话：会话若停滞也无从得知。请授予该用户角色 pg_read_all_stats，或使用同一用户</translation>
+    </message>
+    <message>
+        <source>this database user may not end the session of the one that serves, which gives no sign of life: give it the role pg_signal_backend, or use the same user. %1</source>
+        <translation>服务者的会话没有动静，而此数据库用户无权结束它：请授予角色 pg_signal_backend，或使用同一用户。%1</translation>
+    </message>
+    <message>
+        <source>the session of the one that serves was told to end and does not: its process %1 at the database&apos;s server must be ended there</source>
+        <translation>已通知服务者的会话结束，但它没有结束：请在数据库服务器上结束其进程 %1</translation>
+    </message>
+    <message>
+        <source>followed %1; the fence is %2 now</source>
+        <translation>已接替%1；栅栏号现为 %2</translation>
+    </message>
+    <message>
+        <source>standing by, %1</source>
+        <translation>待命中，%1</translation>
+    </message>
+    <message>
+        <source>another trading module serves the ledger %1 on this bus: %2; an order would be placed in both. Give each account a bus or a prefix of its own</source>
+        <translation>这条总线上另有交易模块为账本 %1 服务：%2；一笔委托会记入两个账本。请让每个账户使用自己的总线或前缀</translation>
+    </message>
+    <message>
+        <source>the trading module of the ledger %1 is announced on this bus and does not answer: %2. Unless it does, it counts as gone after %3 seconds</source>
+        <translation>账本 %1 的交易模块在这条总线上登记着，但没有应答：%2。若一直没有应答，%3 秒后视为已离开</translation>
+    </message>
+    <message>
+        <source>serving the ledger %1 on the bus of %2, fence %3</source>
+        <translation>正在为账本 %1 服务，总线目录 %2，栅栏号 %3</translation>
+    </message>
+    <message>
         <source>Waits while another process serves the ledger, and follows it when it ends.</source>
         <translation>其他进程为此账本提供服务时待命，并在其结束后接替。</translation>
     </message>
@@ -1228,34 +1272,6 @@
         <translation>账本的数据库暂不可用，正在反复重试</translation>
     </message>
     <message>
-        <source>a change was not confirmed by the ledger's database or disk: whether it was made is not known yet. Look before you try again</source>
-        <translation>账本的数据库或磁盘未确认一项更改：尚不清楚更改是否已生效。重试前请先查看</translation>
-    </message>
-    <message>
-        <source>a row of the ledger&apos;s table %1 refers to one of %2 that is not there</source>
-        <translation>账本的表 %1 中有一行引用了表 %2 中不存在的行</translation>
-    </message>
-    <message>
-        <source>the ledger %1 cannot be read by this user as long as another program writes it: its newest changes are in %2</source>
-        <translation>其他程序正在写入账本 %1 时，本用户无法读取：最新的更改在 %2 中</translation>
-    </message>
-    <message>
-        <source>the ledger was written while it was read: try again</source>
-        <translation>读取账本时账本被写入：请重试</translation>
-    </message>
-    <message>
-        <source>the ledger has no marks of changes yet</source>
-        <translation>账本尚无更改标记</translation>
-    </message>
-    <message>
-        <source>the ledger's server still follows another one</source>
-        <translation>账本的服务器仍在跟随另一台服务器</translation>
-    </message>
-    <message>
-        <source>the file %1, which belongs to the ledger, was removed or replaced. Nothing was changed; end this program, which keeps what is in the ledger, and start it again</source>
-        <translation>属于账本的文件 %1 已被删除或替换。未作任何更改；请结束本程序（账本内容会得到保存）后重新启动</translation>
-    </message>
-    <message>
         <source>the question is JSON, but no object</source>
         <translation>该问题是 JSON，但不是对象</translation>
     </message>
@@ -1278,6 +1294,10 @@
     <message>
         <source>--from is later than --to</source>
         <translation>--from 晚于 --to</translation>
+    </message>
+    <message>
+        <source>a row of the ledger&apos;s table %1 refers to one of %2 that is not there</source>
+        <translation>账本的表 %1 中有一行引用了表 %2 中不存在的行</translation>
     </message>
     <message>
         <source>warning: the statement has %1 yuan after this row, but its rows come to %2</source>
@@ -1320,24 +1340,20 @@
         <translation>取值 json：过程中也输出 JSON 行。</translation>
     </message>
     <message>
-        <source>followed %1; the fence is %2 now</source>
-        <translation>已接替%1；栅栏号现为 %2</translation>
+        <source>a change was not confirmed by the ledger's database or disk: whether it was made is not known yet. Look before you try again</source>
+        <translation>账本的数据库或磁盘未确认一项更改：尚不清楚更改是否已生效。重试前请先查看</translation>
     </message>
     <message>
-        <source>standing by, %1</source>
-        <translation>待命中，%1</translation>
+        <source>the ledger has no marks of changes yet</source>
+        <translation>账本尚无更改标记</translation>
     </message>
     <message>
-        <source>another trading module serves the ledger %1 on this bus: %2; an order would be placed in both. Give each account a bus or a prefix of its own</source>
-        <translation>这条总线上另有交易模块为账本 %1 服务：%2；一笔委托会记入两个账本。请让每个账户使用自己的总线或前缀</translation>
+        <source>the ledger's server still follows another one</source>
+        <translation>账本的服务器仍在跟随另一台服务器</translation>
     </message>
     <message>
-        <source>the trading module of the ledger %1 is announced on this bus and does not answer: %2. Unless it does, it counts as gone after %3 seconds</source>
-        <translation>账本 %1 的交易模块在这条总线上登记着，但没有应答：%2。若一直没有应答，%3 秒后视为已离开</translation>
-    </message>
-    <message>
-        <source>serving the ledger %1 on the bus of %2, fence %3</source>
-        <translation>正在为账本 %1 服务，总线目录 %2，栅栏号 %3</translation>
+        <source>the file %1, which belongs to the ledger, was removed or replaced. Nothing was changed; end this program, which keeps what is in the ledger, and start it again</source>
+        <translation>属于账本的文件 %1 已被删除或替换。未作任何更改；请结束本程序（账本内容会得到保存）后重新启动</translation>
     </message>
     <message>
         <source>the statement is of the account %1, the ledger of %2: use a ledger of its own, or take it into this one with --account %1</source>
@@ -1394,30 +1410,6 @@
         <translation>警告：对账单在此行之后持有 %1 股 %2，账本为 %3（%4 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
     </message>
     <message>
-        <source>there is no ledger %1; &quot;import FILE&quot; makes one of a statement, &quot;open&quot; of a holding, &quot;serve&quot; or &quot;account --cash&quot; an empty one</source>
-        <translation>没有账本 %1；“import 文件”由对账单建立，“open”由持仓建立，“serve”或“account --cash”建立空账本</translation>
-    </message>
-    <message>
-        <source>a new ledger is made: %1</source>
-        <translation>新建账本：%1</translation>
-    </message>
-    <message>
-        <source>process %1 on %2 gives no sign of life and cannot be ended from here: end it there</source>
-        <translation>主机 %2 上的进程 %1 没有动静，从这里无法结束：请在该主机上结束它</translation>
-    </message>
-    <message>
-        <source>the session of the one that serves is hidden from this database user: if it stood still, nobody would know. Give this user the role pg_read_all_stats, or use the same one</source>
-        <translation>此数据库用户看不到服务者的会话：会话若停滞也无从得知。请授予该用户角色 pg_read_all_stats，或使用同一用户</translation>
-    </message>
-    <message>
-        <source>this database user may not end the session of the one that serves, which gives no sign of life: give it the role pg_signal_backend, or use the same user. %1</source>
-        <translation>服务者的会话没有动静，而此数据库用户无权结束它：请授予角色 pg_signal_backend，或使用同一用户。%1</translation>
-    </message>
-    <message>
-        <source>the session of the one that serves was told to end and does not: its process %1 at the database&apos;s server must be ended there</source>
-        <translation>已通知服务者的会话结束，但它没有结束：请在数据库服务器上结束其进程 %1</translation>
-    </message>
-    <message>
         <source>this is %1, not a text; open it and save it as .xlsx or CSV</source>
         <translation>这是%1，不是文本；请打开后另存为 .xlsx 或 CSV</translation>
     </message>
@@ -1444,6 +1436,22 @@
     <message>
         <source>&quot;%1&quot; is a trade, but the statement has no column of quantities (成交数量): export the executed trades</source>
         <translation>“%1”是交易，但对账单没有成交数量列：请导出成交记录</translation>
+    </message>
+    <message>
+        <source>the ledger %1 cannot be read by this user as long as another program writes it: its newest changes are in %2</source>
+        <translation>其他程序正在写入账本 %1 时，本用户无法读取：最新的更改在 %2 中</translation>
+    </message>
+    <message>
+        <source>the ledger was written while it was read: try again</source>
+        <translation>读取账本时账本被写入：请重试</translation>
+    </message>
+    <message>
+        <source>would complete the fees of %1 already there</source>
+        <translation>将补全已有 %1的费用</translation>
+    </message>
+    <message>
+        <source>movements of money that would be added: %1</source>
+        <translation>将新增资金变动：%1</translation>
     </message>
 </context>
 </TS>

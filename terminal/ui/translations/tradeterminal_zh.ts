@@ -1158,10 +1158,6 @@
         <translation>正报</translation>
     </message>
     <message>
-        <source>working</source>
-        <translation>已报</translation>
-    </message>
-    <message>
         <source>being cancelled</source>
         <translation>已报待撤</translation>
     </message>
@@ -1196,6 +1192,10 @@
     <message>
         <source>confirmed</source>
         <translation>已确认</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>已报</translation>
     </message>
 </context>
 <context>
@@ -1836,6 +1836,33 @@
     <message>
         <source>%1: %2</source>
         <translation>%1：%2</translation>
+    </message>
+</context>
+<context>
+    <name>MarketState</name>
+    <message>
+        <source>Market: not open yet</source>
+        <translation>行情：尚未开盘</translation>
+    </message>
+    <message>
+        <source>Market: %1</source>
+        <translation>行情：%1</translation>
+    </message>
+    <message>
+        <source>Market: no quote since %1</source>
+        <translation>行情：%1 起无报价</translation>
+    </message>
+    <message>
+        <source>Market: lunch break</source>
+        <translation>行情：午间休市</translation>
+    </message>
+    <message>
+        <source>Market: closed</source>
+        <translation>行情：已收盘</translation>
+    </message>
+    <message>
+        <source>The market is open, but nobody tells its prices: look at the program that publishes quotes.</source>
+        <translation>市场正在交易，但没有收到报价：请检查发布行情的程序。</translation>
     </message>
 </context>
 <context>

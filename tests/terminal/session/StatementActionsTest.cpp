@@ -1,5 +1,6 @@
 #include "terminal/session/StatementActions.h"
-#include "terminal/replay/ChartSource.h"
+#include "terminal/live/ChartSource.h"
+#include "terminal/live/Today.h"
 #include "terminal/replay/Replay.h"
 #include "tests/support/TestBroker.h"
 #include "tests/terminal/support/DayAndTime.h"
@@ -65,7 +66,8 @@ protected:
     TestBroker m_broker;
     ScriptedModule m_module{m_broker.address()};
     Replay m_replay{nullptr};
-    ChartSource m_source{DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), &m_replay};
+    Today m_today{&m_replay};
+    ChartSource m_source{DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), &m_today};
     StatementActions m_actions{&m_source};
     bool m_isKnown = true;
     QStringList m_changed;

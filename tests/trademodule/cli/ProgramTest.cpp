@@ -32,7 +32,12 @@ public:
     }
 
     /// True when one more has connected.
-    bool waits() const { return m_server.hasPendingConnections() && m_server.nextPendingConnection() != nullptr; }
+    bool waits() const
+    {
+        // the event loop may have taken it already
+        const bool hasOne = m_server.hasPendingConnections() || m_server.waitForNewConnection(0);
+        return hasOne && m_server.nextPendingConnection() != nullptr;
+    }
 
 private:
     mutable QTcpServer m_server;

@@ -66,6 +66,7 @@ private:
 
     void readAnswered()
     {
+        m_journal.seek(0);
         for (const QByteArray &line : m_journal.readAll().split('\n')) {
             const QList<QByteArray> words = line.split(' ');
             if (words[0] == "placed") {
