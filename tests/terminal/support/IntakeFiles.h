@@ -63,9 +63,12 @@ protected:
 
     QString somethingElse() { return write(QStringLiteral("letter.txt"), "Dear Sir,\nhow are you?\n"); }
 
-    /// What `trademodule` lists of the ledger with this command.
+    /// What `trademodule` lists of the ledger with this command; nothing while there is no ledger.
     QJsonArray listed(const char *command) const
     {
+        if (!QFileInfo::exists(ledger())) {
+            return {};
+        }
         QProcess module;
         module.start(QStringLiteral(TRADEMODULE), {QStringLiteral("--ledger"), ledger(),
                                                    QLatin1String(command), QStringLiteral("--json")});
