@@ -1,6 +1,7 @@
 #include "terminal/snapshot/Snapshot.h"
 
 #include "terminal/answers/ScreenAnswers.h"
+#include "terminal/results/ResultsDesk.h"
 #include "terminal/snapshot/Picture.h"
 #include "terminal/trade/OrderDesk.h"
 
@@ -10,6 +11,7 @@ Snapshot::Snapshot(const Scene &scene, const QString &file, std::chrono::seconds
     : m_window(scene.window),
       m_answers(scene.answers),
       m_desk(scene.desk),
+      m_results(scene.results),
       m_file(file),
       m_watch(scene.chart, scene.overlays, nullptr)
 {
@@ -21,6 +23,9 @@ Snapshot::Snapshot(const Scene &scene, const QString &file, std::chrono::seconds
     connect(m_answers, &ScreenAnswers::newsHeard, &m_watch, &AnswerWatch::takeSharedNews);
     connect(&m_watch, &AnswerWatch::progressed, this, &Snapshot::checkProgress);
     connect(m_desk, &OrderDesk::answered, this, &Snapshot::checkProgress);
+    if (m_results != nullptr) {
+        connect(m_results, &ResultsDesk::came, this, &Snapshot::checkProgress);
+    }
     connect(&m_timeout, &QTimer::timeout, this, &Snapshot::giveUp);
 }
 
@@ -57,6 +62,9 @@ QStringList Snapshot::missing() const
     QStringList missing = m_watch.missing();
     if (!m_desk->isUpToDate()) {
         missing.append(tr("list of orders and positions"));
+    }
+    if (m_results != nullptr && !m_results->isUpToDate()) {
+        missing.append(tr("list of results"));
     }
     return missing;
 }

@@ -15,6 +15,7 @@ class QWidget;
 namespace Terminal {
 
 class OrderDesk;
+class ResultsDesk;
 class ScreenAnswers;
 
 /// What a picture is taken of. Widget, answers and desk must outlive the snapshot.
@@ -25,6 +26,7 @@ struct Scene
     ChartData chart;                  ///< what the window shows
     QStringList overlays;             ///< words of overlayKinds
     OrderDesk *desk = nullptr;        ///< whose orders the window shows
+    ResultsDesk *results = nullptr;   ///< whose results it shows; null: it shows none
 };
 
 /// Waits until every overlay of a window and the panel of orders, when it is shown, have their data and
@@ -78,6 +80,7 @@ private:
     QWidget *m_window;
     ScreenAnswers *m_answers;
     OrderDesk *m_desk;
+    ResultsDesk *m_results;
     QString m_file;
     AnswerWatch m_watch;
     QTimer m_timeout;

@@ -919,6 +919,10 @@
         <source>No picture was written: %1</source>
         <translation>未生成图片：%1</translation>
     </message>
+    <message>
+        <source>list of results</source>
+        <translation>盈亏统计</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TerminalProgram</name>
