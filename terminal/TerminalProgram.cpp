@@ -4,6 +4,7 @@
 #include "terminal/intake/IntakeDoor.h"
 #include "terminal/plugin/OverlayLibrary.h"
 #include "terminal/results/ResultsDock.h"
+#include "terminal/services/BusInstance.h"
 #include "terminal/services/TradeServices.h"
 #include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Snapshot.h"
@@ -27,6 +28,7 @@ enum ExitCode { Done = 0, Failed = 1 };
 DayPlan planOf(const TerminalOptions &options)
 {
     DayPlan plan;
+    plan.ledger = options.ledger;
     plan.replaySpeed = options.replaySpeed;
     plan.replayTo = options.replayTo;
     plan.orders = options.orders;
@@ -84,6 +86,10 @@ QString TerminalProgram::open()
     openSession(folder.value());
     if (!openChart(folder.value().securities().front().code)) {
         return m_window->loadError();
+    }
+    if (takesPicture() && isMissingFile(m_options.ledger)) { // the account that is meant is another one
+        return tr("There is no ledger %1; \"trademodule --ledger %1 import FILE\" makes one of a statement.")
+            .arg(m_options.ledger);
     }
     const QString problem = isReplay() ? m_window->setReplaying(true) : QString();
     if (!problem.isEmpty()) {
@@ -278,7 +284,11 @@ bool TerminalProgram::asksTradeModule() const
 void TerminalProgram::showWindow()
 {
     connect(qApp, &QCoreApplication::aboutToQuit, this, &TerminalProgram::rememberWindow);
+    const bool isNewAccount = isMissingFile(m_options.ledger); // until the trading module makes it
     m_window->show();
+    if (isNewAccount) {
+        tell(tr("There is no ledger %1 yet: a new account is made there.").arg(m_options.ledger));
+    }
 }
 
 void TerminalProgram::rememberWindow()
@@ -293,10 +303,11 @@ void TerminalProgram::startSnapshot()
     // Laid out as on a screen, before the overlays ask where things are.
     m_window->ensurePolished();
     m_window->grab();
-    m_snapshot = std::make_unique<Snapshot>(
-        Scene{m_window.get(), m_window->answers(), m_window->chart()->data(), m_options.overlays,
-              m_session->desk(), m_options.results ? m_window->results()->desk() : nullptr},
-        m_options.snapshotFile, m_options.timeout);
+    m_snapshot =
+        std::make_unique<Snapshot>(Scene{m_window.get(), m_window->answers(), m_window->chart()->data(),
+                                         m_options.overlays, m_session->desk(), m_session->statementActions(),
+                                         m_options.results ? m_window->results()->desk() : nullptr},
+                                   m_options.snapshotFile, m_options.timeout);
     wireSnapshot();
     if (asksTradeModule()) {
         m_snapshot->setHindrance(tr("trading module that answers on the bus"));

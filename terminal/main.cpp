@@ -4,6 +4,7 @@
 #include "terminal/bars/BarsCommand.h"
 #include "terminal/ui/InterfaceLanguage.h"
 #include "trading/ExchangeTime.h"
+#include "trading/HiddenPasswords.h"
 
 #include <QApplication>
 #include <QLocale>
@@ -64,6 +65,7 @@ int main(int argc, char *argv[])
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
 
     const QStringList words = wordsOf(argc, argv);
+    Trading::hidePasswords(argc, argv);
     if (words.value(1) == QLatin1String("bars")) {
         return runCommand(words);
     }

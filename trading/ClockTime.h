@@ -42,6 +42,9 @@ public:
     constexpr int number() const { return m_number; } ///< hhmmsscc
     /// Whole minutes since midnight.
     constexpr int minute() const { return m_number / 1000000 * 60 + m_number / 10000 % 100; }
+    /// The end of the minute that is under way, in minutes since midnight: of 09:30:00 that of 09:30, and of
+    /// any time after it within the minute that of 09:31.
+    constexpr int endMinute() const { return minute() + (m_number % 10000 > 0 ? 1 : 0); }
     std::string digits() const; ///< "09301500", as messages have it
     QString text() const { return QString::fromStdString(digits()); }
     QString colonText() const; ///< "09:30:15", for people

@@ -167,6 +167,21 @@ const RecordShape &account()
     return shape;
 }
 
+const RecordShape &receivedAction()
+{
+    static const RecordShape shape{
+        "What was received on a day",
+        {{ActionFields::DATE, JsonType::Text, Form::Day, required, WhenWrong::SkippedRow,
+          "day on which it was booked"},
+         {ActionFields::HELD, JsonType::Text, Form::Whole, required, WhenWrong::SkippedRow,
+          "shares at the end of the day before, for which it was received"},
+         {ActionFields::CASH, JsonType::Text, Form::Amount, required, WhenWrong::SkippedRow,
+          "dividends in yuan"},
+         {ActionFields::BONUS, JsonType::Text, Form::Amount, required, WhenWrong::SkippedRow,
+          "whole number of shares received for nothing; below 0 where shares were put together"}}};
+    return shape;
+}
+
 /// What the text of a column must be.
 Form formOf(ResultKind kind)
 {
@@ -376,7 +391,7 @@ MessageRow presence()
              {VERSION, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of the program"},
              {PROTOCOL, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of questions and answers"},
              {CAN, JsonType::Texts, Form::Any, optional, WhenWrong::Nothing,
-              "what it can do beyond the first protocol: \"clientno\""},
+              "what it can do beyond the first protocol: \"clientno\", \"actions\""},
              {HOST, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "the machine it runs on"},
              {PROCESS, JsonType::Number, Form::Any, optional, WhenWrong::Nothing, "its process there"},
              {SINCE, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
@@ -396,16 +411,17 @@ MessageRow quote()
     return {MessageRole::Quote,
             Topic::QUOTE,
             nullptr,
-            "a bar of the market, for the paper exchange",
+            "a bar of the market, complete or as far as it is made; for charts and the paper exchange",
             {{STKCODE, JsonType::Text, Form::Filled, required, WhenWrong::WarnedOf, "security"},
              {MARKET, JsonType::Text, Form::AnyMarket, required, WhenWrong::WarnedOf, "its market"},
              {QuoteFields::DATE, JsonType::Text, Form::Day, required, WhenWrong::WarnedOf, "day of the bar"},
-             {TIME, JsonType::Text, Form::QuoteTime, required, WhenWrong::WarnedOf, "end of the bar"},
+             {TIME, JsonType::Text, Form::QuoteTime, required, WhenWrong::WarnedOf,
+              "end of the bar, or a time within its minute: up to then it is told"},
              price(OPEN, "open"),
              price(HIGH, "high"),
              price(LOW, "low"),
              price(CLOSE, "close"),
-             price(VOLUME, "shares"),
+             price(VOLUME, "shares since the minute began"),
              price(PRECLOSE, "close of the day before", optional),
              {RECORDED, JsonType::Text, Form::Day, optional, WhenWrong::Nothing,
               "in the quotes of a replay: the day that it plays as \"date\""}}};
@@ -458,6 +474,8 @@ const std::vector<MessageRow> &messageTable()
         answer(RESULTS, {JsonType::Record, results()}, {costMethod()}),
         question(COSTMETHOD, "reckons all costs in another way", methodAsked()),
         answer(COSTMETHOD, {JsonType::Record, chosenMethod()}),
+        question(CORPORATEACTIONS, "dividends and bonus shares that the account received, oldest first"),
+        answer(CORPORATEACTIONS, {JsonType::Rows, receivedAction()}),
         notification(),
         presence(),
         quote(),

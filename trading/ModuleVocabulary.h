@@ -26,6 +26,8 @@ inline constexpr const char *ENTRUSTPLACE = "EntrustPlace"; ///< place an order
 inline constexpr const char *ACCOUNTINFO = "AccountInfo";   ///< the account's cash and what it holds
 inline constexpr const char *RESULTS = "Results";           ///< what sales earned, a part of a list
 inline constexpr const char *COSTMETHOD = "CostMethod";     ///< reckon costs in another way
+/// What the account received for the shares it held: dividends, bonus shares
+inline constexpr const char *CORPORATEACTIONS = "CorporateActions";
 } // namespace CmdType
 
 /// Keys of the question ENTRUSTPLACE besides those that every trading module shares.
@@ -52,6 +54,7 @@ inline constexpr const char *LEDGER = "ledger";     ///< where its ledger is, fo
 /// What a module says in its presence that it can do beyond the first one of its protocol.
 namespace Capability {
 inline constexpr const char *CLIENTNO = "clientno"; ///< ENTRUSTPLACE knows the asker's number
+inline constexpr const char *ACTIONS = "actions";   ///< it answers CORPORATEACTIONS
 } // namespace Capability
 
 /// Keys of a quote besides "stkcode" and "market". Prices are texts in yuan.
@@ -67,6 +70,15 @@ inline constexpr const char *PRECLOSE = "preclose"; ///< close of the day before
 inline constexpr const char *RECORDED =
     "recorded"; ///< the day that is replayed as "date"; of a replay's quotes only
 } // namespace QuoteFields
+
+/// Keys of a row of the answer to CORPORATEACTIONS. All values are texts.
+namespace ActionFields {
+inline constexpr const char *DATE = "date"; ///< yyyymmdd, the day on which it was booked
+inline constexpr const char *HELD =
+    "held"; ///< shares at the end of the day before, for which it was received
+inline constexpr const char *CASH = "cash";   ///< dividends in yuan
+inline constexpr const char *BONUS = "bonus"; ///< shares for nothing; below 0 where shares were put together
+} // namespace ActionFields
 
 /// Keys of the question RESULTS and of its answer's "data". The rows have the keys of ResultColumns.h.
 namespace ResultsFields {

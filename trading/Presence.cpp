@@ -43,6 +43,12 @@ QDateTime timeOf(const QJsonValue &value)
 
 } // namespace
 
+QString TradePresence::account() const
+{
+    const bool isFile = ledger.startsWith(QLatin1Char('/'));
+    return isFile ? host + ledger : ledger;
+}
+
 TradePresence TradePresence::ended() const
 {
     TradePresence offline;
@@ -102,11 +108,8 @@ bool replaces(const TradePresence &heard, const std::optional<TradePresence> &kn
 
 bool isOfAnotherLedger(const TradePresence &own, const TradePresence &heard)
 {
-    if (!heard.isOnline || heard.instance == own.instance || heard.ledger.isEmpty()) {
-        return false;
-    }
-    const bool isFile = own.ledger.startsWith(QLatin1Char('/'));
-    return heard.ledger != own.ledger || (isFile && heard.host != own.host);
+    return heard.isOnline && heard.instance != own.instance && !heard.ledger.isEmpty() &&
+           heard.account() != own.account();
 }
 
 bool isHiddenBy(const TradePresence &own, const TradePresence &heard)

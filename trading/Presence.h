@@ -12,8 +12,8 @@ namespace Trading {
 /// What a serving trading module says of itself, retained on channel "Global", topic "TradePresence": that it
 /// is there, which version it is and what it can do. The broker says the offline word for one that died:
 ///
-///     {"instance":"5f0c…","online":true,"version":"0.1.0","protocol":"1","can":["clientno"],"host":"desk",
-///      "process":1234,"since":"2026-11-22T09:30:00Z","fence":7,"readonly":false,"ledger":"/home/me/account.db"}
+///     {"instance":"5f0c…","online":true,"version":"0.1.0","protocol":"1","can":["clientno","actions"],
+///      "host":"desk","process":1234,"since":"2026-11-22T09:30:00Z","fence":7,"readonly":false,"ledger":"/home/me/account.db"}
 ///     {"instance":"5f0c…","online":false,"fence":7}
 ///
 /// Words of modules that followed one another on a ledger may come in any order: see replaces().
@@ -32,6 +32,9 @@ struct TradePresence
     QDateTime since;         ///< when it began to serve, in UTC
     bool isReadOnly = false; ///< answers questions, takes neither orders nor cancellations
     QString ledger;          ///< where its ledger is, for people to read
+
+    /// Which ledger it is among those of all machines: of a file, its host is part of it.
+    QString account() const;
 
     /// What is said once this one has ended.
     TradePresence ended() const;

@@ -1,5 +1,6 @@
-# What the demo shows: sourced by scripts/demo and by the test of its pictures, after machine.sh. Requires
-# `programs`, the folder of the built programs, and `out`, the folder of the ledger and the pictures.
+# What the demo shows: sourced by scripts/demo, scripts/guide-pictures and the test of its pictures, after
+# machine.sh. Requires `programs`, the folder of the built programs, and `out`, the folder of the ledger and the
+# pictures.
 
 # Makes a fresh ledger out of the sample statement.
 fill_ledger() {
@@ -55,6 +56,7 @@ render_pictures() {
     picture trades-light --code 000001 --overlays cost,trades --theme light
     picture combined-cost --code 600536 --overlays combined-cost
     picture combined-trades --code 000001 --period minute --day 20180104 --overlays combined-trades
+    picture overlays --code 600536 --overlays cost,trades,combined-cost,combined-trades
     replay orders --code 600536 --day 20230711 --overlays cost,orders --replay-to 1335 \
         "${morning[@]}" "${afternoon[@]}"
     replay orders-light --code 000001 --day 20180115 --overlays orders --replay-to 1120 --theme light \

@@ -349,6 +349,7 @@ void BarImport::keep(const BarImportPlan &plan)
         m_files[file.name] = file.content;
     }
     add(plan.security, &m_securities);
+    add(plan.security, &*m_known);
 }
 
 Loaded<BarImportPlan> BarImport::plan(const QString &file, const BarImportOptions &options)
@@ -358,11 +359,14 @@ Loaded<BarImportPlan> BarImport::plan(const QString &file, const BarImportOption
     if (!sheet) {
         return failure(sheet.error());
     }
-    const auto known = securities();
-    if (!known) {
-        return failure(known.error());
+    if (!m_known) {
+        const auto listed = securities();
+        if (!listed) {
+            return failure(listed.error());
+        }
+        m_known = listed.value();
     }
-    const auto security = settleSecurity(file, sheet.value(), known.value(), options);
+    const auto security = settleSecurity(file, sheet.value(), *m_known, options);
     if (!security) {
         return failure(security.error());
     }
@@ -404,8 +408,8 @@ QString BarImport::write(const GoesOn &goesOn)
     m_before.clear();
     SaveFiles files;
     const auto take = [&](const QString &name, const QByteArray &content) {
-        const QString problem = noteBefore(name);
-        return problem.isEmpty() ? prepare(path(name), content, &files) : problem;
+        const QString problem = prepare(path(name), content, &files);
+        return problem.isEmpty() ? noteBefore(name) : problem;
     };
     int done = 0;
     for (const auto &[name, content] : m_files) {

@@ -82,6 +82,7 @@ private:
     QString m_folder;
     std::map<QString, QByteArray> m_files; ///< planned, by their names
     Securities m_securities;               ///< of the planned files
+    std::optional<Securities> m_known;     ///< with those of the folder; read once, for thousands of files
     /// What write() found in the places of its files, by their names; nothing where no file was.
     std::map<QString, std::optional<QByteArray>> m_before;
 };

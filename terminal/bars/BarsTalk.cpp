@@ -150,14 +150,13 @@ private:
         for (auto name = names.begin(); name != names.end(); ++name) {
             m_names.insert(name.key(), name.value().toString());
         }
-        QJsonArray planned;
-        for (const auto &file : files) {
-            planned.append(planOf(file.toObject()));
-            if (!goesOn("reading", planned.size(), files.size())) {
+        for (int i = 0; i < files.size(); ++i) {
+            if (!goesOn("reading", i, files.size())) {
                 return {{named("cancelled"), true}};
             }
+            JsonLines::write({{named("plan"), planOf(files.at(i).toObject())}});
         }
-        return {{named("planned"), planned}};
+        return {{named("planned"), files.size()}};
     }
 
     Json planOf(const Json &file)

@@ -21,8 +21,9 @@ struct LedgerSays
     QString summary; ///< without warnings
 };
 
-/// Compares bars of days with the trades of the ledger, and fails when it cannot be read. Of minutes a ledger
-/// says nothing: its times need not be the exchange's. Blocks, see ledgerFills().
+/// Compares the days of bars, or of their minutes, with the trades of the ledger, and fails when it cannot be
+/// read. A trade is not compared with its minute: a ledger's times need not be the exchange's. Blocks, see
+/// ledgerFills().
 Loaded<LedgerSays> comparedWithLedger(const LedgerOfTrades &ledger, const BarImportPlan &plan);
 
 } // namespace Terminal

@@ -1,11 +1,14 @@
 #include "terminal/bars/LedgerFills.h"
 
+#include "trading/HiddenPasswords.h"
+
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QUrl>
 
 #include <chrono>
 
@@ -24,6 +27,18 @@ QString text(const char *source)
 std::optional<Trading::TradingDate> dayIn(const QJsonObject &trade)
 {
     return Trading::TradingDate::ofText(trade[QLatin1String("date")].toString().remove(QLatin1Char('-')));
+}
+
+bool isAddress(const QString &ledger)
+{
+    return ledger.startsWith(QLatin1String("postgresql://")) ||
+           ledger.startsWith(QLatin1String("postgres://"));
+}
+
+/// For messages: without a password.
+QString shown(const QString &ledger)
+{
+    return isAddress(ledger) ? QUrl(ledger).toDisplayString() : ledger;
 }
 
 } // namespace
@@ -51,11 +66,10 @@ std::optional<Fills> fillsIn(const QByteArray &json, const Trading::SecurityId &
 
 QString missingLedger(const QString &ledger)
 {
-    const bool isInDatabase =
-        ledger.startsWith(QLatin1String("postgresql://")) || ledger.startsWith(QLatin1String("postgres://"));
-    return isInDatabase || QFileInfo::exists(ledger) ? QString()
-                                                     : text("the trades of ledger %1 could not be read: %2")
-                                                           .arg(ledger, text("there is no such file"));
+    return isAddress(ledger) || QFileInfo::exists(ledger)
+               ? QString()
+               : text("the trades of ledger %1 could not be read: %2")
+                     .arg(ledger, text("there is no such file"));
 }
 
 Loaded<Fills> ledgerFills(const QString &moduleProgram, const QString &ledger,
@@ -63,18 +77,23 @@ Loaded<Fills> ledgerFills(const QString &moduleProgram, const QString &ledger,
 {
     constexpr std::chrono::milliseconds patience{30000};
     QProcess module;
-    module.start(moduleProgram, {QStringLiteral("--ledger"), ledger, QStringLiteral("trades"),
-                                 QStringLiteral("--json"), QStringLiteral("--code"), security.code});
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QLatin1String(Trading::ledgerVariable), ledger);
+    module.setProcessEnvironment(environment);
+    module.start(moduleProgram, {QStringLiteral("trades"), QStringLiteral("--json"), QStringLiteral("--code"),
+                                 security.code});
     const bool hasEnded = module.waitForFinished(static_cast<int>(patience.count()));
     if (!hasEnded || module.exitStatus() != QProcess::NormalExit || module.exitCode() != 0) {
         const QString reason = QString::fromUtf8(module.readAllStandardError()).trimmed();
-        return Loaded<Fills>::failure(text("the trades of ledger %1 could not be read: %2")
-                                          .arg(ledger, reason.isEmpty() ? module.errorString() : reason));
+        return Loaded<Fills>::failure(
+            text("the trades of ledger %1 could not be read: %2")
+                .arg(shown(ledger), reason.isEmpty() ? module.errorString() : reason));
     }
     const auto fills = fillsIn(module.readAllStandardOutput(), security);
-    return fills ? Loaded<Fills>(*fills)
-                 : Loaded<Fills>::failure(
-                       text("the trades of ledger %1 could not be read: %2").arg(ledger, moduleProgram));
+    return fills
+               ? Loaded<Fills>(*fills)
+               : Loaded<Fills>::failure(
+                     text("the trades of ledger %1 could not be read: %2").arg(shown(ledger), moduleProgram));
 }
 
 } // namespace Terminal

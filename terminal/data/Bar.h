@@ -20,6 +20,13 @@ struct Bar
     double volume = 0;
 
     bool rises() const { return close >= open; }
+
+    friend bool operator==(const Bar &a, const Bar &b)
+    {
+        return a.date == b.date && a.minute == b.minute && a.open == b.open && a.high == b.high &&
+               a.low == b.low && a.close == b.close && a.volume == b.volume;
+    }
+    friend bool operator!=(const Bar &a, const Bar &b) { return !(a == b); }
 };
 
 /// The trading day of a bar; requires one that has a day.

@@ -45,6 +45,44 @@ void extendBar(Bar &bar, const Bar &next)
     bar.volume += next.volume;
 }
 
+Bars joinDays(const Bars &days, ChartPeriod period)
+{
+    switch (period) {
+    case ChartPeriod::Week:
+        return toWeeks(days);
+    case ChartPeriod::Month:
+        return toMonths(days);
+    case ChartPeriod::Day:
+    case ChartPeriod::Minute:
+        break;
+    }
+    return days;
+}
+
+Bars toDays(const Bars &minutes)
+{
+    Bars days = joinSpans(minutes, [](const Bar &minute) { return qint64(minute.date); });
+    for (Bar &day : days) {
+        day.minute = 0;
+    }
+    return days;
+}
+
+bool isOfSameSpan(const Bar &a, const Bar &b, ChartPeriod period)
+{
+    switch (period) {
+    case ChartPeriod::Week:
+        return weekOf(a) == weekOf(b);
+    case ChartPeriod::Month:
+        return monthOf(a) == monthOf(b);
+    case ChartPeriod::Day:
+        return a.date == b.date;
+    case ChartPeriod::Minute:
+        break;
+    }
+    return a.date == b.date && a.minute == b.minute;
+}
+
 Bars toWeeks(const Bars &days)
 {
     return joinSpans(days, weekOf);

@@ -51,20 +51,6 @@ bool isCloseBefore(Trading::TradingDate day, const Bar &bar)
     return day <= dayOf(bar).plusDays(longestClosure);
 }
 
-Bars joined(Bars days, ChartPeriod period)
-{
-    switch (period) {
-    case ChartPeriod::Day:
-    case ChartPeriod::Minute:
-        break;
-    case ChartPeriod::Week:
-        return toWeeks(days);
-    case ChartPeriod::Month:
-        return toMonths(days);
-    }
-    return days;
-}
-
 } // namespace
 
 double ChartData::shownPrice(double price, Trading::TradingDate day) const
@@ -108,6 +94,15 @@ Loaded<DataFolder> DataFolder::open(const QString &path)
     return folder;
 }
 
+bool DataFolder::setBookedActions(const QString &code, const BookedActions &booked)
+{
+    if (m_booked.value(code) == booked) {
+        return false;
+    }
+    m_booked[code] = booked;
+    return true;
+}
+
 std::vector<Trading::TradingDate> DataFolder::minuteDays(const QString &code) const
 {
     return m_recordedDays.of(code);
@@ -145,7 +140,7 @@ Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period,
 void DataFolder::takeBars(const Bars &bars, ChartData *data) const
 {
     const bool isAdjusted = data->view == PriceView::Adjusted;
-    data->bars = joined(isAdjusted ? data->adjustment.adjusted(bars) : bars, data->period);
+    data->bars = joinDays(isAdjusted ? data->adjustment.adjusted(bars) : bars, data->period);
     if (data->period == ChartPeriod::Minute) {
         const Trading::TradingDate day = dayOf(bars.front());
         const auto close = closeBefore(data->security.code, day, data->adjustment, data->priceDecimals);
@@ -165,6 +160,21 @@ QString DataFolder::dailyFile(const QString &code) const
     return m_dir.filePath(QStringLiteral("daily/%1.csv").arg(code));
 }
 
+QString DataFolder::minuteFile(const QString &code, Trading::TradingDate day) const
+{
+    return m_dir.filePath(QStringLiteral("minute/%1_%2.csv").arg(code, day.text()));
+}
+
+FileStamp DataFolder::dailyStamp(const QString &code) const
+{
+    return FileStamp::of(dailyFile(code));
+}
+
+FileStamp DataFolder::minuteStamp(const QString &code, Trading::TradingDate day) const
+{
+    return FileStamp::of(minuteFile(code, day));
+}
+
 /// None where they cannot be read.
 Bars DataFolder::dailyBars(const QString &code) const
 {
@@ -173,31 +183,36 @@ Bars DataFolder::dailyBars(const QString &code) const
 
 KnownAdjustment DataFolder::adjustmentOf(const QString &code, Trading::TradingDate day) const
 {
+    const auto ofFile = readActionFile(m_dir.filePath(QStringLiteral("actions/%1.csv").arg(code)),
+                                       SecurityCode::of(withMarket(code, m_securities)));
+    const KnownActions told = knownActions(ofFile.value(), m_booked.value(code));
     KnownAdjustment known;
-    const auto actions = readActionFile(m_dir.filePath(QStringLiteral("actions/%1.csv").arg(code)),
-                                        SecurityCode::of(withMarket(code, m_securities)));
-    if (!actions || actions.value().empty()) {
-        known.error = actions.error();
-        return known;
+    known.error = ofFile.error();
+    known.remarks = told.remarks;
+    if (ofFile && !told.actions.empty()) {
+        adjustBy(told.actions, code, day, &known);
     }
+    return known;
+}
+
+void DataFolder::adjustBy(const CorporateActions &actions, const QString &code, Trading::TradingDate day,
+                          KnownAdjustment *known) const
+{
     BarHints hints;
     hints.security = SecurityCode::of(withMarket(code, m_securities));
     const BarSheet daily = readBarFile(dailyFile(code), hints).value();
     if (daily.prices == PriceKind::Adjusted) {
-        known.remarks.append(
+        known->remarks.append(
             text("%1: its prices are adjusted already, so they are shown as they are").arg(dailyFile(code)));
-        return known;
+        return;
     }
     const auto lastBar = [&](Trading::TradingDate next) { return lastBarBefore(code, daily.bars, next); };
-    const auto latest = lastBar(Trading::TradingDate::last());
-    if (!latest) {
-        return known;
+    if (const auto latest = lastBar(Trading::TradingDate::last())) {
+        const auto lastDay = isCloseBefore(day, *latest) ? std::max(day, dayOf(*latest)) : dayOf(*latest);
+        const auto adjustment = PriceAdjustment::of(actions, lastDay, lastBar);
+        known->error = adjustment.error();
+        known->adjustment = adjustment.value();
     }
-    const auto lastDay = isCloseBefore(day, *latest) ? std::max(day, dayOf(*latest)) : dayOf(*latest);
-    const auto adjustment = PriceAdjustment::of(actions.value(), lastDay, lastBar);
-    known.error = adjustment.error();
-    known.adjustment = adjustment.value();
-    return known;
 }
 
 Bars DataFolder::lastRecordedDayBefore(const QString &code, Trading::TradingDate day) const
@@ -239,8 +254,7 @@ Loaded<Bars> DataFolder::loadMinutes(const QString &code, std::optional<Trading:
     if (!day) {
         return Loaded<Bars>::failure(text("%1: there are no minute bars of %2").arg(m_dir.path(), code));
     }
-    const QString file = m_dir.filePath(QStringLiteral("minute/%1_%2.csv").arg(code, day->text()));
-    auto minutes = readMinuteBars(file, day->number(), withMarket(code, m_securities));
+    auto minutes = readMinuteBars(minuteFile(code, *day), day->number(), withMarket(code, m_securities));
     return minutes ? Loaded<Bars>(withAuctionBar(minutes.value())) : minutes;
 }
 

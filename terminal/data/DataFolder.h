@@ -1,7 +1,9 @@
 #pragma once
 
 #include "terminal/data/Bar.h"
+#include "terminal/data/BookedAction.h"
 #include "terminal/data/ChartPeriod.h"
+#include "terminal/data/FileStamp.h"
 #include "terminal/data/PriceAdjustment.h"
 #include "terminal/data/PriceDecimals.h"
 #include "terminal/data/PriceView.h"
@@ -10,12 +12,22 @@
 #include "trading/TradingDate.h"
 
 #include <QDir>
+#include <QHash>
 
 #include <cstdint>
 #include <optional>
 #include <vector>
 
 namespace Terminal {
+
+/// What a chart of days or longer has of the span that today is in, the quotes of today left aside.
+struct SpanOfToday
+{
+    std::optional<Bar> before; ///< the days of the span before today, as one bar
+    std::optional<Bar> row;    ///< today's row of the data folder
+    /// Until when the row can tell of today: it was written then, at the latest.
+    std::optional<Trading::ClockTime> rowTime;
+};
 
 /// What one chart shows: a security and its loaded bars.
 struct ChartData
@@ -28,6 +40,7 @@ struct ChartData
     /// Of a minute chart: the close of the trading day before, see DataFolder::closeBefore().
     std::optional<double> previousClose = {};
     int priceDecimals = usualPriceDecimals; ///< that its prices are shown with
+    SpanOfToday today = {};                 ///< of a chart of days or longer, see ChartSource
     PriceView view = PriceView::Raw;        ///< of its bars and of previousClose
     PriceAdjustment adjustment = {};        ///< of the security, whichever view is shown
     QStringList remarks = {};               ///< what the user should know of the view's prices
@@ -53,6 +66,13 @@ public:
 
     const Securities &securities() const { return m_securities; }
 
+    /// What the account's statements tell of a security's corporate actions; it is added to those of its file
+    /// in charts that are loaded from now on. False when it was known.
+    bool setBookedActions(const QString &code, const BookedActions &booked);
+
+    /// Takes over what statements told another folder.
+    void keepBookedActions(const DataFolder &other) { m_booked = other.m_booked; }
+
     /// The recorded days of `code`, oldest first.
     std::vector<Trading::TradingDate> minuteDays(const QString &code) const;
 
@@ -69,7 +89,12 @@ public:
     /// `day`: an older price says nothing.
     std::optional<double> closeBefore(const QString &code, Trading::TradingDate day) const;
 
+    /// What the file of the daily bars and that of a day's minutes look like now.
+    FileStamp dailyStamp(const QString &code) const;
+    FileStamp minuteStamp(const QString &code, Trading::TradingDate day) const;
+
 private:
+    QString minuteFile(const QString &code, Trading::TradingDate day) const;
     QString dailyFile(const QString &code) const;
     Bars dailyBars(const QString &code) const;
     Bars lastRecordedDayBefore(const QString &code, Trading::TradingDate day) const;
@@ -78,6 +103,8 @@ private:
                                       const PriceAdjustment &adjustment, int decimals) const;
     /// By the actions up to the last bar and, where that is the close before it, up to `day`.
     KnownAdjustment adjustmentOf(const QString &code, Trading::TradingDate day) const;
+    void adjustBy(const CorporateActions &actions, const QString &code, Trading::TradingDate day,
+                  KnownAdjustment *known) const;
     void takeBars(const Bars &bars, ChartData *data) const;
     /// Raw; of days for weeks and months, too.
     Loaded<Bars> loadBars(const QString &code, ChartPeriod period,
@@ -86,7 +113,8 @@ private:
 
     QDir m_dir;
     Securities m_securities;
-    mutable RecordedDays m_recordedDays; ///< what was listed of the folder last
+    QHash<QString, BookedActions> m_booked; ///< by code
+    mutable RecordedDays m_recordedDays;    ///< what was listed of the folder last
 };
 
 } // namespace Terminal

@@ -40,12 +40,22 @@ public:
     double referencePrice(double close, Trading::TradingDate before, Trading::TradingDate day,
                           int decimals) const;
 
+    friend bool operator==(const PriceAdjustment &a, const PriceAdjustment &b)
+    {
+        return a.m_steps == b.m_steps;
+    }
+
 private:
     /// From the ex-date of the step before to the day before its own, prices have this factor.
     struct Step
     {
         Trading::TradingDate exDate;
         double factor;
+
+        friend bool operator==(const Step &a, const Step &b)
+        {
+            return a.exDate == b.exDate && a.factor == b.factor;
+        }
     };
 
     std::vector<Step> m_steps; ///< oldest first

@@ -1,6 +1,11 @@
 #pragma once
 
 #include "terminal/data/Bar.h"
+#include "trading/ClockTime.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
 
 namespace Terminal {
 
@@ -19,6 +24,20 @@ bool isClosedWeekend(Trading::TradingDate day);
 
 /// True when a bar of a trading day may end at `minute` (minutes since midnight).
 bool isTradingMinute(int minute);
+
+/// The parts of a trading day.
+enum class Session { BeforeOpen, Open, Break, Closed };
+
+/// The part that a minute is in, in minutes since midnight; the auctions are Open.
+Session sessionAt(int minute);
+
+/// The bar that a quote of this time is of, by its minute: the one that ends with the minute that is under
+/// way. From 09:25 on it is that of the opening auction, and up to a minute after a session its last one, for
+/// the last word is often some seconds late. Nothing at any other time.
+std::optional<int> minuteOfQuote(Trading::ClockTime time);
+
+/// The minutes of a full day that come after `minute`.
+std::vector<std::int32_t> tradingMinutesAfter(int minute);
 
 /// The minutes of one day with a bar for the opening auction: where the recording has none, one is
 /// made, flat at the first open and without volume. Requires at least one bar.

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QJsonArray>
+#include <QRegularExpression>
 
 namespace Terminal {
 
@@ -50,14 +51,29 @@ QStringList factsOf(const QJsonObject &planned)
     return facts;
 }
 
+/// What stands above a column of the folder's own form.
+QString columnTitle(const QString &column)
+{
+    static const QHash<QString, const char *> titles = {
+        {QStringLiteral("date"), QT_TRANSLATE_NOOP("BarsReport", "Date")},
+        {QStringLiteral("time"), QT_TRANSLATE_NOOP("BarsReport", "Time")},
+        {QStringLiteral("open"), QT_TRANSLATE_NOOP("BarsReport", "Open")},
+        {QStringLiteral("high"), QT_TRANSLATE_NOOP("BarsReport", "High")},
+        {QStringLiteral("low"), QT_TRANSLATE_NOOP("BarsReport", "Low")},
+        {QStringLiteral("close"), QT_TRANSLATE_NOOP("BarsReport", "Close")},
+        {QStringLiteral("volume"), QT_TRANSLATE_NOOP("BarsReport", "Volume")},
+    };
+    const char *const title = titles.value(column, nullptr);
+    return title == nullptr ? column : text(title);
+}
+
 FileReport refusalOf(const QJsonObject &planned)
 {
     FileReport report;
-    QString reason = word(planned, "refused");
-    const QString place = word(planned, "file");
-    if (reason.startsWith(place + QLatin1Char(':'))) {
-        reason = reason.mid(place.size() + 1).trimmed(); // the list names the file
-    }
+    // The list names the file.
+    const QRegularExpression place(
+        QStringLiteral(u"^%1[:：]\\s*").arg(QRegularExpression::escape(word(planned, "file"))));
+    const QString reason = word(planned, "refused").remove(place);
     report.refusals = QStringList(inWordsOfTheWindow(reason, FileKind::BarTable));
     report.asks = words(planned[QLatin1String("asks")]);
     report.isUnknown = report.asks.isEmpty();
@@ -75,7 +91,9 @@ FileReport barsReport(const QJsonObject &planned)
     report.heading = QStringLiteral("%1 %2").arg(word(planned, "security"), word(planned, "name"));
     report.facts = factsOf(planned);
     report.warnings = words(planned[QLatin1String("warnings")]);
-    report.columns = words(planned[QLatin1String("columns")]);
+    for (const QString &column : words(planned[QLatin1String("columns")])) {
+        report.columns.append(columnTitle(column));
+    }
     for (const auto &row : planned[QLatin1String("rows")].toArray()) {
         report.rows.push_back(words(row));
     }

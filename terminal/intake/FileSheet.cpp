@@ -65,8 +65,11 @@ FileSheet::FileSheet(QWidget *parent) : QScrollArea(parent)
 void FileSheet::showFile(const IntakeFile &file, bool isOpen, bool hidesAmounts)
 {
     const QWidget *const focus = QApplication::focusWidget();
-    const QString inFocus = focus != nullptr && isAncestorOf(focus) ? focus->objectName() : QString();
+    if (focus != nullptr && isAncestorOf(focus)) {
+        m_inFocus = focus->objectName();
+    }
     auto *const sheet = new QWidget;
+    sheet->setObjectName(QStringLiteral("fileSheetPage"));
     m_column = new QVBoxLayout(sheet);
     m_column->setSpacing(4);
     m_column->setContentsMargins(margin, margin, margin, margin);
@@ -91,8 +94,10 @@ void FileSheet::showFile(const IntakeFile &file, bool isOpen, bool hidesAmounts)
         before->deleteLater(); // it may be one of its fields that has told of a change
     }
     setWidget(sheet);
-    if (auto *const field = inFocus.isEmpty() ? nullptr : sheet->findChild<QWidget *>(inFocus)) {
+    auto *const field = m_inFocus.isEmpty() ? nullptr : sheet->findChild<QWidget *>(m_inFocus);
+    if (field != nullptr && isOpen) { // else it comes back when the file has been looked at
         field->setFocus();
+        m_inFocus.clear();
     }
 }
 

@@ -43,6 +43,7 @@ private:
     void addRows(const FileReport &report, bool hidesAmounts);
 
     QVBoxLayout *m_column = nullptr;
+    QString m_inFocus; ///< name of the field that had the keyboard
 };
 
 } // namespace Terminal

@@ -2,7 +2,6 @@
 
 #include "terminal/intake/BarsReport.h"
 #include "terminal/intake/StatementReport.h"
-#include "terminal/services/BusInstance.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -31,16 +30,6 @@ FileReport failureReport(const QString &reason)
     report.refusals = QStringList(reason);
     report.isUnknown = true;
     return report;
-}
-
-/// For a child that is to meet the charts that show the account.
-QProcessEnvironment environmentOf(const IntakePlan &plan)
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    if (!plan.busInstance.isEmpty()) {
-        environment.insert(QLatin1String(busInstanceVariable), plan.busInstance);
-    }
-    return environment;
 }
 
 QJsonObject requestFor(const IntakeFile &file)
@@ -84,33 +73,26 @@ void Intake::enter(Stage stage)
 
 void Intake::add(const QStringList &paths)
 {
-    for (const QString &path : paths) {
-        if (QFileInfo(path).isDir()) {
-            m_folders.append(path);
-        } else {
-            addFile(path);
-        }
-    }
-    m_folders.isEmpty() ? lookNext() : m_gathering.start();
-    if (!m_folders.isEmpty()) {
-        enter(Stage::Gathering);
-    }
+    m_pending += paths;
+    enter(Stage::Gathering);
+    m_gathering.start();
 }
 
-void Intake::addFile(const QString &path)
+void Intake::addFile(const QString &path, FileKind kind)
 {
     const QString place = QFileInfo(path).canonicalFilePath();
     if (m_paths.contains(place)) {
         return;
     }
     m_paths.insert(place);
+    m_byPath.insert(path, static_cast<int>(m_files.size()));
     IntakeFile file;
     file.path = path;
-    file.kind = kindOfFile(path);
+    file.kind = kind;
     m_files.push_back(file);
 }
 
-/// Lists folders for a turn of the event loop.
+/// Looks into files and folders for a turn of the event loop.
 void Intake::gather()
 {
     QElapsedTimer turn;
@@ -118,15 +100,17 @@ void Intake::gather()
     while (turn.elapsed() < longestTurn.count()) {
         if (m_listing && m_listing->hasNext()) {
             const QString path = m_listing->next();
-            kindOfFile(path) == FileKind::BarTable ? addFile(path) : static_cast<void>(++m_skipped);
-        } else if (!m_folders.isEmpty()) {
-            m_listing = std::make_unique<QDirIterator>(m_folders.takeFirst(), QDir::Files,
-                                                       QDirIterator::Subdirectories);
-        } else {
+            const FileKind kind = kindOfFile(path);
+            kind == FileKind::BarTable ? addFile(path, kind) : static_cast<void>(++m_skipped);
+        } else if (m_pending.isEmpty()) {
             m_listing.reset();
             m_gathering.stop();
             lookNext();
             return;
+        } else if (const QString path = m_pending.takeFirst(); QFileInfo(path).isDir()) {
+            m_listing = std::make_unique<QDirIterator>(path, QDir::Files, QDirIterator::Subdirectories);
+        } else {
+            addFile(path, kindOfFile(path));
         }
     }
     Q_EMIT progressed(tr("Listing files"), static_cast<int>(m_files.size()), 0);
@@ -348,11 +332,7 @@ QString Intake::profileFile(const QString &text)
 
 QStringList Intake::arguments(const IntakeFile &file, Errand errand)
 {
-    QStringList words{QStringLiteral("--ledger"), m_plan.places.ledger, QStringLiteral("--lang"),
-                      m_plan.language};
-    if (!m_plan.busAddress.isEmpty()) {
-        words << QStringLiteral("--bus") << m_plan.busAddress;
-    }
+    QStringList words = moduleWords(m_plan);
     if (errand == Errand::Undo) {
         return words << QStringLiteral("undo") << QString::number(file.report.number)
                      << QStringLiteral("--json");
@@ -510,18 +490,18 @@ void Intake::planBars()
     m_bars.say({{QStringLiteral("plan"), files}, {QStringLiteral("names"), namesInStatements()}});
 }
 
-void Intake::takePlannedBars(const QJsonArray &planned)
+void Intake::takePlannedFile(const QJsonObject &planned)
 {
-    QHash<QString, QJsonObject> byPath;
-    for (const auto &plan : planned) {
-        byPath.insert(plan.toObject()[QLatin1String("file")].toString(), plan.toObject());
+    const int place = m_byPath.value(planned[QLatin1String("file")].toString(), -1);
+    if (place >= 0 && m_files[static_cast<std::size_t>(place)].state == State::Looking) {
+        IntakeFile &file = m_files[static_cast<std::size_t>(place)];
+        file.report = barsReport(planned);
+        file.state = file.report.refusals.isEmpty() ? State::Ready : State::Refused;
     }
-    for (IntakeFile &file : m_files) {
-        if (file.kind == FileKind::BarTable && file.state == State::Looking) {
-            file.report = barsReport(byPath.value(file.path));
-            file.state = file.report.refusals.isEmpty() ? State::Ready : State::Refused;
-        }
-    }
+}
+
+void Intake::takePlannedBars()
+{
     const bool isWriting = m_stage == Stage::Writing;
     if (isWriting && find(FileKind::BarTable, State::Refused) >= 0) {
         setBars(State::Ready, State::Failed); // what is written is all of it or nothing
@@ -551,7 +531,9 @@ void Intake::takeBarsWord(const QJsonObject &word)
         Q_EMIT progressed(isReading ? tr("Reading bars") : tr("Writing bars"),
                           progress[QLatin1String("files")].toInt(), progress[QLatin1String("of")].toInt());
     } else if (word.contains(QLatin1String("planned"))) {
-        takePlannedBars(word[QLatin1String("planned")].toArray());
+        takePlannedBars();
+    } else if (word.contains(QLatin1String("plan"))) {
+        takePlannedFile(word[QLatin1String("plan")].toObject());
     } else if (word.contains(QLatin1String("written"))) {
         takeWrittenBars(State::TakenIn);
     } else if (word.contains(QLatin1String("undone"))) {

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "terminal/intake/IntakeFile.h"
+#include "terminal/intake/IntakePlan.h"
 #include "terminal/intake/JsonChild.h"
-#include "terminal/options/AccountPlaces.h"
 
+#include <QHash>
 #include <QObject>
 #include <QSet>
 #include <QString>
@@ -15,21 +16,9 @@
 #include <vector>
 
 class QDirIterator;
-class QJsonArray;
 class QTemporaryDir;
 
 namespace Terminal {
-
-/// What an intake works with.
-struct IntakePlan
-{
-    QString terminalProgram; ///< which takes bars in
-    QString moduleProgram;   ///< which takes statements in
-    QString busAddress;      ///< of the charts to be told; empty: none
-    QString busInstance;     ///< on which they are; empty: that of this program
-    QString language = QStringLiteral("zh");
-    AccountPlaces places; ///< into which the files go; they are made when they are not there
-};
 
 /// Statements and bars on their way in. Each file is looked at by the program that can take it in, a child of
 /// this one, and nothing is written before import().
@@ -98,7 +87,7 @@ private:
     enum class Errand { Look, Import, Undo };
 
     void gather();
-    void addFile(const QString &path);
+    void addFile(const QString &path, FileKind kind);
     void enter(Stage stage);
     void lookNext();
     void importNext();
@@ -117,7 +106,8 @@ private:
     void takeUndo(IntakeFile *file);
     void takeBarsWord(const QJsonObject &word);
     void takeBarsEnd(int exitCode, const QString &lastWords);
-    void takePlannedBars(const QJsonArray &planned);
+    void takePlannedFile(const QJsonObject &planned);
+    void takePlannedBars();
     void takeWrittenBars(IntakeFile::State state, const QString &problem = {});
     void goOn();
     int find(FileKind kind, IntakeFile::State state) const;
@@ -126,8 +116,9 @@ private:
     IntakePlan m_plan;
     Stage m_stage = Stage::Asking;
     std::vector<IntakeFile> m_files;
-    QSet<QString> m_paths; ///< of the files
-    QStringList m_folders; ///< that are not listed yet
+    QSet<QString> m_paths;        ///< of the files
+    QHash<QString, int> m_byPath; ///< places of the files in the list, by their paths as they were given
+    QStringList m_pending;        ///< files and folders that nobody has looked into yet
     std::unique_ptr<QDirIterator> m_listing;
     QTimer m_gathering;
     int m_skipped = 0;

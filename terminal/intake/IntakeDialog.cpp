@@ -4,6 +4,7 @@
 #include "terminal/intake/IntakeQuestion.h"
 #include "terminal/services/BusInstance.h"
 #include "terminal/trade/PlainText.h"
+#include "terminal/trade/StyleProperty.h"
 
 #include <QApplication>
 #include <QDir>
@@ -26,7 +27,7 @@ namespace Terminal {
 
 namespace {
 
-constexpr QSize usualSize(980, 620);
+constexpr QSize usualSize(1080, 640);
 constexpr QSize frame(40, 60); ///< of the window and what a desktop keeps for itself
 constexpr int listWidth = 200;
 
@@ -54,7 +55,7 @@ QStringList droppedFiles(const QMimeData *dropped)
 IntakeDialog::IntakeDialog(const IntakePlan &plan, const IntakeLook &look, QWidget *parent)
     : QDialog(parent),
       m_intake(plan),
-      m_hidesAmounts(look.hidesAmounts),
+      m_look(look),
       m_places(new QLabel),
       m_list(new QListWidget),
       m_sheet(new FileSheet),
@@ -82,6 +83,7 @@ void IntakeDialog::setUp()
     m_places->setObjectName(QStringLiteral("intakePlaces"));
     m_list->setAccessibleName(tr("Files"));
     m_list->setFixedWidth(listWidth);
+    m_list->setUniformItemSizes(true); // there may be thousands
     m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_summary->setWordWrap(true);
@@ -177,6 +179,8 @@ void IntakeDialog::showList()
         const IntakeFile &file = files[static_cast<std::size_t>(i)];
         m_list->item(i)->setText(
             QStringLiteral("%1\n%2").arg(plainText(QFileInfo(file.path).fileName()), stateText(file.state)));
+        const bool isTrouble = file.state == State::Refused || file.state == State::Failed;
+        m_list->item(i)->setForeground(isTrouble ? m_look.theme.line : m_look.theme.text);
         m_list->item(i)->setToolTip(plainText(file.path));
     }
     if (m_list->currentRow() < 0 && m_list->count() > 0) {
@@ -191,7 +195,7 @@ void IntakeDialog::showSheet()
         return;
     }
     m_sheet->showFile(m_intake.files()[static_cast<std::size_t>(chosen())],
-                      m_intake.stage() == Intake::Stage::Asking, m_hidesAmounts);
+                      m_intake.stage() == Intake::Stage::Asking, m_look.hidesAmounts);
 }
 
 void IntakeDialog::showButtons()
@@ -206,6 +210,7 @@ void IntakeDialog::showButtons()
     m_close->setEnabled(stage != Intake::Stage::Undoing);
     m_close->setText(!isDone ? tr("Cancel") : hasChanged() ? tr("Show the chart") : tr("Close"));
     m_close->setDefault(isDone);
+    setStyleProperty(m_close, "main", isDone ? QStringLiteral("true") : QString());
     m_summary->setText(summary());
     m_progress->setVisible(!isDone && !isAsking);
     if (isAsking || isDone) {

@@ -60,7 +60,7 @@ private:
     void takeChange();
 
     Intake m_intake;
-    const bool m_hidesAmounts;
+    const IntakeLook m_look;
     bool m_hasChosen = false; ///< the user has chosen a file of the list
     QLabel *m_places;
     QListWidget *m_list;

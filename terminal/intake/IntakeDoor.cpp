@@ -61,7 +61,7 @@ bool IntakeDoor::eventFilter(QObject *watched, QEvent *event)
 
 void IntakeDoor::bring(const QStringList &paths)
 {
-    if (m_dialog != nullptr) {
+    if (m_dialog != nullptr && m_dialog->isVisible()) {
         if (m_dialog->intake().stage() == Intake::Stage::Asking) {
             m_dialog->add(paths);
         }

@@ -52,9 +52,9 @@ void JsonChild::stop()
 void JsonChild::takeLines()
 {
     m_rest += m_process.readAllStandardOutput();
-    for (int end = m_rest.indexOf('\n'); end >= 0; end = m_rest.indexOf('\n')) {
-        const QByteArray line = m_rest.left(end);
-        m_rest.remove(0, end + 1);
+    const QByteArray lines = m_rest.left(m_rest.lastIndexOf('\n') + 1);
+    m_rest.remove(0, lines.size());
+    for (const QByteArray &line : lines.split('\n')) {
         const QJsonObject object = QJsonDocument::fromJson(line).object();
         if (!object.isEmpty()) {
             Q_EMIT told(object);

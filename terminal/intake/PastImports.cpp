@@ -5,6 +5,7 @@
 #include "terminal/trade/OrderQuestion.h"
 #include "terminal/trade/PlainText.h"
 
+#include <QDateTime>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QJsonArray>
@@ -27,7 +28,7 @@ struct ImportColumn
 
 constexpr ImportColumn importColumns[] = {
     {"import", QT_TRANSLATE_NOOP("PastImports", "No.")},
-    {"imported at", QT_TRANSLATE_NOOP("PastImports", "Imported (UTC)")},
+    {"imported at", QT_TRANSLATE_NOOP("PastImports", "Imported at")},
     {"file", QT_TRANSLATE_NOOP("PastImports", "File")},
     {"added", QT_TRANSLATE_NOOP("PastImports", "Added")},
     {"there before", QT_TRANSLATE_NOOP("PastImports", "There before")},
@@ -36,6 +37,16 @@ constexpr ImportColumn importColumns[] = {
     {"to", QT_TRANSLATE_NOOP("PastImports", "To")},
     {"account", QT_TRANSLATE_NOOP("PastImports", "Account")},
 };
+
+/// Times are the exchange's, as everywhere in the window.
+QString shownCell(const QJsonObject &import, const char *key)
+{
+    const QString cell = import[QLatin1String(key)].toString();
+    const QDateTime time = QDateTime::fromString(cell, Qt::ISODate);
+    return qstrcmp(key, "imported at") == 0 && time.isValid()
+               ? time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm"))
+               : cell;
+}
 
 constexpr int numberColumn = 0;
 constexpr int fileColumn = 2;
@@ -93,12 +104,9 @@ PastImports::PastImports(const IntakePlan &plan, const IntakeLook &look, QWidget
 
 void PastImports::run(const QStringList &command)
 {
-    QStringList words{QStringLiteral("--ledger"), m_plan.places.ledger, QStringLiteral("--lang"),
-                      m_plan.language};
-    if (!m_plan.busAddress.isEmpty()) {
-        words << QStringLiteral("--bus") << m_plan.busAddress;
-    }
+    const QStringList words = moduleWords(m_plan);
     m_isUndoing = command.first() == QLatin1String("undo");
+    m_module.setProcessEnvironment(environmentOf(m_plan));
     m_module.start(m_plan.moduleProgram, words + command + QStringList(QStringLiteral("--json")));
     showButtons();
 }
@@ -133,8 +141,7 @@ void PastImports::showImports(const QByteArray &json)
     m_table->setRowCount(imports.size());
     for (int row = 0; row < imports.size(); ++row) {
         for (int column = 0; column < m_table->columnCount(); ++column) {
-            const QString cell =
-                imports.at(row).toObject()[QLatin1String(importColumns[column].key)].toString();
+            const QString cell = shownCell(imports.at(row).toObject(), importColumns[column].key);
             auto *const item = new QTableWidgetItem(plainText(cell));
             item->setToolTip(plainText(cell));
             m_table->setItem(row, column, item);
@@ -142,7 +149,7 @@ void PastImports::showImports(const QByteArray &json)
     }
     m_table->resizeColumnsToContents();
     if (imports.isEmpty()) {
-        m_notice->setText(tr("Nothing was imported yet."));
+        m_notice->setText(tr("The ledger has no imports."));
     } else {
         m_table->selectRow(imports.size() - 1);
     }

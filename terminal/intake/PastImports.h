@@ -1,7 +1,8 @@
 #pragma once
 
-#include "terminal/intake/Intake.h"
+#include "terminal/intake/IntakePlan.h"
 #include "terminal/intake/IntakeStyle.h"
+#include "terminal/services/ChildProcess.h"
 
 #include <QDialog>
 

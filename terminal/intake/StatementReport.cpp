@@ -186,16 +186,30 @@ void takeCodes(const QJsonArray &rows, FileReport *report)
     }
 }
 
-void takeResult(const QJsonObject &result, FileReport *report)
+/// Rows that cannot be read stop the import, or are left out and told, as the user has chosen.
+void takeBadRows(const QJsonObject &result, bool isRefused, FileReport *report)
 {
-    const bool isDone = !result[named("dryrun")].toBool();
-    constexpr int mostRefusals = 50;
-    report->facts = factsOf(result, isDone);
-    report->warnings = placedAll(result[named("warnings")], 50, 0);
-    report->refusals += placedAll(result[named("refusals")], mostRefusals, count(result, "refusalcount"));
-    if (count(result, "refusalcount") > 0) {
+    constexpr int most = 50;
+    const int all = count(result, "refusalcount");
+    const QStringList rows = placedAll(result[named("refusals")], most, all);
+    if (isRefused) {
+        report->refusals += rows;
+    } else {
+        for (const QString &row : rows) {
+            report->warnings.append(text("Left out: %1").arg(row));
+        }
+    }
+    if (all > 0) {
         report->asks.append(named("skip-bad"));
     }
+}
+
+void takeResult(const QJsonObject &result, FileReport *report)
+{
+    constexpr int mostWarnings = 50;
+    const bool isDone = !result[named("dryrun")].toBool();
+    report->facts = factsOf(result, isDone);
+    report->warnings += placedAll(result[named("warnings")], mostWarnings, 0);
     if (count(result, "doubtfulcount") > 0) {
         report->asks.append(named("doubt"));
     }
@@ -232,6 +246,7 @@ FileReport statementReport(const QJsonObject &answer)
         report.isUnknown = result.isEmpty() && report.asks.isEmpty();
     }
     if (!result.isEmpty()) {
+        takeBadRows(result, !refused.isEmpty(), &report);
         takeResult(result, &report);
         report.profile = word(result, "profile");
     }

@@ -4,6 +4,8 @@
 #include "terminal/chart/view/ChartView.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
+#include <utility>
+
 namespace Terminal {
 
 OverlayHost::OverlayHost(ChartView *chart, UserPrompts *prompts, const OverlayLibrary &library,
@@ -18,10 +20,11 @@ OverlayHost::OverlayHost(ChartView *chart, UserPrompts *prompts, const OverlayLi
     connect(&m_updates, &OverlayUpdates::updateAsked, this, &OverlayHost::updateAsked);
     connect(&m_overlays, &OverlaySet::lost, this, &OverlayHost::lost);
     connect(chart, &ChartView::dataChanged, this, &OverlayHost::showLoadedBars);
-    connect(chart, &ChartView::barsAppended, &m_updates, &OverlayUpdates::takeAppendedBars);
+    connect(chart, &ChartView::barsGrew, this, &OverlayHost::showGrownBars);
+    connect(chart, &ChartView::pricesChanged, this, &OverlayHost::showPrices);
     chart->setPriceWishes([this] { return priceWishes(); });
     chart->setOverlaySummary([this] { return summary(); });
-    m_updates.takeLoadedBars();
+    takeLoadedBars();
 }
 
 OverlayHost::~OverlayHost()
@@ -65,8 +68,39 @@ QStringList OverlayHost::drawnLabels(const OverlayKind &kind) const
 
 void OverlayHost::showLoadedBars()
 {
-    m_updates.takeLoadedBars();
+    takeLoadedBars();
     renew();
+}
+
+void OverlayHost::takeLoadedBars()
+{
+    m_updates.takeLoadedBars();
+    m_lastDay = lastDay();
+}
+
+std::int32_t OverlayHost::lastDay() const
+{
+    const Bars &bars = m_chart->data().bars;
+    return bars.empty() ? 0 : bars.back().date;
+}
+
+/// A day more is another range: who adds up records of a range begins anew.
+void OverlayHost::showGrownBars(int first)
+{
+    const OverlayUpdates::Growth growth = m_updates.takeBarsFrom(first);
+    const std::int32_t lastBefore = std::exchange(m_lastDay, lastDay());
+    if (m_lastDay == lastBefore) {
+        m_updates.calcGrown(growth);
+    } else {
+        renew();
+    }
+}
+
+/// The days are the same, and so is what overlays have asked for.
+void OverlayHost::showPrices()
+{
+    takeLoadedBars();
+    m_updates.calcAll();
 }
 
 void OverlayHost::renew()

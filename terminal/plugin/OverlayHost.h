@@ -12,6 +12,7 @@
 #include <QStringList>
 
 #include <chrono>
+#include <cstdint>
 #include <vector>
 
 namespace Terminal {
@@ -70,7 +71,11 @@ Q_SIGNALS:
     void lost(const OverlayKind &kind);
 
 private:
+    void takeLoadedBars();
     void showLoadedBars();
+    void showGrownBars(int first);
+    std::int32_t lastDay() const;
+    void showPrices();
     bool shows(const QString &code) const;
     std::vector<PriceSpan> priceWishes() const;
     QString summary();
@@ -80,6 +85,7 @@ private:
     OverlaySet m_overlays;
     OverlayUpdates m_updates;
     OverlayPointer m_pointer;
+    std::int32_t m_lastDay = 0; ///< of the bars that overlays were made on
 };
 
 } // namespace Terminal

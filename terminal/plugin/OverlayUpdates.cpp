@@ -9,6 +9,15 @@
 
 namespace Terminal {
 
+namespace {
+
+bool isSameForOverlays(const Korvane::AnalyData &a, const Korvane::AnalyData &b)
+{
+    return a.time == b.time && a.high == b.high && a.low == b.low && a.close == b.close;
+}
+
+} // namespace
+
 OverlayUpdates::OverlayUpdates(ChartView *chart, OverlaySet *overlays, BusGates gates,
                                std::chrono::milliseconds heartbeat)
     : m_chart(chart),
@@ -29,13 +38,39 @@ void OverlayUpdates::takeLoadedBars()
     m_security = hostSecurity(data.security, securityIdentity(data.security));
 }
 
-/// Records of the old bars keep their places, so the overlays stay as they are.
-void OverlayUpdates::takeAppendedBars()
+OverlayUpdates::Growth OverlayUpdates::takeBarsFrom(int first)
 {
     const Bars &bars = m_chart->data().bars;
-    std::transform(bars.begin() + static_cast<std::ptrdiff_t>(m_bars.size()), bars.end(),
-                   std::back_inserter(m_bars), hostBar);
-    calcEach(); // the chart fits its scales itself when it has taken the bars
+    const auto start = static_cast<std::ptrdiff_t>(first);
+    const std::vector<Korvane::AnalyData> before(m_bars.begin() + start, m_bars.end());
+    m_bars.resize(static_cast<size_t>(first));
+    std::transform(bars.begin() + start, bars.end(), std::back_inserter(m_bars), hostBar);
+    if (m_bars.size() - static_cast<size_t>(first) != before.size()) {
+        return Growth::MoreBars;
+    }
+    return std::equal(before.begin(), before.end(), m_bars.begin() + start, isSameForOverlays)
+               ? Growth::None
+               : Growth::OtherBars;
+}
+
+/// Records of the old bars keep their places, so the overlays stay as they are. The chart fits its scales
+/// itself when it has taken the bars.
+void OverlayUpdates::calcGrown(Growth growth)
+{
+    switch (growth) {
+    case Growth::None:
+        break;
+    case Growth::OtherBars:
+        for (const ShownOverlay &overlay : m_overlays->all()) {
+            if (!overlay.kind->isCombined()) {
+                calc(overlay);
+            }
+        }
+        break;
+    case Growth::MoreBars:
+        calcEach();
+        break;
+    }
 }
 
 void OverlayUpdates::calcAll()

@@ -34,8 +34,18 @@ public:
 
     /// Takes over what the chart has loaded; calculates nothing yet.
     void takeLoadedBars();
-    /// Takes over the bars that were added after these, and calculates.
-    void takeAppendedBars();
+    /// What overlays see of bars that are others now, or were added.
+    enum class Growth {
+        None,      ///< nothing: they do not know volumes
+        OtherBars, ///< as many bars as before
+        MoreBars
+    };
+
+    /// Takes over the bars of the chart from number `first` on; calculates nothing yet.
+    Growth takeBarsFrom(int first);
+    /// Calculates what bars that grew make necessary. A combined overlay may ask a question each time that it
+    /// is calculated: it waits for the next bar, or the next heartbeat.
+    void calcGrown(Growth growth);
 
     void calcAll();
     /// The combined overlays show what they have heard only then.

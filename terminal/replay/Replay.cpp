@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <iterator>
 
 namespace Terminal {
 
@@ -87,15 +86,6 @@ void Replay::setSpeed(int speed)
     m_speed = std::clamp(speed, slowest, fastest);
     m_minute.setInterval(minuteOfTheDay / m_speed);
     Q_EMIT speedChanged();
-}
-
-ChartData Replay::today() const
-{
-    const auto next = m_day.bars.begin() + static_cast<std::ptrdiff_t>(m_completed);
-    ChartData today{m_day.security, m_day.period, Bars(m_day.bars.begin(), next), {}, m_day.previousClose};
-    std::transform(next, m_day.bars.end(), std::back_inserter(today.ahead),
-                   [](const Bar &bar) { return bar.minute; });
-    return today;
 }
 
 /// Listeners may close the day or begin it again while they hear of a bar: then nothing more follows.

@@ -56,9 +56,6 @@ public:
 
     State state() const { return m_state; }
 
-    /// The security and its bars as far as they are complete; the others are ahead.
-    ChartData today() const;
-
     /// All bars of the day, dated today, and how many of them are complete.
     const Bars &day() const { return m_day.bars; }
     size_t completed() const { return m_completed; }

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QSysInfo>
 #include <QUrl>
 
 namespace Terminal {
@@ -37,6 +38,20 @@ QString placeOfFile(const QFileInfo &file)
 QString ledgerPlace(const QString &ledger)
 {
     return isDatabase(ledger) ? placeOfDatabase(QUrl(ledger)) : placeOfFile(QFileInfo(ledger));
+}
+
+bool isMissingFile(const QString &ledger)
+{
+    return !ledger.isEmpty() && !isDatabase(ledger) && !QFileInfo::exists(ledger);
+}
+
+bool servesAnother(const Trading::TradePresence &presence, const QString &ledger)
+{
+    if (ledger.isEmpty() || presence.ledger.isEmpty()) {
+        return false;
+    }
+    const bool isElsewhere = !presence.host.isEmpty() && presence.host != QSysInfo::machineHostName();
+    return ledgerPlace(presence.ledger) != ledgerPlace(ledger) || (isElsewhere && !isDatabase(ledger));
 }
 
 QString ledgerName(const QString &ledger)

@@ -1,6 +1,8 @@
 // Which bus a terminal's programs meet on: one for each account.
 #pragma once
 
+#include "trading/Presence.h"
+
 #include <QString>
 
 namespace Terminal {
@@ -11,6 +13,14 @@ constexpr const char *busInstanceVariable = "TRADEBUS_INSTANCE";
 /// The one name of a ledger, by whichever path or link it is reached: a file's canonical path, also of one
 /// that is not there yet, or "postgresql://host:port/database" of a database, without user and password.
 QString ledgerPlace(const QString &ledger);
+
+/// True for a ledger that is a file and not there: its trading module would make it. What a database holds is
+/// that module's to find out.
+bool isMissingFile(const QString &ledger);
+
+/// True when a module says that it serves another ledger than `ledger`; false where one of both is not known.
+/// A file on another machine is another one.
+bool servesAnother(const Trading::TradePresence &presence, const QString &ledger);
 
 /// What a user calls a ledger: its file's name, or "database@host".
 QString ledgerName(const QString &ledger);

@@ -1,6 +1,7 @@
 #include "terminal/services/TradeModuleProcess.h"
 
 #include "terminal/services/LedgerAdvice.h"
+#include "trading/HiddenPasswords.h"
 
 #include <QFileInfo>
 
@@ -42,9 +43,11 @@ TradeModuleProcess::TradeModuleProcess(const QString &program, const QString &le
       m_firstPause(pause)
 {
     m_process.setProgram(program);
-    m_process.setArguments({QStringLiteral("--bus"), busAddress, QStringLiteral("--ledger"), ledger,
-                            QStringLiteral("--lang"), language, QStringLiteral("serve"),
-                            QStringLiteral("--standby")});
+    m_process.setArguments({QStringLiteral("--bus"), busAddress, QStringLiteral("--lang"), language,
+                            QStringLiteral("serve"), QStringLiteral("--standby")});
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QLatin1String(Trading::ledgerVariable), ledger);
+    m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::ForwardedOutputChannel);
     m_restart.setInterval(pause);
     connect(&m_restart, &QTimer::timeout, this, &TradeModuleProcess::startWhenDue);

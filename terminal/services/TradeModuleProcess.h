@@ -2,7 +2,7 @@
 
 #include "terminal/services/ChildProcess.h"
 
-#include "terminal/services/FileStamp.h"
+#include "terminal/data/FileStamp.h"
 
 #include <QElapsedTimer>
 #include <QString>

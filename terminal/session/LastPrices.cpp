@@ -1,81 +1,61 @@
 #include "terminal/session/LastPrices.h"
 
-#include "endpoint/EndPoint.h"
-#include "terminal/replay/ChartSource.h"
-#include "terminal/replay/Replay.h"
-#include "terminal/trade/OrderDesk.h"
-#include "tradechartobject/common/TradeVocabulary.h"
-#include "trading/ModuleVocabulary.h"
+#include "terminal/live/ChartSource.h"
+#include "terminal/live/Today.h"
 
 #include <QElapsedTimer>
-#include <QJsonDocument>
+
+#include <chrono>
 
 namespace Terminal {
 
 namespace {
 
-namespace QuoteFields = Trading::QuoteFields;
-namespace Keys = TradeChart::TradeKeyFields;
-
 /// For how long at a time closes are read: an event loop must not stand still.
 constexpr std::chrono::milliseconds readingTurn{10};
 
-QString textOf(const QJsonObject &quote, const char *key)
-{
-    return quote.value(QLatin1String(key)).toString();
-}
-
-std::optional<Trading::SecurityId> securityOf(const QJsonObject &quote)
-{
-    const QString market = textOf(quote, Keys::MARKET);
-    const auto byLetters = Trading::marketOfLetters(market);
-    const auto known = byLetters ? byLetters : Trading::marketOfNumber(market);
-    const QString code = textOf(quote, Keys::STKCODE);
-    return known && !code.isEmpty() ? std::optional(Trading::SecurityId{code, *known}) : std::nullopt;
-}
-
-/// The later one; of the same day the quote.
-std::optional<LastPrice> later(const std::optional<LastPrice> &quote, const std::optional<LastPrice> &close)
-{
-    return quote && (!close || quote->day >= close->day) ? quote : close;
-}
+/// How often prices are told anew while quotes come: so often figures can be read.
+constexpr std::chrono::milliseconds tellingInterval{200};
 
 } // namespace
 
-LastPrices::LastPrices(const ChartSource *source, const Replay *replay, OrderDesk *desk)
+LastPrices::LastPrices(const ChartSource *source, const Today *today)
     : m_source(source),
-      m_replay(replay)
+      m_today(today),
+      m_pacer(tellingInterval)
 {
-    using LocalCommunication::EndPoint;
     m_reading.setSingleShot(true);
     connect(&m_reading, &QTimer::timeout, this, &LastPrices::readForATurn);
-    connect(replay, &Replay::advanced, this, &LastPrices::changed);
-    connect(replay, &Replay::stateChanged, this, &LastPrices::changed);
-    desk->endPoint()->subscribe(Trading::Channel::MARKET, QByteArray(Trading::Topic::QUOTE));
-    connect(desk->endPoint(), &EndPoint::messageReceived, this,
-            [this](const QByteArray &topic, const QByteArray &payload) {
-                if (topic == Trading::Topic::QUOTE) {
-                    takeQuote(QJsonDocument::fromJson(payload).object());
-                }
-            });
+    connect(&m_pacer, &Pacer::due, this, &LastPrices::changed);
+    connect(today, &Today::begun, this, &LastPrices::changed);
+    connect(today, &Today::changed, this, &LastPrices::takeChanged);
+}
+
+void LastPrices::takeChanged(const Trading::SecurityId &security)
+{
+    if (m_asked.contains(security)) {
+        m_pacer.ask();
+    }
 }
 
 std::optional<LastPrice> LastPrices::of(const Security &security)
 {
-    if (m_replay->state() != Replay::State::Closed && m_replay->security().id() == security.id()) {
-        return replayed();
-    }
-    const auto quote = m_quotes.constFind(security.id());
-    return later(quote == m_quotes.constEnd() ? std::nullopt : std::optional(*quote), closeOf(security.code));
+    m_asked.insert(security.id());
+    const std::optional<LastPrice> quote = quoted(security.id());
+    return quote || m_today->isReplayed(security.id()) ? quote : closeOf(security.code);
 }
 
-std::optional<LastPrice> LastPrices::replayed() const
+/// Minutes of today that no quote told are closes of the data folder.
+std::optional<LastPrice> LastPrices::quoted(const Trading::SecurityId &security) const
 {
-    if (m_replay->completed() == 0) {
+    const MinuteBook *const today = m_today->of(security);
+    if (today == nullptr || today->bars().empty() || !today->lastTime()) {
         return std::nullopt;
     }
-    const Bar &bar = m_replay->day()[m_replay->completed() - 1];
-    return LastPrice{bar.close, PriceOrigin::Replay, m_replay->recordedDate().value()};
+    const Bar &last = today->bars().back();
+    return m_today->isReplayed(security)
+               ? LastPrice{last.close, PriceOrigin::Replay, m_today->recorded().value()}
+               : LastPrice{last.close, PriceOrigin::Quote, dayOf(last)};
 }
 
 std::optional<LastPrice> LastPrices::closeOf(const QString &code)
@@ -130,19 +110,6 @@ void LastPrices::readClose(const QString &code)
     const auto bar = m_source->lastBar(code);
     m_closes.insert(code, bar ? std::optional(LastPrice{bar->close, PriceOrigin::Close, dayOf(*bar)})
                               : std::nullopt);
-}
-
-/// A day that another window replays as today is none of the market's.
-void LastPrices::takeQuote(const QJsonObject &quote)
-{
-    const auto security = securityOf(quote);
-    const auto day = Trading::TradingDate::ofText(textOf(quote, QuoteFields::DATE));
-    const double price = textOf(quote, QuoteFields::CLOSE).toDouble();
-    const bool isOfAReplay = quote.contains(QLatin1String(QuoteFields::RECORDED));
-    if (security && day == Trading::TradingDate::today() && price > 0 && !isOfAReplay) {
-        m_quotes.insert(*security, LastPrice{price, PriceOrigin::Quote, *day});
-        Q_EMIT changed();
-    }
 }
 
 } // namespace Terminal

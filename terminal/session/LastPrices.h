@@ -1,11 +1,12 @@
 #pragma once
 
 #include "terminal/data/Bar.h"
+#include "terminal/live/Pacer.h"
 #include "terminal/trade/LastPrice.h"
 
 #include <QHash>
-#include <QJsonObject>
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 #include <QTimer>
 
@@ -14,11 +15,10 @@
 namespace Terminal {
 
 class ChartSource;
-class OrderDesk;
-class Replay;
+class Today;
 
-/// What each security cost last: by the replay for the one that is replayed, else by a quote of the market on
-/// the bus or by the latest close of the data folder, whichever is of the later day.
+/// What each security cost last: by today's quotes, of the market or of the replay that stands in its place,
+/// else by the latest close of the data folder.
 ///
 /// Closes are read when they are first asked for, a few at a time from the event loop, and kept: the price is
 /// not known until then.
@@ -27,8 +27,8 @@ class LastPrices : public QObject
     Q_OBJECT
 
 public:
-    /// `source`, `replay` and `desk` must outlive this object. To be made before the desk joins the bus.
-    LastPrices(const ChartSource *source, const Replay *replay, OrderDesk *desk);
+    /// Both must outlive this object.
+    LastPrices(const ChartSource *source, const Today *today);
 
     /// Nothing while no price is known.
     std::optional<LastPrice> of(const Security &security);
@@ -43,22 +43,23 @@ public:
     void readNow();
 
 Q_SIGNALS:
-    /// Some prices are others now.
+    /// Prices that were asked for are others now. Comes a few times a second at most, however many quotes do.
     void changed();
 
 private:
-    std::optional<LastPrice> replayed() const;
+    std::optional<LastPrice> quoted(const Trading::SecurityId &security) const;
     std::optional<LastPrice> closeOf(const QString &code);
     void readForATurn();
     void readClose(const QString &code);
-    void takeQuote(const QJsonObject &quote);
+    void takeChanged(const Trading::SecurityId &security);
 
     const ChartSource *m_source;
-    const Replay *m_replay;
-    QHash<Trading::SecurityId, LastPrice> m_quotes;
+    const Today *m_today;
+    QSet<Trading::SecurityId> m_asked;
     QHash<QString, std::optional<LastPrice>> m_closes; ///< by code, those that were read
     QStringList m_unread;                              ///< codes that were asked for
     QTimer m_reading;
+    Pacer m_pacer;
 };
 
 } // namespace Terminal

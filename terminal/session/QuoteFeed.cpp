@@ -1,6 +1,7 @@
 #include "terminal/session/QuoteFeed.h"
 
 #include "endpoint/EndPoint.h"
+#include "terminal/live/BarQuote.h"
 #include "terminal/replay/Replay.h"
 #include "terminal/trade/OrderDesk.h"
 #include "tradechartobject/common/TradeVocabulary.h"
@@ -17,7 +18,6 @@ namespace Terminal {
 
 namespace {
 
-namespace QuoteFields = Trading::QuoteFields;
 using namespace TradeChart::TradeKeyFields;
 
 QString key(const char *word)
@@ -25,35 +25,7 @@ QString key(const char *word)
     return QLatin1String(word);
 }
 
-QString numberText(double number)
-{
-    return QString::number(number, 'f', QLocale::FloatingPointShortest);
-}
-
 } // namespace
-
-QJsonObject quoteOf(const Security &security, const Bar &bar, std::optional<double> previousClose,
-                    std::optional<Trading::TradingDate> recorded)
-{
-    QJsonObject quote{
-        {key(STKCODE), security.code},
-        {key(MARKET), Trading::marketLetters(security.market)},
-        {key(QuoteFields::DATE), QString::number(bar.date)},
-        {key(QuoteFields::TIME), endOf(bar).text()},
-        {key(QuoteFields::OPEN), numberText(bar.open)},
-        {key(QuoteFields::HIGH), numberText(bar.high)},
-        {key(QuoteFields::LOW), numberText(bar.low)},
-        {key(QuoteFields::CLOSE), numberText(bar.close)},
-        {key(QuoteFields::VOLUME), numberText(bar.volume)},
-    };
-    if (previousClose) {
-        quote.insert(key(QuoteFields::PRECLOSE), numberText(*previousClose));
-    }
-    if (recorded) {
-        quote.insert(key(QuoteFields::RECORDED), recorded->text());
-    }
-    return quote;
-}
 
 QuoteFeed::QuoteFeed(const Replay *replay, OrderDesk *desk, OrderPlan plan, QObject *parent)
     : QObject(parent),

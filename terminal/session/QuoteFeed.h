@@ -1,12 +1,8 @@
 #pragma once
 
 #include "terminal/replay/PlannedOrder.h"
-#include "trading/TradingDate.h"
 
-#include <QJsonObject>
 #include <QObject>
-
-#include <optional>
 
 namespace LocalCommunication {
 class EndPoint;
@@ -20,11 +16,6 @@ struct Bar;
 struct DeskOutcome;
 struct OrderRequest;
 struct Security;
-
-/// A completed bar as the trading module reads it; docs/bus-protocol.md. `recorded`: the day that it was
-/// recorded on, when a replay plays it.
-QJsonObject quoteOf(const Security &security, const Bar &bar, std::optional<double> previousClose,
-                    std::optional<Trading::TradingDate> recorded = {});
 
 /// Brings a replay onto the bus: the quote of every completed bar and, after it, the orders that a plan
 /// has for its minute, each once.

@@ -12,8 +12,9 @@ namespace Terminal {
 TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QString &busAddress)
     : m_plan(std::move(plan)),
       m_busAddress(busAddress),
-      m_source(folder, &m_replay),
-      m_prices(&m_source, &m_replay, &m_desk),
+      m_source(folder, &m_today),
+      m_prices(&m_source, &m_today),
+      m_statementActions(&m_source),
       m_feed(&m_replay, &m_desk, m_plan.orders, nullptr),
       m_replayLock(busInstance())
 {
@@ -34,13 +35,38 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
         }
     });
     connect(&m_replay, &Replay::advanced, this, &TradingSession::pauseAfterMidnight);
-    m_desk.setKnowsClientNumbers([this] {
-        const auto presence = m_module.presence();
-        return presence && presence->knows(Trading::Capability::CLIENTNO);
+    m_desk.setModule([this] { return moduleForDesk(); });
+    connect(&m_module, &ModuleWatch::changed, &m_desk, [this] {
+        if (m_module.isAnswering()) {
+            m_desk.askForOutcomes();
+            enterWhenHeard();
+        }
     });
+    m_statementActions.setIsKnown([this] { return moduleKnows(Trading::Capability::ACTIONS); });
+    connect(&m_module, &ModuleWatch::changed, &m_statementActions, &StatementActions::noteModule);
     if (m_plan.replaySpeed > 0) {
         m_replay.setSpeed(m_plan.replaySpeed);
     }
+}
+
+/// An order goes into the window's own account or nowhere.
+DeskModule TradingSession::moduleForDesk() const
+{
+    const auto presence = m_module.presence();
+    if (!presence) {
+        return {};
+    }
+    const QString objection =
+        servesAnother(*presence, m_plan.ledger)
+            ? tr("the trading module on this bus serves another account: %1").arg(presence->ledger)
+            : QString();
+    return {presence->knows(Trading::Capability::CLIENTNO), presence->account(), objection};
+}
+
+bool TradingSession::moduleKnows(const char *capability) const
+{
+    const auto presence = m_module.presence();
+    return presence && presence->knows(capability);
 }
 
 void TradingSession::begin()
@@ -55,6 +81,8 @@ void TradingSession::join()
     }
     m_module.start(m_busAddress);
     m_desk.start(m_busAddress);
+    m_quotes.start(m_busAddress);
+    m_statementActions.start(m_busAddress);
     m_shared.start(m_busAddress);
 }
 
@@ -124,11 +152,13 @@ void TradingSession::enter(Stage stage)
     Q_EMIT stageChanged(stage);
 }
 
-/// The day begins when a trading module answers and the quotes have their way to it.
+/// The day begins when a trading module answers and the quotes have their way to it; they are not for the
+/// orders of another account.
 void TradingSession::enterWhenHeard()
 {
     const bool isWaitedFor = m_stage == Stage::Awaiting || m_stage == Stage::Alone;
-    if (isWaitedFor && m_module.isAnswering() && m_feed.isJoined()) {
+    const bool isOurs = m_module.isAnswering() && moduleForDesk().objection.isEmpty();
+    if (isWaitedFor && isOurs && m_feed.isJoined()) {
         enter(replays() && !hasBegun() ? Stage::Informing : Stage::Trading);
     }
 }

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "terminal/data/DataFolder.h"
-#include "terminal/replay/ChartSource.h"
+#include "terminal/live/ChartSource.h"
+#include "terminal/live/MarketWatch.h"
+#include "terminal/live/QuoteListener.h"
+#include "terminal/live/Today.h"
 #include "terminal/replay/PlannedOrder.h"
 #include "terminal/replay/Replay.h"
 #include "terminal/services/Gate.h"
@@ -10,6 +13,7 @@
 #include "terminal/session/LastPrices.h"
 #include "terminal/session/QuoteFeed.h"
 #include "terminal/session/ReplayLock.h"
+#include "terminal/session/StatementActions.h"
 #include "terminal/trade/OrderDesk.h"
 
 #include <QObject>
@@ -24,6 +28,7 @@ namespace Terminal {
 /// What a terminal does with its trading day by itself.
 struct DayPlan
 {
+    QString ledger;      ///< of the terminal's own trading module; empty: any module's will do
     int replaySpeed = 0; ///< Replay::slowest to fastest; 0: no day is replayed by itself
     /// The day is played at once up to this; nothing: it is played from its beginning.
     std::optional<Trading::ClockTime> replayTo;
@@ -36,8 +41,8 @@ struct DayPlan
     std::optional<std::chrono::milliseconds> patience = std::chrono::seconds(2);
 };
 
-/// A trading day of the terminal: its bars, recorded or replayed; its quotes on the bus; the counter where
-/// orders are placed; and whether a trading module answers.
+/// A trading day of the terminal: its bars, recorded, replayed or live; its quotes on the bus; the counter
+/// where orders are placed; and whether a trading module answers.
 ///
 /// Overlays ask some of their questions only once. So overlaysDue() tells when they may ask: when a trading
 /// module answers, or after a moment without one, and again when one answers later. What a replay has to play
@@ -83,9 +88,14 @@ public:
 
     /// The bars that charts can show.
     const ChartSource &source() const { return m_source; }
+    /// What is known of the day that is under way.
+    Today *today() { return &m_today; }
     Replay *replay() { return &m_replay; }
     OrderDesk *desk() { return &m_desk; }
     LastPrices *prices() { return &m_prices; }
+    /// Whether the market goes on.
+    MarketWatch *market() { return &m_market; }
+    StatementActions *statementActions() { return &m_statementActions; }
     /// How things stand with the trading module.
     ModuleWatch *module() { return &m_module; }
 
@@ -109,6 +119,8 @@ Q_SIGNALS:
     void orderRefused(const QString &reason);
 
 private:
+    DeskModule moduleForDesk() const;
+    bool moduleKnows(const char *capability) const;
     void enter(Stage stage);
     void enterWhenHeard();
     void playOn();
@@ -122,9 +134,13 @@ private:
     Stage m_stage = Stage::Apart;
     bool m_hasJoined = false;
     Replay m_replay{nullptr};
+    Today m_today{&m_replay};
     ChartSource m_source;
+    QuoteListener m_quotes{&m_today};
+    MarketWatch m_market{&m_today};
     OrderDesk m_desk;
     LastPrices m_prices;
+    StatementActions m_statementActions;
     QuoteFeed m_feed;
     ReplayLock m_replayLock;
     ModuleWatch m_module{nullptr};

@@ -2,8 +2,10 @@
 
 #include "terminal/answers/ScreenAnswers.h"
 #include "terminal/results/ResultsDesk.h"
+#include "terminal/session/StatementActions.h"
 #include "terminal/snapshot/Picture.h"
 #include "terminal/trade/OrderDesk.h"
+#include "trading/ModuleVocabulary.h"
 
 namespace Terminal {
 
@@ -11,6 +13,7 @@ Snapshot::Snapshot(const Scene &scene, const QString &file, std::chrono::seconds
     : m_window(scene.window),
       m_answers(scene.answers),
       m_desk(scene.desk),
+      m_actions(scene.actions),
       m_results(scene.results),
       m_file(file),
       m_watch(scene.chart, scene.overlays, nullptr)
@@ -22,6 +25,7 @@ Snapshot::Snapshot(const Scene &scene, const QString &file, std::chrono::seconds
     connect(m_answers, &ScreenAnswers::answered, &m_watch, &AnswerWatch::takeAnswer);
     connect(m_answers, &ScreenAnswers::newsHeard, &m_watch, &AnswerWatch::takeSharedNews);
     connect(&m_watch, &AnswerWatch::progressed, this, &Snapshot::checkProgress);
+    connect(m_actions, &StatementActions::answered, this, &Snapshot::checkProgress);
     connect(m_desk, &OrderDesk::answered, this, &Snapshot::checkProgress);
     if (m_results != nullptr) {
         connect(m_results, &ResultsDesk::came, this, &Snapshot::checkProgress);
@@ -65,6 +69,9 @@ QStringList Snapshot::missing() const
     }
     if (m_results != nullptr && !m_results->isUpToDate()) {
         missing.append(tr("list of results"));
+    }
+    if (!m_actions->isUpToDate()) {
+        missing.append(tr("the answer to %1").arg(QLatin1String(Trading::CmdType::CORPORATEACTIONS)));
     }
     return missing;
 }

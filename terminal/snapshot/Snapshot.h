@@ -17,16 +17,18 @@ namespace Terminal {
 class OrderDesk;
 class ResultsDesk;
 class ScreenAnswers;
+class StatementActions;
 
-/// What a picture is taken of. Widget, answers and desk must outlive the snapshot.
+/// What a picture is taken of. Widget, answers, desk and actions must outlive the snapshot.
 struct Scene
 {
     QWidget *window = nullptr;
-    ScreenAnswers *answers = nullptr; ///< that come for it
-    ChartData chart;                  ///< what the window shows
-    QStringList overlays;             ///< words of overlayKinds
-    OrderDesk *desk = nullptr;        ///< whose orders the window shows
-    ResultsDesk *results = nullptr;   ///< whose results it shows; null: it shows none
+    ScreenAnswers *answers = nullptr;    ///< that come for it
+    ChartData chart;                     ///< what the window shows
+    QStringList overlays;                ///< words of overlayKinds
+    OrderDesk *desk = nullptr;           ///< whose orders the window shows
+    StatementActions *actions = nullptr; ///< that its prices go by
+    ResultsDesk *results = nullptr;      ///< whose results it shows; null: it shows none
 };
 
 /// Waits until every overlay of a window and the panel of orders, when it is shown, have their data and
@@ -80,6 +82,7 @@ private:
     QWidget *m_window;
     ScreenAnswers *m_answers;
     OrderDesk *m_desk;
+    StatementActions *m_actions;
     ResultsDesk *m_results;
     QString m_file;
     AnswerWatch m_watch;

@@ -26,18 +26,34 @@ void OpenWishes::endTry(const QString &id)
     if (open == m_open.end()) {
         return;
     }
-    if (open->tries < mostTries && open->wish.mayRepeat()) {
+    if (open->wish.isNumbered && open->tries < mostTries) {
         ++open->tries;
-        m_send(open->wish.question); // a bus that is away may be back at the next try
         waitFor(id);
-        const auto tellRepeat = open->wish.tellRepeat;
-        tellRepeat();
+        repeat(Wish(open->wish));
         return;
     }
     open->isLate = true;
     const auto tell = open->wish.tell;
     tell({DeskOutcome::Kind::NoAnswer, {}});
     Q_EMIT unanswered();
+}
+
+void OpenWishes::askAgain()
+{
+    const QHash<QString, Open> open = m_open; // who is told may add others
+    for (const Open &one : open) {
+        if (one.wish.isNumbered && !one.isLate) {
+            repeat(one.wish);
+        }
+    }
+}
+
+/// A module or bus that is away may be back at the next try.
+void OpenWishes::repeat(const Wish &wish)
+{
+    if (wish.mayRepeat() && m_send(wish.question)) {
+        wish.tellRepeat();
+    }
 }
 
 bool OpenWishes::close(const QString &id, const DeskOutcome &outcome)

@@ -17,14 +17,18 @@ struct Wish
 {
     QString id; ///< its answer brings it back
     QByteArray question;
-    /// True while the same question may be sent again without anything happening twice.
+    /// It has a number by which a module knows it again: sent twice, it happens once.
+    bool isNumbered = false;
+    /// True while the module that is there knows the number of a numbered one.
     std::function<bool()> mayRepeat = [] { return false; };
     std::function<void()> tellRepeat = [] {};
     std::function<void(const DeskOutcome &)> tell = [](const DeskOutcome &) {};
 };
 
 /// Wishes that wait for their answer. Each is told of one outcome from the event loop, and of a second one
-/// when the answer comes after it was told that none did.
+/// when the answer comes after it was told that none did. That is told of a numbered wish after several tries
+/// only: who follows a module that stands still takes some ten seconds to come. From then on nothing is asked
+/// again: the user, who was sent to look, may have sent another order in its place.
 class OpenWishes : public QObject
 {
     Q_OBJECT
@@ -35,13 +39,16 @@ public:
 
     explicit OpenWishes(Send send) : m_send(std::move(send)) {}
 
-    /// A wish that may be repeated is sent so often in all before it is told that no answer came.
-    static constexpr int mostTries = 3;
+    /// The answer to a numbered wish is waited for so many times in all before it is told that none came.
+    static constexpr int mostTries = 10;
 
     /// How long the answer to each try is waited for.
     void setTimeout(std::chrono::milliseconds patience) { m_timeout = patience; }
 
     void add(const Wish &wish);
+
+    /// A module may be there that was not: what is numbered and still waited for is sent to it at once.
+    void askAgain();
 
     /// True, once, for the id of a wish: this is its answer.
     bool close(const QString &id, const DeskOutcome &outcome);
@@ -60,6 +67,7 @@ private:
 
     void waitFor(const QString &id);
     void endTry(const QString &id);
+    void repeat(const Wish &wish);
 
     Send m_send;
     std::chrono::milliseconds m_timeout{0};

@@ -38,6 +38,7 @@ OrderDesk::OrderDesk(QObject *parent)
     m_heartbeat.setInterval(heartbeat);
     connect(&m_heartbeat, &QTimer::timeout, this, &OrderDesk::refresh);
     connect(&m_endPoint, &EndPoint::ready, this, &OrderDesk::askAnew);
+    connect(&m_endPoint, &EndPoint::ready, this, &OrderDesk::askForOutcomes);
     connect(&m_endPoint, &EndPoint::messageReceived, this, &OrderDesk::handleMessage);
     for (const OpenQuestion *const question : {&m_ordersQuestion, &m_accountQuestion}) {
         connect(question, &OpenQuestion::unanswered, this, [this] { setAnswering(false); });
@@ -101,20 +102,26 @@ void OrderDesk::askAnew()
 QString OrderDesk::place(const OrderRequest &order)
 {
     OrderRequest placing = order;
-    placing.clientNumber = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    if (placing.clientNumber.isEmpty()) {
+        placing.clientNumber = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    }
     OwnQuestion own = ask(Trading::CmdType::ENTRUSTPLACE, order.security);
     const auto price = Trading::Money::ofYuan(order.price);
     own.question.setNewOrder(order.side, price.value_or(Trading::Money()), order.quantity);
     Wish wish;
-    if (m_knowsClientNumbers()) {
+    if (const DeskModule asked = m_module(); asked.knowsClientNumbers) {
         own.question.setClientNumber(placing.clientNumber);
-        wish.mayRepeat = m_knowsClientNumbers;
+        wish.isNumbered = true;
+        wish.mayRepeat = [this, account = asked.account] {
+            const DeskModule now = m_module();
+            return now.knowsClientNumbers && now.account == account;
+        };
     }
     wish.id = own.id;
     wish.question = own.question.toJson();
     wish.tellRepeat = [this, placing] { Q_EMIT askedAgain(placing); };
     wish.tell = [this, placing](const DeskOutcome &outcome) { Q_EMIT placed(placing, outcome); };
-    m_wishes.add(wish);
+    sendWish(wish);
     return placing.clientNumber;
 }
 
@@ -126,7 +133,7 @@ void OrderDesk::cancel(const OrderRecord &order)
     wish.id = own.id;
     wish.question = own.question.toJson();
     wish.tell = [this, order](const DeskOutcome &outcome) { Q_EMIT cancelAnswered(order, outcome); };
-    m_wishes.add(wish);
+    sendWish(wish);
 }
 
 OrderDesk::OwnQuestion OrderDesk::ask(const char *command, const Security &security)
@@ -136,6 +143,18 @@ OrderDesk::OwnQuestion OrderDesk::ask(const char *command, const Security &secur
     own.question.answerOn(m_channel, own.id);
     own.question.setSecurity(security.id());
     return own;
+}
+
+void OrderDesk::sendWish(const Wish &wish)
+{
+    const QString objection = m_module().objection;
+    if (objection.isEmpty()) {
+        m_wishes.add(wish);
+    } else {
+        QTimer::singleShot(0, this, [tell = wish.tell, objection] {
+            tell({DeskOutcome::Kind::Refused, objection});
+        });
+    }
 }
 
 bool OrderDesk::send(const QByteArray &question)

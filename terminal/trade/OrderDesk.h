@@ -15,6 +15,14 @@
 
 namespace Terminal {
 
+/// What an order desk goes by of the trading module that is there.
+struct DeskModule
+{
+    bool knowsClientNumbers = false; ///< it knows orders by the terminal's own numbers
+    QString account;                 ///< whose orders it takes; another one with another account
+    QString objection;               ///< why nothing may be sent to it, for the user; mostly empty
+};
+
 /// The terminal's own counter at the trading module, of which a terminal has one: it places and cancels
 /// orders, and knows the orders of the shown security and the account. It has a client of the bus and an
 /// answer channel for itself.
@@ -50,13 +58,17 @@ public:
     void refresh();
     /// The same without waiting for what is open: it was asked where nobody heard it.
     void askAnew();
+    /// To be called when a module may be there that was not: it is asked for what has become of the orders
+    /// that are not answered yet.
+    void askForOutcomes() { m_wishes.askAgain(); }
 
-    /// Tells whether the trading module knows orders by the terminal's own numbers; none does until then.
-    void setKnowsClientNumbers(std::function<bool()> knows) { m_knowsClientNumbers = std::move(knows); }
+    /// Tells of the module that is there whenever something is sent.
+    void setModule(std::function<DeskModule()> module) { m_module = std::move(module); }
 
-    /// Ends with placed(). Returns the client's number of this order, which `placed` has, too. Where the
-    /// module knows such numbers and does not answer in time, it is asked a few times more: the number keeps
-    /// that one order.
+    /// Ends with placed(). Returns the client's number of this order, which `placed` has, too: its own where
+    /// it has one, for a second call with it is about the same order, else a new one. Where the module knows
+    /// such numbers and does not answer in time, it is asked some times more, and so is one that follows it
+    /// with the same account: the number keeps that one order.
     QString place(const OrderRequest &order);
     /// Ends with cancelAnswered(). Requires an order whose day is known.
     void cancel(const OrderRecord &order);
@@ -95,6 +107,7 @@ private:
     bool isWatching() const { return m_heartbeat.isActive(); }
     OwnQuestion ask(const char *command, const Security &security);
     bool send(const QByteArray &question);
+    void sendWish(const Wish &wish);
     QString sendOwn(const OwnQuestion &own);
     QString askForOrders();
     QString askForAccount();
@@ -112,7 +125,7 @@ private:
     OpenQuestion m_ordersQuestion;
     OpenQuestion m_accountQuestion;
     OpenWishes m_wishes;
-    std::function<bool()> m_knowsClientNumbers = [] { return false; };
+    std::function<DeskModule()> m_module = [] { return DeskModule(); };
     Security m_security;
     std::optional<Trading::TradingDate> m_day; ///< nothing: today
     OrderRecords m_orders;

@@ -66,6 +66,9 @@ QString OrderDraft::moduleProblem() const
     if (!m_facts.moduleAnswers) {
         return tr("The trading module does not answer.");
     }
+    if (m_facts.isOtherAccount) {
+        return tr("The trading module on this bus serves another account.");
+    }
     return m_facts.isReadOnly ? tr("The account can only be read.") : QString();
 }
 

@@ -22,6 +22,7 @@ constexpr qint64 wholeLots(qint64 shares)
 struct DraftFacts
 {
     bool moduleAnswers = false;
+    bool isOtherAccount = false;       ///< the module serves another account than the window's
     bool isReadOnly = false;           ///< the module says that it takes no orders
     std::optional<double> closeBefore; ///< of the day before, by which the price limits go
     std::optional<double> available;   ///< cash

@@ -38,7 +38,8 @@ QString OutcomeText::sent(const OrderRequest &order, bool hidesAmounts)
 
 QString OutcomeText::askedAgain(const OrderRequest &order, bool hidesAmounts)
 {
-    return tr("%1: no answer yet; asked again about this one order").arg(namedOrder(order, hidesAmounts));
+    return tr("%1: outcome unknown, asking again about this one order; do not send it again yet")
+        .arg(namedOrder(order, hidesAmounts));
 }
 
 QString OutcomeText::placed(const OrderRequest &order, const DeskOutcome &outcome, bool hidesAmounts)
@@ -52,7 +53,10 @@ QString OutcomeText::placed(const OrderRequest &order, const DeskOutcome &outcom
     case DeskOutcome::Kind::NotSent:
         return tr("%1: not sent, there is no connection to the trading module").arg(what);
     case DeskOutcome::Kind::NoAnswer:
-        return tr("%1: no answer yet; look at the list of orders before you send it again").arg(what);
+        return tr("%1: no answer, and it is not asked for any more; look at the list of orders before you "
+                  "send "
+                  "it again")
+            .arg(what);
     }
     return {};
 }

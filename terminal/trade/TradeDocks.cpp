@@ -205,6 +205,12 @@ void TradeDocks::setReadOnly(bool isReadOnly)
     showFacts();
 }
 
+void TradeDocks::setOtherAccount(bool isOther)
+{
+    m_facts.isOtherAccount = isOther;
+    showFacts();
+}
+
 void TradeDocks::showOrders()
 {
     m_chartOrders.setOrders(m_desk.orders());

@@ -55,6 +55,8 @@ public:
     void setAccount(const QString &account);
     /// The trading module says whether its ledger can only be read.
     void setReadOnly(bool isReadOnly);
+    /// The trading module that is there serves another account than the window's: no order is for it.
+    void setOtherAccount(bool isOther);
     /// Other prices are known now.
     void showPrices();
 

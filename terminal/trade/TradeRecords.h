@@ -81,7 +81,8 @@ QString sideText(Direction side);
 /// How costs are reckoned, translated; a word that is not known is itself.
 QString costMethodText(const QString &word);
 
-/// The vocabulary's text of the order's status; the code itself when the vocabulary does not know it.
+/// The user's words for the order's status, translated: in Chinese they are the vocabulary's. A code that the
+/// vocabulary does not know is itself.
 QString statusText(const OrderRecord &order);
 
 /// True while the order can still be cancelled; for that its day must be known. The trading module has the

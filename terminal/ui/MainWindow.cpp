@@ -3,7 +3,7 @@
 #include "terminal/chart/view/ChartInput.h"
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/chart/view/ReadoutBar.h"
-#include "terminal/replay/ReplayedChart.h"
+#include "terminal/live/LiveChart.h"
 #include "terminal/results/ChartPlace.h"
 #include "terminal/results/ResultsDock.h"
 #include "terminal/services/BusInstance.h"
@@ -88,6 +88,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
 
 MainWindow::~MainWindow()
 {
+    m_live.reset();
     m_results.reset();
     m_trade.reset();
     m_input.reset();
@@ -139,7 +140,10 @@ void MainWindow::setUpView()
 
 void MainWindow::setUpReplay()
 {
-    m_replayedChart = new ReplayedChart(m_chart, m_session->replay(), this);
+    m_live =
+        std::make_unique<LiveChart>(m_chart, &m_session->source(), m_session->today(), m_session->replay());
+    connect(m_live.get(), &LiveChart::dayBegan, this,
+            [this] { loadOrTell(m_chart->data().security.code, ChartPeriod::Minute, {}); });
     auto *const bar = new ReplayBar(m_session->replay(), m_chart);
     bar->setObjectName(QStringLiteral("replayBar"));
     addToolBar(Qt::BottomToolBarArea, bar);
@@ -156,7 +160,11 @@ void MainWindow::setUpStates()
     setStatusBar(m_strip);
     m_statesSoon.setSingleShot(true);
     m_statesSoon.setInterval(statesAfter);
-    const auto soon = [this] { m_statesSoon.start(); };
+    const auto soon = [this] {
+        if (!m_statesSoon.isActive()) { // quotes would put it off for ever
+            m_statesSoon.start();
+        }
+    };
     connect(&m_statesSoon, &QTimer::timeout, this, &MainWindow::showStates);
     connect(m_chart, &ChartView::viewChanged, this, soon);
     connect(m_chart, &ChartView::dataChanged, this, &MainWindow::takeShownChart);
@@ -183,6 +191,9 @@ void MainWindow::wireSession()
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
     connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
     connect(&m_services, &ServiceStates::changed, this, &MainWindow::showStates);
+    connect(m_session->market(), &MarketWatch::changed, this,
+            [this] { m_strip->showMarket(*m_session->market()); });
+    connect(m_session->statementActions(), &StatementActions::changed, this, &MainWindow::takeActions);
     connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
     connect(m_results.get(), &ResultsDock::placeAsked, this, &MainWindow::showPlace);
 }
@@ -214,6 +225,7 @@ void MainWindow::applyTheme()
     const ChartTheme theme = makeTheme(m_options.theme, m_options.riseColour);
     // For lists and questions, too, to which a style sheet hands no palette down.
     QApplication::setPalette(widgetPalette(theme));
+    QApplication::setPalette(checkBoxPalette(theme), "QCheckBox");
     setStyleSheet(windowStyleSheet(theme) + tradeStyleSheet(theme));
     m_trade->setTheme(theme);
     m_results->setTheme(theme);
@@ -266,6 +278,7 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Tra
     }
     m_session->prices()->readAnew(code);
     m_chart->setData(loaded.value());
+    m_live->setFollowing(!day);
     showChoices();
     showTitle();
     tellRemarks(loaded.value().remarks);
@@ -288,17 +301,38 @@ void MainWindow::setPrices(PriceView view)
     m_bar->view()->showPrices(view);
 }
 
-/// The same bars stay in view.
 void MainWindow::showPrices(PriceView view)
 {
     const PriceView before = m_options.prices;
-    const ChartData shown = m_chart->data();
-    const BarSpan span = m_chart->span();
     setPrices(view);
-    if (load(shown.security.code, shown.period, shownDay(shown))) {
-        m_chart->setSpan(span);
-    } else {
+    if (!renewPrices()) {
         setPrices(before);
+        m_prompts.show(m_loadError);
+    }
+}
+
+/// Of the shown bars, which stay in view. False when they cannot be loaded.
+bool MainWindow::renewPrices()
+{
+    const ChartData &shown = m_chart->data();
+    const auto loaded =
+        m_session->source().load(shown.security.code, shown.period, shownDay(shown), m_options.prices);
+    m_loadError = loaded.error();
+    if (!loaded) {
+        return false;
+    }
+    if (loaded.value().bars.size() == shown.bars.size()) {
+        m_chart->setPrices(loaded.value());
+    } else {
+        m_chart->setData(loaded.value()); // its file has grown
+    }
+    tellRemarks(loaded.value().remarks);
+    return true;
+}
+
+void MainWindow::takeActions(const QString &code)
+{
+    if (code == m_chart->data().security.code && !renewPrices()) {
         m_prompts.show(m_loadError);
     }
 }
@@ -325,7 +359,9 @@ void MainWindow::showTitle()
 
 void MainWindow::takeModule()
 {
+    const auto presence = m_session->module()->presence();
     m_trade->setReadOnly(m_session->module()->state() == ModuleWatch::State::ReadOnly);
+    m_trade->setOtherAccount(presence && servesAnother(*presence, m_options.ledger));
     showTitle();
 }
 
@@ -360,7 +396,7 @@ TerminalOptions MainWindow::shownOptions() const
 QString MainWindow::setReplaying(bool on)
 {
     const ChartData shown = m_chart->data();
-    const bool showedReplay = m_replayedChart->isShown();
+    const bool showedReplay = m_live->showsReplay();
     if (!on) {
         m_session->replay()->close();
     } else {
@@ -413,6 +449,7 @@ void MainWindow::runOverlayUpdates()
 void MainWindow::takeShownChart()
 {
     m_answers.setSecurity(m_chart->data().security.id());
+    m_session->statementActions()->show(m_chart->data().security.id());
     m_states.setChart(m_chart->data());
 }
 
@@ -427,6 +464,7 @@ void MainWindow::showStates()
             m_bar->describeOverlay(kind, {});
         }
     }
+    m_strip->showMarket(*m_session->market());
     m_strip->showBus(m_services.bus());
     m_strip->showModule(module);
 }

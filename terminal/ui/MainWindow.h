@@ -24,8 +24,8 @@ namespace Terminal {
 class ChartBar;
 class ChartInput;
 class ChartView;
+class LiveChart;
 class ReadoutBar;
-class ReplayedChart;
 class ResultsDock;
 struct ResultsPlace;
 class StateStrip;
@@ -113,6 +113,8 @@ private:
     void takeModule();
     QString accountText() const;
     void showPrices(PriceView view);
+    bool renewPrices();
+    void takeActions(const QString &code);
     void tellRemarks(const QStringList &remarks);
     void setAmountsHidden(bool hidden);
     void applyTheme();
@@ -140,7 +142,7 @@ private:
     ReadoutBar *m_readout;
     ChartBar *m_bar;
     StateStrip *m_strip;
-    ReplayedChart *m_replayedChart = nullptr;
+    std::unique_ptr<LiveChart> m_live;
     WindowPrompts m_prompts;
     std::optional<OverlayLibrary> m_library;
     std::unique_ptr<OverlayHost> m_overlays;

@@ -4,7 +4,6 @@
 #include "terminal/services/ModuleWatch.h"
 
 #include <QCoreApplication>
-#include <QSysInfo>
 
 namespace Terminal {
 
@@ -24,14 +23,6 @@ QString introduction(const ModuleWatch &watch)
     return presence ? introductionOf(*presence, QCoreApplication::applicationVersion()) : QString();
 }
 
-/// A path tells nothing of a file on another machine.
-bool servesAnotherThan(const QString &ledger, const Trading::TradePresence &presence)
-{
-    const bool isKnown = !ledger.isEmpty() && !presence.ledger.isEmpty();
-    return isKnown && presence.host == QSysInfo::machineHostName() &&
-           ledgerPlace(presence.ledger) != ledgerPlace(ledger);
-}
-
 ModuleState lateState(const ModuleWatch &watch, ModuleState::Kind kind)
 {
     const QTime since = watch.unansweredSince().value_or(QTime());
@@ -46,7 +37,7 @@ ModuleState presentState(const ModuleWatch &watch, ModuleState::Kind kind, const
     if (watch.unansweredSince()) {
         return lateState(watch, ModuleState::Late);
     }
-    if (presence && servesAnotherThan(ledger, *presence)) {
+    if (presence && servesAnother(*presence, ledger)) {
         return {ModuleState::Foreign,
                 text("This window's ledger: %1").arg(ledger) + QLatin1Char('\n') + introduction(watch)};
     }

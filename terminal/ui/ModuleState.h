@@ -13,19 +13,19 @@ class ModuleWatch;
 struct ModuleState
 {
     enum Kind {
-        Unasked,   ///< nobody asks for one
-        Awaited,   ///< asked for, and not heard yet
-        Starting,  ///< the terminal has started its own, which has not said anything yet
-        NoBus,     ///< there is no bus to ask on
-        Absent,    ///< none is there
-        Answering, ///< one answers
+        Unasked,      ///< nobody asks for one
+        Awaited,      ///< asked for, and not heard yet
+        Starting,     ///< the terminal has started its own, which has not said anything yet
+        NoBus,        ///< there is no bus to ask on
+        Absent,       ///< none is there
+        Answering,    ///< one answers
         OtherVersion, ///< one answers, of another version than the terminal's
-        ReadOnly,  ///< one answers, and takes no orders
-        Foreign,   ///< one answers, but serves another ledger than the window's
-        Late,      ///< one answered until `since`, and owes an answer
-        Refusing,  ///< one is there and refuses what it is asked
-        Silent,    ///< one is there and does not answer any more
-        Failed,    ///< the terminal's own could not start, or has ended
+        ReadOnly,     ///< one answers, and takes no orders
+        Foreign,      ///< one answers, but serves another ledger than the window's
+        Late,         ///< one answered until `since`, and owes an answer
+        Refusing,     ///< one is there and refuses what it is asked
+        Silent,       ///< one is there and does not answer any more
+        Failed,       ///< the terminal's own could not start, or has ended
     };
     Kind kind = Unasked;
     QString reason{}; ///< which one it is, or why things stand so; may be empty

@@ -29,8 +29,9 @@ void setState(QLabel *label, const QString &text, const QString &details, bool i
 
 StateStrip::StateStrip(QWidget *parent)
     : QStatusBar(parent),
+      m_market(new ElidedLabel),
       m_bus(new ElidedLabel),
-      m_module(new ElidedLabel)
+      m_module(new QLabel)
 {
     setObjectName(QStringLiteral("stateStrip"));
     setSizeGripEnabled(false);
@@ -41,8 +42,12 @@ StateStrip::StateStrip(QWidget *parent)
         addWidget(label);
         label->hide();
     }
+    m_market->setObjectName(QStringLiteral("state-market"));
+    addPermanentWidget(m_market);
+    m_market->hide();
     m_bus->setObjectName(QStringLiteral("state-bus"));
     addPermanentWidget(m_bus);
+    m_module->setTextFormat(Qt::PlainText); // never cut: it is why the others stand as they do
     m_module->setObjectName(QStringLiteral("state-module"));
     addPermanentWidget(m_module);
     showBus({});
@@ -60,6 +65,13 @@ void StateStrip::showOverlay(const OverlayKind &kind, const QString &state, cons
 void StateStrip::hideOverlay(const OverlayKind &kind)
 {
     m_overlays[static_cast<size_t>(&kind - overlayKinds().data())]->hide();
+}
+
+void StateStrip::showMarket(const MarketWatch &market)
+{
+    setState(m_market, marketStateText(market), marketStateDetails(market),
+             market.state() == MarketWatch::State::Silent);
+    m_market->setVisible(!m_market->text().isEmpty());
 }
 
 void StateStrip::showBus(const BusState &bus)
@@ -81,8 +93,10 @@ QStringList StateStrip::texts() const
             texts.append(label->text());
         }
     }
-    if (!m_bus->isHidden()) {
-        texts.append(m_bus->text());
+    for (const QLabel *const label : {m_market, m_bus}) {
+        if (!label->isHidden()) {
+            texts.append(label->text());
+        }
     }
     return texts + QStringList(m_module->text());
 }

@@ -2,6 +2,7 @@
 
 #include "terminal/plugin/OverlayKind.h"
 #include "terminal/ui/BusState.h"
+#include "terminal/ui/MarketState.h"
 #include "terminal/ui/ModuleState.h"
 
 #include <QStatusBar>
@@ -12,8 +13,9 @@ class QLabel;
 
 namespace Terminal {
 
-/// The line below the window that says how things stand: with each overlay on the chart, with the bus, and
-/// with the trading module. Always of one height, so that nothing moves when something is told.
+/// The line below the window that says how things stand: with each overlay on the chart, with the market,
+/// with the bus and with the trading module. Always of one height, so that nothing moves when something is
+/// told.
 class StateStrip : public QStatusBar
 {
     Q_OBJECT
@@ -27,6 +29,7 @@ public:
     /// It is not on the chart.
     void hideOverlay(const OverlayKind &kind);
 
+    void showMarket(const MarketWatch &market);
     void showBus(const BusState &bus);
     void showModule(const ModuleState &module);
 
@@ -35,6 +38,7 @@ public:
 
 private:
     std::vector<QLabel *> m_overlays; ///< in the order of overlayKinds()
+    QLabel *m_market;
     QLabel *m_bus;
     QLabel *m_module;
 };

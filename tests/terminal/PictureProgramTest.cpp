@@ -44,6 +44,46 @@ TEST_F(PictureProgram, NeitherReadsNorWritesSettingsForAPicture)
               QStringList(QStringLiteral("tradechart")));
 }
 
+#ifdef TRADEMODULE
+/// 200 shares for 1000, which a file of actions tells as 0.2 for one.
+TEST_F(PictureProgram, AdjustsPricesByWhatAStatementTellsAsByAFile)
+{
+    const auto writeFile = [this](const char *name, const QByteArray &rows) {
+        QFile file(m_folder.filePath(QLatin1String(name)));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(rows) == rows.size());
+        return file.fileName();
+    };
+    const QString statement =
+        writeFile("statement.csv", "成交日期,业务名称,证券代码,证券名称,成交价格,成交数量,成交金额,发生金额\n"
+                                   "20160601,证券买入,000001,平安银行,10.00,1000,10000.00,-10000.00\n"
+                                   "20160616,红股入账,000001,平安银行,0.00,200,0.00,0.00\n");
+    ASSERT_TRUE(QDir(m_folder.path()).mkpath(QStringLiteral("data/daily")));
+    ASSERT_TRUE(QDir(m_folder.path()).mkpath(QStringLiteral("data/actions")));
+    for (const char *const name : {"securities.csv", "daily/000001.csv"}) {
+        ASSERT_TRUE(QFile::copy(QStringLiteral(TRADECHART_EXAMPLES "/") + QLatin1String(name),
+                                m_folder.filePath(QStringLiteral("data/") + QLatin1String(name))));
+    }
+    const auto adjusted = [this](const QStringList &more) {
+        const Outcome outcome = snapshot(
+            QStringList({QStringLiteral("--data"), m_folder.filePath(QStringLiteral("data")),
+                         QStringLiteral("--period"), QStringLiteral("month"), QStringLiteral("--adjusted")}) +
+            more);
+        EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
+        return QImage(picture()).copy(0, 50, 1280, 600); // the chart
+    };
+    const QImage byNothing = adjusted({});
+    ASSERT_EQ(run(QStringLiteral(TRADEMODULE),
+                  {QStringLiteral("--ledger"), ledger(), QStringLiteral("import"), statement}, m_environment)
+                  .exitCode,
+              0);
+    const QImage byStatement =
+        adjusted(withLedger() + QStringList({QStringLiteral("--overlays"), QStringLiteral("trades")}));
+    writeFile("data/actions/000001.csv", "exdate,bonus\n20160616,0.2\n");
+    EXPECT_NE(byStatement, byNothing);
+    EXPECT_EQ(byStatement, adjusted({}));
+}
+#endif
+
 TEST_F(PictureProgram, DrawsAdjustedPricesOnDemand)
 {
     ASSERT_EQ(snapshot({QStringLiteral("--code"), QStringLiteral("600519")}).exitCode, 0);
@@ -201,6 +241,22 @@ TEST_F(PictureProgram, DrawsNoLineForNoHolding)
     EXPECT_TRUE(
         lineRows(image, image.rect().adjusted(0, 90, 0, 0), makeTheme(ThemeKind::Dark, RiseColour::Red).line)
             .empty());
+}
+
+TEST_F(PictureProgram, IsNotTakenOfALedgerThatIsNotThere)
+{
+    const QStringList mistyped{QStringLiteral("--module"),   QStringLiteral(TRADEMODULE),
+                               QStringLiteral("--ledger"),   ledger(),
+                               QStringLiteral("--overlays"), QStringLiteral("cost"),
+                               QStringLiteral("--lang"),     QStringLiteral("en")};
+
+    const Outcome outcome = snapshot(mistyped);
+
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.messages.contains(QStringLiteral("There is no ledger ") + ledger()))
+        << qPrintable(outcome.messages);
+    EXPECT_FALSE(QFile::exists(ledger()));
+    EXPECT_FALSE(QFile::exists(picture()));
 }
 
 TEST_F(PictureProgram, WaitsForTheTradesToo)

@@ -175,9 +175,9 @@ TEST_F(WindowsProgram, PlaceAnOrderOnceThatIsAskedForAgainWhileTheModuleStandsSt
     ModuleWatch watch(nullptr);
     watch.start(m_folder.path());
     ASSERT_TRUE(waitUntil([&watch] { return watch.presence().has_value(); }));
-    desk->setKnowsClientNumbers([&watch] {
+    desk->setModule([&watch] {
         const auto presence = watch.presence();
-        return presence && presence->knows(Trading::Capability::CLIENTNO);
+        return DeskModule{presence && presence->knows(Trading::Capability::CLIENTNO), {}, {}};
     });
     desk->setTimeout(std::chrono::milliseconds(500));
     const auto module = static_cast<pid_t>(watch.presence()->process);
@@ -201,6 +201,7 @@ TEST_F(WindowsProgram, ReplayOneAtATimeOnALedger)
     const auto desk = deskOn(ledger());
     const QStringList toPicture{QStringLiteral("--snapshot"), picture(), QStringLiteral("--timeout"),
                                 QStringLiteral("40")};
+    makeLedger(ledgerCalled("other.db"));
     const Outcome refused = run(m_program, onLedger(ledger(), replay + toPicture), m_environment);
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_THAT(refused.messages.toStdString(), HasSubstr(std::to_string(first->processId())));

@@ -22,7 +22,8 @@ Translations chinese()
 
 Translations marked()
 {
-    return markedTexts({sources(), sources() + QStringLiteral("/../trading/ResultColumns.cpp")}, {QStringLiteral("tr+=translated")});
+    return markedTexts({sources(), sources() + QStringLiteral("/../trading/ResultColumns.cpp")},
+                       {QStringLiteral("tr+=translated")});
 }
 
 } // namespace

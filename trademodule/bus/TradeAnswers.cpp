@@ -7,6 +7,8 @@
 #include "trademodule/bus/ResultRows.h"
 #include "trademodule/bus/TradeRequest.h"
 #include "trademodule/bus/TradeRows.h"
+#include "trademodule/ledger/AccountHistory.h"
+#include "trademodule/results/ReceivedActions.h"
 #include "trading/ModuleVocabulary.h"
 
 #include <QJsonArray>
@@ -45,6 +47,16 @@ QJsonObject rowOf(const Position &position, qint64 sellable)
     };
 }
 
+QJsonObject rowOf(const ReceivedAction &action)
+{
+    return {
+        {key(ActionFields::DATE), action.date.text()},
+        {key(ActionFields::HELD), QString::number(action.held)},
+        {key(ActionFields::CASH), action.cash.text()},
+        {key(ActionFields::BONUS), QString::number(action.bonus)},
+    };
+}
+
 /// Runs what the rules of the market may refuse; then the answer says why.
 template <typename Action>
 void refusable(AnswerMessage *answer, Action action)
@@ -79,6 +91,7 @@ const TradeAnswers::Command *TradeAnswers::findCommand(const QString &name)
         {CmdType::ACCOUNTINFO, &TradeAnswers::answerAccount},
         {CmdType::RESULTS, &TradeAnswers::answerResults},
         {CmdType::COSTMETHOD, &TradeAnswers::setCostMethod},
+        {CmdType::CORPORATEACTIONS, &TradeAnswers::answerActions},
     };
     const auto *found =
         std::find_if(std::begin(commands), std::end(commands),
@@ -171,6 +184,23 @@ void TradeAnswers::answerResults(const TradeRequest &request, AnswerMessage *ans
     answer->set(CostFields::COSTMETHOD, wordOf(m_results.method()));
     answer->setRows(
         resultData(wish, first, m_results.part(wish, first, most), state, m_results.incompleteCodes()));
+}
+
+void TradeAnswers::answerActions(const TradeRequest &request, AnswerMessage *answer)
+{
+    const SecurityId asked = request.security();
+    AccountHistory history(m_ledger->database());
+    ReceivedActions received;
+    for (const KnownSecurity &known : history.securities(asked.code)) {
+        if (known.security == asked) {
+            history.visit(known, [&received](const AccountEvent &event) { received.take(event); });
+        }
+    }
+    QJsonArray rows;
+    for (const ReceivedAction &action : received.all()) {
+        rows.append(rowOf(action));
+    }
+    answer->set(DATA, rows);
 }
 
 void TradeAnswers::setCostMethod(const TradeRequest &request, AnswerMessage *answer)

@@ -48,6 +48,7 @@ private:
     void answerPastOrders(const TradeRequest &request, AnswerMessage *answer);
     void answerAccount(const TradeRequest &request, AnswerMessage *answer);
     void answerResults(const TradeRequest &request, AnswerMessage *answer);
+    void answerActions(const TradeRequest &request, AnswerMessage *answer);
     void setCostMethod(const TradeRequest &request, AnswerMessage *answer);
     void cancel(const TradeRequest &request, AnswerMessage *answer);
     void place(const TradeRequest &request, AnswerMessage *answer);

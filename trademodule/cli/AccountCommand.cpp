@@ -28,14 +28,14 @@ int account(const Invocation &invocation)
     if (invocation.isSet(QStringLiteral("cash"))) {
         cash = amountOf(invocation.value(QStringLiteral("cash")));
     }
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(cash ? invocation.ledgerOrNew() : invocation.existingLedger());
     PaperExchange exchange(&ledger);
     if (cash) {
         exchange.setCash(*cash);
     }
     Listing listing({QT_TR_NOOP("cash"), QT_TR_NOOP("available")}, invocation.isSet(QStringLiteral("json")));
     listing.add({OrderBook(&ledger).cash().text(), exchange.spendable().text()});
-    print(listing.text());
+    listing.finish();
     return Succeeded;
 }
 

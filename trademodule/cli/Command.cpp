@@ -4,6 +4,7 @@
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
 #include "trademodule/cli/UsageError.h"
+#include "trading/HiddenPasswords.h"
 
 #include <QCoreApplication>
 
@@ -13,12 +14,35 @@ namespace TradeModule {
 
 QString Invocation::ledger() const
 {
-    if (!isSet(QStringLiteral("ledger"))) {
+    const bool isGiven = isSet(QStringLiteral("ledger"));
+    if (!isGiven && qEnvironmentVariableIsEmpty(Trading::ledgerVariable)) {
         throw UsageError(translated("give the ledger with --ledger FILE or --ledger postgresql://..."));
     }
-    const QString location = value(QStringLiteral("ledger"));
+    const QString location =
+        isGiven ? value(QStringLiteral("ledger")) : qEnvironmentVariable(Trading::ledgerVariable);
     if (!Database::keeps(location)) {
         throw UsageError(translated("--ledger is \"%1\": nothing would be kept").arg(location));
+    }
+    return location;
+}
+
+QString Invocation::existingLedger() const
+{
+    const QString location = ledger();
+    if (!Ledger::isThere(location)) {
+        throw Error(
+            translated("there is no ledger %1; \"import FILE\" makes one of a statement, \"open\" of a "
+                       "holding, \"serve\" or \"account --cash\" an empty one")
+                .arg(Database::shownLocation(location)));
+    }
+    return location;
+}
+
+QString Invocation::ledgerOrNew() const
+{
+    const QString location = ledger();
+    if (!Ledger::isThere(location)) {
+        printError(translated("a new ledger is made: %1").arg(Database::shownLocation(location)));
     }
     return location;
 }

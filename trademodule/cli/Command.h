@@ -24,8 +24,13 @@ public:
 
     /// The value of --bus; empty when it was not given.
     QString bus() const { return value(QStringLiteral("bus")); }
-    /// The value of --ledger; a UsageError when it was not given or is empty.
+    /// The value of --ledger, else of the environment's TRADEMODULE_LEDGER; a UsageError when there is none.
     QString ledger() const;
+    /// The same for a command that shows or changes what is there: a mistyped name must not be a new account.
+    /// An Error, which says how a ledger is made, where there is none.
+    QString existingLedger() const;
+    /// The same for a command that begins a ledger where there is none; it says so on standard error.
+    QString ledgerOrNew() const;
     /// The value of an option that holds a date yyyymmdd, if it was given; a UsageError for anything else.
     std::optional<TradingDate> date(const QString &option) const;
     /// The days from --from to --to, both included; all where they were not given. A UsageError when they are

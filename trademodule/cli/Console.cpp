@@ -19,6 +19,15 @@ void write(const QString &text, FILE *stream)
     std::fflush(stream);
 }
 
+QString printableLines(const QStringList &lines)
+{
+    QString text;
+    for (const QString &line : lines) {
+        text += printable(line) + QLatin1Char('\n');
+    }
+    return text;
+}
+
 struct Range
 {
     ushort first;
@@ -43,14 +52,32 @@ int widthOf(QChar character)
 
 } // namespace
 
+QString printable(QString text)
+{
+    const auto isCommand = [](QChar character) {
+        const QChar::Category category = character.category();
+        return category == QChar::Other_Control || category == QChar::Other_Format;
+    };
+    text.replace(QLatin1Char('\t'), QLatin1Char(' '));
+    std::replace_if(text.begin(), text.end(), isCommand, QChar(QChar::ReplacementCharacter));
+    return text;
+}
+
 void print(const QString &text)
 {
     write(text, stdout);
 }
 
+void printLines(const QStringList &lines)
+{
+    print(printableLines(lines));
+}
+
 void printError(const QString &reason)
 {
-    write(QStringLiteral("%1: %2\n").arg(QCoreApplication::applicationName(), reason), stderr);
+    write(QCoreApplication::applicationName() + QLatin1String(": ") +
+              printableLines(reason.split(QLatin1Char('\n'))),
+          stderr);
 }
 
 int screenWidth(const QString &text)
@@ -81,23 +108,12 @@ QString alignedLine(const QStringList &cells, const QVector<int> &widths)
     int gap = 0; // blanks before the next cell that is not empty: lines have none at their end
     for (int i = 0; i < cells.size(); ++i) {
         if (!cells[i].isEmpty()) {
-            line += QString(gap, QLatin1Char(' ')) + cells[i];
+            line += QString(gap, QLatin1Char(' ')) + printable(cells[i]);
             gap = 0;
         }
         gap += std::max(widths[i] - screenWidth(cells[i]), 0) + 2;
     }
     return line + QLatin1Char('\n');
-}
-
-QString tableText(const QStringList &header, const QVector<QStringList> &rows)
-{
-    const QVector<QStringList> lines = QVector<QStringList>{header} + rows;
-    const QVector<int> widths = columnWidths(lines);
-    QString text;
-    for (const QStringList &line : lines) {
-        text += alignedLine(line, widths);
-    }
-    return text;
 }
 
 ProgressBar::~ProgressBar()

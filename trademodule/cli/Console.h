@@ -8,9 +8,15 @@
 
 namespace TradeModule {
 
-/// Writes to standard output.
+/// A text without what a terminal would obey: what statements and other programs wrote may move its cursor,
+/// change its title, or turn the order of what is shown.
+QString printable(QString text);
+
+/// Writes to standard output, as it is.
 void print(const QString &text);
-/// Writes a line, with the program's name, to standard error.
+/// Writes printable lines to standard output.
+void printLines(const QStringList &lines);
+/// Writes printable lines, with the program's name, to standard error.
 void printError(const QString &reason);
 
 /// True when standard error is a terminal that a person looks at.
@@ -21,10 +27,8 @@ int screenWidth(const QString &text);
 
 /// How wide each column of a table is; `lines` have as many cells each.
 QVector<int> columnWidths(const QVector<QStringList> &lines);
-/// A line of a table; a cell that is wider than its column moves the next ones.
+/// A printable line of a table; a cell that is wider than its column moves the next ones.
 QString alignedLine(const QStringList &cells, const QVector<int> &widths);
-/// A table with aligned columns: a header and rows of as many cells.
-QString tableText(const QStringList &header, const QVector<QStringList> &rows);
 
 /// A bar on a terminal that shows how far a long work is; writes nothing elsewhere.
 class ProgressBar

@@ -28,7 +28,7 @@ int cost(const Invocation &invocation)
     }
     const std::optional<CostMethod> chosen =
         words.isEmpty() ? std::nullopt : std::optional(methodOf(words[0]));
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     if (chosen) {
         ledger.setCostMethod(*chosen);
     }

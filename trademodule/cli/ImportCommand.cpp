@@ -71,10 +71,13 @@ ImportOptions importOptions(const Invocation &invocation)
 /// A dry run makes no new ledger.
 QString ledgerLocation(const Invocation &invocation, const ImportOptions &options)
 {
+    if (options.mode == Ledger::Mode::Keep) {
+        return invocation.ledgerOrNew();
+    }
     const QString location = invocation.ledger();
     const bool isNewFile =
         Database::kindOf(location) == Database::Kind::Sqlite && !QFileInfo::exists(location);
-    return isNewFile && options.mode == Ledger::Mode::DryRun ? QStringLiteral(":memory:") : location;
+    return isNewFile ? QStringLiteral(":memory:") : location;
 }
 
 /// Prints a profile to fill in, and needs no ledger.
@@ -135,13 +138,14 @@ int import(const Invocation &invocation)
         return suggest(path, options);
     }
     Ledger ledger(ledgerLocation(invocation, options), options.mode);
+    ledger.database()->mapNothing();
     const ImportReport report = importWithProgress(invocation, path, options, &ledger);
     const bool isKept = !report.isRefused && options.mode == Ledger::Mode::Keep;
     const QVector<QJsonObject> changes = isKept ? changesOf(report) : QVector<QJsonObject>();
     if (isForPrograms(invocation)) {
         JsonReply::write(importJson(report, path, options, whyNotTold(invocation, changes).isEmpty()));
     } else {
-        print(describe(report, path, options).join(QLatin1Char('\n')) + QLatin1Char('\n'));
+        printLines(describe(report, path, options));
         tellCharts(invocation, changes);
     }
     return report.isRefused ? Failed : Succeeded;

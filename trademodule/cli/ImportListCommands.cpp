@@ -20,7 +20,7 @@ QString dayText(std::optional<TradingDate> day)
 int listImports(const Invocation &invocation)
 {
     invocation.arguments(0, translated("no arguments, only options"));
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     Listing listing({QT_TR_NOOP("import"), QT_TR_NOOP("imported at"), QT_TR_NOOP("file"), QT_TR_NOOP("added"),
                      QT_TR_NOOP("there before"), QT_TR_NOOP("money"), QT_TR_NOOP("from"), QT_TR_NOOP("to"),
                      QT_TR_NOOP("account")},
@@ -32,7 +32,7 @@ int listImports(const Invocation &invocation)
                      QString::number(statement.alreadyThere), QString::number(statement.money),
                      dayText(statement.firstDay), dayText(statement.lastDay), statement.account});
     }
-    print(listing.text());
+    listing.finish();
     return Succeeded;
 }
 
@@ -91,7 +91,7 @@ QJsonObject undoneJson(const UndoneImport &undone, bool isTold)
 int undoImport(const Invocation &invocation)
 {
     const qint64 number = numberOfImport(invocation);
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     const UndoneImport undone = ledger.undoImport(number);
     const QVector<QJsonObject> changes = changesOf(undone.securities);
     if (invocation.isSet(QStringLiteral("json"))) {
@@ -114,7 +114,7 @@ int undoReplying(const Invocation &invocation)
 int listMoney(const Invocation &invocation)
 {
     invocation.arguments(0, translated("no arguments, only options"));
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     Listing listing({QT_TR_NOOP("date"), QT_TR_NOOP("time"), QT_TR_NOOP("kind"), QT_TR_NOOP("amount"),
                      QT_TR_NOOP("currency"), QT_TR_NOOP("code"), QT_TR_NOOP("note"), QT_TR_NOOP("number")},
                     invocation.isSet(QStringLiteral("json")));
@@ -124,7 +124,7 @@ int listMoney(const Invocation &invocation)
                      listing.word(entry.kind.toLatin1().constData()), entry.amount.text(), entry.currency,
                      entry.code, entry.note, entry.number});
     }
-    print(listing.text());
+    listing.finish();
     return Succeeded;
 }
 

@@ -93,7 +93,7 @@ int open(const Invocation &invocation)
 {
     const Execution holding = holdingOf(invocation.arguments(
         4, translated("CODE QUANTITY COST-PRICE DAY, such as 600519 100 1700.00 20231229")));
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.ledgerOrNew());
     const QVector<qint64> before = enteredBefore(&ledger, holding.security);
     if (!invocation.isSet(QStringLiteral("replace"))) {
         refuseSecond(holding.security, before);

@@ -77,7 +77,7 @@ int place(const Invocation &invocation)
     const Direction direction = directionOf(words[1]);
     const Money price = priceOf(words[2]);
     const qint64 quantity = wholeNumber(words[3]);
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     Changes changes;
     const Order order =
         PaperExchange(&ledger, changes.listener()).leave(security, direction, price, quantity);
@@ -90,7 +90,7 @@ int cancel(const Invocation &invocation)
 {
     const qint64 number = wholeNumber(invocation.arguments(1, translated("one order NUMBER")).constFirst());
     const TradingDate date = invocation.date(QStringLiteral("date")).value_or(TradingDate::today());
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     Changes changes;
     const Order order = PaperExchange(&ledger, changes.listener()).cancel(date, number);
     print(translated("order %1: %2").arg(order.number).arg(statusText(order)) + QLatin1Char('\n'));
@@ -102,7 +102,7 @@ int listOrders(const Invocation &invocation)
 {
     invocation.arguments(0, translated("no arguments, only options"));
     const TradingDate date = invocation.date(QStringLiteral("date")).value_or(TradingDate::today());
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     Listing listing({QT_TR_NOOP("number"), QT_TR_NOOP("date"), QT_TR_NOOP("time"), QT_TR_NOOP("code"),
                      QT_TR_NOOP("market"), QT_TR_NOOP("side"), QT_TR_NOOP("price"), QT_TR_NOOP("quantity"),
                      QT_TR_NOOP("matched"), QT_TR_NOOP("cancelled"), QT_TR_NOOP("status")},
@@ -115,7 +115,7 @@ int listOrders(const Invocation &invocation)
                      QString::number(order.quantity), QString::number(order.matchedQuantity),
                      QString::number(order.cancelledQuantity), statusText(order)});
     }
-    print(listing.text());
+    listing.finish();
     return Succeeded;
 }
 

@@ -79,7 +79,7 @@ int results(const Invocation &invocation)
     options.days = invocation.days();
     options.format = formatOf(invocation);
     const ResultGroup group = groupOf(invocation);
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     options.method = ledger.costMethod();
     const QString code = invocation.value(QStringLiteral("code"));
     AccountHistory history(ledger.database());

@@ -4,14 +4,30 @@
 #include "trademodule/cli/Console.h"
 #include "trading/CsvLine.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
+
+#include <algorithm>
 
 namespace TradeModule {
 
 namespace {
 
 constexpr int mostWaiting = 1000;
+
+/// An object of the library for each row would take most of the time of a long list.
+QString jsonText(const QString &cell)
+{
+    const bool isPlain = std::all_of(cell.begin(), cell.end(), [](QChar character) {
+        return character >= QLatin1Char(' ') && character != QLatin1Char('"') &&
+               character != QLatin1Char('\\') && !character.isSurrogate();
+    });
+    if (isPlain) {
+        return QLatin1Char('"') + cell + QLatin1Char('"');
+    }
+    const QByteArray list = QJsonDocument(QJsonArray{cell}).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(list.mid(1, list.size() - 2));
+}
 
 } // namespace
 
@@ -103,12 +119,12 @@ void RowStream::writeTable()
 
 void RowStream::writeJson(const QStringList &row)
 {
-    QJsonObject object;
+    QString line = m_isFirst ? QStringLiteral("\n{") : QStringLiteral(",\n{");
     for (int i = 0; i < m_columns.size(); ++i) {
-        object[QLatin1String(m_columns[i])] = row[i];
+        line += i == 0 ? QString() : QStringLiteral(",");
+        line += QLatin1Char('"') + QLatin1String(m_columns[i]) + QLatin1String("\":") + jsonText(row[i]);
     }
-    write((m_isFirst ? QStringLiteral("\n") : QStringLiteral(",\n")) +
-          QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
+    write(line + QLatin1Char('}'));
     m_isFirst = false;
 }
 

@@ -10,6 +10,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QFileInfo>
 #include <QTimer>
 #include <QUuid>
 
@@ -43,8 +44,16 @@ void beat(ServingLease *lease)
 /// How long the database's server may take for a statement before it is left as one that hangs.
 constexpr std::chrono::seconds longestStatement(5);
 
+/// A file by the one name that it has for every program of this machine.
+QString placeOf(Ledger *ledger)
+{
+    const QString canonical = QFileInfo(ledger->database()->location()).canonicalFilePath();
+    const bool isFile = ledger->database()->kind() == Database::Kind::Sqlite;
+    return isFile && !canonical.isEmpty() ? canonical : ledger->shownLocation();
+}
+
 /// What other programs on the bus are told of this one.
-Trading::TradePresence presenceOf(const Ledger &ledger, const LedgerServer &server)
+Trading::TradePresence presenceOf(Ledger *ledger, const LedgerServer &server)
 {
     Trading::TradePresence presence;
     presence.instance = QUuid::createUuid().toString(QUuid::WithoutBraces);
@@ -52,12 +61,13 @@ Trading::TradePresence presenceOf(const Ledger &ledger, const LedgerServer &serv
     presence.fence = server.fence;
     presence.version = QCoreApplication::applicationVersion();
     presence.protocol = QStringLiteral("1");
-    presence.can = QStringList{QLatin1String(Trading::Capability::CLIENTNO)};
+    presence.can = QStringList{QLatin1String(Trading::Capability::CLIENTNO),
+                               QLatin1String(Trading::Capability::ACTIONS)};
     presence.host = server.process.host;
     presence.process = server.process.number;
     presence.since = QDateTime::fromString(server.since, Qt::ISODate);
-    presence.isReadOnly = ledger.isReadOnly();
-    presence.ledger = ledger.shownLocation();
+    presence.isReadOnly = ledger->isReadOnly();
+    presence.ledger = placeOf(ledger);
     return presence;
 }
 
@@ -110,7 +120,7 @@ int answerCharts(const Invocation &invocation, Ledger *ledger, ServingLease *lea
     ledger->setPatience(patience);
     ledger->database()->setLongestStatement(longestStatement);
     ledger->database()->reconnectAside();
-    const TradeService service(invocation.bus(), ledger, presenceOf(*ledger, lease->server()));
+    const TradeService service(invocation.bus(), ledger, presenceOf(ledger, lease->server()));
     tellOnStandardError(service, invocation, *ledger, lease->server());
     QTimer heart;
     QObject::connect(&heart, &QTimer::timeout, &service, [lease] { beat(lease); });
@@ -124,7 +134,7 @@ int serve(const Invocation &invocation)
         throw UsageError(translated("give the directory of the terminal with --bus DIR"));
     }
     const TerminationSignals signalsQuit;
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.ledgerOrNew());
     ServingLease lease(ledger.database());
     if (!invocation.isSet(QStringLiteral("standby"))) {
         lease.take();

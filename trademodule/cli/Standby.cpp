@@ -15,6 +15,14 @@ namespace {
 
 constexpr std::chrono::milliseconds betweenLooks(500);
 
+void tellOnce(const QString &hindrance, QString *told)
+{
+    if (!hindrance.isEmpty() && hindrance != *told) {
+        printError(hindrance);
+    }
+    *told = hindrance;
+}
+
 enum Outcome { ToldToEnd = 0, Followed, LedgerIsLost };
 
 } // namespace
@@ -27,12 +35,14 @@ bool standByFor(ServingLease *lease)
     printError(translated("standing by, this ledger is served: %1").arg(lease->ownersName()));
     QEventLoop loop;
     std::optional<Error> failure;
+    QString hindrance;
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &loop, [&] {
         try {
             if (lease->tryFollow()) {
                 loop.exit(Followed);
             }
+            tellOnce(lease->hindrance(), &hindrance);
         } catch (const LedgerUnavailable &) { // goes on waiting
         } catch (const Error &error) {
             failure = error;

@@ -24,7 +24,7 @@ bool hasDigitsOnly(const QString &text)
 int listPositions(const Invocation &invocation)
 {
     invocation.arguments(0, translated("no arguments, only options"));
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     Listing listing({QT_TR_NOOP("code"), QT_TR_NOOP("market"), QT_TR_NOOP("name"), QT_TR_NOOP("quantity"),
                      QT_TR_NOOP("costprice"), QT_TR_NOOP("cost"), QT_TR_NOOP("method")},
                     invocation.isSet(QStringLiteral("json")));
@@ -36,7 +36,7 @@ int listPositions(const Invocation &invocation)
              decimals(position.holding.costPrice().value_or(0), 3), decimals(position.holding.cost(), 2),
              listing.isJson() ? wordOf(position.holding.method()) : nameOf(position.holding.method())});
     }
-    print(listing.text());
+    listing.finish();
     return Succeeded;
 }
 
@@ -48,19 +48,18 @@ int listTrades(const Invocation &invocation)
     if (!hasDigitsOnly(code)) {
         throw UsageError(translated("--code is \"%1\", but a code has digits only").arg(code));
     }
-    Ledger ledger(invocation.ledger());
+    Ledger ledger(invocation.existingLedger());
     Listing listing({QT_TR_NOOP("date"), QT_TR_NOOP("time"), QT_TR_NOOP("code"), QT_TR_NOOP("market"),
                      QT_TR_NOOP("side"), QT_TR_NOOP("price"), QT_TR_NOOP("quantity"), QT_TR_NOOP("amount"),
                      QT_TR_NOOP("fee"), QT_TR_NOOP("order"), QT_TR_NOOP("deal")},
                     invocation.isSet(QStringLiteral("json")));
-    const Executions trades = code.isEmpty() ? ledger.trades(days) : ledger.trades(code, days);
-    for (const Execution &trade : trades) {
+    ledger.visitTrades(code, days, [&listing](const Execution &trade) {
         listing.add({trade.date.dashedText(), trade.time.colonText(), trade.security.code,
                      marketLetters(trade.security.market), listing.word(sideWord(trade.side)),
                      trade.price.text(), QString::number(trade.quantity), trade.amount.text(),
                      trade.fee.text(), trade.orderNo, trade.dealNo});
-    }
-    print(listing.text());
+    });
+    listing.finish();
     return Succeeded;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "trademodule/exchange/Quote.h"
+#include "trademodule/exchange/QuoteMessage.h"
 #include "trademodule/ledger/Order.h"
 
 namespace TradeModule {

@@ -193,16 +193,22 @@ void PaperExchange::take(const Quote &quote)
     }
     settleDoubt();
     if (wasDealt(quote)) {
+        m_newTrading.note(quote);
         return;
     }
-    m_market.note(quote.security, quote.time, quote.open, quote.previousClose);
+    const std::optional<Quote> added = m_newTrading.of(quote);
+    if (!added) {
+        return;
+    }
+    m_market.note(quote.security, m_newTrading.timeWith(quote), quote.open, quote.previousClose);
     advanceAll();
     if (m_market.hasNewReference()) {
         m_market.keep();
     }
     if (TradingRules::isOpen(quote.time)) {
-        deal(quote); // at last: what fails can be taken again, and nothing is dealt twice
+        deal(*added); // at last: what fails can be taken again, and nothing is dealt twice
     }
+    m_newTrading.note(quote);
 }
 
 /// The orders that a bar deals, the oldest first.

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "trademodule/exchange/NewTrading.h"
 #include "trademodule/exchange/OrderCover.h"
-#include "trademodule/exchange/Quote.h"
+#include "trademodule/exchange/QuoteMessage.h"
 #include "trademodule/ledger/MarketDay.h"
 #include "trademodule/ledger/OrderBook.h"
 
@@ -46,7 +47,8 @@ public:
     Order cancel(TradingDate date, qint64 number);
 
     /// Deals what the bar allows: a buy when its low, a sell when its high reaches the order's price, at
-    /// the bar's open when that is better; all orders together at most a quarter of its volume. A quote
+    /// the bar's open when that is better; all orders together at most a quarter of its volume. Of a minute
+    /// that was told before, only what is new is dealt, and nothing of a late quote: see NewTrading. A quote
     /// of another day than today is left alone; the log says so once for each such day. When it fails as
     /// LedgerUnavailable, take the same quote again before the next: nothing was dealt, or, when that was not
     /// known, it is found out then and nothing is dealt twice.
@@ -102,6 +104,7 @@ private:
     OrderCover m_cover;
     const Listener m_listener;
     MarketDay m_market;
+    NewTrading m_newTrading;
     QSet<TradingDate> m_strangeDates; // of quotes, told in the log
     std::optional<Doubt> m_doubt;
     std::optional<Quote> m_dealtInDoubt; // its dealing was known only afterwards to have succeeded

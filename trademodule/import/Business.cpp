@@ -68,7 +68,7 @@ const std::vector<BusinessRow> &table()
         {{transfers, Effect::MoneyOut},
          words("证券转银 证转银 转银行 银行转取 转取 资金取 资金转出 资金划出 转出资金 出金 现金取 资金出 "
                "资金红冲")},
-        {{transfers, Effect::MoneyIn}, words("银证 银行转 资金划转 转账")},
+        {{transfers, Effect::Money}, words("银证 银行转 资金划转 转账")},
         {{custody, Effect::Nothing}, words("指定 冻结 解冻 登记 质押")},
         {{custody, Effect::SharesIn}, words("转入 划入 过入 入库 托入 转托入 存入")},
         {{custody, Effect::SharesOut}, words("转出 划出 过出 出库 托出 转托出")},
@@ -206,7 +206,7 @@ std::optional<BusinessKind> ofSide(const QString &word)
 
 BusinessKind otherMoney()
 {
-    return {QT_TR_NOOP("other money"), Effect::MoneyIn};
+    return {QT_TR_NOOP("other money"), Effect::Money};
 }
 
 BusinessKind repo()

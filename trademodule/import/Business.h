@@ -12,8 +12,9 @@ enum class Effect {
     Buy,
     Sell,
     Nothing,     ///< changes neither
-    MoneyIn,     ///< cash only; the direction counts where the statement has no net amount
+    MoneyIn,     ///< cash only; the direction counts where the statement has no net amount with a sign
     MoneyOut,    ///< the same
+    Money,       ///< the same, but only a sign can tell the direction
     Split,       ///< shares that come or vanish for nothing
     SharesIn,    ///< shares that come in at what they cost
     SharesOut,   ///< shares that leave with their part of the cost

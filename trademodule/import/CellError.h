@@ -19,4 +19,11 @@ private:
     QString m_column;
 };
 
+/// A buy that seems to have received what a buy pays: true of every buy where amounts have no signs.
+class UnsignedBuy : public CellError
+{
+public:
+    using CellError::CellError;
+};
+
 } // namespace TradeModule

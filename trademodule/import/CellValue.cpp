@@ -46,8 +46,33 @@ QString withoutWrapping(QString cell)
     return cell;
 }
 
+/// A comma that does not part thousands is a decimal one: to drop it would make a hundred of one.
+bool hasDecimalComma(const QString &cell)
+{
+    constexpr int group = 3;
+    int digits = group; // since the last comma, or none was seen
+    bool isAfterComma = false;
+    for (const QChar character : cell) {
+        if (character == QLatin1Char(',')) {
+            if (isAfterComma && digits != group) {
+                return true;
+            }
+            isAfterComma = true;
+            digits = 0;
+        } else if (character == QLatin1Char('.')) {
+            break;
+        } else if (character.isDigit()) {
+            ++digits;
+        }
+    }
+    return isAfterComma && digits != group;
+}
+
 QString digitsOfNumber(QString cell)
 {
+    if (hasDecimalComma(cell)) {
+        return cell; // no number
+    }
     for (const QChar dropped : {QLatin1Char(','), QLatin1Char(' '), QLatin1Char('+')}) {
         cell.remove(dropped);
     }

@@ -17,6 +17,17 @@ enum class SecurityClass {
     Other,
 };
 
+/// Where a range is known from, and so how sure it is.
+enum class RangeSource {
+    ShanghaiRules, ///< the row of these three digits in 上海证券交易所证券代码分配规则 of August 2009
+    ShanghaiFirstDigit, ///< the same rules, which give the first digit a meaning; the three digits are
+                        ///< younger
+    ShenzhenOverview,   ///< the plan of Shenzhen's codes and the third board's, as overviews for traders tell
+                        ///< it
+    BeijingNotice, ///< the notice of October 2025 by which Beijing's shares went from 43, 83 and 87 to 920
+    Usage,         ///< seen in statements only: nothing that was published has been found for it
+};
+
 /// What the first digits of a code tell.
 struct CodeRange
 {
@@ -25,6 +36,7 @@ struct CodeRange
     SecurityClass kind;
     const char *listed; ///< of rights and applications: what the shares' own code starts with; null where it
                         ///< is another
+    RangeSource source;
 };
 
 /// The exchanges' tables of codes.

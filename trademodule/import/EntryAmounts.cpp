@@ -38,6 +38,12 @@ bool isRounding(Money difference)
     return !(magnitude(difference) > most);
 }
 
+/// True of fees that a broker may take.
+bool isBelievable(Money fee, const Execution &execution)
+{
+    return !(fee > Money::ofSteps(execution.amount.steps() / 20 + 100 * Money::stepsPerYuan));
+}
+
 } // namespace
 
 double EntryAmounts::number(Column column, const char *what) const
@@ -81,8 +87,10 @@ qint64 EntryAmounts::quantity() const
     const double quantity = number(Column::Quantity, QT_TR_NOOP("quantity"));
     constexpr double mostShares = 1e12;
     if (quantity != std::floor(quantity) || std::fabs(quantity) > mostShares) {
-        throw m_row.errorIn(Column::Quantity, translated("the quantity \"%1\" is no number of whole shares")
-                                                  .arg(CellValue::cleaned(m_row.cell(Column::Quantity))));
+        throw m_row.errorIn(
+            Column::Quantity,
+            translated("the quantity \"%1\" is no number of whole shares; parts of a share are not kept")
+                .arg(CellValue::cleaned(m_row.cell(Column::Quantity))));
     }
     return static_cast<qint64>(quantity);
 }
@@ -154,24 +162,56 @@ void EntryAmounts::refuseWrongSign(const Execution &execution, Money net) const
             translated("the entry says sell, but its net amount %1 is that of a buy").arg(net.text()));
     }
     if (execution.side == Side::Buy && !net.isNegative() && isWorthAWord) {
+        const QString reason =
+            translated("the entry says buy, but its net amount %1 is that of a sell").arg(net.text());
+        if (net > execution.amount && isBelievable(net - execution.amount, execution)) {
+            throw UnsignedBuy(reason, m_row.columns().nameOf(Column::Net));
+        }
+        throw m_row.errorIn(Column::Net, reason);
+    }
+}
+
+/// Without a sign the size must fit: a buy pays the amount and fees, a sell receives the amount without them.
+void EntryAmounts::refuseWrongSize(const Execution &execution, Money net) const
+{
+    const Money beyond = execution.side == Side::Buy ? -net - execution.amount : net - execution.amount;
+    if (execution.side == Side::Buy && beyond.isNegative() && !isRounding(beyond)) {
         throw m_row.errorIn(
             Column::Net,
-            translated("the entry says buy, but its net amount %1 is that of a sell").arg(net.text()));
+            translated("the entry says buy, but its net amount %1 is that of a sell").arg((-net).text()));
     }
+    if (execution.side == Side::Sell && !beyond.isNegative() && !isRounding(beyond)) {
+        throw m_row.errorIn(
+            Column::Net,
+            translated("the entry says sell, but its net amount %1 is that of a buy").arg(net.text()));
+    }
+}
+
+/// Negative for a buy, also where the statement has no signs.
+Money EntryAmounts::signedNet(const Execution &execution) const
+{
+    const Money stated = net().value_or(Money());
+    if (!m_row.areAmountsUnsigned()) {
+        refuseWrongSign(execution, stated);
+        return stated;
+    }
+    const Money signedOne = execution.side == Side::Buy ? -magnitude(stated) : magnitude(stated);
+    if (!stated.isZero()) {
+        refuseWrongSize(execution, signedOne);
+    }
+    return signedOne;
 }
 
 EntryAmounts::Fee EntryAmounts::fee(const Execution &execution) const
 {
     const Money listed = listedFees();
-    const Money net = this->net().value_or(Money());
-    refuseWrongSign(execution, net);
+    const Money net = signedNet(execution);
     if (net.isZero()) {
         return {listed};
     }
     const Money paid =
         execution.side == Side::Buy ? magnitude(net) - execution.amount : execution.amount - net;
-    const Money believable = Money::ofSteps(execution.amount.steps() / 20 + 100 * Money::stepsPerYuan);
-    if (paid.isNegative() || paid > believable) {
+    if (paid.isNegative() || !isBelievable(paid, execution)) {
         return {listed, true};
     }
     const bool isInDoubt = !listed.isZero() && !isRounding(paid - listed);

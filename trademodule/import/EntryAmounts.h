@@ -50,6 +50,8 @@ private:
     Money money(Column column, const char *what) const;
     Money sum(Column column, const char *what) const;
     void refuseWrongSign(const Execution &execution, Money net) const;
+    void refuseWrongSize(const Execution &execution, Money net) const;
+    Money signedNet(const Execution &execution) const;
 
     const StatementRow &m_row;
 };

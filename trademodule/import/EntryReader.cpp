@@ -31,8 +31,9 @@ bool isTotalLine(const StatementRow &row)
 /// True of a line without anything that every entry has.
 bool isTextLine(const StatementRow &row)
 {
+    const Column ofDay = row.has(Column::Date) ? Column::Date : Column::Time;
     return CellValue::isEmpty(row.cell(Column::Code)) && CellValue::isEmpty(row.cell(Column::Quantity)) &&
-           !CellValue::date(row.cell(Column::Date)) && (row.has(Column::Code) || !row.has(Column::Price));
+           !CellValue::date(row.cell(ofDay)) && (row.has(Column::Code) || !row.has(Column::Price));
 }
 
 Entry furniture(const char *kind)
@@ -84,6 +85,49 @@ bool isYuan(const StatementRow &row)
     return !row.has(Column::Currency) || currencyOf(row) == QLatin1String("CNY");
 }
 
+/// True when the kind says that the account paid. An Error when it does not say which way money went.
+bool isPaid(const Entry &entry)
+{
+    switch (entry.kind.effect) {
+    case Effect::MoneyOut:
+    case Effect::Application:
+    case Effect::Payment:
+    case Effect::SharesIn:
+    case Effect::Buy:
+        return true;
+    case Effect::MoneyIn:
+    case Effect::Redemption:
+    case Effect::SharesOut:
+    case Effect::Sell:
+        return false;
+    case Effect::Repo:
+        return !entry.word.contains(QStringLiteral("购回")) && !entry.word.contains(QStringLiteral("到期"));
+    case Effect::Nothing:
+    case Effect::Money:
+    case Effect::Split:
+    case Effect::Shares:
+    case Effect::Conversion:
+    case Effect::Entry:
+    case Effect::ShortSale:
+        break;
+    }
+    throw Error(
+        translated("\"%1\" does not say whether money came or went, and no sign does").arg(entry.word));
+}
+
+/// What an entry without shares changed: negative when the account paid.
+Money movedMoney(const EntryAmounts &amounts, const StatementRow &row, const Entry &entry)
+{
+    const bool isSigned = row.has(Column::Net) && !row.areAmountsUnsigned();
+    if (isSigned) {
+        return amounts.net().value_or(Money());
+    }
+    const Money moved = row.has(Column::Net)                   ? magnitude(amounts.net().value_or(Money()))
+                        : entry.kind.effect == Effect::Nothing ? Money() // an amount that nobody paid
+                                                               : amounts.statedAmount();
+    return moved.isZero() || !isPaid(entry) ? moved : -moved;
+}
+
 } // namespace
 
 Entry EntryReader::read(const StatementRow &row)
@@ -111,6 +155,7 @@ Entry EntryReader::readEntry(const StatementRow &row)
     case Effect::Nothing:
     case Effect::MoneyIn:
     case Effect::MoneyOut:
+    case Effect::Money:
     case Effect::Repo:
         readMoney(row, &entry);
         return entry;
@@ -199,18 +244,7 @@ Execution EntryReader::begin(const StatementRow &row, const NamedSecurity &secur
 
 void EntryReader::readMoney(const StatementRow &row, Entry *entry)
 {
-    const EntryAmounts amounts(row);
-    const std::optional<Money> net = amounts.net();
-    Money amount = net.value_or(Money());
-    const bool isTold = net || row.has(Column::Net);
-    if (!isTold && entry->kind.effect != Effect::Nothing) { // only the kind tells which way it went
-        const bool isRepaid =
-            entry->word.contains(QStringLiteral("购回")) || entry->word.contains(QStringLiteral("到期"));
-        const Effect effect = entry->kind.effect;
-        const bool isPaid = effect == Effect::MoneyOut || effect == Effect::Application ||
-                            effect == Effect::Payment || (effect == Effect::Repo && !isRepaid);
-        amount = isPaid ? -amounts.statedAmount() : amounts.statedAmount();
-    }
+    const Money amount = movedMoney(EntryAmounts(row), row, *entry);
     if (amount.isZero()) {
         return;
     }
@@ -239,12 +273,18 @@ void EntryReader::readBalances(const StatementRow &row, Entry *entry)
     }
     const EntryAmounts amounts(row);
     entry->cashAfter = amounts.cashAfter();
-    entry->cash = amounts.net();
-    if (entry->cash || !isPlainTrade) {
+    if (!row.areAmountsUnsigned()) {
+        entry->cash = amounts.net();
+    } else if (entry->money) {
+        entry->cash = entry->money->amount;
+    }
+    if (entry->cash || !entry->shares || (!isPlainTrade && !row.areAmountsUnsigned())) {
         return;
     }
-    const Execution &trade = *entry->shares;
-    entry->cash = trade.side == Side::Buy ? -(trade.amount + trade.fee) : trade.amount - trade.fee;
+    const Execution &shares = *entry->shares;
+    entry->cash = shares.side == Side::Sell ? shares.amount - shares.fee
+                  : costsMoney(shares.side) ? -(shares.amount + shares.fee)
+                                            : Money();
 }
 
 TradingDate EntryReader::dateOf(const StatementRow &row)

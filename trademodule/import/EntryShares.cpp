@@ -59,6 +59,7 @@ Side sideOfMove(const Entry &entry, qint64 quantity, Money net, SecurityClass ki
     case Effect::Nothing:
     case Effect::MoneyIn:
     case Effect::MoneyOut:
+    case Effect::Money:
     case Effect::Repo:
     case Effect::ShortSale:
         break;
@@ -78,7 +79,14 @@ void EntryReader::readShares(const StatementRow &row, Entry *entry)
 {
     const Effect effect = entry->kind.effect;
     if (EntryAmounts(row).quantity() == 0) { // money alone, whatever the words say
-        if (effect == Effect::Buy || effect == Effect::Sell) {
+        const bool isTradeWord = effect == Effect::Buy || effect == Effect::Sell;
+        if (isTradeWord && !row.has(Column::Quantity)) {
+            throw Error(
+                translated("\"%1\" is a trade, but the statement has no column of quantities (成交数量): "
+                           "export the executed trades")
+                    .arg(entry->word));
+        }
+        if (isTradeWord) {
             entry->kind = EntryAmounts(row).net().value_or(Money()).isZero()
                               ? BusinessKind{QT_TR_NOOP("entries without a quantity"), Effect::Nothing}
                               : Business::otherMoney();
@@ -108,9 +116,8 @@ void EntryReader::readShares(const StatementRow &row, Entry *entry)
         return;
     }
     const EntryAmounts amounts(row);
-    readMove(row, security,
-             sideOfMove(*entry, amounts.quantity(), amounts.net().value_or(Money()), security.kind,
-                        amounts.sharesAfter()),
+    const Money net = row.areAmountsUnsigned() ? Money() : amounts.net().value_or(Money());
+    readMove(row, security, sideOfMove(*entry, amounts.quantity(), net, security.kind, amounts.sharesAfter()),
              entry);
 }
 
@@ -146,7 +153,8 @@ void EntryReader::readWithoutPrice(const StatementRow &row, const NamedSecurity 
     const Money net = amounts.net().value_or(Money());
     const Money amount = amounts.statedAmount();
     const bool hasMoney = !net.isZero() || !amount.isZero();
-    const bool isIncome = side == Side::Buy && !net.isZero() && !net.isNegative();
+    const bool isIncome = side == Side::Buy && !net.isZero() && !net.isNegative() && row.has(Column::Price) &&
+                          !row.areAmountsUnsigned();
     if (isIncome) {
         entry->kind = Business::otherMoney();
         readMoney(row, entry);
@@ -176,15 +184,16 @@ void EntryReader::readWithoutPrice(const StatementRow &row, const NamedSecurity 
 void EntryReader::readMove(const StatementRow &row, const NamedSecurity &security, Side side, Entry *entry)
 {
     const EntryAmounts amounts(row);
-    const Money net = amounts.net().value_or(Money());
+    const bool costs = costsMoney(side);
+    const Money stated = amounts.net().value_or(Money());
+    const Money net = row.areAmountsUnsigned() && costs ? -magnitude(stated) : stated;
     Execution execution = begin(row, security, side);
     execution.quantity = std::abs(amounts.quantity());
     const bool isForNothing = side == Side::Bonus || side == Side::Merger;
     execution.price = isForNothing ? Money() : amounts.price();
     constexpr int piecesPerLot = 10;
     execution.quantity *= amounts.isInLots(execution, security.kind) ? piecesPerLot : 1;
-    const bool costsMoney = side == Side::Allotment || side == Side::In;
-    if (costsMoney) {
+    if (costs) {
         execution.amount = amounts.amount(execution, security.kind);
         if (execution.amount.isZero() && net.isNegative()) {
             execution.amount = magnitude(net);
@@ -195,7 +204,7 @@ void EntryReader::readMove(const StatementRow &row, const NamedSecurity &securit
         execution.fee = net.isNegative() && !paidBeyond.isNegative() ? paidBeyond : Money();
     }
     entry->shares = execution;
-    if (!net.isZero() && !(costsMoney && net.isNegative())) {
+    if (!net.isZero() && !(costs && net.isNegative())) {
         readMoney(row, entry);
     }
 }

@@ -66,6 +66,14 @@ void addRowRemarks(const StatementContents &contents, QVector<Remark> *remarks)
                                     "shares that were borrowed are not in the books")
                              .arg(rows(found.rows))});
     }
+    if (contents.areAmountsUnsigned) {
+        remarks->append({0, translated("no net amount has a sign: what came and what went is taken from the "
+                                       "words, and what was bought and sold checked against the amounts")});
+    }
+    if (!contents.sheetsLeftOut.isEmpty()) {
+        remarks->append({0, translated("left out: sheets without a header of entries: %1")
+                                .arg(contents.sheetsLeftOut.join(QStringLiteral(", ")))});
+    }
     if (contents.repeatedRows > 0) {
         remarks->append({0, translated("dropped: %1 that repeat another with the same deal number")
                                 .arg(rows(contents.repeatedRows))});
@@ -168,23 +176,28 @@ QStringList doubtLines(const Booked &booked)
 QStringList bookedLines(const ImportReport &report, Ledger::Mode mode)
 {
     const Booked &booked = report.booked;
+    const bool isKept = mode == Ledger::Mode::Keep;
     QStringList lines;
     if (booked.inAnotherForm > 0) {
         lines.append(
             translated("known already from another kind of export: %1").arg(entries(booked.inAnotherForm)));
     }
     if (booked.completedFees > 0) {
-        lines.append(translated("completed the fees of %1 already there").arg(entries(booked.completedFees)));
+        lines.append((isKept ? translated("completed the fees of %1 already there")
+                             : translated("would complete the fees of %1 already there"))
+                         .arg(entries(booked.completedFees)));
     }
     if (booked.moneyAdded > 0) {
-        lines.append(translated("movements of money added: %1").arg(booked.moneyAdded));
+        lines.append((isKept ? translated("movements of money added: %1")
+                             : translated("movements of money that would be added: %1"))
+                         .arg(booked.moneyAdded));
     }
     if (report.contents.cash) {
         lines.append(translated("cash by the statement on %1: %2")
                          .arg(report.contents.cash->date.dashedText(), report.contents.cash->balance.text()));
     }
-    const QString line = mode == Ledger::Mode::Keep ? translated("imported %1, %2 already in the ledger")
-                                                    : translated("would import %1, %2 already in the ledger");
+    const QString line = isKept ? translated("imported %1, %2 already in the ledger")
+                                : translated("would import %1, %2 already in the ledger");
     lines.append(line.arg(entries(booked.added)).arg(booked.alreadyThere));
     return lines;
 }

@@ -18,6 +18,7 @@ struct ReadOptions
     QHash<QString, SecurityId> securitiesByName; ///< for a statement without a code column
     QStringList accounts; ///< of a statement with several, these; empty for its only one
     ImportProfile profile{};
+    bool areAmountsUnsigned = false; ///< net amounts have no signs: the reader finds out
 };
 
 } // namespace TradeModule

@@ -87,10 +87,17 @@ void RowCollector::take(const SheetRow &row)
     if (isDecoration(row)) {
         return;
     }
+    if (row.sheet != m_sheet) {
+        beginSheet(row.sheet);
+    }
+    m_isSheetUsed = true;
     constexpr int linesBeforeAHeader = 200;
     const bool mayBeHeader = TableHeader::mayBeHeader(row) || (!m_header && row.line <= linesBeforeAHeader);
     if (mayBeHeader && ((m_header && m_header->isRepeatedBy(row)) || takeHeader(row))) {
         return;
+    }
+    if (goesOn(row)) {
+        m_header = m_formerHeader;
     }
     if (m_header && !m_isInOtherTable) {
         takeEntry(row);
@@ -128,10 +135,43 @@ void RowCollector::noteNearMiss(const SheetRow &row)
     }
 }
 
+/// Each sheet has a header of its own.
+void RowCollector::beginSheet(const QString &name)
+{
+    endSheet();
+    m_sheet = name;
+    m_isSheetUsed = false;
+    m_isInOtherTable = false;
+    m_formerHeader = m_header ? m_header : m_formerHeader;
+    m_header.reset();
+}
+
+/// True of a row without a header on its sheet that is one of the sheet before: the list was too long for
+/// one.
+bool RowCollector::goesOn(const SheetRow &row) const
+{
+    if (m_header || !m_formerHeader) {
+        return false;
+    }
+    const StatementColumns &columns = m_formerHeader->columns();
+    const QStringList cells = m_formerHeader->cells(row);
+    return columns.has(Column::Date) && CellValue::date(columns.cell(Column::Date, cells)) &&
+           !isTooLong(columns, cells);
+}
+
+/// A sheet that tells no entries, such as one of holdings, is left out.
+void RowCollector::endSheet()
+{
+    if (!m_sheet.isEmpty() && m_isSheetUsed && !m_header) {
+        m_contents.sheetsLeftOut.append(m_sheet);
+    }
+}
+
 void RowCollector::begin(const TableHeader &header)
 {
     refuseMissingColumns(header.columns(), m_options);
     m_header = header;
+    m_hadHeader = true;
     m_isInOtherTable = false;
     for (const QString &name : header.columns().unknownNames()) {
         if (!m_contents.unknownColumns.contains(name)) {
@@ -144,7 +184,8 @@ void RowCollector::begin(const TableHeader &header)
 void RowCollector::takeEntry(const SheetRow &row)
 {
     const QStringList cells = m_header->cells(row);
-    const StatementRow statementRow(m_header->columns(), cells);
+    const StatementRow statementRow(m_header->columns(), cells, m_options.areAmountsUnsigned);
+    noteSign(statementRow);
     try {
         const Entry entry = m_entries.read(statementRow);
         if (!entry.isFurniture && isCutShort(m_header->columns(), cells)) {
@@ -161,12 +202,21 @@ void RowCollector::takeEntry(const SheetRow &row)
             keep(entry, statementRow, row.line);
             m_contents.rowCount += entry.isFurniture ? 0 : 1;
         }
+    } catch (const UnsignedBuy &error) {
+        m_hasUnsignedBuy = true;
+        refuse(row.line, error.reason(), error.column());
     } catch (const CellError &error) {
         refuse(row.line, error.reason(), error.column());
     } catch (const Error &error) {
         refuse(row.line, error.reason());
     }
     m_hasRows = true;
+}
+
+void RowCollector::noteSign(const StatementRow &row)
+{
+    m_hasNegativeNet =
+        m_hasNegativeNet || CellValue::money(row.cell(Column::Net)).value_or(Money()).isNegative();
 }
 
 /// The accounts are told apart by their own column; without one by shareholder's codes of one kind.
@@ -289,13 +339,15 @@ void RowCollector::refuse(int line, const QString &reason, const QString &column
     ++m_contents.badRowCount;
     ++m_contents.rowCount;
     if (m_contents.badRows.size() < StatementContents::mostBadRows) {
-        m_contents.badRows.append({line, reason, column});
+        const QString place = m_sheet.isEmpty() ? reason : translated("sheet %1: %2").arg(m_sheet, reason);
+        m_contents.badRows.append({line, place, column});
     }
 }
 
 StatementContents RowCollector::finish()
 {
-    if (!m_header) {
+    endSheet();
+    if (!m_hadHeader) {
         throw StatementRefused(
             {translated("there is no header line that names the price (成交价格), the quantity (成交数量) "
                         "and the security (证券代码); export the executed trades with their header"),
@@ -303,13 +355,15 @@ StatementContents RowCollector::finish()
              {},
              m_nearMiss.unknownNames()});
     }
-    if (!m_hasRows && !m_header->columns().has(Column::Date) && !m_options.date) {
+    if (m_header && !m_hasRows && !m_header->columns().has(Column::Date) && !m_options.date) {
         throw Error(translated("the statement has no date column; give the day of its trades with --date"));
     }
     finishAccount();
     finishAllotments();
     finishOrder();
     finishDays();
+    m_contents.areAmountsUnsigned = m_options.areAmountsUnsigned;
+    m_contents.mayBeUnsigned = m_hasUnsignedBuy && !m_hasNegativeNet;
     m_contents.unknownWords = m_entries.unknownWords();
     m_contents.cashDisagreement = m_cashCheck.disagreement();
     return std::move(m_contents);

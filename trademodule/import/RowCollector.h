@@ -26,9 +26,13 @@ public:
 private:
     bool takeHeader(const SheetRow &row);
     void begin(const TableHeader &header);
+    void beginSheet(const QString &name);
+    void endSheet();
+    bool goesOn(const SheetRow &row) const;
     void takeEntry(const SheetRow &row);
     bool isOfOtherAccount(const StatementRow &row);
     void noteAccount(const QString &account);
+    void noteSign(const StatementRow &row);
     void keep(const Entry &entry, const StatementRow &row, int line);
     void keepShares(const Entry &entry, int line, uint fingerprint);
     void keepMoney(const MoneyEntry &money);
@@ -48,7 +52,13 @@ private:
     EntryReader m_entries;
     std::optional<TableHeader> m_header;
     bool m_isInOtherTable = false;
+    QString m_sheet;
+    std::optional<TableHeader> m_formerHeader; ///< of the sheet before
+    bool m_isSheetUsed = false;                ///< it has rows, whatever they are
+    bool m_hadHeader = false;
     bool m_hasRows = false;
+    bool m_hasNegativeNet = false;
+    bool m_hasUnsignedBuy = false;
     StatementColumns m_nearMiss; ///< before a header: the columns of the line that comes nearest to one
     ListedEntries m_listed;
     Allotments m_allotments;

@@ -14,6 +14,7 @@ struct SheetRow
     QString text;
     QStringList cells;
     bool isCut = false; ///< true when it has cells, false when it has text
+    QString sheet{};    ///< its name in a workbook of several; else empty
 };
 
 using RowVisitor = std::function<void(const SheetRow &row)>;

@@ -68,10 +68,14 @@ struct StatementContents
     QVector<BadRow> badRows;
     int badRowCount = 0;
 
+    bool areAmountsUnsigned = false; ///< words alone tell what came and what went
+    bool mayBeUnsigned = false;      ///< buys were refused as if amounts had no signs, and indeed none has
+
     int repeatedRows = 0; ///< dropped: the same deal number and everything else once more
     int equalRows = 0;    ///< kept: equal to another row, but nothing says that they are one fill
     int daysAsListed = 0; ///< days of a security whose order is only as listed
 
+    QStringList sheetsLeftOut; ///< of a workbook: they tell no entries
     QStringList unknownColumns;
     QStringList unknownWords;
     Noted feesInDoubt; ///< the fees do not come to what was paid

@@ -10,14 +10,18 @@ class StatementRow
 {
 public:
     /// Columns and cells stay the caller's and outlive this object.
-    StatementRow(const StatementColumns &columns, const QStringList &cells)
+    StatementRow(const StatementColumns &columns, const QStringList &cells, bool areAmountsUnsigned)
         : m_columns(columns),
-          m_cells(cells)
+          m_cells(cells),
+          m_areAmountsUnsigned(areAmountsUnsigned)
     {
     }
 
     const StatementColumns &columns() const { return m_columns; }
     const QStringList &allCells() const { return m_cells; }
+
+    /// True when net amounts are written without signs: only words tell what came and what went.
+    bool areAmountsUnsigned() const { return m_areAmountsUnsigned; }
 
     bool has(Column column) const { return m_columns.has(column); }
     /// The cell of the best column of a meaning; empty when there is none.
@@ -34,6 +38,7 @@ public:
 private:
     const StatementColumns &m_columns;
     const QStringList &m_cells;
+    const bool m_areAmountsUnsigned;
 };
 
 } // namespace TradeModule

@@ -28,7 +28,7 @@ void refuseForeignFormat(const QByteArray &start)
 {
     for (const ForeignFormat &format : foreignFormats) {
         if (start.startsWith(format.start)) {
-            throw Error(translated("this is %1, not a text; open it and save it as CSV or tab-separated text")
+            throw Error(translated("this is %1, not a text; open it and save it as .xlsx or CSV")
                             .arg(translated(format.what)));
         }
     }

@@ -110,22 +110,28 @@ QVector<QPair<QString, QString>> attributesIn(const ZipArchive &archive, const Q
     return found;
 }
 
-/// Where the sheets are, in the order in which a user sees them.
-QStringList sheetFiles(const ZipArchive &archive)
+struct SheetFile
+{
+    QString name; ///< as a user sees it
+    QString file;
+};
+
+/// In the order in which a user sees them.
+QVector<SheetFile> sheetFiles(const ZipArchive &archive)
 {
     QHash<QString, QString> targets;
     for (const auto &row : attributesIn(archive, QStringLiteral("xl/_rels/workbook.xml.rels"), "Relationship",
                                         "Id", "Target")) {
         targets.insert(row.first, row.second);
     }
-    QStringList files;
+    QVector<SheetFile> files;
     for (const auto &row :
          attributesIn(archive, QStringLiteral("xl/workbook.xml"), "sheet", "name", "r:id")) {
         const QString target = targets.value(row.second);
         const QString file =
             target.startsWith(QLatin1Char('/')) ? target.mid(1) : QStringLiteral("xl/") + target;
         if (archive.has(file) && files.size() < mostSheets) {
-            files.append(file);
+            files.append({row.first, file});
         }
     }
     return files;
@@ -147,7 +153,12 @@ int columnOf(const QStringRef &reference)
 class Sheet
 {
 public:
-    Sheet(const QVector<QString> &texts, const RowVisitor &visitor) : m_texts(texts), m_visitor(visitor) {}
+    Sheet(const QString &name, const QVector<QString> &texts, const RowVisitor &visitor)
+        : m_name(name),
+          m_texts(texts),
+          m_visitor(visitor)
+    {
+    }
 
     void read(ZipEntry *entry);
 
@@ -156,6 +167,7 @@ private:
     void readCell(QXmlStreamReader *xml);
     QString valueOf(QXmlStreamReader *xml, const QString &type) const;
 
+    const QString m_name; ///< empty for the only one
     const QVector<QString> &m_texts;
     const RowVisitor &m_visitor;
     SheetRow m_row;
@@ -179,7 +191,7 @@ void Sheet::readRow(QXmlStreamReader *xml)
         refuseSize();
     }
     const int number = xml->attributes().value(QLatin1String("r")).toInt();
-    m_row = {number > 0 ? number : m_row.line + 1, QString(), {}, true};
+    m_row = {number > 0 ? number : m_row.line + 1, QString(), {}, true, m_name};
     while (xml->readNextStartElement()) {
         if (xml->name() == QLatin1String("c")) {
             readCell(xml);
@@ -236,13 +248,13 @@ void visit(const QString &path, const RowVisitor &visitor, const ReadProgress &p
         throw Error(translated("this is a zip archive, not a workbook; unpack it and import what is inside"));
     }
     const QVector<QString> texts = sharedTexts(archive);
-    const QStringList files = sheetFiles(archive);
+    const QVector<SheetFile> files = sheetFiles(archive);
     for (int i = 0; i < files.size(); ++i) {
         if (progress) {
             progress(i, files.size());
         }
-        ZipEntry entry(archive, files[i]);
-        Sheet(texts, visitor).read(&entry);
+        ZipEntry entry(archive, files[i].file);
+        Sheet(files.size() > 1 ? files[i].name : QString(), texts, visitor).read(&entry);
     }
 }
 

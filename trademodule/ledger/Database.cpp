@@ -181,9 +181,14 @@ void Database::reconnectAside()
     }
 }
 
-/// Only a server ends connections: a file stays open.
+/// Only a server ends connections: a file stays open, unless it was written under who thought nobody would.
 void Database::reopenIfLost()
 {
+    if (hasChanged()) {
+        connection().close();
+        open();
+        return;
+    }
     if (m_isInTransaction || (connection().isOpen() && !m_isLost)) {
         return;
     }
@@ -211,6 +216,7 @@ void Database::tellOfReconnection()
 
 void Database::openSqlite(const QString &file)
 {
+    m_unchanging.reset();
     m_isReadOnly = isReadOnlyFile(file);
     m_isReadOnly ? openReadOnlySqlite(file) : openWritableSqlite(file);
     m_file = FileIdentity::of(file);
@@ -235,19 +241,43 @@ void Database::openWritableSqlite(const QString &file)
     run(QStringLiteral("PRAGMA foreign_keys = ON"));
 }
 
-/// Where no file can be laid beside it, not even to read, the ledger is read as what nobody changes: nobody
-/// who keeps to the same rights can.
 void Database::openReadOnlySqlite(const QString &file)
 {
     QSqlDatabase database = connection();
     database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI"));
-    const QString address = QString::fromUtf8(QUrl::fromLocalFile(shownLocation()).toEncoded());
-    database.setDatabaseName(address);
+    database.setDatabaseName(QString::fromUtf8(QUrl::fromLocalFile(shownLocation()).toEncoded()));
     if (!database.open() || !QSqlQuery(database).exec(QStringLiteral("SELECT 1 FROM sqlite_master"))) {
         database.close();
-        database.setDatabaseName(address + QStringLiteral("?immutable=1"));
+        openAsUnchanging(file);
+    } else {
+        open(database, file);
     }
+}
+
+/// Where no file can be laid beside it, not even to read, the ledger is read as what nobody changes. Who has
+/// more rights changes it all the same: then it is opened anew.
+void Database::openAsUnchanging(const QString &file)
+{
+    if (QFileInfo(logFile()).size() > 0) {
+        throw LedgerUnavailable(translated("the ledger %1 cannot be read by this user as long as another "
+                                           "program writes it: its newest changes are in %2")
+                                    .arg(shownLocation(), logFile()));
+    }
+    QSqlDatabase database = connection();
+    database.setDatabaseName(database.databaseName() + QStringLiteral("?immutable=1"));
+    m_unchanging = FileState::of(file);
     open(database, file);
+}
+
+QString Database::logFile() const
+{
+    return QFileInfo(m_location).canonicalFilePath() + QStringLiteral("-wal");
+}
+
+/// What was read of it may be of two times.
+bool Database::hasChanged() const
+{
+    return m_unchanging && (FileState::of(m_location) != *m_unchanging || QFileInfo(logFile()).size() > 0);
 }
 
 void Database::refuseReplacedFile() const
@@ -272,8 +302,7 @@ void Database::refuseReplacedFile() const
 /// SQLite goes on with the log that it has open, and moves it into the ledger when the connection is closed.
 void Database::refuseReplacedLog() const
 {
-    const QString log = QFileInfo(m_location).canonicalFilePath() + QStringLiteral("-wal");
-    const FileIdentity found = FileIdentity::of(log);
+    const FileIdentity found = FileIdentity::of(logFile());
     if (!m_log.isThere()) {
         m_log = found; // it is made with the first change
     }
@@ -282,14 +311,14 @@ void Database::refuseReplacedLog() const
             translated("the file %1, which belongs to the ledger, was removed or replaced. "
                        "Nothing was changed; end this program, which keeps what is in the "
                        "ledger, and start it again")
-                .arg(log));
+                .arg(logFile()));
     }
 }
 
-QString Database::shownLocation() const
+QString Database::shownLocation(const QString &location)
 {
-    return m_kind == Kind::Sqlite ? QFileInfo(m_location).absoluteFilePath()
-                                  : PostgreSqlAddress(m_location).shown();
+    return kindOf(location) == Kind::Sqlite ? QFileInfo(location).absoluteFilePath()
+                                            : PostgreSqlAddress(location).shown();
 }
 
 void Database::openPostgreSql(const PostgreSqlAddress &address)
@@ -570,6 +599,9 @@ void Database::run(QSqlQuery *prepared, const QVariantList &values)
 bool Database::readNext(QSqlQuery *rows)
 {
     const bool isThere = execute([rows] { return rows->next(); });
+    if (!isThere && hasChanged()) {
+        throw LedgerUnavailable(translated("the ledger was written while it was read: try again"));
+    }
     if (!isThere && rows->lastError().isValid()) {
         refuse(*rows);
     }
@@ -589,6 +621,13 @@ bool Database::execute(const std::function<bool()> &statement)
 }
 
 /// In PostgreSQL in whichever schema is looked into first.
+void Database::mapNothing()
+{
+    if (m_kind == Kind::Sqlite) {
+        run(QStringLiteral("PRAGMA mmap_size = 0"));
+    }
+}
+
 bool Database::hasTable(const QString &name)
 {
     const QString sql =

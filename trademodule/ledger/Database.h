@@ -1,6 +1,7 @@
 #pragma once
 
 #include "trademodule/ledger/FileIdentity.h"
+#include "trademodule/ledger/FileState.h"
 #include "trademodule/ledger/Rows.h"
 
 #include <QDeadlineTimer>
@@ -12,6 +13,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace TradeModule {
 
@@ -46,7 +48,9 @@ public:
     Kind kind() const { return m_kind; }
     const QString &location() const { return m_location; }
     /// The location for people: a file's full path, or the URL without a password.
-    QString shownLocation() const;
+    QString shownLocation() const { return shownLocation(m_location); }
+    /// The same of one that is not open.
+    static QString shownLocation(const QString &location);
 
     /// A LedgerUnavailable when another file, or none, lies where the ledger's or its write-ahead log was:
     /// what is written into a file that was moved away nobody would find again. Every transaction looks
@@ -65,6 +69,9 @@ public:
     void run(QSqlQuery *prepared, const QVariantList &values);
 
     bool hasTable(const QString &name);
+
+    /// For a program that reads the whole ledger once: from now on no part of its file is kept in memory.
+    void mapNothing();
 
     /// How long a change waits for another process that is changing the same ledger, before it fails as
     /// LedgerUnavailable: a minute, unless something else is said. Once one has waited in vain the next do
@@ -111,6 +118,9 @@ private:
     void openSqlite(const QString &file);
     void openWritableSqlite(const QString &file);
     void openReadOnlySqlite(const QString &file);
+    void openAsUnchanging(const QString &file);
+    QString logFile() const;
+    bool hasChanged() const;
     void openPostgreSql(const PostgreSqlAddress &address);
     void waitAtMost(std::chrono::milliseconds time);
     void lockOutWriters();
@@ -141,6 +151,7 @@ private:
     FileIdentity m_file;                 ///< of a SQLite ledger, when it was opened
     mutable FileIdentity m_log;          ///< of its write-ahead log, when it was seen first
     bool m_isReadOnly = false;
+    std::optional<FileState> m_unchanging; ///< a file that SQLite reads without looking whether it changes
     std::chrono::milliseconds m_longestStatement = std::chrono::minutes(1);
     std::unique_ptr<StatementWatch> m_watch;  ///< of a server's connection
     std::unique_ptr<ServerProbe> m_probe;     ///< of a server to which the way back is found aside

@@ -29,6 +29,12 @@ constexpr bool takesShares(Side side)
     return side == Side::Sell || side == Side::Merger || side == Side::Out;
 }
 
+/// True when the account pays for the shares.
+constexpr bool costsMoney(Side side)
+{
+    return side == Side::Buy || side == Side::Allotment || side == Side::In;
+}
+
 /// What a trade of an order does to the holding.
 constexpr Side sideOf(Direction direction)
 {

@@ -6,15 +6,6 @@ namespace TradeModule {
 
 namespace {
 
-Executions all(Rows rows)
-{
-    Executions executions;
-    while (rows.next()) {
-        executions.append(ExecutionColumns::read(rows));
-    }
-    return executions;
-}
-
 /// Rows of LedgerQueries::knownEntries...().
 KnownEntries known(Rows rows, const SecurityId &security)
 {
@@ -41,15 +32,24 @@ Executions ExecutionTable::trades(const SecurityId &security, DateRange days)
     return executions;
 }
 
-Executions ExecutionTable::trades(const QString &code, DateRange days)
-{
-    return all(
-        m_database->run(LedgerQueries::tradesOfCode(), {code, days.first.number(), days.last.number()}));
-}
-
 Executions ExecutionTable::trades(DateRange days)
 {
-    return all(m_database->run(LedgerQueries::tradesOfDays(), {days.first.number(), days.last.number()}));
+    Executions executions;
+    visitTrades(QString(), days, [&executions](const Execution &trade) { executions.append(trade); });
+    return executions;
+}
+
+void ExecutionTable::visitTrades(const QString &code, DateRange days, const Visitor &visit)
+{
+    QVariantList values{days.first.number(), days.last.number()};
+    if (!code.isEmpty()) {
+        values.prepend(code);
+    }
+    Rows rows = m_database->run(
+        code.isEmpty() ? LedgerQueries::tradesOfDays() : LedgerQueries::tradesOfCode(), values);
+    while (rows.next()) {
+        visit(ExecutionColumns::read(rows));
+    }
 }
 
 void ExecutionTable::visitEntries(qint64 id, const SecurityId &security, DateRange days, const Visitor &visit)

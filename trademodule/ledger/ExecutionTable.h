@@ -20,10 +20,10 @@ public:
 
     /// The trades of a security, oldest first.
     Executions trades(const SecurityId &security, DateRange days);
-    /// The trades of a code on every market, oldest first.
-    Executions trades(const QString &code, DateRange days);
     /// The trades of all securities, oldest first.
     Executions trades(DateRange days);
+    /// Has each trade of a code on every market, or of all when it is empty, visited, oldest first.
+    void visitTrades(const QString &code, DateRange days, const Visitor &visit);
 
     /// Has every entry of a security visited, oldest first. `id` is the security's key in the ledger.
     void visitEntries(qint64 id, const SecurityId &security, DateRange days, const Visitor &visit);

@@ -69,9 +69,15 @@ QString FileLock::signOfLife()
     return QStringLiteral("%1.%2").arg(time.tv_sec).arg(time.tv_nsec);
 }
 
-bool FileLock::endOwner(const ProcessIdentity &owner, const QString &sign)
+void FileLock::endOwner(const ProcessIdentity &owner, const QString &sign)
 {
-    return signOfLife() == sign && owner.end();
+    const bool isStill = signOfLife() == sign;
+    setHindrance(
+        !isStill || owner.end()
+            ? QString()
+            : translated("process %1 on %2 gives no sign of life and cannot be ended from here: end it "
+                         "there")
+                  .arg(QString::number(owner.number), owner.host));
 }
 
 } // namespace TradeModule

@@ -19,7 +19,7 @@ public:
     bool tryTake() override;
     void beat() override;
     QString signOfLife() override;
-    bool endOwner(const ProcessIdentity &owner, const QString &sign) override;
+    void endOwner(const ProcessIdentity &owner, const QString &sign) override;
 
 private:
     const int m_descriptor;

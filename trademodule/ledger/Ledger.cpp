@@ -11,6 +11,8 @@
 #include "trademodule/ledger/ToldStatement.h"
 #include "trademodule/ledger/Transaction.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace TradeModule {
@@ -24,6 +26,16 @@ Ledger::Ledger(const QString &location, Mode mode) : m_database(location)
     } else {
         migrateSchema(&m_database);
     }
+}
+
+bool Ledger::isThere(const QString &location)
+{
+    const bool isFile = Database::kindOf(location) == Database::Kind::Sqlite;
+    if (isFile && !QFileInfo::exists(location)) {
+        return false;
+    }
+    Database database(location);
+    return schemaVersion(&database) > 0;
 }
 
 qint64 Ledger::registerSecurity(const SecurityId &security, const QString &name)
@@ -171,14 +183,15 @@ Executions Ledger::trades(const SecurityId &security, DateRange days)
     return ExecutionTable(&m_database).trades(security, days);
 }
 
-Executions Ledger::trades(const QString &code, DateRange days)
-{
-    return ExecutionTable(&m_database).trades(code, days);
-}
-
 Executions Ledger::trades(DateRange days)
 {
     return ExecutionTable(&m_database).trades(days);
+}
+
+void Ledger::visitTrades(const QString &code, DateRange days,
+                         const std::function<void(const Execution &)> &visit)
+{
+    ExecutionTable(&m_database).visitTrades(code, days, visit);
 }
 
 Holding Ledger::holding(const SecurityId &security)

@@ -25,6 +25,9 @@ public:
     /// Called now and then with how many of the entries are written.
     using Progress = std::function<void(int done, int total)>;
 
+    /// True when there is a ledger at `location`, of whichever version; nothing is made.
+    static bool isThere(const QString &location);
+
     /// Opens, and makes when it is not there, the ledger at `location`: see Database. A ledger of an older
     /// program is brought up to date; for a dry run only until this object goes, and nobody else writes
     /// meanwhile.
@@ -58,10 +61,12 @@ public:
 
     /// The trades of a security, oldest first; other entries are none.
     Executions trades(const SecurityId &security, DateRange days);
-    /// The trades of a code on every market, oldest first.
-    Executions trades(const QString &code, DateRange days);
     /// The trades of all securities, oldest first.
     Executions trades(DateRange days);
+    /// Has each trade of a code on every market, or of all when it is empty, visited, oldest first: of a
+    /// million, too, without keeping them. Nothing else is asked of the ledger meanwhile.
+    void visitTrades(const QString &code, DateRange days,
+                     const std::function<void(const Execution &)> &visit);
 
     Holding holding(const SecurityId &security);
     /// Shares that the entries before a day come to; less than none where earlier statements are missing.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <QVariant>
 
 namespace TradeModule {
@@ -20,6 +21,9 @@ public:
 
     /// Of the row that was gone to.
     QVariant value(int column) const { return m_query.value(column); }
+
+    /// What the columns are called.
+    QSqlRecord record() const { return m_query.record(); }
 
     /// No more is read: so that what is read can be changed.
     void finish() { m_query.finish(); }

@@ -58,6 +58,11 @@ bool ServingLease::tryFollow()
     return false;
 }
 
+QString ServingLease::hindrance() const
+{
+    return m_lock->hindrance();
+}
+
 bool ServingLease::tryTake()
 {
     const QDeadlineTimer deadline(longestFarewell);

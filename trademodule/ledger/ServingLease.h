@@ -37,6 +37,9 @@ public:
     /// Who has the lease, for people.
     QString ownersName();
 
+    /// Why an owner that stands still is not ended by tryFollow(), and what to do, for people; mostly empty.
+    QString hindrance() const;
+
     /// The owner's sign of life; to be given every betweenBeats.
     void beat();
     static constexpr std::chrono::seconds betweenBeats{2};

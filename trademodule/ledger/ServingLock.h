@@ -24,12 +24,22 @@ public:
     virtual void beat() = 0;
     virtual QString signOfLife() = 0;
 
-    /// Ends who has the lock, if its sign of life is still `sign`; false when that is not possible from here.
-    /// `owner` is who entered itself in the ledger.
-    virtual bool endOwner(const ProcessIdentity &owner, const QString &sign) = 0;
+    /// Ends who has the lock, if its sign of life is still `sign`. `owner` is who entered itself in the
+    /// ledger. Called again and again as long as the lock is not free.
+    virtual void endOwner(const ProcessIdentity &owner, const QString &sign) = 0;
+
+    /// Why an owner that stands still is not ended from here, and what to do about it, for people; empty
+    /// while nothing is known to be in the way.
+    const QString &hindrance() const { return m_hindrance; }
 
     /// Of the ledger in a database, which outlives the lock.
     static std::unique_ptr<ServingLock> of(Database *database);
+
+protected:
+    void setHindrance(const QString &hindrance) { m_hindrance = hindrance; }
+
+private:
+    QString m_hindrance;
 };
 
 } // namespace TradeModule

@@ -1,6 +1,7 @@
 #include "trademodule/ledger/SessionLock.h"
 
 #include "trademodule/Error.h"
+#include "trademodule/ProgramLanguage.h"
 #include "trademodule/ledger/Database.h"
 
 namespace TradeModule {
@@ -71,18 +72,52 @@ void SessionLock::beat()
     m_database->run(QStringLiteral("SELECT 1"));
 }
 
+/// The server shows the sessions of other users to those only who may see them.
 QString SessionLock::signOfLife()
 {
-    return textOf(m_database->run(ownersSession(signOfSession)));
+    Rows row = m_database->run(ownersSession(signOfSession));
+    if (!row.next()) {
+        return {};
+    }
+    setHindrance(
+        row.value(0).isNull()
+            ? translated("the session of the one that serves is hidden from this database user: if it "
+                         "stood still, nobody would know. Give this user the role pg_read_all_stats, or "
+                         "use the same one")
+            : hindrance());
+    return row.value(0).toString();
 }
 
 /// Its process, when it wakes up, finds its connection and its lock gone.
-bool SessionLock::endOwner(const ProcessIdentity & /*owner*/, const QString &sign)
+void SessionLock::endOwner(const ProcessIdentity & /*owner*/, const QString &sign)
 {
-    Rows row = m_database->run(ownersSession("pg_terminate_backend(a.pid)") +
+    m_endings = sign == m_endedSign ? m_endings + 1 : 1;
+    m_endedSign = sign;
+    try {
+        terminate(sign);
+    } catch (const LedgerUnavailable &) {
+        throw;
+    } catch (const LedgerError &refusal) {
+        setHindrance(
+            translated("this database user may not end the session of the one that serves, which gives "
+                       "no sign of life: give it the role pg_signal_backend, or use the same user. %1")
+                .arg(refusal.reason()));
+    }
+}
+
+/// A session that is frozen at the server hears of its end when it wakes up.
+void SessionLock::terminate(const QString &sign)
+{
+    constexpr int soonEnough = 6;
+    Rows row = m_database->run(ownersSession("pg_terminate_backend(a.pid), a.pid") +
                                    QStringLiteral(" AND %1 = ?").arg(QLatin1String(signOfSession)),
                                {sign});
-    return row.next() && row.value(0).toBool();
+    if (row.next() && m_endings > soonEnough) {
+        setHindrance(
+            translated("the session of the one that serves was told to end and does not: its process %1 "
+                       "at the database's server must be ended there")
+                .arg(row.value(1).toLongLong()));
+    }
 }
 
 } // namespace TradeModule

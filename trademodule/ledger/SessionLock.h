@@ -18,13 +18,16 @@ public:
     bool tryTake() override;
     void beat() override;
     QString signOfLife() override;
-    bool endOwner(const ProcessIdentity &owner, const QString &sign) override;
+    void endOwner(const ProcessIdentity &owner, const QString &sign) override;
 
 private:
     void endLostSession();
+    void terminate(const QString &sign);
 
     Database *const m_database;
-    QString m_session; ///< the connection that took the lock last
+    QString m_session;   ///< the connection that took the lock last
+    QString m_endedSign; ///< of the owner's session that was told to end last
+    int m_endings = 0;   ///< so many times
 };
 
 } // namespace TradeModule

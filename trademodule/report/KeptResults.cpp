@@ -147,9 +147,7 @@ private:
     Figures m_sum;
 };
 
-KeptResults::KeptResults(Ledger *ledger)
-    : m_ledger(ledger),
-      m_number(QRandomGenerator::global()->generate())
+KeptResults::KeptResults(Ledger *ledger) : m_ledger(ledger), m_number(QRandomGenerator::global()->generate())
 {
 }
 

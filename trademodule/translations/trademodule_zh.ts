@@ -618,10 +618,6 @@
         <translation>PDF 文件</translation>
     </message>
     <message>
-        <source>this is %1, not a text; open it and save it as CSV or tab-separated text</source>
-        <translation>这是%1，不是文本文件；请打开后另存为 CSV 或制表符分隔的文本</translation>
-    </message>
-    <message>
         <source>the text is neither UTF-8 nor UTF-16 nor GBK; save it in one of these</source>
         <translation>文本编码不是 UTF-8、UTF-16 或 GBK；请用其中一种编码另存</translation>
     </message>
@@ -724,10 +720,6 @@
     <message>
         <source>&quot;%1&quot; says neither buy nor sell</source>
         <translation>“%1”未说明是买入还是卖出</translation>
-    </message>
-    <message>
-        <source>the quantity &quot;%1&quot; is no number of whole shares</source>
-        <translation>数量“%1”不是整数股</translation>
     </message>
     <message>
         <source>the quantity of a buy is negative</source>
@@ -880,6 +872,30 @@
     <message>
         <source>standing by, this ledger is served: %1</source>
         <translation>待命中，此账本正在提供服务：%1</translation>
+    </message>
+    <message>
+        <source>there is no ledger %1; &quot;import FILE&quot; makes one of a statement, &quot;open&quot; of a holding, &quot;serve&quot; or &quot;account --cash&quot; an empty one</source>
+        <translation>没有账本 %1；“import 文件”由对账单建立，“open”由持仓建立，“serve”或“account --cash”建立空账本</translation>
+    </message>
+    <message>
+        <source>a new ledger is made: %1</source>
+        <translation>新建账本：%1</translation>
+    </message>
+    <message>
+        <source>process %1 on %2 gives no sign of life and cannot be ended from here: end it there</source>
+        <translation>主机 %2 上的进程 %1 没有动静，从这里无法结束：请在该主机上结束它</translation>
+    </message>
+    <message>
+        <source>the session of the one that serves is hidden from this database user: if it stood still, nobody would know. Give this user the role pg_read_all_stats, or use the same one</source>
+        <translation>此数据库用户看不到服务者的会话：会话若停滞也无从得知。请授予该用户角色 pg_read_all_stats，或使用同一用户</translation>
+    </message>
+    <message>
+        <source>this database user may not end the session of the one that serves, which gives no sign of life: give it the role pg_signal_backend, or use the same user. %1</source>
+        <translation>服务者的会话没有动静，而此数据库用户无权结束它：请授予角色 pg_signal_backend，或使用同一用户。%1</translation>
+    </message>
+    <message>
+        <source>the session of the one that serves was told to end and does not: its process %1 at the database&apos;s server must be ended there</source>
+        <translation>已通知服务者的会话结束，但它没有结束：请在数据库服务器上结束其进程 %1</translation>
     </message>
     <message>
         <source>followed %1; the fence is %2 now</source>
@@ -1392,6 +1408,50 @@
         <translation>sale、trip、security、month 或 year</translation>
         <source>warning: the statement holds %1 of %2 after this row, the ledger %3 (%4 securities disagree); import the earlier statements, or enter what was held before with open</source>
         <translation>警告：对账单在此行之后持有 %1 股 %2，账本为 %3（%4 只证券不一致）；请导入更早的对账单，或用 open 录入此前的持仓</translation>
+    </message>
+    <message>
+        <source>this is %1, not a text; open it and save it as .xlsx or CSV</source>
+        <translation>这是%1，不是文本；请打开后另存为 .xlsx 或 CSV</translation>
+    </message>
+    <message>
+        <source>the quantity &quot;%1&quot; is no number of whole shares; parts of a share are not kept</source>
+        <translation>数量“%1”不是整数股；不足一股的份额不入账</translation>
+    </message>
+    <message>
+        <source>no net amount has a sign: what came and what went is taken from the words, and what was bought and sold checked against the amounts</source>
+        <translation>发生金额均无正负号：收支方向按业务名称判断，买卖方向已与金额核对</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not say whether money came or went, and no sign does</source>
+        <translation>“%1”未说明资金是转入还是转出，也没有正负号</translation>
+    </message>
+    <message>
+        <source>sheet %1: %2</source>
+        <translation>工作表 %1：%2</translation>
+    </message>
+    <message>
+        <source>left out: sheets without a header of entries: %1</source>
+        <translation>未读取没有交易表头的工作表：%1</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is a trade, but the statement has no column of quantities (成交数量): export the executed trades</source>
+        <translation>“%1”是交易，但对账单没有成交数量列：请导出成交记录</translation>
+    </message>
+    <message>
+        <source>the ledger %1 cannot be read by this user as long as another program writes it: its newest changes are in %2</source>
+        <translation>其他程序正在写入账本 %1 时，本用户无法读取：最新的更改在 %2 中</translation>
+    </message>
+    <message>
+        <source>the ledger was written while it was read: try again</source>
+        <translation>读取账本时账本被写入：请重试</translation>
+    </message>
+    <message>
+        <source>would complete the fees of %1 already there</source>
+        <translation>将补全已有 %1的费用</translation>
+    </message>
+    <message>
+        <source>movements of money that would be added: %1</source>
+        <translation>将新增资金变动：%1</translation>
     </message>
 </context>
 </TS>

@@ -82,6 +82,14 @@ QPalette widgetPalette(const ChartTheme &theme)
     return palette;
 }
 
+QPalette checkBoxPalette(const ChartTheme &theme)
+{
+    constexpr int frameDarker = 140; // percent: the style makes the frame so much darker than the window
+    QPalette palette = widgetPalette(theme);
+    palette.setColor(QPalette::Window, theme.mutedText.lighter(frameDarker));
+    return palette;
+}
+
 QString windowStyleSheet(const ChartTheme &theme)
 {
     return QStringLiteral(

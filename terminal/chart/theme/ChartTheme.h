@@ -37,6 +37,9 @@ ChartTheme makeTheme(ThemeKind kind, RiseColour rise);
 /// The colours of widgets that go with the chart.
 QPalette widgetPalette(const ChartTheme &theme);
 
+/// The same for check boxes, which would have hardly a frame on a dark window.
+QPalette checkBoxPalette(const ChartTheme &theme);
+
 /// The style sheet of the terminal's window.
 QString windowStyleSheet(const ChartTheme &theme);
 

@@ -116,18 +116,41 @@ void ChartView::setData(const ChartData &data)
     Q_EMIT dataChanged();
 }
 
-void ChartView::append(const Bars &bars)
+void ChartView::setPrices(const ChartData &data)
+{
+    m_data = data;
+    Q_EMIT pricesChanged();
+    refit();
+}
+
+void ChartView::grow(size_t first, const Bars &bars)
 {
     if (bars.empty()) {
         return;
     }
     const double lastBefore = lastBar();
+    m_data.bars.resize(first);
     m_data.bars.insert(m_data.bars.end(), bars.begin(), bars.end());
     m_data.ahead.erase(m_data.ahead.begin(),
                        std::upper_bound(m_data.ahead.begin(), m_data.ahead.end(), m_data.bars.back().minute));
+    showGrown(first, lastBefore);
+}
+
+void ChartView::refresh(const ChartData &data)
+{
+    const double lastBefore = lastBar();
+    const auto [shown, fresh] =
+        std::mismatch(m_data.bars.begin(), m_data.bars.end(), data.bars.begin(), data.bars.end());
+    const auto first = static_cast<size_t>(fresh - data.bars.begin());
+    m_data = data;
+    showGrown(first, lastBefore);
+}
+
+void ChartView::showGrown(size_t first, double lastBefore)
+{
     fitViewport();
     m_viewport.followLast(lastBefore, lastBar());
-    Q_EMIT barsAppended();
+    Q_EMIT barsGrew(static_cast<int>(first));
     refit();
 }
 

@@ -40,9 +40,16 @@ public:
     void setData(const ChartData &data);
     const ChartData &data() const { return m_data; }
 
-    /// Adds bars after the last one. The view stays where it is, unless the last bar was in it and the new
-    /// one would not be: then it moves along.
-    void append(const Bars &bars);
+    /// Shows the same bars in other prices; what is in view stays. Requires as many bars as are shown.
+    void setPrices(const ChartData &data);
+
+    /// Puts these in the place of the bars from number `first` on, of at least as many. The view stays where
+    /// it is, unless the last bar was in it and the new one would not be: then it moves along.
+    void grow(size_t first, const Bars &bars);
+
+    /// Shows the same chart as it is now. Requires the security and the period of data() and at least as many
+    /// bars; the view stays as with grow().
+    void refresh(const ChartData &data);
 
     void setTheme(const ChartTheme &theme);
     const ChartTheme &theme() const { return m_theme; }
@@ -104,8 +111,10 @@ public:
 Q_SIGNALS:
     /// Other bars were loaded.
     void dataChanged();
-    /// Bars were added after the last one; the scales are not fitted yet.
-    void barsAppended();
+    /// The same bars have other prices; the scales are not fitted yet.
+    void pricesChanged();
+    /// Bars from this number on are others, or were added; the scales are not fitted yet.
+    void barsGrew(int first);
     /// Other bars or prices are in view, or were fitted anew; a repaint follows.
     void viewChanged();
     /// The crosshair is on another bar; -1 for none.
@@ -114,6 +123,7 @@ Q_SIGNALS:
 private:
     void setUpAxes();
     void setUpItems();
+    void showGrown(size_t first, double lastBefore);
     void fitViewport();
     double lastBar() const;
     void fitTime();

@@ -41,7 +41,8 @@ ReadoutBar::ReadoutBar(ChartView *chart, QWidget *parent) : QWidget(parent), m_c
     setFixedHeight(barHeight);
     connect(chart, &ChartView::pointedBarChanged, this, &ReadoutBar::showBar);
     connect(chart, &ChartView::dataChanged, this, [this] { showBar(-1); });
-    connect(chart, &ChartView::barsAppended, this, [this] { showBar(m_bar); });
+    connect(chart, &ChartView::barsGrew, this, [this] { showBar(m_bar); });
+    connect(chart, &ChartView::pricesChanged, this, [this] { showBar(m_bar); });
 }
 
 QSize ReadoutBar::sizeHint() const

@@ -596,6 +596,10 @@
         <source>There is no price yet.</source>
         <translation>尚无价格。</translation>
     </message>
+    <message>
+        <source>The trading module on this bus serves another account.</source>
+        <translation>这条总线上的交易模块服务的是另一个账户。</translation>
+    </message>
 </context>
 <context>
     <name>OverlayKind</name>
@@ -946,6 +950,14 @@
         <source>There are no bars of these securities yet: drop files of them here, too.</source>
         <translation>这些证券还没有K线：请把K线文件也拖进来。</translation>
     </message>
+    <message>
+        <source>There is no ledger %1; &quot;trademodule --ledger %1 import FILE&quot; makes one of a statement.</source>
+        <translation>没有账本 %1；“trademodule --ledger %1 import 文件”由对账单建立。</translation>
+    </message>
+    <message>
+        <source>There is no ledger %1 yet: a new account is made there.</source>
+        <translation>还没有账本 %1：将在那里新建账户。</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TradeDocks</name>
@@ -1048,6 +1060,54 @@
     <message>
         <source>Sell</source>
         <translation>卖出</translation>
+    </message>
+    <message>
+        <source>not sent</source>
+        <translation>未报</translation>
+    </message>
+    <message>
+        <source>on its way</source>
+        <translation>正报</translation>
+    </message>
+    <message>
+        <source>being cancelled</source>
+        <translation>已报待撤</translation>
+    </message>
+    <message>
+        <source>part dealt, being cancelled</source>
+        <translation>部成待撤</translation>
+    </message>
+    <message>
+        <source>part dealt, rest cancelled</source>
+        <translation>部撤</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>已撤</translation>
+    </message>
+    <message>
+        <source>part dealt</source>
+        <translation>部成</translation>
+    </message>
+    <message>
+        <source>dealt</source>
+        <translation>已成</translation>
+    </message>
+    <message>
+        <source>void</source>
+        <translation>废单</translation>
+    </message>
+    <message>
+        <source>to be sent</source>
+        <translation>待报</translation>
+    </message>
+    <message>
+        <source>confirmed</source>
+        <translation>已确认</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>已报</translation>
     </message>
 </context>
 <context>
@@ -1203,10 +1263,6 @@
         <translation>%1：未发送，没有连接到交易模块</translation>
     </message>
     <message>
-        <source>%1: no answer yet; look at the list of orders before you send it again</source>
-        <translation>%1：尚无应答；再次下单前请先核对委托列表</translation>
-    </message>
-    <message>
         <source>Cancel this order?</source>
         <translation>撤销此委托？</translation>
     </message>
@@ -1235,10 +1291,6 @@
         <translation>%1：撤单尚无应答</translation>
     </message>
     <message>
-        <source>%1: no answer yet; asked again about this one order</source>
-        <translation>%1：尚无应答，已就同一笔委托再次询问</translation>
-    </message>
-    <message>
         <source>Account: %1</source>
         <translation>账户：%1</translation>
     </message>
@@ -1261,6 +1313,14 @@
     <message>
         <source>Send this order?</source>
         <translation>发送这笔委托？</translation>
+    </message>
+    <message>
+        <source>%1: no answer, and it is not asked for any more; look at the list of orders before you send it again</source>
+        <translation>%1：没有应答，不再询问；再次下单前请先核对委托列表</translation>
+    </message>
+    <message>
+        <source>%1: outcome unknown, asking again about this one order; do not send it again yet</source>
+        <translation>%1：结果未知，正就同一笔委托再次询问；请先不要重新下单</translation>
     </message>
 </context>
 <context>
@@ -1286,6 +1346,10 @@
     <message>
         <source>Only a chart of minutes can be replayed.</source>
         <translation>只能回放分时图。</translation>
+    </message>
+    <message>
+        <source>the trading module on this bus serves another account: %1</source>
+        <translation>这条总线上的交易模块服务的是另一个账户：%1</translation>
     </message>
 </context>
 <context>
@@ -2255,10 +2319,6 @@
         <translation>已撤回。</translation>
     </message>
     <message>
-        <source>Nothing was imported yet.</source>
-        <translation>还没有导入过。</translation>
-    </message>
-    <message>
         <source>Take an import back</source>
         <translation>撤回一次导入</translation>
     </message>
@@ -2281,10 +2341,6 @@ All its entries leave the ledger.</source>
     <message>
         <source>No.</source>
         <translation>编号</translation>
-    </message>
-    <message>
-        <source>Imported (UTC)</source>
-        <translation>导入时间（UTC）</translation>
     </message>
     <message>
         <source>File</source>
@@ -2313,6 +2369,14 @@ All its entries leave the ledger.</source>
     <message>
         <source>Account</source>
         <translation>账户</translation>
+    </message>
+    <message>
+        <source>The ledger has no imports.</source>
+        <translation>账本中没有导入记录。</translation>
+    </message>
+    <message>
+        <source>Imported at</source>
+        <translation>导入时间</translation>
     </message>
 </context>
 <context>
@@ -2391,6 +2455,34 @@ All its entries leave the ledger.</source>
     <message>
         <source>and %1 more files</source>
         <translation>另有 %1 个文件</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>日期</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>开盘</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>最高</translation>
+    </message>
+    <message>
+        <source>Low</source>
+        <translation>最低</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>收盘</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <translation>成交量</translation>
     </message>
 </context>
 <context>
@@ -2621,6 +2713,10 @@ All its entries leave the ledger.</source>
         <source>Fee</source>
         <translation>费用</translation>
     </message>
+    <message>
+        <source>Left out: %1</source>
+        <translation>已跳过：%1</translation>
+    </message>
 </context>
 <context>
     <name>BarsTalk</name>
@@ -2685,6 +2781,48 @@ All its entries leave the ledger.</source>
     <message>
         <source>The bus address &apos;%1&apos; is not a directory; it is the directory of the terminal&apos;s program</source>
         <translation>总线地址 %1 不是目录；它应是终端程序所在的目录</translation>
+    </message>
+</context>
+<context>
+    <name>MarketState</name>
+    <message>
+        <source>Market: not open yet</source>
+        <translation>行情：尚未开盘</translation>
+    </message>
+    <message>
+        <source>Market: %1</source>
+        <translation>行情：%1</translation>
+    </message>
+    <message>
+        <source>Market: no quote since %1</source>
+        <translation>行情：%1 起无报价</translation>
+    </message>
+    <message>
+        <source>Market: lunch break</source>
+        <translation>行情：午间休市</translation>
+    </message>
+    <message>
+        <source>Market: closed</source>
+        <translation>行情：已收盘</translation>
+    </message>
+    <message>
+        <source>The market is open, but nobody tells its prices: look at the program that publishes quotes.</source>
+        <translation>市场正在交易，但没有收到报价：请检查发布行情的程序。</translation>
+    </message>
+</context>
+<context>
+    <name>BookedAction</name>
+    <message>
+        <source>%1: %2 yuan and %3 shares for %4</source>
+        <translation>%1：%4 股收到 %2 元和 %3 股</translation>
+    </message>
+    <message>
+        <source>%1, as the statement has it, is no exact figure for one share; it is left out</source>
+        <translation>%1（对账单）无法精确换算为每股，未用于复权</translation>
+    </message>
+    <message>
+        <source>%1, as the statement has it, is not what the file of actions says; the file holds</source>
+        <translation>%1（对账单）与除权除息文件不符，以文件为准</translation>
     </message>
 </context>
 </TS>

@@ -148,6 +148,16 @@ TEST_F(BarsCommandBesideALedger, WarnsOfBarsOfAnotherSecurity)
     EXPECT_THAT(shown.out, Not(HasSubstr(" trades compared")));
 }
 
+TEST_F(BarsCommandBesideALedger, ComparesMinutesByTheirDays)
+{
+    const Ended shown = import(
+        {QStringLiteral(TRADECHART_EXAMPLES "/minute/000001_20180104.csv"), QStringLiteral("--code"),
+         QStringLiteral("000001.SZ"), QStringLiteral("--day"), QStringLiteral("20180104"),
+         QStringLiteral("--ledger"), ledger(), QStringLiteral("--module"), QStringLiteral(TRADEMODULE)});
+    EXPECT_EQ(shown.exitCode, 0) << shown.err;
+    EXPECT_THAT(shown.out, HasSubstr("1 trades compared, all within their bars."));
+}
+
 TEST_F(BarsCommandBesideALedger, RefusesToCompareWithALedgerThatIsNotThere)
 {
     const QString missing = folder() + QStringLiteral("/nosuch.db");

@@ -25,6 +25,19 @@ TEST(BarAggregation, JoinsTheDaysOfAWeek)
     EXPECT_EQ(weeks[1].date, 20240108);
 }
 
+TEST(BarAggregation, JoinsTheMinutesOfADay)
+{
+    const Bars days = toDays({{20240104, 571, 10, 12, 9, 11, 5},
+                              {20240104, 572, 11, 15, 10, 14, 7},
+                              {20240105, 571, 14, 14, 8, 9, 1}});
+    ASSERT_EQ(days.size(), 2U);
+    EXPECT_EQ(days[0].date, 20240104);
+    EXPECT_EQ(days[0].minute, 0);
+    EXPECT_DOUBLE_EQ(days[0].high, 15);
+    EXPECT_DOUBLE_EQ(days[0].low, 9);
+    EXPECT_DOUBLE_EQ(days[0].volume, 12);
+}
+
 TEST(BarAggregation, KeepsAWeekTogetherAcrossNewYear)
 {
     // Monday 20191230 to Friday 20200103.

@@ -1,4 +1,5 @@
 #include "terminal/data/TradingHours.h"
+#include "tests/support/ByName.h"
 
 #include <gmock/gmock.h>
 
@@ -33,6 +34,43 @@ TEST(TradingHours, HasTwoHundredAndFortyOneMinutes)
         minutes += isTradingMinute(minute) ? 1 : 0;
     }
     EXPECT_EQ(minutes, minutesOfTradingDay);
+}
+
+struct QuoteTime
+{
+    const char *name;
+    int hhmmss;
+    int minute; ///< -1: none
+};
+
+class TradingHoursOfAQuote : public ::testing::TestWithParam<QuoteTime>
+{
+};
+
+TEST_P(TradingHoursOfAQuote, NameTheMinuteThatItIsOf)
+{
+    const int time = GetParam().hhmmss;
+    EXPECT_EQ(minuteOfQuote(Trading::ClockTime::ofNumber(time * 100).value()).value_or(-1),
+              GetParam().minute);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    At, TradingHoursOfAQuote,
+    ::testing::Values(QuoteTime{"BeforeTheAuctionHasAPrice", 92459, -1},
+                      QuoteTime{"TheAuctionsPrice", 92500, 570}, QuoteTime{"TheEndOfABar", 93100, 571},
+                      QuoteTime{"WithinAMinute", 93001, 571}, QuoteTime{"TheLastOfTheMorning", 113000, 690},
+                      QuoteTime{"LateInTheMorning", 113003, 690}, QuoteTime{"Noon", 120000, -1},
+                      QuoteTime{"TheAfternoonsBegin", 130000, 781},
+                      QuoteTime{"WithinItsFirstMinute", 130030, 781}, QuoteTime{"TheClose", 150000, 900},
+                      QuoteTime{"LateAfterTheClose", 150030, 900}, QuoteTime{"Evening", 153000, -1}),
+    ByName());
+
+TEST(TradingHours, TellWhichMinutesAreToCome)
+{
+    EXPECT_EQ(tradingMinutesAfter(11 * 60 + 29).front(), 11 * 60 + 30);
+    EXPECT_EQ(tradingMinutesAfter(11 * 60 + 30).front(), 13 * 60 + 1);
+    EXPECT_EQ(tradingMinutesAfter(0).size(), static_cast<size_t>(minutesOfTradingDay));
+    EXPECT_TRUE(tradingMinutesAfter(lastTradingMinute).empty());
 }
 
 } // namespace

@@ -64,7 +64,18 @@ TEST(TerminalOptions, PlayTheWholeDayForASnapshot)
 
 TEST(TerminalOptions, AskForTheDataFolderWhenThereIsNone)
 {
-    EXPECT_TRUE(parse({}).error().contains(QStringLiteral("--data")));
+    EXPECT_TRUE(parse({QStringLiteral("--code"), QStringLiteral("600519")})
+                    .error()
+                    .contains(QStringLiteral("--data")));
+}
+
+TEST(TerminalOptions, NameNoChartWhenTheyAreAboutTheWindowAlone)
+{
+    const auto none = parse({});
+    ASSERT_TRUE(none) << qPrintable(none.error());
+    EXPECT_FALSE(nameAChart(none.value().options));
+    EXPECT_FALSE(nameAChart(parse({QStringLiteral("--theme"), QStringLiteral("light")}).value().options));
+    EXPECT_TRUE(nameAChart(parse({QStringLiteral("--data"), QStringLiteral("D")}).value().options));
 }
 
 TEST(TerminalOptions, LeadToTheHelpBeforeAnythingElse)

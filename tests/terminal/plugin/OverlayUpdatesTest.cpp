@@ -42,6 +42,12 @@ protected:
         overlayLog();
     }
 
+    void growWithChart()
+    {
+        QObject::connect(&m_chart, &ChartView::barsGrew, m_updates.get(),
+                         [this](int first) { m_updates->calcGrown(m_updates->takeBarsFrom(first)); });
+    }
+
     static constexpr std::chrono::milliseconds never = std::chrono::hours(1);
 
     Proceeds m_joining;
@@ -123,9 +129,41 @@ TEST_F(OverlayUpdatesOnAChart, HandOverTheBarsThatWereAdded)
 {
     start(never);
     show("trades");
-    QObject::connect(&m_chart, &ChartView::barsAppended, m_updates.get(), &OverlayUpdates::takeAppendedBars);
-    m_chart.append(Bars(2, m_chart.data().bars.back()));
+    growWithChart();
+    m_chart.grow(300, Bars(2, m_chart.data().bars.back()));
     EXPECT_THAT(overlayLog(), HasSubstr("calc 600519 302"));
+}
+
+TEST_F(OverlayUpdatesOnAChart, CalculateOnceMoreWhenTheLastBarBecameAnother)
+{
+    start(never);
+    show("trades");
+    growWithChart();
+    overlayLog();
+    Bar last = m_chart.data().bars.back();
+    last.high += 1;
+    m_chart.grow(299, {last});
+    EXPECT_THAT(overlayLog(), HasSubstr("calc 600519 300"));
+    last.volume += 100;
+    m_chart.grow(299, {last});
+    EXPECT_EQ(overlayLog(), "") << "overlays know no volumes";
+}
+
+TEST_F(OverlayUpdatesOnAChart, SpareACombinedOverlayUntilThereIsAnotherBar)
+{
+    start(never);
+    show("combined-cost");
+    open(&m_asking);
+    growWithChart();
+    overlayLog();
+    Bar last = m_chart.data().bars.back();
+    last.high += 1;
+    m_chart.grow(299, {last});
+    open(&m_asking);
+    EXPECT_EQ(overlayLog(), "");
+    m_chart.grow(300, {last});
+    open(&m_asking);
+    EXPECT_THAT(overlayLog(), HasSubstr("calc 600519 301"));
 }
 
 class OverlayUpdatesOnAWindow : public OverlayWindow

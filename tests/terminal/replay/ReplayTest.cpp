@@ -68,7 +68,7 @@ TEST_F(ReplayOfADay, HasEveryBarOfTheDayDatedToday)
     m_replay.playTo(atTime(1500));
     EXPECT_EQ(m_minutes.size(), static_cast<size_t>(minutesOfTradingDay));
     EXPECT_THAT(m_dates, Each(today.number()));
-    EXPECT_THAT(m_replay.today().bars, Each(Field(&Bar::date, today.number())));
+    EXPECT_THAT(m_replay.day(), Each(Field(&Bar::date, today.number())));
 }
 
 TEST_F(ReplayOfADay, TellsOfEachBarButOnceOfAJump)
@@ -85,17 +85,6 @@ TEST_F(ReplayOfADay, DoesNotGoBack)
     m_replay.playTo(atTime(1000));
     m_replay.playTo(atTime(940));
     EXPECT_EQ(m_replay.completed(), 31U);
-}
-
-TEST_F(ReplayOfADay, KeepsRoomForTheMinutesToCome)
-{
-    open();
-    m_replay.playTo(atTime(1130));
-    const ChartData shown = m_replay.today();
-    EXPECT_EQ(shown.bars.size(), 121U);
-    ASSERT_EQ(shown.ahead.size(), 120U);
-    EXPECT_EQ(shown.ahead.front(), at(1301));
-    EXPECT_EQ(shown.ahead.back(), at(1500));
 }
 
 TEST_F(ReplayOfADay, EndsWithItsLastBar)
@@ -190,12 +179,6 @@ TEST(ReplayThatIsClosed, DoesNothing)
     replay.restart();
     EXPECT_EQ(replay.state(), State::Closed);
     EXPECT_EQ(replay.completed(), 0U);
-}
-
-TEST_F(ReplayOfADay, KeepsTheCloseBeforeItOnTheChart)
-{
-    open();
-    EXPECT_EQ(m_replay.today().previousClose, 13.30);
 }
 
 TEST_F(ReplayOfADay, IsMadeOfMinutesAndOfNothingElse)

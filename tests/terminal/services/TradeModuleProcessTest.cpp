@@ -119,6 +119,12 @@ TEST(TradeModuleProcess, StandsByWhileAnotherOneServesItsLedger)
     EXPECT_TRUE(toldOf("echo \"$*\" >&2").endsWith(QStringLiteral("serve --standby")));
 }
 
+TEST(TradeModuleProcess, IsToldItsLedgerWhereNobodyElseReadsIt)
+{
+    EXPECT_FALSE(toldOf("echo \"$*\" >&2").contains(QStringLiteral("--ledger")));
+    EXPECT_TRUE(toldOf("echo \"<$TRADEMODULE_LEDGER>\" >&2").contains(QStringLiteral("<l>")));
+}
+
 TEST(TradeModuleProcess, IsReplacedWhenItHangs)
 {
     const EndingModule hanging("exec sleep 60");

@@ -1,15 +1,18 @@
 // What a security cost last: by a replay, a quote of the market or the data folder.
 #include "terminal/session/LastPrices.h"
-#include "terminal/replay/ChartSource.h"
+#include "terminal/live/BarQuote.h"
+#include "terminal/live/ChartSource.h"
+#include "terminal/live/QuoteListener.h"
+#include "terminal/live/Today.h"
 #include "terminal/replay/Replay.h"
-#include "terminal/session/QuoteFeed.h"
-#include "terminal/trade/OrderDesk.h"
 #include "tests/support/TestBroker.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/terminal/support/DayAndTime.h"
+#include "tests/terminal/support/SomeQuotes.h"
 
 #include <gmock/gmock.h>
 
+#include <QCoreApplication>
 #include <QJsonDocument>
 
 namespace Terminal {
@@ -39,12 +42,12 @@ protected:
                       Trading::TradingDate::today());
     }
 
-    /// A client that tells quotes, and the desk on its bus.
+    /// A client that tells quotes, and one that hears them.
     void join()
     {
-        m_desk.start(m_broker.address());
+        m_listener.start(m_broker.address());
         m_market.connect(m_broker.address());
-        ASSERT_TRUE(waitUntil([this] { return m_desk.endPoint()->isConnected() && m_market.isConnected(); }));
+        ASSERT_TRUE(waitUntil([this] { return m_listener.isJoined() && m_market.isConnected(); }));
     }
 
     void quote(const Security &security, Trading::TradingDate day, double close,
@@ -55,13 +58,14 @@ protected:
     }
 
     const DataFolder m_folder = DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value();
-    const Trading::TradingDate m_today = Trading::TradingDate::today();
+    const Trading::TradingDate m_day = quotedDay;
     TestBroker m_broker;
     LocalCommunication::EndPoint m_market{nullptr};
     Replay m_replay{nullptr};
-    ChartSource m_source{m_folder, &m_replay};
-    OrderDesk m_desk;
-    LastPrices m_prices{&m_source, &m_replay, &m_desk};
+    Today m_today{&m_replay, [] { return quotedDay; }};
+    ChartSource m_source{m_folder, &m_today};
+    QuoteListener m_listener{&m_today};
+    LastPrices m_prices{&m_source, &m_today};
 };
 
 TEST_F(LastPricesTest, AreTheLatestClosesThatTheDataFolderKnows)
@@ -94,19 +98,19 @@ TEST_F(LastPricesTest, AreReadAtOnceForAPicture)
 TEST_F(LastPricesTest, AreTheQuotesOfTheMarketWhereThereAreAny)
 {
     join();
-    quote(moutai, m_today, 1234.5);
+    quote(moutai, m_day, 1234.5);
     ASSERT_TRUE(waitUntil([this] { return price(moutai).origin == PriceOrigin::Quote; }));
     EXPECT_EQ(price(moutai).price, 1234.5);
-    EXPECT_EQ(price(moutai).day, m_today);
+    EXPECT_EQ(price(moutai).day, m_day);
     EXPECT_EQ(price(bank).origin, PriceOrigin::Close) << "each has its own";
 }
 
 TEST_F(LastPricesTest, AreNoQuotesOfAnotherDayOrOfAReplayInAnotherWindow)
 {
     join();
-    quote(moutai, m_today.plusDays(-1), 1.0);
-    quote(moutai, m_today, 2.0, onDay(20180108));
-    quote(bank, m_today, 3.0); // comes after them
+    quote(moutai, m_day.plusDays(-1), 1.0);
+    quote(moutai, m_day, 2.0, onDay(20180108));
+    quote(bank, m_day, 3.0); // comes after them
     ASSERT_TRUE(waitUntil([this] { return price(bank).origin == PriceOrigin::Quote; }));
     EXPECT_EQ(price(moutai).origin, PriceOrigin::Close);
 }
@@ -120,7 +124,7 @@ TEST_F(LastPricesTest, AreThoseOfTheReplayForItsSecurityWhileItLasts)
     EXPECT_GT(changes, 0);
     const LastPrice replayed = price(bank);
     EXPECT_EQ(replayed.origin, PriceOrigin::Replay);
-    EXPECT_EQ(replayed.price, m_replay.today().bars.back().close);
+    EXPECT_EQ(replayed.price, m_replay.day()[m_replay.completed() - 1].close);
     EXPECT_EQ(replayed.day, onDay(20180108));
     EXPECT_EQ(price(moutai).origin, PriceOrigin::Close);
 
@@ -128,6 +132,36 @@ TEST_F(LastPricesTest, AreThoseOfTheReplayForItsSecurityWhileItLasts)
     m_replay.close();
     EXPECT_EQ(changes, 1);
     EXPECT_EQ(price(bank).origin, PriceOrigin::Close);
+}
+
+TEST_F(LastPricesTest, AreToldAFewTimesASecondHoweverManyQuotesCome)
+{
+    price(moutai);
+    int changes = 0;
+    QObject::connect(&m_prices, &LastPrices::changed, &m_prices, [&changes] { ++changes; });
+    for (int cents = 1; cents <= 100; ++cents) {
+        m_today.take(quoteAt(1000, 10 + cents / 100.0, cents));
+    }
+    ASSERT_TRUE(waitUntil([&changes] { return changes > 0; }));
+    EXPECT_EQ(price(moutai).price, 11.0);
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(LastPricesTest, AreNotToldOfASecurityThatNobodyAskedFor)
+{
+    price(bank);
+    int changes = 0;
+    QObject::connect(&m_prices, &LastPrices::changed, &m_prices, [&changes] { ++changes; });
+    m_today.take(quoteAt(1000, 10)); // of the other one
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changes, 0);
+}
+
+TEST_F(LastPricesTest, AreNotThoseOfALateQuote)
+{
+    m_today.take(quoteAt(1001, 11));
+    m_today.take(quoteAt(1000, 10));
+    EXPECT_EQ(price(moutai).price, 11.0);
 }
 
 } // namespace

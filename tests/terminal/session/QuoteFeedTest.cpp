@@ -20,42 +20,6 @@ QString text(const QJsonObject &object, const char *key)
     return object.value(QLatin1String(key)).toString();
 }
 
-TEST(QuoteFeedQuote, TellsABarInTexts)
-{
-    const Security security{QStringLiteral("000001"), Market::Shenzhen, QStringLiteral("PA")};
-    const Bar bar{20240105, 9 * 60 + 31, 13.35, 13.39, 13.3, 13.38, 2003635};
-    const QJsonObject expected{
-        {QStringLiteral("stkcode"), QStringLiteral("000001")},
-        {QStringLiteral("market"), QStringLiteral("SZ")},
-        {QStringLiteral("date"), QStringLiteral("20240105")},
-        {QStringLiteral("time"), QStringLiteral("09310000")},
-        {QStringLiteral("open"), QStringLiteral("13.35")},
-        {QStringLiteral("high"), QStringLiteral("13.39")},
-        {QStringLiteral("low"), QStringLiteral("13.3")},
-        {QStringLiteral("close"), QStringLiteral("13.38")},
-        {QStringLiteral("volume"), QStringLiteral("2003635")},
-        {QStringLiteral("preclose"), QStringLiteral("13.3")},
-    };
-    EXPECT_EQ(quoteOf(security, bar, 13.30), expected);
-}
-
-TEST(QuoteFeedQuote, SaysWhichDayIsReplayedAndNothingOfOneThatIsNot)
-{
-    const Security security{QStringLiteral("600519"), Market::Shanghai, {}};
-    const Bar bar{20240105, 571, 1, 1, 1, 1, 1};
-    const QString key = QStringLiteral("recorded");
-    EXPECT_EQ(quoteOf(security, bar, {}, onDay(20180108)).value(key), QStringLiteral("20180108"));
-    EXPECT_FALSE(quoteOf(security, bar, {}).contains(key));
-}
-
-TEST(QuoteFeedQuote, SaysNothingOfACloseThatIsNotKnown)
-{
-    const QJsonObject quote = quoteOf({QStringLiteral("600519"), Market::Shanghai, {}},
-                                      {20240105, 15 * 60, 1400, 1400, 1400, 1400, 0}, std::nullopt);
-    EXPECT_FALSE(quote.contains(QStringLiteral("preclose")));
-    EXPECT_EQ(text(quote, "time"), QStringLiteral("15000000"));
-}
-
 /// A replay, its feed and a module that hears quotes and questions on one line.
 class QuoteFeedTest : public ::testing::Test
 {

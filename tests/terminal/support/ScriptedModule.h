@@ -60,10 +60,14 @@ public:
                                QJsonDocument(answer).toJson());
     }
 
-    void notify(const QString &code)
+    /// Tells of a change; of past trades when there is a day.
+    void notify(const QString &code, const QString &pastDay = {})
     {
-        const QJsonObject change{{QStringLiteral("stkcode"), code},
-                                 {QStringLiteral("market"), QStringLiteral("1")}};
+        QJsonObject change{{QStringLiteral("stkcode"), code},
+                           {QStringLiteral("market"), QStringLiteral("1")}};
+        if (!pastDay.isEmpty()) {
+            change.insert(QStringLiteral("bizdate"), pastDay);
+        }
         m_endPoint.sendMessage("Global", "TradeNotify", QJsonDocument(change).toJson());
     }
 

@@ -65,11 +65,22 @@ protected:
     }
 
 #ifdef TRADEMODULE
+    /// On a ledger that is there: an empty account unless a statement was imported.
     QStringList withLedger() const
     {
+        makeLedger(ledger());
         return {QStringLiteral("--module"),  QStringLiteral(TRADEMODULE),
                 QStringLiteral("--ledger"),  ledger(),
                 QStringLiteral("--timeout"), QStringLiteral("40")};
+    }
+
+    void makeLedger(const QString &path) const
+    {
+        if (!QFile::exists(path)) {
+            const QStringList millionYuan{QStringLiteral("--ledger"), path, QStringLiteral("account"),
+                                          QStringLiteral("--cash"), QStringLiteral("1000000")};
+            EXPECT_EQ(run(QStringLiteral(TRADEMODULE), millionYuan, m_environment).exitCode, 0);
+        }
     }
 
     void importStatement()

@@ -138,11 +138,11 @@ protected:
     void SetUp() override
     {
         OrderDeskTest::SetUp();
-        m_desk.setKnowsClientNumbers([this] { return m_knowsNumbers; });
+        m_desk.setModule([this] { return m_served; });
         m_desk.setTimeout(100ms);
     }
 
-    bool m_knowsNumbers = true;
+    DeskModule m_served{true, QStringLiteral("desk/account.db"), {}};
 };
 
 TEST_F(OrderDeskOfModuleWithNumbers, AsksAgainForTheSameOrderUntilItIsAnswered)
@@ -175,6 +175,69 @@ TEST_F(OrderDeskOfModuleWithNumbers, AsksAFewTimesAndThenSaysThatNoAnswerCame)
     EXPECT_EQ(repeats, OpenWishes::mostTries - 1);
 }
 
+TEST_F(OrderDeskOfModuleWithNumbers, AsksTheModuleThatFollowsAtOnceAndTellsTheOutcome)
+{
+    m_desk.setTimeout(20s); // no try ends by itself
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
+    ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 1)); // it stood still and was followed
+
+    m_desk.askForOutcomes();
+
+    ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 2));
+    const auto asked = m_module.asked(QStringLiteral("EntrustPlace"));
+    EXPECT_EQ(asked[0], asked[1]);
+    m_module.answer(asked[1], withData(QJsonObject{{QStringLiteral("ordersno"), QStringLiteral("20")}}));
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::Accepted);
+}
+
+TEST_F(OrderDeskOfModuleWithNumbers, WaitsWhileNoModuleIsThereAndGoesOnWithTheNextOne)
+{
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
+    ASSERT_TRUE(m_module.wasAsked("EntrustPlace", 1));
+    m_served.knowsClientNumbers = false;
+    EXPECT_FALSE(waitUntil([this] { return !m_placed.empty(); }, 350ms)) << "its outcome is not known yet";
+    EXPECT_EQ(m_module.asked(QStringLiteral("EntrustPlace")).size(), 1U);
+
+    m_served.knowsClientNumbers = true;
+
+    EXPECT_TRUE(m_module.wasAsked("EntrustPlace", 2));
+}
+
+TEST_F(OrderDeskOfModuleWithNumbers, AsksNoModuleOfAnotherAccountForAnOrderAgain)
+{
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
+    m_served.account = QStringLiteral("desk/other.db");
+    m_desk.askForOutcomes();
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::NoAnswer);
+    EXPECT_EQ(countOf("EntrustPlace"), 1U);
+}
+
+TEST_F(OrderDeskOfModuleWithNumbers, AsksForNothingAgainOnceTheUserWasSentToLook)
+{
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    const size_t before = m_module.asked(QStringLiteral("EntrustPlace")).size();
+
+    m_desk.askForOutcomes();
+
+    letPass();
+    EXPECT_EQ(countOf("EntrustPlace"), before + 1) << "the last one is ours";
+}
+
+TEST_F(OrderDeskOfModuleWithNumbers, SendsNothingToAModuleThatItObjectsTo)
+{
+    m_served.objection = QStringLiteral("another account");
+    m_desk.place({moutai, Direction::Buy, 1700, 100});
+    ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
+    EXPECT_EQ(m_placed.front().kind, Kind::Refused);
+    EXPECT_EQ(m_placed.front().text, QStringLiteral("another account"));
+    m_served.objection.clear();
+    letPass();
+    EXPECT_EQ(countOf("EntrustPlace"), 1U) << "the last one is ours";
+}
+
 TEST_F(OrderDeskOfModuleWithNumbers, GivesEveryPlacementANumberOfItsOwn)
 {
     EXPECT_NE(m_desk.place({moutai, Direction::Buy, 1, 100}), m_desk.place({moutai, Direction::Buy, 1, 100}));
@@ -183,7 +246,7 @@ TEST_F(OrderDeskOfModuleWithNumbers, GivesEveryPlacementANumberOfItsOwn)
 TEST_F(OrderDeskOfModuleWithNumbers, AsksNoOtherModuleForAnOrderAgain)
 {
     m_desk.place({moutai, Direction::Buy, 1700, 100});
-    m_knowsNumbers = false;
+    m_served.knowsClientNumbers = false;
     ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
     EXPECT_EQ(m_placed.front().kind, Kind::NoAnswer);
     EXPECT_EQ(countOf("EntrustPlace"), 1U);
@@ -191,9 +254,9 @@ TEST_F(OrderDeskOfModuleWithNumbers, AsksNoOtherModuleForAnOrderAgain)
 
 TEST_F(OrderDeskOfModuleWithNumbers, AsksNotAgainForAnOrderThatWentOutWithoutANumber)
 {
-    m_knowsNumbers = false;
+    m_served.knowsClientNumbers = false;
     m_desk.place({moutai, Direction::Buy, 1700, 100});
-    m_knowsNumbers = true;
+    m_served.knowsClientNumbers = true;
     ASSERT_TRUE(waitUntil([this] { return !m_placed.empty(); }));
     ASSERT_EQ(countOf("EntrustPlace"), 1U);
     EXPECT_FALSE(m_module.asked(QStringLiteral("EntrustPlace")).front().contains(QLatin1String("clientno")));

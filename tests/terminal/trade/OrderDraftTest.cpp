@@ -90,6 +90,14 @@ TEST(OrderDraft, NeedsAnAccountThatTakesOrders)
     EXPECT_THAT(OrderDraft(order(buy, 10, 100), closed).problem().toStdString(), HasSubstr("only be read"));
 }
 
+TEST(OrderDraft, IsOfTheWindowsOwnAccount)
+{
+    DraftFacts foreign = facts();
+    foreign.isOtherAccount = true;
+    EXPECT_THAT(OrderDraft(order(buy, 10, 100), foreign).problem().toStdString(),
+                HasSubstr("another account"));
+}
+
 TEST(OrderDraft, DoesNotCheckWhatIsNotKnown)
 {
     DraftFacts little;

@@ -1,5 +1,8 @@
 #include "terminal/trade/TradeRecords.h"
 
+#include "terminal/ui/InterfaceLanguage.h"
+#include "tradechartobject/common/OrderStatusTable.h"
+
 #include <gtest/gtest.h>
 
 namespace Terminal {
@@ -31,6 +34,19 @@ TEST(TradeRecords, LetNoOrderWithoutADayBeCancelled)
     OrderRecord order = orderWith(partlyDealt);
     order.day = std::nullopt;
     EXPECT_FALSE(isCancellable(order));
+}
+
+TEST(TradeRecords, TellEveryStatusInTheLanguageOfTheWindow)
+{
+    InterfaceLanguage language;
+    for (const TradeChart::OrderStatusRow &row : TradeChart::OrderStatusTable()) {
+        const OrderRecord order = orderWith(row.code);
+        language.set(QStringLiteral("zh"));
+        EXPECT_EQ(statusText(order), QString::fromUtf8(row.text)) << "as the overlays have it";
+        language.set(QStringLiteral("en"));
+        EXPECT_TRUE(statusText(order).front().isLower()) << qPrintable(statusText(order));
+    }
+    EXPECT_EQ(statusText(orderWith(QStringLiteral("Z"))), QStringLiteral("Z"));
 }
 
 TEST(TradeRecords, TellHowCostsAreReckonedWhereTheModuleSaysIt)

@@ -162,6 +162,9 @@ TEST(StateStripOfLongStates, NeedsNoWideWindow)
     strip.showBus({BusState::Lost});
     strip.showModule({ModuleState::Silent});
     EXPECT_LT(strip.minimumSizeHint().width(), 640);
+    auto *const module = strip.findChild<QLabel *>(QStringLiteral("state-module"));
+    EXPECT_EQ(module->minimumSizeHint().width(), module->sizeHint().width())
+        << "the module's is told in full";
 }
 
 class StateStripOfAModule : public ::testing::TestWithParam<std::pair<ModuleState::Kind, const char *>>

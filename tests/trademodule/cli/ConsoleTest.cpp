@@ -25,16 +25,28 @@ TEST(ConsoleWidth, IsTwoForWideCharacters)
 
 TEST(ConsoleTable, AlignsColumnsOfMixedWidth)
 {
-    const QString table =
-        tableText({QStringLiteral(u"证券名称"), QStringLiteral(u"数量"), QStringLiteral("x")},
-                  {{QStringLiteral(u"万科A"), QStringLiteral("12345"), QStringLiteral("1")},
-                   {QString(), QStringLiteral("7"), QStringLiteral("2")},
-                   {QStringLiteral("ABCDEFGHIJ"), QString(), QStringLiteral("3")}});
+    const QVector<QStringList> lines{
+        {QStringLiteral(u"证券名称"), QStringLiteral(u"数量"), QStringLiteral("x")},
+        {QStringLiteral(u"万科A"), QStringLiteral("12345"), QStringLiteral("1")},
+        {QString(), QStringLiteral("7"), QStringLiteral("2")},
+        {QStringLiteral("ABCDEFGHIJ"), QString(), QStringLiteral("3")}};
+    QString table;
+    for (const QStringList &line : lines) {
+        table += alignedLine(line, columnWidths(lines));
+    }
 
     EXPECT_EQ(table.toStdString(), "证券名称    数量   x\n"
                                    "万科A       12345  1\n"
                                    "            7      2\n"
                                    "ABCDEFGHIJ         3\n");
+}
+
+TEST(ConsoleTable, HasNothingThatATerminalWouldObey)
+{
+    const QVector<QStringList> lines{
+        {QStringLiteral("\x1b[31ma\x07\n\u009b2J\u202eb\tc\r"), QStringLiteral("d")}};
+
+    EXPECT_EQ(alignedLine(lines[0], columnWidths(lines)).toStdString(), "�[31ma���2J�b c�  d\n");
 }
 
 } // namespace TradeModule

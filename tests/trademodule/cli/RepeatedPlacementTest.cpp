@@ -1,6 +1,7 @@
-// Orders are placed while one of two modules serves and the other stands by; both are killed, ended and
-// frozen at random, and so is the broker. What is not answered is asked again with its number. In the end
-// each number has one order, and the account adds up.
+// A terminal places orders while one of two modules serves and the other stands by. Modules, broker and
+// terminal are killed, ended and frozen at random and started again; what is not answered is asked again with
+// its number, also by a terminal that was killed before it heard the answer. In the end each number has one
+// order, and the account adds up.
 //
 //     TRADE_PLACEMENTS=1000 TRADE_PLACEMENT_SEED=7 ledger_sqlite_test --gtest_filter='RepeatedPlacement.*'
 #include "tests/trademodule/support/LedgerAudit.h"
@@ -9,9 +10,9 @@
 #include "trademodule/ledger/OrderBook.h"
 #include "trademodule/ledger/ServingTable.h"
 #include "trading/ModuleVocabulary.h"
-#include "trading/Question.h"
 
 #include <QElapsedTimer>
+#include <QTemporaryDir>
 
 #include <chrono>
 #include <csignal>
@@ -27,8 +28,6 @@ using namespace TradeChart::TradeKeyFields;
 using namespace Trading;
 using ::testing::IsEmpty;
 
-constexpr char answerChannel[] = "desk";
-
 unsigned numberOf(const char *variable, unsigned otherwise)
 {
     bool isNumber = false;
@@ -36,26 +35,23 @@ unsigned numberOf(const char *variable, unsigned otherwise)
     return isNumber ? number : otherwise;
 }
 
-/// An order to place, by the number that its asker gives it.
+/// An order to place.
 struct Placement
 {
     Direction direction = Direction::Buy;
     Money price;
     qint64 quantity = 0;
     QString orderNumber; ///< as it was answered; empty before
-    QElapsedTimer asked; ///< when it was asked last
 };
 
-/// Asks for orders, a few at a time, and again for what is not answered.
-class PatientTrader
+/// What the terminal is to place and what it was answered, in two files that outlive it.
+class Placements
 {
 public:
-    /// `meanwhile` is done again and again while it waits for answers.
-    PatientTrader(RecordingEndPoint *endPoint, unsigned seed, std::function<void()> meanwhile)
-        : m_endPoint(endPoint),
-          m_random(seed),
-          m_meanwhile(std::move(meanwhile))
+    explicit Placements(unsigned seed) : m_random(seed)
     {
+        EXPECT_TRUE(m_plan.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        EXPECT_TRUE(m_journal.open(QIODevice::ReadWrite));
     }
 
     int between(int least, int most)
@@ -63,120 +59,67 @@ public:
         return static_cast<int>(std::uniform_int_distribution<>(least, most)(m_random));
     }
 
-    /// Goes on until so many placements are answered; false when it takes too long.
-    bool placeUntil(int answered)
-    {
-        return waitUntil(
-            [&] {
-                m_meanwhile();
-                hear();
-                askAgain();
-                while (m_placements.size() < std::min(answered, m_answered + mostOpen)) {
-                    askNew();
-                }
-                return m_answered >= answered;
-            },
-            std::chrono::minutes(1));
-    }
-
-    void hear()
-    {
-        for (const RecordingEndPoint::Message &message : qAsConst(m_endPoint->messages)) {
-            hearAnswer(jsonOf(message.payload));
-        }
-        m_endPoint->messages.clear();
-    }
-
-    const QVector<Placement> &placements() const { return m_placements; }
-    int repeated() const { return m_repeated; }
-    /// Why a placement was not taken, as it was answered last.
-    std::string lastRefusal() const { return m_lastRefusal; }
+    /// Plan and journal, for the terminal's command line.
+    QStringList files() const { return {m_plan.fileName(), m_journal.fileName()}; }
 
     static QString clientNumber(int index) { return QStringLiteral("desk-%1").arg(index); }
 
-private:
-    static constexpr int mostOpen = 4;
-    static constexpr std::chrono::milliseconds patience{300}; // until it asks again
-
-    void askNew()
+    void add()
     {
         Placement placement;
         placement.direction = between(0, 1) == 0 ? Direction::Buy : Direction::Sell;
         placement.price = Money::ofCents(between(980, 1020));
         placement.quantity = 100 * between(1, 20);
-        m_placements.append(placement);
-        ask(m_placements.size() - 1);
-        if (between(0, 2) == 0) {
-            quote();
-        }
+        const char *const side = placement.direction == Direction::Buy ? "buy" : "sell";
+        m_plan.write(QStringLiteral("%1 %2 %3 %4\n")
+                         .arg(clientNumber(m_all.size()), QLatin1String(side), placement.price.text())
+                         .arg(placement.quantity)
+                         .toLatin1());
+        m_all.append(placement);
     }
 
-    void askAgain()
+    /// Takes what the terminal has written since the last time.
+    void read()
     {
-        for (int index = 0; index < m_placements.size(); ++index) {
-            const Placement &placement = m_placements[index];
-            if (placement.orderNumber.isEmpty() && placement.asked.hasExpired(patience.count())) {
-                ++m_repeated;
-                ask(index);
+        m_unread += m_journal.readAll();
+        for (int end = m_unread.indexOf('\n'); end >= 0; end = m_unread.indexOf('\n')) {
+            const QList<QByteArray> words = m_unread.left(end).split(' ');
+            m_unread.remove(0, end + 1);
+            if (words[0] == "placed") {
+                takeAnswer(QString::fromLatin1(words.value(1)), QString::fromLatin1(words.value(2)));
+            } else if (words[0] == "refused") {
+                m_lastRefusal = words.mid(2).join(' ').toStdString();
+            } else {
+                ++m_asked;
             }
         }
     }
 
-    void ask(int index)
-    {
-        Placement &placement = m_placements[index];
-        Question question(CmdType::ENTRUSTPLACE);
-        question.answerOn(QLatin1String(answerChannel));
-        question.setSecurity(bank());
-        question.setNewOrder(placement.direction, placement.price, placement.quantity);
-        question.setClientNumber(clientNumber(index));
-        placement.asked.start();
-        m_endPoint->sendMessage(Channel::GLOBAL, TradeChart::Topic::TRADEQUERY, question.toJson());
-    }
+    const QVector<Placement> &all() const { return m_all; }
+    int answered() const { return m_answered; }
+    int repeated() const { return m_asked - m_all.size(); }
+    /// Why a placement was not taken, as it was answered last.
+    std::string lastRefusal() const { return m_lastRefusal; }
 
-    /// A bar of a hundredth of a second: time never goes back, however long this lasts.
-    void quote()
+private:
+    void takeAnswer(const QString &clientNumber, const QString &orderNumber)
     {
-        const QTime time = QTime(9, 30).addMSecs(10 * ++m_quotes);
-        const QString price = Money::ofCents(between(985, 1015)).text();
-        QJsonObject quote{{QLatin1String(STKCODE), bank().code},
-                          {QLatin1String(MARKET), marketLetters(bank().market)},
-                          {QLatin1String(QuoteFields::DATE), TradingDate::today().text()},
-                          {QLatin1String(QuoteFields::TIME), ClockTime::ofClock(time)->text()},
-                          {QLatin1String(QuoteFields::VOLUME), QString::number(between(1, 40000))},
-                          {QLatin1String(QuoteFields::PRECLOSE), QStringLiteral("10.00")}};
-        for (const char *const key :
-             {QuoteFields::OPEN, QuoteFields::HIGH, QuoteFields::LOW, QuoteFields::CLOSE}) {
-            quote[QLatin1String(key)] = price;
-        }
-        m_endPoint->sendMessage(Channel::MARKET, Topic::QUOTE, QJsonDocument(quote).toJson());
-    }
-
-    void hearAnswer(const QJsonObject &answer)
-    {
-        if (!answer[QLatin1String(SUCCESS)].toBool()) {
-            m_lastRefusal = answer[QLatin1String(MSG)].toString().toStdString();
-            EXPECT_EQ(answer[QLatin1String(ERRCODE)], QJsonValue(2))
-                << QJsonDocument(answer).toJson().toStdString();
-            return;
-        }
-        const QString clientNumber = answer[QLatin1String(PlaceFields::CLIENTNO)].toString();
-        const QString number = answer[QLatin1String(RTSORDERNO)].toString();
-        Placement &placement = m_placements[clientNumber.section(QLatin1Char('-'), 1).toInt()];
+        Placement &placement = m_all[clientNumber.section(QLatin1Char('-'), 1).toInt()];
         if (placement.orderNumber.isEmpty()) {
-            placement.orderNumber = number;
+            placement.orderNumber = orderNumber;
             ++m_answered;
         }
-        EXPECT_EQ(placement.orderNumber, number) << clientNumber.toStdString() << " was placed twice";
+        EXPECT_EQ(placement.orderNumber, orderNumber) << clientNumber.toStdString() << " was placed twice";
     }
 
-    RecordingEndPoint *const m_endPoint;
+    QTemporaryDir m_folder;
+    QFile m_plan{m_folder.filePath(QStringLiteral("plan"))};
+    QFile m_journal{m_folder.filePath(QStringLiteral("journal"))};
+    QByteArray m_unread; // the beginning of a line
     std::mt19937 m_random;
-    const std::function<void()> m_meanwhile;
-    QVector<Placement> m_placements;
+    QVector<Placement> m_all;
     int m_answered = 0;
-    int m_repeated = 0;
-    int m_quotes = 0;
+    int m_asked = 0;
     std::string m_lastRefusal;
 };
 
@@ -207,18 +150,24 @@ protected:
         if (IsSkipped()) {
             return;
         }
+        if (terminalProgram().isEmpty()) {
+            GTEST_SKIP() << "THE TERMINAL IS NOT BUILT: nobody places orders";
+        }
         book({fill(Side::Buy, bank(), 20240102, 10, 100000000)});
         OrderBook orders(&ledger());
         Transaction transaction = orders.begin();
         orders.setCash(m_openingCash);
         transaction.commit();
         ASSERT_TRUE(chart().join(broker().address()));
-        ASSERT_TRUE(chart().listen(answerChannel, TradeChart::Topic::TRADEQUERY));
-        keepTwoModules();
+        keepRunning();
     }
 
     void TearDown() override
     {
+        if (m_terminal) {
+            m_terminal->kill();
+            m_terminal->waitForFinished();
+        }
         for (const auto &module : m_modules) {
             if (module->state() != QProcess::NotRunning) {
                 ::kill(static_cast<pid_t>(module->processId()), SIGCONT);
@@ -228,91 +177,59 @@ protected:
         }
     }
 
-    /// A new one for each that is gone.
-    void keepTwoModules()
+    /// Goes on until so many placements are answered; false when it takes too long.
+    bool placeUntil(int answered)
     {
-        const auto isGone = [](const std::unique_ptr<QProcess> &module) {
-            return module->state() == QProcess::NotRunning;
-        };
-        m_modules.erase(std::remove_if(m_modules.begin(), m_modules.end(), isGone), m_modules.end());
-        while (m_modules.size() < 2) {
-            m_modules.push_back(start(busOptions() + ledgerOptions() +
-                                      QStringList{QStringLiteral("serve"), QStringLiteral("--standby")}));
-        }
-    }
-
-    /// What is known when nothing goes on.
-    std::string state(const PatientTrader &trader)
-    {
-        std::string state =
-            "serving: " + std::to_string(servingProcess()) + "; last refusal: " + trader.lastRefusal();
-        for (const auto &module : m_modules) {
-            state += "\n" + std::to_string(module->processId()) + " in state " +
-                     std::to_string(module->state()) + ", ends with " + std::to_string(module->exitCode()) +
-                     ": " + module->readAllStandardError().toStdString();
-        }
-        return state;
-    }
-
-    qint64 servingProcess() { return ServingTable(ledger().database()).server().process.number; }
-
-    /// The one that serves, three times in four.
-    qint64 anyModule(PatientTrader *trader)
-    {
-        const qint64 serving = servingProcess();
-        const bool isServing = trader->between(1, 4) > 1;
-        for (const auto &module : m_modules) {
-            if ((module->processId() == serving) == isServing) {
-                return module->processId();
-            }
-        }
-        return m_modules.front()->processId();
+        return waitUntil(
+            [&] {
+                keepRunning();
+                m_placements.read();
+                while (m_placements.all().size() < std::min(answered, m_placements.answered() + mostOpen)) {
+                    placeNext();
+                }
+                return m_placements.answered() >= answered;
+            },
+            std::chrono::minutes(2));
     }
 
     /// Something bad happens while orders are placed.
-    void disturb(PatientTrader *trader, int answered)
+    void disturb(int answered)
     {
-        const std::chrono::microseconds after(trader->between(0, 100000));
-        const int dice = trader->between(1, 20);
-        if (dice <= 9) {
-            const LaterSignal killing(anyModule(trader), SIGKILL, after);
-            ASSERT_TRUE(trader->placeUntil(answered)) << state(*trader);
-        } else if (dice <= 12) {
-            const LaterSignal ending(anyModule(trader), SIGTERM, after);
-            ASSERT_TRUE(trader->placeUntil(answered)) << state(*trader);
+        const std::chrono::microseconds after(m_placements.between(0, 100000));
+        const int dice = m_placements.between(1, 25);
+        if (dice <= 7) {
+            send(SIGKILL, anyModule(), after, answered);
+        } else if (dice <= 9) {
+            send(SIGTERM, anyModule(), after, answered);
         } else if (dice <= 14) {
+            ++m_terminalsKilled;
+            send(SIGKILL, m_terminal->processId(), after, answered);
+        } else if (dice <= 17) {
+            freeze(m_terminal->processId(), after, false, answered);
+        } else if (dice <= 19) {
             broker().kill();
             broker().start();
-            ++m_brokers;
+            ++m_brokersKilled;
+        } else if (dice <= 21) {
+            ++m_brokersFrozen;
+            freeze(broker().processId(), after, false, answered);
         } else {
-            freeze(trader, after, dice == 20, answered);
+            freeze(anyModule(), after, dice == 25 && m_isLongRun, answered);
         }
     }
 
-    /// For long enough that the other one follows, or for a moment.
-    void freeze(PatientTrader *trader, std::chrono::microseconds after, bool isForLong, int answered)
+    void expectOneOrderEach()
     {
-        const qint64 process = anyModule(trader);
-        const LaterSignal freezing(process, SIGSTOP, after);
-        if (isForLong) {
-            ++m_longFreezes;
-            ASSERT_TRUE(trader->placeUntil(answered)) << state(*trader);
-        }
-        const LaterSignal waking(process, SIGCONT, after + std::chrono::milliseconds(200));
-        ASSERT_TRUE(trader->placeUntil(answered)) << state(*trader);
-    }
-
-    void expectOneOrderEach(const PatientTrader &trader)
-    {
+        const QVector<Placement> &placements = m_placements.all();
         const Orders orders = OrderBook(&ledger()).ofDay(TradingDate::today());
-        EXPECT_EQ(orders.size(), trader.placements().size());
+        EXPECT_EQ(orders.size(), placements.size());
         QHash<QString, Order> byNumber;
         for (const Order &order : orders) {
             byNumber.insert(order.clientNumber, order);
         }
-        for (int index = 0; index < trader.placements().size(); ++index) {
-            const Placement &placement = trader.placements()[index];
-            const auto order = byNumber.constFind(PatientTrader::clientNumber(index));
+        for (int index = 0; index < placements.size(); ++index) {
+            const Placement &placement = placements[index];
+            const auto order = byNumber.constFind(Placements::clientNumber(index));
             ASSERT_NE(order, byNumber.constEnd()) << index << " is lost";
             EXPECT_EQ(QString::number(order->number), placement.orderNumber);
             EXPECT_EQ(order->direction, placement.direction);
@@ -321,40 +238,143 @@ protected:
         }
     }
 
+    /// What is known when nothing goes on.
+    std::string state()
+    {
+        std::string state =
+            "serving: " + std::to_string(servingProcess()) + "; last refusal: " + m_placements.lastRefusal();
+        for (const auto &module : m_modules) {
+            state += "\n" + std::to_string(module->processId()) + " in state " +
+                     std::to_string(module->state()) + ", ends with " + std::to_string(module->exitCode()) +
+                     ": " + module->readAllStandardError().toStdString();
+        }
+        return state + "\nterminal: " + m_terminal->readAllStandardError().toStdString();
+    }
+
+    const unsigned m_seed = numberOf("TRADE_PLACEMENT_SEED", std::random_device()());
+    const int m_count = static_cast<int>(numberOf("TRADE_PLACEMENTS", 100));
+    const bool m_isLongRun =
+        m_count >= 1000; ///< with freezes of more than ten seconds, as StandbyTest has one
     const Money m_openingCash = Money::ofYuan(1e9).value();
-    int m_brokers = 0;
+    Placements m_placements{m_seed};
+    int m_terminalsKilled = 0;
+    int m_brokersKilled = 0;
+    int m_brokersFrozen = 0;
     int m_longFreezes = 0;
 
 private:
+    static constexpr int mostOpen = 4;
+
+    static QString terminalProgram() { return QStringLiteral(PLACING_TERMINAL); }
+
+    /// A new one for each that is gone.
+    void keepRunning()
+    {
+        const auto isGone = [](const std::unique_ptr<QProcess> &process) {
+            return !process || process->state() == QProcess::NotRunning;
+        };
+        m_modules.erase(std::remove_if(m_modules.begin(), m_modules.end(), isGone), m_modules.end());
+        while (m_modules.size() < 2) {
+            m_modules.push_back(start(busOptions() + ledgerOptions() +
+                                      QStringList{QStringLiteral("serve"), QStringLiteral("--standby")}));
+        }
+        if (isGone(m_terminal)) {
+            m_terminal = std::make_unique<QProcess>();
+            m_terminal->start(terminalProgram(), QStringList{broker().address()} + m_placements.files());
+            EXPECT_TRUE(m_terminal->waitForStarted());
+        }
+    }
+
+    void placeNext()
+    {
+        m_placements.add();
+        if (m_placements.between(0, 2) == 0) {
+            quote();
+        }
+    }
+
+    /// A bar of a hundredth of a second: time never goes back, however long this lasts.
+    void quote()
+    {
+        const QTime time = QTime(9, 30).addMSecs(10 * ++m_quotes);
+        const QString price = Money::ofCents(m_placements.between(985, 1015)).text();
+        QJsonObject quote{
+            {QLatin1String(STKCODE), bank().code},
+            {QLatin1String(MARKET), marketLetters(bank().market)},
+            {QLatin1String(QuoteFields::DATE), TradingDate::today().text()},
+            {QLatin1String(QuoteFields::TIME), ClockTime::ofClock(time)->text()},
+            {QLatin1String(QuoteFields::VOLUME), QString::number(m_placements.between(1, 40000))},
+            {QLatin1String(QuoteFields::PRECLOSE), QStringLiteral("10.00")}};
+        for (const char *const key :
+             {QuoteFields::OPEN, QuoteFields::HIGH, QuoteFields::LOW, QuoteFields::CLOSE}) {
+            quote[QLatin1String(key)] = price;
+        }
+        chart().sendMessage(Channel::MARKET, Topic::QUOTE, QJsonDocument(quote).toJson());
+    }
+
+    qint64 servingProcess() { return ServingTable(ledger().database()).server().process.number; }
+
+    /// The one that serves, three times in four.
+    qint64 anyModule()
+    {
+        const qint64 serving = servingProcess();
+        const bool isServing = m_placements.between(1, 4) > 1;
+        for (const auto &module : m_modules) {
+            if ((module->processId() == serving) == isServing) {
+                return module->processId();
+            }
+        }
+        return m_modules.front()->processId();
+    }
+
+    void send(int signal, qint64 process, std::chrono::microseconds after, int answered)
+    {
+        const LaterSignal sending(process, signal, after);
+        ASSERT_TRUE(placeUntil(answered)) << state();
+    }
+
+    /// For long enough that the other module follows, or for a moment.
+    void freeze(qint64 process, std::chrono::microseconds after, bool isForLong, int answered)
+    {
+        constexpr std::chrono::milliseconds moment(200);
+        const LaterSignal freezing(process, SIGSTOP, after);
+        if (isForLong) {
+            ++m_longFreezes;
+            ASSERT_TRUE(placeUntil(answered)) << state();
+        }
+        const LaterSignal waking(process, SIGCONT, after + moment);
+        ASSERT_TRUE(placeUntil(answered)) << state();
+    }
+
     std::vector<std::unique_ptr<QProcess>> m_modules;
+    std::unique_ptr<QProcess> m_terminal;
+    int m_quotes = 0;
 };
 
 } // namespace
 
-TEST_F(RepeatedPlacement, GivesEachNumberOneOrderWhateverHappensToTheModules)
+TEST_F(RepeatedPlacement, GivesEachNumberOneOrderWhateverHappensToModulesBrokerAndTerminal)
 {
     constexpr int placementsPerDisturbance = 10;
-    const unsigned seed = numberOf("TRADE_PLACEMENT_SEED", std::random_device()());
-    const auto placements = static_cast<int>(numberOf("TRADE_PLACEMENTS", 100));
-    SCOPED_TRACE("TRADE_PLACEMENT_SEED=" + std::to_string(seed));
-    PatientTrader trader(&chart(), seed, [this] { keepTwoModules(); });
+    SCOPED_TRACE("TRADE_PLACEMENT_SEED=" + std::to_string(m_seed));
     QElapsedTimer clock;
     clock.start();
 
     int disturbances = 0;
-    for (int answered = 0; answered < placements; answered = trader.placements().size()) {
-        const int next = std::min(answered + placementsPerDisturbance, placements);
-        ASSERT_NO_FATAL_FAILURE(disturb(&trader, next));
-        ASSERT_TRUE(trader.placeUntil(next)) << state(trader);
+    for (int answered = 0; answered < m_count; answered = m_placements.all().size()) {
+        const int next = std::min(answered + placementsPerDisturbance, m_count);
+        ASSERT_NO_FATAL_FAILURE(disturb(next));
+        ASSERT_TRUE(placeUntil(next)) << state();
         ++disturbances;
     }
-    trader.hear();
+    m_placements.read();
 
-    expectOneOrderEach(trader);
+    expectOneOrderEach();
     EXPECT_THAT(audit(&ledger(), m_openingCash), IsEmpty());
-    std::cout << "TRADE_PLACEMENT_SEED=" << seed << ": " << placements << " placements, " << trader.repeated()
-              << " asked again, " << disturbances << " disturbances, of them " << m_longFreezes
-              << " long freezes and " << m_brokers << " brokers killed; last fence "
+    std::cout << "TRADE_PLACEMENT_SEED=" << m_seed << ": " << m_count << " placements, "
+              << m_placements.repeated() << " asked again, " << disturbances << " disturbances, of them "
+              << m_longFreezes << " long freezes, " << m_terminalsKilled << " terminals killed, "
+              << m_brokersKilled << " brokers killed and " << m_brokersFrozen << " frozen; last fence "
               << ServingTable(ledger().database()).fence() << "; "
               << ledger().trades({TradingDate::today(), TradingDate::today()}).size() << " executions; "
               << clock.elapsed() << " ms" << std::endl;

@@ -4,6 +4,8 @@
 #include "tests/trademodule/support/ProgramFixture.h"
 #include "trademodule/ledger/OrderBook.h"
 
+#include <QFileInfo>
+
 #include <csignal>
 
 namespace TradeModule {
@@ -53,6 +55,13 @@ protected:
     std::string said() const { return m_said.toStdString(); }
     QProcess &other() { return *m_other; }
 
+    /// A ledger's one name.
+    static std::string place(const QString &ledger)
+    {
+        const QString canonical = QFileInfo(ledger).canonicalFilePath();
+        return (canonical.isEmpty() ? Database::shownLocation(ledger) : canonical).toStdString();
+    }
+
     /// So many orders are in both ledgers.
     int orders()
     {
@@ -92,8 +101,7 @@ TEST_F(TwoLedgers, AreNotServedOnOneBusAndTheSecondModuleNamesTheFirst)
     const Ended second = serveOther();
 
     EXPECT_EQ(second.exitCode, 1);
-    EXPECT_THAT(second.errors, HasSubstr("another trading module serves the ledger " +
-                                         Database(location()).shownLocation().toStdString()));
+    EXPECT_THAT(second.errors, HasSubstr("another trading module serves the ledger " + place(location())));
     EXPECT_THAT(second.errors, HasSubstr("process " + std::to_string(module().processId()) + " on " +
                                          QSysInfo::machineHostName().toStdString() + ", since 20"));
     EXPECT_THAT(second.errors, Not(HasSubstr("serving the ledger")));

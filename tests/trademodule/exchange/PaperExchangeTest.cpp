@@ -6,24 +6,68 @@ namespace {
 
 using namespace TradeChart::OrderStatus;
 
+/// A bar of a day that is played again.
+Quote replayed(int hhmm)
+{
+    Quote quote = bar(hhmm, 10, 10, 10);
+    quote.recorded = TradingDate::of(2024, 1, 2);
+    return quote;
+}
+
 } // namespace
-
-/// An order for 100 shares, the bar that follows, and what the order is dealt at; 0: it is not dealt.
-
-/// A status, and what a cancellation makes of it; null: it is refused.
 
 TEST_F(PaperExchangeOfADay, ReckonsTheCostByTheTimeOfDayWhenTheDayIsPlayedAgain)
 {
     hold(1000);
-    exchange().take(bar(1400, 10, 10, 10));
+    exchange().take(replayed(1400));
     buy(10, 1000);
-    exchange().take(bar(1401, 10, 10, 10));
-    exchange().take(bar(930, 10, 10, 10));
+    exchange().take(replayed(1401));
+    exchange().take(replayed(930));
     sell(10, 1000);
-    exchange().take(bar(931, 10, 10, 10));
+    exchange().take(replayed(931));
     ASSERT_EQ(ledger().holding(bank()).quantity(), 1000);
     const Money paid = yuan(10000) + TradingRules::fees(Direction::Buy, yuan(10000));
     EXPECT_NEAR(costPrice(bank()), paid.yuan() / 1000, 1e-9) << "what was held before was sold first";
+}
+
+TEST_F(PaperExchangeOfADay, DealsAQuarterOfAMinuteHoweverOftenItIsTold)
+{
+    const Order order = buy(10, 1000);
+    Quote minute = bar(1001, 10, 10, 10, 400);
+    for (const int second : {10, 20, 20, 30}) { // one of them comes twice
+        minute.time = ClockTime::of(10, 0, second).value();
+        minute.volume = second * 40;
+        exchange().take(minute);
+    }
+    EXPECT_EQ(now(order).matchedQuantity, 300) << "a quarter of 1200 shares";
+}
+
+TEST_F(PaperExchangeOfADay, DoesNotDealWhatWasTradedBeforeTheOrderCame)
+{
+    Quote minute = bar(1001, 10, 10, 9.5, 1000);
+    minute.close = yuan(10);
+    minute.time = ClockTime::of(10, 0, 20).value();
+    exchange().take(minute);
+    const Order order = buy(9.6, 100);
+    minute.time = ClockTime::of(10, 0, 40).value();
+    minute.volume = 5000;
+    exchange().take(minute);
+    EXPECT_EQ(now(order).matchedQuantity, 0) << "9.50 was before it";
+    minute.low = yuan(9.4);
+    minute.volume = 9000;
+    exchange().take(minute);
+    EXPECT_EQ(statusOf(order), code(Dealed));
+}
+
+TEST_F(PaperExchangeOfADay, LeavesALateQuoteAlone)
+{
+    const Order order = buy(9.5, 100);
+    exchange().take(bar(1003, 10, 10, 10));
+    exchange().take(bar(1002, 9.5, 9.5, 9.5));
+    EXPECT_EQ(statusOf(order), code(Quoted));
+    EXPECT_EQ(buy(9.2, 100).time, at(1003)) << "the clock stands still";
+    exchange().settle();
+    EXPECT_EQ(refusalOf(Direction::Buy, 10.005, 100).empty(), false);
 }
 
 TEST_F(PaperExchangeOfADay, DealsTheOrdersOfBeforeARestart)

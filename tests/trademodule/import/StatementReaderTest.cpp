@@ -228,6 +228,49 @@ TEST(StatementReader, RefusesABuyThatReceivedMoney)
     EXPECT_THAT(reasons(contents), ElementsAre(HasSubstr("that of a sell")));
 }
 
+TEST(StatementReader, TakesTheDirectionFromWordsWhereNoAmountHasASign)
+{
+    const StatementContents contents =
+        readText("成交日期,证券代码,业务名称,成交价格,成交数量,成交金额,发生金额\n"
+                 "20210811,600000,证券买入,9.10,100,910.00,915.02\n"
+                 "20210812,600000,证券卖出,9.20,100,920.00,914.10\n"
+                 "20210813,600000,红利入账,0,0,0,32.00\n"
+                 "20210813,600000,红利税补缴,0,0,0,3.20\n"
+                 "20210814,,银行转取,0,0,0,500.00\n");
+
+    EXPECT_THAT(described(contents.executions),
+                ElementsAre("20210811 00000000 buy SH600000 100 at 9.10 = 910.00 fee 5.02",
+                            "20210812 00000000 sell SH600000 100 at 9.20 = 920.00 fee 5.90"));
+    ASSERT_EQ(contents.money.size(), 3);
+    EXPECT_EQ(contents.money[0].amount, Money::ofCents(3200));
+    EXPECT_EQ(contents.money[1].amount, Money::ofCents(-320));
+    EXPECT_EQ(contents.money[2].amount, Money::ofCents(-50000));
+    EXPECT_THAT(reasons(contents), IsEmpty());
+}
+
+TEST(StatementReader, RefusesMoneyWithoutASignWhoseWordSaysNoDirection)
+{
+    const StatementContents contents =
+        readText("成交日期,证券代码,业务名称,成交价格,成交数量,成交金额,发生金额\n"
+                 "20210811,600000,证券买入,9.10,100,910.00,915.02\n"
+                 "20210814,,银证转账,0,0,0,500.00\n");
+
+    EXPECT_THAT(reasons(contents),
+                ElementsAre(HasSubstr("3: \"银证转账\" does not say whether money came or went")));
+}
+
+TEST(StatementReader, ChecksBuysAndSellsWithoutSignsAgainstTheAmount)
+{
+    const StatementContents contents =
+        readText("成交日期,证券代码,业务名称,成交价格,成交数量,成交金额,发生金额\n"
+                 "20210811,600000,证券买入,9.10,100,910.00,915.02\n"
+                 "20210812,600000,证券买入,9.10,100,910.00,904.98\n"
+                 "20210813,600000,证券卖出,9.10,100,910.00,915.02\n");
+
+    EXPECT_THAT(reasons(contents),
+                ElementsAre(HasSubstr("3: the entry says buy"), HasSubstr("4: the entry says sell")));
+}
+
 TEST(StatementReader, RefusesRowsOfATableThatIsNoStatement)
 {
     const StatementContents contents =

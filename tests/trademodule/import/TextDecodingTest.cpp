@@ -47,7 +47,7 @@ TEST(TextDecoding, RefusesAWorkbookWithAdvice)
         decodeStatement(QByteArray("PK\x03\x04rest", 8));
         FAIL() << "no refusal";
     } catch (const Error &error) {
-        EXPECT_THAT(error.what(), ::testing::HasSubstr("save it as CSV"));
+        EXPECT_THAT(error.what(), ::testing::HasSubstr("save it as .xlsx or CSV"));
     }
 }
 

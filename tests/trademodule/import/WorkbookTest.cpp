@@ -62,6 +62,20 @@ protected:
         write(m_parts);
     }
 
+    void writeSheets(const QByteArray &first, const QByteArray &second)
+    {
+        QByteArray twoSheets = workbook;
+        twoSheets.replace("</sheets>", "<sheet name=\"b\" sheetId=\"2\" r:id=\"r2\"/></sheets>");
+        QByteArray twoRelations = relations;
+        twoRelations.replace("</Relationships>",
+                             "<Relationship Id=\"r2\" Target=\"worksheets/sheet2.xml\"/></Relationships>");
+        write({{"xl/workbook.xml", twoSheets},
+               {"xl/_rels/workbook.xml.rels", twoRelations},
+               {"xl/sharedStrings.xml", sharedTexts},
+               {"xl/worksheets/sheet1.xml", "<worksheet><sheetData>" + first + "</sheetData></worksheet>"},
+               {"xl/worksheets/sheet2.xml", "<worksheet><sheetData>" + second + "</sheetData></worksheet>"}});
+    }
+
     std::string refusal()
     {
         try {
@@ -104,6 +118,43 @@ TEST_F(WorkbookTest, NamesTheRowOfItsSheet)
     writeSheet(headerRow + row);
 
     EXPECT_THAT(reasons(readStatementFile(path(), {})), ElementsAre(HasSubstr("2: the quantity \"1oo\"")));
+}
+
+TEST_F(WorkbookTest, ReadsAllSheetsEachWithItsHeader)
+{
+    QByteArray later = tradeRow;
+    later.replace("<v>45293</v>", "<v>45294</v>");
+    writeSheets(QByteArray(headerRow) + tradeRow, headerRow + later);
+
+    EXPECT_THAT(readStatementFile(path(), {}).executions, ::testing::SizeIs(2));
+}
+
+TEST_F(WorkbookTest, GoesOnOnASheetWithoutAHeader)
+{
+    QByteArray later = tradeRow;
+    later.replace("<v>45293</v>", "<v>45294</v>");
+    writeSheets(QByteArray(headerRow) + tradeRow, later);
+
+    EXPECT_THAT(readStatementFile(path(), {}).executions, ::testing::SizeIs(2));
+}
+
+TEST_F(WorkbookTest, NamesASheetThatTellsNoEntries)
+{
+    writeSheets(QByteArray(headerRow) + tradeRow,
+                "<row r=\"1\"><c r=\"A1\" t=\"inlineStr\"><is><t>持仓</t></is></c></row>");
+
+    const StatementContents contents = readStatementFile(path(), {});
+    EXPECT_THAT(contents.executions, ::testing::SizeIs(1));
+    EXPECT_EQ(contents.sheetsLeftOut, QStringList(QStringLiteral("b")));
+}
+
+TEST_F(WorkbookTest, NamesTheSheetOfABadRow)
+{
+    QByteArray bad = tradeRow;
+    bad.replace("<v>100</v>", "<v>1oo</v>");
+    writeSheets(QByteArray(headerRow) + tradeRow, headerRow + bad);
+
+    EXPECT_THAT(reasons(readStatementFile(path(), {})), ElementsAre(HasSubstr("2: sheet b: the quantity")));
 }
 
 TEST_F(WorkbookTest, RefusesAnArchiveOfSomethingElse)

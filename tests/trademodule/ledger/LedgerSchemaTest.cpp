@@ -208,7 +208,7 @@ TEST_P(LedgerSchemaOfAnOlderLedger, TakesOrdersAndQuotesAfterwards)
 TEST_P(LedgerSchemaOfAnOlderLedger, IsLeftAsItWasByAMigrationThatFails)
 {
     // a step to come makes it, too
-    Database(location()).run(QStringLiteral("ALTER TABLE execution ADD COLUMN stamp_duty BIGINT"));
+    Database(location()).run(QStringLiteral("CREATE TABLE told_statement (id INTEGER)"));
 
     EXPECT_THROW(Ledger ledger(location()), LedgerError);
 

@@ -30,6 +30,8 @@ protected:
         }
     }
 
+    pid_t frozen() const { return m_frozen; }
+
     /// Stops the session that holds the lease.
     void freezeSession()
     {
@@ -75,6 +77,26 @@ TEST_F(PostgreSqlFrozen, DoesNotKeepAModuleFromEnding)
     EXPECT_EQ(module().exitCode(), 1);
     thawSession();
     serve(); // for the end of the test
+}
+
+TEST_F(PostgreSqlFrozen, IsSaidWhereItKeepsTheLeaseOfAModuleThatIsGone)
+{
+    constexpr std::chrono::seconds longest(30);
+    serve();
+    freezeSession();
+    module().kill();
+    ASSERT_TRUE(module().waitForFinished());
+    startModule({QStringLiteral("--standby")});
+    QByteArray said;
+    const auto says = [&](const char *words) {
+        return waitUntil([&] { return (said += module().readAllStandardError()).contains(words); }, longest);
+    };
+
+    EXPECT_TRUE(says("must be ended there")) << said.toStdString();
+    EXPECT_THAT(said.toStdString(), ::testing::HasSubstr("its process " + std::to_string(frozen())));
+
+    thawSession();
+    EXPECT_TRUE(says("serving the ledger")) << said.toStdString();
 }
 
 TEST_F(PostgreSqlFrozen, IsLeftByAStatementThatTakesTooLong)

@@ -215,6 +215,47 @@ TEST_F(SqliteFileToRead, IsReadWhenTheFileMayNotBeWritten)
     expectReadOnly();
 }
 
+TEST_F(SqliteFileToRead, IsReadAnewWhenSomebodyWithMoreRightsHasWrittenIt)
+{
+    setModes(0444, 0555);
+    std::optional<NobodyInParticular> user(std::in_place);
+    Ledger ledger(path());
+    ASSERT_EQ(ledger.holding(bank()).quantity(), 100);
+
+    user.reset();
+    setModes(0644, 0755);
+    Ledger(path()).book(statementOf({fill(Side::Buy, bank(), 20240103, 10, 200)}), Ledger::Mode::Keep);
+    setModes(0444, 0555);
+    user.emplace();
+
+    EXPECT_EQ(ledger.holding(bank()).quantity(), 300);
+}
+
+TEST_F(SqliteFileToRead, IsRefusedWhileItsNewestChangesCannotBeRead)
+{
+    setModes(0444, 0555);
+    std::optional<NobodyInParticular> user(std::in_place);
+    Ledger ledger(path());
+    ASSERT_EQ(ledger.holding(bank()).quantity(), 100);
+
+    user.reset();
+    setModes(0600, 0755); // what SQLite lays beside it is its owner's alone, too
+    std::optional<Ledger> writer(std::in_place, path());
+    writer->book(statementOf({fill(Side::Buy, bank(), 20240103, 10, 200)}), Ledger::Mode::Keep);
+    ASSERT_EQ(::chmod(QFile::encodeName(path()).constData(), 0444), 0);
+    ASSERT_EQ(::chmod(QFile::encodeName(QFileInfo(path()).path()).constData(), 0555), 0);
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "there is no other user here";
+    }
+    user.emplace();
+    EXPECT_THROW(ledger.holding(bank()), LedgerUnavailable);
+
+    user.reset();
+    writer.reset(); // everything is in the file now
+    user.emplace();
+    EXPECT_EQ(ledger.holding(bank()).quantity(), 300);
+}
+
 TEST_F(SqliteFileToRead, IsServedByOneOnly)
 {
     setModes(0444, 0555);

@@ -1,4 +1,4 @@
-#include "trademodule/exchange/Quote.h"
+#include "trademodule/exchange/QuoteMessage.h"
 #include "tests/support/ByName.h"
 #include "trademodule/Error.h"
 
@@ -21,7 +21,7 @@ QJsonObject goodQuote()
 
 } // namespace
 
-TEST(Quote, IsReadFromItsTexts)
+TEST(QuoteMessage, IsReadFromItsTexts)
 {
     const Quote quote = readQuote(goodQuote());
 
@@ -36,7 +36,7 @@ TEST(Quote, IsReadFromItsTexts)
     EXPECT_EQ(quote.previousClose, Money::ofYuan(9.90));
 }
 
-TEST(Quote, NeedsNoCloseBefore)
+TEST(QuoteMessage, NeedsNoCloseBefore)
 {
     QJsonObject object = goodQuote();
     object.remove(QStringLiteral("preclose"));
@@ -51,11 +51,11 @@ struct WrongField
     QJsonValue value; ///< undefined: the key is left out
 };
 
-class QuoteWithAWrongField : public ::testing::TestWithParam<WrongField>
+class QuoteMessageWithAWrongField : public ::testing::TestWithParam<WrongField>
 {
 };
 
-TEST_P(QuoteWithAWrongField, IsRefusedWithTheNameOfTheField)
+TEST_P(QuoteMessageWithAWrongField, IsRefusedWithTheNameOfTheField)
 {
     QJsonObject object = goodQuote();
     object[QLatin1String(GetParam().key)] = GetParam().value;
@@ -69,7 +69,7 @@ TEST_P(QuoteWithAWrongField, IsRefusedWithTheNameOfTheField)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    With, QuoteWithAWrongField,
+    With, QuoteMessageWithAWrongField,
     ::testing::Values(WrongField{"NoCode", "stkcode", QJsonValue::Undefined},
                       WrongField{"OtherMarket", "market", QStringLiteral("HK")},
                       WrongField{"NoDate", "date", QJsonValue::Undefined},

@@ -1,4 +1,4 @@
-#include "terminal/services/FileStamp.h"
+#include "terminal/data/FileStamp.h"
 
 #include <QFileInfo>
 

@@ -1,0 +1,155 @@
+#include "terminal/live/ChartSource.h"
+
+#include "terminal/data/BarAggregation.h"
+#include "terminal/data/TradingHours.h"
+#include "terminal/live/SpanBar.h"
+#include "terminal/live/Today.h"
+
+#include <algorithm>
+
+namespace Terminal {
+
+namespace {
+
+/// Until when a file can tell of today.
+std::optional<Trading::ClockTime> timeOf(const FileStamp &file, Trading::TradingDate today)
+{
+    const bool isOfToday = Trading::TradingDate::ofCalendar(file.changed.date()) == today;
+    return isOfToday ? Trading::ClockTime::ofClock(file.changed.time()) : std::nullopt;
+}
+
+} // namespace
+
+ChartSource::ChartSource(const DataFolder &folder, Today *today) : m_folder(folder), m_today(today) {}
+
+void ChartSource::setFolder(const DataFolder &folder)
+{
+    DataFolder next = folder;
+    next.keepBookedActions(m_folder);
+    m_folder = next;
+}
+
+/// Null unless there are bars.
+const MinuteBook *ChartSource::todayOf(const QString &code) const
+{
+    const Security *const security = findSecurity(m_folder.securities(), code);
+    const MinuteBook *const book = security == nullptr ? nullptr : m_today->of(security->id());
+    return book == nullptr || book->bars().empty() ? nullptr : book;
+}
+
+std::vector<Trading::TradingDate> ChartSource::minuteDays(const QString &code) const
+{
+    std::vector<Trading::TradingDate> days = m_folder.minuteDays(code);
+    const MinuteBook *const today = todayOf(code);
+    if (today != nullptr) {
+        const Trading::TradingDate day = dayOf(today->bars().front());
+        days.erase(std::remove(days.begin(), days.end(), day), days.end());
+        days.push_back(day);
+    }
+    return days;
+}
+
+/// True when a minute chart of this day, or of the last one, is today's.
+bool ChartSource::isToday(const QString &code, std::optional<Trading::TradingDate> day) const
+{
+    const MinuteBook *const today = todayOf(code);
+    return today != nullptr && (!day || day == dayOf(today->bars().front()));
+}
+
+Loaded<ChartData> ChartSource::load(const QString &code, ChartPeriod period,
+                                    std::optional<Trading::TradingDate> day, PriceView view) const
+{
+    fillToday(code);
+    if (period != ChartPeriod::Minute) {
+        return loadDays(code, period, view);
+    }
+    return isToday(code, day) ? minutesOfToday(*findSecurity(m_folder.securities(), code))
+                              : m_folder.load(code, period, day, view);
+}
+
+ChartData ChartSource::minutesOfToday(const Security &security) const
+{
+    ChartData chart{security, ChartPeriod::Minute, m_today->of(security.id())->bars()};
+    chart.ahead = tradingMinutesAfter(chart.bars.back().minute);
+    chart.previousClose = closeBefore(security.code, dayOf(chart.bars.back()));
+    chart.priceDecimals = priceDecimals(chart.bars);
+    return chart;
+}
+
+ChartData ChartSource::raw(const ChartData &shown) const
+{
+    return shown.view == PriceView::Raw ? shown
+                                        : load(shown.security.code, shown.period, shownDay(shown)).value();
+}
+
+Loaded<ChartData> ChartSource::loadDays(const QString &code, ChartPeriod period, PriceView view) const
+{
+    const auto days = m_folder.load(code, ChartPeriod::Day, {}, view);
+    if (!days) {
+        return days;
+    }
+    const Trading::TradingDate today = m_today->date();
+    ChartData chart = days.value();
+    chart.period = period;
+    chart.today = takeSpanOfToday(&chart.bars, period, today);
+    chart.today.rowTime = timeOf(m_folder.dailyStamp(code), today);
+    chart.bars = joinDays(chart.bars, period);
+    if (const std::optional<Bar> last = barOfToday(chart)) {
+        if (chart.today.before) {
+            chart.bars.pop_back();
+        }
+        chart.bars.push_back(*last);
+    }
+    return chart;
+}
+
+std::optional<Bar> ChartSource::barOfToday(const ChartData &shown) const
+{
+    const MinuteBook *const minutes =
+        m_today->isReplayed(shown.security.id()) ? nullptr : todayOf(shown.security.code);
+    return spanBar(minutes, shown.today, shown.shownPrice(1, m_today->date()));
+}
+
+std::optional<double> ChartSource::closeBefore(const QString &code, Trading::TradingDate day) const
+{
+    if (!isToday(code, day)) {
+        return m_folder.closeBefore(code, day);
+    }
+    const std::optional<double> told = todayOf(code)->previousClose();
+    const bool isReplayed = m_today->isReplayed(findSecurity(m_folder.securities(), code)->id());
+    return told ? told : m_folder.closeBefore(code, isReplayed ? m_today->recorded().value() : day);
+}
+
+std::optional<Bar> ChartSource::lastBar(const QString &code) const
+{
+    const auto daily = m_folder.load(code, ChartPeriod::Day);
+    std::optional<Bar> last;
+    if (daily && !daily.value().bars.empty()) {
+        last = daily.value().bars.back();
+    }
+    const std::vector<Trading::TradingDate> days = m_folder.minuteDays(code);
+    if (!days.empty() && (!last || days.back() > dayOf(*last))) {
+        const auto minutes = m_folder.load(code, ChartPeriod::Minute, days.back());
+        last = minutes && !minutes.value().bars.empty() ? std::optional(minutes.value().bars.back()) : last;
+    }
+    return last;
+}
+
+void ChartSource::fillToday(const QString &code) const
+{
+    const Trading::TradingDate today = m_today->date();
+    const std::vector<Trading::TradingDate> days = m_folder.minuteDays(code);
+    if (std::binary_search(days.begin(), days.end(), today)) {
+        const auto recorded = m_folder.load(code, ChartPeriod::Minute, today);
+        if (recorded) {
+            m_today->fill(recorded.value().security.id(), recorded.value().bars);
+        }
+    }
+}
+
+std::vector<FileStamp> ChartSource::stamps(const QString &code) const
+{
+    return {m_folder.dailyStamp(code), m_folder.minuteStamp(code, m_today->date())};
+}
+
+} // namespace Terminal

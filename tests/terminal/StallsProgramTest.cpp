@@ -1,0 +1,359 @@
+// How long the window stands still: the longest turn of its event loop, and the longest answer to a key, the
+// wheel, a drag and the pointer, while much comes, a trading module hangs and the bus goes away. Of a turn
+// the processor time of this thread counts: the other programs of a busy machine are not the window's. A wait
+// that costs none, for an answer or a lock, shows in the time by the clock, whose bound is wider.
+//
+//     TERMINAL_STALLS=full terminal_trades_test --gtest_filter='StallsProgram.*'      as much as a long day
+//     brings
+#include "endpoint/LocalBroker.h"
+#include "terminal/TerminalProgram.h"
+#include "terminal/chart/view/ChartView.h"
+#include "terminal/ui/MainWindow.h"
+#include "tests/support/BusThread.h"
+#include "tests/support/SentAnswer.h"
+#include "tests/support/SentOrder.h"
+#include "tests/support/SentTrade.h"
+#include "tests/support/TurnWatch.h"
+#include "tests/support/WaitUntil.h"
+#include "tests/terminal/support/SettingsFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDate>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+#include <atomic>
+#include <cstdio>
+
+namespace Terminal {
+
+using namespace std::chrono_literals;
+using LocalCommunication::EndPoint;
+using LocalCommunication::LocalBroker;
+
+namespace {
+
+/// In milliseconds.
+struct Longest
+{
+    double ofProcessor = 0;
+    double byTheClock = 0;
+};
+
+struct Load
+{
+    int bars;
+    int orders;
+    int trades;
+    int notifications;
+};
+
+bool isFull()
+{
+    return qEnvironmentVariable("TERMINAL_STALLS") == QLatin1String("full");
+}
+
+Load load()
+{
+    return isFull() ? Load{70000, 10000, 10000, 100000} : Load{7000, 500, 500, 3000};
+}
+
+/// The turns of the event loop, and what lies between two of them by the clock.
+class Watch
+{
+public:
+    Watch()
+    {
+        QObject::connect(&m_heartbeat, &QTimer::timeout, [this] {
+            m_byTheClock = std::max(m_byTheClock, static_cast<double>(m_clock.nsecsElapsed()) * 1e-6);
+            m_clock.restart();
+        });
+        m_clock.start();
+        m_heartbeat.start(0);
+    }
+
+    Longest longest() const { return {m_turns.longest(), m_byTheClock}; }
+
+private:
+    TurnWatch m_turns;
+    QTimer m_heartbeat;
+    QElapsedTimer m_clock;
+    double m_byTheClock = 0;
+};
+
+QByteArray compact(const QJsonObject &object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+/// The rows of an answer, made once.
+QJsonArray tradeRows(int count)
+{
+    QJsonArray rows;
+    for (int i = 0; i < count; ++i) {
+        SentTrade trade;
+        trade.side = i % 2 == 0 ? "B" : "S";
+        trade.date = QDate(2024, 1, 1).addDays(i % 500).toString(QStringLiteral("yyyyMMdd")).toLatin1();
+        rows.append(trade.whole());
+    }
+    return rows;
+}
+
+QJsonArray orderRows(int count)
+{
+    QJsonArray rows;
+    for (int i = 0; i < count; ++i) {
+        SentOrder order;
+        order.number = QByteArray::number(700001 + i);
+        rows.append(QJsonObject(order));
+    }
+    return rows;
+}
+
+/// A trading module in a thread of its own, which may hang.
+class Module
+{
+public:
+    explicit Module(const QString &bus)
+        : m_trades(tradeRows(load().trades)),
+          m_orders(orderRows(load().orders)),
+          m_answers(bus, "TradeQuery",
+                    [this](EndPoint &own, const QByteArray &payload, const QByteArray &replyChannel) {
+                        answer(own, payload, replyChannel);
+                    }),
+          m_notifier(bus, "Begin", [](EndPoint &own, const QByteArray &, const QByteArray &) {
+              for (int i = 0; i < load().notifications; ++i) {
+                  own.sendMessage("Global", "TradeNotify",
+                                  R"({"stkcode":"600519","market":"1","ordersno":"1"})");
+              }
+              own.sendMessage("Global", "End", "{}");
+          })
+    {
+    }
+
+    void hang(bool hangs) { m_hangs = hangs; }
+    int questions() const { return m_questions; }
+
+private:
+    void answer(EndPoint &own, const QByteArray &payload, const QByteArray &replyChannel)
+    {
+        ++m_questions;
+        if (m_hangs) {
+            return;
+        }
+        QJsonObject answer = QJsonDocument::fromJson(payload).object();
+        const QString command = answer[QStringLiteral("cmd")].toString();
+        answer[QStringLiteral("success")] = true;
+        answer[QStringLiteral("market")] = QStringLiteral("1");
+        answer[QStringLiteral("data")] = dataOf(command);
+        const QByteArray screen = answer[QStringLiteral("screenId")].toString().toUtf8();
+        own.sendMessage(screen.isEmpty() ? replyChannel : screen, "TradeQuery", compact(answer));
+    }
+
+    QJsonValue dataOf(const QString &command) const
+    {
+        if (command == QLatin1String("HolderCostPrice")) {
+            return QJsonObject{{QStringLiteral("stkcode"), QStringLiteral("600519")},
+                               {QStringLiteral("market"), QStringLiteral("1")},
+                               {QStringLiteral("costprice"), QStringLiteral("100.5")}};
+        }
+        return command == QLatin1String("EntrustTodayTrade") ? m_orders : m_trades;
+    }
+
+    const QJsonArray m_trades;
+    const QJsonArray m_orders;
+    std::atomic<bool> m_hangs{false};
+    std::atomic<int> m_questions{0};
+    BusThread m_answers;
+    BusThread m_notifier;
+};
+
+class StallsProgram : public Settings
+{
+protected:
+    static QString address() { return QApplication::applicationDirPath(); }
+
+    void SetUp() override
+    {
+        QDir(m_data.path()).mkpath(QStringLiteral("daily"));
+        QFile::copy(QStringLiteral(TRADECHART_EXAMPLES "/securities.csv"),
+                    m_data.filePath(QStringLiteral("securities.csv")));
+        QFile bars(m_data.filePath(QStringLiteral("daily/600519.csv")));
+        ASSERT_TRUE(bars.open(QIODevice::WriteOnly));
+        bars.write("date,open,high,low,close,volume\n");
+        QDate day = QDate(2026, 1, 1).addDays(-load().bars + (isFull() ? 25000 : 0));
+        for (int i = 0; i < load().bars; ++i, day = day.addDays(1)) {
+            const double price = 100 + i * 7919 % 1000 / 100.0;
+            bars.write(QStringLiteral("%1,%2,%3,%4,%2,%5\n")
+                           .arg(day.toString(QStringLiteral("yyyyMMdd")))
+                           .arg(price, 0, 'f', 2)
+                           .arg(price + 1, 0, 'f', 2)
+                           .arg(price - 1, 0, 'f', 2)
+                           .arg(1000000 + i)
+                           .toLatin1());
+        }
+        m_broker.start(address());
+        ASSERT_TRUE(waitUntil([this] { return m_broker.state() == LocalBroker::State::Running; }));
+    }
+
+    void run(const std::function<void()> &story)
+    {
+        const auto parsed = parseOptions(
+            {QStringLiteral("tradeterminal"), QStringLiteral("--data"), m_data.path(),
+             QStringLiteral("--plugin"), QStringLiteral(PLUGIN_FILE), QStringLiteral("--code"),
+             QStringLiteral("600519"), QStringLiteral("--overlays"), QStringLiteral("cost,trades,orders,combined-cost"),
+             QStringLiteral("--size"), QStringLiteral("1600x900"), QStringLiteral("--no-broker")},
+            QStringLiteral("/nowhere/bin"));
+        ASSERT_TRUE(parsed) << qPrintable(parsed.error());
+        TerminalProgram program(parsed.value().options, address());
+        QTimer::singleShot(0, qApp, [this, &story] {
+            for (QWidget *const widget : QApplication::topLevelWidgets()) {
+                auto *const window = qobject_cast<MainWindow *>(widget);
+                m_window = window != nullptr ? window : m_window;
+            }
+            story();
+            m_window->close();
+        });
+        EXPECT_EQ(program.run(), 0);
+    }
+
+    QWidget *canvas() const { return m_window->chart(); }
+
+    void send(QEvent *event) const { QApplication::sendEvent(canvas(), event); }
+
+    void press(Qt::Key key) const
+    {
+        QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier);
+        send(&down);
+    }
+
+    void wheel(int steps) const
+    {
+        const QPointF middle = canvas()->rect().center();
+        QWheelEvent event(middle, canvas()->mapToGlobal(middle.toPoint()), QPoint(), QPoint(0, 120 * steps),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        send(&event);
+    }
+
+    void move(QEvent::Type type, const QPointF &place, Qt::MouseButtons buttons) const
+    {
+        QMouseEvent event(type, place, canvas()->mapToGlobal(place.toPoint()),
+                          type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, buttons, Qt::NoModifier);
+        send(&event);
+    }
+
+    /// What the user does in turn, each with its repaint: the slowest answer.
+    Longest actAndWatch(const char *what, int times, const std::function<void(int)> &act) const
+    {
+        Longest longest;
+        for (int i = 0; i < times; ++i) {
+            const double before = TurnWatch::threadTime();
+            QElapsedTimer clock;
+            clock.start();
+            act(i);
+            QApplication::processEvents();
+            longest.ofProcessor = std::max(longest.ofProcessor, TurnWatch::threadTime() - before);
+            longest.byTheClock =
+                std::max(longest.byTheClock, static_cast<double>(clock.nsecsElapsed()) * 1e-6);
+        }
+        tell(what, longest);
+        return longest;
+    }
+
+    static void tell(const char *what, Longest longest)
+    {
+        std::printf("%-44s %8.2f ms of the processor, %8.2f ms by the clock\n", what, longest.ofProcessor,
+                    longest.byTheClock);
+        std::fflush(stdout);
+    }
+
+    /// Wide: as built for debugging, on a machine that others use.
+    static void expectInput(Longest longest) { EXPECT_LT(longest.ofProcessor, 250); }
+    static void expectTurn(Longest longest)
+    {
+        EXPECT_LT(longest.ofProcessor, 500);
+        EXPECT_LT(longest.byTheClock, 2500) << "somebody was waited for";
+    }
+
+    void useTheWindow(const char *when) const
+    {
+        std::printf("%s:\n", when);
+        const QPointF middle = canvas()->rect().center();
+        expectInput(actAndWatch("  wheel", 60, [this](int i) { wheel(i % 20 < 10 ? -1 : 1); }));
+        expectInput(actAndWatch("  keys", 60, [this](int i) {
+            constexpr Qt::Key keys[] = {Qt::Key_Left, Qt::Key_Right, Qt::Key_Down,
+                                        Qt::Key_Up,   Qt::Key_Home,  Qt::Key_End};
+            press(keys[i % 6]);
+        }));
+        move(QEvent::MouseButtonPress, middle, Qt::LeftButton);
+        expectInput(actAndWatch("  drag", 60, [this, middle](int i) {
+            move(QEvent::MouseMove, middle + QPointF(i * 5, 0), Qt::LeftButton);
+        }));
+        move(QEvent::MouseButtonRelease, middle, Qt::NoButton);
+        expectInput(actAndWatch("  hover", 120, [this](int i) {
+            move(QEvent::MouseMove, QPointF(20 + i * 10, 100 + i), Qt::NoButton);
+        }));
+    }
+
+    /// What comes in meanwhile, to its end.
+    Longest watchUntil(const char *what, const std::function<bool()> &isOver) const
+    {
+        const Watch watch;
+        EXPECT_TRUE(waitUntil(isOver, 120s)) << what;
+        tell(what, watch.longest());
+        expectTurn(watch.longest());
+        return watch.longest();
+    }
+
+    MainWindow *m_window = nullptr;
+    LocalBroker m_broker;
+
+private:
+    QTemporaryDir m_data;
+};
+
+} // namespace
+
+TEST_F(StallsProgram, AreShortWhateverComesIn)
+{
+    Module module(address());
+    EndPoint other(nullptr);
+    bool hasEnded = false;
+    QObject::connect(&other, &EndPoint::messageReceived, &other, [&hasEnded] { hasEnded = true; });
+    other.subscribe("Global", QByteArray("End"));
+    other.connect(address());
+    ASSERT_TRUE(waitUntil([&other] { return other.isConnected(); }));
+    const auto flood = [&](const char *what) {
+        hasEnded = false;
+        other.sendMessage("Global", "Begin", "{}");
+        watchUntil(what, [&hasEnded] { return hasEnded; });
+    };
+
+    run([&] {
+        watchUntil("answers to the first questions", [&module] { return module.questions() >= 3; });
+        useTheWindow("with all answers there");
+        flood("notifications");
+        useTheWindow("after the notifications");
+
+        module.hang(true);
+        flood("notifications while the module hangs");
+        useTheWindow("while the module hangs");
+        module.hang(false);
+
+        m_broker.stop();
+        watchUntil("the bus goes away", [this] { return m_broker.state() != LocalBroker::State::Running; });
+        useTheWindow("without a bus");
+        m_broker.start(address());
+        watchUntil("the bus comes back", [&other] { return other.isConnected(); });
+    });
+}
+
+} // namespace Terminal

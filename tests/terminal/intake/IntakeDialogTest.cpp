@@ -1,0 +1,197 @@
+// What the user sees of an intake, and does with it.
+#include "terminal/intake/IntakeDialog.h"
+#include "tests/terminal/support/IntakeFiles.h"
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTest>
+
+namespace Terminal {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+class IntakeDialogOfFiles : public IntakeFiles
+{
+protected:
+    void open(const QStringList &files, bool hidesAmounts = false)
+    {
+        m_dialog = std::make_unique<IntakeDialog>(
+            plan(), IntakeLook{makeTheme(ThemeKind::Dark, RiseColour::Red), hidesAmounts}, nullptr);
+        m_dialog->add(files);
+        m_dialog->show();
+        ASSERT_TRUE(comesTo(m_dialog->intake(), Intake::Stage::Asking));
+    }
+    template <typename Widget>
+    Widget *widget(const char *name) const
+    {
+        Widget *const found = m_dialog->findChild<Widget *>(QLatin1String(name));
+        EXPECT_NE(found, nullptr) << name;
+        return found;
+    }
+    /// All that stands on the sheet and below it.
+    std::string words() const
+    {
+        QStringList all;
+        for (const QLabel *const label : m_dialog->findChildren<QLabel *>()) {
+            if (label->isVisible()) {
+                all.append(label->text());
+            }
+        }
+        return all.join(QLatin1Char('\n')).toStdString();
+    }
+    QPushButton *import() const { return widget<QPushButton>("importFiles"); }
+    void importAll() const
+    {
+        ASSERT_TRUE(import()->isEnabled());
+        import()->click();
+        ASSERT_TRUE(comesTo(m_dialog->intake(), Intake::Stage::Done));
+    }
+
+    std::unique_ptr<IntakeDialog> m_dialog;
+};
+
+TEST_F(IntakeDialogOfFiles, ShowsCountsAndTheFirstRows)
+{
+    open({statement()});
+    EXPECT_THAT(words(), HasSubstr("Trades: purchases 3"));
+    EXPECT_THAT(words(), HasSubstr("3 entries are new"));
+    const auto *const rows = widget<QTableWidget>("firstRows");
+    EXPECT_EQ(rows->rowCount(), 3);
+    EXPECT_EQ(rows->item(0, 4)->text(), QStringLiteral("000001"));
+    EXPECT_THAT(words(), HasSubstr("account.db")) << "into which account";
+}
+
+TEST_F(IntakeDialogOfFiles, ImportsWithTheKeyboardAlone)
+{
+    open({statement()});
+    QTest::keyClick(m_dialog.get(), Qt::Key_Return);
+    ASSERT_TRUE(comesTo(m_dialog->intake(), Intake::Stage::Done));
+    EXPECT_EQ(listed("trades").size(), 3);
+    EXPECT_THAT(words(), HasSubstr("3 entries imported"));
+    QTest::keyClick(m_dialog.get(), Qt::Key_Return);
+    EXPECT_EQ(m_dialog->result(), QDialog::Accepted);
+}
+
+TEST_F(IntakeDialogOfFiles, WritesNothingWhenItIsClosed)
+{
+    open({statement()});
+    QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
+    EXPECT_EQ(m_dialog->result(), QDialog::Rejected);
+    EXPECT_FALSE(QFileInfo::exists(ledger()));
+}
+
+TEST_F(IntakeDialogOfFiles, TakesBackRightThere)
+{
+    open({statement()});
+    importAll();
+    int written = 0;
+    QObject::connect(m_dialog.get(), &IntakeDialog::written, m_dialog.get(), [&written] { ++written; });
+    widget<QPushButton>("undoImport")->click();
+    ASSERT_TRUE(waitUntil([&written] { return written == 1; }));
+    EXPECT_EQ(listed("trades").size(), 0);
+    EXPECT_FALSE(widget<QPushButton>("undoImport")->isVisible());
+    EXPECT_THAT(words(), HasSubstr("Taken back"));
+    EXPECT_FALSE(m_dialog->hasChanged());
+}
+
+TEST_F(IntakeDialogOfFiles, ShowsFirstTheFileThatNeedsItsUser)
+{
+    open({statement(), barsWithoutCode()});
+    EXPECT_FALSE(import()->isEnabled());
+    EXPECT_EQ(widget<QLabel>("fileName")->text(), QStringLiteral("000001.csv"));
+    auto *const code = widget<QLineEdit>("answer-code");
+    EXPECT_EQ(code->text(), QStringLiteral("000001.SZ")) << "proposed, not taken";
+    m_dialog->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
+    code->setFocus();
+    QTest::keyClick(code, Qt::Key_Return);
+    ASSERT_TRUE(waitUntil([this] { return import()->isEnabled(); }));
+    EXPECT_EQ(m_dialog->intake().stage(), Intake::Stage::Asking) << "Return in a field imports nothing";
+    EXPECT_EQ(QApplication::focusWidget(), widget<QLineEdit>("answer-code"));
+}
+
+TEST_F(IntakeDialogOfFiles, AsksWhatAnUnknownFileIs)
+{
+    open({somethingElse()});
+    auto *const kind = widget<QComboBox>("fileKind");
+    EXPECT_EQ(kind->currentText(), QStringLiteral("What is this file?"));
+    EXPECT_FALSE(import()->isEnabled());
+    kind->setCurrentIndex(3);
+    Q_EMIT kind->activated(3);
+    EXPECT_EQ(m_dialog->intake().files()[0].state, IntakeFile::State::LeftOut);
+    EXPECT_FALSE(import()->isEnabled()) << "nothing is left to be imported";
+}
+
+TEST_F(IntakeDialogOfFiles, LeavesBadRowsOutWhenItsUserSaysSo)
+{
+    open({statement("20240102,09:36:00,证券买入,000001,平安银行,10.00,x,1000.00,80000001\n")});
+    EXPECT_THAT(words(), HasSubstr("Line 5"));
+    widget<QCheckBox>("answer-skip-bad")->click();
+    ASSERT_TRUE(waitUntil([this] { return import()->isEnabled(); }));
+    EXPECT_THAT(words(), HasSubstr("Left out: Line 5"));
+}
+
+TEST_F(IntakeDialogOfFiles, HidesTheFiguresOfTheAccount)
+{
+    open({statement()}, true);
+    EXPECT_THAT(words(), Not(HasSubstr("purchases 3")));
+    const auto *const rows = widget<QTableWidget>("firstRows");
+    EXPECT_EQ(rows->item(0, 7)->text(), QStringLiteral("***"));
+    EXPECT_EQ(rows->item(0, 8)->text(), QStringLiteral("***"));
+    EXPECT_EQ(rows->item(0, 6)->text(), QStringLiteral("10.00")) << "prices stay";
+}
+
+TEST_F(IntakeDialogOfFiles, FitsOnASmallScreen)
+{
+    open({statement(), barsWithCode(), somethingElse()});
+    EXPECT_LE(m_dialog->minimumSizeHint().width(), 760);
+    EXPECT_LE(m_dialog->minimumSizeHint().height(), 440);
+    m_dialog->resize(760, 440);
+    QApplication::processEvents();
+    for (const char *const name : {"importFiles"}) {
+        const auto *const button = widget<QPushButton>(name);
+        EXPECT_TRUE(
+            m_dialog->rect().contains(QRect(button->mapTo(m_dialog.get(), QPoint()), button->size())));
+    }
+}
+
+TEST_F(IntakeDialogOfFiles, ShowsHowFarItIsAndCancels)
+{
+    open({statement({}, 20000)});
+    import()->click();
+    EXPECT_TRUE(m_dialog->findChild<QProgressBar *>()->isVisible());
+    m_dialog->reject();
+    ASSERT_TRUE(comesTo(m_dialog->intake(), Intake::Stage::Asking));
+    EXPECT_TRUE(m_dialog->isVisible());
+    EXPECT_EQ(listed("imports").size(), 0);
+}
+
+TEST_F(IntakeDialogOfFiles, TakesMoreFilesThatAreDroppedOnIt)
+{
+    open({statement()});
+    EXPECT_TRUE(drop(m_dialog.get(), {barsWithCode()}));
+    ASSERT_TRUE(waitUntil([this] {
+        return m_dialog->intake().stage() == Intake::Stage::Asking && m_dialog->intake().files().size() == 2;
+    }));
+    EXPECT_TRUE(import()->isEnabled());
+}
+
+TEST_F(IntakeDialogOfFiles, ShowsNamesOfFilesAsTheyAreWritten)
+{
+    open({write(QStringLiteral("<b>odd\nname.csv"), "a,b\n1,2\n")});
+    EXPECT_THAT(words(), HasSubstr("<b>odd\xEF\xBF\xBDname.csv"));
+}
+
+} // namespace
+} // namespace Terminal

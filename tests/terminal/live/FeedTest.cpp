@@ -1,0 +1,84 @@
+// A live day: another program's feed on the bus, the window that grows with it, and the exchange that deals
+// by it.
+#include "terminal/live/ChartSource.h"
+#include "terminal/session/TradingSession.h"
+#include "tests/terminal/support/DayAndTime.h"
+#include "tests/terminal/support/TradingWindow.h"
+
+#include <QProcess>
+
+namespace Terminal {
+namespace {
+
+#ifdef FEED_PYTHON
+class FeedOfAnotherProgram : public TradingWindow
+{
+protected:
+    void SetUp() override
+    {
+        TradingWindow::SetUp();
+        openWindow(QStringLiteral("orders"), {QStringLiteral("600519"), ChartPeriod::Minute});
+        startOverlays();
+    }
+
+    /// Plays a recorded day as the market's, without a pause.
+    void feed()
+    {
+        QProcess feed;
+        feed.start(QStringLiteral(FEED_PYTHON),
+                   {QStringLiteral(TRADECHART_EXAMPLES "/feeds/minute_feed.py"),
+                    QStringLiteral(TRADECHART_EXAMPLES "/minute/600519_20260327.csv"),
+                    QStringLiteral("--bus"), address(), QStringLiteral("--speed"), QStringLiteral("0")});
+        ASSERT_TRUE(feed.waitForStarted());
+        ASSERT_TRUE(waitUntil([&feed] { return feed.state() == QProcess::NotRunning; }));
+        ASSERT_EQ(feed.exitCode(), 0) << feed.readAllStandardError().toStdString();
+    }
+
+    QByteArray listed(const char *command)
+    {
+        QProcess list;
+        list.start(QStringLiteral(TRADEMODULE),
+                   {QStringLiteral("--ledger"), ledger(), QLatin1String(command)});
+        list.waitForFinished();
+        return list.readAllStandardOutput();
+    }
+};
+
+TEST_F(FeedOfAnotherProgram, MakesTheDayGrowAndDealsAnOrder)
+{
+    bool isPlaced = false;
+    QObject::connect(desk(), &OrderDesk::placed, m_window.get(), [&isPlaced] { isPlaced = true; });
+    desk()->place({chart()->data().security, Direction::Buy, 1400, 100});
+    ASSERT_TRUE(waitUntil([&isPlaced] { return isPlaced; }));
+    Bars recorded = DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES))
+                        .value()
+                        .load(QStringLiteral("600519"), ChartPeriod::Minute, onDay(20260327))
+                        .value()
+                        .bars;
+    for (Bar &bar : recorded) {
+        bar.date = Trading::TradingDate::today().number();
+    }
+
+    feed();
+
+    EXPECT_TRUE(waitUntil([&] { return chart()->data().bars == recorded; }))
+        << chart()->data().bars.size() << " bars, " << recorded.size() << " were recorded";
+    EXPECT_TRUE(waitUntil([this] { return listed("orders").contains("100"); }))
+        << listed("orders").toStdString();
+    const QByteArray today = Trading::TradingDate::today().dashedText().toLatin1();
+    EXPECT_TRUE(waitUntil([&] { return listed("trades").contains(today); }))
+        << listed("trades").toStdString();
+    const auto last = m_session->prices()->of(chart()->data().security);
+    ASSERT_TRUE(last);
+    EXPECT_EQ(last->origin, PriceOrigin::Quote);
+    EXPECT_EQ(last->price, recorded.back().close);
+}
+#else
+TEST(FeedOfAnotherProgram, MakesTheDayGrowAndDealsAnOrder)
+{
+    GTEST_SKIP() << "no python3 with paho-mqtt was found";
+}
+#endif
+
+} // namespace
+} // namespace Terminal
