@@ -475,7 +475,7 @@ namespace {
 QString withMethod(const QString &text, const OverlayState &state, const DrawnOverlay &drawn)
 {
     const bool isNamed = state.kind == OverlayState::Drawn && !drawn.labels.isEmpty();
-    return isNamed && !state.costMethod.isEmpty()
+    return isNamed && !state.costMethod.isEmpty() && !state.unansweredSince
                ? QStringLiteral("%1 (%2)").arg(text, plainText(costMethodText(state.costMethod)))
                : text;
 }

@@ -206,12 +206,13 @@ protected:
 
     void run(const std::function<void()> &story)
     {
-        const auto parsed = parseOptions(
-            {QStringLiteral("tradeterminal"), QStringLiteral("--data"), m_data.path(),
-             QStringLiteral("--plugin"), QStringLiteral(PLUGIN_FILE), QStringLiteral("--code"),
-             QStringLiteral("600519"), QStringLiteral("--overlays"), QStringLiteral("cost,trades,orders,combined-cost"),
-             QStringLiteral("--size"), QStringLiteral("1600x900"), QStringLiteral("--no-broker")},
-            QStringLiteral("/nowhere/bin"));
+        const auto parsed =
+            parseOptions({QStringLiteral("tradeterminal"), QStringLiteral("--data"), m_data.path(),
+                          QStringLiteral("--plugin"), QStringLiteral(PLUGIN_FILE), QStringLiteral("--code"),
+                          QStringLiteral("600519"), QStringLiteral("--overlays"),
+                          QStringLiteral("cost,trades,orders,combined-cost"), QStringLiteral("--size"),
+                          QStringLiteral("1600x900"), QStringLiteral("--no-broker")},
+                         QStringLiteral("/nowhere/bin"));
         ASSERT_TRUE(parsed) << qPrintable(parsed.error());
         TerminalProgram program(parsed.value().options, address());
         QTimer::singleShot(0, qApp, [this, &story] {

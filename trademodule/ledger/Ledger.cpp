@@ -30,8 +30,9 @@ Ledger::Ledger(const QString &location, Mode mode) : m_database(location)
 
 bool Ledger::isThere(const QString &location)
 {
-    const bool isFile = Database::kindOf(location) == Database::Kind::Sqlite;
-    if (isFile && !QFileInfo::exists(location)) {
+    const bool isAddress =
+        location.contains(QLatin1String("://")); // one that cannot be used is refused below
+    if (!isAddress && !QFileInfo::exists(location)) {
         return false;
     }
     Database database(location);

@@ -34,7 +34,9 @@ public:
     /// True when one more has connected.
     bool waits() const
     {
-        return m_server.waitForNewConnection(0) && m_server.nextPendingConnection() != nullptr;
+        // the event loop may have taken it already
+        const bool hasOne = m_server.hasPendingConnections() || m_server.waitForNewConnection(0);
+        return hasOne && m_server.nextPendingConnection() != nullptr;
     }
 
 private:

@@ -38,7 +38,9 @@ TEST_F(MarketDayTest, GoesByTheSameCloseAfterARestart)
 
 TEST_F(MarketDayTest, GoesByTheFirstOpenOfTheDayThatIsPlayedNow)
 {
-    exchange().take(bar(931, 20, 20, 20));
+    Quote replayed = bar(931, 20, 20, 20);
+    replayed.recorded = replayed.date;
+    exchange().take(replayed);
 
     const Order order = buy(19, 100);
     exchange().settle();

@@ -153,7 +153,8 @@ QString rowsOf(Database *database, const QString &table)
 {
     Rows columns = database->run(
         QStringLiteral(
-            "SELECT group_concat('quote(' || name || ')', '||'',''||') FROM pragma_table_info('%1')")
+            "SELECT group_concat('quote(' || name || ')', '||'',''||') FROM pragma_table_info('%1') "
+            "WHERE name <> 'imports'")
             .arg(table));
     columns.next();
     Rows rows = database->run(
@@ -163,7 +164,7 @@ QString rowsOf(Database *database, const QString &table)
     return rows.value(0).toString();
 }
 
-/// All that the ledger holds; when statements came is left out.
+/// All that the ledger holds; when statements came, and how many, is left out.
 std::string contentOf(const QString &file)
 {
     QString content;

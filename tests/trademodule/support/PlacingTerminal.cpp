@@ -126,7 +126,7 @@ private:
 
     QFile m_plan;
     QFile m_journal;
-    QByteArray m_unread; // the beginning of a line of the plan
+    QByteArray m_unread;      // the beginning of a line of the plan
     QSet<QString> m_answered; // before it was started
     QVector<OrderRequest> m_due;
     ModuleWatch m_watch{nullptr};
