@@ -164,8 +164,8 @@ TEST_F(ChartSourceOfTheMarket, EndsChartsOfDaysWithToday)
 
 TEST_F(ChartSourceOfTheMarket, CountsTodaysRowOfTheFolderOnce)
 {
-    const QByteArray today = m_day.text().toLatin1();
-    writeDays("20231229,10,11,9,10,1000\n" + today + ",11,15,11,12,900\n");
+    const QByteArray day = m_day.text().toLatin1();
+    writeDays("20231229,10,11,9,10,1000\n" + day + ",11,15,11,12,900\n");
     m_today.take(quoteAt(930, 12, 100));
     const Bars days = bars(ChartPeriod::Day);
     ASSERT_EQ(days.size(), 2U);
