@@ -120,6 +120,9 @@ void TerminalProgram::openSession(const DataFolder &folder)
     if (!takesPicture()) {
         settings.restoreLayout(m_window.get(), m_options);
     }
+    if (m_options.results) {
+        m_window->results()->openList(*m_options.results);
+    }
 }
 
 /// What is remembered need not be in this data folder: then another chart does, as far as the command line
@@ -275,7 +278,7 @@ void TerminalProgram::goOnWith(const TerminalOptions &next)
 bool TerminalProgram::asksTradeModule() const
 {
     const bool isTraded = isReplay() && !(m_options.orders.empty() && m_options.ledger.isEmpty());
-    return isTraded || !m_options.overlays.isEmpty();
+    return isTraded || m_options.results || !m_options.overlays.isEmpty();
 }
 
 void TerminalProgram::showWindow()
@@ -300,10 +303,11 @@ void TerminalProgram::startSnapshot()
     // Laid out as on a screen, before the overlays ask where things are.
     m_window->ensurePolished();
     m_window->grab();
-    m_snapshot = std::make_unique<Snapshot>(Scene{m_window.get(), m_window->answers(),
-                                                  m_window->chart()->data(), m_options.overlays,
-                                                  m_session->desk(), m_session->statementActions()},
-                                            m_options.snapshotFile, m_options.timeout);
+    m_snapshot =
+        std::make_unique<Snapshot>(Scene{m_window.get(), m_window->answers(), m_window->chart()->data(),
+                                         m_options.overlays, m_session->desk(), m_session->statementActions(),
+                                         m_options.results ? m_window->results()->desk() : nullptr},
+                                   m_options.snapshotFile, m_options.timeout);
     wireSnapshot();
     if (asksTradeModule()) {
         m_snapshot->setHindrance(tr("trading module that answers on the bus"));
@@ -319,6 +323,8 @@ void TerminalProgram::wireSnapshot()
     Snapshot *const snapshot = m_snapshot.get();
     connect(snapshot, &Snapshot::finished, this, &TerminalProgram::endSnapshot, Qt::QueuedConnection);
     connect(snapshot, &Snapshot::listening, m_session.get(), &TradingSession::join);
+    connect(snapshot, &Snapshot::listening, m_window->results(),
+            [this] { m_window->results()->start(m_busAddress); });
     connect(snapshot, &Snapshot::aboutToTake, m_window.get(), &MainWindow::runOverlayUpdates);
     connect(snapshot, &Snapshot::aboutToTake, m_session->prices(), &LastPrices::readNow);
     connect(m_window.get(), &MainWindow::overlayUpdateAsked, snapshot, &Snapshot::noteUpdate);

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QTemporaryDir>
@@ -211,6 +212,7 @@ bool Intake::mayImport() const
 void Intake::import()
 {
     m_isCancelled = false;
+    m_makesLedger = !QFileInfo::exists(m_plan.places.ledger);
     QDir().mkpath(QFileInfo(m_plan.places.ledger).path());
     enter(Stage::Writing);
     importNext();
@@ -236,6 +238,15 @@ void Intake::importNext()
     Q_EMIT changed();
 }
 
+/// A module that is ended while it makes a new ledger may leave a file with nothing in it.
+void Intake::removeEmptyLedger()
+{
+    QFile ledger(m_plan.places.ledger);
+    if (m_makesLedger && ledger.exists() && ledger.size() == 0) {
+        ledger.remove();
+    }
+}
+
 void Intake::finishWriting()
 {
     if (m_isCancelled && mayUndo()) {
@@ -243,6 +254,7 @@ void Intake::finishWriting()
         return;
     }
     if (m_isCancelled) {
+        removeEmptyLedger();
         // Looked at anew: so stands there what is true, whatever the moment was.
         for (IntakeFile &file : m_files) {
             file.state = isAsked(file) || file.state == State::TakenBack ? State::Waiting : file.state;

@@ -93,6 +93,7 @@ private:
     void importNext();
     void undoNext();
     void finishWriting();
+    void removeEmptyLedger();
     void runStatement(int file, Errand errand);
     void planBars();
     void startBars();
@@ -129,6 +130,7 @@ private:
     Errand m_errand = Errand::Look;
     QJsonObject m_answer; ///< its last word
     bool m_isCancelled = false;
+    bool m_makesLedger = false; ///< there was none before import()
     /// What was planned of bars is not what is to be written any more: files were left out, or there are new
     /// trades to compare them with.
     bool m_isPlanStale = false;

@@ -118,6 +118,12 @@ QString takeOverlays(const QString &value, TerminalOptions *options)
     return {};
 }
 
+QString takeResults(const QString &value, TerminalOptions *options)
+{
+    options->results = Trading::resultGroupOf(value);
+    return options->results ? QString() : text("security, month, year, sale or trip");
+}
+
 QString takeSize(const QString &value, TerminalOptions *options)
 {
     const auto match = QRegularExpression(QStringLiteral("^(\\d{1,5})x(\\d{1,5})$")).match(value);
@@ -173,6 +179,8 @@ const std::vector<OptionRow> &optionTable()
          text("Overlays to show, separated by commas: %1.").arg(overlayWords().join(QStringLiteral(", "))),
          takeOverlays,
          [](const TerminalOptions &options) { return options.overlays.join(QLatin1Char(',')); }},
+        {QStringLiteral("results"), QStringLiteral("WHAT"),
+         text("Opens the list of results: by security, month, year, sale or trip."), takeResults},
         {QStringLiteral("plugin"), QStringLiteral("PATH"), text("File of the overlay library."),
          into(&TerminalOptions::pluginFile)},
         {QStringLiteral("ledger"), QStringLiteral("FILE"),

@@ -6,6 +6,7 @@
 #include "terminal/data/PriceView.h"
 #include "terminal/replay/PlannedOrder.h"
 #include "trading/ClockTime.h"
+#include "trading/ResultColumns.h"
 #include "trading/TradingDate.h"
 
 #include <QMap>
@@ -33,10 +34,11 @@ struct TerminalOptions
     bool startsBroker = true;
     ThemeKind theme = ThemeKind::Dark;
     RiseColour riseColour = RiseColour::Red;
-    QString language = QStringLiteral("zh"); ///< zh or en
-    bool hidesAmounts = false;               ///< of the account, in labels and lists
-    bool asksBeforeSending = true;           ///< before an order is sent
-    QString snapshotFile;                    ///< empty: a window is opened
+    QString language = QStringLiteral("zh");     ///< zh or en
+    std::optional<Trading::ResultGroup> results; ///< the list of results that is opened; nothing: none
+    bool hidesAmounts = false;                   ///< of the account, in labels and lists
+    bool asksBeforeSending = true;               ///< before an order is sent
+    QString snapshotFile;                        ///< empty: a window is opened
     QSize size = {1600, 900};
     std::chrono::seconds refresh{3};  ///< after which overlays ask for their data again
     std::chrono::seconds timeout{20}; ///< that a snapshot waits for the overlays' data

@@ -42,6 +42,8 @@ public:
     /// Has the module reckon costs in another way; ends with costMethodAnswered().
     void setCostMethod(const QString &word);
 
+    /// True when what was asked for last is answered; not before anything was.
+    bool isUpToDate() const { return m_question.isAnswered(); }
     /// True while the module answers what it is asked.
     bool isAnswering() const { return m_isAnswering; }
 

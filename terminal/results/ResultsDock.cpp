@@ -100,6 +100,13 @@ void ResultsDock::open()
     m_dock->show();
     m_dock->raise();
     m_panel->view()->focusRows();
+    m_desk.watch(true); // a window that is on no screen tells of no visibility
+}
+
+void ResultsDock::openList(ResultGroup group)
+{
+    m_panel->showList(group);
+    open();
 }
 
 void ResultsDock::tellMethod(const DeskOutcome &outcome)

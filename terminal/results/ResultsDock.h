@@ -34,6 +34,8 @@ public:
 
     /// Shows the list, with the keyboard in it.
     void open();
+    /// The same of this list.
+    void openList(ResultGroup group);
 
     QAction *action() const;
     ResultsPanel *panel() const { return m_panel; }

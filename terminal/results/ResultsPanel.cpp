@@ -108,6 +108,12 @@ QSize ResultsPanel::sizeHint() const
     return {QWidget::sizeHint().width(), panelHeight};
 }
 
+void ResultsPanel::showList(ResultGroup group)
+{
+    m_groups->setCurrentIndex(m_groups->findData(static_cast<int>(group)));
+    setWish({group});
+}
+
 void ResultsPanel::setWish(const ResultsWish &wish)
 {
     m_model.setWish(wish);

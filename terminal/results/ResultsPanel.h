@@ -33,6 +33,9 @@ public:
     ResultsModel *model() { return &m_model; }
     ResultsView *view() { return m_view; }
 
+    /// Shows another list.
+    void showList(ResultGroup group);
+
     /// Says in the panel whether its figures are kept up to date.
     void setAnswering(bool isAnswering);
     /// Says why the trading module does not tell results; empty where it does.

@@ -1,6 +1,7 @@
 #include "terminal/snapshot/Snapshot.h"
 
 #include "terminal/answers/ScreenAnswers.h"
+#include "terminal/results/ResultsDesk.h"
 #include "terminal/session/StatementActions.h"
 #include "terminal/snapshot/Picture.h"
 #include "terminal/trade/OrderDesk.h"
@@ -13,6 +14,7 @@ Snapshot::Snapshot(const Scene &scene, const QString &file, std::chrono::seconds
       m_answers(scene.answers),
       m_desk(scene.desk),
       m_actions(scene.actions),
+      m_results(scene.results),
       m_file(file),
       m_watch(scene.chart, scene.overlays, nullptr)
 {
@@ -25,6 +27,9 @@ Snapshot::Snapshot(const Scene &scene, const QString &file, std::chrono::seconds
     connect(&m_watch, &AnswerWatch::progressed, this, &Snapshot::checkProgress);
     connect(m_actions, &StatementActions::answered, this, &Snapshot::checkProgress);
     connect(m_desk, &OrderDesk::answered, this, &Snapshot::checkProgress);
+    if (m_results != nullptr) {
+        connect(m_results, &ResultsDesk::came, this, &Snapshot::checkProgress);
+    }
     connect(&m_timeout, &QTimer::timeout, this, &Snapshot::giveUp);
 }
 
@@ -61,6 +66,9 @@ QStringList Snapshot::missing() const
     QStringList missing = m_watch.missing();
     if (!m_desk->isUpToDate()) {
         missing.append(tr("list of orders and positions"));
+    }
+    if (m_results != nullptr && !m_results->isUpToDate()) {
+        missing.append(tr("list of results"));
     }
     if (!m_actions->isUpToDate()) {
         missing.append(tr("the answer to %1").arg(QLatin1String(Trading::CmdType::CORPORATEACTIONS)));

@@ -15,6 +15,7 @@ class QWidget;
 namespace Terminal {
 
 class OrderDesk;
+class ResultsDesk;
 class ScreenAnswers;
 class StatementActions;
 
@@ -27,6 +28,7 @@ struct Scene
     QStringList overlays;                ///< words of overlayKinds
     OrderDesk *desk = nullptr;           ///< whose orders the window shows
     StatementActions *actions = nullptr; ///< that its prices go by
+    ResultsDesk *results = nullptr;      ///< whose results it shows; null: it shows none
 };
 
 /// Waits until every overlay of a window and the panel of orders, when it is shown, have their data and
@@ -81,6 +83,7 @@ private:
     ScreenAnswers *m_answers;
     OrderDesk *m_desk;
     StatementActions *m_actions;
+    ResultsDesk *m_results;
     QString m_file;
     AnswerWatch m_watch;
     QTimer m_timeout;

@@ -2,84 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
-    <name>ActionColumns</name>
-    <message>
-        <source>no column tells what happened; known are %1</source>
-        <translation>没有一列说明派息、送转、配股或拆分；可用的列是 %1</translation>
-    </message>
-    <message>
-        <source>the column &quot;%1&quot; does not say for how many shares it is: call it 每股%1 or 每10股%1</source>
-        <translation>列“%1”没有说明是每股还是每10股：请写成“每股%1”或“每10股%1”</translation>
-    </message>
-    <message>
-        <source>the column &quot;%1&quot; is not known; known are %2</source>
-        <translation>不认识列“%1”；可用的列是 %2</translation>
-    </message>
-    <message>
-        <source>the columns &quot;%1&quot; and &quot;%2&quot; have the same meaning; delete one of them</source>
-        <translation>列“%1”和“%2”含义相同，请删去其一</translation>
-    </message>
-</context>
-<context>
-    <name>ActionFile</name>
-    <message>
-        <source>the first line is &quot;%1&quot;, but must name the columns, &quot;exdate&quot; or 除权除息日 among them</source>
-        <translation>第一行是“%1”，但应当是列名，其中要有“除权除息日”或 exdate</translation>
-    </message>
-    <message>
-        <source>%1 fields, but there must be %2</source>
-        <translation>有 %1 栏，但应当有 %2 栏</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is not a date: eight digits, or year, month and day apart; all in one form</source>
-        <translation>“%1”不是日期：八位数字，或年、月、日分开写；全文件须用同一种写法</translation>
-    </message>
-    <message>
-        <source>%1 is no trading day</source>
-        <translation>%1 不是交易日</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is not a decimal number from 0 on, with eight decimals at most</source>
-        <translation>“%1”不是大于等于 0、最多八位小数的数</translation>
-    </message>
-    <message>
-        <source>so many new shares for one: are the figures for ten shares?</source>
-        <translation>每股新增的股数过多：这些数是每10股的吗？</translation>
-    </message>
-    <message>
-        <source>rights need a price, and a price needs rights</source>
-        <translation>配股须有配股价，配股价须有配股</translation>
-    </message>
-    <message>
-        <source>bonus shares and a split on one day: write what one share becomes as the split alone</source>
-        <translation>同一天既有送转又有拆分：请只用拆分一列写明一股变成几股</translation>
-    </message>
-    <message>
-        <source>nothing happened on this day</source>
-        <translation>这一天没有任何派息、送转、配股或拆分</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is another security than that of the file, %2</source>
-        <translation>“%1”不是本文件的证券 %2</translation>
-    </message>
-    <message>
-        <source>%1 is there twice: write all of one day into one line</source>
-        <translation>%1 出现两次：同一天的请写在一行</translation>
-    </message>
-    <message>
-        <source>, in column %1</source>
-        <translation>，在列 %1</translation>
-    </message>
-    <message>
-        <source>%1: this is no text in UTF-8, UTF-16 or GB18030; save a workbook as CSV</source>
-        <translation>%1：不是 UTF-8、UTF-16 或 GB18030 文本；表格文件请另存为 CSV</translation>
-    </message>
-    <message>
-        <source>%1: cannot be read: %2</source>
-        <translation>%1：无法读取：%2</translation>
-    </message>
-</context>
-<context>
     <name>BarChecks</name>
     <message>
         <source>%1 is a Saturday or Sunday: no trading day</source>
@@ -613,10 +535,6 @@
 <context>
     <name>DataFolder</name>
     <message>
-        <source>%1: its prices are adjusted already, so they are shown as they are</source>
-        <translation>%1：其中的价格已经复权，因此原样显示</translation>
-    </message>
-    <message>
         <source>%1: there is no such folder</source>
         <translation>%1：没有此文件夹</translation>
     </message>
@@ -627,6 +545,10 @@
     <message>
         <source>%1: there are no minute bars of %2</source>
         <translation>%1：没有 %2 的分时数据</translation>
+    </message>
+    <message>
+        <source>%1: its prices are adjusted already, so they are shown as they are</source>
+        <translation>%1：其中的价格已经复权，因此原样显示</translation>
     </message>
 </context>
 <context>
@@ -718,20 +640,6 @@
     <message>
         <source>%1: cannot be written: %2</source>
         <translation>%1：无法写入：%2</translation>
-    </message>
-</context>
-<context>
-    <name>PriceAdjustment</name>
-    <message>
-        <source>the dividend of %1 is as high as the price before it, %2</source>
-        <translation>%1 的派息不低于其前的价格 %2</translation>
-    </message>
-</context>
-<context>
-    <name>PriceView</name>
-    <message>
-        <source>Adjusted</source>
-        <translation>前复权</translation>
     </message>
 </context>
 <context>
@@ -1015,6 +923,10 @@
         <source>No picture was written: %1</source>
         <translation>未生成图片：%1</translation>
     </message>
+    <message>
+        <source>list of results</source>
+        <translation>盈亏统计</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TerminalProgram</name>
@@ -1271,13 +1183,6 @@
     <message>
         <source>Replayed quote of %1</source>
         <translation>%1 的回放行情</translation>
-    </message>
-</context>
-<context>
-    <name>ViewMenu</name>
-    <message>
-        <source>Adjusted prices</source>
-        <translation>前复权</translation>
     </message>
 </context>
 <context>
@@ -1839,33 +1744,6 @@
     </message>
 </context>
 <context>
-    <name>MarketState</name>
-    <message>
-        <source>Market: not open yet</source>
-        <translation>行情：尚未开盘</translation>
-    </message>
-    <message>
-        <source>Market: %1</source>
-        <translation>行情：%1</translation>
-    </message>
-    <message>
-        <source>Market: no quote since %1</source>
-        <translation>行情：%1 起无报价</translation>
-    </message>
-    <message>
-        <source>Market: lunch break</source>
-        <translation>行情：午间休市</translation>
-    </message>
-    <message>
-        <source>Market: closed</source>
-        <translation>行情：已收盘</translation>
-    </message>
-    <message>
-        <source>The market is open, but nobody tells its prices: look at the program that publishes quotes.</source>
-        <translation>市场正在交易，但没有收到报价：请检查发布行情的程序。</translation>
-    </message>
-</context>
-<context>
     <name>BusState</name>
     <message>
         <source>Orders cannot be sent, and nothing that changes is heard, until it is back.</source>
@@ -1886,6 +1764,325 @@
     <message>
         <source>Bus: does not run</source>
         <translation>总线：未运行</translation>
+    </message>
+</context>
+<context>
+    <name>ResultTitles</name>
+    <message>
+        <source>Day</source>
+        <translation>日期</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Month</source>
+        <translation>月份</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>年份</translation>
+    </message>
+    <message>
+        <source>Code</source>
+        <translation>代码</translation>
+    </message>
+    <message>
+        <source>Market</source>
+        <translation>市场</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Opened</source>
+        <translation>开仓</translation>
+    </message>
+    <message>
+        <source>Closed</source>
+        <translation>清仓</translation>
+    </message>
+    <message>
+        <source>Price</source>
+        <translation>价格</translation>
+    </message>
+    <message>
+        <source>Quantity</source>
+        <translation>数量</translation>
+    </message>
+    <message>
+        <source>Shares in</source>
+        <translation>增加股数</translation>
+    </message>
+    <message>
+        <source>Shares out</source>
+        <translation>减少股数</translation>
+    </message>
+    <message>
+        <source>Sales</source>
+        <translation>卖出笔数</translation>
+    </message>
+    <message>
+        <source>Amount</source>
+        <translation>成交金额</translation>
+    </message>
+    <message>
+        <source>Fees</source>
+        <translation>费用</translation>
+    </message>
+    <message>
+        <source>Bought for</source>
+        <translation>买入金额</translation>
+    </message>
+    <message>
+        <source>Sold for</source>
+        <translation>卖出金额</translation>
+    </message>
+    <message>
+        <source>Stamp duty</source>
+        <translation>其中印花税</translation>
+    </message>
+    <message>
+        <source>Cost of sold</source>
+        <translation>卖出成本</translation>
+    </message>
+    <message>
+        <source>Profit</source>
+        <translation>盈亏</translation>
+    </message>
+    <message>
+        <source>Profit %</source>
+        <translation>盈亏 %</translation>
+    </message>
+    <message>
+        <source>Dividends</source>
+        <translation>红利</translation>
+    </message>
+    <message>
+        <source>Dividend tax</source>
+        <translation>红利税</translation>
+    </message>
+    <message>
+        <source>Interest</source>
+        <translation>利息</translation>
+    </message>
+    <message>
+        <source>Total</source>
+        <translation>合计</translation>
+    </message>
+    <message>
+        <source>Held</source>
+        <translation>持有</translation>
+    </message>
+    <message>
+        <source>Cost of held</source>
+        <translation>持有成本</translation>
+    </message>
+    <message>
+        <source>Cost per share</source>
+        <translation>成本价</translation>
+    </message>
+    <message>
+        <source>Cost</source>
+        <translation>成本</translation>
+    </message>
+    <message>
+        <source>By security</source>
+        <translation>按证券</translation>
+    </message>
+    <message>
+        <source>By month</source>
+        <translation>按月份</translation>
+    </message>
+    <message>
+        <source>By year</source>
+        <translation>按年份</translation>
+    </message>
+    <message>
+        <source>By sale</source>
+        <translation>按每笔卖出</translation>
+    </message>
+    <message>
+        <source>By round trip</source>
+        <translation>按每轮买卖</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ResultsPanel</name>
+    <message>
+        <source>no answer from the trading module</source>
+        <translation>交易模块没有回应</translation>
+    </message>
+    <message>
+        <source>refused: %1</source>
+        <translation>被拒绝：%1</translation>
+    </message>
+    <message>
+        <source>earlier statements are missing: %1</source>
+        <translation>缺少更早的交割单：%1</translation>
+    </message>
+    <message>
+        <source>Rows: %1</source>
+        <translation>行数：%1</translation>
+    </message>
+    <message>
+        <source>Cost:</source>
+        <translation>成本：</translation>
+    </message>
+    <message>
+        <source>Export CSV</source>
+        <translation>导出 CSV</translation>
+    </message>
+    <message>
+        <source>What a row stands for</source>
+        <translation>每行代表什么</translation>
+    </message>
+    <message>
+        <source>How costs are reckoned</source>
+        <translation>成本算法</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>盈亏统计</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ResultsDock</name>
+    <message>
+        <source>Results</source>
+        <translation>盈亏统计</translation>
+    </message>
+    <message>
+        <source>Costs stay reckoned as they were: %1</source>
+        <translation>成本算法未改变：%1</translation>
+    </message>
+    <message>
+        <source>The trading module did not say whether it reckons costs otherwise now.</source>
+        <translation>交易模块没有说明是否已改用新的成本算法。</translation>
+    </message>
+    <message>
+        <source>Export results</source>
+        <translation>导出盈亏统计</translation>
+    </message>
+    <message>
+        <source>CSV files (*.csv)</source>
+        <translation>CSV 文件 (*.csv)</translation>
+    </message>
+    <message>
+        <source>Written to %1</source>
+        <translation>已写入 %1</translation>
+    </message>
+    <message>
+        <source>%1 was not written: %2</source>
+        <translation>未能写入 %1：%2</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ResultsExport</name>
+    <message>
+        <source>the trading module does not answer</source>
+        <translation>交易模块没有回应</translation>
+    </message>
+</context>
+<context>
+    <name>ActionColumns</name>
+    <message>
+        <source>no column tells what happened; known are %1</source>
+        <translation>没有一列说明派息、送转、配股或拆分；可用的列是 %1</translation>
+    </message>
+    <message>
+        <source>the column &quot;%1&quot; does not say for how many shares it is: call it 每股%1 or 每10股%1</source>
+        <translation>列“%1”没有说明是每股还是每10股：请写成“每股%1”或“每10股%1”</translation>
+    </message>
+    <message>
+        <source>the column &quot;%1&quot; is not known; known are %2</source>
+        <translation>不认识列“%1”；可用的列是 %2</translation>
+    </message>
+    <message>
+        <source>the columns &quot;%1&quot; and &quot;%2&quot; have the same meaning; delete one of them</source>
+        <translation>列“%1”和“%2”含义相同，请删去其一</translation>
+    </message>
+</context>
+<context>
+    <name>ActionFile</name>
+    <message>
+        <source>the first line is &quot;%1&quot;, but must name the columns, &quot;exdate&quot; or 除权除息日 among them</source>
+        <translation>第一行是“%1”，但应当是列名，其中要有“除权除息日”或 exdate</translation>
+    </message>
+    <message>
+        <source>%1 fields, but there must be %2</source>
+        <translation>有 %1 栏，但应当有 %2 栏</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a date: eight digits, or year, month and day apart; all in one form</source>
+        <translation>“%1”不是日期：八位数字，或年、月、日分开写；全文件须用同一种写法</translation>
+    </message>
+    <message>
+        <source>%1 is no trading day</source>
+        <translation>%1 不是交易日</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a decimal number from 0 on, with eight decimals at most</source>
+        <translation>“%1”不是大于等于 0、最多八位小数的数</translation>
+    </message>
+    <message>
+        <source>so many new shares for one: are the figures for ten shares?</source>
+        <translation>每股新增的股数过多：这些数是每10股的吗？</translation>
+    </message>
+    <message>
+        <source>rights need a price, and a price needs rights</source>
+        <translation>配股须有配股价，配股价须有配股</translation>
+    </message>
+    <message>
+        <source>bonus shares and a split on one day: write what one share becomes as the split alone</source>
+        <translation>同一天既有送转又有拆分：请只用拆分一列写明一股变成几股</translation>
+    </message>
+    <message>
+        <source>nothing happened on this day</source>
+        <translation>这一天没有任何派息、送转、配股或拆分</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is another security than that of the file, %2</source>
+        <translation>“%1”不是本文件的证券 %2</translation>
+    </message>
+    <message>
+        <source>%1 is there twice: write all of one day into one line</source>
+        <translation>%1 出现两次：同一天的请写在一行</translation>
+    </message>
+    <message>
+        <source>, in column %1</source>
+        <translation>，在列 %1</translation>
+    </message>
+    <message>
+        <source>%1: this is no text in UTF-8, UTF-16 or GB18030; save a workbook as CSV</source>
+        <translation>%1：不是 UTF-8、UTF-16 或 GB18030 文本；表格文件请另存为 CSV</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1：无法读取：%2</translation>
+    </message>
+</context>
+<context>
+    <name>PriceAdjustment</name>
+    <message>
+        <source>the dividend of %1 is as high as the price before it, %2</source>
+        <translation>%1 的派息不低于其前的价格 %2</translation>
+    </message>
+</context>
+<context>
+    <name>PriceView</name>
+    <message>
+        <source>Adjusted</source>
+        <translation>前复权</translation>
+    </message>
+</context>
+<context>
+    <name>ViewMenu</name>
+    <message>
+        <source>Adjusted prices</source>
+        <translation>前复权</translation>
     </message>
 </context>
 <context>
@@ -2587,6 +2784,33 @@ All its entries leave the ledger.</source>
     </message>
 </context>
 <context>
+    <name>MarketState</name>
+    <message>
+        <source>Market: not open yet</source>
+        <translation>行情：尚未开盘</translation>
+    </message>
+    <message>
+        <source>Market: %1</source>
+        <translation>行情：%1</translation>
+    </message>
+    <message>
+        <source>Market: no quote since %1</source>
+        <translation>行情：%1 起无报价</translation>
+    </message>
+    <message>
+        <source>Market: lunch break</source>
+        <translation>行情：午间休市</translation>
+    </message>
+    <message>
+        <source>Market: closed</source>
+        <translation>行情：已收盘</translation>
+    </message>
+    <message>
+        <source>The market is open, but nobody tells its prices: look at the program that publishes quotes.</source>
+        <translation>市场正在交易，但没有收到报价：请检查发布行情的程序。</translation>
+    </message>
+</context>
+<context>
     <name>BookedAction</name>
     <message>
         <source>%1: %2 yuan and %3 shares for %4</source>
@@ -2599,226 +2823,6 @@ All its entries leave the ledger.</source>
     <message>
         <source>%1, as the statement has it, is not what the file of actions says; the file holds</source>
         <translation>%1（对账单）与除权除息文件不符，以文件为准</translation>
-    </message>
-</context>
-<context>
-    <name>ResultTitles</name>
-    <message>
-        <source>Day</source>
-        <translation>日期</translation>
-    </message>
-    <message>
-        <source>Time</source>
-        <translation>时间</translation>
-    </message>
-    <message>
-        <source>Month</source>
-        <translation>月份</translation>
-    </message>
-    <message>
-        <source>Year</source>
-        <translation>年份</translation>
-    </message>
-    <message>
-        <source>Code</source>
-        <translation>代码</translation>
-    </message>
-    <message>
-        <source>Market</source>
-        <translation>市场</translation>
-    </message>
-    <message>
-        <source>Name</source>
-        <translation>名称</translation>
-    </message>
-    <message>
-        <source>Opened</source>
-        <translation>开仓</translation>
-    </message>
-    <message>
-        <source>Closed</source>
-        <translation>清仓</translation>
-    </message>
-    <message>
-        <source>Price</source>
-        <translation>价格</translation>
-    </message>
-    <message>
-        <source>Quantity</source>
-        <translation>数量</translation>
-    </message>
-    <message>
-        <source>Shares in</source>
-        <translation>增加股数</translation>
-    </message>
-    <message>
-        <source>Shares out</source>
-        <translation>减少股数</translation>
-    </message>
-    <message>
-        <source>Sales</source>
-        <translation>卖出笔数</translation>
-    </message>
-    <message>
-        <source>Amount</source>
-        <translation>成交金额</translation>
-    </message>
-    <message>
-        <source>Fees</source>
-        <translation>费用</translation>
-    </message>
-    <message>
-        <source>Bought for</source>
-        <translation>买入金额</translation>
-    </message>
-    <message>
-        <source>Sold for</source>
-        <translation>卖出金额</translation>
-    </message>
-    <message>
-        <source>Stamp duty</source>
-        <translation>其中印花税</translation>
-    </message>
-    <message>
-        <source>Cost of sold</source>
-        <translation>卖出成本</translation>
-    </message>
-    <message>
-        <source>Profit</source>
-        <translation>盈亏</translation>
-    </message>
-    <message>
-        <source>Profit %</source>
-        <translation>盈亏 %</translation>
-    </message>
-    <message>
-        <source>Dividends</source>
-        <translation>红利</translation>
-    </message>
-    <message>
-        <source>Dividend tax</source>
-        <translation>红利税</translation>
-    </message>
-    <message>
-        <source>Interest</source>
-        <translation>利息</translation>
-    </message>
-    <message>
-        <source>Total</source>
-        <translation>合计</translation>
-    </message>
-    <message>
-        <source>Held</source>
-        <translation>持有</translation>
-    </message>
-    <message>
-        <source>Cost of held</source>
-        <translation>持有成本</translation>
-    </message>
-    <message>
-        <source>Cost per share</source>
-        <translation>成本价</translation>
-    </message>
-    <message>
-        <source>Cost</source>
-        <translation>成本</translation>
-    </message>
-    <message>
-        <source>By security</source>
-        <translation>按证券</translation>
-    </message>
-    <message>
-        <source>By month</source>
-        <translation>按月份</translation>
-    </message>
-    <message>
-        <source>By year</source>
-        <translation>按年份</translation>
-    </message>
-    <message>
-        <source>By sale</source>
-        <translation>按每笔卖出</translation>
-    </message>
-    <message>
-        <source>By round trip</source>
-        <translation>按每轮买卖</translation>
-    </message>
-</context>
-<context>
-    <name>Terminal::ResultsPanel</name>
-    <message>
-        <source>no answer from the trading module</source>
-        <translation>交易模块没有回应</translation>
-    </message>
-    <message>
-        <source>refused: %1</source>
-        <translation>被拒绝：%1</translation>
-    </message>
-    <message>
-        <source>earlier statements are missing: %1</source>
-        <translation>缺少更早的交割单：%1</translation>
-    </message>
-    <message>
-        <source>Rows: %1</source>
-        <translation>行数：%1</translation>
-    </message>
-    <message>
-        <source>Cost:</source>
-        <translation>成本：</translation>
-    </message>
-    <message>
-        <source>Export CSV</source>
-        <translation>导出 CSV</translation>
-    </message>
-    <message>
-        <source>What a row stands for</source>
-        <translation>每行代表什么</translation>
-    </message>
-    <message>
-        <source>How costs are reckoned</source>
-        <translation>成本算法</translation>
-    </message>
-    <message>
-        <source>Results</source>
-        <translation>盈亏统计</translation>
-    </message>
-</context>
-<context>
-    <name>Terminal::ResultsDock</name>
-    <message>
-        <source>Results</source>
-        <translation>盈亏统计</translation>
-    </message>
-    <message>
-        <source>Costs stay reckoned as they were: %1</source>
-        <translation>成本算法未改变：%1</translation>
-    </message>
-    <message>
-        <source>The trading module did not say whether it reckons costs otherwise now.</source>
-        <translation>交易模块没有说明是否已改用新的成本算法。</translation>
-    </message>
-    <message>
-        <source>Export results</source>
-        <translation>导出盈亏统计</translation>
-    </message>
-    <message>
-        <source>CSV files (*.csv)</source>
-        <translation>CSV 文件 (*.csv)</translation>
-    </message>
-    <message>
-        <source>Written to %1</source>
-        <translation>已写入 %1</translation>
-    </message>
-    <message>
-        <source>%1 was not written: %2</source>
-        <translation>未能写入 %1：%2</translation>
-    </message>
-</context>
-<context>
-    <name>Terminal::ResultsExport</name>
-    <message>
-        <source>the trading module does not answer</source>
-        <translation>交易模块没有回应</translation>
     </message>
 </context>
 </TS>

@@ -175,6 +175,8 @@ TEST_F(IntakeDialogOfFiles, ShowsHowFarItIsAndCancels)
     ASSERT_TRUE(comesTo(m_dialog->intake(), Intake::Stage::Asking));
     EXPECT_TRUE(m_dialog->isVisible());
     EXPECT_EQ(listed("imports").size(), 0);
+    importAll();
+    EXPECT_EQ(listed("imports").size(), 1) << "it goes on as if nothing had been";
 }
 
 TEST_F(IntakeDialogOfFiles, TakesMoreFilesThatAreDroppedOnIt)

@@ -20,7 +20,7 @@ TEST(TerminalOptions, AreReadFromTheCommandLine)
     const auto parsed =
         parse(QStringLiteral("--data D --code 600519 --period minute --day 20230201 --overlays cost,trades "
                              "--theme light --lang en --size 800x600 --snapshot a.png --ledger l.db "
-                             "--rise green --no-broker --hide-amounts --adjusted")
+                             "--rise green --no-broker --hide-amounts --adjusted --results trip")
                   .split(QLatin1Char(' ')));
     ASSERT_TRUE(parsed) << qPrintable(parsed.error());
     const TerminalOptions &options = parsed.value().options;
@@ -37,6 +37,7 @@ TEST(TerminalOptions, AreReadFromTheCommandLine)
     EXPECT_FALSE(options.startsBroker);
     EXPECT_TRUE(options.hidesAmounts);
     EXPECT_EQ(options.prices, PriceView::Adjusted);
+    EXPECT_EQ(options.results, Trading::ResultGroup::Trip);
 }
 
 TEST(TerminalOptions, OfAReplayImplyAChartOfMinutes)
@@ -146,6 +147,7 @@ INSTANTIATE_TEST_SUITE_P(
                       BadOption{"size", "--size big", "--size", "1600x900"},
                       BadOption{"tinySize", "--size 1x1", "--size", "640x360"},
                       BadOption{"day", "--day 20240230", "--day", "yyyymmdd"},
+                      BadOption{"results", "--results week", "--results", "security, month, year"},
                       BadOption{"overlays", "--overlays cost,dreams", "--overlays", "cost, trades, orders"},
                       BadOption{"timeout", "--timeout soon", "--timeout", "1 to 600"},
                       BadOption{"replay", "--replay 0", "--replay", "1 to 600"},

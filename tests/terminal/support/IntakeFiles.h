@@ -63,14 +63,22 @@ protected:
 
     QString somethingElse() { return write(QStringLiteral("letter.txt"), "Dear Sir,\nhow are you?\n"); }
 
-    /// What `trademodule` lists of the ledger with this command.
+    /// What `trademodule` lists of the ledger with this command; nothing while there is no ledger.
     QJsonArray listed(const char *command) const
     {
+        if (!QFileInfo::exists(ledger())) {
+            return {};
+        }
         QProcess module;
-        module.start(QStringLiteral(TRADEMODULE), {QStringLiteral("--ledger"), ledger(),
-                                                   QLatin1String(command), QStringLiteral("--json")});
+        module.start(QStringLiteral(TRADEMODULE),
+                     {QStringLiteral("--ledger"), ledger(), QStringLiteral("--lang"), QStringLiteral("en"),
+                      QLatin1String(command), QStringLiteral("--json")});
         EXPECT_TRUE(module.waitForFinished());
-        EXPECT_EQ(module.exitCode(), 0) << module.readAllStandardError().toStdString();
+        const QByteArray said = module.readAllStandardError();
+        if (said.contains("there is no ledger")) { // of a file that was being made when the module was ended
+            return {};
+        }
+        EXPECT_EQ(module.exitCode(), 0) << said.toStdString();
         return QJsonDocument::fromJson(module.readAllStandardOutput()).array();
     }
 };
