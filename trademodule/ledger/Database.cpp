@@ -482,6 +482,7 @@ bool Database::isCommitted(qint64 mark)
     if (!m_marksChanges) {
         throw LedgerUnavailable(translated("the ledger has no marks of changes yet"));
     }
+    waitAtMost(m_patience);
     waitForWriters();
     if (hasMark(mark)) {
         return true;
