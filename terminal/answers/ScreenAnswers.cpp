@@ -86,6 +86,9 @@ void ScreenAnswers::take(const QByteArray &topic, const QByteArray &payload, con
 void ScreenAnswers::takeAnswer(const QByteArray &payload)
 {
     CheckedAnswer answer = Trading::checkAnswer(payload, m_chart);
+    if (isToNobodysQuestion(answer)) {
+        return;
+    }
     if (answer.isForChart) {
         addRepetition(payload, &answer);
     }
@@ -96,6 +99,13 @@ void ScreenAnswers::takeAnswer(const QByteArray &payload)
     if (answer.isForChart) {
         Q_EMIT answered(answer);
     }
+}
+
+/// An overlay that has no part in the shown period knows no security; at news it asks all the same, and is
+/// refused. The user did not ask for it and misses nothing.
+bool ScreenAnswers::isToNobodysQuestion(const CheckedAnswer &answer)
+{
+    return answer.isRefusal && m_askedOfNone.remove(answer.command);
 }
 
 /// A question of this window, or an answer to one that went astray.
@@ -111,6 +121,11 @@ void ScreenAnswers::takeShared(const QByteArray &payload)
         answer.findings.append({AnswerFinding::OtherChannel, QLatin1String(TradeKeyFields::SCREENID),
                                 QLatin1String(Trading::Channel::GLOBAL)});
         tellFaults(answer);
+        return;
+    }
+    const QJsonValue code = message.value(QLatin1String(TradeKeyFields::STKCODE));
+    if (code.isString() && code.toString().isEmpty()) {
+        m_askedOfNone.insert(command);
         return;
     }
     if (command == QLatin1String(CmdType::HISTORYTRADE)) {

@@ -53,6 +53,7 @@ Q_SIGNALS:
 
 private:
     void takeAnswer(const QByteArray &payload);
+    bool isToNobodysQuestion(const Trading::CheckedAnswer &answer);
     void takeShared(const QByteArray &payload);
     void takeNotification(const QByteArray &payload);
     void addRepetition(const QByteArray &payload, Trading::CheckedAnswer *answer);
@@ -63,7 +64,8 @@ private:
     Trading::AnsweredChart m_chart;
     bool m_hidesAmounts = false;
     QSet<QString> m_told;
-    QByteArray m_lastHistory; ///< the answer with past trades since which none was asked for
+    QSet<QString> m_askedOfNone; ///< commands of questions that named no security
+    QByteArray m_lastHistory;    ///< the answer with past trades since which none was asked for
 };
 
 } // namespace Terminal

@@ -64,7 +64,7 @@ bool isFull()
 
 Load load()
 {
-    return isFull() ? Load{50000, 10000, 10000, 100000} : Load{7000, 500, 500, 3000};
+    return isFull() ? Load{50000, 10000, 10000, 100000} : Load{7000, 500, 500, 300};
 }
 
 /// The turns of the event loop, and what lies between two of them by the clock.

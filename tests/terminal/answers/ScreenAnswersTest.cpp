@@ -168,6 +168,19 @@ TEST_F(ScreenAnswersTest, HearTheQuestionsOfTheirOwnOverlaysAlone)
     EXPECT_THAT(asked, ElementsAre(QStringLiteral("HistoryTrade")));
 }
 
+TEST_F(ScreenAnswersTest, SayNothingOfARefusalToAQuestionThatNamedNoSecurity)
+{
+    QJsonObject ofNone = objectOf(R"({"cmd":"TodayTrade","stkcode":"","market":"","screenId":"screen-1"})");
+    take(ofNone, "Global");
+    take(refusalOf(""));
+
+    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(asked, IsEmpty());
+
+    take(refusalOf("600519"));
+    EXPECT_THAT(told, SizeIs(1));
+}
+
 TEST_F(ScreenAnswersTest, TellOfAnAnswerThatWentToEverybodyInstead)
 {
     take(history(), "Global");
