@@ -1,4 +1,5 @@
 #include "terminal/intake/Intake.h"
+#include "terminal/services/BusInstance.h"
 
 #include "terminal/intake/BarsReport.h"
 #include "terminal/intake/StatementReport.h"
@@ -212,8 +213,10 @@ bool Intake::mayImport() const
 void Intake::import()
 {
     m_isCancelled = false;
-    m_makesLedger = !QFileInfo::exists(m_plan.places.ledger);
-    QDir().mkpath(QFileInfo(m_plan.places.ledger).path());
+    m_makesLedger = isMissingFile(m_plan.places.ledger);
+    if (m_makesLedger) {
+        QDir().mkpath(QFileInfo(m_plan.places.ledger).path());
+    }
     enter(Stage::Writing);
     importNext();
 }

@@ -1,13 +1,13 @@
 #include "terminal/intake/IntakePlan.h"
 
 #include "terminal/services/BusInstance.h"
+#include "trading/HiddenPasswords.h"
 
 namespace Terminal {
 
 QStringList moduleWords(const IntakePlan &plan)
 {
-    QStringList words{QStringLiteral("--ledger"), plan.places.ledger, QStringLiteral("--lang"),
-                      plan.language};
+    QStringList words{QStringLiteral("--lang"), plan.language};
     if (!plan.busAddress.isEmpty()) {
         words << QStringLiteral("--bus") << plan.busAddress;
     }
@@ -17,6 +17,8 @@ QStringList moduleWords(const IntakePlan &plan)
 QProcessEnvironment environmentOf(const IntakePlan &plan)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    // An address may have a password, and everybody on the machine sees the arguments of a program.
+    environment.insert(QLatin1String(Trading::ledgerVariable), plan.places.ledger);
     if (!plan.busInstance.isEmpty()) {
         environment.insert(QLatin1String(busInstanceVariable), plan.busInstance);
     }

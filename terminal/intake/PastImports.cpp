@@ -102,6 +102,18 @@ PastImports::PastImports(const IntakePlan &plan, const IntakeLook &look, QWidget
     run({QStringLiteral("imports")});
 }
 
+PastImports::~PastImports()
+{
+    m_module.disconnect(this);
+}
+
+void PastImports::done(int result)
+{
+    if (!m_isUndoing || m_module.state() == QProcess::NotRunning) {
+        QDialog::done(result);
+    }
+}
+
 void PastImports::run(const QStringList &command)
 {
     const QStringList words = moduleWords(m_plan);

@@ -19,6 +19,10 @@ class PastImports : public QDialog
 
 public:
     PastImports(const IntakePlan &plan, const IntakeLook &look, QWidget *parent);
+    ~PastImports() override;
+
+    /// Stays while one is taken back: it would be told to nobody.
+    void done(int result) override;
 
 Q_SIGNALS:
     /// One was taken back: the ledger is another now.

@@ -139,7 +139,8 @@ void StatementActions::handleMessage(const QByteArray &topic, const QByteArray &
 void StatementActions::takeAnswer(const QJsonObject &answer)
 {
     const QString code = textOf(answer, STKCODE);
-    if (code == m_security.code && m_source->setBookedActions(code, bookedActionsOf(answer))) {
+    const bool isRefusal = !answer.value(QLatin1String(TradeChart::TradeKeyFields::SUCCESS)).toBool(true);
+    if (!isRefusal && code == m_security.code && m_source->setBookedActions(code, bookedActionsOf(answer))) {
         Q_EMIT changed(code);
     }
     Q_EMIT answered();

@@ -102,9 +102,8 @@ void ModulePresence::hear(const QByteArray &payload)
     if (!heard) {
         return;
     }
-    if (!heard->isOnline) {
-        m_contests.remove(heard->instance);
-    }
+    // Whatever its number: the take-overs of two ledgers are counted apart.
+    const bool isFarewellOfAnotherLedger = !heard->isOnline && m_contests.remove(heard->instance) > 0;
     const bool isOwn = heard->isOnline && heard->instance == m_own.instance;
     if (isOfAnotherLedger(m_own, *heard)) {
         meet(*heard);
@@ -114,7 +113,7 @@ void ModulePresence::hear(const QByteArray &payload)
         }
     } else if (m_state == State::Arriving && isOwn) {
         begin();
-    } else if (m_isSaid && isHiddenBy(m_own, *heard)) {
+    } else if (m_isSaid && (isFarewellOfAnotherLedger || isHiddenBy(m_own, *heard))) {
         say();
     }
 }

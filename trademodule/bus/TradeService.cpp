@@ -106,6 +106,9 @@ void TradeService::takeMessage(const Message &message)
     }
     if (message.topic == Topic::TRADEPRESENCE) {
         m_presence.hear(message.payload);
+        if (m_presence.isWaiting()) {
+            m_held.clear(); // who serves on this bus takes them; they must not be done once more when it ends
+        }
     } else {
         m_presence.isServing() ? handleMessage(message) : hold(message);
     }
