@@ -161,7 +161,7 @@ TEST_F(ModuleWatchTest, SeesTheSuccessorOfAModule)
     bool isTold = false;
     QObject::connect(&watch, &ModuleWatch::changed, &watch, [&isTold] { isTold = true; });
     successor.announce(online(2));
-    ASSERT_TRUE(waitUntil([this] { return watch.presence()->fence == 2; }));
+    ASSERT_TRUE(waitUntil([this] { return watch.presence() && watch.presence()->fence == 2; }));
     EXPECT_TRUE(isTold);
 
     module.leave(); // its farewell is a late word

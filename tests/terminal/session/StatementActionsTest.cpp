@@ -106,6 +106,17 @@ TEST_F(StatementActionsOnABus, AskAgainWhenTheModuleTellsOfPastTrades)
     EXPECT_EQ(m_module.asked(QStringLiteral("CorporateActions")).size(), 2U);
 }
 
+TEST_F(StatementActionsOnABus, KeepWhatIsKnownWhenTheModuleRefuses)
+{
+    m_module.setAnswer(QStringLiteral("CorporateActions"), withRows({row("20211008", "200", "0.00", "200")}));
+    m_actions.show(moutai);
+    ASSERT_TRUE(hasAnswers(1));
+    m_module.setAnswer(QStringLiteral("CorporateActions"), {{QStringLiteral("success"), false}});
+    m_module.notify(moutai.code, QStringLiteral("20211008"));
+    ASSERT_TRUE(hasAnswers(2));
+    EXPECT_EQ(factorOn(20210930), 0.5);
+}
+
 TEST_F(StatementActionsOnABus, AskNobodyWhoDoesNotKnowTheQuestion)
 {
     m_isKnown = false;

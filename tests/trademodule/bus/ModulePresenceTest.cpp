@@ -279,4 +279,24 @@ TEST_F(ModulePresenceBesideAnother, StaysWhenTheOtherOneThatServesHasTheGreaterI
     EXPECT_TRUE(presence().isServing());
 }
 
+TEST_F(ModulePresenceBesideAnother, SaysItsWordAgainAfterTheFarewellOfAnotherLedgersModule)
+{
+    TradePresence leaving = other();
+    leaving.fence = 40; // counted in a ledger of its own
+    arrive();
+    ASSERT_TRUE(waitUntil([this] { return begun == 1; }));
+    RecordingEndPoint terminal;
+    terminal.subscribe("Global", QByteArray("TradePresence"));
+    ASSERT_TRUE(terminal.join(address()));
+    ASSERT_TRUE(terminal.waitForMessages(1)); // the word that is kept
+    presence().hear(leaving.toJson());
+    ASSERT_TRUE(terminal.waitForMessages(2));
+    terminal.messages.clear();
+
+    presence().hear(leaving.ended().toJson());
+
+    ASSERT_TRUE(terminal.waitForMessages(1));
+    EXPECT_TRUE(jsonOf(terminal.messages[0].payload)[QStringLiteral("online")].toBool());
+}
+
 } // namespace TradeModule

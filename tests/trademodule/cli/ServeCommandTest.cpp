@@ -296,10 +296,15 @@ TEST_F(ServeCommandTest, SaysWhichLedgerItServesOnWhichBus)
 {
     serve();
 
-    const std::string said = module().readAllStandardError().toStdString();
+    QByteArray said;
+    ASSERT_TRUE(waitUntil([&] {
+        said += module().readAllStandardError();
+        return said.contains("serving the ledger") && said.endsWith('\n');
+    }));
 
-    EXPECT_THAT(said, HasSubstr("serving the ledger " + Database(location()).shownLocation().toStdString() +
-                                " on the bus of " + broker().address().toStdString() + ", fence 1"));
+    EXPECT_THAT(said.toStdString(),
+                HasSubstr("serving the ledger " + Database(location()).shownLocation().toStdString() +
+                          " on the bus of " + broker().address().toStdString() + ", fence 1"));
 }
 
 TEST_F(ServeCommandTest, ServesALedgerWhoseModuleWasKilled)
