@@ -64,6 +64,22 @@ protected:
                              [this](const Order &order) { m_told.push_back(order.status.toStdString()); });
     }
 
+    /// A change that the server makes and cannot confirm any more. Its mark; nothing where that is known.
+    std::optional<qint64> changeInDoubt()
+    {
+        proxy().fail(Fault::LoseAnswer);
+        OrderBook orders(&behind());
+        Transaction transaction = orders.begin();
+        orders.setCash(yuan(4711));
+        proxy().setAway(true);
+        try {
+            transaction.commit();
+        } catch (const OutcomeUnknown &unknown) {
+            return unknown.mark();
+        }
+        return {};
+    }
+
     std::vector<std::string> m_told;
 
 private:
@@ -91,43 +107,18 @@ TEST_F(PostgreSqlCommit, IsKnownToHaveFailedWhenTheServerNeverHeardOfIt)
 
 TEST_F(PostgreSqlCommit, IsInDoubtUntilTheServerIsThereAgain)
 {
-    proxy().fail(Fault::LoseAnswer);
-    std::optional<qint64> mark;
-    Database *const database = behind().database();
-    {
-        OrderBook orders(&behind());
-        Transaction transaction = orders.begin();
-        orders.setCash(yuan(4711));
-        proxy().setAway(true);
-        try {
-            transaction.commit();
-        } catch (const OutcomeUnknown &unknown) {
-            mark = unknown.mark();
-        }
-    }
+    const std::optional<qint64> mark = changeInDoubt();
     ASSERT_TRUE(mark);
-    EXPECT_THROW(database->isCommitted(*mark), LedgerUnavailable);
+    EXPECT_THROW(behind().database()->isCommitted(*mark), LedgerUnavailable);
 
     proxy().setAway(false);
-    EXPECT_TRUE(database->isCommitted(*mark));
+    EXPECT_TRUE(behind().database()->isCommitted(*mark));
 }
 
 TEST_F(PostgreSqlCommit, IsNotMadeWhereAnotherServerTookOverThatNeverHeardOfIt)
 {
     const Money before = OrderBook(&ledger()).cash();
-    proxy().fail(Fault::LoseAnswer);
-    std::optional<qint64> mark;
-    {
-        OrderBook orders(&behind());
-        Transaction transaction = orders.begin();
-        orders.setCash(yuan(4711));
-        proxy().setAway(true);
-        try {
-            transaction.commit();
-        } catch (const OutcomeUnknown &unknown) {
-            mark = unknown.mark();
-        }
-    }
+    const std::optional<qint64> mark = changeInDoubt();
     ASSERT_TRUE(mark);
     ASSERT_TRUE(waitUntil([this] { return isChanged(); }));
     ledger().database()->run(QStringLiteral("DELETE FROM change_mark WHERE mark = %1").arg(*mark));
