@@ -19,7 +19,7 @@ bool isSameWish(const Replacement &a, const Replacement &b)
 /// What is left of an order, as one of today.
 Order restOf(const Order &old, qint64 quantity, Money price, const OrderReplacements::Market &market)
 {
-    Order fresh{old.security, old.direction, TradingDate::today(), market.now};
+    Order fresh{old.security, old.direction, market.today, market.now};
     fresh.price = price;
     fresh.quantity = quantity;
     fresh.status = OrderLife::statusWhenPlaced(market.isOpen);
@@ -97,7 +97,7 @@ std::optional<Order> OrderReplacements::placeRest(const Order &ended, Replacemen
         return std::nullopt;
     }
     try {
-        if (ended.date != TradingDate::today()) {
+        if (ended.date != market.today) {
             throw Error(translated("the day of order %1 is over").arg(ended.number));
         }
         Order fresh = restOf(ended, ended.cancelledQuantity, replacement->price, market);

@@ -17,6 +17,7 @@ public:
     /// What the exchange is like now.
     struct Market
     {
+        TradingDate today;
         ClockTime now;
         bool isOpen = false;
         /// True for an order whose price is beyond the limits of the day.

@@ -158,7 +158,8 @@ Replacement PaperExchange::replace(TradingDate date, qint64 number, Money price,
 
 OrderReplacements::Market PaperExchange::market() const
 {
-    return {now(), isOpen(), [this](const Order &order) { return isBeyondLimits(order); }};
+    return {TradingDate::today(), now(), isOpen(),
+            [this](const Order &order) { return isBeyondLimits(order); }};
 }
 
 bool PaperExchange::isBeyondLimits(const Order &order) const
