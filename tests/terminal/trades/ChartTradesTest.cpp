@@ -11,11 +11,13 @@
 #include "tests/terminal/support/WindowFixture.h"
 #include "tests/terminal/trades/SomeTrades.h"
 
-#include <QDoubleSpinBox>
+#include <QDir>
+#include <QFile>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
+#include <QTemporaryDir>
 
 namespace Terminal {
 namespace {
@@ -115,10 +117,9 @@ protected:
 
 TEST_F(ChartTradesTest, MarksTradesOnWeeksAndLeadsToThemAndBack)
 {
-    const QString day = QStringLiteral("20260311");
     m_module.setAnswer(QStringLiteral("HistoryTrade"),
-                       withData(QJsonArray{tradeRow("20250611", "10000000", "B", "1400", "100"),
-                                           tradeRow("20260311", "10000000", "S", "1400", "100")}));
+                       withData(QJsonArray{tradeRow("20200611", "10000000", "B", "1400", "100"),
+                                           tradeRow("20210311", "10000000", "S", "1400", "100")}));
     open({QStringLiteral("600519"), ChartPeriod::Week});
     ASSERT_THAT(trades()->desk()->trades(), SizeIs(2));
 
@@ -137,7 +138,7 @@ TEST_F(ChartTradesTest, MarksTradesOnWeeksAndLeadsToThemAndBack)
 TEST_F(ChartTradesTest, GoesFromTheMinutesOfOneDayToThoseOfTheTrade)
 {
     m_module.setAnswer(QStringLiteral("HistoryTrade"),
-                       withData(QJsonArray{tradeRow("20250611", "10000000", "B", "1400", "100")}));
+                       withData(QJsonArray{tradeRow("20200611", "10000000", "B", "1400", "100")}));
     open({QStringLiteral("600519"), ChartPeriod::Minute});
     EXPECT_THAT(trades()->layer()->marks(), IsEmpty());
 
@@ -196,14 +197,26 @@ TEST_F(ChartTradesTest, TakesADragBackAtEscape)
     EXPECT_NE(trades()->lines()->orderAt(tagPlace()), nullptr) << "the line is where it was";
 }
 
-TEST_F(ChartTradesTest, HoldsADraggedPriceWithinTheLimitsOfTheDay)
+TEST_F(ChartTradesTest, HoldsAPriceOnTicksAndWithinTheLimitsOfTheDay)
 {
-    openWithAnOrder();
-    const OrderRecord order = trades()->lines()->orders().front();
-    const double highest = trades()->allowedPrice(order, 1e6);
-    EXPECT_LT(highest, lastClose() * 1.2);
-    EXPECT_GT(trades()->allowedPrice(order, 0), lastClose() * 0.8);
-    EXPECT_DOUBLE_EQ(trades()->allowedPrice(order, lastClose() + 0.004), lastClose());
+    const QTemporaryDir folder;
+    const auto write = [&folder](const char *name, const QByteArray &content) {
+        QFile file(folder.filePath(QLatin1String(name)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    };
+    QDir(folder.path()).mkdir(QStringLiteral("daily"));
+    write("securities.csv", "code,market,name\n600519,SH,Test\n");
+    const QByteArray yesterday = Trading::TradingDate::today().plusDays(-1).text().toLatin1();
+    write("daily/600519.csv", "date,open,high,low,close,volume\n" + yesterday + ",10,10,10,10,1000\n");
+    makeWindow(TerminalOptions(), folder.path());
+    load({QStringLiteral("600519"), ChartPeriod::Day});
+    OrderRecord order;
+    order.security = chart()->data().security;
+
+    EXPECT_DOUBLE_EQ(trades()->allowedPrice(order, 99), 11);
+    EXPECT_DOUBLE_EQ(trades()->allowedPrice(order, 1), 9);
+    EXPECT_DOUBLE_EQ(trades()->allowedPrice(order, 10.004), 10);
 }
 
 TEST_F(ChartTradesTest, ChoosesTheRowOfAnOrderThatIsClicked)
