@@ -108,9 +108,13 @@ QString OrderLines::textOf(const OrderRecord &order) const
     if (m_dragged && m_dragged->number == order.number) {
         return QStringLiteral(u"%1 → %2").arg(price, priceText(m_dragged->price));
     }
+    const ChartGeometry &geometry = m_chart->chartGeometry();
+    const QString arrow = order.price > geometry.highPrice  ? QStringLiteral(u"↑ ")
+                          : order.price < geometry.lowPrice ? QStringLiteral(u"↓ ")
+                                                            : QString();
     const QString rest = shownAmount(QString::number(order.quantity - order.dealt), m_hidesAmounts);
-    return QStringLiteral(u"%1 %2 × %3 · %4")
-        .arg(sideText(order.side), rest, price, plainText(statusText(order)));
+    return QStringLiteral(u"%1%2 %3 × %4 · %5")
+        .arg(arrow, sideText(order.side), rest, price, plainText(statusText(order)));
 }
 
 /// The orders are from the highest price down, and so are their tags.
