@@ -54,7 +54,10 @@ DeskModule TradingSession::moduleForDesk() const
 {
     const auto presence = m_module.presence();
     if (!presence) {
-        return {};
+        const bool isUnknown = m_module.isAnswering() && !m_plan.ledger.isEmpty();
+        return {false, QString(),
+                isUnknown ? tr("the trading module on this bus does not say which account it serves")
+                          : QString()};
     }
     const QString objection =
         servesAnother(*presence, m_plan.ledger)
