@@ -16,6 +16,10 @@ public:
     /// The ledger stays the caller's and outlives this object.
     explicit OrderBook(Ledger *ledger);
 
+    /// See Ledger.
+    TradingDate today() const { return m_ledger->today(); }
+    std::optional<TradingDate> practisedDay() const { return m_ledger->practisedDay(); }
+
     Transaction begin() { return Transaction(m_database); }
     /// What became of a change that failed as OutcomeUnknown, see Database.
     bool isCommitted(qint64 mark) { return m_database->isCommitted(mark); }
