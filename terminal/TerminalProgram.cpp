@@ -3,6 +3,7 @@
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/intake/IntakeDoor.h"
 #include "terminal/plugin/OverlayLibrary.h"
+#include "terminal/practice/PracticeDoor.h"
 #include "terminal/results/ResultsDock.h"
 #include "terminal/services/BusInstance.h"
 #include "terminal/services/TradeServices.h"
@@ -16,6 +17,8 @@
 
 #include <QApplication>
 #include <QLayout>
+#include <QMessageBox>
+#include <QPushButton>
 
 #include <algorithm>
 #include <chrono>
@@ -37,6 +40,10 @@ DayPlan planOf(const TerminalOptions &options)
     if (!options.snapshotFile.isEmpty()) {
         plan.playsOn = false;
         plan.patience = {}; // a picture has a time-out of its own
+    }
+    if (!options.practice.isEmpty()) {
+        plan.practised = PractisedDay{options.code, options.day.value()};
+        plan.playsOn = plan.playsOn && !options.replayTo; // who goes on with a day begins when he is ready
     }
     return plan;
 }
@@ -202,6 +209,10 @@ void TerminalProgram::openDoor()
     if (!m_places) {
         return;
     }
+    openPracticeDoor();
+    if (practises()) {
+        return; // its account is not for statements
+    }
     const auto goingIn = [this] {
         return intakePlan(placesForIntake(shownPlaces(), m_places->sampleFolder));
     };
@@ -216,6 +227,59 @@ void TerminalProgram::openDoor()
         goOnWith(next);
     });
     m_window->addMenu(m_door->menu());
+}
+
+/// What is practised is in another window; only a replay that the command line asked for is played here.
+void TerminalProgram::openPracticeDoor()
+{
+    m_practice =
+        new PracticeDoor(m_window.get(), {[this] { return practiceOffer(); },
+                                          [this](const QString &name) {
+                                              return startPracticeWindow(m_places->terminalProgram, name,
+                                                                         m_options.moduleProgram,
+                                                                         m_window->shownOptions().language);
+                                          }});
+    m_window->addMenu(m_practice->menu());
+    m_window->setPractisesReplays(!practises());
+    connect(m_window.get(), &MainWindow::practiceAsked, m_practice, &PracticeDoor::openDialog);
+    connect(m_window.get(), &MainWindow::practiceRestartAsked, this, &TerminalProgram::askToRestartPractice);
+}
+
+/// A practice does not begin with what another one left.
+PracticeOffer TerminalProgram::practiceOffer() const
+{
+    const ChartData &shown = m_window->chart()->data();
+    PracticeOffer offer;
+    offer.dataFolder = m_options.dataFolder;
+    offer.code = shown.security.code;
+    offer.securityName = plainText(shown.security.name);
+    offer.ledger = practises() ? QString() : m_options.ledger;
+    offer.moduleProgram = m_options.moduleProgram;
+    offer.language = m_window->shownOptions().language;
+    const bool isRecorded = shown.period == ChartPeriod::Minute && !shown.bars.empty() &&
+                            dayOf(shown.bars.front()) != Trading::TradingDate::today();
+    if (isRecorded) {
+        offer.day = dayOf(shown.bars.front());
+        offer.price = shown.previousClose.value_or(shown.bars.front().open);
+    }
+    return offer;
+}
+
+void TerminalProgram::askToRestartPractice()
+{
+    QMessageBox question(QMessageBox::Question, tr("Practice"),
+                         tr("Begin the practice \"%1\" again from nothing? Its orders and trades go.")
+                             .arg(m_options.practice),
+                         QMessageBox::NoButton, m_window.get());
+    question.setObjectName(QStringLiteral("restartPractice"));
+    question.setTextFormat(Qt::PlainText);
+    const QPushButton *const restart = question.addButton(tr("Begin again"), QMessageBox::DestructiveRole);
+    question.setDefaultButton(question.addButton(tr("Keep"), QMessageBox::RejectRole));
+    question.exec();
+    if (question.clickedButton() == restart) {
+        m_restartsPractice = true;
+        goOnWith(m_window->shownOptions());
+    }
 }
 
 IntakeLook TerminalProgram::intakeLook() const
@@ -294,8 +358,12 @@ void TerminalProgram::showWindow()
     }
 }
 
+/// A practice's chart is not the one to come back to.
 void TerminalProgram::rememberWindow()
 {
+    if (practises()) {
+        return;
+    }
     WindowSettings().remember(m_window->shownOptions(), *m_window);
 }
 

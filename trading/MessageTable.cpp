@@ -419,6 +419,8 @@ MessageRow presence()
               "what it can do beyond the first protocol: \"clientno\", \"actions\", \"replace\""},
              {HOST, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "the machine it runs on"},
              {PROCESS, JsonType::Number, Form::Any, optional, WhenWrong::Nothing, "its process there"},
+             {PROCESSSTART, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
+              "when that process began, as its machine counts"},
              {SINCE, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
               "when it began to serve, ISO 8601 in UTC"},
              {READONLY, JsonType::Flag, Form::Any, optional, WhenWrong::Nothing,

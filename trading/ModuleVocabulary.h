@@ -62,7 +62,9 @@ inline constexpr const char *VERSION = "version"; ///< of the program
 inline constexpr const char *PROTOCOL = "protocol"; ///< of the questions and answers
 inline constexpr const char *CAN = "can";           ///< array of texts, see Capability
 inline constexpr const char *HOST = "host";
-inline constexpr const char *PROCESS = "process";   ///< number of the process on that host
+inline constexpr const char *PROCESS = "process"; ///< number of the process on that host
+/// When that process began, as its machine counts: its number may belong to another one later
+inline constexpr const char *PROCESSSTART = "processstart";
 inline constexpr const char *SINCE = "since";       ///< when it began to serve, ISO 8601 in UTC
 inline constexpr const char *READONLY = "readonly"; ///< boolean: it answers, but takes no orders
 inline constexpr const char *LEDGER = "ledger";     ///< where its ledger is, for people; no password

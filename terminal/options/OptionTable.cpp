@@ -209,6 +209,9 @@ const std::vector<OptionRow> &optionTable()
          takeSize},
         {QStringLiteral("timeout"), QStringLiteral("SECONDS"),
          text("How long a snapshot waits for the overlays' data."), takeTimeout},
+        {QStringLiteral("practice"), QStringLiteral("NAME"),
+         text("Goes on with a practice, a recorded day with an account of its own; --replay is its speed."),
+         into(&TerminalOptions::practice)},
         {QStringLiteral("replay"), QStringLiteral("SPEED"),
          text(
              "Plays a recorded day as today, 1 to 600 times as fast; for --period minute, which it implies."),

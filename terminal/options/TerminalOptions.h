@@ -30,7 +30,8 @@ struct TerminalOptions
     QStringList overlays;                    ///< words of overlayKinds
     QString pluginFile;
     QString moduleProgram;
-    QString ledger; ///< empty: no trading module is started
+    QString ledger;   ///< empty: no trading module is started
+    QString practice; ///< the session that is practised; empty: none. It says data, ledger, security and day
     bool startsBroker = true;
     ThemeKind theme = ThemeKind::Dark;
     RiseColour riseColour = RiseColour::Red;

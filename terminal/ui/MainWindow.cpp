@@ -22,6 +22,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QFileDialog>
+#include <QLabel>
 #include <QUuid>
 #include <QVBoxLayout>
 
@@ -73,6 +74,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_services(session, options.ledger),
       m_chart(new ChartView),
       m_readout(new ReadoutBar(m_chart)),
+      m_practice(new QLabel),
       m_bar(new ChartBar(session->source().securities(), options)),
       m_strip(new StateStrip),
       m_prompts(m_chart),
@@ -115,6 +117,10 @@ void MainWindow::setUpCentre()
     auto *const column = new QVBoxLayout(centre);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
+    m_practice->setObjectName(QStringLiteral("practiceStrip"));
+    m_practice->setTextFormat(Qt::PlainText);
+    m_practice->setVisible(!m_options.practice.isEmpty());
+    column->addWidget(m_practice);
     column->addWidget(m_readout);
     column->addWidget(m_chart, 1);
     setCentralWidget(centre);
@@ -163,12 +169,31 @@ void MainWindow::setUpReplay()
     auto *const bar = new ReplayBar(m_session->replay(), m_chart);
     bar->setObjectName(QStringLiteral("replayBar"));
     addToolBar(Qt::BottomToolBarArea, bar);
-    connect(bar, &ReplayBar::replayAsked, this, [this](bool on) {
+    connect(bar, &ReplayBar::restartAsked, this, &MainWindow::restartReplay);
+    connect(bar, &ReplayBar::replayAsked, this, [this, bar](bool on) {
+        if (on && m_practisesReplays) {
+            bar->showState(); // its button is no replay that goes on
+            Q_EMIT practiceAsked();
+            return;
+        }
         const QString problem = setReplaying(on);
         if (!problem.isEmpty()) {
+            bar->showState();
             m_prompts.show(problem);
         }
     });
+}
+
+void MainWindow::restartReplay()
+{
+    if (!m_options.practice.isEmpty()) {
+        Q_EMIT practiceRestartAsked();
+        return;
+    }
+    const QString problem = m_session->restartReplay();
+    if (!problem.isEmpty()) {
+        m_prompts.show(problem);
+    }
 }
 
 void MainWindow::setUpStates()
@@ -373,8 +398,16 @@ void MainWindow::showTitle()
     const Security &shown = m_chart->data().security;
     const QString account = accountText();
     const QString chart = QStringLiteral("%1 %2").arg(plainText(shown.name), plainText(shown.code));
+    m_practice->setText(practiceText());
     setWindowTitle(account.isEmpty() ? chart : QStringLiteral(u"%1 – %2").arg(chart, account));
     m_trade->setAccount(account);
+}
+
+QString MainWindow::practiceText() const
+{
+    const QString day = m_options.day ? m_options.day->dashedText() : QString();
+    return tr("PRACTICE: %1. The recorded day %2, with an account of its own: nothing here reaches yours.")
+        .arg(plainText(m_options.practice), day);
 }
 
 void MainWindow::takeModule()
@@ -389,6 +422,9 @@ void MainWindow::takeModule()
 /// else the one that another program's module names, whose deals may be real.
 QString MainWindow::accountText() const
 {
+    if (!m_options.practice.isEmpty()) {
+        return tr("Practice: %1").arg(plainText(m_options.practice));
+    }
     if (!m_options.ledger.isEmpty()) {
         return tr("%1 (paper)").arg(ledgerName(m_options.ledger));
     }

@@ -66,6 +66,7 @@ Trading::TradePresence presenceOf(Ledger *ledger, const LedgerServer &server)
                     QLatin1String(Trading::Capability::REPLACE)};
     presence.host = server.process.host;
     presence.process = server.process.number;
+    presence.processStart = server.process.start;
     presence.since = QDateTime::fromString(server.since, Qt::ISODate);
     presence.isReadOnly = ledger->isReadOnly();
     presence.ledger = placeOf(ledger);

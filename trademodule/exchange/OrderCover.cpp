@@ -10,12 +10,6 @@ namespace TradeModule {
 
 namespace {
 
-/// An order of a past day claims nothing, though its end may not be written yet.
-bool isOfToday(const Order &order)
-{
-    return !(order.date < TradingDate::today());
-}
-
 /// What is left of an open buy costs at most: an order in parts pays the fees that it would have paid in one.
 Money reserveOf(const Order &order)
 {
@@ -27,10 +21,16 @@ Money reserveOf(const Order &order)
 
 } // namespace
 
+/// An order of a past day claims nothing, though its end may not be written yet.
+bool OrderCover::isOfToday(const Order &order) const
+{
+    return !(order.date < m_book->today());
+}
+
 qint64 OrderCover::sellable(const SecurityId &security, const Orders &open)
 {
     return sellable(security, m_book->holding(security).quantity(),
-                    m_book->boughtOn(TradingDate::today(), security), open);
+                    m_book->boughtOn(m_book->today(), security), open);
 }
 
 qint64 OrderCover::sellable(const SecurityId &security, qint64 held, qint64 boughtToday, const Orders &open)

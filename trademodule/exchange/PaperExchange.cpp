@@ -17,6 +17,8 @@ namespace TradeModule {
 
 namespace {
 
+constexpr auto opening = ClockTime::of(9, 15).value();
+
 Order newOrder(const SecurityId &security, Direction direction, Money price, qint64 quantity)
 {
     Order order{security, direction, TradingDate::today(), ClockTime()};
@@ -40,17 +42,20 @@ PaperExchange::PaperExchange(Ledger *ledger, Listener listener)
       m_listener(std::move(listener)),
       m_market(ledger)
 {
+    if (m_book.practisedDay()) {
+        m_practisedUntil = m_market.clock();
+    }
 }
 
 ClockTime PaperExchange::now() const
 {
-    return m_market.clock().value_or(ClockTime::now());
+    return m_market.clock().value_or(m_book.practisedDay() ? opening : ClockTime::now());
 }
 
 bool PaperExchange::isOpen() const
 {
     // a day that is played may be played on a Sunday
-    const bool isTradingDay = m_market.clock() || TradingRules::isTradingDay(TradingDate::today());
+    const bool isTradingDay = m_market.clock() || TradingRules::isTradingDay(m_book.today());
     return isTradingDay && TradingRules::isOpen(now());
 }
 
@@ -71,7 +76,7 @@ Order PaperExchange::leave(const SecurityId &security, Direction direction, Mone
 Order PaperExchange::enter(Order order, const QString &status)
 {
     settleDoubt();
-    order.date = TradingDate::today();
+    order.date = m_book.today();
     order.time = now();
     order.status = status;
     Transaction transaction = m_book.begin();
@@ -174,7 +179,7 @@ Orders PaperExchange::advanced()
     Orders changed;
     Orders open = m_book.open();
     for (Order &order : open) {
-        if (OrderLife::advance(&order, {isOpen(), isBeyondLimits(order)})) {
+        if (OrderLife::advance(&order, {isOpen(), isBeyondLimits(order), m_book.today()})) {
             changed.append(order);
         }
     }
@@ -203,7 +208,8 @@ void PaperExchange::advanceAll()
 
 bool PaperExchange::isOfToday(const Quote &quote)
 {
-    if (quote.date == TradingDate::today()) {
+    const std::optional<TradingDate> practised = m_book.practisedDay();
+    if (practised ? quote.recorded == practised : quote.date == TradingDate::today()) {
         return true;
     }
     if (!m_strangeDates.contains(quote.date)) {
@@ -212,19 +218,19 @@ bool PaperExchange::isOfToday(const Quote &quote)
                  qUtf8Printable(translated("quotes of %1 are left alone: orders are dealt against quotes "
                                            "of today, %2")
                                     .arg(quote.date.number())
-                                    .arg(TradingDate::today().number())));
+                                    .arg(m_book.today().number())));
     }
     return false;
 }
 
 void PaperExchange::take(const Quote &quote)
 {
-    if (!isOfToday(quote)) {
+    if (!isOfToday(quote) || isPlayedAgain(quote)) {
         return;
     }
     settleDoubt();
     if (wasDealt(quote)) {
-        m_newTrading.note(quote);
+        note(quote);
         return;
     }
     const std::optional<Quote> added = m_newTrading.of(quote);
@@ -239,7 +245,21 @@ void PaperExchange::take(const Quote &quote)
     if (TradingRules::isOpen(quote.time)) {
         deal(*added); // at last: what fails can be taken again, and nothing is dealt twice
     }
+    note(quote);
+}
+
+/// Nobody trades a practised minute twice: its session is begun again as a whole or not at all.
+bool PaperExchange::isPlayedAgain(const Quote &quote) const
+{
+    return m_practisedUntil && quote.time <= *m_practisedUntil;
+}
+
+void PaperExchange::note(const Quote &quote)
+{
     m_newTrading.note(quote);
+    if (m_book.practisedDay()) {
+        m_practisedUntil = quote.time;
+    }
 }
 
 /// The orders that a bar deals, the oldest first.

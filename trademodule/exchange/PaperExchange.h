@@ -24,6 +24,9 @@ namespace TradeModule {
 ///
 /// The exchange's clock is the time of today's last quote, so that a recorded day can be played at any
 /// hour; before the first quote it is the wall clock. Every order is of today. Bus-free.
+///
+/// An account that practises has the recorded day for its today, whichever day it is played on: it takes that
+/// day's quotes and no others, each once, also after a restart. Before the first one it is the opening.
 class PaperExchange
 {
 public:
@@ -78,6 +81,10 @@ public:
     {
         return m_cover.sellable(security, open);
     }
+    qint64 sellable(const SecurityId &security, qint64 held, qint64 boughtToday, const Orders &open)
+    {
+        return m_cover.sellable(security, held, boughtToday, open);
+    }
     Money spendable(const Orders &open) { return m_cover.spendable(open); }
 
     /// Gives the account this cash; an Error when the open buys need more.
@@ -91,6 +98,8 @@ private:
     ClockTime now() const;
     bool isOpen() const;
     bool isOfToday(const Quote &quote);
+    bool isPlayedAgain(const Quote &quote) const;
+    void note(const Quote &quote);
     bool isBeyondLimits(const Order &order) const;
     Orders advanced();
     void advanceAll();
@@ -116,7 +125,8 @@ private:
     const Listener m_listener;
     MarketDay m_market;
     NewTrading m_newTrading;
-    QSet<TradingDate> m_strangeDates; // of quotes, told in the log
+    std::optional<ClockTime> m_practisedUntil; // where a day is practised: what was played until then is over
+    QSet<TradingDate> m_strangeDates;          // of quotes, told in the log
     std::optional<Doubt> m_doubt;
     std::optional<Quote> m_dealtInDoubt; // its dealing was known only afterwards to have succeeded
 };

@@ -17,6 +17,9 @@ public:
     /// The ledger stays the caller's and outlives this object.
     explicit OrderBook(Ledger *ledger);
 
+    /// See Ledger.
+    TradingDate today() const { return m_ledger->today(); }
+    std::optional<TradingDate> practisedDay() const { return m_ledger->practisedDay(); }
     ReplacementTable replacements() const { return ReplacementTable(m_database); }
 
     Transaction begin() { return Transaction(m_database); }

@@ -1400,6 +1400,10 @@
         <translation>只能回放分时图。</translation>
     </message>
     <message>
+        <source>the trading module on this bus does not say which account it serves</source>
+        <translation>这条总线上的交易模块没有说明它服务哪个账户</translation>
+    </message>
+    <message>
         <source>the trading module on this bus serves another account: %1</source>
         <translation>这条总线上的交易模块服务的是另一个账户：%1</translation>
     </message>
@@ -1707,6 +1711,10 @@
 </context>
 <context>
     <name>ModuleState</name>
+    <message>
+        <source>It does not say which ledger it serves</source>
+        <translation>它没有说明自己服务哪个账本</translation>
+    </message>
     <message>
         <source>Trading module: not asked</source>
         <translation>交易模块：未查询</translation>
