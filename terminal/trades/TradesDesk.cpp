@@ -5,9 +5,11 @@
 #include "trading/ModuleVocabulary.h"
 
 #include <QJsonDocument>
+#include <QSet>
 #include <QUuid>
 
 #include <algorithm>
+#include <iterator>
 
 namespace Terminal {
 
@@ -164,9 +166,28 @@ void TradesDesk::take(Trades *part, const QJsonObject &answer)
     }
     m_refusal = refusal;
     *part = std::move(told);
-    m_trades = m_past;
-    m_trades.insert(m_trades.end(), m_ofToday.begin(), m_ofToday.end());
+    putTogether();
     Q_EMIT changed();
+}
+
+/// The trades of a day that is practised are told as today's and as those of its own day: each counts once,
+/// as one of the day that is played.
+void TradesDesk::putTogether()
+{
+    QSet<QString> ordersOfToday;
+    for (const Trade &trade : m_ofToday) {
+        ordersOfToday.insert(trade.orderNumber);
+    }
+    const auto isTwin = [this, &ordersOfToday](const Trade &past) {
+        return ordersOfToday.contains(past.orderNumber) &&
+               std::any_of(m_ofToday.begin(), m_ofToday.end(), [&past](Trade other) {
+                   other.day = past.day;
+                   return isSame(past, other);
+               });
+    };
+    m_trades.clear();
+    std::remove_copy_if(m_past.begin(), m_past.end(), std::back_inserter(m_trades), isTwin);
+    m_trades.insert(m_trades.end(), m_ofToday.begin(), m_ofToday.end());
 }
 
 void TradesDesk::takeNotification(const QJsonObject &notification)

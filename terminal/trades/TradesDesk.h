@@ -55,6 +55,7 @@ private:
     void handleMessage(const QByteArray &topic, const QByteArray &payload);
     void takeAnswer(const QJsonObject &answer);
     void takeNotification(const QJsonObject &notification);
+    void putTogether();
     void take(Trades *part, const QJsonObject &answer);
 
     LocalCommunication::EndPoint m_endPoint;

@@ -52,11 +52,19 @@ TEST_F(TradesDeskTest, AsksForNothingBeforeItIsToWatch)
 
 TEST_F(TradesDeskTest, PutsThoseOfPastDaysAndOfTodayTogether)
 {
-    tell("TodayTrade", {tradeRow("20240103", "10000000", "S", "11", "200")});
+    tell("TodayTrade", {tradeRow("20240103", "10000000", "S", "11", "200", "8")});
     watch();
     ASSERT_THAT(m_desk.trades(), SizeIs(2));
     EXPECT_TRUE(m_desk.trades().front().isBuy());
     EXPECT_EQ(m_desk.trades().back().quantity, 200);
+}
+
+TEST_F(TradesDeskTest, CountsATradeOfAPractisedDayOnce)
+{
+    tell("TodayTrade", {tradeRow("20240105", "09315000", "B", "10", "100")});
+    watch();
+    ASSERT_THAT(m_desk.trades(), SizeIs(1));
+    EXPECT_EQ(m_desk.trades().front().day, onDay(20240105));
 }
 
 TEST_F(TradesDeskTest, HearsItsAnswersOnAChannelOfItsOwn)
