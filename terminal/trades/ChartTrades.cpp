@@ -40,7 +40,8 @@ ChartTrades::ChartTrades(QMainWindow *window, ChartView *chart, TradeDocks *dock
       m_prompts(prompts),
       m_facts(std::move(facts)),
       m_layer(std::make_unique<TradesLayer>(chart, [this] { return showsTrades(); })),
-      m_lines(std::make_unique<OrderLines>(chart, [this] { return showsOrders(); })),
+      m_lines(std::make_unique<OrderLines>(
+          chart, OrderLines::Place{[this] { return showsOrders(); }, [this] { return roomOfLabels(); }})),
       m_panel(new TradesPanel),
       m_dock(new TradeDock("tradesDock", m_panel, window, Qt::BottomDockWidgetArea)),
       m_layerAction(new QAction(this))
@@ -210,6 +211,16 @@ bool ChartTrades::showsOrders() const
     return m_layerAction->isChecked() && !isPastDay;
 }
 
+/// The labels of overlays' lines are held at the right edge; tags stand beside them.
+double ChartTrades::roomOfLabels() const
+{
+    constexpr double widestLabel = 130;
+    const auto isLabelled = [this](const OverlayKind &kind) {
+        return kind.isHeldAtEdge && m_overlays && m_overlays->isShown(kind);
+    };
+    return std::any_of(overlayKinds().begin(), overlayKinds().end(), isLabelled) ? widestLabel : 0;
+}
+
 bool ChartTrades::isOverlayAt(const QPointF &position) const
 {
     return m_overlays && m_overlays->isHit(position);
@@ -290,7 +301,7 @@ void ChartTrades::askForPrice(const OrderRecord &order)
 void ChartTrades::askToReplace(const PriceChange &change)
 {
     const QPointer<ChartTrades> self(this);
-    if (!m_prompts->confirm(OutcomeText::replaceQuestion(change)) || !self) {
+    if (!OrderQuestion(OutcomeText::replaceQuestion(change), m_window).isConfirmed() || !self) {
         return;
     }
     PriceChange sent = change;

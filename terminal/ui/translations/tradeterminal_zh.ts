@@ -1374,6 +1374,18 @@
         <source>It is cancelled first; what is left is placed when that is confirmed.</source>
         <translation>先撤单；撤单确认后，剩余部分按新价格委托。</translation>
     </message>
+    <message>
+        <source>Replace an order</source>
+        <translation>改价</translation>
+    </message>
+    <message>
+        <source>Replace at %1</source>
+        <translation>改价为 %1</translation>
+    </message>
+    <message>
+        <source>Leave it as it is</source>
+        <translation>保持不变</translation>
+    </message>
 </context>
 <context>
     <name>Replay</name>
