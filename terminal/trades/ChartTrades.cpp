@@ -9,6 +9,7 @@
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/OutcomeText.h"
+#include "terminal/trade/PlainText.h"
 #include "terminal/trade/TradeDock.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/trades/PriceDialog.h"
@@ -88,7 +89,7 @@ void ChartTrades::wireChart()
 {
     connect(m_chart, &ChartView::dataChanged, this, &ChartTrades::takeChart);
     connect(m_chart, &ChartView::pricesChanged, this, [this] { m_layer->takeChart(); });
-    connect(m_chart, &ChartView::barsGrew, this, [this] { m_layer->takeChart(); });
+    connect(m_chart, &ChartView::barsGrew, this, [this](int first) { m_layer->takeGrown(first); });
     connect(m_input.get(), &TradesInput::tradesClicked, this, &ChartTrades::chooseTrades);
     connect(m_input.get(), &TradesInput::orderMoved, this, &ChartTrades::askToReplace);
     connect(m_input.get(), &TradesInput::orderClicked, this,
@@ -297,9 +298,13 @@ void ChartTrades::askForPrice(const OrderRecord &order)
     }
 }
 
-/// The order may have been dealt while the user thought: then the module says so.
+/// The order may be dealt while the user thinks, too: then the module says so.
 void ChartTrades::askToReplace(const PriceChange &change)
 {
+    if (m_lines->find(change.order.number) == nullptr) {
+        m_prompts->show(tr("Order %1 is not open any more.").arg(plainText(change.order.number)));
+        return;
+    }
     const QPointer<ChartTrades> self(this);
     if (!OrderQuestion(OutcomeText::replaceQuestion(change), m_window).isConfirmed() || !self) {
         return;

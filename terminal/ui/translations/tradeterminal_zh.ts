@@ -2996,5 +2996,9 @@ All its entries leave the ledger.</source>
         <source>This trading module cannot change the price of an order: cancel it and place another.</source>
         <translation>此交易模块不能改价：请撤单后重新委托。</translation>
     </message>
+    <message>
+        <source>Order %1 is not open any more.</source>
+        <translation>委托 %1 已不再有效。</translation>
+    </message>
 </context>
 </TS>
