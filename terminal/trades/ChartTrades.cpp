@@ -246,7 +246,7 @@ bool ChartTrades::showPlace(Trading::TradingDate day, Trading::ClockTime time, d
 /// From the minutes of another day to those of the trade's, where they are recorded, else to its day.
 void ChartTrades::showTrade(size_t number)
 {
-    const Trade trade = m_desk.trades()[number];
+    const AccountTrade trade = m_desk.trades()[number];
     if (showPlace(trade.day, trade.time, trade.price)) {
         return;
     }

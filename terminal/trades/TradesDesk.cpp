@@ -25,7 +25,7 @@ QString textOf(const QJsonObject &object, const char *key)
     return object.value(QLatin1String(key)).toString();
 }
 
-bool isSame(const Trade &one, const Trade &other)
+bool isSame(const AccountTrade &one, const AccountTrade &other)
 {
     return one.day == other.day && one.time == other.time && one.side == other.side &&
            one.price == other.price && one.quantity == other.quantity && one.amount == other.amount &&
@@ -175,12 +175,12 @@ void TradesDesk::take(Trades *part, const QJsonObject &answer)
 void TradesDesk::putTogether()
 {
     QSet<QString> ordersOfToday;
-    for (const Trade &trade : m_ofToday) {
+    for (const AccountTrade &trade : m_ofToday) {
         ordersOfToday.insert(trade.orderNumber);
     }
-    const auto isTwin = [this, &ordersOfToday](const Trade &past) {
+    const auto isTwin = [this, &ordersOfToday](const AccountTrade &past) {
         return ordersOfToday.contains(past.orderNumber) &&
-               std::any_of(m_ofToday.begin(), m_ofToday.end(), [&past](Trade other) {
+               std::any_of(m_ofToday.begin(), m_ofToday.end(), [&past](AccountTrade other) {
                    other.day = past.day;
                    return isSame(past, other);
                });
