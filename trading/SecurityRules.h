@@ -1,6 +1,7 @@
 #pragma once
 
 #include "trading/DayLimits.h"
+#include "trading/TradingUnits.h"
 
 #include <optional>
 
@@ -9,11 +10,14 @@ namespace Trading {
 /// What an order of a security must keep to on a day. Made by MarketRules.
 struct SecurityRules
 {
-    Money tick = Money::ofCents(1);  ///< from one price to the next: prices are multiples of it
-    qint64 leastQuantity = 100;      ///< the smallest order; what is held below it is sold at once
-    qint64 quantityStep = 100;       ///< an order is the smallest one and so many of these
-    std::optional<int> limitPercent; ///< around the close before; nothing where no limit is known
-    bool areReported = false;        ///< one of the rows that these come from was reported, not checked
+    Money tick = priceStep;             ///< from one price to the next: prices are multiples of it
+    qint64 leastQuantity = sharesOfLot; ///< the smallest order; what is held below it is sold at once
+    qint64 quantityStep = sharesOfLot;  ///< an order is the smallest one and so many of these
+    std::optional<int> limitPercent;    ///< around the close before; nothing where no limit is known
+    bool areReported = false;           ///< one of the rows that these come from was reported, not checked
+
+    /// What orders are counted in: the step, or the usual lot where shares are traded singly.
+    qint64 lot() const { return quantityStep == 1 ? sharesOfLot : quantityStep; }
 
     /// How many decimals its prices have.
     int decimals() const;

@@ -217,6 +217,19 @@ const std::vector<QStringList> &migrations()
                 "CREATE INDEX execution_by_time ON execution (security_id, trade_date, trade_time, "
                 "id, side, price, quantity, amount, fee, order_no, deal_no, stamp_duty)"),
         },
+        {
+            // how far the exchange had dealt a minute; recorded: the day that a replay plays, 0 of the
+            // market's own
+            QStringLiteral(R"(CREATE TABLE told_minute (
+                security_id BIGINT PRIMARY KEY REFERENCES security (id),
+                quote_date INTEGER NOT NULL,
+                quote_time INTEGER NOT NULL,
+                high BIGINT NOT NULL,
+                low BIGINT NOT NULL,
+                close BIGINT NOT NULL,
+                volume BIGINT NOT NULL,
+                recorded INTEGER NOT NULL))"),
+        },
     };
     return steps;
 }

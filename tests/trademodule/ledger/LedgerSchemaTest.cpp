@@ -210,9 +210,7 @@ TEST_P(LedgerSchemaOfAnOlderLedger, IsLeftAsItWasByAMigrationThatFails)
 {
     {
         Database old(location()); // a step to come makes it, too
-        old.run(old.hasTable(QStringLiteral("told_statement"))
-                    ? QStringLiteral("ALTER TABLE execution ADD COLUMN stamp_duty BIGINT")
-                    : QStringLiteral("CREATE TABLE told_statement (id INTEGER)"));
+        old.run(QStringLiteral("CREATE TABLE told_minute (id INTEGER)"));
     }
 
     EXPECT_THROW(Ledger ledger(location()), LedgerError);
