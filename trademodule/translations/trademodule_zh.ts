@@ -766,10 +766,6 @@
         <translation>找不到含成交价格、成交数量和证券代码的表头行；请连同表头一起导出成交记录</translation>
     </message>
     <message>
-        <source>the price must be a multiple of 0.01 yuan</source>
-        <translation>价格应为 0.01 元的整数倍</translation>
-    </message>
-    <message>
         <source>the quantity must be a multiple of %1</source>
         <translation>数量应为 %1 的整数倍</translation>
     </message>
@@ -1476,6 +1472,30 @@
     <message>
         <source>the day of order %1 is over</source>
         <translation>委托 %1 的交易日已结束</translation>
+    </message>
+    <message>
+        <source>the holidays in %1 are not read: %2</source>
+        <translation>未读取休市日文件 %1：%2</translation>
+    </message>
+    <message>
+        <source>%1:%2: &quot;%3&quot; names no day; none of the holidays in this file counts</source>
+        <translation>%1:%2：“%3”不是日期；此文件的休市日均不采用</translation>
+    </message>
+    <message>
+        <source>%1:%2: &quot;%3&quot; ends before it begins; none of the holidays in this file counts</source>
+        <translation>%1:%2：“%3”的结束早于开始；此文件的休市日均不采用</translation>
+    </message>
+    <message>
+        <source>%1:%2: &quot;%3&quot; is longer than a month; none of the holidays in this file counts</source>
+        <translation>%1:%2：“%3”超过一个月；此文件的休市日均不采用</translation>
+    </message>
+    <message>
+        <source>the price must be a multiple of %1 yuan</source>
+        <translation>价格应为 %1 元的整数倍</translation>
+    </message>
+    <message>
+        <source>the quantity must be at least %1</source>
+        <translation>数量至少应为 %1</translation>
     </message>
 </context>
 </TS>

@@ -569,10 +569,6 @@
         <translation>交易模块没有应答。</translation>
     </message>
     <message>
-        <source>The price must be a multiple of 0.01.</source>
-        <translation>价格须为 0.01 的整数倍。</translation>
-    </message>
-    <message>
         <source>The price is beyond the day's limits %1 and %2.</source>
         <translation>价格超出当日跌停 %1 至涨停 %2。</translation>
     </message>
@@ -599,6 +595,14 @@
     <message>
         <source>The trading module on this bus serves another account.</source>
         <translation>这条总线上的交易模块服务的是另一个账户。</translation>
+    </message>
+    <message>
+        <source>The price must be a multiple of %1.</source>
+        <translation>价格须为 %1 的整数倍。</translation>
+    </message>
+    <message>
+        <source>The quantity must be at least %1.</source>
+        <translation>数量至少须为 %1。</translation>
     </message>
 </context>
 <context>
@@ -740,10 +744,6 @@
         <translation>价格</translation>
     </message>
     <message>
-        <source>Up and down move by 0.01; a click on the chart takes its price</source>
-        <translation>上下键每次 0.01；在图上点击即取该价格</translation>
-    </message>
-    <message>
         <source>Quantity in shares</source>
         <translation>数量（股）</translation>
     </message>
@@ -774,6 +774,10 @@
     <message>
         <source>Account %1</source>
         <translation>账户 %1</translation>
+    </message>
+    <message>
+        <source>Up and down move by %1; a click on the chart takes its price</source>
+        <translation>上下键每次 %1；在图上点击即取该价格</translation>
     </message>
 </context>
 <context>
