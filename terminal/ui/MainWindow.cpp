@@ -251,6 +251,7 @@ void MainWindow::applyTheme()
     // For lists and questions, too, to which a style sheet hands no palette down.
     QApplication::setPalette(widgetPalette(theme));
     QApplication::setPalette(checkBoxPalette(theme), "QCheckBox");
+    QApplication::setPalette(checkBoxPalette(theme), "QRadioButton");
     setStyleSheet(windowStyleSheet(theme) + tradeStyleSheet(theme));
     m_trade->setTheme(theme);
     m_results->setTheme(theme);
