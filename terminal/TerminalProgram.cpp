@@ -11,6 +11,7 @@
 #include "terminal/snapshot/Snapshot.h"
 #include "terminal/trade/PlainText.h"
 #include "terminal/trade/ShownAmount.h"
+#include "terminal/trades/ChartTrades.h"
 #include "terminal/ui/MainWindow.h"
 #include "terminal/ui/WindowSettings.h"
 
@@ -111,6 +112,7 @@ void TerminalProgram::openSession(const DataFolder &folder)
     const WindowSettings settings;
     if (takesPicture()) {
         m_options.refresh = std::chrono::seconds(1); // some questions are first asked by the refresh
+        m_options.showsTrades = m_options.showsTrades && m_options.given.contains(QStringLiteral("trades"));
     } else {
         m_options = settings.over(m_options);
     }
@@ -194,6 +196,7 @@ void TerminalProgram::wireServices()
         } else {
             m_window->answers()->start(m_busAddress); // overlays ask some things once: it is to hear them
             m_window->results()->start(m_busAddress);
+            m_window->trades()->start(m_busAddress);
         }
     });
     if (!takesPicture()) {
@@ -360,7 +363,7 @@ void TerminalProgram::goOnWith(const TerminalOptions &next)
 bool TerminalProgram::asksTradeModule() const
 {
     const bool isTraded = isReplay() && !(m_options.orders.empty() && m_options.ledger.isEmpty());
-    return isTraded || m_options.results || !m_options.overlays.isEmpty();
+    return isTraded || m_options.results || m_options.showsTrades || !m_options.overlays.isEmpty();
 }
 
 void TerminalProgram::showWindow()
@@ -392,7 +395,8 @@ void TerminalProgram::startSnapshot()
     m_snapshot =
         std::make_unique<Snapshot>(Scene{m_window.get(), m_window->answers(), m_window->chart()->data(),
                                          m_options.overlays, m_session->desk(), m_session->statementActions(),
-                                         m_options.results ? m_window->results()->desk() : nullptr},
+                                         m_options.results ? m_window->results()->desk() : nullptr,
+                                         m_options.showsTrades ? m_window->trades()->desk() : nullptr},
                                    m_options.snapshotFile, m_options.timeout);
     wireSnapshot();
     if (asksTradeModule()) {
@@ -411,6 +415,8 @@ void TerminalProgram::wireSnapshot()
     connect(snapshot, &Snapshot::listening, m_session.get(), &TradingSession::join);
     connect(snapshot, &Snapshot::listening, m_window->results(),
             [this] { m_window->results()->start(m_busAddress); });
+    connect(snapshot, &Snapshot::listening, m_window->trades(),
+            [this] { m_window->trades()->start(m_busAddress); });
     connect(snapshot, &Snapshot::aboutToTake, m_window.get(), &MainWindow::runOverlayUpdates);
     connect(snapshot, &Snapshot::aboutToTake, m_session->prices(), &LastPrices::readNow);
     connect(m_window.get(), &MainWindow::overlayUpdateAsked, snapshot, &Snapshot::noteUpdate);

@@ -37,6 +37,7 @@ struct TerminalOptions
     RiseColour riseColour = RiseColour::Red;
     QString language = QStringLiteral("zh");     ///< zh or en
     std::optional<Trading::ResultGroup> results; ///< the list of results that is opened; nothing: none
+    bool showsTrades = true;                     ///< trades and working orders, on charts of every period
     bool hidesAmounts = false;                   ///< of the account, in labels and lists
     bool asksBeforeSending = true;               ///< before an order is sent
     QString snapshotFile;                        ///< empty: a window is opened

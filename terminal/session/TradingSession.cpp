@@ -72,13 +72,17 @@ DeskModule TradingSession::moduleForDesk() const
 {
     const auto presence = m_module.presence();
     if (!presence) {
-        return {};
+        const bool isUnknown = m_module.isAnswering() && !m_plan.ledger.isEmpty();
+        return {false, QString(),
+                isUnknown ? tr("the trading module on this bus does not say which account it serves")
+                          : QString()};
     }
     const QString objection =
         servesAnother(*presence, m_plan.ledger)
             ? tr("the trading module on this bus serves another account: %1").arg(presence->ledger)
             : QString();
-    return {presence->knows(Trading::Capability::CLIENTNO), presence->account(), objection};
+    return {presence->knows(Trading::Capability::CLIENTNO), presence->account(), objection,
+            presence->knows(Trading::Capability::REPLACE)};
 }
 
 bool TradingSession::moduleKnows(const char *capability) const

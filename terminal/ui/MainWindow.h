@@ -25,6 +25,7 @@ namespace Terminal {
 
 class ChartBar;
 class ChartInput;
+class ChartTrades;
 class ChartView;
 class LiveChart;
 class ReadoutBar;
@@ -90,6 +91,8 @@ public:
     OverlayHost *overlays() const { return m_overlays.get(); }
     ChartView *chart() const { return m_chart; }
     TradeDocks *trade() const { return m_trade.get(); }
+    /// To be started when there is a bus.
+    ChartTrades *trades() const { return m_trades.get(); }
     /// To be started when there is a bus.
     ResultsDock *results() const { return m_results.get(); }
     UserPrompts *prompts() { return &m_prompts; }
@@ -163,6 +166,7 @@ private:
     std::unique_ptr<OverlayHost> m_overlays;
     std::unique_ptr<ChartInput> m_input;
     std::unique_ptr<TradeDocks> m_trade;
+    std::unique_ptr<ChartTrades> m_trades;
     std::unique_ptr<ResultsDock> m_results;
 };
 

@@ -67,6 +67,19 @@ Records asOfToday(Records records)
     return records;
 }
 
+QJsonObject rowOf(const Replacement &replacement)
+{
+    QJsonObject row{
+        {key(RTSORDERNO), QString::number(replacement.orderNumber)},
+        {key(ReplaceFields::REPLACEMENT), wordOf(replacement.state)},
+        {key(ReplaceFields::REASON), replacement.reason},
+    };
+    if (replacement.newOrderNumber > 0) {
+        row[key(ReplaceFields::NEWORDERNO)] = QString::number(replacement.newOrderNumber);
+    }
+    return row;
+}
+
 /// Runs what the rules of the market may refuse; then the answer says why.
 template <typename Action>
 void refusable(AnswerMessage *answer, Action action)
@@ -98,6 +111,7 @@ const TradeAnswers::Command *TradeAnswers::findCommand(const QString &name)
         {TradeChart::CmdType::ENTRUSTHISTORYTRADE, &TradeAnswers::answerPastOrders},
         {TradeChart::CmdType::ENTRUSTCANCEL, &TradeAnswers::cancel},
         {CmdType::ENTRUSTPLACE, &TradeAnswers::place},
+        {CmdType::REPLACE, &TradeAnswers::replace},
         {CmdType::ACCOUNTINFO, &TradeAnswers::answerAccount},
         {CmdType::RESULTS, &TradeAnswers::answerResults},
         {CmdType::COSTMETHOD, &TradeAnswers::setCostMethod},
@@ -248,6 +262,16 @@ void TradeAnswers::place(const TradeRequest &request, AnswerMessage *answer)
         answer->set(RTSORDERNO, number);
         answer->set(DATA, QJsonObject{{key(RTSORDERNO), number}});
     });
+}
+
+void TradeAnswers::replace(const TradeRequest &request, AnswerMessage *answer)
+{
+    const TradingDate date = request.orderDate();
+    const qint64 number = request.orderNumber();
+    const Money price = request.orderPrice();
+    const QString clientNumber = request.neededClientNumber();
+    refusable(answer,
+              [&] { answer->set(DATA, rowOf(m_exchange->replace(date, number, price, clientNumber))); });
 }
 
 namespace {

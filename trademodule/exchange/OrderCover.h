@@ -20,12 +20,14 @@ public:
 
     /// An Error when the account does not have what an order needs. Requires an order of a form that
     /// TradingRules allows.
-    void refuseUncovered(const Order &order);
+    void refuseUncovered(const Order &order) { refuseUncovered(order, m_book->open()); }
+    /// The same beside these open orders.
+    void refuseUncovered(const Order &order, const Orders &open);
 
 private:
     bool isOfToday(const Order &order) const;
-    void refuseUncoveredSell(const Order &order);
-    void refuseUncoveredBuy(const Order &order);
+    void refuseUncoveredSell(const Order &order, const Orders &open);
+    void refuseUncoveredBuy(const Order &order, const Orders &open);
 
     OrderBook *const m_book;
 };

@@ -38,6 +38,7 @@ bool isSameContent(const Order &a, const Order &b)
 PaperExchange::PaperExchange(Ledger *ledger, Listener listener)
     : m_book(ledger),
       m_cover(&m_book),
+      m_replacements(&m_book, &m_cover),
       m_listener(std::move(listener)),
       m_market(ledger)
 {
@@ -117,11 +118,10 @@ void PaperExchange::setCash(Money cash)
     transaction.commit();
 }
 
-Order PaperExchange::cancel(TradingDate date, qint64 number)
+/// An order of which something can be cancelled; an Error says why there is none.
+Order PaperExchange::cancellable(TradingDate date, qint64 number)
 {
-    settleDoubt();
-    Transaction transaction = m_book.begin();
-    std::optional<Order> order = m_book.find(date, number);
+    const std::optional<Order> order = m_book.find(date, number);
     if (!order) {
         throw Error(translated("there is no order %1 of %2").arg(number).arg(date.number()));
     }
@@ -130,10 +130,41 @@ Order PaperExchange::cancel(TradingDate date, qint64 number)
                         .arg(number)
                         .arg(QString::fromUtf8(TradeChart::OrderStatus::getOrderStatusTxt(order->status))));
     }
-    OrderLife::cancel(&*order);
-    m_book.update(*order);
-    finish(&transaction, {*order});
     return *order;
+}
+
+Order PaperExchange::cancel(TradingDate date, qint64 number)
+{
+    settleDoubt();
+    Transaction transaction = m_book.begin();
+    Order order = cancellable(date, number);
+    OrderLife::cancel(&order);
+    m_book.update(order);
+    finish(&transaction, {order});
+    return order;
+}
+
+/// An order that the exchange does not know yet is replaced at once.
+Replacement PaperExchange::replace(TradingDate date, qint64 number, Money price, const QString &clientNumber)
+{
+    settleDoubt();
+    Transaction transaction = m_book.begin();
+    const Replacement asked{clientNumber, number, price};
+    if (const std::optional<Replacement> before = m_replacements.askedBefore(asked)) {
+        return *before;
+    }
+    Order order = cancellable(date, number);
+    m_replacements.begin(asked, order, market());
+    OrderLife::cancel(&order);
+    m_book.update(order);
+    finish(&transaction, Orders{order} + m_replacements.complete({order}, market()));
+    return m_book.replacements().find(clientNumber).value_or(asked);
+}
+
+OrderReplacements::Market PaperExchange::market() const
+{
+    return {TradingDate::today(), now(), isOpen(),
+            [this](const Order &order) { return isBeyondLimits(order); }};
 }
 
 bool PaperExchange::isBeyondLimits(const Order &order) const
@@ -172,7 +203,7 @@ void PaperExchange::advanceAll()
     for (const Order &order : changed) {
         m_book.update(order);
     }
-    finish(&transaction, changed);
+    finish(&transaction, changed + m_replacements.complete(changed, market()));
 }
 
 bool PaperExchange::isOfToday(const Quote &quote)

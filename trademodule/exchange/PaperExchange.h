@@ -2,6 +2,7 @@
 
 #include "trademodule/exchange/NewTrading.h"
 #include "trademodule/exchange/OrderCover.h"
+#include "trademodule/exchange/OrderReplacements.h"
 #include "trademodule/exchange/QuoteMessage.h"
 #include "trademodule/ledger/MarketDay.h"
 #include "trademodule/ledger/OrderBook.h"
@@ -49,6 +50,13 @@ public:
     /// Asks for what is left of an order to be cancelled; an Error says why it cannot be.
     Order cancel(TradingDate date, qint64 number);
 
+    /// Has what is left of an order go on at another price: asks for its cancellation, and when that is
+    /// confirmed places the rest in the same change of the ledger. An Error says why it cannot be; then the
+    /// order stays as it is. The replacement comes back as it is now, and for an asker who was not answered
+    /// and asks again with the same client's number, which must not be empty; an Error when that was for
+    /// another.
+    Replacement replace(TradingDate date, qint64 number, Money price, const QString &clientNumber);
+
     /// Deals what the bar allows: a buy when its low, a sell when its high reaches the order's price, at
     /// the bar's open when that is better; all orders together at most a quarter of its volume. Of a minute
     /// that was told before, only what is new is dealt, and nothing of a late quote: see NewTrading. A quote
@@ -83,6 +91,8 @@ public:
     void setCash(Money cash);
 
 private:
+    Order cancellable(TradingDate date, qint64 number);
+    OrderReplacements::Market market() const;
     Order enter(Order order, const QString &status);
     std::optional<Order> placedBefore(const Order &order);
     ClockTime now() const;
@@ -111,6 +121,7 @@ private:
 
     OrderBook m_book;
     OrderCover m_cover;
+    OrderReplacements m_replacements;
     const Listener m_listener;
     MarketDay m_market;
     NewTrading m_newTrading;

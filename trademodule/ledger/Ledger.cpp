@@ -84,6 +84,7 @@ Booked Ledger::book(const Statement &statement, Mode mode, const Progress &progr
     Transaction transaction(&m_database);
     const Booked booked = StatementBooking(this, statement).book(progress);
     if (mode == Mode::Keep && booked.doubtful.isEmpty()) {
+        keepImportProfile(statement.profile);
         transaction.commit();
     }
     return booked;
@@ -92,6 +93,17 @@ Booked Ledger::book(const Statement &statement, Mode mode, const Progress &progr
 QVector<ImportedStatement> Ledger::imports()
 {
     return StatementTable(&m_database).all();
+}
+
+std::optional<ImportedStatement> Ledger::importOfMark(const QString &mark)
+{
+    Transaction settled(&m_database);
+    const QVector<ImportedStatement> all = imports();
+    settled.commit(); // takes the place of a change that failed as it ended
+    const auto found = std::find_if(all.begin(), all.end(), [&mark](const ImportedStatement &statement) {
+        return statement.mark == mark;
+    });
+    return found == all.end() ? std::nullopt : std::optional(*found);
 }
 
 QVector<SecurityId> Ledger::securitiesOfImport(qint64 number)
@@ -106,7 +118,9 @@ Booked Ledger::bookInPlaceOf(const QVector<qint64> &numbers, const Statement &st
         takeBack(number);
     }
     const Booked booked = StatementBooking(this, statement).book({});
-    transaction.commit();
+    if (booked.doubtful.isEmpty()) {
+        transaction.commit();
+    }
     return booked;
 }
 
@@ -182,6 +196,9 @@ QString Ledger::importProfile()
 
 void Ledger::keepImportProfile(const QString &text)
 {
+    if (text.isEmpty()) {
+        return;
+    }
     m_database.run(QStringLiteral("INSERT INTO import_profile (id, text) VALUES (1, ?) "
                                   "ON CONFLICT (id) DO UPDATE SET text = excluded.text"),
                    {text});

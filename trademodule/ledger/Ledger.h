@@ -46,9 +46,12 @@ public:
 
     /// What was imported, oldest first.
     QVector<ImportedStatement> imports();
+    /// The import that left this mark, if it was booked and not taken back. Waits until the changes that
+    /// others have begun are done: what is not there then will not come.
+    std::optional<ImportedStatement> importOfMark(const QString &mark);
     /// The securities that an import added entries of.
     QVector<SecurityId> securitiesOfImport(qint64 number);
-    /// Books a statement and takes imports back, both or neither.
+    /// Books a statement and takes imports back, both or neither; neither where the result is doubtful.
     Booked bookInPlaceOf(const QVector<qint64> &numbers, const Statement &statement);
     /// Takes an import back as a whole: the ledger is then what it would be had the import never been, with
     /// what later imports told once more. An Error when there is none of this number.
@@ -64,7 +67,6 @@ public:
 
     /// How the user's broker names things, as the import keeps it; empty when it keeps nothing.
     QString importProfile();
-    void keepImportProfile(const QString &text);
 
     /// The trades of a security, oldest first; other entries are none.
     Executions trades(const SecurityId &security, DateRange days);
@@ -100,6 +102,7 @@ public:
     void add(const Execution &execution);
 
 private:
+    void keepImportProfile(const QString &text);
     UndoneImport takeBack(qint64 number);
     void bookAnew(const QVector<qint64> &numbers, qint64 without);
 

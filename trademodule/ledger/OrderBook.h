@@ -2,6 +2,7 @@
 
 #include "trademodule/ledger/Ledger.h"
 #include "trademodule/ledger/Order.h"
+#include "trademodule/ledger/ReplacementTable.h"
 #include "trademodule/ledger/Transaction.h"
 
 #include <optional>
@@ -19,6 +20,7 @@ public:
     /// See Ledger.
     TradingDate today() const { return m_ledger->today(); }
     std::optional<TradingDate> practisedDay() const { return m_ledger->practisedDay(); }
+    ReplacementTable replacements() const { return ReplacementTable(m_database); }
 
     Transaction begin() { return Transaction(m_database); }
     /// What became of a change that failed as OutcomeUnknown, see Database.
