@@ -163,7 +163,7 @@ Replacement PaperExchange::replace(TradingDate date, qint64 number, Money price,
 
 OrderReplacements::Market PaperExchange::market() const
 {
-    return {TradingDate::today(), now(), isOpen(),
+    return {m_book.today(), now(), isOpen(),
             [this](const Order &order) { return isBeyondLimits(order); }};
 }
 
