@@ -4,6 +4,7 @@
 #include "terminal/services/BusInstance.h"
 
 #include <QEvent>
+#include <QFileInfo>
 #include <QProcess>
 
 #include <utility>
@@ -48,6 +49,9 @@ void PracticeDoor::openDialog()
 
 QString PracticeDoor::hindrance(const PracticeSession &session)
 {
+    if (!QFileInfo(session.dataFolder).isDir()) {
+        return tr("The bars of the practice are not there any more: %1").arg(session.dataFolder);
+    }
     PracticeLock lock(session);
     return lock.acquire() ? QString() : lock.problem();
 }

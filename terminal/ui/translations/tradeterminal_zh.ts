@@ -3077,6 +3077,10 @@ All its entries leave the ledger.</source>
         <translation>练习一天…</translation>
     </message>
     <message>
+        <source>The bars of the practice are not there any more: %1</source>
+        <translation>练习的行情数据已不在：%1</translation>
+    </message>
+    <message>
         <source>The window of the practice cannot be started.</source>
         <translation>练习的窗口无法启动。</translation>
     </message>
