@@ -37,6 +37,7 @@ public:
     QByteArray answer(const QJsonObject &question);
 
 private:
+    TradingDate dayOfOrder(const TradeRequest &request) const;
     using Answer = void (TradeAnswers::*)(const TradeRequest &, AnswerMessage *);
     struct Command;
     static const Command *findCommand(const QString &name);

@@ -1497,5 +1497,49 @@
         <source>the quantity must be at least %1</source>
         <translation>数量至少应为 %1</translation>
     </message>
+    <message>
+        <source>there is no ledger %1 whose account could be copied</source>
+        <translation>没有可供复制账户的账本 %1</translation>
+    </message>
+    <message>
+        <source>there is a ledger %1 already: a practice begins in a new one</source>
+        <translation>账本 %1 已经存在：练习要在新的账本里开始</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no amount of yuan such as 500000 or 1234.56</source>
+        <translation>“%1”不是金额（元），例如 500000 或 1234.56</translation>
+    </message>
+    <message>
+        <source>--hold is &quot;%1&quot;, but must be CODE QUANTITY COST-PRICE, such as &quot;600519 100 1700.00&quot;</source>
+        <translation>--hold 是“%1”，但必须是 代码 数量 成本价，例如“600519 100 1700.00”</translation>
+    </message>
+    <message>
+        <source>the ledger %1 practises no day</source>
+        <translation>账本 %1 不是练习用的账本</translation>
+    </message>
+    <message>
+        <source>Begins a ledger that practises a recorded day, or tells how far one has come.</source>
+        <translation>开始一个练习历史交易日的账本，或显示练习到了何时。</translation>
+    </message>
+    <message>
+        <source>Begins: the recorded day.</source>
+        <translation>开始：历史交易日。</translation>
+    </message>
+    <message>
+        <source>Begins with the cash and the holdings of this account.</source>
+        <translation>以这个账户的资金和持仓开始。</translation>
+    </message>
+    <message>
+        <source>Begins with this cash in yuan; a million if nothing says more.</source>
+        <translation>以这些资金（元）开始；没有另外指定时为一百万。</translation>
+    </message>
+    <message>
+        <source>Begins with this holding alone, such as &quot;600519 100 1700.00&quot;.</source>
+        <translation>只以这一项持仓开始，例如“600519 100 1700.00”。</translation>
+    </message>
+    <message>
+        <source>day</source>
+        <translation>日期</translation>
+    </message>
 </context>
 </TS>
