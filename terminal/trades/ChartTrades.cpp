@@ -14,7 +14,7 @@
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/trades/PriceDialog.h"
 #include "terminal/trades/TradesPanel.h"
-#include "trading/DayLimits.h"
+#include "trading/MarketRules.h"
 #include "trading/TradingUnits.h"
 
 #include <QAction>
@@ -22,7 +22,6 @@
 #include <QShortcut>
 
 #include <algorithm>
-#include <cmath>
 
 namespace Terminal {
 
@@ -269,14 +268,14 @@ void ChartTrades::showOrder(const OrderRecord &order)
 double ChartTrades::allowedPrice(const OrderRecord &order, double wished) const
 {
     using Trading::Money;
-    const double step = Trading::priceStep.yuan();
-    const auto steps =
-        static_cast<qint64>(std::llround(std::clamp(wished, step, Trading::highestPrice.yuan()) / step));
-    Money price = Money::ofSteps(steps * Trading::priceStep.steps());
+    const Security &security = order.security;
+    const auto rules = Trading::MarketRules::of(security.id(), Trading::TradingDate::today(), security.name);
+    const double held = std::clamp(wished, 0.0, Trading::highestPrice.yuan());
+    Money price = std::max(rules.tick, rules.nearestTick(Money::ofYuan(held).value_or(rules.tick)));
     const auto close = m_facts.closeBefore(m_chart->data());
-    if (const auto reference = close ? Money::ofYuan(*close) : std::nullopt) {
-        const Trading::DayLimits limits = Trading::dayLimits(order.security.code, *reference);
-        price = std::clamp(price, limits.lowest, limits.highest);
+    const auto reference = close ? Money::ofYuan(*close) : std::nullopt;
+    if (const auto limits = reference ? rules.limits(*reference) : std::nullopt) {
+        price = std::clamp(price, limits->lowest, limits->highest);
     }
     return price.yuan();
 }

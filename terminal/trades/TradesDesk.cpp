@@ -5,11 +5,9 @@
 #include "trading/ModuleVocabulary.h"
 
 #include <QJsonDocument>
-#include <QSet>
 #include <QUuid>
 
 #include <algorithm>
-#include <iterator>
 
 namespace Terminal {
 
@@ -167,27 +165,28 @@ void TradesDesk::take(Trades *part, const QJsonObject &answer)
     m_refusal = refusal;
     *part = std::move(told);
     putTogether();
-    Q_EMIT changed();
 }
 
-/// The trades of a day that is practised are told as today's and as those of its own day: each counts once,
-/// as one of the day that is played.
+void TradesDesk::setPractised(Trading::TradingDate day, bool isPlayed)
+{
+    m_practised = day;
+    m_isPlayed = isPlayed;
+    putTogether();
+}
+
 void TradesDesk::putTogether()
 {
-    QSet<QString> ordersOfToday;
-    for (const AccountTrade &trade : m_ofToday) {
-        ordersOfToday.insert(trade.orderNumber);
+    m_trades = m_past;
+    if (m_practised && m_isPlayed) {
+        m_trades.erase(
+            std::remove_if(m_trades.begin(), m_trades.end(),
+                           [this](const AccountTrade &trade) { return trade.day == *m_practised; }),
+            m_trades.end());
     }
-    const auto isTwin = [this, &ordersOfToday](const AccountTrade &past) {
-        return ordersOfToday.contains(past.orderNumber) &&
-               std::any_of(m_ofToday.begin(), m_ofToday.end(), [&past](AccountTrade other) {
-                   other.day = past.day;
-                   return isSame(past, other);
-               });
-    };
-    m_trades.clear();
-    std::remove_copy_if(m_past.begin(), m_past.end(), std::back_inserter(m_trades), isTwin);
-    m_trades.insert(m_trades.end(), m_ofToday.begin(), m_ofToday.end());
+    if (!m_practised || m_isPlayed) {
+        m_trades.insert(m_trades.end(), m_ofToday.begin(), m_ofToday.end());
+    }
+    Q_EMIT changed();
 }
 
 void TradesDesk::takeNotification(const QJsonObject &notification)

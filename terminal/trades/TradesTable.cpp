@@ -1,7 +1,7 @@
 #include "terminal/trades/TradesTable.h"
 
-#include "terminal/chart/text/FigureText.h"
 #include "terminal/trade/TradeTables.h"
+#include "trading/Money.h"
 
 #include <QCoreApplication>
 
@@ -17,6 +17,12 @@ struct Texts
 QColor sideColour(const AccountTrade &trade, const ChartTheme &theme)
 {
     return trade.isBuy() ? theme.rise : theme.fall;
+}
+
+/// With as many decimals as it has: funds have three.
+QString priceOf(const AccountTrade &trade)
+{
+    return Trading::Money::ofYuan(trade.price).value_or(Trading::Money()).text();
 }
 
 bool isSameTrade(const AccountTrade &one, const AccountTrade &other)
@@ -36,8 +42,7 @@ std::vector<TradesTable::Column> tradeColumns()
          [](const AccountTrade &trade) { return sideText(trade.side); }, sideColour},
         {TradeColumn::Quantity, [] { return Texts::tr("Quantity"); }, Qt::AlignRight,
          [](const AccountTrade &trade) { return QString::number(trade.quantity); }, nullptr, true},
-        {TradeColumn::Price, [] { return Texts::tr("Price"); }, Qt::AlignRight,
-         [](const AccountTrade &trade) { return priceText(trade.price); }},
+        {TradeColumn::Price, [] { return Texts::tr("Price"); }, Qt::AlignRight, priceOf},
         {TradeColumn::Amount, [] { return Texts::tr("Amount"); }, Qt::AlignRight,
          [](const AccountTrade &trade) { return amountText(trade.amount); }, nullptr, true},
         {TradeColumn::Order, [] { return Texts::tr("Order"); }, Qt::AlignRight,

@@ -237,8 +237,8 @@ void TradeAnswers::setCostMethod(const TradeRequest &request, AnswerMessage *ans
     }
 }
 
-/// See asOfToday().
-TradingDate TradeAnswers::dayOfOrder(const TradeRequest &request)
+/// As the ledger has it: charts call a practised day today.
+TradingDate TradeAnswers::dayOfOrder(const TradeRequest &request) const
 {
     const TradingDate asked = request.orderDate();
     return asked == TradingDate::today() ? m_orders.today() : asked;
