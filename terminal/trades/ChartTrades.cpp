@@ -268,7 +268,7 @@ void ChartTrades::showOrder(const OrderRecord &order)
 double ChartTrades::allowedPrice(const OrderRecord &order, double wished) const
 {
     using Trading::Money;
-    const Security &security = order.security;
+    const Security &security = m_chart->data().security; // the module need not know its name
     const auto rules = Trading::MarketRules::of(security.id(), Trading::TradingDate::today(), security.name);
     const double held = std::clamp(wished, 0.0, Trading::highestPrice.yuan());
     Money price = std::max(rules.tick, rules.nearestTick(Money::ofYuan(held).value_or(rules.tick)));
