@@ -1402,6 +1402,18 @@
         <source>It is cancelled first; what is left is placed when that is confirmed.</source>
         <translation>先撤单；撤单确认后，剩余部分按新价格委托。</translation>
     </message>
+    <message>
+        <source>Replace an order</source>
+        <translation>改价</translation>
+    </message>
+    <message>
+        <source>Replace at %1</source>
+        <translation>改价为 %1</translation>
+    </message>
+    <message>
+        <source>Leave it as it is</source>
+        <translation>保持不变</translation>
+    </message>
 </context>
 <context>
     <name>Replay</name>
@@ -3027,6 +3039,10 @@ All its entries leave the ledger.</source>
     <message>
         <source>This trading module cannot change the price of an order: cancel it and place another.</source>
         <translation>此交易模块不能改价：请撤单后重新委托。</translation>
+    </message>
+    <message>
+        <source>Order %1 is not open any more.</source>
+        <translation>委托 %1 已不再有效。</translation>
     </message>
 </context>
 <context>
