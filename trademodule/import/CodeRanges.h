@@ -37,6 +37,7 @@ struct CodeRange
     const char *listed; ///< of rights and applications: what the shares' own code starts with; null where it
                         ///< is another
     RangeSource source;
+    const char *currency = nullptr; ///< in which it is traded; null: yuan
 };
 
 /// The exchanges' tables of codes.
