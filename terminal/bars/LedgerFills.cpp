@@ -1,6 +1,7 @@
 #include "terminal/bars/LedgerFills.h"
 
 #include "trading/HiddenPasswords.h"
+#include "trading/LedgerAddress.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -8,7 +9,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QUrl>
 
 #include <chrono>
 
@@ -27,18 +27,6 @@ QString text(const char *source)
 std::optional<Trading::TradingDate> dayIn(const QJsonObject &trade)
 {
     return Trading::TradingDate::ofText(trade[QLatin1String("date")].toString().remove(QLatin1Char('-')));
-}
-
-bool isAddress(const QString &ledger)
-{
-    return ledger.startsWith(QLatin1String("postgresql://")) ||
-           ledger.startsWith(QLatin1String("postgres://"));
-}
-
-/// For messages: without a password.
-QString shown(const QString &ledger)
-{
-    return isAddress(ledger) ? QUrl(ledger).toDisplayString() : ledger;
 }
 
 /// A trade of a security, as far as it has a price: bonus shares have none.
@@ -64,7 +52,7 @@ void startListing(QProcess *module, const QString &program, const QString &ledge
 
 QString cannotBeRead(const QString &ledger, const QString &reason)
 {
-    return text("the trades of ledger %1 could not be read: %2").arg(shown(ledger), reason);
+    return text("the trades of ledger %1 could not be read: %2").arg(Trading::shownLedger(ledger), reason);
 }
 
 /// Why a listing did not come to its end; empty when it did.
@@ -126,7 +114,7 @@ std::optional<Fills> fillsIn(const QByteArray &json, const Trading::SecurityId &
 
 QString missingLedger(const QString &ledger)
 {
-    return isAddress(ledger) || QFileInfo::exists(ledger)
+    return Trading::isDatabaseAddress(ledger) || QFileInfo::exists(ledger)
                ? QString()
                : text("the trades of ledger %1 could not be read: %2")
                      .arg(ledger, text("there is no such file"));

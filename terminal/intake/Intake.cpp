@@ -567,10 +567,9 @@ void Intake::startBars()
     }
     m_bars.start(m_plan.terminalProgram,
                  {QStringLiteral("bars"), QStringLiteral("import"), QStringLiteral("--json"),
-                  QStringLiteral("--data"), m_plan.places.dataFolder, QStringLiteral("--ledger"),
-                  m_plan.places.ledger, QStringLiteral("--module"), m_plan.moduleProgram,
-                  QStringLiteral("--lang"), m_plan.language},
-                 QProcessEnvironment::systemEnvironment());
+                  QStringLiteral("--data"), m_plan.places.dataFolder, QStringLiteral("--module"),
+                  m_plan.moduleProgram, QStringLiteral("--lang"), m_plan.language},
+                 environmentOf(m_plan));
 }
 
 /// Bars often have a code alone.

@@ -7,6 +7,7 @@
 #include "trademodule/ledger/HoldingTable.h"
 #include "trademodule/ledger/LedgerSchema.h"
 #include "trademodule/ledger/MoneyTable.h"
+#include "trademodule/ledger/PracticeTable.h"
 #include "trademodule/ledger/StatementBooking.h"
 #include "trademodule/ledger/ToldStatement.h"
 #include "trademodule/ledger/Transaction.h"
@@ -26,6 +27,13 @@ Ledger::Ledger(const QString &location, Mode mode) : m_database(location)
     } else {
         migrateSchema(&m_database);
     }
+    m_practisedDay = PracticeTable(&m_database).day();
+}
+
+void Ledger::practise(TradingDate day)
+{
+    PracticeTable(&m_database).begin(day);
+    m_practisedDay = day;
 }
 
 bool Ledger::isThere(const QString &location)

@@ -37,6 +37,13 @@ public:
     /// ledger at least n times afterwards.
     Booked book(const Statement &statement, Mode mode, const Progress &progress = {});
 
+    /// The recorded day that this account practises; nothing for every other account.
+    std::optional<TradingDate> practisedDay() const { return m_practisedDay; }
+    /// The day that it is for the account's orders: the practised one, else that of the exchange's clock.
+    TradingDate today() const { return m_practisedDay.value_or(TradingDate::today()); }
+    /// Makes a new ledger one for practice, in a transaction of the caller's.
+    void practise(TradingDate day);
+
     /// What was imported, oldest first.
     QVector<ImportedStatement> imports();
     /// The import that left this mark, if it was booked and not taken back. Waits until the changes that
@@ -100,6 +107,7 @@ private:
     void bookAnew(const QVector<qint64> &numbers, qint64 without);
 
     Database m_database;
+    std::optional<TradingDate> m_practisedDay;
     std::optional<UncheckedReferences> m_unchecked; ///< around the trial
     std::optional<Transaction> m_trial;             ///< of a dry run on the tables of an older program
 };

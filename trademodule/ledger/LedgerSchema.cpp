@@ -226,6 +226,17 @@ const std::vector<QStringList> &migrations()
             // by which whoever imports finds out whether it was done, when nothing has told him
             QStringLiteral("ALTER TABLE statement ADD COLUMN mark TEXT NOT NULL DEFAULT ''"),
         },
+        {
+            // what is left of an order is placed at another price when its cancellation is confirmed
+            QStringLiteral(R"(CREATE TABLE order_replacement (
+                client_no TEXT PRIMARY KEY,
+                order_id BIGINT NOT NULL REFERENCES trade_order (id),
+                price BIGINT NOT NULL CHECK (price > 0),
+                state TEXT NOT NULL,
+                new_order_id BIGINT REFERENCES trade_order (id),
+                reason TEXT NOT NULL DEFAULT ''))"),
+            QStringLiteral("CREATE INDEX replacement_by_order ON order_replacement (order_id)"),
+        },
     };
     return steps;
 }

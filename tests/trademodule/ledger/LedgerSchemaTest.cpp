@@ -209,8 +209,8 @@ TEST_P(LedgerSchemaOfAnOlderLedger, TakesOrdersAndQuotesAfterwards)
 TEST_P(LedgerSchemaOfAnOlderLedger, IsLeftAsItWasByAMigrationThatFails)
 {
     {
-        Database old(location()); // the last step makes it, too
-        old.run(QStringLiteral("ALTER TABLE statement ADD COLUMN mark TEXT"));
+        Database old(location()); // the last step to come makes it, too
+        old.run(QStringLiteral("CREATE TABLE order_replacement (id INTEGER)"));
     }
 
     EXPECT_THROW(Ledger ledger(location()), LedgerError);
