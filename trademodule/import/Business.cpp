@@ -137,8 +137,19 @@ bool isCollateralTrade(const QString &word)
     return word.contains(QStringLiteral("担保")) && ofTrade(word).has_value();
 }
 
+/// True of a correction: whether it is what was right, or takes back what was wrong, no word tells.
+bool isCorrection(const QString &word)
+{
+    static const QStringList parts = words("更正 差错 调账 调帐");
+    return std::any_of(parts.begin(), parts.end(),
+                       [&word](const QString &part) { return word.contains(part); });
+}
+
 std::optional<BusinessKind> lookedUp(const QString &word)
 {
+    if (isCorrection(word)) {
+        return std::nullopt;
+    }
     if (isCollateralTrade(word)) {
         return ofTrade(word);
     }

@@ -16,11 +16,12 @@ using Source = RangeSource;
 /// The usual market of a code that both have comes first, longer starts before what they start with.
 constexpr CodeRange ranges[] = {
     {"6", sh, Class::Share, nullptr, Source::ShanghaiRules},
-    {"900", sh, Class::Share, nullptr, Source::ShanghaiRules, "USD"}, // B shares
+    {"900", sh, Class::Share, nullptr, Source::ShanghaiRules}, // B shares, in dollars
     {"5", sh, Class::Fund, nullptr, Source::ShanghaiRules},
     {"00", sz, Class::Share, nullptr, Source::ShenzhenOverview},
     {"30", sz, Class::Share, nullptr, Source::ShenzhenOverview},
-    {"20", sz, Class::Share, nullptr, Source::ShenzhenOverview, "HKD"}, // B shares; 204 is Shanghai's repo
+    {"20", sz, Class::Share, nullptr,
+     Source::ShenzhenOverview}, // B shares, in Hong Kong dollars; 204 is Shanghai's repo
     {"204", sh, Class::Repo, nullptr, Source::ShanghaiRules},
     {"201", sh, Class::Repo, nullptr, Source::ShanghaiRules},
     {"202", sh, Class::Repo, nullptr, Source::ShanghaiRules},

@@ -37,7 +37,6 @@ struct CodeRange
     const char *listed; ///< of rights and applications: what the shares' own code starts with; null where it
                         ///< is another
     RangeSource source;
-    const char *currency = nullptr; ///< in which it is traded; null: yuan
 };
 
 /// The exchanges' tables of codes.

@@ -106,19 +106,26 @@ QString numberText(const StatementRow &row, Column column)
     return isNone ? QString() : *text;
 }
 
-/// Shares that are priced in dollars have codes of their own; all others are in yuan.
-QString currencyOfBShares(const StatementRow &row)
+/// B shares are priced in dollars, in Shenzhen in Hong Kong's, and have codes of their own; all others are in
+/// yuan.
+QString currencyOfCode(const StatementRow &row)
 {
     const auto code = CellValue::code(row.cell(Column::Code));
     const auto range = code ? CodeRanges::of(code->digits) : std::nullopt;
-    return range && range->currency != nullptr ? QLatin1String(range->currency) : QStringLiteral("CNY");
+    const bool isShare = range && range->kind == SecurityClass::Share;
+    if (isShare && range->market == Market::Shanghai && code->digits.startsWith(QLatin1String("900"))) {
+        return QStringLiteral("USD");
+    }
+    const bool isOfShenzhen = isShare && range->market == Market::Shenzhen;
+    return isOfShenzhen && code->digits.startsWith(QLatin1String("20")) ? QStringLiteral("HKD")
+                                                                        : QStringLiteral("CNY");
 }
 
 QString currencyOf(const StatementRow &row)
 {
     const QString cell = CellValue::cleaned(row.cell(Column::Currency)).toUpper();
     if (cell.isEmpty()) {
-        return currencyOfBShares(row);
+        return currencyOfCode(row);
     }
     if (cell.contains(QStringLiteral("港")) || cell.contains(QLatin1String("HKD"))) {
         return QStringLiteral("HKD");
@@ -237,6 +244,9 @@ Entry EntryReader::readReversal(const BusinessKind &kind, const QString &word, c
     const QStringList cells = cellsOfTaken(row);
     Entry entry = readAs(kind, word, StatementRow(row.columns(), cells, row.areAmountsUnsigned()));
     entry.isReversal = entry.shares.has_value();
+    if (entry.isReversal) {
+        entry.kind.name = QT_TR_NOOP("reversals");
+    }
     if (entry.money) {
         entry.money->amount = -entry.money->amount;
     }

@@ -219,7 +219,8 @@ void EntryReader::readMove(const StatementRow &row, const NamedSecurity &securit
         execution.fee = net.isNegative() && !paidBeyond.isNegative() ? paidBeyond : Money();
     }
     entry->shares = execution;
-    if (!net.isZero() && !(costs && net.isNegative())) {
+    const bool isRedeemed = entry->kind.effect == Effect::Redemption && !row.columns().tellNet();
+    if (isRedeemed || (!net.isZero() && !(costs && net.isNegative()))) {
         readMoney(row, entry);
     }
 }

@@ -125,10 +125,10 @@ void ToldStatement::keep(qint64 number, const Statement &statement)
 
 Statement ToldStatement::read(qint64 number)
 {
-    Rows rows = m_database->run(
-        QStringLiteral("SELECT entries FROM told_statement WHERE statement_id = ? ORDER BY part"), {number});
     Statement statement;
     statement.executions.reserve(pieces(number) * entriesOfAPiece); // a growing list would be there twice
+    Rows rows = m_database->run(
+        QStringLiteral("SELECT entries FROM told_statement WHERE statement_id = ? ORDER BY part"), {number});
     Codes codes;
     while (rows.next()) {
         unpack(rows.value(0).toByteArray(), &codes, &statement);

@@ -87,6 +87,10 @@
         <source>expense</source>
         <translation>支出</translation>
     </message>
+    <message>
+        <source>reversals</source>
+        <translation>冲销</translation>
+    </message>
 </context>
 <context>
     <name>QIODevice</name>
