@@ -432,7 +432,7 @@ ClockTime EntryReader::timeOf(const StatementRow &row) const
     if (!time) {
         throw row.errorIn(Column::Time, translated("\"%1\" is no time").arg(CellValue::cleaned(text)));
     }
-    if (*time == ClockTime() && !row.has(Column::Time)) {
+    if (*time == ClockTime()) {
         return CellValue::timeBesideDate(row.cell(Column::Date)).value_or(ClockTime());
     }
     return *time;

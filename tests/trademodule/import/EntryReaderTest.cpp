@@ -73,6 +73,22 @@ TEST(EntryReader, RefusesCorrectionsOfShares)
     EXPECT_THAT(money(contents), ElementsAre("-0.12 CNY"));
 }
 
+TEST(EntryReader, TakesATimeBesideTheDateWhereTheTimeIsEmpty)
+{
+    const StatementContents contents = readText("成交日期,成交时间,证券代码,业务名称,成交数量,成交价格\n"
+                                                "20240103,09:35:12,600519,证券买入,100,1700.00\n"
+                                                "2024/1/4 09:36:12,,600519,证券买入,100,1700.00\n");
+    EXPECT_THAT(described(contents.executions),
+                ElementsAre(HasSubstr("20240103 093512"), HasSubstr("20240104 093612")));
+}
+
+TEST(EntryReader, TakesMoneyThatCameBackForNoShares)
+{
+    const StatementContents contents = readRows("20240103,600519,新股认购款划回,100,17.00,1700.00\n");
+    EXPECT_THAT(contents.executions, IsEmpty());
+    EXPECT_THAT(money(contents), ElementsAre("1700.00 CNY"));
+}
+
 TEST(EntryReader, KnowsAManagersFundFromTheShareOfTheSameCode)
 {
     const StatementContents contents = readRows("20240103,000509,基金申购,1000,1.00,-1000.00\n"
