@@ -68,8 +68,13 @@ void enterBusInstance(const QString &ledger)
     }
 }
 
-BusMembership::BusMembership(const QString &ledger) : m_isOurs(busInstance().isEmpty())
+BusMembership::BusMembership(const QString &ledger, Choice choice)
+    : m_before(busInstance()),
+      m_isOurs(m_before.isEmpty() || choice == Choice::OfAccount)
 {
+    if (m_isOurs) {
+        qunsetenv(busInstanceVariable);
+    }
     enterBusInstance(ledger);
 }
 
@@ -77,6 +82,9 @@ BusMembership::~BusMembership()
 {
     if (m_isOurs) {
         qunsetenv(busInstanceVariable);
+    }
+    if (!m_before.isEmpty()) {
+        qputenv(busInstanceVariable, m_before.toUtf8());
     }
 }
 
