@@ -118,11 +118,11 @@ public:
 class Scene
 {
 public:
-    explicit Scene(ManyMarks *overlayToShow = nullptr)
+    explicit Scene(ManyMarks *overlayToShow = nullptr, int bars = barCount)
     {
         const ChartData data{{QStringLiteral("000001"), Market::Shenzhen, QStringLiteral("bench")},
                              ChartPeriod::Day,
-                             randomWalk(barCount)};
+                             randomWalk(bars)};
         chart.resize(windowSize);
         chart.setData(data);
         if (overlayToShow != nullptr) {
@@ -321,6 +321,22 @@ void moveCrosshair(benchmark::State &state)
     });
 }
 
+void growingBars(benchmark::State &state)
+{
+    Scene scene(new ManyMarks, static_cast<int>(state.range(0)));
+    scene.chart.showAll();
+    scene.repaint();
+    for ([[maybe_unused]] auto _ : state) {
+        scene.repaint();
+    }
+}
+
+BENCHMARK(growingBars)
+    ->Name("growth/repaint with marks on half of them, bars")
+    ->RangeMultiplier(10)
+    ->Range(1000, 1000000)
+    ->Iterations(3)
+    ->UseRealTime();
 BENCHMARK(repaintAllBars)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(repaintAllBarsWithMarks)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(repaintAllBarsWithMarksUnmoved)->Unit(benchmark::kMillisecond)->UseManualTime();

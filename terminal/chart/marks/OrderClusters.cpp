@@ -8,27 +8,16 @@
 
 namespace Terminal {
 
-namespace {
-
-/// The number of the square of a glyph's size that a pixel is in, along one axis.
-int cellOf(double pixel)
+OrderClusters::OrderClusters(const ChartGeometry &geometry)
+    : m_geometry(geometry),
+      m_barWidth(geometry.barWidth()),
+      m_grid(geometry)
 {
-    constexpr double farAway = 1e6; // beyond any screen: an overlay may name any price
-    return static_cast<int>(std::floor(std::clamp(pixel, -farAway, farAway) / orderGlyphSize));
 }
-
-quint64 cellKey(GlyphNumber number, int column, int row)
-{
-    constexpr quint64 mask = 0xFFFFFF;
-    return ((static_cast<quint64>(column) & mask) << 32U) | ((static_cast<quint64>(row) & mask) << 8U) |
-           static_cast<quint64>(number);
-}
-
-} // namespace
 
 void OrderClusters::add(int bar, double price, int kind, bool atLow)
 {
-    const double x = m_geometry.barToX(bar);
+    const double x = m_geometry.left + (bar - m_geometry.span.first) * m_barWidth;
     const double y = m_geometry.priceToY(price);
     const EdgeClamp clamp = atLow                           ? EdgeClamp::AtBottom
                             : price >= m_geometry.highPrice ? EdgeClamp::AtTop
@@ -36,29 +25,30 @@ void OrderClusters::add(int bar, double price, int kind, bool atLow)
     const GlyphNumber number = orderGlyph(kind, clamp);
     const double top = atLow ? y - orderGlyphSize : y;
     const QPointF place(x, top + orderGlyphSize / 2);
-    if (DrawnMark *const known = markNear(number, place)) {
+    const GlyphGrid::Square square = GlyphGrid::squareOf(place);
+    if (DrawnMark *const known = markNear(number, place, square)) {
         ++known->count;
         known->places.push_back(place);
         return;
     }
-    m_cells.insert(cellKey(number, cellOf(place.x()), cellOf(place.y())), m_marks.size());
+    m_grid.put(number, square, static_cast<int>(m_marks.size()));
     m_marks.push_back({number, 1, QRectF(x, top, 0, 0), {place}});
 }
 
 /// A square has one mark of a kind at most, since two there would be one: what is near lies in it or beside
 /// it.
-DrawnMark *OrderClusters::markNear(GlyphNumber number, const QPointF &place)
+DrawnMark *OrderClusters::markNear(GlyphNumber number, const QPointF &place, GlyphGrid::Square square)
 {
     for (const int column : {0, -1, 1}) {
         for (const int row : {0, -1, 1}) {
-            const auto known =
-                m_cells.constFind(cellKey(number, cellOf(place.x()) + column, cellOf(place.y()) + row));
-            if (known == m_cells.constEnd()) {
+            const int known = m_grid.markIn(number, {square.column + column, square.row + row});
+            if (known == GlyphGrid::noMark) {
                 continue;
             }
-            const QPointF away = place - m_marks[*known].places.front();
+            DrawnMark &mark = m_marks[static_cast<std::size_t>(known)];
+            const QPointF away = place - mark.places.front();
             if (std::abs(away.x()) < orderGlyphSize && std::abs(away.y()) < orderGlyphSize) {
-                return &m_marks[*known];
+                return &mark;
             }
         }
     }
@@ -75,7 +65,7 @@ void OrderClusters::moveTo(DrawnMarks *marks, GlyphSprites *sprites)
         marks->add(std::move(mark));
     }
     m_marks.clear();
-    m_cells.clear();
+    m_grid = GlyphGrid(m_geometry);
 }
 
 } // namespace Terminal
