@@ -26,18 +26,17 @@ void OrderClusters::add(int bar, double price, int kind, bool atLow)
     const double top = atLow ? y - orderGlyphSize : y;
     const QPointF place(x, top + orderGlyphSize / 2);
     const GlyphGrid::Square square = GlyphGrid::squareOf(place);
-    if (DrawnMark *const known = markNear(number, place, square)) {
-        ++known->count;
-        known->places.push_back(place);
-        return;
+    int mark = markNear(number, place, square);
+    if (mark == GlyphGrid::noMark) {
+        mark = addMark(number, place, top);
+        m_grid.put(number, square, mark);
     }
-    m_grid.put(number, square, static_cast<int>(m_marks.size()));
-    m_marks.push_back({number, 1, QRectF(x, top, 0, 0), {place}});
+    m_joined.push_back({mark, place});
 }
 
 /// A square has one mark of a kind at most, since two there would be one: what is near lies in it or beside
 /// it.
-DrawnMark *OrderClusters::markNear(GlyphNumber number, const QPointF &place, GlyphGrid::Square square)
+int OrderClusters::markNear(GlyphNumber number, const QPointF &place, GlyphGrid::Square square) const
 {
     for (const int column : {0, -1, 1}) {
         for (const int row : {0, -1, 1}) {
@@ -45,18 +44,38 @@ DrawnMark *OrderClusters::markNear(GlyphNumber number, const QPointF &place, Gly
             if (known == GlyphGrid::noMark) {
                 continue;
             }
-            DrawnMark &mark = m_marks[static_cast<std::size_t>(known)];
-            const QPointF away = place - mark.places.front();
+            const QPointF away = place - m_firstPlaces[static_cast<size_t>(known)];
             if (std::abs(away.x()) < orderGlyphSize && std::abs(away.y()) < orderGlyphSize) {
-                return &mark;
+                return known;
             }
         }
     }
-    return nullptr;
+    return GlyphGrid::noMark;
+}
+
+int OrderClusters::addMark(GlyphNumber number, const QPointF &place, double top)
+{
+    m_marks.push_back({number, 0, QRectF(place.x(), top, 0, 0), {}});
+    m_firstPlaces.push_back(place);
+    return static_cast<int>(m_marks.size()) - 1;
+}
+
+void OrderClusters::shareOutPlaces()
+{
+    for (const Joined &joined : m_joined) {
+        ++m_marks[static_cast<size_t>(joined.mark)].count;
+    }
+    for (DrawnMark &mark : m_marks) {
+        mark.places.reserve(static_cast<size_t>(mark.count));
+    }
+    for (const Joined &joined : m_joined) {
+        m_marks[static_cast<size_t>(joined.mark)].places.push_back(joined.place);
+    }
 }
 
 void OrderClusters::moveTo(DrawnMarks *marks, GlyphSprites *sprites)
 {
+    shareOutPlaces();
     for (DrawnMark &mark : m_marks) {
         const QSizeF size = sprites->size(mark.glyph, mark.count);
         const double lowest = std::max(m_geometry.top, m_geometry.bottom - size.height());
@@ -65,6 +84,8 @@ void OrderClusters::moveTo(DrawnMarks *marks, GlyphSprites *sprites)
         marks->add(std::move(mark));
     }
     m_marks.clear();
+    m_firstPlaces.clear();
+    m_joined.clear();
     m_grid = GlyphGrid(m_geometry);
 }
 

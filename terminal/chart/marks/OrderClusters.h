@@ -26,12 +26,23 @@ public:
     void moveTo(DrawnMarks *marks, GlyphSprites *sprites);
 
 private:
-    DrawnMark *markNear(GlyphNumber number, const QPointF &place, GlyphGrid::Square square);
+    /// A place and the mark that it joined: one list for all, for each place to be a step to the next.
+    struct Joined
+    {
+        int mark;
+        QPointF place;
+    };
+
+    int markNear(GlyphNumber number, const QPointF &place, GlyphGrid::Square square) const;
+    int addMark(GlyphNumber number, const QPointF &place, double top);
+    void shareOutPlaces();
 
     const ChartGeometry &m_geometry;
     const double m_barWidth; ///< kept, because there may be a mark on each of many thousand bars
     GlyphGrid m_grid;        ///< has each of m_marks where it is
     std::vector<DrawnMark> m_marks;
+    std::vector<QPointF> m_firstPlaces; ///< by mark
+    std::vector<Joined> m_joined;
 };
 
 } // namespace Terminal
