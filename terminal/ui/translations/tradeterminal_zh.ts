@@ -57,14 +57,6 @@
 <context>
     <name>BarImport</name>
     <message>
-        <source>%1: the file does not say which security it is of: add --code, e.g. --code 600519.SH</source>
-        <translation>%1：文件没有写明是哪只证券：请加 --code，如 --code 600519.SH</translation>
-    </message>
-    <message>
-        <source>%1: nothing says on which market %2 is: add --code %2.SH or --code %2.SZ</source>
-        <translation>%1：无法判断 %2 属于哪个市场：请加 --code %2.SH 或 --code %2.SZ</translation>
-    </message>
-    <message>
         <source>%1: these are bars of %2, but the folder has %3 under this code; use another folder</source>
         <translation>%1：这是 %2 的K线，而文件夹中该代码是 %3；请用另一个文件夹</translation>
     </message>
@@ -85,20 +77,12 @@
         <translation>%1：最后一根K线是 %2，尚未到来</translation>
     </message>
     <message>
-        <source>The prices are adjusted: the cost and the trades of an account do not lie on them.</source>
-        <translation>价格是复权的：账户的成本与成交不会落在K线上。</translation>
-    </message>
-    <message>
         <source>%1 rows of days without trading are left out.</source>
         <translation>略去 %1 行无交易的日子。</translation>
     </message>
     <message>
         <source>%1 minutes after the close are left out.</source>
         <translation>略去收盘后的 %1 分钟。</translation>
-    </message>
-    <message>
-        <source>These are bars of %1 minutes; the terminal takes each for one minute.</source>
-        <translation>这是 %1 分钟线；终端把每根当作一分钟。</translation>
     </message>
     <message>
         <source>Columns that are not used: %1.</source>
@@ -135,6 +119,14 @@
     <message>
         <source>stopped; nothing is written</source>
         <translation>已停止；什么都没有写入</translation>
+    </message>
+    <message>
+        <source>%1: the file does not say which security it is of: name it with --code, e.g. --code 600519.SH</source>
+        <translation>%1：文件没有写明是哪只证券：请用 --code 指明，如 --code 600519.SH</translation>
+    </message>
+    <message>
+        <source>%1: nothing says on which market %2 is: say --code %2.SH or --code %2.SZ</source>
+        <translation>%1：无法判断 %2 属于哪个市场：请指明 --code %2.SH 或 --code %2.SZ</translation>
     </message>
 </context>
 <context>
@@ -2282,6 +2274,14 @@
         <source>the import of bars has ended (%1)</source>
         <translation>导入K线的程序已结束（%1）</translation>
     </message>
+    <message>
+        <source>Nobody can tell whether it is in the ledger: %1. See the past imports when the ledger answers.</source>
+        <translation>无法得知它是否已在账本中：%1。账本恢复应答后，请看历史导入。</translation>
+    </message>
+    <message>
+        <source>Nobody can tell which of the bars are written: %1. See the folder %2.</source>
+        <translation>无法得知哪些K线已写入：%1。请看文件夹 %2。</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::IntakeDialog</name>
@@ -2364,6 +2364,10 @@
     <message>
         <source>Statements and bars</source>
         <translation>交割单和K线</translation>
+    </message>
+    <message>
+        <source>Not taken back, or not known: %1, see there why. Undo tries again.</source>
+        <translation>未能撤回或结果不明：%1 个，原因见各文件。“撤销”会再试一次。</translation>
     </message>
 </context>
 <context>
@@ -2634,6 +2638,14 @@ All its entries leave the ledger.</source>
     <message>
         <source>not imported</source>
         <translation>未导入</translation>
+    </message>
+    <message>
+        <source>still there</source>
+        <translation>未能撤回</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>结果不明</translation>
     </message>
 </context>
 <context>
@@ -3190,6 +3202,17 @@ All its entries leave the ledger.</source>
     <message>
         <source>Keep</source>
         <translation>保留</translation>
+    </message>
+</context>
+<context>
+    <name>BarRemarks</name>
+    <message>
+        <source>The prices are adjusted: the cost and the trades of an account do not lie on them.</source>
+        <translation>价格是复权的：账户的成本与成交不会落在K线上。</translation>
+    </message>
+    <message>
+        <source>These are bars of %1 minutes; the terminal takes each for one minute.</source>
+        <translation>这是 %1 分钟线；终端把每根当作一分钟。</translation>
     </message>
 </context>
 </TS>
