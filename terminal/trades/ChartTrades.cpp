@@ -51,10 +51,9 @@ ChartTrades::ChartTrades(QMainWindow *window, ChartView *chart, TradeDocks *dock
     m_lines->attach(chart);
     m_input = std::make_unique<TradesInput>(
         chart, m_layer.get(), m_lines.get(),
-        TradesInput::Rules{
-            [this](const QPointF &position) { return isOverlayAt(position); },
-            [this] { return m_docks->desk()->canReplace(); },
-            [this](const OrderRecord &order, double wished) { return allowedPrice(order, wished); }});
+        TradesInput::Rules{[this](const QPointF &position) { return isOverlayAt(position); },
+                           [this] { return m_docks->desk()->canReplace(); },
+                           [this](double wished) { return allowedPrice(wished); }});
     wireChart();
     wireLists();
     wireDesks();
@@ -265,7 +264,7 @@ void ChartTrades::showOrder(const OrderRecord &order)
     }
 }
 
-double ChartTrades::allowedPrice(const OrderRecord &order, double wished) const
+double ChartTrades::allowedPrice(double wished) const
 {
     using Trading::Money;
     const Security &security = m_chart->data().security; // the module need not know its name
@@ -288,10 +287,9 @@ void ChartTrades::askForPrice(const OrderRecord &order)
         return;
     }
     const QPointer<ChartTrades> self(this); // the window may be closed while the user is asked
-    const auto price =
-        PriceDialog(
-            order, [this, order](double wished) { return allowedPrice(order, wished); }, m_window)
-            .ask();
+    const auto price = PriceDialog(
+                           order, [this](double wished) { return allowedPrice(wished); }, m_window)
+                           .ask();
     if (self && price) {
         askToReplace({order, *price});
     }
