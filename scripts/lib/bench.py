@@ -156,7 +156,7 @@ def plot_file(what):
 
 def plot(what, points):
     """A plot with two logarithmic axes and a thin line of even growth through the last point."""
-    width, height, left, bottom, top, right = 420, 260, 64, 36, 28, 16
+    width, height, left, bottom, top, right = 420, 260, 64, 36, 28, 36
     lows = [math.floor(math.log10(min(axis))) for axis in zip(*points)]
     highs = [max(math.ceil(math.log10(max(axis))), low + 1) for axis, low in zip(zip(*points), lows)]
 
