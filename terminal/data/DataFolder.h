@@ -29,6 +29,7 @@ struct SpanOfToday
     std::optional<Bar> row;    ///< today's row of the data folder
     /// Until when the row can tell of today: it was written then, at the latest.
     std::optional<Trading::ClockTime> rowTime;
+    std::optional<Trading::TradingDate> day; ///< what counts as today here
 };
 
 /// What one chart shows: a security and its loaded bars.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "trademodule/import/Business.h"
-#include "trademodule/import/CodeRanges.h"
 #include "trademodule/ledger/Execution.h"
 #include "trademodule/ledger/MoneyEntry.h"
 

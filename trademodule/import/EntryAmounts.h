@@ -1,12 +1,14 @@
 #pragma once
 
-#include "trademodule/import/CodeRanges.h"
 #include "trademodule/import/StatementRow.h"
 #include "trademodule/ledger/Execution.h"
+#include "trading/CodeRanges.h"
 
 #include <optional>
 
 namespace TradeModule {
+
+using Trading::SecurityClass;
 
 /// The numbers of a statement's entry. Each function throws an Error that names what cannot be.
 class EntryAmounts

@@ -806,10 +806,6 @@
         <translation>找不到含成交价格、成交数量和证券代码的表头行；请连同表头一起导出成交记录</translation>
     </message>
     <message>
-        <source>the price must be a multiple of 0.01 yuan</source>
-        <translation>价格应为 0.01 元的整数倍</translation>
-    </message>
-    <message>
         <source>the quantity must be a multiple of %1</source>
         <translation>数量应为 %1 的整数倍</translation>
     </message>
@@ -1520,6 +1516,74 @@
     <message>
         <source>the day of order %1 is over</source>
         <translation>委托 %1 的交易日已结束</translation>
+    </message>
+    <message>
+        <source>the holidays in %1 are not read: %2</source>
+        <translation>未读取休市日文件 %1：%2</translation>
+    </message>
+    <message>
+        <source>%1:%2: &quot;%3&quot; names no day; none of the holidays in this file counts</source>
+        <translation>%1:%2：“%3”不是日期；此文件的休市日均不采用</translation>
+    </message>
+    <message>
+        <source>%1:%2: &quot;%3&quot; ends before it begins; none of the holidays in this file counts</source>
+        <translation>%1:%2：“%3”的结束早于开始；此文件的休市日均不采用</translation>
+    </message>
+    <message>
+        <source>%1:%2: &quot;%3&quot; is longer than a month; none of the holidays in this file counts</source>
+        <translation>%1:%2：“%3”超过一个月；此文件的休市日均不采用</translation>
+    </message>
+    <message>
+        <source>the price must be a multiple of %1 yuan</source>
+        <translation>价格应为 %1 元的整数倍</translation>
+    </message>
+    <message>
+        <source>the quantity must be at least %1</source>
+        <translation>数量至少应为 %1</translation>
+    </message>
+    <message>
+        <source>there is no ledger %1 whose account could be copied</source>
+        <translation>没有可供复制账户的账本 %1</translation>
+    </message>
+    <message>
+        <source>there is a ledger %1 already: a practice begins in a new one</source>
+        <translation>账本 %1 已经存在：练习要在新的账本里开始</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no amount of yuan such as 500000 or 1234.56</source>
+        <translation>“%1”不是金额（元），例如 500000 或 1234.56</translation>
+    </message>
+    <message>
+        <source>--hold is &quot;%1&quot;, but must be CODE QUANTITY COST-PRICE, such as &quot;600519 100 1700.00&quot;</source>
+        <translation>--hold 是“%1”，但必须是 代码 数量 成本价，例如“600519 100 1700.00”</translation>
+    </message>
+    <message>
+        <source>the ledger %1 practises no day</source>
+        <translation>账本 %1 不是练习用的账本</translation>
+    </message>
+    <message>
+        <source>Begins a ledger that practises a recorded day, or tells how far one has come.</source>
+        <translation>开始一个练习历史交易日的账本，或显示练习到了何时。</translation>
+    </message>
+    <message>
+        <source>Begins: the recorded day.</source>
+        <translation>开始：历史交易日。</translation>
+    </message>
+    <message>
+        <source>Begins with the cash and the holdings of this account.</source>
+        <translation>以这个账户的资金和持仓开始。</translation>
+    </message>
+    <message>
+        <source>Begins with this cash in yuan; a million if nothing says more.</source>
+        <translation>以这些资金（元）开始；没有另外指定时为一百万。</translation>
+    </message>
+    <message>
+        <source>Begins with this holding alone, such as &quot;600519 100 1700.00&quot;.</source>
+        <translation>只以这一项持仓开始，例如“600519 100 1700.00”。</translation>
+    </message>
+    <message>
+        <source>day</source>
+        <translation>日期</translation>
     </message>
 </context>
 </TS>
