@@ -174,6 +174,7 @@ void TradesDesk::setPractised(Trading::TradingDate day, bool isPlayed)
     putTogether();
 }
 
+/// The trades of a day that is practised are told as today's and as those of its own day: each counts once.
 void TradesDesk::putTogether()
 {
     m_trades = m_past;
