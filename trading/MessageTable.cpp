@@ -134,6 +134,22 @@ const RecordShape &placedOrder()
     return shape;
 }
 
+const RecordShape &replacement()
+{
+    using namespace ReplaceFields;
+    static const RecordShape shape{
+        "A replaced order",
+        {{RTSORDERNO, JsonType::Text, Form::Positive, optional, WhenWrong::Nothing,
+          "number of the old order"},
+         {REPLACEMENT, JsonType::Text, Form::Replacement, required, WhenWrong::Failure,
+          "how far it is: ask again with the same number while it is \"waiting\""},
+         {NEWORDERNO, JsonType::Text, Form::Positive, optional, WhenWrong::NoCancelling,
+          "number of the new order, when it is \"placed\""},
+         {REASON, JsonType::Text, Form::Any, optional, WhenWrong::EmptyMessage,
+          "why no order stands in place of the old one, when it \"failed\""}}};
+    return shape;
+}
+
 MessageKey costMethod()
 {
     return {CostFields::COSTMETHOD, JsonType::Text,
@@ -289,7 +305,8 @@ struct Data
 MessageKeys everyAnswer(const char *command, const Data &data)
 {
     const bool isAboutSecurity = !isAboutAccount(command);
-    const bool isAction = command == ENTRUSTCANCEL || command == ENTRUSTPLACE || command == COSTMETHOD;
+    const bool isAction = command == ENTRUSTCANCEL || command == ENTRUSTPLACE || command == COSTMETHOD ||
+                          command == CmdType::REPLACE;
     const bool isCancellation = command == ENTRUSTCANCEL;
     return {
         {CMD, JsonType::Text, Form::Command, required, WhenWrong::Ignored, "the question's"},
@@ -339,6 +356,14 @@ MessageKeys newOrder()
             {RTSENTRUSTQTY, JsonType::Text, Form::Positive, required, WhenWrong::Refused, "shares"},
             {PlaceFields::CLIENTNO, JsonType::Text, Form::ClientNumber, optional, WhenWrong::Refused,
              "the asker's own number: asking again with it places no second order"}};
+}
+
+MessageKeys newPrice()
+{
+    return {{RTSENTRUSTPRICE, JsonType::Text, Form::Price, required, WhenWrong::Refused,
+             "the new price in yuan, above 0"},
+            {PlaceFields::CLIENTNO, JsonType::Text, Form::ClientNumber, required, WhenWrong::Refused,
+             "the asker's own number: asking again with it replaces nothing a second time"}};
 }
 
 MessageKeys listAsked()
@@ -391,9 +416,11 @@ MessageRow presence()
              {VERSION, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of the program"},
              {PROTOCOL, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of questions and answers"},
              {CAN, JsonType::Texts, Form::Any, optional, WhenWrong::Nothing,
-              "what it can do beyond the first protocol: \"clientno\", \"actions\""},
+              "what it can do beyond the first protocol: \"clientno\", \"actions\", \"replace\""},
              {HOST, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "the machine it runs on"},
              {PROCESS, JsonType::Number, Form::Any, optional, WhenWrong::Nothing, "its process there"},
+             {PROCESSSTART, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
+              "when that process began, as its machine counts"},
              {SINCE, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
               "when it began to serve, ISO 8601 in UTC"},
              {READONLY, JsonType::Flag, Form::Any, optional, WhenWrong::Nothing,
@@ -468,6 +495,12 @@ const std::vector<MessageRow> &messageTable()
         answer(ENTRUSTPLACE, {JsonType::Record, placedOrder()},
                {{PlaceFields::CLIENTNO, JsonType::Text, Form::ClientNumber, optional, WhenWrong::Nothing,
                  "the question's, when it had one"}}),
+        question(CmdType::REPLACE,
+                 "cancels what is left of an order and, when that is confirmed, places it at another price",
+                 orderMeant() + newPrice()),
+        answer(CmdType::REPLACE, {JsonType::Record, replacement()},
+               {{PlaceFields::CLIENTNO, JsonType::Text, Form::ClientNumber, optional, WhenWrong::Nothing,
+                 "the question's"}}),
         question(ACCOUNTINFO, "cash and positions"),
         answer(ACCOUNTINFO, {JsonType::Record, account()}, {costMethod()}),
         question(RESULTS, "what was earned, a part of a list", listAsked()),
@@ -530,6 +563,8 @@ const char *wordOf(Form form)
          QT_TRANSLATE_NOOP("MessageTable", "\"sale\", \"trip\", \"security\", \"month\" or \"year\"")},
         {Form::ResultColumn, QT_TRANSLATE_NOOP("MessageTable", "a column of the list")},
         {Form::CostMethod, QT_TRANSLATE_NOOP("MessageTable", "\"average\", \"diluted\" or \"fifo\"")},
+        {Form::Replacement,
+         QT_TRANSLATE_NOOP("MessageTable", "\"waiting\", \"placed\", \"dealt\" or \"failed\"")},
     };
     return findWord(words, form);
 }

@@ -28,6 +28,7 @@ inline constexpr const char *RESULTS = "Results";           ///< what sales earn
 inline constexpr const char *COSTMETHOD = "CostMethod";     ///< reckon costs in another way
 /// What the account received for the shares it held: dividends, bonus shares
 inline constexpr const char *CORPORATEACTIONS = "CorporateActions";
+inline constexpr const char *REPLACE = "Replace"; ///< place what is left of an order at another price
 } // namespace CmdType
 
 /// Keys of the question ENTRUSTPLACE besides those that every trading module shares.
@@ -35,6 +36,22 @@ namespace PlaceFields {
 /// What the asker calls this order, so that to ask again places no second one; may be left out.
 inline constexpr const char *CLIENTNO = "clientno";
 } // namespace PlaceFields
+
+/// Keys of the "data" of the answer to REPLACE, whose question has the keys of ENTRUSTCANCEL, "orderprice"
+/// and PlaceFields::CLIENTNO. "ordersno" is the number of the old order. All values are texts.
+namespace ReplaceFields {
+inline constexpr const char *REPLACEMENT = "replacement"; ///< how far it is, see ReplacementWords
+inline constexpr const char *NEWORDERNO = "newordersno";  ///< number of the new order, when it is placed
+inline constexpr const char *REASON = "reason";           ///< why none was placed, when it failed
+} // namespace ReplaceFields
+
+/// How far a replacement is; ledgers keep the same words.
+namespace ReplacementWords {
+inline constexpr const char *WAITING = "waiting"; ///< for the cancellation of the old order
+inline constexpr const char *PLACED = "placed";
+inline constexpr const char *DEALT = "dealt";   ///< nothing was left to be placed
+inline constexpr const char *FAILED = "failed"; ///< the old order is cancelled, and no other was taken
+} // namespace ReplacementWords
 
 /// Keys of a module's presence.
 namespace PresenceFields {
@@ -45,7 +62,9 @@ inline constexpr const char *VERSION = "version"; ///< of the program
 inline constexpr const char *PROTOCOL = "protocol"; ///< of the questions and answers
 inline constexpr const char *CAN = "can";           ///< array of texts, see Capability
 inline constexpr const char *HOST = "host";
-inline constexpr const char *PROCESS = "process";   ///< number of the process on that host
+inline constexpr const char *PROCESS = "process"; ///< number of the process on that host
+/// When that process began, as its machine counts: its number may belong to another one later
+inline constexpr const char *PROCESSSTART = "processstart";
 inline constexpr const char *SINCE = "since";       ///< when it began to serve, ISO 8601 in UTC
 inline constexpr const char *READONLY = "readonly"; ///< boolean: it answers, but takes no orders
 inline constexpr const char *LEDGER = "ledger";     ///< where its ledger is, for people; no password
@@ -55,6 +74,7 @@ inline constexpr const char *LEDGER = "ledger";     ///< where its ledger is, fo
 namespace Capability {
 inline constexpr const char *CLIENTNO = "clientno"; ///< ENTRUSTPLACE knows the asker's number
 inline constexpr const char *ACTIONS = "actions";   ///< it answers CORPORATEACTIONS
+inline constexpr const char *REPLACE = "replace";   ///< it answers REPLACE
 } // namespace Capability
 
 /// Keys of a quote besides "stkcode" and "market". Prices are texts in yuan.

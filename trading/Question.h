@@ -46,6 +46,9 @@ public:
     /// characters, of printable ASCII. Only for a module whose presence says that it knows such numbers.
     void setClientNumber(const QString &number);
 
+    /// The price at which what is left of the order that is meant is to be placed.
+    void setNewPrice(Money price);
+
     /// The list of results that is asked for, and the part of it.
     void setList(ResultGroup group, qint64 first, int most);
     /// The column that the list is ordered by.

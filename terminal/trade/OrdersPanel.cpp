@@ -28,6 +28,8 @@ OrdersPanel::OrdersPanel(QWidget *parent)
     m_positionsView->setSelectionMode(QAbstractItemView::NoSelection);
     connect(m_ordersView, &OrdersView::rowsSelected, this, &OrdersPanel::selectionChanged);
     connect(m_ordersView, &OrdersView::cancelAsked, this, &OrdersPanel::cancelAsked);
+    connect(m_ordersView, &OrdersView::priceAsked, this, &OrdersPanel::priceAsked);
+    connect(m_ordersView, &OrdersView::placeAsked, this, &OrdersPanel::placeAsked);
     m_halves->add(m_ordersCaption, m_ordersView);
     m_halves->add(m_accountCaption, m_positionsView);
     auto *const layout = new QVBoxLayout(this);

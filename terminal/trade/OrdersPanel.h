@@ -62,6 +62,10 @@ Q_SIGNALS:
     void selectionChanged();
     /// The user wants this order to be cancelled; it can be.
     void cancelAsked(const OrderRecord &order);
+    /// The user wants another price for this order; it can be cancelled.
+    void priceAsked(const OrderRecord &order);
+    /// The user wants to see this order on the chart.
+    void placeAsked(const OrderRecord &order);
 
 protected:
     void changeEvent(QEvent *event) override;

@@ -14,6 +14,8 @@ OrdersView::OrdersView(OrdersTable *orders)
     setContextMenuPolicy(Qt::CustomContextMenu);
     connect(this, &QWidget::customContextMenuRequested, this, &OrdersView::openMenu);
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &OrdersView::rowsSelected);
+    connect(this, &QAbstractItemView::clicked, this,
+            [this](const QModelIndex &cell) { Q_EMIT placeAsked(m_orders->record(cell.row())); });
 }
 
 void OrdersView::select(const OrderRecords &orders)
@@ -59,7 +61,10 @@ void OrdersView::askToCancel(int row)
 
 void OrdersView::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() != Qt::Key_Delete) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && currentIndex().isValid()) {
+        Q_EMIT placeAsked(m_orders->record(currentIndex().row()));
+    } else if (event->key() != Qt::Key_Delete) {
         RecordView::keyPressEvent(event);
     } else if (!event->isAutoRepeat()) {
         askToCancel(currentIndex().row());
@@ -78,8 +83,14 @@ void OrdersView::openMenu(const QPoint &position)
     QAction *const cancelling = menu.addAction(tr("Cancel this order…"));
     cancelling->setShortcut(Qt::Key_Delete);
     cancelling->setEnabled(isCancellable(order));
-    if (menu.exec(viewport()->mapToGlobal(position)) == cancelling) {
-        askToCancel(m_orders->rowOf(order.number));
+    QAction *const pricing = menu.addAction(tr("Change price…"));
+    pricing->setEnabled(isCancellable(order));
+    const QAction *const chosen = menu.exec(viewport()->mapToGlobal(position));
+    const int shown = m_orders->rowOf(order.number);
+    if (chosen == cancelling) {
+        askToCancel(shown);
+    } else if (chosen == pricing && shown >= 0 && isCancellable(m_orders->record(shown))) {
+        Q_EMIT priceAsked(OrderRecord(m_orders->record(shown)));
     }
 }
 

@@ -5,7 +5,8 @@
 
 namespace Terminal {
 
-/// The rows of orders. Delete, or the menu of a row, asks for the cancellation of its order.
+/// The rows of orders. A click on a row, or Enter, asks for its place on the chart; Delete, or the menu of a
+/// row, for the cancellation of its order, and the menu for another price.
 class OrdersView : public RecordView
 {
     Q_OBJECT
@@ -26,6 +27,10 @@ Q_SIGNALS:
     void rowsSelected();
     /// The user wants this order to be cancelled; it can be.
     void cancelAsked(const OrderRecord &order);
+    /// The user wants another price for this order; it can be cancelled.
+    void priceAsked(const OrderRecord &order);
+    /// The user wants to see this order on the chart.
+    void placeAsked(const OrderRecord &order);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

@@ -1,10 +1,10 @@
 #include "terminal/ui/MainWindow.h"
 
 #include "terminal/chart/view/ChartInput.h"
+#include "terminal/chart/view/ChartPlace.h"
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/chart/view/ReadoutBar.h"
 #include "terminal/live/LiveChart.h"
-#include "terminal/results/ChartPlace.h"
 #include "terminal/results/ResultsDock.h"
 #include "terminal/services/BusInstance.h"
 #include "terminal/session/TradingSession.h"
@@ -13,6 +13,7 @@
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/trade/TradeRecords.h"
 #include "terminal/trade/TradeStyle.h"
+#include "terminal/trades/ChartTrades.h"
 #include "terminal/ui/ChartBar.h"
 #include "terminal/ui/ReplayBar.h"
 #include "terminal/ui/StateStrip.h"
@@ -21,9 +22,11 @@
 #include <QApplication>
 #include <QEvent>
 #include <QFileDialog>
+#include <QLabel>
 #include <QUuid>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <chrono>
 #include <numeric>
 
@@ -52,6 +55,14 @@ TradeDocks::Prices pricesOf(TradingSession *session)
             [session](const Security &security) { return session->prices()->of(security); }};
 }
 
+ChartTrades::Facts factsOf(TradingSession *session)
+{
+    return {pricesOf(session).closeBefore, [session](const QString &code, Trading::TradingDate day) {
+                const auto days = session->source().minuteDays(code);
+                return std::binary_search(days.begin(), days.end(), day);
+            }};
+}
+
 } // namespace
 
 MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, QWidget *parent)
@@ -63,11 +74,13 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_services(session, options.ledger),
       m_chart(new ChartView),
       m_readout(new ReadoutBar(m_chart)),
+      m_practice(new QLabel),
       m_bar(new ChartBar(session->source().securities(), options)),
       m_strip(new StateStrip),
       m_prompts(m_chart),
       m_input(std::make_unique<ChartInput>(m_chart, nullptr, nullptr)),
       m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts, pricesOf(session))),
+      m_trades(std::make_unique<ChartTrades>(this, m_chart, m_trade.get(), &m_prompts, factsOf(session))),
       m_results(std::make_unique<ResultsDock>(this, &m_prompts))
 {
     setUpCentre();
@@ -77,6 +90,8 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     setUpStates();
     wireSession();
     m_trade->setAmountsHidden(options.hidesAmounts);
+    m_trades->setAmountsHidden(options.hidesAmounts);
+    m_trades->layerAction()->setChecked(options.showsTrades);
     m_results->setAmountsHidden(options.hidesAmounts);
     m_answers.setAmountsHidden(options.hidesAmounts);
     m_trade->askAction()->setChecked(options.asksBeforeSending);
@@ -90,6 +105,7 @@ MainWindow::~MainWindow()
 {
     m_live.reset();
     m_results.reset();
+    m_trades.reset();
     m_trade.reset();
     m_input.reset();
     m_overlays.reset();
@@ -101,6 +117,10 @@ void MainWindow::setUpCentre()
     auto *const column = new QVBoxLayout(centre);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
+    m_practice->setObjectName(QStringLiteral("practiceStrip"));
+    m_practice->setTextFormat(Qt::PlainText);
+    m_practice->setVisible(!m_options.practice.isEmpty());
+    column->addWidget(m_practice);
     column->addWidget(m_readout);
     column->addWidget(m_chart, 1);
     setCentralWidget(centre);
@@ -120,7 +140,9 @@ void MainWindow::setUpView()
     view->addSeparator();
     view->addAction(m_trade->ticketAction());
     view->addAction(m_trade->panelAction());
+    view->addAction(m_trades->listAction());
     view->addAction(m_results->action());
+    view->addAction(m_trades->layerAction());
     view->addAction(m_trade->askAction());
     connect(view, &ViewMenu::pricesChosen, this, &MainWindow::showPrices);
     connect(view, &ViewMenu::riseColourChosen, this, [this](RiseColour colour) {
@@ -147,12 +169,31 @@ void MainWindow::setUpReplay()
     auto *const bar = new ReplayBar(m_session->replay(), m_chart);
     bar->setObjectName(QStringLiteral("replayBar"));
     addToolBar(Qt::BottomToolBarArea, bar);
-    connect(bar, &ReplayBar::replayAsked, this, [this](bool on) {
+    connect(bar, &ReplayBar::restartAsked, this, &MainWindow::restartReplay);
+    connect(bar, &ReplayBar::replayAsked, this, [this, bar](bool on) {
+        if (on && m_practisesReplays) {
+            bar->showState(); // its button is no replay that goes on
+            Q_EMIT practiceAsked();
+            return;
+        }
         const QString problem = setReplaying(on);
         if (!problem.isEmpty()) {
+            bar->showState();
             m_prompts.show(problem);
         }
     });
+}
+
+void MainWindow::restartReplay()
+{
+    if (!m_options.practice.isEmpty()) {
+        Q_EMIT practiceRestartAsked();
+        return;
+    }
+    const QString problem = m_session->restartReplay();
+    if (!problem.isEmpty()) {
+        m_prompts.show(problem);
+    }
 }
 
 void MainWindow::setUpStates()
@@ -196,12 +237,14 @@ void MainWindow::wireSession()
     connect(m_session->statementActions(), &StatementActions::changed, this, &MainWindow::takeActions);
     connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
     connect(m_results.get(), &ResultsDock::placeAsked, this, &MainWindow::showPlace);
+    connect(m_trades.get(), &ChartTrades::chartAsked, this, &MainWindow::loadOrTell);
 }
 
 void MainWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         m_trade->showTexts();
+        m_trades->showTexts();
         m_results->showTexts();
         showTitle();
         showStates();
@@ -228,6 +271,7 @@ void MainWindow::applyTheme()
     QApplication::setPalette(checkBoxPalette(theme), "QCheckBox");
     setStyleSheet(windowStyleSheet(theme) + tradeStyleSheet(theme));
     m_trade->setTheme(theme);
+    m_trades->setTheme(theme);
     m_results->setTheme(theme);
     m_chart->setTheme(theme);
     m_readout->update();
@@ -237,6 +281,7 @@ void MainWindow::applyTheme()
 void MainWindow::setAmountsHidden(bool hidden)
 {
     m_trade->setAmountsHidden(hidden);
+    m_trades->setAmountsHidden(hidden);
     m_results->setAmountsHidden(hidden);
     m_answers.setAmountsHidden(hidden);
     if (m_overlays) {
@@ -353,8 +398,16 @@ void MainWindow::showTitle()
     const Security &shown = m_chart->data().security;
     const QString account = accountText();
     const QString chart = QStringLiteral("%1 %2").arg(plainText(shown.name), plainText(shown.code));
+    m_practice->setText(practiceText());
     setWindowTitle(account.isEmpty() ? chart : QStringLiteral(u"%1 – %2").arg(chart, account));
     m_trade->setAccount(account);
+}
+
+QString MainWindow::practiceText() const
+{
+    const QString day = m_options.day ? m_options.day->dashedText() : QString();
+    return tr("PRACTICE: %1. The recorded day %2, with an account of its own: nothing here reaches yours.")
+        .arg(plainText(m_options.practice), day);
 }
 
 void MainWindow::takeModule()
@@ -369,6 +422,9 @@ void MainWindow::takeModule()
 /// else the one that another program's module names, whose deals may be real.
 QString MainWindow::accountText() const
 {
+    if (!m_options.practice.isEmpty()) {
+        return tr("Practice: %1").arg(plainText(m_options.practice));
+    }
     if (!m_options.ledger.isEmpty()) {
         return tr("%1 (paper)").arg(ledgerName(m_options.ledger));
     }
@@ -389,6 +445,7 @@ TerminalOptions MainWindow::shownOptions() const
     options.period = m_chart->data().period;
     options.hidesAmounts = m_bar->hidesAmounts();
     options.asksBeforeSending = m_trade->askAction()->isChecked();
+    options.showsTrades = m_trades->layerAction()->isChecked();
     options.overlays = m_bar->chosenOverlays();
     return options;
 }
@@ -431,6 +488,7 @@ void MainWindow::startOverlays(const OverlayLibrary &library, const BusGates &ga
     m_overlays->setAmountsHidden(m_bar->hidesAmounts());
     m_input = std::make_unique<ChartInput>(m_chart, m_overlays->pointer(), nullptr);
     m_trade->setOverlays(m_overlays.get());
+    m_trades->setOverlays(m_overlays.get());
     m_bar->enableOverlays();
     for (const OverlayKind &kind : overlayKinds()) {
         toggleOverlay(kind, m_bar->isOverlayChosen(kind));

@@ -65,7 +65,7 @@ bool isNew(const Order &order)
 bool advance(Order *order, Conditions conditions)
 {
     const bool isCancelling = is(*order, QuotedWaittingCancel) || is(*order, PartDealWaittingCancel);
-    if (isCancelling || order->date < TradingDate::today()) {
+    if (isCancelling || order->date < conditions.today) {
         end(order);
         return true;
     }

@@ -13,6 +13,7 @@ struct Conditions
     bool isOpen = false; ///< orders reach the exchange
     /// Of the day, for its security.
     enum class Limits { Unknown, Kept, Broken } limits = Limits::Unknown;
+    TradingDate today = TradingDate::today(); ///< orders of days before it are over
 };
 
 /// The status of an order that is placed.

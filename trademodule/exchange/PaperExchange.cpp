@@ -18,6 +18,8 @@ using namespace Trading;
 
 namespace {
 
+constexpr auto opening = ClockTime::of(9, 15).value();
+
 Order newOrder(const SecurityId &security, Direction direction, Money price, qint64 quantity)
 {
     Order order{security, direction, TradingDate::today(), ClockTime()};
@@ -55,10 +57,14 @@ bool isSameContent(const Order &a, const Order &b)
 PaperExchange::PaperExchange(Ledger *ledger, Listener listener)
     : m_book(ledger),
       m_cover(&m_book),
+      m_replacements(&m_book, &m_cover),
       m_listener(std::move(listener)),
       m_market(ledger),
       m_toldMinutes(ledger)
 {
+    if (m_book.practisedDay()) {
+        m_practisedUntil = m_market.clock();
+    }
     for (const Quote &told : m_toldMinutes.ofDay(TradingDate::today())) {
         m_newTrading.note(told);
     }
@@ -71,13 +77,12 @@ PaperExchange::PaperExchange(Ledger *ledger, Listener listener)
 
 ClockTime PaperExchange::now() const
 {
-    return m_market.clock().value_or(ClockTime::now());
+    return m_market.clock().value_or(m_book.practisedDay() ? opening : ClockTime::now());
 }
 
-bool PaperExchange::isOpen(const SecurityId &security) const
+bool PaperExchange::isOpen() const
 {
-    return TradingRules::isOpen(security, TradingDate::today(), now(), m_market.clock().has_value(),
-                                m_calendar);
+    return TradingRules::isOpen(m_book.today(), now(), m_market.clock().has_value(), m_calendar);
 }
 
 Order PaperExchange::place(const SecurityId &security, Direction direction, Money price, qint64 quantity,
@@ -85,7 +90,7 @@ Order PaperExchange::place(const SecurityId &security, Direction direction, Mone
 {
     Order order = newOrder(security, direction, price, quantity);
     order.clientNumber = clientNumber;
-    return enter(order, OrderLife::statusWhenPlaced(isOpen(security)));
+    return enter(order, OrderLife::statusWhenPlaced(isOpen()));
 }
 
 Order PaperExchange::leave(const SecurityId &security, Direction direction, Money price, qint64 quantity)
@@ -97,7 +102,7 @@ Order PaperExchange::leave(const SecurityId &security, Direction direction, Mone
 Order PaperExchange::enter(Order order, const QString &status)
 {
     settleDoubt();
-    order.date = TradingDate::today();
+    order.date = m_book.today();
     order.time = now();
     order.status = status;
     Transaction transaction = m_book.begin();
@@ -143,11 +148,10 @@ void PaperExchange::setCash(Money cash)
     transaction.commit();
 }
 
-Order PaperExchange::cancel(TradingDate date, qint64 number)
+/// An order of which something can be cancelled; an Error says why there is none.
+Order PaperExchange::cancellable(TradingDate date, qint64 number)
 {
-    settleDoubt();
-    Transaction transaction = m_book.begin();
-    std::optional<Order> order = m_book.find(date, number);
+    const std::optional<Order> order = m_book.find(date, number);
     if (!order) {
         throw Error(translated("there is no order %1 of %2").arg(number).arg(date.number()));
     }
@@ -156,10 +160,50 @@ Order PaperExchange::cancel(TradingDate date, qint64 number)
                         .arg(number)
                         .arg(QString::fromUtf8(TradeChart::OrderStatus::getOrderStatusTxt(order->status))));
     }
-    OrderLife::cancel(&*order);
-    m_book.update(*order);
-    finish(&transaction, {*order});
     return *order;
+}
+
+Order PaperExchange::cancel(TradingDate date, qint64 number)
+{
+    settleDoubt();
+    Transaction transaction = m_book.begin();
+    Order order = cancellable(date, number);
+    OrderLife::cancel(&order);
+    m_book.update(order);
+    finish(&transaction, {order});
+    return order;
+}
+
+/// An order that the exchange does not know yet is replaced at once.
+Replacement PaperExchange::replace(TradingDate date, qint64 number, Money price, const QString &clientNumber)
+{
+    settleDoubt();
+    Transaction transaction = m_book.begin();
+    const Replacement asked{clientNumber, number, price};
+    if (const std::optional<Replacement> before = m_replacements.askedBefore(asked)) {
+        return *before;
+    }
+    Order order = cancellable(date, number);
+    m_replacements.begin(asked, order, market());
+    OrderLife::cancel(&order);
+    m_book.update(order);
+    finish(&transaction, Orders{order} + completed({order}));
+    return m_book.replacements().find(clientNumber).value_or(asked);
+}
+
+OrderReplacements::Market PaperExchange::market() const
+{
+    return {m_book.today(), now(), isOpen(), [this](const Order &order) {
+                return conditionsOf(order).limits == OrderLife::Conditions::Limits::Broken;
+            }};
+}
+
+/// The orders that are placed now that these ended.
+Orders PaperExchange::completed(const Orders &changed)
+{
+    const Orders placed = m_replacements.complete(changed, market());
+    m_hasPlaced = m_hasPlaced || !placed.isEmpty();
+    return placed;
 }
 
 OrderLife::Conditions PaperExchange::conditionsOf(const Order &order) const
@@ -167,7 +211,7 @@ OrderLife::Conditions PaperExchange::conditionsOf(const Order &order) const
     using Limits = OrderLife::Conditions::Limits;
     const SecurityRules rules = MarketRules::of(order.security, order.date, order.securityName);
     const std::optional<Money> reference = m_market.reference(order.security);
-    OrderLife::Conditions conditions{isOpen(order.security), Limits::Unknown};
+    OrderLife::Conditions conditions{isOpen(), Limits::Unknown, m_book.today()};
     if (!rules.limitPercent) {
         conditions.limits = Limits::Kept;
     } else if (reference) {
@@ -215,12 +259,13 @@ void PaperExchange::advanceAll(bool (*isMeant)(const Order &))
     for (const Order &order : changed) {
         m_book.update(order);
     }
-    finish(&transaction, changed);
+    finish(&transaction, changed + completed(changed));
 }
 
 bool PaperExchange::isOfToday(const Quote &quote)
 {
-    if (quote.date == TradingDate::today()) {
+    const std::optional<TradingDate> practised = m_book.practisedDay();
+    if (practised ? quote.recorded == practised : quote.date == TradingDate::today()) {
         return true;
     }
     if (!m_strangeDates.contains(quote.date)) {
@@ -229,19 +274,19 @@ bool PaperExchange::isOfToday(const Quote &quote)
                  qUtf8Printable(translated("quotes of %1 are left alone: orders are dealt against quotes "
                                            "of today, %2")
                                     .arg(quote.date.number())
-                                    .arg(TradingDate::today().number())));
+                                    .arg(m_book.today().number())));
     }
     return false;
 }
 
 void PaperExchange::take(const Quote &quote)
 {
-    if (!isOfToday(quote)) {
+    if (!isOfToday(quote) || isPlayedAgain(quote)) {
         return;
     }
     settleDoubt();
     if (wasDealt(quote)) {
-        m_newTrading.note(quote);
+        note(quote);
         return;
     }
     const std::optional<Quote> added = m_newTrading.of(quote);
@@ -253,10 +298,24 @@ void PaperExchange::take(const Quote &quote)
     if (m_market.hasNewReference()) {
         m_market.keep();
     }
-    if (takesOrders(MarketRules::stateOnTradingDay(quote.security, quote.date, quote.time))) {
+    if (takesOrders(MarketRules::stateOnTradingDay(quote.security, m_book.today(), quote.time))) {
         deal(*added, quote); // at last: what fails can be taken again, and nothing is dealt twice
     }
+    note(quote);
+}
+
+/// Nobody trades a practised minute twice: its session is begun again as a whole or not at all.
+bool PaperExchange::isPlayedAgain(const Quote &quote) const
+{
+    return m_practisedUntil && quote.time <= *m_practisedUntil;
+}
+
+void PaperExchange::note(const Quote &quote)
+{
     m_newTrading.note(quote);
+    if (m_book.practisedDay()) {
+        m_practisedUntil = quote.time;
+    }
 }
 
 /// The orders that a bar deals, the oldest first.

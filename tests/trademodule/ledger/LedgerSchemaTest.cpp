@@ -209,7 +209,7 @@ TEST_P(LedgerSchemaOfAnOlderLedger, TakesOrdersAndQuotesAfterwards)
 TEST_P(LedgerSchemaOfAnOlderLedger, IsLeftAsItWasByAMigrationThatFails)
 {
     {
-        Database old(location()); // a step to come makes it, too
+        Database old(location()); // the last step to come makes it, too
         old.run(QStringLiteral("CREATE TABLE told_minute (id INTEGER)"));
     }
 
