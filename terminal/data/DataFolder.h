@@ -20,6 +20,8 @@
 
 namespace Terminal {
 
+struct BarSheet;
+
 /// What a chart of days or longer has of the span that today is in, the quotes of today left aside.
 struct SpanOfToday
 {
@@ -108,9 +110,9 @@ private:
                   KnownAdjustment *known) const;
     void takeBars(const Bars &bars, ChartData *data) const;
     /// Raw; of days for weeks and months, too.
-    Loaded<Bars> loadBars(const QString &code, ChartPeriod period,
-                          std::optional<Trading::TradingDate> day) const;
-    Loaded<Bars> loadMinutes(const QString &code, std::optional<Trading::TradingDate> day) const;
+    Loaded<BarSheet> loadBars(const QString &code, ChartPeriod period,
+                              std::optional<Trading::TradingDate> day) const;
+    Loaded<BarSheet> loadMinutes(const QString &code, std::optional<Trading::TradingDate> day) const;
 
     QDir m_dir;
     Securities m_securities;

@@ -157,7 +157,7 @@ QString OutcomeText::cancelQuestion(const OrderRecord &order)
     return lines.join(QLatin1Char('\n'));
 }
 
-QString OutcomeText::replaceQuestion(const PriceChange &change)
+OrderQuestion::Words OutcomeText::replaceQuestion(const PriceChange &change)
 {
     const OrderRecord &order = change.order;
     const qint64 rest = order.quantity - order.dealt;
@@ -169,7 +169,8 @@ QString OutcomeText::replaceQuestion(const PriceChange &change)
             .arg(orderSummary({order.security, order.side, change.price, rest}, false)),
         tr("It is cancelled first; what is left is placed when that is confirmed."),
     };
-    return lines.join(QLatin1Char('\n'));
+    return {tr("Replace an order"), lines.join(QLatin1Char('\n')),
+            tr("Replace at %1").arg(priceText(change.price)), tr("Leave it as it is")};
 }
 
 } // namespace Terminal

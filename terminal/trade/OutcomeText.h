@@ -28,7 +28,7 @@ public:
     /// are hidden: the user has to know what he does. `account` may be empty: it is not known.
     static OrderQuestion::Words sendQuestion(const OrderRequest &order, const QString &account);
     static QString cancelQuestion(const OrderRecord &order);
-    static QString replaceQuestion(const PriceChange &change);
+    static OrderQuestion::Words replaceQuestion(const PriceChange &change);
 
 private:
     static QString orderName(const OrderRecord &order);

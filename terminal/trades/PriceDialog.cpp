@@ -2,11 +2,15 @@
 
 #include "terminal/chart/text/FigureText.h"
 #include "terminal/trade/PlainText.h"
+#include "terminal/trade/PriceBox.h"
 #include "terminal/trade/TradeTables.h"
 #include "trading/MarketRules.h"
 #include "trading/TradingUnits.h"
 
-#include <QDoubleSpinBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
 
 #include <utility>
 
@@ -14,27 +18,40 @@ namespace Terminal {
 
 PriceDialog::PriceDialog(const OrderRecord &order, std::function<double(double)> allowedPrice,
                          QWidget *parent)
-    : QInputDialog(parent),
+    : QDialog(parent),
       m_price(order.price),
-      m_allowedPrice(std::move(allowedPrice))
+      m_allowedPrice(std::move(allowedPrice)),
+      m_box(new PriceBox)
 {
     setWindowTitle(tr("Change the price of an order"));
-    setInputMode(QInputDialog::DoubleInput);
-    setLocale(QLocale::c()); // a point, as everywhere in the window
-    const auto rules =
-        Trading::MarketRules::of(order.security.id(), Trading::TradingDate::today(), order.security.name);
-    const int decimals = rules.decimals();
-    setDoubleDecimals(decimals);
-    setDoubleStep(rules.tick.yuan());
-    setDoubleRange(m_allowedPrice(0), m_allowedPrice(Trading::highestPrice.yuan()));
-    setDoubleValue(order.price);
+    m_box->setRules(
+        Trading::MarketRules::of(order.security.id(), Trading::TradingDate::today(), order.security.name));
+    m_box->setRange(m_allowedPrice(0), m_allowedPrice(Trading::highestPrice.yuan()));
+    m_box->setValue(order.price);
+    m_box->selectAll();
+    auto *const label = new QLabel(question(order));
+    label->setTextFormat(Qt::PlainText);
+    label->setBuddy(m_box);
+    m_box->setAccessibleName(label->text());
+    auto *const buttons = new QDialogButtonBox;
+    buttons->addButton(tr("Replace…"), QDialogButtonBox::AcceptRole)->setDefault(true);
+    buttons->addButton(tr("Leave it"), QDialogButtonBox::RejectRole);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto *const column = new QVBoxLayout(this);
+    column->addWidget(label);
+    column->addWidget(m_box);
+    column->addWidget(buttons);
+    m_box->setFocus();
+}
+
+QString PriceDialog::question(const OrderRecord &order) const
+{
     const qint64 rest = order.quantity - order.dealt;
     const QString what = orderSummary({order.security, order.side, order.price, rest}, false);
-    setLabelText(tr("New price of order %1, %2, from %3 to %4:")
-                     .arg(plainText(order.number), what, priceText(doubleMinimum(), decimals),
-                          priceText(doubleMaximum(), decimals)));
-    setOkButtonText(tr("Replace…"));
-    setCancelButtonText(tr("Leave it"));
+    return tr("New price of order %1, %2, from %3 to %4:")
+        .arg(plainText(order.number), what, priceText(m_box->minimum(), m_box->decimals()),
+             priceText(m_box->maximum(), m_box->decimals()));
 }
 
 std::optional<double> PriceDialog::ask()
@@ -42,7 +59,7 @@ std::optional<double> PriceDialog::ask()
     if (exec() != QDialog::Accepted) {
         return std::nullopt;
     }
-    const double price = m_allowedPrice(doubleValue());
+    const double price = m_allowedPrice(m_box->value());
     return price == m_price ? std::nullopt : std::optional(price);
 }
 

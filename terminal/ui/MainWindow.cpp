@@ -169,6 +169,8 @@ void MainWindow::setUpReplay()
     auto *const bar = new ReplayBar(m_session->replay(), m_chart);
     bar->setObjectName(QStringLiteral("replayBar"));
     addToolBar(Qt::BottomToolBarArea, bar);
+    connect(m_session->replay(), &Replay::stateChanged, this, &MainWindow::showPractisedTrades);
+    showPractisedTrades();
     connect(bar, &ReplayBar::restartAsked, this, &MainWindow::restartReplay);
     connect(bar, &ReplayBar::replayAsked, this, [this, bar](bool on) {
         if (on && m_practisesReplays) {
@@ -182,6 +184,13 @@ void MainWindow::setUpReplay()
             m_prompts.show(problem);
         }
     });
+}
+
+void MainWindow::showPractisedTrades()
+{
+    if (const auto &practised = m_session->practised()) {
+        m_trades->desk()->setPractised(practised->day, m_session->replay()->state() != Replay::State::Closed);
+    }
 }
 
 void MainWindow::restartReplay()
@@ -269,6 +278,7 @@ void MainWindow::applyTheme()
     // For lists and questions, too, to which a style sheet hands no palette down.
     QApplication::setPalette(widgetPalette(theme));
     QApplication::setPalette(checkBoxPalette(theme), "QCheckBox");
+    QApplication::setPalette(checkBoxPalette(theme), "QRadioButton");
     setStyleSheet(windowStyleSheet(theme) + tradeStyleSheet(theme));
     m_trade->setTheme(theme);
     m_trades->setTheme(theme);

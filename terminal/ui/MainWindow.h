@@ -116,6 +116,7 @@ protected:
 private:
     void setUpCentre();
     void restartReplay();
+    void showPractisedTrades();
     QString practiceText() const;
     void setUpChartBar();
     void setUpView();

@@ -22,8 +22,8 @@ Order restOf(const Order &old, qint64 quantity, Money price, const OrderReplacem
     Order fresh{old.security, old.direction, market.today, market.now};
     fresh.price = price;
     fresh.quantity = quantity;
-    fresh.status = OrderLife::statusWhenPlaced(market.isOpen);
-    fresh.securityName = old.securityName;
+    fresh.status = OrderLife::statusWhenPlaced(market.isOpen(old.security));
+    fresh.securityName = old.securityName; // by which its limits are known
     return fresh;
 }
 

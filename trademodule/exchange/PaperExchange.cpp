@@ -80,9 +80,9 @@ ClockTime PaperExchange::now() const
     return m_market.clock().value_or(m_book.practisedDay() ? opening : ClockTime::now());
 }
 
-bool PaperExchange::isOpen() const
+bool PaperExchange::isOpen(const SecurityId &security) const
 {
-    return TradingRules::isOpen(m_book.today(), now(), m_market.clock().has_value(), m_calendar);
+    return TradingRules::isOpen(security, m_book.today(), now(), m_market.clock().has_value(), m_calendar);
 }
 
 Order PaperExchange::place(const SecurityId &security, Direction direction, Money price, qint64 quantity,
@@ -90,7 +90,7 @@ Order PaperExchange::place(const SecurityId &security, Direction direction, Mone
 {
     Order order = newOrder(security, direction, price, quantity);
     order.clientNumber = clientNumber;
-    return enter(order, OrderLife::statusWhenPlaced(isOpen()));
+    return enter(order, OrderLife::statusWhenPlaced(isOpen(security)));
 }
 
 Order PaperExchange::leave(const SecurityId &security, Direction direction, Money price, qint64 quantity)
@@ -191,14 +191,7 @@ Replacement PaperExchange::replace(TradingDate date, qint64 number, Money price,
     return m_book.replacements().find(clientNumber).value_or(asked);
 }
 
-OrderReplacements::Market PaperExchange::market() const
-{
-    return {m_book.today(), now(), isOpen(), [this](const Order &order) {
-                return conditionsOf(order).limits == OrderLife::Conditions::Limits::Broken;
-            }};
-}
-
-/// The orders that are placed now that these ended.
+/// The orders that go on in place of those of these that ended and were to be replaced.
 Orders PaperExchange::completed(const Orders &changed)
 {
     const Orders placed = m_replacements.complete(changed, market());
@@ -206,12 +199,20 @@ Orders PaperExchange::completed(const Orders &changed)
     return placed;
 }
 
+OrderReplacements::Market PaperExchange::market() const
+{
+    return {m_book.today(), now(), [this](const SecurityId &security) { return isOpen(security); },
+            [this](const Order &order) {
+                return conditionsOf(order).limits == OrderLife::Conditions::Limits::Broken;
+            }};
+}
+
 OrderLife::Conditions PaperExchange::conditionsOf(const Order &order) const
 {
     using Limits = OrderLife::Conditions::Limits;
     const SecurityRules rules = MarketRules::of(order.security, order.date, order.securityName);
     const std::optional<Money> reference = m_market.reference(order.security);
-    OrderLife::Conditions conditions{isOpen(), Limits::Unknown, m_book.today()};
+    OrderLife::Conditions conditions{isOpen(order.security), Limits::Unknown, m_book.today()};
     if (!rules.limitPercent) {
         conditions.limits = Limits::Kept;
     } else if (reference) {
@@ -238,7 +239,7 @@ void PaperExchange::report()
     if (m_hasPlaced) {
         settleDoubt();
         advanceAll(&OrderLife::isNew);
-        m_hasPlaced = false;
+        m_hasPlaced = false; // a failure leaves it for the next call
     }
 }
 
@@ -298,7 +299,8 @@ void PaperExchange::take(const Quote &quote)
     if (m_market.hasNewReference()) {
         m_market.keep();
     }
-    if (takesOrders(MarketRules::stateOnTradingDay(quote.security, m_book.today(), quote.time))) {
+    if (takesOrders(MarketRules::stateOnTradingDay(quote.security, quote.recorded.value_or(quote.date),
+                                                   quote.time))) {
         deal(*added, quote); // at last: what fails can be taken again, and nothing is dealt twice
     }
     note(quote);

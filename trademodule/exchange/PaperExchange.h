@@ -106,14 +106,14 @@ private:
     Order enter(Order order, const QString &status);
     std::optional<Order> placedBefore(const Order &order);
     ClockTime now() const;
-    bool isOpen() const;
+    bool isOpen(const SecurityId &security) const;
     bool isOfToday(const Quote &quote);
     bool isPlayedAgain(const Quote &quote) const;
     void note(const Quote &quote);
+    Orders completed(const Orders &changed);
     OrderLife::Conditions conditionsOf(const Order &order) const;
     Orders advanced(bool (*isMeant)(const Order &));
     void advanceAll(bool (*isMeant)(const Order &) = nullptr);
-    Orders completed(const Orders &changed);
     Orders reachedBy(const Quote &quote);
     void deal(const Quote &added, const Quote &quote);
     qint64 dealOne(Order *order, const Quote &quote, qint64 atMost);

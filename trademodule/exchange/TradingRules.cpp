@@ -35,11 +35,12 @@ QString quantityError(const Order &order, qint64 held, const Trading::SecurityRu
 
 } // namespace
 
-bool isOpen(TradingDate day, ClockTime time, bool isQuoted, const Trading::TradingCalendar &calendar)
+bool isOpen(const SecurityId &security, TradingDate day, ClockTime time, bool isQuoted,
+            const Trading::TradingCalendar &calendar)
 {
     using namespace Trading;
-    return takesOrders(isQuoted ? MarketRules::stateOnTradingDay(day, time)
-                                : MarketRules::stateAt(day, time, calendar));
+    return takesOrders(isQuoted ? MarketRules::stateOnTradingDay(security, day, time)
+                                : MarketRules::stateAt(security, day, time, calendar));
 }
 
 QString formError(const Order &order, qint64 held)

@@ -8,9 +8,10 @@ namespace TradeModule {
 /// The rules of the paper exchange; those of the market are in trading/MarketRules.
 namespace TradingRules {
 
-/// True while orders reach the exchange. A day of which quotes came is one of trading, whatever the calendar
-/// says: a recorded day may be played on a Sunday.
-bool isOpen(TradingDate day, ClockTime time, bool isQuoted, const Trading::TradingCalendar &calendar);
+/// True while orders of the security reach the exchange. A day of which quotes came is one of trading,
+/// whatever the calendar says: a recorded day may be played on a Sunday.
+bool isOpen(const SecurityId &security, TradingDate day, ClockTime time, bool isQuoted,
+            const Trading::TradingCalendar &calendar);
 
 /// Why an order of this form is never taken; empty when it is. A sell of a quantity that the market's rules
 /// do not know must sell all that is held.

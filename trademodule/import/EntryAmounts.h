@@ -48,6 +48,7 @@ public:
     std::optional<Money> cashAfter() const;
 
 private:
+    std::optional<Money> incomeLessExpense() const;
     double number(Column column, const char *what) const;
     Money money(Column column, const char *what) const;
     Money sum(Column column, const char *what) const;

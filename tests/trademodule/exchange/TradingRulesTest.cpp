@@ -7,12 +7,12 @@ namespace {
 
 bool isOpenAtTen(TradingDate day, const Trading::TradingCalendar &calendar = {})
 {
-    return TradingRules::isOpen(day, ClockTime::of(10, 0).value(), false, calendar);
+    return TradingRules::isOpen(bank(), day, ClockTime::of(10, 0).value(), false, calendar);
 }
 
 bool isOpenAt(int hhmmsscc)
 {
-    return TradingRules::isOpen(day(20240102), ClockTime::ofNumber(hhmmsscc).value(), false, {});
+    return TradingRules::isOpen(bank(), day(20240102), ClockTime::ofNumber(hhmmsscc).value(), false, {});
 }
 
 } // namespace
@@ -44,7 +44,7 @@ TEST(TradingRules, CloseTheMarketOnTheHolidaysOfTheCalendar)
 TEST(TradingRules, OpenTheMarketOnAnyDayOfWhichQuotesCome)
 {
     const ClockTime ten = ClockTime::of(10, 0).value();
-    EXPECT_TRUE(TradingRules::isOpen(day(20240106), ten, true, {}));
+    EXPECT_TRUE(TradingRules::isOpen(bank(), day(20240106), ten, true, {}));
 }
 
 TEST(TradingRules, OpenTheMarketInTwoSessions)
