@@ -9,7 +9,8 @@
 
 namespace Terminal {
 
-// The bars that a day has, as charts and files know them; when the exchanges are open is in trading/MarketRules.
+// The bars that a day has, as charts and files know them; when the exchanges are open is in
+// trading/MarketRules.
 
 /// Bars of a full trading day: 0930 for the opening auction, 0931–1130 and 1301–1500. A label marks
 /// the end of its minute.
