@@ -23,10 +23,8 @@ PriceDialog::PriceDialog(const OrderRecord &order, std::function<double(double)>
       m_box(new PriceBox)
 {
     setWindowTitle(tr("Change the price of an order"));
-    const auto rules =
-        Trading::MarketRules::of(order.security.id(), Trading::TradingDate::today(), order.security.name);
-    m_box->setDecimals(rules.decimals());
-    m_box->setSingleStep(rules.tick.yuan());
+    m_box->setRules(
+        Trading::MarketRules::of(order.security.id(), Trading::TradingDate::today(), order.security.name));
     m_box->setRange(m_allowedPrice(0), m_allowedPrice(Trading::highestPrice.yuan()));
     m_box->setValue(order.price);
     m_box->selectAll();
