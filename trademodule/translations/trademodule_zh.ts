@@ -1546,10 +1546,6 @@
         <translation>一个标记，“imports --mark”凭它找到本次导入。</translation>
     </message>
     <message>
-        <source>WORD</source>
-        <translation>标记</translation>
-    </message>
-    <message>
         <source>Tells as JSON the import with this mark, when all changes that were begun are done.</source>
         <translation>等已开始的更改全部结束后，以 JSON 告知带此标记的导入。</translation>
     </message>
