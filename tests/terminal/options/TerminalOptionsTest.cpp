@@ -98,6 +98,17 @@ TEST(TerminalOptions, NameEveryOverlayInTheHelp)
     }
 }
 
+TEST(TerminalOptions, OfAPracticeNeedNoDataAndLeaveItsSpeedAndOrdersOpen)
+{
+    const auto parsed =
+        parse({QStringLiteral("--practice"), QStringLiteral("morning"), QStringLiteral("--replay"),
+               QStringLiteral("600"), QStringLiteral("--order"), QStringLiteral("0941 buy 100 10")});
+    ASSERT_TRUE(parsed) << qPrintable(parsed.error());
+    EXPECT_EQ(parsed.value().options.practice, QStringLiteral("morning"));
+    EXPECT_EQ(parsed.value().options.replaySpeed, 600);
+    EXPECT_TRUE(nameAChart(parsed.value().options));
+}
+
 QStringList replayWithAnOrderAt0941(const char *more)
 {
     return QStringList({QStringLiteral("--data"), QStringLiteral("bars"), QStringLiteral("--replay"),
@@ -158,6 +169,8 @@ INSTANTIATE_TEST_SUITE_P(
                       BadOption{"replayTo", "--replay 30 --replay-to 1200", "--replay-to", "hhmm"},
                       BadOption{"order", "--replay 30 --order noon", "--order", "QUANTITY"},
                       BadOption{"orderAlone", "--replay-to 1000", "--replay-to", "--replay"},
+                      BadOption{"practiceOfAnotherDay", "--practice morning --day 20240102", "--practice",
+                                "--day"},
                       BadOption{"replayOfDays", "--replay 30 --period day", "--period", "minute"},
                       BadOption{"unknown", "--colour red", "colour", ""},
                       BadOption{"stray", "--data D chart.png", "chart.png", "--help"}),
