@@ -263,7 +263,7 @@ const RecordShape &chosenMethod()
 /// Commands that are about the account.
 bool isAboutAccount(const char *command)
 {
-    return command == ACCOUNTINFO || command == RESULTS || command == COSTMETHOD;
+    return command == ACCOUNTINFO || command == OPENORDERS || command == RESULTS || command == COSTMETHOD;
 }
 
 MessageKeys everyQuestion(const char *command)
@@ -341,6 +341,12 @@ MessageKeys newOrder()
              "the asker's own number: asking again with it places no second order"}};
 }
 
+MessageKeys languageAsked()
+{
+    return {{AskerFields::LANG, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
+             "\"zh\" or \"en\": the language of the asker, in which the module tells reasons from now on"}};
+}
+
 MessageKeys listAsked()
 {
     using namespace ResultsFields;
@@ -391,7 +397,7 @@ MessageRow presence()
              {VERSION, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of the program"},
              {PROTOCOL, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of questions and answers"},
              {CAN, JsonType::Texts, Form::Any, optional, WhenWrong::Nothing,
-              "what it can do beyond the first protocol: \"clientno\", \"actions\""},
+              "what it can do beyond the first protocol: \"clientno\", \"actions\", \"openorders\""},
              {HOST, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "the machine it runs on"},
              {PROCESS, JsonType::Number, Form::Any, optional, WhenWrong::Nothing, "its process there"},
              {SINCE, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
@@ -464,12 +470,14 @@ const std::vector<MessageRow> &messageTable()
         answer(ENTRUSTHISTORYTRADE, {JsonType::Rows, order()}),
         question(ENTRUSTCANCEL, "cancels what is left of an order", orderMeant()),
         answer(ENTRUSTCANCEL, {JsonType::Rows, cancellation()}),
-        question(ENTRUSTPLACE, "places an order", newOrder()),
+        question(ENTRUSTPLACE, "places an order", newOrder() + languageAsked()),
         answer(ENTRUSTPLACE, {JsonType::Record, placedOrder()},
                {{PlaceFields::CLIENTNO, JsonType::Text, Form::ClientNumber, optional, WhenWrong::Nothing,
                  "the question's, when it had one"}}),
-        question(ACCOUNTINFO, "cash and positions"),
+        question(ACCOUNTINFO, "cash and positions", languageAsked()),
         answer(ACCOUNTINFO, {JsonType::Record, account()}, {costMethod()}),
+        question(OPENORDERS, "the orders of all securities that may still be dealt", languageAsked()),
+        answer(OPENORDERS, {JsonType::Rows, order()}),
         question(RESULTS, "what was earned, a part of a list", listAsked()),
         answer(RESULTS, {JsonType::Record, results()}, {costMethod()}),
         question(COSTMETHOD, "reckons all costs in another way", methodAsked()),

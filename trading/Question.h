@@ -46,6 +46,9 @@ public:
     /// characters, of printable ASCII. Only for a module whose presence says that it knows such numbers.
     void setClientNumber(const QString &number);
 
+    /// The language of who asks, "zh" or "en".
+    void setLanguage(const QString &word);
+
     /// The list of results that is asked for, and the part of it.
     void setList(ResultGroup group, qint64 first, int most);
     /// The column that the list is ordered by.
@@ -69,6 +72,7 @@ public:
     std::optional<Money> orderPrice() const;
     std::optional<qint64> orderQuantity() const;
     std::optional<QString> clientNumber() const;
+    std::optional<QString> language() const;
     std::optional<ResultGroup> listGroup() const;
     /// Not below 0.
     std::optional<qint64> firstRow() const;

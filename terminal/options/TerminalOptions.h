@@ -38,6 +38,9 @@ struct TerminalOptions
     std::optional<Trading::ResultGroup> results; ///< the list of results that is opened; nothing: none
     bool hidesAmounts = false;                   ///< of the account, in labels and lists
     bool asksBeforeSending = true;               ///< before an order is sent
+    QStringList watched;                         ///< codes on the watch list
+    bool soundsWhenDealt = false;                ///< an order
+    bool notifiesWhenDealt = false;              ///< on the desktop
     QString snapshotFile;                        ///< empty: a window is opened
     QSize size = {1600, 900};
     std::chrono::seconds refresh{3};  ///< after which overlays ask for their data again

@@ -60,7 +60,8 @@ DeskModule TradingSession::moduleForDesk() const
         servesAnother(*presence, m_plan.ledger)
             ? tr("the trading module on this bus serves another account: %1").arg(presence->ledger)
             : QString();
-    return {presence->knows(Trading::Capability::CLIENTNO), presence->account(), objection};
+    return {presence->knows(Trading::Capability::CLIENTNO), presence->account(), objection,
+            presence->knows(Trading::Capability::OPENORDERS)};
 }
 
 bool TradingSession::moduleKnows(const char *capability) const

@@ -3,6 +3,9 @@
 #include <QKeyEvent>
 #include <QMenu>
 
+#include <algorithm>
+#include <functional>
+
 namespace Terminal {
 
 OrdersView::OrdersView(OrdersTable *orders)
@@ -13,6 +16,9 @@ OrdersView::OrdersView(OrdersTable *orders)
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setContextMenuPolicy(Qt::CustomContextMenu);
     connect(this, &QWidget::customContextMenuRequested, this, &OrdersView::openMenu);
+    setNamesSecurities(false);
+    connect(this, &QAbstractItemView::activated, this,
+            [this](const QModelIndex &row) { Q_EMIT chartAsked(m_orders->record(row.row()).security); });
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &OrdersView::rowsSelected);
 }
 
@@ -49,11 +55,23 @@ void OrdersView::focusRows()
     }
 }
 
+OrderRecords OrdersView::selectedToCancel() const
+{
+    OrderRecords orders = selected();
+    orders.erase(std::remove_if(orders.begin(), orders.end(), std::not_fn(&isCancellable)), orders.end());
+    return orders;
+}
+
+void OrdersView::setNamesSecurities(bool named)
+{
+    setColumnHidden(static_cast<int>(OrderColumn::Security), !named);
+    setColumnHidden(static_cast<int>(OrderColumn::Average), named);
+}
+
 void OrdersView::askToCancel(int row)
 {
     if (row >= 0 && isCancellable(m_orders->record(row))) {
-        Q_EMIT cancelAsked(
-            OrderRecord(m_orders->record(row))); // a copy: rows may change while the user is asked
+        Q_EMIT cancelAsked({m_orders->record(row)});
     }
 }
 
@@ -61,8 +79,8 @@ void OrdersView::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() != Qt::Key_Delete) {
         RecordView::keyPressEvent(event);
-    } else if (!event->isAutoRepeat()) {
-        askToCancel(currentIndex().row());
+    } else if (const OrderRecords orders = selectedToCancel(); !event->isAutoRepeat() && !orders.empty()) {
+        Q_EMIT cancelAsked(orders);
     }
 }
 
@@ -78,8 +96,13 @@ void OrdersView::openMenu(const QPoint &position)
     QAction *const cancelling = menu.addAction(tr("Cancel this order…"));
     cancelling->setShortcut(Qt::Key_Delete);
     cancelling->setEnabled(isCancellable(order));
-    if (menu.exec(viewport()->mapToGlobal(position)) == cancelling) {
+    QAction *const charting = menu.addAction(tr("Show its chart"));
+    charting->setShortcut(Qt::Key_Return);
+    const QAction *const chosen = menu.exec(viewport()->mapToGlobal(position));
+    if (chosen == cancelling) {
         askToCancel(m_orders->rowOf(order.number));
+    } else if (chosen == charting) {
+        Q_EMIT chartAsked(order.security);
     }
 }
 

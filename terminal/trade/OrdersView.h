@@ -5,7 +5,8 @@
 
 namespace Terminal {
 
-/// The rows of orders. Delete, or the menu of a row, asks for the cancellation of its order.
+/// The rows of orders. Delete, or the menu of a row, asks for the cancellation of its order, Delete for that
+/// of all selected ones; Enter or a double click for the chart of its security.
 class OrdersView : public RecordView
 {
     Q_OBJECT
@@ -17,6 +18,11 @@ public:
     /// Selects the rows of these orders and brings the first of them into view.
     void select(const OrderRecords &orders);
     OrderRecords selected() const;
+    /// Of the selected ones those that can be cancelled.
+    OrderRecords selectedToCancel() const;
+
+    /// Shows of which security an order is, or else what was paid on average: there is room for one of both.
+    void setNamesSecurities(bool named);
 
     /// Takes the keyboard, to the first row at first.
     void focusRows();
@@ -24,8 +30,9 @@ public:
 Q_SIGNALS:
     /// Other rows are selected.
     void rowsSelected();
-    /// The user wants this order to be cancelled; it can be.
-    void cancelAsked(const OrderRecord &order);
+    /// The user wants these orders to be cancelled; they can be.
+    void cancelAsked(const OrderRecords &orders);
+    void chartAsked(const Security &security);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

@@ -21,10 +21,12 @@
 
 namespace Terminal {
 
+class ToolBarRows;
 class ChartBar;
 class ChartInput;
 class ChartView;
 class LiveChart;
+class OverlayBar;
 class ReadoutBar;
 class ResultsDock;
 struct ResultsPlace;
@@ -32,6 +34,7 @@ class StateStrip;
 class TradeDocks;
 class TradingSession;
 struct SharedNews;
+class WatchDock;
 
 /// The window of the terminal on a trading day: the tool bars, the read-out line, the chart with its
 /// overlays, and the docks for trading.
@@ -54,6 +57,9 @@ public:
 
     /// The session's data folder has other files now: offers its securities.
     void renewSecurities();
+
+    /// Asks the user whether he leaves the account while orders wait; true without any.
+    bool mayLeave();
 
     /// Shows a menu in the bar above the chart.
     void addMenu(QMenu *menu);
@@ -98,11 +104,14 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void setUpCentre();
-    void setUpChartBar();
+    void setUpBars();
     void setUpView();
+    void setUpWatch();
     void setUpReplay();
     void setUpStates();
     void wireSession();
@@ -141,6 +150,8 @@ private:
     ChartView *m_chart;
     ReadoutBar *m_readout;
     ChartBar *m_bar;
+    OverlayBar *m_overlayBar;
+    std::unique_ptr<ToolBarRows> m_toolBarRows;
     StateStrip *m_strip;
     std::unique_ptr<LiveChart> m_live;
     WindowPrompts m_prompts;
@@ -149,6 +160,7 @@ private:
     std::unique_ptr<ChartInput> m_input;
     std::unique_ptr<TradeDocks> m_trade;
     std::unique_ptr<ResultsDock> m_results;
+    std::unique_ptr<WatchDock> m_watch;
 };
 
 } // namespace Terminal

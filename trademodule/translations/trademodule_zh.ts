@@ -1454,4 +1454,55 @@
         <translation>将新增资金变动：%1</translation>
     </message>
 </context>
+<context>
+    <name>OrderStatus</name>
+    <message>
+        <source>not sent</source>
+        <translation>未报</translation>
+    </message>
+    <message>
+        <source>on its way</source>
+        <translation>正报</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>已报</translation>
+    </message>
+    <message>
+        <source>being cancelled</source>
+        <translation>已报待撤</translation>
+    </message>
+    <message>
+        <source>part dealt, being cancelled</source>
+        <translation>部成待撤</translation>
+    </message>
+    <message>
+        <source>part dealt, rest cancelled</source>
+        <translation>部撤</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>已撤</translation>
+    </message>
+    <message>
+        <source>part dealt</source>
+        <translation>部成</translation>
+    </message>
+    <message>
+        <source>dealt</source>
+        <translation>已成</translation>
+    </message>
+    <message>
+        <source>void</source>
+        <translation>废单</translation>
+    </message>
+    <message>
+        <source>to be sent</source>
+        <translation>待报</translation>
+    </message>
+    <message>
+        <source>confirmed</source>
+        <translation>已确认</translation>
+    </message>
+</context>
 </TS>

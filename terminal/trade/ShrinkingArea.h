@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QScrollArea>
+
+namespace Terminal {
+
+/// As high as its content where there is room, and where there is less, its content scrolls. What gets the
+/// keyboard comes into sight.
+class ShrinkingArea : public QScrollArea
+{
+    Q_OBJECT
+
+public:
+    explicit ShrinkingArea(QWidget *content, QWidget *parent = nullptr);
+
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+};
+
+} // namespace Terminal
