@@ -1,25 +1,32 @@
 #include "endpoint/Inbox_p.h"
 
-#include <QDeadlineTimer>
-#include <QPointer>
+#include <QEvent>
 
-#include <chrono>
 #include <utility>
 
 namespace LocalCommunication {
 
-namespace {
-
-/// How long messages are handed over in one turn of the event loop: the user's input waits as long.
-constexpr std::chrono::milliseconds share{8};
-
-} // namespace
-
-Inbox::Inbox(QObject *parent) : QObject(parent), m_later(this)
+Inbox::~Inbox()
 {
-    m_later.setSingleShot(true);
-    m_later.setInterval(0);
-    connect(&m_later, &QTimer::timeout, this, &Inbox::run);
+    leaveTurns();
+}
+
+void Inbox::leaveTurns()
+{
+    if (m_turns) {
+        m_turns->leave(this);
+        m_turns.clear();
+    }
+}
+
+/// Still in the old thread; what is posted goes along.
+bool Inbox::event(QEvent *event)
+{
+    if (event->type() == QEvent::ThreadChange) {
+        leaveTurns();
+        QMetaObject::invokeMethod(this, &Inbox::runSoon, Qt::QueuedConnection);
+    }
+    return QObject::event(event);
 }
 
 void Inbox::add(BusMessage &&message)
@@ -27,27 +34,44 @@ void Inbox::add(BusMessage &&message)
     m_messages.push_back(std::move(message));
 }
 
-/// Every message is taken before it is handed over.
+/// False where no event loop can be: then nobody can be told either.
+bool Inbox::hasTurns()
+{
+    if (!m_turns) {
+        m_turns = DeliveryTurns::enter();
+    }
+    return m_turns;
+}
+
 void Inbox::run()
+{
+    if (hasTurns()) {
+        m_turns->isAnybodyWaiting() ? runSoon() : handOver();
+    }
+}
+
+void Inbox::runSoon()
+{
+    if (!m_messages.empty() && hasTurns()) {
+        m_turns->queue(this);
+    }
+}
+
+/// Every message is taken before it is handed over.
+void Inbox::handOver()
 {
     if (m_messages.size() >
         1) { // should a receiver run an event loop, the messages after its own go on there
         runSoon();
     }
     const QPointer<Inbox> alive(this);
-    const QDeadlineTimer endOfShare(share);
-    while (alive && !m_messages.empty() && !endOfShare.hasExpired()) {
+    while (alive && !m_messages.empty() && m_turns && m_turns->isOpen()) {
         const BusMessage message = std::move(m_messages.front());
         m_messages.pop_front();
         Q_EMIT delivered(message);
     }
-}
-
-/// By a timer: an event that is posted would still belong to this turn.
-void Inbox::runSoon()
-{
-    if (!m_messages.empty()) {
-        m_later.start();
+    if (alive) {
+        runSoon();
     }
 }
 

@@ -35,8 +35,10 @@ constexpr auto timeToSettle = 5s;
 
 constexpr auto keepAliveInterval = 1s;
 
-/// Messages handled in one turn of the event loop, so that a flood leaves room for the user's input.
+/// What is read in one turn of the event loop, so that a flood of messages, or of long ones, leaves room for
+/// the user's input.
 constexpr int mostReadsInATurn = 64;
+constexpr std::chrono::milliseconds longestReading = 4ms;
 
 /// For an answer of somebody who is believed to hang; one that comes later tells that he does not.
 constexpr std::chrono::milliseconds patienceWithSilence = 5ms;
@@ -129,7 +131,9 @@ void MqttSession::enter(State next)
         dropConnection();
         break;
     case State::Resolving:
-        m_lookup.start(m_address);
+        m_lookup.start(m_address.host, m_address.transport == BusAddress::Transport::Tls
+                                           ? HostLookup::Gives::Name
+                                           : HostLookup::Gives::Address);
         break;
     case State::Crowded:
         m_timer.start(timeInCrowd);
@@ -304,7 +308,8 @@ void MqttSession::loseIfClosed()
 
 void MqttSession::handleReadable()
 {
-    for (int i = 0; i < mostReadsInATurn; ++i) {
+    const QDeadlineTimer endOfReading(longestReading);
+    for (int i = 0; i < mostReadsInATurn && !endOfReading.hasExpired(); ++i) {
         if (!read() || Platform::bytesToRead(m_connection->descriptor()) == 0) {
             break;
         }

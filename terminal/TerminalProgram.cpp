@@ -3,6 +3,7 @@
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/intake/IntakeDoor.h"
 #include "terminal/plugin/OverlayLibrary.h"
+#include "terminal/practice/PracticeDoor.h"
 #include "terminal/results/ResultsDock.h"
 #include "terminal/services/BusInstance.h"
 #include "terminal/services/TradeServices.h"
@@ -10,11 +11,14 @@
 #include "terminal/snapshot/Snapshot.h"
 #include "terminal/trade/PlainText.h"
 #include "terminal/trade/ShownAmount.h"
+#include "terminal/trades/ChartTrades.h"
 #include "terminal/ui/MainWindow.h"
 #include "terminal/ui/WindowSettings.h"
 
 #include <QApplication>
 #include <QLayout>
+#include <QMessageBox>
+#include <QPushButton>
 
 #include <algorithm>
 #include <chrono>
@@ -36,6 +40,10 @@ DayPlan planOf(const TerminalOptions &options)
     if (!options.snapshotFile.isEmpty()) {
         plan.playsOn = false;
         plan.patience = {}; // a picture has a time-out of its own
+    }
+    if (!options.practice.isEmpty()) {
+        plan.practised = PractisedDay{options.code, options.day.value()};
+        plan.playsOn = plan.playsOn && !options.replayTo; // who goes on with a day begins when he is ready
     }
     return plan;
 }
@@ -104,6 +112,7 @@ void TerminalProgram::openSession(const DataFolder &folder)
     const WindowSettings settings;
     if (takesPicture()) {
         m_options.refresh = std::chrono::seconds(1); // some questions are first asked by the refresh
+        m_options.showsTrades = m_options.showsTrades && m_options.given.contains(QStringLiteral("trades"));
     } else {
         m_options = settings.over(m_options);
     }
@@ -187,6 +196,7 @@ void TerminalProgram::wireServices()
         } else {
             m_window->answers()->start(m_busAddress); // overlays ask some things once: it is to hear them
             m_window->results()->start(m_busAddress);
+            m_window->trades()->start(m_busAddress);
         }
     });
     if (!takesPicture()) {
@@ -198,6 +208,10 @@ void TerminalProgram::openDoor()
 {
     if (!m_places) {
         return;
+    }
+    openPracticeDoor();
+    if (practises()) {
+        return; // its account is not for statements
     }
     const auto goingIn = [this] {
         return intakePlan(placesForIntake(shownPlaces(), m_places->sampleFolder));
@@ -213,6 +227,59 @@ void TerminalProgram::openDoor()
         goOnWith(next);
     });
     m_window->addMenu(m_door->menu());
+}
+
+/// What is practised is in another window; only a replay that the command line asked for is played here.
+void TerminalProgram::openPracticeDoor()
+{
+    m_practice =
+        new PracticeDoor(m_window.get(), {[this] { return practiceOffer(); },
+                                          [this](const QString &name) {
+                                              return startPracticeWindow(m_places->terminalProgram, name,
+                                                                         m_options.moduleProgram,
+                                                                         m_window->shownOptions().language);
+                                          }});
+    m_window->addMenu(m_practice->menu());
+    m_window->setPractisesReplays(!practises());
+    connect(m_window.get(), &MainWindow::practiceAsked, m_practice, &PracticeDoor::openDialog);
+    connect(m_window.get(), &MainWindow::practiceRestartAsked, this, &TerminalProgram::askToRestartPractice);
+}
+
+/// A practice does not begin with what another one left.
+PracticeOffer TerminalProgram::practiceOffer() const
+{
+    const ChartData &shown = m_window->chart()->data();
+    PracticeOffer offer;
+    offer.dataFolder = m_options.dataFolder;
+    offer.code = shown.security.code;
+    offer.securityName = plainText(shown.security.name);
+    offer.ledger = practises() ? QString() : m_options.ledger;
+    offer.moduleProgram = m_options.moduleProgram;
+    offer.language = m_window->shownOptions().language;
+    const bool isRecorded = shown.period == ChartPeriod::Minute && !shown.bars.empty() &&
+                            dayOf(shown.bars.front()) != Trading::TradingDate::today();
+    if (isRecorded) {
+        offer.day = dayOf(shown.bars.front());
+        offer.price = shown.previousClose.value_or(shown.bars.front().open);
+    }
+    return offer;
+}
+
+void TerminalProgram::askToRestartPractice()
+{
+    QMessageBox question(QMessageBox::Question, tr("Practice"),
+                         tr("Begin the practice \"%1\" again from nothing? Its orders and trades go.")
+                             .arg(m_options.practice),
+                         QMessageBox::NoButton, m_window.get());
+    question.setObjectName(QStringLiteral("restartPractice"));
+    question.setTextFormat(Qt::PlainText);
+    const QPushButton *const restart = question.addButton(tr("Begin again"), QMessageBox::DestructiveRole);
+    question.setDefaultButton(question.addButton(tr("Keep"), QMessageBox::RejectRole));
+    question.exec();
+    if (question.clickedButton() == restart) {
+        m_restartsPractice = true;
+        goOnWith(m_window->shownOptions());
+    }
 }
 
 IntakeLook TerminalProgram::intakeLook() const
@@ -281,7 +348,7 @@ void TerminalProgram::goOnWith(const TerminalOptions &next)
 bool TerminalProgram::asksTradeModule() const
 {
     const bool isTraded = isReplay() && !(m_options.orders.empty() && m_options.ledger.isEmpty());
-    return isTraded || m_options.results || !m_options.overlays.isEmpty();
+    return isTraded || m_options.results || m_options.showsTrades || !m_options.overlays.isEmpty();
 }
 
 void TerminalProgram::showWindow()
@@ -294,8 +361,12 @@ void TerminalProgram::showWindow()
     }
 }
 
+/// A practice's chart is not the one to come back to.
 void TerminalProgram::rememberWindow()
 {
+    if (practises()) {
+        return;
+    }
     WindowSettings().remember(m_window->shownOptions(), *m_window);
 }
 
@@ -309,7 +380,8 @@ void TerminalProgram::startSnapshot()
     m_snapshot =
         std::make_unique<Snapshot>(Scene{m_window.get(), m_window->answers(), m_window->chart()->data(),
                                          m_options.overlays, m_session->desk(), m_session->statementActions(),
-                                         m_options.results ? m_window->results()->desk() : nullptr},
+                                         m_options.results ? m_window->results()->desk() : nullptr,
+                                         m_options.showsTrades ? m_window->trades()->desk() : nullptr},
                                    m_options.snapshotFile, m_options.timeout);
     wireSnapshot();
     if (asksTradeModule()) {
@@ -328,6 +400,8 @@ void TerminalProgram::wireSnapshot()
     connect(snapshot, &Snapshot::listening, m_session.get(), &TradingSession::join);
     connect(snapshot, &Snapshot::listening, m_window->results(),
             [this] { m_window->results()->start(m_busAddress); });
+    connect(snapshot, &Snapshot::listening, m_window->trades(),
+            [this] { m_window->trades()->start(m_busAddress); });
     connect(snapshot, &Snapshot::aboutToTake, m_window.get(), &MainWindow::runOverlayUpdates);
     connect(snapshot, &Snapshot::aboutToTake, m_session->prices(), &LastPrices::readNow);
     connect(m_window.get(), &MainWindow::overlayUpdateAsked, snapshot, &Snapshot::noteUpdate);

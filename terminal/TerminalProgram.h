@@ -15,6 +15,8 @@ namespace Terminal {
 class DataFolder;
 class IntakeDoor;
 class MainWindow;
+class PracticeDoor;
+struct PracticeOffer;
 class Snapshot;
 class TradeServices;
 class TradingSession;
@@ -50,6 +52,9 @@ public:
     /// when the user is done.
     std::optional<TerminalOptions> next() const { return m_next; }
 
+    /// True when the practice of the window is to begin again from nothing before it is shown again.
+    bool restartsPractice() const { return m_restartsPractice; }
+
 private:
     QString open();
     void openSession(const DataFolder &folder);
@@ -58,6 +63,10 @@ private:
     QString openLibrary();
     void wireServices();
     void openDoor();
+    void openPracticeDoor();
+    PracticeOffer practiceOffer() const;
+    void askToRestartPractice();
+    bool practises() const { return !m_options.practice.isEmpty(); }
     IntakeLook intakeLook() const;
     IntakePlan intakePlan(const AccountPlaces &places) const;
     AccountPlaces shownPlaces() const { return {m_options.dataFolder, m_options.ledger}; }
@@ -83,7 +92,9 @@ private:
     std::unique_ptr<Snapshot> m_snapshot;
     std::optional<Places> m_places;
     std::unique_ptr<IntakeDoor> m_door;
+    PracticeDoor *m_practice = nullptr; ///< of the window
     std::optional<TerminalOptions> m_next;
+    bool m_restartsPractice = false;
 };
 
 } // namespace Terminal

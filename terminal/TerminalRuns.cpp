@@ -1,8 +1,12 @@
 #include "terminal/TerminalRuns.h"
 
+#include "endpoint/BusAddress.h"
 #include "terminal/TerminalProgram.h"
 #include "terminal/intake/StartWindow.h"
 #include "terminal/options/TerminalPaths.h"
+#include "terminal/practice/PracticeLock.h"
+#include "terminal/practice/PracticeProgress.h"
+#include "terminal/practice/PracticeSessions.h"
 #include "terminal/services/BusInstance.h"
 #include "terminal/ui/WindowSettings.h"
 
@@ -16,9 +20,25 @@ namespace Terminal {
 
 namespace {
 
+constexpr int practiceSpeed = 20;
+constexpr int refused = 1;
+
 QString text(const char *source)
 {
     return QCoreApplication::translate("TerminalRuns", source);
+}
+
+/// The day as far as it has come; the overlays are those of the last window unless some are named.
+TerminalOptions optionsOf(const PracticeSession &session, TerminalOptions options)
+{
+    options.dataFolder = session.dataFolder;
+    options.ledger = session.ledger();
+    options.code = session.code;
+    options.day = session.day;
+    options.period = ChartPeriod::Minute;
+    options.replaySpeed = options.replaySpeed > 0 ? options.replaySpeed : practiceSpeed;
+    options.given += {QStringLiteral("code"), QStringLiteral("period"), QStringLiteral("replay")};
+    return options;
 }
 
 } // namespace
@@ -89,8 +109,47 @@ bool TerminalRuns::runStartPage()
 /// Returns the exit code, or nothing when another account or the start page comes next.
 std::optional<int> TerminalRuns::runWindow()
 {
-    const BusMembership membership(m_options.ledger);
-    TerminalProgram program(m_options, m_programFolder);
+    return m_options.practice.isEmpty() ? runAccount(m_options) : runPractice();
+}
+
+/// The session is this window's alone until it is left.
+std::optional<int> TerminalRuns::runPractice()
+{
+    const PracticeSessions sessions = PracticeSessions::ofUser();
+    const auto session = sessions.find(m_options.practice);
+    if (!session) {
+        return refusePractice(text("There is no practice \"%1\".").arg(m_options.practice));
+    }
+    if (!LocalCommunication::BusAddress::ofDirectory(m_programFolder).isEmbedded) {
+        return refusePractice(text("A practice needs a bus of its own, but endpoint.ini names one for all "
+                                   "accounts."));
+    }
+    PracticeLock lock(*session);
+    if (!lock.acquire()) {
+        return refusePractice(lock.problem());
+    }
+    const QString problem = std::exchange(m_restarts, false) ? sessions.restart(*session) : QString();
+    const auto reached = practiceProgress(*session, m_options.moduleProgram);
+    if (!problem.isEmpty() || !reached) {
+        return refusePractice(problem.isEmpty() ? reached.error() : problem);
+    }
+    TerminalOptions options = optionsOf(*session, m_options);
+    options.replayTo = reached.value();
+    return runAccount(options);
+}
+
+int TerminalRuns::refusePractice(const QString &problem)
+{
+    qCritical("%s", qUtf8Printable(problem));
+    return refused;
+}
+
+std::optional<int> TerminalRuns::runAccount(const TerminalOptions &options)
+{
+    const auto choice =
+        options.practice.isEmpty() ? BusMembership::Choice::OfUser : BusMembership::Choice::OfAccount;
+    const BusMembership membership(options.ledger, choice);
+    TerminalProgram program(options, m_programFolder);
     program.setPlaces({QCoreApplication::applicationFilePath(), m_sampleFolder,
                        [&membership](const QString &ledger) { return membership.ofOther(ledger); }});
     const int code = program.run();
@@ -98,6 +157,7 @@ std::optional<int> TerminalRuns::runWindow()
         return code;
     }
     m_options = *program.next();
+    m_restarts = program.restartsPractice();
     m_isAtStart = m_options.dataFolder.isEmpty();
     return std::nullopt;
 }

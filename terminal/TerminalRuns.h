@@ -22,6 +22,9 @@ public:
 
 private:
     void takeRememberedPlaces();
+    std::optional<int> runPractice();
+    std::optional<int> runAccount(const TerminalOptions &options);
+    int refusePractice(const QString &problem);
     bool runStartPage();
     std::optional<int> runWindow();
 
@@ -30,6 +33,7 @@ private:
     const QString m_sampleFolder;
     bool m_isAtStart = false; ///< the start page comes next
     QString m_notice;         ///< for it
+    bool m_restarts = false;  ///< the practice, before its window comes
     InterfaceLanguage m_language;
 };
 

@@ -4,6 +4,7 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trading/ClockTime.h"
 #include "trading/ModuleVocabulary.h"
+#include "trading/ReplacementState.h"
 #include "trading/ResultColumns.h"
 #include "trading/TradingDate.h"
 
@@ -139,6 +140,8 @@ bool allows(Form form, const QString &text)
         return findResultColumn(text) != nullptr;
     case Form::CostMethod:
         return isCostMethod(text);
+    case Form::Replacement:
+        return replacementStateOf(text).has_value();
     }
     return false;
 }

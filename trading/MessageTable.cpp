@@ -134,6 +134,22 @@ const RecordShape &placedOrder()
     return shape;
 }
 
+const RecordShape &replacement()
+{
+    using namespace ReplaceFields;
+    static const RecordShape shape{
+        "A replaced order",
+        {{RTSORDERNO, JsonType::Text, Form::Positive, optional, WhenWrong::Nothing,
+          "number of the old order"},
+         {REPLACEMENT, JsonType::Text, Form::Replacement, required, WhenWrong::Failure,
+          "how far it is: ask again with the same number while it is \"waiting\""},
+         {NEWORDERNO, JsonType::Text, Form::Positive, optional, WhenWrong::NoCancelling,
+          "number of the new order, when it is \"placed\""},
+         {REASON, JsonType::Text, Form::Any, optional, WhenWrong::EmptyMessage,
+          "why no order stands in place of the old one, when it \"failed\""}}};
+    return shape;
+}
+
 MessageKey costMethod()
 {
     return {CostFields::COSTMETHOD, JsonType::Text,
@@ -289,7 +305,8 @@ struct Data
 MessageKeys everyAnswer(const char *command, const Data &data)
 {
     const bool isAboutSecurity = !isAboutAccount(command);
-    const bool isAction = command == ENTRUSTCANCEL || command == ENTRUSTPLACE || command == COSTMETHOD;
+    const bool isAction = command == ENTRUSTCANCEL || command == ENTRUSTPLACE || command == COSTMETHOD ||
+                          command == CmdType::REPLACE;
     const bool isCancellation = command == ENTRUSTCANCEL;
     return {
         {CMD, JsonType::Text, Form::Command, required, WhenWrong::Ignored, "the question's"},
@@ -347,6 +364,14 @@ MessageKeys languageAsked()
              "\"zh\" or \"en\": the language of the asker, in which the module tells reasons from now on"}};
 }
 
+MessageKeys newPrice()
+{
+    return {{RTSENTRUSTPRICE, JsonType::Text, Form::Price, required, WhenWrong::Refused,
+             "the new price in yuan, above 0"},
+            {PlaceFields::CLIENTNO, JsonType::Text, Form::ClientNumber, required, WhenWrong::Refused,
+             "the asker's own number: asking again with it replaces nothing a second time"}};
+}
+
 MessageKeys listAsked()
 {
     using namespace ResultsFields;
@@ -385,27 +410,30 @@ MessageRow notification()
 MessageRow presence()
 {
     using namespace PresenceFields;
-    return {MessageRole::Presence,
-            Topic::TRADEPRESENCE,
-            nullptr,
-            "a module serves, or serves no more",
-            {{INSTANCE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored,
-              "another one each time that a module begins to serve"},
-             {ONLINE, JsonType::Flag, Form::Any, required, WhenWrong::Ignored, "false: it serves no more"},
-             {FENCE, JsonType::Number, Form::Any, required, WhenWrong::Zero,
-              "rises each time that the ledger is taken over"},
-             {VERSION, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of the program"},
-             {PROTOCOL, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of questions and answers"},
-             {CAN, JsonType::Texts, Form::Any, optional, WhenWrong::Nothing,
-              "what it can do beyond the first protocol: \"clientno\", \"actions\", \"openorders\""},
-             {HOST, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "the machine it runs on"},
-             {PROCESS, JsonType::Number, Form::Any, optional, WhenWrong::Nothing, "its process there"},
-             {SINCE, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
-              "when it began to serve, ISO 8601 in UTC"},
-             {READONLY, JsonType::Flag, Form::Any, optional, WhenWrong::Nothing,
-              "true: it answers, but takes no orders"},
-             {LEDGER, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
-              "where its ledger is, for people; no password"}}};
+    return {
+        MessageRole::Presence,
+        Topic::TRADEPRESENCE,
+        nullptr,
+        "a module serves, or serves no more",
+        {{INSTANCE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored,
+          "another one each time that a module begins to serve"},
+         {ONLINE, JsonType::Flag, Form::Any, required, WhenWrong::Ignored, "false: it serves no more"},
+         {FENCE, JsonType::Number, Form::Any, required, WhenWrong::Zero,
+          "rises each time that the ledger is taken over"},
+         {VERSION, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of the program"},
+         {PROTOCOL, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of questions and answers"},
+         {CAN, JsonType::Texts, Form::Any, optional, WhenWrong::Nothing,
+          "what it can do beyond the first protocol: \"clientno\", \"actions\", \"replace\", \"openorders\""},
+         {HOST, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "the machine it runs on"},
+         {PROCESS, JsonType::Number, Form::Any, optional, WhenWrong::Nothing, "its process there"},
+         {PROCESSSTART, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
+          "when that process began, as its machine counts"},
+         {SINCE, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
+          "when it began to serve, ISO 8601 in UTC"},
+         {READONLY, JsonType::Flag, Form::Any, optional, WhenWrong::Nothing,
+          "true: it answers, but takes no orders"},
+         {LEDGER, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
+          "where its ledger is, for people; no password"}}};
 }
 
 MessageRow quote()
@@ -474,6 +502,12 @@ const std::vector<MessageRow> &messageTable()
         answer(ENTRUSTPLACE, {JsonType::Record, placedOrder()},
                {{PlaceFields::CLIENTNO, JsonType::Text, Form::ClientNumber, optional, WhenWrong::Nothing,
                  "the question's, when it had one"}}),
+        question(CmdType::REPLACE,
+                 "cancels what is left of an order and, when that is confirmed, places it at another price",
+                 orderMeant() + newPrice()),
+        answer(CmdType::REPLACE, {JsonType::Record, replacement()},
+               {{PlaceFields::CLIENTNO, JsonType::Text, Form::ClientNumber, optional, WhenWrong::Nothing,
+                 "the question's"}}),
         question(ACCOUNTINFO, "cash and positions", languageAsked()),
         answer(ACCOUNTINFO, {JsonType::Record, account()}, {costMethod()}),
         question(OPENORDERS, "the orders of all securities that may still be dealt", languageAsked()),
@@ -538,6 +572,8 @@ const char *wordOf(Form form)
          QT_TRANSLATE_NOOP("MessageTable", "\"sale\", \"trip\", \"security\", \"month\" or \"year\"")},
         {Form::ResultColumn, QT_TRANSLATE_NOOP("MessageTable", "a column of the list")},
         {Form::CostMethod, QT_TRANSLATE_NOOP("MessageTable", "\"average\", \"diluted\" or \"fifo\"")},
+        {Form::Replacement,
+         QT_TRANSLATE_NOOP("MessageTable", "\"waiting\", \"placed\", \"dealt\" or \"failed\"")},
     };
     return findWord(words, form);
 }

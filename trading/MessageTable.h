@@ -34,6 +34,7 @@ enum class Form {
     ResultGroup,   ///< what a row of a list of results stands for, see ResultColumns.h
     ResultColumn,  ///< the key of one of their columns
     CostMethod,    ///< how costs are reckoned, see CostWords
+    Replacement,   ///< how far a replacement is, see ReplacementWords
 };
 
 /// What a reader does where a value is not what it must be, or a required key is missing.

@@ -29,6 +29,7 @@ inline constexpr const char *RESULTS = "Results";       ///< what sales earned, 
 inline constexpr const char *COSTMETHOD = "CostMethod"; ///< reckon costs in another way
 /// What the account received for the shares it held: dividends, bonus shares
 inline constexpr const char *CORPORATEACTIONS = "CorporateActions";
+inline constexpr const char *REPLACE = "Replace"; ///< place what is left of an order at another price
 } // namespace CmdType
 
 /// Keys of questions of people, in whose language reasons come back.
@@ -44,6 +45,22 @@ namespace PlaceFields {
 inline constexpr const char *CLIENTNO = "clientno";
 } // namespace PlaceFields
 
+/// Keys of the "data" of the answer to REPLACE, whose question has the keys of ENTRUSTCANCEL, "orderprice"
+/// and PlaceFields::CLIENTNO. "ordersno" is the number of the old order. All values are texts.
+namespace ReplaceFields {
+inline constexpr const char *REPLACEMENT = "replacement"; ///< how far it is, see ReplacementWords
+inline constexpr const char *NEWORDERNO = "newordersno";  ///< number of the new order, when it is placed
+inline constexpr const char *REASON = "reason";           ///< why none was placed, when it failed
+} // namespace ReplaceFields
+
+/// How far a replacement is; ledgers keep the same words.
+namespace ReplacementWords {
+inline constexpr const char *WAITING = "waiting"; ///< for the cancellation of the old order
+inline constexpr const char *PLACED = "placed";
+inline constexpr const char *DEALT = "dealt";   ///< nothing was left to be placed
+inline constexpr const char *FAILED = "failed"; ///< the old order is cancelled, and no other was taken
+} // namespace ReplacementWords
+
 /// Keys of a module's presence.
 namespace PresenceFields {
 inline constexpr const char *INSTANCE = "instance"; ///< another one each time that a module begins to serve
@@ -53,7 +70,9 @@ inline constexpr const char *VERSION = "version"; ///< of the program
 inline constexpr const char *PROTOCOL = "protocol"; ///< of the questions and answers
 inline constexpr const char *CAN = "can";           ///< array of texts, see Capability
 inline constexpr const char *HOST = "host";
-inline constexpr const char *PROCESS = "process";   ///< number of the process on that host
+inline constexpr const char *PROCESS = "process"; ///< number of the process on that host
+/// When that process began, as its machine counts: its number may belong to another one later
+inline constexpr const char *PROCESSSTART = "processstart";
 inline constexpr const char *SINCE = "since";       ///< when it began to serve, ISO 8601 in UTC
 inline constexpr const char *READONLY = "readonly"; ///< boolean: it answers, but takes no orders
 inline constexpr const char *LEDGER = "ledger";     ///< where its ledger is, for people; no password
@@ -64,6 +83,7 @@ namespace Capability {
 inline constexpr const char *CLIENTNO = "clientno";     ///< ENTRUSTPLACE knows the asker's number
 inline constexpr const char *ACTIONS = "actions";       ///< it answers CORPORATEACTIONS
 inline constexpr const char *OPENORDERS = "openorders"; ///< it answers OPENORDERS
+inline constexpr const char *REPLACE = "replace";       ///< it answers REPLACE
 } // namespace Capability
 
 /// Keys of a quote besides "stkcode" and "market". Prices are texts in yuan.

@@ -66,6 +66,7 @@ QByteArray TradePresence::toJson() const
         object.insert(key(CAN), QJsonArray::fromStringList(can));
         object.insert(key(HOST), host);
         object.insert(key(PROCESS), process);
+        object.insert(key(PROCESSSTART), processStart);
         object.insert(key(SINCE), since.toUTC().toString(Qt::ISODate));
         object.insert(key(READONLY), isReadOnly);
         object.insert(key(LEDGER), ledger);
@@ -88,6 +89,7 @@ std::optional<TradePresence> TradePresence::ofJson(const QByteArray &payload)
     presence.can = textsOf(object.value(key(CAN)).toArray());
     presence.host = object.value(key(HOST)).toString();
     presence.process = numberOf(object.value(key(PROCESS)));
+    presence.processStart = object.value(key(PROCESSSTART)).toString();
     presence.since = timeOf(object.value(key(SINCE)));
     presence.isReadOnly = object.value(key(READONLY)).toBool();
     presence.ledger = object.value(key(LEDGER)).toString();

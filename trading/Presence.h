@@ -12,8 +12,9 @@ namespace Trading {
 /// What a serving trading module says of itself, retained on channel "Global", topic "TradePresence": that it
 /// is there, which version it is and what it can do. The broker says the offline word for one that died:
 ///
-///     {"instance":"5f0c…","online":true,"version":"0.1.0","protocol":"1","can":["clientno","actions","openorders"],
-///      "host":"desk","process":1234,"since":"2026-11-22T09:30:00Z","fence":7,"readonly":false,"ledger":"/home/me/account.db"}
+///     {"instance":"5f0c…","online":true,"version":"0.1.0","protocol":"1","can":["clientno","actions","replace"],
+///      "host":"desk","process":1234,"processstart":"0b1e…/5120","since":"2026-11-22T09:30:00Z","fence":7,
+///      "readonly":false,"ledger":"/home/me/account.db"}
 ///     {"instance":"5f0c…","online":false,"fence":7}
 ///
 /// Words of modules that followed one another on a ledger may come in any order: see replaces().
@@ -29,6 +30,7 @@ struct TradePresence
     QStringList can;         ///< words of Capability, and of modules to come
     QString host;            ///< the machine it runs on
     qint64 process = 0;      ///< its number there
+    QString processStart;    ///< when that process began, as its machine counts
     QDateTime since;         ///< when it began to serve, in UTC
     bool isReadOnly = false; ///< answers questions, takes neither orders nor cancellations
     QString ledger;          ///< where its ledger is, for people to read

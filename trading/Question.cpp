@@ -69,6 +69,11 @@ void Question::setNewOrder(Direction direction, Money price, qint64 quantity)
     set(RTSENTRUSTQTY, QString::number(quantity));
 }
 
+void Question::setNewPrice(Money price)
+{
+    set(RTSENTRUSTPRICE, price.text());
+}
+
 void Question::setClientNumber(const QString &number)
 {
     set(PlaceFields::CLIENTNO, number);

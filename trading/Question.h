@@ -48,6 +48,8 @@ public:
 
     /// The language of who asks, "zh" or "en".
     void setLanguage(const QString &word);
+    /// The price at which what is left of the order that is meant is to be placed.
+    void setNewPrice(Money price);
 
     /// The list of results that is asked for, and the part of it.
     void setList(ResultGroup group, qint64 first, int most);

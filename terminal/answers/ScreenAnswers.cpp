@@ -4,7 +4,6 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trading/ModuleVocabulary.h"
 
-#include <QCryptographicHash>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -43,7 +42,8 @@ ScreenAnswers::ScreenAnswers(const QByteArray &screenId, QObject *parent)
     : QObject(parent),
       m_endPoint(nullptr),
       m_screenId(screenId),
-      m_chart{QString::fromUtf8(screenId), {}}
+      m_chart{QString::fromUtf8(screenId), {}},
+      m_checker(this)
 {
     connect(&m_endPoint, &LocalCommunication::EndPoint::ready, this, &ScreenAnswers::listening);
     connect(&m_endPoint, &LocalCommunication::EndPoint::messageReceived, this, &ScreenAnswers::take);
@@ -63,7 +63,7 @@ void ScreenAnswers::setSecurity(const Trading::SecurityId &security)
         m_chart.security = security;
         m_told.clear();
     }
-    m_lastHistory.clear();
+    ++m_historyQuestion;
 }
 
 void ScreenAnswers::take(const QByteArray &topic, const QByteArray &payload, const QByteArray &channel)
@@ -85,12 +85,22 @@ void ScreenAnswers::take(const QByteArray &topic, const QByteArray &payload, con
 
 void ScreenAnswers::takeAnswer(const QByteArray &payload)
 {
-    CheckedAnswer answer = Trading::checkAnswer(payload, m_chart);
+    m_checker.check(payload, m_chart,
+                    [this, security = m_chart.security,
+                     question = m_historyQuestion](const CheckedAnswer &answer, const QByteArray &digest) {
+                        if (security == m_chart.security) { // else the chart has moved on meanwhile
+                            takeChecked(answer, {digest, question});
+                        }
+                    });
+}
+
+void ScreenAnswers::takeChecked(CheckedAnswer answer, const History &history)
+{
     if (isToNobodysQuestion(answer)) {
         return;
     }
     if (answer.isForChart) {
-        addRepetition(payload, &answer);
+        addRepetition(history, &answer);
     }
     if (m_hidesAmounts) {
         hideValues(&answer);
@@ -129,7 +139,7 @@ void ScreenAnswers::takeShared(const QByteArray &payload)
         return;
     }
     if (command == QLatin1String(CmdType::HISTORYTRADE)) {
-        m_lastHistory.clear();
+        ++m_historyQuestion;
     }
     Q_EMIT asked(command);
 }
@@ -143,17 +153,16 @@ void ScreenAnswers::takeNotification(const QByteArray &payload)
 }
 
 /// Overlays add past trades up: an answer that comes twice doubles them.
-void ScreenAnswers::addRepetition(const QByteArray &payload, CheckedAnswer *answer)
+void ScreenAnswers::addRepetition(const History &history, CheckedAnswer *answer)
 {
     if (answer->command != QLatin1String(CmdType::HISTORYTRADE) || answer->rows == 0) {
         return;
     }
-    const QByteArray digest = QCryptographicHash::hash(payload, QCryptographicHash::Sha1);
-    if (digest == m_lastHistory) {
+    if (history.digest == m_lastHistory.digest && history.question == m_lastHistory.question) {
         answer->findings.append({AnswerFinding::Repeated, QLatin1String(TradeKeyFields::DATA), QString(),
                                  Trading::WhenWrong::ListedTwice});
     }
-    m_lastHistory = digest;
+    m_lastHistory = history;
 }
 
 void ScreenAnswers::tellFaults(const CheckedAnswer &answer)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "endpoint/EndPoint.h"
+#include "terminal/answers/AnswerChecker.h"
 #include "terminal/services/SharedChannel.h"
 #include "trading/AnswerCheck.h"
 
@@ -52,11 +53,19 @@ Q_SIGNALS:
     void newsHeard(const SharedNews &news);
 
 private:
+    /// An answer with past trades, and after which question for them it came.
+    struct History
+    {
+        QByteArray digest;
+        int question = 0;
+    };
+
     void takeAnswer(const QByteArray &payload);
+    void takeChecked(Trading::CheckedAnswer answer, const History &history);
     bool isToNobodysQuestion(const Trading::CheckedAnswer &answer);
     void takeShared(const QByteArray &payload);
     void takeNotification(const QByteArray &payload);
-    void addRepetition(const QByteArray &payload, Trading::CheckedAnswer *answer);
+    void addRepetition(const History &history, Trading::CheckedAnswer *answer);
     void tellFaults(const Trading::CheckedAnswer &answer);
 
     LocalCommunication::EndPoint m_endPoint;
@@ -65,7 +74,9 @@ private:
     bool m_hidesAmounts = false;
     QSet<QString> m_told;
     QSet<QString> m_askedOfNone; ///< commands of questions that named no security
-    QByteArray m_lastHistory;    ///< the answer with past trades since which none was asked for
+    History m_lastHistory;
+    int m_historyQuestion = 0; ///< counts those that were heard
+    AnswerChecker m_checker;
 };
 
 } // namespace Terminal

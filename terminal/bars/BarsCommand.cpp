@@ -5,6 +5,7 @@
 #include "terminal/bars/BarsTalk.h"
 #include "terminal/bars/LedgerComparison.h"
 #include "terminal/bars/LedgerFills.h"
+#include "trading/HiddenPasswords.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -112,12 +113,14 @@ void printPlan(const QString &file, const BarImportPlan &plan, const LedgerSays 
     }
 }
 
+/// An address with a password comes by the environment, where others do not read it.
 LedgerOfTrades ledgerOf(const QCommandLineParser &parser, const QString &programFolder)
 {
+    const QString option = QStringLiteral("ledger");
     return {parser.isSet(QStringLiteral("module"))
                 ? parser.value(QStringLiteral("module"))
                 : QDir(programFolder).filePath(QStringLiteral("trademodule")),
-            parser.value(QStringLiteral("ledger"))};
+            parser.isSet(option) ? parser.value(option) : qEnvironmentVariable(Trading::ledgerVariable)};
 }
 
 bool userAgrees()

@@ -1,6 +1,7 @@
 #include "terminal/bars/LedgerFills.h"
 
 #include "trading/HiddenPasswords.h"
+#include "trading/LedgerAddress.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -8,7 +9,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QUrl>
 
 #include <chrono>
 
@@ -27,18 +27,6 @@ QString text(const char *source)
 std::optional<Trading::TradingDate> dayIn(const QJsonObject &trade)
 {
     return Trading::TradingDate::ofText(trade[QLatin1String("date")].toString().remove(QLatin1Char('-')));
-}
-
-bool isAddress(const QString &ledger)
-{
-    return ledger.startsWith(QLatin1String("postgresql://")) ||
-           ledger.startsWith(QLatin1String("postgres://"));
-}
-
-/// For messages: without a password.
-QString shown(const QString &ledger)
-{
-    return isAddress(ledger) ? QUrl(ledger).toDisplayString() : ledger;
 }
 
 } // namespace
@@ -66,7 +54,7 @@ std::optional<Fills> fillsIn(const QByteArray &json, const Trading::SecurityId &
 
 QString missingLedger(const QString &ledger)
 {
-    return isAddress(ledger) || QFileInfo::exists(ledger)
+    return Trading::isDatabaseAddress(ledger) || QFileInfo::exists(ledger)
                ? QString()
                : text("the trades of ledger %1 could not be read: %2")
                      .arg(ledger, text("there is no such file"));
@@ -87,13 +75,12 @@ Loaded<Fills> ledgerFills(const QString &moduleProgram, const QString &ledger,
         const QString reason = QString::fromUtf8(module.readAllStandardError()).trimmed();
         return Loaded<Fills>::failure(
             text("the trades of ledger %1 could not be read: %2")
-                .arg(shown(ledger), reason.isEmpty() ? module.errorString() : reason));
+                .arg(Trading::shownLedger(ledger), reason.isEmpty() ? module.errorString() : reason));
     }
     const auto fills = fillsIn(module.readAllStandardOutput(), security);
-    return fills
-               ? Loaded<Fills>(*fills)
-               : Loaded<Fills>::failure(
-                     text("the trades of ledger %1 could not be read: %2").arg(shown(ledger), moduleProgram));
+    return fills ? Loaded<Fills>(*fills)
+                 : Loaded<Fills>::failure(text("the trades of ledger %1 could not be read: %2")
+                                              .arg(Trading::shownLedger(ledger), moduleProgram));
 }
 
 } // namespace Terminal

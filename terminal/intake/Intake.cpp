@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QTemporaryDir>
+#include <QUuid>
 
 #include <algorithm>
 #include <chrono>
@@ -42,6 +43,29 @@ QJsonObject requestFor(const IntakeFile &file)
         request[answer.key()] = isSwitch ? QJsonValue(!answer.value().isEmpty()) : QJsonValue(answer.value());
     }
     return request;
+}
+
+/// True of what an import has changed, by which it can be taken back.
+bool hasChanged(const IntakeFile &file)
+{
+    return file.kind == FileKind::BarTable || file.report.number > 0;
+}
+
+bool isTakenIn(const IntakeFile &file)
+{
+    return file.state == State::TakenIn && hasChanged(file);
+}
+
+bool isStuck(const IntakeFile &file)
+{
+    return file.state == State::Stuck && hasChanged(file);
+}
+
+/// Nothing was done by a module that could not be started or did not understand its command line.
+bool hasBegun(const JsonChild &module, int exitCode)
+{
+    constexpr int misunderstood = 2;
+    return module.hasStarted() && exitCode != misunderstood;
 }
 
 bool isAsked(const IntakeFile &file)
@@ -241,6 +265,14 @@ void Intake::importNext()
     Q_EMIT changed();
 }
 
+/// What could not be taken back stays to be seen: looked at anew, it would seem to be there from before.
+bool Intake::isAnyLeft() const
+{
+    return std::any_of(m_files.begin(), m_files.end(), [](const IntakeFile &file) {
+        return file.state == State::Stuck || file.state == State::Unknown;
+    });
+}
+
 /// A module that is ended while it makes a new ledger may leave a file with nothing in it.
 void Intake::removeEmptyLedger()
 {
@@ -252,11 +284,11 @@ void Intake::removeEmptyLedger()
 
 void Intake::finishWriting()
 {
-    if (m_isCancelled && mayUndo()) {
+    if (m_isCancelled && std::any_of(m_files.begin(), m_files.end(), &isTakenIn)) {
         undo();
         return;
     }
-    if (m_isCancelled) {
+    if (m_isCancelled && !isAnyLeft()) {
         removeEmptyLedger();
         // Looked at anew: so stands there what is true, whatever the moment was.
         for (IntakeFile &file : m_files) {
@@ -280,7 +312,7 @@ void Intake::cancel()
             m_gathering.stop();
             enter(Stage::Asking);
         }
-        if (m_module.isRunning()) {
+        if (m_module.isRunning() && m_errand != Errand::Settle) {
             m_module.stop();
         }
         if (m_bars.isRunning()) {
@@ -296,13 +328,15 @@ void Intake::cancel()
 
 bool Intake::mayUndo() const
 {
-    return std::any_of(m_files.begin(), m_files.end(), [](const IntakeFile &file) {
-        return file.state == State::TakenIn && (file.kind == FileKind::BarTable || file.report.number > 0);
-    });
+    return std::any_of(m_files.begin(), m_files.end(),
+                       [](const IntakeFile &file) { return isTakenIn(file) || isStuck(file); });
 }
 
 void Intake::undo()
 {
+    for (IntakeFile &file : m_files) { // what was stuck may go now
+        file.state = isStuck(file) ? State::TakenIn : file.state;
+    }
     enter(Stage::Undoing);
     undoNext();
 }
@@ -311,7 +345,7 @@ void Intake::undo()
 void Intake::undoNext()
 {
     if (find(FileKind::BarTable, State::TakenIn) >= 0 && !m_bars.isRunning()) {
-        takeWrittenBars(State::Failed, tr("cannot be taken back: the import of bars has ended"));
+        takeWrittenBars(State::Stuck, tr("cannot be taken back: the import of bars has ended"));
         return;
     }
     if (find(FileKind::BarTable, State::TakenIn) >= 0) {
@@ -319,8 +353,7 @@ void Intake::undoNext()
         return;
     }
     for (int i = static_cast<int>(m_files.size()) - 1; i >= 0; --i) {
-        const IntakeFile &file = m_files[static_cast<std::size_t>(i)];
-        if (file.state == State::TakenIn && file.report.number > 0) {
+        if (isTakenIn(m_files[static_cast<std::size_t>(i)])) {
             runStatement(i, Errand::Undo);
             return;
         }
@@ -347,11 +380,24 @@ QString Intake::profileFile(const QString &text)
 
 QStringList Intake::arguments(const IntakeFile &file, Errand errand)
 {
-    QStringList words = moduleWords(m_plan);
-    if (errand == Errand::Undo) {
-        return words << QStringLiteral("undo") << QString::number(file.report.number)
-                     << QStringLiteral("--json");
+    switch (errand) {
+    case Errand::Look:
+        return importArguments(file) << QStringLiteral("--dry-run");
+    case Errand::Import:
+        return importArguments(file) << QStringLiteral("--mark") << file.mark;
+    case Errand::Undo:
+        return moduleWords(m_plan) << QStringLiteral("undo") << QString::number(file.report.number)
+                                   << QStringLiteral("--json");
+    case Errand::Settle:
+        return moduleWords(m_plan) << QStringLiteral("imports") << QStringLiteral("--mark") << file.mark
+                                   << QStringLiteral("--json");
     }
+    return {};
+}
+
+QStringList Intake::importArguments(const IntakeFile &file)
+{
+    QStringList words = moduleWords(m_plan);
     words << QStringLiteral("import") << file.path << QStringLiteral("--json") << QStringLiteral("--progress")
           << QStringLiteral("json");
     for (const auto &option :
@@ -368,7 +414,7 @@ QStringList Intake::arguments(const IntakeFile &file, Errand errand)
     if (file.answers.contains(QStringLiteral("profile"))) {
         words << QStringLiteral("--profile") << profileFile(file.answers.value(QStringLiteral("profile")));
     }
-    return errand == Errand::Look ? words << QStringLiteral("--dry-run") : words;
+    return words;
 }
 
 void Intake::runStatement(int file, Errand errand)
@@ -377,9 +423,18 @@ void Intake::runStatement(int file, Errand errand)
     m_current = file;
     m_errand = errand;
     m_answer = {};
-    asked.state = errand == Errand::Look     ? State::Looking
-                  : errand == Errand::Import ? State::Writing
-                                             : asked.state;
+    switch (errand) {
+    case Errand::Look:
+        asked.state = State::Looking;
+        break;
+    case Errand::Import:
+        asked.state = State::Writing;
+        asked.mark = QUuid::createUuid().toString(QUuid::WithoutBraces);
+        break;
+    case Errand::Undo:
+    case Errand::Settle:
+        break;
+    }
     m_module.start(m_plan.moduleProgram, arguments(asked, errand), environmentOf(m_plan));
     Q_EMIT changed();
 }
@@ -399,10 +454,16 @@ void Intake::takeStatementWord(const QJsonObject &word)
 void Intake::takeStatementEnd(int exitCode, const QString &lastWords)
 {
     IntakeFile &file = m_files[static_cast<std::size_t>(m_current)];
+    const bool mayHaveWritten = m_errand == Errand::Import || m_errand == Errand::Undo;
+    if (m_answer.isEmpty() && mayHaveWritten && hasBegun(m_module, exitCode)) {
+        m_unanswered = m_errand;
+        m_lastWords = reasonOfEnd(exitCode, lastWords);
+        runStatement(m_current, Errand::Settle);
+        return;
+    }
     if (m_answer.isEmpty() && !m_isCancelled) {
-        const QString reason =
-            lastWords.isEmpty() ? tr("the trading module has ended (%1)").arg(exitCode) : lastWords;
-        m_answer = {{QStringLiteral("refused"), QJsonObject{{QStringLiteral("reason"), reason}}}};
+        m_answer = {{QStringLiteral("refused"),
+                     QJsonObject{{QStringLiteral("reason"), reasonOfEnd(exitCode, lastWords)}}}};
     }
     switch (m_errand) {
     case Errand::Look:
@@ -414,8 +475,16 @@ void Intake::takeStatementEnd(int exitCode, const QString &lastWords)
     case Errand::Undo:
         takeUndo(&file);
         break;
+    case Errand::Settle:
+        takeSettled(&file, reasonOfEnd(exitCode, lastWords));
+        break;
     }
     goOn();
+}
+
+QString Intake::reasonOfEnd(int exitCode, const QString &lastWords)
+{
+    return lastWords.isEmpty() ? tr("the trading module has ended (%1)").arg(exitCode) : lastWords;
 }
 
 void Intake::takeLook(IntakeFile *file)
@@ -430,7 +499,7 @@ void Intake::takeLook(IntakeFile *file)
 
 void Intake::takeImport(IntakeFile *file)
 {
-    if (m_answer.isEmpty()) { // cancelled
+    if (m_answer.isEmpty()) { // cancelled before it had begun
         file->state = State::Waiting;
         return;
     }
@@ -442,8 +511,33 @@ void Intake::takeImport(IntakeFile *file)
 void Intake::takeUndo(IntakeFile *file)
 {
     const FileReport report = statementReport(m_answer);
-    file->state = report.refusals.isEmpty() ? State::TakenBack : State::Failed;
+    file->state = report.refusals.isEmpty() ? State::TakenBack : State::Stuck;
     file->report.refusals = report.refusals;
+}
+
+/// The ledger has said whether it has the import.
+void Intake::takeSettled(IntakeFile *file, const QString &reason)
+{
+    const QJsonValue result = m_answer[QLatin1String("result")];
+    const bool isMissing = isMissingFile(m_plan.places.ledger); // then nothing can be in it
+    if (!result.isObject() && !isMissing) {
+        file->state = State::Unknown;
+        file->report.refusals = QStringList(tr("Nobody can tell whether it is in the ledger: %1. See the "
+                                               "past imports when the ledger answers.")
+                                                .arg(reason));
+        return;
+    }
+    file->report.number = static_cast<qint64>(result.toObject()[QLatin1String("import")].toDouble());
+    const bool isThere = file->report.number > 0;
+    const bool wasUndone = m_unanswered == Errand::Undo;
+    m_isPlanStale = true;
+    if (isThere) {
+        file->state = wasUndone ? State::Stuck : State::TakenIn;
+    } else {
+        file->state = wasUndone ? State::TakenBack : m_isCancelled ? State::Waiting : State::Failed;
+    }
+    const bool isTrouble = file->state == State::Stuck || file->state == State::Failed;
+    file->report.refusals = isTrouble ? QStringList(m_lastWords) : QStringList();
 }
 
 /// A step has ended.
@@ -473,10 +567,9 @@ void Intake::startBars()
     }
     m_bars.start(m_plan.terminalProgram,
                  {QStringLiteral("bars"), QStringLiteral("import"), QStringLiteral("--json"),
-                  QStringLiteral("--data"), m_plan.places.dataFolder, QStringLiteral("--ledger"),
-                  m_plan.places.ledger, QStringLiteral("--module"), m_plan.moduleProgram,
-                  QStringLiteral("--lang"), m_plan.language},
-                 QProcessEnvironment::systemEnvironment());
+                  QStringLiteral("--data"), m_plan.places.dataFolder, QStringLiteral("--module"),
+                  m_plan.moduleProgram, QStringLiteral("--lang"), m_plan.language},
+                 environmentOf(m_plan));
 }
 
 /// Bars often have a code alone.
@@ -554,7 +647,8 @@ void Intake::takeBarsWord(const QJsonObject &word)
     } else if (word.contains(QLatin1String("undone"))) {
         takeWrittenBars(State::TakenBack);
     } else if (word.contains(QLatin1String("failed"))) {
-        takeWrittenBars(State::Failed, word[QLatin1String("failed")].toString());
+        takeWrittenBars(m_stage == Stage::Undoing ? State::Stuck : State::Failed,
+                        word[QLatin1String("failed")].toString());
     } else if (find(FileKind::BarTable, State::Writing) >= 0 ||
                find(FileKind::BarTable, State::Looking) >= 0) {
         // Cancelled; what had just ended by itself needed no cancelling.
@@ -569,8 +663,12 @@ void Intake::takeBarsEnd(int exitCode, const QString &lastWords)
     const QString reason =
         lastWords.isEmpty() ? tr("the import of bars has ended (%1)").arg(exitCode) : lastWords;
     for (IntakeFile &file : m_files) {
-        if (file.kind == FileKind::BarTable &&
-            (file.state == State::Looking || file.state == State::Writing)) {
+        if (file.kind == FileKind::BarTable && file.state == State::Writing) {
+            file.report.refusals =
+                QStringList(tr("Nobody can tell which of the bars are written: %1. See the folder %2.")
+                                .arg(reason, m_plan.places.dataFolder));
+            file.state = State::Unknown;
+        } else if (file.kind == FileKind::BarTable && file.state == State::Looking) {
             file.report = failureReport(reason);
             file.state = m_stage == Stage::Writing ? State::Failed : State::Refused;
         }

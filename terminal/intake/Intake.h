@@ -65,7 +65,9 @@ public:
     bool mayImport() const;
     void import();
 
-    /// Ends what is going on. What this import() has written is taken back.
+    /// Ends what is going on. What this import() has written is taken back, also what was written at the very
+    /// end: the ledger is asked. Comes back to stage Asking, or to Done where something could not be taken
+    /// back.
     void cancel();
 
     /// True when something was written that can be taken back.
@@ -84,7 +86,12 @@ Q_SIGNALS:
 
 private:
     /// What the trading module is asked to do with a statement.
-    enum class Errand { Look, Import, Undo };
+    enum class Errand {
+        Look,
+        Import,
+        Undo,
+        Settle, ///< to say whether an import or its undoing was done, whose module ended without a word
+    };
 
     void gather();
     void addFile(const QString &path, FileKind kind);
@@ -94,17 +101,21 @@ private:
     void undoNext();
     void finishWriting();
     void removeEmptyLedger();
+    bool isAnyLeft() const;
     void runStatement(int file, Errand errand);
     void planBars();
     void startBars();
     QJsonObject namesInStatements() const;
     QStringList arguments(const IntakeFile &file, Errand errand);
+    QStringList importArguments(const IntakeFile &file);
     QString profileFile(const QString &text);
     void takeStatementWord(const QJsonObject &word);
     void takeStatementEnd(int exitCode, const QString &lastWords);
     void takeLook(IntakeFile *file);
     void takeImport(IntakeFile *file);
     void takeUndo(IntakeFile *file);
+    void takeSettled(IntakeFile *file, const QString &reason);
+    static QString reasonOfEnd(int exitCode, const QString &lastWords);
     void takeBarsWord(const QJsonObject &word);
     void takeBarsEnd(int exitCode, const QString &lastWords);
     void takePlannedFile(const QJsonObject &planned);
@@ -128,7 +139,9 @@ private:
     JsonChild m_bars{nullptr};
     int m_current = -1; ///< the statement that the module works on
     Errand m_errand = Errand::Look;
-    QJsonObject m_answer; ///< its last word
+    Errand m_unanswered = Errand::Import; ///< which errand is settled
+    QString m_lastWords;                  ///< of the module that ended without an answer
+    QJsonObject m_answer;                 ///< its last word
     bool m_isCancelled = false;
     bool m_makesLedger = false; ///< there was none before import()
     /// What was planned of bars is not what is to be written any more: files were left out, or there are new

@@ -179,7 +179,8 @@ void IntakeDialog::showList()
         const IntakeFile &file = files[static_cast<std::size_t>(i)];
         m_list->item(i)->setText(
             QStringLiteral("%1\n%2").arg(plainText(QFileInfo(file.path).fileName()), stateText(file.state)));
-        const bool isTrouble = file.state == State::Refused || file.state == State::Failed;
+        const bool isTrouble = file.state == State::Refused || file.state == State::Failed ||
+                               file.state == State::Stuck || file.state == State::Unknown;
         m_list->item(i)->setForeground(isTrouble ? m_look.theme.line : m_look.theme.text);
         m_list->item(i)->setToolTip(plainText(file.path));
     }
@@ -246,6 +247,10 @@ QString IntakeDialog::summary() const
         break;
     }
     const int takenIn = countOf(files, State::TakenIn);
+    const int left = countOf(files, State::Stuck) + countOf(files, State::Unknown);
+    if (left > 0) {
+        return tr("Not taken back, or not known: %1, see there why. Undo tries again.").arg(left);
+    }
     const int failed = countOf(files, State::Failed);
     if (failed > 0) {
         return tr("Files imported: %1; not imported: %2, see there why.").arg(takenIn).arg(failed);

@@ -62,6 +62,10 @@ QString stateText(IntakeFile::State state)
         return text("taken back");
     case IntakeFile::State::Failed:
         return text("not imported");
+    case IntakeFile::State::Stuck:
+        return text("still there");
+    case IntakeFile::State::Unknown:
+        return text("not known");
     }
     return {};
 }

@@ -25,7 +25,9 @@ struct IntakeFile
         Writing, ///< it is being taken in
         TakenIn,
         TakenBack,
-        Failed, ///< it could be read, but not be taken in; nothing of it was
+        Failed,  ///< it could be read, but not be taken in; nothing of it was
+        Stuck,   ///< it was taken in, and could not be taken back
+        Unknown, ///< nobody could be asked whether it was taken in; the report says where to look
     };
 
     QString path;
@@ -33,6 +35,7 @@ struct IntakeFile
     QHash<QString, QString> answers; ///< by the names of the questions
     State state = State::Waiting;
     FileReport report;
+    QString mark; ///< of the statement's last import, by which the ledger knows it
 };
 
 /// What the list of files says of a state.

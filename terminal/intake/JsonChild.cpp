@@ -9,6 +9,7 @@ namespace Terminal {
 JsonChild::JsonChild(QObject *parent) : QObject(parent)
 {
     connect(&m_process, &QProcess::readyReadStandardOutput, this, &JsonChild::takeLines);
+    connect(&m_process, &QProcess::started, this, [this] { m_hasStarted = true; });
     connect(&m_process, &QProcess::errorOccurred, this, &JsonChild::takeError);
     connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             [this](int code, QProcess::ExitStatus status) {
@@ -35,6 +36,7 @@ void JsonChild::start(const QString &program, const QStringList &arguments,
                       const QProcessEnvironment &environment)
 {
     m_rest.clear();
+    m_hasStarted = false;
     m_process.setProcessEnvironment(environment);
     m_process.start(program, arguments);
 }

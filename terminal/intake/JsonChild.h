@@ -19,6 +19,8 @@ public:
 
     /// Requires that none runs.
     void start(const QString &program, const QStringList &arguments, const QProcessEnvironment &environment);
+    /// False of a last start() that has started nothing.
+    bool hasStarted() const { return m_hasStarted; }
     bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
 
     /// Writes an object, a line, to its standard input.
@@ -39,6 +41,7 @@ private:
 
     ChildProcess m_process;
     QByteArray m_rest; // of a line that has not come whole
+    bool m_hasStarted = false;
 };
 
 } // namespace Terminal

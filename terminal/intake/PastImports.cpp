@@ -130,7 +130,7 @@ void PastImports::takeEnd(int exitCode)
     if (m_isUndoing) {
         const FileReport report =
             statementReport(QJsonDocument::fromJson(out.trimmed().split('\n').last()).object());
-        if (exitCode == 0) {
+        if (report.refusals.isEmpty()) { // also where it ended without a word: the list will show it
             Q_EMIT written();
         }
         m_notice->setText(exitCode == 0               ? tr("Taken back.")

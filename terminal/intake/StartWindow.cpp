@@ -1,6 +1,7 @@
 #include "terminal/intake/StartWindow.h"
 
 #include "terminal/data/DataFolder.h"
+#include "terminal/practice/PracticeDoor.h"
 #include "terminal/trade/TradeStyle.h"
 
 #include <QApplication>
@@ -20,8 +21,6 @@
 namespace Terminal {
 
 namespace {
-
-constexpr int replaySpeed = 20;
 
 /// The day of the sample data on which its account holds the security and its price goes both ways.
 const auto replayedCode = QStringLiteral("600536");
@@ -105,10 +104,8 @@ void StartWindow::setUp()
     setCentralWidget(scrolled);
     connect(m_own.go, &QPushButton::clicked, m_door.get(), &IntakeDoor::chooseFiles);
     connect(m_openOwn, &QPushButton::clicked, this, [this] { openOwn({}); });
-    connect(m_example.go, &QPushButton::clicked, this,
-            [this] { openSample(examplePlaces(m_facts.sampleFolder), false); });
-    connect(m_replay.go, &QPushButton::clicked, this,
-            [this] { openSample(practicePlaces(m_facts.sampleFolder), true); });
+    connect(m_example.go, &QPushButton::clicked, this, [this] { openSample(false); });
+    connect(m_replay.go, &QPushButton::clicked, this, [this] { openSample(true); });
     connect(m_language, &QPushButton::clicked, this, [this] {
         m_options.language =
             m_options.language == QLatin1String("zh") ? QStringLiteral("en") : QStringLiteral("zh");
@@ -154,11 +151,11 @@ void StartWindow::showTexts()
     m_example.text->setText(
         tr("An account with some years of trades in three securities: its cost line, its buys and sells."));
     m_example.go->setText(tr("Open the example"));
-    m_replay.title->setText(tr("A replay"));
+    m_replay.title->setText(tr("Practice"));
     m_replay.text->setText(
-        tr("A recorded day is played as if it were today, twenty times as fast. Trade it on "
-           "paper: place orders, see them dealt."));
-    m_replay.go->setText(tr("Play a day"));
+        tr("A recorded day is played as if it were today, twenty times as fast, with an account of its own. "
+           "Place orders, see them dealt; go on later, or look at your trades again."));
+    m_replay.go->setText(tr("Practise a day..."));
     for (QPushButton *const sample : {m_example.go, m_replay.go}) {
         sample->setEnabled(!m_facts.sampleFolder.isEmpty() && !m_sample);
         sample->setToolTip(m_facts.sampleFolder.isEmpty() ? tr("The sample data are not installed.")
@@ -203,33 +200,62 @@ void StartWindow::openOwn(const QStringList &codes)
     choose(own, options);
 }
 
-void StartWindow::openSample(const AccountPlaces &places, bool replays)
+void StartWindow::openSample(bool practises)
 {
+    const AccountPlaces places = examplePlaces(m_facts.sampleFolder);
     if (!QFileInfo::exists(places.ledger)) {
-        fillSample(places, replays);
+        fillSample(practises);
+        return;
+    }
+    if (practises) {
+        openPractice();
         return;
     }
     TerminalOptions options = m_options;
     options.code = replayedCode;
     options.given += {QStringLiteral("code"), QStringLiteral("period")};
-    if (replays) {
-        options.day = replayedDay;
-        options.period = ChartPeriod::Minute;
-        options.replaySpeed = replaySpeed;
-        options.given += QStringLiteral("replay");
-    }
     choose(places, options);
 }
 
-/// The first time that the sample is opened, its statement is imported as a user's own would be.
-void StartWindow::fillSample(const AccountPlaces &places, bool replays)
+/// The session is begun or continued in the place of this page.
+void StartWindow::openPractice()
 {
-    m_sample = std::make_unique<Intake>(planFor(places));
+    const AccountPlaces places = examplePlaces(m_facts.sampleFolder);
+    const auto folder = DataFolder::open(places.dataFolder);
+    const Security *const security =
+        folder ? findSecurity(folder.value().securities(), replayedCode) : nullptr;
+    PracticeOffer offer;
+    offer.dataFolder = places.dataFolder;
+    offer.code = replayedCode;
+    offer.securityName = security == nullptr ? QString() : security->name;
+    offer.day = replayedDay;
+    offer.ledger = places.ledger;
+    offer.moduleProgram = m_options.moduleProgram;
+    offer.language = m_options.language;
+    auto *const dialog = new PracticeDialog(PracticeSessions::ofUser(), offer, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &PracticeDialog::chosen, this, [this, dialog](const PracticeSession &session) {
+        const QString problem = PracticeDoor::hindrance(session);
+        if (!problem.isEmpty()) {
+            dialog->showNotice(problem);
+            return;
+        }
+        TerminalOptions options = m_options;
+        options.practice = session.name;
+        choose({session.dataFolder, session.ledger()}, options);
+    });
+    dialog->open();
+}
+
+/// The first time that the sample is opened, its statement is imported as a user's own would be.
+void StartWindow::fillSample(bool practises)
+{
+    m_sample = std::make_unique<Intake>(planFor(examplePlaces(m_facts.sampleFolder)));
     m_progress->setRange(0, 0);
     m_progress->show();
     connect(
         m_sample.get(), &Intake::changed, this,
-        [this, places, replays] {
+        [this, practises] {
             if (!m_sample) {
                 return;
             }
@@ -242,8 +268,8 @@ void StartWindow::fillSample(const AccountPlaces &places, bool replays)
                 m_progress->hide();
                 m_notice->setText(refusals.join(QLatin1Char('\n')));
                 showTexts();
-                if (isDone && QFileInfo::exists(places.ledger)) {
-                    openSample(places, replays);
+                if (isDone && QFileInfo::exists(examplePlaces(m_facts.sampleFolder).ledger)) {
+                    openSample(practises);
                 }
             }
         },

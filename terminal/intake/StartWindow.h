@@ -16,7 +16,7 @@ class QPushButton;
 namespace Terminal {
 
 /// The page of the first start: three ways in. The user's own statement and bars, dropped anywhere on it or
-/// chosen; the example; and a replay of the example's day.
+/// chosen; the example; and practice: a recorded day of the example, or one that was begun before.
 class StartWindow : public QMainWindow
 {
     Q_OBJECT
@@ -57,8 +57,9 @@ private:
     void showTexts();
     IntakePlan planFor(const AccountPlaces &places) const;
     void openOwn(const QStringList &codes);
-    void openSample(const AccountPlaces &places, bool replays);
-    void fillSample(const AccountPlaces &places, bool replays);
+    void openSample(bool practises);
+    void fillSample(bool practises);
+    void openPractice();
     void choose(const AccountPlaces &places, const TerminalOptions &options);
 
     TerminalOptions m_options;

@@ -69,6 +69,11 @@ OptionWord wordIn(const Choices<Value> &choices, Value TerminalOptions::*member)
     };
 }
 
+Choices<bool> switches()
+{
+    return {{QStringLiteral("on"), true}, {QStringLiteral("off"), false}};
+}
+
 /// An option that is one of a few words, and is remembered.
 template <typename Value>
 OptionRow choiceRow(const QString &name, const QString &valueName, const QString &help,
@@ -179,6 +184,10 @@ const std::vector<OptionRow> &optionTable()
          text("Overlays to show, separated by commas: %1.").arg(overlayWords().join(QStringLiteral(", "))),
          takeOverlays,
          [](const TerminalOptions &options) { return options.overlays.join(QLatin1Char(',')); }},
+        choiceRow(QStringLiteral("trades"), QStringLiteral("SWITCH"),
+                  text("on or off: every trade at its minute and price, and open orders; a picture has them "
+                       "when this says on."),
+                  switches(), &TerminalOptions::showsTrades),
         {QStringLiteral("results"), QStringLiteral("WHAT"),
          text("Opens the list of results: by security, month, year, sale or trip."), takeResults},
         {QStringLiteral("plugin"), QStringLiteral("PATH"), text("File of the overlay library."),
@@ -200,6 +209,9 @@ const std::vector<OptionRow> &optionTable()
          takeSize},
         {QStringLiteral("timeout"), QStringLiteral("SECONDS"),
          text("How long a snapshot waits for the overlays' data."), takeTimeout},
+        {QStringLiteral("practice"), QStringLiteral("NAME"),
+         text("Goes on with a practice, a recorded day with an account of its own; --replay is its speed."),
+         into(&TerminalOptions::practice)},
         {QStringLiteral("replay"), QStringLiteral("SPEED"),
          text(
              "Plays a recorded day as today, 1 to 600 times as fast; for --period minute, which it implies."),

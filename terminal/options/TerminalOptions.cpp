@@ -78,16 +78,31 @@ QString lateOrder(const TerminalOptions &options)
                      .arg(hoursAndMinutes(late->time), hoursAndMinutes(*options.replayTo));
 }
 
+/// A practice is what it was begun as; returns which option would make it another.
+QString settlePractice(TerminalOptions *options)
+{
+    if (options->practice.isEmpty()) {
+        return {};
+    }
+    for (const auto &other : {QStringLiteral("data"), QStringLiteral("ledger"), QStringLiteral("code"),
+                              QStringLiteral("period"), QStringLiteral("day"), QStringLiteral("replay-to")}) {
+        if (options->given.contains(other)) {
+            return text("--practice says itself what --%1 would: leave that out").arg(other);
+        }
+    }
+    return {};
+}
+
 /// Settles what options mean for one another; returns what contradicts.
 QString settleReplay(const QCommandLineParser &parser, TerminalOptions *options)
 {
     const QString replay = QStringLiteral("replay");
     for (const auto &dependent : {QStringLiteral("replay-to"), QStringLiteral("order")}) {
-        if (parser.isSet(dependent) && !parser.isSet(replay)) {
+        if (parser.isSet(dependent) && !parser.isSet(replay) && options->practice.isEmpty()) {
             return text("--%1 needs --replay").arg(dependent);
         }
     }
-    if (!parser.isSet(replay)) {
+    if (!parser.isSet(replay) || !options->practice.isEmpty()) {
         return {};
     }
     if (parser.isSet(QStringLiteral("period")) && options->period != ChartPeriod::Minute) {
@@ -150,6 +165,9 @@ Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &
     }
     QString error = takeValues(parser, &parsed.options);
     if (error.isEmpty()) {
+        error = settlePractice(&parsed.options);
+    }
+    if (error.isEmpty()) {
         error = settleReplay(parser, &parsed.options);
     }
     if (error.isEmpty() && parsed.options.dataFolder.isEmpty() && nameAChart(parsed.options)) {
@@ -160,10 +178,10 @@ Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &
 
 bool nameAChart(const TerminalOptions &options)
 {
-    static const QStringList names = {QStringLiteral("data"),   QStringLiteral("ledger"),
-                                      QStringLiteral("code"),   QStringLiteral("period"),
-                                      QStringLiteral("day"),    QStringLiteral("overlays"),
-                                      QStringLiteral("replay"), QStringLiteral("snapshot")};
+    static const QStringList names = {
+        QStringLiteral("data"),   QStringLiteral("ledger"),   QStringLiteral("code"),
+        QStringLiteral("period"), QStringLiteral("day"),      QStringLiteral("overlays"),
+        QStringLiteral("replay"), QStringLiteral("snapshot"), QStringLiteral("practice")};
     return std::any_of(names.begin(), names.end(),
                        [&options](const QString &name) { return options.given.contains(name); });
 }

@@ -30,12 +30,14 @@ struct TerminalOptions
     QStringList overlays;                    ///< words of overlayKinds
     QString pluginFile;
     QString moduleProgram;
-    QString ledger; ///< empty: no trading module is started
+    QString ledger;   ///< empty: no trading module is started
+    QString practice; ///< the session that is practised; empty: none. It says data, ledger, security and day
     bool startsBroker = true;
     ThemeKind theme = ThemeKind::Dark;
     RiseColour riseColour = RiseColour::Red;
     QString language = QStringLiteral("zh");     ///< zh or en
     std::optional<Trading::ResultGroup> results; ///< the list of results that is opened; nothing: none
+    bool showsTrades = true;                     ///< trades and working orders, on charts of every period
     bool hidesAmounts = false;                   ///< of the account, in labels and lists
     bool asksBeforeSending = true;               ///< before an order is sent
     QStringList watched;                         ///< codes on the watch list

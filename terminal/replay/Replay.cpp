@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace Terminal {
 
@@ -25,12 +26,28 @@ bool Replay::open(const ChartData &day, Trading::TradingDate today)
     }
     m_day = day;
     m_recordedDate = dayOf(day.bars.front());
-    for (Bar &bar : m_day.bars) {
-        bar.date = today.number();
-    }
+    dateBars(today);
     setState(State::Paused);
     restart();
     return true;
+}
+
+void Replay::dateBars(Trading::TradingDate today)
+{
+    for (Bar &bar : m_day.bars) {
+        bar.date = today.number();
+    }
+}
+
+void Replay::moveTo(Trading::TradingDate today)
+{
+    if (m_state == State::Closed) {
+        return;
+    }
+    dateBars(today);
+    const size_t completed = std::exchange(m_completed, 0);
+    Q_EMIT restarted();
+    complete(completed);
 }
 
 void Replay::close()

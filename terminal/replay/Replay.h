@@ -38,6 +38,10 @@ public:
     /// Forgets the day.
     void close();
 
+    /// Has another day stand for today: bars that are complete complete once more, dated so, and playing goes
+    /// on.
+    void moveTo(Trading::TradingDate today);
+
     /// Completes the first bar, that of the opening auction, again. Playing goes on.
     void restart();
 
@@ -77,6 +81,7 @@ Q_SIGNALS:
     void speedChanged();
 
 private:
+    void dateBars(Trading::TradingDate today);
     void complete(size_t count);
     void setState(State state);
     bool hasMore() const { return m_completed < m_day.bars.size(); }

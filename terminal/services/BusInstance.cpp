@@ -1,5 +1,7 @@
 #include "terminal/services/BusInstance.h"
 
+#include "trading/LedgerAddress.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QSysInfo>
@@ -7,13 +9,9 @@
 
 namespace Terminal {
 
-namespace {
+using Trading::isDatabaseAddress;
 
-bool isDatabase(const QString &ledger)
-{
-    return ledger.startsWith(QLatin1String("postgresql://")) ||
-           ledger.startsWith(QLatin1String("postgres://"));
-}
+namespace {
 
 QString placeOfDatabase(const QUrl &url)
 {
@@ -37,12 +35,12 @@ QString placeOfFile(const QFileInfo &file)
 
 QString ledgerPlace(const QString &ledger)
 {
-    return isDatabase(ledger) ? placeOfDatabase(QUrl(ledger)) : placeOfFile(QFileInfo(ledger));
+    return isDatabaseAddress(ledger) ? placeOfDatabase(QUrl(ledger)) : placeOfFile(QFileInfo(ledger));
 }
 
 bool isMissingFile(const QString &ledger)
 {
-    return !ledger.isEmpty() && !isDatabase(ledger) && !QFileInfo::exists(ledger);
+    return !ledger.isEmpty() && !isDatabaseAddress(ledger) && !QFileInfo::exists(ledger);
 }
 
 bool servesAnother(const Trading::TradePresence &presence, const QString &ledger)
@@ -51,12 +49,12 @@ bool servesAnother(const Trading::TradePresence &presence, const QString &ledger
         return false;
     }
     const bool isElsewhere = !presence.host.isEmpty() && presence.host != QSysInfo::machineHostName();
-    return ledgerPlace(presence.ledger) != ledgerPlace(ledger) || (isElsewhere && !isDatabase(ledger));
+    return ledgerPlace(presence.ledger) != ledgerPlace(ledger) || (isElsewhere && !isDatabaseAddress(ledger));
 }
 
 QString ledgerName(const QString &ledger)
 {
-    if (!isDatabase(ledger)) {
+    if (!isDatabaseAddress(ledger)) {
         return QFileInfo(ledger).fileName();
     }
     const QUrl url(ledger);
@@ -70,8 +68,13 @@ void enterBusInstance(const QString &ledger)
     }
 }
 
-BusMembership::BusMembership(const QString &ledger) : m_isOurs(busInstance().isEmpty())
+BusMembership::BusMembership(const QString &ledger, Choice choice)
+    : m_before(busInstance()),
+      m_isOurs(m_before.isEmpty() || choice == Choice::OfAccount)
 {
+    if (m_isOurs) {
+        qunsetenv(busInstanceVariable);
+    }
     enterBusInstance(ledger);
 }
 
@@ -79,6 +82,9 @@ BusMembership::~BusMembership()
 {
     if (m_isOurs) {
         qunsetenv(busInstanceVariable);
+    }
+    if (!m_before.isEmpty()) {
+        qputenv(busInstanceVariable, m_before.toUtf8());
     }
 }
 

@@ -39,7 +39,13 @@ QString busInstance();
 class BusMembership
 {
 public:
-    explicit BusMembership(const QString &ledger);
+    /// Whose word counts on which bus it is.
+    enum class Choice {
+        OfUser,    ///< an instance that the user has named stays
+        OfAccount, ///< the account has its own whatever the user has named
+    };
+
+    explicit BusMembership(const QString &ledger, Choice choice = Choice::OfUser);
     ~BusMembership();
     BusMembership(const BusMembership &) = delete;
     BusMembership &operator=(const BusMembership &) = delete;
@@ -49,7 +55,8 @@ public:
     QString ofOther(const QString &ledger) const { return m_isOurs ? ledgerPlace(ledger) : QString(); }
 
 private:
-    bool m_isOurs; // else the user has named it
+    const QString m_before; ///< the instance that the user has named
+    const bool m_isOurs;    // else that one counts
 };
 
 } // namespace Terminal

@@ -9,6 +9,13 @@
 
 namespace Terminal {
 
+namespace {
+
+/// How late a paused day notices midnight at most.
+constexpr std::chrono::milliseconds midnightTurn = std::chrono::seconds(20);
+
+} // namespace
+
 TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QString &busAddress)
     : m_plan(std::move(plan)),
       m_busAddress(busAddress),
@@ -16,7 +23,8 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
       m_prices(&m_source, &m_today),
       m_statementActions(&m_source),
       m_feed(&m_replay, &m_desk, m_plan.orders, nullptr),
-      m_replayLock(busInstance())
+      m_replayLock(busInstance()),
+      m_reached(m_plan.replayTo)
 {
     m_patience.setSingleShot(true);
     connect(&m_patience, &QTimer::timeout, this, [this] { enter(Stage::Alone); });
@@ -34,7 +42,17 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
             m_replayLock.release();
         }
     });
-    connect(&m_replay, &Replay::advanced, this, &TradingSession::pauseAfterMidnight);
+    connect(&m_replay, &Replay::advanced, this, &TradingSession::noteProgress);
+    connect(&m_replay, &Replay::advanced, this, &TradingSession::passMidnight);
+    connect(&m_midnight, &QTimer::timeout, this, &TradingSession::passMidnight);
+    if (m_plan.practised) {
+        m_midnight.start(midnightTurn); // its user may think for long
+    }
+    connect(&m_desk, &OrderDesk::placed, this, [this](const OrderRequest &, const DeskOutcome &outcome) {
+        const bool isOut =
+            outcome.kind != DeskOutcome::Kind::Refused && outcome.kind != DeskOutcome::Kind::NotSent;
+        m_hasOrders = m_hasOrders || (isOut && m_replay.state() != Replay::State::Closed);
+    });
     m_desk.setModule([this] { return moduleForDesk(); });
     connect(&m_module, &ModuleWatch::changed, &m_desk, [this] {
         if (m_module.isAnswering()) {
@@ -54,14 +72,17 @@ DeskModule TradingSession::moduleForDesk() const
 {
     const auto presence = m_module.presence();
     if (!presence) {
-        return {};
+        const bool isUnknown = m_module.isAnswering() && !m_plan.ledger.isEmpty();
+        return {false, QString(),
+                isUnknown ? tr("the trading module on this bus does not say which account it serves")
+                          : QString()};
     }
     const QString objection =
         servesAnother(*presence, m_plan.ledger)
             ? tr("the trading module on this bus serves another account: %1").arg(presence->ledger)
             : QString();
     return {presence->knows(Trading::Capability::CLIENTNO), presence->account(), objection,
-            presence->knows(Trading::Capability::OPENORDERS)};
+            presence->knows(Trading::Capability::REPLACE), presence->knows(Trading::Capability::OPENORDERS)};
 }
 
 bool TradingSession::moduleKnows(const char *capability) const
@@ -90,16 +111,52 @@ void TradingSession::join()
 QString TradingSession::openReplay(const ChartData &day)
 {
     const bool wasClosed = m_replay.state() == Replay::State::Closed;
+    const auto &practised = m_plan.practised;
+    const bool isOther = practised && (day.security.code != practised->code || day.bars.empty() ||
+                                       dayOf(day.bars.front()) != practised->day);
+    if (isOther) {
+        return tr("This account practises %1 on %2: begin another practice for another day.")
+            .arg(practised->code, practised->day.dashedText());
+    }
+    if (!practised && m_hasOrders) {
+        return whyNotBegunAgain();
+    }
     if (!m_replayLock.acquire()) {
         return m_replayLock.problem();
     }
+    const std::optional<Trading::ClockTime> reached = m_reached;
     if (m_replay.open(m_source.raw(day), Trading::TradingDate::today())) {
+        if (practised && reached) {
+            m_replay.playTo(*reached);
+        }
         return {};
     }
     if (wasClosed) {
         m_replayLock.release();
     }
     return tr("Only a chart of minutes can be replayed.");
+}
+
+QString TradingSession::restartReplay()
+{
+    if (m_hasOrders) {
+        return whyNotBegunAgain();
+    }
+    m_replay.restart();
+    return {};
+}
+
+QString TradingSession::whyNotBegunAgain() const
+{
+    return tr("Orders were placed in this replay: it cannot begin again under them. A practice can, from "
+              "nothing.");
+}
+
+void TradingSession::noteProgress()
+{
+    if (m_plan.practised && m_replay.completed() > 0) {
+        m_reached = endOf(m_replay.day()[m_replay.completed() - 1]);
+    }
 }
 
 void TradingSession::takeFolder(const DataFolder &folder)
@@ -182,10 +239,16 @@ void TradingSession::playOn()
     }
 }
 
-void TradingSession::pauseAfterMidnight()
+/// An account that practises has the recorded day for its own: only the charts' today moves on.
+void TradingSession::passMidnight()
 {
     const bool isOpen = m_replay.state() != Replay::State::Closed;
-    if (isOpen && dayOf(m_replay.day().front()) != Trading::TradingDate::today()) {
+    if (!isOpen || dayOf(m_replay.day().front()) == Trading::TradingDate::today()) {
+        return;
+    }
+    if (m_plan.practised) {
+        m_replay.moveTo(Trading::TradingDate::today());
+    } else {
         m_replay.pause();
         Q_EMIT replayOutlivedItsDay();
     }

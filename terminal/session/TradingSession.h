@@ -25,6 +25,13 @@
 
 namespace Terminal {
 
+/// The recorded day that an account practises.
+struct PractisedDay
+{
+    QString code;
+    Trading::TradingDate day;
+};
+
 /// What a terminal does with its trading day by itself.
 struct DayPlan
 {
@@ -34,6 +41,8 @@ struct DayPlan
     std::optional<Trading::ClockTime> replayTo;
     OrderPlan orders;    ///< placed while the day is played
     bool playsOn = true; ///< after that, minute by minute
+    /// The account practises this day of this security and plays no other; `replayTo` is how far it has come.
+    std::optional<PractisedDay> practised;
     /// False: a replay waits for the trading module as long as it takes, for it is to take the replay's
     /// orders.
     bool playsAlone = true;
@@ -70,10 +79,15 @@ public:
     /// nothing.
     void join();
 
-    /// Replays a day that was recorded, from its beginning, paused and in raw prices. Returns why it cannot
-    /// be, for the user: `day` has no minutes, or another program replays one on this account; then nothing
-    /// changes.
+    /// Replays a day that was recorded, from its beginning, or from where the practice of it has come to,
+    /// paused and in raw prices. Returns why it cannot be, for the user: `day` has no minutes, or is not the
+    /// one that is practised, another program replays one on this account, or orders were placed in the
+    /// replay before; then nothing changes.
     QString openReplay(const ChartData &day);
+
+    /// Begins the replayed day again. Returns why not, for the user: a market does not go back under an order
+    /// that was placed in it.
+    QString restartReplay();
 
     /// Brings the replay that was planned to where it is to begin, before anything listens.
     void playAtOnce();
@@ -110,6 +124,7 @@ Q_SIGNALS:
     void replayWaits();
 
     /// The replay's today is over, by the exchange's clock: nobody takes its quotes any more. It was paused.
+    /// A practised day goes on.
     void replayOutlivedItsDay();
 
     /// Combined overlays have news.
@@ -124,7 +139,9 @@ private:
     void enter(Stage stage);
     void enterWhenHeard();
     void playOn();
-    void pauseAfterMidnight();
+    void passMidnight();
+    void noteProgress();
+    QString whyNotBegunAgain() const;
     bool hasBegun() const;
     bool isMovedByHand() const;
     bool replays() const;
@@ -146,6 +163,9 @@ private:
     ModuleWatch m_module{nullptr};
     SharedChannel m_shared{nullptr};
     QTimer m_patience;
+    QTimer m_midnight;                           ///< looks whether it has passed
+    bool m_hasOrders = false;                    ///< placed while a day was replayed
+    std::optional<Trading::ClockTime> m_reached; ///< of a practised day
 };
 
 } // namespace Terminal

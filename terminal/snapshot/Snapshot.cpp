@@ -5,6 +5,7 @@
 #include "terminal/session/StatementActions.h"
 #include "terminal/snapshot/Picture.h"
 #include "terminal/trade/OrderDesk.h"
+#include "terminal/trades/TradesDesk.h"
 #include "trading/ModuleVocabulary.h"
 
 namespace Terminal {
@@ -15,6 +16,7 @@ Snapshot::Snapshot(const Scene &scene, const QString &file, std::chrono::seconds
       m_desk(scene.desk),
       m_actions(scene.actions),
       m_results(scene.results),
+      m_trades(scene.trades),
       m_file(file),
       m_watch(scene.chart, scene.overlays, nullptr)
 {
@@ -29,6 +31,9 @@ Snapshot::Snapshot(const Scene &scene, const QString &file, std::chrono::seconds
     connect(m_desk, &OrderDesk::answered, this, &Snapshot::checkProgress);
     if (m_results != nullptr) {
         connect(m_results, &ResultsDesk::came, this, &Snapshot::checkProgress);
+    }
+    if (m_trades != nullptr) {
+        connect(m_trades, &TradesDesk::answered, this, &Snapshot::checkProgress);
     }
     connect(&m_timeout, &QTimer::timeout, this, &Snapshot::giveUp);
 }
@@ -69,6 +74,9 @@ QStringList Snapshot::missing() const
     }
     if (m_results != nullptr && !m_results->isUpToDate()) {
         missing.append(tr("list of results"));
+    }
+    if (m_trades != nullptr && !m_trades->isUpToDate()) {
+        missing.append(tr("list of trades"));
     }
     if (!m_actions->isUpToDate()) {
         missing.append(tr("the answer to %1").arg(QLatin1String(Trading::CmdType::CORPORATEACTIONS)));

@@ -16,6 +16,7 @@ namespace Terminal {
 
 class OrderDesk;
 class ResultsDesk;
+class TradesDesk;
 class ScreenAnswers;
 class StatementActions;
 
@@ -29,6 +30,7 @@ struct Scene
     OrderDesk *desk = nullptr;           ///< whose orders the window shows
     StatementActions *actions = nullptr; ///< that its prices go by
     ResultsDesk *results = nullptr;      ///< whose results it shows; null: it shows none
+    TradesDesk *trades = nullptr;        ///< whose trades it shows; null: it shows none
 };
 
 /// Waits until every overlay of a window and the panel of orders, when it is shown, have their data and
@@ -84,6 +86,7 @@ private:
     OrderDesk *m_desk;
     StatementActions *m_actions;
     ResultsDesk *m_results;
+    TradesDesk *m_trades;
     QString m_file;
     AnswerWatch m_watch;
     QTimer m_timeout;

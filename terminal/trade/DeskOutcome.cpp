@@ -1,6 +1,7 @@
 #include "terminal/trade/DeskOutcome.h"
 
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/ModuleVocabulary.h"
 
 #include <QJsonArray>
 
@@ -23,6 +24,23 @@ QString grantText(const QJsonObject &answer)
                           : textOf(data.toObject(), TradeKeyFields::RTSORDERNO);
 }
 
+std::optional<Trading::ReplacementState> replacementOf(const QJsonObject &answer)
+{
+    const QJsonObject data = answer.value(QLatin1String(TradeKeyFields::DATA)).toObject();
+    return Trading::replacementStateOf(textOf(data, Trading::ReplaceFields::REPLACEMENT));
+}
+
+DeskOutcome replaceOutcomeOf(const QJsonObject &answer)
+{
+    const QJsonObject data = answer.value(QLatin1String(TradeKeyFields::DATA)).toObject();
+    DeskOutcome outcome{DeskOutcome::Kind::Accepted, textOf(data, Trading::ReplaceFields::REASON)};
+    outcome.replacement = replacementOf(answer);
+    if (outcome.replacement == Trading::ReplacementState::Placed) {
+        outcome.text = textOf(data, Trading::ReplaceFields::NEWORDERNO);
+    }
+    return outcome;
+}
+
 } // namespace
 
 bool isGranted(const QJsonObject &answer)
@@ -36,8 +54,16 @@ QString refusalOf(const QJsonObject &answer)
     return isGranted(answer) || !reason.isEmpty() ? reason : QStringLiteral("?");
 }
 
+bool isUnderWay(const QJsonObject &answer)
+{
+    return isGranted(answer) && replacementOf(answer) == Trading::ReplacementState::Waiting;
+}
+
 DeskOutcome outcomeOf(const QJsonObject &answer)
 {
+    if (isGranted(answer) && replacementOf(answer)) {
+        return replaceOutcomeOf(answer);
+    }
     return isGranted(answer) ? DeskOutcome{DeskOutcome::Kind::Accepted, grantText(answer)}
                              : DeskOutcome{DeskOutcome::Kind::Refused, refusalOf(answer)};
 }

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "trading/ReplacementState.h"
+
 #include <QJsonObject>
 #include <QString>
 
+#include <optional>
+
 namespace Terminal {
 
-/// How the wish to place or to cancel an order ended.
+/// How the wish to place, to replace or to cancel an order ended.
 struct DeskOutcome
 {
     enum class Kind {
@@ -18,6 +22,8 @@ struct DeskOutcome
     Kind kind = Kind::NoAnswer;
     QString text;
     bool isLate = false; ///< an answer after NoAnswer was told
+    /// How a replacement ended that was accepted; `text` is the new order's number, or why there is none.
+    std::optional<Trading::ReplacementState> replacement = {};
 };
 
 /// True when the module grants what it was asked.
@@ -25,6 +31,9 @@ bool isGranted(const QJsonObject &answer);
 
 /// Why it does not, "?" when it gives no reason; empty when it does.
 QString refusalOf(const QJsonObject &answer);
+
+/// True for the answer to a replacement that has begun and not ended: the module is to be asked again.
+bool isUnderWay(const QJsonObject &answer);
 
 /// The outcome of a wish that the module answered so.
 DeskOutcome outcomeOf(const QJsonObject &answer);

@@ -29,7 +29,7 @@ void OpenWishes::endTry(const QString &id)
     if (open->wish.isNumbered && open->tries < mostTries) {
         ++open->tries;
         waitFor(id);
-        repeat(Wish(open->wish));
+        repeat(Open(*open));
         return;
     }
     open->isLate = true;
@@ -43,16 +43,35 @@ void OpenWishes::askAgain()
     const QHash<QString, Open> open = m_open; // who is told may add others
     for (const Open &one : open) {
         if (one.wish.isNumbered && !one.isLate) {
-            repeat(one.wish);
+            repeat(one);
         }
     }
 }
 
 /// A module or bus that is away may be back at the next try.
-void OpenWishes::repeat(const Wish &wish)
+void OpenWishes::repeat(const Open &open)
 {
-    if (wish.mayRepeat() && m_send(wish.question)) {
-        wish.tellRepeat();
+    if (open.wish.mayRepeat() && m_send(open.wish.question) && !open.isKept) {
+        open.wish.tellRepeat();
+    }
+}
+
+void OpenWishes::keepOpen(const QString &id)
+{
+    const auto open = m_open.find(id);
+    if (open != m_open.end()) {
+        open->isKept = true;
+        open->tries = 1;
+    }
+}
+
+void OpenWishes::askAboutKept()
+{
+    const QHash<QString, Open> open = m_open; // who is told may add others
+    for (const Open &one : open) {
+        if (one.isKept && !one.isLate) {
+            repeat(one);
+        }
     }
 }
 

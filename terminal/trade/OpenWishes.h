@@ -50,6 +50,12 @@ public:
     /// A module may be there that was not: what is numbered and still waited for is sent to it at once.
     void askAgain();
 
+    /// The module knows the wish and has not ended it: it is asked about again as long as that goes on, and
+    /// nobody is told.
+    void keepOpen(const QString &id);
+    /// Asks at once about those: something has changed.
+    void askAboutKept();
+
     /// True, once, for the id of a wish: this is its answer.
     bool close(const QString &id, const DeskOutcome &outcome);
 
@@ -62,12 +68,13 @@ private:
     {
         Wish wish;
         int tries = 1;
+        bool isKept = false; ///< the module said that it knows it
         bool isLate = false; ///< it was told that no answer came
     };
 
     void waitFor(const QString &id);
     void endTry(const QString &id);
-    void repeat(const Wish &wish);
+    void repeat(const Open &open);
 
     Send m_send;
     std::chrono::milliseconds m_timeout{0};

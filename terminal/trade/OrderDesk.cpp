@@ -120,21 +120,44 @@ QString OrderDesk::place(const OrderRequest &order)
     const auto price = Trading::Money::ofYuan(order.price);
     own.question.setNewOrder(order.side, price.value_or(Trading::Money()), order.quantity);
     speak(&own.question);
-    Wish wish;
-    if (const DeskModule asked = m_module(); asked.knowsClientNumbers) {
+    if (m_module().knowsClientNumbers) {
         own.question.setClientNumber(placing.clientNumber);
-        wish.isNumbered = true;
-        wish.mayRepeat = [this, account = asked.account] {
-            const DeskModule now = m_module();
-            return now.knowsClientNumbers && now.account == account;
-        };
     }
-    wish.id = own.id;
-    wish.question = own.question.toJson();
+    Wish wish = numbered(own);
+    wish.isNumbered = m_module().knowsClientNumbers;
     wish.tellRepeat = [this, placing] { Q_EMIT askedAgain(placing); };
     wish.tell = [this, placing](const DeskOutcome &outcome) { Q_EMIT placed(placing, outcome); };
     sendWish(wish);
     return placing.clientNumber;
+}
+
+QString OrderDesk::replace(const PriceChange &change)
+{
+    PriceChange asked = change;
+    asked.clientNumber = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    OwnQuestion own = ask(Trading::CmdType::REPLACE, change.order.security);
+    own.question.setOrder(change.order.day.value(), change.order.number);
+    own.question.setNewPrice(Trading::Money::ofYuan(change.price).value_or(Trading::Money()));
+    own.question.setClientNumber(asked.clientNumber);
+    Wish wish = numbered(own);
+    wish.tellRepeat = [this, asked] { Q_EMIT replaceAskedAgain(asked); };
+    wish.tell = [this, asked](const DeskOutcome &outcome) { Q_EMIT replaced(asked, outcome); };
+    sendWish(wish);
+    return asked.clientNumber;
+}
+
+/// A wish that may be sent again to a module of the same account.
+Wish OrderDesk::numbered(const OwnQuestion &own) const
+{
+    Wish wish;
+    wish.id = own.id;
+    wish.question = own.question.toJson();
+    wish.isNumbered = true;
+    wish.mayRepeat = [this, account = m_module().account] {
+        const DeskModule now = m_module();
+        return now.knowsClientNumbers && now.account == account;
+    };
+    return wish;
 }
 
 void OrderDesk::cancel(const OrderRecord &order)
@@ -232,6 +255,8 @@ void OrderDesk::takeAnswer(const QJsonObject &answer)
         takeWorkingOrders(answer);
     } else if (m_accountQuestion.close(id)) {
         takeAccount(answer);
+    } else if (isUnderWay(answer)) {
+        m_wishes.keepOpen(id);
     } else if (m_wishes.close(id, outcomeOf(answer))) {
         refresh();
     }
@@ -269,6 +294,7 @@ void OrderDesk::takeAccount(const QJsonObject &answer)
 
 void OrderDesk::takeNotification(const QJsonObject &notification)
 {
+    m_wishes.askAboutKept();
     if (!isWatching()) {
         return;
     }

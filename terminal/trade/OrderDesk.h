@@ -21,6 +21,7 @@ struct DeskModule
     bool knowsClientNumbers = false; ///< it knows orders by the terminal's own numbers
     QString account;                 ///< whose orders it takes; another one with another account
     QString objection;               ///< why nothing may be sent to it, for the user; mostly empty
+    bool replacesOrders = false;     ///< it places what is left of an order at another price
     bool tellsOpenOrders = false;    ///< of all securities at once
 };
 
@@ -74,6 +75,12 @@ public:
     /// such numbers and does not answer in time, it is asked some times more, and so is one that follows it
     /// with the same account: the number keeps that one order.
     QString place(const OrderRequest &order);
+    /// Ends with replaced(), when the module says how it ended: it is asked again while it does not answer,
+    /// as for a placing, and as long as it waits for the cancellation of the old order. Requires
+    /// canReplace(), and an order whose day is known. Returns the client's number, which `replaced` has, too.
+    QString replace(const PriceChange &change);
+    /// True when the module that is there replaces orders.
+    bool canReplace() const { return m_module().replacesOrders; }
     /// Ends with cancelAnswered(). Requires an order whose day is known.
     void cancel(const OrderRecord &order);
 
@@ -96,6 +103,8 @@ Q_SIGNALS:
     void placed(const OrderRequest &order, const DeskOutcome &outcome);
     /// No answer came in time; the module was asked again for the same order.
     void askedAgain(const OrderRequest &order);
+    void replaced(const PriceChange &change, const DeskOutcome &outcome);
+    void replaceAskedAgain(const PriceChange &change);
     void cancelAnswered(const OrderRecord &order, const DeskOutcome &outcome);
     void ordersChanged(); ///< or why they are not told
     void workingOrdersChanged();
@@ -117,6 +126,7 @@ private:
     bool isWatching() const { return m_heartbeat.isActive(); }
     OwnQuestion ask(const char *command, const Security &security);
     bool send(const QByteArray &question);
+    Wish numbered(const OwnQuestion &own) const;
     void sendWish(const Wish &wish);
     QString sendOwn(const OwnQuestion &own);
     QString askForOrders();

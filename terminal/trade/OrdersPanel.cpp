@@ -44,7 +44,8 @@ void OrdersPanel::setUpOrders()
 {
     connect(m_ordersView, &OrdersView::rowsSelected, this, &OrdersPanel::selectionChanged);
     connect(m_ordersView, &OrdersView::cancelAsked, this, &OrdersPanel::cancelAsked);
-    connect(m_ordersView, &OrdersView::chartAsked, this, &OrdersPanel::chartAsked);
+    connect(m_ordersView, &OrdersView::priceAsked, this, &OrdersPanel::priceAsked);
+    connect(m_ordersView, &OrdersView::placeAsked, this, &OrdersPanel::placeAsked);
     connect(m_ordersBar, &OrdersBar::scopeChosen, this, &OrdersPanel::listOrders);
     connect(m_ordersBar, &OrdersBar::cancelSelectedAsked, this,
             [this] { Q_EMIT cancelAsked(m_ordersView->selectedToCancel()); });

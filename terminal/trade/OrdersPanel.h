@@ -64,6 +64,11 @@ Q_SIGNALS:
     void selectionChanged();
     /// The user wants these orders to be cancelled; they can be.
     void cancelAsked(const OrderRecords &orders);
+    /// The user wants another price for this order; it can be cancelled.
+    void priceAsked(const OrderRecord &order);
+    /// The user wants to see this order on the chart.
+    void placeAsked(const OrderRecord &order);
+    /// The user wants to see the chart of what he holds.
     void chartAsked(const Security &security);
     /// The user wants to sell what can be sold of it, which is something.
     void closeAsked(const Position &position);

@@ -17,9 +17,9 @@ OrdersView::OrdersView(OrdersTable *orders)
     setContextMenuPolicy(Qt::CustomContextMenu);
     connect(this, &QWidget::customContextMenuRequested, this, &OrdersView::openMenu);
     setNamesSecurities(false);
-    connect(this, &QAbstractItemView::activated, this,
-            [this](const QModelIndex &row) { Q_EMIT chartAsked(m_orders->record(row.row()).security); });
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &OrdersView::rowsSelected);
+    connect(this, &QAbstractItemView::clicked, this,
+            [this](const QModelIndex &cell) { Q_EMIT placeAsked(m_orders->record(cell.row())); });
 }
 
 void OrdersView::select(const OrderRecords &orders)
@@ -77,7 +77,10 @@ void OrdersView::askToCancel(int row)
 
 void OrdersView::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() != Qt::Key_Delete) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && currentIndex().isValid()) {
+        Q_EMIT placeAsked(m_orders->record(currentIndex().row()));
+    } else if (event->key() != Qt::Key_Delete) {
         RecordView::keyPressEvent(event);
     } else if (const OrderRecords orders = selectedToCancel(); !event->isAutoRepeat() && !orders.empty()) {
         Q_EMIT cancelAsked(orders);
@@ -96,13 +99,14 @@ void OrdersView::openMenu(const QPoint &position)
     QAction *const cancelling = menu.addAction(tr("Cancel this order…"));
     cancelling->setShortcut(Qt::Key_Delete);
     cancelling->setEnabled(isCancellable(order));
-    QAction *const charting = menu.addAction(tr("Show its chart"));
-    charting->setShortcut(Qt::Key_Return);
+    QAction *const pricing = menu.addAction(tr("Change price…"));
+    pricing->setEnabled(isCancellable(order));
     const QAction *const chosen = menu.exec(viewport()->mapToGlobal(position));
+    const int shown = m_orders->rowOf(order.number);
     if (chosen == cancelling) {
-        askToCancel(m_orders->rowOf(order.number));
-    } else if (chosen == charting) {
-        Q_EMIT chartAsked(order.security);
+        askToCancel(shown);
+    } else if (chosen == pricing && shown >= 0 && isCancellable(m_orders->record(shown))) {
+        Q_EMIT priceAsked(OrderRecord(m_orders->record(shown)));
     }
 }
 

@@ -5,8 +5,8 @@
 
 namespace Terminal {
 
-/// The rows of orders. Delete, or the menu of a row, asks for the cancellation of its order, Delete for that
-/// of all selected ones; Enter or a double click for the chart of its security.
+/// The rows of orders. A click on a row, or Enter, asks for its place on the chart; Delete for the
+/// cancellation of the selected orders; the menu of a row for that of its order, and for another price.
 class OrdersView : public RecordView
 {
     Q_OBJECT
@@ -32,7 +32,10 @@ Q_SIGNALS:
     void rowsSelected();
     /// The user wants these orders to be cancelled; they can be.
     void cancelAsked(const OrderRecords &orders);
-    void chartAsked(const Security &security);
+    /// The user wants another price for this order; it can be cancelled.
+    void priceAsked(const OrderRecord &order);
+    /// The user wants to see this order on the chart.
+    void placeAsked(const OrderRecord &order);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

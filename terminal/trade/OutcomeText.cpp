@@ -1,5 +1,6 @@
 #include "terminal/trade/OutcomeText.h"
 
+#include "terminal/chart/text/FigureText.h"
 #include "terminal/trade/PlainText.h"
 #include "terminal/trade/ShownAmount.h"
 #include "terminal/trade/TradeTables.h"
@@ -61,9 +62,14 @@ QString OutcomeText::placed(const OrderRequest &order, const DeskOutcome &outcom
     return {};
 }
 
+QString OutcomeText::orderName(const OrderRecord &order)
+{
+    return tr("Order %1 of %2").arg(plainText(order.number), nameOf(order.security));
+}
+
 QString OutcomeText::cancelled(const OrderRecord &order, const DeskOutcome &outcome, bool hidesAmounts)
 {
-    const QString what = tr("Order %1 of %2").arg(plainText(order.number), nameOf(order.security));
+    const QString what = orderName(order);
     switch (outcome.kind) {
     case DeskOutcome::Kind::Accepted:
         return tr("%1: %2").arg(what, words(outcome, hidesAmounts));
@@ -73,6 +79,52 @@ QString OutcomeText::cancelled(const OrderRecord &order, const DeskOutcome &outc
         return tr("%1 is not cancelled: there is no connection to the trading module").arg(what);
     case DeskOutcome::Kind::NoAnswer:
         return tr("%1: no answer yet to its cancellation").arg(what);
+    }
+    return {};
+}
+
+QString OutcomeText::replaceSent(const PriceChange &change)
+{
+    return tr("%1: replacing it at %2").arg(orderName(change.order), priceText(change.price));
+}
+
+QString OutcomeText::replaceAskedAgain(const PriceChange &change)
+{
+    return tr("%1: whether it is replaced is unknown, asking again").arg(orderName(change.order));
+}
+
+QString OutcomeText::replaced(const PriceChange &change, const DeskOutcome &outcome, bool hidesAmounts)
+{
+    const QString what = orderName(change.order);
+    switch (outcome.kind) {
+    case DeskOutcome::Kind::Accepted:
+        return replacedText(what, change, outcome, hidesAmounts);
+    case DeskOutcome::Kind::Refused:
+        return tr("%1 stays as it is: %2").arg(what, words(outcome, hidesAmounts));
+    case DeskOutcome::Kind::NotSent:
+        return tr("%1 stays as it is: there is no connection to the trading module").arg(what);
+    case DeskOutcome::Kind::NoAnswer:
+        return tr("%1: no answer to its replacement, and it is not asked for any more; look at the list of "
+                  "orders")
+            .arg(what);
+    }
+    return {};
+}
+
+QString OutcomeText::replacedText(const QString &what, const PriceChange &change, const DeskOutcome &outcome,
+                                  bool hidesAmounts)
+{
+    switch (outcome.replacement.value_or(Trading::ReplacementState::Waiting)) {
+    case Trading::ReplacementState::Waiting:
+        return replaceSent(change);
+    case Trading::ReplacementState::Placed:
+        return tr("%1 is replaced by order %2 at %3")
+            .arg(what, plainText(outcome.text), priceText(change.price));
+    case Trading::ReplacementState::Dealt:
+        return tr("%1 was dealt before it could be replaced").arg(what);
+    case Trading::ReplacementState::Failed:
+        return tr("%1 is cancelled, and NO order stands in its place: %2")
+            .arg(what, words(outcome, hidesAmounts));
     }
     return {};
 }
@@ -152,6 +204,21 @@ QString OutcomeText::dealt(const OrderRecord &order, bool hidesAmounts)
             .arg(namedOrder({order.security, order.side, order.price, order.quantity}, hidesAmounts),
                  plainText(order.number));
     return isCancellable(order) ? tr("Part dealt: %1").arg(what) : tr("Dealt: %1").arg(what);
+}
+
+QString OutcomeText::replaceQuestion(const PriceChange &change)
+{
+    const OrderRecord &order = change.order;
+    const qint64 rest = order.quantity - order.dealt;
+    const QStringList lines{
+        tr("Replace order %1 from %2 to %3?")
+            .arg(plainText(order.number), priceText(order.price), priceText(change.price)),
+        fullName(order.security),
+        tr("What is left of it: %1")
+            .arg(orderSummary({order.security, order.side, change.price, rest}, false)),
+        tr("It is cancelled first; what is left is placed when that is confirmed."),
+    };
+    return lines.join(QLatin1Char('\n'));
 }
 
 } // namespace Terminal

@@ -21,14 +21,24 @@ public:
     static QString dealt(const OrderRecord &order, bool hidesAmounts);
     static QString cancelled(const OrderRecord &order, const DeskOutcome &outcome, bool hidesAmounts);
 
-    /// The questions before an order is sent or cancelled. They show everything, also while amounts are
-    /// hidden: the user has to know what he does. `account` may be empty: it is not known.
+    static QString replaceSent(const PriceChange &change);
+    static QString replaceAskedAgain(const PriceChange &change);
+    static QString replaced(const PriceChange &change, const DeskOutcome &outcome, bool hidesAmounts);
+
+    /// The questions before an order is sent, replaced or cancelled. They show everything, also while amounts
+    /// are hidden: the user has to know what he does. `account` may be empty: it is not known.
     static OrderQuestion::Words sendQuestion(const OrderRequest &order, const QString &account);
     static QString cancelQuestion(const OrderRecord &order);
     /// Before several are cancelled.
     static OrderQuestion::Words cancelQuestion(const OrderRecords &orders);
     /// Before the window is left while these orders wait.
     static OrderQuestion::Words leaveQuestion(const OrderRecords &working);
+    static QString replaceQuestion(const PriceChange &change);
+
+private:
+    static QString orderName(const OrderRecord &order);
+    static QString replacedText(const QString &what, const PriceChange &change, const DeskOutcome &outcome,
+                                bool hidesAmounts);
 };
 
 } // namespace Terminal

@@ -44,6 +44,11 @@ void SharedWidth::add(QWidget *caption, RecordView *table)
 void SharedWidth::setTitle(int number, const QString &title)
 {
     m_tabs->setTabText(number, title);
+    QStringList titles;
+    for (int tab = 0; tab < m_tabs->count(); ++tab) {
+        titles.append(m_tabs->tabText(tab));
+    }
+    m_tabs->setAccessibleName(titles.join(QStringLiteral(", ")));
 }
 
 void SharedWidth::resizeEvent(QResizeEvent *event)

@@ -1,6 +1,7 @@
 #include "terminal/trade/ShrinkingArea.h"
 
 #include <QEvent>
+#include <QResizeEvent>
 
 namespace Terminal {
 
@@ -16,23 +17,19 @@ ShrinkingArea::ShrinkingArea(QWidget *content, QWidget *parent) : QScrollArea(pa
     setFocusPolicy(Qt::NoFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWidgetResizable(true);
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Maximum);
-    policy.setHeightForWidth(true);
-    setSizePolicy(policy);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     setWidget(content);
     content->setAutoFillBackground(false); // the area would fill it in the colour of a button
     viewport()->setAutoFillBackground(false);
 }
 
-int ShrinkingArea::heightForWidth(int width) const
-{
-    return widget()->hasHeightForWidth() ? widget()->heightForWidth(width) : widget()->sizeHint().height();
-}
-
+/// As high as the content is in the width that there is. It is no height for a width to a layout: that would
+/// be the least one, too.
 QSize ShrinkingArea::sizeHint() const
 {
-    const int width = widget()->sizeHint().width();
-    return {width, heightForWidth(width)};
+    const QSize content = widget()->sizeHint();
+    return {content.width(),
+            widget()->hasHeightForWidth() ? widget()->heightForWidth(width()) : content.height()};
 }
 
 QSize ShrinkingArea::minimumSizeHint() const
@@ -46,6 +43,14 @@ bool ShrinkingArea::eventFilter(QObject *watched, QEvent *event)
         updateGeometry();
     }
     return QScrollArea::eventFilter(watched, event);
+}
+
+void ShrinkingArea::resizeEvent(QResizeEvent *event)
+{
+    QScrollArea::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width()) {
+        updateGeometry();
+    }
 }
 
 } // namespace Terminal

@@ -13,13 +13,12 @@ class ShrinkingArea : public QScrollArea
 public:
     explicit ShrinkingArea(QWidget *content, QWidget *parent = nullptr);
 
-    bool hasHeightForWidth() const override { return true; }
-    int heightForWidth(int width) const override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 };
 
 } // namespace Terminal

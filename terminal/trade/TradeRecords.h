@@ -51,6 +51,14 @@ struct OrderRecord
     std::optional<double> averagePrice() const;
 };
 
+/// What is left of an order, at another price.
+struct PriceChange
+{
+    OrderRecord order;
+    double price = 0;          ///< yuan
+    QString clientNumber = {}; ///< the terminal's own name of this change, which no other one has
+};
+
 /// Oldest first, as the trading module lists them.
 using OrderRecords = std::vector<OrderRecord>;
 

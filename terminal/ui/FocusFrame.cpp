@@ -13,6 +13,12 @@ FocusFrame::FocusFrame(QWidget *framed) : QWidget(framed->parentWidget()), m_fra
     follow();
 }
 
+void FocusFrame::setColour(const QColor &colour)
+{
+    m_colour = colour;
+    update();
+}
+
 bool FocusFrame::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
@@ -40,7 +46,7 @@ void FocusFrame::follow()
 void FocusFrame::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), palette().color(QPalette::Highlight));
+    painter.fillRect(rect(), m_colour);
 }
 
 } // namespace Terminal

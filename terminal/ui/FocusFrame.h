@@ -14,6 +14,8 @@ public:
     /// `framed` must have its parent already, which owns the frame.
     explicit FocusFrame(QWidget *framed);
 
+    void setColour(const QColor &colour);
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
@@ -22,6 +24,7 @@ private:
     void follow();
 
     QWidget *m_framed;
+    QColor m_colour;
 };
 
 } // namespace Terminal

@@ -1,10 +1,10 @@
 #include "terminal/ui/MainWindow.h"
 
 #include "terminal/chart/view/ChartInput.h"
+#include "terminal/chart/view/ChartPlace.h"
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/chart/view/ReadoutBar.h"
 #include "terminal/live/LiveChart.h"
-#include "terminal/results/ChartPlace.h"
 #include "terminal/results/ResultsDock.h"
 #include "terminal/services/BusInstance.h"
 #include "terminal/session/TradingSession.h"
@@ -13,6 +13,7 @@
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/trade/TradeRecords.h"
 #include "terminal/trade/TradeStyle.h"
+#include "terminal/trades/ChartTrades.h"
 #include "terminal/ui/ChartBar.h"
 #include "terminal/ui/FocusFrame.h"
 #include "terminal/ui/OverlayBar.h"
@@ -27,10 +28,12 @@
 #include <QEvent>
 #include <QFileDialog>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QShortcut>
 #include <QUuid>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <chrono>
 #include <numeric>
 
@@ -71,6 +74,14 @@ TradeDocks::Prices pricesOf(TradingSession *session)
             [session](const Security &security) { return session->prices()->of(security); }};
 }
 
+ChartTrades::Facts factsOf(TradingSession *session)
+{
+    return {pricesOf(session).closeBefore, [session](const QString &code, Trading::TradingDate day) {
+                const auto days = session->source().minuteDays(code);
+                return std::binary_search(days.begin(), days.end(), day);
+            }};
+}
+
 } // namespace
 
 MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, QWidget *parent)
@@ -82,12 +93,14 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_services(session, options.ledger),
       m_chart(new ChartView),
       m_readout(new ReadoutBar(m_chart)),
+      m_practice(new QLabel),
       m_bar(new ChartBar(session->source().securities())),
       m_overlayBar(new OverlayBar(options)),
       m_strip(new StateStrip),
       m_prompts(m_chart),
       m_input(std::make_unique<ChartInput>(m_chart, nullptr, nullptr)),
       m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts, pricesOf(session))),
+      m_trades(std::make_unique<ChartTrades>(this, m_chart, m_trade.get(), &m_prompts, factsOf(session))),
       m_results(std::make_unique<ResultsDock>(this, &m_prompts)),
       m_watch(std::make_unique<WatchDock>(this, watchFactsOf(session)))
 {
@@ -99,6 +112,8 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     setUpStates();
     wireSession();
     m_trade->setAmountsHidden(options.hidesAmounts);
+    m_trades->setAmountsHidden(options.hidesAmounts);
+    m_trades->layerAction()->setChecked(options.showsTrades);
     m_results->setAmountsHidden(options.hidesAmounts);
     m_answers.setAmountsHidden(options.hidesAmounts);
     m_trade->askAction()->setChecked(options.asksBeforeSending);
@@ -116,6 +131,7 @@ MainWindow::~MainWindow()
     m_live.reset();
     m_watch.reset();
     m_results.reset();
+    m_trades.reset();
     m_trade.reset();
     m_input.reset();
     m_overlays.reset();
@@ -127,10 +143,14 @@ void MainWindow::setUpCentre()
     auto *const column = new QVBoxLayout(centre);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
+    m_practice->setObjectName(QStringLiteral("practiceStrip"));
+    m_practice->setTextFormat(Qt::PlainText);
+    m_practice->setVisible(!m_options.practice.isEmpty());
+    column->addWidget(m_practice);
     column->addWidget(m_readout);
     column->addWidget(m_chart, 1);
     setCentralWidget(centre);
-    new FocusFrame(m_chart); // the layout's widget owns it
+    m_chartFocus = new FocusFrame(m_chart);
 }
 
 void MainWindow::setUpBars()
@@ -149,7 +169,9 @@ void MainWindow::setUpView()
     view->addSeparator();
     view->addAction(m_trade->ticketAction());
     view->addAction(m_trade->panelAction());
+    view->addAction(m_trades->listAction());
     view->addAction(m_results->action());
+    view->addAction(m_trades->layerAction());
     view->addAction(m_watch->action());
     view->addAction(m_watch->watchAction());
     view->addAction(m_trade->askAction());
@@ -209,12 +231,31 @@ void MainWindow::setUpReplay()
     auto *const bar = new ReplayBar(m_session->replay(), m_chart);
     bar->setObjectName(QStringLiteral("replayBar"));
     addToolBar(Qt::BottomToolBarArea, bar);
-    connect(bar, &ReplayBar::replayAsked, this, [this](bool on) {
+    connect(bar, &ReplayBar::restartAsked, this, &MainWindow::restartReplay);
+    connect(bar, &ReplayBar::replayAsked, this, [this, bar](bool on) {
+        if (on && m_practisesReplays) {
+            bar->showState(); // its button is no replay that goes on
+            Q_EMIT practiceAsked();
+            return;
+        }
         const QString problem = setReplaying(on);
         if (!problem.isEmpty()) {
+            bar->showState();
             m_prompts.show(problem);
         }
     });
+}
+
+void MainWindow::restartReplay()
+{
+    if (!m_options.practice.isEmpty()) {
+        Q_EMIT practiceRestartAsked();
+        return;
+    }
+    const QString problem = m_session->restartReplay();
+    if (!problem.isEmpty()) {
+        m_prompts.show(problem);
+    }
 }
 
 void MainWindow::setUpStates()
@@ -260,12 +301,14 @@ void MainWindow::wireSession()
     connect(m_trade.get(), &TradeDocks::chartAsked, this,
             [this](const QString &code) { loadOrTell(code, m_chart->data().period, {}); });
     connect(m_results.get(), &ResultsDock::placeAsked, this, &MainWindow::showPlace);
+    connect(m_trades.get(), &ChartTrades::chartAsked, this, &MainWindow::loadOrTell);
 }
 
 void MainWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         m_trade->showTexts();
+        m_trades->showTexts();
         m_results->showTexts();
         m_watch->showTexts();
         showTitle();
@@ -305,9 +348,11 @@ void MainWindow::applyTheme()
     QApplication::setPalette(checkBoxPalette(theme), "QCheckBox");
     setStyleSheet(windowStyleSheet(theme) + tradeStyleSheet(theme));
     m_trade->setTheme(theme);
+    m_trades->setTheme(theme);
     m_results->setTheme(theme);
     m_watch->setTheme(theme);
     m_chart->setTheme(theme);
+    m_chartFocus->setColour(theme.accent);
     m_readout->update();
 }
 
@@ -315,6 +360,7 @@ void MainWindow::applyTheme()
 void MainWindow::setAmountsHidden(bool hidden)
 {
     m_trade->setAmountsHidden(hidden);
+    m_trades->setAmountsHidden(hidden);
     m_results->setAmountsHidden(hidden);
     m_answers.setAmountsHidden(hidden);
     if (m_overlays) {
@@ -432,8 +478,16 @@ void MainWindow::showTitle()
     const Security &shown = m_chart->data().security;
     const QString account = accountText();
     const QString chart = QStringLiteral("%1 %2").arg(plainText(shown.name), plainText(shown.code));
+    m_practice->setText(practiceText());
     setWindowTitle(account.isEmpty() ? chart : QStringLiteral(u"%1 – %2").arg(chart, account));
     m_trade->setAccount(account);
+}
+
+QString MainWindow::practiceText() const
+{
+    const QString day = m_options.day ? m_options.day->dashedText() : QString();
+    return tr("PRACTICE: %1. The recorded day %2, with an account of its own: nothing here reaches yours.")
+        .arg(plainText(m_options.practice), day);
 }
 
 void MainWindow::takeModule()
@@ -448,6 +502,9 @@ void MainWindow::takeModule()
 /// else the one that another program's module names, whose deals may be real.
 QString MainWindow::accountText() const
 {
+    if (!m_options.practice.isEmpty()) {
+        return tr("Practice: %1").arg(plainText(m_options.practice));
+    }
     if (!m_options.ledger.isEmpty()) {
         return tr("%1 (paper)").arg(ledgerName(m_options.ledger));
     }
@@ -471,6 +528,7 @@ TerminalOptions MainWindow::shownOptions() const
     options.asksBeforeSending = m_trade->askAction()->isChecked();
     options.soundsWhenDealt = m_trade->notice()->soundAction()->isChecked();
     options.notifiesWhenDealt = m_trade->notice()->desktopAction()->isChecked();
+    options.showsTrades = m_trades->layerAction()->isChecked();
     options.overlays = m_overlayBar->chosenOverlays();
     options.watched = m_watch->codes();
     return options;
@@ -514,6 +572,7 @@ void MainWindow::startOverlays(const OverlayLibrary &library, const BusGates &ga
     m_overlays->setAmountsHidden(m_overlayBar->hidesAmounts());
     m_input = std::make_unique<ChartInput>(m_chart, m_overlays->pointer(), nullptr);
     m_trade->setOverlays(m_overlays.get());
+    m_trades->setOverlays(m_overlays.get());
     m_overlayBar->enableOverlays();
     for (const OverlayKind &kind : overlayKinds()) {
         toggleOverlay(kind, m_overlayBar->isOverlayChosen(kind));

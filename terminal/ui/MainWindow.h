@@ -19,12 +19,16 @@
 #include <memory>
 #include <optional>
 
+class QLabel;
+
 namespace Terminal {
 
 class ToolBarRows;
 class ChartBar;
 class ChartInput;
+class ChartTrades;
 class ChartView;
+class FocusFrame;
 class LiveChart;
 class OverlayBar;
 class ReadoutBar;
@@ -71,6 +75,10 @@ public:
     /// recorded day then. Returns why it cannot be replayed, for the user; then nothing changes.
     QString setReplaying(bool on);
 
+    /// Whether a day that is to be replayed is to be practised instead, on an account of its own: then
+    /// practiceAsked() says so.
+    void setPractisesReplays(bool on) { m_practisesReplays = on; }
+
     /// The overlays that the options name come from this library, when the session says that they are due.
     void setOverlayLibrary(const OverlayLibrary &library) { m_library = library; }
 
@@ -91,6 +99,8 @@ public:
     ChartView *chart() const { return m_chart; }
     TradeDocks *trade() const { return m_trade.get(); }
     /// To be started when there is a bus.
+    ChartTrades *trades() const { return m_trades.get(); }
+    /// To be started when there is a bus.
     ResultsDock *results() const { return m_results.get(); }
     UserPrompts *prompts() { return &m_prompts; }
 
@@ -99,6 +109,11 @@ public:
     void runOverlayUpdates();
 
 Q_SIGNALS:
+    /// The shown day of minutes is to be practised.
+    void practiceAsked();
+    /// The practice of this window is to begin again, from nothing.
+    void practiceRestartAsked();
+
     /// See OverlayHost::updateAsked().
     void overlayUpdateAsked(const OverlayKind *kind);
 
@@ -109,6 +124,8 @@ protected:
 
 private:
     void setUpCentre();
+    void restartReplay();
+    QString practiceText() const;
     void setUpBars();
     void setUpView();
     void setUpWatch();
@@ -146,9 +163,12 @@ private:
     OverlayStates m_states;
     ServiceStates m_services;
     QTimer m_statesSoon;
+    bool m_practisesReplays = false;
     QString m_loadError;
     ChartView *m_chart;
     ReadoutBar *m_readout;
+    FocusFrame *m_chartFocus = nullptr;
+    QLabel *m_practice; ///< says that nothing here is real; hidden in other windows
     ChartBar *m_bar;
     OverlayBar *m_overlayBar;
     std::unique_ptr<ToolBarRows> m_toolBarRows;
@@ -159,6 +179,7 @@ private:
     std::unique_ptr<OverlayHost> m_overlays;
     std::unique_ptr<ChartInput> m_input;
     std::unique_ptr<TradeDocks> m_trade;
+    std::unique_ptr<ChartTrades> m_trades;
     std::unique_ptr<ResultsDock> m_results;
     std::unique_ptr<WatchDock> m_watch;
 };

@@ -16,11 +16,12 @@ QString text(const char *source)
 
 const QString secondsForm = QStringLiteral("HH:mm:ss");
 
-/// What the module says of itself; empty for one that says nothing.
+/// What the module says of itself.
 QString introduction(const ModuleWatch &watch)
 {
     const auto presence = watch.presence();
-    return presence ? introductionOf(*presence, QCoreApplication::applicationVersion()) : QString();
+    return presence ? introductionOf(*presence, QCoreApplication::applicationVersion())
+                    : text("It does not say which ledger it serves");
 }
 
 ModuleState lateState(const ModuleWatch &watch, ModuleState::Kind kind)

@@ -63,7 +63,7 @@ ReplayBar::ReplayBar(Replay *replay, ChartView *chart, QWidget *parent)
     connect(m_play, &QAction::triggered, this,
             [this] { m_replay->state() == Replay::State::Playing ? m_replay->pause() : m_replay->play(); });
     connect(m_step, &QAction::triggered, replay, &Replay::step);
-    connect(m_restart, &QAction::triggered, replay, &Replay::restart);
+    connect(m_restart, &QAction::triggered, this, &ReplayBar::restartAsked);
     connect(m_slower, &QAction::triggered, this, [this] { chooseSpeed(-1); });
     connect(m_faster, &QAction::triggered, this, [this] { chooseSpeed(1); });
     connect(replay, &Replay::stateChanged, this, &ReplayBar::showState);

@@ -24,9 +24,14 @@ public:
     /// `replay` and `chart` must outlive the bar.
     ReplayBar(Replay *replay, ChartView *chart, QWidget *parent = nullptr);
 
+    /// Shows how the replay stands.
+    void showState();
+
 Q_SIGNALS:
     /// The user wants to have the shown day replayed, or the replay ended.
     void replayAsked(bool on);
+    /// The user wants the day to begin again.
+    void restartAsked();
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -37,7 +42,6 @@ private:
     void addProgress();
     void chooseSpeed(int step);
     void playToChosenMinute(int bar);
-    void showState();
     void showSpeed();
     void showProgress();
     void showTexts();

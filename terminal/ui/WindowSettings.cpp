@@ -80,10 +80,12 @@ AccountPlaces WindowSettings::places() const
     return {m_settings.value(dataKey).toString(), m_settings.value(ledgerKey).toString()};
 }
 
-/// Bars without a ledger are no account, and a password is not for a file that others may read.
+/// Bars without a ledger are no account, a practice is none to come back to, and a password is not for a file
+/// that others may read.
 void WindowSettings::rememberPlaces(const TerminalOptions &options)
 {
-    if (options.ledger.isEmpty() || !QUrl(options.ledger).password().isEmpty()) {
+    if (options.ledger.isEmpty() || !options.practice.isEmpty() ||
+        !QUrl(options.ledger).password().isEmpty()) {
         return;
     }
     const bool isFile = !options.ledger.contains(QLatin1String("://"));

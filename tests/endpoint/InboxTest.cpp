@@ -6,8 +6,10 @@
 
 #include <QElapsedTimer>
 #include <QList>
+#include <QThread>
 #include <QTimer>
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 
@@ -103,6 +105,25 @@ TEST_F(InboxTest, GoesOnInTheEventLoopThatAReceiverRuns)
     add("3");
     inbox->run();
     EXPECT_THAT(delivered, ElementsAre("1", "2", "3"));
+}
+
+TEST_F(InboxTest, HandsOverTheRestInTheThreadThatItIsMovedTo)
+{
+    QThread thread;
+    std::atomic_bool isDeliveredThere{false};
+    add("1");
+    inbox->runSoon();
+    QObject::connect(
+        inbox.get(), &Inbox::delivered, inbox.get(),
+        [&] { isDeliveredThere = QThread::currentThread() == &thread; }, Qt::DirectConnection);
+
+    inbox->moveToThread(&thread);
+    thread.start();
+
+    EXPECT_TRUE(waitUntil([&isDeliveredThere] { return isDeliveredThere.load(); }));
+    QObject::connect(&thread, &QThread::finished, inbox.release(), &QObject::deleteLater);
+    thread.quit();
+    thread.wait();
 }
 
 TEST_F(InboxTest, StopsWhenAReceiverClearsIt)

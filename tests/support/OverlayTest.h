@@ -2,6 +2,7 @@
 
 #include "tests/support/FakeHost.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/ReadingWay.h"
 #include "tests/support/RecordedBus.h"
 #include "tests/support/WaitUntil.h"
 
@@ -52,7 +53,7 @@ protected:
     static void hear(const char *topic, const QByteArray &payload) { bus().deliver(topic, payload); }
     static void hear(const char *topic, const QJsonObject &message)
     {
-        bus().deliver(topic, QJsonDocument(message).toJson(QJsonDocument::Compact));
+        bus().deliver(topic, readIn(heardIn(), QJsonDocument(message).toJson(QJsonDocument::Compact)));
     }
 
     /// Compact JSON of every question sent so far.

@@ -29,6 +29,7 @@
 #include <QKeyEvent>
 #include <QLoggingCategory>
 #include <QMouseEvent>
+#include <QSet>
 #include <QWheelEvent>
 
 #include <atomic>
@@ -60,6 +61,16 @@ struct Load
 bool isFull()
 {
     return qEnvironmentVariable("TERMINAL_STALLS") == QLatin1String("full");
+}
+
+/// What a user is promised, where it can be held: built for users, and with what a long day brings.
+bool isStrict()
+{
+#ifdef NDEBUG
+    return isFull();
+#else
+    return false;
+#endif
 }
 
 Load load()
@@ -95,8 +106,13 @@ QByteArray compact(const QJsonObject &object)
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
-/// The rows of an answer, made once.
-QJsonArray tradeRows(int count)
+QByteArray compact(const QJsonArray &rows)
+{
+    return QJsonDocument(rows).toJson(QJsonDocument::Compact);
+}
+
+/// The rows of an answer, written once: a module that took longer to write them would spare the window.
+QByteArray tradeRows(int count)
 {
     QJsonArray rows;
     for (int i = 0; i < count; ++i) {
@@ -105,10 +121,10 @@ QJsonArray tradeRows(int count)
         trade.date = QDate(2024, 1, 1).addDays(i % 500).toString(QStringLiteral("yyyyMMdd")).toLatin1();
         rows.append(trade.whole());
     }
-    return rows;
+    return compact(rows);
 }
 
-QJsonArray orderRows(int count)
+QByteArray orderRows(int count)
 {
     QJsonArray rows;
     for (int i = 0; i < count; ++i) {
@@ -116,7 +132,7 @@ QJsonArray orderRows(int count)
         order.number = QByteArray::number(700001 + i);
         rows.append(QJsonObject(order));
     }
-    return rows;
+    return compact(rows);
 }
 
 /// A trading module in a thread of its own, which may hang.
@@ -141,12 +157,10 @@ public:
     }
 
     void hang(bool hangs) { m_hangs = hangs; }
-    int questions() const { return m_questions; }
 
 private:
     void answer(EndPoint &own, const QByteArray &payload, const QByteArray &replyChannel)
     {
-        ++m_questions;
         if (m_hangs) {
             return;
         }
@@ -154,25 +168,24 @@ private:
         const QString command = answer[QStringLiteral("cmd")].toString();
         answer[QStringLiteral("success")] = true;
         answer[QStringLiteral("market")] = QStringLiteral("1");
-        answer[QStringLiteral("data")] = dataOf(command);
         const QByteArray screen = answer[QStringLiteral("screenId")].toString().toUtf8();
-        own.sendMessage(screen.isEmpty() ? replyChannel : screen, "TradeQuery", compact(answer));
+        QByteArray text = compact(answer);
+        text.chop(1);
+        own.sendMessage(screen.isEmpty() ? replyChannel : screen, "TradeQuery",
+                        text + ",\"data\":" + dataOf(command) + '}');
     }
 
-    QJsonValue dataOf(const QString &command) const
+    QByteArray dataOf(const QString &command) const
     {
         if (command == QLatin1String("HolderCostPrice")) {
-            return QJsonObject{{QStringLiteral("stkcode"), QStringLiteral("600519")},
-                               {QStringLiteral("market"), QStringLiteral("1")},
-                               {QStringLiteral("costprice"), QStringLiteral("100.5")}};
+            return R"({"stkcode":"600519","market":"1","costprice":"100.5"})";
         }
         return command == QLatin1String("EntrustTodayTrade") ? m_orders : m_trades;
     }
 
-    const QJsonArray m_trades;
-    const QJsonArray m_orders;
+    const QByteArray m_trades;
+    const QByteArray m_orders;
     std::atomic<bool> m_hangs{false};
-    std::atomic<int> m_questions{0};
     BusThread m_answers;
     BusThread m_notifier;
 };
@@ -223,6 +236,9 @@ protected:
                 auto *const window = qobject_cast<MainWindow *>(widget);
                 m_window = window != nullptr ? window : m_window;
             }
+            QObject::connect(
+                m_window->answers(), &ScreenAnswers::answered, m_window,
+                [this](const Trading::CheckedAnswer &answer) { m_answered.insert(answer.command); });
             story();
             m_window->close();
         });
@@ -281,11 +297,11 @@ protected:
         std::fflush(stdout);
     }
 
-    /// Wide: as built for debugging, on a machine that others use.
-    static void expectInput(Longest longest) { EXPECT_LT(longest.ofProcessor, 250); }
+    /// Wide where it is built for debugging.
+    static void expectInput(Longest longest) { EXPECT_LT(longest.ofProcessor, isStrict() ? 16 : 250); }
     static void expectTurn(Longest longest)
     {
-        EXPECT_LT(longest.ofProcessor, 500);
+        EXPECT_LT(longest.ofProcessor, isStrict() ? 50 : 500);
         constexpr double firstTimeOut = 3000; // of the first question that a module does not answer
         EXPECT_LT(longest.byTheClock, firstTimeOut + 1000) << "somebody was waited for, again and again";
     }
@@ -320,11 +336,14 @@ protected:
         return watch.longest();
     }
 
+    bool isAnswered(const char *command) const { return m_answered.contains(QLatin1String(command)); }
+
     MainWindow *m_window = nullptr;
     LocalBroker m_broker;
 
 private:
     QTemporaryDir m_data;
+    QSet<QString> m_answered;
 };
 
 } // namespace
@@ -345,7 +364,8 @@ TEST_F(StallsProgram, AreShortWhateverComesIn)
     };
 
     run([&] {
-        watchUntil("answers to the first questions", [&module] { return module.questions() >= 3; });
+        watchUntil("answers to the first questions",
+                   [this] { return isAnswered("HistoryTrade") && isAnswered("HolderCostPrice"); });
         useTheWindow("with all answers there");
         flood("notifications");
         useTheWindow("after the notifications");

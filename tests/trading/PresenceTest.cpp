@@ -33,6 +33,7 @@ TradePresence complete()
     presence.can = QStringList{QStringLiteral("clientno"), QStringLiteral("more")};
     presence.host = QStringLiteral("desk");
     presence.process = 1234;
+    presence.processStart = QStringLiteral("boot/5120");
     presence.since = QDateTime(QDate(2026, 11, 22), QTime(9, 30), Qt::UTC);
     presence.ledger = QStringLiteral("/home/me/account.db");
     return presence;
@@ -48,7 +49,8 @@ QJsonObject json(const QByteArray &text)
 TEST(Presence, SaysWhoServesAndWhatItCanDo)
 {
     EXPECT_EQ(json(complete().toJson()), json(R"({"instance":"one","online":true,"version":"0.1.0",
-        "protocol":"1","can":["clientno","more"],"host":"desk","process":1234,"since":"2026-11-22T09:30:00Z",
+        "protocol":"1","can":["clientno","more"],"host":"desk","process":1234,"processstart":"boot/5120",
+        "since":"2026-11-22T09:30:00Z",
         "fence":7,"readonly":false,"ledger":"/home/me/account.db"})"));
 }
 
@@ -91,7 +93,7 @@ TEST(Presence, IsNotReadFromWhatDoesNotSayWhoIsThere)
 TEST(Presence, PassesOverWhatItDoesNotKnowAndWhatIsOfAnotherKind)
 {
     const auto read = TradePresence::ofJson(R"({"instance":"one","online":true,"version":1,"protocol":null,
-        "can":["a",1,null,"b"],"host":{},"process":"12","since":"yesterday","fence":"7","readonly":"yes",
+        "can":["a",1,null,"b"],"host":{},"process":"12","processstart":5,"since":"yesterday","fence":"7","readonly":"yes",
         "ledger":[],"new":true})");
 
     ASSERT_TRUE(read.has_value());
@@ -100,6 +102,7 @@ TEST(Presence, PassesOverWhatItDoesNotKnowAndWhatIsOfAnotherKind)
     EXPECT_EQ(read->can, (QStringList{QStringLiteral("a"), QStringLiteral("b")}));
     EXPECT_EQ(read->host, QString());
     EXPECT_EQ(read->process, 0);
+    EXPECT_EQ(read->processStart, QString());
     EXPECT_FALSE(read->since.isValid());
     EXPECT_EQ(read->fence, 0);
     EXPECT_FALSE(read->isReadOnly);

@@ -19,16 +19,17 @@ struct PlainNumber
 
 constexpr int mostIntDigits = 9; // fit an int whatever they are
 
-std::optional<PlainNumber> readPlain(const QString &text)
+template <class Text>
+std::optional<PlainNumber> readPlain(const Text &text)
 {
     PlainNumber number{0, 0, 0};
     int point = -1;
     for (int i = 0; i < text.size(); ++i) {
-        const int digit = text[i].unicode() - '0';
+        const int digit = text.at(i).unicode() - '0';
         if (digit >= 0 && digit <= 9 && number.count < mostExactDigits) {
             number.digits = number.digits * 10 + digit;
             ++number.count;
-        } else if (text[i] == QLatin1Char('.') && point < 0 && i > 0 && i + 1 < text.size()) {
+        } else if (text.at(i) == QLatin1Char('.') && point < 0 && i > 0 && i + 1 < text.size()) {
             point = i;
         } else {
             return std::nullopt;
@@ -41,19 +42,25 @@ std::optional<PlainNumber> readPlain(const QString &text)
     return number;
 }
 
-} // namespace
-
-int toInt(const QString &text)
+std::optional<PlainNumber> plainNumber(const FieldText &text)
 {
-    const auto plain = readPlain(text);
-    return plain && plain->decimals == 0 && plain->count <= mostIntDigits ? static_cast<int>(plain->digits)
-                                                                          : text.toInt();
+    return text.with([](const auto &held) { return readPlain(held); });
 }
 
-double toDouble(const QString &text)
+} // namespace
+
+int toInt(const FieldText &text)
 {
-    const auto plain = readPlain(text);
-    return plain ? exactDecimal(static_cast<double>(plain->digits), plain->decimals) : text.toDouble();
+    const auto plain = plainNumber(text);
+    return plain && plain->decimals == 0 && plain->count <= mostIntDigits ? static_cast<int>(plain->digits)
+                                                                          : text.toString().toInt();
+}
+
+double toDouble(const FieldText &text)
+{
+    const auto plain = plainNumber(text);
+    return plain ? exactDecimal(static_cast<double>(plain->digits), plain->decimals)
+                 : text.toString().toDouble();
 }
 
 } // namespace TradeChart

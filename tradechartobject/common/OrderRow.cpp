@@ -29,35 +29,53 @@ constexpr ShownAt closedHours[] = {
     {15000100, INT_MAX, 150000},
 };
 
-void takeSide(OrderRow &row, const QString &directionCode)
+void takeSide(OrderRow &row, const RowField &directionCode)
 {
-    const QString side = toBsFlag(directionCode);
+    const QString side = toBsFlag(directionCode.text().toString());
     row.hasSide = !side.isEmpty();
     row.order.isBuy = side == QLatin1String(BSFlag::BUY);
 }
 
-void takeTime(OrderRow &row, const QString &text)
+void takeTime(OrderRow &row, const RowField &field)
 {
-    row.time = toInt(text);
+    row.time = toInt(field.text());
     row.order.orderTime = row.time / 100;
 }
 
 template <QString EntrustInfo::*member>
-void takeText(OrderRow &row, const QString &text)
+void takeText(OrderRow &row, const RowField &field)
 {
-    row.order.*member = *row.knownTexts.insert(text);
+    row.order.*member = row.knownTexts.keep(field.text());
 }
 
 template <std::int64_t EntrustInfo::*member>
-void takeInt(OrderRow &row, const QString &text)
+void takeInt(OrderRow &row, const RowField &field)
 {
-    row.order.*member = toInt(text);
+    row.order.*member = toInt(field.text());
 }
+
+constexpr std::size_t mostKnownTexts = 32;
 
 } // namespace
 
+QString KnownTexts::keep(const FieldText &text)
+{
+    const auto known = std::find_if(m_texts.begin(), m_texts.end(), [&text](const QString &one) {
+        return text.with([&one](const auto &held) { return one == held; });
+    });
+    if (known != m_texts.end()) {
+        return *known;
+    }
+    QString kept = text.toString();
+    if (m_texts.size() < mostKnownTexts) {
+        m_texts.push_back(kept);
+    }
+    return kept;
+}
+
 const RowColumn<OrderRow> orderColumns[orderColumnCount] = {
-    {TradeKeyFields::MARKET, [](OrderRow &row, const QString &text) { row.market = answerMarketCode(text); }},
+    {TradeKeyFields::MARKET,
+     [](OrderRow &row, const RowField &field) { row.market = answerMarketCode(field.text().toString()); }},
     {TradeKeyFields::RTSBSFLAG, takeSide},
     {TradeKeyFields::RTSORDERSTATUS, takeText<&EntrustInfo::orderStatus>},
     {TradeKeyFields::RTSFUNDID, takeText<&EntrustInfo::fundId>},
@@ -65,11 +83,11 @@ const RowColumn<OrderRow> orderColumns[orderColumnCount] = {
     {TradeKeyFields::RTSENTRUSTDATE, takeInt<&EntrustInfo::orderDate>}, // yyyymmdd
     {TradeKeyFields::RTSENTRUSTTIME, takeTime},                         // hhmmsscc
     {TradeKeyFields::RTSENTRUSTPRICE,
-     [](OrderRow &row, const QString &text) { row.order.orderPrice = toDouble(text); }},
+     [](OrderRow &row, const RowField &field) { row.order.orderPrice = toDouble(field.text()); }},
     {TradeKeyFields::RTSENTRUSTQTY, takeInt<&EntrustInfo::orderQty>},
     {TradeKeyFields::RTSMATCHQTY, takeInt<&EntrustInfo::matchQty>},
     {TradeKeyFields::RTSMATCHAMT,
-     [](OrderRow &row, const QString &text) { row.matchAmount = toDouble(text); }},
+     [](OrderRow &row, const RowField &field) { row.matchAmount = toDouble(field.text()); }},
     {TradeKeyFields::RTSCANCELQTY, takeInt<&EntrustInfo::cancelQty>},
 };
 

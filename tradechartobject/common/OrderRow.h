@@ -2,15 +2,27 @@
 #pragma once
 
 #include "tradechartobject/common/EntrustInfo.h"
+#include "tradechartobject/common/FieldText.h"
 #include "tradechartobject/common/RowReader.h"
 
-#include <QSet>
 #include <QString>
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace TradeChart {
+
+/// Texts of which an answer holds a few in many rows: each is kept once.
+class KnownTexts
+{
+public:
+    /// The text, shared with all equal ones while there are not too many different ones.
+    QString keep(const FieldText &text);
+
+private:
+    std::vector<QString> m_texts;
+};
 
 /// What a row of an answer says of an order. What is no number in it counts as 0.
 struct OrderRow
@@ -19,8 +31,8 @@ struct OrderRow
     bool hasSide;   ///< false when its direction is neither a buy nor a sell
     int time;       ///< hhmmsscc
     double matchAmount;
-    EntrustInfo order;        ///< all but the match price
-    QSet<QString> knownTexts; ///< a few statuses and funds, each kept once for all orders
+    EntrustInfo order;     ///< all but the match price
+    KnownTexts knownTexts; ///< statuses and funds
 };
 
 constexpr std::size_t orderColumnCount = 12;

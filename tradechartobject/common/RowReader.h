@@ -1,11 +1,10 @@
 // Reads the rows of an answer.
 #pragma once
 
-#include <QCborMap>
+#include "tradechartobject/common/FieldText.h"
+#include "tradechartobject/common/FlatValue.h"
+
 #include <QCborValue>
-#include <QJsonObject>
-#include <QLatin1String>
-#include <QString>
 
 #include <algorithm>
 #include <array>
@@ -13,78 +12,101 @@
 #include <cstring>
 #include <iterator>
 #include <utility>
+#include <variant>
 
 namespace TradeChart {
 
-/// What a record takes from the text under a key. `take` is called when the text differs from the one in the
-/// row before: what it sets must follow from the text alone.
+/// What stands under a key of a row, lent. Of another type than asked for, it is empty, false or 0.
+class RowField
+{
+public:
+    explicit RowField(const QCborValue &value) : m_value(&value) {}
+    explicit RowField(const FlatValue &value) : m_value(&value) {}
+
+    FieldText text() const
+    {
+        const auto *const flat = std::get_if<const FlatValue *>(&m_value);
+        return flat != nullptr ? (*flat)->text()
+                               : FieldText(std::get<const QCborValue *>(m_value)->toString());
+    }
+
+    bool isTrue() const
+    {
+        return std::visit([](const auto *value) { return value->toBool(); }, m_value);
+    }
+
+    double number() const
+    {
+        return std::visit([](const auto *value) { return value->toDouble(); }, m_value);
+    }
+
+private:
+    std::variant<const QCborValue *, const FlatValue *> m_value;
+};
+
+/// What a record takes from the value under a key. `take` is called when the value differs from the one in
+/// the row before: what it sets must follow from the value alone.
 template <class Record>
 struct RowColumn
 {
     const char *key;
-    void (*take)(Record &record, const QString &text);
+    void (*take)(Record &record, const RowField &field);
 };
 
-/// One for all rows of an answer. They are alike: a key is first looked for where the row before had it,
-/// and a text that the row before had, too, is not taken again. To search every row for every key takes as
-/// long as to parse the answer.
-template <class Record, std::size_t columnCount>
+/// One for all rows of an answer, JsonRow or FlatRow. They are alike: a key is first looked for where the row
+/// before had it, and a value that the row before had, too, is not taken again. To search every row for every
+/// key takes as long as to parse the answer.
+template <class Row, class Record, std::size_t columnCount>
 class RowReader
 {
 public:
-    explicit RowReader(const RowColumn<Record> (&columns)[columnCount]) : m_record()
+    explicit RowReader(const RowColumn<Record> (&columns)[columnCount])
+        : RowReader(sorted(columns), std::make_index_sequence<columnCount>())
     {
-        std::array<RowColumn<Record>, columnCount> sorted;
-        std::copy(std::begin(columns), std::end(columns), sorted.begin());
-        // A row holds its keys in this order: it is read along its memory, front to back.
-        std::sort(sorted.begin(), sorted.end(),
-                  [](const auto &one, const auto &other) { return std::strcmp(one.key, other.key) < 0; });
-        std::transform(sorted.begin(), sorted.end(), m_places.begin(), [](const auto &column) {
-            return Place{QLatin1String(column.key), column.take, 0, QCborValue()};
-        });
-        for (const Place &place : m_places) {
-            place.take(m_record, QString());
+        for (const Column &column : m_columns) {
+            column.take(m_record, RowField(column.place.value));
         }
     }
 
     /// What the record has taken from a row, until the next is read. From a key that the row does not have,
-    /// or has something else than text under, it takes an empty text.
-    const Record &read(const QJsonObject &row)
+    /// or has something of another type under, it takes an empty text, false or 0.
+    const Record &read(const Row &row)
     {
-        const QCborMap fields = QCborMap::fromJsonObject(row); // shared; compares texts without copying them
-        for (Place &place : m_places) {
-            QCborValue value = find(place, fields);
-            if (value != place.value) {
-                place.take(m_record, value.toString());
-                place.value = std::move(value);
+        for (Column &column : m_columns) {
+            if (row.read(column.place)) {
+                column.take(m_record, RowField(column.place.value));
             }
         }
         return m_record;
     }
 
 private:
-    struct Place
+    using Columns = std::array<RowColumn<Record>, columnCount>;
+
+    struct Column
     {
-        QCborValue key;
-        void (*take)(Record &record, const QString &text);
-        int index;        ///< of the key in the last row that had it
-        QCborValue value; ///< in the last row; undefined when it had none
+        typename Row::Place place;
+        void (*take)(Record &record, const RowField &field);
     };
 
-    static QCborValue find(Place &place, const QCborMap &fields)
+    template <std::size_t... index>
+    RowReader(const Columns &columns, std::index_sequence<index...>)
+        : m_columns{Column{typename Row::Place(columns[index].key), columns[index].take}...},
+          m_record()
     {
-        if (place.index < fields.size() && (fields.begin() + place.index).key() == place.key) {
-            return (fields.begin() + place.index).value();
-        }
-        const auto field = fields.find(place.key);
-        if (field == fields.end()) {
-            return {};
-        }
-        place.index = static_cast<int>(field - fields.begin());
-        return field.value();
     }
 
-    std::array<Place, columnCount> m_places;
+    /// A row mostly holds its keys in this order: it is read along its memory, front to back.
+    static Columns sorted(const RowColumn<Record> (&columns)[columnCount])
+    {
+        Columns inOrder;
+        std::copy(std::begin(columns), std::end(columns), inOrder.begin());
+        std::sort(inOrder.begin(), inOrder.end(),
+                  [](const auto &one, const auto &other) { return std::strcmp(one.key, other.key) < 0; });
+        return inOrder;
+    }
+
+    std::array<Column, columnCount> m_columns;
     Record m_record;
 };
 

@@ -10,16 +10,20 @@
 
 namespace TradeChart {
 
-TradeMessage::TradeMessage(QJsonObject fields) : m_fields(std::move(fields)) {}
+TradeMessage::TradeMessage(Fields fields) : m_fields(std::move(fields)) {}
 
 std::optional<TradeMessage> TradeMessage::parse(const QByteArray &payload)
 {
-    QJsonObject fields = QJsonDocument::fromJson(payload).object();
-    return fields.isEmpty() ? std::nullopt : std::make_optional(TradeMessage(std::move(fields)));
+    auto message = parseReply(payload);
+    const auto *const fields = message ? std::get_if<QJsonObject>(&message->m_fields) : nullptr;
+    return fields != nullptr && fields->isEmpty() ? std::nullopt : message;
 }
 
 std::optional<TradeMessage> TradeMessage::parseReply(const QByteArray &payload)
 {
+    if (auto flat = FlatMessage::read(payload)) {
+        return TradeMessage(*std::move(flat));
+    }
     const QJsonDocument document = QJsonDocument::fromJson(payload);
     return document.isObject() ? std::make_optional(TradeMessage(document.object())) : std::nullopt;
 }
@@ -36,27 +40,36 @@ bool TradeMessage::isAbout(const Korvane::tagCodeWithName &security) const
 
 QString TradeMessage::text(const char *key) const
 {
-    return m_fields.value(QLatin1String(key)).toString();
+    return std::visit([key](const auto &fields) { return fields.value(QLatin1String(key)).toString(); },
+                      m_fields);
 }
 
 bool TradeMessage::isTrue(const char *key) const
 {
-    return m_fields.value(QLatin1String(key)).toBool();
+    return std::visit([key](const auto &fields) { return fields.value(QLatin1String(key)).toBool(); },
+                      m_fields);
 }
 
-QJsonArray TradeMessage::rows() const
+AnswerRows TradeMessage::rows() const
 {
-    return m_fields.value(QLatin1String(TradeKeyFields::DATA)).toArray();
+    const auto *const flat = std::get_if<FlatMessage>(&m_fields);
+    return flat != nullptr
+               ? AnswerRows(flat->rows())
+               : AnswerRows(
+                     std::get<QJsonObject>(m_fields).value(QLatin1String(TradeKeyFields::DATA)).toArray());
 }
 
 TradeMessage TradeMessage::record() const
 {
-    return TradeMessage(m_fields.value(QLatin1String(TradeKeyFields::DATA)).toObject());
+    const auto *const fields =
+        std::get_if<QJsonObject>(&m_fields); // a FlatMessage has no objects but in rows
+    return TradeMessage(fields != nullptr ? fields->value(QLatin1String(TradeKeyFields::DATA)).toObject()
+                                          : QJsonObject());
 }
 
 bool TradeMessage::has(const char *key) const
 {
-    return m_fields.contains(QLatin1String(key));
+    return std::visit([key](const auto &fields) { return fields.contains(QLatin1String(key)); }, m_fields);
 }
 
 } // namespace TradeChart

@@ -1,18 +1,20 @@
 #pragma once
 
 #include "tradechartobject/ChartInterface.h"
+#include "tradechartobject/common/AnswerRows.h"
+#include "tradechartobject/common/FlatMessage.h"
 
 #include <QByteArray>
-#include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
 
 #include <optional>
+#include <variant>
 
 namespace TradeChart {
 
-/// A message of the trading module, parsed once. Values that are missing or of another type read as empty or
-/// false.
+/// A message of the trading module, read once: in place when it is a FlatMessage, else through Qt's tree,
+/// which is the measure of what is said. Values that are missing or of another type read as empty or false.
 class TradeMessage
 {
 public:
@@ -35,7 +37,7 @@ public:
     bool isTrue(const char *key) const;
 
     /// The message's "data" as rows.
-    QJsonArray rows() const;
+    AnswerRows rows() const;
 
     /// The message's "data" as one record. It is a message by itself: it may name a security of its own.
     TradeMessage record() const;
@@ -44,9 +46,11 @@ public:
     bool has(const char *key) const;
 
 private:
-    explicit TradeMessage(QJsonObject fields);
+    using Fields = std::variant<QJsonObject, FlatMessage>;
 
-    QJsonObject m_fields;
+    explicit TradeMessage(Fields fields);
+
+    Fields m_fields;
 };
 
 } // namespace TradeChart

@@ -1,5 +1,6 @@
 #include "tradechartobject/objects/BSPoint.h"
 
+#include "tradechartobject/common/AnswerRows.h"
 #include "tradechartobject/common/BarTime.h"
 #include "tradechartobject/common/BusLink.h"
 #include "tradechartobject/common/DebugLog.h"
@@ -282,13 +283,25 @@ void BSPoint::handleTradeNotify(QByteArray topic, QByteArray message)
 void BSPoint::handleAnswer(const TradeMessage &answer)
 {
     if (answer.isCommand(CmdType::HISTORYTRADE)) {
-        handleQueryHistoryTradeInfoRes(answer.rows());
+        takePastTrades(answer.rows());
     } else if (answer.isCommand(CmdType::TODAYTRADE)) {
-        handleQueryTodayTradeInfoRes(answer.rows());
+        takeTodaysTrades(answer.rows());
     }
 }
 
 bool BSPoint::handleQueryTodayTradeInfoRes(QJsonArray rows)
+{
+    takeTodaysTrades(AnswerRows(std::move(rows)));
+    return true;
+}
+
+bool BSPoint::handleQueryHistoryTradeInfoRes(QJsonArray rows)
+{
+    takePastTrades(AnswerRows(std::move(rows)));
+    return true;
+}
+
+void BSPoint::takeTodaysTrades(const AnswerRows &rows)
 {
     const QPointer<QObject> self(this);
     TodaysTrades today = readTodaysTrades(rows);
@@ -299,18 +312,16 @@ bool BSPoint::handleQueryTodayTradeInfoRes(QJsonArray rows)
     if (self) { // the host may have ended this object while it repainted
         RefreshTimer::restart(m_refreshTimer, m_refreshSeconds);
     }
-    return true;
 }
 
-bool BSPoint::handleQueryHistoryTradeInfoRes(QJsonArray rows)
+void BSPoint::takePastTrades(const AnswerRows &rows)
 {
     if (rows.isEmpty()) {
         RefreshTimer::restart(m_refreshTimer, m_refreshSeconds);
-        return true;
+        return;
     }
     addPastTrades(rows, m_trades);
     showTrades(); // the host may end this object in here: nothing may follow
-    return true;
 }
 
 /// Marks the bars of the trades as they are now, and has them repainted.

@@ -16,6 +16,7 @@
 class QTimer;
 
 namespace TradeChart {
+class AnswerRows;
 struct DaySides;
 struct TradeMarks;
 class TradeMessage;
@@ -79,6 +80,8 @@ private:
     void readBars(const Korvane::AnalyData *bars, int count);
     bool askForShownDays();
     void handleAnswer(const TradeChart::TradeMessage &answer);
+    void takeTodaysTrades(const TradeChart::AnswerRows &rows);
+    void takePastTrades(const TradeChart::AnswerRows &rows);
     void showTrades();
     TradeChart::TradeMarks marks();
     void tellHostWhichBar(int bar) const;

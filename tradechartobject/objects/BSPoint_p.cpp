@@ -2,7 +2,6 @@
 #include "tradechartobject/common/BarTime.h"
 #include "tradechartobject/common/DebugLog.h"
 #include "tradechartobject/common/NumberText.h"
-#include "tradechartobject/common/RowReader.h"
 #include "tradechartobject/common/TradeLine.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
@@ -32,31 +31,31 @@ struct DatedTrade
     trade_cj trade;
 };
 
-void takeDate(DatedTrade &read, const QString &text)
+void takeDate(DatedTrade &read, const RowField &field)
 {
-    read.date = toInt(text);
+    read.date = toInt(field.text());
     read.trade.matchTime = dateTime(read.date, read.time);
 }
 
-void takeTime(DatedTrade &read, const QString &text)
+void takeTime(DatedTrade &read, const RowField &field)
 {
-    read.time = toInt(text) / 100;
+    read.time = toInt(field.text()) / 100;
     read.trade.matchTime = dateTime(read.date, read.time);
 }
 
-void takeSide(DatedTrade &read, const QString &text)
+void takeSide(DatedTrade &read, const RowField &field)
 {
-    read.trade.isBuy = text == QLatin1String(BSFlag::BUY);
+    read.trade.isBuy = field.text() == QLatin1String(BSFlag::BUY);
 }
 
-void takePrice(DatedTrade &read, const QString &text)
+void takePrice(DatedTrade &read, const RowField &field)
 {
-    read.trade.matchPrice = toDouble(text);
+    read.trade.matchPrice = toDouble(field.text());
 }
 
-void takeQty(DatedTrade &read, const QString &text)
+void takeQty(DatedTrade &read, const RowField &field)
 {
-    read.trade.matchQty = toDouble(text);
+    read.trade.matchQty = toDouble(field.text());
 }
 
 const RowColumn<DatedTrade> todayColumns[] = {
@@ -81,10 +80,11 @@ class RowLog
 public:
     RowLog(const char *prefix, QJsonDocument::JsonFormat format) : m_prefix(prefix), m_format(format) {}
 
-    void write(const QJsonObject &row) const
+    template <class Row>
+    void write(const Row &row) const
     {
         if (m_isOn) {
-            qDebug() << m_prefix << QString::fromUtf8(QJsonDocument(row).toJson(m_format));
+            qDebug() << m_prefix << QString::fromUtf8(QJsonDocument(row.toObject()).toJson(m_format));
         }
     }
 
@@ -172,36 +172,30 @@ const char *lineSide(TradeMarker marker, const trade_cj &trade)
 
 } // namespace
 
-TodaysTrades readTodaysTrades(const QJsonArray &rows)
+TodaysTrades readTodaysTrades(const AnswerRows &rows)
 {
     const RowLog log("handleQueryTradeInfoRes obo:", QJsonDocument::Indented);
-    RowReader reader(todayColumns);
     TodaysTrades today{noDay, {}};
     today.trades.reserve(static_cast<std::size_t>(rows.size()));
-    for (const QJsonValue &value : rows) {
-        const QJsonObject row = value.toObject();
+    rows.read(todayColumns, [&](const DatedTrade &read, const auto &row) {
         log.write(row);
-        const DatedTrade &read = reader.read(row);
         today.day = read.date;
         today.trades.push_back(read.trade);
-    }
+    });
     return today;
 }
 
-void addPastTrades(const QJsonArray &rows, TradesByDay &trades)
+void addPastTrades(const AnswerRows &rows, TradesByDay &trades)
 {
     const RowLog log("handleQueryHistoryTradeInfoRes obo:", QJsonDocument::Compact);
-    RowReader reader(historyColumns);
     auto day = trades.end();
-    for (const QJsonValue &value : rows) {
-        const QJsonObject row = value.toObject();
+    rows.read(historyColumns, [&](const DatedTrade &read, const auto &row) {
         log.write(row);
-        const DatedTrade &read = reader.read(row);
         if (day == trades.end() || day->first != read.date) {
             day = trades.try_emplace(read.date).first; // rows of a day mostly follow each other
         }
         day->second.push_back(read.trade);
-    }
+    });
     for (auto &[date, tradesOfDay] : trades) {
         tradesOfDay.shrink_to_fit(); // held for as long as the security is shown
     }

@@ -2,10 +2,9 @@
 // and the trades of a day the lines of a list.
 #pragma once
 
+#include "tradechartobject/common/AnswerRows.h"
 #include "tradechartobject/common/Trade.h"
 #include "tradechartobject/common/TradeMarks.h"
-
-#include <QJsonArray>
 
 #include <cstdint>
 #include <map>
@@ -25,11 +24,11 @@ struct TodaysTrades
 };
 
 /// Reads the rows of an answer about today: they tell the date and time of the order.
-TodaysTrades readTodaysTrades(const QJsonArray &rows);
+TodaysTrades readTodaysTrades(const AnswerRows &rows);
 
 /// Adds the rows of an answer about the past, which tell the date and time of the trade, to the trades of
 /// their days. Nothing is compared with what is held already.
-void addPastTrades(const QJsonArray &rows, TradesByDay &trades);
+void addPastTrades(const AnswerRows &rows, TradesByDay &trades);
 
 /// Which sides a day holds.
 struct DaySides

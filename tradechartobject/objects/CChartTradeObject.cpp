@@ -1,6 +1,7 @@
 #include "tradechartobject/objects/CChartTradeObject.h"
 
 #include "tradechartobject/CombinedOverlay.h"
+#include "tradechartobject/common/AnswerRows.h"
 #include "tradechartobject/common/BarTime.h"
 #include "tradechartobject/common/BusLink.h"
 #include "tradechartobject/common/CostLine.h"
@@ -41,12 +42,12 @@ QByteArray toText(const QJsonObject &request)
 
 /// The date of a row is not used: without a time every trade stands on the first bar and is listed at
 /// 00:00:00, as this overlay has always shown them to its users.
-trade_cj readTrade(const QJsonObject &row)
-{
-    return {row.value(QLatin1String(TradeKeyFields::BUY)).toBool(), 0,
-            row.value(QLatin1String(TradeKeyFields::PRICE)).toDouble(),
-            row.value(QLatin1String(TradeKeyFields::VOL)).toDouble()};
-}
+const RowColumn<trade_cj> tradeColumns[] = {
+    {TradeKeyFields::BUY, [](trade_cj &trade, const RowField &field) { trade.isBuy = field.isTrue(); }},
+    {TradeKeyFields::PRICE,
+     [](trade_cj &trade, const RowField &field) { trade.matchPrice = field.number(); }},
+    {TradeKeyFields::VOL, [](trade_cj &trade, const RowField &field) { trade.matchQty = field.number(); }},
+};
 
 } // namespace
 
@@ -305,7 +306,7 @@ bool CChartTradeObject::requestTodayTradeInfo()
         return false;
     }
     dropTodays(m_trades, currentDate());
-    parseTradeInfo(answer->rows(), true);
+    addTrades(answer->rows(), true);
     return true;
 }
 
@@ -326,17 +327,20 @@ void CChartTradeObject::handleTradeNotify(QByteArray topic, QByteArray payload)
     } else if (topic == Topic::TRADEQUERY && message->isCommand(CmdType::HISTORYTRADE)) {
         // Whoever sent it: another overlay's question of this name counts as an answer without trades.
         dropPast(m_trades, currentDate());
-        parseTradeInfo(message->rows(), false);
+        addTrades(message->rows(), false);
     }
 }
 
 bool CChartTradeObject::parseTradeInfo(QJsonArray array, bool isToday)
 {
-    std::vector<trade_cj> trades;
-    trades.reserve(static_cast<std::size_t>(array.size()));
-    for (const QJsonValue &row : qAsConst(array)) {
-        trades.push_back(readTrade(row.toObject()));
-    }
-    m_trades.insert(isToday ? m_trades.end() : m_trades.begin(), trades.begin(), trades.end());
+    addTrades(AnswerRows(std::move(array)), isToday);
     return true;
+}
+
+void CChartTradeObject::addTrades(const AnswerRows &rows, bool isToday)
+{
+    std::vector<trade_cj> trades;
+    trades.reserve(static_cast<std::size_t>(rows.size()));
+    rows.read(tradeColumns, [&trades](const trade_cj &trade, const auto &) { trades.push_back(trade); });
+    m_trades.insert(isToday ? m_trades.end() : m_trades.begin(), trades.begin(), trades.end());
 }

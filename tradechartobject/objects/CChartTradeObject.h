@@ -15,6 +15,7 @@
 #include <vector>
 
 namespace TradeChart {
+class AnswerRows;
 struct TradeMarks;
 class TradeMessage;
 } // namespace TradeChart
@@ -84,6 +85,7 @@ private:
     TradeChart::TradeMarks marksAbove();
     TradeChart::TradeMarks marksBelow();
     std::optional<TradeChart::TradeMessage> ask(const char *command);
+    void addTrades(const TradeChart::AnswerRows &rows, bool isToday);
 
     Korvane::IChartAxis &m_axis;
     LocalCommunication::EndPoint m_endPoint{nullptr};

@@ -1,5 +1,6 @@
 #include "tradechartobject/objects/EntrustPoint.h"
 
+#include "tradechartobject/common/AnswerRows.h"
 #include "tradechartobject/common/BarTime.h"
 #include "tradechartobject/common/BusLink.h"
 #include "tradechartobject/common/DebugLog.h"
@@ -29,6 +30,11 @@ using namespace TradeChart;
 
 namespace {
 
+const RowColumn<QByteArray> cancelColumns[] = {
+    {TradeKeyFields::MSGOK,
+     [](QByteArray &part, const RowField &field) { part = field.text().toString().toUtf8(); }},
+};
+
 /// What the trading module says of a cancellation: its reason when it failed.
 QByteArray cancelAnswerText(const TradeMessage &answer)
 {
@@ -36,10 +42,7 @@ QByteArray cancelAnswerText(const TradeMessage &answer)
         return answer.text(TradeKeyFields::MSG).toUtf8();
     }
     QByteArray text;
-    const QJsonArray parts = answer.rows();
-    for (const QJsonValue &part : parts) {
-        text += part.toObject().value(QLatin1String(TradeKeyFields::MSGOK)).toString().toUtf8();
-    }
+    answer.rows().read(cancelColumns, [&text](const QByteArray &part, const auto &) { text += part; });
     return text;
 }
 
@@ -325,9 +328,9 @@ void EntrustPoint::handleAnswer(const TradeMessage &answer)
     } else if (!answer.isAbout(m_code)) {
         return;
     } else if (answer.isCommand(CmdType::ENTRUSTTODAYTRADE)) {
-        handleQueryTodayEntrustInfoRes(answer.rows());
+        takeOrders(answer.rows());
     } else if (answer.isCommand(CmdType::ENTRUSTHISTORYTRADE)) {
-        handleQueryHistoryEntrustInfoRes(answer.rows());
+        takeOrders(answer.rows());
     }
 }
 
@@ -341,19 +344,24 @@ void EntrustPoint::showCancelAnswer(const TradeMessage &answer)
 
 bool EntrustPoint::handleQueryTodayEntrustInfoRes(QJsonArray data)
 {
+    takeOrders(AnswerRows(std::move(data)));
+    return true;
+}
+
+bool EntrustPoint::handleQueryHistoryEntrustInfoRes(QJsonArray data)
+{
+    return handleQueryTodayEntrustInfoRes(std::move(data));
+}
+
+void EntrustPoint::takeOrders(const AnswerRows &rows)
+{
     const QPointer<QObject> self(this);
-    if (!data.isEmpty()) {
-        m_ordersByTime = readOrders(data, marketCode(m_code), currentDate());
+    if (!rows.isEmpty()) {
+        m_ordersByTime = readOrders(rows, marketCode(m_code), currentDate());
         calcEntrustPointPriceInfo();
         m_axis.updateObject(this);
     }
     if (self) { // the host may have ended this object while it repainted
         RefreshTimer::restart(m_refreshTimer, m_refreshSeconds);
     }
-    return true;
-}
-
-bool EntrustPoint::handleQueryHistoryEntrustInfoRes(QJsonArray data)
-{
-    return handleQueryTodayEntrustInfoRes(data);
 }

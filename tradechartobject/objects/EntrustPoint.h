@@ -20,6 +20,7 @@
 class QTimer;
 
 namespace TradeChart {
+class AnswerRows;
 class SettlingWaits;
 class TradeMessage;
 } // namespace TradeChart
@@ -84,6 +85,7 @@ private:
     void askForOrders();
     void handleNotification(const TradeChart::TradeMessage &notification);
     void handleAnswer(const TradeChart::TradeMessage &answer);
+    void takeOrders(const TradeChart::AnswerRows &rows);
     void showCancelAnswer(const TradeChart::TradeMessage &answer);
     std::vector<TradeChart::EntrustInfo> ordersAt(double x, double y) const;
     void offerCancellation(const TradeChart::EntrustInfo &order, const Korvane::tagCodeWithName &security,

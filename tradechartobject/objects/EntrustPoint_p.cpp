@@ -4,7 +4,6 @@
 #include "tradechartobject/common/DebugLog.h"
 #include "tradechartobject/common/OrderMarks.h"
 #include "tradechartobject/common/OrderRow.h"
-#include "tradechartobject/common/RowReader.h"
 
 #include <QDebug>
 #include <QJsonDocument>
@@ -20,11 +19,12 @@ namespace {
 constexpr double catchDistance = 8.0; // pixels from the centre of a bar
 constexpr double markerHeight = 16.0; // pixels
 
-void logUnreadable(const QJsonObject &row)
+template <class Row>
+void logUnreadable(const Row &row)
 {
     if (isDebugLogOn()) {
         qDebug() << "Error:unknown bsflag2 or order status is empty:";
-        qDebug() << QString::fromUtf8(QJsonDocument(row).toJson(QJsonDocument::Indented));
+        qDebug() << QString::fromUtf8(QJsonDocument(row.toObject()).toJson(QJsonDocument::Indented));
     }
 }
 
@@ -46,27 +46,24 @@ std::map<std::int64_t, int> marksOf(const QVector<EntrustInfo> &orders)
 
 } // namespace
 
-OrdersByMinute readOrders(const QJsonArray &rows, const QString &market, std::int64_t today)
+OrdersByMinute readOrders(const AnswerRows &rows, const QString &market, std::int64_t today)
 {
     OrdersByMinute orders;
-    RowReader reader(orderColumns);
     auto minute = orders.end();
-    for (const QJsonValue &value : rows) {
-        const QJsonObject row = value.toObject();
-        const OrderRow &read = reader.read(row);
+    rows.read(orderColumns, [&](const OrderRow &read, const auto &row) {
         if (read.market != market) {
-            continue;
+            return;
         }
         if (read.order.orderStatus.isEmpty() || !read.hasSide) {
             logUnreadable(row);
-            continue;
+            return;
         }
         const std::int64_t time = dateTime(today, shownMinute(read.time, today > read.order.orderDate));
         if (minute == orders.end() || minute->first != time) {
             minute = orders.try_emplace(time).first; // orders of a minute mostly follow each other
         }
         minute->second.append(orderOf(read));
-    }
+    });
     return orders;
 }
 

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "tradechartobject/ChartInterface.h"
+#include "tradechartobject/common/AnswerRows.h"
 #include "tradechartobject/common/EntrustInfo.h"
 
-#include <QJsonArray>
 #include <QString>
 #include <QVector>
 
@@ -26,7 +26,7 @@ using MarksByBar = std::map<int, std::map<std::int64_t, int>>;
 
 /// The readable rows of a market, e.g. "SH". The minute is always one of `today` (yyyymmdd), also for orders
 /// of other days: an intraday chart has no other.
-OrdersByMinute readOrders(const QJsonArray &rows, const QString &market, std::int64_t today);
+OrdersByMinute readOrders(const AnswerRows &rows, const QString &market, std::int64_t today);
 
 /// What stands on the bars, whose date-times are `barTimes`. Orders whose minute is no bar are left out.
 struct GroupedOrders

@@ -33,11 +33,16 @@ bool isOfThisMachine(const TradePresence &presence)
     return presence.process > 0 && presence.host == QSysInfo::machineHostName();
 }
 
-/// A word with our own number was left behind by a process that had it before us.
+/// A word with our own number was left behind by a process that had it before us, and so may another
+/// process have the number now. Older modules do not say when theirs began.
 bool isRunningHere(const TradePresence &presence)
 {
-    const bool isOurNumber = presence.process == QCoreApplication::applicationPid();
-    return isOfThisMachine(presence) && !isOurNumber && isProcessHere(presence.process);
+    if (!isOfThisMachine(presence) || presence.process == QCoreApplication::applicationPid()) {
+        return false;
+    }
+    return presence.processStart.isEmpty()
+               ? isProcessHere(presence.process)
+               : ProcessIdentity{presence.host, presence.process, presence.processStart}.isRunningHere();
 }
 
 } // namespace

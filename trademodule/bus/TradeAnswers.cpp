@@ -57,6 +57,29 @@ QJsonObject rowOf(const ReceivedAction &action)
     };
 }
 
+/// On the bus what is under way is of today, a practised day, too: charts show it as theirs.
+template <typename Records>
+Records asOfToday(Records records)
+{
+    for (auto &record : records) {
+        record.date = TradingDate::today();
+    }
+    return records;
+}
+
+QJsonObject rowOf(const Replacement &replacement)
+{
+    QJsonObject row{
+        {key(RTSORDERNO), QString::number(replacement.orderNumber)},
+        {key(ReplaceFields::REPLACEMENT), wordOf(replacement.state)},
+        {key(ReplaceFields::REASON), replacement.reason},
+    };
+    if (replacement.newOrderNumber > 0) {
+        row[key(ReplaceFields::NEWORDERNO)] = QString::number(replacement.newOrderNumber);
+    }
+    return row;
+}
+
 /// Runs what the rules of the market may refuse; then the answer says why.
 template <typename Action>
 void refusable(AnswerMessage *answer, Action action)
@@ -88,6 +111,7 @@ const TradeAnswers::Command *TradeAnswers::findCommand(const QString &name)
         {TradeChart::CmdType::ENTRUSTHISTORYTRADE, &TradeAnswers::answerPastOrders},
         {TradeChart::CmdType::ENTRUSTCANCEL, &TradeAnswers::cancel},
         {CmdType::ENTRUSTPLACE, &TradeAnswers::place},
+        {CmdType::REPLACE, &TradeAnswers::replace},
         {CmdType::ACCOUNTINFO, &TradeAnswers::answerAccount},
         {CmdType::OPENORDERS, &TradeAnswers::answerOpenOrders},
         {CmdType::RESULTS, &TradeAnswers::answerResults},
@@ -140,8 +164,8 @@ void TradeAnswers::answerCost(const TradeRequest &request, AnswerMessage *answer
 
 void TradeAnswers::answerToday(const TradeRequest &request, AnswerMessage *answer)
 {
-    const TradingDate day = TradingDate::today();
-    answer->setRows(rowsOf(m_ledger->trades(request.security(), {day, day})));
+    const TradingDate day = m_ledger->today();
+    answer->setRows(rowsOf(asOfToday(m_ledger->trades(request.security(), {day, day}))));
 }
 
 void TradeAnswers::answerHistory(const TradeRequest &request, AnswerMessage *answer)
@@ -153,7 +177,7 @@ void TradeAnswers::answerHistory(const TradeRequest &request, AnswerMessage *ans
 
 void TradeAnswers::answerTodaysOrders(const TradeRequest &request, AnswerMessage *answer)
 {
-    answer->setRows(rowsOf(m_orders.ofDay(TradingDate::today(), request.security())));
+    answer->setRows(rowsOf(asOfToday(m_orders.ofDay(m_orders.today(), request.security()))));
 }
 
 void TradeAnswers::answerPastOrders(const TradeRequest &request, AnswerMessage *answer)
@@ -170,10 +194,10 @@ void TradeAnswers::answerAccount(const TradeRequest & /*request*/, AnswerMessage
 {
     QJsonArray positions;
     const Orders open = m_exchange->openOrders();
-    const auto bought = m_orders.boughtOn(TradingDate::today());
+    const auto bought = m_orders.boughtOn(m_orders.today());
     for (const Position &position : m_ledger->positions()) {
         const SecurityId &security = position.security;
-        positions.append(rowOf(position, OrderCover::sellable(security, position.holding.quantity(),
+        positions.append(rowOf(position, m_exchange->sellable(security, position.holding.quantity(),
                                                               bought.value(security), open)));
     }
     answer->set(CostFields::COSTMETHOD, wordOf(m_ledger->costMethod()));
@@ -224,7 +248,8 @@ void TradeAnswers::setCostMethod(const TradeRequest &request, AnswerMessage *ans
 
 void TradeAnswers::cancel(const TradeRequest &request, AnswerMessage *answer)
 {
-    const TradingDate date = request.orderDate();
+    const TradingDate asked = request.orderDate();
+    const TradingDate date = asked == TradingDate::today() ? m_orders.today() : asked;
     const qint64 number = request.orderNumber();
     refusable(answer, [&] {
         m_exchange->cancel(date, number);
@@ -246,6 +271,16 @@ void TradeAnswers::place(const TradeRequest &request, AnswerMessage *answer)
         answer->set(RTSORDERNO, number);
         answer->set(DATA, QJsonObject{{key(RTSORDERNO), number}});
     });
+}
+
+void TradeAnswers::replace(const TradeRequest &request, AnswerMessage *answer)
+{
+    const TradingDate date = request.orderDate();
+    const qint64 number = request.orderNumber();
+    const Money price = request.orderPrice();
+    const QString clientNumber = request.neededClientNumber();
+    refusable(answer,
+              [&] { answer->set(DATA, rowOf(m_exchange->replace(date, number, price, clientNumber))); });
 }
 
 namespace {

@@ -57,6 +57,7 @@ private:
     void setCostMethod(const TradeRequest &request, AnswerMessage *answer);
     void cancel(const TradeRequest &request, AnswerMessage *answer);
     void place(const TradeRequest &request, AnswerMessage *answer);
+    void replace(const TradeRequest &request, AnswerMessage *answer);
 
     Ledger *const m_ledger;
     OrderBook m_orders;

@@ -105,11 +105,13 @@ QString TradeRequest::language() const
 
 QString TradeRequest::clientNumber() const
 {
-    constexpr const char *key = Trading::PlaceFields::CLIENTNO;
-    if (field(key).isUndefined()) {
-        return {};
-    }
-    return needed(key, m_question.clientNumber(), translated("1 to 64 printable ASCII characters"));
+    return field(Trading::PlaceFields::CLIENTNO).isUndefined() ? QString() : neededClientNumber();
+}
+
+QString TradeRequest::neededClientNumber() const
+{
+    return needed(Trading::PlaceFields::CLIENTNO, m_question.clientNumber(),
+                  translated("1 to 64 printable ASCII characters"));
 }
 
 bool TradeRequest::has(const char *key) const

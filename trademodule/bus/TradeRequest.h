@@ -34,6 +34,8 @@ public:
     qint64 orderQuantity() const;
     /// "clientno" as text; empty when the question has none.
     QString clientNumber() const;
+    /// The same, which the question must have.
+    QString neededClientNumber() const;
 
     /// "lang" as text; empty when the question has none.
     QString language() const;

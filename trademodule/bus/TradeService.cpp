@@ -202,7 +202,7 @@ void TradeService::settle()
 void TradeService::tellOfToday()
 {
     QHash<SecurityId, Order> newest;
-    const Orders ofToday = m_orders.ofDay(TradingDate::today());
+    const Orders ofToday = m_orders.ofDay(m_orders.today());
     for (const Order &order : ofToday) {
         newest.insert(order.security, order);
     }
@@ -241,9 +241,15 @@ void TradeService::warn(const QString &trouble)
     }
 }
 
+/// What is dealt on a practised day is a past trade for charts of days.
 void TradeService::notify(const Order &changed)
 {
-    publish(changeNotification(changed));
+    QJsonObject notification = changeNotification(changed);
+    const std::optional<TradingDate> practised = m_orders.practisedDay();
+    if (practised && changed.matchedQuantity > 0) {
+        notification[QLatin1String(TradeChart::TradeKeyFields::RTSDATE)] = practised->text();
+    }
+    publish(notification);
 }
 
 void TradeService::publish(const QJsonObject &notification)

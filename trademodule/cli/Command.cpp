@@ -96,7 +96,7 @@ const std::vector<Command> &commands()
     static const std::vector<Command> all = {
         serveCommand(),   importCommand(),    placeCommand(),   cancelCommand(),  ordersCommand(),
         tradesCommand(),  positionsCommand(), accountCommand(), resultsCommand(), costCommand(),
-        importsCommand(), undoCommand(),      openCommand(),    moneyCommand(),
+        importsCommand(), undoCommand(),      openCommand(),    moneyCommand(),   practiceCommand(),
     };
     return all;
 }

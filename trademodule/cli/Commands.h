@@ -18,5 +18,6 @@ Command ordersCommand();
 Command accountCommand();
 Command resultsCommand();
 Command costCommand();
+Command practiceCommand();
 
 } // namespace TradeModule

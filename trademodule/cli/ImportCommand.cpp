@@ -62,6 +62,7 @@ ImportOptions importOptions(const Invocation &invocation)
         options.reading.accounts =
             invocation.value(QStringLiteral("account")).split(QLatin1Char(','), Qt::SkipEmptyParts);
     }
+    options.mark = invocation.value(QStringLiteral("mark"));
     options.skipsBadRows = invocation.isSet(QStringLiteral("skip-bad"));
     options.doubt = doubtOf(invocation);
     options.mode = invocation.isSet(QStringLiteral("dry-run")) ? Ledger::Mode::DryRun : Ledger::Mode::Keep;
@@ -181,6 +182,8 @@ Command importCommand()
          {QStringLiteral("suggest"), translated("Prints a profile to fill in, and imports nothing.")},
          {QStringLiteral("same"), translated("Takes entries in doubt for those that the ledger has.")},
          {QStringLiteral("new"), translated("Adds entries in doubt.")},
+         {QStringLiteral("mark"), translated("A word by which \"imports --mark\" finds this import again."),
+          QStringLiteral("WORD")},
          {QStringLiteral("json"), translated("Writes the report as JSON, for programs.")},
          {QStringLiteral("progress"), translated("Writes lines of JSON meanwhile, too, with the word json."),
           QStringLiteral("json")}},

@@ -17,10 +17,25 @@ QString dayText(std::optional<TradingDate> day)
     return day ? day->dashedText() : QString();
 }
 
+/// Whether a mark is there is a question of programs that lost sight of their import.
+int findMark(const Invocation &invocation, Ledger *ledger)
+{
+    const auto found = ledger->importOfMark(invocation.value(QStringLiteral("mark")));
+    QJsonObject result;
+    if (found) {
+        result[QStringLiteral("import")] = found->number;
+    }
+    JsonReply::write({{QStringLiteral("result"), result}});
+    return Succeeded;
+}
+
 int listImports(const Invocation &invocation)
 {
     invocation.arguments(0, translated("no arguments, only options"));
     Ledger ledger(invocation.existingLedger());
+    if (invocation.isSet(QStringLiteral("mark"))) {
+        return findMark(invocation, &ledger);
+    }
     Listing listing({QT_TR_NOOP("import"), QT_TR_NOOP("imported at"), QT_TR_NOOP("file"), QT_TR_NOOP("added"),
                      QT_TR_NOOP("there before"), QT_TR_NOOP("money"), QT_TR_NOOP("from"), QT_TR_NOOP("to"),
                      QT_TR_NOOP("account")},
@@ -132,11 +147,15 @@ int listMoney(const Invocation &invocation)
 
 Command importsCommand()
 {
-    return {QStringLiteral("imports"),
-            translated("Lists what was imported."),
-            {},
-            {Listing::jsonOption()},
-            &listImports};
+    return {
+        QStringLiteral("imports"),
+        translated("Lists what was imported."),
+        {},
+        {{QStringLiteral("mark"),
+          translated("Tells as JSON the import with this mark, when all changes that were begun are done."),
+          QStringLiteral("WORD")},
+         Listing::jsonOption()},
+        &listImports};
 }
 
 Command undoCommand()

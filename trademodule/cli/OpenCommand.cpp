@@ -98,12 +98,14 @@ int open(const Invocation &invocation)
     if (!invocation.isSet(QStringLiteral("replace"))) {
         refuseSecond(holding.security, before);
     }
-    ledger.bookInPlaceOf(before, {openingName(), {holding}, {}});
+    const Booked booked = ledger.bookInPlaceOf(before, {openingName(), {holding}, {}});
     for (const qint64 number : before) {
         print(translated("import %1 is taken back").arg(number) + QLatin1Char('\n'));
     }
-    print(translated("entered %1 of %2 at %3 on %4; undo takes it back")
-              .arg(holding.quantity)
+    const QString told = booked.added > 0
+                             ? translated("entered %1 of %2 at %3 on %4; undo takes it back")
+                             : translated("a statement told %1 of %2 at %3 on %4 before; nothing was added");
+    print(told.arg(holding.quantity)
               .arg(holding.security.code, holding.price.text(), holding.date.dashedText()) +
           QLatin1Char('\n'));
     tellCharts(invocation, {changeNotification(holding)});

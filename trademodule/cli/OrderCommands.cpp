@@ -100,8 +100,8 @@ int place(const Invocation &invocation)
 int cancel(const Invocation &invocation)
 {
     const qint64 number = wholeNumber(invocation.arguments(1, translated("one order NUMBER")).constFirst());
-    const TradingDate date = invocation.date(QStringLiteral("date")).value_or(TradingDate::today());
     Ledger ledger(invocation.existingLedger());
+    const TradingDate date = invocation.date(QStringLiteral("date")).value_or(ledger.today());
     Changes changes;
     const Order order = PaperExchange(&ledger, changes.listener()).cancel(date, number);
     print(translated("order %1: %2").arg(order.number).arg(statusText(order)) + QLatin1Char('\n'));
@@ -112,8 +112,8 @@ int cancel(const Invocation &invocation)
 int listOrders(const Invocation &invocation)
 {
     invocation.arguments(0, translated("no arguments, only options"));
-    const TradingDate date = invocation.date(QStringLiteral("date")).value_or(TradingDate::today());
     Ledger ledger(invocation.existingLedger());
+    const TradingDate date = invocation.date(QStringLiteral("date")).value_or(ledger.today());
     Listing listing({QT_TR_NOOP("number"), QT_TR_NOOP("date"), QT_TR_NOOP("time"), QT_TR_NOOP("code"),
                      QT_TR_NOOP("market"), QT_TR_NOOP("side"), QT_TR_NOOP("price"), QT_TR_NOOP("quantity"),
                      QT_TR_NOOP("matched"), QT_TR_NOOP("cancelled"), QT_TR_NOOP("status")},

@@ -64,11 +64,12 @@ Trading::TradePresence presenceOf(Ledger *ledger, const LedgerServer &server)
     presence.fence = server.fence;
     presence.version = QCoreApplication::applicationVersion();
     presence.protocol = QStringLiteral("1");
-    presence.can =
-        QStringList{QLatin1String(Trading::Capability::CLIENTNO), QLatin1String(Trading::Capability::ACTIONS),
-                    QLatin1String(Trading::Capability::OPENORDERS)};
+    presence.can = QStringList{
+        QLatin1String(Trading::Capability::CLIENTNO), QLatin1String(Trading::Capability::ACTIONS),
+        QLatin1String(Trading::Capability::REPLACE), QLatin1String(Trading::Capability::OPENORDERS)};
     presence.host = server.process.host;
     presence.process = server.process.number;
+    presence.processStart = server.process.start;
     presence.since = QDateTime::fromString(server.since, Qt::ISODate);
     presence.isReadOnly = ledger->isReadOnly();
     presence.ledger = placeOf(ledger);

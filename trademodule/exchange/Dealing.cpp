@@ -55,7 +55,7 @@ qint64 quantity(const Order &order, qint64 atMost)
 
 Execution execution(const Order &order, const Quote &quote, qint64 quantity)
 {
-    Execution execution{order.security, sideOf(order.direction), TradingDate::today(),
+    Execution execution{order.security, sideOf(order.direction), order.date,
                         quote.time,     priceOf(quote, order),   quantity};
     execution.amount = amountOf(order, execution.price, quantity);
     execution.fee = partOf(&TradingRules::fees, order, execution.amount);

@@ -10,12 +10,6 @@ namespace TradeModule {
 
 namespace {
 
-/// An order of a past day claims nothing, though its end may not be written yet.
-bool isOfToday(const Order &order)
-{
-    return !(order.date < TradingDate::today());
-}
-
 /// What is left of an open buy costs at most: an order in parts pays the fees that it would have paid in one.
 Money reserveOf(const Order &order)
 {
@@ -27,10 +21,16 @@ Money reserveOf(const Order &order)
 
 } // namespace
 
+/// An order of a past day claims nothing, though its end may not be written yet.
+bool OrderCover::isOfToday(const Order &order) const
+{
+    return !(order.date < m_book->today());
+}
+
 qint64 OrderCover::sellable(const SecurityId &security, const Orders &open)
 {
     return sellable(security, m_book->holding(security).quantity(),
-                    m_book->boughtOn(TradingDate::today(), security), open);
+                    m_book->boughtOn(m_book->today(), security), open);
 }
 
 qint64 OrderCover::sellable(const SecurityId &security, qint64 held, qint64 boughtToday, const Orders &open)
@@ -55,21 +55,21 @@ Money OrderCover::spendable(const Orders &open)
     return available;
 }
 
-void OrderCover::refuseUncovered(const Order &order)
+void OrderCover::refuseUncovered(const Order &order, const Orders &open)
 {
     switch (order.direction) {
     case Direction::Buy:
-        refuseUncoveredBuy(order);
+        refuseUncoveredBuy(order, open);
         return;
     case Direction::Sell:
-        refuseUncoveredSell(order);
+        refuseUncoveredSell(order, open);
         return;
     }
 }
 
-void OrderCover::refuseUncoveredSell(const Order &order)
+void OrderCover::refuseUncoveredSell(const Order &order, const Orders &open)
 {
-    const qint64 available = sellable(order.security, m_book->open());
+    const qint64 available = sellable(order.security, open);
     if (order.quantity > available) {
         throw Error(translated("%1 shares may be sold: what was bought today or is on offer already does "
                                "not count")
@@ -77,11 +77,11 @@ void OrderCover::refuseUncoveredSell(const Order &order)
     }
 }
 
-void OrderCover::refuseUncoveredBuy(const Order &order)
+void OrderCover::refuseUncoveredBuy(const Order &order, const Orders &open)
 {
     const Money amount = order.price.times(order.quantity).value();
     const Money needed = amount + TradingRules::fees(Direction::Buy, amount);
-    const Money available = spendable(m_book->open());
+    const Money available = spendable(open);
     if (needed > available) {
         throw Error(translated("the order needs %1 yuan with its fees, there are %2")
                         .arg(needed.text(), available.text()));

@@ -14,17 +14,20 @@ public:
     /// Shares that may be sold today: held, not bought today and not on offer already.
     qint64 sellable(const SecurityId &security, const Orders &open);
     /// The same of a holding that is known, with what of it was bought today.
-    static qint64 sellable(const SecurityId &security, qint64 held, qint64 boughtToday, const Orders &open);
+    qint64 sellable(const SecurityId &security, qint64 held, qint64 boughtToday, const Orders &open);
     /// The cash that is free for a buy and its fees: what the open buys and theirs leave.
     Money spendable(const Orders &open);
 
     /// An Error when the account does not have what an order needs. Requires an order of a form that
     /// TradingRules allows.
-    void refuseUncovered(const Order &order);
+    void refuseUncovered(const Order &order) { refuseUncovered(order, m_book->open()); }
+    /// The same beside these open orders.
+    void refuseUncovered(const Order &order, const Orders &open);
 
 private:
-    void refuseUncoveredSell(const Order &order);
-    void refuseUncoveredBuy(const Order &order);
+    bool isOfToday(const Order &order) const;
+    void refuseUncoveredSell(const Order &order, const Orders &open);
+    void refuseUncoveredBuy(const Order &order, const Orders &open);
 
     OrderBook *const m_book;
 };

@@ -36,7 +36,7 @@ QString statusWhenPlaced(bool isExchangeOpen)
 bool advance(Order *order, Conditions conditions)
 {
     const bool isCancelling = is(*order, QuotedWaittingCancel) || is(*order, PartDealWaittingCancel);
-    if (isCancelling || order->date < TradingDate::today()) {
+    if (isCancelling || order->date < conditions.today) {
         end(order);
         return true;
     }

@@ -10,8 +10,9 @@ namespace OrderLife {
 /// What the market is like for an order that is on its way.
 struct Conditions
 {
-    bool isOpen = false;         ///< orders reach the exchange
-    bool isBeyondLimits = false; ///< the order's price is beyond the limits of the day
+    bool isOpen = false;                      ///< orders reach the exchange
+    bool isBeyondLimits = false;              ///< the order's price is beyond the limits of the day
+    TradingDate today = TradingDate::today(); ///< orders of days before it are over
 };
 
 /// The status of an order that is placed.

@@ -17,6 +17,8 @@ namespace TradeModule {
 
 namespace {
 
+constexpr auto opening = ClockTime::of(9, 15).value();
+
 Order newOrder(const SecurityId &security, Direction direction, Money price, qint64 quantity)
 {
     Order order{security, direction, TradingDate::today(), ClockTime()};
@@ -36,20 +38,24 @@ bool isSameContent(const Order &a, const Order &b)
 PaperExchange::PaperExchange(Ledger *ledger, Listener listener)
     : m_book(ledger),
       m_cover(&m_book),
+      m_replacements(&m_book, &m_cover),
       m_listener(std::move(listener)),
       m_market(ledger)
 {
+    if (m_book.practisedDay()) {
+        m_practisedUntil = m_market.clock();
+    }
 }
 
 ClockTime PaperExchange::now() const
 {
-    return m_market.clock().value_or(ClockTime::now());
+    return m_market.clock().value_or(m_book.practisedDay() ? opening : ClockTime::now());
 }
 
 bool PaperExchange::isOpen() const
 {
     // a day that is played may be played on a Sunday
-    const bool isTradingDay = m_market.clock() || TradingRules::isTradingDay(TradingDate::today());
+    const bool isTradingDay = m_market.clock() || TradingRules::isTradingDay(m_book.today());
     return isTradingDay && TradingRules::isOpen(now());
 }
 
@@ -70,7 +76,7 @@ Order PaperExchange::leave(const SecurityId &security, Direction direction, Mone
 Order PaperExchange::enter(Order order, const QString &status)
 {
     settleDoubt();
-    order.date = TradingDate::today();
+    order.date = m_book.today();
     order.time = now();
     order.status = status;
     Transaction transaction = m_book.begin();
@@ -112,11 +118,10 @@ void PaperExchange::setCash(Money cash)
     transaction.commit();
 }
 
-Order PaperExchange::cancel(TradingDate date, qint64 number)
+/// An order of which something can be cancelled; an Error says why there is none.
+Order PaperExchange::cancellable(TradingDate date, qint64 number)
 {
-    settleDoubt();
-    Transaction transaction = m_book.begin();
-    std::optional<Order> order = m_book.find(date, number);
+    const std::optional<Order> order = m_book.find(date, number);
     if (!order) {
         throw Error(translated("there is no order %1 of %2").arg(number).arg(date.number()));
     }
@@ -125,10 +130,41 @@ Order PaperExchange::cancel(TradingDate date, qint64 number)
                         .arg(number)
                         .arg(QString::fromUtf8(TradeChart::OrderStatus::getOrderStatusTxt(order->status))));
     }
-    OrderLife::cancel(&*order);
-    m_book.update(*order);
-    finish(&transaction, {*order});
     return *order;
+}
+
+Order PaperExchange::cancel(TradingDate date, qint64 number)
+{
+    settleDoubt();
+    Transaction transaction = m_book.begin();
+    Order order = cancellable(date, number);
+    OrderLife::cancel(&order);
+    m_book.update(order);
+    finish(&transaction, {order});
+    return order;
+}
+
+/// An order that the exchange does not know yet is replaced at once.
+Replacement PaperExchange::replace(TradingDate date, qint64 number, Money price, const QString &clientNumber)
+{
+    settleDoubt();
+    Transaction transaction = m_book.begin();
+    const Replacement asked{clientNumber, number, price};
+    if (const std::optional<Replacement> before = m_replacements.askedBefore(asked)) {
+        return *before;
+    }
+    Order order = cancellable(date, number);
+    m_replacements.begin(asked, order, market());
+    OrderLife::cancel(&order);
+    m_book.update(order);
+    finish(&transaction, Orders{order} + m_replacements.complete({order}, market()));
+    return m_book.replacements().find(clientNumber).value_or(asked);
+}
+
+OrderReplacements::Market PaperExchange::market() const
+{
+    return {TradingDate::today(), now(), isOpen(),
+            [this](const Order &order) { return isBeyondLimits(order); }};
 }
 
 bool PaperExchange::isBeyondLimits(const Order &order) const
@@ -143,7 +179,7 @@ Orders PaperExchange::advanced()
     Orders changed;
     Orders open = m_book.open();
     for (Order &order : open) {
-        if (OrderLife::advance(&order, {isOpen(), isBeyondLimits(order)})) {
+        if (OrderLife::advance(&order, {isOpen(), isBeyondLimits(order), m_book.today()})) {
             changed.append(order);
         }
     }
@@ -167,12 +203,13 @@ void PaperExchange::advanceAll()
     for (const Order &order : changed) {
         m_book.update(order);
     }
-    finish(&transaction, changed);
+    finish(&transaction, changed + m_replacements.complete(changed, market()));
 }
 
 bool PaperExchange::isOfToday(const Quote &quote)
 {
-    if (quote.date == TradingDate::today()) {
+    const std::optional<TradingDate> practised = m_book.practisedDay();
+    if (practised ? quote.recorded == practised : quote.date == TradingDate::today()) {
         return true;
     }
     if (!m_strangeDates.contains(quote.date)) {
@@ -181,19 +218,19 @@ bool PaperExchange::isOfToday(const Quote &quote)
                  qUtf8Printable(translated("quotes of %1 are left alone: orders are dealt against quotes "
                                            "of today, %2")
                                     .arg(quote.date.number())
-                                    .arg(TradingDate::today().number())));
+                                    .arg(m_book.today().number())));
     }
     return false;
 }
 
 void PaperExchange::take(const Quote &quote)
 {
-    if (!isOfToday(quote)) {
+    if (!isOfToday(quote) || isPlayedAgain(quote)) {
         return;
     }
     settleDoubt();
     if (wasDealt(quote)) {
-        m_newTrading.note(quote);
+        note(quote);
         return;
     }
     const std::optional<Quote> added = m_newTrading.of(quote);
@@ -208,7 +245,21 @@ void PaperExchange::take(const Quote &quote)
     if (TradingRules::isOpen(quote.time)) {
         deal(*added); // at last: what fails can be taken again, and nothing is dealt twice
     }
+    note(quote);
+}
+
+/// Nobody trades a practised minute twice: its session is begun again as a whole or not at all.
+bool PaperExchange::isPlayedAgain(const Quote &quote) const
+{
+    return m_practisedUntil && quote.time <= *m_practisedUntil;
+}
+
+void PaperExchange::note(const Quote &quote)
+{
     m_newTrading.note(quote);
+    if (m_book.practisedDay()) {
+        m_practisedUntil = quote.time;
+    }
 }
 
 /// The orders that a bar deals, the oldest first.

@@ -2,6 +2,7 @@
 
 #include "trademodule/exchange/NewTrading.h"
 #include "trademodule/exchange/OrderCover.h"
+#include "trademodule/exchange/OrderReplacements.h"
 #include "trademodule/exchange/QuoteMessage.h"
 #include "trademodule/ledger/MarketDay.h"
 #include "trademodule/ledger/OrderBook.h"
@@ -23,6 +24,9 @@ namespace TradeModule {
 ///
 /// The exchange's clock is the time of today's last quote, so that a recorded day can be played at any
 /// hour; before the first quote it is the wall clock. Every order is of today. Bus-free.
+///
+/// An account that practises has the recorded day for its today, whichever day it is played on: it takes that
+/// day's quotes and no others, each once, also after a restart. Before the first one it is the opening.
 class PaperExchange
 {
 public:
@@ -45,6 +49,13 @@ public:
 
     /// Asks for what is left of an order to be cancelled; an Error says why it cannot be.
     Order cancel(TradingDate date, qint64 number);
+
+    /// Has what is left of an order go on at another price: asks for its cancellation, and when that is
+    /// confirmed places the rest in the same change of the ledger. An Error says why it cannot be; then the
+    /// order stays as it is. The replacement comes back as it is now, and for an asker who was not answered
+    /// and asks again with the same client's number, which must not be empty; an Error when that was for
+    /// another.
+    Replacement replace(TradingDate date, qint64 number, Money price, const QString &clientNumber);
 
     /// Deals what the bar allows: a buy when its low, a sell when its high reaches the order's price, at
     /// the bar's open when that is better; all orders together at most a quarter of its volume. Of a minute
@@ -70,17 +81,25 @@ public:
     {
         return m_cover.sellable(security, open);
     }
+    qint64 sellable(const SecurityId &security, qint64 held, qint64 boughtToday, const Orders &open)
+    {
+        return m_cover.sellable(security, held, boughtToday, open);
+    }
     Money spendable(const Orders &open) { return m_cover.spendable(open); }
 
     /// Gives the account this cash; an Error when the open buys need more.
     void setCash(Money cash);
 
 private:
+    Order cancellable(TradingDate date, qint64 number);
+    OrderReplacements::Market market() const;
     Order enter(Order order, const QString &status);
     std::optional<Order> placedBefore(const Order &order);
     ClockTime now() const;
     bool isOpen() const;
     bool isOfToday(const Quote &quote);
+    bool isPlayedAgain(const Quote &quote) const;
+    void note(const Quote &quote);
     bool isBeyondLimits(const Order &order) const;
     Orders advanced();
     void advanceAll();
@@ -102,10 +121,12 @@ private:
 
     OrderBook m_book;
     OrderCover m_cover;
+    OrderReplacements m_replacements;
     const Listener m_listener;
     MarketDay m_market;
     NewTrading m_newTrading;
-    QSet<TradingDate> m_strangeDates; // of quotes, told in the log
+    std::optional<ClockTime> m_practisedUntil; // where a day is practised: what was played until then is over
+    QSet<TradingDate> m_strangeDates;          // of quotes, told in the log
     std::optional<Doubt> m_doubt;
     std::optional<Quote> m_dealtInDoubt; // its dealing was known only afterwards to have succeeded
 };

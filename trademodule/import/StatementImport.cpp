@@ -56,12 +56,11 @@ ImportReport importStatement(const QString &path, const ImportOptions &options, 
         HoldingsCheck::of(report.contents, [ledger](const SecurityId &security, TradingDate day) {
             return ledger->heldBefore(security, day);
         });
-    report.booked = ledger->book(statementOf(&report.contents, path, options.doubt), options.mode, progress);
+    Statement statement = statementOf(&report.contents, path, options.doubt);
+    statement.mark = options.mark;
+    statement.profile = options.reading.profile.isEmpty() ? QString() : reading.profile.text();
+    report.booked = ledger->book(statement, options.mode, progress);
     report.isRefused = !report.booked.doubtful.isEmpty();
-    const bool isKept = options.mode == Ledger::Mode::Keep && !report.isRefused;
-    if (isKept && !options.reading.profile.isEmpty()) {
-        ledger->keepImportProfile(reading.profile.text());
-    }
     return report;
 }
 

@@ -11,6 +11,7 @@ struct ImportOptions
     ReadOptions reading;
     bool skipsBadRows = false; ///< else one bad row stops the import
     Doubt doubt = Doubt::Ask;
+    QString mark; ///< kept with the import, see Ledger::importOfMark(); may be empty
     Ledger::Mode mode = Ledger::Mode::Keep;
 };
 

@@ -49,4 +49,9 @@ CostMethod costMethod(const QVariant &value)
     return valid(costMethodOf(value.toString()), value);
 }
 
+Trading::ReplacementState replacementState(const QVariant &value)
+{
+    return valid(Trading::replacementStateOf(value.toString()), value);
+}
+
 } // namespace TradeModule::ColumnValue

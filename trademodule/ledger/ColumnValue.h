@@ -2,6 +2,7 @@
 
 #include "trademodule/SharedTypes.h"
 #include "trademodule/results/CostMethod.h"
+#include "trading/ReplacementState.h"
 
 #include <QVariant>
 
@@ -11,12 +12,13 @@ namespace TradeModule {
 /// keeps ledgers writes.
 namespace ColumnValue {
 
-TradingDate date(const QVariant &value);      ///< yyyymmdd
-ClockTime time(const QVariant &value);        ///< hhmmsscc
-Money money(const QVariant &value);           ///< steps of 0.0001 yuan
-Market market(const QVariant &value);         ///< letters
-Direction direction(const QVariant &value);   ///< a letter
-CostMethod costMethod(const QVariant &value); ///< its word
+TradingDate date(const QVariant &value);                           ///< yyyymmdd
+ClockTime time(const QVariant &value);                             ///< hhmmsscc
+Money money(const QVariant &value);                                ///< steps of 0.0001 yuan
+Market market(const QVariant &value);                              ///< letters
+Direction direction(const QVariant &value);                        ///< a letter
+CostMethod costMethod(const QVariant &value);                      ///< its word
+Trading::ReplacementState replacementState(const QVariant &value); ///< its word
 
 } // namespace ColumnValue
 

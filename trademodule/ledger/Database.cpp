@@ -5,9 +5,11 @@
 #include "trademodule/SharedTypes.h"
 
 #include "trademodule/ledger/DatabaseFailure.h"
+#include "trademodule/ledger/NameServer.h"
 #include "trademodule/ledger/PostgreSqlAddress.h"
 #include "trademodule/ledger/ServerProbe.h"
 #include "trademodule/ledger/StatementWatch.h"
+#include "trading/LedgerAddress.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -119,7 +121,7 @@ QString reasonOf(const QSqlError &error)
 void refuseOtherScheme(const QString &location)
 {
     const int end = location.indexOf(QLatin1String("://"));
-    if (end > 0 && !PostgreSqlAddress::isOne(location)) {
+    if (end > 0 && !Trading::isDatabaseAddress(location)) {
         throw LedgerError(
             translated("the ledger's address begins with \"%1://\": only postgresql:// can be used")
                 .arg(location.left(end)));
@@ -135,7 +137,7 @@ bool Database::keeps(const QString &location)
 
 Database::Kind Database::kindOf(const QString &location)
 {
-    return PostgreSqlAddress::isOne(location) ? Kind::PostgreSql : Kind::Sqlite;
+    return Trading::isDatabaseAddress(location) ? Kind::PostgreSql : Kind::Sqlite;
 }
 
 Database::Database(const QString &location)
@@ -228,6 +230,7 @@ void Database::openWritableSqlite(const QString &file)
 {
     makePrivateFile(file);
     QSqlDatabase database = connection();
+    database.setConnectOptions(); // those of a ledger that could only be read until now
     database.setDatabaseName(file);
     open(database, file);
     // write-ahead log: readers go on while an import writes
@@ -327,6 +330,11 @@ void Database::openPostgreSql(const PostgreSqlAddress &address)
         m_watch = std::make_unique<StatementWatch>();
     }
     m_socket = -1;
+    if (!address.host().isEmpty() && !address.isUnixSocket() &&
+        !nameServerAnswers(address.host(), longestConnecting)) {
+        throw LedgerUnavailable(translated("the ledger %1 cannot be opened: %2")
+                                    .arg(address.shown(), translated("the name server does not answer")));
+    }
     QSqlDatabase database = connection();
     database.setHostName(address.host());
     database.setPort(address.port());
@@ -398,7 +406,7 @@ void Database::begin()
     run(m_kind == Kind::Sqlite ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"));
     m_isInTransaction = true;
     try {
-        lockOutWriters();
+        waitForWriters();
         if (m_guard) {
             m_guard();
         }
@@ -409,11 +417,12 @@ void Database::begin()
     m_isBusy = false;
 }
 
-void Database::lockOutWriters()
+/// To the end of the transaction the others wait. Outside of one nobody does; but a change that is asked
+/// after, and that is still in progress though who began it has lost the connection, is over then.
+void Database::waitForWriters()
 {
     if (m_kind == Kind::PostgreSql) {
-        m_allowance = m_wait;
-        run(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(writerLock));
+        run(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(writerLock), {}, Waits::ForOthers);
     }
 }
 
@@ -491,15 +500,6 @@ bool Database::isCommitted(qint64 mark)
     return false;
 }
 
-/// The change that is asked after may still be in progress, though who began it has lost the connection.
-void Database::waitForWriters()
-{
-    if (m_kind == Kind::PostgreSql) {
-        m_allowance = m_wait;
-        run(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(writerLock));
-    }
-}
-
 bool Database::hasMark(qint64 mark)
 {
     return isTrue(run(QStringLiteral("SELECT COUNT(*) > 0 FROM change_mark WHERE mark = %1").arg(mark)));
@@ -540,17 +540,22 @@ void Database::rollback() noexcept
     m_isInTransaction = false;
 }
 
-/// What meets the end of a connection that the server gave up, outside a transaction, has done nothing yet.
 Rows Database::run(const QString &sql, const QVariantList &values)
 {
+    return run(sql, values, Waits::ForNobody);
+}
+
+/// What meets the end of a connection that the server gave up, outside a transaction, has done nothing yet.
+Rows Database::run(const QString &sql, const QVariantList &values, Waits waits)
+{
     try {
-        return Rows(this, runOnce(sql, values));
+        return Rows(this, runOnce(sql, values, waits));
     } catch (const LedgerUnavailable &) {
         if (!mayReopenAtOnce()) {
             throw;
         }
     }
-    return Rows(this, runOnce(sql, values));
+    return Rows(this, runOnce(sql, values, waits));
 }
 
 bool Database::mayReopenAtOnce()
@@ -559,7 +564,7 @@ bool Database::mayReopenAtOnce()
     return m_mayReopen;
 }
 
-QSqlQuery Database::runOnce(const QString &sql, const QVariantList &values)
+QSqlQuery Database::runOnce(const QString &sql, const QVariantList &values, Waits waits)
 {
     if (!values.isEmpty()) {
         QSqlQuery query = prepared(sql);
@@ -569,7 +574,7 @@ QSqlQuery Database::runOnce(const QString &sql, const QVariantList &values)
     reopenIfLost();
     QSqlQuery query(connection());
     query.setForwardOnly(true);
-    if (!execute([&] { return query.exec(sql); })) {
+    if (!execute([&] { return query.exec(sql); }, waits)) {
         refuse(query);
     }
     return query;
@@ -610,12 +615,12 @@ bool Database::readNext(QSqlQuery *rows)
 }
 
 /// A server that does not answer in time is hung up on.
-bool Database::execute(const std::function<bool()> &statement)
+bool Database::execute(const std::function<bool()> &statement, Waits waits)
 {
     if (!m_watch) {
         return statement();
     }
-    m_watch->begin(m_socket, m_longestStatement + std::exchange(m_allowance, 0ms));
+    m_watch->begin(m_socket, m_longestStatement + (waits == Waits::ForOthers ? m_wait : 0ms));
     const bool isDone = statement();
     m_wasHungUp = !m_watch->done();
     return isDone;

@@ -114,6 +114,9 @@ public:
     void rollback() noexcept;
 
 private:
+    /// A statement that waits for other processes gets their time besides its own.
+    enum class Waits { ForNobody, ForOthers };
+
     void open();
     void openSqlite(const QString &file);
     void openWritableSqlite(const QString &file);
@@ -123,7 +126,6 @@ private:
     bool hasChanged() const;
     void openPostgreSql(const PostgreSqlAddress &address);
     void waitAtMost(std::chrono::milliseconds time);
-    void lockOutWriters();
     void refuseReplacedLog() const;
     void leaveMark();
     void removeOldMarks();
@@ -132,8 +134,9 @@ private:
     bool hasMark(qint64 mark);
     void overwriteFailedChange();
     void refuseWhileBehind();
-    QSqlQuery runOnce(const QString &sql, const QVariantList &values);
-    bool execute(const std::function<bool()> &statement);
+    Rows run(const QString &sql, const QVariantList &values, Waits waits);
+    QSqlQuery runOnce(const QString &sql, const QVariantList &values, Waits waits);
+    bool execute(const std::function<bool()> &statement, Waits waits = Waits::ForNobody);
     bool mayReopenAtOnce();
     void reopenIfLost();
     void tellOfReconnection();
@@ -153,11 +156,10 @@ private:
     bool m_isReadOnly = false;
     std::optional<FileState> m_unchanging; ///< a file that SQLite reads without looking whether it changes
     std::chrono::milliseconds m_longestStatement = std::chrono::minutes(1);
-    std::unique_ptr<StatementWatch> m_watch;  ///< of a server's connection
-    std::unique_ptr<ServerProbe> m_probe;     ///< of a server to which the way back is found aside
-    std::chrono::milliseconds m_allowance{0}; ///< more time for the next statement, which waits for others
-    int m_socket = -1;                        ///< of a server's connection
-    qint64 m_mark = 0;                        ///< of the last change
+    std::unique_ptr<StatementWatch> m_watch; ///< of a server's connection
+    std::unique_ptr<ServerProbe> m_probe;    ///< of a server to which the way back is found aside
+    int m_socket = -1;                       ///< of a server's connection
+    qint64 m_mark = 0;                       ///< of the last change
     bool m_marksChanges = false;
     QDeadlineTimer m_noOldMarks; ///< until then none needs to be looked for
     bool m_mayBeDone = false;    ///< what the last failure was asked for

@@ -7,6 +7,7 @@
 #include "trademodule/ledger/HoldingTable.h"
 #include "trademodule/ledger/LedgerSchema.h"
 #include "trademodule/ledger/MoneyTable.h"
+#include "trademodule/ledger/PracticeTable.h"
 #include "trademodule/ledger/StatementBooking.h"
 #include "trademodule/ledger/ToldStatement.h"
 #include "trademodule/ledger/Transaction.h"
@@ -26,6 +27,13 @@ Ledger::Ledger(const QString &location, Mode mode) : m_database(location)
     } else {
         migrateSchema(&m_database);
     }
+    m_practisedDay = PracticeTable(&m_database).day();
+}
+
+void Ledger::practise(TradingDate day)
+{
+    PracticeTable(&m_database).begin(day);
+    m_practisedDay = day;
 }
 
 bool Ledger::isThere(const QString &location)
@@ -76,6 +84,7 @@ Booked Ledger::book(const Statement &statement, Mode mode, const Progress &progr
     Transaction transaction(&m_database);
     const Booked booked = StatementBooking(this, statement).book(progress);
     if (mode == Mode::Keep && booked.doubtful.isEmpty()) {
+        keepImportProfile(statement.profile);
         transaction.commit();
     }
     return booked;
@@ -84,6 +93,17 @@ Booked Ledger::book(const Statement &statement, Mode mode, const Progress &progr
 QVector<ImportedStatement> Ledger::imports()
 {
     return StatementTable(&m_database).all();
+}
+
+std::optional<ImportedStatement> Ledger::importOfMark(const QString &mark)
+{
+    Transaction settled(&m_database);
+    const QVector<ImportedStatement> all = imports();
+    settled.commit(); // takes the place of a change that failed as it ended
+    const auto found = std::find_if(all.begin(), all.end(), [&mark](const ImportedStatement &statement) {
+        return statement.mark == mark;
+    });
+    return found == all.end() ? std::nullopt : std::optional(*found);
 }
 
 QVector<SecurityId> Ledger::securitiesOfImport(qint64 number)
@@ -98,7 +118,9 @@ Booked Ledger::bookInPlaceOf(const QVector<qint64> &numbers, const Statement &st
         takeBack(number);
     }
     const Booked booked = StatementBooking(this, statement).book({});
-    transaction.commit();
+    if (booked.doubtful.isEmpty()) {
+        transaction.commit();
+    }
     return booked;
 }
 
@@ -174,6 +196,9 @@ QString Ledger::importProfile()
 
 void Ledger::keepImportProfile(const QString &text)
 {
+    if (text.isEmpty()) {
+        return;
+    }
     m_database.run(QStringLiteral("INSERT INTO import_profile (id, text) VALUES (1, ?) "
                                   "ON CONFLICT (id) DO UPDATE SET text = excluded.text"),
                    {text});

@@ -37,11 +37,21 @@ public:
     /// ledger at least n times afterwards.
     Booked book(const Statement &statement, Mode mode, const Progress &progress = {});
 
+    /// The recorded day that this account practises; nothing for every other account.
+    std::optional<TradingDate> practisedDay() const { return m_practisedDay; }
+    /// The day that it is for the account's orders: the practised one, else that of the exchange's clock.
+    TradingDate today() const { return m_practisedDay.value_or(TradingDate::today()); }
+    /// Makes a new ledger one for practice, in a transaction of the caller's.
+    void practise(TradingDate day);
+
     /// What was imported, oldest first.
     QVector<ImportedStatement> imports();
+    /// The import that left this mark, if it was booked and not taken back. Waits until the changes that
+    /// others have begun are done: what is not there then will not come.
+    std::optional<ImportedStatement> importOfMark(const QString &mark);
     /// The securities that an import added entries of.
     QVector<SecurityId> securitiesOfImport(qint64 number);
-    /// Books a statement and takes imports back, both or neither.
+    /// Books a statement and takes imports back, both or neither; neither where the result is doubtful.
     Booked bookInPlaceOf(const QVector<qint64> &numbers, const Statement &statement);
     /// Takes an import back as a whole: the ledger is then what it would be had the import never been, with
     /// what later imports told once more. An Error when there is none of this number.
@@ -57,7 +67,6 @@ public:
 
     /// How the user's broker names things, as the import keeps it; empty when it keeps nothing.
     QString importProfile();
-    void keepImportProfile(const QString &text);
 
     /// The trades of a security, oldest first; other entries are none.
     Executions trades(const SecurityId &security, DateRange days);
@@ -93,10 +102,12 @@ public:
     void add(const Execution &execution);
 
 private:
+    void keepImportProfile(const QString &text);
     UndoneImport takeBack(qint64 number);
     void bookAnew(const QVector<qint64> &numbers, qint64 without);
 
     Database m_database;
+    std::optional<TradingDate> m_practisedDay;
     std::optional<UncheckedReferences> m_unchecked; ///< around the trial
     std::optional<Transaction> m_trial;             ///< of a dry run on the tables of an older program
 };

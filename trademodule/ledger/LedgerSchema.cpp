@@ -199,6 +199,11 @@ const std::vector<QStringList> &migrations()
             QStringLiteral("UPDATE account SET stated_cash = COALESCE((SELECT s.balance - s.own_cash FROM "
                            "statement s WHERE s.balance IS NOT NULL ORDER BY s.balance_date DESC, "
                            "s.balance_time DESC, s.id DESC LIMIT 1), 0)"),
+            // cash that is not the newest balance was entered after it, and no undo may touch it
+            QStringLiteral(
+                "UPDATE account SET stated_cash = 0, entered_after = (SELECT MAX(id) FROM "
+                "statement) WHERE cash <> (SELECT s.balance FROM statement s WHERE s.balance IS NOT "
+                "NULL ORDER BY s.balance_date DESC, s.balance_time DESC, s.id DESC LIMIT 1)"),
             // how many numbers imports have had: none has the number of one that was taken back
             QStringLiteral("ALTER TABLE account ADD COLUMN imports BIGINT NOT NULL DEFAULT 0"),
             QStringLiteral("UPDATE account SET imports = (SELECT COALESCE(MAX(id), 0) FROM statement)"),
@@ -216,6 +221,21 @@ const std::vector<QStringList> &migrations()
             QStringLiteral(
                 "CREATE INDEX execution_by_time ON execution (security_id, trade_date, trade_time, "
                 "id, side, price, quantity, amount, fee, order_no, deal_no, stamp_duty)"),
+        },
+        {
+            // by which whoever imports finds out whether it was done, when nothing has told him
+            QStringLiteral("ALTER TABLE statement ADD COLUMN mark TEXT NOT NULL DEFAULT ''"),
+        },
+        {
+            // what is left of an order is placed at another price when its cancellation is confirmed
+            QStringLiteral(R"(CREATE TABLE order_replacement (
+                client_no TEXT PRIMARY KEY,
+                order_id BIGINT NOT NULL REFERENCES trade_order (id),
+                price BIGINT NOT NULL CHECK (price > 0),
+                state TEXT NOT NULL,
+                new_order_id BIGINT REFERENCES trade_order (id),
+                reason TEXT NOT NULL DEFAULT ''))"),
+            QStringLiteral("CREATE INDEX replacement_by_order ON order_replacement (order_id)"),
         },
     };
     return steps;

@@ -3,6 +3,8 @@
 #include "trademodule/ledger/ColumnValue.h"
 #include "trademodule/ledger/Transaction.h"
 
+#include <algorithm>
+
 namespace TradeModule {
 
 namespace {
@@ -24,6 +26,7 @@ void MarketDay::read()
         m_date = TradingDate::ofNumber(clock.value(0).toInt()); // 0 before the first quote
         m_time = ClockTime::ofNumber(clock.value(1).toInt()).value_or(ClockTime());
     }
+    catchUpWithPractice();
     Rows rows =
         database->run(QStringLiteral("SELECT s.code, s.market, r.price, r.quote_time FROM price_reference r "
                                      "JOIN security s ON s.id = r.security_id WHERE r.quote_date = ?"),
@@ -34,10 +37,28 @@ void MarketDay::read()
     }
 }
 
+/// The clock is written now and then only: a module that was killed may have dealt later quotes.
+void MarketDay::catchUpWithPractice()
+{
+    const std::optional<TradingDate> day = m_ledger->practisedDay();
+    if (!day) {
+        return;
+    }
+    Rows latest = m_ledger->database()->run(
+        QStringLiteral(
+            "SELECT MAX(t) FROM (SELECT MAX(order_time) AS t FROM trade_order WHERE order_date = ? "
+            "UNION ALL SELECT MAX(trade_time) FROM execution WHERE trade_date = ?) AS latest"),
+        {day->number(), day->number()});
+    if (latest.next() && !latest.value(0).isNull()) {
+        m_time = std::max(clock().value_or(ClockTime()), ColumnValue::time(latest.value(0)));
+        m_date = day;
+    }
+}
+
 void MarketDay::note(const SecurityId &security, ClockTime time, Money open, Money previousClose)
 {
-    if (m_date != TradingDate::today()) {
-        m_date = TradingDate::today();
+    if (m_date != m_ledger->today()) {
+        m_date = m_ledger->today();
         m_told.clear();
         m_changed.clear();
         m_hasNewReference = false;
@@ -84,13 +105,13 @@ void MarketDay::keep()
 
 std::optional<ClockTime> MarketDay::clock() const
 {
-    return m_date == TradingDate::today() ? std::optional(m_time) : std::nullopt;
+    return m_date == m_ledger->today() ? std::optional(m_time) : std::nullopt;
 }
 
 std::optional<Money> MarketDay::reference(const SecurityId &security) const
 {
     const auto told = m_told.constFind(security);
-    const bool isKnown = m_date == TradingDate::today() && told != m_told.constEnd();
+    const bool isKnown = m_date == m_ledger->today() && told != m_told.constEnd();
     return isKnown ? std::optional(told->reference) : std::nullopt;
 }
 

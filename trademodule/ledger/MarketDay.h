@@ -10,7 +10,8 @@ namespace TradeModule {
 
 /// What the quotes of today told: the time, which is the exchange's clock, and each security's reference,
 /// the price that its limits of the day go by. Kept in the ledger, so that a restart in the middle of a
-/// day, and other processes, know it, too. What it knows of other days counts for nothing.
+/// day, and other processes, know it, too. What it knows of other days counts for nothing. Where a day is
+/// practised, today is that day, and its time is as late as the account's last order and trade, too.
 class MarketDay
 {
 public:
@@ -41,6 +42,7 @@ private:
     };
 
     void read();
+    void catchUpWithPractice();
 
     Ledger *const m_ledger;
     std::optional<TradingDate> m_date; ///< of the last quote

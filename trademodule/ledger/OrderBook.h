@@ -2,6 +2,7 @@
 
 #include "trademodule/ledger/Ledger.h"
 #include "trademodule/ledger/Order.h"
+#include "trademodule/ledger/ReplacementTable.h"
 #include "trademodule/ledger/Transaction.h"
 
 #include <optional>
@@ -15,6 +16,11 @@ class OrderBook
 public:
     /// The ledger stays the caller's and outlives this object.
     explicit OrderBook(Ledger *ledger);
+
+    /// See Ledger.
+    TradingDate today() const { return m_ledger->today(); }
+    std::optional<TradingDate> practisedDay() const { return m_ledger->practisedDay(); }
+    ReplacementTable replacements() const { return ReplacementTable(m_database); }
 
     Transaction begin() { return Transaction(m_database); }
     /// What became of a change that failed as OutcomeUnknown, see Database.

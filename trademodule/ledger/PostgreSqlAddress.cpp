@@ -35,12 +35,6 @@ void refuseUnknownOptions(const QUrl &url)
 
 } // namespace
 
-bool PostgreSqlAddress::isOne(const QString &location)
-{
-    return location.startsWith(QLatin1String("postgresql://")) ||
-           location.startsWith(QLatin1String("postgres://"));
-}
-
 PostgreSqlAddress::PostgreSqlAddress(const QString &location) : m_url(location, QUrl::StrictMode)
 {
     if (!m_url.isValid() || m_url.path().size() < 2) {

@@ -11,9 +11,6 @@ namespace TradeModule {
 class PostgreSqlAddress
 {
 public:
-    /// True for what is meant as one, by its scheme.
-    static bool isOne(const QString &location);
-
     /// An Error, which shows no password, for what is none.
     explicit PostgreSqlAddress(const QString &location);
 

@@ -57,7 +57,11 @@ QString startOf(qint64 process)
 
 ProcessIdentity ProcessIdentity::own()
 {
-    const qint64 number = QCoreApplication::applicationPid();
+    return of(QCoreApplication::applicationPid());
+}
+
+ProcessIdentity ProcessIdentity::of(qint64 number)
+{
     return {QSysInfo::machineHostName(), number, startOf(number)};
 }
 

@@ -12,6 +12,8 @@ struct ProcessIdentity
     QString start; ///< when it began, as its machine counts; empty when that cannot be known
 
     static ProcessIdentity own();
+    /// Of the process that has this number on this machine now.
+    static ProcessIdentity of(qint64 number);
 
     /// True while this very process runs on this machine.
     bool isRunningHere() const;

@@ -37,6 +37,8 @@ struct Statement
     QStringList holders{}; ///< shareholder's codes
     std::optional<StatedCash> cash{};
     Doubt doubt = Doubt::Ask;
+    QString mark{};    ///< of whoever imports, who finds the import by it again; may be empty
+    QString profile{}; ///< how the broker names things, kept once the entries are; empty: as it was
 };
 
 /// What became of a statement.

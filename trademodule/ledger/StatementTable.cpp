@@ -39,16 +39,16 @@ Days daysOf(const Statement &statement)
 QVector<ImportedStatement> StatementTable::all()
 {
     Rows rows = m_database->run(QStringLiteral(
-        "SELECT id, file, imported_at, account, holders, added, already_there, money, first_date, last_date "
-        "FROM statement ORDER BY id"));
+        "SELECT id, file, imported_at, account, holders, added, already_there, money, mark, first_date, "
+        "last_date FROM statement ORDER BY id"));
     QVector<ImportedStatement> all;
     while (rows.next()) {
         all.append({rows.value(0).toLongLong(), rows.value(1).toString(),
                     QDateTime::fromString(rows.value(2).toString(), Qt::ISODate), rows.value(3).toString(),
                     rows.value(4).toString().split(QLatin1Char(' '), Qt::SkipEmptyParts),
                     rows.value(5).toInt(), rows.value(6).toInt(), rows.value(7).toInt(),
-                    TradingDate::ofNumber(rows.value(8).toInt()),
-                    TradingDate::ofNumber(rows.value(9).toInt())});
+                    rows.value(8).toString(), TradingDate::ofNumber(rows.value(9).toInt()),
+                    TradingDate::ofNumber(rows.value(10).toInt())});
     }
     return all;
 }
@@ -56,12 +56,12 @@ QVector<ImportedStatement> StatementTable::all()
 qint64 StatementTable::add(const Statement &statement)
 {
     m_database->run(QStringLiteral("UPDATE account SET imports = imports + 1"));
-    Rows row =
-        m_database->run(QStringLiteral("INSERT INTO statement (id, file, imported_at, account, holders) "
-                                       "SELECT imports, ?, ?, ?, ? FROM account RETURNING id"),
-                        {statement.file, QDateTime::currentDateTimeUtc().toString(Qt::ISODate),
-                         QLatin1String("") + statement.account,
-                         QLatin1String("") + statement.holders.join(QLatin1Char(' '))});
+    Rows row = m_database->run(
+        QStringLiteral("INSERT INTO statement (id, file, imported_at, account, holders, mark) "
+                       "SELECT imports, ?, ?, ?, ?, ? FROM account RETURNING id"),
+        {statement.file, QDateTime::currentDateTimeUtc().toString(Qt::ISODate),
+         QLatin1String("") + statement.account, QLatin1String("") + statement.holders.join(QLatin1Char(' ')),
+         QLatin1String("") + statement.mark});
     row.next();
     return row.value(0).toLongLong();
 }

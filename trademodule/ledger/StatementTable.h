@@ -20,6 +20,7 @@ struct ImportedStatement
     int added = 0;
     int alreadyThere = 0;
     int money = 0;
+    QString mark;                        ///< of whoever imported it; may be empty
     std::optional<TradingDate> firstDay; ///< of the entries it told, those that were there already included
     std::optional<TradingDate> lastDay;
 };

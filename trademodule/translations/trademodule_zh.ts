@@ -1453,6 +1453,30 @@
         <source>movements of money that would be added: %1</source>
         <translation>将新增资金变动：%1</translation>
     </message>
+    <message>
+        <source>the name server does not answer</source>
+        <translation>域名服务器没有应答</translation>
+    </message>
+    <message>
+        <source>the client's number &quot;%1&quot; is that of another replacement, of order %2</source>
+        <translation>客户编号“%1”已用于另一次改价（委托 %2）</translation>
+    </message>
+    <message>
+        <source>order %1 is being replaced already</source>
+        <translation>委托 %1 已在改价中</translation>
+    </message>
+    <message>
+        <source>order %1 has the price %2 already</source>
+        <translation>委托 %1 的价格已经是 %2</translation>
+    </message>
+    <message>
+        <source>the price %1 is beyond the limits of the day</source>
+        <translation>价格 %1 超出当日涨跌停范围</translation>
+    </message>
+    <message>
+        <source>the day of order %1 is over</source>
+        <translation>委托 %1 的交易日已结束</translation>
+    </message>
 </context>
 <context>
     <name>OrderStatus</name>

@@ -117,6 +117,8 @@ QString windowStyleSheet(const ChartTheme &theme)
                "QMenu { color: %3; background: %1; border: 1px solid %2; padding: 4px; }"
                "QMenu::item { padding: 5px 18px; border-radius: 3px; }"
                "QMenu::item:selected { color: %6; background: %4; } QMenu::item:disabled { color: %5; }"
+               "#practiceStrip { color: %3; background: %1; border: 2px solid %3; padding: 3px 8px; "
+               "font-weight: bold; }"
                "#stateStrip { background: %1; border-top: 1px solid %2; }"
                "#stateStrip::item { border: none; }"
                "#stateStrip QLabel { color: %5; padding: 1px 8px; }"

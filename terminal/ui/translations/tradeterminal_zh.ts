@@ -935,6 +935,10 @@
         <source>list of results</source>
         <translation>盈亏统计</translation>
     </message>
+    <message>
+        <source>list of trades</source>
+        <translation>成交列表</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TerminalProgram</name>
@@ -1204,8 +1208,8 @@
         <translation>撤销此委托…</translation>
     </message>
     <message>
-        <source>Show its chart</source>
-        <translation>看它的图</translation>
+        <source>Change price…</source>
+        <translation>改价…</translation>
     </message>
 </context>
 <context>
@@ -1338,6 +1342,50 @@
         <source>Dealt: %1</source>
         <translation>已成交：%1</translation>
     </message>
+    <message>
+        <source>%1: replacing it at %2</source>
+        <translation>%1：正在改价为 %2</translation>
+    </message>
+    <message>
+        <source>%1: whether it is replaced is unknown, asking again</source>
+        <translation>%1：改价结果未知，正在再次询问</translation>
+    </message>
+    <message>
+        <source>%1 stays as it is: %2</source>
+        <translation>%1 保持不变：%2</translation>
+    </message>
+    <message>
+        <source>%1 stays as it is: there is no connection to the trading module</source>
+        <translation>%1 保持不变：没有连接到交易模块</translation>
+    </message>
+    <message>
+        <source>%1: no answer to its replacement, and it is not asked for any more; look at the list of orders</source>
+        <translation>%1：改价没有得到答复，且不再询问；请查看委托列表</translation>
+    </message>
+    <message>
+        <source>%1 is replaced by order %2 at %3</source>
+        <translation>%1 已由委托 %2 取代，价格 %3</translation>
+    </message>
+    <message>
+        <source>%1 was dealt before it could be replaced</source>
+        <translation>%1 在改价之前已成交</translation>
+    </message>
+    <message>
+        <source>%1 is cancelled, and NO order stands in its place: %2</source>
+        <translation>%1 已撤单，且没有新委托取代它：%2</translation>
+    </message>
+    <message>
+        <source>Replace order %1 from %2 to %3?</source>
+        <translation>将委托 %1 的价格由 %2 改为 %3？</translation>
+    </message>
+    <message>
+        <source>What is left of it: %1</source>
+        <translation>剩余部分：%1</translation>
+    </message>
+    <message>
+        <source>It is cancelled first; what is left is placed when that is confirmed.</source>
+        <translation>先撤单；撤单确认后，剩余部分按新价格委托。</translation>
+    </message>
 </context>
 <context>
     <name>Replay</name>
@@ -1366,6 +1414,10 @@
     <message>
         <source>the trading module on this bus serves another account: %1</source>
         <translation>这条总线上的交易模块服务的是另一个账户：%1</translation>
+    </message>
+    <message>
+        <source>the trading module on this bus does not say which account it serves</source>
+        <translation>这条总线上的交易模块没有说明它服务哪个账户</translation>
     </message>
 </context>
 <context>
@@ -1617,6 +1669,10 @@
         <source>the cell is empty</source>
         <translation>单元格为空</translation>
     </message>
+    <message>
+        <source>&quot;waiting&quot;, &quot;placed&quot;, &quot;dealt&quot; or &quot;failed&quot;</source>
+        <translation>“waiting”、“placed”、“dealt”或“failed”</translation>
+    </message>
 </context>
 <context>
     <name>OverlayState</name>
@@ -1750,6 +1806,10 @@
     <message>
         <source>Trading module: answers, of another version</source>
         <translation>交易模块：已应答，版本不同</translation>
+    </message>
+    <message>
+        <source>It does not say which ledger it serves</source>
+        <translation>它没有说明自己服务哪个账本</translation>
     </message>
 </context>
 <context>
@@ -3078,10 +3138,6 @@ The guides are in the folder docs of the program's documentation.</source>
         <translation>把所示证券加入或移出自选</translation>
     </message>
     <message>
-        <source>results</source>
-        <translation>盈亏</translation>
-    </message>
-    <message>
         <source>watch list</source>
         <translation>自选</translation>
     </message>
@@ -3184,6 +3240,114 @@ The guides are in the folder docs of the program's documentation.</source>
     <message>
         <source>begin the day again</source>
         <translation>从头开始</translation>
+    </message>
+    <message>
+        <source>results, trades</source>
+        <translation>盈亏、成交</translation>
+    </message>
+    <message>
+        <source>trades and open orders on the chart, or none</source>
+        <translation>在图上显示成交和挂单，或不显示</translation>
+    </message>
+    <message>
+        <source>take in statements and bars</source>
+        <translation>导入交割单和行情</translation>
+    </message>
+</context>
+<context>
+    <name>TradesTable</name>
+    <message>
+        <source>Date</source>
+        <translation>日期</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Side</source>
+        <translation>方向</translation>
+    </message>
+    <message>
+        <source>Quantity</source>
+        <translation>数量</translation>
+    </message>
+    <message>
+        <source>Price</source>
+        <translation>价格</translation>
+    </message>
+    <message>
+        <source>Amount</source>
+        <translation>金额</translation>
+    </message>
+    <message>
+        <source>Order</source>
+        <translation>委托</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::TradesPanel</name>
+    <message>
+        <source>bought %1 at %2 on average: %3</source>
+        <translation>买入 %1 股，均价 %2，金额 %3</translation>
+    </message>
+    <message>
+        <source>sold %1 at %2 on average: %3</source>
+        <translation>卖出 %1 股，均价 %2，金额 %3</translation>
+    </message>
+    <message>
+        <source>Trades of %1 · refused: %2</source>
+        <translation>%1 成交 · 被拒绝：%2</translation>
+    </message>
+    <message>
+        <source>Selected: %1</source>
+        <translation>已选：%1</translation>
+    </message>
+    <message>
+        <source>Trades of %1: %2</source>
+        <translation>%1 成交：%2</translation>
+    </message>
+    <message>
+        <source>Trades</source>
+        <translation>成交</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::PriceDialog</name>
+    <message>
+        <source>Change the price of an order</source>
+        <translation>改价</translation>
+    </message>
+    <message>
+        <source>New price of order %1, %2, from %3 to %4:</source>
+        <translation>委托 %1（%2）的新价格，%3 至 %4：</translation>
+    </message>
+    <message>
+        <source>Replace…</source>
+        <translation>改价…</translation>
+    </message>
+    <message>
+        <source>Leave it</source>
+        <translation>不改</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ChartTrades</name>
+    <message>
+        <source>Trades</source>
+        <translation>成交</translation>
+    </message>
+    <message>
+        <source>List of trades</source>
+        <translation>成交列表</translation>
+    </message>
+    <message>
+        <source>Trades and open orders on the chart</source>
+        <translation>图上显示成交与未成委托</translation>
+    </message>
+    <message>
+        <source>This trading module cannot change the price of an order: cancel it and place another.</source>
+        <translation>此交易模块不能改价：请撤单后重新委托。</translation>
     </message>
 </context>
 </TS>

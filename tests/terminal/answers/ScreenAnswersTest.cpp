@@ -1,6 +1,7 @@
 // What a window hears on the channel of its screen, and what it tells of it.
 #include "terminal/answers/ScreenAnswers.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/WaitUntil.h"
 #include "tests/terminal/answers/WrongAnswer.h"
 
 #include <gmock/gmock.h>
@@ -157,6 +158,26 @@ TEST_F(ScreenAnswersTest, TakePastTradesTwiceThatWereAskedForTwice)
     take(question(), "Global");
     take(history());
     EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(ScreenAnswersTest, TakeLongPastTradesTwiceThatWereAskedForBeforeTheyWereLookedAt)
+{
+    const QByteArray longAnswer = QJsonDocument(history()).toJson() + QByteArray(200000, ' ');
+    take(question(), "Global");
+    take(longAnswer);
+    take(question(), "Global");
+    take(longAnswer);
+    ASSERT_TRUE(waitUntil([this] { return answered.size() == 2; }));
+    EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(ScreenAnswersTest, LeaveALongAnswerAloneWhoseChartHasGoneBeforeItWasLookedAt)
+{
+    take(QJsonDocument(withoutSides()).toJson() + QByteArray(200000, ' '));
+    answers.setSecurity({QStringLiteral("000001"), Trading::Market::Shenzhen});
+    take(refusalOf("000001"));
+    ASSERT_TRUE(waitUntil([this] { return !answered.empty(); }));
+    EXPECT_THAT(told, SizeIs(1)) << "of the refusal alone";
 }
 
 TEST_F(ScreenAnswersTest, HearTheQuestionsOfTheirOwnOverlaysAlone)

@@ -245,6 +245,29 @@ TEST_F(TradingSessionTest, TellsWhyAnOrderOfThePlanIsRefused)
     EXPECT_TRUE(waitUntil([&reason] { return reason == QLatin1String("no cash"); }));
 }
 
+TEST_F(TradingSessionTest, SendsNoOrderOfItsOwnAccountToAModuleThatDoesNotSayWhichOneItServes)
+{
+    m_plan.ledger = QStringLiteral("/home/me/account.db");
+    letModuleAnswer(); // it announces nothing
+    begin();
+    ASSERT_TRUE(waitUntil([this] { return m_session->module()->isAnswering(); }));
+    std::string refusal;
+    QObject::connect(m_session->desk(), &OrderDesk::placed, m_session.get(),
+                     [&refusal](const OrderRequest &, const DeskOutcome &outcome) {
+                         refusal =
+                             outcome.kind == DeskOutcome::Kind::Refused ? outcome.text.toStdString() : "";
+                     });
+
+    OrderRequest order;
+    order.security = minutes().security;
+    order.price = 10;
+    order.quantity = 100;
+    m_session->desk()->place(order);
+
+    ASSERT_TRUE(waitUntil([&refusal] { return !refusal.empty(); }));
+    EXPECT_EQ(refusal, "the trading module on this bus does not say which account it serves");
+}
+
 TEST_F(TradingSessionTest, TellsWhatCombinedOverlaysHear)
 {
     letModuleAnswer();

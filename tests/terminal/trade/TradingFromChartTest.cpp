@@ -5,10 +5,12 @@
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
+#include "terminal/trades/ChartTrades.h"
 #include "tests/terminal/support/Pixels.h"
 #include "tests/terminal/support/TradingWindow.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QJsonArray>
@@ -354,6 +356,40 @@ TEST_F(TradingFromChart, AnOrderIsCancelledInThePanelByDelete)
     EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
 }
 
+/// What a screen reader is told to say at once.
+QStringList &heard()
+{
+    static QStringList alerts;
+    return alerts;
+}
+
+void hear(QAccessibleEvent *event)
+{
+    if (event->type() == QAccessible::Alert) {
+        heard().append(event->accessibleInterface()->text(QAccessible::Name));
+    }
+}
+
+TEST_F(TradingFromChart, AnOrderIsPlacedHeardAndCancelledByKeyboardAlone)
+{
+    const auto before = QAccessible::installUpdateHandler(&hear);
+    heard().clear();
+    buy(QStringLiteral("1402.00"), QStringLiteral("100"));
+    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报")));
+    EXPECT_TRUE(waitUntil([] { return heard().join(QString()).contains(QStringLiteral("100 × 1402.00")); }));
+
+    heard().clear();
+    whenOpen<QMessageBox>([](QMessageBox *box) {
+        QTest::keyClick(box, Qt::Key_Tab);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    });
+    press(Qt::Key_F3);
+    press(Qt::Key_Delete);
+    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
+    EXPECT_TRUE(waitUntil([] { return !heard().isEmpty(); }));
+    QAccessible::installUpdateHandler(before);
+}
+
 TEST_F(TradingFromChart, ARefusalIsToldWithoutBlocking)
 {
     desk()->place({chart()->data().security, Direction::Sell, 1402, 100});
@@ -435,6 +471,42 @@ TEST_F(TradingFromChart, AClickOnTheEmptyChartFillsInItsPrice)
     QTest::mousePress(chart()->canvas(), Qt::LeftButton, Qt::NoModifier, place + QPoint(0, 90));
     QTest::mouseRelease(chart()->canvas(), Qt::LeftButton, Qt::NoModifier, place + QPoint(60, 90));
     EXPECT_DOUBLE_EQ(trade()->ticket()->draft().order().price, before) << "a drag is no click";
+}
+
+TEST_F(TradingFromChart, ReplacesTheOrderWhoseLineIsDraggedAndMarksItsTrade)
+{
+    ChartTrades *const trades = m_window->trades();
+    trades->start(address());
+    buy(QStringLiteral("1403.00"), QStringLiteral("200"));
+    ASSERT_TRUE(waitForMark(buyWaiting));
+    ASSERT_TRUE(waitUntil([&] { return trades->lines()->orders().size() == 1 && desk()->canReplace(); }));
+
+    const QPoint line(static_cast<int>(geometry().right) - 20, static_cast<int>(geometry().priceToY(1403)));
+    const QPoint below(line.x(), static_cast<int>(geometry().priceToY(1402)));
+    whenOpen<QMessageBox>([](QMessageBox *box) {
+        const auto buttons = box->buttons();
+        (buttons.front() == box->defaultButton() ? buttons.back() : buttons.front())->click();
+    });
+    const auto send = [this](QEvent::Type type, const QPoint &place) {
+        QMouseEvent event(type, place, chart()->canvas()->mapToGlobal(place), Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QApplication::sendEvent(chart()->canvas(), &event);
+    };
+    send(QEvent::MouseButtonPress, line);
+    send(QEvent::MouseMove, below);
+    send(QEvent::MouseButtonRelease, below);
+
+    ASSERT_TRUE(waitUntil([&] { return ordersView()->model()->rowCount() == 2; }));
+    ASSERT_TRUE(waitUntil([&] { return trades->lines()->orders().size() == 1; }));
+    const OrderRecord replaced = trades->lines()->orders().front();
+    EXPECT_LT(replaced.price, 1403);
+    EXPECT_EQ(replaced.quantity, 200);
+    EXPECT_EQ(cell(1, OrderColumn::Status).data().toString(), QStringLiteral(u"已撤"));
+
+    quote(932, 1401, 1402, 1400, plenty);
+    ASSERT_TRUE(waitUntil([&] { return trades->layer()->marks().size() == 1; }));
+    EXPECT_NEAR(trades->layer()->marks().front().place.y(), geometry().priceToY(1401), 1);
+    EXPECT_TRUE(waitUntil([&] { return trades->lines()->orders().empty(); }));
 }
 
 } // namespace

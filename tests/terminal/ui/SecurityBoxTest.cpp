@@ -30,7 +30,7 @@ protected:
     {
         QSignalSpy chosen(&m_box, &SecurityBox::codeChosen);
         m_box.beginSearch({});
-        QTest::keyClicks(m_box.lineEdit(), typed);
+        m_box.lineEdit()->insert(typed);
         m_box.completer()->popup()->hide();
         QTest::keyClick(&m_box, Qt::Key_Return);
         return chosen.isEmpty() ? QString() : chosen.front().front().toString();

@@ -4,6 +4,7 @@
 #include "tests/terminal/support/OverlayWindow.h"
 
 #include <QDockWidget>
+#include <QLabel>
 #include <QPushButton>
 #include <QTableView>
 #include <QToolBar>

@@ -1,8 +1,9 @@
 #include "tradechartobject/common/OrderRow.h"
+#include "tests/support/ReadingWay.h"
+
+#include "tradechartobject/common/TradeMessage.h"
 
 #include <gtest/gtest.h>
-
-#include <QJsonDocument>
 
 using namespace TradeChart;
 
@@ -13,18 +14,22 @@ constexpr char wholeRow[] = R"({"market":"1","bsflag2":"0B","orderstatus":"7","f
     "operdate":"20240102","opertime":"9315999","orderprice":"10.5","orderqty":"500","matchqty":"200",
     "matchamt":"2010.25","cancelqty":"100"})";
 
-class OrderRowTest : public ::testing::Test
+class OrderRowTest : public ::testing::TestWithParam<ReadingWay>
 {
 protected:
-    const OrderRow &read(const char *json) { return m_reader.read(QJsonDocument::fromJson(json).object()); }
-
-private:
-    RowReader<OrderRow, orderColumnCount> m_reader{orderColumns};
+    OrderRow read(const QByteArray &row)
+    {
+        OrderRow read{};
+        const auto answer = TradeMessage::parse(readIn(GetParam(), "{\"data\":[" + row + "]}"));
+        answer.value().rows().read(orderColumns,
+                                   [&read](const OrderRow &order, const auto &) { read = order; });
+        return read;
+    }
 };
 
-TEST_F(OrderRowTest, TakesEveryFieldFromItsKey)
+TEST_P(OrderRowTest, TakesEveryFieldFromItsKey)
 {
-    const OrderRow &row = read(wholeRow);
+    const OrderRow row = read(wholeRow);
     EXPECT_EQ(row.market, QStringLiteral("SH"));
     EXPECT_TRUE(row.hasSide);
     EXPECT_EQ(row.time, 9315999);
@@ -41,11 +46,13 @@ TEST_F(OrderRowTest, TakesEveryFieldFromItsKey)
     EXPECT_EQ(row.order.cancelQty, 100);
 }
 
-TEST_F(OrderRowTest, TakesTheFundAccountAsItIsWritten)
+TEST_P(OrderRowTest, TakesTheFundAccountAsItIsWritten)
 {
     EXPECT_EQ(read(R"({"fundid":" 0088中 "})").order.fundId, QStringLiteral(" 0088中 "));
     EXPECT_EQ(read(R"({"fundid":88})").order.fundId, QString());
     EXPECT_EQ(read("{}").order.fundId, QString());
 }
+
+INSTANTIATE_TEST_SUITE_P(Ways, OrderRowTest, bothWays, nameOfWay);
 
 } // namespace

@@ -1,11 +1,17 @@
 #include "tradechartobject/common/RowReader.h"
+#include "tests/support/ReadingWay.h"
 
-#include <gtest/gtest.h>
+#include "tradechartobject/common/AnswerRows.h"
+#include "tradechartobject/common/TradeMessage.h"
 
-#include <QJsonDocument>
+#include <gmock/gmock.h>
 
+#include <cmath>
+
+using ::testing::ElementsAre;
 using TradeChart::RowColumn;
-using TradeChart::RowReader;
+using TradeChart::RowField;
+using TradeChart::TradeMessage;
 
 namespace {
 
@@ -16,81 +22,115 @@ struct Texts
     int taken = 0; ///< prices
 };
 
-void takePrice(Texts &texts, const QString &text)
+void takePrice(Texts &texts, const RowField &field)
 {
-    texts.price = text;
+    texts.price = field.text().toString();
     ++texts.taken;
 }
 
-const RowColumn<Texts> columns[] = {{"qty", [](Texts &texts, const QString &text) { texts.qty = text; }},
-                                    {"price", takePrice}};
+const RowColumn<Texts> columns[] = {
+    {"qty", [](Texts &texts, const RowField &field) { texts.qty = field.text().toString(); }},
+    {"price", takePrice}};
 
-/// Reads rows one after the other; "price/qty" of each.
-class RowReaderTest : public ::testing::Test
+/// Reads the rows of an answer in either way.
+class RowReader : public ::testing::TestWithParam<ReadingWay>
 {
 protected:
-    std::string read(const char *json)
+    /// Calls use(record) for each row.
+    template <class Record, std::size_t count, class Use>
+    void readRows(const RowColumn<Record> (&wanted)[count], const QByteArray &rows, Use use)
     {
-        const Texts &texts = readTexts(json);
-        return (texts.price + QLatin1Char('/') + texts.qty).toStdString();
+        const auto answer = TradeMessage::parse(readIn(GetParam(), "{\"data\":[" + rows + "]}"));
+        ASSERT_TRUE(answer);
+        answer->rows().read(wanted, [&use](const Record &record, const auto &) { use(record); });
     }
 
-    const Texts &readTexts(const char *json) { return m_reader.read(QJsonDocument::fromJson(json).object()); }
-
-private:
-    RowReader<Texts, 2> m_reader{columns};
+    /// "price/qty" of each row.
+    std::vector<std::string> read(const QByteArray &rows)
+    {
+        std::vector<std::string> found;
+        readRows(columns, rows, [&found](const Texts &texts) {
+            found.push_back((texts.price + QLatin1Char('/') + texts.qty).toStdString());
+        });
+        return found;
+    }
 };
 
-TEST_F(RowReaderTest, ReadsTheTextsOfItsColumns)
+TEST_P(RowReader, ReadsTheTextsOfItsColumns)
 {
-    EXPECT_EQ(read(R"({"price":"10.5","qty":"300"})"), "10.5/300");
-    EXPECT_EQ(read(R"({"price":"10.6","qty":"400"})"), "10.6/400");
+    EXPECT_THAT(read(R"({"price":"10.5","qty":"300"},{"price":"10.6","qty":"400"})"),
+                ElementsAre("10.5/300", "10.6/400"));
 }
 
-TEST_F(RowReaderTest, FindsTextsThatStandElsewhereThanInTheRowBefore)
+TEST_P(RowReader, FindsTextsThatStandElsewhereThanInTheRowBefore)
 {
-    EXPECT_EQ(read(R"({"price":"1","qty":"2"})"), "1/2");
-    EXPECT_EQ(read(R"({"a":"x","price":"3","quality":"y","qty":"4","z":"z"})"), "3/4");
-    EXPECT_EQ(read(R"({"price":"5","qty":"6"})"), "5/6");
+    EXPECT_THAT(read(R"({"price":"1","qty":"2"},
+                        {"a":"x","price":"3","quality":"y","qty":"4","z":"z"},
+                        {"qty":"6","price":"5"})"),
+                ElementsAre("1/2", "3/4", "5/6"));
 }
 
-TEST_F(RowReaderTest, LeavesEmptyWhatARowDoesNotHave)
+TEST_P(RowReader, LeavesEmptyWhatARowDoesNotHave)
 {
-    EXPECT_EQ(read(R"({"price":"1","qty":"2"})"), "1/2");
-    EXPECT_EQ(read(R"({"price":"3"})"), "3/");
-    EXPECT_EQ(read(R"({"qty":"4"})"), "/4");
-    EXPECT_EQ(read("{}"), "/");
-    EXPECT_EQ(read(R"({"price":"5","qty":"6"})"), "5/6");
+    EXPECT_THAT(read(R"({"price":"1","qty":"2"},{"price":"3"},{"qty":"4"},{},{"price":"5","qty":"6"})"),
+                ElementsAre("1/2", "3/", "/4", "/", "5/6"));
 }
 
-TEST_F(RowReaderTest, DoesNotTakeTheTextOfAnotherKeyInTheSamePlace)
+TEST_P(RowReader, DoesNotTakeTheTextOfAnotherKeyInTheSamePlace)
 {
-    EXPECT_EQ(read(R"({"price":"1","qty":"2"})"), "1/2");
-    EXPECT_EQ(read(R"({"prices":"3","qtys":"4"})"), "/");
-    EXPECT_EQ(read(R"({"Price":"5","Qty":"6"})"), "/");
+    EXPECT_THAT(read(R"({"price":"1","qty":"2"},{"prices":"3","qtys":"4"},{"Price":"5","Qty":"6"})"),
+                ElementsAre("1/2", "/", "/"));
 }
 
-TEST_F(RowReaderTest, TakesATextAnewOnlyWhenItDiffersFromTheRowBefore)
+TEST_P(RowReader, TakesATextAnewOnlyWhenItDiffersFromTheRowBefore)
 {
-    const int before = readTexts(R"({"price":"1","qty":"2"})").taken;
-    EXPECT_EQ(readTexts(R"({"price":"1","qty":"3"})").taken, before);
-    EXPECT_EQ(readTexts(R"({"a":"x","price":"1"})").taken, before);
-    EXPECT_EQ(readTexts(R"({"price":"2","qty":"3"})").taken, before + 1);
+    std::vector<int> taken;
+    readRows(columns,
+             R"({"price":"1","qty":"2"},{"price":"1","qty":"3"},{"a":"x","price":"1"},{"price":"2"})",
+             [&taken](const Texts &texts) { taken.push_back(texts.taken); });
+    EXPECT_THAT(taken, ElementsAre(2, 2, 2, 3)) << "once before all rows, for a row without it";
 }
 
-TEST_F(RowReaderTest, TellsTextsApartThatAreAlike)
+TEST_P(RowReader, TellsTextsApartThatAreAlike)
 {
-    EXPECT_EQ(read(R"({"price":"1","qty":""})"), "1/");
-    EXPECT_EQ(read(R"({"price":"1.","qty":"中"})"), "1./中");
-    EXPECT_EQ(read(R"({"price":"2.","qty":"中文"})"), "2./中文");
-    EXPECT_EQ(read(R"({"price":1,"qty":"文中"})"), "/文中");
-    EXPECT_EQ(read(R"({"price":"1","qty":["文中"]})"), "1/");
+    EXPECT_THAT(read(R"({"price":"1","qty":""},{"price":"1.","qty":"中"},{"price":"2.","qty":"中文"},
+                        {"price":1,"qty":"文中"},{"price":"1"},{"price":"10"})"),
+                ElementsAre("1/", "1./中", "2./中文", "/文中", "1/", "10/"));
 }
 
-TEST_F(RowReaderTest, LeavesEmptyWhatIsNoText)
+TEST_P(RowReader, LeavesEmptyWhatIsNoText)
 {
-    EXPECT_EQ(read(R"({"price":10.5,"qty":["300"]})"), "/");
-    EXPECT_EQ(read(R"({"price":null,"qty":"2"})"), "/2");
+    EXPECT_THAT(read(R"({"price":10.5,"qty":true},{"price":null,"qty":"2"})"), ElementsAre("/", "/2"));
+    EXPECT_THAT(read(R"({"price":10.5,"qty":["300"]})"), ElementsAre("/"));
 }
+
+TEST_P(RowReader, ReadsEscapesAsTheCharactersThatTheyStandFor)
+{
+    EXPECT_THAT(read(R"({"price":"\u6c5f\u5C71","qty":"a\"b\\c\/\t"},{"price":"x","qty":"\ud83d\ude00"})"),
+                ElementsAre("江山/a\"b\\c/\t", "x/😀"));
+}
+
+struct Values
+{
+    bool isTrue = true;
+    double number = -1;
+};
+
+const RowColumn<Values> valueColumns[] = {
+    {"is", [](Values &values, const RowField &field) { values.isTrue = field.isTrue(); }},
+    {"n", [](Values &values, const RowField &field) { values.number = field.number(); }}};
+
+TEST_P(RowReader, ReadsTruthsAndNumbers)
+{
+    std::vector<std::pair<bool, double>> found;
+    readRows(valueColumns,
+             R"({"is":true,"n":10.5},{"is":false,"n":-300},{"is":"true","n":"7"},{"n":-0.0},{"n":0.001})",
+             [&found](const Values &values) { found.emplace_back(values.isTrue, values.number); });
+    EXPECT_THAT(found, ElementsAre(std::pair(true, 10.5), std::pair(false, -300.0), std::pair(false, 0.0),
+                                   std::pair(false, 0.0), std::pair(false, 0.001)));
+    EXPECT_FALSE(std::signbit(found[3].second)) << "as Qt reads it";
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, RowReader, bothWays, nameOfWay);
 
 } // namespace

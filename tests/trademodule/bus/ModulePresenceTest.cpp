@@ -1,10 +1,12 @@
 // What a serving program says of itself on a real bus.
 #include "trademodule/bus/ModulePresence.h"
 #include "tests/trademodule/support/ProgramFixture.h"
+#include "trademodule/ledger/ProcessIdentity.h"
 #include "trademodule/ledger/ServingTable.h"
 #include "trading/ModuleVocabulary.h"
 
 #include <QElapsedTimer>
+#include <QProcess>
 
 #include <csignal>
 
@@ -65,6 +67,7 @@ TEST_F(ModulePresenceTest, IsToldToWhoListensLater)
     EXPECT_TRUE(presence->knows(Trading::Capability::CLIENTNO));
     EXPECT_EQ(presence->host, server.process.host);
     EXPECT_EQ(presence->process, module().processId());
+    EXPECT_EQ(presence->processStart, server.process.start);
     EXPECT_EQ(presence->since.toString(Qt::ISODate), server.since);
     EXPECT_EQ(presence->fence, server.fence);
     EXPECT_FALSE(presence->isReadOnly);
@@ -231,6 +234,55 @@ TEST_F(ModulePresenceBesideAnother, DoesNotWaitForEverForOneThatLeftItsWordBehin
     EXPECT_TRUE(waitUntil([this] { return begun == 1; }));
     EXPECT_GE(clock.elapsed(), (patience - std::chrono::milliseconds(100)).count());
     EXPECT_TRUE(occupiedBy.isEmpty());
+}
+
+/// A process of this machine that has nothing to do with any bus, under the number that is said.
+class ModulePresenceBesideAReusedNumber : public ModulePresenceBesideAnother
+{
+protected:
+    ModulePresenceBesideAReusedNumber()
+    {
+        m_stranger.start(QStringLiteral("sleep"), {QStringLiteral("60")});
+        m_stranger.waitForStarted();
+    }
+    ~ModulePresenceBesideAReusedNumber() override
+    {
+        m_stranger.kill();
+        m_stranger.waitForFinished();
+    }
+
+    TradePresence wordOf(const QString &start) const
+    {
+        TradePresence word = other();
+        word.host = ProcessIdentity::own().host;
+        word.process = m_stranger.processId();
+        word.processStart = start;
+        return word;
+    }
+    QString startOfStranger() const { return ProcessIdentity::of(m_stranger.processId()).start; }
+
+private:
+    QProcess m_stranger;
+};
+
+TEST_F(ModulePresenceBesideAReusedNumber, DoesNotTakeItForTheOneThatLeftItsWordBehind)
+{
+    leaveWord(wordOf(QStringLiteral("another boot/1")));
+
+    arrive();
+
+    EXPECT_TRUE(waitUntil([this] { return begun == 1; }));
+    EXPECT_TRUE(occupiedBy.isEmpty());
+}
+
+TEST_F(ModulePresenceBesideAReusedNumber, WaitsForTheVeryProcessThoughItIsSilent)
+{
+    leaveWord(wordOf(startOfStranger()));
+
+    arrive();
+
+    ASSERT_TRUE(waitUntil([this] { return !occupiedBy.isEmpty(); }));
+    EXPECT_FALSE(waitUntil([this] { return begun > 0; }, 2 * patience));
 }
 
 TEST_F(ModulePresenceBesideAnother, BeginsWhenTheOtherOneSaysFarewell)

@@ -1,17 +1,21 @@
-// A module whose ledger's disk is full or fails for a while.
+// A module whose ledger's disk is full or fails for a while, and one that is not alone on its bus.
 #include "trademodule/bus/TradeService.h"
 
+#include "endpoint/Announcement.h"
 #include "tests/endpoint/BusTest.h"
 #include "tests/support/LogCapture.h"
 #include "tests/trademodule/support/ExchangeFixture.h"
 #include "tests/trademodule/support/FailingDisk.h"
 #include "tests/trademodule/support/LedgerAudit.h"
+#include "trademodule/ledger/ProcessIdentity.h"
 #include "trading/Presence.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <set>
+
+#include <unistd.h>
 
 namespace TradeModule {
 
@@ -90,6 +94,70 @@ private:
     std::optional<TradeService> m_service;
 };
 
+/// Questions and presences are kept by the broker, so that the service hears them in the order in which it
+/// has subscribed to them: first what is to be done, then who does it.
+class TradeServiceOnACommonBus : public LedgerFixture
+{
+protected:
+    using Notice = LocalCommunication::Announcement::Notice;
+
+    void leave(LocalCommunication::Announcement *announcement, const Notice &notice)
+    {
+        RecordingEndPoint listener;
+        listener.subscribe(notice.channel, notice.topic);
+        ASSERT_TRUE(listener.join(m_broker.address()));
+        announcement->start(m_broker.address(), notice);
+        ASSERT_TRUE(listener.waitForMessages(1));
+    }
+
+    void leaveOrder() { leave(&m_order, {"Global", "TradeQuery", placing, "{}"}); }
+
+    /// Of another ledger, by a process that runs: the one that has started this test.
+    void letAnotherServe()
+    {
+        const ProcessIdentity process = ProcessIdentity::of(::getppid());
+        Trading::TradePresence other = presenceOf("a", "/other.db");
+        other.host = process.host;
+        other.process = process.number;
+        other.processStart = process.start;
+        leave(&m_other, {"Global", "TradePresence", other.toJson(), other.ended().toJson()});
+    }
+    void letAnotherEnd() { m_other.stop(); }
+
+    void serve()
+    {
+        m_service.emplace(m_broker.address(), &ledger(), presenceOf("b", "/own.db"));
+        QObject::connect(&*m_service, &TradeService::occupied, [this] { m_isOccupied = true; });
+        QObject::connect(&*m_service, &TradeService::begun, [this] { m_hasBegun = true; });
+    }
+    bool waits() const
+    {
+        return waitUntil([this] { return m_isOccupied; });
+    }
+    bool begins() const
+    {
+        return waitUntil([this] { return m_hasBegun; });
+    }
+    int orderCount() { return OrderBook(&ledger()).ofDay(TradingDate::today()).size(); }
+
+private:
+    static Trading::TradePresence presenceOf(const char *instance, const char *ledger)
+    {
+        Trading::TradePresence presence;
+        presence.instance = QLatin1String(instance);
+        presence.isOnline = true;
+        presence.ledger = QLatin1String(ledger);
+        return presence;
+    }
+
+    TestBroker m_broker;
+    LocalCommunication::Announcement m_order;
+    LocalCommunication::Announcement m_other;
+    std::optional<TradeService> m_service;
+    bool m_isOccupied = false;
+    bool m_hasBegun = false;
+};
+
 std::string wordOfFault(const ::testing::TestParamInfo<Fault> &fault)
 {
     return fault.param == Fault::IsFull ? "Full" : "Broken";
@@ -142,6 +210,29 @@ TEST_P(TradeServiceOnAFailingDisk, SaysEachTroubleOnceAsLongAsItLasts)
     const std::vector<QString> told = log.lines(QtWarningMsg);
     EXPECT_THAT(told, Not(IsEmpty()));
     EXPECT_EQ(std::set<QString>(told.begin(), told.end()).size(), told.size());
+}
+
+TEST_F(TradeServiceOnACommonBus, DoesWhatItWasAskedBeforeItServed)
+{
+    leaveOrder();
+
+    serve();
+
+    ASSERT_TRUE(begins());
+    EXPECT_TRUE(waitUntil([this] { return orderCount() == 1; }));
+}
+
+TEST_F(TradeServiceOnACommonBus, NeverDoesWhatTheOtherOneThatServedThereWasAsked)
+{
+    leaveOrder();
+    letAnotherServe();
+    serve();
+    ASSERT_TRUE(waits());
+
+    letAnotherEnd();
+
+    ASSERT_TRUE(begins());
+    EXPECT_EQ(orderCount(), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(ThatIs, TradeServiceOnAFailingDisk, ::testing::Values(Fault::IsFull, Fault::IoError),

@@ -7,6 +7,9 @@
 #include <QUrl>
 #include <QUrlQuery>
 
+#include <future>
+#include <thread>
+
 namespace TradeModule {
 
 namespace {
@@ -80,6 +83,24 @@ protected:
         return {};
     }
 
+    void endSessionBehind()
+    {
+        Rows session = behind().database()->run(QStringLiteral("SELECT pg_backend_pid()"));
+        ASSERT_TRUE(session.next());
+        ledger().database()->run(
+            QStringLiteral("SELECT pg_terminate_backend(%1)").arg(session.value(0).toInt()));
+    }
+
+    /// Whether the server says that it follows another one.
+    void setFollows(bool follows)
+    {
+        ledger().database()->run(
+            QStringLiteral("CREATE OR REPLACE FUNCTION public.pg_is_in_recovery() RETURNS boolean "
+                           "LANGUAGE sql AS 'SELECT %1'")
+                .arg(follows ? QStringLiteral("true") : QStringLiteral("false")));
+        behind().database()->run(QStringLiteral("SET search_path = public, pg_catalog"));
+    }
+
     std::vector<std::string> m_told;
 
 private:
@@ -141,6 +162,43 @@ TEST_F(PostgreSqlCommit, IsNotJudgedWhileItIsStillInProgress)
     }
 
     EXPECT_TRUE(behind().database()->isCommitted(mark));
+}
+
+TEST_F(PostgreSqlCommit, IsWaitedForAlsoOverAConnectionThatIsOpenedAnew)
+{
+    constexpr qint64 mark = 4711;
+    behind().database()->setPatience(std::chrono::seconds(20));
+    behind().database()->setLongestStatement(std::chrono::milliseconds(300));
+    behind().database()->reconnectAside();
+    ASSERT_FALSE(behind().database()->isCommitted(mark));
+    std::promise<void> hasBegun;
+    const auto committing = std::async(std::launch::async, [this, &hasBegun] {
+        Database slow(location());
+        Transaction transaction(&slow);
+        slow.run(QStringLiteral("INSERT INTO change_mark (mark, made_on) VALUES (%1, 29991231)").arg(mark));
+        hasBegun.set_value();
+        std::this_thread::sleep_for(std::chrono::milliseconds(700)); // more than a statement gets
+        transaction.commit();
+    });
+    hasBegun.get_future().wait();
+
+    endSessionBehind();
+
+    EXPECT_TRUE(behind().database()->isCommitted(mark));
+}
+
+TEST_F(PostgreSqlCommit, IsNotJudgedByAServerThatFollowsAnotherOne)
+{
+    const std::optional<qint64> mark = changeInDoubt();
+    ASSERT_TRUE(mark);
+    proxy().setAway(false);
+    ASSERT_TRUE(waitUntil([this] { return isChanged(); }));
+    ledger().database()->run(QStringLiteral("DELETE FROM change_mark WHERE mark = %1").arg(*mark));
+    setFollows(true);
+    EXPECT_THROW(behind().database()->isCommitted(*mark), LedgerUnavailable) << "it may hear of it later";
+
+    setFollows(false);
+    EXPECT_FALSE(behind().database()->isCommitted(*mark));
 }
 
 TEST_F(PostgreSqlCommit, OfABarInDoubtDealsTheBarOnce)

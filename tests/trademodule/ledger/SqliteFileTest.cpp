@@ -231,6 +231,24 @@ TEST_F(SqliteFileToRead, IsReadAnewWhenSomebodyWithMoreRightsHasWrittenIt)
     EXPECT_EQ(ledger.holding(bank()).quantity(), 300);
 }
 
+TEST_F(SqliteFileToRead, IsChangedFromTheMomentOnThatItMayBe)
+{
+    setModes(0444, 0555);
+    std::optional<NobodyInParticular> user(std::in_place);
+    Ledger ledger(path());
+    ASSERT_TRUE(ledger.isReadOnly());
+
+    user.reset();
+    Ledger(path()).book(statementOf({fill(Side::Buy, bank(), 20240103, 10, 200)}), Ledger::Mode::Keep);
+    setModes(0666, 0777);
+    user.emplace();
+    ASSERT_EQ(ledger.holding(bank()).quantity(), 300); // which has it opened anew
+
+    EXPECT_FALSE(ledger.isReadOnly());
+    ledger.book(statementOf({fill(Side::Buy, bank(), 20240104, 10, 100)}), Ledger::Mode::Keep);
+    EXPECT_EQ(ledger.holding(bank()).quantity(), 400);
+}
+
 TEST_F(SqliteFileToRead, IsRefusedWhileItsNewestChangesCannotBeRead)
 {
     setModes(0444, 0555);

@@ -154,6 +154,57 @@ TEST_F(StatementBookingTest, AsksBeforeItBooksADayOnceMoreInOtherPieces)
     EXPECT_EQ(ledger().holding(bank()).quantity(), 600);
 }
 
+TEST_F(StatementBookingTest, FindsAnImportByItsMarkUntilItIsTakenBack)
+{
+    Statement marked = statementOf({fill(Side::Buy, bank(), 20240102, 10, 100)});
+    marked.mark = QStringLiteral("m1");
+    EXPECT_FALSE(ledger().importOfMark(QStringLiteral("m1")));
+
+    const qint64 number = ledger().book(marked, Ledger::Mode::Keep).number;
+
+    ASSERT_TRUE(ledger().importOfMark(QStringLiteral("m1")));
+    EXPECT_EQ(ledger().importOfMark(QStringLiteral("m1"))->number, number);
+    EXPECT_FALSE(ledger().importOfMark(QStringLiteral("m2")));
+    ledger().undoImport(number);
+    EXPECT_FALSE(ledger().importOfMark(QStringLiteral("m1")));
+}
+
+TEST_F(StatementBookingTest, LooksForAMarkOnlyWhenChangesThatWereBegunAreDone)
+{
+    Ledger writer(location());
+    std::optional<Transaction> underWay(writer.database());
+    ledger().setPatience(std::chrono::milliseconds(50));
+
+    EXPECT_THROW(ledger().importOfMark(QStringLiteral("m1")), LedgerUnavailable);
+
+    underWay.reset();
+}
+
+TEST_F(StatementBookingTest, KeepsTheProfileWithTheEntriesOrNeither)
+{
+    Statement told = statementOf({fill(Side::Buy, bank(), 20240102, 10, 100)});
+    told.profile = QStringLiteral("word 撮合 = buy\n");
+    ledger().book(told, Ledger::Mode::DryRun);
+    EXPECT_EQ(ledger().importProfile(), QString());
+
+    ledger().book(told, Ledger::Mode::Keep);
+    EXPECT_EQ(ledger().importProfile(), told.profile);
+
+    book({fill(Side::Buy, bank(), 20240103, 10, 100)});
+    EXPECT_EQ(ledger().importProfile(), told.profile) << "a statement without one leaves it";
+}
+
+TEST_F(StatementBookingTest, BooksNothingWhereTheProfileCannotBeKept)
+{
+    Statement told = statementOf({fill(Side::Buy, bank(), 20240102, 10, 100)});
+    told.profile = QStringLiteral("word 撮合 = buy\n");
+    ledger().database()->run(QStringLiteral("ALTER TABLE import_profile RENAME TO gone"));
+
+    EXPECT_THROW(ledger().book(told, Ledger::Mode::Keep), Error);
+
+    EXPECT_THAT(ledger().trades(always), IsEmpty());
+}
+
 TEST_F(StatementBookingTest, CompletesAFeeThatWasNotKnownAndForgetsItWithTheImport)
 {
     Execution bare = fill(Side::Buy, bank(), 20240102, 10, 100, QStringLiteral("1"));

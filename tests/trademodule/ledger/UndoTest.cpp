@@ -2,6 +2,7 @@
 #include "tests/trademodule/support/LedgerFixture.h"
 #include "trademodule/Error.h"
 #include "trademodule/ledger/AccountCash.h"
+#include "trademodule/ledger/LedgerSchema.h"
 
 #include <random>
 
@@ -150,6 +151,56 @@ TEST_F(UndoTest, LeavesCashThatTheUserEnteredAfterwards)
     ledger().undoImport(number);
 
     EXPECT_EQ(cash(), Money::ofCents(4200));
+}
+
+TEST_F(UndoTest, LeavesCashThatWasEnteredAfterABalanceInALedgerOfAFormerProgram)
+{
+    const TestLedger old;
+    {
+        Database database(old.location());
+        migrateSchema(&database, 7);
+        database.run(QStringLiteral(
+            "INSERT INTO statement (id, file, imported_at, balance, balance_date, balance_time, cash_before) "
+            "VALUES (1, 'a.csv', '', 50000000, 20240102, 0, 10000000000)"));
+        database.run(QStringLiteral("UPDATE account SET cash = 420000")); // by hand
+    }
+    Ledger brought(old.location());
+
+    brought.undoImport(1);
+
+    EXPECT_EQ(AccountCash(brought.database()).amount(), Money::ofCents(4200));
+}
+
+TEST_F(UndoTest, TakesTheBalanceBackInALedgerOfAFormerProgram)
+{
+    const TestLedger old;
+    {
+        Database database(old.location());
+        migrateSchema(&database, 7);
+        database.run(QStringLiteral(
+            "INSERT INTO statement (id, file, imported_at, balance, balance_date, balance_time, cash_before) "
+            "VALUES (1, 'a.csv', '', 50000000, 20240102, 0, 10000000000)"));
+        database.run(QStringLiteral("UPDATE account SET cash = 50000000"));
+    }
+    Ledger brought(old.location());
+
+    brought.undoImport(1);
+
+    EXPECT_EQ(AccountCash(brought.database()).amount(), Money::ofCents(100000000));
+}
+
+TEST_F(UndoTest, PutsNothingInThePlaceOfAnImportThatIsDoubtful)
+{
+    bookStatement(statementOf({fill(Side::Buy, bank(), 20240102, 10, 100, QStringLiteral("1")),
+                               fill(Side::Buy, bank(), 20240102, 10, 200, QStringLiteral("2"))}));
+    const qint64 other = bookStatement(statementOf({fill(Side::Buy, liquor(), 20240102, 10, 100)}));
+
+    const Booked booked =
+        ledger().bookInPlaceOf({other}, statementOf({fill(Side::Buy, bank(), 20240102, 10, 300)}));
+
+    EXPECT_THAT(booked.doubtful, SizeIs(1));
+    EXPECT_THAT(ledger().imports(), SizeIs(2));
+    EXPECT_EQ(ledger().holding(liquor()).quantity(), 100);
 }
 
 TEST_F(UndoTest, PutsOneHoldingInThePlaceOfAnother)

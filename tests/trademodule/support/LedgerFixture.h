@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/TimeZone.h"
 #include "tests/trademodule/support/TestLedger.h"
 #include "trademodule/ledger/Ledger.h"
 
@@ -55,7 +56,7 @@ inline Statement statementOf(const Executions &executions)
     return {QStringLiteral("statement.csv"), executions, {}};
 }
 
-/// A test on an empty ledger in a real database.
+/// A test on an empty ledger in a real database, whose "today" is that of the programs that it starts.
 class LedgerFixture : public ::testing::Test
 {
 protected:
@@ -83,6 +84,7 @@ protected:
     }
 
 private:
+    const TimeZone m_exchangeTime{"Asia/Shanghai"};
     std::optional<TestLedger> m_home;
     std::optional<Ledger> m_ledger;
 };

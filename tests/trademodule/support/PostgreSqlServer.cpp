@@ -1,6 +1,7 @@
 #include "tests/trademodule/support/PostgreSqlServer.h"
 
 #include "tests/support/TestBroker.h"
+#include "trademodule/Error.h"
 #include "trademodule/ledger/Database.h"
 
 #include <gtest/gtest.h>
@@ -91,10 +92,10 @@ PostgreSqlServer::PostgreSqlServer()
 
 void PostgreSqlServer::start()
 {
-    QStringList server =
-        asServerUser({program("postgres"), QStringLiteral("-D"), dataDirectory(), QStringLiteral("-k"),
-                      m_directory.path(), QStringLiteral("-c"), QStringLiteral("listen_addresses="),
-                      QStringLiteral("-c"), QStringLiteral("fsync=off")});
+    QStringList server = asServerUser(
+        {program("postgres"), QStringLiteral("-D"), dataDirectory(), QStringLiteral("-k"), m_directory.path(),
+         QStringLiteral("-c"), QStringLiteral("listen_addresses="), QStringLiteral("-c"),
+         QStringLiteral("fsync=off"), QStringLiteral("-c"), QStringLiteral("full_page_writes=off")});
     const QString first = server.takeFirst();
     m_server.setWorkingDirectory(QStringLiteral("/"));
     m_server.setStandardErrorFile(m_directory.filePath(QStringLiteral("log")));
@@ -126,14 +127,50 @@ void PostgreSqlServer::run(const QString &sql)
     TradeModule::Database(location(QStringLiteral("postgres"))).run(sql);
 }
 
-void PostgreSqlServer::createDatabase(const QString &name)
+QString PostgreSqlServer::takeDatabase()
 {
+    if (!m_emptyDatabases.isEmpty()) {
+        return m_emptyDatabases.takeLast();
+    }
+    const QString name = QStringLiteral("ledger%1").arg(++m_madeDatabases);
     run(QStringLiteral("CREATE DATABASE ") + name);
+    return name;
 }
 
-void PostgreSqlServer::dropDatabase(const QString &name)
+/// To make one and to drop it takes much longer than to empty it. One that cannot be emptied, since a test
+/// has left something in it that stands still, is gone with the server.
+void PostgreSqlServer::giveDatabaseBack(const QString &name)
 {
-    run(QStringLiteral("DROP DATABASE %1 WITH (FORCE)").arg(name));
+    try {
+        if (empty(name)) {
+            m_emptyDatabases.append(name);
+        }
+    } catch (const TradeModule::Error &error) {
+        ADD_FAILURE() << error.what();
+    }
+}
+
+/// False when somebody connected to it does not leave.
+bool PostgreSqlServer::empty(const QString &database) const
+{
+    constexpr int patience = 5000; // in milliseconds
+    TradeModule::Database connection(location(database));
+    connection.run(QStringLiteral("SET SESSION CHARACTERISTICS AS TRANSACTION READ WRITE"));
+    TradeModule::Rows staying = connection.run(
+        QStringLiteral("SELECT count(*) FROM pg_stat_activity WHERE datname = current_database() "
+                       "AND pid <> pg_backend_pid() AND NOT pg_terminate_backend(pid, %1)")
+            .arg(patience));
+    if (!staying.next() || staying.value(0).toInt() > 0) {
+        return false;
+    }
+    connection.run(QStringLiteral("DO $$ DECLARE schema name; BEGIN "
+                                  "EXECUTE format('ALTER DATABASE %I RESET ALL', current_database()); "
+                                  "FOR schema IN SELECT nspname FROM pg_namespace "
+                                  "WHERE nspname NOT LIKE 'pg\\_%' AND nspname <> 'information_schema' LOOP "
+                                  "EXECUTE format('DROP SCHEMA %I CASCADE', schema); END LOOP; "
+                                  "CREATE SCHEMA public AUTHORIZATION pg_database_owner; GRANT USAGE ON "
+                                  "SCHEMA public TO PUBLIC; END $$"));
+    return true;
 }
 
 int PostgreSqlServer::writingConnections(const QString &database)

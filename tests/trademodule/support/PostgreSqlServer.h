@@ -2,6 +2,7 @@
 
 #include <QProcess>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 /// A PostgreSQL server of the test program's own: a fresh cluster in a temporary directory that listens
@@ -17,8 +18,10 @@ public:
     /// Of the ledger in a database.
     QString location(const QString &database) const;
 
-    void createDatabase(const QString &name);
-    void dropDatabase(const QString &name);
+    /// An empty database for the time of a test.
+    QString takeDatabase();
+    /// Ends whoever is connected to it.
+    void giveDatabaseBack(const QString &name);
 
     /// How many other connections of a database are inside a transaction that wrote something.
     int writingConnections(const QString &database);
@@ -32,7 +35,10 @@ private:
     QString dataDirectory() const { return m_directory.filePath(QStringLiteral("data")); }
     QString program(const char *name) const;
     void run(const QString &sql);
+    bool empty(const QString &database) const;
 
     QTemporaryDir m_directory;
+    QStringList m_emptyDatabases; ///< of earlier tests
+    int m_madeDatabases = 0;
     QProcess m_server;
 };

@@ -6,24 +6,14 @@
 class TestLedger::Private
 {
 public:
-    const QString database = newName();
-
-private:
-    static QString newName()
-    {
-        static int count = 0;
-        return QStringLiteral("ledger%1").arg(++count);
-    }
+    const QString database = PostgreSqlServer::instance().takeDatabase();
 };
 
-TestLedger::TestLedger() : d(std::make_unique<Private>())
-{
-    PostgreSqlServer::instance().createDatabase(d->database);
-}
+TestLedger::TestLedger() : d(std::make_unique<Private>()) {}
 
 TestLedger::~TestLedger()
 {
-    PostgreSqlServer::instance().dropDatabase(d->database);
+    PostgreSqlServer::instance().giveDatabaseBack(d->database);
 }
 
 QString TestLedger::location() const

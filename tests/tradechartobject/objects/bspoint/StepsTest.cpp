@@ -76,7 +76,8 @@ TEST(BSPointStepsRows, OfTodayAllStandUnderTheDayOfTheLast)
 {
     SentTrade first;
     first.date = "20240102";
-    const TodaysTrades today = readTodaysTrades({first.in(todaysTrades), SentTrade().in(todaysTrades)});
+    const TodaysTrades today =
+        readTodaysTrades(AnswerRows(QJsonArray{first.in(todaysTrades), SentTrade().in(todaysTrades)}));
     EXPECT_EQ(today.day, 20240103);
     ASSERT_THAT(today.trades, SizeIs(2));
     EXPECT_EQ(today.trades[0].matchTime, 20240102093015);
@@ -85,7 +86,7 @@ TEST(BSPointStepsRows, OfTodayAllStandUnderTheDayOfTheLast)
 
 TEST(BSPointStepsRows, OfTodayThatAreNoneHaveNoDay)
 {
-    EXPECT_EQ(readTodaysTrades({}).day, -1);
+    EXPECT_EQ(readTodaysTrades(AnswerRows(QJsonArray())).day, -1);
 }
 
 TEST(BSPointStepsRows, OfThePastAreAddedToTheirDays)
@@ -93,7 +94,9 @@ TEST(BSPointStepsRows, OfThePastAreAddedToTheirDays)
     TradesByDay trades{{20240103, {aSell}}};
     SentTrade earlier;
     earlier.date = "20240102";
-    addPastTrades({SentTrade().in(pastTrades), earlier.in(pastTrades), SentTrade().in(pastTrades)}, trades);
+    addPastTrades(AnswerRows(QJsonArray{SentTrade().in(pastTrades), earlier.in(pastTrades),
+                                        SentTrade().in(pastTrades)}),
+                  trades);
     ASSERT_THAT(trades, SizeIs(2));
     EXPECT_THAT(trades[20240102], SizeIs(1));
     EXPECT_THAT(trades[20240103], SizeIs(3));

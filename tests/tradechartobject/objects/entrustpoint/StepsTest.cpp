@@ -34,7 +34,7 @@ OrdersByMinute read(std::initializer_list<QJsonObject> rows)
     for (const QJsonObject &row : rows) {
         data.append(row);
     }
-    return readOrders(data, QStringLiteral("SH"), today);
+    return readOrders(AnswerRows(data), QStringLiteral("SH"), today);
 }
 
 SentOrder at(const char *price, const char *status = "2")

@@ -9,4 +9,7 @@ namespace Terminal {
 /// onto it; that of the next trading day where it has none, the last bar where none is later.
 void showDay(ChartView *chart, Trading::TradingDate day);
 
+/// The same of a bar that is loaded, with the crosshair at this price.
+void showBar(ChartView *chart, int bar, double price);
+
 } // namespace Terminal

@@ -1,0 +1,76 @@
+#include "endpoint/DeliveryTurns_p.h"
+
+#include "endpoint/Inbox_p.h"
+
+#include <QAbstractEventDispatcher>
+#include <QPointer>
+
+#include <algorithm>
+#include <chrono>
+
+namespace LocalCommunication {
+
+namespace {
+
+/// The user's input waits as long.
+constexpr std::chrono::milliseconds share{8};
+
+} // namespace
+
+DeliveryTurns::DeliveryTurns(QObject *dispatcher) : QObject(dispatcher), m_nextTurn(this)
+{
+    m_nextTurn.setSingleShot(true);
+    m_nextTurn.setInterval(0); // an event that is posted would still belong to this turn
+    connect(&m_nextTurn, &QTimer::timeout, this, &DeliveryTurns::goOn);
+}
+
+DeliveryTurns *DeliveryTurns::enter()
+{
+    QObject *const dispatcher = QAbstractEventDispatcher::instance();
+    if (dispatcher == nullptr) {
+        return nullptr;
+    }
+    auto *turns = dispatcher->findChild<DeliveryTurns *>(QString(), Qt::FindDirectChildrenOnly);
+    turns = turns == nullptr ? new DeliveryTurns(dispatcher) : turns;
+    ++turns->m_members;
+    return turns;
+}
+
+/// Deleted at once: the library that this code is in may be unloaded next.
+void DeliveryTurns::leave(const Inbox *inbox)
+{
+    m_waiting.erase(std::remove(m_waiting.begin(), m_waiting.end(), inbox), m_waiting.end());
+    if (--m_members == 0) {
+        delete this;
+    }
+}
+
+bool DeliveryTurns::isOpen()
+{
+    if (!m_nextTurn.isActive()) {
+        m_end = QDeadlineTimer(share);
+        m_nextTurn.start();
+    }
+    return !m_end.hasExpired();
+}
+
+void DeliveryTurns::queue(Inbox *inbox)
+{
+    if (std::find(m_waiting.begin(), m_waiting.end(), inbox) == m_waiting.end()) {
+        m_waiting.push_back(inbox);
+    }
+    isOpen(); // so that there is a next turn
+}
+
+/// A receiver may destroy its inbox, and this with it, or run an event loop that comes here again.
+void DeliveryTurns::goOn()
+{
+    const QPointer<DeliveryTurns> alive(this);
+    while (alive && !m_waiting.empty() && isOpen()) {
+        Inbox *const inbox = m_waiting.front();
+        m_waiting.pop_front();
+        inbox->handOver();
+    }
+}
+
+} // namespace LocalCommunication

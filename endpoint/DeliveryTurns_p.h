@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QDeadlineTimer>
+#include <QObject>
+#include <QTimer>
+
+#include <deque>
+
+namespace LocalCommunication {
+
+class Inbox;
+
+/// The inboxes of a thread take turns: together they hand messages over for a few milliseconds in a turn of
+/// its event loop, however many they are, and the rest waits until the user's input was handled. A thread has
+/// one of these, as long as one of its inboxes lives.
+class DeliveryTurns : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// That of this thread; none where there is no event loop. Every enter() has its leave().
+    static DeliveryTurns *enter();
+    void leave(const Inbox *inbox);
+
+    /// True while there is time to hand over in this turn of the event loop.
+    bool isOpen();
+
+    bool isAnybodyWaiting() const { return !m_waiting.empty(); }
+
+    /// Has `inbox` hand over in a later turn, after those that wait already. It waits once.
+    void queue(Inbox *inbox);
+
+private:
+    explicit DeliveryTurns(QObject *dispatcher);
+
+    void goOn();
+
+    int m_members = 0;
+    std::deque<Inbox *> m_waiting;
+    QTimer m_nextTurn; ///< runs while this turn's time is being used
+    QDeadlineTimer m_end;
+};
+
+} // namespace LocalCommunication

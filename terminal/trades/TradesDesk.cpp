@@ -1,0 +1,183 @@
+#include "terminal/trades/TradesDesk.h"
+
+#include "terminal/trade/DeskOutcome.h"
+#include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/ModuleVocabulary.h"
+
+#include <QJsonDocument>
+#include <QUuid>
+
+#include <algorithm>
+
+namespace Terminal {
+
+namespace {
+
+using namespace TradeChart;
+
+constexpr std::chrono::seconds defaultTimeout(10); // of thousands of rows
+constexpr std::chrono::seconds heartbeat(5);
+
+QString textOf(const QJsonObject &object, const char *key)
+{
+    return object.value(QLatin1String(key)).toString();
+}
+
+bool isSame(const Trade &one, const Trade &other)
+{
+    return one.day == other.day && one.time == other.time && one.side == other.side &&
+           one.price == other.price && one.quantity == other.quantity && one.amount == other.amount &&
+           one.orderNumber == other.orderNumber;
+}
+
+} // namespace
+
+TradesDesk::TradesDesk(QObject *parent)
+    : QObject(parent),
+      m_endPoint(nullptr),
+      m_channel(QStringLiteral("terminal-trades-") + QUuid::createUuid().toString(QUuid::WithoutBraces)),
+      m_pastQuestion([this] { return askPast(); }),
+      m_todayQuestion([this] { return askToday(); })
+{
+    using LocalCommunication::EndPoint;
+    setTimeout(defaultTimeout);
+    m_heartbeat.setInterval(heartbeat);
+    connect(&m_heartbeat, &QTimer::timeout, this, [this] {
+        if (m_today != Trading::TradingDate::today() || !m_pastQuestion.isAnswered()) {
+            m_pastQuestion.ask();
+        }
+        m_todayQuestion.ask();
+    });
+    connect(&m_endPoint, &EndPoint::ready, this, &TradesDesk::askAnew);
+    connect(&m_endPoint, &EndPoint::messageReceived, this, &TradesDesk::handleMessage);
+}
+
+void TradesDesk::setTimeout(std::chrono::milliseconds patience)
+{
+    m_pastQuestion.setTimeout(patience);
+    m_todayQuestion.setTimeout(patience);
+}
+
+void TradesDesk::start(const QString &address)
+{
+    m_isStarted = true;
+    m_endPoint.subscribe(m_channel.toLatin1(), QByteArray(Topic::TRADEQUERY));
+    m_endPoint.subscribe(Trading::Channel::GLOBAL, QByteArray(Topic::TRADENOTIFY));
+    m_endPoint.connect(address);
+}
+
+void TradesDesk::watch(bool on)
+{
+    if (on == isWatching()) {
+        return;
+    }
+    if (on) {
+        m_heartbeat.start();
+        askAnew();
+    } else {
+        m_heartbeat.stop();
+    }
+}
+
+void TradesDesk::show(const Security &security)
+{
+    if (security.id() == m_security.id()) {
+        return;
+    }
+    m_security = security;
+    m_past.clear();
+    m_ofToday.clear();
+    m_trades.clear();
+    m_refusal.clear();
+    Q_EMIT changed();
+    askAnew();
+}
+
+bool TradesDesk::isUpToDate() const
+{
+    return !isWatching() || !m_isStarted || (m_pastQuestion.isAnswered() && m_todayQuestion.isAnswered());
+}
+
+void TradesDesk::askAnew()
+{
+    if (isWatching() && m_isStarted && !m_security.code.isEmpty()) {
+        m_pastQuestion.askAnew();
+        m_todayQuestion.askAnew();
+    }
+}
+
+QString TradesDesk::askPast()
+{
+    m_today = Trading::TradingDate::today();
+    Trading::Question question(CmdType::HISTORYTRADE);
+    question.setDays(Trading::TradingDate::first(), m_today.plusDays(-1));
+    return send(question);
+}
+
+QString TradesDesk::askToday()
+{
+    return send(Trading::Question(CmdType::TODAYTRADE));
+}
+
+/// The question's id; empty without a bus.
+QString TradesDesk::send(Trading::Question question)
+{
+    const QString id = QStringLiteral("%1.%2").arg(m_channel).arg(++m_questionCount);
+    question.answerOn(m_channel, id);
+    question.setSecurity(m_security.id());
+    const bool isSent =
+        m_endPoint.isConnected() &&
+        m_endPoint.sendMessage(Trading::Channel::GLOBAL, Topic::TRADEQUERY, question.toJson());
+    return isSent ? id : QString();
+}
+
+void TradesDesk::handleMessage(const QByteArray &topic, const QByteArray &payload)
+{
+    const QJsonObject message = QJsonDocument::fromJson(payload).object();
+    if (topic == Topic::TRADEQUERY) {
+        takeAnswer(message);
+    } else if (topic == Topic::TRADENOTIFY && isWatching()) {
+        takeNotification(message);
+    }
+}
+
+void TradesDesk::takeAnswer(const QJsonObject &answer)
+{
+    const QString id = textOf(answer, TradeKeyFields::OBJECTID);
+    if (m_pastQuestion.close(id)) {
+        take(&m_past, answer);
+    } else if (m_todayQuestion.close(id)) {
+        take(&m_ofToday, answer);
+    }
+    Q_EMIT answered();
+}
+
+/// Trades that are refused now stay as they were known. Most answers of the day tell nothing new.
+void TradesDesk::take(Trades *part, const QJsonObject &answer)
+{
+    const QString refusal = refusalOf(answer);
+    Trades told = isGranted(answer) ? readTrades(answer) : *part;
+    const bool isNew =
+        refusal != m_refusal || !std::equal(told.begin(), told.end(), part->begin(), part->end(), isSame);
+    if (!isNew) {
+        return;
+    }
+    m_refusal = refusal;
+    *part = std::move(told);
+    m_trades = m_past;
+    m_trades.insert(m_trades.end(), m_ofToday.begin(), m_ofToday.end());
+    Q_EMIT changed();
+}
+
+void TradesDesk::takeNotification(const QJsonObject &notification)
+{
+    if (textOf(notification, TradeKeyFields::STKCODE) != m_security.code) {
+        return;
+    }
+    if (!textOf(notification, TradeKeyFields::RTSDATE).isEmpty()) {
+        m_pastQuestion.ask();
+    }
+    m_todayQuestion.ask();
+}
+
+} // namespace Terminal

@@ -1,0 +1,204 @@
+// An account that practises a recorded day: how it begins, and at which day its orders and trades stand.
+#include "trademodule/ledger/PracticeAccount.h"
+
+#include "tests/trademodule/support/ExchangeFixture.h"
+#include "tests/trademodule/support/LedgerAudit.h"
+#include "trademodule/bus/TradeAnswers.h"
+#include "trademodule/ledger/MarketDay.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+
+namespace TradeModule {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+constexpr TradingDate practised = day(20230711);
+
+class PracticeAccountTest : public LedgerFixture
+{
+protected:
+    QString practice() const { return m_folder.filePath(QStringLiteral("practice.db")); }
+
+    void begin() { beginPractice(practice(), practised, {yuan(100000), {{bank(), {}, 1000, yuan(9000)}}}); }
+
+    static Quote replayed(int hhmm, double low, double high, TradingDate recorded = practised)
+    {
+        Quote quote = bar(hhmm, low, high, low);
+        quote.recorded = recorded;
+        return quote;
+    }
+
+    static QJsonArray rowsOf(TradeAnswers *answers, const char *question)
+    {
+        const QByteArray answer = answers->answer(QJsonDocument::fromJson(question).object());
+        return QJsonDocument::fromJson(answer).object().value(QStringLiteral("data")).toArray();
+    }
+
+    QTemporaryDir m_folder;
+};
+
+TEST_F(PracticeAccountTest, BeginsWithTheCashAndTheHoldingsOfAnother)
+{
+    book({fill(Side::Buy, bank(), day(20240102), 9, 1000), fill(Side::Sell, bank(), day(20240103), 10, 400)});
+    PaperExchange(&ledger()).setCash(yuan(4321));
+    const Money cost = Money::ofYuan(ledger().holding(bank()).cost()).value();
+
+    beginPractice(practice(), practised, PracticeAccount::of(location()));
+    Ledger begun(practice());
+    EXPECT_EQ(begun.practisedDay(), practised);
+    EXPECT_EQ(OrderBook(&begun).cash(), yuan(4321));
+    EXPECT_EQ(begun.holding(bank()).quantity(), 600);
+    EXPECT_EQ(Money::ofYuan(begun.holding(bank()).cost()), cost);
+    EXPECT_EQ(PaperExchange(&begun).sellable(bank()), 600);
+}
+
+TEST_F(PracticeAccountTest, LeavesTheAccountThatIsCopiedAsItIs)
+{
+    book({fill(Side::Buy, bank(), day(20240102), 9, 1000)});
+    const Money cash = OrderBook(&ledger()).cash();
+    beginPractice(practice(), practised, PracticeAccount::of(location()));
+    Ledger begun(practice());
+    PaperExchange exchange(&begun);
+    exchange.place(bank(), Direction::Sell, yuan(10), 1000);
+    exchange.take(replayed(930, 9.9, 10.1));
+    EXPECT_EQ(begun.holding(bank()).quantity(), 0);
+    EXPECT_EQ(ledger().practisedDay(), std::nullopt);
+    EXPECT_EQ(ledger().holding(bank()).quantity(), 1000);
+    EXPECT_EQ(OrderBook(&ledger()).cash(), cash);
+    EXPECT_THAT(OrderBook(&ledger()).open(), IsEmpty());
+}
+
+TEST_F(PracticeAccountTest, BeginsInNoLedgerThatIsThere)
+{
+    begin();
+    EXPECT_THROW(begin(), Error);
+    EXPECT_THROW(PracticeAccount::of(m_folder.filePath(QStringLiteral("nothing.db"))), Error);
+    EXPECT_FALSE(QFile::exists(m_folder.filePath(QStringLiteral("nothing.db"))));
+}
+
+TEST_F(PracticeAccountTest, FilesWhatItTradesAtTheRecordedDayAndMinute)
+{
+    begin();
+    Ledger ledger(practice());
+    PaperExchange exchange(&ledger);
+    exchange.take(replayed(1000, 9.9, 10.1));
+    const Order order = exchange.place(bank(), Direction::Buy, yuan(9.5), 100);
+    EXPECT_EQ(order.date, practised);
+    EXPECT_EQ(order.time, at(1000));
+    exchange.take(replayed(1005, 9.4, 9.8));
+    const Executions trades = ledger.trades(bank(), {practised, practised});
+    ASSERT_EQ(trades.size(), 1);
+    EXPECT_EQ(trades[0].time, at(1005));
+    EXPECT_THAT(audit(&ledger, yuan(100000)), IsEmpty());
+}
+
+TEST_F(PracticeAccountTest, TellsChartsOfTheDayThatIsPlayedAsOfToday)
+{
+    begin();
+    Ledger ledger(practice());
+    PaperExchange exchange(&ledger);
+    exchange.take(replayed(1000, 9.9, 10.1));
+    const Order order = exchange.place(bank(), Direction::Buy, yuan(10), 100);
+    exchange.take(replayed(1001, 9.9, 10.1));
+    TradeAnswers answers(&ledger, &exchange);
+    const QString today = TradingDate::today().text();
+    const QJsonArray orders =
+        rowsOf(&answers, R"({"cmd":"EntrustTodayTrade","market":"SZ","stkcode":"000001"})");
+    ASSERT_EQ(orders.size(), 1);
+    EXPECT_EQ(orders[0].toObject().value(QStringLiteral("orderdate")).toString(), today);
+    const QJsonArray trades = rowsOf(&answers, R"({"cmd":"TodayTrade","market":"SZ","stkcode":"000001"})");
+    ASSERT_EQ(trades.size(), 1);
+    EXPECT_EQ(trades[0].toObject().value(QStringLiteral("date")).toString(), today);
+    const QJsonArray past = rowsOf(
+        &answers,
+        R"({"cmd":"HistoryTrade","market":"SZ","stkcode":"000001","start":"20230101","end":"20231231"})");
+    ASSERT_EQ(past.size(), 1);
+    EXPECT_EQ(past[0].toObject().value(QStringLiteral("date")).toString(), practised.text());
+}
+
+TEST_F(PracticeAccountTest, CancelsAnOrderThatChartsCallTodays)
+{
+    begin();
+    Ledger ledger(practice());
+    PaperExchange exchange(&ledger);
+    exchange.take(replayed(1000, 9.9, 10.1));
+    const Order order = exchange.place(bank(), Direction::Buy, yuan(9), 100);
+    exchange.settle();
+    TradeAnswers answers(&ledger, &exchange);
+    answers.answer({{QStringLiteral("cmd"), QStringLiteral("EntrustCancel")},
+                    {QStringLiteral("market"), QStringLiteral("SZ")},
+                    {QStringLiteral("stkcode"), QStringLiteral("000001")},
+                    {QStringLiteral("ordersno"), QString::number(order.number)},
+                    {QStringLiteral("orderdate"), TradingDate::today().text()}});
+    exchange.settle();
+    EXPECT_EQ(OrderBook(&ledger).find(practised, order.number)->status,
+              code(TradeChart::OrderStatus::Canceled));
+}
+
+TEST_F(PracticeAccountTest, TakesTheQuotesOfItsRecordedDayAloneOnWhicheverDayTheyArePlayed)
+{
+    begin();
+    Ledger ledger(practice());
+    PaperExchange exchange(&ledger);
+    const LogCapture log;
+    exchange.take(bar(1000, 10, 10, 10)); // the market's
+    exchange.take(replayed(1000, 9.9, 10.1, day(20230712)));
+    EXPECT_EQ(MarketDay(&ledger).clock(), std::nullopt);
+    Quote afterMidnight = replayed(1000, 9.9, 10.1);
+    afterMidnight.date = TradingDate::today().plusDays(1);
+    exchange.take(afterMidnight);
+    exchange.settle();
+    EXPECT_EQ(MarketDay(&ledger).clock(), at(1000));
+}
+
+TEST_F(PracticeAccountTest, DealsNoMinuteTwiceThoughItIsPlayedAgain)
+{
+    begin();
+    Ledger ledger(practice());
+    PaperExchange exchange(&ledger);
+    exchange.take(replayed(1000, 9.9, 10.1));
+    exchange.place(bank(), Direction::Buy, yuan(9.5), 100);
+    exchange.take(replayed(931, 9, 10.1));
+    exchange.take(replayed(1000, 9, 10.1));
+    EXPECT_THAT(ledger.trades(bank(), {practised, practised}), IsEmpty());
+    exchange.take(replayed(1001, 9, 10.1));
+    EXPECT_EQ(ledger.trades(bank(), {practised, practised}).size(), 1);
+}
+
+/// The clock is written now and then: what was dealt since must not be dealt again.
+TEST_F(PracticeAccountTest, GoesOnAfterItsLastTradeWhenItsModuleWasKilled)
+{
+    begin();
+    Ledger ledger(practice());
+    {
+        PaperExchange killed(&ledger);
+        killed.take(replayed(1000, 9.9, 10.1));
+        killed.place(bank(), Direction::Buy, yuan(9.5), 1000);
+        Quote small = replayed(1005, 9, 10.1); // the clock in the ledger is still 10:00
+        small.volume = 2000;
+        killed.take(small);
+    }
+    const qint64 dealt = ledger.holding(bank()).quantity();
+    ASSERT_EQ(dealt, 1500);
+    PaperExchange again(&ledger);
+    again.take(replayed(1004, 9, 10.1));
+    again.take(replayed(1005, 9, 10.1));
+    EXPECT_EQ(ledger.holding(bank()).quantity(), dealt);
+}
+
+TEST_F(PracticeAccountTest, HasNoOrderOfAnHourThatItsDayHasNotBegun)
+{
+    begin();
+    Ledger ledger(practice());
+    const Order order = PaperExchange(&ledger).place(bank(), Direction::Buy, yuan(9), 100);
+    EXPECT_EQ(order.time, at(915));
+    EXPECT_EQ(order.status, code(TradeChart::OrderStatus::Quoting));
+}
+
+} // namespace
+} // namespace TradeModule
