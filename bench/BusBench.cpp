@@ -1,5 +1,6 @@
 // What the bus costs: the round trip of a question, and a terminal full of overlays. Beside every figure
-// stands what the same traffic takes with nothing but sockets, measured in the same run.
+// stands what the same traffic takes with nothing but sockets, measured in the same run. With --json the
+// figures are told to programs, with how the cost of joining grows with the number of endpoints.
 
 #include "bench/support/RawPeers.h"
 #include "endpoint/EndPoint.h"
@@ -18,6 +19,7 @@
 #include <functional>
 #include <memory>
 #include <poll.h>
+#include <string>
 #include <sys/resource.h>
 #include <unistd.h>
 #include <vector>
@@ -57,10 +59,14 @@ bool pinToOneCore()
 
 void allowManyDescriptors()
 {
-    rlimit limit{};
-    ::getrlimit(RLIMIT_NOFILE, &limit);
-    limit.rlim_cur = std::min<rlim_t>(limit.rlim_max, 16384);
-    ::setrlimit(RLIMIT_NOFILE, &limit);
+    constexpr rlim_t wanted = 65536;
+    const rlimit raised{wanted, wanted};
+    if (::setrlimit(RLIMIT_NOFILE, &raised) != 0) { // only root may raise what is allowed at most
+        rlimit limit{};
+        ::getrlimit(RLIMIT_NOFILE, &limit);
+        limit.rlim_cur = std::min(limit.rlim_max, wanted);
+        ::setrlimit(RLIMIT_NOFILE, &limit);
+    }
 }
 
 double percentile(std::vector<double> values, double share)
@@ -167,13 +173,48 @@ void printRoundTrips(const std::vector<Path> &paths, bool pinned)
     }
 }
 
+/// What is told to programs, in the form of the library benchmark's reports.
+class Report
+{
+public:
+    void add(const std::string &name, double microsecondsTaken, double floor)
+    {
+        m_rows.push_back({name, microsecondsTaken, floor});
+    }
+
+    void print() const
+    {
+        std::printf("{\"benchmarks\":[");
+        for (const Row &row : m_rows) {
+            std::printf("%s\n{\"name\":\"%s\",\"real_time\":%.3f,\"time_unit\":\"us\"",
+                        &row == m_rows.data() ? "" : ",", row.name.c_str(), row.taken);
+            if (row.floor > 0) {
+                std::printf(",\"median_us\":%.3f,\"floor_us\":%.3f,\"ratio\":%.4f", row.taken, row.floor,
+                            row.taken / row.floor);
+            }
+            std::printf("}");
+        }
+        std::printf("\n]}\n");
+    }
+
+private:
+    struct Row
+    {
+        std::string name;
+        double taken;
+        double floor; ///< 0 for none
+    };
+
+    std::vector<Row> m_rows;
+};
+
 /// A terminal with an endpoint for every overlay of every chart.
 class Crowd
 {
 public:
-    Crowd()
+    explicit Crowd(int size = crowdSize)
     {
-        for (int i = 0; i < crowdSize; ++i) {
+        for (int i = 0; i < size; ++i) {
             auto endPoint = std::make_unique<EndPoint>(nullptr);
             endPoint->subscribe("Global", "TradeNotify");
             QObject::connect(endPoint.get(), &EndPoint::ready, endPoint.get(), [this] { ++m_ready; });
@@ -259,13 +300,17 @@ double medianDelivery(Deliver deliver)
     return median(times);
 }
 
-void printCrowdRow(const char *name, double microsecondsTaken, double floor)
+void tellCrowdRow(Report *report, const char *name, double microsecondsTaken, double floor)
 {
+    if (report != nullptr) {
+        report->add(name, microsecondsTaken, floor);
+        return;
+    }
     std::printf("  %-34s %10.1f %14.1f %10.2f\n", name, microsecondsTaken / 1000, floor / 1000,
                 microsecondsTaken / floor);
 }
 
-void measureCrowd(const QString &address, const std::string &rawPath)
+void measureCrowd(const QString &address, const std::string &rawPath, Report *report)
 {
     EndPoint sender(nullptr);
     sender.connect(address);
@@ -289,12 +334,27 @@ void measureCrowd(const QString &address, const std::string &rawPath)
     const double bareJoin = microseconds([&] { bare.join(rawPath); });
     const double bareDelivery = medianDelivery([&] { bare.deliver(answerBytes); });
 
-    std::printf("\n%d endpoints in one process, median of %d rounds\n", crowdSize, crowdRounds);
-    std::printf("  %-34s %10s %14s %10s\n", "", "ms", "sockets ms", "ratio");
-    printCrowdRow("connect and subscribe, in turn", median(inTurn), bareJoin);
-    printCrowdRow("connect and subscribe, at once", median(atOnce), bareJoin);
-    printCrowdRow("one notification of 2 kB to all", median(largeDelivery), bareDelivery);
-    printCrowdRow("one notification of 200 B to all", median(smallDelivery), bareDelivery);
+    if (report == nullptr) {
+        std::printf("\n%d endpoints in one process, median of %d rounds\n", crowdSize, crowdRounds);
+        std::printf("  %-34s %10s %14s %10s\n", "", "ms", "sockets ms", "ratio");
+    }
+    tellCrowdRow(report, "1,000 endpoints connect, in turn", median(inTurn), bareJoin);
+    tellCrowdRow(report, "1,000 endpoints connect, at once", median(atOnce), bareJoin);
+    tellCrowdRow(report, "a notification of 2 kB to 1,000", median(largeDelivery), bareDelivery);
+    tellCrowdRow(report, "a notification of 200 B to 1,000", median(smallDelivery), bareDelivery);
+}
+
+void measureGrowth(const QString &address, Report *report)
+{
+    constexpr int descriptorsOfOne = 4;
+    rlimit limit{};
+    ::getrlimit(RLIMIT_NOFILE, &limit);
+    for (int size = 1; size <= 10000 && limit.rlim_cur > static_cast<rlim_t>(size) * descriptorsOfOne;
+         size *= 10) {
+        Crowd crowd(size);
+        const double taken = microseconds([&] { crowd.joinAtOnce(address); });
+        report->add("growth/connect at once, endpoints/" + std::to_string(size), taken, 0);
+    }
 }
 
 /// A figure of answers that did not come would be worth nothing.
@@ -357,7 +417,15 @@ int main(int argc, char *argv[])
         {"EndPoint::request", [&] { asker.request("TradeQuery", question); }},
     };
     measure(paths);
-    printRoundTrips(paths, pinned);
-    measureCrowd(directory.path(), crowdPath);
+    if (argc < 2 || qstrcmp(argv[1], "--json") != 0) {
+        printRoundTrips(paths, pinned);
+        measureCrowd(directory.path(), crowdPath, nullptr);
+        return EXIT_SUCCESS;
+    }
+    Report report;
+    report.add("request and answer over the bus", median(paths[2].medians), median(paths[1].medians));
+    measureCrowd(directory.path(), crowdPath, &report);
+    measureGrowth(directory.path(), &report);
+    report.print();
     return EXIT_SUCCESS;
 }

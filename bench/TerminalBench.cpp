@@ -118,11 +118,11 @@ public:
 class Scene
 {
 public:
-    explicit Scene(ManyMarks *overlayToShow = nullptr)
+    explicit Scene(ManyMarks *overlayToShow = nullptr, int bars = barCount)
     {
         const ChartData data{{QStringLiteral("000001"), Market::Shenzhen, QStringLiteral("bench")},
                              ChartPeriod::Day,
-                             randomWalk(barCount)};
+                             randomWalk(bars)};
         chart.resize(windowSize);
         chart.setData(data);
         if (overlayToShow != nullptr) {
@@ -277,6 +277,32 @@ void repaintTwoHundredBars(benchmark::State &state)
     measure(state, scene, [&scene] { scene.repaint(); });
 }
 
+/// A bar comes, the overlays are calculated with all bars, and everything is drawn anew.
+void takeNewBar(benchmark::State &state)
+{
+    Scene scene(new ManyMarks);
+    const auto orders = std::make_shared<OverlayHandle>(new ManyOrders);
+    const ChartData shown = scene.chart.data();
+    const Korvane::tagCodeWithName security = hostSecurity(shown.security, 1);
+    std::vector<Korvane::AnalyData> bars = hostBars(shown.bars);
+    orders->calc(security, bars, Korvane::DayPeriod);
+    OverlayItem item(&scene.chart, orders, &scene.sprites);
+    item.attach(&scene.chart);
+    scene.chart.showAll();
+    Bar bar = shown.bars.back();
+    QDate day(bar.date / 10000, bar.date / 100 % 100, bar.date % 100);
+    measure(state, scene, [&] {
+        day = day.addDays(1);
+        bar.date = day.year() * 10000 + day.month() * 100 + day.day();
+        scene.chart.grow(bars.size(), Bars{bar});
+        bars.push_back(hostBar(bar));
+        scene.overlay->calc(security, bars, Korvane::DayPeriod);
+        orders->calc(security, bars, Korvane::DayPeriod);
+        scene.repaint();
+    });
+    item.detach();
+}
+
 void hitTestAmongMarks(benchmark::State &state)
 {
     Scene scene(new ManyMarks);
@@ -321,11 +347,28 @@ void moveCrosshair(benchmark::State &state)
     });
 }
 
+void growingBars(benchmark::State &state)
+{
+    Scene scene(new ManyMarks, static_cast<int>(state.range(0)));
+    scene.chart.showAll();
+    scene.repaint();
+    for ([[maybe_unused]] auto _ : state) {
+        scene.repaint();
+    }
+}
+
+BENCHMARK(growingBars)
+    ->Name("growth/repaint with marks on half of them, bars")
+    ->RangeMultiplier(10)
+    ->Range(1000, 1000000)
+    ->Iterations(3)
+    ->UseRealTime();
 BENCHMARK(repaintAllBars)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(repaintAllBarsWithMarks)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(repaintAllBarsWithMarksUnmoved)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(repaintAllBarsWithOrders)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(repaintTwoHundredBars)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(takeNewBar)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(hitTestAmongMarks)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(moveCrosshair)->Unit(benchmark::kMillisecond)->UseManualTime();
 

@@ -22,7 +22,8 @@ public:
     static DeliveryTurns *enter();
     void leave(const Inbox *inbox);
 
-    /// True while there is time to hand over in this turn of the event loop.
+    /// True while there is time to hand over in this turn of the event loop; it begins with the first
+    /// question.
     bool isOpen();
 
     bool isAnybodyWaiting() const { return !m_waiting.empty(); }

@@ -40,7 +40,8 @@ constexpr auto keepAliveInterval = 1s;
 constexpr int mostReadsInATurn = 64;
 constexpr std::chrono::milliseconds longestReading = 4ms;
 
-/// For an answer of somebody who is believed to hang; one that comes later tells that he does not.
+/// For an answer of somebody who is believed to hang; one to the last question, also a late one, tells that
+/// he does not.
 constexpr std::chrono::milliseconds patienceWithSilence = 5ms;
 
 QByteArray newClientId()
@@ -383,7 +384,9 @@ void MqttSession::takeIn(BusMessage &&message)
         m_inbox.add(std::move(message));
         return;
     }
-    m_isUnanswered = false;
+    if (message.correlation == QByteArray::number(m_questions)) {
+        m_isUnanswered = false; // who answers an older one is behind, and would be waited for again and again
+    }
     if (m_request) {
         m_request->take(message);
     }

@@ -60,7 +60,7 @@ public:
     /// come meanwhile are delivered after the return.
     ///
     /// Nobody is waited for again and again: after a question that nobody answered the next ones are asked,
-    /// too, but waited for only a few milliseconds, until an answer comes, be it a late one.
+    /// too, but waited for only a few milliseconds, until the last of them is answered, be it late.
     QByteArray request(const QByteArray &path, const QByteArray &payload, std::chrono::milliseconds timeout);
 
     /// Writes a warning about a message that did not make it, unless there were too many recently.

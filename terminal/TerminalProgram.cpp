@@ -226,23 +226,41 @@ void TerminalProgram::openDoor()
         next.dataFolder.clear();
         goOnWith(next);
     });
+    m_door->menu()->addAction(m_practice->action());
     m_window->addMenu(m_door->menu());
 }
 
 /// What is practised is in another window; only a replay that the command line asked for is played here.
 void TerminalProgram::openPracticeDoor()
 {
-    m_practice =
-        new PracticeDoor(m_window.get(), {[this] { return practiceOffer(); },
-                                          [this](const QString &name) {
-                                              return startPracticeWindow(m_places->terminalProgram, name,
-                                                                         m_options.moduleProgram,
-                                                                         m_window->shownOptions().language);
-                                          }});
-    m_window->addMenu(m_practice->menu());
+    const auto open = [this](const QString &name) {
+        return startPracticeWindow(m_places->terminalProgram, name, practiceWords());
+    };
+    m_practice = new PracticeDoor(m_window.get(), {[this] { return practiceOffer(); }, open});
     m_window->setPractisesReplays(!practises());
     connect(m_window.get(), &MainWindow::practiceAsked, m_practice, &PracticeDoor::openDialog);
     connect(m_window.get(), &MainWindow::practiceRestartAsked, this, &TerminalProgram::askToRestartPractice);
+}
+
+/// The other window looks as this one does.
+QStringList TerminalProgram::practiceWords() const
+{
+    TerminalOptions shown = m_window->shownOptions();
+    const QStringList useful = {QStringLiteral("cost"), QStringLiteral("trades"), QStringLiteral("orders")};
+    shown.overlays = shown.overlays.isEmpty() ? useful : shown.overlays;
+    QStringList words{
+        QStringLiteral("--module"), m_options.moduleProgram,
+        QStringLiteral("--plugin"), m_options.pluginFile,
+        QStringLiteral("--size"),   QStringLiteral("%1x%2").arg(m_window->width()).arg(m_window->height())};
+    const QMap<QString, QString> looks = rememberedWords(shown);
+    for (auto look = looks.begin(); look != looks.end(); ++look) {
+        const bool isOfPractice =
+            look.key() == QLatin1String("code") || look.key() == QLatin1String("period");
+        if (!isOfPractice && !look.value().isEmpty()) {
+            words << QStringLiteral("--") + look.key() << look.value();
+        }
+    }
+    return shown.hidesAmounts ? words << QStringLiteral("--hide-amounts") : words;
 }
 
 /// A practice does not begin with what another one left.
@@ -267,10 +285,10 @@ PracticeOffer TerminalProgram::practiceOffer() const
 
 void TerminalProgram::askToRestartPractice()
 {
-    QMessageBox question(QMessageBox::Question, tr("Practice"),
-                         tr("Begin the practice \"%1\" again from nothing? Its orders and trades go.")
-                             .arg(m_options.practice),
-                         QMessageBox::NoButton, m_window.get());
+    QMessageBox question(
+        QMessageBox::Question, tr("Practice"),
+        tr("Begin the practice \"%1\" again from nothing? Its orders and trades go.").arg(m_options.practice),
+        QMessageBox::NoButton, m_window.get());
     question.setObjectName(QStringLiteral("restartPractice"));
     question.setTextFormat(Qt::PlainText);
     const QPushButton *const restart = question.addButton(tr("Begin again"), QMessageBox::DestructiveRole);

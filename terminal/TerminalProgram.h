@@ -65,6 +65,7 @@ private:
     void openDoor();
     void openPracticeDoor();
     PracticeOffer practiceOffer() const;
+    QStringList practiceWords() const;
     void askToRestartPractice();
     bool practises() const { return !m_options.practice.isEmpty(); }
     IntakeLook intakeLook() const;

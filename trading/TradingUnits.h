@@ -4,10 +4,10 @@
 
 namespace Trading {
 
-/// Orders are for multiples of so many shares; a sell of all that is held may have a rest.
+/// The lot of most securities. MarketRules knows which have another one.
 constexpr qint64 sharesOfLot = 100;
 
-/// From one price to the next: prices are multiples of it.
+/// From one price to the next for most securities. MarketRules knows which have another one.
 constexpr Money priceStep = Money::ofCents(1);
 
 // No security comes near them; with them, no sum of the trading module overflows.

@@ -59,6 +59,8 @@ render_pictures() {
     picture overlays --code 600536 --overlays cost,trades,combined-cost,combined-trades
     replay orders --code 600536 --day 20230711 --overlays cost,orders --replay-to 1335 \
         "${morning[@]}" "${afternoon[@]}"
+    replay trades-minutes --code 600536 --day 20230711 --trades on --replay-to 1335 \
+        "${morning[@]}" "${afternoon[@]}"
     replay orders-light --code 000001 --day 20180115 --overlays orders --replay-to 1120 --theme light \
         --order "0936 buy 6000 13.65" --order "0944 sell 2000 13.95" --order "0950 buy 3000 13.40" \
         --order "1004 buy 20000 13.92" --order "1008 sell 3000 14.10" --order "1020 sell 1000 14.60" \

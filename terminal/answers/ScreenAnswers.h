@@ -11,7 +11,8 @@
 namespace Terminal {
 
 /// Hears what the overlays of a window ask and what they are answered, holds every answer against the table
-/// of messages and tells what is wrong with it. It changes nothing in what overlays do with an answer.
+/// of messages and tells what is wrong with it. It changes nothing in what overlays do with an answer. When
+/// the trade points have asked for past trades it has them ask for today's, too.
 class ScreenAnswers : public QObject
 {
     Q_OBJECT
@@ -64,6 +65,7 @@ private:
     void takeChecked(Trading::CheckedAnswer answer, const History &history);
     bool isToNobodysQuestion(const Trading::CheckedAnswer &answer);
     void takeShared(const QByteArray &payload);
+    void tellOfNewBars(const QString &code);
     void takeNotification(const QByteArray &payload);
     void addRepetition(const History &history, Trading::CheckedAnswer *answer);
     void tellFaults(const Trading::CheckedAnswer &answer);

@@ -1,6 +1,7 @@
 #include "terminal/bars/BarImport.h"
 
 #include "terminal/data/BarFile.h"
+#include "terminal/data/BarRemarks.h"
 #include "terminal/data/OwnForm.h"
 
 #include <QCoreApplication>
@@ -46,9 +47,9 @@ Loaded<Security> settleSecurity(const QString &file, const BarSheet &sheet, cons
 {
     const auto code = sheet.security ? sheet.security : options.hints.security;
     if (!code) {
-        return Loaded<Security>::failure(
-            text("%1: the file does not say which security it is of: add --code, e.g. --code 600519.SH")
-                .arg(file));
+        return Loaded<Security>::failure(text("%1: the file does not say which security it is of: name it "
+                                              "with --code, e.g. --code 600519.SH")
+                                             .arg(file));
     }
     const Security *const listed = findSecurity(known, code->digits);
     auto market = code->market;
@@ -57,7 +58,7 @@ Loaded<Security> settleSecurity(const QString &file, const BarSheet &sheet, cons
     }
     if (!market && listed == nullptr) {
         return Loaded<Security>::failure(
-            text("%1: nothing says on which market %2 is: add --code %2.SH or --code %2.SZ")
+            text("%1: nothing says on which market %2 is: say --code %2.SH or --code %2.SZ")
                 .arg(file, code->digits));
     }
     if (listed != nullptr && market && listed->market != *market) {
@@ -186,34 +187,14 @@ QString dayToCome(const QString &file, const Bars &bars)
                : QString();
 }
 
-/// Minutes from one bar to the next, as most have it.
-int usualStep(const Bars &minutes)
-{
-    std::map<int, int> counts;
-    for (std::size_t i = 1; i < minutes.size(); ++i) {
-        ++counts[minutes[i].minute - minutes[i - 1].minute];
-    }
-    const auto most = std::max_element(counts.begin(), counts.end(),
-                                       [](const auto &a, const auto &b) { return a.second < b.second; });
-    return most == counts.end() ? 1 : most->first;
-}
-
 QStringList remarksOn(const BarSheet &sheet)
 {
-    QStringList remarks;
-    if (sheet.prices == PriceKind::Adjusted) {
-        remarks.append(
-            text("The prices are adjusted: the cost and the trades of an account do not lie on them."));
-    }
+    QStringList remarks = barRemarks(sheet);
     if (sheet.notTraded > 0) {
         remarks.append(text("%1 rows of days without trading are left out.").arg(sheet.notTraded));
     }
     if (sheet.afterClose > 0) {
         remarks.append(text("%1 minutes after the close are left out.").arg(sheet.afterClose));
-    }
-    if (sheet.isOfMinutes && usualStep(sheet.bars) > 1) {
-        remarks.append(text("These are bars of %1 minutes; the terminal takes each for one minute.")
-                           .arg(usualStep(sheet.bars)));
     }
     if (!sheet.unusedColumns.isEmpty()) {
         remarks.append(

@@ -164,6 +164,7 @@ int import(const QStringList &files, const QCommandLineParser &parser, const Bar
         return refuse(missing, Failed);
     }
     BarImport import(parser.value(QStringLiteral("data")));
+    LedgerComparison comparison(ledger);
     int refused = 0;
     for (const QString &file : files) {
         auto plan = import.plan(file, options);
@@ -172,7 +173,7 @@ int import(const QStringList &files, const QCommandLineParser &parser, const Bar
             ++refused;
             continue;
         }
-        const auto compared = comparedWithLedger(ledger, plan.value());
+        const auto compared = comparison.of(plan.value());
         if (!compared) {
             return refuse(compared.error(), Failed);
         }

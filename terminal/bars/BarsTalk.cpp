@@ -2,6 +2,7 @@
 
 #include "terminal/bars/BarImportWords.h"
 #include "terminal/bars/JsonLines.h"
+#include "terminal/bars/LedgerComparison.h"
 #include "terminal/bars/LedgerFills.h"
 #include "terminal/data/OwnForm.h"
 
@@ -144,6 +145,7 @@ private:
     Json plan(const Json &request)
     {
         m_import = BarImport(m_folder);
+        m_comparison.emplace(m_ledger);
         const QJsonArray files = request[named("plan")].toArray();
         m_names.clear();
         const Json names = request[named("names")].toObject();
@@ -173,7 +175,7 @@ private:
             return refusal(path, plan.error());
         }
         const bool isThere = missingLedger(m_ledger.place).isEmpty(); // a first statement makes it
-        const auto compared = isThere ? comparedWithLedger(m_ledger, plan.value()) : LedgerSays();
+        const auto compared = isThere ? m_comparison->of(plan.value()) : LedgerSays();
         return described(path, plan.value(),
                          compared ? compared.value() : LedgerSays{{compared.error()}, {}});
     }
@@ -216,7 +218,8 @@ private:
     const QString m_folder;
     const LedgerOfTrades m_ledger;
     BarImport m_import;
-    QHash<QString, QString> m_names; // that the program knows
+    std::optional<LedgerComparison> m_comparison; // of the last plan
+    QHash<QString, QString> m_names;              // that the program knows
     JsonLines m_lines;
     QElapsedTimer m_sinceTold;
 };

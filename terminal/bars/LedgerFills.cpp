@@ -29,6 +29,71 @@ std::optional<Trading::TradingDate> dayIn(const QJsonObject &trade)
     return Trading::TradingDate::ofText(trade[QLatin1String("date")].toString().remove(QLatin1Char('-')));
 }
 
+/// A trade of a security, as far as it has a price: bonus shares have none.
+std::optional<std::pair<Trading::SecurityId, Fill>> fillIn(const QJsonObject &trade)
+{
+    const auto day = dayIn(trade);
+    const auto market = Trading::marketOfLetters(trade[QLatin1String("market")].toString());
+    const double price = trade[QLatin1String("price")].toString().toDouble();
+    if (!day || !market || price <= 0) {
+        return std::nullopt;
+    }
+    return std::pair(Trading::SecurityId{trade[QLatin1String("code")].toString(), *market},
+                     Fill{*day, price, trade[QLatin1String("quantity")].toString().toLongLong()});
+}
+
+void startListing(QProcess *module, const QString &program, const QString &ledger, const QStringList &options)
+{
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QLatin1String(Trading::ledgerVariable), ledger);
+    module->setProcessEnvironment(environment);
+    module->start(program, QStringList{QStringLiteral("trades"), QStringLiteral("--json")} + options);
+}
+
+QString cannotBeRead(const QString &ledger, const QString &reason)
+{
+    return text("the trades of ledger %1 could not be read: %2").arg(Trading::shownLedger(ledger), reason);
+}
+
+/// Why a listing did not come to its end; empty when it did.
+QString problemOf(QProcess *module, const QString &ledger)
+{
+    constexpr std::chrono::milliseconds patience{30000};
+    const bool hasEnded = module->state() == QProcess::NotRunning ||
+                          module->waitForFinished(static_cast<int>(patience.count()));
+    if (hasEnded && module->error() == QProcess::UnknownError &&
+        module->exitStatus() == QProcess::NormalExit && module->exitCode() == 0) {
+        return {};
+    }
+    const QString reason = QString::fromUtf8(module->readAllStandardError()).trimmed();
+    return cannotBeRead(ledger, reason.isEmpty() ? module->errorString() : reason);
+}
+
+/// Takes the trades of a list that comes in pieces, a trade on each line.
+class FillLines
+{
+public:
+    void take(const QByteArray &piece)
+    {
+        m_rest += piece;
+        const QByteArray lines = m_rest.left(m_rest.lastIndexOf('\n') + 1);
+        m_rest.remove(0, lines.size());
+        for (QByteArray line : lines.split('\n')) {
+            if (line.endsWith(',')) {
+                line.chop(1);
+            }
+            if (const auto fill = fillIn(QJsonDocument::fromJson(line).object())) {
+                m_fills[fill->first].push_back(fill->second);
+            }
+        }
+    }
+    const FillsBySecurity &fills() const { return m_fills; }
+
+private:
+    QByteArray m_rest; // of a line that has not come whole
+    FillsBySecurity m_fills;
+};
+
 } // namespace
 
 std::optional<Fills> fillsIn(const QByteArray &json, const Trading::SecurityId &security)
@@ -39,14 +104,9 @@ std::optional<Fills> fillsIn(const QByteArray &json, const Trading::SecurityId &
     }
     Fills fills;
     for (const auto &row : document.array()) {
-        const QJsonObject trade = row.toObject();
-        const auto day = dayIn(trade);
-        const double price = trade[QLatin1String("price")].toString().toDouble();
-        const bool isOfSecurity =
-            trade[QLatin1String("code")].toString() == security.code &&
-            trade[QLatin1String("market")].toString() == Trading::marketLetters(security.market);
-        if (day && price > 0 && isOfSecurity) { // bonus shares have no price
-            fills.push_back({*day, price, trade[QLatin1String("quantity")].toString().toLongLong()});
+        const auto fill = fillIn(row.toObject());
+        if (fill && fill->first == security) {
+            fills.push_back(fill->second);
         }
     }
     return fills;
@@ -63,24 +123,29 @@ QString missingLedger(const QString &ledger)
 Loaded<Fills> ledgerFills(const QString &moduleProgram, const QString &ledger,
                           const Trading::SecurityId &security)
 {
-    constexpr std::chrono::milliseconds patience{30000};
     QProcess module;
-    auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QLatin1String(Trading::ledgerVariable), ledger);
-    module.setProcessEnvironment(environment);
-    module.start(moduleProgram, {QStringLiteral("trades"), QStringLiteral("--json"), QStringLiteral("--code"),
-                                 security.code});
-    const bool hasEnded = module.waitForFinished(static_cast<int>(patience.count()));
-    if (!hasEnded || module.exitStatus() != QProcess::NormalExit || module.exitCode() != 0) {
-        const QString reason = QString::fromUtf8(module.readAllStandardError()).trimmed();
-        return Loaded<Fills>::failure(
-            text("the trades of ledger %1 could not be read: %2")
-                .arg(Trading::shownLedger(ledger), reason.isEmpty() ? module.errorString() : reason));
+    startListing(&module, moduleProgram, ledger, {QStringLiteral("--code"), security.code});
+    const QString problem = problemOf(&module, ledger);
+    if (!problem.isEmpty()) {
+        return Loaded<Fills>::failure(problem);
     }
     const auto fills = fillsIn(module.readAllStandardOutput(), security);
-    return fills ? Loaded<Fills>(*fills)
-                 : Loaded<Fills>::failure(text("the trades of ledger %1 could not be read: %2")
-                                              .arg(Trading::shownLedger(ledger), moduleProgram));
+    return fills ? Loaded<Fills>(*fills) : Loaded<Fills>::failure(cannotBeRead(ledger, moduleProgram));
+}
+
+Loaded<FillsBySecurity> allLedgerFills(const QString &moduleProgram, const QString &ledger)
+{
+    constexpr std::chrono::milliseconds patience{30000};
+    QProcess module;
+    startListing(&module, moduleProgram, ledger, {});
+    FillLines lines;
+    while (module.waitForReadyRead(static_cast<int>(patience.count()))) {
+        lines.take(module.readAllStandardOutput());
+    }
+    const QString problem = problemOf(&module, ledger);
+    lines.take(module.readAllStandardOutput());
+    return problem.isEmpty() ? Loaded<FillsBySecurity>(lines.fills())
+                             : Loaded<FillsBySecurity>::failure(problem);
 }
 
 } // namespace Terminal

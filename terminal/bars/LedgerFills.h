@@ -6,6 +6,7 @@
 #include "trading/SecurityId.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
 
 #include <vector>
@@ -24,5 +25,10 @@ QString missingLedger(const QString &ledger);
 /// need not be served meanwhile, and may be. Blocks until the program has answered, half a minute at most.
 Loaded<std::vector<Fill>> ledgerFills(const QString &moduleProgram, const QString &ledger,
                                       const Trading::SecurityId &security);
+
+using FillsBySecurity = QHash<Trading::SecurityId, std::vector<Fill>>;
+
+/// The same of all securities, read as the program writes them. Blocks for as long as something comes.
+Loaded<FillsBySecurity> allLedgerFills(const QString &moduleProgram, const QString &ledger);
 
 } // namespace Terminal

@@ -16,18 +16,24 @@ QString text(const char *source)
 
 enum class BarSpan { Day, Minute };
 
-Loaded<Bars> readBars(const QString &path, BarSpan span, const BarHints &hints)
+Loaded<BarSheet> readSheet(const QString &path, BarSpan span, const BarHints &hints)
 {
     const auto sheet = readBarFile(path, hints);
     if (!sheet) {
-        return Loaded<Bars>::failure(sheet.error());
+        return sheet;
     }
     const bool isOfMinutes = span == BarSpan::Minute;
     if (sheet.value().isOfMinutes != isOfMinutes) {
-        return Loaded<Bars>::failure(isOfMinutes ? text("%1: holds bars of days, not of minutes").arg(path)
-                                                 : text("%1: holds bars of minutes, not of days").arg(path));
+        return Loaded<BarSheet>::failure(isOfMinutes
+                                             ? text("%1: holds bars of days, not of minutes").arg(path)
+                                             : text("%1: holds bars of minutes, not of days").arg(path));
     }
-    return sheet.value().bars;
+    return sheet;
+}
+
+Loaded<Bars> barsOf(const Loaded<BarSheet> &sheet)
+{
+    return sheet ? Loaded<Bars>(sheet.value().bars) : Loaded<Bars>::failure(sheet.error());
 }
 
 } // namespace
@@ -41,19 +47,29 @@ Loaded<BarSheet> readBarFile(const QString &path, const BarHints &hints)
     return readBarSheet(file.readAll(), path, hints);
 }
 
-Loaded<Bars> readDailyBars(const QString &path, const QString &code)
+Loaded<BarSheet> readDailySheet(const QString &path, const QString &code)
 {
     BarHints hints;
     hints.security = SecurityCode::of(code);
-    return readBars(path, BarSpan::Day, hints);
+    return readSheet(path, BarSpan::Day, hints);
 }
 
-Loaded<Bars> readMinuteBars(const QString &path, std::int32_t date, const QString &code)
+Loaded<Bars> readDailyBars(const QString &path, const QString &code)
+{
+    return barsOf(readDailySheet(path, code));
+}
+
+Loaded<BarSheet> readMinuteSheet(const QString &path, std::int32_t date, const QString &code)
 {
     BarHints hints;
     hints.security = SecurityCode::of(code);
     hints.day = Trading::TradingDate::ofNumber(date);
-    return readBars(path, BarSpan::Minute, hints);
+    return readSheet(path, BarSpan::Minute, hints);
+}
+
+Loaded<Bars> readMinuteBars(const QString &path, std::int32_t date, const QString &code)
+{
+    return barsOf(readMinuteSheet(path, date, code));
 }
 
 } // namespace Terminal

@@ -15,4 +15,8 @@ Loaded<Bars> readDailyBars(const QString &path, const QString &code = {});
 /// `time,open,high,low,close,volume`, times hhmm inside the trading hours.
 Loaded<Bars> readMinuteBars(const QString &path, std::int32_t date, const QString &code = {});
 
+/// The same with what the files say besides their bars: prices that are adjusted, rows that are no bars.
+Loaded<BarSheet> readDailySheet(const QString &path, const QString &code = {});
+Loaded<BarSheet> readMinuteSheet(const QString &path, std::int32_t date, const QString &code = {});
+
 } // namespace Terminal

@@ -3,6 +3,7 @@
 #include "terminal/data/ActionFile.h"
 #include "terminal/data/BarAggregation.h"
 #include "terminal/data/BarFile.h"
+#include "terminal/data/BarRemarks.h"
 #include "terminal/data/TradingHours.h"
 
 #include <QCoreApplication>
@@ -116,10 +117,11 @@ Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period,
         return Loaded<ChartData>::failure(
             text("there is no security %1; known are: %2").arg(code, codesOf(m_securities)));
     }
-    const auto bars = loadBars(code, period, day);
-    if (!bars) {
-        return Loaded<ChartData>::failure(bars.error());
+    const auto sheet = loadBars(code, period, day);
+    if (!sheet) {
+        return Loaded<ChartData>::failure(sheet.error());
     }
+    const Bars &bars = sheet.value().bars;
     const KnownAdjustment known = adjustmentOf(code, Trading::TradingDate::today());
     if (!known.error.isEmpty() && view == PriceView::Adjusted) {
         return Loaded<ChartData>::failure(known.error);
@@ -127,13 +129,16 @@ Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period,
     ChartData data{*security, period, {}};
     data.view = view;
     data.adjustment = known.adjustment;
-    data.priceDecimals = priceDecimals(bars.value());
-    if (!known.error.isEmpty()) {
-        data.remarks = QStringList(known.error);
-    } else if (view == PriceView::Adjusted) {
-        data.remarks = known.remarks;
+    data.priceDecimals = priceDecimals(bars);
+    if (view == PriceView::Raw) {
+        data.remarks = barRemarks(sheet.value());
     }
-    takeBars(bars.value(), &data);
+    if (!known.error.isEmpty()) {
+        data.remarks.append(known.error);
+    } else if (view == PriceView::Adjusted) {
+        data.remarks += known.remarks;
+    }
+    takeBars(bars, &data);
     return data;
 }
 
@@ -148,11 +153,11 @@ void DataFolder::takeBars(const Bars &bars, ChartData *data) const
     }
 }
 
-Loaded<Bars> DataFolder::loadBars(const QString &code, ChartPeriod period,
-                                  std::optional<Trading::TradingDate> day) const
+Loaded<BarSheet> DataFolder::loadBars(const QString &code, ChartPeriod period,
+                                      std::optional<Trading::TradingDate> day) const
 {
     return period == ChartPeriod::Minute ? loadMinutes(code, day)
-                                         : readDailyBars(dailyFile(code), withMarket(code, m_securities));
+                                         : readDailySheet(dailyFile(code), withMarket(code, m_securities));
 }
 
 QString DataFolder::dailyFile(const QString &code) const
@@ -219,7 +224,7 @@ Bars DataFolder::lastRecordedDayBefore(const QString &code, Trading::TradingDate
 {
     const std::vector<Trading::TradingDate> days = minuteDays(code);
     const auto next = std::lower_bound(days.begin(), days.end(), day);
-    return next == days.begin() ? Bars() : loadMinutes(code, *std::prev(next)).value();
+    return next == days.begin() ? Bars() : loadMinutes(code, *std::prev(next)).value().bars;
 }
 
 /// Of a day or, where its minutes are of a later one, of a minute.
@@ -245,17 +250,23 @@ std::optional<double> DataFolder::closeBefore(const QString &code, Trading::Trad
                : std::nullopt;
 }
 
-Loaded<Bars> DataFolder::loadMinutes(const QString &code, std::optional<Trading::TradingDate> day) const
+Loaded<BarSheet> DataFolder::loadMinutes(const QString &code, std::optional<Trading::TradingDate> day) const
 {
     const std::vector<Trading::TradingDate> days = minuteDays(code);
     if (!day && !days.empty()) {
         day = days.back();
     }
     if (!day) {
-        return Loaded<Bars>::failure(text("%1: there are no minute bars of %2").arg(m_dir.path(), code));
+        return Loaded<BarSheet>::failure(text("%1: there are no minute bars of %2").arg(m_dir.path(), code));
     }
-    auto minutes = readMinuteBars(minuteFile(code, *day), day->number(), withMarket(code, m_securities));
-    return minutes ? Loaded<Bars>(withAuctionBar(minutes.value())) : minutes;
+    const auto minutes =
+        readMinuteSheet(minuteFile(code, *day), day->number(), withMarket(code, m_securities));
+    if (!minutes) {
+        return minutes;
+    }
+    BarSheet sheet = minutes.value();
+    sheet.bars = withAuctionBar(sheet.bars);
+    return sheet;
 }
 
 } // namespace Terminal

@@ -20,6 +20,8 @@
 
 namespace Terminal {
 
+struct BarSheet;
+
 /// What a chart of days or longer has of the span that today is in, the quotes of today left aside.
 struct SpanOfToday
 {
@@ -27,6 +29,7 @@ struct SpanOfToday
     std::optional<Bar> row;    ///< today's row of the data folder
     /// Until when the row can tell of today: it was written then, at the latest.
     std::optional<Trading::ClockTime> rowTime;
+    std::optional<Trading::TradingDate> day; ///< what counts as today here
 };
 
 /// What one chart shows: a security and its loaded bars.
@@ -107,9 +110,9 @@ private:
                   KnownAdjustment *known) const;
     void takeBars(const Bars &bars, ChartData *data) const;
     /// Raw; of days for weeks and months, too.
-    Loaded<Bars> loadBars(const QString &code, ChartPeriod period,
-                          std::optional<Trading::TradingDate> day) const;
-    Loaded<Bars> loadMinutes(const QString &code, std::optional<Trading::TradingDate> day) const;
+    Loaded<BarSheet> loadBars(const QString &code, ChartPeriod period,
+                              std::optional<Trading::TradingDate> day) const;
+    Loaded<BarSheet> loadMinutes(const QString &code, std::optional<Trading::TradingDate> day) const;
 
     QDir m_dir;
     Securities m_securities;

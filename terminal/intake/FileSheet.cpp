@@ -52,6 +52,13 @@ QTableWidgetItem *itemOf(const QString &cell)
     return item;
 }
 
+/// A column that none of the rows fills takes the place of others.
+bool isEmptyColumn(const FileReport &report, int column)
+{
+    return std::all_of(report.rows.begin(), report.rows.end(),
+                       [column](const QStringList &cells) { return cells.value(column).isEmpty(); });
+}
+
 } // namespace
 
 FileSheet::FileSheet(QWidget *parent) : QScrollArea(parent)
@@ -299,6 +306,9 @@ void FileSheet::addRows(const FileReport &report, bool hidesAmounts)
                 hidesAmounts && report.amountColumns.contains(column) && !cells.at(column).isEmpty();
             table->setItem(row, column, itemOf(shownAmount(cells.at(column), isHidden)));
         }
+    }
+    for (int column = 0; column < report.columns.size(); ++column) {
+        table->setColumnHidden(column, isEmptyColumn(report, column));
     }
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     table->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the sheet scrolls

@@ -74,6 +74,10 @@ QString inWordsOfTheWindow(const QString &reason, FileKind kind)
     QString said = reason;
     for (const IntakeQuestion &question : intakeQuestions()) {
         if (question.kind == kind) {
+            if (question.name == QLatin1String("code")) { // what to write there needs no name before it
+                said.replace(QRegularExpression(QStringLiteral("--code ([0-9]{6}\\.[A-Z]{2})")),
+                             QStringLiteral("\\1"));
+            }
             said.replace(QRegularExpression(QStringLiteral("--%1\\b").arg(question.name)),
                          text("\"%1\"").arg(question.label));
         }

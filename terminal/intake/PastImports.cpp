@@ -6,6 +6,7 @@
 #include "terminal/trade/PlainText.h"
 
 #include <QDateTime>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QJsonArray>
@@ -14,6 +15,8 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace Terminal {
 
@@ -50,6 +53,7 @@ QString shownCell(const QJsonObject &import, const char *key)
 
 constexpr int numberColumn = 0;
 constexpr int fileColumn = 2;
+constexpr int widestFile = 180; ///< so that the days beside it are seen in a small window; the tip has all
 
 } // namespace
 
@@ -75,6 +79,7 @@ PastImports::PastImports(const IntakePlan &plan, const IntakeLook &look, QWidget
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->setTabKeyNavigation(false);
     m_table->setShowGrid(false);
+    m_table->setTextElideMode(Qt::ElideMiddle);
     m_table->verticalHeader()->hide();
     m_notice->setWordWrap(true);
     m_notice->setTextFormat(Qt::PlainText);
@@ -154,12 +159,14 @@ void PastImports::showImports(const QByteArray &json)
     for (int row = 0; row < imports.size(); ++row) {
         for (int column = 0; column < m_table->columnCount(); ++column) {
             const QString cell = shownCell(imports.at(row).toObject(), importColumns[column].key);
-            auto *const item = new QTableWidgetItem(plainText(cell));
+            auto *const item =
+                new QTableWidgetItem(plainText(column == fileColumn ? QFileInfo(cell).fileName() : cell));
             item->setToolTip(plainText(cell));
             m_table->setItem(row, column, item);
         }
     }
     m_table->resizeColumnsToContents();
+    m_table->setColumnWidth(fileColumn, std::min(m_table->columnWidth(fileColumn), widestFile));
     if (imports.isEmpty()) {
         m_notice->setText(tr("The ledger has no imports."));
     } else {
@@ -177,7 +184,7 @@ void PastImports::askToUndo()
     const int row = m_table->currentRow();
     OrderQuestion question({tr("Take an import back"),
                             tr("Take back import %1?\n%2\nAll its entries leave the ledger.")
-                                .arg(cell(row, numberColumn), cell(row, fileColumn)),
+                                .arg(cell(row, numberColumn), m_table->item(row, fileColumn)->toolTip()),
                             tr("Take it back"), tr("Keep it")},
                            this);
     if (question.isConfirmed()) {

@@ -172,18 +172,18 @@ void takeRows(const QJsonArray &rows, FileReport *report)
     }
 }
 
-void takeCodes(const QJsonArray &rows, FileReport *report)
+/// Those with most entries come first.
+void takeCodes(const QJsonArray &securities, FileReport *report)
 {
-    for (const auto &value : rows) {
+    for (const auto &value : securities) {
         const QString code = word(value.toObject(), "code");
         const QString name = word(value.toObject(), "security");
         if (!name.isEmpty()) {
             report->names.insert(code, name);
         }
-        if (!code.isEmpty() && !report->codes.contains(code)) {
-            report->codes.append(code);
-        }
+        report->codes.append(code);
     }
+    report->codes.removeDuplicates(); // one code on two markets
 }
 
 /// Rows that cannot be read stop the import, or are left out and told, as the user has chosen.
@@ -216,7 +216,7 @@ void takeResult(const QJsonObject &result, FileReport *report)
     report->number = static_cast<qint64>(result[named("import")].toDouble());
     const QJsonArray rows = result[named("firstrows")].toArray();
     takeRows(rows, report);
-    takeCodes(rows, report);
+    takeCodes(result[named("securities")].toArray(), report);
 }
 
 /// The questions whose options a reason names.

@@ -103,8 +103,43 @@ Loaded<ChartData> ChartSource::loadDays(const QString &code, ChartPeriod period,
     return chart;
 }
 
+bool ChartSource::isOfAnEarlierDay(const ChartData &shown) const
+{
+    return shown.period != ChartPeriod::Minute && shown.today.day && *shown.today.day < m_today->date();
+}
+
+/// Whether the files tell of all days that are shown; the last of these may have come by quotes alone.
+bool ChartSource::knowsDaysOf(const ChartData &loaded, const ChartData &shown) const
+{
+    const auto bar = std::find_if(loaded.bars.rbegin(), loaded.bars.rend(), [this](const Bar &candidate) {
+        return candidate.date < m_today->date().number();
+    });
+    const int lastOfBars = bar == loaded.bars.rend() ? 0 : bar->date;
+    const int lastOfSpan = loaded.today.before ? loaded.today.before->date : 0;
+    return loaded.bars.size() >= shown.bars.size() &&
+           std::max(lastOfBars, lastOfSpan) >= shown.bars.back().date;
+}
+
+ChartData ChartSource::turned(const ChartData &shown) const
+{
+    const auto loaded = load(shown.security.code, shown.period, {}, shown.view);
+    if (loaded && knowsDaysOf(loaded.value(), shown)) {
+        return loaded.value();
+    }
+    ChartData chart = shown;
+    chart.today = {};
+    chart.today.day = m_today->date();
+    if (isOfSameSpan(shown.bars.back(), Bar{m_today->date().number()}, shown.period)) {
+        chart.today.before = shown.bars.back();
+    }
+    return chart;
+}
+
 std::optional<Bar> ChartSource::barOfToday(const ChartData &shown) const
 {
+    if (isOfAnEarlierDay(shown)) {
+        return std::nullopt;
+    }
     const MinuteBook *const minutes =
         m_today->isReplayed(shown.security.id()) ? nullptr : todayOf(shown.security.code);
     return spanBar(minutes, shown.today, shown.shownPrice(1, m_today->date()));

@@ -50,8 +50,15 @@ public:
     /// Quotes change nothing in it.
     std::optional<Bar> lastBar(const QString &code) const;
 
-    /// The last bar of a chart of days or longer as it is now; nothing when it has nothing of today.
+    /// The last bar of a chart of days or longer as it is now; nothing when it has nothing of today, or was
+    /// loaded on another day: see turned().
     std::optional<Bar> barOfToday(const ChartData &shown) const;
+
+    /// True for a chart of days or longer that was loaded on an earlier day than today.
+    bool isOfAnEarlierDay(const ChartData &shown) const;
+    /// Such a chart as it goes on today: with the days that are shown at the least, which the files need not
+    /// have yet.
+    ChartData turned(const ChartData &shown) const;
 
     /// Has Today know what minutes of today the data folder has.
     void fillToday(const QString &code) const;
@@ -62,6 +69,7 @@ public:
 private:
     Loaded<ChartData> loadDays(const QString &code, ChartPeriod period, PriceView view) const;
     ChartData minutesOfToday(const Security &security) const;
+    bool knowsDaysOf(const ChartData &loaded, const ChartData &shown) const;
     const MinuteBook *todayOf(const QString &code) const;
     bool isToday(const QString &code, std::optional<Trading::TradingDate> day) const;
 

@@ -20,6 +20,7 @@ Bar joined(const Bars &bars)
 SpanOfToday takeSpanOfToday(Bars *days, ChartPeriod period, Trading::TradingDate today)
 {
     SpanOfToday span;
+    span.day = today;
     if (!days->empty() && days->back().date == today.number()) {
         span.row = days->back();
         days->pop_back();

@@ -4,6 +4,7 @@
 #include "terminal/services/BusInstance.h"
 
 #include <QEvent>
+#include <QFileInfo>
 #include <QProcess>
 
 #include <utility>
@@ -14,17 +15,16 @@ PracticeDoor::PracticeDoor(QMainWindow *window, Facts facts)
     : QObject(window),
       m_window(window),
       m_facts(std::move(facts)),
-      m_menu(new QMenu(window)),
-      m_dialogAction(m_menu->addAction(QString(), this, &PracticeDoor::openDialog))
+      m_action(new QAction(window))
 {
+    connect(m_action, &QAction::triggered, this, &PracticeDoor::openDialog);
     window->installEventFilter(this);
     showTexts();
 }
 
 void PracticeDoor::showTexts()
 {
-    m_menu->setTitle(tr("Practice"));
-    m_dialogAction->setText(tr("Practise a day, or go on with one..."));
+    m_action->setText(tr("Practise a day..."));
 }
 
 bool PracticeDoor::eventFilter(QObject *watched, QEvent *event)
@@ -49,6 +49,9 @@ void PracticeDoor::openDialog()
 
 QString PracticeDoor::hindrance(const PracticeSession &session)
 {
+    if (!QFileInfo(session.dataFolder).isDir()) {
+        return tr("The bars of the practice are not there any more: %1").arg(session.dataFolder);
+    }
     PracticeLock lock(session);
     return lock.acquire() ? QString() : lock.problem();
 }
@@ -65,16 +68,14 @@ void PracticeDoor::openSession(const PracticeSession &session)
     }
 }
 
-bool startPracticeWindow(const QString &program, const QString &name, const QString &moduleProgram,
-                         const QString &language)
+bool startPracticeWindow(const QString &program, const QString &name, const QStringList &options)
 {
     QProcess window;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(QLatin1String(busInstanceVariable));
     window.setProcessEnvironment(environment);
     window.setProgram(program);
-    window.setArguments({QStringLiteral("--practice"), name, QStringLiteral("--module"), moduleProgram,
-                         QStringLiteral("--lang"), language});
+    window.setArguments(QStringList({QStringLiteral("--practice"), name}) + options);
     return window.startDetached();
 }
 

@@ -2,15 +2,15 @@
 
 #include "terminal/practice/PracticeDialog.h"
 
+#include <QAction>
 #include <QMainWindow>
-#include <QMenu>
 #include <QPointer>
 
 #include <functional>
 
 namespace Terminal {
 
-/// The way from a window to practice: the menu "Practice", and the dialog that begins and lists sessions.
+/// The way from a window to practice: an action, and the dialog that begins and lists sessions.
 /// Each is opened in a window of its own, by another process of the terminal, so that this window stays as it
 /// is.
 class PracticeDoor : public QObject
@@ -29,8 +29,8 @@ public:
     /// `window` must outlive the door; so must what `facts` ask.
     PracticeDoor(QMainWindow *window, Facts facts);
 
-    /// For a bar of the window.
-    QMenu *menu() { return m_menu; }
+    /// For a menu of the window.
+    QAction *action() { return m_action; }
 
     void openDialog();
 
@@ -46,13 +46,12 @@ private:
 
     QMainWindow *m_window;
     Facts m_facts;
-    QMenu *m_menu;
-    QAction *m_dialogAction;
+    QAction *m_action;
     QPointer<PracticeDialog> m_dialog;
 };
 
-/// Starts another process of the terminal, `program`, on a session. On no bus but its own.
-bool startPracticeWindow(const QString &program, const QString &name, const QString &moduleProgram,
-                         const QString &language);
+/// Starts another process of the terminal, `program`, on a session, with more `options` on its command line.
+/// On no bus but its own. False when it cannot be started.
+bool startPracticeWindow(const QString &program, const QString &name, const QStringList &options);
 
 } // namespace Terminal

@@ -6,6 +6,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <QUuid>
 
@@ -73,8 +74,21 @@ QString PracticeSessions::freeName(const QString &wished) const
     return name;
 }
 
+void PracticeSessions::removeLeftovers() const
+{
+    const QDateTime recently = QDateTime::currentDateTime().addDays(-1);
+    const QFileInfoList folders =
+        QDir(m_folder).entryInfoList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+    for (const QFileInfo &folder : folders) {
+        if (folder.fileName().startsWith(hidden) && folder.lastModified() < recently) {
+            removeFolder(folder.filePath());
+        }
+    }
+}
+
 QString PracticeSessions::makeRoom() const
 {
+    removeLeftovers();
     const QString room = QDir(m_folder).filePath(hidden + QUuid::createUuid().toString(QUuid::WithoutBraces));
     return QDir().mkpath(room) ? room : QString();
 }

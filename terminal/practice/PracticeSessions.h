@@ -27,7 +27,8 @@ public:
     /// `wished`, with a number after it where a session has that name.
     QString freeName(const QString &wished) const;
 
-    /// A new folder for a session that is being begun; empty when none can be made.
+    /// A new folder for a session that is being begun; empty when none can be made. What programs that were
+    /// killed left half done a day ago goes.
     QString makeRoom() const;
     /// Takes a session in whose folder makeRoom() made, and its ledger, into the list. Returns why it cannot
     /// be, for the user; the room is gone then.
@@ -44,6 +45,7 @@ public:
 
 private:
     QString folderOf(const QString &name) const;
+    void removeLeftovers() const;
 
     QString m_folder;
 };

@@ -94,6 +94,9 @@ public:
 
     Stage stage() const { return m_stage; }
 
+    /// The day that the account practises, if it does.
+    const std::optional<PractisedDay> &practised() const { return m_plan.practised; }
+
     /// What overlays wait for on this bus. The session must outlive the gates.
     BusGates gates();
 

@@ -1,6 +1,7 @@
 #include "terminal/trade/OrderDraft.h"
 
 #include "terminal/trade/ShownAmount.h"
+#include "trading/MarketRules.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,18 +16,29 @@ constexpr double feeReserveShare = 0.002;
 constexpr double leastFeeReserve = 10;
 
 /// The price that an order for about this one is sent with.
-double onStep(double price)
+double onTick(double price, Trading::Money tick)
 {
-    const double step = Trading::priceStep.yuan();
+    const double step = tick.yuan();
     return std::round(price / step) * step;
 }
 
 } // namespace
 
+Trading::SecurityRules OrderDraft::rules() const
+{
+    return Trading::MarketRules::of(m_order.security.id(), Trading::TradingDate::today(),
+                                    m_order.security.name);
+}
+
+double OrderDraft::lots() const
+{
+    return static_cast<double>(m_order.quantity) / static_cast<double>(rules().lot());
+}
+
 std::optional<Trading::DayLimits> OrderDraft::limits() const
 {
     const auto close = m_facts.closeBefore ? Trading::Money::ofYuan(*m_facts.closeBefore) : std::nullopt;
-    return close ? std::optional(Trading::dayLimits(m_order.security.code, *close)) : std::nullopt;
+    return close ? rules().limits(*close) : std::nullopt;
 }
 
 std::optional<qint64> OrderDraft::largestQuantity() const
@@ -34,14 +46,14 @@ std::optional<qint64> OrderDraft::largestQuantity() const
     if (isSell()) {
         return m_facts.sellable == m_facts.held || !m_facts.sellable
                    ? m_facts.sellable
-                   : std::optional<qint64>(wholeLots(*m_facts.sellable));
+                   : std::optional<qint64>(rules().wholeQuantity(*m_facts.sellable));
     }
     if (!m_facts.available || !(m_order.price > 0)) {
         return std::nullopt;
     }
     const double reserve = std::max(leastFeeReserve, *m_facts.available * feeReserveShare);
     const double shares = std::max(0.0, *m_facts.available - reserve) / m_order.price;
-    return wholeLots(static_cast<qint64>(shares));
+    return rules().wholeQuantity(static_cast<qint64>(shares));
 }
 
 QString OrderDraft::problem() const
@@ -80,8 +92,9 @@ QString OrderDraft::priceProblem() const
 QString OrderDraft::tickProblem() const
 {
     constexpr double noise = 1e-6; // of binary fractions, in yuan
-    const bool isOnTick = std::abs(m_order.price - onStep(m_order.price)) < noise;
-    return isOnTick ? QString() : tr("The price must be a multiple of 0.01.");
+    const Trading::Money tick = rules().tick;
+    const bool isOnTick = std::abs(m_order.price - onTick(m_order.price, tick)) < noise;
+    return isOnTick ? QString() : tr("The price must be a multiple of %1.").arg(tick.text());
 }
 
 QString OrderDraft::limitProblem() const
@@ -97,10 +110,12 @@ QString OrderDraft::limitProblem() const
 
 QString OrderDraft::lotProblem() const
 {
-    const bool isWhole = m_order.quantity > 0 && m_order.quantity % sharesOfLot == 0;
-    return isWhole || (m_order.quantity > 0 && sellsAll())
-               ? QString()
-               : tr("The quantity must be a multiple of %1.").arg(sharesOfLot);
+    const Trading::SecurityRules market = rules();
+    if (market.isWholeQuantity(m_order.quantity) || (m_order.quantity > 0 && sellsAll())) {
+        return {};
+    }
+    return market.quantityStep == 1 ? tr("The quantity must be at least %1.").arg(market.leastQuantity)
+                                    : tr("The quantity must be a multiple of %1.").arg(market.quantityStep);
 }
 
 QString OrderDraft::holdingProblem() const

@@ -1,22 +1,13 @@
 #pragma once
 
 #include "terminal/trade/TradeRecords.h"
-#include "trading/DayLimits.h"
-#include "trading/TradingUnits.h"
+#include "trading/SecurityRules.h"
 
 #include <QCoreApplication>
 
 #include <optional>
 
 namespace Terminal {
-
-using Trading::sharesOfLot;
-
-/// What there is of `shares` in whole lots.
-constexpr qint64 wholeLots(qint64 shares)
-{
-    return shares / sharesOfLot * sharesOfLot;
-}
 
 /// What is known when an order is drafted. What is not known is not checked.
 struct DraftFacts
@@ -51,9 +42,12 @@ public:
     double amount() const { return m_order.price * static_cast<double>(m_order.quantity); }
 
     /// Whole and broken ones.
-    double lots() const { return static_cast<double>(m_order.quantity) / sharesOfLot; }
+    double lots() const;
 
-    /// 10 % around the close before, 20 % for codes 30… and 688…; nothing when that is not known.
+    /// What the market asks of an order of today.
+    Trading::SecurityRules rules() const;
+
+    /// How far the price may go; nothing when the close before is not known, or no limit.
     std::optional<Trading::DayLimits> limits() const;
 
     /// The largest quantity that may be ordered at this price, some cash left over for fees; nothing when

@@ -151,10 +151,27 @@ void OrderTicket::setSecurity(const Security &security, std::optional<double> pr
     m_security = security;
     m_title->setText(QStringLiteral("%1  %2").arg(plainText(security.name), plainText(security.code)));
     if (isOther) {
-        m_quantity->setShares(sharesOfLot);
+        takeRules();
         fillInPrice(price.value_or(0));
     }
     setLastPrice(price);
+}
+
+void OrderTicket::takeRules()
+{
+    const Trading::SecurityRules rules = draft().rules();
+    m_price->setRules(rules);
+    m_quantity->setRules(rules);
+    m_quantity->setShares(rules.leastQuantity);
+    showSteps();
+}
+
+void OrderTicket::showSteps()
+{
+    const Trading::SecurityRules rules = draft().rules();
+    m_price->setToolTip(
+        tr("Up and down move by %1; a click on the chart takes its price").arg(rules.tick.text()));
+    m_quantity->setToolTip(tr("Up and down move by a lot of %1 shares").arg(rules.lot()));
 }
 
 void OrderTicket::setAccount(const QString &account)
@@ -243,9 +260,8 @@ void OrderTicket::showTexts()
     m_sell->setText(sideText(Direction::Sell));
     m_priceLabel->setText(tr("Price"));
     m_price->setAccessibleName(tr("Price"));
-    m_price->setToolTip(tr("Up and down move by 0.01; a click on the chart takes its price"));
     m_quantity->setAccessibleName(tr("Quantity in shares"));
-    m_quantity->setToolTip(tr("Up and down move by a lot of %1 shares").arg(sharesOfLot));
+    showSteps();
     m_amountLabel->setText(tr("Amount without fees"));
     m_send->setToolTip(tr("Enter sends, Escape goes back to the chart"));
     m_parts->showTexts();
@@ -266,7 +282,7 @@ void OrderTicket::showDraft()
     m_quantityLabel->setText(tr("Quantity: lots %1").arg(amount(QString::number(shown.lots()))));
     m_largest->setText(largest ? tr("At most %1").arg(amount(QString::number(*largest))) : QString());
     m_largest->setVisible(largest.has_value());
-    m_parts->setLargest(largest);
+    m_parts->setLargest(largest, shown.rules());
     m_amount->setText(amount(amountText(shown.amount())));
     m_problem->setText(problem);
     m_send->setText(orderSummary(shown.order(), m_hidesAmounts));

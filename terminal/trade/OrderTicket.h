@@ -72,6 +72,8 @@ private:
     void setUpLayout();
     void showTexts();
     void showDraft();
+    void takeRules();
+    void showSteps();
     void fillInPrice(double price);
     void showAccount();
     void send();

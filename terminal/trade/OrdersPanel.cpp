@@ -18,6 +18,8 @@ namespace Terminal {
 namespace {
 
 constexpr int panelHeight = 190;
+constexpr int leastHeight = 136; ///< tabs, filter, titles and two rows
+constexpr int partsOfWindow = 4;
 
 } // namespace
 
@@ -65,7 +67,8 @@ void OrdersPanel::restoreSharing(const QByteArray &sharing)
 
 QSize OrdersPanel::sizeHint() const
 {
-    return {QWidget::sizeHint().width(), panelHeight};
+    return {QWidget::sizeHint().width(),
+            std::clamp(window()->height() / partsOfWindow, leastHeight, panelHeight)};
 }
 
 void OrdersPanel::setOrders(const OrderRecords &orders, std::optional<Trading::TradingDate> day)

@@ -206,7 +206,7 @@ QString OutcomeText::dealt(const OrderRecord &order, bool hidesAmounts)
     return isCancellable(order) ? tr("Part dealt: %1").arg(what) : tr("Dealt: %1").arg(what);
 }
 
-QString OutcomeText::replaceQuestion(const PriceChange &change)
+OrderQuestion::Words OutcomeText::replaceQuestion(const PriceChange &change)
 {
     const OrderRecord &order = change.order;
     const qint64 rest = order.quantity - order.dealt;
@@ -218,7 +218,8 @@ QString OutcomeText::replaceQuestion(const PriceChange &change)
             .arg(orderSummary({order.security, order.side, change.price, rest}, false)),
         tr("It is cancelled first; what is left is placed when that is confirmed."),
     };
-    return lines.join(QLatin1Char('\n'));
+    return {tr("Replace an order"), lines.join(QLatin1Char('\n')),
+            tr("Replace at %1").arg(priceText(change.price)), tr("Leave it as it is")};
 }
 
 } // namespace Terminal

@@ -33,7 +33,7 @@ public:
     static OrderQuestion::Words cancelQuestion(const OrderRecords &orders);
     /// Before the window is left while these orders wait.
     static OrderQuestion::Words leaveQuestion(const OrderRecords &working);
-    static QString replaceQuestion(const PriceChange &change);
+    static OrderQuestion::Words replaceQuestion(const PriceChange &change);
 
 private:
     static QString orderName(const OrderRecord &order);

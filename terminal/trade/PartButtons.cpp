@@ -1,7 +1,5 @@
 #include "terminal/trade/PartButtons.h"
 
-#include "terminal/trade/OrderDraft.h"
-
 #include <QHBoxLayout>
 #include <QPushButton>
 
@@ -16,11 +14,6 @@ constexpr int gap = 6; ///< pixels between the buttons
 /// One part in so many.
 constexpr std::array<int, 3> divisors = {4, 2, 1};
 
-qint64 partOf(qint64 largest, int divisor)
-{
-    return divisor == 1 ? largest : wholeLots(largest / divisor);
-}
-
 } // namespace
 
 PartButtons::PartButtons(QWidget *parent) : QWidget(parent)
@@ -32,16 +25,22 @@ PartButtons::PartButtons(QWidget *parent) : QWidget(parent)
         auto *const button = new QPushButton;
         button->setObjectName(QStringLiteral("quantityPart"));
         button->setFocusPolicy(Qt::TabFocus);
-        connect(button, &QPushButton::clicked, this,
-                [this, divisor] { Q_EMIT chosen(partOf(m_largest.value_or(0), divisor)); });
+        connect(button, &QPushButton::clicked, this, [this, divisor] { Q_EMIT chosen(partOf(divisor)); });
         m_buttons.push_back(button);
         row->addWidget(button);
     }
-    setLargest(std::nullopt);
+    setLargest(std::nullopt, {});
 }
 
-void PartButtons::setLargest(std::optional<qint64> largest)
+qint64 PartButtons::partOf(int divisor) const
 {
+    const qint64 largest = m_largest.value_or(0);
+    return divisor == 1 ? largest : m_rules.wholeQuantity(largest / divisor);
+}
+
+void PartButtons::setLargest(std::optional<qint64> largest, const Trading::SecurityRules &rules)
+{
+    m_rules = rules;
     m_largest = largest;
     for (QPushButton *const button : m_buttons) {
         button->setEnabled(largest.value_or(0) > 0);

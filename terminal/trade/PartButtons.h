@@ -1,5 +1,7 @@
 #pragma once
 
+#include "trading/SecurityRules.h"
+
 #include <QWidget>
 
 #include <optional>
@@ -17,8 +19,9 @@ class PartButtons : public QWidget
 public:
     explicit PartButtons(QWidget *parent = nullptr);
 
-    /// In shares; nothing when it is not known, and then nothing can be chosen.
-    void setLargest(std::optional<qint64> largest);
+    /// In shares; nothing when it is not known, and then nothing can be chosen. Parts are such as the rules
+    /// allow.
+    void setLargest(std::optional<qint64> largest, const Trading::SecurityRules &rules);
     void showTexts();
 
 Q_SIGNALS:
@@ -26,7 +29,10 @@ Q_SIGNALS:
     void chosen(qint64 shares);
 
 private:
+    qint64 partOf(int divisor) const;
+
     std::optional<qint64> m_largest;
+    Trading::SecurityRules m_rules;
     std::vector<QPushButton *> m_buttons;
 };
 

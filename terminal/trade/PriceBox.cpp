@@ -6,9 +6,14 @@ namespace Terminal {
 
 PriceBox::PriceBox()
 {
-    setDecimals(2);
     setRange(0, Trading::highestPrice.yuan());
-    setSingleStep(Trading::priceStep.yuan());
+    setRules({});
+}
+
+void PriceBox::setRules(const Trading::SecurityRules &rules)
+{
+    setDecimals(rules.decimals());
+    setSingleStep(rules.tick.yuan());
 }
 
 QValidator::State PriceBox::validate(QString &text, int &cursor) const

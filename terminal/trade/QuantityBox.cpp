@@ -1,6 +1,6 @@
 #include "terminal/trade/QuantityBox.h"
 
-#include "terminal/trade/OrderDraft.h"
+#include "trading/TradingUnits.h"
 
 #include <algorithm>
 
@@ -9,8 +9,13 @@ namespace Terminal {
 QuantityBox::QuantityBox()
 {
     setRange(0, static_cast<int>(Trading::mostShares));
-    setSingleStep(static_cast<int>(sharesOfLot));
-    setShares(sharesOfLot);
+    setRules({});
+    setShares(Trading::sharesOfLot);
+}
+
+void QuantityBox::setRules(const Trading::SecurityRules &rules)
+{
+    setSingleStep(static_cast<int>(rules.lot()));
 }
 
 void QuantityBox::setShares(qint64 shares)

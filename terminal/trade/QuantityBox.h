@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/trade/TicketBox.h"
+#include "trading/SecurityRules.h"
 
 #include <QSpinBox>
 
@@ -11,6 +12,8 @@ class QuantityBox : public TicketBox<QSpinBox>
 {
 public:
     QuantityBox();
+
+    void setRules(const Trading::SecurityRules &rules);
 
     qint64 shares() const { return value(); }
     /// Takes what the field can hold of it.

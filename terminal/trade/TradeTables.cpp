@@ -1,6 +1,7 @@
 #include "terminal/trade/TradeTables.h"
 
 #include "terminal/chart/text/FigureText.h"
+#include "trading/MarketRules.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -29,6 +30,13 @@ QString timeText(const OrderRecord &order)
 QString figure(const std::optional<double> &value, int decimals)
 {
     return value ? QString::number(*value, 'f', decimals) : noFigure();
+}
+
+/// A price of a security, to its tick.
+QString tickText(const Security &security, double price)
+{
+    const auto rules = Trading::MarketRules::of(security.id(), Trading::TradingDate::today(), security.name);
+    return priceText(price, rules.decimals());
 }
 
 QColor sideColour(const OrderRecord &order, const ChartTheme &theme)
@@ -94,7 +102,7 @@ std::vector<OrdersTable::Column> orderColumns()
         {OrderColumn::Side, [] { return Texts::tr("Side"); }, Qt::AlignLeft,
          [](const OrderRecord &order) { return sideText(order.side); }, sideColour},
         {OrderColumn::Price, [] { return Texts::tr("Price"); }, Qt::AlignRight,
-         [](const OrderRecord &order) { return priceText(order.price); }},
+         [](const OrderRecord &order) { return tickText(order.security, order.price); }},
         {OrderColumn::Quantity, [] { return Texts::tr("Quantity"); }, Qt::AlignRight,
          [](const OrderRecord &order) { return QString::number(order.quantity); }, nullptr, true},
         {OrderColumn::Dealt, [] { return Texts::tr("Dealt"); }, Qt::AlignRight,
@@ -121,7 +129,9 @@ std::vector<PositionsTable::Column> positionColumns()
         {PositionColumn::Cost, [] { return Texts::tr("Cost"); }, Qt::AlignRight,
          [](const PricedPosition &row) { return QString::number(row.position.cost, 'f', 3); }, nullptr, true},
         {PositionColumn::Last, [] { return Texts::tr("Last"); }, Qt::AlignRight,
-         [](const PricedPosition &row) { return row.last ? priceText(row.last->price) : noFigure(); },
+         [](const PricedPosition &row) {
+             return row.last ? tickText(row.position.security, row.last->price) : noFigure();
+         },
          nullptr, false, originText},
         {PositionColumn::Profit, [] { return Texts::tr("Profit"); }, Qt::AlignRight, profitText, profitColour,
          true, originText},
@@ -163,7 +173,8 @@ QString amountText(double yuan)
 QString orderSummary(const OrderRequest &order, bool hidesAmounts)
 {
     const QString quantity = shownAmount(QString::number(order.quantity), hidesAmounts);
-    return QStringLiteral(u"%1 %2 × %3").arg(sideText(order.side), quantity, priceText(order.price));
+    return QStringLiteral(u"%1 %2 × %3")
+        .arg(sideText(order.side), quantity, tickText(order.security, order.price));
 }
 
 } // namespace Terminal

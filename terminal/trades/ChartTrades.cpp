@@ -9,6 +9,7 @@
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/OutcomeText.h"
+#include "terminal/trade/PlainText.h"
 #include "terminal/trade/TradeDock.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/trades/PriceDialog.h"
@@ -40,7 +41,8 @@ ChartTrades::ChartTrades(QMainWindow *window, ChartView *chart, TradeDocks *dock
       m_prompts(prompts),
       m_facts(std::move(facts)),
       m_layer(std::make_unique<TradesLayer>(chart, [this] { return showsTrades(); })),
-      m_lines(std::make_unique<OrderLines>(chart, [this] { return showsOrders(); })),
+      m_lines(std::make_unique<OrderLines>(
+          chart, OrderLines::Place{[this] { return showsOrders(); }, [this] { return roomOfLabels(); }})),
       m_panel(new TradesPanel),
       m_dock(new TradeDock("tradesDock", m_panel, window, Qt::BottomDockWidgetArea)),
       m_layerAction(new QAction(this))
@@ -87,7 +89,7 @@ void ChartTrades::wireChart()
 {
     connect(m_chart, &ChartView::dataChanged, this, &ChartTrades::takeChart);
     connect(m_chart, &ChartView::pricesChanged, this, [this] { m_layer->takeChart(); });
-    connect(m_chart, &ChartView::barsGrew, this, [this] { m_layer->takeChart(); });
+    connect(m_chart, &ChartView::barsGrew, this, [this](int first) { m_layer->takeGrown(first); });
     connect(m_input.get(), &TradesInput::tradesClicked, this, &ChartTrades::chooseTrades);
     connect(m_input.get(), &TradesInput::orderMoved, this, &ChartTrades::askToReplace);
     connect(m_input.get(), &TradesInput::orderClicked, this,
@@ -210,6 +212,16 @@ bool ChartTrades::showsOrders() const
     return m_layerAction->isChecked() && !isPastDay;
 }
 
+/// The labels of overlays' lines are held at the right edge; tags stand beside them.
+double ChartTrades::roomOfLabels() const
+{
+    constexpr double widestLabel = 130;
+    const auto isLabelled = [this](const OverlayKind &kind) {
+        return kind.isHeldAtEdge && m_overlays && m_overlays->isShown(kind);
+    };
+    return std::any_of(overlayKinds().begin(), overlayKinds().end(), isLabelled) ? widestLabel : 0;
+}
+
 bool ChartTrades::isOverlayAt(const QPointF &position) const
 {
     return m_overlays && m_overlays->isHit(position);
@@ -286,11 +298,15 @@ void ChartTrades::askForPrice(const OrderRecord &order)
     }
 }
 
-/// The order may have been dealt while the user thought: then the module says so.
+/// The order may be dealt while the user thinks, too: then the module says so.
 void ChartTrades::askToReplace(const PriceChange &change)
 {
+    if (m_lines->find(change.order.number) == nullptr) {
+        m_prompts->show(tr("Order %1 is not open any more.").arg(plainText(change.order.number)));
+        return;
+    }
     const QPointer<ChartTrades> self(this);
-    if (!m_prompts->confirm(OutcomeText::replaceQuestion(change)) || !self) {
+    if (!OrderQuestion(OutcomeText::replaceQuestion(change), m_window).isConfirmed() || !self) {
         return;
     }
     PriceChange sent = change;

@@ -86,6 +86,7 @@ private:
     void watchWhenNeeded();
     bool showsTrades() const;
     bool showsOrders() const;
+    double roomOfLabels() const;
     bool isOverlayAt(const QPointF &position) const;
     void chooseTrades(const std::vector<size_t> &trades);
     void showTrade(size_t number);

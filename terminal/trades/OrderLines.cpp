@@ -53,9 +53,7 @@ std::vector<double> tagTops(const std::vector<double> &wished, double height, do
     return tops;
 }
 
-OrderLines::OrderLines(ChartView *chart, std::function<bool()> isShown)
-    : m_chart(chart),
-      m_isShown(std::move(isShown))
+OrderLines::OrderLines(ChartView *chart, Place place) : m_chart(chart), m_place(std::move(place))
 {
     setItemAttribute(QwtPlotItem::Legend, false);
     setYAxis(QwtPlot::yRight);
@@ -108,9 +106,13 @@ QString OrderLines::textOf(const OrderRecord &order) const
     if (m_dragged && m_dragged->number == order.number) {
         return QStringLiteral(u"%1 → %2").arg(price, priceText(m_dragged->price));
     }
+    const ChartGeometry &geometry = m_chart->chartGeometry();
+    const QString arrow = order.price > geometry.highPrice  ? QStringLiteral(u"↑ ")
+                          : order.price < geometry.lowPrice ? QStringLiteral(u"↓ ")
+                                                            : QString();
     const QString rest = shownAmount(QString::number(order.quantity - order.dealt), m_hidesAmounts);
-    return QStringLiteral(u"%1 %2 × %3 · %4")
-        .arg(sideText(order.side), rest, price, plainText(statusText(order)));
+    return QStringLiteral(u"%1%2 %3 × %4 · %5")
+        .arg(arrow, sideText(order.side), rest, price, plainText(statusText(order)));
 }
 
 /// The orders are from the highest price down, and so are their tags.
@@ -118,13 +120,14 @@ std::vector<OrderLines::Tag> OrderLines::tags() const
 {
     const ChartGeometry &geometry = m_chart->chartGeometry();
     const QFontMetricsF metrics(tagFont());
+    const double right = geometry.right - m_place.takenRoom();
     std::vector<Tag> all;
     for (const OrderRecord &order : m_orders) {
         const double price = priceOf(order);
         const QString text = textOf(order);
         const double width = std::ceil(metrics.horizontalAdvance(text)) + 2 * padding;
         all.push_back({&order, price, text, heightOf(order),
-                       QRectF(std::floor(geometry.right - width), 0, width, tagHeight),
+                       QRectF(std::floor(right - width), 0, width, tagHeight),
                        price >= geometry.lowPrice && price <= geometry.highPrice});
     }
     std::stable_sort(all.begin(), all.end(),
@@ -142,7 +145,7 @@ std::vector<OrderLines::Tag> OrderLines::tags() const
 const OrderRecord *OrderLines::orderAt(const QPointF &position) const
 {
     const ChartGeometry &geometry = m_chart->chartGeometry();
-    if (m_orders.empty() || !geometry.hasScale() || !m_isShown()) {
+    if (m_orders.empty() || !geometry.hasScale() || !m_place.isShown()) {
         return nullptr;
     }
     const OrderRecord *onLine = nullptr;
@@ -180,7 +183,7 @@ void OrderLines::drawTag(QPainter *painter, const Tag &tag) const
 void OrderLines::draw(QPainter *painter, const QwtScaleMap & /*xMap*/, const QwtScaleMap & /*yMap*/,
                       const QRectF & /*canvasRect*/) const
 {
-    if (m_orders.empty() || !m_chart->chartGeometry().hasScale() || !m_isShown()) {
+    if (m_orders.empty() || !m_chart->chartGeometry().hasScale() || !m_place.isShown()) {
         return;
     }
     painter->save();

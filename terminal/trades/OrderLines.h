@@ -32,8 +32,15 @@ public:
         double price = 0;
     };
 
-    /// `chart` is borrowed; `isShown` says at each repaint whether anything is drawn.
-    OrderLines(ChartView *chart, std::function<bool()> isShown);
+    /// What is asked at each repaint.
+    struct Place
+    {
+        std::function<bool()> isShown;     ///< whether anything is drawn
+        std::function<double()> takenRoom; ///< pixels at the right edge that others use
+    };
+
+    /// `chart` is borrowed.
+    OrderLines(ChartView *chart, Place place);
 
     /// Those of them that can still be cancelled are shown.
     void setOrders(const OrderRecords &orders);
@@ -70,7 +77,7 @@ private:
     void drawTag(QPainter *painter, const Tag &tag) const;
 
     ChartView *m_chart;
-    std::function<bool()> m_isShown;
+    Place m_place;
     OrderRecords m_orders;
     std::optional<Dragged> m_dragged;
     bool m_hidesAmounts = false;

@@ -2,10 +2,14 @@
 
 #include "terminal/chart/text/FigureText.h"
 #include "terminal/trade/PlainText.h"
+#include "terminal/trade/PriceBox.h"
 #include "terminal/trade/TradeTables.h"
 #include "trading/TradingUnits.h"
 
-#include <QDoubleSpinBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
 
 #include <utility>
 
@@ -13,24 +17,37 @@ namespace Terminal {
 
 PriceDialog::PriceDialog(const OrderRecord &order, std::function<double(double)> allowedPrice,
                          QWidget *parent)
-    : QInputDialog(parent),
+    : QDialog(parent),
       m_price(order.price),
-      m_allowedPrice(std::move(allowedPrice))
+      m_allowedPrice(std::move(allowedPrice)),
+      m_box(new PriceBox)
 {
     setWindowTitle(tr("Change the price of an order"));
-    setInputMode(QInputDialog::DoubleInput);
-    setLocale(QLocale::c()); // a point, as everywhere in the window
-    setDoubleDecimals(2);
-    setDoubleStep(Trading::priceStep.yuan());
-    setDoubleRange(m_allowedPrice(0), m_allowedPrice(Trading::highestPrice.yuan()));
-    setDoubleValue(order.price);
+    m_box->setRange(m_allowedPrice(0), m_allowedPrice(Trading::highestPrice.yuan()));
+    m_box->setValue(order.price);
+    m_box->selectAll();
+    auto *const label = new QLabel(question(order));
+    label->setTextFormat(Qt::PlainText);
+    label->setBuddy(m_box);
+    m_box->setAccessibleName(label->text());
+    auto *const buttons = new QDialogButtonBox;
+    buttons->addButton(tr("Replace…"), QDialogButtonBox::AcceptRole)->setDefault(true);
+    buttons->addButton(tr("Leave it"), QDialogButtonBox::RejectRole);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto *const column = new QVBoxLayout(this);
+    column->addWidget(label);
+    column->addWidget(m_box);
+    column->addWidget(buttons);
+    m_box->setFocus();
+}
+
+QString PriceDialog::question(const OrderRecord &order) const
+{
     const qint64 rest = order.quantity - order.dealt;
     const QString what = orderSummary({order.security, order.side, order.price, rest}, false);
-    setLabelText(
-        tr("New price of order %1, %2, from %3 to %4:")
-            .arg(plainText(order.number), what, priceText(doubleMinimum()), priceText(doubleMaximum())));
-    setOkButtonText(tr("Replace…"));
-    setCancelButtonText(tr("Leave it"));
+    return tr("New price of order %1, %2, from %3 to %4:")
+        .arg(plainText(order.number), what, priceText(m_box->minimum()), priceText(m_box->maximum()));
 }
 
 std::optional<double> PriceDialog::ask()
@@ -38,7 +55,7 @@ std::optional<double> PriceDialog::ask()
     if (exec() != QDialog::Accepted) {
         return std::nullopt;
     }
-    const double price = m_allowedPrice(doubleValue());
+    const double price = m_allowedPrice(m_box->value());
     return price == m_price ? std::nullopt : std::optional(price);
 }
 

@@ -2,14 +2,17 @@
 
 #include "terminal/trade/TradeRecords.h"
 
-#include <QInputDialog>
+#include <QDialog>
 
 #include <functional>
+#include <optional>
 
 namespace Terminal {
 
+class PriceBox;
+
 /// Asks for another price of an order, with the keyboard alone if need be.
-class PriceDialog : public QInputDialog
+class PriceDialog : public QDialog
 {
     Q_OBJECT
 
@@ -21,8 +24,11 @@ public:
     std::optional<double> ask();
 
 private:
+    QString question(const OrderRecord &order) const;
+
     const double m_price;
     std::function<double(double)> m_allowedPrice;
+    PriceBox *m_box;
 };
 
 } // namespace Terminal

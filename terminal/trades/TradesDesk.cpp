@@ -164,8 +164,28 @@ void TradesDesk::take(Trades *part, const QJsonObject &answer)
     }
     m_refusal = refusal;
     *part = std::move(told);
+    putTogether();
+}
+
+void TradesDesk::setPractised(Trading::TradingDate day, bool isPlayed)
+{
+    m_practised = day;
+    m_isPlayed = isPlayed;
+    putTogether();
+}
+
+/// The trades of a day that is practised are told as today's and as those of its own day: each counts once.
+void TradesDesk::putTogether()
+{
     m_trades = m_past;
-    m_trades.insert(m_trades.end(), m_ofToday.begin(), m_ofToday.end());
+    if (m_practised && m_isPlayed) {
+        m_trades.erase(std::remove_if(m_trades.begin(), m_trades.end(),
+                                      [this](const Trade &trade) { return trade.day == *m_practised; }),
+                       m_trades.end());
+    }
+    if (!m_practised || m_isPlayed) {
+        m_trades.insert(m_trades.end(), m_ofToday.begin(), m_ofToday.end());
+    }
     Q_EMIT changed();
 }
 

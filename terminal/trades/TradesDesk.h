@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <optional>
 
 namespace Terminal {
 
@@ -36,6 +37,10 @@ public:
     /// Chooses whose trades are asked for; those known so far are forgotten when it is another security.
     void show(const Security &security);
 
+    /// The account practises this day. The module tells its trades as today's and as past ones; they count as
+    /// today's while the day is played as today, and as those of the day otherwise.
+    void setPractised(Trading::TradingDate day, bool isPlayed);
+
     /// Of the shown security, oldest first.
     const Trades &trades() const { return m_trades; }
     /// True when all that was asked for is answered, and when nothing is asked for.
@@ -56,6 +61,7 @@ private:
     void takeAnswer(const QJsonObject &answer);
     void takeNotification(const QJsonObject &notification);
     void take(Trades *part, const QJsonObject &answer);
+    void putTogether();
 
     LocalCommunication::EndPoint m_endPoint;
     const QString m_channel;
@@ -69,6 +75,8 @@ private:
     Trades m_ofToday;
     Trades m_trades; ///< both
     QString m_refusal;
+    std::optional<Trading::TradingDate> m_practised;
+    bool m_isPlayed = false; ///< the practised day
     bool m_isStarted = false;
 };
 

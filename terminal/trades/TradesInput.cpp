@@ -87,7 +87,7 @@ bool TradesInput::move(const QMouseEvent &event)
         }
         return false;
     }
-    m_chart->setCrosshair(event.pos());
+    m_chart->setCrosshair({}); // it would cross the tag
     const bool isFar =
         (event.localPos() - m_drag->start).manhattanLength() >= QApplication::startDragDistance();
     m_drag->hasMoved = m_drag->hasMoved || isFar;

@@ -80,6 +80,17 @@ void TradesLayer::takeChart()
     reckonPaths();
 }
 
+/// Only what happened in these bars, or later, may have another place.
+void TradesLayer::takeGrown(int first)
+{
+    const Bars &bars = m_chart->data().bars;
+    const bool isBefore = m_trades.empty() || m_trades.back().day < dayOf(bars[static_cast<size_t>(first)]);
+    if (isBefore && m_orders.empty()) {
+        return;
+    }
+    takeChart();
+}
+
 void TradesLayer::reckonPaths()
 {
     m_paths = pathsOf(m_orders, m_chart->data(), m_trades, m_places);

@@ -33,6 +33,8 @@ public:
     void setSelectedOrders(const OrderRecords &orders);
     /// To be called when the chart has other bars or prices.
     void takeChart();
+    /// The same when bars from this number on are others, or were added: mostly cheap.
+    void takeGrown(int first);
 
     const Trades &trades() const { return m_trades; }
     const TradePlaces &places() const { return m_places; }

@@ -8,11 +8,12 @@
 
 namespace Terminal {
 
-ChartBar::ChartBar(const Securities &securities, QWidget *parent)
+ChartBar::ChartBar(const Securities &securities, bool hidesAmounts, QWidget *parent)
     : KeyboardBar(parent),
       m_securities(new SecurityBox),
       m_periods(new QActionGroup(this)),
-      m_days(new QComboBox)
+      m_days(new QComboBox),
+      m_hiding(new QAction(this))
 {
     setObjectName(QStringLiteral("chartBar"));
     setMovable(false);
@@ -21,6 +22,12 @@ ChartBar::ChartBar(const Securities &securities, QWidget *parent)
     addSeparator();
     addPeriods();
     addDays();
+    addSeparator();
+    addAction(m_hiding);
+    m_hiding->setCheckable(true);
+    m_hiding->setChecked(hidesAmounts);
+    m_hiding->setShortcut(Qt::CTRL + Qt::Key_H);
+    connect(m_hiding, &QAction::toggled, this, &ChartBar::hidingToggled);
     showTexts();
 }
 
@@ -49,6 +56,11 @@ void ChartBar::addPeriods()
         connect(action, &QAction::triggered, this,
                 [this, period] { Q_EMIT chartAsked(code(), period, std::nullopt); });
     }
+}
+
+bool ChartBar::hidesAmounts() const
+{
+    return m_hiding->isChecked();
 }
 
 void ChartBar::beginSearch(const QString &typed)
@@ -109,6 +121,8 @@ void ChartBar::showTexts()
         tr("Type a part of the code or name, or the first letters of its syllables (Ctrl+L)"));
     m_days->setAccessibleName(tr("Day"));
     m_days->setToolTip(tr("The recorded day that the minutes are of"));
+    m_hiding->setText(tr("Hide amounts"));
+    m_hiding->setToolTip(tr("Shows no figure of the account, so that others may look on"));
     setWindowTitle(tr("Chart"));
 }
 

@@ -15,15 +15,15 @@ namespace Terminal {
 
 class SecurityBox;
 
-/// The bar above the chart that says which one it is: security, period and day. It tells what the user
-/// chooses and shows what it is told; it changes no chart.
+/// The bar above the chart that says which one it is: security, period and day, and whether amounts of the
+/// account are hidden. It tells what the user chooses and shows what it is told; it changes no chart.
 class ChartBar : public KeyboardBar
 {
     Q_OBJECT
 
 public:
     /// Offers these securities.
-    explicit ChartBar(const Securities &securities, QWidget *parent = nullptr);
+    ChartBar(const Securities &securities, bool hidesAmounts, QWidget *parent = nullptr);
 
     /// Offers these securities instead.
     void setSecurities(const Securities &securities);
@@ -31,10 +31,13 @@ public:
     /// Shows the choices that lead to this chart; `days` are the recorded ones of its security.
     void showChart(const ChartData &shown, const std::vector<Trading::TradingDate> &days);
 
+    bool hidesAmounts() const;
+
     /// Takes the keyboard to look for a security, with its first letters.
     void beginSearch(const QString &typed);
 
 Q_SIGNALS:
+    void hidingToggled(bool hidesAmounts);
     /// The user has left the choice of the security.
     void left();
     /// Another chart is wanted; `day` is nothing for the last recorded one.
@@ -55,6 +58,7 @@ private:
     QActionGroup *m_periods;
     QComboBox *m_days;
     QAction *m_daysAction = nullptr;
+    QAction *m_hiding;
 };
 
 } // namespace Terminal

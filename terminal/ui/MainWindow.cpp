@@ -91,10 +91,11 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_screenId("terminal-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces)),
       m_answers(m_screenId, nullptr),
       m_services(session, options.ledger),
+      m_hours(Trading::TradingCalendar::ofUser()),
       m_chart(new ChartView),
       m_readout(new ReadoutBar(m_chart)),
       m_practice(new QLabel),
-      m_bar(new ChartBar(session->source().securities())),
+      m_bar(new ChartBar(session->source().securities(), options.hidesAmounts)),
       m_overlayBar(new OverlayBar(options)),
       m_strip(new StateStrip),
       m_prompts(m_chart),
@@ -160,7 +161,7 @@ void MainWindow::setUpBars()
     m_toolBarRows = std::make_unique<ToolBarRows>(this, std::vector<QToolBar *>{m_bar, m_overlayBar});
     connect(m_bar, &ChartBar::chartAsked, this, &MainWindow::loadOrTell);
     connect(m_overlayBar, &OverlayBar::overlayToggled, this, &MainWindow::toggleOverlay);
-    connect(m_overlayBar, &OverlayBar::hidingToggled, this, &MainWindow::setAmountsHidden);
+    connect(m_bar, &ChartBar::hidingToggled, this, &MainWindow::setAmountsHidden);
 }
 
 void MainWindow::setUpView()
@@ -231,6 +232,8 @@ void MainWindow::setUpReplay()
     auto *const bar = new ReplayBar(m_session->replay(), m_chart);
     bar->setObjectName(QStringLiteral("replayBar"));
     addToolBar(Qt::BottomToolBarArea, bar);
+    connect(m_session->replay(), &Replay::stateChanged, this, &MainWindow::showPractisedTrades);
+    showPractisedTrades();
     connect(bar, &ReplayBar::restartAsked, this, &MainWindow::restartReplay);
     connect(bar, &ReplayBar::replayAsked, this, [this, bar](bool on) {
         if (on && m_practisesReplays) {
@@ -244,6 +247,13 @@ void MainWindow::setUpReplay()
             m_prompts.show(problem);
         }
     });
+}
+
+void MainWindow::showPractisedTrades()
+{
+    if (const auto &practised = m_session->practised()) {
+        m_trades->desk()->setPractised(practised->day, m_session->replay()->state() != Replay::State::Closed);
+    }
 }
 
 void MainWindow::restartReplay()
@@ -294,6 +304,7 @@ void MainWindow::wireSession()
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
     connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
     connect(&m_services, &ServiceStates::changed, this, &MainWindow::showStates);
+    connect(&m_hours, &MarketHours::changed, this, &MainWindow::showHours);
     connect(m_session->market(), &MarketWatch::changed, this,
             [this] { m_strip->showMarket(*m_session->market()); });
     connect(m_session->statementActions(), &StatementActions::changed, this, &MainWindow::takeActions);
@@ -346,6 +357,7 @@ void MainWindow::applyTheme()
     // For lists and questions, too, to which a style sheet hands no palette down.
     QApplication::setPalette(widgetPalette(theme));
     QApplication::setPalette(checkBoxPalette(theme), "QCheckBox");
+    QApplication::setPalette(checkBoxPalette(theme), "QRadioButton");
     setStyleSheet(windowStyleSheet(theme) + tradeStyleSheet(theme));
     m_trade->setTheme(theme);
     m_trades->setTheme(theme);
@@ -524,7 +536,7 @@ TerminalOptions MainWindow::shownOptions() const
     TerminalOptions options = m_options;
     options.code = m_chart->data().security.code;
     options.period = m_chart->data().period;
-    options.hidesAmounts = m_overlayBar->hidesAmounts();
+    options.hidesAmounts = m_bar->hidesAmounts();
     options.asksBeforeSending = m_trade->askAction()->isChecked();
     options.soundsWhenDealt = m_trade->notice()->soundAction()->isChecked();
     options.notifiesWhenDealt = m_trade->notice()->desktopAction()->isChecked();
@@ -569,7 +581,7 @@ void MainWindow::startOverlays(const OverlayLibrary &library, const BusGates &ga
         std::make_unique<OverlayHost>(m_chart, &m_prompts, library, gates, m_screenId, m_options.refresh);
     connect(m_overlays.get(), &OverlayHost::updateAsked, this, &MainWindow::overlayUpdateAsked);
     connect(m_overlays.get(), &OverlayHost::lost, this, &MainWindow::tellUnknown);
-    m_overlays->setAmountsHidden(m_overlayBar->hidesAmounts());
+    m_overlays->setAmountsHidden(m_bar->hidesAmounts());
     m_input = std::make_unique<ChartInput>(m_chart, m_overlays->pointer(), nullptr);
     m_trade->setOverlays(m_overlays.get());
     m_trades->setOverlays(m_overlays.get());
@@ -606,6 +618,7 @@ void MainWindow::showStates()
             m_overlayBar->describeOverlay(kind, {});
         }
     }
+    showHours();
     m_strip->showMarket(*m_session->market());
     m_strip->showBus(m_services.bus());
     m_strip->showModule(module);
@@ -623,6 +636,16 @@ QString withMethod(const QString &text, const OverlayState &state, const DrawnOv
 }
 
 } // namespace
+
+void MainWindow::showHours()
+{
+    QStringList details{m_hours.hoursOfToday()};
+    if (!m_hours.knowsHolidays()) {
+        details.append(tr("The holidays of this year are not known: it may be one."));
+    }
+    details.removeAll(QString());
+    m_strip->showHours(MarketHours::text(m_hours.state()), details.join(QLatin1Char('\n')));
+}
 
 void MainWindow::showState(const OverlayKind &kind, const QString &hindrance)
 {

@@ -7,6 +7,7 @@
 #include "terminal/plugin/OverlayHost.h"
 #include "terminal/services/Gate.h"
 #include "terminal/ui/InterfaceLanguage.h"
+#include "terminal/ui/MarketHours.h"
 #include "terminal/ui/ServiceStates.h"
 #include "terminal/ui/WindowPrompts.h"
 #include "trading/TradingDate.h"
@@ -125,6 +126,7 @@ protected:
 private:
     void setUpCentre();
     void restartReplay();
+    void showPractisedTrades();
     QString practiceText() const;
     void setUpBars();
     void setUpView();
@@ -150,6 +152,7 @@ private:
     void toggleOverlay(const OverlayKind &kind, bool shown);
     void takeShownChart();
     void showStates();
+    void showHours();
     void showState(const OverlayKind &kind, const QString &hindrance);
     void tellWrong(const QStringList &faults);
     void tellUnknown(const OverlayKind &kind);
@@ -162,6 +165,7 @@ private:
     ScreenAnswers m_answers;
     OverlayStates m_states;
     ServiceStates m_services;
+    MarketHours m_hours;
     QTimer m_statesSoon;
     bool m_practisesReplays = false;
     QString m_loadError;

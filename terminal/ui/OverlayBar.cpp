@@ -17,7 +17,6 @@ OverlayBar::OverlayBar(const TerminalOptions &options, QWidget *parent) : Keyboa
     auto *const gap = new QWidget;
     gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     addWidget(gap);
-    addHiding(options.hidesAmounts);
     addView(options);
     showTexts();
 }
@@ -32,13 +31,6 @@ void OverlayBar::addOverlays(const QStringList &chosen)
         connect(action, &QAction::toggled, this,
                 [this, &kind](bool shown) { Q_EMIT overlayToggled(kind, shown); });
     }
-}
-
-void OverlayBar::addHiding(bool hides)
-{
-    m_hiding = addToggle(hides);
-    m_hiding->setShortcut(Qt::CTRL + Qt::Key_H);
-    connect(m_hiding, &QAction::toggled, this, &OverlayBar::hidingToggled);
 }
 
 void OverlayBar::addView(const TerminalOptions &options)
@@ -111,11 +103,6 @@ QStringList OverlayBar::chosenOverlays() const
     return words;
 }
 
-bool OverlayBar::hidesAmounts() const
-{
-    return m_hiding->isChecked();
-}
-
 void OverlayBar::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
@@ -129,8 +116,6 @@ void OverlayBar::showTexts()
     for (const OverlayKind &kind : overlayKinds()) {
         overlayAction(kind)->setText(overlayTitle(kind));
     }
-    m_hiding->setText(tr("Hide amounts"));
-    m_hiding->setToolTip(tr("Shows no figure of the account, so that others may look on"));
     setWindowTitle(tr("Overlays"));
 }
 

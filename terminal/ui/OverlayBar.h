@@ -15,7 +15,7 @@ namespace Terminal {
 
 class ViewMenu;
 
-/// The bar above the chart that says what is on it: the overlays, whether amounts are hidden, and the
+/// The bar above the chart that says what is on it: the overlays, and the
 /// window's menus. It tells what the user chooses and shows what it is told.
 class OverlayBar : public KeyboardBar
 {
@@ -37,20 +37,16 @@ public:
     /// Words of overlayKinds.
     QStringList chosenOverlays() const;
 
-    bool hidesAmounts() const;
-
     ViewMenu *view() const { return m_view; }
 
 Q_SIGNALS:
     void overlayToggled(const OverlayKind &kind, bool shown);
-    void hidingToggled(bool hidesAmounts);
 
 protected:
     void changeEvent(QEvent *event) override;
 
 private:
     void addOverlays(const QStringList &chosen);
-    void addHiding(bool hides);
     void addView(const TerminalOptions &options);
     QAction *addMenuButton(QMenu *menu, QAction *before);
     QAction *addToggle(bool checked);
@@ -58,7 +54,6 @@ private:
     void showTexts();
 
     std::vector<QAction *> m_overlays; ///< in the order of overlayKinds()
-    QAction *m_hiding = nullptr;
     ViewMenu *m_view = nullptr;
     QAction *m_viewButton = nullptr;
 };

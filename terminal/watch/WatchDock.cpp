@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <QShortcut>
 
+#include <algorithm>
 #include <utility>
 
 namespace Terminal {
@@ -78,6 +79,8 @@ void WatchDock::showPrices()
         rows.push_back(row);
     }
     m_table.setRecords(std::move(rows));
+    constexpr int widest = 320;
+    m_view->setMinimumWidth(std::min(m_view->neededWidth(), widest));
     m_view->fitColumns();
 }
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <thread>
 
 using LocalCommunication::EndPoint;
 using ::testing::IsEmpty;
@@ -137,6 +138,26 @@ TEST_F(Request, WaitsAgainWhenSomebodyHasAnsweredLate)
 
     EXPECT_GE(clock.elapsed(), 100);
     broker.thaw();
+}
+
+TEST_F(Request, WaitsOnceForAModuleThatIsBehind)
+{
+    const BusThread module(broker.address(), "TradeQuery",
+                           [](EndPoint &own, const QByteArray &, const QByteArray &replyChannel) {
+                               std::this_thread::sleep_for(60ms);
+                               own.sendMessage(replyChannel, "TradeQuery", "late");
+                           });
+    asker.setRequestTimeout(50ms);
+    int longWaits = 0;
+    for (int i = 0; i < 20; ++i) {
+        QElapsedTimer clock;
+        clock.start();
+        asker.request("TradeQuery", "x");
+        longWaits += clock.elapsed() >= 50 ? 1 : 0;
+        waitUntil([] { return false; }, 20ms); // a third of what the module needs for it
+    }
+
+    EXPECT_EQ(longWaits, 1);
 }
 
 TEST_F(Request, WaitsAgainOnTheBusThatComesNext)

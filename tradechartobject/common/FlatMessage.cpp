@@ -44,7 +44,8 @@ struct FlatIndex
 
 namespace {
 
-constexpr int mostBytes = 1 << 28; // for Qt can read it, too
+constexpr int mostBytes = 1 << 29; // Qt, too, can read so much
+constexpr std::size_t usualFieldBytes = 16;
 constexpr std::size_t mostFields = 64;
 constexpr std::size_t mostForms = 1000; // a message of more is none of many rows that are alike
 
@@ -72,6 +73,7 @@ public:
 
     bool read()
     {
+        m_index.values.reserve(static_cast<std::size_t>(m_index.text.size()) / usualFieldBytes);
         const char *const begin = JsonScan::passSpace(m_index.begin(), m_end);
         const char *const after = readFields(begin, [this](const char *from) { return readField(from); });
         closeRows();

@@ -31,9 +31,9 @@ constexpr ShownAt closedHours[] = {
 
 void takeSide(OrderRow &row, const RowField &directionCode)
 {
-    const QString side = toBsFlag(directionCode.text().toString());
-    row.hasSide = !side.isEmpty();
-    row.order.isBuy = side == QLatin1String(BSFlag::BUY);
+    const KnownSides::Side &side = row.knownSides.find(directionCode.text());
+    row.hasSide = side.isKnown;
+    row.order.isBuy = side.isBuy;
 }
 
 void takeTime(OrderRow &row, const RowField &field)
@@ -54,23 +54,45 @@ void takeInt(OrderRow &row, const RowField &field)
     row.order.*member = toInt(field.text());
 }
 
-constexpr std::size_t mostKnownTexts = 32;
+constexpr std::size_t mostKnown = 32;
+
+/// The one kept whose key is the text, or the end.
+template <class Kept, class KeyOf>
+auto findText(Kept &kept, const FieldText &text, KeyOf keyOf)
+{
+    return std::find_if(kept.begin(), kept.end(), [&](const auto &one) {
+        return text.with([&](const auto &held) { return keyOf(one) == held; });
+    });
+}
 
 } // namespace
 
 QString KnownTexts::keep(const FieldText &text)
 {
-    const auto known = std::find_if(m_texts.begin(), m_texts.end(), [&text](const QString &one) {
-        return text.with([&one](const auto &held) { return one == held; });
-    });
+    const auto known = findText(m_texts, text, [](const QString &one) -> const QString & { return one; });
     if (known != m_texts.end()) {
         return *known;
     }
     QString kept = text.toString();
-    if (m_texts.size() < mostKnownTexts) {
+    if (m_texts.size() < mostKnown) {
         m_texts.push_back(kept);
     }
     return kept;
+}
+
+const KnownSides::Side &KnownSides::find(const FieldText &code)
+{
+    const auto known = findText(m_sides, code, [](const Side &one) -> const QString & { return one.code; });
+    if (known != m_sides.end()) {
+        return *known;
+    }
+    if (m_sides.size() == mostKnown) {
+        m_sides.clear();
+    }
+    const QString text = code.toString();
+    const QString side = toBsFlag(text);
+    m_sides.push_back({text, !side.isEmpty(), side == QLatin1String(BSFlag::BUY)});
+    return m_sides.back();
 }
 
 const RowColumn<OrderRow> orderColumns[orderColumnCount] = {

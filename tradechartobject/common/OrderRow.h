@@ -24,6 +24,23 @@ private:
     std::vector<QString> m_texts;
 };
 
+/// Directions of which an answer holds a few in many rows: each is looked up in its table once.
+class KnownSides
+{
+public:
+    struct Side
+    {
+        QString code; ///< of the direction
+        bool isKnown; ///< false when it is neither a buy nor a sell
+        bool isBuy;
+    };
+
+    const Side &find(const FieldText &code);
+
+private:
+    std::vector<Side> m_sides;
+};
+
 /// What a row of an answer says of an order. What is no number in it counts as 0.
 struct OrderRow
 {
@@ -33,6 +50,7 @@ struct OrderRow
     double matchAmount;
     EntrustInfo order;     ///< all but the match price
     KnownTexts knownTexts; ///< statuses and funds
+    KnownSides knownSides;
 };
 
 constexpr std::size_t orderColumnCount = 12;

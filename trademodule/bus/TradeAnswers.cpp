@@ -246,10 +246,16 @@ void TradeAnswers::setCostMethod(const TradeRequest &request, AnswerMessage *ans
     }
 }
 
-void TradeAnswers::cancel(const TradeRequest &request, AnswerMessage *answer)
+/// As the ledger has it: charts call a practised day today.
+TradingDate TradeAnswers::dayOfOrder(const TradeRequest &request) const
 {
     const TradingDate asked = request.orderDate();
-    const TradingDate date = asked == TradingDate::today() ? m_orders.today() : asked;
+    return asked == TradingDate::today() ? m_orders.today() : asked;
+}
+
+void TradeAnswers::cancel(const TradeRequest &request, AnswerMessage *answer)
+{
+    const TradingDate date = dayOfOrder(request);
     const qint64 number = request.orderNumber();
     refusable(answer, [&] {
         m_exchange->cancel(date, number);
@@ -275,7 +281,7 @@ void TradeAnswers::place(const TradeRequest &request, AnswerMessage *answer)
 
 void TradeAnswers::replace(const TradeRequest &request, AnswerMessage *answer)
 {
-    const TradingDate date = request.orderDate();
+    const TradingDate date = dayOfOrder(request);
     const qint64 number = request.orderNumber();
     const Money price = request.orderPrice();
     const QString clientNumber = request.neededClientNumber();

@@ -55,6 +55,7 @@ private:
     void answerResults(const TradeRequest &request, AnswerMessage *answer);
     void answerActions(const TradeRequest &request, AnswerMessage *answer);
     void setCostMethod(const TradeRequest &request, AnswerMessage *answer);
+    TradingDate dayOfOrder(const TradeRequest &request) const;
     void cancel(const TradeRequest &request, AnswerMessage *answer);
     void place(const TradeRequest &request, AnswerMessage *answer);
     void replace(const TradeRequest &request, AnswerMessage *answer);

@@ -147,6 +147,7 @@ void TradeService::handleQuestion(const QByteArray &payload, const QByteArray &r
     attempt([&] {
         const QByteArray answer = document.isObject() ? m_answers.answer(question) : refusal(error);
         send(answer, question, replyChannel);
+        m_exchange.report();
     });
 }
 

@@ -4,6 +4,8 @@
 
 #include <QJsonArray>
 
+#include <algorithm>
+
 namespace TradeModule {
 
 namespace {
@@ -95,6 +97,28 @@ QJsonArray firstRowsJson(const StatementContents &contents)
     return rows;
 }
 
+/// Those with most entries first; of thousands these are enough to name bars and to choose a first chart.
+QJsonArray securitiesJson(const StatementContents &contents)
+{
+    constexpr int most = 5000;
+    QHash<SecurityId, int> entries;
+    for (const Execution &execution : contents.executions) {
+        ++entries[execution.security];
+    }
+    QVector<SecurityId> securities = entries.keys().toVector();
+    std::sort(securities.begin(), securities.end(), [&entries](const SecurityId &a, const SecurityId &b) {
+        return entries[a] != entries[b] ? entries[a] > entries[b] : a.code < b.code;
+    });
+    QJsonArray json;
+    for (const SecurityId &security : securities.mid(0, most)) {
+        json.append(QJsonObject{{QStringLiteral("code"), security.code},
+                                {QStringLiteral("market"), marketLetters(security.market)},
+                                {QStringLiteral("security"), contents.names.value(security)},
+                                {QStringLiteral("entries"), entries[security]}});
+    }
+    return json;
+}
+
 QJsonArray doubtfulJson(const ImportReport &report)
 {
     constexpr int most = 20;
@@ -165,6 +189,7 @@ void insertContents(const StatementContents &contents, QJsonObject *json)
     json->insert(QStringLiteral("profile"),
                  isAllKnown ? QString()
                             : ImportProfile::suggestion(contents.unknownColumns, contents.unknownWords));
+    json->insert(QStringLiteral("securities"), securitiesJson(contents));
     json->insert(QStringLiteral("firstrows"), firstRowsJson(contents));
 }
 

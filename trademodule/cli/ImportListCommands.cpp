@@ -107,6 +107,7 @@ int undoImport(const Invocation &invocation)
 {
     const qint64 number = numberOfImport(invocation);
     Ledger ledger(invocation.existingLedger());
+    ledger.database()->mapNothing();
     const UndoneImport undone = ledger.undoImport(number);
     const QVector<QJsonObject> changes = changesOf(undone.securities);
     if (invocation.isSet(QStringLiteral("json"))) {

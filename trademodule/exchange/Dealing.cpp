@@ -3,7 +3,7 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/exchange/TradingRules.h"
-#include "trading/TradingUnits.h"
+#include "trading/MarketRules.h"
 
 #include <algorithm>
 
@@ -50,7 +50,8 @@ bool reaches(const Quote &quote, const Order &order)
 qint64 quantity(const Order &order, qint64 atMost)
 {
     const qint64 open = order.openQuantity();
-    return open <= atMost ? open : atMost / Trading::sharesOfLot * Trading::sharesOfLot;
+    const qint64 step = Trading::MarketRules::of(order.security, order.date).quantityStep;
+    return open <= atMost ? open : atMost / step * step;
 }
 
 Execution execution(const Order &order, const Quote &quote, qint64 quantity)

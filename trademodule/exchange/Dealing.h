@@ -14,7 +14,8 @@ qint64 mostShares(const Quote &quote);
 /// True when the bar trades at the order's price. To touch it is enough: the bar was traded at it.
 bool reaches(const Quote &quote, const Order &order);
 
-/// Shares of an order that a bar deals when so many may be had: whole lots, or all of the order's odd rest.
+/// Shares of an order that a bar deals when so many may be had: in the market's steps, or all of the order's
+/// odd rest.
 qint64 quantity(const Order &order, qint64 atMost);
 
 /// The order's execution of so many shares, at the better of the bar's open and the order's own price. An

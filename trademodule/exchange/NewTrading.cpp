@@ -45,6 +45,12 @@ ClockTime NewTrading::timeWith(const Quote &quote) const
     return goesOn ? std::max(m_latest->time, quote.time) : quote.time;
 }
 
+std::optional<Quote> NewTrading::last(const SecurityId &security) const
+{
+    const auto last = m_last.constFind(security);
+    return last == m_last.constEnd() ? std::nullopt : std::optional(*last);
+}
+
 void NewTrading::note(const Quote &quote)
 {
     Quote latest = quote;

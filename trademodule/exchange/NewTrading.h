@@ -23,6 +23,9 @@ public:
     /// of.
     ClockTime timeWith(const Quote &quote) const;
 
+    /// The last quote of the security that was dealt.
+    std::optional<Quote> last(const SecurityId &security) const;
+
     /// The quote has been dealt; those that follow are held against it.
     void note(const Quote &quote);
 

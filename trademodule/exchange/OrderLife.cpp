@@ -19,6 +19,30 @@ void enter(Order *order, const char *status)
     order->status = QLatin1String(status);
 }
 
+using Limits = Conditions::Limits;
+
+const char *statusWhenReported(Limits limits)
+{
+    switch (limits) {
+    case Limits::Unknown:
+        return Quoting;
+    case Limits::Kept:
+        return Quoted;
+    case Limits::Broken:
+        return AbolishedOrder;
+    }
+    return Quoting;
+}
+
+/// False when that changes nothing.
+bool report(Order *order, Limits limits)
+{
+    const char *const status = statusWhenReported(limits);
+    const bool isOther = !is(*order, status);
+    enter(order, status);
+    return isOther;
+}
+
 /// Nothing more of the order is dealt.
 void end(Order *order)
 {
@@ -33,6 +57,11 @@ QString statusWhenPlaced(bool isExchangeOpen)
     return QLatin1String(isExchangeOpen ? Quoting : WaittingQuote);
 }
 
+bool isNew(const Order &order)
+{
+    return is(order, None) || is(order, Quoting) || is(order, WaittingQuote);
+}
+
 bool advance(Order *order, Conditions conditions)
 {
     const bool isCancelling = is(*order, QuotedWaittingCancel) || is(*order, PartDealWaittingCancel);
@@ -44,12 +73,10 @@ bool advance(Order *order, Conditions conditions)
     if (wasLeft) {
         order->status = statusWhenPlaced(conditions.isOpen);
     }
-    const bool isNew = is(*order, Quoting) || is(*order, WaittingQuote);
-    if (isNew && conditions.isOpen) {
-        enter(order, conditions.isBeyondLimits ? AbolishedOrder : Quoted);
-        return true;
+    if (isNew(*order) && conditions.isOpen) {
+        return report(order, conditions.limits) || wasLeft;
     }
-    if (is(*order, Quoted) && conditions.isBeyondLimits) { // the limits were not known when it was reported
+    if (is(*order, Quoted) && conditions.limits == Limits::Broken) { // another day is played now
         enter(order, AbolishedOrder);
         return true;
     }

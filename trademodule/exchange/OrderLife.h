@@ -10,15 +10,20 @@ namespace OrderLife {
 /// What the market is like for an order that is on its way.
 struct Conditions
 {
-    bool isOpen = false;                      ///< orders reach the exchange
-    bool isBeyondLimits = false;              ///< the order's price is beyond the limits of the day
+    bool isOpen = false; ///< orders reach the exchange
+    /// Of the day, for its security.
+    enum class Limits { Unknown, Kept, Broken } limits = Limits::Unknown;
     TradingDate today = TradingDate::today(); ///< orders of days before it are over
 };
 
 /// The status of an order that is placed.
 QString statusWhenPlaced(bool isExchangeOpen);
 
-/// Takes an order's next step that needs no quote; true when there was one. An order of a past day ends.
+/// True for an order that the exchange has not seen yet.
+bool isNew(const Order &order);
+
+/// Takes an order's next step that needs no quote; true when there was one. An order of a past day ends. One
+/// whose limits nobody knows is not reported.
 bool advance(Order *order, Conditions conditions);
 
 /// True for orders that quotes deal.

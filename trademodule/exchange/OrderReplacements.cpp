@@ -22,7 +22,7 @@ Order restOf(const Order &old, qint64 quantity, Money price, const OrderReplacem
     Order fresh{old.security, old.direction, market.today, market.now};
     fresh.price = price;
     fresh.quantity = quantity;
-    fresh.status = OrderLife::statusWhenPlaced(market.isOpen);
+    fresh.status = OrderLife::statusWhenPlaced(market.isOpen(old.security));
     return fresh;
 }
 

@@ -19,7 +19,8 @@ public:
     {
         TradingDate today;
         ClockTime now;
-        bool isOpen = false;
+        /// True while orders of a security reach it.
+        std::function<bool(const SecurityId &)> isOpen;
         /// True for an order whose price is beyond the limits of the day.
         std::function<bool(const Order &)> isBeyondLimits;
     };

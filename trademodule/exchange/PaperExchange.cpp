@@ -4,9 +4,8 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/exchange/Dealing.h"
-#include "trademodule/exchange/OrderLife.h"
 #include "trademodule/exchange/TradingRules.h"
-#include "trading/DayLimits.h"
+#include "trading/MarketRules.h"
 
 #include <QtDebug>
 
@@ -14,6 +13,8 @@
 #include <utility>
 
 namespace TradeModule {
+
+using namespace Trading;
 
 namespace {
 
@@ -25,6 +26,24 @@ Order newOrder(const SecurityId &security, Direction direction, Money price, qin
     order.price = price;
     order.quantity = quantity;
     return order;
+}
+
+QString textOf(const CalendarFault &fault)
+{
+    switch (fault.reason) {
+    case CalendarFault::Reason::Unreadable:
+        return translated("the holidays in %1 are not read: %2").arg(fault.path, fault.text);
+    case CalendarFault::Reason::NoDays:
+        return translated("%1:%2: \"%3\" names no day; none of the holidays in this file counts")
+            .arg(fault.path, QString::number(fault.line), fault.text);
+    case CalendarFault::Reason::Backwards:
+        return translated("%1:%2: \"%3\" ends before it begins; none of the holidays in this file counts")
+            .arg(fault.path, QString::number(fault.line), fault.text);
+    case CalendarFault::Reason::TooLong:
+        return translated("%1:%2: \"%3\" is longer than a month; none of the holidays in this file counts")
+            .arg(fault.path, QString::number(fault.line), fault.text);
+    }
+    return {};
 }
 
 bool isSameContent(const Order &a, const Order &b)
@@ -40,10 +59,19 @@ PaperExchange::PaperExchange(Ledger *ledger, Listener listener)
       m_cover(&m_book),
       m_replacements(&m_book, &m_cover),
       m_listener(std::move(listener)),
-      m_market(ledger)
+      m_market(ledger),
+      m_toldMinutes(ledger)
 {
     if (m_book.practisedDay()) {
         m_practisedUntil = m_market.clock();
+    }
+    for (const Quote &told : m_toldMinutes.ofDay(TradingDate::today())) {
+        m_newTrading.note(told);
+    }
+    std::optional<CalendarFault> fault;
+    m_calendar = TradingCalendar::ofUser(&fault);
+    if (fault) {
+        qWarning("%s", qUtf8Printable(textOf(*fault)));
     }
 }
 
@@ -52,11 +80,9 @@ ClockTime PaperExchange::now() const
     return m_market.clock().value_or(m_book.practisedDay() ? opening : ClockTime::now());
 }
 
-bool PaperExchange::isOpen() const
+bool PaperExchange::isOpen(const SecurityId &security) const
 {
-    // a day that is played may be played on a Sunday
-    const bool isTradingDay = m_market.clock() || TradingRules::isTradingDay(m_book.today());
-    return isTradingDay && TradingRules::isOpen(now());
+    return TradingRules::isOpen(security, m_book.today(), now(), m_market.clock().has_value(), m_calendar);
 }
 
 Order PaperExchange::place(const SecurityId &security, Direction direction, Money price, qint64 quantity,
@@ -64,7 +90,7 @@ Order PaperExchange::place(const SecurityId &security, Direction direction, Mone
 {
     Order order = newOrder(security, direction, price, quantity);
     order.clientNumber = clientNumber;
-    return enter(order, OrderLife::statusWhenPlaced(isOpen()));
+    return enter(order, OrderLife::statusWhenPlaced(isOpen(security)));
 }
 
 Order PaperExchange::leave(const SecurityId &security, Direction direction, Money price, qint64 quantity)
@@ -89,6 +115,10 @@ Order PaperExchange::enter(Order order, const QString &status)
     }
     m_cover.refuseUncovered(order);
     order.number = m_book.add(order);
+    if (const std::optional<Quote> told = m_newTrading.last(order.security)) {
+        m_toldMinutes.write(*told);
+    }
+    m_hasPlaced = true;
     finish(&transaction, {order});
     return order;
 }
@@ -157,33 +187,60 @@ Replacement PaperExchange::replace(TradingDate date, qint64 number, Money price,
     m_replacements.begin(asked, order, market());
     OrderLife::cancel(&order);
     m_book.update(order);
-    finish(&transaction, Orders{order} + m_replacements.complete({order}, market()));
+    finish(&transaction, Orders{order} + completed({order}));
     return m_book.replacements().find(clientNumber).value_or(asked);
+}
+
+/// The orders that go on in place of those of these that ended and were to be replaced.
+Orders PaperExchange::completed(const Orders &changed)
+{
+    const Orders placed = m_replacements.complete(changed, market());
+    m_hasPlaced = m_hasPlaced || !placed.isEmpty();
+    return placed;
 }
 
 OrderReplacements::Market PaperExchange::market() const
 {
-    return {TradingDate::today(), now(), isOpen(),
-            [this](const Order &order) { return isBeyondLimits(order); }};
+    return {m_book.today(), now(), [this](const SecurityId &security) { return isOpen(security); },
+            [this](const Order &order) {
+                return conditionsOf(order).limits == OrderLife::Conditions::Limits::Broken;
+            }};
 }
 
-bool PaperExchange::isBeyondLimits(const Order &order) const
+OrderLife::Conditions PaperExchange::conditionsOf(const Order &order) const
 {
+    using Limits = OrderLife::Conditions::Limits;
+    const SecurityRules rules = MarketRules::of(order.security, order.date, order.securityName);
     const std::optional<Money> reference = m_market.reference(order.security);
-    return reference && !Trading::dayLimits(order.security.code, *reference).contain(order.price);
+    OrderLife::Conditions conditions{isOpen(order.security), Limits::Unknown, m_book.today()};
+    if (!rules.limitPercent) {
+        conditions.limits = Limits::Kept;
+    } else if (reference) {
+        conditions.limits = rules.limits(*reference)->contain(order.price) ? Limits::Kept : Limits::Broken;
+    }
+    return conditions;
 }
 
 /// The orders that advanceAll() changes, as they are afterwards.
-Orders PaperExchange::advanced()
+Orders PaperExchange::advanced(bool (*isMeant)(const Order &))
 {
     Orders changed;
     Orders open = m_book.open();
     for (Order &order : open) {
-        if (OrderLife::advance(&order, {isOpen(), isBeyondLimits(order), m_book.today()})) {
+        if ((isMeant == nullptr || isMeant(order)) && OrderLife::advance(&order, conditionsOf(order))) {
             changed.append(order);
         }
     }
     return changed;
+}
+
+void PaperExchange::report()
+{
+    if (m_hasPlaced) {
+        settleDoubt();
+        advanceAll(&OrderLife::isNew);
+        m_hasPlaced = false; // a failure leaves it for the next call
+    }
 }
 
 void PaperExchange::settle()
@@ -193,17 +250,17 @@ void PaperExchange::settle()
     m_market.keep();
 }
 
-void PaperExchange::advanceAll()
+void PaperExchange::advanceAll(bool (*isMeant)(const Order &))
 {
-    if (advanced().isEmpty()) {
+    if (advanced(isMeant).isEmpty()) {
         return; // nearly always, and without locking anybody out
     }
     Transaction transaction = m_book.begin();
-    const Orders changed = advanced();
+    const Orders changed = advanced(isMeant);
     for (const Order &order : changed) {
         m_book.update(order);
     }
-    finish(&transaction, changed + m_replacements.complete(changed, market()));
+    finish(&transaction, changed + completed(changed));
 }
 
 bool PaperExchange::isOfToday(const Quote &quote)
@@ -242,8 +299,9 @@ void PaperExchange::take(const Quote &quote)
     if (m_market.hasNewReference()) {
         m_market.keep();
     }
-    if (TradingRules::isOpen(quote.time)) {
-        deal(*added); // at last: what fails can be taken again, and nothing is dealt twice
+    if (takesOrders(MarketRules::stateOnTradingDay(quote.security, quote.recorded.value_or(quote.date),
+                                                   quote.time))) {
+        deal(*added, quote); // at last: what fails can be taken again, and nothing is dealt twice
     }
     note(quote);
 }
@@ -274,22 +332,23 @@ Orders PaperExchange::reachedBy(const Quote &quote)
     return reached;
 }
 
-void PaperExchange::deal(const Quote &quote)
+void PaperExchange::deal(const Quote &added, const Quote &quote)
 {
-    if (reachedBy(quote).isEmpty()) {
+    if (reachedBy(added).isEmpty()) {
         return;
     }
     Transaction transaction = m_book.begin();
     Orders dealt;
-    qint64 left = Dealing::mostShares(quote);
-    Orders reached = reachedBy(quote);
+    qint64 left = Dealing::mostShares(added);
+    Orders reached = reachedBy(added);
     for (Order &order : reached) {
-        const qint64 quantity = dealOne(&order, quote, left);
+        const qint64 quantity = dealOne(&order, added, left);
         left -= quantity;
         if (quantity > 0) {
             dealt.append(order);
         }
     }
+    m_toldMinutes.write(quote);
     finish(&transaction, dealt, &quote);
 }
 

@@ -2,10 +2,13 @@
 
 #include "trademodule/exchange/NewTrading.h"
 #include "trademodule/exchange/OrderCover.h"
+#include "trademodule/exchange/OrderLife.h"
 #include "trademodule/exchange/OrderReplacements.h"
 #include "trademodule/exchange/QuoteMessage.h"
 #include "trademodule/ledger/MarketDay.h"
 #include "trademodule/ledger/OrderBook.h"
+#include "trademodule/ledger/ToldMinutes.h"
+#include "trading/TradingCalendar.h"
 
 #include <functional>
 #include <optional>
@@ -17,13 +20,14 @@ namespace TradeModule {
 ///
 ///     left ─► None ─┐
 ///     placed ───────┴─► WaittingQuote (closed hours) ─► Quoted ─► PartDeal ─► Dealed
-///                   └─► Quoting ────────────────────────┘ │ └───────┤
+///                   └─► Quoting (limits unknown) ───────┘ │ └───────┤
 ///     AbolishedOrder (beyond the price limits) ◄──────────┘         │
 ///     cancel: Quoted ─► QuotedWaittingCancel ─► Canceled            │
 ///             PartDeal ─► PartDealWaittingCancel ─► PartCanceled
 ///
 /// The exchange's clock is the time of today's last quote, so that a recorded day can be played at any
-/// hour; before the first quote it is the wall clock. Every order is of today. Bus-free.
+/// hour; before the first quote it is the wall clock, and the exchange is closed on the holidays of the
+/// user's calendar. Every order is of today, and the market's rules of today hold. Bus-free.
 ///
 /// An account that practises has the recorded day for its today, whichever day it is played on: it takes that
 /// day's quotes and no others, each once, also after a restart. Before the first one it is the opening.
@@ -60,10 +64,16 @@ public:
     /// Deals what the bar allows: a buy when its low, a sell when its high reaches the order's price, at
     /// the bar's open when that is better; all orders together at most a quarter of its volume. Of a minute
     /// that was told before, only what is new is dealt, and nothing of a late quote: see NewTrading. A quote
-    /// of another day than today is left alone; the log says so once for each such day. When it fails as
-    /// LedgerUnavailable, take the same quote again before the next: nothing was dealt, or, when that was not
-    /// known, it is found out then and nothing is dealt twice.
+    /// of another day than today is left alone; the log says so once for each such day. How far a minute was
+    /// told when its shares were dealt, or an order came, is in the ledger with them: after a restart nothing
+    /// is dealt twice, and nothing of before an order came. When it fails as LedgerUnavailable, take the same
+    /// quote again before the next: nothing was dealt, or, when that was not known, it is found out then and
+    /// nothing is dealt twice.
     void take(const Quote &quote);
+
+    /// Reports the orders that were placed since the last call, so that they are known as reported before the
+    /// next bar is dealt. Cheap when there are none.
+    void report();
 
     /// Does what is due without a quote: reports new orders, confirms cancellations, lets the orders of
     /// past days end. Also for what other processes wrote into the ledger. Writes down the clock. Cheap
@@ -96,15 +106,16 @@ private:
     Order enter(Order order, const QString &status);
     std::optional<Order> placedBefore(const Order &order);
     ClockTime now() const;
-    bool isOpen() const;
+    bool isOpen(const SecurityId &security) const;
     bool isOfToday(const Quote &quote);
     bool isPlayedAgain(const Quote &quote) const;
     void note(const Quote &quote);
-    bool isBeyondLimits(const Order &order) const;
-    Orders advanced();
-    void advanceAll();
+    Orders completed(const Orders &changed);
+    OrderLife::Conditions conditionsOf(const Order &order) const;
+    Orders advanced(bool (*isMeant)(const Order &));
+    void advanceAll(bool (*isMeant)(const Order &) = nullptr);
     Orders reachedBy(const Quote &quote);
-    void deal(const Quote &quote);
+    void deal(const Quote &added, const Quote &quote);
     qint64 dealOne(Order *order, const Quote &quote, qint64 atMost);
     void finish(Transaction *transaction, const Orders &changed, const Quote *dealt = nullptr);
     void settleDoubt();
@@ -125,6 +136,9 @@ private:
     const Listener m_listener;
     MarketDay m_market;
     NewTrading m_newTrading;
+    ToldMinutes m_toldMinutes;
+    Trading::TradingCalendar m_calendar;
+    bool m_hasPlaced = false;                  // since orders were reported last
     std::optional<ClockTime> m_practisedUntil; // where a day is practised: what was played until then is over
     QSet<TradingDate> m_strangeDates;          // of quotes, told in the log
     std::optional<Doubt> m_doubt;

@@ -1,5 +1,7 @@
 #include "trademodule/exchange/TradingRules.h"
+
 #include "trademodule/ProgramLanguage.h"
+#include "trading/MarketRules.h"
 #include "trading/TradingUnits.h"
 
 #include <algorithm>
@@ -18,16 +20,27 @@ Money share(Money amount, qint64 hundredThousandths)
 
 } // namespace
 
-bool isOpen(ClockTime time)
+namespace {
+
+QString quantityError(const Order &order, qint64 held, const Trading::SecurityRules &rules)
 {
-    constexpr ClockTime morning[] = {ClockTime::of(9, 15).value(), ClockTime::of(11, 30).value()};
-    constexpr ClockTime afternoon[] = {ClockTime::of(13, 0).value(), ClockTime::of(15, 0).value()};
-    return (time >= morning[0] && time <= morning[1]) || (time >= afternoon[0] && time <= afternoon[1]);
+    const bool sellsAll = order.direction == Direction::Sell && order.quantity == held;
+    if (rules.isWholeQuantity(order.quantity) || (sellsAll && order.quantity > 0)) {
+        return {};
+    }
+    return rules.quantityStep == 1
+               ? translated("the quantity must be at least %1").arg(rules.leastQuantity)
+               : translated("the quantity must be a multiple of %1").arg(rules.quantityStep);
 }
 
-bool isTradingDay(TradingDate day)
+} // namespace
+
+bool isOpen(const SecurityId &security, TradingDate day, ClockTime time, bool isQuoted,
+            const Trading::TradingCalendar &calendar)
 {
-    return day.calendarDate().dayOfWeek() <= Qt::Friday;
+    using namespace Trading;
+    return takesOrders(isQuoted ? MarketRules::stateOnTradingDay(security, day, time)
+                                : MarketRules::stateAt(security, day, time, calendar));
 }
 
 QString formError(const Order &order, qint64 held)
@@ -35,8 +48,9 @@ QString formError(const Order &order, qint64 held)
     if (!Trading::isExchangeCode(order.security.code)) {
         return translated("the code of a security has six digits");
     }
-    if (!(order.price > Money()) || order.price.steps() % Trading::priceStep.steps() != 0) {
-        return translated("the price must be a multiple of 0.01 yuan");
+    const Trading::SecurityRules rules = Trading::MarketRules::of(order.security, order.date);
+    if (!(order.price > Money()) || !rules.isOnTick(order.price)) {
+        return translated("the price must be a multiple of %1 yuan").arg(rules.tick.text());
     }
     if (order.price > Trading::highestPrice) {
         return translated("the price must be at most %1 yuan").arg(Trading::highestPrice.text());
@@ -47,11 +61,7 @@ QString formError(const Order &order, qint64 held)
     if (!order.price.times(order.quantity)) {
         return translated("price × quantity must be at most %1 yuan").arg(Money::limit().text());
     }
-    const bool sellsRest = order.direction == Direction::Sell && order.quantity == held;
-    if (order.quantity <= 0 || (order.quantity % Trading::sharesOfLot != 0 && !sellsRest)) {
-        return translated("the quantity must be a multiple of %1").arg(Trading::sharesOfLot);
-    }
-    return {};
+    return quantityError(order, held, rules);
 }
 
 Money stampDuty(Direction direction, Money amount)

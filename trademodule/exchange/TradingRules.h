@@ -1,20 +1,20 @@
 #pragma once
 
 #include "trademodule/ledger/Order.h"
+#include "trading/TradingCalendar.h"
 
 namespace TradeModule {
 
-/// The rules of the market, as far as they are the same every day.
+/// The rules of the paper exchange; those of the market are in trading/MarketRules.
 namespace TradingRules {
 
-/// True while orders reach the exchange: 09:15–11:30 and 13:00–15:00, both ends included.
-bool isOpen(ClockTime time);
+/// True while orders of the security reach the exchange. A day of which quotes came is one of trading,
+/// whatever the calendar says: a recorded day may be played on a Sunday.
+bool isOpen(const SecurityId &security, TradingDate day, ClockTime time, bool isQuoted,
+            const Trading::TradingCalendar &calendar);
 
-/// Monday to Friday. Holidays are not known.
-bool isTradingDay(TradingDate day);
-
-/// Why an order of this form is never taken; empty when it is. A sell of less than a lot must sell all
-/// that is held.
+/// Why an order of this form is never taken; empty when it is. A sell of a quantity that the market's rules
+/// do not know must sell all that is held.
 QString formError(const Order &order, qint64 held);
 
 /// All fees of an order that was dealt for `amount` in all: commission 0.025 %, at least 5 yuan; transfer

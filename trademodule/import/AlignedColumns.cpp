@@ -63,6 +63,8 @@ bool canHold(Column meaning, const QString &text)
     case Column::Quantity:
     case Column::Amount:
     case Column::Net:
+    case Column::Income:
+    case Column::Expense:
     case Column::TotalFee:
     case Column::Commission:
     case Column::CommissionTwin:

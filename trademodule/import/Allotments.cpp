@@ -51,7 +51,7 @@ void dropNotices(Rows *rows)
     }
     const QString word = countedWord(*rows);
     for (Allotments::Row &row : *rows) {
-        if (row.entry.word != word) {
+        if (row.entry.word != word && !hasMoney(row)) {
             keepMoney(&row.entry);
             row.entry.kind.effect = Effect::Nothing;
             if (!hasMoney(row)) {

@@ -32,9 +32,9 @@ const std::vector<BusinessRow> &table()
     static const char *const allotments = QT_TR_NOOP("allotments");
     static const char *const loans = QT_TR_NOOP("margin loans");
     static const std::vector<BusinessRow> rows = {
-        {{QT_TR_NOOP("cancellations"), Effect::Nothing}, words("撤买 撤卖 撤单 撤销 撤回 废单")},
+        {{QT_TR_NOOP("cancellations"), Effect::Nothing}, words("撤买 撤卖 撤单 撤销 撤回 废单 取消")},
         {{QT_TR_NOOP("allotment numbers"), Effect::Nothing}, words("配号 中签通知 中签公布 未中签")},
-        {{QT_TR_NOOP("sales"), Effect::Sell}, words("卖券还款 融资平仓")},
+        {{QT_TR_NOOP("sales"), Effect::Sell}, words("卖券还款 融资平仓 融资强制平仓 融资强平")},
         {{QT_TR_NOOP("purchases"), Effect::Buy}, words("融资开仓")},
         {{QT_TR_NOOP("repo"), Effect::Repo},
          words("质押回购 质押购回 拆出 拆入 融券回购 融券购回 融资回购 融资购回 逆回购 正回购 国债回购 "
@@ -48,6 +48,10 @@ const std::vector<BusinessRow> &table()
          words("红利税 股息税 利息税 所得税 差异税 补税 扣税 税款 税补缴")},
         {{QT_TR_NOOP("reinvested dividends"), Effect::SharesIn}, words("再投")},
         {{QT_TR_NOOP("bonus shares"), Effect::Split}, words("红股 送股 转增 送转 派股 送红")},
+        {{custody, Effect::Nothing}, words("解禁 解除限售 转流通")},
+        {{custody, Effect::SharesIn}, words("股份蓝补 证券蓝补")},
+        {{custody, Effect::SharesOut}, words("股份红冲 证券红冲")},
+        {{QT_TR_NOOP("conversions"), Effect::Conversion}, words("换股 吸收合并")},
         {{QT_TR_NOOP("splits"), Effect::Split}, words("拆分 拆股 拆细 合并 缩股 折算 份额调整")},
         {{QT_TR_NOOP("dividends"), Effect::MoneyIn}, words("红利 股息 派息 分红 派现")},
         {{QT_TR_NOOP("redemptions"), Effect::Redemption}, words("兑付 回售 赎回 要约 摘牌 还本")},
@@ -56,17 +60,18 @@ const std::vector<BusinessRow> &table()
          words("新股入 新股上市 中签入 中签上市 配股入 配股上市 配债入 配债上市 转债入账 转债入帐 转债上市 "
                "新债入 新债上市 "
                "配售入 配售上市 认购入 申购入 增发入 增发上市")},
-        {{QT_TR_NOOP("subscriptions"), Effect::MoneyIn}, words("返款 退款 申购还 认购还 申购退 资金解冻")},
+        {{QT_TR_NOOP("subscriptions"), Effect::MoneyIn}, words("返款 退款 款划回 款返还 款退回 款退还 申购还 认购还 申购退 资金解冻")},
         {{allotments, Effect::Payment}, words("中签 缴款 配股 配债 配售 认购 新股扣款 申购扣款")},
         {{QT_TR_NOOP("subscriptions"), Effect::Application}, words("申购")},
         {{allotments, Effect::Payment}, words("新股 新债 增发")},
         {{QT_TR_NOOP("exercises"), Effect::Shares}, words("行权")},
         {{QT_TR_NOOP("conversions"), Effect::Conversion}, words("转股 换股 债转 转换")},
         {{transfers, Effect::MoneyIn},
-         words(
-             "银行转证 银行转存 银转证 转存 资金存 资金转入 资金划入 转入资金 入金 现金存 资金入 资金蓝补")},
+         words("银行转证 银行转存 银转证 银证转入 转账存入 转帐存入 转存 资金存 资金转入 资金划入 转入资金 "
+               "入金 现金存 资金入 资金蓝补")},
         {{transfers, Effect::MoneyOut},
-         words("证券转银 证转银 转银行 银行转取 转取 资金取 资金转出 资金划出 转出资金 出金 现金取 资金出 "
+         words("证券转银 证转银 银证转出 转账取出 转帐取出 转账支取 转银行 银行转取 转取 资金取 资金转出 "
+               "资金划出 转出资金 出金 现金取 资金出 "
                "资金红冲")},
         {{transfers, Effect::Money}, words("银证 银行转 资金划转 转账")},
         {{custody, Effect::Nothing}, words("指定 冻结 解冻 登记 质押")},
@@ -117,11 +122,12 @@ std::optional<BusinessKind> ofTrade(const QString &word)
         return isBuy ? purchase() : sale();
     }
     const QString upper = word.toUpper();
-    if (upper == QLatin1String("B") || upper == QLatin1String("BUY") || upper == QLatin1String("0B")) {
+    if (upper == QLatin1String("B") || upper == QLatin1String("BUY") || upper == QLatin1String("0B") ||
+        upper == QLatin1String("BOUGHT")) {
         return purchase();
     }
-    const bool isSale =
-        upper == QLatin1String("S") || upper == QLatin1String("SELL") || upper == QLatin1String("0S");
+    const bool isSale = upper == QLatin1String("S") || upper == QLatin1String("SELL") ||
+                        upper == QLatin1String("0S") || upper == QLatin1String("SOLD");
     return isSale ? std::optional(sale()) : std::nullopt;
 }
 
@@ -131,8 +137,19 @@ bool isCollateralTrade(const QString &word)
     return word.contains(QStringLiteral("担保")) && ofTrade(word).has_value();
 }
 
+/// True of a correction: whether it is what was right, or takes back what was wrong, no word tells.
+bool isCorrection(const QString &word)
+{
+    static const QStringList parts = words("更正 差错 调账 调帐");
+    return std::any_of(parts.begin(), parts.end(),
+                       [&word](const QString &part) { return word.contains(part); });
+}
+
 std::optional<BusinessKind> lookedUp(const QString &word)
 {
+    if (isCorrection(word)) {
+        return std::nullopt;
+    }
     if (isCollateralTrade(word)) {
         return ofTrade(word);
     }
@@ -183,6 +200,18 @@ QString plainWord(const QString &cell)
     return word;
 }
 
+QString withoutReversal(const QString &word)
+{
+    static const QStringList parts = words("冲销 冲正 冲账 冲帐 冲回 回冲 抹账 抹帐 撤销 取消 红冲");
+    static const QStringList kinds = words("资金红冲 股份红冲 证券红冲"); // words of their own
+    const auto isIn = [&word](const QString &part) { return word.contains(part); };
+    if (std::any_of(kinds.begin(), kinds.end(), isIn)) {
+        return word;
+    }
+    const auto part = std::find_if(parts.begin(), parts.end(), isIn);
+    return part == parts.end() ? word : QString(word).remove(*part).trimmed();
+}
+
 std::optional<BusinessKind> of(const QString &word)
 {
     if (word.isEmpty()) {
@@ -219,6 +248,18 @@ bool isTotal(const QString &word)
     static const QStringList parts = words("合计 总计 小计 汇总 本页 累计");
     return std::any_of(parts.begin(), parts.end(),
                        [&word](const QString &part) { return word.contains(part); });
+}
+
+bool isOfFunds(const QString &word)
+{
+    static const QStringList parts = words("基金 理财 货币 现金宝 保证金产品 天添利");
+    return !isOfFundShares(word) && std::any_of(parts.begin(), parts.end(),
+                                                [&word](const QString &part) { return word.contains(part); });
+}
+
+bool isOfFundShares(const QString &word)
+{
+    return word.contains(QLatin1String("ETF"), Qt::CaseInsensitive);
 }
 
 bool isOfHongKong(const QString &word)

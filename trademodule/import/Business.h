@@ -41,6 +41,10 @@ namespace Business {
 /// The word alone: a security's name after a colon or in brackets is not part of it.
 QString plainWord(const QString &cell);
 
+/// The word of what is taken back, where a word says that an earlier entry is (证券买入冲销, 红冲, 撤销): it
+/// may be empty. Else the word itself.
+QString withoutReversal(const QString &word);
+
 /// What a word says; nothing for an unknown one.
 std::optional<BusinessKind> of(const QString &word);
 
@@ -54,6 +58,10 @@ BusinessKind repo();
 
 /// True for a footer's word: a sum, a page's end.
 bool isTotal(const QString &word);
+/// True when a word speaks of funds that are bought from their manager, not on an exchange.
+bool isOfFunds(const QString &word);
+/// True when a word speaks of the shares that are given for a fund's units, or come for them.
+bool isOfFundShares(const QString &word);
 /// True when a word speaks of Hong Kong through the connect.
 bool isOfHongKong(const QString &word);
 

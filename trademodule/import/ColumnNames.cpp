@@ -40,45 +40,57 @@ const std::vector<Spellings> &spellings()
 {
     static const std::vector<Spellings> table = {
         {Column::Date, "date",
-         words("成交日期 交易日期 发生日期 交收日期 清算日期 交割日期 业务日期 委托日期 日期 记账日期 date "
+         words("成交日期 交易日期 发生日期 交收日期 清算日期 交割日期 业务日期 委托日期 日期 记账日期 交割日 "
+               "成交日 业务日 date "
                "tradedate")},
         {Column::Time, "time",
          words("成交时间 发生时间 交易时间 时间 业务时间 委托时间 成交日期时间 time tradetime")},
         {Column::Code, "code",
-         words("证券代码 股票代码 证券编码 代码 标的代码 产品代码 code symbol stockcode")},
+         words(
+             "证券代码 股票代码 证券编码 证券编号 代码 标的代码 产品代码 股票 code symbol ticker stockcode")},
         {Column::Name, "name",
-         words("证券名称 股票名称 证券简称 股票简称 名称 简称 产品名称 name stockname")},
+         words("证券名称 股票名称 证券简称 股票简称 名称 简称 产品名称 股票名 证券名 name stockname "
+               "securityname")},
         {Column::Side, "side",
          words("买卖标志 买卖方向 买卖类别 委托方向 买卖标识 方向 买卖 交易方向 成交方向 买卖类型 side "
                "direction")},
         {Column::Business, "business",
          words("业务名称 操作 交易类别 委托类别 业务类别 业务类型 业务标志 摘要 真实操作 业务 交易类型 "
                "业务摘要 "
-               "交易行为 发生业务 委托类型名称 摘要名称 business action type")},
+               "交易行为 发生业务 委托类型名称 摘要名称 类型 业务种类 交易种类 business action type")},
         {Column::Remark, "remark", words("备注 说明 remark note")},
-        {Column::Price, "price", words("成交价格 成交均价 成交价 均价 价格 交易价格 成交单价 price")},
+        {Column::Price, "price",
+         words("成交价格 成交均价 成交价 均价 价格 交易价格 成交单价 price avgprice averageprice")},
         {Column::Quantity, "quantity",
-         words("成交数量 成交股数 成交量 发生数量 数量 交易数量 股数 成交份额 发生股数 quantity qty volume "
+         words("成交数量 成交股数 成交数 成交量 发生数量 数量 交易数量 股数 成交份额 发生股数 quantity qty "
+               "volume "
                "shares")},
-        {Column::Amount, "amount", words("成交金额 成交额 成交总额 交易金额 amount turnover")},
+        {Column::Amount, "amount",
+         words("成交金额 成交额 成交总额 交易金额 amount grossamount turnover value")},
         {Column::Net, "net",
-         words("发生金额 清算金额 净金额 交收金额 资金发生数 资金发生额 变动资金 收付金额 变动金额 资金变动 "
+         words("发生金额 清算金额 净金额 交收金额 资金发生数 资金发生额 清算额 清算净额 变动资金 收付金额 "
+               "变动金额 资金变动 "
                "实际金额 "
-               "应收应付 收支金额 发生额 net netamount")},
+               "应收应付 收支金额 发生额 net netamount netvalue")},
+        {Column::Income, "income",
+         words("收入金额 收入 资金收入 收入额 贷方 贷方金额 贷方发生额 资金增加 转入金额")},
+        {Column::Expense, "expense",
+         words("支出金额 支出 资金支出 支出额 付出金额 付出 借方 借方金额 借方发生额 资金减少 转出金额")},
         {Column::TotalFee, "total fee",
          words("总费用 费用合计 合计费用 费用 交易费用 总手续费 全部费用 费用总计 fee fees")},
         {Column::Commission, "commission", words("手续费 commission")},
         {Column::CommissionTwin, "second commission", words("佣金 净佣金 实收佣金 标准佣金")},
-        {Column::StampDuty, "stamp duty", words("印花税 股票印花税 证券印花税 代扣印花税 stampduty")},
+        {Column::StampDuty, "stamp duty",
+         words("印花税 股票印花税 证券印花税 代扣印花税 stampduty stamptax duty")},
         {Column::OtherFee, "other fee",
          words("过户费 其他费 其他费用 其他杂费 其它费 其它费用 其它杂费 杂费 规费 交易规费 结算费 "
                "清算费 "
-               "交易所清算费 附加费 经手费 证管费 交易征费 财汇局征费 监管费 委托费 tax "
+               "交易所清算费 附加费 经手费 证管费 交易征费 财汇局征费 监管费 委托费 tax levy "
                "transferfee")},
         {Column::OrderNo, "order number",
          words("合同编号 合同号 委托编号 委托序号 申报序号 订单编号 委托号 order orderno orderid")},
         {Column::DealNo, "deal number",
-         words("成交编号 成交号 成交序号 流水号 成交流水号 deal dealno tradeid")},
+         words("成交编号 成交号 成交序号 流水号 成交流水号 deal dealno tradeid execid executionid")},
         {Column::Market, "market",
          words("交易市场 市场名称 市场代码 市场 交易所 交易所名称 市场类别 market exchange")},
         {Column::Holder, "holder",
@@ -88,12 +100,13 @@ const std::vector<Spellings> &spellings()
              "资金帐号 资金账号 资金账户 资金帐户 账号 帐号 客户号 客户代码 客户编号 资产账户 账户 account")},
         {Column::Currency, "currency", words("币种 货币 币种名称 货币代码 货币名称 currency")},
         {Column::SharesAfter, "shares after",
-         words("股票余额 股份余额 证券余额 剩余数量 后证余额 股份本次余额 证券本次余额 股份余数 库存数量 "
-               "剩余股数 "
-               "本次股份余额 股票本次余额 持股余额 证券结余 剩余证券数量")},
+         words(
+             "股票余额 股份余额 证券余额 剩余数量 后证余额 股份本次余额 证券本次余额 股份余数 库存数量 "
+             "剩余股数 "
+             "本次股份余额 股票本次余额 持股余额 证券结余 剩余证券数量 持仓 持仓数量 sharesafter position")},
         {Column::CashAfter, "cash after",
          words("资金余额 资金本次余额 剩余金额 本次资金余额 后资金额 账户余额 资金结余 本次金额 现金余额 "
-               "剩余资金 余额资金")},
+               "剩余资金 余额资金 资金结存 cashafter cashbalance")},
     };
     return table;
 }

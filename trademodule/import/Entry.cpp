@@ -7,6 +7,9 @@ Outcome outcomeOf(const Entry &entry)
     if (entry.kind.effect == Effect::ShortSale) {
         return Outcome::KeptOut;
     }
+    if (entry.isReversal) {
+        return Outcome::Nothing;
+    }
     if (entry.shares) {
         return isTrade(entry.shares->side) ? Outcome::Trade : Outcome::Shares;
     }

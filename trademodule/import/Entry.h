@@ -1,7 +1,6 @@
 #pragma once
 
 #include "trademodule/import/Business.h"
-#include "trademodule/import/CodeRanges.h"
 #include "trademodule/ledger/Execution.h"
 #include "trademodule/ledger/MoneyEntry.h"
 
@@ -22,6 +21,7 @@ struct Entry
     std::optional<qint64> sharesAfter{};
     std::optional<Money> cashAfter{}; ///< in yuan
 
+    bool isReversal = false;   ///< the shares are those of an earlier entry, which this one takes back
     bool isFeeInDoubt = false; ///< the fees do not come to what the account paid beyond the amount
     bool isFurniture = false;  ///< a sum or a line of text, which a client prints around the entries
 };

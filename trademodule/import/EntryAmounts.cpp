@@ -111,11 +111,24 @@ Money EntryAmounts::statedAmount() const
 
 std::optional<Money> EntryAmounts::net() const
 {
+    if (!m_row.has(Column::Net)) {
+        return incomeLessExpense();
+    }
     const QString cell = m_row.cell(Column::Net);
     if (cell.isEmpty() || CellValue::isEmpty(cell)) {
         return std::nullopt;
     }
     return money(Column::Net, QT_TR_NOOP("net amount"));
+}
+
+/// Of a statement that has columns of their own for what came and what went.
+std::optional<Money> EntryAmounts::incomeLessExpense() const
+{
+    const bool isTold =
+        !CellValue::isEmpty(m_row.cell(Column::Income)) || !CellValue::isEmpty(m_row.cell(Column::Expense));
+    return isTold ? std::optional(money(Column::Income, QT_TR_NOOP("income")) -
+                                  magnitude(money(Column::Expense, QT_TR_NOOP("expense"))))
+                  : std::nullopt;
 }
 
 bool EntryAmounts::isInLots(const Execution &execution, SecurityClass kind) const

@@ -1,12 +1,14 @@
 #pragma once
 
-#include "trademodule/import/CodeRanges.h"
 #include "trademodule/import/StatementRow.h"
 #include "trademodule/ledger/Execution.h"
+#include "trading/CodeRanges.h"
 
 #include <optional>
 
 namespace TradeModule {
+
+using Trading::SecurityClass;
 
 /// The numbers of a statement's entry. Each function throws an Error that names what cannot be.
 class EntryAmounts
@@ -46,6 +48,7 @@ public:
     std::optional<Money> cashAfter() const;
 
 private:
+    std::optional<Money> incomeLessExpense() const;
     double number(Column column, const char *what) const;
     Money money(Column column, const char *what) const;
     Money sum(Column column, const char *what) const;

@@ -20,20 +20,56 @@ bool isMoneyless(const StatementRow &row)
     return isNothing(row, Column::Price) || isNothing(row, Column::Quantity);
 }
 
+/// The word stands among the first cells, or anywhere in a line of no day and no security.
 bool isTotalLine(const StatementRow &row)
 {
-    constexpr int looked = 3;
+    constexpr int usual = 3;
+    const bool isOfAnEntry =
+        !CellValue::isEmpty(row.cell(Column::Date)) || !CellValue::isEmpty(row.cell(Column::Code));
     const QStringList &cells = row.allCells();
-    return std::any_of(cells.begin(), cells.begin() + std::min<int>(looked, cells.size()),
+    const int looked = isOfAnEntry ? std::min<int>(usual, cells.size()) : cells.size();
+    return std::any_of(cells.begin(), cells.begin() + looked,
                        [](const QString &cell) { return Business::isTotal(cell); });
+}
+
+/// The same row before it was taken back: what went came, and the other way round.
+QStringList cellsOfTaken(const StatementRow &row)
+{
+    QStringList cells = row.allCells();
+    const auto change = [&](Column column, const auto &changed) {
+        if (row.has(column) && !CellValue::isEmpty(row.cell(column))) {
+            const double number = CellValue::number(row.cell(column)).value_or(0);
+            cells[row.columns().positionsOf(column).constFirst()] = QString::number(changed(number), 'f', 4);
+        }
+    };
+    change(Column::Quantity, [](double number) { return std::abs(number); });
+    change(Column::Net, [&row](double number) { return row.areAmountsUnsigned() ? number : -number; });
+    if (row.has(Column::Income) && row.has(Column::Expense)) {
+        std::swap(cells[row.columns().positionsOf(Column::Income).constFirst()],
+                  cells[row.columns().positionsOf(Column::Expense).constFirst()]);
+    }
+    return cells;
+}
+
+/// True of a line of full width with nothing but a text in one cell, whatever the column is for.
+bool isOneText(const StatementRow &row)
+{
+    const QStringList &cells = row.allCells();
+    const auto isFilled = [](const QString &cell) { return !cell.trimmed().isEmpty(); };
+    const auto filled = std::find_if(cells.begin(), cells.end(), isFilled);
+    return cells.size() >= row.columns().count() && filled != cells.end() &&
+           std::none_of(std::next(filled), cells.end(), isFilled) && !CellValue::number(*filled) &&
+           !CellValue::date(*filled);
 }
 
 /// True of a line without anything that every entry has.
 bool isTextLine(const StatementRow &row)
 {
     const Column ofDay = row.has(Column::Date) ? Column::Date : Column::Time;
-    return CellValue::isEmpty(row.cell(Column::Code)) && CellValue::isEmpty(row.cell(Column::Quantity)) &&
-           !CellValue::date(row.cell(ofDay)) && (row.has(Column::Code) || !row.has(Column::Price));
+    const bool isBare = CellValue::isEmpty(row.cell(Column::Code)) &&
+                        CellValue::isEmpty(row.cell(Column::Quantity)) && !CellValue::date(row.cell(ofDay)) &&
+                        (row.has(Column::Code) || !row.has(Column::Price));
+    return isBare || (CellValue::isEmpty(row.cell(Column::Price)) && isOneText(row));
 }
 
 Entry furniture(const char *kind)
@@ -70,9 +106,27 @@ QString numberText(const StatementRow &row, Column column)
     return isNone ? QString() : *text;
 }
 
+/// B shares are priced in dollars, in Shenzhen in Hong Kong's, and have codes of their own; all others are in
+/// yuan.
+QString currencyOfCode(const StatementRow &row)
+{
+    const auto code = CellValue::code(row.cell(Column::Code));
+    const auto range = code ? CodeRanges::of(code->digits) : std::nullopt;
+    const bool isShare = range && range->kind == SecurityClass::Share;
+    if (isShare && range->market == Market::Shanghai && code->digits.startsWith(QLatin1String("900"))) {
+        return QStringLiteral("USD");
+    }
+    const bool isOfShenzhen = isShare && range->market == Market::Shenzhen;
+    return isOfShenzhen && code->digits.startsWith(QLatin1String("20")) ? QStringLiteral("HKD")
+                                                                        : QStringLiteral("CNY");
+}
+
 QString currencyOf(const StatementRow &row)
 {
     const QString cell = CellValue::cleaned(row.cell(Column::Currency)).toUpper();
+    if (cell.isEmpty()) {
+        return currencyOfCode(row);
+    }
     if (cell.contains(QStringLiteral("港")) || cell.contains(QLatin1String("HKD"))) {
         return QStringLiteral("HKD");
     }
@@ -82,7 +136,9 @@ QString currencyOf(const StatementRow &row)
 
 bool isYuan(const StatementRow &row)
 {
-    return !row.has(Column::Currency) || currencyOf(row) == QLatin1String("CNY");
+    const QString code = row.cell(Column::Code);
+    const bool mayBeBShare = code.contains(QLatin1String("900")) || code.contains(QLatin1String("200"));
+    return (!row.has(Column::Currency) && !mayBeBShare) || currencyOf(row) == QLatin1String("CNY");
 }
 
 /// True when the kind says that the account paid. An Error when it does not say which way money went.
@@ -118,14 +174,40 @@ bool isPaid(const Entry &entry)
 /// What an entry without shares changed: negative when the account paid.
 Money movedMoney(const EntryAmounts &amounts, const StatementRow &row, const Entry &entry)
 {
-    const bool isSigned = row.has(Column::Net) && !row.areAmountsUnsigned();
+    const bool isSigned = row.columns().tellNet() && !row.areAmountsUnsigned();
     if (isSigned) {
         return amounts.net().value_or(Money());
     }
-    const Money moved = row.has(Column::Net)                   ? magnitude(amounts.net().value_or(Money()))
+    const Money moved = row.columns().tellNet()                ? magnitude(amounts.net().value_or(Money()))
                         : entry.kind.effect == Effect::Nothing ? Money() // an amount that nobody paid
                                                                : amounts.statedAmount();
     return moved.isZero() || !isPaid(entry) ? moved : -moved;
+}
+
+/// Where no column is known to tell the amount, an unknown one may.
+void refuseUnknownAmount(const StatementRow &row, const Entry &entry)
+{
+    if (entry.kind.effect == Effect::Nothing || row.columns().tellNet()) {
+        return;
+    }
+    const QStringList cells = row.columns().unknownCells(row.allCells());
+    for (int i = 0; i < cells.size(); ++i) {
+        if (CellValue::number(cells[i]).value_or(0) != 0) {
+            throw CellError(
+                translated("\"%1\" moves money, but of the column %2 nobody knows what it tells: see "
+                           "--suggest")
+                    .arg(entry.word, row.columns().unknownNames()[i]),
+                row.columns().unknownNames()[i]);
+        }
+    }
+}
+
+/// An order that was taken back before it was dealt has moved nothing.
+bool hasBeenDealt(const StatementRow &row)
+{
+    const EntryAmounts amounts(row);
+    return row.columns().tellNet() ? !amounts.net().value_or(Money()).isZero()
+                                   : amounts.quantity() < 0 || !amounts.statedAmount().isZero();
 }
 
 } // namespace
@@ -145,10 +227,37 @@ Entry EntryReader::read(const StatementRow &row)
 
 Entry EntryReader::readEntry(const StatementRow &row)
 {
-    Entry entry;
     QStringList words;
-    entry.kind = kindOf(row, &words);
-    entry.word = words.isEmpty() ? QString() : words.constFirst();
+    const BusinessKind kind = kindOf(row, &words);
+    const QString word = words.isEmpty() ? QString() : words.constFirst();
+    const bool isReversal = std::any_of(words.begin(), words.end(),
+                                        [this](const QString &said) { return meaningOf(said).isReversal; });
+    return isReversal ? readReversal(kind, word, row) : readAs(kind, word, row);
+}
+
+Entry EntryReader::readReversal(const BusinessKind &kind, const QString &word, const StatementRow &row)
+{
+    const bool isOfTrade = kind.effect == Effect::Buy || kind.effect == Effect::Sell;
+    if (isOfTrade && !hasBeenDealt(row)) {
+        return readAs({QT_TR_NOOP("cancellations"), Effect::Nothing}, word, row);
+    }
+    const QStringList cells = cellsOfTaken(row);
+    Entry entry = readAs(kind, word, StatementRow(row.columns(), cells, row.areAmountsUnsigned()));
+    entry.isReversal = entry.shares.has_value();
+    if (entry.isReversal) {
+        entry.kind.name = QT_TR_NOOP("reversals");
+    }
+    if (entry.money) {
+        entry.money->amount = -entry.money->amount;
+    }
+    return entry;
+}
+
+Entry EntryReader::readAs(const BusinessKind &kind, const QString &word, const StatementRow &row)
+{
+    Entry entry;
+    entry.kind = kind;
+    entry.word = word;
     switch (entry.kind.effect) {
     case Effect::ShortSale:
         return entry;
@@ -192,13 +301,15 @@ QStringList EntryReader::wordsOf(const StatementRow &row) const
     return found;
 }
 
-std::optional<BusinessKind> EntryReader::kindOfWord(const QString &word)
+const EntryReader::Meaning &EntryReader::meaningOf(const QString &word)
 {
-    const auto known = m_kinds.constFind(word);
-    if (known != m_kinds.constEnd()) {
+    const auto known = m_meanings.constFind(word);
+    if (known != m_meanings.constEnd()) {
         return *known;
     }
-    return *m_kinds.insert(word, Business::of(word));
+    const QString taken = Business::withoutReversal(word);
+    const auto kind = Business::of(taken);
+    return *m_meanings.insert(word, {kind || taken == word ? kind : Business::of(word), taken != word});
 }
 
 /// A word for more than a trade comes before one for a trade: 买入 beside 配股缴款 is none.
@@ -207,7 +318,7 @@ std::optional<BusinessKind> EntryReader::kindOfWords(const StatementRow &row, co
     std::optional<BusinessKind> trade =
         row.has(Column::Side) ? Business::ofSide(Business::plainWord(row.cell(Column::Side))) : std::nullopt;
     for (const QString &word : words) {
-        const std::optional<BusinessKind> kind = kindOfWord(word);
+        const std::optional<BusinessKind> kind = meaningOf(word).kind;
         if (kind && kind->effect != Effect::Buy && kind->effect != Effect::Sell) {
             return kind;
         }
@@ -222,7 +333,7 @@ BusinessKind EntryReader::kindOf(const StatementRow &row, QStringList *words)
     if (const auto kind = kindOfWords(row, *words)) {
         return *kind;
     }
-    if (isNothing(row, Column::Quantity)) {
+    if (isNothing(row, Column::Quantity) && isNothing(row, Column::Price)) {
         return Business::otherMoney();
     }
     for (const QString &word : *words) {
@@ -246,6 +357,7 @@ void EntryReader::readMoney(const StatementRow &row, Entry *entry)
 {
     const Money amount = movedMoney(EntryAmounts(row), row, *entry);
     if (amount.isZero()) {
+        refuseUnknownAmount(row, *entry);
         return;
     }
     MoneyEntry money;
@@ -282,9 +394,10 @@ void EntryReader::readBalances(const StatementRow &row, Entry *entry)
         return;
     }
     const Execution &shares = *entry->shares;
-    entry->cash = shares.side == Side::Sell ? shares.amount - shares.fee
-                  : costsMoney(shares.side) ? -(shares.amount + shares.fee)
-                                            : Money();
+    entry->cash = entry->isReversal           ? Money()
+                  : shares.side == Side::Sell ? shares.amount - shares.fee
+                  : costsMoney(shares.side)   ? -(shares.amount + shares.fee)
+                                              : Money();
 }
 
 TradingDate EntryReader::dateOf(const StatementRow &row)
@@ -319,7 +432,7 @@ ClockTime EntryReader::timeOf(const StatementRow &row) const
     if (!time) {
         throw row.errorIn(Column::Time, translated("\"%1\" is no time").arg(CellValue::cleaned(text)));
     }
-    if (*time == ClockTime() && !row.has(Column::Time)) {
+    if (*time == ClockTime()) {
         return CellValue::timeBesideDate(row.cell(Column::Date)).value_or(ClockTime());
     }
     return *time;

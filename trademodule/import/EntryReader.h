@@ -26,13 +26,23 @@ public:
     const QStringList &unknownWords() const { return m_unknownWords; }
 
 private:
+    /// What a word says, and whether it says that an earlier entry is taken back.
+    struct Meaning
+    {
+        std::optional<BusinessKind> kind;
+        bool isReversal = false;
+    };
+
     Entry readEntry(const StatementRow &row);
+    Entry readAs(const BusinessKind &kind, const QString &word, const StatementRow &row);
+    Entry readReversal(const BusinessKind &kind, const QString &word, const StatementRow &row);
     BusinessKind kindOf(const StatementRow &row, QStringList *words);
-    std::optional<BusinessKind> kindOfWord(const QString &word);
+    const Meaning &meaningOf(const QString &word);
     std::optional<BusinessKind> kindOfWords(const StatementRow &row, const QStringList &words);
     QStringList wordsOf(const StatementRow &row) const;
 
     void readShares(const StatementRow &row, Entry *entry);
+    NamedSecurity securityOf(const StatementRow &row, const Entry &entry);
     void readTrade(const StatementRow &row, const NamedSecurity &security, Side side, Entry *entry);
     void readMove(const StatementRow &row, const NamedSecurity &security, Side side, Entry *entry);
     void readWithoutPrice(const StatementRow &row, const NamedSecurity &security, Side side, Entry *entry);
@@ -45,7 +55,7 @@ private:
 
     const ReadOptions &m_options;
     SecurityReader m_securities;
-    QHash<QString, std::optional<BusinessKind>> m_kinds; // by word: a statement has few
+    QHash<QString, Meaning> m_meanings; // by word: a statement has few
     QStringList m_unknownWords;
     QString m_dateCell; // the last one read: the next is most often of the same day
     std::optional<TradingDate> m_date;

@@ -94,7 +94,7 @@ void EntryReader::readShares(const StatementRow &row, Entry *entry)
         readMoney(row, entry);
         return;
     }
-    const NamedSecurity security = m_securities.of(row, Business::isOfHongKong(entry->word));
+    const NamedSecurity security = securityOf(row, *entry);
     const bool isTradeWord = effect == Effect::Buy || effect == Effect::Sell;
     if (security.kind == SecurityClass::Repo) {
         entry->kind = Business::repo();
@@ -110,15 +110,30 @@ void EntryReader::readShares(const StatementRow &row, Entry *entry)
     }
     const bool isFund =
         security.kind == SecurityClass::Fund || security.security.market == Market::OverTheCounter;
-    const bool isForMoneyOnly = entry->kind.effect == Effect::Application && !isFund;
+    const bool isOfFundShares = !isFund && Business::isOfFundShares(entry->word);
+    const bool isForMoneyOnly = entry->kind.effect == Effect::Application && !isFund && !isOfFundShares;
     if (isForMoneyOnly || isOnlyForPayment(security)) {
         readMoney(row, entry);
         return;
+    }
+    if (isOfFundShares && entry->kind.effect == Effect::Application) { // given for units of a fund
+        entry->kind.effect = Effect::SharesOut;
+    } else if (isOfFundShares && entry->kind.effect == Effect::Redemption) {
+        entry->kind.effect = Effect::SharesIn;
     }
     const EntryAmounts amounts(row);
     const Money net = row.areAmountsUnsigned() ? Money() : amounts.net().value_or(Money());
     readMove(row, security, sideOfMove(*entry, amounts.quantity(), net, security.kind, amounts.sharesAfter()),
              entry);
+}
+
+/// A fund that is bought from its manager may have the code of a share.
+NamedSecurity EntryReader::securityOf(const StatementRow &row, const Entry &entry)
+{
+    const NamedSecurity security = m_securities.of(row, Business::isOfHongKong(entry.word));
+    return security.kind == SecurityClass::Share && Business::isOfFunds(entry.word)
+               ? NamedSecurity{{security.security.code, Market::OverTheCounter}, SecurityClass::Fund}
+               : security;
 }
 
 void EntryReader::readTrade(const StatementRow &row, const NamedSecurity &security, Side side, Entry *entry)
@@ -204,7 +219,8 @@ void EntryReader::readMove(const StatementRow &row, const NamedSecurity &securit
         execution.fee = net.isNegative() && !paidBeyond.isNegative() ? paidBeyond : Money();
     }
     entry->shares = execution;
-    if (!net.isZero() && !(costs && net.isNegative())) {
+    const bool isRedeemed = entry->kind.effect == Effect::Redemption && !row.columns().tellNet();
+    if (isRedeemed || (!net.isZero() && !(costs && net.isNegative()))) {
         readMoney(row, entry);
     }
 }

@@ -66,6 +66,13 @@ void addRowRemarks(const StatementContents &contents, QVector<Remark> *remarks)
                                     "shares that were borrowed are not in the books")
                              .arg(rows(found.rows))});
     }
+    if (const Noted &found = contents.reversals; found.rows > 0) {
+        remarks->append(
+            {found.firstLine,
+             translated("neither of two counts: %1, beginning with this one, that take an earlier row "
+                        "back; if another import told that row alone, undo it")
+                 .arg(rows(found.rows))});
+    }
     if (contents.areAmountsUnsigned) {
         remarks->append({0, translated("no net amount has a sign: what came and what went is taken from the "
                                        "words, and what was bought and sold checked against the amounts")});

@@ -64,8 +64,9 @@ void refuseMissingColumns(const StatementColumns &columns, const ReadOptions &op
 /// A row that ends before a column that counts.
 bool isCutShort(const StatementColumns &columns, const QStringList &cells)
 {
-    for (const Column column : {Column::Date, Column::Code, Column::Side, Column::Business, Column::Price,
-                                Column::Quantity, Column::Amount, Column::Net}) {
+    for (const Column column :
+         {Column::Date, Column::Code, Column::Side, Column::Business, Column::Price, Column::Quantity,
+          Column::Amount, Column::Net, Column::Income, Column::Expense}) {
         if (columns.has(column) && columns.positionsOf(column).constFirst() >= cells.size()) {
             return true;
         }
@@ -181,9 +182,19 @@ void RowCollector::begin(const TableHeader &header)
     m_accountColumn = header.columns().has(Column::Account) ? Column::Account : Column::Holder;
 }
 
+/// A workbook does not write the empty cells at a row's end.
+QStringList RowCollector::cellsOf(const SheetRow &row) const
+{
+    QStringList cells = m_header->cells(row);
+    while (!row.sheet.isEmpty() && cells.size() < m_header->columns().count()) {
+        cells.append(QString());
+    }
+    return cells;
+}
+
 void RowCollector::takeEntry(const SheetRow &row)
 {
-    const QStringList cells = m_header->cells(row);
+    const QStringList cells = cellsOf(row);
     const StatementRow statementRow(m_header->columns(), cells, m_options.areAmountsUnsigned);
     noteSign(statementRow);
     try {
@@ -215,8 +226,8 @@ void RowCollector::takeEntry(const SheetRow &row)
 
 void RowCollector::noteSign(const StatementRow &row)
 {
-    m_hasNegativeNet =
-        m_hasNegativeNet || CellValue::money(row.cell(Column::Net)).value_or(Money()).isNegative();
+    m_hasNegativeNet = m_hasNegativeNet || row.has(Column::Expense) ||
+                       CellValue::money(row.cell(Column::Net)).value_or(Money()).isNegative();
 }
 
 /// The accounts are told apart by their own column; without one by shareholder's codes of one kind.
@@ -246,7 +257,12 @@ void RowCollector::keep(const Entry &entry, const StatementRow &row, int line)
     if (!entry.isFurniture && m_contents.firstRows.size() < StatementContents::mostFirstRows) {
         m_contents.firstRows.append({line, entry});
     }
-    if (entry.shares) {
+    if (entry.isReversal) {
+        m_reversals.add(*entry.shares, line);
+        m_contents.reversals.note(line);
+        noteKind(entry, line);
+        noteCash(entry, line, entry.shares->date, entry.shares->time);
+    } else if (entry.shares) {
         const bool isPaidOrEntered =
             entry.kind.effect == Effect::Payment || entry.kind.effect == Effect::Entry;
         if (isPaidOrEntered && entry.shares->side == Side::Allotment) {
@@ -360,6 +376,7 @@ StatementContents RowCollector::finish()
     }
     finishAccount();
     finishAllotments();
+    finishReversals();
     finishOrder();
     finishDays();
     m_contents.areAmountsUnsigned = m_options.areAmountsUnsigned;
@@ -429,6 +446,18 @@ void RowCollector::finishAllotments()
         if (row.entry.money) {
             keepMoney(*row.entry.money);
         }
+    }
+}
+
+void RowCollector::finishReversals()
+{
+    for (const Reversals::Row &row : m_reversals.takeBack(&m_listed)) {
+        --m_contents.rowCount; // it is counted as one that was read
+        refuse(row.line,
+               translated("the row takes back %1 × %2 of %3, which no earlier row of the statement tells: "
+                          "export a longer time, or undo the import that told it")
+                   .arg(row.taken.quantity)
+                   .arg(row.taken.price.text(), row.taken.security.code));
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "trademodule/import/Allotments.h"
 #include "trademodule/import/EntryReader.h"
+#include "trademodule/import/Reversals.h"
 #include "trademodule/import/StatementContents.h"
 #include "trademodule/import/TableHeader.h"
 
@@ -29,6 +30,7 @@ private:
     void beginSheet(const QString &name);
     void endSheet();
     bool goesOn(const SheetRow &row) const;
+    QStringList cellsOf(const SheetRow &row) const;
     void takeEntry(const SheetRow &row);
     bool isOfOtherAccount(const StatementRow &row);
     void noteAccount(const QString &account);
@@ -42,6 +44,7 @@ private:
     void noteNearMiss(const SheetRow &row);
     void refuse(int line, const QString &reason, const QString &column = {});
     void finishAllotments();
+    void finishReversals();
     void finishOrder();
     void finishDays();
     void finishAccount();
@@ -62,6 +65,7 @@ private:
     StatementColumns m_nearMiss; ///< before a header: the columns of the line that comes nearest to one
     ListedEntries m_listed;
     Allotments m_allotments;
+    Reversals m_reversals;
     CashCheck m_cashCheck;
     QStringList m_accounts; ///< that the statement names, by what m_accountColumn is
     Column m_accountColumn = Column::Account;

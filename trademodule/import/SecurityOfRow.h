@@ -1,8 +1,8 @@
 #pragma once
 
 #include "trademodule/SharedTypes.h"
-#include "trademodule/import/CodeRanges.h"
 #include "trademodule/import/StatementRow.h"
+#include "trading/CodeRanges.h"
 
 #include <QHash>
 #include <QStringList>
@@ -10,6 +10,10 @@
 #include <optional>
 
 namespace TradeModule {
+
+namespace CodeRanges = Trading::CodeRanges;
+using Trading::CodeRange;
+using Trading::SecurityClass;
 
 /// A security as a statement names it, and what its code is of.
 struct NamedSecurity

@@ -52,6 +52,7 @@ StatementColumns::StatementColumns(const QStringList &headerCells, const ImportP
             take(Column::Unused, {i});
         } else if (!isTaken[i] && !m_names[i].isEmpty()) {
             m_unknownNames.append(m_names[i]);
+            m_unknownPositions.append(i);
         }
     }
 }
@@ -60,8 +61,8 @@ bool StatementColumns::isHeader() const
 {
     const bool isOfTrades =
         has(Column::Price) && has(Column::Quantity) && (has(Column::Code) || has(Column::Name));
-    const bool isOfMoney = has(Column::Date) && has(Column::Net) &&
-                           (has(Column::Business) || has(Column::Side)) && knownNames() > 3;
+    const bool isOfMoney =
+        has(Column::Date) && tellNet() && (has(Column::Business) || has(Column::Side)) && knownNames() > 3;
     return isOfTrades || isOfMoney;
 }
 
@@ -90,6 +91,15 @@ QStringList StatementColumns::cells(Column column, const QStringList &cells) con
 {
     QStringList found;
     for (const int position : positionsOf(column)) {
+        found.append(cells.value(position));
+    }
+    return found;
+}
+
+QStringList StatementColumns::unknownCells(const QStringList &cells) const
+{
+    QStringList found;
+    for (const int position : m_unknownPositions) {
         found.append(cells.value(position));
     }
     return found;

@@ -22,6 +22,8 @@ enum class Column {
     Quantity,
     Amount,
     Net,      ///< what the entry changed on the account, negative for a buy
+    Income,   ///< the same, where what came and what went have columns of their own
+    Expense,  ///< and this one what went
     TotalFee, ///< all fees in one
     Commission,
     CommissionTwin, ///< another commission column, which may hold the same number once more
@@ -57,8 +59,12 @@ public:
     const QVector<int> &positionsOf(Column column) const { return m_positions[static_cast<size_t>(column)]; }
     /// The name in the header of the best column of this meaning.
     QString nameOf(Column column) const;
+    /// True when there is a column of what entries changed on the account, or two.
+    bool tellNet() const { return has(Column::Net) || has(Column::Income) || has(Column::Expense); }
     /// Names that say nothing to the import.
     const QStringList &unknownNames() const { return m_unknownNames; }
+    /// The cells of these.
+    QStringList unknownCells(const QStringList &cells) const;
 
     /// The cell of the best column of this meaning; empty when there is none or the line is too short.
     QString cell(Column column, const QStringList &cells) const;
@@ -74,7 +80,8 @@ private:
 
     QStringList m_names;
     QStringList m_unknownNames;
-    QVector<int> m_units; ///< one for each name
+    QVector<int> m_unknownPositions; ///< one for each of the unknown names
+    QVector<int> m_units;            ///< one for each name
     std::array<QVector<int>, columnKinds> m_positions;
 };
 

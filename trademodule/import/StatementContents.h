@@ -78,6 +78,7 @@ struct StatementContents
     QStringList sheetsLeftOut; ///< of a workbook: they tell no entries
     QStringList unknownColumns;
     QStringList unknownWords;
+    Noted reversals;   ///< rows that take earlier ones back: neither of the two counts
     Noted feesInDoubt; ///< the fees do not come to what was paid
     Noted costless;    ///< shares that came in without a price
 

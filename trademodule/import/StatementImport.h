@@ -18,7 +18,7 @@ struct ImportOptions
 /// What an import did or, as a dry run, would do.
 struct ImportReport
 {
-    StatementContents contents; ///< without its entries, which are in the ledger
+    StatementContents contents;
     Booked booked;
     std::optional<HoldingDisagreement> holdingDisagreement;
     bool isRefused = false; ///< nothing was booked, because of bad rows or of entries in doubt

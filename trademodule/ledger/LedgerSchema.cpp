@@ -237,6 +237,19 @@ const std::vector<QStringList> &migrations()
                 reason TEXT NOT NULL DEFAULT ''))"),
             QStringLiteral("CREATE INDEX replacement_by_order ON order_replacement (order_id)"),
         },
+        {
+            // how far the exchange had dealt a minute; recorded: the day that a replay plays, 0 of the
+            // market's own
+            QStringLiteral(R"(CREATE TABLE told_minute (
+                security_id BIGINT PRIMARY KEY REFERENCES security (id),
+                quote_date INTEGER NOT NULL,
+                quote_time INTEGER NOT NULL,
+                high BIGINT NOT NULL,
+                low BIGINT NOT NULL,
+                close BIGINT NOT NULL,
+                volume BIGINT NOT NULL,
+                recorded INTEGER NOT NULL))"),
+        },
     };
     return steps;
 }

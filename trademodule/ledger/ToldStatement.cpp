@@ -3,6 +3,7 @@
 #include "trademodule/ledger/ColumnValue.h"
 
 #include <QDataStream>
+#include <QSet>
 
 #include <algorithm>
 
@@ -11,6 +12,7 @@ namespace TradeModule {
 namespace {
 
 constexpr QDataStream::Version format = QDataStream::Qt_5_12;
+constexpr int entriesOfAPiece = 10000;
 
 // The order of the fields is that of the ledgers that are there: do not change it.
 QDataStream &operator<<(QDataStream &stream, const Execution &entry)
@@ -21,7 +23,10 @@ QDataStream &operator<<(QDataStream &stream, const Execution &entry)
                   << entry.stampDuty.steps() << entry.orderNo << entry.dealNo;
 }
 
-Execution readExecution(QDataStream *stream)
+/// Codes that were read: a million entries share some hundreds of them.
+using Codes = QSet<QString>;
+
+Execution readExecution(QDataStream *stream, Codes *codes)
 {
     QString market;
     qint8 side = 0;
@@ -34,6 +39,7 @@ Execution readExecution(QDataStream *stream)
     Execution entry{{}, Side::Buy, TradingDate::first(), ClockTime()};
     *stream >> market >> entry.security.code >> side >> date >> time >> price >> entry.quantity >> amount >>
         fee >> stampDuty >> entry.orderNo >> entry.dealNo;
+    entry.security.code = *codes->insert(entry.security.code);
     entry.security.market = ColumnValue::market(market);
     entry.side = static_cast<Side>(side);
     entry.date = ColumnValue::date(date);
@@ -84,7 +90,7 @@ QByteArray packed(const Statement &statement, int first, int count)
     return qCompress(bytes, fastCompression);
 }
 
-void unpack(const QByteArray &piece, Statement *statement)
+void unpack(const QByteArray &piece, Codes *codes, Statement *statement)
 {
     const QByteArray bytes = qUncompress(piece);
     QDataStream stream(bytes);
@@ -98,7 +104,7 @@ void unpack(const QByteArray &piece, Statement *statement)
     }
     stream >> count;
     while (count-- > 0) {
-        statement->executions.append(readExecution(&stream));
+        statement->executions.append(readExecution(&stream, codes));
     }
 }
 
@@ -106,7 +112,6 @@ void unpack(const QByteArray &piece, Statement *statement)
 
 void ToldStatement::keep(qint64 number, const Statement &statement)
 {
-    constexpr int entriesOfAPiece = 10000;
     remove(number);
     QSqlQuery insertion = m_database->prepared(
         QStringLiteral("INSERT INTO told_statement (statement_id, part, entries) VALUES (?, ?, ?)"));
@@ -120,13 +125,22 @@ void ToldStatement::keep(qint64 number, const Statement &statement)
 
 Statement ToldStatement::read(qint64 number)
 {
+    Statement statement;
+    statement.executions.reserve(pieces(number) * entriesOfAPiece); // a growing list would be there twice
     Rows rows = m_database->run(
         QStringLiteral("SELECT entries FROM told_statement WHERE statement_id = ? ORDER BY part"), {number});
-    Statement statement;
+    Codes codes;
     while (rows.next()) {
-        unpack(rows.value(0).toByteArray(), &statement);
+        unpack(rows.value(0).toByteArray(), &codes, &statement);
     }
     return statement;
+}
+
+int ToldStatement::pieces(qint64 number)
+{
+    Rows count = m_database->run(QStringLiteral("SELECT COUNT(*) FROM told_statement WHERE statement_id = ?"),
+                                 {number});
+    return count.next() ? count.value(0).toInt() : 0;
 }
 
 QVector<qint64> ToldStatement::after(qint64 number)

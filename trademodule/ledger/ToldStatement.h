@@ -22,6 +22,8 @@ public:
     void remove(qint64 number);
 
 private:
+    int pieces(qint64 number);
+
     Database *const m_database;
 };
 

@@ -51,6 +51,46 @@
         <source>Unexpected value after &apos;%1&apos;.</source>
         <translation>“%1”之后有多余的值。</translation>
     </message>
+    <message>
+        <source>A word by which &quot;imports --mark&quot; finds this import again.</source>
+        <translation>一个标记，“imports --mark”凭它找到本次导入。</translation>
+    </message>
+    <message>
+        <source>WORD</source>
+        <translation>标记</translation>
+    </message>
+    <message>
+        <source>Tells as JSON the import with this mark, when all changes that were begun are done.</source>
+        <translation>等已开始的更改全部结束后，以 JSON 告知带此标记的导入。</translation>
+    </message>
+    <message>
+        <source>a statement told %1 of %2 at %3 on %4 before; nothing was added</source>
+        <translation>对账单此前已记有 %1 股 %2，价格 %3，日期 %4；未重复登记</translation>
+    </message>
+    <message>
+        <source>the row takes back %1 × %2 of %3, which no earlier row of the statement tells: export a longer time, or undo the import that told it</source>
+        <translation>该行冲销 %3 的 %1 × %2，但对账单前面没有这一笔：请导出更长的时间段，或撤销记入它的那次导入</translation>
+    </message>
+    <message>
+        <source>neither of two counts: %1, beginning with this one, that take an earlier row back; if another import told that row alone, undo it</source>
+        <translation>冲销行 %1，自此行起：与被冲销的行都不计入；若另一次导入只记了被冲销的那一行，请撤销那次导入</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; moves money, but of the column %2 nobody knows what it tells: see --suggest</source>
+        <translation>“%1”涉及资金，但不知道“%2”列的含义：请看 --suggest</translation>
+    </message>
+    <message>
+        <source>income</source>
+        <translation>收入</translation>
+    </message>
+    <message>
+        <source>expense</source>
+        <translation>支出</translation>
+    </message>
+    <message>
+        <source>reversals</source>
+        <translation>冲销</translation>
+    </message>
 </context>
 <context>
     <name>QIODevice</name>
@@ -132,10 +172,6 @@
     <message>
         <source>quotes of %1 are left alone: orders are dealt against quotes of today, %2</source>
         <translation>忽略 %1 的行情：委托只与今日（%2）的行情撮合</translation>
-    </message>
-    <message>
-        <source>no pipe for signals can be made</source>
-        <translation>无法建立信号管道</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is &quot;%2&quot;, which this trading module does not know</source>
@@ -467,7 +503,7 @@
     </message>
     <message>
         <source>sales</source>
-        <translation>卖出笔数</translation>
+        <translation>卖出</translation>
     </message>
     <message>
         <source>sharesin</source>
@@ -760,10 +796,6 @@
     <message>
         <source>there is no header line that names the price (成交价格), the quantity (成交数量) and the security (证券代码); export the executed trades with their header</source>
         <translation>找不到含成交价格、成交数量和证券代码的表头行；请连同表头一起导出成交记录</translation>
-    </message>
-    <message>
-        <source>the price must be a multiple of 0.01 yuan</source>
-        <translation>价格应为 0.01 元的整数倍</translation>
     </message>
     <message>
         <source>the quantity must be a multiple of %1</source>
@@ -1476,6 +1508,74 @@
     <message>
         <source>the day of order %1 is over</source>
         <translation>委托 %1 的交易日已结束</translation>
+    </message>
+    <message>
+        <source>the holidays in %1 are not read: %2</source>
+        <translation>未读取休市日文件 %1：%2</translation>
+    </message>
+    <message>
+        <source>%1:%2: &quot;%3&quot; names no day; none of the holidays in this file counts</source>
+        <translation>%1:%2：“%3”不是日期；此文件的休市日均不采用</translation>
+    </message>
+    <message>
+        <source>%1:%2: &quot;%3&quot; ends before it begins; none of the holidays in this file counts</source>
+        <translation>%1:%2：“%3”的结束早于开始；此文件的休市日均不采用</translation>
+    </message>
+    <message>
+        <source>%1:%2: &quot;%3&quot; is longer than a month; none of the holidays in this file counts</source>
+        <translation>%1:%2：“%3”超过一个月；此文件的休市日均不采用</translation>
+    </message>
+    <message>
+        <source>the price must be a multiple of %1 yuan</source>
+        <translation>价格应为 %1 元的整数倍</translation>
+    </message>
+    <message>
+        <source>the quantity must be at least %1</source>
+        <translation>数量至少应为 %1</translation>
+    </message>
+    <message>
+        <source>there is no ledger %1 whose account could be copied</source>
+        <translation>没有可供复制账户的账本 %1</translation>
+    </message>
+    <message>
+        <source>there is a ledger %1 already: a practice begins in a new one</source>
+        <translation>账本 %1 已经存在：练习要在新的账本里开始</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no amount of yuan such as 500000 or 1234.56</source>
+        <translation>“%1”不是金额（元），例如 500000 或 1234.56</translation>
+    </message>
+    <message>
+        <source>--hold is &quot;%1&quot;, but must be CODE QUANTITY COST-PRICE, such as &quot;600519 100 1700.00&quot;</source>
+        <translation>--hold 是“%1”，但必须是 代码 数量 成本价，例如“600519 100 1700.00”</translation>
+    </message>
+    <message>
+        <source>the ledger %1 practises no day</source>
+        <translation>账本 %1 不是练习用的账本</translation>
+    </message>
+    <message>
+        <source>Begins a ledger that practises a recorded day, or tells how far one has come.</source>
+        <translation>开始一个练习历史交易日的账本，或显示练习到了何时。</translation>
+    </message>
+    <message>
+        <source>Begins: the recorded day.</source>
+        <translation>开始：历史交易日。</translation>
+    </message>
+    <message>
+        <source>Begins with the cash and the holdings of this account.</source>
+        <translation>以这个账户的资金和持仓开始。</translation>
+    </message>
+    <message>
+        <source>Begins with this cash in yuan; a million if nothing says more.</source>
+        <translation>以这些资金（元）开始；没有另外指定时为一百万。</translation>
+    </message>
+    <message>
+        <source>Begins with this holding alone, such as &quot;600519 100 1700.00&quot;.</source>
+        <translation>只以这一项持仓开始，例如“600519 100 1700.00”。</translation>
+    </message>
+    <message>
+        <source>day</source>
+        <translation>日期</translation>
     </message>
 </context>
 <context>

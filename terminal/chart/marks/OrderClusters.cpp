@@ -8,27 +8,16 @@
 
 namespace Terminal {
 
-namespace {
-
-/// The number of the square of a glyph's size that a pixel is in, along one axis.
-int cellOf(double pixel)
+OrderClusters::OrderClusters(const ChartGeometry &geometry)
+    : m_geometry(geometry),
+      m_barWidth(geometry.barWidth()),
+      m_grid(geometry)
 {
-    constexpr double farAway = 1e6; // beyond any screen: an overlay may name any price
-    return static_cast<int>(std::floor(std::clamp(pixel, -farAway, farAway) / orderGlyphSize));
 }
-
-quint64 cellKey(GlyphNumber number, int column, int row)
-{
-    constexpr quint64 mask = 0xFFFFFF;
-    return ((static_cast<quint64>(column) & mask) << 32U) | ((static_cast<quint64>(row) & mask) << 8U) |
-           static_cast<quint64>(number);
-}
-
-} // namespace
 
 void OrderClusters::add(int bar, double price, int kind, bool atLow)
 {
-    const double x = m_geometry.barToX(bar);
+    const double x = m_geometry.left + (bar - m_geometry.span.first) * m_barWidth;
     const double y = m_geometry.priceToY(price);
     const EdgeClamp clamp = atLow                           ? EdgeClamp::AtBottom
                             : price >= m_geometry.highPrice ? EdgeClamp::AtTop
@@ -36,37 +25,57 @@ void OrderClusters::add(int bar, double price, int kind, bool atLow)
     const GlyphNumber number = orderGlyph(kind, clamp);
     const double top = atLow ? y - orderGlyphSize : y;
     const QPointF place(x, top + orderGlyphSize / 2);
-    if (DrawnMark *const known = markNear(number, place)) {
-        ++known->count;
-        known->places.push_back(place);
-        return;
+    const GlyphGrid::Square square = GlyphGrid::squareOf(place);
+    int mark = markNear(number, place, square);
+    if (mark == GlyphGrid::noMark) {
+        mark = addMark(number, place, top);
+        m_grid.put(number, square, mark);
     }
-    m_cells.insert(cellKey(number, cellOf(place.x()), cellOf(place.y())), m_marks.size());
-    m_marks.push_back({number, 1, QRectF(x, top, 0, 0), {place}});
+    m_joined.push_back({mark, place});
 }
 
 /// A square has one mark of a kind at most, since two there would be one: what is near lies in it or beside
 /// it.
-DrawnMark *OrderClusters::markNear(GlyphNumber number, const QPointF &place)
+int OrderClusters::markNear(GlyphNumber number, const QPointF &place, GlyphGrid::Square square) const
 {
     for (const int column : {0, -1, 1}) {
         for (const int row : {0, -1, 1}) {
-            const auto known =
-                m_cells.constFind(cellKey(number, cellOf(place.x()) + column, cellOf(place.y()) + row));
-            if (known == m_cells.constEnd()) {
+            const int known = m_grid.markIn(number, {square.column + column, square.row + row});
+            if (known == GlyphGrid::noMark) {
                 continue;
             }
-            const QPointF away = place - m_marks[*known].places.front();
+            const QPointF away = place - m_firstPlaces[static_cast<size_t>(known)];
             if (std::abs(away.x()) < orderGlyphSize && std::abs(away.y()) < orderGlyphSize) {
-                return &m_marks[*known];
+                return known;
             }
         }
     }
-    return nullptr;
+    return GlyphGrid::noMark;
+}
+
+int OrderClusters::addMark(GlyphNumber number, const QPointF &place, double top)
+{
+    m_marks.push_back({number, 0, QRectF(place.x(), top, 0, 0), {}});
+    m_firstPlaces.push_back(place);
+    return static_cast<int>(m_marks.size()) - 1;
+}
+
+void OrderClusters::shareOutPlaces()
+{
+    for (const Joined &joined : m_joined) {
+        ++m_marks[static_cast<size_t>(joined.mark)].count;
+    }
+    for (DrawnMark &mark : m_marks) {
+        mark.places.reserve(static_cast<size_t>(mark.count));
+    }
+    for (const Joined &joined : m_joined) {
+        m_marks[static_cast<size_t>(joined.mark)].places.push_back(joined.place);
+    }
 }
 
 void OrderClusters::moveTo(DrawnMarks *marks, GlyphSprites *sprites)
 {
+    shareOutPlaces();
     for (DrawnMark &mark : m_marks) {
         const QSizeF size = sprites->size(mark.glyph, mark.count);
         const double lowest = std::max(m_geometry.top, m_geometry.bottom - size.height());
@@ -75,7 +84,9 @@ void OrderClusters::moveTo(DrawnMarks *marks, GlyphSprites *sprites)
         marks->add(std::move(mark));
     }
     m_marks.clear();
-    m_cells.clear();
+    m_firstPlaces.clear();
+    m_joined.clear();
+    m_grid = GlyphGrid(m_geometry);
 }
 
 } // namespace Terminal

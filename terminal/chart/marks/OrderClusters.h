@@ -2,8 +2,7 @@
 
 #include "terminal/chart/axes/ChartGeometry.h"
 #include "terminal/chart/marks/DrawnMarks.h"
-
-#include <QHash>
+#include "terminal/chart/marks/GlyphGrid.h"
 
 #include <vector>
 
@@ -19,7 +18,7 @@ class OrderClusters
 {
 public:
     /// `geometry` is borrowed.
-    explicit OrderClusters(const ChartGeometry &geometry) : m_geometry(geometry) {}
+    explicit OrderClusters(const ChartGeometry &geometry);
 
     /// A mark that hangs from its price, or stands on it at the bottom of the scale.
     void add(int bar, double price, int kind, bool atLow);
@@ -27,11 +26,23 @@ public:
     void moveTo(DrawnMarks *marks, GlyphSprites *sprites);
 
 private:
-    DrawnMark *markNear(GlyphNumber number, const QPointF &place);
+    /// A place and the mark that it joined: one list for all, for each place to be a step to the next.
+    struct Joined
+    {
+        int mark;
+        QPointF place;
+    };
+
+    int markNear(GlyphNumber number, const QPointF &place, GlyphGrid::Square square) const;
+    int addMark(GlyphNumber number, const QPointF &place, double top);
+    void shareOutPlaces();
 
     const ChartGeometry &m_geometry;
-    QHash<quint64, size_t> m_cells; ///< square of a glyph's size, and kind, to the one mark in it
+    const double m_barWidth; ///< kept, because there may be a mark on each of many thousand bars
+    GlyphGrid m_grid;        ///< has each of m_marks where it is
     std::vector<DrawnMark> m_marks;
+    std::vector<QPointF> m_firstPlaces; ///< by mark
+    std::vector<Joined> m_joined;
 };
 
 } // namespace Terminal

@@ -97,10 +97,10 @@ QString windowStyleSheet(const ChartTheme &theme)
     return QStringLiteral(
                "QMainWindow { background: %1; }"
                "QToolBar { background: %1; border: none; border-bottom: 1px solid %2; spacing: 4px; padding: "
-               "5px 8px; }"
+               "3px 8px; }"
                "QToolBar::separator { background: %2; width: 1px; margin: 5px 6px; }"
                "QToolButton, QComboBox { color: %3; background: transparent; border: 1px solid transparent;"
-               "  border-radius: 4px; padding: 4px 8px; }"
+               "  border-radius: 4px; padding: 4px 7px; }"
                "QComboBox { border-color: %2; min-width: 8em; }"
                "QComboBox#shortChoice { min-width: 3.5em; }"
                "QToolBar QLabel { color: %5; padding: 0 8px; }"

@@ -57,14 +57,6 @@
 <context>
     <name>BarImport</name>
     <message>
-        <source>%1: the file does not say which security it is of: add --code, e.g. --code 600519.SH</source>
-        <translation>%1：文件没有写明是哪只证券：请加 --code，如 --code 600519.SH</translation>
-    </message>
-    <message>
-        <source>%1: nothing says on which market %2 is: add --code %2.SH or --code %2.SZ</source>
-        <translation>%1：无法判断 %2 属于哪个市场：请加 --code %2.SH 或 --code %2.SZ</translation>
-    </message>
-    <message>
         <source>%1: these are bars of %2, but the folder has %3 under this code; use another folder</source>
         <translation>%1：这是 %2 的K线，而文件夹中该代码是 %3；请用另一个文件夹</translation>
     </message>
@@ -85,20 +77,12 @@
         <translation>%1：最后一根K线是 %2，尚未到来</translation>
     </message>
     <message>
-        <source>The prices are adjusted: the cost and the trades of an account do not lie on them.</source>
-        <translation>价格是复权的：账户的成本与成交不会落在K线上。</translation>
-    </message>
-    <message>
         <source>%1 rows of days without trading are left out.</source>
         <translation>略去 %1 行无交易的日子。</translation>
     </message>
     <message>
         <source>%1 minutes after the close are left out.</source>
         <translation>略去收盘后的 %1 分钟。</translation>
-    </message>
-    <message>
-        <source>These are bars of %1 minutes; the terminal takes each for one minute.</source>
-        <translation>这是 %1 分钟线；终端把每根当作一分钟。</translation>
     </message>
     <message>
         <source>Columns that are not used: %1.</source>
@@ -135,6 +119,14 @@
     <message>
         <source>stopped; nothing is written</source>
         <translation>已停止；什么都没有写入</translation>
+    </message>
+    <message>
+        <source>%1: the file does not say which security it is of: name it with --code, e.g. --code 600519.SH</source>
+        <translation>%1：文件没有写明是哪只证券：请用 --code 指明，如 --code 600519.SH</translation>
+    </message>
+    <message>
+        <source>%1: nothing says on which market %2 is: say --code %2.SH or --code %2.SZ</source>
+        <translation>%1：无法判断 %2 属于哪个市场：请指明 --code %2.SH 或 --code %2.SZ</translation>
     </message>
 </context>
 <context>
@@ -569,10 +561,6 @@
         <translation>交易模块没有应答。</translation>
     </message>
     <message>
-        <source>The price must be a multiple of 0.01.</source>
-        <translation>价格须为 0.01 的整数倍。</translation>
-    </message>
-    <message>
         <source>The price is beyond the day's limits %1 and %2.</source>
         <translation>价格超出当日跌停 %1 至涨停 %2。</translation>
     </message>
@@ -599,6 +587,14 @@
     <message>
         <source>The trading module on this bus serves another account.</source>
         <translation>这条总线上的交易模块服务的是另一个账户。</translation>
+    </message>
+    <message>
+        <source>The price must be a multiple of %1.</source>
+        <translation>价格须为 %1 的整数倍。</translation>
+    </message>
+    <message>
+        <source>The quantity must be at least %1.</source>
+        <translation>数量至少须为 %1。</translation>
     </message>
 </context>
 <context>
@@ -702,6 +698,14 @@
         <source>The recorded day that the minutes are of</source>
         <translation>分时图所属的记录日</translation>
     </message>
+    <message>
+        <source>Hide amounts</source>
+        <translation>隐藏金额</translation>
+    </message>
+    <message>
+        <source>Shows no figure of the account, so that others may look on</source>
+        <translation>不显示账户的任何数字，旁人可以一起看</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::ChartView</name>
@@ -732,6 +736,18 @@
         <source>%1 (paper)</source>
         <translation>%1（模拟）</translation>
     </message>
+    <message>
+        <source>PRACTICE: %1. The recorded day %2, with an account of its own: nothing here reaches yours.</source>
+        <translation>练习：%1。历史交易日 %2，使用单独的账户：这里的一切都不会进入您的账户。</translation>
+    </message>
+    <message>
+        <source>Practice: %1</source>
+        <translation>练习：%1</translation>
+    </message>
+    <message>
+        <source>The holidays of this year are not known: it may be one.</source>
+        <translation>今年的节假日未知：今天也可能休市。</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::OrderTicket</name>
@@ -742,10 +758,6 @@
     <message>
         <source>Price</source>
         <translation>价格</translation>
-    </message>
-    <message>
-        <source>Up and down move by 0.01; a click on the chart takes its price</source>
-        <translation>上下键每次 0.01；在图上点击即取该价格</translation>
     </message>
     <message>
         <source>Quantity in shares</source>
@@ -778,6 +790,10 @@
     <message>
         <source>Account %1</source>
         <translation>账户 %1</translation>
+    </message>
+    <message>
+        <source>Up and down move by %1; a click on the chart takes its price</source>
+        <translation>上下键每次 %1；在图上点击即取该价格</translation>
     </message>
 </context>
 <context>
@@ -969,6 +985,22 @@
     <message>
         <source>There is no ledger %1 yet: a new account is made there.</source>
         <translation>还没有账本 %1：将在那里新建账户。</translation>
+    </message>
+    <message>
+        <source>Practice</source>
+        <translation>练习</translation>
+    </message>
+    <message>
+        <source>Begin the practice &quot;%1&quot; again from nothing? Its orders and trades go.</source>
+        <translation>让练习“%1”从头重新开始？其中的委托和成交都会清除。</translation>
+    </message>
+    <message>
+        <source>Begin again</source>
+        <translation>重新开始</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>保留</translation>
     </message>
 </context>
 <context>
@@ -1386,6 +1418,18 @@
         <source>It is cancelled first; what is left is placed when that is confirmed.</source>
         <translation>先撤单；撤单确认后，剩余部分按新价格委托。</translation>
     </message>
+    <message>
+        <source>Replace an order</source>
+        <translation>改价</translation>
+    </message>
+    <message>
+        <source>Replace at %1</source>
+        <translation>改价为 %1</translation>
+    </message>
+    <message>
+        <source>Leave it as it is</source>
+        <translation>保持不变</translation>
+    </message>
 </context>
 <context>
     <name>Replay</name>
@@ -1418,6 +1462,14 @@
     <message>
         <source>the trading module on this bus does not say which account it serves</source>
         <translation>这条总线上的交易模块没有说明它服务哪个账户</translation>
+    </message>
+    <message>
+        <source>This account practises %1 on %2: begin another practice for another day.</source>
+        <translation>这个账户练习的是 %1 在 %2 的行情：其他日子请另开练习。</translation>
+    </message>
+    <message>
+        <source>Orders were placed in this replay: it cannot begin again under them. A practice can, from nothing.</source>
+        <translation>这次复盘中已经下过委托，不能带着它们重新开始。练习可以从头开始。</translation>
     </message>
 </context>
 <context>
@@ -2246,6 +2298,14 @@
         <source>the import of bars has ended (%1)</source>
         <translation>导入K线的程序已结束（%1）</translation>
     </message>
+    <message>
+        <source>Nobody can tell whether it is in the ledger: %1. See the past imports when the ledger answers.</source>
+        <translation>无法得知它是否已在账本中：%1。账本恢复应答后，请看历史导入。</translation>
+    </message>
+    <message>
+        <source>Nobody can tell which of the bars are written: %1. See the folder %2.</source>
+        <translation>无法得知哪些K线已写入：%1。请看文件夹 %2。</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::IntakeDialog</name>
@@ -2328,6 +2388,10 @@
     <message>
         <source>Statements and bars</source>
         <translation>交割单和K线</translation>
+    </message>
+    <message>
+        <source>Not taken back, or not known: %1, see there why. Undo tries again.</source>
+        <translation>未能撤回或结果不明：%1 个，原因见各文件。“撤销”会再试一次。</translation>
     </message>
 </context>
 <context>
@@ -2494,18 +2558,6 @@ All its entries leave the ledger.</source>
         <translation>打开示例</translation>
     </message>
     <message>
-        <source>A replay</source>
-        <translation>复盘</translation>
-    </message>
-    <message>
-        <source>A recorded day is played as if it were today, twenty times as fast. Trade it on paper: place orders, see them dealt.</source>
-        <translation>把记录下来的一天当作今天，以二十倍速度播放。可以模拟下单，看它成交。</translation>
-    </message>
-    <message>
-        <source>Play a day</source>
-        <translation>播放一天</translation>
-    </message>
-    <message>
         <source>The sample data are not installed.</source>
         <translation>没有安装示例数据。</translation>
     </message>
@@ -2516,6 +2568,18 @@ All its entries leave the ledger.</source>
     <message>
         <source>Your statement is in. Bars are missing: drop files of them here, too, of %1.</source>
         <translation>交割单已导入。还缺K线：请把 %1 的K线文件也拖到这里。</translation>
+    </message>
+    <message>
+        <source>Practice</source>
+        <translation>练习</translation>
+    </message>
+    <message>
+        <source>A recorded day is played as if it were today, twenty times as fast, with an account of its own. Place orders, see them dealt; go on later, or look at your trades again.</source>
+        <translation>历史上的一天当作今天播放，二十倍速度，使用单独的账户。下单，看它们成交；以后可以继续，也可以再看自己的成交。</translation>
+    </message>
+    <message>
+        <source>Practise a day...</source>
+        <translation>练习一天…</translation>
     </message>
 </context>
 <context>
@@ -2598,6 +2662,14 @@ All its entries leave the ledger.</source>
     <message>
         <source>not imported</source>
         <translation>未导入</translation>
+    </message>
+    <message>
+        <source>still there</source>
+        <translation>未能撤回</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>结果不明</translation>
     </message>
 </context>
 <context>
@@ -2807,6 +2879,14 @@ All its entries leave the ledger.</source>
         <source>The account of the last time is not there any more: %1, bars in %2</source>
         <translation>上次的账户已经不在了：%1，K线在 %2</translation>
     </message>
+    <message>
+        <source>There is no practice &quot;%1&quot;.</source>
+        <translation>没有名为“%1”的练习。</translation>
+    </message>
+    <message>
+        <source>A practice needs a bus of its own, but endpoint.ini names one for all accounts.</source>
+        <translation>练习需要单独的总线，而 endpoint.ini 为所有账户指定了同一条总线。</translation>
+    </message>
 </context>
 <context>
     <name>BrokerProblem</name>
@@ -2959,16 +3039,8 @@ All its entries leave the ledger.</source>
         <translation>%1：%2</translation>
     </message>
     <message>
-        <source>Hide amounts</source>
-        <translation>隐藏金额</translation>
-    </message>
-    <message>
         <source>Overlays</source>
         <translation>图层</translation>
-    </message>
-    <message>
-        <source>Shows no figure of the account, so that others may look on</source>
-        <translation>不显示账户的任何数字，旁人可以一起看</translation>
     </message>
 </context>
 <context>
@@ -3348,6 +3420,211 @@ The guides are in the folder docs of the program's documentation.</source>
     <message>
         <source>This trading module cannot change the price of an order: cancel it and place another.</source>
         <translation>此交易模块不能改价：请撤单后重新委托。</translation>
+    </message>
+    <message>
+        <source>Order %1 is not open any more.</source>
+        <translation>委托 %1 已不再有效。</translation>
+    </message>
+</context>
+<context>
+    <name>PracticeSessions</name>
+    <message>
+        <source>There is a practice &quot;%1&quot; already: give this one another name.</source>
+        <translation>已经有名为“%1”的练习：请换一个名称。</translation>
+    </message>
+    <message>
+        <source>The practice cannot be kept: %1 cannot be written.</source>
+        <translation>练习无法保存：无法写入 %1。</translation>
+    </message>
+    <message>
+        <source>The practice cannot be begun again: %1 cannot be written.</source>
+        <translation>练习无法重新开始：无法写入 %1。</translation>
+    </message>
+    <message>
+        <source>The practice cannot be deleted: %1 cannot be changed.</source>
+        <translation>练习无法删除：无法更改 %1。</translation>
+    </message>
+    <message>
+        <source>The practice &quot;%1&quot; cannot be continued: %2</source>
+        <translation>练习“%1”无法继续：%2</translation>
+    </message>
+</context>
+<context>
+    <name>PracticeLock</name>
+    <message>
+        <source>The practice &quot;%1&quot; is open in another window (process %2). Close that one first.</source>
+        <translation>练习“%1”已在另一个窗口中打开（进程 %2）。请先关闭那个窗口。</translation>
+    </message>
+    <message>
+        <source>The practice &quot;%1&quot; cannot be opened: %2 cannot be written.</source>
+        <translation>练习“%1”无法打开：无法写入 %2。</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::PracticeBeginning</name>
+    <message>
+        <source>The trading module %1 cannot be started: %2</source>
+        <translation>交易模块 %1 无法启动：%2</translation>
+    </message>
+    <message>
+        <source>There is no room for the practice: its folder cannot be made.</source>
+        <translation>练习没有地方存放：无法建立它的文件夹。</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::PracticeDoor</name>
+    <message>
+        <source>Practise a day...</source>
+        <translation>练习一天…</translation>
+    </message>
+    <message>
+        <source>The bars of the practice are not there any more: %1</source>
+        <translation>练习的行情数据已不在：%1</translation>
+    </message>
+    <message>
+        <source>The window of the practice cannot be started.</source>
+        <translation>练习的窗口无法启动。</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::PracticeDialog</name>
+    <message>
+        <source>Cash and holdings of the account %1</source>
+        <translation>账户 %1 的资金和持仓</translation>
+    </message>
+    <message>
+        <source>Others:</source>
+        <translation>另外指定：</translation>
+    </message>
+    <message>
+        <source>Begin</source>
+        <translation>开始</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>继续</translation>
+    </message>
+    <message>
+        <source>Delete...</source>
+        <translation>删除…</translation>
+    </message>
+    <message>
+        <source>Practice</source>
+        <translation>练习</translation>
+    </message>
+    <message>
+        <source>Practise %1 %2 on %3</source>
+        <translation>练习 %1 %2，%3</translation>
+    </message>
+    <message>
+        <source>To practise a day, show its chart of minutes</source>
+        <translation>要练习某一天，请先打开那天的分时图</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Begins with</source>
+        <translation>起始账户</translation>
+    </message>
+    <message>
+        <source>Cash, yuan</source>
+        <translation>资金（元）</translation>
+    </message>
+    <message>
+        <source>Shares of %1</source>
+        <translation>%1 股数</translation>
+    </message>
+    <message>
+        <source>Their cost price, yuan</source>
+        <translation>成本价（元）</translation>
+    </message>
+    <message>
+        <source>Practices that are kept</source>
+        <translation>保存的练习</translation>
+    </message>
+    <message>
+        <source>Security</source>
+        <translation>证券</translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation>日期</translation>
+    </message>
+    <message>
+        <source>Begun</source>
+        <translation>开始于</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Delete the practice &quot;%1&quot; with its orders and trades?</source>
+        <translation>删除练习“%1”以及其中的委托和成交？</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>保留</translation>
+    </message>
+</context>
+<context>
+    <name>BarRemarks</name>
+    <message>
+        <source>The prices are adjusted: the cost and the trades of an account do not lie on them.</source>
+        <translation>价格是复权的：账户的成本与成交不会落在K线上。</translation>
+    </message>
+    <message>
+        <source>These are bars of %1 minutes; the terminal takes each for one minute.</source>
+        <translation>这是 %1 分钟线；终端把每根当作一分钟。</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::MarketHours</name>
+    <message>
+        <source>Market closed</source>
+        <translation>休市</translation>
+    </message>
+    <message>
+        <source>Before the open</source>
+        <translation>开盘前</translation>
+    </message>
+    <message>
+        <source>Opening auction</source>
+        <translation>开盘集合竞价</translation>
+    </message>
+    <message>
+        <source>Before the morning session</source>
+        <translation>等待开盘</translation>
+    </message>
+    <message>
+        <source>Morning session</source>
+        <translation>上午交易</translation>
+    </message>
+    <message>
+        <source>Noon break</source>
+        <translation>午间休市</translation>
+    </message>
+    <message>
+        <source>Afternoon session</source>
+        <translation>下午交易</translation>
+    </message>
+    <message>
+        <source>Closing auction</source>
+        <translation>收盘集合竞价</translation>
+    </message>
+    <message>
+        <source>After the close</source>
+        <translation>已收盘</translation>
+    </message>
+    <message>
+        <source>Trading at the closing price</source>
+        <translation>盘后定价交易</translation>
     </message>
 </context>
 </TS>

@@ -1,6 +1,7 @@
 // What a window hears on the channel of its screen, and what it tells of it.
 #include "terminal/answers/ScreenAnswers.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/TestBroker.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/terminal/answers/WrongAnswer.h"
 
@@ -228,6 +229,28 @@ TEST_F(ScreenAnswersTest, TellNoValuesWhileAmountsAreHidden)
     take(answer);
     EXPECT_THAT(told, ElementsAre(QStringLiteral(
                           "HolderCostPrice: \"costprice\" is ***, but must be: text; counts as 0")));
+}
+
+/// Trade points of a screen on a real bus.
+TEST_F(ScreenAnswersTest, HasTheTradePointsAskForTodaysTradesWhenTheyGetNewBars)
+{
+    TestBroker broker;
+    LocalCommunication::EndPoint points(nullptr);
+    QList<QByteArray> news;
+    QObject::connect(&points, &LocalCommunication::EndPoint::messageReceived, &points,
+                     [&news](const QByteArray &, const QByteArray &payload) { news.append(payload); });
+    points.subscribe("screen-1", QByteArray("TradeNotify"));
+    points.connect(broker.address());
+    bool listens = false;
+    QObject::connect(&answers, &ScreenAnswers::listening, &answers, [&listens] { listens = true; });
+    answers.start(broker.address());
+    ASSERT_TRUE(waitUntil([&] { return listens && points.isConnected(); }));
+
+    points.sendMessage("Global", "TradeQuery",
+                       R"({"cmd":"TodayTrade","stkcode":"600519","screenId":"screen-1"})");
+    points.sendMessage("Global", "TradeQuery", QJsonDocument(question()).toJson());
+    ASSERT_TRUE(waitUntil([&news] { return !news.isEmpty(); }));
+    EXPECT_THAT(news, ElementsAre(QByteArray(R"({"stkcode":"600519"})"))) << "once, for the past trades";
 }
 
 } // namespace

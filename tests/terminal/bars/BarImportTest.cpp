@@ -139,7 +139,7 @@ TEST_F(BarImportIntoAFolder, AsksForTheSecurityThatTheFileDoesNotName)
 {
     const QString file = write(QStringLiteral("000001.csv"), withoutCode.of(someDays()));
     BarImport import(target());
-    EXPECT_THAT(refusal(&import, file).toStdString(), HasSubstr("add --code"));
+    EXPECT_THAT(refusal(&import, file).toStdString(), HasSubstr("name it with --code"));
     BarImportOptions options;
     options.hints.security = SecurityCode::of(QStringLiteral("000001"));
     EXPECT_THAT(refusal(&import, file, options).toStdString(),

@@ -297,5 +297,24 @@ TEST_F(DataFolderWithActions, DoesNotAdjustPricesTwice)
     EXPECT_TRUE(data.remarks.front().contains(QStringLiteral("adjusted already")));
 }
 
+using DataFolderWithForeignFiles = DataFiles;
+
+TEST_F(DataFolderWithForeignFiles, SaysThatTradesDoNotLieOnAdjustedPrices)
+{
+    write(QStringLiteral("securities.csv"), "code,market,name\n000001,SZ,平安银行\n");
+    write(QStringLiteral("daily/000001.csv"),
+          "date,code,open,high,low,close,preclose,volume,amount,adjustflag\n"
+          "2024-01-02,sz.000001,10.00,10.20,9.90,10.10,10.00,100000,1010000,2\n"
+          "2024-01-03,sz.000001,10.10,10.30,10.00,10.20,10.10,100000,1020000,2\n");
+    const auto folder = DataFolder::open(this->folder());
+    ASSERT_TRUE(folder) << qPrintable(folder.error());
+
+    const auto loaded = folder.value().load(QStringLiteral("000001"), ChartPeriod::Day);
+
+    ASSERT_TRUE(loaded) << qPrintable(loaded.error());
+    ASSERT_EQ(loaded.value().remarks.size(), 1);
+    EXPECT_TRUE(loaded.value().remarks.front().contains(QStringLiteral("adjusted")));
+}
+
 } // namespace
 } // namespace Terminal

@@ -22,6 +22,9 @@ TEST(IntakeQuestion, SpeaksOfItsFieldsInsteadOfOptions)
 {
     EXPECT_EQ(inWordsOfTheWindow(QStringLiteral("add --code, or --codeword"), FileKind::BarTable),
               QStringLiteral("add \"Security\", or --codeword"));
+    EXPECT_EQ(
+        inWordsOfTheWindow(QStringLiteral("name it with --code, e.g. --code 600519.SH"), FileKind::BarTable),
+        QStringLiteral("name it with \"Security\", e.g. 600519.SH"));
     EXPECT_EQ(inWordsOfTheWindow(QStringLiteral("--skip-bad"), FileKind::Statement),
               QStringLiteral("\"Leave these rows out\""));
 }

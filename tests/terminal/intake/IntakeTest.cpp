@@ -290,6 +290,55 @@ TEST_F(IntakeOfFiles, AsksForTheUnitOfAVolumeThatNothingTells)
     EXPECT_TRUE(intake.mayImport()) << allRefusals(intake);
 }
 
+TEST_F(IntakeOfFiles, AsksForTheDayOfAStatementWithoutDates)
+{
+    Intake intake(plan());
+    look(&intake,
+         {write(QStringLiteral("today.csv"), "成交时间,业务名称,证券代码,成交价格,成交数量,成交编号\n"
+                                             "09:35:00,证券买入,000001,10.00,100,1\n")});
+    EXPECT_THAT(intake.files()[0].report.asks, Contains(QStringLiteral("date"))) << allRefusals(intake);
+    intake.answer(0, QStringLiteral("date"), QStringLiteral("20240102"));
+    intake.lookAgain();
+    ASSERT_TRUE(comesTo(intake, Intake::Stage::Asking));
+    EXPECT_TRUE(intake.mayImport()) << allRefusals(intake);
+    EXPECT_THAT(intake.files()[0].report.facts.join(QLatin1Char('\n')).toStdString(),
+                HasSubstr("2024-01-02"));
+}
+
+TEST_F(IntakeOfFiles, AsksForTheListOfSecuritiesOfAStatementWithoutCodes)
+{
+    Intake intake(plan());
+    look(&intake,
+         {write(QStringLiteral("names.csv"), "成交日期,业务名称,证券名称,成交价格,成交数量,成交编号\n"
+                                             "20240102,证券买入,平安银行,10.00,100,1\n")});
+    EXPECT_THAT(intake.files()[0].report.asks, Contains(QStringLiteral("securities"))) << allRefusals(intake);
+    intake.answer(0, QStringLiteral("securities"),
+                  write(QStringLiteral("list.txt"), "code,market,name\n000001,SZ,平安银行\n"));
+    intake.lookAgain();
+    ASSERT_TRUE(comesTo(intake, Intake::Stage::Asking));
+    EXPECT_TRUE(intake.mayImport()) << allRefusals(intake);
+    EXPECT_EQ(intake.files()[0].report.codes, QStringList(QStringLiteral("000001")));
+}
+
+TEST_F(IntakeOfFiles, TakesWhatTheUserSaysOfABrokersOwnWordsAndKeepsIt)
+{
+    const QByteArray header = "发生日,业务名称,证券代码,成交价格,成交数量,成交编号\n";
+    Intake intake(plan());
+    look(&intake, {write(QStringLiteral("own.csv"), header + "20240102,撮合,000001,10.00,100,1\n")});
+    EXPECT_EQ(intake.files()[0].state, State::Refused);
+    EXPECT_THAT(intake.files()[0].report.profile.toStdString(), HasSubstr("发生日"));
+    intake.answer(0, QStringLiteral("profile"), QStringLiteral("column 发生日 = date\nword 撮合 = buy\n"));
+    intake.lookAgain();
+    ASSERT_TRUE(comesTo(intake, Intake::Stage::Asking));
+    ASSERT_TRUE(intake.mayImport()) << allRefusals(intake);
+    intake.import();
+    ASSERT_TRUE(comesTo(intake, Intake::Stage::Done));
+
+    Intake next(plan());
+    look(&next, {write(QStringLiteral("next.csv"), header + "20240103,撮合,000001,10.00,100,2\n")});
+    EXPECT_TRUE(next.mayImport()) << "kept with the ledger: " << allRefusals(next);
+}
+
 TEST_F(IntakeOfFiles, DoesNotGuessWhatAnUnknownFileIs)
 {
     Intake intake(plan());

@@ -1,6 +1,7 @@
 // The page of the first start.
 #include "terminal/intake/StartWindow.h"
 #include "terminal/intake/IntakeDialog.h"
+#include "terminal/practice/PracticeSessions.h"
 #include "tests/terminal/support/IntakeFiles.h"
 
 #include <gmock/gmock.h>
@@ -104,21 +105,24 @@ TEST_F(StartWindowOfAUser, OpensTheExampleWithItsTrades)
     EXPECT_NE(m_chosen->ledger, ownPlaces().ledger);
 }
 
-TEST_F(StartWindowOfAUser, PlaysADayOnALedgerOfItsOwn)
+TEST_F(StartWindowOfAUser, PractisesADayOfTheExampleOnALedgerOfItsOwn)
 {
     open();
-    button("Play a day")->click();
+    button("Practise a day...")->click();
+    ASSERT_TRUE(waitUntil([this] { return button("Begin") != nullptr; })) << notice();
+    button("Begin")->click();
     ASSERT_TRUE(waitUntil([this] { return m_chosen.has_value(); })) << notice();
-    EXPECT_GT(m_chosen->replaySpeed, 0);
-    EXPECT_EQ(m_chosen->period, ChartPeriod::Minute);
-    EXPECT_EQ(m_chosen->ledger, practicePlaces(QStringLiteral(TRADECHART_EXAMPLES)).ledger);
+    const auto session = PracticeSessions::ofUser().find(m_chosen->practice);
+    ASSERT_TRUE(session);
+    EXPECT_EQ(m_chosen->ledger, session->ledger());
+    EXPECT_NE(m_chosen->ledger, examplePlaces(QStringLiteral(TRADECHART_EXAMPLES)).ledger);
 }
 
 TEST_F(StartWindowOfAUser, ClosesTheWaysOfASampleThatIsNotThere)
 {
     open({});
     EXPECT_FALSE(button("Open the example")->isEnabled());
-    EXPECT_FALSE(button("Play a day")->isEnabled());
+    EXPECT_FALSE(button("Practise a day...")->isEnabled());
     EXPECT_TRUE(button("Choose files...")->isEnabled());
 }
 
@@ -136,7 +140,7 @@ TEST_F(StartWindowOfAUser, FitsOnASmallScreen)
     m_window->resize(800, 500);
     QApplication::processEvents();
     EXPECT_EQ(m_window->size(), QSize(800, 500));
-    for (const char *const text : {"Choose files...", "Open the example", "Play a day"}) {
+    for (const char *const text : {"Choose files...", "Open the example", "Practise a day..."}) {
         const QPushButton *const way = button(text);
         EXPECT_TRUE(m_window->rect().contains(QRect(way->mapTo(m_window.get(), QPoint()), way->size())))
             << text;

@@ -86,7 +86,9 @@ TEST(StatementReport, HasTheFirstRowsAndWhichOfTheirCellsTellTheAccount)
 {
     const FileReport report = reportOf(
         R"({"result":{"dryrun":true,"firstrows":[{"line":2,"name":"purchases","date":"2024-01-02","code":"000001",
-            "security":"平安银行","price":"10.00","quantity":"100","amount":"1000.00"}]}})");
+            "security":"平安银行","price":"10.00","quantity":"100","amount":"1000.00"}],
+            "securities":[{"code":"600519","market":"SH","security":"","entries":7},
+                          {"code":"000001","market":"SZ","security":"平安银行","entries":2}]}})");
     ASSERT_EQ(report.rows.size(), 1U);
     EXPECT_EQ(report.rows[0].size(), report.columns.size());
     EXPECT_EQ(report.rows[0].value(0), QStringLiteral("2"));
@@ -94,7 +96,7 @@ TEST(StatementReport, HasTheFirstRowsAndWhichOfTheirCellsTellTheAccount)
     EXPECT_EQ(report.rows[0].value(quantity), QStringLiteral("100"));
     EXPECT_TRUE(report.amountColumns.contains(quantity));
     EXPECT_FALSE(report.amountColumns.contains(report.columns.indexOf(QStringLiteral("Price"))));
-    EXPECT_THAT(lines(report.codes), ElementsAre("000001"));
+    EXPECT_THAT(lines(report.codes), ElementsAre("600519", "000001")) << "those with most entries first";
     EXPECT_EQ(report.names.value(QStringLiteral("000001")), QStringLiteral(u"平安银行"));
 }
 

@@ -1,4 +1,9 @@
 // A chart that grows with a day that is replayed, or under way.
+#include "terminal/live/LiveChart.h"
+#include "terminal/chart/view/ChartView.h"
+#include "terminal/live/ChartSource.h"
+#include "terminal/live/Today.h"
+#include "terminal/replay/Replay.h"
 #include "tests/support/TurnWatch.h"
 #include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/OverlayWindow.h"
@@ -287,6 +292,143 @@ TEST_F(LiveChartOfAGrowingFolder, ShowsDaysThatAreAddedToTheFile)
           "date,open,high,low,close,volume\n20240102,10,11,9,10,1000\n20240103,10,12,9,11,900\n");
     ASSERT_TRUE(waitUntil([this] { return chart()->data().bars.size() == 2; }));
     EXPECT_EQ(chart()->data().bars.back().close, 11);
+}
+
+TEST_F(LiveChartOfAGrowingFolder, FillsAGapFromTheMinutesThatAreAddedToTheFile)
+{
+    const Trading::TradingDate day = Trading::TradingDate::today();
+    const std::string file = "minute/600519_" + day.digits() + ".csv";
+    const QByteArray begin("time,open,high,low,close,volume\n0930,10,10,10,10,100\n0931,10,11,10,11,200\n");
+    write(file.c_str(), begin);
+    openWindow({QStringLiteral("600519"), ChartPeriod::Minute}, {}, m_folder.path());
+    EXPECT_EQ(chart()->data().bars.size(), 2U);
+    Trading::Quote later = quoteAt(934, 13, 400);
+    later.date = day;
+    m_session->today()->take(later);
+    ASSERT_TRUE(waitUntil([this] { return chart()->data().bars.size() == 3; }));
+    write(file.c_str(), begin + "0932,11,12,11,12,300\n0933,12,12.5,12,12.5,350\n");
+    ASSERT_TRUE(waitUntil([this] { return chart()->data().bars.size() == 5; }));
+    EXPECT_EQ(chart()->data().bars[3].close, 12.5);
+    EXPECT_EQ(chart()->data().bars.back().close, 13) << "the quote's own minute stays";
+}
+
+/// A chart that is left open over midnight: the clock is the test's.
+class LiveChartOverMidnight : public ::testing::Test
+{
+protected:
+    LiveChartOverMidnight()
+    {
+        write("securities.csv", "code,market,name\n600519,SH,A\n");
+        write("daily/600519.csv", "date,open,high,low,close,volume\n"
+                                  "20240102,8,9,7,8,1000\n20240103,8,9,7,9,900\n20240104,9,10,6,9.5,800\n");
+    }
+
+    void write(const char *name, const QByteArray &content)
+    {
+        const QString path = m_folder.filePath(QLatin1String(name));
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    void open(ChartPeriod period)
+    {
+        m_source.emplace(DataFolder::open(m_folder.path()).value(), &m_today);
+        m_live.emplace(&m_chart, &*m_source, &m_today, &m_replay);
+        m_chart.setData(m_source->load(quotedSecurity.code, period).value());
+    }
+
+    void quote(int hhmm, double price, qint64 volume)
+    {
+        Trading::Quote quote = quoteAt(hhmm, price, volume);
+        quote.date = m_day;
+        m_today.take(quote);
+    }
+
+    const Bars &bars() { return m_chart.data().bars; }
+    bool closesAt(double price)
+    {
+        return waitUntil([this, price] { return bars().back().close == price; });
+    }
+
+    QTemporaryDir m_folder;
+    Trading::TradingDate m_day = quotedDay; // a Thursday
+    Replay m_replay{nullptr};
+    Today m_today{&m_replay, [this] { return m_day; }};
+    ChartView m_chart;
+    std::optional<ChartSource> m_source;
+    std::optional<LiveChart> m_live;
+};
+
+TEST_F(LiveChartOverMidnight, MixesNothingOfYesterdaysRowIntoToday)
+{
+    open(ChartPeriod::Day);
+    quote(1500, 9.6, 900);
+    ASSERT_TRUE(closesAt(9.6));
+    m_day = m_day.plusDays(1);
+
+    quote(931, 12, 50);
+
+    ASSERT_TRUE(closesAt(12));
+    EXPECT_EQ(bars().size(), 4U);
+    EXPECT_EQ(bars().back(), (Bar{20240105, 0, 12, 12, 12, 12, 50}));
+    EXPECT_EQ(bars()[2].date, 20240104);
+}
+
+TEST_F(LiveChartOverMidnight, KeepsTheDayThatOnlyQuotesTold)
+{
+    write("daily/600519.csv",
+          "date,open,high,low,close,volume\n20240102,8,9,7,8,1000\n20240103,8,9,7,9,900\n");
+    open(ChartPeriod::Day);
+    quote(1500, 9.6, 900);
+    ASSERT_TRUE(closesAt(9.6));
+    m_day = m_day.plusDays(1);
+
+    quote(931, 12, 50);
+
+    ASSERT_TRUE(closesAt(12));
+    ASSERT_EQ(bars().size(), 4U);
+    EXPECT_EQ(bars()[2], (Bar{20240104, 0, 9.6, 9.6, 9.6, 9.6, 900}));
+}
+
+TEST_F(LiveChartOverMidnight, GoesOnWithTheWeek)
+{
+    open(ChartPeriod::Week);
+    quote(1500, 9.6, 900);
+    ASSERT_TRUE(closesAt(9.6));
+    m_day = m_day.plusDays(1);
+
+    quote(931, 12, 50);
+
+    ASSERT_TRUE(closesAt(12));
+    ASSERT_EQ(bars().size(), 1U);
+    EXPECT_EQ(bars().back(), (Bar{20240105, 0, 8, 12, 6, 12, 2750})) << "Thursday as its row has it: 800";
+}
+
+TEST_F(LiveChartOverMidnight, GoesOnWithAWeekOfWhichOnlyQuotesToldADay)
+{
+    write("daily/600519.csv",
+          "date,open,high,low,close,volume\n20240102,8,9,7,8,1000\n20240103,8,9,7,9,900\n");
+    open(ChartPeriod::Week);
+    quote(1500, 9.6, 800);
+    ASSERT_TRUE(closesAt(9.6));
+    m_day = m_day.plusDays(1);
+
+    quote(931, 12, 50);
+
+    ASSERT_TRUE(closesAt(12));
+    EXPECT_EQ(bars().back(), (Bar{20240105, 0, 8, 12, 7, 12, 2750}));
+}
+
+TEST_F(LiveChartOverMidnight, ShowsTheDayBeforeUntilTheFirstQuoteOfTheNewOne)
+{
+    open(ChartPeriod::Day);
+    quote(1500, 9.6, 900);
+    ASSERT_TRUE(closesAt(9.6));
+    m_day = m_day.plusDays(1);
+    EXPECT_EQ(m_source->barOfToday(m_chart.data()), std::nullopt);
+    EXPECT_EQ(bars().size(), 3U);
 }
 
 } // namespace

@@ -20,7 +20,7 @@ TEST(TerminalOptions, AreReadFromTheCommandLine)
     const auto parsed =
         parse(QStringLiteral("--data D --code 600519 --period minute --day 20230201 --overlays cost,trades "
                              "--theme light --lang en --size 800x600 --snapshot a.png --ledger l.db "
-                             "--rise green --no-broker --hide-amounts --adjusted --results trip")
+                             "--rise green --no-broker --hide-amounts --adjusted --results trip --trades off")
                   .split(QLatin1Char(' ')));
     ASSERT_TRUE(parsed) << qPrintable(parsed.error());
     const TerminalOptions &options = parsed.value().options;
@@ -38,6 +38,7 @@ TEST(TerminalOptions, AreReadFromTheCommandLine)
     EXPECT_TRUE(options.hidesAmounts);
     EXPECT_EQ(options.prices, PriceView::Adjusted);
     EXPECT_EQ(options.results, Trading::ResultGroup::Trip);
+    EXPECT_FALSE(options.showsTrades);
 }
 
 TEST(TerminalOptions, OfAReplayImplyAChartOfMinutes)
@@ -75,6 +76,7 @@ TEST(TerminalOptions, NameNoChartWhenTheyAreAboutTheWindowAlone)
     const auto none = parse({});
     ASSERT_TRUE(none) << qPrintable(none.error());
     EXPECT_FALSE(nameAChart(none.value().options));
+    EXPECT_TRUE(none.value().options.showsTrades);
     EXPECT_FALSE(nameAChart(parse({QStringLiteral("--theme"), QStringLiteral("light")}).value().options));
     EXPECT_TRUE(nameAChart(parse({QStringLiteral("--data"), QStringLiteral("D")}).value().options));
 }
@@ -148,6 +150,7 @@ INSTANTIATE_TEST_SUITE_P(
                       BadOption{"tinySize", "--size 1x1", "--size", "640x360"},
                       BadOption{"day", "--day 20240230", "--day", "yyyymmdd"},
                       BadOption{"results", "--results week", "--results", "security, month, year"},
+                      BadOption{"trades", "--trades some", "--trades", "on, off"},
                       BadOption{"overlays", "--overlays cost,dreams", "--overlays", "cost, trades, orders"},
                       BadOption{"timeout", "--timeout soon", "--timeout", "1 to 600"},
                       BadOption{"replay", "--replay 0", "--replay", "1 to 600"},

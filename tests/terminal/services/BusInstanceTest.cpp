@@ -125,6 +125,16 @@ TEST_F(BusInstance, StaysAsTheUserHasNamedIt)
     EXPECT_EQ(busInstance(), QStringLiteral("desk 7"));
 }
 
+TEST_F(BusInstance, IsTheAccountsOwnWhereTheUsersWouldBeSharedWithAnother)
+{
+    qputenv("TRADEBUS_INSTANCE", "desk 7");
+    {
+        const BusMembership practice(path("account.db"), BusMembership::Choice::OfAccount);
+        EXPECT_EQ(busInstance(), ledgerPlace(path("account.db")));
+    }
+    EXPECT_EQ(busInstance(), QStringLiteral("desk 7"));
+}
+
 TEST_F(BusInstance, IsNoneWithoutALedger)
 {
     enterBusInstance({});

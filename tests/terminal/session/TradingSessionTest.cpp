@@ -221,6 +221,63 @@ TEST_F(TradingSessionTest, PausesAReplayWhoseTodayIsOver)
     EXPECT_EQ(replay()->state(), Replay::State::Paused);
 }
 
+TEST_F(TradingSessionTest, HasAPractisedDayGoOnAfterMidnight)
+{
+    m_plan.practised = PractisedDay{QStringLiteral("000001"), onDay(20180108)};
+    begin();
+    ASSERT_EQ(m_session->openReplay(minutes()), QString());
+    replay()->playTo(atTime(1000));
+    replay()->open(minutes(), Trading::TradingDate::today().plusDays(-1)); // as if midnight had passed
+    replay()->playTo(atTime(1000));
+    EXPECT_EQ(dayOf(replay()->day().front()), Trading::TradingDate::today());
+    EXPECT_EQ(replay()->completed(), 31U);
+    const MinuteBook *const shown = m_session->today()->of(replay()->security().id());
+    ASSERT_NE(shown, nullptr);
+    EXPECT_EQ(shown->bars().size(), 31U);
+    EXPECT_EQ(dayOf(shown->bars().front()), Trading::TradingDate::today());
+}
+
+TEST_F(TradingSessionTest, ComesBackToWhereAPractisedDayWas)
+{
+    m_plan.practised = PractisedDay{QStringLiteral("000001"), onDay(20180108)};
+    m_plan.replayTo = atTime(945);
+    begin();
+    ASSERT_EQ(m_session->openReplay(minutes()), QString());
+    EXPECT_EQ(replay()->completed(), 16U);
+    replay()->playTo(atTime(1000));
+    replay()->close();
+    ASSERT_EQ(m_session->openReplay(minutes()), QString());
+    EXPECT_EQ(replay()->completed(), 31U);
+}
+
+TEST_F(TradingSessionTest, PlaysNoOtherDayThanThePractisedOne)
+{
+    m_plan.practised = PractisedDay{QStringLiteral("000001"), onDay(20180109)};
+    begin();
+    EXPECT_THAT(m_session->openReplay(minutes()).toStdString(), ::testing::HasSubstr("2018-01-09"));
+    EXPECT_EQ(replay()->state(), Replay::State::Closed);
+}
+
+TEST_F(TradingSessionTest, BeginsNoDayAgainUnderAnOrderThatWasPlacedInIt)
+{
+    m_module.setAnswer(QStringLiteral("EntrustPlace"), {{QStringLiteral("ordersno"), QStringLiteral("1")}});
+    letModuleAnswer();
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    ASSERT_EQ(m_session->openReplay(minutes()), QString());
+    EXPECT_EQ(m_session->restartReplay(), QString());
+    replay()->playTo(atTime(1000));
+    bool isPlaced = false;
+    QObject::connect(m_session->desk(), &OrderDesk::placed, m_session.get(),
+                     [&isPlaced] { isPlaced = true; });
+    m_session->desk()->place({replay()->security(), Direction::Buy, 13, 100});
+    ASSERT_TRUE(waitUntil([&isPlaced] { return isPlaced; }));
+    EXPECT_THAT(m_session->restartReplay().toStdString(), ::testing::HasSubstr("Orders were placed"));
+    EXPECT_EQ(replay()->completed(), 31U);
+    replay()->close();
+    EXPECT_THAT(m_session->openReplay(minutes()).toStdString(), ::testing::HasSubstr("Orders were placed"));
+}
+
 TEST_F(TradingSessionTest, BeginsWithoutAReplayThatItsUserHasEnded)
 {
     m_plan.replaySpeed = Replay::slowest;

@@ -62,6 +62,11 @@ const Case cases[] = {
     {"hasWiderLimitsOnYoungBoards", order(buy, 11.99, 100, "300750"), ""},
     {"hasWiderLimitsForTechnology", order(buy, 12.01, 100, "688981"), "8.00 and 12.00"},
     {"isBetweenTicks", order(buy, 10.005, 100), "multiple of 0.01"},
+    {"isOnTheFinerTickOfAFund", order(buy, 10.005, 100, "510300"), ""},
+    {"isBetweenTheTicksOfAFund", order(buy, 10.0005, 100, "510300"), "multiple of 0.001"},
+    {"buysTooFewOfTheStarMarket", order(buy, 10, 150, "688981"), "at least 200"},
+    {"buysTheStarMarketSingly", order(buy, 10, 201, "688981"), ""},
+    {"buysBondsByTheTen", order(buy, 10, 20, "113050"), ""},
     {"hasNoPrice", order(buy, 0, 100), "no price yet"},
     {"isNoWholeLot", order(buy, 10, 150), "multiple of 100"},
     {"hasNoQuantity", order(sell, 10, 0), "multiple of 100"},
@@ -124,6 +129,21 @@ TEST(OrderDraft, ShowsTheLimitsThatTheExchangeHoldsForEveryClose)
                 << limits.highest.digits();
         }
     }
+}
+
+TEST(OrderDraft, KnowsTheLimitsOfAFundByItsName)
+{
+    OrderRequest fund = order(buy, 11.9, 100, "159915");
+    fund.security.market = Market::Shenzhen;
+    EXPECT_THAT(OrderDraft(fund, facts()).problem().toStdString(), HasSubstr("9.00 and 11.00"));
+    fund.security.name = QStringLiteral("创业板ETF");
+    EXPECT_EQ(OrderDraft(fund, facts()).problem(), QString());
+}
+
+TEST(OrderDraft, CountsBondsInLotsOfTen)
+{
+    EXPECT_DOUBLE_EQ(OrderDraft(order(buy, 100, 30, "113050"), facts()).lots(), 3);
+    EXPECT_DOUBLE_EQ(OrderDraft(order(buy, 100, 250, "688981"), facts()).lots(), 2.5);
 }
 
 TEST(OrderDraft, StatesTheAmountWithoutFees)

@@ -482,7 +482,7 @@ TEST_F(TradingFromChart, ReplacesTheOrderWhoseLineIsDraggedAndMarksItsTrade)
     ASSERT_TRUE(waitUntil([&] { return trades->lines()->orders().size() == 1 && desk()->canReplace(); }));
 
     const QPoint line(static_cast<int>(geometry().right) - 20, static_cast<int>(geometry().priceToY(1403)));
-    const QPoint below(line.x(), static_cast<int>(geometry().priceToY(1402)));
+    const QPoint below = line + QPoint(0, 3 * QApplication::startDragDistance());
     whenOpen<QMessageBox>([](QMessageBox *box) {
         const auto buttons = box->buttons();
         (buttons.front() == box->defaultButton() ? buttons.back() : buttons.front())->click();
@@ -503,9 +503,11 @@ TEST_F(TradingFromChart, ReplacesTheOrderWhoseLineIsDraggedAndMarksItsTrade)
     EXPECT_EQ(replaced.quantity, 200);
     EXPECT_EQ(cell(1, OrderColumn::Status).data().toString(), QStringLiteral(u"已撤"));
 
-    quote(932, 1401, 1402, 1400, plenty);
+    const double dealt = replaced.price - 5; // the open of its minute is better than the limit
+    quote(932, dealt, dealt, dealt, plenty);
     ASSERT_TRUE(waitUntil([&] { return trades->layer()->marks().size() == 1; }));
-    EXPECT_NEAR(trades->layer()->marks().front().place.y(), geometry().priceToY(1401), 1);
+    EXPECT_NEAR(trades->layer()->marks().front().place.y(),
+                geometry().priceToY(std::max(dealt, geometry().lowPrice)), 1);
     EXPECT_TRUE(waitUntil([&] { return trades->lines()->orders().empty(); }));
 }
 

@@ -2,7 +2,9 @@
 #include "terminal/trades/ChartTrades.h"
 
 #include "terminal/trade/OrdersPanel.h"
+#include "terminal/trade/PriceBox.h"
 #include "terminal/trade/TradeDocks.h"
+#include "terminal/trades/PriceDialog.h"
 #include "terminal/trades/TradesPanel.h"
 #include "tests/support/TestBroker.h"
 #include "tests/terminal/support/ModuleAnswers.h"
@@ -13,7 +15,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
@@ -197,6 +198,18 @@ TEST_F(ChartTradesTest, TakesADragBackAtEscape)
     EXPECT_NE(trades()->lines()->orderAt(tagPlace()), nullptr) << "the line is where it was";
 }
 
+TEST_F(ChartTradesTest, AsksNothingAboutAnOrderThatWasDealtWhileItWasDragged)
+{
+    openWithAnOrder();
+    dragBy(-40);
+    m_module.setAnswer(QStringLiteral("EntrustTodayTrade"), withData(QJsonArray()));
+    desk()->refresh();
+    ASSERT_TRUE(waitUntil([this] { return trades()->lines()->orders().empty(); }));
+    release(-40);
+    EXPECT_TRUE(m_question.isEmpty());
+    EXPECT_THAT(replacements(), IsEmpty());
+}
+
 TEST_F(ChartTradesTest, HoldsAPriceOnTicksAndWithinTheLimitsOfTheDay)
 {
     const QTemporaryDir folder;
@@ -250,10 +263,12 @@ TEST_F(ChartTradesTest, LeavesTheOrderAloneThatTheModuleCannotReplace)
 TEST_F(ChartTradesTest, ChangesAPriceByTheKeyboardAlone)
 {
     openWithAnOrder();
-    whenOpen<QInputDialog>([this](QInputDialog *dialog) {
+    whenOpen<PriceDialog>([this](PriceDialog *dialog) {
         answerQuestion(true);
-        dialog->setDoubleValue(lastClose() + 1);
-        QTest::keyClick(dialog, Qt::Key_Return);
+        auto *const box = dialog->findChild<PriceBox *>();
+        box->selectAll();
+        QTest::keyClicks(box, QString::number(lastClose() + 1, 'f', 2));
+        QTest::keyClick(box, Qt::Key_Return);
     });
     Q_EMIT m_window->trade()->panel()->priceAsked(trades()->lines()->orders().front());
     ASSERT_TRUE(m_module.wasAsked("Replace", 1));

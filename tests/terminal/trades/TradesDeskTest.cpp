@@ -2,6 +2,7 @@
 #include "terminal/trades/TradesDesk.h"
 
 #include "tests/support/TestBroker.h"
+#include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/ModuleAnswers.h"
 #include "tests/terminal/support/ScriptedModule.h"
 #include "tests/terminal/trades/SomeTrades.h"
@@ -52,11 +53,25 @@ TEST_F(TradesDeskTest, AsksForNothingBeforeItIsToWatch)
 
 TEST_F(TradesDeskTest, PutsThoseOfPastDaysAndOfTodayTogether)
 {
-    tell("TodayTrade", {tradeRow("20240103", "10000000", "S", "11", "200")});
+    tell("TodayTrade", {tradeRow("20240103", "10000000", "S", "11", "200", "8")});
     watch();
     ASSERT_THAT(m_desk.trades(), SizeIs(2));
     EXPECT_TRUE(m_desk.trades().front().isBuy());
     EXPECT_EQ(m_desk.trades().back().quantity, 200);
+}
+
+TEST_F(TradesDeskTest, HasThoseOfAPractisedDayOnce)
+{
+    tell("HistoryTrade", {tradeRow("20240102", "09315000", "B", "10", "100"),
+                          tradeRow("20240103", "10000000", "S", "11", "200")});
+    tell("TodayTrade", {tradeRow("20260103", "10000000", "S", "11", "200")});
+    watch();
+    m_desk.setPractised(onDay(20240103), true);
+    ASSERT_THAT(m_desk.trades(), SizeIs(2));
+    EXPECT_EQ(m_desk.trades().back().day, onDay(20260103)) << "as its chart, which is today's";
+    m_desk.setPractised(onDay(20240103), false);
+    ASSERT_THAT(m_desk.trades(), SizeIs(2));
+    EXPECT_EQ(m_desk.trades().back().day, onDay(20240103));
 }
 
 TEST_F(TradesDeskTest, HearsItsAnswersOnAChannelOfItsOwn)

@@ -57,6 +57,38 @@ QJsonObject first(const QJsonObject &object, const char *key)
 
 } // namespace
 
+TEST_F(ImportJsonTest, NamesAllSecuritiesThoseWithMostEntriesFirst)
+{
+    QByteArray rows = oneRow;
+    for (int i = 0; i < 30; ++i) {
+        rows +=
+            "20210812,11:03:51,000001,平安银行,买入,10.00,100,1000.00," + QByteArray::number(100 + i) + "\n";
+    }
+    const QJsonArray securities = resultOf(write(
+        rows + "20210813,11:03:51,300750,宁德时代,买入,500.00,100,50000.00,7\n"))[QLatin1String("securities")]
+                                      .toArray();
+
+    ASSERT_EQ(securities.size(), 3);
+    EXPECT_EQ(text(securities.at(0).toObject(), "code"), "000001");
+    EXPECT_EQ(number(securities.at(0).toObject(), "entries"), 30);
+    EXPECT_EQ(text(securities.at(1).toObject(), "code"), "300750");
+    EXPECT_EQ(text(securities.at(2).toObject(), "security"), "贵州茅台");
+}
+
+TEST_F(ImportJsonTest, FindsTheImportByTheMarkOfWhoeverAsked)
+{
+    const QString file = write(oneRow);
+    importJson(file, {QStringLiteral("--mark"), QStringLiteral("m1")});
+    const auto found = [this](const char *mark) {
+        return lastLine(runOnLedger({QStringLiteral("imports"), QStringLiteral("--mark"), QLatin1String(mark),
+                                     QStringLiteral("--json")}))[QLatin1String("result")]
+            .toObject();
+    };
+
+    EXPECT_EQ(number(found("m1"), "import"), 1);
+    EXPECT_EQ(number(found("m2"), "import"), -1);
+}
+
 TEST_F(ImportJsonTest, TellsWhatAnImportDidAndItsNumberForUndo)
 {
     const QJsonObject result = resultOf(write(oneRow));

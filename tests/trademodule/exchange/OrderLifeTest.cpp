@@ -137,12 +137,49 @@ TEST_F(OrderLifeTest, DealsAnOrderThatWasLeftWithTheFirstBarAfterIt)
     EXPECT_EQ(statusOf(order), code(Dealed));
 }
 
+TEST_F(OrderLifeTest, ReportsAnOrderWithoutWaitingForTheNextBar)
+{
+    const Order order = buy(10, 100);
+    exchange().report();
+    EXPECT_EQ(statusOf(order), code(Quoted));
+
+    exchange().take(bar(1001, 10, 10, 10));
+
+    EXPECT_THAT(m_statuses, ElementsAre(Quoting, Quoted, Dealed));
+}
+
+TEST_F(OrderLifeTest, ReportsNewOrdersAloneAtOnce)
+{
+    const Order order = buy(9.50, 100);
+    exchange().report();
+    exchange().cancel(order.date, order.number);
+    buy(9.50, 100);
+
+    exchange().report();
+
+    EXPECT_EQ(statusOf(order), code(QuotedWaittingCancel)) << "confirmed a little later";
+}
+
+TEST_F(OrderLifeTest, KeepsAnOrderBeingReportedUntilItsLimitsAreKnown)
+{
+    const Order order = exchange().place(liquor(), Direction::Buy, yuan(34), 100);
+    exchange().report();
+    exchange().settle();
+    EXPECT_EQ(statusOf(order), code(Quoting));
+    Quote first = bar(1001, 35, 35, 35);
+    first.security = liquor();
+
+    exchange().take(first);
+
+    EXPECT_EQ(statusOf(order), code(Quoted));
+}
+
 TEST_F(OrderLifeTest, AbolishesAnOrderWhoseLimitsBecomeKnownLater)
 {
     const Order high = exchange().place(liquor(), Direction::Buy, yuan(350), 100);
     const Order good = exchange().place(liquor(), Direction::Buy, yuan(34), 100);
     exchange().settle();
-    ASSERT_EQ(statusOf(high), code(Quoted));
+    ASSERT_EQ(statusOf(high), code(Quoting));
     Quote first = bar(1001, 34, 34, 34);
     first.security = liquor();
     first.previousClose = yuan(34);

@@ -80,4 +80,65 @@ TEST_F(PaperExchangeOfADay, DealsTheOrdersOfBeforeARestart)
     EXPECT_EQ(statusOf(order), code(Dealed));
 }
 
+TEST_F(PaperExchangeOfADay, DealsNoShareTwiceOverARestart)
+{
+    const Order order = buy(10, 1000);
+    Quote minute = bar(1001, 10, 10, 10, 800);
+    minute.time = ClockTime::of(10, 0, 20).value();
+    exchange().take(minute);
+    ASSERT_EQ(now(order).matchedQuantity, 200);
+    PaperExchange afterwards(&ledger());
+
+    afterwards.take(minute);
+    EXPECT_EQ(now(order).matchedQuantity, 200);
+    minute.time = ClockTime::of(10, 0, 40).value();
+    minute.volume = 1600;
+    afterwards.take(minute);
+
+    EXPECT_EQ(now(order).matchedQuantity, 400) << "a quarter of what was added";
+}
+
+TEST_F(PaperExchangeOfADay, DealsNothingOfBeforeTheOrderOverARestart)
+{
+    Quote minute = bar(1001, 10, 10, 9.5, 100000);
+    minute.close = yuan(10);
+    minute.time = ClockTime::of(10, 0, 20).value();
+    exchange().take(minute);
+    const Order order = buy(9.6, 100);
+    PaperExchange afterwards(&ledger());
+
+    minute.time = ClockTime::of(10, 0, 40).value();
+    minute.volume = 200000;
+    afterwards.take(minute);
+
+    EXPECT_EQ(now(order).matchedQuantity, 0) << "9.50 was before it";
+}
+
+TEST_F(PaperExchangeOfADay, DealsADayThatIsPlayedAgainAfterARestart)
+{
+    exchange().take(replayed(1001));
+    buy(10, 100);
+    exchange().take(replayed(1002));
+    const Order order = buy(10, 100);
+    PaperExchange afterwards(&ledger());
+
+    afterwards.take(replayed(931));
+
+    EXPECT_EQ(statusOf(order), code(Dealed));
+}
+
+TEST_F(PaperExchangeOfADay, CountsSharesOfTheStarMarketSingly)
+{
+    Quote quote = bar(1001, 10, 10, 10, 1027);
+    quote.security = {QStringLiteral("688981"), Market::Shanghai};
+    exchange().take(quote);
+    const Order order = exchange().place(quote.security, Direction::Buy, yuan(10), 357);
+    EXPECT_THROW(exchange().place(quote.security, Direction::Buy, yuan(10), 199), Error);
+    quote.time = at(1002);
+
+    exchange().take(quote);
+
+    EXPECT_EQ(now(order).matchedQuantity, 256);
+}
+
 } // namespace TradeModule

@@ -1,11 +1,10 @@
 #include "trademodule/import/Workbook.h"
 #include "tests/trademodule/import/StatementTest.h"
+#include "tests/trademodule/import/WorkbookFile.h"
 #include "trademodule/Error.h"
 
 #include <QFile>
 #include <QTemporaryDir>
-
-#include <zip.h>
 
 #include <random>
 
@@ -35,22 +34,11 @@ const char *const tradeRow = "<row r=\"2\"><c r=\"A2\"><v>45293</v></c><c r=\"B2
 class WorkbookTest : public ::testing::Test
 {
 protected:
-    using Parts = std::vector<std::pair<const char *, QByteArray>>;
+    using Parts = WorkbookParts;
 
     QString path() const { return m_directory.filePath(QStringLiteral("statement.xlsx")); }
 
-    void write(const Parts &parts)
-    {
-        QFile::remove(path());
-        zip *const archive = zip_open(QFile::encodeName(path()).constData(), ZIP_CREATE, nullptr);
-        ASSERT_NE(archive, nullptr);
-        for (const auto &[name, bytes] : parts) {
-            zip_source *const source =
-                zip_source_buffer(archive, bytes.constData(), static_cast<zip_uint64_t>(bytes.size()), 0);
-            ASSERT_GE(zip_file_add(archive, name, source, ZIP_FL_ENC_UTF_8), 0);
-        }
-        ASSERT_EQ(zip_close(archive), 0);
-    }
+    void write(const Parts &parts) { writeWorkbook(path(), parts); }
 
     void writeSheet(const QByteArray &rows)
     {

@@ -210,7 +210,7 @@ TEST_P(LedgerSchemaOfAnOlderLedger, IsLeftAsItWasByAMigrationThatFails)
 {
     {
         Database old(location()); // the last step to come makes it, too
-        old.run(QStringLiteral("CREATE TABLE order_replacement (id INTEGER)"));
+        old.run(QStringLiteral("CREATE TABLE told_minute (id INTEGER)"));
     }
 
     EXPECT_THROW(Ledger ledger(location()), LedgerError);

@@ -140,6 +140,23 @@ TEST_F(PracticeAccountTest, CancelsAnOrderThatChartsCallTodays)
               code(TradeChart::OrderStatus::Canceled));
 }
 
+TEST_F(PracticeAccountTest, ReplacesAnOrderOfItsDay)
+{
+    begin();
+    Ledger ledger(practice());
+    PaperExchange exchange(&ledger);
+    exchange.take(replayed(1000, 9.9, 10.1));
+    const Order order = exchange.place(bank(), Direction::Buy, yuan(9), 100);
+    exchange.settle();
+    exchange.replace(practised, order.number, yuan(9.5), QStringLiteral("replacement"));
+    exchange.settle();
+    const Orders open = OrderBook(&ledger).open();
+    ASSERT_EQ(open.size(), 1);
+    EXPECT_EQ(open[0].price, yuan(9.5));
+    EXPECT_EQ(open[0].date, practised);
+    EXPECT_EQ(open[0].time, at(1000));
+}
+
 TEST_F(PracticeAccountTest, TakesTheQuotesOfItsRecordedDayAloneOnWhicheverDayTheyArePlayed)
 {
     begin();

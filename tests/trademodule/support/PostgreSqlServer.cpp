@@ -157,8 +157,8 @@ bool PostgreSqlServer::empty(const QString &database) const
     TradeModule::Database connection(location(database));
     connection.run(QStringLiteral("SET SESSION CHARACTERISTICS AS TRANSACTION READ WRITE"));
     TradeModule::Rows staying = connection.run(
-        QStringLiteral("SELECT count(*) FROM pg_stat_activity WHERE datname = current_database() "
-                       "AND pid <> pg_backend_pid() AND NOT pg_terminate_backend(pid, %1)")
+        QStringLiteral("SELECT count(*) FROM pg_stat_activity WHERE CASE WHEN datname = current_database() "
+                       "AND pid <> pg_backend_pid() THEN NOT pg_terminate_backend(pid, %1) ELSE FALSE END")
             .arg(patience));
     if (!staying.next() || staying.value(0).toInt() > 0) {
         return false;

@@ -1,8 +1,8 @@
-#include "trademodule/import/CodeRanges.h"
+#include "trading/CodeRanges.h"
 
 #include <cstring>
 
-namespace TradeModule::CodeRanges {
+namespace Trading::CodeRanges {
 
 namespace {
 
@@ -16,12 +16,16 @@ using Source = RangeSource;
 /// The usual market of a code that both have comes first, longer starts before what they start with.
 constexpr CodeRange ranges[] = {
     {"6", sh, Class::Share, nullptr, Source::ShanghaiRules},
-    {"900", sh, Class::Share, nullptr, Source::ShanghaiRules}, // B shares, in dollars
+    {"688", sh, Class::Share, nullptr, Source::ShanghaiFirstDigit, Segment::Star},
+    {"689", sh, Class::Share, nullptr, Source::ShanghaiFirstDigit, Segment::Star}, // depositary receipts
+    {"900", sh, Class::Share, nullptr, Source::ShanghaiRules,
+     Segment::ForeignCurrency}, // B shares, in dollars
+    {"588", sh, Class::Fund, nullptr, Source::ShanghaiFirstDigit, Segment::YoungFunds},
     {"5", sh, Class::Fund, nullptr, Source::ShanghaiRules},
     {"00", sz, Class::Share, nullptr, Source::ShenzhenOverview},
-    {"30", sz, Class::Share, nullptr, Source::ShenzhenOverview},
-    {"20", sz, Class::Share, nullptr,
-     Source::ShenzhenOverview}, // B shares, in Hong Kong dollars; 204 is Shanghai's repo
+    {"30", sz, Class::Share, nullptr, Source::ShenzhenOverview, Segment::ChiNext},
+    {"20", sz, Class::Share, nullptr, Source::ShenzhenOverview,
+     Segment::ForeignCurrency}, // B shares, in Hong Kong dollars; 204 is Shanghai's repo
     {"204", sh, Class::Repo, nullptr, Source::ShanghaiRules},
     {"201", sh, Class::Repo, nullptr, Source::ShanghaiRules},
     {"202", sh, Class::Repo, nullptr, Source::ShanghaiRules},
@@ -36,10 +40,10 @@ constexpr CodeRange ranges[] = {
     {"188", sh, Class::Bond, nullptr, Source::ShanghaiFirstDigit},
     {"185", sh, Class::Bond, nullptr, Source::ShanghaiFirstDigit},
     {"155", sh, Class::Bond, nullptr, Source::ShanghaiFirstDigit},
-    {"110", sh, Class::Bond, nullptr, Source::ShanghaiRules}, // convertibles
-    {"111", sh, Class::Bond, nullptr, Source::ShanghaiFirstDigit},
-    {"113", sh, Class::Bond, nullptr, Source::ShanghaiRules},
-    {"118", sh, Class::Bond, nullptr, Source::ShanghaiFirstDigit},
+    {"110", sh, Class::Bond, nullptr, Source::ShanghaiRules, Segment::Convertible}, // convertibles
+    {"111", sh, Class::Bond, nullptr, Source::ShanghaiFirstDigit, Segment::Convertible},
+    {"113", sh, Class::Bond, nullptr, Source::ShanghaiRules, Segment::Convertible},
+    {"118", sh, Class::Bond, nullptr, Source::ShanghaiFirstDigit, Segment::Convertible},
     {"132", sh, Class::Bond, nullptr, Source::ShanghaiFirstDigit},
     {"122", sh, Class::Bond, nullptr, Source::ShanghaiFirstDigit},
     {"124", sh, Class::Bond, nullptr, Source::ShanghaiFirstDigit},
@@ -51,11 +55,11 @@ constexpr CodeRange ranges[] = {
     {"018", sh, Class::Bond, nullptr, Source::ShanghaiFirstDigit},
     {"019", sh, Class::Bond, nullptr, Source::ShanghaiFirstDigit},
     {"020", sh, Class::Bond, nullptr, Source::ShanghaiFirstDigit},
-    {"123", sz, Class::Bond, nullptr, Source::Usage}, // convertibles
-    {"125", sz, Class::Bond, nullptr, Source::Usage},
-    {"126", sz, Class::Bond, nullptr, Source::Usage},
-    {"127", sz, Class::Bond, nullptr, Source::Usage},
-    {"128", sz, Class::Bond, nullptr, Source::Usage},
+    {"123", sz, Class::Bond, nullptr, Source::Usage, Segment::Convertible}, // convertibles
+    {"125", sz, Class::Bond, nullptr, Source::Usage, Segment::Convertible},
+    {"126", sz, Class::Bond, nullptr, Source::Usage, Segment::Convertible},
+    {"127", sz, Class::Bond, nullptr, Source::Usage, Segment::Convertible},
+    {"128", sz, Class::Bond, nullptr, Source::Usage, Segment::Convertible},
     {"10", sz, Class::Bond, nullptr, Source::ShenzhenOverview}, // the state's
     {"11", sz, Class::Bond, nullptr, Source::ShenzhenOverview},
     {"12", sz, Class::Bond, nullptr, Source::ShenzhenOverview},
@@ -121,4 +125,4 @@ std::optional<CodeRange> of(const QString &code)
     return code.size() == codeDigits ? longest(code, std::nullopt) : std::nullopt;
 }
 
-} // namespace TradeModule::CodeRanges
+} // namespace Trading::CodeRanges

@@ -1,10 +1,9 @@
-#include "trademodule/import/CodeRanges.h"
+#include "trading/CodeRanges.h"
 #include "tests/support/ByName.h"
-#include "trademodule/import/SecurityOfRow.h"
 
 #include <gtest/gtest.h>
 
-namespace TradeModule {
+namespace Trading {
 
 namespace {
 
@@ -68,16 +67,4 @@ TEST(CodeRanges, HaveNoneForACodeThatAMarketDoesNotGive)
     EXPECT_FALSE(CodeRanges::of(QStringLiteral("00700")));
 }
 
-TEST(CodeRangesSecurity, IsNothingBeyondTheMarketsOfCharts)
-{
-    EXPECT_EQ(securityOfCode(QStringLiteral("000001.XSHE"))->market, Market::Shenzhen);
-    EXPECT_FALSE(securityOfCode(QStringLiteral("830799")));
-    EXPECT_FALSE(securityOfCode(QStringLiteral("00700")));
-}
-
-TEST(CodeRangesSecurity, GetsTheLeadingZerosBackThatASpreadsheetLost)
-{
-    EXPECT_EQ(securityOfCode(QStringLiteral("2798"))->code, QStringLiteral("002798"));
-}
-
-} // namespace TradeModule
+} // namespace Trading

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "trademodule/SharedTypes.h"
+#include "trading/Market.h"
 
 #include <optional>
 
-namespace TradeModule {
+namespace Trading {
 
 /// What a code of an exchange is of.
 enum class SecurityClass {
@@ -15,6 +15,16 @@ enum class SecurityClass {
     Rights,      ///< the code under which new shares are paid for; they come under another
     Application, ///< the same of an application for new shares
     Other,
+};
+
+/// What has rules of its own within a class.
+enum class Segment {
+    Usual,
+    Star,            ///< shares of 科创板
+    ChiNext,         ///< shares of 创业板
+    ForeignCurrency, ///< B shares
+    YoungFunds,      ///< funds of 科创板's shares
+    Convertible,     ///< bonds
 };
 
 /// Where a range is known from, and so how sure it is.
@@ -37,6 +47,7 @@ struct CodeRange
     const char *listed; ///< of rights and applications: what the shares' own code starts with; null where it
                         ///< is another
     RangeSource source;
+    Segment segment = Segment::Usual;
 };
 
 /// The exchanges' tables of codes.
@@ -49,4 +60,4 @@ std::optional<CodeRange> of(const QString &code);
 
 } // namespace CodeRanges
 
-} // namespace TradeModule
+} // namespace Trading
