@@ -26,7 +26,7 @@ struct Scene
         for (int trade = 0; trade < count; ++trade) {
             const Bar &bar =
                 chart.bars[static_cast<size_t>(trade) * tradingDays / static_cast<size_t>(count)];
-            Trade made{dayOf(bar), Trading::ClockTime::of(10, 0).value()};
+            AccountTrade made{dayOf(bar), Trading::ClockTime::of(10, 0).value()};
             made.side = trade % 2 == 0 ? Direction::Buy : Direction::Sell;
             made.price = bar.low + trade % 20 * 0.1;
             made.quantity = 100;

@@ -265,10 +265,14 @@ DayState stateAt(const SecurityId &security, TradingDate day, ClockTime time, co
     return calendar.isTradingDay(day) ? stateOnTradingDay(security, day, time, name) : DayState::Closed;
 }
 
+DayState stateOnTradingDay(TradingDate day, ClockTime time)
+{
+    return stateOf({SecurityKind::MainShare, Market::Shanghai, day}, time);
+}
+
 DayState stateAt(TradingDate day, ClockTime time, const TradingCalendar &calendar)
 {
-    return calendar.isTradingDay(day) ? stateOf({SecurityKind::MainShare, Market::Shanghai, day}, time)
-                                      : DayState::Closed;
+    return calendar.isTradingDay(day) ? stateOnTradingDay(day, time) : DayState::Closed;
 }
 
 namespace {

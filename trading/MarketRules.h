@@ -31,6 +31,7 @@ DayState stateOnTradingDay(const SecurityId &security, TradingDate day, ClockTim
                            const QString &name = {});
 /// The same of most shares, where there is no security to ask about: those of Shanghai's main board.
 DayState stateAt(TradingDate day, ClockTime time, const TradingCalendar &calendar);
+DayState stateOnTradingDay(TradingDate day, ClockTime time);
 
 /// How sure a row is.
 enum class Evidence {

@@ -97,12 +97,11 @@ bool areNamedByTheirBegin(const Bars &bars)
            !hasMinute(bars, lastTradingMinute);
 }
 
-/// Shares of some boards are traded at the closing price after the market.
+/// Shares are traded at the closing price after the market, on more boards and at other times from one year
+/// to the next: a later minute is none of a chart, whatever it holds.
 bool isAfterClose(const Bar &bar)
 {
-    constexpr int firstMinute = 15 * 60 + 5;
-    constexpr int lastMinute = 15 * 60 + 30;
-    return bar.minute >= firstMinute && bar.minute <= lastMinute && bar.high == bar.low;
+    return bar.minute > lastTradingMinute;
 }
 
 template <typename Value>

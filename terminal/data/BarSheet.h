@@ -37,7 +37,7 @@ struct BarSheet
     VolumeEvidence volumeEvidence = VolumeEvidence::OwnForm;
     PriceKind prices = PriceKind::Unknown;
     int notTraded = 0;         ///< rows of days without trading, which are no bars
-    int afterClose = 0;        ///< minutes of trading at the closing price, which a chart does not have
+    int afterClose = 0;        ///< minutes after the close, which a chart does not have
     QStringList unusedColumns; ///< as the file names them
 };
 

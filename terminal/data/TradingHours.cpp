@@ -8,7 +8,6 @@ namespace {
 
 constexpr int morningEnd = 11 * 60 + 30;
 constexpr int afternoonStart = 13 * 60 + 1;
-constexpr int auctionBegin = 9 * 60 + 15;
 constexpr int auctionPriceMinute = 9 * 60 + 25; ///< from here on the price of the auction is known
 
 } // namespace
@@ -23,17 +22,6 @@ bool isTradingMinute(int minute)
 {
     return (minute >= auctionMinute && minute <= morningEnd) ||
            (minute >= afternoonStart && minute <= lastTradingMinute);
-}
-
-Session sessionAt(int minute)
-{
-    if (minute < auctionBegin) {
-        return Session::BeforeOpen;
-    }
-    if (minute > morningEnd && minute < afternoonStart - 1) {
-        return Session::Break;
-    }
-    return minute > lastTradingMinute ? Session::Closed : Session::Open;
 }
 
 std::optional<int> minuteOfQuote(Trading::ClockTime time)

@@ -9,6 +9,9 @@
 
 namespace Terminal {
 
+// The bars that a day has, as charts and files know them; when the exchanges are open is in
+// trading/MarketRules.
+
 /// Bars of a full trading day: 0930 for the opening auction, 0931–1130 and 1301–1500. A label marks
 /// the end of its minute.
 constexpr int minutesOfTradingDay = 241;
@@ -24,12 +27,6 @@ bool isClosedWeekend(Trading::TradingDate day);
 
 /// True when a bar of a trading day may end at `minute` (minutes since midnight).
 bool isTradingMinute(int minute);
-
-/// The parts of a trading day.
-enum class Session { BeforeOpen, Open, Break, Closed };
-
-/// The part that a minute is in, in minutes since midnight; the auctions are Open.
-Session sessionAt(int minute);
 
 /// The bar that a quote of this time is of, by its minute: the one that ends with the minute that is under
 /// way. From 09:25 on it is that of the opening auction, and up to a minute after a session its last one, for

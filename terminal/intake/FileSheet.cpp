@@ -46,6 +46,7 @@ bool isFigure(const QString &cell)
 QTableWidgetItem *itemOf(const QString &cell)
 {
     auto *const item = new QTableWidgetItem(plainText(cell));
+    item->setToolTip(item->text());
     if (isFigure(cell)) {
         item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }
@@ -57,6 +58,30 @@ bool isEmptyColumn(const FileReport &report, int column)
 {
     return std::all_of(report.rows.begin(), report.rows.end(),
                        [column](const QStringList &cells) { return cells.value(column).isEmpty(); });
+}
+
+/// Of words; figures, days and codes count nothing.
+int longestWord(const FileReport &report, int column)
+{
+    int longest = 0;
+    for (const QStringList &cells : report.rows) {
+        const QString cell = cells.value(column);
+        const bool isWord = !cell.isEmpty() && cell[0].isLetter();
+        longest = isWord ? std::max(longest, cell.size()) : longest;
+    }
+    return longest;
+}
+
+/// The column of names gives way in a small window, so that no figure is cut.
+void letNamesGiveWay(const FileReport &report, QHeaderView *header)
+{
+    int widest = 0;
+    for (int column = 1; column < report.columns.size(); ++column) {
+        widest = longestWord(report, column) > longestWord(report, widest) ? column : widest;
+    }
+    if (longestWord(report, widest) > 0) {
+        header->setSectionResizeMode(widest, QHeaderView::Stretch);
+    }
 }
 
 } // namespace
@@ -311,6 +336,7 @@ void FileSheet::addRows(const FileReport &report, bool hidesAmounts)
         table->setColumnHidden(column, isEmptyColumn(report, column));
     }
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    letNamesGiveWay(report, table->horizontalHeader());
     table->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the sheet scrolls
     table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 6);
     table->setFixedHeight(table->horizontalHeader()->sizeHint().height() +

@@ -519,8 +519,7 @@ void Intake::takeUndo(IntakeFile *file)
 void Intake::takeSettled(IntakeFile *file, const QString &reason)
 {
     const QJsonValue result = m_answer[QLatin1String("result")];
-    const bool isMissing = isMissingFile(m_plan.places.ledger); // then nothing can be in it
-    if (!result.isObject() && !isMissing) {
+    if (!result.isObject()) {
         file->state = State::Unknown;
         file->report.refusals = QStringList(tr("Nobody can tell whether it is in the ledger: %1. See the "
                                                "past imports when the ledger answers.")

@@ -94,13 +94,18 @@ Loaded<ChartData> ChartSource::loadDays(const QString &code, ChartPeriod period,
     chart.today = takeSpanOfToday(&chart.bars, period, today);
     chart.today.rowTime = timeOf(m_folder.dailyStamp(code), today);
     chart.bars = joinDays(chart.bars, period);
-    if (const std::optional<Bar> last = barOfToday(chart)) {
-        if (chart.today.before) {
-            chart.bars.pop_back();
-        }
-        chart.bars.push_back(*last);
-    }
+    endWithToday(&chart);
     return chart;
+}
+
+void ChartSource::endWithToday(ChartData *chart) const
+{
+    if (const std::optional<Bar> last = barOfToday(*chart)) {
+        if (chart->today.before) {
+            chart->bars.pop_back();
+        }
+        chart->bars.push_back(*last);
+    }
 }
 
 bool ChartSource::isOfAnEarlierDay(const ChartData &shown) const
@@ -132,6 +137,7 @@ ChartData ChartSource::turned(const ChartData &shown) const
     if (isOfSameSpan(shown.bars.back(), Bar{m_today->date().number()}, shown.period)) {
         chart.today.before = shown.bars.back();
     }
+    endWithToday(&chart);
     return chart;
 }
 

@@ -69,6 +69,7 @@ public:
 private:
     Loaded<ChartData> loadDays(const QString &code, ChartPeriod period, PriceView view) const;
     ChartData minutesOfToday(const Security &security) const;
+    void endWithToday(ChartData *chart) const;
     bool knowsDaysOf(const ChartData &loaded, const ChartData &shown) const;
     const MinuteBook *todayOf(const QString &code) const;
     bool isToday(const QString &code, std::optional<Trading::TradingDate> day) const;

@@ -123,6 +123,7 @@ void LiveChart::showSpan()
     const ChartData &shown = m_chart->data();
     if (!shown.bars.empty() && m_source->isOfAnEarlierDay(shown)) {
         m_chart->refresh(m_source->turned(shown)); // midnight went by
+        return;
     }
     const std::optional<Bar> last = m_source->barOfToday(shown);
     if (!last || shown.bars.empty() || *last == shown.bars.back()) {

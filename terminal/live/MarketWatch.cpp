@@ -1,6 +1,6 @@
 #include "terminal/live/MarketWatch.h"
 
-#include "terminal/data/TradingHours.h"
+#include "trading/MarketRules.h"
 
 #include <algorithm>
 #include <utility>
@@ -55,14 +55,25 @@ MarketWatch::State MarketWatch::found() const
     }
     const std::chrono::milliseconds silence(m_sinceHeard.elapsed());
     const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(silence);
-    switch (sessionAt(m_lastTime->minute() + static_cast<int>(minutes.count()))) {
-    case Session::BeforeOpen:
+    const auto now = Trading::ClockTime::ofMinute(m_lastTime->minute() + static_cast<int>(minutes.count()));
+    if (!now) {
+        return State::Closed;
+    }
+    using Trading::DayState;
+    switch (Trading::MarketRules::stateOnTradingDay(*m_day, *now)) {
+    case DayState::BeforeOpen:
         return State::NotOpen;
-    case Session::Open:
+    case DayState::OpeningAuction:
+    case DayState::BeforeMorning:
+    case DayState::Morning:
+    case DayState::Afternoon:
+    case DayState::ClosingAuction:
         return silence > m_silence ? State::Silent : State::Quoted;
-    case Session::Break:
+    case DayState::NoonBreak:
         return State::Break;
-    case Session::Closed:
+    case DayState::AfterClose:
+    case DayState::AfterHours:
+    case DayState::Closed:
         return State::Closed;
     }
     return State::Unheard;

@@ -170,7 +170,8 @@ Loaded<ParsedOptions> parseOptions(const QStringList &arguments, const QString &
     if (error.isEmpty()) {
         error = settleReplay(parser, &parsed.options);
     }
-    if (error.isEmpty() && parsed.options.dataFolder.isEmpty() && nameAChart(parsed.options)) {
+    if (error.isEmpty() && parsed.options.dataFolder.isEmpty() && parsed.options.practice.isEmpty() &&
+        nameAChart(parsed.options)) {
         error = text("--data must name a folder with securities.csv, daily/ and minute/");
     }
     return error.isEmpty() ? Loaded<ParsedOptions>(parsed) : failure(error);

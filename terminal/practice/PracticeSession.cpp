@@ -36,7 +36,7 @@ QString PracticeSession::begunLedger() const
 
 QString PracticeSession::lockFile() const
 {
-    return QDir(folder).filePath(QStringLiteral("open.lock"));
+    return folder + QStringLiteral(".lock"); // not in it: the folder of one that is deleted is moved
 }
 
 bool writeSession(const PracticeSession &session)

@@ -24,7 +24,7 @@ struct PracticeSession
     QString ledger() const;
     QString begunLedger() const;
 
-    /// Held by the window that the session is open in.
+    /// Held by the window that the session is open in. Beside its folder.
     QString lockFile() const;
 };
 

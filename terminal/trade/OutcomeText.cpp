@@ -1,6 +1,5 @@
 #include "terminal/trade/OutcomeText.h"
 
-#include "terminal/chart/text/FigureText.h"
 #include "terminal/trade/PlainText.h"
 #include "terminal/trade/ShownAmount.h"
 #include "terminal/trade/TradeTables.h"
@@ -85,7 +84,8 @@ QString OutcomeText::cancelled(const OrderRecord &order, const DeskOutcome &outc
 
 QString OutcomeText::replaceSent(const PriceChange &change)
 {
-    return tr("%1: replacing it at %2").arg(orderName(change.order), priceText(change.price));
+    return tr("%1: replacing it at %2")
+        .arg(orderName(change.order), tickText(change.order.security, change.price));
 }
 
 QString OutcomeText::replaceAskedAgain(const PriceChange &change)
@@ -119,7 +119,7 @@ QString OutcomeText::replacedText(const QString &what, const PriceChange &change
         return replaceSent(change);
     case Trading::ReplacementState::Placed:
         return tr("%1 is replaced by order %2 at %3")
-            .arg(what, plainText(outcome.text), priceText(change.price));
+            .arg(what, plainText(outcome.text), tickText(change.order.security, change.price));
     case Trading::ReplacementState::Dealt:
         return tr("%1 was dealt before it could be replaced").arg(what);
     case Trading::ReplacementState::Failed:
@@ -212,14 +212,15 @@ OrderQuestion::Words OutcomeText::replaceQuestion(const PriceChange &change)
     const qint64 rest = order.quantity - order.dealt;
     const QStringList lines{
         tr("Replace order %1 from %2 to %3?")
-            .arg(plainText(order.number), priceText(order.price), priceText(change.price)),
+            .arg(plainText(order.number), tickText(order.security, order.price),
+                 tickText(change.order.security, change.price)),
         fullName(order.security),
         tr("What is left of it: %1")
             .arg(orderSummary({order.security, order.side, change.price, rest}, false)),
         tr("It is cancelled first; what is left is placed when that is confirmed."),
     };
     return {tr("Replace an order"), lines.join(QLatin1Char('\n')),
-            tr("Replace at %1").arg(priceText(change.price)), tr("Leave it as it is")};
+            tr("Replace at %1").arg(tickText(change.order.security, change.price)), tr("Leave it as it is")};
 }
 
 } // namespace Terminal

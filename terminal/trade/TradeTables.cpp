@@ -32,13 +32,6 @@ QString figure(const std::optional<double> &value, int decimals)
     return value ? QString::number(*value, 'f', decimals) : noFigure();
 }
 
-/// A price of a security, to its tick.
-QString tickText(const Security &security, double price)
-{
-    const auto rules = Trading::MarketRules::of(security.id(), Trading::TradingDate::today(), security.name);
-    return priceText(price, rules.decimals());
-}
-
 QColor sideColour(const OrderRecord &order, const ChartTheme &theme)
 {
     return order.side == Direction::Buy ? theme.rise : theme.fall;
@@ -164,6 +157,12 @@ int OrdersTable::rowOf(const QString &number) const
 }
 
 PositionsTable::PositionsTable() : RecordTable(positionColumns(), isSamePosition) {}
+
+QString tickText(const Security &security, double price)
+{
+    const auto rules = Trading::MarketRules::of(security.id(), Trading::TradingDate::today(), security.name);
+    return priceText(price, rules.decimals());
+}
 
 QString amountText(double yuan)
 {

@@ -41,6 +41,9 @@ public:
     PositionsTable();
 };
 
+/// A price of a security, to its tick.
+QString tickText(const Security &security, double price);
+
 /// "1,234.50"
 QString amountText(double yuan);
 

@@ -14,7 +14,7 @@
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/trades/PriceDialog.h"
 #include "terminal/trades/TradesPanel.h"
-#include "trading/DayLimits.h"
+#include "trading/MarketRules.h"
 #include "trading/TradingUnits.h"
 
 #include <QAction>
@@ -22,7 +22,6 @@
 #include <QShortcut>
 
 #include <algorithm>
-#include <cmath>
 
 namespace Terminal {
 
@@ -52,10 +51,9 @@ ChartTrades::ChartTrades(QMainWindow *window, ChartView *chart, TradeDocks *dock
     m_lines->attach(chart);
     m_input = std::make_unique<TradesInput>(
         chart, m_layer.get(), m_lines.get(),
-        TradesInput::Rules{
-            [this](const QPointF &position) { return isOverlayAt(position); },
-            [this] { return m_docks->desk()->canReplace(); },
-            [this](const OrderRecord &order, double wished) { return allowedPrice(order, wished); }});
+        TradesInput::Rules{[this](const QPointF &position) { return isOverlayAt(position); },
+                           [this] { return m_docks->desk()->canReplace(); },
+                           [this](double wished) { return allowedPrice(wished); }});
     wireChart();
     wireLists();
     wireDesks();
@@ -246,7 +244,7 @@ bool ChartTrades::showPlace(Trading::TradingDate day, Trading::ClockTime time, d
 /// From the minutes of another day to those of the trade's, where they are recorded, else to its day.
 void ChartTrades::showTrade(size_t number)
 {
-    const Trade trade = m_desk.trades()[number];
+    const AccountTrade trade = m_desk.trades()[number];
     if (showPlace(trade.day, trade.time, trade.price)) {
         return;
     }
@@ -266,17 +264,17 @@ void ChartTrades::showOrder(const OrderRecord &order)
     }
 }
 
-double ChartTrades::allowedPrice(const OrderRecord &order, double wished) const
+double ChartTrades::allowedPrice(double wished) const
 {
     using Trading::Money;
-    const double step = Trading::priceStep.yuan();
-    const auto steps =
-        static_cast<qint64>(std::llround(std::clamp(wished, step, Trading::highestPrice.yuan()) / step));
-    Money price = Money::ofSteps(steps * Trading::priceStep.steps());
+    const Security &security = m_chart->data().security; // the module need not know its name
+    const auto rules = Trading::MarketRules::of(security.id(), Trading::TradingDate::today(), security.name);
+    const double held = std::clamp(wished, 0.0, Trading::highestPrice.yuan());
+    Money price = std::max(rules.tick, rules.nearestTick(Money::ofYuan(held).value_or(rules.tick)));
     const auto close = m_facts.closeBefore(m_chart->data());
-    if (const auto reference = close ? Money::ofYuan(*close) : std::nullopt) {
-        const Trading::DayLimits limits = Trading::dayLimits(order.security.code, *reference);
-        price = std::clamp(price, limits.lowest, limits.highest);
+    const auto reference = close ? Money::ofYuan(*close) : std::nullopt;
+    if (const auto limits = reference ? rules.limits(*reference) : std::nullopt) {
+        price = std::clamp(price, limits->lowest, limits->highest);
     }
     return price.yuan();
 }
@@ -289,10 +287,9 @@ void ChartTrades::askForPrice(const OrderRecord &order)
         return;
     }
     const QPointer<ChartTrades> self(this); // the window may be closed while the user is asked
-    const auto price =
-        PriceDialog(
-            order, [this, order](double wished) { return allowedPrice(order, wished); }, m_window)
-            .ask();
+    const auto price = PriceDialog(
+                           order, [this](double wished) { return allowedPrice(wished); }, m_window)
+                           .ask();
     if (self && price) {
         askToReplace({order, *price});
     }

@@ -69,8 +69,9 @@ public:
     const TradesLayer *layer() const { return m_layer.get(); }
     const OrderLines *lines() const { return m_lines.get(); }
 
-    /// The price that an order may have next to this one: whole steps, within the limits of the day.
-    double allowedPrice(const OrderRecord &order, double wished) const;
+    /// The price that an order of the shown security may have next to this one: on a tick, within the limits
+    /// of the day.
+    double allowedPrice(double wished) const;
 
 Q_SIGNALS:
     /// The user wants to see this chart.

@@ -1,9 +1,9 @@
 #include "terminal/trades/OrderLines.h"
 
-#include "terminal/chart/text/FigureText.h"
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/trade/PlainText.h"
 #include "terminal/trade/ShownAmount.h"
+#include "terminal/trade/TradeTables.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -102,9 +102,9 @@ double OrderLines::heightOf(const OrderRecord &order) const
 
 QString OrderLines::textOf(const OrderRecord &order) const
 {
-    const QString price = priceText(order.price);
+    const QString price = tickText(order.security, order.price);
     if (m_dragged && m_dragged->number == order.number) {
-        return QStringLiteral(u"%1 → %2").arg(price, priceText(m_dragged->price));
+        return QStringLiteral(u"%1 → %2").arg(price, tickText(order.security, m_dragged->price));
     }
     const ChartGeometry &geometry = m_chart->chartGeometry();
     const QString arrow = order.price > geometry.highPrice  ? QStringLiteral(u"↑ ")

@@ -1,9 +1,9 @@
 #include "terminal/trades/PriceDialog.h"
 
-#include "terminal/chart/text/FigureText.h"
 #include "terminal/trade/PlainText.h"
 #include "terminal/trade/PriceBox.h"
 #include "terminal/trade/TradeTables.h"
+#include "trading/MarketRules.h"
 #include "trading/TradingUnits.h"
 
 #include <QDialogButtonBox>
@@ -23,6 +23,8 @@ PriceDialog::PriceDialog(const OrderRecord &order, std::function<double(double)>
       m_box(new PriceBox)
 {
     setWindowTitle(tr("Change the price of an order"));
+    m_box->setRules(
+        Trading::MarketRules::of(order.security.id(), Trading::TradingDate::today(), order.security.name));
     m_box->setRange(m_allowedPrice(0), m_allowedPrice(Trading::highestPrice.yuan()));
     m_box->setValue(order.price);
     m_box->selectAll();
@@ -47,7 +49,8 @@ QString PriceDialog::question(const OrderRecord &order) const
     const qint64 rest = order.quantity - order.dealt;
     const QString what = orderSummary({order.security, order.side, order.price, rest}, false);
     return tr("New price of order %1, %2, from %3 to %4:")
-        .arg(plainText(order.number), what, priceText(m_box->minimum()), priceText(m_box->maximum()));
+        .arg(plainText(order.number), what, tickText(order.security, m_box->minimum()),
+             tickText(order.security, m_box->maximum()));
 }
 
 std::optional<double> PriceDialog::ask()

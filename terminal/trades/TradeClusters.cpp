@@ -17,7 +17,7 @@ Cell cellOf(const QPointF &place)
             static_cast<int>(std::floor(place.y() / TradeGlyphs::side))};
 }
 
-TradeKind kindOf(const Trade &trade)
+TradeKind kindOf(const AccountTrade &trade)
 {
     return trade.isBuy() ? TradeKind::Buy : TradeKind::Sell;
 }

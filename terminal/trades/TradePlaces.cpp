@@ -57,7 +57,7 @@ TradePlaces::TradePlaces(const ChartData &data, const Trades &trades)
     }
     m_places.reserve(trades.size());
     for (size_t number = 0; number < trades.size(); ++number) {
-        const Trade &trade = trades[number];
+        const AccountTrade &trade = trades[number];
         if (const auto bar = barOf(data, trade.day, trade.time)) {
             m_places.push_back({*bar, data.shownPrice(trade.price, trade.day), number});
         }

@@ -2,7 +2,7 @@
 
 #include "terminal/chart/axes/BarSpan.h"
 #include "terminal/data/DataFolder.h"
-#include "terminal/trades/Trade.h"
+#include "terminal/trades/AccountTrade.h"
 
 #include <optional>
 #include <utility>

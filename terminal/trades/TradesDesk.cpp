@@ -23,7 +23,7 @@ QString textOf(const QJsonObject &object, const char *key)
     return object.value(QLatin1String(key)).toString();
 }
 
-bool isSame(const Trade &one, const Trade &other)
+bool isSame(const AccountTrade &one, const AccountTrade &other)
 {
     return one.day == other.day && one.time == other.time && one.side == other.side &&
            one.price == other.price && one.quantity == other.quantity && one.amount == other.amount &&
@@ -179,9 +179,10 @@ void TradesDesk::putTogether()
 {
     m_trades = m_past;
     if (m_practised && m_isPlayed) {
-        m_trades.erase(std::remove_if(m_trades.begin(), m_trades.end(),
-                                      [this](const Trade &trade) { return trade.day == *m_practised; }),
-                       m_trades.end());
+        m_trades.erase(
+            std::remove_if(m_trades.begin(), m_trades.end(),
+                           [this](const AccountTrade &trade) { return trade.day == *m_practised; }),
+            m_trades.end());
     }
     if (!m_practised || m_isPlayed) {
         m_trades.insert(m_trades.end(), m_ofToday.begin(), m_ofToday.end());

@@ -2,7 +2,7 @@
 
 #include "endpoint/EndPoint.h"
 #include "terminal/trade/OpenQuestion.h"
-#include "terminal/trades/Trade.h"
+#include "terminal/trades/AccountTrade.h"
 #include "trading/Question.h"
 
 #include <QTimer>

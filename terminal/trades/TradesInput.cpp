@@ -71,7 +71,7 @@ void TradesInput::startDrag(const OrderRecord &order, const QPointF &position)
 double TradesInput::priceAt(const QPointF &position) const
 {
     const double wished = m_chart->chartGeometry().yToPrice(position.y() + m_drag->lead);
-    return m_rules.allowedPrice(m_drag->order, wished);
+    return m_rules.allowedPrice(wished);
 }
 
 bool TradesInput::move(const QMouseEvent &event)

@@ -31,7 +31,7 @@ public:
         /// True while orders may be moved.
         std::function<bool()> mayMove;
         /// The price that an order may have next to this one.
-        std::function<double(const OrderRecord &, double)> allowedPrice;
+        std::function<double(double)> allowedPrice;
     };
 
     /// All must outlive this object.

@@ -1,7 +1,7 @@
 #include "terminal/trades/TradesTable.h"
 
-#include "terminal/chart/text/FigureText.h"
 #include "terminal/trade/TradeTables.h"
+#include "trading/Money.h"
 
 #include <QCoreApplication>
 
@@ -14,12 +14,18 @@ struct Texts
     Q_DECLARE_TR_FUNCTIONS(TradesTable)
 };
 
-QColor sideColour(const Trade &trade, const ChartTheme &theme)
+QColor sideColour(const AccountTrade &trade, const ChartTheme &theme)
 {
     return trade.isBuy() ? theme.rise : theme.fall;
 }
 
-bool isSameTrade(const Trade &one, const Trade &other)
+/// With as many decimals as it has: funds have three.
+QString priceOf(const AccountTrade &trade)
+{
+    return Trading::Money::ofYuan(trade.price).value_or(Trading::Money()).text();
+}
+
+bool isSameTrade(const AccountTrade &one, const AccountTrade &other)
 {
     return one.day == other.day && one.time == other.time && one.orderNumber == other.orderNumber &&
            one.price == other.price && one.quantity == other.quantity && one.side == other.side;
@@ -29,19 +35,18 @@ std::vector<TradesTable::Column> tradeColumns()
 {
     return {
         {TradeColumn::Day, [] { return Texts::tr("Date"); }, Qt::AlignLeft,
-         [](const Trade &trade) { return trade.day.dashedText(); }},
+         [](const AccountTrade &trade) { return trade.day.dashedText(); }},
         {TradeColumn::Time, [] { return Texts::tr("Time"); }, Qt::AlignLeft,
-         [](const Trade &trade) { return trade.time.colonText(); }},
+         [](const AccountTrade &trade) { return trade.time.colonText(); }},
         {TradeColumn::Side, [] { return Texts::tr("Side"); }, Qt::AlignLeft,
-         [](const Trade &trade) { return sideText(trade.side); }, sideColour},
+         [](const AccountTrade &trade) { return sideText(trade.side); }, sideColour},
         {TradeColumn::Quantity, [] { return Texts::tr("Quantity"); }, Qt::AlignRight,
-         [](const Trade &trade) { return QString::number(trade.quantity); }, nullptr, true},
-        {TradeColumn::Price, [] { return Texts::tr("Price"); }, Qt::AlignRight,
-         [](const Trade &trade) { return priceText(trade.price); }},
+         [](const AccountTrade &trade) { return QString::number(trade.quantity); }, nullptr, true},
+        {TradeColumn::Price, [] { return Texts::tr("Price"); }, Qt::AlignRight, priceOf},
         {TradeColumn::Amount, [] { return Texts::tr("Amount"); }, Qt::AlignRight,
-         [](const Trade &trade) { return amountText(trade.amount); }, nullptr, true},
+         [](const AccountTrade &trade) { return amountText(trade.amount); }, nullptr, true},
         {TradeColumn::Order, [] { return Texts::tr("Order"); }, Qt::AlignRight,
-         [](const Trade &trade) { return trade.orderNumber; }},
+         [](const AccountTrade &trade) { return trade.orderNumber; }},
     };
 }
 

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "terminal/trade/RecordTable.h"
-#include "terminal/trades/Trade.h"
+#include "terminal/trades/AccountTrade.h"
 
 namespace Terminal {
 
 enum class TradeColumn { Day, Time, Side, Quantity, Price, Amount, Order };
 
 /// Trades, newest first.
-class TradesTable : public RecordTable<Trade, TradeColumn>
+class TradesTable : public RecordTable<AccountTrade, TradeColumn>
 {
 public:
     TradesTable();

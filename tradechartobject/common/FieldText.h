@@ -10,7 +10,7 @@ namespace TradeChart {
 class FieldText
 {
 public:
-    FieldText(const QString &text) : m_text(text) {}
+    explicit FieldText(const QString &text) : m_text(text) {}
     explicit FieldText(QLatin1String ascii) : m_ascii(ascii), m_isAscii(true) {}
 
     QString toString() const { return m_isAscii ? QString(m_ascii) : m_text; }

@@ -25,7 +25,7 @@ QString unescaped(std::string_view json)
 FieldText FlatValue::text() const
 {
     if (!isString()) {
-        return QString();
+        return FieldText(QString());
     }
     const char *const begin = m_json.data() + 1;
     const char *const quote = m_json.data() + m_json.size() - 1;
@@ -34,7 +34,7 @@ FieldText FlatValue::text() const
         return FieldText(QLatin1String(begin, length));
     }
     const bool hasEscapes = std::memchr(begin, '\\', static_cast<std::size_t>(length)) != nullptr;
-    return hasEscapes ? unescaped(m_json) : QString::fromUtf8(begin, length);
+    return FieldText(hasEscapes ? unescaped(m_json) : QString::fromUtf8(begin, length));
 }
 
 double FlatValue::toDouble() const

@@ -42,7 +42,7 @@ QString marketCode(const Korvane::tagCodeWithName &security)
 QString answerMarketCode(const QString &market)
 {
     // Only the low 16 bits of the number count.
-    switch (static_cast<std::int16_t>(toInt(market))) {
+    switch (static_cast<std::int16_t>(toInt(FieldText(market)))) {
     case 1:
         return QStringLiteral("SH");
     case 2:

@@ -18,10 +18,13 @@ QString dayText(std::optional<TradingDate> day)
 }
 
 /// Whether a mark is there is a question of programs that lost sight of their import.
-int findMark(const Invocation &invocation, Ledger *ledger)
+int findMark(const Invocation &invocation)
 {
-    const auto found = ledger->importOfMark(invocation.value(QStringLiteral("mark")));
     QJsonObject result;
+    const bool isThere = Ledger::isThere(invocation.ledger()); // else who was making it was ended meanwhile
+    const auto found =
+        isThere ? Ledger(invocation.ledger()).importOfMark(invocation.value(QStringLiteral("mark")))
+                : std::nullopt;
     if (found) {
         result[QStringLiteral("import")] = found->number;
     }
@@ -32,10 +35,10 @@ int findMark(const Invocation &invocation, Ledger *ledger)
 int listImports(const Invocation &invocation)
 {
     invocation.arguments(0, translated("no arguments, only options"));
-    Ledger ledger(invocation.existingLedger());
     if (invocation.isSet(QStringLiteral("mark"))) {
-        return findMark(invocation, &ledger);
+        return JsonReply::run([&invocation] { return findMark(invocation); });
     }
+    Ledger ledger(invocation.existingLedger());
     Listing listing({QT_TR_NOOP("import"), QT_TR_NOOP("imported at"), QT_TR_NOOP("file"), QT_TR_NOOP("added"),
                      QT_TR_NOOP("there before"), QT_TR_NOOP("money"), QT_TR_NOOP("from"), QT_TR_NOOP("to"),
                      QT_TR_NOOP("account")},

@@ -23,6 +23,7 @@ Order restOf(const Order &old, qint64 quantity, Money price, const OrderReplacem
     fresh.price = price;
     fresh.quantity = quantity;
     fresh.status = OrderLife::statusWhenPlaced(market.isOpen(old.security));
+    fresh.securityName = old.securityName; // by which its limits are known
     return fresh;
 }
 

@@ -416,6 +416,10 @@ TradingDate EntryReader::dateOf(const StatementRow &row)
         }
         return *m_options.date;
     }
+    if (!m_date && !row.has(Column::Date)) {
+        throw row.errorIn(column, translated("\"%1\" tells no day; give the day of the trades with --date")
+                                      .arg(CellValue::cleaned(text)));
+    }
     if (!m_date) {
         throw row.errorIn(column, translated("\"%1\" is no date").arg(CellValue::cleaned(text)));
     }

@@ -43,21 +43,30 @@ QString holderKind(const QString &holder)
     return holder.left(1).toUpper();
 }
 
+/// With the names that may be taught: one of them can be the column that is missed.
+[[noreturn]] void refuseHeader(const StatementColumns &columns, const QString &reason)
+{
+    throw StatementRefused({reason, {}, {}, columns.unknownNames()});
+}
+
 /// Requires that a header has been seen.
 void refuseMissingColumns(const StatementColumns &columns, const ReadOptions &options)
 {
     if (!columns.has(Column::Date) && !columns.has(Column::Time) && !options.date) {
-        throw Error(translated("the statement has no date column; give the day of its trades with --date"));
+        refuseHeader(columns,
+                     translated("the statement has no date column; give the day of its trades with --date"));
     }
     if (columns.has(Column::Date) && options.date) {
         throw Error(translated("the statement has dates of its own; leave --date out"));
     }
     if (!columns.has(Column::Code) && columns.has(Column::Price) && options.securitiesByName.isEmpty()) {
-        throw Error(translated("the statement has no column of codes (证券代码); give a list of the "
-                               "securities' codes and names with --securities"));
+        refuseHeader(columns,
+                     translated("the statement has no column of codes (证券代码); give a list of the "
+                                "securities' codes and names with --securities"));
     }
     if (!columns.has(Column::Side) && !columns.has(Column::Business) && !columns.has(Column::Remark)) {
-        throw Error(translated("the statement has no column that tells buys from sells (买卖标志)"));
+        refuseHeader(columns,
+                     translated("the statement has no column that tells buys from sells (买卖标志)"));
     }
 }
 

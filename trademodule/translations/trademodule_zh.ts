@@ -91,6 +91,10 @@
         <source>reversals</source>
         <translation>冲销</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; tells no day; give the day of the trades with --date</source>
+        <translation>“%1”没有日期；请用 --date 给出成交日期</translation>
+    </message>
 </context>
 <context>
     <name>QIODevice</name>

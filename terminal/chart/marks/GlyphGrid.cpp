@@ -1,7 +1,6 @@
 #include "terminal/chart/marks/GlyphGrid.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace Terminal {
 
@@ -9,10 +8,13 @@ namespace {
 
 constexpr int margin = 2; // squares: the neighbours of those at the edge
 
+/// Rounds down. Counted from far away, where no pixel is below zero: to cut a number is quicker than to round
+/// it.
 int squareAt(double pixel)
 {
-    constexpr double farAway = 1e6; // beyond any screen
-    return static_cast<int>(std::floor(std::clamp(pixel, -farAway, farAway) / orderGlyphSize));
+    constexpr int farSquares = 62500;
+    constexpr double farAway = farSquares * orderGlyphSize; // beyond any screen
+    return static_cast<int>((std::clamp(pixel, -farAway, farAway) + farAway) / orderGlyphSize) - farSquares;
 }
 
 unsigned squaresFrom(int first, double lastPixel)

@@ -108,17 +108,16 @@ TEST_P(BarFileBadMinuteLine, StopsTheFileAndIsNamed)
     EXPECT_TRUE(bars.error().contains(QLatin1String(GetParam().reason))) << qPrintable(bars.error());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Lines, BarFileBadMinuteLine,
-    ::testing::Values(BadLine{"noTime", "9:32,1,1,1,1,1", "not a time"},
-                      BadLine{"sixtyMinutes", "960,1,1,1,1,1", "not a time"},
-                      BadLine{"lateHour", "2500,1,1,1,1,1", "not a time"},
-                      BadLine{"beforeOpening", "929,1,1,1,1,1", "outside of the trading hours"},
-                      BadLine{"lunch", "1300,1,1,1,1,1", "outside of the trading hours"},
-                      BadLine{"afterClose", "1501,1,1,1,1,1", "outside of the trading hours"},
-                      BadLine{"sameMinute", "931,1,1,1,1,1", "not later"},
-                      BadLine{"wordAsPrice", "932,1,1,1,x,1", "is not a number"}),
-    ByName());
+INSTANTIATE_TEST_SUITE_P(Lines, BarFileBadMinuteLine,
+                         ::testing::Values(BadLine{"noTime", "9:32,1,1,1,1,1", "not a time"},
+                                           BadLine{"sixtyMinutes", "960,1,1,1,1,1", "not a time"},
+                                           BadLine{"lateHour", "2500,1,1,1,1,1", "not a time"},
+                                           BadLine{"beforeOpening", "929,1,1,1,1,1",
+                                                   "outside of the trading hours"},
+                                           BadLine{"lunch", "1300,1,1,1,1,1", "outside of the trading hours"},
+                                           BadLine{"sameMinute", "931,1,1,1,1,1", "not later"},
+                                           BadLine{"wordAsPrice", "932,1,1,1,x,1", "is not a number"}),
+                         ByName());
 
 TEST_F(BarFile, RefusesAnotherHeader)
 {
@@ -187,6 +186,18 @@ TEST_F(BarFile, LeavesTradesAfterTheCloseOut)
         20240102);
     ASSERT_TRUE(bars) << qPrintable(bars.error());
     EXPECT_EQ(bars.value().back().minute, 900);
+}
+
+TEST_F(BarFile, IsNotRefusedForAnyMinuteAfterTheClose)
+{
+    for (const char *const later :
+         {"1501,9,9,9,9,1", "1515,9,9.5,9,9,1", "1531,9,9,9,9,1", "2359,9,9,9,9,1"}) {
+        const auto bars = readMinuteBars(
+            write(QStringLiteral("m.csv"), minuteHeader + "1459,9,9,9,9,1\n1500,9,9,9,9,1\n" + later + "\n"),
+            20240102);
+        ASSERT_TRUE(bars) << qPrintable(bars.error());
+        EXPECT_EQ(bars.value().size(), 2U) << later;
+    }
 }
 
 TEST_F(BarFile, MovesMinutesThatAreNamedByTheirBegin)

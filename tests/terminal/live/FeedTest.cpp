@@ -5,6 +5,7 @@
 #include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/TradingWindow.h"
 
+#include <QDir>
 #include <QProcess>
 
 namespace Terminal {
@@ -73,8 +74,30 @@ TEST_F(FeedOfAnotherProgram, MakesTheDayGrowAndDealsAnOrder)
     EXPECT_EQ(last->origin, PriceOrigin::Quote);
     EXPECT_EQ(last->price, recorded.back().close);
 }
+
+TEST_F(FeedOfAnotherProgram, LeavesThePictureThatTheSameDayHasWhenItIsLoaded)
+{
+    const auto picture = [this] { return chart()->grab().toImage(); };
+    const QImage before = picture();
+    feed();
+    ASSERT_TRUE(waitUntil([this] { return chart()->data().bars.size() == 241; }));
+    QApplication::processEvents();
+    const QImage grown = picture();
+    QDir().mkpath(QStringLiteral(STATE_PICTURES));
+    EXPECT_TRUE(m_window->grab().save(QStringLiteral(STATE_PICTURES "/live-day.png")));
+    EXPECT_NE(grown, before);
+
+    chart()->setData(ChartData(chart()->data()));
+
+    EXPECT_TRUE(waitUntil([&] { return picture() == grown; })) << "bar by bar, and at once";
+}
 #else
 TEST(FeedOfAnotherProgram, MakesTheDayGrowAndDealsAnOrder)
+{
+    GTEST_SKIP() << "no python3 with paho-mqtt was found";
+}
+
+TEST(FeedOfAnotherProgram, LeavesThePictureThatTheSameDayHasWhenItIsLoaded)
 {
     GTEST_SKIP() << "no python3 with paho-mqtt was found";
 }

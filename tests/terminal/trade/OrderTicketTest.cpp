@@ -96,6 +96,25 @@ TEST_F(OrderTicketTest, TakesACommaForThePointOfThePrice)
     EXPECT_DOUBLE_EQ(m_sent.front().price, 10.25);
 }
 
+TEST_F(OrderTicketTest, StepsByTheTickOfAFund)
+{
+    m_ticket.setSecurity({QStringLiteral("510300"), Market::Shanghai, QStringLiteral("ETF")}, 3.999);
+    EXPECT_EQ(price()->text().toStdString(), "3.999");
+    QTest::keyClick(price(), Qt::Key_Up);
+    EXPECT_DOUBLE_EQ(price()->value(), 4.0);
+    EXPECT_EQ(price()->text().toStdString(), "4.000");
+}
+
+TEST_F(OrderTicketTest, BeginsWithTheLeastQuantityOfTheSecurity)
+{
+    m_ticket.setSecurity({QStringLiteral("688981"), Market::Shanghai, QStringLiteral("S")}, 10.0);
+    EXPECT_EQ(quantity()->value(), 200);
+    m_ticket.setSecurity({QStringLiteral("113050"), Market::Shanghai, QStringLiteral("B")}, 100.0);
+    EXPECT_EQ(quantity()->value(), 10);
+    m_ticket.setSecurity(moutai, 10.0);
+    EXPECT_EQ(quantity()->value(), 100);
+}
+
 TEST_F(OrderTicketTest, TakesNoSeparatorOfThousands)
 {
     QTest::keyClicks(price(), QStringLiteral("1,0.2"));

@@ -224,12 +224,10 @@ TEST_F(ChartTradesTest, HoldsAPriceOnTicksAndWithinTheLimitsOfTheDay)
     write("daily/600519.csv", "date,open,high,low,close,volume\n" + yesterday + ",10,10,10,10,1000\n");
     makeWindow(TerminalOptions(), folder.path());
     load({QStringLiteral("600519"), ChartPeriod::Day});
-    OrderRecord order;
-    order.security = chart()->data().security;
 
-    EXPECT_DOUBLE_EQ(trades()->allowedPrice(order, 99), 11);
-    EXPECT_DOUBLE_EQ(trades()->allowedPrice(order, 1), 9);
-    EXPECT_DOUBLE_EQ(trades()->allowedPrice(order, 10.004), 10);
+    EXPECT_DOUBLE_EQ(trades()->allowedPrice(99), 11);
+    EXPECT_DOUBLE_EQ(trades()->allowedPrice(1), 9);
+    EXPECT_DOUBLE_EQ(trades()->allowedPrice(10.004), 10);
 }
 
 TEST_F(ChartTradesTest, ChoosesTheRowOfAnOrderThatIsClicked)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "terminal/data/DataFolder.h"
-#include "terminal/trades/Trade.h"
+#include "terminal/trades/AccountTrade.h"
 #include "tests/terminal/support/DayAndTime.h"
 
 #include <QJsonArray>
@@ -10,10 +10,10 @@
 namespace Terminal {
 
 /// A trade of a hundred shares at hhmm.
-inline Trade tradeOn(int day, int hhmm, double price, Direction side = Direction::Buy,
-                     const QString &order = {})
+inline AccountTrade tradeOn(int day, int hhmm, double price, Direction side = Direction::Buy,
+                            const QString &order = {})
 {
-    Trade trade{onDay(day), Trading::ClockTime::of(hhmm / 100, hhmm % 100).value()};
+    AccountTrade trade{onDay(day), Trading::ClockTime::of(hhmm / 100, hhmm % 100).value()};
     trade.side = side;
     trade.price = price;
     trade.quantity = 100;

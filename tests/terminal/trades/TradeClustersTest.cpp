@@ -72,7 +72,7 @@ TEST_F(TradeClustersTest, HaveNoTwoMarksOverEachOther)
         trades.push_back(tradeOn(20240203 + minute % 3, 1000, 8 + minute * 0.03));
     }
     std::sort(trades.begin(), trades.end(),
-              [](const Trade &one, const Trade &other) { return one.day < other.day; });
+              [](const AccountTrade &one, const AccountTrade &other) { return one.day < other.day; });
     const TradeMarkList marks = marksOf(trades);
     int count = 0;
     for (size_t one = 0; one < marks.size(); ++one) {

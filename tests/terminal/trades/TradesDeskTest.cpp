@@ -53,7 +53,7 @@ TEST_F(TradesDeskTest, AsksForNothingBeforeItIsToWatch)
 
 TEST_F(TradesDeskTest, PutsThoseOfPastDaysAndOfTodayTogether)
 {
-    tell("TodayTrade", {tradeRow("20240103", "10000000", "S", "11", "200", "8")});
+    tell("TodayTrade", {tradeRow("20240103", "10000000", "S", "11", "200")});
     watch();
     ASSERT_THAT(m_desk.trades(), SizeIs(2));
     EXPECT_TRUE(m_desk.trades().front().isBuy());

@@ -9,9 +9,9 @@ namespace {
 
 void expectAsQtReads(const QString &text)
 {
-    EXPECT_EQ(TradeChart::toInt(text), text.toInt()) << text.toStdString();
+    EXPECT_EQ(TradeChart::toInt(TradeChart::FieldText(text)), text.toInt()) << text.toStdString();
     const double expected = text.toDouble();
-    const double read = TradeChart::toDouble(text);
+    const double read = TradeChart::toDouble(TradeChart::FieldText(text));
     EXPECT_TRUE(read == expected || (std::isnan(read) && std::isnan(expected)))
         << text.toStdString() << ": " << read << " instead of " << expected;
 }

@@ -1,6 +1,7 @@
 #include "tests/trademodule/support/LedgerAudit.h"
 
 #include "trademodule/exchange/TradingRules.h"
+#include "trademodule/ledger/AccountHistory.h"
 #include "trademodule/ledger/Transaction.h"
 
 #include <cmath>
@@ -113,9 +114,10 @@ private:
     void checkCosts()
     {
         QHash<SecurityId, Holding> holdings;
-        const Executions executions = m_ledger->trades(DateRange());
-        for (const Execution &execution : executions) {
-            holdings[execution.security].add(execution);
+        AccountHistory history(m_ledger->database());
+        for (const KnownSecurity &known : history.securities()) {
+            Holding &holding = holdings[known.security];
+            history.visit(known, [&holding](const AccountEvent &event) { holding.add(event); });
         }
         for (auto holding = holdings.cbegin(); holding != holdings.cend(); ++holding) {
             constexpr double tolerance = 0.01; // yuan: sums of doubles in another order

@@ -6,8 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QStandardPaths>
+#include <QThread>
 
 #include <csignal>
 
@@ -39,6 +41,24 @@ void giveToServerUser(const QString &directory)
     const passwd *user = isRoot() ? getpwnam(superUser) : nullptr;
     if (user != nullptr) {
         EXPECT_EQ(chown(directory.toLocal8Bit().constData(), user->pw_uid, user->pw_gid), 0);
+    }
+}
+
+/// False when one of those who are connected to the same database stands still.
+bool endOthers(TradeModule::Database *connection)
+{
+    const QDeadlineTimer deadline(std::chrono::seconds(5));
+    for (;;) {
+        TradeModule::Rows others = connection->run(
+            QStringLiteral("SELECT count(CASE WHEN datname = current_database() AND pid <> pg_backend_pid() "
+                           "THEN pg_terminate_backend(pid) END) FROM pg_stat_activity"));
+        if (!others.next() || others.value(0).toInt() == 0) {
+            return true;
+        }
+        if (deadline.hasExpired()) {
+            return false;
+        }
+        QThread::msleep(1);
     }
 }
 
@@ -153,14 +173,9 @@ void PostgreSqlServer::giveDatabaseBack(const QString &name)
 /// False when somebody connected to it does not leave.
 bool PostgreSqlServer::empty(const QString &database) const
 {
-    constexpr int patience = 5000; // in milliseconds
     TradeModule::Database connection(location(database));
     connection.run(QStringLiteral("SET SESSION CHARACTERISTICS AS TRANSACTION READ WRITE"));
-    TradeModule::Rows staying = connection.run(
-        QStringLiteral("SELECT count(*) FROM pg_stat_activity WHERE CASE WHEN datname = current_database() "
-                       "AND pid <> pg_backend_pid() THEN NOT pg_terminate_backend(pid, %1) ELSE FALSE END")
-            .arg(patience));
-    if (!staying.next() || staying.value(0).toInt() > 0) {
+    if (!endOthers(&connection)) {
         return false;
     }
     connection.run(QStringLiteral("DO $$ DECLARE schema name; BEGIN "

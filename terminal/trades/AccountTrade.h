@@ -10,7 +10,7 @@
 namespace Terminal {
 
 /// What the exchange carried out at one time and price.
-struct Trade
+struct AccountTrade
 {
     Trading::TradingDate day;
     Trading::ClockTime time;
@@ -24,7 +24,7 @@ struct Trade
 };
 
 /// Oldest first.
-using Trades = std::vector<Trade>;
+using Trades = std::vector<AccountTrade>;
 
 /// The rows of an answer to a question for trades, of today or of past days; a row without a day or a
 /// quantity is left out.
@@ -46,7 +46,7 @@ struct TradeSum
     Part bought{};
     Part sold{};
 
-    void add(const Trade &trade);
+    void add(const AccountTrade &trade);
 };
 
 } // namespace Terminal

@@ -1,4 +1,4 @@
-#include "terminal/trades/Trade.h"
+#include "terminal/trades/AccountTrade.h"
 
 #include "tests/terminal/support/ModuleAnswers.h"
 #include "tests/terminal/trades/SomeTrades.h"
@@ -10,12 +10,12 @@ namespace {
 
 using ::testing::SizeIs;
 
-TEST(TradeOfARow, HasDayTimeSidePriceQuantityAndOrder)
+TEST(AccountTradeOfARow, HasDayTimeSidePriceQuantityAndOrder)
 {
     const Trades trades =
         readTrades(withData(QJsonArray{tradeRow("20240102", "09315000", "S", "10.25", "300", "12")}));
     ASSERT_THAT(trades, SizeIs(1));
-    const Trade &trade = trades.front();
+    const AccountTrade &trade = trades.front();
     EXPECT_EQ(trade.day, onDay(20240102));
     EXPECT_EQ(trade.time.colonText(), QStringLiteral("09:31:50"));
     EXPECT_FALSE(trade.isBuy());
@@ -25,7 +25,7 @@ TEST(TradeOfARow, HasDayTimeSidePriceQuantityAndOrder)
     EXPECT_EQ(trade.orderNumber, QStringLiteral("12"));
 }
 
-TEST(TradeOfARow, OfTodayMayHaveItsOrdersDayAndTimeAlone)
+TEST(AccountTradeOfARow, OfTodayMayHaveItsOrdersDayAndTimeAlone)
 {
     QJsonObject row = tradeRow("", "", "B", "10", "100");
     row.remove(QStringLiteral("bizdate"));
@@ -37,14 +37,14 @@ TEST(TradeOfARow, OfTodayMayHaveItsOrdersDayAndTimeAlone)
     EXPECT_EQ(trades.front().time.colonText(), QStringLiteral("10:00:00"));
 }
 
-TEST(TradeOfARow, IsLeftOutWithoutADayOrShares)
+TEST(AccountTradeOfARow, IsLeftOutWithoutADayOrShares)
 {
     EXPECT_TRUE(readTrades(withData(QJsonArray{tradeRow("2024", "09315000", "B", "10", "100"),
                                                tradeRow("20240102", "09315000", "B", "10", "0"), 7}))
                     .empty());
 }
 
-TEST(TradeList, IsOldestFirst)
+TEST(AccountTradeList, IsOldestFirst)
 {
     const Trades trades = readTrades(withData(QJsonArray{tradeRow("20240103", "09310000", "B", "1", "100"),
                                                          tradeRow("20240102", "10000000", "B", "2", "100"),
@@ -54,7 +54,7 @@ TEST(TradeList, IsOldestFirst)
     EXPECT_DOUBLE_EQ(trades[2].price, 1);
 }
 
-TEST(TradeSumOfTrades, PartsBuysFromSells)
+TEST(AccountTradeSum, PartsBuysFromSells)
 {
     TradeSum sum;
     sum.add(tradeOn(20240102, 931, 10));

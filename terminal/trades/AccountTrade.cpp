@@ -1,4 +1,4 @@
-#include "terminal/trades/Trade.h"
+#include "terminal/trades/AccountTrade.h"
 
 #include "tradechartobject/common/TradeVocabulary.h"
 
@@ -25,14 +25,14 @@ QString textOf(const QJsonObject &row, const char *key, const char *otherKey)
     return text.isEmpty() ? textOf(row, otherKey) : text;
 }
 
-std::optional<Trade> readTrade(const QJsonObject &row)
+std::optional<AccountTrade> readTrade(const QJsonObject &row)
 {
     const auto day = Trading::TradingDate::ofText(textOf(row, RTSDATE, RTSORDERDATE));
     const auto quantity = static_cast<qint64>(textOf(row, RTSMATCHQTY).toDouble());
     if (!day || quantity <= 0) {
         return std::nullopt;
     }
-    Trade trade{
+    AccountTrade trade{
         *day,
         Trading::ClockTime::ofText(textOf(row, RTSMATCHTIME, RTSENTRUSTTIME)).value_or(Trading::ClockTime())};
     trade.side =
@@ -56,13 +56,13 @@ Trades readTrades(const QJsonObject &answer)
             trades.push_back(*trade);
         }
     }
-    std::stable_sort(trades.begin(), trades.end(), [](const Trade &one, const Trade &other) {
+    std::stable_sort(trades.begin(), trades.end(), [](const AccountTrade &one, const AccountTrade &other) {
         return std::tie(one.day, one.time) < std::tie(other.day, other.time);
     });
     return trades;
 }
 
-void TradeSum::add(const Trade &trade)
+void TradeSum::add(const AccountTrade &trade)
 {
     Part &part = trade.isBuy() ? bought : sold;
     ++count;
