@@ -134,10 +134,6 @@
         <translation>忽略 %1 的行情：委托只与今日（%2）的行情撮合</translation>
     </message>
     <message>
-        <source>no pipe for signals can be made</source>
-        <translation>无法建立信号管道</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; is &quot;%2&quot;, which this trading module does not know</source>
         <translation>“%1”为“%2”，本交易模块不认识</translation>
     </message>
@@ -1580,6 +1576,57 @@
     <message>
         <source>&quot;%1&quot; tells no day; give the day of the trades with --date</source>
         <translation>“%1”没有日期；请用 --date 给出成交日期</translation>
+    </message>
+</context>
+<context>
+    <name>OrderStatus</name>
+    <message>
+        <source>not sent</source>
+        <translation>未报</translation>
+    </message>
+    <message>
+        <source>on its way</source>
+        <translation>正报</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>已报</translation>
+    </message>
+    <message>
+        <source>being cancelled</source>
+        <translation>已报待撤</translation>
+    </message>
+    <message>
+        <source>part dealt, being cancelled</source>
+        <translation>部成待撤</translation>
+    </message>
+    <message>
+        <source>part dealt, rest cancelled</source>
+        <translation>部撤</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>已撤</translation>
+    </message>
+    <message>
+        <source>part dealt</source>
+        <translation>部成</translation>
+    </message>
+    <message>
+        <source>dealt</source>
+        <translation>已成</translation>
+    </message>
+    <message>
+        <source>void</source>
+        <translation>废单</translation>
+    </message>
+    <message>
+        <source>to be sent</source>
+        <translation>待报</translation>
+    </message>
+    <message>
+        <source>confirmed</source>
+        <translation>已确认</translation>
     </message>
 </context>
 </TS>
