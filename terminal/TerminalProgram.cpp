@@ -354,6 +354,9 @@ void TerminalProgram::showTaken(const AccountPlaces &places, const QStringList &
 
 void TerminalProgram::goOnWith(const TerminalOptions &next)
 {
+    if (!m_window->mayLeave()) {
+        return;
+    }
     m_next = next;
     QApplication::quit();
 }

@@ -5,9 +5,10 @@
 #include "terminal/ui/InterfaceLanguage.h"
 #include "trading/ExchangeTime.h"
 #include "trading/HiddenPasswords.h"
+#include "trading/MachineLanguage.h"
+#include "trading/TerminationSignals.h"
 
 #include <QApplication>
-#include <QLocale>
 #include <QLoggingCategory>
 
 #include <cstdio>
@@ -36,8 +37,7 @@ QStringList wordsOf(int argc, char *argv[])
 QString languageOf(const QStringList &words)
 {
     const int option = words.indexOf(QStringLiteral("--lang"));
-    const bool isChinese = QLocale().language() == QLocale::Chinese;
-    return option >= 0 ? words.value(option + 1) : isChinese ? QStringLiteral("zh") : QStringLiteral("en");
+    return option >= 0 ? words.value(option + 1) : Trading::machineLanguage();
 }
 
 int runCommand(const QStringList &words)
@@ -54,6 +54,7 @@ int main(int argc, char *argv[])
     using namespace Terminal;
     const bool hasExchangeTime = Trading::enterExchangeTime();
     useScreenlessPlatformWithoutDisplay();
+    useDensityOfScreen();
     // Qt would take --plugin for an option of its own.
     int programNameOnly = 1;
     QApplication application(programNameOnly, argv);
@@ -94,5 +95,6 @@ int main(int argc, char *argv[])
         complain(QApplication::translate("main", "there is no display; --snapshot FILE.png needs none"));
         return badMachine;
     }
+    const Trading::TerminationSignals signalsQuit; // so that settings are kept when the session ends
     return TerminalRuns(parsed.value().options, QApplication::applicationDirPath()).run();
 }

@@ -15,6 +15,10 @@ bool ProgramLanguage::set(const QString &word)
     if (word != QLatin1String("zh") && word != QLatin1String("en")) {
         return false;
     }
+    if (word == m_word) {
+        return true;
+    }
+    m_word = word;
     QCoreApplication::removeTranslator(&m_translator);
     if (word == QLatin1String("en")) {
         return true;
@@ -22,17 +26,6 @@ bool ProgramLanguage::set(const QString &word)
     useTranslations();
     m_translator.load(QStringLiteral(":/i18n/trademodule_zh.qm"));
     return QCoreApplication::installTranslator(&m_translator);
-}
-
-QString ProgramLanguage::ofLocale()
-{
-    for (const char *const variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        const QByteArray locale = qgetenv(variable);
-        if (!locale.isEmpty()) {
-            return locale.startsWith("zh") ? QStringLiteral("zh") : QStringLiteral("en");
-        }
-    }
-    return QStringLiteral("en");
 }
 
 QString translated(const char *source)

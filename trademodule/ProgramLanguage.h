@@ -14,12 +14,9 @@ public:
     /// "zh" or "en"; false, and nothing changes, for any other word. Texts made before keep theirs.
     bool set(const QString &word);
 
-    /// The word of the user's locale: "zh" when the first of LC_ALL, LC_MESSAGES and LANG that says
-    /// something starts with it, else "en".
-    static QString ofLocale();
-
 private:
     QTranslator m_translator;
+    QString m_word;
 };
 
 /// A text in the language of the program. `source` is the English one, written out where this is called,

@@ -279,7 +279,7 @@ const RecordShape &chosenMethod()
 /// Commands that are about the account.
 bool isAboutAccount(const char *command)
 {
-    return command == ACCOUNTINFO || command == RESULTS || command == COSTMETHOD;
+    return command == ACCOUNTINFO || command == OPENORDERS || command == RESULTS || command == COSTMETHOD;
 }
 
 MessageKeys everyQuestion(const char *command)
@@ -358,6 +358,12 @@ MessageKeys newOrder()
              "the asker's own number: asking again with it places no second order"}};
 }
 
+MessageKeys languageAsked()
+{
+    return {{AskerFields::LANG, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
+             "\"zh\" or \"en\": the language of the asker, in which the module tells reasons from now on"}};
+}
+
 MessageKeys newPrice()
 {
     return {{RTSENTRUSTPRICE, JsonType::Text, Form::Price, required, WhenWrong::Refused,
@@ -404,29 +410,30 @@ MessageRow notification()
 MessageRow presence()
 {
     using namespace PresenceFields;
-    return {MessageRole::Presence,
-            Topic::TRADEPRESENCE,
-            nullptr,
-            "a module serves, or serves no more",
-            {{INSTANCE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored,
-              "another one each time that a module begins to serve"},
-             {ONLINE, JsonType::Flag, Form::Any, required, WhenWrong::Ignored, "false: it serves no more"},
-             {FENCE, JsonType::Number, Form::Any, required, WhenWrong::Zero,
-              "rises each time that the ledger is taken over"},
-             {VERSION, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of the program"},
-             {PROTOCOL, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of questions and answers"},
-             {CAN, JsonType::Texts, Form::Any, optional, WhenWrong::Nothing,
-              "what it can do beyond the first protocol: \"clientno\", \"actions\", \"replace\""},
-             {HOST, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "the machine it runs on"},
-             {PROCESS, JsonType::Number, Form::Any, optional, WhenWrong::Nothing, "its process there"},
-             {PROCESSSTART, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
-              "when that process began, as its machine counts"},
-             {SINCE, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
-              "when it began to serve, ISO 8601 in UTC"},
-             {READONLY, JsonType::Flag, Form::Any, optional, WhenWrong::Nothing,
-              "true: it answers, but takes no orders"},
-             {LEDGER, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
-              "where its ledger is, for people; no password"}}};
+    return {
+        MessageRole::Presence,
+        Topic::TRADEPRESENCE,
+        nullptr,
+        "a module serves, or serves no more",
+        {{INSTANCE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored,
+          "another one each time that a module begins to serve"},
+         {ONLINE, JsonType::Flag, Form::Any, required, WhenWrong::Ignored, "false: it serves no more"},
+         {FENCE, JsonType::Number, Form::Any, required, WhenWrong::Zero,
+          "rises each time that the ledger is taken over"},
+         {VERSION, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of the program"},
+         {PROTOCOL, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of questions and answers"},
+         {CAN, JsonType::Texts, Form::Any, optional, WhenWrong::Nothing,
+          "what it can do beyond the first protocol: \"clientno\", \"actions\", \"replace\", \"openorders\""},
+         {HOST, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "the machine it runs on"},
+         {PROCESS, JsonType::Number, Form::Any, optional, WhenWrong::Nothing, "its process there"},
+         {PROCESSSTART, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
+          "when that process began, as its machine counts"},
+         {SINCE, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
+          "when it began to serve, ISO 8601 in UTC"},
+         {READONLY, JsonType::Flag, Form::Any, optional, WhenWrong::Nothing,
+          "true: it answers, but takes no orders"},
+         {LEDGER, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
+          "where its ledger is, for people; no password"}}};
 }
 
 MessageRow quote()
@@ -491,7 +498,7 @@ const std::vector<MessageRow> &messageTable()
         answer(ENTRUSTHISTORYTRADE, {JsonType::Rows, order()}),
         question(ENTRUSTCANCEL, "cancels what is left of an order", orderMeant()),
         answer(ENTRUSTCANCEL, {JsonType::Rows, cancellation()}),
-        question(ENTRUSTPLACE, "places an order", newOrder()),
+        question(ENTRUSTPLACE, "places an order", newOrder() + languageAsked()),
         answer(ENTRUSTPLACE, {JsonType::Record, placedOrder()},
                {{PlaceFields::CLIENTNO, JsonType::Text, Form::ClientNumber, optional, WhenWrong::Nothing,
                  "the question's, when it had one"}}),
@@ -501,8 +508,10 @@ const std::vector<MessageRow> &messageTable()
         answer(CmdType::REPLACE, {JsonType::Record, replacement()},
                {{PlaceFields::CLIENTNO, JsonType::Text, Form::ClientNumber, optional, WhenWrong::Nothing,
                  "the question's"}}),
-        question(ACCOUNTINFO, "cash and positions"),
+        question(ACCOUNTINFO, "cash and positions", languageAsked()),
         answer(ACCOUNTINFO, {JsonType::Record, account()}, {costMethod()}),
+        question(OPENORDERS, "the orders of all securities that may still be dealt", languageAsked()),
+        answer(OPENORDERS, {JsonType::Rows, order()}),
         question(RESULTS, "what was earned, a part of a list", listAsked()),
         answer(RESULTS, {JsonType::Record, results()}, {costMethod()}),
         question(COSTMETHOD, "reckons all costs in another way", methodAsked()),

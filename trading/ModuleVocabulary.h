@@ -24,12 +24,20 @@ inline constexpr const char *TRADEPRESENCE = "TradePresence";
 namespace CmdType {
 inline constexpr const char *ENTRUSTPLACE = "EntrustPlace"; ///< place an order
 inline constexpr const char *ACCOUNTINFO = "AccountInfo";   ///< the account's cash and what it holds
-inline constexpr const char *RESULTS = "Results";           ///< what sales earned, a part of a list
-inline constexpr const char *COSTMETHOD = "CostMethod";     ///< reckon costs in another way
+inline constexpr const char *OPENORDERS = "OpenOrders"; ///< orders of all securities that may still be dealt
+inline constexpr const char *RESULTS = "Results";       ///< what sales earned, a part of a list
+inline constexpr const char *COSTMETHOD = "CostMethod"; ///< reckon costs in another way
 /// What the account received for the shares it held: dividends, bonus shares
 inline constexpr const char *CORPORATEACTIONS = "CorporateActions";
 inline constexpr const char *REPLACE = "Replace"; ///< place what is left of an order at another price
 } // namespace CmdType
+
+/// Keys of questions of people, in whose language reasons come back.
+namespace AskerFields {
+/// "zh" or "en": the module speaks it from now on; of ENTRUSTPLACE, ACCOUNTINFO and OPENORDERS; may be left
+/// out.
+inline constexpr const char *LANG = "lang";
+} // namespace AskerFields
 
 /// Keys of the question ENTRUSTPLACE besides those that every trading module shares.
 namespace PlaceFields {
@@ -72,9 +80,10 @@ inline constexpr const char *LEDGER = "ledger";     ///< where its ledger is, fo
 
 /// What a module says in its presence that it can do beyond the first one of its protocol.
 namespace Capability {
-inline constexpr const char *CLIENTNO = "clientno"; ///< ENTRUSTPLACE knows the asker's number
-inline constexpr const char *ACTIONS = "actions";   ///< it answers CORPORATEACTIONS
-inline constexpr const char *REPLACE = "replace";   ///< it answers REPLACE
+inline constexpr const char *CLIENTNO = "clientno";     ///< ENTRUSTPLACE knows the asker's number
+inline constexpr const char *ACTIONS = "actions";       ///< it answers CORPORATEACTIONS
+inline constexpr const char *OPENORDERS = "openorders"; ///< it answers OPENORDERS
+inline constexpr const char *REPLACE = "replace";       ///< it answers REPLACE
 } // namespace Capability
 
 /// Keys of a quote besides "stkcode" and "market". Prices are texts in yuan.

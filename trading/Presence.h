@@ -12,7 +12,7 @@ namespace Trading {
 /// What a serving trading module says of itself, retained on channel "Global", topic "TradePresence": that it
 /// is there, which version it is and what it can do. The broker says the offline word for one that died:
 ///
-///     {"instance":"5f0c…","online":true,"version":"0.1.0","protocol":"1","can":["clientno","actions"],
+///     {"instance":"5f0c…","online":true,"version":"0.1.0","protocol":"1","can":["clientno","actions","replace"],
 ///      "host":"desk","process":1234,"processstart":"0b1e…/5120","since":"2026-11-22T09:30:00Z","fence":7,
 ///      "readonly":false,"ledger":"/home/me/account.db"}
 ///     {"instance":"5f0c…","online":false,"fence":7}

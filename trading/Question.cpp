@@ -79,6 +79,11 @@ void Question::setClientNumber(const QString &number)
     set(PlaceFields::CLIENTNO, number);
 }
 
+void Question::setLanguage(const QString &word)
+{
+    set(AskerFields::LANG, word);
+}
+
 void Question::setList(ResultGroup group, qint64 first, int most)
 {
     set(ResultsFields::BY, wordOf(group));
@@ -202,6 +207,11 @@ bool Question::isDescending() const
 std::optional<QString> Question::costMethod() const
 {
     return text(CostFields::COSTMETHOD);
+}
+
+std::optional<QString> Question::language() const
+{
+    return text(AskerFields::LANG);
 }
 
 std::optional<QString> Question::text(const char *key) const

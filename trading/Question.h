@@ -46,6 +46,8 @@ public:
     /// characters, of printable ASCII. Only for a module whose presence says that it knows such numbers.
     void setClientNumber(const QString &number);
 
+    /// The language of who asks, "zh" or "en".
+    void setLanguage(const QString &word);
     /// The price at which what is left of the order that is meant is to be placed.
     void setNewPrice(Money price);
 
@@ -72,6 +74,7 @@ public:
     std::optional<Money> orderPrice() const;
     std::optional<qint64> orderQuantity() const;
     std::optional<QString> clientNumber() const;
+    std::optional<QString> language() const;
     std::optional<ResultGroup> listGroup() const;
     /// Not below 0.
     std::optional<qint64> firstRow() const;

@@ -35,7 +35,7 @@ open_window() {
 picture() {
     local file="$out/$1.png"
     shift
-    "${terminal[@]}" --snapshot "$file" --size 1600x900 "$@" || fail "could not render $file"
+    "${terminal[@]}" --lang zh --snapshot "$file" --size 1600x900 "$@" || fail "could not render $file"
     say "$file"
 }
 

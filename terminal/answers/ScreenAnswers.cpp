@@ -140,8 +140,19 @@ void ScreenAnswers::takeShared(const QByteArray &payload)
     }
     if (command == QLatin1String(CmdType::HISTORYTRADE)) {
         ++m_historyQuestion;
+        tellOfNewBars(code.toString());
     }
     Q_EMIT asked(command);
+}
+
+/// The trade points ask for past trades when they get other bars, for those of today only when their refresh
+/// is due or news come. So new bars are news: else a trader would wait for a refresh to see what he has dealt
+/// today. On their chart no other overlay hears of it.
+void ScreenAnswers::tellOfNewBars(const QString &code)
+{
+    const QJsonObject news{{QLatin1String(TradeKeyFields::STKCODE), code}};
+    m_endPoint.sendMessage(m_screenId, Topic::TRADENOTIFY,
+                           QJsonDocument(news).toJson(QJsonDocument::Compact));
 }
 
 void ScreenAnswers::takeNotification(const QByteArray &payload)

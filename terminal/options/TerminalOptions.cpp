@@ -3,6 +3,7 @@
 #include "terminal/data/TradingHours.h"
 #include "terminal/options/OptionTable.h"
 #include "terminal/options/TerminalPaths.h"
+#include "trading/MachineLanguage.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -29,6 +30,7 @@ TerminalOptions defaultOptions(const QString &programFolder)
     TerminalOptions options;
     options.dataFolder = sampleDataFolder(programFolder);
     options.pluginFile = defaultPluginFile(programFolder);
+    options.language = Trading::machineLanguage();
     options.moduleProgram = QDir(programFolder).filePath(QStringLiteral("trademodule"));
     return options;
 }

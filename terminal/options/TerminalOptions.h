@@ -40,6 +40,9 @@ struct TerminalOptions
     bool showsTrades = true;                     ///< trades and working orders, on charts of every period
     bool hidesAmounts = false;                   ///< of the account, in labels and lists
     bool asksBeforeSending = true;               ///< before an order is sent
+    QStringList watched;                         ///< codes on the watch list
+    bool soundsWhenDealt = false;                ///< an order
+    bool notifiesWhenDealt = false;              ///< on the desktop
     QString snapshotFile;                        ///< empty: a window is opened
     QSize size = {1600, 900};
     std::chrono::seconds refresh{3};  ///< after which overlays ask for their data again

@@ -82,7 +82,7 @@ DeskModule TradingSession::moduleForDesk() const
             ? tr("the trading module on this bus serves another account: %1").arg(presence->ledger)
             : QString();
     return {presence->knows(Trading::Capability::CLIENTNO), presence->account(), objection,
-            presence->knows(Trading::Capability::REPLACE)};
+            presence->knows(Trading::Capability::REPLACE), presence->knows(Trading::Capability::OPENORDERS)};
 }
 
 bool TradingSession::moduleKnows(const char *capability) const

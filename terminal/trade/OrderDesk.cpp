@@ -30,6 +30,7 @@ OrderDesk::OrderDesk(QObject *parent)
       m_endPoint(nullptr),
       m_channel(QStringLiteral("terminal-desk-") + QUuid::createUuid().toString(QUuid::WithoutBraces)),
       m_ordersQuestion([this] { return askForOrders(); }),
+      m_workingQuestion([this] { return askForWorkingOrders(); }),
       m_accountQuestion([this] { return askForAccount(); }),
       m_wishes([this](const QByteArray &question) { return send(question); })
 {
@@ -40,7 +41,7 @@ OrderDesk::OrderDesk(QObject *parent)
     connect(&m_endPoint, &EndPoint::ready, this, &OrderDesk::askAnew);
     connect(&m_endPoint, &EndPoint::ready, this, &OrderDesk::askForOutcomes);
     connect(&m_endPoint, &EndPoint::messageReceived, this, &OrderDesk::handleMessage);
-    for (const OpenQuestion *const question : {&m_ordersQuestion, &m_accountQuestion}) {
+    for (const OpenQuestion *const question : {&m_ordersQuestion, &m_workingQuestion, &m_accountQuestion}) {
         connect(question, &OpenQuestion::unanswered, this, [this] { setAnswering(false); });
     }
     connect(&m_wishes, &OpenWishes::unanswered, this, &OrderDesk::refresh);
@@ -50,6 +51,7 @@ void OrderDesk::setTimeout(std::chrono::milliseconds patience)
 {
     m_wishes.setTimeout(patience);
     m_ordersQuestion.setTimeout(patience);
+    m_workingQuestion.setTimeout(patience);
     m_accountQuestion.setTimeout(patience);
 }
 
@@ -85,17 +87,26 @@ void OrderDesk::show(const Security &security, std::optional<Trading::TradingDat
 
 void OrderDesk::refresh()
 {
-    if (isWatching()) {
-        m_ordersQuestion.ask();
-        m_accountQuestion.ask();
-    }
+    askForAll(&OpenQuestion::ask);
 }
 
 void OrderDesk::askAnew()
 {
-    if (isWatching()) {
-        m_ordersQuestion.askAnew();
-        m_accountQuestion.askAnew();
+    askForAll(&OpenQuestion::askAnew);
+}
+
+void OrderDesk::askForAll(void (OpenQuestion::*asking)())
+{
+    if (!isWatching()) {
+        return;
+    }
+    (m_ordersQuestion.*asking)();
+    (m_accountQuestion.*asking)();
+    if (m_module().tellsOpenOrders) {
+        (m_workingQuestion.*asking)();
+    } else if (m_working) {
+        m_working.reset();
+        Q_EMIT workingOrdersChanged();
     }
 }
 
@@ -108,6 +119,7 @@ QString OrderDesk::place(const OrderRequest &order)
     OwnQuestion own = ask(Trading::CmdType::ENTRUSTPLACE, order.security);
     const auto price = Trading::Money::ofYuan(order.price);
     own.question.setNewOrder(order.side, price.value_or(Trading::Money()), order.quantity);
+    speak(&own.question);
     if (m_module().knowsClientNumbers) {
         own.question.setClientNumber(placing.clientNumber);
     }
@@ -202,9 +214,25 @@ QString OrderDesk::askForOrders()
     return sendOwn(ofDay);
 }
 
+QString OrderDesk::askForWorkingOrders()
+{
+    OwnQuestion own = ask(Trading::CmdType::OPENORDERS, m_security);
+    speak(&own.question);
+    return sendOwn(own);
+}
+
 QString OrderDesk::askForAccount()
 {
-    return sendOwn(ask(Trading::CmdType::ACCOUNTINFO, m_security));
+    OwnQuestion own = ask(Trading::CmdType::ACCOUNTINFO, m_security);
+    speak(&own.question);
+    return sendOwn(own);
+}
+
+void OrderDesk::speak(Trading::Question *question) const
+{
+    if (!m_language.isEmpty()) {
+        question->setLanguage(m_language);
+    }
 }
 
 void OrderDesk::handleMessage(const QByteArray &topic, const QByteArray &payload)
@@ -223,6 +251,8 @@ void OrderDesk::takeAnswer(const QJsonObject &answer)
     const QString id = textOf(answer, TradeKeyFields::OBJECTID);
     if (m_ordersQuestion.close(id)) {
         takeOrders(answer);
+    } else if (m_workingQuestion.close(id)) {
+        takeWorkingOrders(answer);
     } else if (m_accountQuestion.close(id)) {
         takeAccount(answer);
     } else if (isUnderWay(answer)) {
@@ -235,7 +265,8 @@ void OrderDesk::takeAnswer(const QJsonObject &answer)
 
 bool OrderDesk::isUpToDate() const
 {
-    return !isWatching() || (m_ordersQuestion.isAnswered() && m_accountQuestion.isAnswered());
+    const bool knowsWorking = m_workingQuestion.isAnswered() || !m_module().tellsOpenOrders;
+    return !isWatching() || (m_ordersQuestion.isAnswered() && m_accountQuestion.isAnswered() && knowsWorking);
 }
 
 /// Orders that are refused now stay as they were known; the panel says that they are old.
@@ -246,6 +277,12 @@ void OrderDesk::takeOrders(const QJsonObject &answer)
         m_orders = readOrders(answer);
     }
     Q_EMIT ordersChanged();
+}
+
+void OrderDesk::takeWorkingOrders(const QJsonObject &answer)
+{
+    m_working = isGranted(answer) ? std::optional(readOrders(answer)) : std::nullopt;
+    Q_EMIT workingOrdersChanged();
 }
 
 void OrderDesk::takeAccount(const QJsonObject &answer)
@@ -265,6 +302,11 @@ void OrderDesk::takeNotification(const QJsonObject &notification)
         m_ordersQuestion.ask();
     }
     m_accountQuestion.ask();
+    if (m_module().tellsOpenOrders) {
+        m_workingQuestion.ask();
+    }
+    Q_EMIT statusTold(textOf(notification, TradeKeyFields::RTSORDERNO),
+                      textOf(notification, TradeKeyFields::RTSORDERSTATUS));
 }
 
 void OrderDesk::setAnswering(bool isAnswering)

@@ -22,6 +22,7 @@ struct DeskModule
     QString account;                 ///< whose orders it takes; another one with another account
     QString objection;               ///< why nothing may be sent to it, for the user; mostly empty
     bool replacesOrders = false;     ///< it places what is left of an order at another price
+    bool tellsOpenOrders = false;    ///< of all securities at once
 };
 
 /// The terminal's own counter at the trading module, of which a terminal has one: it places and cancels
@@ -63,6 +64,9 @@ public:
     /// that are not answered yet.
     void askForOutcomes() { m_wishes.askAgain(); }
 
+    /// The language in which the module is to tell its reasons, "zh" or "en"; empty: it is not told.
+    void setLanguage(const QString &word) { m_language = word; }
+
     /// Tells of the module that is there whenever something is sent.
     void setModule(std::function<DeskModule()> module) { m_module = std::move(module); }
 
@@ -86,6 +90,9 @@ public:
     bool isUpToDate() const;
     /// Of the shown security and day, as last answered; empty before.
     const OrderRecords &orders() const { return m_orders; }
+    /// The orders of all securities that may still be dealt, as last answered; nothing before, and when the
+    /// module cannot tell them.
+    const std::optional<OrderRecords> &workingOrders() const { return m_working; }
     /// As last answered; nothing before, and when the module does not know the question.
     const std::optional<Account> &account() const { return m_account; }
     /// Why the module refuses to tell the orders, or the account; empty while it does not refuse.
@@ -99,8 +106,11 @@ Q_SIGNALS:
     void replaced(const PriceChange &change, const DeskOutcome &outcome);
     void replaceAskedAgain(const PriceChange &change);
     void cancelAnswered(const OrderRecord &order, const DeskOutcome &outcome);
-    void ordersChanged();  ///< or why they are not told
+    void ordersChanged(); ///< or why they are not told
+    void workingOrdersChanged();
     void accountChanged(); ///< the same
+    /// The module tells that an order has this status now, a code of the vocabulary.
+    void statusTold(const QString &orderNumber, const QString &status);
     void answeringChanged(bool isAnswering);
     /// An answer came and was taken.
     void answered();
@@ -120,10 +130,14 @@ private:
     void sendWish(const Wish &wish);
     QString sendOwn(const OwnQuestion &own);
     QString askForOrders();
+    QString askForWorkingOrders();
+    void askForAll(void (OpenQuestion::*asking)());
     QString askForAccount();
+    void speak(Trading::Question *question) const;
     void handleMessage(const QByteArray &topic, const QByteArray &payload);
     void takeAnswer(const QJsonObject &answer);
     void takeOrders(const QJsonObject &answer);
+    void takeWorkingOrders(const QJsonObject &answer);
     void takeAccount(const QJsonObject &answer);
     void takeNotification(const QJsonObject &notification);
     void setAnswering(bool isAnswering);
@@ -133,12 +147,15 @@ private:
     int m_questionCount = 0;
     QTimer m_heartbeat;
     OpenQuestion m_ordersQuestion;
+    OpenQuestion m_workingQuestion;
     OpenQuestion m_accountQuestion;
     OpenWishes m_wishes;
     std::function<DeskModule()> m_module = [] { return DeskModule(); };
     Security m_security;
     std::optional<Trading::TradingDate> m_day; ///< nothing: today
+    QString m_language;
     OrderRecords m_orders;
+    std::optional<OrderRecords> m_working;
     std::optional<Account> m_account;
     QString m_ordersRefusal;
     QString m_accountRefusal;

@@ -6,6 +6,7 @@
 #include "terminal/trade/PlainText.h"
 #include "terminal/trade/PriceBox.h"
 #include "terminal/trade/QuantityBox.h"
+#include "terminal/trade/ShrinkingArea.h"
 #include "terminal/trade/StyleProperty.h"
 #include "terminal/trade/TradeTables.h"
 
@@ -109,8 +110,9 @@ void OrderTicket::setUpLayout()
     amounts->addWidget(m_amount, 1);
     m_amount->setAlignment(Qt::AlignRight);
 
-    auto *const column = new QVBoxLayout(this);
-    column->setContentsMargins(margin, margin, margin, margin);
+    auto *const fields = new QWidget;
+    auto *const column = new QVBoxLayout(fields);
+    column->setContentsMargins(margin, margin, margin, 0);
     column->setSpacing(gap);
     column->addWidget(m_title);
     column->addWidget(m_account);
@@ -126,11 +128,21 @@ void OrderTicket::setUpLayout()
     column->addWidget(m_largest);
     column->addSpacing(gap);
     column->addLayout(amounts);
-    column->addWidget(m_problem);
-    column->addWidget(m_send);
-    column->addWidget(m_notice);
-    column->addWidget(m_results);
-    column->addStretch(1);
+
+    auto *const foot = new QVBoxLayout;
+    foot->setContentsMargins(margin, gap, margin, margin);
+    foot->setSpacing(gap);
+    foot->addWidget(m_problem);
+    foot->addWidget(m_send);
+    foot->addWidget(m_notice);
+    foot->addWidget(m_results);
+
+    auto *const whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->setSpacing(0);
+    whole->addWidget(new ShrinkingArea(fields)); // in a low window what sends the order stays in sight
+    whole->addLayout(foot);
+    whole->addStretch(1);
 }
 
 void OrderTicket::setSecurity(const Security &security, std::optional<double> price)
@@ -214,6 +226,11 @@ void OrderTicket::setPrice(double price)
 {
     m_price->setValue(price);
     m_hasOwnPrice = true; // also when it is what stands there
+}
+
+void OrderTicket::setQuantity(qint64 shares)
+{
+    m_quantity->setShares(shares);
 }
 
 void OrderTicket::setAmountsHidden(bool hidden)

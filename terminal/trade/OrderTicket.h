@@ -39,6 +39,8 @@ public:
     void setSide(Direction side);
     /// The price that the user chose; rounded to the tick.
     void setPrice(double price);
+    /// The quantity that the user chose.
+    void setQuantity(qint64 shares);
     /// Leaves nothing to be read but the quantity that the user is filling in.
     void setAmountsHidden(bool hidden);
 

@@ -1,41 +1,58 @@
 #include "terminal/trade/OrdersPanel.h"
 
 #include "terminal/trade/ElidedLabel.h"
+#include "terminal/trade/OrdersBar.h"
 #include "terminal/trade/OrdersView.h"
+#include "terminal/trade/PositionsView.h"
 #include "terminal/trade/SharedWidth.h"
 
 #include <QEvent>
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <iterator>
+
 namespace Terminal {
 
 namespace {
 
 constexpr int panelHeight = 190;
+constexpr int leastHeight = 136; ///< tabs, filter, titles and two rows
+constexpr int partsOfWindow = 4;
 
 } // namespace
 
 OrdersPanel::OrdersPanel(QWidget *parent)
     : QWidget(parent),
-      m_ordersCaption(new ElidedLabel),
+      m_ordersBar(new OrdersBar),
       m_accountCaption(new ElidedLabel),
       m_ordersView(new OrdersView(&m_orders)),
-      m_positionsView(new RecordView(&m_positions, static_cast<int>(PositionColumn::Name))),
+      m_positionsView(new PositionsView(&m_positions)),
       m_halves(new SharedWidth)
 {
-    m_positionsView->setObjectName(QStringLiteral("positionsView"));
-    m_positionsView->setSelectionMode(QAbstractItemView::NoSelection);
-    connect(m_ordersView, &OrdersView::rowsSelected, this, &OrdersPanel::selectionChanged);
-    connect(m_ordersView, &OrdersView::cancelAsked, this, &OrdersPanel::cancelAsked);
-    connect(m_ordersView, &OrdersView::priceAsked, this, &OrdersPanel::priceAsked);
-    connect(m_ordersView, &OrdersView::placeAsked, this, &OrdersPanel::placeAsked);
-    m_halves->add(m_ordersCaption, m_ordersView);
+    setUpOrders();
+    connect(m_positionsView, &PositionsView::chartAsked, this, &OrdersPanel::chartAsked);
+    connect(m_positionsView, &PositionsView::closeAsked, this, &OrdersPanel::closeAsked);
+    m_halves->add(m_ordersBar, m_ordersView);
     m_halves->add(m_accountCaption, m_positionsView);
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_halves);
     showTexts();
+}
+
+void OrdersPanel::setUpOrders()
+{
+    connect(m_ordersView, &OrdersView::rowsSelected, this, &OrdersPanel::selectionChanged);
+    connect(m_ordersView, &OrdersView::cancelAsked, this, &OrdersPanel::cancelAsked);
+    connect(m_ordersView, &OrdersView::priceAsked, this, &OrdersPanel::priceAsked);
+    connect(m_ordersView, &OrdersView::placeAsked, this, &OrdersPanel::placeAsked);
+    connect(m_ordersBar, &OrdersBar::scopeChosen, this, &OrdersPanel::listOrders);
+    connect(m_ordersBar, &OrdersBar::cancelSelectedAsked, this,
+            [this] { Q_EMIT cancelAsked(m_ordersView->selectedToCancel()); });
+    connect(m_ordersBar, &OrdersBar::cancelAllAsked, this, [this] { Q_EMIT cancelAsked(cancellable()); });
+    connect(this, &OrdersPanel::selectionChanged, this, &OrdersPanel::showCancellable);
 }
 
 QByteArray OrdersPanel::sharing() const
@@ -50,20 +67,54 @@ void OrdersPanel::restoreSharing(const QByteArray &sharing)
 
 QSize OrdersPanel::sizeHint() const
 {
-    return {QWidget::sizeHint().width(), panelHeight};
+    return {QWidget::sizeHint().width(),
+            std::clamp(window()->height() / partsOfWindow, leastHeight, panelHeight)};
 }
 
 void OrdersPanel::setOrders(const OrderRecords &orders, std::optional<Trading::TradingDate> day)
 {
-    const OrderRecords before = selected();
     const bool isOtherDay = m_day != day;
     m_day = day;
-    m_orders.setOrders(orders);
-    if (!isOtherDay && selected().size() != before.size()) {
+    m_shownOrders = orders;
+    if (isOtherDay) {
+        m_ordersView->clearSelection();
+    }
+    listOrders();
+}
+
+void OrdersPanel::setWorkingOrders(const std::optional<OrderRecords> &orders)
+{
+    m_working = orders;
+    m_ordersBar->setKnowsWorking(orders.has_value());
+    if (m_ordersBar->scope() == OrderScope::Working) {
+        listOrders();
+    }
+}
+
+void OrdersPanel::listOrders()
+{
+    const OrderRecords before = selected();
+    const bool listsWorking = m_ordersBar->scope() == OrderScope::Working;
+    m_orders.setOrders(listsWorking ? m_working.value_or(OrderRecords()) : m_shownOrders);
+    m_ordersView->setNamesSecurities(listsWorking);
+    if (selected().size() != before.size()) {
         select(before); // the rows were reset
     }
     showTexts();
     Q_EMIT selectionChanged();
+}
+
+OrderRecords OrdersPanel::cancellable() const
+{
+    OrderRecords orders;
+    std::copy_if(m_orders.records().begin(), m_orders.records().end(), std::back_inserter(orders),
+                 [](const OrderRecord &order) { return isCancellable(order); });
+    return orders;
+}
+
+void OrdersPanel::showCancellable()
+{
+    m_ordersBar->setCancellable(m_ordersView->selectedToCancel().size(), cancellable().size());
 }
 
 void OrdersPanel::setAccount(const std::optional<Account> &account)
@@ -145,10 +196,18 @@ QString OrdersPanel::accountCaption(bool hasReplayed) const
     return hasReplayed ? tr("%1 · at the replayed quote").arg(caption) : caption;
 }
 
+QString OrdersPanel::ordersTitle() const
+{
+    if (m_ordersBar->scope() == OrderScope::Working) {
+        return tr("Working orders");
+    }
+    return m_day ? tr("Orders of %1").arg(m_day->dashedText()) : tr("Today's orders");
+}
+
 /// Orders that the module refuses to tell are those of an earlier answer.
 void OrdersPanel::showTexts()
 {
-    const QString title = m_day ? tr("Orders of %1").arg(m_day->dashedText()) : tr("Today's orders");
+    const QString title = ordersTitle();
     QString caption = title;
     if (!m_isAnswering) {
         caption = tr("%1 · no answer from the trading module").arg(title);
@@ -156,7 +215,9 @@ void OrdersPanel::showTexts()
         caption =
             tr("%1 · refused: %2").arg(title, plainText(withoutFigures(m_ordersRefusal, m_hidesAmounts)));
     }
-    m_ordersCaption->setText(caption);
+    m_ordersBar->setCaption(caption);
+    m_halves->setTitle(0, title);
+    m_halves->setTitle(1, tr("Positions"));
     m_ordersView->setAccessibleName(title);
     m_positionsView->setAccessibleName(tr("Positions"));
     showAccount();
@@ -167,6 +228,7 @@ void OrdersPanel::changeEvent(QEvent *event)
     if (event->type() == QEvent::LanguageChange) {
         m_orders.retranslate();
         m_positions.retranslate();
+        m_ordersBar->showTexts();
         showTexts();
     }
     QWidget::changeEvent(event);
@@ -184,6 +246,7 @@ OrderRecords OrdersPanel::selected() const
 
 void OrdersPanel::focusOrders()
 {
+    m_halves->bringUp(m_ordersView);
     m_ordersView->focusRows();
 }
 

@@ -10,15 +10,15 @@ class QLabel;
 
 namespace Terminal {
 
+class OrdersBar;
 class OrdersView;
-class RecordView;
+class PositionsView;
 class SharedWidth;
 
-/// The orders of the shown security on one day, and what the account holds, side by side. Delete or the
-/// menu of a row asks for the cancellation of its order.
+/// Orders, and what the account holds, side by side, or one at a time where that is too wide. The orders are
+/// those of the shown security on one day, or of all securities those that may still be dealt.
 ///
-/// Until the user shares the width out between the two tables, each has what its columns need. Where both
-/// together need more, names and states are cut and shown by tool tips.
+/// Until the user shares the width out between the two tables, each has what its columns need.
 class OrdersPanel : public QWidget
 {
     Q_OBJECT
@@ -28,6 +28,8 @@ public:
 
     /// Of `day`, or of today when there is none.
     void setOrders(const OrderRecords &orders, std::optional<Trading::TradingDate> day);
+    /// Of all securities; nothing: they are not known.
+    void setWorkingOrders(const std::optional<OrderRecords> &orders);
     /// Nothing: the account is not known.
     void setAccount(const std::optional<Account> &account);
     /// Positions are priced by this from now on; it must outlive the panel.
@@ -60,28 +62,39 @@ public:
 Q_SIGNALS:
     /// Other rows are selected, or the selected orders have changed.
     void selectionChanged();
-    /// The user wants this order to be cancelled; it can be.
-    void cancelAsked(const OrderRecord &order);
+    /// The user wants these orders to be cancelled; they can be.
+    void cancelAsked(const OrderRecords &orders);
     /// The user wants another price for this order; it can be cancelled.
     void priceAsked(const OrderRecord &order);
     /// The user wants to see this order on the chart.
     void placeAsked(const OrderRecord &order);
+    /// The user wants to see the chart of what he holds.
+    void chartAsked(const Security &security);
+    /// The user wants to sell what can be sold of it, which is something.
+    void closeAsked(const Position &position);
 
 protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    void setUpOrders();
+    void listOrders();
     void showTexts();
+    QString ordersTitle() const;
+    void showCancellable();
+    OrderRecords cancellable() const;
     void showAccount();
     QString accountCaption(bool hasReplayed) const;
 
     OrdersTable m_orders;
     PositionsTable m_positions;
-    QLabel *m_ordersCaption;
+    OrdersBar *m_ordersBar;
     QLabel *m_accountCaption;
     OrdersView *m_ordersView;
-    RecordView *m_positionsView;
+    PositionsView *m_positionsView;
     SharedWidth *m_halves;
+    OrderRecords m_shownOrders;
+    std::optional<OrderRecords> m_working;
     std::optional<Account> m_account;
     Security m_shownSecurity;
     LastPriceOf m_lastPrice = [](const Security &) { return std::nullopt; };

@@ -3,6 +3,9 @@
 #include <QKeyEvent>
 #include <QMenu>
 
+#include <algorithm>
+#include <functional>
+
 namespace Terminal {
 
 OrdersView::OrdersView(OrdersTable *orders)
@@ -13,6 +16,7 @@ OrdersView::OrdersView(OrdersTable *orders)
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setContextMenuPolicy(Qt::CustomContextMenu);
     connect(this, &QWidget::customContextMenuRequested, this, &OrdersView::openMenu);
+    setNamesSecurities(false);
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &OrdersView::rowsSelected);
     connect(this, &QAbstractItemView::clicked, this,
             [this](const QModelIndex &cell) { Q_EMIT placeAsked(m_orders->record(cell.row())); });
@@ -51,11 +55,23 @@ void OrdersView::focusRows()
     }
 }
 
+OrderRecords OrdersView::selectedToCancel() const
+{
+    OrderRecords orders = selected();
+    orders.erase(std::remove_if(orders.begin(), orders.end(), std::not_fn(&isCancellable)), orders.end());
+    return orders;
+}
+
+void OrdersView::setNamesSecurities(bool named)
+{
+    setColumnHidden(static_cast<int>(OrderColumn::Security), !named);
+    setColumnHidden(static_cast<int>(OrderColumn::Average), named);
+}
+
 void OrdersView::askToCancel(int row)
 {
     if (row >= 0 && isCancellable(m_orders->record(row))) {
-        Q_EMIT cancelAsked(
-            OrderRecord(m_orders->record(row))); // a copy: rows may change while the user is asked
+        Q_EMIT cancelAsked({m_orders->record(row)});
     }
 }
 
@@ -66,8 +82,8 @@ void OrdersView::keyPressEvent(QKeyEvent *event)
         Q_EMIT placeAsked(m_orders->record(currentIndex().row()));
     } else if (event->key() != Qt::Key_Delete) {
         RecordView::keyPressEvent(event);
-    } else if (!event->isAutoRepeat()) {
-        askToCancel(currentIndex().row());
+    } else if (const OrderRecords orders = selectedToCancel(); !event->isAutoRepeat() && !orders.empty()) {
+        Q_EMIT cancelAsked(orders);
     }
 }
 

@@ -157,6 +157,55 @@ QString OutcomeText::cancelQuestion(const OrderRecord &order)
     return lines.join(QLatin1Char('\n'));
 }
 
+namespace {
+
+/// "Buy 300 × 1700.50 of 600519, order 3", a line for each of the first few.
+QStringList lineOfEach(const OrderRecords &orders)
+{
+    constexpr size_t mostLines = 12;
+    QStringList lines;
+    for (const OrderRecord &order : orders) {
+        if (lines.size() == static_cast<int>(mostLines)) {
+            lines.append(OutcomeText::tr("… and %1 more").arg(orders.size() - mostLines));
+            break;
+        }
+        lines.append(OutcomeText::tr("%1, order %2")
+                         .arg(namedOrder({order.security, order.side, order.price, order.quantity}, false),
+                              plainText(order.number)));
+    }
+    return lines;
+}
+
+} // namespace
+
+OrderQuestion::Words OutcomeText::cancelQuestion(const OrderRecords &orders)
+{
+    const QString count = QString::number(orders.size());
+    return {
+        tr("Cancel orders"),
+        (QStringList(tr("Cancel these %1 orders?").arg(count)) + lineOfEach(orders)).join(QLatin1Char('\n')),
+        tr("Cancel all %1").arg(count), tr("Keep them")};
+}
+
+OrderQuestion::Words OutcomeText::leaveQuestion(const OrderRecords &working)
+{
+    const QString count = QString::number(working.size());
+    return {tr("Orders are waiting"),
+            (QStringList(tr("Leave while %1 orders may still be dealt?").arg(count)) + lineOfEach(working) +
+             QStringList(tr("They are not cancelled; nothing here tells you when they are dealt.")))
+                .join(QLatin1Char('\n')),
+            tr("Leave"), tr("Stay")};
+}
+
+QString OutcomeText::dealt(const OrderRecord &order, bool hidesAmounts)
+{
+    const QString what =
+        tr("%1, order %2")
+            .arg(namedOrder({order.security, order.side, order.price, order.quantity}, hidesAmounts),
+                 plainText(order.number));
+    return isCancellable(order) ? tr("Part dealt: %1").arg(what) : tr("Dealt: %1").arg(what);
+}
+
 OrderQuestion::Words OutcomeText::replaceQuestion(const PriceChange &change)
 {
     const OrderRecord &order = change.order;

@@ -18,6 +18,7 @@ public:
     static QString sent(const OrderRequest &order, bool hidesAmounts);
     static QString askedAgain(const OrderRequest &order, bool hidesAmounts);
     static QString placed(const OrderRequest &order, const DeskOutcome &outcome, bool hidesAmounts);
+    static QString dealt(const OrderRecord &order, bool hidesAmounts);
     static QString cancelled(const OrderRecord &order, const DeskOutcome &outcome, bool hidesAmounts);
 
     static QString replaceSent(const PriceChange &change);
@@ -28,6 +29,10 @@ public:
     /// are hidden: the user has to know what he does. `account` may be empty: it is not known.
     static OrderQuestion::Words sendQuestion(const OrderRequest &order, const QString &account);
     static QString cancelQuestion(const OrderRecord &order);
+    /// Before several are cancelled.
+    static OrderQuestion::Words cancelQuestion(const OrderRecords &orders);
+    /// Before the window is left while these orders wait.
+    static OrderQuestion::Words leaveQuestion(const OrderRecords &working);
     static OrderQuestion::Words replaceQuestion(const PriceChange &change);
 
 private:

@@ -12,10 +12,11 @@ namespace {
 
 constexpr int rowPixels = 24;
 constexpr int narrowestColumn = 48;
+constexpr int widestText = 170;
 
 } // namespace
 
-RecordView::RecordView(QAbstractItemModel *model, int widestColumn)
+RecordView::RecordView(QAbstractItemModel *model, int widestColumn) : m_widestColumn(widestColumn)
 {
     setModel(model);
     setItemDelegate(new CutTextTips(this));
@@ -25,6 +26,7 @@ RecordView::RecordView(QAbstractItemModel *model, int widestColumn)
     setShowGrid(false);
     setWordWrap(false);
     setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     verticalHeader()->hide();
     verticalHeader()->setDefaultSectionSize(rowPixels);
     horizontalHeader()->setMinimumSectionSize(narrowestColumn);
@@ -37,10 +39,33 @@ int RecordView::neededWidth() const
 {
     int width = 0;
     for (int column = 0; column < model()->columnCount(); ++column) {
-        width += std::max(
-            {horizontalHeader()->sectionSizeHint(column), sizeHintForColumn(column), narrowestColumn});
+        width += isColumnHidden(column) ? 0 : neededWidth(column);
     }
     return width;
+}
+
+int RecordView::neededWidth(int column) const
+{
+    const int header = horizontalHeader()->sectionSizeHint(column);
+    const int cells = sizeHintForColumn(column);
+    return std::max(
+        {header, column == m_widestColumn ? std::min(cells, widestText) : cells, narrowestColumn});
+}
+
+void RecordView::fitColumns()
+{
+    const bool isNarrow = neededWidth() > viewport()->width();
+    horizontalHeader()->setSectionResizeMode(m_widestColumn,
+                                             isNarrow ? QHeaderView::Fixed : QHeaderView::Stretch);
+    if (isNarrow) {
+        horizontalHeader()->resizeSection(m_widestColumn, neededWidth(m_widestColumn));
+    }
+}
+
+void RecordView::resizeEvent(QResizeEvent *event)
+{
+    QTableView::resizeEvent(event);
+    fitColumns();
 }
 
 } // namespace Terminal

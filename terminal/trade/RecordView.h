@@ -5,7 +5,8 @@
 namespace Terminal {
 
 /// A table of records in the panel: whole rows, no grid, columns as wide as their texts. One of them takes
-/// the room that the others leave; where there is too little, it is cut and shown by tool tips.
+/// the room that the others leave; only there a text that is very long is cut and shown by a tool tip. Where
+/// there is too little room for all columns, the table scrolls.
 class RecordView : public QTableView
 {
     Q_OBJECT
@@ -14,8 +15,19 @@ public:
     /// `model` must outlive the view.
     RecordView(QAbstractItemModel *model, int widestColumn);
 
-    /// The width at which no column is cut.
+    /// The width at which no column is cut but for a very long text in the widest.
     int neededWidth() const;
+
+    /// Gives the columns their widths anew; to be called when they have other texts.
+    void fitColumns();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    int neededWidth(int column) const;
+
+    const int m_widestColumn;
 };
 
 } // namespace Terminal

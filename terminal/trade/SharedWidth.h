@@ -1,38 +1,49 @@
 #pragma once
 
-#include <QSplitter>
+#include <QWidget>
 
 #include <vector>
+
+class QSplitter;
+class QTabBar;
 
 namespace Terminal {
 
 class RecordView;
 
-/// Two tables side by side with a caption each. Until the user shares the width out between them, each has
-/// what its columns need.
-class SharedWidth : public QSplitter
+/// Tables with captions side by side. Until the user shares the width out, each has what its columns need;
+/// where there is too little for all of them, tabs show one at a time.
+class SharedWidth : public QWidget
 {
     Q_OBJECT
 
 public:
-    SharedWidth();
+    explicit SharedWidth(QWidget *parent = nullptr);
 
-    /// The next table from the left; all are owned by the splitter then.
+    /// Adds a table right of the others. To be called once for each.
     void add(QWidget *caption, RecordView *table);
 
-    /// To be called when columns may need another width. The tables stay as they are while both are wide
-    /// enough: they would move with every new figure.
+    /// The name of the table that was added as this one, on its tab.
+    void setTitle(int number, const QString &title);
+
+    /// To be called when tables have other texts.
     void shareByNeed();
 
-    /// How the user has shared the width out, for a later run; empty until then.
+    /// Brings a table to the front, where only one is shown.
+    void bringUp(const RecordView *table);
+
+    /// How the user shared the width out; empty when not.
     QByteArray sharing() const;
-    /// Shares the width as it was; changes nothing when the bytes are of no such pair.
     void restoreSharing(const QByteArray &sharing);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void showOneOrAll(bool showsOne);
+
+    QTabBar *m_tabs;
+    QSplitter *m_splitter;
     std::vector<RecordView *> m_tables;
     bool m_isSharedByHand = false;
 };

@@ -37,6 +37,15 @@ TradeDock::TradeDock(const char *name, QWidget *content, QMainWindow *window, Qt
     setWidget(content);
     window->addDockWidget(area, this);
     hide();
+    auto *const closer = closeButton();
+    closer->setFocusPolicy(Qt::TabFocus);
+    connect(this, &QWidget::windowTitleChanged, closer,
+            [closer](const QString &title) { closer->setAccessibleName(tr("Close: %1").arg(title)); });
+}
+
+QAbstractButton *TradeDock::closeButton() const
+{
+    return findChild<QAbstractButton *>(QStringLiteral("qt_dockwidget_closebutton"));
 }
 
 void TradeDock::setTheme(const ChartTheme &theme)
@@ -47,7 +56,7 @@ void TradeDock::setTheme(const ChartTheme &theme)
         child->setPalette(colours); // a style sheet keeps a window's palette from its children
     }
     // The style's own cross is black and grey on every theme.
-    findChild<QAbstractButton *>(QStringLiteral("qt_dockwidget_closebutton"))->setIcon(crossIcon(theme.text));
+    closeButton()->setIcon(crossIcon(theme.text));
 }
 
 } // namespace Terminal

@@ -4,6 +4,8 @@
 
 #include <QDockWidget>
 
+class QAbstractButton;
+
 namespace Terminal {
 
 /// A part of the window beside the chart that can be closed, but not moved; hidden at first.
@@ -16,6 +18,9 @@ public:
     TradeDock(const char *name, QWidget *content, QMainWindow *window, Qt::DockWidgetArea area);
 
     void setTheme(const ChartTheme &theme);
+
+private:
+    QAbstractButton *closeButton() const;
 };
 
 } // namespace Terminal

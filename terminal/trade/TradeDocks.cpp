@@ -45,6 +45,7 @@ TradeDocks::TradeDocks(QMainWindow *window, ChartView *chart, OrderDesk *desk, U
       m_prices(std::move(prices)),
       m_desk(*desk),
       m_chartOrders(chart),
+      m_notice(window, prompts),
       m_ticket(new OrderTicket),
       m_panel(new OrdersPanel),
       m_ticketDock(new TradeDock("ticketDock", m_ticket, window, Qt::RightDockWidgetArea)),
@@ -61,6 +62,7 @@ TradeDocks::TradeDocks(QMainWindow *window, ChartView *chart, OrderDesk *desk, U
     wireTicket();
     wirePanel();
     wireDesk();
+    watchDeals();
     connect(chart, &ChartView::dataChanged, this, &TradeDocks::showChart);
     for (TradeDock *const dock : {m_ticketDock, m_panelDock}) {
         connect(dock, &QDockWidget::visibilityChanged, this, &TradeDocks::watchWhenShown);
@@ -100,6 +102,9 @@ void TradeDocks::wireTicket()
 void TradeDocks::wirePanel()
 {
     connect(m_panel, &OrdersPanel::cancelAsked, this, &TradeDocks::askToCancel);
+    connect(m_panel, &OrdersPanel::closeAsked, this, &TradeDocks::close);
+    connect(m_panel, &OrdersPanel::chartAsked, this,
+            [this](const Security &security) { Q_EMIT chartAsked(security.code); });
     connect(m_panel, &OrdersPanel::selectionChanged, this,
             [this] { m_chartOrders.setSpotlight(m_panel->selected()); });
     connect(&m_chartOrders, &ChartOrders::pointedAt, m_panel, &OrdersPanel::select);
@@ -113,6 +118,17 @@ void TradeDocks::wireDesk()
     connect(&m_desk, &OrderDesk::askedAgain, this, &TradeDocks::tellAskedAgain);
     connect(&m_desk, &OrderDesk::placed, this, &TradeDocks::tellPlaced);
     connect(&m_desk, &OrderDesk::cancelAnswered, this, &TradeDocks::tellCancelled);
+}
+
+void TradeDocks::watchDeals()
+{
+    connect(&m_desk, &OrderDesk::workingOrdersChanged, this, [this] {
+        m_panel->setWorkingOrders(m_desk.workingOrders());
+        m_deals.take(m_desk.workingOrders().value_or(OrderRecords()));
+    });
+    connect(&m_desk, &OrderDesk::statusTold, &m_deals, &DealWatch::hear);
+    connect(&m_deals, &DealWatch::dealt, this,
+            [this](const OrderRecord &order) { m_notice.tell(OutcomeText::dealt(order, m_hidesAmounts)); });
 }
 
 /// Nothing is asked for those who only look at charts.
@@ -159,6 +175,7 @@ void TradeDocks::showTexts()
     m_ticketAction->setText(withKeys(tr("Order ticket: buy, sell"), {keyText(buyKey), keyText(sellKey)}));
     m_panelAction->setText(withKeys(tr("Orders and positions"), {keyText(panelKey)}));
     m_askAction->setText(tr("Ask before an order is sent"));
+    m_notice.showTexts();
     showFacts();
 }
 
@@ -214,6 +231,7 @@ void TradeDocks::setOtherAccount(bool isOther)
 void TradeDocks::showOrders()
 {
     m_chartOrders.setOrders(m_desk.orders());
+    m_deals.take(m_desk.orders());
     m_panel->setOrders(m_desk.orders(), shownDay());
     m_panel->setRefusals(m_desk.ordersRefusal(), m_desk.accountRefusal());
 }
@@ -288,12 +306,40 @@ void TradeDocks::tellPlaced(const OrderRequest &order, const DeskOutcome &outcom
     m_prompts->show(text);
 }
 
-void TradeDocks::askToCancel(const OrderRecord &order)
+bool TradeDocks::isWanted(const OrderRecords &cancelling)
 {
-    const QPointer<TradeDocks> self(this); // the window may be closed while the user is asked
-    if (m_prompts->confirm(OutcomeText::cancelQuestion(order)) && self) {
+    return cancelling.size() == 1
+               ? m_prompts->confirm(OutcomeText::cancelQuestion(cancelling.front()))
+               : OrderQuestion(OutcomeText::cancelQuestion(cancelling), m_window).isConfirmed();
+}
+
+void TradeDocks::askToCancel(const OrderRecords &orders)
+{
+    const QPointer<TradeDocks> self(this);  // the window may be closed while the user is asked,
+    const OrderRecords cancelling = orders; // and rows may change
+    if (!isWanted(cancelling) || !self) {
+        return;
+    }
+    for (const OrderRecord &order : cancelling) {
         m_desk.cancel(order);
     }
+}
+
+/// The ticket is filled in, for the user to look at and send.
+void TradeDocks::close(const Position &position)
+{
+    const Trading::SecurityId wanted = position.security.id();
+    Q_EMIT chartAsked(position.security.code);
+    if (m_chart->data().security.id() == wanted) {
+        openTicket(Direction::Sell);
+        m_ticket->setQuantity(position.sellable);
+    }
+}
+
+bool TradeDocks::mayLeave()
+{
+    const OrderRecords working = m_desk.workingOrders().value_or(OrderRecords());
+    return working.empty() || OrderQuestion(OutcomeText::leaveQuestion(working), m_window).isConfirmed();
 }
 
 /// Beside the results of orders, where one does not take the place of the other.

@@ -2,6 +2,8 @@
 
 #include "terminal/data/DataFolder.h"
 #include "terminal/trade/ChartOrders.h"
+#include "terminal/trade/DealNotice.h"
+#include "terminal/trade/DealWatch.h"
 #include "terminal/trade/LastPrice.h"
 #include "terminal/trade/OrderDesk.h"
 #include "terminal/trade/OrderDraft.h"
@@ -60,6 +62,13 @@ public:
     /// Other prices are known now.
     void showPrices();
 
+    /// Asks the user whether he leaves the account while orders wait that the desk knows of; true without
+    /// any.
+    bool mayLeave();
+
+    /// How it is told that an order was dealt.
+    DealNotice *notice() { return &m_notice; }
+
     /// The switch of the question before an order is sent; on at first.
     QAction *askAction() const { return m_askAction; }
 
@@ -73,6 +82,10 @@ public:
     /// Takes what the chart shows now: its security, day and last price.
     void showChart();
 
+Q_SIGNALS:
+    /// The user wants to see the chart of a security.
+    void chartAsked(const QString &code);
+
 private:
     void addShortcuts();
     void wireTicket();
@@ -85,7 +98,10 @@ private:
     bool isConfirmed(const OrderRequest &order);
     std::optional<double> offeredPrice() const;
     void tellAskedAgain(const OrderRequest &order);
-    void askToCancel(const OrderRecord &order);
+    bool isWanted(const OrderRecords &cancelling);
+    void askToCancel(const OrderRecords &orders);
+    void close(const Position &position);
+    void watchDeals();
     void tellPlaced(const OrderRequest &order, const DeskOutcome &outcome);
     void tellCancelled(const OrderRecord &order, const DeskOutcome &outcome);
     std::optional<Trading::TradingDate> shownDay() const;
@@ -99,6 +115,8 @@ private:
     bool m_hidesAmounts = false;
     OrderDesk &m_desk;
     ChartOrders m_chartOrders;
+    DealWatch m_deals;
+    DealNotice m_notice;
     OrderTicket *m_ticket;
     OrdersPanel *m_panel;
     TradeDock *m_ticketDock;

@@ -3,6 +3,7 @@
 #include "tradechartobject/common/OrderStatusTable.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trading/ModuleVocabulary.h"
+#include "trading/OrderStatusName.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -101,32 +102,8 @@ QString costMethodText(const QString &word)
 
 QString statusText(const OrderRecord &order)
 {
-    struct StatusName
-    {
-        const char *code;
-        const char *name;
-    };
-    static const StatusName names[] = {
-        {OrderStatus::None, QT_TRANSLATE_NOOP("TradeRecords", "not sent")},
-        {OrderStatus::Quoting, QT_TRANSLATE_NOOP("TradeRecords", "on its way")},
-        {OrderStatus::Quoted, QT_TRANSLATE_NOOP("TradeRecords", "open")},
-        {OrderStatus::QuotedWaittingCancel, QT_TRANSLATE_NOOP("TradeRecords", "being cancelled")},
-        {OrderStatus::PartDealWaittingCancel,
-         QT_TRANSLATE_NOOP("TradeRecords", "part dealt, being cancelled")},
-        {OrderStatus::PartCanceled, QT_TRANSLATE_NOOP("TradeRecords", "part dealt, rest cancelled")},
-        {OrderStatus::Canceled, QT_TRANSLATE_NOOP("TradeRecords", "cancelled")},
-        {OrderStatus::PartDeal, QT_TRANSLATE_NOOP("TradeRecords", "part dealt")},
-        {OrderStatus::Dealed, QT_TRANSLATE_NOOP("TradeRecords", "dealt")},
-        {OrderStatus::AbolishedOrder, QT_TRANSLATE_NOOP("TradeRecords", "void")},
-        {OrderStatus::WaittingQuote, QT_TRANSLATE_NOOP("TradeRecords", "to be sent")},
-        {OrderStatus::QuotingB, QT_TRANSLATE_NOOP("TradeRecords", "on its way")},
-        {OrderStatus::Conformed, QT_TRANSLATE_NOOP("TradeRecords", "confirmed")},
-    };
-    const auto *const known =
-        std::find_if(std::begin(names), std::end(names), [&order](const StatusName &row) {
-            return order.status.compare(QLatin1String(row.code), Qt::CaseInsensitive) == 0;
-        });
-    return known == std::end(names) ? order.status : QCoreApplication::translate("TradeRecords", known->name);
+    const char *const name = Trading::orderStatusName(order.status);
+    return name == nullptr ? order.status : QCoreApplication::translate("OrderStatus", name);
 }
 
 bool isCancellable(const OrderRecord &order)

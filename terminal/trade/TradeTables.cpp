@@ -87,6 +87,11 @@ std::vector<OrdersTable::Column> orderColumns()
 {
     return {
         {OrderColumn::Time, [] { return Texts::tr("Time"); }, Qt::AlignLeft, timeText},
+        {OrderColumn::Security, [] { return Texts::tr("Security"); }, Qt::AlignLeft,
+         [](const OrderRecord &order) {
+             return order.security.name.isEmpty() ? order.security.code : order.security.name;
+         },
+         nullptr, false, [](const OrderRecord &order) { return order.security.code; }},
         {OrderColumn::Side, [] { return Texts::tr("Side"); }, Qt::AlignLeft,
          [](const OrderRecord &order) { return sideText(order.side); }, sideColour},
         {OrderColumn::Price, [] { return Texts::tr("Price"); }, Qt::AlignRight,

@@ -18,7 +18,7 @@ struct PricedPosition
     std::optional<double> profit() const;
 };
 
-enum class OrderColumn { Time, Side, Price, Quantity, Dealt, Average, Status, Number };
+enum class OrderColumn { Time, Security, Side, Price, Quantity, Dealt, Average, Status, Number };
 
 /// Orders, newest first.
 class OrdersTable : public RecordTable<OrderRecord, OrderColumn>

@@ -77,7 +77,7 @@ void paint(QPainter *painter, const QRectF &box, TradeKind kind, int count, cons
     painter->setPen(QPen(theme.background, 1.5));
     painter->setBrush(colourOf(kind, theme));
     paintBody(painter, box, kind);
-    painter->setPen(Qt::white);
+    painter->setPen(theme.fillText);
     painter->setFont(glyphFont(letterPixels));
     painter->drawText(box, Qt::AlignCenter | Qt::TextDontClip, glyphText(letterOf(kind), count));
 }

@@ -1,19 +1,19 @@
 #include "terminal/ui/ChartBar.h"
 
-#include "terminal/ui/ViewMenu.h"
+#include "terminal/ui/SecurityBox.h"
 
 #include <QActionGroup>
 #include <QComboBox>
 #include <QEvent>
-#include <QToolButton>
 
 namespace Terminal {
 
-ChartBar::ChartBar(const Securities &securities, const TerminalOptions &options, QWidget *parent)
-    : QToolBar(parent),
-      m_securities(new QComboBox),
+ChartBar::ChartBar(const Securities &securities, bool hidesAmounts, QWidget *parent)
+    : KeyboardBar(parent),
+      m_securities(new SecurityBox),
       m_periods(new QActionGroup(this)),
-      m_days(new QComboBox)
+      m_days(new QComboBox),
+      m_hiding(new QAction(this))
 {
     setObjectName(QStringLiteral("chartBar"));
     setMovable(false);
@@ -23,12 +23,11 @@ ChartBar::ChartBar(const Securities &securities, const TerminalOptions &options,
     addPeriods();
     addDays();
     addSeparator();
-    addOverlays(options.overlays);
-    auto *const gap = new QWidget;
-    gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    addWidget(gap);
-    addHiding(options.hidesAmounts);
-    addView(options);
+    addAction(m_hiding);
+    m_hiding->setCheckable(true);
+    m_hiding->setChecked(hidesAmounts);
+    m_hiding->setShortcut(Qt::CTRL + Qt::Key_H);
+    connect(m_hiding, &QAction::toggled, this, &ChartBar::hidingToggled);
     showTexts();
 }
 
@@ -36,17 +35,14 @@ void ChartBar::addSecurities(const Securities &securities)
 {
     setSecurities(securities);
     addWidget(m_securities);
-    connect(m_securities, QOverload<int>::of(&QComboBox::activated), this, [this](int row) {
-        Q_EMIT chartAsked(m_securities->itemData(row).toString(), m_period, std::nullopt);
-    });
+    connect(m_securities, &SecurityBox::codeChosen, this,
+            [this](const QString &chosen) { Q_EMIT chartAsked(chosen, m_period, std::nullopt); });
+    connect(m_securities, &SecurityBox::left, this, &ChartBar::left);
 }
 
 void ChartBar::setSecurities(const Securities &securities)
 {
-    m_securities->clear();
-    for (const Security &security : securities) {
-        m_securities->addItem(security.code + QStringLiteral("  ") + security.name, security.code);
-    }
+    m_securities->setSecurities(securities);
 }
 
 void ChartBar::addPeriods()
@@ -55,10 +51,21 @@ void ChartBar::addPeriods()
         QAction *const action = m_periods->addAction(QString());
         action->setCheckable(true);
         action->setData(static_cast<int>(period));
+        action->setShortcut(Qt::ALT + Qt::Key_1 + m_periods->actions().size() - 1);
         addAction(action);
         connect(action, &QAction::triggered, this,
                 [this, period] { Q_EMIT chartAsked(code(), period, std::nullopt); });
     }
+}
+
+bool ChartBar::hidesAmounts() const
+{
+    return m_hiding->isChecked();
+}
+
+void ChartBar::beginSearch(const QString &typed)
+{
+    m_securities->beginSearch(typed);
 }
 
 void ChartBar::addDays()
@@ -71,61 +78,16 @@ void ChartBar::addDays()
     });
 }
 
-void ChartBar::addOverlays(const QStringList &chosen)
-{
-    for (const OverlayKind &kind : overlayKinds()) {
-        QAction *const action = addToggle(chosen.contains(QLatin1String(kind.word)));
-        action->setEnabled(false);
-        m_overlays.push_back(action);
-        connect(action, &QAction::toggled, this,
-                [this, &kind](bool shown) { Q_EMIT overlayToggled(kind, shown); });
-    }
-}
-
-void ChartBar::addHiding(bool hides)
-{
-    m_hiding = addToggle(hides);
-    connect(m_hiding, &QAction::toggled, this, &ChartBar::hidingToggled);
-}
-
-void ChartBar::addView(const TerminalOptions &options)
-{
-    m_view = new ViewMenu(options, this);
-    m_viewButton = addMenuButton(m_view, nullptr);
-}
-
-void ChartBar::addMenu(QMenu *menu)
-{
-    addMenuButton(menu, m_viewButton);
-}
-
-QAction *ChartBar::addMenuButton(QMenu *menu, QAction *before)
-{
-    auto *const button = new QToolButton;
-    button->setMenu(menu);
-    button->setPopupMode(QToolButton::InstantPopup);
-    button->setDefaultAction(menu->menuAction());
-    return insertWidget(before, button);
-}
-
-QAction *ChartBar::addToggle(bool checked)
-{
-    QAction *const action = addAction(QString());
-    action->setCheckable(true);
-    action->setChecked(checked);
-    return action;
-}
-
 /// Of the security that is shown.
 QString ChartBar::code() const
 {
-    return m_securities->currentData().toString();
+    return m_securities->shownCode();
 }
 
 void ChartBar::showChart(const ChartData &shown, const std::vector<Trading::TradingDate> &days)
 {
     m_period = shown.period;
-    m_securities->setCurrentIndex(m_securities->findData(shown.security.code));
+    m_securities->showSecurity(shown.security.code);
     for (QAction *const action : m_periods->actions()) {
         action->setChecked(action->data().toInt() == static_cast<int>(shown.period));
     }
@@ -139,71 +101,28 @@ void ChartBar::showChart(const ChartData &shown, const std::vector<Trading::Trad
     }
 }
 
-void ChartBar::enableOverlays()
-{
-    for (QAction *const action : m_overlays) {
-        action->setEnabled(true);
-    }
-}
-
-QAction *ChartBar::overlayAction(const OverlayKind &kind) const
-{
-    return m_overlays[static_cast<size_t>(&kind - overlayKinds().data())];
-}
-
-bool ChartBar::isOverlayChosen(const OverlayKind &kind) const
-{
-    return overlayAction(kind)->isChecked();
-}
-
-void ChartBar::setOverlayChosen(const OverlayKind &kind, bool chosen)
-{
-    overlayAction(kind)->setChecked(chosen);
-}
-
-void ChartBar::describeOverlay(const OverlayKind &kind, const QStringList &lines)
-{
-    QAction *const action = overlayAction(kind);
-    const QString text = lines.join(QLatin1Char('\n'));
-    action->setToolTip(text.isEmpty() ? overlayTitle(kind) : tr("%1: %2").arg(overlayTitle(kind), text));
-    widgetForAction(action)->setAccessibleDescription(text);
-}
-
-QStringList ChartBar::chosenOverlays() const
-{
-    QStringList words;
-    for (const OverlayKind &kind : overlayKinds()) {
-        if (isOverlayChosen(kind)) {
-            words.append(QLatin1String(kind.word));
-        }
-    }
-    return words;
-}
-
-bool ChartBar::hidesAmounts() const
-{
-    return m_hiding->isChecked();
-}
-
 void ChartBar::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         showTexts();
     }
-    QToolBar::changeEvent(event);
+    KeyboardBar::changeEvent(event);
 }
 
 void ChartBar::showTexts()
 {
     for (QAction *const action : m_periods->actions()) {
         action->setText(periodTitle(static_cast<ChartPeriod>(action->data().toInt())));
-    }
-    for (const OverlayKind &kind : overlayKinds()) {
-        overlayAction(kind)->setText(overlayTitle(kind));
+        action->setToolTip(
+            tr("Shows the chart so (%1)").arg(action->shortcut().toString(QKeySequence::NativeText)));
     }
     m_securities->setAccessibleName(tr("Security"));
+    m_securities->setToolTip(
+        tr("Type a part of the code or name, or the first letters of its syllables (Ctrl+L)"));
     m_days->setAccessibleName(tr("Day"));
+    m_days->setToolTip(tr("The recorded day that the minutes are of"));
     m_hiding->setText(tr("Hide amounts"));
+    m_hiding->setToolTip(tr("Shows no figure of the account, so that others may look on"));
     setWindowTitle(tr("Chart"));
 }
 

@@ -15,14 +15,21 @@
 #include "terminal/trade/TradeStyle.h"
 #include "terminal/trades/ChartTrades.h"
 #include "terminal/ui/ChartBar.h"
+#include "terminal/ui/FocusFrame.h"
+#include "terminal/ui/OverlayBar.h"
 #include "terminal/ui/ReplayBar.h"
 #include "terminal/ui/StateStrip.h"
+#include "terminal/ui/ToolBarRows.h"
 #include "terminal/ui/ViewMenu.h"
+#include "terminal/watch/WatchDock.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QEvent>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QShortcut>
 #include <QUuid>
 #include <QVBoxLayout>
 
@@ -44,6 +51,18 @@ int countOf(const DrawnMarks *marks)
                ? 0
                : std::accumulate(marks->all().begin(), marks->all().end(), 0,
                                  [](int sum, const DrawnMark &mark) { return sum + mark.count; });
+}
+
+WatchDock::Facts watchFactsOf(TradingSession *session)
+{
+    const auto find = [session](const QString &code) {
+        return findSecurity(session->source().securities(), code);
+    };
+    const auto closeBefore = [session](const QString &code, Trading::TradingDate day) {
+        return session->source().closeBefore(code, day);
+    };
+    return {find, [session](const Security &security) { return session->prices()->of(security); },
+            closeBefore};
 }
 
 TradeDocks::Prices pricesOf(TradingSession *session)
@@ -72,20 +91,24 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_screenId("terminal-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces)),
       m_answers(m_screenId, nullptr),
       m_services(session, options.ledger),
+      m_hours(Trading::TradingCalendar::ofUser()),
       m_chart(new ChartView),
       m_readout(new ReadoutBar(m_chart)),
       m_practice(new QLabel),
-      m_bar(new ChartBar(session->source().securities(), options)),
+      m_bar(new ChartBar(session->source().securities(), options.hidesAmounts)),
+      m_overlayBar(new OverlayBar(options)),
       m_strip(new StateStrip),
       m_prompts(m_chart),
       m_input(std::make_unique<ChartInput>(m_chart, nullptr, nullptr)),
       m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts, pricesOf(session))),
       m_trades(std::make_unique<ChartTrades>(this, m_chart, m_trade.get(), &m_prompts, factsOf(session))),
-      m_results(std::make_unique<ResultsDock>(this, &m_prompts))
+      m_results(std::make_unique<ResultsDock>(this, &m_prompts)),
+      m_watch(std::make_unique<WatchDock>(this, watchFactsOf(session)))
 {
     setUpCentre();
-    setUpChartBar();
+    setUpBars();
     setUpView();
+    setUpWatch();
     setUpReplay();
     setUpStates();
     wireSession();
@@ -95,6 +118,8 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     m_results->setAmountsHidden(options.hidesAmounts);
     m_answers.setAmountsHidden(options.hidesAmounts);
     m_trade->askAction()->setChecked(options.asksBeforeSending);
+    m_trade->notice()->soundAction()->setChecked(options.soundsWhenDealt);
+    m_trade->notice()->desktopAction()->setChecked(options.notifiesWhenDealt);
     applyTheme();
     applyLanguage();
     resize(options.size);
@@ -103,7 +128,9 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
 
 MainWindow::~MainWindow()
 {
+    m_toolBarRows.reset();
     m_live.reset();
+    m_watch.reset();
     m_results.reset();
     m_trades.reset();
     m_trade.reset();
@@ -124,26 +151,33 @@ void MainWindow::setUpCentre()
     column->addWidget(m_readout);
     column->addWidget(m_chart, 1);
     setCentralWidget(centre);
+    m_chartFocus = new FocusFrame(m_chart);
 }
 
-void MainWindow::setUpChartBar()
+void MainWindow::setUpBars()
 {
     addToolBar(m_bar);
+    addToolBar(m_overlayBar);
+    m_toolBarRows = std::make_unique<ToolBarRows>(this, std::vector<QToolBar *>{m_bar, m_overlayBar});
     connect(m_bar, &ChartBar::chartAsked, this, &MainWindow::loadOrTell);
-    connect(m_bar, &ChartBar::overlayToggled, this, &MainWindow::toggleOverlay);
+    connect(m_overlayBar, &OverlayBar::overlayToggled, this, &MainWindow::toggleOverlay);
     connect(m_bar, &ChartBar::hidingToggled, this, &MainWindow::setAmountsHidden);
 }
 
 void MainWindow::setUpView()
 {
-    ViewMenu *const view = m_bar->view();
+    ViewMenu *const view = m_overlayBar->view();
     view->addSeparator();
     view->addAction(m_trade->ticketAction());
     view->addAction(m_trade->panelAction());
     view->addAction(m_trades->listAction());
     view->addAction(m_results->action());
     view->addAction(m_trades->layerAction());
+    view->addAction(m_watch->action());
+    view->addAction(m_watch->watchAction());
     view->addAction(m_trade->askAction());
+    view->addAction(m_trade->notice()->soundAction());
+    view->addAction(m_trade->notice()->desktopAction());
     connect(view, &ViewMenu::pricesChosen, this, &MainWindow::showPrices);
     connect(view, &ViewMenu::riseColourChosen, this, [this](RiseColour colour) {
         m_options.riseColour = colour;
@@ -158,6 +192,35 @@ void MainWindow::setUpView()
         applyLanguage();
     });
     connect(view, &ViewMenu::exportAsked, this, &MainWindow::exportChart);
+}
+
+void MainWindow::setUpWatch()
+{
+    m_watch->setCodes(m_options.watched);
+    connect(m_watch.get(), &WatchDock::chartAsked, this,
+            [this](const QString &code) { loadOrTell(code, m_chart->data().period, {}); });
+    connect(m_session->prices(), &LastPrices::changed, m_watch.get(), &WatchDock::showPrices);
+    auto *const search = new QShortcut(Qt::CTRL + Qt::Key_L, this);
+    connect(search, &QShortcut::activated, this, [this] { m_bar->beginSearch({}); });
+    connect(m_bar, &ChartBar::left, this, [this] { m_chart->setFocus(); });
+    m_chart->installEventFilter(this);
+}
+
+/// What is typed on the chart looks for a security, but for the letters that go from mark to mark.
+bool MainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_chart && event->type() == QEvent::KeyPress) {
+        const auto *const key = static_cast<QKeyEvent *>(event);
+        const QString typed = key->text();
+        const bool isLetter = typed.size() == 1 && typed.at(0).isLetterOrNumber();
+        const bool isMarks = key->key() == Qt::Key_N || key->key() == Qt::Key_P;
+        const bool isPlain = (key->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0;
+        if (isLetter && isPlain && !isMarks) {
+            m_bar->beginSearch(typed);
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void MainWindow::setUpReplay()
@@ -241,10 +304,13 @@ void MainWindow::wireSession()
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
     connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
     connect(&m_services, &ServiceStates::changed, this, &MainWindow::showStates);
+    connect(&m_hours, &MarketHours::changed, this, &MainWindow::showHours);
     connect(m_session->market(), &MarketWatch::changed, this,
             [this] { m_strip->showMarket(*m_session->market()); });
     connect(m_session->statementActions(), &StatementActions::changed, this, &MainWindow::takeActions);
     connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
+    connect(m_trade.get(), &TradeDocks::chartAsked, this,
+            [this](const QString &code) { loadOrTell(code, m_chart->data().period, {}); });
     connect(m_results.get(), &ResultsDock::placeAsked, this, &MainWindow::showPlace);
     connect(m_trades.get(), &ChartTrades::chartAsked, this, &MainWindow::loadOrTell);
 }
@@ -255,15 +321,28 @@ void MainWindow::changeEvent(QEvent *event)
         m_trade->showTexts();
         m_trades->showTexts();
         m_results->showTexts();
+        m_watch->showTexts();
         showTitle();
         showStates();
     }
     QMainWindow::changeEvent(event);
 }
 
+bool MainWindow::mayLeave()
+{
+    return m_trade->mayLeave();
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    event->setAccepted(mayLeave());
+}
+
 void MainWindow::applyLanguage()
 {
     m_language.set(m_options.language);
+    m_session->desk()->setLanguage(m_options.language);
+    m_session->desk()->refresh(); // reasons come in it from now on
     const QLocale::Language language = InterfaceLanguage::localeLanguage(m_options.language);
     m_readout->setLanguage(language);
     m_chart->setLanguage(language);
@@ -283,7 +362,9 @@ void MainWindow::applyTheme()
     m_trade->setTheme(theme);
     m_trades->setTheme(theme);
     m_results->setTheme(theme);
+    m_watch->setTheme(theme);
     m_chart->setTheme(theme);
+    m_chartFocus->setColour(theme.accent);
     m_readout->update();
 }
 
@@ -353,7 +434,7 @@ void MainWindow::tellRemarks(const QStringList &remarks)
 void MainWindow::setPrices(PriceView view)
 {
     m_options.prices = view;
-    m_bar->view()->showPrices(view);
+    m_overlayBar->view()->showPrices(view);
 }
 
 void MainWindow::showPrices(PriceView view)
@@ -395,12 +476,13 @@ void MainWindow::takeActions(const QString &code)
 void MainWindow::renewSecurities()
 {
     m_bar->setSecurities(m_session->source().securities());
+    m_watch->showPrices();
     showChoices();
 }
 
 void MainWindow::addMenu(QMenu *menu)
 {
-    m_bar->addMenu(menu);
+    m_overlayBar->addMenu(menu);
 }
 
 void MainWindow::showTitle()
@@ -446,6 +528,7 @@ void MainWindow::showChoices()
 {
     const ChartData &shown = m_chart->data();
     m_bar->showChart(shown, m_session->source().minuteDays(shown.security.code));
+    m_watch->setShownCode(shown.security.code);
 }
 
 TerminalOptions MainWindow::shownOptions() const
@@ -455,8 +538,11 @@ TerminalOptions MainWindow::shownOptions() const
     options.period = m_chart->data().period;
     options.hidesAmounts = m_bar->hidesAmounts();
     options.asksBeforeSending = m_trade->askAction()->isChecked();
+    options.soundsWhenDealt = m_trade->notice()->soundAction()->isChecked();
+    options.notifiesWhenDealt = m_trade->notice()->desktopAction()->isChecked();
     options.showsTrades = m_trades->layerAction()->isChecked();
-    options.overlays = m_bar->chosenOverlays();
+    options.overlays = m_overlayBar->chosenOverlays();
+    options.watched = m_watch->codes();
     return options;
 }
 
@@ -499,9 +585,9 @@ void MainWindow::startOverlays(const OverlayLibrary &library, const BusGates &ga
     m_input = std::make_unique<ChartInput>(m_chart, m_overlays->pointer(), nullptr);
     m_trade->setOverlays(m_overlays.get());
     m_trades->setOverlays(m_overlays.get());
-    m_bar->enableOverlays();
+    m_overlayBar->enableOverlays();
     for (const OverlayKind &kind : overlayKinds()) {
-        toggleOverlay(kind, m_bar->isOverlayChosen(kind));
+        toggleOverlay(kind, m_overlayBar->isOverlayChosen(kind));
     }
 }
 
@@ -529,9 +615,10 @@ void MainWindow::showStates()
             showState(kind, hindranceText(module));
         } else {
             m_strip->hideOverlay(kind);
-            m_bar->describeOverlay(kind, {});
+            m_overlayBar->describeOverlay(kind, {});
         }
     }
+    showHours();
     m_strip->showMarket(*m_session->market());
     m_strip->showBus(m_services.bus());
     m_strip->showModule(module);
@@ -550,13 +637,23 @@ QString withMethod(const QString &text, const OverlayState &state, const DrawnOv
 
 } // namespace
 
+void MainWindow::showHours()
+{
+    QStringList details{m_hours.hoursOfToday()};
+    if (!m_hours.knowsHolidays()) {
+        details.append(tr("The holidays of this year are not known: it may be one."));
+    }
+    details.removeAll(QString());
+    m_strip->showHours(MarketHours::text(m_hours.state()), details.join(QLatin1Char('\n')));
+}
+
 void MainWindow::showState(const OverlayKind &kind, const QString &hindrance)
 {
     const OverlayState state = m_states.stateOf(kind);
     const DrawnOverlay drawn{countOf(m_overlays->drawnMarks(kind)), m_overlays->drawnLabels(kind)};
     const QString text = withMethod(overlayStateText(state, drawn, hindrance), state, drawn);
     m_strip->showOverlay(kind, text, state.faults, state.isTrouble());
-    m_bar->describeOverlay(kind, QStringList(text) + state.faults);
+    m_overlayBar->describeOverlay(kind, QStringList(text) + state.faults);
 }
 
 /// Answers to several overlays come at once: none takes another's faults away.
@@ -587,7 +684,7 @@ void MainWindow::toggleOverlay(const OverlayKind &kind, bool shown)
 
 void MainWindow::tellUnknown(const OverlayKind &kind)
 {
-    m_bar->setOverlayChosen(kind, false);
+    m_overlayBar->setOverlayChosen(kind, false);
     m_prompts.show(tr("The overlay library does not know the overlay \"%1\".").arg(overlayTitle(kind)));
 }
 

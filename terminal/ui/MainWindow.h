@@ -7,6 +7,7 @@
 #include "terminal/plugin/OverlayHost.h"
 #include "terminal/services/Gate.h"
 #include "terminal/ui/InterfaceLanguage.h"
+#include "terminal/ui/MarketHours.h"
 #include "terminal/ui/ServiceStates.h"
 #include "terminal/ui/WindowPrompts.h"
 #include "trading/TradingDate.h"
@@ -23,11 +24,14 @@ class QLabel;
 
 namespace Terminal {
 
+class ToolBarRows;
 class ChartBar;
 class ChartInput;
 class ChartTrades;
 class ChartView;
+class FocusFrame;
 class LiveChart;
+class OverlayBar;
 class ReadoutBar;
 class ResultsDock;
 struct ResultsPlace;
@@ -35,6 +39,7 @@ class StateStrip;
 class TradeDocks;
 class TradingSession;
 struct SharedNews;
+class WatchDock;
 
 /// The window of the terminal on a trading day: the tool bars, the read-out line, the chart with its
 /// overlays, and the docks for trading.
@@ -57,6 +62,9 @@ public:
 
     /// The session's data folder has other files now: offers its securities.
     void renewSecurities();
+
+    /// Asks the user whether he leaves the account while orders wait; true without any.
+    bool mayLeave();
 
     /// Shows a menu in the bar above the chart.
     void addMenu(QMenu *menu);
@@ -112,14 +120,17 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void setUpCentre();
     void restartReplay();
     void showPractisedTrades();
     QString practiceText() const;
-    void setUpChartBar();
+    void setUpBars();
     void setUpView();
+    void setUpWatch();
     void setUpReplay();
     void setUpStates();
     void wireSession();
@@ -141,6 +152,7 @@ private:
     void toggleOverlay(const OverlayKind &kind, bool shown);
     void takeShownChart();
     void showStates();
+    void showHours();
     void showState(const OverlayKind &kind, const QString &hindrance);
     void tellWrong(const QStringList &faults);
     void tellUnknown(const OverlayKind &kind);
@@ -153,13 +165,17 @@ private:
     ScreenAnswers m_answers;
     OverlayStates m_states;
     ServiceStates m_services;
+    MarketHours m_hours;
     QTimer m_statesSoon;
     bool m_practisesReplays = false;
     QString m_loadError;
     ChartView *m_chart;
     ReadoutBar *m_readout;
+    FocusFrame *m_chartFocus = nullptr;
     QLabel *m_practice; ///< says that nothing here is real; hidden in other windows
     ChartBar *m_bar;
+    OverlayBar *m_overlayBar;
+    std::unique_ptr<ToolBarRows> m_toolBarRows;
     StateStrip *m_strip;
     std::unique_ptr<LiveChart> m_live;
     WindowPrompts m_prompts;
@@ -169,6 +185,7 @@ private:
     std::unique_ptr<TradeDocks> m_trade;
     std::unique_ptr<ChartTrades> m_trades;
     std::unique_ptr<ResultsDock> m_results;
+    std::unique_ptr<WatchDock> m_watch;
 };
 
 } // namespace Terminal

@@ -41,7 +41,7 @@ QString withKey(const QString &text, const QAction &action)
 } // namespace
 
 ReplayBar::ReplayBar(Replay *replay, ChartView *chart, QWidget *parent)
-    : QToolBar(parent),
+    : KeyboardBar(parent),
       m_replay(replay),
       m_chart(chart),
       m_open(addButton(QKeySequence(Qt::CTRL + Qt::Key_R))),
@@ -166,7 +166,7 @@ void ReplayBar::changeEvent(QEvent *event)
     if (event->type() == QEvent::LanguageChange) {
         showTexts();
     }
-    QToolBar::changeEvent(event);
+    KeyboardBar::changeEvent(event);
 }
 
 void ReplayBar::showTexts()

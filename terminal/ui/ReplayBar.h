@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QToolBar>
+#include "terminal/ui/KeyboardBar.h"
 
 class QComboBox;
 class QLabel;
@@ -16,7 +16,7 @@ class Replay;
 ///
 /// Space plays and pauses and "." steps while the chart or this bar has the focus; elsewhere they stay
 /// what they are, e.g. in a form beside the chart.
-class ReplayBar : public QToolBar
+class ReplayBar : public KeyboardBar
 {
     Q_OBJECT
 

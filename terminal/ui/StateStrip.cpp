@@ -29,6 +29,7 @@ void setState(QLabel *label, const QString &text, const QString &details, bool i
 
 StateStrip::StateStrip(QWidget *parent)
     : QStatusBar(parent),
+      m_hours(new ElidedLabel),
       m_market(new ElidedLabel),
       m_bus(new ElidedLabel),
       m_module(new QLabel)
@@ -42,6 +43,9 @@ StateStrip::StateStrip(QWidget *parent)
         addWidget(label);
         label->hide();
     }
+    m_hours->setObjectName(QStringLiteral("state-hours"));
+    addPermanentWidget(m_hours);
+    m_hours->hide();
     m_market->setObjectName(QStringLiteral("state-market"));
     addPermanentWidget(m_market);
     m_market->hide();
@@ -65,6 +69,12 @@ void StateStrip::showOverlay(const OverlayKind &kind, const QString &state, cons
 void StateStrip::hideOverlay(const OverlayKind &kind)
 {
     m_overlays[static_cast<size_t>(&kind - overlayKinds().data())]->hide();
+}
+
+void StateStrip::showHours(const QString &state, const QString &hours)
+{
+    setState(m_hours, state, hours, false);
+    m_hours->show();
 }
 
 void StateStrip::showMarket(const MarketWatch &market)

@@ -13,9 +13,9 @@ class QLabel;
 
 namespace Terminal {
 
-/// The line below the window that says how things stand: with each overlay on the chart, with the market,
-/// with the bus and with the trading module. Always of one height, so that nothing moves when something is
-/// told.
+/// The line below the window that says how things stand: with each overlay on the chart, where the
+/// exchange's day is, with the market, with the bus and with the trading module. Always of one height, so
+/// that nothing moves when something is told.
 class StateStrip : public QStatusBar
 {
     Q_OBJECT
@@ -29,15 +29,17 @@ public:
     /// It is not on the chart.
     void hideOverlay(const OverlayKind &kind);
 
+    void showHours(const QString &state, const QString &hours);
     void showMarket(const MarketWatch &market);
     void showBus(const BusState &bus);
     void showModule(const ModuleState &module);
 
-    /// What it says, from left to right.
+    /// What it says of overlays, market, bus and module, from left to right.
     QStringList texts() const;
 
 private:
     std::vector<QLabel *> m_overlays; ///< in the order of overlayKinds()
+    QLabel *m_hours;
     QLabel *m_market;
     QLabel *m_bus;
     QLabel *m_module;

@@ -15,6 +15,9 @@ namespace {
 const QString adjustedKey = QStringLiteral("adjusted");
 const QString amountsKey = QStringLiteral("hide-amounts");
 const QString askingKey = QStringLiteral("ask-before-sending");
+const QString watchedKey = QStringLiteral("watch-list");
+const QString soundKey = QStringLiteral("sound-when-dealt");
+const QString notifyKey = QStringLiteral("notify-when-dealt");
 const QString dataKey = QStringLiteral("account/data");
 const QString ledgerKey = QStringLiteral("account/ledger");
 const QString geometryKey = QStringLiteral("window/geometry");
@@ -66,6 +69,9 @@ TerminalOptions WindowSettings::over(TerminalOptions options) const
     }
     options.hidesAmounts = options.hidesAmounts || m_settings.value(amountsKey).toBool();
     options.asksBeforeSending = m_settings.value(askingKey, options.asksBeforeSending).toBool();
+    options.watched = m_settings.value(watchedKey, options.watched).toStringList();
+    options.soundsWhenDealt = m_settings.value(soundKey, options.soundsWhenDealt).toBool();
+    options.notifiesWhenDealt = m_settings.value(notifyKey, options.notifiesWhenDealt).toBool();
     return options;
 }
 
@@ -108,6 +114,9 @@ void WindowSettings::remember(const TerminalOptions &options, const QMainWindow 
     rememberPlaces(options);
     m_settings.setValue(amountsKey, options.hidesAmounts);
     m_settings.setValue(askingKey, options.asksBeforeSending);
+    m_settings.setValue(watchedKey, options.watched);
+    m_settings.setValue(soundKey, options.soundsWhenDealt);
+    m_settings.setValue(notifyKey, options.notifiesWhenDealt);
     m_settings.setValue(geometryKey, window.saveGeometry());
     m_settings.setValue(layoutKey, window.saveState());
     if (const auto *const panel = window.findChild<OrdersPanel *>()) {

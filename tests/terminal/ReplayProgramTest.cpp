@@ -132,9 +132,9 @@ TEST_F(ReplayProgramOrderScene, ShowsTheOrdersAsTheLastQuoteLeftThem)
         takePicture("1335", {QStringLiteral("0945 buy 3000 50.70"), QStringLiteral("1042 buy 1000 50.40"),
                              QStringLiteral("1334 sell 1900 50.64")});
     ASSERT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
-    EXPECT_THAT(orders(), HasSubstr("buy 50.70 3000 3000 0 已成"));
-    EXPECT_THAT(orders(), HasSubstr("buy 50.40 1000 0 0 已报"));
-    EXPECT_THAT(orders(), HasSubstr("sell 50.64 1900 1800 0 部成")); // a quarter of 7200
+    EXPECT_THAT(orders(), HasSubstr("buy 50.70 3000 3000 0 dealt"));
+    EXPECT_THAT(orders(), HasSubstr("buy 50.40 1000 0 0 open"));
+    EXPECT_THAT(orders(), HasSubstr("sell 50.64 1900 1800 0 part dealt")); // a quarter of 7200
 
     const ChartTheme theme = makeTheme(ThemeKind::Dark, RiseColour::Red);
     const int dealt = markerPixels(9 * 60 + 45, 50.70, theme.rise);
@@ -152,7 +152,7 @@ TEST_F(ReplayProgramOrderScene, IsOfTheExchangesTodayWhereverTheMachineStands)
         ASSERT_EQ(outcome.exitCode, 0) << zone << qPrintable(outcome.messages);
     }
     const std::string dealt = QDate::currentDate().toString(Qt::ISODate).toStdString() +
-                              " 09:45:00 600536 SH buy 50.70 3000 3000 0 已成";
+                              " 09:45:00 600536 SH buy 50.70 3000 3000 0 dealt";
     EXPECT_THAT(orders(), AllOf(HasSubstr("1 " + dealt), HasSubstr("2 " + dealt)));
 }
 
@@ -160,7 +160,7 @@ TEST_F(ReplayProgramOrderScene, PlacesItsOrdersWithoutOverlaysToo)
 {
     const Outcome outcome = takePicture("1335", {QStringLiteral("0945 buy 3000 50.70")}, {});
     ASSERT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
-    EXPECT_THAT(orders(), HasSubstr("buy 50.70 3000 3000 0 已成"));
+    EXPECT_THAT(orders(), HasSubstr("buy 50.70 3000 3000 0 dealt"));
 }
 
 TEST_F(ReplayProgramOrderScene, ListsItsOrdersInThePanel)
@@ -183,7 +183,7 @@ TEST_F(ReplayProgramOrderScene, IsNotDrawnWithoutAnOrderThatIsRefused)
 {
     const Outcome outcome = takePicture("1000", {QStringLiteral("0945 sell 100 51.00")});
     EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_THAT(outcome.messages.toStdString(), HasSubstr("可卖数量为 0 股"));
+    EXPECT_THAT(outcome.messages.toStdString(), HasSubstr("0 shares may be sold"));
     EXPECT_FALSE(QFile::exists(picture()));
 }
 

@@ -21,7 +21,8 @@ bool isOfTheCommandLine(const QString &path)
 
 Translations marked()
 {
-    QStringList files(sources() + QStringLiteral("/../trading/MessageTable.cpp"));
+    QStringList files{sources() + QStringLiteral("/../trading/MessageTable.cpp"),
+                      sources() + QStringLiteral("/../trading/OrderStatusName.cpp")};
     for (QDirIterator all(sources(), {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
                           QDirIterator::Subdirectories);
          all.hasNext();) {

@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QDirIterator>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -214,6 +215,25 @@ TEST_F(WindowsProgram, ReplayOneAtATimeOnALedger)
     m_windows.clear();
     const Outcome after = run(m_program, onLedger(ledger(), replay + toPicture), m_environment);
     EXPECT_EQ(after.exitCode, 0) << qPrintable(after.messages);
+}
+
+TEST_F(WindowsProgram, KeepTheirSettingsWhenTheSessionEnds)
+{
+    QProcess *const window =
+        openWindow(onLedger(ledger(), {QStringLiteral("--code"), QStringLiteral("600536")}));
+    const auto desk = deskOn(ledger());
+    window->terminate();
+    ASSERT_TRUE(window->waitForFinished(20000));
+    EXPECT_EQ(window->exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(window->exitCode(), 0);
+    QString settings;
+    for (QDirIterator files(m_folder.filePath(QStringLiteral("config")), QDir::Files,
+                            QDirIterator::Subdirectories);
+         files.hasNext();) {
+        QFile file(files.next());
+        settings += file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    }
+    EXPECT_THAT(settings.toStdString(), ::testing::AllOf(HasSubstr("code=600536"), HasSubstr("geometry=")));
 }
 
 } // namespace

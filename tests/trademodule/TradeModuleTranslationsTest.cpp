@@ -22,7 +22,8 @@ Translations chinese()
 
 Translations marked()
 {
-    return markedTexts({sources(), sources() + QStringLiteral("/../trading/ResultColumns.cpp")},
+    return markedTexts({sources(), sources() + QStringLiteral("/../trading/ResultColumns.cpp"),
+                        sources() + QStringLiteral("/../trading/OrderStatusName.cpp")},
                        {QStringLiteral("tr+=translated")});
 }
 

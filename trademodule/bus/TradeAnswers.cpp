@@ -113,6 +113,7 @@ const TradeAnswers::Command *TradeAnswers::findCommand(const QString &name)
         {CmdType::ENTRUSTPLACE, &TradeAnswers::place},
         {CmdType::REPLACE, &TradeAnswers::replace},
         {CmdType::ACCOUNTINFO, &TradeAnswers::answerAccount},
+        {CmdType::OPENORDERS, &TradeAnswers::answerOpenOrders},
         {CmdType::RESULTS, &TradeAnswers::answerResults},
         {CmdType::COSTMETHOD, &TradeAnswers::setCostMethod},
         {CmdType::CORPORATEACTIONS, &TradeAnswers::answerActions},
@@ -126,6 +127,9 @@ const TradeAnswers::Command *TradeAnswers::findCommand(const QString &name)
 QByteArray TradeAnswers::answer(const QJsonObject &question)
 {
     const TradeRequest request(question);
+    if (const QString language = request.language(); m_speak && !language.isEmpty()) {
+        m_speak(language);
+    }
     AnswerMessage answer(request);
     try {
         const Command *command = findCommand(request.command());
@@ -179,6 +183,11 @@ void TradeAnswers::answerTodaysOrders(const TradeRequest &request, AnswerMessage
 void TradeAnswers::answerPastOrders(const TradeRequest &request, AnswerMessage *answer)
 {
     answer->setRows(rowsOf(m_orders.ofDay(request.day(), request.security())));
+}
+
+void TradeAnswers::answerOpenOrders(const TradeRequest & /*request*/, AnswerMessage *answer)
+{
+    answer->setRows(rowsOf(m_exchange->openOrders()));
 }
 
 void TradeAnswers::answerAccount(const TradeRequest & /*request*/, AnswerMessage *answer)

@@ -23,13 +23,17 @@ public:
     /// Told of each security whose cost is reckoned in another way.
     using TellOfCost = std::function<void(const SecurityId &)>;
 
+    /// Told of the language of who asks, "zh" or "en", before the answer is made.
+    using Speak = std::function<void(const QString &language)>;
+
     /// Ledger and exchange stay the caller's and outlive this object.
-    TradeAnswers(Ledger *ledger, PaperExchange *exchange, TellOfCost tellOfCost = {})
+    TradeAnswers(Ledger *ledger, PaperExchange *exchange, TellOfCost tellOfCost = {}, Speak speak = {})
         : m_ledger(ledger),
           m_orders(ledger),
           m_results(ledger),
           m_exchange(exchange),
-          m_tellOfCost(std::move(tellOfCost))
+          m_tellOfCost(std::move(tellOfCost)),
+          m_speak(std::move(speak))
     {
     }
 
@@ -46,6 +50,7 @@ private:
     void answerHistory(const TradeRequest &request, AnswerMessage *answer);
     void answerTodaysOrders(const TradeRequest &request, AnswerMessage *answer);
     void answerPastOrders(const TradeRequest &request, AnswerMessage *answer);
+    void answerOpenOrders(const TradeRequest &request, AnswerMessage *answer);
     void answerAccount(const TradeRequest &request, AnswerMessage *answer);
     void answerResults(const TradeRequest &request, AnswerMessage *answer);
     void answerActions(const TradeRequest &request, AnswerMessage *answer);
@@ -60,6 +65,7 @@ private:
     KeptResults m_results;
     PaperExchange *const m_exchange;
     const TellOfCost m_tellOfCost;
+    const Speak m_speak;
 };
 
 /// What charts are told after a change.

@@ -98,6 +98,11 @@ qint64 TradeRequest::orderQuantity() const
     return quantity;
 }
 
+QString TradeRequest::language() const
+{
+    return m_question.language().value_or(QString());
+}
+
 QString TradeRequest::clientNumber() const
 {
     return field(Trading::PlaceFields::CLIENTNO).isUndefined() ? QString() : neededClientNumber();

@@ -37,6 +37,9 @@ public:
     /// The same, which the question must have.
     QString neededClientNumber() const;
 
+    /// "lang" as text; empty when the question has none.
+    QString language() const;
+
     /// Which list of results is asked for, of all securities or of "stkcode" alone; its order must be a
     /// column of the list.
     KeptResults::Wish results() const;

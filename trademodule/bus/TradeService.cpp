@@ -63,7 +63,9 @@ TradeService::TradeService(const QString &busDirectory, Ledger *ledger, const Tr
     : m_endPoint(nullptr),
       m_orders(ledger),
       m_exchange(ledger, [this](const Order &changed) { notify(changed); }),
-      m_answers(ledger, &m_exchange, [this](const SecurityId &held) { publish(changeNotification(held)); }),
+      m_answers(
+          ledger, &m_exchange, [this](const SecurityId &held) { publish(changeNotification(held)); },
+          [this](const QString &language) { Q_EMIT languageAsked(language); }),
       m_presence(presence, busDirectory)
 {
     using LocalCommunication::EndPoint;

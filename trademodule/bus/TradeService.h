@@ -27,6 +27,9 @@ public:
     TradeService(const QString &busDirectory, Ledger *ledger, const Trading::TradePresence &presence);
 
 Q_SIGNALS:
+    /// Somebody who speaks this language asks, "zh" or "en" unless it is a mistake; what is told comes in it
+    /// from the next text on.
+    void languageAsked(const QString &language);
     /// It serves from now on.
     void begun();
     /// The module of another ledger serves on this bus, or, `silent`, has not said that it went: it is waited

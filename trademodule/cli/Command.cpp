@@ -5,6 +5,7 @@
 #include "trademodule/cli/Console.h"
 #include "trademodule/cli/UsageError.h"
 #include "trading/HiddenPasswords.h"
+#include "trading/MachineLanguage.h"
 
 #include <QCoreApplication>
 
@@ -134,7 +135,7 @@ void addCommonOptions(QCommandLineParser *parser)
 /// The locale speaks, unless --lang stands somewhere, also after options that only a command knows.
 void chooseLanguage(ProgramLanguage *language, const QStringList &arguments)
 {
-    language->set(ProgramLanguage::ofLocale());
+    language->set(Trading::machineLanguage());
     QCommandLineParser parser;
     addCommonOptions(&parser);
     parser.parse(arguments);
@@ -161,7 +162,7 @@ int showHelp(const QCommandLineParser &parser)
     return Succeeded;
 }
 
-int runWithoutCommand(const QStringList &arguments)
+int runWithoutCommand(const QStringList &arguments, ProgramLanguage *language)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -182,7 +183,7 @@ int runWithoutCommand(const QStringList &arguments)
               QCoreApplication::applicationVersion() + QLatin1Char('\n'));
         return Succeeded;
     }
-    return commands().front().run(Invocation(&parser));
+    return commands().front().run(Invocation(&parser, language));
 }
 
 /// What begins with a dash is an option to the parser: "-100" would be told as three unknown ones.
@@ -198,7 +199,7 @@ int runWithoutCommand(const QStringList &arguments)
     throw UsageError(parser.errorText());
 }
 
-int runCommand(const Command &command, const QStringList &arguments)
+int runCommand(const Command &command, const QStringList &arguments, ProgramLanguage *language)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(command.summary);
@@ -211,20 +212,21 @@ int runCommand(const Command &command, const QStringList &arguments)
     if (!parser.parse(arguments)) {
         refuseCommandLine(parser, arguments);
     }
-    return parser.isSet(QStringLiteral("help")) ? showHelp(parser) : command.run(Invocation(&parser));
+    return parser.isSet(QStringLiteral("help")) ? showHelp(parser)
+                                                : command.run(Invocation(&parser, language));
 }
 
-int dispatch(const QStringList &arguments)
+int dispatch(const QStringList &arguments, ProgramLanguage *language)
 {
     const QString name = commandName(arguments);
     if (name.isEmpty()) {
-        return runWithoutCommand(arguments);
+        return runWithoutCommand(arguments, language);
     }
     const Command *command = findCommand(name);
     if (command == nullptr) {
         throw UsageError(translated("\"%1\" is no command; see --help").arg(name));
     }
-    return runCommand(*command, arguments);
+    return runCommand(*command, arguments, language);
 }
 
 } // namespace
@@ -238,7 +240,7 @@ int runProgram(const QStringList &arguments, bool hasExchangeTime)
             throw Error(translated("this machine does not know the time zone Asia/Shanghai, by which the "
                                    "exchange counts its days: install its time-zone data (package tzdata)"));
         }
-        return dispatch(arguments);
+        return dispatch(arguments, &language);
     } catch (const UsageError &error) {
         printError(error.reason());
         return WrongUsage;

@@ -9,6 +9,8 @@
 
 namespace TradeModule {
 
+class ProgramLanguage;
+
 /// How a program ends.
 enum ExitCode { Succeeded = 0, Failed = 1, WrongUsage = 2 };
 
@@ -16,7 +18,15 @@ enum ExitCode { Succeeded = 0, Failed = 1, WrongUsage = 2 };
 class Invocation
 {
 public:
-    explicit Invocation(const QCommandLineParser *parser) : m_parser(parser) {}
+    /// Both must outlive it.
+    Invocation(const QCommandLineParser *parser, ProgramLanguage *language)
+        : m_parser(parser),
+          m_language(language)
+    {
+    }
+
+    /// The language of the program, which a command may change.
+    ProgramLanguage *language() const { return m_language; }
 
     bool isSet(const QString &option) const { return m_parser->isSet(option); }
     QString value(const QString &option) const { return m_parser->value(option); }
@@ -44,6 +54,7 @@ public:
 
 private:
     const QCommandLineParser *const m_parser;
+    ProgramLanguage *const m_language;
 };
 
 /// One command of the program.

@@ -9,12 +9,23 @@
 #include "trademodule/import/SecurityOfRow.h"
 
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/OrderStatusName.h"
+
+#include <QCoreApplication>
 
 namespace TradeModule {
 
 namespace {
 
+/// For people, in the language of the program.
 QString statusText(const Order &order)
+{
+    const char *const name = Trading::orderStatusName(order.status);
+    return name == nullptr ? order.status : QCoreApplication::translate("OrderStatus", name);
+}
+
+/// For programs, the same in every language.
+QString vocabularyText(const Order &order)
 {
     return QString::fromUtf8(TradeChart::OrderStatus::getOrderStatusTxt(order.status));
 }
@@ -113,7 +124,8 @@ int listOrders(const Invocation &invocation)
                      order.security.code, marketLetters(order.security.market),
                      listing.word(sideWord(sideOf(order.direction))), order.price.text(),
                      QString::number(order.quantity), QString::number(order.matchedQuantity),
-                     QString::number(order.cancelledQuantity), statusText(order)});
+                     QString::number(order.cancelledQuantity),
+                     listing.isJson() ? vocabularyText(order) : statusText(order)});
     }
     listing.finish();
     return Succeeded;

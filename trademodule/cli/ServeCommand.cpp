@@ -3,10 +3,10 @@
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
 #include "trademodule/cli/Standby.h"
-#include "trademodule/cli/TerminationSignals.h"
 #include "trademodule/cli/UsageError.h"
 #include "trademodule/ledger/ServingLease.h"
 #include "trading/ModuleVocabulary.h"
+#include "trading/TerminationSignals.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -41,6 +41,9 @@ void beat(ServingLease *lease)
     }
 }
 
+/// A terminal that ends waits two seconds for the module that it started.
+constexpr std::chrono::milliseconds timeToEnd(1700);
+
 /// How long the database's server may take for a statement before it is left as one that hangs.
 constexpr std::chrono::seconds longestStatement(5);
 
@@ -61,9 +64,9 @@ Trading::TradePresence presenceOf(Ledger *ledger, const LedgerServer &server)
     presence.fence = server.fence;
     presence.version = QCoreApplication::applicationVersion();
     presence.protocol = QStringLiteral("1");
-    presence.can =
-        QStringList{QLatin1String(Trading::Capability::CLIENTNO), QLatin1String(Trading::Capability::ACTIONS),
-                    QLatin1String(Trading::Capability::REPLACE)};
+    presence.can = QStringList{
+        QLatin1String(Trading::Capability::CLIENTNO), QLatin1String(Trading::Capability::ACTIONS),
+        QLatin1String(Trading::Capability::REPLACE), QLatin1String(Trading::Capability::OPENORDERS)};
     presence.host = server.process.host;
     presence.process = server.process.number;
     presence.processStart = server.process.start;
@@ -124,6 +127,8 @@ int answerCharts(const Invocation &invocation, Ledger *ledger, ServingLease *lea
     ledger->database()->reconnectAside();
     const TradeService service(invocation.bus(), ledger, presenceOf(ledger, lease->server()));
     tellOnStandardError(service, invocation, *ledger, lease->server());
+    QObject::connect(&service, &TradeService::languageAsked, &service,
+                     [&invocation](const QString &word) { invocation.language()->set(word); });
     QTimer heart;
     QObject::connect(&heart, &QTimer::timeout, &service, [lease] { beat(lease); });
     heart.start(ServingLease::betweenBeats);
@@ -135,7 +140,7 @@ int serve(const Invocation &invocation)
     if (invocation.bus().isEmpty()) {
         throw UsageError(translated("give the directory of the terminal with --bus DIR"));
     }
-    const TerminationSignals signalsQuit;
+    const Trading::TerminationSignals signalsQuit(timeToEnd);
     Ledger ledger(invocation.ledgerOrNew());
     ServingLease lease(ledger.database());
     if (!invocation.isSet(QStringLiteral("standby"))) {

@@ -36,6 +36,9 @@ bool isTotalLine(const StatementRow &row)
 QStringList cellsOfTaken(const StatementRow &row)
 {
     QStringList cells = row.allCells();
+    while (cells.size() < row.columns().count()) { // of a row that is cut short
+        cells.append(QString());
+    }
     const auto change = [&](Column column, const auto &changed) {
         if (row.has(column) && !CellValue::isEmpty(row.cell(column))) {
             const double number = CellValue::number(row.cell(column)).value_or(0);

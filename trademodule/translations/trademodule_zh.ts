@@ -51,50 +51,6 @@
         <source>Unexpected value after &apos;%1&apos;.</source>
         <translation>“%1”之后有多余的值。</translation>
     </message>
-    <message>
-        <source>A word by which &quot;imports --mark&quot; finds this import again.</source>
-        <translation>一个标记，“imports --mark”凭它找到本次导入。</translation>
-    </message>
-    <message>
-        <source>WORD</source>
-        <translation>标记</translation>
-    </message>
-    <message>
-        <source>Tells as JSON the import with this mark, when all changes that were begun are done.</source>
-        <translation>等已开始的更改全部结束后，以 JSON 告知带此标记的导入。</translation>
-    </message>
-    <message>
-        <source>a statement told %1 of %2 at %3 on %4 before; nothing was added</source>
-        <translation>对账单此前已记有 %1 股 %2，价格 %3，日期 %4；未重复登记</translation>
-    </message>
-    <message>
-        <source>the row takes back %1 × %2 of %3, which no earlier row of the statement tells: export a longer time, or undo the import that told it</source>
-        <translation>该行冲销 %3 的 %1 × %2，但对账单前面没有这一笔：请导出更长的时间段，或撤销记入它的那次导入</translation>
-    </message>
-    <message>
-        <source>neither of two counts: %1, beginning with this one, that take an earlier row back; if another import told that row alone, undo it</source>
-        <translation>冲销行 %1，自此行起：与被冲销的行都不计入；若另一次导入只记了被冲销的那一行，请撤销那次导入</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; moves money, but of the column %2 nobody knows what it tells: see --suggest</source>
-        <translation>“%1”涉及资金，但不知道“%2”列的含义：请看 --suggest</translation>
-    </message>
-    <message>
-        <source>income</source>
-        <translation>收入</translation>
-    </message>
-    <message>
-        <source>expense</source>
-        <translation>支出</translation>
-    </message>
-    <message>
-        <source>reversals</source>
-        <translation>冲销</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; tells no day; give the day of the trades with --date</source>
-        <translation>“%1”没有日期；请用 --date 给出成交日期</translation>
-    </message>
 </context>
 <context>
     <name>QIODevice</name>
@@ -176,10 +132,6 @@
     <message>
         <source>quotes of %1 are left alone: orders are dealt against quotes of today, %2</source>
         <translation>忽略 %1 的行情：委托只与今日（%2）的行情撮合</translation>
-    </message>
-    <message>
-        <source>no pipe for signals can be made</source>
-        <translation>无法建立信号管道</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is &quot;%2&quot;, which this trading module does not know</source>
@@ -1584,6 +1536,97 @@
     <message>
         <source>day</source>
         <translation>日期</translation>
+    </message>
+    <message>
+        <source>A word by which &quot;imports --mark&quot; finds this import again.</source>
+        <translation>一个标记，“imports --mark”凭它找到本次导入。</translation>
+    </message>
+    <message>
+        <source>Tells as JSON the import with this mark, when all changes that were begun are done.</source>
+        <translation>等已开始的更改全部结束后，以 JSON 告知带此标记的导入。</translation>
+    </message>
+    <message>
+        <source>a statement told %1 of %2 at %3 on %4 before; nothing was added</source>
+        <translation>对账单此前已记有 %1 股 %2，价格 %3，日期 %4；未重复登记</translation>
+    </message>
+    <message>
+        <source>the row takes back %1 × %2 of %3, which no earlier row of the statement tells: export a longer time, or undo the import that told it</source>
+        <translation>该行冲销 %3 的 %1 × %2，但对账单前面没有这一笔：请导出更长的时间段，或撤销记入它的那次导入</translation>
+    </message>
+    <message>
+        <source>neither of two counts: %1, beginning with this one, that take an earlier row back; if another import told that row alone, undo it</source>
+        <translation>冲销行 %1，自此行起：与被冲销的行都不计入；若另一次导入只记了被冲销的那一行，请撤销那次导入</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; moves money, but of the column %2 nobody knows what it tells: see --suggest</source>
+        <translation>“%1”涉及资金，但不知道“%2”列的含义：请看 --suggest</translation>
+    </message>
+    <message>
+        <source>income</source>
+        <translation>收入</translation>
+    </message>
+    <message>
+        <source>expense</source>
+        <translation>支出</translation>
+    </message>
+    <message>
+        <source>reversals</source>
+        <translation>冲销</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; tells no day; give the day of the trades with --date</source>
+        <translation>“%1”没有日期；请用 --date 给出成交日期</translation>
+    </message>
+</context>
+<context>
+    <name>OrderStatus</name>
+    <message>
+        <source>not sent</source>
+        <translation>未报</translation>
+    </message>
+    <message>
+        <source>on its way</source>
+        <translation>正报</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>已报</translation>
+    </message>
+    <message>
+        <source>being cancelled</source>
+        <translation>已报待撤</translation>
+    </message>
+    <message>
+        <source>part dealt, being cancelled</source>
+        <translation>部成待撤</translation>
+    </message>
+    <message>
+        <source>part dealt, rest cancelled</source>
+        <translation>部撤</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>已撤</translation>
+    </message>
+    <message>
+        <source>part dealt</source>
+        <translation>部成</translation>
+    </message>
+    <message>
+        <source>dealt</source>
+        <translation>已成</translation>
+    </message>
+    <message>
+        <source>void</source>
+        <translation>废单</translation>
+    </message>
+    <message>
+        <source>to be sent</source>
+        <translation>待报</translation>
+    </message>
+    <message>
+        <source>confirmed</source>
+        <translation>已确认</translation>
     </message>
 </context>
 </TS>

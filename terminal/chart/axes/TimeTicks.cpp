@@ -58,11 +58,27 @@ QString dateLabel(const QDate &date, const QDate &previous, const CalendarStep &
     return date.toString(step.months > 0 ? QStringLiteral("yyyy-MM") : QStringLiteral("MM-dd"));
 }
 
+/// In the most ordinary part of the range: a gap of years in the bars does not make the others rarer.
+double calendarDaysPerBar(const Bars &bars, const BarRange &range)
+{
+    constexpr size_t mostParts = 15;
+    constexpr size_t leastBars = 10; // two weeks of days, so that a weekend counts
+    const size_t count = range.end - range.first;
+    const size_t parts = std::clamp<size_t>(count / leastBars, 1, mostParts);
+    std::vector<double> rates;
+    for (size_t part = 0; part < parts; ++part) {
+        const size_t first = range.first + count * part / parts;
+        const size_t next = std::min(range.first + count * (part + 1) / parts, range.end - 1);
+        const auto days = calendarDay(bars[first]).daysTo(calendarDay(bars[next]));
+        rates.push_back(static_cast<double>(days) / static_cast<double>(std::max<size_t>(next - first, 1)));
+    }
+    std::sort(rates.begin(), rates.end());
+    return rates[rates.size() / 2];
+}
+
 const CalendarStep &fittingStep(const Bars &bars, const BarRange &range, double spacing)
 {
-    const double days =
-        static_cast<double>(calendarDay(bars[range.first]).daysTo(calendarDay(bars[range.end - 1]))) + 1;
-    const double daysPerBar = days / static_cast<double>(range.end - range.first);
+    const double daysPerBar = calendarDaysPerBar(bars, range);
     const auto *const fitting =
         std::find_if(std::begin(calendarSteps), std::end(calendarSteps),
                      [=](const CalendarStep &step) { return step.averageDays >= spacing * daysPerBar; });

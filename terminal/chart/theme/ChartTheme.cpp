@@ -16,7 +16,7 @@ ChartTheme darkTheme()
     theme.border = QColor(0x2c3347);
     theme.text = QColor(0xd7dbe4);
     theme.mutedText = QColor(0x8b93a7);
-    theme.rise = QColor(0xe2433b);
+    theme.rise = QColor(0xf0625a);
     theme.fall = QColor(0x1aa178);
     theme.both = QColor(0xa078f0);
     theme.crosshair = QColor(0x8b93a7);
@@ -25,6 +25,7 @@ ChartTheme darkTheme()
     theme.line = QColor(0xf0a83c);
     theme.lineText = QColor(0x1a1408);
     theme.accent = QColor(0x4c8dff);
+    theme.fillText = QColor(0x0b0e14);
     return theme;
 }
 
@@ -37,16 +38,17 @@ ChartTheme lightTheme()
     theme.grid = QColor(0xeceff4);
     theme.border = QColor(0xd9dde6);
     theme.text = QColor(0x1d2433);
-    theme.mutedText = QColor(0x697386);
-    theme.rise = QColor(0xd9352c);
-    theme.fall = QColor(0x0f8a63);
+    theme.mutedText = QColor(0x5f697b);
+    theme.rise = QColor(0xcb2d24);
+    theme.fall = QColor(0x0b7d59);
     theme.both = QColor(0x7447d1);
-    theme.crosshair = QColor(0x697386);
+    theme.crosshair = QColor(0x5f697b);
     theme.tag = QColor(0x3d475c);
     theme.tagText = QColor(0xffffff);
-    theme.line = QColor(0xc77700);
+    theme.line = QColor(0x9c5d00);
     theme.lineText = QColor(0xffffff);
-    theme.accent = QColor(0x1f6feb);
+    theme.accent = QColor(0x1b66dd);
+    theme.fillText = QColor(0xffffff);
     return theme;
 }
 
@@ -71,7 +73,7 @@ QPalette widgetPalette(const ChartTheme &theme)
     palette.setColor(QPalette::Text, theme.text);
     palette.setColor(QPalette::ButtonText, theme.text);
     palette.setColor(QPalette::Highlight, theme.accent);
-    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::HighlightedText, theme.fillText);
     palette.setColor(QPalette::ToolTipBase, theme.surface);
     palette.setColor(QPalette::ToolTipText, theme.text);
     palette.setColor(QPalette::PlaceholderText, theme.mutedText);
@@ -95,20 +97,26 @@ QString windowStyleSheet(const ChartTheme &theme)
     return QStringLiteral(
                "QMainWindow { background: %1; }"
                "QToolBar { background: %1; border: none; border-bottom: 1px solid %2; spacing: 4px; padding: "
-               "5px 8px; }"
+               "3px 8px; }"
                "QToolBar::separator { background: %2; width: 1px; margin: 5px 6px; }"
                "QToolButton, QComboBox { color: %3; background: transparent; border: 1px solid transparent;"
-               "  border-radius: 4px; padding: 4px 8px; }"
+               "  border-radius: 4px; padding: 4px 7px; }"
                "QComboBox { border-color: %2; min-width: 8em; }"
                "QComboBox#shortChoice { min-width: 3.5em; }"
                "QToolBar QLabel { color: %5; padding: 0 8px; }"
                "QToolButton:hover, QComboBox:hover { background: %2; }"
-               "QToolButton:checked { color: white; background: %4; }"
-               "QToolButton:focus, QComboBox:focus { border-color: %4; }"
+               "QToolButton:checked { color: %6; background: %4; }"
+               "QToolButton:focus, QComboBox:focus { border-color: %3; }"
+               "QToolBarExtension { background: %4; border-radius: 4px; }"
+               "QSlider::groove:horizontal { background: %5; height: 4px; border-radius: 2px; }"
+               "QSlider::handle:horizontal { background: %3; width: 10px; margin: -6px 0; border-radius: "
+               "5px; }"
+               "QSlider::handle:horizontal:disabled { background: %5; }"
+               "QSlider::handle:horizontal:focus { border: 2px solid %4; }"
                "QToolButton:disabled { color: %5; } QToolButton:checked:disabled { background: %2; }"
                "QMenu { color: %3; background: %1; border: 1px solid %2; padding: 4px; }"
                "QMenu::item { padding: 5px 18px; border-radius: 3px; }"
-               "QMenu::item:selected { color: white; background: %4; }"
+               "QMenu::item:selected { color: %6; background: %4; } QMenu::item:disabled { color: %5; }"
                "#practiceStrip { color: %3; background: %1; border: 2px solid %3; padding: 3px 8px; "
                "font-weight: bold; }"
                "#stateStrip { background: %1; border-top: 1px solid %2; }"
@@ -117,7 +125,7 @@ QString windowStyleSheet(const ChartTheme &theme)
                "#stateStrip QLabel[trouble=\"true\"] { color: %3; font-weight: bold; }"
                "#messageBar { color: %3; background: %1; border: 1px solid %4; border-radius: 4px; }")
         .arg(theme.surface.name(), theme.border.name(), theme.text.name(), theme.accent.name(),
-             theme.mutedText.name());
+             theme.mutedText.name(), theme.fillText.name());
 }
 
 } // namespace Terminal

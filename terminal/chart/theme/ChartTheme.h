@@ -29,7 +29,8 @@ struct ChartTheme
     QColor tagText;
     QColor line; ///< line series of overlays
     QColor lineText;
-    QColor accent; ///< what is chosen or has the focus
+    QColor accent;   ///< what is chosen or has the focus
+    QColor fillText; ///< on what is filled with the colour of a side, of both, or of what is chosen
 };
 
 ChartTheme makeTheme(ThemeKind kind, RiseColour rise);

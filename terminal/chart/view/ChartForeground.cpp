@@ -113,7 +113,7 @@ void ChartForeground::paintLastPrice(QPainter *painter) const
     painter->setPen(QPen(colour, 1, Qt::DotLine));
     painter->drawLine(area.left(), y, area.right(), y);
     coverTicks(painter, y);
-    paintPriceTag(painter, last.close, colour, Qt::white);
+    paintPriceTag(painter, last.close, colour, theme.fillText);
 }
 
 /// A label of the axis that the tag would cover in part is hidden whole.

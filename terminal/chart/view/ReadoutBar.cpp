@@ -7,6 +7,10 @@
 
 #include <QPainter>
 
+#include <algorithm>
+#include <numeric>
+#include <vector>
+
 namespace Terminal {
 
 namespace {
@@ -23,6 +27,31 @@ QFont sized(QFont font, int pixels, bool bold)
     font.setPixelSize(pixels);
     font.setBold(bold);
     return font;
+}
+
+/// A figure of the read-out.
+struct Field
+{
+    QString caption;
+    QString value;
+    QColor colour;
+    int worth; ///< where there is no room for all, those that are worth less are left out
+};
+
+int widthOf(const QFontMetrics &metrics, const Field &field)
+{
+    const int caption = field.caption.isEmpty() ? 0 : metrics.horizontalAdvance(field.caption) + gap;
+    return caption + metrics.horizontalAdvance(field.value) + fieldGap;
+}
+
+/// No figure is cut: half a price would be another one.
+void leaveOut(std::vector<Field> *fields, const QFontMetrics &metrics, int room)
+{
+    const auto needed = [&metrics](int sum, const Field &field) { return sum + widthOf(metrics, field); };
+    const auto isWorthLess = [](const Field &one, const Field &other) { return one.worth < other.worth; };
+    while (!fields->empty() && std::accumulate(fields->begin(), fields->end(), -fieldGap, needed) > room) {
+        fields->erase(std::min_element(fields->begin(), fields->end(), isWorthLess));
+    }
 }
 
 /// Writes `text` at x on the middle line; returns where it ends.
@@ -117,20 +146,16 @@ void ReadoutBar::paintNumbers(QPainter *painter, int x) const
     const Bar &bar = m_chart->data().bars[number];
     const double change = changeAt(number, m_chart->data());
     const QColor colour = change >= 0 ? theme.rise : theme.fall;
-    const struct
-    {
-        QString caption;
-        QString value;
-        QColor colour;
-    } fields[] = {
-        {QString(), timeText(bar), theme.text},
-        {tr("Open"), shownPrice(bar.open), colour},
-        {tr("High"), shownPrice(bar.high), colour},
-        {tr("Low"), shownPrice(bar.low), colour},
-        {tr("Close"), shownPrice(bar.close), colour},
-        {tr("Change"), changeText(change), colour},
-        {tr("Volume"), volumeText(bar.volume, m_language), theme.text},
+    std::vector<Field> fields{
+        {QString(), timeText(bar), theme.text, 6},
+        {tr("Open"), shownPrice(bar.open), colour, 3},
+        {tr("High"), shownPrice(bar.high), colour, 2},
+        {tr("Low"), shownPrice(bar.low), colour, 1},
+        {tr("Close"), shownPrice(bar.close), colour, 5},
+        {tr("Change"), changeText(change), colour, 4},
+        {tr("Volume"), volumeText(bar.volume, m_language), theme.text, 0},
     };
+    leaveOut(&fields, painter->fontMetrics(), width() - x - margin);
     for (const auto &field : fields) {
         if (!field.caption.isEmpty()) {
             x = write(painter, x, field.caption, theme.mutedText) + gap;

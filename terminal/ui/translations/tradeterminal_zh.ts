@@ -683,16 +683,28 @@
         <translation>日线</translation>
     </message>
     <message>
-        <source>Hide amounts</source>
-        <translation>隐藏金额</translation>
-    </message>
-    <message>
         <source>Chart</source>
         <translation>图表</translation>
     </message>
     <message>
-        <source>%1: %2</source>
-        <translation>%1：%2</translation>
+        <source>Shows the chart so (%1)</source>
+        <translation>切换到这种图（%1）</translation>
+    </message>
+    <message>
+        <source>Type a part of the code or name, or the first letters of its syllables (Ctrl+L)</source>
+        <translation>输入代码或名称的一部分，或拼音首字母（Ctrl+L）</translation>
+    </message>
+    <message>
+        <source>The recorded day that the minutes are of</source>
+        <translation>分时图所属的记录日</translation>
+    </message>
+    <message>
+        <source>Hide amounts</source>
+        <translation>隐藏金额</translation>
+    </message>
+    <message>
+        <source>Shows no figure of the account, so that others may look on</source>
+        <translation>不显示账户的任何数字，旁人可以一起看</translation>
     </message>
 </context>
 <context>
@@ -731,6 +743,10 @@
     <message>
         <source>Practice: %1</source>
         <translation>练习：%1</translation>
+    </message>
+    <message>
+        <source>The holidays of this year are not known: it may be one.</source>
+        <translation>今年的节假日未知：今天也可能休市。</translation>
     </message>
 </context>
 <context>
@@ -817,6 +833,10 @@
     <message>
         <source>Positions · refused: %1</source>
         <translation>持仓 · 被拒绝：%1</translation>
+    </message>
+    <message>
+        <source>Working orders</source>
+        <translation>挂单</translation>
     </message>
 </context>
 <context>
@@ -1085,54 +1105,6 @@
         <source>Sell</source>
         <translation>卖出</translation>
     </message>
-    <message>
-        <source>not sent</source>
-        <translation>未报</translation>
-    </message>
-    <message>
-        <source>on its way</source>
-        <translation>正报</translation>
-    </message>
-    <message>
-        <source>being cancelled</source>
-        <translation>已报待撤</translation>
-    </message>
-    <message>
-        <source>part dealt, being cancelled</source>
-        <translation>部成待撤</translation>
-    </message>
-    <message>
-        <source>part dealt, rest cancelled</source>
-        <translation>部撤</translation>
-    </message>
-    <message>
-        <source>cancelled</source>
-        <translation>已撤</translation>
-    </message>
-    <message>
-        <source>part dealt</source>
-        <translation>部成</translation>
-    </message>
-    <message>
-        <source>dealt</source>
-        <translation>已成</translation>
-    </message>
-    <message>
-        <source>void</source>
-        <translation>废单</translation>
-    </message>
-    <message>
-        <source>to be sent</source>
-        <translation>待报</translation>
-    </message>
-    <message>
-        <source>confirmed</source>
-        <translation>已确认</translation>
-    </message>
-    <message>
-        <source>open</source>
-        <translation>已报</translation>
-    </message>
 </context>
 <context>
     <name>TradeTables</name>
@@ -1351,6 +1323,58 @@
         <translation>%1：结果未知，正就同一笔委托再次询问；请先不要重新下单</translation>
     </message>
     <message>
+        <source>… and %1 more</source>
+        <translation>……另有 %1 笔</translation>
+    </message>
+    <message>
+        <source>%1, order %2</source>
+        <translation>%1，委托 %2</translation>
+    </message>
+    <message>
+        <source>Cancel orders</source>
+        <translation>撤单</translation>
+    </message>
+    <message>
+        <source>Cancel these %1 orders?</source>
+        <translation>撤这 %1 笔委托？</translation>
+    </message>
+    <message>
+        <source>Cancel all %1</source>
+        <translation>全部撤掉（%1 笔）</translation>
+    </message>
+    <message>
+        <source>Keep them</source>
+        <translation>保留</translation>
+    </message>
+    <message>
+        <source>Orders are waiting</source>
+        <translation>还有挂单</translation>
+    </message>
+    <message>
+        <source>Leave while %1 orders may still be dealt?</source>
+        <translation>还有 %1 笔委托可能成交，要离开吗？</translation>
+    </message>
+    <message>
+        <source>They are not cancelled; nothing here tells you when they are dealt.</source>
+        <translation>委托不会撤销；离开后成交时这里不会提醒。</translation>
+    </message>
+    <message>
+        <source>Leave</source>
+        <translation>离开</translation>
+    </message>
+    <message>
+        <source>Stay</source>
+        <translation>留下</translation>
+    </message>
+    <message>
+        <source>Part dealt: %1</source>
+        <translation>部分成交：%1</translation>
+    </message>
+    <message>
+        <source>Dealt: %1</source>
+        <translation>已成交：%1</translation>
+    </message>
+    <message>
         <source>%1: replacing it at %2</source>
         <translation>%1：正在改价为 %2</translation>
     </message>
@@ -1432,12 +1456,12 @@
         <translation>只能回放分时图。</translation>
     </message>
     <message>
-        <source>the trading module on this bus does not say which account it serves</source>
-        <translation>这条总线上的交易模块没有说明它服务哪个账户</translation>
-    </message>
-    <message>
         <source>the trading module on this bus serves another account: %1</source>
         <translation>这条总线上的交易模块服务的是另一个账户：%1</translation>
+    </message>
+    <message>
+        <source>the trading module on this bus does not say which account it serves</source>
+        <translation>这条总线上的交易模块没有说明它服务哪个账户</translation>
     </message>
     <message>
         <source>This account practises %1 on %2: begin another practice for another day.</source>
@@ -1752,10 +1776,6 @@
 <context>
     <name>ModuleState</name>
     <message>
-        <source>It does not say which ledger it serves</source>
-        <translation>它没有说明自己服务哪个账本</translation>
-    </message>
-    <message>
         <source>Trading module: not asked</source>
         <translation>交易模块：未查询</translation>
     </message>
@@ -1838,6 +1858,10 @@
     <message>
         <source>Trading module: answers, of another version</source>
         <translation>交易模块：已应答，版本不同</translation>
+    </message>
+    <message>
+        <source>It does not say which ledger it serves</source>
+        <translation>它没有说明自己服务哪个账本</translation>
     </message>
 </context>
 <context>
@@ -2958,6 +2982,351 @@ All its entries leave the ledger.</source>
     </message>
 </context>
 <context>
+    <name>OrderStatus</name>
+    <message>
+        <source>not sent</source>
+        <translation>未报</translation>
+    </message>
+    <message>
+        <source>on its way</source>
+        <translation>正报</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>已报</translation>
+    </message>
+    <message>
+        <source>being cancelled</source>
+        <translation>已报待撤</translation>
+    </message>
+    <message>
+        <source>part dealt, being cancelled</source>
+        <translation>部成待撤</translation>
+    </message>
+    <message>
+        <source>part dealt, rest cancelled</source>
+        <translation>部撤</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>已撤</translation>
+    </message>
+    <message>
+        <source>part dealt</source>
+        <translation>部成</translation>
+    </message>
+    <message>
+        <source>dealt</source>
+        <translation>已成</translation>
+    </message>
+    <message>
+        <source>void</source>
+        <translation>废单</translation>
+    </message>
+    <message>
+        <source>to be sent</source>
+        <translation>待报</translation>
+    </message>
+    <message>
+        <source>confirmed</source>
+        <translation>已确认</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::OverlayBar</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>Overlays</source>
+        <translation>图层</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::DealNotice</name>
+    <message>
+        <source>Sound when an order is dealt</source>
+        <translation>成交时响铃</translation>
+    </message>
+    <message>
+        <source>Desktop notification when an order is dealt</source>
+        <translation>成交时发桌面通知</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::HelpMenu</name>
+    <message>
+        <source>%1 %2
+
+Charts with your own trades, orders and costs on them, and a trading module that keeps your account. Orders of its paper exchange move no real money.
+
+The guides are in the folder docs of the program's documentation.</source>
+        <translation>%1 %2
+
+在行情图上看自己的成交、委托和成本，并有保存账户的交易模块。模拟交易所的委托不动用真实资金。
+
+使用指南在程序文档的 docs 文件夹里。</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>关于</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>帮助</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>快捷键</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::OrdersBar</name>
+    <message>
+        <source>This security</source>
+        <translation>本证券</translation>
+    </message>
+    <message>
+        <source>All working</source>
+        <translation>全部挂单</translation>
+    </message>
+    <message>
+        <source>Which orders are listed</source>
+        <translation>列出哪些委托</translation>
+    </message>
+    <message>
+        <source>The day's orders of the shown security, or the orders of all securities that may still be dealt</source>
+        <translation>所示证券当日的委托，或全部证券仍可能成交的委托</translation>
+    </message>
+    <message>
+        <source>Cancel selected…</source>
+        <translation>撤选中…</translation>
+    </message>
+    <message>
+        <source>Asks before it cancels the selected orders (Delete in the list)</source>
+        <translation>先询问，再撤选中的委托（列表中按 Delete）</translation>
+    </message>
+    <message>
+        <source>Cancel all…</source>
+        <translation>全撤…</translation>
+    </message>
+    <message>
+        <source>Asks before it cancels all orders of the list that can be cancelled</source>
+        <translation>先询问，再撤列表中所有可撤的委托</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::PositionsView</name>
+    <message>
+        <source>Show its chart</source>
+        <translation>看它的图</translation>
+    </message>
+    <message>
+        <source>Close this position…</source>
+        <translation>平掉这笔持仓…</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::TradeDock</name>
+    <message>
+        <source>Close: %1</source>
+        <translation>关闭：%1</translation>
+    </message>
+</context>
+<context>
+    <name>WatchTable</name>
+    <message>
+        <source>Code</source>
+        <translation>代码</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Last</source>
+        <translation>现价</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>涨跌</translation>
+    </message>
+    <message>
+        <source>No price is known</source>
+        <translation>没有已知价格</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::WatchView</name>
+    <message>
+        <source>Show its chart</source>
+        <translation>看它的图</translation>
+    </message>
+    <message>
+        <source>Take it off the list</source>
+        <translation>移出自选</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::WatchDock</name>
+    <message>
+        <source>Watch list</source>
+        <translation>自选</translation>
+    </message>
+    <message>
+        <source>Watch the shown security</source>
+        <translation>加入或移出自选</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::KeysDialog</name>
+    <message>
+        <source>Keys</source>
+        <translation>快捷键</translation>
+    </message>
+    <message>
+        <source>The window</source>
+        <translation>窗口</translation>
+    </message>
+    <message>
+        <source>look for a security by code, name or the first letters of its syllables</source>
+        <translation>按代码、名称或拼音首字母找证券</translation>
+    </message>
+    <message>
+        <source>minutes, days, weeks, months</source>
+        <translation>分时、日线、周线、月线</translation>
+    </message>
+    <message>
+        <source>show or hide an overlay</source>
+        <translation>显示或隐藏图层</translation>
+    </message>
+    <message>
+        <source>hide or show amounts</source>
+        <translation>隐藏或显示金额</translation>
+    </message>
+    <message>
+        <source>put the shown security on the watch list, or take it away</source>
+        <translation>把所示证券加入或移出自选</translation>
+    </message>
+    <message>
+        <source>watch list</source>
+        <translation>自选</translation>
+    </message>
+    <message>
+        <source>adjusted prices</source>
+        <translation>前复权</translation>
+    </message>
+    <message>
+        <source>export the chart</source>
+        <translation>导出图片</translation>
+    </message>
+    <message>
+        <source>to the next control, and back</source>
+        <translation>到下一个控件，或退回</translation>
+    </message>
+    <message>
+        <source>these keys</source>
+        <translation>本页</translation>
+    </message>
+    <message>
+        <source>The chart</source>
+        <translation>行情图</translation>
+    </message>
+    <message>
+        <source>move the chart</source>
+        <translation>移动</translation>
+    </message>
+    <message>
+        <source>move it by its width</source>
+        <translation>移动一屏</translation>
+    </message>
+    <message>
+        <source>first and last bars</source>
+        <translation>最早和最新</translation>
+    </message>
+    <message>
+        <source>zoom</source>
+        <translation>缩放</translation>
+    </message>
+    <message>
+        <source>next and last mark</source>
+        <translation>下一个、上一个标记</translation>
+    </message>
+    <message>
+        <source>list what is at the mark</source>
+        <translation>列出标记处的内容</translation>
+    </message>
+    <message>
+        <source>leave the marks</source>
+        <translation>离开标记</translation>
+    </message>
+    <message>
+        <source>Orders</source>
+        <translation>委托</translation>
+    </message>
+    <message>
+        <source>ticket: buy, sell</source>
+        <translation>下单：买入、卖出</translation>
+    </message>
+    <message>
+        <source>orders and positions</source>
+        <translation>委托与持仓</translation>
+    </message>
+    <message>
+        <source>in the ticket: send the order</source>
+        <translation>在下单处：发出委托</translation>
+    </message>
+    <message>
+        <source>from the ticket back to the chart</source>
+        <translation>从下单处回到图</translation>
+    </message>
+    <message>
+        <source>in a list: cancel the selected orders, close the position</source>
+        <translation>在列表中：撤选中的委托，平掉持仓</translation>
+    </message>
+    <message>
+        <source>in a list: the chart of the row</source>
+        <translation>在列表中：看该行的图</translation>
+    </message>
+    <message>
+        <source>Replay</source>
+        <translation>回放</translation>
+    </message>
+    <message>
+        <source>play the shown day, or end it</source>
+        <translation>回放所示的一天，或结束</translation>
+    </message>
+    <message>
+        <source>play, pause</source>
+        <translation>播放、暂停</translation>
+    </message>
+    <message>
+        <source>one minute on</source>
+        <translation>前进一分钟</translation>
+    </message>
+    <message>
+        <source>slower, faster</source>
+        <translation>慢、快</translation>
+    </message>
+    <message>
+        <source>begin the day again</source>
+        <translation>从头开始</translation>
+    </message>
+    <message>
+        <source>results, trades</source>
+        <translation>盈亏、成交</translation>
+    </message>
+    <message>
+        <source>trades and open orders on the chart, or none</source>
+        <translation>在图上显示成交和挂单，或不显示</translation>
+    </message>
+    <message>
+        <source>take in statements and bars</source>
+        <translation>导入交割单和行情</translation>
+    </message>
+</context>
+<context>
     <name>TradesTable</name>
     <message>
         <source>Date</source>
@@ -3213,6 +3582,49 @@ All its entries leave the ledger.</source>
     <message>
         <source>These are bars of %1 minutes; the terminal takes each for one minute.</source>
         <translation>这是 %1 分钟线；终端把每根当作一分钟。</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::MarketHours</name>
+    <message>
+        <source>Market closed</source>
+        <translation>休市</translation>
+    </message>
+    <message>
+        <source>Before the open</source>
+        <translation>开盘前</translation>
+    </message>
+    <message>
+        <source>Opening auction</source>
+        <translation>开盘集合竞价</translation>
+    </message>
+    <message>
+        <source>Before the morning session</source>
+        <translation>等待开盘</translation>
+    </message>
+    <message>
+        <source>Morning session</source>
+        <translation>上午交易</translation>
+    </message>
+    <message>
+        <source>Noon break</source>
+        <translation>午间休市</translation>
+    </message>
+    <message>
+        <source>Afternoon session</source>
+        <translation>下午交易</translation>
+    </message>
+    <message>
+        <source>Closing auction</source>
+        <translation>收盘集合竞价</translation>
+    </message>
+    <message>
+        <source>After the close</source>
+        <translation>已收盘</translation>
+    </message>
+    <message>
+        <source>Trading at the closing price</source>
+        <translation>盘后定价交易</translation>
     </message>
 </context>
 </TS>

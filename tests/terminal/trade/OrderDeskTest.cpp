@@ -492,5 +492,40 @@ TEST_F(OrderDeskTest, HasOneQuestionOfAKindOpenHoweverManyNotificationsCome)
         << "what came meanwhile is asked once more";
 }
 
+TEST_F(OrderDeskTest, KnowsTheWorkingOrdersOfAllSecuritiesOfAModuleThatTellsThem)
+{
+    EXPECT_FALSE(m_desk.workingOrders());
+    EXPECT_EQ(countOf("OpenOrders"), 0U) << "it is no command for every module";
+    m_module.setAnswer(QStringLiteral("OpenOrders"),
+                       withData(QJsonArray{orderRow("3", "2"), orderRow("4", "7")}));
+    bool tells = true;
+    m_desk.setModule([&tells] {
+        DeskModule module;
+        module.tellsOpenOrders = tells;
+        return module;
+    });
+    m_desk.refresh();
+    ASSERT_TRUE(waitUntil([this] { return m_desk.workingOrders() && m_desk.workingOrders()->size() == 2; }));
+
+    tells = false;
+    m_desk.refresh();
+    EXPECT_FALSE(m_desk.workingOrders()) << "nobody tells whether they are still there";
+}
+
+TEST_F(OrderDeskTest, TellsTheModuleInWhichLanguageItIsToSpeak)
+{
+    m_desk.setLanguage(QStringLiteral("en"));
+    m_desk.refresh();
+    ASSERT_TRUE(waitUntil([this] {
+        return m_module.asked(QStringLiteral("AccountInfo")).back().value(QLatin1String("lang")) ==
+               QStringLiteral("en");
+    }));
+    letPass();
+    EXPECT_EQ(m_module.asked(QStringLiteral("EntrustPlace")).back().value(QLatin1String("lang")),
+              QStringLiteral("en"));
+    EXPECT_FALSE(m_module.asked(QStringLiteral("EntrustTodayTrade")).back().contains(QLatin1String("lang")))
+        << "what every trading module is asked stays as it is";
+}
+
 } // namespace
 } // namespace Terminal

@@ -8,12 +8,15 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTableView>
 #include <QTest>
 #include <QTextDocument>
@@ -80,6 +83,9 @@ protected:
         const QAbstractItemView &cells = *table;
         QStringList cut;
         for (int column = 0; column < header.count(); ++column) {
+            if (header.isSectionHidden(column)) {
+                continue;
+            }
             const int needed = std::max(header.sectionSizeHint(column), cells.sizeHintForColumn(column));
             const int end = header.sectionViewportPosition(column) + header.sectionSize(column);
             if (header.sectionSize(column) < needed || end > table->viewport()->width()) {
@@ -186,7 +192,7 @@ TEST_F(OrdersPanelTest, CancelsTheOrderThatItsMenuWasOpenedForWhateverComesMeanw
     show(besideTheTicket);
     QStringList asked;
     QObject::connect(&m_panel, &OrdersPanel::cancelAsked, &m_panel,
-                     [&asked](const OrderRecord &order) { asked.append(order.number); });
+                     [&asked](const OrderRecords &orders) { asked.append(orders.front().number); });
     QTableView *const orders = table("ordersView");
     whenOpen<QMenu>([this](QMenu *menu) {
         m_panel.setOrders({waitingOrder("1"), waitingOrder("2"), waitingOrder("3")}, std::nullopt);
@@ -258,7 +264,7 @@ TEST_F(OrdersPanelTest, SaysWhyTheModuleTellsNeitherOrdersNorTheAccount)
     m_panel.setRefusals(QStringLiteral("the ledger is locked"), QStringLiteral("only 5000.00 <b>left</b>"));
     EXPECT_THAT(captions(), ::testing::HasSubstr("the ledger is locked"));
     EXPECT_THAT(captions(), ::testing::HasSubstr("5000.00 <b>left</b>"));
-    for (const QLabel *const label : m_panel.findChildren<QLabel *>(QStringLiteral("panelCaption"))) {
+    for (const QLabel *const label : m_panel.findChildren<QLabel *>()) {
         EXPECT_EQ(label->textFormat(), Qt::PlainText);
     }
     m_panel.setAmountsHidden(true);
@@ -320,6 +326,90 @@ TEST_F(OrdersPanelTest, ShowsMarkupOfANameInItsTipAsItIsWritten)
     QTextDocument shown;
     shown.setHtml(QToolTip::text());
     EXPECT_EQ(shown.toPlainText(), name);
+}
+
+OrderRecord waitingOrderOf(const char *code, const char *number)
+{
+    OrderRecord waiting = waitingOrder(number);
+    waiting.security = {QLatin1String(code), Market::Shanghai, {}};
+    return waiting;
+}
+
+TEST_F(OrdersPanelTest, ListsTheWorkingOrdersOfAllSecuritiesWhenTheyAreChosen)
+{
+    m_panel.setOrders({order(100)}, std::nullopt);
+    show(besideTheTicket);
+    auto *const scope = m_panel.findChild<QComboBox *>(QStringLiteral("orderScope"));
+    EXPECT_FALSE(scope->isEnabled()) << "they are not known";
+    m_panel.setWorkingOrders(OrderRecords{waitingOrderOf("600519", "1"), waitingOrderOf("600536", "2")});
+    EXPECT_TRUE(scope->isEnabled());
+    const QTableView *const orders = table("ordersView");
+    EXPECT_EQ(orders->model()->rowCount(), 1);
+
+    scope->setCurrentIndex(1);
+    EXPECT_EQ(orders->model()->rowCount(), 2);
+    EXPECT_FALSE(orders->isColumnHidden(static_cast<int>(OrderColumn::Security)));
+    EXPECT_EQ(orders->model()->index(1, static_cast<int>(OrderColumn::Security)).data(),
+              QStringLiteral("600519"));
+
+    m_panel.setWorkingOrders(std::nullopt);
+    EXPECT_EQ(orders->model()->rowCount(), 1) << "those of the shown security, which are known";
+    EXPECT_TRUE(orders->isColumnHidden(static_cast<int>(OrderColumn::Security)));
+}
+
+TEST_F(OrdersPanelTest, AsksForTheCancellationOfOneOfTheSelectedAndOfAll)
+{
+    m_panel.setOrders({waitingOrder("1"), waitingOrder("2"), order(100), waitingOrder("4")}, std::nullopt);
+    show(besideTheTicket);
+    std::vector<size_t> asked;
+    QObject::connect(&m_panel, &OrdersPanel::cancelAsked, &m_panel,
+                     [&asked](const OrderRecords &orders) { asked.push_back(orders.size()); });
+    auto *const ofSelected = m_panel.findChild<QPushButton *>(QStringLiteral("cancelSelected"));
+    auto *const ofAll = m_panel.findChild<QPushButton *>(QStringLiteral("cancelAll"));
+    EXPECT_FALSE(ofSelected->isEnabled());
+    m_panel.select({order(100)});
+    EXPECT_FALSE(ofSelected->isEnabled()) << "it is dealt";
+    m_panel.select({waitingOrder("1"), waitingOrder("2"), order(100)});
+    ofSelected->click();
+    ofAll->click();
+    m_panel.select({waitingOrder("4")});
+    QTest::keyClick(table("ordersView"), Qt::Key_Delete);
+    EXPECT_EQ(asked, (std::vector<size_t>{2, 3, 1}));
+}
+
+TEST_F(OrdersPanelTest, LeadsFromAPositionToItsChartAndToItsClosing)
+{
+    m_panel.setAccount(holding(18500));
+    show(besideTheTicket);
+    QSignalSpy charts(&m_panel, &OrdersPanel::chartAsked);
+    qint64 closing = 0;
+    QObject::connect(&m_panel, &OrdersPanel::closeAsked, &m_panel,
+                     [&closing](const Position &position) { closing = position.sellable; });
+    positions()->setFocus();
+    positions()->setCurrentIndex(positions()->model()->index(0, 0));
+    QTest::keyClick(positions(), Qt::Key_Return);
+    EXPECT_EQ(charts.count(), 1);
+    QTest::keyClick(positions(), Qt::Key_Delete);
+    EXPECT_EQ(closing, 2500);
+}
+
+TEST_F(OrdersPanelTest, ShowsOneTableAtATimeWhereBothAreTooWideAndCutsNothingThere)
+{
+    constexpr int besideTheTicketOfASmallWindow = 547;
+    m_panel.setOrders({order(12000)}, std::nullopt);
+    m_panel.setAccount(holding(18500));
+    show(besideTheTicketOfASmallWindow);
+    auto *const tabs = m_panel.findChild<QTabBar *>();
+    EXPECT_TRUE(tabs->isVisible());
+    EXPECT_TRUE(table("ordersView")->isVisible());
+    EXPECT_FALSE(positions()->isVisible());
+    tabs->setCurrentIndex(1);
+    QApplication::processEvents();
+    EXPECT_FALSE(table("ordersView")->isVisible());
+    EXPECT_TRUE(positions()->isVisible());
+    EXPECT_EQ(cutColumns(positions()), QStringList());
+    m_panel.focusOrders();
+    EXPECT_TRUE(table("ordersView")->isVisible());
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 #include <gmock/gmock.h>
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -240,6 +241,92 @@ TEST_F(TradeDocksTest, TellTwoCancellationsBesideEachOther)
     }
     EXPECT_THAT(lines[0].toStdString(), ::testing::HasSubstr("18"));
     EXPECT_THAT(lines[1].toStdString(), ::testing::HasSubstr("dealt already"));
+}
+
+/// With two orders that wait, of other securities than the chart's.
+class TradeDocksWithWorkingOrders : public TradeDocksTest
+{
+protected:
+    void openDocksWithOrders()
+    {
+        QJsonObject other = orderRow("4", "2");
+        other.insert(QStringLiteral("stkcode"), QStringLiteral("600536"));
+        m_module.setAnswer(QStringLiteral("OpenOrders"), withData(QJsonArray{orderRow("3", "2"), other}));
+        openDocks({QStringLiteral("000001"), ChartPeriod::Day});
+        desk()->setModule([] {
+            DeskModule module;
+            module.tellsOpenOrders = true;
+            return module;
+        });
+        desk()->refresh();
+        ASSERT_TRUE(waitUntil([this] { return desk()->workingOrders().has_value(); }));
+    }
+};
+
+TEST_F(TradeDocksWithWorkingOrders, AskBeforeTheWindowIsLeft)
+{
+    openDocksWithOrders();
+    m_window->show();
+    whenOpen<QMessageBox>([](QMessageBox *box) { box->defaultButton()->click(); });
+    EXPECT_FALSE(m_window->close());
+    EXPECT_TRUE(m_window->isVisible());
+    QString text;
+    whenOpen<QMessageBox>([&text](QMessageBox *box) {
+        text = box->informativeText();
+        confirming(box)->click();
+    });
+    EXPECT_TRUE(m_window->close());
+    EXPECT_THAT(text.toStdString(), ::testing::HasSubstr("600536"));
+}
+
+TEST_F(TradeDocksWithWorkingOrders, AskNothingWithoutAny)
+{
+    m_module.setAnswer(QStringLiteral("OpenOrders"), withData(QJsonArray()));
+    openDocks({QStringLiteral("600519"), ChartPeriod::Day});
+    EXPECT_TRUE(m_window->mayLeave());
+}
+
+TEST_F(TradeDocksWithWorkingOrders, CancelAllOfThemAfterOneQuestion)
+{
+    openDocksWithOrders();
+    OrdersPanel *const panel = m_window->trade()->panel();
+    panel->findChild<QComboBox *>(QStringLiteral("orderScope"))->setCurrentIndex(1);
+    whenOpen<QMessageBox>([](QMessageBox *box) { box->defaultButton()->click(); });
+    panel->findChild<QPushButton *>(QStringLiteral("cancelAll"))->click();
+    whenOpen<QMessageBox>([](QMessageBox *box) { confirming(box)->click(); });
+    panel->findChild<QPushButton *>(QStringLiteral("cancelAll"))->click();
+    EXPECT_TRUE(m_module.wasAsked("EntrustCancel", 2)) << "once, for the first question was answered with no";
+}
+
+TEST_F(TradeDocksWithWorkingOrders, SayThatOneIsDealtWhicheverChartIsShown)
+{
+    openDocksWithOrders();
+    m_window->show();
+    Q_EMIT desk()->statusTold(QStringLiteral("4"), QStringLiteral("8"));
+    const auto *const message = m_window->findChild<QLabel *>(QStringLiteral("messageBar"));
+    ASSERT_TRUE(message->isVisible());
+    EXPECT_THAT(message->text().toStdString(), ::testing::HasSubstr("600536"));
+    EXPECT_THAT(message->text().toStdString(), ::testing::HasSubstr("1700.50"));
+}
+
+TEST_F(TradeDocksTest, FillTheTicketInToCloseAPosition)
+{
+    openDocks({QStringLiteral("600519"), ChartPeriod::Day});
+    const Security software{QStringLiteral("600536"), Market::Shanghai, {}};
+    Q_EMIT m_window->trade()->panel()->closeAsked({software, 500, 300, 50});
+    EXPECT_EQ(chart()->data().security.code, software.code);
+    const OrderRequest order = ticket()->draft().order();
+    EXPECT_EQ(order.side, Direction::Sell);
+    EXPECT_EQ(order.quantity, 300);
+    EXPECT_TRUE(m_module.asked(QStringLiteral("EntrustPlace")).empty()) << "the user sends it";
+}
+
+TEST_F(TradeDocksTest, ShowTheChartOfAPosition)
+{
+    openDocks({QStringLiteral("600519"), ChartPeriod::Week});
+    Q_EMIT m_window->trade()->panel()->chartAsked({QStringLiteral("600536"), Market::Shanghai, {}});
+    EXPECT_EQ(chart()->data().security.code, QStringLiteral("600536"));
+    EXPECT_EQ(chart()->data().period, ChartPeriod::Week);
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 #include "tests/terminal/support/TradingWindow.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QJsonArray>
@@ -353,6 +354,40 @@ TEST_F(TradingFromChart, AnOrderIsCancelledInThePanelByDelete)
     EXPECT_THAT(question.toStdString(), ::testing::HasSubstr("600519"));
     EXPECT_THAT(question.toStdString(), ::testing::HasSubstr("100 × 1402.00"));
     EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
+}
+
+/// What a screen reader is told to say at once.
+QStringList &heard()
+{
+    static QStringList alerts;
+    return alerts;
+}
+
+void hear(QAccessibleEvent *event)
+{
+    if (event->type() == QAccessible::Alert) {
+        heard().append(event->accessibleInterface()->text(QAccessible::Name));
+    }
+}
+
+TEST_F(TradingFromChart, AnOrderIsPlacedHeardAndCancelledByKeyboardAlone)
+{
+    const auto before = QAccessible::installUpdateHandler(&hear);
+    heard().clear();
+    buy(QStringLiteral("1402.00"), QStringLiteral("100"));
+    ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报")));
+    EXPECT_TRUE(waitUntil([] { return heard().join(QString()).contains(QStringLiteral("100 × 1402.00")); }));
+
+    heard().clear();
+    whenOpen<QMessageBox>([](QMessageBox *box) {
+        QTest::keyClick(box, Qt::Key_Tab);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    });
+    press(Qt::Key_F3);
+    press(Qt::Key_Delete);
+    EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
+    EXPECT_TRUE(waitUntil([] { return !heard().isEmpty(); }));
+    QAccessible::installUpdateHandler(before);
 }
 
 TEST_F(TradingFromChart, ARefusalIsToldWithoutBlocking)

@@ -85,18 +85,22 @@ QJsonObject ordered(const QByteArray &price)
     return sentAnswer("EntrustTodayTrade", QJsonArray{QJsonObject(SentOrder{"0B", "2", price})});
 }
 
-const Kind kinds[] = {
-    {"PositionCost", make<PositionCost>, Korvane::DayPeriod, makeDayBar(20240103, 9, 11), heldAt, false,
-     false, 10.0, true, 0},
-    {"BSPoint", make<BSPoint>, Korvane::DayPeriod, makeDayBar(20240103, 9, 11), tradedToday, false, true,
-     11.1, true, 1},
-    {"EntrustPoint", make<EntrustPoint>, Korvane::IntradayPeriod, makeMinuteBar(dayFromToday(0), 931, 9, 11),
-     ordered, false, true, 9.9, true, 1},
-    {"CombinedCost", [](auto &axis) { return makeCombined(axis, R"({"type":0})"); }, Korvane::DayPeriod,
-     makeDayBar(20240103, 9, 11), heldAtByRequest, true, false, 10.0, false, 1},
-    {"CombinedTrades", [](auto &axis) { return makeCombined(axis, R"({"type":1})"); }, Korvane::DayPeriod,
-     makeDayBar(20240103, 9, 11, 10), tradedBefore, false, true, 10.5, false, 1},
-};
+/// Today is known when the program runs: in the exchange's time zone.
+std::vector<Kind> kinds()
+{
+    return {
+        {"PositionCost", make<PositionCost>, Korvane::DayPeriod, makeDayBar(20240103, 9, 11), heldAt, false,
+         false, 10.0, true, 0},
+        {"BSPoint", make<BSPoint>, Korvane::DayPeriod, makeDayBar(20240103, 9, 11), tradedToday, false, true,
+         11.1, true, 1},
+        {"EntrustPoint", make<EntrustPoint>, Korvane::IntradayPeriod,
+         makeMinuteBar(dayFromToday(0), 931, 9, 11), ordered, false, true, 9.9, true, 1},
+        {"CombinedCost", [](auto &axis) { return makeCombined(axis, R"({"type":0})"); }, Korvane::DayPeriod,
+         makeDayBar(20240103, 9, 11), heldAtByRequest, true, false, 10.0, false, 1},
+        {"CombinedTrades", [](auto &axis) { return makeCombined(axis, R"({"type":1})"); }, Korvane::DayPeriod,
+         makeDayBar(20240103, 9, 11, 10), tradedBefore, false, true, 10.5, false, 1},
+    };
+}
 
 class AfterDeleteObject : public ::testing::TestWithParam<Kind>
 {
@@ -239,6 +243,6 @@ TEST_P(AfterDeleteObject, AnswersASecondCallTheSame)
     EXPECT_TRUE(made.object->deleteObject());
 }
 
-INSTANTIATE_TEST_SUITE_P(Overlays, AfterDeleteObject, ::testing::ValuesIn(kinds), ByName());
+INSTANTIATE_TEST_SUITE_P(Overlays, AfterDeleteObject, ::testing::ValuesIn(kinds()), ByName());
 
 } // namespace

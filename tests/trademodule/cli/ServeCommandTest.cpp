@@ -168,7 +168,7 @@ TEST_F(ServeCommandTest, TakesOrdersOfItsOtherCommands)
     EXPECT_EQ(cancelled.exitCode, 0) << cancelled.errors;
 
     const auto isCancelled = [this] {
-        return runOnLedger({QStringLiteral("orders")}).output.find("已撤") != std::string::npos;
+        return runOnLedger({QStringLiteral("orders")}).output.find("cancelled") != std::string::npos;
     };
     EXPECT_TRUE(waitUntil(isCancelled));
     EXPECT_TRUE(chart().waitForMessages(2));

@@ -66,6 +66,15 @@ TEST(Reversals, AreRefusedByLineWhereNothingWasToldBefore)
     EXPECT_THAT(contents.executions, SizeIs(1));
 }
 
+TEST(Reversals, ThatAreCutShortAreRefused)
+{
+    const StatementContents contents =
+        readText("成交日期,证券代码,业务名称,成交数量,成交价格,收入金额,支出金额\n"
+                 "20240103,600519,证券买入,100,1700.00,0,170005.00\n"
+                 "20240104,600519,证券买入冲销,100,1700.00,170005.00\n");
+    EXPECT_THAT(reasons(contents), ElementsAre(HasSubstr("cut short")));
+}
+
 TEST(Reversals, TakeNewSharesBack)
 {
     const StatementContents contents = readRows("20240103,001234,新股入帐,500,10.00,0,0,0,1\n"

@@ -112,7 +112,7 @@ void OrderGlyph::paint(QPainter *painter, const QRectF &box, int count, const Ch
     painter->restore();
     painter->fillPath(arrowhead(box), colour);
     painter->setPen(m_progress == OrderProgress::Waiting ? colour
-                    : m_progress == OrderProgress::Dealt ? QColor(Qt::white)
+                    : m_progress == OrderProgress::Dealt ? theme.fillText
                                                          : theme.text);
     painter->setFont(glyphFont(letterPixels));
     painter->drawText(inner, Qt::AlignCenter | Qt::TextDontClip, glyphText(letterOf(m_side), count));

@@ -52,7 +52,7 @@ void TradeGlyph::paint(QPainter *painter, const QRectF &box, int count, const Ch
 {
     painter->setRenderHint(QPainter::Antialiasing);
     painter->fillPath(outline(box), colour(theme));
-    painter->setPen(Qt::white);
+    painter->setPen(theme.fillText);
     painter->setFont(glyphFont(letterPixels));
     painter->drawText(headBox(box), Qt::AlignCenter | Qt::TextDontClip, glyphText(letter(), count));
 }

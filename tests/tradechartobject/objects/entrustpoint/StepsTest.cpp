@@ -20,11 +20,9 @@ using namespace TradeChart;
 
 namespace {
 
-const std::int64_t today = dayFromToday(0);
-
 std::int64_t minute(std::int64_t hhmm)
 {
-    return today * 1000000 + hhmm * 100;
+    return std::int64_t{dayFromToday(0)} * 1000000 + hhmm * 100;
 }
 
 OrdersByMinute read(std::initializer_list<QJsonObject> rows)
@@ -34,7 +32,7 @@ OrdersByMinute read(std::initializer_list<QJsonObject> rows)
     for (const QJsonObject &row : rows) {
         data.append(row);
     }
-    return readOrders(AnswerRows(data), QStringLiteral("SH"), today);
+    return readOrders(AnswerRows(data), QStringLiteral("SH"), dayFromToday(0));
 }
 
 SentOrder at(const char *price, const char *status = "2")

@@ -21,19 +21,20 @@ int distance(const QColor &one, const QColor &other)
            std::abs(one.blue() - other.blue());
 }
 
-/// A picture of black and white: true where the glyph shows its colour, whatever that is.
+/// A picture of black and white: true where the glyph shows its colour, whatever that and that of its letters
+/// is.
 class Ink
 {
 public:
-    Ink(const QImage &picture, const QColor &colour, const QColor &background)
+    Ink(const QImage &picture, const QColor &colour, const ChartTheme &theme)
         : m_width(picture.width()),
           m_height(picture.height())
     {
         for (int y = 0; y < m_height; ++y) {
             for (int x = 0; x < m_width; ++x) {
                 const QColor pixel = picture.pixelColor(x, y);
-                m_pixels.push_back(distance(pixel, colour) < distance(pixel, background) &&
-                                   distance(pixel, colour) < distance(pixel, Qt::white));
+                m_pixels.push_back(distance(pixel, colour) < distance(pixel, theme.background) &&
+                                   distance(pixel, colour) < distance(pixel, theme.fillText));
             }
         }
     }
@@ -98,12 +99,12 @@ protected:
     Ink order(int kind, EdgeClamp clamp)
     {
         const bool buys = rowOf(orderKinds, kind).side == Direction::Buy;
-        return {picture(orderGlyph(kind, clamp)), buys ? m_theme.rise : m_theme.fall, m_theme.background};
+        return {picture(orderGlyph(kind, clamp)), buys ? m_theme.rise : m_theme.fall, m_theme};
     }
     Ink trade(int style)
     {
         const QColor colours[] = {m_theme.rise, m_theme.fall, m_theme.both};
-        return {picture(seriesGlyph(style)), colours[style / 2], m_theme.background};
+        return {picture(seriesGlyph(style)), colours[style / 2], m_theme};
     }
 
     ChartTheme m_theme = makeTheme(GetParam().theme, GetParam().rise);
@@ -207,7 +208,7 @@ TEST_P(GlyphSpritesIn, StandOutFromTheBackgroundAndCarryReadableLetters)
 {
     for (const QColor &colour : {m_theme.rise, m_theme.fall, m_theme.both}) {
         EXPECT_GE(contrast(colour, m_theme.background), 3) << qPrintable(colour.name());
-        EXPECT_GE(contrast(colour, Qt::white), 3) << qPrintable(colour.name());
+        EXPECT_GE(contrast(colour, m_theme.fillText), 4.5) << qPrintable(colour.name());
     }
 }
 

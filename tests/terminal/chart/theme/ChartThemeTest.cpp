@@ -1,0 +1,94 @@
+// Contrast by the reckoning of the Web Content Accessibility Guidelines.
+#include "terminal/chart/theme/ChartTheme.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace Terminal {
+namespace {
+
+double luminance(const QColor &colour)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+double contrast(const QColor &one, const QColor &other)
+{
+    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+struct Look
+{
+    ThemeKind kind;
+    RiseColour rise;
+};
+
+class ChartThemeIn : public ::testing::TestWithParam<Look>
+{
+protected:
+    const ChartTheme m_theme = makeTheme(GetParam().kind, GetParam().rise);
+};
+
+TEST_P(ChartThemeIn, HasReadableTextOnEveryGround)
+{
+    constexpr double readable = 4.5;
+    for (const QColor &ground : {m_theme.background, m_theme.surface, m_theme.grid}) {
+        for (const QColor &text :
+             {m_theme.text, m_theme.mutedText, m_theme.rise, m_theme.fall, m_theme.line}) {
+            EXPECT_GE(contrast(text, ground), readable)
+                << text.name().toStdString() << " on " << ground.name().toStdString();
+        }
+    }
+    EXPECT_GE(contrast(m_theme.tagText, m_theme.tag), readable);
+    EXPECT_GE(contrast(m_theme.lineText, m_theme.line), readable);
+    for (const QColor &fill : {m_theme.rise, m_theme.fall, m_theme.both, m_theme.accent}) {
+        EXPECT_GE(contrast(m_theme.fillText, fill), readable) << fill.name().toStdString();
+    }
+}
+
+TEST_P(ChartThemeIn, HasMarksThatStandOut)
+{
+    constexpr double seen = 3;
+    for (const QColor &mark : {m_theme.rise, m_theme.fall, m_theme.both, m_theme.line, m_theme.crosshair}) {
+        EXPECT_GE(contrast(mark, m_theme.background), seen) << mark.name().toStdString();
+    }
+    for (const QColor &ground : {m_theme.background, m_theme.surface}) {
+        EXPECT_GE(contrast(m_theme.accent, ground), seen) << "what has the focus";
+    }
+}
+
+TEST_P(ChartThemeIn, HasAPaletteForWidgetsThatCanBeRead)
+{
+    const QPalette palette = widgetPalette(m_theme);
+    const struct
+    {
+        QPalette::ColorRole text;
+        QPalette::ColorRole ground;
+    } pairs[] = {{QPalette::WindowText, QPalette::Window},
+                 {QPalette::Text, QPalette::Base},
+                 {QPalette::ButtonText, QPalette::Button},
+                 {QPalette::HighlightedText, QPalette::Highlight},
+                 {QPalette::ToolTipText, QPalette::ToolTipBase}};
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        for (const auto &pair : pairs) {
+            EXPECT_GE(contrast(palette.color(group, pair.text), palette.color(group, pair.ground)), 4.5)
+                << "group " << group << " role " << pair.text;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Looks, ChartThemeIn,
+                         ::testing::Values(Look{ThemeKind::Dark, RiseColour::Red},
+                                           Look{ThemeKind::Dark, RiseColour::Green},
+                                           Look{ThemeKind::Light, RiseColour::Red},
+                                           Look{ThemeKind::Light, RiseColour::Green}));
+
+} // namespace
+} // namespace Terminal
