@@ -60,7 +60,8 @@ const std::vector<BusinessRow> &table()
          words("新股入 新股上市 中签入 中签上市 配股入 配股上市 配债入 配债上市 转债入账 转债入帐 转债上市 "
                "新债入 新债上市 "
                "配售入 配售上市 认购入 申购入 增发入 增发上市")},
-        {{QT_TR_NOOP("subscriptions"), Effect::MoneyIn}, words("返款 退款 款划回 款返还 款退回 款退还 申购还 认购还 申购退 资金解冻")},
+        {{QT_TR_NOOP("subscriptions"), Effect::MoneyIn},
+         words("返款 退款 款划回 款返还 款退回 款退还 申购还 认购还 申购退 资金解冻")},
         {{allotments, Effect::Payment}, words("中签 缴款 配股 配债 配售 认购 新股扣款 申购扣款")},
         {{QT_TR_NOOP("subscriptions"), Effect::Application}, words("申购")},
         {{allotments, Effect::Payment}, words("新股 新债 增发")},

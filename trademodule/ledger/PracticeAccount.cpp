@@ -15,13 +15,15 @@ Money moneyOf(double yuan)
     return Money::ofYuan(yuan).value_or(Money());
 }
 
-/// The shares came in on the day before, at what they cost: on the day itself they could not be sold.
+/// The shares came in on the day before, at what they cost: on the day itself they could not be sold. What is
+/// no whole price stands as a fee.
 Execution entryOf(const PracticeAccount::Held &held, TradingDate day)
 {
     Execution entry{held.security, Side::In, day.plusDays(-1), ClockTime()};
     entry.quantity = held.quantity;
-    entry.amount = held.cost;
-    entry.price = std::max(Money(), moneyOf(held.cost.yuan() / static_cast<double>(held.quantity)));
+    entry.price = Money::ofSteps(std::max<qint64>(0, held.cost.steps() / held.quantity));
+    entry.amount = Money::ofSteps(entry.price.steps() * held.quantity);
+    entry.fee = held.cost - entry.amount;
     return entry;
 }
 

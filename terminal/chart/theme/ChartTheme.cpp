@@ -17,7 +17,7 @@ ChartTheme darkTheme()
     theme.text = QColor(0xd7dbe4);
     theme.mutedText = QColor(0x8b93a7);
     theme.rise = QColor(0xf0625a);
-    theme.fall = QColor(0x1aa178);
+    theme.fall = QColor(0x1aa279);
     theme.both = QColor(0xa078f0);
     theme.crosshair = QColor(0x8b93a7);
     theme.tag = QColor(0x3c465f);
@@ -40,7 +40,7 @@ ChartTheme lightTheme()
     theme.text = QColor(0x1d2433);
     theme.mutedText = QColor(0x5f697b);
     theme.rise = QColor(0xcb2d24);
-    theme.fall = QColor(0x0b7d59);
+    theme.fall = QColor(0x0b7a57);
     theme.both = QColor(0x7447d1);
     theme.crosshair = QColor(0x5f697b);
     theme.tag = QColor(0x3d475c);

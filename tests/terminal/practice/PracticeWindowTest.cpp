@@ -100,7 +100,7 @@ TEST_F(PracticeWindow, PlaysAMorningWhoseBooksAddUpAndLeavesTheAccountAsItWas)
     }
     open({QStringLiteral("--replay"), QStringLiteral("600"), QStringLiteral("--order"),
           QStringLiteral("0931 buy 3000 51.50"), QStringLiteral("--order"),
-          QStringLiteral("0933 buy 90000 51.00"), QStringLiteral("--order"),
+          QStringLiteral("0933 buy 15000 51.00"), QStringLiteral("--order"),
           QStringLiteral("0935 sell 300 51.00"), QStringLiteral("--order"),
           QStringLiteral("0936 buy 100 47.00")});
     ASSERT_TRUE(comesTo("09:50:00"));
