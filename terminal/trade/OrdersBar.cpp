@@ -34,7 +34,7 @@ OrdersBar::OrdersBar(QWidget *parent)
     m_scope->addItems({QString(), QString()}); // in the order of OrderScope
     setAttribute(Qt::WA_StyledBackground);
     auto *const row = new QHBoxLayout(this);
-    row->setContentsMargins(8, 2, 4, 2);
+    row->setContentsMargins(8, 0, 4, 0);
     row->setSpacing(4);
     row->addWidget(m_caption, 1);
     row->addWidget(m_scope);

@@ -71,6 +71,11 @@ QSize OrdersPanel::sizeHint() const
             std::clamp(window()->height() / partsOfWindow, leastHeight, panelHeight)};
 }
 
+QSize OrdersPanel::minimumSizeHint() const
+{
+    return {QWidget::minimumSizeHint().width(), leastHeight};
+}
+
 void OrdersPanel::setOrders(const OrderRecords &orders, std::optional<Trading::TradingDate> day)
 {
     const bool isOtherDay = m_day != day;

@@ -58,6 +58,7 @@ public:
     void focusOrders();
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     /// Other rows are selected, or the selected orders have changed.

@@ -22,7 +22,7 @@ QString tradeStyleSheet(const ChartTheme &theme)
 {
     return QStringLiteral(
                "QDockWidget { color: %3; }"
-               "QDockWidget::title { background: %1; border-bottom: 1px solid %2; padding: 6px 12px; }"
+               "QDockWidget::title { background: %1; border-bottom: 1px solid %2; padding: 3px 12px; }"
                "QMainWindow::separator { background: %2; width: 1px; height: 1px; }"
                "QSplitter::handle { background: %2; }"
                "QTableView { color: %3; background: %6; border: none; selection-color: %3;"

@@ -322,6 +322,7 @@ void MainWindow::changeEvent(QEvent *event)
         m_trades->showTexts();
         m_results->showTexts();
         m_watch->showTexts();
+        showHours();
         showTitle();
         showStates();
     }
@@ -618,7 +619,6 @@ void MainWindow::showStates()
             m_overlayBar->describeOverlay(kind, {});
         }
     }
-    showHours();
     m_strip->showMarket(*m_session->market());
     m_strip->showBus(m_services.bus());
     m_strip->showModule(module);

@@ -12,6 +12,7 @@ namespace Terminal {
 namespace {
 
 constexpr std::chrono::seconds betweenLooks(5);
+constexpr int inTheMinute = 30; ///< a second that is no end of a part
 
 QString hoursAndMinutes(int minute)
 {
@@ -75,22 +76,22 @@ QString MarketHours::text(Trading::DayState state)
 QString MarketHours::hoursOf(Trading::TradingDate day, const Trading::TradingCalendar &calendar)
 {
     constexpr int minutesOfDay = 24 * 60;
+    const auto stateIn = [&](int minute, int second) {
+        const auto time = Trading::ClockTime::of(minute / 60, minute % 60, second).value();
+        return Trading::MarketRules::stateAt(day, time, calendar);
+    };
     QStringList lines;
-    Trading::DayState part = Trading::DayState::Closed;
-    int begin = 0;
-    for (int minute = 0; minute < minutesOfDay; ++minute) {
-        const auto time = Trading::ClockTime::ofMinute(minute).value();
-        const auto now = Trading::MarketRules::stateAt(day, time, calendar);
-        if (now == part && minute + 1 < minutesOfDay) {
-            continue;
+    for (int begin = 0; begin < minutesOfDay;) {
+        const Trading::DayState part = stateIn(begin, inTheMinute);
+        int end = begin + 1;
+        while (end < minutesOfDay && stateIn(end, inTheMinute) == part) {
+            ++end;
         }
         if (Trading::takesOrders(part)) {
-            const int end = Trading::takesOrders(now) ? minute : minute - 1; // trading has both its ends
             lines.append(
                 QStringLiteral(u"%1–%2 %3").arg(hoursAndMinutes(begin), hoursAndMinutes(end), text(part)));
         }
-        part = now;
-        begin = minute;
+        begin = end;
     }
     return lines.join(QLatin1Char('\n'));
 }
