@@ -362,7 +362,8 @@ TEST_F(TradingFromChart, AnOrderIsPlacedReadAndCancelledByKeyboardAlone)
     ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报")));
     auto *const result = trade()->ticket()->findChild<QLabel *>(QStringLiteral("ticketResult"));
     const QAccessibleInterface *const read = QAccessible::queryAccessibleInterface(result);
-    EXPECT_THAT(read->text(QAccessible::Name).toStdString(), ::testing::HasSubstr("100 × 1402.00"));
+    const QString placed = read->text(QAccessible::Name);
+    EXPECT_THAT(placed.toStdString(), ::testing::HasSubstr("100 × 1402.00"));
 
     whenOpen<QMessageBox>([](QMessageBox *box) {
         QTest::keyClick(box, Qt::Key_Tab);
@@ -371,8 +372,7 @@ TEST_F(TradingFromChart, AnOrderIsPlacedReadAndCancelledByKeyboardAlone)
     press(Qt::Key_F3);
     press(Qt::Key_Delete);
     EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
-    EXPECT_TRUE(waitUntil(
-        [read, before = read->text(QAccessible::Name)] { return read->text(QAccessible::Name) != before; }));
+    EXPECT_TRUE(waitUntil([&] { return read->text(QAccessible::Name) != placed; }));
 }
 
 TEST_F(TradingFromChart, ARefusalIsToldWithoutBlocking)
