@@ -2,7 +2,6 @@
 
 #include "terminal/trade/StyleProperty.h"
 
-#include <QAccessible>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -51,8 +50,6 @@ void OrderResults::tell(const QString &name, const QString &text, Tone tone)
         m_lines.pop_back();
     }
     showLines();
-    QAccessibleEvent alert(m_labels.front(), QAccessible::Alert); // a screen reader says it at once
-    QAccessible::updateAccessibility(&alert);
 }
 
 void OrderResults::clear()

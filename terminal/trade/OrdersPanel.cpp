@@ -18,7 +18,7 @@ namespace Terminal {
 namespace {
 
 constexpr int panelHeight = 190;
-constexpr int leastHeight = 136; ///< tabs, filter, titles and two rows
+constexpr int leastHeight = 138; ///< tabs, filter, titles and two rows
 constexpr int partsOfWindow = 4;
 
 } // namespace

@@ -58,6 +58,9 @@ void OrdersView::focusRows()
 OrderRecords OrdersView::selectedToCancel() const
 {
     OrderRecords orders = selected();
+    if (orders.empty() && currentIndex().isValid()) {
+        orders.push_back(m_orders->record(currentIndex().row()));
+    }
     orders.erase(std::remove_if(orders.begin(), orders.end(), std::not_fn(&isCancellable)), orders.end());
     return orders;
 }

@@ -18,7 +18,7 @@ public:
     /// Selects the rows of these orders and brings the first of them into view.
     void select(const OrderRecords &orders);
     OrderRecords selected() const;
-    /// Of the selected ones those that can be cancelled.
+    /// Of the selected ones, or else of the one that the keyboard is at, those that can be cancelled.
     OrderRecords selectedToCancel() const;
 
     /// Shows of which security an order is, or else what was paid on average: there is room for one of both.

@@ -10,6 +10,7 @@ namespace Terminal {
 
 namespace {
 
+constexpr int betweenLabels = 12;           ///< pixels, with what the bar leaves at its ends
 constexpr auto troubleProperty = "trouble"; // known to the style sheet of the window
 
 void setState(QLabel *label, const QString &text, const QString &details, bool isTrouble)
@@ -64,17 +65,37 @@ void StateStrip::showOverlay(const OverlayKind &kind, const QString &state, cons
     QLabel *const label = m_overlays[static_cast<size_t>(&kind - overlayKinds().data())];
     setState(label, tr("%1: %2").arg(overlayTitle(kind), state), details.join(QLatin1Char('\n')), isTrouble);
     label->show();
+    makeRoom();
 }
 
 void StateStrip::hideOverlay(const OverlayKind &kind)
 {
     m_overlays[static_cast<size_t>(&kind - overlayKinds().data())]->hide();
+    makeRoom();
 }
 
 void StateStrip::showHours(const QString &state, const QString &hours)
 {
     setState(m_hours, state, hours, false);
-    m_hours->show();
+    makeRoom();
+}
+
+void StateStrip::resizeEvent(QResizeEvent *event)
+{
+    QStatusBar::resizeEvent(event);
+    makeRoom();
+}
+
+/// The hours are known besides: they go before anything else is cut.
+void StateStrip::makeRoom()
+{
+    int needed = m_hours->sizeHint().width();
+    for (const QLabel *const label : findChildren<QLabel *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (label != m_hours && !label->isHidden()) {
+            needed += label->sizeHint().width() + betweenLabels;
+        }
+    }
+    m_hours->setVisible(!m_hours->text().isEmpty() && needed <= width());
 }
 
 void StateStrip::showMarket(const MarketWatch &market)
@@ -82,17 +103,20 @@ void StateStrip::showMarket(const MarketWatch &market)
     setState(m_market, marketStateText(market), marketStateDetails(market),
              market.state() == MarketWatch::State::Silent);
     m_market->setVisible(!m_market->text().isEmpty());
+    makeRoom();
 }
 
 void StateStrip::showBus(const BusState &bus)
 {
     setState(m_bus, busStateText(bus), bus.reason, bus.isTrouble());
     m_bus->setVisible(!m_bus->text().isEmpty());
+    makeRoom();
 }
 
 void StateStrip::showModule(const ModuleState &module)
 {
     setState(m_module, moduleStateText(module), module.reason, module.isTrouble());
+    makeRoom();
 }
 
 QStringList StateStrip::texts() const

@@ -37,7 +37,12 @@ public:
     /// What it says of overlays, market, bus and module, from left to right.
     QStringList texts() const;
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
+    void makeRoom();
+
     std::vector<QLabel *> m_overlays; ///< in the order of overlayKinds()
     QLabel *m_hours;
     QLabel *m_market;

@@ -183,7 +183,7 @@ TEST_F(ReplayProgramOrderScene, IsNotDrawnWithoutAnOrderThatIsRefused)
 {
     const Outcome outcome = takePicture("1000", {QStringLiteral("0945 sell 100 51.00")});
     EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_THAT(outcome.messages.toStdString(), HasSubstr("0 shares may be sold"));
+    EXPECT_THAT(outcome.messages.toStdString(), HasSubstr("可卖数量为 0 股"));
     EXPECT_FALSE(QFile::exists(picture()));
 }
 

@@ -226,6 +226,7 @@ TEST_F(WindowsProgram, KeepTheirSettingsWhenTheSessionEnds)
     ASSERT_TRUE(window->waitForFinished(20000));
     EXPECT_EQ(window->exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(window->exitCode(), 0);
+    m_windows.clear();
     QString settings;
     for (QDirIterator files(m_folder.filePath(QStringLiteral("config")), QDir::Files,
                             QDirIterator::Subdirectories);

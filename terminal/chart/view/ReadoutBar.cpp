@@ -15,7 +15,7 @@ namespace Terminal {
 
 namespace {
 
-constexpr int barHeight = 30;
+constexpr int barHeight = 26;
 constexpr int titlePixels = 18;
 constexpr int textPixels = 13;
 constexpr int margin = 14;

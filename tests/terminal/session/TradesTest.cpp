@@ -144,6 +144,7 @@ TEST_F(TradesOnAChart, DoNotKeepTheWindowWaitingForAModuleThatIsGone)
     ASSERT_TRUE(waitUntil([&] { return host->isHit(onTheLine()); }));
 
     m_module.reset();
+    ASSERT_TRUE(waitUntil([this] { return !m_session->module()->isAnswering(); }));
     QElapsedTimer time;
     time.start();
     for (int turn = 0; turn < 20 && time.elapsed() < 2000; ++turn) {

@@ -51,8 +51,9 @@ protected:
     Outcome terminal(const QStringList &arguments)
     {
         return run(m_program,
-                   QStringList({QStringLiteral("--data"), QStringLiteral(TRADECHART_EXAMPLES),
-                                QStringLiteral("--size"), QStringLiteral("1280x720")}) +
+                   QStringList({QStringLiteral("--lang"), QStringLiteral("zh"), QStringLiteral("--data"),
+                                QStringLiteral(TRADECHART_EXAMPLES), QStringLiteral("--size"),
+                                QStringLiteral("1280x720")}) +
                        arguments,
                    m_environment);
     }
