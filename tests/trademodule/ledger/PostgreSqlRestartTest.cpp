@@ -154,7 +154,8 @@ TEST_F(PostgreSqlRestartUnderAModule, RefusesOrdersUntilTheServerIsThereAgain)
     ASSERT_THROW(ledger().positions(), LedgerUnavailable); // this test's own connection is lost, too
     EXPECT_EQ(orderCount(), 2);
     QByteArray log;
-    ASSERT_TRUE(waitUntil([&] { return (log += module().readAllStandardError()).contains("again"); }));
+    ASSERT_TRUE(
+        waitUntil([&] { return (log += module().readAllStandardError()).contains("it is there again"); }));
     EXPECT_EQ(log.count("it is there again"), 1) << log.toStdString();
 }
 
