@@ -2,6 +2,7 @@
 
 #include "terminal/trade/StyleProperty.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -50,6 +51,8 @@ void OrderResults::tell(const QString &name, const QString &text, Tone tone)
         m_lines.pop_back();
     }
     showLines();
+    QAccessibleEvent alert(m_labels.front(), QAccessible::Alert); // a screen reader says it at once
+    QAccessible::updateAccessibility(&alert);
 }
 
 void OrderResults::clear()

@@ -49,9 +49,9 @@ OrderRecords OrdersView::selected() const
 
 void OrdersView::focusRows()
 {
-    setFocus(Qt::ShortcutFocusReason);
-    if (!currentIndex().isValid() && m_orders->rowCount({}) > 0) {
-        selectRow(0);
+    setFocus(Qt::ShortcutFocusReason); // makes a row the current one, but selects none
+    if (!selectionModel()->hasSelection() && m_orders->rowCount({}) > 0) {
+        selectRow(std::max(currentIndex().row(), 0));
     }
 }
 

@@ -13,6 +13,7 @@ namespace {
 constexpr int rowPixels = 24;
 constexpr int narrowestColumn = 48;
 constexpr int widestText = 170;
+constexpr int rowsThatTellWidths = 50; ///< from the first one in view on: a list may have thousands
 
 } // namespace
 
@@ -30,6 +31,7 @@ RecordView::RecordView(QAbstractItemModel *model, int widestColumn) : m_widestCo
     verticalHeader()->hide();
     verticalHeader()->setDefaultSectionSize(rowPixels);
     horizontalHeader()->setMinimumSectionSize(narrowestColumn);
+    horizontalHeader()->setResizeContentsPrecision(rowsThatTellWidths);
     horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     horizontalHeader()->setSectionResizeMode(widestColumn, QHeaderView::Stretch);
     horizontalHeader()->setHighlightSections(false);

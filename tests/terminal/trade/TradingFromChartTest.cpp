@@ -10,6 +10,7 @@
 #include "tests/terminal/support/TradingWindow.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QJsonArray>
@@ -355,18 +356,15 @@ TEST_F(TradingFromChart, AnOrderIsCancelledInThePanelByDelete)
     EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
 }
 
-TEST_F(TradingFromChart, AnOrderIsPlacedToldAndCancelledByKeyboardAlone)
+TEST_F(TradingFromChart, AnOrderIsPlacedReadAndCancelledByKeyboardAlone)
 {
-    /// As a screen reader says it.
-    const auto told = [this] {
-        return m_window->findChild<QLabel *>(QStringLiteral("messageBar"))->accessibleName();
-    };
     buy(QStringLiteral("1402.00"), QStringLiteral("100"));
     ASSERT_TRUE(waitForStatus(QStringLiteral(u"已报")));
-    EXPECT_TRUE(waitUntil([&] { return told().contains(QStringLiteral("100 × 1402.00")); }))
-        << qPrintable(told());
+    auto *const result = trade()->ticket()->findChild<QLabel *>(QStringLiteral("ticketResult"));
+    const QAccessibleInterface *const read = QAccessible::queryAccessibleInterface(result);
+    const QString placed = read->text(QAccessible::Name);
+    EXPECT_THAT(placed.toStdString(), ::testing::HasSubstr("100 × 1402.00"));
 
-    const QString before = told();
     whenOpen<QMessageBox>([](QMessageBox *box) {
         QTest::keyClick(box, Qt::Key_Tab);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
@@ -374,7 +372,7 @@ TEST_F(TradingFromChart, AnOrderIsPlacedToldAndCancelledByKeyboardAlone)
     press(Qt::Key_F3);
     press(Qt::Key_Delete);
     EXPECT_TRUE(waitForStatus(QStringLiteral(u"已撤"))) << qPrintable(newest(OrderColumn::Status));
-    EXPECT_TRUE(waitUntil([&] { return told() != before; }));
+    EXPECT_TRUE(waitUntil([&] { return read->text(QAccessible::Name) != placed; }));
 }
 
 TEST_F(TradingFromChart, ARefusalIsToldWithoutBlocking)

@@ -92,10 +92,10 @@ TEST(TimeTicks, AreNoneWithoutBars)
 TEST(TimeTicks, NamesMonthsOnBothSidesOfALongGap)
 {
     Bars bars = weekdays(QDate(2016, 9, 15), 60);
-    const Bars later = weekdays(QDate(2023, 9, 1), 60);
+    const Bars later = weekdays(QDate(2023, 9, 15), 60);
     bars.insert(bars.end(), later.begin(), later.end());
     EXPECT_THAT(labels(timeTicks(bars, {-0.5, 119.5}, 15)),
-                ElementsAre("2016-10", "2016-11", "2016-12", "2023", "2023-10", "2023-11", "2023-12"));
+                ElementsAre("2016-10", "2016-11", "2016-12", "2023", "2023-11", "2023-12"));
 }
 
 } // namespace
