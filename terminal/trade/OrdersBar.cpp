@@ -31,7 +31,6 @@ OrdersBar::OrdersBar(QWidget *parent)
     m_caption->setObjectName(QStringLiteral("ordersCaption"));
     m_scope->setObjectName(QStringLiteral("orderScope"));
     m_scope->setProperty("small", true);
-    m_scope->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_scope->addItems({QString(), QString()}); // in the order of OrderScope
     setAttribute(Qt::WA_StyledBackground);
     auto *const row = new QHBoxLayout(this);
@@ -65,13 +64,6 @@ void OrdersBar::setCancellable(size_t ofSelected, size_t ofAll)
 {
     m_selected->setEnabled(ofSelected > 0);
     m_all->setEnabled(ofAll > 0);
-}
-
-/// Only now the style sheet counts, and with it the width of the filter.
-void OrdersBar::showEvent(QShowEvent *event)
-{
-    QWidget::showEvent(event);
-    showTexts();
 }
 
 OrderScope OrdersBar::scope() const

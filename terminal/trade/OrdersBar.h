@@ -36,9 +36,6 @@ Q_SIGNALS:
     void cancelSelectedAsked();
     void cancelAllAsked();
 
-protected:
-    void showEvent(QShowEvent *event) override;
-
 private:
     QLabel *m_caption;
     QComboBox *m_scope;

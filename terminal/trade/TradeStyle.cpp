@@ -40,7 +40,7 @@ QString tradeStyleSheet(const ChartTheme &theme)
                "QTabBar::tab:focus { color: %3; background: %2; }"
                "QPushButton[small=\"true\"], QComboBox[small=\"true\"] { color: %3; background: %6;"
                "  border: 1px solid %2; border-radius: 4px; padding: 2px 8px; }"
-               "QComboBox[small=\"true\"]::drop-down { border: none; width: 18px; }"
+               "QComboBox[small=\"true\"] { background: transparent; }" // or the style shades its arrow
                "QPushButton[small=\"true\"]:focus, QComboBox[small=\"true\"]:focus { border-color: %3; }"
                "QPushButton[small=\"true\"]:disabled, QComboBox[small=\"true\"]:disabled { color: %5; }"
                "#ticketTitle { color: %3; font-weight: bold; }"

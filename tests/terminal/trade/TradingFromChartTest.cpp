@@ -10,6 +10,7 @@
 #include "tests/terminal/support/TradingWindow.h"
 #include "tradechartobject/common/TradeVocabulary.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QJsonArray>
@@ -369,7 +370,7 @@ TEST_F(TradingFromChart, AnOrderIsPlacedToldAndCancelledByKeyboardAlone)
     const QString before = told();
     whenOpen<QMessageBox>([](QMessageBox *box) {
         QTest::keyClick(box, Qt::Key_Tab);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClick(box->focusWidget() != nullptr ? box->focusWidget() : box, Qt::Key_Return);
     });
     press(Qt::Key_F3);
     press(Qt::Key_Delete);
