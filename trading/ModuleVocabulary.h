@@ -32,6 +32,11 @@ inline constexpr const char *CORPORATEACTIONS = "CorporateActions";
 inline constexpr const char *REPLACE = "Replace"; ///< place what is left of an order at another price
 } // namespace CmdType
 
+/// Values of the key "errcode".
+namespace ErrorCode {
+inline constexpr int LEDGERFAILED = 2; ///< the module could not look into its ledger: ask again later
+} // namespace ErrorCode
+
 /// Keys of questions of people, in whose language reasons come back.
 namespace AskerFields {
 /// "zh" or "en": the module speaks it from now on; of ENTRUSTPLACE, ACCOUNTINFO and OPENORDERS; may be left

@@ -59,6 +59,12 @@ bool isUnderWay(const QJsonObject &answer)
     return isGranted(answer) && replacementOf(answer) == Trading::ReplacementState::Waiting;
 }
 
+bool isWithoutLedger(const QJsonObject &answer)
+{
+    return !isGranted(answer) &&
+           answer.value(QLatin1String(TradeKeyFields::ERRCODE)).toInt() == Trading::ErrorCode::LEDGERFAILED;
+}
+
 DeskOutcome outcomeOf(const QJsonObject &answer)
 {
     if (isGranted(answer) && replacementOf(answer)) {

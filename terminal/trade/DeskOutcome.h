@@ -35,6 +35,10 @@ QString refusalOf(const QJsonObject &answer);
 /// True for the answer to a replacement that has begun and not ended: the module is to be asked again.
 bool isUnderWay(const QJsonObject &answer);
 
+/// True for the answer of a module that could not look into its ledger: of what it was asked about before it
+/// tells nothing.
+bool isWithoutLedger(const QJsonObject &answer);
+
 /// The outcome of a wish that the module answered so.
 DeskOutcome outcomeOf(const QJsonObject &answer);
 

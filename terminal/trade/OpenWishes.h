@@ -53,6 +53,8 @@ public:
     /// The module knows the wish and has not ended it: it is asked about again as long as that goes on, and
     /// nobody is told.
     void keepOpen(const QString &id);
+    /// True for a wish that is kept so.
+    bool isKept(const QString &id) const { return m_open.value(id).isKept; }
     /// Asks at once about those: something has changed.
     void askAboutKept();
 

@@ -257,6 +257,8 @@ void OrderDesk::takeAnswer(const QJsonObject &answer)
         takeAccount(answer);
     } else if (isUnderWay(answer)) {
         m_wishes.keepOpen(id);
+    } else if (isWithoutLedger(answer) && m_wishes.isKept(id)) {
+        // What the module has begun goes on, though it cannot tell now: the next try may find it ended.
     } else if (m_wishes.close(id, outcomeOf(answer))) {
         refresh();
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "trading/ModuleVocabulary.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 
@@ -12,7 +14,12 @@ class AnswerMessage
 {
 public:
     /// Values of "errcode".
-    enum ErrorCode { NoError = 0, NotUnderstood = 1, LedgerFailed = 2, Refused = 3 };
+    enum ErrorCode {
+        NoError = 0,
+        NotUnderstood = 1,
+        LedgerFailed = Trading::ErrorCode::LEDGERFAILED,
+        Refused = 3
+    };
 
     /// The value of "costprice" where there is no cost.
     static const QLatin1String noCost;

@@ -187,7 +187,11 @@ void TradeAnswers::answerPastOrders(const TradeRequest &request, AnswerMessage *
 
 void TradeAnswers::answerOpenOrders(const TradeRequest & /*request*/, AnswerMessage *answer)
 {
-    answer->setRows(rowsOf(m_exchange->openOrders()));
+    Orders open = m_exchange->openOrders();
+    for (Order &order : open) {
+        order.date = order.date == m_orders.today() ? TradingDate::today() : order.date; // see asOfToday()
+    }
+    answer->setRows(rowsOf(open));
 }
 
 void TradeAnswers::answerAccount(const TradeRequest & /*request*/, AnswerMessage *answer)

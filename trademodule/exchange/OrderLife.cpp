@@ -57,6 +57,11 @@ QString statusWhenPlaced(bool isExchangeOpen)
     return QLatin1String(isExchangeOpen ? Quoting : WaittingQuote);
 }
 
+bool isLeft(const Order &order)
+{
+    return is(order, None);
+}
+
 bool isNew(const Order &order)
 {
     return is(order, None) || is(order, Quoting) || is(order, WaittingQuote);

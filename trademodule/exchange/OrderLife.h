@@ -19,6 +19,9 @@ struct Conditions
 /// The status of an order that is placed.
 QString statusWhenPlaced(bool isExchangeOpen);
 
+/// True for an order that was left in the ledger and that no exchange has taken yet.
+bool isLeft(const Order &order);
+
 /// True for an order that the exchange has not seen yet.
 bool isNew(const Order &order);
 

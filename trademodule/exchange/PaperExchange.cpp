@@ -115,8 +115,8 @@ Order PaperExchange::enter(Order order, const QString &status)
     }
     m_cover.refuseUncovered(order);
     order.number = m_book.add(order);
-    if (const std::optional<Quote> told = m_newTrading.last(order.security)) {
-        m_toldMinutes.write(*told);
+    if (!OrderLife::isLeft(order)) { // an exchange that leaves an order to another one hears no quotes
+        keepTold({order});
     }
     m_hasPlaced = true;
     finish(&transaction, {order});
@@ -187,14 +187,27 @@ Replacement PaperExchange::replace(TradingDate date, qint64 number, Money price,
     m_replacements.begin(asked, order, market());
     OrderLife::cancel(&order);
     m_book.update(order);
-    finish(&transaction, Orders{order} + completed({order}));
-    return m_book.replacements().find(clientNumber).value_or(asked);
+    const Orders placed = completed({order});
+    const Replacement told = m_book.replacements().find(clientNumber).value_or(asked);
+    finish(&transaction, Orders{order} + placed);
+    return told;
+}
+
+/// How far the minutes of these orders' securities were told when they came or changed.
+void PaperExchange::keepTold(const Orders &orders)
+{
+    for (const Order &order : orders) {
+        if (const std::optional<Quote> told = m_newTrading.last(order.security)) {
+            m_toldMinutes.write(*told);
+        }
+    }
 }
 
 /// The orders that go on in place of those of these that ended and were to be replaced.
 Orders PaperExchange::completed(const Orders &changed)
 {
     const Orders placed = m_replacements.complete(changed, market());
+    keepTold(placed);
     m_hasPlaced = m_hasPlaced || !placed.isEmpty();
     return placed;
 }
@@ -260,6 +273,7 @@ void PaperExchange::advanceAll(bool (*isMeant)(const Order &))
     for (const Order &order : changed) {
         m_book.update(order);
     }
+    keepTold(changed);
     finish(&transaction, changed + completed(changed));
 }
 
@@ -286,22 +300,18 @@ void PaperExchange::take(const Quote &quote)
         return;
     }
     settleDoubt();
-    if (wasDealt(quote)) {
-        note(quote);
-        return;
-    }
     const std::optional<Quote> added = m_newTrading.of(quote);
     if (!added) {
         return;
     }
     m_market.note(quote.security, m_newTrading.timeWith(quote), quote.open, quote.previousClose);
     advanceAll();
-    if (m_market.hasNewReference()) {
-        m_market.keep();
-    }
     if (takesOrders(MarketRules::stateOnTradingDay(quote.security, quote.recorded.value_or(quote.date),
                                                    quote.time))) {
         deal(*added, quote); // at last: what fails can be taken again, and nothing is dealt twice
+    }
+    if (m_market.hasNewReference()) {
+        m_market.keep(); // a practised minute counts as played from here on
     }
     note(quote);
 }
@@ -386,16 +396,11 @@ void PaperExchange::settleDoubt()
     const bool wasMade = m_book.isCommitted(m_doubt->mark);
     const Doubt doubt = *std::exchange(m_doubt, std::nullopt);
     if (wasMade) {
-        m_dealtInDoubt = doubt.dealt;
+        if (doubt.dealt) {
+            note(*doubt.dealt); // when it is taken again, there is nothing new in it
+        }
         publish(doubt.changed);
     }
-}
-
-/// True for the quote that is taken again after its dealing was in doubt and turned out to be done.
-bool PaperExchange::wasDealt(const Quote &quote)
-{
-    const std::optional<Quote> dealt = std::exchange(m_dealtInDoubt, std::nullopt);
-    return dealt && dealt->security == quote.security && dealt->time == quote.time;
 }
 
 void PaperExchange::publish(const Orders &changed) const

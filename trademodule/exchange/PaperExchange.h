@@ -110,6 +110,7 @@ private:
     bool isOfToday(const Quote &quote);
     bool isPlayedAgain(const Quote &quote) const;
     void note(const Quote &quote);
+    void keepTold(const Orders &orders);
     Orders completed(const Orders &changed);
     OrderLife::Conditions conditionsOf(const Order &order) const;
     Orders advanced(bool (*isMeant)(const Order &));
@@ -119,7 +120,6 @@ private:
     qint64 dealOne(Order *order, const Quote &quote, qint64 atMost);
     void finish(Transaction *transaction, const Orders &changed, const Quote *dealt = nullptr);
     void settleDoubt();
-    bool wasDealt(const Quote &quote);
     void publish(const Orders &changed) const;
 
     /// A change of which is not known whether it was made, and what is told when it was.
@@ -142,7 +142,6 @@ private:
     std::optional<ClockTime> m_practisedUntil; // where a day is practised: what was played until then is over
     QSet<TradingDate> m_strangeDates;          // of quotes, told in the log
     std::optional<Doubt> m_doubt;
-    std::optional<Quote> m_dealtInDoubt; // its dealing was known only afterwards to have succeeded
 };
 
 } // namespace TradeModule

@@ -310,6 +310,23 @@ TEST_F(ChartTradesReplacing, AsksAgainWhileItWaitsAndTellsTheEnd)
     EXPECT_EQ(m_outcomes.front().text, QStringLiteral("6"));
 }
 
+TEST_F(ChartTradesReplacing, IsNotEndedByAModuleThatCannotLookIntoItsLedgerForAWhile)
+{
+    m_module.setAnswer(QStringLiteral("Replace"), replacement("waiting"));
+    ask();
+    ASSERT_TRUE(waitUntil([this] { return replacements().size() > 1; }));
+    QJsonObject away = refusedWith("the ledger is busy");
+    away[QStringLiteral("errcode")] = 2;
+    m_module.setAnswer(QStringLiteral("Replace"), away);
+    const size_t before = replacements().size();
+    ASSERT_TRUE(waitUntil([&] { return replacements().size() > before + 1; }));
+    EXPECT_THAT(m_outcomes, IsEmpty()) << "the module goes on with it";
+
+    m_module.setAnswer(QStringLiteral("Replace"), replacement("placed", "6"));
+    ASSERT_TRUE(waitUntil([this] { return !m_outcomes.empty(); }));
+    EXPECT_EQ(m_outcomes.front().replacement, Trading::ReplacementState::Placed);
+}
+
 TEST_F(ChartTradesReplacing, AsksAtOnceWhenTheModuleTellsOfAChange)
 {
     m_module.setAnswer(QStringLiteral("Replace"), replacement("waiting"));

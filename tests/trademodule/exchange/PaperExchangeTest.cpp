@@ -114,6 +114,28 @@ TEST_F(PaperExchangeOfADay, DealsNothingOfBeforeTheOrderOverARestart)
     EXPECT_EQ(now(order).matchedQuantity, 0) << "9.50 was before it";
 }
 
+TEST_F(PaperExchangeOfADay, DealsNothingOfBeforeAReplacementOverARestart)
+{
+    const Order old = buy(9.4, 100);
+    exchange().take(bar(1000, 10, 10, 9.9, 100000));
+    Quote minute = bar(1001, 10, 10, 9.5, 100000);
+    minute.close = yuan(10);
+    minute.time = ClockTime::of(10, 0, 20).value();
+    exchange().take(minute);
+    exchange().replace(old.date, old.number, yuan(9.6), QStringLiteral("r1"));
+    exchange().settle();
+    PaperExchange afterwards(&ledger());
+
+    minute.time = ClockTime::of(10, 0, 40).value();
+    minute.volume = 200000;
+    afterwards.take(minute);
+
+    const Orders open = OrderBook(&ledger()).open();
+    ASSERT_EQ(open.size(), 1);
+    EXPECT_EQ(open.front().price, yuan(9.6));
+    EXPECT_EQ(open.front().matchedQuantity, 0) << "9.50 was before it";
+}
+
 TEST_F(PaperExchangeOfADay, DealsADayThatIsPlayedAgainAfterARestart)
 {
     exchange().take(replayed(1001));
