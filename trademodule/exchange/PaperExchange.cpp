@@ -310,10 +310,10 @@ void PaperExchange::take(const Quote &quote)
                                                    quote.time))) {
         deal(*added, quote); // at last: what fails can be taken again, and nothing is dealt twice
     }
+    note(quote); // from here on a failure deals nothing again
     if (m_market.hasNewReference()) {
-        m_market.keep(); // a practised minute counts as played from here on
+        m_market.keep(); // a practised minute counts as played after a restart, too
     }
-    note(quote);
 }
 
 /// Nobody trades a practised minute twice: its session is begun again as a whole or not at all.
