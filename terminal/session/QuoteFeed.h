@@ -51,7 +51,6 @@ private:
     void tellMissedOrders(const Bar &bar);
     OrderPlan takeOrders(Trading::ClockTime until);
     void forgetPlanOfClosedDay();
-    void takeMessage(const QByteArray &payload);
     void checkPlacement(const OrderRequest &order, const DeskOutcome &outcome);
 
     const Replay *m_replay;

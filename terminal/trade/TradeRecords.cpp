@@ -63,6 +63,35 @@ Position readPosition(const QJsonObject &row)
 
 } // namespace
 
+namespace {
+
+bool isSame(const Security &one, const Security &other)
+{
+    return one.id() == other.id() && one.name == other.name;
+}
+
+} // namespace
+
+bool operator==(const OrderRecord &one, const OrderRecord &other)
+{
+    return one.number == other.number && one.status == other.status && one.dealt == other.dealt &&
+           one.dealtAmount == other.dealtAmount && one.side == other.side && one.day == other.day &&
+           one.time == other.time && one.price == other.price && one.quantity == other.quantity &&
+           isSame(one.security, other.security);
+}
+
+bool operator==(const Position &one, const Position &other)
+{
+    return one.quantity == other.quantity && one.sellable == other.sellable && one.cost == other.cost &&
+           isSame(one.security, other.security);
+}
+
+bool operator==(const Account &one, const Account &other)
+{
+    return one.cash == other.cash && one.available == other.available && one.costMethod == other.costMethod &&
+           one.positions == other.positions;
+}
+
 std::optional<double> OrderRecord::averagePrice() const
 {
     return dealt > 0 ? std::optional<double>(dealtAmount / static_cast<double>(dealt)) : std::nullopt;

@@ -27,7 +27,7 @@ struct AccountTrade
 using Trades = std::vector<AccountTrade>;
 
 /// The rows of an answer to a question for trades, of today or of past days; a row without a day or a
-/// quantity is left out.
+/// quantity is left out. Any thread may read them.
 Trades readTrades(const QJsonObject &answer);
 
 /// What trades come to together.
