@@ -2,6 +2,7 @@
 
 #include "terminal/trade/ShownAmount.h"
 #include "trading/MarketRules.h"
+#include "trading/TradingUnits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -53,7 +54,8 @@ std::optional<qint64> OrderDraft::largestQuantity() const
     }
     const double reserve = std::max(leastFeeReserve, *m_facts.available * feeReserveShare);
     const double shares = std::max(0.0, *m_facts.available - reserve) / m_order.price;
-    return rules().wholeQuantity(static_cast<qint64>(shares));
+    return rules().wholeQuantity(
+        static_cast<qint64>(std::min(shares, static_cast<double>(Trading::mostShares))));
 }
 
 QString OrderDraft::problem() const

@@ -4,6 +4,7 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trading/ModuleVocabulary.h"
 #include "trading/OrderStatusName.h"
+#include "trading/TradingUnits.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -22,9 +23,12 @@ QString textOf(const QJsonObject &row, const char *key)
     return row.value(QLatin1String(key)).toString();
 }
 
-qint64 numberOf(const QJsonObject &row, const char *key)
+/// None when there are more than anybody holds: a sum of such numbers could be no number at all.
+qint64 sharesOf(const QJsonObject &row, const char *key)
 {
-    return textOf(row, key).toLongLong();
+    const qint64 shares = textOf(row, key).toLongLong();
+    const bool isPossible = shares >= -Trading::mostHeldShares && shares <= Trading::mostHeldShares;
+    return isPossible ? shares : 0;
 }
 
 double amountOf(const QJsonObject &row, const char *key)
@@ -49,16 +53,16 @@ OrderRecord readOrder(const QJsonObject &row, Direction side)
     order.day = Trading::TradingDate::ofText(textOf(row, TradeKeyFields::RTSORDERDATE));
     order.time = Trading::ClockTime::ofText(textOf(row, TradeKeyFields::RTSENTRUSTTIME));
     order.price = amountOf(row, TradeKeyFields::RTSENTRUSTPRICE);
-    order.quantity = numberOf(row, TradeKeyFields::RTSENTRUSTQTY);
-    order.dealt = numberOf(row, TradeKeyFields::RTSMATCHQTY);
+    order.quantity = sharesOf(row, TradeKeyFields::RTSENTRUSTQTY);
+    order.dealt = sharesOf(row, TradeKeyFields::RTSMATCHQTY);
     order.dealtAmount = amountOf(row, TradeKeyFields::RTSMATCHAMT);
     return order;
 }
 
 Position readPosition(const QJsonObject &row)
 {
-    return {securityOf(row), numberOf(row, Trading::AccountFields::QTY),
-            numberOf(row, Trading::AccountFields::SELLABLE), amountOf(row, TradeKeyFields::COSTPRICE)};
+    return {securityOf(row), sharesOf(row, Trading::AccountFields::QTY),
+            sharesOf(row, Trading::AccountFields::SELLABLE), amountOf(row, TradeKeyFields::COSTPRICE)};
 }
 
 } // namespace

@@ -372,11 +372,14 @@ TEST_F(Request, IsAnsweredBehindMoreThanIsReadAtOnceAndAllOfThatIsDeliveredAfter
     const BusThread module(
         broker.address(), "TradeQuery",
         [](EndPoint &own, const QByteArray &, const QByteArray &replyChannel) {
-            const QByteArray filling(1 << 20, 'x');
+            const auto sendWhenThereIsRoom = [&own](const char *channel, const QByteArray &payload) {
+                waitUntil([&] { return own.sendMessage(channel, "t", payload); });
+            };
             for (int i = 0; i < count; ++i) {
-                waitUntil([&] { return own.sendMessage("c", "t", QByteArray::number(i) + ' ' + filling); });
+                sendWhenThereIsRoom("c", QByteArray::number(i) + ' ' + QByteArray(1 << 20, 'x'));
             }
-            waitUntil([&] { return own.sendMessage(replyChannel, "TradeQuery", "end"); });
+            sendWhenThereIsRoom("nobody", "room for an answer, which is given once");
+            own.sendMessage(replyChannel, "TradeQuery", "end");
         });
 
     EXPECT_EQ(asker.request("TradeQuery", "flood"), "end");
