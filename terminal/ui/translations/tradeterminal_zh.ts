@@ -57,6 +57,14 @@
 <context>
     <name>BarImport</name>
     <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as large: is this one in shares (--volume shares), or was that one in lots? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的 %5 倍：本文件以股为单位吗（--volume shares），还是那里以手为单位？--replace 可整个替换那个文件</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as small: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量只有那里的 %5 分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
+    </message>
+    <message>
         <source>%1: these are bars of %2, but the folder has %3 under this code; use another folder</source>
         <translation>%1：这是 %2 的K线，而文件夹中该代码是 %3；请用另一个文件夹</translation>
     </message>
@@ -99,14 +107,6 @@
     <message>
         <source>%1: %2 of %3 days that are in %4, too, have other prices: is one of both adjusted? --replace replaces the file as a whole</source>
         <translation>%1：与 %4 共有的 %3 天中有 %2 天价格不同：其中之一是复权的吗？--replace 可整个替换该文件</translation>
-    </message>
-    <message>
-        <source>%1: %2 of %3 days that are in %4, too, have a volume a hundred times as large: is this one in shares (--volume shares), or was that one in lots? --replace replaces the file as a whole</source>
-        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的一百倍：本文件以股为单位（--volume shares），还是那个文件以手为单位？--replace 可整个替换那个文件</translation>
-    </message>
-    <message>
-        <source>%1: %2 of %3 days that are in %4, too, have a hundredth of the volume: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
-        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的百分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
     </message>
     <message>
         <source>%1: cannot be removed: %2</source>
@@ -296,6 +296,10 @@
     <message>
         <source>Program of the trading module, which reads the ledger.</source>
         <translation>读取账本的交易模块程序。</translation>
+    </message>
+    <message>
+        <source>lots of %1</source>
+        <translation>手（每手 %1）</translation>
     </message>
     <message>
         <source>zh or en.</source>
@@ -3575,6 +3579,14 @@ The guides are in the folder docs of the program's documentation.</source>
 </context>
 <context>
     <name>BarRemarks</name>
+    <message>
+        <source>%1 of %2 bars have a volume of less than a lot, %3: is it in lots?</source>
+        <translation>%2 根K线中有 %1 根的成交量不足一手（%3）：是以手为单位吗？</translation>
+    </message>
+    <message>
+        <source>All volumes are whole multiples of %1: are they in shares, and not in lots?</source>
+        <translation>成交量全是 %1 的整数倍：是以股而不是以手为单位吗？</translation>
+    </message>
     <message>
         <source>The prices are adjusted: the cost and the trades of an account do not lie on them.</source>
         <translation>价格是复权的：账户的成本与成交不会落在K线上。</translation>
