@@ -152,14 +152,6 @@
         <translation>%1：与 %4 共有的 %3 天中有 %2 天价格不同：其中之一是复权的吗？--replace 可整个替换该文件</translation>
     </message>
     <message>
-        <source>%1: %2 of %3 days that are in %4, too, have a volume a hundred times as large: is this one in shares (--volume shares), or was that one in lots? --replace replaces the file as a whole</source>
-        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的一百倍：本文件以股为单位（--volume shares），还是那个文件以手为单位？--replace 可整个替换那个文件</translation>
-    </message>
-    <message>
-        <source>%1: %2 of %3 days that are in %4, too, have a hundredth of the volume: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
-        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的百分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
-    </message>
-    <message>
         <source>%1: cannot be removed: %2</source>
         <translation>%1：无法删除：%2</translation>
     </message>
@@ -178,6 +170,14 @@
     <message>
         <source>%1: nothing says on which market %2 is: say --code %2.SH or --code %2.SZ</source>
         <translation>%1：无法判断 %2 属于哪个市场：请指明 --code %2.SH 或 --code %2.SZ</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as large: is this one in shares (--volume shares), or was that one in lots? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的 %5 倍：本文件以股为单位吗（--volume shares），还是那里以手为单位？--replace 可整个替换那个文件</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as small: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量只有那里的 %5 分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
     </message>
 </context>
 <context>
@@ -439,6 +439,10 @@
     <message>
         <source>Speaks with a program: see docs/terminal.md.</source>
         <translation>与程序对话：见 docs/terminal.md。</translation>
+    </message>
+    <message>
+        <source>lots of %1</source>
+        <translation>手（每手 %1）</translation>
     </message>
 </context>
 <context>
@@ -3633,6 +3637,14 @@ The guides are in the folder docs of the program's documentation.</source>
     <message>
         <source>These are bars of %1 minutes; the terminal takes each for one minute.</source>
         <translation>这是 %1 分钟线；终端把每根当作一分钟。</translation>
+    </message>
+    <message>
+        <source>%1 of %2 bars have a volume of less than a lot, %3: is it in lots?</source>
+        <translation>%2 根K线中有 %1 根的成交量不足一手（%3）：是以手为单位吗？</translation>
+    </message>
+    <message>
+        <source>All volumes are whole multiples of %1: are they in shares, and not in lots?</source>
+        <translation>成交量全是 %1 的整数倍：是以股而不是以手为单位吗？</translation>
     </message>
 </context>
 <context>
