@@ -1780,6 +1780,14 @@
         <source>&quot;waiting&quot;, &quot;placed&quot;, &quot;dealt&quot; or &quot;failed&quot;</source>
         <translation>“waiting”、“placed”、“dealt”或“failed”</translation>
     </message>
+    <message>
+        <source>ISO 8601 in UTC, as 2026-11-22T01:30:00Z</source>
+        <translation>ISO 8601 格式的世界时，如 2026-11-22T01:30:00Z</translation>
+    </message>
+    <message>
+        <source>0, 1, 2 or 3</source>
+        <translation>0、1、2 或 3</translation>
+    </message>
 </context>
 <context>
     <name>OverlayState</name>
