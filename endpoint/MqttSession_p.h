@@ -115,6 +115,7 @@ private:
     bool write();
     void collect();
     void takeIn(BusMessage &&message);
+    bool isReady() const;
     void announce();
     void updateWatch();
 
@@ -144,6 +145,7 @@ private:
     std::shared_ptr<MqttConnection> m_connection;
     std::unique_ptr<SocketWatch> m_watch;
     QTimer m_keepAliveTimer;
+    QTimer m_announcing; // of what request() has read
     Outbox m_outbox;
     bool m_readyIsDue = false;
 
