@@ -298,8 +298,16 @@
         <translation>读取账本的交易模块程序。</translation>
     </message>
     <message>
+        <source>hundred million shares</source>
+        <translation>亿股</translation>
+    </message>
+    <message>
         <source>lots of %1</source>
         <translation>手（每手 %1）</translation>
+    </message>
+    <message>
+        <source>thousand shares</source>
+        <translation>千股</translation>
     </message>
     <message>
         <source>zh or en.</source>
@@ -549,6 +557,10 @@
 </context>
 <context>
     <name>LedgerFills</name>
+    <message>
+        <source>it took too long, or was stopped</source>
+        <translation>用时过长，或已被停止</translation>
+    </message>
     <message>
         <source>the trades of ledger %1 could not be read: %2</source>
         <translation>无法读取账本 %1 的成交：%2</translation>
@@ -2275,6 +2287,10 @@
         <translation>正在列出文件</translation>
     </message>
     <message>
+        <source>Reading the account's trades</source>
+        <translation>读取账户成交</translation>
+    </message>
+    <message>
         <source>cannot be taken back: the import of bars has ended</source>
         <translation>无法撤回：导入K线的程序已结束</translation>
     </message>
@@ -3586,6 +3602,10 @@ The guides are in the folder docs of the program's documentation.</source>
     <message>
         <source>All volumes are whole multiples of %1: are they in shares, and not in lots?</source>
         <translation>成交量全是 %1 的整数倍：是以股而不是以手为单位吗？</translation>
+    </message>
+    <message>
+        <source>Most bars are %1 days apart; the terminal takes each for one day.</source>
+        <translation>多数K线相隔 %1 天；本终端把每根都当作一天。</translation>
     </message>
     <message>
         <source>The prices are adjusted: the cost and the trades of an account do not lie on them.</source>
