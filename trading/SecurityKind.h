@@ -24,4 +24,14 @@ enum class SecurityKind {
 /// The kind of a security; of one whose name is not known, as if it had a usual one.
 SecurityKind kindOf(const SecurityId &security, const QString &name = {});
 
+/// How long a security has been listed, as far as its name tells: the exchanges put N before it on the first
+/// day, and C on the four days after that.
+enum class ListingStage {
+    FirstDay,
+    FirstDays, ///< the second to the fifth
+    Later,     ///< and whatever has no name
+};
+
+ListingStage listingStageOf(const QString &name);
+
 } // namespace Trading

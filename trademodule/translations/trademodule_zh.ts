@@ -130,6 +130,10 @@
         <translation>委托 %1 不能撤单：%2</translation>
     </message>
     <message>
+        <source>quotes of a replay of %1 are left alone: this account does not practise that day</source>
+        <translation>忽略 %1 的回放行情：此账户并不练习那一天</translation>
+    </message>
+    <message>
         <source>quotes of %1 are left alone: orders are dealt against quotes of today, %2</source>
         <translation>忽略 %1 的行情：委托只与今日（%2）的行情撮合</translation>
     </message>
