@@ -1,6 +1,7 @@
 #include "trading/SecurityKind.h"
 
 #include "trading/CodeRanges.h"
+#include "trading/TradingUnits.h"
 
 #include <QRegularExpression>
 
@@ -75,6 +76,27 @@ ListingStage listingStageOf(const QString &name)
         return ListingStage::Later;
     }
     return letter == QLatin1String("N") ? ListingStage::FirstDay : ListingStage::FirstDays;
+}
+
+qint64 lotOf(SecurityKind kind)
+{
+    switch (kind) {
+    case SecurityKind::Bond:
+    case SecurityKind::ConvertibleBond:
+    case SecurityKind::Repo:
+        return bondsOfLot;
+    case SecurityKind::MainShare:
+    case SecurityKind::SpecialTreatment:
+    case SecurityKind::StarShare:
+    case SecurityKind::ChiNextShare:
+    case SecurityKind::BeijingShare:
+    case SecurityKind::ForeignShare:
+    case SecurityKind::Fund:
+    case SecurityKind::YoungBoardFund:
+    case SecurityKind::Other:
+        break;
+    }
+    return sharesOfLot;
 }
 
 } // namespace Trading

@@ -34,4 +34,7 @@ enum class ListingStage {
 
 ListingStage listingStageOf(const QString &name);
 
+/// How many shares, units of a fund or bonds of 100 yuan are one 手, in which charts and files count volumes.
+qint64 lotOf(SecurityKind kind);
+
 } // namespace Trading
