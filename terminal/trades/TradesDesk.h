@@ -37,9 +37,10 @@ public:
     /// Chooses whose trades are asked for; those known so far are forgotten when it is another security.
     void show(const Security &security);
 
-    /// The account practises this day. The module tells its trades as today's and as past ones; they count as
-    /// today's while the day is played as today, and as those of the day otherwise.
-    void setPractised(Trading::TradingDate day, bool isPlayed);
+    /// Dates the account's trades of today, for one that practises: `on` the chart of the day that is played
+    /// as today they are today's, elsewhere they have the date that the module tells, that of the practised
+    /// day.
+    void setPlayedAsToday(bool on);
 
     /// Of the shown security, oldest first.
     const Trades &trades() const { return m_trades; }
@@ -75,8 +76,7 @@ private:
     Trades m_ofToday;
     Trades m_trades; ///< both
     QString m_refusal;
-    std::optional<Trading::TradingDate> m_practised;
-    bool m_isPlayed = false; ///< the practised day
+    bool m_isPlayedAsToday = false; ///< what the account practises
     bool m_isStarted = false;
 };
 

@@ -2,6 +2,7 @@
 #include "terminal/trade/OrderDraft.h"
 #include "tests/support/ByName.h"
 #include "tests/support/NearestTick.h"
+#include "tests/terminal/support/DayAndTime.h"
 
 #include <gmock/gmock.h>
 
@@ -138,6 +139,29 @@ TEST(OrderDraft, KnowsTheLimitsOfAFundByItsName)
     EXPECT_THAT(OrderDraft(fund, facts()).problem().toStdString(), HasSubstr("9.00 and 11.00"));
     fund.security.name = QStringLiteral("创业板ETF");
     EXPECT_EQ(OrderDraft(fund, facts()).problem(), QString());
+}
+
+TEST(OrderDraft, KeepsToTheRulesOfItsDay)
+{
+    DraftFacts ofDay = facts();
+    OrderRequest growth = order(buy, 11.5, 100, "300750");
+    growth.security.market = Market::Shenzhen;
+    ofDay.day = onDay(20200821);
+    EXPECT_THAT(OrderDraft(growth, ofDay).problem().toStdString(), HasSubstr("9.00 and 11.00"));
+    ofDay.day = onDay(20200824);
+    EXPECT_EQ(OrderDraft(growth, ofDay).problem(), QString());
+}
+
+TEST(OrderDraft, IsNoLargerThanTheLargestOrderOfTheBoard)
+{
+    DraftFacts rich = facts();
+    rich.available = 1e9;
+    rich.held = rich.sellable = 250000;
+    OrderRequest star = order(buy, 10, 100001, "688981");
+    EXPECT_THAT(OrderDraft(star, rich).problem().toStdString(), HasSubstr("at most 100000"));
+    EXPECT_EQ(OrderDraft(star, rich).largestQuantity(), 100000);
+    star.side = sell;
+    EXPECT_EQ(OrderDraft(star, rich).largestQuantity(), 100000);
 }
 
 TEST(OrderDraft, CountsBondsInLotsOfTen)
