@@ -17,7 +17,7 @@ debian_build=(
 debian_test=(
     libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev
     mosquitto-clients openssl postgresql python3 python3-paho-mqtt
-    xvfb xauth xdotool x11-utils faketime util-linux
+    xvfb xauth xdotool x11-utils dbus at-spi2-core weston qtwayland5 faketime util-linux
     clang-format clang-tidy abigail-tools doxygen reuse git
 )
 homebrew_build=(cmake ninja pkg-config qt@5 qwt-qt5 mosquitto libzip)
