@@ -6,6 +6,8 @@
 
 #include <deque>
 
+class QAbstractEventDispatcher;
+
 namespace LocalCommunication {
 
 class Inbox;
@@ -13,6 +15,8 @@ class Inbox;
 /// The inboxes of a thread take turns: together they hand messages over for a few milliseconds in a turn of
 /// its event loop, however many they are, and the rest waits until the user's input was handled. A thread has
 /// one of these, as long as one of its inboxes lives.
+///
+/// As long as nobody waits this costs the event loop nothing: it tells itself when a turn is over.
 class DeliveryTurns : public QObject
 {
     Q_OBJECT
@@ -32,13 +36,16 @@ public:
     void queue(Inbox *inbox);
 
 private:
-    explicit DeliveryTurns(QObject *dispatcher);
+    explicit DeliveryTurns(QAbstractEventDispatcher *dispatcher);
 
+    void endTurn() { m_isUsed = false; }
     void goOn();
+    void goOnLater();
 
     int m_members = 0;
     std::deque<Inbox *> m_waiting;
-    QTimer m_nextTurn; ///< runs while this turn's time is being used
+    QTimer m_nextTurn;     ///< runs while an inbox waits
+    bool m_isUsed = false; ///< this turn's time
     QDeadlineTimer m_end;
 };
 

@@ -65,13 +65,17 @@ MqttSession::MqttSession(QObject *parent)
       m_lookup(this),
       m_retry(pace),
       m_keepAliveTimer(this),
+      m_announcing(this),
       m_inbox(this)
 {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
     m_keepAliveTimer.setInterval(keepAliveInterval);
+    m_announcing.setSingleShot(true);
+    m_announcing.setInterval(0);
     connect(&m_timer, &QTimer::timeout, this, &MqttSession::handleTimeout);
     connect(&m_keepAliveTimer, &QTimer::timeout, this, &MqttSession::keepAlive);
+    connect(&m_announcing, &QTimer::timeout, this, &MqttSession::announce);
     connect(&m_inbox, &Inbox::delivered, this, &MqttSession::messageArrived);
     connect(&m_lookup, &HostLookup::found, this, &MqttSession::connectTo);
     connect(&m_lookup, &HostLookup::failed, this, &MqttSession::loseConnection);
@@ -396,7 +400,7 @@ void MqttSession::takeIn(BusMessage &&message)
 void MqttSession::announce()
 {
     const QPointer<MqttSession> alive(this);
-    if (m_readyIsDue && isJoined() && m_connection->isEverySubscriptionInPlace()) {
+    if (isReady()) {
         m_readyIsDue = false;
         Q_EMIT ready();
     }
@@ -408,6 +412,11 @@ void MqttSession::announce()
     if (alive) {
         m_inbox.run();
     }
+}
+
+bool MqttSession::isReady() const
+{
+    return m_readyIsDue && isJoined() && m_connection->isEverySubscriptionInPlace();
 }
 
 void MqttSession::updateWriteWatch()
@@ -470,8 +479,8 @@ QByteArray MqttSession::request(const QByteArray &path, const QByteArray &payloa
     }
     updateWriteWatch();
     m_inbox.runSoon();
-    if (m_readyIsDue) {
-        QTimer::singleShot(0, this, &MqttSession::announce);
+    if (isReady() || !m_receipts.empty()) {
+        m_announcing.start(); // once, however many questions are asked before the event loop is back
     }
     const QByteArray answer = m_request->answer();
     m_request.reset();

@@ -110,6 +110,7 @@ private:
     bool write();
     void collect();
     void takeIn(BusMessage &&message);
+    bool isReady() const;
     void announce();
     void updateWriteWatch();
 
@@ -137,6 +138,7 @@ private:
     std::unique_ptr<MqttConnection> m_connection;
     std::unique_ptr<SocketWatch> m_watch;
     QTimer m_keepAliveTimer;
+    QTimer m_announcing; // of what request() has read
     Outbox m_outbox;
     bool m_readyIsDue = false;
 

@@ -1,20 +1,14 @@
 #include "trading/AnswerCheck.h"
 
-#include "tradechartobject/common/OrderStatusTable.h"
 #include "tradechartobject/common/TradeVocabulary.h"
-#include "trading/ClockTime.h"
+#include "trading/KeyCheck.h"
 #include "trading/ModuleVocabulary.h"
-#include "trading/ReplacementState.h"
-#include "trading/ResultColumns.h"
-#include "trading/TradingDate.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace Trading {
 
@@ -23,128 +17,6 @@ namespace {
 using namespace TradeChart::TradeKeyFields;
 
 // Values
-
-bool isOfType(const QJsonValue &value, JsonType type)
-{
-    switch (type) {
-    case JsonType::Text:
-        return value.isString();
-    case JsonType::Number:
-        return value.isDouble();
-    case JsonType::Flag:
-        return value.isBool();
-    case JsonType::Record:
-        return value.isObject();
-    case JsonType::Texts:
-    case JsonType::Rows:
-        return value.isArray();
-    }
-    return false;
-}
-
-bool isWhole(const QString &text, int least)
-{
-    bool isNumber = false;
-    const int number = text.toInt(&isNumber);
-    return isNumber && number >= least;
-}
-
-bool isPrice(const QString &text)
-{
-    bool isNumber = false;
-    const double price = text.toDouble(&isNumber);
-    return isNumber && std::isfinite(price) && price >= 0;
-}
-
-bool isAmount(const QString &text)
-{
-    bool isNumber = false;
-    const double amount = text.toDouble(&isNumber);
-    return isNumber && std::isfinite(amount);
-}
-
-bool isCostMethod(const QString &text)
-{
-    const auto words = {CostWords::AVERAGE, CostWords::DILUTED, CostWords::FIFO};
-    return std::any_of(words.begin(), words.end(),
-                       [&text](const char *word) { return text == QLatin1String(word); });
-}
-
-bool isCost(const QString &text)
-{
-    bool isNumber = false;
-    const double cost = text.toDouble(&isNumber);
-    return isNumber && !std::isinf(cost);
-}
-
-/// With the hundredths: without them a time of the morning reads as one of the night. The first digit may be
-/// missing, as overlays read a number.
-bool isTime(const QString &text)
-{
-    constexpr int leastDigits = 7;
-    bool isNumber = false;
-    const int number = text.toInt(&isNumber);
-    return isNumber && text.size() >= leastDigits && ClockTime::ofNumber(number);
-}
-
-bool isClientNumber(const QString &text)
-{
-    constexpr int mostCharacters = 64;
-    return !text.isEmpty() && text.size() <= mostCharacters &&
-           std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u' ' && c <= u'~'; });
-}
-
-bool allows(Form form, const QString &text)
-{
-    switch (form) {
-    case Form::Any:
-        return true;
-    case Form::Filled:
-        return !text.isEmpty();
-    case Form::Day:
-        return TradingDate::ofText(text).has_value();
-    case Form::Time:
-        return isTime(text);
-    case Form::QuoteTime:
-        return ClockTime::ofText(text).has_value();
-    case Form::Price:
-        return isPrice(text);
-    case Form::Cost:
-        return isCost(text);
-    case Form::Whole:
-        return isWhole(text, 0);
-    case Form::Positive:
-        return isWhole(text, 1);
-    case Form::TradeSide:
-        return text == QLatin1String(TradeChart::BSFlag::BUY) ||
-               text == QLatin1String(TradeChart::BSFlag::SELL);
-    case Form::OrderSide:
-        return !TradeChart::toBsFlag(text).isEmpty();
-    case Form::OrderStatus:
-        return TradeChart::OrderStatusTable::find(text) != nullptr;
-    case Form::MarketLetters:
-        return marketOfLetters(text).has_value();
-    case Form::MarketNumber:
-        return marketOfNumber(text).has_value();
-    case Form::AnyMarket:
-        return marketOfLetters(text) || marketOfNumber(text);
-    case Form::Command:
-        return findMessage(MessageRole::Answer, text) != nullptr;
-    case Form::ClientNumber:
-        return isClientNumber(text);
-    case Form::Amount:
-        return isAmount(text);
-    case Form::ResultGroup:
-        return resultGroupOf(text).has_value();
-    case Form::ResultColumn:
-        return findResultColumn(text) != nullptr;
-    case Form::CostMethod:
-        return isCostMethod(text);
-    case Form::Replacement:
-        return replacementStateOf(text).has_value();
-    }
-    return false;
-}
 
 /// A value as the user may read it.
 QString shownValue(const QJsonValue &value)
@@ -180,18 +52,18 @@ private:
     QVector<AnswerFinding> m_findings;
 };
 
+/// Readers take a number as it is, whatever it is.
 void checkKey(const MessageKey &key, const QJsonValue &value, bool isInRow, Findings *findings)
 {
-    const bool isLeftOut = value.isUndefined() || value.isNull() ||
-                           (!key.isRequired && value.isString() && value.toString().isEmpty());
-    if (isLeftOut) {
-        if (key.isRequired) {
-            findings->add(AnswerFinding::Missing, key, value, isInRow);
-        }
-    } else if (!isOfType(value, key.type)) {
-        findings->add(AnswerFinding::WrongType, key, value, isInRow);
-    } else if (value.isString() && !allows(key.form, value.toString())) {
-        findings->add(AnswerFinding::NotAllowed, key, value, isInRow);
+    switch (faultOf(key, value)) {
+    case KeyFault::None:
+        return;
+    case KeyFault::Missing:
+        return findings->add(AnswerFinding::Missing, key, value, isInRow);
+    case KeyFault::WrongType:
+        return findings->add(AnswerFinding::WrongType, key, value, isInRow);
+    case KeyFault::NotAllowed:
+        return value.isString() ? findings->add(AnswerFinding::NotAllowed, key, value, isInRow) : void();
     }
 }
 

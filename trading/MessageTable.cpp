@@ -53,9 +53,9 @@ MessageKeys tradeKeys()
         {RTSMATCHAMT, JsonType::Text, Form::Price, optional, WhenWrong::Nothing, "amount in yuan"},
         {BUY, JsonType::Flag, Form::Any, optional, WhenWrong::Sale,
          "true for a buy; the combined overlay reads this"},
-        {PRICE, JsonType::Number, Form::Any, optional, WhenWrong::Zero,
+        {PRICE, JsonType::Number, Form::Price, optional, WhenWrong::Zero,
          "the price again, for the combined overlay"},
-        {VOL, JsonType::Number, Form::Any, optional, WhenWrong::Zero,
+        {VOL, JsonType::Number, Form::Price, optional, WhenWrong::Zero,
          "the shares again, for the combined overlay"},
         {DATE, JsonType::Text, Form::Day, optional, WhenWrong::Nothing,
          "the day again; the combined overlay reads and drops it"},
@@ -318,7 +318,8 @@ MessageKeys everyAnswer(const char *command, const Data &data)
         {OBJECTID, JsonType::Text, Form::Any, isCancellation, WhenWrong::Ignored, "the question's"},
         {SUCCESS, JsonType::Flag, Form::Any, isAction, isAction ? WhenWrong::Failure : WhenWrong::Success,
          "false for a failure, which has no \"data\""},
-        {ERRCODE, JsonType::Number, Form::Any, optional, WhenWrong::Nothing, "0, or the kind of failure"},
+        {ERRCODE, JsonType::Number, Form::FailureKind, optional, WhenWrong::Nothing,
+         "0, or the kind of failure"},
         {MSG, JsonType::Text, Form::Any, optional, WhenWrong::EmptyMessage, "the reason of a failure"},
         {DATA, data.type, Form::Any, required, WhenWrong::NoRows, "what was asked", &data.inside},
     };
@@ -334,6 +335,19 @@ MessageRow answer(const char *command, const Data &data, const MessageKeys &own 
 {
     return {MessageRole::Answer, TradeChart::Topic::TRADEQUERY, command, data.inside.title,
             everyAnswer(command, data) + own};
+}
+
+/// Repeats of its question whatever that held, so nothing is said of those keys here.
+MessageRow failure()
+{
+    return {MessageRole::Failure,
+            TradeChart::Topic::TRADEQUERY,
+            nullptr,
+            "what was asked could not be done, see above; it repeats \"cmd\", \"stkcode\", \"screenId\", "
+            "\"objectId\" and \"clientno\" of the question as they came",
+            {{SUCCESS, JsonType::Flag, Form::Any, required, WhenWrong::Success, "false"},
+             {ERRCODE, JsonType::Number, Form::FailureKind, required, WhenWrong::Zero, "the kind of failure"},
+             {MSG, JsonType::Text, Form::Filled, required, WhenWrong::EmptyMessage, "the reason"}}};
 }
 
 MessageKeys daysAsked()
@@ -418,18 +432,17 @@ MessageRow presence()
         {{INSTANCE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored,
           "another one each time that a module begins to serve"},
          {ONLINE, JsonType::Flag, Form::Any, required, WhenWrong::Ignored, "false: it serves no more"},
-         {FENCE, JsonType::Number, Form::Any, required, WhenWrong::Zero,
+         {FENCE, JsonType::Number, Form::Whole, required, WhenWrong::Zero,
           "rises each time that the ledger is taken over"},
          {VERSION, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of the program"},
          {PROTOCOL, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of questions and answers"},
          {CAN, JsonType::Texts, Form::Any, optional, WhenWrong::Nothing,
           "what it can do beyond the first protocol: \"clientno\", \"actions\", \"replace\", \"openorders\""},
          {HOST, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "the machine it runs on"},
-         {PROCESS, JsonType::Number, Form::Any, optional, WhenWrong::Nothing, "its process there"},
+         {PROCESS, JsonType::Number, Form::Positive, optional, WhenWrong::Nothing, "its process there"},
          {PROCESSSTART, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
           "when that process began, as its machine counts"},
-         {SINCE, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
-          "when it began to serve, ISO 8601 in UTC"},
+         {SINCE, JsonType::Text, Form::Instant, optional, WhenWrong::Nothing, "when it began to serve"},
          {READONLY, JsonType::Flag, Form::Any, optional, WhenWrong::Nothing,
           "true: it answers, but takes no orders"},
          {LEDGER, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
@@ -518,6 +531,7 @@ const std::vector<MessageRow> &messageTable()
         answer(COSTMETHOD, {JsonType::Record, chosenMethod()}),
         question(CORPORATEACTIONS, "dividends and bonus shares that the account received, oldest first"),
         answer(CORPORATEACTIONS, {JsonType::Rows, receivedAction()}),
+        failure(),
         notification(),
         presence(),
         quote(),
@@ -574,6 +588,8 @@ const char *wordOf(Form form)
         {Form::CostMethod, QT_TRANSLATE_NOOP("MessageTable", "\"average\", \"diluted\" or \"fifo\"")},
         {Form::Replacement,
          QT_TRANSLATE_NOOP("MessageTable", "\"waiting\", \"placed\", \"dealt\" or \"failed\"")},
+        {Form::Instant, QT_TRANSLATE_NOOP("MessageTable", "ISO 8601 in UTC, as 2026-11-22T01:30:00Z")},
+        {Form::FailureKind, QT_TRANSLATE_NOOP("MessageTable", "0, 1, 2 or 3")},
     };
     return findWord(words, form);
 }

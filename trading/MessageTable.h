@@ -35,7 +35,12 @@ enum class Form {
     ResultColumn,  ///< the key of one of their columns
     CostMethod,    ///< how costs are reckoned, see CostWords
     Replacement,   ///< how far a replacement is, see ReplacementWords
+    Instant,       ///< ISO 8601, in UTC
+    FailureKind,   ///< a number: 0 for none, up to lastFailureKind
 };
+
+/// The kinds of failures, see docs/messages.md, are numbers from 1 to this.
+inline constexpr int lastFailureKind = 3;
 
 /// What a reader does where a value is not what it must be, or a required key is missing.
 enum class WhenWrong {
@@ -90,6 +95,7 @@ struct RecordShape
 enum class MessageRole {
     Question,     ///< to the trading module, on channel "Global"
     Answer,       ///< from it, on the channel that the question names
+    Failure,      ///< from it there, in place of any answer: it could not do what was asked
     Notification, ///< from it to everybody: something has changed
     Presence,     ///< from it to everybody, retained
     Quote,        ///< to it, on channel "Market"

@@ -24,4 +24,7 @@ enum class SecurityKind {
 /// The kind of a security; of one whose name is not known, as if it had a usual one.
 SecurityKind kindOf(const SecurityId &security, const QString &name = {});
 
+/// How many shares, units of a fund or bonds of 100 yuan are one 手, in which charts and files count volumes.
+qint64 lotOf(SecurityKind kind);
+
 } // namespace Trading

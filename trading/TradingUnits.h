@@ -7,6 +7,10 @@ namespace Trading {
 /// The lot of most securities. MarketRules knows which have another one.
 constexpr qint64 sharesOfLot = 100;
 
+/// The lot of bonds, in bonds of 100 yuan face value.
+constexpr qint64 bondsOfLot = 10;
+constexpr qint64 faceValueOfBond = 100; ///< yuan
+
 /// From one price to the next for most securities. MarketRules knows which have another one.
 constexpr Money priceStep = Money::ofCents(1);
 

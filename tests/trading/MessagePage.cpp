@@ -234,6 +234,7 @@ QString allTables()
     return heading("Commands") + commandTable() + heading("Every question") + sharedKeys(questions) +
            heading("Own keys of questions") + ownKeys(questions) + heading("Every answer") +
            sharedKeys(answers) + heading("Own keys of answers") + ownKeys(answers) + shapeTables() +
+           unaskedTable("A failure", MessageRole::Failure) +
            unaskedTable("A notification", MessageRole::Notification) +
            unaskedTable("A presence", MessageRole::Presence) + unaskedTable("A quote", MessageRole::Quote) +
            QStringLiteral("\n");

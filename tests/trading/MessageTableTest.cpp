@@ -1,9 +1,12 @@
 // The one table of messages, and the page that is made from it.
 #include "trading/MessageTable.h"
+#include "tests/trading/MessageFiles.h"
 #include "tests/trading/MessagePage.h"
+#include "tests/trading/MessageSchemas.h"
 
 #include <gmock/gmock.h>
 
+#include <QDir>
 #include <QFile>
 #include <QSet>
 
@@ -51,13 +54,29 @@ TEST(MessageTable, SaysWhatComesOfEveryRequiredKeyThatIsWrong)
     }
 }
 
-TEST(MessageTablePage, HasTheTablesOfTheCode)
+QByteArray contentsOf(const QString &path)
 {
-    QFile file(QStringLiteral(TRADECHART_SOURCE_DIR "/docs/messages.md"));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray page = file.readAll();
-    EXPECT_EQ(page.toStdString(), withMessageTables(page).toStdString())
-        << "scripts/message-page writes it anew";
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+TEST(MessageTableFiles, AreThoseOfTheCode)
+{
+    const QString tree = QStringLiteral(TRADECHART_SOURCE_DIR);
+    const auto files = messageFiles(tree);
+    EXPECT_GT(files.size(), 20);
+    for (auto file = files.begin(); file != files.end(); ++file) {
+        EXPECT_EQ(contentsOf(tree + QLatin1Char('/') + file.key()).toStdString(), file->toStdString())
+            << file.key().toStdString() << ": scripts/message-page writes it anew";
+    }
+}
+
+TEST(MessageTableFiles, AreAllSchemasThatThereAre)
+{
+    const QDir schemas(QStringLiteral(TRADECHART_SOURCE_DIR "/schemas"));
+    for (const QString &name : schemas.entryList({QStringLiteral("*.json")})) {
+        EXPECT_TRUE(messageSchemas().contains(name)) << name.toStdString() << " is of no message any more";
+    }
 }
 
 TEST(MessageTablePage, IsLeftAloneWithoutMarks)

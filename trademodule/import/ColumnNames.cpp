@@ -1,6 +1,7 @@
 #include "trademodule/import/ColumnNames.h"
 
 #include "trademodule/import/CellValue.h"
+#include "trading/TradingUnits.h"
 
 #include <QRegularExpression>
 
@@ -15,15 +16,20 @@ QStringList words(const char *text)
     return QString::fromUtf8(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
-struct Unit
+struct UnitName
 {
     const char *name;
-    int count;
+    ColumnUnit unit;
 };
 
-constexpr Unit units[] = {
-    {"手", 100},    {"百股", 100},   {"千股", 1000}, {"万股", 10000},
-    {"千元", 1000}, {"万元", 10000}, {"万", 10000},
+constexpr UnitName unitNames[] = {
+    {"手", {Trading::sharesOfLot, Trading::bondsOfLot}},
+    {"百股", {100, 100}},
+    {"千股", {1000, 1000}},
+    {"万股", {10000, 10000}},
+    {"千元", {1000, 1000}},
+    {"万元", {10000, 10000}},
+    {"万", {10000, 10000}},
 };
 
 /// The text in brackets, or after a slash, at a name's end.
@@ -140,16 +146,17 @@ QString plainName(const QString &headerCell)
     return (unit.hasMatch() ? name.left(unit.capturedStart()) : name).toLower();
 }
 
-int unitOf(const QString &headerCell)
+ColumnUnit unitOf(const QString &headerCell)
 {
     static const QRegularExpression blanks(QStringLiteral("\\s"));
     const QString name = CellValue::cleaned(headerCell).remove(blanks);
     const auto match = unitForm().match(name);
     const QString text = match.captured(1) + match.captured(2);
-    const auto *const unit = std::find_if(std::begin(units), std::end(units), [&text](const Unit &row) {
-        return text == QString::fromUtf8(row.name);
-    });
-    return unit == std::end(units) ? 1 : unit->count;
+    const auto *const row =
+        std::find_if(std::begin(unitNames), std::end(unitNames), [&text](const UnitName &candidate) {
+            return text == QString::fromUtf8(candidate.name);
+        });
+    return row == std::end(unitNames) ? ColumnUnit() : row->unit;
 }
 
 std::optional<Column> ofKey(const QString &key)

@@ -3,6 +3,7 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/import/CellValue.h"
+#include "trading/TradingUnits.h"
 
 #include <algorithm>
 
@@ -185,6 +186,20 @@ Money movedMoney(const EntryAmounts &amounts, const StatementRow &row, const Ent
                         : entry.kind.effect == Effect::Nothing ? Money() // an amount that nobody paid
                                                                : amounts.statedAmount();
     return moved.isZero() || !isPaid(entry) ? moved : -moved;
+}
+
+/// A balance is counted as the quantity beside it: bonds in lots of ten, where the money has told that.
+std::optional<qint64> sharesAfter(const StatementRow &row, const Entry &entry)
+{
+    if (!entry.shares) {
+        return EntryAmounts(row).sharesAfter();
+    }
+    const auto range = CodeRanges::on(entry.shares->security.market, entry.shares->security.code);
+    const EntryAmounts amounts(row, range ? range->kind : SecurityClass::Share);
+    const auto told = amounts.sharesAfter();
+    const qint64 quantity = std::abs(amounts.quantity());
+    const bool areInLots = quantity > 0 && entry.shares->quantity == quantity * Trading::bondsOfLot;
+    return told && areInLots ? std::optional(*told * Trading::bondsOfLot) : told;
 }
 
 /// Where no column is known to tell the amount, an unknown one may.
@@ -380,7 +395,7 @@ void EntryReader::readMoney(const StatementRow &row, Entry *entry)
 void EntryReader::readBalances(const StatementRow &row, Entry *entry)
 {
     if (row.has(Column::SharesAfter)) {
-        entry->sharesAfter = EntryAmounts(row).sharesAfter();
+        entry->sharesAfter = sharesAfter(row, *entry);
     }
     const bool isPlainTrade = entry->shares && isTrade(entry->shares->side);
     if (!isYuan(row) || (isPlainTrade && !row.has(Column::CashAfter))) {

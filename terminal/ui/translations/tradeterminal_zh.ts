@@ -2,6 +2,57 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>QCommandLineParser</name>
+    <message>
+        <source>Usage: %1</source>
+        <translation>用法：%1</translation>
+    </message>
+    <message>
+        <source>[options]</source>
+        <translation>[选项]</translation>
+    </message>
+    <message>
+        <source>Options:</source>
+        <translation>选项：</translation>
+    </message>
+    <message>
+        <source>Arguments:</source>
+        <translation>参数：</translation>
+    </message>
+    <message>
+        <source>Displays version information.</source>
+        <translation>显示版本信息。</translation>
+    </message>
+    <message>
+        <source>Displays help on commandline options.</source>
+        <translation>显示命令行选项的帮助。</translation>
+    </message>
+    <message>
+        <source>Displays this help.</source>
+        <translation>显示本帮助。</translation>
+    </message>
+    <message>
+        <source>Displays help including Qt specific options.</source>
+        <translation>显示包括 Qt 专用选项的帮助。</translation>
+    </message>
+    <message>
+        <source>Unknown option &apos;%1&apos;.</source>
+        <translation>未知选项“%1”。</translation>
+    </message>
+    <message>
+        <source>Unknown options: %1.</source>
+        <translation>未知选项：%1。</translation>
+    </message>
+    <message>
+        <source>Missing value after &apos;%1&apos;.</source>
+        <translation>“%1”之后缺少值。</translation>
+    </message>
+    <message>
+        <source>Unexpected value after &apos;%1&apos;.</source>
+        <translation>“%1”之后有多余的值。</translation>
+    </message>
+</context>
+<context>
     <name>BarChecks</name>
     <message>
         <source>%1 is a Saturday or Sunday: no trading day</source>
@@ -101,14 +152,6 @@
         <translation>%1：与 %4 共有的 %3 天中有 %2 天价格不同：其中之一是复权的吗？--replace 可整个替换该文件</translation>
     </message>
     <message>
-        <source>%1: %2 of %3 days that are in %4, too, have a volume a hundred times as large: is this one in shares (--volume shares), or was that one in lots? --replace replaces the file as a whole</source>
-        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的一百倍：本文件以股为单位（--volume shares），还是那个文件以手为单位？--replace 可整个替换那个文件</translation>
-    </message>
-    <message>
-        <source>%1: %2 of %3 days that are in %4, too, have a hundredth of the volume: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
-        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的百分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
-    </message>
-    <message>
         <source>%1: cannot be removed: %2</source>
         <translation>%1：无法删除：%2</translation>
     </message>
@@ -127,6 +170,14 @@
     <message>
         <source>%1: nothing says on which market %2 is: say --code %2.SH or --code %2.SZ</source>
         <translation>%1：无法判断 %2 属于哪个市场：请指明 --code %2.SH 或 --code %2.SZ</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as large: is this one in shares (--volume shares), or was that one in lots? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的 %5 倍：本文件以股为单位吗（--volume shares），还是那里以手为单位？--replace 可整个替换那个文件</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as small: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量只有那里的 %5 分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
     </message>
 </context>
 <context>
@@ -388,6 +439,10 @@
     <message>
         <source>Speaks with a program: see docs/terminal.md.</source>
         <translation>与程序对话：见 docs/terminal.md。</translation>
+    </message>
+    <message>
+        <source>lots of %1</source>
+        <translation>手（每手 %1）</translation>
     </message>
 </context>
 <context>
@@ -1724,6 +1779,14 @@
     <message>
         <source>&quot;waiting&quot;, &quot;placed&quot;, &quot;dealt&quot; or &quot;failed&quot;</source>
         <translation>“waiting”、“placed”、“dealt”或“failed”</translation>
+    </message>
+    <message>
+        <source>ISO 8601 in UTC, as 2026-11-22T01:30:00Z</source>
+        <translation>ISO 8601 格式的世界时，如 2026-11-22T01:30:00Z</translation>
+    </message>
+    <message>
+        <source>0, 1, 2 or 3</source>
+        <translation>0、1、2 或 3</translation>
     </message>
 </context>
 <context>
@@ -3583,6 +3646,14 @@ The guides are in the folder docs of the program's documentation.</source>
         <source>These are bars of %1 minutes; the terminal takes each for one minute.</source>
         <translation>这是 %1 分钟线；终端把每根当作一分钟。</translation>
     </message>
+    <message>
+        <source>%1 of %2 bars have a volume of less than a lot, %3: is it in lots?</source>
+        <translation>%2 根K线中有 %1 根的成交量不足一手（%3）：是以手为单位吗？</translation>
+    </message>
+    <message>
+        <source>All volumes are whole multiples of %1: are they in shares, and not in lots?</source>
+        <translation>成交量全是 %1 的整数倍：是以股而不是以手为单位吗？</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::MarketHours</name>
@@ -3625,6 +3696,174 @@ The guides are in the folder docs of the program's documentation.</source>
     <message>
         <source>Trading at the closing price</source>
         <translation>盘后定价交易</translation>
+    </message>
+</context>
+<context>
+    <name>TerminalOptions</name>
+    <message>
+        <source>a text that is not empty</source>
+        <translation>非空的文字</translation>
+    </message>
+    <message>
+        <source>a date of the form yyyymmdd</source>
+        <translation>形如 yyyymmdd 的日期</translation>
+    </message>
+    <message>
+        <source>a list, separated by commas, of %1</source>
+        <translation>以逗号分隔的列表，可选：%1</translation>
+    </message>
+    <message>
+        <source>security, month, year, sale or trip</source>
+        <translation>security、month、year、sale 或 trip</translation>
+    </message>
+    <message>
+        <source>WIDTHxHEIGHT between 640x360 and 8192x8192, e.g. 1600x900</source>
+        <translation>宽x高，介于 640x360 与 8192x8192 之间，例如 1600x900</translation>
+    </message>
+    <message>
+        <source>a number of seconds from 1 to 600</source>
+        <translation>1 到 600 之间的秒数</translation>
+    </message>
+    <message>
+        <source>a speed from %1 to %2</source>
+        <translation>%1 到 %2 之间的倍速</translation>
+    </message>
+    <message>
+        <source>a trading minute as hhmm, e.g. 1000</source>
+        <translation>形如 hhmm 的交易分钟，例如 1000</translation>
+    </message>
+    <message>
+        <source>Folder with securities.csv, daily/ and minute/.</source>
+        <translation>含有 securities.csv、daily/ 和 minute/ 的数据文件夹。</translation>
+    </message>
+    <message>
+        <source>Security to show, e.g. 600519.</source>
+        <translation>要显示的证券，例如 600519。</translation>
+    </message>
+    <message>
+        <source>day, week, month or minute.</source>
+        <translation>day（日线）、week（周线）、month（月线）或 minute（分时）。</translation>
+    </message>
+    <message>
+        <source>Day of a minute chart; else the last recorded.</source>
+        <translation>分时图的日期；缺省为最后一个有数据的交易日。</translation>
+    </message>
+    <message>
+        <source>Overlays to show, separated by commas: %1.</source>
+        <translation>要显示的叠加层，以逗号分隔：%1。</translation>
+    </message>
+    <message>
+        <source>on or off: every trade at its minute and price, and open orders; a picture has them when this says on.</source>
+        <translation>on 或 off：在成交的分钟和价位显示每笔成交，以及未完成的委托；图片只在此项为 on 时才画。</translation>
+    </message>
+    <message>
+        <source>Opens the list of results: by security, month, year, sale or trip.</source>
+        <translation>打开盈亏列表：按 security（证券）、month（月）、year（年）、sale（每次卖出）或 trip（每个来回）。</translation>
+    </message>
+    <message>
+        <source>File of the overlay library.</source>
+        <translation>叠加层插件的文件。</translation>
+    </message>
+    <message>
+        <source>Ledger to serve; starts the trading module on it.</source>
+        <translation>要使用的账本；交易模块随之启动。</translation>
+    </message>
+    <message>
+        <source>Program of the trading module.</source>
+        <translation>交易模块的程序。</translation>
+    </message>
+    <message>
+        <source>light or dark.</source>
+        <translation>light（浅色）或 dark（深色）。</translation>
+    </message>
+    <message>
+        <source>Colour of rising bars: red or green.</source>
+        <translation>上涨的颜色：red（红）或 green（绿）。</translation>
+    </message>
+    <message>
+        <source>zh or en.</source>
+        <translation>zh（中文）或 en（英文）。</translation>
+    </message>
+    <message>
+        <source>Writes a picture instead of opening a window; needs no display.</source>
+        <translation>不打开窗口而写出图片；不需要显示器。</translation>
+    </message>
+    <message>
+        <source>Size of the window or picture in pixels.</source>
+        <translation>窗口或图片的大小，以像素计。</translation>
+    </message>
+    <message>
+        <source>How long a snapshot waits for the overlays' data.</source>
+        <translation>写图片时等待叠加层数据的时间。</translation>
+    </message>
+    <message>
+        <source>Goes on with a practice, a recorded day with an account of its own; --replay is its speed.</source>
+        <translation>继续一次练习，即用单独的账户交易一个历史交易日；--replay 为其倍速。</translation>
+    </message>
+    <message>
+        <source>Plays a recorded day as today, 1 to 600 times as fast; for --period minute, which it implies.</source>
+        <translation>把一个历史交易日当作今天回放，1 到 600 倍速；用于 --period minute，此项自动生效。</translation>
+    </message>
+    <message>
+        <source>Plays the day at once up to this minute; a snapshot stops there, else at the end.</source>
+        <translation>直接回放到这一分钟；写图片时停在此处，缺省为收盘。</translation>
+    </message>
+    <message>
+        <source>&quot;HHMM buy|sell QUANTITY PRICE&quot;: placed when the replay has come to that minute; may be given several times.</source>
+        <translation>“HHMM buy|sell 数量 价格”：回放到这一分钟时下单；可重复给出。</translation>
+    </message>
+    <message>
+        <source>--%1 is &quot;%2&quot;, but must be %3</source>
+        <translation>--%1 的值为“%2”，但应为：%3</translation>
+    </message>
+    <message>
+        <source>the --order of %1 would never be placed: the picture of --snapshot is taken at %2, where the replay stops; see --replay-to</source>
+        <translation>%1 的 --order 不会被下单：--snapshot 的图片在回放停止的 %2 截取；见 --replay-to</translation>
+    </message>
+    <message>
+        <source>--practice says itself what --%1 would: leave that out</source>
+        <translation>--practice 已经决定了 --%1 的内容：请去掉该选项</translation>
+    </message>
+    <message>
+        <source>--%1 needs --replay</source>
+        <translation>--%1 需要与 --replay 一起使用</translation>
+    </message>
+    <message>
+        <source>--replay plays minutes: --period must be minute or be left out</source>
+        <translation>--replay 回放分时：--period 应为 minute 或不写</translation>
+    </message>
+    <message>
+        <source>Chart terminal with the account's cost, trades and orders.
+To bring bars of your own: tradeterminal bars import --help.</source>
+        <translation>行情图终端，显示账户的成本、成交和委托。
+导入自己的行情：tradeterminal bars import --help。</translation>
+    </message>
+    <message>
+        <source>Shows prices before ex-dates adjusted, by actions/CODE.csv of the data folder.</source>
+        <translation>按数据文件夹中的 actions/CODE.csv 显示前复权价格。</translation>
+    </message>
+    <message>
+        <source>Does not start a message broker.</source>
+        <translation>不启动消息代理。</translation>
+    </message>
+    <message>
+        <source>Hides the account's cost and quantities.</source>
+        <translation>隐藏账户的成本和数量。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no option; see --help</source>
+        <translation>“%1”不是选项；见 --help</translation>
+    </message>
+    <message>
+        <source>--data must name a folder with securities.csv, daily/ and minute/</source>
+        <translation>--data 应指向含有 securities.csv、daily/ 和 minute/ 的文件夹</translation>
+    </message>
+</context>
+<context>
+    <name>PlannedOrder</name>
+    <message>
+        <source>HHMM buy|sell QUANTITY PRICE with a trading minute, e.g. &quot;1000 buy 500 13.35&quot;</source>
+        <translation>HHMM buy|sell 数量 价格，时间为交易分钟，例如 &quot;1000 buy 500 13.35&quot;</translation>
     </message>
 </context>
 </TS>

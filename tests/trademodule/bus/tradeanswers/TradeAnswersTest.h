@@ -2,6 +2,7 @@
 
 #include "tests/trademodule/support/LedgerFixture.h"
 #include "trademodule/bus/TradeAnswers.h"
+#include "trading/MessageCheck.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -28,7 +29,9 @@ protected:
     QJsonObject ask(const QJsonObject &object)
     {
         PaperExchange exchange(&ledger());
-        return QJsonDocument::fromJson(TradeAnswers(&ledger(), &exchange).answer(object)).object();
+        const QByteArray answer = TradeAnswers(&ledger(), &exchange).answer(object);
+        expectAsTheTableSays(object, QJsonDocument::fromJson(answer).object());
+        return QJsonDocument::fromJson(answer).object();
     }
 
     QJsonArray rows(const QJsonObject &object)
@@ -37,6 +40,17 @@ protected:
         EXPECT_TRUE(answer[QStringLiteral("success")].toBool())
             << answer[QStringLiteral("msg")].toString().toStdString();
         return answer[QStringLiteral("data")].toArray();
+    }
+
+private:
+    static void expectAsTheTableSays(const QJsonObject &asked, const QJsonObject &answer)
+    {
+        using namespace Trading;
+        const MessageRow *known = findMessage(MessageRole::Answer, asked[QStringLiteral("cmd")].toString());
+        known = known == nullptr ? findMessage(MessageRole::Failure) : known;
+        for (const KeyFinding &finding : findingsIn(*known, answer)) {
+            ADD_FAILURE() << "the guides do not know such an answer: " << finding.place.toStdString();
+        }
     }
 };
 
