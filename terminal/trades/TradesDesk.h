@@ -34,6 +34,8 @@ public:
 
     /// While it is on, trades are asked for.
     void watch(bool on);
+    /// Asks at once, while it watches: what was asked before a trading module came is lost.
+    void askAnew();
     bool isWatching() const { return m_heartbeat.isActive(); }
 
     /// Chooses whose trades are asked for; those known so far are forgotten when it is another security.
@@ -70,7 +72,6 @@ private:
     QString askToday();
     bool isPastDue() const;
     QString send(Trading::Question question);
-    void askAnew();
     void handleMessage(const QByteArray &topic, const QByteArray &payload);
     AsideWork::Then read(const QByteArray &payload);
     void takeAnswer(const QJsonObject &answer, Trades rows);
