@@ -278,8 +278,8 @@ void repaintTwoHundredBars(benchmark::State &state)
     measure(state, scene, [&scene] { scene.repaint(); });
 }
 
-/// A bar comes, the overlays are calculated with all bars before the scales are fitted, and everything is drawn
-/// anew.
+/// A bar comes, the overlays are calculated with all bars before the scales are fitted, and everything is
+/// drawn anew.
 void takeNewBar(benchmark::State &state)
 {
     Scene scene(new ManyMarks);

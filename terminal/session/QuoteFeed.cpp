@@ -16,17 +16,6 @@
 
 namespace Terminal {
 
-namespace {
-
-using namespace TradeChart::TradeKeyFields;
-
-QString key(const char *word)
-{
-    return QLatin1String(word);
-}
-
-} // namespace
-
 QuoteFeed::QuoteFeed(const Replay *replay, OrderDesk *desk, OrderPlan plan, QObject *parent)
     : QObject(parent),
       m_replay(replay),
@@ -40,7 +29,11 @@ QuoteFeed::QuoteFeed(const Replay *replay, OrderDesk *desk, OrderPlan plan, QObj
     connect(replay, &Replay::stateChanged, this, &QuoteFeed::forgetPlanOfClosedDay);
     connect(m_endPoint, &EndPoint::ready, this, &QuoteFeed::joined);
     connect(m_endPoint, &EndPoint::messageReceived, this,
-            [this](const QByteArray &, const QByteArray &payload) { takeMessage(payload); });
+            [this](const QByteArray &, const QByteArray &, const QByteArray &channel) {
+                if (channel == m_channel) { // the client hears the answers to the desk, too
+                    Q_EMIT taken();
+                }
+            });
     connect(desk, &OrderDesk::placed, this, &QuoteFeed::checkPlacement);
     m_endPoint->subscribe(m_channel, QByteArray(TradeChart::Topic::TRADEQUERY));
 }
@@ -124,15 +117,6 @@ void QuoteFeed::askWhetherTaken()
     question.answerOn(QString::fromLatin1(m_channel));
     question.setSecurity(m_replay->security().id());
     m_endPoint->sendMessage(Trading::Channel::GLOBAL, TradeChart::Topic::TRADEQUERY, question.toJson());
-}
-
-/// The client hears the answers to the desk, too.
-void QuoteFeed::takeMessage(const QByteArray &payload)
-{
-    const QJsonObject message = QJsonDocument::fromJson(payload).object();
-    if (message.value(key(SCREENID)).toString() == QString::fromLatin1(m_channel)) {
-        Q_EMIT taken();
-    }
 }
 
 } // namespace Terminal

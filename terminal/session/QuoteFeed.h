@@ -54,7 +54,6 @@ private:
     void tellMissedOrders(size_t completed);
     OrderPlan takeOrders(Trading::ClockTime until);
     void forgetPlanOfClosedDay();
-    void takeMessage(const QByteArray &payload);
     void checkPlacement(const OrderRequest &order, const DeskOutcome &outcome);
 
     const Replay *m_replay;

@@ -2,6 +2,7 @@
 
 #include "terminal/trade/ShownAmount.h"
 #include "trading/MarketRules.h"
+#include "trading/TradingUnits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -65,7 +66,8 @@ std::optional<qint64> OrderDraft::largestBuy() const
     const Trading::SecurityRules market = rules();
     const double reserve = std::max(leastFeeReserve, *m_facts.available * feeReserveShare);
     const double shares = std::max(0.0, *m_facts.available - reserve) / m_order.price;
-    return market.wholeQuantity(std::min(static_cast<qint64>(shares), market.mostQuantity));
+    const double most = std::min(shares, static_cast<double>(market.mostQuantity));
+    return market.wholeQuantity(static_cast<qint64>(most));
 }
 
 QString OrderDraft::problem() const

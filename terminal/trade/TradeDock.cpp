@@ -37,10 +37,14 @@ TradeDock::TradeDock(const char *name, QWidget *content, QMainWindow *window, Qt
     setWidget(content);
     window->addDockWidget(area, this);
     hide();
-    auto *const closer = closeButton();
-    closer->setFocusPolicy(Qt::TabFocus);
-    connect(this, &QWidget::windowTitleChanged, closer,
-            [closer](const QString &title) { closer->setAccessibleName(tr("Close: %1").arg(title)); });
+    closeButton()->setFocusPolicy(Qt::TabFocus);
+}
+
+/// The base class calls every dock's button alike whenever it lays its buttons out.
+void TradeDock::changeEvent(QEvent *event)
+{
+    QDockWidget::changeEvent(event);
+    closeButton()->setAccessibleName(tr("Close: %1").arg(windowTitle()));
 }
 
 QAbstractButton *TradeDock::closeButton() const

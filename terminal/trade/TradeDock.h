@@ -19,6 +19,9 @@ public:
 
     void setTheme(const ChartTheme &theme);
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     QAbstractButton *closeButton() const;
 };

@@ -301,6 +301,8 @@ void MainWindow::wireSession()
     connect(m_session, &TradingSession::overlaysDue, this, &MainWindow::bringOverlays);
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
     connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
+    connect(m_session->module(), &ModuleWatch::answering, m_trades->desk(), &TradesDesk::askAnew);
+    connect(m_session->module(), &ModuleWatch::answering, m_results->desk(), &ResultsDesk::askAgain);
     connect(&m_services, &ServiceStates::changed, this, &MainWindow::showStates);
     connect(&m_hours, &MarketHours::changed, this, &MainWindow::showHours);
     connect(m_session->market(), &MarketWatch::changed, this,

@@ -261,6 +261,7 @@ void TradeAnswers::cancel(const TradeRequest &request, AnswerMessage *answer)
 {
     const TradingDate date = dayOfOrder(request);
     const qint64 number = request.orderNumber();
+    m_dealFirst();
     refusable(answer, [&] {
         m_exchange->cancel(date, number);
         const QString done = translated("the cancellation of order %1 is submitted").arg(number);
@@ -275,6 +276,7 @@ void TradeAnswers::place(const TradeRequest &request, AnswerMessage *answer)
     const Money price = request.orderPrice();
     const qint64 quantity = request.orderQuantity();
     const QString clientNumber = request.clientNumber();
+    m_dealFirst();
     refusable(answer, [&] {
         const Order order = m_exchange->place(security, direction, price, quantity, clientNumber);
         const QString number = QString::number(order.number);
@@ -289,6 +291,7 @@ void TradeAnswers::replace(const TradeRequest &request, AnswerMessage *answer)
     const qint64 number = request.orderNumber();
     const Money price = request.orderPrice();
     const QString clientNumber = request.neededClientNumber();
+    m_dealFirst();
     refusable(answer,
               [&] { answer->set(DATA, rowOf(m_exchange->replace(date, number, price, clientNumber))); });
 }

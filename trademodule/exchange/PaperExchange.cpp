@@ -247,12 +247,18 @@ Orders PaperExchange::advanced(bool (*isMeant)(const Order &))
     return changed;
 }
 
+/// What is placed while this reports, and what a failure leaves, is for the next call.
 void PaperExchange::report()
 {
-    if (m_hasPlaced) {
+    if (!std::exchange(m_hasPlaced, false)) {
+        return;
+    }
+    try {
         settleDoubt();
         advanceAll(&OrderLife::isNew);
-        m_hasPlaced = false; // a failure leaves it for the next call
+    } catch (const Error &) {
+        m_hasPlaced = true;
+        throw;
     }
 }
 

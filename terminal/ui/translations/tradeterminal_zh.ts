@@ -57,6 +57,14 @@
 <context>
     <name>BarImport</name>
     <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as large: is this one in shares (--volume shares), or was that one in lots? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的 %5 倍：本文件以股为单位吗（--volume shares），还是那里以手为单位？--replace 可整个替换那个文件</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as small: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量只有那里的 %5 分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
+    </message>
+    <message>
         <source>%1: these are bars of %2, but the folder has %3 under this code; use another folder</source>
         <translation>%1：这是 %2 的K线，而文件夹中该代码是 %3；请用另一个文件夹</translation>
     </message>
@@ -119,14 +127,6 @@
     <message>
         <source>%1: nothing says on which market %2 is: say --code %2.SH or --code %2.SZ</source>
         <translation>%1：无法判断 %2 属于哪个市场：请指明 --code %2.SH 或 --code %2.SZ</translation>
-    </message>
-    <message>
-        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as large: is this one in shares (--volume shares), or was that one in lots? --replace replaces the file as a whole</source>
-        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的 %5 倍：本文件以股为单位吗（--volume shares），还是那里以手为单位？--replace 可整个替换那个文件</translation>
-    </message>
-    <message>
-        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as small: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
-        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量只有那里的 %5 分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
     </message>
 </context>
 <context>
@@ -298,6 +298,18 @@
         <translation>读取账本的交易模块程序。</translation>
     </message>
     <message>
+        <source>hundred million shares</source>
+        <translation>亿股</translation>
+    </message>
+    <message>
+        <source>lots of %1</source>
+        <translation>手（每手 %1）</translation>
+    </message>
+    <message>
+        <source>thousand shares</source>
+        <translation>千股</translation>
+    </message>
+    <message>
         <source>zh or en.</source>
         <translation>zh 或 en。</translation>
     </message>
@@ -388,10 +400,6 @@
     <message>
         <source>Speaks with a program: see docs/terminal.md.</source>
         <translation>与程序对话：见 docs/terminal.md。</translation>
-    </message>
-    <message>
-        <source>lots of %1</source>
-        <translation>手（每手 %1）</translation>
     </message>
 </context>
 <context>
@@ -549,6 +557,10 @@
 </context>
 <context>
     <name>LedgerFills</name>
+    <message>
+        <source>it took too long, or was stopped</source>
+        <translation>用时过长，或已被停止</translation>
+    </message>
     <message>
         <source>the trades of ledger %1 could not be read: %2</source>
         <translation>无法读取账本 %1 的成交：%2</translation>
@@ -2295,6 +2307,10 @@
         <translation>正在列出文件</translation>
     </message>
     <message>
+        <source>Reading the account's trades</source>
+        <translation>读取账户成交</translation>
+    </message>
+    <message>
         <source>cannot be taken back: the import of bars has ended</source>
         <translation>无法撤回：导入K线的程序已结束</translation>
     </message>
@@ -3608,20 +3624,24 @@ The guides are in the folder docs of the program's documentation.</source>
 <context>
     <name>BarRemarks</name>
     <message>
-        <source>The prices are adjusted: the cost and the trades of an account do not lie on them.</source>
-        <translation>价格是复权的：账户的成本与成交不会落在K线上。</translation>
-    </message>
-    <message>
-        <source>These are bars of %1 minutes; the terminal takes each for one minute.</source>
-        <translation>这是 %1 分钟线；终端把每根当作一分钟。</translation>
-    </message>
-    <message>
         <source>%1 of %2 bars have a volume of less than a lot, %3: is it in lots?</source>
         <translation>%2 根K线中有 %1 根的成交量不足一手（%3）：是以手为单位吗？</translation>
     </message>
     <message>
         <source>All volumes are whole multiples of %1: are they in shares, and not in lots?</source>
         <translation>成交量全是 %1 的整数倍：是以股而不是以手为单位吗？</translation>
+    </message>
+    <message>
+        <source>Most bars are %1 days apart; the terminal takes each for one day.</source>
+        <translation>多数K线相隔 %1 天；本终端把每根都当作一天。</translation>
+    </message>
+    <message>
+        <source>The prices are adjusted: the cost and the trades of an account do not lie on them.</source>
+        <translation>价格是复权的：账户的成本与成交不会落在K线上。</translation>
+    </message>
+    <message>
+        <source>These are bars of %1 minutes; the terminal takes each for one minute.</source>
+        <translation>这是 %1 分钟线；终端把每根当作一分钟。</translation>
     </message>
 </context>
 <context>

@@ -184,6 +184,13 @@ TEST(OrderDraft, ProposesAsMuchAsTheCashCarriesWithFees)
     EXPECT_EQ(OrderDraft(order(buy, 0.01, 100), poor).largestQuantity(), 0);
 }
 
+TEST(OrderDraft, OffersNoMoreSharesThanAnOrderHasHoweverMuchCashTheModuleTells)
+{
+    DraftFacts rich = facts();
+    rich.available = 1e300;
+    EXPECT_EQ(OrderDraft(order(buy, 0.01, 100), rich).largestQuantity(), 1000000000);
+}
+
 TEST(OrderDraft, ProposesAnOddRestOnlyWhenAllMayBeSold)
 {
     EXPECT_EQ(OrderDraft(order(sell, 10, 100), facts()).largestQuantity(), 350);

@@ -128,5 +128,27 @@ TEST_F(TradesDeskTest, TellsWhyTheyAreNotTold)
     EXPECT_EQ(m_desk.refusal(), QStringLiteral("the ledger failed"));
 }
 
+TEST_F(TradesDeskTest, AsksAgainForPastOnesThatWereRefused)
+{
+    m_module.setAnswer(QStringLiteral("HistoryTrade"), refusedWith("the ledger is busy"));
+    watch();
+    ASSERT_EQ(m_desk.refusal(), QStringLiteral("the ledger is busy")) << "though today's are told";
+    tell("HistoryTrade", {tradeRow("20240102", "09315000", "B", "10", "100")});
+    m_module.notify(QStringLiteral("600519"));
+    ASSERT_TRUE(waitUntil([this] { return m_desk.trades().size() == 1; }));
+    EXPECT_EQ(m_desk.refusal(), QString());
+}
+
+TEST_F(TradesDeskTest, ReadsALongAnswerWhileTheWindowGoesOn)
+{
+    QJsonArray rows;
+    for (int i = 0; i < 2000; ++i) {
+        rows.append(tradeRow("20240102", "09315000", "B", "10", "100"));
+    }
+    tell("HistoryTrade", rows);
+    watch();
+    EXPECT_THAT(m_desk.trades(), SizeIs(2000));
+}
+
 } // namespace
 } // namespace Terminal

@@ -161,4 +161,39 @@ TEST_F(PaperExchangeOfADay, CountsSharesOfTheStarMarketSingly)
     EXPECT_EQ(now(order).matchedQuantity, 256);
 }
 
+TEST_F(PaperExchangeOfADay, DealsABarOnceAlthoughTheClockCouldNotBeWritten)
+{
+    const Order order = buy(10, 1000);
+    Quote quote = bar(1001, 10, 10, 10, 800);
+    quote.previousClose = yuan(9.99); // a new reference has the clock written at once
+    Database *const database = ledger().database();
+    database->run(QStringLiteral("ALTER TABLE exchange_clock RENAME TO hidden_clock"));
+    EXPECT_THROW(exchange().take(quote), Error);
+    database->run(QStringLiteral("ALTER TABLE hidden_clock RENAME TO exchange_clock"));
+
+    exchange().take(quote);
+
+    EXPECT_EQ(now(order).matchedQuantity, 200) << "a quarter of 800 shares";
+}
+
+TEST_F(PaperExchangeOfADay, ReportsTheNextTimeWhatIsPlacedWhileItReports)
+{
+    PaperExchange *own = nullptr;
+    std::optional<Order> second;
+    PaperExchange exchange(&ledger(), [&](const Order &told) {
+        if (told.status == code(Quoted) && !second) {
+            second = own->place(bank(), Direction::Buy, yuan(9.5), 100);
+        }
+    });
+    own = &exchange;
+    exchange.place(bank(), Direction::Buy, yuan(9.6), 100);
+    exchange.report();
+    ASSERT_TRUE(second.has_value());
+    ASSERT_EQ(statusOf(*second), code(Quoting));
+
+    exchange.report();
+
+    EXPECT_EQ(statusOf(*second), code(Quoted));
+}
+
 } // namespace TradeModule

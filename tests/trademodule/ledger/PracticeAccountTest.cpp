@@ -153,6 +153,21 @@ TEST_F(PracticeAccountTest, TellsChartsTheOrdersOfItsDayAsOfTodayAndEachTradeOnc
     EXPECT_EQ(past.size(), 0) << "what is told as today's";
 }
 
+TEST_F(PracticeAccountTest, TellsItsOpenOrdersAsOfToday)
+{
+    begin();
+    Ledger ledger(practice());
+    PaperExchange exchange(&ledger);
+    exchange.take(replayed(1000, 9.9, 10.1));
+    exchange.place(bank(), Direction::Buy, yuan(9), 100);
+    TradeAnswers answers(&ledger, &exchange);
+
+    const QJsonArray open = rowsOf(&answers, R"({"cmd":"OpenOrders"})");
+
+    ASSERT_EQ(open.size(), 1);
+    EXPECT_EQ(open[0].toObject().value(QStringLiteral("orderdate")).toString(), TradingDate::today().text());
+}
+
 TEST_F(PracticeAccountTest, CancelsAnOrderThatChartsCallTodays)
 {
     begin();
