@@ -95,6 +95,7 @@ TEST_F(FeedOfAnotherProgram, DrawsADealAtItsMinuteAndPriceAndTheLineOfTheLastPri
 
     feed();
 
+    ASSERT_TRUE(waitUntil([this] { return chart()->data().bars == recordedAsToday(); }));
     const auto *const layer = m_window->trades()->layer();
     const auto ofToday = [layer] {
         const Trades &all = layer->trades();
