@@ -95,6 +95,7 @@ protected:
         {
             TerminalOptions options;
             options.size = QSize(1280, 720);
+            options.practice = QStringLiteral("as in the picture, for its line above the chart");
             return options;
         }
 
@@ -109,7 +110,8 @@ protected:
         const MainWindow &window = shown.window;
         const auto *const list =
             window.trade()->panel()->findChild<QTableView *>(QStringLiteral("ordersView"))->viewport();
-        return QImage(picture()).copy({list->mapTo(&window, QPoint()), list->size()});
+        const QRect rows(list->mapTo(&window, QPoint()), list->size());
+        return QImage(picture()).copy(rows.adjusted(2, 0, -2, 0)); // the panel's halves may differ by a pixel
     }
 
     /// How many pixels of `colour` the picture has where the marker of an order hangs.
