@@ -1601,6 +1601,10 @@
         <source>&quot;%1&quot; tells no day; give the day of the trades with --date</source>
         <translation>“%1”没有日期；请用 --date 给出成交日期</translation>
     </message>
+    <message>
+        <source>quotes of a replay of %1 are left alone: this account does not practise that day</source>
+        <translation>忽略 %1 的回放行情：此账户并不练习那一天</translation>
+    </message>
 </context>
 <context>
     <name>OrderStatus</name>

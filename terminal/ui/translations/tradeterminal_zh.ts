@@ -616,6 +616,10 @@
         <source>The quantity must be at least %1.</source>
         <translation>数量至少须为 %1。</translation>
     </message>
+    <message>
+        <source>The quantity must be at most %1.</source>
+        <translation>数量最多为 %1。</translation>
+    </message>
 </context>
 <context>
     <name>OverlayKind</name>
@@ -1021,6 +1025,10 @@
     <message>
         <source>Keep</source>
         <translation>保留</translation>
+    </message>
+    <message>
+        <source>This practice is a ledger that the command line names: begin another with trademodule practice.</source>
+        <translation>这次练习用的是命令行指定的账本：请用 trademodule practice 另行开始一个。</translation>
     </message>
 </context>
 <context>
@@ -1454,8 +1462,8 @@
 <context>
     <name>Replay</name>
     <message>
-        <source>the bus was away at %1</source>
-        <translation>%1 时总线不可用</translation>
+        <source>its minute, %1, was over before it could be sent</source>
+        <translation>它的分钟 %1 已过，未能发出</translation>
     </message>
 </context>
 <context>
@@ -1490,6 +1498,10 @@
     <message>
         <source>Orders were placed in this replay: it cannot begin again under them. A practice can, from nothing.</source>
         <translation>这次复盘中已经下过委托，不能带着它们重新开始。练习可以从头开始。</translation>
+    </message>
+    <message>
+        <source>this account does not practise the replayed day: end the replay first</source>
+        <translation>此账户并不练习所回放的日子：请先结束回放</translation>
     </message>
 </context>
 <context>
@@ -2923,6 +2935,18 @@ All its entries leave the ledger.</source>
         <source>A practice needs a bus of its own, but endpoint.ini names one for all accounts.</source>
         <translation>练习需要单独的总线，而 endpoint.ini 为所有账户指定了同一条总线。</translation>
     </message>
+    <message>
+        <source>The practice &quot;%1&quot; cannot be continued: %2</source>
+        <translation>练习“%1”无法继续：%2</translation>
+    </message>
+    <message>
+        <source>it practises %1</source>
+        <translation>它练习的是 %1</translation>
+    </message>
+    <message>
+        <source>--replay with --ledger needs a ledger that practises the day: %1. Begin one with &quot;trademodule --ledger practice.db practice --day %2 --copy LEDGER&quot;, and name practice.db; the ledger that it copies stays as it is.</source>
+        <translation>--replay 与 --ledger 并用时，账本必须是练习当日的：%1。请用 &quot;trademodule --ledger practice.db practice --day %2 --copy LEDGER&quot; 开始一个，并指定 practice.db；被复制的账本保持不变。</translation>
+    </message>
 </context>
 <context>
     <name>BrokerProblem</name>
@@ -3480,10 +3504,6 @@ The guides are in the folder docs of the program's documentation.</source>
         <source>The practice cannot be deleted: %1 cannot be changed.</source>
         <translation>练习无法删除：无法更改 %1。</translation>
     </message>
-    <message>
-        <source>The practice &quot;%1&quot; cannot be continued: %2</source>
-        <translation>练习“%1”无法继续：%2</translation>
-    </message>
 </context>
 <context>
     <name>PracticeLock</name>
@@ -3673,6 +3693,22 @@ The guides are in the folder docs of the program's documentation.</source>
     <message>
         <source>Trading at the closing price</source>
         <translation>盘后定价交易</translation>
+    </message>
+    <message>
+        <source>Your holidays cannot be read, and none of them counts: %1: %2</source>
+        <translation>您的休市日文件无法读取，均不采用：%1：%2</translation>
+    </message>
+    <message>
+        <source>Your holidays do not count until line %2 of %1 is put right: &quot;%3&quot; is no day, such as 2027-01-01, and no first and last day, such as 2027-02-08,2027-02-12.</source>
+        <translation>请改正 %1 第 %2 行，此前您的休市日均不采用：“%3”不是日期（如 2027-01-01），也不是首日与末日（如 2027-02-08,2027-02-12）。</translation>
+    </message>
+    <message>
+        <source>Your holidays do not count until line %2 of %1 is put right: &quot;%3&quot; ends before it begins.</source>
+        <translation>请改正 %1 第 %2 行，此前您的休市日均不采用：“%3”的结束早于开始。</translation>
+    </message>
+    <message>
+        <source>Your holidays do not count until line %2 of %1 is put right: &quot;%3&quot; is longer than a month.</source>
+        <translation>请改正 %1 第 %2 行，此前您的休市日均不采用：“%3”超过一个月。</translation>
     </message>
 </context>
 <context>
