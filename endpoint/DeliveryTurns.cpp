@@ -66,16 +66,16 @@ void DeliveryTurns::queue(Inbox *inbox)
     goOnLater();
 }
 
+std::chrono::nanoseconds DeliveryTurns::readingTime() const
+{
+    return std::chrono::nanoseconds(shareOfReading) / m_members;
+}
+
 void DeliveryTurns::goOnLater()
 {
     if (!m_nextTurn.isActive()) {
         m_nextTurn.start();
     }
-}
-
-std::chrono::nanoseconds DeliveryTurns::readingTime() const
-{
-    return std::chrono::nanoseconds(shareOfReading) / m_members;
 }
 
 /// A receiver may destroy its inbox, and this with it, or run an event loop that comes here again. The time

@@ -20,10 +20,13 @@ public:
     void setTheme(const ChartTheme &theme);
 
 protected:
-    void changeEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
 
 private:
     QAbstractButton *closeButton() const;
+    void dressCloseButton();
+
+    QColor m_crossColour;
 };
 
 } // namespace Terminal

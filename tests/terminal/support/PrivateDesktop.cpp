@@ -22,11 +22,11 @@ QString PrivateDesktop::missing()
 PrivateDesktop::PrivateDesktop(const QSize &screen)
 {
     const QString pixels = QStringLiteral("%1x%2x24").arg(screen.width()).arg(screen.height());
-    const QString number =
-        startAndHear(&m_screen, QStringLiteral("Xvfb"),
-                     {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                      QStringLiteral("0"), pixels, QStringLiteral("-nolisten"), QStringLiteral("tcp"),
-                      QStringLiteral("-fbdir"), m_folder.path()});
+    const QString number = startAndHear(
+        &m_screen, QStringLiteral("Xvfb"),
+        {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
+         pixels, QStringLiteral("-dpi"), QStringLiteral("96"), QStringLiteral("-nolisten"),
+         QStringLiteral("tcp"), QStringLiteral("-fbdir"), m_folder.path()});
     m_display = QLatin1Char(':') + number;
     m_busAddress = startSessionBus(&m_bus);
 }
