@@ -106,7 +106,7 @@ TEST_F(FeedOfAnotherProgram, DrawsADealAtItsMinuteAndPriceAndTheLineOfTheLastPri
     ASSERT_TRUE(waitUntil([&] { return ofToday() != layer->trades().end(); }));
     const Bars &bars = chart()->data().bars;
     const auto bar = std::find_if(bars.begin(), bars.end(), [&](const Bar &candidate) {
-        return candidate.minute == ofToday()->time.minute();
+        return candidate.minute == ofToday()->time.endMinute();
     });
     ASSERT_NE(bar, bars.end()) << ofToday()->time.minute();
     EXPECT_LE(bar->low, ofToday()->price);
