@@ -12,8 +12,10 @@ namespace LocalCommunication {
 
 namespace {
 
-/// The user's input waits as long.
-constexpr std::chrono::milliseconds share{8};
+/// The user's input waits as long for what is handed over, and for what is read. It is painted after that, in
+/// a sixtieth of a second altogether.
+constexpr std::chrono::milliseconds share{4};
+constexpr std::chrono::milliseconds shareOfReading{3};
 
 } // namespace
 
@@ -62,6 +64,11 @@ void DeliveryTurns::queue(Inbox *inbox)
         m_waiting.push_back(inbox);
     }
     goOnLater();
+}
+
+std::chrono::nanoseconds DeliveryTurns::readingTime() const
+{
+    return std::chrono::nanoseconds(shareOfReading) / m_members;
 }
 
 void DeliveryTurns::goOnLater()

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
 #include <deque>
 
 class QAbstractEventDispatcher;
@@ -29,6 +30,9 @@ public:
     /// True while there is time to hand over in this turn of the event loop; it begins with the first
     /// question.
     bool isOpen();
+
+    /// How long each member may read from the bus in a turn: together they leave it to others.
+    std::chrono::nanoseconds readingTime() const;
 
     bool isAnybodyWaiting() const { return !m_waiting.empty(); }
 

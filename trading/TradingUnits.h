@@ -17,5 +17,6 @@ constexpr Money priceStep = Money::ofCents(1);
 // No security comes near them; with them, no sum of the trading module overflows.
 constexpr Money highestPrice = Money::ofCents(100000000); ///< a million yuan
 constexpr qint64 mostShares = 1000000000;                 ///< of an order
+constexpr qint64 mostHeldShares = 1000000000000;          ///< of a holding, or in a row of a statement
 
 } // namespace Trading

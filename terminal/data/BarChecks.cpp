@@ -118,7 +118,15 @@ bool contradictPreviousCloses(const BarRows &rows)
     return !rows.haveTimes && known >= enoughPairs && equal * 2 < known;
 }
 
-/// The middle one of the distances between days.
+bool areLongerThanDays(const BarRows &rows)
+{
+    constexpr int daysOfAWeekApart = 5;
+    return !rows.haveTimes && static_cast<int>(rows.bars.size()) >= enoughBars &&
+           usualDistance(rows.bars) >= daysOfAWeekApart;
+}
+
+} // namespace
+
 int usualDistance(const Bars &bars)
 {
     std::vector<qint64> distances;
@@ -129,15 +137,6 @@ int usualDistance(const Bars &bars)
     std::nth_element(distances.begin(), middle, distances.end());
     return static_cast<int>(*middle);
 }
-
-bool areLongerThanDays(const BarRows &rows)
-{
-    constexpr int daysOfAWeekApart = 5;
-    return !rows.haveTimes && static_cast<int>(rows.bars.size()) >= enoughBars &&
-           usualDistance(rows.bars) >= daysOfAWeekApart;
-}
-
-} // namespace
 
 LineProblem problemAmong(const BarRows &rows, Trading::SecurityKind kind)
 {

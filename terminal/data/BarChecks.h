@@ -19,4 +19,7 @@ namespace Terminal {
 /// The rates of money lent (逆回购) are no prices: they may be any from one minute to the next.
 LineProblem problemAmong(const BarRows &rows, Trading::SecurityKind kind = Trading::SecurityKind::MainShare);
 
+/// Days from one bar to the next: the middle one of these distances. Requires two bars.
+int usualDistance(const Bars &bars);
+
 } // namespace Terminal

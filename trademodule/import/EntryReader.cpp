@@ -228,6 +228,34 @@ bool hasBeenDealt(const StatementRow &row)
                                    : amounts.quantity() < 0 || !amounts.statedAmount().isZero();
 }
 
+/// What of a row tells that something was dealt: money, or where no column has it a price of a quantity.
+bool tellsADeal(const StatementRow &row)
+{
+    const EntryAmounts amounts(row);
+    const bool hasMoney = !amounts.net().value_or(Money()).isZero() || !amounts.statedAmount().isZero();
+    const bool hasColumn = row.has(Column::Amount) || row.columns().tellNet();
+    return hasColumn ? hasMoney : !amounts.price().isZero() && amounts.quantity() != 0;
+}
+
+/// Lists of orders, and some of deals, have rows of what was taken back. An Error where state and money
+/// contradict each other.
+bool isOfUndealtOrder(const StatementRow &row)
+{
+    const QString state = CellValue::cleaned(row.cell(Column::State));
+    const QString flag = CellValue::cleaned(row.cell(Column::Cancelled));
+    const bool isByState = Business::isUndealt(state);
+    if (!isByState && !Business::isYes(flag)) {
+        return false;
+    }
+    if (tellsADeal(row)) {
+        throw row.errorIn(isByState ? Column::State : Column::Cancelled,
+                          translated("\"%1\" says that nothing was dealt, but the row tells a deal: nobody "
+                                     "can tell how much of it counts")
+                              .arg(isByState ? state : flag));
+    }
+    return true;
+}
+
 } // namespace
 
 Entry EntryReader::read(const StatementRow &row)
@@ -245,6 +273,9 @@ Entry EntryReader::read(const StatementRow &row)
 
 Entry EntryReader::readEntry(const StatementRow &row)
 {
+    if (isOfUndealtOrder(row)) {
+        return readAs({QT_TR_NOOP("orders that were not dealt"), Effect::Nothing}, QString(), row);
+    }
     QStringList words;
     const BusinessKind kind = kindOf(row, &words);
     const QString word = words.isEmpty() ? QString() : words.constFirst();

@@ -39,6 +39,8 @@ enum class Column {
     Currency,
     SharesAfter, ///< what is held after the entry
     CashAfter,   ///< what the account has after the entry
+    State,       ///< of the order: whether it was dealt
+    Cancelled,   ///< whether the order was taken back, a yes or no
     Unused,      ///< known, and of no use here
 };
 
