@@ -12,11 +12,13 @@ function(install_library target)
     file(RELATIVE_PATH prefix_from_pc_file "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
     configure_file(${target}.pc.in ${target}.pc @ONLY)
 
-    install(TARGETS ${target} EXPORT ${target}Targets LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
-    install(EXPORT ${target}Targets NAMESPACE ${target}:: DESTINATION "${config_dir}")
+    install(TARGETS ${target} EXPORT ${target}Targets
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT library)
+    install(EXPORT ${target}Targets NAMESPACE ${target}:: DESTINATION "${config_dir}" COMPONENT development)
     install(FILES
         "${CMAKE_CURRENT_BINARY_DIR}/${target}Config.cmake"
         "${CMAKE_CURRENT_BINARY_DIR}/${target}ConfigVersion.cmake"
-        DESTINATION "${config_dir}")
-    install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${target}.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+        DESTINATION "${config_dir}" COMPONENT development)
+    install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${target}.pc"
+        DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
 endfunction()

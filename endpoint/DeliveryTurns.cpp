@@ -12,21 +12,25 @@ namespace LocalCommunication {
 
 namespace {
 
-/// The user's input waits as long.
-constexpr std::chrono::milliseconds share{8};
+/// The user's input waits as long for what is handed over, and for what is read. It is painted after that, in
+/// a sixtieth of a second altogether.
+constexpr std::chrono::milliseconds share{4};
+constexpr std::chrono::milliseconds shareOfReading{3};
 
 } // namespace
 
-DeliveryTurns::DeliveryTurns(QObject *dispatcher) : QObject(dispatcher), m_nextTurn(this)
+DeliveryTurns::DeliveryTurns(QAbstractEventDispatcher *dispatcher) : QObject(dispatcher), m_nextTurn(this)
 {
     m_nextTurn.setSingleShot(true);
     m_nextTurn.setInterval(0); // an event that is posted would still belong to this turn
     connect(&m_nextTurn, &QTimer::timeout, this, &DeliveryTurns::goOn);
+    connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this, &DeliveryTurns::endTurn);
+    connect(dispatcher, &QAbstractEventDispatcher::awake, this, &DeliveryTurns::endTurn);
 }
 
 DeliveryTurns *DeliveryTurns::enter()
 {
-    QObject *const dispatcher = QAbstractEventDispatcher::instance();
+    QAbstractEventDispatcher *const dispatcher = QAbstractEventDispatcher::instance();
     if (dispatcher == nullptr) {
         return nullptr;
     }
@@ -47,9 +51,9 @@ void DeliveryTurns::leave(const Inbox *inbox)
 
 bool DeliveryTurns::isOpen()
 {
-    if (!m_nextTurn.isActive()) {
+    if (!m_isUsed) {
+        m_isUsed = true;
         m_end = QDeadlineTimer(share);
-        m_nextTurn.start();
     }
     return !m_end.hasExpired();
 }
@@ -59,14 +63,29 @@ void DeliveryTurns::queue(Inbox *inbox)
     if (std::find(m_waiting.begin(), m_waiting.end(), inbox) == m_waiting.end()) {
         m_waiting.push_back(inbox);
     }
-    isOpen(); // so that there is a next turn
+    goOnLater();
 }
 
-/// A receiver may destroy its inbox, and this with it, or run an event loop that comes here again.
+std::chrono::nanoseconds DeliveryTurns::readingTime() const
+{
+    return std::chrono::nanoseconds(shareOfReading) / m_members;
+}
+
+void DeliveryTurns::goOnLater()
+{
+    if (!m_nextTurn.isActive()) {
+        m_nextTurn.start();
+    }
+}
+
+/// A receiver may destroy its inbox, and this with it, or run an event loop that comes here again. The time
+/// begins anew even where the event loop tells of no turns, as one that a host runs without Qt.
 void DeliveryTurns::goOn()
 {
+    endTurn();
     const QPointer<DeliveryTurns> alive(this);
     while (alive && !m_waiting.empty() && isOpen()) {
+        goOnLater(); // also in the event loop that a receiver runs
         Inbox *const inbox = m_waiting.front();
         m_waiting.pop_front();
         inbox->handOver();

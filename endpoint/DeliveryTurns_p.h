@@ -4,7 +4,10 @@
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
 #include <deque>
+
+class QAbstractEventDispatcher;
 
 namespace LocalCommunication {
 
@@ -13,6 +16,8 @@ class Inbox;
 /// The inboxes of a thread take turns: together they hand messages over for a few milliseconds in a turn of
 /// its event loop, however many they are, and the rest waits until the user's input was handled. A thread has
 /// one of these, as long as one of its inboxes lives.
+///
+/// As long as nobody waits this costs the event loop nothing: it tells itself when a turn is over.
 class DeliveryTurns : public QObject
 {
     Q_OBJECT
@@ -26,19 +31,25 @@ public:
     /// question.
     bool isOpen();
 
+    /// How long each member may read from the bus in a turn: together they leave it to others.
+    std::chrono::nanoseconds readingTime() const;
+
     bool isAnybodyWaiting() const { return !m_waiting.empty(); }
 
     /// Has `inbox` hand over in a later turn, after those that wait already. It waits once.
     void queue(Inbox *inbox);
 
 private:
-    explicit DeliveryTurns(QObject *dispatcher);
+    explicit DeliveryTurns(QAbstractEventDispatcher *dispatcher);
 
+    void endTurn() { m_isUsed = false; }
     void goOn();
+    void goOnLater();
 
     int m_members = 0;
     std::deque<Inbox *> m_waiting;
-    QTimer m_nextTurn; ///< runs while this turn's time is being used
+    QTimer m_nextTurn;     ///< runs while an inbox waits
+    bool m_isUsed = false; ///< this turn's time
     QDeadlineTimer m_end;
 };
 

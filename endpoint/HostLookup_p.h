@@ -1,17 +1,16 @@
 #pragma once
 
+#include "endpoint/LimitedWait_p.h"
+
 #include <QHostInfo>
 #include <QObject>
 #include <QString>
-#include <QTimer>
 
 #include <chrono>
-#include <memory>
 
 namespace LocalCommunication {
 
-/// Asks the name server where a broker elsewhere is. Nobody waits for the answer, neither the event loop, as
-/// it would in the MQTT library, nor the end of the program; and it is waited for only so long.
+/// Asks the name server where a broker elsewhere is, and waits for the answer only so long.
 class HostLookup : public QObject
 {
     Q_OBJECT
@@ -19,18 +18,16 @@ class HostLookup : public QObject
 public:
     enum class Gives {
         Address, ///< each time another one of the addresses of the name
-        Name,    ///< the name that was asked for, which is what certificates hold; the name server has just
-                 ///< answered, so asking it again takes no time
+        Name,    ///< the name that was asked for, which is what certificates hold
     };
 
     static constexpr std::chrono::milliseconds defaultPatience = std::chrono::seconds(5);
 
     explicit HostLookup(QObject *parent, std::chrono::milliseconds patience = defaultPatience);
-    ~HostLookup() override { cancel(); }
 
     /// One of the two signals follows, unless cancel() comes first.
     void start(const QString &host, Gives gives);
-    void cancel();
+    void cancel() { m_wait.cancel(); }
 
 Q_SIGNALS:
     /// What to connect to.
@@ -38,15 +35,11 @@ Q_SIGNALS:
     void failed(const QString &reason);
 
 private:
-    struct Question;
-
-    void giveUp();
     void handleResult(const QHostInfo &result);
 
     QString m_host;
     Gives m_gives = Gives::Address;
-    QTimer m_patience;
-    std::shared_ptr<Question> m_question; ///< while its answer is waited for
+    LimitedWait m_wait;
     int m_found = 0;
 };
 

@@ -31,6 +31,7 @@ bool Inbox::event(QEvent *event)
 
 void Inbox::add(BusMessage &&message)
 {
+    m_bytes += message.cost();
     m_messages.push_back(std::move(message));
 }
 
@@ -66,18 +67,36 @@ void Inbox::handOver()
     }
     const QPointer<Inbox> alive(this);
     while (alive && !m_messages.empty() && m_turns && m_turns->isOpen()) {
-        const BusMessage message = std::move(m_messages.front());
-        m_messages.pop_front();
-        Q_EMIT delivered(message);
+        handOverNext();
     }
     if (alive) {
         runSoon();
     }
 }
 
+void Inbox::handOverNext()
+{
+    const QPointer<Inbox> alive(this);
+    const bool wasFull = isFull();
+    const BusMessage message = std::move(m_messages.front());
+    m_messages.pop_front();
+    m_bytes -= message.cost();
+    Q_EMIT delivered(message);
+    if (alive && wasFull && !isFull()) {
+        Q_EMIT hasRoom();
+    }
+}
+
+/// All where there is no event loop.
+std::chrono::nanoseconds Inbox::readingTime()
+{
+    return hasTurns() ? m_turns->readingTime() : std::chrono::nanoseconds::max();
+}
+
 void Inbox::clear()
 {
     m_messages.clear();
+    m_bytes = 0;
 }
 
 } // namespace LocalCommunication

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QPointer>
 
+#include <chrono>
 #include <deque>
 
 namespace LocalCommunication {
@@ -13,6 +14,9 @@ namespace LocalCommunication {
 /// Hands over what has arrived, one message after the other, so that the event loop keeps its turns: what
 /// takes longer than its share of a turn, which all inboxes of a thread have together, goes on in a later
 /// one, after the user's input.
+///
+/// Its memory is bounded by who adds: while it is full nothing more is read from the bus, where the broker
+/// keeps what comes. Only for an answer that is waited for more is read, until it is overfull.
 class Inbox : public QObject
 {
     Q_OBJECT
@@ -21,7 +25,17 @@ public:
     explicit Inbox(QObject *parent) : QObject(parent) {}
     ~Inbox() override;
 
+    static constexpr qint64 fullBytes = 64 << 20;
+    static constexpr qint64 overfullBytes = fullBytes + (256 << 20); ///< and the largest message besides
+
     void add(BusMessage &&message);
+
+    bool isFull() const { return m_bytes >= fullBytes; }
+    bool isOverfull() const { return m_bytes >= overfullBytes; }
+
+    /// How long its owner may read from the bus in this turn, so that all of a thread together leave the
+    /// event loop its turns.
+    std::chrono::nanoseconds readingTime();
 
     /// Hands over what is there, unless others wait for that. A receiver may do anything meanwhile: add,
     /// clear, run an event loop, in which the messages after its own go on, or destroy this object.
@@ -40,12 +54,16 @@ public:
 
 Q_SIGNALS:
     void delivered(const LocalCommunication::BusMessage &message);
+    /// It was full, and is not any more.
+    void hasRoom();
 
 private:
     bool hasTurns();
     void leaveTurns();
+    void handOverNext();
 
     std::deque<BusMessage> m_messages;
+    qint64 m_bytes = 0; ///< that they cost
     QPointer<DeliveryTurns> m_turns;
 };
 

@@ -25,6 +25,15 @@ void LossLog::perhapsLost() const
               qUtf8Printable(m_bus));
 }
 
+void LossLog::notAwaited()
+{
+    if (m_notAwaited.isDue()) {
+        qCWarning(lcBus,
+                  "%s: too much waits to be delivered: an answer was not waited for (%d more before it)",
+                  qUtf8Printable(m_bus), m_notAwaited.takeSuppressed());
+    }
+}
+
 void LossLog::notSubscribed(const QByteArray &path, const QString &why) const
 {
     qCWarning(lcBus, "%s: subscribing to '%s' failed: %s", qUtf8Printable(m_bus), path.constData(),

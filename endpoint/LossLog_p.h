@@ -23,11 +23,16 @@ public:
     /// The broker did not say that it had read everything.
     void perhapsLost() const;
 
+    /// An answer was not waited for, because so much waits to be delivered that nothing more is read; told
+    /// unless there were too many recently.
+    void notAwaited();
+
     void notSubscribed(const QByteArray &path, const QString &why) const;
 
 private:
     QString m_bus;
     WarningThrottle m_notSent;
+    WarningThrottle m_notAwaited;
 };
 
 } // namespace LocalCommunication

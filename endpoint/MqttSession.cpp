@@ -35,11 +35,6 @@ constexpr auto timeToSettle = 5s;
 
 constexpr auto keepAliveInterval = 1s;
 
-/// What is read in one turn of the event loop, so that a flood of messages, or of long ones, leaves room for
-/// the user's input.
-constexpr int mostReadsInATurn = 64;
-constexpr std::chrono::milliseconds longestReading = 4ms;
-
 /// For an answer of somebody who is believed to hang; one to the last question, also a late one, tells that
 /// he does not.
 constexpr std::chrono::milliseconds patienceWithSilence = 5ms;
@@ -63,18 +58,26 @@ MqttSession::MqttSession(QObject *parent)
       m_timer(this),
       m_clientId(newClientId()),
       m_lookup(this),
+      m_opening(this, HostLookup::defaultPatience),
       m_retry(pace),
       m_keepAliveTimer(this),
+      m_announcing(this),
       m_inbox(this)
 {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
     m_keepAliveTimer.setInterval(keepAliveInterval);
+    m_announcing.setSingleShot(true);
+    m_announcing.setInterval(0);
     connect(&m_timer, &QTimer::timeout, this, &MqttSession::handleTimeout);
     connect(&m_keepAliveTimer, &QTimer::timeout, this, &MqttSession::keepAlive);
+    connect(&m_announcing, &QTimer::timeout, this, &MqttSession::announce);
     connect(&m_inbox, &Inbox::delivered, this, &MqttSession::messageArrived);
+    connect(&m_inbox, &Inbox::hasRoom, this, &MqttSession::updateWatch);
     connect(&m_lookup, &HostLookup::found, this, &MqttSession::connectTo);
     connect(&m_lookup, &HostLookup::failed, this, &MqttSession::loseConnection);
+    connect(&m_opening, &LimitedWait::tooLong, this,
+            [this] { loseConnection(QStringLiteral("the name server does not answer")); });
 }
 
 MqttSession::~MqttSession()
@@ -129,6 +132,7 @@ void MqttSession::enter(State next)
     switch (next) {
     case State::Closed:
         m_lookup.cancel();
+        m_opening.cancel();
         dropConnection();
         break;
     case State::Resolving:
@@ -195,10 +199,37 @@ void MqttSession::connectTo(const QString &host)
             return;
         }
     }
-    if (!m_connection) {
-        m_connection = std::make_unique<MqttConnection>(m_address, m_clientId, m_will);
+    if (isNameAskedByLibrary(host)) {
+        openAside(QFile::encodeName(host));
+        return;
     }
-    switch (m_connection->open(QFile::encodeName(host))) {
+    if (!m_connection) {
+        m_connection = std::make_shared<MqttConnection>(m_address, m_clientId, m_will);
+    }
+    handleOpened(m_connection->open(QFile::encodeName(host)));
+}
+
+/// Certificates hold names: with TLS the library wants the name, and asks the name server once more.
+bool MqttSession::isNameAskedByLibrary(const QString &host) const
+{
+    return !isLocal() && QHostAddress(host).isNull();
+}
+
+void MqttSession::openAside(const QByteArray &host)
+{
+    auto opening = std::make_shared<MqttConnection>(m_address, m_clientId, m_will);
+    m_opening.start([this, opening, host]() -> LimitedWait::Then {
+        const MqttConnection::Opened opened = opening->open(host);
+        return [this, opening, opened] {
+            m_connection = opening;
+            handleOpened(opened);
+        };
+    });
+}
+
+void MqttSession::handleOpened(MqttConnection::Opened opened)
+{
+    switch (opened) {
     case MqttConnection::Opened::UnderWay:
         greet();
         break;
@@ -294,7 +325,7 @@ void MqttSession::subscribeNow(const QVector<QByteArray> &paths)
         m_losses.notSubscribed(paths.constFirst(), m_connection->error());
         loseIfClosed();
     }
-    updateWriteWatch();
+    updateWatch();
 }
 
 /// What is sent may find the connection lost.
@@ -309,13 +340,11 @@ void MqttSession::loseIfClosed()
 
 void MqttSession::handleReadable()
 {
-    const QDeadlineTimer endOfReading(longestReading);
-    for (int i = 0; i < mostReadsInATurn && !endOfReading.hasExpired(); ++i) {
-        if (!read() || Platform::bytesToRead(m_connection->descriptor()) == 0) {
-            break;
-        }
+    const QDeadlineTimer end(m_inbox.readingTime());
+    while (read() && !m_inbox.isFull() && !end.hasExpired() &&
+           Platform::bytesToRead(m_connection->descriptor()) > 0) {
     }
-    updateWriteWatch();
+    updateWatch();
     announce();
 }
 
@@ -325,7 +354,7 @@ void MqttSession::handleWritable()
     if (write() && m_address.transport == BusAddress::Transport::Tls) {
         read();
     }
-    updateWriteWatch();
+    updateWatch();
     announce();
 }
 
@@ -334,7 +363,7 @@ void MqttSession::keepAlive()
     if (!m_connection->keepAlive()) {
         loseConnection(m_connection->error());
     }
-    updateWriteWatch();
+    updateWatch();
 }
 
 /// False when the connection is lost.
@@ -396,7 +425,7 @@ void MqttSession::takeIn(BusMessage &&message)
 void MqttSession::announce()
 {
     const QPointer<MqttSession> alive(this);
-    if (m_readyIsDue && isJoined() && m_connection->isEverySubscriptionInPlace()) {
+    if (isReady()) {
         m_readyIsDue = false;
         Q_EMIT ready();
     }
@@ -410,10 +439,16 @@ void MqttSession::announce()
     }
 }
 
-void MqttSession::updateWriteWatch()
+bool MqttSession::isReady() const
+{
+    return m_readyIsDue && isJoined() && m_connection->isEverySubscriptionInPlace();
+}
+
+void MqttSession::updateWatch()
 {
     if (isConnected()) {
         m_watch->setWatchesWriting(m_connection->wantsToWrite());
+        m_watch->setWatchesReading(!m_inbox.isFull());
     }
 }
 
@@ -439,7 +474,7 @@ bool MqttSession::publish(const BusMessage &message)
     }
     m_outbox.handOver(message);
     m_outbox.noteSent(m_connection->takeSentCount());
-    updateWriteWatch();
+    updateWatch();
     return true;
 }
 
@@ -463,19 +498,29 @@ QByteArray MqttSession::request(const QByteArray &path, const QByteArray &payloa
     m_request.emplace(QByteArray::number(++m_questions), patience(timeout));
     joinCrowd(*m_request);
     if (publish({path, payload, m_replyPath, m_request->correlation()})) {
-        while (isConnected() && !m_request->isOver()) {
+        while (isConnected() && !m_request->isOver() && !m_inbox.isOverfull()) {
             waitForTraffic(m_request->remainingTime());
         }
-        m_isUnanswered = isConnected() && !m_request->isAnswered();
+        noteWhetherAnswered();
     }
-    updateWriteWatch();
+    updateWatch();
     m_inbox.runSoon();
-    if (m_readyIsDue) {
-        QTimer::singleShot(0, this, &MqttSession::announce);
+    if (isReady() || !m_receipts.empty()) {
+        m_announcing.start(); // once, however many questions are asked before the event loop is back
     }
     const QByteArray answer = m_request->answer();
     m_request.reset();
     return answer;
+}
+
+/// Whose answer lies behind more than can be taken in does not hang.
+void MqttSession::noteWhetherAnswered()
+{
+    if (isConnected() && !m_request->isAnswered() && m_inbox.isOverfull()) {
+        m_losses.notAwaited();
+    } else {
+        m_isUnanswered = isConnected() && !m_request->isAnswered();
+    }
 }
 
 /// A module that hangs is not waited for at every notification, or the window would stand still for as long

@@ -4,6 +4,7 @@
 #include "endpoint/BusMessage_p.h"
 #include "endpoint/HostLookup_p.h"
 #include "endpoint/Inbox_p.h"
+#include "endpoint/LimitedWait_p.h"
 #include "endpoint/LossLog_p.h"
 #include "endpoint/MqttConnection_p.h"
 #include "endpoint/OpenRequest_p.h"
@@ -60,7 +61,8 @@ public:
     /// come meanwhile are delivered after the return.
     ///
     /// Nobody is waited for again and again: after a question that nobody answered the next ones are asked,
-    /// too, but waited for only a few milliseconds, until the last of them is answered, be it late.
+    /// too, but waited for only a few milliseconds, until the last of them is answered, be it late. And when
+    /// more waits to be delivered than an inbox takes, no answer is looked for behind still more.
     QByteArray request(const QByteArray &path, const QByteArray &payload, std::chrono::milliseconds timeout);
 
     /// Writes a warning about a message that did not make it, unless there were too many recently.
@@ -77,7 +79,7 @@ Q_SIGNALS:
 private:
     enum class State {
         Closed,
-        Resolving, ///< the name server looks for the broker's host
+        Resolving, ///< the name server looks for the broker's host, for this client or the MQTT library
         Crowded,   ///< the broker has too many callers at this instant; tried again in a millisecond
         Greeting,  ///< connected, but the broker has not accepted this client yet
         Joined,
@@ -92,6 +94,9 @@ private:
     void sayGoodbye();
     void join();
     void connectTo(const QString &host);
+    void openAside(const QByteArray &host);
+    void handleOpened(MqttConnection::Opened opened);
+    bool isNameAskedByLibrary(const QString &host) const;
     void greet();
     void waitForRoom();
     bool isTrustedBroker() const;
@@ -110,12 +115,14 @@ private:
     bool write();
     void collect();
     void takeIn(BusMessage &&message);
+    bool isReady() const;
     void announce();
-    void updateWriteWatch();
+    void updateWatch();
 
     bool isHolding() const { return !isLocal() && !isJoined(); }
     void sendHeld();
     void joinCrowd(const OpenRequest &request);
+    void noteWhetherAnswered();
     std::chrono::milliseconds patience(std::chrono::milliseconds timeout) const;
     void waitForTraffic(std::chrono::milliseconds time);
 
@@ -128,15 +135,17 @@ private:
     QVector<QByteArray> m_subscriptions;
     std::optional<BusMessage> m_will;
     HostLookup m_lookup;
+    LimitedWait m_opening; // of a connection by a name that the library looks up itself
     Retry m_retry;
     int m_triesInCrowd = 0;
     OutageLog m_outage;
     LossLog m_losses;
 
     // of one connection
-    std::unique_ptr<MqttConnection> m_connection;
+    std::shared_ptr<MqttConnection> m_connection;
     std::unique_ptr<SocketWatch> m_watch;
     QTimer m_keepAliveTimer;
+    QTimer m_announcing; // of what request() has read
     Outbox m_outbox;
     bool m_readyIsDue = false;
 

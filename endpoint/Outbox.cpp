@@ -11,15 +11,6 @@ constexpr qint64 maxUnsentBytes = 64 << 20;
 /// An MQTT packet has at most 256 MiB, its topic and properties included.
 constexpr int maxPayloadBytes = 268'435'455 - 3 * 65'536;
 
-/// About what the MQTT library keeps of a message besides its bytes.
-constexpr qint64 costOfAMessage = 128;
-
-qint64 sizeOf(const BusMessage &message)
-{
-    return costOfAMessage + message.path.size() + message.payload.size() + message.responsePath.size() +
-           message.correlation.size();
-}
-
 } // namespace
 
 QString Outbox::problemWith(const BusMessage &message) const
@@ -38,21 +29,21 @@ QString Outbox::problemWith(const BusMessage &message) const
 
 void Outbox::hold(const BusMessage &message)
 {
-    m_bytes += sizeOf(message);
+    m_bytes += message.cost();
     m_held.push_back(message);
 }
 
 std::deque<BusMessage> Outbox::takeHeld()
 {
     for (const BusMessage &message : m_held) {
-        m_bytes -= sizeOf(message);
+        m_bytes -= message.cost();
     }
     return std::exchange(m_held, {});
 }
 
 void Outbox::handOver(const BusMessage &message)
 {
-    m_handedOver.push_back(sizeOf(message));
+    m_handedOver.push_back(message.cost());
     m_bytes += m_handedOver.back();
 }
 

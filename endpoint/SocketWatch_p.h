@@ -14,6 +14,9 @@ class SocketWatch : public QObject
 public:
     SocketWatch(int descriptor, QObject *parent);
 
+    /// Whether readable() is wanted; at first it is.
+    void setWatchesReading(bool wanted) { m_reading.setEnabled(wanted); }
+
     /// Whether writable() is wanted; at first it is not.
     void setWatchesWriting(bool wanted);
 

@@ -33,18 +33,19 @@ QStringList wordsOf(int argc, char *argv[])
     return words;
 }
 
-/// Commands speak the language of the shell that they are typed into.
+/// The language of what is said before the options are understood: theirs, else that of the shell.
 QString languageOf(const QStringList &words)
 {
-    const int option = words.indexOf(QStringLiteral("--lang"));
-    return option >= 0 ? words.value(option + 1) : Trading::machineLanguage();
-}
-
-int runCommand(const QStringList &words)
-{
-    Terminal::InterfaceLanguage language;
-    language.set(languageOf(words));
-    return Terminal::runBarsCommand(words.mid(2), QApplication::applicationDirPath());
+    const QString option = QStringLiteral("--lang");
+    for (int i = 1; i < words.size(); ++i) {
+        if (words.at(i) == option) {
+            return words.value(i + 1);
+        }
+        if (words.at(i).startsWith(option + QLatin1Char('='))) {
+            return words.at(i).mid(option.size() + 1);
+        }
+    }
+    return Trading::machineLanguage();
 }
 
 } // namespace
@@ -67,8 +68,10 @@ int main(int argc, char *argv[])
 
     const QStringList words = wordsOf(argc, argv);
     Trading::hidePasswords(argc, argv);
+    InterfaceLanguage language;
+    language.set(languageOf(words));
     if (words.value(1) == QLatin1String("bars")) {
-        return runCommand(words);
+        return runBarsCommand(words.mid(2), QApplication::applicationDirPath());
     }
     const auto parsed = parseOptions(words, QApplication::applicationDirPath());
     if (!parsed) {

@@ -1,6 +1,7 @@
 #include "trading/SecurityKind.h"
 
 #include "trading/CodeRanges.h"
+#include "trading/TradingUnits.h"
 
 #include <QRegularExpression>
 
@@ -65,6 +66,37 @@ SecurityKind kindOf(const SecurityId &security, const QString &name)
         return SecurityKind::Other;
     }
     return SecurityKind::Other;
+}
+
+ListingStage listingStageOf(const QString &name)
+{
+    static const QRegularExpression letterBeforeName(QStringLiteral("^([NC])\\p{Han}"));
+    const QString letter = letterBeforeName.match(name).captured(1);
+    if (letter.isEmpty()) {
+        return ListingStage::Later;
+    }
+    return letter == QLatin1String("N") ? ListingStage::FirstDay : ListingStage::FirstDays;
+}
+
+qint64 lotOf(SecurityKind kind)
+{
+    switch (kind) {
+    case SecurityKind::Bond:
+    case SecurityKind::ConvertibleBond:
+    case SecurityKind::Repo:
+        return bondsOfLot;
+    case SecurityKind::MainShare:
+    case SecurityKind::SpecialTreatment:
+    case SecurityKind::StarShare:
+    case SecurityKind::ChiNextShare:
+    case SecurityKind::BeijingShare:
+    case SecurityKind::ForeignShare:
+    case SecurityKind::Fund:
+    case SecurityKind::YoungBoardFund:
+    case SecurityKind::Other:
+        break;
+    }
+    return sharesOfLot;
 }
 
 } // namespace Trading

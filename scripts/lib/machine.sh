@@ -11,14 +11,15 @@ debian_build=(
     build-essential cmake ninja-build pkg-config
     qtbase5-dev qttools5-dev qttools5-dev-tools libqwt-qt5-dev libqt5sql5-sqlite libqt5sql5-psql
     libmosquitto-dev mosquitto
-    libzip-dev
+    libzip-dev python3
     fonts-noto-cjk
 )
 debian_test=(
     libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev
-    mosquitto-clients openssl postgresql python3 python3-paho-mqtt python3-jsonschema python3-yaml
-    xvfb xauth xdotool x11-utils faketime util-linux
+    mosquitto-clients openssl postgresql python3-paho-mqtt python3-jsonschema python3-yaml
+    xvfb xauth xdotool x11-utils dbus at-spi2-core weston qtwayland5 faketime util-linux
     clang-format clang-tidy abigail-tools doxygen reuse git
+    dpkg-dev lintian appstream desktop-file-utils man-db mmdebstrap systemd
 )
 homebrew_build=(cmake ninja pkg-config qt@5 qwt-qt5 mosquitto libzip)
 homebrew_test=(python3 googletest google-benchmark postgresql@15 libfaketime clang-format doxygen reuse)
@@ -62,7 +63,7 @@ install_homebrew() {
     export CMAKE_PREFIX_PATH
 }
 
-# set_machine_up build|test: once, also when one command calls another
+# set_machine_up build|package|test: once, also when one command calls another
 set_machine_up() {
     [ -z "${machine_is_up:-}" ] || return 0
     if command -v apt-get >/dev/null; then

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "terminal/aside/AsideWork.h"
 #include "trading/AnswerCheck.h"
 
 #include <QObject>
-#include <QThreadPool>
 
 #include <functional>
 
@@ -19,8 +19,7 @@ public:
     /// What comes of an answer, and a digest of it: two answers with one digest are the same.
     using Then = std::function<void(const Trading::CheckedAnswer &answer, const QByteArray &digest)>;
 
-    explicit AnswerChecker(QObject *parent);
-    ~AnswerChecker() override;
+    explicit AnswerChecker(QObject *parent) : QObject(parent) {}
 
     /// Calls `then` in this thread, in the order of the calls: at once for a short answer that need not wait
     /// for another one, later otherwise, and never when this object has gone. An answer that comes while
@@ -28,13 +27,8 @@ public:
     void check(const QByteArray &payload, const Trading::AnsweredChart &chart, Then then);
 
 private:
-    void checkAside(const QByteArray &payload, const Trading::AnsweredChart &chart, const Then &then);
-    bool hasRoomFor(qint64 bytes);
-
-    QThreadPool m_thread;
-    int m_underWay = 0;        ///< answers that wait or are being checked
-    qint64 m_bytesWaiting = 0; ///< of these
-    bool m_isFull = false;     ///< and that was told
+    AsideWork m_aside;
+    bool m_isFull = false; ///< and that was told
 };
 
 } // namespace Terminal

@@ -77,10 +77,10 @@ bool haveSamePrices(const Bar &a, const Bar &b)
            std::abs(a.low - b.low) < rounding && std::abs(a.close - b.close) < rounding;
 }
 
-/// True for about a hundred times the other volume; one of both may be rounded to whole lots.
-bool isHundredfold(double volume, double other)
+/// True for about so many times the other volume as a lot has shares; one of both may be rounded to whole
+/// lots.
+bool isLotsAsShares(double volume, double other, double lot)
 {
-    constexpr double lot = 100;
     constexpr double closeness = 0.01;
     const bool isNear = std::abs(volume - other * lot) <= std::max(lot, volume * closeness);
     return other > 0 && volume > other * lot / 2 && isNear;
@@ -93,13 +93,13 @@ struct Merged
     int added = 0;
     int common = 0;
     // Of the common ones:
-    int changed = 0;     ///< with another price or volume
-    int otherPrices = 0; ///< with another price
-    int hundredfold = 0; ///< with a hundred times the volume before
-    int hundredth = 0;   ///< with a hundredth of it
+    int changed = 0;      ///< with another price or volume
+    int otherPrices = 0;  ///< with another price
+    int lotsToShares = 0; ///< with a lot times the volume before
+    int sharesToLots = 0; ///< the other way round
 };
 
-void compare(const Bar &old, const Bar &added, Merged *merged)
+void compare(const Bar &old, const Bar &added, double lot, Merged *merged)
 {
     constexpr double lessThanAShare = 0.5;
     const bool haveOtherPrices = !haveSamePrices(old, added);
@@ -107,11 +107,11 @@ void compare(const Bar &old, const Bar &added, Merged *merged)
     ++merged->common;
     merged->changed += haveOtherPrices || haveOtherVolumes ? 1 : 0;
     merged->otherPrices += haveOtherPrices ? 1 : 0;
-    merged->hundredfold += isHundredfold(added.volume, old.volume) ? 1 : 0;
-    merged->hundredth += isHundredfold(old.volume, added.volume) ? 1 : 0;
+    merged->lotsToShares += isLotsAsShares(added.volume, old.volume, lot) ? 1 : 0;
+    merged->sharesToLots += isLotsAsShares(old.volume, added.volume, lot) ? 1 : 0;
 }
 
-Merged merge(const Bars &old, const Bars &added)
+Merged merge(const Bars &old, const Bars &added, double lot)
 {
     std::map<std::int32_t, Bar> byDay;
     for (const Bar &bar : old) {
@@ -123,7 +123,7 @@ Merged merge(const Bars &old, const Bars &added)
         if (before == byDay.end()) {
             ++merged.added;
         } else {
-            compare(before->second, bar, &merged);
+            compare(before->second, bar, lot, &merged);
         }
         byDay[bar.date] = bar;
     }
@@ -153,7 +153,7 @@ bool areMany(int days, const Merged &merged)
 }
 
 /// Why bars of a file do not go together with those of the folder.
-QString differenceOfKind(const QString &file, const Merged &merged, const QString &path)
+QString differenceOfKind(const QString &file, const Merged &merged, double lot, const QString &path)
 {
     const auto say = [&](const QString &what, int days) {
         return what.arg(file, QString::number(days), QString::number(merged.common), path);
@@ -163,18 +163,18 @@ QString differenceOfKind(const QString &file, const Merged &merged, const QStrin
                         "--replace replaces the file as a whole"),
                    merged.otherPrices);
     }
-    if (areMany(merged.hundredfold, merged)) {
-        return say(
-            text("%1: %2 of %3 days that are in %4, too, have a volume a hundred times as large: is this "
-                 "one in shares (--volume shares), or was that one in lots? --replace replaces the file "
-                 "as a whole"),
-            merged.hundredfold);
+    if (areMany(merged.lotsToShares, merged)) {
+        return say(text("%1: %2 of %3 days that are in %4, too, have a volume %5 times as large: is this "
+                        "one in shares (--volume shares), or was that one in lots? --replace replaces the "
+                        "file as a whole"),
+                   merged.lotsToShares)
+            .arg(lot);
     }
-    if (areMany(merged.hundredth, merged)) {
-        return say(
-            text("%1: %2 of %3 days that are in %4, too, have a hundredth of the volume: is this one in "
-                 "lots (--volume lots)? --replace replaces the file as a whole"),
-            merged.hundredth);
+    if (areMany(merged.sharesToLots, merged)) {
+        return say(text("%1: %2 of %3 days that are in %4, too, have a volume %5 times as small: is this one "
+                        "in lots (--volume lots)? --replace replaces the file as a whole"),
+                   merged.sharesToLots)
+            .arg(lot);
     }
     return {};
 }
@@ -302,8 +302,9 @@ QString BarImport::planDays(const QString &file, bool replacesAll, BarImportPlan
     if (!old) {
         return text("%1; --replace replaces this file").arg(old.error());
     }
-    const Merged merged = merge(old.value(), plan->sheet.bars);
-    const QString difference = differenceOfKind(file, merged, path(name));
+    const auto lot = static_cast<double>(Trading::lotOf(plan->sheet.kind));
+    const Merged merged = merge(old.value(), plan->sheet.bars, lot);
+    const QString difference = differenceOfKind(file, merged, lot, path(name));
     if (!difference.isEmpty()) {
         return difference;
     }
@@ -331,21 +332,37 @@ void BarImport::keep(const BarImportPlan &plan)
     }
     add(plan.security, &m_securities);
     add(plan.security, &*m_known);
+    m_markets.insert(plan.security.code, plan.security.market);
+}
+
+/// The securities of the folder, once. Returns why not.
+QString BarImport::readKnown()
+{
+    if (m_known) {
+        return {};
+    }
+    const auto listed = securities();
+    if (!listed) {
+        return listed.error();
+    }
+    m_known = listed.value();
+    for (const Security &security : *m_known) {
+        m_markets.insert(security.code, security.market);
+    }
+    return {};
 }
 
 Loaded<BarImportPlan> BarImport::plan(const QString &file, const BarImportOptions &options)
 {
     const auto failure = [](const QString &reason) { return Loaded<BarImportPlan>::failure(reason); };
-    const auto sheet = readBarFile(file, options.hints);
+    if (const QString reason = readKnown(); !reason.isEmpty()) {
+        return failure(reason);
+    }
+    BarHints hints = options.hints;
+    hints.markets = m_markets;
+    const auto sheet = readBarFile(file, hints);
     if (!sheet) {
         return failure(sheet.error());
-    }
-    if (!m_known) {
-        const auto listed = securities();
-        if (!listed) {
-            return failure(listed.error());
-        }
-        m_known = listed.value();
     }
     const auto security = settleSecurity(file, sheet.value(), *m_known, options);
     if (!security) {

@@ -76,6 +76,7 @@ private:
     Loaded<Bars> days(const QString &name, const QString &code) const;
     QString planDays(const QString &file, bool replacesAll, BarImportPlan *plan) const;
     void planMinutes(BarImportPlan *plan) const;
+    QString readKnown();
     void keep(const BarImportPlan &plan);
     QString noteBefore(const QString &name);
 
@@ -83,6 +84,7 @@ private:
     std::map<QString, QByteArray> m_files; ///< planned, by their names
     Securities m_securities;               ///< of the planned files
     std::optional<Securities> m_known;     ///< with those of the folder; read once, for thousands of files
+    QHash<QString, Trading::Market> m_markets; ///< of these, by their codes
     /// What write() found in the places of its files, by their names; nothing where no file was.
     std::map<QString, std::optional<QByteArray>> m_before;
 };

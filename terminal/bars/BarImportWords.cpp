@@ -1,6 +1,7 @@
 #include "terminal/bars/BarImportWords.h"
 
 #include "terminal/data/OwnForm.h"
+#include "trading/TradingUnits.h"
 
 #include <QCoreApplication>
 
@@ -15,13 +16,22 @@ QString text(const char *source)
     return QCoreApplication::translate("BarsCommand", source);
 }
 
-QString unitName(VolumeUnit unit)
+/// Lots of shares go without saying how many they are.
+QString unitName(VolumeUnit unit, Trading::SecurityKind kind)
 {
+    const qint64 lot = Trading::lotOf(kind);
+    if (unit == VolumeUnit::Lots && lot != Trading::sharesOfLot) {
+        return text("lots of %1").arg(lot);
+    }
     switch (unit) {
     case VolumeUnit::Shares:
         return text("shares");
     case VolumeUnit::Lots:
         return text("lots");
+    case VolumeUnit::ThousandShares:
+        return text("thousand shares");
+    case VolumeUnit::HundredMillionShares:
+        return text("hundred million shares");
     case VolumeUnit::TenThousandShares:
         return text("ten thousand shares");
     case VolumeUnit::TenThousandLots:
@@ -75,7 +85,7 @@ QString rangeText(const BarSheet &sheet)
 
 QString unitText(const BarSheet &sheet)
 {
-    const QString unit = unitName(sheet.volumeUnit);
+    const QString unit = unitName(sheet.volumeUnit, sheet.kind);
     switch (sheet.volumeEvidence) {
     case VolumeEvidence::OwnForm:
         return text("volume in %1, as files of this form have it").arg(unit);

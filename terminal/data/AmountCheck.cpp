@@ -1,5 +1,7 @@
 #include "terminal/data/AmountCheck.h"
 
+#include "trading/TradingUnits.h"
+
 #include <algorithm>
 
 namespace Terminal {
@@ -32,19 +34,36 @@ struct Reading
     std::size_t bars = 0; ///< that fit it
 };
 
-std::vector<Reading> readings(std::optional<VolumeUnit> named)
+std::vector<Reading> readings(const VolumeFacts &known)
 {
     std::vector<Reading> all;
     for (const VolumeUnit unit :
-         named ? std::vector{*named} : std::vector{VolumeUnit::Shares, VolumeUnit::Lots}) {
+         known.named ? std::vector{*known.named} : std::vector{VolumeUnit::Shares, VolumeUnit::Lots}) {
+        const double shares = sharesIn(unit, known.kind);
         for (const double yuan : amountUnits) {
-            all.push_back({unit, yuan / sharesIn(unit)});
+            all.push_back({unit, yuan / shares});
         }
-        if (named) {
-            all.push_back({unit, million / sharesIn(unit)});
+        if (known.named) {
+            all.push_back({unit, million / shares});
         }
     }
     return all;
+}
+
+/// Bars with the lowest and the highest price that was paid for one share or bond.
+Bars paidPrices(Bars bars, Trading::SecurityKind kind)
+{
+    constexpr double mostInterest = 1.06; // since the last coupon, which comes once or twice a year
+    constexpr auto faceValue = static_cast<double>(Trading::faceValueOfBond);
+    for (Bar &bar : bars) {
+        if (kind == Trading::SecurityKind::Bond) {
+            bar.high *= mostInterest;
+        } else if (kind == Trading::SecurityKind::Repo) {
+            bar.low = faceValue;
+            bar.high = faceValue;
+        }
+    }
+    return bars;
 }
 
 bool canBeChecked(const Bar &bar, double amount)
@@ -100,19 +119,19 @@ std::optional<std::size_t> wrongBar(const std::vector<double> &excesses, bool is
 
 } // namespace
 
-AmountCheck checkAmounts(const Bars &bars, const std::vector<double> &amounts,
-                         std::optional<VolumeUnit> named, PriceKind prices)
+AmountCheck checkAmounts(const Bars &bars, const std::vector<double> &amounts, const VolumeFacts &known)
 {
     constexpr std::size_t clearly = 5; // times as many as any other
-    std::vector<Reading> all = readings(named);
+    const Bars paid = paidPrices(bars, known.kind);
+    std::vector<Reading> all = readings(known);
     for (Reading &reading : all) {
-        count(bars, amounts, prices == PriceKind::Adjusted ? fittingAdjusted : fitting, &reading);
+        count(paid, amounts, known.prices == PriceKind::Adjusted ? fittingAdjusted : fitting, &reading);
     }
     std::sort(all.begin(), all.end(), [](const Reading &a, const Reading &b) { return a.bars > b.bars; });
     const Reading &best = all[0];
     std::size_t checked = 0;
     for (std::size_t i = 0; i < bars.size(); ++i) {
-        checked += canBeChecked(bars[i], amounts[i]) ? 1 : 0;
+        checked += canBeChecked(paid[i], amounts[i]) ? 1 : 0;
     }
     AmountCheck check;
     const bool isRaw = best.bars * 10 >= checked * 9;
@@ -121,8 +140,8 @@ AmountCheck checkAmounts(const Bars &bars, const std::vector<double> &amounts,
         return check;
     }
     check.unit = best.unit;
-    check.isAdjusted = !isRaw || prices == PriceKind::Adjusted;
-    check.wrongBar = wrongBar(excesses(bars, amounts, best.yuanPerShare), check.isAdjusted);
+    check.isAdjusted = !isRaw || known.prices == PriceKind::Adjusted;
+    check.wrongBar = wrongBar(excesses(paid, amounts, best.yuanPerShare), check.isAdjusted);
     return check;
 }
 

@@ -23,9 +23,17 @@ struct AmountCheck
     std::optional<std::size_t> wrongBar;
 };
 
-/// `amounts` has one for each bar, 0 where there is none. `named` is the unit that the header names. Prices
-/// that are known to be adjusted need not fit as closely.
-AmountCheck checkAmounts(const Bars &bars, const std::vector<double> &amounts,
-                         std::optional<VolumeUnit> named, PriceKind prices = PriceKind::Unknown);
+/// What is known of a file's volumes and prices before its amounts are asked.
+struct VolumeFacts
+{
+    std::optional<VolumeUnit> named; ///< by the header, or by the user
+    /// Lots are as large as its kind has them. A bond's amount has the interest since its last coupon, too;
+    /// that of money lent has nothing to do with the rate that is its price.
+    Trading::SecurityKind kind = Trading::SecurityKind::MainShare;
+    PriceKind prices = PriceKind::Unknown; ///< those that are adjusted need not fit as closely
+};
+
+/// `amounts` has one for each bar, 0 where there is none.
+AmountCheck checkAmounts(const Bars &bars, const std::vector<double> &amounts, const VolumeFacts &known = {});
 
 } // namespace Terminal

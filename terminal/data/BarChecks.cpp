@@ -71,17 +71,17 @@ QString jump(const Bar &before, const Bar &bar)
                : QString();
 }
 
-LineProblem wrongRow(const BarRows &rows)
+LineProblem wrongRow(const BarRows &rows, bool areRates)
 {
-    const bool haveZero = !areAdjusted(rows.bars);
+    const bool arePlainPrices = !areRates && !areAdjusted(rows.bars);
     const bool areOfManyDays = dayOf(rows.bars.front()) < dayOf(rows.bars.back()); // one may be a rehearsal's
     for (std::size_t i = 0; i < rows.bars.size(); ++i) {
         const Bar &bar = rows.bars[i];
         QString what = areOfManyDays ? weekend(bar) : QString();
-        if (what.isEmpty() && haveZero) {
+        if (what.isEmpty() && arePlainPrices) {
             what = wrongPrice(bar);
         }
-        if (what.isEmpty() && haveZero && i > 0) {
+        if (what.isEmpty() && arePlainPrices && i > 0) {
             what = jump(rows.bars[i - 1], bar);
         }
         if (!what.isEmpty()) {
@@ -118,7 +118,15 @@ bool contradictPreviousCloses(const BarRows &rows)
     return !rows.haveTimes && known >= enoughPairs && equal * 2 < known;
 }
 
-/// The middle one of the distances between days.
+bool areLongerThanDays(const BarRows &rows)
+{
+    constexpr int daysOfAWeekApart = 5;
+    return !rows.haveTimes && static_cast<int>(rows.bars.size()) >= enoughBars &&
+           usualDistance(rows.bars) >= daysOfAWeekApart;
+}
+
+} // namespace
+
 int usualDistance(const Bars &bars)
 {
     std::vector<qint64> distances;
@@ -130,18 +138,10 @@ int usualDistance(const Bars &bars)
     return static_cast<int>(*middle);
 }
 
-bool areLongerThanDays(const BarRows &rows)
+LineProblem problemAmong(const BarRows &rows, Trading::SecurityKind kind)
 {
-    constexpr int daysOfAWeekApart = 5;
-    return !rows.haveTimes && static_cast<int>(rows.bars.size()) >= enoughBars &&
-           usualDistance(rows.bars) >= daysOfAWeekApart;
-}
-
-} // namespace
-
-LineProblem problemAmong(const BarRows &rows)
-{
-    if (const LineProblem problem = wrongRow(rows)) {
+    const bool areRates = kind == Trading::SecurityKind::Repo;
+    if (const LineProblem problem = wrongRow(rows, areRates)) {
         return problem;
     }
     if (areLongerThanDays(rows)) {
@@ -152,7 +152,7 @@ LineProblem problemAmong(const BarRows &rows)
         return {rows.lines.front(), text("most previous closes are not the close of the day before: are the "
                                          "columns what their names say?")};
     }
-    if (areOpenAndCloseExchanged(rows.bars)) {
+    if (!areRates && areOpenAndCloseExchanged(rows.bars)) {
         return {rows.lines.front(), text("the columns of open and close look exchanged")};
     }
     return {};

@@ -167,18 +167,21 @@ QString sayUnit()
 /// The unit by the amounts; by what is told where they tell nothing.
 LineProblem settleByAmounts(const BarRows &rows, std::optional<VolumeUnit> told, BarSheet *sheet)
 {
-    const AmountCheck check = checkAmounts(rows.bars, rows.amounts, told, sheet->prices);
-    if (check.wrongBar) {
-        return {rows.lines[*check.wrongBar],
+    const auto check = [&](std::optional<VolumeUnit> named) {
+        return checkAmounts(rows.bars, rows.amounts, {named, sheet->kind, sheet->prices});
+    };
+    const AmountCheck checked = check(told);
+    if (checked.wrongBar) {
+        return {rows.lines[*checked.wrongBar],
                 text("amount ÷ volume is far from the prices: is a decimal point in the wrong place?")};
     }
-    if (check.unit) {
-        sheet->volumeUnit = *check.unit;
+    if (checked.unit) {
+        sheet->volumeUnit = *checked.unit;
         sheet->volumeEvidence = VolumeEvidence::Amounts;
-        sheet->prices = check.isAdjusted ? PriceKind::Adjusted : sheet->prices;
+        sheet->prices = checked.isAdjusted ? PriceKind::Adjusted : sheet->prices;
         return {};
     }
-    if (told && checkAmounts(rows.bars, rows.amounts, {}, sheet->prices).unit) {
+    if (told && check({}).unit) {
         return {
             rows.lines.front(),
             text("the volume is said to be in %1, but amount ÷ volume is no such price").arg(wordOf(*told))};
@@ -212,11 +215,11 @@ LineProblem settleVolume(const BarRows &rows, const BarHeader &header, const Bar
 }
 
 /// Shares are whole; a part of one is another unit, another column, or a decimal point in the wrong place.
-LineProblem countInShares(BarRows *rows, VolumeUnit unit)
+LineProblem countInShares(BarRows *rows, VolumeUnit unit, Trading::SecurityKind kind)
 {
     constexpr double noise = 1e-3; // of numbers that are no binary fractions
     for (std::size_t i = 0; i < rows->bars.size(); ++i) {
-        const double shares = rows->bars[i].volume * sharesIn(unit);
+        const double shares = rows->bars[i].volume * sharesIn(unit, kind);
         if (std::abs(shares - std::round(shares)) > noise) {
             return {rows->lines[i],
                     text("the volume, in %1, is no whole number of shares").arg(wordOf(unit))};
@@ -226,10 +229,26 @@ LineProblem countInShares(BarRows *rows, VolumeUnit unit)
     return {};
 }
 
+/// A market that one of file, user and folder leaves out is the others'.
+Trading::SecurityKind kindFor(std::optional<SecurityCode> security, const BarHints &hints)
+{
+    if (!security) {
+        return Trading::SecurityKind::MainShare;
+    }
+    if (!security->market && hints.security) {
+        security->market = hints.security->market;
+    }
+    if (!security->market && hints.markets.contains(security->digits)) {
+        security->market = hints.markets.value(security->digits);
+    }
+    return security->kind();
+}
+
 LineProblem settleSecurity(const BarRows &rows, const BarHeader &header, const BarHints &hints,
                            BarSheet *sheet)
 {
     sheet->security = rows.security ? rows.security : header.security;
+    sheet->kind = kindFor(sheet->security ? sheet->security : hints.security, hints);
     sheet->name = rows.name.isEmpty() ? header.name : rows.name;
     const bool isAnother = sheet->security && hints.security && !sheet->security->agreesWith(*hints.security);
     return isAnother
@@ -259,14 +278,14 @@ LineProblem settle(BarRows *rows, const BarHeader &header, const BarHints &hints
         problem = settleMinutes(rows, sheet);
     }
     if (!problem) {
-        problem = problemAmong(*rows);
+        problem = problemAmong(*rows, sheet->kind);
     }
     sheet->prices = priceKind(*rows, header);
     if (!problem) {
         problem = settleVolume(*rows, header, hints, sheet);
     }
     if (!problem) {
-        problem = countInShares(rows, sheet->volumeUnit);
+        problem = countInShares(rows, sheet->volumeUnit, sheet->kind);
     }
     sheet->bars = std::move(rows->bars);
     return problem;

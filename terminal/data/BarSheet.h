@@ -7,6 +7,7 @@
 #include "terminal/data/VolumeUnit.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -21,6 +22,7 @@ struct BarHints
     std::optional<SecurityCode> security;
     std::optional<Trading::TradingDate> day; ///< of times without a day
     std::optional<VolumeUnit> volume;        ///< for a file with nothing that tells the unit of its volume
+    QHash<QString, Trading::Market> markets; ///< by code, of securities that a file may name without one
 };
 
 /// What tells in which unit a volume is.
@@ -29,10 +31,11 @@ enum class VolumeEvidence { OwnForm, Header, Amounts, Told };
 /// What a bar file holds, whatever its maker calls and orders the columns.
 struct BarSheet
 {
-    Bars bars; ///< volume in shares
+    Bars bars; ///< volume in shares, units of a fund, or bonds
     bool isOfMinutes = false;
-    std::optional<SecurityCode> security; ///< as the file names it
-    QString name;                         ///< of the security; empty when the file has none
+    std::optional<SecurityCode> security;                          ///< as the file names it
+    Trading::SecurityKind kind = Trading::SecurityKind::MainShare; ///< also where nothing names the security
+    QString name; ///< of the security; empty when the file has none
     VolumeUnit volumeUnit = VolumeUnit::Shares;
     VolumeEvidence volumeEvidence = VolumeEvidence::OwnForm;
     PriceKind prices = PriceKind::Unknown;

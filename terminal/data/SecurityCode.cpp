@@ -1,5 +1,7 @@
 #include "terminal/data/SecurityCode.h"
 
+#include "trading/CodeRanges.h"
+
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -54,6 +56,13 @@ std::optional<SecurityCode> SecurityCode::of(const QString &text)
         return std::nullopt;
     }
     return SecurityCode{match.captured(2), market};
+}
+
+Trading::SecurityKind SecurityCode::kind() const
+{
+    const auto usual = Trading::CodeRanges::of(digits);
+    const Trading::Market usualMarket = usual ? usual->market : Trading::Market::Shanghai;
+    return Trading::kindOf({digits, market.value_or(usualMarket)});
 }
 
 QString SecurityCode::text() const

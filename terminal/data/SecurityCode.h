@@ -1,6 +1,7 @@
 #pragma once
 
 #include "trading/Market.h"
+#include "trading/SecurityKind.h"
 
 #include <QString>
 
@@ -20,6 +21,10 @@ struct SecurityCode
 
     /// "600519.SH", or the digits alone.
     QString text() const;
+
+    /// What the exchanges' tables of codes say it is; without a market, on the one where such codes are
+    /// usual.
+    Trading::SecurityKind kind() const;
 
     /// False when both name different securities; a market that one of them leaves out is the other's.
     bool agreesWith(const SecurityCode &other) const

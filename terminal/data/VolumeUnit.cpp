@@ -1,7 +1,5 @@
 #include "terminal/data/VolumeUnit.h"
 
-#include "trading/TradingUnits.h"
-
 #include <QStringList>
 
 #include <algorithm>
@@ -14,18 +12,22 @@ namespace {
 struct UnitRow
 {
     VolumeUnit unit;
-    double shares;
+    double count; ///< of shares or lots
+    bool isInLots;
     const char *words; ///< the first one is the one that is written
 };
 
+constexpr double thousand = 1000;
 constexpr double tenThousand = 10000;
-constexpr auto lot = static_cast<double>(Trading::sharesOfLot);
+constexpr double hundredMillion = 1e8;
 
 constexpr UnitRow rows[] = {
-    {VolumeUnit::Shares, 1, "shares share 股 份"},
-    {VolumeUnit::Lots, lot, "lots lot 手"},
-    {VolumeUnit::TenThousandShares, tenThousand, "10000shares 万股 万份"},
-    {VolumeUnit::TenThousandLots, tenThousand *lot, "10000lots 万手"},
+    {VolumeUnit::Shares, 1, false, "shares share 股 份 张"},
+    {VolumeUnit::Lots, 1, true, "lots lot 手"},
+    {VolumeUnit::ThousandShares, thousand, false, "1000shares 千股 千份 千张"},
+    {VolumeUnit::HundredMillionShares, hundredMillion, false, "100000000shares 亿股 亿份 亿张"},
+    {VolumeUnit::TenThousandShares, tenThousand, false, "10000shares 万股 万份 万张"},
+    {VolumeUnit::TenThousandLots, tenThousand, true, "10000lots 万手"},
 };
 
 const UnitRow &rowOf(VolumeUnit unit)
@@ -41,9 +43,15 @@ QStringList wordsOf(const UnitRow &row)
 
 } // namespace
 
-double sharesIn(VolumeUnit unit)
+double sharesIn(VolumeUnit unit, Trading::SecurityKind kind)
 {
-    return rowOf(unit).shares;
+    const UnitRow &row = rowOf(unit);
+    return row.isInLots ? row.count * static_cast<double>(Trading::lotOf(kind)) : row.count;
+}
+
+bool isInLots(VolumeUnit unit)
+{
+    return rowOf(unit).isInLots;
 }
 
 std::optional<VolumeUnit> volumeUnitOf(const QString &word)

@@ -15,7 +15,7 @@ namespace Terminal {
 
 namespace {
 
-/// English, whatever the language of the window: what the command line says is not translated.
+/// In the language that the program was started in: the table is made once.
 QString text(const char *source)
 {
     return QCoreApplication::translate("TerminalOptions", source);

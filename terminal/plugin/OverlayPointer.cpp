@@ -102,7 +102,7 @@ std::vector<ClickableMark> OverlayPointer::marks()
 
 ClickableMark OverlayPointer::clickable(const ShownOverlay &overlay, int layer, const DrawnMark &mark) const
 {
-    const QPointF target = mark.targetNear(mark.box.center());
+    const QPointF target = overlay.item->marks().targetNear(mark, mark.box.center());
     const QPointF listPlace(mark.box.center().x(), mark.box.bottom());
     return {mark.glyph, mark.count, layer, mark.box,
             [axis = m_axis, weak = std::weak_ptr<OverlayHandle>(overlay.handle), target, listPlace] {

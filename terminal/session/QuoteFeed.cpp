@@ -16,17 +16,6 @@
 
 namespace Terminal {
 
-namespace {
-
-using namespace TradeChart::TradeKeyFields;
-
-QString key(const char *word)
-{
-    return QLatin1String(word);
-}
-
-} // namespace
-
 QuoteFeed::QuoteFeed(const Replay *replay, OrderDesk *desk, OrderPlan plan, QObject *parent)
     : QObject(parent),
       m_replay(replay),
@@ -40,7 +29,11 @@ QuoteFeed::QuoteFeed(const Replay *replay, OrderDesk *desk, OrderPlan plan, QObj
     connect(replay, &Replay::stateChanged, this, &QuoteFeed::forgetPlanOfClosedDay);
     connect(m_endPoint, &EndPoint::ready, this, &QuoteFeed::joined);
     connect(m_endPoint, &EndPoint::messageReceived, this,
-            [this](const QByteArray &, const QByteArray &payload) { takeMessage(payload); });
+            [this](const QByteArray &, const QByteArray &, const QByteArray &channel) {
+                if (channel == m_channel) { // the client hears the answers to the desk, too
+                    Q_EMIT taken();
+                }
+            });
     connect(desk, &OrderDesk::placed, this, &QuoteFeed::checkPlacement);
     m_endPoint->subscribe(m_channel, QByteArray(TradeChart::Topic::TRADEQUERY));
 }
@@ -53,7 +46,7 @@ bool QuoteFeed::isJoined() const
 void QuoteFeed::takeBar(const Bar &bar)
 {
     if (isJoined()) {
-        tellMissedOrders(bar);
+        tellMissedOrders(m_replay->completed() - 1);
         publish(bar);
         placeDueOrders(bar);
     }
@@ -85,16 +78,19 @@ void QuoteFeed::placeDueOrders(const Bar &bar)
     }
 }
 
-/// Those that were due with the bar before this one or earlier, and are still in the plan.
-void QuoteFeed::tellMissedOrders(const Bar &bar)
+void QuoteFeed::tellMissedOrders()
 {
-    const Bars &day = m_replay->day();
-    const auto here = std::lower_bound(day.begin(), day.end(), bar.minute,
-                                       [](const Bar &one, int minute) { return one.minute < minute; });
-    const OrderPlan missed = here == day.begin() ? OrderPlan() : takeOrders(endOf(*std::prev(here)));
+    tellMissedOrders(m_replay->completed());
+}
+
+/// Those that were due with the first so many bars, and are still in the plan.
+void QuoteFeed::tellMissedOrders(size_t completed)
+{
+    const OrderPlan missed = completed == 0 ? OrderPlan() : takeOrders(endOf(m_replay->day()[completed - 1]));
     for (const PlannedOrder &order : missed) {
         Q_EMIT refused(
-            QCoreApplication::translate("Replay", "the bus was away at %1").arg(order.time.colonText()));
+            QCoreApplication::translate("Replay", "its minute, %1, was over before it could be sent")
+                .arg(order.time.colonText()));
     }
 }
 
@@ -121,15 +117,6 @@ void QuoteFeed::askWhetherTaken()
     question.answerOn(QString::fromLatin1(m_channel));
     question.setSecurity(m_replay->security().id());
     m_endPoint->sendMessage(Trading::Channel::GLOBAL, TradeChart::Topic::TRADEQUERY, question.toJson());
-}
-
-/// The client hears the answers to the desk, too.
-void QuoteFeed::takeMessage(const QByteArray &payload)
-{
-    const QJsonObject message = QJsonDocument::fromJson(payload).object();
-    if (message.value(key(SCREENID)).toString() == QString::fromLatin1(m_channel)) {
-        Q_EMIT taken();
-    }
 }
 
 } // namespace Terminal

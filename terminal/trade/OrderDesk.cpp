@@ -237,22 +237,32 @@ void OrderDesk::speak(Trading::Question *question) const
 
 void OrderDesk::handleMessage(const QByteArray &topic, const QByteArray &payload)
 {
-    const QJsonObject message = QJsonDocument::fromJson(payload).object();
     if (topic == Topic::TRADENOTIFY) {
-        takeNotification(message);
+        takeNotification(QJsonDocument::fromJson(payload).object());
     } else if (topic == Topic::TRADEQUERY) {
-        takeAnswer(message);
+        m_aside.run(payload.size(), [this, payload] { return read(payload); });
     }
 }
 
-void OrderDesk::takeAnswer(const QJsonObject &answer)
+/// In another thread, where the tree of the answer ends, too: that takes as long.
+AsideWork::Then OrderDesk::read(const QByteArray &payload)
+{
+    QJsonObject answer = QJsonDocument::fromJson(payload).object();
+    OrderRecords rows = readOrders(answer);
+    if (!rows.empty()) {
+        answer.remove(QLatin1String(TradeKeyFields::DATA));
+    }
+    return [this, answer, rows = std::move(rows)]() mutable { takeAnswer(answer, std::move(rows)); };
+}
+
+void OrderDesk::takeAnswer(const QJsonObject &answer, OrderRecords rows)
 {
     setAnswering(true);
     const QString id = textOf(answer, TradeKeyFields::OBJECTID);
     if (m_ordersQuestion.close(id)) {
-        takeOrders(answer);
+        takeOrders(answer, std::move(rows));
     } else if (m_workingQuestion.close(id)) {
-        takeWorkingOrders(answer);
+        takeWorkingOrders(answer, std::move(rows));
     } else if (m_accountQuestion.close(id)) {
         takeAccount(answer);
     } else if (isUnderWay(answer)) {
@@ -272,25 +282,38 @@ bool OrderDesk::isUpToDate() const
 }
 
 /// Orders that are refused now stay as they were known; the panel says that they are old.
-void OrderDesk::takeOrders(const QJsonObject &answer)
+void OrderDesk::takeOrders(const QJsonObject &answer, OrderRecords rows)
 {
-    m_ordersRefusal = refusalOf(answer);
-    if (isGranted(answer)) {
-        m_orders = readOrders(answer);
+    const QString refusal = refusalOf(answer);
+    const bool isNew = isGranted(answer) && !(rows == m_orders);
+    if (!isNew && refusal == m_ordersRefusal) {
+        return;
+    }
+    m_ordersRefusal = refusal;
+    if (isNew) {
+        m_orders = std::move(rows);
     }
     Q_EMIT ordersChanged();
 }
 
-void OrderDesk::takeWorkingOrders(const QJsonObject &answer)
+void OrderDesk::takeWorkingOrders(const QJsonObject &answer, OrderRecords rows)
 {
-    m_working = isGranted(answer) ? std::optional(readOrders(answer)) : std::nullopt;
-    Q_EMIT workingOrdersChanged();
+    const auto told = isGranted(answer) ? std::optional(std::move(rows)) : std::nullopt;
+    if (told != m_working) {
+        m_working = told;
+        Q_EMIT workingOrdersChanged();
+    }
 }
 
 void OrderDesk::takeAccount(const QJsonObject &answer)
 {
-    m_accountRefusal = refusalOf(answer);
-    m_account = isGranted(answer) ? std::optional<Account>(readAccount(answer)) : std::nullopt;
+    const QString refusal = refusalOf(answer);
+    const auto told = isGranted(answer) ? std::optional(readAccount(answer)) : std::nullopt;
+    if (told == m_account && refusal == m_accountRefusal) {
+        return;
+    }
+    m_accountRefusal = refusal;
+    m_account = told;
     Q_EMIT accountChanged();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "endpoint/EndPoint.h"
+#include "terminal/aside/AsideWork.h"
 #include "terminal/trade/OpenQuestion.h"
 #include "terminal/trade/OpenWishes.h"
 #include "terminal/trade/TradeRecords.h"
@@ -106,7 +107,7 @@ Q_SIGNALS:
     void replaced(const PriceChange &change, const DeskOutcome &outcome);
     void replaceAskedAgain(const PriceChange &change);
     void cancelAnswered(const OrderRecord &order, const DeskOutcome &outcome);
-    void ordersChanged(); ///< or why they are not told
+    void ordersChanged(); ///< or why they are not told; an answer that tells nothing new changes nothing
     void workingOrdersChanged();
     void accountChanged(); ///< the same
     /// The module tells that an order has this status now, a code of the vocabulary.
@@ -135,9 +136,10 @@ private:
     QString askForAccount();
     void speak(Trading::Question *question) const;
     void handleMessage(const QByteArray &topic, const QByteArray &payload);
-    void takeAnswer(const QJsonObject &answer);
-    void takeOrders(const QJsonObject &answer);
-    void takeWorkingOrders(const QJsonObject &answer);
+    AsideWork::Then read(const QByteArray &payload);
+    void takeAnswer(const QJsonObject &answer, OrderRecords rows);
+    void takeOrders(const QJsonObject &answer, OrderRecords rows);
+    void takeWorkingOrders(const QJsonObject &answer, OrderRecords rows);
     void takeAccount(const QJsonObject &answer);
     void takeNotification(const QJsonObject &notification);
     void setAnswering(bool isAnswering);
@@ -160,6 +162,7 @@ private:
     QString m_ordersRefusal;
     QString m_accountRefusal;
     bool m_isAnswering = false;
+    AsideWork m_aside; ///< reads answers, which may have thousands of rows
 };
 
 } // namespace Terminal

@@ -47,7 +47,7 @@ const DrawnMark *OrderPlaces::markOf(const OrderRecord &order) const
     const DrawnMark *nearest = nullptr;
     double least = std::numeric_limits<double>::max();
     for (const DrawnMark &mark : m_marks.all()) {
-        for (const QPointF &marked : mark.places) {
+        for (const QPointF &marked : m_marks.placesOf(mark)) {
             const QPointF away = marked - place;
             const double distance = std::hypot(away.x(), away.y());
             if (std::abs(away.x()) <= reach && std::abs(away.y()) <= orderGlyphSize / 2 && distance < least) {

@@ -124,8 +124,10 @@ void OrdersPanel::showCancellable()
 
 void OrdersPanel::setAccount(const std::optional<Account> &account)
 {
-    m_account = account;
-    showAccount();
+    if (!(account == m_account)) {
+        m_account = account;
+        showAccount();
+    }
 }
 
 void OrdersPanel::setPrices(LastPriceOf lastPrice)
@@ -142,15 +144,19 @@ void OrdersPanel::setShownSecurity(const Security &security)
 
 void OrdersPanel::setRefusals(const QString &ofOrders, const QString &ofAccount)
 {
-    m_ordersRefusal = ofOrders;
-    m_accountRefusal = ofAccount;
-    showTexts();
+    if (ofOrders != m_ordersRefusal || ofAccount != m_accountRefusal) {
+        m_ordersRefusal = ofOrders;
+        m_accountRefusal = ofAccount;
+        showTexts();
+    }
 }
 
 void OrdersPanel::setAnswering(bool isAnswering)
 {
-    m_isAnswering = isAnswering;
-    showTexts();
+    if (isAnswering != m_isAnswering) {
+        m_isAnswering = isAnswering;
+        showTexts();
+    }
 }
 
 void OrdersPanel::setTheme(const ChartTheme &theme)

@@ -4,6 +4,7 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trading/ModuleVocabulary.h"
 #include "trading/OrderStatusName.h"
+#include "trading/TradingUnits.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -22,9 +23,12 @@ QString textOf(const QJsonObject &row, const char *key)
     return row.value(QLatin1String(key)).toString();
 }
 
-qint64 numberOf(const QJsonObject &row, const char *key)
+/// None when there are more than anybody holds: a sum of such numbers could be no number at all.
+qint64 sharesOf(const QJsonObject &row, const char *key)
 {
-    return textOf(row, key).toLongLong();
+    const qint64 shares = textOf(row, key).toLongLong();
+    const bool isPossible = shares >= -Trading::mostHeldShares && shares <= Trading::mostHeldShares;
+    return isPossible ? shares : 0;
 }
 
 double amountOf(const QJsonObject &row, const char *key)
@@ -49,19 +53,48 @@ OrderRecord readOrder(const QJsonObject &row, Direction side)
     order.day = Trading::TradingDate::ofText(textOf(row, TradeKeyFields::RTSORDERDATE));
     order.time = Trading::ClockTime::ofText(textOf(row, TradeKeyFields::RTSENTRUSTTIME));
     order.price = amountOf(row, TradeKeyFields::RTSENTRUSTPRICE);
-    order.quantity = numberOf(row, TradeKeyFields::RTSENTRUSTQTY);
-    order.dealt = numberOf(row, TradeKeyFields::RTSMATCHQTY);
+    order.quantity = sharesOf(row, TradeKeyFields::RTSENTRUSTQTY);
+    order.dealt = sharesOf(row, TradeKeyFields::RTSMATCHQTY);
     order.dealtAmount = amountOf(row, TradeKeyFields::RTSMATCHAMT);
     return order;
 }
 
 Position readPosition(const QJsonObject &row)
 {
-    return {securityOf(row), numberOf(row, Trading::AccountFields::QTY),
-            numberOf(row, Trading::AccountFields::SELLABLE), amountOf(row, TradeKeyFields::COSTPRICE)};
+    return {securityOf(row), sharesOf(row, Trading::AccountFields::QTY),
+            sharesOf(row, Trading::AccountFields::SELLABLE), amountOf(row, TradeKeyFields::COSTPRICE)};
 }
 
 } // namespace
+
+namespace {
+
+bool isSame(const Security &one, const Security &other)
+{
+    return one.id() == other.id() && one.name == other.name;
+}
+
+} // namespace
+
+bool operator==(const OrderRecord &one, const OrderRecord &other)
+{
+    return one.number == other.number && one.status == other.status && one.dealt == other.dealt &&
+           one.dealtAmount == other.dealtAmount && one.side == other.side && one.day == other.day &&
+           one.time == other.time && one.price == other.price && one.quantity == other.quantity &&
+           isSame(one.security, other.security);
+}
+
+bool operator==(const Position &one, const Position &other)
+{
+    return one.quantity == other.quantity && one.sellable == other.sellable && one.cost == other.cost &&
+           isSame(one.security, other.security);
+}
+
+bool operator==(const Account &one, const Account &other)
+{
+    return one.cash == other.cash && one.available == other.available && one.costMethod == other.costMethod &&
+           one.positions == other.positions;
+}
 
 std::optional<double> OrderRecord::averagePrice() const
 {

@@ -49,6 +49,8 @@ struct OrderRecord
 
     /// Of what was dealt; nothing while nothing was.
     std::optional<double> averagePrice() const;
+
+    friend bool operator==(const OrderRecord &one, const OrderRecord &other);
 };
 
 /// What is left of an order, at another price.
@@ -69,6 +71,8 @@ struct Position
     qint64 quantity = 0;
     qint64 sellable = 0; ///< bought before today and not on offer
     double cost = 0;     ///< per share
+
+    friend bool operator==(const Position &one, const Position &other);
 };
 
 /// The account: its cash and what it holds.
@@ -81,6 +85,8 @@ struct Account
 
     /// What is held of a security; null when nothing is.
     const Position *find(const Security &security) const;
+
+    friend bool operator==(const Account &one, const Account &other);
 };
 
 /// The user's word for a side, translated.
@@ -97,7 +103,8 @@ QString statusText(const OrderRecord &order);
 /// last word.
 bool isCancellable(const OrderRecord &order);
 
-/// The rows of an answer to a question for orders; a row without a known side or a number is left out.
+/// The rows of an answer to a question for orders; a row without a known side or a number is left out. Any
+/// thread may read them.
 OrderRecords readOrders(const QJsonObject &answer);
 
 /// The account of an answer to AccountInfo.

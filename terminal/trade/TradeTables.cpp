@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QLocale>
 
+#include <algorithm>
 #include <tuple>
 
 namespace Terminal {
@@ -78,9 +79,14 @@ bool isSamePosition(const PricedPosition &one, const PricedPosition &other)
 }
 
 /// Numbers of orders grow; longer ones are larger.
-auto ageOf(const OrderRecord &order)
+bool isNewer(const OrderRecord &one, const OrderRecord &other)
 {
-    return std::make_tuple(order.day, order.time, order.number.size(), order.number);
+    const auto ageOf = [](const OrderRecord &order, const int &digits) {
+        return std::tie(order.day, order.time, digits, order.number);
+    };
+    const int digits = one.number.size();
+    const int otherDigits = other.number.size();
+    return ageOf(one, digits) > ageOf(other, otherDigits);
 }
 
 std::vector<OrdersTable::Column> orderColumns()
@@ -144,8 +150,10 @@ OrdersTable::OrdersTable() : RecordTable(orderColumns(), isSameOrder) {}
 
 void OrdersTable::setOrders(OrderRecords orders)
 {
-    std::sort(orders.begin(), orders.end(),
-              [](const OrderRecord &one, const OrderRecord &other) { return ageOf(one) > ageOf(other); });
+    std::reverse(orders.begin(), orders.end()); // the module tells the oldest first
+    if (!std::is_sorted(orders.begin(), orders.end(), isNewer)) {
+        std::sort(orders.begin(), orders.end(), isNewer);
+    }
     setRecords(std::move(orders));
 }
 
@@ -160,8 +168,7 @@ PositionsTable::PositionsTable() : RecordTable(positionColumns(), isSamePosition
 
 QString tickText(const Security &security, double price)
 {
-    const auto rules = Trading::MarketRules::of(security.id(), Trading::TradingDate::today(), security.name);
-    return priceText(price, rules.decimals());
+    return priceText(price, Trading::MarketRules::decimals(security.id(), security.name));
 }
 
 QString amountText(double yuan)

@@ -1,6 +1,7 @@
 #include "terminal/trades/AccountTrade.h"
 
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "trading/TradingUnits.h"
 
 #include <QJsonArray>
 
@@ -28,8 +29,8 @@ QString textOf(const QJsonObject &row, const char *key, const char *otherKey)
 std::optional<AccountTrade> readTrade(const QJsonObject &row)
 {
     const auto day = Trading::TradingDate::ofText(textOf(row, RTSDATE, RTSORDERDATE));
-    const auto quantity = static_cast<qint64>(textOf(row, RTSMATCHQTY).toDouble());
-    if (!day || quantity <= 0) {
+    const double quantity = textOf(row, RTSMATCHQTY).toDouble();
+    if (!day || !(quantity >= 1 && quantity <= static_cast<double>(Trading::mostHeldShares))) {
         return std::nullopt;
     }
     AccountTrade trade{
@@ -38,9 +39,9 @@ std::optional<AccountTrade> readTrade(const QJsonObject &row)
     trade.side =
         textOf(row, RTSBSFLAG) == QLatin1String(TradeChart::BSFlag::BUY) ? Direction::Buy : Direction::Sell;
     trade.price = textOf(row, RTSMATCHPRICE).toDouble();
-    trade.quantity = quantity;
+    trade.quantity = static_cast<qint64>(quantity);
     const double amount = textOf(row, RTSMATCHAMT).toDouble();
-    trade.amount = amount > 0 ? amount : trade.price * static_cast<double>(quantity);
+    trade.amount = amount > 0 ? amount : trade.price * static_cast<double>(trade.quantity);
     trade.orderNumber = textOf(row, RTSORDERNO);
     return trade;
 }

@@ -26,8 +26,8 @@ struct AccountTrade
 /// Oldest first.
 using Trades = std::vector<AccountTrade>;
 
-/// The rows of an answer to a question for trades, of today or of past days; a row without a day or a
-/// quantity is left out.
+/// The rows of an answer to a question for trades, of today or of past days; a row without a day, or
+/// with a quantity that nobody holds, is left out. Any thread may read them.
 Trades readTrades(const QJsonObject &answer);
 
 /// What trades come to together.

@@ -36,17 +36,17 @@ TradesDesk::TradesDesk(QObject *parent)
     : QObject(parent),
       m_endPoint(nullptr),
       m_channel(QStringLiteral("terminal-trades-") + QUuid::createUuid().toString(QUuid::WithoutBraces)),
-      m_pastQuestion([this] { return askPast(); }),
-      m_todayQuestion([this] { return askToday(); })
+      m_past([this] { return askPast(); }),
+      m_ofToday([this] { return askToday(); })
 {
     using LocalCommunication::EndPoint;
     setTimeout(defaultTimeout);
     m_heartbeat.setInterval(heartbeat);
     connect(&m_heartbeat, &QTimer::timeout, this, [this] {
-        if (m_today != Trading::TradingDate::today() || !m_pastQuestion.isAnswered()) {
-            m_pastQuestion.ask();
+        if (isPastDue()) {
+            m_past.question.ask();
         }
-        m_todayQuestion.ask();
+        m_ofToday.question.ask();
     });
     connect(&m_endPoint, &EndPoint::ready, this, &TradesDesk::askAnew);
     connect(&m_endPoint, &EndPoint::messageReceived, this, &TradesDesk::handleMessage);
@@ -54,8 +54,8 @@ TradesDesk::TradesDesk(QObject *parent)
 
 void TradesDesk::setTimeout(std::chrono::milliseconds patience)
 {
-    m_pastQuestion.setTimeout(patience);
-    m_todayQuestion.setTimeout(patience);
+    m_past.question.setTimeout(patience);
+    m_ofToday.question.setTimeout(patience);
 }
 
 void TradesDesk::start(const QString &address)
@@ -85,25 +85,33 @@ void TradesDesk::show(const Security &security)
         return;
     }
     m_security = security;
-    m_past.clear();
-    m_ofToday.clear();
+    for (Part *const part : {&m_past, &m_ofToday}) {
+        part->trades.clear();
+        part->refusal.clear();
+    }
     m_trades.clear();
-    m_refusal.clear();
     Q_EMIT changed();
     askAnew();
 }
 
 bool TradesDesk::isUpToDate() const
 {
-    return !isWatching() || !m_isStarted || (m_pastQuestion.isAnswered() && m_todayQuestion.isAnswered());
+    return !isWatching() || !m_isStarted || (m_past.question.isAnswered() && m_ofToday.question.isAnswered());
 }
 
 void TradesDesk::askAnew()
 {
     if (isWatching() && m_isStarted && !m_security.code.isEmpty()) {
-        m_pastQuestion.askAnew();
-        m_todayQuestion.askAnew();
+        m_past.question.askAnew();
+        m_ofToday.question.askAnew();
     }
+}
+
+/// They were not told, or have become more since midnight.
+bool TradesDesk::isPastDue() const
+{
+    return !m_past.question.isAnswered() || !m_past.refusal.isEmpty() ||
+           m_today != Trading::TradingDate::today();
 }
 
 QString TradesDesk::askPast()
@@ -133,59 +141,63 @@ QString TradesDesk::send(Trading::Question question)
 
 void TradesDesk::handleMessage(const QByteArray &topic, const QByteArray &payload)
 {
-    const QJsonObject message = QJsonDocument::fromJson(payload).object();
     if (topic == Topic::TRADEQUERY) {
-        takeAnswer(message);
+        m_aside.run(payload.size(), [this, payload] { return read(payload); });
     } else if (topic == Topic::TRADENOTIFY && isWatching()) {
-        takeNotification(message);
+        takeNotification(QJsonDocument::fromJson(payload).object());
     }
 }
 
-void TradesDesk::takeAnswer(const QJsonObject &answer)
+/// In another thread, where the tree of the answer ends, too: that takes as long.
+AsideWork::Then TradesDesk::read(const QByteArray &payload)
+{
+    QJsonObject answer = QJsonDocument::fromJson(payload).object();
+    Trades rows = readTrades(answer);
+    answer.remove(QLatin1String(TradeKeyFields::DATA));
+    return [this, answer, rows = std::move(rows)]() mutable { takeAnswer(answer, std::move(rows)); };
+}
+
+void TradesDesk::takeAnswer(const QJsonObject &answer, Trades rows)
 {
     const QString id = textOf(answer, TradeKeyFields::OBJECTID);
-    if (m_pastQuestion.close(id)) {
-        take(&m_past, answer);
-    } else if (m_todayQuestion.close(id)) {
-        take(&m_ofToday, answer);
+    if (m_past.question.close(id)) {
+        take(&m_past, answer, std::move(rows));
+    } else if (m_ofToday.question.close(id)) {
+        take(&m_ofToday, answer, std::move(rows));
     }
     Q_EMIT answered();
 }
 
 /// Trades that are refused now stay as they were known. Most answers of the day tell nothing new.
-void TradesDesk::take(Trades *part, const QJsonObject &answer)
+void TradesDesk::take(Part *part, const QJsonObject &answer, Trades rows)
 {
     const QString refusal = refusalOf(answer);
-    Trades told = isGranted(answer) ? readTrades(answer) : *part;
-    const bool isNew =
-        refusal != m_refusal || !std::equal(told.begin(), told.end(), part->begin(), part->end(), isSame);
-    if (!isNew) {
+    const bool isNew = isGranted(answer) && !std::equal(rows.begin(), rows.end(), part->trades.begin(),
+                                                        part->trades.end(), isSame);
+    if (!isNew && refusal == part->refusal) {
         return;
     }
-    m_refusal = refusal;
-    *part = std::move(told);
+    part->refusal = refusal;
+    if (isNew) {
+        part->trades = std::move(rows);
+    }
     putTogether();
 }
 
-void TradesDesk::setPractised(Trading::TradingDate day, bool isPlayed)
+void TradesDesk::setPlayedAsToday(bool on)
 {
-    m_practised = day;
-    m_isPlayed = isPlayed;
-    putTogether();
+    if (on != m_isPlayedAsToday) {
+        m_isPlayedAsToday = on;
+        putTogether();
+    }
 }
 
-/// The trades of a day that is practised are told as today's and as those of its own day: each counts once.
 void TradesDesk::putTogether()
 {
-    m_trades = m_past;
-    if (m_practised && m_isPlayed) {
-        m_trades.erase(
-            std::remove_if(m_trades.begin(), m_trades.end(),
-                           [this](const AccountTrade &trade) { return trade.day == *m_practised; }),
-            m_trades.end());
-    }
-    if (!m_practised || m_isPlayed) {
-        m_trades.insert(m_trades.end(), m_ofToday.begin(), m_ofToday.end());
+    m_trades = m_past.trades;
+    for (AccountTrade trade : m_ofToday.trades) {
+        trade.day = m_isPlayedAsToday ? Trading::TradingDate::today() : trade.day;
+        m_trades.push_back(trade);
     }
     Q_EMIT changed();
 }
@@ -195,10 +207,10 @@ void TradesDesk::takeNotification(const QJsonObject &notification)
     if (textOf(notification, TradeKeyFields::STKCODE) != m_security.code) {
         return;
     }
-    if (!textOf(notification, TradeKeyFields::RTSDATE).isEmpty()) {
-        m_pastQuestion.ask();
+    if (!m_past.refusal.isEmpty() || !textOf(notification, TradeKeyFields::RTSDATE).isEmpty()) {
+        m_past.question.ask();
     }
-    m_todayQuestion.ask();
+    m_ofToday.question.ask();
 }
 
 } // namespace Terminal

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "endpoint/EndPoint.h"
+#include "terminal/aside/AsideWork.h"
 #include "terminal/trade/OpenQuestion.h"
 #include "terminal/trades/AccountTrade.h"
 #include "trading/Question.h"
@@ -9,15 +10,16 @@
 
 #include <chrono>
 #include <optional>
+#include <utility>
 
 namespace Terminal {
 
 /// Asks the trading module for all trades of one security. It has a client of the bus and an answer channel
 /// for itself, so that no overlay hears its answers.
 ///
-/// Nothing here blocks, and nothing is asked before watch(). Trades of past days are asked for once, and
-/// again when the module tells that they changed; those of today with every change, and every few seconds,
-/// for a notification may be lost.
+/// Nothing here blocks, and nothing is asked before watch(). Trades of past days are asked for until they are
+/// told, and again when the module tells that they changed; those of today with every change, and every few
+/// seconds, for a notification may be lost.
 class TradesDesk : public QObject
 {
     Q_OBJECT
@@ -32,52 +34,63 @@ public:
 
     /// While it is on, trades are asked for.
     void watch(bool on);
+    /// Asks at once, while it watches: what was asked before a trading module came is lost.
+    void askAnew();
     bool isWatching() const { return m_heartbeat.isActive(); }
 
     /// Chooses whose trades are asked for; those known so far are forgotten when it is another security.
     void show(const Security &security);
 
-    /// The account practises this day. The module tells its trades as today's and as past ones; they count as
-    /// today's while the day is played as today, and as those of the day otherwise.
-    void setPractised(Trading::TradingDate day, bool isPlayed);
+    /// Dates the account's trades of today, for one that practises: `on` the chart of the day that is played
+    /// as today they are today's, elsewhere they have the date that the module tells, that of the practised
+    /// day.
+    void setPlayedAsToday(bool on);
 
     /// Of the shown security, oldest first.
     const Trades &trades() const { return m_trades; }
     /// True when all that was asked for is answered, and when nothing is asked for.
     bool isUpToDate() const;
-    /// Why the module does not tell them; empty while it does.
-    const QString &refusal() const { return m_refusal; }
+    /// Why the module does not tell those of past days, or else those of today; empty while it tells both.
+    const QString &refusal() const { return m_past.refusal.isEmpty() ? m_ofToday.refusal : m_past.refusal; }
 
 Q_SIGNALS:
     void changed(); ///< other trades, or why they are not told
     void answered();
 
 private:
+    /// What is asked for by one question, as last told.
+    struct Part
+    {
+        explicit Part(OpenQuestion::Send send) : question(std::move(send)) {}
+
+        OpenQuestion question;
+        Trades trades;
+        QString refusal; ///< why they are not told; empty while they are
+    };
+
     QString askPast();
     QString askToday();
+    bool isPastDue() const;
     QString send(Trading::Question question);
-    void askAnew();
     void handleMessage(const QByteArray &topic, const QByteArray &payload);
-    void takeAnswer(const QJsonObject &answer);
+    AsideWork::Then read(const QByteArray &payload);
+    void takeAnswer(const QJsonObject &answer, Trades rows);
     void takeNotification(const QJsonObject &notification);
-    void take(Trades *part, const QJsonObject &answer);
+    void take(Part *part, const QJsonObject &answer, Trades rows);
     void putTogether();
 
     LocalCommunication::EndPoint m_endPoint;
     const QString m_channel;
     int m_questionCount = 0;
     QTimer m_heartbeat;
-    OpenQuestion m_pastQuestion;
-    OpenQuestion m_todayQuestion;
+    Part m_past;
+    Part m_ofToday;
     Security m_security;
     Trading::TradingDate m_today = Trading::TradingDate::first(); ///< when the past was asked for
-    Trades m_past;
-    Trades m_ofToday;
-    Trades m_trades; ///< both
-    QString m_refusal;
-    std::optional<Trading::TradingDate> m_practised;
-    bool m_isPlayed = false; ///< the practised day
+    Trades m_trades;                                              ///< both
+    bool m_isPlayedAsToday = false;                               ///< what the account practises
     bool m_isStarted = false;
+    AsideWork m_aside; ///< reads answers, which may have thousands of rows
 };
 
 } // namespace Terminal

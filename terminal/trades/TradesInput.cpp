@@ -76,6 +76,9 @@ double TradesInput::priceAt(const QPointF &position) const
 
 bool TradesInput::move(const QMouseEvent &event)
 {
+    if (m_drag && (event.buttons() & Qt::LeftButton) == 0) {
+        forgetDrag(); // the button was released elsewhere, over a dialog that opened meanwhile
+    }
     if (!m_drag) {
         const bool isTaken = m_rules.isTaken(event.localPos());
         const bool isOnOrder = !isTaken && m_orders->orderAt(event.localPos()) != nullptr;
@@ -105,14 +108,19 @@ bool TradesInput::release()
     }
     const Drag drag = *m_drag;
     const double price = m_price;
-    m_drag.reset();
-    m_orders->setDragged({});
+    forgetDrag();
     if (!drag.hasMoved && !drag.isCancelled) {
         Q_EMIT orderClicked(drag.order);
     } else if (!drag.isCancelled && price != drag.order.price) {
         Q_EMIT orderMoved({drag.order, price});
     }
     return true;
+}
+
+void TradesInput::forgetDrag()
+{
+    m_drag.reset();
+    m_orders->setDragged({});
 }
 
 bool TradesInput::escape()

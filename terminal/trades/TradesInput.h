@@ -63,6 +63,7 @@ private:
     bool press(const QMouseEvent &event);
     bool move(const QMouseEvent &event);
     bool release();
+    void forgetDrag();
     bool escape();
     void startDrag(const OrderRecord &order, const QPointF &position);
     double priceAt(const QPointF &position) const;

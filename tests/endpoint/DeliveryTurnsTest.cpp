@@ -5,7 +5,10 @@
 #include <gmock/gmock.h>
 
 #include <QAbstractEventDispatcher>
+#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QSignalBlocker>
+#include <QTimer>
 
 #include <memory>
 #include <vector>
@@ -13,7 +16,12 @@
 namespace LocalCommunication {
 namespace {
 
+using ::testing::Each;
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::Pointee;
+using ::testing::Property;
 using ::testing::SizeIs;
 
 constexpr qint64 longerThanATurnsTime = 10; // in milliseconds
@@ -72,6 +80,43 @@ TEST_F(DeliveryTurnsTest, GiveAllInboxesTogetherTheTimeOfOne)
     EXPECT_THAT(delivered, ElementsAre("a"));
     ASSERT_TRUE(isDelivered(3));
     EXPECT_THAT(delivered, ElementsAre("a", "b", "c"));
+}
+
+TEST_F(DeliveryTurnsTest, CostTheEventLoopNothingWhileNobodyWaits)
+{
+    add(0, "a");
+    QAbstractEventDispatcher *const loop = QAbstractEventDispatcher::instance();
+
+    inboxes[0]->run();
+
+    ASSERT_THAT(delivered, ElementsAre("a"));
+    const auto timers = loop->findChildren<QTimer *>();
+    EXPECT_THAT(timers, Each(Pointee(Property(&QTimer::isActive, false))));
+    EXPECT_THAT(timers, Not(IsEmpty()));
+}
+
+TEST_F(DeliveryTurnsTest, GiveTheNextTurnItsOwnTime)
+{
+    add(0, "a");
+    inboxes[0]->run();
+    QCoreApplication::processEvents();
+    add(1, "b");
+
+    inboxes[1]->run();
+
+    EXPECT_THAT(delivered, ElementsAre("a", "b"));
+}
+
+TEST_F(DeliveryTurnsTest, GoOnWhereTheEventLoopTellsOfNoTurns)
+{
+    const QSignalBlocker silence(QAbstractEventDispatcher::instance());
+    add(0, "a");
+    add(1, "b");
+    add(2, "c");
+
+    runAll();
+
+    EXPECT_TRUE(isDelivered(3));
 }
 
 TEST_F(DeliveryTurnsTest, GoRoundWhateverOneInboxHas)

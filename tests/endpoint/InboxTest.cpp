@@ -126,6 +126,45 @@ TEST_F(InboxTest, HandsOverTheRestInTheThreadThatItIsMovedTo)
     thread.wait();
 }
 
+TEST_F(InboxTest, IsFullByTheBytesThatWaitAndSaysWhenItHasRoomAgain)
+{
+    int told = 0;
+    QObject::connect(inbox.get(), &Inbox::hasRoom, inbox.get(), [&] {
+        ++told;
+        EXPECT_FALSE(inbox->isFull());
+    });
+    const QByteArray half(Inbox::fullBytes / 2, 'x');
+    add(half);
+    EXPECT_FALSE(inbox->isFull());
+    add(half);
+    EXPECT_TRUE(inbox->isFull());
+    EXPECT_FALSE(inbox->isOverfull());
+
+    inbox->run();
+
+    EXPECT_TRUE(waitUntil([this] { return delivered.size() == 2; }));
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(InboxTest, IsFullOfManyMessagesWithoutAPayload)
+{
+    for (int i = 0; i < 1000000 && !inbox->isFull(); ++i) {
+        add({});
+    }
+    EXPECT_TRUE(inbox->isFull());
+    inbox->clear();
+    EXPECT_FALSE(inbox->isFull());
+}
+
+TEST_F(InboxTest, SharesTheTimeOfReadingWithTheOthersOfItsThread)
+{
+    const auto alone = inbox->readingTime();
+    Inbox other(nullptr);
+    const auto ofTheOther = other.readingTime();
+    EXPECT_LT(alone, 16ms);
+    EXPECT_LE(inbox->readingTime() + ofTheOther, alone);
+}
+
 TEST_F(InboxTest, StopsWhenAReceiverClearsIt)
 {
     QObject::connect(inbox.get(), &Inbox::delivered, inbox.get(), [this] { inbox->clear(); });

@@ -30,6 +30,16 @@ TEST_F(LossLogTest, TellsOfManyMessagesOnce)
                                  "A message to 'c/t' was not sent: there is no bus (0 more before it)")));
 }
 
+TEST_F(LossLogTest, TellsOfManyAnswersThatWereNotWaitedForOnce)
+{
+    for (int i = 0; i < 100; ++i) {
+        losses.notAwaited();
+    }
+    EXPECT_THAT(log.lines(),
+                ElementsAre(QStringLiteral("unix:///bus: too much waits to be delivered: an answer was not "
+                                           "waited for (0 more before it)")));
+}
+
 TEST_F(LossLogTest, TellsHowManyMessagesWentWithAConnection)
 {
     losses.lostWithConnection(3);

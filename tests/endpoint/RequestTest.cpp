@@ -363,3 +363,29 @@ TEST_F(Request, IsEmptyAtOnceWithoutABus)
     EXPECT_LT(std::chrono::milliseconds(clock.elapsed()), longTimeout / 2);
     EXPECT_TRUE(log.has(QStringLiteral("there is no bus")));
 }
+
+TEST_F(Request, IsAnsweredBehindMoreThanIsReadAtOnceAndAllOfThatIsDeliveredAfterIt)
+{
+    constexpr int count = 100; // of a megabyte: more than waits for a receiver before nothing more is read
+    asker.setRequestTimeout(longTimeout);
+    ASSERT_TRUE(asker.listen("c", "t"));
+    const BusThread module(
+        broker.address(), "TradeQuery",
+        [](EndPoint &own, const QByteArray &, const QByteArray &replyChannel) {
+            const auto sendWhenThereIsRoom = [&own](const char *channel, const QByteArray &payload) {
+                waitUntil([&] { return own.sendMessage(channel, "t", payload); });
+            };
+            for (int i = 0; i < count; ++i) {
+                sendWhenThereIsRoom("c", QByteArray::number(i) + ' ' + QByteArray(1 << 20, 'x'));
+            }
+            sendWhenThereIsRoom("nobody", "room for an answer, which is given once");
+            own.sendMessage(replyChannel, "TradeQuery", "end");
+        });
+
+    EXPECT_EQ(asker.request("TradeQuery", "flood"), "end");
+
+    ASSERT_TRUE(asker.waitForMessages(count));
+    for (int i = 0; i < count; ++i) {
+        EXPECT_TRUE(asker.messages[i].payload.startsWith(QByteArray::number(i) + ' ')) << i;
+    }
+}

@@ -1,6 +1,9 @@
 // A bus beyond this machine: TLS and passwords.
 
 #include "tests/endpoint/TlsTest.h"
+#include "tests/support/HangingNames.h"
+
+#include <QElapsedTimer>
 
 #include <chrono>
 
@@ -86,6 +89,20 @@ TEST_F(Tls, ResolvesTheNameOfTheBroker)
 {
     RecordingEndPoint endPoint;
     EXPECT_TRUE(endPoint.join(goodAddress(QStringLiteral("localhost"))));
+}
+
+TEST_F(Tls, LetsTheEventLoopGoOnWhenTheNameServerFallsSilentAfterItsFirstAnswer)
+{
+    const HangingNames hanging(1); // this client hears where the broker is, the MQTT library does not
+    RecordingEndPoint endPoint;
+    QElapsedTimer clock;
+    clock.start();
+    endPoint.connect(goodAddress(QLatin1String(HangingNames::host)));
+
+    EXPECT_TRUE(waitUntil([] { return HangingNames::questions() == 2; }));
+
+    EXPECT_LT(clock.elapsed(), 3000) << "the window stood still";
+    EXPECT_FALSE(endPoint.isConnected());
 }
 
 TEST_F(Tls, JoinsAgainAfterACrash)

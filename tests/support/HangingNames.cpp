@@ -1,5 +1,6 @@
 #include "tests/support/HangingNames.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <cstring>
 #include <mutex>
@@ -15,6 +16,7 @@ struct NameServer
     std::condition_variable changed;
     bool hangs = false;
     int questions = 0;
+    int answered = 0; ///< of these, the first
 };
 
 /// Never destroyed: a thread may still ask when the program ends.
@@ -24,21 +26,29 @@ NameServer &nameServer()
     return *server;
 }
 
-void ask()
+/// A test that waits for it where nobody should is to fail, and not to last for ever.
+constexpr std::chrono::seconds longestTest{20};
+
+/// False when no answer comes.
+bool ask()
 {
     NameServer &server = nameServer();
     std::unique_lock<std::mutex> lock(server.mutex);
-    ++server.questions;
-    server.changed.wait(lock, [&server] { return !server.hangs; });
+    if (++server.questions <= server.answered) {
+        return true;
+    }
+    server.changed.wait_for(lock, longestTest, [&server] { return !server.hangs; });
+    return false;
 }
 
 } // namespace
 
-HangingNames::HangingNames()
+HangingNames::HangingNames(int answered)
 {
     const std::lock_guard<std::mutex> lock(nameServer().mutex);
     nameServer().hangs = true;
     nameServer().questions = 0;
+    nameServer().answered = answered;
 }
 
 HangingNames::~HangingNames()
@@ -63,8 +73,7 @@ extern "C" __attribute__((visibility("default"))) int getaddrinfo(const char *no
     using Function = int (*)(const char *, const char *, const addrinfo *, addrinfo **);
     static const auto real = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "getaddrinfo"));
     if (node != nullptr && std::strcmp(node, HangingNames::host) == 0) {
-        ask();
-        return EAI_NONAME;
+        return ask() ? real("127.0.0.1", service, hints, result) : EAI_NONAME;
     }
     return real(node, service, hints, result);
 }

@@ -13,12 +13,6 @@ QString sources()
     return QStringLiteral(TERMINAL_SOURCES);
 }
 
-/// The command line and what it says are English, whatever the language of the window.
-bool isOfTheCommandLine(const QString &path)
-{
-    return path.contains(QLatin1String("/options/")) || path.endsWith(QLatin1String("/PlannedOrder.cpp"));
-}
-
 Translations marked()
 {
     QStringList files{sources() + QStringLiteral("/../trading/MessageTable.cpp"),
@@ -26,10 +20,7 @@ Translations marked()
     for (QDirIterator all(sources(), {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
                           QDirIterator::Subdirectories);
          all.hasNext();) {
-        const QString path = all.next();
-        if (!isOfTheCommandLine(path)) {
-            files.append(path);
-        }
+        files.append(all.next());
     }
     return markedTexts(files, {QStringLiteral("tr+=text"), QStringLiteral("tr+=quoted")});
 }

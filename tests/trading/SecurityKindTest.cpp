@@ -1,5 +1,6 @@
 #include "trading/SecurityKind.h"
 #include "tests/support/ByName.h"
+#include "trading/MarketRules.h"
 
 #include <gtest/gtest.h>
 
@@ -54,6 +55,21 @@ INSTANTIATE_TEST_SUITE_P(
         KnownSecurity{"Rights", sh, "700000", "", SecurityKind::Other},
         KnownSecurity{"Unknown", sh, "999999", "", SecurityKind::MainShare}),
     ByName());
+
+TEST(SecurityKindLot, IsThatOfOrders)
+{
+    const auto day = TradingDate::of(2026, 11, 2).value();
+    for (const auto &[market, code, lot] :
+         {std::tuple(sh, "600519", 100), std::tuple(sh, "688981", 100), std::tuple(sz, "300023", 100),
+          std::tuple(Market::Beijing, "920002", 100), std::tuple(sh, "900901", 100),
+          std::tuple(sz, "200002", 100), std::tuple(sh, "510300", 100), std::tuple(sh, "588000", 100),
+          std::tuple(sh, "019547", 10), std::tuple(sh, "113050", 10), std::tuple(sz, "128136", 10),
+          std::tuple(sh, "204001", 10), std::tuple(sz, "131810", 10)}) {
+        const SecurityId security{QLatin1String(code), market};
+        EXPECT_EQ(lotOf(kindOf(security)), lot) << code;
+        EXPECT_EQ(MarketRules::of(security, day).lot(), lot) << code;
+    }
+}
 
 } // namespace
 } // namespace Trading

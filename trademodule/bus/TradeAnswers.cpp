@@ -57,14 +57,13 @@ QJsonObject rowOf(const ReceivedAction &action)
     };
 }
 
-/// On the bus what is under way is of today, a practised day, too: charts show it as theirs.
-template <typename Records>
-Records asOfToday(Records records)
+/// Charts file orders under the clock's today, also those of a practised day, which is played as today.
+Orders asOfToday(Orders orders)
 {
-    for (auto &record : records) {
-        record.date = TradingDate::today();
+    for (Order &order : orders) {
+        order.date = TradingDate::today();
     }
-    return records;
+    return orders;
 }
 
 QJsonObject rowOf(const Replacement &replacement)
@@ -162,16 +161,17 @@ void TradeAnswers::answerCost(const TradeRequest &request, AnswerMessage *answer
     answer->set(DATA, data);
 }
 
+/// Of a practised day they have its date: charts of days mark it there, and no other answer has them.
 void TradeAnswers::answerToday(const TradeRequest &request, AnswerMessage *answer)
 {
     const TradingDate day = m_ledger->today();
-    answer->setRows(rowsOf(asOfToday(m_ledger->trades(request.security(), {day, day}))));
+    answer->setRows(rowsOf(m_ledger->trades(request.security(), {day, day})));
 }
 
 void TradeAnswers::answerHistory(const TradeRequest &request, AnswerMessage *answer)
 {
     const DateRange asked = request.days();
-    const DateRange past{asked.first, std::min(asked.last, TradingDate::today().plusDays(-1))};
+    const DateRange past{asked.first, std::min(asked.last, m_ledger->today().plusDays(-1))};
     answer->setRows(rowsOf(m_ledger->trades(request.security(), past)));
 }
 
@@ -261,6 +261,7 @@ void TradeAnswers::cancel(const TradeRequest &request, AnswerMessage *answer)
 {
     const TradingDate date = dayOfOrder(request);
     const qint64 number = request.orderNumber();
+    m_dealFirst();
     refusable(answer, [&] {
         m_exchange->cancel(date, number);
         const QString done = translated("the cancellation of order %1 is submitted").arg(number);
@@ -275,6 +276,7 @@ void TradeAnswers::place(const TradeRequest &request, AnswerMessage *answer)
     const Money price = request.orderPrice();
     const qint64 quantity = request.orderQuantity();
     const QString clientNumber = request.clientNumber();
+    m_dealFirst();
     refusable(answer, [&] {
         const Order order = m_exchange->place(security, direction, price, quantity, clientNumber);
         const QString number = QString::number(order.number);
@@ -289,6 +291,7 @@ void TradeAnswers::replace(const TradeRequest &request, AnswerMessage *answer)
     const qint64 number = request.orderNumber();
     const Money price = request.orderPrice();
     const QString clientNumber = request.neededClientNumber();
+    m_dealFirst();
     refusable(answer,
               [&] { answer->set(DATA, rowOf(m_exchange->replace(date, number, price, clientNumber))); });
 }

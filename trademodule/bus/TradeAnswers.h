@@ -37,6 +37,11 @@ public:
     {
     }
 
+    /// Has `dealFirst` called before an order is placed, cancelled or replaced; what it throws is the answer,
+    /// and the order stays as it was. It deals the quotes that came before: whoever trades when they cannot
+    /// be dealt would trade in their past.
+    void setDealFirst(std::function<void()> dealFirst) { m_dealFirst = std::move(dealFirst); }
+
     /// Fails as LeaseLost only: who has lost its right answers nothing.
     QByteArray answer(const QJsonObject &question);
 
@@ -66,6 +71,7 @@ private:
     PaperExchange *const m_exchange;
     const TellOfCost m_tellOfCost;
     const Speak m_speak;
+    std::function<void()> m_dealFirst = [] {};
 };
 
 /// What charts are told after a change.

@@ -69,6 +69,7 @@ TradeService::TradeService(const QString &busDirectory, Ledger *ledger, const Tr
       m_presence(presence, busDirectory)
 {
     using LocalCommunication::EndPoint;
+    m_answers.setDealFirst([this] { dealQuotes(); });
     connect(&m_endPoint, &EndPoint::messageReceived, this,
             [this](const QByteArray &topic, const QByteArray &payload, const QByteArray &replyChannel) {
                 takeMessage({topic, payload, replyChannel});
@@ -188,6 +189,10 @@ void TradeService::dealQuotes()
         } catch (const LedgerUnavailable &) {
             m_quotes.prepend(quote);
             throw;
+        } catch (const LedgerError &) {
+            throw;
+        } catch (const Error &error) {
+            warn(error.reason()); // of this quote's orders; the next ones are none the worse
         }
     }
 }
@@ -242,15 +247,9 @@ void TradeService::warn(const QString &trouble)
     }
 }
 
-/// What is dealt on a practised day is a past trade for charts of days.
 void TradeService::notify(const Order &changed)
 {
-    QJsonObject notification = changeNotification(changed);
-    const std::optional<TradingDate> practised = m_orders.practisedDay();
-    if (practised && changed.matchedQuantity > 0) {
-        notification[QLatin1String(TradeChart::TradeKeyFields::RTSDATE)] = practised->text();
-    }
-    publish(notification);
+    publish(changeNotification(changed));
 }
 
 void TradeService::publish(const QJsonObject &notification)

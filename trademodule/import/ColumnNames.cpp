@@ -1,6 +1,7 @@
 #include "trademodule/import/ColumnNames.h"
 
 #include "trademodule/import/CellValue.h"
+#include "trading/TradingUnits.h"
 
 #include <QRegularExpression>
 
@@ -15,15 +16,20 @@ QStringList words(const char *text)
     return QString::fromUtf8(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
-struct Unit
+struct UnitName
 {
     const char *name;
-    int count;
+    ColumnUnit unit;
 };
 
-constexpr Unit units[] = {
-    {"手", 100},    {"百股", 100},   {"千股", 1000}, {"万股", 10000},
-    {"千元", 1000}, {"万元", 10000}, {"万", 10000},
+constexpr UnitName unitNames[] = {
+    {"手", {Trading::sharesOfLot, Trading::bondsOfLot}},
+    {"百股", {100, 100}},
+    {"千股", {1000, 1000}},
+    {"万股", {10000, 10000}},
+    {"千元", {1000, 1000}},
+    {"万元", {10000, 10000}},
+    {"万", {10000, 10000}},
 };
 
 /// The text in brackets, or after a slash, at a name's end.
@@ -107,6 +113,8 @@ const std::vector<Spellings> &spellings()
         {Column::CashAfter, "cash after",
          words("资金余额 资金本次余额 剩余金额 本次资金余额 后资金额 账户余额 资金结余 本次金额 现金余额 "
                "剩余资金 余额资金 资金结存 cashafter cashbalance")},
+        {Column::State, "state", words("成交状态 成交类型 委托状态 订单状态 状态 status orderstatus")},
+        {Column::Cancelled, "cancelled", words("撤单标志 撤单标识 撤销标志 撤销标识 是否撤单 cancelled")},
     };
     return table;
 }
@@ -116,11 +124,11 @@ bool isUnused(const QString &name)
     static const QStringList names = words("序号 编号 行号 席位代码 席位 席位号 委托价格 委托数量 委托时间 "
                                            "委托日期 撤单数量 策略名称 证券中文全称 费用备注 "
                                            "港股通结算汇率 结算汇率 汇率 申报编号 申报时间 申报日期 委托类型 "
-                                           "委托状态 状态 余额 证券数量 证券类别 "
+                                           "余额 证券数量 证券类别 "
                                            "证券类型 营业部 营业部名称 客户姓名 姓名 股东姓名 操作员 "
-                                           "委托方式 成交状态 成交类型 撤单标志 备注1 备注2 "
+                                           "委托方式 备注1 备注2 "
                                            "成交次数 成交笔数 可用余额 可用数量 冻结数量 买卖盈亏 盈亏 "
-                                           "到期日期 资产属性 订单状态 报价方式 打印日期 "
+                                           "到期日期 资产属性 报价方式 打印日期 "
                                            "交收时间 清算时间 前证余额 前资金额");
     return names.contains(name);
 }
@@ -140,16 +148,17 @@ QString plainName(const QString &headerCell)
     return (unit.hasMatch() ? name.left(unit.capturedStart()) : name).toLower();
 }
 
-int unitOf(const QString &headerCell)
+ColumnUnit unitOf(const QString &headerCell)
 {
     static const QRegularExpression blanks(QStringLiteral("\\s"));
     const QString name = CellValue::cleaned(headerCell).remove(blanks);
     const auto match = unitForm().match(name);
     const QString text = match.captured(1) + match.captured(2);
-    const auto *const unit = std::find_if(std::begin(units), std::end(units), [&text](const Unit &row) {
-        return text == QString::fromUtf8(row.name);
-    });
-    return unit == std::end(units) ? 1 : unit->count;
+    const auto *const row =
+        std::find_if(std::begin(unitNames), std::end(unitNames), [&text](const UnitName &candidate) {
+            return text == QString::fromUtf8(candidate.name);
+        });
+    return row == std::end(unitNames) ? ColumnUnit() : row->unit;
 }
 
 std::optional<Column> ofKey(const QString &key)

@@ -30,8 +30,8 @@ bool looksLikeFee(const QString &name);
 
 /// The name without blanks and without a unit: "成交金额(元)" is "成交金额".
 QString plainName(const QString &headerCell);
-/// What one of the unit in a name counts; 1 where none stands.
-int unitOf(const QString &headerCell);
+/// The unit in a name; that of one where none stands.
+ColumnUnit unitOf(const QString &headerCell);
 
 /// The meaning that a profile's key names.
 std::optional<Column> ofKey(const QString &key);

@@ -3,6 +3,7 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/import/CellValue.h"
+#include "trading/TradingUnits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,8 +11,6 @@
 namespace TradeModule {
 
 namespace {
-
-constexpr int piecesPerLot = 10; // of bonds
 
 Money computedAmount(const Execution &execution)
 {
@@ -54,7 +53,7 @@ double EntryAmounts::number(Column column, const char *what) const
         throw m_row.errorIn(
             column, translated("the %1 \"%2\" is no number").arg(translated(what), CellValue::cleaned(text)));
     }
-    return *value * m_row.columns().unit(column);
+    return *value * static_cast<double>(m_row.columns().unit(column, m_kind));
 }
 
 Money EntryAmounts::money(Column column, const char *what) const
@@ -131,16 +130,19 @@ std::optional<Money> EntryAmounts::incomeLessExpense() const
                   : std::nullopt;
 }
 
-bool EntryAmounts::isInLots(const Execution &execution, SecurityClass kind) const
+bool EntryAmounts::isInLots(const Execution &execution) const
 {
-    if (kind != SecurityClass::Bond) {
+    if (m_kind != SecurityClass::Bond) {
         return false;
     }
-    const double lots = execution.price.yuan() * static_cast<double>(execution.quantity) * piecesPerLot;
-    return lots > 0 && isNearly(statedAmount().yuan(), lots);
+    const double lots =
+        execution.price.yuan() * static_cast<double>(execution.quantity) * Trading::bondsOfLot;
+    const Money stated = statedAmount();
+    const Money told = stated.isZero() ? magnitude(net().value_or(Money())) : stated;
+    return lots > 0 && isNearly(told.yuan(), lots);
 }
 
-Money EntryAmounts::amount(const Execution &execution, SecurityClass kind) const
+Money EntryAmounts::amount(const Execution &execution) const
 {
     const Money computed = computedAmount(execution);
     const Money stated = statedAmount();
@@ -151,19 +153,33 @@ Money EntryAmounts::amount(const Execution &execution, SecurityClass kind) const
         return !net.isZero() ? ofAccount : stated.isZero() ? computed : stated;
     }
     if (stated.isZero()) {
+        refuseOtherSize(execution, computed);
         return computed;
     }
     const int decimals = std::clamp(CellValue::decimals(m_row.cell(Column::Price)), 2, 3);
-    const double unit = m_row.columns().unit(Column::Amount);
+    const double unit = static_cast<double>(m_row.columns().unit(Column::Amount, m_kind));
     const double slack =
         0.02 * unit + 0.51 * std::pow(10.0, -decimals) * static_cast<double>(execution.quantity);
-    const bool isBondNearby = kind == SecurityClass::Bond && isNearly(stated.yuan(), computed.yuan());
+    const bool isBondNearby = m_kind == SecurityClass::Bond && isNearly(stated.yuan(), computed.yuan());
     if (std::fabs((computed - stated).yuan()) > slack && !isBondNearby) {
         throw m_row.errorIn(Column::Amount, translated("the amount %1 is not price × quantity, %2 × %3")
                                                 .arg(stated.text(), execution.price.text())
                                                 .arg(execution.quantity));
     }
     return stated;
+}
+
+/// Where nothing but the account's own money tells the amount, a quantity in lots shows there.
+void EntryAmounts::refuseOtherSize(const Execution &execution, Money computed) const
+{
+    const Money net = magnitude(this->net().value_or(Money()));
+    if (net > computed + computed && !isBelievable(net - computed, execution)) {
+        throw m_row.errorIn(Column::Net,
+                            translated("%1 yuan were moved, but price × quantity is %2 × %3: is the quantity "
+                                       "in lots?")
+                                .arg(net.text(), execution.price.text())
+                                .arg(execution.quantity));
+    }
 }
 
 void EntryAmounts::refuseWrongSign(const Execution &execution, Money net) const
@@ -263,14 +279,18 @@ std::optional<qint64> EntryAmounts::sharesAfter() const
     }
     const std::optional<double> value = CellValue::number(cell);
     return value && *value == std::floor(*value)
-               ? std::optional(static_cast<qint64>(*value) * m_row.columns().unit(Column::SharesAfter))
+               ? std::optional(static_cast<qint64>(*value) *
+                               m_row.columns().unit(Column::SharesAfter, m_kind))
                : std::nullopt;
 }
 
 std::optional<Money> EntryAmounts::cashAfter() const
 {
     const QString cell = m_row.cell(Column::CashAfter);
-    return cell.isEmpty() || CellValue::isEmpty(cell) ? std::nullopt : CellValue::money(cell);
+    const auto value = CellValue::isEmpty(cell) ? std::nullopt : CellValue::number(cell);
+    return value
+               ? Money::ofYuan(*value * static_cast<double>(m_row.columns().unit(Column::CashAfter, m_kind)))
+               : std::nullopt;
 }
 
 } // namespace TradeModule

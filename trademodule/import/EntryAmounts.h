@@ -14,8 +14,13 @@ using Trading::SecurityClass;
 class EntryAmounts
 {
 public:
-    /// The row stays the caller's and outlives this object.
-    explicit EntryAmounts(const StatementRow &row) : m_row(row) {}
+    /// The row stays the caller's and outlives this object. Of bonds the kind must be told: their lots have
+    /// ten.
+    explicit EntryAmounts(const StatementRow &row, SecurityClass kind = SecurityClass::Share)
+        : m_row(row),
+          m_kind(kind)
+    {
+    }
 
     /// Shares with their sign, or 0.
     qint64 quantity() const;
@@ -26,11 +31,11 @@ public:
     /// What the entry changed on the account; nothing when the statement does not tell.
     std::optional<Money> net() const;
 
-    /// True when a bond's quantity is in lots of ten: amount ÷ price tells.
-    bool isInLots(const Execution &execution, SecurityClass kind) const;
+    /// True when a bond's quantity is in lots of ten, though no unit says so: the money tells.
+    bool isInLots(const Execution &execution) const;
     /// Of an execution whose side, price and quantity are known: what is stated, which must be price ×
     /// quantity but for the rounding of an average price. Columns that slipped by one show here.
-    Money amount(const Execution &execution, SecurityClass kind) const;
+    Money amount(const Execution &execution) const;
 
     struct Fee
     {
@@ -52,11 +57,13 @@ private:
     double number(Column column, const char *what) const;
     Money money(Column column, const char *what) const;
     Money sum(Column column, const char *what) const;
+    void refuseOtherSize(const Execution &execution, Money computed) const;
     void refuseWrongSign(const Execution &execution, Money net) const;
     void refuseWrongSize(const Execution &execution, Money net) const;
     Money signedNet(const Execution &execution) const;
 
     const StatementRow &m_row;
+    const SecurityClass m_kind;
 };
 
 } // namespace TradeModule

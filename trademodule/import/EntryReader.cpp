@@ -3,6 +3,7 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/import/CellValue.h"
+#include "trading/TradingUnits.h"
 
 #include <algorithm>
 
@@ -187,6 +188,20 @@ Money movedMoney(const EntryAmounts &amounts, const StatementRow &row, const Ent
     return moved.isZero() || !isPaid(entry) ? moved : -moved;
 }
 
+/// A balance is counted as the quantity beside it: bonds in lots of ten, where the money has told that.
+std::optional<qint64> sharesAfter(const StatementRow &row, const Entry &entry)
+{
+    if (!entry.shares) {
+        return EntryAmounts(row).sharesAfter();
+    }
+    const auto range = CodeRanges::on(entry.shares->security.market, entry.shares->security.code);
+    const EntryAmounts amounts(row, range ? range->kind : SecurityClass::Share);
+    const auto told = amounts.sharesAfter();
+    const qint64 quantity = std::abs(amounts.quantity());
+    const bool areInLots = quantity > 0 && entry.shares->quantity == quantity * Trading::bondsOfLot;
+    return told && areInLots ? std::optional(*told * Trading::bondsOfLot) : told;
+}
+
 /// Where no column is known to tell the amount, an unknown one may.
 void refuseUnknownAmount(const StatementRow &row, const Entry &entry)
 {
@@ -213,6 +228,34 @@ bool hasBeenDealt(const StatementRow &row)
                                    : amounts.quantity() < 0 || !amounts.statedAmount().isZero();
 }
 
+/// What of a row tells that something was dealt: money, or where no column has it a price of a quantity.
+bool tellsADeal(const StatementRow &row)
+{
+    const EntryAmounts amounts(row);
+    const bool hasMoney = !amounts.net().value_or(Money()).isZero() || !amounts.statedAmount().isZero();
+    const bool hasColumn = row.has(Column::Amount) || row.columns().tellNet();
+    return hasColumn ? hasMoney : !amounts.price().isZero() && amounts.quantity() != 0;
+}
+
+/// Lists of orders, and some of deals, have rows of what was taken back. An Error where state and money
+/// contradict each other.
+bool isOfUndealtOrder(const StatementRow &row)
+{
+    const QString state = CellValue::cleaned(row.cell(Column::State));
+    const QString flag = CellValue::cleaned(row.cell(Column::Cancelled));
+    const bool isByState = Business::isUndealt(state);
+    if (!isByState && !Business::isYes(flag)) {
+        return false;
+    }
+    if (tellsADeal(row)) {
+        throw row.errorIn(isByState ? Column::State : Column::Cancelled,
+                          translated("\"%1\" says that nothing was dealt, but the row tells a deal: nobody "
+                                     "can tell how much of it counts")
+                              .arg(isByState ? state : flag));
+    }
+    return true;
+}
+
 } // namespace
 
 Entry EntryReader::read(const StatementRow &row)
@@ -230,6 +273,9 @@ Entry EntryReader::read(const StatementRow &row)
 
 Entry EntryReader::readEntry(const StatementRow &row)
 {
+    if (isOfUndealtOrder(row)) {
+        return readAs({QT_TR_NOOP("orders that were not dealt"), Effect::Nothing}, QString(), row);
+    }
     QStringList words;
     const BusinessKind kind = kindOf(row, &words);
     const QString word = words.isEmpty() ? QString() : words.constFirst();
@@ -380,7 +426,7 @@ void EntryReader::readMoney(const StatementRow &row, Entry *entry)
 void EntryReader::readBalances(const StatementRow &row, Entry *entry)
 {
     if (row.has(Column::SharesAfter)) {
-        entry->sharesAfter = EntryAmounts(row).sharesAfter();
+        entry->sharesAfter = sharesAfter(row, *entry);
     }
     const bool isPlainTrade = entry->shares && isTrade(entry->shares->side);
     if (!isYuan(row) || (isPlainTrade && !row.has(Column::CashAfter))) {

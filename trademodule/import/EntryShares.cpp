@@ -4,6 +4,7 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/import/CellValue.h"
+#include "trading/TradingUnits.h"
 
 #include <cmath>
 
@@ -121,7 +122,7 @@ void EntryReader::readShares(const StatementRow &row, Entry *entry)
     } else if (isOfFundShares && entry->kind.effect == Effect::Redemption) {
         entry->kind.effect = Effect::SharesIn;
     }
-    const EntryAmounts amounts(row);
+    const EntryAmounts amounts(row, security.kind);
     const Money net = row.areAmountsUnsigned() ? Money() : amounts.net().value_or(Money());
     readMove(row, security, sideOfMove(*entry, amounts.quantity(), net, security.kind, amounts.sharesAfter()),
              entry);
@@ -138,7 +139,7 @@ NamedSecurity EntryReader::securityOf(const StatementRow &row, const Entry &entr
 
 void EntryReader::readTrade(const StatementRow &row, const NamedSecurity &security, Side side, Entry *entry)
 {
-    const EntryAmounts amounts(row);
+    const EntryAmounts amounts(row, security.kind);
     const qint64 quantity = amounts.quantity();
     if (quantity < 0 && side != Side::Sell) {
         throw row.errorIn(Column::Quantity, translated("the quantity of a buy is negative"));
@@ -150,9 +151,8 @@ void EntryReader::readTrade(const StatementRow &row, const NamedSecurity &securi
         readWithoutPrice(row, security, side, entry);
         return;
     }
-    constexpr int piecesPerLot = 10;
-    execution.quantity *= amounts.isInLots(execution, security.kind) ? piecesPerLot : 1;
-    execution.amount = amounts.amount(execution, security.kind);
+    execution.quantity *= amounts.isInLots(execution) ? Trading::bondsOfLot : 1;
+    execution.amount = amounts.amount(execution);
     const EntryAmounts::Fee fee = amounts.fee(execution);
     execution.fee = fee.fee;
     execution.stampDuty = amounts.stampDuty(fee.fee);
@@ -164,7 +164,7 @@ void EntryReader::readTrade(const StatementRow &row, const NamedSecurity &securi
 void EntryReader::readWithoutPrice(const StatementRow &row, const NamedSecurity &security, Side side,
                                    Entry *entry)
 {
-    const EntryAmounts amounts(row);
+    const EntryAmounts amounts(row, security.kind);
     const Money net = amounts.net().value_or(Money());
     const Money amount = amounts.statedAmount();
     const bool hasMoney = !net.isZero() || !amount.isZero();
@@ -198,7 +198,7 @@ void EntryReader::readWithoutPrice(const StatementRow &row, const NamedSecurity 
 /// what they brought is money.
 void EntryReader::readMove(const StatementRow &row, const NamedSecurity &security, Side side, Entry *entry)
 {
-    const EntryAmounts amounts(row);
+    const EntryAmounts amounts(row, security.kind);
     const bool costs = costsMoney(side);
     const Money stated = amounts.net().value_or(Money());
     const Money net = row.areAmountsUnsigned() && costs ? -magnitude(stated) : stated;
@@ -206,10 +206,9 @@ void EntryReader::readMove(const StatementRow &row, const NamedSecurity &securit
     execution.quantity = std::abs(amounts.quantity());
     const bool isForNothing = side == Side::Bonus || side == Side::Merger;
     execution.price = isForNothing ? Money() : amounts.price();
-    constexpr int piecesPerLot = 10;
-    execution.quantity *= amounts.isInLots(execution, security.kind) ? piecesPerLot : 1;
+    execution.quantity *= amounts.isInLots(execution) ? Trading::bondsOfLot : 1;
     if (costs) {
-        execution.amount = amounts.amount(execution, security.kind);
+        execution.amount = amounts.amount(execution);
         if (execution.amount.isZero() && net.isNegative()) {
             execution.amount = magnitude(net);
         }

@@ -105,9 +105,10 @@ QStringList StatementColumns::unknownCells(const QStringList &cells) const
     return found;
 }
 
-int StatementColumns::unit(Column column) const
+qint64 StatementColumns::unit(Column column, Trading::SecurityClass kind) const
 {
-    return has(column) ? m_units[positionsOf(column).constFirst()] : 1;
+    const ColumnUnit unit = has(column) ? m_units[positionsOf(column).constFirst()] : ColumnUnit();
+    return kind == Trading::SecurityClass::Bond ? unit.bonds : unit.shares;
 }
 
 } // namespace TradeModule

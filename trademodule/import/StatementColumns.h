@@ -1,5 +1,7 @@
 #pragma once
 
+#include "trading/CodeRanges.h"
+
 #include <QStringList>
 #include <QVector>
 
@@ -37,7 +39,16 @@ enum class Column {
     Currency,
     SharesAfter, ///< what is held after the entry
     CashAfter,   ///< what the account has after the entry
+    State,       ///< of the order: whether it was dealt
+    Cancelled,   ///< whether the order was taken back, a yes or no
     Unused,      ///< known, and of no use here
+};
+
+/// What one in a column counts: of shares or yuan, and of bonds where that is another number.
+struct ColumnUnit
+{
+    qint64 shares = 1;
+    qint64 bonds = 1;
 };
 
 /// The columns of a statement, found by the names in its header line, the user's own names among them.
@@ -71,9 +82,9 @@ public:
     /// The cells of all columns of this meaning.
     QStringList cells(Column column, const QStringList &cells) const;
 
-    /// What one in the best column of this meaning counts, by the unit in its name: 100 for 成交数量(手),
-    /// 10000 for 成交金额(万元).
-    int unit(Column column) const;
+    /// What one in the best column of this meaning counts, by the unit in its name: 100 for 成交数量(手), but
+    /// ten of bonds; 10000 for 成交金额(万元).
+    qint64 unit(Column column, Trading::SecurityClass kind) const;
 
 private:
     static constexpr size_t columnKinds = static_cast<size_t>(Column::Unused) + 1;
@@ -81,7 +92,7 @@ private:
     QStringList m_names;
     QStringList m_unknownNames;
     QVector<int> m_unknownPositions; ///< one for each of the unknown names
-    QVector<int> m_units;            ///< one for each name
+    QVector<ColumnUnit> m_units;     ///< one for each name
     std::array<QVector<int>, columnKinds> m_positions;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace Terminal {
 
@@ -13,17 +14,24 @@ constexpr double orderTargetOffset = orderGlyphSize / 2 - 0.5;
 
 } // namespace
 
-QPointF DrawnMark::targetNear(const QPointF &position) const
+void DrawnMarks::clear()
+{
+    m_marks.clear();
+    m_places.clear();
+}
+
+QPointF DrawnMarks::targetNear(const DrawnMark &mark, const QPointF &position) const
 {
     const auto distance = [&position](const QPointF &place) {
         const QPointF away = place - position;
         return std::make_pair(std::abs(away.x()), std::abs(away.y()));
     };
+    const PlaceList::Range places = placesOf(mark);
     const QPointF nearest =
         *std::min_element(places.begin(), places.end(), [&distance](const QPointF &a, const QPointF &b) {
             return distance(a) < distance(b);
         });
-    return isOrderGlyph(glyph) ? nearest + QPointF(orderTargetOffset, 0) : nearest;
+    return isOrderGlyph(mark.glyph) ? nearest + QPointF(orderTargetOffset, 0) : nearest;
 }
 
 const DrawnMark *DrawnMarks::markAt(const QPointF &position) const
@@ -37,7 +45,7 @@ const DrawnMark *DrawnMarks::markAt(const QPointF &position) const
 std::optional<QPointF> DrawnMarks::targetAt(const QPointF &position) const
 {
     const DrawnMark *const mark = markAt(position);
-    return mark == nullptr ? std::nullopt : std::optional<QPointF>(mark->targetNear(position));
+    return mark == nullptr ? std::nullopt : std::optional<QPointF>(targetNear(*mark, position));
 }
 
 } // namespace Terminal

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "terminal/chart/marks/PlaceList.h"
 #include "terminal/chart/marks/glyphs/GlyphSet.h"
 
 #include <QPointF>
 #include <QRectF>
 
 #include <optional>
-#include <utility>
 #include <vector>
 
 namespace Terminal {
@@ -17,20 +17,26 @@ struct DrawnMark
     GlyphNumber glyph = 0;
     int count = 1;
     QRectF box;
-    std::vector<QPointF> places; ///< of the marks it stands for: where each would have its middle alone
-
-    /// The pixel at which the overlay answers for the mark in it that is nearest to a position, along
-    /// the bars first.
-    QPointF targetNear(const QPointF &position) const;
+    PlaceList::Chain places; ///< see DrawnMarks::placesOf()
 };
 
 /// The glyphs of the last repaint: what is drawn is what is hit.
 class DrawnMarks
 {
 public:
-    void clear() { m_marks.clear(); }
-    void add(DrawnMark mark) { m_marks.push_back(std::move(mark)); }
+    void clear();
+    void add(const DrawnMark &mark) { m_marks.push_back(mark); }
+    /// One that is added, or is going to be.
+    void addPlace(DrawnMark *mark, const QPointF &place) { m_places.append(&mark->places, place); }
+
     const std::vector<DrawnMark> &all() const { return m_marks; }
+
+    /// The places of the marks that a glyph stands for: where each would have its middle alone.
+    PlaceList::Range placesOf(const DrawnMark &mark) const { return m_places.of(mark.places); }
+
+    /// The pixel at which the overlay answers for the mark in it that is nearest to a position, along
+    /// the bars first. Requires a place of it.
+    QPointF targetNear(const DrawnMark &mark, const QPointF &position) const;
 
     /// The uppermost glyph at `position`; null when there is none. Valid until the next repaint.
     const DrawnMark *markAt(const QPointF &position) const;
@@ -41,6 +47,7 @@ public:
 
 private:
     std::vector<DrawnMark> m_marks;
+    PlaceList m_places;
 };
 
 } // namespace Terminal

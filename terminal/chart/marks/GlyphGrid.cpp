@@ -8,20 +8,6 @@ namespace {
 
 constexpr int margin = 2; // squares: the neighbours of those at the edge
 
-/// Rounds down. Counted from far away, where no pixel is below zero: to cut a number is quicker than to round
-/// it.
-int squareAt(double pixel)
-{
-    constexpr int farSquares = 62500;
-    constexpr double farAway = farSquares * orderGlyphSize; // beyond any screen
-    return static_cast<int>((std::clamp(pixel, -farAway, farAway) + farAway) / orderGlyphSize) - farSquares;
-}
-
-unsigned squaresFrom(int first, double lastPixel)
-{
-    return static_cast<unsigned>(std::max(0, squareAt(lastPixel) + margin + 1 - first));
-}
-
 quint64 keyOf(GlyphNumber number, GlyphGrid::Square square)
 {
     constexpr quint64 mask = 0xFFFFFF;
@@ -38,9 +24,9 @@ GlyphGrid::GlyphGrid(const ChartGeometry &geometry)
 {
 }
 
-GlyphGrid::Square GlyphGrid::squareOf(const QPointF &place)
+unsigned GlyphGrid::squaresFrom(int first, double lastPixel)
 {
-    return {squareAt(place.x()), squareAt(place.y())};
+    return static_cast<unsigned>(std::max(0, squareAt(lastPixel) + margin + 1 - first));
 }
 
 void GlyphGrid::put(GlyphNumber number, Square square, int mark)

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QPointF>
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -29,7 +30,22 @@ public:
     /// `geometry` is read at once.
     explicit GlyphGrid(const ChartGeometry &geometry);
 
-    static Square squareOf(const QPointF &place);
+    static Square squareOf(const QPointF &place) { return {squareAt(place.x()), squareAt(place.y())}; }
+
+    /// The first mark in the square and those around it that `isMeant`, or noMark.
+    template <typename IsMeant>
+    int firstAround(GlyphNumber number, Square square, IsMeant isMeant) const
+    {
+        for (const int column : {0, -1, 1}) {
+            for (const int row : {0, -1, 1}) {
+                const int mark = markIn(number, {square.column + column, square.row + row});
+                if (mark != noMark && isMeant(mark)) {
+                    return mark;
+                }
+            }
+        }
+        return noMark;
+    }
 
     /// The mark that was put there, or noMark.
     int markIn(GlyphNumber number, Square square) const
@@ -44,6 +60,18 @@ public:
     void put(GlyphNumber number, Square square, int mark);
 
 private:
+    /// Rounds down. Counted from far away, where no pixel is below zero: to cut a number is quicker than to
+    /// round it.
+    static int squareAt(double pixel)
+    {
+        constexpr int farSquares = 62500;
+        constexpr double farAway = farSquares * orderGlyphSize; // beyond any screen
+        const double held = std::min(std::max(pixel, -farAway), farAway);
+        return static_cast<int>((held + farAway) / orderGlyphSize) - farSquares;
+    }
+
+    static unsigned squaresFrom(int first, double lastPixel);
+
     bool isOnChart(Square square) const
     {
         return static_cast<unsigned>(square.column - m_first.column) < m_columns &&
@@ -52,8 +80,8 @@ private:
 
     std::size_t indexOf(Square square) const
     {
-        return static_cast<std::size_t>(square.row - m_first.row) * m_columns +
-               static_cast<std::size_t>(square.column - m_first.column);
+        return static_cast<std::size_t>(square.column - m_first.column) * m_rows +
+               static_cast<std::size_t>(square.row - m_first.row);
     }
 
     int markFarAway(GlyphNumber number, Square square) const;

@@ -7,7 +7,7 @@ namespace Terminal {
 MarkPainter::MarkPainter(const ChartGeometry &geometry, const VisibleBars &bars, GlyphSprites *sprites,
                          DrawnMarks *marks)
     : m_series(geometry, bars),
-      m_orders(geometry),
+      m_orders(geometry, marks),
       m_sprites(sprites),
       m_marks(marks)
 {
@@ -16,7 +16,7 @@ MarkPainter::MarkPainter(const ChartGeometry &geometry, const VisibleBars &bars,
 void MarkPainter::paint(QPainter *painter)
 {
     m_series.moveTo(m_marks, m_sprites);
-    m_orders.moveTo(m_marks, m_sprites);
+    m_orders.finish(m_sprites);
     for (const DrawnMark &mark : m_marks->all()) {
         painter->drawPixmap(mark.box.topLeft(), m_sprites->sprite(mark.glyph, mark.count));
     }

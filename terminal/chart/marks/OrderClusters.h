@@ -17,32 +17,24 @@ class GlyphSprites;
 class OrderClusters
 {
 public:
-    /// `geometry` is borrowed.
-    explicit OrderClusters(const ChartGeometry &geometry);
+    /// Both are borrowed; `marks` is not to be cleared before finish().
+    OrderClusters(const ChartGeometry &geometry, DrawnMarks *marks);
 
     /// A mark that hangs from its price, or stands on it at the bottom of the scale.
     void add(int bar, double price, int kind, bool atLow);
-    /// Ends the collection.
-    void moveTo(DrawnMarks *marks, GlyphSprites *sprites);
+    /// Ends the collection: its marks are among those drawn.
+    void finish(GlyphSprites *sprites);
 
 private:
-    /// A place and the mark that it joined: one list for all, for each place to be a step to the next.
-    struct Joined
-    {
-        int mark;
-        QPointF place;
-    };
-
     int markNear(GlyphNumber number, const QPointF &place, GlyphGrid::Square square) const;
     int addMark(GlyphNumber number, const QPointF &place, double top);
-    void shareOutPlaces();
 
     const ChartGeometry &m_geometry;
+    DrawnMarks *m_drawn;
     const double m_barWidth; ///< kept, because there may be a mark on each of many thousand bars
     GlyphGrid m_grid;        ///< has each of m_marks where it is
     std::vector<DrawnMark> m_marks;
     std::vector<QPointF> m_firstPlaces; ///< by mark
-    std::vector<Joined> m_joined;
 };
 
 } // namespace Terminal

@@ -85,12 +85,12 @@ void SeriesClusters::merge(const Columns &columns, MarkSide side, DrawnMarks *ma
             }
         }
         next = last + 1;
-        marks->add(cluster(columns, first, last, side, sprites));
+        marks->add(cluster(columns, first, last, side, marks, sprites));
     }
 }
 
 DrawnMark SeriesClusters::cluster(const Columns &columns, size_t first, size_t last, MarkSide side,
-                                  GlyphSprites *sprites) const
+                                  DrawnMarks *marks, GlyphSprites *sprites) const
 {
     DrawnMark mark;
     mark.count = 0;
@@ -106,7 +106,7 @@ DrawnMark SeriesClusters::cluster(const Columns &columns, size_t first, size_t l
         hasBuys |= column.buys;
         hasSells |= column.sells;
         y = outer(y, column.anchor.y(), side);
-        mark.places.push_back(placeOf(column.anchor, side));
+        marks->addPlace(&mark, placeOf(column.anchor, side));
     }
     mark.glyph = seriesGlyph(kindOf(hasBuys, hasSells), side);
     const double centre = (columns[first].anchor.x() + columns[last].anchor.x()) / 2;

@@ -34,7 +34,7 @@ private:
     using Columns = std::vector<Column>;
 
     void merge(const Columns &columns, MarkSide side, DrawnMarks *marks, GlyphSprites *sprites) const;
-    DrawnMark cluster(const Columns &columns, size_t first, size_t last, MarkSide side,
+    DrawnMark cluster(const Columns &columns, size_t first, size_t last, MarkSide side, DrawnMarks *marks,
                       GlyphSprites *sprites) const;
     QRectF placedBox(const QSizeF &size, double centre, double y, MarkSide side) const;
     double clearOfCandles(const QRectF &box, double y, MarkSide side) const;

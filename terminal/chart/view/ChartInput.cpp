@@ -98,6 +98,9 @@ void ChartInput::press(const QMouseEvent &event)
 void ChartInput::move(const QMouseEvent &event)
 {
     m_chart->setCrosshair(event.pos());
+    if (m_drags && (event.buttons() & Qt::LeftButton) == 0) {
+        endDrag(); // the button was released elsewhere, over a dialog that opened meanwhile
+    }
     if (m_drags) {
         const double bars = (event.localPos().x() - m_dragStart.x()) / m_chart->chartGeometry().barWidth();
         m_chart->setSpan({m_dragSpan.first - bars, m_dragSpan.last - bars});
@@ -112,11 +115,16 @@ void ChartInput::move(const QMouseEvent &event)
 void ChartInput::release(const QMouseEvent &event)
 {
     if (m_drags && event.button() == Qt::LeftButton) {
-        m_drags = false;
-        m_chart->canvas()->setCursor(Qt::CrossCursor);
+        endDrag();
     } else if (isHit(event.localPos())) {
         m_target->release(event.localPos(), event.button());
     }
+}
+
+void ChartInput::endDrag()
+{
+    m_drags = false;
+    m_chart->canvas()->setCursor(Qt::CrossCursor);
 }
 
 void ChartInput::wheel(const QWheelEvent &event)

@@ -34,6 +34,7 @@ private:
     void press(const QMouseEvent &event);
     void move(const QMouseEvent &event);
     void release(const QMouseEvent &event);
+    void endDrag();
     void wheel(const QWheelEvent &event);
     bool key(const QKeyEvent &event);
     void leave();

@@ -57,6 +57,14 @@
 <context>
     <name>BarImport</name>
     <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as large: is this one in shares (--volume shares), or was that one in lots? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的 %5 倍：本文件以股为单位吗（--volume shares），还是那里以手为单位？--replace 可整个替换那个文件</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as small: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量只有那里的 %5 分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
+    </message>
+    <message>
         <source>%1: these are bars of %2, but the folder has %3 under this code; use another folder</source>
         <translation>%1：这是 %2 的K线，而文件夹中该代码是 %3；请用另一个文件夹</translation>
     </message>
@@ -99,14 +107,6 @@
     <message>
         <source>%1: %2 of %3 days that are in %4, too, have other prices: is one of both adjusted? --replace replaces the file as a whole</source>
         <translation>%1：与 %4 共有的 %3 天中有 %2 天价格不同：其中之一是复权的吗？--replace 可整个替换该文件</translation>
-    </message>
-    <message>
-        <source>%1: %2 of %3 days that are in %4, too, have a volume a hundred times as large: is this one in shares (--volume shares), or was that one in lots? --replace replaces the file as a whole</source>
-        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的一百倍：本文件以股为单位（--volume shares），还是那个文件以手为单位？--replace 可整个替换那个文件</translation>
-    </message>
-    <message>
-        <source>%1: %2 of %3 days that are in %4, too, have a hundredth of the volume: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
-        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的百分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
     </message>
     <message>
         <source>%1: cannot be removed: %2</source>
@@ -296,6 +296,18 @@
     <message>
         <source>Program of the trading module, which reads the ledger.</source>
         <translation>读取账本的交易模块程序。</translation>
+    </message>
+    <message>
+        <source>hundred million shares</source>
+        <translation>亿股</translation>
+    </message>
+    <message>
+        <source>lots of %1</source>
+        <translation>手（每手 %1）</translation>
+    </message>
+    <message>
+        <source>thousand shares</source>
+        <translation>千股</translation>
     </message>
     <message>
         <source>zh or en.</source>
@@ -546,6 +558,10 @@
 <context>
     <name>LedgerFills</name>
     <message>
+        <source>it took too long, or was stopped</source>
+        <translation>用时过长，或已被停止</translation>
+    </message>
+    <message>
         <source>the trades of ledger %1 could not be read: %2</source>
         <translation>无法读取账本 %1 的成交：%2</translation>
     </message>
@@ -595,6 +611,10 @@
     <message>
         <source>The quantity must be at least %1.</source>
         <translation>数量至少须为 %1。</translation>
+    </message>
+    <message>
+        <source>The quantity must be at most %1.</source>
+        <translation>数量最多为 %1。</translation>
     </message>
 </context>
 <context>
@@ -1001,6 +1021,10 @@
     <message>
         <source>Keep</source>
         <translation>保留</translation>
+    </message>
+    <message>
+        <source>This practice is a ledger that the command line names: begin another with trademodule practice.</source>
+        <translation>这次练习用的是命令行指定的账本：请用 trademodule practice 另行开始一个。</translation>
     </message>
 </context>
 <context>
@@ -1434,8 +1458,8 @@
 <context>
     <name>Replay</name>
     <message>
-        <source>the bus was away at %1</source>
-        <translation>%1 时总线不可用</translation>
+        <source>its minute, %1, was over before it could be sent</source>
+        <translation>它的分钟 %1 已过，未能发出</translation>
     </message>
 </context>
 <context>
@@ -1470,6 +1494,10 @@
     <message>
         <source>Orders were placed in this replay: it cannot begin again under them. A practice can, from nothing.</source>
         <translation>这次复盘中已经下过委托，不能带着它们重新开始。练习可以从头开始。</translation>
+    </message>
+    <message>
+        <source>this account does not practise the replayed day: end the replay first</source>
+        <translation>此账户并不练习所回放的日子：请先结束回放</translation>
     </message>
 </context>
 <context>
@@ -2279,6 +2307,10 @@
         <translation>正在列出文件</translation>
     </message>
     <message>
+        <source>Reading the account's trades</source>
+        <translation>读取账户成交</translation>
+    </message>
+    <message>
         <source>cannot be taken back: the import of bars has ended</source>
         <translation>无法撤回：导入K线的程序已结束</translation>
     </message>
@@ -2895,6 +2927,18 @@ All its entries leave the ledger.</source>
         <source>A practice needs a bus of its own, but endpoint.ini names one for all accounts.</source>
         <translation>练习需要单独的总线，而 endpoint.ini 为所有账户指定了同一条总线。</translation>
     </message>
+    <message>
+        <source>The practice &quot;%1&quot; cannot be continued: %2</source>
+        <translation>练习“%1”无法继续：%2</translation>
+    </message>
+    <message>
+        <source>it practises %1</source>
+        <translation>它练习的是 %1</translation>
+    </message>
+    <message>
+        <source>--replay with --ledger needs a ledger that practises the day: %1. Begin one with &quot;trademodule --ledger practice.db practice --day %2 --copy LEDGER&quot;, and name practice.db; the ledger that it copies stays as it is.</source>
+        <translation>--replay 与 --ledger 并用时，账本必须是练习当日的：%1。请用 &quot;trademodule --ledger practice.db practice --day %2 --copy LEDGER&quot; 开始一个，并指定 practice.db；被复制的账本保持不变。</translation>
+    </message>
 </context>
 <context>
     <name>BrokerProblem</name>
@@ -3452,10 +3496,6 @@ The guides are in the folder docs of the program's documentation.</source>
         <source>The practice cannot be deleted: %1 cannot be changed.</source>
         <translation>练习无法删除：无法更改 %1。</translation>
     </message>
-    <message>
-        <source>The practice &quot;%1&quot; cannot be continued: %2</source>
-        <translation>练习“%1”无法继续：%2</translation>
-    </message>
 </context>
 <context>
     <name>PracticeLock</name>
@@ -3584,6 +3624,18 @@ The guides are in the folder docs of the program's documentation.</source>
 <context>
     <name>BarRemarks</name>
     <message>
+        <source>%1 of %2 bars have a volume of less than a lot, %3: is it in lots?</source>
+        <translation>%2 根K线中有 %1 根的成交量不足一手（%3）：是以手为单位吗？</translation>
+    </message>
+    <message>
+        <source>All volumes are whole multiples of %1: are they in shares, and not in lots?</source>
+        <translation>成交量全是 %1 的整数倍：是以股而不是以手为单位吗？</translation>
+    </message>
+    <message>
+        <source>Most bars are %1 days apart; the terminal takes each for one day.</source>
+        <translation>多数K线相隔 %1 天；本终端把每根都当作一天。</translation>
+    </message>
+    <message>
         <source>The prices are adjusted: the cost and the trades of an account do not lie on them.</source>
         <translation>价格是复权的：账户的成本与成交不会落在K线上。</translation>
     </message>
@@ -3633,6 +3685,241 @@ The guides are in the folder docs of the program's documentation.</source>
     <message>
         <source>Trading at the closing price</source>
         <translation>盘后定价交易</translation>
+    </message>
+    <message>
+        <source>Your holidays cannot be read, and none of them counts: %1: %2</source>
+        <translation>您的休市日文件无法读取，均不采用：%1：%2</translation>
+    </message>
+    <message>
+        <source>Your holidays do not count until line %2 of %1 is put right: &quot;%3&quot; is no day, such as 2027-01-01, and no first and last day, such as 2027-02-08,2027-02-12.</source>
+        <translation>请改正 %1 第 %2 行，此前您的休市日均不采用：“%3”不是日期（如 2027-01-01），也不是首日与末日（如 2027-02-08,2027-02-12）。</translation>
+    </message>
+    <message>
+        <source>Your holidays do not count until line %2 of %1 is put right: &quot;%3&quot; ends before it begins.</source>
+        <translation>请改正 %1 第 %2 行，此前您的休市日均不采用：“%3”的结束早于开始。</translation>
+    </message>
+    <message>
+        <source>Your holidays do not count until line %2 of %1 is put right: &quot;%3&quot; is longer than a month.</source>
+        <translation>请改正 %1 第 %2 行，此前您的休市日均不采用：“%3”超过一个月。</translation>
+    </message>
+</context>
+<context>
+    <name>QCommandLineParser</name>
+    <message>
+        <source>Usage: %1</source>
+        <translation>用法：%1</translation>
+    </message>
+    <message>
+        <source>[options]</source>
+        <translation>[选项]</translation>
+    </message>
+    <message>
+        <source>Options:</source>
+        <translation>选项：</translation>
+    </message>
+    <message>
+        <source>Arguments:</source>
+        <translation>参数：</translation>
+    </message>
+    <message>
+        <source>Displays version information.</source>
+        <translation>显示版本信息。</translation>
+    </message>
+    <message>
+        <source>Displays help on commandline options.</source>
+        <translation>显示命令行选项的帮助。</translation>
+    </message>
+    <message>
+        <source>Displays this help.</source>
+        <translation>显示本帮助。</translation>
+    </message>
+    <message>
+        <source>Displays help including Qt specific options.</source>
+        <translation>显示包括 Qt 专用选项的帮助。</translation>
+    </message>
+    <message>
+        <source>Unknown option &apos;%1&apos;.</source>
+        <translation>未知选项“%1”。</translation>
+    </message>
+    <message>
+        <source>Unknown options: %1.</source>
+        <translation>未知选项：%1。</translation>
+    </message>
+    <message>
+        <source>Missing value after &apos;%1&apos;.</source>
+        <translation>“%1”之后缺少值。</translation>
+    </message>
+    <message>
+        <source>Unexpected value after &apos;%1&apos;.</source>
+        <translation>“%1”之后有多余的值。</translation>
+    </message>
+</context>
+<context>
+    <name>TerminalOptions</name>
+    <message>
+        <source>a text that is not empty</source>
+        <translation>非空的文字</translation>
+    </message>
+    <message>
+        <source>a date of the form yyyymmdd</source>
+        <translation>形如 yyyymmdd 的日期</translation>
+    </message>
+    <message>
+        <source>a list, separated by commas, of %1</source>
+        <translation>以逗号分隔的列表，可选：%1</translation>
+    </message>
+    <message>
+        <source>security, month, year, sale or trip</source>
+        <translation>security、month、year、sale 或 trip</translation>
+    </message>
+    <message>
+        <source>WIDTHxHEIGHT between 640x360 and 8192x8192, e.g. 1600x900</source>
+        <translation>宽x高，介于 640x360 与 8192x8192 之间，例如 1600x900</translation>
+    </message>
+    <message>
+        <source>a number of seconds from 1 to 600</source>
+        <translation>1 到 600 之间的秒数</translation>
+    </message>
+    <message>
+        <source>a speed from %1 to %2</source>
+        <translation>%1 到 %2 之间的倍速</translation>
+    </message>
+    <message>
+        <source>a trading minute as hhmm, e.g. 1000</source>
+        <translation>形如 hhmm 的交易分钟，例如 1000</translation>
+    </message>
+    <message>
+        <source>Folder with securities.csv, daily/ and minute/.</source>
+        <translation>含有 securities.csv、daily/ 和 minute/ 的数据文件夹。</translation>
+    </message>
+    <message>
+        <source>Security to show, e.g. 600519.</source>
+        <translation>要显示的证券，例如 600519。</translation>
+    </message>
+    <message>
+        <source>day, week, month or minute.</source>
+        <translation>day（日线）、week（周线）、month（月线）或 minute（分时）。</translation>
+    </message>
+    <message>
+        <source>Day of a minute chart; else the last recorded.</source>
+        <translation>分时图的日期；缺省为最后一个有数据的交易日。</translation>
+    </message>
+    <message>
+        <source>Overlays to show, separated by commas: %1.</source>
+        <translation>要显示的叠加层，以逗号分隔：%1。</translation>
+    </message>
+    <message>
+        <source>on or off: every trade at its minute and price, and open orders; a picture has them when this says on.</source>
+        <translation>on 或 off：在成交的分钟和价位显示每笔成交，以及未完成的委托；图片只在此项为 on 时才画。</translation>
+    </message>
+    <message>
+        <source>Opens the list of results: by security, month, year, sale or trip.</source>
+        <translation>打开盈亏列表：按 security（证券）、month（月）、year（年）、sale（每次卖出）或 trip（每个来回）。</translation>
+    </message>
+    <message>
+        <source>File of the overlay library.</source>
+        <translation>叠加层插件的文件。</translation>
+    </message>
+    <message>
+        <source>Ledger to serve; starts the trading module on it.</source>
+        <translation>要使用的账本；交易模块随之启动。</translation>
+    </message>
+    <message>
+        <source>Program of the trading module.</source>
+        <translation>交易模块的程序。</translation>
+    </message>
+    <message>
+        <source>light or dark.</source>
+        <translation>light（浅色）或 dark（深色）。</translation>
+    </message>
+    <message>
+        <source>Colour of rising bars: red or green.</source>
+        <translation>上涨的颜色：red（红）或 green（绿）。</translation>
+    </message>
+    <message>
+        <source>zh or en.</source>
+        <translation>zh（中文）或 en（英文）。</translation>
+    </message>
+    <message>
+        <source>Writes a picture instead of opening a window; needs no display.</source>
+        <translation>不打开窗口而写出图片；不需要显示器。</translation>
+    </message>
+    <message>
+        <source>Size of the window or picture in pixels.</source>
+        <translation>窗口或图片的大小，以像素计。</translation>
+    </message>
+    <message>
+        <source>How long a snapshot waits for the overlays' data.</source>
+        <translation>写图片时等待叠加层数据的时间。</translation>
+    </message>
+    <message>
+        <source>Goes on with a practice, a recorded day with an account of its own; --replay is its speed.</source>
+        <translation>继续一次练习，即用单独的账户交易一个历史交易日；--replay 为其倍速。</translation>
+    </message>
+    <message>
+        <source>Plays a recorded day as today, 1 to 600 times as fast; for --period minute, which it implies.</source>
+        <translation>把一个历史交易日当作今天回放，1 到 600 倍速；用于 --period minute，此项自动生效。</translation>
+    </message>
+    <message>
+        <source>Plays the day at once up to this minute; a snapshot stops there, else at the end.</source>
+        <translation>直接回放到这一分钟；写图片时停在此处，缺省为收盘。</translation>
+    </message>
+    <message>
+        <source>&quot;HHMM buy|sell QUANTITY PRICE&quot;: placed when the replay has come to that minute; may be given several times.</source>
+        <translation>“HHMM buy|sell 数量 价格”：回放到这一分钟时下单；可重复给出。</translation>
+    </message>
+    <message>
+        <source>--%1 is &quot;%2&quot;, but must be %3</source>
+        <translation>--%1 的值为“%2”，但应为：%3</translation>
+    </message>
+    <message>
+        <source>the --order of %1 would never be placed: the picture of --snapshot is taken at %2, where the replay stops; see --replay-to</source>
+        <translation>%1 的 --order 不会被下单：--snapshot 的图片在回放停止的 %2 截取；见 --replay-to</translation>
+    </message>
+    <message>
+        <source>--practice says itself what --%1 would: leave that out</source>
+        <translation>--practice 已经决定了 --%1 的内容：请去掉该选项</translation>
+    </message>
+    <message>
+        <source>--%1 needs --replay</source>
+        <translation>--%1 需要与 --replay 一起使用</translation>
+    </message>
+    <message>
+        <source>--replay plays minutes: --period must be minute or be left out</source>
+        <translation>--replay 回放分时：--period 应为 minute 或不写</translation>
+    </message>
+    <message>
+        <source>Chart terminal with the account's cost, trades and orders.
+To bring bars of your own: tradeterminal bars import --help.</source>
+        <translation>行情图终端，显示账户的成本、成交和委托。
+导入自己的行情：tradeterminal bars import --help。</translation>
+    </message>
+    <message>
+        <source>Shows prices before ex-dates adjusted, by actions/CODE.csv of the data folder.</source>
+        <translation>按数据文件夹中的 actions/CODE.csv 显示前复权价格。</translation>
+    </message>
+    <message>
+        <source>Does not start a message broker.</source>
+        <translation>不启动消息代理。</translation>
+    </message>
+    <message>
+        <source>Hides the account's cost and quantities.</source>
+        <translation>隐藏账户的成本和数量。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no option; see --help</source>
+        <translation>“%1”不是选项；见 --help</translation>
+    </message>
+    <message>
+        <source>--data must name a folder with securities.csv, daily/ and minute/</source>
+        <translation>--data 应指向含有 securities.csv、daily/ 和 minute/ 的文件夹</translation>
+    </message>
+</context>
+<context>
+    <name>PlannedOrder</name>
+    <message>
+        <source>HHMM buy|sell QUANTITY PRICE with a trading minute, e.g. &quot;1000 buy 500 13.35&quot;</source>
+        <translation>HHMM buy|sell 数量 价格，时间为交易分钟，例如 &quot;1000 buy 500 13.35&quot;</translation>
     </message>
 </context>
 </TS>

@@ -121,7 +121,7 @@ TEST_F(BarImportIntoAFolder, MixesNoVolumesInLotsWithThoseInShares)
     const QString file = write(QStringLiteral("lots.csv"), inLots.of(someDays()));
     BarImport import(target());
     EXPECT_THAT(refusal(&import, file, asShares).toStdString(),
-                AllOf(HasSubstr("60 of 60 days"), HasSubstr("a hundredth of the volume"),
+                AllOf(HasSubstr("60 of 60 days"), HasSubstr("a volume 100 times as small"),
                       HasSubstr("--volume lots")));
     const auto plan = import.plan(file, asLots);
     ASSERT_TRUE(plan) << qPrintable(plan.error());
@@ -132,7 +132,33 @@ TEST_F(BarImportIntoAFolder, MixesNoVolumesInLotsWithThoseInShares)
     EXPECT_EQ(refusal(&replacing, file, asShares), QString());
     EXPECT_EQ(replacing.write(), QString());
     EXPECT_THAT(refusal(&replacing, file, asLots).toStdString(),
-                AllOf(HasSubstr("a volume a hundred times as large"), HasSubstr("--volume shares")));
+                AllOf(HasSubstr("a volume 100 times as large"), HasSubstr("--volume shares")));
+}
+
+TEST_F(BarImportIntoAFolder, MixesNoVolumesOfABondInLotsOfTenWithThoseInBonds)
+{
+    const FormOfDays bond("code,date,open,high,low,close,volume", "113050.SH,{iso},{o},{h},{l},{c},{v}");
+    BarImportOptions inBonds;
+    inBonds.hints.volume = VolumeUnit::Shares;
+    importFile(bond.of(someDays()), inBonds);
+    Bars inLots = someDays();
+    for (Bar &bar : inLots) {
+        bar.volume /= 10;
+    }
+    BarImport import(target());
+    EXPECT_THAT(refusal(&import, write(QStringLiteral("lots.csv"), bond.of(inLots)), inBonds).toStdString(),
+                HasSubstr("a volume 10 times as small"));
+}
+
+TEST_F(BarImportIntoAFolder, TakesLotsAsThoseOfTheMarketThatTheFolderKnowsTheCodeOn)
+{
+    BarImportOptions fund;
+    fund.hints.security = SecurityCode::of(QStringLiteral("155001.SZ")); // in Shanghai it is a bond
+    importFile(withoutCode.of(someDays()), fund);
+    const FormOfDays inLots("code,date,open,high,low,close,volume(lot)",
+                            "155001,{iso},{o},{h},{l},{c},{lots0}");
+    importFile(inLots.of(someDays()));
+    expectSame(daysInFolder("155001"), someDays());
 }
 
 TEST_F(BarImportIntoAFolder, AsksForTheSecurityThatTheFileDoesNotName)

@@ -1,4 +1,5 @@
 // The same bars as different makers of files write them.
+#include "terminal/data/BarRemarks.h"
 #include "terminal/data/BarSheet.h"
 #include "tests/support/ByName.h"
 #include "tests/terminal/data/ManyForms.h"
@@ -208,6 +209,19 @@ TEST_P(BarDialectsOfMinutes, IsReadLikeTheOwnForm)
 }
 
 INSTANTIATE_TEST_SUITE_P(Made, BarDialectsOfMinutes, ::testing::ValuesIn(minuteDialects), ByName());
+
+TEST(BarDialects, SayThatAFewBarsMayBeOfWeeks)
+{
+    Bars weeks;
+    for (std::size_t i = 0; i < 40; i += 5) {
+        weeks.push_back(someDays()[i]);
+    }
+    const FormOfDays own("date,open,high,low,close,volume", "{d},{o},{h},{l},{c},{v}");
+    const auto sheet = readBarSheet(own.of(weeks), QStringLiteral("a.csv"), {});
+    ASSERT_TRUE(sheet) << qPrintable(sheet.error());
+    ASSERT_EQ(barRemarks(sheet.value()).size(), 1);
+    EXPECT_TRUE(barRemarks(sheet.value()).front().contains(QStringLiteral("7 days apart")));
+}
 
 } // namespace
 } // namespace Terminal

@@ -45,7 +45,9 @@ protected:
                             geometry.priceToY(price) + (stands ? -orderGlyphSize : orderGlyphSize) / 2);
         QRectF box(0, 0, orderGlyphSize, orderGlyphSize);
         box.moveCenter(place);
-        m_marks.add({orderGlyph(Korvane::BuyWaiting, EdgeClamp::None), 1, box, {place}});
+        DrawnMark mark{orderGlyph(Korvane::BuyWaiting, EdgeClamp::None), 1, box, {}};
+        m_marks.addPlace(&mark, place);
+        m_marks.add(mark);
     }
 
     const DrawnMark *mark(size_t number) const { return &m_marks.all()[number]; }

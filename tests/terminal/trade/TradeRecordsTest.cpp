@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QJsonArray>
+
 namespace Terminal {
 namespace {
 
@@ -47,6 +49,18 @@ TEST(TradeRecords, TellEveryStatusInTheLanguageOfTheWindow)
         EXPECT_TRUE(statusText(order).front().isLower()) << qPrintable(statusText(order));
     }
     EXPECT_EQ(statusText(orderWith(QStringLiteral("Z"))), QStringLiteral("Z"));
+}
+
+TEST(TradeRecords, HaveNoMoreSharesThanAnybodyHolds)
+{
+    const QJsonObject row{{QStringLiteral("stkcode"), QStringLiteral("600519")},
+                          {QStringLiteral("qty"), QStringLiteral("-9223372036854775808")},
+                          {QStringLiteral("sellable"), QStringLiteral("1000000000000")}};
+    const Account account =
+        readAccount({{QStringLiteral("data"), QJsonObject{{QStringLiteral("positions"), QJsonArray{row}}}}});
+    ASSERT_EQ(account.positions.size(), 1U);
+    EXPECT_EQ(account.positions[0].quantity, 0);
+    EXPECT_EQ(account.positions[0].sellable, 1000000000000);
 }
 
 TEST(TradeRecords, TellHowCostsAreReckonedWhereTheModuleSaysIt)

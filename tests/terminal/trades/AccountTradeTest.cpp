@@ -44,6 +44,15 @@ TEST(AccountTradeOfARow, IsLeftOutWithoutADayOrShares)
                     .empty());
 }
 
+TEST(AccountTradeOfARow, IsLeftOutWithMoreSharesThanAnybodyHolds)
+{
+    for (const char *const shares : {"1e300", "9223372036854775807", "nan", "inf", "-100"}) {
+        EXPECT_TRUE(
+            readTrades(withData(QJsonArray{tradeRow("20240102", "09315000", "B", "10", shares)})).empty())
+            << shares;
+    }
+}
+
 TEST(AccountTradeList, IsOldestFirst)
 {
     const Trades trades = readTrades(withData(QJsonArray{tradeRow("20240103", "09310000", "B", "1", "100"),

@@ -60,16 +60,15 @@ TEST_F(TradesDeskTest, PutsThoseOfPastDaysAndOfTodayTogether)
     EXPECT_EQ(m_desk.trades().back().quantity, 200);
 }
 
-TEST_F(TradesDeskTest, HasThoseOfAPractisedDayOnce)
+TEST_F(TradesDeskTest, DatesThoseOfAPractisedDayAsTheChartThatIsShown)
 {
-    tell("HistoryTrade", {tradeRow("20240102", "09315000", "B", "10", "100"),
-                          tradeRow("20240103", "10000000", "S", "11", "200")});
-    tell("TodayTrade", {tradeRow("20260103", "10000000", "S", "11", "200")});
+    tell("HistoryTrade", {tradeRow("20240102", "09315000", "B", "10", "100")});
+    tell("TodayTrade", {tradeRow("20240103", "10000000", "S", "11", "200")});
     watch();
-    m_desk.setPractised(onDay(20240103), true);
+    m_desk.setPlayedAsToday(true);
     ASSERT_THAT(m_desk.trades(), SizeIs(2));
-    EXPECT_EQ(m_desk.trades().back().day, onDay(20260103)) << "as its chart, which is today's";
-    m_desk.setPractised(onDay(20240103), false);
+    EXPECT_EQ(m_desk.trades().back().day, Trading::TradingDate::today()) << "as its chart, which is today's";
+    m_desk.setPlayedAsToday(false);
     ASSERT_THAT(m_desk.trades(), SizeIs(2));
     EXPECT_EQ(m_desk.trades().back().day, onDay(20240103));
 }
@@ -127,6 +126,28 @@ TEST_F(TradesDeskTest, TellsWhyTheyAreNotTold)
     m_module.setAnswer(QStringLiteral("TodayTrade"), refusedWith("the ledger failed"));
     watch();
     EXPECT_EQ(m_desk.refusal(), QStringLiteral("the ledger failed"));
+}
+
+TEST_F(TradesDeskTest, AsksAgainForPastOnesThatWereRefused)
+{
+    m_module.setAnswer(QStringLiteral("HistoryTrade"), refusedWith("the ledger is busy"));
+    watch();
+    ASSERT_EQ(m_desk.refusal(), QStringLiteral("the ledger is busy")) << "though today's are told";
+    tell("HistoryTrade", {tradeRow("20240102", "09315000", "B", "10", "100")});
+    m_module.notify(QStringLiteral("600519"));
+    ASSERT_TRUE(waitUntil([this] { return m_desk.trades().size() == 1; }));
+    EXPECT_EQ(m_desk.refusal(), QString());
+}
+
+TEST_F(TradesDeskTest, ReadsALongAnswerWhileTheWindowGoesOn)
+{
+    QJsonArray rows;
+    for (int i = 0; i < 2000; ++i) {
+        rows.append(tradeRow("20240102", "09315000", "B", "10", "100"));
+    }
+    tell("HistoryTrade", rows);
+    watch();
+    EXPECT_THAT(m_desk.trades(), SizeIs(2000));
 }
 
 } // namespace

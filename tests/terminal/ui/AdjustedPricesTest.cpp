@@ -170,8 +170,9 @@ TEST_F(AdjustedPrices, HaveTheMarksOfTradesOnTheirBars)
     int before = 0;
     int after = 0;
     for (const DrawnMark &mark : marks->all()) {
-        ASSERT_EQ(mark.places.size(), 1U);
-        const QPointF place = mark.places.front();
+        const PlaceList::Range places = marks->placesOf(mark);
+        ASSERT_EQ(std::distance(places.begin(), places.end()), 1);
+        const QPointF place = *places.begin();
         const Bar &bar = chart()->data().bars[static_cast<size_t>(chart()->barAt(place.x()))];
         EXPECT_NEAR(place.y() + seriesGlyphHeight / 2, geometry().priceToY(bar.high), 1e-6) << bar.date;
         EXPECT_LE(mark.box.bottom(), geometry().priceToY(bar.high) + 1) << bar.date;

@@ -197,6 +197,18 @@ TEST_P(TradeServiceOnAFailingDisk, EntersNoOrderAndSaysWhy)
     EXPECT_TRUE(success(placing));
 }
 
+TEST_P(TradeServiceOnAFailingDisk, PlacesNoOrderBeforeTheQuotesThatCameBeforeIt)
+{
+    m_disk.failAt(1, GetParam(), Lasting::UntilMended);
+    send("0931");
+    ASSERT_TRUE(waitUntil([this] { return m_disk.hasFailed(); }));
+    m_disk.failAt(1, GetParam(), Lasting::Once); // the quote cannot be dealt when the question comes
+
+    ASSERT_TRUE(success(placing));
+
+    EXPECT_EQ(tradeCount(), 1) << "the quote was dealt before the answer";
+}
+
 TEST_P(TradeServiceOnAFailingDisk, SaysEachTroubleOnceAsLongAsItLasts)
 {
     const LogCapture log;

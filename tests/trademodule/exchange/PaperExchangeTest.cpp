@@ -6,7 +6,7 @@ namespace {
 
 using namespace TradeChart::OrderStatus;
 
-/// A bar of a day that is played again.
+/// A bar of a recorded day that is played as today.
 Quote replayed(int hhmm)
 {
     Quote quote = bar(hhmm, 10, 10, 10);
@@ -16,18 +16,29 @@ Quote replayed(int hhmm)
 
 } // namespace
 
-TEST_F(PaperExchangeOfADay, ReckonsTheCostByTheTimeOfDayWhenTheDayIsPlayedAgain)
+TEST_F(PaperExchangeOfADay, LeavesTheQuotesOfAReplayAloneAndSaysSoOnce)
+{
+    const Order order = buy(10, 100);
+    const LogCapture log;
+    exchange().take(replayed(1001));
+    exchange().take(replayed(1430));
+    EXPECT_EQ(statusOf(order), code(Quoting));
+    EXPECT_EQ(buy(10, 100).time, at(1000)) << "the clock is the market's";
+    ASSERT_EQ(log.lines().size(), 1);
+    EXPECT_TRUE(log.has(QStringLiteral("replay of 20240102")));
+}
+
+TEST_F(PaperExchangeOfADay, ReckonsTheCostByTheTimeOfDayWhenALaterBuyIsInTheLedgerAlready)
 {
     hold(1000);
-    exchange().take(replayed(1400));
-    buy(10, 1000);
-    exchange().take(replayed(1401));
-    exchange().take(replayed(930));
+    Execution later = fill(Side::Buy, bank(), TradingDate::today(), 10, 1000);
+    later.time = at(1401);
+    book({later});
     sell(10, 1000);
-    exchange().take(replayed(931));
+    exchange().take(bar(1001, 10, 10, 10));
     ASSERT_EQ(ledger().holding(bank()).quantity(), 1000);
-    const Money paid = yuan(10000) + TradingRules::fees(Direction::Buy, yuan(10000));
-    EXPECT_NEAR(costPrice(bank()), paid.yuan() / 1000, 1e-9) << "what was held before was sold first";
+    EXPECT_NEAR(costPrice(bank()), (later.amount + later.fee).yuan() / 1000, 1e-9)
+        << "what was held before was sold first";
 }
 
 TEST_F(PaperExchangeOfADay, DealsAQuarterOfAMinuteHoweverOftenItIsTold)
@@ -136,19 +147,6 @@ TEST_F(PaperExchangeOfADay, DealsNothingOfBeforeAReplacementOverARestart)
     EXPECT_EQ(open.front().matchedQuantity, 0) << "9.50 was before it";
 }
 
-TEST_F(PaperExchangeOfADay, DealsADayThatIsPlayedAgainAfterARestart)
-{
-    exchange().take(replayed(1001));
-    buy(10, 100);
-    exchange().take(replayed(1002));
-    const Order order = buy(10, 100);
-    PaperExchange afterwards(&ledger());
-
-    afterwards.take(replayed(931));
-
-    EXPECT_EQ(statusOf(order), code(Dealed));
-}
-
 TEST_F(PaperExchangeOfADay, CountsSharesOfTheStarMarketSingly)
 {
     Quote quote = bar(1001, 10, 10, 10, 1027);
@@ -161,6 +159,41 @@ TEST_F(PaperExchangeOfADay, CountsSharesOfTheStarMarketSingly)
     exchange().take(quote);
 
     EXPECT_EQ(now(order).matchedQuantity, 256);
+}
+
+TEST_F(PaperExchangeOfADay, DealsABarOnceAlthoughTheClockCouldNotBeWritten)
+{
+    const Order order = buy(10, 1000);
+    Quote quote = bar(1001, 10, 10, 10, 800);
+    quote.previousClose = yuan(9.99); // a new reference has the clock written at once
+    Database *const database = ledger().database();
+    database->run(QStringLiteral("ALTER TABLE exchange_clock RENAME TO hidden_clock"));
+    EXPECT_THROW(exchange().take(quote), Error);
+    database->run(QStringLiteral("ALTER TABLE hidden_clock RENAME TO exchange_clock"));
+
+    exchange().take(quote);
+
+    EXPECT_EQ(now(order).matchedQuantity, 200) << "a quarter of 800 shares";
+}
+
+TEST_F(PaperExchangeOfADay, ReportsTheNextTimeWhatIsPlacedWhileItReports)
+{
+    PaperExchange *own = nullptr;
+    std::optional<Order> second;
+    PaperExchange exchange(&ledger(), [&](const Order &told) {
+        if (told.status == code(Quoted) && !second) {
+            second = own->place(bank(), Direction::Buy, yuan(9.5), 100);
+        }
+    });
+    own = &exchange;
+    exchange.place(bank(), Direction::Buy, yuan(9.6), 100);
+    exchange.report();
+    ASSERT_TRUE(second.has_value());
+    ASSERT_EQ(statusOf(*second), code(Quoting));
+
+    exchange.report();
+
+    EXPECT_EQ(statusOf(*second), code(Quoted));
 }
 
 } // namespace TradeModule

@@ -297,6 +297,68 @@ TEST(StatementReader, RefusesAStatementOfTwoAccountsUnlessOneIsChosen)
     EXPECT_EQ(contents.account, QStringLiteral("222"));
 }
 
+TEST(StatementReader, RefusesTablesOfTwoAccountsBelowTheirNamesUnlessOneIsChosen)
+{
+    const char *const text = "资金账号：880001\n成交日期,证券代码,操作,成交价格,成交数量\n"
+                             "20210811,600000,买入,9.10,100\n"
+                             "资金账号：,880002\n成交日期,证券代码,操作,成交价格,成交数量\n"
+                             "20210811,600000,买入,9.10,300\n";
+    EXPECT_THAT(refusalOf(text), HasSubstr("several accounts, 880001, 880002"));
+
+    for (const auto &[account, quantity] : {std::pair("880001", 100), std::pair("880002", 300)}) {
+        ReadOptions options;
+        options.accounts = QStringList{QLatin1String(account)};
+        const StatementContents contents = readText(text, options);
+        ASSERT_EQ(contents.executions.size(), 1);
+        EXPECT_EQ(contents.executions[0].quantity, quantity);
+    }
+}
+
+TEST(StatementReader, TakesAnAccountInATitleForThatOfTheOneInTheColumn)
+{
+    const StatementContents contents =
+        readText("客户号：1234 资金账号：88****01\n成交日期,证券代码,操作,成交价格,成交数量,资金账号\n"
+                 "20210811,600000,买入,9.10,100,880001\n");
+
+    EXPECT_EQ(contents.executions.size(), 1);
+    EXPECT_EQ(contents.account, QStringLiteral("880001"));
+}
+
+TEST(StatementReader, RefusesADealWhoseOrderIsSaidToBeTakenBack)
+{
+    const StatementContents contents =
+        readText("成交日期,证券代码,操作,成交价格,成交数量,成交金额,委托状态,撤单标志\n"
+                 "20210811,600000,买入,9.10,100,910.00,已撤,否\n"
+                 "20210811,600000,买入,9.10,100,910.00,已成,是\n"
+                 "20210811,600000,买入,9.10,100,910.00,已成,否\n");
+
+    EXPECT_EQ(contents.executions.size(), 1);
+    EXPECT_THAT(reasons(contents), ElementsAre(HasSubstr("2: \"已撤\" says that nothing was dealt"),
+                                               HasSubstr("3: \"是\" says that nothing was dealt")));
+    EXPECT_EQ(contents.badRows[0].column, QStringLiteral("委托状态"));
+}
+
+TEST(StatementReader, RefusesAQuantityInLotsThatOnlyTheAccountsMoneyShows)
+{
+    const StatementContents contents = readText("成交日期,证券代码,操作,成交价格,成交数量,发生金额\n"
+                                                "20240104,600000,买入,7.00,10,-7005.07\n");
+
+    EXPECT_THAT(reasons(contents), ElementsAre(HasSubstr("is the quantity in lots?")));
+}
+
+TEST(StatementReader, CountsPurchasesOfLessThanALot)
+{
+    const StatementContents contents = readText("成交日期,证券代码,操作,成交价格,成交数量\n"
+                                                "20240104,600000,买入,7.00,10\n"
+                                                "20240104,600000,买入,7.00,200\n"
+                                                "20240104,113050,买入,115.00,10\n"
+                                                "20240104,600000,卖出,7.00,10\n");
+
+    EXPECT_EQ(contents.purchases.rows, 3);
+    EXPECT_EQ(contents.belowALot.rows, 1);
+    EXPECT_EQ(contents.belowALot.firstLine, 2);
+}
+
 TEST(StatementReader, NamesColumnsThatItDoesNotKnow)
 {
     const StatementContents contents =

@@ -223,6 +223,27 @@ TEST_F(PostgreSqlCommit, OfABarInDoubtDealsTheBarOnce)
     EXPECT_THAT(ledger().trades(bank(), DateRange()), SizeIs(2)) << "the next bar";
 }
 
+TEST_F(PostgreSqlCommit, OfABarInDoubtDealsItOnceAlsoWhenSomethingElseFindsOutThatItWasMade)
+{
+    PaperExchange exchange = this->exchange();
+    exchange.take(bar(1000, 10, 10, 10));
+    exchange.place(bank(), Direction::Buy, yuan(10), 1000);
+    exchange.settle();
+    proxy().fail(Fault::LoseAnswer);
+    proxy().setAway(true);
+    EXPECT_THROW(exchange.take(bar(1001, 10, 10, 10, 2000)), OutcomeUnknown);
+    proxy().setAway(false);
+    exchange.settle();
+
+    proxy().fail(Fault::LoseAnswer);
+    proxy().setAway(true);
+    EXPECT_ANY_THROW(exchange.place(bank(), Direction::Buy, yuan(9), 100));
+    proxy().setAway(false);
+    exchange.take(bar(1001, 10, 10, 10, 2000));
+
+    EXPECT_THAT(ledger().trades(bank(), DateRange()), SizeIs(1));
+}
+
 TEST_F(PostgreSqlCommit, OfABarThatNeverHappenedIsMadeUpFor)
 {
     PaperExchange exchange = this->exchange();

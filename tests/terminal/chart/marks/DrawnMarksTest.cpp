@@ -12,7 +12,17 @@ DrawnMark markAt(const QPointF &middle, GlyphNumber number)
 {
     QRectF box(QPointF(), glyph(number).size(1));
     box.moveCenter(middle);
-    return {number, 1, box, {middle}};
+    return {number, 1, box, {}};
+}
+
+/// One that stands for marks at these places.
+const DrawnMark &add(DrawnMarks *marks, DrawnMark mark, const std::vector<QPointF> &places)
+{
+    for (const QPointF &place : places) {
+        marks->addPlace(&mark, place);
+    }
+    marks->add(mark);
+    return marks->all().back();
 }
 
 TEST(DrawnMarks, FindTheUppermostOfTwo)
@@ -39,10 +49,7 @@ TEST(DrawnMarks, FindNothingBesideTheOutlineOfAGlyph)
 TEST(DrawnMarks, TellTheOverlayThePlaceOfTheNearestMarkBehindAGlyph)
 {
     DrawnMarks marks;
-    DrawnMark merged = markAt({100, 100}, trade);
-    merged.count = 2;
-    merged.places = {{96, 100}, {104, 100}};
-    marks.add(merged);
+    add(&marks, markAt({100, 100}, trade), {{96, 100}, {104, 100}});
 
     EXPECT_EQ(marks.targetAt({99, 100}), QPointF(96, 100));
     EXPECT_EQ(marks.targetAt({101, 100}), QPointF(104, 100));
@@ -50,17 +57,18 @@ TEST(DrawnMarks, TellTheOverlayThePlaceOfTheNearestMarkBehindAGlyph)
 
 TEST(DrawnMarks, LookAlongTheBarsBeforeTheyLookAtPrices)
 {
-    DrawnMark merged = markAt({100, 100}, trade);
-    merged.places = {{99, 300}, {103, 100}};
+    DrawnMarks marks;
+    const DrawnMark merged = add(&marks, markAt({100, 100}, trade), {{99, 300}, {103, 100}});
 
-    EXPECT_EQ(merged.targetNear({100, 100}), QPointF(99, 300));
+    EXPECT_EQ(marks.targetNear(merged, {100, 100}), QPointF(99, 300));
 }
 
 TEST(DrawnMarks, TellThePlaceOfAnOrderWhereNoEarlierBarIsCaught)
 {
-    const DrawnMark alone = markAt({100, 100}, order);
+    DrawnMarks marks;
+    const DrawnMark alone = add(&marks, markAt({100, 100}, order), {{100, 100}});
 
-    const QPointF target = alone.targetNear({93, 100});
+    const QPointF target = marks.targetNear(alone, {93, 100});
 
     EXPECT_GT(target.x(), 100) << "an overlay takes the first bar within half a glyph, from the left";
     EXPECT_LT(target.x(), 100 + orderGlyphSize / 2);

@@ -101,13 +101,15 @@ TEST_F(MarkPainterTest, PutsEachOfACrowdBehindOneThatIsNear)
     }
     size_t behind = 0;
     for (const DrawnMark &mark : painted()) {
-        EXPECT_EQ(mark.places.size(), static_cast<size_t>(mark.count));
-        behind += mark.places.size();
-        for (const QPointF &place : mark.places) {
-            EXPECT_TRUE(place == mark.places.front() || !areApart(place, mark.places.front()));
+        const PlaceList::Range places = m_marks.placesOf(mark);
+        EXPECT_EQ(std::distance(places.begin(), places.end()), mark.count);
+        behind += static_cast<size_t>(mark.count);
+        const QPointF first = *places.begin();
+        for (const QPointF &place : places) {
+            EXPECT_TRUE(place == first || !areApart(place, first));
         }
         for (const DrawnMark &other : m_marks.all()) {
-            EXPECT_TRUE(&mark == &other || areApart(mark.places.front(), other.places.front()));
+            EXPECT_TRUE(&mark == &other || areApart(first, *m_marks.placesOf(other).begin()));
         }
     }
     EXPECT_EQ(behind, static_cast<size_t>(added));
@@ -126,10 +128,10 @@ TEST_F(MarkPainterTest, LetsMarksBehindAMergedOneAnswerToTheNearestPointer)
     const double right = add(110, 150, buyWaiting);
     ASSERT_EQ(painted().size(), 1U);
     const DrawnMark &mark = m_marks.all().front();
-    const double offset = mark.targetNear({left, 155}).x() - left;
+    const double offset = m_marks.targetNear(mark, {left, 155}).x() - left;
     EXPECT_GT(offset, 0) << "out of reach of the bars before it";
     EXPECT_LT(offset, orderGlyphSize / 2);
-    EXPECT_DOUBLE_EQ(mark.targetNear({right, 155}).x(), right + offset);
+    EXPECT_DOUBLE_EQ(m_marks.targetNear(mark, {right, 155}).x(), right + offset);
 }
 
 TEST_F(MarkPainterTest, LetsMarksOfOneBarBehindAMergedOneAnswerByTheirHeight)
@@ -138,8 +140,8 @@ TEST_F(MarkPainterTest, LetsMarksOfOneBarBehindAMergedOneAnswerByTheirHeight)
     add(100, 162, buyWaiting);
     ASSERT_EQ(painted().size(), 1U);
     const DrawnMark &mark = m_marks.all().front();
-    EXPECT_NEAR(mark.targetNear({100, 159}).y(), 158, 0.01);
-    EXPECT_NEAR(mark.targetNear({100, 169}).y(), 170, 0.01);
+    EXPECT_NEAR(m_marks.targetNear(mark, {100, 159}).y(), 158, 0.01);
+    EXPECT_NEAR(m_marks.targetNear(mark, {100, 169}).y(), 170, 0.01);
 }
 
 struct ChartShape

@@ -20,13 +20,13 @@ protected:
 
     const std::vector<DrawnMark> &drawn()
     {
-        m_clusters.moveTo(&m_marks, &m_sprites);
+        m_clusters.finish(&m_sprites);
         return m_marks.all();
     }
 
     GlyphSprites m_sprites;
     DrawnMarks m_marks;
-    OrderClusters m_clusters{geometry};
+    OrderClusters m_clusters{geometry, &m_marks};
 };
 
 TEST_F(OrderClustersTest, HangAMarkFromItsPriceInTheMiddleOfItsBar)
@@ -53,7 +53,8 @@ TEST_F(OrderClustersTest, KeepAMarkInThePaneWhosePriceIsAtTheLowerEdge)
     m_clusters.add(10, 1, BuyWaiting, false); // five pixels above the edge
 
     EXPECT_DOUBLE_EQ(drawn().front().box.bottom(), geometry.bottom);
-    EXPECT_DOUBLE_EQ(drawn().front().places.front().y(), geometry.priceToY(1) + orderGlyphSize / 2)
+    EXPECT_DOUBLE_EQ(m_marks.placesOf(drawn().front()).begin()->y(),
+                     geometry.priceToY(1) + orderGlyphSize / 2)
         << "a click goes where the overlay has it";
 }
 
@@ -71,7 +72,8 @@ TEST_F(OrderClustersTest, JoinAMarkNearTheFirstOfItsKind)
 
     ASSERT_EQ(drawn().size(), 1U);
     EXPECT_EQ(drawn().front().count, 2);
-    EXPECT_EQ(drawn().front().places.size(), 2U);
+    const PlaceList::Range places = m_marks.placesOf(drawn().front());
+    EXPECT_EQ(std::distance(places.begin(), places.end()), 2);
 }
 
 TEST_F(OrderClustersTest, MeasureFromTheFirstMarkAndNotFromTheLast)
@@ -102,10 +104,10 @@ TEST_F(OrderClustersTest, TakeAnyPriceThatAnOverlayNames)
     EXPECT_EQ(drawn().size(), 2U);
 }
 
-TEST_F(OrderClustersTest, AreEmptyAfterTheyWereMoved)
+TEST_F(OrderClustersTest, AreEmptyWhenTheyAreFinished)
 {
     m_clusters.add(10, 50, BuyWaiting, false);
-    m_clusters.moveTo(&m_marks, &m_sprites);
+    m_clusters.finish(&m_sprites);
     m_marks.clear();
 
     EXPECT_TRUE(drawn().empty());

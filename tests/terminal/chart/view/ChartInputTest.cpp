@@ -86,6 +86,16 @@ TEST_F(ChartInputTest, PansWithTheMouse)
     EXPECT_NEAR(chart()->span().width(), before.width(), 1e-6);
 }
 
+TEST_F(ChartInputTest, PansNoMoreWhenTheButtonWasReleasedElsewhere)
+{
+    show({});
+    QTest::mousePress(chart()->canvas(), Qt::LeftButton, Qt::NoModifier, {300, 300});
+    const BarSpan before = chart()->span();
+    QMouseEvent move(QEvent::MouseMove, QPointF(500, 300), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(chart()->canvas(), &move);
+    EXPECT_DOUBLE_EQ(chart()->span().first, before.first);
+}
+
 TEST_F(ChartInputTest, StaysInsideTheLoadedBars)
 {
     show({});
