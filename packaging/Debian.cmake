@@ -37,7 +37,9 @@ order, from a broker's statement or from paper trading on a recorded day.")
 
 set(CPACK_DEBIAN_MODULE_PACKAGE_NAME trademodule)
 set(CPACK_DEBIAN_MODULE_PACKAGE_SECTION misc)
-set(CPACK_DEBIAN_MODULE_PACKAGE_DEPENDS "libtradechartobject ${exactly}, libqt5sql5-sqlite, tzdata")
+set(CPACK_DEBIAN_MODULE_PACKAGE_DEPENDS "libtradechartobject ${exactly}, libqt5sql5-sqlite, tzdata, adduser")
+set(CPACK_DEBIAN_MODULE_PACKAGE_CONTROL_EXTRA "${CMAKE_CURRENT_LIST_DIR}/module/postinst"
+    "${CMAKE_CURRENT_LIST_DIR}/module/prerm" "${CMAKE_CURRENT_LIST_DIR}/module/postrm")
 set(CPACK_DEBIAN_MODULE_PACKAGE_SUGGESTS "libqt5sql5-psql, postgresql")
 set(CPACK_DEBIAN_MODULE_DESCRIPTION "ledger of an account that answers a chart terminal
 Reads brokers' statements into a ledger, reckons costs and results, answers

@@ -42,8 +42,8 @@ DayPlan planOf(const TerminalOptions &options)
         plan.patience = {}; // a picture has a time-out of its own
     }
     if (!options.practice.isEmpty()) {
-        plan.practised = PractisedDay{options.code, options.day.value()};
-        plan.playsOn = plan.playsOn && !options.replayTo; // who goes on with a day begins when he is ready
+        plan.practised = PractisedDay{options.code, options.day.value(), options.practisedUntil};
+        plan.playsOn = plan.playsOn && !options.practisedUntil; // who goes on with a day begins when ready
     }
     return plan;
 }
@@ -115,6 +115,9 @@ void TerminalProgram::openSession(const DataFolder &folder)
         m_options.showsTrades = m_options.showsTrades && m_options.given.contains(QStringLiteral("trades"));
     } else {
         m_options = settings.over(m_options);
+    }
+    if (practises() && m_options.code.isEmpty()) {
+        m_options.code = folder.securities().front().code;
     }
     m_session = std::make_unique<TradingSession>(folder, planOf(m_options), m_busAddress);
     connect(m_session.get(), &TradingSession::orderRefused, this, &TerminalProgram::tellRefusal);
@@ -285,6 +288,11 @@ PracticeOffer TerminalProgram::practiceOffer() const
 
 void TerminalProgram::askToRestartPractice()
 {
+    if (!m_options.isPracticeKept) {
+        tell(tr("This practice is a ledger that the command line names: begin another with trademodule "
+                "practice."));
+        return;
+    }
     QMessageBox question(
         QMessageBox::Question, tr("Practice"),
         tr("Begin the practice \"%1\" again from nothing? Its orders and trades go.").arg(m_options.practice),
@@ -374,8 +382,17 @@ void TerminalProgram::showWindow()
     connect(qApp, &QCoreApplication::aboutToQuit, this, &TerminalProgram::rememberWindow);
     const bool isNewAccount = isMissingFile(m_options.ledger); // until the trading module makes it
     m_window->show();
+    tellOfCalendar();
     if (isNewAccount) {
         tell(tr("There is no ledger %1 yet: a new account is made there.").arg(m_options.ledger));
+    }
+}
+
+/// Holidays that its user wrote down and that count for nothing.
+void TerminalProgram::tellOfCalendar()
+{
+    if (const auto &fault = m_window->hours().calendarFault()) {
+        tell(MarketHours::text(*fault));
     }
 }
 

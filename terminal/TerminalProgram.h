@@ -76,6 +76,7 @@ private:
     void goOnWith(const TerminalOptions &next);
     bool asksTradeModule() const;
     void showWindow();
+    void tellOfCalendar();
     void startSnapshot();
     void wireSnapshot();
     void rememberWindow();

@@ -5,14 +5,15 @@
 #include "terminal/intake/StartWindow.h"
 #include "terminal/options/TerminalPaths.h"
 #include "terminal/practice/PracticeLock.h"
-#include "terminal/practice/PracticeProgress.h"
 #include "terminal/practice/PracticeSessions.h"
+#include "terminal/practice/PractisedLedger.h"
 #include "terminal/services/BusInstance.h"
 #include "terminal/ui/WindowSettings.h"
 
 #include <QApplication>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 
 #include <utility>
 
@@ -39,6 +40,17 @@ TerminalOptions optionsOf(const PracticeSession &session, TerminalOptions option
     options.replaySpeed = options.replaySpeed > 0 ? options.replaySpeed : practiceSpeed;
     options.given += {QStringLiteral("code"), QStringLiteral("period"), QStringLiteral("replay")};
     return options;
+}
+
+QString whyNotReplayedOn(const Loaded<PractisedLedger> &ledger, const TerminalOptions &options)
+{
+    const QString reason =
+        ledger ? text("it practises %1").arg(ledger.value().day.dashedText()) : ledger.error();
+    const QString day = options.day ? options.day->text() : QStringLiteral("YYYYMMDD");
+    return text("--replay with --ledger needs a ledger that practises the day: %1. Begin one with "
+                "\"trademodule --ledger practice.db practice --day %2 --copy LEDGER\", and name practice.db; "
+                "the ledger that it copies stays as it is.")
+        .arg(reason, day);
 }
 
 } // namespace
@@ -109,7 +121,11 @@ bool TerminalRuns::runStartPage()
 /// Returns the exit code, or nothing when another account or the start page comes next.
 std::optional<int> TerminalRuns::runWindow()
 {
-    return m_options.practice.isEmpty() ? runAccount(m_options) : runPractice();
+    if (!m_options.practice.isEmpty()) {
+        return runPractice();
+    }
+    const bool replaysOnALedger = m_options.replaySpeed > 0 && !m_options.ledger.isEmpty();
+    return replaysOnALedger ? runPractisedLedger() : runAccount(m_options);
 }
 
 /// The session is this window's alone until it is left.
@@ -129,12 +145,31 @@ std::optional<int> TerminalRuns::runPractice()
         return refusePractice(lock.problem());
     }
     const QString problem = std::exchange(m_restarts, false) ? sessions.restart(*session) : QString();
-    const auto reached = practiceProgress(*session, m_options.moduleProgram);
-    if (!problem.isEmpty() || !reached) {
-        return refusePractice(problem.isEmpty() ? reached.error() : problem);
+    const auto ledger = readPractisedLedger(session->ledger(), m_options.moduleProgram, m_options.language);
+    if (!problem.isEmpty() || !ledger) {
+        return refusePractice(
+            problem.isEmpty()
+                ? text("The practice \"%1\" cannot be continued: %2").arg(session->name, ledger.error())
+                : problem);
     }
     TerminalOptions options = optionsOf(*session, m_options);
-    options.replayTo = reached.value();
+    options.practisedUntil = ledger.value().reached;
+    return runAccount(options);
+}
+
+/// A replay plays on an account that is for it, or not at all: the market does not go back under any other.
+std::optional<int> TerminalRuns::runPractisedLedger()
+{
+    const auto ledger = readPractisedLedger(m_options.ledger, m_options.moduleProgram, m_options.language);
+    const bool isOfDay = ledger && m_options.day.value_or(ledger.value().day) == ledger.value().day;
+    if (!isOfDay) {
+        return refusePractice(whyNotReplayedOn(ledger, m_options));
+    }
+    TerminalOptions options = m_options;
+    options.practice = QFileInfo(m_options.ledger).fileName();
+    options.isPracticeKept = false;
+    options.day = ledger.value().day;
+    options.practisedUntil = ledger.value().reached;
     return runAccount(options);
 }
 

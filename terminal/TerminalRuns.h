@@ -23,6 +23,7 @@ public:
 private:
     void takeRememberedPlaces();
     std::optional<int> runPractice();
+    std::optional<int> runPractisedLedger();
     std::optional<int> runAccount(const TerminalOptions &options);
     int refusePractice(const QString &problem);
     bool runStartPage();

@@ -53,13 +53,22 @@ struct Subject
     SecurityKind kind;
     Market market;
     TradingDate day;
+    ListingStage stage = ListingStage::Later;
 };
 
 struct LimitRow
 {
     Scope scope;
-    int percent; ///< 0: no limit
+    LimitShare share;                         ///< nothing up: no limit
+    ListingStage until = ListingStage::Later; ///< its last one of a listing
 };
+
+constexpr LimitShare percent(int both)
+{
+    return {both * 10, both * 10};
+}
+
+constexpr LimitShare withoutLimit;
 
 struct QuantityRow
 {
@@ -67,6 +76,7 @@ struct QuantityRow
     Money tick;
     qint64 least;
     qint64 step;
+    qint64 most;
 };
 
 struct HoursRow
@@ -78,6 +88,7 @@ struct HoursRow
 };
 
 using Kind = SecurityKind;
+using Stage = ListingStage;
 
 constexpr int ever = 10101;
 constexpr int stillNow = 99991231;
@@ -96,52 +107,80 @@ constexpr const char chiNextRules[] = "深圳证券交易所创业板交易特�
 constexpr const char beijingRules[] = "北京证券交易所交易规则（试行） (2021)";
 constexpr const char convertibleRules[] = "可转换公司债券交易实施细则 (2022)";
 constexpr const char bondRules[] = "沪深证券交易所债券交易规则 (2022)";
+constexpr const char rulesOf2023[] = "沪深证券交易所交易规则 (2023)";
 constexpr const char rulesOf2026[] = "told of the trading rules of July 2026";
 
 constexpr Kinds youngFunds{Kind::YoungBoardFund};
 constexpr Kinds funds{Kind::Fund, Kind::YoungBoardFund};
+constexpr Kinds newInOldWay{Kind::MainShare, Kind::ChiNextShare};
 constexpr Kinds mainShares{Kind::MainShare, Kind::SpecialTreatment};
 constexpr Kinds shanghaiShares{Kind::MainShare, Kind::SpecialTreatment, Kind::StarShare, Kind::ForeignShare};
 constexpr Kinds auctionedInShenzhen{
     Kind::MainShare, Kind::SpecialTreatment, Kind::ChiNextShare,   Kind::ForeignShare,
     Kind::Fund,      Kind::YoungBoardFund,   Kind::ConvertibleBond};
 
+constexpr Money thousandth = Money::ofSteps(10);
+constexpr qint64 million = 1000000;
+
 // Of the rows that fit a security on a day, the first one counts.
 
 constexpr LimitRow limitRows[] = {
-    {{Kind::MainShare, eachMarket, 19961216, stillNow, limitOf1996, checked}, 10},
-    {{Kind::SpecialTreatment, eachMarket, 19980422, 20260705, tradingRules, reported}, 5},
-    {{Kind::SpecialTreatment, eachMarket, 20260706, stillNow, rulesOf2026, reported}, 10},
-    {{Kind::StarShare, eachMarket, 20190722, stillNow, starRules, checked}, 20},
-    {{Kind::ChiNextShare, eachMarket, 20091030, 20200823, limitOf1996, reported}, 10},
-    {{Kind::ChiNextShare, eachMarket, 20200824, stillNow, chiNextRules, checked}, 20},
-    {{Kind::BeijingShare, eachMarket, 20211115, stillNow, beijingRules, checked}, 30},
-    {{Kind::ForeignShare, eachMarket, 19961216, stillNow, limitOf1996, reported}, 10},
-    {{Kind::Fund, eachMarket, 19961216, stillNow, limitOf1996, reported}, 10},
-    {{youngFunds, shanghai, 20201116, stillNow, tradingRules, reported}, 20},
-    {{youngFunds, shenzhen, 20200824, stillNow, chiNextRules, reported}, 20},
-    {{youngFunds, eachMarket, 19961216, stillNow, limitOf1996, reported}, 10},
-    {{Kind::ConvertibleBond, eachMarket, 20220801, stillNow, convertibleRules, reported}, 20},
-    {{Kinds::all(), eachMarket, ever, stillNow, tradingRules, reported}, 0},
+    {{Kind::StarShare, eachMarket, 20190722, stillNow, starRules, checked}, withoutLimit, Stage::FirstDays},
+    {{Kind::ChiNextShare, eachMarket, 20200824, stillNow, chiNextRules, checked},
+     withoutLimit,
+     Stage::FirstDays},
+    {{Kind::MainShare, eachMarket, 20230410, stillNow, rulesOf2023, checked}, withoutLimit, Stage::FirstDays},
+    {{newInOldWay, eachMarket, 20140101, 20230409, tradingRules, reported}, {360, 440}, Stage::FirstDay},
+    {{Kind::BeijingShare, eachMarket, 20211115, stillNow, beijingRules, reported},
+     withoutLimit,
+     Stage::FirstDay},
+    {{Kind::ConvertibleBond, eachMarket, 20220801, stillNow, convertibleRules, reported},
+     {433, 573},
+     Stage::FirstDay},
+    {{Kind::MainShare, eachMarket, 19961216, stillNow, limitOf1996, checked}, percent(10)},
+    {{Kind::SpecialTreatment, eachMarket, 19980422, 20260705, tradingRules, reported}, percent(5)},
+    {{Kind::SpecialTreatment, eachMarket, 20260706, stillNow, rulesOf2026, reported}, percent(10)},
+    {{Kind::StarShare, eachMarket, 20190722, stillNow, starRules, checked}, percent(20)},
+    {{Kind::ChiNextShare, eachMarket, 20091030, 20200823, limitOf1996, reported}, percent(10)},
+    {{Kind::ChiNextShare, eachMarket, 20200824, stillNow, chiNextRules, checked}, percent(20)},
+    {{Kind::BeijingShare, eachMarket, 20211115, stillNow, beijingRules, checked}, percent(30)},
+    {{Kind::ForeignShare, eachMarket, 19961216, stillNow, limitOf1996, reported}, percent(10)},
+    {{Kind::Fund, eachMarket, 19961216, stillNow, limitOf1996, reported}, percent(10)},
+    {{youngFunds, shanghai, 20201116, stillNow, tradingRules, reported}, percent(20)},
+    {{youngFunds, shenzhen, 20200824, stillNow, chiNextRules, reported}, percent(20)},
+    {{youngFunds, eachMarket, 19961216, stillNow, limitOf1996, reported}, percent(10)},
+    {{Kind::ConvertibleBond, eachMarket, 20220801, stillNow, convertibleRules, reported}, percent(20)},
+    {{Kinds::all(), eachMarket, ever, stillNow, tradingRules, reported}, withoutLimit},
 };
 
 constexpr QuantityRow quantityRows[] = {
-    {{Kind::StarShare, eachMarket, 20190722, stillNow, starRules, checked}, Money::ofSteps(100), 200, 1},
-    {{Kind::BeijingShare, eachMarket, 20211115, stillNow, beijingRules, checked},
-     Money::ofSteps(100),
+    {{Kind::StarShare, eachMarket, 20190722, stillNow, starRules, checked}, priceStep, 200, 1, 100000},
+    {{Kind::ChiNextShare, eachMarket, 20200824, stillNow, chiNextRules, checked},
+     priceStep,
+     sharesOfLot,
+     sharesOfLot,
+     300000},
+    {{Kind::BeijingShare, eachMarket, 20211115, stillNow, beijingRules, reported},
+     priceStep,
      100,
-     1},
-    {{Kind::ForeignShare, shanghai, ever, stillNow, tradingRules, reported}, Money::ofSteps(10), 100, 100},
-    {{funds, eachMarket, 20030303, stillNow, tradingRules, reported}, Money::ofSteps(10), 100, 100},
-    {{Kind::ConvertibleBond, shanghai, ever, 20220731, tradingRules, reported}, Money::ofSteps(100), 10, 10},
+     1,
+     million},
+    {{Kind::ForeignShare, shanghai, ever, stillNow, tradingRules, reported}, thousandth, 100, 100, million},
+    {{funds, eachMarket, 20030303, stillNow, tradingRules, reported}, thousandth, 100, 100, million},
+    {{Kind::ConvertibleBond, shanghai, ever, 20220731, tradingRules, reported}, priceStep, 10, 10, million},
     {{Kind::ConvertibleBond, eachMarket, ever, stillNow, convertibleRules, reported},
-     Money::ofSteps(10),
+     thousandth,
      10,
-     10},
-    {{Kind::Bond, shanghai, ever, 20220515, tradingRules, reported}, Money::ofSteps(100), 10, 10},
-    {{Kind::Bond, eachMarket, ever, stillNow, bondRules, reported}, Money::ofSteps(10), 10, 10},
-    {{Kind::Repo, eachMarket, ever, stillNow, bondRules, reported}, Money::ofSteps(50), 10, 10},
-    {{Kinds::all(), eachMarket, ever, stillNow, tradingRules, checked}, priceStep, sharesOfLot, sharesOfLot},
+     10,
+     million},
+    {{Kind::Bond, shanghai, ever, 20220515, tradingRules, reported}, priceStep, 10, 10, million},
+    {{Kind::Bond, eachMarket, ever, stillNow, bondRules, reported}, thousandth, 10, 10, million},
+    {{Kind::Repo, eachMarket, ever, stillNow, bondRules, reported}, Money::ofSteps(50), 10, 10, million},
+    {{Kinds::all(), eachMarket, ever, stillNow, tradingRules, checked},
+     priceStep,
+     sharesOfLot,
+     sharesOfLot,
+     million},
 };
 
 constexpr ClockTime at(int hour, int minute)
@@ -204,12 +243,22 @@ bool fits(const Scope &scope, const Subject &subject)
            subject.day.number() >= scope.from && subject.day.number() <= scope.until;
 }
 
+bool fits(const LimitRow &row, const Subject &subject)
+{
+    return fits(row.scope, subject) && subject.stage <= row.until;
+}
+
+bool fits(const QuantityRow &row, const Subject &subject)
+{
+    return fits(row.scope, subject);
+}
+
 /// The last row of each table but that of hours fits everything.
 template <typename Row, std::size_t count>
 const Row &firstFor(const Subject &subject, const Row (&table)[count])
 {
     return *std::find_if(std::begin(table), std::prev(std::end(table)),
-                         [&subject](const Row &row) { return fits(row.scope, subject); });
+                         [&subject](const Row &row) { return fits(row, subject); });
 }
 
 bool isWithin(const HoursRow &row, ClockTime time)
@@ -241,17 +290,30 @@ DayState stateOf(const Subject &subject, ClockTime time)
 
 SecurityRules of(const SecurityId &security, TradingDate day, const QString &name)
 {
-    const Subject subject{kindOf(security, name), security.market, day};
+    const Subject subject{kindOf(security, name), security.market, day, listingStageOf(name)};
     const LimitRow &limit = firstFor(subject, limitRows);
     const QuantityRow &quantity = firstFor(subject, quantityRows);
     SecurityRules rules;
     rules.tick = quantity.tick;
     rules.leastQuantity = quantity.least;
     rules.quantityStep = quantity.step;
-    rules.limitPercent = limit.percent == 0 ? std::nullopt : std::optional(limit.percent);
+    rules.mostQuantity = quantity.most;
+    rules.limit = limit.share == withoutLimit ? std::nullopt : std::optional(limit.share);
     rules.areReported =
         limit.scope.evidence == Evidence::Reported || quantity.scope.evidence == Evidence::Reported;
     return rules;
+}
+
+int decimals(const SecurityId &security, const QString &name)
+{
+    const SecurityKind kind = kindOf(security, name);
+    SecurityRules finest;
+    for (const QuantityRow &row : quantityRows) {
+        const bool isOf = row.scope.kinds.contain(kind) && !row.scope.kinds.areAll() &&
+                          (!row.scope.market || *row.scope.market == security.market);
+        finest.tick = isOf ? std::min(finest.tick, row.tick) : finest.tick;
+    }
+    return finest.decimals();
 }
 
 DayState stateOnTradingDay(const SecurityId &security, TradingDate day, ClockTime time, const QString &name)
@@ -348,17 +410,45 @@ const char *wordOf(DayState state)
     return "";
 }
 
+QString percentText(int thousandths)
+{
+    return QString::number(thousandths / 10.0);
+}
+
+QString textOf(LimitShare share)
+{
+    return share.down == share.up
+               ? QStringLiteral("%1 %").arg(percentText(share.up))
+               : QStringLiteral(u"−%1 % to +%2 %").arg(percentText(share.down), percentText(share.up));
+}
+
+const char *wordsOf(Stage until)
+{
+    switch (until) {
+    case Stage::FirstDay:
+        return ", on the first day";
+    case Stage::FirstDays:
+        return ", on the first five days";
+    case Stage::Later:
+        return "";
+    }
+    return "";
+}
+
+/// The row for whatever has no other one says less than those that know of no limit.
 QString textOf(const LimitRow &row)
 {
-    return row.percent == 0 ? QStringLiteral("none known") : QStringLiteral("%1 %").arg(row.percent);
+    const QString noLimit = row.scope.kinds.areAll() ? QStringLiteral("none known") : QStringLiteral("none");
+    return (row.share == withoutLimit ? noLimit : textOf(row.share)) + QLatin1String(wordsOf(row.until));
 }
 
 QString textOf(const QuantityRow &row)
 {
-    return QStringLiteral("tick %1, at least %2, then by %3")
+    return QStringLiteral("tick %1, at least %2, then by %3, at most %4")
         .arg(row.tick.text())
         .arg(row.least)
-        .arg(row.step);
+        .arg(row.step)
+        .arg(row.most);
 }
 
 QString textOf(const HoursRow &row)

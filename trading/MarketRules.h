@@ -18,9 +18,12 @@ namespace Trading {
 namespace MarketRules {
 
 /// What an order of the security must keep to on the day. The name tells shares under special treatment;
-/// without one the security counts as any other of its code. Not known are the first days of new shares,
-/// which have wider limits or none.
+/// without one the security counts as any other of its code. It tells the first days of new shares, too,
+/// which have wider limits or none: see ListingStage.
 SecurityRules of(const SecurityId &security, TradingDate day, const QString &name = {});
+
+/// How many decimals tell a price of the security of whatever day: those of its finest tick.
+int decimals(const SecurityId &security, const QString &name = {});
 
 /// The part of the day at a time by the exchange's clock. Trading has both its ends: 11:30:00 is morning,
 /// 13:00:00 afternoon.

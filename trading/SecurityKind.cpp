@@ -68,6 +68,16 @@ SecurityKind kindOf(const SecurityId &security, const QString &name)
     return SecurityKind::Other;
 }
 
+ListingStage listingStageOf(const QString &name)
+{
+    static const QRegularExpression letterBeforeName(QStringLiteral("^([NC])\\p{Han}"));
+    const QString letter = letterBeforeName.match(name).captured(1);
+    if (letter.isEmpty()) {
+        return ListingStage::Later;
+    }
+    return letter == QLatin1String("N") ? ListingStage::FirstDay : ListingStage::FirstDays;
+}
+
 qint64 lotOf(SecurityKind kind)
 {
     switch (kind) {

@@ -24,6 +24,16 @@ enum class SecurityKind {
 /// The kind of a security; of one whose name is not known, as if it had a usual one.
 SecurityKind kindOf(const SecurityId &security, const QString &name = {});
 
+/// How long a security has been listed, as far as its name tells: the exchanges put N before it on the first
+/// day, and C on the four days after that.
+enum class ListingStage {
+    FirstDay,
+    FirstDays, ///< the second to the fifth
+    Later,     ///< and whatever has no name
+};
+
+ListingStage listingStageOf(const QString &name);
+
 /// How many shares, units of a fund or bonds of 100 yuan are one 手, in which charts and files count volumes.
 qint64 lotOf(SecurityKind kind);
 

@@ -21,21 +21,27 @@ Money SecurityRules::nearestTick(Money price) const
 
 std::optional<DayLimits> SecurityRules::limits(Money closeBefore) const
 {
-    if (!limitPercent) {
+    if (!limit) {
         return std::nullopt;
     }
     const qint64 step = tick.steps();
     const qint64 close = nearestTick(closeBefore).steps() / step;
     // whole numbers: as a binary fraction, many a half tick would fall short and be rounded down
-    const auto part = [close, step](qint64 percents) {
-        return Money::ofSteps((close * percents + 50) / 100 * step);
+    const auto part = [close, step](qint64 thousandths) {
+        return Money::ofSteps((close * thousandths + 500) / 1000 * step);
     };
-    return DayLimits{part(100 - *limitPercent), part(100 + *limitPercent)};
+    return DayLimits{part(1000 - limit->down), part(1000 + limit->up)};
 }
 
 bool SecurityRules::isWholeQuantity(qint64 shares) const
 {
     return shares > 0 && wholeQuantity(shares) == shares;
+}
+
+bool SecurityRules::isSaleQuantity(qint64 shares, qint64 held) const
+{
+    const bool leavesWholeSteps = quantityStep > 1 && shares < held && (held - shares) % quantityStep == 0;
+    return isWholeQuantity(shares) || (shares > 0 && (shares == held || leavesWholeSteps));
 }
 
 qint64 SecurityRules::wholeQuantity(qint64 shares) const

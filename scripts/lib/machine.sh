@@ -17,9 +17,9 @@ debian_build=(
 debian_test=(
     libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev
     mosquitto-clients openssl postgresql python3-paho-mqtt python3-jsonschema python3-yaml
-    xvfb xauth xdotool x11-utils faketime util-linux
+    xvfb xauth xdotool x11-utils dbus at-spi2-core weston qtwayland5 faketime util-linux
     clang-format clang-tidy abigail-tools doxygen reuse git
-    dpkg-dev lintian appstream desktop-file-utils man-db mmdebstrap
+    dpkg-dev lintian appstream desktop-file-utils man-db mmdebstrap systemd
 )
 homebrew_build=(cmake ninja pkg-config qt@5 qwt-qt5 mosquitto libzip)
 homebrew_test=(python3 googletest google-benchmark postgresql@15 libfaketime clang-format doxygen reuse)

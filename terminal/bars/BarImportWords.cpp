@@ -28,6 +28,10 @@ QString unitName(VolumeUnit unit, Trading::SecurityKind kind)
         return text("shares");
     case VolumeUnit::Lots:
         return text("lots");
+    case VolumeUnit::ThousandShares:
+        return text("thousand shares");
+    case VolumeUnit::HundredMillionShares:
+        return text("hundred million shares");
     case VolumeUnit::TenThousandShares:
         return text("ten thousand shares");
     case VolumeUnit::TenThousandLots:

@@ -164,7 +164,7 @@ int import(const QStringList &files, const QCommandLineParser &parser, const Bar
         return refuse(missing, Failed);
     }
     BarImport import(parser.value(QStringLiteral("data")));
-    LedgerComparison comparison(ledger);
+    LedgerComparison comparison(ledger, files.size(), [] { return true; });
     int refused = 0;
     for (const QString &file : files) {
         auto plan = import.plan(file, options);

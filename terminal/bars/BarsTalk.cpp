@@ -144,9 +144,11 @@ private:
 
     Json plan(const Json &request)
     {
-        m_import = BarImport(m_folder);
-        m_comparison.emplace(m_ledger);
         const QJsonArray files = request[named("plan")].toArray();
+        m_import = BarImport(m_folder);
+        m_comparison.emplace(m_ledger, files.size(),
+                             [this, all = files.size()] { return goesOn("trades", 0, all); });
+        m_isCancelled = false;
         m_names.clear();
         const Json names = request[named("names")].toObject();
         for (auto name = names.begin(); name != names.end(); ++name) {
@@ -156,7 +158,11 @@ private:
             if (!goesOn("reading", i, files.size())) {
                 return {{named("cancelled"), true}};
             }
-            JsonLines::write({{named("plan"), planOf(files.at(i).toObject())}});
+            const Json planned = planOf(files.at(i).toObject());
+            if (m_isCancelled) {
+                return {{named("cancelled"), true}};
+            }
+            JsonLines::write({{named("plan"), planned}});
         }
         return {{named("planned"), files.size()}};
     }
@@ -185,12 +191,10 @@ private:
         if (m_folder.isEmpty()) {
             return outcome("written", text("no data folder is named"));
         }
-        bool isCancelled = false;
-        const QString problem = m_import.write([&](int done, int all) {
-            isCancelled = !goesOn("writing", done, all);
-            return !isCancelled;
-        });
-        return isCancelled ? Json{{named("cancelled"), true}} : outcome("written", problem);
+        m_isCancelled = false;
+        const QString problem =
+            m_import.write([this](int done, int all) { return goesOn("writing", done, all); });
+        return m_isCancelled ? Json{{named("cancelled"), true}} : outcome("written", problem);
     }
 
     static Json outcome(const char *done, const QString &problem)
@@ -212,6 +216,7 @@ private:
             return true;
         }
         m_lines.next();
+        m_isCancelled = true;
         return false;
     }
 
@@ -222,6 +227,7 @@ private:
     QHash<QString, QString> m_names;              // that the program knows
     JsonLines m_lines;
     QElapsedTimer m_sinceTold;
+    bool m_isCancelled = false; // what goes on, or went on last
 };
 
 } // namespace

@@ -4,32 +4,22 @@
 
 namespace Terminal {
 
-Loaded<std::vector<Fill>> LedgerComparison::fillsOf(const Trading::SecurityId &security)
-{
-    constexpr int askedOneByOne = 3;
-    if (m_asked < askedOneByOne) {
-        ++m_asked;
-        return ledgerFills(m_ledger.moduleProgram, m_ledger.place, security);
-    }
-    if (!m_all) {
-        m_all = allLedgerFills(m_ledger.moduleProgram, m_ledger.place);
-    }
-    return *m_all ? Loaded<std::vector<Fill>>(m_all->value().value(security))
-                  : Loaded<std::vector<Fill>>::failure(m_all->error());
-}
-
 Loaded<LedgerSays> LedgerComparison::of(const BarImportPlan &plan)
 {
     if (m_ledger.place.isEmpty()) {
         return LedgerSays();
     }
-    const auto fills = fillsOf(plan.security.id());
-    if (!fills) {
-        return Loaded<LedgerSays>::failure(fills.error());
+    if (!m_fills) {
+        m_fills = ledgerFills(m_ledger.moduleProgram, m_ledger.place,
+                              m_files == 1 ? plan.security.code : QString(), m_goesOn);
     }
+    if (!*m_fills) {
+        return Loaded<LedgerSays>::failure(m_fills->error());
+    }
+    const std::vector<Fill> fills = m_fills->value().value(plan.security.id());
     const Bars days = plan.sheet.isOfMinutes ? toDays(plan.sheet.bars) : plan.sheet.bars;
-    const QStringList warnings = fillWarnings(days, fills.value());
-    return LedgerSays{warnings, warnings.isEmpty() ? fillSummary(days, fills.value()) : QString()};
+    const QStringList warnings = fillWarnings(days, fills);
+    return LedgerSays{warnings, warnings.isEmpty() ? fillSummary(days, fills) : QString()};
 }
 
 } // namespace Terminal

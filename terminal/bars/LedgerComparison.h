@@ -27,22 +27,27 @@ struct LedgerSays
 /// Compares the days of bars, or of their minutes, with the trades of a ledger. A trade is not compared with
 /// its minute: a ledger's times need not be the exchange's.
 ///
-/// One for each plan: what the ledger holds is asked for once. The trades of the first securities are asked
-/// for one by one, as an account may have a million; from then on those of all are known.
+/// One for each look at files: what the ledger holds is asked for once, for one file the trades of its code
+/// alone, as an account may have a million, for several those of all.
 class LedgerComparison
 {
 public:
-    explicit LedgerComparison(LedgerOfTrades ledger) : m_ledger(std::move(ledger)) {}
+    LedgerComparison(LedgerOfTrades ledger, int files, GoesOn goesOn)
+        : m_ledger(std::move(ledger)),
+          m_files(files),
+          m_goesOn(std::move(goesOn))
+    {
+    }
 
-    /// Fails when the ledger cannot be read. Blocks, see ledgerFills().
+    /// Fails when the ledger cannot be read. Blocks, see ledgerFills(). Requires no more calls than there are
+    /// files.
     Loaded<LedgerSays> of(const BarImportPlan &plan);
 
 private:
-    Loaded<std::vector<Fill>> fillsOf(const Trading::SecurityId &security);
-
     const LedgerOfTrades m_ledger;
-    int m_asked = 0;
-    std::optional<Loaded<FillsBySecurity>> m_all;
+    const int m_files;
+    const GoesOn m_goesOn;
+    std::optional<Loaded<FillsBySecurity>> m_fills;
 };
 
 } // namespace Terminal

@@ -4,8 +4,8 @@
 #include "trading/LedgerAddress.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QFileInfo>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -15,8 +15,6 @@
 namespace Terminal {
 
 namespace {
-
-using Fills = std::vector<Fill>;
 
 QString text(const char *source)
 {
@@ -58,11 +56,8 @@ QString cannotBeRead(const QString &ledger, const QString &reason)
 /// Why a listing did not come to its end; empty when it did.
 QString problemOf(QProcess *module, const QString &ledger)
 {
-    constexpr std::chrono::milliseconds patience{30000};
-    const bool hasEnded = module->state() == QProcess::NotRunning ||
-                          module->waitForFinished(static_cast<int>(patience.count()));
-    if (hasEnded && module->error() == QProcess::UnknownError &&
-        module->exitStatus() == QProcess::NormalExit && module->exitCode() == 0) {
+    if (module->error() == QProcess::UnknownError && module->exitStatus() == QProcess::NormalExit &&
+        module->exitCode() == 0) {
         return {};
     }
     const QString reason = QString::fromUtf8(module->readAllStandardError()).trimmed();
@@ -78,38 +73,70 @@ public:
         m_rest += piece;
         const QByteArray lines = m_rest.left(m_rest.lastIndexOf('\n') + 1);
         m_rest.remove(0, lines.size());
-        for (QByteArray line : lines.split('\n')) {
-            if (line.endsWith(',')) {
-                line.chop(1);
-            }
-            if (const auto fill = fillIn(QJsonDocument::fromJson(line).object())) {
-                m_fills[fill->first].push_back(fill->second);
-            }
+        for (const QByteArray &line : lines.split('\n')) {
+            takeLine(line.trimmed());
         }
     }
-    const FillsBySecurity &fills() const { return m_fills; }
+    /// Nothing of a list that has no begin or no end.
+    std::optional<FillsBySecurity> finish()
+    {
+        takeLine(m_rest.trimmed());
+        return m_hasBegun && m_hasEnded ? std::optional(std::move(m_fills)) : std::nullopt;
+    }
 
 private:
+    void takeLine(QByteArray line)
+    {
+        if (!m_hasBegun && line.startsWith('[')) {
+            m_hasBegun = true;
+            line.remove(0, 1);
+        }
+        if (line.endsWith(']')) {
+            m_hasEnded = true;
+            line.chop(1);
+        } else if (line.endsWith(',')) {
+            line.chop(1);
+        }
+        if (const auto fill = fillIn(QJsonDocument::fromJson(line).object())) {
+            m_fills[fill->first].push_back(fill->second);
+        }
+    }
+
     QByteArray m_rest; // of a line that has not come whole
+    bool m_hasBegun = false;
+    bool m_hasEnded = false;
     FillsBySecurity m_fills;
 };
 
-} // namespace
-
-std::optional<Fills> fillsIn(const QByteArray &json, const Trading::SecurityId &security)
+/// Reads what a module lists until it ends. False when `goesOn` has said no, or nothing has come for long.
+bool readListing(QProcess *module, FillLines *lines, const GoesOn &goesOn)
 {
-    const QJsonDocument document = QJsonDocument::fromJson(json);
-    if (!document.isArray()) {
-        return std::nullopt;
-    }
-    Fills fills;
-    for (const auto &row : document.array()) {
-        const auto fill = fillIn(row.toObject());
-        if (fill && fill->first == security) {
-            fills.push_back(fill->second);
+    constexpr std::chrono::milliseconds pause{50}; // a user who cancels waits no longer
+    constexpr std::chrono::milliseconds patience{30000};
+    QElapsedTimer sinceWord;
+    sinceWord.start();
+    while (module->state() != QProcess::NotRunning) {
+        if (module->waitForReadyRead(static_cast<int>(pause.count()))) {
+            lines->take(module->readAllStandardOutput());
+            sinceWord.start();
+        }
+        if (!goesOn() || sinceWord.hasExpired(patience.count())) {
+            module->kill();
+            module->waitForFinished();
+            return false;
         }
     }
-    return fills;
+    lines->take(module->readAllStandardOutput());
+    return true;
+}
+
+} // namespace
+
+std::optional<FillsBySecurity> fillsIn(const QByteArray &json)
+{
+    FillLines lines;
+    lines.take(json);
+    return lines.finish();
 }
 
 QString missingLedger(const QString &ledger)
@@ -120,32 +147,22 @@ QString missingLedger(const QString &ledger)
                      .arg(ledger, text("there is no such file"));
 }
 
-Loaded<Fills> ledgerFills(const QString &moduleProgram, const QString &ledger,
-                          const Trading::SecurityId &security)
+Loaded<FillsBySecurity> ledgerFills(const QString &moduleProgram, const QString &ledger, const QString &code,
+                                    const GoesOn &goesOn)
 {
     QProcess module;
-    startListing(&module, moduleProgram, ledger, {QStringLiteral("--code"), security.code});
-    const QString problem = problemOf(&module, ledger);
-    if (!problem.isEmpty()) {
-        return Loaded<Fills>::failure(problem);
-    }
-    const auto fills = fillsIn(module.readAllStandardOutput(), security);
-    return fills ? Loaded<Fills>(*fills) : Loaded<Fills>::failure(cannotBeRead(ledger, moduleProgram));
-}
-
-Loaded<FillsBySecurity> allLedgerFills(const QString &moduleProgram, const QString &ledger)
-{
-    constexpr std::chrono::milliseconds patience{30000};
-    QProcess module;
-    startListing(&module, moduleProgram, ledger, {});
+    startListing(&module, moduleProgram, ledger,
+                 code.isEmpty() ? QStringList() : QStringList({QStringLiteral("--code"), code}));
     FillLines lines;
-    while (module.waitForReadyRead(static_cast<int>(patience.count()))) {
-        lines.take(module.readAllStandardOutput());
+    if (!readListing(&module, &lines, goesOn)) {
+        return Loaded<FillsBySecurity>::failure(
+            cannotBeRead(ledger, text("it took too long, or was stopped")));
     }
     const QString problem = problemOf(&module, ledger);
-    lines.take(module.readAllStandardOutput());
-    return problem.isEmpty() ? Loaded<FillsBySecurity>(lines.fills())
-                             : Loaded<FillsBySecurity>::failure(problem);
+    const auto fills = problem.isEmpty() ? lines.finish() : std::nullopt;
+    return fills ? Loaded<FillsBySecurity>(*fills)
+                 : Loaded<FillsBySecurity>::failure(problem.isEmpty() ? cannotBeRead(ledger, moduleProgram)
+                                                                      : problem);
 }
 
 } // namespace Terminal

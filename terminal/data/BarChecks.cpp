@@ -118,16 +118,19 @@ bool contradictPreviousCloses(const BarRows &rows)
     return !rows.haveTimes && known >= enoughPairs && equal * 2 < known;
 }
 
-/// The middle one of the distances between days.
-int usualDistance(const Bars &bars)
+/// Some files of minutes have in each row what was traded since the day began.
+bool areVolumesSums(const BarRows &rows)
 {
-    std::vector<qint64> distances;
-    for (std::size_t i = 1; i < bars.size(); ++i) {
-        distances.push_back(dayOf(bars[i - 1]).calendarDate().daysTo(dayOf(bars[i]).calendarDate()));
+    int rises = 0;
+    for (std::size_t i = 1; i < rows.bars.size(); ++i) {
+        const Bar &before = rows.bars[i - 1];
+        const Bar &bar = rows.bars[i];
+        if (bar.date == before.date && bar.volume < before.volume) {
+            return false;
+        }
+        rises += bar.date == before.date && bar.volume > before.volume ? 1 : 0;
     }
-    const auto middle = distances.begin() + static_cast<std::ptrdiff_t>(distances.size() / 2);
-    std::nth_element(distances.begin(), middle, distances.end());
-    return static_cast<int>(*middle);
+    return rows.haveTimes && rises >= enoughBars;
 }
 
 bool areLongerThanDays(const BarRows &rows)
@@ -139,6 +142,17 @@ bool areLongerThanDays(const BarRows &rows)
 
 } // namespace
 
+int usualDistance(const Bars &bars)
+{
+    std::vector<qint64> distances;
+    for (std::size_t i = 1; i < bars.size(); ++i) {
+        distances.push_back(dayOf(bars[i - 1]).calendarDate().daysTo(dayOf(bars[i]).calendarDate()));
+    }
+    const auto middle = distances.begin() + static_cast<std::ptrdiff_t>(distances.size() / 2);
+    std::nth_element(distances.begin(), middle, distances.end());
+    return static_cast<int>(*middle);
+}
+
 LineProblem problemAmong(const BarRows &rows, Trading::SecurityKind kind)
 {
     const bool areRates = kind == Trading::SecurityKind::Repo;
@@ -148,6 +162,10 @@ LineProblem problemAmong(const BarRows &rows, Trading::SecurityKind kind)
     if (areLongerThanDays(rows)) {
         return {rows.lines.front(),
                 text("these are bars of weeks or months; the terminal makes those of days")};
+    }
+    if (areVolumesSums(rows)) {
+        return {rows.lines.front(), text("the volumes only grow over the day: they are sums since its begin, "
+                                         "not those of each minute")};
     }
     if (contradictPreviousCloses(rows)) {
         return {rows.lines.front(), text("most previous closes are not the close of the day before: are the "

@@ -1,5 +1,7 @@
 #include "terminal/data/BarRemarks.h"
 
+#include "terminal/data/BarChecks.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -25,6 +27,19 @@ int usualStep(const Bars &minutes)
     const auto most = std::max_element(counts.begin(), counts.end(),
                                        [](const auto &a, const auto &b) { return a.second < b.second; });
     return most == counts.end() ? 1 : most->first;
+}
+
+/// Of many bars it is known that they are of weeks, see problemAmong(); of a few it looks so.
+QString fewBarsApart(const BarSheet &sheet)
+{
+    constexpr std::size_t fewest = 3;
+    constexpr int week = 7;
+    if (sheet.isOfMinutes || sheet.bars.size() < fewest) {
+        return {};
+    }
+    const int days = usualDistance(sheet.bars);
+    return days >= week ? text("Most bars are %1 days apart; the terminal takes each for one day.").arg(days)
+                        : QString();
 }
 
 /// Bars with fewer than a lot: a sale of odd shares makes one, here and there.
@@ -81,7 +96,7 @@ QStringList barRemarks(const BarSheet &sheet)
         remarks.append(text("These are bars of %1 minutes; the terminal takes each for one minute.")
                            .arg(usualStep(sheet.bars)));
     }
-    for (const QString &remark : {volumesBelowALot(sheet), volumesOfWholeLots(sheet)}) {
+    for (const QString &remark : {fewBarsApart(sheet), volumesBelowALot(sheet), volumesOfWholeLots(sheet)}) {
         remarks += remark.isEmpty() ? QStringList() : QStringList(remark);
     }
     return remarks;

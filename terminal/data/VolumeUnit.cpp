@@ -17,11 +17,15 @@ struct UnitRow
     const char *words; ///< the first one is the one that is written
 };
 
+constexpr double thousand = 1000;
 constexpr double tenThousand = 10000;
+constexpr double hundredMillion = 1e8;
 
 constexpr UnitRow rows[] = {
     {VolumeUnit::Shares, 1, false, "shares share 股 份 张"},
     {VolumeUnit::Lots, 1, true, "lots lot 手"},
+    {VolumeUnit::ThousandShares, thousand, false, "1000shares 千股 千份 千张"},
+    {VolumeUnit::HundredMillionShares, hundredMillion, false, "100000000shares 亿股 亿份 亿张"},
     {VolumeUnit::TenThousandShares, tenThousand, false, "10000shares 万股 万份 万张"},
     {VolumeUnit::TenThousandLots, tenThousand, true, "10000lots 万手"},
 };

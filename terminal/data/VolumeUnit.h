@@ -9,7 +9,14 @@
 namespace Terminal {
 
 /// What a file counts its volume in.
-enum class VolumeUnit { Shares, Lots, TenThousandShares, TenThousandLots };
+enum class VolumeUnit {
+    Shares,
+    ThousandShares,
+    TenThousandShares,
+    HundredMillionShares,
+    Lots,
+    TenThousandLots
+};
 
 /// How many shares, units of a fund or bonds one of the unit is: a lot of bonds has ten.
 double sharesIn(VolumeUnit unit, Trading::SecurityKind kind);

@@ -634,8 +634,10 @@ void Intake::takeBarsWord(const QJsonObject &word)
 {
     const QJsonObject progress = word[QLatin1String("progress")].toObject();
     if (!progress.isEmpty()) {
-        const bool isReading = progress[QLatin1String("step")].toString() == QLatin1String("reading");
-        Q_EMIT progressed(isReading ? tr("Reading bars") : tr("Writing bars"),
+        const QString step = progress[QLatin1String("step")].toString();
+        Q_EMIT progressed(step == QLatin1String("reading")  ? tr("Reading bars")
+                          : step == QLatin1String("trades") ? tr("Reading the account's trades")
+                                                            : tr("Writing bars"),
                           progress[QLatin1String("files")].toInt(), progress[QLatin1String("of")].toInt());
     } else if (word.contains(QLatin1String("planned"))) {
         takePlannedBars();

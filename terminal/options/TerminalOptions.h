@@ -31,7 +31,12 @@ struct TerminalOptions
     QString pluginFile;
     QString moduleProgram;
     QString ledger;   ///< empty: no trading module is started
-    QString practice; ///< the session that is practised; empty: none. It says data, ledger, security and day
+    QString practice; ///< what is practised, as its user calls it; empty: nothing
+    /// A practice is a session that is kept, which says data, ledger, security and day. False: it is the
+    /// ledger that the command line names.
+    bool isPracticeKept = true;
+    /// How far the practised day was dealt before; nothing: it begins.
+    std::optional<Trading::ClockTime> practisedUntil;
     bool startsBroker = true;
     ThemeKind theme = ThemeKind::Dark;
     RiseColour riseColour = RiseColour::Red;

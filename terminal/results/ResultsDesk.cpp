@@ -31,11 +31,7 @@ ResultsDesk::ResultsDesk(std::function<RowsAsked()> wanted, QObject *parent)
     setTimeout(defaultTimeout);
     m_heartbeat.setInterval(heartbeat);
     connect(&m_heartbeat, &QTimer::timeout, this, &ResultsDesk::ask);
-    connect(&m_endPoint, &EndPoint::ready, this, [this] {
-        if (m_heartbeat.isActive()) {
-            askAnew();
-        }
-    });
+    connect(&m_endPoint, &EndPoint::ready, this, &ResultsDesk::askAgain);
     connect(&m_endPoint, &EndPoint::messageReceived, this, &ResultsDesk::handleMessage);
     connect(&m_question, &OpenQuestion::unanswered, this, [this] { setAnswering(false); });
 }
@@ -78,6 +74,13 @@ void ResultsDesk::askAnew()
 {
     if (m_isStarted) {
         m_question.askAnew();
+    }
+}
+
+void ResultsDesk::askAgain()
+{
+    if (m_heartbeat.isActive()) {
+        askAnew();
     }
 }
 

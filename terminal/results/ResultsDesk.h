@@ -38,6 +38,8 @@ public:
     void ask();
     /// The same without waiting for what is open: other rows are wanted.
     void askAnew();
+    /// Asks at once, while it watches: what was asked before a trading module came is lost.
+    void askAgain();
 
     /// Has the module reckon costs in another way; ends with costMethodAnswered().
     void setCostMethod(const QString &word);

@@ -39,6 +39,13 @@ std::optional<Trading::TradingDate> firstDayOf(const QString &period)
     return dayOf(period + QStringLiteral("-01-01").left(10 - period.size()));
 }
 
+/// A screen reader calls a list of choices what is chosen, and reads the tool tip for what it is there.
+void explain(QComboBox *choices, const QString &purpose)
+{
+    choices->setAccessibleName(purpose);
+    choices->setToolTip(purpose);
+}
+
 } // namespace
 
 ResultsPanel::ResultsPanel(QWidget *parent)
@@ -243,8 +250,8 @@ void ResultsPanel::showTexts()
     }
     m_methodsCaption->setText(tr("Cost:"));
     m_export->setText(tr("Export CSV"));
-    m_groups->setAccessibleName(tr("What a row stands for"));
-    m_methods->setAccessibleName(tr("How costs are reckoned"));
+    explain(m_groups, tr("What a row stands for"));
+    explain(m_methods, tr("How costs are reckoned"));
     m_view->setAccessibleName(tr("Results"));
     showWhole();
 }

@@ -46,7 +46,7 @@ bool QuoteFeed::isJoined() const
 void QuoteFeed::takeBar(const Bar &bar)
 {
     if (isJoined()) {
-        tellMissedOrders(bar);
+        tellMissedOrders(m_replay->completed() - 1);
         publish(bar);
         placeDueOrders(bar);
     }
@@ -78,16 +78,19 @@ void QuoteFeed::placeDueOrders(const Bar &bar)
     }
 }
 
-/// Those that were due with the bar before this one or earlier, and are still in the plan.
-void QuoteFeed::tellMissedOrders(const Bar &bar)
+void QuoteFeed::tellMissedOrders()
 {
-    const Bars &day = m_replay->day();
-    const auto here = std::lower_bound(day.begin(), day.end(), bar.minute,
-                                       [](const Bar &one, int minute) { return one.minute < minute; });
-    const OrderPlan missed = here == day.begin() ? OrderPlan() : takeOrders(endOf(*std::prev(here)));
+    tellMissedOrders(m_replay->completed());
+}
+
+/// Those that were due with the first so many bars, and are still in the plan.
+void QuoteFeed::tellMissedOrders(size_t completed)
+{
+    const OrderPlan missed = completed == 0 ? OrderPlan() : takeOrders(endOf(m_replay->day()[completed - 1]));
     for (const PlannedOrder &order : missed) {
         Q_EMIT refused(
-            QCoreApplication::translate("Replay", "the bus was away at %1").arg(order.time.colonText()));
+            QCoreApplication::translate("Replay", "its minute, %1, was over before it could be sent")
+                .arg(order.time.colonText()));
     }
 }
 

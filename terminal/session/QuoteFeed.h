@@ -35,6 +35,9 @@ public:
 
     bool isJoined() const;
 
+    /// Tells of orders of the plan whose minute is over, and which nothing places any more.
+    void tellMissedOrders();
+
     /// Has taken() follow when the trading module is done with all that was sent so far. Requires a day.
     void askWhetherTaken();
 
@@ -48,7 +51,7 @@ private:
     void takeBar(const Bar &bar);
     void publish(const Bar &bar);
     void placeDueOrders(const Bar &bar);
-    void tellMissedOrders(const Bar &bar);
+    void tellMissedOrders(size_t completed);
     OrderPlan takeOrders(Trading::ClockTime until);
     void forgetPlanOfClosedDay();
     void checkPlacement(const OrderRequest &order, const DeskOutcome &outcome);

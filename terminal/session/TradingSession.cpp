@@ -24,12 +24,17 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
       m_statementActions(&m_source),
       m_feed(&m_replay, &m_desk, m_plan.orders, nullptr),
       m_replayLock(busInstance()),
-      m_reached(m_plan.replayTo)
+      m_reached(m_plan.practised ? m_plan.practised->reached : std::nullopt)
 {
     m_patience.setSingleShot(true);
     connect(&m_patience, &QTimer::timeout, this, [this] { enter(Stage::Alone); });
     connect(&m_module, &ModuleWatch::answering, this, &TradingSession::enterWhenHeard);
-    connect(&m_feed, &QuoteFeed::joined, this, &TradingSession::enterWhenHeard);
+    connect(&m_feed, &QuoteFeed::joined, this, [this] {
+        enterWhenHeard();
+        if (m_stage == Stage::Trading) {
+            m_feed.tellMissedOrders(); // of while the bus was away
+        }
+    });
     connect(&m_feed, &QuoteFeed::refused, this, &TradingSession::orderRefused);
     connect(&m_feed, &QuoteFeed::taken, this, [this] {
         if (m_stage == Stage::Informing) {
@@ -53,7 +58,7 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
             outcome.kind != DeskOutcome::Kind::Refused && outcome.kind != DeskOutcome::Kind::NotSent;
         m_hasOrders = m_hasOrders || (isOut && m_replay.state() != Replay::State::Closed);
     });
-    m_desk.setModule([this] { return moduleForDesk(); });
+    m_desk.setModule([this] { return moduleForOrders(); });
     connect(&m_module, &ModuleWatch::changed, &m_desk, [this] {
         if (m_module.isAnswering()) {
             m_desk.askForOutcomes();
@@ -83,6 +88,17 @@ DeskModule TradingSession::moduleForDesk() const
             : QString();
     return {presence->knows(Trading::Capability::CLIENTNO), presence->account(), objection,
             presence->knows(Trading::Capability::REPLACE), presence->knows(Trading::Capability::OPENORDERS)};
+}
+
+/// At the prices of a replay nothing is ordered for an account that does not practise its day.
+DeskModule TradingSession::moduleForOrders() const
+{
+    DeskModule module = moduleForDesk();
+    const bool isReplayOfOther = m_replay.state() != Replay::State::Closed && !m_plan.practised;
+    if (module.objection.isEmpty() && isReplayOfOther) {
+        module.objection = tr("this account does not practise the replayed day: end the replay first");
+    }
+    return module;
 }
 
 bool TradingSession::moduleKnows(const char *capability) const
@@ -118,9 +134,6 @@ QString TradingSession::openReplay(const ChartData &day)
         return tr("This account practises %1 on %2: begin another practice for another day.")
             .arg(practised->code, practised->day.dashedText());
     }
-    if (!practised && m_hasOrders) {
-        return whyNotBegunAgain();
-    }
     if (!m_replayLock.acquire()) {
         return m_replayLock.problem();
     }
@@ -129,6 +142,7 @@ QString TradingSession::openReplay(const ChartData &day)
         if (practised && reached) {
             m_replay.playTo(*reached);
         }
+        m_openedAt = m_replay.completed();
         return {};
     }
     if (wasClosed) {
@@ -221,14 +235,19 @@ void TradingSession::enterWhenHeard()
     }
 }
 
-/// The day begins again, for those who did not hear of its first bar.
+/// The day begins again, for those who did not hear of its first bar; one that goes on was heard.
 void TradingSession::playAtOnce()
 {
-    if (replays()) {
+    if (!replays()) {
+        return;
+    }
+    if (goesOn()) {
+        m_feed.tellMissedOrders();
+    } else {
         m_replay.restart();
-        if (m_plan.replayTo) {
-            m_replay.playTo(*m_plan.replayTo);
-        }
+    }
+    if (m_plan.replayTo) {
+        m_replay.playTo(*m_plan.replayTo);
     }
 }
 
@@ -263,7 +282,7 @@ bool TradingSession::hasBegun() const
 
 bool TradingSession::isMovedByHand() const
 {
-    return replays() && (m_replay.state() != Replay::State::Paused || m_replay.completed() > 1);
+    return replays() && (m_replay.state() != Replay::State::Paused || m_replay.completed() != m_openedAt);
 }
 
 /// True for the planned replay, until its user ends it; one that was opened by hand goes its own way.

@@ -30,6 +30,8 @@ struct PractisedDay
 {
     QString code;
     Trading::TradingDate day;
+    /// How far it was dealt before: the trading module knows these minutes. Nothing: it begins.
+    std::optional<Trading::ClockTime> reached;
 };
 
 /// What a terminal does with its trading day by itself.
@@ -41,7 +43,7 @@ struct DayPlan
     std::optional<Trading::ClockTime> replayTo;
     OrderPlan orders;    ///< placed while the day is played
     bool playsOn = true; ///< after that, minute by minute
-    /// The account practises this day of this security and plays no other; `replayTo` is how far it has come.
+    /// The account practises this day of this security and plays no other.
     std::optional<PractisedDay> practised;
     /// False: a replay waits for the trading module as long as it takes, for it is to take the replay's
     /// orders.
@@ -80,9 +82,8 @@ public:
     void join();
 
     /// Replays a day that was recorded, from its beginning, or from where the practice of it has come to,
-    /// paused and in raw prices. Returns why it cannot be, for the user: `day` has no minutes, or is not the
-    /// one that is practised, another program replays one on this account, or orders were placed in the
-    /// replay before; then nothing changes.
+    /// paused and in raw prices. Returns why it cannot be, for the user: `day` has no minutes or is not the
+    /// one that is practised, or another program replays one on this account; then nothing changes.
     QString openReplay(const ChartData &day);
 
     /// Begins the replayed day again. Returns why not, for the user: a market does not go back under an order
@@ -96,6 +97,12 @@ public:
 
     /// The day that the account practises, if it does.
     const std::optional<PractisedDay> &practised() const { return m_plan.practised; }
+
+    /// The day whose rules of the market orders must keep to: the practised one, else today.
+    Trading::TradingDate dayOfRules() const
+    {
+        return m_plan.practised ? m_plan.practised->day : m_today.date();
+    }
 
     /// What overlays wait for on this bus. The session must outlive the gates.
     BusGates gates();
@@ -138,6 +145,7 @@ Q_SIGNALS:
 
 private:
     DeskModule moduleForDesk() const;
+    DeskModule moduleForOrders() const;
     bool moduleKnows(const char *capability) const;
     void enter(Stage stage);
     void enterWhenHeard();
@@ -145,6 +153,7 @@ private:
     void passMidnight();
     void noteProgress();
     QString whyNotBegunAgain() const;
+    bool goesOn() const { return m_plan.practised && m_plan.practised->reached; }
     bool hasBegun() const;
     bool isMovedByHand() const;
     bool replays() const;
@@ -169,6 +178,7 @@ private:
     QTimer m_midnight;                           ///< looks whether it has passed
     bool m_hasOrders = false;                    ///< placed while a day was replayed
     std::optional<Trading::ClockTime> m_reached; ///< of a practised day
+    size_t m_openedAt = 0;                       ///< so many bars were complete when the replay was opened
 };
 
 } // namespace Terminal

@@ -27,8 +27,7 @@ double onTick(double price, Trading::Money tick)
 
 Trading::SecurityRules OrderDraft::rules() const
 {
-    return Trading::MarketRules::of(m_order.security.id(), Trading::TradingDate::today(),
-                                    m_order.security.name);
+    return Trading::MarketRules::of(m_order.security.id(), m_facts.day, m_order.security.name);
 }
 
 double OrderDraft::lots() const
@@ -44,18 +43,31 @@ std::optional<Trading::DayLimits> OrderDraft::limits() const
 
 std::optional<qint64> OrderDraft::largestQuantity() const
 {
-    if (isSell()) {
-        return m_facts.sellable == m_facts.held || !m_facts.sellable
-                   ? m_facts.sellable
-                   : std::optional<qint64>(rules().wholeQuantity(*m_facts.sellable));
+    return isSell() ? largestSale() : largestBuy();
+}
+
+std::optional<qint64> OrderDraft::largestSale() const
+{
+    if (!m_facts.sellable) {
+        return std::nullopt;
     }
+    const Trading::SecurityRules market = rules();
+    const qint64 shares = *m_facts.sellable;
+    const bool isAllowed =
+        shares <= market.mostQuantity && market.isSaleQuantity(shares, m_facts.held.value_or(shares));
+    return isAllowed ? shares : market.wholeQuantity(std::min(shares, market.mostQuantity));
+}
+
+std::optional<qint64> OrderDraft::largestBuy() const
+{
     if (!m_facts.available || !(m_order.price > 0)) {
         return std::nullopt;
     }
+    const Trading::SecurityRules market = rules();
     const double reserve = std::max(leastFeeReserve, *m_facts.available * feeReserveShare);
     const double shares = std::max(0.0, *m_facts.available - reserve) / m_order.price;
-    return rules().wholeQuantity(
-        static_cast<qint64>(std::min(shares, static_cast<double>(Trading::mostShares))));
+    const double most = std::min(shares, static_cast<double>(market.mostQuantity));
+    return market.wholeQuantity(static_cast<qint64>(most));
 }
 
 QString OrderDraft::problem() const
@@ -113,11 +125,20 @@ QString OrderDraft::limitProblem() const
 QString OrderDraft::lotProblem() const
 {
     const Trading::SecurityRules market = rules();
-    if (market.isWholeQuantity(m_order.quantity) || (m_order.quantity > 0 && sellsAll())) {
+    if (m_order.quantity > market.mostQuantity) {
+        return tr("The quantity must be at most %1.").arg(market.mostQuantity);
+    }
+    if (hasAllowedQuantity(market)) {
         return {};
     }
     return market.quantityStep == 1 ? tr("The quantity must be at least %1.").arg(market.leastQuantity)
                                     : tr("The quantity must be a multiple of %1.").arg(market.quantityStep);
+}
+
+bool OrderDraft::hasAllowedQuantity(const Trading::SecurityRules &market) const
+{
+    return isSell() && m_facts.held ? market.isSaleQuantity(m_order.quantity, *m_facts.held)
+                                    : market.isWholeQuantity(m_order.quantity);
 }
 
 QString OrderDraft::holdingProblem() const

@@ -12,6 +12,7 @@ namespace Terminal {
 /// What is known when an order is drafted. What is not known is not checked.
 struct DraftFacts
 {
+    Trading::TradingDate day = Trading::TradingDate::today(); ///< whose rules of the market hold
     bool moduleAnswers = false;
     bool isOtherAccount = false;       ///< the module serves another account than the window's
     bool isReadOnly = false;           ///< the module says that it takes no orders
@@ -44,7 +45,7 @@ public:
     /// Whole and broken ones.
     double lots() const;
 
-    /// What the market asks of an order of today.
+    /// What the market asks of an order of the day.
     Trading::SecurityRules rules() const;
 
     /// How far the price may go; nothing when the close before is not known, or no limit.
@@ -58,6 +59,8 @@ public:
     QString problem() const;
 
 private:
+    std::optional<qint64> largestSale() const;
+    std::optional<qint64> largestBuy() const;
     QString moduleProblem() const;
     QString priceProblem() const;
     QString tickProblem() const;
@@ -66,7 +69,7 @@ private:
     QString holdingProblem() const;
     QString cashProblem() const;
     bool isSell() const { return m_order.side == Direction::Sell; }
-    bool sellsAll() const { return isSell() && m_order.quantity == m_facts.held; }
+    bool hasAllowedQuantity(const Trading::SecurityRules &market) const;
 
     OrderRequest m_order;
     DraftFacts m_facts;

@@ -159,10 +159,15 @@ void OrderTicket::setSecurity(const Security &security, std::optional<double> pr
 
 void OrderTicket::takeRules()
 {
+    showRules();
+    m_quantity->setShares(draft().rules().leastQuantity);
+}
+
+void OrderTicket::showRules()
+{
     const Trading::SecurityRules rules = draft().rules();
     m_price->setRules(rules);
     m_quantity->setRules(rules);
-    m_quantity->setShares(rules.leastQuantity);
     showSteps();
 }
 
@@ -194,7 +199,11 @@ void OrderTicket::setNotice(const QString &notice)
 
 void OrderTicket::setFacts(const DraftFacts &facts)
 {
+    const bool isOtherDay = facts.day != m_facts.day;
     m_facts = facts;
+    if (isOtherDay) {
+        showRules();
+    }
     showDraft();
 }
 

@@ -73,6 +73,7 @@ private:
     void showTexts();
     void showDraft();
     void takeRules();
+    void showRules();
     void showSteps();
     void fillInPrice(double price);
     void showAccount();

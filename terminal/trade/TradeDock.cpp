@@ -37,10 +37,31 @@ TradeDock::TradeDock(const char *name, QWidget *content, QMainWindow *window, Qt
     setWidget(content);
     window->addDockWidget(area, this);
     hide();
-    auto *const closer = closeButton();
-    closer->setFocusPolicy(Qt::TabFocus);
-    connect(this, &QWidget::windowTitleChanged, closer,
-            [closer](const QString &title) { closer->setAccessibleName(tr("Close: %1").arg(title)); });
+    closeButton()->setFocusPolicy(Qt::TabFocus);
+}
+
+/// The base class gives every dock's button the same name and picture whenever it lays its buttons out.
+bool TradeDock::event(QEvent *event)
+{
+    const bool isTaken = QDockWidget::event(event);
+    switch (event->type()) {
+    case QEvent::ApplicationLayoutDirectionChange:
+    case QEvent::LanguageChange:
+    case QEvent::LayoutDirectionChange:
+    case QEvent::ParentChange:
+    case QEvent::StyleChange:
+    case QEvent::WindowTitleChange:
+        dressCloseButton();
+        return isTaken;
+    default:
+        return isTaken;
+    }
+}
+
+void TradeDock::dressCloseButton()
+{
+    closeButton()->setAccessibleName(tr("Close: %1").arg(windowTitle()));
+    closeButton()->setIcon(crossIcon(m_crossColour));
 }
 
 QAbstractButton *TradeDock::closeButton() const
@@ -55,8 +76,8 @@ void TradeDock::setTheme(const ChartTheme &theme)
     for (QWidget *const child : findChildren<QWidget *>()) {
         child->setPalette(colours); // a style sheet keeps a window's palette from its children
     }
-    // The style's own cross is black and grey on every theme.
-    closeButton()->setIcon(crossIcon(theme.text));
+    m_crossColour = theme.text; // the style's own cross is black and grey on every theme
+    dressCloseButton();
 }
 
 } // namespace Terminal

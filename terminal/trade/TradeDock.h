@@ -19,8 +19,14 @@ public:
 
     void setTheme(const ChartTheme &theme);
 
+protected:
+    bool event(QEvent *event) override;
+
 private:
     QAbstractButton *closeButton() const;
+    void dressCloseButton();
+
+    QColor m_crossColour;
 };
 
 } // namespace Terminal

@@ -197,6 +197,8 @@ void TradeDocks::showChart()
 {
     const ChartData &data = m_chart->data();
     m_facts.closeBefore = m_prices.closeBefore(data);
+    m_facts.day = m_prices.dayOfRules();
+    m_ticket->setFacts(m_facts); // another security begins with them
     m_desk.show(data.security, shownDay());
     m_ticket->setSecurity(data.security, offeredPrice());
     m_panel->setShownSecurity(data.security);
@@ -241,6 +243,7 @@ void TradeDocks::showFacts()
     const auto &account = m_desk.account();
     const Position *const found = account ? account->find(m_chart->data().security) : nullptr;
     const Position held = found == nullptr ? Position() : *found;
+    m_facts.day = m_prices.dayOfRules();
     m_facts.moduleAnswers = m_desk.isAnswering();
     m_facts.available = account ? std::optional(account->available) : std::nullopt;
     m_facts.held = account ? std::optional(held.quantity) : std::nullopt;

@@ -34,6 +34,8 @@ public:
         /// The close by which today's price limits go, of what a chart shows.
         std::function<std::optional<double>(const ChartData &)> closeBefore;
         LastPriceOf last;
+        /// The day whose rules of the market orders must keep to.
+        std::function<Trading::TradingDate()> dayOfRules = &Trading::TradingDate::today;
     };
 
     /// `window`, `chart`, `desk`, `prompts` and what `prices` ask must outlive this object. The desk asks

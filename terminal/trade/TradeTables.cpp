@@ -168,8 +168,7 @@ PositionsTable::PositionsTable() : RecordTable(positionColumns(), isSamePosition
 
 QString tickText(const Security &security, double price)
 {
-    const auto rules = Trading::MarketRules::of(security.id(), Trading::TradingDate::today(), security.name);
-    return priceText(price, rules.decimals());
+    return priceText(price, Trading::MarketRules::decimals(security.id(), security.name));
 }
 
 QString amountText(double yuan)

@@ -41,7 +41,7 @@ public:
     PositionsTable();
 };
 
-/// A price of a security, to its tick.
+/// A price of a security of whatever day, to its tick.
 QString tickText(const Security &security, double price);
 
 /// "1,234.50"

@@ -264,11 +264,16 @@ void ChartTrades::showOrder(const OrderRecord &order)
     }
 }
 
+Trading::SecurityRules ChartTrades::rulesOf(const Security &security) const
+{
+    return Trading::MarketRules::of(security.id(), m_facts.dayOfRules(), security.name);
+}
+
 double ChartTrades::allowedPrice(double wished) const
 {
     using Trading::Money;
     const Security &security = m_chart->data().security; // the module need not know its name
-    const auto rules = Trading::MarketRules::of(security.id(), Trading::TradingDate::today(), security.name);
+    const Trading::SecurityRules rules = rulesOf(security);
     const double held = std::clamp(wished, 0.0, Trading::highestPrice.yuan());
     Money price = std::max(rules.tick, rules.nearestTick(Money::ofYuan(held).value_or(rules.tick)));
     const auto close = m_facts.closeBefore(m_chart->data());
@@ -287,9 +292,10 @@ void ChartTrades::askForPrice(const OrderRecord &order)
         return;
     }
     const QPointer<ChartTrades> self(this); // the window may be closed while the user is asked
-    const auto price = PriceDialog(
-                           order, [this](double wished) { return allowedPrice(wished); }, m_window)
-                           .ask();
+    const auto price =
+        PriceDialog(
+            order, rulesOf(order.security), [this](double wished) { return allowedPrice(wished); }, m_window)
+            .ask();
     if (self && price) {
         askToReplace({order, *price});
     }

@@ -5,6 +5,7 @@
 #include "terminal/trades/TradesDesk.h"
 #include "terminal/trades/TradesInput.h"
 #include "terminal/trades/TradesLayer.h"
+#include "trading/SecurityRules.h"
 
 #include <QObject>
 #include <QPointer>
@@ -40,6 +41,8 @@ public:
     {
         /// The close by which today's price limits go.
         std::function<std::optional<double>(const ChartData &)> closeBefore;
+        /// The day whose rules of the market orders must keep to.
+        std::function<Trading::TradingDate()> dayOfRules;
         /// True when the minutes of a day are recorded.
         std::function<bool(const QString &code, Trading::TradingDate day)> hasMinutes;
     };
@@ -78,6 +81,7 @@ Q_SIGNALS:
     void chartAsked(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day);
 
 private:
+    Trading::SecurityRules rulesOf(const Security &security) const;
     void addActions(QMainWindow *window);
     void wireChart();
     void wireLists();

@@ -3,7 +3,6 @@
 #include "terminal/trade/PlainText.h"
 #include "terminal/trade/PriceBox.h"
 #include "terminal/trade/TradeTables.h"
-#include "trading/MarketRules.h"
 #include "trading/TradingUnits.h"
 
 #include <QDialogButtonBox>
@@ -15,16 +14,15 @@
 
 namespace Terminal {
 
-PriceDialog::PriceDialog(const OrderRecord &order, std::function<double(double)> allowedPrice,
-                         QWidget *parent)
+PriceDialog::PriceDialog(const OrderRecord &order, const Trading::SecurityRules &rules,
+                         std::function<double(double)> allowedPrice, QWidget *parent)
     : QDialog(parent),
       m_price(order.price),
       m_allowedPrice(std::move(allowedPrice)),
       m_box(new PriceBox)
 {
     setWindowTitle(tr("Change the price of an order"));
-    m_box->setRules(
-        Trading::MarketRules::of(order.security.id(), Trading::TradingDate::today(), order.security.name));
+    m_box->setRules(rules);
     m_box->setRange(m_allowedPrice(0), m_allowedPrice(Trading::highestPrice.yuan()));
     m_box->setValue(order.price);
     m_box->selectAll();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/trade/TradeRecords.h"
+#include "trading/SecurityRules.h"
 
 #include <QDialog>
 
@@ -17,8 +18,10 @@ class PriceDialog : public QDialog
     Q_OBJECT
 
 public:
-    /// `allowedPrice` gives the price that the order may have next to one.
-    PriceDialog(const OrderRecord &order, std::function<double(double)> allowedPrice, QWidget *parent);
+    /// `rules` are those that the order must keep to; `allowedPrice` gives the price that it may have next to
+    /// one.
+    PriceDialog(const OrderRecord &order, const Trading::SecurityRules &rules,
+                std::function<double(double)> allowedPrice, QWidget *parent);
 
     /// Blocks until it is answered. Nothing when the user gives up, or leaves the price as it is.
     std::optional<double> ask();

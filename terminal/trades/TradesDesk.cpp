@@ -184,25 +184,20 @@ void TradesDesk::take(Part *part, const QJsonObject &answer, Trades rows)
     putTogether();
 }
 
-void TradesDesk::setPractised(Trading::TradingDate day, bool isPlayed)
+void TradesDesk::setPlayedAsToday(bool on)
 {
-    m_practised = day;
-    m_isPlayed = isPlayed;
-    putTogether();
+    if (on != m_isPlayedAsToday) {
+        m_isPlayedAsToday = on;
+        putTogether();
+    }
 }
 
-/// The trades of a day that is practised are told as today's and as those of its own day: each counts once.
 void TradesDesk::putTogether()
 {
     m_trades = m_past.trades;
-    if (m_practised && m_isPlayed) {
-        m_trades.erase(
-            std::remove_if(m_trades.begin(), m_trades.end(),
-                           [this](const AccountTrade &trade) { return trade.day == *m_practised; }),
-            m_trades.end());
-    }
-    if (!m_practised || m_isPlayed) {
-        m_trades.insert(m_trades.end(), m_ofToday.trades.begin(), m_ofToday.trades.end());
+    for (AccountTrade trade : m_ofToday.trades) {
+        trade.day = m_isPlayedAsToday ? Trading::TradingDate::today() : trade.day;
+        m_trades.push_back(trade);
     }
     Q_EMIT changed();
 }

@@ -34,14 +34,17 @@ public:
 
     /// While it is on, trades are asked for.
     void watch(bool on);
+    /// Asks at once, while it watches: what was asked before a trading module came is lost.
+    void askAnew();
     bool isWatching() const { return m_heartbeat.isActive(); }
 
     /// Chooses whose trades are asked for; those known so far are forgotten when it is another security.
     void show(const Security &security);
 
-    /// The account practises this day. The module tells its trades as today's and as past ones; they count as
-    /// today's while the day is played as today, and as those of the day otherwise.
-    void setPractised(Trading::TradingDate day, bool isPlayed);
+    /// Dates the account's trades of today, for one that practises: `on` the chart of the day that is played
+    /// as today they are today's, elsewhere they have the date that the module tells, that of the practised
+    /// day.
+    void setPlayedAsToday(bool on);
 
     /// Of the shown security, oldest first.
     const Trades &trades() const { return m_trades; }
@@ -69,7 +72,6 @@ private:
     QString askToday();
     bool isPastDue() const;
     QString send(Trading::Question question);
-    void askAnew();
     void handleMessage(const QByteArray &topic, const QByteArray &payload);
     AsideWork::Then read(const QByteArray &payload);
     void takeAnswer(const QJsonObject &answer, Trades rows);
@@ -86,8 +88,7 @@ private:
     Security m_security;
     Trading::TradingDate m_today = Trading::TradingDate::first(); ///< when the past was asked for
     Trades m_trades;                                              ///< both
-    std::optional<Trading::TradingDate> m_practised;
-    bool m_isPlayed = false; ///< the practised day
+    bool m_isPlayedAsToday = false;                               ///< what the account practises
     bool m_isStarted = false;
     AsideWork m_aside; ///< reads answers, which may have thousands of rows
 };

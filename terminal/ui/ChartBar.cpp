@@ -5,6 +5,7 @@
 #include <QActionGroup>
 #include <QComboBox>
 #include <QEvent>
+#include <QLineEdit>
 
 namespace Terminal {
 
@@ -117,6 +118,7 @@ void ChartBar::showTexts()
             tr("Shows the chart so (%1)").arg(action->shortcut().toString(QKeySequence::NativeText)));
     }
     m_securities->setAccessibleName(tr("Security"));
+    m_securities->lineEdit()->setAccessibleName(tr("Security"));
     m_securities->setToolTip(
         tr("Type a part of the code or name, or the first letters of its syllables (Ctrl+L)"));
     m_days->setAccessibleName(tr("Day"));

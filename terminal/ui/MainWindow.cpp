@@ -70,13 +70,14 @@ TradeDocks::Prices pricesOf(TradingSession *session)
     const auto closeBeforeToday = [session](const ChartData &shown) {
         return session->source().closeBefore(shown.security.code, Trading::TradingDate::today());
     };
-    return {closeBeforeToday,
-            [session](const Security &security) { return session->prices()->of(security); }};
+    return {closeBeforeToday, [session](const Security &security) { return session->prices()->of(security); },
+            [session] { return session->dayOfRules(); }};
 }
 
 ChartTrades::Facts factsOf(TradingSession *session)
 {
-    return {pricesOf(session).closeBefore, [session](const QString &code, Trading::TradingDate day) {
+    return {pricesOf(session).closeBefore, [session] { return session->dayOfRules(); },
+            [session](const QString &code, Trading::TradingDate day) {
                 const auto days = session->source().minuteDays(code);
                 return std::binary_search(days.begin(), days.end(), day);
             }};
@@ -91,7 +92,6 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_screenId("terminal-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces)),
       m_answers(m_screenId, nullptr),
       m_services(session, options.ledger),
-      m_hours(Trading::TradingCalendar::ofUser()),
       m_chart(new ChartView),
       m_readout(new ReadoutBar(m_chart)),
       m_practice(new QLabel),
@@ -251,9 +251,7 @@ void MainWindow::setUpReplay()
 
 void MainWindow::showPractisedTrades()
 {
-    if (const auto &practised = m_session->practised()) {
-        m_trades->desk()->setPractised(practised->day, m_session->replay()->state() != Replay::State::Closed);
-    }
+    m_trades->desk()->setPlayedAsToday(m_session->practised() && m_live->showsReplay());
 }
 
 void MainWindow::restartReplay()
@@ -303,6 +301,8 @@ void MainWindow::wireSession()
     connect(m_session, &TradingSession::overlaysDue, this, &MainWindow::bringOverlays);
     connect(m_session, &TradingSession::heard, this, &MainWindow::takeNews);
     connect(m_session->module(), &ModuleWatch::changed, this, &MainWindow::takeModule);
+    connect(m_session->module(), &ModuleWatch::answering, m_trades->desk(), &TradesDesk::askAnew);
+    connect(m_session->module(), &ModuleWatch::answering, m_results->desk(), &ResultsDesk::askAgain);
     connect(&m_services, &ServiceStates::changed, this, &MainWindow::showStates);
     connect(&m_hours, &MarketHours::changed, this, &MainWindow::showHours);
     connect(m_session->market(), &MarketWatch::changed, this,
@@ -415,6 +415,9 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Tra
     }
     m_session->prices()->readAnew(code);
     m_chart->setData(loaded.value());
+    if (const auto &practised = m_session->practised(); practised && period != ChartPeriod::Minute) {
+        showDay(m_chart, practised->day); // what comes after it is none of the practice
+    }
     m_live->setFollowing(!day);
     showChoices();
     showTitle();
@@ -606,6 +609,7 @@ void MainWindow::takeShownChart()
     m_answers.setSecurity(m_chart->data().security.id());
     m_session->statementActions()->show(m_chart->data().security.id());
     m_states.setChart(m_chart->data());
+    showPractisedTrades();
 }
 
 void MainWindow::showStates()

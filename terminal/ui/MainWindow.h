@@ -104,6 +104,7 @@ public:
     /// To be started when there is a bus.
     ResultsDock *results() const { return m_results.get(); }
     UserPrompts *prompts() { return &m_prompts; }
+    const MarketHours &hours() const { return m_hours; }
 
     /// Has the overlays calculated and painted that have asked for it, and what is said of them written, now
     /// instead of soon.

@@ -5,7 +5,6 @@
 #include <QStringList>
 
 #include <chrono>
-#include <utility>
 
 namespace Terminal {
 
@@ -22,11 +21,34 @@ QString hoursAndMinutes(int minute)
 
 } // namespace
 
-MarketHours::MarketHours(Trading::TradingCalendar calendar) : m_calendar(std::move(calendar))
+MarketHours::MarketHours() : m_calendar(Trading::TradingCalendar::ofUser(&m_calendarFault))
 {
     connect(&m_looks, &QTimer::timeout, this, &MarketHours::look);
     m_looks.start(betweenLooks);
     look();
+}
+
+QString MarketHours::text(const Trading::CalendarFault &fault)
+{
+    using Reason = Trading::CalendarFault::Reason;
+    switch (fault.reason) {
+    case Reason::Unreadable:
+        return tr("Your holidays cannot be read, and none of them counts: %1: %2")
+            .arg(fault.path, fault.text);
+    case Reason::NoDays:
+        return tr("Your holidays do not count until line %2 of %1 is put right: \"%3\" is no day, such as "
+                  "2027-01-01, and no first and last day, such as 2027-02-08,2027-02-12.")
+            .arg(fault.path, QString::number(fault.line), fault.text);
+    case Reason::Backwards:
+        return tr("Your holidays do not count until line %2 of %1 is put right: \"%3\" ends before it "
+                  "begins.")
+            .arg(fault.path, QString::number(fault.line), fault.text);
+    case Reason::TooLong:
+        return tr("Your holidays do not count until line %2 of %1 is put right: \"%3\" is longer than a "
+                  "month.")
+            .arg(fault.path, QString::number(fault.line), fault.text);
+    }
+    return {};
 }
 
 void MarketHours::look()

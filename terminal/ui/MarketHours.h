@@ -9,6 +9,8 @@
 #include <QString>
 #include <QTimer>
 
+#include <optional>
+
 namespace Terminal {
 
 /// Where the exchange's day is now, by the clock of this machine and the calendar of trading days. Whether
@@ -18,7 +20,13 @@ class MarketHours : public QObject
     Q_OBJECT
 
 public:
-    explicit MarketHours(Trading::TradingCalendar calendar);
+    /// By the calendar of the user.
+    MarketHours();
+
+    /// What is wrong with the user's own file of holidays, none of which counts then.
+    const std::optional<Trading::CalendarFault> &calendarFault() const { return m_calendarFault; }
+    /// File, line and what to do, for the user.
+    static QString text(const Trading::CalendarFault &fault);
 
     Trading::DayState state() const { return m_state; }
     /// False where no holidays of this year are known: then the state goes by weekdays alone.
@@ -36,6 +44,7 @@ Q_SIGNALS:
 private:
     void look();
 
+    std::optional<Trading::CalendarFault> m_calendarFault;
     const Trading::TradingCalendar m_calendar;
     QTimer m_looks;
     Trading::DayState m_state = Trading::DayState::Closed;

@@ -1,12 +1,13 @@
 #include "terminal/ui/MessageBar.h"
 
+#include "terminal/ui/MessageAccessible.h"
+
 #include <QAccessible>
 #include <QPainter>
 #include <QPixmap>
 #include <QTextOption>
 
 #include <algorithm>
-
 #include <chrono>
 
 namespace Terminal {
@@ -31,6 +32,7 @@ QTextOption wrapping()
 
 MessageBar::MessageBar(QWidget *parent) : QLabel(parent)
 {
+    MessageAccessible::install();
     setObjectName(QStringLiteral("messageBar"));
     setTextFormat(Qt::PlainText);
     setFocusPolicy(Qt::NoFocus);
@@ -55,6 +57,7 @@ void MessageBar::addLines(const QStringList &lines)
 
 void MessageBar::showText(const QString &text)
 {
+    const bool takesAnothersPlace = isVisible();
     setText(text);
     setAccessibleName(text);
     resize(neededSize());
@@ -62,8 +65,16 @@ void MessageBar::showText(const QString &text)
     raise();
     show();
     m_timer.start(shownFor);
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    announce(QAccessible::Alert);
+    if (takesAnothersPlace) {
+        announce(QAccessible::ObjectShow); // what comes up is read out, not what is shown already
+    }
+}
+
+void MessageBar::announce(QAccessible::Event event)
+{
+    QAccessibleEvent told(this, event);
+    QAccessible::updateAccessibility(&told);
 }
 
 /// All of the text, in as many lines as it takes beside the margins of the parent.

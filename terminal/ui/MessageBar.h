@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QLabel>
 #include <QStringList>
 #include <QTimer>
@@ -28,6 +29,7 @@ protected:
 private:
     QSize neededSize();
     void showText(const QString &text);
+    void announce(QAccessible::Event event);
 
     QStringList m_lines; ///< what was added, while nothing else was shown
     QTimer m_timer;

@@ -274,6 +274,18 @@ TEST_F(PictureProgram, WaitsForTheTradesToo)
     EXPECT_GT(pixelsOf(QImage(picture()), both), 500);
 }
 
+/// Lists ask as soon as there is a bus, when nobody may hear it yet. They wait ten seconds for an answer.
+TEST_F(PictureProgram, AsksForListsAgainWhenTheTradingModuleHasCome)
+{
+    importStatement();
+    for (const char *const list : {"--trades on", "--results sale"}) {
+        const Outcome outcome = snapshot(withLedger() + QString::fromLatin1(list).split(QLatin1Char(' ')) +
+                                         QStringList({QStringLiteral("--code"), QStringLiteral("600519"),
+                                                      QStringLiteral("--timeout"), QStringLiteral("8")}));
+        EXPECT_EQ(outcome.exitCode, 0) << list << ": " << qPrintable(outcome.messages);
+    }
+}
+
 #endif
 
 } // namespace

@@ -64,7 +64,7 @@ protected:
                         const QStringList &overlays = {QStringLiteral("--overlays"),
                                                        QStringLiteral("orders")})
     {
-        QStringList arguments = withLedger() + replayTo(minute) + overlays;
+        QStringList arguments = withPractice() + replayTo(minute) + overlays;
         for (const QString &order : orders) {
             arguments += {QStringLiteral("--order"), order};
         }
@@ -75,7 +75,7 @@ protected:
     {
         QProcess list;
         list.start(QStringLiteral(TRADEMODULE),
-                   {QStringLiteral("--ledger"), ledger(), QStringLiteral("orders")});
+                   {QStringLiteral("--ledger"), practice(), QStringLiteral("orders")});
         list.waitForFinished();
         return QString::fromUtf8(list.readAllStandardOutput()).simplified().toStdString();
     }
@@ -95,10 +95,19 @@ protected:
         {
             TerminalOptions options;
             options.size = QSize(1280, 720);
+            options.practice = QStringLiteral("practice.db");
+            options.day = onDay(20230711);
             return options;
         }
 
-        TradingSession session{DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), {}, {}};
+        static DayPlan plan()
+        {
+            DayPlan plan;
+            plan.practised = PractisedDay{QStringLiteral("600536"), onDay(20230711), {}};
+            return plan;
+        }
+
+        TradingSession session{DataFolder::open(QStringLiteral(TRADECHART_EXAMPLES)).value(), plan(), {}};
         MainWindow window{&session, options()};
     };
 
@@ -143,17 +152,15 @@ TEST_F(ReplayProgramOrderScene, ShowsTheOrdersAsTheLastQuoteLeftThem)
     EXPECT_GT(dealt, 2 * waiting); // filled, not hollow
 }
 
-TEST_F(ReplayProgramOrderScene, IsOfTheExchangesTodayWhereverTheMachineStands)
+TEST_F(ReplayProgramOrderScene, IsOfTheRecordedDayWhereverTheMachineStands)
 {
     importStatement();
     for (const char *const zone : {westernmostZone, easternmostZone}) {
         m_environment.insert(QStringLiteral("TZ"), QLatin1String(zone));
         const Outcome outcome = takePicture("1000", {QStringLiteral("0945 buy 3000 50.70")});
         ASSERT_EQ(outcome.exitCode, 0) << zone << qPrintable(outcome.messages);
+        EXPECT_THAT(orders(), HasSubstr("1 2023-07-11 09:45:00 600536 SH buy 50.70 3000 3000 0 dealt"));
     }
-    const std::string dealt = QDate::currentDate().toString(Qt::ISODate).toStdString() +
-                              " 09:45:00 600536 SH buy 50.70 3000 3000 0 dealt";
-    EXPECT_THAT(orders(), AllOf(HasSubstr("1 " + dealt), HasSubstr("2 " + dealt)));
 }
 
 TEST_F(ReplayProgramOrderScene, PlacesItsOrdersWithoutOverlaysToo)
@@ -175,8 +182,40 @@ TEST_F(ReplayProgramOrderScene, ListsItsOrdersInThePanel)
     ASSERT_EQ(takePicture("1335", {QStringLiteral("0945 buy 3000 50.70")}).exitCode, 0);
     const int ofOne = inkPixels();
     EXPECT_GT(ofOne, 300);
-    ASSERT_EQ(takePicture("1335", {QStringLiteral("0945 buy 3000 50.70")}).exitCode, 0);
-    EXPECT_GT(inkPixels(), ofOne * 3 / 2) << "the ledger has the order of the first time, too";
+    ASSERT_EQ(
+        takePicture("1335", {QStringLiteral("0945 buy 3000 50.70"), QStringLiteral("1000 buy 100 50.10")})
+            .exitCode,
+        0);
+    EXPECT_GT(inkPixels(), ofOne * 3 / 2);
+}
+
+/// Nothing of a replay reaches an account that was not begun for it.
+TEST_F(ReplayProgramOrderScene, IsPlayedOnNoOtherAccountThanOneThatPractisesItsDay)
+{
+    importStatement();
+    const Outcome ofAccount = snapshot(withLedger() + replayTo("1000"));
+    EXPECT_EQ(ofAccount.exitCode, 1);
+    EXPECT_THAT(ofAccount.messages.toStdString(), HasSubstr("practice --day 20230711 --copy"));
+    QStringList otherDay = replayTo("1000");
+    otherDay.replaceInStrings(QStringLiteral("20230711"), QStringLiteral("20230712"));
+    const Outcome ofOtherDay = snapshot(withPractice() + otherDay);
+    EXPECT_EQ(ofOtherDay.exitCode, 1);
+    EXPECT_THAT(ofOtherDay.messages.toStdString(), HasSubstr("它练习的是 2023-07-11"));
+    EXPECT_FALSE(QFile::exists(picture()));
+}
+
+TEST_F(ReplayProgramOrderScene, GoesOnWhereItsLedgerWasPlayedTo)
+{
+    importStatement();
+    const QStringList buy{QStringLiteral("--order"), QStringLiteral("0945 buy 3000 50.70")};
+    const QStringList ledger = withPractice();
+    ASSERT_EQ(snapshot(ledger + replayTo("1000") + buy).exitCode, 0);
+    const Outcome late = snapshot(ledger + replayTo("1030") + buy);
+    EXPECT_EQ(late.exitCode, 1) << "its minute is over";
+    EXPECT_THAT(late.messages.toStdString(), HasSubstr("09:45:00"));
+    ASSERT_EQ(snapshot(ledger + replayTo("1030")).exitCode, 0);
+    EXPECT_THAT(orders(), HasSubstr("buy 50.70 3000 3000 0 dealt"));
+    EXPECT_THAT(orders(), ::testing::Not(HasSubstr("2 2023-07-11")));
 }
 
 TEST_F(ReplayProgramOrderScene, IsNotDrawnWithoutAnOrderThatIsRefused)

@@ -198,12 +198,13 @@ TEST_F(WindowsProgram, ReplayOneAtATimeOnALedger)
 {
     const QStringList replay{QStringLiteral("--code"),   QStringLiteral("600536"),   QStringLiteral("--day"),
                              QStringLiteral("20230711"), QStringLiteral("--replay"), QStringLiteral("1")};
-    QProcess *const first = openWindow(onLedger(ledger(), replay));
-    const auto desk = deskOn(ledger());
+    makePractice(practice());
+    QProcess *const first = openWindow(onLedger(practice(), replay));
+    const auto desk = deskOn(practice());
     const QStringList toPicture{QStringLiteral("--snapshot"), picture(), QStringLiteral("--timeout"),
                                 QStringLiteral("40")};
-    makeLedger(ledgerCalled("other.db"));
-    const Outcome refused = run(m_program, onLedger(ledger(), replay + toPicture), m_environment);
+    makePractice(ledgerCalled("other.db"));
+    const Outcome refused = run(m_program, onLedger(practice(), replay + toPicture), m_environment);
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_THAT(refused.messages.toStdString(), HasSubstr(std::to_string(first->processId())));
     EXPECT_EQ(run(m_program, onLedger(ledgerCalled("other.db"), replay + toPicture), m_environment).exitCode,
@@ -213,7 +214,7 @@ TEST_F(WindowsProgram, ReplayOneAtATimeOnALedger)
     ::kill(static_cast<pid_t>(first->processId()), SIGKILL);
     ASSERT_TRUE(first->waitForFinished());
     m_windows.clear();
-    const Outcome after = run(m_program, onLedger(ledger(), replay + toPicture), m_environment);
+    const Outcome after = run(m_program, onLedger(practice(), replay + toPicture), m_environment);
     EXPECT_EQ(after.exitCode, 0) << qPrintable(after.messages);
 }
 

@@ -27,9 +27,12 @@ const SecurityId bank{QStringLiteral("000001"), Market::Shenzhen};
 const SecurityId star{QStringLiteral("688981"), Market::Shanghai};
 const SecurityId growth{QStringLiteral("300750"), Market::Shenzhen};
 
+/// In percent, where it is the same up and down.
 std::optional<int> limitOf(const SecurityId &security, int day, const char *name = "")
 {
-    return MarketRules::of(security, on(day), QString::fromUtf8(name)).limitPercent;
+    const auto limit = MarketRules::of(security, on(day), QString::fromUtf8(name)).limit;
+    EXPECT_TRUE(!limit || limit->down == limit->up);
+    return limit ? std::optional(limit->up / 10) : std::nullopt;
 }
 
 TEST(MarketRulesOfADay, HaveNoLimitBeforeThereWasOne)
@@ -64,6 +67,54 @@ TEST(MarketRulesOfADay, LimitConvertibleBondsSinceTheirRules)
 TEST(MarketRulesOfADay, LetBeijingGoFarthest)
 {
     EXPECT_EQ(limitOf({QStringLiteral("920002"), Market::Beijing}, 20260105), 30);
+}
+
+TEST(MarketRulesOfADay, KnowNoLimitInTheFirstFiveDaysOfAShareThatIsRegistered)
+{
+    EXPECT_EQ(limitOf(star, 20190722, "N中芯"), std::nullopt);
+    EXPECT_EQ(limitOf(star, 20190726, "C中芯"), std::nullopt);
+    EXPECT_EQ(limitOf(growth, 20200824, "C宁德"), std::nullopt);
+    EXPECT_EQ(limitOf(growth, 20200821, "C宁德"), 10) << "before its reform";
+    EXPECT_EQ(limitOf(moutai, 20230410, "C茅台"), std::nullopt);
+    EXPECT_EQ(limitOf(moutai, 20230407, "C茅台"), 10);
+    EXPECT_EQ(limitOf(moutai, 20230410, "贵州茅台"), 10);
+}
+
+TEST(MarketRulesOfADay, LetANewShareOfBeijingGoFreeOnItsFirstDayAlone)
+{
+    const SecurityId beijing{QStringLiteral("920002"), Market::Beijing};
+    EXPECT_EQ(limitOf(beijing, 20260105, "N万达"), std::nullopt);
+    EXPECT_EQ(limitOf(beijing, 20260105, "C万达"), 30);
+}
+
+TEST(MarketRulesOfADay, HaveOtherLimitsUpThanDownOnSomeFirstDays)
+{
+    const SecurityId bond{QStringLiteral("113050"), Market::Shanghai};
+    EXPECT_EQ(MarketRules::of(bond, on(20220801), QStringLiteral("N南银转债")).limit, (LimitShare{433, 573}));
+    EXPECT_EQ(MarketRules::of(moutai, on(20230407), QStringLiteral("N茅台")).limit, (LimitShare{360, 440}));
+    const DayLimits limits =
+        MarketRules::of(moutai, on(20230407), QStringLiteral("N茅台")).limits(Money::ofCents(1000)).value();
+    EXPECT_EQ(limits.lowest, Money::ofCents(640));
+    EXPECT_EQ(limits.highest, Money::ofCents(1440));
+}
+
+TEST(MarketRulesOfADay, HoldOrdersToTheLargestOfTheBoard)
+{
+    EXPECT_EQ(MarketRules::of(moutai, on(20260105)).mostQuantity, 1000000);
+    EXPECT_EQ(MarketRules::of(star, on(20260105)).mostQuantity, 100000);
+    EXPECT_EQ(MarketRules::of(growth, on(20200821)).mostQuantity, 1000000);
+    EXPECT_EQ(MarketRules::of(growth, on(20200824)).mostQuantity, 300000);
+    EXPECT_EQ(MarketRules::of({QStringLiteral("920002"), Market::Beijing}, on(20260105)).mostQuantity,
+              1000000);
+}
+
+TEST(MarketRulesDecimals, AreThoseOfTheFinestTickOfWhateverDay)
+{
+    EXPECT_EQ(MarketRules::decimals(moutai), 2);
+    EXPECT_EQ(MarketRules::decimals({QStringLiteral("113050"), Market::Shanghai}), 3) << "2 until 2022";
+    EXPECT_EQ(MarketRules::decimals({QStringLiteral("510300"), Market::Shanghai}), 3);
+    EXPECT_EQ(MarketRules::decimals({QStringLiteral("900901"), Market::Shanghai}), 3);
+    EXPECT_EQ(MarketRules::decimals({QStringLiteral("200002"), Market::Shenzhen}), 2);
 }
 
 struct TimeOfDay

@@ -109,6 +109,20 @@ TEST(SecurityRules, GiveSharesByTheHundred)
     EXPECT_EQ(share.wholeQuantity(399), 300);
 }
 
+TEST(SecurityRules, SellWhatIsOddOfAHoldingAtOnce)
+{
+    const SecurityRules share = rulesOf(QStringLiteral("600519"));
+    for (const qint64 allowed : {50, 150, 250, 100, 200}) {
+        EXPECT_TRUE(share.isSaleQuantity(allowed, 250)) << allowed;
+    }
+    for (const qint64 refused : {20, 120, 0, 350}) {
+        EXPECT_FALSE(share.isSaleQuantity(refused, 250)) << refused;
+    }
+    const SecurityRules star = rulesOf(QStringLiteral("688001"));
+    EXPECT_TRUE(star.isSaleQuantity(150, 150));
+    EXPECT_FALSE(star.isSaleQuantity(150, 350)) << "what is less than 200 goes alone when it is all";
+}
+
 TEST(SecurityRules, GiveSharesOfTheStarMarketSinglyFromTwoHundredOn)
 {
     const SecurityRules star = rulesOf(QStringLiteral("688981"));

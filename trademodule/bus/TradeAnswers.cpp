@@ -57,14 +57,13 @@ QJsonObject rowOf(const ReceivedAction &action)
     };
 }
 
-/// On the bus what is under way is of today, a practised day, too: charts show it as theirs.
-template <typename Records>
-Records asOfToday(Records records)
+/// Charts file orders under the clock's today, also those of a practised day, which is played as today.
+Orders asOfToday(Orders orders)
 {
-    for (auto &record : records) {
-        record.date = TradingDate::today();
+    for (Order &order : orders) {
+        order.date = TradingDate::today();
     }
-    return records;
+    return orders;
 }
 
 QJsonObject rowOf(const Replacement &replacement)
@@ -162,16 +161,17 @@ void TradeAnswers::answerCost(const TradeRequest &request, AnswerMessage *answer
     answer->set(DATA, data);
 }
 
+/// Of a practised day they have its date: charts of days mark it there, and no other answer has them.
 void TradeAnswers::answerToday(const TradeRequest &request, AnswerMessage *answer)
 {
     const TradingDate day = m_ledger->today();
-    answer->setRows(rowsOf(asOfToday(m_ledger->trades(request.security(), {day, day}))));
+    answer->setRows(rowsOf(m_ledger->trades(request.security(), {day, day})));
 }
 
 void TradeAnswers::answerHistory(const TradeRequest &request, AnswerMessage *answer)
 {
     const DateRange asked = request.days();
-    const DateRange past{asked.first, std::min(asked.last, TradingDate::today().plusDays(-1))};
+    const DateRange past{asked.first, std::min(asked.last, m_ledger->today().plusDays(-1))};
     answer->setRows(rowsOf(m_ledger->trades(request.security(), past)));
 }
 

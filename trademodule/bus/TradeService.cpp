@@ -247,15 +247,9 @@ void TradeService::warn(const QString &trouble)
     }
 }
 
-/// What is dealt on a practised day is a past trade for charts of days.
 void TradeService::notify(const Order &changed)
 {
-    QJsonObject notification = changeNotification(changed);
-    const std::optional<TradingDate> practised = m_orders.practisedDay();
-    if (practised && changed.matchedQuantity > 0) {
-        notification[QLatin1String(TradeChart::TradeKeyFields::RTSDATE)] = practised->text();
-    }
-    publish(notification);
+    publish(changeNotification(changed));
 }
 
 void TradeService::publish(const QJsonObject &notification)

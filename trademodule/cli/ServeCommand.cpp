@@ -2,6 +2,7 @@
 #include "trademodule/bus/TradeService.h"
 #include "trademodule/cli/Commands.h"
 #include "trademodule/cli/Console.h"
+#include "trademodule/cli/ServiceManager.h"
 #include "trademodule/cli/Standby.h"
 #include "trademodule/cli/UsageError.h"
 #include "trademodule/ledger/ServingLease.h"
@@ -89,7 +90,13 @@ void tellOccupied(const Trading::TradePresence &other, bool standsBy)
         translated("another trading module serves the ledger %1 on this bus: %2; an order would be placed in "
                    "both. Give each account a bus or a prefix of its own")
             .arg(other.ledger, serverText(other));
-    standsBy ? printError(translated("standing by, %1").arg(who)) : endWith(who);
+    if (!standsBy) {
+        endWith(who);
+        return;
+    }
+    const QString standing = translated("standing by, %1").arg(who);
+    printError(standing);
+    ServiceManager().tellReady(standing);
 }
 
 void tellSilent(const Trading::TradePresence &other)
@@ -102,9 +109,11 @@ void tellSilent(const Trading::TradePresence &other)
 
 void tellBegun(const QString &bus, const Ledger &ledger, const LedgerServer &server)
 {
-    printError(translated("serving the ledger %1 on the bus of %2, fence %3")
-                   .arg(ledger.shownLocation(), bus)
-                   .arg(server.fence));
+    const QString begun = translated("serving the ledger %1 on the bus of %2, fence %3")
+                              .arg(ledger.shownLocation(), bus)
+                              .arg(server.fence);
+    printError(begun);
+    ServiceManager().tellReady(begun);
 }
 
 /// Says with each change how things stand on the bus.
@@ -130,8 +139,12 @@ int answerCharts(const Invocation &invocation, Ledger *ledger, ServingLease *lea
     QObject::connect(&service, &TradeService::languageAsked, &service,
                      [&invocation](const QString &word) { invocation.language()->set(word); });
     QTimer heart;
-    QObject::connect(&heart, &QTimer::timeout, &service, [lease] { beat(lease); });
+    QObject::connect(&heart, &QTimer::timeout, &service, [lease] {
+        beat(lease);
+        ServiceManager().tellAlive();
+    });
     heart.start(ServingLease::betweenBeats);
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &service, [] { ServiceManager().tellEnding(); });
     return QCoreApplication::exec();
 }
 

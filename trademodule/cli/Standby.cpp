@@ -3,6 +3,7 @@
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/cli/Console.h"
+#include "trademodule/cli/ServiceManager.h"
 
 #include <QEventLoop>
 #include <QTimer>
@@ -32,12 +33,15 @@ bool standByFor(ServingLease *lease)
     if (lease->tryFollow()) {
         return true;
     }
-    printError(translated("standing by, this ledger is served: %1").arg(lease->ownersName()));
+    const QString standing = translated("standing by, this ledger is served: %1").arg(lease->ownersName());
+    printError(standing);
+    ServiceManager().tellReady(standing);
     QEventLoop loop;
     std::optional<Error> failure;
     QString hindrance;
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &loop, [&] {
+        ServiceManager().tellAlive();
         try {
             if (lease->tryFollow()) {
                 loop.exit(Followed);

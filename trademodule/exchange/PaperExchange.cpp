@@ -226,7 +226,7 @@ OrderLife::Conditions PaperExchange::conditionsOf(const Order &order) const
     const SecurityRules rules = MarketRules::of(order.security, order.date, order.securityName);
     const std::optional<Money> reference = m_market.reference(order.security);
     OrderLife::Conditions conditions{isOpen(order.security), Limits::Unknown, m_book.today()};
-    if (!rules.limitPercent) {
+    if (!rules.limit) {
         conditions.limits = Limits::Kept;
     } else if (reference) {
         conditions.limits = rules.limits(*reference)->contain(order.price) ? Limits::Kept : Limits::Broken;
@@ -286,18 +286,26 @@ void PaperExchange::advanceAll(bool (*isMeant)(const Order &))
 bool PaperExchange::isOfToday(const Quote &quote)
 {
     const std::optional<TradingDate> practised = m_book.practisedDay();
-    if (practised ? quote.recorded == practised : quote.date == TradingDate::today()) {
+    if (practised ? quote.recorded == practised : quote.date == TradingDate::today() && !quote.recorded) {
         return true;
     }
-    if (!m_strangeDates.contains(quote.date)) {
-        m_strangeDates.insert(quote.date);
-        qWarning("%s",
-                 qUtf8Printable(translated("quotes of %1 are left alone: orders are dealt against quotes "
-                                           "of today, %2")
-                                    .arg(quote.date.number())
-                                    .arg(m_book.today().number())));
+    const TradingDate strange = quote.recorded.value_or(quote.date);
+    if (!m_strangeDates.contains(strange)) {
+        m_strangeDates.insert(strange);
+        qWarning("%s", qUtf8Printable(whyLeftAlone(quote)));
     }
     return false;
+}
+
+QString PaperExchange::whyLeftAlone(const Quote &quote) const
+{
+    if (quote.recorded) {
+        return translated("quotes of a replay of %1 are left alone: this account does not practise that day")
+            .arg(quote.recorded->number());
+    }
+    return translated("quotes of %1 are left alone: orders are dealt against quotes of today, %2")
+        .arg(quote.date.number())
+        .arg(m_book.today().number());
 }
 
 void PaperExchange::take(const Quote &quote)

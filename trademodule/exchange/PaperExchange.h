@@ -25,9 +25,9 @@ namespace TradeModule {
 ///     cancel: Quoted ─► QuotedWaittingCancel ─► Canceled            │
 ///             PartDeal ─► PartDealWaittingCancel ─► PartCanceled
 ///
-/// The exchange's clock is the time of today's last quote, so that a recorded day can be played at any
-/// hour; before the first quote it is the wall clock, and the exchange is closed on the holidays of the
-/// user's calendar. Every order is of today, and the market's rules of today hold. Bus-free.
+/// The exchange's clock is the time of today's last quote; before the first quote it is the wall clock, and
+/// the exchange is closed on the holidays of the user's calendar. Every order is of today, and the market's
+/// rules of today hold. The quotes of a replay are left alone. Bus-free.
 ///
 /// An account that practises has the recorded day for its today, whichever day it is played on: it takes that
 /// day's quotes and no others, each once, also after a restart. Before the first one it is the opening.
@@ -108,6 +108,7 @@ private:
     ClockTime now() const;
     bool isOpen(const SecurityId &security) const;
     bool isOfToday(const Quote &quote);
+    QString whyLeftAlone(const Quote &quote) const;
     bool isPlayedAgain(const Quote &quote) const;
     void note(const Quote &quote);
     void keepTold(const Orders &orders);

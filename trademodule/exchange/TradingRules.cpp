@@ -24,8 +24,9 @@ namespace {
 
 QString quantityError(const Order &order, qint64 held, const Trading::SecurityRules &rules)
 {
-    const bool sellsAll = order.direction == Direction::Sell && order.quantity == held;
-    if (rules.isWholeQuantity(order.quantity) || (sellsAll && order.quantity > 0)) {
+    const bool isAllowed = order.direction == Direction::Sell ? rules.isSaleQuantity(order.quantity, held)
+                                                              : rules.isWholeQuantity(order.quantity);
+    if (isAllowed) {
         return {};
     }
     return rules.quantityStep == 1
@@ -55,8 +56,8 @@ QString formError(const Order &order, qint64 held)
     if (order.price > Trading::highestPrice) {
         return translated("the price must be at most %1 yuan").arg(Trading::highestPrice.text());
     }
-    if (order.quantity > Trading::mostShares) {
-        return translated("the quantity must be at most %1").arg(Trading::mostShares);
+    if (order.quantity > rules.mostQuantity) {
+        return translated("the quantity must be at most %1").arg(rules.mostQuantity);
     }
     if (!order.price.times(order.quantity)) {
         return translated("price × quantity must be at most %1 yuan").arg(Money::limit().text());

@@ -13,8 +13,8 @@ namespace TradingRules {
 bool isOpen(const SecurityId &security, TradingDate day, ClockTime time, bool isQuoted,
             const Trading::TradingCalendar &calendar);
 
-/// Why an order of this form is never taken; empty when it is. A sell of a quantity that the market's rules
-/// do not know must sell all that is held.
+/// Why an order of this form is never taken; empty when it is. A sale may take along what is odd of the
+/// shares that are held.
 QString formError(const Order &order, qint64 held);
 
 /// All fees of an order that was dealt for `amount` in all: commission 0.025 %, at least 5 yuan; transfer

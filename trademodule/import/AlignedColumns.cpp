@@ -84,6 +84,8 @@ bool canHold(Column meaning, const QString &text)
     case Column::DealNo:
     case Column::Holder:
     case Column::Account:
+    case Column::State:
+    case Column::Cancelled:
     case Column::Unused:
         return true;
     }

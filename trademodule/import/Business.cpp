@@ -32,9 +32,9 @@ const std::vector<BusinessRow> &table()
     static const char *const allotments = QT_TR_NOOP("allotments");
     static const char *const loans = QT_TR_NOOP("margin loans");
     static const std::vector<BusinessRow> rows = {
-        {{QT_TR_NOOP("cancellations"), Effect::Nothing}, words("撤买 撤卖 撤单 撤销 撤回 废单 取消")},
+        {{QT_TR_NOOP("cancellations"), Effect::Nothing}, words("撤买 撤卖 撤单 撤销 撤回 已撤 废单 取消")},
         {{QT_TR_NOOP("allotment numbers"), Effect::Nothing}, words("配号 中签通知 中签公布 未中签")},
-        {{QT_TR_NOOP("sales"), Effect::Sell}, words("卖券还款 融资平仓 融资强制平仓 融资强平")},
+        {{QT_TR_NOOP("sales"), Effect::Sell}, words("卖券 融资平仓 融资强制平仓 融资强平")},
         {{QT_TR_NOOP("purchases"), Effect::Buy}, words("融资开仓")},
         {{QT_TR_NOOP("repo"), Effect::Repo},
          words("质押回购 质押购回 拆出 拆入 融券回购 融券购回 融资回购 融资购回 逆回购 正回购 国债回购 "
@@ -163,6 +163,14 @@ std::optional<BusinessKind> lookedUp(const QString &word)
     return containedIn(moneyWords(), word);
 }
 
+/// True where the word in brackets tells of a cancellation or a reversal.
+bool isTakenBack(const QString &inBrackets)
+{
+    static const QStringList parts = words("撤 废 冲 取消 抹");
+    return std::any_of(parts.begin(), parts.end(),
+                       [&inBrackets](const QString &part) { return inBrackets.contains(part); });
+}
+
 struct ProfileWord
 {
     const char *word;
@@ -194,7 +202,7 @@ QString plainWord(const QString &cell)
 {
     const QString word = CellValue::cleaned(cell);
     for (int i = 0; i < word.size(); ++i) {
-        if (word[i] == QLatin1Char(':') || word[i] == QLatin1Char('(')) {
+        if (word[i] == QLatin1Char(':') || (word[i] == QLatin1Char('(') && !isTakenBack(word.mid(i)))) {
             return word.left(i).trimmed();
         }
     }
@@ -242,6 +250,21 @@ BusinessKind otherMoney()
 BusinessKind repo()
 {
     return {QT_TR_NOOP("repo"), Effect::Repo};
+}
+
+bool isUndealt(const QString &state)
+{
+    static const QStringList parts = words("撤 废 未成 未报 待报 拒 失败 无效 cancel reject");
+    const QString lower = state.toLower();
+    const bool isPart = lower.contains(QStringLiteral("部")) || lower.contains(QStringLiteral("未撤"));
+    return !isPart && std::any_of(parts.begin(), parts.end(),
+                                  [&lower](const QString &part) { return lower.contains(part); });
+}
+
+bool isYes(const QString &flag)
+{
+    static const QStringList yes = words("是 y yes 1 t true 撤 已撤 撤单 撤销");
+    return yes.contains(flag.toLower());
 }
 
 bool isTotal(const QString &word)

@@ -38,7 +38,8 @@ struct BusinessKind
 /// What the words of a statement's entry say.
 namespace Business {
 
-/// The word alone: a security's name after a colon or in brackets is not part of it.
+/// The word alone: a security's name after a colon or in brackets is not part of it, but that something was
+/// taken back is: 买入(撤单).
 QString plainWord(const QString &cell);
 
 /// The word of what is taken back, where a word says that an earlier entry is (证券买入冲销, 红冲, 撤销): it
@@ -55,6 +56,11 @@ std::optional<BusinessKind> ofSide(const QString &word);
 BusinessKind otherMoney();
 /// A purchase or sale of the securities that only repo has.
 BusinessKind repo();
+
+/// True for the state of an order that was not dealt, or was taken back as a whole: 已撤, 废单, 未成交.
+bool isUndealt(const QString &state);
+/// True for a flag that says yes: 是, Y, 1.
+bool isYes(const QString &flag);
 
 /// True for a footer's word: a sum, a page's end.
 bool isTotal(const QString &word);

@@ -24,11 +24,14 @@ struct UnitName
 
 constexpr UnitName unitNames[] = {
     {"手", {Trading::sharesOfLot, Trading::bondsOfLot}},
+    {"百手", {100 * Trading::sharesOfLot, 100 * Trading::bondsOfLot}},
+    {"万手", {10000 * Trading::sharesOfLot, 10000 * Trading::bondsOfLot}},
     {"百股", {100, 100}},
     {"千股", {1000, 1000}},
     {"万股", {10000, 10000}},
     {"千元", {1000, 1000}},
     {"万元", {10000, 10000}},
+    {"亿元", {100000000, 100000000}},
     {"万", {10000, 10000}},
 };
 
@@ -113,6 +116,8 @@ const std::vector<Spellings> &spellings()
         {Column::CashAfter, "cash after",
          words("资金余额 资金本次余额 剩余金额 本次资金余额 后资金额 账户余额 资金结余 本次金额 现金余额 "
                "剩余资金 余额资金 资金结存 cashafter cashbalance")},
+        {Column::State, "state", words("成交状态 成交类型 委托状态 订单状态 状态 status orderstatus")},
+        {Column::Cancelled, "cancelled", words("撤单标志 撤单标识 撤销标志 撤销标识 是否撤单 cancelled")},
     };
     return table;
 }
@@ -122,11 +127,11 @@ bool isUnused(const QString &name)
     static const QStringList names = words("序号 编号 行号 席位代码 席位 席位号 委托价格 委托数量 委托时间 "
                                            "委托日期 撤单数量 策略名称 证券中文全称 费用备注 "
                                            "港股通结算汇率 结算汇率 汇率 申报编号 申报时间 申报日期 委托类型 "
-                                           "委托状态 状态 余额 证券数量 证券类别 "
+                                           "余额 证券数量 证券类别 "
                                            "证券类型 营业部 营业部名称 客户姓名 姓名 股东姓名 操作员 "
-                                           "委托方式 成交状态 成交类型 撤单标志 备注1 备注2 "
+                                           "委托方式 备注1 备注2 "
                                            "成交次数 成交笔数 可用余额 可用数量 冻结数量 买卖盈亏 盈亏 "
-                                           "到期日期 资产属性 订单状态 报价方式 打印日期 "
+                                           "到期日期 资产属性 报价方式 打印日期 "
                                            "交收时间 清算时间 前证余额 前资金额");
     return names.contains(name);
 }
@@ -156,7 +161,9 @@ ColumnUnit unitOf(const QString &headerCell)
         std::find_if(std::begin(unitNames), std::end(unitNames), [&text](const UnitName &candidate) {
             return text == QString::fromUtf8(candidate.name);
         });
-    return row == std::end(unitNames) ? ColumnUnit() : row->unit;
+    static const QRegularExpression counting(QStringLiteral("[手分角百千万亿]"));
+    const bool isUnknown = row == std::end(unitNames) && text.contains(counting);
+    return isUnknown ? ColumnUnit{0, 0} : row == std::end(unitNames) ? ColumnUnit() : row->unit;
 }
 
 std::optional<Column> ofKey(const QString &key)

@@ -153,6 +153,7 @@ Money EntryAmounts::amount(const Execution &execution) const
         return !net.isZero() ? ofAccount : stated.isZero() ? computed : stated;
     }
     if (stated.isZero()) {
+        refuseOtherSize(execution, computed);
         return computed;
     }
     const int decimals = std::clamp(CellValue::decimals(m_row.cell(Column::Price)), 2, 3);
@@ -166,6 +167,19 @@ Money EntryAmounts::amount(const Execution &execution) const
                                                 .arg(execution.quantity));
     }
     return stated;
+}
+
+/// Where nothing but the account's own money tells the amount, a quantity in lots shows there.
+void EntryAmounts::refuseOtherSize(const Execution &execution, Money computed) const
+{
+    const Money net = magnitude(this->net().value_or(Money()));
+    if (net > computed + computed && !isBelievable(net - computed, execution)) {
+        throw m_row.errorIn(Column::Net,
+                            translated("%1 yuan were moved, but price × quantity is %2 × %3: is the quantity "
+                                       "in lots?")
+                                .arg(net.text(), execution.price.text())
+                                .arg(execution.quantity));
+    }
 }
 
 void EntryAmounts::refuseWrongSign(const Execution &execution, Money net) const

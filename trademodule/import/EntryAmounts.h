@@ -57,6 +57,7 @@ private:
     double number(Column column, const char *what) const;
     Money money(Column column, const char *what) const;
     Money sum(Column column, const char *what) const;
+    void refuseOtherSize(const Execution &execution, Money computed) const;
     void refuseWrongSign(const Execution &execution, Money net) const;
     void refuseWrongSize(const Execution &execution, Money net) const;
     Money signedNet(const Execution &execution) const;

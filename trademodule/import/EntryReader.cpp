@@ -21,6 +21,13 @@ bool isMoneyless(const StatementRow &row)
     return isNothing(row, Column::Price) || isNothing(row, Column::Quantity);
 }
 
+/// A security may be called 合计科技.
+bool isOfASecurity(const StatementRow &row)
+{
+    return row.has(Column::Date) && CellValue::date(row.cell(Column::Date)) &&
+           CellValue::code(row.cell(Column::Code));
+}
+
 /// The word stands among the first cells, or anywhere in a line of no day and no security.
 bool isTotalLine(const StatementRow &row)
 {
@@ -29,8 +36,9 @@ bool isTotalLine(const StatementRow &row)
         !CellValue::isEmpty(row.cell(Column::Date)) || !CellValue::isEmpty(row.cell(Column::Code));
     const QStringList &cells = row.allCells();
     const int looked = isOfAnEntry ? std::min<int>(usual, cells.size()) : cells.size();
-    return std::any_of(cells.begin(), cells.begin() + looked,
-                       [](const QString &cell) { return Business::isTotal(cell); });
+    const bool isTotal = std::any_of(cells.begin(), cells.begin() + looked,
+                                     [](const QString &cell) { return Business::isTotal(cell); });
+    return isTotal && !(isOfASecurity(row) && Business::isTotal(row.cell(Column::Name)));
 }
 
 /// The same row before it was taken back: what went came, and the other way round.
@@ -228,6 +236,34 @@ bool hasBeenDealt(const StatementRow &row)
                                    : amounts.quantity() < 0 || !amounts.statedAmount().isZero();
 }
 
+/// What of a row tells that something was dealt: money, or where no column has it a price of a quantity.
+bool tellsADeal(const StatementRow &row)
+{
+    const EntryAmounts amounts(row);
+    const bool hasMoney = !amounts.net().value_or(Money()).isZero() || !amounts.statedAmount().isZero();
+    const bool hasColumn = row.has(Column::Amount) || row.columns().tellNet();
+    return hasColumn ? hasMoney : !amounts.price().isZero() && amounts.quantity() != 0;
+}
+
+/// Lists of orders, and some of deals, have rows of what was taken back. An Error where state and money
+/// contradict each other.
+bool isOfUndealtOrder(const StatementRow &row)
+{
+    const QString state = CellValue::cleaned(row.cell(Column::State));
+    const QString flag = CellValue::cleaned(row.cell(Column::Cancelled));
+    const bool isByState = Business::isUndealt(state);
+    if (!isByState && !Business::isYes(flag)) {
+        return false;
+    }
+    if (tellsADeal(row)) {
+        throw row.errorIn(isByState ? Column::State : Column::Cancelled,
+                          translated("\"%1\" says that nothing was dealt, but the row tells a deal: nobody "
+                                     "can tell how much of it counts")
+                              .arg(isByState ? state : flag));
+    }
+    return true;
+}
+
 } // namespace
 
 Entry EntryReader::read(const StatementRow &row)
@@ -245,6 +281,9 @@ Entry EntryReader::read(const StatementRow &row)
 
 Entry EntryReader::readEntry(const StatementRow &row)
 {
+    if (isOfUndealtOrder(row)) {
+        return readAs({QT_TR_NOOP("orders that were not dealt"), Effect::Nothing}, QString(), row);
+    }
     QStringList words;
     const BusinessKind kind = kindOf(row, &words);
     const QString word = words.isEmpty() ? QString() : words.constFirst();

@@ -117,6 +117,14 @@ void addDoubts(const StatementContents &contents, QVector<Remark> *remarks)
                                                      "not what the account paid beyond the amount")
                                               .arg(rows(found.rows))});
     }
+    // An order of a lot may be dealt in pieces, but most are not.
+    if (const Noted &found = contents.belowALot; found.rows * 2 > contents.purchases.rows) {
+        remarks->append({found.firstLine,
+                         translated("warning: %1 of %2 purchases, beginning with this one, are of less than "
+                                    "a lot: are the quantities in lots (手), or exchanged with the prices?")
+                             .arg(found.rows)
+                             .arg(contents.purchases.rows)});
+    }
     if (const Noted &found = contents.costless; found.rows > 0) {
         remarks->append(
             {found.firstLine, translated("warning: %1, beginning with this one, brought shares in "

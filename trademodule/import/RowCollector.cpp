@@ -4,6 +4,10 @@
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/import/CellValue.h"
 #include "trademodule/import/StatementRefused.h"
+#include "trading/SecurityKind.h"
+#include "trading/TradingUnits.h"
+
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -56,6 +60,9 @@ void refuseMissingColumns(const StatementColumns &columns, const ReadOptions &op
         refuseHeader(columns,
                      translated("the statement has no date column; give the day of its trades with --date"));
     }
+    if (const QString name = columns.nameOfUnknownUnit(); !name.isEmpty()) {
+        throw Error(translated("the unit in the name of the column %1 is not known").arg(name));
+    }
     if (columns.has(Column::Date) && options.date) {
         throw Error(translated("the statement has dates of its own; leave --date out"));
     }
@@ -90,11 +97,40 @@ bool isTooLong(const StatementColumns &columns, const QStringList &cells)
                        [](const QString &cell) { return !cell.trimmed().isEmpty(); });
 }
 
+bool isBelowALot(const Execution &shares)
+{
+    return shares.quantity < Trading::sharesOfLot &&
+           shares.quantity < Trading::lotOf(Trading::kindOf(shares.security));
+}
+
+/// What an account is called, and its number.
+using Title = std::pair<QString, QString>;
+
+/// The account that a line of text names; nothing for another line.
+std::optional<Title> accountInText(const QString &text)
+{
+    static const QRegularExpression form(
+        QStringLiteral("(资金[账帐][号户]|资产[账帐][号户]|客户号|客户代码|客户编号)\\s*[:：][\\s,;|\"=]*"
+                       "([0-9A-Za-z*]{4,})"));
+    const auto match = form.match(text);
+    return match.hasMatch() ? std::optional(Title(match.captured(1), match.captured(2))) : std::nullopt;
+}
+
+/// True for a line that begins as a title does, with a word and a colon: no entry does.
+bool beginsAsTitle(const QString &text)
+{
+    static const QRegularExpression form(QStringLiteral("^[\\s\",;|=]*\\p{Han}{2,8}\\s*[:：]"));
+    return text.contains(QStringLiteral("号")) && form.match(text).hasMatch();
+}
+
 } // namespace
 
 void RowCollector::take(const SheetRow &row)
 {
     if (isDecoration(row)) {
+        return;
+    }
+    if (takeTitle(row)) {
         return;
     }
     if (row.sheet != m_sheet) {
@@ -242,15 +278,48 @@ void RowCollector::noteSign(const StatementRow &row)
 /// The accounts are told apart by their own column; without one by shareholder's codes of one kind.
 bool RowCollector::isOfOtherAccount(const StatementRow &row)
 {
+    if (m_isTitleChosen) {
+        return false;
+    }
     const QString cell = row.cell(m_accountColumn);
     if (cell.isEmpty()) {
-        return false;
+        return !m_options.accounts.isEmpty() && !m_titleAbove.isEmpty();
     }
     if (cell != m_lastAccountCell) {
         m_lastAccountCell = cell;
         noteAccount(CellValue::cleaned(cell));
     }
     return m_isOtherAccount;
+}
+
+/// Some statements have a table for each account, below a line that names it. Which columns name accounts is
+/// not known yet: see finishAccount(). Within a table, a line is no entry when it begins as a title.
+bool RowCollector::takeTitle(const SheetRow &row)
+{
+    constexpr int firstCells = 8;
+    const QString text = row.isCut ? row.cells.mid(0, firstCells).join(QLatin1Char(' ')) : row.text;
+    const bool isTitle = beginsAsTitle(text);
+    const auto title = isTitle || !m_header ? accountInText(text) : std::nullopt;
+    if (!title) {
+        return false;
+    }
+    QStringList &named = m_titles[title->first];
+    named += named.contains(title->second) ? QStringList() : QStringList(title->second);
+    m_titleAbove[title->first] = title->second;
+    m_isTitleChosen = std::any_of(m_titleAbove.begin(), m_titleAbove.end(), [this](const QString &account) {
+        return m_options.accounts.contains(account);
+    });
+    return isTitle;
+}
+
+/// All that the statement names, in columns and titles.
+QStringList RowCollector::namedAccounts() const
+{
+    QStringList all = m_accounts;
+    for (const QStringList &titles : m_titles) {
+        all += titles;
+    }
+    return all;
 }
 
 void RowCollector::noteAccount(const QString &account)
@@ -314,6 +383,12 @@ void RowCollector::keepShares(const Entry &entry, int line, uint fingerprint)
     m_listed.append(shares, {line, fingerprint, entry.sharesAfter.value_or(-1)});
     if (shares.side == Side::In && shares.amount.isZero()) {
         m_contents.costless.note(line);
+    }
+    if (shares.side == Side::Buy && isOnCharts(shares.security.market)) {
+        m_contents.purchases.note(line);
+        if (isBelowALot(shares)) {
+            m_contents.belowALot.note(line);
+        }
     }
 }
 
@@ -413,7 +488,7 @@ void RowCollector::finishAccount()
 
 void RowCollector::refuseSeveralAccounts() const
 {
-    QHash<QString, QStringList> byKind;
+    QHash<QString, QStringList> byKind = m_titles;
     for (const QString &account : m_accounts) {
         byKind[m_accountColumn == Column::Account ? QString() : holderKind(account)].append(account);
     }
@@ -424,7 +499,7 @@ void RowCollector::refuseSeveralAccounts() const
                             "with --account")
                      .arg(accounts.join(QStringLiteral(", "))),
                  {},
-                 m_accounts});
+                 accounts});
         }
     }
 }
@@ -432,12 +507,13 @@ void RowCollector::refuseSeveralAccounts() const
 /// An account that was mistyped would leave all rows out.
 void RowCollector::refuseOtherAccounts() const
 {
+    const QStringList named = namedAccounts();
     for (const QString &account : m_options.accounts) {
-        if (!m_accounts.isEmpty() && !m_accounts.contains(account)) {
+        if (!named.isEmpty() && !named.contains(account)) {
             throw StatementRefused({translated("the statement has no entries of the account %1, only of %2")
-                                        .arg(account, m_accounts.join(QStringLiteral(", "))),
+                                        .arg(account, named.join(QStringLiteral(", "))),
                                     {},
-                                    m_accounts});
+                                    named});
         }
     }
 }

@@ -33,6 +33,8 @@ private:
     QStringList cellsOf(const SheetRow &row) const;
     void takeEntry(const SheetRow &row);
     bool isOfOtherAccount(const StatementRow &row);
+    bool takeTitle(const SheetRow &row);
+    QStringList namedAccounts() const;
     void noteAccount(const QString &account);
     void noteSign(const StatementRow &row);
     void keep(const Entry &entry, const StatementRow &row, int line);
@@ -70,7 +72,10 @@ private:
     QStringList m_accounts; ///< that the statement names, by what m_accountColumn is
     Column m_accountColumn = Column::Account;
     QString m_lastAccountCell;
-    bool m_isOtherAccount = false; ///< what it names is not chosen
+    bool m_isOtherAccount = false;        ///< what it names is not chosen
+    QHash<QString, QStringList> m_titles; ///< accounts that lines of text name, by what they are called
+    QHash<QString, QString> m_titleAbove; ///< the last ones
+    bool m_isTitleChosen = false;         ///< one of these is
     QSet<QString> m_moneySeen;
     std::optional<StatedCash> m_firstCash; ///< of the newest day, as the list has it
     std::optional<StatedCash> m_lastCash;  ///< the same

@@ -39,6 +39,8 @@ enum class Column {
     Currency,
     SharesAfter, ///< what is held after the entry
     CashAfter,   ///< what the account has after the entry
+    State,       ///< of the order: whether it was dealt
+    Cancelled,   ///< whether the order was taken back, a yes or no
     Unused,      ///< known, and of no use here
 };
 
@@ -83,6 +85,8 @@ public:
     /// What one in the best column of this meaning counts, by the unit in its name: 100 for 成交数量(手), but
     /// ten of bonds; 10000 for 成交金额(万元).
     qint64 unit(Column column, Trading::SecurityClass kind) const;
+    /// The name of a column that counts in a unit which nobody knows; empty when there is none.
+    QString nameOfUnknownUnit() const;
 
 private:
     static constexpr size_t columnKinds = static_cast<size_t>(Column::Unused) + 1;

@@ -81,6 +81,8 @@ struct StatementContents
     Noted reversals;   ///< rows that take earlier ones back: neither of the two counts
     Noted feesInDoubt; ///< the fees do not come to what was paid
     Noted costless;    ///< shares that came in without a price
+    Noted purchases;
+    Noted belowALot; ///< of these, with fewer than an order may have
 
     QString account;      ///< empty when the statement names none
     QStringList holders;  ///< shareholder's codes, where it tells no account

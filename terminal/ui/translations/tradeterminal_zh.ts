@@ -2,57 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
-    <name>QCommandLineParser</name>
-    <message>
-        <source>Usage: %1</source>
-        <translation>用法：%1</translation>
-    </message>
-    <message>
-        <source>[options]</source>
-        <translation>[选项]</translation>
-    </message>
-    <message>
-        <source>Options:</source>
-        <translation>选项：</translation>
-    </message>
-    <message>
-        <source>Arguments:</source>
-        <translation>参数：</translation>
-    </message>
-    <message>
-        <source>Displays version information.</source>
-        <translation>显示版本信息。</translation>
-    </message>
-    <message>
-        <source>Displays help on commandline options.</source>
-        <translation>显示命令行选项的帮助。</translation>
-    </message>
-    <message>
-        <source>Displays this help.</source>
-        <translation>显示本帮助。</translation>
-    </message>
-    <message>
-        <source>Displays help including Qt specific options.</source>
-        <translation>显示包括 Qt 专用选项的帮助。</translation>
-    </message>
-    <message>
-        <source>Unknown option &apos;%1&apos;.</source>
-        <translation>未知选项“%1”。</translation>
-    </message>
-    <message>
-        <source>Unknown options: %1.</source>
-        <translation>未知选项：%1。</translation>
-    </message>
-    <message>
-        <source>Missing value after &apos;%1&apos;.</source>
-        <translation>“%1”之后缺少值。</translation>
-    </message>
-    <message>
-        <source>Unexpected value after &apos;%1&apos;.</source>
-        <translation>“%1”之后有多余的值。</translation>
-    </message>
-</context>
-<context>
     <name>BarChecks</name>
     <message>
         <source>%1 is a Saturday or Sunday: no trading day</source>
@@ -73,6 +22,10 @@
     <message>
         <source>prices are many times those of the bar before, or a fraction: are decimal points in the right place?</source>
         <translation>价格与前一根K线相差许多倍：小数点位置对吗？</translation>
+    </message>
+    <message>
+        <source>the volumes only grow over the day: they are sums since its begin, not those of each minute</source>
+        <translation>成交量在一天内只增不减：是自开盘起的累计，而不是每分钟的成交量</translation>
     </message>
     <message>
         <source>these are bars of weeks or months; the terminal makes those of days</source>
@@ -107,6 +60,14 @@
 </context>
 <context>
     <name>BarImport</name>
+    <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as large: is this one in shares (--volume shares), or was that one in lots? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的 %5 倍：本文件以股为单位吗（--volume shares），还是那里以手为单位？--replace 可整个替换那个文件</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as small: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
+        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量只有那里的 %5 分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
+    </message>
     <message>
         <source>%1: these are bars of %2, but the folder has %3 under this code; use another folder</source>
         <translation>%1：这是 %2 的K线，而文件夹中该代码是 %3；请用另一个文件夹</translation>
@@ -170,14 +131,6 @@
     <message>
         <source>%1: nothing says on which market %2 is: say --code %2.SH or --code %2.SZ</source>
         <translation>%1：无法判断 %2 属于哪个市场：请指明 --code %2.SH 或 --code %2.SZ</translation>
-    </message>
-    <message>
-        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as large: is this one in shares (--volume shares), or was that one in lots? --replace replaces the file as a whole</source>
-        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量是那里的 %5 倍：本文件以股为单位吗（--volume shares），还是那里以手为单位？--replace 可整个替换那个文件</translation>
-    </message>
-    <message>
-        <source>%1: %2 of %3 days that are in %4, too, have a volume %5 times as small: is this one in lots (--volume lots)? --replace replaces the file as a whole</source>
-        <translation>%1：与 %4 共有的 %3 天中有 %2 天的成交量只有那里的 %5 分之一：本文件以手为单位吗（--volume lots）？--replace 可整个替换那个文件</translation>
     </message>
 </context>
 <context>
@@ -349,6 +302,18 @@
         <translation>读取账本的交易模块程序。</translation>
     </message>
     <message>
+        <source>hundred million shares</source>
+        <translation>亿股</translation>
+    </message>
+    <message>
+        <source>lots of %1</source>
+        <translation>手（每手 %1）</translation>
+    </message>
+    <message>
+        <source>thousand shares</source>
+        <translation>千股</translation>
+    </message>
+    <message>
         <source>zh or en.</source>
         <translation>zh 或 en。</translation>
     </message>
@@ -439,10 +404,6 @@
     <message>
         <source>Speaks with a program: see docs/terminal.md.</source>
         <translation>与程序对话：见 docs/terminal.md。</translation>
-    </message>
-    <message>
-        <source>lots of %1</source>
-        <translation>手（每手 %1）</translation>
     </message>
 </context>
 <context>
@@ -601,6 +562,10 @@
 <context>
     <name>LedgerFills</name>
     <message>
+        <source>it took too long, or was stopped</source>
+        <translation>用时过长，或已被停止</translation>
+    </message>
+    <message>
         <source>the trades of ledger %1 could not be read: %2</source>
         <translation>无法读取账本 %1 的成交：%2</translation>
     </message>
@@ -650,6 +615,10 @@
     <message>
         <source>The quantity must be at least %1.</source>
         <translation>数量至少须为 %1。</translation>
+    </message>
+    <message>
+        <source>The quantity must be at most %1.</source>
+        <translation>数量最多为 %1。</translation>
     </message>
 </context>
 <context>
@@ -1056,6 +1025,10 @@
     <message>
         <source>Keep</source>
         <translation>保留</translation>
+    </message>
+    <message>
+        <source>This practice is a ledger that the command line names: begin another with trademodule practice.</source>
+        <translation>这次练习用的是命令行指定的账本：请用 trademodule practice 另行开始一个。</translation>
     </message>
 </context>
 <context>
@@ -1489,8 +1462,8 @@
 <context>
     <name>Replay</name>
     <message>
-        <source>the bus was away at %1</source>
-        <translation>%1 时总线不可用</translation>
+        <source>its minute, %1, was over before it could be sent</source>
+        <translation>它的分钟 %1 已过，未能发出</translation>
     </message>
 </context>
 <context>
@@ -1525,6 +1498,10 @@
     <message>
         <source>Orders were placed in this replay: it cannot begin again under them. A practice can, from nothing.</source>
         <translation>这次复盘中已经下过委托，不能带着它们重新开始。练习可以从头开始。</translation>
+    </message>
+    <message>
+        <source>this account does not practise the replayed day: end the replay first</source>
+        <translation>此账户并不练习所回放的日子：请先结束回放</translation>
     </message>
 </context>
 <context>
@@ -2279,6 +2256,10 @@
 <context>
     <name>Terminal::FileSheet</name>
     <message>
+        <source>The chosen file</source>
+        <translation>所选文件</translation>
+    </message>
+    <message>
         <source>What the file is</source>
         <translation>文件类型</translation>
     </message>
@@ -2332,6 +2313,10 @@
     <message>
         <source>Listing files</source>
         <translation>正在列出文件</translation>
+    </message>
+    <message>
+        <source>Reading the account's trades</source>
+        <translation>读取账户成交</translation>
     </message>
     <message>
         <source>cannot be taken back: the import of bars has ended</source>
@@ -2750,12 +2735,12 @@ All its entries leave the ledger.</source>
         <translation>成交量单位</translation>
     </message>
     <message>
-        <source>shares</source>
-        <translation>股</translation>
+        <source>lots: 100 shares, or ten bonds</source>
+        <translation>手（100 股，债券 10 张）</translation>
     </message>
     <message>
-        <source>lots of 100</source>
-        <translation>手（100股）</translation>
+        <source>shares</source>
+        <translation>股</translation>
     </message>
     <message>
         <source>Day</source>
@@ -2949,6 +2934,18 @@ All its entries leave the ledger.</source>
     <message>
         <source>A practice needs a bus of its own, but endpoint.ini names one for all accounts.</source>
         <translation>练习需要单独的总线，而 endpoint.ini 为所有账户指定了同一条总线。</translation>
+    </message>
+    <message>
+        <source>The practice &quot;%1&quot; cannot be continued: %2</source>
+        <translation>练习“%1”无法继续：%2</translation>
+    </message>
+    <message>
+        <source>it practises %1</source>
+        <translation>它练习的是 %1</translation>
+    </message>
+    <message>
+        <source>--replay with --ledger needs a ledger that practises the day: %1. Begin one with &quot;trademodule --ledger practice.db practice --day %2 --copy LEDGER&quot;, and name practice.db; the ledger that it copies stays as it is.</source>
+        <translation>--replay 与 --ledger 并用时，账本必须是练习当日的：%1。请用 &quot;trademodule --ledger practice.db practice --day %2 --copy LEDGER&quot; 开始一个，并指定 practice.db；被复制的账本保持不变。</translation>
     </message>
 </context>
 <context>
@@ -3507,10 +3504,6 @@ The guides are in the folder docs of the program's documentation.</source>
         <source>The practice cannot be deleted: %1 cannot be changed.</source>
         <translation>练习无法删除：无法更改 %1。</translation>
     </message>
-    <message>
-        <source>The practice &quot;%1&quot; cannot be continued: %2</source>
-        <translation>练习“%1”无法继续：%2</translation>
-    </message>
 </context>
 <context>
     <name>PracticeLock</name>
@@ -3639,20 +3632,24 @@ The guides are in the folder docs of the program's documentation.</source>
 <context>
     <name>BarRemarks</name>
     <message>
-        <source>The prices are adjusted: the cost and the trades of an account do not lie on them.</source>
-        <translation>价格是复权的：账户的成本与成交不会落在K线上。</translation>
-    </message>
-    <message>
-        <source>These are bars of %1 minutes; the terminal takes each for one minute.</source>
-        <translation>这是 %1 分钟线；终端把每根当作一分钟。</translation>
-    </message>
-    <message>
         <source>%1 of %2 bars have a volume of less than a lot, %3: is it in lots?</source>
         <translation>%2 根K线中有 %1 根的成交量不足一手（%3）：是以手为单位吗？</translation>
     </message>
     <message>
         <source>All volumes are whole multiples of %1: are they in shares, and not in lots?</source>
         <translation>成交量全是 %1 的整数倍：是以股而不是以手为单位吗？</translation>
+    </message>
+    <message>
+        <source>Most bars are %1 days apart; the terminal takes each for one day.</source>
+        <translation>多数K线相隔 %1 天；本终端把每根都当作一天。</translation>
+    </message>
+    <message>
+        <source>The prices are adjusted: the cost and the trades of an account do not lie on them.</source>
+        <translation>价格是复权的：账户的成本与成交不会落在K线上。</translation>
+    </message>
+    <message>
+        <source>These are bars of %1 minutes; the terminal takes each for one minute.</source>
+        <translation>这是 %1 分钟线；终端把每根当作一分钟。</translation>
     </message>
 </context>
 <context>
@@ -3696,6 +3693,73 @@ The guides are in the folder docs of the program's documentation.</source>
     <message>
         <source>Trading at the closing price</source>
         <translation>盘后定价交易</translation>
+    </message>
+    <message>
+        <source>Your holidays cannot be read, and none of them counts: %1: %2</source>
+        <translation>您的休市日文件无法读取，均不采用：%1：%2</translation>
+    </message>
+    <message>
+        <source>Your holidays do not count until line %2 of %1 is put right: &quot;%3&quot; is no day, such as 2027-01-01, and no first and last day, such as 2027-02-08,2027-02-12.</source>
+        <translation>请改正 %1 第 %2 行，此前您的休市日均不采用：“%3”不是日期（如 2027-01-01），也不是首日与末日（如 2027-02-08,2027-02-12）。</translation>
+    </message>
+    <message>
+        <source>Your holidays do not count until line %2 of %1 is put right: &quot;%3&quot; ends before it begins.</source>
+        <translation>请改正 %1 第 %2 行，此前您的休市日均不采用：“%3”的结束早于开始。</translation>
+    </message>
+    <message>
+        <source>Your holidays do not count until line %2 of %1 is put right: &quot;%3&quot; is longer than a month.</source>
+        <translation>请改正 %1 第 %2 行，此前您的休市日均不采用：“%3”超过一个月。</translation>
+    </message>
+</context>
+<context>
+    <name>QCommandLineParser</name>
+    <message>
+        <source>Usage: %1</source>
+        <translation>用法：%1</translation>
+    </message>
+    <message>
+        <source>[options]</source>
+        <translation>[选项]</translation>
+    </message>
+    <message>
+        <source>Options:</source>
+        <translation>选项：</translation>
+    </message>
+    <message>
+        <source>Arguments:</source>
+        <translation>参数：</translation>
+    </message>
+    <message>
+        <source>Displays version information.</source>
+        <translation>显示版本信息。</translation>
+    </message>
+    <message>
+        <source>Displays help on commandline options.</source>
+        <translation>显示命令行选项的帮助。</translation>
+    </message>
+    <message>
+        <source>Displays this help.</source>
+        <translation>显示本帮助。</translation>
+    </message>
+    <message>
+        <source>Displays help including Qt specific options.</source>
+        <translation>显示包括 Qt 专用选项的帮助。</translation>
+    </message>
+    <message>
+        <source>Unknown option &apos;%1&apos;.</source>
+        <translation>未知选项“%1”。</translation>
+    </message>
+    <message>
+        <source>Unknown options: %1.</source>
+        <translation>未知选项：%1。</translation>
+    </message>
+    <message>
+        <source>Missing value after &apos;%1&apos;.</source>
+        <translation>“%1”之后缺少值。</translation>
+    </message>
+    <message>
+        <source>Unexpected value after &apos;%1&apos;.</source>
+        <translation>“%1”之后有多余的值。</translation>
     </message>
 </context>
 <context>

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -15,12 +16,15 @@ namespace {
 class BarsTalkWithAProgram : public DataFiles
 {
 protected:
-    BarsTalkWithAProgram()
+    void SetUp() override
     {
         m_bars.start(QStringLiteral(TRADETERMINAL),
-                     {QStringLiteral("bars"), QStringLiteral("import"), QStringLiteral("--json"),
-                      QStringLiteral("--data"), target(), QStringLiteral("--lang"), QStringLiteral("en")});
+                     QStringList{QStringLiteral("bars"), QStringLiteral("import"), QStringLiteral("--json"),
+                                 QStringLiteral("--data"), target(), QStringLiteral("--lang"),
+                                 QStringLiteral("en")} +
+                         moreWords());
     }
+    virtual QStringList moreWords() { return {}; }
     ~BarsTalkWithAProgram() override
     {
         m_bars.closeWriteChannel();
@@ -57,6 +61,18 @@ protected:
             }
         }
         return {};
+    }
+    /// True when progress of this step is told.
+    bool tellsOfStep(const char *step)
+    {
+        while (m_bars.canReadLine() || m_bars.waitForReadyRead(20000)) {
+            const QJsonObject word = QJsonDocument::fromJson(m_bars.readLine()).object();
+            const QJsonValue progress = word[QStringLiteral("progress")];
+            if (progress.toObject()[QStringLiteral("step")].toString() == QLatin1String(step)) {
+                return true;
+            }
+        }
+        return false;
     }
     QJsonObject ask(const QJsonObject &request)
     {
@@ -128,6 +144,30 @@ TEST_F(BarsTalkWithAProgram, UndoesNothingTwice)
     EXPECT_TRUE(command("undo").contains(QStringLiteral("undone")));
     EXPECT_TRUE(command("undo").contains(QStringLiteral("undone")));
     EXPECT_TRUE(written("daily/000001.csv").isEmpty());
+}
+
+/// The account's trades, which take the module long.
+class BarsTalkBesideALargeLedger : public BarsTalkWithAProgram
+{
+protected:
+    QStringList moreWords() override
+    {
+        const QString module = write(QStringLiteral("module.sh"), "#!/bin/sh\nexec sleep 600\n");
+        QFile::setPermissions(module, QFile::permissions(module) | QFile::ExeOwner);
+        return {QStringLiteral("--module"), module, QStringLiteral("--ledger"),
+                write(QStringLiteral("a.db"), "")};
+    }
+};
+
+TEST_F(BarsTalkBesideALargeLedger, IsCancelledWhileItReadsTheTrades)
+{
+    const QJsonObject file{{QStringLiteral("file"), bars(someDays())}};
+    say({{QStringLiteral("plan"), QJsonArray{file, file}}});
+    ASSERT_TRUE(tellsOfStep("trades"));
+    QElapsedTimer sinceCancel;
+    sinceCancel.start();
+    EXPECT_TRUE(command("cancel").contains(QStringLiteral("cancelled")));
+    EXPECT_LT(sinceCancel.elapsed(), 3000) << "and not the ten minutes of the module";
 }
 
 } // namespace

@@ -4,10 +4,16 @@
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <QFile>
 
 namespace Terminal {
 namespace {
+
+bool always()
+{
+    return true;
+}
 
 /// A module that lists two trades, and notes each time that it is started.
 class LedgerComparisonWithAModule : public DataFiles
@@ -26,10 +32,11 @@ protected:
         QFile::setPermissions(program, QFile::permissions(program) | QFile::ExeOwner);
         return program;
     }
-    int timesStarted() const
+    /// The words of each start, a line each.
+    std::string started() const
     {
         QFile file(folder() + QStringLiteral("/started"));
-        return file.open(QIODevice::ReadOnly) ? file.readAll().count('\n') : 0;
+        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
     }
     static BarImportPlan planOf(const char *code, Trading::Market market)
     {
@@ -42,24 +49,60 @@ protected:
 
 TEST_F(LedgerComparisonWithAModule, AsksOnceForAllOfManySecurities)
 {
-    LedgerComparison comparison({module(), QStringLiteral("a.db")});
+    LedgerComparison comparison({module(), QStringLiteral("a.db")}, 52, always);
     for (int i = 0; i < 50; ++i) {
         const QByteArray code = QByteArray::number(601000 + i);
         ASSERT_TRUE(comparison.of(planOf(code.constData(), Trading::Market::Shanghai)));
     }
-    EXPECT_LE(timesStarted(), 4);
+    EXPECT_EQ(started(), "trades --json\n");
     const auto wrong = comparison.of(planOf("000001", Trading::Market::Shenzhen));
     ASSERT_TRUE(wrong);
     EXPECT_EQ(wrong.value().warnings.size(), 1) << "99 yuan lie outside of the day";
     const auto right = comparison.of(planOf("600519", Trading::Market::Shanghai));
     ASSERT_TRUE(right);
     EXPECT_EQ(right.value().warnings, QStringList());
-    EXPECT_LE(timesStarted(), 4);
+    EXPECT_EQ(started(), "trades --json\n");
+}
+
+TEST_F(LedgerComparisonWithAModule, AsksForTheTradesOfOneFilesSecurityAlone)
+{
+    LedgerComparison comparison({module(), QStringLiteral("a.db")}, 1, always);
+    const auto wrong = comparison.of(planOf("000001", Trading::Market::Shenzhen));
+    ASSERT_TRUE(wrong);
+    EXPECT_EQ(wrong.value().warnings.size(), 1);
+    EXPECT_EQ(started(), "trades --json --code 000001\n");
+}
+
+TEST_F(LedgerComparisonWithAModule, EndsAModuleThatTakesItsTimeWhenItIsStopped)
+{
+    const QString program = write(QStringLiteral("slow.sh"), "#!/bin/sh\necho '['\nexec sleep 600\n");
+    QFile::setPermissions(program, QFile::permissions(program) | QFile::ExeOwner);
+    int asked = 0;
+    QElapsedTimer sinceStop;
+    LedgerComparison comparison({program, QStringLiteral("a.db")}, 2, [&] {
+        if (++asked == 3) {
+            sinceStop.start();
+        }
+        return asked < 3;
+    });
+    EXPECT_FALSE(comparison.of(planOf("000001", Trading::Market::Shenzhen)));
+    EXPECT_EQ(asked, 3);
+    EXPECT_LT(sinceStop.elapsed(), 5000) << "and not the ten minutes of the module";
+}
+
+TEST_F(LedgerComparisonWithAModule, TakesNoListThatHasNoEnd)
+{
+    const QString program =
+        write(QStringLiteral("half.sh"),
+              "#!/bin/sh\necho '['\necho '{\"date\":\"2024-01-02\",\"code\":\"000001\"},'\n");
+    QFile::setPermissions(program, QFile::permissions(program) | QFile::ExeOwner);
+    LedgerComparison comparison({program, QStringLiteral("a.db")}, 2, always);
+    EXPECT_FALSE(comparison.of(planOf("000001", Trading::Market::Shenzhen)));
 }
 
 TEST_F(LedgerComparisonWithAModule, FailsForAllWhereTheModuleFails)
 {
-    LedgerComparison comparison({QStringLiteral("/nowhere/trademodule"), QStringLiteral("a.db")});
+    LedgerComparison comparison({QStringLiteral("/nowhere/trademodule"), QStringLiteral("a.db")}, 5, always);
     for (int i = 0; i < 5; ++i) {
         EXPECT_FALSE(comparison.of(planOf("000001", Trading::Market::Shenzhen)));
     }

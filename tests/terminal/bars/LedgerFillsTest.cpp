@@ -13,27 +13,30 @@ TEST(LedgerFills, AreTheTradesOfTheSecurity)
     const auto fills = fillsIn(
         R"([{"date":"2024-01-02","code":"600519","market":"SH","side":"buy","price":"1700.5","quantity":"200"},
             {"date":"2024-01-03","code":"600519","market":"SZ","side":"buy","price":"1","quantity":"1"},
-            {"date":"2024-01-03","code":"000001","market":"SZ","side":"buy","price":"1","quantity":"1"}])",
-        security);
+            {"date":"2024-01-03","code":"000001","market":"SZ","side":"buy","price":"1","quantity":"1"}])");
     ASSERT_TRUE(fills.has_value());
-    ASSERT_EQ(fills->size(), 1U);
-    EXPECT_EQ(fills->front().day, onDay(20240102));
-    EXPECT_DOUBLE_EQ(fills->front().price, 1700.5);
-    EXPECT_EQ(fills->front().quantity, 200);
+    EXPECT_EQ(fills->size(), 3) << "one for each security";
+    const std::vector<Fill> ofOne = fills->value(security);
+    ASSERT_EQ(ofOne.size(), 1U);
+    EXPECT_EQ(ofOne.front().day, onDay(20240102));
+    EXPECT_DOUBLE_EQ(ofOne.front().price, 1700.5);
+    EXPECT_EQ(ofOne.front().quantity, 200);
 }
 
 TEST(LedgerFills, AreNoBonusShares)
 {
-    const auto fills = fillsIn(
-        R"([{"date":"2024-01-02","code":"600519","market":"SH","price":"0.00","quantity":"200"}])", security);
+    const auto fills =
+        fillsIn(R"([{"date":"2024-01-02","code":"600519","market":"SH","price":"0.00","quantity":"200"}])");
     ASSERT_TRUE(fills.has_value());
     EXPECT_TRUE(fills->empty());
 }
 
 TEST(LedgerFills, AreNothingInAnotherText)
 {
-    EXPECT_FALSE(fillsIn("trademodule: no such ledger", security).has_value());
-    EXPECT_FALSE(fillsIn("{}", security).has_value());
+    EXPECT_FALSE(fillsIn("trademodule: no such ledger").has_value());
+    EXPECT_FALSE(fillsIn("{}").has_value());
+    EXPECT_FALSE(fillsIn("[\n{}").has_value());
+    EXPECT_TRUE(fillsIn("[\n]\n").has_value());
 }
 
 TEST(LedgerFills, AreLookedForInADatabaseByTheModule)
@@ -44,8 +47,8 @@ TEST(LedgerFills, AreLookedForInADatabaseByTheModule)
 
 TEST(LedgerFills, NameTheLedgerThatCannotBeRead)
 {
-    const auto fills =
-        ledgerFills(QStringLiteral("/nowhere/trademodule"), QStringLiteral("/nowhere/a.db"), security);
+    const auto fills = ledgerFills(QStringLiteral("/nowhere/trademodule"), QStringLiteral("/nowhere/a.db"),
+                                   security.code, [] { return true; });
     ASSERT_FALSE(fills);
     EXPECT_THAT(fills.error().toStdString(), ::testing::HasSubstr("/nowhere/a.db"));
 }

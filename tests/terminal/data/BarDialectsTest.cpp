@@ -1,4 +1,5 @@
 // The same bars as different makers of files write them.
+#include "terminal/data/BarRemarks.h"
 #include "terminal/data/BarSheet.h"
 #include "tests/support/ByName.h"
 #include "tests/terminal/data/ManyForms.h"
@@ -208,6 +209,33 @@ TEST_P(BarDialectsOfMinutes, IsReadLikeTheOwnForm)
 }
 
 INSTANTIATE_TEST_SUITE_P(Made, BarDialectsOfMinutes, ::testing::ValuesIn(minuteDialects), ByName());
+
+TEST(BarDialects, AreRefusedWhoseVolumesAreSumsOverTheDay)
+{
+    Bars minutes = someMinutes();
+    for (std::size_t i = 1; i < minutes.size(); ++i) {
+        minutes[i].volume += minutes[i].date == minutes[i - 1].date ? minutes[i - 1].volume : 0;
+    }
+    const FormOfDays form("time,open,high,low,close,volume(shares)", "{iso} {hh:mm},{o},{h},{l},{c},{v}");
+    EXPECT_TRUE(readBarSheet(form.of(minutes), QStringLiteral("a.csv"), {})
+                    .error()
+                    .contains(QStringLiteral("sums since its begin")));
+    const auto sheet = readBarSheet(form.of(someMinutes()), QStringLiteral("a.csv"), {});
+    EXPECT_TRUE(sheet) << qPrintable(sheet.error());
+}
+
+TEST(BarDialects, SayThatAFewBarsMayBeOfWeeks)
+{
+    Bars weeks;
+    for (std::size_t i = 0; i < 40; i += 5) {
+        weeks.push_back(someDays()[i]);
+    }
+    const FormOfDays own("date,open,high,low,close,volume", "{d},{o},{h},{l},{c},{v}");
+    const auto sheet = readBarSheet(own.of(weeks), QStringLiteral("a.csv"), {});
+    ASSERT_TRUE(sheet) << qPrintable(sheet.error());
+    ASSERT_EQ(barRemarks(sheet.value()).size(), 1);
+    EXPECT_TRUE(barRemarks(sheet.value()).front().contains(QStringLiteral("7 days apart")));
+}
 
 } // namespace
 } // namespace Terminal

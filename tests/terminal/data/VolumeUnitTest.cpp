@@ -166,6 +166,23 @@ TEST(VolumeUnit, OfSmallVolumesIsReadRightOrAskedFor)
     }
 }
 
+TEST(VolumeUnit, MayBeThousandsOrHundredMillions)
+{
+    for (const auto &[unit, shares] : {std::pair("成交量(千股)", 1e3), std::pair("成交量（亿股）", 1e8)}) {
+        QByteArray text = QByteArray("date,open,high,low,close,") + unit + '\n';
+        for (const Bar &bar : someDays()) {
+            text += QByteArray::number(bar.date);
+            for (const double price : {bar.open, bar.high, bar.low, bar.close}) {
+                text += ',' + QByteArray::number(price, 'f', 2);
+            }
+            text += ',' + QByteArray::number(bar.volume / shares, 'f', 8) + '\n';
+        }
+        const auto sheet = read(text, "600519.SH");
+        ASSERT_TRUE(sheet) << qPrintable(sheet.error());
+        expectSame(sheet.value().bars, someDays());
+    }
+}
+
 TEST(VolumeUnit, IsDoubtedWhereManyBarsHaveLessThanALot)
 {
     Bars bars = someDays();

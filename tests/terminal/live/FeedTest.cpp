@@ -2,6 +2,8 @@
 // by it.
 #include "terminal/live/ChartSource.h"
 #include "terminal/session/TradingSession.h"
+#include "terminal/trades/ChartTrades.h"
+#include "tests/terminal/support/ChartPixels.h"
 #include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/TradingWindow.h"
 
@@ -82,6 +84,39 @@ TEST_F(FeedOfAnotherProgram, MakesTheDayGrowAndDealsAnOrder)
     EXPECT_EQ(last->price, recorded.back().close);
 }
 
+TEST_F(FeedOfAnotherProgram, DrawsADealAtItsMinuteAndPriceAndTheLineOfTheLastPrice)
+{
+    m_window->trades()->start(address());
+    const double price = std::round(recordedAsToday()[10].low * 100) / 100;
+    bool isPlaced = false;
+    QObject::connect(desk(), &OrderDesk::placed, m_window.get(), [&isPlaced] { isPlaced = true; });
+    desk()->place({chart()->data().security, Direction::Buy, price, 100});
+    ASSERT_TRUE(waitUntil([&isPlaced] { return isPlaced; }));
+
+    feed();
+
+    ASSERT_TRUE(waitUntil([this] { return chart()->data().bars == recordedAsToday(); }));
+    const auto *const layer = m_window->trades()->layer();
+    const auto ofToday = [layer] {
+        const Trades &all = layer->trades();
+        return std::find_if(all.begin(), all.end(), [](const AccountTrade &trade) {
+            return trade.day == Trading::TradingDate::today();
+        });
+    };
+    ASSERT_TRUE(waitUntil([&] { return ofToday() != layer->trades().end(); }));
+    const Bars &bars = chart()->data().bars;
+    const auto bar = std::find_if(bars.begin(), bars.end(), [&](const Bar &candidate) {
+        return candidate.minute == ofToday()->time.endMinute();
+    });
+    ASSERT_NE(bar, bars.end()) << ofToday()->time.minute();
+    EXPECT_LE(bar->low, ofToday()->price);
+    EXPECT_GE(bar->high, ofToday()->price);
+    const ChartTheme &theme = chart()->theme();
+    EXPECT_GT(pixelsOfMark(chart(), static_cast<int>(bar - bars.begin()), ofToday()->price, theme.rise), 40);
+    const QColor colour = bars.back().rises() ? theme.rise : theme.fall;
+    EXPECT_GT(pixelsOfRow(chart(), bars.back().close, colour), chart()->canvas()->width() / 4);
+}
+
 TEST_F(FeedOfAnotherProgram, LeavesThePictureThatTheSameDayHasWhenItIsLoaded)
 {
     const auto picture = [this] { return chart()->grab().toImage(); };
@@ -99,6 +134,11 @@ TEST_F(FeedOfAnotherProgram, LeavesThePictureThatTheSameDayHasWhenItIsLoaded)
 }
 #else
 TEST(FeedOfAnotherProgram, MakesTheDayGrowAndDealsAnOrder)
+{
+    GTEST_SKIP() << "no python3 with paho-mqtt was found";
+}
+
+TEST(FeedOfAnotherProgram, DrawsADealAtItsMinuteAndPriceAndTheLineOfTheLastPrice)
 {
     GTEST_SKIP() << "no python3 with paho-mqtt was found";
 }

@@ -2,7 +2,7 @@
 #include "terminal/practice/PracticeSessions.h"
 
 #include "terminal/practice/PracticeLock.h"
-#include "terminal/practice/PracticeProgress.h"
+#include "terminal/practice/PractisedLedger.h"
 #include "tests/terminal/practice/SomePractice.h"
 
 #include <QDir>
@@ -91,9 +91,11 @@ TEST_F(PracticeSessionsTest, PutTheAccountBackWhenOneBeginsAgain)
     EXPECT_EQ(sessions().restart(*session), QString());
     EXPECT_EQ(contentsOf(session->ledger()), contentsOf(session->begunLedger()));
     EXPECT_FALSE(QFile::exists(session->ledger() + QStringLiteral("-wal")));
-    const auto reached = practiceProgress(*session, QStringLiteral(TRADEMODULE));
-    ASSERT_TRUE(reached) << qPrintable(reached.error());
-    EXPECT_EQ(reached.value(), std::nullopt);
+    const auto ledger =
+        readPractisedLedger(session->ledger(), QStringLiteral(TRADEMODULE), QStringLiteral("en"));
+    ASSERT_TRUE(ledger) << qPrintable(ledger.error());
+    EXPECT_EQ(ledger.value().day, onDay(20230711));
+    EXPECT_EQ(ledger.value().reached, std::nullopt);
 }
 
 TEST_F(PracticeSessionsTest, DeleteOneThatNoWindowHasOpen)
@@ -120,9 +122,10 @@ TEST_F(PracticeSessionsTest, SayWhyTheLedgerOfOneCannotBeRead)
     ASSERT_TRUE(session);
     QFile::remove(session->ledger());
     write(session->ledger(), "this is no ledger, but long enough to look like a file of something");
-    const auto reached = practiceProgress(*session, QStringLiteral(TRADEMODULE));
-    EXPECT_FALSE(reached);
-    EXPECT_THAT(reached.error().toStdString(), HasSubstr("morning"));
+    const auto read =
+        readPractisedLedger(session->ledger(), QStringLiteral(TRADEMODULE), QStringLiteral("en"));
+    EXPECT_FALSE(read);
+    EXPECT_THAT(read.error().toStdString(), HasSubstr("not a database"));
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
+#include "terminal/trades/ChartTrades.h"
+#include "tests/terminal/support/ChartPixels.h"
 #include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/TradingWindow.h"
 
@@ -13,6 +15,22 @@ using ::testing::HasSubstr;
 class ReplayTrades : public TradingWindow
 {
 protected:
+    /// On an account that practises the day, with what the sample's has.
+    void SetUp() override
+    {
+        importStatement();
+        const QString copied = ledger();
+        m_ledgerName = QStringLiteral("practice.db");
+        QProcess begin;
+        begin.start(QStringLiteral(TRADEMODULE),
+                    {QStringLiteral("--ledger"), ledger(), QStringLiteral("practice"),
+                     QStringLiteral("--day"), QStringLiteral("20230711"), QStringLiteral("--copy"), copied});
+        ASSERT_TRUE(begin.waitForFinished());
+        ASSERT_EQ(begin.exitCode(), 0) << begin.readAllStandardError().toStdString();
+        m_plan.practised = PractisedDay{QStringLiteral("600536"), onDay(20230711), {}};
+        startModule();
+    }
+
     /// Opens the replay of a day with the orders of a plan.
     void open(const OrderPlan &plan)
     {
@@ -78,6 +96,83 @@ TEST_F(ReplayTrades, AreBehindTheQuotesOfTheirMinuteWhenPlacedByHand)
     playTo(954);
     ASSERT_TRUE(waitUntil([this] { return desk()->orders().size() == 1; }));
     EXPECT_EQ(desk()->orders().front().time.value().minute(), 9 * 60 + 53);
+}
+
+/// What a practised day looks like while it is played and afterwards: the pictures are read where things must
+/// be.
+class ReplayTradesInPictures : public ReplayTrades
+{
+protected:
+    /// A buy of 09:33 at 50.96, the price of an order that the bar's low reaches; the day is played to it.
+    void buy()
+    {
+        open(OrderPlan());
+        m_window->trades()->start(address());
+        m_window->resize(1600, 900);
+        playTo(932);
+        Q_EMIT m_window->trade()->ticket()->sendAsked({replay()->security(), Direction::Buy, price(), 200});
+        ASSERT_TRUE(waitUntil([this] { return desk()->orders().size() == 1; }));
+        playTo(933);
+        ASSERT_TRUE(waitUntil([this] { return layer()->trades().size() == 1; }));
+        m_filledAt = layer()->trades().front();
+    }
+
+    double price() { return std::round(replay()->day()[3].low * 100) / 100 + 0.02; }
+    const TradesLayer *layer() { return m_window->trades()->layer(); }
+    QColor rise() { return chart()->theme().rise; }
+
+    AccountTrade m_filledAt{onDay(20230711), atTime(930)};
+};
+
+TEST_F(ReplayTradesInPictures, StandAtTheirMinuteAndPriceWhileTheDayIsPlayed)
+{
+    buy();
+    EXPECT_EQ(m_filledAt.day, Trading::TradingDate::today());
+    EXPECT_EQ(m_filledAt.time.minute(), 9 * 60 + 33);
+    EXPECT_GT(pixelsOfMark(chart(), 3, m_filledAt.price, rise()), 25);
+    EXPECT_LT(pixelsOfMark(chart(), 60, m_filledAt.price, rise()), 10) << "nothing was bought there";
+}
+
+TEST_F(ReplayTradesInPictures, HaveTheLineOfTheLastPriceAndTheBarThatGrewBesideThem)
+{
+    buy();
+    const auto candle = [this](int bar) {
+        const QImage picture = pictureOf(chart());
+        const auto x = static_cast<int>(chart()->chartGeometry().barToX(bar));
+        const auto top = static_cast<int>(chart()->chartGeometry().priceToY(replay()->day()[bar].high));
+        const auto bottom = static_cast<int>(chart()->chartGeometry().priceToY(replay()->day()[bar].low));
+        const QImage column = picture.copy(x, top, 1, std::max(1, bottom - top));
+        return pixelsOf(column, rise()) + pixelsOf(column, chart()->theme().fall);
+    };
+    const auto lastLine = [this] {
+        const Bar &last = chart()->data().bars.back();
+        return pixelsOfRow(chart(), last.close, last.rises() ? rise() : chart()->theme().fall);
+    };
+    EXPECT_LT(candle(4), 3) << "it has not come";
+    EXPECT_GT(lastLine(), chart()->canvas()->width() / 4);
+    playTo(934);
+    ASSERT_TRUE(waitUntil([this] { return chart()->data().bars.size() == 5; }));
+    EXPECT_GT(candle(4), 2);
+    EXPECT_GT(lastLine(), chart()->canvas()->width() / 4) << "it goes along";
+}
+
+TEST_F(ReplayTradesInPictures, StandAtTheRecordedDayWhenItIsLookedAtAgain)
+{
+    buy();
+    ASSERT_EQ(m_window->setReplaying(false), QString());
+    ASSERT_TRUE(waitUntil([this] { return layer()->trades().size() == 1; }));
+    EXPECT_EQ(layer()->trades().front().day, onDay(20230711));
+    EXPECT_EQ(layer()->trades().front().time, m_filledAt.time);
+    EXPECT_GT(pixelsOfMark(chart(), 3, m_filledAt.price, rise()), 25);
+
+    load({QStringLiteral("600536"), ChartPeriod::Day});
+    const Bars &days = chart()->data().bars;
+    const auto day =
+        std::find_if(days.begin(), days.end(), [](const Bar &bar) { return bar.date == 20230711; });
+    ASSERT_NE(day, days.end());
+    const int number = static_cast<int>(day - days.begin());
+    ASSERT_TRUE(waitUntil([this] { return layer()->marks().size() == 1; })) << "the day is in view";
+    EXPECT_GT(pixelsOfMark(chart(), number, m_filledAt.price, rise()), 25);
 }
 
 } // namespace

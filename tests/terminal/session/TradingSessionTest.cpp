@@ -56,6 +56,20 @@ protected:
         return m_folder.load(QStringLiteral("000001"), ChartPeriod::Minute, onDay(20180108)).value();
     }
 
+    /// That minutes() is practised, and how far.
+    static PractisedDay practised(std::optional<Trading::ClockTime> reached = {})
+    {
+        return {QStringLiteral("000001"), onDay(20180108), reached};
+    }
+
+    /// Hears what is refused of the plan.
+    QStringList *hearRefusals()
+    {
+        QObject::connect(m_session.get(), &TradingSession::orderRefused, m_session.get(),
+                         [this](const QString &reason) { m_refusals.append(reason); });
+        return &m_refusals;
+    }
+
     Replay *replay() { return m_session->replay(); }
     bool comesTo(Stage stage)
     {
@@ -68,6 +82,7 @@ protected:
     ScriptedModule m_module{m_broker.address()};
     std::unique_ptr<TradingSession> m_session;
     std::vector<Stage> m_stages;
+    QStringList m_refusals;
     int m_overlaysDue = 0;
     int m_restarts = 0;
 };
@@ -223,7 +238,7 @@ TEST_F(TradingSessionTest, PausesAReplayWhoseTodayIsOver)
 
 TEST_F(TradingSessionTest, HasAPractisedDayGoOnAfterMidnight)
 {
-    m_plan.practised = PractisedDay{QStringLiteral("000001"), onDay(20180108)};
+    m_plan.practised = practised();
     begin();
     ASSERT_EQ(m_session->openReplay(minutes()), QString());
     replay()->playTo(atTime(1000));
@@ -239,8 +254,7 @@ TEST_F(TradingSessionTest, HasAPractisedDayGoOnAfterMidnight)
 
 TEST_F(TradingSessionTest, ComesBackToWhereAPractisedDayWas)
 {
-    m_plan.practised = PractisedDay{QStringLiteral("000001"), onDay(20180108)};
-    m_plan.replayTo = atTime(945);
+    m_plan.practised = practised(atTime(945));
     begin();
     ASSERT_EQ(m_session->openReplay(minutes()), QString());
     EXPECT_EQ(replay()->completed(), 16U);
@@ -250,9 +264,62 @@ TEST_F(TradingSessionTest, ComesBackToWhereAPractisedDayWas)
     EXPECT_EQ(replay()->completed(), 31U);
 }
 
+TEST_F(TradingSessionTest, GoesOnWithAPractisedDayWithoutBeginningItAgainAndTellsWhichOrdersAreTooLate)
+{
+    m_plan.practised = practised(atTime(945));
+    m_plan.replaySpeed = Replay::slowest;
+    m_plan.playsOn = false;
+    m_plan.orders = {{atTime(944), Direction::Buy, 100, 12.9}, {atTime(946), Direction::Buy, 100, 12.9}};
+    begin();
+    hearRefusals();
+    letModuleAnswer();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    EXPECT_EQ(m_restarts, 0);
+    EXPECT_EQ(replay()->completed(), 16U) << "it waits where it was";
+    ASSERT_EQ(m_refusals.size(), 1) << "before another minute is played";
+    EXPECT_THAT(m_refusals.front().toStdString(), ::testing::HasSubstr("09:44"));
+}
+
+TEST_F(TradingSessionTest, PlaysAPractisedDayOnToWhereItIsToBegin)
+{
+    m_plan.practised = practised(atTime(945));
+    m_plan.replaySpeed = Replay::slowest;
+    m_plan.replayTo = atTime(1000);
+    letModuleAnswer();
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    EXPECT_EQ(replay()->completed(), 31U);
+    EXPECT_EQ(m_restarts, 0);
+}
+
+TEST_F(TradingSessionTest, OrdersByTheRulesOfThePractisedDayElseByTodays)
+{
+    begin();
+    EXPECT_EQ(m_session->dayOfRules(), Trading::TradingDate::today());
+    m_plan.practised = practised();
+    begin();
+    EXPECT_EQ(m_session->dayOfRules(), onDay(20180108));
+}
+
+TEST_F(TradingSessionTest, OrdersNothingInAReplayForAnAccountThatDoesNotPractiseIt)
+{
+    letModuleAnswer();
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    ASSERT_EQ(m_session->openReplay(minutes()), QString());
+    std::string refusal;
+    QObject::connect(m_session->desk(), &OrderDesk::placed, m_session.get(),
+                     [&refusal](const OrderRequest &, const DeskOutcome &outcome) {
+                         refusal = outcome.text.toStdString();
+                     });
+    m_session->desk()->place({replay()->security(), Direction::Buy, 13, 100});
+    EXPECT_TRUE(waitUntil([&refusal] { return !refusal.empty(); }));
+    EXPECT_THAT(refusal, ::testing::HasSubstr("does not practise"));
+}
+
 TEST_F(TradingSessionTest, PlaysNoOtherDayThanThePractisedOne)
 {
-    m_plan.practised = PractisedDay{QStringLiteral("000001"), onDay(20180109)};
+    m_plan.practised = PractisedDay{QStringLiteral("000001"), onDay(20180109), {}};
     begin();
     EXPECT_THAT(m_session->openReplay(minutes()).toStdString(), ::testing::HasSubstr("2018-01-09"));
     EXPECT_EQ(replay()->state(), Replay::State::Closed);
@@ -261,6 +328,7 @@ TEST_F(TradingSessionTest, PlaysNoOtherDayThanThePractisedOne)
 TEST_F(TradingSessionTest, BeginsNoDayAgainUnderAnOrderThatWasPlacedInIt)
 {
     m_module.setAnswer(QStringLiteral("EntrustPlace"), {{QStringLiteral("ordersno"), QStringLiteral("1")}});
+    m_plan.practised = practised();
     letModuleAnswer();
     begin();
     ASSERT_TRUE(comesTo(Stage::Trading));
@@ -274,8 +342,6 @@ TEST_F(TradingSessionTest, BeginsNoDayAgainUnderAnOrderThatWasPlacedInIt)
     ASSERT_TRUE(waitUntil([&isPlaced] { return isPlaced; }));
     EXPECT_THAT(m_session->restartReplay().toStdString(), ::testing::HasSubstr("Orders were placed"));
     EXPECT_EQ(replay()->completed(), 31U);
-    replay()->close();
-    EXPECT_THAT(m_session->openReplay(minutes()).toStdString(), ::testing::HasSubstr("Orders were placed"));
 }
 
 TEST_F(TradingSessionTest, BeginsWithoutAReplayThatItsUserHasEnded)
@@ -293,6 +359,7 @@ TEST_F(TradingSessionTest, TellsWhyAnOrderOfThePlanIsRefused)
     m_module.setAnswer(QStringLiteral("EntrustPlace"), {{QStringLiteral("success"), false},
                                                         {QStringLiteral("msg"), QStringLiteral("no cash")}});
     m_plan.replaySpeed = Replay::slowest;
+    m_plan.practised = practised();
     m_plan.orders = {{atTime(930), Direction::Buy, 100, 12.9}};
     letModuleAnswer();
     begin();

@@ -84,6 +84,38 @@ protected:
         }
     }
 
+    /// A new ledger that practises the recorded day of 600536, with what the account has.
+    void makePractice(const QString &path) const
+    {
+        makeLedger(ledger());
+        for (const char *const beside : {"", "-wal", "-shm"}) {
+            QFile::remove(path + QLatin1String(beside));
+        }
+        const QStringList begin{QStringLiteral("--ledger"),
+                                path,
+                                QStringLiteral("practice"),
+                                QStringLiteral("--day"),
+                                QStringLiteral("20230711"),
+                                QStringLiteral("--copy"),
+                                ledger()};
+        const Outcome outcome = run(QStringLiteral(TRADEMODULE), begin, m_environment);
+        EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
+    }
+
+    QString practice() const
+    {
+        return m_folder.filePath(QStringLiteral("practice.db"));
+    }
+
+    /// On such a ledger.
+    QStringList withPractice() const
+    {
+        makePractice(practice());
+        return {QStringLiteral("--module"),  QStringLiteral(TRADEMODULE),
+                QStringLiteral("--ledger"),  practice(),
+                QStringLiteral("--timeout"), QStringLiteral("40")};
+    }
+
     void importStatement()
     {
         const Outcome outcome = run(QStringLiteral(TRADEMODULE),

@@ -71,7 +71,7 @@ protected:
     }
 
     static QString address() { return QApplication::applicationDirPath(); }
-    QString ledger() const { return m_folder.filePath(QStringLiteral("account.db")); }
+    QString ledger() const { return m_folder.filePath(m_ledgerName); }
 
     QStringList rowsAtAClick(const QPointF &position)
     {
@@ -87,6 +87,7 @@ protected:
     }
 
     bool m_asksBeforeSending = false;
+    QString m_ledgerName = QStringLiteral("account.db");
     QTemporaryDir m_folder;
     LocalCommunication::LocalBroker m_broker;
     std::unique_ptr<TradeModuleProcess> m_module;

@@ -2,6 +2,7 @@
 #include "terminal/trade/OrderDraft.h"
 #include "tests/support/ByName.h"
 #include "tests/support/NearestTick.h"
+#include "tests/terminal/support/DayAndTime.h"
 
 #include <gmock/gmock.h>
 
@@ -72,7 +73,9 @@ const Case cases[] = {
     {"hasNoQuantity", order(sell, 10, 0), "multiple of 100"},
     {"isNegative", order(buy, 10, -100), "multiple of 100"},
     {"sellsTheOddRestWithAll", order(sell, 10, 350), ""},
-    {"sellsTheOddRestAlone", order(sell, 10, 50), "multiple of 100"},
+    {"sellsTheOddRestAlone", order(sell, 10, 50), ""},
+    {"sellsAPartOfTheOddRest", order(sell, 10, 20), "multiple of 100"},
+    {"sellsTheOddRestWithALot", order(sell, 10, 150), ""},
     {"sellsMoreThanThereIs", order(sell, 10, 400), "Only 350 shares"},
     {"takesAllTheCash", order(buy, 10, 1000), ""},
     {"costsMoreThanThereIs", order(buy, 10, 1100), "not enough cash"},
@@ -140,6 +143,29 @@ TEST(OrderDraft, KnowsTheLimitsOfAFundByItsName)
     EXPECT_EQ(OrderDraft(fund, facts()).problem(), QString());
 }
 
+TEST(OrderDraft, KeepsToTheRulesOfItsDay)
+{
+    DraftFacts ofDay = facts();
+    OrderRequest growth = order(buy, 11.5, 100, "300750");
+    growth.security.market = Market::Shenzhen;
+    ofDay.day = onDay(20200821);
+    EXPECT_THAT(OrderDraft(growth, ofDay).problem().toStdString(), HasSubstr("9.00 and 11.00"));
+    ofDay.day = onDay(20200824);
+    EXPECT_EQ(OrderDraft(growth, ofDay).problem(), QString());
+}
+
+TEST(OrderDraft, IsNoLargerThanTheLargestOrderOfTheBoard)
+{
+    DraftFacts rich = facts();
+    rich.available = 1e9;
+    rich.held = rich.sellable = 250000;
+    OrderRequest star = order(buy, 10, 100001, "688981");
+    EXPECT_THAT(OrderDraft(star, rich).problem().toStdString(), HasSubstr("at most 100000"));
+    EXPECT_EQ(OrderDraft(star, rich).largestQuantity(), 100000);
+    star.side = sell;
+    EXPECT_EQ(OrderDraft(star, rich).largestQuantity(), 100000);
+}
+
 TEST(OrderDraft, CountsBondsInLotsOfTen)
 {
     EXPECT_DOUBLE_EQ(OrderDraft(order(buy, 100, 30, "113050"), facts()).lots(), 3);
@@ -164,14 +190,16 @@ TEST(OrderDraft, OffersNoMoreSharesThanAnOrderHasHoweverMuchCashTheModuleTells)
 {
     DraftFacts rich = facts();
     rich.available = 1e300;
-    EXPECT_EQ(OrderDraft(order(buy, 0.01, 100), rich).largestQuantity(), 1000000000);
+    EXPECT_EQ(OrderDraft(order(buy, 0.01, 100), rich).largestQuantity(), 1000000);
 }
 
-TEST(OrderDraft, ProposesAnOddRestOnlyWhenAllMayBeSold)
+TEST(OrderDraft, ProposesAnOddRestOnlyAsAWhole)
 {
     EXPECT_EQ(OrderDraft(order(sell, 10, 100), facts()).largestQuantity(), 350);
     DraftFacts boughtToday = facts();
     boughtToday.sellable = 250;
+    EXPECT_EQ(OrderDraft(order(sell, 10, 100), boughtToday).largestQuantity(), 250);
+    boughtToday.sellable = 230; // 20 of the odd 50 are on offer
     EXPECT_EQ(OrderDraft(order(sell, 10, 100), boughtToday).largestQuantity(), 200);
 }
 

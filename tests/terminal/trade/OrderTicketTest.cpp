@@ -75,6 +75,17 @@ protected:
     std::vector<OrderRequest> m_sent;
 };
 
+TEST_F(OrderTicketTest, KeepsToTheTickOfTheDayThatOrdersAreOf)
+{
+    m_facts.day = Trading::TradingDate::ofNumber(20210104).value();
+    m_ticket.setFacts(m_facts);
+    m_ticket.setSecurity({QStringLiteral("113050"), Market::Shanghai, {}}, 105.25);
+    EXPECT_EQ(price()->text().toStdString(), "105.25");
+    m_facts.day = Trading::TradingDate::ofNumber(20230104).value();
+    m_ticket.setFacts(m_facts);
+    EXPECT_EQ(price()->text().toStdString(), "105.250");
+}
+
 TEST_F(OrderTicketTest, SendsWhatWasTyped)
 {
     QTest::keyClicks(price(), QStringLiteral("10.25"));

@@ -223,20 +223,66 @@ TEST_F(ChartTradesTest, AsksNothingAboutAnOrderThatWasDealtWhileItWasDragged)
     EXPECT_THAT(replacements(), IsEmpty());
 }
 
-TEST_F(ChartTradesTest, HoldsAPriceOnTicksAndWithinTheLimitsOfTheDay)
+/// One security that closed at 10.00 yesterday.
+class ChartTradesOnTheirDay : public ChartTradesTest
 {
-    const QTemporaryDir folder;
-    const auto write = [&folder](const char *name, const QByteArray &content) {
-        QFile file(folder.filePath(QLatin1String(name)));
+protected:
+    void open(const QByteArray &code, const QByteArray &market)
+    {
+        QDir(m_folder.path()).mkdir(QStringLiteral("daily"));
+        write("securities.csv", "code,market,name\n" + code + ',' + market + ",Test\n");
+        const QByteArray yesterday = Trading::TradingDate::today().plusDays(-1).text().toLatin1();
+        write("daily/" + code + ".csv",
+              "date,open,high,low,close,volume\n" + yesterday + ",10,10,10,10,1000\n");
+        makeWindow(TerminalOptions(), m_folder.path());
+        load({QString::fromLatin1(code), ChartPeriod::Day});
+    }
+
+    void write(const QByteArray &name, const QByteArray &content)
+    {
+        QFile file(m_folder.filePath(QString::fromLatin1(name)));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(content);
+    }
+
+    const QTemporaryDir m_folder;
+};
+
+TEST_F(ChartTradesOnTheirDay, HoldAPriceWithinTheLimitsOfThePractisedDay)
+{
+    m_plan.practised = PractisedDay{QStringLiteral("300750"), onDay(20200821), {}};
+    open("300750", "SZ");
+    EXPECT_DOUBLE_EQ(trades()->allowedPrice(99), 11) << "10 % until the reform of the board";
+    m_plan.practised = PractisedDay{QStringLiteral("300750"), onDay(20200824), {}};
+    open("300750", "SZ");
+    EXPECT_DOUBLE_EQ(trades()->allowedPrice(99), 12);
+}
+
+TEST_F(ChartTradesOnTheirDay, AskForAnotherPriceByTheTickOfThePractisedDay)
+{
+    const auto decimals = [this](int day) {
+        m_plan.practised = PractisedDay{QStringLiteral("113050"), onDay(day), {}};
+        open("113050", "SH");
+        desk()->setModule([] { return DeskModule{true, QStringLiteral("a"), {}, true}; });
+        int asked = 0;
+        whenOpen<PriceDialog>([&asked](PriceDialog *dialog) {
+            asked = dialog->findChild<PriceBox *>()->decimals();
+            dialog->reject();
+        });
+        OrderRecord order;
+        order.security = chart()->data().security;
+        order.price = 10;
+        order.quantity = 10;
+        Q_EMIT m_window->trade()->panel()->priceAsked(order);
+        return asked;
     };
-    QDir(folder.path()).mkdir(QStringLiteral("daily"));
-    write("securities.csv", "code,market,name\n600519,SH,Test\n");
-    const QByteArray yesterday = Trading::TradingDate::today().plusDays(-1).text().toLatin1();
-    write("daily/600519.csv", "date,open,high,low,close,volume\n" + yesterday + ",10,10,10,10,1000\n");
-    makeWindow(TerminalOptions(), folder.path());
-    load({QStringLiteral("600519"), ChartPeriod::Day});
+    EXPECT_EQ(decimals(20220729), 2);
+    EXPECT_EQ(decimals(20220801), 3);
+}
+
+TEST_F(ChartTradesOnTheirDay, HoldAPriceOnTicksAndWithinTheLimitsOfTheDay)
+{
+    open("600519", "SH");
 
     EXPECT_DOUBLE_EQ(trades()->allowedPrice(99), 11);
     EXPECT_DOUBLE_EQ(trades()->allowedPrice(1), 9);

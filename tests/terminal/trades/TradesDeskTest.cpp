@@ -60,16 +60,15 @@ TEST_F(TradesDeskTest, PutsThoseOfPastDaysAndOfTodayTogether)
     EXPECT_EQ(m_desk.trades().back().quantity, 200);
 }
 
-TEST_F(TradesDeskTest, HasThoseOfAPractisedDayOnce)
+TEST_F(TradesDeskTest, DatesThoseOfAPractisedDayAsTheChartThatIsShown)
 {
-    tell("HistoryTrade", {tradeRow("20240102", "09315000", "B", "10", "100"),
-                          tradeRow("20240103", "10000000", "S", "11", "200")});
-    tell("TodayTrade", {tradeRow("20260103", "10000000", "S", "11", "200")});
+    tell("HistoryTrade", {tradeRow("20240102", "09315000", "B", "10", "100")});
+    tell("TodayTrade", {tradeRow("20240103", "10000000", "S", "11", "200")});
     watch();
-    m_desk.setPractised(onDay(20240103), true);
+    m_desk.setPlayedAsToday(true);
     ASSERT_THAT(m_desk.trades(), SizeIs(2));
-    EXPECT_EQ(m_desk.trades().back().day, onDay(20260103)) << "as its chart, which is today's";
-    m_desk.setPractised(onDay(20240103), false);
+    EXPECT_EQ(m_desk.trades().back().day, Trading::TradingDate::today()) << "as its chart, which is today's";
+    m_desk.setPlayedAsToday(false);
     ASSERT_THAT(m_desk.trades(), SizeIs(2));
     EXPECT_EQ(m_desk.trades().back().day, onDay(20240103));
 }

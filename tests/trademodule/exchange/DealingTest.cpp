@@ -143,10 +143,10 @@ TEST_F(DealingTest, TakesTheFeesOnceForAnOrderInParts)
 
 TEST_F(DealingTest, DealsNothingAtABetterPriceThatComesToMoreThanAnyAccountHas)
 {
-    book({fill(Side::Bonus, bank(), 20240102, 0, 1000000000)});
-    const Order order = sell(10, 1000000000);
-    Quote quote = bar(1001, 1000, 1000, 1000); // 10^12 yuan
-    quote.volume = 4000000000;
+    book({fill(Side::Bonus, bank(), 20240102, 0, 1000000)});
+    const Order order = sell(10, 1000000);
+    Quote quote = bar(1001, 1000000, 1000000, 1000000); // 10^12 yuan
+    quote.volume = 4000000;
 
     EXPECT_THROW(exchange().take(quote), Error);
 

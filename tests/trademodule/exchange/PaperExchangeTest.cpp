@@ -6,7 +6,7 @@ namespace {
 
 using namespace TradeChart::OrderStatus;
 
-/// A bar of a day that is played again.
+/// A bar of a recorded day that is played as today.
 Quote replayed(int hhmm)
 {
     Quote quote = bar(hhmm, 10, 10, 10);
@@ -16,18 +16,29 @@ Quote replayed(int hhmm)
 
 } // namespace
 
-TEST_F(PaperExchangeOfADay, ReckonsTheCostByTheTimeOfDayWhenTheDayIsPlayedAgain)
+TEST_F(PaperExchangeOfADay, LeavesTheQuotesOfAReplayAloneAndSaysSoOnce)
+{
+    const Order order = buy(10, 100);
+    const LogCapture log;
+    exchange().take(replayed(1001));
+    exchange().take(replayed(1430));
+    EXPECT_EQ(statusOf(order), code(Quoting));
+    EXPECT_EQ(buy(10, 100).time, at(1000)) << "the clock is the market's";
+    ASSERT_EQ(log.lines().size(), 1);
+    EXPECT_TRUE(log.has(QStringLiteral("replay of 20240102")));
+}
+
+TEST_F(PaperExchangeOfADay, ReckonsTheCostByTheTimeOfDayWhenALaterBuyIsInTheLedgerAlready)
 {
     hold(1000);
-    exchange().take(replayed(1400));
-    buy(10, 1000);
-    exchange().take(replayed(1401));
-    exchange().take(replayed(930));
+    Execution later = fill(Side::Buy, bank(), TradingDate::today(), 10, 1000);
+    later.time = at(1401);
+    book({later});
     sell(10, 1000);
-    exchange().take(replayed(931));
+    exchange().take(bar(1001, 10, 10, 10));
     ASSERT_EQ(ledger().holding(bank()).quantity(), 1000);
-    const Money paid = yuan(10000) + TradingRules::fees(Direction::Buy, yuan(10000));
-    EXPECT_NEAR(costPrice(bank()), paid.yuan() / 1000, 1e-9) << "what was held before was sold first";
+    EXPECT_NEAR(costPrice(bank()), (later.amount + later.fee).yuan() / 1000, 1e-9)
+        << "what was held before was sold first";
 }
 
 TEST_F(PaperExchangeOfADay, DealsAQuarterOfAMinuteHoweverOftenItIsTold)
@@ -134,19 +145,6 @@ TEST_F(PaperExchangeOfADay, DealsNothingOfBeforeAReplacementOverARestart)
     ASSERT_EQ(open.size(), 1);
     EXPECT_EQ(open.front().price, yuan(9.6));
     EXPECT_EQ(open.front().matchedQuantity, 0) << "9.50 was before it";
-}
-
-TEST_F(PaperExchangeOfADay, DealsADayThatIsPlayedAgainAfterARestart)
-{
-    exchange().take(replayed(1001));
-    buy(10, 100);
-    exchange().take(replayed(1002));
-    const Order order = buy(10, 100);
-    PaperExchange afterwards(&ledger());
-
-    afterwards.take(replayed(931));
-
-    EXPECT_EQ(statusOf(order), code(Dealed));
 }
 
 TEST_F(PaperExchangeOfADay, CountsSharesOfTheStarMarketSingly)

@@ -297,6 +297,100 @@ TEST(StatementReader, RefusesAStatementOfTwoAccountsUnlessOneIsChosen)
     EXPECT_EQ(contents.account, QStringLiteral("222"));
 }
 
+TEST(StatementReader, RefusesTablesOfTwoAccountsBelowTheirNamesUnlessOneIsChosen)
+{
+    const char *const text = "资金账号：880001\n成交日期,证券代码,操作,成交价格,成交数量\n"
+                             "20210811,600000,买入,9.10,100\n"
+                             "资金账号：,880002\n成交日期,证券代码,操作,成交价格,成交数量\n"
+                             "20210811,600000,买入,9.10,300\n";
+    EXPECT_THAT(refusalOf(text), HasSubstr("several accounts, 880001, 880002"));
+
+    for (const auto &[account, quantity] : {std::pair("880001", 100), std::pair("880002", 300)}) {
+        ReadOptions options;
+        options.accounts = QStringList{QLatin1String(account)};
+        const StatementContents contents = readText(text, options);
+        ASSERT_EQ(contents.executions.size(), 1);
+        EXPECT_EQ(contents.executions[0].quantity, quantity);
+    }
+}
+
+TEST(StatementReader, TakesAnAccountInATitleForThatOfTheOneInTheColumn)
+{
+    const StatementContents contents =
+        readText("客户号：1234 资金账号：88****01\n成交日期,证券代码,操作,成交价格,成交数量,资金账号\n"
+                 "20210811,600000,买入,9.10,100,880001\n");
+
+    EXPECT_EQ(contents.executions.size(), 1);
+    EXPECT_EQ(contents.account, QStringLiteral("880001"));
+}
+
+TEST(StatementReader, RefusesADealWhoseOrderIsSaidToBeTakenBack)
+{
+    const StatementContents contents =
+        readText("成交日期,证券代码,操作,成交价格,成交数量,成交金额,委托状态,撤单标志\n"
+                 "20210811,600000,买入,9.10,100,910.00,已撤,否\n"
+                 "20210811,600000,买入,9.10,100,910.00,已成,是\n"
+                 "20210811,600000,买入,9.10,100,910.00,已成,否\n");
+
+    EXPECT_EQ(contents.executions.size(), 1);
+    EXPECT_THAT(reasons(contents), ElementsAre(HasSubstr("2: \"已撤\" says that nothing was dealt"),
+                                               HasSubstr("3: \"是\" says that nothing was dealt")));
+    EXPECT_EQ(contents.badRows[0].column, QStringLiteral("委托状态"));
+}
+
+TEST(StatementReader, RefusesAQuantityInLotsThatOnlyTheAccountsMoneyShows)
+{
+    const StatementContents contents = readText("成交日期,证券代码,操作,成交价格,成交数量,发生金额\n"
+                                                "20240104,600000,买入,7.00,10,-7005.07\n");
+
+    EXPECT_THAT(reasons(contents), ElementsAre(HasSubstr("is the quantity in lots?")));
+}
+
+TEST(StatementReader, RefusesOneCodeOnTwoMarketsThatNothingTells)
+{
+    const StatementContents contents = readText("成交日期,证券代码,操作,成交价格,成交数量,市场代码\n"
+                                                "20240102,000001,买入,10.00,100,0\n"
+                                                "20240102,000001,买入,3000.00,100,1\n"
+                                                "20240102,600000,买入,7.00,100,1\n");
+
+    EXPECT_EQ(contents.executions.size(), 2);
+    EXPECT_THAT(reasons(contents), ElementsAre(HasSubstr("3: the code 000001 stands beside the markets")));
+}
+
+TEST(StatementReader, TakesNoSecurityForATotalByItsName)
+{
+    const StatementContents contents = readText("成交日期,证券名称,证券代码,操作,成交价格,成交数量\n"
+                                                "20240102,合计科技,600000,买入,7.00,1000\n"
+                                                "20240102,日合计,,,,1000\n");
+
+    EXPECT_EQ(contents.executions.size(), 1);
+    EXPECT_THAT(reasons(contents), IsEmpty());
+}
+
+TEST(StatementReader, RefusesAColumnOfAnUnknownUnit)
+{
+    EXPECT_THAT(refusalOf("成交日期,证券代码,操作,成交价格,成交数量(十手)\n20240102,600000,买入,7.00,10\n"),
+                HasSubstr("the unit in the name of the column 成交数量"));
+    const StatementContents contents = readText("成交日期,证券代码,操作,成交价格(人民币),成交数量(百手)\n"
+                                                "20240102,600000,买入,7.00,1\n20240102,113050,买入,110,1\n");
+    EXPECT_THAT(described(contents.executions),
+                ElementsAre("20240102 00000000 buy SH600000 10000 at 7.00 = 70000.00 fee 0.00",
+                            "20240102 00000000 buy SH113050 1000 at 110.00 = 110000.00 fee 0.00"));
+}
+
+TEST(StatementReader, CountsPurchasesOfLessThanALot)
+{
+    const StatementContents contents = readText("成交日期,证券代码,操作,成交价格,成交数量\n"
+                                                "20240104,600000,买入,7.00,10\n"
+                                                "20240104,600000,买入,7.00,200\n"
+                                                "20240104,113050,买入,115.00,10\n"
+                                                "20240104,600000,卖出,7.00,10\n");
+
+    EXPECT_EQ(contents.purchases.rows, 3);
+    EXPECT_EQ(contents.belowALot.rows, 1);
+    EXPECT_EQ(contents.belowALot.firstLine, 2);
+}
+
 TEST(StatementReader, NamesColumnsThatItDoesNotKnow)
 {
     const StatementContents contents =

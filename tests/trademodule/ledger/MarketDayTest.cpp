@@ -36,18 +36,6 @@ TEST_F(MarketDayTest, GoesByTheSameCloseAfterARestart)
     EXPECT_EQ(statusOf(high), code(AbolishedOrder));
 }
 
-TEST_F(MarketDayTest, GoesByTheFirstOpenOfTheDayThatIsPlayedNow)
-{
-    Quote replayed = bar(931, 20, 20, 20);
-    replayed.recorded = replayed.date;
-    exchange().take(replayed);
-
-    const Order order = buy(19, 100);
-    exchange().settle();
-
-    EXPECT_EQ(statusOf(order), code(Quoted));
-}
-
 TEST_F(MarketDayTest, KeepsASecuritysReferenceThoughAnotherOnesQuotesAreLater)
 {
     Quote other = bar(1030, 50, 50, 50);

@@ -97,7 +97,39 @@ TEST_F(PracticeAccountTest, FilesWhatItTradesAtTheRecordedDayAndMinute)
     EXPECT_THAT(audit(&ledger, yuan(100000)), IsEmpty());
 }
 
-TEST_F(PracticeAccountTest, TellsChartsOfTheDayThatIsPlayedAsOfToday)
+TEST_F(PracticeAccountTest, GoesByTheFirstOpenOfItsDayWhereNoCloseIsTold)
+{
+    begin();
+    Ledger ledger(practice());
+    PaperExchange exchange(&ledger);
+    exchange.take(replayed(931, 20, 20));
+    const Order order = exchange.place(bank(), Direction::Buy, yuan(19), 100);
+    exchange.settle();
+    EXPECT_EQ(OrderBook(&ledger).find(practised, order.number)->status,
+              code(TradeChart::OrderStatus::Quoted));
+}
+
+TEST_F(PracticeAccountTest, IsHeldToTheRulesOfItsDay)
+{
+    const SecurityId growth{QStringLiteral("300750"), Market::Shenzhen};
+    const auto statusAt = [&](const char *file, TradingDate day) {
+        const QString path = m_folder.filePath(QLatin1String(file));
+        beginPractice(path, day, {yuan(100000), {}});
+        Ledger ledger(path);
+        PaperExchange exchange(&ledger);
+        Quote quote = replayed(1000, 10, 10, day);
+        quote.security = growth;
+        quote.previousClose = yuan(10);
+        exchange.take(quote);
+        const Order order = exchange.place(growth, Direction::Buy, yuan(11.5), 100);
+        exchange.settle();
+        return OrderBook(&ledger).find(day, order.number)->status;
+    };
+    EXPECT_EQ(statusAt("before.db", day(20200821)), code(TradeChart::OrderStatus::AbolishedOrder)) << "10 %";
+    EXPECT_EQ(statusAt("after.db", day(20200824)), code(TradeChart::OrderStatus::Quoted)) << "20 %";
+}
+
+TEST_F(PracticeAccountTest, TellsChartsTheOrdersOfItsDayAsOfTodayAndEachTradeOnce)
 {
     begin();
     Ledger ledger(practice());
@@ -113,12 +145,12 @@ TEST_F(PracticeAccountTest, TellsChartsOfTheDayThatIsPlayedAsOfToday)
     EXPECT_EQ(orders[0].toObject().value(QStringLiteral("orderdate")).toString(), today);
     const QJsonArray trades = rowsOf(&answers, R"({"cmd":"TodayTrade","market":"SZ","stkcode":"000001"})");
     ASSERT_EQ(trades.size(), 1);
-    EXPECT_EQ(trades[0].toObject().value(QStringLiteral("date")).toString(), today);
+    EXPECT_EQ(trades[0].toObject().value(QStringLiteral("date")).toString(), practised.text())
+        << "where charts of days have its bar";
     const QJsonArray past = rowsOf(
         &answers,
         R"({"cmd":"HistoryTrade","market":"SZ","stkcode":"000001","start":"20230101","end":"20231231"})");
-    ASSERT_EQ(past.size(), 1);
-    EXPECT_EQ(past[0].toObject().value(QStringLiteral("date")).toString(), practised.text());
+    EXPECT_EQ(past.size(), 0) << "what is told as today's";
 }
 
 TEST_F(PracticeAccountTest, TellsItsOpenOrdersAsOfToday)

@@ -45,7 +45,7 @@ TEST_F(TradeAnswersOrders, SayThatAnOrderComesToMoreThanAnyAccountHas)
     QJsonObject object = question("EntrustPlace", bank());
     object[QStringLiteral("bsflag2")] = QStringLiteral("0B");
     object[QStringLiteral("orderprice")] = QStringLiteral("1000000");
-    object[QStringLiteral("orderqty")] = QStringLiteral("1000000000");
+    object[QStringLiteral("orderqty")] = QStringLiteral("100100");
 
     const QJsonObject answer = ask(object);
 
