@@ -118,7 +118,8 @@ protected:
         const MainWindow &window = shown.window;
         const auto *const list =
             window.trade()->panel()->findChild<QTableView *>(QStringLiteral("ordersView"))->viewport();
-        return QImage(picture()).copy({list->mapTo(&window, QPoint()), list->size()});
+        const QRect rows(list->mapTo(&window, QPoint()), list->size());
+        return QImage(picture()).copy(rows.adjusted(2, 0, -2, 0)); // the panel's halves may differ by a pixel
     }
 
     /// How many pixels of `colour` the picture has where the marker of an order hangs.
