@@ -126,7 +126,11 @@ QByteArray compact(const QJsonArray &rows)
     return QJsonDocument(rows).toJson(QJsonDocument::Compact);
 }
 
-/// The rows of an answer, written once: a module that took longer to write them would spare the window.
+/// In the place of a price that is another one in each answer.
+constexpr char changing[] = "10.7777";
+
+/// The rows of an answer, written once: a module that took longer to write them would spare the window. The
+/// last one changes.
 QByteArray tradeRows(int count)
 {
     QJsonArray rows;
@@ -134,6 +138,7 @@ QByteArray tradeRows(int count)
         SentTrade trade;
         trade.side = i % 2 == 0 ? "B" : "S";
         trade.date = QDate(2024, 1, 1).addDays(i % 500).toString(QStringLiteral("yyyyMMdd")).toLatin1();
+        trade.price = i == count - 1 ? changing : trade.price;
         rows.append(trade.whole());
     }
     return compact(rows);
@@ -145,6 +150,7 @@ QByteArray orderRows(int count)
     for (int i = 0; i < count; ++i) {
         SentOrder order;
         order.number = QByteArray::number(700001 + i);
+        order.price = i == count - 1 ? changing : order.price;
         rows.append(QJsonObject(order));
     }
     return compact(rows);
@@ -190,17 +196,20 @@ private:
                         text + ",\"data\":" + dataOf(command) + '}');
     }
 
-    QByteArray dataOf(const QString &command) const
+    QByteArray dataOf(const QString &command)
     {
         if (command == QLatin1String("HolderCostPrice")) {
             return R"({"stkcode":"600519","market":"1","costprice":"100.5"})";
         }
-        return command == QLatin1String("EntrustTodayTrade") ? m_orders : m_trades;
+        QByteArray rows = command == QLatin1String("EntrustTodayTrade") ? m_orders : m_trades;
+        return rows.replace(rows.lastIndexOf(changing), sizeof changing - 1,
+                            "10." + QByteArray::number(1000 + ++m_answerCount % 1000));
     }
 
     const QByteArray m_trades;
     const QByteArray m_orders;
     std::atomic<bool> m_hangs{false};
+    int m_answerCount = 0; ///< in the thread that answers
     BusThread m_answers;
     BusThread m_notifier;
 };

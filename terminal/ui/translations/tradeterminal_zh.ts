@@ -24,6 +24,10 @@
         <translation>价格与前一根K线相差许多倍：小数点位置对吗？</translation>
     </message>
     <message>
+        <source>the volumes only grow over the day: they are sums since its begin, not those of each minute</source>
+        <translation>成交量在一天内只增不减：是自开盘起的累计，而不是每分钟的成交量</translation>
+    </message>
+    <message>
         <source>these are bars of weeks or months; the terminal makes those of days</source>
         <translation>这是周线或月线；终端会由日线自行合成</translation>
     </message>
@@ -2252,6 +2256,10 @@
 <context>
     <name>Terminal::FileSheet</name>
     <message>
+        <source>The chosen file</source>
+        <translation>所选文件</translation>
+    </message>
+    <message>
         <source>What the file is</source>
         <translation>文件类型</translation>
     </message>
@@ -2727,12 +2735,12 @@ All its entries leave the ledger.</source>
         <translation>成交量单位</translation>
     </message>
     <message>
-        <source>shares</source>
-        <translation>股</translation>
+        <source>lots: 100 shares, or ten bonds</source>
+        <translation>手（100 股，债券 10 张）</translation>
     </message>
     <message>
-        <source>lots of 100</source>
-        <translation>手（100股）</translation>
+        <source>shares</source>
+        <translation>股</translation>
     </message>
     <message>
         <source>Day</source>

@@ -108,7 +108,7 @@ TEST_F(FeedOfAnotherProgram, DrawsADealAtItsMinuteAndPriceAndTheLineOfTheLastPri
     const auto bar = std::find_if(bars.begin(), bars.end(), [&](const Bar &candidate) {
         return candidate.minute == ofToday()->time.endMinute();
     });
-    ASSERT_NE(bar, bars.end());
+    ASSERT_NE(bar, bars.end()) << ofToday()->time.minute();
     EXPECT_LE(bar->low, ofToday()->price);
     EXPECT_GE(bar->high, ofToday()->price);
     const ChartTheme &theme = chart()->theme();

@@ -6,6 +6,7 @@
 #include "terminal/ui/KeysDialog.h"
 #include "terminal/ui/SecurityBox.h"
 #include "terminal/watch/WatchDock.h"
+#include "tests/terminal/support/Controls.h"
 #include "tests/terminal/support/OverlayWindow.h"
 
 #include <gmock/gmock.h>
@@ -19,8 +20,6 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTableWidget>
-
-#include <set>
 
 namespace Terminal {
 namespace {
@@ -36,51 +35,13 @@ protected:
         }
         QApplication::processEvents();
     }
-
-    static std::string nameOf(const QWidget *widget)
-    {
-        return (QLatin1String(widget->metaObject()->className()) + QLatin1Char(' ') + widget->objectName())
-            .toStdString();
-    }
-
-    /// Controls below `root` that the keyboard can have and a screen reader would call nothing.
-    static std::vector<std::string> nameless(const QWidget &root)
-    {
-        std::vector<std::string> found;
-        for (QWidget *const widget : root.findChildren<QWidget *>()) {
-            const bool isControl = widget->isVisibleTo(&root) && (widget->focusPolicy() & Qt::TabFocus) != 0;
-            QAccessibleInterface *const seen =
-                isControl ? QAccessible::queryAccessibleInterface(widget) : nullptr;
-            const bool isInside = widget->objectName().startsWith(QLatin1String("qt_spinbox")) ||
-                                  qobject_cast<QComboBox *>(widget->parentWidget()) != nullptr;
-            if (seen != nullptr && !isInside && seen->text(QAccessible::Name).isEmpty()) {
-                found.push_back(nameOf(widget));
-            }
-        }
-        return found;
-    }
-
-    /// What Tab comes to, from the chart on until it is there again.
-    std::set<const QWidget *> reached()
-    {
-        std::set<const QWidget *> widgets;
-        constexpr int longestWay = 200;
-        m_window->chart()->setFocus();
-        for (int step = 0; step < longestWay; ++step) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            if (!widgets.insert(QApplication::focusWidget()).second) {
-                break;
-            }
-        }
-        return widgets;
-    }
 };
 
 TEST_F(KeyboardBarTest, EveryControlOfTheWindowHasAName)
 {
     for (const ChartPeriod period : {ChartPeriod::Day, ChartPeriod::Minute}) {
         showAll(period);
-        EXPECT_THAT(nameless(*m_window), ::testing::IsEmpty());
+        EXPECT_THAT(namelessControls(*m_window), ::testing::IsEmpty());
     }
 }
 
@@ -89,17 +50,17 @@ TEST_F(KeyboardBarTest, EveryControlOfAQuestionHasAName)
     show({});
     OrderQuestion question(OutcomeText::sendQuestion({}, {}), m_window.get());
     question.show();
-    EXPECT_THAT(nameless(question), ::testing::IsEmpty());
+    EXPECT_THAT(namelessControls(question), ::testing::IsEmpty());
     KeysDialog keys(m_window.get());
     keys.show();
-    EXPECT_THAT(nameless(keys), ::testing::IsEmpty());
+    EXPECT_THAT(namelessControls(keys), ::testing::IsEmpty());
 }
 
 TEST_F(KeyboardBarTest, TabReachesEveryControlThatCanBeUsed)
 {
     showAll(ChartPeriod::Minute);
     activateWindow();
-    const auto reachable = reached();
+    const auto reachable = reachedByTab(m_window->chart());
     std::vector<std::string> left;
     for (const QAbstractButton *const button : m_window->findChildren<QAbstractButton *>()) {
         const bool isHidden = !button->isVisible() || !button->isEnabled() ||
@@ -109,7 +70,7 @@ TEST_F(KeyboardBarTest, TabReachesEveryControlThatCanBeUsed)
         const auto *const checked = qobject_cast<const QAbstractButton *>(button);
         const bool isOneOfAGroup = checked->autoExclusive() || checked->group() != nullptr; // arrows go there
         if (!isHidden && !isOneOfAGroup && reachable.count(button) == 0) {
-            left.push_back(nameOf(button) + " " + button->text().toStdString());
+            left.push_back(nameOfControl(button) + " " + button->text().toStdString());
         }
     }
     EXPECT_THAT(left, ::testing::IsEmpty());
