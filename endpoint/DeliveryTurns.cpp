@@ -15,7 +15,7 @@ namespace {
 /// The user's input waits as long for what is handed over, and for what is read. It is painted after that, in
 /// a sixtieth of a second altogether.
 constexpr std::chrono::milliseconds share{4};
-constexpr std::chrono::milliseconds shareOfReading{3};
+constexpr std::chrono::milliseconds shareOfReading{5};
 
 } // namespace
 

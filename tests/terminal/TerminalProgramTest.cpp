@@ -143,8 +143,9 @@ TEST_F(TerminalProgramWithSettings, TellsWhichLineOfTheUsersHolidaysIsWrongAndWh
     QString shown;
     EXPECT_EQ(run({QStringLiteral("--lang"), QStringLiteral("en")},
                   [&shown](MainWindow *window) {
-                      const auto *const bar = window->findChild<MessageBar *>();
-                      shown = bar->isVisible() ? bar->text() : QString();
+                      for (const MessageBar *const bar : window->findChildren<MessageBar *>()) {
+                          shown += bar->text();
+                      }
                   }),
               0);
     qunsetenv("TRADING_HOLIDAYS");

@@ -103,7 +103,7 @@ TEST_F(PracticeWindow, PlaysAMorningWhoseBooksAddUpAndLeavesTheAccountAsItWas)
           QStringLiteral("0933 buy 15000 51.00"), QStringLiteral("--order"),
           QStringLiteral("0935 sell 300 51.00"), QStringLiteral("--order"),
           QStringLiteral("0936 buy 100 47.00"), QStringLiteral("--order"),
-          QStringLiteral("1010 buy 12000 50.86"), QStringLiteral("--order"),
+          QStringLiteral("1010 buy 1000 50.86"), QStringLiteral("--order"),
           QStringLiteral("1045 sell 500 50.20")});
     ASSERT_TRUE(comesTo("11:30:00"));
     close();

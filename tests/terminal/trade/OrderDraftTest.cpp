@@ -190,7 +190,7 @@ TEST(OrderDraft, OffersNoMoreSharesThanAnOrderHasHoweverMuchCashTheModuleTells)
 {
     DraftFacts rich = facts();
     rich.available = 1e300;
-    EXPECT_EQ(OrderDraft(order(buy, 0.01, 100), rich).largestQuantity(), 1000000000);
+    EXPECT_EQ(OrderDraft(order(buy, 0.01, 100), rich).largestQuantity(), 1000000);
 }
 
 TEST(OrderDraft, ProposesAnOddRestOnlyAsAWhole)
