@@ -126,6 +126,10 @@ QByteArray compact(const QJsonArray &rows)
     return QJsonDocument(rows).toJson(QJsonDocument::Compact);
 }
 
+/// Asks for the end of a flood once more: a broker whose memory is full throws out who sends, and with him
+/// the end that he sent.
+constexpr char onlyTheEnd[] = "again";
+
 /// In the place of a price that is another one in each answer.
 constexpr char changing[] = "10.7777";
 
@@ -167,8 +171,8 @@ public:
                     [this](EndPoint &own, const QByteArray &payload, const QByteArray &replyChannel) {
                         answer(own, payload, replyChannel);
                     }),
-          m_notifier(bus, "Begin", [](EndPoint &own, const QByteArray &, const QByteArray &) {
-              for (int i = 0; i < load().notifications; ++i) {
+          m_notifier(bus, "Begin", [](EndPoint &own, const QByteArray &payload, const QByteArray &) {
+              for (int i = 0; i < load().notifications && payload != onlyTheEnd; ++i) {
                   own.sendMessage("Global", "TradeNotify",
                                   R"({"stkcode":"600519","market":"1","ordersno":"1"})");
               }
@@ -381,6 +385,10 @@ TEST_F(StallsProgram, AreShortWhateverComesIn)
     const auto flood = [&](const char *what) {
         hasEnded = false;
         other.sendMessage("Global", "Begin", "{}");
+        QTimer asking;
+        QObject::connect(&asking, &QTimer::timeout,
+                         [&other] { other.sendMessage("Global", "Begin", onlyTheEnd); });
+        asking.start(5s);
         watchUntil(what, [&hasEnded] { return hasEnded; });
     };
 
