@@ -111,14 +111,16 @@ protected:
         MainWindow window{&session, options()};
     };
 
-    /// The rows of the picture's list of orders.
+    /// The rows of the picture's list of orders, their left half: how wide the list is depends on what stands
+    /// beside it.
     QImage orderRows()
     {
         const WindowOfThePicture shown;
         const MainWindow &window = shown.window;
         const auto *const list =
             window.trade()->panel()->findChild<QTableView *>(QStringLiteral("ordersView"))->viewport();
-        return QImage(picture()).copy({list->mapTo(&window, QPoint()), list->size()});
+        return QImage(picture()).copy(
+            {list->mapTo(&window, QPoint()), QSize(list->width() / 2, list->height())});
     }
 
     /// How many pixels of `colour` the picture has where the marker of an order hangs.

@@ -112,7 +112,7 @@ TEST_F(FeedOfAnotherProgram, DrawsADealAtItsMinuteAndPriceAndTheLineOfTheLastPri
     EXPECT_LE(bar->low, ofToday()->price);
     EXPECT_GE(bar->high, ofToday()->price);
     const ChartTheme &theme = chart()->theme();
-    EXPECT_GT(pixelsOfMark(chart(), static_cast<int>(bar - bars.begin()), ofToday()->price, theme.rise), 40);
+    EXPECT_GT(pixelsOfMark(chart(), static_cast<int>(bar - bars.begin()), ofToday()->price, theme.rise), 25);
     const QColor colour = bars.back().rises() ? theme.rise : theme.fall;
     EXPECT_GT(pixelsOfRow(chart(), bars.back().close, colour), chart()->canvas()->width() / 4);
 }
