@@ -36,6 +36,7 @@
 #include <algorithm>
 #include <chrono>
 #include <numeric>
+#include <utility>
 
 namespace Terminal {
 
@@ -285,10 +286,21 @@ void MainWindow::setUpStates()
             m_overlays->renewPastTrades(code);
         }
     });
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(OverlayStates::patience);
+    connect(&m_patience, &QTimer::timeout, this, [this] {
+        showStates();
+        if (std::exchange(m_isAskedAgain, false)) {
+            m_patience.start();
+        }
+    });
     connect(&m_answers, &ScreenAnswers::asked, this, [this, soon](const QString &command) {
         m_states.noteAsked(command);
         soon();
-        QTimer::singleShot(OverlayStates::patience, this, &MainWindow::showStates);
+        m_isAskedAgain = m_patience.isActive();
+        if (!m_isAskedAgain) { // one timer, also in a flood of questions
+            m_patience.start();
+        }
     });
     connect(&m_answers, &ScreenAnswers::answered, this, [this, soon](const Trading::CheckedAnswer &answer) {
         m_states.noteAnswer(answer);
