@@ -3865,8 +3865,8 @@ The guides are in the folder docs of the program's documentation.</source>
         <translation>继续一次练习，即用单独的账户交易一个历史交易日；--replay 为其倍速。</translation>
     </message>
     <message>
-        <source>Plays a recorded day as today, 1 to 600 times as fast; for --period minute, which it implies.</source>
-        <translation>把一个历史交易日当作今天回放，1 到 600 倍速；用于 --period minute，此项自动生效。</translation>
+        <source>Plays a recorded day as today, 1 to 600 times as fast; for --period minute, which it implies. A --ledger must be one that practises the day.</source>
+        <translation>把一个历史交易日当作今天回放，1 到 600 倍速；用于 --period minute，此项自动生效。--ledger 须是练习当日的账本。</translation>
     </message>
     <message>
         <source>Plays the day at once up to this minute; a snapshot stops there, else at the end.</source>
