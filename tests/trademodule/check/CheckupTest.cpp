@@ -190,7 +190,8 @@ TEST_F(CheckupTest, FindsNearlyEveryFaultThatCanBeMade)
             ++remarked;
         } else {
             ++silent;
-            EXPECT_TRUE(isLeftOutByRight(mutation) || harmless().count(mutation.text()) > 0) << mutation.text();
+            EXPECT_TRUE(isLeftOutByRight(mutation) || harmless().count(mutation.text()) > 0)
+                << mutation.text();
         }
     }
     std::cout << mutations.size() << " faults: " << wrong << " told as wrong, " << remarked

@@ -26,16 +26,16 @@ TEST(ExampleModule, PassesWhatOnlyReads)
     const TestBroker broker;
     QProcess module;
     module.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    module.start(QStringLiteral(MODULE_PYTHON),
-                 {program, QStringLiteral(TRADECHART_TREE "/examples/module/trades.csv"),
-                  broker.socketPath()});
+    module.start(
+        QStringLiteral(MODULE_PYTHON),
+        {program, QStringLiteral(TRADECHART_TREE "/examples/module/trades.csv"), broker.socketPath()});
     ASSERT_TRUE(module.waitForStarted());
     QProcess check;
     const auto isRight = [&] { // no module answers until Python has begun
         check.start(QStringLiteral(TRADEMODULE_CHECK),
-                    {QStringLiteral("--bus"), broker.address(), QStringLiteral("--lang"), QStringLiteral("en"),
-                     QStringLiteral("--from"), QStringLiteral("20240101"), QStringLiteral("--to"),
-                     QStringLiteral("20240131")});
+                    {QStringLiteral("--bus"), broker.address(), QStringLiteral("--lang"),
+                     QStringLiteral("en"), QStringLiteral("--from"), QStringLiteral("20240101"),
+                     QStringLiteral("--to"), QStringLiteral("20240131")});
         check.waitForFinished(60000);
         return !check.readAllStandardError().contains("no trading module answers");
     };

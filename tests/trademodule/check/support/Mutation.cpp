@@ -166,9 +166,10 @@ const Trading::MessageKey *Mutation::key() const
         if (step == everyRow) {
             continue;
         }
-        const auto key = std::find_if(keys->begin(), keys->end(), [&step](const Trading::MessageKey &candidate) {
-            return step == QLatin1String(candidate.key);
-        });
+        const auto key =
+            std::find_if(keys->begin(), keys->end(), [&step](const Trading::MessageKey &candidate) {
+                return step == QLatin1String(candidate.key);
+            });
         found = key == keys->end() ? nullptr : &*key;
         if (found == nullptr || found->inside == nullptr) {
             break;
