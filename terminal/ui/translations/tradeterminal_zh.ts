@@ -239,6 +239,10 @@
         <translation>表头写明成交量单位是 %1</translation>
     </message>
     <message>
+        <source>the volume, in %1, comes to more shares than there are</source>
+        <translation>以 %1 计的成交量超过了现有的股数</translation>
+    </message>
+    <message>
         <source>the volume, in %1, is no whole number of shares</source>
         <translation>成交量（单位 %1）不是整数股</translation>
     </message>
