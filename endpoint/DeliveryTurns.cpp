@@ -15,7 +15,7 @@ namespace {
 /// The user's input waits as long for what is handed over, and for what is read. It is painted after that, in
 /// a sixtieth of a second altogether.
 constexpr std::chrono::milliseconds share{4};
-constexpr std::chrono::milliseconds shareOfReading{3};
+constexpr std::chrono::milliseconds shareOfReading{5};
 
 } // namespace
 
@@ -66,16 +66,16 @@ void DeliveryTurns::queue(Inbox *inbox)
     goOnLater();
 }
 
+std::chrono::nanoseconds DeliveryTurns::readingTime() const
+{
+    return std::chrono::nanoseconds(shareOfReading) / m_members;
+}
+
 void DeliveryTurns::goOnLater()
 {
     if (!m_nextTurn.isActive()) {
         m_nextTurn.start();
     }
-}
-
-std::chrono::nanoseconds DeliveryTurns::readingTime() const
-{
-    return std::chrono::nanoseconds(shareOfReading) / m_members;
 }
 
 /// A receiver may destroy its inbox, and this with it, or run an event loop that comes here again. The time

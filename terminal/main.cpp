@@ -33,19 +33,20 @@ QStringList wordsOf(int argc, char *argv[])
     return words;
 }
 
-/// The language of what is said before the options are understood: theirs, else that of the shell.
+/// The language of what is said before the options are understood: theirs, of several the last, else that of
+/// the shell.
 QString languageOf(const QStringList &words)
 {
     const QString option = QStringLiteral("--lang");
+    QString language = Trading::machineLanguage();
     for (int i = 1; i < words.size(); ++i) {
         if (words.at(i) == option) {
-            return words.value(i + 1);
-        }
-        if (words.at(i).startsWith(option + QLatin1Char('='))) {
-            return words.at(i).mid(option.size() + 1);
+            language = words.value(i + 1);
+        } else if (words.at(i).startsWith(option + QLatin1Char('='))) {
+            language = words.at(i).mid(option.size() + 1);
         }
     }
-    return Trading::machineLanguage();
+    return language;
 }
 
 } // namespace

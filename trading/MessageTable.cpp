@@ -204,11 +204,10 @@ Form formOf(ResultKind kind)
     switch (kind) {
     case ResultKind::Text:
         return Form::Any;
-    case ResultKind::Count:
-    case ResultKind::Shares:
-        return Form::Any; // more than an int holds
     case ResultKind::Price:
         return Form::Price;
+    case ResultKind::Count:
+    case ResultKind::Shares: // more than an int holds
     case ResultKind::Money:
     case ResultKind::Gain:
     case ResultKind::Percent:
@@ -249,6 +248,21 @@ const RecordShape &resultRow()
     return shape;
 }
 
+/// The same of all rows: what has a sense in their sum.
+const RecordShape &resultSum()
+{
+    static const RecordShape shape = [] {
+        RecordShape sum{"A sum of results", {}};
+        for (const MessageKey &key : resultRow().keys) {
+            if (findResultColumn(QLatin1String(key.key))->isSummed) {
+                sum.keys.push_back(key);
+            }
+        }
+        return sum;
+    }();
+    return shape;
+}
+
 const RecordShape &results()
 {
     using namespace ResultsFields;
@@ -258,7 +272,7 @@ const RecordShape &results()
          {ROWS, JsonType::Rows, Form::Any, required, WhenWrong::NoRows, "the part", &resultRow()},
          {COUNT, JsonType::Text, Form::Whole, required, WhenWrong::Zero, "of all rows of the list"},
          {SUM, JsonType::Record, Form::Any, required, WhenWrong::NoRows,
-          "of all rows: the columns that have a sum"},
+          "of all rows: the columns that have a sum", &resultSum()},
          {STATE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored,
           "another text whenever the ledger has changed: parts with the same are of one list"},
          {INCOMPLETE, JsonType::Texts, Form::Any, optional, WhenWrong::NoRows,
@@ -514,7 +528,9 @@ const std::vector<MessageRow> &messageTable()
         question(ENTRUSTPLACE, "places an order", newOrder() + languageAsked()),
         answer(ENTRUSTPLACE, {JsonType::Record, placedOrder()},
                {{PlaceFields::CLIENTNO, JsonType::Text, Form::ClientNumber, optional, WhenWrong::Nothing,
-                 "the question's, when it had one"}}),
+                 "the question's, when it had one"},
+                {RTSORDERNO, JsonType::Text, Form::Positive, optional, WhenWrong::Nothing,
+                 "the order's number again"}}),
         question(CmdType::REPLACE,
                  "cancels what is left of an order and, when that is confirmed, places it at another price",
                  orderMeant() + newPrice()),

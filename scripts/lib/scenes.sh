@@ -25,9 +25,18 @@ afternoon=(
     --order "1042 buy 1000 50.40" --order "1316 buy 14000 50.50" --order "1334 sell 1900 50.64"
 )
 
-# Becomes the terminal. The trade points are on the daily chart, one click away from the replay.
+# practise DAY: begins anew the practice of a recorded day, with the cash and the holdings of the ledger. A replay
+# plays on no other account.
+practise() {
+    practice="$out/practice.db"
+    rm -f "$practice" "$practice"-*
+    "$programs/trademodule" --ledger "$practice" practice --day "$1" --copy "$ledger" >/dev/null
+}
+
+# Becomes the terminal.
 open_window() {
-    exec "${terminal[@]}" --code 600536 --day 20230711 --overlays cost,trades,orders \
+    practise 20230711
+    exec "${terminal[@]}" --ledger "$practice" --code 600536 --day 20230711 --overlays cost,trades,orders \
         --replay 20 --replay-to 1008 "${morning[@]}" "${playing[@]}"
 }
 
@@ -39,12 +48,12 @@ picture() {
     say "$file"
 }
 
-# replay NAME OPTION...: a picture of a replay, on a copy of the ledger, which gets its orders
+# replay NAME DAY OPTION...: a picture of a day that is practised
 replay() {
-    local copy="$out/replay.db"
-    rm -f "$copy" "$copy"-*
-    cp "$ledger" "$copy"
-    picture "$@" --ledger "$copy" --replay 60 --period minute
+    local name="$1" day="$2"
+    shift 2
+    practise "$day"
+    picture "$name" --ledger "$practice" --day "$day" --replay 60 --period minute "$@"
 }
 
 # One picture is named as each overlay. The combined trade points all stand on the first bar that is loaded:
@@ -57,11 +66,12 @@ render_pictures() {
     picture combined-cost --code 600536 --overlays combined-cost
     picture combined-trades --code 000001 --period minute --day 20180104 --overlays combined-trades
     picture overlays --code 600536 --overlays cost,trades,combined-cost,combined-trades
-    replay orders --code 600536 --day 20230711 --overlays cost,orders --replay-to 1335 \
+    replay orders 20230711 --code 600536 --overlays cost,orders --replay-to 1335 \
         "${morning[@]}" "${afternoon[@]}"
-    replay trades-minutes --code 600536 --day 20230711 --trades on --replay-to 1335 \
+    replay trades-minutes 20230711 --code 600536 --trades on --replay-to 1335 \
         "${morning[@]}" "${afternoon[@]}"
-    replay orders-light --code 000001 --day 20180115 --overlays orders --replay-to 1120 --theme light \
+    replay practice 20230711 --code 600536 --overlays cost --trades on --replay-to 1042 "${morning[@]}"
+    replay orders-light 20180115 --code 000001 --overlays orders --replay-to 1120 --theme light \
         --order "0936 buy 6000 13.65" --order "0944 sell 2000 13.95" --order "0950 buy 3000 13.40" \
         --order "1004 buy 20000 13.92" --order "1008 sell 3000 14.10" --order "1020 sell 1000 14.60" \
         --order "1045 buy 5000 13.80" --order "1110 sell 1000 14.18"

@@ -118,6 +118,21 @@ bool contradictPreviousCloses(const BarRows &rows)
     return !rows.haveTimes && known >= enoughPairs && equal * 2 < known;
 }
 
+/// Some files of minutes have in each row what was traded since the day began.
+bool areVolumesSums(const BarRows &rows)
+{
+    int rises = 0;
+    for (std::size_t i = 1; i < rows.bars.size(); ++i) {
+        const Bar &before = rows.bars[i - 1];
+        const Bar &bar = rows.bars[i];
+        if (bar.date == before.date && bar.volume < before.volume) {
+            return false;
+        }
+        rises += bar.date == before.date && bar.volume > before.volume ? 1 : 0;
+    }
+    return rows.haveTimes && rises >= enoughBars;
+}
+
 bool areLongerThanDays(const BarRows &rows)
 {
     constexpr int daysOfAWeekApart = 5;
@@ -147,6 +162,10 @@ LineProblem problemAmong(const BarRows &rows, Trading::SecurityKind kind)
     if (areLongerThanDays(rows)) {
         return {rows.lines.front(),
                 text("these are bars of weeks or months; the terminal makes those of days")};
+    }
+    if (areVolumesSums(rows)) {
+        return {rows.lines.front(), text("the volumes only grow over the day: they are sums since its begin, "
+                                         "not those of each minute")};
     }
     if (contradictPreviousCloses(rows)) {
         return {rows.lines.front(), text("most previous closes are not the close of the day before: are the "

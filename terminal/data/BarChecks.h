@@ -15,6 +15,7 @@ namespace Terminal {
 /// - Most opens are nearer to the close before than closes are to the open before: else both are exchanged.
 /// - Most previous closes are the close of the bar before.
 /// - Days follow one another: bars of weeks or months are none.
+/// - Volumes of minutes do not only grow over a day: sums since its begin are none of a minute.
 ///
 /// The rates of money lent (逆回购) are no prices: they may be any from one minute to the next.
 LineProblem problemAmong(const BarRows &rows, Trading::SecurityKind kind = Trading::SecurityKind::MainShare);

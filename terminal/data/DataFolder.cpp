@@ -4,6 +4,7 @@
 #include "terminal/data/BarAggregation.h"
 #include "terminal/data/BarFile.h"
 #include "terminal/data/BarRemarks.h"
+#include "terminal/data/DailySheets.h"
 #include "terminal/data/TradingHours.h"
 
 #include <QCoreApplication>
@@ -91,6 +92,7 @@ Loaded<DataFolder> DataFolder::open(const QString &path)
         return Loaded<DataFolder>::failure(securities.error());
     }
     folder.m_securities = securities.value();
+    folder.m_dailySheets = std::make_shared<DailySheets>();
     folder.m_recordedDays = RecordedDays(folder.m_dir.filePath(QStringLiteral("minute")));
     return folder;
 }
@@ -156,8 +158,12 @@ void DataFolder::takeBars(const Bars &bars, ChartData *data) const
 Loaded<BarSheet> DataFolder::loadBars(const QString &code, ChartPeriod period,
                                       std::optional<Trading::TradingDate> day) const
 {
-    return period == ChartPeriod::Minute ? loadMinutes(code, day)
-                                         : readDailySheet(dailyFile(code), withMarket(code, m_securities));
+    return period == ChartPeriod::Minute ? loadMinutes(code, day) : *dailySheet(code);
+}
+
+std::shared_ptr<const Loaded<BarSheet>> DataFolder::dailySheet(const QString &code) const
+{
+    return m_dailySheets->read(dailyFile(code), withMarket(code, m_securities));
 }
 
 QString DataFolder::dailyFile(const QString &code) const
@@ -183,7 +189,7 @@ FileStamp DataFolder::minuteStamp(const QString &code, Trading::TradingDate day)
 /// None where they cannot be read.
 Bars DataFolder::dailyBars(const QString &code) const
 {
-    return readDailyBars(dailyFile(code), withMarket(code, m_securities)).value();
+    return dailySheet(code)->value().bars;
 }
 
 KnownAdjustment DataFolder::adjustmentOf(const QString &code, Trading::TradingDate day) const
@@ -203,9 +209,8 @@ KnownAdjustment DataFolder::adjustmentOf(const QString &code, Trading::TradingDa
 void DataFolder::adjustBy(const CorporateActions &actions, const QString &code, Trading::TradingDate day,
                           KnownAdjustment *known) const
 {
-    BarHints hints;
-    hints.security = SecurityCode::of(withMarket(code, m_securities));
-    const BarSheet daily = readBarFile(dailyFile(code), hints).value();
+    const DailySheets::Sheet sheet = dailySheet(code);
+    const BarSheet &daily = sheet->value();
     if (daily.prices == PriceKind::Adjusted) {
         known->remarks.append(
             text("%1: its prices are adjusted already, so they are shown as they are").arg(dailyFile(code)));

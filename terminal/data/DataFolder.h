@@ -15,11 +15,13 @@
 #include <QHash>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
 namespace Terminal {
 
+class DailySheets;
 struct BarSheet;
 
 /// What a chart of days or longer has of the span that today is in, the quotes of today left aside.
@@ -61,7 +63,7 @@ struct ChartData
 std::optional<Trading::TradingDate> shownDay(const ChartData &data);
 
 /// A folder of market data: `securities.csv`, `daily/<code>.csv`, `minute/<code>_<yyyymmdd>.csv` and
-/// `actions/<code>.csv`. Files are read each time that they are asked for: they may grow.
+/// `actions/<code>.csv`. Files are looked at each time that they are asked for: they may grow.
 class DataFolder
 {
 public:
@@ -112,12 +114,14 @@ private:
     /// Raw; of days for weeks and months, too.
     Loaded<BarSheet> loadBars(const QString &code, ChartPeriod period,
                               std::optional<Trading::TradingDate> day) const;
+    std::shared_ptr<const Loaded<BarSheet>> dailySheet(const QString &code) const;
     Loaded<BarSheet> loadMinutes(const QString &code, std::optional<Trading::TradingDate> day) const;
 
     QDir m_dir;
     Securities m_securities;
     QHash<QString, BookedActions> m_booked; ///< by code
     mutable RecordedDays m_recordedDays;    ///< what was listed of the folder last
+    std::shared_ptr<DailySheets> m_dailySheets;
 };
 
 } // namespace Terminal

@@ -89,6 +89,7 @@ void letNamesGiveWay(const FileReport &report, QHeaderView *header)
 FileSheet::FileSheet(QWidget *parent) : QScrollArea(parent)
 {
     setObjectName(QStringLiteral("fileSheet"));
+    setAccessibleName(tr("The chosen file")); // the keyboard scrolls it
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -321,6 +322,7 @@ void FileSheet::addRows(const FileReport &report, bool hidesAmounts)
     table->setHorizontalHeaderLabels(report.columns);
     table->verticalHeader()->hide();
     table->setShowGrid(false);
+    table->setWordWrap(false);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setTabKeyNavigation(false);

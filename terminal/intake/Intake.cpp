@@ -249,12 +249,11 @@ void Intake::import()
 void Intake::importNext()
 {
     const int statement = find(FileKind::Statement, State::Ready);
-    if (m_isCancelled) {
+    const bool isDone = statement < 0 && find(FileKind::BarTable, State::Ready) < 0;
+    if (m_isCancelled || isDone) {
         finishWriting();
     } else if (statement >= 0) {
         runStatement(statement, Errand::Import);
-    } else if (find(FileKind::BarTable, State::Ready) < 0) {
-        finishWriting();
     } else if (m_isPlanStale) {
         planBars();
     } else {

@@ -1,6 +1,7 @@
 #include "terminal/intake/IntakeQuestion.h"
 
 #include "terminal/data/SecurityCode.h"
+#include "trading/CodeRanges.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -32,7 +33,7 @@ std::vector<IntakeQuestion> intakeQuestions()
          Form::Choice,
          text("Unit of the volume"),
          {},
-         {{named("shares"), text("shares")}, {named("lots"), text("lots of 100")}}},
+         {{named("shares"), text("shares")}, {named("lots"), text("lots: 100 shares, or ten bonds")}}},
         {FileKind::BarTable, named("day"), Form::Word, text("Day"), text("yyyymmdd"), {}},
         {FileKind::BarTable,
          named("replace"),
@@ -82,6 +83,10 @@ QString inWordsOfTheWindow(const QString &reason, FileKind kind)
                          text("\"%1\"").arg(question.label));
         }
     }
+    if (kind == FileKind::Statement) {
+        said.replace(QLatin1String("--suggest"),
+                     text("\"%1\"").arg(text("Columns and words of your broker")));
+    }
     return said;
 }
 
@@ -97,10 +102,12 @@ QString codeInName(const QString &path)
     }
     const QString digits = match.captured(2);
     const QString market = (match.captured(1) + match.captured(3)).toLower();
-    const bool isNamed = !market.isEmpty();
-    const bool isShenzhen = isNamed ? market == QLatin1String("sz") || market == QLatin1String("xshe")
-                                    : digits.at(0) < QLatin1Char('5');
-    return digits + (isShenzhen ? QStringLiteral(".SZ") : QStringLiteral(".SH"));
+    const auto usual = Trading::CodeRanges::of(digits);
+    const auto named = SecurityCode::of(digits + QLatin1Char('.') + market);
+    const auto found = !market.isEmpty() ? named
+                       : usual           ? std::optional(SecurityCode{digits, usual->market})
+                                         : std::nullopt;
+    return found && Trading::isOnCharts(*found->market) ? found->text() : QString();
 }
 
 } // namespace Terminal

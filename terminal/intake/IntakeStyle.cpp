@@ -2,6 +2,17 @@
 
 namespace Terminal {
 
+namespace {
+
+/// A fill that text is readable on, as it is on what is not filled yet.
+QColor between(const QColor &one, const QColor &other)
+{
+    return {(one.red() + other.red()) / 2, (one.green() + other.green()) / 2,
+            (one.blue() + other.blue()) / 2};
+}
+
+} // namespace
+
 QString intakeStyleSheet(const ChartTheme &theme)
 {
     return QStringLiteral(
@@ -12,8 +23,8 @@ QString intakeStyleSheet(const ChartTheme &theme)
                "QPushButton:hover { border-color: %4; }"
                "QPushButton:focus { border: 2px solid %7; padding: 4px 13px; }"
                "QPushButton:disabled { color: %4; background: %1; }"
-               "QPushButton[main=\"true\"]:enabled { color: white; background: %8;"
-               "  border-color: %8; font-weight: bold; }"
+               "QPushButton[main=\"true\"]:enabled { color: %9; background: %7;"
+               "  border-color: %7; font-weight: bold; }"
                "QPushButton[main=\"true\"]:focus { border: 2px solid %3; }"
                "QLineEdit, QPlainTextEdit { color: %3; background: %6; border: 1px solid %2;"
                "  border-radius: 3px; padding: 3px; }"
@@ -33,7 +44,7 @@ QString intakeStyleSheet(const ChartTheme &theme)
                "#wayTitle { font-size: 15px; font-weight: bold; }")
         .arg(theme.surface.name(), theme.border.name(), theme.text.name(), theme.mutedText.name(),
              theme.line.name(), theme.background.name(), theme.accent.name(),
-             theme.accent.darker(140).name());
+             between(theme.accent, theme.background).name(), theme.fillText.name());
 }
 
 } // namespace Terminal

@@ -16,8 +16,6 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 namespace Terminal {
 
 namespace {
@@ -52,8 +50,8 @@ QString shownCell(const QJsonObject &import, const char *key)
 }
 
 constexpr int numberColumn = 0;
-constexpr int fileColumn = 2;
-constexpr int widestFile = 180; ///< so that the days beside it are seen in a small window; the tip has all
+constexpr int fileColumn = 2; ///< gives way in a small window, so that the days beside it are seen
+constexpr int narrowestColumn = 60;
 
 } // namespace
 
@@ -80,6 +78,10 @@ PastImports::PastImports(const IntakePlan &plan, const IntakeLook &look, QWidget
     m_table->setTabKeyNavigation(false);
     m_table->setShowGrid(false);
     m_table->setTextElideMode(Qt::ElideMiddle);
+    m_table->setWordWrap(false); // a long name is cut in its middle; the tip has all of it
+    m_table->horizontalHeader()->setMinimumSectionSize(narrowestColumn);
+    m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_table->horizontalHeader()->setSectionResizeMode(fileColumn, QHeaderView::Stretch);
     m_table->verticalHeader()->hide();
     m_notice->setWordWrap(true);
     m_notice->setTextFormat(Qt::PlainText);
@@ -165,8 +167,6 @@ void PastImports::showImports(const QByteArray &json)
             m_table->setItem(row, column, item);
         }
     }
-    m_table->resizeColumnsToContents();
-    m_table->setColumnWidth(fileColumn, std::min(m_table->columnWidth(fileColumn), widestFile));
     if (imports.isEmpty()) {
         m_notice->setText(tr("The ledger has no imports."));
     } else {

@@ -254,6 +254,7 @@ FileReport statementReport(const QJsonObject &answer)
         report.asks.append(named("profile"));
     }
     report.asks.removeDuplicates();
+    report.refusals.removeDuplicates(); // the first bad row is the reason, too
     return report;
 }
 

@@ -35,39 +35,59 @@ QPointF OrderPlaces::placeOf(const OrderRecord &order) const
             y + (isBelow ? -orderGlyphSize : orderGlyphSize) / 2};
 }
 
-const DrawnMark *OrderPlaces::markOf(const OrderRecord &order) const
+std::optional<double> OrderPlaces::distance(const DrawnMark &mark, const QPointF &place) const
 {
-    const ChartGeometry &geometry = m_chart.chartGeometry();
-    if (!geometry.hasScale() || m_chart.data().bars.empty()) {
-        return nullptr;
-    }
     // The overlay may show the first minutes one bar later.
-    const double reach = std::max(orderGlyphSize / 2, 1.5 * geometry.barWidth());
-    const QPointF place = placeOf(order);
+    const double reach = std::max(orderGlyphSize / 2, 1.5 * m_chart.chartGeometry().barWidth());
+    std::optional<double> least;
+    for (const QPointF &marked : m_marks.placesOf(mark)) {
+        const QPointF away = marked - place;
+        if (std::abs(away.x()) <= reach && std::abs(away.y()) <= orderGlyphSize / 2) {
+            const double distance = std::hypot(away.x(), away.y());
+            least = least ? std::min(*least, distance) : distance;
+        }
+    }
+    return least;
+}
+
+const DrawnMark *OrderPlaces::markNear(const QPointF &place) const
+{
     const DrawnMark *nearest = nullptr;
     double least = std::numeric_limits<double>::max();
     for (const DrawnMark &mark : m_marks.all()) {
-        for (const QPointF &marked : m_marks.placesOf(mark)) {
-            const QPointF away = marked - place;
-            const double distance = std::hypot(away.x(), away.y());
-            if (std::abs(away.x()) <= reach && std::abs(away.y()) <= orderGlyphSize / 2 && distance < least) {
-                nearest = &mark;
-                least = distance;
-            }
+        const std::optional<double> away = distance(mark, place);
+        if (away && *away < least) {
+            nearest = &mark;
+            least = *away;
         }
     }
     return nearest;
 }
 
+const DrawnMark *OrderPlaces::markOf(const OrderRecord &order) const
+{
+    return canPlace() ? markNear(placeOf(order)) : nullptr;
+}
+
+/// There may be many thousand orders and marks: all marks are looked at only for an order that is near this
+/// one.
 OrderRecords OrderPlaces::ordersAt(const QPointF &position, const OrderRecords &orders) const
 {
     const DrawnMark *const mark = m_marks.markAt(position);
     OrderRecords found;
-    if (mark != nullptr) {
+    if (mark != nullptr && canPlace()) {
         std::copy_if(orders.begin(), orders.end(), std::back_inserter(found),
-                     [this, mark](const OrderRecord &order) { return markOf(order) == mark; });
+                     [this, mark](const OrderRecord &order) {
+                         const QPointF place = placeOf(order);
+                         return distance(*mark, place) && markNear(place) == mark;
+                     });
     }
     return found;
+}
+
+bool OrderPlaces::canPlace() const
+{
+    return m_chart.chartGeometry().hasScale() && !m_chart.data().bars.empty();
 }
 
 } // namespace Terminal

@@ -3,6 +3,8 @@
 #include "terminal/chart/marks/DrawnMarks.h"
 #include "terminal/trade/TradeRecords.h"
 
+#include <optional>
+
 namespace Terminal {
 
 class ChartView;
@@ -22,7 +24,11 @@ public:
     OrderRecords ordersAt(const QPointF &position, const OrderRecords &orders) const;
 
 private:
+    bool canPlace() const;
     QPointF placeOf(const OrderRecord &order) const;
+    /// From the nearest of the places that a mark stands for; nothing when none is within reach.
+    std::optional<double> distance(const DrawnMark &mark, const QPointF &place) const;
+    const DrawnMark *markNear(const QPointF &place) const;
 
     const ChartView &m_chart;
     const DrawnMarks &m_marks;

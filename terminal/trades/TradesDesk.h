@@ -41,9 +41,8 @@ public:
     /// Chooses whose trades are asked for; those known so far are forgotten when it is another security.
     void show(const Security &security);
 
-    /// Dates the account's trades of today, for one that practises: `on` the chart of the day that is played
-    /// as today they are today's, elsewhere they have the date that the module tells, that of the practised
-    /// day.
+    /// How trades of today are dated: as the module tells, which gives those of a practised day its own date;
+    /// or, on the chart that plays that day as today, as today's.
     void setPlayedAsToday(bool on);
 
     /// Of the shown security, oldest first.

@@ -415,6 +415,9 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Tra
     }
     m_session->prices()->readAnew(code);
     m_chart->setData(loaded.value());
+    if (const auto &practised = m_session->practised(); practised && period != ChartPeriod::Minute) {
+        showDay(m_chart, practised->day); // what comes after it is none of the practice
+    }
     m_live->setFollowing(!day);
     showChoices();
     showTitle();

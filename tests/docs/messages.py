@@ -26,11 +26,11 @@ class Schemas:
 
 def schema_of(message):
     """The name of the schema that a message belongs to; nothing for other JSON."""
+    if message.get("success") is False:
+        return "failure.answer"  # whatever was asked
     if "cmd" in message:
         is_answer = "success" in message or "data" in message
         return f"{message['cmd']}.{'answer' if is_answer else 'question'}"
-    if message.get("success") is False:
-        return "failure.answer"
     if "instance" in message and "online" in message:
         return "TradePresence"
     if "stkcode" in message:

@@ -126,7 +126,15 @@ QByteArray compact(const QJsonArray &rows)
     return QJsonDocument(rows).toJson(QJsonDocument::Compact);
 }
 
-/// The rows of an answer, written once: a module that took longer to write them would spare the window.
+/// Asks for the end of a flood once more: a broker whose memory is full throws out who sends, and with him
+/// the end that he sent.
+constexpr char onlyTheEnd[] = "again";
+
+/// In the place of a price that is another one in each answer.
+constexpr char changing[] = "10.7777";
+
+/// The rows of an answer, written once: a module that took longer to write them would spare the window. The
+/// last one changes.
 QByteArray tradeRows(int count)
 {
     QJsonArray rows;
@@ -134,6 +142,7 @@ QByteArray tradeRows(int count)
         SentTrade trade;
         trade.side = i % 2 == 0 ? "B" : "S";
         trade.date = QDate(2024, 1, 1).addDays(i % 500).toString(QStringLiteral("yyyyMMdd")).toLatin1();
+        trade.price = i == count - 1 ? changing : trade.price;
         rows.append(trade.whole());
     }
     return compact(rows);
@@ -145,6 +154,7 @@ QByteArray orderRows(int count)
     for (int i = 0; i < count; ++i) {
         SentOrder order;
         order.number = QByteArray::number(700001 + i);
+        order.price = i == count - 1 ? changing : order.price;
         rows.append(QJsonObject(order));
     }
     return compact(rows);
@@ -161,8 +171,8 @@ public:
                     [this](EndPoint &own, const QByteArray &payload, const QByteArray &replyChannel) {
                         answer(own, payload, replyChannel);
                     }),
-          m_notifier(bus, "Begin", [](EndPoint &own, const QByteArray &, const QByteArray &) {
-              for (int i = 0; i < load().notifications; ++i) {
+          m_notifier(bus, "Begin", [](EndPoint &own, const QByteArray &payload, const QByteArray &) {
+              for (int i = 0; i < load().notifications && payload != onlyTheEnd; ++i) {
                   own.sendMessage("Global", "TradeNotify",
                                   R"({"stkcode":"600519","market":"1","ordersno":"1"})");
               }
@@ -190,17 +200,20 @@ private:
                         text + ",\"data\":" + dataOf(command) + '}');
     }
 
-    QByteArray dataOf(const QString &command) const
+    QByteArray dataOf(const QString &command)
     {
         if (command == QLatin1String("HolderCostPrice")) {
             return R"({"stkcode":"600519","market":"1","costprice":"100.5"})";
         }
-        return command == QLatin1String("EntrustTodayTrade") ? m_orders : m_trades;
+        QByteArray rows = command == QLatin1String("EntrustTodayTrade") ? m_orders : m_trades;
+        return rows.replace(rows.lastIndexOf(changing), sizeof changing - 1,
+                            "10." + QByteArray::number(1000 + ++m_answerCount % 1000));
     }
 
     const QByteArray m_trades;
     const QByteArray m_orders;
     std::atomic<bool> m_hangs{false};
+    int m_answerCount = 0; ///< in the thread that answers
     BusThread m_answers;
     BusThread m_notifier;
 };
@@ -372,6 +385,10 @@ TEST_F(StallsProgram, AreShortWhateverComesIn)
     const auto flood = [&](const char *what) {
         hasEnded = false;
         other.sendMessage("Global", "Begin", "{}");
+        QTimer asking;
+        QObject::connect(&asking, &QTimer::timeout,
+                         [&other] { other.sendMessage("Global", "Begin", onlyTheEnd); });
+        asking.start(5s);
         watchUntil(what, [&hasEnded] { return hasEnded; });
     };
 

@@ -4,6 +4,7 @@
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/ui/MainWindow.h"
+#include "terminal/ui/MessageBar.h"
 #include "tests/support/LogCapture.h"
 #include "tests/terminal/support/Drag.h"
 #include "tests/terminal/support/SettingsFixture.h"
@@ -130,6 +131,29 @@ TEST_F(TerminalProgramWithSettings, OpensInRawPricesWhenTheRememberedOnesCannotB
     EXPECT_EQ(shown, PriceView::Raw);
     EXPECT_EQ(run(withData + QStringList(QStringLiteral("--adjusted")), [](MainWindow *) {}), 1)
         << "they were asked for";
+}
+
+TEST_F(TerminalProgramWithSettings, TellsWhichLineOfTheUsersHolidaysIsWrongAndWhatItMustBe)
+{
+    QFile holidays(m_folder.filePath(QStringLiteral("holidays.csv")));
+    ASSERT_TRUE(holidays.open(QIODevice::WriteOnly) && holidays.write("2027-01-01,new year\nspring\n") > 0);
+    holidays.close();
+    qputenv("TRADING_HOLIDAYS", QFile::encodeName(holidays.fileName()));
+    const LogCapture log;
+    QString shown;
+    EXPECT_EQ(run({QStringLiteral("--lang"), QStringLiteral("en")},
+                  [&shown](MainWindow *window) {
+                      for (const MessageBar *const bar : window->findChildren<MessageBar *>()) {
+                          shown += bar->text();
+                      }
+                  }),
+              0);
+    qunsetenv("TRADING_HOLIDAYS");
+    for (const QString &part :
+         {holidays.fileName(), QStringLiteral("line 2"), QStringLiteral("2027-01-01")}) {
+        EXPECT_TRUE(shown.contains(part)) << shown.toStdString();
+        EXPECT_TRUE(log.has(part));
+    }
 }
 
 TEST_F(TerminalProgramWithSettings, OpensNoOtherChartThanTheCommandLineNames)

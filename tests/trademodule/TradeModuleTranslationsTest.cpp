@@ -23,7 +23,8 @@ Translations chinese()
 Translations marked()
 {
     return markedTexts({sources(), sources() + QStringLiteral("/../trading/ResultColumns.cpp"),
-                        sources() + QStringLiteral("/../trading/OrderStatusName.cpp")},
+                        sources() + QStringLiteral("/../trading/OrderStatusName.cpp"),
+                        sources() + QStringLiteral("/../trading/MessageTable.cpp")},
                        {QStringLiteral("tr+=translated")});
 }
 

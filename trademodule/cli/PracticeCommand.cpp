@@ -9,6 +9,7 @@
 #include "trademodule/ledger/OrderBook.h"
 #include "trademodule/ledger/PracticeAccount.h"
 #include "trading/HiddenPasswords.h"
+#include "trading/TradingUnits.h"
 
 namespace TradeModule {
 
@@ -51,7 +52,8 @@ PracticeAccount::Held heldOf(const QString &text)
     const QStringList words = text.simplified().split(QLatin1Char(' '));
     const auto security = words.size() == 3 ? securityOfCode(words[0]) : std::nullopt;
     const qint64 quantity = security ? words[1].toLongLong() : 0;
-    const auto cost = quantity > 0 ? amountOf(words[2]).times(quantity) : std::nullopt;
+    const bool isHolding = quantity > 0 && quantity <= Trading::mostHeldShares;
+    const auto cost = isHolding ? amountOf(words[2]).times(quantity) : std::nullopt;
     if (!cost) {
         throw UsageError(translated("--hold is \"%1\", but must be CODE QUANTITY COST-PRICE, such as "
                                     "\"600519 100 1700.00\"")

@@ -34,7 +34,7 @@ const std::vector<BusinessRow> &table()
     static const std::vector<BusinessRow> rows = {
         {{QT_TR_NOOP("cancellations"), Effect::Nothing}, words("撤买 撤卖 撤单 撤销 撤回 已撤 废单 取消")},
         {{QT_TR_NOOP("allotment numbers"), Effect::Nothing}, words("配号 中签通知 中签公布 未中签")},
-        {{QT_TR_NOOP("sales"), Effect::Sell}, words("卖券还款 融资平仓 融资强制平仓 融资强平")},
+        {{QT_TR_NOOP("sales"), Effect::Sell}, words("卖券 融资平仓 融资强制平仓 融资强平")},
         {{QT_TR_NOOP("purchases"), Effect::Buy}, words("融资开仓")},
         {{QT_TR_NOOP("repo"), Effect::Repo},
          words("质押回购 质押购回 拆出 拆入 融券回购 融券购回 融资回购 融资购回 逆回购 正回购 国债回购 "

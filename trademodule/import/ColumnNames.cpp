@@ -24,11 +24,14 @@ struct UnitName
 
 constexpr UnitName unitNames[] = {
     {"手", {Trading::sharesOfLot, Trading::bondsOfLot}},
+    {"百手", {100 * Trading::sharesOfLot, 100 * Trading::bondsOfLot}},
+    {"万手", {10000 * Trading::sharesOfLot, 10000 * Trading::bondsOfLot}},
     {"百股", {100, 100}},
     {"千股", {1000, 1000}},
     {"万股", {10000, 10000}},
     {"千元", {1000, 1000}},
     {"万元", {10000, 10000}},
+    {"亿元", {100000000, 100000000}},
     {"万", {10000, 10000}},
 };
 
@@ -158,7 +161,9 @@ ColumnUnit unitOf(const QString &headerCell)
         std::find_if(std::begin(unitNames), std::end(unitNames), [&text](const UnitName &candidate) {
             return text == QString::fromUtf8(candidate.name);
         });
-    return row == std::end(unitNames) ? ColumnUnit() : row->unit;
+    static const QRegularExpression counting(QStringLiteral("[手分角百千万亿]"));
+    const bool isUnknown = row == std::end(unitNames) && text.contains(counting);
+    return isUnknown ? ColumnUnit{0, 0} : row == std::end(unitNames) ? ColumnUnit() : row->unit;
 }
 
 std::optional<Column> ofKey(const QString &key)

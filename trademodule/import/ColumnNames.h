@@ -30,7 +30,7 @@ bool looksLikeFee(const QString &name);
 
 /// The name without blanks and without a unit: "成交金额(元)" is "成交金额".
 QString plainName(const QString &headerCell);
-/// The unit in a name; that of one where none stands.
+/// The unit in a name; that of one where none stands or it counts nothing (元), zero for an unknown one.
 ColumnUnit unitOf(const QString &headerCell);
 
 /// The meaning that a profile's key names.

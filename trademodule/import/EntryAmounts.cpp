@@ -278,7 +278,8 @@ std::optional<qint64> EntryAmounts::sharesAfter() const
         return std::nullopt;
     }
     const std::optional<double> value = CellValue::number(cell);
-    return value && *value == std::floor(*value)
+    constexpr auto most = static_cast<double>(Trading::mostHeldShares);
+    return value && *value == std::floor(*value) && std::fabs(*value) <= most
                ? std::optional(static_cast<qint64>(*value) *
                                m_row.columns().unit(Column::SharesAfter, m_kind))
                : std::nullopt;

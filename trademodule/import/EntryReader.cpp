@@ -21,6 +21,13 @@ bool isMoneyless(const StatementRow &row)
     return isNothing(row, Column::Price) || isNothing(row, Column::Quantity);
 }
 
+/// A security may be called 合计科技.
+bool isOfASecurity(const StatementRow &row)
+{
+    return row.has(Column::Date) && CellValue::date(row.cell(Column::Date)) &&
+           CellValue::code(row.cell(Column::Code));
+}
+
 /// The word stands among the first cells, or anywhere in a line of no day and no security.
 bool isTotalLine(const StatementRow &row)
 {
@@ -29,8 +36,9 @@ bool isTotalLine(const StatementRow &row)
         !CellValue::isEmpty(row.cell(Column::Date)) || !CellValue::isEmpty(row.cell(Column::Code));
     const QStringList &cells = row.allCells();
     const int looked = isOfAnEntry ? std::min<int>(usual, cells.size()) : cells.size();
-    return std::any_of(cells.begin(), cells.begin() + looked,
-                       [](const QString &cell) { return Business::isTotal(cell); });
+    const bool isTotal = std::any_of(cells.begin(), cells.begin() + looked,
+                                     [](const QString &cell) { return Business::isTotal(cell); });
+    return isTotal && !(isOfASecurity(row) && Business::isTotal(row.cell(Column::Name)));
 }
 
 /// The same row before it was taken back: what went came, and the other way round.

@@ -60,6 +60,9 @@ void refuseMissingColumns(const StatementColumns &columns, const ReadOptions &op
         refuseHeader(columns,
                      translated("the statement has no date column; give the day of its trades with --date"));
     }
+    if (const QString name = columns.nameOfUnknownUnit(); !name.isEmpty()) {
+        throw Error(translated("the unit in the name of the column %1 is not known").arg(name));
+    }
     if (columns.has(Column::Date) && options.date) {
         throw Error(translated("the statement has dates of its own; leave --date out"));
     }

@@ -138,11 +138,27 @@ NamedSecurity SecurityReader::found(const StatementRow &row, bool isOfHongKong)
         return *known;
     }
     const auto code = CellValue::code(cell);
+    refuseAnotherMarket(cell, CellValue::cleaned(row.cell(Column::Market)));
     const NamedSecurity security =
         securityOf(cell, {CellValue::cleaned(row.cell(Column::Market)), code ? code->market : QString(),
                           CellValue::cleaned(row.cell(Column::Holder)), isOfHongKong});
     m_known.insert(key, security);
     return security;
+}
+
+/// Where nothing tells what the market's words mean, two of them beside one code are two securities.
+void SecurityReader::refuseAnotherMarket(const QString &code, const QString &market)
+{
+    if (market.isEmpty() || MarketWords::marketOf(market)) {
+        return;
+    }
+    const auto before = m_unknownMarkets.constFind(code);
+    if (before != m_unknownMarkets.constEnd() && *before != market) {
+        throw Error(translated("the code %1 stands beside the markets \"%2\" and \"%3\", and nothing tells "
+                               "which these are")
+                        .arg(CellValue::cleaned(code), *before, market));
+    }
+    m_unknownMarkets.insert(code, market);
 }
 
 std::optional<SecurityId> securityOfCode(const QString &text)

@@ -39,9 +39,11 @@ public:
 
 private:
     NamedSecurity found(const StatementRow &row, bool isOfHongKong);
+    void refuseAnotherMarket(const QString &code, const QString &market);
 
     const QHash<QString, SecurityId> &m_byName;
     QHash<QString, NamedSecurity> m_known; ///< by all that tells them: a statement names few again and again
+    QHash<QString, QString> m_unknownMarkets; ///< words of no known market, by codes
 };
 
 /// The security of a code that a person wrote: 600000, SH600000 or 600000.SH; nothing when it is none of

@@ -105,6 +105,17 @@ QStringList StatementColumns::unknownCells(const QStringList &cells) const
     return found;
 }
 
+QString StatementColumns::nameOfUnknownUnit() const
+{
+    for (const Column column : {Column::Price, Column::Quantity, Column::Amount, Column::Net, Column::Income,
+                                Column::Expense, Column::SharesAfter, Column::CashAfter}) {
+        if (has(column) && m_units[positionsOf(column).constFirst()].shares == 0) {
+            return nameOf(column);
+        }
+    }
+    return {};
+}
+
 qint64 StatementColumns::unit(Column column, Trading::SecurityClass kind) const
 {
     const ColumnUnit unit = has(column) ? m_units[positionsOf(column).constFirst()] : ColumnUnit();

@@ -85,6 +85,8 @@ public:
     /// What one in the best column of this meaning counts, by the unit in its name: 100 for 成交数量(手), but
     /// ten of bonds; 10000 for 成交金额(万元).
     qint64 unit(Column column, Trading::SecurityClass kind) const;
+    /// The name of a column that counts in a unit which nobody knows; empty when there is none.
+    QString nameOfUnknownUnit() const;
 
 private:
     static constexpr size_t columnKinds = static_cast<size_t>(Column::Unused) + 1;

@@ -24,6 +24,10 @@
         <translation>价格与前一根K线相差许多倍：小数点位置对吗？</translation>
     </message>
     <message>
+        <source>the volumes only grow over the day: they are sums since its begin, not those of each minute</source>
+        <translation>成交量在一天内只增不减：是自开盘起的累计，而不是每分钟的成交量</translation>
+    </message>
+    <message>
         <source>these are bars of weeks or months; the terminal makes those of days</source>
         <translation>这是周线或月线；终端会由日线自行合成</translation>
     </message>
@@ -1005,6 +1009,14 @@
     <message>
         <source>There is no ledger %1 yet: a new account is made there.</source>
         <translation>还没有账本 %1：将在那里新建账户。</translation>
+    </message>
+    <message>
+        <source>Orders of before that may still be dealt: %1 (F3 lists them)</source>
+        <translation>之前留下、仍可能成交的委托：%1 笔（F3 查看）</translation>
+    </message>
+    <message>
+        <source>Orders that may still be dealt, which leaving does not cancel: %1</source>
+        <translation>仍可能成交的委托（退出不会撤单）：%1 笔</translation>
     </message>
     <message>
         <source>Practice</source>
@@ -2252,6 +2264,10 @@
 <context>
     <name>Terminal::FileSheet</name>
     <message>
+        <source>The chosen file</source>
+        <translation>所选文件</translation>
+    </message>
+    <message>
         <source>What the file is</source>
         <translation>文件类型</translation>
     </message>
@@ -2727,12 +2743,12 @@ All its entries leave the ledger.</source>
         <translation>成交量单位</translation>
     </message>
     <message>
-        <source>shares</source>
-        <translation>股</translation>
+        <source>lots: 100 shares, or ten bonds</source>
+        <translation>手（100 股，债券 10 张）</translation>
     </message>
     <message>
-        <source>lots of 100</source>
-        <translation>手（100股）</translation>
+        <source>shares</source>
+        <translation>股</translation>
     </message>
     <message>
         <source>Day</source>
@@ -3857,8 +3873,8 @@ The guides are in the folder docs of the program's documentation.</source>
         <translation>继续一次练习，即用单独的账户交易一个历史交易日；--replay 为其倍速。</translation>
     </message>
     <message>
-        <source>Plays a recorded day as today, 1 to 600 times as fast; for --period minute, which it implies.</source>
-        <translation>把一个历史交易日当作今天回放，1 到 600 倍速；用于 --period minute，此项自动生效。</translation>
+        <source>Plays a recorded day as today, 1 to 600 times as fast; for --period minute, which it implies. A --ledger must be one that practises the day.</source>
+        <translation>把一个历史交易日当作今天回放，1 到 600 倍速；用于 --period minute，此项自动生效。--ledger 须是练习当日的账本。</translation>
     </message>
     <message>
         <source>Plays the day at once up to this minute; a snapshot stops there, else at the end.</source>

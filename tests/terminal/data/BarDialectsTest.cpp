@@ -210,6 +210,20 @@ TEST_P(BarDialectsOfMinutes, IsReadLikeTheOwnForm)
 
 INSTANTIATE_TEST_SUITE_P(Made, BarDialectsOfMinutes, ::testing::ValuesIn(minuteDialects), ByName());
 
+TEST(BarDialects, AreRefusedWhoseVolumesAreSumsOverTheDay)
+{
+    Bars minutes = someMinutes();
+    for (std::size_t i = 1; i < minutes.size(); ++i) {
+        minutes[i].volume += minutes[i].date == minutes[i - 1].date ? minutes[i - 1].volume : 0;
+    }
+    const FormOfDays form("time,open,high,low,close,volume(shares)", "{iso} {hh:mm},{o},{h},{l},{c},{v}");
+    EXPECT_TRUE(readBarSheet(form.of(minutes), QStringLiteral("a.csv"), {})
+                    .error()
+                    .contains(QStringLiteral("sums since its begin")));
+    const auto sheet = readBarSheet(form.of(someMinutes()), QStringLiteral("a.csv"), {});
+    EXPECT_TRUE(sheet) << qPrintable(sheet.error());
+}
+
 TEST(BarDialects, SayThatAFewBarsMayBeOfWeeks)
 {
     Bars weeks;

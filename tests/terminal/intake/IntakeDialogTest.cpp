@@ -1,5 +1,6 @@
 // What the user sees of an intake, and does with it.
 #include "terminal/intake/IntakeDialog.h"
+#include "tests/terminal/support/Controls.h"
 #include "tests/terminal/support/IntakeFiles.h"
 
 #include <gmock/gmock.h>
@@ -10,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTableWidget>
@@ -193,6 +195,76 @@ TEST_F(IntakeDialogOfFiles, ShowsNamesOfFilesAsTheyAreWritten)
 {
     open({write(QStringLiteral("<b>odd\nname.csv"), "a,b\n1,2\n")});
     EXPECT_THAT(words(), HasSubstr("<b>odd\xEF\xBF\xBDname.csv"));
+}
+
+/// Files that ask whatever can be asked.
+class IntakeDialogOfFilesThatAsk : public IntakeDialogOfFiles
+{
+protected:
+    QStringList askingFiles()
+    {
+        const QByteArray header = "成交日期,业务名称,证券代码,证券名称,成交价格,成交数量,成交金额";
+        const QByteArray row = "20240102,证券买入,000001,平安银行,10.00,100,1000.00";
+        return {barsWithoutCode(),
+                write(QStringLiteral("unit.csv"), FormOfDays("code,Date,Open,High,Low,Close,Volume",
+                                                             "000001.SZ,{iso},{o},{h},{l},{c},{lots0}")
+                                                      .of(someDays())),
+                write(QStringLiteral("accounts.csv"),
+                      header + ",资金账号\n" + row + ",111111\n" + row + ",222222\n"),
+                write(QStringLiteral("words.csv"),
+                      header + "\n" + row + "\n" + "20240102,奇怪业务,000001,平安银行,10.00,100,1000.00\n"),
+                write(QStringLiteral("undated.csv"),
+                      "成交时间,证券代码,买卖标志,成交价格,成交数量\n09:35:00,000001,买入,10.00,100\n"),
+                somethingElse()};
+    }
+    /// Buttons, fields and lists that a user could use now.
+    std::vector<const QWidget *> usable() const
+    {
+        std::vector<const QWidget *> controls;
+        for (const QWidget *const widget : m_dialog->findChildren<QWidget *>()) {
+            const bool isControl = qobject_cast<const QAbstractButton *>(widget) != nullptr ||
+                                   qobject_cast<const QComboBox *>(widget) != nullptr ||
+                                   qobject_cast<const QLineEdit *>(widget) != nullptr ||
+                                   qobject_cast<const QPlainTextEdit *>(widget) != nullptr ||
+                                   qobject_cast<const QAbstractItemView *>(widget) != nullptr;
+            const bool isInside = qobject_cast<const QComboBox *>(widget->parentWidget()) != nullptr ||
+                                  widget->parentWidget()->inherits("QComboBoxPrivateContainer") ||
+                                  widget->parentWidget()->inherits("QTableView");
+            if (isControl && !isInside && widget->isVisible() && widget->isEnabled()) {
+                controls.push_back(widget);
+            }
+        }
+        return controls;
+    }
+};
+
+TEST_F(IntakeDialogOfFilesThatAsk, NamesEachControlAndLetsTheKeyboardReachIt)
+{
+    open(askingFiles());
+    QApplication::setActiveWindow(m_dialog.get());
+    auto *const list = m_dialog->findChild<QListWidget *>();
+    std::set<QString> asked;
+    for (int file = 0; file < list->count(); ++file) {
+        SCOPED_TRACE(list->item(file)->text().toStdString());
+        list->setCurrentRow(file);
+        QApplication::processEvents();
+        EXPECT_THAT(namelessControls(*m_dialog), ::testing::IsEmpty());
+        const auto reachable = reachedByTab(list);
+        for (const QWidget *const control : usable()) {
+            EXPECT_EQ(reachable.count(control), 1U) << nameOfControl(control);
+            asked.insert(control->objectName());
+        }
+    }
+    for (const char *const question : {"code", "volume", "account", "profile", "date"}) {
+        EXPECT_EQ(asked.count(QStringLiteral("answer-") + QLatin1String(question)), 1U) << question;
+    }
+}
+
+TEST_F(IntakeDialogOfFilesThatAsk, NamesEachControlOfWhatWasImported)
+{
+    open({statement(), barsWithCode()});
+    importAll();
+    EXPECT_THAT(namelessControls(*m_dialog), ::testing::IsEmpty());
 }
 
 } // namespace

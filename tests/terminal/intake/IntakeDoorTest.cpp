@@ -2,16 +2,20 @@
 #include "terminal/intake/IntakeDoor.h"
 #include "terminal/intake/IntakeDialog.h"
 #include "terminal/intake/PastImports.h"
+#include "tests/terminal/support/Controls.h"
 #include "tests/terminal/support/IntakeFiles.h"
 #include "tests/terminal/support/WhenOpen.h"
 
 #include <gmock/gmock.h>
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
 #include <QTableWidget>
+
+#include <algorithm>
 
 namespace Terminal {
 namespace {
@@ -106,6 +110,40 @@ TEST_F(IntakeDoorOfAWindow, TakesAPastImportBackAfterAQuestion)
     ASSERT_TRUE(waitUntil([&isWritten] { return isWritten; }));
     EXPECT_TRUE(waitUntil([table] { return table->rowCount() == 0; }));
     EXPECT_EQ(listed("trades").size(), 0);
+}
+
+TEST_F(IntakeDoorOfAWindow, ShowsEachColumnOfPastImportsBesideALongName)
+{
+    const QString file =
+        folder() + QStringLiteral(u"/2024年1月至12月_某某证券股份有限公司_资金账号880001_历史成交.csv");
+    ASSERT_TRUE(QFile::copy(statement(), file));
+    Intake intake(plan());
+    intake.add({file});
+    ASSERT_TRUE(waitUntil([&intake] { return intake.mayImport(); }));
+    intake.import();
+    ASSERT_TRUE(comesTo(intake, Intake::Stage::Done));
+
+    PastImports list(plan(), IntakeLook{makeTheme(ThemeKind::Light, RiseColour::Red), false}, &m_window);
+    list.resize(800, 400);
+    list.show();
+    const auto *const table = list.findChild<QTableWidget *>();
+    ASSERT_TRUE(waitUntil([table] { return table->rowCount() == 1; }));
+    QApplication::processEvents();
+    const QRect last = table->visualItemRect(table->item(0, table->columnCount() - 1));
+    EXPECT_TRUE(table->viewport()->rect().contains(last));
+    EXPECT_EQ(table->item(0, 2)->toolTip(), file);
+}
+
+TEST_F(IntakeDoorOfAWindow, NamesEachControlOfPastImports)
+{
+    PastImports list(plan(), IntakeLook{makeTheme(ThemeKind::Light, RiseColour::Red), false}, &m_window);
+    list.show();
+    const auto labels = list.findChildren<QLabel *>();
+    ASSERT_TRUE(waitUntil([&labels] { // the module has said that there is no ledger yet
+        return std::any_of(labels.begin(), labels.end(),
+                           [](QLabel *label) { return !label->text().isEmpty(); });
+    }));
+    EXPECT_THAT(namelessControls(list), ::testing::IsEmpty());
 }
 
 } // namespace

@@ -14,6 +14,8 @@ TEST(IntakeQuestion, ProposesTheCodeInAFilesName)
     EXPECT_EQ(code("/a/SH000001.csv"), "000001.SH") << "an index of Shanghai";
     EXPECT_EQ(code("/a/000001.XSHG.csv"), "000001.SH");
     EXPECT_EQ(code("/a/510300.csv"), "510300.SH");
+    EXPECT_EQ(code("/a/113050.csv"), "113050.SH") << "a bond of Shanghai";
+    EXPECT_EQ(code("/a/account_880001.csv"), "") << "no code of either market";
     EXPECT_EQ(code("/600519/20240131.csv"), "") << "neither a day nor a folder is a code";
     EXPECT_EQ(code("/a/bars.csv"), "");
 }
@@ -27,6 +29,8 @@ TEST(IntakeQuestion, SpeaksOfItsFieldsInsteadOfOptions)
         QStringLiteral("name it with \"Security\", e.g. 600519.SH"));
     EXPECT_EQ(inWordsOfTheWindow(QStringLiteral("--skip-bad"), FileKind::Statement),
               QStringLiteral("\"Leave these rows out\""));
+    EXPECT_EQ(inWordsOfTheWindow(QStringLiteral("see --suggest"), FileKind::Statement),
+              QStringLiteral("see \"Columns and words of your broker\""));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "terminal/intake/StartWindow.h"
 #include "terminal/intake/IntakeDialog.h"
 #include "terminal/practice/PracticeSessions.h"
+#include "tests/terminal/support/Controls.h"
 #include "tests/terminal/support/IntakeFiles.h"
 
 #include <gmock/gmock.h>
@@ -144,6 +145,18 @@ TEST_F(StartWindowOfAUser, FitsOnASmallScreen)
         const QPushButton *const way = button(text);
         EXPECT_TRUE(m_window->rect().contains(QRect(way->mapTo(m_window.get(), QPoint()), way->size())))
             << text;
+    }
+}
+
+TEST_F(StartWindowOfAUser, NamesEachControlAndLetsTheKeyboardReachIt)
+{
+    open();
+    QApplication::setActiveWindow(m_window.get());
+    EXPECT_THAT(namelessControls(*m_window), ::testing::IsEmpty());
+    const auto reachable = reachedByTab(button("Choose files..."));
+    for (const QPushButton *const way : m_window->findChildren<QPushButton *>()) {
+        const bool canBeUsed = way->isVisible() && way->isEnabled();
+        EXPECT_EQ(reachable.count(way), canBeUsed ? 1U : 0U) << way->text().toStdString();
     }
 }
 

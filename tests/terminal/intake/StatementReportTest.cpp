@@ -54,6 +54,14 @@ TEST(StatementReport, PlacesEachRowThatCannotBeReadAndAsksWhetherToLeaveThemOut)
     EXPECT_FALSE(report.isUnknown);
 }
 
+TEST(StatementReport, SaysOnceWhatIsWrongWithTheOnlyBadRow)
+{
+    const FileReport report = reportOf(R"({"refused":{"line":3,"column":"成交数量","reason":"no number"},
+                     "result":{"dryrun":true,"refusalcount":1,"refusals":[
+                       {"line":3,"column":"成交数量","reason":"no number"}]}})");
+    EXPECT_THAT(lines(report.refusals), ElementsAre("Line 3, 成交数量: no number"));
+}
+
 TEST(StatementReport, AsksForTheAccount)
 {
     const FileReport report =

@@ -95,6 +95,7 @@ TEST_F(FeedOfAnotherProgram, DrawsADealAtItsMinuteAndPriceAndTheLineOfTheLastPri
 
     feed();
 
+    ASSERT_TRUE(waitUntil([this] { return chart()->data().bars == recordedAsToday(); }));
     const auto *const layer = m_window->trades()->layer();
     const auto ofToday = [layer] {
         const Trades &all = layer->trades();
@@ -105,13 +106,13 @@ TEST_F(FeedOfAnotherProgram, DrawsADealAtItsMinuteAndPriceAndTheLineOfTheLastPri
     ASSERT_TRUE(waitUntil([&] { return ofToday() != layer->trades().end(); }));
     const Bars &bars = chart()->data().bars;
     const auto bar = std::find_if(bars.begin(), bars.end(), [&](const Bar &candidate) {
-        return candidate.minute == ofToday()->time.minute();
+        return candidate.minute == ofToday()->time.endMinute();
     });
-    ASSERT_NE(bar, bars.end());
+    ASSERT_NE(bar, bars.end()) << ofToday()->time.minute();
     EXPECT_LE(bar->low, ofToday()->price);
     EXPECT_GE(bar->high, ofToday()->price);
     const ChartTheme &theme = chart()->theme();
-    EXPECT_GT(pixelsOfMark(chart(), static_cast<int>(bar - bars.begin()), ofToday()->price, theme.rise), 40);
+    EXPECT_GT(pixelsOfMark(chart(), static_cast<int>(bar - bars.begin()), ofToday()->price, theme.rise), 25);
     const QColor colour = bars.back().rises() ? theme.rise : theme.fall;
     EXPECT_GT(pixelsOfRow(chart(), bars.back().close, colour), chart()->canvas()->width() / 4);
 }

@@ -2,6 +2,7 @@
 #include "terminal/practice/PracticeDialog.h"
 
 #include "tests/terminal/practice/SomePractice.h"
+#include "tests/terminal/support/Controls.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -143,6 +144,12 @@ TEST_F(PracticeDialogTest, ContinuesAndDeletesTheOneThatIsChosen)
     click("deletePractice");
     EXPECT_EQ(listed(), 0);
     EXPECT_THAT(sessions().all(), IsEmpty());
+}
+
+TEST_F(PracticeDialogTest, NamesEachControl)
+{
+    open(offer());
+    EXPECT_THAT(namelessControls(*m_dialog), IsEmpty());
 }
 
 } // namespace

@@ -125,7 +125,7 @@ TEST_F(PracticeSessionsTest, SayWhyTheLedgerOfOneCannotBeRead)
     const auto read =
         readPractisedLedger(session->ledger(), QStringLiteral(TRADEMODULE), QStringLiteral("en"));
     EXPECT_FALSE(read);
-    EXPECT_THAT(read.error().toStdString(), HasSubstr("account.db"));
+    EXPECT_THAT(read.error().toStdString(), HasSubstr("not a database"));
 }
 
 } // namespace

@@ -102,8 +102,10 @@ TEST_F(PracticeWindow, PlaysAMorningWhoseBooksAddUpAndLeavesTheAccountAsItWas)
           QStringLiteral("0931 buy 3000 51.50"), QStringLiteral("--order"),
           QStringLiteral("0933 buy 15000 51.00"), QStringLiteral("--order"),
           QStringLiteral("0935 sell 300 51.00"), QStringLiteral("--order"),
-          QStringLiteral("0936 buy 100 47.00")});
-    ASSERT_TRUE(comesTo("09:50:00"));
+          QStringLiteral("0936 buy 100 47.00"), QStringLiteral("--order"),
+          QStringLiteral("1010 buy 1000 50.86"), QStringLiteral("--order"),
+          QStringLiteral("1045 sell 500 50.20")});
+    ASSERT_TRUE(comesTo("11:30:00"));
     close();
 
     TradeModule::Ledger ledger(m_session->ledger());
@@ -114,7 +116,7 @@ TEST_F(PracticeWindow, PlaysAMorningWhoseBooksAddUpAndLeavesTheAccountAsItWas)
     for (const TradeModule::Execution &trade : trades) {
         EXPECT_GE(trade.time, atTime(932));
     }
-    EXPECT_THAT(TradeModule::OrderBook(&ledger).ofDay(onDay(20230711)), SizeIs(4));
+    EXPECT_THAT(TradeModule::OrderBook(&ledger).ofDay(onDay(20230711)), SizeIs(6));
     EXPECT_EQ(contentsOf(this->ledger()), account);
 }
 

@@ -73,7 +73,9 @@ const Case cases[] = {
     {"hasNoQuantity", order(sell, 10, 0), "multiple of 100"},
     {"isNegative", order(buy, 10, -100), "multiple of 100"},
     {"sellsTheOddRestWithAll", order(sell, 10, 350), ""},
-    {"sellsTheOddRestAlone", order(sell, 10, 50), "multiple of 100"},
+    {"sellsTheOddRestAlone", order(sell, 10, 50), ""},
+    {"sellsAPartOfTheOddRest", order(sell, 10, 20), "multiple of 100"},
+    {"sellsTheOddRestWithALot", order(sell, 10, 150), ""},
     {"sellsMoreThanThereIs", order(sell, 10, 400), "Only 350 shares"},
     {"takesAllTheCash", order(buy, 10, 1000), ""},
     {"costsMoreThanThereIs", order(buy, 10, 1100), "not enough cash"},
@@ -188,14 +190,16 @@ TEST(OrderDraft, OffersNoMoreSharesThanAnOrderHasHoweverMuchCashTheModuleTells)
 {
     DraftFacts rich = facts();
     rich.available = 1e300;
-    EXPECT_EQ(OrderDraft(order(buy, 0.01, 100), rich).largestQuantity(), 1000000000);
+    EXPECT_EQ(OrderDraft(order(buy, 0.01, 100), rich).largestQuantity(), 1000000);
 }
 
-TEST(OrderDraft, ProposesAnOddRestOnlyWhenAllMayBeSold)
+TEST(OrderDraft, ProposesAnOddRestOnlyAsAWhole)
 {
     EXPECT_EQ(OrderDraft(order(sell, 10, 100), facts()).largestQuantity(), 350);
     DraftFacts boughtToday = facts();
     boughtToday.sellable = 250;
+    EXPECT_EQ(OrderDraft(order(sell, 10, 100), boughtToday).largestQuantity(), 250);
+    boughtToday.sellable = 230; // 20 of the odd 50 are on offer
     EXPECT_EQ(OrderDraft(order(sell, 10, 100), boughtToday).largestQuantity(), 200);
 }
 

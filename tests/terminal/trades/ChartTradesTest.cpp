@@ -213,6 +213,19 @@ TEST_F(ChartTradesTest, TakesADragBackAtEscape)
     EXPECT_NE(trades()->lines()->orderAt(tagPlace()), nullptr) << "the line is where it was";
 }
 
+TEST_F(ChartTradesTest, ForgetsADragWhoseButtonWasReleasedElsewhere)
+{
+    openWithAnOrder();
+    dragBy(-40);
+    const QPoint place = tagPlace() + QPoint(0, -60);
+    QMouseEvent pointing(QEvent::MouseMove, place, chart()->canvas()->mapToGlobal(place), Qt::NoButton,
+                         Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(chart()->canvas(), &pointing);
+    release(-60);
+    EXPECT_TRUE(m_question.isEmpty());
+    EXPECT_NE(trades()->lines()->orderAt(tagPlace()), nullptr) << "the line is where it was";
+}
+
 TEST_F(ChartTradesTest, AsksNothingAboutAnOrderThatWasDealtWhileItWasDragged)
 {
     openWithAnOrder();

@@ -7,6 +7,7 @@
 #include "terminal/ui/KeysDialog.h"
 #include "terminal/ui/SecurityBox.h"
 #include "terminal/watch/WatchDock.h"
+#include "tests/terminal/support/Controls.h"
 #include "tests/terminal/support/OverlayWindow.h"
 
 #include <gmock/gmock.h>
@@ -20,8 +21,6 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTableWidget>
-
-#include <set>
 
 namespace Terminal {
 namespace {
@@ -37,51 +36,13 @@ protected:
         }
         QApplication::processEvents();
     }
-
-    static std::string nameOf(const QWidget *widget)
-    {
-        return (QLatin1String(widget->metaObject()->className()) + QLatin1Char(' ') + widget->objectName())
-            .toStdString();
-    }
-
-    /// Controls below `root` that the keyboard can have and a screen reader would call nothing.
-    static std::vector<std::string> nameless(const QWidget &root)
-    {
-        std::vector<std::string> found;
-        for (QWidget *const widget : root.findChildren<QWidget *>()) {
-            const bool isControl = widget->isVisibleTo(&root) && (widget->focusPolicy() & Qt::TabFocus) != 0;
-            QAccessibleInterface *const seen =
-                isControl ? QAccessible::queryAccessibleInterface(widget) : nullptr;
-            const bool isInside = widget->objectName().startsWith(QLatin1String("qt_spinbox")) ||
-                                  qobject_cast<QComboBox *>(widget->parentWidget()) != nullptr;
-            if (seen != nullptr && !isInside && seen->text(QAccessible::Name).isEmpty()) {
-                found.push_back(nameOf(widget));
-            }
-        }
-        return found;
-    }
-
-    /// What Tab comes to, from the chart on until it is there again.
-    std::set<const QWidget *> reached()
-    {
-        std::set<const QWidget *> widgets;
-        constexpr int longestWay = 200;
-        m_window->chart()->setFocus();
-        for (int step = 0; step < longestWay; ++step) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            if (!widgets.insert(QApplication::focusWidget()).second) {
-                break;
-            }
-        }
-        return widgets;
-    }
 };
 
 TEST_F(KeyboardBarTest, EveryControlOfTheWindowHasAName)
 {
     for (const ChartPeriod period : {ChartPeriod::Day, ChartPeriod::Minute}) {
         showAll(period);
-        EXPECT_THAT(nameless(*m_window), ::testing::IsEmpty());
+        EXPECT_THAT(namelessControls(*m_window), ::testing::IsEmpty());
     }
 }
 
@@ -90,22 +51,22 @@ TEST_F(KeyboardBarTest, EveryControlOfAQuestionHasAName)
     show({});
     OrderQuestion question(OutcomeText::sendQuestion({}, {}), m_window.get());
     question.show();
-    EXPECT_THAT(nameless(question), ::testing::IsEmpty());
+    EXPECT_THAT(namelessControls(question), ::testing::IsEmpty());
     KeysDialog keys(m_window.get());
     keys.show();
-    EXPECT_THAT(nameless(keys), ::testing::IsEmpty());
+    EXPECT_THAT(namelessControls(keys), ::testing::IsEmpty());
     PracticeOffer offer;
     offer.day = Trading::TradingDate::today();
     PracticeDialog practice(PracticeSessions(QStringLiteral("nowhere")), offer, m_window.get());
     practice.show();
-    EXPECT_THAT(nameless(practice), ::testing::IsEmpty());
+    EXPECT_THAT(namelessControls(practice), ::testing::IsEmpty());
 }
 
 TEST_F(KeyboardBarTest, TabReachesEveryControlThatCanBeUsed)
 {
     showAll(ChartPeriod::Minute);
     activateWindow();
-    const auto reachable = reached();
+    const auto reachable = reachedByTab(m_window->chart());
     std::vector<std::string> left;
     for (const QAbstractButton *const button : m_window->findChildren<QAbstractButton *>()) {
         const bool isHidden = !button->isVisible() || !button->isEnabled() ||
@@ -115,7 +76,7 @@ TEST_F(KeyboardBarTest, TabReachesEveryControlThatCanBeUsed)
         const auto *const checked = qobject_cast<const QAbstractButton *>(button);
         const bool isOneOfAGroup = checked->autoExclusive() || checked->group() != nullptr; // arrows go there
         if (!isHidden && !isOneOfAGroup && reachable.count(button) == 0) {
-            left.push_back(nameOf(button) + " " + button->text().toStdString());
+            left.push_back(nameOfControl(button) + " " + button->text().toStdString());
         }
     }
     EXPECT_THAT(left, ::testing::IsEmpty());

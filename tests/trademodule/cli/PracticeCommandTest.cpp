@@ -49,9 +49,11 @@ TEST_F(PracticeCommand, BeginsWithCashAndAHoldingThatAreChosen)
 
 TEST_F(PracticeCommand, RefusesWhatIsNoAccountAndMakesNothing)
 {
-    for (const QStringList &wrong : {QStringList{QStringLiteral("--cash"), QStringLiteral("much")},
-                                     QStringList{QStringLiteral("--hold"), QStringLiteral("000001 0 9.10")},
-                                     QStringList{QStringLiteral("--copy"), QStringLiteral("nothing.db")}}) {
+    for (const QStringList &wrong :
+         {QStringList{QStringLiteral("--cash"), QStringLiteral("much")},
+          QStringList{QStringLiteral("--hold"), QStringLiteral("000001 0 9.10")},
+          QStringList{QStringLiteral("--hold"), QStringLiteral("000001 9223372036854775807 0")},
+          QStringList{QStringLiteral("--copy"), QStringLiteral("nothing.db")}}) {
         EXPECT_NE(practice(QStringList{QStringLiteral("--day"), QStringLiteral("20230711")} + wrong).exitCode,
                   0);
         EXPECT_FALSE(QFile::exists(file())) << qPrintable(wrong.join(QLatin1Char(' ')));

@@ -346,6 +346,38 @@ TEST(StatementReader, RefusesAQuantityInLotsThatOnlyTheAccountsMoneyShows)
     EXPECT_THAT(reasons(contents), ElementsAre(HasSubstr("is the quantity in lots?")));
 }
 
+TEST(StatementReader, RefusesOneCodeOnTwoMarketsThatNothingTells)
+{
+    const StatementContents contents = readText("成交日期,证券代码,操作,成交价格,成交数量,市场代码\n"
+                                                "20240102,000001,买入,10.00,100,0\n"
+                                                "20240102,000001,买入,3000.00,100,1\n"
+                                                "20240102,600000,买入,7.00,100,1\n");
+
+    EXPECT_EQ(contents.executions.size(), 2);
+    EXPECT_THAT(reasons(contents), ElementsAre(HasSubstr("3: the code 000001 stands beside the markets")));
+}
+
+TEST(StatementReader, TakesNoSecurityForATotalByItsName)
+{
+    const StatementContents contents = readText("成交日期,证券名称,证券代码,操作,成交价格,成交数量\n"
+                                                "20240102,合计科技,600000,买入,7.00,1000\n"
+                                                "20240102,日合计,,,,1000\n");
+
+    EXPECT_EQ(contents.executions.size(), 1);
+    EXPECT_THAT(reasons(contents), IsEmpty());
+}
+
+TEST(StatementReader, RefusesAColumnOfAnUnknownUnit)
+{
+    EXPECT_THAT(refusalOf("成交日期,证券代码,操作,成交价格,成交数量(十手)\n20240102,600000,买入,7.00,10\n"),
+                HasSubstr("the unit in the name of the column 成交数量"));
+    const StatementContents contents = readText("成交日期,证券代码,操作,成交价格(人民币),成交数量(百手)\n"
+                                                "20240102,600000,买入,7.00,1\n20240102,113050,买入,110,1\n");
+    EXPECT_THAT(described(contents.executions),
+                ElementsAre("20240102 00000000 buy SH600000 10000 at 7.00 = 70000.00 fee 0.00",
+                            "20240102 00000000 buy SH113050 1000 at 110.00 = 110000.00 fee 0.00"));
+}
+
 TEST(StatementReader, CountsPurchasesOfLessThanALot)
 {
     const StatementContents contents = readText("成交日期,证券代码,操作,成交价格,成交数量\n"

@@ -1,0 +1,56 @@
+// The example of a module in another language, held against the guides as any other maker's.
+#include "tests/support/TestBroker.h"
+
+#include <gmock/gmock.h>
+
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace TradeModule {
+
+namespace {
+
+const QString program = QStringLiteral(TRADECHART_TREE "/examples/module/trading_module.py");
+
+TEST(ExampleModule, HasAHundredLinesAtMost)
+{
+    QFile file(program);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_LE(file.readAll().count('\n'), 100);
+}
+
+#ifdef MODULE_PYTHON
+TEST(ExampleModule, PassesWhatOnlyReads)
+{
+    const TestBroker broker;
+    QProcess module;
+    module.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    module.start(QStringLiteral(MODULE_PYTHON),
+                 {program, QStringLiteral(TRADECHART_TREE "/examples/module/trades.csv"),
+                  broker.socketPath()});
+    ASSERT_TRUE(module.waitForStarted());
+    QProcess check;
+    const auto isRight = [&] { // no module answers until Python has begun
+        check.start(QStringLiteral(TRADEMODULE_CHECK),
+                    {QStringLiteral("--bus"), broker.address(), QStringLiteral("--lang"), QStringLiteral("en"),
+                     QStringLiteral("--from"), QStringLiteral("20240101"), QStringLiteral("--to"),
+                     QStringLiteral("20240131")});
+        check.waitForFinished(60000);
+        return !check.readAllStandardError().contains("no trading module answers");
+    };
+    EXPECT_TRUE(waitUntil(isRight));
+    EXPECT_EQ(check.exitCode(), 0) << check.readAllStandardOutput().toStdString();
+    module.kill();
+    module.waitForFinished();
+}
+#else
+TEST(ExampleModule, PassesWhatOnlyReads)
+{
+    GTEST_SKIP() << "no python3 with paho-mqtt was found";
+}
+#endif
+
+} // namespace
+
+} // namespace TradeModule
