@@ -1034,6 +1034,14 @@
         <source>This practice is a ledger that the command line names: begin another with trademodule practice.</source>
         <translation>这次练习用的是命令行指定的账本：请用 trademodule practice 另行开始一个。</translation>
     </message>
+    <message>
+        <source>Orders of before that may still be dealt: %1 (F3 lists them)</source>
+        <translation>之前留下、仍可能成交的委托：%1 笔（F3 查看）</translation>
+    </message>
+    <message>
+        <source>Orders that may still be dealt, which leaving does not cancel: %1</source>
+        <translation>仍可能成交的委托（退出不会撤单）：%1 笔</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TradeDocks</name>
