@@ -30,18 +30,6 @@ QByteArray keyOf(QJsonObject question)
     return QJsonDocument(question).toJson(QJsonDocument::Compact);
 }
 
-/// A text that is another one whenever anything in the database has changed: with SQLite how often others
-/// have changed it and how many rows this connection has, with PostgreSQL which transactions can be seen.
-QString changesOf(Database *database)
-{
-    const bool isFile = database->kind() == Database::Kind::Sqlite;
-    Rows row = database->run(
-        isFile ? QStringLiteral("SELECT data_version || ' ' || total_changes() FROM pragma_data_version")
-               : QStringLiteral("SELECT CAST(txid_current_snapshot() AS text)"));
-    row.next();
-    return row.value(0).toString();
-}
-
 } // namespace
 
 KeptAnswers::KeptAnswers(Database *database) : m_database(database), m_contents(mostBytes) {}
@@ -50,7 +38,7 @@ KeptAnswers::KeptAnswers(Database *database) : m_database(database), m_contents(
 /// of today is of another day tomorrow.
 void KeptAnswers::forgetOld()
 {
-    const QString state = TradingDate::today().text() + QLatin1Char(' ') + changesOf(m_database);
+    const QString state = TradingDate::today().text() + QLatin1Char(' ') + m_database->state();
     if (state != m_state) {
         m_contents.clear();
         m_state = state;
