@@ -106,6 +106,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_watch(std::make_unique<WatchDock>(this, watchFactsOf(session)))
 {
     m_input = std::make_unique<ChartInput>(m_chart, m_trades->pointer(), nullptr);
+    m_trades->setOverlays(nullptr); // until they come; a drag hears Escape before the chart does
     setUpCentre();
     setUpBars();
     setUpView();
