@@ -64,7 +64,7 @@ public:
 
     /// One for every message that was to be kept and that the broker has decided on: empty, or why it does
     /// not keep it. One more when it says at the greeting that it keeps none.
-    std::deque<QString> takeReceipts() { return std::exchange(m_receipts, {}); }
+    QVector<QString> takeReceipts() { return std::exchange(m_receipts, {}); }
 
     /// How many messages have left this process since the last call, in the order of publishing.
     int takeSentCount() { return std::exchange(m_sentCount, 0); }
@@ -101,7 +101,7 @@ private:
     QVector<QByteArray> m_refusedSubscriptions;
     std::deque<BusMessage> m_received;
     QSet<int> m_keptUnderWay; // packet numbers of messages without a receipt
-    std::deque<QString> m_receipts;
+    QVector<QString> m_receipts;
     int m_sentCount = 0;
     QString m_error;
     QString m_tlsReason; // of the last error in the library's own words

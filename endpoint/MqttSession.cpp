@@ -505,7 +505,7 @@ QByteArray MqttSession::request(const QByteArray &path, const QByteArray &payloa
     }
     updateWatch();
     m_inbox.runSoon();
-    if (isReady() || !m_receipts.empty()) {
+    if ((isReady() || !m_receipts.empty()) && !m_announcing.isActive()) {
         m_announcing.start(); // once, however many questions are asked before the event loop is back
     }
     const QByteArray answer = m_request->answer();

@@ -1,5 +1,7 @@
 #include "endpoint/TopicPath_p.h"
 
+#include <algorithm>
+
 namespace LocalCommunication {
 
 namespace {
@@ -7,11 +9,17 @@ namespace {
 /// MQTT counts the bytes of a topic in 16 bits.
 constexpr int longestPath = 65535;
 
+bool isPlain(char byte)
+{
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
+           byte == '-' || byte == '.' || byte == '_' || byte == '~';
+}
+
 } // namespace
 
 QByteArray encodedLevel(const QByteArray &name)
 {
-    return name.toPercentEncoding();
+    return std::all_of(name.begin(), name.end(), isPlain) ? name : name.toPercentEncoding(); // most are
 }
 
 QByteArray topicPath(const QByteArray &prefix, const TopicName &name)

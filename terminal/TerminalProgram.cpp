@@ -22,6 +22,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace Terminal {
 
@@ -200,6 +201,7 @@ void TerminalProgram::wireServices()
             m_window->answers()->start(m_busAddress); // overlays ask some things once: it is to hear them
             m_window->results()->start(m_busAddress);
             m_window->trades()->start(m_busAddress);
+            watchWorkingOrders();
         }
     });
     if (!takesPicture()) {
@@ -380,6 +382,7 @@ bool TerminalProgram::asksTradeModule() const
 void TerminalProgram::showWindow()
 {
     connect(qApp, &QCoreApplication::aboutToQuit, this, &TerminalProgram::rememberWindow);
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &TerminalProgram::noteOrdersLeft);
     const bool isNewAccount = isMissingFile(m_options.ledger); // until the trading module makes it
     m_window->show();
     tellOfCalendar();
@@ -393,6 +396,35 @@ void TerminalProgram::tellOfCalendar()
 {
     if (const auto &fault = m_window->hours().calendarFault()) {
         tell(MarketHours::text(*fault));
+    }
+}
+
+/// Whatever the window shows: who leaves is asked about them.
+void TerminalProgram::watchWorkingOrders()
+{
+    connect(m_session->desk(), &OrderDesk::workingOrdersChanged, this, &TerminalProgram::tellWorkingOrders);
+    m_session->desk()->watch();
+}
+
+/// Once: those of a former run, which may have ended without a question.
+void TerminalProgram::tellWorkingOrders()
+{
+    const auto &working = m_session->desk()->workingOrders();
+    if (!working || std::exchange(m_knowsWorkingOrders, true) || working->empty()) {
+        return;
+    }
+    tell(tr("Orders of before that may still be dealt: %1 (F3 lists them)").arg(working->size()));
+}
+
+/// Nobody can be asked when the program is told to end: they stay what they are.
+void TerminalProgram::noteOrdersLeft() const
+{
+    const OrderRecords working = m_session->desk()->workingOrders().value_or(OrderRecords());
+    if (!working.empty()) {
+        qWarning(
+            "%s",
+            qUtf8Printable(
+                tr("Orders that may still be dealt, which leaving does not cancel: %1").arg(working.size())));
     }
 }
 

@@ -80,6 +80,9 @@ private:
     void startSnapshot();
     void wireSnapshot();
     void rememberWindow();
+    void watchWorkingOrders();
+    void tellWorkingOrders();
+    void noteOrdersLeft() const;
     void tellRefusal(const QString &reason);
     void endSnapshot(const QString &error);
     void tell(const QString &message);
@@ -97,6 +100,7 @@ private:
     PracticeDoor *m_practice = nullptr; ///< of the window
     std::optional<TerminalOptions> m_next;
     bool m_restartsPractice = false;
+    bool m_knowsWorkingOrders = false; ///< those that a former run has left were told
 };
 
 } // namespace Terminal

@@ -16,6 +16,7 @@ class Kinds
 {
 public:
     template <typename... Kind>
+    // NOLINTNEXTLINE(google-explicit-constructor): a kind is a set of one
     constexpr Kinds(Kind... kinds) : m_bits((bit(kinds) | ... | 0U))
     {
     }

@@ -56,8 +56,9 @@ QString cannotBeRead(const QString &ledger, const QString &reason)
 /// Why a listing did not come to its end; empty when it did.
 QString problemOf(QProcess *module, const QString &ledger)
 {
-    if (module->error() == QProcess::UnknownError && module->exitStatus() == QProcess::NormalExit &&
-        module->exitCode() == 0) {
+    const bool hasStarted =
+        module->error() != QProcess::FailedToStart; // a wait that was too short is an error, too
+    if (hasStarted && module->exitStatus() == QProcess::NormalExit && module->exitCode() == 0) {
         return {};
     }
     const QString reason = QString::fromUtf8(module->readAllStandardError()).trimmed();

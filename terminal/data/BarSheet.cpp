@@ -218,11 +218,16 @@ LineProblem settleVolume(const BarRows &rows, const BarHeader &header, const Bar
 LineProblem countInShares(BarRows *rows, VolumeUnit unit, Trading::SecurityKind kind)
 {
     constexpr double noise = 1e-3; // of numbers that are no binary fractions
+    constexpr double most = 1e12;  // a day of the whole market is a tenth of it
     for (std::size_t i = 0; i < rows->bars.size(); ++i) {
         const double shares = rows->bars[i].volume * sharesIn(unit, kind);
         if (std::abs(shares - std::round(shares)) > noise) {
             return {rows->lines[i],
                     text("the volume, in %1, is no whole number of shares").arg(wordOf(unit))};
+        }
+        if (shares > most) {
+            return {rows->lines[i],
+                    text("the volume, in %1, comes to more shares than there are").arg(wordOf(unit))};
         }
         rows->bars[i].volume = std::round(shares);
     }

@@ -42,7 +42,7 @@ std::optional<CorporateAction> actionOf(const BookedAction &booked)
 /// A broker books whole cents and whole shares.
 bool agree(const CorporateAction &action, const BookedAction &booked)
 {
-    constexpr long double cent = YuanPerShare::stepsPerUnit / 100;
+    constexpr auto cent = YuanPerShare::stepsPerUnit / 100;
     constexpr long double share = SharesPerShare::stepsPerUnit;
     const auto held = static_cast<long double>(booked.held);
     const long double cash = action.dividend.steps() * held - booked.cash.steps() * stepsOfMoney;

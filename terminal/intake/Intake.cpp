@@ -26,6 +26,9 @@ using State = IntakeFile::State;
 /// How long the event loop may be kept from its other work.
 constexpr std::chrono::milliseconds longestTurn{20};
 
+/// How long the reader of bars may take to hear that it is cancelled.
+constexpr std::chrono::milliseconds patience{150};
+
 /// A report of something that could not even be asked.
 FileReport failureReport(const QString &reason)
 {
@@ -79,6 +82,9 @@ Intake::Intake(IntakePlan plan, QObject *parent) : QObject(parent), m_plan(std::
 {
     m_gathering.setInterval(0);
     connect(&m_gathering, &QTimer::timeout, this, &Intake::gather);
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(patience);
+    connect(&m_patience, &QTimer::timeout, this, &Intake::stopLooking);
     connect(&m_module, &JsonChild::told, this, &Intake::takeStatementWord);
     connect(&m_module, &JsonChild::ended, this, &Intake::takeStatementEnd);
     connect(&m_bars, &JsonChild::told, this, &Intake::takeBarsWord);
@@ -249,12 +255,11 @@ void Intake::import()
 void Intake::importNext()
 {
     const int statement = find(FileKind::Statement, State::Ready);
-    if (m_isCancelled) {
+    const bool isDone = statement < 0 && find(FileKind::BarTable, State::Ready) < 0;
+    if (m_isCancelled || isDone) {
         finishWriting();
     } else if (statement >= 0) {
         runStatement(statement, Errand::Import);
-    } else if (find(FileKind::BarTable, State::Ready) < 0) {
-        finishWriting();
     } else if (m_isPlanStale) {
         planBars();
     } else {
@@ -317,12 +322,21 @@ void Intake::cancel()
         }
         if (m_bars.isRunning()) {
             m_bars.say({{QStringLiteral("cancel"), true}});
+            m_patience.start();
         }
         break;
     case Stage::Asking:
     case Stage::Undoing:
     case Stage::Done:
         break;
+    }
+}
+
+/// A file of a hundred megabytes keeps the reader from hearing. Nothing is written while it reads.
+void Intake::stopLooking()
+{
+    if (m_isCancelled && find(FileKind::BarTable, State::Looking) >= 0 && m_bars.isRunning()) {
+        m_bars.stop();
     }
 }
 
@@ -669,6 +683,8 @@ void Intake::takeBarsEnd(int exitCode, const QString &lastWords)
                 QStringList(tr("Nobody can tell which of the bars are written: %1. See the folder %2.")
                                 .arg(reason, m_plan.places.dataFolder));
             file.state = State::Unknown;
+        } else if (file.kind == FileKind::BarTable && file.state == State::Looking && m_isCancelled) {
+            file.state = State::Waiting;
         } else if (file.kind == FileKind::BarTable && file.state == State::Looking) {
             file.report = failureReport(reason);
             file.state = m_stage == Stage::Writing ? State::Failed : State::Refused;

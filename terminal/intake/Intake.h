@@ -122,6 +122,7 @@ private:
     void takePlannedBars();
     void takeWrittenBars(IntakeFile::State state, const QString &problem = {});
     void goOn();
+    void stopLooking();
     int find(FileKind kind, IntakeFile::State state) const;
     void setBars(IntakeFile::State from, IntakeFile::State to);
 
@@ -133,6 +134,7 @@ private:
     QStringList m_pending;        ///< files and folders that nobody has looked into yet
     std::unique_ptr<QDirIterator> m_listing;
     QTimer m_gathering;
+    QTimer m_patience; ///< with a child that has not heard yet that it is cancelled
     int m_skipped = 0;
     std::unique_ptr<QTemporaryDir> m_scratch; ///< for what children read from files
     JsonChild m_module{nullptr};

@@ -213,8 +213,8 @@ const std::vector<OptionRow> &optionTable()
          text("Goes on with a practice, a recorded day with an account of its own; --replay is its speed."),
          into(&TerminalOptions::practice)},
         {QStringLiteral("replay"), QStringLiteral("SPEED"),
-         text(
-             "Plays a recorded day as today, 1 to 600 times as fast; for --period minute, which it implies."),
+         text("Plays a recorded day as today, 1 to 600 times as fast; for --period minute, which it implies. "
+              "A --ledger must be one that practises the day."),
          takeReplay},
         {QStringLiteral("replay-to"), QStringLiteral("HHMM"),
          text("Plays the day at once up to this minute; a snapshot stops there, else at the end."),

@@ -26,7 +26,7 @@ constexpr double mostYuan = 1e9;
 constexpr int mostShares = 1000000000;
 constexpr int longestName = 60; // fits in a title
 
-enum Column { NameColumn, SecurityColumn, DayColumn, BegunColumn, columnCount };
+enum Column { NameColumn, SecurityColumn, DayColumn, BegunColumn, ColumnCount };
 
 QDoubleSpinBox *yuanBox(const char *name, double value, int decimals)
 {
@@ -60,7 +60,7 @@ PracticeDialog::PracticeDialog(PracticeSessions sessions, PracticeOffer offer, Q
       m_shares(new QSpinBox),
       m_cost(yuanBox("practiceCost", m_offer.price, 3)),
       m_begin(button("beginPractice", tr("Begin"))),
-      m_table(new QTableWidget(0, columnCount)),
+      m_table(new QTableWidget(0, ColumnCount)),
       m_continue(button("continuePractice", tr("Continue"))),
       m_delete(button("deletePractice", tr("Delete..."))),
       m_notice(new QLabel)

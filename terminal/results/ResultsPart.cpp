@@ -51,7 +51,8 @@ ResultsPart readPart(const QJsonObject &answer, const RowsAsked &asked)
     const QJsonObject data = answer.value(QLatin1String(TradeChart::TradeKeyFields::DATA)).toObject();
     const std::vector<ResultField> &fields = Trading::fieldsOf(asked.wish.group);
     ResultsPart part{asked.wish, textOf(data, FIRST).toLongLong()};
-    for (const QJsonValue &row : data.value(QLatin1String(ROWS)).toArray()) {
+    const QJsonArray rows = data.value(QLatin1String(ROWS)).toArray();
+    for (const QJsonValue &row : rows) {
         part.rows.push_back(readRow(row.toObject(), fields));
     }
     part.count = textOf(data, COUNT).toLongLong();

@@ -4,8 +4,9 @@
 #include "terminal/trade/DesktopNotification.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QWidget>
+
+#include <utility>
 
 namespace Terminal {
 
@@ -20,9 +21,10 @@ QAction *makeSwitch(QObject *owner)
 
 } // namespace
 
-DealNotice::DealNotice(QWidget *window, UserPrompts *prompts)
+DealNotice::DealNotice(QWidget *window, UserPrompts *prompts, std::function<void()> sound)
     : m_window(window),
       m_prompts(prompts),
+      m_beep(std::move(sound)),
       m_sound(makeSwitch(this)),
       m_desktop(makeSwitch(this))
 {
@@ -33,7 +35,7 @@ void DealNotice::tell(const QString &text)
     m_prompts->show(text);
     QApplication::alert(m_window);
     if (m_sound->isChecked()) {
-        QApplication::beep();
+        m_beep();
     }
     if (m_desktop->isChecked() && !m_window->isActiveWindow()) {
         showDesktopNotification(m_window->windowTitle(), text);

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QApplication>
 #include <QObject>
+
+#include <functional>
 
 class QAction;
 class QWidget;
@@ -16,8 +19,8 @@ class DealNotice : public QObject
     Q_OBJECT
 
 public:
-    /// Both must outlive this object.
-    DealNotice(QWidget *window, UserPrompts *prompts);
+    /// Both must outlive this object; `sound` is the one that is heard.
+    DealNotice(QWidget *window, UserPrompts *prompts, std::function<void()> sound = &QApplication::beep);
 
     /// The switches, both off at first.
     QAction *soundAction() const { return m_sound; }
@@ -29,6 +32,7 @@ public:
 private:
     QWidget *m_window;
     UserPrompts *m_prompts;
+    std::function<void()> m_beep;
     QAction *m_sound;
     QAction *m_desktop;
 };

@@ -38,30 +38,28 @@ TradeDock::TradeDock(const char *name, QWidget *content, QMainWindow *window, Qt
     window->addDockWidget(area, this);
     hide();
     closeButton()->setFocusPolicy(Qt::TabFocus);
+    closeButton()->installEventFilter(this);
 }
 
-/// The base class gives every dock's button the same name and picture whenever it lays its buttons out.
-bool TradeDock::event(QEvent *event)
+/// The base class gives every dock's button the same name and picture again at times of its own.
+bool TradeDock::eventFilter(QObject *watched, QEvent *event)
 {
-    const bool isTaken = QDockWidget::event(event);
-    switch (event->type()) {
-    case QEvent::ApplicationLayoutDirectionChange:
-    case QEvent::LanguageChange:
-    case QEvent::LayoutDirectionChange:
-    case QEvent::ParentChange:
-    case QEvent::StyleChange:
-    case QEvent::WindowTitleChange:
+    if (event->type() == QEvent::Paint && closeButton()->icon().cacheKey() != m_cross.cacheKey()) {
         dressCloseButton();
-        return isTaken;
-    default:
-        return isTaken;
     }
+    return QDockWidget::eventFilter(watched, event);
+}
+
+void TradeDock::changeEvent(QEvent *event)
+{
+    QDockWidget::changeEvent(event);
+    dressCloseButton();
 }
 
 void TradeDock::dressCloseButton()
 {
     closeButton()->setAccessibleName(tr("Close: %1").arg(windowTitle()));
-    closeButton()->setIcon(crossIcon(m_crossColour));
+    closeButton()->setIcon(m_cross);
 }
 
 QAbstractButton *TradeDock::closeButton() const
@@ -76,7 +74,7 @@ void TradeDock::setTheme(const ChartTheme &theme)
     for (QWidget *const child : findChildren<QWidget *>()) {
         child->setPalette(colours); // a style sheet keeps a window's palette from its children
     }
-    m_crossColour = theme.text; // the style's own cross is black and grey on every theme
+    m_cross = crossIcon(theme.text); // the style's own cross is black and grey on every theme
     dressCloseButton();
 }
 

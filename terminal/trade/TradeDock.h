@@ -3,6 +3,7 @@
 #include "terminal/chart/theme/ChartTheme.h"
 
 #include <QDockWidget>
+#include <QIcon>
 
 class QAbstractButton;
 
@@ -20,13 +21,14 @@ public:
     void setTheme(const ChartTheme &theme);
 
 protected:
-    bool event(QEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     QAbstractButton *closeButton() const;
     void dressCloseButton();
 
-    QColor m_crossColour;
+    QIcon m_cross;
 };
 
 } // namespace Terminal

@@ -318,8 +318,9 @@ bool TradeDocks::isWanted(const OrderRecords &cancelling)
 
 void TradeDocks::askToCancel(const OrderRecords &orders)
 {
-    const QPointer<TradeDocks> self(this);  // the window may be closed while the user is asked,
-    const OrderRecords cancelling = orders; // and rows may change
+    const QPointer<TradeDocks> self(this); // the window may be closed while the user is asked,
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): and rows may change
+    const OrderRecords cancelling = orders;
     if (!isWanted(cancelling) || !self) {
         return;
     }

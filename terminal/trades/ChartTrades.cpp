@@ -40,6 +40,9 @@ ChartTrades::ChartTrades(QMainWindow *window, ChartView *chart, TradeDocks *dock
       m_prompts(prompts),
       m_facts(std::move(facts)),
       m_layer(std::make_unique<TradesLayer>(chart, [this] { return showsTrades(); })),
+      m_pointer(m_layer.get(), {[this] { return m_overlays ? m_overlays->pointer() : nullptr; },
+                                [this] { return showsTrades(); },
+                                [this](const std::vector<size_t> &trades) { chooseTrades(trades); }}),
       m_lines(std::make_unique<OrderLines>(
           chart, OrderLines::Place{[this] { return showsOrders(); }, [this] { return roomOfLabels(); }})),
       m_panel(new TradesPanel),

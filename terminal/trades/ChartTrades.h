@@ -5,6 +5,7 @@
 #include "terminal/trades/TradesDesk.h"
 #include "terminal/trades/TradesInput.h"
 #include "terminal/trades/TradesLayer.h"
+#include "terminal/trades/TradesPointer.h"
 #include "trading/SecurityRules.h"
 
 #include <QObject>
@@ -55,6 +56,9 @@ public:
     void start(const QString &address);
     /// The overlays of the chart; they answer to the mouse first.
     void setOverlays(OverlayHost *overlays);
+
+    /// What the keyboard goes through on the chart: marks of overlays, and of trades.
+    PointerTarget *pointer() { return &m_pointer; }
 
     void setTheme(const ChartTheme &theme);
     void setAmountsHidden(bool hidden);
@@ -112,6 +116,7 @@ private:
     bool m_hidesAmounts = false;
     TradesDesk m_desk;
     std::unique_ptr<TradesLayer> m_layer;
+    TradesPointer m_pointer;
     std::unique_ptr<OrderLines> m_lines;
     std::unique_ptr<TradesInput> m_input;
     TradesPanel *m_panel;

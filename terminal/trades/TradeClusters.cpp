@@ -65,6 +65,78 @@ private:
     QHash<Cell, size_t> m_cells; ///< the one mark whose place is in it
 };
 
+/// A mark with the room that it takes, which takes a while to reckon.
+struct PlacedMark
+{
+    TradeMark mark;
+    QRectF box;
+};
+
+void takeIn(PlacedMark *placed, const TradeMark &other)
+{
+    TradeMark &mark = placed->mark;
+    mark.trades.insert(mark.trades.end(), other.trades.begin(), other.trades.end());
+    std::sort(mark.trades.begin(), mark.trades.end());
+    mark.kind = mark.kind == other.kind ? mark.kind : TradeKind::Both;
+    placed->box = mark.box();
+}
+
+bool isLeftOf(const PlacedMark &one, const PlacedMark &other)
+{
+    return one.box.left() < other.box.left();
+}
+
+/// Of marks from left to right, the last that this one would lie over; null for none.
+PlacedMark *markUnder(std::vector<PlacedMark> *marks, const QRectF &box, double widest)
+{
+    for (auto mark = marks->rbegin(); mark != marks->rend() && box.left() - mark->box.left() < widest;
+         ++mark) {
+        if (mark->box.intersects(box)) {
+            return &*mark;
+        }
+    }
+    return nullptr;
+}
+
+/// Each mark takes in those that lie over it; false when there were none.
+bool joinOverlapping(std::vector<PlacedMark> *marks)
+{
+    std::stable_sort(marks->begin(), marks->end(), isLeftOf);
+    double widest = 0;
+    for (const PlacedMark &mark : *marks) {
+        widest = std::max(widest, mark.box.width());
+    }
+    std::vector<PlacedMark> apart;
+    for (const PlacedMark &mark : *marks) {
+        if (PlacedMark *const under = markUnder(&apart, mark.box, widest)) {
+            takeIn(under, mark.mark);
+        } else {
+            apart.push_back(mark);
+        }
+    }
+    const bool hasJoined = apart.size() < marks->size();
+    *marks = std::move(apart);
+    return hasJoined;
+}
+
+/// A count is wider than a mark without one, and may reach over its neighbour.
+TradeMarkList withoutOverlaps(const TradeMarkList &marks)
+{
+    std::vector<PlacedMark> placed;
+    placed.reserve(marks.size());
+    for (const TradeMark &mark : marks) {
+        placed.push_back({mark, mark.box()});
+    }
+    while (joinOverlapping(&placed)) {
+    }
+    TradeMarkList apart;
+    apart.reserve(placed.size());
+    for (PlacedMark &mark : placed) {
+        apart.push_back(std::move(mark.mark));
+    }
+    return apart;
+}
+
 } // namespace
 
 QRectF TradeMark::box() const
@@ -86,7 +158,7 @@ TradeMarkList marksInView(const TradePlaces &places, const Trades &trades, const
         marks.add({geometry.barToX(place->bar), geometry.priceToY(price)}, place->trade,
                   kindOf(trades[place->trade]));
     }
-    return marks.take();
+    return withoutOverlaps(marks.take());
 }
 
 } // namespace Terminal

@@ -21,8 +21,8 @@ struct TradeMark
 
 using TradeMarkList = std::vector<TradeMark>;
 
-/// The marks of the trades in view. A price beyond the scale stands at its edge. Costs a pass over the trades
-/// in view.
+/// The marks of the trades in view, from left to right, none over another. A price beyond the scale stands at
+/// its edge. Costs a pass over the trades in view.
 TradeMarkList marksInView(const TradePlaces &places, const Trades &trades, const ChartGeometry &geometry,
                           size_t barCount);
 

@@ -99,12 +99,12 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_overlayBar(new OverlayBar(options)),
       m_strip(new StateStrip),
       m_prompts(m_chart),
-      m_input(std::make_unique<ChartInput>(m_chart, nullptr, nullptr)),
       m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts, pricesOf(session))),
       m_trades(std::make_unique<ChartTrades>(this, m_chart, m_trade.get(), &m_prompts, factsOf(session))),
       m_results(std::make_unique<ResultsDock>(this, &m_prompts)),
       m_watch(std::make_unique<WatchDock>(this, watchFactsOf(session)))
 {
+    m_input = std::make_unique<ChartInput>(m_chart, m_trades->pointer(), nullptr);
     setUpCentre();
     setUpBars();
     setUpView();
@@ -132,9 +132,9 @@ MainWindow::~MainWindow()
     m_live.reset();
     m_watch.reset();
     m_results.reset();
+    m_input.reset();
     m_trades.reset();
     m_trade.reset();
-    m_input.reset();
     m_overlays.reset();
 }
 
@@ -586,8 +586,8 @@ void MainWindow::startOverlays(const OverlayLibrary &library, const BusGates &ga
     connect(m_overlays.get(), &OverlayHost::updateAsked, this, &MainWindow::overlayUpdateAsked);
     connect(m_overlays.get(), &OverlayHost::lost, this, &MainWindow::tellUnknown);
     m_overlays->setAmountsHidden(m_bar->hidesAmounts());
-    m_input = std::make_unique<ChartInput>(m_chart, m_overlays->pointer(), nullptr);
     m_trade->setOverlays(m_overlays.get());
+    m_input = std::make_unique<ChartInput>(m_chart, m_trades->pointer(), nullptr);
     m_trades->setOverlays(m_overlays.get());
     m_overlayBar->enableOverlays();
     for (const OverlayKind &kind : overlayKinds()) {

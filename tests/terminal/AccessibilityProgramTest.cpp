@@ -13,6 +13,7 @@
 namespace Terminal {
 namespace {
 
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::IsSupersetOf;
 
@@ -36,6 +37,30 @@ protected:
             }
             return false;
         });
+    }
+
+    /// An order of a former run.
+    void placeBefore()
+    {
+        makeLedger(ledger());
+        const QStringList order{QStringLiteral("--ledger"), ledger(),
+                                QStringLiteral("place"),    QStringLiteral("600519"),
+                                QStringLiteral("buy"),      QStringLiteral("1400"),
+                                QStringLiteral("100")};
+        const Outcome outcome = run(QStringLiteral(TRADEMODULE), order, m_environment);
+        ASSERT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
+    }
+
+    bool isShown(const QString &name)
+    {
+        const auto things = m_reader->things();
+        return std::any_of(things.begin(), things.end(), [&name](const SpokenThing &thing) {
+            return thing.isShown && thing.name.contains(name);
+        });
+    }
+    bool shows(const QString &name)
+    {
+        return waitUntil([&] { return isShown(name); });
     }
 
     void press(const QStringList &keys) { m_desktop->press(keys); }
@@ -113,6 +138,34 @@ TEST_F(AccessibilityProgram, AnOrderIsPlacedHeardAndCancelledByKeyboardAlone)
     ASSERT_TRUE(hears(QStringLiteral("Order 1 of 600519"))) << said();
     EXPECT_TRUE(waitUntil([this] { return orderStatuses() == QStringList(QStringLiteral(u"已撤")); }))
         << said();
+}
+
+/// Neither ticket nor lists were opened, and no trades are drawn.
+TEST_F(AccessibilityProgram, OrdersThatWorkAreToldAtTheStartAskedAboutAndOutliveATermination)
+{
+    placeBefore();
+    open({QStringLiteral("--trades"), QStringLiteral("off")});
+    ASSERT_TRUE(shows(QStringLiteral("Orders of before that may still be dealt: 1")));
+
+    m_reader->activate(QStringLiteral("button menu"), QStringLiteral("File"));
+    ASSERT_TRUE(waitUntil([this] {
+        press({QStringLiteral("Down")}); // from row to row of the menu
+        QCoreApplication::processEvents();
+        return m_reader->said().contains(QStringLiteral("Start page"));
+    })) << said();
+    press({QStringLiteral("Return")});
+    m_desktop->focusWindow(QStringLiteral("Orders are waiting"));
+    ASSERT_TRUE(hears(QStringLiteral("Stay"))) << said();
+    press({QStringLiteral("Return")});
+    ASSERT_TRUE(waitUntil([this] { return !isShown(QStringLiteral("Stay")); }))
+        << "and the account stays open";
+
+    m_window.terminate();
+    ASSERT_TRUE(m_window.waitForFinished(20000));
+    EXPECT_EQ(m_window.exitCode(), 0);
+    EXPECT_THAT(m_window.readAllStandardError().toStdString(),
+                HasSubstr("Orders that may still be dealt, which leaving does not cancel: 1"));
+    EXPECT_EQ(orderStatuses(), QStringList(QStringLiteral(u"已报")));
 }
 
 TEST_F(AccessibilityProgram, EveryControlIsNamed)

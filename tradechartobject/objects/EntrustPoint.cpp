@@ -327,9 +327,8 @@ void EntrustPoint::handleAnswer(const TradeMessage &answer)
         showCancelAnswer(answer);
     } else if (!answer.isAbout(m_code)) {
         return;
-    } else if (answer.isCommand(CmdType::ENTRUSTTODAYTRADE)) {
-        takeOrders(answer.rows());
-    } else if (answer.isCommand(CmdType::ENTRUSTHISTORYTRADE)) {
+    } else if (answer.isCommand(CmdType::ENTRUSTTODAYTRADE) ||
+               answer.isCommand(CmdType::ENTRUSTHISTORYTRADE)) {
         takeOrders(answer.rows());
     }
 }

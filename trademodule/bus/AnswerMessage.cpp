@@ -31,6 +31,14 @@ void AnswerMessage::set(const char *key, const QJsonValue &value)
     m_envelope[QLatin1String(key)] = value;
 }
 
+void AnswerMessage::set(const Content &content)
+{
+    for (auto field = content.fields.begin(); field != content.fields.end(); ++field) {
+        m_envelope[field.key()] = field.value();
+    }
+    m_rows = content.rows;
+}
+
 void AnswerMessage::fail(ErrorCode code, const QString &reason)
 {
     m_rows.clear();

@@ -24,10 +24,21 @@ public:
     /// The value of "costprice" where there is no cost.
     static const QLatin1String noCost;
 
+    /// What an answer says, whoever asked.
+    struct Content
+    {
+        QJsonObject fields{};
+        QByteArray rows{}; ///< "data" as JSON text; empty when it is among the fields
+    };
+
+    /// One without the envelope, for its content.
+    AnswerMessage() = default;
     /// A success without "data": what the question named comes back, the market as its number.
     explicit AnswerMessage(const TradeRequest &request);
 
     void set(const char *key, const QJsonValue &value);
+    void set(const Content &content);
+    Content content() const { return {m_envelope, m_rows}; }
     /// "data" as JSON text; writing many rows is faster than building objects.
     void setRows(const QByteArray &json) { m_rows = json; }
 

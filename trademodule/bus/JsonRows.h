@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-#include <string>
+#include <cstddef>
 #include <string_view>
 
 namespace TradeModule {
@@ -38,10 +38,13 @@ public:
     QByteArray toJson();
 
 private:
-    void addKey(const char *key);
+    char *room(std::size_t bytes);
+    char *addKey(const char *key, std::size_t bytesAfter);
+    void append(std::string_view text);
     void endRow();
 
-    std::string m_json; ///< the array so far, with a comma after the last value
+    QByteArray m_json; ///< the array so far, with a comma after the last value, and room for more
+    int m_size = 0;    ///< of the array so far
 };
 
 } // namespace TradeModule

@@ -98,16 +98,19 @@ struct TradeAnswers::Command
 {
     const char *name;
     Answer answer;
+    /// Until the ledger changes: nothing but the ledger and the day tells it. A single row is read as quickly
+    /// as it is found out whether something has changed.
+    bool isKept = false;
 };
 
 const TradeAnswers::Command *TradeAnswers::findCommand(const QString &name)
 {
     static const Command commands[] = {
         {TradeChart::CmdType::HOLDERCOSTPRICE, &TradeAnswers::answerCost},
-        {TradeChart::CmdType::TODAYTRADE, &TradeAnswers::answerToday},
-        {TradeChart::CmdType::HISTORYTRADE, &TradeAnswers::answerHistory},
-        {TradeChart::CmdType::ENTRUSTTODAYTRADE, &TradeAnswers::answerTodaysOrders},
-        {TradeChart::CmdType::ENTRUSTHISTORYTRADE, &TradeAnswers::answerPastOrders},
+        {TradeChart::CmdType::TODAYTRADE, &TradeAnswers::answerToday, true},
+        {TradeChart::CmdType::HISTORYTRADE, &TradeAnswers::answerHistory, true},
+        {TradeChart::CmdType::ENTRUSTTODAYTRADE, &TradeAnswers::answerTodaysOrders, true},
+        {TradeChart::CmdType::ENTRUSTHISTORYTRADE, &TradeAnswers::answerPastOrders, true},
         {TradeChart::CmdType::ENTRUSTCANCEL, &TradeAnswers::cancel},
         {CmdType::ENTRUSTPLACE, &TradeAnswers::place},
         {CmdType::REPLACE, &TradeAnswers::replace},
@@ -137,7 +140,7 @@ QByteArray TradeAnswers::answer(const QJsonObject &question)
                             .arg(key(CMD), request.command()));
         }
         m_ledger->database()->refuseReplacedFile();
-        (this->*command->answer)(request, &answer);
+        run(*command, question, &answer);
     } catch (const LeaseLost &) {
         throw;
     } catch (const LedgerError &error) {
@@ -146,6 +149,20 @@ QByteArray TradeAnswers::answer(const QJsonObject &question)
         answer.fail(AnswerMessage::NotUnderstood, error.reason());
     }
     return answer.toJson();
+}
+
+void TradeAnswers::run(const Command &command, const QJsonObject &question, AnswerMessage *answer)
+{
+    const TradeRequest request(question);
+    if (!command.isKept) {
+        (this->*command.answer)(request, answer);
+        return;
+    }
+    answer->set(m_kept.of(question, [&] {
+        AnswerMessage read;
+        (this->*command.answer)(request, &read);
+        return read.content();
+    }));
 }
 
 void TradeAnswers::answerCost(const TradeRequest &request, AnswerMessage *answer)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "trademodule/bus/KeptAnswers.h"
 #include "trademodule/exchange/PaperExchange.h"
 #include "trademodule/ledger/Ledger.h"
 #include "trademodule/report/KeptResults.h"
@@ -31,6 +32,7 @@ public:
         : m_ledger(ledger),
           m_orders(ledger),
           m_results(ledger),
+          m_kept(ledger->database()),
           m_exchange(exchange),
           m_tellOfCost(std::move(tellOfCost)),
           m_speak(std::move(speak))
@@ -49,6 +51,7 @@ private:
     using Answer = void (TradeAnswers::*)(const TradeRequest &, AnswerMessage *);
     struct Command;
     static const Command *findCommand(const QString &name);
+    void run(const Command &command, const QJsonObject &question, AnswerMessage *answer);
 
     void answerCost(const TradeRequest &request, AnswerMessage *answer);
     void answerToday(const TradeRequest &request, AnswerMessage *answer);
@@ -68,6 +71,7 @@ private:
     Ledger *const m_ledger;
     OrderBook m_orders;
     KeptResults m_results;
+    KeptAnswers m_kept;
     PaperExchange *const m_exchange;
     const TellOfCost m_tellOfCost;
     const Speak m_speak;

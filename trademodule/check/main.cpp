@@ -1,4 +1,4 @@
-#include "trademodule/check/Program.h"
+#include "trademodule/check/CheckProgram.h"
 #include "trading/ExchangeTime.h"
 
 #include <QCoreApplication>

@@ -171,6 +171,7 @@ QSqlDatabase Database::connection() const
 
 void Database::open()
 {
+    ++m_openings;
     m_isLost = false;
     m_wasHungUp = false;
     m_kind == Kind::Sqlite ? openSqlite(m_location) : openPostgreSql(PostgreSqlAddress(m_location));
@@ -281,6 +282,18 @@ QString Database::logFile() const
 bool Database::hasChanged() const
 {
     return m_unchanging && (FileState::of(m_location) != *m_unchanging || QFileInfo(logFile()).size() > 0);
+}
+
+/// With SQLite how often others have changed it, and how many rows this connection has, counted anew when it
+/// is opened anew; with PostgreSQL which transactions can be seen.
+QString Database::state()
+{
+    Rows row =
+        run(m_kind == Kind::Sqlite
+                ? QStringLiteral("SELECT data_version || ' ' || total_changes() FROM pragma_data_version")
+                : QStringLiteral("SELECT CAST(txid_current_snapshot() AS text)"));
+    row.next();
+    return QStringLiteral("%1 %2").arg(m_openings).arg(row.value(0).toString());
 }
 
 void Database::refuseReplacedFile() const

@@ -60,6 +60,9 @@ public:
     /// True when the file, or the server, lets nothing be changed. Then begin() fails.
     bool isReadOnly() const { return m_isReadOnly; }
 
+    /// Another text whenever anything in it has changed, whoever has changed it.
+    QString state();
+
     /// Runs a statement with its values bound in order.
     Rows run(const QString &sql, const QVariantList &values = {});
 
@@ -154,6 +157,7 @@ private:
     FileIdentity m_file;                 ///< of a SQLite ledger, when it was opened
     mutable FileIdentity m_log;          ///< of its write-ahead log, when it was seen first
     bool m_isReadOnly = false;
+    int m_openings = 0;
     std::optional<FileState> m_unchanging; ///< a file that SQLite reads without looking whether it changes
     std::chrono::milliseconds m_longestStatement = std::chrono::minutes(1);
     std::unique_ptr<StatementWatch> m_watch; ///< of a server's connection

@@ -13,7 +13,7 @@ class Database;
 class Rows
 {
 public:
-    Rows(Database *database, QSqlQuery query) : m_database(database), m_query(std::move(query)) {}
+    Rows(Database *database, const QSqlQuery &query) : m_database(database), m_query(query) {}
 
     /// Goes to the next row, at first to the first one; false after the last. A row that cannot be read is a
     /// LedgerError: a list that ends early would be taken for a whole one.

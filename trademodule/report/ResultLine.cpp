@@ -57,32 +57,32 @@ Rank percentRank(const ResultLine &line)
     return {line.figures.cost > Money() ? basisPoints(line.figures.profit, line.figures.cost) : least};
 }
 
-template <std::optional<TradingDate> ResultLine::*Day>
+template <std::optional<TradingDate> ResultLine::*day>
 constexpr Cell dayCell(ResultField field)
 {
-    return {field, [](const ResultLine &line) { return dayText(line.*Day); },
-            [](const ResultLine &line) { return dayRank(line.*Day); }};
+    return {field, [](const ResultLine &line) { return dayText(line.*day); },
+            [](const ResultLine &line) { return dayRank(line.*day); }};
 }
 
-template <int Letters>
+template <int letters>
 constexpr Cell periodCell(ResultField field)
 {
-    return {field, [](const ResultLine &line) { return dayText(line.day).left(Letters); },
+    return {field, [](const ResultLine &line) { return dayText(line.day).left(letters); },
             [](const ResultLine &line) { return dayRank(line.day); }};
 }
 
-template <Money Figures::*Amount>
+template <Money Figures::*amount>
 constexpr Cell moneyCell(ResultField field)
 {
-    return {field, [](const ResultLine &line) { return (line.figures.*Amount).text(); },
-            [](const ResultLine &line) { return Rank{(line.figures.*Amount).steps()}; }};
+    return {field, [](const ResultLine &line) { return (line.figures.*amount).text(); },
+            [](const ResultLine &line) { return Rank{(line.figures.*amount).steps()}; }};
 }
 
-template <qint64 ResultLine::*Count>
+template <qint64 ResultLine::*count>
 constexpr Cell countCell(ResultField field)
 {
-    return {field, [](const ResultLine &line) { return QString::number(line.*Count); },
-            [](const ResultLine &line) { return Rank{line.*Count}; }};
+    return {field, [](const ResultLine &line) { return QString::number(line.*count); },
+            [](const ResultLine &line) { return Rank{line.*count}; }};
 }
 
 constexpr Cell cells[] = {

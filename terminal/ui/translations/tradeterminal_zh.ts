@@ -239,6 +239,10 @@
         <translation>表头写明成交量单位是 %1</translation>
     </message>
     <message>
+        <source>the volume, in %1, comes to more shares than there are</source>
+        <translation>以 %1 计的成交量超过了现有的股数</translation>
+    </message>
+    <message>
         <source>the volume, in %1, is no whole number of shares</source>
         <translation>成交量（单位 %1）不是整数股</translation>
     </message>
@@ -1029,6 +1033,14 @@
     <message>
         <source>This practice is a ledger that the command line names: begin another with trademodule practice.</source>
         <translation>这次练习用的是命令行指定的账本：请用 trademodule practice 另行开始一个。</translation>
+    </message>
+    <message>
+        <source>Orders of before that may still be dealt: %1 (F3 lists them)</source>
+        <translation>之前留下、仍可能成交的委托：%1 笔（F3 查看）</translation>
+    </message>
+    <message>
+        <source>Orders that may still be dealt, which leaving does not cancel: %1</source>
+        <translation>仍可能成交的委托（退出不会撤单）：%1 笔</translation>
     </message>
 </context>
 <context>
@@ -3865,8 +3877,8 @@ The guides are in the folder docs of the program's documentation.</source>
         <translation>继续一次练习，即用单独的账户交易一个历史交易日；--replay 为其倍速。</translation>
     </message>
     <message>
-        <source>Plays a recorded day as today, 1 to 600 times as fast; for --period minute, which it implies.</source>
-        <translation>把一个历史交易日当作今天回放，1 到 600 倍速；用于 --period minute，此项自动生效。</translation>
+        <source>Plays a recorded day as today, 1 to 600 times as fast; for --period minute, which it implies. A --ledger must be one that practises the day.</source>
+        <translation>把一个历史交易日当作今天回放，1 到 600 倍速；用于 --period minute，此项自动生效。--ledger 须是练习当日的账本。</translation>
     </message>
     <message>
         <source>Plays the day at once up to this minute; a snapshot stops there, else at the end.</source>

@@ -90,6 +90,16 @@ TEST_F(LedgerComparisonWithAModule, EndsAModuleThatTakesItsTimeWhenItIsStopped)
     EXPECT_LT(sinceStop.elapsed(), 5000) << "and not the ten minutes of the module";
 }
 
+TEST_F(LedgerComparisonWithAModule, TakesAListThatComesLateAndInPieces)
+{
+    const QString program =
+        write(QStringLiteral("late.sh"), "#!/bin/sh\nsleep 0.2\necho '['\nsleep 0.2\necho ']'\n");
+    QFile::setPermissions(program, QFile::permissions(program) | QFile::ExeOwner);
+    LedgerComparison comparison({program, QStringLiteral("a.db")}, 2, always);
+    const auto compared = comparison.of(planOf("000001", Trading::Market::Shenzhen));
+    EXPECT_TRUE(compared) << qPrintable(compared.error());
+}
+
 TEST_F(LedgerComparisonWithAModule, TakesNoListThatHasNoEnd)
 {
     const QString program =

@@ -194,6 +194,14 @@ const Mutation mutations[] = {
      }},
     {"windowsLineEnds",
      [](CellTable *table, int) { table->eachRow([](auto *row) { row->last() += '\r'; }); }},
+    {"oneWindowsLineEnd", [](CellTable *table, int row) { table->rows[row].last() += '\r'; }},
+    {"byteOrderMark", [](CellTable *table, int) { table->rows.first().first().prepend("\xEF\xBB\xBF"); }},
+    {"unitOfLotsInTheHeader",
+     [](CellTable *table, int) {
+         if (table->column("amount") >= 0) { // nothing else tells
+             table->rows.first()[table->column("volume")] += "(亿股)";
+         }
+     }},
     {"blanksAround",
      [](CellTable *table, int row) { table->rows[row][2] = "  " + table->rows[row][2] + ' '; }},
     {"separatorAtTheEnd", [](CellTable *table, int row) { table->rows[row].append(QByteArray()); }},

@@ -449,6 +449,21 @@ TEST_F(IntakeOfFiles, DoesNotHoldTheEventLoop)
     EXPECT_EQ(static_cast<int>(intake.files().size()), files);
 }
 
+TEST_F(IntakeOfFiles, StopsAReaderOfBarsThatDoesNotHearThatItIsCancelled)
+{
+    const QString deaf = write(QStringLiteral("deaf.sh"), "#!/bin/sh\nexec sleep 600\n");
+    QFile::setPermissions(deaf, QFile::permissions(deaf) | QFile::ExeOwner);
+    IntakePlan slow = plan();
+    slow.terminalProgram = deaf;
+    Intake intake(slow);
+    intake.add({barsWithCode()});
+    ASSERT_TRUE(comesTo(intake, Intake::Stage::Looking));
+    intake.cancel();
+    ASSERT_TRUE(comesTo(intake, Intake::Stage::Asking));
+    EXPECT_EQ(intake.files().front().state, IntakeFile::State::Waiting);
+    EXPECT_TRUE(intake.files().front().report.refusals.isEmpty());
+}
+
 TEST_F(IntakeOfFiles, TellsNoProgramTheLedgerByItsArguments)
 {
     IntakePlan noting = plan();

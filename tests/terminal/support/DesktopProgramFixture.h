@@ -34,15 +34,22 @@ protected:
     void openWindow(const QStringList &more)
     {
         m_window.setProcessEnvironment(m_desktop->environment(m_environment));
-        m_window.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         const QStringList wanted = {QStringLiteral("--data"),   QStringLiteral(TRADECHART_EXAMPLES),
                                     QStringLiteral("--plugin"), QStringLiteral(PLUGIN_FILE),
                                     QStringLiteral("--lang"),   QStringLiteral("en"),
                                     QStringLiteral("--code"),   QStringLiteral("600519")};
         m_window.start(m_program, wanted + more);
         m_desktop->focusWindow(QStringLiteral("600519"));
+        ASSERT_TRUE(waitUntil([this] { return isPainted(); }));
         m_reader->begin(m_desktop->busAddress());
         ASSERT_TRUE(waitUntil([this] { return m_reader->knowsAProgram(); }));
+    }
+
+    /// True when there is a window on the empty screen: its program has started then.
+    bool isPainted() const
+    {
+        const QImage screen = m_desktop->picture();
+        return screen.pixel(screen.rect().center() / 2) != qRgb(0, 0, 0); // the pointer is in the middle
     }
 
     /// And leaves the desktop.

@@ -9,8 +9,8 @@
 
 namespace Terminal {
 
-/// A screen of common density that nobody sees, with a keyboard, and the message bus of a session, for programs that a test
-/// starts. There is no window manager: the test says which window has the keyboard.
+/// A screen of common density that nobody sees, with a keyboard, and the message bus of a session, for
+/// programs that a test starts. There is no window manager: the test says which window has the keyboard.
 class PrivateDesktop
 {
 public:

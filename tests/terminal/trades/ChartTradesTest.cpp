@@ -136,6 +136,21 @@ TEST_F(ChartTradesTest, MarksTradesOnWeeksAndLeadsToThemAndBack)
     EXPECT_THAT(trades()->panel()->selected(), ElementsAre(0U));
 }
 
+TEST_F(ChartTradesTest, AreReachedByTheKeyboard)
+{
+    m_module.setAnswer(QStringLiteral("HistoryTrade"),
+                       withData(QJsonArray{tradeRow("20200611", "10000000", "B", "1400", "100"),
+                                           tradeRow("20210311", "10000000", "S", "1400", "100")}));
+    open({QStringLiteral("600519"), ChartPeriod::Week});
+    m_window->show();
+    QTest::keyClick(chart(), Qt::Key_P);
+    EXPECT_THAT(chart()->announcement().toStdString(), ::testing::HasSubstr("sells 1"));
+    QTest::keyClick(chart(), Qt::Key_P);
+    EXPECT_THAT(chart()->announcement().toStdString(), ::testing::HasSubstr("buys 1"));
+    QTest::keyClick(chart(), Qt::Key_Return);
+    EXPECT_THAT(trades()->panel()->selected(), ElementsAre(0U));
+}
+
 TEST_F(ChartTradesTest, GoesFromTheMinutesOfOneDayToThoseOfTheTrade)
 {
     m_module.setAnswer(QStringLiteral("HistoryTrade"),

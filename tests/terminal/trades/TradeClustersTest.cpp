@@ -85,6 +85,27 @@ TEST_F(TradeClustersTest, HaveNoTwoMarksOverEachOther)
     EXPECT_EQ(count, 240);
 }
 
+/// A count of two digits is wider than a mark.
+TEST_F(TradeClustersTest, HaveNoCountOverAnotherMark)
+{
+    m_geometry.span = {-0.5, 59.5}; // bars nearer to each other than a count is wide
+    Trades trades;
+    for (int day = 0; day < 10; ++day) {
+        for (int trade = 0; trade < 12; ++trade) {
+            trades.push_back(tradeOn(20240200 + day, 1000, 12));
+        }
+    }
+    const TradeMarkList marks = marksOf(trades);
+    size_t count = 0;
+    for (size_t one = 0; one < marks.size(); ++one) {
+        count += marks[one].trades.size();
+        for (size_t other = one + 1; other < marks.size(); ++other) {
+            EXPECT_FALSE(marks[one].box().intersects(marks[other].box()));
+        }
+    }
+    EXPECT_EQ(count, trades.size());
+}
+
 TEST_F(TradeClustersTest, StandAtTheEdgeOfAScaleThatDoesNotReachThem)
 {
     const TradeMarkList marks = marksOf({tradeOn(20240203, 1000, 99)});

@@ -1,5 +1,6 @@
 // What keyboard and screen reader find in the window, whatever they look for.
 #include "terminal/ui/KeyboardBar.h"
+#include "terminal/practice/PracticeDialog.h"
 #include "terminal/results/ResultsDock.h"
 #include "terminal/trade/OutcomeText.h"
 #include "terminal/trade/TradeDocks.h"
@@ -54,6 +55,11 @@ TEST_F(KeyboardBarTest, EveryControlOfAQuestionHasAName)
     KeysDialog keys(m_window.get());
     keys.show();
     EXPECT_THAT(namelessControls(keys), ::testing::IsEmpty());
+    PracticeOffer offer;
+    offer.day = Trading::TradingDate::today();
+    PracticeDialog practice(PracticeSessions(QStringLiteral("nowhere")), offer, m_window.get());
+    practice.show();
+    EXPECT_THAT(namelessControls(practice), ::testing::IsEmpty());
 }
 
 TEST_F(KeyboardBarTest, TabReachesEveryControlThatCanBeUsed)

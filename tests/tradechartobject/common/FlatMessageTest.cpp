@@ -139,7 +139,7 @@ public:
                 text.insert(place, other.mid(upTo(other.size()), 1 + upTo(30)));
                 break;
             case 2:
-                text.insert(place, odd[static_cast<std::size_t>(upTo(static_cast<int>(odd.size()) - 1))]);
+                text.insert(place, m_odd[static_cast<std::size_t>(upTo(static_cast<int>(m_odd.size()) - 1))]);
                 break;
             default:
                 text.replace(place, 1, QByteArray(1, static_cast<char>(upTo(255))));
@@ -152,8 +152,8 @@ public:
     int upTo(int most) { return std::uniform_int_distribution<int>(0, most)(m_random); }
 
 private:
-    const std::vector<QByteArray> odd = {"\"", "\\", "{",  "}",   "[",     "]",    ",",
-                                         ":",  "0",  "-0", "1e1", "\\u00", "null", "\xEF\xBB\xBF"};
+    const std::vector<QByteArray> m_odd = {"\"", "\\", "{",  "}",   "[",     "]",    ",",
+                                           ":",  "0",  "-0", "1e1", "\\u00", "null", "\xEF\xBB\xBF"};
     std::mt19937 m_random{20240102};
 };
 

@@ -28,8 +28,8 @@ protected:
     QStringList ofTheStatement() const
     {
         return busOptions() + QStringList{QStringLiteral("--security"), QStringLiteral("000001.SZ"),
-                                          QStringLiteral("--from"), QStringLiteral("20240101"),
-                                          QStringLiteral("--to"), QStringLiteral("20240131")};
+                                          QStringLiteral("--from"),     QStringLiteral("20240101"),
+                                          QStringLiteral("--to"),       QStringLiteral("20240131")};
     }
 
     void importTrades()
@@ -51,8 +51,9 @@ TEST_F(CheckProgram, FindsNothingInOurServingModule)
     EXPECT_THAT(ended.output, HasSubstr(" 0 wrong"));
 #ifdef SCHEMA_PYTHON
     QProcess schemas;
-    schemas.start(QStringLiteral(SCHEMA_PYTHON), {QStringLiteral(TRADECHART_TREE "/tests/docs/check_messages.py"),
-                                                  QStringLiteral(TRADECHART_TREE), transcript});
+    schemas.start(QStringLiteral(SCHEMA_PYTHON),
+                  {QStringLiteral(TRADECHART_TREE "/tests/docs/check_messages.py"),
+                   QStringLiteral(TRADECHART_TREE), transcript});
     ASSERT_TRUE(schemas.waitForFinished());
     EXPECT_EQ(schemas.exitCode(), 0) << schemas.readAll().toStdString();
 #endif
@@ -83,8 +84,8 @@ TEST_F(CheckProgram, SaysSoWhenNobodyAnswers)
 
 TEST_F(CheckProgram, RefusesACommandLineThatMakesNoSense)
 {
-    for (const char *const options : {"", "--security 600000", "--from tomorrow", "--orders free", "--only nothing",
-                                      "--colour", "serve", "--lang fr"}) {
+    for (const char *const options : {"", "--security 600000", "--from tomorrow", "--orders free",
+                                      "--only nothing", "--colour", "serve", "--lang fr"}) {
         const Ended ended = check(QString::fromLatin1(options).split(u' ', Qt::SkipEmptyParts));
         EXPECT_EQ(ended.exitCode, 2) << options;
         EXPECT_THAT(ended.errors, HasSubstr("trademodule-check: ")) << options;

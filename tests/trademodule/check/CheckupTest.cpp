@@ -108,8 +108,8 @@ protected:
         const QByteArray answer = m_answers->answer(question);
         m_exchange->report();
         m_exchange->settle();
-        return QVector<Said>{{question[QStringLiteral("screenId")].toString().toUtf8(), "TradeQuery", answer,
-                              std::chrono::milliseconds(0)}} +
+        return QVector<Said>{
+                   {question[QStringLiteral("screenId")].toString().toUtf8(), "TradeQuery", answer}} +
                m_told;
     }
 
@@ -117,8 +117,7 @@ protected:
     {
         m_exchange.emplace(&ledger(), [this](const Order &changed) {
             m_told.append({GLOBAL, "TradeNotify",
-                           QJsonDocument(changeNotification(changed)).toJson(QJsonDocument::Compact),
-                           std::chrono::milliseconds(0)});
+                           QJsonDocument(changeNotification(changed)).toJson(QJsonDocument::Compact)});
         });
         m_answers.emplace(&ledger(), &*m_exchange);
         return [this](const QByteArray &question) { return answer(question); };
@@ -174,7 +173,8 @@ TEST_F(CheckupTest, FindsNearlyEveryFaultThatCanBeMade)
     ASSERT_THAT(ofOurs.faults, IsEmpty());
     ASSERT_THAT(findingsOf(recorded.playing(), presence()).faults, IsEmpty()) << "it is played as it was";
 
-    const Said word{GLOBAL, "TradePresence", presence(), std::chrono::milliseconds(0)};
+    Said word{GLOBAL, "TradePresence", presence()};
+    word.kind = kindOf(word);
     const QVector<Mutation> mutations = mutationsOf(recorded.all() + QVector<Said>{word});
     int wrong = 0;
     int remarked = 0;
@@ -190,7 +190,8 @@ TEST_F(CheckupTest, FindsNearlyEveryFaultThatCanBeMade)
             ++remarked;
         } else {
             ++silent;
-            EXPECT_TRUE(isLeftOutByRight(mutation) || harmless().count(mutation.text()) > 0) << mutation.text();
+            EXPECT_TRUE(isLeftOutByRight(mutation) || harmless().count(mutation.text()) > 0)
+                << mutation.text();
         }
     }
     std::cout << mutations.size() << " faults: " << wrong << " told as wrong, " << remarked

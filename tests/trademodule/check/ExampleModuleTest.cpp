@@ -1,5 +1,5 @@
 // The example of a module in another language, held against the guides as any other maker's.
-#include "tests/support/TestBroker.h"
+#include "tests/endpoint/BusTest.h"
 
 #include <gmock/gmock.h>
 
@@ -26,20 +26,20 @@ TEST(ExampleModule, PassesWhatOnlyReads)
     const TestBroker broker;
     QProcess module;
     module.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    module.start(QStringLiteral(MODULE_PYTHON),
-                 {program, QStringLiteral(TRADECHART_TREE "/examples/module/trades.csv"),
-                  broker.socketPath()});
+    module.start(
+        QStringLiteral(MODULE_PYTHON),
+        {program, QStringLiteral(TRADECHART_TREE "/examples/module/trades.csv"), broker.socketPath()});
     ASSERT_TRUE(module.waitForStarted());
+    RecordingEndPoint listener;
+    listener.subscribe("Global", QByteArray("TradePresence"));
+    ASSERT_TRUE(listener.join(broker.address()));
+    ASSERT_TRUE(listener.waitForMessages(1)) << "it does not announce itself";
     QProcess check;
-    const auto isRight = [&] { // no module answers until Python has begun
-        check.start(QStringLiteral(TRADEMODULE_CHECK),
-                    {QStringLiteral("--bus"), broker.address(), QStringLiteral("--lang"), QStringLiteral("en"),
-                     QStringLiteral("--from"), QStringLiteral("20240101"), QStringLiteral("--to"),
-                     QStringLiteral("20240131")});
-        check.waitForFinished(60000);
-        return !check.readAllStandardError().contains("no trading module answers");
-    };
-    EXPECT_TRUE(waitUntil(isRight));
+    check.start(QStringLiteral(TRADEMODULE_CHECK),
+                {QStringLiteral("--bus"), broker.address(), QStringLiteral("--lang"), QStringLiteral("en"),
+                 QStringLiteral("--from"), QStringLiteral("20240101"), QStringLiteral("--to"),
+                 QStringLiteral("20240131")});
+    ASSERT_TRUE(check.waitForFinished(60000));
     EXPECT_EQ(check.exitCode(), 0) << check.readAllStandardOutput().toStdString();
     module.kill();
     module.waitForFinished();

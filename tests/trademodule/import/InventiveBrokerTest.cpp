@@ -114,7 +114,23 @@ QString cents(qint64 amount)
 class Broker
 {
 public:
-    explicit Broker(unsigned seed) : m_chance(seed)
+    explicit Broker(unsigned seed) : m_chance(seed) { chooseForms(); }
+
+    QStringList header() const { return m_names; }
+
+    /// The events as rows of cells.
+    QVector<QStringList> rows();
+
+    /// What the books should have of them.
+    std::multiset<std::string> books() const;
+
+    void write(const QString &path);
+
+    bool tellsFees() const { return m_fees != Fees::None || m_signs != Signs::None; }
+    std::string described() const;
+
+private:
+    void chooseForms()
     {
         m_signs = choice({Signs::Signed, Signs::Signed, Signs::Unsigned, Signs::TwoColumns, Signs::None});
         m_fees = choice({Fees::Split, Fees::Total, Fees::None});
@@ -136,20 +152,6 @@ public:
         chooseColumns();
     }
 
-    QStringList header() const { return m_names; }
-
-    /// The events as rows of cells.
-    QVector<QStringList> rows();
-
-    /// What the books should have of them.
-    std::multiset<std::string> books() const;
-
-    void write(const QString &path);
-
-    bool tellsFees() const { return m_fees != Fees::None || m_signs != Signs::None; }
-    std::string described() const;
-
-private:
     bool coin(int of = 2) { return m_chance() % static_cast<unsigned>(of) == 0; }
     template <typename T>
     T choice(std::initializer_list<T> from)

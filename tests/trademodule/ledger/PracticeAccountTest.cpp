@@ -13,8 +13,6 @@
 namespace TradeModule {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 constexpr TradingDate practised = day(20230711);

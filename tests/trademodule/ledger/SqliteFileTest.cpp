@@ -231,6 +231,23 @@ TEST_F(SqliteFileToRead, IsReadAnewWhenSomebodyWithMoreRightsHasWrittenIt)
     EXPECT_EQ(ledger.holding(bank()).quantity(), 300);
 }
 
+TEST_F(SqliteFileToRead, HasAnotherStateWhenItsOwnerHasChangedIt)
+{
+    setModes(0444, 0555);
+    std::optional<NobodyInParticular> user(std::in_place);
+    Ledger ledger(path());
+    const QString before = ledger.database()->state();
+    EXPECT_EQ(ledger.database()->state(), before);
+
+    user.reset();
+    setModes(0644, 0755);
+    Ledger(path()).book(statementOf({fill(Side::Buy, bank(), 20240103, 10, 200)}), Ledger::Mode::Keep);
+    setModes(0444, 0555);
+    user.emplace();
+
+    EXPECT_NE(ledger.database()->state(), before);
+}
+
 TEST_F(SqliteFileToRead, IsChangedFromTheMomentOnThatItMayBe)
 {
     setModes(0444, 0555);

@@ -41,6 +41,35 @@ QJsonObject expectedRow(const Execution &trade)
     return row;
 }
 
+TEST_F(TradeAnswersTrades, TellTwoScreensTheSameAndEachItsName)
+{
+    book({fill(Side::Buy, bank(), 20240102, 10.5, 300)});
+    PaperExchange exchange(&ledger());
+    TradeAnswers answers(&ledger(), &exchange);
+    QJsonObject first = historyQuestion(bank(), "20240101", "20240131");
+    QJsonObject second = first;
+    second[QStringLiteral("screenId")] = QStringLiteral("screen2");
+
+    const QByteArray answer = answers.answer(first);
+
+    EXPECT_EQ(answers.answer(second), QByteArray(answer).replace("screen1", "screen2"));
+}
+
+TEST_F(TradeAnswersTrades, AreNewInTheAnswerAfterAChange)
+{
+    PaperExchange exchange(&ledger());
+    TradeAnswers answers(&ledger(), &exchange);
+    const QJsonObject asked = historyQuestion(bank(), "20240101", "20240131");
+    const auto count = [&] {
+        return QJsonDocument::fromJson(answers.answer(asked))[QStringLiteral("data")].toArray().size();
+    };
+    ASSERT_EQ(count(), 0);
+
+    book({fill(Side::Buy, bank(), 20240102, 10.5, 300)});
+
+    EXPECT_EQ(count(), 1);
+}
+
 TEST_F(TradeAnswersTrades, ListPastTradesWithEveryValueTheChartsRead)
 {
     Execution trade = fill(Side::Buy, bank(), 20240102, 10.5, 300, QStringLiteral("deal"));

@@ -166,9 +166,10 @@ const Trading::MessageKey *Mutation::key() const
         if (step == everyRow) {
             continue;
         }
-        const auto key = std::find_if(keys->begin(), keys->end(), [&step](const Trading::MessageKey &candidate) {
-            return step == QLatin1String(candidate.key);
-        });
+        const auto key =
+            std::find_if(keys->begin(), keys->end(), [&step](const Trading::MessageKey &candidate) {
+                return step == QLatin1String(candidate.key);
+            });
         found = key == keys->end() ? nullptr : &*key;
         if (found == nullptr || found->inside == nullptr) {
             break;
@@ -196,7 +197,7 @@ QVector<Said> Mutation::applied(const QVector<Said> &said) const
     constexpr std::chrono::seconds tooLong(4);
     QVector<Said> changed;
     for (Said one : said) {
-        const bool isMeant = kindOf(one) == kind;
+        const bool isMeant = one.kind == kind;
         if (isMeant && way == Silent) {
             continue;
         }
@@ -228,8 +229,9 @@ namespace {
 
 bool isSame(const Said &a, const Said &b)
 {
-    return QJsonDocument::fromJson(a.payload) == QJsonDocument::fromJson(b.payload) &&
-           a.payload.size() == b.payload.size();
+    return a.payload == b.payload ||
+           (a.payload.size() == b.payload.size() &&
+            QJsonDocument::fromJson(a.payload) == QJsonDocument::fromJson(b.payload));
 }
 
 /// To empty what is empty is no fault.
@@ -247,7 +249,7 @@ QVector<Mutation> mutationsOf(const QVector<Said> &said)
 {
     QMap<QString, QSet<QStringList>> paths;
     for (const Said &one : said) {
-        collectPaths(QJsonDocument::fromJson(one.payload).object(), {}, &paths[kindOf(one)]);
+        collectPaths(QJsonDocument::fromJson(one.payload).object(), {}, &paths[one.kind]);
     }
     QVector<Mutation> mutations;
     for (auto kind = paths.begin(); kind != paths.end(); ++kind) {

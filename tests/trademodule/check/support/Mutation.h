@@ -38,7 +38,7 @@ struct Mutation
     /// What the table of messages says of the key; null where it does not know it, and for a whole message.
     const Trading::MessageKey *key() const;
 
-    /// The messages with the fault in them.
+    /// The messages, whose kinds are known, with the fault in them.
     QVector<Said> applied(const QVector<Said> &said) const;
 };
 

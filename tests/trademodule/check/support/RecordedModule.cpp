@@ -1,5 +1,7 @@
 #include "tests/trademodule/check/support/RecordedModule.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <memory>
 
@@ -39,7 +41,10 @@ StandInModule::Answer RecordedModule::recording(const StandInModule::Answer &mod
 {
     return [this, module](const QByteArray &question) {
         const QByteArray screen = screenOf(question);
-        const QVector<Said> said = module(question);
+        QVector<Said> said = module(question);
+        for (Said &one : said) {
+            one.kind = kindOf(one);
+        }
         m_said[replaced(question, screen, anyScreen)].append(renamed(said, screen, anyScreen));
         return said;
     };
@@ -72,9 +77,15 @@ StandInModule::Answer RecordedModule::playing() const
 QVector<Said> RecordedModule::all() const
 {
     QVector<Said> all;
+    QSet<QByteArray> payloads;
     for (const auto &turns : m_said) {
         for (const QVector<Said> &turn : turns) {
-            all += turn;
+            for (const Said &one : turn) {
+                if (!payloads.contains(one.payload)) {
+                    payloads.insert(one.payload);
+                    all.append(one);
+                }
+            }
         }
     }
     return all;

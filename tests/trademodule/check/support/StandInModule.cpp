@@ -28,7 +28,7 @@ void StandInModule::listen(const QByteArray &channel, const QByteArray &topic)
 {
     m_listened.insert(place(channel, topic));
     if (topic == Trading::Topic::TRADEPRESENCE && !m_presence.isEmpty()) {
-        send({channel, topic, m_presence, Time(0)});
+        send({channel, topic, m_presence});
     }
 }
 

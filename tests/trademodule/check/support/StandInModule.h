@@ -16,6 +16,7 @@ struct Said
     QByteArray topic;
     QByteArray payload;
     std::chrono::milliseconds after{0};
+    QString kind{}; ///< see Mutation.h; empty where it was not looked at
 };
 
 /// A bus with a module on it that is a function, and a clock that stands still while nobody waits: a check

@@ -1,4 +1,4 @@
-#include "trademodule/check/Program.h"
+#include "trademodule/check/CheckProgram.h"
 
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/check/CheckTable.h"
@@ -137,9 +137,9 @@ CheckCases chosenCases(const QCommandLineParser &parser, bool placesOrders)
 
 QStringList describe(const CheckCase &checked)
 {
-    return {QStringLiteral("    %1 %2").arg(translated("asked:"), translated(checked.asks)),
-            QStringLiteral("    %1 %2").arg(translated("must come:"), translated(checked.mustCome)),
-            QStringLiteral("    %1 %2").arg(translated("guide:"), QLatin1String(checked.guide))};
+    return {QStringLiteral("    ") + translated("asked: %1").arg(translated(checked.asks)),
+            QStringLiteral("    ") + translated("must come: %1").arg(translated(checked.mustCome)),
+            QStringLiteral("    ") + translated("guide: %1").arg(QLatin1String(checked.guide))};
 }
 
 QString shortened(const QByteArray &message)
@@ -157,8 +157,8 @@ void tellWrong(const CaseResult &result)
     }
     printLines(
         describe(*result.checked) +
-        QStringList{QStringLiteral("    %1 %2").arg(translated("question:"), shortened(result.question)),
-                    QStringLiteral("    %1 %2").arg(translated("answer:"), shortened(result.answer))});
+        QStringList{QStringLiteral("    ") + translated("question: %1").arg(shortened(result.question)),
+                    QStringLiteral("    ") + translated("answer: %1").arg(shortened(result.answer))});
 }
 
 void tell(const CaseResult &result)
