@@ -23,6 +23,7 @@ set(CPACK_DEBIAN_LIBRARY_PACKAGE_RECOMMENDS mosquitto)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libtradechartobject-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libtradechartobject ${exactly}, qtbase5-dev")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_CONTROL_EXTRA "${CMAKE_CURRENT_LIST_DIR}/library/triggers")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "headers for terminals that show these chart overlays
 What a terminal or a trading module is built with: headers, and the
 descriptions by which CMake and pkg-config find the library.")

@@ -28,7 +28,7 @@ PrivateDesktop::PrivateDesktop(const QSize &screen)
          pixels, QStringLiteral("-dpi"), QStringLiteral("96"), QStringLiteral("-nolisten"),
          QStringLiteral("tcp"), QStringLiteral("-fbdir"), m_folder.path()});
     m_display = QLatin1Char(':') + number;
-    m_busAddress = startSessionBus(&m_bus);
+    m_busAddress = startSessionBus(&m_bus, m_folder.path());
 }
 
 PrivateDesktop::~PrivateDesktop()

@@ -40,7 +40,7 @@ QString accessibilityBusOf(const QString &session)
 } // namespace
 
 ScreenReader::ScreenReader()
-    : m_address(accessibilityBusOf(startSessionBus(&m_session))),
+    : m_address(accessibilityBusOf(startSessionBus(&m_session, m_runtime.path()))),
       m_bus(QDBusConnection::connectToBus(m_address, ofReader))
 {
     EXPECT_TRUE(m_bus.isConnected());

@@ -6,6 +6,7 @@
 #include <QProcess>
 #include <QRect>
 #include <QStringList>
+#include <QTemporaryDir>
 
 #include <vector>
 
@@ -71,6 +72,7 @@ private:
     SpokenThing look(const Reference &thing, int depth) const;
     void collect(const Reference &thing, int depth, std::vector<SpokenThing> *found) const;
 
+    QTemporaryDir m_runtime;
     QProcess m_session; ///< of the accessibility bus alone
     QString m_address;
     QDBusConnection m_bus;

@@ -17,9 +17,13 @@ inline QString startAndHear(QProcess *process, const QString &program, const QSt
     return QString::fromUtf8(process->readLine()).trimmed();
 }
 
-/// Starts the message bus of a session and returns its address.
-inline QString startSessionBus(QProcess *process)
+/// Starts the message bus of a session and returns its address. What it starts keeps its sockets in a folder
+/// of its own: the accessibility buses of two sessions would take each other's.
+inline QString startSessionBus(QProcess *process, const QString &runtimeFolder)
 {
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtimeFolder);
+    process->setProcessEnvironment(environment);
     return startAndHear(
         process, QStringLiteral("dbus-daemon"),
         {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address=1")});

@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QDBusConnection>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QVariantMap>
 #include <QWidget>
 
@@ -77,8 +78,9 @@ TEST_F(DealNoticeTest, IsShownByTheDesktopWhenTheUserWishesSo)
     if (QStandardPaths::findExecutable(QStringLiteral("dbus-daemon")).isEmpty()) {
         GTEST_SKIP() << "there is no dbus-daemon";
     }
+    const QTemporaryDir runtime;
     QProcess bus;
-    const QString address = startSessionBus(&bus);
+    const QString address = startSessionBus(&bus, runtime.path());
     qputenv("DBUS_SESSION_BUS_ADDRESS", address.toUtf8()); // before this process first asks for it
     Notifier desktop;
     QDBusConnection ofDesktop = QDBusConnection::connectToBus(address, QStringLiteral("desktop"));
