@@ -109,7 +109,7 @@ Order PaperExchange::enter(Order order, const QString &status)
     if (const std::optional<Order> before = placedBefore(order)) {
         return *before;
     }
-    const QString wrong = TradingRules::formError(order, m_book.holding(order.security).quantity());
+    const QString wrong = TradingRules::formError(order, m_cover.notOnOffer(order.security));
     if (!wrong.isEmpty()) {
         throw Error(wrong);
     }
