@@ -279,22 +279,27 @@ void repaintTwoHundredBars(benchmark::State &state)
 }
 
 /// A bar comes, the overlays are calculated with all bars before the scales are fitted, and everything is
-/// drawn anew.
-void takeNewBar(benchmark::State &state)
+/// drawn anew. Each overlay has 50,000 marks.
+void takeBar(benchmark::State &state, ManyMarks *first, ManyMarks *second)
 {
-    Scene scene(new ManyMarks);
-    const auto orders = std::make_shared<OverlayHandle>(new ManyOrders);
+    Scene scene(first);
+    std::vector<std::shared_ptr<OverlayHandle>> overlays{scene.overlay};
     const ChartData shown = scene.chart.data();
     const Korvane::tagCodeWithName security = hostSecurity(shown.security, 1);
     std::vector<Korvane::AnalyData> bars = hostBars(shown.bars);
-    orders->calc(security, bars, Korvane::DayPeriod);
-    OverlayItem item(&scene.chart, orders, &scene.sprites);
-    item.attach(&scene.chart);
+    std::unique_ptr<OverlayItem> item;
+    if (second != nullptr) {
+        overlays.push_back(std::make_shared<OverlayHandle>(second));
+        overlays.back()->calc(security, bars, Korvane::DayPeriod);
+        item = std::make_unique<OverlayItem>(&scene.chart, overlays.back(), &scene.sprites);
+        item->attach(&scene.chart);
+    }
     scene.chart.showAll();
     QObject::connect(&scene.chart, &ChartView::barsGrew, &scene.chart, [&] {
         bars.push_back(hostBar(scene.chart.data().bars.back()));
-        scene.overlay->calc(security, bars, Korvane::DayPeriod);
-        orders->calc(security, bars, Korvane::DayPeriod);
+        for (const auto &overlay : overlays) {
+            overlay->calc(security, bars, Korvane::DayPeriod);
+        }
     });
     Bar bar = shown.bars.back();
     QDate day(bar.date / 10000, bar.date / 100 % 100, bar.date % 100);
@@ -304,7 +309,21 @@ void takeNewBar(benchmark::State &state)
         scene.chart.grow(bars.size(), Bars{bar});
         QApplication::processEvents();
     });
-    item.detach();
+}
+
+void takeNewBar(benchmark::State &state)
+{
+    takeBar(state, new ManyMarks, new ManyOrders);
+}
+
+void takeNewBarWithTrades(benchmark::State &state)
+{
+    takeBar(state, new ManyMarks, nullptr);
+}
+
+void takeNewBarWithOrders(benchmark::State &state)
+{
+    takeBar(state, new ManyOrders, nullptr);
 }
 
 void hitTestAmongMarks(benchmark::State &state)
@@ -373,6 +392,8 @@ BENCHMARK(repaintAllBarsWithMarksUnmoved)->Unit(benchmark::kMillisecond)->UseMan
 BENCHMARK(repaintAllBarsWithOrders)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(repaintTwoHundredBars)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(takeNewBar)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(takeNewBarWithTrades)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(takeNewBarWithOrders)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(hitTestAmongMarks)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(moveCrosshair)->Unit(benchmark::kMillisecond)->UseManualTime();
 

@@ -36,6 +36,7 @@
 #include <algorithm>
 #include <chrono>
 #include <numeric>
+#include <utility>
 
 namespace Terminal {
 
@@ -105,6 +106,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_watch(std::make_unique<WatchDock>(this, watchFactsOf(session)))
 {
     m_input = std::make_unique<ChartInput>(m_chart, m_trades->pointer(), nullptr);
+    m_trades->setOverlays(nullptr); // until they come; a drag hears Escape before the chart does
     setUpCentre();
     setUpBars();
     setUpView();
@@ -285,10 +287,21 @@ void MainWindow::setUpStates()
             m_overlays->renewPastTrades(code);
         }
     });
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(OverlayStates::patience);
+    connect(&m_patience, &QTimer::timeout, this, [this] {
+        showStates();
+        if (std::exchange(m_isAskedAgain, false)) {
+            m_patience.start();
+        }
+    });
     connect(&m_answers, &ScreenAnswers::asked, this, [this, soon](const QString &command) {
         m_states.noteAsked(command);
         soon();
-        QTimer::singleShot(OverlayStates::patience, this, &MainWindow::showStates);
+        m_isAskedAgain = m_patience.isActive();
+        if (!m_isAskedAgain) { // one timer, also in a flood of questions
+            m_patience.start();
+        }
     });
     connect(&m_answers, &ScreenAnswers::answered, this, [this, soon](const Trading::CheckedAnswer &answer) {
         m_states.noteAnswer(answer);

@@ -168,6 +168,8 @@ private:
     ServiceStates m_services;
     MarketHours m_hours;
     QTimer m_statesSoon;
+    QTimer m_patience;           ///< with an overlay's question
+    bool m_isAskedAgain = false; ///< since that began
     bool m_practisesReplays = false;
     QString m_loadError;
     ChartView *m_chart;

@@ -45,6 +45,29 @@ TEST_F(PictureProgram, NeitherReadsNorWritesSettingsForAPicture)
 }
 
 #ifdef TRADEMODULE
+class PictureProgramBesideTheChecker : public PictureProgram,
+                                       public ::testing::WithParamInterface<const char *>
+{
+};
+
+/// libtradechartobject-check tells what a terminal does against the rules of the border.
+TEST_P(PictureProgramBesideTheChecker, BreaksNoRuleOfTheBorder)
+{
+    importStatement();
+    const QStringList overlays = QString::fromLatin1(GetParam()).split(QLatin1Char(' '));
+    const Outcome outcome = snapshot(
+        withLedger() + QStringList({QStringLiteral("--plugin"), QStringLiteral(CHECKER_FILE),
+                                    QStringLiteral("--overlays"), overlays[0], QStringLiteral("--period"),
+                                    overlays[1], QStringLiteral("--code"), QStringLiteral("600519")}));
+    EXPECT_EQ(outcome.exitCode, 0) << qPrintable(outcome.messages);
+    EXPECT_TRUE(outcome.messages.contains(QStringLiteral("tradechartobject-check: no rule broken")))
+        << qPrintable(outcome.messages);
+}
+
+INSTANTIATE_TEST_SUITE_P(Overlays, PictureProgramBesideTheChecker,
+                         ::testing::Values("cost,trades,orders day", "cost,orders minute",
+                                           "combined-cost,combined-trades week"));
+
 /// 200 shares for 1000, which a file of actions tells as 0.2 for one.
 TEST_F(PictureProgram, AdjustsPricesByWhatAStatementTellsAsByAFile)
 {

@@ -6,10 +6,7 @@
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>
-#include <QDBusPendingCall>
 #include <QDBusVariant>
-
-#include <algorithm>
 
 namespace Terminal {
 
@@ -170,31 +167,6 @@ std::vector<SpokenThing> ScreenReader::things()
         collect(program, 0, &found);
     }
     return found;
-}
-
-void ScreenReader::activate(const QString &role, const QString &name)
-{
-    for (const Reference &program : children(desktop())) {
-        activateBelow(program, role, name);
-    }
-}
-
-/// Nobody waits for the answer: what is done may be a question.
-bool ScreenReader::activateBelow(const Reference &thing, const QString &role, const QString &name)
-{
-    const SpokenThing seen = look(thing, 0);
-    if (seen.role == role && seen.name == name && seen.isShown) {
-        QDBusMessage call = QDBusMessage::createMethodCall(
-            thing.program, thing.path, QStringLiteral("org.a11y.atspi.Action"), QStringLiteral("DoAction"));
-        constexpr int first = 0;
-        call.setArguments({first});
-        m_bus.asyncCall(call);
-        return true;
-    }
-    const std::vector<Reference> inside = children(thing);
-    return seen.role != QLatin1String("table") &&
-           std::any_of(inside.begin(), inside.end(),
-                       [&](const Reference &child) { return activateBelow(child, role, name); });
 }
 
 void ScreenReader::hear(const QDBusMessage &event)

@@ -48,9 +48,6 @@ public:
     /// All that programs show now, from outside to inside; of tables without their cells.
     std::vector<SpokenThing> things();
 
-    /// Does what the thing is there for, as a click would; does nothing when nothing shown is called so.
-    void activate(const QString &role, const QString &name);
-
     /// What it has said, oldest first: what got the keyboard, and notifications that came up.
     const QStringList &said() const { return m_said; }
 
@@ -72,7 +69,6 @@ private:
     quint64 states(const Reference &thing) const;
     std::vector<Reference> children(const Reference &thing) const;
     SpokenThing look(const Reference &thing, int depth) const;
-    bool activateBelow(const Reference &thing, const QString &role, const QString &name);
     void collect(const Reference &thing, int depth, std::vector<SpokenThing> *found) const;
 
     QProcess m_session; ///< of the accessibility bus alone

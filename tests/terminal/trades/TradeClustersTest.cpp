@@ -92,7 +92,7 @@ TEST_F(TradeClustersTest, HaveNoCountOverAnotherMark)
     Trades trades;
     for (int day = 0; day < 10; ++day) {
         for (int trade = 0; trade < 12; ++trade) {
-            trades.push_back(tradeOn(20240200 + day, 1000, 12));
+            trades.push_back(tradeOn(20240201 + day, 1000, 12));
         }
     }
     const TradeMarkList marks = marksOf(trades);
