@@ -76,15 +76,14 @@ void Inbox::handOver()
 
 void Inbox::handOverNext()
 {
-    const QPointer<Inbox> alive(this);
     const bool wasFull = isFull();
     const BusMessage message = std::move(m_messages.front());
     m_messages.pop_front();
     m_bytes -= message.cost();
-    Q_EMIT delivered(message);
-    if (alive && wasFull && !isFull()) {
-        Q_EMIT hasRoom();
+    if (wasFull && !isFull()) {
+        Q_EMIT hasRoom(); // first: should the receiver run an event loop, what comes next is read there
     }
+    Q_EMIT delivered(message);
 }
 
 /// All where there is no event loop.

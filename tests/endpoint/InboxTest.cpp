@@ -146,6 +146,24 @@ TEST_F(InboxTest, IsFullByTheBytesThatWaitAndSaysWhenItHasRoomAgain)
     EXPECT_EQ(told, 1);
 }
 
+TEST_F(InboxTest, SaysThatItHasRoomInTheEventLoopThatAReceiverRuns)
+{
+    bool isTold = false;
+    QObject::connect(inbox.get(), &Inbox::hasRoom, inbox.get(), [&isTold] { isTold = true; });
+    QObject::connect(inbox.get(), &Inbox::delivered, inbox.get(), [&](const BusMessage &) {
+        if (delivered.size() == 1) {
+            EXPECT_TRUE(waitUntil([&isTold] { return isTold; }, 200ms));
+        }
+    });
+    const QByteArray half(Inbox::fullBytes / 2, 'x');
+    add(half);
+    add(half);
+
+    inbox->run();
+
+    EXPECT_TRUE(waitUntil([this] { return delivered.size() == 2; }));
+}
+
 TEST_F(InboxTest, IsFullOfManyMessagesWithoutAPayload)
 {
     for (int i = 0; i < 1000000 && !inbox->isFull(); ++i) {

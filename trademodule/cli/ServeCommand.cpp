@@ -132,7 +132,6 @@ void tellOnStandardError(const TradeService &service, const Invocation &invocati
 int answerCharts(const Invocation &invocation, Ledger *ledger, ServingLease *lease)
 {
     ledger->setPatience(patience);
-    ledger->database()->setLongestStatement(longestStatement);
     ledger->database()->reconnectAside();
     const TradeService service(invocation.bus(), ledger, presenceOf(ledger, lease->server()));
     tellOnStandardError(service, invocation, *ledger, lease->server());
@@ -155,6 +154,7 @@ int serve(const Invocation &invocation)
     }
     const Trading::TerminationSignals signalsQuit(timeToEnd);
     Ledger ledger(invocation.ledgerOrNew());
+    ledger.database()->setLongestStatement(longestStatement);
     ServingLease lease(ledger.database());
     if (!invocation.isSet(QStringLiteral("standby"))) {
         lease.take();

@@ -13,7 +13,9 @@ public:
 
     /// Shares that may be sold today: held, not bought today and not on offer already.
     qint64 sellable(const SecurityId &security, const Orders &open);
-    /// The same of a holding that is known, with what of it was bought today.
+    /// Shares that are held and not on offer, those bought today among them.
+    qint64 notOnOffer(const SecurityId &security);
+    /// The same as sellable(), of a holding that is known, with what of it was bought today.
     qint64 sellable(const SecurityId &security, qint64 held, qint64 boughtToday, const Orders &open);
     /// The cash that is free for a buy and its fees: what the open buys and theirs leave.
     Money spendable(const Orders &open);

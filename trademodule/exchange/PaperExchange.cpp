@@ -6,6 +6,7 @@
 #include "trademodule/exchange/Dealing.h"
 #include "trademodule/exchange/TradingRules.h"
 #include "trading/MarketRules.h"
+#include "trading/SecurityKind.h"
 
 #include <QtDebug>
 
@@ -109,7 +110,7 @@ Order PaperExchange::enter(Order order, const QString &status)
     if (const std::optional<Order> before = placedBefore(order)) {
         return *before;
     }
-    const QString wrong = TradingRules::formError(order, m_book.holding(order.security).quantity());
+    const QString wrong = TradingRules::formError(order, m_cover.notOnOffer(order.security));
     if (!wrong.isEmpty()) {
         throw Error(wrong);
     }
@@ -220,10 +221,20 @@ OrderReplacements::Market PaperExchange::market() const
             }};
 }
 
+/// A name keeps the letter of its first days until a statement tells another one: the letter holds on a day
+/// of which a statement tells.
+QString PaperExchange::nameOnItsDay(const Order &order) const
+{
+    const QString &name = order.securityName;
+    const bool isOutdated =
+        listingStageOf(name) != ListingStage::Later && !m_book.isStated(order.security, order.date);
+    return isOutdated ? name.mid(1) : name;
+}
+
 OrderLife::Conditions PaperExchange::conditionsOf(const Order &order) const
 {
     using Limits = OrderLife::Conditions::Limits;
-    const SecurityRules rules = MarketRules::of(order.security, order.date, order.securityName);
+    const SecurityRules rules = MarketRules::of(order.security, order.date, nameOnItsDay(order));
     const std::optional<Money> reference = m_market.reference(order.security);
     OrderLife::Conditions conditions{isOpen(order.security), Limits::Unknown, m_book.today()};
     if (!rules.limit) {

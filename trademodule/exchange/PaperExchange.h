@@ -113,6 +113,7 @@ private:
     void note(const Quote &quote);
     void keepTold(const Orders &orders);
     Orders completed(const Orders &changed);
+    QString nameOnItsDay(const Order &order) const;
     OrderLife::Conditions conditionsOf(const Order &order) const;
     Orders advanced(bool (*isMeant)(const Order &));
     void advanceAll(bool (*isMeant)(const Order &) = nullptr);

@@ -135,4 +135,14 @@ qint64 OrderBook::boughtOn(TradingDate date, const SecurityId &security)
     return bought;
 }
 
+bool OrderBook::isStated(const SecurityId &security, TradingDate date) const
+{
+    return m_database
+        ->run(QStringLiteral("SELECT 1 FROM execution e JOIN security s ON s.id = e.security_id "
+                             "WHERE s.code = ? AND s.market = ? AND e.trade_date = ? "
+                             "AND e.statement_id IS NOT NULL LIMIT 1"),
+              {security.code, marketLetters(security.market), date.number()})
+        .next();
+}
+
 } // namespace TradeModule

@@ -51,6 +51,8 @@ public:
     qint64 boughtOn(TradingDate date, const SecurityId &security);
     /// The same of all securities that were bought then.
     QHash<SecurityId, qint64> boughtOn(TradingDate date);
+    /// True when a statement has entries of the security on that day.
+    bool isStated(const SecurityId &security, TradingDate date) const;
     Holding holding(const SecurityId &security) { return m_ledger->holding(security); }
 
 private:

@@ -24,6 +24,19 @@ TEST_F(OrderCoverTest, RefusesOddLotsButSellsAnOddRest)
     EXPECT_EQ(refusalOf(Direction::Sell, 10, 100), "no refusal");
 }
 
+TEST_F(OrderCoverTest, SellsAnOddRestOnceOnly)
+{
+    book({fill(Side::Bonus, bank(), 20240102, 0, 250)});
+    const Order odd = sell(10.50, 150);
+
+    EXPECT_THAT(refusalOf(Direction::Sell, 10, 50), HasSubstr("multiple of 100"));
+    EXPECT_EQ(refusalOf(Direction::Sell, 10, 100), "no refusal");
+
+    exchange().cancel(odd.date, odd.number);
+    exchange().settle();
+    EXPECT_EQ(refusalOf(Direction::Sell, 10, 50), "no refusal");
+}
+
 TEST_F(OrderCoverTest, RefusesPricesBetweenTicks)
 {
     EXPECT_THAT(refusalOf(Direction::Buy, 10.005, 100), HasSubstr("0.01"));

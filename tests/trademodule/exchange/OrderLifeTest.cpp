@@ -11,6 +11,14 @@ using ::testing::IsEmpty;
 
 class OrderLifeTest : public PaperExchangeOfADay
 {
+protected:
+    /// A statement's purchase of the bank's shares on a day, which calls them so.
+    void bookNamed(const QString &name, TradingDate date)
+    {
+        Statement statement = statementOf({fill(Side::Buy, bank(), date, 10, 100)});
+        statement.names.insert(bank(), name);
+        ledger().book(statement, Ledger::Mode::Keep);
+    }
 };
 
 } // namespace
@@ -233,6 +241,26 @@ TEST_F(OrderLifeTest, AbolishesAnOrderBeyondTheDaysLimits)
 
     EXPECT_EQ(statusOf(high), code(AbolishedOrder));
     EXPECT_EQ(statusOf(atLimit), code(Quoted));
+}
+
+TEST_F(OrderLifeTest, KeepsTheLimitsThoughTheNameIsThatOfAFirstDayLongAgo)
+{
+    bookNamed(QStringLiteral("N银行"), day(20240102));
+    const Order high = buy(11.01, 100);
+
+    exchange().settle();
+
+    EXPECT_EQ(statusOf(high), code(AbolishedOrder));
+}
+
+TEST_F(OrderLifeTest, KnowsNoLimitsOnTheFirstDayThatAStatementTellsOf)
+{
+    bookNamed(QStringLiteral("N银行"), TradingDate::today());
+    const Order high = buy(11.01, 100);
+
+    exchange().settle();
+
+    EXPECT_EQ(statusOf(high), code(Quoted));
 }
 
 TEST_F(OrderLifeTest, LetsOrdersOfPastDaysEnd)

@@ -2,10 +2,12 @@
 #include "tests/trademodule/support/ProgramFixture.h"
 #include "trademodule/Error.h"
 #include "trademodule/ledger/OrderBook.h"
+#include "trademodule/ledger/ServingLease.h"
 
 #include <QElapsedTimer>
 
 #include <csignal>
+#include <optional>
 #include <utility>
 
 namespace TradeModule {
@@ -35,14 +37,25 @@ protected:
     /// Stops the session that holds the lease.
     void freezeSession()
     {
-        Rows row = ledger().database()->run(
-            QStringLiteral("SELECT pid FROM pg_locks WHERE locktype = 'advisory' AND granted"));
+        freeze(QStringLiteral("SELECT pid FROM pg_locks WHERE locktype = 'advisory' AND granted"));
+    }
+
+    /// Stops the session of whoever else is on the ledger.
+    void freezeOther()
+    {
+        freeze(QStringLiteral("SELECT pid FROM pg_stat_activity "
+                              "WHERE datname = current_database() AND pid <> pg_backend_pid()"));
+    }
+
+private:
+    void freeze(const QString &sessions)
+    {
+        Rows row = ledger().database()->run(sessions);
         ASSERT_TRUE(row.next());
         m_frozen = static_cast<pid_t>(row.value(0).toInt());
         ASSERT_EQ(::kill(m_frozen, SIGSTOP), 0);
     }
 
-private:
     pid_t m_frozen = 0;
 };
 
@@ -96,6 +109,24 @@ TEST_F(PostgreSqlFrozen, IsSaidWhereItKeepsTheLeaseOfAModuleThatIsGone)
     EXPECT_THAT(said.toStdString(), ::testing::HasSubstr("its process " + std::to_string(frozen())));
 
     thawSession();
+    EXPECT_TRUE(says("serving the ledger")) << said.toStdString();
+}
+
+TEST_F(PostgreSqlFrozen, IsLeftByAModuleThatStandsBy)
+{
+    constexpr std::chrono::seconds longest(15);
+    std::optional<ServingLease> lease(std::in_place, ledger().database());
+    lease->take();
+    startModule({QStringLiteral("--standby")});
+    QByteArray said;
+    const auto says = [&](const char *words) {
+        return waitUntil([&] { return (said += module().readAllStandardError()).contains(words); }, longest);
+    };
+    ASSERT_TRUE(says("standing by")) << said.toStdString();
+
+    freezeOther();
+    lease.reset();
+
     EXPECT_TRUE(says("serving the ledger")) << said.toStdString();
 }
 
