@@ -71,6 +71,12 @@ bool hasBegun(const JsonChild &module, int exitCode)
     return module.hasStarted() && exitCode != misunderstood;
 }
 
+/// A profile to fill in may be asked of what is no statement at all.
+bool isUnreadable(const IntakeFile &file)
+{
+    return file.state == State::Refused && (file.report.isUnknown || file.report.asks.isEmpty());
+}
+
 bool isAsked(const IntakeFile &file)
 {
     return file.state != State::LeftOut && file.state != State::TakenBack;
@@ -200,6 +206,22 @@ void Intake::leaveOut(int file)
     IntakeFile &asked = m_files[static_cast<std::size_t>(file)];
     asked.state = State::LeftOut;
     m_isPlanStale = m_isPlanStale || asked.kind == FileKind::BarTable;
+    Q_EMIT changed();
+}
+
+int Intake::unreadableFiles() const
+{
+    return static_cast<int>(std::count_if(m_files.begin(), m_files.end(), &isUnreadable));
+}
+
+void Intake::leaveOutUnreadable()
+{
+    for (IntakeFile &file : m_files) {
+        if (isUnreadable(file)) {
+            file.state = State::LeftOut;
+            m_isPlanStale = m_isPlanStale || file.kind == FileKind::BarTable;
+        }
+    }
     Q_EMIT changed();
 }
 

@@ -49,12 +49,15 @@ public:
     const std::vector<IntakeFile> &files() const { return m_files; }
     /// How many files of folders were passed over since they are no bars.
     int skippedFiles() const { return m_skipped; }
+    /// How many cannot be taken in, whatever is answered.
+    int unreadableFiles() const;
     const IntakePlan &plan() const { return m_plan; }
     Stage stage() const { return m_stage; }
 
     /// What the file is, as the user says; it is looked at anew. Like the others below: in stage Asking only.
     void setKind(int file, FileKind kind);
     void leaveOut(int file);
+    void leaveOutUnreadable();
     /// Answers a question; empty: it is open again. It is looked at with lookAgain().
     void answer(int file, const QString &question, const QString &answer);
     void lookAgain();

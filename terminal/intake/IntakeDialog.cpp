@@ -62,6 +62,7 @@ IntakeDialog::IntakeDialog(const IntakePlan &plan, const IntakeLook &look, QWidg
       m_summary(new QLabel),
       m_progress(new QProgressBar),
       m_more(new QPushButton(tr("Add files..."))),
+      m_leaveOut(new QPushButton(tr("Leave out what cannot be read"))),
       m_import(new QPushButton(tr("Import"))),
       m_undo(new QPushButton(tr("Undo"))),
       m_close(new QPushButton(tr("Cancel")))
@@ -96,11 +97,14 @@ void IntakeDialog::setUp()
     m_import->setDefault(true);
     m_import->setProperty("main", true);
     m_more->setAutoDefault(false);
+    m_leaveOut->setObjectName(QStringLiteral("leaveOutUnreadable"));
+    m_leaveOut->setAutoDefault(false);
     auto *const files = new QHBoxLayout;
     files->addWidget(m_list);
     files->addWidget(m_sheet, 1);
     auto *const buttons = new QHBoxLayout;
     buttons->addWidget(m_more);
+    buttons->addWidget(m_leaveOut);
     buttons->addWidget(m_summary, 1);
     for (QPushButton *const button : {m_undo, m_import, m_close}) {
         buttons->addWidget(button);
@@ -123,6 +127,7 @@ void IntakeDialog::wire()
     connect(m_list, &QListWidget::itemActivated, this, [this] { m_hasChosen = true; });
     connect(m_list, &QListWidget::itemClicked, this, [this] { m_hasChosen = true; });
     connect(m_more, &QPushButton::clicked, this, &IntakeDialog::chooseFiles);
+    connect(m_leaveOut, &QPushButton::clicked, &m_intake, &Intake::leaveOutUnreadable);
     connect(m_import, &QPushButton::clicked, this, [this] { m_intake.import(); });
     connect(m_undo, &QPushButton::clicked, this, [this] { m_intake.undo(); });
     connect(m_close, &QPushButton::clicked, this, &IntakeDialog::reject);
@@ -229,6 +234,8 @@ void IntakeDialog::showButtons()
     const bool isDone = stage == Intake::Stage::Done;
     const bool isAsking = stage == Intake::Stage::Asking;
     m_more->setVisible(isAsking);
+    m_leaveOut->setVisible(isAsking && m_intake.unreadableFiles() > 1);
+    m_leaveOut->setEnabled(!m_pause.isActive());
     m_import->setVisible(!isDone);
     m_import->setEnabled(m_intake.mayImport() && !m_pause.isActive());
     m_undo->setVisible(isDone && m_intake.mayUndo());

@@ -76,6 +76,7 @@ private:
     QLabel *m_summary;
     QProgressBar *m_progress;
     QPushButton *m_more;
+    QPushButton *m_leaveOut;
     QPushButton *m_import;
     QPushButton *m_undo;
     QPushButton *m_close;

@@ -19,6 +19,16 @@ QString named(const char *name)
     return QLatin1String(name);
 }
 
+/// Where a reason names an answer with its option, "--volume lots" or "--same": as the field has both.
+QString withChoices(QString said, const IntakeQuestion &question)
+{
+    for (const auto &[answer, title] : question.choices) {
+        said.replace(QRegularExpression(QStringLiteral("--(%1 )?%2\\b").arg(question.name, answer)),
+                     text("\"%1: %2\"").arg(question.label, title));
+    }
+    return said;
+}
+
 } // namespace
 
 std::vector<IntakeQuestion> intakeQuestions()
@@ -73,6 +83,7 @@ QString inWordsOfTheWindow(const QString &reason, FileKind kind)
     QString said = reason;
     for (const IntakeQuestion &question : intakeQuestions()) {
         if (question.kind == kind) {
+            said = withChoices(said, question);
             // What to write there needs no name before it.
             said.replace(QRegularExpression(
                              QStringLiteral("--%1 ([0-9]{6}\\.[A-Z]{2}|[0-9]{8})\\b").arg(question.name)),
@@ -82,7 +93,7 @@ QString inWordsOfTheWindow(const QString &reason, FileKind kind)
         }
     }
     if (kind == FileKind::Statement) {
-        said.replace(QLatin1String("--suggest"),
+        said.replace(QRegularExpression(QStringLiteral("(import )?--suggest\\b")),
                      text("\"%1\"").arg(text("Columns and words of your broker")));
     }
     return said;

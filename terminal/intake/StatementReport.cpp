@@ -230,6 +230,18 @@ QStringList askedIn(const QString &reason)
     return asked;
 }
 
+/// A profile begins with remarks; the one on the command line's option becomes one on the button.
+QString profileForAField(const QString &profile)
+{
+    QStringList lines = profile.split(QLatin1Char('\n'));
+    for (QString &line : lines) {
+        const bool isOfOption =
+            line.startsWith(QLatin1Char('#')) && line.contains(QLatin1String("--profile"));
+        line = isOfOption ? text("# Write after each = what it means, then press Use.") : line;
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
 } // namespace
 
 FileReport statementReport(const QJsonObject &answer)
@@ -242,13 +254,13 @@ FileReport statementReport(const QJsonObject &answer)
         report.asks = askedIn(word(refused, "reason"));
         report.accounts = words(refused[named("accounts")]);
         report.asks += report.accounts.isEmpty() ? QStringList() : QStringList(named("account"));
-        report.profile = word(refused, "profile");
+        report.profile = profileForAField(word(refused, "profile"));
         report.isUnknown = result.isEmpty() && report.asks.isEmpty();
     }
     if (!result.isEmpty()) {
         takeBadRows(result, !refused.isEmpty(), &report);
         takeResult(result, &report);
-        report.profile = word(result, "profile");
+        report.profile = profileForAField(word(result, "profile"));
     }
     if (!report.profile.isEmpty()) {
         report.asks.append(named("profile"));

@@ -22,10 +22,23 @@ constexpr ForeignFormat foreignFormats[] = {
     {"\x1F\x8B", QT_TR_NOOP("a packed archive")},
 };
 
+/// What holds no statement in any form.
+constexpr ForeignFormat strangeFormats[] = {
+    {"\x89PNG", QT_TR_NOOP("a picture")},
+    {"\xFF\xD8\xFF", QT_TR_NOOP("a picture")},
+    {"GIF8", QT_TR_NOOP("a picture")},
+    {"SQLite format 3", QT_TR_NOOP("a ledger or another database")},
+};
+
 } // namespace
 
 void refuseForeignFormat(const QByteArray &start)
 {
+    for (const ForeignFormat &format : strangeFormats) {
+        if (start.startsWith(format.start)) {
+            throw Error(translated("this is no text, but %1").arg(translated(format.what)));
+        }
+    }
     for (const ForeignFormat &format : foreignFormats) {
         if (start.startsWith(format.start)) {
             throw Error(translated("this is %1, not a text; open it and save it as .xlsx or CSV")

@@ -1034,6 +1034,18 @@
         <translation>券商自有列名和用词的含义；随账本保存。</translation>
     </message>
     <message>
+        <source>this is no text, but %1</source>
+        <translation>不是文本，而是%1</translation>
+    </message>
+    <message>
+        <source>a picture</source>
+        <translation>一幅图片</translation>
+    </message>
+    <message>
+        <source>a ledger or another database</source>
+        <translation>账本或其他数据库</translation>
+    </message>
+    <message>
         <source>a packed archive</source>
         <translation>一个压缩包</translation>
     </message>

@@ -2378,6 +2378,10 @@
 <context>
     <name>Terminal::IntakeDialog</name>
     <message>
+        <source>Leave out what cannot be read</source>
+        <translation>读不懂的都不导入</translation>
+    </message>
+    <message>
         <source>Add files...</source>
         <translation>添加文件…</translation>
     </message>
@@ -2822,9 +2826,17 @@ All its entries leave the ledger.</source>
         <source>&quot;%1&quot;</source>
         <translation>“%1”</translation>
     </message>
+    <message>
+        <source>&quot;%1: %2&quot;</source>
+        <translation>“%1：%2”</translation>
+    </message>
 </context>
 <context>
     <name>StatementReport</name>
+    <message>
+        <source># Write after each = what it means, then press Use.</source>
+        <translation># 在每个等号后写明含义，然后按“采用”。</translation>
+    </message>
     <message>
         <source>Line %1: %2</source>
         <translation>第 %1 行：%2</translation>

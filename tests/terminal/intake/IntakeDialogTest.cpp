@@ -152,6 +152,18 @@ TEST_F(IntakeDialogOfFiles, AsksWhatAnUnknownFileIs)
     EXPECT_FALSE(import()->isEnabled()) << "nothing is left to be imported";
 }
 
+TEST_F(IntakeDialogOfFiles, LeavesOutAtOnceAllThatCannotBeRead)
+{
+    open({write(QStringLiteral("a.png"), "\x89PNG\r\n"), somethingElse(), statement(), barsWithoutCode()});
+    widget<QPushButton>("leaveOutUnreadable")->click();
+    const auto &files = m_dialog->intake().files();
+    EXPECT_EQ(files[0].state, IntakeFile::State::LeftOut);
+    EXPECT_EQ(files[1].state, IntakeFile::State::LeftOut);
+    EXPECT_EQ(files[2].state, IntakeFile::State::Ready);
+    EXPECT_EQ(files[3].state, IntakeFile::State::Refused) << "an answer is enough";
+    EXPECT_FALSE(widget<QPushButton>("leaveOutUnreadable")->isVisible());
+}
+
 TEST_F(IntakeDialogOfFiles, LeavesBadRowsOutWhenItsUserSaysSo)
 {
     open({statement("20240102,09:36:00,证券买入,000001,平安银行,10.00,x,1000.00,80000001\n")});

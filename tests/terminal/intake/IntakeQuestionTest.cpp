@@ -25,8 +25,18 @@ TEST(IntakeQuestion, SpeaksOfItsFieldsInsteadOfOptions)
               QStringLiteral("\"Day\" and \"Security\", e.g. 20260327 600519.SH"));
     EXPECT_EQ(inWordsOfTheWindow(QStringLiteral("--skip-bad"), FileKind::Statement),
               QStringLiteral("\"Leave these rows out\""));
-    EXPECT_EQ(inWordsOfTheWindow(QStringLiteral("see --suggest"), FileKind::Statement),
+    EXPECT_EQ(inWordsOfTheWindow(QStringLiteral("see import --suggest"), FileKind::Statement),
               QStringLiteral("see \"Columns and words of your broker\""));
+}
+
+TEST(IntakeQuestion, NamesChoicesAsItsFieldsHaveThem)
+{
+    EXPECT_EQ(inWordsOfTheWindow(QStringLiteral("with --volume shares or --volume lots"), FileKind::BarTable),
+              QStringLiteral("with \"Unit of the volume: shares\" or "
+                             "\"Unit of the volume: lots: 100 shares, or ten bonds\""));
+    EXPECT_EQ(inWordsOfTheWindow(QStringLiteral("add --same, else --new"), FileKind::Statement),
+              QStringLiteral("add \"Entries in doubt: are those that are there\", else "
+                             "\"Entries in doubt: are new\""));
 }
 
 } // namespace

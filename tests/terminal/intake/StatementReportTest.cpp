@@ -85,6 +85,14 @@ TEST(StatementReport, OffersAProfileToFillIn)
     EXPECT_EQ(report.profile, QStringLiteral(u"word 撮合 = \n"));
 }
 
+TEST(StatementReport, TellsOfTheButtonWhereAProfileTellsOfAnOption)
+{
+    const FileReport report = reportOf(
+        R"({"result":{"dryrun":true,"profile":"# Write, and import with --profile.\nword --profile = \n"}})");
+    EXPECT_EQ(report.profile, QStringLiteral("# Write after each = what it means, then press Use.\n"
+                                             "word --profile = \n"));
+}
+
 TEST(StatementReport, KnowsAFileOfWhichNothingIsUnderstood)
 {
     EXPECT_TRUE(reportOf(R"({"refused":{"reason":"there is no header line"}})").isUnknown);

@@ -51,4 +51,18 @@ TEST(TextDecoding, RefusesAWorkbookWithAdvice)
     }
 }
 
+TEST(TextDecoding, SaysWhatAFileIsThatHoldsNoTable)
+{
+    const auto reason = [](const QByteArray &bytes) {
+        try {
+            decodeStatement(bytes);
+        } catch (const Error &error) {
+            return std::string(error.what());
+        }
+        return std::string("read");
+    };
+    EXPECT_EQ(reason("\x89PNG\r\n"), "this is no text, but a picture");
+    EXPECT_EQ(reason("SQLite format 3"), "this is no text, but a ledger or another database");
+}
+
 } // namespace TradeModule
