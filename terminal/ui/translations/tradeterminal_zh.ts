@@ -223,6 +223,14 @@
         <translation>没有交易时段内的K线</translation>
     </message>
     <message>
+        <source>nothing says which day these times are of: name it with --day, e.g. --day %1</source>
+        <translation>只有时间，没有写明是哪一天：请用 --day 指明，如 --day %1</translation>
+    </message>
+    <message>
+        <source>nothing says which day these times are of, nor which security: name them with --day and --code, e.g. --day %1 --code %2</source>
+        <translation>只有时间，没有写明是哪一天、哪只证券：请用 --day 和 --code 指明，如 --day %1 --code %2</translation>
+    </message>
+    <message>
         <source>nothing says whether the volume is in shares or in lots: import the file with --volume shares or --volume lots</source>
         <translation>无法判断成交量的单位是股还是手：请用 --volume shares 或 --volume lots 导入该文件</translation>
     </message>
@@ -2300,8 +2308,8 @@
         <translation>全部按文件名</translation>
     </message>
     <message>
-        <source>Each file that asks takes the code in its own name.</source>
-        <translation>凡未写明证券的文件，都按各自文件名中的代码。</translation>
+        <source>Each file that asks takes what its own name says.</source>
+        <translation>凡缺少此项的文件，都按各自文件名所写。</translation>
     </message>
     <message>
         <source>Please choose</source>
