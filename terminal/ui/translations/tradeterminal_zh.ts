@@ -1367,6 +1367,14 @@
         <translation>……另有 %1 笔</translation>
     </message>
     <message>
+        <source>%1 of %2</source>
+        <translation>%1/%2</translation>
+    </message>
+    <message>
+        <source>%1 %2 %3, average %4, order %5</source>
+        <translation>%1 %2 %3 股，均价 %4，委托 %5</translation>
+    </message>
+    <message>
         <source>%1, order %2</source>
         <translation>%1，委托 %2</translation>
     </message>
@@ -3264,10 +3272,6 @@ The guides are in the folder docs of the program's documentation.</source>
     <message>
         <source>look for a security by code, name or the first letters of its syllables</source>
         <translation>按代码、名称或拼音首字母找证券</translation>
-    </message>
-    <message>
-        <source>minutes, days, weeks, months</source>
-        <translation>分时、日线、周线、月线</translation>
     </message>
     <message>
         <source>show or hide an overlay</source>
