@@ -1490,6 +1490,14 @@
         <source>They are not cancelled; they wait, as the day does, until the practice is continued.</source>
         <translation>委托不会撤销；练习日停住，委托等待，直到继续练习。</translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1/%2</translation>
+    </message>
+    <message>
+        <source>%1 %2 %3, average %4, order %5</source>
+        <translation>%1 %2 %3 股，均价 %4，委托 %5</translation>
+    </message>
 </context>
 <context>
     <name>Replay</name>
@@ -3296,10 +3304,6 @@ The guides are in the folder docs of the program's documentation.</source>
     <message>
         <source>look for a security by code, name or the first letters of its syllables</source>
         <translation>按代码、名称或拼音首字母找证券</translation>
-    </message>
-    <message>
-        <source>minutes, days, weeks, months</source>
-        <translation>分时、日线、周线、月线</translation>
     </message>
     <message>
         <source>show or hide an overlay</source>
