@@ -158,7 +158,7 @@ TEST_F(MainWindowTest, ExportsTheChartWithoutTheMessageOfAnOrder)
 }
 
 /// Opens all that stands beside the chart, with two messages in the ticket, in a window of this size.
-class SmallWindow : public MainWindowTest
+class MainWindowOfSmallSize : public MainWindowTest
 {
 protected:
     void openAll()
@@ -188,7 +188,7 @@ protected:
     static constexpr QSize small{800, 500};
 };
 
-TEST_F(SmallWindow, StaysAsItIsWhateverIsOpenedInIt)
+TEST_F(MainWindowOfSmallSize, StaysAsItIsWhateverIsOpenedInIt)
 {
     openAll();
     EXPECT_EQ(m_window->size(), small);
@@ -202,7 +202,7 @@ TEST_F(SmallWindow, StaysAsItIsWhateverIsOpenedInIt)
     m_window->grab().save(QStringLiteral("/tmp/window-all2.png"));
 }
 
-TEST_F(SmallWindow, BringsThePriceIntoViewAtTheKeyOfTheTicket)
+TEST_F(MainWindowOfSmallSize, BringsThePriceIntoViewAtTheKeyOfTheTicket)
 {
     openAll();
     const auto *const price = m_window->findChild<QWidget *>(QStringLiteral("orderPrice"));
@@ -211,7 +211,7 @@ TEST_F(SmallWindow, BringsThePriceIntoViewAtTheKeyOfTheTicket)
     EXPECT_EQ(send->visibleRegion().boundingRect(), send->rect());
 }
 
-TEST_F(SmallWindow, ShowsTheRowsOfOrdersBesideNothingThatLiesOverThem)
+TEST_F(MainWindowOfSmallSize, ShowsTheRowsOfOrdersBesideNothingThatLiesOverThem)
 {
     openAll();
     m_window->grab().save(QStringLiteral("/tmp/window-zh.png"));
