@@ -187,22 +187,38 @@ OrderQuestion::Words OutcomeText::cancelQuestion(const OrderRecords &orders)
         tr("Cancel all %1").arg(count), tr("Keep them")};
 }
 
-OrderQuestion::Words OutcomeText::leaveQuestion(const OrderRecords &working)
+OrderQuestion::Words OutcomeText::leaveQuestion(const OrderRecords &working, bool standsStill)
 {
     const QString count = QString::number(working.size());
+    const QString after =
+        standsStill
+            ? tr("They are not cancelled; they wait, as the day does, until the practice is continued.")
+            : tr("They are not cancelled; nothing here tells you when they are dealt.");
     return {tr("Orders are waiting"),
             (QStringList(tr("Leave while %1 orders may still be dealt?").arg(count)) + lineOfEach(working) +
-             QStringList(tr("They are not cancelled; nothing here tells you when they are dealt.")))
+             QStringList(after))
                 .join(QLatin1Char('\n')),
             tr("Leave"), tr("Stay")};
 }
 
+/// What was dealt and at which price, not what was ordered: "MT Buy 200 of 300, average 1413.840, order 17".
+QString OutcomeText::dealtFigures(const OrderRecord &order, bool hidesAmounts)
+{
+    const auto average = order.averagePrice();
+    if (!average) {
+        return orderName(order);
+    }
+    const QString all = shownAmount(QString::number(order.quantity), hidesAmounts);
+    const QString dealt = shownAmount(QString::number(order.dealt), hidesAmounts);
+    const QString quantity = order.dealt < order.quantity ? tr("%1 of %2").arg(dealt, all) : dealt;
+    return tr("%1 %2 %3, average %4, order %5")
+        .arg(nameOf(order.security), sideText(order.side), quantity, averageText(order),
+             plainText(order.number));
+}
+
 QString OutcomeText::dealt(const OrderRecord &order, bool hidesAmounts)
 {
-    const QString what =
-        tr("%1, order %2")
-            .arg(namedOrder({order.security, order.side, order.price, order.quantity}, hidesAmounts),
-                 plainText(order.number));
+    const QString what = dealtFigures(order, hidesAmounts);
     return isCancellable(order) ? tr("Part dealt: %1").arg(what) : tr("Dealt: %1").arg(what);
 }
 

@@ -31,12 +31,13 @@ public:
     static QString cancelQuestion(const OrderRecord &order);
     /// Before several are cancelled.
     static OrderQuestion::Words cancelQuestion(const OrderRecords &orders);
-    /// Before the window is left while these orders wait.
-    static OrderQuestion::Words leaveQuestion(const OrderRecords &working);
+    /// Before the window is left while these orders wait; `standsStill`: their market goes with the window.
+    static OrderQuestion::Words leaveQuestion(const OrderRecords &working, bool standsStill);
     static OrderQuestion::Words replaceQuestion(const PriceChange &change);
 
 private:
     static QString orderName(const OrderRecord &order);
+    static QString dealtFigures(const OrderRecord &order, bool hidesAmounts);
     static QString replacedText(const QString &what, const PriceChange &change, const DeskOutcome &outcome,
                                 bool hidesAmounts);
 };

@@ -9,6 +9,7 @@
 #include "terminal/services/BusInstance.h"
 #include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Picture.h"
+#include "terminal/trade/ElidedLabel.h"
 #include "terminal/trade/PlainText.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/trade/TradeRecords.h"
@@ -22,6 +23,7 @@
 #include "terminal/ui/ToolBarRows.h"
 #include "terminal/ui/ViewMenu.h"
 #include "terminal/watch/WatchDock.h"
+#include "trading/MarketRules.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -29,6 +31,7 @@
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QShortcut>
 #include <QUuid>
 #include <QVBoxLayout>
@@ -44,6 +47,8 @@ namespace {
 
 /// After the repaint that follows a change: only then is known what overlays have drawn.
 constexpr std::chrono::milliseconds statesAfter{50};
+
+constexpr QSize leastSize{640, 400};
 
 /// How many marks are in view, those that a glyph stands for counted each.
 int countOf(const DrawnMarks *marks)
@@ -68,10 +73,10 @@ WatchDock::Facts watchFactsOf(TradingSession *session)
 
 TradeDocks::Prices pricesOf(TradingSession *session)
 {
-    const auto closeBeforeToday = [session](const ChartData &shown) {
-        return session->source().closeBefore(shown.security.code, Trading::TradingDate::today());
+    const auto closeBefore = [session](const ChartData &shown) {
+        return session->source().closeBefore(shown.security.code, session->dayOfRules());
     };
-    return {closeBeforeToday, [session](const Security &security) { return session->prices()->of(security); },
+    return {closeBefore, [session](const Security &security) { return session->prices()->of(security); },
             [session] { return session->dayOfRules(); }};
 }
 
@@ -95,7 +100,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_services(session, options.ledger),
       m_chart(new ChartView),
       m_readout(new ReadoutBar(m_chart)),
-      m_practice(new QLabel),
+      m_practice(new ElidedLabel),
       m_bar(new ChartBar(session->source().securities(), options.hidesAmounts)),
       m_overlayBar(new OverlayBar(options)),
       m_strip(new StateStrip),
@@ -114,6 +119,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     setUpReplay();
     setUpStates();
     wireSession();
+    setUpPractice();
     m_trade->setAmountsHidden(options.hidesAmounts);
     m_trades->setAmountsHidden(options.hidesAmounts);
     m_trades->layerAction()->setChecked(options.showsTrades);
@@ -124,6 +130,9 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     m_trade->notice()->desktopAction()->setChecked(options.notifiesWhenDealt);
     applyTheme();
     applyLanguage();
+    // Parts that need more are squeezed: a window that grew would leave its screen, or its picture's size.
+    layout()->setSizeConstraint(QLayout::SetNoConstraint);
+    setMinimumSize(leastSize);
     resize(options.size);
     m_chart->setFocus();
 }
@@ -147,7 +156,6 @@ void MainWindow::setUpCentre()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     m_practice->setObjectName(QStringLiteral("practiceStrip"));
-    m_practice->setTextFormat(Qt::PlainText);
     m_practice->setVisible(!m_options.practice.isEmpty());
     column->addWidget(m_practice);
     column->addWidget(m_readout);
@@ -249,6 +257,14 @@ void MainWindow::setUpReplay()
             m_prompts.show(problem);
         }
     });
+}
+
+void MainWindow::setUpPractice()
+{
+    if (m_session->practised()) {
+        m_trade->setPractice([this] { return m_session->standstill(); });
+        connect(m_session->replay(), &Replay::advanced, this, &MainWindow::showHours);
+    }
 }
 
 void MainWindow::showPractisedTrades()
@@ -428,9 +444,6 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Tra
     }
     m_session->prices()->readAnew(code);
     m_chart->setData(loaded.value());
-    if (const auto &practised = m_session->practised(); practised && period != ChartPeriod::Minute) {
-        showDay(m_chart, practised->day); // what comes after it is none of the practice
-    }
     m_live->setFollowing(!day);
     showChoices();
     showTitle();
@@ -568,7 +581,10 @@ QString MainWindow::setReplaying(bool on)
     const ChartData shown = m_chart->data();
     const bool showedReplay = m_live->showsReplay();
     if (!on) {
-        m_session->replay()->close();
+        const QString problem = m_session->endReplay();
+        if (!problem.isEmpty()) {
+            return problem;
+        }
     } else {
         const QString problem = m_session->openReplay(shown);
         if (!problem.isEmpty()) {
@@ -654,9 +670,22 @@ QString withMethod(const QString &text, const OverlayState &state, const DrawnOv
 
 } // namespace
 
+/// Those of a practice go by the minute that was played last, not by the clock.
+void MainWindow::showPractisedHours()
+{
+    const Trading::TradingDate day = m_session->practised()->day;
+    const auto time = m_session->reached().value_or(Trading::ClockTime::ofMinute(0).value());
+    const QString state = MarketHours::text(Trading::MarketRules::stateOnTradingDay(day, time));
+    m_strip->showHours(tr("Practised day: %1").arg(state), m_hours.hoursOn(day));
+}
+
 void MainWindow::showHours()
 {
-    QStringList details{m_hours.hoursOfToday()};
+    if (m_session->practised()) {
+        showPractisedHours();
+        return;
+    }
+    QStringList details{m_hours.hoursOn(Trading::TradingDate::today())};
     if (!m_hours.knowsHolidays()) {
         details.append(tr("The holidays of this year are not known: it may be one."));
     }

@@ -32,6 +32,15 @@ TEST(OutcomeText, NamesSecurityAndOrderWhateverBecameOfIt)
     }
 }
 
+TEST(OutcomeText, TellsWhoLeavesWhatBecomesOfHisOrders)
+{
+    EXPECT_THAT(OutcomeText::leaveQuestion({waiting()}, false).text.toStdString(),
+                HasSubstr("nothing here tells you"));
+    const std::string ofPractice = OutcomeText::leaveQuestion({waiting()}, true).text.toStdString();
+    EXPECT_THAT(ofPractice, HasSubstr("until the practice is continued"));
+    EXPECT_THAT(ofPractice, ::testing::Not(HasSubstr("nothing here tells you")));
+}
+
 TEST(OutcomeText, HidesFiguresInTheWordsOfTheModuleToo)
 {
     const DeskOutcome refused{Kind::Refused, QStringLiteral("only 3,500.25 yuan and 300 shares")};
@@ -59,6 +68,24 @@ TEST(OutcomeText, HasNoLineInAQuestionThatANumberOrANameBrought)
     order.security.name = QStringLiteral("M\u2028T");
     EXPECT_EQ(OutcomeText::cancelQuestion(order).count(QLatin1Char('\n')), lines);
     EXPECT_FALSE(OutcomeText::cancelQuestion(order).contains(QChar(QChar::LineSeparator)));
+}
+
+TEST(OutcomeText, TellsOfADealWhatWasDealtAndItsAveragePrice)
+{
+    OrderRecord order = waiting();
+    order.price = 1420;
+    order.status = QStringLiteral("8");
+    order.dealt = 100;
+    order.dealtAmount = 141384;
+    EXPECT_EQ(OutcomeText::dealt(order, false),
+              QStringLiteral("Dealt: MT Buy 100, average 1413.840, order 17"));
+    EXPECT_EQ(OutcomeText::dealt(order, true),
+              QStringLiteral("Dealt: MT Buy ***, average 1413.840, order 17"));
+    order.status = QStringLiteral("7");
+    order.day = Trading::TradingDate::of(2026, 3, 27);
+    order.quantity = 300;
+    EXPECT_EQ(OutcomeText::dealt(order, false),
+              QStringLiteral("Part dealt: MT Buy 100 of 300, average 1413.840, order 17"));
 }
 
 } // namespace
