@@ -257,6 +257,7 @@ TEST_F(IntakeDialogOfFiles, TakesNoDoubleClickOnAnAnswerForOneToTheNextQuestion)
     unit->setCurrentIndex(2);
     Q_EMIT unit->activated(2);
     ASSERT_TRUE(comesTo(m_dialog->intake(), Intake::Stage::Asking));
+    QApplication::processEvents(); // a pause of no length would be over
     EXPECT_FALSE(widget<QPushButton>("use-code")->isEnabled());
     EXPECT_FALSE(widget<QPushButton>("allFromNames-code")->isEnabled());
     EXPECT_FALSE(import()->isEnabled());
