@@ -11,12 +11,12 @@
 #include "terminal/snapshot/Snapshot.h"
 #include "terminal/trade/PlainText.h"
 #include "terminal/trade/ShownAmount.h"
+#include "terminal/trade/TradeDocks.h"
 #include "terminal/trades/ChartTrades.h"
 #include "terminal/ui/MainWindow.h"
 #include "terminal/ui/WindowSettings.h"
 
 #include <QApplication>
-#include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -413,6 +413,7 @@ void TerminalProgram::tellWorkingOrders()
     if (!working || std::exchange(m_knowsWorkingOrders, true) || working->empty()) {
         return;
     }
+    m_window->trade()->listWorkingOrders();
     tell(tr("Orders of before that may still be dealt: %1 (F3 lists them)").arg(working->size()));
 }
 
@@ -439,8 +440,6 @@ void TerminalProgram::rememberWindow()
 
 void TerminalProgram::startSnapshot()
 {
-    // A picture has the size that was asked for; a window that is on no screen can be given no limits.
-    m_window->layout()->setSizeConstraint(QLayout::SetNoConstraint);
     // Laid out as on a screen, before the overlays ask where things are.
     m_window->ensurePolished();
     m_window->grab();

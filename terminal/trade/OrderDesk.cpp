@@ -7,6 +7,7 @@
 #include <QJsonDocument>
 #include <QUuid>
 
+#include <algorithm>
 #include <chrono>
 
 namespace Terminal {
@@ -49,6 +50,7 @@ OrderDesk::OrderDesk(QObject *parent)
 
 void OrderDesk::setTimeout(std::chrono::milliseconds patience)
 {
+    m_patience = patience;
     m_wishes.setTimeout(patience);
     m_ordersQuestion.setTimeout(patience);
     m_workingQuestion.setTimeout(patience);
@@ -171,6 +173,29 @@ void OrderDesk::cancel(const OrderRecord &order)
     sendWish(wish);
 }
 
+void OrderDesk::lookUp(const OrderRecord &order)
+{
+    const OwnQuestion own = ask(CmdType::ENTRUSTTODAYTRADE, order.security);
+    m_lookUps.insert(own.id, order);
+    sendOwn(own);
+    QTimer::singleShot(m_patience, this, [this, id = own.id] { endLookUp(id, {}); });
+}
+
+void OrderDesk::endLookUp(const QString &id, const OrderRecords &rows)
+{
+    const auto asked = m_lookUps.find(id);
+    if (asked == m_lookUps.end()) {
+        return; // it has ended before
+    }
+    OrderRecord order = *asked;
+    m_lookUps.erase(asked);
+    order.dealt = 0; // it is more by now
+    order.dealtAmount = 0;
+    const auto told = std::find_if(rows.begin(), rows.end(),
+                                   [&order](const OrderRecord &row) { return row.number == order.number; });
+    Q_EMIT lookedUp(told == rows.end() ? order : *told);
+}
+
 OrderDesk::OwnQuestion OrderDesk::ask(const char *command, const Security &security)
 {
     OwnQuestion own{Trading::Question(command),
@@ -265,6 +290,8 @@ void OrderDesk::takeAnswer(const QJsonObject &answer, OrderRecords rows)
         takeWorkingOrders(answer, std::move(rows));
     } else if (m_accountQuestion.close(id)) {
         takeAccount(answer);
+    } else if (m_lookUps.contains(id)) {
+        endLookUp(id, rows);
     } else if (isUnderWay(answer)) {
         m_wishes.keepOpen(id);
     } else if (isWithoutLedger(answer) && m_wishes.isKept(id)) {

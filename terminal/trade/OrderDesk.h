@@ -7,6 +7,7 @@
 #include "terminal/trade/TradeRecords.h"
 #include "trading/Question.h"
 
+#include <QHash>
 #include <QTimer>
 
 #include <chrono>
@@ -85,6 +86,9 @@ public:
     /// Ends with cancelAnswered(). Requires an order whose day is known.
     void cancel(const OrderRecord &order);
 
+    /// Asks how far an order of today is dealt, whichever security is shown; ends with lookedUp().
+    void lookUp(const OrderRecord &order);
+
     /// True while the module answers what it is asked.
     bool isAnswering() const { return m_isAnswering; }
     /// True when all that was asked for is answered, and when nothing is asked for, before watch().
@@ -107,6 +111,9 @@ Q_SIGNALS:
     void replaced(const PriceChange &change, const DeskOutcome &outcome);
     void replaceAskedAgain(const PriceChange &change);
     void cancelAnswered(const OrderRecord &order, const DeskOutcome &outcome);
+    /// The order as the module tells it now; as it was asked for, with nothing dealt, when the module does
+    /// not tell it in time.
+    void lookedUp(const OrderRecord &order);
     void ordersChanged(); ///< or why they are not told; an answer that tells nothing new changes nothing
     void workingOrdersChanged();
     void accountChanged(); ///< the same
@@ -141,6 +148,7 @@ private:
     void takeOrders(const QJsonObject &answer, OrderRecords rows);
     void takeWorkingOrders(const QJsonObject &answer, OrderRecords rows);
     void takeAccount(const QJsonObject &answer);
+    void endLookUp(const QString &id, const OrderRecords &rows);
     void takeNotification(const QJsonObject &notification);
     void setAnswering(bool isAnswering);
 
@@ -152,6 +160,8 @@ private:
     OpenQuestion m_workingQuestion;
     OpenQuestion m_accountQuestion;
     OpenWishes m_wishes;
+    QHash<QString, OrderRecord> m_lookUps; ///< by the question's id
+    std::chrono::milliseconds m_patience{};
     std::function<DeskModule()> m_module = [] { return DeskModule(); };
     Security m_security;
     std::optional<Trading::TradingDate> m_day; ///< nothing: today

@@ -11,6 +11,8 @@ namespace Terminal {
 
 namespace {
 
+constexpr int margin = 12;
+
 QString toneWord(OrderResults::Tone tone)
 {
     switch (tone) {
@@ -29,7 +31,7 @@ QString toneWord(OrderResults::Tone tone)
 OrderResults::OrderResults(QWidget *parent) : QWidget(parent)
 {
     auto *const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
+    column->setContentsMargins(margin, 0, margin, margin);
     for (int line = 0; line < mostLines; ++line) {
         auto *const label = new QLabel;
         label->setObjectName(QStringLiteral("ticketResult"));

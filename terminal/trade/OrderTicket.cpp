@@ -130,18 +130,19 @@ void OrderTicket::setUpLayout()
     column->addLayout(amounts);
 
     auto *const foot = new QVBoxLayout;
-    foot->setContentsMargins(margin, gap, margin, margin);
+    foot->setContentsMargins(margin, gap, margin, gap);
     foot->setSpacing(gap);
     foot->addWidget(m_problem);
     foot->addWidget(m_send);
     foot->addWidget(m_notice);
-    foot->addWidget(m_results);
 
     auto *const whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->setSpacing(0);
-    whole->addWidget(new ShrinkingArea(fields)); // in a low window what sends the order stays in sight
+    m_fields = new ShrinkingArea(fields);
+    whole->addWidget(m_fields); // in a low window what sends the order stays in sight
     whole->addLayout(foot);
+    whole->addWidget(new ShrinkingArea(m_results));
     whole->addStretch(1);
 }
 
@@ -260,6 +261,7 @@ void OrderTicket::focusPrice()
 {
     m_price->setFocus(Qt::ShortcutFocusReason);
     m_price->selectAll();
+    m_fields->ensureWidgetVisible(m_price, 0, 0);
 }
 
 void OrderTicket::showTexts()

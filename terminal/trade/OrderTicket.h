@@ -14,6 +14,7 @@ namespace Terminal {
 class PriceBox;
 class QuantityBox;
 class OrderResults;
+class ShrinkingArea;
 class PartButtons;
 
 /// The form of a limit order: side, price, quantity and what it comes to. It says what speaks against
@@ -103,6 +104,7 @@ private:
     QPushButton *m_send;
     QLabel *m_notice;
     OrderResults *m_results;
+    ShrinkingArea *m_fields = nullptr;
 };
 
 } // namespace Terminal

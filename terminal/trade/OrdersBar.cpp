@@ -56,7 +56,7 @@ void OrdersBar::setKnowsWorking(bool isKnown)
 {
     m_scope->setEnabled(isKnown);
     if (!isKnown) {
-        m_scope->setCurrentIndex(static_cast<int>(OrderScope::Shown));
+        setScope(OrderScope::Shown);
     }
 }
 
@@ -69,6 +69,11 @@ void OrdersBar::setCancellable(size_t ofSelected, size_t ofAll)
 OrderScope OrdersBar::scope() const
 {
     return static_cast<OrderScope>(m_scope->currentIndex());
+}
+
+void OrdersBar::setScope(OrderScope scope)
+{
+    m_scope->setCurrentIndex(static_cast<int>(scope));
 }
 
 void OrdersBar::showTexts()

@@ -30,6 +30,8 @@ public:
     void showTexts();
 
     OrderScope scope() const;
+    /// Chooses as a user would.
+    void setScope(OrderScope scope);
 
 Q_SIGNALS:
     void scopeChosen();

@@ -96,6 +96,11 @@ void OrdersPanel::setWorkingOrders(const std::optional<OrderRecords> &orders)
     }
 }
 
+void OrdersPanel::listWorkingOrders()
+{
+    m_ordersBar->setScope(OrderScope::Working);
+}
+
 void OrdersPanel::listOrders()
 {
     const OrderRecords before = selected();

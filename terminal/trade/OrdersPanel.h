@@ -30,6 +30,8 @@ public:
     void setOrders(const OrderRecords &orders, std::optional<Trading::TradingDate> day);
     /// Of all securities; nothing: they are not known.
     void setWorkingOrders(const std::optional<OrderRecords> &orders);
+    /// Lists those of all securities until the user chooses otherwise, or they are not known.
+    void listWorkingOrders();
     /// Nothing: the account is not known.
     void setAccount(const std::optional<Account> &account);
     /// Positions are priced by this from now on; it must outlive the panel.

@@ -201,12 +201,24 @@ OrderQuestion::Words OutcomeText::leaveQuestion(const OrderRecords &working, boo
             tr("Leave"), tr("Stay")};
 }
 
+/// What was dealt and at which price, not what was ordered: "MT Buy 200 of 300, average 1413.840, order 17".
+QString OutcomeText::dealtFigures(const OrderRecord &order, bool hidesAmounts)
+{
+    const auto average = order.averagePrice();
+    if (!average) {
+        return orderName(order);
+    }
+    const QString all = shownAmount(QString::number(order.quantity), hidesAmounts);
+    const QString dealt = shownAmount(QString::number(order.dealt), hidesAmounts);
+    const QString quantity = order.dealt < order.quantity ? tr("%1 of %2").arg(dealt, all) : dealt;
+    return tr("%1 %2 %3, average %4, order %5")
+        .arg(nameOf(order.security), sideText(order.side), quantity, averageText(order),
+             plainText(order.number));
+}
+
 QString OutcomeText::dealt(const OrderRecord &order, bool hidesAmounts)
 {
-    const QString what =
-        tr("%1, order %2")
-            .arg(namedOrder({order.security, order.side, order.price, order.quantity}, hidesAmounts),
-                 plainText(order.number));
+    const QString what = dealtFigures(order, hidesAmounts);
     return isCancellable(order) ? tr("Part dealt: %1").arg(what) : tr("Dealt: %1").arg(what);
 }
 

@@ -37,6 +37,7 @@ public:
 
 private:
     static QString orderName(const OrderRecord &order);
+    static QString dealtFigures(const OrderRecord &order, bool hidesAmounts);
     static QString replacedText(const QString &what, const PriceChange &change, const DeskOutcome &outcome,
                                 bool hidesAmounts);
 };

@@ -1,5 +1,6 @@
 #include "terminal/trade/ShrinkingArea.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QResizeEvent>
 
@@ -42,7 +43,11 @@ bool ShrinkingArea::eventFilter(QObject *watched, QEvent *event)
     if (watched == widget() && event->type() == QEvent::LayoutRequest) {
         updateGeometry();
     }
-    return QScrollArea::eventFilter(watched, event);
+    const bool isFiltered = QScrollArea::eventFilter(watched, event);
+    if (watched == widget() && event->type() == QEvent::Resize) {
+        keepFocusInSight();
+    }
+    return isFiltered;
 }
 
 void ShrinkingArea::resizeEvent(QResizeEvent *event)
@@ -50,6 +55,16 @@ void ShrinkingArea::resizeEvent(QResizeEvent *event)
     QScrollArea::resizeEvent(event);
     if (event->size().width() != event->oldSize().width()) {
         updateGeometry();
+    }
+    keepFocusInSight();
+}
+
+/// A message below the area may have taken its room.
+void ShrinkingArea::keepFocusInSight()
+{
+    QWidget *const focus = QApplication::focusWidget();
+    if (focus != nullptr && isAncestorOf(focus)) {
+        ensureWidgetVisible(focus, 0, 0);
     }
 }
 

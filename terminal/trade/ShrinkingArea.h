@@ -19,6 +19,9 @@ public:
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void keepFocusInSight();
 };
 
 } // namespace Terminal

@@ -127,11 +127,12 @@ void TradeDocks::watchDeals()
         m_deals.take(m_desk.workingOrders().value_or(OrderRecords()));
     });
     connect(&m_desk, &OrderDesk::statusTold, &m_deals, &DealWatch::hear);
-    connect(&m_deals, &DealWatch::dealt, this,
+    connect(&m_deals, &DealWatch::dealt, &m_desk, &OrderDesk::lookUp); // at which price is not told with it
+    connect(&m_desk, &OrderDesk::lookedUp, this,
             [this](const OrderRecord &order) { m_notice.tell(OutcomeText::dealt(order, m_hidesAmounts)); });
 }
 
-/// Nothing is asked for those who only look at charts.
+/// A dock needs what the desk knows, also where nobody else has let it ask.
 void TradeDocks::watchWhenShown()
 {
     if (!m_ticketDock->isHidden() || !m_panelDock->isHidden()) {
@@ -144,6 +145,11 @@ void TradeDocks::setShown(bool shown)
     m_ticketDock->setVisible(shown);
     m_panelDock->setVisible(shown);
     watchWhenShown();
+}
+
+void TradeDocks::listWorkingOrders()
+{
+    m_panel->listWorkingOrders();
 }
 
 void TradeDocks::openTicket(Direction side)

@@ -52,6 +52,9 @@ public:
 
     /// Shows or hides both docks.
     void setShown(bool shown);
+    /// The panel lists the working orders of all securities, whether it is shown now or later, until the user
+    /// chooses otherwise. Requires that the desk knows them.
+    void listWorkingOrders();
     /// Opens the ticket with the keyboard in its price.
     void openTicket(Direction side);
 

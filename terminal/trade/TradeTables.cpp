@@ -107,7 +107,7 @@ std::vector<OrdersTable::Column> orderColumns()
         {OrderColumn::Dealt, [] { return Texts::tr("Dealt"); }, Qt::AlignRight,
          [](const OrderRecord &order) { return QString::number(order.dealt); }, nullptr, true},
         {OrderColumn::Average, [] { return Texts::tr("Average"); }, Qt::AlignRight,
-         [](const OrderRecord &order) { return figure(order.averagePrice(), 3); }},
+         [](const OrderRecord &order) { return averageText(order); }},
         {OrderColumn::Status, [] { return Texts::tr("Status"); }, Qt::AlignLeft, statusText},
         {OrderColumn::Number, [] { return Texts::tr("Number"); }, Qt::AlignRight,
          [](const OrderRecord &order) { return order.number; }},
@@ -174,6 +174,11 @@ QString tickText(const Security &security, double price)
 QString amountText(double yuan)
 {
     return QLocale(QLocale::English).toString(yuan, 'f', 2);
+}
+
+QString averageText(const OrderRecord &order)
+{
+    return figure(order.averagePrice(), 3);
 }
 
 QString orderSummary(const OrderRequest &order, bool hidesAmounts)

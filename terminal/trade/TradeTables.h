@@ -47,6 +47,9 @@ QString tickText(const Security &security, double price);
 /// "1,234.50"
 QString amountText(double yuan);
 
+/// At which price it was dealt, as the table tells it; empty while nothing was.
+QString averageText(const OrderRecord &order);
+
 /// "Buy 300 × 1700.50", in the user's language.
 QString orderSummary(const OrderRequest &order, bool hidesAmounts);
 

@@ -1,5 +1,7 @@
 #include "terminal/ui/KeysDialog.h"
 
+#include "terminal/data/ChartPeriod.h"
+
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QHeaderView>
@@ -15,7 +17,7 @@ namespace Terminal {
 
 namespace {
 
-/// A row of the table; without keys the title of a part of it.
+/// A row of the table; without keys the title of a part of it, without an act the periods of charts.
 struct KeyRow
 {
     const char *keys;
@@ -27,7 +29,7 @@ constexpr KeyRow keyRows[] = {
     {"0–9, A–Z, Ctrl+L",
      QT_TRANSLATE_NOOP("Terminal::KeysDialog",
                        "look for a security by code, name or the first letters of its syllables")},
-    {"Alt+1 … Alt+4", QT_TRANSLATE_NOOP("Terminal::KeysDialog", "minutes, days, weeks, months")},
+    {"Alt+1 … Alt+4", nullptr}, // see periodTitles()
     {"Ctrl+1 … Ctrl+4", QT_TRANSLATE_NOOP("Terminal::KeysDialog", "show or hide an overlay")},
     {"Ctrl+H", QT_TRANSLATE_NOOP("Terminal::KeysDialog", "hide or show amounts")},
     {"Ctrl+D",
@@ -64,10 +66,20 @@ constexpr KeyRow keyRows[] = {
     {"Ctrl+Home", QT_TRANSLATE_NOOP("Terminal::KeysDialog", "begin the day again")},
 };
 
+/// In the order of their keys.
+QString periodTitles()
+{
+    QStringList titles;
+    for (const ChartPeriod period : chartPeriods) {
+        titles.append(periodTitle(period));
+    }
+    return titles.join(QStringLiteral(", "));
+}
+
 void fill(QTableWidget *table)
 {
     for (int row = 0; row < table->rowCount(); ++row) {
-        const QString act = KeysDialog::tr(keyRows[row].act);
+        const QString act = keyRows[row].act == nullptr ? periodTitles() : KeysDialog::tr(keyRows[row].act);
         const QString keys = QString::fromUtf8(keyRows[row].keys);
         const bool isTitle = keys.isEmpty();
         auto *const first = new QTableWidgetItem(isTitle ? act : keys);

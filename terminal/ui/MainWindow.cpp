@@ -9,6 +9,7 @@
 #include "terminal/services/BusInstance.h"
 #include "terminal/session/TradingSession.h"
 #include "terminal/snapshot/Picture.h"
+#include "terminal/trade/ElidedLabel.h"
 #include "terminal/trade/PlainText.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/trade/TradeRecords.h"
@@ -30,6 +31,7 @@
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QShortcut>
 #include <QUuid>
 #include <QVBoxLayout>
@@ -45,6 +47,8 @@ namespace {
 
 /// After the repaint that follows a change: only then is known what overlays have drawn.
 constexpr std::chrono::milliseconds statesAfter{50};
+
+constexpr QSize leastSize{640, 400};
 
 /// How many marks are in view, those that a glyph stands for counted each.
 int countOf(const DrawnMarks *marks)
@@ -96,7 +100,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_services(session, options.ledger),
       m_chart(new ChartView),
       m_readout(new ReadoutBar(m_chart)),
-      m_practice(new QLabel),
+      m_practice(new ElidedLabel),
       m_bar(new ChartBar(session->source().securities(), options.hidesAmounts)),
       m_overlayBar(new OverlayBar(options)),
       m_strip(new StateStrip),
@@ -126,6 +130,9 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     m_trade->notice()->desktopAction()->setChecked(options.notifiesWhenDealt);
     applyTheme();
     applyLanguage();
+    // Parts that need more are squeezed: a window that grew would leave its screen, or its picture's size.
+    layout()->setSizeConstraint(QLayout::SetNoConstraint);
+    setMinimumSize(leastSize);
     resize(options.size);
     m_chart->setFocus();
 }
@@ -149,7 +156,6 @@ void MainWindow::setUpCentre()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     m_practice->setObjectName(QStringLiteral("practiceStrip"));
-    m_practice->setTextFormat(Qt::PlainText);
     m_practice->setVisible(!m_options.practice.isEmpty());
     column->addWidget(m_practice);
     column->addWidget(m_readout);

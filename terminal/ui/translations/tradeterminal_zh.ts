@@ -223,6 +223,14 @@
         <translation>没有交易时段内的K线</translation>
     </message>
     <message>
+        <source>nothing says which day these times are of: name it with --day, e.g. --day %1</source>
+        <translation>只有时间，没有写明是哪一天：请用 --day 指明，如 --day %1</translation>
+    </message>
+    <message>
+        <source>nothing says which day these times are of, nor which security: name them with --day and --code, e.g. --day %1 --code %2</source>
+        <translation>只有时间，没有写明是哪一天、哪只证券：请用 --day 和 --code 指明，如 --day %1 --code %2</translation>
+    </message>
+    <message>
         <source>nothing says whether the volume is in shares or in lots: import the file with --volume shares or --volume lots</source>
         <translation>无法判断成交量的单位是股还是手：请用 --volume shares 或 --volume lots 导入该文件</translation>
     </message>
@@ -1407,10 +1415,6 @@
         <translation>委托不会撤销；离开后成交时这里不会提醒。</translation>
     </message>
     <message>
-        <source>They are not cancelled; they wait, as the day does, until the practice is continued.</source>
-        <translation>委托不会撤销；练习日停住，委托等待，直到继续练习。</translation>
-    </message>
-    <message>
         <source>Leave</source>
         <translation>离开</translation>
     </message>
@@ -1481,6 +1485,18 @@
     <message>
         <source>Leave it as it is</source>
         <translation>保持不变</translation>
+    </message>
+    <message>
+        <source>They are not cancelled; they wait, as the day does, until the practice is continued.</source>
+        <translation>委托不会撤销；练习日停住，委托等待，直到继续练习。</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1/%2</translation>
+    </message>
+    <message>
+        <source>%1 %2 %3, average %4, order %5</source>
+        <translation>%1 %2 %3 股，均价 %4，委托 %5</translation>
     </message>
 </context>
 <context>
@@ -2324,8 +2340,8 @@
         <translation>全部按文件名</translation>
     </message>
     <message>
-        <source>Each file that asks takes the code in its own name.</source>
-        <translation>凡未写明证券的文件，都按各自文件名中的代码。</translation>
+        <source>Each file that asks takes what its own name says.</source>
+        <translation>凡缺少此项的文件，都按各自文件名所写。</translation>
     </message>
     <message>
         <source>Please choose</source>
@@ -3290,10 +3306,6 @@ The guides are in the folder docs of the program's documentation.</source>
         <translation>按代码、名称或拼音首字母找证券</translation>
     </message>
     <message>
-        <source>minutes, days, weeks, months</source>
-        <translation>分时、日线、周线、月线</translation>
-    </message>
-    <message>
         <source>show or hide an overlay</source>
         <translation>显示或隐藏图层</translation>
     </message>
@@ -3609,10 +3621,6 @@ The guides are in the folder docs of the program's documentation.</source>
         <translation>练习 %1 %2，%3</translation>
     </message>
     <message>
-        <source>To practise a recorded day, show its chart of minutes: of a day before today</source>
-        <translation>要练习录制的某一天，请先打开那天（今天以前）的分时图</translation>
-    </message>
-    <message>
         <source>Name</source>
         <translation>名称</translation>
     </message>
@@ -3663,6 +3671,10 @@ The guides are in the folder docs of the program's documentation.</source>
     <message>
         <source>Keep</source>
         <translation>保留</translation>
+    </message>
+    <message>
+        <source>To practise a recorded day, show its chart of minutes: of a day before today</source>
+        <translation>要练习录制的某一天，请先打开那天（今天以前）的分时图</translation>
     </message>
 </context>
 <context>

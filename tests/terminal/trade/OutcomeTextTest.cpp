@@ -70,5 +70,23 @@ TEST(OutcomeText, HasNoLineInAQuestionThatANumberOrANameBrought)
     EXPECT_FALSE(OutcomeText::cancelQuestion(order).contains(QChar(QChar::LineSeparator)));
 }
 
+TEST(OutcomeText, TellsOfADealWhatWasDealtAndItsAveragePrice)
+{
+    OrderRecord order = waiting();
+    order.price = 1420;
+    order.status = QStringLiteral("8");
+    order.dealt = 100;
+    order.dealtAmount = 141384;
+    EXPECT_EQ(OutcomeText::dealt(order, false),
+              QStringLiteral("Dealt: MT Buy 100, average 1413.840, order 17"));
+    EXPECT_EQ(OutcomeText::dealt(order, true),
+              QStringLiteral("Dealt: MT Buy ***, average 1413.840, order 17"));
+    order.status = QStringLiteral("7");
+    order.day = Trading::TradingDate::of(2026, 3, 27);
+    order.quantity = 300;
+    EXPECT_EQ(OutcomeText::dealt(order, false),
+              QStringLiteral("Part dealt: MT Buy 100 of 300, average 1413.840, order 17"));
+}
+
 } // namespace
 } // namespace Terminal

@@ -247,11 +247,17 @@ TEST_F(TradeDocksTest, TellTwoCancellationsBesideEachOther)
 class TradeDocksWithWorkingOrders : public TradeDocksTest
 {
 protected:
+    static QJsonObject orderOf600536(const char *status)
+    {
+        QJsonObject order = orderRow("4", status);
+        order.insert(QStringLiteral("stkcode"), QStringLiteral("600536"));
+        return order;
+    }
+
     void openDocksWithOrders()
     {
-        QJsonObject other = orderRow("4", "2");
-        other.insert(QStringLiteral("stkcode"), QStringLiteral("600536"));
-        m_module.setAnswer(QStringLiteral("OpenOrders"), withData(QJsonArray{orderRow("3", "2"), other}));
+        m_module.setAnswer(QStringLiteral("OpenOrders"),
+                           withData(QJsonArray{orderRow("3", "2"), orderOf600536("2")}));
         openDocks({QStringLiteral("000001"), ChartPeriod::Day});
         desk()->setModule([] {
             DeskModule module;
@@ -302,11 +308,41 @@ TEST_F(TradeDocksWithWorkingOrders, SayThatOneIsDealtWhicheverChartIsShown)
 {
     openDocksWithOrders();
     m_window->show();
+    m_module.setAnswer(QStringLiteral("EntrustTodayTrade"), withData(QJsonArray{orderOf600536("8")}));
     Q_EMIT desk()->statusTold(QStringLiteral("4"), QStringLiteral("8"));
     const auto *const message = m_window->findChild<QLabel *>(QStringLiteral("messageBar"));
-    ASSERT_TRUE(message->isVisible());
+    ASSERT_TRUE(waitUntil([message] { return message->isVisible(); }));
     EXPECT_THAT(message->text().toStdString(), ::testing::HasSubstr("600536"));
-    EXPECT_THAT(message->text().toStdString(), ::testing::HasSubstr("1700.50"));
+    EXPECT_THAT(message->text().toStdString(), ::testing::HasSubstr("1700.510")) << "what was dealt has cost";
+    EXPECT_THAT(message->text().toStdString(), ::testing::Not(::testing::HasSubstr("1700.50")));
+}
+
+TEST_F(TradeDocksWithWorkingOrders, SayThatOneIsDealtWithoutAPriceWhenItIsNotTold)
+{
+    openDocksWithOrders();
+    m_window->show();
+    desk()->setTimeout(50ms);
+    m_module.setAnswer(QStringLiteral("EntrustTodayTrade"), withData(QJsonArray()));
+    Q_EMIT desk()->statusTold(QStringLiteral("4"), QStringLiteral("8"));
+    const auto *const message = m_window->findChild<QLabel *>(QStringLiteral("messageBar"));
+    ASSERT_TRUE(waitUntil([message] { return message->isVisible(); }));
+    EXPECT_THAT(message->text().toStdString(), ::testing::HasSubstr("600536"));
+    EXPECT_THAT(message->text().toStdString(), ::testing::Not(::testing::HasSubstr("1700")));
+}
+
+TEST_F(TradeDocksWithWorkingOrders, ListThemAtTheKeyWhenTheyWereTold)
+{
+    openDocksWithOrders();
+    const auto *const orders =
+        m_window->trade()->panel()->findChild<QTableView *>(QStringLiteral("ordersView"));
+    ASSERT_EQ(orders->model()->rowCount(), 0) << "of the chart's security";
+    m_window->trade()->setShown(false);
+    m_window->trade()->listWorkingOrders();
+    m_window->show();
+    activateWindow();
+    QTest::keyClick(chart(), Qt::Key_F3);
+    EXPECT_TRUE(orders->isVisible());
+    EXPECT_EQ(orders->model()->rowCount(), 2);
 }
 
 TEST_F(TradeDocksTest, FillTheTicketInToCloseAPosition)

@@ -1,4 +1,6 @@
 // The window's bars, its look and its export.
+#include "terminal/trade/OrderResults.h"
+#include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/TradeDocks.h"
 #include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/OverlayWindow.h"
@@ -153,6 +155,68 @@ TEST_F(MainWindowTest, ExportsTheChartWithoutTheMessageOfAnOrder)
     const QImage bare = exported();
     m_window->prompts()->show(QStringLiteral("sell 5000 × 1405.00: accepted"));
     EXPECT_EQ(exported(), bare);
+}
+
+/// Opens all that stands beside the chart, with two messages in the ticket, in a window of this size.
+class MainWindowOfSmallSize : public MainWindowTest
+{
+protected:
+    void openAll()
+    {
+        TerminalOptions options;
+        options.size = small;
+        options.practice =
+            QStringLiteral("a practice with a name that is longer than the window is wide, by far");
+        openWindow({QStringLiteral("600519"), ChartPeriod::Minute}, options);
+        ASSERT_EQ(m_window->setReplaying(true), QString());
+        activateWindow();
+        for (const Qt::Key key : {Qt::Key_F6, Qt::Key_F5, Qt::Key_F4, Qt::Key_F3}) {
+            QTest::keyClick(chart(), key);
+            QApplication::processEvents();
+        }
+        for (const char *const number : {"1", "2"}) {
+            m_window->trade()->ticket()->results()->tell(
+                QLatin1String(number),
+                QStringLiteral("600519 Buy 100 × 1420.00: refused: the price is not within the limits of "
+                               "the day, and the market is closed"),
+                OrderResults::Tone::Bad);
+        }
+        QTest::keyClick(chart(), Qt::Key_F1);
+        QApplication::processEvents();
+    }
+
+    static constexpr QSize small{800, 500};
+};
+
+TEST_F(MainWindowOfSmallSize, StaysAsItIsWhateverIsOpenedInIt)
+{
+    openAll();
+    EXPECT_EQ(m_window->size(), small);
+    speakEnglish();
+    EXPECT_EQ(m_window->size(), small);
+    m_window->grab().save(QStringLiteral("/tmp/window-all.png"));
+    ASSERT_EQ(m_window->setReplaying(false), QString());
+    ASSERT_TRUE(m_window->load(QStringLiteral("600519"), ChartPeriod::Day));
+    QApplication::processEvents();
+    EXPECT_EQ(m_window->size(), small);
+    m_window->grab().save(QStringLiteral("/tmp/window-all2.png"));
+}
+
+TEST_F(MainWindowOfSmallSize, BringsThePriceIntoViewAtTheKeyOfTheTicket)
+{
+    openAll();
+    const auto *const price = m_window->findChild<QWidget *>(QStringLiteral("orderPrice"));
+    EXPECT_EQ(price->visibleRegion().boundingRect(), price->rect());
+    const auto *const send = m_window->findChild<QWidget *>(QStringLiteral("sendOrder"));
+    EXPECT_EQ(send->visibleRegion().boundingRect(), send->rect());
+}
+
+TEST_F(MainWindowOfSmallSize, ShowsTheRowsOfOrdersBesideNothingThatLiesOverThem)
+{
+    openAll();
+    m_window->grab().save(QStringLiteral("/tmp/window-zh.png"));
+    const auto *const orders = m_window->findChild<QWidget *>(QStringLiteral("ordersView"));
+    EXPECT_EQ(orders->visibleRegion().boundingRect(), orders->rect());
 }
 
 TEST_F(MainWindowTest, TakesAMessageAwayWhenAmountsAreHidden)

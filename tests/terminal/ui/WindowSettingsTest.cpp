@@ -7,6 +7,7 @@
 
 #include <QDockWidget>
 #include <QFile>
+#include <QScreen>
 #include <memory>
 
 namespace Terminal {
@@ -164,6 +165,22 @@ TEST_F(WindowSettingsTest, BringBackSizeAndDocks)
     const auto third = window();
     WindowSettings().restoreLayout(third.get(), sized);
     EXPECT_EQ(third->size(), QSize(640, 480)) << "the command line has named it";
+}
+
+TEST_F(WindowSettingsTest, OpenNoWindowLargerThanItsScreen)
+{
+    QMainWindow first;
+    const QSize screen = first.screen()->availableSize();
+    const QSize larger = screen + QSize(400, 300);
+    first.resize(larger);
+    WindowSettings().restoreLayout(&first, {});
+    EXPECT_EQ(first.size(), screen) << "the first time";
+
+    first.resize(larger);
+    WindowSettings().remember({}, first);
+    QMainWindow second;
+    WindowSettings().restoreLayout(&second, {});
+    EXPECT_EQ(second.size(), second.size().boundedTo(screen)) << "as it was on a larger screen";
 }
 
 } // namespace
