@@ -1544,8 +1544,8 @@
         <translation>此账户并不练习所回放的日子：请先结束回放</translation>
     </message>
     <message>
-        <source>A practice is its replay: it stands still now, and Space plays on. Closing the window ends it.</source>
-        <translation>练习就是这一天的回放：现在已停住，按空格键继续；要结束练习，请关闭窗口。</translation>
+        <source>A practice is its replay: it stands still now, and Space plays on. Close the window to leave it.</source>
+        <translation>练习就是这一天的回放：现在已停住，按空格键继续；要离开练习，请关闭窗口。</translation>
     </message>
     <message>
         <source>The practised day stands still: the order waits until it is played on.</source>
