@@ -165,8 +165,8 @@ QString TradingSession::endReplay()
 {
     if (m_plan.practised && m_replay.state() != Replay::State::Closed) {
         m_replay.pause();
-        return tr(
-            "A practice is its replay: it stands still now, and Space plays on. Closing the window ends it.");
+        return tr("A practice is its replay: it stands still now, and Space plays on. Close the window to "
+                  "leave it.");
     }
     m_replay.close();
     return {};

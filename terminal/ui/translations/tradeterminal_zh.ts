@@ -1544,16 +1544,16 @@
         <translation>此账户并不练习所回放的日子：请先结束回放</translation>
     </message>
     <message>
-        <source>A practice is its replay: it stands still now, and Space plays on. Closing the window ends it.</source>
-        <translation>练习就是这一天的回放：现在已停住，按空格键继续；要结束练习，请关闭窗口。</translation>
-    </message>
-    <message>
         <source>The practised day stands still: the order waits until it is played on.</source>
         <translation>练习日停住了：委托等待，继续播放后才会成交。</translation>
     </message>
     <message>
         <source>The practised day is over: nothing is dealt any more.</source>
         <translation>练习日已经结束：不会再有成交。</translation>
+    </message>
+    <message>
+        <source>A practice is its replay: it stands still now, and Space plays on. Close the window to leave it.</source>
+        <translation>练习就是这一天的回放：现在已停住，按空格键继续；要离开练习，请关闭窗口。</translation>
     </message>
 </context>
 <context>

@@ -238,7 +238,7 @@ TEST_F(ChartTradesTest, AsksNothingAboutAnOrderThatWasDealtWhileItWasDragged)
     EXPECT_THAT(replacements(), IsEmpty());
 }
 
-/// One security that closed at 10.00 yesterday.
+/// One security that closed at 10.00 on the day before.
 class ChartTradesOnTheirDay : public ChartTradesTest
 {
 protected:
@@ -246,9 +246,11 @@ protected:
     {
         QDir(m_folder.path()).mkdir(QStringLiteral("daily"));
         write("securities.csv", "code,market,name\n" + code + ',' + market + ",Test\n");
-        const QByteArray yesterday = Trading::TradingDate::today().plusDays(-1).text().toLatin1();
+        const Trading::TradingDate day =
+            m_plan.practised ? m_plan.practised->day : Trading::TradingDate::today();
+        const QByteArray dayBefore = day.plusDays(-1).text().toLatin1();
         write("daily/" + code + ".csv",
-              "date,open,high,low,close,volume\n" + yesterday + ",10,10,10,10,1000\n");
+              "date,open,high,low,close,volume\n" + dayBefore + ",10,10,10,10,1000\n");
         makeWindow(TerminalOptions(), m_folder.path());
         load({QString::fromLatin1(code), ChartPeriod::Day});
     }
