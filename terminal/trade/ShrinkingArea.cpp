@@ -40,14 +40,15 @@ QSize ShrinkingArea::minimumSizeHint() const
 
 bool ShrinkingArea::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == widget() && event->type() == QEvent::LayoutRequest) {
+    const bool isOfContent = watched == widget();
+    if (isOfContent && event->type() == QEvent::LayoutRequest) {
         updateGeometry();
     }
-    const bool isFiltered = QScrollArea::eventFilter(watched, event);
-    if (watched == widget() && event->type() == QEvent::Resize) {
-        keepFocusInSight();
+    if (isOfContent && (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize)) {
+        // When its parts have their places.
+        QMetaObject::invokeMethod(this, &ShrinkingArea::keepFocusInSight, Qt::QueuedConnection);
     }
-    return isFiltered;
+    return QScrollArea::eventFilter(watched, event);
 }
 
 void ShrinkingArea::resizeEvent(QResizeEvent *event)
@@ -64,8 +65,15 @@ void ShrinkingArea::keepFocusInSight()
 {
     QWidget *const focus = QApplication::focusWidget();
     if (focus != nullptr && isAncestorOf(focus)) {
-        ensureWidgetVisible(focus, 0, 0);
+        bringIntoSight(focus);
     }
+}
+
+/// The whole of it: the base class is content with the cursor in a field.
+void ShrinkingArea::bringIntoSight(const QWidget *part)
+{
+    const QPoint centre = part->mapTo(widget(), part->rect().center());
+    ensureVisible(centre.x(), centre.y(), 0, part->height() / 2 + 1);
 }
 
 } // namespace Terminal

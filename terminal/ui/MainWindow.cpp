@@ -48,6 +48,7 @@ namespace {
 constexpr std::chrono::milliseconds statesAfter{50};
 
 constexpr QSize leastSize{640, 400};
+constexpr int leastChart = 72; ///< beside all that can be open in a window of 800×500
 
 /// How many marks are in view, those that a glyph stands for counted each.
 int countOf(const DrawnMarks *marks)
@@ -158,6 +159,7 @@ void MainWindow::setUpCentre()
     column->addWidget(m_practice);
     column->addWidget(m_readout);
     column->addWidget(m_chart, 1);
+    m_chart->setMinimumHeight(leastChart);
     setCentralWidget(centre);
     m_chartFocus = new FocusFrame(m_chart);
 }
