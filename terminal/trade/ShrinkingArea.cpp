@@ -4,6 +4,8 @@
 #include <QEvent>
 #include <QResizeEvent>
 
+#include <algorithm>
+
 namespace Terminal {
 
 namespace {
@@ -35,7 +37,7 @@ QSize ShrinkingArea::sizeHint() const
 
 QSize ShrinkingArea::minimumSizeHint() const
 {
-    return {widget()->minimumSizeHint().width(), leastHeight};
+    return {widget()->minimumSizeHint().width(), std::min(leastHeight, sizeHint().height())};
 }
 
 bool ShrinkingArea::eventFilter(QObject *watched, QEvent *event)

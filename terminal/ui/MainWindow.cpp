@@ -47,7 +47,6 @@ namespace {
 /// After the repaint that follows a change: only then is known what overlays have drawn.
 constexpr std::chrono::milliseconds statesAfter{50};
 
-constexpr QSize leastSize{640, 400};
 constexpr int leastChart = 72; ///< beside all that can be open in a window of 800×500
 
 /// How many marks are in view, those that a glyph stands for counted each.
@@ -131,7 +130,6 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     applyLanguage();
     // Parts that need more are squeezed: a window that grew would leave its screen, or its picture's size.
     layout()->setSizeConstraint(QLayout::SetNoConstraint);
-    setMinimumSize(leastSize);
     resize(options.size);
     m_chart->setFocus();
 }
