@@ -1,5 +1,4 @@
-// One chart of a terminal: bars, the overlays on them, what they ask and what they draw. It needs Qt and the
-// border.
+// One chart of a terminal: bars, the overlays on them, what they ask and what they draw.
 #pragma once
 
 #include <tradechartobject/ChartInterface.h>
@@ -13,19 +12,15 @@ struct Chart : public Korvane::IChartAxis, public Korvane::IChartPainter
     QVector<Korvane::AnalyData> bars;
     QVector<Korvane::IChartObject *> overlays;
     std::function<void()> update; ///< recomputes and repaints
-    QObject context;              ///< what was to be updated ends with the chart
-    double lowest = 1e300;
-    double highest = -1e300;
+    double lowest = 1e300, highest = -1e300;
     QRect pane = QRect(0, 0, 900, 300); ///< its part of the picture
     QPainter painter;
     QStringList drawn; ///< a word for each mark and label of the last repaint
 
     virtual ~Chart() // before the application
     {
-        for (Korvane::IChartObject *overlay : overlays) {
-            overlay->deleteObject();
-            delete overlay;
-        }
+        std::for_each(overlays.begin(), overlays.end(), [](auto *overlay) { overlay->deleteObject(); });
+        qDeleteAll(overlays);
     }
     void show(QImage &picture)
     {
@@ -57,7 +52,7 @@ struct Chart : public Korvane::IChartAxis, public Korvane::IChartPainter
     bool visiblePriceRange(double &low, double &high) override { return (low = lowest) < (high = highest); }
     const char *screenId() override { return period == Korvane::IntradayPeriod ? "minutes" : "days"; }
     double markerSize() override { return 16.0; }
-    void updateObject(Korvane::IChartObject *) override { QTimer::singleShot(0, &context, update); }
+    void updateObject(Korvane::IChartObject *) override { QTimer::singleShot(0, qApp, update); }
     int popupMenu(const char **lines, void *) override { return qInfo("%s", *lines), -1; } // nobody chooses
     void showMessage(const char *text) override { qInfo("%s", text); }
     bool confirmBox(const char *) override { return false; } // nobody is there to say yes
@@ -99,7 +94,6 @@ struct Chart : public Korvane::IChartAxis, public Korvane::IChartPainter
     }
     void drawMarker(int, int bar, int kind, int atLow, double price) override
     {
-        drawMark(at(bar, price), atLow == 1 ? -16.0 : 16.0,
-                 QColor::fromHsv(200 + 20 * (kind - 20), 255, 255));
+        drawMark(at(bar, price), atLow == 1 ? -16.0 : 16.0, QColor::fromHsv(20 * kind - 200, 255, 255));
     }
 };

@@ -1,6 +1,5 @@
-// A terminal with nothing but Qt and this package: it makes every overlay of the factory over the bars of two
-// files of one security, drives them, writes a picture when all of them have drawn, and ends. The trading
-// module may come later.
+// A terminal with nothing but Qt and this package: it makes every overlay of the factory over two files of
+// bars, drives them, and writes a picture when all have drawn. The trading module may come later.
 #include "Chart.h"
 
 #include <endpoint/LocalBroker.h>
@@ -11,15 +10,12 @@ static QVector<Korvane::AnalyData> readBars(const QString &path, unsigned day)
 {
     QVector<Korvane::AnalyData> bars;
     QFile file(path);
-    for (file.open(QIODevice::ReadOnly); !file.atEnd();) {
+    for (file.open(QIODevice::ReadOnly), file.readLine(); !file.atEnd();) { // but for the heading
         const QList<QByteArray> words = file.readLine().split(',');
-        const unsigned time = words[0].toUInt(); // 0: the heading
+        const unsigned time = words[0].toUInt();
         const unsigned minutes = time / 100 * 60 + time % 100;
         const unsigned packed = day == 0 ? time : (day / 10000 - 2004) << 27U | day % 10000 << 16U | minutes;
-        const auto price = [&words](int column) { return words[column].toDouble(); };
-        if (time != 0) {
-            bars.append({packed, {}, price(2), price(3), price(4), {}});
-        }
+        bars.append({packed, {}, words[2].toDouble(), words[3].toDouble(), words[4].toDouble(), {}});
     }
     return bars;
 }
@@ -34,12 +30,10 @@ int main(int count, char **words)
         qFatal("usage: host LIBRARY CODE.csv MINUTES.csv PICTURE.png");
     }
     Chart days, minutes;
-    const QDate today =
-        QDate::currentDate(); // whose chart the minutes of the file are taken for: it shows orders
     qstrncpy(days.security.code, qPrintable(QFileInfo(words[2]).baseName()), sizeof days.security.code);
     minutes.security = days.security;
     days.bars = readBars(words[2], 0);
-    minutes.bars = readBars(words[3], today.year() * 10000 + today.month() * 100 + today.day());
+    minutes.bars = readBars(words[3], QDate::currentDate().toString("yyyyMMdd").toUInt()); // as if of today
     minutes.period = Korvane::IntradayPeriod;
     QImage picture(900, 600, QImage::Format_RGB32);
     minutes.pane.translate(0, 300);

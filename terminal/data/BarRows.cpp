@@ -122,7 +122,7 @@ private:
 BarRows RowReader::read(std::string_view text)
 {
     m_line = m_header.lines;
-    while (!text.empty()) {
+    while (!text.empty() && !m_rows.lackDay) {
         ++m_line;
         note(takeLine(Terminal::takeLine(&text)));
     }
@@ -207,6 +207,7 @@ QString RowReader::findStamps()
         (column.form.hasDate() ? m_rows.dayForm : m_rows.timeForm) = column.form.shown();
     }
     if (m_rows.dayForm.isEmpty() && !m_day) {
+        m_rows.lackDay = m_rows.haveTimes;
         m_stamps.clear();
         return text("there is no column for the day; call it \"date\", e.g. 20240131 or 2024-01-31");
     }

@@ -23,11 +23,12 @@ struct BarRows
     QString name;
     PriceKind prices = PriceKind::Unknown;
     bool haveTimes = false;
-    QString dayForm;     ///< of the column that has it, for messages: "yyyymmdd"
-    QString timeForm;    ///< likewise
-    int notTraded = 0;   ///< rows of days without trading, which are no bars
-    LineProblem problem; ///< the first one
-    int problems = 0;    ///< rows that have one
+    QString dayForm;      ///< of the column that has it, for messages: "yyyymmdd"
+    QString timeForm;     ///< likewise
+    int notTraded = 0;    ///< rows of days without trading, which are no bars
+    LineProblem problem;  ///< the first one
+    int problems = 0;     ///< rows that have one
+    bool lackDay = false; ///< they are times without a day, and none was given: what follows is not read
 };
 
 /// Reads what follows the header. `day` is that of times without one.

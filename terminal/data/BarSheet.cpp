@@ -3,6 +3,7 @@
 #include "terminal/data/AmountCheck.h"
 #include "terminal/data/BarChecks.h"
 #include "terminal/data/BarRows.h"
+#include "terminal/data/FileNameWords.h"
 #include "terminal/data/TradingHours.h"
 #include "terminal/data/Utf8Text.h"
 
@@ -189,6 +190,23 @@ LineProblem settleByAmounts(const BarRows &rows, std::optional<VolumeUnit> told,
     return told ? LineProblem() : LineProblem{rows.lines.front(), sayUnit()};
 }
 
+QString orExample(const QString &proposed, const char *example)
+{
+    return proposed.isEmpty() ? QLatin1String(example) : proposed;
+}
+
+/// Of a file that does not say the security either, both are asked at once.
+QString sayDay(const QString &path, bool isSecurityKnown)
+{
+    const QString day = orExample(dayInName(path), "20240131");
+    return isSecurityKnown ? text("nothing says which day these times are of: name it with --day, e.g. --day "
+                                  "%1")
+                                 .arg(day)
+                           : text("nothing says which day these times are of, nor which security: name them "
+                                  "with --day and --code, e.g. --day %1 --code %2")
+                                 .arg(day, orExample(codeInName(path), "600519.SH"));
+}
+
 bool isWithoutVolume(const Bars &bars)
 {
     return std::all_of(bars.begin(), bars.end(), [](const Bar &bar) { return bar.volume == 0; });
@@ -322,6 +340,11 @@ Loaded<BarSheet> readBarSheet(const QByteArray &bytes, const QString &path, cons
         return failure(problem);
     }
     BarRows rows = readBarRows(rest, header, hints.day);
+    if (rows.lackDay) {
+        const bool isSecurityKnown =
+            hints.security || header.security || !header.columns.codePlaces().empty();
+        return failure({rows.problem.line, sayDay(path, isSecurityKnown)});
+    }
     if (rows.problem) {
         return failure(rows.problem, rows.problems);
     }

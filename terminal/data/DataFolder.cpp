@@ -108,7 +108,11 @@ bool DataFolder::setBookedActions(const QString &code, const BookedActions &book
 
 std::vector<Trading::TradingDate> DataFolder::minuteDays(const QString &code) const
 {
-    return m_recordedDays.of(code);
+    std::vector<Trading::TradingDate> days = m_recordedDays.of(code);
+    if (m_end) {
+        days.erase(std::lower_bound(days.begin(), days.end(), *m_end), days.end());
+    }
+    return days;
 }
 
 Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period,
@@ -124,7 +128,7 @@ Loaded<ChartData> DataFolder::load(const QString &code, ChartPeriod period,
         return Loaded<ChartData>::failure(sheet.error());
     }
     const Bars &bars = sheet.value().bars;
-    const KnownAdjustment known = adjustmentOf(code, Trading::TradingDate::today());
+    const KnownAdjustment known = adjustmentOf(code, m_end.value_or(Trading::TradingDate::today()));
     if (!known.error.isEmpty() && view == PriceView::Adjusted) {
         return Loaded<ChartData>::failure(known.error);
     }
@@ -163,7 +167,20 @@ Loaded<BarSheet> DataFolder::loadBars(const QString &code, ChartPeriod period,
 
 std::shared_ptr<const Loaded<BarSheet>> DataFolder::dailySheet(const QString &code) const
 {
-    return m_dailySheets->read(dailyFile(code), withMarket(code, m_securities));
+    const DailySheets::Sheet sheet = m_dailySheets->read(dailyFile(code), withMarket(code, m_securities));
+    return m_end && *sheet ? std::make_shared<const Loaded<BarSheet>>(withoutFuture(sheet->value(), code))
+                           : sheet;
+}
+
+Loaded<BarSheet> DataFolder::withoutFuture(const BarSheet &sheet, const QString &code) const
+{
+    BarSheet past = sheet;
+    const auto future = std::find_if(past.bars.begin(), past.bars.end(),
+                                     [this](const Bar &bar) { return dayOf(bar) >= *m_end; });
+    past.bars.erase(future, past.bars.end());
+    return past.bars.empty() ? Loaded<BarSheet>::failure(
+                                   text("%1: there are no bars before %2").arg(code, m_end->dashedText()))
+                             : Loaded<BarSheet>(past);
 }
 
 QString DataFolder::dailyFile(const QString &code) const
@@ -261,7 +278,7 @@ Loaded<BarSheet> DataFolder::loadMinutes(const QString &code, std::optional<Trad
     if (!day && !days.empty()) {
         day = days.back();
     }
-    if (!day) {
+    if (!day || (m_end && *day >= *m_end)) {
         return Loaded<BarSheet>::failure(text("%1: there are no minute bars of %2").arg(m_dir.path(), code));
     }
     const auto minutes =

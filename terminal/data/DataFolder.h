@@ -78,6 +78,9 @@ public:
     /// Takes over what statements told another folder.
     void keepBookedActions(const DataFolder &other) { m_booked = other.m_booked; }
 
+    /// Has the folder tell nothing of `day` and later ones from now on, as if they had not come yet.
+    void endBefore(Trading::TradingDate day) { m_end = day; }
+
     /// The recorded days of `code`, oldest first.
     std::vector<Trading::TradingDate> minuteDays(const QString &code) const;
 
@@ -102,6 +105,7 @@ private:
     QString minuteFile(const QString &code, Trading::TradingDate day) const;
     QString dailyFile(const QString &code) const;
     Bars dailyBars(const QString &code) const;
+    Loaded<BarSheet> withoutFuture(const BarSheet &sheet, const QString &code) const;
     Bars lastRecordedDayBefore(const QString &code, Trading::TradingDate day) const;
     std::optional<Bar> lastBarBefore(const QString &code, const Bars &daily, Trading::TradingDate day) const;
     std::optional<double> closeBefore(const QString &code, Trading::TradingDate day,
@@ -122,6 +126,7 @@ private:
     QHash<QString, BookedActions> m_booked; ///< by code
     mutable RecordedDays m_recordedDays;    ///< what was listed of the folder last
     std::shared_ptr<DailySheets> m_dailySheets;
+    std::optional<Trading::TradingDate> m_end; ///< the first day that nothing is told of
 };
 
 } // namespace Terminal

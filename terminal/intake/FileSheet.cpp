@@ -144,7 +144,7 @@ void FileSheet::addKind(const IntakeFile &file, bool isOpen)
     kind->addItem(tr("Leave out"));
     const bool isLeftOut = file.state == IntakeFile::State::LeftOut;
     const int known = file.kind == FileKind::Statement ? 0 : 1;
-    if (file.report.isUnknown && !isLeftOut) {
+    if (file.report.isUnknown && !file.isKindSaid && !isLeftOut) {
         kind->insertItem(0, tr("What is this file?"));
         kind->setCurrentIndex(0);
     } else {
@@ -194,6 +194,7 @@ QWidget *FileSheet::fieldOf(const IntakeQuestion &question, const IntakeFile &fi
 {
     switch (question.form) {
     case IntakeQuestion::Form::Word:
+    case IntakeQuestion::Form::Named:
         return wordField(question, file);
     case IntakeQuestion::Form::Choice:
         return choiceField(question, file);
@@ -205,15 +206,14 @@ QWidget *FileSheet::fieldOf(const IntakeQuestion &question, const IntakeFile &fi
     return nullptr;
 }
 
-/// A code is proposed as the file's name has it; it counts when the user says so.
+/// What the file's name has is proposed; it counts when the user says so.
 QWidget *FileSheet::wordField(const IntakeQuestion &question, const IntakeFile &file)
 {
     auto *const field = new QWidget;
     auto *const row = new QHBoxLayout(field);
     row->setContentsMargins(0, 0, 0, 0);
     const QString given = file.answers.value(question.name);
-    const bool isCode = question.name == QLatin1String("code");
-    auto *const word = new QLineEdit(given.isEmpty() && isCode ? codeInName(file.path) : given);
+    auto *const word = new QLineEdit(given.isEmpty() ? answerInName(question.name, file.path) : given);
     word->setObjectName(QStringLiteral("answer-") + question.name);
     word->setPlaceholderText(question.hint);
     word->setAccessibleName(question.label);
@@ -226,10 +226,10 @@ QWidget *FileSheet::wordField(const IntakeQuestion &question, const IntakeFile &
     row->addWidget(word, 1);
     row->addWidget(use);
     field->setFocusProxy(word);
-    if (isCode) {
+    if (question.form == IntakeQuestion::Form::Named) {
         auto *const all = new QPushButton(tr("All from file names"));
-        all->setObjectName(QStringLiteral("allFromNames"));
-        all->setToolTip(tr("Each file that asks takes the code in its own name."));
+        all->setObjectName(QStringLiteral("allFromNames-") + question.name);
+        all->setToolTip(tr("Each file that asks takes what its own name says."));
         all->setAutoDefault(false);
         connect(all, &QPushButton::clicked, this,
                 [this, name = question.name] { Q_EMIT answeredForAll(name, QString()); });

@@ -183,7 +183,9 @@ void Intake::lookNext()
 void Intake::setKind(int file, FileKind kind)
 {
     IntakeFile &asked = m_files[static_cast<std::size_t>(file)];
+    asked.isKindSaid = true;
     if (asked.kind == kind && asked.state != State::LeftOut) {
+        Q_EMIT changed();
         return;
     }
     asked.kind = kind;

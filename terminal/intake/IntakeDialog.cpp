@@ -91,6 +91,8 @@ void IntakeDialog::setUp()
     m_summary->setObjectName(QStringLiteral("intakeSummary"));
     m_import->setObjectName(QStringLiteral("importFiles"));
     m_undo->setObjectName(QStringLiteral("undoImport"));
+    m_undo->setAutoDefault(false);
+    m_close->setObjectName(QStringLiteral("closeIntake"));
     m_import->setDefault(true);
     m_import->setProperty("main", true);
     m_more->setAutoDefault(false);
@@ -112,6 +114,8 @@ void IntakeDialog::setUp()
 
 void IntakeDialog::wire()
 {
+    m_pause.setSingleShot(true);
+    connect(&m_pause, &QTimer::timeout, this, &IntakeDialog::endPause);
     connect(&m_intake, &Intake::changed, this, &IntakeDialog::takeChange);
     connect(&m_intake, &Intake::progressed, this, &IntakeDialog::showProgress);
     connect(&m_intake, &Intake::written, this, &IntakeDialog::written);
@@ -132,7 +136,8 @@ void IntakeDialog::wire()
     connect(m_sheet, &FileSheet::answeredForAll, this,
             [this](const QString &question, const QString &answer) {
                 m_intake.answerAll(question, [&](const IntakeFile &file) {
-                    return question == QLatin1String("code") ? codeInName(file.path) : answer;
+                    const QString named = answerInName(question, file.path);
+                    return answer.isEmpty() ? named : answer;
                 });
             });
 }
@@ -142,9 +147,28 @@ int IntakeDialog::chosen() const
     return std::max(0, m_list->currentRow());
 }
 
+void IntakeDialog::pauseAtNewStage()
+{
+    const Intake::Stage stage = m_intake.stage();
+    const bool waitsForUser = stage == Intake::Stage::Asking || stage == Intake::Stage::Done;
+    if (stage != m_shownStage && waitsForUser) {
+        m_pause.start(QApplication::doubleClickInterval());
+    }
+    m_shownStage = stage;
+}
+
+void IntakeDialog::endPause()
+{
+    showAll();
+    if (m_intake.stage() == Intake::Stage::Done) {
+        m_close->setFocus(); // the button that had it is gone
+    }
+}
+
 /// A file that needs the user comes before his eyes, unless he has chosen another one.
 void IntakeDialog::takeChange()
 {
+    pauseAtNewStage();
     const auto &files = m_intake.files();
     if (m_intake.stage() == Intake::Stage::Asking && !m_hasChosen) {
         const auto needy = std::find_if(files.begin(), files.end(),
@@ -196,7 +220,7 @@ void IntakeDialog::showSheet()
         return;
     }
     m_sheet->showFile(m_intake.files()[static_cast<std::size_t>(chosen())],
-                      m_intake.stage() == Intake::Stage::Asking, m_look.hidesAmounts);
+                      m_intake.stage() == Intake::Stage::Asking && !m_pause.isActive(), m_look.hidesAmounts);
 }
 
 void IntakeDialog::showButtons()
@@ -206,9 +230,10 @@ void IntakeDialog::showButtons()
     const bool isAsking = stage == Intake::Stage::Asking;
     m_more->setVisible(isAsking);
     m_import->setVisible(!isDone);
-    m_import->setEnabled(m_intake.mayImport());
+    m_import->setEnabled(m_intake.mayImport() && !m_pause.isActive());
     m_undo->setVisible(isDone && m_intake.mayUndo());
-    m_close->setEnabled(stage != Intake::Stage::Undoing);
+    m_undo->setEnabled(!m_pause.isActive());
+    m_close->setEnabled(stage != Intake::Stage::Undoing && !m_pause.isActive());
     m_close->setText(!isDone ? tr("Cancel") : hasChanged() ? tr("Show the chart") : tr("Close"));
     m_close->setDefault(isDone);
     setStyleProperty(m_close, "main", isDone ? QStringLiteral("true") : QString());

@@ -4,6 +4,7 @@
 #include "terminal/intake/IntakeStyle.h"
 
 #include <QDialog>
+#include <QTimer>
 
 class QLabel;
 class QListWidget;
@@ -17,6 +18,9 @@ class FileSheet;
 
 /// Shows an intake: what each file was recognised as, what would come of it, the questions that are open; it
 /// imports when the user says so, shows how far it is and what became of it, and takes it back.
+///
+/// When a stage begins that waits for the user, its buttons and fields take nothing for the time of a double
+/// click: the second one was meant for what stood there before.
 ///
 /// Fits on a screen of 800x500; what is longer scrolls. More files may be dropped on it.
 class IntakeDialog : public QDialog
@@ -58,10 +62,14 @@ private:
     int chosen() const;
     void chooseFiles();
     void takeChange();
+    void pauseAtNewStage();
+    void endPause();
 
     Intake m_intake;
     const IntakeLook m_look;
     bool m_hasChosen = false; ///< the user has chosen a file of the list
+    Intake::Stage m_shownStage = Intake::Stage::Asking;
+    QTimer m_pause; ///< in which buttons that have just come take no click
     QLabel *m_places;
     QListWidget *m_list;
     FileSheet *m_sheet;

@@ -32,6 +32,7 @@ struct IntakeFile
 
     QString path;
     FileKind kind = FileKind::Statement;
+    bool isKindSaid = false;         ///< by the user, and not by the contents
     QHash<QString, QString> answers; ///< by the names of the questions
     State state = State::Waiting;
     FileReport report;

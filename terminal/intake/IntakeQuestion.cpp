@@ -1,10 +1,8 @@
 #include "terminal/intake/IntakeQuestion.h"
 
-#include "terminal/data/SecurityCode.h"
-#include "trading/CodeRanges.h"
+#include "terminal/data/FileNameWords.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QRegularExpression>
 
 namespace Terminal {
@@ -27,14 +25,14 @@ std::vector<IntakeQuestion> intakeQuestions()
 {
     using Form = IntakeQuestion::Form;
     return {
-        {FileKind::BarTable, named("code"), Form::Word, text("Security"), text("e.g. 600519.SH"), {}},
+        {FileKind::BarTable, named("code"), Form::Named, text("Security"), text("e.g. 600519.SH"), {}},
         {FileKind::BarTable,
          named("volume"),
          Form::Choice,
          text("Unit of the volume"),
          {},
          {{named("shares"), text("shares")}, {named("lots"), text("lots: 100 shares, or ten bonds")}}},
-        {FileKind::BarTable, named("day"), Form::Word, text("Day"), text("yyyymmdd"), {}},
+        {FileKind::BarTable, named("day"), Form::Named, text("Day"), text("yyyymmdd"), {}},
         {FileKind::BarTable,
          named("replace"),
          Form::Switch,
@@ -75,10 +73,10 @@ QString inWordsOfTheWindow(const QString &reason, FileKind kind)
     QString said = reason;
     for (const IntakeQuestion &question : intakeQuestions()) {
         if (question.kind == kind) {
-            if (question.name == QLatin1String("code")) { // what to write there needs no name before it
-                said.replace(QRegularExpression(QStringLiteral("--code ([0-9]{6}\\.[A-Z]{2})")),
-                             QStringLiteral("\\1"));
-            }
+            // What to write there needs no name before it.
+            said.replace(QRegularExpression(
+                             QStringLiteral("--%1 ([0-9]{6}\\.[A-Z]{2}|[0-9]{8})\\b").arg(question.name)),
+                         QStringLiteral("\\1"));
             said.replace(QRegularExpression(QStringLiteral("--%1\\b").arg(question.name)),
                          text("\"%1\"").arg(question.label));
         }
@@ -90,24 +88,12 @@ QString inWordsOfTheWindow(const QString &reason, FileKind kind)
     return said;
 }
 
-QString codeInName(const QString &path)
+QString answerInName(const QString &question, const QString &path)
 {
-    static const QRegularExpression code(
-        QStringLiteral(
-            "(?<![0-9])(?:(sh|sz)[._]?)?([0-9]{6})(?![0-9])(?:[._](sh|sz|ss|xshg|xshe)(?![a-z]))?"),
-        QRegularExpression::CaseInsensitiveOption);
-    const auto match = code.match(QFileInfo(path).fileName());
-    if (!match.hasMatch()) {
-        return {};
+    if (question == QLatin1String("code")) {
+        return codeInName(path);
     }
-    const QString digits = match.captured(2);
-    const QString market = (match.captured(1) + match.captured(3)).toLower();
-    const auto usual = Trading::CodeRanges::of(digits);
-    const auto named = SecurityCode::of(digits + QLatin1Char('.') + market);
-    const auto found = !market.isEmpty() ? named
-                       : usual           ? std::optional(SecurityCode{digits, usual->market})
-                                         : std::nullopt;
-    return found && Trading::isOnCharts(*found->market) ? found->text() : QString();
+    return question == QLatin1String("day") ? dayInName(path) : QString();
 }
 
 } // namespace Terminal

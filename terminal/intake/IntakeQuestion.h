@@ -14,6 +14,7 @@ struct IntakeQuestion
 {
     enum class Form {
         Word,    ///< a line of text
+        Named,   ///< likewise; the name of the file may tell it
         Choice,  ///< one of `choices`, or of the report's accounts
         Switch,  ///< yes or no
         Profile, ///< a text of many lines, which begins as the report's profile
@@ -34,7 +35,7 @@ std::vector<IntakeQuestion> intakeQuestions();
 /// their places.
 QString inWordsOfTheWindow(const QString &reason, FileKind kind);
 
-/// The code that a file's name begins with or has inside, "600519.SH", as a proposal; empty without one.
-QString codeInName(const QString &path);
+/// What the name of the file answers, as a proposal; empty where it does not.
+QString answerInName(const QString &question, const QString &path);
 
 } // namespace Terminal

@@ -27,6 +27,21 @@ void ChartSource::setFolder(const DataFolder &folder)
     DataFolder next = folder;
     next.keepBookedActions(m_folder);
     m_folder = next;
+    if (m_practised) {
+        m_folder.endBefore(*m_practised);
+    }
+}
+
+void ChartSource::practise(Trading::TradingDate day)
+{
+    m_practised = day;
+    m_folder.endBefore(day);
+}
+
+/// That charts of days and longer can have.
+Trading::TradingDate ChartSource::lastDay() const
+{
+    return m_practised.value_or(m_today->date());
 }
 
 /// Null unless there are bars.
@@ -88,7 +103,7 @@ Loaded<ChartData> ChartSource::loadDays(const QString &code, ChartPeriod period,
     if (!days) {
         return days;
     }
-    const Trading::TradingDate today = m_today->date();
+    const Trading::TradingDate today = lastDay();
     ChartData chart = days.value();
     chart.period = period;
     chart.today = takeSpanOfToday(&chart.bars, period, today);
@@ -110,14 +125,14 @@ void ChartSource::endWithToday(ChartData *chart) const
 
 bool ChartSource::isOfAnEarlierDay(const ChartData &shown) const
 {
-    return shown.period != ChartPeriod::Minute && shown.today.day && *shown.today.day < m_today->date();
+    return shown.period != ChartPeriod::Minute && shown.today.day && *shown.today.day < lastDay();
 }
 
 /// Whether the files tell of all days that are shown; the last of these may have come by quotes alone.
 bool ChartSource::knowsDaysOf(const ChartData &loaded, const ChartData &shown) const
 {
     const auto bar = std::find_if(loaded.bars.rbegin(), loaded.bars.rend(), [this](const Bar &candidate) {
-        return candidate.date < m_today->date().number();
+        return candidate.date < lastDay().number();
     });
     const int lastOfBars = bar == loaded.bars.rend() ? 0 : bar->date;
     const int lastOfSpan = loaded.today.before ? loaded.today.before->date : 0;
@@ -133,8 +148,8 @@ ChartData ChartSource::turned(const ChartData &shown) const
     }
     ChartData chart = shown;
     chart.today = {};
-    chart.today.day = m_today->date();
-    if (isOfSameSpan(shown.bars.back(), Bar{m_today->date().number()}, shown.period)) {
+    chart.today.day = lastDay();
+    if (isOfSameSpan(shown.bars.back(), Bar{lastDay().number()}, shown.period)) {
         chart.today.before = shown.bars.back();
     }
     endWithToday(&chart);
@@ -146,9 +161,13 @@ std::optional<Bar> ChartSource::barOfToday(const ChartData &shown) const
     if (isOfAnEarlierDay(shown)) {
         return std::nullopt;
     }
-    const MinuteBook *const minutes =
-        m_today->isReplayed(shown.security.id()) ? nullptr : todayOf(shown.security.code);
-    return spanBar(minutes, shown.today, shown.shownPrice(1, m_today->date()));
+    const bool isKnown = m_today->isReplayed(shown.security.id()) == m_practised.has_value();
+    const MinuteBook *const minutes = isKnown ? todayOf(shown.security.code) : nullptr;
+    std::optional<Bar> bar = spanBar(minutes, shown.today, shown.shownPrice(1, lastDay()));
+    if (bar && minutes != nullptr) {
+        bar->date = lastDay().number(); // minutes of a replay are dated today
+    }
+    return bar;
 }
 
 std::optional<double> ChartSource::closeBefore(const QString &code, Trading::TradingDate day) const

@@ -11,7 +11,8 @@ class MinuteBook;
 class Today;
 
 /// The bars that charts can show: those of a data folder and, put together with them, those of today. A
-/// replay is on its minute chart only: a day long past does not belong after the days of a longer chart.
+/// replay is on its minute chart only, for a day long past does not belong after the days of a longer chart,
+/// unless the account practises it: then nothing after it is known.
 class ChartSource
 {
 public:
@@ -20,6 +21,10 @@ public:
 
     /// The folder has other files now. What statements told of its securities stays known.
     void setFolder(const DataFolder &folder);
+
+    /// The account practises `day`: whatever the folder has of it and of later days is not known yet. Charts
+    /// of days and longer end with it, as far as its replay has come.
+    void practise(Trading::TradingDate day);
 
     /// See DataFolder::setBookedActions().
     bool setBookedActions(const QString &code, const BookedActions &booked)
@@ -71,11 +76,13 @@ private:
     ChartData minutesOfToday(const Security &security) const;
     void endWithToday(ChartData *chart) const;
     bool knowsDaysOf(const ChartData &loaded, const ChartData &shown) const;
+    Trading::TradingDate lastDay() const;
     const MinuteBook *todayOf(const QString &code) const;
     bool isToday(const QString &code, std::optional<Trading::TradingDate> day) const;
 
     DataFolder m_folder;
     Today *m_today;
+    std::optional<Trading::TradingDate> m_practised;
 };
 
 } // namespace Terminal

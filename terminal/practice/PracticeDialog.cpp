@@ -84,9 +84,9 @@ PracticeDialog::PracticeDialog(PracticeSessions sessions, PracticeOffer offer, Q
 QGroupBox *PracticeDialog::makeForm()
 {
     const QString day = m_offer.day ? m_offer.day->dashedText() : QString();
-    auto *const group =
-        new QGroupBox(m_offer.day ? tr("Practise %1 %2 on %3").arg(m_offer.securityName, m_offer.code, day)
-                                  : tr("To practise a day, show its chart of minutes"));
+    auto *const group = new QGroupBox(
+        m_offer.day ? tr("Practise %1 %2 on %3").arg(m_offer.securityName, m_offer.code, day)
+                    : tr("To practise a recorded day, show its chart of minutes: of a day before today"));
     m_name->setObjectName(QStringLiteral("practiceName"));
     m_name->setMaxLength(longestName);
     m_name->setText(m_sessions.freeName(QStringLiteral("%1 %2").arg(m_offer.code, day)));

@@ -26,9 +26,10 @@ struct PracticeOffer
     QString dataFolder;
     QString code;
     QString securityName;
-    std::optional<Trading::TradingDate> day; ///< nothing: no chart of minutes is shown, and none can be begun
-    QString ledger;                          ///< whose account can be copied; empty: none
-    double price = 0;                        ///< proposed as the cost of shares that are held, yuan
+    std::optional<Trading::TradingDate>
+        day;          ///< nothing: no recorded minutes are shown, and none can be begun
+    QString ledger;   ///< whose account can be copied; empty: none
+    double price = 0; ///< proposed as the cost of shares that are held, yuan
     QString moduleProgram;
     QString language;
 };

@@ -143,12 +143,44 @@ QString TradingSession::openReplay(const ChartData &day)
             m_replay.playTo(*reached);
         }
         m_openedAt = m_replay.completed();
+        hideFuture();
         return {};
     }
     if (wasClosed) {
         m_replayLock.release();
     }
     return tr("Only a chart of minutes can be replayed.");
+}
+
+/// Nobody who practises a day knows how it ends, nor what came after it.
+void TradingSession::hideFuture()
+{
+    if (m_plan.practised) {
+        m_source.practise(m_plan.practised->day);
+        m_prices.forgetCloses();
+    }
+}
+
+QString TradingSession::endReplay()
+{
+    if (m_plan.practised && m_replay.state() != Replay::State::Closed) {
+        m_replay.pause();
+        return tr(
+            "A practice is its replay: it stands still now, and Space plays on. Closing the window ends it.");
+    }
+    m_replay.close();
+    return {};
+}
+
+QString TradingSession::standstill() const
+{
+    const Replay::State state = m_replay.state();
+    if (!m_plan.practised || state == Replay::State::Playing) {
+        return {};
+    }
+    return state == Replay::State::Paused
+               ? tr("The practised day stands still: the order waits until it is played on.")
+               : tr("The practised day is over: nothing is dealt any more.");
 }
 
 QString TradingSession::restartReplay()

@@ -86,6 +86,13 @@ public:
     /// one that is practised, or another program replays one on this account; then nothing changes.
     QString openReplay(const ChartData &day);
 
+    /// Ends the replay. Returns why not, for the user: a practice has no other day to show, so it only
+    /// pauses.
+    QString endReplay();
+
+    /// What becomes of an order that is placed now, where the practised day stands still; else empty.
+    QString standstill() const;
+
     /// Begins the replayed day again. Returns why not, for the user: a market does not go back under an order
     /// that was placed in it.
     QString restartReplay();
@@ -97,6 +104,9 @@ public:
 
     /// The day that the account practises, if it does.
     const std::optional<PractisedDay> &practised() const { return m_plan.practised; }
+
+    /// How far the practised day was played; nothing before its first minute.
+    std::optional<Trading::ClockTime> reached() const { return m_reached; }
 
     /// The day whose rules of the market orders must keep to: the practised one, else today.
     Trading::TradingDate dayOfRules() const
@@ -152,6 +162,7 @@ private:
     void playOn();
     void passMidnight();
     void noteProgress();
+    void hideFuture();
     QString whyNotBegunAgain() const;
     bool goesOn() const { return m_plan.practised && m_plan.practised->reached; }
     bool hasBegun() const;

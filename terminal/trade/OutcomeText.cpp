@@ -187,12 +187,16 @@ OrderQuestion::Words OutcomeText::cancelQuestion(const OrderRecords &orders)
         tr("Cancel all %1").arg(count), tr("Keep them")};
 }
 
-OrderQuestion::Words OutcomeText::leaveQuestion(const OrderRecords &working)
+OrderQuestion::Words OutcomeText::leaveQuestion(const OrderRecords &working, bool standsStill)
 {
     const QString count = QString::number(working.size());
+    const QString after =
+        standsStill
+            ? tr("They are not cancelled; they wait, as the day does, until the practice is continued.")
+            : tr("They are not cancelled; nothing here tells you when they are dealt.");
     return {tr("Orders are waiting"),
             (QStringList(tr("Leave while %1 orders may still be dealt?").arg(count)) + lineOfEach(working) +
-             QStringList(tr("They are not cancelled; nothing here tells you when they are dealt.")))
+             QStringList(after))
                 .join(QLatin1Char('\n')),
             tr("Leave"), tr("Stay")};
 }

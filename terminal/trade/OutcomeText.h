@@ -31,8 +31,8 @@ public:
     static QString cancelQuestion(const OrderRecord &order);
     /// Before several are cancelled.
     static OrderQuestion::Words cancelQuestion(const OrderRecords &orders);
-    /// Before the window is left while these orders wait.
-    static OrderQuestion::Words leaveQuestion(const OrderRecords &working);
+    /// Before the window is left while these orders wait; `standsStill`: their market goes with the window.
+    static OrderQuestion::Words leaveQuestion(const OrderRecords &working, bool standsStill);
     static OrderQuestion::Words replaceQuestion(const PriceChange &change);
 
 private:

@@ -309,7 +309,11 @@ void TradeDocks::tellPlaced(const OrderRequest &order, const DeskOutcome &outcom
         m_ticket->endSending();
     }
     const bool isPlaced = outcome.kind == DeskOutcome::Kind::Accepted;
-    const QString text = OutcomeText::placed(order, outcome, m_hidesAmounts);
+    QString text = OutcomeText::placed(order, outcome, m_hidesAmounts);
+    if (const QString standstill = isPlaced && m_standstill ? m_standstill() : QString();
+        !standstill.isEmpty()) {
+        text += QLatin1Char('\n') + standstill;
+    }
     m_ticket->results()->tell(order.clientNumber, text,
                               isPlaced ? OrderResults::Tone::Good : OrderResults::Tone::Bad);
     m_prompts->show(text);
@@ -349,7 +353,9 @@ void TradeDocks::close(const Position &position)
 bool TradeDocks::mayLeave()
 {
     const OrderRecords working = m_desk.workingOrders().value_or(OrderRecords());
-    return working.empty() || OrderQuestion(OutcomeText::leaveQuestion(working), m_window).isConfirmed();
+    return working.empty() ||
+           OrderQuestion(OutcomeText::leaveQuestion(working, m_standstill != nullptr), m_window)
+               .isConfirmed();
 }
 
 /// Beside the results of orders, where one does not take the place of the other.

@@ -64,6 +64,9 @@ public:
     void setReadOnly(bool isReadOnly);
     /// The trading module that is there serves another account than the window's: no order is for it.
     void setOtherAccount(bool isOther);
+    /// The account practises a day, which stands still when its window is left. `standstill` tells what
+    /// becomes of an order when the day stands still now; else nothing.
+    void setPractice(std::function<QString()> standstill) { m_standstill = std::move(standstill); }
     /// Other prices are known now.
     void showPrices();
 
@@ -118,6 +121,7 @@ private:
     QString m_account;
     DraftFacts m_facts;
     bool m_hidesAmounts = false;
+    std::function<QString()> m_standstill; ///< of a practice alone
     OrderDesk &m_desk;
     ChartOrders m_chartOrders;
     DealWatch m_deals;

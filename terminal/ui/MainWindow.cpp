@@ -23,6 +23,7 @@
 #include "terminal/ui/ToolBarRows.h"
 #include "terminal/ui/ViewMenu.h"
 #include "terminal/watch/WatchDock.h"
+#include "trading/MarketRules.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -72,10 +73,10 @@ WatchDock::Facts watchFactsOf(TradingSession *session)
 
 TradeDocks::Prices pricesOf(TradingSession *session)
 {
-    const auto closeBeforeToday = [session](const ChartData &shown) {
-        return session->source().closeBefore(shown.security.code, Trading::TradingDate::today());
+    const auto closeBefore = [session](const ChartData &shown) {
+        return session->source().closeBefore(shown.security.code, session->dayOfRules());
     };
-    return {closeBeforeToday, [session](const Security &security) { return session->prices()->of(security); },
+    return {closeBefore, [session](const Security &security) { return session->prices()->of(security); },
             [session] { return session->dayOfRules(); }};
 }
 
@@ -118,6 +119,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     setUpReplay();
     setUpStates();
     wireSession();
+    setUpPractice();
     m_trade->setAmountsHidden(options.hidesAmounts);
     m_trades->setAmountsHidden(options.hidesAmounts);
     m_trades->layerAction()->setChecked(options.showsTrades);
@@ -255,6 +257,14 @@ void MainWindow::setUpReplay()
             m_prompts.show(problem);
         }
     });
+}
+
+void MainWindow::setUpPractice()
+{
+    if (m_session->practised()) {
+        m_trade->setPractice([this] { return m_session->standstill(); });
+        connect(m_session->replay(), &Replay::advanced, this, &MainWindow::showHours);
+    }
 }
 
 void MainWindow::showPractisedTrades()
@@ -434,9 +444,6 @@ bool MainWindow::load(const QString &code, ChartPeriod period, std::optional<Tra
     }
     m_session->prices()->readAnew(code);
     m_chart->setData(loaded.value());
-    if (const auto &practised = m_session->practised(); practised && period != ChartPeriod::Minute) {
-        showDay(m_chart, practised->day); // what comes after it is none of the practice
-    }
     m_live->setFollowing(!day);
     showChoices();
     showTitle();
@@ -574,7 +581,10 @@ QString MainWindow::setReplaying(bool on)
     const ChartData shown = m_chart->data();
     const bool showedReplay = m_live->showsReplay();
     if (!on) {
-        m_session->replay()->close();
+        const QString problem = m_session->endReplay();
+        if (!problem.isEmpty()) {
+            return problem;
+        }
     } else {
         const QString problem = m_session->openReplay(shown);
         if (!problem.isEmpty()) {
@@ -660,9 +670,22 @@ QString withMethod(const QString &text, const OverlayState &state, const DrawnOv
 
 } // namespace
 
+/// Those of a practice go by the minute that was played last, not by the clock.
+void MainWindow::showPractisedHours()
+{
+    const Trading::TradingDate day = m_session->practised()->day;
+    const auto time = m_session->reached().value_or(Trading::ClockTime::ofMinute(0).value());
+    const QString state = MarketHours::text(Trading::MarketRules::stateOnTradingDay(day, time));
+    m_strip->showHours(tr("Practised day: %1").arg(state), m_hours.hoursOn(day));
+}
+
 void MainWindow::showHours()
 {
-    QStringList details{m_hours.hoursOfToday()};
+    if (m_session->practised()) {
+        showPractisedHours();
+        return;
+    }
+    QStringList details{m_hours.hoursOn(Trading::TradingDate::today())};
     if (!m_hours.knowsHolidays()) {
         details.append(tr("The holidays of this year are not known: it may be one."));
     }

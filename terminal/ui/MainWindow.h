@@ -133,6 +133,7 @@ private:
     void setUpView();
     void setUpWatch();
     void setUpReplay();
+    void setUpPractice();
     void setUpStates();
     void wireSession();
     void loadOrTell(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day);
@@ -154,6 +155,7 @@ private:
     void takeShownChart();
     void showStates();
     void showHours();
+    void showPractisedHours();
     void showState(const OverlayKind &kind, const QString &hindrance);
     void tellWrong(const QStringList &faults);
     void tellUnknown(const OverlayKind &kind);

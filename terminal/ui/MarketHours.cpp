@@ -118,9 +118,9 @@ QString MarketHours::hoursOf(Trading::TradingDate day, const Trading::TradingCal
     return lines.join(QLatin1Char('\n'));
 }
 
-QString MarketHours::hoursOfToday() const
+QString MarketHours::hoursOn(Trading::TradingDate day) const
 {
-    return hoursOf(Trading::TradingDate::today(), m_calendar);
+    return hoursOf(day, m_calendar);
 }
 
 } // namespace Terminal

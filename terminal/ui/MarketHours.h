@@ -36,7 +36,8 @@ public:
     static QString text(Trading::DayState state);
     /// The parts of `day` with their times, a line for each; none when it is no trading day.
     static QString hoursOf(Trading::TradingDate day, const Trading::TradingCalendar &calendar);
-    QString hoursOfToday() const;
+    /// By the calendar of the user.
+    QString hoursOn(Trading::TradingDate day) const;
 
 Q_SIGNALS:
     void changed();

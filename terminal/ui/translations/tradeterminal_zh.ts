@@ -223,6 +223,14 @@
         <translation>没有交易时段内的K线</translation>
     </message>
     <message>
+        <source>nothing says which day these times are of: name it with --day, e.g. --day %1</source>
+        <translation>只有时间，没有写明是哪一天：请用 --day 指明，如 --day %1</translation>
+    </message>
+    <message>
+        <source>nothing says which day these times are of, nor which security: name them with --day and --code, e.g. --day %1 --code %2</source>
+        <translation>只有时间，没有写明是哪一天、哪只证券：请用 --day 和 --code 指明，如 --day %1 --code %2</translation>
+    </message>
+    <message>
         <source>nothing says whether the volume is in shares or in lots: import the file with --volume shares or --volume lots</source>
         <translation>无法判断成交量的单位是股还是手：请用 --volume shares 或 --volume lots 导入该文件</translation>
     </message>
@@ -562,6 +570,10 @@
         <source>%1: its prices are adjusted already, so they are shown as they are</source>
         <translation>%1：其中的价格已经复权，因此原样显示</translation>
     </message>
+    <message>
+        <source>%1: there are no bars before %2</source>
+        <translation>%1 在 %2 之前没有行情</translation>
+    </message>
 </context>
 <context>
     <name>LedgerFills</name>
@@ -775,6 +787,10 @@
     <message>
         <source>The holidays of this year are not known: it may be one.</source>
         <translation>今年的节假日未知：今天也可能休市。</translation>
+    </message>
+    <message>
+        <source>Practised day: %1</source>
+        <translation>练习日：%1</translation>
     </message>
 </context>
 <context>
@@ -1367,14 +1383,6 @@
         <translation>……另有 %1 笔</translation>
     </message>
     <message>
-        <source>%1 of %2</source>
-        <translation>%1/%2</translation>
-    </message>
-    <message>
-        <source>%1 %2 %3, average %4, order %5</source>
-        <translation>%1 %2 %3 股，均价 %4，委托 %5</translation>
-    </message>
-    <message>
         <source>%1, order %2</source>
         <translation>%1，委托 %2</translation>
     </message>
@@ -1478,6 +1486,18 @@
         <source>Leave it as it is</source>
         <translation>保持不变</translation>
     </message>
+    <message>
+        <source>They are not cancelled; they wait, as the day does, until the practice is continued.</source>
+        <translation>委托不会撤销；练习日停住，委托等待，直到继续练习。</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1/%2</translation>
+    </message>
+    <message>
+        <source>%1 %2 %3, average %4, order %5</source>
+        <translation>%1 %2 %3 股，均价 %4，委托 %5</translation>
+    </message>
 </context>
 <context>
     <name>Replay</name>
@@ -1522,6 +1542,18 @@
     <message>
         <source>this account does not practise the replayed day: end the replay first</source>
         <translation>此账户并不练习所回放的日子：请先结束回放</translation>
+    </message>
+    <message>
+        <source>A practice is its replay: it stands still now, and Space plays on. Closing the window ends it.</source>
+        <translation>练习就是这一天的回放：现在已停住，按空格键继续；要结束练习，请关闭窗口。</translation>
+    </message>
+    <message>
+        <source>The practised day stands still: the order waits until it is played on.</source>
+        <translation>练习日停住了：委托等待，继续播放后才会成交。</translation>
+    </message>
+    <message>
+        <source>The practised day is over: nothing is dealt any more.</source>
+        <translation>练习日已经结束：不会再有成交。</translation>
     </message>
 </context>
 <context>
@@ -2308,8 +2340,8 @@
         <translation>全部按文件名</translation>
     </message>
     <message>
-        <source>Each file that asks takes the code in its own name.</source>
-        <translation>凡未写明证券的文件，都按各自文件名中的代码。</translation>
+        <source>Each file that asks takes what its own name says.</source>
+        <translation>凡缺少此项的文件，都按各自文件名所写。</translation>
     </message>
     <message>
         <source>Please choose</source>
@@ -3589,10 +3621,6 @@ The guides are in the folder docs of the program's documentation.</source>
         <translation>练习 %1 %2，%3</translation>
     </message>
     <message>
-        <source>To practise a day, show its chart of minutes</source>
-        <translation>要练习某一天，请先打开那天的分时图</translation>
-    </message>
-    <message>
         <source>Name</source>
         <translation>名称</translation>
     </message>
@@ -3643,6 +3671,10 @@ The guides are in the folder docs of the program's documentation.</source>
     <message>
         <source>Keep</source>
         <translation>保留</translation>
+    </message>
+    <message>
+        <source>To practise a recorded day, show its chart of minutes: of a day before today</source>
+        <translation>要练习录制的某一天，请先打开那天（今天以前）的分时图</translation>
     </message>
 </context>
 <context>

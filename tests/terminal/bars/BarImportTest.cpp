@@ -51,6 +51,24 @@ TEST_F(BarImportIntoAFolder, MakesAFolderThatTheTerminalOpens)
     EXPECT_EQ(opened.value().securities().front().market, Market::Shenzhen);
 }
 
+TEST_F(BarImportIntoAFolder, AsksForTheDayOfMinutesAndProposesWhatTheNameSays)
+{
+    BarImport import(target());
+    BarImportOptions options;
+    const QByteArray minutes = "time,open,high,low,close,volume\n930,9,9,9,9,1\n931,9,9,9,9,1\n";
+    const QString named = write(QStringLiteral("000001_20240131.csv"), minutes);
+    const std::string reason = refusal(&import, named).toStdString();
+    EXPECT_THAT(reason, HasSubstr("--day 20240131 --code 000001.SZ"));
+    EXPECT_THAT(reason, ::testing::Not(HasSubstr("more lines"))) << "one reason, however many lines";
+    options.hints.security = SecurityCode::of(QStringLiteral("000001.SZ"));
+    EXPECT_THAT(refusal(&import, named, options).toStdString(),
+                AllOf(HasSubstr("--day 20240131"), ::testing::Not(HasSubstr("--code"))));
+    options.hints.day = Trading::TradingDate::of(2024, 1, 31);
+    const auto plan = import.plan(named, options);
+    ASSERT_TRUE(plan) << qPrintable(plan.error());
+    EXPECT_EQ(plan.value().files.front().name, QStringLiteral("minute/000001_20240131.csv"));
+}
+
 TEST_F(BarImportIntoAFolder, WritesNothingBeforeItIsToldTo)
 {
     BarImport import(target());

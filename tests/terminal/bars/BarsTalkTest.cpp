@@ -115,6 +115,15 @@ TEST_F(BarsTalkWithAProgram, PutsBackWhatItReplacedAndTakesAwayWhatItAdded)
     EXPECT_FALSE(written("securities.csv").isEmpty());
 }
 
+TEST_F(BarsTalkWithAProgram, AsksForDayAndSecurityOfMinutesThatNameNeither)
+{
+    const QJsonObject planned =
+        plan(write(QStringLiteral("600519_20260327.csv"),
+                   "time,open,high,low,close,volume\n930,9,9,9,9,1\n931,9,9,9,9,1\n"));
+    EXPECT_EQ(planned[QStringLiteral("asks")].toArray(),
+              (QJsonArray{QStringLiteral("day"), QStringLiteral("code")}));
+}
+
 TEST_F(BarsTalkWithAProgram, SaysWhatARefusedFileAsksFor)
 {
     const QString file = write(QStringLiteral("in.csv"), FormOfDays("Date,Open,High,Low,Close,Volume,Amount",

@@ -57,6 +57,30 @@ TEST_F(DataFolderOfExamples, KeepsTheVolumeInWeeksAndMonths)
     EXPECT_DOUBLE_EQ(sum(toMonths(days)), sum(days));
 }
 
+TEST_F(DataFolderOfExamples, TellsNothingOfADayThatHasNotComeYet)
+{
+    const auto code = QStringLiteral("000001");
+    const auto close = m_folder.closeBefore(code, onDay(20180109));
+    m_folder.endBefore(onDay(20180109));
+    EXPECT_EQ(m_folder.minuteDays(code).back(), onDay(20180108));
+    EXPECT_FALSE(m_folder.load(code, ChartPeriod::Minute, onDay(20180109)));
+    for (const ChartPeriod period : chartPeriods) {
+        const ChartData shown = m_folder.load(code, period, {}, PriceView::Adjusted).value();
+        EXPECT_EQ(shown.bars.back().date, 20180108);
+        EXPECT_EQ(shown.adjustment.factorOn(onDay(20180108)), 1) << "later actions are not known";
+    }
+    EXPECT_EQ(m_folder.closeBefore(code, onDay(20180109)), close);
+}
+
+TEST_F(DataFolderOfExamples, SaysSoWhereNoBarHasComeYet)
+{
+    m_folder.endBefore(onDay(19800101));
+    const auto days = m_folder.load(QStringLiteral("000001"), ChartPeriod::Day);
+    EXPECT_THAT(days.error().toStdString(), ::testing::HasSubstr("1980-01-01"));
+    EXPECT_FALSE(m_folder.load(QStringLiteral("000001"), ChartPeriod::Minute));
+    EXPECT_EQ(m_folder.closeBefore(QStringLiteral("000001"), onDay(20180109)), std::nullopt);
+}
+
 TEST_F(DataFolderOfExamples, HasTheCloseBeforeARecordedDay)
 {
     const auto close = [this](const char *code, int day) {

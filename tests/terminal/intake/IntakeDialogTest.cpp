@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
+#include <QWindow>
 
 namespace Terminal {
 namespace {
@@ -26,6 +27,9 @@ using ::testing::Not;
 class IntakeDialogOfFiles : public IntakeFiles
 {
 protected:
+    IntakeDialogOfFiles() { QApplication::setDoubleClickInterval(10); }
+    ~IntakeDialogOfFiles() override { QApplication::setDoubleClickInterval(m_usualInterval); }
+
     void open(const QStringList &files, bool hidesAmounts = false)
     {
         m_dialog = std::make_unique<IntakeDialog>(
@@ -33,7 +37,10 @@ protected:
         m_dialog->add(files);
         m_dialog->show();
         ASSERT_TRUE(comesTo(m_dialog->intake(), Intake::Stage::Asking));
+        ASSERT_TRUE(waitUntil([this] { return isAttentive(); }));
     }
+    /// A double click would be over.
+    bool isAttentive() const { return widget<QPushButton>("closeIntake")->isEnabled(); }
     template <typename Widget>
     Widget *widget(const char *name) const
     {
@@ -55,11 +62,20 @@ protected:
     QPushButton *import() const { return widget<QPushButton>("importFiles"); }
     void importAll() const
     {
-        ASSERT_TRUE(import()->isEnabled());
+        ASSERT_TRUE(waitUntil([this] { return import()->isEnabled(); }));
         import()->click();
         ASSERT_TRUE(comesTo(m_dialog->intake(), Intake::Stage::Done));
+        ASSERT_TRUE(waitUntil([this] { return isAttentive(); }));
+    }
+    void choose(const char *kindOfFile) const
+    {
+        auto *const kind = widget<QComboBox>("fileKind");
+        const int row = kind->findText(QLatin1String(kindOfFile));
+        kind->setCurrentIndex(row);
+        Q_EMIT kind->activated(row);
     }
 
+    const int m_usualInterval = QApplication::doubleClickInterval();
     std::unique_ptr<IntakeDialog> m_dialog;
 };
 
@@ -81,6 +97,7 @@ TEST_F(IntakeDialogOfFiles, ImportsWithTheKeyboardAlone)
     ASSERT_TRUE(comesTo(m_dialog->intake(), Intake::Stage::Done));
     EXPECT_EQ(listed("trades").size(), 3);
     EXPECT_THAT(words(), HasSubstr("3 entries imported"));
+    ASSERT_TRUE(waitUntil([this] { return isAttentive(); }));
     QTest::keyClick(m_dialog.get(), Qt::Key_Return);
     EXPECT_EQ(m_dialog->result(), QDialog::Accepted);
 }
@@ -188,7 +205,73 @@ TEST_F(IntakeDialogOfFiles, TakesMoreFilesThatAreDroppedOnIt)
     ASSERT_TRUE(waitUntil([this] {
         return m_dialog->intake().stage() == Intake::Stage::Asking && m_dialog->intake().files().size() == 2;
     }));
-    EXPECT_TRUE(import()->isEnabled());
+    EXPECT_TRUE(waitUntil([this] { return import()->isEnabled(); }));
+}
+
+constexpr int longInterval = 60'000; ///< of a double click, which does not end while a test runs
+
+TEST_F(IntakeDialogOfFiles, TakesNoDoubleClickOnImportForAClickOnWhatComesAfterIt)
+{
+    open({statement()});
+    QApplication::setDoubleClickInterval(longInterval);
+    import()->click();
+    ASSERT_TRUE(comesTo(m_dialog->intake(), Intake::Stage::Done));
+    const auto *const undo = widget<QPushButton>("undoImport");
+    EXPECT_TRUE(undo->isVisible());
+    QTest::mouseClick(m_dialog->windowHandle(), Qt::LeftButton, {}, undo->geometry().center());
+    QTest::mouseClick(m_dialog->windowHandle(), Qt::LeftButton, {},
+                      widget<QPushButton>("closeIntake")->geometry().center());
+    QTest::keyClick(m_dialog.get(), Qt::Key_Return);
+    EXPECT_EQ(m_dialog->intake().stage(), Intake::Stage::Done);
+    EXPECT_TRUE(m_dialog->isVisible()) << "nobody has read it yet";
+}
+
+TEST_F(IntakeDialogOfFiles, LetsTheKeyboardLeaveWhatWasImportedAndNotTakeItBack)
+{
+    open({statement()});
+    m_dialog->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
+    importAll();
+    EXPECT_EQ(QApplication::focusWidget(), widget<QPushButton>("closeIntake"));
+}
+
+TEST_F(IntakeDialogOfFiles, TakesNoDoubleClickOnAnAnswerForOneToTheNextQuestion)
+{
+    open({write(
+        QStringLiteral("000001.csv"),
+        FormOfDays("Date,Open,High,Low,Close,Volume", "{iso},{o},{h},{l},{c},{lots0}").of(someDays()))});
+    QApplication::setDoubleClickInterval(longInterval);
+    auto *const unit = widget<QComboBox>("answer-volume");
+    unit->setCurrentIndex(2);
+    Q_EMIT unit->activated(2);
+    ASSERT_TRUE(comesTo(m_dialog->intake(), Intake::Stage::Asking));
+    EXPECT_FALSE(widget<QPushButton>("use-code")->isEnabled());
+    EXPECT_FALSE(widget<QPushButton>("allFromNames-code")->isEnabled());
+    EXPECT_FALSE(import()->isEnabled());
+}
+
+TEST_F(IntakeDialogOfFiles, AsksForTheDayOfMinutesAndProposesWhatTheNameSays)
+{
+    open({ownMinutes()});
+    EXPECT_THAT(words(), HasSubstr("\"Day\""));
+    EXPECT_THAT(words(), Not(HasSubstr("--")));
+    EXPECT_EQ(widget<QLineEdit>("answer-day")->text(), QStringLiteral("20260327"));
+    EXPECT_EQ(widget<QLineEdit>("answer-code")->text(), QStringLiteral("600519.SH"));
+    widget<QPushButton>("use-day")->click();
+    ASSERT_TRUE(comesTo(m_dialog->intake(), Intake::Stage::Asking));
+    ASSERT_TRUE(waitUntil([this] { return isAttentive(); }));
+    widget<QPushButton>("use-code")->click();
+    ASSERT_TRUE(waitUntil([this] { return import()->isEnabled(); })) << words();
+    EXPECT_THAT(words(), HasSubstr("2 bars of minutes, 2026-03-27"));
+}
+
+TEST_F(IntakeDialogOfFiles, KeepsTheKindThatItsUserSays)
+{
+    open({somethingElse()});
+    choose("Bars of a security");
+    ASSERT_TRUE(waitUntil([this] { return widget<QComboBox>("fileKind")->isEnabled(); }));
+    EXPECT_EQ(widget<QComboBox>("fileKind")->currentText(), QStringLiteral("Bars of a security"));
+    EXPECT_EQ(m_dialog->intake().files()[0].state, IntakeFile::State::Refused);
 }
 
 TEST_F(IntakeDialogOfFiles, ShowsNamesOfFilesAsTheyAreWritten)

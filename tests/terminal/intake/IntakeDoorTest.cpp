@@ -73,8 +73,9 @@ TEST_F(IntakeDoorOfAWindow, TellsWhatWasTakenInWhenTheUserIsDone)
     QObject::connect(&m_door, &IntakeDoor::finished, &m_door,
                      [&codes](const AccountPlaces &, const QStringList &taken) { codes = taken; });
     m_door.bring({statement()});
-    ASSERT_TRUE(waitUntil([this] { return dialog()->intake().mayImport(); }));
-    dialog()->findChild<QPushButton *>(QStringLiteral("importFiles"))->click();
+    auto *const import = dialog()->findChild<QPushButton *>(QStringLiteral("importFiles"));
+    ASSERT_TRUE(waitUntil([import] { return import->isEnabled(); }));
+    import->click();
     ASSERT_TRUE(waitUntil([&changes] { return changes == 1; }));
     dialog()->reject();
     EXPECT_EQ(codes, QStringList(QStringLiteral("000001")));

@@ -5,19 +5,12 @@
 namespace Terminal {
 namespace {
 
-TEST(IntakeQuestion, ProposesTheCodeInAFilesName)
+TEST(IntakeQuestion, ProposesWhatAFilesNameAnswers)
 {
-    const auto code = [](const char *name) { return codeInName(QLatin1String(name)).toStdString(); };
-    EXPECT_EQ(code("/a/600519.csv"), "600519.SH");
-    EXPECT_EQ(code("/a/000001.csv"), "000001.SZ");
-    EXPECT_EQ(code("/a/sz.000001_daily.txt"), "000001.SZ");
-    EXPECT_EQ(code("/a/SH000001.csv"), "000001.SH") << "an index of Shanghai";
-    EXPECT_EQ(code("/a/000001.XSHG.csv"), "000001.SH");
-    EXPECT_EQ(code("/a/510300.csv"), "510300.SH");
-    EXPECT_EQ(code("/a/113050.csv"), "113050.SH") << "a bond of Shanghai";
-    EXPECT_EQ(code("/a/account_880001.csv"), "") << "no code of either market";
-    EXPECT_EQ(code("/600519/20240131.csv"), "") << "neither a day nor a folder is a code";
-    EXPECT_EQ(code("/a/bars.csv"), "");
+    const QString path = QStringLiteral("/a/600519_20260327.csv");
+    EXPECT_EQ(answerInName(QStringLiteral("code"), path), QStringLiteral("600519.SH"));
+    EXPECT_EQ(answerInName(QStringLiteral("day"), path), QStringLiteral("20260327"));
+    EXPECT_EQ(answerInName(QStringLiteral("volume"), path), QString());
 }
 
 TEST(IntakeQuestion, SpeaksOfItsFieldsInsteadOfOptions)
@@ -27,6 +20,9 @@ TEST(IntakeQuestion, SpeaksOfItsFieldsInsteadOfOptions)
     EXPECT_EQ(
         inWordsOfTheWindow(QStringLiteral("name it with --code, e.g. --code 600519.SH"), FileKind::BarTable),
         QStringLiteral("name it with \"Security\", e.g. 600519.SH"));
+    EXPECT_EQ(inWordsOfTheWindow(QStringLiteral("--day and --code, e.g. --day 20260327 --code 600519.SH"),
+                                 FileKind::BarTable),
+              QStringLiteral("\"Day\" and \"Security\", e.g. 20260327 600519.SH"));
     EXPECT_EQ(inWordsOfTheWindow(QStringLiteral("--skip-bad"), FileKind::Statement),
               QStringLiteral("\"Leave these rows out\""));
     EXPECT_EQ(inWordsOfTheWindow(QStringLiteral("see --suggest"), FileKind::Statement),

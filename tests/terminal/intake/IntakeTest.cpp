@@ -270,7 +270,8 @@ TEST_F(IntakeOfFiles, AnswersAQuestionForAllFilesThatAskIt)
 {
     Intake intake(plan());
     look(&intake, {barsWithoutCode("600519.csv"), barsWithoutCode("000001.csv"), barsWithCode()});
-    intake.answerAll(QStringLiteral("code"), [](const IntakeFile &file) { return codeInName(file.path); });
+    intake.answerAll(QStringLiteral("code"),
+                     [](const IntakeFile &file) { return answerInName(QStringLiteral("code"), file.path); });
     ASSERT_TRUE(comesTo(intake, Intake::Stage::Asking));
     EXPECT_EQ(intake.files()[0].report.codes, QStringList(QStringLiteral("600519")));
     EXPECT_EQ(intake.files()[1].report.codes, QStringList(QStringLiteral("000001")));

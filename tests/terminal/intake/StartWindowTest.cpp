@@ -54,8 +54,9 @@ protected:
     {
         m_window->door()->bring(files);
         auto *const dialog = m_window->findChild<IntakeDialog *>();
-        ASSERT_TRUE(waitUntil([dialog] { return dialog->intake().mayImport(); }));
-        dialog->findChild<QPushButton *>(QStringLiteral("importFiles"))->click();
+        auto *const import = dialog->findChild<QPushButton *>(QStringLiteral("importFiles"));
+        ASSERT_TRUE(waitUntil([import] { return import->isEnabled(); }));
+        import->click();
         ASSERT_TRUE(comesTo(dialog->intake(), Intake::Stage::Done));
         dialog->reject();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

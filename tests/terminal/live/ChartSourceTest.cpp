@@ -24,7 +24,7 @@ protected:
     ChartData m_day = m_folder.load(QStringLiteral("000001"), ChartPeriod::Minute, onDay(20180108)).value();
     Replay m_replay{nullptr};
     Today m_today{&m_replay};
-    const ChartSource m_source{m_folder, &m_today};
+    ChartSource m_source{m_folder, &m_today};
 };
 
 TEST_F(ChartSourceTest, IsTheLastDayOfItsSecurityWhileItIsReplayed)
@@ -94,6 +94,69 @@ TEST_F(ChartSourceTest, HasTheCloseBeforeItAlsoAsToday)
     EXPECT_EQ(closeBefore(20991231), 13.30);
     EXPECT_EQ(closeBefore(20180108), 13.30);
     EXPECT_EQ(closeBefore(20991230), std::nullopt);
+}
+
+/// The chart of each period of the security, while its day is practised.
+class ChartSourceOfAPractice : public ChartSourceTest
+{
+protected:
+    ChartSourceOfAPractice()
+    {
+        open();
+        m_source.practise(onDay(20180108));
+    }
+
+    ChartData shown(ChartPeriod period, PriceView view = PriceView::Raw) const
+    {
+        return m_source.load(QStringLiteral("000001"), period, {}, view).value();
+    }
+};
+
+TEST_F(ChartSourceOfAPractice, EndsItsLongerChartsWithWhatWasPlayed)
+{
+    m_replay.playTo(atTime(1000));
+    const Bars played = shown(ChartPeriod::Minute).bars;
+    ASSERT_EQ(played.size(), 31U);
+    const Bars days = shown(ChartPeriod::Day).bars;
+    EXPECT_EQ(days.back().date, 20180108);
+    EXPECT_EQ(days.back().open, played.front().open);
+    EXPECT_EQ(days.back().close, played.back().close);
+    EXPECT_EQ(days[days.size() - 2].date, 20180105);
+    for (const ChartPeriod period : {ChartPeriod::Week, ChartPeriod::Month}) {
+        EXPECT_EQ(shown(period).bars.back().date, 20180108);
+        EXPECT_EQ(shown(period).bars.back().close, played.back().close);
+    }
+    EXPECT_EQ(shown(ChartPeriod::Day, PriceView::Adjusted).bars.back(), days.back()) << "the latest is raw";
+}
+
+TEST_F(ChartSourceOfAPractice, TellsNothingLaterAlsoOnceItWasPlayedToItsEnd)
+{
+    m_replay.playTo(atTime(1500));
+    EXPECT_EQ(shown(ChartPeriod::Day).bars.back().date, 20180108);
+    EXPECT_EQ(shown(ChartPeriod::Day).bars.back().close, m_day.bars.back().close);
+    EXPECT_THAT(m_source.minuteDays(QStringLiteral("000001")),
+                ::testing::Each(::testing::AnyOf(::testing::Lt(onDay(20180108)), today)));
+    EXPECT_FALSE(m_source.load(QStringLiteral("000001"), ChartPeriod::Minute, onDay(20180115)));
+    EXPECT_FALSE(m_source.load(QStringLiteral("000001"), ChartPeriod::Minute, onDay(20180108)))
+        << "its whole day";
+    EXPECT_LT(dayOf(*m_source.lastBar(QStringLiteral("600519"))), onDay(20180108)) << "of another security";
+}
+
+TEST_F(ChartSourceOfAPractice, HidesWhatIsLaterInAnotherFolderToo)
+{
+    m_source.setFolder(m_folder);
+    EXPECT_EQ(shown(ChartPeriod::Day).bars.back().date, 20180108);
+}
+
+TEST_F(ChartSourceOfAPractice, HasAShownChartOfDaysGrowWithTheMinutesThatArePlayed)
+{
+    const ChartData before = shown(ChartPeriod::Day);
+    m_replay.playTo(atTime(1000));
+    EXPECT_FALSE(m_source.isOfAnEarlierDay(before));
+    const std::optional<Bar> now = m_source.barOfToday(before);
+    ASSERT_TRUE(now);
+    EXPECT_EQ(now->date, before.bars.back().date);
+    EXPECT_EQ(now->close, m_day.bars[30].close);
 }
 
 /// A data folder of a test's own, and quotes of today.

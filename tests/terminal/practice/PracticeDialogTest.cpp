@@ -7,6 +7,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDoubleSpinBox>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -114,6 +115,8 @@ TEST_F(PracticeDialogTest, BeginsNoneWithoutADay)
     PracticeOffer days = offer();
     days.day.reset();
     open(days);
+    const auto *const form = part<QAbstractButton>("beginPractice")->parentWidget();
+    EXPECT_THAT(qobject_cast<const QGroupBox *>(form)->title().toStdString(), HasSubstr("before today"));
     EXPECT_FALSE(part<QPushButton>("beginPractice")->isEnabled());
 }
 

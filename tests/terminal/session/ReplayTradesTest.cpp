@@ -3,9 +3,16 @@
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/TradeDocks.h"
 #include "terminal/trades/ChartTrades.h"
+#include "terminal/ui/MessageBar.h"
 #include "tests/terminal/support/ChartPixels.h"
 #include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/TradingWindow.h"
+
+#include <QDoubleSpinBox>
+#include <QLabel>
+#include <QStatusBar>
+
+#include <algorithm>
 
 namespace Terminal {
 namespace {
@@ -98,7 +105,55 @@ TEST_F(ReplayTrades, AreBehindTheQuotesOfTheirMinuteWhenPlacedByHand)
     EXPECT_EQ(desk()->orders().front().time.value().minute(), 9 * 60 + 53);
 }
 
-/// What a practised day looks like while it is played and afterwards: the pictures are read where things must
+/// Who switches the replay off sees no minute that was not played, and orders at no price of one.
+TEST_F(ReplayTrades, HaveThePriceAndTheLimitsOfTheMinutePlayedToWhenTheReplayIsSwitchedOff)
+{
+    open(OrderPlan());
+    speakEnglish();
+    playTo(940);
+    EXPECT_THAT(m_window->setReplaying(false).toStdString(), HasSubstr("stands still"));
+    EXPECT_EQ(chart()->data().bars.size(), 11U);
+    const auto *const ticket = m_window->trade()->ticket();
+    const auto *const price = ticket->findChild<QDoubleSpinBox *>(QStringLiteral("orderPrice"));
+    ASSERT_NE(price, nullptr);
+    EXPECT_TRUE(waitUntil([=] { return price->value() == replay()->day()[10].close; })) << price->value();
+    const auto labels = ticket->findChildren<QLabel *>();
+    EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
+        return !label->isHidden() && label->text().startsWith(QStringLiteral("Limits"));
+    }));
+    EXPECT_THAT(m_session->source().minuteDays(QStringLiteral("600536")),
+                ::testing::Not(::testing::Contains(onDay(20230711))));
+}
+
+TEST_F(ReplayTrades, AreSaidToWaitWhileTheDayStandsStill)
+{
+    open(OrderPlan());
+    speakEnglish();
+    playTo(940);
+    Q_EMIT m_window->trade()->ticket()->sendAsked({replay()->security(), Direction::Buy, 50.70, 300});
+    const auto *const message = m_window->findChild<MessageBar *>();
+    EXPECT_TRUE(waitUntil([=] { return message->text().contains(QStringLiteral("stands still")); }))
+        << message->text().toStdString();
+    EXPECT_TRUE(message->text().contains(QStringLiteral("50.70"))) << "beside what became of it";
+}
+
+TEST_F(ReplayTrades, HaveTheHoursOfTheMinutePlayedToInTheLineBelow)
+{
+    open(OrderPlan());
+    speakEnglish();
+    const auto says = [this](const char *state) {
+        const auto labels = m_window->statusBar()->findChildren<QLabel *>();
+        return std::any_of(labels.begin(), labels.end(), [state](const QLabel *label) {
+            return label->text() == QStringLiteral("Practised day: ") + QLatin1String(state);
+        });
+    };
+    playTo(1031);
+    EXPECT_TRUE(says("Morning session"));
+    playTo(1400);
+    EXPECT_TRUE(says("Afternoon session"));
+}
+
+/// What a practised day looks like while it is played: the pictures are read where things must
 /// be.
 class ReplayTradesInPictures : public ReplayTrades
 {
@@ -156,23 +211,21 @@ TEST_F(ReplayTradesInPictures, HaveTheLineOfTheLastPriceAndTheBarThatGrewBesideT
     EXPECT_GT(lastLine(), chart()->canvas()->width() / 4) << "it goes along";
 }
 
-TEST_F(ReplayTradesInPictures, StandAtTheRecordedDayWhenItIsLookedAtAgain)
+TEST_F(ReplayTradesInPictures, StandAtTheRecordedDayOnAChartOfDaysThatEndsWithIt)
 {
     buy();
-    ASSERT_EQ(m_window->setReplaying(false), QString());
-    ASSERT_TRUE(waitUntil([this] { return layer()->trades().size() == 1; }));
-    EXPECT_EQ(layer()->trades().front().day, onDay(20230711));
-    EXPECT_EQ(layer()->trades().front().time, m_filledAt.time);
-    EXPECT_GT(pixelsOfMark(chart(), 3, m_filledAt.price, rise()), 25);
-
     load({QStringLiteral("600536"), ChartPeriod::Day});
     const Bars &days = chart()->data().bars;
-    const auto day =
-        std::find_if(days.begin(), days.end(), [](const Bar &bar) { return bar.date == 20230711; });
-    ASSERT_NE(day, days.end());
-    const int number = static_cast<int>(day - days.begin());
+    ASSERT_EQ(days.back().date, 20230711) << "what came after it is not known";
+    EXPECT_EQ(days.back().close, replay()->day()[3].close);
     ASSERT_TRUE(waitUntil([this] { return layer()->marks().size() == 1; })) << "the day is in view";
-    EXPECT_GT(pixelsOfMark(chart(), number, m_filledAt.price, rise()), 25);
+    EXPECT_EQ(layer()->trades().front().day, onDay(20230711));
+    EXPECT_EQ(layer()->trades().front().time, m_filledAt.time);
+    EXPECT_GT(pixelsOfMark(chart(), static_cast<int>(days.size()) - 1, m_filledAt.price, rise()), 25);
+
+    playTo(1000);
+    EXPECT_TRUE(waitUntil([&days, this] { return days.back().close == replay()->day()[30].close; }))
+        << "it grows with the minutes";
 }
 
 } // namespace

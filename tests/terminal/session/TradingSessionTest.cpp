@@ -317,6 +317,50 @@ TEST_F(TradingSessionTest, OrdersNothingInAReplayForAnAccountThatDoesNotPractise
     EXPECT_THAT(refusal, ::testing::HasSubstr("does not practise"));
 }
 
+TEST_F(TradingSessionTest, OnlyPausesAPracticeWhoseReplayIsToEnd)
+{
+    m_plan.practised = practised();
+    begin();
+    ASSERT_EQ(m_session->openReplay(minutes()), QString());
+    replay()->playTo(atTime(940));
+    replay()->play();
+    EXPECT_EQ(m_session->standstill(), QString());
+    EXPECT_THAT(m_session->endReplay().toStdString(), ::testing::HasSubstr("stands still"));
+    EXPECT_EQ(replay()->state(), Replay::State::Paused);
+    EXPECT_THAT(m_session->standstill().toStdString(), ::testing::HasSubstr("waits"));
+    const auto price = m_session->prices()->of(replay()->security());
+    ASSERT_TRUE(price);
+    EXPECT_EQ(price->price, minutes().bars[10].close) << "of the minute that was played last";
+    replay()->playTo(atTime(1500));
+    EXPECT_THAT(m_session->standstill().toStdString(), ::testing::HasSubstr("is over"));
+}
+
+TEST_F(TradingSessionTest, EndsAReplayThatNobodyPractises)
+{
+    begin();
+    ASSERT_EQ(m_session->openReplay(minutes()), QString());
+    EXPECT_EQ(m_session->endReplay(), QString());
+    EXPECT_EQ(replay()->state(), Replay::State::Closed);
+    EXPECT_EQ(m_session->standstill(), QString());
+}
+
+TEST_F(TradingSessionTest, HasNoPriceInAPracticeThatCameAfterItsDay)
+{
+    m_plan.practised = practised();
+    begin();
+    const Security other = *findSecurity(m_folder.securities(), QStringLiteral("600519"));
+    m_session->prices()->readAnew(other.code); // as a chart of it does
+    ASSERT_EQ(m_session->openReplay(minutes()), QString());
+    replay()->close();
+    for (const Security &security : {minutes().security, other}) {
+        m_session->prices()->of(security);
+        m_session->prices()->readNow();
+        const auto price = m_session->prices()->of(security);
+        ASSERT_TRUE(price);
+        EXPECT_LT(price->day, onDay(20180108));
+    }
+}
+
 TEST_F(TradingSessionTest, PlaysNoOtherDayThanThePractisedOne)
 {
     m_plan.practised = PractisedDay{QStringLiteral("000001"), onDay(20180109), {}};

@@ -61,6 +61,14 @@ protected:
                          .of(someDays()));
     }
 
+    /// A day of minutes in the terminal's own form, in which the name alone tells security and day.
+    QString ownMinutes()
+    {
+        return write(QStringLiteral("600519_20260327.csv"), "time,open,high,low,close,volume\n"
+                                                            "930,1400,1400,1400,1400,29100\n"
+                                                            "931,1400,1403.27,1396.66,1398.14,89700\n");
+    }
+
     QString somethingElse() { return write(QStringLiteral("letter.txt"), "Dear Sir,\nhow are you?\n"); }
 
     /// What `trademodule` lists of the ledger with this command; nothing while there is no ledger.

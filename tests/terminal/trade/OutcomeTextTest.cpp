@@ -32,6 +32,15 @@ TEST(OutcomeText, NamesSecurityAndOrderWhateverBecameOfIt)
     }
 }
 
+TEST(OutcomeText, TellsWhoLeavesWhatBecomesOfHisOrders)
+{
+    EXPECT_THAT(OutcomeText::leaveQuestion({waiting()}, false).text.toStdString(),
+                HasSubstr("nothing here tells you"));
+    const std::string ofPractice = OutcomeText::leaveQuestion({waiting()}, true).text.toStdString();
+    EXPECT_THAT(ofPractice, HasSubstr("until the practice is continued"));
+    EXPECT_THAT(ofPractice, ::testing::Not(HasSubstr("nothing here tells you")));
+}
+
 TEST(OutcomeText, HidesFiguresInTheWordsOfTheModuleToo)
 {
     const DeskOutcome refused{Kind::Refused, QStringLiteral("only 3,500.25 yuan and 300 shares")};

@@ -160,7 +160,7 @@ TEST_F(MainWindowTest, ExportsTheChartWithoutTheMessageOfAnOrder)
 }
 
 /// Opens all that stands beside the chart, with two messages in the ticket, in a window of this size.
-class SmallWindow : public MainWindowTest
+class MainWindowOfSmallSize : public MainWindowTest
 {
 protected:
     void openAll()
@@ -190,7 +190,7 @@ protected:
     static constexpr QSize small{800, 500};
 };
 
-TEST_F(SmallWindow, StaysAsItIsWhateverIsOpenedInIt)
+TEST_F(MainWindowOfSmallSize, StaysAsItIsWhateverIsOpenedInIt)
 {
     openAll();
     EXPECT_EQ(m_window->size(), small);
@@ -202,7 +202,7 @@ TEST_F(SmallWindow, StaysAsItIsWhateverIsOpenedInIt)
     EXPECT_EQ(m_window->size(), small);
 }
 
-TEST_F(SmallWindow, BringsThePriceIntoViewAtTheKeyOfTheTicket)
+TEST_F(MainWindowOfSmallSize, BringsThePriceIntoViewAtTheKeyOfTheTicket)
 {
     openAll();
     const auto *const price = m_window->findChild<QWidget *>(QStringLiteral("orderPrice"));
@@ -211,7 +211,7 @@ TEST_F(SmallWindow, BringsThePriceIntoViewAtTheKeyOfTheTicket)
     EXPECT_EQ(send->visibleRegion().boundingRect(), send->rect());
 }
 
-TEST_F(SmallWindow, HasRoomForTheTabsOfItsDocksBelowTheirTables)
+TEST_F(MainWindowOfSmallSize, HasRoomForTheTabsOfItsDocksBelowTheirTables)
 {
     openAll();
     int tabBars = 0;

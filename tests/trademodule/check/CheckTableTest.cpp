@@ -82,7 +82,9 @@ TEST(CheckTable, HasNoCaseThatASilentModulePasses)
     settings.flood = 1;
     settings.longQuestion = 1;
     settings.orderPrice = Trading::Money::ofCents(100);
-    for (const CaseResult &result : Checkup(&bus, settings).run(allCases()).results) {
+    const auto cases = allCases();
+    const Checkup::Report report = Checkup(&bus, settings).run(cases);
+    for (const CaseResult &result : report.results) {
         EXPECT_FALSE(result.faults.isEmpty() && result.skipped.isEmpty()) << result.checked->id;
     }
 }
