@@ -30,6 +30,8 @@ namespace {
 
 enum ExitCode { Done = 0, Failed = 1 };
 
+constexpr QSize leastSize{640, 400}; ///< of a window; a picture may be smaller
+
 DayPlan planOf(const TerminalOptions &options)
 {
     DayPlan plan;
@@ -384,6 +386,7 @@ void TerminalProgram::showWindow()
     connect(qApp, &QCoreApplication::aboutToQuit, this, &TerminalProgram::rememberWindow);
     connect(qApp, &QCoreApplication::aboutToQuit, this, &TerminalProgram::noteOrdersLeft);
     const bool isNewAccount = isMissingFile(m_options.ledger); // until the trading module makes it
+    m_window->setMinimumSize(leastSize);
     m_window->show();
     tellOfCalendar();
     if (isNewAccount) {

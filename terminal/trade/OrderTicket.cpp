@@ -261,7 +261,7 @@ void OrderTicket::focusPrice()
 {
     m_price->setFocus(Qt::ShortcutFocusReason);
     m_price->selectAll();
-    m_fields->ensureWidgetVisible(m_price, 0, 0);
+    m_fields->bringIntoSight(m_price);
 }
 
 void OrderTicket::showTexts()

@@ -4,6 +4,8 @@
 #include <QEvent>
 #include <QResizeEvent>
 
+#include <algorithm>
+
 namespace Terminal {
 
 namespace {
@@ -35,19 +37,20 @@ QSize ShrinkingArea::sizeHint() const
 
 QSize ShrinkingArea::minimumSizeHint() const
 {
-    return {widget()->minimumSizeHint().width(), leastHeight};
+    return {widget()->minimumSizeHint().width(), std::min(leastHeight, sizeHint().height())};
 }
 
 bool ShrinkingArea::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == widget() && event->type() == QEvent::LayoutRequest) {
+    const bool isOfContent = watched == widget();
+    if (isOfContent && event->type() == QEvent::LayoutRequest) {
         updateGeometry();
     }
-    const bool isFiltered = QScrollArea::eventFilter(watched, event);
-    if (watched == widget() && event->type() == QEvent::Resize) {
-        keepFocusInSight();
+    if (isOfContent && (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize)) {
+        // When its parts have their places.
+        QMetaObject::invokeMethod(this, &ShrinkingArea::keepFocusInSight, Qt::QueuedConnection);
     }
-    return isFiltered;
+    return QScrollArea::eventFilter(watched, event);
 }
 
 void ShrinkingArea::resizeEvent(QResizeEvent *event)
@@ -64,8 +67,15 @@ void ShrinkingArea::keepFocusInSight()
 {
     QWidget *const focus = QApplication::focusWidget();
     if (focus != nullptr && isAncestorOf(focus)) {
-        ensureWidgetVisible(focus, 0, 0);
+        bringIntoSight(focus);
     }
+}
+
+/// The whole of it: the base class is content with the cursor in a field.
+void ShrinkingArea::bringIntoSight(const QWidget *part)
+{
+    const QPoint centre = part->mapTo(widget(), part->rect().center());
+    ensureVisible(centre.x(), centre.y(), 0, part->height() / 2 + 1);
 }
 
 } // namespace Terminal

@@ -48,7 +48,7 @@ namespace {
 /// After the repaint that follows a change: only then is known what overlays have drawn.
 constexpr std::chrono::milliseconds statesAfter{50};
 
-constexpr QSize leastSize{640, 400};
+constexpr int leastChart = 72; ///< beside all that can be open in a window of 800×500
 
 /// How many marks are in view, those that a glyph stands for counted each.
 int countOf(const DrawnMarks *marks)
@@ -132,7 +132,6 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     applyLanguage();
     // Parts that need more are squeezed: a window that grew would leave its screen, or its picture's size.
     layout()->setSizeConstraint(QLayout::SetNoConstraint);
-    setMinimumSize(leastSize);
     resize(options.size);
     m_chart->setFocus();
 }
@@ -160,6 +159,7 @@ void MainWindow::setUpCentre()
     column->addWidget(m_practice);
     column->addWidget(m_readout);
     column->addWidget(m_chart, 1);
+    m_chart->setMinimumHeight(leastChart);
     setCentralWidget(centre);
     m_chartFocus = new FocusFrame(m_chart);
 }

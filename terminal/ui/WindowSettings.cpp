@@ -98,8 +98,8 @@ void WindowSettings::restoreLayout(QMainWindow *window, const TerminalOptions &o
 {
     if (!options.given.contains(QStringLiteral("size"))) {
         window->restoreGeometry(m_settings.value(geometryKey).toByteArray());
+        window->resize(window->size().boundedTo(window->screen()->availableSize()));
     }
-    window->resize(window->size().boundedTo(window->screen()->availableSize()));
     window->restoreState(m_settings.value(layoutKey).toByteArray());
     if (auto *const panel = window->findChild<OrdersPanel *>()) {
         panel->restoreSharing(m_settings.value(panelKey).toByteArray());
