@@ -1,22 +1,9 @@
 // What waits for readers that stand still does not take all the memory of the machine.
 
 #include "tests/endpoint/LocalBrokerTest.h"
-
-#ifdef __SANITIZE_ADDRESS__
-#    include <sanitizer/lsan_interface.h>
-#endif
+#include "tests/support/LeaksOfALibrary.h"
 
 namespace {
-
-#ifdef __SANITIZE_ADDRESS__
-/// The MQTT library forgets a message that it has half sent when the connection ends.
-using LeaksOfTheLibrary = __lsan::ScopedDisabler;
-#else
-struct LeaksOfTheLibrary
-{
-    LeaksOfTheLibrary() {} // NOLINT(modernize-use-equals-default): a trivial one would count as unused
-};
-#endif
 
 /// A reader that takes one message and then stands still.
 class StandingReader
@@ -115,7 +102,7 @@ TEST_F(LocalBrokerMemory, HasALimitForLargeMessagesAndGoesOnBeyondIt)
     const QByteArray large(32 << 20, 'x');
     ASSERT_TRUE(waitUntil(
         [&] {
-            const LeaksOfTheLibrary leaks;
+            const LeaksOfALibrary leaks; // a message that it has half sent when the connection ends
             sender.sendMessage("c", "t", large);
             return sender.readyCount > readyBefore; // thrown out, and joined again
         },
