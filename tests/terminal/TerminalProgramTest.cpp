@@ -87,8 +87,9 @@ TEST_F(TerminalProgramWithSettings, SharesTheWidthOfThePanelAsItsUserDid)
         QApplication::processEvents(); // it is laid out
         return window->trade()->panel()->findChild<QSplitter *>();
     };
+    const QStringList large{QStringLiteral("--size"), QStringLiteral("1600x900")}; // both halves have room
     QList<int> chosen;
-    EXPECT_EQ(run({},
+    EXPECT_EQ(run(large,
                   [&](MainWindow *window) {
                       window->trade()->setShown(true);
                       const QList<int> before = halves(window)->sizes();
@@ -98,7 +99,7 @@ TEST_F(TerminalProgramWithSettings, SharesTheWidthOfThePanelAsItsUserDid)
                   }),
               0);
     QList<int> shown;
-    EXPECT_EQ(run({}, [&](MainWindow *window) { shown = halves(window)->sizes(); }), 0);
+    EXPECT_EQ(run(large, [&](MainWindow *window) { shown = halves(window)->sizes(); }), 0);
     EXPECT_EQ(shown, chosen);
 }
 
