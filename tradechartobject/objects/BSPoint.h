@@ -29,6 +29,9 @@ class TradeMessage;
 /// refresh timer ends and after each notification for the shown security. Trades are held by day
 /// until the security changes. calcIt() refuses any other period than the daily one and keeps what is
 /// shown; the host hides the overlay meanwhile.
+///
+/// Its size holds for the compiler and the standard library that the library was built with (Debian 12: gcc
+/// 12, libstdc++): programs of others take the factory.
 class TRADECHARTOBJECT_EXPORT BSPoint : public QObject, public Korvane::IChartObject
 {
 public:

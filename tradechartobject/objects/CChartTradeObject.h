@@ -32,6 +32,9 @@ class TradeMessage;
 /// Its list has no null pointer at the end; when popupMenu() is called, the property "popupLineCount" (an
 /// int) of this object is its length. Read it on entry: a click inside the list shows another one and changes
 /// it.
+///
+/// Its size holds for the compiler and the standard library that the library was built with (Debian 12: gcc
+/// 12, libstdc++): programs of others take CombinedOverlay.h.
 class TRADECHARTOBJECT_EXPORT CChartTradeObject : public QObject, public Korvane::IChartObject
 {
 public:

@@ -32,6 +32,9 @@ class TradeMessage;
 /// The orders of the day, or of the past day that the chart shows, are asked for when calcIt() brings a
 /// new security; today's again when the refresh timer ends and one second after each notification for
 /// the shown security. On any other period than the intraday one nothing is drawn.
+///
+/// Its size holds for the compiler and the standard library that the library was built with (Debian 12: gcc
+/// 12, libstdc++): programs of others take the factory.
 class TRADECHARTOBJECT_EXPORT EntrustPoint : public QObject, public Korvane::IChartObject
 {
 public:

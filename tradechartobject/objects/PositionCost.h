@@ -23,6 +23,9 @@ class TradeMessage;
 /// It asks the trading module when calcIt() brings a new security, and again whenever its refresh
 /// timer ends. The timer runs once for each calcIt() that finds it idle, so a chart that is no longer
 /// redrawn asks no more. The line never takes part in the fitting of the price scale.
+///
+/// Its size holds for the compiler and the standard library that the library was built with (Debian 12: gcc
+/// 12, libstdc++): programs of others take the factory.
 class TRADECHARTOBJECT_EXPORT PositionCost : public QObject, public Korvane::IChartObject
 {
 public:

@@ -58,7 +58,7 @@ bool ChartInput::eventFilter(QObject *watched, QEvent *event)
     } else if (event->type() == QEvent::Wheel) {
         wheel(*static_cast<QWheelEvent *>(event));
         return true;
-    } else if (event->type() == QEvent::Leave) {
+    } else if (event->type() == QEvent::Leave && !m_focus.hasMark()) { // as it does when a mark's list closes
         m_chart->setCrosshair({});
     } else if (event->type() == QEvent::Resize) {
         placeCrosshairAnew();

@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QApplication>
 #include <QMenu>
 #include <QMessageBox>
 
@@ -159,6 +160,16 @@ TEST_F(MarkFocusByKeys, StaysWithItsMarkWhenTheViewMoves)
     EXPECT_THAT(overlayLog(), HasSubstr("press on bar " + std::to_string(bar) + "\n"));
     key(Qt::Key_N);
     EXPECT_EQ(m_pointed, bar + 3);
+}
+
+TEST_F(MarkFocusByKeys, StaysWithItsMarkWhenThePointerLeavesTheChart)
+{
+    showMarks();
+    key(Qt::Key_P);
+    const int bar = m_pointed;
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(chart()->canvas(), &leave);
+    EXPECT_EQ(m_pointed, bar);
 }
 
 TEST_F(MarkFocusByKeys, PressesNothingWithoutAMark)
