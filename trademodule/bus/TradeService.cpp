@@ -45,18 +45,6 @@ QByteArray refusal(const QJsonParseError &error)
                               : translated("the question is no JSON object: %1").arg(error.errorString()));
 }
 
-QByteArray refusalOfScreen()
-{
-    return bareRefusal(translated("\"%1\" cannot be a channel, or the answer is too long for one")
-                           .arg(QLatin1String(TradeChart::TradeKeyFields::SCREENID)));
-}
-
-QByteArray answerChannel(const QJsonObject &question, const QByteArray &replyChannel)
-{
-    const QString screen = question.value(QLatin1String(TradeChart::TradeKeyFields::SCREENID)).toString();
-    return screen.isEmpty() ? replyChannel : screen.toUtf8();
-}
-
 } // namespace
 
 TradeService::TradeService(const QString &busDirectory, Ledger *ledger, const TradePresence &presence)
@@ -66,6 +54,11 @@ TradeService::TradeService(const QString &busDirectory, Ledger *ledger, const Tr
       m_answers(
           ledger, &m_exchange, [this](const SecurityId &held) { publish(changeNotification(held)); },
           [this](const QString &language) { Q_EMIT languageAsked(language); }),
+      m_post(
+          [this](const QByteArray &channel, const QByteArray &answer) {
+              return m_endPoint.sendMessage(channel, TradeChart::Topic::TRADEQUERY, answer);
+          },
+          [this] { return m_endPoint.isConnected(); }),
       m_presence(presence, busDirectory)
 {
     using LocalCommunication::EndPoint;
@@ -147,19 +140,9 @@ void TradeService::handleQuestion(const QByteArray &payload, const QByteArray &r
     attempt([this] { dealQuotes(); }); // what came before the question comes first
     attempt([&] {
         const QByteArray answer = document.isObject() ? m_answers.answer(question) : refusal(error);
-        send(answer, question, replyChannel);
+        m_post.give(question, replyChannel, answer);
         m_exchange.report();
     });
-}
-
-/// A screen whose name no channel can have is told so where the question came from.
-void TradeService::send(const QByteArray &answer, const QJsonObject &question, const QByteArray &replyChannel)
-{
-    const QByteArray channel = answerChannel(question, replyChannel);
-    const bool isSent = m_endPoint.sendMessage(channel, TradeChart::Topic::TRADEQUERY, answer);
-    if (!isSent && channel != replyChannel && m_endPoint.isConnected()) {
-        m_endPoint.sendMessage(replyChannel, TradeChart::Topic::TRADEQUERY, refusalOfScreen());
-    }
 }
 
 void TradeService::handleQuote(const QByteArray &payload)
@@ -189,10 +172,11 @@ void TradeService::dealQuotes()
         } catch (const LedgerUnavailable &) {
             m_quotes.prepend(quote);
             throw;
-        } catch (const LedgerError &) {
+        } catch (const LeaseLost &) {
             throw;
-        } catch (const Error &error) {
-            warn(error.reason()); // of this quote's orders; the next ones are none the worse
+        } catch (
+            const Error &error) { // to take it again would fail again, and the next ones are none the worse
+            warn(translated("a quote of %1 is left out: %2").arg(quote.security.code, error.reason()));
         }
     }
 }
