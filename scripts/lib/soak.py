@@ -57,6 +57,7 @@ class Window:
     def __init__(self, stack, name, place, asked, options, user):
         self.name = name
         self.log = place / f"{name}.log"
+        self.helpers = []  # which the window needs
         self._journal = place / f"{name}.user"
         words = ":".join(["randomuser", f"journal={self._journal}", *user])
         surroundings = dict(os.environ, DISPLAY=screen(stack), QT_QPA_PLATFORM="xcb", QT_QPA_GENERIC_PLUGINS=words,
@@ -107,7 +108,8 @@ def start_market(stack, place, asked):
         feed = subprocess.Popen(
             [sys.executable, EXAMPLES / "feeds" / "minute_feed.py", EXAMPLES / "minute" / f"{day}.csv",
              "--socket", socket_below(place), "--speed", str(speed), "--parts", str(max(4, round(QUOTES_A_SECOND * 60 / speed)))],
-            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            stdout=subprocess.DEVNULL)
+        window.helpers.append(feed)
         stack.callback(end, feed)
     return window
 
@@ -200,6 +202,8 @@ def watch(windows, tracks, asked):
             if window.process.poll() is not None:
                 sys.exit(f"soak: the {window.name}'s terminal ended with {window.process.returncode}, "
                          f"see {window.log}")
+            if any(helper.poll() for helper in window.helpers):
+                sys.exit(f"soak: nobody tells the {window.name}'s quotes any more")
             for role, process in window.processes().items():
                 track = tracks[window.name, role]
                 track.take(now, process, window.told_by_user() if role == "terminal" else (0, 0))
@@ -280,6 +284,7 @@ def main():
     options.add_argument("programs", type=pathlib.Path, help="folder of the built programs")
     options.add_argument("--minutes", type=float, default=60)
     options.add_argument("--seed", type=int, default=1)
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit("soak: ended from outside"))
     return soak(options.parse_args())
 
 
