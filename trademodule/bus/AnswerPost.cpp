@@ -5,8 +5,6 @@
 #include "trademodule/bus/AnswerMessage.h"
 #include "trademodule/bus/TradeRequest.h"
 
-#include <QtDebug>
-
 #include <chrono>
 #include <utility>
 
@@ -28,31 +26,38 @@ QByteArray channelOf(const QJsonObject &question, const QByteArray &replyChannel
     return screen.isEmpty() ? replyChannel : screen.toUtf8();
 }
 
+QString faultOfScreen()
+{
+    return translated("\"%1\" cannot be a channel").arg(QLatin1String(TradeChart::TradeKeyFields::SCREENID));
+}
+
 /// Repeats nothing of the question, whose screen is what was refused.
 QByteArray refusalOfScreen()
 {
     AnswerMessage answer{TradeRequest(QJsonObject())};
-    answer.fail(
-        AnswerMessage::NotUnderstood,
-        translated("\"%1\" cannot be a channel").arg(QLatin1String(TradeChart::TradeKeyFields::SCREENID)));
+    answer.fail(AnswerMessage::NotUnderstood, faultOfScreen());
     return answer.toJson();
+}
+
+QString faultOfLength(int length)
+{
+    return translated("the bus has no room for the answer, which has %1 bytes: ask again later, or for less")
+        .arg(length);
 }
 
 QByteArray refusalOfLength(const QJsonObject &question, int length)
 {
     AnswerMessage answer{TradeRequest(question)};
-    answer.fail(
-        AnswerMessage::LedgerFailed,
-        translated("the bus has no room for the answer, which has %1 bytes: ask again later, or for less")
-            .arg(length));
+    answer.fail(AnswerMessage::LedgerFailed, faultOfLength(length));
     return answer.toJson();
 }
 
 } // namespace
 
-AnswerPost::AnswerPost(Send send, std::function<bool()> hasBus)
+AnswerPost::AnswerPost(Send send, std::function<bool()> hasBus, TellRefusal tellRefusal)
     : m_send(std::move(send)),
-      m_hasBus(std::move(hasBus))
+      m_hasBus(std::move(hasBus)),
+      m_tellRefusal(std::move(tellRefusal))
 {
     QObject::connect(&m_again, &QTimer::timeout, &m_again, [this] { giveWaiting(); });
 }
@@ -65,9 +70,7 @@ void AnswerPost::give(const QJsonObject &question, const QByteArray &replyChanne
     }
     if (answer.size() > mostOfShortAnswer) {
         letter.answer = refusalOfLength(question, answer.size());
-        qWarning("%s",
-                 qUtf8Printable(translated("the bus did not take an answer of %1 bytes; who asked is told so")
-                                    .arg(answer.size())));
+        m_tellRefusal(faultOfLength(answer.size()));
     }
     if (!give(letter)) {
         keep(letter);
@@ -77,8 +80,15 @@ void AnswerPost::give(const QJsonObject &question, const QByteArray &replyChanne
 /// A bus without room takes neither of them.
 bool AnswerPost::give(const Letter &letter) const
 {
-    return m_send(letter.channel, letter.answer) ||
-           (letter.channel != letter.replyChannel && m_send(letter.replyChannel, refusalOfScreen()));
+    if (m_send(letter.channel, letter.answer)) {
+        return true;
+    }
+    const bool isTold =
+        letter.channel != letter.replyChannel && m_send(letter.replyChannel, refusalOfScreen());
+    if (isTold) {
+        m_tellRefusal(faultOfScreen());
+    }
+    return isTold;
 }
 
 void AnswerPost::keep(const Letter &letter)

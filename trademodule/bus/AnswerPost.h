@@ -18,8 +18,11 @@ public:
     /// Hands a message to the bus; false when it does not take it.
     using Send = std::function<bool(const QByteArray &channel, const QByteArray &answer)>;
 
-    /// `hasBus`: where there is none, nobody waits for an answer.
-    AnswerPost(Send send, std::function<bool()> hasBus);
+    using TellRefusal = std::function<void(const QString &reason)>;
+
+    /// `hasBus`: where there is none, nobody waits for an answer. `tellRefusal` gets what an asker is told in
+    /// the place of an answer, for the log.
+    AnswerPost(Send send, std::function<bool()> hasBus, TellRefusal tellRefusal);
     Q_DISABLE_COPY_MOVE(AnswerPost)
 
     /// The answer goes to the channel that the question's "screenId" names, else to its sender, who is told
@@ -42,6 +45,7 @@ private:
 
     const Send m_send;
     const std::function<bool()> m_hasBus;
+    const TellRefusal m_tellRefusal;
     QList<Letter> m_waiting; // the oldest first
     QTimer m_again;          // runs while one waits
 };
