@@ -51,6 +51,9 @@ constexpr double firstTimeOut = 3000;
 /// Of a wait what a user notices.
 constexpr double mostUnnoticed = 50;
 
+/// More than a crowded machine makes of a wait of five milliseconds: this one was meant.
+constexpr double leastMeant = 500;
+
 /// Milliseconds that this thread has stood in line for a processor; 0 where the machine does not tell.
 double timeInLine()
 {
@@ -91,12 +94,14 @@ struct Longest
         const double waitedNow = byTheClockNow - ofProcessorNow - (to.inLine - from.inLine);
         waited = std::max(waited, waitedNow);
         stands += waitedNow > mostUnnoticed ? 1 : 0;
+        longStands += waitedNow > leastMeant ? 1 : 0;
     }
 
     double ofProcessor = 0;
     double byTheClock = 0;
     double waited = 0; ///< for somebody else than the machine
     int stands = 0;    ///< waits that a user notices
+    int longStands = 0;
 };
 
 struct Load
@@ -357,17 +362,13 @@ protected:
     static void expectInput(Longest longest)
     {
         EXPECT_LT(longest.ofProcessor, isStrict() ? 16 : 250);
-        if (isStrict()) {
-            EXPECT_EQ(longest.stands, 0) << "somebody was waited for while the user does something";
-        }
+        EXPECT_EQ(longest.longStands, 0) << "somebody was waited for while the user does something";
     }
     static void expectTurn(Longest longest)
     {
         EXPECT_LT(longest.ofProcessor, isStrict() ? 50 : 500);
         EXPECT_LT(longest.byTheClock, firstTimeOut + 1000) << "somebody was waited for, again and again";
-        if (isStrict()) {
-            EXPECT_LE(longest.stands, 1) << "somebody was waited for again after the first time-out";
-        }
+        EXPECT_LE(longest.longStands, 1) << "somebody was waited for again after the first time-out";
     }
 
     void useTheWindow(const char *when) const
