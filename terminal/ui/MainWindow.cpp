@@ -18,6 +18,7 @@
 #include "terminal/ui/ChartBar.h"
 #include "terminal/ui/FocusFrame.h"
 #include "terminal/ui/OverlayBar.h"
+#include "terminal/ui/LowWindow.h"
 #include "terminal/ui/ReplayBar.h"
 #include "terminal/ui/StateStrip.h"
 #include "terminal/ui/ToolBarRows.h"
@@ -48,7 +49,7 @@ namespace {
 /// After the repaint that follows a change: only then is known what overlays have drawn.
 constexpr std::chrono::milliseconds statesAfter{50};
 
-constexpr int leastChart = 72; ///< beside all that can be open in a window of 800×500
+constexpr int leastChart = 120; ///< beside all that can be open in a window of 800×500
 
 /// How many marks are in view, those that a glyph stands for counted each.
 int countOf(const DrawnMarks *marks)
@@ -138,6 +139,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
 
 MainWindow::~MainWindow()
 {
+    new LowWindow(this);
     m_toolBarRows.reset();
     m_live.reset();
     m_watch.reset();
