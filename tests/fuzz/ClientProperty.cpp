@@ -107,7 +107,7 @@ private:
             subscribe();
             break;
         case 2:
-            m_endPoint->sendMessage(m_input.flag() ? m_reply : "Global", topic(), m_input.text(200));
+            send();
             break;
         case 3:
         case 4:
@@ -143,6 +143,13 @@ private:
         const QByteArray topic = this->topic();
         m_subscribed.append(topic);
         m_endPoint->subscribe(m_input.flag() ? "Global" : "screen-1", topic);
+    }
+
+    void send()
+    {
+        const QByteArray channel = m_input.flag() ? m_reply : "Global";
+        const QByteArray topic = this->topic();
+        m_endPoint->sendMessage(channel, topic, m_input.text(200));
     }
 
     void ask()

@@ -145,7 +145,7 @@ private:
             break;
         case 4:
         case 5:
-            m_overlay->handleMousePress(pixel(), pixel());
+            press();
             break;
         case 6:
             point();
@@ -186,6 +186,9 @@ private:
 
     void calc()
     {
+        if (m_calcs > 0) {
+            return; // a host lays its chart out once at a time
+        }
         m_bars.resize(static_cast<std::size_t>(m_input.below(8)));
         for (AnalyData &bar : m_bars) {
             bar = someBar();
@@ -193,10 +196,11 @@ private:
         m_axis.bars = m_bars;
         const int count = m_input.below(32) == 31 ? -1 : static_cast<int>(m_bars.size());
         const std::vector<AnalyData> borrowed = m_bars; // for the call
+        const tagCodeWithName shown = security();
+        const Period length = period();
         ++m_calcs;
         try {
-            m_isShown = m_overlay->calcIt(security(), borrowed.data(), count, period(), m_input.below(3),
-                                          m_input.below(3));
+            m_isShown = m_overlay->calcIt(shown, borrowed.data(), count, length, 0, 0);
         } catch (const std::length_error &) {
             m_isShown = false;
             demand(count < 0, "a number of bars is refused that there can be");
@@ -247,6 +251,12 @@ private:
 
     double pixel() { return m_input.flag() ? m_input.below(1000) : m_input.real(); }
 
+    void press()
+    {
+        const double x = pixel();
+        m_overlay->handleMousePress(x, pixel());
+    }
+
     void point()
     {
         const double x = pixel();
@@ -261,7 +271,7 @@ private:
     void scale()
     {
         int untouched = 0;
-        m_overlay->calcRatio(m_input.below(3), m_input.below(3));
+        m_overlay->calcRatio(0, 0);
         m_overlay->maximizeValue(untouched);
         m_overlay->minimizeValue(untouched);
         demand(m_overlay->type() == Korvane::pluginObjectType && untouched == 0,

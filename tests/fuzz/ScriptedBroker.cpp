@@ -263,8 +263,8 @@ void ScriptedBroker::takeMessage(const Packet &packet)
     const int quality = packet.flags >> 1 & 3;
     const int number = quality > 0 ? reader.number() : 0;
     if (quality > 0 && m_script.below(4) < 3) {
-        send(publishAck,
-             twoBytes(number + m_script.below(2)) + (m_script.below(4) == 3 ? refused : '\0') + '\0');
+        const char reason = m_script.below(4) == 3 ? refused : '\0';
+        send(publishAck, twoBytes(number + m_script.below(2)) + reason + '\0');
     }
     int bytes = reader.byte();
     bytes = bytes < 0x80 ? bytes : (bytes & 0x7F) + reader.byte() * 0x80;
@@ -333,8 +333,7 @@ void ScriptedBroker::sayWhatNobodyAsked()
         send(publishAck, twoBytes(m_script.below(300)));
         break;
     case 10: // it wants receipts
-        send(publishHeader | (m_script.flag() ? 2 : 4),
-             text("Global/TradeNotify") + twoBytes(1 + m_script.below(3)) + '\0' + 'y');
+        sendWithReceipt(m_script.flag() ? 2 : 4);
         break;
     case 9:
         for (int i = 0; i < 200; ++i) {
@@ -342,7 +341,7 @@ void ScriptedBroker::sayWhatNobodyAsked()
         }
         break;
     case 8:
-        publish(m_paths.isEmpty() ? QByteArray() : m_paths.last(), m_script.text(40), m_script.text(20));
+        publish(m_paths.isEmpty() ? QByteArray() : m_paths.last(), "x", m_script.text(20));
         break;
     case 7:
         publish(subscribed, m_script.text(200));
@@ -350,6 +349,11 @@ void ScriptedBroker::sayWhatNobodyAsked()
     default:
         break;
     }
+}
+
+void ScriptedBroker::sendWithReceipt(int quality)
+{
+    send(publishHeader | quality, text("Global/TradeNotify") + twoBytes(1 + m_script.below(3)) + '\0' + 'y');
 }
 
 /// Nothing without a path: a library would take it for a fault of form.

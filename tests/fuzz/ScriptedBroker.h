@@ -49,6 +49,7 @@ private:
     void takeMessage(const Packet &packet);
     void answer(const Question &question);
     void sayWhatNobodyAsked();
+    void sendWithReceipt(int quality);
     void publish(const QByteArray &path, const QByteArray &payload, const QByteArray &correlation = {});
     void send(int header, const QByteArray &body);
     void hangUp();
