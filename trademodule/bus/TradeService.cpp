@@ -37,18 +37,27 @@ QByteArray bareRefusal(const QString &reason)
     return answer.toJson();
 }
 
-/// The answer to what is no JSON object.
-QByteArray refusal(const QJsonParseError &error)
+/// Why what came is no question.
+QString faultOf(const QJsonParseError &error)
 {
     const bool isJson = error.error == QJsonParseError::NoError;
-    return bareRefusal(isJson ? translated("the question is JSON, but no object")
-                              : translated("the question is no JSON object: %1").arg(error.errorString()));
+    return isJson ? translated("the question is JSON, but no object")
+                  : translated("the question is no JSON object: %1").arg(error.errorString());
 }
 
-QByteArray refusalOfScreen()
+QString faultOfScreen()
 {
-    return bareRefusal(translated("\"%1\" cannot be a channel, or the answer is too long for one")
-                           .arg(QLatin1String(TradeChart::TradeKeyFields::SCREENID)));
+    return translated("\"%1\" cannot be a channel, or the answer is too long for one")
+        .arg(QLatin1String(TradeChart::TradeKeyFields::SCREENID));
+}
+
+/// For the log.
+QString refusalText(const TradeRequest &question, const QString &reason)
+{
+    const QString security = question.field(TradeChart::TradeKeyFields::STKCODE).toString();
+    const QString command = question.field(TradeChart::TradeKeyFields::CMD).toString();
+    return security.isEmpty() ? translated("refused: %1: %2").arg(command, reason)
+                              : translated("refused: %1 of %2: %3").arg(command, security, reason);
 }
 
 QByteArray answerChannel(const QJsonObject &question, const QByteArray &replyChannel)
@@ -69,7 +78,11 @@ TradeService::TradeService(const QString &busDirectory, Ledger *ledger, const Tr
       m_presence(presence, busDirectory)
 {
     using LocalCommunication::EndPoint;
+    m_answers.record().begin(presence);
     m_answers.setDealFirst([this] { dealQuotes(); });
+    m_answers.setTellRefusal([this](const TradeRequest &question, const QString &reason) {
+        Q_EMIT refused(refusalText(question, reason));
+    });
     connect(&m_endPoint, &EndPoint::messageReceived, this,
             [this](const QByteArray &topic, const QByteArray &payload, const QByteArray &replyChannel) {
                 takeMessage({topic, payload, replyChannel});
@@ -146,10 +159,19 @@ void TradeService::handleQuestion(const QByteArray &payload, const QByteArray &r
     }
     attempt([this] { dealQuotes(); }); // what came before the question comes first
     attempt([&] {
-        const QByteArray answer = document.isObject() ? m_answers.answer(question) : refusal(error);
+        m_answers.record().setWaitingQuotes(m_quotes.size());
+        const QByteArray answer = document.isObject() ? m_answers.answer(question) : refuse(faultOf(error));
         send(answer, question, replyChannel);
         m_exchange.report();
     });
+}
+
+/// The answer to what is no question.
+QByteArray TradeService::refuse(const QString &reason)
+{
+    m_answers.record().answered(QLatin1String(ServiceRecord::otherCommands), true, {});
+    Q_EMIT refused(translated("refused: %1").arg(reason));
+    return bareRefusal(reason);
 }
 
 /// A screen whose name no channel can have is told so where the question came from.
@@ -158,7 +180,8 @@ void TradeService::send(const QByteArray &answer, const QJsonObject &question, c
     const QByteArray channel = answerChannel(question, replyChannel);
     const bool isSent = m_endPoint.sendMessage(channel, TradeChart::Topic::TRADEQUERY, answer);
     if (!isSent && channel != replyChannel && m_endPoint.isConnected()) {
-        m_endPoint.sendMessage(replyChannel, TradeChart::Topic::TRADEQUERY, refusalOfScreen());
+        m_endPoint.sendMessage(replyChannel, TradeChart::Topic::TRADEQUERY, bareRefusal(faultOfScreen()));
+        Q_EMIT refused(translated("refused: %1").arg(faultOfScreen()));
     }
 }
 
@@ -166,6 +189,7 @@ void TradeService::handleQuote(const QByteArray &payload)
 {
     try {
         m_quotes.append(readQuote(QJsonDocument::fromJson(payload).object()));
+        m_answers.record().hear(m_quotes.constLast());
     } catch (const Error &error) {
         qWarning("%s", error.what());
         return;

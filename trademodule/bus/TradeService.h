@@ -36,6 +36,8 @@ Q_SIGNALS:
     /// for.
     void occupied(const Trading::TradePresence &other);
     void silent(const Trading::TradePresence &other);
+    /// A question was refused; `what` names it, and the reason.
+    void refused(const QString &what);
     /// Another process serves the ledger: nothing is answered and nothing changed from now on. Said once.
     void leaseLost(const QString &reason);
 
@@ -53,6 +55,7 @@ private:
     void handleMessage(const Message &message);
     void hold(const Message &message);
     void handleQuestion(const QByteArray &payload, const QByteArray &replyChannel);
+    QByteArray refuse(const QString &reason);
     void send(const QByteArray &answer, const QJsonObject &question, const QByteArray &replyChannel);
     void handleQuote(const QByteArray &payload);
     void beginDealing();

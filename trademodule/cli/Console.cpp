@@ -80,6 +80,16 @@ void printError(const QString &reason)
           stderr);
 }
 
+void printLog(const QString &time, const QString &text)
+{
+    const QString before =
+        time + QLatin1Char(' ') + QCoreApplication::applicationName() + QLatin1String(": ");
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    for (const QString &line : lines) {
+        write(before + printable(line) + QLatin1Char('\n'), stderr);
+    }
+}
+
 int screenWidth(const QString &text)
 {
     return std::accumulate(text.begin(), text.end(), 0,

@@ -19,6 +19,9 @@ void printLines(const QStringList &lines);
 /// Writes printable lines, with the program's name, to standard error.
 void printError(const QString &reason);
 
+/// The same as lines of a log, each after a time.
+void printLog(const QString &time, const QString &text);
+
 /// True when standard error is a terminal that a person looks at.
 bool isTerminal();
 

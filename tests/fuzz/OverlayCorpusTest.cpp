@@ -1,0 +1,13 @@
+// The inputs that fuzzers of overlays began with, and those that once broke something: none does any more.
+#include "tests/fuzz/Properties.h"
+#include "tests/fuzz/Replay.h"
+
+TEST(OverlayCorpus, OfAnswersIsReadAlikeInBothWays)
+{
+    replay("answers", checkAnswers);
+}
+
+TEST(OverlayCorpus, OfHostsThatDoAsTheyLikeLeavesNothingBehind)
+{
+    replay("overlays", checkOverlays);
+}
