@@ -9,6 +9,7 @@
 #include "tests/trademodule/support/LedgerDeeds.h"
 #include "tests/trademodule/support/LedgerFixture.h"
 #include "tests/trademodule/support/MessageProxy.h"
+#include "trademodule/Error.h"
 
 #include <QElapsedTimer>
 #include <QUrl>
