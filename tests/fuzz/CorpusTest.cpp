@@ -21,3 +21,8 @@ TEST(Corpus, OfOrdersAndQuotesLeavesBooksThatAddUp)
 {
     replay("exchange", checkExchange);
 }
+
+TEST(Corpus, OfBrokersThatDoAsTheyLikeLeavesTheClientWell)
+{
+    replay("client", checkClient);
+}

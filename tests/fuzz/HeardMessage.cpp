@@ -89,7 +89,8 @@ QJsonObject row(FuzzInput *input)
     made.insert(QLatin1String(PRICE), input->real());
     made.insert(QLatin1String(VOL), input->real());
     if (choices > 240) {
-        made.insert(QLatin1String(keys[input->below(18)].name), oddValue(input));
+        const Key &odd = keys[input->below(18)];
+        made.insert(QLatin1String(odd.name), oddValue(input));
     }
     return made;
 }

@@ -11,3 +11,8 @@ TEST(OverlayCorpus, OfHostsThatDoAsTheyLikeLeavesNothingBehind)
 {
     replay("overlays", checkOverlays);
 }
+
+TEST(OverlayCorpus, OfAnswersIsShownAsANaiveAccountHasThem)
+{
+    replay("books", checkBooks);
+}
