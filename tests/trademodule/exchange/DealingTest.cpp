@@ -218,7 +218,8 @@ TEST_F(DealingBesideAnUndealableOrder, DealsTheOthersOfItsBar)
     EXPECT_EQ(statusOf(undealable()), code(Quoted));
     EXPECT_EQ(tradeCount(), 2);
     EXPECT_EQ(ledger().holding(bank()).quantity(), 300);
-    EXPECT_EQ(before - OrderBook(&ledger()).cash(), yuan(2 * (1000 + 5)));
+    // with commission and transfer fee
+    EXPECT_EQ(before - OrderBook(&ledger()).cash(), yuan(2 * (1000 + 5 + 0.01)));
 }
 
 TEST_F(DealingBesideAnUndealableOrder, GivesItsSharesToTheOthers)
