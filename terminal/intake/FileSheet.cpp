@@ -229,10 +229,9 @@ QWidget *FileSheet::wordField(const IntakeQuestion &question, const IntakeFile &
     if (question.form == IntakeQuestion::Form::Named) {
         auto *const all = new QPushButton(tr("All from file names"));
         all->setObjectName(QStringLiteral("allFromNames-") + question.name);
-        all->setToolTip(tr("Each file that asks takes what its own name says."));
+        all->setToolTip(tr("Each file that asks takes what its own name says: security and day."));
         all->setAutoDefault(false);
-        connect(all, &QPushButton::clicked, this,
-                [this, name = question.name] { Q_EMIT answeredForAll(name, QString()); });
+        connect(all, &QPushButton::clicked, this, [this] { Q_EMIT answeredFromNames(); });
         row->addWidget(all);
     }
     return field;

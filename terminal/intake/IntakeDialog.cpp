@@ -139,12 +139,8 @@ void IntakeDialog::wire()
         m_intake.lookAgain();
     });
     connect(m_sheet, &FileSheet::answeredForAll, this,
-            [this](const QString &question, const QString &answer) {
-                m_intake.answerAll(question, [&](const IntakeFile &file) {
-                    const QString named = answerInName(question, file.path);
-                    return answer.isEmpty() ? named : answer;
-                });
-            });
+            [this](const QString &question, const QString &answer) { m_intake.answerAll(question, answer); });
+    connect(m_sheet, &FileSheet::answeredFromNames, &m_intake, &Intake::answerFromNames);
 }
 
 int IntakeDialog::chosen() const
