@@ -107,7 +107,8 @@ def start_market(stack, place, asked):
     for day in FED:
         feed = subprocess.Popen(
             [sys.executable, EXAMPLES / "feeds" / "minute_feed.py", EXAMPLES / "minute" / f"{day}.csv",
-             "--socket", socket_below(place), "--speed", str(speed), "--parts", str(max(4, round(QUOTES_A_SECOND * 60 / speed)))],
+             "--socket", socket_below(place), "--speed", str(speed),
+             "--parts", str(max(4, round(QUOTES_A_SECOND * 60 / speed)))],
             stdout=subprocess.DEVNULL)
         window.helpers.append(feed)
         stack.callback(end, feed)
@@ -172,6 +173,8 @@ class Track:
     def growth_of_memory(self, whole):
         """In the second half, as a share of what was there in its beginning: a straight line through all samples."""
         points = [(when, value) for when, value in zip(self.times, self.seen["memory"]) if when >= whole / 2]
+        if not points:
+            return 0.0
         middle = sum(when for when, _ in points) / len(points)
         mean = sum(value for _, value in points) / len(points)
         spread = sum((when - middle) ** 2 for when, _ in points)
@@ -183,6 +186,9 @@ class Track:
             return
         if len(self.ids) > 1:
             yield f"was {len(self.ids)} processes: it died"
+        if not self.part("memory", 0.5, 0.75, whole) or not self.part("memory", 0.75, 1, whole):
+            yield "was gone in the second half"
+            return
         growth = self.growth_of_memory(whole)
         if growth > GROWTH_AT_MOST:
             yield f"memory grew by {growth:.1%} in the second half"

@@ -5,14 +5,19 @@
 //     TRADE_FAULTS=all ledger_postgresql_test --gtest_filter='*PostgreSqlFaults*'     every message; 7: each
 //     seventh
 #include "tests/support/ByName.h"
+#include "tests/trademodule/support/CommitProxy.h"
 #include "tests/trademodule/support/LedgerDeeds.h"
 #include "tests/trademodule/support/LedgerFixture.h"
 #include "tests/trademodule/support/MessageProxy.h"
+#include "trademodule/Error.h"
 
+#include <QElapsedTimer>
 #include <QUrl>
 #include <QUrlQuery>
 
 #include <algorithm>
+#include <map>
+#include <memory>
 
 namespace TradeModule {
 
@@ -57,7 +62,7 @@ int stride(int messages)
     if (wanted == QLatin1String("all")) {
         return 1;
     }
-    return wanted.isEmpty() ? std::max(1, messages / 2) : std::max(1, wanted.toInt());
+    return wanted.isEmpty() ? messages : std::max(1, wanted.toInt());
 }
 
 /// A copy of a database of the server's, for one fault.
@@ -66,7 +71,8 @@ class CopiedLedger
 public:
     explicit CopiedLedger(const QString &of)
     {
-        Database(administration(of)).run(QStringLiteral("CREATE DATABASE copied TEMPLATE ") + databaseOf(of));
+        Database(administration(of))
+            .run(QStringLiteral("CREATE DATABASE copied STRATEGY file_copy TEMPLATE ") + databaseOf(of));
         m_location = QString(of).replace(databaseOf(of), QStringLiteral("copied"));
     }
     ~CopiedLedger()
@@ -87,6 +93,59 @@ private:
     QString m_location;
 };
 
+QString socketOf(const QString &location)
+{
+    return QUrlQuery(QUrl(location)).queryItemValue(QStringLiteral("host"));
+}
+
+/// A deed over a connection whose messages can fail, from the same ledger each time.
+class DeedOverAProxy
+{
+public:
+    explicit DeedOverAProxy(const Deed &deed) : m_deed(deed), m_proxy(socketOf(m_fresh.location()))
+    {
+        m_deed.before(m_fresh.location());
+        const CopiedLedger copy(m_fresh.location());
+        m_states.before = contentOf(copy.location());
+        m_proxy.failAt(0, Fault::Cut);
+        EXPECT_EQ(endThroughProxy(copy), End::Done);
+        m_messages = m_proxy.messages();
+        m_states.after = contentOf(copy.location());
+        expectToAddUp(copy.location());
+    }
+
+    /// When nothing fails.
+    int messages() const { return m_messages; }
+
+    /// Fails at a message and does it again. False when there was no such message: not each try has as many.
+    bool failAt(int message, Fault fault)
+    {
+        const CopiedLedger copy(m_fresh.location());
+        m_proxy.failAt(message, fault);
+        const End end = endThroughProxy(copy);
+        const bool hasFailed = m_proxy.hasFailed();
+        m_proxy.mend();
+        EXPECT_TRUE(fault != Fault::Delay || end == End::Done);
+        EXPECT_THAT(contentOf(copy.location()), m_states.afterAnEnd(end));
+        EXPECT_EQ(endThroughProxy(copy), End::Done);
+        EXPECT_EQ(contentOf(copy.location()), m_states.after);
+        return hasFailed;
+    }
+
+private:
+    End endThroughProxy(const CopiedLedger &copy) const
+    {
+        return endOf(m_deed,
+                     QString(copy.location()).replace(socketOf(copy.location()), m_proxy.directory()));
+    }
+
+    const Deed m_deed;
+    const TestLedger m_fresh;
+    MessageProxy m_proxy;
+    DeedStates m_states;
+    int m_messages = 0;
+};
+
 class PostgreSqlFaults : public ::testing::TestWithParam<Trouble>
 {
 protected:
@@ -95,64 +154,56 @@ protected:
         if (const QString reason = TestLedger::unavailable(); !reason.isEmpty()) {
             GTEST_SKIP() << reason.toStdString();
         }
-        m_fresh.emplace();
-        GetParam().deed.before(m_fresh->location());
-        m_proxy.emplace(socketOf(m_fresh->location()));
-        const CopiedLedger copy(m_fresh->location());
-        m_states.before = contentOf(copy.location());
-        m_proxy->failAt(0, GetParam().kind.fault);
-        ASSERT_EQ(endOf(GetParam().deed, throughProxy(copy)), End::Done);
-        m_messages = m_proxy->messages();
-        m_states.after = contentOf(copy.location());
-        expectToAddUp(copy.location());
-    }
-
-    static QString socketOf(const QString &location)
-    {
-        return QUrlQuery(QUrl(location)).queryItemValue(QStringLiteral("host"));
-    }
-
-    QString throughProxy(const CopiedLedger &copy) const
-    {
-        return QString(copy.location()).replace(socketOf(copy.location()), m_proxy->directory());
-    }
-
-    void failAt(int message)
-    {
-        const CopiedLedger copy(m_fresh->location());
-        m_proxy->failAt(message, GetParam().kind.fault);
-        const End end = endOf(GetParam().deed, throughProxy(copy));
-        m_points += m_proxy->hasFailed() ? 1 : 0;
-        m_proxy->mend();
-        if (GetParam().kind.fault == Fault::Delay) {
-            EXPECT_EQ(end, End::Done);
+        if (!deeds()[GetParam().deed.name]) {
+            deeds()[GetParam().deed.name] = std::make_unique<DeedOverAProxy>(GetParam().deed);
         }
-        ASSERT_THAT(contentOf(copy.location()), m_states.afterAnEnd(end));
-        ASSERT_EQ(endOf(GetParam().deed, throughProxy(copy)), End::Done);
-        ASSERT_EQ(contentOf(copy.location()), m_states.after);
     }
 
-    int m_messages = 0; ///< of the deed when nothing fails
-    int m_points = 0;
+    static void TearDownTestSuite() { deeds().clear(); }
+
+    static DeedOverAProxy &deed() { return *deeds()[GetParam().deed.name]; }
 
 private:
-    std::optional<TestLedger> m_fresh;
-    std::optional<MessageProxy> m_proxy;
-    DeedStates m_states;
+    /// What the faults of one deed share: a database is made slowly.
+    static std::map<std::string, std::unique_ptr<DeedOverAProxy>> &deeds()
+    {
+        static std::map<std::string, std::unique_ptr<DeedOverAProxy>> deeds;
+        return deeds;
+    }
 };
 
 } // namespace
 
 TEST_P(PostgreSqlFaults, LeaveALedgerThatAddsUpAndCanBeChangedAfterwards)
 {
-    const int step = stride(m_messages);
-    for (int message = 1 + static_cast<int>(GetParam().name.size()) * 7 % step; message <= m_messages;
+    const int all = deed().messages();
+    const int step = stride(all);
+    int points = 0;
+    for (int message = 1 + static_cast<int>(GetParam().name.size()) * 7 % step; message <= all;
          message += step) {
-        SCOPED_TRACE("message " + std::to_string(message) + " of " + std::to_string(m_messages));
-        ASSERT_NO_FATAL_FAILURE(failAt(message));
+        SCOPED_TRACE("message " + std::to_string(message) + " of " + std::to_string(all));
+        points += deed().failAt(message, GetParam().kind.fault) ? 1 : 0;
+        ASSERT_FALSE(HasFailure());
     }
-    RecordProperty("points", m_points);
-    EXPECT_GT(m_points, 0);
+    RecordProperty("points", points);
+    EXPECT_GT(points, 0);
+}
+
+TEST(PostgreSqlFaultsOfANewLedger, AreToldAtOnceWhereNobodyCanTellLaterWhetherItWasMade)
+{
+    if (const QString reason = TestLedger::unavailable(); !reason.isEmpty()) {
+        GTEST_SKIP() << reason.toStdString();
+    }
+    const TestLedger home;
+    CommitProxy proxy(socketOf(home.location()));
+    proxy.fail(CommitProxy::Fault::LoseAnswer);
+    QElapsedTimer clock;
+    clock.start();
+
+    EXPECT_THROW(Ledger(home.location().replace(socketOf(home.location()), proxy.directory())),
+                 OutcomeUnknown);
+
+    EXPECT_LT(clock.elapsed(), 5000) << "it has no marks of changes that could be asked for";
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, PostgreSqlFaults, ::testing::ValuesIn(troubles()), ByName());

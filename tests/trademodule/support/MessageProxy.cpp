@@ -86,8 +86,8 @@ void MessageProxy::forward(int client)
         return;
     }
     const int server = ServerSocket::connectTo(m_server);
-    Way there{client, server, {}, true};
-    Way back{server, client};
+    Way there{client, server, {}, true, false};
+    Way back{server, client, {}, false, false};
     QDeadlineTimer end(QDeadlineTimer::Forever);
     bool isOpen = true;
     while (isOpen && !m_ends && !m_isAway && !end.hasExpired()) {
