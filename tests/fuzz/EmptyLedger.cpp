@@ -2,14 +2,22 @@
 
 #include "trademodule/ledger/Ledger.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace {
+
+QString folderName()
+{
+    const QFileInfo memory(QStringLiteral("/dev/shm"));
+    return (memory.isWritable() ? memory.filePath() : QDir::tempPath()) + QStringLiteral("/ledger-XXXXXX");
+}
 
 /// The bytes of a ledger's file.
 QByteArray tables()
 {
-    const QTemporaryDir folder;
+    const QTemporaryDir folder(folderName());
     const QString path = folder.filePath(QStringLiteral("account.db"));
     {
         const TradeModule::Ledger ledger(path);
@@ -21,7 +29,7 @@ QByteArray tables()
 
 } // namespace
 
-EmptyLedger::EmptyLedger()
+EmptyLedger::EmptyLedger() : m_folder(folderName())
 {
     static const QByteArray bytes = tables();
     QFile file(location());

@@ -16,5 +16,5 @@ public:
     QString location() const;
 
 private:
-    const QTemporaryDir m_folder;
+    const QTemporaryDir m_folder; ///< in memory where that can be had: every change waits for its disk
 };

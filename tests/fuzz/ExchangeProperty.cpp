@@ -122,7 +122,7 @@ private:
             m_input.flag() ? open() : hear(m_input.text(400));
             break;
         default:
-            take(9 + m_input.below(7), m_input.below(60));
+            take();
             break;
         }
     }
@@ -189,8 +189,10 @@ private:
         return quote;
     }
 
-    void take(int hour, int minute)
+    void take()
     {
+        const int hour = 9 + m_input.below(7);
+        const int minute = m_input.below(60);
         const Money middle = price();
         Quote quote = flatQuote(ClockTime::of(hour, minute).value(), middle);
         quote.high = middle + Money::ofCents(m_input.below(100));

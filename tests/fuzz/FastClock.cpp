@@ -2,13 +2,11 @@
 
 #include <cstdint>
 
+#include <dlfcn.h>
 #include <sys/syscall.h>
 #include <sys/time.h>
 #include <time.h> // the functions that this file replaces
 #include <unistd.h>
-
-extern "C" const char __executable_start; // of the linker: where the program's code begins and ends
-extern "C" const char etext;
 
 namespace {
 
@@ -19,10 +17,18 @@ constexpr std::int64_t betweenLooks = 5000000;
 bool isFast = false;
 std::int64_t now = begin; // in nanoseconds since 1970
 
-/// What the program itself asks, such as how long a test took, is answered truly; Qt lies in libraries.
-bool isProgram(const void *caller)
+const void *libraryOf(const void *address)
 {
-    return caller >= &__executable_start && caller < &etext;
+    Dl_info info{};
+    dladdr(address, &info);
+    return info.dli_fbase;
+}
+
+/// Others look at the clock, too: a fuzzer at how long an input takes, a test at how long it took.
+bool isQt(const void *caller)
+{
+    static const void *const qt = libraryOf(reinterpret_cast<const void *>(&qVersion));
+    return libraryOf(caller) == qt;
 }
 
 timespec trueTime(clockid_t clock)
@@ -40,7 +46,7 @@ timespec look()
 
 timespec timeFor(const void *caller, clockid_t clock)
 {
-    return isFast && !isProgram(caller) ? look() : trueTime(clock);
+    return isFast && isQt(caller) ? look() : trueTime(clock);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // The inputs that fuzzers of overlays began with, and those that once broke something: none does any more.
+#include "tests/fuzz/CorpusReplay.h"
 #include "tests/fuzz/Properties.h"
-#include "tests/fuzz/Replay.h"
 
 TEST(OverlayCorpus, OfAnswersIsReadAlikeInBothWays)
 {
@@ -10,4 +10,9 @@ TEST(OverlayCorpus, OfAnswersIsReadAlikeInBothWays)
 TEST(OverlayCorpus, OfHostsThatDoAsTheyLikeLeavesNothingBehind)
 {
     replay("overlays", checkOverlays);
+}
+
+TEST(OverlayCorpus, OfAnswersIsShownAsANaiveAccountHasThem)
+{
+    replay("books", checkBooks);
 }

@@ -15,6 +15,7 @@
 #include <QJsonObject>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <stdexcept>
@@ -39,7 +40,10 @@ public:
     explicit Host(FuzzInput input) : m_input(std::move(input))
     {
         bus().reset();
-        m_axis.onUpdate = [this] { actInside(); };
+        m_axis.onUpdate = [this] {
+            m_hasUpdatedOther = m_hasUpdatedOther || m_axis.updated.back() != m_overlay.get();
+            actInside();
+        };
         m_axis.onPopup = [this] {
             actInside();
             return m_input.below(4) - 1;
@@ -68,15 +72,18 @@ public:
         while (!m_input.isEmpty() && m_steps < mostSteps) {
             if (!m_overlay) {
                 create();
+                calc();
             }
-            act();
+            if (m_overlay) { // else it was ended inside of its first bars
+                act();
+            }
         }
         end();
         m_events.reset();
         QCoreApplication::processEvents();
         demand(!m_wasCalledAfterEnd, "an overlay that had ended called its host");
         demand(bus().endPointCount() == 0, "a bus client outlived its overlay");
-        demand(m_axis.updated.empty() || !m_hasUpdatedOther, "an overlay asked for the repaint of another");
+        demand(!m_hasUpdatedOther, "an overlay asked for the repaint of another");
     }
 
 private:
@@ -87,6 +94,7 @@ private:
     void create()
     {
         m_kind = m_input.below(5);
+        m_isShown = false;
         const QByteArray config = "{\"type\":" + QByteArray::number(m_kind == 4 ? m_input.below(3) : m_kind) +
                                   ",\"auto_refresh_time\":" + QByteArray::number(m_input.below(4) - 1) + "}";
         m_axis.popupHasTerminator = m_kind < 3;
@@ -109,11 +117,11 @@ private:
     void actInside()
     {
         noteCall();
-        if (!m_axis.updated.empty() && m_axis.updated.back() != m_overlay.get() && m_overlay) {
-            m_hasUpdatedOther = true;
-        }
         if (m_depth >= deepest || m_input.isEmpty()) {
             return;
+        }
+        if (m_input.below(4) == 3) {
+            end();
         }
         for (int acts = m_input.below(3); acts > 0 && m_overlay; --acts) {
             act();
@@ -139,12 +147,11 @@ private:
             calc();
             break;
         case 3:
-            m_painter.calls.clear();
-            m_overlay->paintIt(m_painter);
+            paint();
             break;
         case 4:
         case 5:
-            m_overlay->handleMousePress(pixel(), pixel());
+            press();
             break;
         case 6:
             point();
@@ -173,22 +180,39 @@ private:
         }
     }
 
+    /// Not while bars are under way: no array is as long as both those before and these. Nor after an overlay
+    /// refused its bars, when hosts hide it.
+    void paint()
+    {
+        if (m_calcs == 0 && m_isShown) {
+            m_painter.calls.clear();
+            m_overlay->paintIt(m_painter);
+        }
+    }
+
     void calc()
     {
+        if (m_calcs > 0) {
+            return; // a host lays its chart out once at a time
+        }
         m_bars.resize(static_cast<std::size_t>(m_input.below(8)));
         for (AnalyData &bar : m_bars) {
             bar = someBar();
         }
         m_axis.bars = m_bars;
-        m_painter.barCount = m_bars.size();
         const int count = m_input.below(32) == 31 ? -1 : static_cast<int>(m_bars.size());
         const std::vector<AnalyData> borrowed = m_bars; // for the call
+        const tagCodeWithName shown = security();
+        const Period length = period();
+        ++m_calcs;
         try {
-            m_overlay->calcIt(security(), borrowed.data(), count, period(), m_input.below(3),
-                              m_input.below(3));
+            m_isShown = m_overlay->calcIt(shown, borrowed.data(), count, length, 0, 0);
         } catch (const std::length_error &) {
+            m_isShown = false;
             demand(count < 0, "a number of bars is refused that there can be");
         }
+        --m_calcs;
+        m_painter.barCount = static_cast<std::size_t>(std::max(count, 0));
     }
 
     AnalyData someBar()
@@ -233,6 +257,12 @@ private:
 
     double pixel() { return m_input.flag() ? m_input.below(1000) : m_input.real(); }
 
+    void press()
+    {
+        const double x = pixel();
+        m_overlay->handleMousePress(x, pixel());
+    }
+
     void point()
     {
         const double x = pixel();
@@ -247,7 +277,7 @@ private:
     void scale()
     {
         int untouched = 0;
-        m_overlay->calcRatio(m_input.below(3), m_input.below(3));
+        m_overlay->calcRatio(0, 0);
         m_overlay->maximizeValue(untouched);
         m_overlay->minimizeValue(untouched);
         demand(m_overlay->type() == Korvane::pluginObjectType && untouched == 0,
@@ -314,6 +344,8 @@ private:
     int m_kind = 0; ///< as configured, and 3 and 4 the combined one
     int m_depth = 0;
     int m_steps = 0;
+    int m_calcs = 0; ///< under way
+    bool m_isShown = false;
     bool m_wasCalledAfterEnd = false;
     bool m_hasUpdatedOther = false;
 };

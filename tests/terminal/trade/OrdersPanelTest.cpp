@@ -377,7 +377,7 @@ TEST_F(OrdersPanelTest, AsksForTheCancellationOfOneOfTheSelectedAndOfAll)
     EXPECT_EQ(asked, (std::vector<size_t>{2, 3, 1}));
 }
 
-TEST_F(OrdersPanelTest, LeadsFromAPositionToItsChartAndToItsClosing)
+TEST_F(OrdersPanelTest, LeadsFromAPositionToItsChartItsTradesAndItsClosing)
 {
     m_panel.setAccount(holding(18500));
     show(besideTheTicket);
@@ -389,6 +389,9 @@ TEST_F(OrdersPanelTest, LeadsFromAPositionToItsChartAndToItsClosing)
     positions()->setCurrentIndex(positions()->model()->index(0, 0));
     QTest::keyClick(positions(), Qt::Key_Return);
     EXPECT_EQ(charts.count(), 1);
+    QSignalSpy trades(&m_panel, &OrdersPanel::tradesAsked);
+    QTest::keyClick(positions(), Qt::Key_F5);
+    EXPECT_EQ(trades.count(), 1);
     QTest::keyClick(positions(), Qt::Key_Delete);
     EXPECT_EQ(closing, 2500);
 }
