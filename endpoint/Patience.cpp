@@ -39,15 +39,17 @@ Patience::Duration Patience::ask(quint64 question, Time now, Duration timeout, b
     return wait(timeout);
 }
 
+/// What was asked before, and not waited for, may have to be answered first.
 Patience::Duration Patience::wait(Duration timeout) const
 {
+    const auto owed = static_cast<Duration::rep>(m_owed.size());
     switch (m_state) {
     case State::Trusted:
         return timeout;
     case State::Doubted:
         return std::min(timeout, waitInDoubt);
     case State::OnTrial:
-        return std::min(timeout, std::max(waitInDoubt, 2 * m_longestAnswer));
+        return std::min(timeout, std::max(waitInDoubt, 2 * m_longestAnswer * owed));
     }
     return timeout;
 }
