@@ -46,7 +46,7 @@ bool isFigure(const QString &cell)
 QTableWidgetItem *itemOf(const QString &cell)
 {
     auto *const item = new QTableWidgetItem(plainText(cell));
-    item->setToolTip(item->text());
+    item->setToolTip(plainTip(item->text()));
     if (isFigure(cell)) {
         item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }

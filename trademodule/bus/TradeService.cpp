@@ -45,12 +45,6 @@ QString faultOf(const QJsonParseError &error)
                   : translated("the question is no JSON object: %1").arg(error.errorString());
 }
 
-QString faultOfScreen()
-{
-    return translated("\"%1\" cannot be a channel, or the answer is too long for one")
-        .arg(QLatin1String(TradeChart::TradeKeyFields::SCREENID));
-}
-
 /// For the log.
 QString refusalText(const TradeRequest &question, const QString &reason)
 {
@@ -58,12 +52,6 @@ QString refusalText(const TradeRequest &question, const QString &reason)
     const QString command = question.field(TradeChart::TradeKeyFields::CMD).toString();
     return security.isEmpty() ? translated("refused: %1: %2").arg(command, reason)
                               : translated("refused: %1 of %2: %3").arg(command, security, reason);
-}
-
-QByteArray answerChannel(const QJsonObject &question, const QByteArray &replyChannel)
-{
-    const QString screen = question.value(QLatin1String(TradeChart::TradeKeyFields::SCREENID)).toString();
-    return screen.isEmpty() ? replyChannel : screen.toUtf8();
 }
 
 } // namespace
@@ -75,6 +63,12 @@ TradeService::TradeService(const QString &busDirectory, Ledger *ledger, const Tr
       m_answers(
           ledger, &m_exchange, [this](const SecurityId &held) { publish(changeNotification(held)); },
           [this](const QString &language) { Q_EMIT languageAsked(language); }),
+      m_post(
+          [this](const QByteArray &channel, const QByteArray &answer) {
+              return m_endPoint.sendMessage(channel, TradeChart::Topic::TRADEQUERY, answer);
+          },
+          [this] { return m_endPoint.isConnected(); },
+          [this](const QString &reason) { Q_EMIT refused(translated("refused: %1").arg(reason)); }),
       m_presence(presence, busDirectory)
 {
     using LocalCommunication::EndPoint;
@@ -161,7 +155,7 @@ void TradeService::handleQuestion(const QByteArray &payload, const QByteArray &r
     attempt([&] {
         m_answers.record().setWaitingQuotes(m_quotes.size());
         const QByteArray answer = document.isObject() ? m_answers.answer(question) : refuse(faultOf(error));
-        send(answer, question, replyChannel);
+        m_post.give(question, replyChannel, answer);
         m_exchange.report();
     });
 }
@@ -172,17 +166,6 @@ QByteArray TradeService::refuse(const QString &reason)
     m_answers.record().answered(QLatin1String(ServiceRecord::otherCommands), true, {});
     Q_EMIT refused(translated("refused: %1").arg(reason));
     return bareRefusal(reason);
-}
-
-/// A screen whose name no channel can have is told so where the question came from.
-void TradeService::send(const QByteArray &answer, const QJsonObject &question, const QByteArray &replyChannel)
-{
-    const QByteArray channel = answerChannel(question, replyChannel);
-    const bool isSent = m_endPoint.sendMessage(channel, TradeChart::Topic::TRADEQUERY, answer);
-    if (!isSent && channel != replyChannel && m_endPoint.isConnected()) {
-        m_endPoint.sendMessage(replyChannel, TradeChart::Topic::TRADEQUERY, bareRefusal(faultOfScreen()));
-        Q_EMIT refused(translated("refused: %1").arg(faultOfScreen()));
-    }
 }
 
 void TradeService::handleQuote(const QByteArray &payload)
@@ -213,10 +196,10 @@ void TradeService::dealQuotes()
         } catch (const LedgerUnavailable &) {
             m_quotes.prepend(quote);
             throw;
-        } catch (const LedgerError &) {
+        } catch (const LeaseLost &) {
             throw;
-        } catch (const Error &error) {
-            warn(error.reason()); // of this quote's orders; the next ones are none the worse
+        } catch (const Error &error) { // it would fail again, and the next ones are none the worse
+            warn(translated("a quote of %1 is left out: %2").arg(quote.security.code, error.reason()));
         }
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "endpoint/EndPoint.h"
+#include "trademodule/bus/AnswerPost.h"
 #include "trademodule/bus/ModulePresence.h"
 #include "trademodule/bus/TradeAnswers.h"
 
@@ -56,7 +57,6 @@ private:
     void hold(const Message &message);
     void handleQuestion(const QByteArray &payload, const QByteArray &replyChannel);
     QByteArray refuse(const QString &reason);
-    void send(const QByteArray &answer, const QJsonObject &question, const QByteArray &replyChannel);
     void handleQuote(const QByteArray &payload);
     void beginDealing();
     void dealQuotes();
@@ -72,6 +72,7 @@ private:
     OrderBook m_orders;
     PaperExchange m_exchange;
     TradeAnswers m_answers;
+    AnswerPost m_post;
     ModulePresence m_presence;
     QTimer m_settleTimer;
     QList<Message> m_held;  // that came before it was known whether the bus is ours, the oldest first

@@ -8,10 +8,6 @@
 
 namespace TradeModule {
 
-/// A text without what a terminal would obey: what statements and other programs wrote may move its cursor,
-/// change its title, or turn the order of what is shown.
-QString printable(QString text);
-
 /// Writes to standard output, as it is.
 void print(const QString &text);
 /// Writes printable lines to standard output.

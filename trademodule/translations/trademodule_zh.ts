@@ -838,8 +838,8 @@
         <translation>价格 × 数量最多为 %1 元</translation>
     </message>
     <message>
-        <source>order %1 is not dealt: price × quantity would be more than %2 yuan</source>
-        <translation>委托 %1 未成交：价格 × 数量将超过 %2 元</translation>
+        <source>price × quantity would be more than %1 yuan</source>
+        <translation>价格 × 数量将超过 %1 元</translation>
     </message>
     <message>
         <source>the account&apos;s cash would be more than %1 yuan</source>
@@ -1296,8 +1296,8 @@
         <translation>该问题是 JSON，但不是对象</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; cannot be a channel, or the answer is too long for one</source>
-        <translation>“%1”不能用作频道，或答复过长</translation>
+        <source>&quot;%1&quot; cannot be a channel</source>
+        <translation>“%1”不能用作频道</translation>
     </message>
     <message>
         <source>the code of a security has six digits</source>
@@ -2380,6 +2380,22 @@
     <message>
         <source>the unit in the name of the column %1 is not known</source>
         <translation>列 %1 名称中的单位无法识别</translation>
+    </message>
+    <message>
+        <source>order %1 (%2) is set aside, the others are not: %3. It is tried again with each quote that reaches it; cancel it when it is not wanted any more</source>
+        <translation>委托 %1（%2）被搁置，其他委托不受影响：%3。每笔触及它的行情到来时会再次尝试；如不再需要，请撤单</translation>
+    </message>
+    <message>
+        <source>order %1 (%2) is not set aside any more</source>
+        <translation>委托 %1（%2）不再搁置</translation>
+    </message>
+    <message>
+        <source>a quote of %1 is left out: %2</source>
+        <translation>%1 的一笔行情被略过：%2</translation>
+    </message>
+    <message>
+        <source>the bus has no room for the answer, which has %1 bytes: ask again later, or for less</source>
+        <translation>总线没有空间发送应答（%1 字节）：请稍后再问，或缩小查询范围</translation>
     </message>
     <message>
         <source>refused: %1: %2</source>
