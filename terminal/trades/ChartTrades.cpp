@@ -193,6 +193,7 @@ void ChartTrades::showTexts()
 
 void ChartTrades::takeChart()
 {
+    m_wishesNewest = false; // the user has gone on meanwhile
     m_desk.show(m_chart->data().security);
     m_layer->takeChart();
     m_panel->setTrades(m_chart->data().security, toldTrades());

@@ -1,6 +1,6 @@
 // The inputs that fuzzers began with, and those that once broke something: none does any more.
+#include "tests/fuzz/CorpusReplay.h"
 #include "tests/fuzz/Properties.h"
-#include "tests/fuzz/Replay.h"
 
 TEST(Corpus, OfBarFilesIsReadAsPromised)
 {

@@ -11,8 +11,8 @@ using namespace TradeChart::TradeKeyFields;
 
 namespace {
 
-const char *const codes[] = {"600536", "600536", "600536", "000001", "60053x", ""};
-const char *const sides[] = {"B", "S", "0B", "0S", "0b", "1", ""};
+const char *const codes[] = {"600536", "600536", "600536", "600536", "600536", "000001", "60053x", ""};
+const char *const sides[] = {"B", "S", "0B", "0S", "0B", "0S", "1", ""};
 const char *const statuses[] = {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "A", "B", "C", "", "zz"};
 const char *const days[] = {"20240102", "20240102", "20240103", "20240101", "20231229",
                             "0",        "-1",       "99999999", "x"};
@@ -20,7 +20,7 @@ const char *const times[] = {"9301500", "93000", "10000000", "11310100",   "1300
                              "0",       "-5",    "99999999", "2147483648", ""};
 const char *const numbers[] = {"10.05", "10",  "9.5",    "11",  "0", "-3", "1e300",
                                "nan",   "inf", "0.0005", "100", "x", ""};
-const char *const markets[] = {"1", "1", "1", "2", "65537", "SH", "0", ""};
+const char *const markets[] = {"1", "1", "1", "1", "1", "2", "65537", "SH", "0", ""};
 
 struct Key
 {

@@ -72,8 +72,11 @@ public:
         while (!m_input.isEmpty() && m_steps < mostSteps) {
             if (!m_overlay) {
                 create();
+                calc();
             }
-            act();
+            if (m_overlay) { // else it was ended inside of its first bars
+                act();
+            }
         }
         end();
         m_events.reset();
@@ -116,6 +119,9 @@ private:
         noteCall();
         if (m_depth >= deepest || m_input.isEmpty()) {
             return;
+        }
+        if (m_input.below(4) == 3) {
+            end();
         }
         for (int acts = m_input.below(3); acts > 0 && m_overlay; --acts) {
             act();
