@@ -16,9 +16,10 @@ namespace LocalCommunication {
 ///  2. Doubted: questions are asked, and waited for 5 ms. It ends when one of them is answered within its
 ///     time-out, though nobody waited any more: the module would have been in time. But not within 10 s of a
 ///     crowd, whose load the module may still carry, nor within 30 s of a trial that failed.
-///  3. On trial: a question waits twice as long as the longest answer took since the doubt, at least 5 ms
-///     and at most its time-out. A crowd and a question that is not answered end it with doubt; it has
-///     failed when that question stood for more than 50 ms. After a minute the module is trusted again.
+///  3. On trial: a question waits twice as long as the longest answer took since the doubt, for itself and
+///     for each one that is still owed, at least 5 ms and at most its time-out. A crowd and a question
+///     that is not answered end it with doubt; it has failed when that question stood for more than
+///     50 ms. After a minute the module is trusted again.
 ///
 /// So a question stands for a module that hangs once, for a swamped one once in each time of trust, and for
 /// one that answers now and then at most once in 30 s besides. One that always takes a second or two, but
@@ -61,6 +62,7 @@ private:
     Time m_noTrialBefore;       // while doubted
     Duration m_longestAnswer{}; // since the doubt began
     Time m_lastAsked;
+    State m_askedIn = State::Trusted;
     quint64 m_last = 0;
     std::map<quint64, Asked> m_owed; // the questions without an answer whose time-outs are not over
 };

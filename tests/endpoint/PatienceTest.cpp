@@ -53,6 +53,13 @@ protected:
         return m_answered == question;
     }
 
+    /// The same with a module that answers one question after the other.
+    bool askInLine(Duration takes)
+    {
+        m_free = std::max(m_free, m_now) + takes;
+        return ask(m_free - m_now);
+    }
+
     void joinAnotherBus() { m_patience.reset(); }
 
     bool isCrowded = false;
@@ -71,6 +78,7 @@ private:
 
     Patience m_patience;
     Patience::Time m_now = Patience::Time() + 1h;
+    Patience::Time m_free; // the module, which answers in line
     std::multimap<Patience::Time, quint64> m_onTheWay;
     quint64 m_questions = 0;
     quint64 m_answered = 0; // the question that was answered last
@@ -140,6 +148,26 @@ TEST_F(PatienceTest, GivesASlowModuleItsTimeThoughItIsAskedMoreOftenThanItAnswer
         answered += ask(1s) ? 1 : 0;
     }
     EXPECT_GE(answered, 85);
+}
+
+TEST_F(PatienceTest, WaitsForASlowModuleThatHasOtherQuestionsToAnswerFirst)
+{
+    ask(std::nullopt);
+    for (int i = 0; i < 10; ++i, rest(5ms)) { // until it has answered the first one
+        askInLine(100ms);
+    }
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_TRUE(askInLine(100ms)) << i;
+    }
+}
+
+TEST_F(PatienceTest, BeginsATrialAlsoWhileItWaitsForAnotherQuestion)
+{
+    ask(std::nullopt);
+    ask(7ms);
+    ask(std::nullopt); // meanwhile the one before is answered
+
+    EXPECT_TRUE(ask(10ms));
 }
 
 TEST_F(PatienceTest, WaitsOnTrialTwiceAsLongAsTheModuleTook)

@@ -62,6 +62,7 @@ FastClock::~FastClock()
     isFast = false;
 }
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library's names are reserved to it
 extern "C" {
 
 Q_DECL_EXPORT int clock_gettime(clockid_t clock, timespec *time) noexcept
@@ -87,3 +88,4 @@ Q_DECL_EXPORT int nanosleep(const timespec *duration, timespec *left)
 }
 
 } // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
