@@ -22,6 +22,10 @@ public:
     /// To be called when the style is another: the same text may need other room.
     void forgetSizes() { m_sizes.clear(); }
 
+protected:
+    /// A selected row is seen without a frame around one of its cells, which would dim its text.
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
+
 private:
     mutable QHash<QString, QSize> m_sizes;
     mutable QFont m_font; ///< of the texts that are remembered
