@@ -287,7 +287,9 @@ void PaperExchange::advanceAll(bool (*isMeant)(const Order &))
     }
     Transaction transaction = m_book.begin();
     const Orders written = writeAll(&transaction, advanced(isMeant));
-    finish(&transaction, written);
+    if (!written.isEmpty()) { // what is set aside comes here each second, and a commit waits for the disk
+        finish(&transaction, written);
+    }
 }
 
 /// Changed orders and what goes on in their place. All are written first: what one of them had reserved is
@@ -376,13 +378,14 @@ void PaperExchange::note(const Quote &quote)
     }
 }
 
-/// The orders that a bar deals, the oldest first.
+/// The orders that a bar deals, the oldest first. One of a past day that cannot be ended is none of them.
 Orders PaperExchange::reachedBy(const Quote &quote)
 {
     Orders reached;
+    const TradingDate today = m_book.today();
     const Orders open = m_book.open();
-    std::copy_if(open.begin(), open.end(), std::back_inserter(reached), [&quote](const Order &order) {
-        return order.security == quote.security && OrderLife::isDealable(order) &&
+    std::copy_if(open.begin(), open.end(), std::back_inserter(reached), [&](const Order &order) {
+        return order.security == quote.security && !(order.date < today) && OrderLife::isDealable(order) &&
                Dealing::reaches(quote, order);
     });
     return reached;
