@@ -16,8 +16,8 @@ constexpr Patience::Duration waitInDoubt = 5ms;
 constexpr Patience::Duration mostUnnoticed = 50ms;
 
 constexpr Patience::Duration calmAfterCrowd = 10s;
-constexpr Patience::Duration probation = 1min;
-constexpr Patience::Duration pauseAfterProbation = 30s;
+constexpr Patience::Duration timeOfDoubts = 1min;
+constexpr std::size_t mostDoubts = 3; // in this time
 
 /// More than are asked in a time-out of three seconds when each is waited for in doubt.
 constexpr std::size_t mostOwed = 1024;
@@ -49,7 +49,7 @@ void Patience::hear(quint64 question, Time now)
     const bool isInTime = now - asked->second.time <= asked->second.timeout;
     m_owed.erase(asked);
     if ((isInTime || question == m_last) && !m_isTrusted && now >= m_noTrustBefore) {
-        trust(now);
+        m_isTrusted = true;
     }
 }
 
@@ -86,17 +86,13 @@ void Patience::noteCrowd(Time now)
     m_noTrustBefore = std::max(m_noTrustBefore, now + calmAfterCrowd);
 }
 
-void Patience::trust(Time now)
-{
-    m_isTrusted = true;
-    m_trustedAgain = now;
-}
-
 void Patience::doubt(Time now)
 {
     m_isTrusted = false;
-    if (m_trustedAgain && now - *m_trustedAgain < probation) {
-        m_noTrustBefore = std::max(m_noTrustBefore, now + pauseAfterProbation);
+    m_doubts.push_back(now);
+    if (m_doubts.size() == mostDoubts) {
+        m_noTrustBefore = std::max(m_noTrustBefore, m_doubts.front() + timeOfDoubts);
+        m_doubts.pop_front();
     }
 }
 

@@ -3,8 +3,8 @@
 #include <QtGlobal>
 
 #include <chrono>
+#include <deque>
 #include <map>
-#include <optional>
 
 namespace LocalCommunication {
 
@@ -16,12 +16,12 @@ namespace LocalCommunication {
 ///     these, and after a question that was not answered in its time-out, the module is doubted.
 ///  2. Doubted: questions are asked, and waited for 5 ms. The module is trusted again when one of them is
 ///     answered within its time-out, though nobody waited any more, or the last one, however late: it speaks
-///     again and has caught up. But not within 10 s of a crowd, whose load it may still carry, nor, when it
-///     is doubted twice within a minute, within 30 s.
+///     again and has caught up. But not within 10 s of a crowd, whose load it may still carry, and it is
+///     doubted at most three times in a minute.
 ///
 /// So a question stands for one time-out for a module that hangs, until it speaks again; a flood costs one in
-/// all; and a module that answers now and then, or always too late, at most one in 30 s. One that always
-/// takes a second or two, but less than the time-out, is always waited for.
+/// all; and a module that answers now and then, or always too late, at most three in a minute. One that
+/// always takes a second or two, but less than the time-out, is always waited for.
 class Patience
 {
 public:
@@ -50,12 +50,11 @@ private:
 
     void forgetOld(Time now);
     void noteCrowd(Time now);
-    void trust(Time now);
     void doubt(Time now);
 
     bool m_isTrusted = true;
-    std::optional<Time> m_trustedAgain; // when it was last
-    Time m_noTrustBefore;               // while doubted
+    std::deque<Time> m_doubts; // when the last ones began
+    Time m_noTrustBefore;      // while doubted
     Time m_lastCrowd;
     Duration m_stoodInCrowd{}; // in the flood of the last one
     quint64 m_last = 0;        // the question asked last

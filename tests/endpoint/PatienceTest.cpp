@@ -191,7 +191,7 @@ TEST_F(PatienceTest, TakesALateAnswerForNoPromiseWhileOthersAreOwed)
     }
 }
 
-TEST_F(PatienceTest, StandsAtMostOnceInHalfAMinuteForAModuleThatIsAlwaysTooLate)
+TEST_F(PatienceTest, StandsAtMostThreeTimesInAMinuteForAModuleThatIsAlwaysTooLate)
 {
     ask(std::nullopt);
     stands = 0;
@@ -199,46 +199,32 @@ TEST_F(PatienceTest, StandsAtMostOnceInHalfAMinuteForAModuleThatIsAlwaysTooLate)
         ask(timeout + 1ms);
         rest(10s);
     }
-    EXPECT_LE(stands, 20);
+    EXPECT_LE(stands, 3 * 11);
 }
 
-TEST_F(PatienceTest, TrustsAModuleAtOnceThatIsDoubtedForTheFirstTime)
+TEST_F(PatienceTest, TrustsAtOnceWhoSpeaksAgain)
 {
-    ask(std::nullopt);
-    ask(1ms);
+    for (int i = 0; i < 2; ++i) { // as one does that begins after the window, and is replaced by another one
+        ask(std::nullopt);
+        ask(1ms);
+    }
 
-    ask(std::nullopt);
-
-    EXPECT_EQ(stood, timeout);
+    EXPECT_TRUE(ask(1s));
 }
 
-TEST_F(PatienceTest, TrustsAModuleLaterThatIsDoubtedTwiceWithinAMinute)
+TEST_F(PatienceTest, DoubtsAtMostThreeTimesInAMinute)
 {
-    ask(std::nullopt);
-    ask(1ms);
+    for (int i = 0; i < 3; ++i) {
+        ask(std::nullopt);
+        ask(1ms);
+    }
     rest(50s);
-    ask(std::nullopt);
-
-    rest(29s);
     ask(1ms);
     ask(std::nullopt);
     EXPECT_EQ(stood, inDoubt);
-    rest(1s);
+    rest(5s);
     ask(1ms);
     ask(std::nullopt);
-    EXPECT_EQ(stood, timeout);
-}
-
-TEST_F(PatienceTest, TrustsAModuleAtOnceThatIsDoubtedAgainAfterMoreThanAMinute)
-{
-    ask(std::nullopt);
-    ask(1ms);
-    rest(1min);
-    ask(std::nullopt);
-    ask(1ms);
-
-    ask(std::nullopt);
-
     EXPECT_EQ(stood, timeout);
 }
 
@@ -249,8 +235,8 @@ TEST_F(PatienceTest, TrustsSeldomWhoAnswersNowAndThen)
         ask(i % 2 == 0 ? std::optional<Duration>(700ms) : std::nullopt);
         rest(1s);
     }
-    EXPECT_LE(stands, 1 + 2 * 600 / 30) << "each time of trust takes two questions";
-    EXPECT_GE(stands, 10) << "it is tried again";
+    EXPECT_LE(stands, 2 * 3 * 11) << "each time of trust takes two questions";
+    EXPECT_GE(stands, 10) << "it is trusted again";
 }
 
 TEST_F(PatienceTest, ServesAModuleThatIsStartedAgainFromItsFirstQuickAnswerOn)
