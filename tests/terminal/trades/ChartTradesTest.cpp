@@ -402,6 +402,7 @@ TEST_F(ChartTradesTest, ShowWhichControlOfTheirQuestionsHasTheKeyboard)
     std::vector<std::string> unseen;
     std::vector<std::string> nameless;
     const auto look = [&](QDialog *dialog) {
+        QApplication::setActiveWindow(dialog); // a bare screen has nobody who does
         for (const auto &[found, all] :
              {std::pair(controlsWithUnseenFocus(dialog, dialog->focusWidget()), &unseen),
               std::pair(namelessControls(*dialog), &nameless)}) {
