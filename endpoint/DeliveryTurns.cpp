@@ -71,6 +71,27 @@ std::chrono::nanoseconds DeliveryTurns::readingTime() const
     return std::chrono::nanoseconds(shareOfReading) / m_members;
 }
 
+std::shared_ptr<Patience> DeliveryTurns::patience(const QString &bus)
+{
+    std::weak_ptr<Patience> &known = m_patiences[bus];
+    std::shared_ptr<Patience> patience = known.lock();
+    if (!patience) {
+        patience = std::make_shared<Patience>();
+        known = patience;
+    }
+    return patience;
+}
+
+void DeliveryTurns::endTurn()
+{
+    m_isUsed = false;
+    for (const auto &[bus, known] : m_patiences) {
+        if (const auto patience = known.lock()) {
+            patience->endTurn();
+        }
+    }
+}
+
 void DeliveryTurns::goOnLater()
 {
     if (!m_nextTurn.isActive()) {
