@@ -51,6 +51,7 @@ public:
 private:
     explicit DeliveryTurns(QAbstractEventDispatcher *dispatcher);
 
+    void beTold();
     void endTurn();
     void goOn();
     void goOnLater();
@@ -59,6 +60,7 @@ private:
     std::deque<Inbox *> m_waiting;
     QTimer m_nextTurn;     ///< runs while an inbox waits
     bool m_isUsed = false; ///< this turn's time
+    bool m_isTold = false; ///< by the event loop of a turn since it went on
     QDeadlineTimer m_end;
     std::map<QString, std::weak_ptr<Patience>> m_patiences; // by their bus
 };

@@ -12,6 +12,9 @@ namespace {
 /// Short enough for the user's input, and many times what a module on this machine takes.
 constexpr Patience::Duration waitInDoubt = 5ms;
 
+/// When one of the same turn was waited for in vain; long enough to hear what was answered meanwhile.
+constexpr Patience::Duration nextWaitInDoubt = 2ms;
+
 /// Of a time-out of three seconds 25 ms: half of what a user notices. The other half is for what a window
 /// does with the answers.
 constexpr int unnoticedParts = 120;
@@ -35,8 +38,9 @@ Patience::Duration Patience::ask(quint64 question, Time now, Duration timeout, b
     m_lastAsked = {now, timeout};
     m_wasTrusted = m_isTrusted;
     m_owed[question] = m_lastAsked;
-    const Duration left = isInFlood(now) ? timeout - m_stood : timeout;
-    return std::min(timeout, m_isTrusted ? std::max(waitInDoubt, left) : waitInDoubt);
+    const Duration inTrust = isInFlood(now) ? std::max(waitInDoubt, timeout - m_stood) : timeout;
+    const Duration inDoubt = m_isInVain ? nextWaitInDoubt : waitInDoubt;
+    return std::min(timeout, m_isTrusted ? inTrust : inDoubt);
 }
 
 /// An answer after its time-out is a sign of life when nothing was asked since, for then the module has
@@ -63,6 +67,7 @@ void Patience::stopWaiting(Time now, bool isCrowded)
     }
     m_stood += isInFlood(now) ? stood : Duration(0);
     const bool isAnswered = m_owed.find(m_last) == m_owed.end();
+    m_isInVain = !m_wasTrusted && !isAnswered;
     const bool isFloodPaid = m_stood >= m_lastAsked.timeout;
     if (m_wasTrusted && m_isTrusted && (!isAnswered || isFloodPaid)) {
         doubt(now, stood);
@@ -77,6 +82,7 @@ void Patience::endTurn()
         doubt(m_lastAsked.time, m_stood);
     }
     m_stood = {};
+    m_isInVain = false;
 }
 
 /// Those of a module that never answers them.

@@ -17,10 +17,10 @@ namespace LocalCommunication {
 ///     it (25 ms of 3 s) the module is doubted from the next turn on. A flood begins with a crowd of
 ///     messages, which make the receiver ask again and again, and ends 10 s after the last one, whose load
 ///     the module may carry so long.
-///  2. Doubted: questions are asked, and waited for 5 ms. The module is trusted again when one of them is
-///     answered within its time-out, though nobody waited any more, or the last one, however late: it speaks
-///     again and has caught up. But not in a flood, and at most three times in a minute after a wait of a
-///     second or more.
+///  2. Doubted: questions are asked, and waited for 5 ms, for 2 ms right after one of the same turn that was
+///     waited for in vain. The module is trusted again when one of them is answered within its time-out,
+///     though nobody waited any more, or the last one, however late: it speaks again and has caught up. But
+///     not in a flood, and at most three times in a minute after a wait of a second or more.
 ///
 /// So a window stands for one time-out for a module that hangs, until it speaks again; in a flood once; and
 /// for a module that answers now and then, or always too late, at most three times in a minute. One that
@@ -67,6 +67,7 @@ private:
     Time m_noTrustBefore;      // while doubted
     Time m_floodEnd;           // of the last one
     Duration m_stood{};        // in this turn, in a flood
+    bool m_isInVain = false;   // in this turn the last question was waited for in doubt, and not answered
     quint64 m_last = 0;        // the question asked last
     Asked m_lastAsked{};
     bool m_wasTrusted = true;        // when it was asked

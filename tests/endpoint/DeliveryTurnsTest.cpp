@@ -11,7 +11,9 @@
 #include <QSignalBlocker>
 #include <QTimer>
 
+#include <algorithm>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace LocalCommunication {
@@ -106,6 +108,28 @@ TEST_F(DeliveryTurnsTest, GiveTheNextTurnItsOwnTime)
     inboxes[1]->run();
 
     EXPECT_THAT(delivered, ElementsAre("a", "b"));
+}
+
+TEST_F(DeliveryTurnsTest, GiveNoTurnItsTimeTwice)
+{
+    QTimer::singleShot(0, inboxes[0].get(), [this] { // before what goes on
+        add(0, "a");
+        add(1, "b");
+        runAll();
+    });
+    std::size_t deliveredInATurn = 0;
+    std::size_t before = 0;
+    const auto note = [&] {
+        deliveredInATurn =
+            std::max(deliveredInATurn, delivered.size() - std::exchange(before, delivered.size()));
+    };
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, inboxes[0].get(),
+                     note);
+
+    ASSERT_TRUE(isDelivered(2));
+    note();
+
+    EXPECT_EQ(deliveredInATurn, 1U);
 }
 
 TEST_F(DeliveryTurnsTest, GoOnWhereTheEventLoopTellsOfNoTurns)

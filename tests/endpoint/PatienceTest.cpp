@@ -131,6 +131,19 @@ TEST_F(PatienceTest, TakesTheAnswersOfAQuickModuleAlsoInDoubt)
     }
 }
 
+TEST_F(PatienceTest, WaitsInDoubtOnceInATurn)
+{
+    ask(std::nullopt);
+    rest(1s);
+    ask(std::nullopt);
+    EXPECT_EQ(stood, inDoubt);
+    ask(std::nullopt); // of another overlay
+    EXPECT_EQ(stood, 2ms);
+    rest(1ms);
+    ask(std::nullopt);
+    EXPECT_EQ(stood, inDoubt);
+}
+
 TEST_F(PatienceTest, GivesASlowModuleThatWasLateItsTimeAgain)
 {
     for (const Duration takes : {50ms, 200ms, 1000ms, 2000ms}) {
