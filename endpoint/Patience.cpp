@@ -15,9 +15,11 @@ constexpr Patience::Duration waitInDoubt = 5ms;
 /// When one of the same turn was waited for in vain; long enough to hear what was answered meanwhile.
 constexpr Patience::Duration nextWaitInDoubt = 2ms;
 
-/// Of a time-out of three seconds 25 ms: half of what a user notices. The other half is for what a window
-/// does with the answers.
-constexpr int unnoticedParts = 120;
+/// Half of what a user notices: the other half is for what a window does with the answers.
+constexpr Patience::Duration mostUnnoticed = 25ms;
+
+/// Whoever is given more has no window that must move, and may stand for so much longer.
+constexpr Patience::Duration timeoutOfWindows = 3s;
 
 constexpr Patience::Duration timeOfDoubts = 1min;
 constexpr std::size_t mostDoubts = 3; // in this time, of those that began with a long wait
@@ -78,7 +80,8 @@ void Patience::stopWaiting(Time now, bool isCrowded)
 /// is one stand for the window.
 void Patience::endTurn()
 {
-    if (m_isTrusted && m_stood > std::max(waitInDoubt, m_lastAsked.timeout / unnoticedParts)) {
+    const Duration beyondWindows = std::max(Duration(0), m_lastAsked.timeout - timeoutOfWindows);
+    if (m_isTrusted && m_stood > mostUnnoticed + beyondWindows) {
         doubt(m_lastAsked.time, m_stood);
     }
     m_stood = {};

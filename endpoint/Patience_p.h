@@ -13,10 +13,10 @@ namespace LocalCommunication {
 ///
 ///  1. Trusted, which it is at first: a question waits for its whole time-out, and the module is doubted when
 ///     it was not answered in that. In a flood the window stands once: the questions of one turn of its event
-///     loop wait for one time-out in all, answered or not, and when they have waited for more than a 120th of
-///     it (25 ms of 3 s) the module is doubted from the next turn on. A flood begins with a crowd of
-///     messages, which make the receiver ask again and again, and ends 10 s after the last one, whose load
-///     the module may carry so long.
+///     loop wait for one time-out in all, answered or not, and when they have waited for more than 25 ms the
+///     module is doubted from the next turn on. (More by what their time-out is above the 3 s of a window.)
+///     A flood begins with a crowd of messages, which make the receiver ask again and again, and ends 10 s
+///     after the last one, whose load the module may carry so long.
 ///  2. Doubted: questions are asked, and waited for 5 ms, for 2 ms right after one of the same turn that was
 ///     waited for in vain. The module is trusted again when one of them is answered within its time-out,
 ///     though nobody waited any more, or the last one, however late: it speaks again and has caught up. But

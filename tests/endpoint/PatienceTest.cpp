@@ -338,12 +338,24 @@ TEST_F(PatienceTest, StandsForOneTimeOutInATurnOfAFlood)
     EXPECT_EQ(stoodInAll, timeout);
 }
 
-TEST_F(PatienceTest, IsAskedInAFloodByWhoeverWantsToWaitLonger)
+TEST_F(PatienceTest, WaitsInAFloodForWhoeverHasALongerTimeOutThanAWindow)
 {
     timeout = 20s;
     isCrowded = true;
     for (int i = 0; i < 100; ++i, rest(4ms)) {
-        EXPECT_TRUE(ask(150ms));
+        EXPECT_TRUE(ask(17s));
+    }
+    EXPECT_TRUE(ask(17500ms));
+    rest(4ms);
+    EXPECT_FALSE(ask(17500ms));
+}
+
+TEST_F(PatienceTest, ServesWhoeverHasAShortTimeOutInAFlood)
+{
+    timeout = 200ms;
+    isCrowded = true;
+    for (int i = 0; i < 100; ++i, rest(4ms)) {
+        EXPECT_TRUE(ask(20ms));
     }
 }
 
