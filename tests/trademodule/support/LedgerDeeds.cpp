@@ -153,6 +153,12 @@ QString fileStateOf(Database *database)
     return state.next() ? state.value(0).toString() : QString();
 }
 
+/// Then it is so, whatever was done before.
+bool saysThatNothingWasChanged(const LedgerUnavailable &error)
+{
+    return error.reason().contains(QLatin1String("Nothing was changed"));
+}
+
 } // namespace
 
 const std::vector<Deed> &ledgerDeeds()
@@ -180,8 +186,9 @@ End endOf(const Deed &deed, const QString &location)
         deed.act(&ledger);
     } catch (const OutcomeUnknown &) {
         return End::Unknown;
-    } catch (const LedgerUnavailable &) {
-        return deed.failure == Deed::Failure::UndoesIt ? End::Failed : End::Unknown;
+    } catch (const LedgerUnavailable &error) {
+        const bool isUndone = deed.failure == Deed::Failure::UndoesIt || saysThatNothingWasChanged(error);
+        return isUndone ? End::Failed : End::Unknown;
     }
     return End::Done;
 }

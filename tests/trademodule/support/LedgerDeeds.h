@@ -19,7 +19,8 @@ struct Deed
     void (*act)(Ledger *ledger);
     enum class Failure {
         UndoesIt,
-        MayComeAfterIt, ///< opening a ledger goes on when it was made or brought up to date
+        MayComeAfterIt, ///< opening a ledger goes on when it was made or brought up to date; who is told that
+                        ///< nothing was changed may rely on it nonetheless
     } failure = Failure::UndoesIt;
 };
 
