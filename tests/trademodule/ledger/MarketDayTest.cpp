@@ -87,6 +87,25 @@ TEST_F(MarketDayTest, ForgetsTheMarketOfAnotherDay)
     EXPECT_EQ(market.reference(bank()), std::nullopt);
 }
 
+TEST_F(MarketDayTest, NotesNoMoreSecuritiesThanAnyExchangeHas)
+{
+    MarketDay market(&ledger());
+    const auto invented = [](int number) {
+        SecurityId security = bank();
+        security.code = QString::number(300000 + number);
+        return security;
+    };
+    for (int i = 0; i < 20000; ++i) {
+        market.note(invented(i), at(1001), yuan(10), yuan(9));
+    }
+
+    market.note(invented(20000), at(1001), yuan(10), yuan(9));
+    market.note(invented(1), at(1002), yuan(10), yuan(8));
+
+    EXPECT_EQ(market.reference(invented(20000)), std::nullopt);
+    EXPECT_EQ(market.reference(invented(1)), yuan(8));
+}
+
 TEST_F(MarketDayTest, LeavesQuotesOfOtherDaysAloneAndSaysSoOnce)
 {
     const Order order = buy(10, 100);
