@@ -37,6 +37,8 @@ public:
     void tell(const QString &orderNumber, const QString &text);
     /// What was gathered is not to be told any more.
     void forget();
+    /// A deal was told, and what comes now is gathered.
+    bool isGathering() const { return m_pause.isActive(); }
     void showTexts();
 
     /// How long is gathered; two seconds at first.

@@ -8,10 +8,8 @@
 
 #include <QAction>
 #include <QDBusConnection>
-#include <QEventLoop>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QVariantMap>
 #include <QWidget>
 
@@ -50,14 +48,6 @@ public:
     void show(const QString &text) override { shown.push_back(text.toStdString()); }
     bool confirm(const QString & /*question*/) override { return false; }
 };
-
-/// Nothing shows that a pause has ended.
-void pass(std::chrono::milliseconds time)
-{
-    QEventLoop loop;
-    QTimer::singleShot(time, &loop, &QEventLoop::quit);
-    loop.exec();
-}
 
 class DealNoticeTest : public ::testing::Test
 {
@@ -112,7 +102,7 @@ TEST_F(DealNoticeTest, TellsAnotherDealAtOnceWhenItHasBecomeQuiet)
 {
     m_notice.setPause(1ms);
     m_notice.tell(QStringLiteral("1"), QStringLiteral("one"));
-    pass(20ms);
+    ASSERT_TRUE(waitUntil([this] { return !m_notice.isGathering(); }));
     m_notice.tell(QStringLiteral("2"), QStringLiteral("two"));
     EXPECT_THAT(m_prompts.shown, ElementsAre("one", "two"));
 }
@@ -123,7 +113,7 @@ TEST_F(DealNoticeTest, ForgetsWhatItHasGatheredWhenAmountsAreHidden)
     m_notice.tell(QStringLiteral("1"), QStringLiteral("one"));
     m_notice.tell(QStringLiteral("2"), QStringLiteral("300 at 10.00"));
     m_notice.forget();
-    pass(20ms);
+    ASSERT_TRUE(waitUntil([this] { return !m_notice.isGathering(); }));
     EXPECT_THAT(m_prompts.shown, ElementsAre("one"));
 }
 
