@@ -14,8 +14,6 @@ using ::testing::SizeIs;
 
 using DatabaseTest = LedgerFixture;
 
-const DateRange always;
-
 } // namespace
 
 TEST_F(DatabaseTest, IsReadWhileAnotherProcessWritesIt)
