@@ -112,8 +112,8 @@ private:
     void take(const OrderRequest &order, const DeskOutcome &outcome)
     {
         // asked again and again, a module on a busy machine would answer nothing but repetitions
-        const bool isUnanswered = outcome.kind == DeskOutcome::Kind::NoAnswer;
-        setPatience(isUnanswered ? std::min(2 * m_patience, longPatience) : shortPatience);
+        const bool isSlow = outcome.kind == DeskOutcome::Kind::NoAnswer || outcome.isLate;
+        setPatience(isSlow ? std::min(2 * m_patience, longPatience) : shortPatience);
         if (outcome.kind == DeskOutcome::Kind::Accepted) {
             note("placed", order.clientNumber + QLatin1Char(' ') + outcome.text);
             return;
