@@ -135,6 +135,18 @@ TEST_F(PostgreSqlCommit, IsInDoubtUntilTheServerIsThereAgain)
     EXPECT_TRUE(behind().database()->isCommitted(*mark));
 }
 
+TEST_F(PostgreSqlCommit, IsKnownAlsoAfterLaterChanges)
+{
+    change(); // its mark goes with the next one's
+    const std::optional<qint64> mark = changeInDoubt();
+    ASSERT_TRUE(mark);
+    proxy().setAway(false);
+    change();
+    change();
+
+    EXPECT_TRUE(behind().database()->isCommitted(*mark));
+}
+
 TEST_F(PostgreSqlCommit, IsNotMadeWhereAnotherServerTookOverThatNeverHeardOfIt)
 {
     const Money before = OrderBook(&ledger()).cash();
