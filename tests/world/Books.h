@@ -1,0 +1,47 @@
+#pragma once
+
+#include "tests/world/Market.h"
+#include "tests/world/SimulatedTerminal.h"
+#include "trademodule/ledger/Ledger.h"
+#include "trademodule/ledger/OrderBook.h"
+
+#include <string>
+#include <vector>
+
+namespace World {
+
+/// Looks into the ledger of a world from beside it: does it hold what was promised? Each function tells what
+/// does not hold, in words; nothing when all is well.
+class Books
+{
+public:
+    using Findings = std::vector<std::string>;
+
+    explicit Books(const QString &ledger);
+
+    /// Orders, executions, holdings and cash agree with each other, whatever was done.
+    Findings audit();
+    /// No quote was dealt twice, and nobody sold what he had not held since the day before.
+    Findings checkDealing(const Market &market);
+    /// Each confirmed wish stands in the books once and as it was wished, each refused one does not, and
+    /// nothing is in them that nobody wished.
+    Findings checkWishes(const std::vector<Wish> &wishes);
+    /// The wishes have ended: each user knows what became of his.
+    static Findings checkEnded(const std::vector<Wish> &wishes);
+    /// What a terminal shows is what the ledger holds.
+    Findings checkShown(SimulatedTerminal *terminal);
+
+private:
+    void checkPlacing(const Wish &wish, Findings *findings);
+    void checkReplacing(const Wish &wish, Findings *findings);
+    void checkCancelling(const Wish &wish, Findings *findings);
+    void checkOrigins(const std::vector<Wish> &wishes, Findings *findings);
+    void checkOrders(SimulatedTerminal *terminal, Findings *findings);
+    void checkAccount(SimulatedTerminal *terminal, Findings *findings);
+    void checkTrades(SimulatedTerminal *terminal, Findings *findings);
+
+    TradeModule::Ledger m_ledger;
+    TradeModule::OrderBook m_orders;
+};
+
+} // namespace World

@@ -1,0 +1,396 @@
+#include "tests/world/World.h"
+
+#include "tests/world/Randomness.h"
+#include "tests/world/WorldHome.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace World {
+
+using namespace std::chrono_literals;
+using Terminal::OrderRecord;
+
+namespace {
+
+/// A Monday morning in a week without holidays, Shanghai's time.
+const std::chrono::system_clock::time_point firstMorning{1710120600s}; // 2024-03-11 09:30
+
+constexpr auto oneDay = 24h;
+constexpr int daysInAWeek = 5;
+
+} // namespace
+
+World::World(std::uint64_t seed, std::size_t tail)
+    : m_ledger(WorldHome::instance().newLedger()),
+      m_dice(seed),
+      m_trace(tail),
+      m_time(SimulatedTime::instance())
+{
+    m_report.seed = seed;
+    seedRandomness(m_dice.number());
+    m_time->begin(firstMorning, [this](int socket) { return m_bus->isReadable(socket); });
+    m_bus = std::make_unique<SimulatedBus>(m_time, &m_dice, &m_trace);
+    m_books = std::make_unique<Books>(m_ledger);
+    m_market = std::make_unique<Market>(m_time, &m_dice);
+    m_modulesWanted = m_dice.happens(30) ? 2 : 1;
+    m_modules.push_back(std::make_unique<SimulatedModule>(m_time, m_ledger));
+    for (std::int64_t terminals = m_dice.between(1, 2); terminals > 0; --terminals) {
+        startTerminal();
+    }
+}
+
+World::~World()
+{
+    m_terminals.clear();
+    m_modules.clear();
+    m_market.reset();
+    m_books.reset();
+    m_time->end();
+    m_bus.reset();
+}
+
+Report World::live(int steps)
+{
+    while (m_report.step < steps) {
+        ++m_report.step;
+        step();
+        checkStep();
+    }
+    calmDown();
+    checkEnd();
+    m_report.traceHash = m_trace.hash();
+    m_report.bus = m_bus->counts();
+    m_report.wishes = static_cast<int>(m_wishes.size());
+    m_report.events = m_time->eventCount();
+    m_report.longestWait = m_time->longestWait();
+    m_report.lived = m_time->now();
+    return m_report;
+}
+
+void World::checkStep()
+{
+    check(Promise::BooksAgree, m_books->audit());
+    check(Promise::BooksAgree, m_books->checkDealing(*m_market));
+    check(Promise::WishesAreKept, m_books->checkWishes(m_wishes));
+    if (m_time->longestWait() > longestWait) {
+        check(Promise::CallsReturn, {std::to_string(m_time->longestWait().count() / 1000000) + " ms"});
+    }
+}
+
+void World::checkEnd()
+{
+    checkStep();
+    check(Promise::WishesEnd, Books::checkEnded(m_wishes));
+    for (const auto &terminal : m_terminals) {
+        check(Promise::DesksAgree, m_books->checkShown(terminal.get()));
+    }
+    checkCharts();
+}
+
+/// What does not hold mostly goes on not to hold: the first time tells.
+void World::check(Promise promise, const Books::Findings &findings)
+{
+    const bool isKnown = std::any_of(m_report.findings.begin(), m_report.findings.end(),
+                                     [promise](const Finding &known) { return known.promise == promise; });
+    if (findings.empty() || isKnown) {
+        return;
+    }
+    if (m_report.findings.empty()) {
+        m_report.tail = m_trace.tail().toStdString();
+    }
+    for (const std::string &text : findings) {
+        m_report.findings.push_back({promise, m_report.step, text});
+    }
+}
+
+/// Nothing of what is done is done twice: each step is one thing of the user, the market or of chance.
+void World::step()
+{
+    replacePrograms();
+    switch (m_dice.choose({40, 30, 8, 22})) {
+    case 0:
+        quote();
+        break;
+    case 1:
+        trade();
+        break;
+    case 2:
+        lookAround();
+        break;
+    default:
+        disturb();
+        break;
+    }
+    passTime();
+}
+
+/// Mostly a moment, so that things meet; at times long enough for everything to settle.
+void World::passTime()
+{
+    switch (m_dice.choose({30, 30, 30, 10})) {
+    case 0:
+        m_time->run(someTime(2ms));
+        break;
+    case 1:
+        m_time->run(someTime(100ms));
+        break;
+    case 2:
+        m_time->run(someTime(1500ms));
+        break;
+    default:
+        m_time->run(someTime(8s));
+        break;
+    }
+}
+
+Instant World::someTime(Instant longest)
+{
+    return m_dice.time(Instant{}, longest);
+}
+
+// Users -----------------------------------------------------------------------------------------
+
+SimulatedTerminal *World::anyTerminal()
+{
+    std::vector<SimulatedTerminal *> awake;
+    for (const auto &terminal : m_terminals) {
+        if (!m_time->isFrozen(terminal->process())) {
+            awake.push_back(terminal.get());
+        }
+    }
+    return awake.empty() ? nullptr
+                         : awake[static_cast<size_t>(m_dice.below(static_cast<std::int64_t>(awake.size())))];
+}
+
+void World::trade()
+{
+    SimulatedTerminal *const terminal = anyTerminal();
+    if (terminal == nullptr) {
+        return;
+    }
+    switch (m_dice.choose({60, 20, 20})) {
+    case 0:
+        place(terminal);
+        break;
+    case 1:
+        replace(terminal);
+        break;
+    default:
+        cancel(terminal);
+        break;
+    }
+}
+
+void World::place(SimulatedTerminal *terminal)
+{
+    const bool isFirst = terminal->shown().code == Market::securities().front().code;
+    Terminal::OrderRequest order;
+    order.security = terminal->shown();
+    order.side = m_dice.happens(55) ? Terminal::Direction::Buy : Terminal::Direction::Sell;
+    const double near = static_cast<double>(m_dice.between(-20, 20)) / 100;
+    order.price = std::round((m_market->price(isFirst ? 0 : 1) + near) * 100) / 100;
+    if (m_dice.happens(4)) {
+        order.price *= 2; // beyond the limits of the day
+    }
+    order.quantity = m_dice.between(1, 30) * 100;
+    if (m_dice.happens(4)) {
+        order.quantity += 50; // refused
+    }
+    const int times = terminal->knowsClientNumbers() && m_dice.happens(15) ? 2 : 1;
+    m_trace.note(m_time->now(), "place", order.security.code.toLatin1(), QByteArray::number(order.price));
+    terminal->place(order, times);
+}
+
+/// Of those shown, which the ledger may have ended meanwhile.
+const OrderRecord *World::anyOrder(SimulatedTerminal *terminal)
+{
+    const Terminal::OrderRecords &orders = terminal->desk().orders();
+    if (orders.empty()) {
+        return nullptr;
+    }
+    const auto count = static_cast<std::int64_t>(orders.size());
+    const OrderRecord *chosen = &orders[static_cast<size_t>(m_dice.below(count))];
+    for (std::int64_t tries = 0; tries < count && !isCancellable(*chosen) && m_dice.happens(90); ++tries) {
+        chosen = &orders[static_cast<size_t>(m_dice.below(count))];
+    }
+    return chosen->day ? chosen : nullptr;
+}
+
+void World::replace(SimulatedTerminal *terminal)
+{
+    const OrderRecord *const order = anyOrder(terminal);
+    if (order != nullptr && terminal->desk().canReplace()) {
+        const double change = static_cast<double>(m_dice.between(-20, 20)) / 100;
+        m_trace.note(m_time->now(), "replace", order->number.toLatin1());
+        terminal->replace(OrderRecord(*order), std::round((order->price + change) * 100) / 100);
+    }
+}
+
+void World::cancel(SimulatedTerminal *terminal)
+{
+    const OrderRecord *const order = anyOrder(terminal);
+    if (order != nullptr) {
+        m_trace.note(m_time->now(), "cancel", order->number.toLatin1());
+        terminal->cancel(OrderRecord(*order));
+    }
+}
+
+void World::lookAround()
+{
+    SimulatedTerminal *const terminal = anyTerminal();
+    if (terminal == nullptr) {
+        return;
+    }
+    if (m_dice.happens(50)) {
+        terminal->show(Market::securities()[static_cast<size_t>(m_dice.below(2))]);
+    } else {
+        terminal->show(m_dice.happens(50) ? SimulatedChart::Kind::Intraday : SimulatedChart::Kind::Daily);
+    }
+}
+
+void World::quote()
+{
+    const auto place = static_cast<size_t>(m_dice.below(2));
+    m_dice.happens(12) ? m_market->repeat(place) : m_market->quote(place);
+}
+
+/// The machines were suspended for the night.
+void World::beginDay()
+{
+    if (m_report.days == daysInAWeek) {
+        return;
+    }
+    ++m_report.days;
+    m_trace.note(m_time->now(), "day", QByteArray::number(m_report.days));
+    SimulatedClock::moveTimeOfDay(oneDay);
+    m_market->beginDay();
+}
+
+// Chance ----------------------------------------------------------------------------------------
+
+void World::disturb()
+{
+    switch (m_dice.choose({30, 10, 12, 6, 6, 10, 14, 4, 8})) {
+    case 0:
+        m_bus->loseConnection();
+        break;
+    case 1:
+        m_trace.note(m_time->now(), "delays", {});
+        m_bus->setDelays(m_dice.time(20us, 5ms), m_dice.time(10ms, 900ms));
+        break;
+    case 2:
+        m_bus->heal();
+        break;
+    case 3:
+        m_trace.note(m_time->now(), "restart of the broker", {});
+        m_bus->restart(someTime(4s));
+        break;
+    case 4:
+        killModule();
+        break;
+    case 5:
+        if (!m_modules.empty()) {
+            m_bus->dieAtMessage(m_modules.front()->process(), static_cast<int>(m_dice.between(1, 6)));
+        }
+        break;
+    case 6:
+        freezeSomebody();
+        break;
+    case 7:
+        killTerminal();
+        break;
+    default:
+        beginDay();
+        break;
+    }
+}
+
+void World::killModule()
+{
+    if (m_modules.empty()) {
+        return;
+    }
+    const Process process =
+        m_modules[static_cast<size_t>(m_dice.below(static_cast<std::int64_t>(m_modules.size())))]->process();
+    m_trace.note(m_time->now(), "kill of a module", QByteArray::number(process));
+    m_time->kill(process);
+    m_bus->loseConnections(process);
+}
+
+void World::killTerminal()
+{
+    const auto place = static_cast<size_t>(m_dice.below(static_cast<std::int64_t>(m_terminals.size())));
+    const Process process = m_terminals[place]->process();
+    m_trace.note(m_time->now(), "kill of a terminal", QByteArray::number(process));
+    m_time->kill(process);
+    m_bus->loseConnections(process);
+    m_terminals.erase(m_terminals.begin() + static_cast<std::ptrdiff_t>(place));
+    ++m_report.killedTerminals;
+    startTerminal();
+}
+
+void World::freezeSomebody()
+{
+    const bool isModule = !m_modules.empty() && m_dice.happens(70);
+    const Process process = isModule ? m_modules.front()->process() : m_terminals.front()->process();
+    ++m_report.frozen;
+    m_trace.note(m_time->now(), "freeze", QByteArray::number(process));
+    m_time->freeze(process, m_time->now() + someTime(9s));
+}
+
+void World::startTerminal()
+{
+    m_terminals.push_back(
+        std::make_unique<SimulatedTerminal>(m_time, WorldHome::instance().dataFolder(), &m_wishes));
+    m_terminals.back()->show(Market::securities()[static_cast<size_t>(m_dice.below(2))]);
+}
+
+/// Who looks after the modules starts another one a moment after one has ended.
+void World::replacePrograms()
+{
+    const auto hasEnded = [this](const std::unique_ptr<SimulatedModule> &module) {
+        return module->isOutrun() || m_time->hasEnded(module->process());
+    };
+    const auto ended = std::remove_if(m_modules.begin(), m_modules.end(), hasEnded);
+    if (ended != m_modules.end()) {
+        m_report.killedModules += static_cast<int>(m_modules.end() - ended);
+        m_modules.erase(ended, m_modules.end());
+        m_nextModule = m_time->now() + someTime(3s);
+    }
+    if (m_modules.size() < m_modulesWanted && m_time->now() >= m_nextModule) {
+        m_modules.push_back(std::make_unique<SimulatedModule>(m_time, m_ledger));
+        m_trace.note(m_time->now(), "start of a module", QByteArray::number(m_modules.back()->process()));
+    }
+}
+
+// The end ---------------------------------------------------------------------------------------
+
+void World::calmDown()
+{
+    m_trace.note(m_time->now(), "calm", {});
+    m_bus->heal();
+    m_time->run(10s); // whoever stood still goes on
+    replacePrograms();
+    m_time->run(5s);
+    replacePrograms();
+    m_time->run(timeToAgree);
+}
+
+/// A chart that was open through all of it and one that is opened now show the same.
+void World::checkCharts()
+{
+    for (const auto &terminal : m_terminals) {
+        const std::unique_ptr<SimulatedChart> fresh = terminal->openBeside();
+        terminal->repaint(fresh.get());
+        m_time->run(5s);
+        terminal->repaint(fresh.get());
+        m_time->run(2s);
+        if (terminal->drawing() != fresh->drawing()) {
+            check(Promise::ChartsAgree, {"a chart shows\n" + terminal->drawing() +
+                                         "and one that is opened now\n" + fresh->drawing()});
+        }
+    }
+}
+
+} // namespace World

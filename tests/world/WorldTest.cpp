@@ -1,0 +1,150 @@
+// Worlds from seeds. What goes wrong in one goes wrong in it every time:
+//
+//     TRADE_WORLD_SEED=7 build/debug/bin/world_test                           one world
+//     TRADE_WORLD_SEED=7 TRADE_WORLD_TAIL=100000 build/debug/bin/world_test    with as many of its last
+//     events TRADE_WORLDS=10000 build/release/bin/world_test                         as many worlds, from the
+//     first seed on TRADE_WORLDS=100 TRADE_FIRST_WORLD=5001 build/release/bin/world_test     from another one
+//     on
+#include "tests/world/World.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdio>
+#include <vector>
+
+namespace World {
+namespace {
+
+constexpr int defaultWorlds = 200;
+
+std::uint64_t numberIn(const char *variable, std::uint64_t otherwise)
+{
+    const QByteArray text = qgetenv(variable);
+    return text.isEmpty() ? otherwise : text.toULongLong();
+}
+
+std::string textOf(const Report &report, Promise promise)
+{
+    std::string text;
+    for (const Finding &finding : report.findings) {
+        if (finding.promise == promise) {
+            text += "seed " + std::to_string(report.seed) + ", step " + std::to_string(finding.step) + ": " +
+                    finding.text + '\n';
+        }
+    }
+    return text.empty() ? text
+                        : text + report.tail + "again with: TRADE_WORLD_SEED=" + std::to_string(report.seed) +
+                              " world_test\n";
+}
+
+Report lived(std::uint64_t seed)
+{
+    return World(seed, numberIn("TRADE_WORLD_TAIL", World::defaultTail)).live();
+}
+
+void add(const Report &report, Report *sum)
+{
+    sum->bus.messages += report.bus.messages;
+    sum->bus.lostConnections += report.bus.lostConnections;
+    sum->bus.repeated += report.bus.repeated;
+    sum->bus.restarts += report.bus.restarts;
+    sum->killedModules += report.killedModules;
+    sum->killedTerminals += report.killedTerminals;
+    sum->frozen += report.frozen;
+    sum->days += report.days;
+    sum->wishes += report.wishes;
+    sum->events += report.events;
+    sum->lived += report.lived;
+    sum->longestWait = std::max(sum->longestWait, report.longestWait);
+}
+
+void print(const Report &sum, std::uint64_t worlds)
+{
+    std::printf(
+        "%llu worlds, %lld s simulated, %lld events, %lld messages; %d wishes; lost connections %d, repeated "
+        "messages %d, broker restarts %d, killed modules %d, killed terminals %d, frozen %d, days %d; "
+        "longest "
+        "wait %lld ms\n",
+        static_cast<unsigned long long>(worlds),
+        static_cast<long long>(std::chrono::duration_cast<std::chrono::seconds>(sum.lived).count()),
+        static_cast<long long>(sum.events), static_cast<long long>(sum.bus.messages), sum.wishes,
+        sum.bus.lostConnections, sum.bus.repeated, sum.bus.restarts, sum.killedModules, sum.killedTerminals,
+        sum.frozen, sum.days,
+        static_cast<long long>(
+            std::chrono::duration_cast<std::chrono::milliseconds>(sum.longestWait).count()));
+}
+
+/// Each world lives once, whatever is asked of it.
+const std::vector<Report> &worlds()
+{
+    static const std::vector<Report> reports = [] {
+        const std::uint64_t only = numberIn("TRADE_WORLD_SEED", 0);
+        const std::uint64_t first = only > 0 ? only : numberIn("TRADE_FIRST_WORLD", 1);
+        const std::uint64_t count = only > 0 ? 1 : numberIn("TRADE_WORLDS", defaultWorlds);
+        std::vector<Report> lives;
+        Report sum;
+        for (std::uint64_t seed = first; seed < first + count; ++seed) {
+            lives.push_back(lived(seed));
+            add(lives.back(), &sum);
+        }
+        print(sum, count);
+        return lives;
+    }();
+    return reports;
+}
+
+void expectEverywhere(Promise promise)
+{
+    for (const Report &report : worlds()) {
+        const std::string found = textOf(report, promise);
+        EXPECT_TRUE(found.empty()) << found;
+    }
+}
+
+TEST(World, HasBooksThatAgreeAfterEveryStep)
+{
+    expectEverywhere(Promise::BooksAgree);
+}
+
+TEST(World, HasEachConfirmedOrderOnceAndNoOther)
+{
+    expectEverywhere(Promise::WishesAreKept);
+}
+
+TEST(World, LetsNobodyWaitForTheOutcomeForEver)
+{
+    expectEverywhere(Promise::WishesEnd);
+}
+
+TEST(World, ShowsOnDesksWhatTheLedgerHoldsOnceAllIsQuiet)
+{
+    expectEverywhere(Promise::DesksAgree);
+}
+
+TEST(World, ShowsOnOldChartsWhatNewOnesShowOnceAllIsQuiet)
+{
+    expectEverywhere(Promise::ChartsAgree);
+}
+
+TEST(World, KeepsNoCallWaitingBeyondItsBound)
+{
+    expectEverywhere(Promise::CallsReturn);
+}
+
+TEST(World, GoesTheSameWayTwiceFromOneSeed)
+{
+    for (const std::uint64_t seed : {3, 14, 159}) {
+        const Report first = lived(seed);
+        const Report second = lived(seed);
+        EXPECT_EQ(first.traceHash, second.traceHash) << seed;
+        EXPECT_EQ(first.events, second.events) << seed;
+    }
+}
+
+TEST(World, GoesAnotherWayFromAnotherSeed)
+{
+    EXPECT_NE(lived(1).traceHash, lived(2).traceHash);
+}
+
+} // namespace
+} // namespace World
