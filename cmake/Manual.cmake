@@ -2,6 +2,20 @@
 
 find_package(Python3 3.7 COMPONENTS Interpreter)
 
+# install_completion(<program> <shell> <file> <folder> [<command>...]): for a shell that is not asked at run time.
+function(install_completion program shell file folder)
+    set(made "${CMAKE_CURRENT_BINARY_DIR}/manual/${file}")
+    add_custom_command(OUTPUT "${made}"
+        COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
+            "${Python3_EXECUTABLE}" "${PROJECT_SOURCE_DIR}/packaging/completion" ${shell} $<TARGET_FILE:${program}> ${ARGN}
+            > "${made}.new"
+        COMMAND ${CMAKE_COMMAND} -E rename "${made}.new" "${made}"
+        DEPENDS ${program} "${PROJECT_SOURCE_DIR}/packaging/completion" "${PROJECT_SOURCE_DIR}/packaging/help_text.py"
+        VERBATIM)
+    add_custom_target(${program}_${shell} ALL DEPENDS "${made}")
+    install(FILES "${made}" DESTINATION "${CMAKE_INSTALL_DATADIR}/${folder}")
+endfunction()
+
 # install_manual(<program> [COMMANDS <command>...]): COMMANDS are those that the program's --help does not list, each
 # as one word of the command line with what always follows it: "bars import".
 function(install_manual program)
@@ -34,4 +48,6 @@ function(install_manual program)
     configure_file("${PROJECT_SOURCE_DIR}/packaging/completion.bash.in" completion.bash @ONLY)
     install(FILES "${CMAKE_CURRENT_BINARY_DIR}/completion.bash" RENAME ${program}
         DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
+    install_completion(${program} zsh _${program} zsh/vendor-completions ${ARG_COMMANDS})
+    install_completion(${program} fish ${program}.fish fish/vendor_completions.d ${ARG_COMMANDS})
 endfunction()

@@ -28,7 +28,7 @@ function(precompiled_for target result)
     set(${result} "" PARENT_SCOPE)
     if(own_options)
         return() # compiled like no other
-    elseif(type STREQUAL "EXECUTABLE" AND "test_options" IN_LIST libraries AND "GTest::gmock" IN_LIST libraries)
+    elseif("test_options" IN_LIST libraries AND "GTest::gmock" IN_LIST libraries)
         set(${result} precompiled_tests PARENT_SCOPE)
     elseif(type MATCHES "(STATIC|OBJECT)_LIBRARY" AND "project_options" IN_LIST libraries)
         if("Qt5::Widgets" IN_LIST libraries)

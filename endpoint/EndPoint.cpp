@@ -158,14 +158,19 @@ QByteArray EndPoint::Private::replyChannelOf(const BusMessage &message, const To
     return owedAnswers.add({message.responsePath, message.correlation});
 }
 
+/// What the bus has no room for is still owed: a shorter answer can be given in its place.
 bool EndPoint::Private::answer(const QByteArray &channel, const QByteArray &payload)
 {
-    const std::optional<OwedAnswers::Recipient> recipient = owedAnswers.take(channel);
+    const std::optional<OwedAnswers::Recipient> recipient = owedAnswers.find(channel);
     if (!recipient) {
         session.warnNotSent(channel, QStringLiteral("the question was answered already or is too old"));
         return false;
     }
-    return session.publish({recipient->path, payload, {}, recipient->correlation});
+    const bool isSent = session.publish({recipient->path, payload, {}, recipient->correlation});
+    if (isSent) {
+        owedAnswers.noteAnswered(channel);
+    }
+    return isSent;
 }
 
 } // namespace LocalCommunication

@@ -7,6 +7,7 @@
 #include <QPointer>
 
 #include <chrono>
+#include <cstddef>
 #include <deque>
 
 namespace LocalCommunication {
@@ -29,6 +30,9 @@ public:
     static constexpr qint64 overfullBytes = fullBytes + (256 << 20); ///< and the largest message besides
 
     void add(BusMessage &&message);
+
+    /// More waits than a receiver that stood still for a moment finds.
+    bool isCrowded() const { return m_messages.size() >= crowd; }
 
     bool isFull() const { return m_bytes >= fullBytes; }
     bool isOverfull() const { return m_bytes >= overfullBytes; }
@@ -58,6 +62,8 @@ Q_SIGNALS:
     void hasRoom();
 
 private:
+    static constexpr std::size_t crowd = 16;
+
     bool hasTurns();
     void leaveTurns();
     void handOverNext();

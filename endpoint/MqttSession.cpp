@@ -22,6 +22,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 constexpr Retry::Pace pace{50ms, 2s, 2};
 
 constexpr auto timeInCrowd = 1ms;
@@ -34,10 +36,6 @@ constexpr auto timeToAccept = 10s;
 constexpr auto timeToSettle = 5s;
 
 constexpr auto keepAliveInterval = 1s;
-
-/// For an answer of somebody who is believed to hang; one to the last question, also a late one, tells that
-/// he does not.
-constexpr std::chrono::milliseconds patienceWithSilence = 5ms;
 
 QByteArray newClientId()
 {
@@ -300,7 +298,7 @@ void MqttSession::dropConnection()
     m_connection.reset();
     m_outbox.clear();
     m_readyIsDue = false;
-    m_isUnanswered = false; // who answers on the bus that comes next is not known
+    m_patience.reset();
 }
 
 // Subscriptions ---------------------------------------------------------------------------------
@@ -413,9 +411,7 @@ void MqttSession::takeIn(BusMessage &&message)
         m_inbox.add(std::move(message));
         return;
     }
-    if (message.correlation == QByteArray::number(m_questions)) {
-        m_isUnanswered = false; // who answers an older one is behind, and would be waited for again and again
-    }
+    m_patience.hear(message.correlation.toULongLong(), Clock::now());
     if (m_request) {
         m_request->take(message);
     }
@@ -495,13 +491,15 @@ void MqttSession::warnNotSent(const QByteArray &path, const QString &why)
 QByteArray MqttSession::request(const QByteArray &path, const QByteArray &payload,
                                 std::chrono::milliseconds timeout)
 {
-    m_request.emplace(QByteArray::number(++m_questions), patience(timeout));
+    ++m_questions;
+    const auto wait = m_patience.ask(m_questions, Clock::now(), timeout, m_inbox.isCrowded());
+    m_request.emplace(QByteArray::number(m_questions), wait);
     joinCrowd(*m_request);
     if (publish({path, payload, m_replyPath, m_request->correlation()})) {
         while (isConnected() && !m_request->isOver() && !m_inbox.isOverfull()) {
             waitForTraffic(m_request->remainingTime());
         }
-        noteWhetherAnswered();
+        stopWaiting();
     }
     updateWatch();
     m_inbox.runSoon();
@@ -513,21 +511,16 @@ QByteArray MqttSession::request(const QByteArray &path, const QByteArray &payloa
     return answer;
 }
 
-/// Whose answer lies behind more than can be taken in does not hang.
-void MqttSession::noteWhetherAnswered()
+/// Whose answer lies behind more than can be taken in may answer, but is not waited for either.
+void MqttSession::stopWaiting()
 {
-    if (isConnected() && !m_request->isAnswered() && m_inbox.isOverfull()) {
-        m_losses.notAwaited();
-    } else {
-        m_isUnanswered = isConnected() && !m_request->isAnswered();
+    if (!isConnected()) {
+        return; // who answers on the bus that comes next is not known
     }
-}
-
-/// A module that hangs is not waited for at every notification, or the window would stand still for as long
-/// as they come.
-std::chrono::milliseconds MqttSession::patience(std::chrono::milliseconds timeout) const
-{
-    return m_isUnanswered ? std::min(timeout, patienceWithSilence) : timeout;
+    if (!m_request->isAnswered() && m_inbox.isOverfull()) {
+        m_losses.notAwaited();
+    }
+    m_patience.stopWaiting(Clock::now(), m_inbox.isCrowded());
 }
 
 /// A crowded broker takes a caller after a millisecond or two.

@@ -10,6 +10,7 @@
 #include "endpoint/OpenRequest_p.h"
 #include "endpoint/OutageLog_p.h"
 #include "endpoint/Outbox_p.h"
+#include "endpoint/Patience_p.h"
 #include "endpoint/Retry_p.h"
 #include "endpoint/SocketWatch_p.h"
 
@@ -60,9 +61,8 @@ public:
     /// Publishes a question and waits for its answer. Empty when none came in time. Other messages that
     /// come meanwhile are delivered after the return.
     ///
-    /// Nobody is waited for again and again: after a question that nobody answered the next ones are asked,
-    /// too, but waited for only a few milliseconds, until the last of them is answered, be it late. And when
-    /// more waits to be delivered than an inbox takes, no answer is looked for behind still more.
+    /// Nobody is waited for again and again: see Patience. And when more waits to be delivered than an inbox
+    /// takes, no answer is looked for behind still more.
     QByteArray request(const QByteArray &path, const QByteArray &payload, std::chrono::milliseconds timeout);
 
     /// Writes a warning about a message that did not make it, unless there were too many recently.
@@ -122,8 +122,7 @@ private:
     bool isHolding() const { return !isLocal() && !isJoined(); }
     void sendHeld();
     void joinCrowd(const OpenRequest &request);
-    void noteWhetherAnswered();
-    std::chrono::milliseconds patience(std::chrono::milliseconds timeout) const;
+    void stopWaiting();
     void waitForTraffic(std::chrono::milliseconds time);
 
     // for as long as it is open
@@ -153,7 +152,7 @@ private:
     Inbox m_inbox;
     quint64 m_questions = 0;
     std::optional<OpenRequest> m_request;
-    bool m_isUnanswered = false; // the last question that was waited for
+    Patience m_patience; // with whoever answers on this bus
 };
 
 } // namespace LocalCommunication

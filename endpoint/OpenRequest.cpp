@@ -4,7 +4,7 @@
 
 namespace LocalCommunication {
 
-OpenRequest::OpenRequest(QByteArray correlation, std::chrono::milliseconds timeout)
+OpenRequest::OpenRequest(QByteArray correlation, std::chrono::nanoseconds timeout)
     : m_correlation(std::move(correlation)),
       m_deadline(timeout, Qt::PreciseTimer)
 {

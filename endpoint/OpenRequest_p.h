@@ -14,7 +14,7 @@ class OpenRequest
 {
 public:
     /// Its time begins to run. No other question of this client has the same `correlation`.
-    OpenRequest(QByteArray correlation, std::chrono::milliseconds timeout);
+    OpenRequest(QByteArray correlation, std::chrono::nanoseconds timeout);
 
     const QByteArray &correlation() const { return m_correlation; }
 

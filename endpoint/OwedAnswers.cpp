@@ -21,15 +21,10 @@ QByteArray OwedAnswers::add(const Recipient &recipient)
     return channel;
 }
 
-std::optional<OwedAnswers::Recipient> OwedAnswers::take(const QByteArray &channel)
+std::optional<OwedAnswers::Recipient> OwedAnswers::find(const QByteArray &channel) const
 {
-    const auto found = m_recipients.find(channel);
-    if (found == m_recipients.end()) {
-        return std::nullopt;
-    }
-    const Recipient recipient = *found;
-    m_recipients.erase(found);
-    return recipient;
+    const auto found = m_recipients.constFind(channel);
+    return found == m_recipients.constEnd() ? std::nullopt : std::optional(*found);
 }
 
 } // namespace LocalCommunication

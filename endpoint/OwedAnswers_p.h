@@ -27,9 +27,12 @@ public:
     /// Returns the channel for the answer.
     QByteArray add(const Recipient &recipient);
 
-    /// Each question is answered once. Nothing for a channel that is not of ours, that is answered
-    /// already, or that has been pushed out by thousands of later questions.
-    std::optional<Recipient> take(const QByteArray &channel);
+    /// Nothing for a channel that is not of ours, that is answered already, or that has been pushed out by
+    /// thousands of later questions.
+    std::optional<Recipient> find(const QByteArray &channel) const;
+
+    /// Each question is answered once.
+    void noteAnswered(const QByteArray &channel) { m_recipients.remove(channel); }
 
     /// True for every channel that add() has returned.
     bool isOwn(const QByteArray &channel) const { return channel.startsWith(m_channelStart); }

@@ -40,8 +40,9 @@ set(CPACK_DEBIAN_MODULE_PACKAGE_NAME trademodule)
 set(CPACK_DEBIAN_MODULE_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_MODULE_PACKAGE_DEPENDS "libtradechartobject ${exactly}, libqt5sql5-sqlite, tzdata, adduser")
 set(CPACK_DEBIAN_MODULE_PACKAGE_CONTROL_EXTRA "${CMAKE_CURRENT_LIST_DIR}/module/postinst"
-    "${CMAKE_CURRENT_LIST_DIR}/module/prerm" "${CMAKE_CURRENT_LIST_DIR}/module/postrm")
-set(CPACK_DEBIAN_MODULE_PACKAGE_SUGGESTS "libqt5sql5-psql, postgresql")
+    "${CMAKE_CURRENT_LIST_DIR}/module/prerm" "${CMAKE_CURRENT_LIST_DIR}/module/postrm"
+    "${CMAKE_CURRENT_LIST_DIR}/module/conffiles")
+set(CPACK_DEBIAN_MODULE_PACKAGE_SUGGESTS "libqt5sql5-psql, postgresql, logrotate, prometheus-node-exporter, sqlite3")
 set(CPACK_DEBIAN_MODULE_DESCRIPTION "ledger of an account that answers a chart terminal
 Reads brokers' statements into a ledger, reckons costs and results, answers
 the charts' questions over a message bus and deals orders on paper.")

@@ -52,12 +52,21 @@ function(press_manual_pages tree)
     endforeach()
 endfunction()
 
+# What is outside of the installation's prefix on every system but this one.
+function(add_settings tree package)
+    if(package STREQUAL "trademodule")
+        file(MAKE_DIRECTORY "${tree}/etc/logrotate.d")
+        file(COPY_FILE "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/module/logrotate" "${tree}/etc/logrotate.d/trademodule")
+    endif()
+endfunction()
+
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     set(tree "${CPACK_TEMPORARY_INSTALL_DIRECTORY}/${component}")
     string(TOUPPER "${component}" name)
     forget_runtime_paths("${tree}")
     add_papers("${tree}" "${CPACK_DEBIAN_${name}_PACKAGE_NAME}")
     press_manual_pages("${tree}")
+    add_settings("${tree}" "${CPACK_DEBIAN_${name}_PACKAGE_NAME}")
     # Two builds of one source give the same bytes.
     run(find "${tree}" -exec touch --no-dereference "--date=@${epoch}" "{}" +)
 endforeach()

@@ -405,6 +405,12 @@ void TerminalProgram::tellOfCalendar()
 /// Whatever the window shows: who leaves is asked about them.
 void TerminalProgram::watchWorkingOrders()
 {
+    connect(m_session->desk(), &OrderDesk::placed, this,
+            [this](const OrderRequest & /*order*/, const DeskOutcome &outcome) {
+                if (outcome.kind == DeskOutcome::Kind::Accepted && !m_knowsWorkingOrders) {
+                    m_placed.insert(outcome.text);
+                }
+            });
     connect(m_session->desk(), &OrderDesk::workingOrdersChanged, this, &TerminalProgram::tellWorkingOrders);
     m_session->desk()->watch();
 }
@@ -413,11 +419,16 @@ void TerminalProgram::watchWorkingOrders()
 void TerminalProgram::tellWorkingOrders()
 {
     const auto &working = m_session->desk()->workingOrders();
-    if (!working || std::exchange(m_knowsWorkingOrders, true) || working->empty()) {
+    if (!working || std::exchange(m_knowsWorkingOrders, true)) {
         return;
     }
-    m_window->trade()->listWorkingOrders();
-    tell(tr("Orders of before that may still be dealt: %1 (F3 lists them)").arg(working->size()));
+    const auto count = std::count_if(working->begin(), working->end(), [this](const OrderRecord &order) {
+        return !m_placed.contains(order.number);
+    });
+    if (count > 0) {
+        m_window->trade()->listWorkingOrders();
+        tell(tr("Orders of before that may still be dealt: %1 (F3 lists them)").arg(count));
+    }
 }
 
 /// Nobody can be asked when the program is told to end: they stay what they are.

@@ -4,6 +4,7 @@
 #include "terminal/options/TerminalOptions.h"
 
 #include <QObject>
+#include <QSet>
 #include <QString>
 
 #include <functional>
@@ -101,6 +102,7 @@ private:
     std::optional<TerminalOptions> m_next;
     bool m_restartsPractice = false;
     bool m_knowsWorkingOrders = false; ///< those that a former run has left were told
+    QSet<QString> m_placed;            ///< numbers of orders of this run, until then
 };
 
 } // namespace Terminal

@@ -6,6 +6,7 @@
 #include "trading/ExchangeTime.h"
 #include "trading/HiddenPasswords.h"
 #include "trading/MachineLanguage.h"
+#include "trading/PrintableText.h"
 #include "trading/TerminationSignals.h"
 
 #include <QApplication>
@@ -21,7 +22,7 @@ constexpr int badMachine = 1;
 
 void complain(const QString &problem)
 {
-    std::fprintf(stderr, "tradeterminal: %s\n", qUtf8Printable(problem));
+    std::fprintf(stderr, "tradeterminal: %s\n", qUtf8Printable(Trading::printableLines(problem)));
 }
 
 QStringList wordsOf(int argc, char *argv[])

@@ -288,12 +288,94 @@ const RecordShape &chosenMethod()
     return shape;
 }
 
+MessageKeys presenceKeys()
+{
+    using namespace PresenceFields;
+    return {
+        {INSTANCE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored,
+         "another one each time that a module begins to serve"},
+        {ONLINE, JsonType::Flag, Form::Any, required, WhenWrong::Ignored, "false: it serves no more"},
+        {FENCE, JsonType::Number, Form::Whole, required, WhenWrong::Zero,
+         "rises each time that the ledger is taken over"},
+        {VERSION, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of the program"},
+        {PROTOCOL, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of questions and answers"},
+        {CAN, JsonType::Texts, Form::Any, optional, WhenWrong::Nothing,
+         "what it can do beyond the first protocol: \"clientno\", \"actions\", \"replace\", \"openorders\", "
+         "\"status\""},
+        {HOST, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "the machine it runs on"},
+        {PROCESS, JsonType::Number, Form::Positive, optional, WhenWrong::Nothing, "its process there"},
+        {PROCESSSTART, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
+         "when that process began, as its machine counts"},
+        {SINCE, JsonType::Text, Form::Instant, optional, WhenWrong::Nothing, "when it began to serve"},
+        {READONLY, JsonType::Flag, Form::Any, optional, WhenWrong::Nothing,
+         "true: it answers, but takes no orders"},
+        {LEDGER, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
+         "where its ledger is, for people; no password"}};
+}
+
+const RecordShape &moduleOfStatus()
+{
+    static const RecordShape shape{"A module", presenceKeys()};
+    return shape;
+}
+
+const RecordShape &lastQuote()
+{
+    using namespace StatusFields;
+    static const RecordShape shape{
+        "The last quote",
+        {{STKCODE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored, "of this security"},
+         {MARKET, JsonType::Text, Form::MarketLetters, required, WhenWrong::Ignored, "its market"},
+         {QuoteFields::DATE, JsonType::Text, Form::Day, required, WhenWrong::Ignored, "day of the bar"},
+         {QuoteFields::TIME, JsonType::Text, Form::QuoteTime, required, WhenWrong::Ignored,
+          "up to then it is told"},
+         {HEARD, JsonType::Text, Form::Instant, required, WhenWrong::Ignored, "when the quote came"}}};
+    return shape;
+}
+
+const RecordShape &answersGiven()
+{
+    using namespace StatusFields;
+    static const RecordShape shape{
+        "Answers to a command",
+        {{CMD, JsonType::Text, Form::Filled, required, WhenWrong::Ignored,
+          "the command; \"other\" for what is none"},
+         {COUNT, JsonType::Number, Form::Price, required, WhenWrong::Zero, "how many since it serves"},
+         {FAILURES, JsonType::Number, Form::Price, required, WhenWrong::Zero, "of them"},
+         {SECONDS, JsonType::Number, Form::Price, required, WhenWrong::Zero,
+          "from question to answer within the module, all of them together"},
+         {LONGEST, JsonType::Number, Form::Price, required, WhenWrong::Zero, "seconds of the longest one"}}};
+    return shape;
+}
+
+const RecordShape &moduleStatus()
+{
+    using namespace StatusFields;
+    static const RecordShape shape{
+        "A status",
+        {{MODULE, JsonType::Record, Form::Any, required, WhenWrong::Ignored, "who serves, as in its presence",
+          &moduleOfStatus()},
+         {TROUBLE, JsonType::Text, Form::Filled, optional, WhenWrong::Nothing,
+          "why the ledger cannot be used at present"},
+         {OPEN, JsonType::Number, Form::Whole, optional, WhenWrong::Nothing,
+          "how many orders may still be dealt; missing while the ledger cannot be used"},
+         {QUOTES, JsonType::Number, Form::Price, required, WhenWrong::Zero,
+          "how many were heard since it serves"},
+         {WAITINGQUOTES, JsonType::Number, Form::Whole, required, WhenWrong::Zero,
+          "of them, waiting for the ledger"},
+         {LASTQUOTE, JsonType::Record, Form::Any, optional, WhenWrong::Nothing, "the one that came last",
+          &lastQuote()},
+         {ANSWERS, JsonType::Rows, Form::Any, required, WhenWrong::NoRows, "by command", &answersGiven()}}};
+    return shape;
+}
+
 // Messages
 
 /// Commands that are about the account.
 bool isAboutAccount(const char *command)
 {
-    return command == ACCOUNTINFO || command == OPENORDERS || command == RESULTS || command == COSTMETHOD;
+    return command == ACCOUNTINFO || command == OPENORDERS || command == RESULTS || command == COSTMETHOD ||
+           command == MODULESTATUS;
 }
 
 MessageKeys everyQuestion(const char *command)
@@ -437,30 +519,8 @@ MessageRow notification()
 
 MessageRow presence()
 {
-    using namespace PresenceFields;
-    return {
-        MessageRole::Presence,
-        Topic::TRADEPRESENCE,
-        nullptr,
-        "a module serves, or serves no more",
-        {{INSTANCE, JsonType::Text, Form::Filled, required, WhenWrong::Ignored,
-          "another one each time that a module begins to serve"},
-         {ONLINE, JsonType::Flag, Form::Any, required, WhenWrong::Ignored, "false: it serves no more"},
-         {FENCE, JsonType::Number, Form::Whole, required, WhenWrong::Zero,
-          "rises each time that the ledger is taken over"},
-         {VERSION, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of the program"},
-         {PROTOCOL, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "of questions and answers"},
-         {CAN, JsonType::Texts, Form::Any, optional, WhenWrong::Nothing,
-          "what it can do beyond the first protocol: \"clientno\", \"actions\", \"replace\", \"openorders\""},
-         {HOST, JsonType::Text, Form::Any, optional, WhenWrong::Nothing, "the machine it runs on"},
-         {PROCESS, JsonType::Number, Form::Positive, optional, WhenWrong::Nothing, "its process there"},
-         {PROCESSSTART, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
-          "when that process began, as its machine counts"},
-         {SINCE, JsonType::Text, Form::Instant, optional, WhenWrong::Nothing, "when it began to serve"},
-         {READONLY, JsonType::Flag, Form::Any, optional, WhenWrong::Nothing,
-          "true: it answers, but takes no orders"},
-         {LEDGER, JsonType::Text, Form::Any, optional, WhenWrong::Nothing,
-          "where its ledger is, for people; no password"}}};
+    return {MessageRole::Presence, Topic::TRADEPRESENCE, nullptr, "a module serves, or serves no more",
+            presenceKeys()};
 }
 
 MessageRow quote()
@@ -547,6 +607,8 @@ const std::vector<MessageRow> &messageTable()
         answer(COSTMETHOD, {JsonType::Record, chosenMethod()}),
         question(CORPORATEACTIONS, "dividends and bonus shares that the account received, oldest first"),
         answer(CORPORATEACTIONS, {JsonType::Rows, receivedAction()}),
+        question(MODULESTATUS, "how the module stands, for who watches over it"),
+        answer(MODULESTATUS, {JsonType::Record, moduleStatus()}),
         failure(),
         notification(),
         presence(),

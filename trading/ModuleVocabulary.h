@@ -30,6 +30,7 @@ inline constexpr const char *COSTMETHOD = "CostMethod"; ///< reckon costs in ano
 /// What the account received for the shares it held: dividends, bonus shares
 inline constexpr const char *CORPORATEACTIONS = "CorporateActions";
 inline constexpr const char *REPLACE = "Replace"; ///< place what is left of an order at another price
+inline constexpr const char *MODULESTATUS = "ModuleStatus"; ///< how the module stands, for who watches it
 } // namespace CmdType
 
 /// Values of the key "errcode".
@@ -89,7 +90,24 @@ inline constexpr const char *CLIENTNO = "clientno";     ///< ENTRUSTPLACE knows 
 inline constexpr const char *ACTIONS = "actions";       ///< it answers CORPORATEACTIONS
 inline constexpr const char *OPENORDERS = "openorders"; ///< it answers OPENORDERS
 inline constexpr const char *REPLACE = "replace";       ///< it answers REPLACE
+inline constexpr const char *STATUS = "status";         ///< it answers MODULESTATUS
 } // namespace Capability
+
+/// Keys of the "data" of the answer to MODULESTATUS, see ModuleStatus.h. Times of answers are in seconds.
+namespace StatusFields {
+inline constexpr const char *MODULE = "module";               ///< object: its presence
+inline constexpr const char *TROUBLE = "ledgertrouble";       ///< why the ledger cannot be used at present
+inline constexpr const char *OPEN = "openorders";             ///< how many
+inline constexpr const char *QUOTES = "quotes";               ///< how many were heard
+inline constexpr const char *WAITINGQUOTES = "waitingquotes"; ///< of them, not dealt yet
+inline constexpr const char *LASTQUOTE = "lastquote";         ///< object: the last one
+inline constexpr const char *HEARD = "heard";                 ///< when it came
+inline constexpr const char *ANSWERS = "answers";             ///< array: each "cmd" that was answered
+inline constexpr const char *COUNT = "count";
+inline constexpr const char *FAILURES = "failures"; ///< of them
+inline constexpr const char *SECONDS = "seconds";   ///< that all of them took
+inline constexpr const char *LONGEST = "longest";   ///< of them
+} // namespace StatusFields
 
 /// Keys of a quote besides "stkcode" and "market". Prices are texts in yuan.
 namespace QuoteFields {

@@ -16,7 +16,7 @@ debian_build=(
 )
 debian_test=(
     libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev
-    mosquitto-clients openssl postgresql python3-paho-mqtt python3-jsonschema python3-yaml
+    mosquitto-clients openssl postgresql sqlite3 python3-paho-mqtt python3-jsonschema python3-yaml
     xvfb xauth xdotool x11-utils dbus at-spi2-core weston qtwayland5 faketime util-linux
     clang clang-format clang-tidy abigail-tools doxygen reuse git
     dpkg-dev lintian appstream desktop-file-utils man-db mmdebstrap systemd

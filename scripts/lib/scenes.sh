@@ -76,3 +76,25 @@ render_pictures() {
         --order "1004 buy 20000 13.92" --order "1008 sell 3000 14.10" --order "1020 sell 1000 14.60" \
         --order "1045 buy 5000 13.80" --order "1110 sell 1000 14.18"
 }
+
+# A data folder with the bars of the examples, and what happened to 000001.
+data_with_actions() {
+    local data="$out/adjusted"
+    mkdir -p "$data/actions"
+    ln -sfn "$project_root/examples/securities.csv" "$data/securities.csv"
+    ln -sfn "$project_root/examples/daily" "$data/daily"
+    cat >"$data/actions/000001.csv" <<'CSV'
+exdate,dividend,bonus
+20130620,0.17,0.6
+20140612,0.16,0.2
+20150413,0.174,0.2
+20160616,0.153,0.2
+CSV
+    printf '%s\n' "$data"
+}
+
+# Those that only the guides show.
+render_guide_pictures() {
+    picture results --code 600519 --overlays cost,trades --results security
+    picture adjusted --data "$(data_with_actions)" --code 000001 --period month --overlays cost --adjusted
+}

@@ -23,21 +23,7 @@ QString unitName(VolumeUnit unit, Trading::SecurityKind kind)
     if (unit == VolumeUnit::Lots && lot != Trading::sharesOfLot) {
         return text("lots of %1").arg(lot);
     }
-    switch (unit) {
-    case VolumeUnit::Shares:
-        return text("shares");
-    case VolumeUnit::Lots:
-        return text("lots");
-    case VolumeUnit::ThousandShares:
-        return text("thousand shares");
-    case VolumeUnit::HundredMillionShares:
-        return text("hundred million shares");
-    case VolumeUnit::TenThousandShares:
-        return text("ten thousand shares");
-    case VolumeUnit::TenThousandLots:
-        return text("ten thousand lots");
-    }
-    return {};
+    return titleOf(unit);
 }
 
 QString takeCode(const QString &value, BarImportOptions *options)

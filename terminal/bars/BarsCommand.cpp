@@ -6,6 +6,7 @@
 #include "terminal/bars/LedgerComparison.h"
 #include "terminal/bars/LedgerFills.h"
 #include "trading/HiddenPasswords.h"
+#include "trading/PrintableText.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -29,13 +30,13 @@ QString text(const char *source)
 
 void print(const QString &line)
 {
-    std::printf("%s\n", qUtf8Printable(line));
+    std::printf("%s\n", qUtf8Printable(Trading::printableLines(line)));
 }
 
 int refuse(const QString &reason, ExitCode code)
 {
     std::fflush(stdout);
-    std::fprintf(stderr, "tradeterminal: %s\n", qUtf8Printable(reason));
+    std::fprintf(stderr, "tradeterminal: %s\n", qUtf8Printable(Trading::printableLines(reason)));
     return code;
 }
 

@@ -185,7 +185,7 @@ LineProblem settleByAmounts(const BarRows &rows, std::optional<VolumeUnit> told,
     if (told && check({}).unit) {
         return {
             rows.lines.front(),
-            text("the volume is said to be in %1, but amount ÷ volume is no such price").arg(wordOf(*told))};
+            text("the volume is said to be in %1, but amount ÷ volume is no such price").arg(titleOf(*told))};
     }
     return told ? LineProblem() : LineProblem{rows.lines.front(), sayUnit()};
 }
@@ -216,7 +216,7 @@ LineProblem settleVolume(const BarRows &rows, const BarHeader &header, const Bar
 {
     const auto named = header.columns.namedUnit();
     if (named && hints.volume && named != hints.volume) {
-        return {header.lines, text("the header says that the volume is in %1").arg(wordOf(*named))};
+        return {header.lines, text("the header says that the volume is in %1").arg(titleOf(*named))};
     }
     const auto told = named ? named : hints.volume;
     sheet->volumeUnit = told.value_or(VolumeUnit::Shares);
@@ -241,11 +241,11 @@ LineProblem countInShares(BarRows *rows, VolumeUnit unit, Trading::SecurityKind 
         const double shares = rows->bars[i].volume * sharesIn(unit, kind);
         if (std::abs(shares - std::round(shares)) > noise) {
             return {rows->lines[i],
-                    text("the volume, in %1, is no whole number of shares").arg(wordOf(unit))};
+                    text("the volume, in %1, is no whole number of shares").arg(titleOf(unit))};
         }
         if (shares > most) {
             return {rows->lines[i],
-                    text("the volume, in %1, comes to more shares than there are").arg(wordOf(unit))};
+                    text("the volume, in %1, comes to more shares than there are").arg(titleOf(unit))};
         }
         rows->bars[i].volume = std::round(shares);
     }

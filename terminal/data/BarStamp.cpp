@@ -152,6 +152,10 @@ std::optional<Trading::TradingDate> takeDate(Runs *runs)
 /// hhmm, hhmmss or hhmmss000, without the first digit if that is a zero.
 std::optional<int> minuteOfDigits(std::string_view digits)
 {
+    constexpr std::size_t fewestDigits = 3;
+    if (digits.size() < fewestDigits) {
+        return std::nullopt; // an hour alone, in a cell with a day before it
+    }
     const std::size_t hourDigits = digits.size() % 2 == 0 ? 2 : 1;
     digits = digits.substr(0, hourDigits + 4);
     const auto time =

@@ -12,6 +12,9 @@ namespace {
 
 constexpr int longestWay = 60; ///< days from an ex-date until everything is booked
 
+/// Ten-thousandths of a yuan or share for one: 100,000 of them are more than anybody pays.
+constexpr qint64 mostPerShare = 1'000'000'000;
+
 constexpr qint64 stepsOfMoney = YuanPerShare::stepsPerUnit / Trading::Money::stepsPerYuan;
 
 QString text(const char *source)
@@ -19,11 +22,12 @@ QString text(const char *source)
     return QCoreApplication::translate("BookedAction", source);
 }
 
-/// For one share; nothing where that would have more than four decimals.
+/// For one share; nothing where that would have more than four decimals, or be more than anybody pays.
 std::optional<qint64> tenThousandthsPerShare(qint64 tenThousandths, qint64 held)
 {
     const bool isExact = held > 0 && tenThousandths % held == 0;
-    return isExact ? std::optional(tenThousandths / held) : std::nullopt;
+    const bool isPossible = isExact && std::abs(tenThousandths / held) <= mostPerShare;
+    return isPossible ? std::optional(tenThousandths / held) : std::nullopt;
 }
 
 std::optional<CorporateAction> actionOf(const BookedAction &booked)
@@ -45,7 +49,8 @@ bool agree(const CorporateAction &action, const BookedAction &booked)
     constexpr auto cent = YuanPerShare::stepsPerUnit / 100;
     constexpr long double share = SharesPerShare::stepsPerUnit;
     const auto held = static_cast<long double>(booked.held);
-    const long double cash = action.dividend.steps() * held - booked.cash.steps() * stepsOfMoney;
+    const long double cash =
+        action.dividend.steps() * held - static_cast<long double>(booked.cash.steps()) * stepsOfMoney;
     const long double bonus = action.bonus.steps() * held - booked.bonus * share;
     const bool isCashRight = booked.cash.isZero() || std::abs(cash) <= cent;
     return isCashRight && (booked.bonus == 0 || std::abs(bonus) <= share);

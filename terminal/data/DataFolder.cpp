@@ -74,6 +74,12 @@ double ChartData::priceBefore(size_t bar) const
     return shownPrice(adjustment.referencePrice(rawClose, before, day, priceDecimals), day);
 }
 
+Bar ChartData::told(Bar bar) const
+{
+    bar.date = recorded ? recorded->number() : bar.date;
+    return bar;
+}
+
 std::optional<Trading::TradingDate> shownDay(const ChartData &data)
 {
     const bool isOneDay = data.period == ChartPeriod::Minute && !data.bars.empty();

@@ -49,6 +49,11 @@ struct ChartData
     PriceView view = PriceView::Raw;        ///< of its bars and of previousClose
     PriceAdjustment adjustment = {};        ///< of the security, whichever view is shown
     QStringList remarks = {};               ///< what the user should know of the view's prices
+    /// Of minutes that a replay plays as today's: the day that they were recorded on.
+    std::optional<Trading::TradingDate> recorded = {};
+
+    /// The bar as texts name it: what is replayed is dated today for overlays only.
+    Bar told(Bar bar) const;
 
     /// A raw price of a day, as the chart shows it.
     double shownPrice(double price, Trading::TradingDate day) const;

@@ -1,5 +1,6 @@
 #include "terminal/data/VolumeUnit.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 #include <algorithm>
@@ -41,6 +42,11 @@ QStringList wordsOf(const UnitRow &row)
     return QString::fromUtf8(row.words).split(QLatin1Char(' '));
 }
 
+QString text(const char *source)
+{
+    return QCoreApplication::translate("VolumeUnit", source);
+}
+
 } // namespace
 
 double sharesIn(VolumeUnit unit, Trading::SecurityKind kind)
@@ -65,6 +71,25 @@ std::optional<VolumeUnit> volumeUnitOf(const QString &word)
 QString wordOf(VolumeUnit unit)
 {
     return wordsOf(rowOf(unit)).constFirst();
+}
+
+QString titleOf(VolumeUnit unit)
+{
+    switch (unit) {
+    case VolumeUnit::Shares:
+        return text("shares");
+    case VolumeUnit::Lots:
+        return text("lots");
+    case VolumeUnit::ThousandShares:
+        return text("thousand shares");
+    case VolumeUnit::HundredMillionShares:
+        return text("hundred million shares");
+    case VolumeUnit::TenThousandShares:
+        return text("ten thousand shares");
+    case VolumeUnit::TenThousandLots:
+        return text("ten thousand lots");
+    }
+    return {};
 }
 
 } // namespace Terminal

@@ -31,4 +31,7 @@ std::optional<VolumeUnit> volumeUnitOf(const QString &word);
 /// The word that volumeUnitOf() reads, in English.
 QString wordOf(VolumeUnit unit);
 
+/// The unit as a sentence for the user names it, in the chosen language.
+QString titleOf(VolumeUnit unit);
+
 } // namespace Terminal

@@ -67,13 +67,22 @@ QString columnTitle(const QString &column)
     return title == nullptr ? column : text(title);
 }
 
+/// "12: …" is how a compiler would say it.
+QString withLine(const QString &reason)
+{
+    static const QRegularExpression line(QStringLiteral(u"^(\\d+)[:：]\\s*"));
+    const auto found = line.match(reason);
+    return found.hasMatch() ? text("Line %1: %2").arg(found.captured(1), reason.mid(found.capturedLength()))
+                            : reason;
+}
+
 FileReport refusalOf(const QJsonObject &planned)
 {
     FileReport report;
     // The list names the file.
     const QRegularExpression place(
         QStringLiteral(u"^%1[:：]\\s*").arg(QRegularExpression::escape(word(planned, "file"))));
-    const QString reason = word(planned, "refused").remove(place);
+    const QString reason = withLine(word(planned, "refused").remove(place));
     report.refusals = QStringList(inWordsOfTheWindow(reason, FileKind::BarTable));
     report.asks = words(planned[QLatin1String("asks")]);
     report.isUnknown = report.asks.isEmpty();

@@ -46,7 +46,7 @@ bool isFigure(const QString &cell)
 QTableWidgetItem *itemOf(const QString &cell)
 {
     auto *const item = new QTableWidgetItem(plainText(cell));
-    item->setToolTip(item->text());
+    item->setToolTip(plainTip(item->text()));
     if (isFigure(cell)) {
         item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }
@@ -229,10 +229,9 @@ QWidget *FileSheet::wordField(const IntakeQuestion &question, const IntakeFile &
     if (question.form == IntakeQuestion::Form::Named) {
         auto *const all = new QPushButton(tr("All from file names"));
         all->setObjectName(QStringLiteral("allFromNames-") + question.name);
-        all->setToolTip(tr("Each file that asks takes what its own name says."));
+        all->setToolTip(tr("Each file that asks takes what its own name says: security and day."));
         all->setAutoDefault(false);
-        connect(all, &QPushButton::clicked, this,
-                [this, name = question.name] { Q_EMIT answeredForAll(name, QString()); });
+        connect(all, &QPushButton::clicked, this, [this] { Q_EMIT answeredFromNames(); });
         row->addWidget(all);
     }
     return field;

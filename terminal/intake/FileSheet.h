@@ -30,6 +30,8 @@ Q_SIGNALS:
     void answered(const QString &question, const QString &answer);
     /// The same for all files that ask it.
     void answeredForAll(const QString &question, const QString &answer);
+    /// Each file's own name answers what it can.
+    void answeredFromNames();
 
 private:
     void addKind(const IntakeFile &file, bool isOpen);

@@ -1,8 +1,9 @@
 #include "terminal/intake/Intake.h"
-#include "terminal/services/BusInstance.h"
 
 #include "terminal/intake/BarsReport.h"
+#include "terminal/intake/IntakeQuestion.h"
 #include "terminal/intake/StatementReport.h"
+#include "terminal/services/BusInstance.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -225,8 +226,9 @@ void Intake::leaveOutUnreadable()
     Q_EMIT changed();
 }
 
-void Intake::answer(int file, const QString &question, const QString &answer)
+void Intake::answer(int file, const QString &question, const QString &typed)
 {
+    const QString answer = takenAnswer(question, typed);
     IntakeFile &asked = m_files[static_cast<std::size_t>(file)];
     if (asked.answers.value(question) == answer) {
         return;
@@ -239,11 +241,25 @@ void Intake::answer(int file, const QString &question, const QString &answer)
     asked.state = State::Waiting;
 }
 
-void Intake::answerAll(const QString &question, const std::function<QString(const IntakeFile &)> &answerOf)
+void Intake::answerAll(const QString &question, const QString &answerToAll)
 {
     for (std::size_t i = 0; i < m_files.size(); ++i) {
         if (isAsked(m_files[i]) && m_files[i].report.asks.contains(question)) {
-            answer(static_cast<int>(i), question, answerOf(m_files[i]));
+            answer(static_cast<int>(i), question, answerToAll);
+        }
+    }
+    lookNext();
+}
+
+void Intake::answerFromNames()
+{
+    for (std::size_t i = 0; i < m_files.size(); ++i) {
+        const QStringList asked = isAsked(m_files[i]) ? m_files[i].report.asks : QStringList();
+        for (const QString &question : asked) {
+            const QString named = answerInName(question, m_files[i].path);
+            if (!named.isEmpty()) {
+                answer(static_cast<int>(i), question, named);
+            }
         }
     }
     lookNext();

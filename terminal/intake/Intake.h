@@ -11,7 +11,6 @@
 #include <QStringList>
 #include <QTimer>
 
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -62,7 +61,9 @@ public:
     void answer(int file, const QString &question, const QString &answer);
     void lookAgain();
     /// Answers it for all files that ask it, and looks at them again.
-    void answerAll(const QString &question, const std::function<QString(const IntakeFile &)> &answerOf);
+    void answerAll(const QString &question, const QString &answer);
+    /// Answers all that files ask and their own names tell, and looks at them again.
+    void answerFromNames();
 
     /// True when all files that are not left out can be taken in, and there is one.
     bool mayImport() const;

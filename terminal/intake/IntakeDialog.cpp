@@ -139,12 +139,8 @@ void IntakeDialog::wire()
         m_intake.lookAgain();
     });
     connect(m_sheet, &FileSheet::answeredForAll, this,
-            [this](const QString &question, const QString &answer) {
-                m_intake.answerAll(question, [&](const IntakeFile &file) {
-                    const QString named = answerInName(question, file.path);
-                    return answer.isEmpty() ? named : answer;
-                });
-            });
+            [this](const QString &question, const QString &answer) { m_intake.answerAll(question, answer); });
+    connect(m_sheet, &FileSheet::answeredFromNames, &m_intake, &Intake::answerFromNames);
 }
 
 int IntakeDialog::chosen() const
@@ -211,7 +207,7 @@ void IntakeDialog::showList()
         const bool isTrouble = file.state == State::Refused || file.state == State::Failed ||
                                file.state == State::Stuck || file.state == State::Unknown;
         m_list->item(i)->setForeground(isTrouble ? m_look.theme.line : m_look.theme.text);
-        m_list->item(i)->setToolTip(plainText(file.path));
+        m_list->item(i)->setToolTip(plainTip(plainText(file.path)));
     }
     if (m_list->currentRow() < 0 && m_list->count() > 0) {
         m_list->setCurrentRow(0);

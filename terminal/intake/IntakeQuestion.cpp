@@ -1,5 +1,6 @@
 #include "terminal/intake/IntakeQuestion.h"
 
+#include "terminal/data/BarStamp.h"
 #include "terminal/data/FileNameWords.h"
 
 #include <QCoreApplication>
@@ -97,6 +98,17 @@ QString inWordsOfTheWindow(const QString &reason, FileKind kind)
                      text("\"%1\"").arg(text("Columns and words of your broker")));
     }
     return said;
+}
+
+QString takenAnswer(const QString &question, const QString &typed)
+{
+    if (question != QLatin1String("day") && question != QLatin1String("date")) {
+        return typed;
+    }
+    const std::string cell = typed.trimmed().toStdString();
+    const auto form = BarStampForm::of(cell);
+    const auto stamp = form ? form->read(cell) : std::nullopt;
+    return stamp && stamp->date ? stamp->date->text() : typed;
 }
 
 QString answerInName(const QString &question, const QString &path)

@@ -35,6 +35,9 @@ std::vector<IntakeQuestion> intakeQuestions();
 /// their places.
 QString inWordsOfTheWindow(const QString &reason, FileKind kind);
 
+/// An answer as it is handed on: a day may be typed in any form that files of bars may have, as 2026-03-27.
+QString takenAnswer(const QString &question, const QString &typed);
+
 /// What the name of the file answers, as a proposal; empty where it does not.
 QString answerInName(const QString &question, const QString &path);
 

@@ -21,7 +21,7 @@ QString intakeStyleSheet(const ChartTheme &theme)
                "QPushButton { color: %3; background: %6; border: 1px solid %2; border-radius: 4px;"
                "  padding: 5px 14px; }"
                "QPushButton:hover { border-color: %4; }"
-               "QPushButton:focus { border: 2px solid %7; padding: 4px 13px; }"
+               "QPushButton:focus { border: 2px solid %7; padding: 4px 13px; outline: none; }"
                "QPushButton:disabled { color: %4; background: %1; }"
                "QPushButton[main=\"true\"]:enabled { color: %9; background: %7;"
                "  border-color: %7; font-weight: bold; }"

@@ -21,7 +21,7 @@ JsonChild::JsonChild(QObject *parent) : QObject(parent)
 
 JsonChild::~JsonChild()
 {
-    constexpr std::chrono::milliseconds patience = std::chrono::seconds(3);
+    constexpr std::chrono::milliseconds patience(1500); // a terminal that is told to end has two seconds
     m_process.disconnect(this);
     if (isRunning()) {
         m_process.terminate();

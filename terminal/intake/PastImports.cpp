@@ -163,7 +163,7 @@ void PastImports::showImports(const QByteArray &json)
             const QString cell = shownCell(imports.at(row).toObject(), importColumns[column].key);
             auto *const item =
                 new QTableWidgetItem(plainText(column == fileColumn ? QFileInfo(cell).fileName() : cell));
-            item->setToolTip(plainText(cell));
+            item->setToolTip(plainTip(plainText(cell)));
             m_table->setItem(row, column, item);
         }
     }

@@ -88,6 +88,7 @@ ChartData ChartSource::minutesOfToday(const Security &security) const
     chart.ahead = tradingMinutesAfter(chart.bars.back().minute);
     chart.previousClose = closeBefore(security.code, dayOf(chart.bars.back()));
     chart.priceDecimals = priceDecimals(chart.bars);
+    chart.recorded = m_today->isReplayed(security.id()) ? m_today->recorded() : std::nullopt;
     return chart;
 }
 

@@ -235,9 +235,9 @@ void ResultsPanel::showWhole()
     m_methods->setEnabled(m_isAnswering);
     m_export->setEnabled(m_isAnswering && whole.count > 0);
     m_caption->setText(captionText());
-    m_caption->setToolTip(m_caption->text());
+    m_caption->setToolTip(plainTip(m_caption->text()));
     m_sum->setText(sumText());
-    m_sum->setToolTip(m_sum->text());
+    m_sum->setToolTip(plainTip(m_sum->text()));
 }
 
 void ResultsPanel::showTexts()

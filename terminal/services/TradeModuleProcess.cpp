@@ -16,7 +16,8 @@ constexpr std::chrono::milliseconds longestPause = std::chrono::minutes(1);
 /// One that has lived so long served for a while: its end is news even if the last one ended for the same
 /// reason.
 constexpr std::chrono::milliseconds longLife = std::chrono::seconds(10);
-constexpr std::chrono::milliseconds stopPatience = std::chrono::seconds(3);
+/// A terminal that is told to end has two seconds in all. A module that is killed loses nothing.
+constexpr std::chrono::milliseconds stopPatience(1500);
 
 /// Enough for the reason of an end.
 constexpr int mostWords = 4096;

@@ -4,6 +4,7 @@
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trading/ModuleVocabulary.h"
 #include "trading/Question.h"
+#include "trading/TradingUnits.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -29,6 +30,11 @@ QString textOf(const QJsonObject &object, const char *key)
     return object.value(QLatin1String(key)).toString();
 }
 
+bool isHoldable(qint64 shares)
+{
+    return shares >= -Trading::mostHeldShares && shares <= Trading::mostHeldShares;
+}
+
 std::optional<BookedAction> bookedActionOf(const QJsonObject &row)
 {
     using namespace Trading::ActionFields;
@@ -39,7 +45,7 @@ std::optional<BookedAction> bookedActionOf(const QJsonObject &row)
     const qint64 held = textOf(row, HELD).toLongLong(&isHeld);
     const qint64 bonus = textOf(row, BONUS).toLongLong(&isBonus);
     const auto cash = Trading::Money::ofExactYuan(textOf(row, CASH).toDouble(&isCash));
-    if (!day || !isHeld || !isBonus || !isCash || !cash) {
+    if (!day || !isHeld || !isBonus || !isCash || !cash || !isHoldable(held) || !isHoldable(bonus)) {
         return std::nullopt;
     }
     return BookedAction{*day, held, *cash, bonus};

@@ -18,4 +18,12 @@ bool CutTextTips::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QS
     return QStyledItemDelegate::helpEvent(event, view, option, index);
 }
 
+void CutTextTips::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (option->state.testFlag(QStyle::State_Selected)) {
+        option->state.setFlag(QStyle::State_HasFocus, false);
+    }
+}
+
 } // namespace Terminal

@@ -1,5 +1,7 @@
 #include "terminal/trade/ElidedLabel.h"
 
+#include "terminal/trade/PlainText.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
@@ -39,7 +41,8 @@ bool ElidedLabel::isCut() const
 bool ElidedLabel::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty()) {
-        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), isCut() ? text() : QString(), this);
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
+                           isCut() ? plainTip(text()) : QString(), this);
         return true;
     }
     return QLabel::event(event);

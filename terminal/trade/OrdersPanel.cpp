@@ -33,6 +33,7 @@ OrdersPanel::OrdersPanel(QWidget *parent)
 {
     setUpOrders();
     connect(m_positionsView, &PositionsView::chartAsked, this, &OrdersPanel::chartAsked);
+    connect(m_positionsView, &PositionsView::tradesAsked, this, &OrdersPanel::tradesAsked);
     connect(m_positionsView, &PositionsView::closeAsked, this, &OrdersPanel::closeAsked);
     m_halves->add(m_ordersBar, m_ordersView);
     m_halves->add(m_accountCaption, m_positionsView);

@@ -73,6 +73,8 @@ Q_SIGNALS:
     void placeAsked(const OrderRecord &order);
     /// The user wants to see the chart of what he holds.
     void chartAsked(const Security &security);
+    /// The user wants to see its trades.
+    void tradesAsked(const Security &security);
     /// The user wants to sell what can be sold of it, which is something.
     void closeAsked(const Position &position);
 

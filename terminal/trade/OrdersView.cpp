@@ -18,8 +18,11 @@ OrdersView::OrdersView(OrdersTable *orders)
     connect(this, &QWidget::customContextMenuRequested, this, &OrdersView::openMenu);
     setNamesSecurities(false);
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &OrdersView::rowsSelected);
-    connect(this, &QAbstractItemView::clicked, this,
-            [this](const QModelIndex &cell) { Q_EMIT placeAsked(m_orders->record(cell.row())); });
+    connect(this, &QAbstractItemView::clicked, this, [this](const QModelIndex &cell) {
+        if (selectionModel()->selectedRows().size() == 1) { // else rows are being put together
+            Q_EMIT placeAsked(m_orders->record(cell.row()));
+        }
+    });
 }
 
 void OrdersView::select(const OrderRecords &orders)

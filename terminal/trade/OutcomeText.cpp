@@ -195,7 +195,7 @@ OrderQuestion::Words OutcomeText::leaveQuestion(const OrderRecords &working, boo
             ? tr("They are not cancelled; they wait, as the day does, until the practice is continued.")
             : tr("They are not cancelled; nothing here tells you when they are dealt.");
     return {tr("Orders are waiting"),
-            (QStringList(tr("Leave while %1 orders may still be dealt?").arg(count)) + lineOfEach(working) +
+            (QStringList(tr("Leave? Orders that may still be dealt: %1").arg(count)) + lineOfEach(working) +
              QStringList(after))
                 .join(QLatin1Char('\n')),
             tr("Leave"), tr("Stay")};

@@ -1,5 +1,7 @@
 #include "terminal/trade/PlainText.h"
 
+#include <QTextDocument>
+
 #include <algorithm>
 
 namespace Terminal {
@@ -20,6 +22,11 @@ QString plainText(const QString &text)
     QString plain = text;
     std::replace_if(plain.begin(), plain.end(), isUnseen, QChar(QChar::ReplacementCharacter));
     return plain;
+}
+
+QString plainTip(const QString &text)
+{
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
 }
 
 } // namespace Terminal

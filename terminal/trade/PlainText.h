@@ -9,4 +9,7 @@ namespace Terminal {
 /// can neither add a line nor hide one.
 QString plainText(const QString &text);
 
+/// The same for a tool tip, whose lines stay lines: one that looks like markup would be taken for markup.
+QString plainTip(const QString &text);
+
 } // namespace Terminal

@@ -5,6 +5,12 @@
 
 namespace Terminal {
 
+namespace {
+
+constexpr auto tradesKey = Qt::Key_F5;
+
+} // namespace
+
 PositionsView::PositionsView(PositionsTable *positions)
     : RecordView(positions, static_cast<int>(PositionColumn::Name)),
       m_positions(positions)
@@ -18,12 +24,32 @@ PositionsView::PositionsView(PositionsTable *positions)
     });
 }
 
+/// The key of the window's list of trades is here one for those of the row.
+bool PositionsView::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride && currentIndex().isValid() &&
+        static_cast<QKeyEvent *>(event)->key() == tradesKey) {
+        event->accept();
+        return true;
+    }
+    return RecordView::event(event);
+}
+
 void PositionsView::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() != Qt::Key_Delete) {
+    const bool isOurs = event->key() == Qt::Key_Delete || event->key() == tradesKey;
+    if (!isOurs || !currentIndex().isValid()) {
         RecordView::keyPressEvent(event);
-    } else if (!event->isAutoRepeat() && currentIndex().isValid()) {
-        askToClose(m_positions->record(currentIndex().row()).position);
+        return;
+    }
+    if (event->isAutoRepeat()) {
+        return;
+    }
+    const Position position = m_positions->record(currentIndex().row()).position;
+    if (event->key() == tradesKey) {
+        Q_EMIT tradesAsked(position.security);
+    } else {
+        askToClose(position);
     }
 }
 
@@ -38,12 +64,16 @@ void PositionsView::openMenu(const QPoint &place)
     QMenu menu(this);
     QAction *const charting = menu.addAction(tr("Show its chart"));
     charting->setShortcut(Qt::Key_Return);
+    QAction *const trading = menu.addAction(tr("Show its trades"));
+    trading->setShortcut(tradesKey);
     QAction *const closing = menu.addAction(tr("Close this position…"));
     closing->setShortcut(Qt::Key_Delete);
     closing->setEnabled(position.sellable > 0);
     const QAction *const chosen = menu.exec(viewport()->mapToGlobal(place));
     if (chosen == charting) {
         Q_EMIT chartAsked(position.security);
+    } else if (chosen == trading) {
+        Q_EMIT tradesAsked(position.security);
     } else if (chosen == closing) {
         askToClose(position);
     }

@@ -5,7 +5,6 @@
 #include "terminal/trade/ShownAmount.h"
 
 #include <QAbstractTableModel>
-#include <QTextDocument>
 
 #include <algorithm>
 #include <optional>
@@ -111,7 +110,7 @@ public:
         case Qt::DisplayRole:
             return plainText(shownAmount(shown.text(row), shown.isAmount && m_hidesAmounts));
         case Qt::ToolTipRole:
-            return asTip(shown.tip ? shown.tip(row) : data(index, Qt::DisplayRole).toString());
+            return plainTip(shown.tip ? shown.tip(row) : data(index, Qt::DisplayRole).toString());
         case hasOwnTip:
             return shown.tip != nullptr;
         case Qt::TextAlignmentRole:
@@ -140,12 +139,6 @@ public:
     }
 
 private:
-    /// A tool tip would take a text that looks like markup for markup.
-    static QString asTip(const QString &text)
-    {
-        return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
-    }
-
     const Column &column(int number) const { return m_columns[static_cast<size_t>(number)]; }
 
     void refresh()

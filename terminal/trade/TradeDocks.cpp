@@ -128,8 +128,9 @@ void TradeDocks::watchDeals()
     });
     connect(&m_desk, &OrderDesk::statusTold, &m_deals, &DealWatch::hear);
     connect(&m_deals, &DealWatch::dealt, &m_desk, &OrderDesk::lookUp); // at which price is not told with it
-    connect(&m_desk, &OrderDesk::lookedUp, this,
-            [this](const OrderRecord &order) { m_notice.tell(OutcomeText::dealt(order, m_hidesAmounts)); });
+    connect(&m_desk, &OrderDesk::lookedUp, this, [this](const OrderRecord &order) {
+        m_notice.tell(order.number, OutcomeText::dealt(order, m_hidesAmounts));
+    });
 }
 
 /// A dock needs what the desk knows, also where nobody else has let it ask.
@@ -169,6 +170,7 @@ void TradeDocks::setTheme(const ChartTheme &theme)
 void TradeDocks::setAmountsHidden(bool hidden)
 {
     m_hidesAmounts = hidden;
+    m_notice.forget();
     m_ticket->setAmountsHidden(hidden);
     m_panel->setAmountsHidden(hidden);
     showFacts();

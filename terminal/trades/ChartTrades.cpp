@@ -1,6 +1,7 @@
 #include "terminal/trades/ChartTrades.h"
 
 #include "terminal/chart/view/ChartPlace.h"
+#include "terminal/chart/view/ChartTrail.h"
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/plugin/HostRecords.h"
 #include "terminal/plugin/OverlayHost.h"
@@ -32,11 +33,12 @@ constexpr int layerKey = Qt::CTRL + Qt::Key_T;
 
 } // namespace
 
-ChartTrades::ChartTrades(QMainWindow *window, ChartView *chart, TradeDocks *docks, UserPrompts *prompts,
-                         Facts facts)
+ChartTrades::ChartTrades(QMainWindow *window, ChartView *chart, TradeDocks *docks, ChartTrail *trail,
+                         UserPrompts *prompts, Facts facts)
     : m_window(window),
       m_chart(chart),
       m_docks(docks),
+      m_trail(trail),
       m_prompts(prompts),
       m_facts(std::move(facts)),
       m_layer(std::make_unique<TradesLayer>(chart, [this] { return showsTrades(); })),
@@ -99,11 +101,16 @@ void ChartTrades::wireChart()
 
 void ChartTrades::wireLists()
 {
-    connect(m_panel, &TradesPanel::placeAsked, this, &ChartTrades::showTrade);
+    connect(m_panel, &TradesPanel::placeAsked, this,
+            [this](size_t trade) { m_trail->jump([this, trade] { showTrade(trade); }); });
     connect(m_panel, &TradesPanel::selectionChanged, this,
             [this] { m_layer->setSelected(m_panel->selected()); });
     OrdersPanel *const orders = m_docks->panel();
-    connect(orders, &OrdersPanel::placeAsked, this, &ChartTrades::showOrder);
+    connect(orders, &OrdersPanel::placeAsked, this,
+            [this](const OrderRecord &order) { m_trail->jump([this, order] { showOrder(order); }); });
+    connect(orders, &OrdersPanel::tradesAsked, this, [this](const Security &security) {
+        m_trail->jump([this, security] { showTradesOf(security); });
+    });
     connect(orders, &OrdersPanel::priceAsked, this, &ChartTrades::askForPrice);
     connect(orders, &OrdersPanel::selectionChanged, this,
             [this, orders] { m_layer->setSelectedOrders(orders->selected()); });
@@ -113,8 +120,13 @@ void ChartTrades::wireDesks()
 {
     connect(&m_desk, &TradesDesk::changed, this, [this] {
         m_layer->setTrades(m_desk.trades());
-        m_panel->setTrades(m_chart->data().security, m_desk.trades());
+        m_panel->setTrades(m_chart->data().security, toldTrades());
         m_panel->setRefusal(m_desk.refusal());
+        m_panel->setTold(m_desk.isUpToDate());
+    });
+    connect(&m_desk, &TradesDesk::answered, this, [this] {
+        m_panel->setTold(m_desk.isUpToDate());
+        showNewestWhenKnown();
     });
     OrderDesk *const orders = m_docks->desk();
     connect(orders, &OrderDesk::ordersChanged, this, &ChartTrades::takeOrders);
@@ -152,6 +164,7 @@ void ChartTrades::openList()
 void ChartTrades::watchWhenNeeded()
 {
     m_desk.watch(m_layerAction->isChecked() || !m_dock->isHidden());
+    m_panel->setTold(m_desk.isUpToDate());
     if (m_isStarted && m_layerAction->isChecked()) {
         m_docks->desk()->watch();
     }
@@ -180,10 +193,23 @@ void ChartTrades::showTexts()
 
 void ChartTrades::takeChart()
 {
+    m_wishesNewest = false; // the user has gone on meanwhile
     m_desk.show(m_chart->data().security);
     m_layer->takeChart();
-    m_panel->setTrades(m_chart->data().security, m_desk.trades());
+    m_panel->setTrades(m_chart->data().security, toldTrades());
     takeOrders();
+}
+
+/// As the list names them: what is replayed counts as today's on the chart alone.
+Trades ChartTrades::toldTrades() const
+{
+    Trades trades = m_desk.trades();
+    if (const auto recorded = m_chart->data().recorded) {
+        for (AccountTrade &trade : trades) {
+            trade.day = trade.day == Trading::TradingDate::today() ? *recorded : trade.day;
+        }
+    }
+    return trades;
 }
 
 /// Those of the shown day have a place; those of today work.
@@ -260,8 +286,36 @@ void ChartTrades::showTrade(size_t number)
     showPlace(trade.day, trade.time, trade.price);
 }
 
+void ChartTrades::showTradesOf(const Security &security)
+{
+    if (m_chart->data().security.id() != security.id()) {
+        Q_EMIT chartAsked(security.code, m_chart->data().period, {});
+    }
+    if (m_chart->data().security.id() == security.id()) {
+        openList();
+        m_wishesNewest = true;
+        showNewestWhenKnown();
+    }
+}
+
+void ChartTrades::showNewestWhenKnown()
+{
+    if (m_wishesNewest && m_desk.isUpToDate()) {
+        m_wishesNewest = false;
+        if (!m_desk.trades().empty()) {
+            const size_t newest = m_desk.trades().size() - 1;
+            m_panel->select({newest});
+            showTrade(newest);
+        }
+    }
+}
+
+/// One of another security is on that one's chart.
 void ChartTrades::showOrder(const OrderRecord &order)
 {
+    if (order.security.id() != m_chart->data().security.id()) {
+        Q_EMIT chartAsked(order.security.code, m_chart->data().period, {});
+    }
     if (order.day && order.time && order.security.id() == m_chart->data().security.id()) {
         showPlace(*order.day, *order.time, order.price);
     }

@@ -20,6 +20,7 @@ class QMainWindow;
 
 namespace Terminal {
 
+class ChartTrail;
 class OverlayHost;
 class TradeDock;
 class TradeDocks;
@@ -49,7 +50,8 @@ public:
     };
 
     /// All must outlive this object, but the window may be going.
-    ChartTrades(QMainWindow *window, ChartView *chart, TradeDocks *docks, UserPrompts *prompts, Facts facts);
+    ChartTrades(QMainWindow *window, ChartView *chart, TradeDocks *docks, ChartTrail *trail,
+                UserPrompts *prompts, Facts facts);
     ~ChartTrades() override;
 
     /// Joins the bus instance of `address`. To be called once.
@@ -91,6 +93,7 @@ private:
     void wireLists();
     void wireDesks();
     void takeChart();
+    Trades toldTrades() const;
     void takeOrders();
     void watchWhenNeeded();
     bool showsTrades() const;
@@ -99,6 +102,8 @@ private:
     bool isOverlayAt(const QPointF &position) const;
     void chooseTrades(const std::vector<size_t> &trades);
     void showTrade(size_t number);
+    void showTradesOf(const Security &security);
+    void showNewestWhenKnown();
     void showOrder(const OrderRecord &order);
     bool showPlace(Trading::TradingDate day, Trading::ClockTime time, double price);
     void askForPrice(const OrderRecord &order);
@@ -109,11 +114,13 @@ private:
     QMainWindow *m_window;
     ChartView *m_chart;
     TradeDocks *m_docks;
+    ChartTrail *m_trail;
     UserPrompts *m_prompts;
     Facts m_facts;
     QPointer<OverlayHost> m_overlays;
     bool m_isStarted = false;
     bool m_hidesAmounts = false;
+    bool m_wishesNewest = false; ///< the newest trade is to be shown, once trades are known
     TradesDesk m_desk;
     std::unique_ptr<TradesLayer> m_layer;
     TradesPointer m_pointer;

@@ -60,6 +60,14 @@ void TradesPanel::setTrades(const Security &security, const Trades &trades)
     Q_EMIT selectionChanged();
 }
 
+void TradesPanel::setTold(bool told)
+{
+    if (told != m_isTold) {
+        m_isTold = told;
+        showTexts();
+    }
+}
+
 void TradesPanel::setRefusal(const QString &reason)
 {
     m_refusal = reason;
@@ -164,6 +172,8 @@ void TradesPanel::showTexts()
     if (!m_refusal.isEmpty()) {
         text =
             tr("Trades of %1 · refused: %2").arg(name, plainText(withoutFigures(m_refusal, m_hidesAmounts)));
+    } else if (!m_isTold && m_trades.empty()) {
+        text = tr("Trades of %1 · no answer from the trading module").arg(name);
     } else if (!chosen.empty()) {
         text = tr("Selected: %1").arg(sumText(chosen));
     } else {

@@ -21,6 +21,8 @@ public:
     /// Oldest first; their numbers are what select() and the signals mean.
     void setTrades(const Security &security, const Trades &trades);
     /// Says why the trading module does not tell them; empty where it does.
+    /// Whether the module has told them; nobody knows before whether there are none.
+    void setTold(bool told);
     void setRefusal(const QString &reason);
     void setTheme(const ChartTheme &theme);
     void setAmountsHidden(bool hidden);
@@ -51,6 +53,7 @@ private:
     TradesTable m_table;
     Security m_security;
     QString m_refusal;
+    bool m_isTold = true;
     ElidedLabel *m_caption;
     RecordView *m_view;
     bool m_hidesAmounts = false;

@@ -96,10 +96,22 @@ void ChartBar::showChart(const ChartData &shown, const std::vector<Trading::Trad
     for (const Trading::TradingDate day : days) {
         m_days->addItem(day.dashedText(), day.number());
     }
+    showRecorded(shown);
     m_daysAction->setVisible(shown.period == ChartPeriod::Minute);
     if (!shown.bars.empty()) {
         m_days->setCurrentIndex(m_days->findData(shown.bars.back().date));
     }
+}
+
+/// What is replayed counts as today, and is found as the last day.
+void ChartBar::showRecorded(const ChartData &shown)
+{
+    if (!shown.recorded || m_days->count() == 0) {
+        return;
+    }
+    const QString day = shown.recorded->dashedText();
+    const bool isListed = m_days->findText(day) >= 0;
+    m_days->setItemText(m_days->count() - 1, isListed ? tr("%1, replayed").arg(day) : day);
 }
 
 void ChartBar::changeEvent(QEvent *event)

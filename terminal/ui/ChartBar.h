@@ -51,6 +51,7 @@ private:
     void addPeriods();
     void addDays();
     QString code() const;
+    void showRecorded(const ChartData &shown);
     void showTexts();
 
     ChartPeriod m_period = ChartPeriod::Day;

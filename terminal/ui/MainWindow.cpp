@@ -2,6 +2,7 @@
 
 #include "terminal/chart/view/ChartInput.h"
 #include "terminal/chart/view/ChartPlace.h"
+#include "terminal/chart/view/ChartTrail.h"
 #include "terminal/chart/view/ChartView.h"
 #include "terminal/chart/view/ReadoutBar.h"
 #include "terminal/live/LiveChart.h"
@@ -17,6 +18,7 @@
 #include "terminal/trades/ChartTrades.h"
 #include "terminal/ui/ChartBar.h"
 #include "terminal/ui/FocusFrame.h"
+#include "terminal/ui/LowWindow.h"
 #include "terminal/ui/OverlayBar.h"
 #include "terminal/ui/ReplayBar.h"
 #include "terminal/ui/StateStrip.h"
@@ -48,7 +50,7 @@ namespace {
 /// After the repaint that follows a change: only then is known what overlays have drawn.
 constexpr std::chrono::milliseconds statesAfter{50};
 
-constexpr int leastChart = 72; ///< beside all that can be open in a window of 800×500
+constexpr int leastChart = 120; ///< beside all that can be open in a window of 800×500
 
 /// How many marks are in view, those that a glyph stands for counted each.
 int countOf(const DrawnMarks *marks)
@@ -105,8 +107,12 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
       m_overlayBar(new OverlayBar(options)),
       m_strip(new StateStrip),
       m_prompts(m_chart),
+      m_trail(std::make_unique<ChartTrail>(
+          m_chart, [this](const QString &code, ChartPeriod period,
+                          std::optional<Trading::TradingDate> day) { loadOrTell(code, period, day); })),
       m_trade(std::make_unique<TradeDocks>(this, m_chart, session->desk(), &m_prompts, pricesOf(session))),
-      m_trades(std::make_unique<ChartTrades>(this, m_chart, m_trade.get(), &m_prompts, factsOf(session))),
+      m_trades(std::make_unique<ChartTrades>(this, m_chart, m_trade.get(), m_trail.get(), &m_prompts,
+                                             factsOf(session))),
       m_results(std::make_unique<ResultsDock>(this, &m_prompts)),
       m_watch(std::make_unique<WatchDock>(this, watchFactsOf(session)))
 {
@@ -133,6 +139,7 @@ MainWindow::MainWindow(TradingSession *session, const TerminalOptions &options, 
     // Parts that need more are squeezed: a window that grew would leave its screen, or its picture's size.
     layout()->setSizeConstraint(QLayout::SetNoConstraint);
     resize(options.size);
+    new LowWindow(this);
     m_chart->setFocus();
 }
 
@@ -145,6 +152,7 @@ MainWindow::~MainWindow()
     m_input.reset();
     m_trades.reset();
     m_trade.reset();
+    m_trail.reset();
     m_overlays.reset();
 }
 
@@ -177,6 +185,7 @@ void MainWindow::setUpBars()
 void MainWindow::setUpView()
 {
     ViewMenu *const view = m_overlayBar->view();
+    view->addAction(m_trail->action());
     view->addSeparator();
     view->addAction(m_trade->ticketAction());
     view->addAction(m_trade->panelAction());
@@ -207,8 +216,7 @@ void MainWindow::setUpView()
 void MainWindow::setUpWatch()
 {
     m_watch->setCodes(m_options.watched);
-    connect(m_watch.get(), &WatchDock::chartAsked, this,
-            [this](const QString &code) { loadOrTell(code, m_chart->data().period, {}); });
+    connect(m_watch.get(), &WatchDock::chartAsked, this, &MainWindow::jumpToChart);
     connect(m_session->prices(), &LastPrices::changed, m_watch.get(), &WatchDock::showPrices);
     auto *const search = new QShortcut(Qt::CTRL + Qt::Key_L, this);
     connect(search, &QShortcut::activated, this, [this] { m_bar->beginSearch({}); });
@@ -338,15 +346,16 @@ void MainWindow::wireSession()
             [this] { m_strip->showMarket(*m_session->market()); });
     connect(m_session->statementActions(), &StatementActions::changed, this, &MainWindow::takeActions);
     connect(m_session->prices(), &LastPrices::changed, m_trade.get(), &TradeDocks::showPrices);
-    connect(m_trade.get(), &TradeDocks::chartAsked, this,
-            [this](const QString &code) { loadOrTell(code, m_chart->data().period, {}); });
-    connect(m_results.get(), &ResultsDock::placeAsked, this, &MainWindow::showPlace);
+    connect(m_trade.get(), &TradeDocks::chartAsked, this, &MainWindow::jumpToChart);
+    connect(m_results.get(), &ResultsDock::placeAsked, this,
+            [this](const ResultsPlace &place) { m_trail->jump([this, place] { showPlace(place); }); });
     connect(m_trades.get(), &ChartTrades::chartAsked, this, &MainWindow::loadOrTell);
 }
 
 void MainWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
+        m_trail->showTexts();
         m_trade->showTexts();
         m_trades->showTexts();
         m_results->showTexts();
@@ -411,6 +420,12 @@ void MainWindow::setAmountsHidden(bool hidden)
     if (hidden) {
         m_prompts.clear();
     }
+}
+
+/// From a row of a list.
+void MainWindow::jumpToChart(const QString &code)
+{
+    m_trail->jump([this, code] { loadOrTell(code, m_chart->data().period, {}); });
 }
 
 void MainWindow::loadOrTell(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day)

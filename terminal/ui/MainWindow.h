@@ -28,6 +28,7 @@ class ToolBarRows;
 class ChartBar;
 class ChartInput;
 class ChartTrades;
+class ChartTrail;
 class ChartView;
 class FocusFrame;
 class LiveChart;
@@ -136,6 +137,7 @@ private:
     void setUpPractice();
     void setUpStates();
     void wireSession();
+    void jumpToChart(const QString &code);
     void loadOrTell(const QString &code, ChartPeriod period, std::optional<Trading::TradingDate> day);
     void showPlace(const ResultsPlace &place);
     void showChoices();
@@ -187,6 +189,7 @@ private:
     std::optional<OverlayLibrary> m_library;
     std::unique_ptr<OverlayHost> m_overlays;
     std::unique_ptr<ChartInput> m_input;
+    std::unique_ptr<ChartTrail> m_trail;
     std::unique_ptr<TradeDocks> m_trade;
     std::unique_ptr<ChartTrades> m_trades;
     std::unique_ptr<ResultsDock> m_results;

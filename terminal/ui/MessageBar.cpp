@@ -39,6 +39,7 @@ MessageBar::MessageBar(QWidget *parent) : QLabel(parent)
     setMargin(10);
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &QWidget::hide);
+    parent->installEventFilter(this);
     hide();
 }
 
@@ -60,8 +61,7 @@ void MessageBar::showText(const QString &text)
     const bool takesAnothersPlace = isVisible();
     setText(text);
     setAccessibleName(text);
-    resize(neededSize());
-    move((parentWidget()->width() - width()) / 2, topMargin);
+    fit();
     raise();
     show();
     m_timer.start(shownFor);
@@ -69,6 +69,21 @@ void MessageBar::showText(const QString &text)
     if (takesAnothersPlace) {
         announce(QAccessible::ObjectShow); // what comes up is read out, not what is shown already
     }
+}
+
+void MessageBar::fit()
+{
+    resize(neededSize());
+    move((parentWidget()->width() - width()) / 2, topMargin);
+}
+
+/// A dock that opens beside the chart makes it narrower.
+bool MessageBar::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == parent() && event->type() == QEvent::Resize && isVisible()) {
+        fit();
+    }
+    return QLabel::eventFilter(watched, event);
 }
 
 void MessageBar::announce(QAccessible::Event event)

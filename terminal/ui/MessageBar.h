@@ -23,11 +23,13 @@ public:
     void addLines(const QStringList &lines);
 
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
 
 private:
     QSize neededSize();
+    void fit();
     void showText(const QString &text);
     void announce(QAccessible::Event event);
 

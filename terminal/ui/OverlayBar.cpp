@@ -1,5 +1,6 @@
 #include "terminal/ui/OverlayBar.h"
 
+#include "terminal/trade/PlainText.h"
 #include "terminal/ui/HelpMenu.h"
 #include "terminal/ui/ViewMenu.h"
 
@@ -88,7 +89,8 @@ void OverlayBar::describeOverlay(const OverlayKind &kind, const QStringList &lin
 {
     QAction *const action = overlayAction(kind);
     const QString text = lines.join(QLatin1Char('\n'));
-    action->setToolTip(text.isEmpty() ? overlayTitle(kind) : tr("%1: %2").arg(overlayTitle(kind), text));
+    action->setToolTip(
+        plainTip(text.isEmpty() ? overlayTitle(kind) : tr("%1: %2").arg(overlayTitle(kind), text)));
     widgetForAction(action)->setAccessibleDescription(text);
 }
 

@@ -1,6 +1,7 @@
 #include "terminal/ui/StateStrip.h"
 
 #include "terminal/trade/ElidedLabel.h"
+#include "terminal/trade/PlainText.h"
 
 #include <QLabel>
 #include <QStyle>
@@ -16,7 +17,7 @@ constexpr auto troubleProperty = "trouble"; // known to the style sheet of the w
 void setState(QLabel *label, const QString &text, const QString &details, bool isTrouble)
 {
     label->setText(text);
-    label->setToolTip(details);
+    label->setToolTip(plainTip(details));
     label->setAccessibleName(text);
     label->setAccessibleDescription(details);
     if (label->property(troubleProperty).toBool() != isTrouble) {

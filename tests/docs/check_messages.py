@@ -14,21 +14,21 @@ import yaml
 from messages import Schemas, objects_in, schema_of
 
 GUIDES = ["*.md", "docs/*.md", "examples/*.md", "examples/module/*.md"]
-RECORDED = ["tests/fuzz/answers/*.json", "tests/e2e/*.cpp", "tests/e2e/*.h"]
+RECORDED = ["tests/fuzz/corpus/answers/*.json", "tests/e2e/*.cpp", "tests/e2e/*.h"]
 
 # What overlays are shown on purpose: as little as they can read, or what they must survive. Each file with how many.
 WRONG_ON_PURPOSE = {
     "tests/e2e/CombinedOverlayTest.cpp": 1,
     "tests/e2e/WireModuleTest.cpp": 4,
-    "tests/fuzz/answers/cost.json": 1,
-    "tests/fuzz/answers/deep.json": 1,
-    "tests/fuzz/answers/no-object-among-rows.json": 1,
-    "tests/fuzz/answers/orders.json": 1,
-    "tests/fuzz/answers/repeated-by-an-escape.json": 1,
-    "tests/fuzz/answers/repeated-key-in-a-row.json": 1,
-    "tests/fuzz/answers/rows-like-a-mixture.json": 1,
-    "tests/fuzz/answers/rows-of-other-forms.json": 1,
-    "tests/fuzz/answers/white-space.json": 1,
+    "tests/fuzz/corpus/answers/cost.json": 1,
+    "tests/fuzz/corpus/answers/deep.json": 1,
+    "tests/fuzz/corpus/answers/no-object-among-rows.json": 1,
+    "tests/fuzz/corpus/answers/orders.json": 1,
+    "tests/fuzz/corpus/answers/repeated-by-an-escape.json": 1,
+    "tests/fuzz/corpus/answers/repeated-key-in-a-row.json": 1,
+    "tests/fuzz/corpus/answers/rows-like-a-mixture.json": 1,
+    "tests/fuzz/corpus/answers/rows-of-other-forms.json": 1,
+    "tests/fuzz/corpus/answers/white-space.json": 1,
 }
 
 

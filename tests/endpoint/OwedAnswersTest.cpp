@@ -9,7 +9,7 @@ TEST(OwedAnswers, KnowsWhereAnAnswerGoes)
     OwedAnswers owed;
     const QByteArray channel = owed.add({"their/answers", "7"});
 
-    const auto recipient = owed.take(channel);
+    const auto recipient = owed.find(channel);
 
     ASSERT_TRUE(recipient);
     EXPECT_EQ(recipient->path, "their/answers");
@@ -20,9 +20,10 @@ TEST(OwedAnswers, OwesEachAnswerOnce)
 {
     OwedAnswers owed;
     const QByteArray channel = owed.add({"their/answers", "7"});
-    owed.take(channel);
+    EXPECT_TRUE(owed.find(channel));
+    owed.noteAnswered(channel);
 
-    EXPECT_FALSE(owed.take(channel));
+    EXPECT_FALSE(owed.find(channel));
     EXPECT_TRUE(owed.isOwn(channel));
 }
 
@@ -44,6 +45,6 @@ TEST(OwedAnswers, ForgetsTheOldestOfThousands)
         youngest = owed.add({"their/answers", QByteArray::number(i)});
     }
 
-    EXPECT_FALSE(owed.take(oldest));
-    EXPECT_TRUE(owed.take(youngest));
+    EXPECT_FALSE(owed.find(oldest));
+    EXPECT_TRUE(owed.find(youngest));
 }

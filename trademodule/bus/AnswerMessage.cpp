@@ -51,6 +51,16 @@ void AnswerMessage::fail(ErrorCode code, const QString &reason)
     }
 }
 
+bool AnswerMessage::isFailure() const
+{
+    return m_envelope[QLatin1String(ERRCODE)].toInt() != NoError;
+}
+
+QString AnswerMessage::reason() const
+{
+    return m_envelope[QLatin1String(MSG)].toString();
+}
+
 QByteArray AnswerMessage::toJson() const
 {
     QByteArray json = QJsonDocument(m_envelope).toJson(QJsonDocument::Compact);

@@ -46,6 +46,10 @@ public:
     /// draw the cost of every answer, and what is missing as 0.00.
     void fail(ErrorCode code, const QString &reason);
 
+    bool isFailure() const;
+    /// The reason of a failure; empty for a success.
+    QString reason() const;
+
     QByteArray toJson() const;
 
 private:

@@ -11,6 +11,7 @@
 #include "trademodule/results/ReceivedActions.h"
 #include "trading/ModuleVocabulary.h"
 
+#include <QElapsedTimer>
 #include <QJsonArray>
 
 #include <algorithm>
@@ -101,6 +102,7 @@ struct TradeAnswers::Command
     /// Until the ledger changes: nothing but the ledger and the day tells it. A single row is read as quickly
     /// as it is found out whether something has changed.
     bool isKept = false;
+    bool isOfLedger = true; ///< false: answered also while the ledger cannot be used
 };
 
 const TradeAnswers::Command *TradeAnswers::findCommand(const QString &name)
@@ -119,6 +121,7 @@ const TradeAnswers::Command *TradeAnswers::findCommand(const QString &name)
         {CmdType::RESULTS, &TradeAnswers::answerResults},
         {CmdType::COSTMETHOD, &TradeAnswers::setCostMethod},
         {CmdType::CORPORATEACTIONS, &TradeAnswers::answerActions},
+        {CmdType::MODULESTATUS, &TradeAnswers::answerStatus, false, false},
     };
     const auto *found =
         std::find_if(std::begin(commands), std::end(commands),
@@ -132,23 +135,38 @@ QByteArray TradeAnswers::answer(const QJsonObject &question)
     if (const QString language = request.language(); m_speak && !language.isEmpty()) {
         m_speak(language);
     }
+    const Command *command = findCommand(request.field(CMD).toString());
     AnswerMessage answer(request);
+    QElapsedTimer taken;
+    taken.start();
+    answerKnown(command, question, &answer);
+    const std::chrono::nanoseconds elapsed(taken.nsecsElapsed());
+    m_record.answered(command != nullptr ? key(command->name) : key(ServiceRecord::otherCommands),
+                      answer.isFailure(), std::chrono::duration_cast<std::chrono::microseconds>(elapsed));
+    if (answer.isFailure()) {
+        m_tellRefusal(request, answer.reason());
+    }
+    return answer.toJson();
+}
+
+void TradeAnswers::answerKnown(const Command *command, const QJsonObject &question, AnswerMessage *answer)
+{
     try {
-        const Command *command = findCommand(request.command());
         if (command == nullptr) {
             throw Error(translated("\"%1\" is \"%2\", which this trading module does not know")
-                            .arg(key(CMD), request.command()));
+                            .arg(key(CMD), TradeRequest(question).command()));
         }
-        m_ledger->database()->refuseReplacedFile();
-        run(*command, question, &answer);
+        if (command->isOfLedger) {
+            m_ledger->database()->refuseReplacedFile();
+        }
+        run(*command, question, answer);
     } catch (const LeaseLost &) {
         throw;
     } catch (const LedgerError &error) {
-        answer.fail(AnswerMessage::LedgerFailed, error.reason());
+        answer->fail(AnswerMessage::LedgerFailed, error.reason());
     } catch (const Error &error) {
-        answer.fail(AnswerMessage::NotUnderstood, error.reason());
+        answer->fail(AnswerMessage::NotUnderstood, error.reason());
     }
-    return answer.toJson();
 }
 
 void TradeAnswers::run(const Command &command, const QJsonObject &question, AnswerMessage *answer)
@@ -255,6 +273,20 @@ void TradeAnswers::answerActions(const TradeRequest &request, AnswerMessage *ans
         rows.append(rowOf(action));
     }
     answer->set(DATA, rows);
+}
+
+void TradeAnswers::answerStatus(const TradeRequest & /*request*/, AnswerMessage *answer)
+{
+    ModuleStatus status = m_record.status();
+    try {
+        m_ledger->database()->refuseReplacedFile();
+        status.openOrders = m_exchange->openOrders().size();
+    } catch (const LeaseLost &) {
+        throw;
+    } catch (const LedgerError &error) {
+        status.ledgerTrouble = error.reason();
+    }
+    answer->set(DATA, status.toJson());
 }
 
 void TradeAnswers::setCostMethod(const TradeRequest &request, AnswerMessage *answer)

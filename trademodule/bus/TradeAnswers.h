@@ -1,6 +1,7 @@
 #pragma once
 
 #include "trademodule/bus/KeptAnswers.h"
+#include "trademodule/bus/ServiceRecord.h"
 #include "trademodule/exchange/PaperExchange.h"
 #include "trademodule/ledger/Ledger.h"
 #include "trademodule/report/KeptResults.h"
@@ -44,6 +45,13 @@ public:
     /// be dealt would trade in their past.
     void setDealFirst(std::function<void()> dealFirst) { m_dealFirst = std::move(dealFirst); }
 
+    /// Told of each question that is refused, and why, before its answer is handed over.
+    using TellRefusal = std::function<void(const TradeRequest &refused, const QString &reason)>;
+    void setTellRefusal(TellRefusal tellRefusal) { m_tellRefusal = std::move(tellRefusal); }
+
+    /// What was answered so far, and what else is told of this module.
+    ServiceRecord &record() { return m_record; }
+
     /// Fails as LeaseLost only: who has lost its right answers nothing.
     QByteArray answer(const QJsonObject &question);
 
@@ -51,6 +59,7 @@ private:
     using Answer = void (TradeAnswers::*)(const TradeRequest &, AnswerMessage *);
     struct Command;
     static const Command *findCommand(const QString &name);
+    void answerKnown(const Command *command, const QJsonObject &question, AnswerMessage *answer);
     void run(const Command &command, const QJsonObject &question, AnswerMessage *answer);
 
     void answerCost(const TradeRequest &request, AnswerMessage *answer);
@@ -62,6 +71,7 @@ private:
     void answerAccount(const TradeRequest &request, AnswerMessage *answer);
     void answerResults(const TradeRequest &request, AnswerMessage *answer);
     void answerActions(const TradeRequest &request, AnswerMessage *answer);
+    void answerStatus(const TradeRequest &request, AnswerMessage *answer);
     void setCostMethod(const TradeRequest &request, AnswerMessage *answer);
     TradingDate dayOfOrder(const TradeRequest &request) const;
     void cancel(const TradeRequest &request, AnswerMessage *answer);
@@ -72,10 +82,12 @@ private:
     OrderBook m_orders;
     KeptResults m_results;
     KeptAnswers m_kept;
+    ServiceRecord m_record;
     PaperExchange *const m_exchange;
     const TellOfCost m_tellOfCost;
     const Speak m_speak;
     std::function<void()> m_dealFirst = [] {};
+    TellRefusal m_tellRefusal = [](const TradeRequest &, const QString &) {};
 };
 
 /// What charts are told after a change.

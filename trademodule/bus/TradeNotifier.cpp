@@ -1,37 +1,17 @@
 #include "trademodule/bus/TradeNotifier.h"
 
-#include "endpoint/EndPoint.h"
 #include "tradechartobject/common/TradeVocabulary.h"
+#include "trademodule/bus/BusVisit.h"
 #include "trading/ModuleVocabulary.h"
 
-#include <QEventLoop>
 #include <QJsonDocument>
-#include <QTimer>
 
 namespace TradeModule {
-
-namespace {
-
-constexpr std::chrono::seconds longestJoining(3);
-
-bool join(LocalCommunication::EndPoint *endPoint, const QString &busDirectory)
-{
-    QEventLoop loop;
-    QObject::connect(endPoint, &LocalCommunication::EndPoint::ready, &loop, &QEventLoop::quit);
-    QTimer::singleShot(longestJoining, &loop, &QEventLoop::quit);
-    endPoint->connect(busDirectory);
-    if (!endPoint->isConnected()) {
-        loop.exec();
-    }
-    return endPoint->isConnected();
-}
-
-} // namespace
 
 bool notifyCharts(const QString &busDirectory, const QVector<QJsonObject> &notifications)
 {
     LocalCommunication::EndPoint endPoint(nullptr);
-    if (!join(&endPoint, busDirectory)) {
+    if (!joinInTime(&endPoint, busDirectory)) {
         return false;
     }
     bool isSent = true;

@@ -37,24 +37,21 @@ QByteArray bareRefusal(const QString &reason)
     return answer.toJson();
 }
 
-/// The answer to what is no JSON object.
-QByteArray refusal(const QJsonParseError &error)
+/// Why what came is no question.
+QString faultOf(const QJsonParseError &error)
 {
     const bool isJson = error.error == QJsonParseError::NoError;
-    return bareRefusal(isJson ? translated("the question is JSON, but no object")
-                              : translated("the question is no JSON object: %1").arg(error.errorString()));
+    return isJson ? translated("the question is JSON, but no object")
+                  : translated("the question is no JSON object: %1").arg(error.errorString());
 }
 
-QByteArray refusalOfScreen()
+/// For the log.
+QString refusalText(const TradeRequest &question, const QString &reason)
 {
-    return bareRefusal(translated("\"%1\" cannot be a channel, or the answer is too long for one")
-                           .arg(QLatin1String(TradeChart::TradeKeyFields::SCREENID)));
-}
-
-QByteArray answerChannel(const QJsonObject &question, const QByteArray &replyChannel)
-{
-    const QString screen = question.value(QLatin1String(TradeChart::TradeKeyFields::SCREENID)).toString();
-    return screen.isEmpty() ? replyChannel : screen.toUtf8();
+    const QString security = question.field(TradeChart::TradeKeyFields::STKCODE).toString();
+    const QString command = question.field(TradeChart::TradeKeyFields::CMD).toString();
+    return security.isEmpty() ? translated("refused: %1: %2").arg(command, reason)
+                              : translated("refused: %1 of %2: %3").arg(command, security, reason);
 }
 
 } // namespace
@@ -66,10 +63,20 @@ TradeService::TradeService(const QString &busDirectory, Ledger *ledger, const Tr
       m_answers(
           ledger, &m_exchange, [this](const SecurityId &held) { publish(changeNotification(held)); },
           [this](const QString &language) { Q_EMIT languageAsked(language); }),
+      m_post(
+          [this](const QByteArray &channel, const QByteArray &answer) {
+              return m_endPoint.sendMessage(channel, TradeChart::Topic::TRADEQUERY, answer);
+          },
+          [this] { return m_endPoint.isConnected(); },
+          [this](const QString &reason) { Q_EMIT refused(translated("refused: %1").arg(reason)); }),
       m_presence(presence, busDirectory)
 {
     using LocalCommunication::EndPoint;
+    m_answers.record().begin(presence);
     m_answers.setDealFirst([this] { dealQuotes(); });
+    m_answers.setTellRefusal([this](const TradeRequest &question, const QString &reason) {
+        Q_EMIT refused(refusalText(question, reason));
+    });
     connect(&m_endPoint, &EndPoint::messageReceived, this,
             [this](const QByteArray &topic, const QByteArray &payload, const QByteArray &replyChannel) {
                 takeMessage({topic, payload, replyChannel});
@@ -146,26 +153,26 @@ void TradeService::handleQuestion(const QByteArray &payload, const QByteArray &r
     }
     attempt([this] { dealQuotes(); }); // what came before the question comes first
     attempt([&] {
-        const QByteArray answer = document.isObject() ? m_answers.answer(question) : refusal(error);
-        send(answer, question, replyChannel);
+        m_answers.record().setWaitingQuotes(m_quotes.size());
+        const QByteArray answer = document.isObject() ? m_answers.answer(question) : refuse(faultOf(error));
+        m_post.give(question, replyChannel, answer);
         m_exchange.report();
     });
 }
 
-/// A screen whose name no channel can have is told so where the question came from.
-void TradeService::send(const QByteArray &answer, const QJsonObject &question, const QByteArray &replyChannel)
+/// The answer to what is no question.
+QByteArray TradeService::refuse(const QString &reason)
 {
-    const QByteArray channel = answerChannel(question, replyChannel);
-    const bool isSent = m_endPoint.sendMessage(channel, TradeChart::Topic::TRADEQUERY, answer);
-    if (!isSent && channel != replyChannel && m_endPoint.isConnected()) {
-        m_endPoint.sendMessage(replyChannel, TradeChart::Topic::TRADEQUERY, refusalOfScreen());
-    }
+    m_answers.record().answered(QLatin1String(ServiceRecord::otherCommands), true, {});
+    Q_EMIT refused(translated("refused: %1").arg(reason));
+    return bareRefusal(reason);
 }
 
 void TradeService::handleQuote(const QByteArray &payload)
 {
     try {
         m_quotes.append(readQuote(QJsonDocument::fromJson(payload).object()));
+        m_answers.record().hear(m_quotes.constLast());
     } catch (const Error &error) {
         qWarning("%s", error.what());
         return;
@@ -189,10 +196,10 @@ void TradeService::dealQuotes()
         } catch (const LedgerUnavailable &) {
             m_quotes.prepend(quote);
             throw;
-        } catch (const LedgerError &) {
+        } catch (const LeaseLost &) {
             throw;
-        } catch (const Error &error) {
-            warn(error.reason()); // of this quote's orders; the next ones are none the worse
+        } catch (const Error &error) { // it would fail again, and the next ones are none the worse
+            warn(translated("a quote of %1 is left out: %2").arg(quote.security.code, error.reason()));
         }
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "endpoint/EndPoint.h"
+#include "trademodule/bus/AnswerPost.h"
 #include "trademodule/bus/ModulePresence.h"
 #include "trademodule/bus/TradeAnswers.h"
 
@@ -36,6 +37,8 @@ Q_SIGNALS:
     /// for.
     void occupied(const Trading::TradePresence &other);
     void silent(const Trading::TradePresence &other);
+    /// A question was refused; `what` names it, and the reason.
+    void refused(const QString &what);
     /// Another process serves the ledger: nothing is answered and nothing changed from now on. Said once.
     void leaseLost(const QString &reason);
 
@@ -53,7 +56,7 @@ private:
     void handleMessage(const Message &message);
     void hold(const Message &message);
     void handleQuestion(const QByteArray &payload, const QByteArray &replyChannel);
-    void send(const QByteArray &answer, const QJsonObject &question, const QByteArray &replyChannel);
+    QByteArray refuse(const QString &reason);
     void handleQuote(const QByteArray &payload);
     void beginDealing();
     void dealQuotes();
@@ -69,6 +72,7 @@ private:
     OrderBook m_orders;
     PaperExchange m_exchange;
     TradeAnswers m_answers;
+    AnswerPost m_post;
     ModulePresence m_presence;
     QTimer m_settleTimer;
     QList<Message> m_held;  // that came before it was known whether the bus is ours, the oldest first

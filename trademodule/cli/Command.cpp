@@ -94,9 +94,10 @@ QStringList Invocation::arguments(int count, const QString &what) const
 const std::vector<Command> &commands()
 {
     static const std::vector<Command> all = {
-        serveCommand(),   importCommand(),    placeCommand(),   cancelCommand(),  ordersCommand(),
-        tradesCommand(),  positionsCommand(), accountCommand(), resultsCommand(), costCommand(),
-        importsCommand(), undoCommand(),      openCommand(),    moneyCommand(),   practiceCommand(),
+        serveCommand(),   importCommand(), placeCommand(),     cancelCommand(),
+        ordersCommand(),  tradesCommand(), positionsCommand(), accountCommand(),
+        resultsCommand(), costCommand(),   importsCommand(),   undoCommand(),
+        openCommand(),    moneyCommand(),  practiceCommand(),  statusCommand(),
     };
     return all;
 }

@@ -19,5 +19,6 @@ Command accountCommand();
 Command resultsCommand();
 Command costCommand();
 Command practiceCommand();
+Command statusCommand();
 
 } // namespace TradeModule

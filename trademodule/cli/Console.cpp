@@ -1,5 +1,7 @@
 #include "trademodule/cli/Console.h"
 
+#include "trading/PrintableText.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -9,6 +11,8 @@
 #include <unistd.h> // isatty(): POSIX, the same on Linux and macOS
 
 namespace TradeModule {
+
+using Trading::printable;
 
 namespace {
 
@@ -52,17 +56,6 @@ int widthOf(QChar character)
 
 } // namespace
 
-QString printable(QString text)
-{
-    const auto isCommand = [](QChar character) {
-        const QChar::Category category = character.category();
-        return category == QChar::Other_Control || category == QChar::Other_Format;
-    };
-    text.replace(QLatin1Char('\t'), QLatin1Char(' '));
-    std::replace_if(text.begin(), text.end(), isCommand, QChar(QChar::ReplacementCharacter));
-    return text;
-}
-
 void print(const QString &text)
 {
     write(text, stdout);
@@ -78,6 +71,16 @@ void printError(const QString &reason)
     write(QCoreApplication::applicationName() + QLatin1String(": ") +
               printableLines(reason.split(QLatin1Char('\n'))),
           stderr);
+}
+
+void printLog(const QString &time, const QString &text)
+{
+    const QString before =
+        time + QLatin1Char(' ') + QCoreApplication::applicationName() + QLatin1String(": ");
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    for (const QString &line : lines) {
+        write(before + printable(line) + QLatin1Char('\n'), stderr);
+    }
 }
 
 int screenWidth(const QString &text)

@@ -8,16 +8,15 @@
 
 namespace TradeModule {
 
-/// A text without what a terminal would obey: what statements and other programs wrote may move its cursor,
-/// change its title, or turn the order of what is shown.
-QString printable(QString text);
-
 /// Writes to standard output, as it is.
 void print(const QString &text);
 /// Writes printable lines to standard output.
 void printLines(const QStringList &lines);
 /// Writes printable lines, with the program's name, to standard error.
 void printError(const QString &reason);
+
+/// The same as lines of a log, each after a time.
+void printLog(const QString &time, const QString &text);
 
 /// True when standard error is a terminal that a person looks at.
 bool isTerminal();

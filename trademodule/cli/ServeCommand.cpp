@@ -1,7 +1,8 @@
 #include "trademodule/ProgramLanguage.h"
 #include "trademodule/bus/TradeService.h"
 #include "trademodule/cli/Commands.h"
-#include "trademodule/cli/Console.h"
+#include "trademodule/cli/RefusalLog.h"
+#include "trademodule/cli/ServiceLog.h"
 #include "trademodule/cli/ServiceManager.h"
 #include "trademodule/cli/Standby.h"
 #include "trademodule/cli/UsageError.h"
@@ -25,19 +26,19 @@ namespace {
 /// which the asker gives up, while it is done all the same.
 constexpr std::chrono::milliseconds patience(500);
 
-void endWith(const QString &reason)
+void endWith(const QString &reason, ServiceLog *log)
 {
-    printError(reason);
+    log->tell(reason);
     QCoreApplication::exit(Failed);
 }
 
 /// What becomes of a ledger that is away for a while the service says.
-void beat(ServingLease *lease)
+void beat(ServingLease *lease, ServiceLog *log)
 {
     try {
         lease->beat();
     } catch (const LeaseLost &lost) {
-        endWith(lost.reason());
+        endWith(lost.reason(), log);
     } catch (const LedgerError &) {
     }
 }
@@ -67,7 +68,8 @@ Trading::TradePresence presenceOf(Ledger *ledger, const LedgerServer &server)
     presence.protocol = QStringLiteral("1");
     presence.can = QStringList{
         QLatin1String(Trading::Capability::CLIENTNO), QLatin1String(Trading::Capability::ACTIONS),
-        QLatin1String(Trading::Capability::REPLACE), QLatin1String(Trading::Capability::OPENORDERS)};
+        QLatin1String(Trading::Capability::REPLACE), QLatin1String(Trading::Capability::OPENORDERS),
+        QLatin1String(Trading::Capability::STATUS)};
     presence.host = server.process.host;
     presence.process = server.process.number;
     presence.processStart = server.process.start;
@@ -84,96 +86,128 @@ QString serverText(const Trading::TradePresence &presence)
 }
 
 /// One account on one bus: who came second must not be told as one that answers.
-void tellOccupied(const Trading::TradePresence &other, bool standsBy)
+void tellOccupied(const Trading::TradePresence &other, bool standsBy, ServiceLog *log)
 {
     const QString who =
         translated("another trading module serves the ledger %1 on this bus: %2; an order would be placed in "
                    "both. Give each account a bus or a prefix of its own")
             .arg(other.ledger, serverText(other));
     if (!standsBy) {
-        endWith(who);
+        endWith(who, log);
         return;
     }
     const QString standing = translated("standing by, %1").arg(who);
-    printError(standing);
+    log->tell(standing);
     ServiceManager().tellReady(standing);
 }
 
-void tellSilent(const Trading::TradePresence &other)
+void tellSilent(const Trading::TradePresence &other, ServiceLog *log)
 {
-    printError(translated("the trading module of the ledger %1 is announced on this bus and does not answer: "
-                          "%2. Unless it does, it counts as gone after %3 seconds")
-                   .arg(other.ledger, serverText(other))
-                   .arg(ModulePresence::longestSilence.count()));
+    log->tell(translated("the trading module of the ledger %1 is announced on this bus and does not answer: "
+                         "%2. Unless it does, it counts as gone after %3 seconds")
+                  .arg(other.ledger, serverText(other))
+                  .arg(ModulePresence::longestSilence.count()));
 }
 
-void tellBegun(const QString &bus, const Ledger &ledger, const LedgerServer &server)
+void tellBegun(const QString &bus, const Ledger &ledger, const LedgerServer &server, ServiceLog *log)
 {
     const QString begun = translated("serving the ledger %1 on the bus of %2, fence %3")
                               .arg(ledger.shownLocation(), bus)
                               .arg(server.fence);
-    printError(begun);
+    log->tell(begun);
     ServiceManager().tellReady(begun);
 }
 
 /// Says with each change how things stand on the bus.
-void tellOnStandardError(const TradeService &service, const Invocation &invocation, const Ledger &ledger,
-                         const LedgerServer &server)
+void tellStanding(const TradeService &service, const Invocation &invocation, const Ledger &ledger,
+                  const LedgerServer &server, ServiceLog *log)
 {
     const bool standsBy = invocation.isSet(QStringLiteral("standby"));
-    QObject::connect(&service, &TradeService::leaseLost, &endWith);
+    QObject::connect(&service, &TradeService::leaseLost, &service,
+                     [log](const QString &reason) { endWith(reason, log); });
     QObject::connect(&service, &TradeService::begun, &service,
-                     [bus = invocation.bus(), &ledger, server] { tellBegun(bus, ledger, server); });
-    QObject::connect(&service, &TradeService::silent, &service, &tellSilent);
-    QObject::connect(&service, &TradeService::occupied, &service,
-                     [standsBy](const Trading::TradePresence &other) { tellOccupied(other, standsBy); });
+                     [bus = invocation.bus(), &ledger, server, log] { tellBegun(bus, ledger, server, log); });
+    QObject::connect(&service, &TradeService::silent, &service,
+                     [log](const Trading::TradePresence &other) { tellSilent(other, log); });
+    QObject::connect(
+        &service, &TradeService::occupied, &service,
+        [standsBy, log](const Trading::TradePresence &other) { tellOccupied(other, standsBy, log); });
 }
 
-int answerCharts(const Invocation &invocation, Ledger *ledger, ServingLease *lease)
+int answerCharts(const Invocation &invocation, Ledger *ledger, ServingLease *lease, ServiceLog *log)
 {
     ledger->setPatience(patience);
     ledger->database()->reconnectAside();
     const TradeService service(invocation.bus(), ledger, presenceOf(ledger, lease->server()));
-    tellOnStandardError(service, invocation, *ledger, lease->server());
+    tellStanding(service, invocation, *ledger, lease->server(), log);
+    RefusalLog refusals([log](const QString &text) { log->tell(text); });
+    QObject::connect(&service, &TradeService::refused, &service,
+                     [&refusals](const QString &what) { refusals.add(what); });
     QObject::connect(&service, &TradeService::languageAsked, &service,
                      [&invocation](const QString &word) { invocation.language()->set(word); });
     QTimer heart;
-    QObject::connect(&heart, &QTimer::timeout, &service, [lease] {
-        beat(lease);
+    QObject::connect(&heart, &QTimer::timeout, &service, [lease, log] {
+        beat(lease, log);
         ServiceManager().tellAlive();
     });
     heart.start(ServingLease::betweenBeats);
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &service, [] { ServiceManager().tellEnding(); });
-    return QCoreApplication::exec();
+    const int code = QCoreApplication::exec();
+    refusals.tellCounts();
+    return code;
 }
 
+int serveWith(const Invocation &invocation, ServiceLog *log)
+{
+    Ledger ledger(invocation.ledgerOrNew());
+    log->tell(translated("version %1 begins with the ledger %2 and the bus of %3")
+                  .arg(QCoreApplication::applicationVersion(), ledger.shownLocation(), invocation.bus()));
+    ledger.database()->setLongestStatement(longestStatement);
+    ServingLease lease(ledger.database());
+    if (!invocation.isSet(QStringLiteral("standby"))) {
+        lease.take();
+    } else if (!standByFor(&lease, log)) {
+        return Succeeded;
+    }
+    const int code = answerCharts(invocation, &ledger, &lease, log);
+    log->tell(translated("serves no more"));
+    return code;
+}
+
+/// What ends it is in its log file, too, and on standard error as with every command.
 int serve(const Invocation &invocation)
 {
     if (invocation.bus().isEmpty()) {
         throw UsageError(translated("give the directory of the terminal with --bus DIR"));
     }
     const Trading::TerminationSignals signalsQuit(timeToEnd);
-    Ledger ledger(invocation.ledgerOrNew());
-    ledger.database()->setLongestStatement(longestStatement);
-    ServingLease lease(ledger.database());
-    if (!invocation.isSet(QStringLiteral("standby"))) {
-        lease.take();
-    } else if (!standByFor(&lease)) {
-        return Succeeded;
+    const QString file = invocation.value(QStringLiteral("log-file"));
+    ServiceLog log(file);
+    try {
+        return serveWith(invocation, &log);
+    } catch (const Error &error) {
+        if (!file.isEmpty()) {
+            log.tell(error.reason());
+        }
+        throw;
     }
-    return answerCharts(invocation, &ledger, &lease);
 }
 
 } // namespace
 
 Command serveCommand()
 {
-    return {QStringLiteral("serve"),
-            translated("Answers the charts of a terminal until it is told to end."),
-            {},
-            {{QStringLiteral("standby"),
-              translated("Waits while another process serves the ledger, and follows it when it ends.")}},
-            &serve};
+    return {
+        QStringLiteral("serve"),
+        translated("Answers the charts of a terminal until it is told to end."),
+        {},
+        {{QStringLiteral("standby"),
+          translated("Waits while another process serves the ledger, and follows it when it ends.")},
+         {QStringLiteral("log-file"),
+          translated("Appends the log to a file instead of standard error, each line with its time; follows "
+                     "when the file is moved or removed."),
+          QStringLiteral("FILE")}},
+        &serve};
 }
 
 } // namespace TradeModule

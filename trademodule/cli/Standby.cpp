@@ -2,7 +2,6 @@
 
 #include "trademodule/Error.h"
 #include "trademodule/ProgramLanguage.h"
-#include "trademodule/cli/Console.h"
 #include "trademodule/cli/ServiceManager.h"
 
 #include <QEventLoop>
@@ -16,10 +15,10 @@ namespace {
 
 constexpr std::chrono::milliseconds betweenLooks(500);
 
-void tellOnce(const QString &hindrance, QString *told)
+void tellOnce(const QString &hindrance, QString *told, ServiceLog *log)
 {
     if (!hindrance.isEmpty() && hindrance != *told) {
-        printError(hindrance);
+        log->tell(hindrance);
     }
     *told = hindrance;
 }
@@ -28,13 +27,13 @@ enum Outcome { ToldToEnd = 0, Followed, LedgerIsLost };
 
 } // namespace
 
-bool standByFor(ServingLease *lease)
+bool standByFor(ServingLease *lease, ServiceLog *log)
 {
     if (lease->tryFollow()) {
         return true;
     }
     const QString standing = translated("standing by, this ledger is served: %1").arg(lease->ownersName());
-    printError(standing);
+    log->tell(standing);
     ServiceManager().tellReady(standing);
     QEventLoop loop;
     std::optional<Error> failure;
@@ -46,7 +45,7 @@ bool standByFor(ServingLease *lease)
             if (lease->tryFollow()) {
                 loop.exit(Followed);
             }
-            tellOnce(lease->hindrance(), &hindrance);
+            tellOnce(lease->hindrance(), &hindrance, log);
         } catch (const LedgerUnavailable &) { // goes on waiting
         } catch (const Error &error) {
             failure = error;
@@ -59,9 +58,9 @@ bool standByFor(ServingLease *lease)
         throw Error(*failure);
     }
     if (outcome == Followed) {
-        printError(translated("followed %1; the fence is %2 now")
-                       .arg(lease->formerName())
-                       .arg(lease->server().fence));
+        log->tell(translated("followed %1; the fence is %2 now")
+                      .arg(lease->formerName())
+                      .arg(lease->server().fence));
     }
     return outcome == Followed;
 }

@@ -22,8 +22,7 @@ Money amountOf(const Order &order, Money price, qint64 quantity)
 {
     const std::optional<Money> amount = price.times(quantity);
     if (!amount || !(order.matchedAmount + *amount).isWithinLimit()) {
-        throw Error(translated("order %1 is not dealt: price × quantity would be more than %2 yuan")
-                        .arg(QString::number(order.number), Money::limit().text()));
+        throw Error(translated("price × quantity would be more than %1 yuan").arg(Money::limit().text()));
     }
     return *amount;
 }

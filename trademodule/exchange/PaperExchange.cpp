@@ -286,12 +286,20 @@ void PaperExchange::advanceAll(bool (*isMeant)(const Order &))
         return; // nearly always, and without locking anybody out
     }
     Transaction transaction = m_book.begin();
-    const Orders changed = advanced(isMeant);
-    for (const Order &order : changed) {
-        m_book.update(order);
+    Orders changed;
+    Orders placed;
+    const Orders due = advanced(isMeant);
+    for (const Order &order : due) {
+        const bool isChanged = change(&transaction, order, [&] {
+            m_book.update(order);
+            keepTold({order});
+            placed += completed({order});
+        });
+        if (isChanged) {
+            changed.append(order);
+        }
     }
-    keepTold(changed);
-    finish(&transaction, changed + completed(changed));
+    finish(&transaction, changed + placed);
 }
 
 bool PaperExchange::isOfToday(const Quote &quote)
@@ -377,9 +385,9 @@ void PaperExchange::deal(const Quote &added, const Quote &quote)
     qint64 left = Dealing::mostShares(added);
     Orders reached = reachedBy(added);
     for (Order &order : reached) {
-        const qint64 quantity = dealOne(&order, added, left);
-        left -= quantity;
-        if (quantity > 0) {
+        const qint64 quantity = Dealing::quantity(order, left);
+        if (quantity > 0 && change(&transaction, order, [&] { dealOne(&order, added, quantity); })) {
+            left -= quantity;
             dealt.append(order);
         }
     }
@@ -387,17 +395,49 @@ void PaperExchange::deal(const Quote &added, const Quote &quote)
     finish(&transaction, dealt, &quote);
 }
 
-qint64 PaperExchange::dealOne(Order *order, const Quote &quote, qint64 atMost)
+void PaperExchange::dealOne(Order *order, const Quote &quote, qint64 quantity)
 {
-    const qint64 quantity = Dealing::quantity(*order, atMost);
-    if (quantity == 0) {
-        return 0;
-    }
     const Execution execution = Dealing::execution(*order, quote, quantity);
     m_book.execute(execution);
     OrderLife::deal(order, execution);
     m_book.update(*order);
-    return quantity;
+}
+
+/// Changes one of several orders; false when that failed by itself, and then nothing of it is changed.
+bool PaperExchange::change(Transaction *transaction, const Order &order, const std::function<void()> &change)
+{
+    try {
+        transaction->attempt(change);
+    } catch (const LedgerUnavailable &) {
+        throw;
+    } catch (const LeaseLost &) {
+        throw;
+    } catch (const Error &error) {
+        setAside(order, error.reason());
+        return false;
+    }
+    takeUp(order);
+    return true;
+}
+
+/// Told once, and again when it fails for another reason.
+void PaperExchange::setAside(const Order &order, const QString &reason)
+{
+    if (m_setAside.value(order.number) != reason) {
+        m_setAside[order.number] = reason;
+        qWarning("%s", qUtf8Printable(translated("order %1 (%2) is set aside, the others are not: %3. It is "
+                                                 "tried again with each quote that reaches it; cancel it "
+                                                 "when it is not wanted any more")
+                                          .arg(QString::number(order.number), order.security.code, reason)));
+    }
+}
+
+void PaperExchange::takeUp(const Order &order)
+{
+    if (m_setAside.remove(order.number) > 0) {
+        qWarning("%s", qUtf8Printable(translated("order %1 (%2) is not set aside any more")
+                                          .arg(QString::number(order.number), order.security.code)));
+    }
 }
 
 /// Commits a change and tells of it, at once or when it is known that it was made.

@@ -10,6 +10,8 @@
 #include "trademodule/ledger/ToldMinutes.h"
 #include "trading/TradingCalendar.h"
 
+#include <QHash>
+
 #include <functional>
 #include <optional>
 
@@ -69,6 +71,10 @@ public:
     /// is dealt twice, and nothing of before an order came. When it fails as LedgerUnavailable, take the same
     /// quote again before the next: nothing was dealt, or, when that was not known, it is found out then and
     /// nothing is dealt twice.
+    ///
+    /// An order that fails by itself, as one whose execution the ledger refuses, is set aside: the others are
+    /// dealt, and get its shares, too. The log names it with the reason. It is tried again with each quote
+    /// that reaches it; the log says when that has succeeded. settle() does the same.
     void take(const Quote &quote);
 
     /// Reports the orders that were placed since the last call, so that they are known as reported before the
@@ -119,7 +125,10 @@ private:
     void advanceAll(bool (*isMeant)(const Order &) = nullptr);
     Orders reachedBy(const Quote &quote);
     void deal(const Quote &added, const Quote &quote);
-    qint64 dealOne(Order *order, const Quote &quote, qint64 atMost);
+    void dealOne(Order *order, const Quote &quote, qint64 quantity);
+    bool change(Transaction *transaction, const Order &order, const std::function<void()> &change);
+    void setAside(const Order &order, const QString &reason);
+    void takeUp(const Order &order);
     void finish(Transaction *transaction, const Orders &changed, const Quote *dealt = nullptr);
     void settleDoubt();
     void publish(const Orders &changed) const;
@@ -144,6 +153,7 @@ private:
     std::optional<ClockTime> m_practisedUntil; // where a day is practised: what was played until then is over
     QSet<TradingDate> m_strangeDates;          // of quotes, told in the log
     std::optional<Doubt> m_doubt;
+    QHash<qint64, QString> m_setAside; // the numbers of orders that failed by themselves, and why
 };
 
 } // namespace TradeModule

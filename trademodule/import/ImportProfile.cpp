@@ -34,14 +34,9 @@ std::optional<ProfileLine> parsed(const QString &line)
     return parsed.key.isEmpty() || keys.contains(parsed.key) ? std::optional(parsed) : std::nullopt;
 }
 
-QStringList linesOf(const QString &kind, const QHash<QString, QString> &rows)
+QString lineOf(const char *kind, const QString &name, const QString &key)
 {
-    QStringList lines;
-    for (auto row = rows.cbegin(); row != rows.cend(); ++row) {
-        lines.append(QStringLiteral("%1 %2 = %3").arg(kind, row.key(), row.value()));
-    }
-    lines.sort();
-    return lines;
+    return QLatin1String(kind) + QLatin1Char(' ') + name + QLatin1String(" = ") + key;
 }
 
 } // namespace
@@ -63,18 +58,26 @@ ImportProfile ImportProfile::ofText(const QString &text)
                     .arg(i + 1)
                     .arg(line));
         }
-        if (!read->key.isEmpty()) {
-            (read->isColumn ? profile.m_columns[ColumnNames::plainName(read->name)]
-                            : profile.m_words[read->name]) = read->key;
+        if (!read->key.isEmpty() && read->isColumn) {
+            profile.m_columns.insert(ColumnNames::plainName(read->name), {read->name, read->key});
+        } else if (!read->key.isEmpty()) {
+            profile.m_words.insert(read->name, read->key);
         }
     }
     return profile;
 }
 
+/// With the names as they were written: a plain name may have a plain name of its own.
 QString ImportProfile::text() const
 {
-    const QStringList lines =
-        linesOf(QStringLiteral("column"), m_columns) + linesOf(QStringLiteral("word"), m_words);
+    QStringList lines;
+    for (const Meaning &column : m_columns) {
+        lines.append(lineOf("column", column.name, column.key));
+    }
+    for (auto word = m_words.cbegin(); word != m_words.cend(); ++word) {
+        lines.append(lineOf("word", word.key(), word.value()));
+    }
+    lines.sort();
     return lines.isEmpty() ? QString() : lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
 }
 
@@ -90,8 +93,8 @@ void ImportProfile::add(const ImportProfile &other)
 
 std::optional<Column> ImportProfile::columnOf(const QString &name) const
 {
-    const auto key = m_columns.constFind(name);
-    return key == m_columns.constEnd() ? std::nullopt : ColumnNames::ofKey(*key);
+    const auto column = m_columns.constFind(name);
+    return column == m_columns.constEnd() ? std::nullopt : ColumnNames::ofKey(column->key);
 }
 
 QStringList ImportProfile::columnKeys()

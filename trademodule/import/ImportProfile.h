@@ -40,7 +40,14 @@ public:
     static QString suggestion(const QStringList &columns, const QStringList &words);
 
 private:
-    QHash<QString, QString> m_columns; // keys by plain names
+    /// What a column means, under its name as the user wrote it.
+    struct Meaning
+    {
+        QString name;
+        QString key;
+    };
+
+    QHash<QString, Meaning> m_columns; // by plain names
     QHash<QString, QString> m_words;
 };
 

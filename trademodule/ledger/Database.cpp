@@ -480,9 +480,10 @@ void Database::removeOldMarks()
 /// Asks for a while what became of a commit whose end was not confirmed.
 bool Database::happened(qint64 mark)
 {
-    const bool isFile = m_kind == Kind::Sqlite; // there is nobody whose return could be waited for
-    const QDeadlineTimer deadline(isFile ? 0ms
-                                         : std::min<std::chrono::milliseconds>(m_patience, longestDoubt));
+    // of a file nobody's return could be waited for, and who returns knows of no change without a mark
+    const bool isWaitedFor = m_kind == Kind::PostgreSql && m_marksChanges;
+    const QDeadlineTimer deadline(isWaitedFor ? std::min<std::chrono::milliseconds>(m_patience, longestDoubt)
+                                              : 0ms);
     for (;;) {
         try {
             return isCommitted(mark);

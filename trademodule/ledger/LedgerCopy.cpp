@@ -52,9 +52,9 @@ QString copyAside(Database *database, int version)
     try {
         database->run(QStringLiteral("VACUUM INTO '%1'")
                           .arg(QString(copy).replace(QLatin1Char('\''), QLatin1String("''"))));
-    } catch (const LedgerError &) {
+    } catch (const LedgerError &error) {
         QFile::remove(copy);
-        throw;
+        throw LedgerUnavailable(error.reason()); // the file was made for it: whatever fails is its disk
     }
     return copy;
 }

@@ -2,6 +2,8 @@
 
 #include "trademodule/ledger/Database.h"
 
+#include <functional>
+
 namespace TradeModule {
 
 /// One change of the ledger: all of it or, unless commit() was reached, nothing. While it lives no
@@ -15,7 +17,13 @@ public:
 
     void commit();
 
+    /// Makes a part of the change that may fail by itself: then it alone is undone, and what `part` has
+    /// thrown comes out. What is no fault of the part, as LedgerUnavailable, is of the whole change.
+    void attempt(const std::function<void()> &part);
+
 private:
+    void undoPart();
+
     Database *const m_database;
     bool m_isOpen = true;
 };

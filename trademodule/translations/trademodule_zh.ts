@@ -838,8 +838,8 @@
         <translation>价格 × 数量最多为 %1 元</translation>
     </message>
     <message>
-        <source>order %1 is not dealt: price × quantity would be more than %2 yuan</source>
-        <translation>委托 %1 未成交：价格 × 数量将超过 %2 元</translation>
+        <source>price × quantity would be more than %1 yuan</source>
+        <translation>价格 × 数量将超过 %1 元</translation>
     </message>
     <message>
         <source>the account&apos;s cash would be more than %1 yuan</source>
@@ -1296,8 +1296,8 @@
         <translation>该问题是 JSON，但不是对象</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; cannot be a channel, or the answer is too long for one</source>
-        <translation>“%1”不能用作频道，或答复过长</translation>
+        <source>&quot;%1&quot; cannot be a channel</source>
+        <translation>“%1”不能用作频道</translation>
     </message>
     <message>
         <source>the code of a security has six digits</source>
@@ -2380,6 +2380,182 @@
     <message>
         <source>the unit in the name of the column %1 is not known</source>
         <translation>列 %1 名称中的单位无法识别</translation>
+    </message>
+    <message>
+        <source>order %1 (%2) is set aside, the others are not: %3. It is tried again with each quote that reaches it; cancel it when it is not wanted any more</source>
+        <translation>委托 %1（%2）被搁置，其他委托不受影响：%3。每笔触及它的行情到来时会再次尝试；如不再需要，请撤单</translation>
+    </message>
+    <message>
+        <source>order %1 (%2) is not set aside any more</source>
+        <translation>委托 %1（%2）不再搁置</translation>
+    </message>
+    <message>
+        <source>a quote of %1 is left out: %2</source>
+        <translation>%1 的一笔行情被略过：%2</translation>
+    </message>
+    <message>
+        <source>the bus has no room for the answer, which has %1 bytes: ask again later, or for less</source>
+        <translation>总线没有空间发送应答（%1 字节）：请稍后再问，或缩小查询范围</translation>
+    </message>
+    <message>
+        <source>refused: %1: %2</source>
+        <translation>已拒绝：%1：%2</translation>
+    </message>
+    <message>
+        <source>refused: %1 of %2: %3</source>
+        <translation>已拒绝：%1（%2）：%3</translation>
+    </message>
+    <message>
+        <source>refused: %1</source>
+        <translation>已拒绝：%1</translation>
+    </message>
+    <message>
+        <source>%1 (%2 times more within a minute)</source>
+        <translation>%1（一分钟内又有 %2 次）</translation>
+    </message>
+    <message>
+        <source>%1 other refusals within a minute</source>
+        <translation>一分钟内另有 %1 次拒绝</translation>
+    </message>
+    <message>
+        <source>the log %1 cannot be opened: %2</source>
+        <translation>无法打开日志 %1：%2</translation>
+    </message>
+    <message>
+        <source>version %1 begins with the ledger %2 and the bus of %3</source>
+        <translation>版本 %1 启动，账本 %2，总线目录 %3</translation>
+    </message>
+    <message>
+        <source>serves no more</source>
+        <translation>已停止服务</translation>
+    </message>
+    <message>
+        <source>Appends the log to a file instead of standard error, each line with its time; follows when the file is moved or removed.</source>
+        <translation>把日志追加到文件而不写标准错误输出，每行带时间；文件被移走或删除后自动另建。</translation>
+    </message>
+    <message>
+        <source>a trading module serves</source>
+        <translation>交易模块正在服务</translation>
+    </message>
+    <message>
+        <source>a trading module serves, but cannot use its ledger</source>
+        <translation>交易模块正在服务，但无法使用账本</translation>
+    </message>
+    <message>
+        <source>a trading module is announced, but does not answer</source>
+        <translation>交易模块已声明在线，但没有应答</translation>
+    </message>
+    <message>
+        <source>no trading module serves on this bus</source>
+        <translation>此总线上没有交易模块服务</translation>
+    </message>
+    <message>
+        <source>the bus cannot be joined</source>
+        <translation>无法加入总线</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>无法写入 %1：%2</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>%1.%2, bar of %3 %4, heard %5</source>
+        <translation>%1.%2，%3 %4 的分钟线，收到于 %5</translation>
+    </message>
+    <message>
+        <source>not told</source>
+        <translation>未告知</translation>
+    </message>
+    <message>
+        <source>version</source>
+        <translation>版本</translation>
+    </message>
+    <message>
+        <source>process</source>
+        <translation>进程</translation>
+    </message>
+    <message>
+        <source>%1 on %2</source>
+        <translation>%1，主机 %2</translation>
+    </message>
+    <message>
+        <source>serves since</source>
+        <translation>服务起始</translation>
+    </message>
+    <message>
+        <source>ledger</source>
+        <translation>账本</translation>
+    </message>
+    <message>
+        <source>fence</source>
+        <translation>栅栏号</translation>
+    </message>
+    <message>
+        <source>orders</source>
+        <translation>委托</translation>
+    </message>
+    <message>
+        <source>not taken: the ledger can only be read</source>
+        <translation>不接受：账本只读</translation>
+    </message>
+    <message>
+        <source>taken</source>
+        <translation>接受</translation>
+    </message>
+    <message>
+        <source>not known: %1</source>
+        <translation>未知：%1</translation>
+    </message>
+    <message>
+        <source>open orders</source>
+        <translation>未完成委托</translation>
+    </message>
+    <message>
+        <source>last quote</source>
+        <translation>最新行情</translation>
+    </message>
+    <message>
+        <source>quotes</source>
+        <translation>行情数</translation>
+    </message>
+    <message>
+        <source>%1, of which %2 wait for the ledger</source>
+        <translation>%1，其中 %2 条等待账本</translation>
+    </message>
+    <message>
+        <source>answers to</source>
+        <translation>应答</translation>
+    </message>
+    <message>
+        <source>count</source>
+        <translation>次数</translation>
+    </message>
+    <message>
+        <source>failures</source>
+        <translation>失败</translation>
+    </message>
+    <message>
+        <source>mean ms</source>
+        <translation>平均毫秒</translation>
+    </message>
+    <message>
+        <source>longest ms</source>
+        <translation>最长毫秒</translation>
+    </message>
+    <message>
+        <source>bus of %1: %2</source>
+        <translation>总线 %1：%2</translation>
+    </message>
+    <message>
+        <source>Tells how things stand on a bus; ends with 3: ledger away, 4: module does not answer, 5: nobody serves, 6: no bus.</source>
+        <translation>显示总线上的运行状况；退出码 3：账本不可用，4：模块无应答，5：无人服务，6：没有总线。</translation>
+    </message>
+    <message>
+        <source>Writes it into a file for Prometheus&apos;s collector of text files, in one step.</source>
+        <translation>一次性写入供 Prometheus 文本文件采集器读取的文件。</translation>
     </message>
 </context>
 <context>

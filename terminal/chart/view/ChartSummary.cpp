@@ -34,10 +34,10 @@ QString text(const char *source)
     return QCoreApplication::translate("ChartSummary", source);
 }
 
-QString rangeText(const Bars &bars, const BarRange &range)
+QString rangeText(const ChartData &data, const BarRange &range)
 {
     return text("%1 to %2, %3 bars")
-        .arg(timeText(bars[range.first]), timeText(bars[range.end - 1]))
+        .arg(timeText(data.told(data.bars[range.first])), timeText(data.told(data.bars[range.end - 1])))
         .arg(range.end - range.first);
 }
 
@@ -45,7 +45,7 @@ QString lastBarText(const ChartData &data)
 {
     const Bar &last = data.bars.back();
     return text("last %1: close %2, change %3")
-        .arg(timeText(last), priceText(last.close, data.priceDecimals),
+        .arg(timeText(data.told(last)), priceText(last.close, data.priceDecimals),
              changeText(changeAt(data.bars.size() - 1, data)));
 }
 
@@ -90,17 +90,17 @@ QString marksSummary(const std::vector<ClickableMark> &marks)
 QString markText(const ClickableMark &mark, const ChartView &chart)
 {
     const auto bar = static_cast<size_t>(chart.barAt(mark.box.center().x()));
-    return QStringLiteral("%1, %2").arg(marksSummary({mark}), timeText(chart.data().bars[bar]));
+    return QStringLiteral("%1, %2").arg(marksSummary({mark}),
+                                        timeText(chart.data().told(chart.data().bars[bar])));
 }
 
 QString chartSummary(const ChartView &chart)
 {
-    const Bars &bars = chart.data().bars;
-    const BarRange range = barsInView(chart.span(), bars.size());
+    const BarRange range = barsInView(chart.span(), chart.data().bars.size());
     if (range.first == range.end) {
         return {};
     }
-    QStringList parts = {chartTitle(chart), rangeText(bars, range), lastBarText(chart.data())};
+    QStringList parts = {chartTitle(chart), rangeText(chart.data(), range), lastBarText(chart.data())};
     const QString overlays = chart.overlaySummary();
     if (!overlays.isEmpty()) {
         parts.append(overlays);

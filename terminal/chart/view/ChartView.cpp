@@ -327,12 +327,13 @@ std::optional<int> ChartView::barUnder(double x) const
 QString ChartView::timeAt(double x) const
 {
     if (const std::optional<int> bar = barUnder(x)) {
-        return timeText(m_data.bars[static_cast<size_t>(*bar)]);
+        return timeText(m_data.told(m_data.bars[static_cast<size_t>(*bar)]));
     }
     const double toCome = std::floor(m_geometry.xToBar(x) + 0.5) - lastBar() - 1;
     const bool isToCome = toCome >= 0 && toCome < static_cast<double>(m_data.ahead.size());
-    return isToCome ? timeText({m_data.bars.back().date, m_data.ahead[static_cast<size_t>(toCome)]})
-                    : QString();
+    return isToCome
+               ? timeText(m_data.told({m_data.bars.back().date, m_data.ahead[static_cast<size_t>(toCome)]}))
+               : QString();
 }
 
 void ChartView::setCrosshair(std::optional<QPoint> position)

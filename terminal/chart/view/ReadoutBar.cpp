@@ -111,8 +111,8 @@ QString ReadoutBar::summary() const
     const size_t number = shownBar();
     const Bar &bar = shown.bars[number];
     return tr("%1 %2, %3, %4: open %5, high %6, low %7, close %8, change %9")
-        .arg(shown.security.name, shown.security.code, spanTitle(shown), timeText(bar), shownPrice(bar.open),
-             shownPrice(bar.high), shownPrice(bar.low), shownPrice(bar.close),
+        .arg(shown.security.name, shown.security.code, spanTitle(shown), timeText(shown.told(bar)),
+             shownPrice(bar.open), shownPrice(bar.high), shownPrice(bar.low), shownPrice(bar.close),
              changeText(changeAt(number, shown)));
 }
 
@@ -147,7 +147,7 @@ void ReadoutBar::paintNumbers(QPainter *painter, int x) const
     const double change = changeAt(number, m_chart->data());
     const QColor colour = change >= 0 ? theme.rise : theme.fall;
     std::vector<Field> fields{
-        {QString(), timeText(bar), theme.text, 6},
+        {QString(), timeText(m_chart->data().told(bar)), theme.text, 6},
         {tr("Open"), shownPrice(bar.open), colour, 3},
         {tr("High"), shownPrice(bar.high), colour, 2},
         {tr("Low"), shownPrice(bar.low), colour, 1},

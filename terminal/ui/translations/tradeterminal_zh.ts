@@ -314,16 +314,8 @@
         <translation>读取账本的交易模块程序。</translation>
     </message>
     <message>
-        <source>hundred million shares</source>
-        <translation>亿股</translation>
-    </message>
-    <message>
         <source>lots of %1</source>
         <translation>手（每手 %1）</translation>
-    </message>
-    <message>
-        <source>thousand shares</source>
-        <translation>千股</translation>
     </message>
     <message>
         <source>zh or en.</source>
@@ -344,22 +336,6 @@
     <message>
         <source>--day must be a date of the form yyyymmdd</source>
         <translation>--day 应为 yyyymmdd 形式的日期</translation>
-    </message>
-    <message>
-        <source>shares</source>
-        <translation>股</translation>
-    </message>
-    <message>
-        <source>lots</source>
-        <translation>手</translation>
-    </message>
-    <message>
-        <source>ten thousand shares</source>
-        <translation>万股</translation>
-    </message>
-    <message>
-        <source>ten thousand lots</source>
-        <translation>万手</translation>
     </message>
     <message>
         <source>volume in %1, as files of this form have it</source>
@@ -745,6 +721,10 @@
     <message>
         <source>Shows no figure of the account, so that others may look on</source>
         <translation>不显示账户的任何数字，旁人可以一起看</translation>
+    </message>
+    <message>
+        <source>%1, replayed</source>
+        <translation>%1 回放</translation>
     </message>
 </context>
 <context>
@@ -1236,6 +1216,10 @@
         <source>Replayed quote of %1</source>
         <translation>%1 的回放行情</translation>
     </message>
+    <message>
+        <source>Security</source>
+        <translation>证券</translation>
+    </message>
 </context>
 <context>
     <name>WindowPrompts</name>
@@ -1407,7 +1391,7 @@
         <translation>还有挂单</translation>
     </message>
     <message>
-        <source>Leave while %1 orders may still be dealt?</source>
+        <source>Leave? Orders that may still be dealt: %1</source>
         <translation>还有 %1 笔委托可能成交，要离开吗？</translation>
     </message>
     <message>
@@ -2340,8 +2324,8 @@
         <translation>全部按文件名</translation>
     </message>
     <message>
-        <source>Each file that asks takes what its own name says.</source>
-        <translation>凡缺少此项的文件，都按各自文件名所写。</translation>
+        <source>Each file that asks takes what its own name says: security and day.</source>
+        <translation>凡有所缺的文件，证券与日期都按各自文件名所写。</translation>
     </message>
     <message>
         <source>Please choose</source>
@@ -2727,6 +2711,10 @@ All its entries leave the ledger.</source>
     <message>
         <source>Volume</source>
         <translation>成交量</translation>
+    </message>
+    <message>
+        <source>Line %1: %2</source>
+        <translation>第 %1 行：%2</translation>
     </message>
 </context>
 <context>
@@ -3177,6 +3165,12 @@ All its entries leave the ledger.</source>
         <source>Desktop notification when an order is dealt</source>
         <translation>成交时发桌面通知</translation>
     </message>
+    <message>
+        <source>%1 orders were dealt, wholly or in part. The last one:
+%2</source>
+        <translation>有 %1 笔委托全部或部分成交。最近一笔：
+%2</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::HelpMenu</name>
@@ -3250,12 +3244,43 @@ The guides are in the folder docs of the program's documentation.</source>
         <source>Close this position…</source>
         <translation>平掉这笔持仓…</translation>
     </message>
+    <message>
+        <source>Show its trades</source>
+        <translation>看它的成交</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::TradeDock</name>
     <message>
         <source>Close: %1</source>
         <translation>关闭：%1</translation>
+    </message>
+</context>
+<context>
+    <name>VolumeUnit</name>
+    <message>
+        <source>shares</source>
+        <translation>股</translation>
+    </message>
+    <message>
+        <source>lots</source>
+        <translation>手</translation>
+    </message>
+    <message>
+        <source>thousand shares</source>
+        <translation>千股</translation>
+    </message>
+    <message>
+        <source>hundred million shares</source>
+        <translation>亿股</translation>
+    </message>
+    <message>
+        <source>ten thousand shares</source>
+        <translation>万股</translation>
+    </message>
+    <message>
+        <source>ten thousand lots</source>
+        <translation>万手</translation>
     </message>
 </context>
 <context>
@@ -3445,6 +3470,14 @@ The guides are in the folder docs of the program's documentation.</source>
         <source>take in statements and bars</source>
         <translation>导入交割单和行情</translation>
     </message>
+    <message>
+        <source>back to where a list led away from</source>
+        <translation>返回列表跳转之前的位置</translation>
+    </message>
+    <message>
+        <source>on a position: its trades</source>
+        <translation>在持仓上：看它的成交</translation>
+    </message>
 </context>
 <context>
     <name>TradesTable</name>
@@ -3503,6 +3536,10 @@ The guides are in the folder docs of the program's documentation.</source>
         <source>Trades</source>
         <translation>成交</translation>
     </message>
+    <message>
+        <source>Trades of %1 · no answer from the trading module</source>
+        <translation>%1 的成交 · 交易模块没有应答</translation>
+    </message>
 </context>
 <context>
     <name>Terminal::PriceDialog</name>
@@ -3521,6 +3558,13 @@ The guides are in the folder docs of the program's documentation.</source>
     <message>
         <source>Leave it</source>
         <translation>不改</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal::ChartTrail</name>
+    <message>
+        <source>Back to where a list led away from</source>
+        <translation>返回列表跳转之前的位置</translation>
     </message>
 </context>
 <context>

@@ -66,6 +66,20 @@ TEST_F(BarsCommand, ShowsWhatItUnderstoodAndWritesNothing)
     EXPECT_FALSE(QFileInfo::exists(target()));
 }
 
+TEST_F(BarsCommand, WritesNothingOfAFileThatATerminalWouldObey)
+{
+    FormOfDays form("ts_code,trade_date,open,high,low,close,vol,amount,\x1b[2Jturn",
+                    "000001.SZ,{d},{o},{h},{l},{c},{lots},{thousands},1");
+    const QString file = write(QStringLiteral("\x1b[31m.csv"), form.of(someDays()));
+    const QString bad = write(QStringLiteral("bad\x1b[31m.csv"), "date,close\n20240102,1\n");
+
+    const Ended shown = import({file, bad});
+
+    EXPECT_THAT(shown.out, HasSubstr("[2Jturn"));
+    EXPECT_EQ(shown.out.find('\x1b'), std::string::npos) << shown.out;
+    EXPECT_EQ(shown.err.find('\x1b'), std::string::npos) << shown.err;
+}
+
 TEST_F(BarsCommand, WritesWhenItIsToldTo)
 {
     const Ended written =

@@ -56,6 +56,12 @@ TEST(BarStamp, IsNothingElse)
     }
 }
 
+TEST(BarStamp, IsNoDayWithAnHourAlone)
+{
+    EXPECT_FALSE(BarStampForm::of("20240131 09").has_value());
+    EXPECT_FALSE(BarStampForm::of("20240131 9").has_value());
+}
+
 TEST(BarStamp, HasOneForm)
 {
     const auto form = BarStampForm::of("20240131");

@@ -1,5 +1,6 @@
 #include "terminal/data/BookedAction.h"
 #include "tests/terminal/support/DayAndTime.h"
+#include "trading/TradingUnits.h"
 
 #include <gmock/gmock.h>
 
@@ -22,6 +23,12 @@ CorporateAction told(int day)
 BookedAction booked(int day, qint64 held, double cash, qint64 bonus = 0)
 {
     return {onDay(day), held, Money::ofExactYuan(cash).value(), bonus};
+}
+
+TEST(BookedAction, IsNoneThatPaysMoreThanAnybodyDoes)
+{
+    EXPECT_TRUE(knownActions({}, {booked(20130620, 1, 99999999999.0)}).actions.empty());
+    EXPECT_TRUE(knownActions({}, {booked(20130620, 1, 0, Trading::mostHeldShares)}).actions.empty());
 }
 
 /// 1000 shares received 170.00 yuan and 600 shares: 0.17 and 0.6 for each.

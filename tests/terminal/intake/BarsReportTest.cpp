@@ -22,6 +22,12 @@ TEST(BarsReport, SaysWhatIsMissingWithoutTheFilesPlaceInBothLanguages)
               QStringList(QStringLiteral(u"请加 \"Security\"")));
 }
 
+TEST(BarsReport, NamesTheLineOfAFault)
+{
+    EXPECT_EQ(reportOf(R"({"file":"/a/b.csv","refused":"/a/b.csv:12: a price is zero","asks":[]})").refusals,
+              QStringList(QStringLiteral("Line 12: a price is zero")));
+}
+
 TEST(BarsReport, KnowsAFileThatIsNoBars)
 {
     EXPECT_TRUE(reportOf(R"({"file":"/a","refused":"no line names the columns","asks":[]})").isUnknown);

@@ -345,6 +345,7 @@ TEST_F(IntakeDialogOfFilesThatAsk, NamesEachControlAndLetsTheKeyboardReachIt)
         list->setCurrentRow(file);
         QApplication::processEvents();
         EXPECT_THAT(namelessControls(*m_dialog), ::testing::IsEmpty());
+        EXPECT_THAT(controlsWithUnseenFocus(m_dialog.get(), list), ::testing::IsEmpty());
         const auto reachable = reachedByTab(list);
         for (const QWidget *const control : usable()) {
             EXPECT_EQ(reachable.count(control), 1U) << nameOfControl(control);

@@ -13,6 +13,17 @@ TEST(IntakeQuestion, ProposesWhatAFilesNameAnswers)
     EXPECT_EQ(answerInName(QStringLiteral("volume"), path), QString());
 }
 
+TEST(IntakeQuestion, TakesADayInEachFormThatFilesHave)
+{
+    const QString day = QStringLiteral("day");
+    for (const char16_t *const typed :
+         {u"20260327", u"2026-03-27", u" 2026/3/27", u"2026.03.27", u"2026年3月27日"}) {
+        EXPECT_EQ(takenAnswer(day, QString::fromUtf16(typed)), QStringLiteral("20260327"));
+    }
+    EXPECT_EQ(takenAnswer(day, QStringLiteral("27 March")), QStringLiteral("27 March")) << "is refused later";
+    EXPECT_EQ(takenAnswer(QStringLiteral("code"), QStringLiteral("600519")), QStringLiteral("600519"));
+}
+
 TEST(IntakeQuestion, SpeaksOfItsFieldsInsteadOfOptions)
 {
     EXPECT_EQ(inWordsOfTheWindow(QStringLiteral("add --code, or --codeword"), FileKind::BarTable),

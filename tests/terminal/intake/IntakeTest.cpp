@@ -270,12 +270,34 @@ TEST_F(IntakeOfFiles, AnswersAQuestionForAllFilesThatAskIt)
 {
     Intake intake(plan());
     look(&intake, {barsWithoutCode("600519.csv"), barsWithoutCode("000001.csv"), barsWithCode()});
-    intake.answerAll(QStringLiteral("code"),
-                     [](const IntakeFile &file) { return answerInName(QStringLiteral("code"), file.path); });
+    intake.answerFromNames();
     ASSERT_TRUE(comesTo(intake, Intake::Stage::Asking));
     EXPECT_EQ(intake.files()[0].report.codes, QStringList(QStringLiteral("600519")));
     EXPECT_EQ(intake.files()[1].report.codes, QStringList(QStringLiteral("000001")));
     EXPECT_TRUE(intake.mayImport()) << allRefusals(intake);
+}
+
+TEST_F(IntakeOfFiles, TakesSecurityAndDayFromTheNameAtOnce)
+{
+    Intake intake(plan());
+    look(&intake, {write(QStringLiteral("000001_20260327.csv"), "time,open,high,low,close,volume,amount\n"
+                                                                "09:31,10,10,10,10,1000,10000\n"
+                                                                "09:32,10,10,10,10,1000,10000\n")});
+    ASSERT_THAT(intake.files()[0].report.asks, Contains(QStringLiteral("code"))) << allRefusals(intake);
+    intake.answerFromNames();
+    ASSERT_TRUE(comesTo(intake, Intake::Stage::Asking));
+    EXPECT_TRUE(intake.mayImport()) << allRefusals(intake);
+    EXPECT_EQ(intake.files()[0].report.codes, QStringList(QStringLiteral("000001")));
+}
+
+TEST_F(IntakeOfFiles, AnswersAChoiceForAllFilesThatAskIt)
+{
+    Intake intake(plan());
+    look(&intake, {barsWithoutCode("600519.csv"), barsWithoutCode("000001.csv")});
+    intake.answerAll(QStringLiteral("code"), QStringLiteral("000001.SZ"));
+    ASSERT_TRUE(comesTo(intake, Intake::Stage::Asking));
+    EXPECT_EQ(intake.files()[0].report.codes, QStringList(QStringLiteral("000001")));
+    EXPECT_EQ(intake.files()[1].report.codes, QStringList(QStringLiteral("000001")));
 }
 
 TEST_F(IntakeOfFiles, AsksForTheUnitOfAVolumeThatNothingTells)

@@ -1,6 +1,8 @@
 // The dialog that begins, lists, continues and deletes practices.
 #include "terminal/practice/PracticeDialog.h"
 
+#include "terminal/trade/TradeStyle.h"
+
 #include "tests/terminal/practice/SomePractice.h"
 #include "tests/terminal/support/Controls.h"
 
@@ -153,6 +155,15 @@ TEST_F(PracticeDialogTest, NamesEachControl)
 {
     open(offer());
     EXPECT_THAT(namelessControls(*m_dialog), IsEmpty());
+}
+
+TEST_F(PracticeDialogTest, ShowsWhichControlHasTheKeyboard)
+{
+    open(offer());
+    const ChartTheme theme = makeTheme(ThemeKind::Dark, RiseColour::Red);
+    m_dialog->setStyleSheet(windowStyleSheet(theme) + tradeStyleSheet(theme)); // as its window hands it down
+    QApplication::setActiveWindow(m_dialog.get());
+    EXPECT_THAT(controlsWithUnseenFocus(m_dialog.get(), m_dialog->focusWidget()), IsEmpty());
 }
 
 } // namespace

@@ -51,6 +51,7 @@ protected:
         options.size = QSize(1280, 720);
         options.replaySpeed = 600;
         options.asksBeforeSending = false;
+        options.orders = m_orders;
         return options;
     }
 
@@ -109,6 +110,7 @@ protected:
 
     const QByteArray m_runtimeBefore = qgetenv("XDG_RUNTIME_DIR");
     std::optional<PracticeSession> m_session;
+    OrderPlan m_orders;
 };
 
 TEST_F(PracticeInAWindow, BeginsAgainWithTheAccountAsItWasAndWithoutAMark)
@@ -150,6 +152,19 @@ TEST_F(PracticeInAWindow, BeginsAgainWithTheAccountAsItWasAndWithoutAMark)
         EXPECT_THAT(strip->text().toStdString(), ::testing::HasSubstr("2023-07-11"));
     };
     run({buyAndRestart, lookAgain});
+}
+
+TEST_F(PracticeInAWindow, TakesTheOrdersOfItsOwnPlanForNoneOfAFormerRun)
+{
+    m_orders = {readPlannedOrder(QStringLiteral("0935 buy 100 46.50")).value()};
+    const auto look = [](MainWindow *window) {
+        OrderDesk *const desk = window->trade()->desk();
+        ASSERT_TRUE(waitUntil([=] { return desk->workingOrders() && desk->workingOrders()->size() == 1; },
+                              std::chrono::seconds(20)));
+        const auto *const message = window->findChild<QLabel *>(QStringLiteral("messageBar"));
+        EXPECT_THAT(message->text().toStdString(), ::testing::Not(::testing::HasSubstr("Orders of before")));
+    };
+    run({look});
 }
 
 } // namespace

@@ -40,6 +40,19 @@ TEST(ResultsPart, HasATextForEachColumnOfItsList)
     EXPECT_EQ(part.sum.filter(QStringLiteral("5.00")).size(), 1);
 }
 
+TEST(ResultsPart, HasNoRowsWhereTheirNumberIsNone)
+{
+    for (const char *const count : {"-5", "9223372036854775807", "99999999999999999999", "many"}) {
+        const QJsonObject data{{QStringLiteral("first"), QLatin1String(count)},
+                               {QStringLiteral("count"), QLatin1String(count)}};
+
+        const ResultsPart part = readPart({{QStringLiteral("data"), data}}, {{ResultGroup::Sale}, 0, 200});
+
+        EXPECT_EQ(part.first, 0) << count;
+        EXPECT_EQ(part.count, 0) << count;
+    }
+}
+
 TEST(ResultsPart, IsEmptyOfAnAnswerThatIsNone)
 {
     const ResultsPart part = readPart({}, {{ResultGroup::Sale}, 0, 200});

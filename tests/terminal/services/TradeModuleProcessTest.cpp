@@ -9,6 +9,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <memory>
+
 namespace Terminal {
 namespace {
 
@@ -68,6 +70,21 @@ TEST(TradeModuleProcess, SaysInItsOwnWordsWhyItEndedAndOnceForTheSameReason)
     ASSERT_TRUE(waitUntil([&ending] { return ending.starts() >= 3; }));
     ASSERT_EQ(told.size(), 1);
     EXPECT_TRUE(told.front().contains(QStringLiteral("this ledger is served already")));
+}
+
+TEST(TradeModuleProcess, IsLeftWithinTwoSecondsThoughItDoesNotEnd)
+{
+    const EndingModule frozen("trap '' TERM\nwhile :; do sleep 0.1; done");
+    auto module = std::make_unique<TradeModuleProcess>(frozen.program(), QStringLiteral("l"),
+                                                       QStringLiteral("b"), QStringLiteral("en"), nullptr);
+    module->start();
+    ASSERT_TRUE(waitUntil([&frozen] { return frozen.starts() == 1; }));
+    QElapsedTimer clock;
+    clock.start();
+
+    module.reset();
+
+    EXPECT_LT(clock.elapsed(), 2000);
 }
 
 /// What is told of a module that behaves so.

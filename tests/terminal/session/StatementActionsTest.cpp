@@ -33,6 +33,9 @@ TEST(StatementActions, LeaveOutRowsThatLackWhatIsNeeded)
                           row("20130621", "many", "170.00", "600"),
                           row("20130621", "1000", "much", "600"),
                           row("20130621", "1000", "170.00", "0.5"),
+                          row("20130621", "9223372036854775807", "170.00", "600"),
+                          row("20130621", "1000", "170.00", "9223372036854775807"),
+                          row("20130621", "1000", "170.00", "-9223372036854775807"),
                           QJsonObject(),
                           QStringLiteral("text")};
     EXPECT_EQ(bookedActionsOf(withRows(rows)),

@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
+#include <QImage>
 #include <QTest>
 
 #include <set>
@@ -49,6 +50,23 @@ inline std::set<const QWidget *> reachedByTab(QWidget *first)
         }
     }
     return widgets;
+}
+
+/// Of the controls that Tab comes to from `first`, those that look the same with the keyboard and without.
+/// Requires that the window of `root` is the active one.
+inline std::vector<std::string> controlsWithUnseenFocus(QWidget *root, QWidget *first)
+{
+    std::vector<std::string> found;
+    for (const QWidget *const reached : reachedByTab(first)) {
+        auto *const control = const_cast<QWidget *>(reached); // NOLINT(cppcoreguidelines-pro-type-const-cast)
+        control->setFocus(Qt::TabFocusReason);
+        const QImage focused = root->grab().toImage();
+        control->clearFocus();
+        if (root->grab().toImage() == focused) {
+            found.push_back(nameOfControl(control));
+        }
+    }
+    return found;
 }
 
 } // namespace Terminal

@@ -1,4 +1,5 @@
 #include "terminal/Appearance.h"
+#include "tests/support/LeaksOfALibrary.h"
 #include "trading/ExchangeTime.h"
 
 #include <gmock/gmock.h>
@@ -6,6 +7,19 @@
 #include <QApplication>
 
 #include <cstdio>
+#include <memory>
+
+namespace {
+
+/// Its screen is never given back, and finding that out, with the names of who took it, would cost every test
+/// a seventh of a second.
+std::unique_ptr<QApplication> makeApplication(int &argc, char *argv[])
+{
+    const LeaksOfALibrary screen;
+    return std::make_unique<QApplication>(argc, argv);
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -17,7 +31,7 @@ int main(int argc, char *argv[])
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     ::testing::InitGoogleMock(&argc, argv);
-    QApplication application(argc, argv);
-    Terminal::setAppearance(&application);
+    const auto application = makeApplication(argc, argv);
+    Terminal::setAppearance(application.get());
     return RUN_ALL_TESTS();
 }

@@ -8,14 +8,17 @@
 
 #include <QAction>
 #include <QDBusConnection>
+#include <QEventLoop>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QVariantMap>
 #include <QWidget>
 
 namespace Terminal {
 namespace {
 
+using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -48,6 +51,14 @@ public:
     bool confirm(const QString & /*question*/) override { return false; }
 };
 
+/// Nothing shows that a pause has ended.
+void pass(std::chrono::milliseconds time)
+{
+    QEventLoop loop;
+    QTimer::singleShot(time, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
 class DealNoticeTest : public ::testing::Test
 {
 protected:
@@ -61,7 +72,7 @@ protected:
 
 TEST_F(DealNoticeTest, TellsInTheWindowAndKeepsSilentAtFirst)
 {
-    m_notice.tell(QStringLiteral("dealt"));
+    m_notice.tell(QStringLiteral("1"), QStringLiteral("dealt"));
     EXPECT_THAT(m_prompts.shown, ElementsAre("dealt"));
     EXPECT_EQ(m_beeps, 0);
 }
@@ -69,8 +80,51 @@ TEST_F(DealNoticeTest, TellsInTheWindowAndKeepsSilentAtFirst)
 TEST_F(DealNoticeTest, IsHeardWhenTheUserWishesSo)
 {
     m_notice.soundAction()->setChecked(true);
-    m_notice.tell(QStringLiteral("dealt"));
+    m_notice.tell(QStringLiteral("1"), QStringLiteral("dealt"));
     EXPECT_EQ(m_beeps, 1);
+}
+
+TEST_F(DealNoticeTest, TellsWhatComesShortlyAfterTogetherAndOfEachOrderTheLatest)
+{
+    m_notice.setPause(20ms);
+    m_notice.soundAction()->setChecked(true);
+    m_notice.tell(QStringLiteral("1"), QStringLiteral("1 in part"));
+    m_notice.tell(QStringLiteral("2"), QStringLiteral("2 in part"));
+    m_notice.tell(QStringLiteral("1"), QStringLiteral("1 wholly"));
+    m_notice.tell(QStringLiteral("2"), QStringLiteral("2 wholly"));
+    EXPECT_THAT(m_prompts.shown, ElementsAre("1 in part")) << "at once";
+    ASSERT_TRUE(waitUntil([this] { return m_prompts.shown.size() == 2; }));
+    EXPECT_EQ(m_prompts.shown.back(), "1 wholly\n2 wholly");
+    EXPECT_EQ(m_beeps, 2);
+}
+
+TEST_F(DealNoticeTest, CountsTheOrdersOfAFlood)
+{
+    m_notice.setPause(20ms);
+    for (int order = 1; order <= 40; ++order) {
+        m_notice.tell(QString::number(order), QStringLiteral("order %1").arg(order));
+    }
+    ASSERT_TRUE(waitUntil([this] { return m_prompts.shown.size() == 2; }));
+    EXPECT_EQ(m_prompts.shown.back(), "40 orders were dealt, wholly or in part. The last one:\norder 40");
+}
+
+TEST_F(DealNoticeTest, TellsAnotherDealAtOnceWhenItHasBecomeQuiet)
+{
+    m_notice.setPause(1ms);
+    m_notice.tell(QStringLiteral("1"), QStringLiteral("one"));
+    pass(20ms);
+    m_notice.tell(QStringLiteral("2"), QStringLiteral("two"));
+    EXPECT_THAT(m_prompts.shown, ElementsAre("one", "two"));
+}
+
+TEST_F(DealNoticeTest, ForgetsWhatItHasGatheredWhenAmountsAreHidden)
+{
+    m_notice.setPause(1ms);
+    m_notice.tell(QStringLiteral("1"), QStringLiteral("one"));
+    m_notice.tell(QStringLiteral("2"), QStringLiteral("300 at 10.00"));
+    m_notice.forget();
+    pass(20ms);
+    EXPECT_THAT(m_prompts.shown, ElementsAre("one"));
 }
 
 TEST_F(DealNoticeTest, IsShownByTheDesktopWhenTheUserWishesSo)
@@ -88,11 +142,12 @@ TEST_F(DealNoticeTest, IsShownByTheDesktopWhenTheUserWishesSo)
                                          QDBusConnection::ExportAllSlots));
     ASSERT_TRUE(ofDesktop.registerService(QStringLiteral("org.freedesktop.Notifications")));
 
-    m_notice.tell(QStringLiteral("not wished yet"));
+    m_notice.setPause(1ms);
+    m_notice.tell(QStringLiteral("1"), QStringLiteral("not wished yet"));
     m_notice.desktopAction()->setChecked(true);
-    m_notice.tell(QStringLiteral("1 < 2"));
+    m_notice.tell(QStringLiteral("2"), QStringLiteral("1 < 2"));
     EXPECT_TRUE(waitUntil([&desktop] { return !desktop.shown.empty(); }));
-    EXPECT_THAT(desktop.shown, ElementsAre(::testing::EndsWith(": 600519: 1 &lt; 2")));
+    EXPECT_THAT(desktop.shown, ElementsAre(::testing::EndsWith(": 600519: not wished yet\n1 &lt; 2")));
     QDBusConnection::disconnectFromBus(QStringLiteral("desktop"));
     endProcess(&bus);
 }

@@ -377,7 +377,7 @@ TEST_F(OrdersPanelTest, AsksForTheCancellationOfOneOfTheSelectedAndOfAll)
     EXPECT_EQ(asked, (std::vector<size_t>{2, 3, 1}));
 }
 
-TEST_F(OrdersPanelTest, LeadsFromAPositionToItsChartAndToItsClosing)
+TEST_F(OrdersPanelTest, LeadsFromAPositionToItsChartItsTradesAndItsClosing)
 {
     m_panel.setAccount(holding(18500));
     show(besideTheTicket);
@@ -389,8 +389,27 @@ TEST_F(OrdersPanelTest, LeadsFromAPositionToItsChartAndToItsClosing)
     positions()->setCurrentIndex(positions()->model()->index(0, 0));
     QTest::keyClick(positions(), Qt::Key_Return);
     EXPECT_EQ(charts.count(), 1);
+    QSignalSpy trades(&m_panel, &OrdersPanel::tradesAsked);
+    QTest::keyClick(positions(), Qt::Key_F5);
+    EXPECT_EQ(trades.count(), 1);
     QTest::keyClick(positions(), Qt::Key_Delete);
     EXPECT_EQ(closing, 2500);
+}
+
+TEST_F(OrdersPanelTest, ShowsEachCellOfASelectedRowAlike)
+{
+    m_panel.setAccount(holding(18500));
+    show(besideTheTicket);
+    m_panel.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&m_panel));
+    positions()->setFocus();
+    positions()->setCurrentIndex(positions()->model()->index(0, 0));
+    const QImage rows = positions()->viewport()->grab().toImage();
+    const auto groundOf = [this, &rows](int column) {
+        const QRect cell = positions()->visualRect(positions()->model()->index(0, column));
+        return rows.pixelColor(cell.topLeft() + QPoint(2, cell.height() / 2)).name();
+    };
+    EXPECT_EQ(groundOf(0), groundOf(1));
 }
 
 TEST_F(OrdersPanelTest, ShowsOneTableAtATimeWhereBothAreTooWideAndCutsNothingThere)

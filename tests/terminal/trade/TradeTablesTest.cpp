@@ -1,5 +1,7 @@
 #include "terminal/trade/TradeTables.h"
 
+#include "terminal/ui/InterfaceLanguage.h"
+
 #include <gmock/gmock.h>
 
 #include <QSignalSpy>
@@ -29,6 +31,21 @@ TEST(TradeTablesOfOrders, ShowsTheNewestFirst)
     EXPECT_EQ(table.record(1).number, QStringLiteral("9"));
     EXPECT_EQ(table.rowOf(QStringLiteral("11")), 2);
     EXPECT_EQ(table.rowOf(QStringLiteral("12")), -1);
+}
+
+TEST(TradeTablesOfOrders, HasEachTitleInTheChosenLanguage)
+{
+    const OrdersTable table;
+    InterfaceLanguage language;
+    for (int column = 0; column < table.columnCount({}); ++column) {
+        const auto title = [&] {
+            return table.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+        };
+        language.set(QStringLiteral("en"));
+        const QString english = title();
+        language.set(QStringLiteral("zh"));
+        EXPECT_NE(title(), english);
+    }
 }
 
 TEST(TradeTablesOfOrders, AddsNewRowsWithoutTouchingTheOthers)

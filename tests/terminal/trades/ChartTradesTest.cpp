@@ -7,6 +7,7 @@
 #include "terminal/trades/PriceDialog.h"
 #include "terminal/trades/TradesPanel.h"
 #include "tests/support/TestBroker.h"
+#include "tests/terminal/support/Controls.h"
 #include "tests/terminal/support/ModuleAnswers.h"
 #include "tests/terminal/support/ScriptedModule.h"
 #include "tests/terminal/support/WhenOpen.h"
@@ -162,6 +163,51 @@ TEST_F(ChartTradesTest, GoesFromTheMinutesOfOneDayToThoseOfTheTrade)
 
     EXPECT_EQ(chart()->data().period, ChartPeriod::Day) << "its minutes are not recorded";
     EXPECT_THAT(trades()->layer()->marks(), SizeIs(1));
+}
+
+TEST_F(ChartTradesTest, LeadFromAPositionToItsTradesAndBack)
+{
+    m_module.setAnswer(QStringLiteral("HistoryTrade"),
+                       withData(QJsonArray{tradeRow("20200611", "10000000", "B", "14", "100"),
+                                           tradeRow("20210311", "10000000", "S", "14", "100")}));
+    open({QStringLiteral("600519"), ChartPeriod::Day});
+    activateWindow();
+    QTest::keyClick(chart(), Qt::Key_F3);
+    const BarSpan before = chart()->span();
+    auto *const list = QApplication::focusWidget();
+
+    Q_EMIT m_window->trade()->panel()->tradesAsked({QStringLiteral("000001"), Market::Shenzhen, {}});
+    ASSERT_TRUE(waitUntil([this] { return !trades()->panel()->selected().empty(); }));
+    EXPECT_EQ(chart()->data().security.code, QStringLiteral("000001"));
+    EXPECT_THAT(trades()->panel()->selected(), ElementsAre(1U)) << "the newest";
+    EXPECT_LT(chart()->span().last, static_cast<double>(chart()->data().bars.size())) << "it is in view";
+
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(chart()->data().security.code, QStringLiteral("600519"));
+    EXPECT_DOUBLE_EQ(chart()->span().first, before.first);
+    EXPECT_EQ(QApplication::focusWidget(), list);
+    EXPECT_TRUE(list->isVisible());
+}
+
+TEST_F(ChartTradesTest, LeadBackToThePositionsWhereTheChartStayedAsItWas)
+{
+    open({QStringLiteral("600519"), ChartPeriod::Day});
+    activateWindow();
+    QTest::keyClick(chart(), Qt::Key_F3);
+    auto *const list = QApplication::focusWidget();
+    Q_EMIT m_window->trade()->panel()->tradesAsked(chart()->data().security);
+    EXPECT_NE(QApplication::focusWidget(), list);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(QApplication::focusWidget(), list);
+}
+
+TEST_F(ChartTradesTest, LeadsFromAnOrderToTheChartOfItsSecurity)
+{
+    open({QStringLiteral("600519"), ChartPeriod::Day});
+    OrderRecord order;
+    order.security = {QStringLiteral("600536"), Market::Shanghai, {}};
+    Q_EMIT m_window->trade()->panel()->placeAsked(order);
+    EXPECT_EQ(chart()->data().security.code, QStringLiteral("600536"));
 }
 
 TEST_F(ChartTradesTest, DrawsNothingWhenItIsSwitchedOff)
@@ -348,6 +394,33 @@ TEST_F(ChartTradesTest, ChangesAPriceByTheKeyboardAlone)
     ASSERT_TRUE(m_module.wasAsked("Replace", 1));
     EXPECT_EQ(replacements().front()[QStringLiteral("orderprice")].toString(),
               QString::number(lastClose() + 1, 'f', 2));
+}
+
+TEST_F(ChartTradesTest, ShowWhichControlOfTheirQuestionsHasTheKeyboard)
+{
+    openWithAnOrder();
+    std::vector<std::string> unseen;
+    std::vector<std::string> nameless;
+    const auto look = [&](QDialog *dialog) {
+        for (const auto &[found, all] :
+             {std::pair(controlsWithUnseenFocus(dialog, dialog->focusWidget()), &unseen),
+              std::pair(namelessControls(*dialog), &nameless)}) {
+            all->insert(all->end(), found.begin(), found.end());
+        }
+    };
+    whenOpen<PriceDialog>([&](PriceDialog *dialog) {
+        look(dialog);
+        whenOpen<QMessageBox>([&](QMessageBox *box) {
+            look(box);
+            box->reject();
+        });
+        dialog->findChild<PriceBox *>()->setValue(lastClose() + 1);
+        dialog->accept();
+    });
+    Q_EMIT m_window->trade()->panel()->priceAsked(trades()->lines()->orders().front());
+    EXPECT_THAT(unseen, IsEmpty());
+    EXPECT_THAT(nameless, IsEmpty());
+    EXPECT_THAT(replacements(), IsEmpty());
 }
 
 /// A desk that has asked for a replacement.

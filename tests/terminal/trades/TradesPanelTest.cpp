@@ -61,6 +61,15 @@ TEST_F(TradesPanelTest, SumsAllOfThemAndThenWhatIsSelected)
     EXPECT_THAT(caption(), HasSubstr("bought 100 at 10.000"));
 }
 
+TEST_F(TradesPanelTest, DoesNotSayThatThereAreNoneWhileNobodyAnswers)
+{
+    m_panel.setTrades(m_security, {});
+    m_panel.setTold(false);
+    EXPECT_THAT(caption(), HasSubstr("no answer from the trading module"));
+    m_panel.setTold(true);
+    EXPECT_THAT(caption(), HasSubstr("Trades of MT: 0"));
+}
+
 TEST_F(TradesPanelTest, SelectsTheRowsOfTrades)
 {
     m_panel.select({0, 2});

@@ -202,6 +202,36 @@ TEST_F(MainWindowOfSmallSize, StaysAsItIsWhateverIsOpenedInIt)
     EXPECT_EQ(m_window->size(), small);
 }
 
+TEST_F(MainWindowOfSmallSize, LeavesTheChartEnoughToBeReadInBothLanguages)
+{
+    constexpr int readable = 120;
+    openAll();
+    EXPECT_GE(chart()->height(), readable);
+    speakEnglish();
+    EXPECT_GE(chart()->height(), readable);
+}
+
+TEST_F(MainWindowOfSmallSize, HasTheTitlesOfItsDocksWhenItIsEnlarged)
+{
+    openAll();
+    const auto *const orders = m_window->findChild<QDockWidget *>(QStringLiteral("ordersDock"));
+    EXPECT_NE(orders->titleBarWidget(), nullptr);
+    m_window->resize(1280, 720);
+    QApplication::processEvents();
+    EXPECT_EQ(orders->titleBarWidget(), nullptr);
+}
+
+TEST_F(MainWindowTest, KeepsAMessageWholeWhenTheChartBecomesNarrower)
+{
+    show({});
+    m_window->prompts()->show(QString(80, QLatin1Char('m')));
+    m_window->resize(700, m_window->height());
+    QApplication::processEvents();
+    const auto *const message = m_window->findChild<QLabel *>(QStringLiteral("messageBar"));
+    EXPECT_GE(message->x(), 0);
+    EXPECT_LE(message->geometry().right(), chart()->width());
+}
+
 TEST_F(MainWindowOfSmallSize, BringsThePriceIntoViewAtTheKeyOfTheTicket)
 {
     openAll();

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <QLabel>
+#include <QTextDocument>
 #include <QToolButton>
 
 namespace Terminal {
@@ -90,6 +91,18 @@ TEST_F(StateStripTest, TellARefusalInMessageStripAndTip)
     EXPECT_EQ(state("cost")->toolTip(), QStringLiteral("HolderCostPrice: refused: the ledger is busy"));
     EXPECT_EQ(state("cost")->accessibleName(), QStringLiteral("Cost: refused"));
     EXPECT_TRUE(action("Cost")->toolTip().contains(QStringLiteral("the ledger is busy")));
+}
+
+TEST_F(StateStripTest, ShowMarkupOfARefusalAsItIsWritten)
+{
+    open({QStringLiteral("cost")});
+    const QString msg = QStringLiteral("<b>all is well</b><!--");
+    answer(R"({"cmd":"HolderCostPrice","stkcode":"600519","success":false,"msg":"<b>all is well</b><!--"})");
+    for (const QString &tip : {state("cost")->toolTip(), action("Cost")->toolTip()}) {
+        QTextDocument shown;
+        shown.setHtml(tip);
+        EXPECT_TRUE(shown.toPlainText().contains(msg)) << qPrintable(tip);
+    }
 }
 
 TEST_F(StateStripTest, TellTheFaultsOfSeveralAnswersTogether)

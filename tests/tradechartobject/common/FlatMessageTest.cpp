@@ -101,11 +101,11 @@ INSTANTIATE_TEST_SUITE_P(
 
 // Either way
 
-/// The documents of tests/fuzz/answers.
+/// The documents of tests/fuzz/corpus/answers.
 std::vector<QByteArray> corpus()
 {
     std::vector<QByteArray> documents;
-    const QDir folder(QStringLiteral(TRADECHART_SOURCE_DIR "/tests/fuzz/answers"));
+    const QDir folder(QStringLiteral(TRADECHART_SOURCE_DIR "/tests/fuzz/corpus/answers"));
     for (const QString &name : folder.entryList(QDir::Files)) {
         QFile file(folder.filePath(name));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));

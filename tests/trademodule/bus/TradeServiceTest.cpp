@@ -45,14 +45,12 @@ QByteArray quoteAt(const char *time)
     return QJsonDocument(quote).toJson(QJsonDocument::Compact);
 }
 
-class TradeServiceOnAFailingDisk : public LedgerFixture, public ::testing::WithParamInterface<Fault>
+/// A module that serves, and a chart that asks it; one order of 1000 shares is placed.
+class TradeServiceOnABus : public LedgerFixture
 {
 protected:
     void SetUp() override
     {
-        if (!FailingDisk::install()) {
-            GTEST_SKIP() << "Qt's driver HAS A SQLITE OF ITS OWN: no failing disk was put below it";
-        }
         LedgerFixture::SetUp();
         m_service.emplace(m_broker.address(), &ledger(), Trading::TradePresence());
         ASSERT_TRUE(m_chart.join(m_broker.address()));
@@ -86,12 +84,24 @@ protected:
         return times;
     }
 
-    FailingDisk m_disk;
-
 private:
     TestBroker m_broker;
     RecordingEndPoint m_chart;
     std::optional<TradeService> m_service;
+};
+
+class TradeServiceOnAFailingDisk : public TradeServiceOnABus, public ::testing::WithParamInterface<Fault>
+{
+protected:
+    void SetUp() override
+    {
+        if (!FailingDisk::install()) {
+            GTEST_SKIP() << "Qt's driver HAS A SQLITE OF ITS OWN: no failing disk was put below it";
+        }
+        TradeServiceOnABus::SetUp();
+    }
+
+    FailingDisk m_disk;
 };
 
 /// Questions and presences are kept by the broker, so that the service hears them in the order in which it
@@ -222,6 +232,23 @@ TEST_P(TradeServiceOnAFailingDisk, SaysEachTroubleOnceAsLongAsItLasts)
     const std::vector<QString> told = log.lines(QtWarningMsg);
     EXPECT_THAT(told, Not(IsEmpty()));
     EXPECT_EQ(std::set<QString>(told.begin(), told.end()).size(), told.size());
+}
+
+TEST_F(TradeServiceOnABus, LeavesAQuoteOutThatTheLedgerNeverTakesAndDealsTheNextOnes)
+{
+    const LogCapture log;
+    Database *const database = ledger().database();
+    database->run(QStringLiteral("ALTER TABLE told_minute RENAME TO away"));
+    send("0931");
+    ASSERT_TRUE(waitUntil([&log] { return log.has(QStringLiteral("a quote of 000001 is left out: ")); }))
+        << qPrintable(log.text());
+    EXPECT_EQ(tradeCount(), 0);
+    database->run(QStringLiteral("ALTER TABLE away RENAME TO told_minute"));
+
+    send("0932");
+
+    EXPECT_TRUE(waitUntil([this] { return tradeCount() == 1; }));
+    EXPECT_THAT(timesOfTrades(), ElementsAre(932));
 }
 
 TEST_F(TradeServiceOnACommonBus, DoesWhatItWasAskedBeforeItServed)

@@ -4,6 +4,8 @@
 // order, and the account adds up.
 //
 //     TRADE_PLACEMENTS=1000 TRADE_PLACEMENT_SEED=7 ledger_sqlite_test --gtest_filter='RepeatedPlacement.*'
+//
+// With TRADE_PLACEMENT_KILLS=only every disturbance kills a module, the serving one three times in four.
 #include "tests/trademodule/support/LedgerAudit.h"
 #include "tests/trademodule/support/ProgramFixture.h"
 #include "tradechartobject/common/TradeVocabulary.h"
@@ -196,8 +198,9 @@ protected:
     void disturb(int answered)
     {
         const std::chrono::microseconds after(m_placements.between(0, 100000));
-        const int dice = m_placements.between(1, 25);
+        const int dice = m_placements.between(1, m_onlyKills ? 7 : 25);
         if (dice <= 7) {
+            ++m_modulesKilled;
             send(SIGKILL, anyModule(), after, answered);
         } else if (dice <= 9) {
             send(SIGTERM, anyModule(), after, answered);
@@ -253,10 +256,12 @@ protected:
 
     const unsigned m_seed = numberOf("TRADE_PLACEMENT_SEED", std::random_device()());
     const int m_count = static_cast<int>(numberOf("TRADE_PLACEMENTS", 100));
+    const bool m_onlyKills = qEnvironmentVariable("TRADE_PLACEMENT_KILLS") == QLatin1String("only");
     const bool m_isLongRun =
         m_count >= 1000; ///< with freezes of more than ten seconds, as StandbyTest has one
     const Money m_openingCash = Money::ofYuan(1e9).value();
     Placements m_placements{m_seed};
+    int m_modulesKilled = 0;
     int m_terminalsKilled = 0;
     int m_brokersKilled = 0;
     int m_brokersFrozen = 0;
@@ -355,7 +360,7 @@ private:
 
 TEST_F(RepeatedPlacement, GivesEachNumberOneOrderWhateverHappensToModulesBrokerAndTerminal)
 {
-    constexpr int placementsPerDisturbance = 10;
+    const int placementsPerDisturbance = m_onlyKills ? 2 : 10;
     SCOPED_TRACE("TRADE_PLACEMENT_SEED=" + std::to_string(m_seed));
     QElapsedTimer clock;
     clock.start();
@@ -373,7 +378,8 @@ TEST_F(RepeatedPlacement, GivesEachNumberOneOrderWhateverHappensToModulesBrokerA
     EXPECT_THAT(audit(&ledger(), m_openingCash), IsEmpty());
     std::cout << "TRADE_PLACEMENT_SEED=" << m_seed << ": " << m_count << " placements, "
               << m_placements.repeated() << " asked again, " << disturbances << " disturbances, of them "
-              << m_longFreezes << " long freezes, " << m_terminalsKilled << " terminals killed, "
+              << m_longFreezes << " long freezes, " << m_modulesKilled << " modules killed, "
+              << m_terminalsKilled << " terminals killed, "
               << m_brokersKilled << " brokers killed and " << m_brokersFrozen << " frozen; last fence "
               << ServingTable(ledger().database()).fence() << "; "
               << ledger().trades({TradingDate::today(), TradingDate::today()}).size() << " executions; "

@@ -7,6 +7,7 @@ namespace {
 
 using namespace TradeChart::OrderStatus;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 class DealingTest : public PaperExchangeOfADay
@@ -148,8 +149,13 @@ TEST_F(DealingTest, DealsNothingAtABetterPriceThatComesToMoreThanAnyAccountHas)
     Quote quote = bar(1001, 1000000, 1000000, 1000000); // 10^12 yuan
     quote.volume = 4000000;
 
-    EXPECT_THROW(exchange().take(quote), Error);
+    const LogCapture log;
 
+    exchange().take(quote);
+
+    EXPECT_TRUE(
+        log.has(QStringLiteral("order 1 (000001) is set aside, the others are not: price × quantity")))
+        << qPrintable(log.text());
     EXPECT_EQ(now(order).matchedQuantity, 0);
     EXPECT_EQ(OrderBook(&ledger()).cash(), yuan(1000000));
     EXPECT_THAT(ledger().trades(DateRange()), IsEmpty());
@@ -161,10 +167,108 @@ TEST_F(DealingTest, DealsNothingThatWouldGiveTheAccountMoreThanItCanHold)
     setCash(1e11);
     const Order order = sell(10, 100);
 
-    EXPECT_THROW(exchange().take(bar(1001, 10, 10, 10)), Error);
+    const LogCapture log;
 
+    exchange().take(bar(1001, 10, 10, 10));
+
+    EXPECT_TRUE(log.has(QStringLiteral("is set aside"))) << qPrintable(log.text());
     EXPECT_EQ(now(order).matchedQuantity, 0);
     EXPECT_EQ(OrderBook(&ledger()).cash(), yuan(1e11));
+}
+
+/// The ledger refuses the execution of one order, as if its row were there already, until it is mended.
+class DealingBesideAnUndealableOrder : public DealingTest
+{
+protected:
+    void SetUp() override
+    {
+        DealingTest::SetUp();
+        if (!IsSkipped()) {
+            book({fill(Side::Buy, bank(), 20240102, 10, 100, QStringLiteral("P2-100"))});
+            ledger().database()->run(QStringLiteral("CREATE UNIQUE INDEX once ON execution (deal_no)"));
+            first = buy(10, 100);
+            undealable = buy(10, 100);
+            last = buy(10, 100);
+            exchange().report();
+        }
+    }
+
+    void mend() { ledger().database()->run(QStringLiteral("DROP INDEX once")); }
+
+    qint64 dealtOf(const Order &order) { return now(order).matchedQuantity; }
+    int tradeCount() { return ledger().trades(bank(), {TradingDate::today(), TradingDate::today()}).size(); }
+
+    Order first;
+    Order undealable;
+    Order last;
+};
+
+TEST_F(DealingBesideAnUndealableOrder, DealsTheOthersOfItsBar)
+{
+    const Money before = OrderBook(&ledger()).cash();
+
+    exchange().take(bar(1001, 10, 10, 10));
+
+    EXPECT_EQ(dealtOf(first), 100);
+    EXPECT_EQ(dealtOf(undealable), 0);
+    EXPECT_EQ(dealtOf(last), 100);
+    EXPECT_EQ(statusOf(undealable), code(Quoted));
+    EXPECT_EQ(tradeCount(), 2);
+    EXPECT_EQ(ledger().holding(bank()).quantity(), 300);
+    EXPECT_EQ(before - OrderBook(&ledger()).cash(), yuan(2 * (1000 + 5)));
+}
+
+TEST_F(DealingBesideAnUndealableOrder, GivesItsSharesToTheOthers)
+{
+    exchange().take(bar(1001, 10, 10, 10, 800)); // shares for two orders
+
+    EXPECT_EQ(dealtOf(last), 100);
+}
+
+TEST_F(DealingBesideAnUndealableOrder, NamesItWithTheReasonAndWhatToDoOnce)
+{
+    const LogCapture log;
+
+    exchange().take(bar(1001, 10, 10, 10, 400));
+    exchange().take(bar(1002, 10, 10, 10));
+    exchange().take(bar(1003, 10, 10, 10));
+
+    EXPECT_EQ(log.text().count(QStringLiteral("is set aside")), 1) << qPrintable(log.text());
+    EXPECT_THAT(
+        log.text().toStdString(),
+        HasSubstr("order 2 (000001) is set aside, the others are not: the ledger's database refused"));
+    EXPECT_THAT(log.text().toStdString(), HasSubstr("cancel it when it is not wanted any more"));
+}
+
+TEST_F(DealingBesideAnUndealableOrder, DealsNothingTwiceWhenTheBarComesAgain)
+{
+    exchange().take(bar(1001, 10, 10, 10));
+    exchange().take(bar(1001, 10, 10, 10));
+
+    EXPECT_EQ(tradeCount(), 2);
+}
+
+TEST_F(DealingBesideAnUndealableOrder, DealsItWithTheNextBarWhenItsCauseIsGone)
+{
+    exchange().take(bar(1001, 10, 10, 10));
+    mend();
+    const LogCapture log;
+
+    exchange().take(bar(1002, 10, 10, 10));
+
+    EXPECT_EQ(dealtOf(undealable), 100);
+    EXPECT_EQ(tradeCount(), 3);
+    EXPECT_THAT(log.text().toStdString(), HasSubstr("order 2 (000001) is not set aside any more"));
+}
+
+TEST_F(DealingBesideAnUndealableOrder, LetsItBeCancelled)
+{
+    exchange().take(bar(1001, 10, 10, 10));
+
+    exchange().cancel(undealable.date, undealable.number);
+    exchange().settle();
+
+    EXPECT_EQ(statusOf(undealable), code(Canceled));
 }
 
 } // namespace TradeModule

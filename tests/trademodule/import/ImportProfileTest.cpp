@@ -1,5 +1,6 @@
 #include "trademodule/import/ImportProfile.h"
 #include "trademodule/Error.h"
+#include "trademodule/import/ColumnNames.h"
 
 #include <gmock/gmock.h>
 
@@ -10,6 +11,14 @@ TEST(ImportProfile, IsWrittenAsItIsRead)
     const QString text = QStringLiteral("column 发生日 = date\nword 撮合 = buy\n");
 
     EXPECT_EQ(ImportProfile::ofText(text).text(), text);
+}
+
+TEST(ImportProfile, KnowsAColumnWithTwoUnitsAlsoAfterItWasKept)
+{
+    const auto profile = ImportProfile::ofText(QStringLiteral("column 业务/日(北京) = date\n"));
+    const auto kept = ImportProfile::ofText(profile.text());
+
+    EXPECT_TRUE(kept.columnOf(ColumnNames::plainName(QStringLiteral("业务/日(北京)"))).has_value());
 }
 
 TEST(ImportProfile, IgnoresRemarksAndWhatSaysNothingYet)

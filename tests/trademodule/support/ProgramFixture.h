@@ -105,9 +105,9 @@ protected:
     QStringList busOptions() const { return QStringList{QStringLiteral("--bus"), m_broker.address()}; }
 
     /// A module that answers; ended by its process id.
-    void serve(const QStringList &options = {})
+    void serve(const QStringList &options = {}, const QStringList &ownOptions = {})
     {
-        startModule(options);
+        startModule(options, ownOptions);
         if (!m_chart.isConnected()) {
             ASSERT_TRUE(m_chart.join(m_broker.address()));
         }
@@ -116,10 +116,11 @@ protected:
         m_chart.setRequestTimeout(std::chrono::seconds(20));
     }
 
-    /// A module that may not answer yet.
-    void startModule(const QStringList &options = {})
+    /// A module that may not answer yet; `ownOptions` are those of the command alone.
+    void startModule(const QStringList &options = {}, const QStringList &ownOptions = {})
     {
-        m_module = start(busOptions() + ledgerOptions() + options + QStringList{QStringLiteral("serve")});
+        m_module = start(busOptions() + ledgerOptions() + options + QStringList{QStringLiteral("serve")} +
+                         ownOptions);
     }
 
     void TearDown() override

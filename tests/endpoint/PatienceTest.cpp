@@ -1,0 +1,317 @@
+#include "endpoint/Patience_p.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <random>
+
+namespace LocalCommunication {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+using Duration = Patience::Duration;
+
+constexpr Duration timeout = 3s;
+constexpr Duration inDoubt = 5ms;
+constexpr Duration mostUnnoticed = 50ms;
+
+/// A window that asks a module, with a clock of their own.
+class PatienceTest : public ::testing::Test
+{
+protected:
+    /// Time in which nobody asks; what was owed comes in.
+    void rest(Duration time)
+    {
+        const auto end = m_now + time;
+        while (!m_onTheWay.empty() && m_onTheWay.begin()->first <= end) {
+            hearNext();
+        }
+        m_now = end;
+    }
+
+    /// Asks once; the module takes so long, or hangs. True when its answer came in time.
+    bool ask(std::optional<Duration> takes)
+    {
+        const quint64 question = ++m_questions;
+        const auto began = m_now;
+        m_answered = 0;
+        const auto end = m_now + m_patience.ask(question, m_now, timeout, isCrowded);
+        if (takes) {
+            m_onTheWay.emplace(began + *takes, question);
+        }
+        while (m_answered != question && !m_onTheWay.empty() && m_onTheWay.begin()->first <= end) {
+            hearNext();
+        }
+        m_now = m_answered == question ? m_now : end;
+        m_patience.stopWaiting(m_now, isCrowded);
+        stood = m_now - began;
+        stands += stood > mostUnnoticed ? 1 : 0;
+        return m_answered == question;
+    }
+
+    /// The same with a module that answers one question after the other.
+    bool askInLine(Duration takes)
+    {
+        m_free = std::max(m_free, m_now) + takes;
+        return ask(m_free - m_now);
+    }
+
+    void joinAnotherBus() { m_patience.reset(); }
+
+    bool isCrowded = false;
+    Duration stood{}; ///< for the last question
+    int stands = 0;   ///< that a user notices
+
+private:
+    void hearNext()
+    {
+        const auto first = m_onTheWay.begin();
+        m_now = std::max(m_now, first->first);
+        m_answered = first->second;
+        m_patience.hear(first->second, m_now);
+        m_onTheWay.erase(first);
+    }
+
+    Patience m_patience;
+    Patience::Time m_now = Patience::Time() + 1h;
+    Patience::Time m_free; // the module, which answers in line
+    std::multimap<Patience::Time, quint64> m_onTheWay;
+    quint64 m_questions = 0;
+    quint64 m_answered = 0; // the question that was answered last
+};
+
+} // namespace
+
+TEST_F(PatienceTest, WaitsTheWholeTimeOutAtFirst)
+{
+    EXPECT_FALSE(ask(std::nullopt));
+    EXPECT_EQ(stood, timeout);
+}
+
+TEST_F(PatienceTest, WaitsOnceForAModuleThatHangs)
+{
+    ask(std::nullopt);
+    for (int i = 0; i < 1000; ++i) {
+        rest(1s);
+        ask(std::nullopt);
+        EXPECT_EQ(stood, inDoubt);
+    }
+    EXPECT_EQ(stands, 1);
+}
+
+TEST_F(PatienceTest, WaitsForASlowModuleAtEachQuestion)
+{
+    for (const Duration takes : {50ms, 200ms, 1000ms, 2000ms, 2990ms}) {
+        for (int i = 0; i < 20; ++i) {
+            EXPECT_TRUE(ask(takes));
+            EXPECT_EQ(stood, takes);
+        }
+    }
+}
+
+TEST_F(PatienceTest, WaitsForASlowModuleAlsoInAFewMessages)
+{
+    for (int i = 0; i < 10; ++i) { // they wait to be delivered, but are no crowd
+        EXPECT_TRUE(ask(1s));
+    }
+}
+
+TEST_F(PatienceTest, TakesTheAnswersOfAQuickModuleAlsoInDoubt)
+{
+    ask(std::nullopt);
+    for (int i = 0; i < 100; ++i) {
+        EXPECT_TRUE(ask(1ms));
+    }
+}
+
+TEST_F(PatienceTest, GivesASlowModuleThatWasLateItsTimeAgain)
+{
+    for (const Duration takes : {50ms, 200ms, 1000ms, 2000ms}) {
+        ask(std::nullopt);
+        EXPECT_FALSE(ask(takes)) << "whoever asks stands still no more";
+        rest(5s);
+        for (int i = 0; i < 200; ++i, rest(500ms)) {
+            EXPECT_TRUE(ask(takes)) << takes.count();
+        }
+    }
+}
+
+TEST_F(PatienceTest, GivesASlowModuleItsTimeThoughItIsAskedMoreOftenThanItAnswers)
+{
+    ask(std::nullopt);
+    int answered = 0;
+    for (int i = 0; i < 100; ++i, rest(100ms)) {
+        answered += ask(1s) ? 1 : 0;
+    }
+    EXPECT_GE(answered, 85);
+}
+
+TEST_F(PatienceTest, WaitsForASlowModuleThatHasOtherQuestionsToAnswerFirst)
+{
+    ask(std::nullopt);
+    for (int i = 0; i < 10; ++i, rest(5ms)) { // until it has answered the first one
+        askInLine(100ms);
+    }
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_TRUE(askInLine(100ms)) << i;
+    }
+}
+
+TEST_F(PatienceTest, WaitsOnTrialTwiceAsLongAsTheModuleTook)
+{
+    ask(std::nullopt);
+    ask(200ms);
+    rest(1s);
+
+    ask(std::nullopt);
+
+    EXPECT_EQ(stood, 400ms);
+}
+
+TEST_F(PatienceTest, WaitsOnTrialNeverLongerThanTheTimeOut)
+{
+    ask(std::nullopt);
+    ask(2s);
+    rest(3s);
+
+    ask(std::nullopt);
+
+    EXPECT_EQ(stood, timeout);
+}
+
+TEST_F(PatienceTest, TakesALateAnswerForNoPromise)
+{
+    ask(std::nullopt);
+    for (int i = 0; i < 100; ++i) {
+        ask(timeout + 1ms);
+        EXPECT_EQ(stood, inDoubt);
+        rest(10s);
+    }
+}
+
+TEST_F(PatienceTest, BeginsNoTrialSoonAfterOneThatFailed)
+{
+    ask(std::nullopt);
+    for (int i = 0; i < 600; ++i) { // ten minutes, in which every other question is answered late
+        ask(i % 2 == 0 ? std::optional<Duration>(700ms) : std::nullopt);
+        rest(1s);
+    }
+    EXPECT_LE(stands, 1 + 2 * 600 / 30) << "a trial takes two questions";
+    EXPECT_GE(stands, 10) << "it is tried again";
+}
+
+TEST_F(PatienceTest, TrustsAgainAfterAMinuteOfTrial)
+{
+    ask(std::nullopt);
+    ask(1ms);
+    rest(59s);
+    ask(1ms);
+    rest(1s);
+
+    ask(std::nullopt);
+
+    EXPECT_EQ(stood, timeout);
+}
+
+TEST_F(PatienceTest, TrustsNotYetBeforeThatMinuteIsOver)
+{
+    ask(std::nullopt);
+    ask(1ms);
+    rest(59s);
+
+    ask(std::nullopt);
+
+    EXPECT_EQ(stood, inDoubt);
+}
+
+TEST_F(PatienceTest, ServesAModuleThatIsStartedAgainFromItsFirstQuickAnswerOn)
+{
+    ask(std::nullopt);
+    ask(std::nullopt); // this one is lost with the old module
+    rest(2s);
+
+    EXPECT_TRUE(ask(2ms));
+    EXPECT_TRUE(ask(2ms));
+}
+
+TEST_F(PatienceTest, ServesASlowModuleThatIsStartedAgain)
+{
+    ask(std::nullopt);
+    rest(20s);
+    ask(300ms);
+    rest(1s);
+
+    EXPECT_TRUE(ask(300ms));
+}
+
+TEST_F(PatienceTest, StandsOnceInAFloodForASwampedModule)
+{
+    for (const unsigned seed : {1U, 2U, 3U, 4U, 5U}) {
+        std::mt19937 random(seed);
+        std::uniform_int_distribution<int> takes(0, 8000); // milliseconds
+        joinAnotherBus();
+        isCrowded = true;
+        stands = 0;
+        for (int i = 0; i < 20000; ++i) { // minutes of notifications
+            ask(i % 10 == 0 ? 1ms : std::chrono::milliseconds(takes(random)));
+        }
+        EXPECT_EQ(stands, 1) << seed;
+    }
+}
+
+TEST_F(PatienceTest, StandsForNobodyRightAfterAFlood)
+{
+    isCrowded = true;
+    ask(std::nullopt);
+    isCrowded = false;
+    stands = 0;
+    for (int i = 0; i < 90; ++i) { // what was asked in the flood is answered now
+        ask(1s);
+        rest(100ms);
+    }
+    EXPECT_EQ(stands, 0);
+}
+
+TEST_F(PatienceTest, GivesASlowModuleItsTimeAgainWhenAFloodIsOver)
+{
+    isCrowded = true;
+    ask(1s); // in time
+    EXPECT_FALSE(ask(1s)) << "or the window would stand still for as many seconds as messages come";
+    isCrowded = false;
+    rest(11s);
+    ask(1s);
+    rest(2s);
+
+    EXPECT_TRUE(ask(1s));
+}
+
+TEST_F(PatienceTest, ServesAQuickModuleInAFlood)
+{
+    isCrowded = true;
+    for (int i = 0; i < 1000; ++i) {
+        EXPECT_TRUE(ask(i == 0 ? 40ms : 1ms));
+    }
+}
+
+TEST_F(PatienceTest, BeginsAnewOnAnotherBus)
+{
+    ask(std::nullopt);
+    joinAnotherBus();
+    ask(std::nullopt);
+    EXPECT_EQ(stood, timeout);
+}
+
+TEST_F(PatienceTest, NeverWaitsLongerThanItIsTold)
+{
+    Patience patience;
+    const auto now = Patience::Time() + 1h;
+    EXPECT_EQ(patience.ask(1, now, 1ms, false), 1ms);
+    patience.stopWaiting(now + 1ms, false);
+    EXPECT_EQ(patience.ask(2, now, 1ms, false), 1ms);
+}
+
+} // namespace LocalCommunication

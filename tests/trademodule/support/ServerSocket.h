@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// A PostgreSQL server's socket in a directory, for proxies that stand before one.
+namespace ServerSocket {
+
+/// The descriptors are the caller's.
+int listenIn(const QString &directory);
+int connectTo(const QString &directory);
+
+/// What can be read now; empty at the end.
+QByteArray readSome(int from);
+/// False when nobody reads it.
+bool writeAll(int to, const QByteArray &bytes);
+
+} // namespace ServerSocket
