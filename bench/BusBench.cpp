@@ -1,8 +1,11 @@
 // What the bus costs: the round trip of a question, and a terminal full of overlays. Beside every figure
-// stands what the same traffic takes with nothing but sockets, measured in the same run. With --json the
+// stands what the same traffic takes with nothing but sockets, and with the MQTT library alone on the same
+// broker, measured in the same run. With --json the
 // figures are told to programs, with how the cost of joining grows with the number of endpoints.
 
+#include "bench/support/LibraryPeers.h"
 #include "bench/support/RawPeers.h"
+#include "endpoint/BusAddress.h"
 #include "endpoint/EndPoint.h"
 #include "endpoint/LocalBroker.h"
 
@@ -254,6 +257,51 @@ private:
     std::size_t m_received = 0;
 };
 
+/// The same with the MQTT library alone.
+class LibraryCrowd
+{
+public:
+    explicit LibraryCrowd(std::string socketPath) : m_socketPath(std::move(socketPath)) {}
+
+    void joinInTurn()
+    {
+        for (int i = 0; i < crowdSize; ++i) {
+            m_clients.push_back(std::make_unique<Library::Client>(m_socketPath, topic));
+            awaitSubscription(*m_clients.back());
+        }
+    }
+
+    void joinAtOnce()
+    {
+        for (int i = 0; i < crowdSize; ++i) {
+            m_clients.push_back(std::make_unique<Library::Client>(m_socketPath, topic));
+        }
+        for (const auto &client : m_clients) {
+            awaitSubscription(*client);
+        }
+    }
+
+    void deliver(Library::Client &sender, const std::string &notification)
+    {
+        const int count = m_clients.front()->received() + 1;
+        sender.publish(topic, notification);
+        for (const auto &client : m_clients) {
+            Library::workUntil(*client, [&] { return client->received() == count; });
+        }
+    }
+
+private:
+    static constexpr char topic[] = "bench/notify";
+
+    static void awaitSubscription(Library::Client &client)
+    {
+        Library::workUntil(client, [&client] { return client.isSubscribed(); });
+    }
+
+    const std::string m_socketPath;
+    std::vector<std::unique_ptr<Library::Client>> m_clients;
+};
+
 /// The same with sockets alone.
 class RawCrowd
 {
@@ -344,6 +392,31 @@ void measureCrowd(const QString &address, const std::string &rawPath, Report *re
     tellCrowdRow(report, "a notification of 200 B to 1,000", median(smallDelivery), bareDelivery);
 }
 
+/// What of it is the library's.
+void measureLibraryCrowd(const std::string &socketPath, const std::string &rawPath, Report *report)
+{
+    Library::Client sender(socketPath, "bench/sender");
+    std::vector<double> inTurn;
+    std::vector<double> atOnce;
+    std::vector<double> delivery;
+    for (int round = 0; round < crowdRounds; ++round) {
+        LibraryCrowd first(socketPath);
+        inTurn.push_back(microseconds([&] { first.joinInTurn(); }));
+        delivery.push_back(medianDelivery([&] { first.deliver(sender, std::string(answerBytes, 'n')); }));
+    }
+    for (int round = 0; round < crowdRounds; ++round) {
+        LibraryCrowd crowd(socketPath);
+        atOnce.push_back(microseconds([&] { crowd.joinAtOnce(); }));
+    }
+    RawCrowd bare;
+    const double bareJoin = microseconds([&] { bare.join(rawPath); });
+    const double bareDelivery = medianDelivery([&] { bare.deliver(answerBytes); });
+    tellCrowdRow(report, "1,000 clients of the library alone connect, in turn", median(inTurn), bareJoin);
+    tellCrowdRow(report, "1,000 clients of the library alone connect, at once", median(atOnce), bareJoin);
+    tellCrowdRow(report, "a notification of 2 kB to 1,000 clients of the library alone", median(delivery),
+                 bareDelivery);
+}
+
 void measureGrowth(const QString &address, Report *report)
 {
     constexpr int descriptorsOfOne = 4;
@@ -386,6 +459,10 @@ int main(int argc, char *argv[])
     Raw::Pair lifeline;
     Raw::Descriptor relayListener = Raw::listenAt(relayPath);
     Raw::Descriptor crowdListener = Raw::listenAt(crowdPath);
+    Raw::Descriptor secondListener = Raw::listenAt(crowdPath + "2");
+    const std::string busPath =
+        QFile::encodeName(LocalCommunication::BusAddress::ofDirectory(directory.path()).socketPath)
+            .toStdString();
     const Raw::Process echo([&] {
         pair.near.close();
         Raw::answerAll(pair.far.number(), questionBytes, answerBytes);
@@ -396,9 +473,16 @@ int main(int argc, char *argv[])
         [&] { Raw::answerAll(Raw::connectTo(relayPath).number(), questionBytes, answerBytes); });
     const Raw::Process meetingPlace(
         [&] { Raw::serveCrowd(std::move(crowdListener), crowdSize + 1, answerBytes); });
+    const Raw::Process secondMeetingPlace(
+        [&] { Raw::serveCrowd(std::move(secondListener), crowdSize + 1, answerBytes); });
     const Raw::Process responder([&] {
         lifeline.near.close();
         respond(directory.path(), lifeline.far.number());
+    });
+
+    const Raw::Process libraryResponder([&] {
+        lifeline.near.close();
+        Library::answerAll(busPath, "bench/ask", answerBytes, lifeline.far.number());
     });
 
     const QCoreApplication application(argc, argv);
@@ -410,21 +494,28 @@ int main(int argc, char *argv[])
     asker.setRequestTimeout(std::chrono::milliseconds(200));
     checkFirst(asker);
 
+    Library::Client libraryAsker(busPath, "bench/answer");
+    const std::string libraryQuestion(questionBytes, 'q');
     const QByteArray question(questionBytes, 'q');
     std::vector<Path> paths{
         {"socketpair, no broker", [&] { Raw::ask(pair.near.number(), questionBytes, answerBytes); }},
         {"bare relay process", [&] { Raw::ask(relayed.number(), questionBytes, answerBytes); }},
         {"EndPoint::request", [&] { asker.request("TradeQuery", question); }},
+        {"the MQTT library alone",
+         [&] { Library::ask(libraryAsker, "bench/ask", libraryQuestion, "bench/answer"); }},
     };
     measure(paths);
     if (argc < 2 || qstrcmp(argv[1], "--json") != 0) {
         printRoundTrips(paths, pinned);
         measureCrowd(directory.path(), crowdPath, nullptr);
+        measureLibraryCrowd(busPath, crowdPath + "2", nullptr);
         return EXIT_SUCCESS;
     }
     Report report;
     report.add("request and answer over the bus", median(paths[2].medians), median(paths[1].medians));
+    report.add("the same with the library alone", median(paths[3].medians), median(paths[1].medians));
     measureCrowd(directory.path(), crowdPath, &report);
+    measureLibraryCrowd(busPath, crowdPath + "2", &report);
     measureGrowth(directory.path(), &report);
     report.print();
     return EXIT_SUCCESS;

@@ -127,7 +127,9 @@ public:
         replaceTheTrades();
         takeNewBars();
         rest();
-        m_rows.push_back(m_afterwards);
+        if (!m_afterwards.turns.empty()) {
+            m_rows.push_back(m_afterwards);
+        }
     }
 
     /// Returns how many are over their bounds.
@@ -147,10 +149,11 @@ public:
 private:
     /// First the answer to the input with its repaint, then what it brings: answers to questions, and lists
     /// that are filled.
-    void time(const QString &name, const std::function<void()> &act)
+    /// False when it was not to be timed.
+    bool time(const QString &name, const std::function<void()> &act)
     {
         if (!name.contains(m_words)) {
-            return;
+            return false;
         }
         Row input{name, {}};
         for (int i = 0; i < repeats; ++i) {
@@ -166,6 +169,7 @@ private:
         std::fprintf(stderr, "%-60s %6.1f ms, afterwards %6.1f ms\n", qUtf8Printable(name),
                      middleOf(input.turns).count(), m_turns.longest().count());
         m_rows.push_back(input);
+        return true;
     }
 
     QWidget *canvas() const { return m_window->chart()->canvas(); }
@@ -288,8 +292,9 @@ private:
                 continue;
             }
             done.insert(name);
-            time(QStringLiteral("action \"%1\"").arg(name), [action] { action->trigger(); });
-            if (action->isCheckable() && action->actionGroup() == nullptr) {
+            const bool timed =
+                time(QStringLiteral("action \"%1\"").arg(name), [action] { action->trigger(); });
+            if (timed && action->isCheckable() && action->actionGroup() == nullptr) {
                 action->trigger(); // five times is once
                 m_turns.settle();
             }

@@ -1,15 +1,14 @@
 // From the start of the program to its picture, as a user starts it: with a broker and a trading module of
 // its own. A picture of bars alone is what a window shows first. The floor is the program that only says its
 // version: its libraries loaded, and Qt's application made.
+#include "bench/support/StartedProgram.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QTemporaryDir>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -19,13 +18,10 @@ namespace {
 constexpr int runs = 11;
 constexpr int patience = 30'000; // milliseconds
 
-struct Place
+struct Place : FreshPlace
 {
     Place()
     {
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.path());
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), home.path());
         environment.remove(QStringLiteral("DISPLAY"));
         environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
         environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
@@ -35,12 +31,9 @@ struct Place
     double microsecondsOf(const QString &program, const QStringList &words) const
     {
         QProcess process;
-        process.setProcessEnvironment(environment);
-        process.setStandardOutputFile(QProcess::nullDevice());
-        process.setStandardErrorFile(QProcess::nullDevice());
         QElapsedTimer clock;
         clock.start();
-        process.start(program, words);
+        startIn(&process, program, words);
         if (!process.waitForFinished(patience) || process.exitCode() != 0) {
             std::fprintf(stderr, "start_bench: %s %s failed\n", qUtf8Printable(program),
                          qUtf8Printable(words.join(QLatin1Char(' '))));
@@ -48,17 +41,7 @@ struct Place
         }
         return static_cast<double>(clock.nsecsElapsed()) / 1e3;
     }
-
-    QTemporaryDir runtime;
-    QTemporaryDir home;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
 };
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
 
 struct Start
 {
@@ -76,8 +59,8 @@ QJsonObject measured(const Place &place, const QString &terminal, const Start &s
         works.push_back(place.microsecondsOf(terminal, start.words));
     }
     return {{QStringLiteral("name"), start.name},
-            {QStringLiteral("median_us"), median(works)},
-            {QStringLiteral("floor_us"), median(floors)}};
+            {QStringLiteral("median_us"), medianOf(works)},
+            {QStringLiteral("floor_us"), medianOf(floors)}};
 }
 
 } // namespace

@@ -103,6 +103,14 @@ private:
 class ManyOrders : public ManyMarks
 {
 public:
+    bool calcIt(const Korvane::tagCodeWithName &, const Korvane::AnalyData *bars, int count, Korvane::Period,
+                int, int) override
+    {
+        m_highs.resize(static_cast<size_t>(count));
+        std::transform(bars, bars + count, m_highs.begin(),
+                       [](const Korvane::AnalyData &bar) { return bar.high; });
+        return true;
+    }
     bool paintIt(Korvane::IChartPainter &painter) override
     {
         ++paints;

@@ -36,6 +36,7 @@ Patience::Duration Patience::ask(quint64 question, Time now, Duration timeout, b
     if (m_state == State::OnTrial && now - m_since >= timeOfTrial) {
         enter(State::Trusted, now);
     }
+    m_askedIn = m_state;
     return wait(timeout);
 }
 
@@ -73,14 +74,15 @@ void Patience::hear(quint64 question, Time now)
     }
 }
 
+/// A trial that has begun while this question was waited for is not ended by it.
 void Patience::stopWaiting(Time now, bool isCrowded)
 {
     const bool isAnswered = m_owed.find(m_last) == m_owed.end();
     const bool wasNoticed = now - m_lastAsked > mostUnnoticed;
-    if (!isAnswered && wasNoticed && m_state == State::OnTrial) {
+    if (!isAnswered && wasNoticed && m_askedIn == State::OnTrial) {
         m_noTrialBefore = now + pauseAfterFailure;
     }
-    if (!isAnswered || (isCrowded && wasNoticed)) {
+    if ((!isAnswered && m_askedIn == m_state) || (isCrowded && wasNoticed)) {
         enter(State::Doubted, now);
     }
     if (isCrowded) {

@@ -62,6 +62,7 @@ private:
     Time m_noTrialBefore;       // while doubted
     Duration m_longestAnswer{}; // since the doubt began
     Time m_lastAsked;
+    State m_askedIn = State::Trusted;
     quint64 m_last = 0;
     std::map<quint64, Asked> m_owed; // the questions without an answer whose time-outs are not over
 };

@@ -36,6 +36,13 @@ def run(program, *arguments, check=True):
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True).stdout
 
 
+def run_on_a_screen(program):
+    """On an X server of its own, which shows nothing else."""
+    environment = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_LOGGING_RULES="*.debug=false")
+    return subprocess.run(["xvfb-run", "-a", "-s", "-screen 0 1600x1000x24 -br", ROOT / "build" / "release" / "bin" / program],
+                          env=environment, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True).stdout
+
+
 def measure():
     """Name of a group -> the reports of its benchmarks."""
     groups = {}
@@ -50,7 +57,9 @@ def measure():
         reports = [report for _ in range(times) for report in json.loads(run(program, *arguments))["benchmarks"]]
         groups[group] = groups.get(group, []) + reports
         print(f"{program}: {time.monotonic() - began:.0f} s", flush=True)
+    groups["Start"] += [report for _ in range(3) for report in json.loads(run_on_a_screen("window_bench"))["benchmarks"]]
     return {"machine": machine(), "day": datetime.date.today().isoformat(), "groups": groups, "live": run("live_bench"),
+            "memory": run("memory_bench"),
             "stalls": run("stall_bench", check=False)}  # fails where the page says that an aim is missed
 
 
@@ -214,6 +223,7 @@ def write(measured, bounds):
     page = between_marks(page, "machine", [f"{measured['machine']}, {measured['day']}."])
     page = between_marks(page, "figures", table(measured["groups"], bounds))
     page = between_marks(page, "live", ["```", measured["live"].rstrip(), "```"])
+    page = between_marks(page, "memory", ["```", measured["memory"].rstrip(), "```"])
     page = between_marks(page, "stalls", measured["stalls"].splitlines())
     page = between_marks(page, "growth", growth_lines(growths))
     PAGE.write_text(page, encoding="utf-8")

@@ -67,8 +67,9 @@ install_homebrew() {
 set_machine_up() {
     [ -z "${machine_is_up:-}" ] || return 0
     if command -v apt-get >/dev/null; then
-        install_debian "${debian_build[@]}"
-        [ "$1" = build ] || install_debian "${debian_test[@]}"
+        local packages=("${debian_build[@]}")
+        [ "$1" = build ] || packages+=("${debian_test[@]}")
+        install_debian "${packages[@]}"
     elif [ "$(uname)" = Darwin ]; then
         install_homebrew "${homebrew_build[@]}"
         [ "$1" = build ] || install_homebrew "${homebrew_test[@]}"

@@ -114,6 +114,17 @@ def changed_since(revision):
     return {path for path in listed.split("\0") if path}
 
 
+def enough_to_see(changed, sources):
+    """Sources that show what is found in the changed files: those among them, and one for each other header."""
+    chosen = changed & set(sources.commands)
+    shown = {name for path in chosen for name in sources.depends_on(path)}
+    for path in sorted(sources.commands):
+        if (changed - shown) & set(sources.depends_on(path)):
+            chosen.add(path)
+            shown.update(sources.depends_on(path))
+    return chosen
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--program", required=True)
@@ -128,8 +139,8 @@ def main():
         named = {os.path.relpath(os.path.abspath(name), ROOT) for name in arguments.files}
         wanted = [path for path in wanted if named & set(sources.depends_on(path))]
     if arguments.since:
-        changed = changed_since(arguments.since)
-        wanted = [path for path in wanted if changed & set(sources.depends_on(path))]
+        chosen = enough_to_see(changed_since(arguments.since), sources)
+        wanted = [path for path in wanted if path in chosen]
 
     CACHE.mkdir(parents=True, exist_ok=True)
     forget_old_answers()

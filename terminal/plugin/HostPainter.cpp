@@ -76,7 +76,8 @@ void HostPainter::drawLineSeries(int /*reserved*/, const double *values, double 
     if (values == nullptr || m_firstBar == m_endBar) {
         return;
     }
-    const ChartGeometry &geometry = m_chart.chartGeometry();
+    const ChartGeometry geometry =
+        m_chart.chartGeometry(); // a copy: nothing can change it on the way along the line
     m_painter->save();
     m_painter->setClipRect(pricePaneOf(m_chart), Qt::IntersectClip);
     m_painter->setPen(QPen(m_chart.theme().line, width));

@@ -7,6 +7,26 @@
 
 namespace Terminal {
 
+namespace {
+
+constexpr int mostRemembered = 5000; // texts
+
+} // namespace
+
+QSize CutTextTips::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    if (option.font != m_font || m_sizes.size() > mostRemembered) {
+        m_sizes.clear();
+        m_font = option.font;
+    }
+    const QString text = index.data().toString();
+    auto size = m_sizes.find(text);
+    if (size == m_sizes.end()) {
+        size = m_sizes.insert(text, QStyledItemDelegate::sizeHint(option, index));
+    }
+    return *size;
+}
+
 bool CutTextTips::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
                             const QModelIndex &index)
 {
@@ -16,14 +36,6 @@ bool CutTextTips::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QS
         return true;
     }
     return QStyledItemDelegate::helpEvent(event, view, option, index);
-}
-
-void CutTextTips::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
-{
-    QStyledItemDelegate::initStyleOption(option, index);
-    if (option->state.testFlag(QStyle::State_Selected)) {
-        option->state.setFlag(QStyle::State_HasFocus, false);
-    }
 }
 
 } // namespace Terminal

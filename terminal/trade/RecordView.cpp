@@ -2,6 +2,7 @@
 
 #include "terminal/trade/CutTextTips.h"
 
+#include <QEvent>
 #include <QHeaderView>
 
 #include <algorithm>
@@ -17,10 +18,12 @@ constexpr int rowsThatTellWidths = 50; ///< from the first one in view on: a lis
 
 } // namespace
 
-RecordView::RecordView(QAbstractItemModel *model, int widestColumn) : m_widestColumn(widestColumn)
+RecordView::RecordView(QAbstractItemModel *model, int widestColumn)
+    : m_widestColumn(widestColumn),
+      m_cells(new CutTextTips(this))
 {
     setModel(model);
-    setItemDelegate(new CutTextTips(this));
+    setItemDelegate(m_cells);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setTabKeyNavigation(false); // Tab leaves the table
@@ -62,6 +65,14 @@ void RecordView::fitColumns()
     if (isNarrow) {
         horizontalHeader()->resizeSection(m_widestColumn, neededWidth(m_widestColumn));
     }
+}
+
+void RecordView::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::StyleChange) {
+        m_cells->forgetSizes(); // first: the columns are fitted in it
+    }
+    QTableView::changeEvent(event);
 }
 
 void RecordView::resizeEvent(QResizeEvent *event)

@@ -4,6 +4,8 @@
 
 namespace Terminal {
 
+class CutTextTips;
+
 /// A table of records in the panel: whole rows, no grid, columns as wide as their texts. One of them takes
 /// the room that the others leave; only there a text that is very long is cut and shown by a tool tip. Where
 /// there is too little room for all columns, the table scrolls.
@@ -22,12 +24,14 @@ public:
     void fitColumns();
 
 protected:
+    void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
     int neededWidth(int column) const;
 
     const int m_widestColumn;
+    CutTextTips *m_cells; ///< owned by this widget
 };
 
 } // namespace Terminal

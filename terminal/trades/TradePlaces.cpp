@@ -6,21 +6,32 @@ namespace Terminal {
 
 namespace {
 
-/// A chart of weeks or months ends with the latest day that it has; the span of that day is not over.
-bool isInLastSpan(const ChartData &data, Trading::TradingDate day)
+QDate sundayBefore(Trading::TradingDate day)
 {
-    const QDate last = dayOf(data.bars.back()).calendarDate();
-    const QDate asked = day.calendarDate();
-    switch (data.period) {
+    const QDate date = day.calendarDate();
+    return date.addDays(-date.dayOfWeek());
+}
+
+/// True when both days are in the week, or the month, of one bar.
+bool isInSpanOf(const Bar &bar, Trading::TradingDate day, ChartPeriod period)
+{
+    constexpr int daysOfAMonth = 100; // in a number yyyymmdd
+    switch (period) {
     case ChartPeriod::Week:
-        return last.addDays(-last.dayOfWeek()) == asked.addDays(-asked.dayOfWeek());
+        return sundayBefore(dayOf(bar)) == sundayBefore(day);
     case ChartPeriod::Month:
-        return last.year() == asked.year() && last.month() == asked.month();
+        return bar.date / daysOfAMonth == day.number() / daysOfAMonth;
     case ChartPeriod::Day:
     case ChartPeriod::Minute:
         return false;
     }
     return false;
+}
+
+/// A chart of weeks or months ends with the latest day that it has; the span of that day is not over.
+bool isInLastSpan(const ChartData &data, Trading::TradingDate day)
+{
+    return isInSpanOf(data.bars.back(), day, data.period);
 }
 
 /// True when the span that ends with a bar has the day in it.
@@ -29,7 +40,7 @@ bool hasDay(const ChartData &data, Bars::const_iterator bar, Trading::TradingDat
     if (data.period == ChartPeriod::Day || data.period == ChartPeriod::Minute) {
         return bar->date == day.number();
     }
-    return bar != data.bars.begin() || isInLastSpan({{}, data.period, {*bar}}, day);
+    return bar != data.bars.begin() || isInSpanOf(*bar, day, data.period);
 }
 
 } // namespace

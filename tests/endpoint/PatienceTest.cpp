@@ -161,6 +161,15 @@ TEST_F(PatienceTest, WaitsForASlowModuleThatHasOtherQuestionsToAnswerFirst)
     }
 }
 
+TEST_F(PatienceTest, BeginsATrialAlsoWhileItWaitsForAnotherQuestion)
+{
+    ask(std::nullopt);
+    ask(7ms);
+    ask(std::nullopt); // meanwhile the one before is answered
+
+    EXPECT_TRUE(ask(10ms));
+}
+
 TEST_F(PatienceTest, WaitsOnTrialTwiceAsLongAsTheModuleTook)
 {
     ask(std::nullopt);

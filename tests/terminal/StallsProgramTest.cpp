@@ -411,8 +411,6 @@ private:
     QSet<QString> m_answered;
 };
 
-} // namespace
-
 TEST_F(StallsProgram, AreShortWhateverComesIn)
 {
     Module module(address());
@@ -451,5 +449,7 @@ TEST_F(StallsProgram, AreShortWhateverComesIn)
         watchUntil("the bus comes back", [&other] { return other.isConnected(); });
     });
 }
+
+} // namespace
 
 } // namespace Terminal

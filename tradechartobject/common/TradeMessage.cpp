@@ -6,11 +6,22 @@
 #include <QJsonDocument>
 #include <QLatin1String>
 
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
 #include <utility>
 
 namespace TradeChart {
 
 TradeMessage::TradeMessage(Fields fields) : m_fields(std::move(fields)) {}
+
+bool TradeMessage::mayBeCommand(const QByteArray &payload, std::initializer_list<const char *> commands)
+{
+    const std::string_view text(payload.constData(), static_cast<std::size_t>(payload.size()));
+    const auto isIn = [text](std::string_view word) { return text.find(word) != std::string_view::npos; };
+    return std::any_of(commands.begin(), commands.end(), isIn) ||
+           isIn("\\"); // words may be written in escapes
+}
 
 std::optional<TradeMessage> TradeMessage::parse(const QByteArray &payload)
 {

@@ -8,6 +8,7 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <initializer_list>
 #include <optional>
 #include <variant>
 
@@ -18,6 +19,10 @@ namespace TradeChart {
 class TradeMessage
 {
 public:
+    /// False when a message is for certain of none of these commands, told without reading it: their words
+    /// are not in it. All overlays of a chart hear the 50,000 rows that one of them has asked for.
+    static bool mayBeCommand(const QByteArray &payload, std::initializer_list<const char *> commands);
+
     /// None when the payload is no JSON object. An empty one says nothing and counts as none, too.
     static std::optional<TradeMessage> parse(const QByteArray &payload);
 

@@ -269,6 +269,10 @@ void BSPoint::handleTradeNotify(QByteArray topic, QByteArray message)
     if (isDebugLogOn()) {
         qDebug() << "handleTradeNotify receive topic:" << topic << ", msg:" << message;
     }
+    if (topic == Topic::TRADEQUERY &&
+        !TradeMessage::mayBeCommand(message, {CmdType::HISTORYTRADE, CmdType::TODAYTRADE})) {
+        return;
+    }
     const auto heard = TradeMessage::parse(message);
     if (!heard || !heard->isAbout(m_code)) {
         return;

@@ -17,8 +17,9 @@ namespace TradeChart {
 namespace {
 
 constexpr std::int64_t noDay = -1;
-constexpr std::int64_t afterAllDays = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t beforeAllDays = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t afterAllTimes = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t beforeAllTimes = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t lastTimeOfDay = 999999; // beyond any hhmmss
 
 // Rows
 
@@ -103,25 +104,35 @@ using Day = std::vector<DaySides>::const_iterator;
 class DaySearch
 {
 public:
-    explicit DaySearch(const std::vector<DaySides> &days)
-        : m_days(days),
-          m_found(days.cbegin()),
-          m_foundDay(days.front().day)
+    explicit DaySearch(const std::vector<DaySides> &days) : m_days(days), m_found(days.cbegin())
     {
+        keepSpan();
     }
 
-    /// The sides of a day; null when it has no trades.
-    const DaySides *find(std::int64_t day)
+    /// The sides of the day of a bar; null when it has no trades. The bars are many: times are compared as
+    /// they are, and only that of a bar beyond the day that was found is taken apart.
+    const DaySides *find(std::int64_t time)
     {
-        if (day < m_previousDay || day > m_foundDay) {
-            m_found = firstNotBefore(day, day < m_previousDay ? m_days.cbegin() : m_found);
-            m_foundDay = m_found == m_days.cend() ? afterAllDays : m_found->day;
+        if (time < m_previous || time > m_end) {
+            m_found = firstNotBefore(tradingDay(time), time < m_previous ? m_days.cbegin() : m_found);
+            keepSpan();
         }
-        m_previousDay = day;
-        return day == m_foundDay ? &*m_found : nullptr;
+        m_previous = time;
+        return time >= m_begin ? &*m_found : nullptr;
     }
 
 private:
+    /// The first and last time of which tradingDay() is the day that was found; it cuts towards zero.
+    void keepSpan()
+    {
+        m_begin = m_end = afterAllTimes;
+        if (m_found != m_days.cend()) {
+            const std::int64_t midnight = dateTime(m_found->day, 0);
+            m_begin = m_found->day > 0 ? midnight : midnight - lastTimeOfDay;
+            m_end = m_found->day < 0 ? midnight : midnight + lastTimeOfDay;
+        }
+    }
+
     /// The first day, from `from` on, that is not before a bar's. Mostly it is the same or the next one.
     Day firstNotBefore(std::int64_t day, Day from) const
     {
@@ -136,8 +147,9 @@ private:
 
     const std::vector<DaySides> &m_days;
     Day m_found;
-    std::int64_t m_foundDay;
-    std::int64_t m_previousDay = beforeAllDays;
+    std::int64_t m_begin = 0;
+    std::int64_t m_end = 0;
+    std::int64_t m_previous = beforeAllTimes;
 };
 
 void markBar(std::size_t bar, const DaySides &sides, const TradeMarks &marks)
@@ -223,7 +235,7 @@ void markDays(const std::vector<DaySides> &days, const std::vector<std::int64_t>
     DaySearch search(days);
     std::size_t bar = 0;
     for (const std::int64_t time : barTimes) {
-        if (const DaySides *sides = search.find(tradingDay(time))) {
+        if (const DaySides *sides = search.find(time)) {
             markBar(bar, *sides, marks);
         }
         ++bar;

@@ -318,6 +318,9 @@ void CChartTradeObject::handleTradeNotify(QByteArray topic, QByteArray payload)
     if (m_algorithmType != costLineType && m_algorithmType != tradeMarkersType) {
         return;
     }
+    if (topic == Topic::TRADEQUERY && !TradeMessage::mayBeCommand(payload, {CmdType::HISTORYTRADE})) {
+        return;
+    }
     const auto message = TradeMessage::parse(payload);
     if (!message || !message->isAbout(m_code)) {
         return;

@@ -303,6 +303,11 @@ void EntrustPoint::cancel(const EntrustInfo &order, const Korvane::tagCodeWithNa
 
 void EntrustPoint::handleTradeNotify(QByteArray topic, QByteArray message)
 {
+    if (topic == Topic::TRADEQUERY &&
+        !TradeMessage::mayBeCommand(
+            message, {CmdType::ENTRUSTTODAYTRADE, CmdType::ENTRUSTHISTORYTRADE, CmdType::ENTRUSTCANCEL})) {
+        return;
+    }
     const auto heard = TradeMessage::parse(message);
     if (!heard) {
         return;

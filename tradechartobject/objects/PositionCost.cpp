@@ -122,7 +122,7 @@ void PositionCost::sendQueryPositionCostReq()
 
 void PositionCost::handleTradeNotify(QByteArray topic, QByteArray payload)
 {
-    if (topic != Topic::TRADEQUERY) {
+    if (topic != Topic::TRADEQUERY || !TradeMessage::mayBeCommand(payload, {CmdType::HOLDERCOSTPRICE})) {
         return;
     }
     const auto answer = TradeMessage::parse(payload);

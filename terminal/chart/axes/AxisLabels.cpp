@@ -2,6 +2,8 @@
 
 #include "terminal/chart/text/FigureText.h"
 
+#include <QPainter>
+
 #include <qwt_text.h>
 
 #include <algorithm>
@@ -13,28 +15,26 @@ namespace {
 
 constexpr double labelGap = 8; ///< pixels between the canvas and a label
 
-void showLabelsOnly(QwtScaleDraw *labels)
-{
-    labels->enableComponent(QwtAbstractScaleDraw::Backbone, false);
-    labels->enableComponent(QwtAbstractScaleDraw::Ticks, false);
-    labels->setSpacing(labelGap);
-}
-
 } // namespace
 
-PriceLabels::PriceLabels()
+AxisLabels::AxisLabels()
 {
-    showLabelsOnly(this);
+    enableComponent(QwtAbstractScaleDraw::Backbone, false);
+    enableComponent(QwtAbstractScaleDraw::Ticks, false);
+    setSpacing(labelGap);
+}
+
+void AxisLabels::drawLabel(QPainter *painter, double value) const
+{
+    if (!painter->hasClipping() ||
+        painter->clipBoundingRect().intersects(boundingLabelRect(painter->font(), value))) {
+        QwtScaleDraw::drawLabel(painter, value);
+    }
 }
 
 QwtText PriceLabels::label(double price) const
 {
     return priceText(price);
-}
-
-TimeLabels::TimeLabels()
-{
-    showLabelsOnly(this);
 }
 
 void TimeLabels::setTicks(std::vector<TimeTick> ticks)

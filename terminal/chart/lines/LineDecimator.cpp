@@ -2,43 +2,34 @@
 
 #include <QPainter>
 
-#include <algorithm>
-#include <cmath>
-
 namespace Terminal {
 
-void LineDecimator::add(double x, double y)
+void LineDecimator::addToNextColumn(double x, double y)
 {
-    if (!std::isfinite(y)) {
+    if (std::isfinite(y)) {
+        endColumn();
+        startColumn(x, y);
+    } else {
         finish();
-        return;
     }
-    if (m_inColumn && std::floor(x) == std::floor(m_x)) {
-        m_lowest = std::min(m_lowest, y);
-        m_highest = std::max(m_highest, y);
-        m_last = y;
-        return;
-    }
-    endColumn();
-    startColumn(x, y);
 }
 
 void LineDecimator::startColumn(double x, double y)
 {
-    m_inColumn = true;
     m_x = x;
+    m_columnEnd = std::floor(x) + 1;
     m_lowest = m_highest = m_last = y;
     append(x, y);
 }
 
 void LineDecimator::endColumn()
 {
-    if (m_inColumn && m_lowest != m_highest) {
+    if (m_columnEnd != noColumn && m_lowest != m_highest) {
         append(m_x, m_lowest);
         append(m_x, m_highest);
         append(m_x, m_last);
     }
-    m_inColumn = false;
+    m_columnEnd = noColumn;
 }
 
 void LineDecimator::append(double x, double y)

@@ -69,7 +69,7 @@ QRegion ChartForeground::crosshairRegion() const
     QRegion region(centre.x() - 1, area.top(), 3, area.height());
     region += QRect(area.left(), centre.y() - 1, area.width(), 3);
     region += QRect(area.right(), centre.y() - tagHeight, width() - area.right(), 2 * tagHeight);
-    region += QRect(0, area.bottom(), width(), height() - area.bottom());
+    region += timeTagBox(centre.x()).adjusted(-1, 0, 1, 0); // the line may stand a pixel beside the pointer
     return region;
 }
 
@@ -159,17 +159,25 @@ void ChartForeground::paintPriceTag(QPainter *painter, double price, const QColo
     paintTag(painter, box, priceText(price, m_chart->data().priceDecimals), colour, textColour);
 }
 
-void ChartForeground::paintTimeTag(QPainter *painter, int x) const
+/// Around the line at `x`; empty where there is no bar.
+QRect ChartForeground::timeTagBox(int x) const
 {
     const QString text = m_chart->timeAt(m_position->x());
     if (text.isEmpty()) {
-        return;
+        return {};
     }
-    const QRect area = m_chart->canvas()->geometry();
     const int tagWidth = fontMetrics().horizontalAdvance(text) + 2 * tagPadding;
     const int left = std::clamp(x - tagWidth / 2, 0, std::max(0, width() - tagWidth));
-    paintTag(painter, QRect(left, area.bottom() + 3, tagWidth, tagHeight), text, m_chart->theme().tag,
-             m_chart->theme().tagText);
+    return {left, m_chart->canvas()->geometry().bottom() + 3, tagWidth, tagHeight};
+}
+
+void ChartForeground::paintTimeTag(QPainter *painter, int x) const
+{
+    const QRect box = timeTagBox(x);
+    if (!box.isEmpty()) {
+        paintTag(painter, box, m_chart->timeAt(m_position->x()), m_chart->theme().tag,
+                 m_chart->theme().tagText);
+    }
 }
 
 /// In the corner of both axes, below the prices that it speaks of.

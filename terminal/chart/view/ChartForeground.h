@@ -34,6 +34,7 @@ private:
     void paintRing(QPainter *painter, const QRectF &box) const;
     void paintLastPrice(QPainter *painter) const;
     void paintPriceTag(QPainter *painter, double price, const QColor &colour, const QColor &textColour) const;
+    QRect timeTagBox(int x) const;
     void paintTimeTag(QPainter *painter, int x) const;
     void paintPriceView(QPainter *painter) const;
     QRegion crosshairRegion() const;

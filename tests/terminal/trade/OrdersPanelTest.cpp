@@ -396,22 +396,6 @@ TEST_F(OrdersPanelTest, LeadsFromAPositionToItsChartItsTradesAndItsClosing)
     EXPECT_EQ(closing, 2500);
 }
 
-TEST_F(OrdersPanelTest, ShowsEachCellOfASelectedRowAlike)
-{
-    m_panel.setAccount(holding(18500));
-    show(besideTheTicket);
-    m_panel.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&m_panel));
-    positions()->setFocus();
-    positions()->setCurrentIndex(positions()->model()->index(0, 0));
-    const QImage rows = positions()->viewport()->grab().toImage();
-    const auto groundOf = [this, &rows](int column) {
-        const QRect cell = positions()->visualRect(positions()->model()->index(0, column));
-        return rows.pixelColor(cell.topLeft() + QPoint(2, cell.height() / 2)).name();
-    };
-    EXPECT_EQ(groundOf(0), groundOf(1));
-}
-
 TEST_F(OrdersPanelTest, ShowsOneTableAtATimeWhereBothAreTooWideAndCutsNothingThere)
 {
     constexpr int besideTheTicketOfASmallWindow = 547;

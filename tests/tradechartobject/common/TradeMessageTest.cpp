@@ -10,6 +10,23 @@ using namespace TradeChart;
 
 namespace {
 
+TEST(TradeMessageCommand, IsForCertainAnotherWhereItsWordIsNowhere)
+{
+    EXPECT_FALSE(TradeMessage::mayBeCommand(R"({"cmd":"HistoryTrade","data":[]})", {"TodayTrade"}));
+    EXPECT_FALSE(TradeMessage::mayBeCommand("", {"TodayTrade"}));
+}
+
+TEST(TradeMessageCommand, MayBeAnyOfThoseWhoseWordsAreInTheMessage)
+{
+    EXPECT_TRUE(TradeMessage::mayBeCommand(R"({"data":[],"cmd":"TodayTrade"})", {"TodayTrade"}));
+    EXPECT_TRUE(TradeMessage::mayBeCommand(R"({"cmd":"TodayTrade"})", {"HistoryTrade", "TodayTrade"}));
+}
+
+TEST(TradeMessageCommand, MayBeAnyWhereACharacterIsEscaped)
+{
+    EXPECT_TRUE(TradeMessage::mayBeCommand(R"({"cmd":"\u0054odayTrade"})", {"TodayTrade"}));
+}
+
 /// What a message says, read in either way.
 class TradeMessageSays : public ::testing::TestWithParam<ReadingWay>
 {

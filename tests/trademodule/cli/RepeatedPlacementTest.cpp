@@ -379,11 +379,10 @@ TEST_F(RepeatedPlacement, GivesEachNumberOneOrderWhateverHappensToModulesBrokerA
     std::cout << "TRADE_PLACEMENT_SEED=" << m_seed << ": " << m_count << " placements, "
               << m_placements.repeated() << " asked again, " << disturbances << " disturbances, of them "
               << m_longFreezes << " long freezes, " << m_modulesKilled << " modules killed, "
-              << m_terminalsKilled << " terminals killed, "
-              << m_brokersKilled << " brokers killed and " << m_brokersFrozen << " frozen; last fence "
-              << ServingTable(ledger().database()).fence() << "; "
-              << ledger().trades({TradingDate::today(), TradingDate::today()}).size() << " executions; "
-              << clock.elapsed() << " ms" << std::endl;
+              << m_terminalsKilled << " terminals killed, " << m_brokersKilled << " brokers killed and "
+              << m_brokersFrozen << " frozen; last fence " << ServingTable(ledger().database()).fence()
+              << "; " << ledger().trades({TradingDate::today(), TradingDate::today()}).size()
+              << " executions; " << clock.elapsed() << " ms" << std::endl;
 }
 
 } // namespace TradeModule

@@ -1,6 +1,8 @@
 #include "tests/support/ByName.h"
 #include "tests/trademodule/support/ExchangeFixture.h"
 
+#include <vector>
+
 namespace TradeModule {
 
 namespace {
@@ -186,9 +188,7 @@ protected:
         if (!IsSkipped()) {
             book({fill(Side::Buy, bank(), 20240102, 10, 100, QStringLiteral("P2-100"))});
             ledger().database()->run(QStringLiteral("CREATE UNIQUE INDEX once ON execution (deal_no)"));
-            first = buy(10, 100);
-            undealable = buy(10, 100);
-            last = buy(10, 100);
+            m_orders = {buy(10, 100), buy(10, 100), buy(10, 100)};
             exchange().report();
         }
     }
@@ -198,9 +198,12 @@ protected:
     qint64 dealtOf(const Order &order) { return now(order).matchedQuantity; }
     int tradeCount() { return ledger().trades(bank(), {TradingDate::today(), TradingDate::today()}).size(); }
 
-    Order first;
-    Order undealable;
-    Order last;
+    const Order &first() const { return m_orders[0]; }
+    const Order &undealable() const { return m_orders[1]; }
+    const Order &last() const { return m_orders[2]; }
+
+private:
+    std::vector<Order> m_orders;
 };
 
 TEST_F(DealingBesideAnUndealableOrder, DealsTheOthersOfItsBar)
@@ -209,20 +212,21 @@ TEST_F(DealingBesideAnUndealableOrder, DealsTheOthersOfItsBar)
 
     exchange().take(bar(1001, 10, 10, 10));
 
-    EXPECT_EQ(dealtOf(first), 100);
-    EXPECT_EQ(dealtOf(undealable), 0);
-    EXPECT_EQ(dealtOf(last), 100);
-    EXPECT_EQ(statusOf(undealable), code(Quoted));
+    EXPECT_EQ(dealtOf(first()), 100);
+    EXPECT_EQ(dealtOf(undealable()), 0);
+    EXPECT_EQ(dealtOf(last()), 100);
+    EXPECT_EQ(statusOf(undealable()), code(Quoted));
     EXPECT_EQ(tradeCount(), 2);
     EXPECT_EQ(ledger().holding(bank()).quantity(), 300);
-    EXPECT_EQ(before - OrderBook(&ledger()).cash(), yuan(2 * (1000 + 5)));
+    // with commission and transfer fee
+    EXPECT_EQ(before - OrderBook(&ledger()).cash(), yuan(2 * (1000 + 5 + 0.01)));
 }
 
 TEST_F(DealingBesideAnUndealableOrder, GivesItsSharesToTheOthers)
 {
     exchange().take(bar(1001, 10, 10, 10, 800)); // shares for two orders
 
-    EXPECT_EQ(dealtOf(last), 100);
+    EXPECT_EQ(dealtOf(last()), 100);
 }
 
 TEST_F(DealingBesideAnUndealableOrder, NamesItWithTheReasonAndWhatToDoOnce)
@@ -256,7 +260,7 @@ TEST_F(DealingBesideAnUndealableOrder, DealsItWithTheNextBarWhenItsCauseIsGone)
 
     exchange().take(bar(1002, 10, 10, 10));
 
-    EXPECT_EQ(dealtOf(undealable), 100);
+    EXPECT_EQ(dealtOf(undealable()), 100);
     EXPECT_EQ(tradeCount(), 3);
     EXPECT_THAT(log.text().toStdString(), HasSubstr("order 2 (000001) is not set aside any more"));
 }
@@ -265,10 +269,10 @@ TEST_F(DealingBesideAnUndealableOrder, LetsItBeCancelled)
 {
     exchange().take(bar(1001, 10, 10, 10));
 
-    exchange().cancel(undealable.date, undealable.number);
+    exchange().cancel(undealable().date, undealable().number);
     exchange().settle();
 
-    EXPECT_EQ(statusOf(undealable), code(Canceled));
+    EXPECT_EQ(statusOf(undealable()), code(Canceled));
 }
 
 } // namespace TradeModule

@@ -7,6 +7,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <random>
+
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
@@ -121,6 +124,26 @@ TEST(BSPointStepsMarks, StandOnTheBarsOfTheirDays)
 TEST(BSPointStepsMarks, StandOnEveryBarOfADay)
 {
     EXPECT_EQ(marked(threeDays, {20240102, 20240102, 20240103, 20240103}), "bbss");
+}
+
+TEST(BSPointStepsMarks, StandWhereALookUpOfEachBarWouldPutThemWhateverTheTimesAre)
+{
+    const std::vector<DaySides> days = {
+        {-3, true, false}, {-1, false, true}, {0, true, false}, {1, false, true}, {4, true, true}};
+    std::mt19937 random(20240102);
+    std::uniform_int_distribution<std::int64_t> anyTime(-6'000'000, 6'000'000);
+    std::vector<std::int64_t> times(3000);
+    std::generate(times.begin(), times.end(), [&] { return anyTime(random); });
+    std::sort(times.begin(), times.begin() + 1500); // as hosts mostly bring them
+    std::string expected;
+    for (const std::int64_t time : times) {
+        const auto sides = std::find_if(days.begin(), days.end(),
+                                        [time](const DaySides &one) { return one.day == tradingDay(time); });
+        expected += sides == days.end() ? '.' : !sides->hasBuys ? 's' : sides->hasSells ? 'B' : 'b';
+    }
+    Marks marks(times.size());
+    markDays(days, times, marks.borrowed());
+    EXPECT_EQ(marks.text(), expected);
 }
 
 TEST(BSPointStepsMarks, AreFoundWhereTheBarsStepBack)

@@ -30,6 +30,24 @@ TEST_F(PositionCostAnswers, AsksForARepaintAfterEveryAnswerAlsoOneThatSaysTheSam
     EXPECT_THAT(axis.updated, SizeIs(2));
 }
 
+TEST_F(PositionCostAnswers, TakesAnAnswerWhoseCommandIsWrittenInEscapes)
+{
+    createOnShanghai();
+    RecordedBus::instance().deliver(
+        Topic::TRADEQUERY,
+        R"({"cmd":"\u0048olderCostPrice","data":{"stkcode":"600536","market":"1","costprice":"50"}})");
+    EXPECT_EQ(drawnCost(), 50.0);
+}
+
+TEST_F(PositionCostAnswers, TakesAnAnswerThatNamesItsCommandLast)
+{
+    createOnShanghai();
+    RecordedBus::instance().deliver(
+        Topic::TRADEQUERY,
+        R"({"cmd":"TodayTrade","data":{"stkcode":"600536","market":"1","costprice":"50"},"cmd":"HolderCostPrice"})");
+    EXPECT_EQ(drawnCost(), 50.0);
+}
+
 TEST_F(PositionCostAnswers, TakesAnAnswerWhateverStandsBesideItsData)
 {
     createOnShanghai();
