@@ -29,6 +29,11 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
     m_patience.setSingleShot(true);
     connect(&m_patience, &QTimer::timeout, this, [this] { enter(Stage::Alone); });
     connect(&m_module, &ModuleWatch::answering, this, &TradingSession::enterWhenHeard);
+    connect(&m_module, &ModuleWatch::answered, this, [this] { // its word alone may come before it hears
+        if (std::exchange(m_isLeft, false)) {
+            Q_EMIT overlaysDue(); // what a chart asked meanwhile is lost
+        }
+    });
     connect(&m_feed, &QuoteFeed::joined, this, [this] {
         enterWhenHeard();
         if (m_stage == Stage::Trading) {
@@ -63,6 +68,8 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
         if (m_module.isAnswering()) {
             m_desk.askForOutcomes();
             enterWhenHeard();
+        } else {
+            m_isLeft = m_isLeft || m_stage == Stage::Trading;
         }
     });
     m_statementActions.setIsKnown([this] { return moduleKnows(Trading::Capability::ACTIONS); });

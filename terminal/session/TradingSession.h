@@ -56,8 +56,8 @@ struct DayPlan
 /// where orders are placed; and whether a trading module answers.
 ///
 /// Overlays ask some of their questions only once. So overlaysDue() tells when they may ask: when a trading
-/// module answers, or after a moment without one, and again when one answers later. What a replay has to play
-/// at once comes before: the overlays then ask a trading module that knows it.
+/// module answers, or after a moment without one, and again whenever one answers after none did. What a
+/// replay has to play at once comes before: the overlays then ask a trading module that knows it.
 class TradingSession : public QObject
 {
     Q_OBJECT
@@ -172,6 +172,7 @@ private:
     const DayPlan m_plan;
     const QString m_busAddress;
     Stage m_stage = Stage::Apart;
+    bool m_isLeft = false; ///< nobody answers any more, though the day goes on
     bool m_hasJoined = false;
     Replay m_replay{nullptr};
     Today m_today{&m_replay};

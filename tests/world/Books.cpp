@@ -7,6 +7,7 @@
 #include <cmath>
 #include <map>
 #include <set>
+#include <tuple>
 
 namespace World {
 
@@ -235,14 +236,26 @@ void Books::checkOrigins(const std::vector<Wish> &wishes, Findings *findings)
     }
 }
 
+/// What is told of an order's cancellation names the order only: those of several are counted together, as
+/// they are told in any order when the first is asked again after the second was answered.
 Books::Findings Books::checkEnded(const std::vector<Wish> &wishes)
 {
+    constexpr int mostOutcomes = 2; // that it is not known yet, and what it is
+    struct Told
+    {
+        int asked = 0;
+        int outcomes = 0;
+    };
+    std::map<std::tuple<Process, int, QString>, Told> told;
     Findings findings;
     for (const Wish &wish : wishes) {
         if (!wish.isForgotten && !wish.isAnswered()) {
             findings.push_back(about(wish) + "was never answered");
         }
-        if (static_cast<int>(wish.outcomes.size()) > 2 * wish.timesAsked) {
+        Told &one = told[{wish.terminal, wish.kind, wish.name()}];
+        one.asked += wish.timesAsked;
+        one.outcomes += static_cast<int>(wish.outcomes.size());
+        if (one.outcomes > mostOutcomes * one.asked) {
             findings.push_back(about(wish) + "was answered again and again");
         }
     }

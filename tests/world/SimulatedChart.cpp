@@ -80,13 +80,20 @@ SimulatedChart::SimulatedChart(const QByteArray &screen, bool withCombined)
 {
     m_axis.screen = screen;
     m_axis.notesPrices = false;
-    for (const char *const config : {R"({"type":0})", R"({"type":1})", R"({"type":2})"}) {
-        add(CreateChartObject(m_axis, config), true);
-    }
+    const auto factory = [this](const char *config) {
+        return [this, config] { return CreateChartObject(m_axis, config); };
+    };
+    const auto combined = [this](const char *config) {
+        return [this, config] { return new CChartTradeObject(m_axis, config); };
+    };
+    add(factory(R"({"type":0})"), false, true); // as the terminal has them
+    add(factory(R"({"type":1})"), true, true);
+    add(factory(R"({"type":2})"), true, true);
     if (withCombined) {
-        add(new CChartTradeObject(m_axis, R"({"type":0})"), false);
-        add(new CChartTradeObject(m_axis, R"({"type":1})"), false);
+        add(combined(R"({"type":0})"), true, false);
+        add(combined(R"({"type":1})"), true, false);
     }
+    m_renewedAt = SimulatedClock::now();
 }
 
 SimulatedChart::~SimulatedChart()
@@ -96,16 +103,33 @@ SimulatedChart::~SimulatedChart()
     }
 }
 
-void SimulatedChart::add(Korvane::IChartObject *object, bool asksAnew)
+void SimulatedChart::add(const Make &make, bool isBoundToRange, bool asksAnew)
 {
-    Overlay overlay;
-    overlay.object.reset(object);
-    overlay.asksAnew = asksAnew;
-    m_overlays.push_back(std::move(overlay));
+    m_overlays.push_back({make, isBoundToRange, asksAnew, std::unique_ptr<Korvane::IChartObject>(make())});
+}
+
+void SimulatedChart::renew()
+{
+    for (Overlay &overlay : m_overlays) {
+        if (overlay.isBoundToRange) {
+            overlay.object->deleteObject();
+            overlay.object.reset(overlay.make());
+        }
+    }
+    m_renewedAt = SimulatedClock::now();
+}
+
+void SimulatedChart::takeRange(const Range &range)
+{
+    if (m_range && !(*m_range == range)) {
+        renew();
+    }
+    m_range = range;
 }
 
 void SimulatedChart::show(const Terminal::Security &security, Kind kind)
 {
+    takeRange({security.code, kind, Trading::TradingDate::today().number()});
     const Korvane::tagCodeWithName record = recordOf(security);
     m_axis.bars = kind == Kind::Daily ? dailyBars() : minuteBars();
     m_axis.mode = Korvane::TodayChart;

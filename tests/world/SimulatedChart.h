@@ -2,8 +2,11 @@
 
 #include "terminal/data/SecurityList.h"
 #include "tests/support/FakeHost.h"
+#include "tests/world/SimulatedClock.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,23 +23,48 @@ public:
     ~SimulatedChart();
     Q_DISABLE_COPY_MOVE(SimulatedChart)
 
-    /// Has the overlays calculate the bars of this chart, and paint.
+    /// Has the overlays calculate the bars of this chart, and paint. Those that add up records of a range are
+    /// made anew for another range.
     void show(const Terminal::Security &security, Kind kind);
+
+    /// Makes those overlays anew: what they have asked once only may be lost.
+    void renew();
+    /// When they were made last.
+    Instant renewedAt() const { return m_renewedAt; }
 
     /// What the overlays drew last that ask anew by themselves: markers, lines and labels.
     std::string drawing() const;
 
 private:
+    using Make = std::function<Korvane::IChartObject *()>;
+
     struct Overlay
     {
+        Make make;
+        bool isBoundToRange;
+        bool asksAnew; ///< by itself
         std::unique_ptr<Korvane::IChartObject> object;
-        FakePainter painter;
-        bool asksAnew = true;
+        FakePainter painter{};
     };
 
-    void add(Korvane::IChartObject *object, bool asksAnew);
+    struct Range
+    {
+        QString code;
+        Kind kind;
+        int lastDay;
+
+        bool operator==(const Range &other) const
+        {
+            return code == other.code && kind == other.kind && lastDay == other.lastDay;
+        }
+    };
+
+    void add(const Make &make, bool isBoundToRange, bool asksAnew);
+    void takeRange(const Range &range);
 
     FakeAxis m_axis;
+    std::optional<Range> m_range; ///< that is shown
+    Instant m_renewedAt{};
     std::vector<Overlay> m_overlays;
 };
 

@@ -4,12 +4,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <ctime>
 #include <poll.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/time.h>
 #include <unistd.h>
+#include <utility>
 
 namespace World {
 
@@ -27,6 +29,7 @@ struct Clock
     Instant now{};
     nanoseconds timeOfDayAtStart{};
     SimulatedClock::Waiter *waiter = nullptr;
+    std::function<void()> endServer{};
 
     nanoseconds timeOfDay() const { return timeOfDayAtStart + now; }
 };
@@ -57,7 +60,12 @@ bool isOfDay(clockid_t id)
 
 void SimulatedClock::begin(system_clock::time_point timeOfDay, Waiter *waiter)
 {
-    clock() = {true, {}, timeOfDay.time_since_epoch(), waiter};
+    clock() = {true, {}, timeOfDay.time_since_epoch(), waiter, {}};
+}
+
+void SimulatedClock::setEndServer(std::function<void()> end)
+{
+    clock().endServer = std::move(end);
 }
 
 void SimulatedClock::end()
@@ -129,6 +137,17 @@ Q_DECL_EXPORT int poll(pollfd *sockets, nfds_t count, int limit)
     const World::Clock &clock = World::clock();
     return clock.isRunning ? clock.waiter->wait(sockets, count, std::chrono::milliseconds(limit))
                            : static_cast<int>(::syscall(SYS_poll, sockets, count, limit));
+}
+
+/// One that stands by ends the module that stands still. Here both are of this process.
+Q_DECL_EXPORT int kill(pid_t process, int signal)
+{
+    const World::Clock &clock = World::clock();
+    if (clock.endServer && process == ::getpid() && signal == SIGKILL) {
+        clock.endServer();
+        return 0;
+    }
+    return static_cast<int>(::syscall(SYS_kill, process, signal));
 }
 
 /// The sign of life of a module that serves is the time of a file.

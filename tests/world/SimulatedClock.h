@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
 
 struct pollfd;
 
@@ -35,6 +36,8 @@ public:
     static Instant now();
     /// Does nothing for what is over.
     static void moveTo(Instant instant);
+    /// Whom the system ends when a program of the world ends the module that serves.
+    static void setEndServer(std::function<void()> end);
     /// A machine that was suspended: the time of day goes on, and no timer knows of it.
     static void moveTimeOfDay(std::chrono::seconds forward);
 };

@@ -82,9 +82,22 @@ void SimulatedTerminal::note(Wish::Kind kind, const QString &number, const DeskO
 void SimulatedTerminal::makeChart()
 {
     m_time->as(m_process, [this] {
-        m_chart.reset();
-        m_chart = std::make_unique<SimulatedChart>(m_screen, true);
+        if (m_chart) {
+            m_chart->renew();
+        } else {
+            m_chart = std::make_unique<SimulatedChart>(m_screen, true);
+        }
     });
+}
+
+bool SimulatedTerminal::mayHaveAskedInVain(Instant lost) const
+{
+    return m_chart && lost >= m_chart->renewedAt();
+}
+
+void SimulatedTerminal::loadAnew()
+{
+    m_time->as(m_process, [this] { m_chart->renew(); });
 }
 
 void SimulatedTerminal::show(const Security &security)

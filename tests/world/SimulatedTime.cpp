@@ -29,6 +29,13 @@ private:
     const Value m_before;
 };
 
+/// Of the bus client: what a user notices, and for how long a module that failed on trial has none.
+constexpr Instant mostUnnoticed = milliseconds(50);
+constexpr Instant pauseAfterTrial = seconds(30);
+constexpr std::size_t mostInVain = 2;
+
+constexpr Instant roundingOfWaits = milliseconds(1);
+
 constexpr quint64 last = std::numeric_limits<quint64>::max();
 
 } // namespace
@@ -44,7 +51,9 @@ void SimulatedTime::begin(system_clock::time_point timeOfDay, std::function<bool
     m_frozenUntil = {Instant{}};
     m_hasWindow = {false};
     m_longestWait = {};
-    m_waitingEvent = -1;
+    m_waitedFor = {};
+    m_inVain.clear();
+    m_waitsInVainAgain = false;
     m_eventCount = 0;
     m_count = 0;
     SimulatedClock::begin(timeOfDay, this);
@@ -54,7 +63,13 @@ void SimulatedTime::end()
 {
     sendPosted();
     m_events.clear();
-    m_shared.clear();
+    for (const auto &[process, all] : m_kept) {
+        for (const QPointer<QObject> &kept : all) {
+            delete kept;
+        }
+    }
+    m_kept.clear();
+    qDeleteAll(QObjectList(children()));
     SimulatedClock::end();
 }
 
@@ -74,24 +89,22 @@ void SimulatedTime::as(Process process, const std::function<void()> &work)
     enter(before);
 }
 
+/// Each program finds in its event loop what its own objects keep there, such as the turns in which its bus
+/// clients hand over, and nothing of another one's.
 void SimulatedTime::enter(Process process)
 {
     if (process == m_current) {
         return;
     }
-    if (QObject *const shared = m_shared[m_current]) {
-        shared->setParent(nullptr);
+    for (QObject *const kept : QObjectList(children())) {
+        kept->setParent(nullptr);
+        m_kept[m_current].emplace_back(kept);
     }
     m_current = process;
-    if (QObject *const shared = m_shared[m_current]) {
-        shared->setParent(this);
-    }
-}
-
-void SimulatedTime::childEvent(QChildEvent *event)
-{
-    if (event->added()) {
-        m_shared[m_current] = event->child();
+    for (const QPointer<QObject> &kept : std::exchange(m_kept[process], {})) {
+        if (kept) {
+            kept->setParent(this);
+        }
     }
 }
 
@@ -238,13 +251,38 @@ int SimulatedTime::wait(pollfd *sockets, std::size_t count, milliseconds limit)
         SimulatedClock::moveTo(end);
         return 0;
     }
-    if (std::exchange(m_waitingEvent, m_currentEvent) != m_currentEvent) {
-        m_waitingSince = now();
-    }
+    noteWait(sockets->fd, end);
     const bool isReadable = isReadableBefore(sockets->fd, end);
     sockets->revents = isReadable ? POLLIN : 0;
-    m_longestWait = std::max(m_longestWait, now() - m_waitingSince);
+    m_longestWait = std::max(m_longestWait, now() - m_waitedFor.since);
+    if (!isReadable) {
+        noteInVain(sockets->fd);
+    }
     return isReadable ? 1 : 0;
+}
+
+/// One question is waited for until one instant, told in whole milliseconds each time.
+void SimulatedTime::noteWait(int socket, Instant end)
+{
+    const bool isSame = m_waitedFor.socket == socket && m_waitedFor.event == m_currentEvent &&
+                        end <= m_waitedFor.end + roundingOfWaits;
+    if (!isSame) {
+        m_waitedFor = {socket, m_currentEvent, now(), end};
+    }
+}
+
+/// As the bus client promises: the wait that ends its trust in the module, and one of a trial.
+void SimulatedTime::noteInVain(int socket)
+{
+    if (now() - m_waitedFor.since <= mostUnnoticed) {
+        return;
+    }
+    std::vector<Instant> &ends = m_inVain[socket];
+    const std::size_t before = ends.size();
+    ends.push_back(now());
+    if (before >= mostInVain && m_waitedFor.since - ends[before - mostInVain] < pauseAfterTrial) {
+        m_waitsInVainAgain = true;
+    }
 }
 
 bool SimulatedTime::isReadableBefore(int socket, Instant end)

@@ -63,8 +63,11 @@ public:
     /// Does all that is due within so much time.
     void run(Instant duration);
 
-    /// The longest time for which a call of a program with a window has waited.
+    /// The longest time for which a question of a program with a window was waited for.
     Instant longestWait() const { return m_longestWait; }
+    /// True once a program has waited more often in vain than for a module that hangs and one trial of it,
+    /// within the pause after a trial. Waits that nobody notices do not count.
+    bool waitsInVainAgain() const { return m_waitsInVainAgain; }
     qint64 eventCount() const { return m_eventCount; }
 
     // For Qt and for the system's poll():
@@ -110,7 +113,15 @@ private:
         Process process;
     };
 
-    void childEvent(QChildEvent *event) override;
+    /// A question, which takes one wait for each message that comes meanwhile.
+    struct WaitedFor
+    {
+        int socket = 0;
+        qint64 event = 0;
+        Instant since{};
+        Instant end{};
+    };
+
     void enter(Process process);
     Turn add(Instant instant, Event event);
     bool step(Turn before);
@@ -120,21 +131,23 @@ private:
     void startTimer(int id, Timer *timer);
     void tellReader(int socket);
     bool isReadableBefore(int socket, Instant end);
+    void noteWait(int socket, Instant end);
+    void noteInVain(int socket);
     void sendPosted() const;
 
     std::function<bool(int)> m_isReadable;
     std::map<Turn, Event> m_events;
     quint64 m_count = 0;
     std::map<int, Timer> m_timers;
-    std::map<int, Listener> m_listeners; // by socket
-    std::vector<Instant> m_frozenUntil;  // by process
-    std::vector<bool> m_hasWindow;       // by process
-    /// What the bus clients of a program share in its event loop, by program
-    std::map<Process, QPointer<QObject>> m_shared;
+    std::map<int, Listener> m_listeners;                      // by socket
+    std::vector<Instant> m_frozenUntil;                       // by process
+    std::vector<bool> m_hasWindow;                            // by process
+    std::map<Process, std::vector<QPointer<QObject>>> m_kept; // in the event loop, by program
     Process m_current = nobody;
-    bool m_isWaiting = false;   // a call of a program waits for another program
-    qint64 m_waitingEvent = -1; // the one that waited last
-    Instant m_waitingSince{};   // for the first time
+    bool m_isWaiting = false; // a call of a program waits for another program
+    WaitedFor m_waitedFor;
+    std::map<int, std::vector<Instant>> m_inVain; // ends of such waits, by socket
+    bool m_waitsInVainAgain = false;
     Instant m_longestWait{};
     qint64 m_eventCount = 0;
     qint64 m_currentEvent = 0;

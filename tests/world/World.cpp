@@ -17,6 +17,8 @@ namespace {
 const std::chrono::system_clock::time_point firstMorning{1710120600s}; // 2024-03-11 09:30
 
 constexpr auto oneDay = 24h;
+constexpr Instant longestFreeze = 9s;
+constexpr Instant untilChartsAskAgain = 10s;
 constexpr int daysInAWeek = 5;
 
 } // namespace
@@ -30,6 +32,7 @@ World::World(std::uint64_t seed, std::size_t tail)
     m_report.seed = seed;
     seedRandomness(m_dice.number());
     m_time->begin(firstMorning, [this](int socket) { return m_bus->isReadable(socket); });
+    SimulatedClock::setEndServer([this] { endServer(); });
     m_bus = std::make_unique<SimulatedBus>(m_time, &m_dice, &m_trace);
     m_books = std::make_unique<Books>(m_ledger);
     m_market = std::make_unique<Market>(m_time, &m_dice);
@@ -75,6 +78,9 @@ void World::checkStep()
     check(Promise::WishesAreKept, m_books->checkWishes(m_wishes));
     if (m_time->longestWait() > longestWait) {
         check(Promise::CallsReturn, {std::to_string(m_time->longestWait().count() / 1000000) + " ms"});
+    }
+    if (m_time->waitsInVainAgain()) {
+        check(Promise::CallsReturn, {"a program stood still again and again for a module that hangs"});
     }
 }
 
@@ -311,11 +317,24 @@ void World::killModule()
     if (m_modules.empty()) {
         return;
     }
-    const Process process =
-        m_modules[static_cast<size_t>(m_dice.below(static_cast<std::int64_t>(m_modules.size())))]->process();
-    m_trace.note(m_time->now(), "kill of a module", QByteArray::number(process));
-    m_time->kill(process);
-    m_bus->loseConnections(process);
+    end(*m_modules[static_cast<size_t>(m_dice.below(static_cast<std::int64_t>(m_modules.size())))]);
+}
+
+/// As one that stands by does to one that has stood still for long.
+void World::endServer()
+{
+    for (const auto &module : m_modules) {
+        if (module->isServing() && !m_time->hasEnded(module->process())) {
+            end(*module);
+        }
+    }
+}
+
+void World::end(const SimulatedModule &module)
+{
+    m_trace.note(m_time->now(), "kill of a module", QByteArray::number(module.process()));
+    m_time->kill(module.process());
+    m_bus->loseConnections(module.process());
 }
 
 void World::killTerminal()
@@ -336,7 +355,7 @@ void World::freezeSomebody()
     const Process process = isModule ? m_modules.front()->process() : m_terminals.front()->process();
     ++m_report.frozen;
     m_trace.note(m_time->now(), "freeze", QByteArray::number(process));
-    m_time->freeze(process, m_time->now() + someTime(9s));
+    m_time->freeze(process, m_time->now() + someTime(longestFreeze));
 }
 
 void World::startTerminal()
@@ -366,30 +385,60 @@ void World::replacePrograms()
 
 // The end ---------------------------------------------------------------------------------------
 
+/// Whoever stood still goes on, and modules are looked after as before.
 void World::calmDown()
 {
     m_trace.note(m_time->now(), "calm", {});
     m_bus->heal();
-    m_time->run(10s); // whoever stood still goes on
-    replacePrograms();
-    m_time->run(5s);
-    replacePrograms();
-    m_time->run(timeToAgree);
+    const Instant allAwake = m_time->now() + longestFreeze;
+    while (m_time->now() < allAwake + timeToAgree && (m_time->now() < allAwake || !areAllAgreed())) {
+        replacePrograms();
+        m_time->run(1s);
+    }
 }
 
-/// A chart that was open through all of it and one that is opened now show the same.
+bool World::areAllAgreed()
+{
+    return Books::checkEnded(m_wishes).empty() &&
+           std::all_of(m_terminals.begin(), m_terminals.end(),
+                       [this](const auto &terminal) { return m_books->checkShown(terminal.get()).empty(); });
+}
+
+/// A chart that was open through all of it and one that is opened now show the same, once the new one has
+/// asked again for the first time: at first it asks for earlier days, and only then for today.
 void World::checkCharts()
 {
+    std::vector<std::unique_ptr<SimulatedChart>> fresh;
     for (const auto &terminal : m_terminals) {
-        const std::unique_ptr<SimulatedChart> fresh = terminal->openBeside();
-        terminal->repaint(fresh.get());
-        m_time->run(5s);
-        terminal->repaint(fresh.get());
-        m_time->run(2s);
-        if (terminal->drawing() != fresh->drawing()) {
-            check(Promise::ChartsAgree, {"a chart shows\n" + terminal->drawing() +
-                                         "and one that is opened now\n" + fresh->drawing()});
+        fresh.push_back(terminal->openBeside());
+    }
+    const auto repaint = [this, &fresh] {
+        for (size_t i = 0; i < fresh.size(); ++i) {
+            m_terminals[i]->repaint(fresh[i].get());
         }
+        m_time->run(1s);
+    };
+    for (const Instant end = m_time->now() + untilChartsAskAgain + 1s; m_time->now() < end;) {
+        repaint();
+    }
+    repaint(); // with what came last
+    for (size_t i = 0; i < fresh.size(); ++i) {
+        compareCharts(m_terminals[i].get(), *fresh[i]);
+    }
+}
+
+/// Overlays ask for earlier days once only, and nobody can know that this was lost with one single
+/// connection, while bus and module stayed: then the user sees it as soon as the chart is loaded anew.
+void World::compareCharts(SimulatedTerminal *terminal, const SimulatedChart &fresh)
+{
+    if (terminal->drawing() != fresh.drawing() && terminal->mayHaveAskedInVain(m_bus->lostLast())) {
+        ++m_report.loadedAnew;
+        terminal->loadAnew();
+        m_time->run(untilChartsAskAgain + 2s);
+    }
+    if (terminal->drawing() != fresh.drawing()) {
+        check(Promise::ChartsAgree,
+              {"a chart shows\n" + terminal->drawing() + "and one that is opened now\n" + fresh.drawing()});
     }
 }
 

@@ -24,7 +24,7 @@ enum class Promise {
     WishesEnd,     ///< everybody knows what became of his orders
     DesksAgree,    ///< the terminals' desks show what the ledger holds
     ChartsAgree,   ///< the overlays of an old chart draw what those of a new one do
-    CallsReturn    ///< no call waits longer than its bound
+    CallsReturn    ///< no question is waited for longer than its time-out, nor again and again in vain
 };
 
 /// That a promise did not hold.
@@ -48,6 +48,7 @@ struct Report
     int killedTerminals = 0;
     int frozen = 0;
     int days = 1;
+    int loadedAnew = 0; ///< charts that may have asked in vain, and had
     int wishes = 0;
     int trades = 0;
     qint64 events = 0;
@@ -65,8 +66,8 @@ class World
 public:
     static constexpr int defaultSteps = 60;
     static constexpr std::chrono::seconds timeToAgree{60};
-    /// A call may wait for its answer for three seconds, and for 5 ms for each further question.
-    static constexpr std::chrono::milliseconds longestWait{3200};
+    /// A question's time-out is three seconds; waits are rounded to a millisecond.
+    static constexpr std::chrono::milliseconds longestWait{3001};
 
     /// So many of its last events are told when something does not hold.
     static constexpr std::size_t defaultTail = 60;
@@ -95,14 +96,18 @@ private:
     void startTerminal();
     void killTerminal();
     void killModule();
+    void endServer();
+    void end(const SimulatedModule &module);
     void freezeSomebody();
     Instant someTime(Instant longest);
 
     void calmDown();
+    bool areAllAgreed();
     void check(Promise promise, const Books::Findings &findings);
     void checkStep();
     void checkEnd();
     void checkCharts();
+    void compareCharts(SimulatedTerminal *terminal, const SimulatedChart &fresh);
 
     const QString m_ledger;
     Dice m_dice;

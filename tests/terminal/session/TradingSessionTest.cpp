@@ -1,9 +1,11 @@
 // The stages of a trading day, against a module that says what the test wants.
 #include "terminal/session/TradingSession.h"
+#include "endpoint/Announcement.h"
 #include "tests/support/TestBroker.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/terminal/support/DayAndTime.h"
 #include "tests/terminal/support/ScriptedModule.h"
+#include "trading/Presence.h"
 
 #include <gmock/gmock.h>
 
@@ -33,6 +35,16 @@ protected:
 
     /// The trading module answers from now on.
     void letModuleAnswer() { m_module.setAnswer(QStringLiteral("HolderCostPrice"), {}); }
+
+    /// The trading module announces itself, until its word is stopped.
+    void sayOnline()
+    {
+        Trading::TradePresence presence;
+        presence.instance = QStringLiteral("one");
+        presence.isOnline = true;
+        m_word.start(m_broker.address(),
+                     {"Global", "TradePresence", presence.toJson(), presence.ended().toJson()});
+    }
 
     /// Begins the day by the plan and joins the bus.
     void begin()
@@ -80,6 +92,7 @@ protected:
     DayPlan m_plan;
     TestBroker m_broker;
     ScriptedModule m_module{m_broker.address()};
+    LocalCommunication::Announcement m_word;
     std::unique_ptr<TradingSession> m_session;
     std::vector<Stage> m_stages;
     QStringList m_refusals;
@@ -105,6 +118,21 @@ TEST_F(TradingSessionTest, GoesOnAloneAfterAMomentAndIsJoinedByAModuleThatComesL
     letModuleAnswer();
     ASSERT_TRUE(comesTo(Stage::Trading));
     EXPECT_EQ(m_overlaysDue, 2) << "what was asked before is lost";
+}
+
+TEST_F(TradingSessionTest, LetsOverlaysAskAgainWhenAModuleIsBack)
+{
+    letModuleAnswer();
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    ASSERT_EQ(m_overlaysDue, 1);
+    sayOnline();
+    ASSERT_TRUE(waitUntil([this] { return m_session->module()->presence().has_value(); }));
+    m_word.stop();
+    ASSERT_TRUE(waitUntil([this] { return !m_session->module()->presence(); }));
+    sayOnline();
+    ASSERT_TRUE(waitUntil([this] { return m_overlaysDue > 1; }));
+    EXPECT_EQ(m_overlaysDue, 2) << "what a chart asked meanwhile is lost";
 }
 
 TEST_F(TradingSessionTest, TellsTheModuleOfTheReplayBeforeOverlaysAsk)
