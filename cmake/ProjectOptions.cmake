@@ -12,11 +12,13 @@ set(CMAKE_MACOSX_RPATH ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 
-# An installed program finds its libraries beside itself, wherever the tree was put.
+# An installed program finds its libraries and data beside itself, wherever the tree was put.
+file(RELATIVE_PATH path_to_libraries "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
+file(RELATIVE_PATH path_to_data "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_DATADIR}")
 if(APPLE)
-    set(CMAKE_INSTALL_RPATH "@loader_path/../${CMAKE_INSTALL_LIBDIR};@loader_path")
+    set(CMAKE_INSTALL_RPATH "@loader_path/${path_to_libraries};@loader_path")
 else()
-    set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR};$ORIGIN")
+    set(CMAKE_INSTALL_RPATH "$ORIGIN/${path_to_libraries};$ORIGIN")
 endif()
 
 add_library(common_options INTERFACE)

@@ -325,6 +325,7 @@ MqttConnection::Opened MqttConnection::open(const QByteArray &host)
 bool MqttConnection::leave()
 {
     const QDeadlineTimer deadline(longestFarewell);
+    awaitReceipts(deadline);
     const SecondHold socket(descriptor());
     mosquitto_disconnect(m_handle.get());
     while (wantsToWrite()) {
@@ -336,6 +337,17 @@ bool MqttConnection::leave()
         }
     }
     return socket.awaitEnd(deadline);
+}
+
+/// What the broker is to keep, a farewell above all, counts as sent with its receipt, and none is read after
+/// the goodbye.
+void MqttConnection::awaitReceipts(const QDeadlineTimer &deadline)
+{
+    bool isAlive = true;
+    while (isAlive && !m_keptUnderWay.isEmpty() && !deadline.hasExpired()) {
+        const auto events = static_cast<short>(wantsToWrite() ? POLLIN | POLLOUT : POLLIN);
+        isAlive = isReady(descriptor(), events) && write() && read();
+    }
 }
 
 int MqttConnection::descriptor() const

@@ -14,6 +14,7 @@
 #include <optional>
 #include <utility>
 
+class QDeadlineTimer;
 struct mosquitto;
 
 namespace LocalCommunication {
@@ -37,9 +38,9 @@ public:
     /// Busy: the broker has too many callers at this instant, to be tried again in a millisecond.
     Opened open(const QByteArray &host);
 
-    /// Sends what is left, says goodbye to the broker and waits until it has ended the connection, and so has
-    /// read everything. False when it does not: 100 ms without a sign of life are enough, and two seconds at
-    /// the longest.
+    /// Sends what is left, waits for the receipts of what is to be kept, says goodbye to the broker and waits
+    /// until it has ended the connection, and so has read everything. False when it does not: 100 ms without
+    /// a sign of life are enough, and two seconds at the longest.
     bool leave();
 
     int descriptor() const;
@@ -88,6 +89,7 @@ private:
     QString configure(const std::optional<BusMessage> &will);
     int configureTls();
     bool hasReachedBroker();
+    void awaitReceipts(const QDeadlineTimer &deadline);
     bool subscribeAtOnce(const QVector<QByteArray> &paths);
     bool succeeded(int code);
     bool isAliveAfter(int code);

@@ -16,8 +16,8 @@ constexpr Patience::Duration waitInDoubt = 5ms;
 constexpr Patience::Duration mostUnnoticed = 50ms;
 
 constexpr Patience::Duration calmAfterCrowd = 10s;
-constexpr Patience::Duration pauseAfterFailure = 30s;
-constexpr Patience::Duration timeOfTrial = 1min;
+constexpr Patience::Duration timeOfDoubts = 1min;
+constexpr std::size_t mostDoubts = 3; // in this time
 
 /// More than are asked in a time-out of three seconds when each is waited for in doubt.
 constexpr std::size_t mostOwed = 1024;
@@ -27,66 +27,44 @@ constexpr std::size_t mostOwed = 1024;
 Patience::Duration Patience::ask(quint64 question, Time now, Duration timeout, bool isCrowded)
 {
     forgetOld(now);
-    m_last = question;
-    m_lastAsked = now;
-    m_owed[question] = {now, timeout};
     if (isCrowded) {
         noteCrowd(now);
     }
-    if (m_state == State::OnTrial && now - m_since >= timeOfTrial) {
-        enter(State::Trusted, now);
-    }
-    m_askedIn = m_state;
-    return wait(timeout);
+    m_last = question;
+    m_lastAsked = {now, timeout};
+    m_wasTrusted = m_isTrusted;
+    m_owed[question] = m_lastAsked;
+    const Duration left = isCrowded ? timeout - m_stoodInCrowd : timeout;
+    return std::min(timeout, m_isTrusted ? std::max(waitInDoubt, left) : waitInDoubt);
 }
 
-/// What was asked before, and not waited for, may have to be answered first.
-Patience::Duration Patience::wait(Duration timeout) const
-{
-    const auto owed = static_cast<Duration::rep>(m_owed.size());
-    switch (m_state) {
-    case State::Trusted:
-        return timeout;
-    case State::Doubted:
-        return std::min(timeout, waitInDoubt);
-    case State::OnTrial:
-        return std::min(timeout, std::max(waitInDoubt, 2 * m_longestAnswer * owed));
-    }
-    return timeout;
-}
-
-/// An answer after its time-out is no sign that the next one will be in time. Nor is one that is not known
-/// any more.
+/// An answer after its time-out is a sign of life when nothing was asked since, for then the module has
+/// caught up. Any other one is only the next of a queue.
 void Patience::hear(quint64 question, Time now)
 {
     const auto asked = m_owed.find(question);
     if (asked == m_owed.end()) {
         return;
     }
-    const Duration took = now - asked->second.time;
-    const bool isInTime = took <= asked->second.timeout;
+    const bool isInTime = now - asked->second.time <= asked->second.timeout;
     m_owed.erase(asked);
-    if (isInTime && m_state == State::Doubted && now >= m_noTrialBefore) {
-        enter(State::OnTrial, now);
-    }
-    if (isInTime && m_state == State::OnTrial) {
-        m_longestAnswer = std::max(m_longestAnswer, took);
+    if ((isInTime || question == m_last) && !m_isTrusted && now >= m_noTrustBefore) {
+        m_isTrusted = true;
     }
 }
 
-/// A trial that has begun while this question was waited for is not ended by it.
+/// A question of before the module was trusted again was not waited for, and says nothing against it.
 void Patience::stopWaiting(Time now, bool isCrowded)
 {
-    const bool isAnswered = m_owed.find(m_last) == m_owed.end();
-    const bool wasNoticed = now - m_lastAsked > mostUnnoticed;
-    if (!isAnswered && wasNoticed && m_askedIn == State::OnTrial) {
-        m_noTrialBefore = now + pauseAfterFailure;
-    }
-    if ((!isAnswered && m_askedIn == m_state) || (isCrowded && wasNoticed)) {
-        enter(State::Doubted, now);
-    }
+    const Duration stood = now - m_lastAsked.time;
     if (isCrowded) {
         noteCrowd(now);
+        m_stoodInCrowd += stood > mostUnnoticed ? stood : Duration(0);
+    }
+    const bool isAnswered = m_owed.find(m_last) == m_owed.end();
+    const bool isFloodPaid = isCrowded && m_stoodInCrowd >= m_lastAsked.timeout;
+    if (m_wasTrusted && m_isTrusted && (!isAnswered || isFloodPaid)) {
+        doubt(now);
     }
 }
 
@@ -99,27 +77,23 @@ void Patience::forgetOld(Time now)
     }
 }
 
-/// Only of doubt: whom nobody doubts may be asked at each of many messages.
 void Patience::noteCrowd(Time now)
 {
-    if (m_state != State::Trusted) {
-        enter(State::Doubted, now);
-        m_noTrialBefore = std::max(m_noTrialBefore, now + calmAfterCrowd);
+    if (now - m_lastCrowd > calmAfterCrowd) {
+        m_stoodInCrowd = {};
     }
+    m_lastCrowd = now;
+    m_noTrustBefore = std::max(m_noTrustBefore, now + calmAfterCrowd);
 }
 
-/// The one place where the state changes.
-void Patience::enter(State next, Time now)
+void Patience::doubt(Time now)
 {
-    if (next == m_state) {
-        return;
+    m_isTrusted = false;
+    m_doubts.push_back(now);
+    if (m_doubts.size() == mostDoubts) {
+        m_noTrustBefore = std::max(m_noTrustBefore, m_doubts.front() + timeOfDoubts);
+        m_doubts.pop_front();
     }
-    if (m_state == State::Trusted) {
-        m_noTrialBefore = now;
-        m_longestAnswer = {};
-    }
-    m_state = next;
-    m_since = now;
 }
 
 } // namespace LocalCommunication

@@ -3,6 +3,7 @@
 #include <QtGlobal>
 
 #include <chrono>
+#include <deque>
 #include <map>
 
 namespace LocalCommunication {
@@ -10,20 +11,17 @@ namespace LocalCommunication {
 /// How long a client waits for an answer, so that its window neither stands still for a module that hangs or
 /// is swamped nor gives up one that is only slow. It has no clock: whoever asks tells the time.
 ///
-///  1. Trusted, which it is at first: a question waits for its whole time-out. It ends with a question that
-///     is not answered in it, and with one that stood for more than 50 ms while messages came in crowds: they
-///     make the receiver ask again and again.
-///  2. Doubted: questions are asked, and waited for 5 ms. It ends when one of them is answered within its
-///     time-out, though nobody waited any more: the module would have been in time. But not within 10 s of a
-///     crowd, whose load the module may still carry, nor within 30 s of a trial that failed.
-///  3. On trial: a question waits twice as long as the longest answer took since the doubt, for itself and
-///     for each one that is still owed, at least 5 ms and at most its time-out. A crowd and a question
-///     that is not answered end it with doubt; it has failed when that question stood for more than
-///     50 ms. After a minute the module is trusted again.
+///  1. Trusted, which it is at first: a question waits for its whole time-out. While messages come in crowds,
+///     which make the receiver ask again and again, all questions together stand for one time-out: after
+///     these, and after a question that was not answered in its time-out, the module is doubted.
+///  2. Doubted: questions are asked, and waited for 5 ms. The module is trusted again when one of them is
+///     answered within its time-out, though nobody waited any more, or the last one, however late: it speaks
+///     again and has caught up. But not within 10 s of a crowd, whose load it may still carry, and it is
+///     doubted at most three times in a minute.
 ///
-/// So a question stands for a module that hangs once, for a swamped one once in each time of trust, and for
-/// one that answers now and then at most once in 30 s besides. One that always takes a second or two, but
-/// less than the time-out, is always waited for.
+/// So a question stands for one time-out for a module that hangs, until it speaks again; a flood costs one in
+/// all; and a module that answers now and then, or always too late, at most three in a minute. One that
+/// always takes a second or two, but less than the time-out, is always waited for.
 class Patience
 {
 public:
@@ -44,26 +42,24 @@ public:
     void reset() { *this = Patience(); }
 
 private:
-    enum class State { Trusted, Doubted, OnTrial };
-
     struct Asked
     {
         Time time;
         Duration timeout;
     };
 
-    void enter(State next, Time now);
     void forgetOld(Time now);
     void noteCrowd(Time now);
-    Duration wait(Duration timeout) const;
+    void doubt(Time now);
 
-    State m_state = State::Trusted;
-    Time m_since;               // the state
-    Time m_noTrialBefore;       // while doubted
-    Duration m_longestAnswer{}; // since the doubt began
-    Time m_lastAsked;
-    State m_askedIn = State::Trusted;
-    quint64 m_last = 0;
+    bool m_isTrusted = true;
+    std::deque<Time> m_doubts; // when the last ones began
+    Time m_noTrustBefore;      // while doubted
+    Time m_lastCrowd;
+    Duration m_stoodInCrowd{}; // in the flood of the last one
+    quint64 m_last = 0;        // the question asked last
+    Asked m_lastAsked{};
+    bool m_wasTrusted = true;        // when it was asked
     std::map<quint64, Asked> m_owed; // the questions without an answer whose time-outs are not over
 };
 

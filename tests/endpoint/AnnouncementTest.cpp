@@ -92,6 +92,24 @@ TEST_F(AnnouncementTest, EndsWithTheFarewell)
     EXPECT_EQ(wordForALatecomer(broker), "gone");
 }
 
+TEST_F(AnnouncementTest, TellsOfNoLossWhenItsFarewellWasTaken)
+{
+    const TestBroker broker;
+    ASSERT_TRUE(announce(broker));
+    announcement.stop();
+    EXPECT_FALSE(log.has(QStringLiteral("lost"))) << qPrintable(log.text());
+}
+
+TEST_F(AnnouncementTest, TellsOfTheLossWhenNobodyTakesItsFarewell)
+{
+    TestBroker broker;
+    ASSERT_TRUE(announce(broker));
+    broker.freeze();
+    announcement.stop();
+    EXPECT_TRUE(log.has(QStringLiteral("1 messages were lost with the connection")))
+        << qPrintable(log.text());
+}
+
 TEST_F(AnnouncementTest, IsFollowedByTheFarewellWhenItsProgramIsKilled)
 {
     const TestBroker broker;

@@ -1,5 +1,7 @@
 // A bus beyond this machine: TLS and passwords.
 
+#include "endpoint/Announcement.h"
+
 #include "tests/endpoint/TlsTest.h"
 #include "tests/support/HangingNames.h"
 
@@ -83,6 +85,23 @@ TEST_F(Tls, CarriesAFloodInOrder)
 
     ASSERT_TRUE(receiver.waitForMessages(count));
     EXPECT_EQ(receiver.payloads(), sent);
+}
+
+TEST_F(Tls, BringsTheFarewellOfAnAnnouncementWithoutWordOfALoss)
+{
+    using LocalCommunication::Announcement;
+    const LogCapture log;
+    RecordingEndPoint listener;
+    listener.subscribe("Global", "Presence");
+    ASSERT_TRUE(listener.join(goodAddress()));
+    Announcement announcement;
+    announcement.start(goodAddress(), {"Global", "Presence", "here", "gone"});
+    ASSERT_TRUE(listener.waitForMessages(1));
+
+    announcement.stop();
+
+    EXPECT_TRUE(listener.waitForMessages(2));
+    EXPECT_FALSE(log.has(QStringLiteral("lost"))) << qPrintable(log.text());
 }
 
 TEST_F(Tls, ResolvesTheNameOfTheBroker)
