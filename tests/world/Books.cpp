@@ -91,11 +91,11 @@ Books::Findings Books::audit()
     return findings;
 }
 
-Books::Findings Books::checkDealing(const Market &market)
+Books::Findings Books::checkDealing(const SimulatedMarket &market)
 {
     constexpr qint64 partOfQuote = 4; // all orders together get a quarter of it
     Findings findings;
-    for (const Terminal::Security &security : Market::securities()) {
+    for (const Terminal::Security &security : SimulatedMarket::securities()) {
         std::map<std::pair<int, QString>, qint64> dealt;
         qint64 heldBefore = 0;
         qint64 bought = 0;
@@ -289,7 +289,7 @@ void Books::checkAccount(SimulatedTerminal *terminal, Findings *findings)
         findings->push_back("the cash that the terminal shows is not that of the ledger");
         return;
     }
-    for (const Terminal::Security &security : Market::securities()) {
+    for (const Terminal::Security &security : SimulatedMarket::securities()) {
         const Terminal::Position *const position = shown->find(security);
         if ((position == nullptr ? 0 : position->quantity) != m_ledger.holding(security.id()).quantity()) {
             findings->push_back("the shares that the terminal shows are not those of the ledger");

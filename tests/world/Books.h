@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/world/Market.h"
+#include "tests/world/SimulatedMarket.h"
 #include "tests/world/SimulatedTerminal.h"
 #include "trademodule/ledger/Ledger.h"
 #include "trademodule/ledger/OrderBook.h"
@@ -22,7 +22,7 @@ public:
     /// Orders, executions, holdings and cash agree with each other, whatever was done.
     Findings audit();
     /// No quote was dealt twice, and nobody sold what he had not held since the day before.
-    Findings checkDealing(const Market &market);
+    Findings checkDealing(const SimulatedMarket &market);
     /// Each confirmed wish stands in the books once and as it was wished, each refused one does not, and
     /// nothing is in them that nobody wished.
     Findings checkWishes(const std::vector<Wish> &wishes);

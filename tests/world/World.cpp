@@ -35,7 +35,7 @@ World::World(std::uint64_t seed, std::size_t tail)
     SimulatedClock::setEndServer([this] { endServer(); });
     m_bus = std::make_unique<SimulatedBus>(m_time, &m_dice, &m_trace);
     m_books = std::make_unique<Books>(m_ledger);
-    m_market = std::make_unique<Market>(m_time, &m_dice);
+    m_market = std::make_unique<SimulatedMarket>(m_time, &m_dice);
     m_modulesWanted = m_dice.happens(30) ? 2 : 1;
     m_modules.push_back(std::make_unique<SimulatedModule>(m_time, m_ledger));
     for (std::int64_t terminals = m_dice.between(1, 2); terminals > 0; --terminals) {
@@ -190,7 +190,7 @@ void World::trade()
 
 void World::place(SimulatedTerminal *terminal)
 {
-    const bool isFirst = terminal->shown().code == Market::securities().front().code;
+    const bool isFirst = terminal->shown().code == SimulatedMarket::securities().front().code;
     Terminal::OrderRequest order;
     order.security = terminal->shown();
     order.side = m_dice.happens(55) ? Terminal::Direction::Buy : Terminal::Direction::Sell;
@@ -249,7 +249,7 @@ void World::lookAround()
         return;
     }
     if (m_dice.happens(50)) {
-        terminal->show(Market::securities()[static_cast<size_t>(m_dice.below(2))]);
+        terminal->show(SimulatedMarket::securities()[static_cast<size_t>(m_dice.below(2))]);
     } else {
         terminal->show(m_dice.happens(50) ? SimulatedChart::Kind::Intraday : SimulatedChart::Kind::Daily);
     }
@@ -362,7 +362,7 @@ void World::startTerminal()
 {
     m_terminals.push_back(
         std::make_unique<SimulatedTerminal>(m_time, WorldHome::instance().dataFolder(), &m_wishes));
-    m_terminals.back()->show(Market::securities()[static_cast<size_t>(m_dice.below(2))]);
+    m_terminals.back()->show(SimulatedMarket::securities()[static_cast<size_t>(m_dice.below(2))]);
 }
 
 /// Who looks after the modules starts another one a moment after one has ended.

@@ -2,8 +2,8 @@
 
 #include "tests/world/Books.h"
 #include "tests/world/Dice.h"
-#include "tests/world/Market.h"
 #include "tests/world/SimulatedBus.h"
+#include "tests/world/SimulatedMarket.h"
 #include "tests/world/SimulatedModule.h"
 #include "tests/world/SimulatedTerminal.h"
 #include "tests/world/Trace.h"
@@ -115,7 +115,7 @@ private:
     SimulatedTime *const m_time;
     std::unique_ptr<SimulatedBus> m_bus;
     std::unique_ptr<Books> m_books;
-    std::unique_ptr<Market> m_market;
+    std::unique_ptr<SimulatedMarket> m_market;
     std::vector<Wish> m_wishes;
     std::vector<std::unique_ptr<SimulatedModule>> m_modules;
     std::vector<std::unique_ptr<SimulatedTerminal>> m_terminals;

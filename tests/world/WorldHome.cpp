@@ -1,6 +1,6 @@
 #include "tests/world/WorldHome.h"
 
-#include "tests/world/Market.h"
+#include "tests/world/SimulatedMarket.h"
 #include "trademodule/ledger/Ledger.h"
 #include "trading/Market.h"
 
@@ -45,7 +45,7 @@ WorldHome::WorldHome() : m_directory(place())
     list.write("code,market,name\n");
     TradeModule::Statement statement;
     statement.file = QStringLiteral("statement.csv");
-    for (const Terminal::Security &security : Market::securities()) {
+    for (const Terminal::Security &security : SimulatedMarket::securities()) {
         list.write((security.code + QLatin1Char(',') + Trading::marketLetters(security.market) +
                     QStringLiteral(",Shares\n"))
                        .toUtf8());

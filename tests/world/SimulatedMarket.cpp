@@ -1,4 +1,4 @@
-#include "tests/world/Market.h"
+#include "tests/world/SimulatedMarket.h"
 
 #include "tradechartobject/common/TradeVocabulary.h"
 #include "trading/ModuleVocabulary.h"
@@ -43,7 +43,7 @@ QByteArray jsonOf(const Quote &quote)
 
 } // namespace
 
-const std::vector<Terminal::Security> &Market::securities()
+const std::vector<Terminal::Security> &SimulatedMarket::securities()
 {
     static const std::vector<Terminal::Security> both = {
         {QStringLiteral("600536"), Trading::Market::Shanghai, QString()},
@@ -51,7 +51,7 @@ const std::vector<Terminal::Security> &Market::securities()
     return both;
 }
 
-Market::Market(SimulatedTime *time, Dice *dice)
+SimulatedMarket::SimulatedMarket(SimulatedTime *time, Dice *dice)
     : m_time(time),
       m_dice(dice),
       m_process(time->newProcess(false))
@@ -60,21 +60,21 @@ Market::Market(SimulatedTime *time, Dice *dice)
     m_time->as(m_process, [this] { m_endPoint.connect(QStringLiteral("/world")); });
 }
 
-void Market::beginDay()
+void SimulatedMarket::beginDay()
 {
     for (Book &book : m_books) {
         book = {book.price, book.price};
     }
 }
 
-void Market::quote(std::size_t place)
+void SimulatedMarket::quote(std::size_t place)
 {
     const Quote quote = next(place);
     m_books[place].told = quote;
     publish(quote);
 }
 
-void Market::repeat(std::size_t place)
+void SimulatedMarket::repeat(std::size_t place)
 {
     if (m_books[place].told) {
         publish(*m_books[place].told);
@@ -82,7 +82,7 @@ void Market::repeat(std::size_t place)
 }
 
 /// More of the minute that was told last, or the next one.
-Quote Market::next(std::size_t place)
+Quote SimulatedMarket::next(std::size_t place)
 {
     Book &book = m_books[place];
     const bool goesOn = book.told && m_dice->happens(30);
@@ -105,7 +105,7 @@ Quote Market::next(std::size_t place)
     return quote;
 }
 
-void Market::publish(const Quote &quote)
+void SimulatedMarket::publish(const Quote &quote)
 {
     qint64 &told = m_volumes[{quote.security.code, quote.date.number(), quote.time.text()}];
     told = std::max(told, quote.volume);
@@ -116,7 +116,7 @@ void Market::publish(const Quote &quote)
     });
 }
 
-qint64 Market::volume(const SecurityId &security, TradingDate date, ClockTime time) const
+qint64 SimulatedMarket::volume(const SecurityId &security, TradingDate date, ClockTime time) const
 {
     const auto told = m_volumes.find({security.code, date.number(), time.text()});
     return told == m_volumes.end() ? 0 : told->second;

@@ -14,10 +14,10 @@ namespace World {
 
 /// The publisher of a market's quotes, as a program of a world. A minute is told once or bit by bit, at times
 /// twice, and at times late.
-class Market
+class SimulatedMarket
 {
 public:
-    Market(SimulatedTime *time, Dice *dice);
+    SimulatedMarket(SimulatedTime *time, Dice *dice);
 
     /// What is traded there.
     static const std::vector<Terminal::Security> &securities();
