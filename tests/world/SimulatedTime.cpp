@@ -29,10 +29,10 @@ private:
     const Value m_before;
 };
 
-/// Of the bus client: what a user notices, and for how long a module that failed on trial has none.
+/// Of the bus client: what a user notices, and how often it doubts a module in how long.
 constexpr Instant mostUnnoticed = milliseconds(50);
-constexpr Instant pauseAfterTrial = seconds(30);
-constexpr std::size_t mostInVain = 2;
+constexpr Instant timeOfDoubts = minutes(1);
+constexpr std::size_t mostInVain = 3;
 
 constexpr Instant roundingOfWaits = milliseconds(1);
 
@@ -271,7 +271,7 @@ void SimulatedTime::noteWait(int socket, Instant end)
     }
 }
 
-/// As the bus client promises: the wait that ends its trust in the module, and one of a trial.
+/// As the bus client promises: a wait in vain ends its trust in the module.
 void SimulatedTime::noteInVain(int socket)
 {
     if (now() - m_waitedFor.since <= mostUnnoticed) {
@@ -280,7 +280,7 @@ void SimulatedTime::noteInVain(int socket)
     std::vector<Instant> &ends = m_inVain[socket];
     const std::size_t before = ends.size();
     ends.push_back(now());
-    if (before >= mostInVain && m_waitedFor.since - ends[before - mostInVain] < pauseAfterTrial) {
+    if (before >= mostInVain && m_waitedFor.since - ends[before - mostInVain] < timeOfDoubts) {
         m_waitsInVainAgain = true;
     }
 }

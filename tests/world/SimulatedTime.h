@@ -65,8 +65,8 @@ public:
 
     /// The longest time for which a question of a program with a window was waited for.
     Instant longestWait() const { return m_longestWait; }
-    /// True once a program has waited more often in vain than for a module that hangs and one trial of it,
-    /// within the pause after a trial. Waits that nobody notices do not count.
+    /// True once a program has waited in vain, on one connection, more often than thrice in a minute. Waits
+    /// that nobody notices do not count.
     bool waitsInVainAgain() const { return m_waitsInVainAgain; }
     qint64 eventCount() const { return m_eventCount; }
 
