@@ -76,7 +76,8 @@ void write(const FakePainter::Call &call, std::ostream &out)
 
 } // namespace
 
-SimulatedChart::SimulatedChart(const QByteArray &screen, bool withCombined)
+SimulatedChart::SimulatedChart(const QByteArray &screen, bool withCombined, OnceJoined onceJoined)
+    : m_onceJoined(std::move(onceJoined))
 {
     m_axis.screen = screen;
     m_axis.notesPrices = false;
@@ -93,7 +94,7 @@ SimulatedChart::SimulatedChart(const QByteArray &screen, bool withCombined)
         add(combined(R"({"type":0})"), true, false);
         add(combined(R"({"type":1})"), true, false);
     }
-    m_renewedAt = SimulatedClock::now();
+    awaitJoining();
 }
 
 SimulatedChart::~SimulatedChart()
@@ -116,7 +117,15 @@ void SimulatedChart::renew()
             overlay.object.reset(overlay.make());
         }
     }
+    awaitJoining();
+}
+
+/// What they asked before would be lost.
+void SimulatedChart::awaitJoining()
+{
     m_renewedAt = SimulatedClock::now();
+    m_haveJoined = std::make_shared<bool>(false);
+    m_onceJoined([haveJoined = m_haveJoined] { *haveJoined = true; });
 }
 
 void SimulatedChart::takeRange(const Range &range)
@@ -138,6 +147,9 @@ void SimulatedChart::show(const Terminal::Security &security, Kind kind)
     for (Overlay &overlay : m_overlays) {
         overlay.painter.barCount = m_axis.bars.size();
         overlay.painter.calls.clear();
+        if (!*m_haveJoined) {
+            continue; // at the next repaint
+        }
         bool draws = false;
         asOneCall([&] {
             draws = overlay.object->calcIt(record, m_axis.bars.data(), static_cast<int>(m_axis.bars.size()),

@@ -18,8 +18,11 @@ class SimulatedChart
 public:
     enum class Kind { Intraday, Daily };
 
+    /// Does something once the overlays that were made before have had time to join the bus.
+    using OnceJoined = std::function<void(std::function<void()>)>;
+
     /// `withCombined`: the older overlay, whose calls wait for their answers, is there, too.
-    SimulatedChart(const QByteArray &screen, bool withCombined);
+    SimulatedChart(const QByteArray &screen, bool withCombined, OnceJoined onceJoined);
     ~SimulatedChart();
     Q_DISABLE_COPY_MOVE(SimulatedChart)
 
@@ -61,7 +64,10 @@ private:
 
     void add(const Make &make, bool isBoundToRange, bool asksAnew);
     void takeRange(const Range &range);
+    void awaitJoining();
 
+    const OnceJoined m_onceJoined;
+    std::shared_ptr<bool> m_haveJoined; ///< the overlays that were made last
     FakeAxis m_axis;
     std::optional<Range> m_range; ///< that is shown
     Instant m_renewedAt{};

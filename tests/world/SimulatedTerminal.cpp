@@ -85,8 +85,15 @@ void SimulatedTerminal::makeChart()
         if (m_chart) {
             m_chart->renew();
         } else {
-            m_chart = std::make_unique<SimulatedChart>(m_screen, true);
+            m_chart = newChart(m_screen, true);
         }
+    });
+}
+
+std::unique_ptr<SimulatedChart> SimulatedTerminal::newChart(const QByteArray &screen, bool withCombined)
+{
+    return std::make_unique<SimulatedChart>(screen, withCombined, [this](std::function<void()> then) {
+        m_session.gates().joined(this, std::move(then));
     });
 }
 
@@ -166,7 +173,7 @@ void SimulatedTerminal::cancel(const OrderRecord &order)
 std::unique_ptr<SimulatedChart> SimulatedTerminal::openBeside()
 {
     std::unique_ptr<SimulatedChart> chart;
-    m_time->as(m_process, [&] { chart = std::make_unique<SimulatedChart>(m_screen + "-beside", false); });
+    m_time->as(m_process, [&] { chart = newChart(m_screen + "-beside", false); });
     return chart;
 }
 

@@ -75,6 +75,7 @@ public:
 
 private:
     void makeChart();
+    std::unique_ptr<SimulatedChart> newChart(const QByteArray &screen, bool withCombined);
     void note(Wish::Kind kind, const QString &number, const Terminal::DeskOutcome &outcome);
     void listen();
 

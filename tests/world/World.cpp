@@ -418,7 +418,7 @@ void World::checkCharts()
         }
         m_time->run(1s);
     };
-    for (const Instant end = m_time->now() + untilChartsAskAgain + 1s; m_time->now() < end;) {
+    for (const Instant end = m_time->now() + untilChartsAskAgain + 3s; m_time->now() < end;) {
         repaint();
     }
     repaint(); // with what came last
