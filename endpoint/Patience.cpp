@@ -17,7 +17,8 @@ constexpr Patience::Duration mostUnnoticed = 50ms;
 
 constexpr Patience::Duration calmAfterCrowd = 10s;
 constexpr Patience::Duration timeOfDoubts = 1min;
-constexpr std::size_t mostDoubts = 3; // in this time
+constexpr std::size_t mostDoubts = 3; // in this time, of those that began with a long wait
+constexpr Patience::Duration longWait = 1s;
 
 /// More than are asked in a time-out of three seconds when each is waited for in doubt.
 constexpr std::size_t mostOwed = 1024;
@@ -64,7 +65,7 @@ void Patience::stopWaiting(Time now, bool isCrowded)
     const bool isAnswered = m_owed.find(m_last) == m_owed.end();
     const bool isFloodPaid = isCrowded && m_stoodInCrowd >= m_lastAsked.timeout;
     if (m_wasTrusted && m_isTrusted && (!isAnswered || isFloodPaid)) {
-        doubt(now);
+        doubt(now, stood);
     }
 }
 
@@ -86,9 +87,12 @@ void Patience::noteCrowd(Time now)
     m_noTrustBefore = std::max(m_noTrustBefore, now + calmAfterCrowd);
 }
 
-void Patience::doubt(Time now)
+void Patience::doubt(Time now, Duration stood)
 {
     m_isTrusted = false;
+    if (stood < longWait) {
+        return;
+    }
     m_doubts.push_back(now);
     if (m_doubts.size() == mostDoubts) {
         m_noTrustBefore = std::max(m_noTrustBefore, m_doubts.front() + timeOfDoubts);

@@ -16,8 +16,8 @@ namespace LocalCommunication {
 ///     these, and after a question that was not answered in its time-out, the module is doubted.
 ///  2. Doubted: questions are asked, and waited for 5 ms. The module is trusted again when one of them is
 ///     answered within its time-out, though nobody waited any more, or the last one, however late: it speaks
-///     again and has caught up. But not within 10 s of a crowd, whose load it may still carry, and it is
-///     doubted at most three times in a minute.
+///     again and has caught up. But not within 10 s of a crowd, whose load it may still carry, and at most
+///     three times in a minute after a wait of a second or more.
 ///
 /// So a question stands for one time-out for a module that hangs, until it speaks again; a flood costs one in
 /// all; and a module that answers now and then, or always too late, at most three in a minute. One that
@@ -50,10 +50,10 @@ private:
 
     void forgetOld(Time now);
     void noteCrowd(Time now);
-    void doubt(Time now);
+    void doubt(Time now, Duration stood);
 
     bool m_isTrusted = true;
-    std::deque<Time> m_doubts; // when the last ones began
+    std::deque<Time> m_doubts; // when the last ones began that had cost a long wait
     Time m_noTrustBefore;      // while doubted
     Time m_lastCrowd;
     Duration m_stoodInCrowd{}; // in the flood of the last one

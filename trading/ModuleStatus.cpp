@@ -16,6 +16,7 @@ using TradeChart::TradeKeyFields::STKCODE;
 namespace {
 
 constexpr double microsecondsInASecond = 1e6;
+constexpr double largestWhole = 9007199254740992; // 2^53: a JSON number tells each up to here
 
 QString key(const char *word)
 {
@@ -27,14 +28,20 @@ double secondsOf(std::chrono::microseconds time)
     return static_cast<double>(time.count()) / microsecondsInASecond;
 }
 
-std::chrono::microseconds timeOf(const QJsonValue &value)
+/// Who answers is another program: what no counter can have reached counts as not said.
+qint64 wholeOf(double number, qint64 ifNotSaid)
 {
-    return std::chrono::microseconds(qRound64(value.toDouble() * microsecondsInASecond));
+    return number >= 0 && number <= largestWhole ? qRound64(number) : ifNotSaid;
 }
 
-qint64 countOf(const QJsonValue &value, double ifNotSaid = 0)
+std::chrono::microseconds timeOf(const QJsonValue &value)
 {
-    return qRound64(value.toDouble(ifNotSaid));
+    return std::chrono::microseconds(wholeOf(value.toDouble() * microsecondsInASecond, 0));
+}
+
+qint64 countOf(const QJsonValue &value, qint64 ifNotSaid = 0)
+{
+    return wholeOf(value.toDouble(-1), ifNotSaid);
 }
 
 QJsonObject jsonOf(const ModuleStatus::Answers &answers)

@@ -47,8 +47,8 @@ struct ModuleStatus
     QVector<Answers> answers = {}; ///< by command
 
     QJsonObject toJson() const;
-    /// Nothing for what does not tell who serves. Other fields that are missing, or of another kind than they
-    /// must be, count as not said.
+    /// Nothing for what does not tell who serves. Other fields that are missing, of another kind than they
+    /// must be, below 0 or beyond 2^53 count as not said.
     static std::optional<ModuleStatus> ofJson(const QJsonObject &object);
 };
 

@@ -57,7 +57,7 @@ class Window:
     def __init__(self, stack, name, place, asked, options, user):
         self.name = name
         self.log = place / f"{name}.log"
-        self.helpers = []  # which the window needs
+        self.companions = []  # which the window needs
         self._journal = place / f"{name}.user"
         words = ":".join(["randomuser", f"journal={self._journal}", *user])
         surroundings = dict(os.environ, DISPLAY=screen(stack), QT_QPA_PLATFORM="xcb", QT_QPA_GENERIC_PLUGINS=words,
@@ -110,7 +110,7 @@ def start_market(stack, place, asked):
              "--socket", socket_below(place), "--speed", str(speed),
              "--parts", str(max(4, round(QUOTES_A_SECOND * 60 / speed)))],
             stdout=subprocess.DEVNULL)
-        window.helpers.append(feed)
+        window.companions.append(feed)
         stack.callback(end, feed)
     return window
 
@@ -208,7 +208,7 @@ def watch(windows, tracks, asked):
             if window.process.poll() is not None:
                 sys.exit(f"soak: the {window.name}'s terminal ended with {window.process.returncode}, "
                          f"see {window.log}")
-            if any(helper.poll() for helper in window.helpers):
+            if any(process.poll() for process in window.companions):
                 sys.exit(f"soak: nobody tells the {window.name}'s quotes any more")
             for role, process in window.processes().items():
                 track = tracks[window.name, role]

@@ -36,6 +36,7 @@ QString intakeStyleSheet(const ChartTheme &theme)
                "QProgressBar { color: %3; background: %6; border: 1px solid %2; border-radius: 3px;"
                "  text-align: center; } QProgressBar::chunk { background: %8; }"
                "#fileSheet, #fileSheetPage { background: %1; }"
+               "#fileSheet { border: 1px solid %1; } #fileSheet:focus { border-color: %7; }"
                "#fileName { font-weight: bold; }"
                "#fileRefusal, #fileWarning, #startNotice { color: %5; }"
                "#fileCaption, #intakePlaces, #wayText { color: %4; }"

@@ -90,8 +90,8 @@ void TradesDesk::show(const Security &security)
         part->refusal.clear();
     }
     m_trades.clear();
+    askAnew(); // first: until it is answered, nobody knows whether there are none
     Q_EMIT changed();
-    askAnew();
 }
 
 bool TradesDesk::isUpToDate() const

@@ -20,9 +20,9 @@ public:
 
     /// Oldest first; their numbers are what select() and the signals mean.
     void setTrades(const Security &security, const Trades &trades);
-    /// Says why the trading module does not tell them; empty where it does.
     /// Whether the module has told them; nobody knows before whether there are none.
     void setTold(bool told);
+    /// Says why the trading module does not tell them; empty where it does.
     void setRefusal(const QString &reason);
     void setTheme(const ChartTheme &theme);
     void setAmountsHidden(bool hidden);

@@ -15,7 +15,6 @@ namespace {
 
 using Duration = Patience::Duration;
 
-constexpr Duration timeout = 3s;
 constexpr Duration inDoubt = 5ms;
 constexpr Duration mostUnnoticed = 50ms;
 
@@ -64,6 +63,7 @@ protected:
     void joinAnotherBus() { m_patience.reset(); }
 
     bool isCrowded = false;
+    Duration timeout = 3s;
     Duration stood{}; ///< for the last question
     int stands = 0;   ///< that a user notices
     Duration stoodInAll{};
@@ -210,6 +210,16 @@ TEST_F(PatienceTest, TrustsAtOnceWhoSpeaksAgain)
     }
 
     EXPECT_TRUE(ask(1s));
+}
+
+TEST_F(PatienceTest, CountsNoDoubtsThatCostLittle)
+{
+    timeout = 200ms;
+    for (int i = 0; i < 20; ++i) {
+        ask(std::nullopt);
+        ask(1ms);
+    }
+    EXPECT_TRUE(ask(100ms));
 }
 
 TEST_F(PatienceTest, DoubtsAtMostThreeTimesInAMinute)

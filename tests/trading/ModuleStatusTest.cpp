@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QJsonArray>
+
 namespace Trading {
 
 namespace {
@@ -87,6 +89,37 @@ TEST(ModuleStatus, PassesOverWhatIsOfAnotherKind)
     EXPECT_FALSE(read->lastQuote);
     EXPECT_TRUE(read->answers.isEmpty());
     EXPECT_EQ(read->openOrders, 3);
+}
+
+TEST(ModuleStatus, PassesOverNumbersThatNothingCounts)
+{
+    for (const double strange : {-1.0, -1e300, 9007199254740994.0, 1e300}) {
+        SCOPED_TRACE(strange);
+        QJsonObject told = complete().toJson();
+        for (const char *const count : {"quotes", "waitingquotes", "openorders"}) {
+            ASSERT_TRUE(told.contains(QLatin1String(count))) << count;
+            told[QLatin1String(count)] = strange;
+        }
+        QJsonArray rows = told[QStringLiteral("answers")].toArray();
+        QJsonObject row = rows.at(0).toObject();
+        for (const char *const count : {"count", "failures", "seconds", "longest"}) {
+            ASSERT_TRUE(row.contains(QLatin1String(count))) << count;
+            row[QLatin1String(count)] = strange;
+        }
+        rows[0] = row;
+        told[QStringLiteral("answers")] = rows;
+
+        const auto read = ModuleStatus::ofJson(told);
+
+        ASSERT_TRUE(read);
+        EXPECT_EQ(read->quotes, 0);
+        EXPECT_EQ(read->waitingQuotes, 0);
+        EXPECT_EQ(read->openOrders, -1);
+        EXPECT_EQ(read->answers.at(0).count, 0);
+        EXPECT_EQ(read->answers.at(0).failures, 0);
+        EXPECT_EQ(read->answers.at(0).taken, 0us);
+        EXPECT_EQ(read->answers.at(0).longest, 0us);
+    }
 }
 
 } // namespace

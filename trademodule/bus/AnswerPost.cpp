@@ -13,6 +13,7 @@ namespace TradeModule {
 namespace {
 
 constexpr std::chrono::seconds betweenTries(1);
+constexpr int mostTries = 60; // nobody waits for an answer as long as that
 
 /// More than the answer to an order, a cancellation or a question for a cost has.
 constexpr int mostOfShortAnswer = 4096;
@@ -64,7 +65,7 @@ AnswerPost::AnswerPost(Send send, std::function<bool()> hasBus, TellRefusal tell
 
 void AnswerPost::give(const QJsonObject &question, const QByteArray &replyChannel, const QByteArray &answer)
 {
-    Letter letter{channelOf(question, replyChannel), replyChannel, answer};
+    Letter letter{channelOf(question, replyChannel), replyChannel, answer, 0};
     if (m_send(letter.channel, answer) || !m_hasBus()) {
         return;
     }
@@ -102,8 +103,10 @@ void AnswerPost::keep(const Letter &letter)
 
 void AnswerPost::giveWaiting()
 {
-    while (!m_waiting.isEmpty() && give(m_waiting.constFirst())) {
-        m_waiting.removeFirst();
+    for (Letter &letter : std::exchange(m_waiting, {})) {
+        if (!give(letter) && ++letter.tries < mostTries) {
+            m_waiting.append(letter);
+        }
     }
     if (m_waiting.isEmpty()) {
         m_again.stop();

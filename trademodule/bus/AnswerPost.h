@@ -11,7 +11,7 @@ namespace TradeModule {
 
 /// Gives answers to the bus, so that whoever has asked is told something even when the bus has no room for
 /// the answer: as soon as there is some, a short answer as it is, and of a long one that it was not sent.
-/// Tries again every second, on the event loop.
+/// Tries again every second for a minute, on the event loop.
 class AnswerPost
 {
 public:
@@ -29,7 +29,8 @@ public:
     /// when no channel can have that name.
     void give(const QJsonObject &question, const QByteArray &replyChannel, const QByteArray &answer);
 
-    /// Tries again for those that wait, the oldest first.
+    /// Tries again for those that wait, the oldest first. One that is never taken, as for an asker whom the
+    /// bus client has forgotten, keeps no other one back.
     void giveWaiting();
 
 private:
@@ -38,6 +39,7 @@ private:
         QByteArray channel;
         QByteArray replyChannel;
         QByteArray answer;
+        int tries = 0; ///< again
     };
 
     bool give(const Letter &letter) const;

@@ -6,6 +6,18 @@
 
 namespace TradeModule {
 
+namespace {
+
+/// It may repeat whatever was in the question.
+QString cut(const QString &refusal)
+{
+    return refusal.size() <= RefusalLog::mostCharacters
+               ? refusal
+               : refusal.left(RefusalLog::mostCharacters - 1) + QStringLiteral(u"…");
+}
+
+} // namespace
+
 RefusalLog::RefusalLog(std::function<void(const QString &)> tell) : m_tell(std::move(tell))
 {
     m_minute.setSingleShot(true);
@@ -13,8 +25,9 @@ RefusalLog::RefusalLog(std::function<void(const QString &)> tell) : m_tell(std::
     QObject::connect(&m_minute, &QTimer::timeout, [this] { tellCounts(); });
 }
 
-void RefusalLog::add(const QString &refusal)
+void RefusalLog::add(const QString &wholeRefusal)
 {
+    const QString refusal = cut(wholeRefusal);
     if (!m_minute.isActive()) {
         m_minute.start();
     }

@@ -11,11 +11,13 @@ namespace TradeModule {
 
 /// Refusals on their way to the log. Each is told, but one that comes again within a minute, as a chart's
 /// that asks the same again, is counted and told with its number when the minute is over; beyond a hundred
-/// different ones a minute the others are counted together. A program gone wild fills no disk.
+/// different ones a minute the others are counted together, and a long one is cut. A program gone wild fills
+/// neither disk nor memory.
 class RefusalLog
 {
 public:
     static constexpr int mostLines = 100;
+    static constexpr int mostCharacters = 500; ///< of one refusal
 
     explicit RefusalLog(std::function<void(const QString &)> tell);
 

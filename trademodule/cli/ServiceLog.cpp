@@ -24,7 +24,7 @@ constexpr std::chrono::seconds betweenLooks(2);
 
 constexpr mode_t ownersOnly = 0600; // refusals name securities and prices of the account
 
-/// Of lines that libraries write. The program's clock is the exchange's, eight hours before UTC.
+/// Of lines that libraries write. The program's clock is the exchange's, eight hours ahead of UTC.
 constexpr char patternOfLines[] = "%{time yyyy-MM-ddThh:mm:ss.zzz}+08:00 %{appname}: %{message}";
 
 QString timeNow()

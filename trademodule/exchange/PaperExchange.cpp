@@ -286,20 +286,35 @@ void PaperExchange::advanceAll(bool (*isMeant)(const Order &))
         return; // nearly always, and without locking anybody out
     }
     Transaction transaction = m_book.begin();
-    Orders changed;
-    Orders placed;
-    const Orders due = advanced(isMeant);
-    for (const Order &order : due) {
-        const bool isChanged = change(&transaction, order, [&] {
-            m_book.update(order);
-            keepTold({order});
-            placed += completed({order});
-        });
-        if (isChanged) {
-            changed.append(order);
-        }
+    const Orders written = writeAll(&transaction, advanced(isMeant));
+    if (!written.isEmpty()) { // what is set aside comes here each second, and a commit waits for the disk
+        finish(&transaction, written);
     }
-    finish(&transaction, changed + placed);
+}
+
+/// Changed orders and what goes on in their place. All are written first: what one of them had reserved is
+/// free for what another one is replaced by.
+Orders PaperExchange::write(const Orders &changed)
+{
+    for (const Order &order : changed) {
+        m_book.update(order);
+    }
+    keepTold(changed);
+    return changed + completed(changed);
+}
+
+/// The same, but one by one when one of them fails by itself.
+Orders PaperExchange::writeAll(Transaction *transaction, const Orders &changed)
+{
+    Orders written;
+    if (!faultOf(transaction, [&] { written = write(changed); })) {
+        std::for_each(changed.begin(), changed.end(), [this](const Order &order) { takeUp(order); });
+        return written;
+    }
+    for (const Order &order : changed) {
+        change(transaction, order, [&] { written += write({order}); });
+    }
+    return written;
 }
 
 bool PaperExchange::isOfToday(const Quote &quote)
@@ -363,13 +378,14 @@ void PaperExchange::note(const Quote &quote)
     }
 }
 
-/// The orders that a bar deals, the oldest first.
+/// The orders that a bar deals, the oldest first. One of a past day that cannot be ended is none of them.
 Orders PaperExchange::reachedBy(const Quote &quote)
 {
     Orders reached;
+    const TradingDate today = m_book.today();
     const Orders open = m_book.open();
-    std::copy_if(open.begin(), open.end(), std::back_inserter(reached), [&quote](const Order &order) {
-        return order.security == quote.security && OrderLife::isDealable(order) &&
+    std::copy_if(open.begin(), open.end(), std::back_inserter(reached), [&](const Order &order) {
+        return order.security == quote.security && !(order.date < today) && OrderLife::isDealable(order) &&
                Dealing::reaches(quote, order);
     });
     return reached;
@@ -403,17 +419,26 @@ void PaperExchange::dealOne(Order *order, const Quote &quote, qint64 quantity)
     m_book.update(*order);
 }
 
-/// Changes one of several orders; false when that failed by itself, and then nothing of it is changed.
-bool PaperExchange::change(Transaction *transaction, const Order &order, const std::function<void()> &change)
+/// Why a part of a change failed by itself, and then nothing of it is changed; nothing when it is made.
+std::optional<QString> PaperExchange::faultOf(Transaction *transaction, const std::function<void()> &part)
 {
     try {
-        transaction->attempt(change);
+        transaction->attempt(part);
     } catch (const LedgerUnavailable &) {
         throw;
     } catch (const LeaseLost &) {
         throw;
     } catch (const Error &error) {
-        setAside(order, error.reason());
+        return error.reason();
+    }
+    return std::nullopt;
+}
+
+/// Changes one of several orders; false when that failed by itself.
+bool PaperExchange::change(Transaction *transaction, const Order &order, const std::function<void()> &change)
+{
+    if (const std::optional<QString> fault = faultOf(transaction, change)) {
+        setAside(order, *fault);
         return false;
     }
     takeUp(order);

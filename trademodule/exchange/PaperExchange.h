@@ -123,9 +123,12 @@ private:
     OrderLife::Conditions conditionsOf(const Order &order) const;
     Orders advanced(bool (*isMeant)(const Order &));
     void advanceAll(bool (*isMeant)(const Order &) = nullptr);
+    Orders write(const Orders &changed);
+    Orders writeAll(Transaction *transaction, const Orders &changed);
     Orders reachedBy(const Quote &quote);
     void deal(const Quote &added, const Quote &quote);
     void dealOne(Order *order, const Quote &quote, qint64 quantity);
+    static std::optional<QString> faultOf(Transaction *transaction, const std::function<void()> &part);
     bool change(Transaction *transaction, const Order &order, const std::function<void()> &change);
     void setAside(const Order &order, const QString &reason);
     void takeUp(const Order &order);

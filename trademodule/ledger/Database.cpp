@@ -175,6 +175,7 @@ void Database::open()
     m_isLost = false;
     m_wasHungUp = false;
     m_kind == Kind::Sqlite ? openSqlite(m_location) : openPostgreSql(PostgreSqlAddress(m_location));
+    m_wasWritable = m_wasWritable || !m_isReadOnly;
 }
 
 void Database::reconnectAside()
@@ -358,7 +359,12 @@ void Database::openPostgreSql(const PostgreSqlAddress &address)
         QStringLiteral("connect_timeout=%1;%2").arg(longestConnecting.count()).arg(address.options()));
     open(database, address.shown());
     run(QStringLiteral("SET client_min_messages = warning"));
-    m_isReadOnly = isTrue(run(QStringLiteral("SELECT current_setting('transaction_read_only')::boolean")));
+    m_isReadOnly = serverOnlyReads();
+}
+
+bool Database::serverOnlyReads()
+{
+    return isTrue(run(QStringLiteral("SELECT current_setting('transaction_read_only')::boolean")));
 }
 
 void Database::open(QSqlDatabase connection, const QString &shownLocation)
@@ -408,11 +414,21 @@ void Database::refuse(const QSqlQuery &failed)
     Q_UNREACHABLE();
 }
 
+/// What could be written before can be again: its server may follow another one for a while.
+void Database::refuseReadOnly()
+{
+    if (m_isReadOnly && m_wasWritable && m_kind == Kind::PostgreSql) {
+        m_isReadOnly = serverOnlyReads();
+    }
+    if (m_isReadOnly) {
+        const QString reason = translated("the ledger can only be read: nothing can be changed in it");
+        m_wasWritable ? throw LedgerUnavailable(reason) : throw LedgerError(reason);
+    }
+}
+
 void Database::begin()
 {
-    if (m_isReadOnly) {
-        throw LedgerError(translated("the ledger can only be read: nothing can be changed in it"));
-    }
+    refuseReadOnly();
     refuseReplacedFile();
     waitAtMost(m_isBusy ? noPatience : m_patience);
     // SQLite: takes the right to write at once; a later upgrade could fail without waiting

@@ -57,7 +57,8 @@ public:
     /// before it begins and ends.
     void refuseReplacedFile() const;
 
-    /// True when the file, or the server, lets nothing be changed. Then begin() fails.
+    /// True when the file, or the server, lets nothing be changed. Then begin() fails: as LedgerUnavailable
+    /// where changes were taken before, as a server does that follows another one until it is promoted.
     bool isReadOnly() const { return m_isReadOnly; }
 
     /// Another text whenever anything in it has changed, whoever has changed it.
@@ -128,6 +129,8 @@ private:
     QString logFile() const;
     bool hasChanged() const;
     void openPostgreSql(const PostgreSqlAddress &address);
+    bool serverOnlyReads();
+    void refuseReadOnly();
     void waitAtMost(std::chrono::milliseconds time);
     void refuseReplacedLog() const;
     void leaveMark();
@@ -157,6 +160,7 @@ private:
     FileIdentity m_file;                 ///< of a SQLite ledger, when it was opened
     mutable FileIdentity m_log;          ///< of its write-ahead log, when it was seen first
     bool m_isReadOnly = false;
+    bool m_wasWritable = false; ///< at one time since it was opened first
     int m_openings = 0;
     std::optional<FileState> m_unchanging; ///< a file that SQLite reads without looking whether it changes
     std::chrono::milliseconds m_longestStatement = std::chrono::minutes(1);

@@ -34,13 +34,14 @@ DatabaseFailure ofPostgreSql(const QString &state)
         DatabaseFailure failure;
     };
     static constexpr Row rows[] = {
-        {"55P03", DatabaseFailure::Busy},      // a lock is not available
-        {"57P0", DatabaseFailure::Lost},       // the server shuts down or has crashed
-        {"08", DatabaseFailure::Lost},         // connection
-        {"25006", DatabaseFailure::CannotNow}, // nothing may be written at present
-        {"40", DatabaseFailure::CannotNow},    // rolled back for others
-        {"53", DatabaseFailure::CannotNow},    // no room, memory or connections
-        {"58", DatabaseFailure::CannotNow},    // the system failed
+        {"55P03", DatabaseFailure::Busy},   // a lock is not available
+        {"57P0", DatabaseFailure::Lost},    // the server shuts down or has crashed
+        {"08", DatabaseFailure::Lost},      // connection
+        {"25", DatabaseFailure::CannotNow}, // nothing may be written at present, or in a failed transaction
+        {"40", DatabaseFailure::CannotNow}, // rolled back for others
+        {"53", DatabaseFailure::CannotNow}, // no room, memory or connections
+        {"57", DatabaseFailure::CannotNow}, // cancelled, by a person or for its time
+        {"58", DatabaseFailure::CannotNow}, // the system failed
     };
     const auto *const row = std::find_if(std::begin(rows), std::end(rows), [&state](const Row &candidate) {
         return state.startsWith(QLatin1String(candidate.beginning));

@@ -24,7 +24,7 @@ void Transaction::commit()
 
 void Transaction::attempt(const std::function<void()> &part)
 {
-    m_database->run(QStringLiteral("SAVEPOINT part"));
+    control("SAVEPOINT part");
     try {
         part();
     } catch (const LedgerUnavailable &) {
@@ -32,18 +32,18 @@ void Transaction::attempt(const std::function<void()> &part)
     } catch (const LeaseLost &) {
         throw;
     } catch (const Error &) {
-        undoPart();
+        control("ROLLBACK TO SAVEPOINT part");
+        control("RELEASE SAVEPOINT part");
         throw;
     }
-    m_database->run(QStringLiteral("RELEASE SAVEPOINT part"));
+    control("RELEASE SAVEPOINT part");
 }
 
-/// What cannot be undone alone must not be committed with the others.
-void Transaction::undoPart()
+/// A part of which is not known where it begins, or that it is undone, must not be committed with the others.
+void Transaction::control(const char *statement)
 {
     try {
-        m_database->run(QStringLiteral("ROLLBACK TO SAVEPOINT part"));
-        m_database->run(QStringLiteral("RELEASE SAVEPOINT part"));
+        m_database->run(QLatin1String(statement));
     } catch (const LedgerUnavailable &) {
         throw;
     } catch (const Error &error) {

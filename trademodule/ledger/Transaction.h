@@ -22,7 +22,7 @@ public:
     void attempt(const std::function<void()> &part);
 
 private:
-    void undoPart();
+    void control(const char *statement);
 
     Database *const m_database;
     bool m_isOpen = true;

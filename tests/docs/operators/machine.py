@@ -38,10 +38,15 @@ class Unit:
         return (self.all(key) or [otherwise])[-1]
 
     def environment(self):
+        """As systemd takes the quotes off; a line that a shell would read otherwise has more than one word."""
         lines = self.all("Environment")
         for file in self.all("EnvironmentFile"):
             lines += [line for line in pathlib.Path(file).read_text().splitlines() if "=" in line]
-        return dict(line.split("=", 1) for line in lines)
+        words = [shlex.split(line) for line in lines]
+        for line, read in zip(lines, words):
+            if len(read) != 1:
+                sys.exit(f"not one word to a shell: {line}")
+        return dict(word.split("=", 1) for word, in words)
 
     def make_folders(self, user):
         for key, base in (("RuntimeDirectory", "/run"), ("StateDirectory", "/var/lib"), ("LogsDirectory", "/var/log")):

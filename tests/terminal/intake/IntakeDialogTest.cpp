@@ -1,5 +1,6 @@
 // What the user sees of an intake, and does with it.
 #include "terminal/intake/IntakeDialog.h"
+#include "terminal/intake/FileSheet.h"
 #include "tests/terminal/support/Controls.h"
 #include "tests/terminal/support/IntakeFiles.h"
 
@@ -355,6 +356,17 @@ TEST_F(IntakeDialogOfFilesThatAsk, NamesEachControlAndLetsTheKeyboardReachIt)
     for (const char *const question : {"code", "volume", "account", "profile", "date"}) {
         EXPECT_EQ(asked.count(QStringLiteral("answer-") + QLatin1String(question)), 1U) << question;
     }
+}
+
+TEST_F(IntakeDialogOfFilesThatAsk, ShowsThatTheKeyboardScrollsTheSheet)
+{
+    open(askingFiles());
+    QApplication::setActiveWindow(m_dialog.get());
+    auto *const sheet = widget<FileSheet>("fileSheet");
+    sheet->setFocus(Qt::TabFocusReason);
+    const QImage focused = m_dialog->grab().toImage();
+    sheet->clearFocus();
+    EXPECT_NE(m_dialog->grab().toImage(), focused);
 }
 
 TEST_F(IntakeDialogOfFilesThatAsk, NamesEachControlOfWhatWasImported)

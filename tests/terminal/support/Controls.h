@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QImage>
+#include <QScrollArea>
 #include <QTest>
 
 #include <set>
@@ -52,6 +53,16 @@ inline std::set<const QWidget *> reachedByTab(QWidget *first)
     return widgets;
 }
 
+/// As Tab does.
+inline void bringIntoView(QWidget *control)
+{
+    for (QWidget *around = control->parentWidget(); around != nullptr; around = around->parentWidget()) {
+        if (auto *const area = qobject_cast<QScrollArea *>(around)) {
+            area->ensureWidgetVisible(control);
+        }
+    }
+}
+
 /// Of the controls that Tab comes to from `first`, those that look the same with the keyboard and without.
 /// Requires that the window of `root` is the active one.
 inline std::vector<std::string> controlsWithUnseenFocus(QWidget *root, QWidget *first)
@@ -59,6 +70,7 @@ inline std::vector<std::string> controlsWithUnseenFocus(QWidget *root, QWidget *
     std::vector<std::string> found;
     for (const QWidget *const reached : reachedByTab(first)) {
         auto *const control = const_cast<QWidget *>(reached); // NOLINT(cppcoreguidelines-pro-type-const-cast)
+        bringIntoView(control);
         control->setFocus(Qt::TabFocusReason);
         const QImage focused = root->grab().toImage();
         control->clearFocus();

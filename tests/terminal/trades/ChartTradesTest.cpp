@@ -1,6 +1,7 @@
 // Trades and working orders on the chart of a window, against a module that says what the test wants.
 #include "terminal/trades/ChartTrades.h"
 
+#include "terminal/trade/ElidedLabel.h"
 #include "terminal/trade/OrdersPanel.h"
 #include "terminal/trade/PriceBox.h"
 #include "terminal/trade/TradeDocks.h"
@@ -187,6 +188,17 @@ TEST_F(ChartTradesTest, LeadFromAPositionToItsTradesAndBack)
     EXPECT_DOUBLE_EQ(chart()->span().first, before.first);
     EXPECT_EQ(QApplication::focusWidget(), list);
     EXPECT_TRUE(list->isVisible());
+}
+
+TEST_F(ChartTradesTest, AreNotToldAsNoneOfANewSecurityBeforeTheModuleAnswers)
+{
+    open({QStringLiteral("600519"), ChartPeriod::Day});
+    const auto *const caption = trades()->panel()->findChild<ElidedLabel *>();
+    ASSERT_TRUE(waitUntil([=] { return caption->text().endsWith(QLatin1String(": 0")); }));
+    m_module.setSilent(QStringLiteral("HistoryTrade"));
+
+    ASSERT_TRUE(m_window->load(QStringLiteral("000001"), ChartPeriod::Day));
+    EXPECT_THAT(caption->text().toStdString(), ::testing::HasSubstr("no answer from the trading module"));
 }
 
 TEST_F(ChartTradesTest, LeadBackToThePositionsWhereTheChartStayedAsItWas)
@@ -402,6 +414,7 @@ TEST_F(ChartTradesTest, ShowWhichControlOfTheirQuestionsHasTheKeyboard)
     std::vector<std::string> unseen;
     std::vector<std::string> nameless;
     const auto look = [&](QDialog *dialog) {
+        QApplication::setActiveWindow(dialog); // a bare screen has nobody who does
         for (const auto &[found, all] :
              {std::pair(controlsWithUnseenFocus(dialog, dialog->focusWidget()), &unseen),
               std::pair(namelessControls(*dialog), &nameless)}) {

@@ -40,7 +40,8 @@ protected:
     bool hasBus = true;
     std::vector<std::pair<std::string, std::string>> sent; // channel and answer
     AnswerPost post{[this](const QByteArray &channel, const QByteArray &answer) {
-                        const bool isTaken = hasBus && channel != "impossible" && answer.size() <= room;
+                        const bool isTaken = hasBus && channel != "impossible" && channel != "forgotten" &&
+                                             answer.size() <= room;
                         if (isTaken) {
                             room -= answer.size();
                             sent.emplace_back(channel.toStdString(), answer.toStdString());
@@ -127,6 +128,32 @@ TEST_F(AnswerPostTest, KeepsNothingForABusThatIsGone)
     hasBus = false;
     give("answer");
     hasBus = true;
+
+    post.giveWaiting();
+
+    EXPECT_THAT(sent, IsEmpty());
+}
+
+TEST_F(AnswerPostTest, KeepsNoAnswerBackForOneThatIsNeverTaken)
+{
+    room = 0;
+    post.give({}, "forgotten", "lost");
+    give("answer");
+    room = 100;
+
+    post.giveWaiting();
+
+    EXPECT_THAT(sent, ElementsAre(Pair("screen", "answer")));
+}
+
+TEST_F(AnswerPostTest, TriesForAMinute)
+{
+    room = 0;
+    give("answer");
+    for (int second = 0; second < 60; ++second) {
+        post.giveWaiting();
+    }
+    room = 100;
 
     post.giveWaiting();
 

@@ -53,6 +53,27 @@ TEST_F(RefusalLogTest, CountsTogetherWhatIsTooMuch)
     EXPECT_EQ(lines.constLast(), QStringLiteral("5 other refusals within a minute"));
 }
 
+TEST_F(RefusalLogTest, CutsWhatIsLong)
+{
+    log.add(QStringLiteral("no such command: ") + QString(1'000'000, QLatin1Char('x')));
+    log.add(QString(RefusalLog::mostCharacters, QLatin1Char('y')));
+
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_EQ(lines.at(0).size(), RefusalLog::mostCharacters);
+    EXPECT_TRUE(lines.at(0).startsWith(QStringLiteral("no such command: xx")));
+    EXPECT_TRUE(lines.at(0).endsWith(QStringLiteral(u"…")));
+    EXPECT_EQ(lines.at(1), QString(RefusalLog::mostCharacters, QLatin1Char('y')));
+}
+
+TEST_F(RefusalLogTest, CountsTogetherWhatIsCutToTheSame)
+{
+    const QString beginning(RefusalLog::mostCharacters, QLatin1Char('x'));
+    log.add(beginning + QLatin1Char('1'));
+    log.add(beginning + QLatin1Char('2'));
+
+    EXPECT_EQ(lines.size(), 1);
+}
+
 TEST_F(RefusalLogTest, BeginsAnewWithEachMinute)
 {
     log.add(QStringLiteral("no cash"));

@@ -91,7 +91,7 @@ TEST_F(StatusCommandTest, TellsThatTheBusIsAway)
 
     EXPECT_EQ(told.exitCode, 6);
     EXPECT_THAT(told.output, HasSubstr("the bus cannot be joined"));
-    EXPECT_LT(taken.elapsed(), 20000);
+    EXPECT_LT(taken.elapsed(), 10000) << "seven seconds are promised; a busy machine starts a program late";
 }
 
 TEST_F(StatusCommandTest, TellsOfAModuleThatDoesNotAnswer)

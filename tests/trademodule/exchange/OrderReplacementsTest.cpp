@@ -246,6 +246,41 @@ TEST_F(OrderReplacementsTest, TellsWhenTheRestCannotBePlacedAnyMore)
     EXPECT_EQ(openShares(), 0);
 }
 
+TEST_F(OrderReplacementsTest, HasTheCashOfEveryOrderThatEndsWithItsOwn)
+{
+    setCash(20100);
+    const Order old = quoted(10, 1000);
+    replace(old, 10.90);
+    const Order later = buy(10, 1000);
+    exchange().report();
+    exchange().cancel(later.date, later.number);
+
+    exchange().settle();
+
+    EXPECT_EQ(statusOf(later), code(Canceled));
+    EXPECT_EQ(stateOf(number).state, ReplacementState::Placed) << qPrintable(stateOf(number).reason);
+    EXPECT_EQ(openShares(), 1000);
+}
+
+TEST_F(OrderReplacementsTest, IsPlacedThoughAnotherOrderCannotBeEnded)
+{
+    const Order old = quoted(9, 300);
+    const Order undying = quoted(9, 300);
+    replace(old, 9.50);
+    exchange().cancel(undying.date, undying.number);
+    ledger().database()->run(QStringLiteral("CREATE UNIQUE INDEX once ON trade_order (status) "
+                                            "WHERE status = '%1'")
+                                 .arg(code(Canceled)));
+    const LogCapture log;
+
+    exchange().settle();
+
+    EXPECT_EQ(stateOf(number).state, ReplacementState::Placed);
+    EXPECT_EQ(statusOf(undying), code(QuotedWaittingCancel));
+    EXPECT_EQ(openShares(), 600);
+    EXPECT_TRUE(log.has(QStringLiteral("order 2 (000001) is set aside"))) << qPrintable(log.text());
+}
+
 TEST_F(OrderReplacementsTest, PlacesNothingWhenTheDayOfTheOrderIsOver)
 {
     const Order old = quoted(9, 300);

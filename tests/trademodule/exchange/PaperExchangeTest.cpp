@@ -176,6 +176,25 @@ TEST_F(PaperExchangeOfADay, DealsABarOnceAlthoughTheClockCouldNotBeWritten)
     EXPECT_EQ(now(order).matchedQuantity, 200) << "a quarter of 800 shares";
 }
 
+TEST_F(PaperExchangeOfADay, DealsNothingOfAPastDayThoughItsOrderCannotBeEnded)
+{
+    const Order order = buy(10, 100);
+    exchange().report();
+    Database *const database = ledger().database();
+    database->run(QStringLiteral("UPDATE trade_order SET order_date = 20240102"));
+    const Order ended = buy(9, 100);
+    exchange().cancel(ended.date, ended.number);
+    database->run(QStringLiteral("CREATE UNIQUE INDEX once ON trade_order (status) WHERE status = '%1'")
+                      .arg(code(Canceled)));
+    const LogCapture log;
+
+    exchange().take(bar(1001, 10, 10, 10));
+
+    EXPECT_TRUE(log.has(QStringLiteral("is set aside"))) << qPrintable(log.text());
+    EXPECT_EQ(OrderBook(&ledger()).find(TradingDate::of(2024, 1, 2).value(), order.number)->matchedQuantity,
+              0);
+}
+
 TEST_F(PaperExchangeOfADay, ReportsTheNextTimeWhatIsPlacedWhileItReports)
 {
     PaperExchange *own = nullptr;

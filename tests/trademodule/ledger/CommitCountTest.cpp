@@ -56,4 +56,22 @@ TEST_F(CommitCount, OfAnOrderThatIsPlacedAndDealtIsThree)
     EXPECT_EQ(commits(), before + 3); // placed, reported, dealt
 }
 
+TEST_F(CommitCount, OfAnOrderThatCannotBeEndedIsNone)
+{
+    const Order order = exchange().place(bank(), Direction::Buy, yuan(9), 100);
+    exchange().report();
+    exchange().cancel(order.date, order.number);
+    ledger().database()->run(QStringLiteral(
+        "CREATE TRIGGER never BEFORE UPDATE ON trade_order BEGIN SELECT RAISE(ABORT, 'never'); END"));
+    const LogCapture log;
+    exchange().settle(); // writes down the clock
+    const int before = commits();
+
+    exchange().settle();
+    exchange().settle();
+
+    EXPECT_EQ(statusOf(order), code(TradeChart::OrderStatus::QuotedWaittingCancel));
+    EXPECT_EQ(commits(), before);
+}
+
 } // namespace TradeModule

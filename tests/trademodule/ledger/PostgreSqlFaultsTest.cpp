@@ -54,8 +54,7 @@ std::vector<Trouble> troubles()
     return all;
 }
 
-/// How many messages of a walk are passed over from one that fails to the next; in daily work two fail in
-/// all.
+/// How many messages of a walk lie from one that fails to the next; in daily work one of each walk fails.
 int stride(int messages)
 {
     const QString wanted = qEnvironmentVariable("TRADE_FAULTS");

@@ -96,6 +96,14 @@ protected:
         server.run(QStringLiteral("SELECT pg_reload_conf()"));
     }
 
+    /// Ends every connection to the ledger but the one of this test.
+    void endConnections()
+    {
+        ledger().database()->run(
+            QStringLiteral("SELECT COUNT(pg_terminate_backend(pid)) FROM pg_stat_activity "
+                           "WHERE datname = current_database() AND pid <> pg_backend_pid()"));
+    }
+
     bool isReadOnly()
     {
         Rows row = ledger().database()->run(
@@ -134,6 +142,30 @@ TEST_F(PostgreSqlReadOnlyForAWhile, DealsTheQuotesOfThatTimeAfterwardsInTheirOrd
     EXPECT_EQ(trades[0].time, at(931));
     EXPECT_EQ(trades[1].time, at(932));
     EXPECT_EQ(trades[2].time, at(933));
+}
+
+TEST_F(PostgreSqlReadOnlyForAWhile, IsNotTakenForGoodByWhoConnectsAgainMeanwhile)
+{
+    serve();
+    ASSERT_TRUE(
+        ask(R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B","orderprice":"10",
+                        "orderqty":"1000"})")[QStringLiteral("success")]
+            .toBool());
+    setReadOnly(true);
+    ASSERT_TRUE(waitUntil([this] { return isReadOnly(); }));
+    endConnections();
+
+    for (const char *const time : {"0931", "0932", "0933"}) {
+        chart().sendMessage("Market", "Quote", quoteAt(time));
+    }
+    ASSERT_TRUE(waitUntil([this] {
+        return ask(R"({"cmd":"TodayTrade","market":"SZ","stkcode":"000001"})")[QStringLiteral("success")]
+            .toBool();
+    })) << "it has not connected again";
+    ASSERT_EQ(tradeCount(), 0);
+
+    setReadOnly(false);
+    EXPECT_TRUE(waitUntil([this] { return tradeCount() == 3; }));
 }
 
 } // namespace TradeModule
