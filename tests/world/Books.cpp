@@ -8,6 +8,7 @@
 #include <map>
 #include <set>
 #include <tuple>
+#include <utility>
 
 namespace World {
 
@@ -81,6 +82,17 @@ bool areSame(const QVector<Record> &records, const std::vector<Shown> &shown)
 } // namespace
 
 Books::Books(const QString &ledger) : m_ledger(ledger), m_orders(&m_ledger) {}
+
+bool Books::haveChanged()
+{
+    const QString state = m_ledger.database()->state();
+    return std::exchange(m_state, state) != state;
+}
+
+void Books::add(const TradeModule::Statement &statement)
+{
+    m_ledger.book(statement, TradeModule::Ledger::Mode::Keep);
+}
 
 Books::Findings Books::audit()
 {
@@ -257,6 +269,17 @@ Books::Findings Books::checkEnded(const std::vector<Wish> &wishes)
         one.outcomes += static_cast<int>(wish.outcomes.size());
         if (one.outcomes > mostOutcomes * one.asked) {
             findings.push_back(about(wish) + "was answered again and again");
+        }
+    }
+    return findings;
+}
+
+Books::Findings Books::checkGivenUp(const std::vector<Wish> &wishes, Instant latest)
+{
+    Findings findings;
+    for (const Wish &wish : wishes) {
+        if (wish.gaveUpAt && *wish.gaveUpAt > latest) {
+            findings.push_back(about(wish) + "was given up though nothing was wrong any more");
         }
     }
     return findings;

@@ -19,6 +19,12 @@ public:
 
     explicit Books(const QString &ledger);
 
+    /// True when the ledger is another one than at the last call, or it is the first.
+    bool haveChanged();
+
+    /// Books a statement beside all modules, as another program may.
+    void add(const TradeModule::Statement &statement);
+
     /// Orders, executions, holdings and cash agree with each other, whatever was done.
     Findings audit();
     /// No quote was dealt twice, and nobody sold what he had not held since the day before.
@@ -28,6 +34,8 @@ public:
     Findings checkWishes(const std::vector<Wish> &wishes);
     /// The wishes have ended: each user knows what became of his.
     static Findings checkEnded(const std::vector<Wish> &wishes);
+    /// Nobody was told after this instant that no answer came.
+    static Findings checkGivenUp(const std::vector<Wish> &wishes, Instant latest);
     /// What a terminal shows is what the ledger holds.
     Findings checkShown(SimulatedTerminal *terminal);
 
@@ -42,6 +50,7 @@ private:
 
     TradeModule::Ledger m_ledger;
     TradeModule::OrderBook m_orders;
+    QString m_state; ///< of the ledger, when it was asked for last
 };
 
 } // namespace World

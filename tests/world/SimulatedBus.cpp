@@ -196,6 +196,19 @@ void SimulatedBus::heal()
     m_dying.clear();
 }
 
+Instant SimulatedBus::troubledUntil() const
+{
+    return m_longest > usualLongest ? m_time->now() : std::max(m_troubledUntil, m_awayUntil);
+}
+
+int SimulatedBus::connectionCount(Process process) const
+{
+    return static_cast<int>(std::count_if(m_links.begin(), m_links.end(), [process](const auto &entry) {
+        const Link &link = entry.second;
+        return link.process == process && link.isAtBroker && !link.isLeaving;
+    }));
+}
+
 void SimulatedBus::lose(int socket, bool hasWill, Instant untilKnown)
 {
     Link *const link = linkOf(socket);
@@ -204,6 +217,7 @@ void SimulatedBus::lose(int socket, bool hasWill, Instant untilKnown)
     }
     link->isAtBroker = false;
     link->inbox.clear();
+    m_troubledUntil = std::max(m_troubledUntil, m_time->now() + untilKnown);
     m_trace->note(m_time->now(), "lost", link->clientId);
     if (hasWill && link->will && !link->isLeaving) {
         takeIn(socket, 0, *link->will);

@@ -79,6 +79,10 @@ public:
     void restart(Instant away);
     /// Stops losing and delaying.
     void heal();
+    /// The last instant, as far as is known, at which a message could be lost or late by a fault of the bus.
+    Instant troubledUntil() const;
+    /// How many connections of a program the broker has.
+    int connectionCount(Process process) const;
 
     /// How many messages of each fault.
     struct Counts
@@ -128,6 +132,7 @@ private:
     std::map<QByteArray, BusMessage> m_repeatedLater; // by client
     Instant m_awayUntil{};
     Instant m_lostLast = Instant::min();
+    Instant m_troubledUntil{};
     Counts m_counts;
 };
 

@@ -115,6 +115,7 @@ void SimulatedChart::renew()
         if (overlay.isBoundToRange) {
             overlay.object->deleteObject();
             overlay.object.reset(overlay.make());
+            overlay.draws = false;
         }
     }
     awaitJoining();
@@ -145,17 +146,24 @@ void SimulatedChart::show(const Terminal::Security &security, Kind kind)
     m_axis.updated.clear();
     const auto period = kind == Kind::Daily ? Korvane::DayPeriod : Korvane::IntradayPeriod;
     for (Overlay &overlay : m_overlays) {
-        overlay.painter.barCount = m_axis.bars.size();
-        overlay.painter.calls.clear();
+        overlay.draws = false;
         if (!*m_haveJoined) {
             continue; // at the next repaint
         }
-        bool draws = false;
         asOneCall([&] {
-            draws = overlay.object->calcIt(record, m_axis.bars.data(), static_cast<int>(m_axis.bars.size()),
-                                           period, 0, 0);
+            overlay.draws = overlay.object->calcIt(record, m_axis.bars.data(),
+                                                   static_cast<int>(m_axis.bars.size()), period, 0, 0);
         });
-        if (draws) {
+    }
+    paint();
+}
+
+void SimulatedChart::paint()
+{
+    for (Overlay &overlay : m_overlays) {
+        overlay.painter.barCount = m_axis.bars.size();
+        overlay.painter.calls.clear();
+        if (overlay.draws) {
             overlay.object->paintIt(overlay.painter);
         }
     }

@@ -29,6 +29,8 @@ public:
     /// Has the overlays calculate the bars of this chart, and paint. Those that add up records of a range are
     /// made anew for another range.
     void show(const Terminal::Security &security, Kind kind);
+    /// Has those paint again that draw on this chart, with what they have calculated.
+    void paint();
 
     /// Makes those overlays anew: what they have asked once only may be lost.
     void renew();
@@ -48,6 +50,7 @@ private:
         bool asksAnew; ///< by itself
         std::unique_ptr<Korvane::IChartObject> object;
         FakePainter painter{};
+        bool draws = false; ///< as it said when it calculated last
     };
 
     struct Range

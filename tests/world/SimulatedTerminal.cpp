@@ -76,6 +76,9 @@ void SimulatedTerminal::note(Wish::Kind kind, const QString &number, const DeskO
         }
     }
     meant->outcomes.push_back(outcome);
+    if (outcome.kind == DeskOutcome::Kind::NoAnswer) {
+        meant->gaveUpAt = m_time->now();
+    }
 }
 
 /// Overlays that were made before a trading module was there have asked in vain.
@@ -125,6 +128,15 @@ void SimulatedTerminal::show(SimulatedChart::Kind kind)
         m_kind = kind;
         if (m_chart) {
             m_chart->show(m_security, m_kind);
+        }
+    });
+}
+
+void SimulatedTerminal::changeTheme()
+{
+    m_time->as(m_process, [&] {
+        if (m_chart) {
+            m_chart->paint();
         }
     });
 }

@@ -9,6 +9,7 @@
 #include <QObject>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace World {
@@ -30,6 +31,7 @@ struct Wish
     bool isForgotten = false; ///< its terminal ended before it was told
     int timesAsked = 1;       ///< a double click asks twice
     std::vector<Terminal::DeskOutcome> outcomes{};
+    std::optional<Instant> gaveUpAt{}; ///< when it was told last that no answer came
 
     /// By which its outcome is known: the user's number, or the order's.
     const QString &name() const { return kind == Cancelling ? orderNumber : clientNumber; }
@@ -51,6 +53,8 @@ public:
 
     void show(const Terminal::Security &security);
     void show(SimulatedChart::Kind kind);
+    /// Has the chart painted anew, as a window does in other colours: nothing is calculated.
+    void changeTheme();
     const Terminal::Security &shown() const { return m_security; }
 
     /// True while orders have numbers of the terminal's own, by which one that is sent twice is one.

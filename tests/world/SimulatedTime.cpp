@@ -70,6 +70,7 @@ void SimulatedTime::end()
     }
     m_kept.clear();
     qDeleteAll(QObjectList(children()));
+    m_present = nobody;
     SimulatedClock::end();
 }
 
@@ -89,18 +90,24 @@ void SimulatedTime::as(Process process, const std::function<void()> &work)
     enter(before);
 }
 
-/// Each program finds in its event loop what its own objects keep there, such as the turns in which its bus
-/// clients hand over, and nothing of another one's.
+/// What belongs to nobody looks for nothing in an event loop.
 void SimulatedTime::enter(Process process)
 {
-    if (process == m_current) {
-        return;
+    m_current = process;
+    if (process != nobody && process != m_present) {
+        exchangeKept(process);
     }
+}
+
+/// Each program finds in its event loop what its own objects keep there, such as the turns in which its bus
+/// clients hand over, and nothing of another one's.
+void SimulatedTime::exchangeKept(Process process)
+{
     for (QObject *const kept : QObjectList(children())) {
         kept->setParent(nullptr);
-        m_kept[m_current].emplace_back(kept);
+        m_kept[m_present].emplace_back(kept);
     }
-    m_current = process;
+    m_present = process;
     for (const QPointer<QObject> &kept : std::exchange(m_kept[process], {})) {
         if (kept) {
             kept->setParent(this);
@@ -112,6 +119,15 @@ void SimulatedTime::freeze(Process process, Instant until)
 {
     Instant &end = m_frozenUntil.at(static_cast<size_t>(process));
     end = std::max(end, until);
+}
+
+Instant SimulatedTime::allAwake() const
+{
+    Instant last = now();
+    for (const Instant until : m_frozenUntil) {
+        last = until == Instant::max() ? last : std::max(last, until);
+    }
+    return last;
 }
 
 void SimulatedTime::at(Instant instant, Process process, std::function<void()> work)

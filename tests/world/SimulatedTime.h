@@ -53,6 +53,8 @@ public:
     void kill(Process process) { freeze(process, Instant::max()); }
     bool hasEnded(Process process) const { return frozenUntil(process) == Instant::max(); }
     bool isFrozen(Process process) const { return frozenUntil(process) > now(); }
+    /// When nobody stands still any more.
+    Instant allAwake() const;
     Instant frozenUntil(Process process) const { return m_frozenUntil.at(static_cast<size_t>(process)); }
 
     /// To be done by a program at an instant.
@@ -123,6 +125,7 @@ private:
     };
 
     void enter(Process process);
+    void exchangeKept(Process process);
     Turn add(Instant instant, Event event);
     bool step(Turn before);
     void postpone(Event event, Turn turn);
@@ -144,7 +147,8 @@ private:
     std::vector<bool> m_hasWindow;                            // by process
     std::map<Process, std::vector<QPointer<QObject>>> m_kept; // in the event loop, by program
     Process m_current = nobody;
-    bool m_isWaiting = false; // a call of a program waits for another program
+    Process m_present = nobody; ///< whose objects are in the event loop now
+    bool m_isWaiting = false;   // a call of a program waits for another program
     WaitedFor m_waitedFor;
     std::map<int, std::vector<Instant>> m_inVain; // ends of such waits, by socket
     bool m_waitsInVainAgain = false;

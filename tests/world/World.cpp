@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace World {
 
@@ -18,7 +19,9 @@ const std::chrono::system_clock::time_point firstMorning{1710120600s}; // 2024-0
 
 constexpr auto oneDay = 24h;
 constexpr Instant longestFreeze = 9s;
+constexpr Instant untilChartsAreBack = 5s;
 constexpr Instant untilChartsAskAgain = 10s;
+constexpr Instant longestReturn = 3s;
 constexpr int daysInAWeek = 5;
 
 } // namespace
@@ -73,9 +76,12 @@ Report World::live(int steps)
 
 void World::checkStep()
 {
-    check(Promise::BooksAgree, m_books->audit());
-    check(Promise::BooksAgree, m_books->checkDealing(*m_market));
-    check(Promise::WishesAreKept, m_books->checkWishes(m_wishes));
+    if (areBooksOld()) {
+        check(Promise::BooksAgree, m_books->audit());
+        check(Promise::BooksAgree, m_books->checkDealing(*m_market));
+        check(Promise::WishesAreKept, m_books->checkWishes(m_wishes));
+        check(Promise::WishesEnd, Books::checkGivenUp(m_wishes, m_troubledUntil + untilAnswered));
+    }
     if (m_time->longestWait() > longestWait) {
         check(Promise::CallsReturn, {std::to_string(m_time->longestWait().count() / 1000000) + " ms"});
     }
@@ -84,14 +90,31 @@ void World::checkStep()
     }
 }
 
+/// True when there is anything to look for in them that was not there at the last look.
+bool World::areBooksOld()
+{
+    size_t told = m_wishes.size();
+    for (const Wish &wish : m_wishes) {
+        told += wish.outcomes.size();
+    }
+    const bool isMoreTold = std::exchange(m_toldCount, told) != told;
+    return m_books->haveChanged() || isMoreTold;
+}
+
 void World::checkEnd()
 {
     checkStep();
     check(Promise::WishesEnd, Books::checkEnded(m_wishes));
+    compareDesks();
+    checkCharts();
+    checkReturn();
+}
+
+void World::compareDesks()
+{
     for (const auto &terminal : m_terminals) {
         check(Promise::DesksAgree, m_books->checkShown(terminal.get()));
     }
-    checkCharts();
 }
 
 /// What does not hold mostly goes on not to hold: the first time tells.
@@ -136,18 +159,40 @@ void World::passTime()
 {
     switch (m_dice.choose({30, 30, 30, 10})) {
     case 0:
-        m_time->run(someTime(2ms));
+        run(someTime(2ms));
         break;
     case 1:
-        m_time->run(someTime(100ms));
+        run(someTime(100ms));
         break;
     case 2:
-        m_time->run(someTime(1500ms));
+        run(someTime(1500ms));
         break;
     default:
-        m_time->run(someTime(8s));
+        run(someTime(8s));
         break;
     }
+}
+
+void World::run(Instant duration)
+{
+    const bool wasTroubled = isTroubled();
+    m_time->run(duration);
+    m_troubledUntil = std::max(m_troubledUntil, m_bus->troubledUntil());
+    if (wasTroubled || isTroubled()) {
+        m_troubledUntil = std::max(m_troubledUntil, m_time->now());
+    }
+}
+
+/// True while nobody can know how long an answer takes.
+bool World::isTroubled() const
+{
+    const auto serves = [this](const auto &module) {
+        return module->isServing() && !m_time->isFrozen(module->process());
+    };
+    const auto isFrozen = [this](const auto &terminal) { return m_time->isFrozen(terminal->process()); };
+    return m_bus->troubledUntil() >= m_time->now() ||
+           std::none_of(m_modules.begin(), m_modules.end(), serves) ||
+           std::any_of(m_terminals.begin(), m_terminals.end(), isFrozen);
 }
 
 Instant World::someTime(Instant longest)
@@ -248,10 +293,16 @@ void World::lookAround()
     if (terminal == nullptr) {
         return;
     }
-    if (m_dice.happens(50)) {
+    switch (m_dice.choose({45, 45, 10})) {
+    case 0:
         terminal->show(SimulatedMarket::securities()[static_cast<size_t>(m_dice.below(2))]);
-    } else {
+        break;
+    case 1:
         terminal->show(m_dice.happens(50) ? SimulatedChart::Kind::Intraday : SimulatedChart::Kind::Daily);
+        break;
+    default:
+        terminal->changeTheme();
+        break;
     }
 }
 
@@ -390,10 +441,10 @@ void World::calmDown()
 {
     m_trace.note(m_time->now(), "calm", {});
     m_bus->heal();
-    const Instant allAwake = m_time->now() + longestFreeze;
-    while (m_time->now() < allAwake + timeToAgree && (m_time->now() < allAwake || !areAllAgreed())) {
+    const Instant end = m_time->allAwake() + timeToAgree;
+    while (m_time->now() < end && (m_time->now() < m_troubledUntil + untilChartsAreBack || !areAllAgreed())) {
         replacePrograms();
-        m_time->run(1s);
+        run(1s);
     }
 }
 
@@ -440,6 +491,32 @@ void World::compareCharts(SimulatedTerminal *terminal, const SimulatedChart &fre
         check(Promise::ChartsAgree,
               {"a chart shows\n" + terminal->drawing() + "and one that is opened now\n" + fresh.drawing()});
     }
+}
+
+/// Whoever was off the bus for a moment does not leave it to his heartbeat to find out what he has missed.
+void World::checkReturn()
+{
+    std::vector<int> connections;
+    for (const auto &terminal : m_terminals) {
+        connections.push_back(m_bus->connectionCount(terminal->process()));
+        m_bus->loseConnections(terminal->process());
+    }
+    m_books->add(WorldHome::purchases());
+    for (const Instant end = m_time->now() + longestReturn; !areBack(connections) && m_time->now() < end;) {
+        m_time->run(10ms);
+    }
+    m_time->run(timeToCatchUp);
+    compareDesks();
+}
+
+bool World::areBack(const std::vector<int> &connections) const
+{
+    for (size_t i = 0; i < connections.size(); ++i) {
+        if (m_bus->connectionCount(m_terminals[i]->process()) < connections[i]) {
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace World

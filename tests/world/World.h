@@ -21,10 +21,10 @@ namespace World {
 enum class Promise {
     BooksAgree,    ///< orders, executions, holdings and cash; no quote is dealt twice
     WishesAreKept, ///< what was confirmed is in the books once, what was refused is not
-    WishesEnd,     ///< everybody knows what became of his orders
-    DesksAgree,    ///< the terminals' desks show what the ledger holds
-    ChartsAgree,   ///< the overlays of an old chart draw what those of a new one do
-    CallsReturn    ///< no question is waited for longer than its time-out, nor again and again in vain
+    WishesEnd,     ///< everybody knows what became of his orders, and nobody gives up where nothing is wrong
+    DesksAgree,  ///< the terminals' desks show what the ledger holds, also right after they were off the bus
+    ChartsAgree, ///< the overlays of an old chart draw what those of a new one do
+    CallsReturn  ///< no question is waited for longer than its time-out, nor again and again in vain
 };
 
 /// That a promise did not hold.
@@ -64,10 +64,15 @@ struct Report
 class World
 {
 public:
-    static constexpr int defaultSteps = 60;
+    static constexpr int defaultSteps = 40;
     static constexpr std::chrono::seconds timeToAgree{60};
     /// A question's time-out is three seconds; waits are rounded to a millisecond.
     static constexpr std::chrono::milliseconds longestWait{3001};
+    /// Once nothing has been wrong for so long, whatever is waited for has come: everybody is on the bus
+    /// again within two seconds, and what was asked in vain is asked again after three.
+    static constexpr std::chrono::seconds untilAnswered{8};
+    /// Once a terminal is back on the bus it knows so soon what it has missed.
+    static constexpr std::chrono::milliseconds timeToCatchUp{500};
 
     /// So many of its last events are told when something does not hold.
     static constexpr std::size_t defaultTail = 60;
@@ -100,6 +105,9 @@ private:
     void end(const SimulatedModule &module);
     void freezeSomebody();
     Instant someTime(Instant longest);
+    void run(Instant duration);
+    bool isTroubled() const;
+    bool areBooksOld();
 
     void calmDown();
     bool areAllAgreed();
@@ -108,6 +116,9 @@ private:
     void checkEnd();
     void checkCharts();
     void compareCharts(SimulatedTerminal *terminal, const SimulatedChart &fresh);
+    void checkReturn();
+    bool areBack(const std::vector<int> &connections) const;
+    void compareDesks();
 
     const QString m_ledger;
     Dice m_dice;
@@ -121,6 +132,8 @@ private:
     std::vector<std::unique_ptr<SimulatedTerminal>> m_terminals;
     size_t m_modulesWanted = 1;
     Instant m_nextModule{};
+    Instant m_troubledUntil{}; ///< as far as is known
+    size_t m_toldCount = 0;    ///< outcomes, when the books were looked into last
     Report m_report;
 };
 

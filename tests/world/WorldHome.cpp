@@ -12,6 +12,7 @@ namespace World {
 namespace {
 
 constexpr qint64 sharesAtFirst = 8000;
+constexpr qint64 sharesLater = 300;
 constexpr Trading::TradingDate dayOfPurchase = Trading::TradingDate::of(2024, 1, 2).value();
 constexpr Trading::ClockTime timeOfPurchase = Trading::ClockTime::of(10, 0).value();
 
@@ -22,12 +23,17 @@ QString place()
     return (QDir(memory).exists() ? memory : QDir::tempPath()) + QStringLiteral("/world-XXXXXX");
 }
 
-TradeModule::Execution purchaseOf(const Terminal::Security &security)
+TradeModule::Statement purchasesOf(qint64 shares)
 {
-    TradeModule::Execution execution{security.id(),  TradeModule::Side::Buy,       dayOfPurchase,
-                                     timeOfPurchase, Trading::Money::ofCents(950), sharesAtFirst};
-    execution.amount = execution.price.times(sharesAtFirst).value();
-    return execution;
+    TradeModule::Statement statement;
+    statement.file = QStringLiteral("statement.csv");
+    for (const Terminal::Security &security : SimulatedMarket::securities()) {
+        TradeModule::Execution execution{security.id(),  TradeModule::Side::Buy,       dayOfPurchase,
+                                         timeOfPurchase, Trading::Money::ofCents(950), shares};
+        execution.amount = execution.price.times(shares).value();
+        statement.executions.append(execution);
+    }
+    return statement;
 }
 
 } // namespace
@@ -43,17 +49,19 @@ WorldHome::WorldHome() : m_directory(place())
     QFile list(path("securities.csv"));
     list.open(QIODevice::WriteOnly);
     list.write("code,market,name\n");
-    TradeModule::Statement statement;
-    statement.file = QStringLiteral("statement.csv");
     for (const Terminal::Security &security : SimulatedMarket::securities()) {
         list.write((security.code + QLatin1Char(',') + Trading::marketLetters(security.market) +
                     QStringLiteral(",Shares\n"))
                        .toUtf8());
-        statement.executions.append(purchaseOf(security));
     }
     list.close();
     m_folder = Terminal::DataFolder::open(m_directory.path()).value();
-    TradeModule::Ledger(path("first.db")).book(statement, TradeModule::Ledger::Mode::Keep);
+    TradeModule::Ledger(path("first.db")).book(purchasesOf(sharesAtFirst), TradeModule::Ledger::Mode::Keep);
+}
+
+TradeModule::Statement WorldHome::purchases()
+{
+    return purchasesOf(sharesLater);
 }
 
 QString WorldHome::newLedger()

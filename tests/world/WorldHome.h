@@ -1,6 +1,7 @@
 #pragma once
 
 #include "terminal/data/DataFolder.h"
+#include "trademodule/ledger/Ledger.h"
 
 #include <QString>
 #include <QTemporaryDir>
@@ -18,6 +19,8 @@ public:
 
     /// A ledger as new, in the place of the one of the world before.
     QString newLedger();
+    /// One of each security, before the first day of a world; not those that a new ledger has.
+    static TradeModule::Statement purchases();
     const Terminal::DataFolder &dataFolder() const { return *m_folder; }
 
 private:
