@@ -29,6 +29,20 @@ Order newOrder(const SecurityId &security, Direction direction, Money price, qin
     return order;
 }
 
+Refusals::Wish wishOf(const Order &order)
+{
+    return {order.clientNumber, QStringLiteral("%1 %2 %3 %4 x %5")
+                                    .arg(marketLetters(order.security.market), order.security.code,
+                                         QLatin1String(directionLetter(order.direction)), order.price.text())
+                                    .arg(order.quantity)};
+}
+
+Refusals::Wish wishOf(const Replacement &asked)
+{
+    return {asked.clientNumber,
+            QStringLiteral("order %1 at %2").arg(asked.orderNumber).arg(asked.price.text())};
+}
+
 QString textOf(const CalendarFault &fault)
 {
     switch (fault.reason) {
@@ -110,12 +124,7 @@ Order PaperExchange::enter(Order order, const QString &status)
     if (const std::optional<Order> before = placedBefore(order)) {
         return *before;
     }
-    const Orders open = m_book.open();
-    const QString wrong = TradingRules::formError(order, m_cover.notOnOffer(order.security, open));
-    if (!wrong.isEmpty()) {
-        throw Error(wrong);
-    }
-    m_cover.refuseUncovered(order, open);
+    m_refusals.decideOnce(wishOf(order), [&] { refuseWrong(order); });
     order.number = m_book.add(order);
     if (!OrderLife::isLeft(order)) { // an exchange that leaves an order to another one hears no quotes
         keepTold({order});
@@ -123,6 +132,16 @@ Order PaperExchange::enter(Order order, const QString &status)
     m_hasPlaced = true;
     finish(&transaction, {order});
     return order;
+}
+
+void PaperExchange::refuseWrong(const Order &order)
+{
+    const Orders open = m_book.open();
+    const QString wrong = TradingRules::formError(order, m_cover.notOnOffer(order.security, open));
+    if (!wrong.isEmpty()) {
+        throw Error(wrong);
+    }
+    m_cover.refuseUncovered(order, open);
 }
 
 std::optional<Order> PaperExchange::placedBefore(const Order &order)
@@ -185,13 +204,16 @@ Replacement PaperExchange::replace(TradingDate date, qint64 number, Money price,
     if (const std::optional<Replacement> before = m_replacements.askedBefore(asked)) {
         return *before;
     }
-    Order order = cancellable(date, number);
-    m_replacements.begin(asked, order, market());
-    OrderLife::cancel(&order);
-    m_book.update(order);
-    const Orders placed = completed({order});
+    std::optional<Order> order;
+    m_refusals.decideOnce(wishOf(asked), [&] {
+        order = cancellable(date, number);
+        m_replacements.begin(asked, *order, market());
+    });
+    OrderLife::cancel(&*order);
+    m_book.update(*order);
+    const Orders placed = completed({*order});
     const Replacement told = m_book.replacements().find(clientNumber).value_or(asked);
-    finish(&transaction, Orders{order} + placed);
+    finish(&transaction, Orders{*order} + placed);
     return told;
 }
 

@@ -235,6 +235,22 @@ TEST_F(ModuleWatchTest, SeesTheBusGoAndComeAgain)
     EXPECT_EQ(watch.bus(), ModuleWatch::Bus::Joined);
 }
 
+TEST_F(ModuleWatchTest, TellsThatTheBusWasAwayThoughNoPulseMissedIt)
+{
+    ModuleWatch slow(nullptr, 10s);
+    int timesBack = 0;
+    bool isAnswered = false;
+    QObject::connect(&slow, &ModuleWatch::joinedAgain, &slow, [&timesBack] { ++timesBack; });
+    QObject::connect(&slow, &ModuleWatch::answered, &slow, [&isAnswered] { isAnswered = true; });
+    slow.start(broker.address());
+    const FakeModule module(broker.address());
+    ASSERT_TRUE(waitUntil([&isAnswered] { return isAnswered; }));
+    EXPECT_EQ(timesBack, 0) << "it was not away yet";
+    broker.kill();
+    broker.start();
+    EXPECT_TRUE(waitUntil([&timesBack] { return timesBack == 1; }, 5s));
+}
+
 TEST_F(ModuleWatchTest, TellsThatTheBusIsGoneWhereNoModuleWas)
 {
     ASSERT_TRUE(waitUntil([this] { return watch.bus() == ModuleWatch::Bus::Joined; }));

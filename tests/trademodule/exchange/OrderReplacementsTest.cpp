@@ -221,6 +221,19 @@ TEST_F(OrderReplacementsTest, LeavesTheOrderAloneWhenThePriceIsRefused)
     EXPECT_THAT(all(), SizeIs(1));
 }
 
+TEST_F(OrderReplacementsTest, RefusesWhatItRefusedBeforeThoughItCouldBeDoneNow)
+{
+    setCash(2750);
+    const Order old = quoted(9, 300);
+    const std::string refusal = refusalOfReplacing(old, 9.50);
+    ASSERT_THAT(refusal, HasSubstr("there are 2750"));
+    setCash(100000);
+
+    EXPECT_EQ(refusalOfReplacing(old, 9.50), refusal) << "a second copy of the question";
+    EXPECT_EQ(statusOf(old), code(Quoted));
+    EXPECT_EQ(refusalOfReplacing(old, 9.50, otherNumber), "no refusal");
+}
+
 TEST_F(OrderReplacementsTest, CountsTheCashOfTheOldOrder)
 {
     setCash(2750);
