@@ -121,10 +121,15 @@ void ModuleWatch::takeAnswer(const QByteArray &answer)
     Q_EMIT answered();
 }
 
+/// Who joins again was away, if only between two pulses, when no state shows it.
 void ModuleWatch::takeJoin()
 {
-    m_bus = Bus::Joined;
+    const bool isBack = std::exchange(m_bus, Bus::Joined) != Bus::Joining;
     Q_EMIT changed();
+    if (isBack) {
+        Q_EMIT joinedAgain();
+        ask();
+    }
 }
 
 /// Asks whether it is still there; what was asked before and not answered tells.

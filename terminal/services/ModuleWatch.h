@@ -73,6 +73,10 @@ Q_SIGNALS:
     /// One is there now that was not, or not answering, before.
     void answering();
 
+    /// The bus was away, for however short a time, and is back: what was asked meanwhile is lost. A module
+    /// that is there is asked at once, and answered() follows.
+    void joinedAgain();
+
     /// An answer came.
     void answered();
 

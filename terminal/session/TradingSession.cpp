@@ -67,11 +67,13 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
     connect(&m_module, &ModuleWatch::changed, &m_desk, [this] {
         if (m_module.isAnswering()) {
             m_desk.askForOutcomes();
+            m_desk.refresh(); // this one may tell what the one before could not
             enterWhenHeard();
         } else {
-            m_isLeft = m_isLeft || m_stage == Stage::Trading;
+            noteLeft();
         }
     });
+    connect(&m_module, &ModuleWatch::joinedAgain, this, &TradingSession::noteLeft);
     m_statementActions.setIsKnown([this] { return moduleKnows(Trading::Capability::ACTIONS); });
     connect(&m_module, &ModuleWatch::changed, &m_statementActions, &StatementActions::noteModule);
     if (m_plan.replaySpeed > 0) {
@@ -106,6 +108,11 @@ DeskModule TradingSession::moduleForOrders() const
         module.objection = tr("this account does not practise the replayed day: end the replay first");
     }
     return module;
+}
+
+void TradingSession::noteLeft()
+{
+    m_isLeft = m_isLeft || m_stage == Stage::Trading;
 }
 
 bool TradingSession::moduleKnows(const char *capability) const

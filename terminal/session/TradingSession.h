@@ -162,6 +162,7 @@ private:
     void playOn();
     void passMidnight();
     void noteProgress();
+    void noteLeft();
     void hideFuture();
     QString whyNotBegunAgain() const;
     bool goesOn() const { return m_plan.practised && m_plan.practised->reached; }
@@ -172,7 +173,7 @@ private:
     const DayPlan m_plan;
     const QString m_busAddress;
     Stage m_stage = Stage::Apart;
-    bool m_isLeft = false; ///< nobody answers any more, though the day goes on
+    bool m_isLeft = false; ///< nobody answered for a while, though the day goes on
     bool m_hasJoined = false;
     Replay m_replay{nullptr};
     Today m_today{&m_replay};

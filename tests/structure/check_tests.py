@@ -15,7 +15,7 @@ import sys
 
 SUITE = re.compile(r"^\s*(?:TEST|TEST_F|TEST_P|TYPED_TEST|TYPED_TEST_P)\(\s*(\w+)\s*,", re.MULTILINE)
 # folders of tests that are not those of one folder of the sources
-WHOLES = {"abi", "docs", "e2e", "format", "fuzz", "install", "scripts", "structure", "support"}
+WHOLES = {"abi", "docs", "e2e", "format", "fuzz", "install", "scripts", "structure", "support", "world"}
 NOT_OURS = {"build", "out", "tests"}
 
 

@@ -29,6 +29,20 @@ Order newOrder(const SecurityId &security, Direction direction, Money price, qin
     return order;
 }
 
+Refusals::Wish wishOf(const Order &order)
+{
+    return {order.clientNumber, QStringLiteral("%1 %2 %3 %4 x %5")
+                                    .arg(marketLetters(order.security.market), order.security.code,
+                                         QLatin1String(directionLetter(order.direction)), order.price.text())
+                                    .arg(order.quantity)};
+}
+
+Refusals::Wish wishOf(const Replacement &asked)
+{
+    return {asked.clientNumber,
+            QStringLiteral("order %1 at %2").arg(asked.orderNumber).arg(asked.price.text())};
+}
+
 QString textOf(const CalendarFault &fault)
 {
     switch (fault.reason) {
@@ -110,11 +124,7 @@ Order PaperExchange::enter(Order order, const QString &status)
     if (const std::optional<Order> before = placedBefore(order)) {
         return *before;
     }
-    const QString wrong = TradingRules::formError(order, m_cover.notOnOffer(order.security));
-    if (!wrong.isEmpty()) {
-        throw Error(wrong);
-    }
-    m_cover.refuseUncovered(order);
+    m_refusals.decideOnce(wishOf(order), [&] { refuseWrong(order); });
     order.number = m_book.add(order);
     if (!OrderLife::isLeft(order)) { // an exchange that leaves an order to another one hears no quotes
         keepTold({order});
@@ -122,6 +132,16 @@ Order PaperExchange::enter(Order order, const QString &status)
     m_hasPlaced = true;
     finish(&transaction, {order});
     return order;
+}
+
+void PaperExchange::refuseWrong(const Order &order)
+{
+    const Orders open = m_book.open();
+    const QString wrong = TradingRules::formError(order, m_cover.notOnOffer(order.security, open));
+    if (!wrong.isEmpty()) {
+        throw Error(wrong);
+    }
+    m_cover.refuseUncovered(order, open);
 }
 
 std::optional<Order> PaperExchange::placedBefore(const Order &order)
@@ -184,13 +204,16 @@ Replacement PaperExchange::replace(TradingDate date, qint64 number, Money price,
     if (const std::optional<Replacement> before = m_replacements.askedBefore(asked)) {
         return *before;
     }
-    Order order = cancellable(date, number);
-    m_replacements.begin(asked, order, market());
-    OrderLife::cancel(&order);
-    m_book.update(order);
-    const Orders placed = completed({order});
+    std::optional<Order> order;
+    m_refusals.decideOnce(wishOf(asked), [&] {
+        order = cancellable(date, number);
+        m_replacements.begin(asked, *order, market());
+    });
+    OrderLife::cancel(&*order);
+    m_book.update(*order);
+    const Orders placed = completed({*order});
     const Replacement told = m_book.replacements().find(clientNumber).value_or(asked);
-    finish(&transaction, Orders{order} + placed);
+    finish(&transaction, Orders{*order} + placed);
     return told;
 }
 
@@ -245,13 +268,12 @@ OrderLife::Conditions PaperExchange::conditionsOf(const Order &order) const
     return conditions;
 }
 
-/// The orders that advanceAll() changes, as they are afterwards.
-Orders PaperExchange::advanced(bool (*isMeant)(const Order &))
+/// Those of these orders that advanceAll() changes, as they are afterwards.
+Orders PaperExchange::advanced(Orders orders) const
 {
     Orders changed;
-    Orders open = m_book.open();
-    for (Order &order : open) {
-        if ((isMeant == nullptr || isMeant(order)) && OrderLife::advance(&order, conditionsOf(order))) {
+    for (Order &order : orders) {
+        if (OrderLife::advance(&order, conditionsOf(order))) {
             changed.append(order);
         }
     }
@@ -266,7 +288,7 @@ void PaperExchange::report()
     }
     try {
         settleDoubt();
-        advanceAll(&OrderLife::isNew);
+        advanceAll(&PaperExchange::newOrders);
     } catch (const Error &) {
         m_hasPlaced = true;
         throw;
@@ -276,17 +298,17 @@ void PaperExchange::report()
 void PaperExchange::settle()
 {
     settleDoubt();
-    advanceAll();
+    advanceAll(&PaperExchange::openOrders);
     m_market.keep();
 }
 
-void PaperExchange::advanceAll(bool (*isMeant)(const Order &))
+void PaperExchange::advanceAll(Orders (PaperExchange::*meant)())
 {
-    if (advanced(isMeant).isEmpty()) {
+    if (advanced((this->*meant)()).isEmpty()) {
         return; // nearly always, and without locking anybody out
     }
     Transaction transaction = m_book.begin();
-    const Orders written = writeAll(&transaction, advanced(isMeant));
+    const Orders written = writeAll(&transaction, advanced((this->*meant)()));
     if (!written.isEmpty()) { // what is set aside comes here each second, and a commit waits for the disk
         finish(&transaction, written);
     }
@@ -353,7 +375,7 @@ void PaperExchange::take(const Quote &quote)
         return;
     }
     m_market.note(quote.security, m_newTrading.timeWith(quote), quote.open, quote.previousClose);
-    advanceAll();
+    advanceAll(&PaperExchange::openOrders);
     if (takesOrders(MarketRules::stateOnTradingDay(quote.security, quote.recorded.value_or(quote.date),
                                                    quote.time))) {
         deal(*added, quote); // at last: what fails can be taken again, and nothing is dealt twice
@@ -383,10 +405,9 @@ Orders PaperExchange::reachedBy(const Quote &quote)
 {
     Orders reached;
     const TradingDate today = m_book.today();
-    const Orders open = m_book.open();
+    const Orders open = m_book.open(quote.security);
     std::copy_if(open.begin(), open.end(), std::back_inserter(reached), [&](const Order &order) {
-        return order.security == quote.security && !(order.date < today) && OrderLife::isDealable(order) &&
-               Dealing::reaches(quote, order);
+        return !(order.date < today) && OrderLife::isDealable(order) && Dealing::reaches(quote, order);
     });
     return reached;
 }

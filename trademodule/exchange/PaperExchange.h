@@ -5,6 +5,7 @@
 #include "trademodule/exchange/OrderLife.h"
 #include "trademodule/exchange/OrderReplacements.h"
 #include "trademodule/exchange/QuoteMessage.h"
+#include "trademodule/exchange/Refusals.h"
 #include "trademodule/ledger/MarketDay.h"
 #include "trademodule/ledger/OrderBook.h"
 #include "trademodule/ledger/ToldMinutes.h"
@@ -107,6 +108,7 @@ public:
     void setCash(Money cash);
 
 private:
+    void refuseWrong(const Order &order);
     Order cancellable(TradingDate date, qint64 number);
     OrderReplacements::Market market() const;
     Order enter(Order order, const QString &status);
@@ -121,8 +123,9 @@ private:
     Orders completed(const Orders &changed);
     QString nameOnItsDay(const Order &order) const;
     OrderLife::Conditions conditionsOf(const Order &order) const;
-    Orders advanced(bool (*isMeant)(const Order &));
-    void advanceAll(bool (*isMeant)(const Order &) = nullptr);
+    Orders newOrders() { return m_book.ofStatuses(OrderLife::newStatuses()); }
+    Orders advanced(Orders orders) const;
+    void advanceAll(Orders (PaperExchange::*meant)());
     Orders write(const Orders &changed);
     Orders writeAll(Transaction *transaction, const Orders &changed);
     Orders reachedBy(const Quote &quote);
@@ -147,6 +150,7 @@ private:
     OrderBook m_book;
     OrderCover m_cover;
     OrderReplacements m_replacements;
+    Refusals m_refusals; // of placings and replacements
     const Listener m_listener;
     MarketDay m_market;
     NewTrading m_newTrading;

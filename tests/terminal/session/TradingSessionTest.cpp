@@ -16,6 +16,7 @@ namespace Terminal {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 using Stage = TradingSession::Stage;
 
 constexpr std::chrono::milliseconds shortPatience{200};
@@ -37,9 +38,10 @@ protected:
     void letModuleAnswer() { m_module.setAnswer(QStringLiteral("HolderCostPrice"), {}); }
 
     /// The trading module announces itself, until its word is stopped.
-    void sayOnline()
+    void sayOnline(const QStringList &can = {})
     {
         Trading::TradePresence presence;
+        presence.can = can;
         presence.instance = QStringLiteral("one");
         presence.isOnline = true;
         m_word.start(m_broker.address(),
@@ -131,6 +133,31 @@ TEST_F(TradingSessionTest, LetsOverlaysAskAgainWhenAModuleIsBack)
     m_word.stop();
     ASSERT_TRUE(waitUntil([this] { return !m_session->module()->presence(); }));
     sayOnline();
+    ASSERT_TRUE(waitUntil([this] { return m_overlaysDue > 1; }));
+    EXPECT_EQ(m_overlaysDue, 2) << "what a chart asked meanwhile is lost";
+}
+
+TEST_F(TradingSessionTest, AsksForWorkingOrdersAsSoonAsAModuleSaysThatItTellsThem)
+{
+    constexpr std::chrono::seconds beforeTheNextHeartbeat(2);
+    letModuleAnswer();
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    m_session->desk()->watch();
+    ASSERT_THAT(m_module.asked(QStringLiteral("OpenOrders")), IsEmpty());
+    sayOnline({QStringLiteral("openorders")});
+    EXPECT_TRUE(waitUntil([this] { return !m_module.asked(QStringLiteral("OpenOrders")).empty(); },
+                          beforeTheNextHeartbeat));
+}
+
+TEST_F(TradingSessionTest, LetsOverlaysAskAgainWhenTheBusWasAwayForAMoment)
+{
+    letModuleAnswer();
+    begin();
+    ASSERT_TRUE(comesTo(Stage::Trading));
+    ASSERT_EQ(m_overlaysDue, 1);
+    m_broker.kill();
+    m_broker.start();
     ASSERT_TRUE(waitUntil([this] { return m_overlaysDue > 1; }));
     EXPECT_EQ(m_overlaysDue, 2) << "what a chart asked meanwhile is lost";
 }

@@ -105,6 +105,18 @@ TEST_F(ClientNumberTest, OfARefusedOrderIsFree)
     EXPECT_EQ(refusalOfPlacing(10, 100, number), "no refusal");
 }
 
+TEST_F(ClientNumberTest, OfARefusedOrderIsRefusedForTheSameOrderThoughItCouldBePlacedNow)
+{
+    setCash(500);
+    const std::string refusal = refusalOfPlacing(10, 100, number);
+    ASSERT_THAT(refusal, HasSubstr("there are"));
+    setCash(100000);
+
+    EXPECT_EQ(refusalOfPlacing(10, 100, number), refusal) << "a second copy of the question";
+    EXPECT_THAT(orders(), SizeIs(0));
+    EXPECT_EQ(refusalOfPlacing(10, 100, QStringLiteral("desk-2")), "no refusal");
+}
+
 TEST_F(ClientNumberTest, IsNotNeeded)
 {
     place(10, 100, {});
