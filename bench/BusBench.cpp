@@ -338,6 +338,33 @@ private:
     std::vector<pollfd> m_polled;
 };
 
+/// Where bare crowds meet: a program for each, so that none has the sockets of another one to close. All are
+/// there before the bus is, whose sockets they would hold open.
+class MeetingPlaces
+{
+public:
+    MeetingPlaces(const std::string &path, int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            m_free.push_back(path + std::to_string(i));
+            Raw::Descriptor listener = Raw::listenAt(m_free.back());
+            m_programs.push_back(std::make_unique<Raw::Process>(
+                [&] { Raw::serveCrowd(std::move(listener), crowdSize + 1, answerBytes); }));
+        }
+    }
+
+    std::string next()
+    {
+        std::string path = m_free.back();
+        m_free.pop_back();
+        return path;
+    }
+
+private:
+    std::vector<std::string> m_free;
+    std::vector<std::unique_ptr<Raw::Process>> m_programs;
+};
+
 template <typename Deliver>
 double medianDelivery(Deliver deliver)
 {
@@ -358,7 +385,22 @@ void tellCrowdRow(Report *report, const char *name, double microsecondsTaken, do
                 microsecondsTaken / floor);
 }
 
-void measureCrowd(const QString &address, const std::string &rawPath, Report *report)
+/// What joining and delivery take at the least, measured once in every round of the work beside it.
+struct Floors
+{
+    std::vector<double> join{};
+    std::vector<double> delivery{};
+
+    void measure(MeetingPlaces &places)
+    {
+        RawCrowd bare;
+        const std::string path = places.next();
+        join.push_back(microseconds([&] { bare.join(path); }));
+        delivery.push_back(medianDelivery([&] { bare.deliver(answerBytes); }));
+    }
+};
+
+void measureCrowd(const QString &address, MeetingPlaces &places, Report *report)
 {
     EndPoint sender(nullptr);
     sender.connect(address);
@@ -367,7 +409,9 @@ void measureCrowd(const QString &address, const std::string &rawPath, Report *re
     std::vector<double> atOnce;
     std::vector<double> smallDelivery;
     std::vector<double> largeDelivery;
+    Floors floors;
     for (int round = 0; round < crowdRounds; ++round) {
+        floors.measure(places);
         Crowd first;
         inTurn.push_back(microseconds([&] { first.joinInTurn(address); }));
         smallDelivery.push_back(
@@ -378,9 +422,8 @@ void measureCrowd(const QString &address, const std::string &rawPath, Report *re
         Crowd crowd;
         atOnce.push_back(microseconds([&] { crowd.joinAtOnce(address); }));
     }
-    RawCrowd bare;
-    const double bareJoin = microseconds([&] { bare.join(rawPath); });
-    const double bareDelivery = medianDelivery([&] { bare.deliver(answerBytes); });
+    const double bareJoin = median(floors.join);
+    const double bareDelivery = median(floors.delivery);
 
     if (report == nullptr) {
         std::printf("\n%d endpoints in one process, median of %d rounds\n", crowdSize, crowdRounds);
@@ -393,13 +436,15 @@ void measureCrowd(const QString &address, const std::string &rawPath, Report *re
 }
 
 /// What of it is the library's.
-void measureLibraryCrowd(const std::string &socketPath, const std::string &rawPath, Report *report)
+void measureLibraryCrowd(const std::string &socketPath, MeetingPlaces &places, Report *report)
 {
     Library::Client sender(socketPath, "bench/sender");
     std::vector<double> inTurn;
     std::vector<double> atOnce;
     std::vector<double> delivery;
+    Floors floors;
     for (int round = 0; round < crowdRounds; ++round) {
+        floors.measure(places);
         LibraryCrowd first(socketPath);
         inTurn.push_back(microseconds([&] { first.joinInTurn(); }));
         delivery.push_back(medianDelivery([&] { first.deliver(sender, std::string(answerBytes, 'n')); }));
@@ -408,9 +453,8 @@ void measureLibraryCrowd(const std::string &socketPath, const std::string &rawPa
         LibraryCrowd crowd(socketPath);
         atOnce.push_back(microseconds([&] { crowd.joinAtOnce(); }));
     }
-    RawCrowd bare;
-    const double bareJoin = microseconds([&] { bare.join(rawPath); });
-    const double bareDelivery = medianDelivery([&] { bare.deliver(answerBytes); });
+    const double bareJoin = median(floors.join);
+    const double bareDelivery = median(floors.delivery);
     tellCrowdRow(report, "1,000 clients of the library alone connect, in turn", median(inTurn), bareJoin);
     tellCrowdRow(report, "1,000 clients of the library alone connect, at once", median(atOnce), bareJoin);
     tellCrowdRow(report, "a notification of 2 kB to 1,000 clients of the library alone", median(delivery),
@@ -458,8 +502,6 @@ int main(int argc, char *argv[])
     Raw::Pair pair;
     Raw::Pair lifeline;
     Raw::Descriptor relayListener = Raw::listenAt(relayPath);
-    Raw::Descriptor crowdListener = Raw::listenAt(crowdPath);
-    Raw::Descriptor secondListener = Raw::listenAt(crowdPath + "2");
     const std::string busPath =
         QFile::encodeName(LocalCommunication::BusAddress::ofDirectory(directory.path()).socketPath)
             .toStdString();
@@ -471,10 +513,7 @@ int main(int argc, char *argv[])
     const Raw::Descriptor relayed = Raw::connectTo(relayPath);
     const Raw::Process relayedEcho(
         [&] { Raw::answerAll(Raw::connectTo(relayPath).number(), questionBytes, answerBytes); });
-    const Raw::Process meetingPlace(
-        [&] { Raw::serveCrowd(std::move(crowdListener), crowdSize + 1, answerBytes); });
-    const Raw::Process secondMeetingPlace(
-        [&] { Raw::serveCrowd(std::move(secondListener), crowdSize + 1, answerBytes); });
+    MeetingPlaces places(crowdPath, 2 * crowdRounds);
     const Raw::Process responder([&] {
         lifeline.near.close();
         respond(directory.path(), lifeline.far.number());
@@ -507,15 +546,15 @@ int main(int argc, char *argv[])
     measure(paths);
     if (argc < 2 || qstrcmp(argv[1], "--json") != 0) {
         printRoundTrips(paths, pinned);
-        measureCrowd(directory.path(), crowdPath, nullptr);
-        measureLibraryCrowd(busPath, crowdPath + "2", nullptr);
+        measureCrowd(directory.path(), places, nullptr);
+        measureLibraryCrowd(busPath, places, nullptr);
         return EXIT_SUCCESS;
     }
     Report report;
     report.add("request and answer over the bus", median(paths[2].medians), median(paths[1].medians));
     report.add("the same with the library alone", median(paths[3].medians), median(paths[1].medians));
-    measureCrowd(directory.path(), crowdPath, &report);
-    measureLibraryCrowd(busPath, crowdPath + "2", &report);
+    measureCrowd(directory.path(), places, &report);
+    measureLibraryCrowd(busPath, places, &report);
     measureGrowth(directory.path(), &report);
     report.print();
     return EXIT_SUCCESS;

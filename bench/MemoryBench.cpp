@@ -1,6 +1,5 @@
 // What a process has in memory while an overlay hears a long answer: the most at once, beside the bytes of
-// the message. Bytes are counted where every library asks for them, at malloc(). Fails beyond what the page
-// says.
+// the message, told to programs. Bytes are counted where every library asks for them, at malloc().
 #include "bench/support/RawPeers.h"
 #include "endpoint/EndPoint.h"
 #include "endpoint/LocalBroker.h"
@@ -147,6 +146,16 @@ struct Taken
     double stays; ///< the records
 };
 
+/// In the form of the library benchmark's reports; the floor are the bytes of the message.
+void print(const Taken &taken, double bytes)
+{
+    constexpr char row[] = R"(%s{"name":"%s","bytes":%.0f,"floor_bytes":%.0f})";
+    std::printf("{\"benchmarks\":[\n");
+    std::printf(row, "", "an answer of 100,000 trades, at the most", taken.most, bytes);
+    std::printf(row, ",\n", "the records that stay of it", taken.stays, bytes);
+    std::printf("\n]}\n");
+}
+
 /// What an overlay's question and its answer take.
 Taken takenByAnAnswer(const QString &address)
 {
@@ -190,9 +199,6 @@ int main(int argc, char *argv[])
     while (asker.request("TradeQuery", "Is anybody there?").isEmpty()) {
         QCoreApplication::processEvents(); // the trading module joins, too
     }
-    const Taken taken = takenByAnAnswer(address);
-    std::printf("an answer of %d trades, %.1f MB: %.2f times its bytes at most, the records among them; the "
-                "records %.2f times\n",
-                rowCount, bytes / 1e6, taken.most / bytes, taken.stays / bytes);
+    print(takenByAnAnswer(address), bytes);
     return EXIT_SUCCESS;
 }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace LocalCommunication {
 
@@ -14,8 +15,8 @@ namespace {
 
 /// The user's input waits as long for what is handed over, and for what is read. It is painted after that, in
 /// a sixtieth of a second altogether.
-constexpr std::chrono::milliseconds share{4};
-constexpr std::chrono::milliseconds shareOfReading{5};
+constexpr std::chrono::milliseconds share{3};
+constexpr std::chrono::milliseconds shareOfReading{3};
 
 } // namespace
 
@@ -24,8 +25,8 @@ DeliveryTurns::DeliveryTurns(QAbstractEventDispatcher *dispatcher) : QObject(dis
     m_nextTurn.setSingleShot(true);
     m_nextTurn.setInterval(0); // an event that is posted would still belong to this turn
     connect(&m_nextTurn, &QTimer::timeout, this, &DeliveryTurns::goOn);
-    connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this, &DeliveryTurns::endTurn);
-    connect(dispatcher, &QAbstractEventDispatcher::awake, this, &DeliveryTurns::endTurn);
+    connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this, &DeliveryTurns::beTold);
+    connect(dispatcher, &QAbstractEventDispatcher::awake, this, &DeliveryTurns::beTold);
 }
 
 DeliveryTurns *DeliveryTurns::enter()
@@ -71,6 +72,33 @@ std::chrono::nanoseconds DeliveryTurns::readingTime() const
     return std::chrono::nanoseconds(shareOfReading) / m_members;
 }
 
+std::shared_ptr<Patience> DeliveryTurns::patience(const QString &bus)
+{
+    std::weak_ptr<Patience> &known = m_patiences[bus];
+    std::shared_ptr<Patience> patience = known.lock();
+    if (!patience) {
+        patience = std::make_shared<Patience>();
+        known = patience;
+    }
+    return patience;
+}
+
+void DeliveryTurns::beTold()
+{
+    m_isTold = true;
+    endTurn();
+}
+
+void DeliveryTurns::endTurn()
+{
+    m_isUsed = false;
+    for (const auto &[bus, known] : m_patiences) {
+        if (const auto patience = known.lock()) {
+            patience->endTurn();
+        }
+    }
+}
+
 void DeliveryTurns::goOnLater()
 {
     if (!m_nextTurn.isActive()) {
@@ -79,13 +107,18 @@ void DeliveryTurns::goOnLater()
 }
 
 /// A receiver may destroy its inbox, and this with it, or run an event loop that comes here again. The time
-/// begins anew even where the event loop tells of no turns, as one that a host runs without Qt.
+/// begins anew even where the event loop tells of no turns, as one that a host runs without Qt. Where it
+/// does, this may be the turn in which the inboxes have begun to wait, and have had their time.
 void DeliveryTurns::goOn()
 {
-    endTurn();
+    if (!std::exchange(m_isTold, false)) {
+        endTurn();
+    }
+    if (!m_waiting.empty()) {
+        goOnLater(); // also in the event loop that a receiver runs
+    }
     const QPointer<DeliveryTurns> alive(this);
     while (alive && !m_waiting.empty() && isOpen()) {
-        goOnLater(); // also in the event loop that a receiver runs
         Inbox *const inbox = m_waiting.front();
         m_waiting.pop_front();
         inbox->handOver();

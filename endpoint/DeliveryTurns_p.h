@@ -1,11 +1,16 @@
 #pragma once
 
+#include "endpoint/Patience_p.h"
+
 #include <QDeadlineTimer>
 #include <QObject>
+#include <QString>
 #include <QTimer>
 
 #include <chrono>
 #include <deque>
+#include <map>
+#include <memory>
 
 class QAbstractEventDispatcher;
 
@@ -13,9 +18,10 @@ namespace LocalCommunication {
 
 class Inbox;
 
-/// The inboxes of a thread take turns: together they hand messages over for a few milliseconds in a turn of
-/// its event loop, however many they are, and the rest waits until the user's input was handled. A thread has
-/// one of these, as long as one of its inboxes lives.
+/// What the clients of a thread share in a turn of its event loop. Their inboxes take turns: together they
+/// hand messages over for a few milliseconds in a turn of its event loop, however many they are, and the rest
+/// waits until the user's input was handled. A thread has one of these, as long as one of its inboxes lives.
+/// And who waits for an answer keeps all of them waiting, so they have one patience with a module.
 ///
 /// As long as nobody waits this costs the event loop nothing: it tells itself when a turn is over.
 class DeliveryTurns : public QObject
@@ -34,6 +40,9 @@ public:
     /// How long each member may read from the bus in a turn: together they leave it to others.
     std::chrono::nanoseconds readingTime() const;
 
+    /// That of all who ask on this bus; a new one when nobody has one.
+    std::shared_ptr<Patience> patience(const QString &bus);
+
     bool isAnybodyWaiting() const { return !m_waiting.empty(); }
 
     /// Has `inbox` hand over in a later turn, after those that wait already. It waits once.
@@ -42,7 +51,8 @@ public:
 private:
     explicit DeliveryTurns(QAbstractEventDispatcher *dispatcher);
 
-    void endTurn() { m_isUsed = false; }
+    void beTold();
+    void endTurn();
     void goOn();
     void goOnLater();
 
@@ -50,7 +60,9 @@ private:
     std::deque<Inbox *> m_waiting;
     QTimer m_nextTurn;     ///< runs while an inbox waits
     bool m_isUsed = false; ///< this turn's time
+    bool m_isTold = false; ///< by the event loop of a turn since it went on
     QDeadlineTimer m_end;
+    std::map<QString, std::weak_ptr<Patience>> m_patiences; // by their bus
 };
 
 } // namespace LocalCommunication

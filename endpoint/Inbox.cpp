@@ -35,8 +35,8 @@ void Inbox::add(BusMessage &&message)
     m_messages.push_back(std::move(message));
 }
 
-/// False where no event loop can be: then nobody can be told either.
-bool Inbox::hasTurns()
+/// Where there are none nobody can be told either.
+DeliveryTurns *Inbox::turns()
 {
     if (!m_turns) {
         m_turns = DeliveryTurns::enter();
@@ -46,14 +46,14 @@ bool Inbox::hasTurns()
 
 void Inbox::run()
 {
-    if (hasTurns()) {
+    if (turns() != nullptr) {
         m_turns->isAnybodyWaiting() ? runSoon() : handOver();
     }
 }
 
 void Inbox::runSoon()
 {
-    if (!m_messages.empty() && hasTurns()) {
+    if (!m_messages.empty() && turns() != nullptr) {
         m_turns->queue(this);
     }
 }
@@ -89,7 +89,7 @@ void Inbox::handOverNext()
 /// All where there is no event loop.
 std::chrono::nanoseconds Inbox::readingTime()
 {
-    return hasTurns() ? m_turns->readingTime() : std::chrono::nanoseconds::max();
+    return turns() != nullptr ? m_turns->readingTime() : std::chrono::nanoseconds::max();
 }
 
 void Inbox::clear()

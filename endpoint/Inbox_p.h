@@ -48,6 +48,9 @@ public:
     /// The same in a later turn of the event loop.
     void runSoon();
 
+    /// What it shares with the others of its thread; none where no event loop can be.
+    DeliveryTurns *turns();
+
     /// For DeliveryTurns: hands over for the rest of this turn's time.
     void handOver();
 
@@ -64,7 +67,6 @@ Q_SIGNALS:
 private:
     static constexpr std::size_t crowd = 16;
 
-    bool hasTurns();
     void leaveTurns();
     void handOverNext();
 

@@ -259,7 +259,6 @@ MqttConnection::MqttConnection(BusAddress address, const QByteArray &clientId,
     mosquitto_disconnect_v5_callback_set(m_handle.get(), &Callbacks::disconnected);
     mosquitto_subscribe_v5_callback_set(m_handle.get(), &Callbacks::subscribed);
     mosquitto_message_v5_callback_set(m_handle.get(), &Callbacks::received);
-    mosquitto_log_callback_set(m_handle.get(), &Callbacks::logged);
     mosquitto_publish_v5_callback_set(m_handle.get(), &Callbacks::sent);
     m_error = configure(will);
 }
@@ -291,6 +290,7 @@ QString MqttConnection::configure(const std::optional<BusMessage> &will)
 
 int MqttConnection::configureTls()
 {
+    mosquitto_log_callback_set(m_handle.get(), &Callbacks::logged); // costs a line of text for every packet
     const QByteArray ca = QFile::encodeName(m_address.caFile);
     const QByteArray cert = QFile::encodeName(m_address.certFile);
     const QByteArray key = QFile::encodeName(m_address.keyFile);

@@ -5,6 +5,7 @@
 #include "endpoint/TopicPath_p.h"
 
 #include <QDeadlineTimer>
+#include <QEvent>
 #include <QFile>
 #include <QFileInfo>
 #include <QHostAddress>
@@ -106,6 +107,16 @@ void MqttSession::close()
     enter(State::Closed);
     m_receipts.clear();
     m_inbox.clear();
+    m_patience = nullptr;
+}
+
+/// Still in the old thread.
+bool MqttSession::event(QEvent *event)
+{
+    if (event->type() == QEvent::ThreadChange) {
+        m_patience = nullptr;
+    }
+    return QObject::event(event);
 }
 
 void MqttSession::sayGoodbye()
@@ -286,6 +297,9 @@ void MqttSession::handleAccepted()
 
 void MqttSession::loseConnection(const QString &reason)
 {
+    if (isJoined() && m_patience) {
+        m_patience->reset(); // who answers on the bus that comes next is not known
+    }
     m_losses.lostWithConnection(m_outbox.size());
     m_outage.failed(reason);
     enter(State::Waiting);
@@ -298,7 +312,6 @@ void MqttSession::dropConnection()
     m_connection.reset();
     m_outbox.clear();
     m_readyIsDue = false;
-    m_patience.reset();
 }
 
 // Subscriptions ---------------------------------------------------------------------------------
@@ -411,7 +424,7 @@ void MqttSession::takeIn(BusMessage &&message)
         m_inbox.add(std::move(message));
         return;
     }
-    m_patience.hear(message.correlation.toULongLong(), Clock::now());
+    patience().hear(message.correlation.toULongLong(), Clock::now());
     if (m_request) {
         m_request->take(message);
     }
@@ -491,9 +504,9 @@ void MqttSession::warnNotSent(const QByteArray &path, const QString &why)
 QByteArray MqttSession::request(const QByteArray &path, const QByteArray &payload,
                                 std::chrono::milliseconds timeout)
 {
-    ++m_questions;
-    const auto wait = m_patience.ask(m_questions, Clock::now(), timeout, m_inbox.isCrowded());
-    m_request.emplace(QByteArray::number(m_questions), wait);
+    m_question = nextQuestion();
+    const auto wait = patience().ask(m_question, Clock::now(), timeout, m_inbox.isCrowded());
+    m_request.emplace(QByteArray::number(m_question), wait);
     joinCrowd(*m_request);
     if (publish({path, payload, m_replyPath, m_request->correlation()})) {
         while (isConnected() && !m_request->isOver() && !m_inbox.isOverfull()) {
@@ -511,6 +524,24 @@ QByteArray MqttSession::request(const QByteArray &path, const QByteArray &payloa
     return answer;
 }
 
+/// Numbered by the time: higher than that of every other client of the thread before.
+quint64 MqttSession::nextQuestion()
+{
+    const auto time = std::chrono::nanoseconds(Clock::now().time_since_epoch());
+    return std::max(m_question + 1, static_cast<quint64>(time.count()));
+}
+
+Patience &MqttSession::patience()
+{
+    if (DeliveryTurns *const turns = m_inbox.turns()) {
+        m_patience =
+            turns->patience(m_address.toString() + QLatin1Char('/') + QString::fromLatin1(m_address.prefix));
+    } else if (!m_patience) {
+        m_patience = std::make_shared<Patience>();
+    }
+    return *m_patience;
+}
+
 /// Whose answer lies behind more than can be taken in may answer, but is not waited for either.
 void MqttSession::stopWaiting()
 {
@@ -520,7 +551,7 @@ void MqttSession::stopWaiting()
     if (!m_request->isAnswered() && m_inbox.isOverfull()) {
         m_losses.notAwaited();
     }
-    m_patience.stopWaiting(Clock::now(), m_inbox.isCrowded());
+    patience().stopWaiting(Clock::now(), m_inbox.isCrowded());
 }
 
 /// A crowded broker takes a caller after a millisecond or two.

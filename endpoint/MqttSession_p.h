@@ -47,6 +47,9 @@ public:
               const std::optional<BusMessage> &will = std::nullopt);
     void close();
 
+    /// In another thread other clients ask.
+    bool event(QEvent *event) override;
+
     bool isOpen() const { return m_state != State::Closed; }
     bool isJoined() const { return m_state == State::Joined; }
     const QByteArray &prefix() const { return m_address.prefix; }
@@ -121,6 +124,8 @@ private:
 
     bool isHolding() const { return !isLocal() && !isJoined(); }
     void sendHeld();
+    quint64 nextQuestion();
+    Patience &patience();
     void joinCrowd(const OpenRequest &request);
     void stopWaiting();
     void waitForTraffic(std::chrono::milliseconds time);
@@ -150,9 +155,9 @@ private:
 
     std::deque<QString> m_receipts;
     Inbox m_inbox;
-    quint64 m_questions = 0;
+    quint64 m_question = 0; // the last one
     std::optional<OpenRequest> m_request;
-    Patience m_patience; // with whoever answers on this bus
+    std::shared_ptr<Patience> m_patience; // with whoever answers on this bus; none before the first question
 };
 
 } // namespace LocalCommunication

@@ -12,10 +12,13 @@ namespace {
 /// Short enough for the user's input, and many times what a module on this machine takes.
 constexpr Patience::Duration waitInDoubt = 5ms;
 
-/// What a user notices.
-constexpr Patience::Duration mostUnnoticed = 50ms;
+/// When one of the same turn was waited for in vain; long enough to hear what was answered meanwhile.
+constexpr Patience::Duration nextWaitInDoubt = 2ms;
 
-constexpr Patience::Duration calmAfterCrowd = 10s;
+/// Of a time-out of three seconds 25 ms: half of what a user notices. The other half is for what a window
+/// does with the answers.
+constexpr int unnoticedParts = 120;
+
 constexpr Patience::Duration timeOfDoubts = 1min;
 constexpr std::size_t mostDoubts = 3; // in this time, of those that began with a long wait
 constexpr Patience::Duration longWait = 1s;
@@ -35,8 +38,9 @@ Patience::Duration Patience::ask(quint64 question, Time now, Duration timeout, b
     m_lastAsked = {now, timeout};
     m_wasTrusted = m_isTrusted;
     m_owed[question] = m_lastAsked;
-    const Duration left = isCrowded ? timeout - m_stoodInCrowd : timeout;
-    return std::min(timeout, m_isTrusted ? std::max(waitInDoubt, left) : waitInDoubt);
+    const Duration inTrust = isInFlood(now) ? std::max(waitInDoubt, timeout - m_stood) : timeout;
+    const Duration inDoubt = m_isInVain ? nextWaitInDoubt : waitInDoubt;
+    return std::min(timeout, m_isTrusted ? inTrust : inDoubt);
 }
 
 /// An answer after its time-out is a sign of life when nothing was asked since, for then the module has
@@ -49,7 +53,7 @@ void Patience::hear(quint64 question, Time now)
     }
     const bool isInTime = now - asked->second.time <= asked->second.timeout;
     m_owed.erase(asked);
-    if ((isInTime || question == m_last) && !m_isTrusted && now >= m_noTrustBefore) {
+    if ((isInTime || question == m_last) && !m_isTrusted && !isInFlood(now) && now >= m_noTrustBefore) {
         m_isTrusted = true;
     }
 }
@@ -60,13 +64,25 @@ void Patience::stopWaiting(Time now, bool isCrowded)
     const Duration stood = now - m_lastAsked.time;
     if (isCrowded) {
         noteCrowd(now);
-        m_stoodInCrowd += stood > mostUnnoticed ? stood : Duration(0);
     }
+    m_stood += isInFlood(now) ? stood : Duration(0);
     const bool isAnswered = m_owed.find(m_last) == m_owed.end();
-    const bool isFloodPaid = isCrowded && m_stoodInCrowd >= m_lastAsked.timeout;
+    m_isInVain = !m_wasTrusted && !isAnswered;
+    const bool isFloodPaid = m_stood >= m_lastAsked.timeout;
     if (m_wasTrusted && m_isTrusted && (!isAnswered || isFloodPaid)) {
         doubt(now, stood);
     }
+}
+
+/// What is asked in one turn belongs together: who asks several questions gets all of their answers, and it
+/// is one stand for the window.
+void Patience::endTurn()
+{
+    if (m_isTrusted && m_stood > std::max(waitInDoubt, m_lastAsked.timeout / unnoticedParts)) {
+        doubt(m_lastAsked.time, m_stood);
+    }
+    m_stood = {};
+    m_isInVain = false;
 }
 
 /// Those of a module that never answers them.
@@ -76,15 +92,6 @@ void Patience::forgetOld(Time now)
     while (!m_owed.empty() && (m_owed.size() >= mostOwed || isOld(m_owed.begin()->second))) {
         m_owed.erase(m_owed.begin());
     }
-}
-
-void Patience::noteCrowd(Time now)
-{
-    if (now - m_lastCrowd > calmAfterCrowd) {
-        m_stoodInCrowd = {};
-    }
-    m_lastCrowd = now;
-    m_noTrustBefore = std::max(m_noTrustBefore, now + calmAfterCrowd);
 }
 
 void Patience::doubt(Time now, Duration stood)

@@ -8,20 +8,24 @@
 
 namespace LocalCommunication {
 
-/// How long a client waits for an answer, so that its window neither stands still for a module that hangs or
-/// is swamped nor gives up one that is only slow. It has no clock: whoever asks tells the time.
+/// How long the clients of a thread wait for an answer, so that its window neither stands still for a module
+/// that hangs or is swamped nor gives up one that is only slow. It has no clock: whoever asks tells the time.
 ///
-///  1. Trusted, which it is at first: a question waits for its whole time-out. While messages come in crowds,
-///     which make the receiver ask again and again, all questions together stand for one time-out: after
-///     these, and after a question that was not answered in its time-out, the module is doubted.
-///  2. Doubted: questions are asked, and waited for 5 ms. The module is trusted again when one of them is
-///     answered within its time-out, though nobody waited any more, or the last one, however late: it speaks
-///     again and has caught up. But not within 10 s of a crowd, whose load it may still carry, and at most
-///     three times in a minute after a wait of a second or more.
+///  1. Trusted, which it is at first: a question waits for its whole time-out, and the module is doubted when
+///     it was not answered in that. In a flood the window stands once: the questions of one turn of its event
+///     loop wait for one time-out in all, answered or not, and when they have waited for more than a 120th of
+///     it (25 ms of 3 s) the module is doubted from the next turn on. A flood begins with a crowd of
+///     messages, which make the receiver ask again and again, and ends 10 s after the last one, whose load
+///     the module may carry so long.
+///  2. Doubted: questions are asked, and waited for 5 ms, for 2 ms right after one of the same turn that was
+///     waited for in vain. The module is trusted again when one of them is answered within its time-out,
+///     though nobody waited any more, or the last one, however late: it speaks again and has caught up. But
+///     not in a flood, and at most three times in a minute after a wait of a second or more.
 ///
-/// So a question stands for one time-out for a module that hangs, until it speaks again; a flood costs one in
-/// all; and a module that answers now and then, or always too late, at most three in a minute. One that
-/// always takes a second or two, but less than the time-out, is always waited for.
+/// So a window stands for one time-out for a module that hangs, until it speaks again; in a flood once; and
+/// for a module that answers now and then, or always too late, at most three times in a minute. One that
+/// always takes a second or two, but less than the time-out, is waited for when there is no flood; one that
+/// takes 25 ms also then.
 class Patience
 {
 public:
@@ -38,10 +42,15 @@ public:
     /// Nobody waits any more for the question asked last, answered or not.
     void stopWaiting(Time now, bool isCrowded);
 
+    /// The event loop goes on: a window that stood still moves again.
+    void endTurn();
+
     /// On another bus somebody else answers.
     void reset() { *this = Patience(); }
 
 private:
+    static constexpr std::chrono::seconds calmAfterCrowd{10};
+
     struct Asked
     {
         Time time;
@@ -49,14 +58,16 @@ private:
     };
 
     void forgetOld(Time now);
-    void noteCrowd(Time now);
+    void noteCrowd(Time now) { m_floodEnd = now + calmAfterCrowd; }
+    bool isInFlood(Time now) const { return now < m_floodEnd; }
     void doubt(Time now, Duration stood);
 
     bool m_isTrusted = true;
     std::deque<Time> m_doubts; // when the last ones began that had cost a long wait
     Time m_noTrustBefore;      // while doubted
-    Time m_lastCrowd;
-    Duration m_stoodInCrowd{}; // in the flood of the last one
+    Time m_floodEnd;           // of the last one
+    Duration m_stood{};        // in this turn, in a flood
+    bool m_isInVain = false;   // in this turn the last question was waited for in doubt, and not answered
     quint64 m_last = 0;        // the question asked last
     Asked m_lastAsked{};
     bool m_wasTrusted = true;        // when it was asked

@@ -23,6 +23,7 @@ BOUNDS = ROOT / "bench" / "bounds.txt"
 KEPT = ROOT / "build" / "bench.json"
 NOISE_AT_MOST = 0.15
 GROWTH = "growth/"
+MEMORY = "Memory"  # has a place of its own on the page
 # programs of the library benchmark, and what they are called on the page
 LIBRARY_PROGRAMS = {"overlay_bench": "Overlays", "terminal_bench": "Chart", "bar_bench": "Bar files", "ledger_bench": "Ledger"}
 MICROSECONDS = {"ns": 1e-3, "us": 1.0, "ms": 1e3, "s": 1e6}
@@ -58,8 +59,8 @@ def measure():
         groups[group] = groups.get(group, []) + reports
         print(f"{program}: {time.monotonic() - began:.0f} s", flush=True)
     groups["Start"] += [report for _ in range(3) for report in json.loads(run_on_a_screen("window_bench"))["benchmarks"]]
+    groups[MEMORY] = json.loads(run("memory_bench"))["benchmarks"]
     return {"machine": machine(), "day": datetime.date.today().isoformat(), "groups": groups, "live": run("live_bench"),
-            "memory": run("memory_bench"),
             "stalls": run("stall_bench", check=False)}  # fails where the page says that an aim is missed
 
 
@@ -77,18 +78,22 @@ def machine():
 # Figures
 
 class Figure:
-    """A benchmark beside its floor, in microseconds."""
+    """A benchmark beside its floor, in microseconds or bytes."""
 
     def __init__(self, name, reports):
         self.name = name
-        self.taken, *others = sorted(microseconds(report, "median_us", "cpu_ms") for report in reports)
-        self.floor = min(microseconds(report, "floor_us", "floor_ms") for report in reports)
+        self.text = bytes_text if "bytes" in reports[0] else time_text
+        self.taken, *others = sorted(amount(report, "bytes", "median_us", "cpu_ms") for report in reports)
+        self.floor = min(amount(report, "floor_bytes", "floor_us", "floor_ms") for report in reports)
         self.ratio = self.taken / self.floor
         self.noise = min(others[0] / self.taken - 1 if others else 0.0, NOISE_AT_MOST)
 
 
-def microseconds(report, name, name_of_milliseconds):
-    return report[name] if name in report else report[name_of_milliseconds] * 1e3
+def amount(report, name_of_bytes, name_of_microseconds, name_of_milliseconds):
+    for name in (name_of_bytes, name_of_microseconds):
+        if name in report:
+            return report[name]
+    return report[name_of_milliseconds] * 1e3
 
 
 def plain_name(report):
@@ -109,7 +114,7 @@ def by_name(reports):
 
 def figures_of(reports):
     return [Figure(name, runs) for name, runs in by_name(reports).items()
-            if "floor_us" in runs[0] or "floor_ms" in runs[0]]
+            if {"floor_us", "floor_ms", "floor_bytes"} & runs[0].keys()]
 
 
 def growths_of(groups):
@@ -153,13 +158,21 @@ def time_text(microseconds):
     return f"{microseconds * 1e3:.3g} ns"
 
 
+def bytes_text(count):
+    return f"{count / 1e6:.3g} MB"
+
+
+def rows(reports, bounds, work="work"):
+    lines = [f"| {work} | takes | floor | ratio | bound |", "|---|---|---|---|---|"]
+    return lines + [f"| {figure.name} | {figure.text(figure.taken)} | {figure.text(figure.floor)} | {figure.ratio:.2f} "
+                    f"| {bounds.get(figure.name, math.nan):.2f} |" for figure in figures_of(reports)]
+
+
 def table(groups, bounds):
     lines = []
     for group, reports in groups.items():
-        lines += [f"### {group}", "", "| work | takes | floor | ratio | bound |", "|---|---|---|---|---|"]
-        lines += [f"| {figure.name} | {time_text(figure.taken)} | {time_text(figure.floor)} | {figure.ratio:.2f} "
-                  f"| {bounds.get(figure.name, math.nan):.2f} |" for figure in figures_of(reports)]
-        lines.append("")
+        if group != MEMORY:
+            lines += [f"### {group}", "", *rows(reports, bounds), ""]
     return lines
 
 
@@ -223,7 +236,7 @@ def write(measured, bounds):
     page = between_marks(page, "machine", [f"{measured['machine']}, {measured['day']}."])
     page = between_marks(page, "figures", table(measured["groups"], bounds))
     page = between_marks(page, "live", ["```", measured["live"].rstrip(), "```"])
-    page = between_marks(page, "memory", ["```", measured["memory"].rstrip(), "```"])
+    page = between_marks(page, "memory", rows(measured["groups"][MEMORY], bounds, "what"))
     page = between_marks(page, "stalls", measured["stalls"].splitlines())
     page = between_marks(page, "growth", growth_lines(growths))
     PAGE.write_text(page, encoding="utf-8")

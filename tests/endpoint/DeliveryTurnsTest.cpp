@@ -1,5 +1,6 @@
 #include "endpoint/Inbox_p.h"
 
+#include "endpoint/Patience_p.h"
 #include "tests/support/WaitUntil.h"
 
 #include <gmock/gmock.h>
@@ -10,7 +11,9 @@
 #include <QSignalBlocker>
 #include <QTimer>
 
+#include <algorithm>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace LocalCommunication {
@@ -107,6 +110,28 @@ TEST_F(DeliveryTurnsTest, GiveTheNextTurnItsOwnTime)
     EXPECT_THAT(delivered, ElementsAre("a", "b"));
 }
 
+TEST_F(DeliveryTurnsTest, GiveNoTurnItsTimeTwice)
+{
+    QTimer::singleShot(0, inboxes[0].get(), [this] { // before what goes on
+        add(0, "a");
+        add(1, "b");
+        runAll();
+    });
+    std::size_t deliveredInATurn = 0;
+    std::size_t before = 0;
+    const auto note = [&] {
+        deliveredInATurn =
+            std::max(deliveredInATurn, delivered.size() - std::exchange(before, delivered.size()));
+    };
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, inboxes[0].get(),
+                     note);
+
+    ASSERT_TRUE(isDelivered(2));
+    note();
+
+    EXPECT_EQ(deliveredInATurn, 1U);
+}
+
 TEST_F(DeliveryTurnsTest, GoOnWhereTheEventLoopTellsOfNoTurns)
 {
     const QSignalBlocker silence(QAbstractEventDispatcher::instance());
@@ -131,6 +156,36 @@ TEST_F(DeliveryTurnsTest, GoRoundWhateverOneInboxHas)
 
     ASSERT_TRUE(isDelivered(5));
     EXPECT_THAT(delivered, ElementsAre("a", "a", "b", "c", "a"));
+}
+
+TEST_F(DeliveryTurnsTest, KeepOnePatienceForAllThatAskOnABus)
+{
+    const auto one = inboxes[0]->turns()->patience(QStringLiteral("a"));
+
+    EXPECT_EQ(inboxes[1]->turns()->patience(QStringLiteral("a")), one);
+    EXPECT_NE(inboxes[1]->turns()->patience(QStringLiteral("b")), one);
+}
+
+TEST_F(DeliveryTurnsTest, ForgetThePatienceOfNobody)
+{
+    const std::weak_ptr<Patience> one = inboxes[0]->turns()->patience(QStringLiteral("a"));
+
+    EXPECT_TRUE(one.expired());
+}
+
+TEST_F(DeliveryTurnsTest, TellAPatienceThatTheTurnIsOver)
+{
+    using namespace std::chrono_literals;
+    const auto patience = inboxes[0]->turns()->patience(QStringLiteral("a"));
+    const auto now = Patience::Time() + 1h;
+    patience->ask(1, now, 3s, true);
+    patience->hear(1, now + 100ms);
+    patience->stopWaiting(now + 100ms, true);
+    EXPECT_EQ(patience->ask(2, now + 100ms, 3s, true), 2900ms);
+
+    QCoreApplication::processEvents();
+
+    EXPECT_EQ(patience->ask(3, now + 100ms, 3s, true), 5ms);
 }
 
 TEST_F(DeliveryTurnsTest, PassOverAnInboxThatHasGone)

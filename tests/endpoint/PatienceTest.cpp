@@ -22,9 +22,10 @@ constexpr Duration mostUnnoticed = 50ms;
 class PatienceTest : public ::testing::Test
 {
 protected:
-    /// Time in which nobody asks; what was owed comes in.
+    /// Time in which nobody asks and the window moves; what was owed comes in.
     void rest(Duration time)
     {
+        m_patience.endTurn();
         const auto end = m_now + time;
         while (!m_onTheWay.empty() && m_onTheWay.begin()->first <= end) {
             hearNext();
@@ -128,6 +129,19 @@ TEST_F(PatienceTest, TakesTheAnswersOfAQuickModuleAlsoInDoubt)
     for (int i = 0; i < 100; ++i) {
         EXPECT_TRUE(ask(1ms));
     }
+}
+
+TEST_F(PatienceTest, WaitsInDoubtOnceInATurn)
+{
+    ask(std::nullopt);
+    rest(1s);
+    ask(std::nullopt);
+    EXPECT_EQ(stood, inDoubt);
+    ask(std::nullopt); // of another overlay
+    EXPECT_EQ(stood, 2ms);
+    rest(1ms);
+    ask(std::nullopt);
+    EXPECT_EQ(stood, inDoubt);
 }
 
 TEST_F(PatienceTest, GivesASlowModuleThatWasLateItsTimeAgain)
@@ -282,6 +296,64 @@ TEST_F(PatienceTest, StandsForOneTimeOutInAFloodForASwampedModule)
         }
         EXPECT_LE(stoodInAll, timeout) << seed;
     }
+}
+
+TEST_F(PatienceTest, StandsOnceInAFloodThoughEachQuestionIsAnswered)
+{
+    isCrowded = true;
+    int answered = 0;
+    for (int i = 0; i < 1000; ++i, rest(4ms)) {
+        answered += ask(300ms) ? 1 : 0;
+    }
+    EXPECT_EQ(stands, 1);
+    EXPECT_EQ(answered, 1);
+}
+
+TEST_F(PatienceTest, StandsOnceInAFloodThatComesInWaves)
+{
+    for (int i = 0; i < 100; ++i, rest(100ms)) {
+        isCrowded = i % 20 == 0;
+        ask(60ms);
+    }
+    EXPECT_EQ(stands, 1);
+}
+
+TEST_F(PatienceTest, GetsAllAnswersOfTheTurnInWhichItStands)
+{
+    isCrowded = true; // the messages are delivered when all is asked
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_TRUE(ask(100ms)) << i;
+    }
+    rest(1ms);
+
+    EXPECT_FALSE(ask(100ms));
+}
+
+TEST_F(PatienceTest, StandsForOneTimeOutInATurnOfAFlood)
+{
+    isCrowded = true;
+    for (int i = 0; i < 100; ++i) {
+        ask(1100ms);
+    }
+    EXPECT_EQ(stoodInAll, timeout);
+}
+
+TEST_F(PatienceTest, IsAskedInAFloodByWhoeverWantsToWaitLonger)
+{
+    timeout = 20s;
+    isCrowded = true;
+    for (int i = 0; i < 100; ++i, rest(4ms)) {
+        EXPECT_TRUE(ask(150ms));
+    }
+}
+
+TEST_F(PatienceTest, ServesAModuleThatIsNotNoticedInAFlood)
+{
+    isCrowded = true;
+    for (int i = 0; i < 1000; ++i, rest(4ms)) {
+        EXPECT_TRUE(ask(25ms)) << i;
+    }
+    EXPECT_EQ(stands, 0);
 }
 
 TEST_F(PatienceTest, StandsForNobodyRightAfterAFlood)

@@ -160,6 +160,45 @@ TEST_F(Request, WaitsOnceForAModuleThatIsBehind)
     EXPECT_LE(longWaits, 3) << "one, and what a crowded machine makes long";
 }
 
+TEST_F(Request, WaitsOnceForAllEndPointsOfAThread)
+{
+    asker.setRequestTimeout(200ms);
+    ASSERT_EQ(asker.request("TradeQuery", "anybody?"), QByteArray());
+    RecordingEndPoint next;
+    ASSERT_TRUE(next.join(broker.address()));
+    next.setRequestTimeout(longTimeout);
+    QElapsedTimer clock;
+    clock.start();
+
+    EXPECT_EQ(next.request("TradeQuery", "still nobody?"), QByteArray());
+
+    EXPECT_LT(std::chrono::milliseconds(clock.elapsed()), longTimeout / 2);
+}
+
+TEST_F(Request, StandsOnceInAFloodForAModuleThatIsBehind)
+{
+    const BusThread module(broker.address(), "TradeQuery",
+                           [](EndPoint &own, const QByteArray &, const QByteArray &replyChannel) {
+                               std::this_thread::sleep_for(250ms);
+                               own.sendMessage(replyChannel, "TradeQuery", "in time");
+                           });
+    ASSERT_TRUE(asker.listen("Global", "TradeNotify"));
+    asker.setRequestTimeout(3s);
+    int answered = 0;
+    QObject::connect(&asker, &EndPoint::messageReceived, &asker, [this, &answered] {
+        answered += asker.request("TradeQuery", "after a notification").isEmpty() ? 0 : 1;
+    });
+    RecordingEndPoint market;
+    ASSERT_TRUE(market.join(broker.address()));
+    for (int i = 0; i < 100; ++i) {
+        market.sendMessage("Global", "TradeNotify", "{}");
+    }
+
+    ASSERT_TRUE(asker.waitForMessages(100));
+    EXPECT_GE(answered, 1);
+    EXPECT_LE(answered, 2) << "the second one where the first one comes before the others";
+}
+
 TEST_F(Request, WaitsAgainOnTheBusThatComesNext)
 {
     asker.setRequestTimeout(100ms);

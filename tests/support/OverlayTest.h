@@ -14,8 +14,12 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <limits>
 #include <memory>
 #include <optional>
+
+/// What a host hands over for a price or a place that it does not know.
+inline constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 /// A message that an overlay is to ignore, as a row of a data-driven test.
 struct Ignored

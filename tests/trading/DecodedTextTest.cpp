@@ -7,18 +7,18 @@
 namespace Trading {
 namespace {
 
-const QString text = QStringLiteral(u"日期,收盘\n20240102,9.21\n");
+const QString table = QStringLiteral(u"日期,收盘\n20240102,9.21\n");
 
 TEST(DecodedText, IsTheSameFromEveryEncoding)
 {
     for (const char *const encoding : {"UTF-8", "UTF-16", "GB18030", "GBK"}) {
-        EXPECT_EQ(decodedText(QTextCodec::codecForName(encoding)->fromUnicode(text)), text) << encoding;
+        EXPECT_EQ(decodedText(QTextCodec::codecForName(encoding)->fromUnicode(table)), table) << encoding;
     }
 }
 
 TEST(DecodedText, HasNoByteOrderMark)
 {
-    EXPECT_EQ(decodedText("\xEF\xBB\xBF" + text.toUtf8()), text);
+    EXPECT_EQ(decodedText("\xEF\xBB\xBF" + table.toUtf8()), table);
 }
 
 TEST(DecodedText, IsNothingForBytesThatAreNoText)

@@ -13,24 +13,24 @@
 namespace Trading {
 namespace {
 
-constexpr MessageKey day(bool isRequired)
+constexpr MessageKey dayKey(bool isRequired)
 {
     return {"day", JsonType::Text, Form::Day, isRequired, WhenWrong::Ignored, "a day"};
 }
 
 TEST(KeyCheck, FindsWhatIsMissingOfAnotherTypeOrNotAllowed)
 {
-    EXPECT_EQ(faultOf(day(true), QJsonValue(QJsonValue::Undefined)), KeyFault::Missing);
-    EXPECT_EQ(faultOf(day(true), 20240102), KeyFault::WrongType);
-    EXPECT_EQ(faultOf(day(true), QStringLiteral("20240230")), KeyFault::NotAllowed);
-    EXPECT_EQ(faultOf(day(true), QStringLiteral("20240229")), KeyFault::None);
+    EXPECT_EQ(faultOf(dayKey(true), QJsonValue(QJsonValue::Undefined)), KeyFault::Missing);
+    EXPECT_EQ(faultOf(dayKey(true), 20240102), KeyFault::WrongType);
+    EXPECT_EQ(faultOf(dayKey(true), QStringLiteral("20240230")), KeyFault::NotAllowed);
+    EXPECT_EQ(faultOf(dayKey(true), QStringLiteral("20240229")), KeyFault::None);
 }
 
 TEST(KeyCheck, LetsWhatIsNotRequiredBeNullOrEmpty)
 {
-    EXPECT_EQ(faultOf(day(false), QJsonValue::Null), KeyFault::None);
-    EXPECT_EQ(faultOf(day(false), QStringLiteral("")), KeyFault::None);
-    EXPECT_EQ(faultOf(day(true), QStringLiteral("")), KeyFault::NotAllowed);
+    EXPECT_EQ(faultOf(dayKey(false), QJsonValue::Null), KeyFault::None);
+    EXPECT_EQ(faultOf(dayKey(false), QStringLiteral("")), KeyFault::None);
+    EXPECT_EQ(faultOf(dayKey(true), QStringLiteral("")), KeyFault::NotAllowed);
 }
 
 TEST(KeyCheck, KnowsTheRangesOfNumbers)

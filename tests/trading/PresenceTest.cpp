@@ -25,7 +25,7 @@ TradePresence offline(const char *instance, qint64 fence)
     return online(instance, fence).ended();
 }
 
-TradePresence complete()
+TradePresence completePresence()
 {
     TradePresence presence = online("one", 7);
     presence.version = QStringLiteral("0.1.0");
@@ -48,7 +48,7 @@ QJsonObject json(const QByteArray &text)
 
 TEST(Presence, SaysWhoServesAndWhatItCanDo)
 {
-    EXPECT_EQ(json(complete().toJson()), json(R"({"instance":"one","online":true,"version":"0.1.0",
+    EXPECT_EQ(json(completePresence().toJson()), json(R"({"instance":"one","online":true,"version":"0.1.0",
         "protocol":"1","can":["clientno","more"],"host":"desk","process":1234,"processstart":"boot/5120",
         "since":"2026-11-22T09:30:00Z",
         "fence":7,"readonly":false,"ledger":"/home/me/account.db"})"));
@@ -56,12 +56,13 @@ TEST(Presence, SaysWhoServesAndWhatItCanDo)
 
 TEST(Presence, SaysOfOneThatEndedWhichItWas)
 {
-    EXPECT_EQ(json(complete().ended().toJson()), json(R"({"instance":"one","online":false,"fence":7})"));
+    EXPECT_EQ(json(completePresence().ended().toJson()),
+              json(R"({"instance":"one","online":false,"fence":7})"));
 }
 
 TEST(Presence, IsReadAsItWasSaid)
 {
-    const TradePresence said = complete();
+    const TradePresence said = completePresence();
 
     const std::optional<TradePresence> read = TradePresence::ofJson(said.toJson());
 
@@ -143,7 +144,7 @@ TEST(Presence, OfAnotherLedgerIsTakenWhateverItsFence)
     TradePresence other = online("other", 1);
     other.ledger = QStringLiteral("/home/me/other.db");
 
-    EXPECT_TRUE(replaces(other, complete()));
+    EXPECT_TRUE(replaces(other, completePresence()));
     EXPECT_TRUE(replaces(other, offline("one", 7))) << "the farewell does not say which ledger it was";
 }
 
@@ -156,8 +157,8 @@ TEST(Presence, EndsWithTheWordOfTheKnownOneOnly)
 
 TEST(Presence, TellsOfAnotherLedgerOnTheBus)
 {
-    const TradePresence own = complete();
-    TradePresence successor = complete();
+    const TradePresence own = completePresence();
+    TradePresence successor = completePresence();
     successor.instance = QStringLiteral("two");
     TradePresence other = successor;
     other.ledger = QStringLiteral("/home/me/other.db");
@@ -171,12 +172,12 @@ TEST(Presence, TellsOfAnotherLedgerOnTheBus)
 
 TEST(Presence, TellsTheSameFileNameOnAnotherHostFromThisOne)
 {
-    TradePresence elsewhere = complete();
+    TradePresence elsewhere = completePresence();
     elsewhere.instance = QStringLiteral("two");
     elsewhere.host = QStringLiteral("another desk");
-    EXPECT_TRUE(isOfAnotherLedger(complete(), elsewhere));
+    EXPECT_TRUE(isOfAnotherLedger(completePresence(), elsewhere));
 
-    TradePresence own = complete();
+    TradePresence own = completePresence();
     own.ledger = elsewhere.ledger = QStringLiteral("postgresql://trader@database/account");
     EXPECT_FALSE(isOfAnotherLedger(own, elsewhere)) << "one server, whoever asks it";
 }

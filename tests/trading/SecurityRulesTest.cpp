@@ -8,12 +8,12 @@
 namespace Trading {
 namespace {
 
-constexpr TradingDate day = TradingDate::ofNumber(20261123).value();
+constexpr TradingDate aMonday = TradingDate::ofNumber(20261123).value();
 
 /// The rules of a code of which nothing else is known.
 SecurityRules rulesOf(const QString &code)
 {
-    return MarketRules::of({code, CodeRanges::of(code)->market}, day);
+    return MarketRules::of({code, CodeRanges::of(code)->market}, aMonday);
 }
 
 DayLimits dayLimits(const QString &code, Money closeBefore)

@@ -10,6 +10,7 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace TradeChart {
@@ -203,8 +204,8 @@ void addPastTrades(const AnswerRows &rows, TradesByDay &trades)
     auto day = trades.end();
     rows.read(historyColumns, [&](const DatedTrade &read, const auto &row) {
         log.write(row);
-        if (day == trades.end() || day->first != read.date) {
-            day = trades.try_emplace(read.date).first; // rows of a day mostly follow each other
+        if (day == trades.end() || day->first != read.date) { // rows of a day mostly follow each other
+            day = trades.try_emplace(day == trades.end() ? day : std::next(day), read.date); // and so do days
         }
         day->second.push_back(read.trade);
     });

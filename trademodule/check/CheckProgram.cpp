@@ -117,10 +117,7 @@ CheckSettings settingsOf(const QCommandLineParser &parser)
 
 CheckCases chosenCases(const QCommandLineParser &parser, bool placesOrders)
 {
-    CheckCases cases = readOnlyCases();
-    if (placesOrders) {
-        cases.insert(cases.end(), orderingCases().begin(), orderingCases().end());
-    }
+    CheckCases cases = placesOrders ? allCases() : readOnlyCases();
     const QByteArray beginning = parser.value(QStringLiteral("only")).toUtf8();
     const auto isOther = [&beginning](const CheckCase &checked) {
         return !QByteArray(checked.id).startsWith(beginning);

@@ -25,4 +25,14 @@ const CheckCases &orderingCases()
     return all;
 }
 
+const CheckCases &allCases()
+{
+    static const CheckCases all = [] {
+        CheckCases cases = readOnlyCases();
+        cases.insert(cases.end(), orderingCases().begin(), orderingCases().end());
+        return cases;
+    }();
+    return all;
+}
+
 } // namespace TradeModule

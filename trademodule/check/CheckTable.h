@@ -10,4 +10,7 @@ const CheckCases &readOnlyCases();
 /// The cases that place, change and cancel an order. Each goes on from the one before.
 const CheckCases &orderingCases();
 
+/// Both, in that order.
+const CheckCases &allCases();
+
 } // namespace TradeModule

@@ -33,9 +33,9 @@ qint64 OrderCover::sellable(const SecurityId &security, const Orders &open)
                     m_book->boughtOn(m_book->today(), security), open);
 }
 
-qint64 OrderCover::notOnOffer(const SecurityId &security)
+qint64 OrderCover::notOnOffer(const SecurityId &security, const Orders &open)
 {
-    return sellable(security, m_book->holding(security).quantity(), 0, m_book->open());
+    return sellable(security, m_book->holding(security).quantity(), 0, open);
 }
 
 qint64 OrderCover::sellable(const SecurityId &security, qint64 held, qint64 boughtToday, const Orders &open)

@@ -14,16 +14,14 @@ public:
     /// Shares that may be sold today: held, not bought today and not on offer already.
     qint64 sellable(const SecurityId &security, const Orders &open);
     /// Shares that are held and not on offer, those bought today among them.
-    qint64 notOnOffer(const SecurityId &security);
+    qint64 notOnOffer(const SecurityId &security, const Orders &open);
     /// The same as sellable(), of a holding that is known, with what of it was bought today.
     qint64 sellable(const SecurityId &security, qint64 held, qint64 boughtToday, const Orders &open);
     /// The cash that is free for a buy and its fees: what the open buys and theirs leave.
     Money spendable(const Orders &open);
 
-    /// An Error when the account does not have what an order needs. Requires an order of a form that
-    /// TradingRules allows.
-    void refuseUncovered(const Order &order) { refuseUncovered(order, m_book->open()); }
-    /// The same beside these open orders.
+    /// An Error when the account does not have what an order needs beside the open ones. Requires an order of
+    /// a form that TradingRules allows.
     void refuseUncovered(const Order &order, const Orders &open);
 
 private:

@@ -62,9 +62,11 @@ bool isLeft(const Order &order)
     return is(order, None);
 }
 
-bool isNew(const Order &order)
+const QStringList &newStatuses()
 {
-    return is(order, None) || is(order, Quoting) || is(order, WaittingQuote);
+    static const QStringList statuses{QLatin1String(None), QLatin1String(Quoting),
+                                      QLatin1String(WaittingQuote)};
+    return statuses;
 }
 
 bool advance(Order *order, Conditions conditions)
@@ -78,7 +80,7 @@ bool advance(Order *order, Conditions conditions)
     if (wasLeft) {
         order->status = statusWhenPlaced(conditions.isOpen);
     }
-    if (isNew(*order) && conditions.isOpen) {
+    if (newStatuses().contains(order->status) && conditions.isOpen) {
         return report(order, conditions.limits) || wasLeft;
     }
     if (is(*order, Quoted) && conditions.limits == Limits::Broken) { // another day is played now

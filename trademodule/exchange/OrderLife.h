@@ -22,8 +22,8 @@ QString statusWhenPlaced(bool isExchangeOpen);
 /// True for an order that was left in the ledger and that no exchange has taken yet.
 bool isLeft(const Order &order);
 
-/// True for an order that the exchange has not seen yet.
-bool isNew(const Order &order);
+/// Of orders that the exchange has not seen yet.
+const QStringList &newStatuses();
 
 /// Takes an order's next step that needs no quote; true when there was one. An order of a past day ends. One
 /// whose limits nobody knows is not reported.

@@ -136,11 +136,12 @@ Order PaperExchange::enter(Order order, const QString &status)
 
 void PaperExchange::refuseWrong(const Order &order)
 {
-    const QString wrong = TradingRules::formError(order, m_cover.notOnOffer(order.security));
+    const Orders open = m_book.open();
+    const QString wrong = TradingRules::formError(order, m_cover.notOnOffer(order.security, open));
     if (!wrong.isEmpty()) {
         throw Error(wrong);
     }
-    m_cover.refuseUncovered(order);
+    m_cover.refuseUncovered(order, open);
 }
 
 std::optional<Order> PaperExchange::placedBefore(const Order &order)
@@ -267,13 +268,12 @@ OrderLife::Conditions PaperExchange::conditionsOf(const Order &order) const
     return conditions;
 }
 
-/// The orders that advanceAll() changes, as they are afterwards.
-Orders PaperExchange::advanced(bool (*isMeant)(const Order &))
+/// Those of these orders that advanceAll() changes, as they are afterwards.
+Orders PaperExchange::advanced(Orders orders) const
 {
     Orders changed;
-    Orders open = m_book.open();
-    for (Order &order : open) {
-        if ((isMeant == nullptr || isMeant(order)) && OrderLife::advance(&order, conditionsOf(order))) {
+    for (Order &order : orders) {
+        if (OrderLife::advance(&order, conditionsOf(order))) {
             changed.append(order);
         }
     }
@@ -288,7 +288,7 @@ void PaperExchange::report()
     }
     try {
         settleDoubt();
-        advanceAll(&OrderLife::isNew);
+        advanceAll(&PaperExchange::newOrders);
     } catch (const Error &) {
         m_hasPlaced = true;
         throw;
@@ -298,17 +298,17 @@ void PaperExchange::report()
 void PaperExchange::settle()
 {
     settleDoubt();
-    advanceAll();
+    advanceAll(&PaperExchange::openOrders);
     m_market.keep();
 }
 
-void PaperExchange::advanceAll(bool (*isMeant)(const Order &))
+void PaperExchange::advanceAll(Orders (PaperExchange::*meant)())
 {
-    if (advanced(isMeant).isEmpty()) {
+    if (advanced((this->*meant)()).isEmpty()) {
         return; // nearly always, and without locking anybody out
     }
     Transaction transaction = m_book.begin();
-    const Orders written = writeAll(&transaction, advanced(isMeant));
+    const Orders written = writeAll(&transaction, advanced((this->*meant)()));
     if (!written.isEmpty()) { // what is set aside comes here each second, and a commit waits for the disk
         finish(&transaction, written);
     }
@@ -375,7 +375,7 @@ void PaperExchange::take(const Quote &quote)
         return;
     }
     m_market.note(quote.security, m_newTrading.timeWith(quote), quote.open, quote.previousClose);
-    advanceAll();
+    advanceAll(&PaperExchange::openOrders);
     if (takesOrders(MarketRules::stateOnTradingDay(quote.security, quote.recorded.value_or(quote.date),
                                                    quote.time))) {
         deal(*added, quote); // at last: what fails can be taken again, and nothing is dealt twice
@@ -405,10 +405,9 @@ Orders PaperExchange::reachedBy(const Quote &quote)
 {
     Orders reached;
     const TradingDate today = m_book.today();
-    const Orders open = m_book.open();
+    const Orders open = m_book.open(quote.security);
     std::copy_if(open.begin(), open.end(), std::back_inserter(reached), [&](const Order &order) {
-        return order.security == quote.security && !(order.date < today) && OrderLife::isDealable(order) &&
-               Dealing::reaches(quote, order);
+        return !(order.date < today) && OrderLife::isDealable(order) && Dealing::reaches(quote, order);
     });
     return reached;
 }

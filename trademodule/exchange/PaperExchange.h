@@ -123,8 +123,9 @@ private:
     Orders completed(const Orders &changed);
     QString nameOnItsDay(const Order &order) const;
     OrderLife::Conditions conditionsOf(const Order &order) const;
-    Orders advanced(bool (*isMeant)(const Order &));
-    void advanceAll(bool (*isMeant)(const Order &) = nullptr);
+    Orders newOrders() { return m_book.ofStatuses(OrderLife::newStatuses()); }
+    Orders advanced(Orders orders) const;
+    void advanceAll(Orders (PaperExchange::*meant)());
     Orders write(const Orders &changed);
     Orders writeAll(Transaction *transaction, const Orders &changed);
     Orders reachedBy(const Quote &quote);

@@ -471,17 +471,33 @@ void Database::commit()
             throw;
         }
     }
+    m_confirmedMark = m_mark;
 }
 
 void Database::leaveMark()
 {
     if (m_marksChanges) {
         m_mark = static_cast<qint64>(QRandomGenerator::system()->generate64() >> 1);
-        run(QStringLiteral("INSERT INTO change_mark (mark, made_on) VALUES (%1, %2)")
-                .arg(m_mark)
-                .arg(TradingDate::today().number()));
+        if (!replaceConfirmedMark()) {
+            run(QStringLiteral("INSERT INTO change_mark (mark, made_on) VALUES (%1, %2)")
+                    .arg(m_mark)
+                    .arg(TradingDate::today().number()));
+        }
         removeOldMarks();
     }
+}
+
+/// Nobody asks after a change that was confirmed. With a mark for each of them the ledger would grow with
+/// every quote. False when it is not there, as with the first change.
+bool Database::replaceConfirmedMark()
+{
+    return m_confirmedMark &&
+           runOnce(QStringLiteral("UPDATE change_mark SET mark = %1, made_on = %2 WHERE mark = %3")
+                       .arg(m_mark)
+                       .arg(TradingDate::today().number())
+                       .arg(*m_confirmedMark),
+                   {}, Waits::ForNobody)
+                   .numRowsAffected() > 0;
 }
 
 void Database::removeOldMarks()
@@ -549,6 +565,7 @@ void Database::overwriteFailedChange()
         rollback();
         throw;
     }
+    m_confirmedMark = m_mark;
 }
 
 /// A server that follows another one may hear of the change later.

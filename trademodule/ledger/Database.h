@@ -90,8 +90,8 @@ public:
     /// and whether it is there again is found out aside.
     void reconnectAside();
 
-    /// From here on every change leaves a mark of its own in the table change_mark. Without it nobody can say
-    /// what became of a change whose end was not confirmed.
+    /// From here on every change leaves a mark of its own in the table change_mark, in the place of that of
+    /// the last one that was confirmed. Without it nobody can say what became of a change whose end was not.
     void markChanges() { m_marksChanges = true; }
 
     /// What became of a change that failed as OutcomeUnknown; a LedgerUnavailable while that is still not
@@ -134,6 +134,7 @@ private:
     void waitAtMost(std::chrono::milliseconds time);
     void refuseReplacedLog() const;
     void leaveMark();
+    bool replaceConfirmedMark();
     void removeOldMarks();
     bool happened(qint64 mark);
     void waitForWriters();
@@ -168,6 +169,7 @@ private:
     std::unique_ptr<ServerProbe> m_probe;    ///< of a server to which the way back is found aside
     int m_socket = -1;                       ///< of a server's connection
     qint64 m_mark = 0;                       ///< of the last change
+    std::optional<qint64> m_confirmedMark;   ///< of the last change that was confirmed
     bool m_marksChanges = false;
     QDeadlineTimer m_noOldMarks; ///< until then none needs to be looked for
     bool m_mayBeDone = false;    ///< what the last failure was asked for

@@ -10,15 +10,20 @@ namespace TradeModule {
 
 namespace {
 
-QString openStatuses()
+QStringList openStatuses()
 {
-    QStringList quoted;
+    QStringList open;
     for (const TradeChart::OrderStatusRow &status : TradeChart::OrderStatusTable()) {
         if (status.isOpen) {
-            quoted.append(QStringLiteral("'%1'").arg(status.code));
+            open.append(status.code);
         }
     }
-    return quoted.join(QLatin1Char(','));
+    return open;
+}
+
+QString isOneOf(const QStringList &statuses)
+{
+    return QStringLiteral("o.status IN ('%1')").arg(statuses.join(QLatin1String("','")));
 }
 
 } // namespace
@@ -95,7 +100,18 @@ Orders OrderBook::ofDay(TradingDate date, const SecurityId &security)
 
 Orders OrderBook::open()
 {
-    return ordersWhere(QStringLiteral("o.status IN (%1)").arg(openStatuses()), {});
+    return ofStatuses(openStatuses());
+}
+
+Orders OrderBook::open(const SecurityId &security)
+{
+    return ordersWhere(isOneOf(openStatuses()) + QStringLiteral(" AND s.code = ? AND s.market = ?"),
+                       {security.code, marketLetters(security.market)});
+}
+
+Orders OrderBook::ofStatuses(const QStringList &statuses)
+{
+    return ordersWhere(isOneOf(statuses), {});
 }
 
 Money OrderBook::cash()

@@ -42,6 +42,9 @@ public:
     Orders ofDay(TradingDate date, const SecurityId &security);
     /// Orders that something may still happen to, the oldest first.
     Orders open();
+    Orders open(const SecurityId &security);
+    /// Orders of any day, the oldest first.
+    Orders ofStatuses(const QStringList &statuses);
 
     Money cash();
     void setCash(Money cash);

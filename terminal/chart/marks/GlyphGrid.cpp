@@ -22,6 +22,9 @@ GlyphGrid::GlyphGrid(const ChartGeometry &geometry)
       m_columns(squaresFrom(m_first.column, geometry.right)),
       m_rows(squaresFrom(m_first.row, geometry.bottom))
 {
+    std::transform(around.begin(), around.end(), m_steps.begin(), [this](const Square &step) {
+        return static_cast<std::size_t>(step.column) * m_rows + static_cast<std::size_t>(step.row);
+    });
 }
 
 unsigned GlyphGrid::squaresFrom(int first, double lastPixel)
@@ -31,14 +34,27 @@ unsigned GlyphGrid::squaresFrom(int first, double lastPixel)
 
 void GlyphGrid::put(GlyphNumber number, Square square, int mark)
 {
-    std::vector<int> &marks = m_marks[static_cast<std::size_t>(number)];
-    if (marks.empty()) {
-        marks.assign(std::size_t{m_columns} * m_rows + 1, noMark); // never empty again
+    Kind &kind = m_kinds[static_cast<std::size_t>(number)];
+    if (kind.marks.empty()) {
+        const std::size_t size = std::size_t{m_columns} * m_rows + 1; // never empty again
+        kind.marks.assign(size, noMark);
+        kind.taken.assign(size, 0);
     }
     if (isOnChart(square)) {
-        marks[indexOf(square)] = mark;
+        kind.marks[indexOf(square)] = mark;
     } else {
         m_farAway.insert(keyOf(number, square), mark);
+    }
+    tellAround(&kind, square);
+}
+
+void GlyphGrid::tellAround(Kind *kind, Square square) const
+{
+    for (unsigned number = 0; number < around.size(); ++number) {
+        const Square from{square.column - around.at(number).column, square.row - around.at(number).row};
+        if (isOnChart(from)) {
+            kind->taken[indexOf(from)] |= static_cast<std::uint16_t>(1U << number);
+        }
     }
 }
 

@@ -12,13 +12,16 @@ namespace Terminal {
 /// keeps its memory when it is cleared: there may be many thousand in each repaint.
 class PlaceList
 {
+    static constexpr int end = -1;
+
     struct Link
     {
-        QPointF place;
-        int next;
-    };
+        /// Made where it stands: to copy one, partly just written, costs as much as finding its mark.
+        explicit Link(const QPointF &where) : place(where) {}
 
-    static constexpr int end = -1;
+        QPointF place;
+        int next = end;
+    };
 
 public:
     /// Which places of the list are those of one mark.
@@ -88,7 +91,7 @@ public:
             m_links[static_cast<std::size_t>(chain->last)].next = number;
         }
         chain->last = number;
-        m_links.push_back({place, end});
+        m_links.emplace_back(place);
     }
 
     Range of(const Chain &chain) const { return {{&m_links, chain.first}, {&m_links, end}}; }

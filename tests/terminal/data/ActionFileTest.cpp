@@ -8,12 +8,12 @@
 namespace Terminal {
 namespace {
 
-const QString path = QStringLiteral("actions/600519.csv");
+const QString actionFile = QStringLiteral("actions/600519.csv");
 const auto moutai = SecurityCode::of(QStringLiteral("600519.SH"));
 
 Loaded<CorporateActions> read(const QByteArray &text)
 {
-    return readActions(text, path, moutai);
+    return readActions(text, actionFile, moutai);
 }
 
 qint64 steps(const char *text)
@@ -100,7 +100,7 @@ TEST_P(ActionFileRefuses, ByFileLineAndReason)
 {
     const auto actions = read(GetParam().content);
     EXPECT_FALSE(actions);
-    const QString reason = path + QString::fromUtf8(GetParam().reason);
+    const QString reason = actionFile + QString::fromUtf8(GetParam().reason);
     EXPECT_TRUE(actions.error().startsWith(reason)) << qPrintable(actions.error());
 }
 
@@ -158,7 +158,7 @@ TEST_F(ActionFileOnDisk, MayBeMissing)
 
 TEST_F(ActionFileOnDisk, IsNamedWhenItIsWrong)
 {
-    const QString file = write(path, "exdate,dividend\n20240620,x\n");
+    const QString file = write(actionFile, "exdate,dividend\n20240620,x\n");
     EXPECT_TRUE(readActionFile(file, moutai).error().startsWith(file + QStringLiteral(":2: ")));
 }
 

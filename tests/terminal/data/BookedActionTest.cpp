@@ -9,7 +9,7 @@ namespace {
 
 using Trading::Money;
 
-qint64 steps(const char *text)
+qint64 stepsOf(const char *text)
 {
     return decimalSteps(text).value();
 }
@@ -17,7 +17,7 @@ qint64 steps(const char *text)
 /// 1.70 yuan and 6 shares for ten.
 CorporateAction told(int day)
 {
-    return {onDay(day), YuanPerShare::ofSteps(steps("0.17")), SharesPerShare::ofSteps(steps("0.6"))};
+    return {onDay(day), YuanPerShare::ofSteps(stepsOf("0.17")), SharesPerShare::ofSteps(stepsOf("0.6"))};
 }
 
 BookedAction booked(int day, qint64 held, double cash, qint64 bonus = 0)
@@ -37,8 +37,8 @@ TEST(BookedAction, IsForOneShareWhatWasReceivedForAll)
     const KnownActions known = knownActions({}, {booked(20130620, 1000, 170, 600)});
     ASSERT_EQ(known.actions.size(), 1U);
     EXPECT_EQ(known.actions[0].exDate, onDay(20130620));
-    EXPECT_EQ(known.actions[0].dividend.steps(), steps("0.17"));
-    EXPECT_EQ(known.actions[0].bonus.steps(), steps("0.6"));
+    EXPECT_EQ(known.actions[0].dividend.steps(), stepsOf("0.17"));
+    EXPECT_EQ(known.actions[0].bonus.steps(), stepsOf("0.6"));
     EXPECT_TRUE(known.remarks.isEmpty());
 }
 
@@ -47,7 +47,7 @@ TEST(BookedAction, IsExactToFourDecimals)
 {
     const KnownActions known = knownActions({}, {booked(20160616, 7700, 1178.1)});
     ASSERT_EQ(known.actions.size(), 1U);
-    EXPECT_EQ(known.actions[0].dividend.steps(), steps("0.153"));
+    EXPECT_EQ(known.actions[0].dividend.steps(), stepsOf("0.153"));
 }
 
 /// 89.79 yuan for 333 shares may be 0.2696 or 0.26964 for one.
@@ -82,7 +82,7 @@ TEST(BookedAction, YieldsToTheFileAndIsTold)
 {
     const KnownActions known = knownActions({told(20130620)}, {booked(20130620, 1000, 160, 600)});
     ASSERT_EQ(known.actions.size(), 1U);
-    EXPECT_EQ(known.actions[0].dividend.steps(), steps("0.17"));
+    EXPECT_EQ(known.actions[0].dividend.steps(), stepsOf("0.17"));
     ASSERT_EQ(known.remarks.size(), 1);
     EXPECT_TRUE(known.remarks[0].contains(QStringLiteral("the file holds"))) << qPrintable(known.remarks[0]);
 }
@@ -108,7 +108,7 @@ TEST(BookedAction, PutsSharesTogether)
 {
     const KnownActions known = knownActions({}, {booked(20130620, 1000, 0, -500)});
     ASSERT_EQ(known.actions.size(), 1U);
-    EXPECT_EQ(known.actions[0].bonus.steps(), steps("-0.5"));
+    EXPECT_EQ(known.actions[0].bonus.steps(), stepsOf("-0.5"));
     EXPECT_TRUE(knownActions({}, {booked(20130620, 1000, 0, -1000)}).actions.empty())
         << "nothing would be left";
 }

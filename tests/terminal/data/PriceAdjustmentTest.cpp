@@ -6,9 +6,9 @@
 namespace Terminal {
 namespace {
 
-constexpr int cents = 2;
+constexpr int decimals = 2;
 
-YuanPerShare yuan(const char *text)
+YuanPerShare yuanPerShare(const char *text)
 {
     return YuanPerShare::ofSteps(decimalSteps(text).value());
 }
@@ -20,7 +20,7 @@ SharesPerShare shares(const char *text)
 
 CorporateAction dividendOn(int day, const char *perShare)
 {
-    return {onDay(day), yuan(perShare)};
+    return {onDay(day), yuanPerShare(perShare)};
 }
 
 CorporateAction bonusOn(int day, const char *perShare)
@@ -50,7 +50,7 @@ TEST(PriceAdjustment, LeavesEverythingAsItIsWithoutActions)
     const PriceAdjustment none;
     EXPECT_TRUE(none.isEmpty());
     EXPECT_EQ(none.factorOn(onDay(20240102)), 1);
-    EXPECT_EQ(none.referencePrice(10.01, onDay(20240102), onDay(20240103), cents), 10.01);
+    EXPECT_EQ(none.referencePrice(10.01, onDay(20240102), onDay(20240103), decimals), 10.01);
     EXPECT_EQ(none.adjusted({barOn(20240102, 10)}).front().close, 10);
 }
 
@@ -96,10 +96,10 @@ TEST(PriceAdjustment, HoldsTheBarsOfFourExDatesTogether)
     const Bars bars = {barOn(20130619, 19.24), barOn(20130620, 11.18), barOn(20140611, 11.78),
                        barOn(20140612, 9.71),  barOn(20150410, 19.80), barOn(20150413, 16.54),
                        barOn(20160615, 10.44), barOn(20160616, 8.57)};
-    const PriceAdjustment adjustment = adjustmentOf({{onDay(20130620), yuan("0.17"), shares("0.6")},
-                                                     {onDay(20140612), yuan("0.16"), shares("0.2")},
-                                                     {onDay(20150413), yuan("0.174"), shares("0.2")},
-                                                     {onDay(20160616), yuan("0.153"), shares("0.2")}},
+    const PriceAdjustment adjustment = adjustmentOf({{onDay(20130620), yuanPerShare("0.17"), shares("0.6")},
+                                                     {onDay(20140612), yuanPerShare("0.16"), shares("0.2")},
+                                                     {onDay(20150413), yuanPerShare("0.174"), shares("0.2")},
+                                                     {onDay(20160616), yuanPerShare("0.153"), shares("0.2")}},
                                                     bars)
                                            .value();
     const double last = 8.5725 / 10.44;
@@ -111,10 +111,10 @@ TEST(PriceAdjustment, HoldsTheBarsOfFourExDatesTogether)
     EXPECT_NEAR(adjustment.factorOn(onDay(20140611)), lastThree, 1e-15);
     EXPECT_NEAR(adjustment.factorOn(onDay(20130619)), all, 1e-15);
     // the exchange's reference prices, in cents
-    EXPECT_EQ(adjustment.referencePrice(19.24, onDay(20130619), onDay(20130620), cents), 11.92);
-    EXPECT_EQ(adjustment.referencePrice(11.78, onDay(20140611), onDay(20140612), cents), 9.68);
-    EXPECT_EQ(adjustment.referencePrice(19.80, onDay(20150410), onDay(20150413), cents), 16.36);
-    EXPECT_EQ(adjustment.referencePrice(10.44, onDay(20160615), onDay(20160616), cents), 8.57);
+    EXPECT_EQ(adjustment.referencePrice(19.24, onDay(20130619), onDay(20130620), decimals), 11.92);
+    EXPECT_EQ(adjustment.referencePrice(11.78, onDay(20140611), onDay(20140612), decimals), 9.68);
+    EXPECT_EQ(adjustment.referencePrice(19.80, onDay(20150410), onDay(20150413), decimals), 16.36);
+    EXPECT_EQ(adjustment.referencePrice(10.44, onDay(20160615), onDay(20160616), decimals), 8.57);
 }
 
 /// The share does not trade on the ex-date: the price before it is the last one there was.
@@ -123,7 +123,7 @@ TEST(PriceAdjustment, GoesByTheLastPriceBeforeASuspension)
     const Bars bars = {barOn(20240102, 20), barOn(20240201, 10.5)};
     const PriceAdjustment adjustment = adjustmentOf({bonusOn(20240110, "1")}, bars).value();
     EXPECT_DOUBLE_EQ(adjustment.factorOn(onDay(20240102)), 0.5);
-    EXPECT_EQ(adjustment.referencePrice(20, onDay(20240102), onDay(20240201), cents), 10);
+    EXPECT_EQ(adjustment.referencePrice(20, onDay(20240102), onDay(20240201), decimals), 10);
 }
 
 /// 20.00 becomes two shares of 10.00, each of which pays 1.00: 20 × 0.5 × 0.9.
@@ -133,7 +133,7 @@ TEST(PriceAdjustment, ChainsTwoActionsOfOneSuspension)
     const PriceAdjustment adjustment =
         adjustmentOf({bonusOn(20240110, "1"), dividendOn(20240117, "1")}, bars).value();
     EXPECT_DOUBLE_EQ(adjustment.factorOn(onDay(20240102)), 0.45);
-    EXPECT_EQ(adjustment.referencePrice(20, onDay(20240102), onDay(20240201), cents), 9);
+    EXPECT_EQ(adjustment.referencePrice(20, onDay(20240102), onDay(20240201), decimals), 9);
 }
 
 TEST(PriceAdjustment, DoesNotKnowYetWhatIsAfterTheLastBar)
@@ -154,7 +154,7 @@ TEST(PriceAdjustment, RoundsAReferencePriceAsTheExchangeDoes)
 {
     const Bars bars = {barOn(20240102, 10.01), barOn(20240103, 10)};
     const PriceAdjustment adjustment = adjustmentOf({dividendOn(20240103, "0.005")}, bars).value();
-    EXPECT_EQ(adjustment.referencePrice(10.01, onDay(20240102), onDay(20240103), cents), 10.01);
+    EXPECT_EQ(adjustment.referencePrice(10.01, onDay(20240102), onDay(20240103), decimals), 10.01);
     EXPECT_EQ(adjustment.referencePrice(10.01, onDay(20240102), onDay(20240103), 3), 10.005);
 }
 

@@ -15,7 +15,7 @@
 namespace Terminal {
 namespace {
 
-constexpr int many = 100000;
+constexpr int manySecurities = 100000;
 
 class ResultsPanelTest : public ::testing::Test
 {
@@ -32,7 +32,7 @@ protected:
     void showSales()
     {
         choose("resultsGroups", 3);
-        model()->take(salesPart(0, ResultPages::rowsOfPage, many));
+        model()->take(salesPart(0, ResultPages::rowsOfPage, manySecurities));
     }
 
     void choose(const char *box, int place)
@@ -160,13 +160,13 @@ TEST_F(ResultsPanelTest, AsksForTheRowsThatItIsScrolledTo)
 {
     showSales();
     QScrollBar *const bar = view()->verticalScrollBar();
-    ASSERT_TRUE(waitUntil([bar] { return bar->maximum() > many / 2; }));
+    ASSERT_TRUE(waitUntil([bar] { return bar->maximum() > manySecurities / 2; }));
     EXPECT_FALSE(model()->isMissing());
 
     bar->setValue(bar->maximum());
 
     EXPECT_TRUE(waitUntil([this] { return model()->isMissing(); }));
-    EXPECT_EQ(model()->wanted().first, many - ResultPages::rowsOfPage);
+    EXPECT_EQ(model()->wanted().first, manySecurities - ResultPages::rowsOfPage);
 }
 
 TEST_F(ResultsPanelTest, SaysWhyItsFiguresMayBeOld)

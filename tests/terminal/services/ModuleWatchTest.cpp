@@ -206,7 +206,9 @@ TEST_F(ModuleWatchTest, SaysSinceWhenAModuleIsLateBeforeItGivesItUp)
     const QTime before = QTime::currentTime();
     module.hang();
     ASSERT_TRUE(waitFor(State::Silent));
-    EXPECT_EQ(seen.front(), std::pair(State::Answering, true));
+    // an answer that was still under way may be told first
+    ASSERT_GE(seen.size(), 2);
+    EXPECT_EQ(seen[seen.size() - 2], std::pair(State::Answering, true));
     EXPECT_EQ(seen.back(), std::pair(State::Silent, true));
     EXPECT_LE(std::abs(before.msecsTo(watch.unansweredSince().value())), 5000);
 

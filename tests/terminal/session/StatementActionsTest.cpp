@@ -11,7 +11,7 @@
 namespace Terminal {
 namespace {
 
-const Trading::SecurityId moutai{QStringLiteral("600519"), Trading::Market::Shanghai};
+const Trading::SecurityId liquor{QStringLiteral("600519"), Trading::Market::Shanghai};
 
 QJsonObject row(const char *day, const char *held, const char *cash, const char *bonus)
 {
@@ -63,7 +63,7 @@ protected:
 
     double factorOn(int day)
     {
-        return m_source.load(moutai.code, ChartPeriod::Day).value().adjustment.factorOn(onDay(day));
+        return m_source.load(liquor.code, ChartPeriod::Day).value().adjustment.factorOn(onDay(day));
     }
 
     TestBroker m_broker;
@@ -81,9 +81,9 @@ protected:
 TEST_F(StatementActionsOnABus, BringWhatStatementsTellToTheCharts)
 {
     m_module.setAnswer(QStringLiteral("CorporateActions"), withRows({row("20211008", "200", "0.00", "200")}));
-    m_actions.show(moutai);
+    m_actions.show(liquor);
     ASSERT_TRUE(hasAnswers(1));
-    EXPECT_EQ(m_changed, QStringList(moutai.code));
+    EXPECT_EQ(m_changed, QStringList(liquor.code));
     EXPECT_EQ(factorOn(20210930), 0.5);
     EXPECT_TRUE(m_actions.isUpToDate());
 }
@@ -91,7 +91,7 @@ TEST_F(StatementActionsOnABus, BringWhatStatementsTellToTheCharts)
 TEST_F(StatementActionsOnABus, TellOfAChangeOnlyWhereThereIsOne)
 {
     m_module.setAnswer(QStringLiteral("CorporateActions"), withRows({}));
-    m_actions.show(moutai);
+    m_actions.show(liquor);
     ASSERT_TRUE(hasAnswers(1));
     EXPECT_EQ(m_changed, QStringList());
 }
@@ -99,23 +99,23 @@ TEST_F(StatementActionsOnABus, TellOfAChangeOnlyWhereThereIsOne)
 TEST_F(StatementActionsOnABus, AskAgainWhenTheModuleTellsOfPastTrades)
 {
     m_module.setAnswer(QStringLiteral("CorporateActions"), withRows({}));
-    m_actions.show(moutai);
+    m_actions.show(liquor);
     ASSERT_TRUE(hasAnswers(1));
     m_module.setAnswer(QStringLiteral("CorporateActions"), withRows({row("20211008", "200", "0.00", "200")}));
-    m_module.notify(moutai.code); // of an order: nothing of the past has changed
-    m_module.notify(moutai.code, QStringLiteral("20211008"));
+    m_module.notify(liquor.code); // of an order: nothing of the past has changed
+    m_module.notify(liquor.code, QStringLiteral("20211008"));
     ASSERT_TRUE(hasAnswers(2));
-    EXPECT_EQ(m_changed, QStringList(moutai.code));
+    EXPECT_EQ(m_changed, QStringList(liquor.code));
     EXPECT_EQ(m_module.asked(QStringLiteral("CorporateActions")).size(), 2U);
 }
 
 TEST_F(StatementActionsOnABus, KeepWhatIsKnownWhenTheModuleRefuses)
 {
     m_module.setAnswer(QStringLiteral("CorporateActions"), withRows({row("20211008", "200", "0.00", "200")}));
-    m_actions.show(moutai);
+    m_actions.show(liquor);
     ASSERT_TRUE(hasAnswers(1));
     m_module.setAnswer(QStringLiteral("CorporateActions"), {{QStringLiteral("success"), false}});
-    m_module.notify(moutai.code, QStringLiteral("20211008"));
+    m_module.notify(liquor.code, QStringLiteral("20211008"));
     ASSERT_TRUE(hasAnswers(2));
     EXPECT_EQ(factorOn(20210930), 0.5);
 }
@@ -123,7 +123,7 @@ TEST_F(StatementActionsOnABus, KeepWhatIsKnownWhenTheModuleRefuses)
 TEST_F(StatementActionsOnABus, AskNobodyWhoDoesNotKnowTheQuestion)
 {
     m_isKnown = false;
-    m_actions.show(moutai);
+    m_actions.show(liquor);
     EXPECT_TRUE(m_actions.isUpToDate());
     m_isKnown = true;
     m_module.setAnswer(QStringLiteral("CorporateActions"), withRows({}));

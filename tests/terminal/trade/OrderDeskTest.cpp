@@ -3,6 +3,7 @@
 #include "tests/support/TestBroker.h"
 #include "tests/terminal/support/ModuleAnswers.h"
 #include "tests/terminal/support/ScriptedModule.h"
+#include "tests/terminal/support/SomeSecurities.h"
 
 #include <gmock/gmock.h>
 
@@ -14,8 +15,6 @@ namespace {
 using namespace std::chrono_literals;
 
 using Kind = DeskOutcome::Kind;
-
-const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};
 
 class OrderDeskTest : public ::testing::Test
 {

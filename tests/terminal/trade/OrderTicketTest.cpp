@@ -1,6 +1,7 @@
 // The order ticket by keyboard and by mouse.
 #include "terminal/trade/OrderTicket.h"
 #include "terminal/trade/OrderResults.h"
+#include "tests/terminal/support/SomeSecurities.h"
 
 #include <gmock/gmock.h>
 
@@ -18,8 +19,6 @@
 
 namespace Terminal {
 namespace {
-
-const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};
 
 class OrderTicketTest : public ::testing::Test
 {

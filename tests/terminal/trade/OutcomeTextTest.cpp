@@ -1,4 +1,5 @@
 #include "terminal/trade/OutcomeText.h"
+#include "tests/terminal/support/SomeSecurities.h"
 
 #include <gmock/gmock.h>
 
@@ -8,7 +9,6 @@ namespace {
 using ::testing::HasSubstr;
 using Kind = DeskOutcome::Kind;
 
-const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};
 const OrderRequest buy{moutai, Direction::Buy, 1400, 100};
 
 OrderRecord waiting()

@@ -348,9 +348,9 @@ TEST_F(TradeDocksWithWorkingOrders, ListThemAtTheKeyWhenTheyWereTold)
 TEST_F(TradeDocksTest, FillTheTicketInToCloseAPosition)
 {
     openDocks({QStringLiteral("600519"), ChartPeriod::Day});
-    const Security software{QStringLiteral("600536"), Market::Shanghai, {}};
-    Q_EMIT m_window->trade()->panel()->closeAsked({software, 500, 300, 50});
-    EXPECT_EQ(chart()->data().security.code, software.code);
+    const Security another{QStringLiteral("600536"), Market::Shanghai, {}};
+    Q_EMIT m_window->trade()->panel()->closeAsked({another, 500, 300, 50});
+    EXPECT_EQ(chart()->data().security.code, another.code);
     const OrderRequest order = ticket()->draft().order();
     EXPECT_EQ(order.side, Direction::Sell);
     EXPECT_EQ(order.quantity, 300);

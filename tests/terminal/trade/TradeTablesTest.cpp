@@ -1,4 +1,5 @@
 #include "terminal/trade/TradeTables.h"
+#include "tests/terminal/support/SomeSecurities.h"
 
 #include "terminal/ui/InterfaceLanguage.h"
 
@@ -8,8 +9,6 @@
 
 namespace Terminal {
 namespace {
-
-const Security moutai{QStringLiteral("600519"), Market::Shanghai, QStringLiteral("MT")};
 
 OrderRecord orderAt(int hhmmss, const char *number)
 {

@@ -28,7 +28,8 @@ using ::testing::Not;
 using Fault = FailingDisk::Fault;
 using Lasting = FailingDisk::Lasting;
 
-const QByteArray placing = R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
+const QByteArray placingFromAScreen =
+    R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
                                "orderprice":"10.00","orderqty":"1000","screenId":"screen"})";
 
 /// A bar of which the paper exchange deals 100 shares.
@@ -55,7 +56,7 @@ protected:
         m_service.emplace(m_broker.address(), &ledger(), Trading::TradePresence());
         ASSERT_TRUE(m_chart.join(m_broker.address()));
         ASSERT_TRUE(m_chart.listen("screen", "TradeQuery"));
-        ASSERT_TRUE(waitUntil([this] { return success(placing); }));
+        ASSERT_TRUE(waitUntil([this] { return success(placingFromAScreen); }));
     }
 
     void send(const char *quote) { m_chart.sendMessage("Market", "Quote", quoteAt(quote)); }
@@ -120,7 +121,7 @@ protected:
         ASSERT_TRUE(listener.waitForMessages(1));
     }
 
-    void leaveOrder() { leave(&m_order, {"Global", "TradeQuery", placing, "{}"}); }
+    void leaveOrder() { leave(&m_order, {"Global", "TradeQuery", placingFromAScreen, "{}"}); }
 
     /// Of another ledger, by a process that runs: the one that has started this test.
     void letAnotherServe()
@@ -198,13 +199,13 @@ TEST_P(TradeServiceOnAFailingDisk, EntersNoOrderAndSaysWhy)
 {
     m_disk.failAt(1, GetParam(), Lasting::UntilMended);
 
-    const QJsonObject answer = ask(placing);
+    const QJsonObject answer = ask(placingFromAScreen);
 
     EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(2));
     EXPECT_THAT(answer[QStringLiteral("msg")].toString().toStdString(), HasSubstr("disk"));
     m_disk.mend();
     EXPECT_EQ(OrderBook(&ledger()).ofDay(TradingDate::today()).size(), 1);
-    EXPECT_TRUE(success(placing));
+    EXPECT_TRUE(success(placingFromAScreen));
 }
 
 TEST_P(TradeServiceOnAFailingDisk, PlacesNoOrderBeforeTheQuotesThatCameBeforeIt)
@@ -214,7 +215,7 @@ TEST_P(TradeServiceOnAFailingDisk, PlacesNoOrderBeforeTheQuotesThatCameBeforeIt)
     ASSERT_TRUE(waitUntil([this] { return m_disk.hasFailed(); }));
     m_disk.failAt(1, GetParam(), Lasting::Once); // the quote cannot be dealt when the question comes
 
-    ASSERT_TRUE(success(placing));
+    ASSERT_TRUE(success(placingFromAScreen));
 
     EXPECT_EQ(tradeCount(), 1) << "the quote was dealt before the answer";
 }

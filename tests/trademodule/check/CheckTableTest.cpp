@@ -15,13 +15,6 @@ namespace TradeModule {
 
 namespace {
 
-CheckCases allCases()
-{
-    CheckCases cases = readOnlyCases();
-    cases.insert(cases.end(), orderingCases().begin(), orderingCases().end());
-    return cases;
-}
-
 /// The headings of a page, as links name them.
 QSet<QString> headingsOf(const QString &page)
 {

@@ -24,13 +24,6 @@ namespace {
 using ::testing::IsEmpty;
 using Trading::Channel::GLOBAL;
 
-CheckCases allCases()
-{
-    CheckCases cases = readOnlyCases();
-    cases.insert(cases.end(), orderingCases().begin(), orderingCases().end());
-    return cases;
-}
-
 QByteArray presence()
 {
     Trading::TradePresence own;

@@ -8,9 +8,6 @@ namespace {
 
 using ::testing::HasSubstr;
 
-const QByteArray oneRow = "20210811,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,1\n";
-const QByteArray badRow = "2021-02-31,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,2\n";
-
 class ImportCommandTest : public Program
 {
 };

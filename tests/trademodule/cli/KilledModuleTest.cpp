@@ -27,14 +27,7 @@ using ::testing::IsEmpty;
 constexpr char answerChannel[] = "busy";
 constexpr qint64 openingShares = 100000000;
 
-unsigned numberOf(const char *variable, unsigned otherwise)
-{
-    bool isNumber = false;
-    const unsigned number = qEnvironmentVariable(variable).toUInt(&isNumber);
-    return isNumber ? number : otherwise;
-}
-
-QString yuan(int cents)
+QString yuanText(int cents)
 {
     return QString::number(cents / 100.0, 'f', 2);
 }
@@ -114,7 +107,7 @@ private:
         ask(order.security, CmdType::ENTRUSTPLACE,
             {{QLatin1String(OBJECTID), QString::number(m_asked.size())},
              {QLatin1String(RTSBSFLAG), QLatin1String(directionCode(order.direction))},
-             {QLatin1String(RTSENTRUSTPRICE), yuan(order.cents)},
+             {QLatin1String(RTSENTRUSTPRICE), yuanText(order.cents)},
              {QLatin1String(RTSENTRUSTQTY), QString::number(order.quantity)}});
         m_asked.append(order);
     }
@@ -148,12 +141,12 @@ private:
               {QLatin1String(MARKET), marketLetters(security.market)},
               {QLatin1String(QuoteFields::DATE), TradingDate::today().text()},
               {QLatin1String(QuoteFields::TIME), ClockTime::ofClock(time)->text()},
-              {QLatin1String(QuoteFields::OPEN), yuan(middle)},
-              {QLatin1String(QuoteFields::HIGH), yuan(middle + between(0, 10))},
-              {QLatin1String(QuoteFields::LOW), yuan(middle - between(0, 10))},
-              {QLatin1String(QuoteFields::CLOSE), yuan(middle)},
+              {QLatin1String(QuoteFields::OPEN), yuanText(middle)},
+              {QLatin1String(QuoteFields::HIGH), yuanText(middle + between(0, 10))},
+              {QLatin1String(QuoteFields::LOW), yuanText(middle - between(0, 10))},
+              {QLatin1String(QuoteFields::CLOSE), yuanText(middle)},
               {QLatin1String(QuoteFields::VOLUME), QString::number(between(1, 40000))},
-              {QLatin1String(QuoteFields::PRECLOSE), yuan(1000)}});
+              {QLatin1String(QuoteFields::PRECLOSE), yuanText(1000)}});
     }
 
     void send(const char *channel, const char *topic, const QJsonObject &message)

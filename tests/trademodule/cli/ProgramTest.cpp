@@ -18,8 +18,6 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-const QByteArray oneRow = "20210811,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,1\n";
-
 /// Takes connections and says nothing, so that who asks it for a ledger waits.
 class SilentServer
 {

@@ -30,13 +30,6 @@ using namespace TradeChart::TradeKeyFields;
 using namespace Trading;
 using ::testing::IsEmpty;
 
-unsigned numberOf(const char *variable, unsigned otherwise)
-{
-    bool isNumber = false;
-    const unsigned number = qEnvironmentVariable(variable).toUInt(&isNumber);
-    return isNumber ? number : otherwise;
-}
-
 /// An order to place.
 struct Placement
 {

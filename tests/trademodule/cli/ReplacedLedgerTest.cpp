@@ -9,9 +9,6 @@ namespace {
 
 using ::testing::HasSubstr;
 
-const QByteArray placing = R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
-                               "orderprice":"10.00","orderqty":"100"})";
-
 class ReplacedLedger : public ProgramOnABus
 {
 protected:

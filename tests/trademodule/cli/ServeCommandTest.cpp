@@ -15,10 +15,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-const QByteArray oneRow = "20210811,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,1\n";
-
 /// A question to buy 1000 shares of the bank at 10.00, answered on the channel of a screen when it has one.
-QByteArray placing(const QString &screen)
+QByteArray placingAThousand(const QString &screen)
 {
     QJsonObject question = jsonOf(R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001",
                                       "bsflag2":"0B","orderprice":"10.00","orderqty":"1000"})");
@@ -134,7 +132,7 @@ TEST_F(ServeCommandTest, TellsChartsAboutAnImportThatIsTakenBack)
 TEST_F(ServeCommandTest, DealsAnOrderAgainstTheQuotesAndTellsTheCharts)
 {
     serve();
-    const QJsonObject placed = ask(placing(QString()));
+    const QJsonObject placed = ask(placingAThousand(QString()));
     ASSERT_EQ(placed[QStringLiteral("success")], QJsonValue(true))
         << placed[QStringLiteral("msg")].toString().toStdString();
     ASSERT_TRUE(chart().listen("Global", "TradeNotify"));
@@ -213,7 +211,7 @@ TEST_F(ServeCommandTest, RefusesOrdersInTimeWhileTheLedgerIsBusy)
     std::optional<Transaction> import(std::in_place, ledger().database());
 
     for (int i = 0; i < orderCount; ++i) {
-        chart().sendMessage("Global", "TradeQuery", placing(QStringLiteral("screen1")));
+        chart().sendMessage("Global", "TradeQuery", placingAThousand(QStringLiteral("screen1")));
     }
 
     ASSERT_TRUE(chart().waitForMessages(orderCount, requestTimeout));
@@ -222,14 +220,14 @@ TEST_F(ServeCommandTest, RefusesOrdersInTimeWhileTheLedgerIsBusy)
                     HasSubstr("the ledger is busy"));
     }
     import.reset();
-    EXPECT_TRUE(ask(placing(QString()))[QStringLiteral("success")].toBool());
+    EXPECT_TRUE(ask(placingAThousand(QString()))[QStringLiteral("success")].toBool());
     EXPECT_EQ(OrderBook(&ledger()).ofDay(TradingDate::today()).size(), 1) << "refused orders were entered";
 }
 
 TEST_F(ServeCommandTest, DealsTheQuotesOfABusyTimeAfterwardsInTheirOrder)
 {
     serve();
-    ASSERT_TRUE(ask(placing(QString()))[QStringLiteral("success")].toBool());
+    ASSERT_TRUE(ask(placingAThousand(QString()))[QStringLiteral("success")].toBool());
     {
         const Transaction import(ledger().database());
         for (const char *time : {"1001", "1002", "1003"}) {

@@ -14,7 +14,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::SizeIs;
 
-const QString number = QStringLiteral("desk-1");
+const QString ownNumber = QStringLiteral("desk-1");
 const QString otherNumber = QStringLiteral("desk-2");
 
 class OrderReplacementsTest : public PaperExchangeOfADay
@@ -28,12 +28,12 @@ protected:
         return now(order);
     }
 
-    Replacement replace(const Order &order, double price, const QString &clientNumber = number)
+    Replacement replace(const Order &order, double price, const QString &clientNumber = ownNumber)
     {
         return exchange().replace(order.date, order.number, yuan(price), clientNumber);
     }
 
-    std::string refusalOfReplacing(const Order &order, double price, const QString &clientNumber = number)
+    std::string refusalOfReplacing(const Order &order, double price, const QString &clientNumber = ownNumber)
     {
         try {
             replace(order, price, clientNumber);
@@ -103,10 +103,10 @@ TEST_F(OrderReplacementsTest, PlacesTheRestWhenTheCancellationIsConfirmed)
     EXPECT_THAT(all(), SizeIs(1)); // not both
 
     exchange().settle();
-    EXPECT_EQ(stateOf(number).state, ReplacementState::Placed);
+    EXPECT_EQ(stateOf(ownNumber).state, ReplacementState::Placed);
     EXPECT_EQ(statusOf(old), code(Canceled));
-    EXPECT_EQ(newOrderOf(number).price, yuan(9.50));
-    EXPECT_EQ(newOrderOf(number).quantity, 300);
+    EXPECT_EQ(newOrderOf(ownNumber).price, yuan(9.50));
+    EXPECT_EQ(newOrderOf(ownNumber).quantity, 300);
     EXPECT_THAT(m_statuses, ElementsAre(QuotedWaittingCancel, Canceled, Quoting));
 }
 
@@ -120,7 +120,7 @@ TEST_F(OrderReplacementsTest, PlacesOnlyWhatWasNotDealt)
 
     EXPECT_EQ(statusOf(old), code(PartCanceled));
     EXPECT_EQ(now(old).cancelledQuantity, 200);
-    EXPECT_EQ(newOrderOf(number).quantity, 200);
+    EXPECT_EQ(newOrderOf(ownNumber).quantity, 200);
 }
 
 TEST_F(OrderReplacementsTest, DealsNothingOfTheOldOrderWhileItRuns)
@@ -132,7 +132,7 @@ TEST_F(OrderReplacementsTest, DealsNothingOfTheOldOrderWhileItRuns)
 
     EXPECT_EQ(now(old).matchedQuantity, 0);
     EXPECT_EQ(openShares(), 300);
-    EXPECT_EQ(newOrderOf(number).matchedQuantity, 0);
+    EXPECT_EQ(newOrderOf(ownNumber).matchedQuantity, 0);
 }
 
 TEST_F(OrderReplacementsTest, IsRefusedWhenTheOrderWasDealtBefore)
@@ -154,7 +154,7 @@ TEST_F(OrderReplacementsTest, PlacesNothingForARestOfNothing)
 
     exchange().settle();
 
-    EXPECT_EQ(stateOf(number).state, ReplacementState::Dealt);
+    EXPECT_EQ(stateOf(ownNumber).state, ReplacementState::Dealt);
     EXPECT_THAT(all(), SizeIs(1));
 }
 
@@ -168,7 +168,7 @@ TEST_F(OrderReplacementsTest, HappensOnceHoweverOftenItIsAsked)
     const Replacement again = replace(old, 9.50);
 
     EXPECT_EQ(again.state, ReplacementState::Placed);
-    EXPECT_EQ(again.newOrderNumber, newOrderOf(number).number);
+    EXPECT_EQ(again.newOrderNumber, newOrderOf(ownNumber).number);
     EXPECT_THAT(all(), SizeIs(2));
 }
 
@@ -179,10 +179,11 @@ TEST_F(OrderReplacementsTest, IsKnownAndGoesOnAfterARestart)
 
     Ledger reopened(location());
     PaperExchange restarted(&reopened);
-    EXPECT_EQ(restarted.replace(old.date, old.number, yuan(9.50), number).state, ReplacementState::Waiting);
+    EXPECT_EQ(restarted.replace(old.date, old.number, yuan(9.50), ownNumber).state,
+              ReplacementState::Waiting);
     restarted.settle();
 
-    EXPECT_EQ(restarted.replace(old.date, old.number, yuan(9.50), number).state, ReplacementState::Placed);
+    EXPECT_EQ(restarted.replace(old.date, old.number, yuan(9.50), ownNumber).state, ReplacementState::Placed);
     EXPECT_EQ(openShares(), 300);
 }
 
@@ -271,7 +272,7 @@ TEST_F(OrderReplacementsTest, HasTheCashOfEveryOrderThatEndsWithItsOwn)
     exchange().settle();
 
     EXPECT_EQ(statusOf(later), code(Canceled));
-    EXPECT_EQ(stateOf(number).state, ReplacementState::Placed) << qPrintable(stateOf(number).reason);
+    EXPECT_EQ(stateOf(ownNumber).state, ReplacementState::Placed) << qPrintable(stateOf(ownNumber).reason);
     EXPECT_EQ(openShares(), 1000);
 }
 
@@ -288,7 +289,7 @@ TEST_F(OrderReplacementsTest, IsPlacedThoughAnotherOrderCannotBeEnded)
 
     exchange().settle();
 
-    EXPECT_EQ(stateOf(number).state, ReplacementState::Placed);
+    EXPECT_EQ(stateOf(ownNumber).state, ReplacementState::Placed);
     EXPECT_EQ(statusOf(undying), code(QuotedWaittingCancel));
     EXPECT_EQ(openShares(), 600);
     EXPECT_TRUE(log.has(QStringLiteral("order 2 (000001) is set aside"))) << qPrintable(log.text());
@@ -302,8 +303,8 @@ TEST_F(OrderReplacementsTest, PlacesNothingWhenTheDayOfTheOrderIsOver)
 
     exchange().settle();
 
-    EXPECT_EQ(stateOf(number).state, ReplacementState::Failed);
-    EXPECT_THAT(stateOf(number).reason.toStdString(), HasSubstr("is over"));
+    EXPECT_EQ(stateOf(ownNumber).state, ReplacementState::Failed);
+    EXPECT_THAT(stateOf(ownNumber).reason.toStdString(), HasSubstr("is over"));
     EXPECT_EQ(openShares(), 0);
 }
 
@@ -325,21 +326,21 @@ TEST_F(OrderReplacementsTest, ReplacesTheOddRestOfASell)
     replace(old, 10.50);
     exchange().settle();
 
-    EXPECT_EQ(newOrderOf(number).quantity, 50);
-    EXPECT_EQ(newOrderOf(number).direction, Direction::Sell);
+    EXPECT_EQ(newOrderOf(ownNumber).quantity, 50);
+    EXPECT_EQ(newOrderOf(ownNumber).direction, Direction::Sell);
 }
 
 TEST_F(OrderReplacementsTest, IsAnsweredWithHowFarItIs)
 {
     quoted(9, 300);
 
-    const QJsonObject asked = ask("9.50", number, QStringLiteral("1"));
-    EXPECT_EQ(asked[QStringLiteral("clientno")], QJsonValue(number));
+    const QJsonObject asked = ask("9.50", ownNumber, QStringLiteral("1"));
+    EXPECT_EQ(asked[QStringLiteral("clientno")], QJsonValue(ownNumber));
     EXPECT_EQ(dataOf(asked)[QStringLiteral("replacement")], QJsonValue(QStringLiteral("waiting")));
     EXPECT_FALSE(dataOf(asked).contains(QStringLiteral("newordersno")));
     exchange().settle();
 
-    const QJsonObject done = dataOf(ask("9.50", number, QStringLiteral("1")));
+    const QJsonObject done = dataOf(ask("9.50", ownNumber, QStringLiteral("1")));
     EXPECT_EQ(done[QStringLiteral("replacement")], QJsonValue(QStringLiteral("placed")));
     EXPECT_EQ(done[QStringLiteral("ordersno")], QJsonValue(QStringLiteral("1")));
     EXPECT_EQ(done[QStringLiteral("newordersno")], QJsonValue(QStringLiteral("2")));
@@ -347,7 +348,7 @@ TEST_F(OrderReplacementsTest, IsAnsweredWithHowFarItIs)
 
 TEST_F(OrderReplacementsTest, IsAnsweredWithTheReasonOfARefusal)
 {
-    const QJsonObject answer = ask("9.50", number, QStringLiteral("7"));
+    const QJsonObject answer = ask("9.50", ownNumber, QStringLiteral("7"));
 
     EXPECT_EQ(answer[QStringLiteral("success")], QJsonValue(false));
     EXPECT_EQ(answer[QStringLiteral("errcode")], QJsonValue(3));

@@ -16,7 +16,7 @@ namespace TradeModule {
 namespace {
 
 /// A statement as a broker's client lays it out.
-struct Layout
+struct Written
 {
     QStringList header;
     QVector<QStringList> rows;
@@ -69,9 +69,9 @@ const char *const trueRows[] = {
     "20240115,16:00:00,,,银行转取,0,0,0,0,0,0,-57829.41,0,400000.00,19,122,,人民币",
 };
 
-Layout trueLayout()
+Written asWritten()
 {
-    Layout layout;
+    Written layout;
     layout.header = QString::fromUtf8(trueHeader).split(QLatin1Char(','));
     for (const char *const row : trueRows) {
         layout.rows.append(QString::fromUtf8(row).split(QLatin1Char(',')));
@@ -79,13 +79,13 @@ Layout trueLayout()
     return layout;
 }
 
-int columnOf(const Layout &layout, const char *name)
+int columnOf(const Written &layout, const char *name)
 {
     return layout.header.indexOf(QString::fromUtf8(name));
 }
 
 /// Changes every cell of a column that is there.
-void changeCells(Layout *layout, const char *column, const std::function<QString(const QString &)> &change)
+void changeCells(Written *layout, const char *column, const std::function<QString(const QString &)> &change)
 {
     const int i = columnOf(*layout, column);
     for (QStringList &row : layout->rows) {
@@ -95,7 +95,7 @@ void changeCells(Layout *layout, const char *column, const std::function<QString
     }
 }
 
-void rename(Layout *layout, const char *column, const QString &name)
+void rename(Written *layout, const char *column, const QString &name)
 {
     const int i = columnOf(*layout, column);
     if (i >= 0) {
@@ -103,7 +103,7 @@ void rename(Layout *layout, const char *column, const QString &name)
     }
 }
 
-void drop(Layout *layout, const char *column)
+void drop(Written *layout, const char *column)
 {
     const int i = columnOf(*layout, column);
     if (i < 0) {
@@ -115,7 +115,7 @@ void drop(Layout *layout, const char *column)
     }
 }
 
-void insert(Layout *layout, int at, const QString &name, const QString &cell)
+void insert(Written *layout, int at, const QString &name, const QString &cell)
 {
     layout->header.insert(at, name);
     for (QStringList &row : layout->rows) {
@@ -123,7 +123,7 @@ void insert(Layout *layout, int at, const QString &name, const QString &cell)
     }
 }
 
-void permute(Layout *layout, unsigned seed)
+void permute(Written *layout, unsigned seed)
 {
     QVector<int> order(layout->header.size());
     std::iota(order.begin(), order.end(), 0);
@@ -146,14 +146,14 @@ QDate dateOf(const QString &cell)
     return QDate::fromString(cell, QStringLiteral("yyyyMMdd"));
 }
 
-void writeDates(Layout *layout, const char *format)
+void writeDates(Written *layout, const char *format)
 {
     changeCells(layout, "成交日期", [format](const QString &cell) {
         return dateOf(cell).isValid() ? dateOf(cell).toString(QString::fromUtf8(format)) : cell;
     });
 }
 
-void writeTimes(Layout *layout, const char *format)
+void writeTimes(Written *layout, const char *format)
 {
     changeCells(layout, "成交时间", [format](const QString &cell) {
         return QTime::fromString(cell, QStringLiteral("HH:mm:ss")).toString(QString::fromUtf8(format));
@@ -163,7 +163,7 @@ void writeTimes(Layout *layout, const char *format)
 const char *const amountColumns[] = {"成交数量", "成交价格", "成交金额", "手续费",  "印花税",
                                      "过户费",   "发生金额", "股份余额", "资金余额"};
 
-void writeAmounts(Layout *layout, const std::function<QString(const QString &)> &change)
+void writeAmounts(Written *layout, const std::function<QString(const QString &)> &change)
 {
     for (const char *const column : amountColumns) {
         changeCells(layout, column, change);
@@ -195,14 +195,14 @@ QString inBrackets(const QString &cell)
     return cell.startsWith(QLatin1Char('-')) ? QLatin1Char('(') + cell.mid(1) + QLatin1Char(')') : cell;
 }
 
-bool isSale(const Layout &layout, const QStringList &row)
+bool isSale(const Written &layout, const QStringList &row)
 {
     const int i = columnOf(layout, "业务名称");
     return i >= 0 && row[i].contains(QStringLiteral("卖出"));
 }
 
 /// The numbers of sales below zero, as some clients have them.
-void negateSales(Layout *layout, const char *column)
+void negateSales(Written *layout, const char *column)
 {
     const int i = columnOf(*layout, column);
     for (QStringList &row : layout->rows) {
@@ -212,7 +212,7 @@ void negateSales(Layout *layout, const char *column)
     }
 }
 
-void mergeDateAndTime(Layout *layout, const char *name, const char *format)
+void mergeDateAndTime(Written *layout, const char *name, const char *format)
 {
     const int date = columnOf(*layout, "成交日期");
     const int time = columnOf(*layout, "成交时间");
@@ -226,7 +226,7 @@ void mergeDateAndTime(Layout *layout, const char *name, const char *format)
     rename(layout, "成交日期", QString::fromUtf8(name));
 }
 
-void sumFees(Layout *layout)
+void sumFees(Written *layout)
 {
     const int commission = columnOf(*layout, "手续费");
     const int duty = columnOf(*layout, "印花税");
@@ -268,9 +268,9 @@ QString tenThousandsOf(const QString &yuan)
 }
 
 /// A header with its row of names in another order half-way.
-void addSecondHeader(Layout *layout)
+void addSecondHeader(Written *layout)
 {
-    Layout second = *layout;
+    Written second = *layout;
     permute(&second, 5);
     const int half = layout->rows.size() / 2;
     QVector<QStringList> rows = layout->rows.mid(0, half);
@@ -279,14 +279,14 @@ void addSecondHeader(Layout *layout)
     layout->rows = rows;
 }
 
-void repeatHeader(Layout *layout)
+void repeatHeader(Written *layout)
 {
     for (int i = layout->rows.size() - 4; i > 0; i -= 4) {
         layout->rows.insert(i, layout->header);
     }
 }
 
-void addTotals(Layout *layout)
+void addTotals(Written *layout)
 {
     QStringList total;
     for (int i = 0; i < layout->header.size(); ++i) {
@@ -298,116 +298,116 @@ void addTotals(Layout *layout)
 struct Mutation
 {
     const char *name;
-    void (*apply)(Layout *layout);
+    void (*apply)(Written *layout);
     bool isRefused = false; ///< else the books are the same
     bool addsLines = false; ///< that are no entries: of two it comes last, as the other one would change them
 };
 
 // clang-format off
 const Mutation mutations[] = {
-    {"AsItIs", [](Layout *) {}},
-    {"ColumnsReversed", [](Layout *l) { std::reverse(l->header.begin(), l->header.end()); for (QStringList &row : l->rows) { std::reverse(row.begin(), row.end()); } }},
-    {"ColumnsShuffled", [](Layout *l) { permute(l, 1); }},
-    {"ColumnsShuffledOtherwise", [](Layout *l) { permute(l, 2); }},
-    {"ColumnsShuffledOnceMore", [](Layout *l) { permute(l, 3); }},
-    {"Tabs", [](Layout *l) { l->separator = QStringLiteral("\t"); }},
-    {"Semicolons", [](Layout *l) { l->separator = QStringLiteral(";"); }},
-    {"Pipes", [](Layout *l) { l->separator = QStringLiteral("|"); }},
-    {"SpacedPipes", [](Layout *l) { l->separator = QStringLiteral(" | "); }},
-    {"AlignedWithTabs", [](Layout *l) { l->separator = QStringLiteral("\t"); l->isPadded = true; }},
-    {"AlignedWithCommas", [](Layout *l) { l->isPadded = true; }},
-    {"Page", [](Layout *l) { l->isMarkup = true; }},
-    {"Gb18030", [](Layout *l) { l->encoding = "GB18030"; }},
-    {"Utf8WithMark", [](Layout *l) { l->hasMark = true; }},
-    {"Utf16", [](Layout *l) { l->encoding = "UTF-16LE"; l->hasMark = true; }},
-    {"Utf16OfTheOtherOrder", [](Layout *l) { l->encoding = "UTF-16BE"; l->hasMark = true; }},
-    {"WindowsLineEnds", [](Layout *l) { l->lineEnd = QStringLiteral("\r\n"); }},
-    {"OldMacLineEnds", [](Layout *l) { l->lineEnd = QStringLiteral("\r"); }},
-    {"NoLastLineEnd", [](Layout *l) { l->hasLastEnd = false; }},
-    {"EmptyLinesBetween", [](Layout *l) { l->lineEnd = QStringLiteral("\n\n"); }},
-    {"Quoted", [](Layout *l) { l->wrapped = [](const QString &cell) { return QLatin1Char('"') + cell + QLatin1Char('"'); }; }},
-    {"WrappedAsFormulas", [](Layout *l) { l->wrapped = [](const QString &cell) { return QStringLiteral("=\"%1\"").arg(cell); }; }},
-    {"BlanksAround", [](Layout *l) { l->wrapped = [](const QString &cell) { return QStringLiteral("  %1 ").arg(cell); }; }},
-    {"CodesWrapped", [](Layout *l) { changeCells(l, "证券代码", [](const QString &cell) { return QStringLiteral("= \"%1   \"").arg(cell); }); }},
-    {"SharesInTheUnit", [](Layout *l) { rename(l, "成交数量", QStringLiteral("成交数量(股)")); rename(l, "成交金额", QStringLiteral("成交金额（元）")); }},
-    {"BalanceInTenThousands", [](Layout *l) { changeCells(l, "成交金额", &tenThousandsOf); rename(l, "成交金额", QStringLiteral("成交金额(万元)")); }},
-    {"QuantityInLots", [](Layout *l) { changeCells(l, "成交数量", &lotsOf); rename(l, "成交数量", QStringLiteral("成交数量(手)")); }},
-    {"SalesBelowZero", [](Layout *l) { negateSales(l, "成交数量"); }},
-    {"AmountsOfSalesBelowZero", [](Layout *l) { negateSales(l, "成交金额"); }},
-    {"NoSigns", [](Layout *l) { changeCells(l, "发生金额", [](const QString &cell) { return QString(cell).remove(QLatin1Char('-')); }); }},
-    {"BracketsForMinus", [](Layout *l) { changeCells(l, "发生金额", &inBrackets); }},
-    {"PlusSigns", [](Layout *l) { changeCells(l, "发生金额", [](const QString &cell) { return cell.startsWith(QLatin1Char('-')) ? cell : QLatin1Char('+') + cell; }); }},
-    {"FullWidthMinus", [](Layout *l) { changeCells(l, "发生金额", [](const QString &cell) { return QString(cell).replace(QLatin1Char('-'), QStringLiteral("－")); }); }},
-    {"LongMinus", [](Layout *l) { changeCells(l, "发生金额", [](const QString &cell) { return QString(cell).replace(QLatin1Char('-'), QStringLiteral("−")); }); }},
-    {"Thousands", [](Layout *l) { writeAmounts(l, &withThousands); }},
-    {"YuanSigns", [](Layout *l) { changeCells(l, "成交金额", [](const QString &cell) { return QStringLiteral("￥") + cell; }); }},
-    {"FullWidthDigits", [](Layout *l) { writeAmounts(l, &inFullWidth); }},
-    {"ManyDecimals", [](Layout *l) { writeAmounts(l, [](const QString &cell) { return cell.contains(QLatin1Char('.')) ? cell + QStringLiteral("0000") : cell + QStringLiteral(".0000"); }); }},
-    {"DashesForNothing", [](Layout *l) { writeAmounts(l, [](const QString &cell) { return ofPlainNumber(cell, [&cell](double number) { return number == 0 ? QStringLiteral("--") : cell; }); }); }},
-    {"EmptyForNothing", [](Layout *l) { writeAmounts(l, [](const QString &cell) { return ofPlainNumber(cell, [&cell](double number) { return number == 0 ? QString() : cell; }); }); }},
-    {"TitleAbove", [](Layout *l) { l->before = QStringList{QStringLiteral("对账单")}; }},
-    {"MergedTitleAbove", [](Layout *l) { l->before = QStringList{QStringLiteral("交割单,,,,,,"), QStringLiteral("客户号:,88880001,姓名:,某某,,,")}; }},
-    {"RuleAbove", [](Layout *l) { l->before = QStringList{QStringLiteral("起始日期:20240101 终止日期:20240131"), QString(80, QLatin1Char('-'))}; }},
-    {"RemarkAbove", [](Layout *l) { l->before = QStringList{QStringLiteral("# exported")}; }},
+    {"AsItIs", [](Written *) {}},
+    {"ColumnsReversed", [](Written *l) { std::reverse(l->header.begin(), l->header.end()); for (QStringList &row : l->rows) { std::reverse(row.begin(), row.end()); } }},
+    {"ColumnsShuffled", [](Written *l) { permute(l, 1); }},
+    {"ColumnsShuffledOtherwise", [](Written *l) { permute(l, 2); }},
+    {"ColumnsShuffledOnceMore", [](Written *l) { permute(l, 3); }},
+    {"Tabs", [](Written *l) { l->separator = QStringLiteral("\t"); }},
+    {"Semicolons", [](Written *l) { l->separator = QStringLiteral(";"); }},
+    {"Pipes", [](Written *l) { l->separator = QStringLiteral("|"); }},
+    {"SpacedPipes", [](Written *l) { l->separator = QStringLiteral(" | "); }},
+    {"AlignedWithTabs", [](Written *l) { l->separator = QStringLiteral("\t"); l->isPadded = true; }},
+    {"AlignedWithCommas", [](Written *l) { l->isPadded = true; }},
+    {"Page", [](Written *l) { l->isMarkup = true; }},
+    {"Gb18030", [](Written *l) { l->encoding = "GB18030"; }},
+    {"Utf8WithMark", [](Written *l) { l->hasMark = true; }},
+    {"Utf16", [](Written *l) { l->encoding = "UTF-16LE"; l->hasMark = true; }},
+    {"Utf16OfTheOtherOrder", [](Written *l) { l->encoding = "UTF-16BE"; l->hasMark = true; }},
+    {"WindowsLineEnds", [](Written *l) { l->lineEnd = QStringLiteral("\r\n"); }},
+    {"OldMacLineEnds", [](Written *l) { l->lineEnd = QStringLiteral("\r"); }},
+    {"NoLastLineEnd", [](Written *l) { l->hasLastEnd = false; }},
+    {"EmptyLinesBetween", [](Written *l) { l->lineEnd = QStringLiteral("\n\n"); }},
+    {"Quoted", [](Written *l) { l->wrapped = [](const QString &cell) { return QLatin1Char('"') + cell + QLatin1Char('"'); }; }},
+    {"WrappedAsFormulas", [](Written *l) { l->wrapped = [](const QString &cell) { return QStringLiteral("=\"%1\"").arg(cell); }; }},
+    {"BlanksAround", [](Written *l) { l->wrapped = [](const QString &cell) { return QStringLiteral("  %1 ").arg(cell); }; }},
+    {"CodesWrapped", [](Written *l) { changeCells(l, "证券代码", [](const QString &cell) { return QStringLiteral("= \"%1   \"").arg(cell); }); }},
+    {"SharesInTheUnit", [](Written *l) { rename(l, "成交数量", QStringLiteral("成交数量(股)")); rename(l, "成交金额", QStringLiteral("成交金额（元）")); }},
+    {"BalanceInTenThousands", [](Written *l) { changeCells(l, "成交金额", &tenThousandsOf); rename(l, "成交金额", QStringLiteral("成交金额(万元)")); }},
+    {"QuantityInLots", [](Written *l) { changeCells(l, "成交数量", &lotsOf); rename(l, "成交数量", QStringLiteral("成交数量(手)")); }},
+    {"SalesBelowZero", [](Written *l) { negateSales(l, "成交数量"); }},
+    {"AmountsOfSalesBelowZero", [](Written *l) { negateSales(l, "成交金额"); }},
+    {"NoSigns", [](Written *l) { changeCells(l, "发生金额", [](const QString &cell) { return QString(cell).remove(QLatin1Char('-')); }); }},
+    {"BracketsForMinus", [](Written *l) { changeCells(l, "发生金额", &inBrackets); }},
+    {"PlusSigns", [](Written *l) { changeCells(l, "发生金额", [](const QString &cell) { return cell.startsWith(QLatin1Char('-')) ? cell : QLatin1Char('+') + cell; }); }},
+    {"FullWidthMinus", [](Written *l) { changeCells(l, "发生金额", [](const QString &cell) { return QString(cell).replace(QLatin1Char('-'), QStringLiteral("－")); }); }},
+    {"LongMinus", [](Written *l) { changeCells(l, "发生金额", [](const QString &cell) { return QString(cell).replace(QLatin1Char('-'), QStringLiteral("−")); }); }},
+    {"Thousands", [](Written *l) { writeAmounts(l, &withThousands); }},
+    {"YuanSigns", [](Written *l) { changeCells(l, "成交金额", [](const QString &cell) { return QStringLiteral("￥") + cell; }); }},
+    {"FullWidthDigits", [](Written *l) { writeAmounts(l, &inFullWidth); }},
+    {"ManyDecimals", [](Written *l) { writeAmounts(l, [](const QString &cell) { return cell.contains(QLatin1Char('.')) ? cell + QStringLiteral("0000") : cell + QStringLiteral(".0000"); }); }},
+    {"DashesForNothing", [](Written *l) { writeAmounts(l, [](const QString &cell) { return ofPlainNumber(cell, [&cell](double number) { return number == 0 ? QStringLiteral("--") : cell; }); }); }},
+    {"EmptyForNothing", [](Written *l) { writeAmounts(l, [](const QString &cell) { return ofPlainNumber(cell, [&cell](double number) { return number == 0 ? QString() : cell; }); }); }},
+    {"TitleAbove", [](Written *l) { l->before = QStringList{QStringLiteral("对账单")}; }},
+    {"MergedTitleAbove", [](Written *l) { l->before = QStringList{QStringLiteral("交割单,,,,,,"), QStringLiteral("客户号:,88880001,姓名:,某某,,,")}; }},
+    {"RuleAbove", [](Written *l) { l->before = QStringList{QStringLiteral("起始日期:20240101 终止日期:20240131"), QString(80, QLatin1Char('-'))}; }},
+    {"RemarkAbove", [](Written *l) { l->before = QStringList{QStringLiteral("# exported")}; }},
     {"TotalsBelow", &addTotals, false, true},
-    {"CountBelow", [](Layout *l) { l->after = QStringList{QStringLiteral("共13条记录")}; }},
-    {"RuleBelow", [](Layout *l) { l->after = QStringList{QString(40, QLatin1Char('='))}; }},
-    {"EndOfFileBelow", [](Layout *l) { l->after = QStringList{QStringLiteral("\x1A")}; }},
-    {"EmptyColumnAtFirst", [](Layout *l) { insert(l, 0, QString(), QString()); }},
-    {"EmptyColumnAtLast", [](Layout *l) { insert(l, l->header.size(), QString(), QString()); }},
-    {"EmptyColumnBetween", [](Layout *l) { insert(l, 5, QString(), QString()); }},
-    {"RunningNumberAtFirst", [](Layout *l) { insert(l, 0, QStringLiteral("序号"), QStringLiteral("7")); }},
-    {"ColumnThatNobodyKnows", [](Layout *l) { insert(l, 3, QStringLiteral("甲乙"), QStringLiteral("12.50")); }},
-    {"OrderedPriceAndQuantity", [](Layout *l) { insert(l, 4, QStringLiteral("委托价格"), QStringLiteral("1.00")); insert(l, 4, QStringLiteral("委托数量"), QStringLiteral("900")); }},
-    {"RemarkColumn", [](Layout *l) { insert(l, l->header.size(), QStringLiteral("备注"), QStringLiteral("买入")); }},
+    {"CountBelow", [](Written *l) { l->after = QStringList{QStringLiteral("共13条记录")}; }},
+    {"RuleBelow", [](Written *l) { l->after = QStringList{QString(40, QLatin1Char('='))}; }},
+    {"EndOfFileBelow", [](Written *l) { l->after = QStringList{QStringLiteral("\x1A")}; }},
+    {"EmptyColumnAtFirst", [](Written *l) { insert(l, 0, QString(), QString()); }},
+    {"EmptyColumnAtLast", [](Written *l) { insert(l, l->header.size(), QString(), QString()); }},
+    {"EmptyColumnBetween", [](Written *l) { insert(l, 5, QString(), QString()); }},
+    {"RunningNumberAtFirst", [](Written *l) { insert(l, 0, QStringLiteral("序号"), QStringLiteral("7")); }},
+    {"ColumnThatNobodyKnows", [](Written *l) { insert(l, 3, QStringLiteral("甲乙"), QStringLiteral("12.50")); }},
+    {"OrderedPriceAndQuantity", [](Written *l) { insert(l, 4, QStringLiteral("委托价格"), QStringLiteral("1.00")); insert(l, 4, QStringLiteral("委托数量"), QStringLiteral("900")); }},
+    {"RemarkColumn", [](Written *l) { insert(l, l->header.size(), QStringLiteral("备注"), QStringLiteral("买入")); }},
     {"SecondHeader", &addSecondHeader, false, true},
     {"RepeatedHeader", &repeatHeader, false, true},
-    {"NewestFirst", [](Layout *l) { std::reverse(l->rows.begin(), l->rows.end()); }},
-    {"NewestFirstWithoutTimes", [](Layout *l) { drop(l, "成交时间"); std::reverse(l->rows.begin(), l->rows.end()); }},
-    {"DashedDates", [](Layout *l) { writeDates(l, "yyyy-MM-dd"); }},
-    {"SlashedDates", [](Layout *l) { writeDates(l, "yyyy/M/d"); }},
-    {"DottedDates", [](Layout *l) { writeDates(l, "yyyy.MM.dd"); }},
-    {"ChineseDates", [](Layout *l) { writeDates(l, "yyyy年M月d日"); }},
-    {"DaysOfASpreadsheet", [](Layout *l) { changeCells(l, "成交日期", [](const QString &cell) { return QString::number(QDate(1899, 12, 30).daysTo(dateOf(cell))); }); }},
-    {"AmericanDates", [](Layout *l) { writeDates(l, "M/d/yyyy"); }, true},
-    {"TwoDigitYears", [](Layout *l) { writeDates(l, "yyMMdd"); }, true},
-    {"DateAndTimeInTheDate", [](Layout *l) { mergeDateAndTime(l, "成交日期", "yyyy-MM-dd"); }},
-    {"DateAndTimeInTheTime", [](Layout *l) { mergeDateAndTime(l, "成交时间", "yyyy/M/d"); }},
-    {"TimesToTheMinute", [](Layout *l) { writeTimes(l, "HH:mm"); }},
-    {"TimesAsDigits", [](Layout *l) { writeTimes(l, "HHmmss"); }},
-    {"TimesWithoutZero", [](Layout *l) { writeTimes(l, "Hmmss"); }},
-    {"TimesOfHalfDays", [](Layout *l) { writeTimes(l, "h:mm:ss AP"); }},
-    {"TimesToTheHundredth", [](Layout *l) { writeTimes(l, "HHmmss00"); }},
-    {"CodesWithoutZeros", [](Layout *l) { changeCells(l, "证券代码", [](const QString &cell) { return ofPlainNumber(cell, [](double number) { return QString::number(number, 'f', 0); }); }); }},
-    {"CodesAfterTheMarket", [](Layout *l) { changeCells(l, "证券代码", [](const QString &cell) { return (cell[0] == QLatin1Char('0') || cell[0] == QLatin1Char('1') ? QStringLiteral("SZ") : QStringLiteral("SH")) + cell; }); }},
-    {"CodesBeforeTheMarket", [](Layout *l) { changeCells(l, "证券代码", [](const QString &cell) { return cell + (cell[0] == QLatin1Char('0') || cell[0] == QLatin1Char('1') ? QStringLiteral(".XSHE") : QStringLiteral(".XSHG")); }); }},
-    {"CodesInSmallLetters", [](Layout *l) { changeCells(l, "证券代码", [](const QString &cell) { return (cell[0] == QLatin1Char('0') || cell[0] == QLatin1Char('1') ? QStringLiteral("sz.") : QStringLiteral("sh.")) + cell; }); }},
-    {"CodesAfterAnApostrophe", [](Layout *l) { changeCells(l, "证券代码", [](const QString &cell) { return QLatin1Char('\'') + cell; }); }},
-    {"CodesWithABlank", [](Layout *l) { changeCells(l, "证券代码", [](const QString &cell) { return cell + QLatin1Char(' '); }); }},
-    {"NamesWithABlank", [](Layout *l) { changeCells(l, "证券名称", [](const QString &cell) { return QString(cell).insert(2, QLatin1Char(' ')); }); }},
-    {"NamesWithALineBreak", [](Layout *l) { changeCells(l, "证券名称", [](const QString &cell) { return QLatin1Char('"') + QString(cell).insert(2, QLatin1Char('\n')) + QLatin1Char('"'); }); }},
-    {"NoTimes", [](Layout *l) { drop(l, "成交时间"); }},
-    {"NoNames", [](Layout *l) { drop(l, "证券名称"); }},
-    {"NoAmount", [](Layout *l) { drop(l, "成交金额"); }},
-    {"NoFees", [](Layout *l) { drop(l, "手续费"); drop(l, "印花税"); drop(l, "过户费"); }},
+    {"NewestFirst", [](Written *l) { std::reverse(l->rows.begin(), l->rows.end()); }},
+    {"NewestFirstWithoutTimes", [](Written *l) { drop(l, "成交时间"); std::reverse(l->rows.begin(), l->rows.end()); }},
+    {"DashedDates", [](Written *l) { writeDates(l, "yyyy-MM-dd"); }},
+    {"SlashedDates", [](Written *l) { writeDates(l, "yyyy/M/d"); }},
+    {"DottedDates", [](Written *l) { writeDates(l, "yyyy.MM.dd"); }},
+    {"ChineseDates", [](Written *l) { writeDates(l, "yyyy年M月d日"); }},
+    {"DaysOfASpreadsheet", [](Written *l) { changeCells(l, "成交日期", [](const QString &cell) { return QString::number(QDate(1899, 12, 30).daysTo(dateOf(cell))); }); }},
+    {"AmericanDates", [](Written *l) { writeDates(l, "M/d/yyyy"); }, true},
+    {"TwoDigitYears", [](Written *l) { writeDates(l, "yyMMdd"); }, true},
+    {"DateAndTimeInTheDate", [](Written *l) { mergeDateAndTime(l, "成交日期", "yyyy-MM-dd"); }},
+    {"DateAndTimeInTheTime", [](Written *l) { mergeDateAndTime(l, "成交时间", "yyyy/M/d"); }},
+    {"TimesToTheMinute", [](Written *l) { writeTimes(l, "HH:mm"); }},
+    {"TimesAsDigits", [](Written *l) { writeTimes(l, "HHmmss"); }},
+    {"TimesWithoutZero", [](Written *l) { writeTimes(l, "Hmmss"); }},
+    {"TimesOfHalfDays", [](Written *l) { writeTimes(l, "h:mm:ss AP"); }},
+    {"TimesToTheHundredth", [](Written *l) { writeTimes(l, "HHmmss00"); }},
+    {"CodesWithoutZeros", [](Written *l) { changeCells(l, "证券代码", [](const QString &cell) { return ofPlainNumber(cell, [](double number) { return QString::number(number, 'f', 0); }); }); }},
+    {"CodesAfterTheMarket", [](Written *l) { changeCells(l, "证券代码", [](const QString &cell) { return (cell[0] == QLatin1Char('0') || cell[0] == QLatin1Char('1') ? QStringLiteral("SZ") : QStringLiteral("SH")) + cell; }); }},
+    {"CodesBeforeTheMarket", [](Written *l) { changeCells(l, "证券代码", [](const QString &cell) { return cell + (cell[0] == QLatin1Char('0') || cell[0] == QLatin1Char('1') ? QStringLiteral(".XSHE") : QStringLiteral(".XSHG")); }); }},
+    {"CodesInSmallLetters", [](Written *l) { changeCells(l, "证券代码", [](const QString &cell) { return (cell[0] == QLatin1Char('0') || cell[0] == QLatin1Char('1') ? QStringLiteral("sz.") : QStringLiteral("sh.")) + cell; }); }},
+    {"CodesAfterAnApostrophe", [](Written *l) { changeCells(l, "证券代码", [](const QString &cell) { return QLatin1Char('\'') + cell; }); }},
+    {"CodesWithABlank", [](Written *l) { changeCells(l, "证券代码", [](const QString &cell) { return cell + QLatin1Char(' '); }); }},
+    {"NamesWithABlank", [](Written *l) { changeCells(l, "证券名称", [](const QString &cell) { return QString(cell).insert(2, QLatin1Char(' ')); }); }},
+    {"NamesWithALineBreak", [](Written *l) { changeCells(l, "证券名称", [](const QString &cell) { return QLatin1Char('"') + QString(cell).insert(2, QLatin1Char('\n')) + QLatin1Char('"'); }); }},
+    {"NoTimes", [](Written *l) { drop(l, "成交时间"); }},
+    {"NoNames", [](Written *l) { drop(l, "证券名称"); }},
+    {"NoAmount", [](Written *l) { drop(l, "成交金额"); }},
+    {"NoFees", [](Written *l) { drop(l, "手续费"); drop(l, "印花税"); drop(l, "过户费"); }},
     {"OneFee", &sumFees},
-    {"NoBalanceOfShares", [](Layout *l) { drop(l, "股份余额"); }},
-    {"NoBalanceOfCash", [](Layout *l) { drop(l, "资金余额"); }},
-    {"NoOrderNumbers", [](Layout *l) { drop(l, "合同编号"); }},
-    {"NoDealNumbers", [](Layout *l) { drop(l, "成交编号"); }},
-    {"NoHolder", [](Layout *l) { drop(l, "股东代码"); }},
-    {"NoCurrency", [](Layout *l) { drop(l, "币种"); }},
-    {"NoDates", [](Layout *l) { drop(l, "成交日期"); }, true},
-    {"NoKinds", [](Layout *l) { drop(l, "业务名称"); }, true},
-    {"NoQuantities", [](Layout *l) { drop(l, "成交数量"); }, true},
-    {"NoPrices", [](Layout *l) { drop(l, "成交价格"); }},
-    {"NoCodes", [](Layout *l) { drop(l, "证券代码"); }, true},
-    {"DealNumbersOfASpreadsheet", [](Layout *l) { changeCells(l, "成交编号", [](const QString &) { return QStringLiteral("1.05E+14"); }); }, true},
-    {"DecimalCommas", [](Layout *l) { l->separator = QStringLiteral(";"); writeAmounts(l, [](const QString &cell) { return QString(cell).replace(QLatin1Char('.'), QLatin1Char(',')); }); }, true},
+    {"NoBalanceOfShares", [](Written *l) { drop(l, "股份余额"); }},
+    {"NoBalanceOfCash", [](Written *l) { drop(l, "资金余额"); }},
+    {"NoOrderNumbers", [](Written *l) { drop(l, "合同编号"); }},
+    {"NoDealNumbers", [](Written *l) { drop(l, "成交编号"); }},
+    {"NoHolder", [](Written *l) { drop(l, "股东代码"); }},
+    {"NoCurrency", [](Written *l) { drop(l, "币种"); }},
+    {"NoDates", [](Written *l) { drop(l, "成交日期"); }, true},
+    {"NoKinds", [](Written *l) { drop(l, "业务名称"); }, true},
+    {"NoQuantities", [](Written *l) { drop(l, "成交数量"); }, true},
+    {"NoPrices", [](Written *l) { drop(l, "成交价格"); }},
+    {"NoCodes", [](Written *l) { drop(l, "证券代码"); }, true},
+    {"DealNumbersOfASpreadsheet", [](Written *l) { changeCells(l, "成交编号", [](const QString &) { return QStringLiteral("1.05E+14"); }); }, true},
+    {"DecimalCommas", [](Written *l) { l->separator = QStringLiteral(";"); writeAmounts(l, [](const QString &cell) { return QString(cell).replace(QLatin1Char('.'), QLatin1Char(',')); }); }, true},
 };
 // clang-format on
 
-QString lineOf(const QStringList &cells, const Layout &layout)
+QString lineOf(const QStringList &cells, const Written &layout)
 {
     QStringList written;
     for (const QString &cell : cells) {
@@ -417,7 +417,7 @@ QString lineOf(const QStringList &cells, const Layout &layout)
     return written.join(layout.separator);
 }
 
-QString pageOf(const Layout &layout)
+QString pageOf(const Written &layout)
 {
     QString page = QStringLiteral("<html><body><table>");
     for (const QStringList &row : QVector<QStringList>{layout.header} + layout.rows) {
@@ -430,7 +430,7 @@ QString pageOf(const Layout &layout)
     return page + QStringLiteral("</table></body></html>");
 }
 
-QByteArray bytesOf(const Layout &layout)
+QByteArray bytesOf(const Written &layout)
 {
     QStringList lines = layout.before;
     lines.append(lineOf(layout.header, layout));
@@ -469,7 +469,7 @@ class StatementMutation : public ::testing::TestWithParam<Mutation>
 {
 protected:
     /// The books that are read, or nothing when the statement is refused, as a whole or some of its rows.
-    std::optional<std::vector<std::string>> read(const Layout &layout)
+    std::optional<std::vector<std::string>> read(const Written &layout)
     {
         const QString path = m_directory.filePath(QStringLiteral("statement"));
         QFile file(path);
@@ -498,14 +498,14 @@ private:
 
 TEST_P(StatementMutation, GivesTheSameBooksOrIsRefused)
 {
-    Layout layout = trueLayout();
+    Written layout = asWritten();
     GetParam().apply(&layout);
 
     const auto books = read(layout);
 
     EXPECT_EQ(!books, GetParam().isRefused) << ::testing::PrintToString(why());
     if (books) {
-        EXPECT_EQ(*books, read(trueLayout()));
+        EXPECT_EQ(*books, read(asWritten()));
     }
 }
 
@@ -515,7 +515,7 @@ using StatementMutations = StatementMutation;
 
 TEST_F(StatementMutations, OfTwoAtATimeNeverDifferSilently)
 {
-    const auto trueBooks = read(trueLayout());
+    const auto trueBooks = read(asWritten());
     ASSERT_TRUE(trueBooks);
     const int most = qEnvironmentVariableIsSet("STATEMENT_MUTATIONS") ? INT_MAX : 300;
     std::mt19937 random(14);
@@ -527,7 +527,7 @@ TEST_F(StatementMutations, OfTwoAtATimeNeverDifferSilently)
         if (first.addsLines) {
             continue;
         }
-        Layout layout = trueLayout();
+        Written layout = asWritten();
         first.apply(&layout);
         second.apply(&layout);
         const auto books = read(layout);
@@ -539,11 +539,11 @@ TEST_F(StatementMutations, OfTwoAtATimeNeverDifferSilently)
 
 TEST_F(StatementMutations, WithAnyKnownNameOfAColumnGiveTheSameBooks)
 {
-    const auto trueBooks = read(trueLayout());
+    const auto trueBooks = read(asWritten());
     for (const ColumnNames::Spellings &row : ColumnNames::spellings()) {
         for (const QString &name : row.names) {
-            Layout layout = trueLayout();
-            for (const QString &own : trueLayout().header) {
+            Written layout = asWritten();
+            for (const QString &own : asWritten().header) {
                 if (row.names.contains(own)) {
                     rename(&layout, own.toUtf8().constData(), name);
                     break;

@@ -14,8 +14,6 @@ using ::testing::SizeIs;
 
 using DatabaseTest = LedgerFixture;
 
-const DateRange always;
-
 } // namespace
 
 TEST_F(DatabaseTest, IsReadWhileAnotherProcessWritesIt)
@@ -67,6 +65,19 @@ TEST_F(DatabaseTest, WaitsInVainOnlyOnce)
     clock.start();
     EXPECT_THROW(Transaction{ledger().database()}, LedgerUnavailable);
     EXPECT_LT(clock.elapsed(), patience.count() / 2);
+}
+
+TEST_F(DatabaseTest, KeepsOneMarkOfAProgramThatMakesOneChangeAfterTheOther)
+{
+    Ledger other(location());
+    for (const double price : {10.0, 10.1, 10.2}) {
+        ledger().book(statementOf({fill(Side::Buy, bank(), 20240102, price, 100)}), Ledger::Mode::Keep);
+        other.book(statementOf({fill(Side::Sell, bank(), 20240103, price, 100)}), Ledger::Mode::Keep);
+    }
+
+    Rows marks = ledger().database()->run(QStringLiteral("SELECT COUNT(*) FROM change_mark"));
+    ASSERT_TRUE(marks.next());
+    EXPECT_EQ(marks.value(0).toInt(), 2);
 }
 
 TEST_F(DatabaseTest, ForgetsTheMarksOfChangesThatAreLongAgo)

@@ -15,8 +15,6 @@ using ::testing::SizeIs;
 
 using LedgerSchemaTest = LedgerFixture;
 
-const DateRange always;
-
 } // namespace
 
 TEST_F(LedgerSchemaTest, KnowsItsVersion)

@@ -9,8 +9,6 @@ using ::testing::SizeIs;
 
 using LedgerOfAnAccount = LedgerFixture;
 
-const DateRange always;
-
 } // namespace
 
 TEST_F(LedgerOfAnAccount, IsEmptyAtFirst)

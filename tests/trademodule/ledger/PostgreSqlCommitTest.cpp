@@ -3,6 +3,7 @@
 #include "tests/trademodule/support/ExchangeFixture.h"
 #include "tests/trademodule/support/LedgerAudit.h"
 #include "tests/trademodule/support/ProgramFixture.h"
+#include "tests/trademodule/support/ServerSocket.h"
 
 #include <QUrl>
 #include <QUrlQuery>
@@ -18,12 +19,7 @@ using namespace TradeChart::OrderStatus;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
-using Fault = CommitProxy::Fault;
-
-QString socketOf(const QString &location)
-{
-    return QUrlQuery(QUrl(location)).queryItemValue(QStringLiteral("host"));
-}
+using CommitFault = CommitProxy::Fault;
 
 class PostgreSqlCommit : public Program
 {
@@ -34,7 +30,7 @@ protected:
         if (IsSkipped()) {
             return;
         }
-        m_proxy.emplace(socketOf(location()));
+        m_proxy.emplace(ServerSocket::directoryOf(location()));
         m_behind.emplace(throughProxy());
         m_behind->setPatience(std::chrono::milliseconds(200));
     }
@@ -45,7 +41,10 @@ protected:
         m_proxy.reset();
     }
 
-    QString throughProxy() const { return location().replace(socketOf(location()), m_proxy->directory()); }
+    QString throughProxy() const
+    {
+        return location().replace(ServerSocket::directoryOf(location()), m_proxy->directory());
+    }
 
     /// Of the ledger as it is seen through the proxy.
     Ledger &behind() { return *m_behind; }
@@ -70,7 +69,7 @@ protected:
     /// A change that the server makes and cannot confirm any more. Its mark; nothing where that is known.
     std::optional<qint64> changeInDoubt()
     {
-        proxy().fail(Fault::LoseAnswer);
+        proxy().fail(CommitFault::LoseAnswer);
         OrderBook orders(&behind());
         Transaction transaction = orders.begin();
         orders.setCash(yuan(4711));
@@ -112,7 +111,7 @@ private:
 
 TEST_F(PostgreSqlCommit, IsKnownToBeDoneThoughItsAnswerWasLost)
 {
-    proxy().fail(Fault::LoseAnswer);
+    proxy().fail(CommitFault::LoseAnswer);
 
     EXPECT_NO_THROW(change());
     EXPECT_TRUE(isChanged());
@@ -120,7 +119,7 @@ TEST_F(PostgreSqlCommit, IsKnownToBeDoneThoughItsAnswerWasLost)
 
 TEST_F(PostgreSqlCommit, IsKnownToHaveFailedWhenTheServerNeverHeardOfIt)
 {
-    proxy().fail(Fault::LoseQuestion);
+    proxy().fail(CommitFault::LoseQuestion);
 
     EXPECT_THROW(change(), LedgerUnavailable);
     EXPECT_FALSE(isChanged());
@@ -133,6 +132,18 @@ TEST_F(PostgreSqlCommit, IsInDoubtUntilTheServerIsThereAgain)
     EXPECT_THROW(behind().database()->isCommitted(*mark), LedgerUnavailable);
 
     proxy().setAway(false);
+    EXPECT_TRUE(behind().database()->isCommitted(*mark));
+}
+
+TEST_F(PostgreSqlCommit, IsKnownAlsoAfterLaterChanges)
+{
+    change(); // its mark goes with the next one's
+    const std::optional<qint64> mark = changeInDoubt();
+    ASSERT_TRUE(mark);
+    proxy().setAway(false);
+    change();
+    change();
+
     EXPECT_TRUE(behind().database()->isCommitted(*mark));
 }
 
@@ -208,7 +219,7 @@ TEST_F(PostgreSqlCommit, OfABarInDoubtDealsTheBarOnce)
     exchange.place(bank(), Direction::Buy, yuan(10), 1000);
     exchange.settle();
     m_told.clear();
-    proxy().fail(Fault::LoseAnswer);
+    proxy().fail(CommitFault::LoseAnswer);
     proxy().setAway(true);
     EXPECT_THROW(exchange.take(bar(1001, 10, 10, 10, 2000)), OutcomeUnknown);
     EXPECT_THAT(m_told, IsEmpty());
@@ -229,13 +240,13 @@ TEST_F(PostgreSqlCommit, OfABarInDoubtDealsItOnceAlsoWhenSomethingElseFindsOutTh
     exchange.take(bar(1000, 10, 10, 10));
     exchange.place(bank(), Direction::Buy, yuan(10), 1000);
     exchange.settle();
-    proxy().fail(Fault::LoseAnswer);
+    proxy().fail(CommitFault::LoseAnswer);
     proxy().setAway(true);
     EXPECT_THROW(exchange.take(bar(1001, 10, 10, 10, 2000)), OutcomeUnknown);
     proxy().setAway(false);
     exchange.settle();
 
-    proxy().fail(Fault::LoseAnswer);
+    proxy().fail(CommitFault::LoseAnswer);
     proxy().setAway(true);
     EXPECT_ANY_THROW(exchange.place(bank(), Direction::Buy, yuan(9), 100));
     proxy().setAway(false);
@@ -250,7 +261,7 @@ TEST_F(PostgreSqlCommit, OfABarThatNeverHappenedIsMadeUpFor)
     exchange.take(bar(1000, 10, 10, 10));
     exchange.place(bank(), Direction::Buy, yuan(10), 1000);
     exchange.settle();
-    proxy().fail(Fault::LoseQuestion);
+    proxy().fail(CommitFault::LoseQuestion);
     proxy().setAway(true);
     EXPECT_THROW(exchange.take(bar(1001, 10, 10, 10, 2000)), LedgerUnavailable);
 
@@ -262,7 +273,7 @@ TEST_F(PostgreSqlCommit, OfABarThatNeverHappenedIsMadeUpFor)
 
 TEST_F(PostgreSqlCommit, OfAnOrderFromTheCommandLineIsConfirmed)
 {
-    proxy().fail(Fault::LoseAnswer);
+    proxy().fail(CommitFault::LoseAnswer);
 
     const Ended placed =
         run({QStringLiteral("--ledger"), throughProxy(), QStringLiteral("place"), QStringLiteral("000001"),

@@ -9,6 +9,7 @@
 #include "tests/trademodule/support/LedgerDeeds.h"
 #include "tests/trademodule/support/LedgerFixture.h"
 #include "tests/trademodule/support/MessageProxy.h"
+#include "tests/trademodule/support/ServerSocket.h"
 #include "trademodule/Error.h"
 
 #include <QElapsedTimer>
@@ -92,16 +93,13 @@ private:
     QString m_location;
 };
 
-QString socketOf(const QString &location)
-{
-    return QUrlQuery(QUrl(location)).queryItemValue(QStringLiteral("host"));
-}
-
 /// A deed over a connection whose messages can fail, from the same ledger each time.
 class DeedOverAProxy
 {
 public:
-    explicit DeedOverAProxy(const Deed &deed) : m_deed(deed), m_proxy(socketOf(m_fresh.location()))
+    explicit DeedOverAProxy(const Deed &deed)
+        : m_deed(deed),
+          m_proxy(ServerSocket::directoryOf(m_fresh.location()))
     {
         m_deed.before(m_fresh.location());
         const CopiedLedger copy(m_fresh.location());
@@ -143,8 +141,8 @@ private:
 
     End endThroughProxy(const CopiedLedger &copy) const
     {
-        return endOf(m_deed,
-                     QString(copy.location()).replace(socketOf(copy.location()), m_proxy.directory()));
+        return endOf(m_deed, QString(copy.location())
+                                 .replace(ServerSocket::directoryOf(copy.location()), m_proxy.directory()));
     }
 
     const Deed m_deed;
@@ -203,13 +201,14 @@ TEST(PostgreSqlFaultsOfANewLedger, AreToldAtOnceWhereNobodyCanTellLaterWhetherIt
         GTEST_SKIP() << reason.toStdString();
     }
     const TestLedger home;
-    CommitProxy proxy(socketOf(home.location()));
+    CommitProxy proxy(ServerSocket::directoryOf(home.location()));
     proxy.fail(CommitProxy::Fault::LoseAnswer);
     QElapsedTimer clock;
     clock.start();
 
-    EXPECT_THROW(Ledger(home.location().replace(socketOf(home.location()), proxy.directory())),
-                 OutcomeUnknown);
+    EXPECT_THROW(
+        Ledger(home.location().replace(ServerSocket::directoryOf(home.location()), proxy.directory())),
+        OutcomeUnknown);
 
     EXPECT_LT(clock.elapsed(), 5000) << "it has no marks of changes that could be asked for";
 }

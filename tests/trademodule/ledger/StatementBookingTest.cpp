@@ -12,8 +12,6 @@ using ::testing::SizeIs;
 
 using StatementBookingTest = LedgerFixture;
 
-const DateRange always;
-
 } // namespace
 
 TEST_F(StatementBookingTest, AddsNothingWhenAStatementComesTwice)

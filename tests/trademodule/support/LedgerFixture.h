@@ -22,6 +22,9 @@ inline const SecurityId &liquor()
     return security;
 }
 
+/// All days.
+inline constexpr DateRange always;
+
 /// The day of yyyymmdd.
 constexpr TradingDate day(int yyyymmdd)
 {

@@ -16,6 +16,7 @@
 #include <QSet>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
 
 namespace {
@@ -24,7 +25,8 @@ using namespace std::chrono_literals;
 using namespace Terminal;
 
 constexpr auto betweenLooks = 20ms;
-constexpr auto patience = 300ms;
+constexpr std::chrono::milliseconds shortPatience = 300ms;
+constexpr std::chrono::milliseconds longPatience = 3s; // a terminal's own
 
 class PlacingTerminal
 {
@@ -34,7 +36,7 @@ public:
         m_journal.open(QIODevice::ReadWrite | QIODevice::Append | QIODevice::Unbuffered);
         m_plan.open(QIODevice::ReadOnly);
         readAnswered();
-        m_desk.setTimeout(patience);
+        setPatience(shortPatience);
         m_desk.setModule([this] { return module(); });
         QObject::connect(&m_watch, &ModuleWatch::changed, &m_desk, [this] {
             if (m_watch.isAnswering()) {
@@ -109,6 +111,9 @@ private:
 
     void take(const OrderRequest &order, const DeskOutcome &outcome)
     {
+        // asked again and again, a module on a busy machine would answer nothing but repetitions
+        const bool isSlow = outcome.kind == DeskOutcome::Kind::NoAnswer || outcome.isLate;
+        setPatience(isSlow ? std::min(2 * m_patience, longPatience) : shortPatience);
         if (outcome.kind == DeskOutcome::Kind::Accepted) {
             note("placed", order.clientNumber + QLatin1Char(' ') + outcome.text);
             return;
@@ -116,7 +121,13 @@ private:
         if (outcome.kind == DeskOutcome::Kind::Refused) {
             note("refused", order.clientNumber + QLatin1Char(' ') + outcome.text);
         }
-        QTimer::singleShot(patience, &m_desk, [this, order] { m_due.append(order); });
+        QTimer::singleShot(m_patience, &m_desk, [this, order] { m_due.append(order); });
+    }
+
+    void setPatience(std::chrono::milliseconds patience)
+    {
+        m_patience = patience;
+        m_desk.setTimeout(patience);
     }
 
     void note(const char *what, const QString &text)
@@ -129,6 +140,7 @@ private:
     QByteArray m_unread;      // the beginning of a line of the plan
     QSet<QString> m_answered; // before it was started
     QVector<OrderRequest> m_due;
+    std::chrono::milliseconds m_patience = shortPatience;
     ModuleWatch m_watch{nullptr};
     OrderDesk m_desk;
     QTimer m_look;

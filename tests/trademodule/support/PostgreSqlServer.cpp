@@ -9,6 +9,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QStandardPaths>
+#include <QStorageInfo>
 #include <QThread>
 
 #include <csignal>
@@ -62,6 +63,15 @@ bool endOthers(TradeModule::Database *connection)
     }
 }
 
+/// In memory, unless little of it may be used, as in many containers.
+QString folderName()
+{
+    constexpr qint64 enough = qint64(2) << 30;
+    const QStorageInfo memory(QStringLiteral("/dev/shm"));
+    const bool isRoomy = memory.fileSystemType() == "tmpfs" && memory.bytesAvailable() > enough;
+    return (isRoomy ? memory.rootPath() : QDir::tempPath()) + QStringLiteral("/postgresql-XXXXXX");
+}
+
 class StopServer : public ::testing::Environment
 {
 public:
@@ -93,7 +103,7 @@ QString PostgreSqlServer::program(const char *name) const
     return programDirectory() + QLatin1Char('/') + QLatin1String(name);
 }
 
-PostgreSqlServer::PostgreSqlServer()
+PostgreSqlServer::PostgreSqlServer() : m_directory(folderName())
 {
     ::testing::AddGlobalTestEnvironment(new StopServer);
     giveToServerUser(m_directory.path());

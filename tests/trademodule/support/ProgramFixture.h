@@ -19,6 +19,14 @@ namespace TradeModule {
 inline constexpr char statementHeader[] =
     "成交日期,成交时间,证券代码,证券名称,买卖标志,成交价格,成交数量,成交金额,成交编号\n";
 
+/// A row below it that can be booked, and one whose day does not exist.
+inline const QByteArray oneRow = "20210811,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,1\n";
+inline const QByteArray badRow = "2021-02-31,11:03:51,600519,贵州茅台,买入,1700.00,100,170000.00,2\n";
+
+/// A question to buy 100 shares of the bank at 10.00.
+inline const QByteArray placing = R"({"cmd":"EntrustPlace","market":"SZ","stkcode":"000001","bsflag2":"0B",
+                                      "orderprice":"10.00","orderqty":"100"})";
+
 /// What a program that has ended left.
 struct Ended
 {
@@ -26,6 +34,14 @@ struct Ended
     std::string output;
     std::string errors;
 };
+
+/// The number that a long run by hand sets a variable of the environment to.
+inline unsigned numberOf(const char *variable, unsigned otherwise)
+{
+    bool isNumber = false;
+    const unsigned number = qEnvironmentVariable(variable).toUInt(&isNumber);
+    return isNumber ? number : otherwise;
+}
 
 inline QJsonObject jsonOf(const QByteArray &text)
 {

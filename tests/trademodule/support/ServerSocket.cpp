@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QUrl>
+#include <QUrlQuery>
 
 #include <array>
 #include <cstring>
@@ -23,6 +25,11 @@ sockaddr_un addressIn(const QString &directory)
 }
 
 } // namespace
+
+QString ServerSocket::directoryOf(const QString &location)
+{
+    return QUrlQuery(QUrl(location)).queryItemValue(QStringLiteral("host"));
+}
 
 int ServerSocket::listenIn(const QString &directory)
 {

@@ -29,13 +29,15 @@ QSizeF GlyphSprites::size(GlyphNumber number, int count)
 
 const GlyphSprites::Sprite &GlyphSprites::find(GlyphNumber number, int count)
 {
-    const int shownCount = std::min(count, highestShownCount + 1);
-    const int key = number * (highestShownCount + 2) + shownCount;
-    auto sprite = m_sprites.find(key);
-    if (sprite == m_sprites.end()) {
-        sprite = m_sprites.insert(key, paint(number, shownCount));
+    if (m_sprites.empty()) {
+        m_sprites.resize(static_cast<std::size_t>(glyphCount) * countsShown);
     }
-    return *sprite;
+    const int shownCount = std::min(count, countsShown - 1);
+    Sprite &sprite = m_sprites[static_cast<std::size_t>(number * countsShown + shownCount)];
+    if (sprite.picture.isNull()) {
+        sprite = paint(number, shownCount);
+    }
+    return sprite;
 }
 
 GlyphSprites::Sprite GlyphSprites::paint(GlyphNumber number, int count) const

@@ -2,8 +2,10 @@
 
 #include "terminal/chart/marks/glyphs/GlyphSet.h"
 
-#include <QHash>
 #include <QPixmap>
+
+#include <cstddef>
+#include <vector>
 
 namespace Terminal {
 
@@ -27,12 +29,14 @@ private:
         QSizeF size;
     };
 
+    static constexpr int countsShown = highestShownCount + 2; ///< none, and more than the highest
+
     const Sprite &find(GlyphNumber number, int count);
     Sprite paint(GlyphNumber number, int count) const;
 
     ChartTheme m_theme;
     qreal m_pixelRatio = 1;
-    QHash<int, Sprite> m_sprites;
+    std::vector<Sprite> m_sprites; ///< by glyph and count, without a picture until it is asked for
 };
 
 } // namespace Terminal

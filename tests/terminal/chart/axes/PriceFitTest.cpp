@@ -11,11 +11,11 @@ namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-constexpr double paneHeight = 600;
+constexpr double fitHeight = 600;
 
 TEST(PriceFit, HoldsTheCandlesWithSomeAir)
 {
-    const PriceSpan fit = fitPrices({10, 20}, {}, paneHeight);
+    const PriceSpan fit = fitPrices({10, 20}, {}, fitHeight);
     EXPECT_LT(fit.low, 10);
     EXPECT_GT(fit.high, 20);
     EXPECT_LT(fit.high - fit.low, 13);
@@ -29,21 +29,21 @@ TEST(PriceFit, LeavesTheCandlesMostOfATinyPane)
 
 TEST(PriceFit, OpensAFlatScale)
 {
-    const PriceSpan fit = fitPrices({10, 10}, {}, paneHeight);
+    const PriceSpan fit = fitPrices({10, 10}, {}, fitHeight);
     EXPECT_LT(fit.low, 10);
     EXPECT_GT(fit.high, 10);
 }
 
 TEST(PriceFit, GrantsAWishThatIsNear)
 {
-    const PriceSpan fit = fitPrices({10, 20}, {{9, 21}}, paneHeight);
+    const PriceSpan fit = fitPrices({10, 20}, {{9, 21}}, fitHeight);
     EXPECT_LT(fit.low, 9);
     EXPECT_GT(fit.high, 21);
 }
 
 TEST(PriceFit, GrantsTheNearBoundOfAWideWish)
 {
-    const PriceSpan fit = fitPrices({10, 20}, {{8, 500}}, paneHeight);
+    const PriceSpan fit = fitPrices({10, 20}, {{8, 500}}, fitHeight);
     EXPECT_LT(fit.low, 8);
     EXPECT_LT(fit.high, 25);
 }
@@ -54,8 +54,8 @@ class PriceFitWithoutAWish : public ::testing::TestWithParam<PriceSpan>
 
 TEST_P(PriceFitWithoutAWish, LeavesTheScaleAlone)
 {
-    const PriceSpan plain = fitPrices({10, 20}, {}, paneHeight);
-    const PriceSpan fit = fitPrices({10, 20}, {GetParam()}, paneHeight);
+    const PriceSpan plain = fitPrices({10, 20}, {}, fitHeight);
+    const PriceSpan fit = fitPrices({10, 20}, {GetParam()}, fitHeight);
     EXPECT_DOUBLE_EQ(fit.low, plain.low);
     EXPECT_DOUBLE_EQ(fit.high, plain.high);
 }

@@ -13,7 +13,7 @@ using Korvane::BuyBelow;
 using Korvane::SellAbove;
 
 /// A hundred bars of ten pixels between the prices 40 and 60, on a scale from 0 to 100 of five pixels each.
-constexpr ChartGeometry geometry{{-0.5, 99.5}, 0, 1000, 0, 100, 0, 500};
+constexpr ChartGeometry seriesGeometry{{-0.5, 99.5}, 0, 1000, 0, 100, 0, 500};
 constexpr double low = 40;
 constexpr double high = 60;
 
@@ -23,7 +23,8 @@ protected:
     SeriesClustersTest()
     {
         m_sprites.setLook(makeTheme(ThemeKind::Dark, RiseColour::Red), 1);
-        m_bars.update(Bars(100, {20240102, 0, low, high, low, high, 1000}), geometry.span, geometry.right);
+        m_bars.update(Bars(100, {20240102, 0, low, high, low, high, 1000}), seriesGeometry.span,
+                      seriesGeometry.right);
     }
 
     const std::vector<DrawnMark> &drawn()
@@ -35,7 +36,7 @@ protected:
     GlyphSprites m_sprites;
     DrawnMarks m_marks;
     VisibleBars m_bars;
-    SeriesClusters m_clusters{geometry, m_bars};
+    SeriesClusters m_clusters{seriesGeometry, m_bars};
 };
 
 TEST_F(SeriesClustersTest, PutAMarkAboveTheHighOrBelowTheLowOfItsBar)
@@ -44,16 +45,16 @@ TEST_F(SeriesClustersTest, PutAMarkAboveTheHighOrBelowTheLowOfItsBar)
     m_clusters.add(50, low, BuyBelow);
 
     ASSERT_EQ(drawn().size(), 2U);
-    EXPECT_DOUBLE_EQ(drawn().front().box.bottom(), geometry.priceToY(high));
-    EXPECT_DOUBLE_EQ(drawn().back().box.top(), geometry.priceToY(low));
-    EXPECT_NEAR(drawn().front().box.center().x(), geometry.barToX(10), 0.5);
+    EXPECT_DOUBLE_EQ(drawn().front().box.bottom(), seriesGeometry.priceToY(high));
+    EXPECT_DOUBLE_EQ(drawn().back().box.top(), seriesGeometry.priceToY(low));
+    EXPECT_NEAR(drawn().front().box.center().x(), seriesGeometry.barToX(10), 0.5);
 }
 
 TEST_F(SeriesClustersTest, ClearTheCandlesBesideTheirBar)
 {
     m_clusters.add(10, low, BuyAbove); // as wide as its neighbours, whose highs are higher
 
-    EXPECT_DOUBLE_EQ(drawn().front().box.bottom(), geometry.priceToY(high));
+    EXPECT_DOUBLE_EQ(drawn().front().box.bottom(), seriesGeometry.priceToY(high));
 }
 
 TEST_F(SeriesClustersTest, MakeOneOfNeighboursOnOneSide)
@@ -95,7 +96,7 @@ TEST_F(SeriesClustersTest, StayInsideThePaneAtItsTop)
 {
     m_clusters.add(10, 100, BuyAbove);
 
-    EXPECT_GE(drawn().front().box.top(), geometry.top);
+    EXPECT_GE(drawn().front().box.top(), seriesGeometry.top);
 }
 
 } // namespace

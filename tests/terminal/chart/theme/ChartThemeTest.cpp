@@ -6,13 +6,13 @@
 namespace Terminal {
 namespace {
 
-struct Look
+struct ThemeColours
 {
     ThemeKind kind;
     RiseColour rise;
 };
 
-class ChartThemeIn : public ::testing::TestWithParam<Look>
+class ChartThemeIn : public ::testing::TestWithParam<ThemeColours>
 {
 protected:
     const ChartTheme m_theme = makeTheme(GetParam().kind, GetParam().rise);
@@ -67,10 +67,10 @@ TEST_P(ChartThemeIn, HasAPaletteForWidgetsThatCanBeRead)
 }
 
 INSTANTIATE_TEST_SUITE_P(Looks, ChartThemeIn,
-                         ::testing::Values(Look{ThemeKind::Dark, RiseColour::Red},
-                                           Look{ThemeKind::Dark, RiseColour::Green},
-                                           Look{ThemeKind::Light, RiseColour::Red},
-                                           Look{ThemeKind::Light, RiseColour::Green}));
+                         ::testing::Values(ThemeColours{ThemeKind::Dark, RiseColour::Red},
+                                           ThemeColours{ThemeKind::Dark, RiseColour::Green},
+                                           ThemeColours{ThemeKind::Light, RiseColour::Red},
+                                           ThemeColours{ThemeKind::Light, RiseColour::Green}));
 
 } // namespace
 } // namespace Terminal

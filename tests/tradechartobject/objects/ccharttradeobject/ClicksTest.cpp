@@ -1,7 +1,5 @@
 #include "tests/tradechartobject/objects/ccharttradeobject/CChartTradeObjectTest.h"
 
-#include <limits>
-
 #ifdef __SANITIZE_ADDRESS__
 #    include <sanitizer/asan_interface.h>
 #endif
@@ -11,8 +9,6 @@ using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 namespace {
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 class CChartTradeObjectClicks : public CChartTradeObjectTest
 {
@@ -127,7 +123,7 @@ TEST_F(CChartTradeObjectClicks, ShowsNoListForACloseThatIsNoNumber)
     createMarkers();
     hearHistory({buy(10), buy(9)});
     recalc();
-    axis.bars[0].close = nan;
+    axis.bars[0].close = notANumber;
     listAt(0, 10.5, 1);
     EXPECT_THAT(axis.popups, IsEmpty());
 }

@@ -2,15 +2,12 @@
 #include "tests/tradechartobject/objects/ccharttradeobject/CChartTradeObjectTest.h"
 
 #include <climits>
-#include <limits>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 namespace {
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 class CChartTradeObjectHits : public CChartTradeObjectTest
 {
@@ -31,7 +28,7 @@ TEST_F(CChartTradeObjectHits, IsNotHitWithoutACost)
 {
     createLine("");
     EXPECT_EQ(overlay->hitTest(0, axis.yOf(12.5)), -1);
-    EXPECT_EQ(overlay->hitTest(0, nan), -1);
+    EXPECT_EQ(overlay->hitTest(0, notANumber), -1);
 }
 
 TEST_F(CChartTradeObjectHits, IsNotHitWithoutACostWhateverPixelTheHostGivesIt)
@@ -101,7 +98,8 @@ TEST_F(CChartTradeObjectHits, IsNotHitOnABarWithAnEndThatIsNoNumber)
 {
     createMarkers();
     hearHistory({buy(10)});
-    for (const Korvane::AnalyData &bar : {makeDayBar(20240102, nan, 11), makeDayBar(20240102, 9, nan)}) {
+    for (const Korvane::AnalyData &bar :
+         {makeDayBar(20240102, notANumber, 11), makeDayBar(20240102, 9, notANumber)}) {
         calc(shanghai, {bar}, Korvane::DayPeriod);
         EXPECT_EQ(overlay->hitTest(0, axis.yOf(10)), -1);
     }

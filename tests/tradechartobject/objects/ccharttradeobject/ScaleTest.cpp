@@ -5,8 +5,6 @@
 
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 class CChartTradeObjectScale : public CChartTradeObjectTest
@@ -52,7 +50,7 @@ TEST_F(CChartTradeObjectScale, SpansTheFinitePricesOfTheBars)
 {
     create(tradeMarkers);
     calc(shanghai,
-         {makeDayBar(20240102, nan, infinity), makeDayBar(20240103, 6, nan),
+         {makeDayBar(20240102, notANumber, infinity), makeDayBar(20240103, 6, notANumber),
           makeDayBar(20240104, -infinity, 5)},
          4);
     expectScale(6, 5);

@@ -1,14 +1,11 @@
 #include "tests/tradechartobject/objects/positioncost/PositionCostTest.h"
 
 #include <cmath>
-#include <limits>
 
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 namespace {
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 class PositionCostHits : public PositionCostTest
 {
@@ -38,9 +35,9 @@ TEST_F(PositionCostHits, IsNotHitWithoutACost)
 {
     createOnShanghai();
     EXPECT_EQ(overlay->hitTest(0, axis.yOf(50)), -1);
-    EXPECT_EQ(overlay->hitTest(0, nan), -1);
+    EXPECT_EQ(overlay->hitTest(0, notANumber), -1);
     hearCost(QStringLiteral("50"));
-    axis.pixelsPerUnit = nan;
+    axis.pixelsPerUnit = notANumber;
     EXPECT_EQ(overlay->hitTest(0, 0), -1) << "a host without a scale";
 }
 

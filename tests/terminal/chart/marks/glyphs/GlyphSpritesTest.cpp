@@ -1,6 +1,7 @@
 // The pictures of the marks: what they are must be seen without their colours, in both themes.
 #include "terminal/chart/marks/glyphs/GlyphSprites.h"
 #include "tests/support/ByName.h"
+#include "tests/terminal/support/Contrast.h"
 
 #include <gmock/gmock.h>
 
@@ -185,23 +186,6 @@ TEST_P(GlyphSpritesIn, PointATradeTowardsItsBar)
         EXPECT_TRUE(below.isCentred(1)) << style;
         EXPECT_GE(below.inked(last - 1), 5) << style;
     }
-}
-
-/// Relative luminance of a colour as readability is measured.
-double luminance(const QColor &colour)
-{
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF());
-}
-
-double contrast(const QColor &one, const QColor &other)
-{
-    const double lighter = std::max(luminance(one), luminance(other));
-    const double darker = std::min(luminance(one), luminance(other));
-    return (lighter + 0.05) / (darker + 0.05);
 }
 
 TEST_P(GlyphSpritesIn, StandOutFromTheBackgroundAndCarryReadableLetters)
