@@ -55,6 +55,7 @@ bool DeliveryTurns::isOpen()
     if (!m_isUsed) {
         m_isUsed = true;
         m_end = QDeadlineTimer(share);
+        return true;
     }
     return !m_end.hasExpired();
 }

@@ -352,8 +352,8 @@ void MqttSession::loseIfClosed()
 void MqttSession::handleReadable()
 {
     const QDeadlineTimer end(m_inbox.readingTime());
-    while (read() && !m_inbox.isFull() && !end.hasExpired() &&
-           Platform::bytesToRead(m_connection->descriptor()) > 0) {
+    while (read() && !m_inbox.isFull() && Platform::bytesToRead(m_connection->descriptor()) > 0 &&
+           !end.hasExpired()) {
     }
     updateWatch();
     announce();

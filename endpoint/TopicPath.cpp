@@ -1,5 +1,7 @@
 #include "endpoint/TopicPath_p.h"
 
+#include <QStringBuilder>
+
 #include <algorithm>
 
 namespace LocalCommunication {
@@ -30,7 +32,7 @@ QByteArray topicPath(const QByteArray &prefix, const TopicName &name)
     if (name.channel.size() > longestPath || name.topic.size() > longestPath) {
         return QByteArray(); // before the encoding makes them three times as long
     }
-    const QByteArray path = prefix + encodedLevel(name.channel) + '/' + encodedLevel(name.topic);
+    const QByteArray path = prefix % encodedLevel(name.channel) % '/' % encodedLevel(name.topic);
     return path.size() <= longestPath ? path : QByteArray();
 }
 

@@ -140,13 +140,23 @@ bool areLongerThanDays(const BarRows &rows)
            usualDistance(rows.bars) >= daysOfAWeekApart;
 }
 
+/// Calendar days. Most bars are of the same month as the one before: these need no calendar.
+qint64 daysBetween(const Bar &first, const Bar &second)
+{
+    constexpr int daysOfAMonth = 100; // in yyyymmdd
+    return first.date / daysOfAMonth == second.date / daysOfAMonth
+               ? second.date - first.date
+               : dayOf(first).calendarDate().daysTo(dayOf(second).calendarDate());
+}
+
 } // namespace
 
 int usualDistance(const Bars &bars)
 {
     std::vector<qint64> distances;
+    distances.reserve(bars.size());
     for (std::size_t i = 1; i < bars.size(); ++i) {
-        distances.push_back(dayOf(bars[i - 1]).calendarDate().daysTo(dayOf(bars[i]).calendarDate()));
+        distances.push_back(daysBetween(bars[i - 1], bars[i]));
     }
     const auto middle = distances.begin() + static_cast<std::ptrdiff_t>(distances.size() / 2);
     std::nth_element(distances.begin(), middle, distances.end());

@@ -34,8 +34,8 @@ public:
 
     static Square squareOf(const QPointF &place) { return {squareAt(place.x()), squareAt(place.y())}; }
 
-    /// The first mark in the square and those around it that `isMeant`, or noMark. One in a square on the
-    /// chart is meant: nothing there is a glyph's size away from it.
+    /// The first mark in the square and those around it that `isMeant`, or noMark. On the chart, that of the
+    /// square itself is not asked about: whatever lies there is less than a glyph's size away from it.
     template <typename IsMeant>
     int firstAround(GlyphNumber number, Square square, IsMeant isMeant) const
     {
@@ -81,8 +81,7 @@ private:
     static constexpr std::array<Square, 9> around = {
         {{0, 0}, {0, -1}, {0, 1}, {-1, 0}, {-1, -1}, {-1, 1}, {1, 0}, {1, -1}, {1, 1}}};
 
-    /// Of a square all whose neighbours are on the chart. Those without a mark, nearly all, are not looked
-    /// at.
+    /// Requires isInside(). Squares without a mark, nearly all, are not looked at.
     template <typename IsMeant>
     int firstTaken(const Kind &kind, std::size_t square, IsMeant isMeant) const
     {

@@ -2,9 +2,30 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 using namespace Terminal;
 
 namespace {
+
+bool any(int /*mark*/)
+{
+    return true;
+}
+
+/// The first mark of the square and those around it, looked up one by one.
+int firstOfNine(const GlyphGrid &grid, GlyphNumber number, GlyphGrid::Square square)
+{
+    for (const int column : {0, -1, 1}) {
+        for (const int row : {0, -1, 1}) {
+            const int mark = grid.markIn(number, {square.column + column, square.row + row});
+            if (mark != GlyphGrid::noMark) {
+                return mark;
+            }
+        }
+    }
+    return GlyphGrid::noMark;
+}
 
 constexpr GlyphNumber waiting = orderGlyph(Korvane::BuyWaiting, EdgeClamp::None);
 constexpr GlyphNumber dealt = orderGlyph(Korvane::BuyDealed, EdgeClamp::None);
@@ -60,6 +81,35 @@ TEST_F(GlyphGridTest, FindsWhatIsOffTheChart)
         m_grid.put(waiting, square, ++mark);
         EXPECT_EQ(m_grid.markIn(waiting, square), mark);
     }
+}
+
+TEST_F(GlyphGridTest, FindsTheFirstMarkAroundEachSquareOnTheChartAtItsEdgesAndBeyond)
+{
+    constexpr int marks = 150;
+    std::mt19937 random(5);
+    std::uniform_int_distribution<int> column(-6, 34);
+    std::uniform_int_distribution<int> row(-6, 22);
+    for (int mark = 0; mark < marks; ++mark) {
+        m_grid.put(mark % 2 == 0 ? waiting : dealt, {column(random), row(random)}, mark);
+    }
+    for (GlyphGrid::Square square{-8, 0}; square.column <= 36; ++square.column) {
+        for (square.row = -8; square.row <= 24; ++square.row) {
+            for (const GlyphNumber number : {waiting, dealt}) {
+                ASSERT_EQ(m_grid.firstAround(number, square, any), firstOfNine(m_grid, number, square))
+                    << square.column << ", " << square.row;
+            }
+        }
+    }
+}
+
+TEST_F(GlyphGridTest, PassesOverMarksAroundThatAreNotMeant)
+{
+    const auto square = GlyphGrid::squareOf({100, 100});
+    m_grid.put(waiting, {square.column - 1, square.row}, 1);
+    m_grid.put(waiting, {square.column + 1, square.row}, 2);
+    const auto isSecond = [](int mark) { return mark == 2; };
+    EXPECT_EQ(m_grid.firstAround(waiting, square, isSecond), 2);
+    EXPECT_EQ(m_grid.firstAround(waiting, square, [](int) { return false; }), GlyphGrid::noMark);
 }
 
 TEST(GlyphGrid, HoldsMarksOfAChartWithoutSize)
