@@ -64,7 +64,7 @@ struct Report
 class World
 {
 public:
-    static constexpr int defaultSteps = 40;
+    static constexpr int defaultSteps = 30;
     static constexpr std::chrono::seconds timeToAgree{60};
     /// A question's time-out is three seconds; waits are rounded to a millisecond.
     static constexpr std::chrono::milliseconds longestWait{3001};

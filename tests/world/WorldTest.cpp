@@ -15,8 +15,7 @@ namespace World {
 namespace {
 
 #ifdef __SANITIZE_ADDRESS__
-constexpr int defaultWorlds =
-    40; // what a sanitizer may find of them it finds in these, and each takes longer
+constexpr int defaultWorlds = 15; // each takes longer, and what a sanitizer finds is not rare
 #else
 constexpr int defaultWorlds = 200;
 #endif
