@@ -155,6 +155,7 @@ TEST_F(MainWindowTest, ExportsTheChartWithoutTheMessageOfAnOrder)
         return QImage(file);
     };
     const QImage bare = exported();
+    ASSERT_FALSE(bare.isNull());
     m_window->prompts()->show(QStringLiteral("sell 5000 × 1405.00: accepted"));
     EXPECT_EQ(exported(), bare);
 }
@@ -255,6 +256,21 @@ TEST_F(MainWindowOfSmallSize, HasRoomForTheTabsOfItsDocksBelowTheirTables)
         }
     }
     EXPECT_EQ(tabBars, 1);
+}
+
+TEST_F(MainWindowTest, GivesALongMessageAsManyLinesAsItTakes)
+{
+    show({});
+    const auto *const bar = m_window->findChild<QLabel *>(QStringLiteral("messageBar"));
+    m_window->prompts()->show(QStringLiteral("short"));
+    const int oneLine = bar->contentsRect().height() - 2 * bar->margin();
+
+    m_window->prompts()->show(QString(1000, QLatin1Char('x')));
+
+    const int letters = 1000 * bar->fontMetrics().horizontalAdvance(QLatin1Char('x'));
+    const int lines = (bar->contentsRect().height() - 2 * bar->margin()) / oneLine;
+    EXPECT_GE(lines * bar->width(), letters);
+    EXPECT_TRUE(bar->parentWidget()->rect().contains(bar->geometry()));
 }
 
 TEST_F(MainWindowTest, TakesAMessageAwayWhenAmountsAreHidden)
