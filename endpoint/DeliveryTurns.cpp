@@ -73,13 +73,11 @@ std::chrono::nanoseconds DeliveryTurns::readingTime() const
     return std::chrono::nanoseconds(shareOfReading) / m_members;
 }
 
-std::shared_ptr<Patience> DeliveryTurns::patience(const QString &bus)
+std::shared_ptr<BusPatience> DeliveryTurns::patience(const QString &bus)
 {
-    std::weak_ptr<Patience> &known = m_patiences[bus];
-    std::shared_ptr<Patience> patience = known.lock();
+    std::shared_ptr<BusPatience> &patience = m_patiences[bus];
     if (!patience) {
-        patience = std::make_shared<Patience>();
-        known = patience;
+        patience = std::make_shared<BusPatience>();
     }
     return patience;
 }
@@ -93,10 +91,8 @@ void DeliveryTurns::beTold()
 void DeliveryTurns::endTurn()
 {
     m_isUsed = false;
-    for (const auto &[bus, known] : m_patiences) {
-        if (const auto patience = known.lock()) {
-            patience->endTurn();
-        }
+    for (const auto &[bus, patience] : m_patiences) {
+        patience->endTurn();
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "endpoint/Patience_p.h"
+#include "endpoint/BusPatience_p.h"
 
 #include <QDeadlineTimer>
 #include <QObject>
@@ -21,7 +21,8 @@ class Inbox;
 /// What the clients of a thread share in a turn of its event loop. Their inboxes take turns: together they
 /// hand messages over for a few milliseconds in a turn of its event loop, however many they are, and the rest
 /// waits until the user's input was handled. A thread has one of these, as long as one of its inboxes lives.
-/// And who waits for an answer keeps all of them waiting, so they have one patience with a module.
+/// And who waits for an answer keeps all of them waiting, so they have one patience with a module, which
+/// outlasts each of them.
 ///
 /// As long as nobody waits this costs the event loop nothing: it tells itself when a turn is over.
 class DeliveryTurns : public QObject
@@ -40,8 +41,8 @@ public:
     /// How long each member may read from the bus in a turn: together they leave it to others.
     std::chrono::nanoseconds readingTime() const;
 
-    /// That of all who ask on this bus; a new one when nobody has one.
-    std::shared_ptr<Patience> patience(const QString &bus);
+    /// That of all who ask on this bus. Who holds it has joined the bus.
+    std::shared_ptr<BusPatience> patience(const QString &bus);
 
     bool isAnybodyWaiting() const { return !m_waiting.empty(); }
 
@@ -62,7 +63,7 @@ private:
     bool m_isUsed = false; ///< this turn's time
     bool m_isTold = false; ///< by the event loop of a turn since it went on
     QDeadlineTimer m_end;
-    std::map<QString, std::weak_ptr<Patience>> m_patiences; // by their bus
+    std::map<QString, std::shared_ptr<BusPatience>> m_patiences; // by their bus
 };
 
 } // namespace LocalCommunication

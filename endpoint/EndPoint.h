@@ -51,9 +51,10 @@ public:
     bool sendMessage(QByteArray channel, QByteArray topic, QByteArray payload);
 
     /// Asks on channel "Global" and blocks until the answer comes. Empty on time-out (3 s) or without
-    /// a bus. After a time-out it asks, but blocks for 5 ms only, until the module speaks again:
-    /// docs/bus-protocol.md, Patience. Messages that arrive meanwhile are delivered afterwards, in order.
-    /// An endpoint of the same thread cannot answer while this call blocks it.
+    /// a bus. After a time-out on this topic it asks, but blocks for 5 ms only, until the module speaks
+    /// again; in a flood of undelivered messages also after slow answers: docs/bus-protocol.md, Patience.
+    /// Messages that arrive meanwhile are delivered afterwards, in order. An endpoint of the same thread
+    /// cannot answer while this call blocks it.
     QByteArray request(QByteArray topic, QByteArray payload);
 
     // What follows is our own client's; overlays must do without it.

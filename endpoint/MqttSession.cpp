@@ -289,6 +289,7 @@ void MqttSession::waitForRoom()
 void MqttSession::handleAccepted()
 {
     enter(State::Joined);
+    patience();
     if (!isLocal()) {
         subscribeAll();
         sendHeld();
@@ -297,9 +298,7 @@ void MqttSession::handleAccepted()
 
 void MqttSession::loseConnection(const QString &reason)
 {
-    if (isJoined() && m_patience) {
-        m_patience->reset(); // who answers on the bus that comes next is not known
-    }
+    leavePatience();
     m_losses.lostWithConnection(m_outbox.size());
     m_outage.failed(reason);
     enter(State::Waiting);
@@ -504,42 +503,62 @@ void MqttSession::warnNotSent(const QByteArray &path, const QString &why)
 QByteArray MqttSession::request(const QByteArray &path, const QByteArray &payload,
                                 std::chrono::milliseconds timeout)
 {
-    m_question = nextQuestion();
-    const auto wait = patience().ask(m_question, Clock::now(), timeout, m_inbox.isCrowded());
-    m_request.emplace(QByteArray::number(m_question), wait);
-    joinCrowd(*m_request);
-    if (publish({path, payload, m_replyPath, m_request->correlation()})) {
-        while (isConnected() && !m_request->isOver() && !m_inbox.isOverfull()) {
-            waitForTraffic(m_request->remainingTime());
-        }
-        stopWaiting();
+    const auto began = Clock::now();
+    joinCrowd(QDeadlineTimer(timeout, Qt::PreciseTimer));
+    const quint64 question = patience().nextQuestion(began);
+    QByteArray answer;
+    if (publish({path, payload, m_replyPath, QByteArray::number(question)})) {
+        const auto wait = patience().ask(path, question, began, timeout, m_inbox.isCrowded());
+        m_request.emplace(QByteArray::number(question), wait - (Clock::now() - began));
+        waitForAnswer();
+        answer = m_request->answer();
+        m_request.reset();
     }
+    if (!isConnected()) {
+        leavePatience();
+    }
+    announceLater();
+    return answer;
+}
+
+void MqttSession::waitForAnswer()
+{
+    while (isConnected() && !m_request->isOver() && !m_inbox.isOverfull()) {
+        waitForTraffic(m_request->remainingTime());
+    }
+    stopWaiting();
+}
+
+/// What was read meanwhile.
+void MqttSession::announceLater()
+{
     updateWatch();
     m_inbox.runSoon();
     if ((isReady() || !m_receipts.empty()) && !m_announcing.isActive()) {
         m_announcing.start(); // once, however many questions are asked before the event loop is back
     }
-    const QByteArray answer = m_request->answer();
-    m_request.reset();
-    return answer;
 }
 
-/// Numbered by the time: higher than that of every other client of the thread before.
-quint64 MqttSession::nextQuestion()
+BusPatience &MqttSession::patience()
 {
-    const auto time = std::chrono::nanoseconds(Clock::now().time_since_epoch());
-    return std::max(m_question + 1, static_cast<quint64>(time.count()));
-}
-
-Patience &MqttSession::patience()
-{
-    if (DeliveryTurns *const turns = m_inbox.turns()) {
-        m_patience =
-            turns->patience(m_address.toString() + QLatin1Char('/') + QString::fromLatin1(m_address.prefix));
-    } else if (!m_patience) {
-        m_patience = std::make_shared<Patience>();
+    if (!m_patience) {
+        DeliveryTurns *const turns = m_inbox.turns();
+        m_patience = turns == nullptr ? std::make_shared<BusPatience>()
+                                      : turns->patience(m_address.toString() + QLatin1Char('/') +
+                                                        QString::fromLatin1(m_address.prefix));
     }
     return *m_patience;
+}
+
+/// Only when this was the last client of the thread that the bus had, it is the bus that was lost, and not
+/// this client's connection.
+void MqttSession::leavePatience()
+{
+    constexpr long lastOne = 2; // its thread keeps it as well
+    if (m_patience && m_patience.use_count() <= lastOne) {
+        m_patience->beginAnew(Clock::now());
+    }
+    m_patience = nullptr;
 }
 
 /// Whose answer lies behind more than can be taken in may answer, but is not waited for either.
@@ -555,9 +574,9 @@ void MqttSession::stopWaiting()
 }
 
 /// A crowded broker takes a caller after a millisecond or two.
-void MqttSession::joinCrowd(const OpenRequest &request)
+void MqttSession::joinCrowd(const QDeadlineTimer &end)
 {
-    while (m_state == State::Crowded && !request.isOver()) {
+    while (m_state == State::Crowded && !end.hasExpired()) {
         ::poll(nullptr, 0, static_cast<int>(timeInCrowd.count()));
         join();
     }

@@ -2,6 +2,7 @@
 
 #include "endpoint/BusAddress.h"
 #include "endpoint/BusMessage_p.h"
+#include "endpoint/BusPatience_p.h"
 #include "endpoint/HostLookup_p.h"
 #include "endpoint/Inbox_p.h"
 #include "endpoint/LimitedWait_p.h"
@@ -10,10 +11,10 @@
 #include "endpoint/OpenRequest_p.h"
 #include "endpoint/OutageLog_p.h"
 #include "endpoint/Outbox_p.h"
-#include "endpoint/Patience_p.h"
 #include "endpoint/Retry_p.h"
 #include "endpoint/SocketWatch_p.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QTimer>
 #include <QVector>
@@ -47,7 +48,7 @@ public:
               const std::optional<BusMessage> &will = std::nullopt);
     void close();
 
-    /// In another thread other clients ask.
+    /// When it moves to another thread, it shares that thread's patience from then on.
     bool event(QEvent *event) override;
 
     bool isOpen() const { return m_state != State::Closed; }
@@ -124,10 +125,12 @@ private:
 
     bool isHolding() const { return !isLocal() && !isJoined(); }
     void sendHeld();
-    quint64 nextQuestion();
-    Patience &patience();
-    void joinCrowd(const OpenRequest &request);
+    BusPatience &patience();
+    void leavePatience();
+    void joinCrowd(const QDeadlineTimer &end);
+    void waitForAnswer();
     void stopWaiting();
+    void announceLater();
     void waitForTraffic(std::chrono::milliseconds time);
 
     // for as long as it is open
@@ -155,9 +158,8 @@ private:
 
     std::deque<QString> m_receipts;
     Inbox m_inbox;
-    quint64 m_question = 0; // the last one
     std::optional<OpenRequest> m_request;
-    std::shared_ptr<Patience> m_patience; // with whoever answers on this bus; none before the first question
+    std::shared_ptr<BusPatience> m_patience; // of its thread, while it is joined
 };
 
 } // namespace LocalCommunication

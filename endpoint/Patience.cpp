@@ -18,6 +18,9 @@ constexpr Patience::Duration nextWaitInDoubt = 2ms;
 /// Half of what a user notices: the other half is for what a window does with the answers.
 constexpr Patience::Duration mostUnnoticed = 25ms;
 
+/// Whoever runs no event loop has no other sign of a turn's end.
+constexpr Patience::Duration pauseOfTurns = 50ms;
+
 /// Whoever is given more has no window that must move, and may stand for so much longer.
 constexpr Patience::Duration timeoutOfWindows = 3s;
 
@@ -33,14 +36,18 @@ constexpr std::size_t mostOwed = 1024;
 Patience::Duration Patience::ask(quint64 question, Time now, Duration timeout, bool isCrowded)
 {
     forgetOld(now);
+    if (now - m_lastEnd > pauseOfTurns) {
+        endTurn();
+    }
     if (isCrowded) {
         noteCrowd(now);
     }
+    m_shortest = std::min(m_shortest, timeout);
     m_last = question;
     m_lastAsked = {now, timeout};
     m_wasTrusted = m_isTrusted;
     m_owed[question] = m_lastAsked;
-    const Duration inTrust = isInFlood(now) ? std::max(waitInDoubt, timeout - m_stood) : timeout;
+    const Duration inTrust = isInFlood(now) ? std::max(waitInDoubt, m_shortest - m_stood) : timeout;
     const Duration inDoubt = m_isInVain ? nextWaitInDoubt : waitInDoubt;
     return std::min(timeout, m_isTrusted ? inTrust : inDoubt);
 }
@@ -55,7 +62,7 @@ void Patience::hear(quint64 question, Time now)
     }
     const bool isInTime = now - asked->second.time <= asked->second.timeout;
     m_owed.erase(asked);
-    if ((isInTime || question == m_last) && !m_isTrusted && !isInFlood(now) && now >= m_noTrustBefore) {
+    if ((isInTime || question == m_last) && !m_isTrusted && mayTrust(now)) {
         m_isTrusted = true;
     }
 }
@@ -67,10 +74,11 @@ void Patience::stopWaiting(Time now, bool isCrowded)
     if (isCrowded) {
         noteCrowd(now);
     }
-    m_stood += isInFlood(now) ? stood : Duration(0);
+    m_stood += isInFlood(now) && stood > waitInDoubt ? stood : Duration(0);
+    m_lastEnd = now;
     const bool isAnswered = m_owed.find(m_last) == m_owed.end();
     m_isInVain = !m_wasTrusted && !isAnswered;
-    const bool isFloodPaid = m_stood >= m_lastAsked.timeout;
+    const bool isFloodPaid = m_stood >= m_shortest;
     if (m_wasTrusted && m_isTrusted && (!isAnswered || isFloodPaid)) {
         doubt(now, stood);
     }
@@ -80,12 +88,20 @@ void Patience::stopWaiting(Time now, bool isCrowded)
 /// is one stand for the window.
 void Patience::endTurn()
 {
-    const Duration beyondWindows = std::max(Duration(0), m_lastAsked.timeout - timeoutOfWindows);
+    const Duration beyondWindows = std::max(Duration(0), m_shortest - timeoutOfWindows);
     if (m_isTrusted && m_stood > mostUnnoticed + beyondWindows) {
         doubt(m_lastAsked.time, m_stood);
     }
     m_stood = {};
+    m_shortest = Duration::max();
     m_isInVain = false;
+}
+
+void Patience::beginAnew(Time now)
+{
+    m_owed.clear();
+    m_isInVain = false;
+    m_isTrusted = m_isTrusted || mayTrust(now);
 }
 
 /// Those of a module that never answers them.

@@ -8,13 +8,16 @@
 
 namespace LocalCommunication {
 
-/// How long the clients of a thread wait for an answer, so that its window neither stands still for a module
-/// that hangs or is swamped nor gives up one that is only slow. It has no clock: whoever asks tells the time.
+/// How long the clients of a thread wait for an answer on one topic, so that its window neither stands still
+/// for a module that hangs or is swamped nor gives up one that is only slow. It has no clock: whoever asks
+/// tells the time.
 ///
 ///  1. Trusted, which it is at first: a question waits for its whole time-out, and the module is doubted when
 ///     it was not answered in that. In a flood the window stands once: the questions of one turn of its event
 ///     loop wait for one time-out in all, answered or not, and when they have waited for more than 25 ms the
-///     module is doubted from the next turn on. (More by what their time-out is above the 3 s of a window.)
+///     module is doubted from the next turn on. (The shortest of their time-outs counts, and what it is above
+///     the 3 s of a window is added.) Waits of up to 5 ms do not count, for doubt would not shorten them. A
+///     pause of 50 ms ends the turn of who runs no event loop.
 ///     A flood begins with a crowd of messages, which make the receiver ask again and again, and ends 10 s
 ///     after the last one, whose load the module may carry so long.
 ///  2. Doubted: questions are asked, and waited for 5 ms, for 2 ms right after one of the same turn that was
@@ -45,8 +48,9 @@ public:
     /// The event loop goes on: a window that stood still moves again.
     void endTurn();
 
-    /// On another bus somebody else answers.
-    void reset() { *this = Patience(); }
+    /// The bus was lost, and on the next one somebody else may answer: trusted, unless there is a flood or it
+    /// was doubted too often in this minute.
+    void beginAnew(Time now);
 
 private:
     static constexpr std::chrono::seconds calmAfterCrowd{10};
@@ -60,15 +64,18 @@ private:
     void forgetOld(Time now);
     void noteCrowd(Time now) { m_floodEnd = now + calmAfterCrowd; }
     bool isInFlood(Time now) const { return now < m_floodEnd; }
+    bool mayTrust(Time now) const { return !isInFlood(now) && now >= m_noTrustBefore; }
     void doubt(Time now, Duration stood);
 
     bool m_isTrusted = true;
-    std::deque<Time> m_doubts; // when the last ones began that had cost a long wait
-    Time m_noTrustBefore;      // while doubted
-    Time m_floodEnd;           // of the last one
-    Duration m_stood{};        // in this turn, in a flood
-    bool m_isInVain = false;   // in this turn the last question was waited for in doubt, and not answered
-    quint64 m_last = 0;        // the question asked last
+    std::deque<Time> m_doubts;             // when the last ones began that had cost a long wait
+    Time m_noTrustBefore;                  // while doubted
+    Time m_floodEnd;                       // of the last one
+    Duration m_stood{};                    // in this turn, in a flood, longer than in doubt
+    Duration m_shortest = Duration::max(); // time-out of this turn's questions
+    Time m_lastEnd;                        // of a wait
+    bool m_isInVain = false; // in this turn the last question was waited for in doubt, and not answered
+    quint64 m_last = 0;      // the question asked last
     Asked m_lastAsked{};
     bool m_wasTrusted = true;        // when it was asked
     std::map<quint64, Asked> m_owed; // the questions without an answer whose time-outs are not over

@@ -1,6 +1,6 @@
 #include "endpoint/Inbox_p.h"
 
-#include "endpoint/Patience_p.h"
+#include "endpoint/BusPatience_p.h"
 #include "tests/support/WaitUntil.h"
 
 #include <gmock/gmock.h>
@@ -166,9 +166,14 @@ TEST_F(DeliveryTurnsTest, KeepOnePatienceForAllThatAskOnABus)
     EXPECT_NE(inboxes[1]->turns()->patience(QStringLiteral("b")), one);
 }
 
-TEST_F(DeliveryTurnsTest, ForgetThePatienceOfNobody)
+TEST_F(DeliveryTurnsTest, KeepAPatienceAsLongAsOneInboxLives)
 {
-    const std::weak_ptr<Patience> one = inboxes[0]->turns()->patience(QStringLiteral("a"));
+    const std::weak_ptr<BusPatience> one = inboxes[0]->turns()->patience(QStringLiteral("a"));
+    inboxes[1]->turns();
+    inboxes[0].reset();
+    EXPECT_FALSE(one.expired());
+
+    inboxes.clear();
 
     EXPECT_TRUE(one.expired());
 }
@@ -178,14 +183,14 @@ TEST_F(DeliveryTurnsTest, TellAPatienceThatTheTurnIsOver)
     using namespace std::chrono_literals;
     const auto patience = inboxes[0]->turns()->patience(QStringLiteral("a"));
     const auto now = Patience::Time() + 1h;
-    patience->ask(1, now, 3s, true);
+    patience->ask("t", 1, now, 3s, true);
     patience->hear(1, now + 100ms);
     patience->stopWaiting(now + 100ms, true);
-    EXPECT_EQ(patience->ask(2, now + 100ms, 3s, true), 2900ms);
+    EXPECT_EQ(patience->ask("t", 2, now + 100ms, 3s, true), 2900ms);
 
     QCoreApplication::processEvents();
 
-    EXPECT_EQ(patience->ask(3, now + 100ms, 3s, true), 5ms);
+    EXPECT_EQ(patience->ask("t", 3, now + 100ms, 3s, true), 5ms);
 }
 
 TEST_F(DeliveryTurnsTest, PassOverAnInboxThatHasGone)

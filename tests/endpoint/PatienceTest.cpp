@@ -61,7 +61,11 @@ protected:
         return ask(m_free - m_now);
     }
 
-    void joinAnotherBus() { m_patience.reset(); }
+    /// The same in a turn that no event loop ends.
+    void pause(Duration time) { m_now += time; }
+
+    void joinAnotherBus() { m_patience.beginAnew(m_now); }
+    void beginAgain() { m_patience = Patience(); }
 
     bool isCrowded = false;
     Duration timeout = 3s;
@@ -288,7 +292,7 @@ TEST_F(PatienceTest, StandsForOneTimeOutInAFloodForASwampedModule)
     for (const unsigned seed : {1U, 2U, 3U, 4U, 5U}) {
         std::mt19937 random(seed);
         std::uniform_int_distribution<int> takes(0, 8000); // milliseconds
-        joinAnotherBus();
+        beginAgain();
         isCrowded = true;
         stoodInAll = {};
         for (int i = 0; i < 20000; ++i) { // minutes of notifications
@@ -410,6 +414,65 @@ TEST_F(PatienceTest, BeginsAnewOnAnotherBus)
     joinAnotherBus();
     ask(std::nullopt);
     EXPECT_EQ(stood, timeout);
+}
+
+TEST_F(PatienceTest, TrustsNoBusThatIsLostAgainAndAgain)
+{
+    for (int i = 0; i < 60; ++i, rest(1s)) {
+        ask(std::nullopt);
+        joinAnotherBus();
+    }
+    EXPECT_LE(stands, 2 * 3) << "of a minute, and of what it took";
+}
+
+TEST_F(PatienceTest, StandsOnceInAFloodInWhichTheBusIsLost)
+{
+    isCrowded = true;
+    for (int i = 0; i < 100; ++i, rest(4ms)) {
+        ask(std::nullopt);
+        joinAnotherBus();
+    }
+    EXPECT_EQ(stands, 1);
+}
+
+TEST_F(PatienceTest, ServesWhoeverRunsNoEventLoopAndIsAnsweredQuickly)
+{
+    isCrowded = true; // nobody delivers what waits
+    for (int i = 0; i < 10000; ++i) {
+        EXPECT_TRUE(ask(4ms)) << i;
+    }
+    EXPECT_TRUE(ask(20ms));
+}
+
+TEST_F(PatienceTest, TakesAPauseForTheEndOfATurn)
+{
+    isCrowded = true; // nobody delivers what waits
+    for (int i = 0; i < 1000; ++i) {
+        EXPECT_TRUE(ask(20ms)) << i;
+        pause(51ms);
+    }
+}
+
+TEST_F(PatienceTest, StandsForTheShortestTimeOutOfATurnInAFlood)
+{
+    isCrowded = true;
+    timeout = 3s;
+    ask(1s);
+    timeout = 20s;
+    EXPECT_FALSE(ask(std::nullopt));
+    EXPECT_EQ(stoodInAll, 3s);
+}
+
+TEST_F(PatienceTest, EndsATurnByTheShortestTimeOutInIt)
+{
+    isCrowded = true;
+    timeout = 3s;
+    ask(1s);
+    timeout = 20s;
+    ask(1ms);
+    rest(4ms);
+
+    EXPECT_FALSE(ask(1s));
 }
 
 TEST_F(PatienceTest, NeverWaitsLongerThanItIsTold)

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <set>
+#include <sys/socket.h>
 #include <thread>
 
 using LocalCommunication::EndPoint;
@@ -39,6 +41,20 @@ private:
     QElapsedTimer m_clock;
     std::chrono::milliseconds m_longest{};
 };
+
+/// The sockets of this process that lead somewhere.
+std::set<int> connections()
+{
+    std::set<int> found;
+    for (int descriptor = 3; descriptor < 1024; ++descriptor) {
+        sockaddr_storage peer{};
+        socklen_t size = sizeof(peer);
+        if (::getpeername(descriptor, reinterpret_cast<sockaddr *>(&peer), &size) == 0) {
+            found.insert(descriptor);
+        }
+    }
+    return found;
+}
 
 class Request : public ::testing::Test
 {
@@ -173,6 +189,69 @@ TEST_F(Request, WaitsOnceForAllEndPointsOfAThread)
     EXPECT_EQ(next.request("TradeQuery", "still nobody?"), QByteArray());
 
     EXPECT_LT(std::chrono::milliseconds(clock.elapsed()), longTimeout / 2);
+}
+
+TEST_F(Request, WaitsForAServiceThatAnswersWhileAnotherOneHangs)
+{
+    const BusThread service(broker.address(), "Market",
+                            [](EndPoint &own, const QByteArray &, const QByteArray &replyChannel) {
+                                std::this_thread::sleep_for(20ms);
+                                own.sendMessage(replyChannel, "Market", "open");
+                            });
+    asker.setRequestTimeout(200ms);
+    ASSERT_EQ(asker.request("TradeQuery", "anybody?"), QByteArray());
+    asker.setRequestTimeout(longTimeout);
+
+    EXPECT_EQ(asker.request("Market", "open?"), "open");
+
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_EQ(asker.request("TradeQuery", "still nobody?"), QByteArray());
+    EXPECT_LT(std::chrono::milliseconds(clock.elapsed()), longTimeout / 2);
+}
+
+TEST_F(Request, WaitsForNobodyAgainWhenAnotherEndPointLostItsConnection)
+{
+    asker.setRequestTimeout(200ms);
+    const auto others = connections();
+    RecordingEndPoint dropped;
+    ASSERT_TRUE(dropped.join(broker.address()));
+    dropped.setRequestTimeout(200ms);
+    ASSERT_EQ(dropped.request("TradeQuery", "anybody?"), QByteArray());
+    const int before = dropped.readyCount;
+    for (const int descriptor : connections()) {
+        if (others.count(descriptor) == 0) {
+            ::shutdown(descriptor, SHUT_RDWR);
+        }
+    }
+    ASSERT_TRUE(waitUntil([&] { return dropped.readyCount > before; }));
+    asker.setRequestTimeout(longTimeout);
+    QElapsedTimer clock;
+    clock.start();
+
+    EXPECT_EQ(asker.request("TradeQuery", "still nobody?"), QByteArray());
+
+    EXPECT_LT(std::chrono::milliseconds(clock.elapsed()), longTimeout / 2);
+}
+
+TEST_F(Request, LeavesNoTraceOfAQuestionThatDidNotGoOut)
+{
+    const LogCapture log;
+    const BusThread module(broker.address(), "TradeQuery",
+                           [](EndPoint &own, const QByteArray &, const QByteArray &replyChannel) {
+                               std::this_thread::sleep_for(150ms);
+                               own.sendMessage(replyChannel, "TradeQuery", "slow");
+                               own.sendMessage("c", "t", "answered");
+                           });
+    ASSERT_TRUE(asker.listen("c", "t"));
+    asker.setRequestTimeout(50ms);
+    ASSERT_EQ(asker.request("TradeQuery", "first"), QByteArray());
+    const QByteArray tooLarge(257 << 20, Qt::Uninitialized);
+    ASSERT_EQ(asker.request("TradeQuery", tooLarge), QByteArray());
+    asker.setRequestTimeout(longTimeout);
+    ASSERT_TRUE(asker.waitForMessages(1)); // the first one was answered, and no other is owed
+
+    EXPECT_EQ(asker.request("TradeQuery", "second"), "slow");
 }
 
 TEST_F(Request, StandsOnceInAFloodForAModuleThatIsBehind)
