@@ -41,6 +41,7 @@ TEST(Tcp, LosesNothingOfASenderThatGoesAndHasNotReadItsOwnMessages)
     ASSERT_TRUE(receiver.listen("d", "t"));
     const BackgroundResponder other(terminal.path(), "question", 1, 1); // publishes to c as well
     for (int round = 0; round < rounds; ++round) {
+        ASSERT_TRUE(receiver.waitForMessages(round * count, 5s)) << receiver.messages.size();
         RecordingEndPoint brief;
         ASSERT_TRUE(brief.join(terminal.path()));
         ASSERT_TRUE(brief.listen("c", "t"));
