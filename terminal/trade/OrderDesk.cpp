@@ -122,9 +122,7 @@ QString OrderDesk::place(const OrderRequest &order)
     const auto price = Trading::Money::ofYuan(order.price);
     own.question.setNewOrder(order.side, price.value_or(Trading::Money()), order.quantity);
     speak(&own.question);
-    if (m_module().knowsClientNumbers) {
-        own.question.setClientNumber(placing.clientNumber);
-    }
+    own.question.setClientNumber(placing.clientNumber); // who takes it may not be known yet
     Wish wish = numbered(own);
     wish.isNumbered = m_module().knowsClientNumbers;
     wish.tellRepeat = [this, placing] { Q_EMIT askedAgain(placing); };
