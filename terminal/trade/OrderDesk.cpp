@@ -106,8 +106,10 @@ void OrderDesk::askForAll(void (OpenQuestion::*asking)())
     (m_accountQuestion.*asking)();
     if (m_module().tellsOpenOrders) {
         (m_workingQuestion.*asking)();
-    } else if (m_working) {
-        m_working.reset();
+        return;
+    }
+    m_workingQuestion.forget(); // who tells them next is asked at once
+    if (std::exchange(m_working, std::nullopt)) {
         Q_EMIT workingOrdersChanged();
     }
 }

@@ -520,6 +520,25 @@ TEST_F(OrderDeskTest, KnowsTheWorkingOrdersOfAllSecuritiesOfAModuleThatTellsThem
     EXPECT_FALSE(m_desk.workingOrders()) << "nobody tells whether they are still there";
 }
 
+TEST_F(OrderDeskTest, WaitsForNoAnswerFromBeforeTheModuleThatTellsWorkingOrdersWasAway)
+{
+    m_desk.setTimeout(20s);
+    m_module.setSilent(QStringLiteral("OpenOrders"));
+    DeskModule module;
+    m_desk.setModule([&module] { return module; });
+    module.tellsOpenOrders = true;
+    m_desk.refresh();
+    ASSERT_TRUE(m_module.wasAsked("OpenOrders", 1)); // where nobody hears it
+    module.tellsOpenOrders = false;
+    m_desk.askAnew();
+
+    module.tellsOpenOrders = true;
+    m_desk.refresh();
+
+    letPass();
+    EXPECT_EQ(countOf("OpenOrders"), 2U);
+}
+
 TEST_F(OrderDeskTest, TellsTheModuleInWhichLanguageItIsToSpeak)
 {
     m_desk.setLanguage(QStringLiteral("en"));
