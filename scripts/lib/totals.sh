@@ -6,18 +6,22 @@ skipped=0
 unsteady=()
 
 # run_tests BUILD REPORT CTEST...: has ctest run the tests of a build, and once more, one by one, what failed: a test that then
-# passes is unsteady, which is told; a machine that stands still for seconds is no fault of what is tested. What ctest printed
-# is in REPORT, and adds to the totals. Fails when there are none.
+# passes is unsteady, which is told; a machine that stands still for seconds is no fault of what is tested. What a sanitizer
+# found or what crashed has failed, and is not run again. What ctest printed is in REPORT, and adds to the totals. Fails when
+# there are none.
 run_tests() {
     local log="$1/Testing/Temporary/LastTest.log" report="$2"
     shift 2
     rm -f "$log" "$log.first" "$report.again"
-    if ! "$@" >"$report" 2>&1; then
+    if ! "$@" >"$report" 2>&1 && ! found_worse "$report"; then
         mv "$log" "$log.first" 2>/dev/null || return 1
         "$@" --rerun-failed --parallel 1 >"$report.again" 2>&1 || true
     fi
     add_totals "$report" "$log"
 }
+
+# found_worse REPORT: true where it tells of more than an expectation that was not met in time.
+found_worse() { grep -qE '(Address|Leak|Thread)Sanitizer|runtime error:|\*\*\*Exception|\((SEGFAULT|SIGABRT|ILLEGAL|BUS_ERROR|Subprocess aborted)' "$1"; }
 
 # add_totals REPORT LOG
 add_totals() {

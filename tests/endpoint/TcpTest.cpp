@@ -39,7 +39,7 @@ TEST(Tcp, LosesNothingOfASenderThatGoesAndHasNotReadItsOwnMessages)
     RecordingEndPoint receiver;
     ASSERT_TRUE(receiver.join(terminal.path()));
     ASSERT_TRUE(receiver.listen("d", "t"));
-    receiver.setRequestTimeout(20s); // it has no window that must move
+    receiver.setRequestTimeout(20s);                                    // it has no window that must move
     const BackgroundResponder other(terminal.path(), "question", 1, 1); // publishes to c as well
     for (int round = 0; round < rounds; ++round) {
         RecordingEndPoint brief;

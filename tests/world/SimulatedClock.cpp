@@ -135,8 +135,12 @@ Q_DECL_EXPORT int nanosleep(const timespec *requested, timespec *remaining)
 Q_DECL_EXPORT int poll(pollfd *sockets, nfds_t count, int limit)
 {
     const World::Clock &clock = World::clock();
-    return clock.isRunning ? clock.waiter->wait(sockets, count, std::chrono::milliseconds(limit))
-                           : static_cast<int>(::syscall(SYS_poll, sockets, count, limit));
+    if (clock.isRunning) {
+        return clock.waiter->wait(sockets, count, std::chrono::milliseconds(limit));
+    }
+    const timespec time{limit / 1000, limit % 1000 * 1000000L};
+    // not every machine has a call of the system's for poll()
+    return static_cast<int>(::syscall(SYS_ppoll, sockets, count, limit < 0 ? nullptr : &time, nullptr, 0));
 }
 
 /// One that stands by ends the module that stands still. Here both are of this process.

@@ -50,7 +50,6 @@ struct Report
     int days = 1;
     int loadedAnew = 0; ///< charts that may have asked in vain, and had
     int wishes = 0;
-    int trades = 0;
     qint64 events = 0;
     Instant longestWait{};
     Instant lived{};

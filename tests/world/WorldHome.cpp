@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace World {
 
@@ -20,7 +21,7 @@ constexpr Trading::ClockTime timeOfPurchase = Trading::ClockTime::of(10, 0).valu
 QString place()
 {
     const QString memory = QStringLiteral("/dev/shm");
-    return (QDir(memory).exists() ? memory : QDir::tempPath()) + QStringLiteral("/world-XXXXXX");
+    return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + QStringLiteral("/world-XXXXXX");
 }
 
 TradeModule::Statement purchasesOf(qint64 shares)
@@ -47,7 +48,10 @@ WorldHome &WorldHome::instance()
 WorldHome::WorldHome() : m_directory(place())
 {
     QFile list(path("securities.csv"));
-    list.open(QIODevice::WriteOnly);
+    if (!m_directory.isValid() || !list.open(QIODevice::WriteOnly)) {
+        qFatal("no world can live in %s: %s", qUtf8Printable(m_directory.path()),
+               qUtf8Printable(m_directory.errorString()));
+    }
     list.write("code,market,name\n");
     for (const Terminal::Security &security : SimulatedMarket::securities()) {
         list.write((security.code + QLatin1Char(',') + Trading::marketLetters(security.market) +

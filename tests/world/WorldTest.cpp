@@ -22,8 +22,14 @@ constexpr int defaultWorlds = 200;
 
 std::uint64_t numberIn(const char *variable, std::uint64_t otherwise)
 {
-    const QByteArray text = qgetenv(variable);
-    return text.isEmpty() ? otherwise : text.toULongLong();
+    if (!qEnvironmentVariableIsSet(variable)) {
+        return otherwise;
+    }
+    const std::uint64_t number = qgetenv(variable).toULongLong();
+    if (number == 0) {
+        qFatal("%s is no number above 0", variable);
+    }
+    return number;
 }
 
 std::string textOf(const Report &report, Promise promise)

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QHashFunctions>
 
+#include <cstdio>
 #include <ctime>
 
 namespace {

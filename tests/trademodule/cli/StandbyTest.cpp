@@ -113,7 +113,10 @@ TEST_F(StandbyTest, FollowsAnOwnerThatWasKilledWithinFiveSeconds)
     signalTo(owner(), SIGKILL);
 
     EXPECT_TRUE(waitUntil([this] { return standbyServes(); }, 5s));
-    EXPECT_EQ(ask(placing)[QStringLiteral("ordersno")], QJsonValue(QStringLiteral("2")));
+    chart().setRequestTimeout(20s);
+    const QByteArray answer = chart().request("TradeQuery", placing);
+    EXPECT_EQ(jsonOf(answer)[QStringLiteral("ordersno")], QJsonValue(QStringLiteral("2")))
+        << answer.constData();
 }
 
 TEST_F(StandbyTest, SaysWhomItFollowed)

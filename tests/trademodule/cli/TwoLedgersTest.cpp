@@ -151,7 +151,7 @@ TEST_F(TwoLedgers, BegunAtTheSameMomentAreServedByOneOfTheirModules)
     for (int round = 0; round < 3; ++round) {
         startModule();
         standBy();
-        chart().setRequestTimeout(200ms); // what is asked before one of them is there is lost
+        chart().setRequestTimeout(700ms); // what is asked before one of them is there is lost
         ASSERT_TRUE(waitUntil([this] { return place(); }));
         chart().setRequestTimeout(20s);
         const int before = orders();
@@ -168,7 +168,7 @@ TEST_F(TwoLedgers, ComeBackToABusThatWasAwayWithTheSameModuleServing)
     serve();
     standBy();
     ASSERT_TRUE(otherSays("standing by, another trading module"));
-    chart().setRequestTimeout(200ms); // what is asked before the module is there again is lost
+    chart().setRequestTimeout(700ms); // what is asked before the module is there again is lost
     for (int round = 0; round < 3; ++round) {
         broker().kill();
         broker().start();

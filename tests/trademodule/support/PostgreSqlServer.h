@@ -37,8 +37,8 @@ private:
     void run(const QString &sql);
     bool empty(const QString &database) const;
 
-    QTemporaryDir
-        m_directory; ///< in memory where that can be had: databases are made and dropped all the time
+    /// In memory where that can be had: databases are made and dropped all the time.
+    QTemporaryDir m_directory;
     QStringList m_emptyDatabases; ///< of earlier tests
     int m_madeDatabases = 0;
     QProcess m_server;
