@@ -21,8 +21,17 @@ void OpenQuestion::ask()
 
 void OpenQuestion::askAnew()
 {
-    m_givenUp.clear();
+    forget();
     send();
+}
+
+void OpenQuestion::forget()
+{
+    m_timeout.stop();
+    m_openId.clear();
+    m_givenUp.clear();
+    m_asksAgain = false;
+    m_isAnswered = false;
 }
 
 void OpenQuestion::send()

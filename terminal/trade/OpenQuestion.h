@@ -29,8 +29,10 @@ public:
     void ask();
     /// Asks at once; answers to what was asked before are taken no more.
     void askAnew();
+    /// Waits for no answer any more: nobody hears the question, and those to earlier ones are not taken.
+    void forget();
 
-    /// True when none is open and the last one was answered.
+    /// True when none is open and the last one was answered, and has not been forgotten.
     bool isAnswered() const { return m_isAnswered; }
 
     /// True, once, for the id of the open question or of one that was given up: this is its answer.

@@ -106,8 +106,10 @@ void OrderDesk::askForAll(void (OpenQuestion::*asking)())
     (m_accountQuestion.*asking)();
     if (m_module().tellsOpenOrders) {
         (m_workingQuestion.*asking)();
-    } else if (m_working) {
-        m_working.reset();
+        return;
+    }
+    m_workingQuestion.forget(); // who tells them next is asked at once
+    if (std::exchange(m_working, std::nullopt)) {
         Q_EMIT workingOrdersChanged();
     }
 }
@@ -122,9 +124,7 @@ QString OrderDesk::place(const OrderRequest &order)
     const auto price = Trading::Money::ofYuan(order.price);
     own.question.setNewOrder(order.side, price.value_or(Trading::Money()), order.quantity);
     speak(&own.question);
-    if (m_module().knowsClientNumbers) {
-        own.question.setClientNumber(placing.clientNumber);
-    }
+    own.question.setClientNumber(placing.clientNumber); // who takes it may not be known yet
     Wish wish = numbered(own);
     wish.isNumbered = m_module().knowsClientNumbers;
     wish.tellRepeat = [this, placing] { Q_EMIT askedAgain(placing); };

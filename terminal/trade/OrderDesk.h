@@ -72,10 +72,10 @@ public:
     /// Tells of the module that is there whenever something is sent.
     void setModule(std::function<DeskModule()> module) { m_module = std::move(module); }
 
-    /// Ends with placed(). Returns the client's number of this order, which `placed` has, too: its own where
-    /// it has one, for a second call with it is about the same order, else a new one. Where the module knows
-    /// such numbers and does not answer in time, it is asked some times more, and so is one that follows it
-    /// with the same account: the number keeps that one order.
+    /// Ends with placed(). Returns the client's number of this order, with which it goes out and which
+    /// `placed` has, too: its own where it has one, for a second call with it is about the same order, else a
+    /// new one. Where the module knows such numbers and does not answer in time, it is asked some times more,
+    /// and so is one that follows it with the same account: the number keeps that one order.
     QString place(const OrderRequest &order);
     /// Ends with replaced(), when the module says how it ended: it is asked again while it does not answer,
     /// as for a placing, and as long as it waits for the cancellation of the old order. Requires

@@ -164,8 +164,7 @@ void Books::checkPlacing(const Wish &wish, Findings *findings)
         findings->push_back(about(wish) + "stands otherwise in the books");
     }
     const DeskOutcome *const accepted = outcomeOf(wish, DeskOutcome::Kind::Accepted);
-    if (accepted != nullptr && wish.isNumbered &&
-        (!order || QString::number(order->number) != accepted->text)) {
+    if (accepted != nullptr && (!order || QString::number(order->number) != accepted->text)) {
         findings->push_back(about(wish) + "was confirmed as " + accepted->text.toStdString() +
                             ", which is not in the books");
     }
@@ -227,11 +226,9 @@ void Books::checkCancelling(const Wish &wish, Findings *findings)
 void Books::checkOrigins(const std::vector<Wish> &wishes, Findings *findings)
 {
     std::set<QString> numbers;
-    int withoutNumber = 0;
     for (const Wish &wish : wishes) {
         if (wish.kind == Wish::Placing) {
-            wish.isNumbered ? void(numbers.insert(wish.clientNumber))
-                            : void(withoutNumber += wish.timesAsked);
+            numbers.insert(wish.clientNumber);
         }
     }
     Rows rows = m_ledger.database()->run(
@@ -240,8 +237,7 @@ void Books::checkOrigins(const std::vector<Wish> &wishes, Findings *findings)
     while (rows.next()) {
         const QString number = rows.value(1).toString();
         const bool isReplacement = rows.value(2).toInt() == 1;
-        const bool isWished =
-            number.isEmpty() ? isReplacement || withoutNumber-- > 0 : numbers.count(number) > 0;
+        const bool isWished = number.isEmpty() ? isReplacement : numbers.count(number) > 0;
         if (!isWished) {
             findings->push_back("nobody wished order " + rows.value(0).toString().toStdString());
         }

@@ -148,7 +148,6 @@ void SimulatedTerminal::place(const OrderRequest &order, int times)
         placing.clientNumber = QUuid::createUuid().toString(QUuid::WithoutBraces);
         Wish wish{Wish::Placing, m_process,      order.security,      order.side,
                   order.price,   order.quantity, placing.clientNumber};
-        wish.isNumbered = knowsClientNumbers();
         wish.timesAsked = times;
         m_wishes->push_back(wish);
         for (int time = 0; time < times; ++time) {

@@ -27,7 +27,6 @@ struct Wish
     qint64 quantity = 0;
     QString clientNumber{};   ///< of a placing or a replacement
     QString orderNumber{};    ///< of the order that is replaced or cancelled
-    bool isNumbered = true;   ///< the module that was there knew such numbers
     bool isForgotten = false; ///< its terminal ended before it was told
     int timesAsked = 1;       ///< a double click asks twice
     std::vector<Terminal::DeskOutcome> outcomes{};
@@ -57,8 +56,6 @@ public:
     void changeTheme();
     const Terminal::Security &shown() const { return m_security; }
 
-    /// True while orders have numbers of the terminal's own, by which one that is sent twice is one.
-    bool knowsClientNumbers() { return m_session.module()->presence().has_value(); }
     /// Twice in a row, as a hand may.
     void place(const Terminal::OrderRequest &order, int times);
     void replace(const Terminal::OrderRecord &order, double price);

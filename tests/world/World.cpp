@@ -248,7 +248,7 @@ void World::place(SimulatedTerminal *terminal)
     if (m_dice.happens(4)) {
         order.quantity += 50; // refused
     }
-    const int times = terminal->knowsClientNumbers() && m_dice.happens(15) ? 2 : 1;
+    const int times = m_dice.happens(15) ? 2 : 1;
     m_trace.note(m_time->now(), "place", order.security.code.toLatin1(), QByteArray::number(order.price));
     terminal->place(order, times);
 }

@@ -64,6 +64,22 @@ TEST_F(OpenQuestionTest, TakesNoAnswerToWhatItAskedBeforeItAskedAnew)
     EXPECT_TRUE(m_question.close(id()));
 }
 
+TEST_F(OpenQuestionTest, AsksAtOnceAfterOneThatIsForgotten)
+{
+    m_question.ask();
+    m_question.ask();
+    const QString old = id();
+    m_question.forget();
+    EXPECT_FALSE(m_question.close(old));
+    EXPECT_FALSE(m_question.isAnswered());
+
+    m_question.ask();
+
+    EXPECT_NE(id(), old);
+    EXPECT_TRUE(m_question.close(id()));
+    EXPECT_TRUE(m_question.isAnswered()) << "nobody has asked since";
+}
+
 TEST_F(OpenQuestionTest, SaysSoWithoutABus)
 {
     m_hasBus = false;
