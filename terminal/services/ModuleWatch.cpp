@@ -91,6 +91,7 @@ void ModuleWatch::takeWord(const QByteArray &word)
     if (!heard || !replaces(*heard, m_presence)) {
         return;
     }
+    const bool wasThere = m_presence && m_presence->isOnline;
     m_presence = heard;
     forgetUnanswered();
     const State before = m_state;
@@ -102,7 +103,16 @@ void ModuleWatch::takeWord(const QByteArray &word)
     }
     if (m_state == before) {
         Q_EMIT changed(); // another module, or another word of the same
+        if (wasThere && heard->isOnline) {
+            comeBack(); // it says who it is whenever it joins the bus
+        }
     }
+}
+
+void ModuleWatch::comeBack()
+{
+    Q_EMIT cameBack();
+    ask();
 }
 
 void ModuleWatch::takeAnswer(const QByteArray &answer)
@@ -127,8 +137,7 @@ void ModuleWatch::takeJoin()
     const bool isBack = std::exchange(m_bus, Bus::Joined) != Bus::Joining;
     Q_EMIT changed();
     if (isBack) {
-        Q_EMIT joinedAgain();
-        ask();
+        comeBack();
     }
 }
 

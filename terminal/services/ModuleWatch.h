@@ -73,9 +73,9 @@ Q_SIGNALS:
     /// One is there now that was not, or not answering, before.
     void answering();
 
-    /// The bus was away, for however short a time, and is back: what was asked meanwhile is lost. A module
-    /// that is there is asked at once, and answered() follows.
-    void joinedAgain();
+    /// The bus or the module was away, for however short a time, and is back: what was asked meanwhile is
+    /// lost. A module that is there is asked at once, and answered() follows.
+    void cameBack();
 
     /// An answer came.
     void answered();
@@ -83,6 +83,7 @@ Q_SIGNALS:
 private:
     void takeWord(const QByteArray &word);
     void takeAnswer(const QByteArray &answer);
+    void comeBack();
     void takeJoin();
     void checkPulse();
     void loseBus();

@@ -73,7 +73,7 @@ TradingSession::TradingSession(const DataFolder &folder, DayPlan plan, const QSt
             noteLeft();
         }
     });
-    connect(&m_module, &ModuleWatch::joinedAgain, this, &TradingSession::noteLeft);
+    connect(&m_module, &ModuleWatch::cameBack, this, &TradingSession::noteLeft);
     m_statementActions.setIsKnown([this] { return moduleKnows(Trading::Capability::ACTIONS); });
     connect(&m_module, &ModuleWatch::changed, &m_statementActions, &StatementActions::noteModule);
     if (m_plan.replaySpeed > 0) {

@@ -247,7 +247,6 @@ bool SimulatedBus::loseConnection()
         m_repeatedLater[link.clientId] = *link.lastSent;
     }
     ++m_counts.lostConnections;
-    m_lostLast = m_time->now();
     lose(socket, true, m_dice->happens(50) ? Instant{} : m_dice->time(1ms, 2s));
     return true;
 }

@@ -68,8 +68,6 @@ public:
     /// Loses a connection, chosen by chance, with all that is under way; its client knows it at once or a
     /// moment later. One that joins again may tell its last message once more. False when there is none.
     bool loseConnection();
-    /// When that happened last.
-    Instant lostLast() const { return m_lostLast; }
     /// Loses all connections of a program that has ended.
     void loseConnections(Process process);
     /// A program loses all its connections, and does nothing more, in place of its n-th message from now on;
@@ -131,7 +129,6 @@ private:
     std::map<Process, int> m_dying;                   // messages until it ends
     std::map<QByteArray, BusMessage> m_repeatedLater; // by client
     Instant m_awayUntil{};
-    Instant m_lostLast = Instant::min();
     Instant m_troubledUntil{};
     Counts m_counts;
 };

@@ -124,7 +124,6 @@ void SimulatedChart::renew()
 /// What they asked before would be lost.
 void SimulatedChart::awaitJoining()
 {
-    m_renewedAt = SimulatedClock::now();
     m_haveJoined = std::make_shared<bool>(false);
     m_onceJoined([haveJoined = m_haveJoined] { *haveJoined = true; });
 }

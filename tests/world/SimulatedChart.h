@@ -34,8 +34,6 @@ public:
 
     /// Makes those overlays anew: what they have asked once only may be lost.
     void renew();
-    /// When they were made last.
-    Instant renewedAt() const { return m_renewedAt; }
 
     /// What the overlays drew last that ask anew by themselves: markers, lines and labels.
     std::string drawing() const;
@@ -73,7 +71,6 @@ private:
     std::shared_ptr<bool> m_haveJoined; ///< the overlays that were made last
     FakeAxis m_axis;
     std::optional<Range> m_range; ///< that is shown
-    Instant m_renewedAt{};
     std::vector<Overlay> m_overlays;
 };
 

@@ -100,16 +100,6 @@ std::unique_ptr<SimulatedChart> SimulatedTerminal::newChart(const QByteArray &sc
     });
 }
 
-bool SimulatedTerminal::mayHaveAskedInVain(Instant lost) const
-{
-    return m_chart && lost >= m_chart->renewedAt();
-}
-
-void SimulatedTerminal::loadAnew()
-{
-    m_time->as(m_process, [this] { m_chart->renew(); });
-}
-
 void SimulatedTerminal::show(const Security &security)
 {
     m_time->as(m_process, [&] {

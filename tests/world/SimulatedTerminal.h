@@ -69,11 +69,6 @@ public:
     std::unique_ptr<SimulatedChart> openBeside();
     void repaint(SimulatedChart *chart);
 
-    /// True when an overlay of the chart may have asked once only what was lost with a connection.
-    bool mayHaveAskedInVain(Instant lost) const;
-    /// As when the user goes to another chart and back.
-    void loadAnew();
-
 private:
     void makeChart();
     std::unique_ptr<SimulatedChart> newChart(const QByteArray &screen, bool withCombined);

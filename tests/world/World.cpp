@@ -474,22 +474,15 @@ void World::checkCharts()
     }
     repaint(); // with what came last
     for (size_t i = 0; i < fresh.size(); ++i) {
-        compareCharts(m_terminals[i].get(), *fresh[i]);
+        compareCharts(*m_terminals[i], *fresh[i]);
     }
 }
 
-/// Overlays ask for earlier days once only, and nobody can know that this was lost with one single
-/// connection, while bus and module stayed: then the user sees it as soon as the chart is loaded anew.
-void World::compareCharts(SimulatedTerminal *terminal, const SimulatedChart &fresh)
+void World::compareCharts(const SimulatedTerminal &terminal, const SimulatedChart &fresh)
 {
-    if (terminal->drawing() != fresh.drawing() && terminal->mayHaveAskedInVain(m_bus->lostLast())) {
-        ++m_report.loadedAnew;
-        terminal->loadAnew();
-        m_time->run(untilChartsAskAgain + 2s);
-    }
-    if (terminal->drawing() != fresh.drawing()) {
+    if (terminal.drawing() != fresh.drawing()) {
         check(Promise::ChartsAgree,
-              {"a chart shows\n" + terminal->drawing() + "and one that is opened now\n" + fresh.drawing()});
+              {"a chart shows\n" + terminal.drawing() + "and one that is opened now\n" + fresh.drawing()});
     }
 }
 

@@ -48,7 +48,6 @@ struct Report
     int killedTerminals = 0;
     int frozen = 0;
     int days = 1;
-    int loadedAnew = 0; ///< charts that may have asked in vain, and had
     int wishes = 0;
     qint64 events = 0;
     Instant longestWait{};
@@ -114,7 +113,7 @@ private:
     void checkStep();
     void checkEnd();
     void checkCharts();
-    void compareCharts(SimulatedTerminal *terminal, const SimulatedChart &fresh);
+    void compareCharts(const SimulatedTerminal &terminal, const SimulatedChart &fresh);
     void checkReturn();
     bool areBack(const std::vector<int> &connections) const;
     void compareDesks();

@@ -61,7 +61,6 @@ void add(const Report &report, Report *sum)
     sum->killedTerminals += report.killedTerminals;
     sum->frozen += report.frozen;
     sum->days += report.days;
-    sum->loadedAnew += report.loadedAnew;
     sum->wishes += report.wishes;
     sum->events += report.events;
     sum->lived += report.lived;
@@ -72,13 +71,13 @@ void print(const Report &sum, std::uint64_t worlds)
 {
     std::printf(
         "%llu worlds, %lld s simulated, %lld events, %lld messages; %d wishes; lost connections %d, repeated "
-        "messages %d, broker restarts %d, killed modules %d, killed terminals %d, frozen %d, days %d, "
-        "charts loaded anew %d; longest wait %lld ms\n",
+        "messages %d, broker restarts %d, killed modules %d, killed terminals %d, frozen %d, days %d; "
+        "longest wait %lld ms\n",
         static_cast<unsigned long long>(worlds),
         static_cast<long long>(std::chrono::duration_cast<std::chrono::seconds>(sum.lived).count()),
         static_cast<long long>(sum.events), static_cast<long long>(sum.bus.messages), sum.wishes,
         sum.bus.lostConnections, sum.bus.repeated, sum.bus.restarts, sum.killedModules, sum.killedTerminals,
-        sum.frozen, sum.days, sum.loadedAnew,
+        sum.frozen, sum.days,
         static_cast<long long>(
             std::chrono::duration_cast<std::chrono::milliseconds>(sum.longestWait).count()));
 }

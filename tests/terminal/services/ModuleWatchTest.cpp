@@ -240,7 +240,7 @@ TEST_F(ModuleWatchTest, TellsThatTheBusWasAwayThoughNoPulseMissedIt)
     ModuleWatch slow(nullptr, 10s);
     int timesBack = 0;
     bool isAnswered = false;
-    QObject::connect(&slow, &ModuleWatch::joinedAgain, &slow, [&timesBack] { ++timesBack; });
+    QObject::connect(&slow, &ModuleWatch::cameBack, &slow, [&timesBack] { ++timesBack; });
     QObject::connect(&slow, &ModuleWatch::answered, &slow, [&isAnswered] { isAnswered = true; });
     slow.start(broker.address());
     const FakeModule module(broker.address());
@@ -249,6 +249,24 @@ TEST_F(ModuleWatchTest, TellsThatTheBusWasAwayThoughNoPulseMissedIt)
     broker.kill();
     broker.start();
     EXPECT_TRUE(waitUntil([&timesBack] { return timesBack == 1; }, 5s));
+}
+
+TEST_F(ModuleWatchTest, TellsThatTheModuleWasAwayThoughNothingMissedIt)
+{
+    bool isAnswered = false;
+    QObject::connect(&watch, &ModuleWatch::answered, &watch, [&isAnswered] { isAnswered = true; });
+    FakeModule module(broker.address());
+    module.announce(online());
+    ASSERT_TRUE(waitUntil([this, &isAnswered] { return isAnswered && watch.presence(); }));
+    int timesBack = 0;
+    QObject::connect(&watch, &ModuleWatch::cameBack, &watch, [&timesBack] { ++timesBack; });
+    isAnswered = false;
+
+    FakeModule again(broker.address());
+    again.announce(online()); // what it says whenever it joins
+
+    EXPECT_TRUE(waitUntil([&timesBack] { return timesBack == 1; }));
+    EXPECT_TRUE(waitUntil([&isAnswered] { return isAnswered; }));
 }
 
 TEST_F(ModuleWatchTest, TellsThatTheBusIsGoneWhereNoModuleWas)
