@@ -78,7 +78,7 @@ void Patience::stopWaiting(Time now, bool isCrowded)
     m_lastEnd = now;
     const bool isAnswered = m_owed.find(m_last) == m_owed.end();
     m_isInVain = !m_wasTrusted && !isAnswered;
-    const bool isFloodPaid = m_stood >= m_shortest;
+    const bool isFloodPaid = m_stood > Duration(0) && m_stood >= m_shortest;
     if (m_wasTrusted && m_isTrusted && (!isAnswered || isFloodPaid)) {
         doubt(now, stood);
     }

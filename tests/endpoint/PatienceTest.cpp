@@ -99,6 +99,15 @@ TEST_F(PatienceTest, WaitsTheWholeTimeOutAtFirst)
     EXPECT_EQ(stood, timeout);
 }
 
+TEST_F(PatienceTest, IsNotLostOverAQuestionThatIsNotToBeWaitedFor)
+{
+    timeout = 0s;
+    EXPECT_TRUE(ask(0s));
+    timeout = 3s;
+    EXPECT_TRUE(ask(100ms));
+    EXPECT_TRUE(ask(100ms)) << "the module answered all in time";
+}
+
 TEST_F(PatienceTest, WaitsOnceForAModuleThatHangs)
 {
     ask(std::nullopt);
