@@ -151,9 +151,7 @@ TEST_F(TwoLedgers, BegunAtTheSameMomentAreServedByOneOfTheirModules)
     for (int round = 0; round < 3; ++round) {
         startModule();
         standBy();
-        chart().setRequestTimeout(700ms); // what is asked before one of them is there is lost
-        ASSERT_TRUE(waitUntil([this] { return place(); }));
-        chart().setRequestTimeout(20s);
+        awaitModule();
         const int before = orders();
         EXPECT_TRUE(place());
         EXPECT_EQ(orders(), before + 1);
@@ -168,11 +166,11 @@ TEST_F(TwoLedgers, ComeBackToABusThatWasAwayWithTheSameModuleServing)
     serve();
     standBy();
     ASSERT_TRUE(otherSays("standing by, another trading module"));
-    chart().setRequestTimeout(700ms); // what is asked before the module is there again is lost
     for (int round = 0; round < 3; ++round) {
         broker().kill();
         broker().start();
-        ASSERT_TRUE(waitUntil([this] { return place(); }));
+        awaitModule();
+        EXPECT_TRUE(place());
     }
     EXPECT_EQ(orders(), OrderBook(&ledger()).ofDay(TradingDate::today()).size());
 }

@@ -127,7 +127,13 @@ protected:
         if (!m_chart.isConnected()) {
             ASSERT_TRUE(m_chart.join(m_broker.address()));
         }
-        m_chart.setRequestTimeout(std::chrono::milliseconds(200)); // the module may not be there yet
+        awaitModule();
+    }
+
+    /// Until one answers: asked for orders again and again, it would do nothing else.
+    void awaitModule()
+    {
+        m_chart.setRequestTimeout(std::chrono::milliseconds(200)); // what is asked before is lost
         ASSERT_TRUE(waitUntil([this] { return !ask("{\"cmd\":\"?\"}").isEmpty(); }, std::chrono::minutes(1)));
         m_chart.setRequestTimeout(std::chrono::seconds(20));
     }
